@@ -1,0 +1,57 @@
+# What every target of ours is compiled with: link varnel_options.
+
+option(VARNEL_TESTS "Build the tests" ON)
+option(VARNEL_BENCHMARKS "Build the benchmarks" OFF)
+option(VARNEL_FUZZ "Build the fuzz targets for libFuzzer (needs clang)" OFF)
+set(VARNEL_SANITIZE "" CACHE STRING "Sanitizers to build with, as for -fsanitize=")
+
+# Debian's Python, whatever else is on the path: the embedded interpreter must match its installed library.
+set(Python3_ROOT_DIR /usr)
+set(Python3_FIND_STRATEGY LOCATION)
+find_package(Python3 3.11 REQUIRED COMPONENTS Development)
+find_package(Qt6 6.4 REQUIRED COMPONENTS Core Gui Widgets Xml Svg)
+
+set(CMAKE_CXX_STANDARD 20)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_AUTOMOC ON)
+set(CMAKE_AUTOUIC ON)
+set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
+set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+# Executables as libraries, so that both can use the one precompiled header.
+set(CMAKE_CXX_COMPILE_OPTIONS_PIE -fPIC)
+
+find_program(CCACHE ccache)
+if(CCACHE)
+    set(CMAKE_CXX_COMPILER_LAUNCHER
+        ${CMAKE_COMMAND} -E env CCACHE_SLOPPINESS=pch_defines,time_macros,include_file_mtime,include_file_ctime ${CCACHE})
+endif()
+
+add_library(varnel_options INTERFACE)
+target_compile_features(varnel_options INTERFACE cxx_std_20)
+target_include_directories(varnel_options INTERFACE "${PROJECT_SOURCE_DIR}/source/base")
+target_compile_definitions(varnel_options INTERFACE QT_NO_KEYWORDS QT_NO_CAST_FROM_ASCII)
+target_compile_options(varnel_options INTERFACE
+    -Wall -Wextra -Wpedantic -Wnon-virtual-dtor -Woverloaded-virtual -Wcast-align -Werror
+    $<$<CXX_COMPILER_ID:GNU>:-fpch-preprocess>)
+if(VARNEL_SANITIZE)
+    target_compile_options(varnel_options INTERFACE -fsanitize=${VARNEL_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
+    target_link_options(varnel_options INTERFACE -fsanitize=${VARNEL_SANITIZE})
+endif()
+if(VARNEL_FUZZ)
+    target_compile_options(varnel_options INTERFACE -fsanitize=fuzzer-no-link,address)
+    target_link_options(varnel_options INTERFACE -fsanitize=address)
+endif()
+
+# One precompiled header for all targets; it holds what every room may include.
+add_library(varnel_pch OBJECT "${CMAKE_CURRENT_LIST_DIR}/pch.cpp")
+set_target_properties(varnel_pch PROPERTIES AUTOMOC OFF AUTOUIC OFF)
+target_link_libraries(varnel_pch PRIVATE varnel_options Qt6::Gui)
+target_precompile_headers(varnel_pch PRIVATE
+    <algorithm> <functional> <memory> <optional> <string> <utility> <vector> <QtCore/QtCore> <QtGui/QtGui>)
+
+# Gives a target the common options and the precompiled header.
+function(varnel_setup_target target)
+    target_link_libraries(${target} PUBLIC varnel_options)
+    target_precompile_headers(${target} REUSE_FROM varnel_pch)
+endfunction()

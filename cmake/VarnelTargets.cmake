@@ -1,0 +1,64 @@
+# How libraries, tests, benchmarks and plug-ins of the repository are declared.
+
+# varnel_add_library(NAME SOURCES ... LINK ...): one room of the house, a static library.
+function(varnel_add_library name)
+    cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;LINK")
+    add_library(${name} STATIC ${arg_SOURCES})
+    varnel_setup_target(${name})
+    target_include_directories(${name} PUBLIC "${CMAKE_CURRENT_SOURCE_DIR}")
+    target_link_libraries(${name} PUBLIC ${arg_LINK})
+endfunction()
+
+# varnel_add_test(NAME LIBRARIES...): NAME.cpp as a Qt Test program, offscreen, with a home directory of its own.
+function(varnel_add_test name)
+    find_package(Qt6 6.4 REQUIRED COMPONENTS Test)
+    add_executable(${name} ${name}.cpp)
+    varnel_setup_target(${name})
+    target_link_libraries(${name} PRIVATE ${ARGN} Qt6::Test)
+    target_compile_definitions(${name} PRIVATE
+        VARNEL_SOURCE_DIR="${PROJECT_SOURCE_DIR}" VARNEL_STAGE_DIR="${VARNEL_STAGE}")
+    varnel_register_test(${name} $<TARGET_FILE:${name}>)
+endfunction()
+
+# varnel_register_test(NAME COMMAND...): a test program run offscreen in a home directory that vanishes after it.
+function(varnel_register_test name)
+    add_test(NAME ${name} COMMAND "${PROJECT_SOURCE_DIR}/tests/in-fresh-home" ${ARGN})
+    set_tests_properties(${name} PROPERTIES
+        ENVIRONMENT "QT_QPA_PLATFORM=offscreen;QT_LOGGING_RULES=;LC_ALL=C.UTF-8;VARNEL_STAGE_DIR=${VARNEL_STAGE}")
+endfunction()
+
+# varnel_add_benchmark(NAME LIBRARIES...): NAME.cpp as a Google Benchmark program, run by `./dev bench`.
+function(varnel_add_benchmark name)
+    find_package(benchmark REQUIRED)
+    add_executable(${name} ${name}.cpp)
+    varnel_setup_target(${name})
+    target_link_libraries(${name} PRIVATE ${ARGN} benchmark::benchmark)
+    target_compile_definitions(${name} PRIVATE VARNEL_STAGE_DIR="${VARNEL_STAGE}")
+    set_target_properties(${name} PROPERTIES RUNTIME_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/bench")
+endfunction()
+
+# varnel_add_fuzz_target(NAME LIBRARIES...): NAME.cpp defines LLVMFuzzerTestOneInput. The fuzz preset links it with
+# libFuzzer; every other build links a driver that runs the corpus and a fixed number of changed inputs, as a test.
+function(varnel_add_fuzz_target name)
+    add_executable(${name} ${name}.cpp)
+    varnel_setup_target(${name})
+    target_link_libraries(${name} PRIVATE ${ARGN})
+    if(VARNEL_FUZZ)
+        target_link_options(${name} PRIVATE -fsanitize=fuzzer,address)
+    else()
+        target_sources(${name} PRIVATE "${PROJECT_SOURCE_DIR}/tests/fuzz/shortrun.cpp")
+        varnel_register_test(${name} $<TARGET_FILE:${name}> "${PROJECT_SOURCE_DIR}/tests/fuzz/corpus/${name}")
+    endif()
+endfunction()
+
+# varnel_add_plugin(NAME SOURCES ... LINK ... [DIRECTORY dir]): a plug-in library, staged in plugins unless told otherwise.
+function(varnel_add_plugin name)
+    cmake_parse_arguments(PARSE_ARGV 1 arg "" "DIRECTORY" "SOURCES;LINK")
+    if(NOT arg_DIRECTORY)
+        set(arg_DIRECTORY "${VARNEL_STAGE}/plugins")
+    endif()
+    add_library(${name} MODULE ${arg_SOURCES})
+    varnel_setup_target(${name})
+    target_link_libraries(${name} PRIVATE varnel_interfaces ${arg_LINK})
+    set_target_properties(${name} PROPERTIES LIBRARY_OUTPUT_DIRECTORY "${arg_DIRECTORY}")
+endfunction()

@@ -1,0 +1,1 @@
+// Gives the precompiled header a translation unit to be made with.

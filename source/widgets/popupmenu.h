@@ -1,0 +1,36 @@
+#pragma once
+#include <QMenu>
+#include <functional>
+
+/// A menu in which some items carry an id: those that were inserted by code and come and go while the program runs.
+///
+/// Ids count from 0. Items that come from actions of the UI file, and separators, have none.
+class PopupMenu : public QMenu
+{
+    Q_OBJECT
+public:
+    using Activated = std::function<void(int)>;
+    static constexpr int NoId = -1;
+
+    explicit PopupMenu(QWidget *parent = nullptr);
+
+    /// Inserts an item with the id @p id before position @p index, or at the end for -1. Choosing it calls
+    /// @p activated with the id.
+    QAction *insertItem(const QString &text, int id, Activated activated, int index = -1);
+    /// Inserts a separator before position @p index, or at the end for -1.
+    void insertSeparatorAt(int index = -1);
+
+    /// The id of the item at @p index, NoId for an item without one or a position outside the menu.
+    [[nodiscard]] int idAt(int index) const;
+    /// The item with the id @p id, null if there is none.
+    [[nodiscard]] QAction *item(int id) const;
+
+    /// Removes every item that has an id. Returns whether there was one.
+    bool removeItemsWithId();
+    /// Removes the item at @p index; a position outside the menu is ignored.
+    void removeItemAt(int index);
+    void removeLastItem();
+
+private:
+    [[nodiscard]] QAction *itemAt(int index) const;
+};

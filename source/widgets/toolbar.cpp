@@ -1,0 +1,6 @@
+#include "toolbar.h"
+
+void ToolBar::toggleVisible()
+{
+    setVisible(isHidden());
+}
