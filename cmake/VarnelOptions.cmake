@@ -32,7 +32,7 @@ target_compile_features(varnel_options INTERFACE cxx_std_20)
 target_include_directories(varnel_options INTERFACE "${PROJECT_SOURCE_DIR}/source/base")
 target_compile_definitions(varnel_options INTERFACE QT_NO_KEYWORDS QT_NO_CAST_FROM_ASCII)
 target_compile_options(varnel_options INTERFACE
-    -Wall -Wextra -Wpedantic -Wnon-virtual-dtor -Woverloaded-virtual -Wcast-align -Werror
+    -Wall -Wextra -Wpedantic -Woverloaded-virtual -Wcast-align -Werror
     $<$<CXX_COMPILER_ID:GNU>:-fpch-preprocess>)
 if(VARNEL_SANITIZE)
     target_compile_options(varnel_options INTERFACE -fsanitize=${VARNEL_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)

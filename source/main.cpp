@@ -1,1 +1,6 @@
-int main() { return 0; }
+#include "entry.h"
+
+int main(int argc, char **argv)
+{
+    return runVarnel(argc, argv);
+}

@@ -1,0 +1,55 @@
+#pragma once
+#include <QString>
+
+/// What the program is busy with. The numbers are fixed: scripts see them.
+enum ActivityState {
+    StateNoWorkspace = 0,  ///< no workspace is open
+    StateIdle = 1,         ///< a workspace is open, no activity
+    StateBuilding = 2,     ///< a build is running
+    StateInitialising = 3, ///< a debug session is starting
+    StateRunning = 4,      ///< the target runs
+    StatePaused = 5,       ///< the target is paused
+    StateFinished = 6,     ///< the program on the target has finished
+    StateUnknown = 7       ///< the target's state is not known
+};
+
+/// What the state alone does not tell about the open workspace.
+struct ActivityContext
+{
+    bool workspace = false;            ///< a workspace is open
+    bool project = false;              ///< it has a current project
+    bool executionEnvironment = false; ///< the current project can be run
+    bool canAttach = false;            ///< its environment can attach to a running target
+};
+
+/// Which commands are possible. One field for each availability signal that follows the state.
+struct ActivityAvailability
+{
+    bool projectOpen = false;
+    bool projectRepopulate = false;
+    bool workspaceEditing = false;
+    bool projectEditing = false;
+    bool build = false;
+    bool building = false;
+    bool run = false;
+    bool stop = false;
+    bool pause = false;
+    bool start = false;
+    bool restart = false;
+    bool wakeup = false;
+    bool showNext = false;
+    bool attach = false;
+
+    bool operator==(const ActivityAvailability &) const = default;
+};
+
+[[nodiscard]] ActivityAvailability activityAvailability(ActivityState state, const ActivityContext &context);
+
+/// The states of a debug session have window layouts of their own.
+[[nodiscard]] constexpr bool isDebugState(ActivityState state)
+{
+    return state >= StateInitialising;
+}
+
+/// What the caption of the main window says of @p state; empty for the states that need no words.
+[[nodiscard]] QString captionSuffix(ActivityState state);

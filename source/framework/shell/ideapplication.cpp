@@ -1,0 +1,175 @@
+#include "ideapplication.h"
+#include "branding.h"
+#include "mainwindow.h"
+#include "pictures.h"
+#include "pluginfactory.h"
+#include "pluginmanager.h"
+#include "uidocument.h"
+#include <QDialog>
+#include <QPainter>
+#include <QSettings>
+#include <QSplashScreen>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+IDEApplication *theApplication = nullptr;
+
+bool isAbsolutePicture(const QString &name)
+{
+    return name.startsWith(u'/') || name.startsWith(u'\\') || (name.size() > 1 && name[1] == u':');
+}
+
+/// Compiled-in pictures win over those of the installation.
+PictureFiles pictureFiles(const QDir &root, const QString &name)
+{
+    if (isAbsolutePicture(name))
+        return {name, name};
+    const PictureFiles compiledIn = findPicture(u":/images"_s, name);
+    return compiledIn.exists() ? compiledIn : findPicture(root.filePath(u"images"_s), name);
+}
+
+void warnOfMissingPixmap(const QString &name)
+{
+    qWarning("IDEApplication::loadPixmap: cannot find pixmap (%s)", qPrintable(name));
+}
+} // namespace
+
+IDEApplication::IDEApplication(int &argc, char **argv)
+    : IDEApplication(argc, argv, [] { return ApplicationPaths(installRootOfExecutable()); })
+{}
+
+IDEApplication::IDEApplication(int &argc, char **argv, const std::function<ApplicationPaths()> &paths)
+    : QApplication(argc, argv), m_paths(paths())
+{
+    theApplication = this;
+    setDesktopFileName(u"varnel"_s);
+    m_settings =
+        std::make_unique<QSettings>(QSettings::IniFormat, QSettings::UserScope, u"Ostrand Labs"_s, u"Varnel/1.0"_s);
+    if (m_settings->value(u"Startup/DisableSplashScreen"_s, 0).toInt() == 0)
+        showSplash();
+    addLibraryPath(path(PathPlugInRoot).filePath(u"plugins"_s));
+    m_title = getAppFeature(u"title"_s, u"Varnel"_s);
+    loadPlugins();
+}
+
+IDEApplication::~IDEApplication()
+{
+    m_splash.reset();
+    m_settings.reset();
+    theApplication = nullptr;
+}
+
+IDEApplication *IDEApplication::instance()
+{
+    return theApplication;
+}
+
+QString IDEApplication::version() const
+{
+    return u"2.9"_s;
+}
+
+QString IDEApplication::getAppFeature(const QString &name, const QString &defaultValue) const
+{
+    const QDomDocument document =
+        readUiDocument(path(PathConfig).filePath(uiConfigFileName), "IDEApplication::getAppFeature");
+    return document.documentElement().attribute(name, defaultValue);
+}
+
+QPixmap IDEApplication::loadPixmap(const QString &name) const
+{
+    const PictureFiles files = pictureFiles(path(PathPlugInRoot), name);
+    const QPixmap pixmap = files.exists() ? loadPicture(files.current()) : QPixmap();
+    if (pixmap.isNull())
+        warnOfMissingPixmap(name);
+    return pixmap;
+}
+
+QIcon IDEApplication::loadIcon(const QString &name) const
+{
+    const PictureFiles files = pictureFiles(path(PathPlugInRoot), name);
+    if (!files.exists())
+        warnOfMissingPixmap(name);
+    return pictureIcon(files);
+}
+
+QStringList IDEApplication::plugins() const
+{
+    return m_pluginManager->featureList();
+}
+
+IPluginObject *IDEApplication::createPlugin(const QString &feature) const
+{
+    return m_pluginManager->create(feature);
+}
+
+MainWindow *IDEApplication::mainWidget() const
+{
+    return static_cast<MainWindow *>(m_mainWidget.data());
+}
+
+void IDEApplication::setMainWidget(MainWindow *window)
+{
+    m_mainWidget = window;
+}
+
+void IDEApplication::showSplash()
+{
+    if (m_splash)
+        return;
+    const std::unique_ptr<QPixmap> pixmap = brandingSplash(binaryDirectory(), version());
+    if (!pixmap)
+        return;
+    m_splash = std::make_unique<QSplashScreen>(*pixmap);
+    m_splash->show();
+    m_splash->repaint();
+}
+
+void IDEApplication::closeSplash()
+{
+    if (m_splash)
+        m_splash->finish(m_mainWidget);
+}
+
+std::unique_ptr<QDialog> IDEApplication::aboutBox() const
+{
+    return brandingAboutBox(binaryDirectory(), m_pluginNames, version() + u" (Multi-processor support enabled)"_s);
+}
+
+void IDEApplication::loadPlugins()
+{
+    m_pluginManager = std::make_unique<PluginManager>(libraryPaths(), applicationDirPath());
+    int x = 15;
+    const QStringList features = m_pluginManager->featureList();
+    for (const QString &feature : features) {
+        IPluginFactory *factory = m_pluginManager->factory(feature);
+        const QString name = factory->name();
+        if (m_pluginNames.contains(name))
+            continue;
+        m_pluginNames.append(name);
+        if (m_splash)
+            paintLogo(factory, &x);
+    }
+}
+
+/// Adds a plug-in's logo and name to the row along the bottom of the splash screen.
+void IDEApplication::paintLogo(IPluginFactory *factory, int *x)
+{
+    const QPixmap logo = factory->logo();
+    const int height = m_splash->height();
+    QPixmap picture = m_splash->pixmap();
+    QPainter painter(&picture);
+    painter.setFont(m_splash->font());
+    painter.drawPixmap(*x, height - 1 - 49, logo);
+    painter.drawText(*x - 10, height - 1 - 4, factory->name());
+    painter.end();
+    *x += 40 + qRound(logo.deviceIndependentSize().width());
+    m_splash->setPixmap(picture);
+    m_splash->repaint();
+}
+
+QDir IDEApplication::binaryDirectory() const
+{
+    return QDir(path(PathInstallRoot).filePath(u"bin"_s));
+}

@@ -1,0 +1,72 @@
+#include "mainwindow.h"
+#include "toolbar.h"
+#include <QAction>
+
+using namespace Qt::StringLiterals;
+
+// The menus that change, each filled when it is about to open.
+
+void MainWindow::fillViewToolbarsMenu(PopupMenu *menu)
+{
+    const QList<QWidget *> windows = dockWindows();
+    for (int i = 0; i < windows.size(); ++i) {
+        if (auto *bar = qobject_cast<ToolBar *>(windows[i]))
+            menu->insertItem(bar->windowTitle(), i, [bar](int) { bar->toggleVisible(); })->setCheckable(true);
+    }
+}
+
+void MainWindow::updateViewMenu() {}
+
+void MainWindow::updateViewToolbarsMenu()
+{
+    const PopupMenu *menu = m_ui.menu(u"viewToolbarsMenu"_s);
+    const QList<QWidget *> windows = dockWindows();
+    for (int i = 0; i < windows.size(); ++i) {
+        if (QAction *item = menu->item(i))
+            item->setChecked(windows[i]->isVisible());
+    }
+}
+
+void MainWindow::updateWindowMenu()
+{
+    DynamicMenus::fillWindowMenu(m_ui.menu(u"windowMenu"_s), {}, [this](int i) { activateView(i); });
+}
+
+void MainWindow::updateRecentFilesMenu()
+{
+    DynamicMenus::fillRecentList(m_ui.menu(u"fileRecentFilesMenu"_s), m_recentFiles.paths(), true,
+                                 [this](int i) { recentFileSelected(i); });
+}
+
+void MainWindow::updateRecentWorkspacesMenu()
+{
+    const bool quiet = m_state == StateNoWorkspace || m_state == StateIdle;
+    DynamicMenus::fillRecentList(m_ui.menu(u"projectRecentWorkspacesMenu"_s), m_recentWorkspaces.paths(), quiet,
+                                 [this](int i) { recentWorkspaceSelected(i); });
+}
+
+void MainWindow::updateConfigurationsMenu()
+{
+    DynamicMenus::fillPlain(m_ui.menu(u"buildConfigurationsMenu"_s), {}, [this](int i) { activateConfiguration(i); });
+}
+
+void MainWindow::updateToolsMenu()
+{
+    DynamicMenus::fillToolsMenu(m_ui.menu(u"toolsMenu"_s), {}, [this](int i) { executeExternalTool(i); });
+}
+
+void MainWindow::updateBuildMenu()
+{
+    DynamicMenus::fillAtEnd(m_ui.menu(u"buildMenu"_s), {}, [this](int i) { executeBuildExtensionCommand(i); });
+}
+
+void MainWindow::updateDebugMenu()
+{
+    DynamicMenus::fillGroupsAtEnd(m_ui.menu(u"debugMenu"_s), {}, [this](int i) { executeDebugExtensionCommand(i); });
+    setActionEnabled(u"debugViewDisassembly"_s, false);
+}
+
+void MainWindow::updateDebugWindowsMenu()
+{
+    DynamicMenus::fillAtEnd(m_ui.menu(u"debugWindowsMenu"_s), {}, [this](int i) { extensionDockWindowSelected(i); });
+}

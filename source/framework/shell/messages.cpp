@@ -1,0 +1,44 @@
+#include "messages.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+QMessageBox::StandardButton escapeButton(const QList<QMessageBox::StandardButton> &buttons)
+{
+    for (const auto button : {QMessageBox::Cancel, QMessageBox::No, QMessageBox::Ok}) {
+        if (buttons.contains(button))
+            return button;
+    }
+    return buttons.last();
+}
+} // namespace
+
+QString messageCaption()
+{
+    return u"Varnel"_s;
+}
+
+QMessageBox::StandardButton showMessage(QMessageBox::Icon icon, QWidget *parent, const QString &text,
+                                        const QList<QMessageBox::StandardButton> &buttons)
+{
+    QMessageBox box(icon, messageCaption(), text, QMessageBox::NoButton, parent);
+    box.setObjectName(u"messageBox"_s);
+    box.setTextFormat(Qt::PlainText); // names of files and projects are part of the texts
+    for (const auto button : buttons)
+        box.addButton(button);
+    box.setDefaultButton(buttons.first());
+    box.setEscapeButton(escapeButton(buttons));
+    return static_cast<QMessageBox::StandardButton>(box.exec());
+}
+
+QMessageBox::StandardButton showInformation(QWidget *parent, const QString &text,
+                                            const QList<QMessageBox::StandardButton> &buttons)
+{
+    return showMessage(QMessageBox::Information, parent, text, buttons);
+}
+
+QMessageBox::StandardButton showWarning(QWidget *parent, const QString &text,
+                                        const QList<QMessageBox::StandardButton> &buttons)
+{
+    return showMessage(QMessageBox::Warning, parent, text, buttons);
+}

@@ -1,0 +1,117 @@
+#include "pictures.h"
+#include <QApplication>
+#include <QFileInfo>
+#include <QIconEngine>
+#include <QPainter>
+#include <QPalette>
+#include <QPixmapCache>
+#include <QStyle>
+#include <QStyleOption>
+#include <QSvgRenderer>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+bool isVectorPicture(const QString &file)
+{
+    return file.endsWith(".svg"_L1);
+}
+
+/// @p file or, if it is absent, the vector picture of the same base name; empty if there is neither.
+QString existingFile(const QString &file)
+{
+    if (QFileInfo::exists(file))
+        return file;
+    const QFileInfo info(file);
+    const QString vector = info.path() + u'/' + info.completeBaseName() + u".svg"_s;
+    return QFileInfo::exists(vector) ? vector : QString();
+}
+
+/// Draws a vector picture, centred, into @p pixels device pixels. Null if the file cannot be read.
+QPixmap drawVectorPicture(const QString &file, const QSize &pixels)
+{
+    QSvgRenderer renderer(file);
+    if (!renderer.isValid())
+        return {};
+    QPixmap pixmap(pixels);
+    pixmap.fill(Qt::transparent);
+    QRectF area(QPointF(), QSizeF(renderer.defaultSize().scaled(pixels, Qt::KeepAspectRatio)));
+    area.moveCenter(QRectF(QPointF(), QSizeF(pixels)).center());
+    QPainter painter(&pixmap);
+    renderer.render(&painter, area);
+    return pixmap;
+}
+
+class PictureIconEngine : public QIconEngine
+{
+public:
+    explicit PictureIconEngine(PictureFiles files) : m_files(std::move(files)) {}
+
+    QPixmap pixmap(const QSize &size, QIcon::Mode mode, QIcon::State) override
+    {
+        const QString key = u"varnel-icon:%1:%2x%3:%4"_s.arg(m_files.current(), QString::number(size.width()),
+                                                             QString::number(size.height()), QString::number(mode));
+        QPixmap pixmap;
+        if (QPixmapCache::find(key, &pixmap))
+            return pixmap;
+        pixmap = drawVectorPicture(m_files.current(), size);
+        if (mode != QIcon::Normal && !pixmap.isNull()) {
+            QStyleOption option;
+            option.palette = QGuiApplication::palette();
+            pixmap = QApplication::style()->generatedIconPixmap(mode, pixmap, &option);
+        }
+        QPixmapCache::insert(key, pixmap);
+        return pixmap;
+    }
+
+    void paint(QPainter *painter, const QRect &rect, QIcon::Mode mode, QIcon::State state) override
+    {
+        const qreal ratio = painter->device()->devicePixelRatio();
+        QPixmap picture = pixmap(rect.size() * ratio, mode, state);
+        picture.setDevicePixelRatio(ratio);
+        painter->drawPixmap(rect.topLeft(), picture);
+    }
+
+    QIconEngine *clone() const override { return new PictureIconEngine(m_files); }
+    QString key() const override { return u"varnel-picture"_s; }
+    bool isNull() override { return false; }
+
+private:
+    const PictureFiles m_files;
+};
+} // namespace
+
+bool hasDarkPalette()
+{
+    const QPalette palette = QGuiApplication::palette();
+    return palette.color(QPalette::Window).lightness() < palette.color(QPalette::WindowText).lightness();
+}
+
+const QString &PictureFiles::current() const
+{
+    return hasDarkPalette() ? dark : light;
+}
+
+PictureFiles findPicture(const QString &directory, const QString &name)
+{
+    const QString light = existingFile(directory + u'/' + name);
+    const QString dark = existingFile(directory + u"/dark/"_s + name);
+    return {light, dark.isEmpty() ? light : dark};
+}
+
+QPixmap loadPicture(const QString &file)
+{
+    if (!isVectorPicture(file))
+        return QPixmap(file);
+    const qreal ratio = qApp->devicePixelRatio();
+    QPixmap pixmap = drawVectorPicture(file, QSvgRenderer(file).defaultSize() * ratio);
+    pixmap.setDevicePixelRatio(ratio);
+    return pixmap;
+}
+
+QIcon pictureIcon(const PictureFiles &files)
+{
+    if (!files.exists())
+        return {};
+    return isVectorPicture(files.light) ? QIcon(new PictureIconEngine(files)) : QIcon(files.current());
+}

@@ -1,0 +1,36 @@
+#include "recentfilelist.h"
+#include <QSettings>
+
+RecentFileList::RecentFileList(QString key, int maximum, QSettings *settings)
+    : m_key(std::move(key)), m_maximum(maximum), m_settings(settings)
+{}
+
+void RecentFileList::add(const QString &path)
+{
+    m_paths.removeAll(path);
+    m_paths.prepend(path);
+    if (m_paths.size() > m_maximum)
+        m_paths.removeLast();
+}
+
+void RecentFileList::remove(const QString &path)
+{
+    m_paths.removeAll(path);
+}
+
+void RecentFileList::load()
+{
+    m_paths.clear();
+    for (;;) {
+        const QString path = m_settings->value(m_key + QString::number(m_paths.size())).toString();
+        if (path.isEmpty())
+            return;
+        m_paths.append(path);
+    }
+}
+
+void RecentFileList::save() const
+{
+    for (int i = 0; i < m_paths.size(); ++i)
+        m_settings->setValue(m_key + QString::number(i), m_paths[i]);
+}

@@ -1,0 +1,27 @@
+#pragma once
+#include <QStringList>
+class QSettings;
+
+/// The files or workspaces that were opened last, newest first, kept in the settings.
+class RecentFileList
+{
+public:
+    /// Entries are stored under @p key followed by their index, which counts from 0.
+    RecentFileList(QString key, int maximum, QSettings *settings);
+
+    [[nodiscard]] const QStringList &paths() const { return m_paths; }
+    /// Moves @p path to the front, or puts it there; the oldest entry gives way if there are too many.
+    void add(const QString &path);
+    void remove(const QString &path);
+
+    /// Reads entries until one is empty.
+    void load();
+    /// Writes the entries. Keys beyond their count stay, so a last entry that was removed comes back at the next start.
+    void save() const;
+
+private:
+    const QString m_key;
+    const int m_maximum;
+    QSettings *const m_settings;
+    QStringList m_paths;
+};

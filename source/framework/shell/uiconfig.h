@@ -1,0 +1,52 @@
+#pragma once
+#include <functional>
+#include <QHash>
+#include <QIcon>
+#include <QString>
+class PopupMenu;
+class QAction;
+class QDomElement;
+class QMainWindow;
+class ToolBar;
+
+/// Builds the actions, tool bars and menus of a window as uiconfig.xml declares them.
+///
+/// Actions are bound by name: an action calls the window's slot of the same name, and is enabled by the window's signal
+/// that the file names. The set-up steps read the file anew. What is wrong in it is reported on the warning channel.
+class UiConfig
+{
+public:
+    using IconSource = std::function<QIcon(const QString &name)>;
+    using Companion = std::function<void(ToolBar *)>;
+
+    UiConfig(QMainWindow *window, QString fileName, IconSource loadIcon);
+
+    /// Has @p companion called for a tool bar straight after the action @p name was added to it.
+    void addCompanion(const QString &name, Companion companion);
+
+    void setupActions();
+    void setupToolbars();
+    void setupMenus();
+    /// The root attribute "title"; "Varnel" if there is none.
+    [[nodiscard]] QString title() const;
+
+    /// Null for a name that the file does not declare.
+    [[nodiscard]] QAction *action(const QString &name) const;
+    [[nodiscard]] PopupMenu *menu(const QString &name) const;
+    /// In the order of the file.
+    [[nodiscard]] const QList<ToolBar *> &toolBars() const { return m_toolBars; }
+
+private:
+    void createAction(const QDomElement &element);
+    void connectAction(QAction *action, const QDomElement &element);
+    void createToolBar(const QDomElement &element);
+    PopupMenu *createSubMenu(const QDomElement &element);
+    [[nodiscard]] QDomElement section(const QString &name) const;
+
+    QMainWindow *const m_window;
+    const QString m_fileName;
+    const IconSource m_loadIcon;
+    QHash<QString, Companion> m_companions;
+    QHash<QString, QAction *> m_actions;
+    QList<ToolBar *> m_toolBars;
+};
