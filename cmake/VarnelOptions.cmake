@@ -8,7 +8,7 @@ set(VARNEL_SANITIZE "" CACHE STRING "Sanitizers to build with, as for -fsanitize
 # Debian's Python, whatever else is on the path: the embedded interpreter must match its installed library.
 set(Python3_ROOT_DIR /usr)
 set(Python3_FIND_STRATEGY LOCATION)
-find_package(Python3 3.11 REQUIRED COMPONENTS Development)
+find_package(Python3 3.11 REQUIRED COMPONENTS Interpreter Development)
 find_package(Qt6 6.4 REQUIRED COMPONENTS Core Gui Widgets Xml Svg)
 
 set(CMAKE_CXX_STANDARD 20)
