@@ -50,8 +50,8 @@ target_link_libraries(varnel_pch PRIVATE varnel_options Qt6::Gui)
 target_precompile_headers(varnel_pch PRIVATE
     <algorithm> <functional> <memory> <optional> <string> <utility> <vector> <QtCore/QtCore> <QtGui/QtGui>)
 
-# Gives a target the common options and the precompiled header.
+# Gives a target the common options and the precompiled header, which is made for Qt Core and Gui.
 function(varnel_setup_target target)
-    target_link_libraries(${target} PUBLIC varnel_options)
+    target_link_libraries(${target} PUBLIC varnel_options Qt6::Gui)
     target_precompile_headers(${target} REUSE_FROM varnel_pch)
 endfunction()
