@@ -1,0 +1,246 @@
+#include <QDir>
+#include <QDirIterator>
+#include <QDomDocument>
+#include <QTest>
+#include <QTextBlock>
+#include <QTextDocument>
+#include <QTextTable>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+const QDir helpDirectory(u"" VARNEL_SOURCE_DIR "/help"_s);
+
+QString read(const QString &path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
+}
+
+/// All pages, as paths relative to the help directory.
+QStringList pages()
+{
+    QStringList result;
+    QDirIterator it(helpDirectory.path(), {u"*.htm*"_s}, QDir::Files, QDirIterator::Subdirectories);
+    while (it.hasNext())
+        result.append(helpDirectory.relativeFilePath(it.next()));
+    result.sort();
+    return result;
+}
+
+/// The page as the help window shows it.
+std::unique_ptr<QTextDocument> show(const QString &page)
+{
+    auto document = std::make_unique<QTextDocument>();
+    document->setHtml(read(helpDirectory.filePath(page)));
+    return document;
+}
+
+QStringList links(const QTextDocument &document)
+{
+    QStringList result;
+    for (QTextBlock block = document.begin(); block.isValid(); block = block.next()) {
+        for (const QTextLayout::FormatRange &range : block.textFormats()) {
+            if (range.format.isAnchor() && !range.format.anchorHref().isEmpty())
+                result.append(range.format.anchorHref());
+        }
+    }
+    return result;
+}
+
+/// The page that a link of another page leads to, relative to the help directory.
+QString target(const QString &page, const QString &link)
+{
+    const QString path = QFileInfo(page).dir().filePath(link.section(u'#', 0, 0));
+    return QDir::cleanPath(path);
+}
+
+QDomElement contents()
+{
+    QFile file(helpDirectory.filePath(u"varnel.xml"_s));
+    QDomDocument document;
+    if (!file.open(QIODevice::ReadOnly) || !document.setContent(&file))
+        return {};
+    return document.documentElement();
+}
+
+QStringList contentsPages()
+{
+    QStringList result;
+    const QDomNodeList nodes = contents().elementsByTagName(u"page"_s);
+    for (int i = 0; i < nodes.count(); ++i)
+        result.append(nodes.at(i).toElement().attribute(u"path"_s));
+    return result;
+}
+
+void collect(const QDomElement &parent, QStringList *faults)
+{
+    for (QDomElement child = parent.firstChildElement(); !child.isNull(); child = child.nextSiblingElement()) {
+        const QString label = child.tagName() == u"page" ? u"name"_s : u"title"_s;
+        if (child.tagName() != u"page" && child.tagName() != u"book")
+            faults->append(child.tagName());
+        else if (child.attribute(label).isEmpty())
+            faults->append(child.tagName() + u" without "_s + label);
+        collect(child, faults);
+    }
+}
+
+/// The shortcuts of the UI configuration: "text: keys".
+QStringList declaredShortcuts()
+{
+    QDomDocument document;
+    document.setContent(read(u"" VARNEL_SOURCE_DIR "/config/uiconfig.xml"_s));
+    QStringList result;
+    const QDomNodeList actions = document.elementsByTagName(u"action"_s);
+    for (int i = 0; i < actions.count(); ++i) {
+        const QDomElement action = actions.at(i).toElement();
+        if (!action.attribute(u"accel"_s).isEmpty())
+            result.append(action.firstChildElement(u"text"_s).text() + u": "_s + action.attribute(u"accel"_s));
+    }
+    result.sort();
+    return result;
+}
+
+QString cellText(const QTextTable &table, int row, int column)
+{
+    return table.cellAt(row, column).firstCursorPosition().block().text();
+}
+
+/// The rows of all tables of a page behind their headings: "first cell: second cell".
+QStringList tableRows(const QTextDocument &document)
+{
+    QStringList result;
+    for (QTextFrame *frame : document.rootFrame()->childFrames()) {
+        const auto *table = qobject_cast<QTextTable *>(frame);
+        for (int row = 1; table && row < table->rows(); ++row)
+            result.append(cellText(*table, row, 0) + u": "_s + cellText(*table, row, 1));
+    }
+    result.sort();
+    return result;
+}
+
+} // namespace
+
+/// The help that comes with the product: whole, linked, and in step with the menus.
+class TestHelp : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init() { QTest::failOnWarning(QRegularExpression(u".?"_s)); }
+
+    void homePageIsThere() { QVERIFY(pages().contains(u"html/index.html"_s)); }
+    void contentsHoldBooksAndPages();
+    void contentsNameEachPageOnce();
+    void firstPageOfTheContentsIsTheHomePage();
+    void pageHasTitleAndDescription_data() { pageRows(); }
+    void pageHasTitleAndDescription();
+    void titlesTellPagesApart();
+    void linksLeadToPages_data() { pageRows(); }
+    void linksLeadToPages();
+    void homePageLeadsEverywhere();
+    void pageSuitsAnyPalette_data() { pageRows(); }
+    void pageSuitsAnyPalette();
+    void pageIsIndexedWhole_data() { pageRows(); }
+    void pageIsIndexedWhole();
+    void shortcutsAreThoseOfTheMenus();
+
+private:
+    static void pageRows();
+};
+
+void TestHelp::pageRows()
+{
+    QTest::addColumn<QString>("page");
+    for (const QString &page : pages())
+        QTest::newRow(qPrintable(page)) << page;
+}
+
+void TestHelp::contentsHoldBooksAndPages()
+{
+    QCOMPARE(contents().attribute(u"name"_s), u"Varnel"_s);
+    QStringList faults;
+    collect(contents(), &faults);
+    QCOMPARE(faults, QStringList());
+}
+
+void TestHelp::contentsNameEachPageOnce()
+{
+    QStringList listed = contentsPages();
+    listed.sort();
+    QCOMPARE(listed, pages());
+}
+
+void TestHelp::firstPageOfTheContentsIsTheHomePage()
+{
+    QCOMPARE(contentsPages().value(0), u"html/index.html"_s);
+}
+
+void TestHelp::pageHasTitleAndDescription()
+{
+    QFETCH(QString, page);
+    const QString title = show(page)->metaInformation(QTextDocument::DocumentTitle);
+    QVERIFY(!title.isEmpty());
+    const QString html = read(helpDirectory.filePath(page));
+    // Search results show the page by these two.
+    QVERIFY(html.contains(u"<title>"_s + title + u"</title>"_s));
+    QVERIFY(html.contains(QRegularExpression(u"<meta name=\"description\" content=\"[^\"<>&]+\">"_s)));
+}
+
+void TestHelp::titlesTellPagesApart()
+{
+    QSet<QString> titles;
+    for (const QString &page : pages())
+        titles.insert(show(page)->metaInformation(QTextDocument::DocumentTitle));
+    QCOMPARE(titles.size(), pages().size());
+}
+
+void TestHelp::linksLeadToPages()
+{
+    QFETCH(QString, page);
+    const auto document = show(page);
+    for (const QString &link : links(*document))
+        QVERIFY2(pages().contains(target(page, link)), qPrintable(link));
+}
+
+void TestHelp::homePageLeadsEverywhere()
+{
+    const QString home = u"html/index.html"_s;
+    QStringList reached{home};
+    const auto document = show(home);
+    for (const QString &link : links(*document))
+        reached.append(target(home, link));
+    reached.sort();
+    QCOMPARE(reached, pages());
+}
+
+void TestHelp::pageSuitsAnyPalette()
+{
+    QFETCH(QString, page);
+    const QString html = read(helpDirectory.filePath(page));
+    static const QRegularExpression unwanted(u"color|<script|<font|\\sstyle=|<style|\\son[a-z]+="_s,
+                                             QRegularExpression::CaseInsensitiveOption);
+    const QRegularExpressionMatch match = unwanted.match(html);
+    QVERIFY2(!match.hasMatch(), qPrintable(match.captured()));
+}
+
+// The full-text index reads ".html" files byte by byte and leaves out the last one.
+void TestHelp::pageIsIndexedWhole()
+{
+    QFETCH(QString, page);
+    QVERIFY(page.endsWith(u".html"));
+    const QString html = read(helpDirectory.filePath(page));
+    QVERIFY(html.endsWith(u"</html>\n"));
+    for (const QChar c : html)
+        QVERIFY2(c.unicode() < 0x80, qPrintable(QString(c)));
+}
+
+void TestHelp::shortcutsAreThoseOfTheMenus()
+{
+    QVERIFY(!declaredShortcuts().isEmpty());
+    QCOMPARE(tableRows(*show(u"html/keyboard.html"_s)), declaredShortcuts());
+}
+
+QTEST_MAIN(TestHelp)
+#include "tst_help.moc"
