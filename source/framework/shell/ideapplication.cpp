@@ -80,7 +80,7 @@ QString IDEApplication::getAppFeature(const QString &name, const QString &defaul
 QPixmap IDEApplication::loadPixmap(const QString &name) const
 {
     const PictureFiles files = pictureFiles(path(PathPlugInRoot), name);
-    const QPixmap pixmap = files.exists() ? loadPicture(files.current()) : QPixmap();
+    QPixmap pixmap = files.exists() ? loadPicture(files.current()) : QPixmap();
     if (pixmap.isNull())
         warnOfMissingPixmap(name);
     return pixmap;

@@ -25,9 +25,9 @@ UiConfig::UiConfig(QMainWindow *window, QString fileName, IconSource loadIcon)
     : m_window(window), m_fileName(std::move(fileName)), m_loadIcon(std::move(loadIcon))
 {}
 
-void UiConfig::addCompanion(const QString &name, Companion companion)
+void UiConfig::addCompanion(const QString &name, const Companion &companion)
 {
-    m_companions.insert(name, std::move(companion));
+    m_companions.insert(name, companion);
 }
 
 void UiConfig::setupActions()
