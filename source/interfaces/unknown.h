@@ -33,7 +33,11 @@ protected:
 /// Gives back the reference that an InterfacePtr holds.
 struct InterfaceReleaser
 {
-    void operator()(QUnknownInterface *object) const { object->release(); }
+    template <typename T>
+    void operator()(T *object) const
+    {
+        object->release();
+    }
 };
 
 /// One reference on an interface, given back at the end of its life. Nobody counts by hand.
