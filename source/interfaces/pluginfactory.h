@@ -10,8 +10,9 @@ class IPluginObject : public QUnknownInterface
 public:
     static constexpr int CustomDocument = 0; ///< offers ICustomDocumentPlugin
     static constexpr int TextDocument = 4;   ///< offers ITextDocumentPlugin
+    static constexpr int Environment = 1;    ///< offers IBuildEnvironment or IExecutionEnvironment, or both
 
-    /// CustomDocument, TextDocument or, for environments, any other number; those are found by queryInterface.
+    /// One of the above. For environments any number but the first two will do: they are found by queryInterface.
     virtual int type() = 0;
 
 protected:
@@ -31,7 +32,7 @@ public:
     virtual IPluginObject *create(const QString &feature) = 0;
     /// The name that the splash screen and the about box show. Libraries of one vendor may share it.
     virtual QString name() = 0;
-    /// The picture beside the name on the splash screen.
+    /// The picture above the name on the splash screen, about 32 pixels high.
     virtual QPixmap logo() = 0;
 
 protected:
