@@ -20,7 +20,7 @@ public:
         (offer<Interfaces>(id, out) || ...);
         if (!*out)
             return QE_NOINTERFACE;
-        addRef();
+        ++m_references;
         return QS_OK;
     }
     unsigned long addRef() override { return m_references++; }

@@ -54,7 +54,7 @@ int slotCount()
         virtual void next() = 0;
 
     protected:
-        ~Next() = default;
+        ~Next() = default; // NOLINT(modernize-use-override): only some have a virtual one
     };
     return slotOf(&Next::next);
 }

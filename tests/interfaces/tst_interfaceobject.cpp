@@ -90,7 +90,9 @@ private Q_SLOTS:
         const InterfacePtr<Plugin> plugin(new Plugin);
         QUnknownInterface *out = nullptr;
         QCOMPARE(plugin->queryInterface(IMemoryVerify::Iid, &out), QS_OK);
-        QCOMPARE(out->release(), 1ul);
+        const InterfacePtr<QUnknownInterface> taken(out);
+        QCOMPARE(plugin->addRef(), 2ul);
+        QCOMPARE(plugin->release(), 2ul);
     }
 
     void addRefGivesTheOldCountAndReleaseTheNew()

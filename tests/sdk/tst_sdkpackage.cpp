@@ -122,7 +122,8 @@ private Q_SLOTS:
         const QStringList headers =
             QDir(QStringLiteral(VARNEL_SOURCE_DIR) + u"/source/interfaces"_s).entryList({u"*.h"_s});
         QVERIFY(headers.contains(u"iproject.h"_s));
-        QCOMPARE(QDir(m_directory.filePath(u"moved/include/varnel"_s)).entryList(QDir::Files), headers);
+        for (const QString &header : headers)
+            QVERIFY2(QFile::exists(m_directory.filePath(u"moved/include/varnel/"_s + header)), qPrintable(header));
     }
 
     void theLibraryIsKnownByItsMetadata()
