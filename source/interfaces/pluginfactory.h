@@ -10,9 +10,13 @@ class IPluginObject : public QUnknownInterface
 public:
     static constexpr int CustomDocument = 0; ///< offers ICustomDocumentPlugin
     static constexpr int TextDocument = 4;   ///< offers ITextDocumentPlugin
+    static constexpr int Environment = 1;    ///< offers IBuildEnvironment or IExecutionEnvironment, or both
 
-    /// CustomDocument, TextDocument or, for environments, any other number; those are found by queryInterface.
+    /// One of the above. For environments any number but the first two will do: they are found by queryInterface.
     virtual int type() = 0;
+
+protected:
+    ~IPluginObject() = default;
 };
 
 /// The root object of a plug-in library. It is a QObject as well, and lives as long as the program.
@@ -28,8 +32,11 @@ public:
     virtual IPluginObject *create(const QString &feature) = 0;
     /// The name that the splash screen and the about box show. Libraries of one vendor may share it.
     virtual QString name() = 0;
-    /// The picture beside the name on the splash screen.
+    /// The picture above the name on the splash screen, about 32 pixels high.
     virtual QPixmap logo() = 0;
+
+protected:
+    ~IPluginFactory() = default;
 };
 
 #define VarnelPluginFactoryIid "{bab36220-f804-44c1-856e-0e01cd1b28d0}"

@@ -1,0 +1,233 @@
+#include "ibuildenvironment.h"
+#include "ibuildevents.h"
+#include "iexecutionenvironment.h"
+#include "interfaceobject.h"
+#include "iproject.h"
+#include "pluginfactory.h"
+#include <QPluginLoader>
+#include <QProcess>
+#include <QTemporaryDir>
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+const QString feature = u"{0b7a3c52-9f51-4c0e-8a52-6f1d3ce0a7d4}"_s;
+
+class Events : public InterfaceObject<IBuildEvents>
+{
+public:
+    void buildFinished(bool success) override { results += success; }
+    void feedback(const QString &text) override { output += text; }
+    void xmlFeedback(const QString &) override {}
+    QString output;
+    QList<bool> results;
+};
+
+class Project : public InterfaceObject<IProject>
+{
+public:
+    explicit Project(const QString &path) : m_path(path) {}
+    QString name() override { return {}; }
+    QString basePath() override { return m_path; }
+    QList<IProjectFolder *> folders() override { return {}; }
+    QList<IProjectFile *> files() override { return {}; }
+    IProjectProperties *properties() override { return nullptr; }
+    QString currentConfiguration() override { return {}; }
+    bool isModified() override { return false; }
+    bool save() override { return false; }
+    void addFiles(QStringList) override {}
+    QString displayName() override { return {}; }
+    bool isActive() override { return true; }
+    void setActive(bool) override {}
+
+private:
+    const QString m_path;
+};
+
+template <typename T>
+unsigned long references(T *object)
+{
+    object->addRef();
+    return object->release();
+}
+
+QString readFile(const QString &path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
+}
+
+} // namespace
+
+class tst_SdkPackage : public QObject
+{
+    Q_OBJECT
+
+    /// Runs CMake; on failure m_output says why.
+    bool cmake(const QStringList &arguments)
+    {
+        QProcess process;
+        process.setProcessChannelMode(QProcess::MergedChannels);
+        process.start(QStringLiteral(CMAKE_PROGRAM), arguments);
+        process.waitForFinished(-1);
+        m_output = process.readAll();
+        return process.error() == QProcess::UnknownError && process.exitCode() == 0;
+    }
+
+    IPluginFactory *factory() { return qobject_cast<IPluginFactory *>(QPluginLoader(m_library).instance()); }
+
+    void writeScript(const QByteArray &text)
+    {
+        QFile script(m_directory.filePath(u"script"_s));
+        QVERIFY(script.open(QIODevice::WriteOnly | QIODevice::Truncate));
+        script.write("#!/bin/sh\n" + text);
+        script.setPermissions(QFile::ReadOwner | QFile::ExeOwner | QFile::WriteOwner);
+    }
+
+    const QString m_sources = QStringLiteral(VARNEL_SOURCE_DIR) + u"/tests/sdk/scriptbuild"_s;
+    QTemporaryDir m_directory;
+    QByteArray m_output;
+    QString m_library;
+
+private Q_SLOTS:
+    /// Installs, moves the installation away, and has a plug-in from outside built and installed against it.
+    void initTestCase()
+    {
+        const QString sources = m_directory.filePath(u"sources"_s);
+        const QString build = m_directory.filePath(u"build"_s);
+        const QString installed = m_directory.filePath(u"installed"_s);
+        const QString moved = m_directory.filePath(u"moved"_s);
+        const QList<QStringList> steps{
+            {u"-E"_s, u"copy_directory"_s, m_sources, sources},
+            {u"--install"_s, QStringLiteral(VARNEL_BINARY_DIR), u"--prefix"_s, installed},
+            {u"-E"_s, u"rename"_s, installed, moved},
+            {u"-S"_s, sources, u"-B"_s, build, u"-G"_s, QStringLiteral(CMAKE_GENERATOR_NAME),
+             u"-DCMAKE_CXX_COMPILER="_s + QStringLiteral(CXX_COMPILER),
+             u"-DCMAKE_CXX_FLAGS=-Wall -Wextra -Werror -Wnon-virtual-dtor -Woverloaded-virtual"_s,
+             u"-DCMAKE_PREFIX_PATH="_s + moved},
+            {u"--build"_s, build},
+            {u"--install"_s, build}};
+        for (const QStringList &step : steps)
+            QVERIFY2(cmake(step), m_output.constData());
+        m_library = moved + u"/plugins/"_s + QStringLiteral(PLUGIN_LIBRARY);
+        QVERIFY2(QFile::exists(m_library), qPrintable(m_library));
+    }
+
+    void init() { QTest::failOnWarning(QRegularExpression(u".?"_s)); }
+
+    void thePackageCarriesEveryInterface()
+    {
+        const QStringList headers =
+            QDir(QStringLiteral(VARNEL_SOURCE_DIR) + u"/source/interfaces"_s).entryList({u"*.h"_s});
+        QVERIFY(headers.contains(u"iproject.h"_s));
+        for (const QString &header : headers)
+            QVERIFY2(QFile::exists(m_directory.filePath(u"moved/include/varnel/"_s + header)), qPrintable(header));
+    }
+
+    void theLibraryIsKnownByItsMetadata()
+    {
+        QCOMPARE(QPluginLoader(m_library).metaData()[u"IID"_s].toString(), IPluginFactory::Iid.toString());
+    }
+
+    void theFactoryPresentsTheLibrary()
+    {
+        QVERIFY2(factory(), qPrintable(QPluginLoader(m_library).errorString()));
+        QCOMPARE(queryInterface<IPluginFactory>(factory()).get(), factory());
+        QCOMPARE(factory()->featureList(), QStringList{feature});
+        QCOMPARE(factory()->name(), u"Script Build"_s);
+        QCOMPARE(factory()->logo().size(), QSize(32, 32));
+    }
+
+    void aFeatureThatIsNotTheLibrarysIsNotCreated()
+    {
+        QVERIFY(!factory()->create(u"{00000000-0000-0000-0000-000000000000}"_s));
+        QVERIFY(!factory()->create(feature.toUpper()));
+    }
+
+    void aCreatedObjectHasOneReference()
+    {
+        IPluginObject *object = factory()->create(feature);
+        QCOMPARE(references(object), 1ul);
+        QVERIFY(object->type() != IPluginObject::CustomDocument && object->type() != IPluginObject::TextDocument);
+        QVERIFY(!queryInterface<IExecutionEnvironment>(object));
+        const auto environment = queryInterface<IBuildEnvironment>(object);
+        QVERIFY(environment);
+        QCOMPARE(object->release(), 1ul);
+        QCOMPARE(references(environment.get()), 1ul);
+    }
+
+    void builds_data()
+    {
+        QTest::addColumn<QByteArray>("script");
+        QTest::addColumn<bool>("success");
+        QTest::addColumn<QString>("output");
+        QTest::newRow("success") << QByteArray("echo $@; pwd") << true << u"build Debug Release\n%1\n"_s;
+        QTest::newRow("failure") << QByteArray("echo no >&2; exit 1") << false << u"no\n"_s;
+        QTest::newRow("unfinished line") << QByteArray("printf a; printf b") << true << u"ab\n"_s;
+    }
+
+    void builds()
+    {
+        QFETCH(QByteArray, script);
+        QFETCH(bool, success);
+        QFETCH(QString, output);
+        writeScript(script);
+        const InterfacePtr<Events> events(new Events);
+        const InterfacePtr<Project> project(new Project(m_directory.path()));
+        {
+            const InterfacePtr<IPluginObject> object(factory()->create(feature));
+            const auto environment = queryInterface<IBuildEnvironment>(object.get());
+            QVERIFY(environment->initialise(events.get(), u"./script"_s));
+            environment->setProject(project.get());
+            environment->build({u"Debug"_s, u"Release"_s}, false);
+            QTRY_COMPARE(events->results, QList<bool>{success});
+        }
+        QCOMPARE(events->output, output.contains(u'%') ? output.arg(m_directory.path()) : output);
+        QCOMPARE(references(events.get()), 1ul); // the plug-in gave back what it had taken
+        QCOMPARE(references(project.get()), 1ul);
+    }
+
+    void aBuildThatIsStoppedIsFinishedAndFailed()
+    {
+        writeScript("exec sleep 1000");
+        const InterfacePtr<Events> events(new Events);
+        const InterfacePtr<IPluginObject> object(factory()->create(feature));
+        const auto environment = queryInterface<IBuildEnvironment>(object.get());
+        QVERIFY(environment->initialise(events.get(), m_directory.filePath(u"script"_s)));
+        environment->build({u"Debug"_s}, true);
+        environment->stop();
+        QTRY_COMPARE(events->results, QList<bool>{false});
+    }
+
+    void aScriptThatIsMissingIsReported()
+    {
+        const InterfacePtr<Events> events(new Events);
+        const InterfacePtr<IPluginObject> object(factory()->create(feature));
+        const auto environment = queryInterface<IBuildEnvironment>(object.get());
+        QVERIFY(!environment->initialise(events.get(), QString()));
+        QVERIFY(!events->output.isEmpty());
+        environment->clean({u"Debug"_s});
+        QTRY_COMPARE(events->results, QList<bool>{false});
+    }
+
+    void theGuideShowsTheseSources_data()
+    {
+        QTest::addColumn<QString>("file");
+        QTest::newRow("CMakeLists.txt") << u"CMakeLists.txt"_s;
+        QTest::newRow("scriptbuild.cpp") << u"scriptbuild.cpp"_s;
+    }
+
+    void theGuideShowsTheseSources()
+    {
+        QFETCH(QString, file);
+        const QString guide = readFile(QStringLiteral(VARNEL_SOURCE_DIR) + u"/docs/plugin-authors.md"_s);
+        const QString source = readFile(m_sources + u'/' + file);
+        QVERIFY(!source.isEmpty());
+        QVERIFY(guide.contains(u"\n"_s + source + u"```\n"_s));
+    }
+};
+
+QTEST_MAIN(tst_SdkPackage)
+#include "tst_sdkpackage.moc"
