@@ -1,7 +1,9 @@
 # The staged tree: laid out like an installation, so that the program runs from the build directory unchanged.
 
 set(VARNEL_STAGE "${CMAKE_BINARY_DIR}/stage")
-add_custom_target(varnel_stage ALL)
+add_custom_target(varnel_staged_files) # what is copied or made from a file
+add_custom_target(varnel_stage ALL)    # these and what is compiled
+add_dependencies(varnel_stage varnel_staged_files)
 
 # Copies one file into the staged tree whenever it changes.
 function(varnel_stage_file source staged)
@@ -37,7 +39,7 @@ function(varnel_finish_stage)
     file(RELATIVE_PATH folder "${PROJECT_SOURCE_DIR}" "${CMAKE_CURRENT_SOURCE_DIR}")
     string(MAKE_C_IDENTIFIER "varnel_stage_files_${folder}" target)
     add_custom_target(${target} DEPENDS ${files})
-    add_dependencies(varnel_stage ${target})
+    add_dependencies(varnel_staged_files ${target})
 endfunction()
 
 file(MAKE_DIRECTORY "${VARNEL_STAGE}/bin" "${VARNEL_STAGE}/plugins")
