@@ -1,7 +1,9 @@
 # The staged tree: laid out like an installation, so that the program runs from the build directory unchanged.
 
 set(VARNEL_STAGE "${CMAKE_BINARY_DIR}/stage")
-add_custom_target(varnel_stage ALL)
+add_custom_target(varnel_staged_files) # what is copied or made from a file
+add_custom_target(varnel_stage ALL)    # these and what is compiled
+add_dependencies(varnel_stage varnel_staged_files)
 
 # Copies one file into the staged tree whenever it changes.
 function(varnel_stage_file source staged)
@@ -9,7 +11,16 @@ function(varnel_stage_file source staged)
     add_custom_command(OUTPUT "${target}"
         COMMAND ${CMAKE_COMMAND} -E copy "${source}" "${target}"
         DEPENDS "${source}" VERBATIM)
-    set_property(GLOBAL APPEND PROPERTY VARNEL_STAGED_FILES "${target}")
+    varnel_stage_output("${target}")
+endfunction()
+
+# Ties a file that a custom command of this folder makes in the staged tree to the default target.
+function(varnel_stage_output target)
+    get_property(known DIRECTORY PROPERTY VARNEL_STAGED_FILES SET)
+    if(NOT known)
+        cmake_language(DEFER CALL varnel_finish_stage)
+    endif()
+    set_property(DIRECTORY APPEND PROPERTY VARNEL_STAGED_FILES "${target}")
 endfunction()
 
 # Copies a folder of product files into the staged tree under its own name.
@@ -22,13 +33,14 @@ function(varnel_stage_directory folder)
     endforeach()
 endfunction()
 
-# Ties all staged files to the default target; called when every folder has been read.
+# One target for the staged files of this folder; called when the folder has been read to its end.
 function(varnel_finish_stage)
-    get_property(files GLOBAL PROPERTY VARNEL_STAGED_FILES)
-    add_custom_target(varnel_staged_files DEPENDS ${files})
-    add_dependencies(varnel_stage varnel_staged_files)
+    get_property(files DIRECTORY PROPERTY VARNEL_STAGED_FILES)
+    file(RELATIVE_PATH folder "${PROJECT_SOURCE_DIR}" "${CMAKE_CURRENT_SOURCE_DIR}")
+    string(MAKE_C_IDENTIFIER "varnel_stage_files_${folder}" target)
+    add_custom_target(${target} DEPENDS ${files})
+    add_dependencies(varnel_staged_files ${target})
 endfunction()
-cmake_language(DEFER DIRECTORY "${PROJECT_SOURCE_DIR}" CALL varnel_finish_stage)
 
 file(MAKE_DIRECTORY "${VARNEL_STAGE}/bin" "${VARNEL_STAGE}/plugins")
 install(DIRECTORY "${VARNEL_STAGE}/" DESTINATION . USE_SOURCE_PERMISSIONS)

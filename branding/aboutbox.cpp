@@ -1,0 +1,93 @@
+#include "branding.h"
+#include <patchlevel.h>
+#include <QApplication>
+#include <QDialog>
+#include <QDialogButtonBox>
+#include <QGridLayout>
+#include <QLabel>
+#include <QListWidget>
+#include <QPainter>
+#include <QPushButton>
+#include <QSvgRenderer>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+QString tr(const char *text)
+{
+    return QCoreApplication::translate("AboutBox", text);
+}
+
+QPixmap productIcon(int size, qreal ratio)
+{
+    QPixmap pixmap(QSize(size, size) * ratio);
+    pixmap.fill(Qt::transparent);
+    QPainter painter(&pixmap);
+    QSvgRenderer(u":/branding/appicon.svg"_s).render(&painter);
+    painter.end();
+    pixmap.setDevicePixelRatio(ratio);
+    return pixmap;
+}
+
+QLabel *addLabel(QGridLayout *layout, int row, const QString &objectName, const QString &text)
+{
+    auto *label = new QLabel(text);
+    label->setObjectName(objectName);
+    label->setTextFormat(Qt::PlainText);
+    label->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    layout->addWidget(label, row, 1);
+    return label;
+}
+
+QListWidget *pluginList(const QStringList &names)
+{
+    auto *list = new QListWidget;
+    list->setObjectName(u"pluginList"_s);
+    list->setSelectionMode(QAbstractItemView::NoSelection);
+    list->addItems(names);
+    if (names.isEmpty())
+        list->addItem(tr("No plug-ins are installed"));
+    list->setMinimumSize(320, 96);
+    list->setSizeAdjustPolicy(QAbstractScrollArea::AdjustToContents);
+    return list;
+}
+
+void enlarge(QLabel *label)
+{
+    QFont font = label->font();
+    font.setPointSizeF(font.pointSizeF() * 1.8);
+    font.setBold(true);
+    label->setFont(font);
+}
+} // namespace
+
+QDialog *aboutBox(const QStringList &names, const QString &text)
+{
+    auto *dialog = new QDialog(QApplication::activeWindow());
+    dialog->setObjectName(u"aboutBox"_s);
+    dialog->setWindowTitle(tr("About Varnel"));
+
+    auto *layout = new QGridLayout(dialog);
+    layout->setHorizontalSpacing(16);
+    auto *icon = new QLabel;
+    icon->setObjectName(u"iconLabel"_s);
+    icon->setPixmap(productIcon(64, dialog->devicePixelRatio()));
+    layout->addWidget(icon, 0, 0, 2, 1, Qt::AlignTop);
+
+    enlarge(addLabel(layout, 0, u"nameLabel"_s, u"Varnel"_s));
+    addLabel(layout, 1, u"versionLabel"_s, tr("Version %1").arg(text));
+    addLabel(layout, 2, u"pluginLabel"_s, tr("Plug-ins:"));
+    layout->addWidget(pluginList(names), 3, 1);
+    addLabel(layout, 4, u"librariesLabel"_s,
+             tr("Running on Qt %1 with Python %2").arg(QLatin1StringView(qVersion()), QLatin1StringView(PY_VERSION)));
+    addLabel(layout, 5, u"licenceLabel"_s, tr("Copyright © The Varnel authors. Free software under the MIT licence."));
+
+    auto *buttons = new QDialogButtonBox(QDialogButtonBox::Ok);
+    buttons->setObjectName(u"buttonBox"_s);
+    QPushButton *ok = buttons->button(QDialogButtonBox::Ok);
+    ok->setDefault(true);
+    QObject::connect(buttons, &QDialogButtonBox::accepted, dialog, &QDialog::accept);
+    layout->addWidget(buttons, 6, 0, 1, 2);
+    ok->setFocus();
+    return dialog;
+}

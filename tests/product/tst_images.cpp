@@ -1,0 +1,180 @@
+#include <cmath>
+#include <QDir>
+#include <QFile>
+#include <QImage>
+#include <QPainter>
+#include <QSvgRenderer>
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+const QString stage = QStringLiteral(VARNEL_STAGE_DIR "/images");
+const QString source = QStringLiteral(VARNEL_SOURCE_DIR "/images");
+
+const QStringList actions =
+    u"fileNew fileOpen fileClose fileCloseAll fileSave fileSaveAs fileSaveAll filePrint fileExit fileProperties "
+    "fileRevert editUndo editRedo editCut editCopy editPaste editRemove editInsertFile editComment editUncomment "
+    "editIndent editUnindent editFind editReplace editFindInFiles editSelectAll editLookupNextLine viewGotoLine "
+    "viewNavigator viewOutput projectNew projectOpen projectRepopulate projectGenerateMakefile projectClose "
+    "projectSave projectInsertFiles projectInsertFilesAlt projectInsertProject projectProperties "
+    "projectPropertiesAlt buildCompileFile buildBuild buildRebuild buildClean buildBuildAlt buildRebuildAlt "
+    "buildCleanAlt buildStopBuild buildBatchBuild buildConfigurationsNew buildConfigurationsEdit debugRun "
+    "debugAttach debugRunToCursor debugStepOver debugStepInto debugPause debugStop debugRestart debugWakeup "
+    "debugShowNext debugBreakpoints debugToggleBreakpoint debugViewDisassembly debugToggleRegisterWindow "
+    "debugTogglePeripheralWindow debugToggleWatchWindow debugToggleMemoryWindow toolsMacroNew toolsMacroEdit "
+    "toolsCustomise toolsOptions windowNew windowSplit windowClose windowCloseAll windowCascade windowTile "
+    "windowNext windowPrev helpSearch helpHome helpBack helpForward helpPrevious helpNext helpAbout"_s.toLower()
+        .split(u' ');
+
+/// What the code asks for besides the actions' pictures, by size of the drawing.
+const QMap<int, QString> others{
+    {16, u"headerfile csourcefile pythonsourcefile textfile treeworkspace treeproject treeprojectinactive treefolder "
+         "treefolderopen treesourcefile treebook treebookopen treepage markerenabledbreak markerenabledbreak2 "
+         "markerdisabledbreak markerdisabledbreak2 markermultiplebreak markermultiplebreak2 markercurrent "
+         "markerlookup"_s},
+    {32, u"projecttemplate"_s},
+    {64, u"appicon"_s},
+};
+
+/// The names in the map file and those of our own drawings.
+QStringList sourceNames()
+{
+    QStringList names;
+    QFile map(source + u"/icons.map"_s);
+    if (map.open(QIODevice::ReadOnly | QIODevice::Text)) {
+        const QStringList lines = QString::fromUtf8(map.readAll()).split(u'\n');
+        for (const QString &line : lines)
+            if (!line.isEmpty() && !line.startsWith(u'#'))
+                names << line.section(u' ', 0, 0);
+    }
+    const QFileInfoList drawings = QDir(source + u"/varnel"_s).entryInfoList({u"*.svg"_s});
+    for (const QFileInfo &drawing : drawings)
+        names << drawing.completeBaseName();
+    return names;
+}
+
+/// The picture in its own size, transparent where nothing is drawn; null if the file is missing or broken.
+QImage render(const QString &file)
+{
+    QSvgRenderer renderer(file);
+    if (!renderer.isValid())
+        return {};
+    QImage image(renderer.defaultSize(), QImage::Format_ARGB32_Premultiplied);
+    image.fill(Qt::transparent);
+    QPainter painter(&image);
+    renderer.render(&painter);
+    return image;
+}
+
+double luminance(QRgb colour)
+{
+    const auto linear = [](int value) {
+        const double v = value / 255.0;
+        return v <= 0.04045 ? v / 12.92 : std::pow((v + 0.055) / 1.055, 2.4);
+    };
+    return 0.2126 * linear(qRed(colour)) + 0.7152 * linear(qGreen(colour)) + 0.0722 * linear(qBlue(colour));
+}
+
+/// How a colour stands out from another: 1 not at all, 21 black on white.
+double contrast(QRgb a, QRgb b)
+{
+    const auto [low, high] = std::minmax({luminance(a), luminance(b)});
+    return (high + 0.05) / (low + 0.05);
+}
+
+/// How many pixels of a picture stand out well from its background.
+int pixelsThatStandOut(const QImage &picture, QRgb background)
+{
+    QImage image(picture.size(), QImage::Format_RGB32);
+    image.fill(background);
+    QPainter(&image).drawImage(0, 0, picture);
+    int count = 0;
+    for (int y = 0; y < image.height(); ++y)
+        for (int x = 0; x < image.width(); ++x)
+            count += contrast(image.pixel(x, y), background) >= 3.0;
+    return count;
+}
+} // namespace
+
+class tst_images : public QObject
+{
+    Q_OBJECT
+private Q_SLOTS:
+    void init() { QTest::failOnWarning(QRegularExpression(u".?"_s)); }
+
+    void pictureIsThereAndReadable_data()
+    {
+        QTest::addColumn<QString>("file");
+        QTest::addColumn<QRgb>("background");
+        const QStringList names = sourceNames();
+        for (const QString &name : names) {
+            QTest::addRow("light %s", qPrintable(name)) << stage + u'/' + name + u".svg"_s << QRgb(0xffeff0f1);
+            QTest::addRow("dark %s", qPrintable(name)) << stage + u"/dark/"_s + name + u".svg"_s << QRgb(0xff31363b);
+        }
+    }
+    void pictureIsThereAndReadable()
+    {
+        QFETCH(const QString, file);
+        QFETCH(const QRgb, background);
+        const QImage picture = render(file);
+        QVERIFY2(!picture.isNull(), qPrintable(file));
+        const int count = pixelsThatStandOut(picture, background);
+        QVERIFY2(count >= 12, qPrintable(u"only %1 pixels of %2 stand out"_s.arg(count).arg(file)));
+    }
+
+    void nameHasAPictureOfItsSize_data()
+    {
+        QTest::addColumn<int>("size");
+        for (const QString &action : actions)
+            QTest::newRow(qPrintable(action)) << 22;
+        for (auto [size, names] : others.asKeyValueRange())
+            for (const QString &name : names.split(u' '))
+                QTest::newRow(qPrintable(name)) << size;
+    }
+    void nameHasAPictureOfItsSize()
+    {
+        QFETCH(const int, size);
+        const QString name = QString::fromLatin1(QTest::currentDataTag());
+        QCOMPARE(render(stage + u'/' + name + u".svg"_s).size(), QSize(size, size));
+        QCOMPARE(render(stage + u"/dark/"_s + name + u".svg"_s).size(), QSize(size, size));
+    }
+
+    void aNameIsGivenOnce()
+    {
+        QStringList names = sourceNames();
+        QVERIFY(names.size() >= actions.size());
+        QCOMPARE(names.removeDuplicates(), 0);
+    }
+
+    void commandsLookDifferent()
+    {
+        QHash<QString, QImage> pictures;
+        for (const QString &action : actions)
+            pictures[action] = render(stage + u'/' + action + u".svg"_s);
+        QStringList same;
+        for (const QString &a : actions)
+            for (const QString &b : actions)
+                if (a < b && b != a + u"alt"_s && pictures[a] == pictures[b])
+                    same << a + u" = "_s + b;
+        QCOMPARE(same.join(u'\n'), QString());
+    }
+
+    void otherCommandForTheSelectedProjectLooksTheSame()
+    {
+        for (const QString &action : actions)
+            if (action.endsWith(u"alt"_s))
+                QCOMPARE(render(stage + u'/' + action + u".svg"_s),
+                         render(stage + u'/' + action.chopped(3) + u".svg"_s));
+    }
+
+    void licenceOfTheThemeComesAlong()
+    {
+        QFile licence(stage + u"/COPYRIGHT.breeze"_s);
+        QVERIFY(licence.open(QIODevice::ReadOnly));
+        QVERIFY(licence.readAll().contains("LGPL"));
+    }
+};
+
+QTEST_MAIN(tst_images)
+#include "tst_images.moc"
