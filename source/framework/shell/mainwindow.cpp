@@ -31,6 +31,7 @@ MainWindow::MainWindow(QWidget *parent)
     , m_recentWorkspaces(u"RecentFiles/Workspace"_s, RecentLimit, application()->settings())
 {
     setWindowIcon(application()->loadIcon(u"appicon.png"_s));
+    setIconSize(QSize(22, 22)); // what the pictures are drawn for
     setupStatusBar();
     setupCentralArea();
     setupActions();

@@ -1,17 +1,17 @@
 #include "pictures.h"
-#include <QApplication>
+#include <QGuiApplication>
 #include <QFileInfo>
 #include <QIconEngine>
 #include <QPainter>
 #include <QPalette>
 #include <QPixmapCache>
-#include <QStyle>
-#include <QStyleOption>
 #include <QSvgRenderer>
 
 using namespace Qt::StringLiterals;
 
 namespace {
+constexpr qreal DisabledOpacity = 0.35; // as faint as disabled text
+
 bool isVectorPicture(const QString &file)
 {
     return file.endsWith(".svg"_L1);
@@ -28,7 +28,7 @@ QString existingFile(const QString &file)
 }
 
 /// Draws a vector picture, centred, into @p pixels device pixels. Null if the file cannot be read.
-QPixmap drawVectorPicture(const QString &file, const QSize &pixels)
+QPixmap drawVectorPicture(const QString &file, const QSize &pixels, qreal opacity = 1)
 {
     QSvgRenderer renderer(file);
     if (!renderer.isValid())
@@ -38,6 +38,7 @@ QPixmap drawVectorPicture(const QString &file, const QSize &pixels)
     QRectF area(QPointF(), QSizeF(renderer.defaultSize().scaled(pixels, Qt::KeepAspectRatio)));
     area.moveCenter(QRectF(QPointF(), QSizeF(pixels)).center());
     QPainter painter(&pixmap);
+    painter.setOpacity(opacity);
     renderer.render(&painter, area);
     return pixmap;
 }
@@ -54,12 +55,7 @@ public:
         QPixmap pixmap;
         if (QPixmapCache::find(key, &pixmap))
             return pixmap;
-        pixmap = drawVectorPicture(m_files.current(), size);
-        if (mode != QIcon::Normal && !pixmap.isNull()) {
-            QStyleOption option;
-            option.palette = QGuiApplication::palette();
-            pixmap = QApplication::style()->generatedIconPixmap(mode, pixmap, &option);
-        }
+        pixmap = drawVectorPicture(m_files.current(), size, mode == QIcon::Disabled ? DisabledOpacity : 1);
         QPixmapCache::insert(key, pixmap);
         return pixmap;
     }
