@@ -3,10 +3,12 @@
 #include <QXmlStreamReader>
 
 namespace {
-constexpr int MaximumDepth = 200;
+constexpr int MaximumDepth = 1000;
 
 bool isShallow(const QByteArray &content)
 {
+    if (content.count("</") <= MaximumDepth)
+        return true; // what is nested has an end tag, or the file is none that can be parsed
     QXmlStreamReader reader(content);
     for (int depth = 0; !reader.atEnd();) {
         reader.readNext();
@@ -16,6 +18,19 @@ bool isShallow(const QByteArray &content)
             --depth;
     }
     return true; // what else is wrong with it the parser says
+}
+
+/// The document that @p content makes; null if it makes none. The last one is kept, because start-up reads the same
+/// file several times over.
+QDomDocument parsed(const QByteArray &content)
+{
+    static auto &last = *new QPair<QByteArray, QDomDocument>; // lives longer than every static object
+    if (last.second.isNull() || last.first != content) {
+        QDomDocument document;
+        const bool isGood = isShallow(content) && document.setContent(content);
+        last = {content, isGood ? document : QDomDocument()};
+    }
+    return last.second;
 }
 } // namespace
 
@@ -27,10 +42,8 @@ QDomDocument readUiDocument(const QString &path, const char *reader)
         content = file.readAll();
     else
         qWarning("%s: Cannot open ui config file (%s)", reader, qPrintable(path));
-    QDomDocument document;
-    if (!isShallow(content) || !document.setContent(content)) {
+    const QDomDocument document = parsed(content);
+    if (document.isNull())
         qWarning("%s: Cannot parse ui config file (%s)", reader, qPrintable(path));
-        return {};
-    }
     return document;
 }
