@@ -100,6 +100,7 @@ bool Project::loadFromXml(const QString &text)
 
 bool Project::read(ProjectXmlReader &xml, QXmlStreamAttributes *attributes)
 {
+    const QString oldConfiguration = m_currentConfiguration;
     xml.readNextStartElement(); // the root, whatever its tag
     *attributes = xml.attributes();
     while (xml.readNextStartElement())
@@ -107,6 +108,7 @@ bool Project::read(ProjectXmlReader &xml, QXmlStreamAttributes *attributes)
     if (!xml.finish()) {
         deleteChildren();
         m_properties = ProjectProperties(this);
+        m_currentConfiguration = oldConfiguration;
         return false;
     }
     if (!m_properties.hasConfigurations())

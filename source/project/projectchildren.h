@@ -38,7 +38,8 @@ public:
     {
         while (!m_items.isEmpty()) {
             Child *child = m_items.takeFirst();
-            --child->m_listings;
+            if (--child->m_listings > 0)
+                child->m_listings -= quint32(m_items.removeAll(child));
             if (child->isChildOf(folder, project))
                 return child;
         }

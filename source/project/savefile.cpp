@@ -40,5 +40,6 @@ bool saveFile(const QString &fileName, const QByteArray &content)
     if (!file.open(QIODevice::WriteOnly))
         return false;
     keepOwner(file, fileName);
-    return file.write(content) == content.size() && file.commit(); // commit() alone overlooks a short write
+    // commit() alone overlooks a short write, of a large text in write() as of a small one in flush()
+    return file.write(content) == content.size() && file.flush() && file.commit();
 }

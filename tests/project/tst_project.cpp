@@ -267,7 +267,6 @@ private Q_SLOTS:
         QVERIFY(!project.load(m_directory->filePath(u"missing.vnp"_s)));
         QCOMPARE(project.name(), u"missing"_s);
         QVERIFY(!project.load(m_directory->path()));
-        QVERIFY(!project.load(QString()));
         QVERIFY(!project.openedOK());
     }
 

@@ -92,15 +92,33 @@ private Q_SLOTS:
         QVERIFY(QFileInfo(m_directory->path()).isDir());
     }
 
+    void fullDiskLeavesTheOldFile_data()
+    {
+        QTest::addColumn<int>("space");
+        QTest::addColumn<int>("size");
+        QTest::newRow("no space") << 0 << 1;
+        QTest::newRow("one byte too many") << 1000 << 1001;
+        QTest::newRow("buffered") << 1000 << 3000;
+        QTest::newRow("unbuffered") << 1000 << 100'000;
+    }
     void fullDiskLeavesTheOldFile()
     {
+        QFETCH(int, space);
+        QFETCH(int, size);
         writeOld("old");
         {
-            const SmallDisk disk(1000);
-            QVERIFY(!saveFile(m_fileName, QByteArray(100'000, 'x')));
+            const SmallDisk disk(static_cast<rlim_t>(space));
+            QVERIFY(!saveFile(m_fileName, QByteArray(size, 'x')));
         }
         QCOMPARE(read(m_fileName), "old");
         QCOMPARE(QDir(m_directory->path()).entryList(QDir::Files), QStringList(u"p.vnp"_s));
+    }
+
+    void aDiskThatIsJustLargeEnoughTakesTheFile()
+    {
+        const SmallDisk disk(1000);
+        QVERIFY(saveFile(m_fileName, QByteArray(1000, 'x')));
+        QCOMPARE(QFileInfo(m_fileName).size(), 1000);
     }
 
     void fullDeviceIsNoticed()
