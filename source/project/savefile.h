@@ -1,0 +1,7 @@
+#pragma once
+#include <QString>
+
+/// Writes @p content into @p fileName as a whole or not at all: when false comes back, for a full disk as for a file
+/// that may not be written, the old file is still there untouched. Symbolic links, permissions and, as far as the
+/// system allows it, owner and group stay as they are.
+[[nodiscard]] bool saveFile(const QString &fileName, const QByteArray &content);
