@@ -33,6 +33,8 @@ void savePlacement(QSettings &settings, const WindowPlacement &placement)
 
 WindowPlacement restoredPlacement(WindowPlacement stored, const QRect &available)
 {
+    if (available.isEmpty())
+        return stored; // no screen is connected
     stored.x = std::max(stored.x, available.left());
     stored.y = std::max(stored.y, available.top());
     if (stored.x > available.width())
