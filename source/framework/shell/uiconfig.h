@@ -5,6 +5,7 @@
 #include <QString>
 class PopupMenu;
 class QAction;
+class QDomDocument;
 class QDomElement;
 class QMainWindow;
 class ToolBar;
@@ -41,7 +42,7 @@ private:
     void connectAction(QAction *action, const QDomElement &element);
     void createToolBar(const QDomElement &element);
     PopupMenu *createSubMenu(const QDomElement &element);
-    [[nodiscard]] QDomElement section(const QString &name) const;
+    [[nodiscard]] QDomDocument read() const;
 
     QMainWindow *const m_window;
     const QString m_fileName;
