@@ -98,10 +98,12 @@ void UiConfig::createToolBar(const QDomElement &element)
         if (child.tagName() != "action"_L1)
             continue;
         const QString name = child.attribute(u"name"_s);
-        if (QAction *known = action(name))
-            bar->addAction(known);
-        else
+        QAction *known = action(name);
+        if (!known) {
             qWarning("MainWindow::setupToolbars: Action not understood (%s)", qPrintable(name));
+            continue;
+        }
+        bar->addAction(known);
         if (const Companion companion = m_companions.value(name))
             companion(bar);
     }

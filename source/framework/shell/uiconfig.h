@@ -22,7 +22,7 @@ public:
 
     UiConfig(QMainWindow *window, QString fileName, IconSource loadIcon);
 
-    /// Has @p companion called for a tool bar straight after the action @p name was added to it.
+    /// Has @p companion called for a tool bar each time that the action @p name was added to it.
     void addCompanion(const QString &name, Companion companion);
 
     void setupActions();
