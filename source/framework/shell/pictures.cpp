@@ -20,11 +20,11 @@ bool isVectorPicture(const QString &file)
 /// @p file or, if it is absent, the vector picture of the same base name; empty if there is neither.
 QString existingFile(const QString &file)
 {
-    if (QFileInfo::exists(file))
-        return file;
     const QFileInfo info(file);
+    if (info.isFile())
+        return file;
     const QString vector = info.path() + u'/' + info.completeBaseName() + u".svg"_s;
-    return QFileInfo::exists(vector) ? vector : QString();
+    return QFileInfo(vector).isFile() ? vector : QString();
 }
 
 /// Draws a vector picture, centred, into @p pixels device pixels. Null if the file cannot be read.
