@@ -42,6 +42,14 @@ QPixmap drawVectorPicture(const QString &file, const QSize &pixels)
     return pixmap;
 }
 
+/// Draws a picture of either kind into @p pixels device pixels.
+QPixmap drawPicture(const QString &file, const QSize &pixels)
+{
+    if (isVectorPicture(file))
+        return drawVectorPicture(file, pixels);
+    return QPixmap(file).scaled(pixels, Qt::KeepAspectRatio, Qt::SmoothTransformation);
+}
+
 class PictureIconEngine : public QIconEngine
 {
 public:
@@ -54,7 +62,7 @@ public:
         QPixmap pixmap;
         if (QPixmapCache::find(key, &pixmap))
             return pixmap;
-        pixmap = drawVectorPicture(m_files.current(), size);
+        pixmap = drawPicture(m_files.current(), size);
         if (mode != QIcon::Normal && !pixmap.isNull()) {
             QStyleOption option;
             option.palette = QGuiApplication::palette();
@@ -113,5 +121,6 @@ QIcon pictureIcon(const PictureFiles &files)
 {
     if (!files.exists())
         return {};
-    return isVectorPicture(files.light) ? QIcon(new PictureIconEngine(files)) : QIcon(files.current());
+    const bool vector = isVectorPicture(files.light) || isVectorPicture(files.dark);
+    return vector ? QIcon(new PictureIconEngine(files)) : QIcon(files.current());
 }
