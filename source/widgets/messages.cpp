@@ -1,4 +1,5 @@
 #include "messages.h"
+#include <QAbstractButton>
 
 using namespace Qt::StringLiterals;
 
@@ -28,7 +29,8 @@ QMessageBox::StandardButton showMessage(QMessageBox::Icon icon, QWidget *parent,
         box.addButton(button);
     box.setDefaultButton(buttons.first());
     box.setEscapeButton(escapeButton(buttons));
-    return static_cast<QMessageBox::StandardButton>(box.exec());
+    box.exec();
+    return box.clickedButton() ? box.standardButton(box.clickedButton()) : escapeButton(buttons);
 }
 
 QMessageBox::StandardButton showInformation(QWidget *parent, const QString &text,

@@ -37,8 +37,10 @@ void PluginManager::loadLibrary(const QString &file, bool reportStrangers)
         return;
     }
     const QStringList features = factory->featureList();
-    for (const QString &feature : features)
-        m_features.append({feature, factory});
+    for (const QString &feature : features) {
+        if (!this->factory(feature))
+            m_features.append({feature, factory});
+    }
 }
 
 QStringList PluginManager::featureList() const

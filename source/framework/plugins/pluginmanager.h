@@ -20,7 +20,7 @@ public:
     /// @p ownDirectory is the program's own: libraries there that are no plug-ins are nothing to report.
     explicit PluginManager(const QStringList &directories, const QString &ownDirectory = {});
 
-    /// All features, in the order of directories, files and the libraries' own lists.
+    /// All features, each once, in the order of directories, files and the libraries' own lists.
     [[nodiscard]] QStringList featureList() const;
     /// The first factory that offers @p feature, null if there is none. It lives as long as the program.
     [[nodiscard]] IPluginFactory *factory(const QString &feature) const;

@@ -1,8 +1,8 @@
 #pragma once
-#include <QDir>
-#include <QMap>
 #include <functional>
 #include <optional>
+#include <QDir>
+#include <QMap>
 
 /// Names of the well-known directories. The numbers are fixed: scripts use them.
 enum PathId {

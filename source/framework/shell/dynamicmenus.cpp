@@ -33,6 +33,11 @@ QString numberedText(int index, const QString &name)
     return u'&' + QString::number(index + 1) + u' ' + name;
 }
 
+QString commandText(const QString &text, const QString &project, int projectCount)
+{
+    return projectCount > 1 ? text + u" ("_s + project + u')' : text;
+}
+
 void fillRecentList(PopupMenu *menu, const QStringList &paths, bool enabled, const Activated &activated)
 {
     if (!menu)

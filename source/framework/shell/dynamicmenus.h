@@ -21,6 +21,10 @@ using Activated = PopupMenu::Activated;
 /// "&1 name", "&2 name", ... as lists of files, windows and tools number their entries; @p index counts from 0.
 [[nodiscard]] QString numberedText(int index, const QString &name);
 
+/// What the menu says of a command that a plug-in adds for @p project: with several projects in the workspace it bears
+/// the project's name.
+[[nodiscard]] QString commandText(const QString &text, const QString &project, int projectCount);
+
 /// Clears the whole menu, then inserts the paths, numbered.
 void fillRecentList(PopupMenu *menu, const QStringList &paths, bool enabled, const Activated &activated);
 /// The entries, numbered, stand at the end behind a separator.

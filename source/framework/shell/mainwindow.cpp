@@ -1,5 +1,9 @@
 #include "mainwindow.h"
+#include "ibuildenvironment.h"
 #include "ideapplication.h"
+#include "iexecutionenvironment.h"
+#include "project.h"
+#include "projectworkspace.h"
 #include "toolbar.h"
 #include "uidocument.h"
 #include <QAction>
@@ -168,7 +172,7 @@ void MainWindow::setState(ActivityState state)
 {
     const bool changed = state != m_state;
     if (changed)
-        emitActivity(activityAvailability(state, {}));
+        emitActivity(activityAvailability(state, activityContext()));
     if (changed && !isDebugState(state)) {
         for (QLabel *label : std::as_const(m_statusLabels))
             label->hide();
@@ -212,18 +216,46 @@ void MainWindow::emitActivity(const ActivityAvailability &available)
     Q_EMIT attachAvailable(available.attach);
 }
 
+Project *MainWindow::currentProject() const
+{
+    return m_projectWorkspace ? m_projectWorkspace->currentProject() : nullptr;
+}
+
+ActivityContext MainWindow::activityContext() const
+{
+    const Project *project = currentProject();
+    IExecutionEnvironment *environment = project ? project->executionInterface() : nullptr;
+    return {.workspace = m_projectWorkspace != nullptr,
+            .project = project != nullptr,
+            .executionEnvironment = environment != nullptr,
+            .canAttach = environment && environment->canAttach()};
+}
+
+bool MainWindow::canCompileCurrentFile() const
+{
+    if (!m_projectWorkspace || m_currentFile.isEmpty() || m_state == StateBuilding)
+        return false;
+    const QList<Project *> projects = m_projectWorkspace->projectsContainingFile(m_currentFile);
+    if (projects.isEmpty())
+        return false;
+    const Project *project = projects.first();
+    IBuildEnvironment *environment = project->buildInterface();
+    return environment && environment->canCompile(m_currentFile, project->currentConfiguration());
+}
+
 void MainWindow::refreshCompileAction()
 {
     if (QAction *compile = m_ui.action(u"buildCompileFile"_s)) {
         const QString name = QFileInfo(m_currentFile).fileName();
         compile->setText(QString(m_compileMenuText).replace("%1"_L1, name.isEmpty() ? tr("file") : name));
     }
-    Q_EMIT compileAvailable(false); // no project can contain the file while no workspace is open
+    Q_EMIT compileAvailable(canCompileCurrentFile());
 }
 
 void MainWindow::refreshCaption()
 {
-    setWindowTitle(m_caption + captionSuffix(m_state));
+    const QString workspace = m_projectWorkspace ? u" - "_s + m_projectWorkspace->name() : QString();
+    setWindowTitle(m_caption + workspace + captionSuffix(m_state));
 }
 
 bool MainWindow::event(QEvent *event)

@@ -5,6 +5,7 @@
 #include "uiconfig.h"
 #include "windowgeometry.h"
 #include <QMainWindow>
+class Project;
 class ProjectWorkspace;
 class QComboBox;
 class QLabel;
@@ -201,12 +202,18 @@ private:
     void setActionVisible(const QString &name, bool visible);
     void setActionEnabled(const QString &name, bool enabled);
 
+    /// Null while no workspace is open or it has no project.
+    [[nodiscard]] Project *currentProject() const;
+    [[nodiscard]] ActivityContext activityContext() const;
+    [[nodiscard]] bool canCompileCurrentFile() const;
+
     void emitNothingAvailable();
     void emitActivity(const ActivityAvailability &available);
     void refreshCompileAction();
     void refreshCaption();
 
     UiConfig m_ui;
+    std::unique_ptr<ProjectWorkspace> m_projectWorkspace; ///< null while no workspace is open
     QString m_caption;
     QString m_compileMenuText;
     QString m_currentFile; ///< what the compile command acts on
@@ -214,8 +221,7 @@ private:
     NormalGeometry m_normalGeometry;
     RecentFileList m_recentFiles;
     RecentFileList m_recentWorkspaces;
-    ProjectWorkspace *m_projectWorkspace = nullptr; ///< null while no workspace is open
-    QList<QLabel *> m_statusLabels;                 ///< what plug-ins have to say, hidden until they do
+    QList<QLabel *> m_statusLabels; ///< what plug-ins have to say, hidden until they do
     QLabel *m_cursorLabel = nullptr;
     QComboBox *m_projectDropdown = nullptr;     ///< null if no tool bar has its place
     QAction *m_projectDropdownAction = nullptr; ///< shows and hides it

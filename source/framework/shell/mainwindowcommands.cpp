@@ -1,6 +1,9 @@
+#include "extensioncommands.h"
 #include "ideapplication.h"
 #include "mainwindow.h"
 #include "messages.h"
+#include "project.h"
+#include "projectworkspace.h"
 #include "varnelassert.h"
 #include <QDialog>
 
@@ -364,7 +367,12 @@ void MainWindow::searchBoxFind(const QString &) {}
 
 void MainWindow::searchBoxFindAgain(const QString &) {}
 
-void MainWindow::projectDropdownChanged(int) {}
+void MainWindow::projectDropdownChanged(int index)
+{
+    VARNEL_ASSERT(m_projectWorkspace);
+    if (m_projectWorkspace)
+        m_projectWorkspace->setCurrentProject(index);
+}
 
 void MainWindow::recentFileSelected(int)
 {
@@ -380,10 +388,22 @@ void MainWindow::activateView(int) {}
 
 void MainWindow::executeExternalTool(int) {}
 
-void MainWindow::activateConfiguration(int) {}
+void MainWindow::activateConfiguration(int index)
+{
+    Project *project = currentProject();
+    VARNEL_ASSERT(project);
+    if (project)
+        project->setCurrentConfiguration(project->properties()->configurations().value(index));
+}
 
-void MainWindow::executeBuildExtensionCommand(int) {}
+void MainWindow::executeBuildExtensionCommand(int index)
+{
+    executeBuildExtension(currentProject(), index);
+}
 
-void MainWindow::executeDebugExtensionCommand(int) {}
+void MainWindow::executeDebugExtensionCommand(int index)
+{
+    executeDebugExtension(m_projectWorkspace.get(), index);
+}
 
 void MainWindow::extensionDockWindowSelected(int) {}

@@ -1,4 +1,9 @@
+#include "extensioncommands.h"
+#include "idisassembly.h"
+#include "iexecutionenvironment.h"
 #include "mainwindow.h"
+#include "project.h"
+#include "projectworkspace.h"
 #include "toolbar.h"
 #include <QAction>
 
@@ -47,7 +52,16 @@ void MainWindow::updateRecentWorkspacesMenu()
 
 void MainWindow::updateConfigurationsMenu()
 {
-    DynamicMenus::fillPlain(m_ui.menu(u"buildConfigurationsMenu"_s), {}, [this](int i) { activateConfiguration(i); });
+    QList<MenuEntry> entries;
+    if (const Project *project = currentProject()) {
+        const QStringList names = project->properties()->configurations();
+        for (const QString &name : names)
+            entries.append({.text = name,
+                            .checked = name == project->currentConfiguration(),
+                            .enabled = m_state == StateIdle && names.size() > 1});
+    }
+    DynamicMenus::fillPlain(m_ui.menu(u"buildConfigurationsMenu"_s), entries,
+                            [this](int i) { activateConfiguration(i); });
 }
 
 void MainWindow::updateToolsMenu()
@@ -57,13 +71,17 @@ void MainWindow::updateToolsMenu()
 
 void MainWindow::updateBuildMenu()
 {
-    DynamicMenus::fillAtEnd(m_ui.menu(u"buildMenu"_s), {}, [this](int i) { executeBuildExtensionCommand(i); });
+    DynamicMenus::fillAtEnd(m_ui.menu(u"buildMenu"_s), buildExtensionEntries(currentProject()),
+                            [this](int i) { executeBuildExtensionCommand(i); });
 }
 
 void MainWindow::updateDebugMenu()
 {
-    DynamicMenus::fillGroupsAtEnd(m_ui.menu(u"debugMenu"_s), {}, [this](int i) { executeDebugExtensionCommand(i); });
-    setActionEnabled(u"debugViewDisassembly"_s, false);
+    DynamicMenus::fillGroupsAtEnd(m_ui.menu(u"debugMenu"_s), debugExtensionEntries(m_projectWorkspace.get()),
+                                  [this](int i) { executeDebugExtensionCommand(i); });
+    const Project *project = currentProject();
+    const auto disassembly = queryInterface<IDisassembly>(project ? project->executionInterface() : nullptr);
+    setActionEnabled(u"debugViewDisassembly"_s, disassembly != nullptr);
 }
 
 void MainWindow::updateDebugWindowsMenu()

@@ -1,6 +1,6 @@
 #include "pictures.h"
-#include <QGuiApplication>
 #include <QFileInfo>
+#include <QGuiApplication>
 #include <QIconEngine>
 #include <QPainter>
 #include <QPalette>
@@ -20,15 +20,15 @@ bool isVectorPicture(const QString &file)
 /// @p file or, if it is absent, the vector picture of the same base name; empty if there is neither.
 QString existingFile(const QString &file)
 {
-    if (QFileInfo::exists(file))
-        return file;
     const QFileInfo info(file);
+    if (info.isFile())
+        return file;
     const QString vector = info.path() + u'/' + info.completeBaseName() + u".svg"_s;
-    return QFileInfo::exists(vector) ? vector : QString();
+    return QFileInfo(vector).isFile() ? vector : QString();
 }
 
 /// Draws a vector picture, centred, into @p pixels device pixels. Null if the file cannot be read.
-QPixmap drawVectorPicture(const QString &file, const QSize &pixels, qreal opacity = 1)
+QPixmap drawVectorPicture(const QString &file, const QSize &pixels)
 {
     QSvgRenderer renderer(file);
     if (!renderer.isValid())
@@ -38,9 +38,26 @@ QPixmap drawVectorPicture(const QString &file, const QSize &pixels, qreal opacit
     QRectF area(QPointF(), QSizeF(renderer.defaultSize().scaled(pixels, Qt::KeepAspectRatio)));
     area.moveCenter(QRectF(QPointF(), QSizeF(pixels)).center());
     QPainter painter(&pixmap);
-    painter.setOpacity(opacity);
     renderer.render(&painter, area);
     return pixmap;
+}
+
+/// Draws a picture of either kind into @p pixels device pixels.
+QPixmap drawPicture(const QString &file, const QSize &pixels)
+{
+    if (isVectorPicture(file))
+        return drawVectorPicture(file, pixels);
+    return QPixmap(file).scaled(pixels, Qt::KeepAspectRatio, Qt::SmoothTransformation);
+}
+
+QPixmap faded(const QPixmap &picture)
+{
+    QPixmap result(picture.size());
+    result.fill(Qt::transparent);
+    QPainter painter(&result);
+    painter.setOpacity(DisabledOpacity);
+    painter.drawPixmap(0, 0, picture);
+    return result;
 }
 
 class PictureIconEngine : public QIconEngine
@@ -55,7 +72,9 @@ public:
         QPixmap pixmap;
         if (QPixmapCache::find(key, &pixmap))
             return pixmap;
-        pixmap = drawVectorPicture(m_files.current(), size, mode == QIcon::Disabled ? DisabledOpacity : 1);
+        pixmap = drawPicture(m_files.current(), size);
+        if (mode == QIcon::Disabled)
+            pixmap = faded(pixmap);
         QPixmapCache::insert(key, pixmap);
         return pixmap;
     }
@@ -99,7 +118,7 @@ QPixmap loadPicture(const QString &file)
 {
     if (!isVectorPicture(file))
         return QPixmap(file);
-    const qreal ratio = qApp->devicePixelRatio();
+    const qreal ratio = qGuiApp->devicePixelRatio();
     QPixmap pixmap = drawVectorPicture(file, QSvgRenderer(file).defaultSize() * ratio);
     pixmap.setDevicePixelRatio(ratio);
     return pixmap;
@@ -109,5 +128,6 @@ QIcon pictureIcon(const PictureFiles &files)
 {
     if (!files.exists())
         return {};
-    return isVectorPicture(files.light) ? QIcon(new PictureIconEngine(files)) : QIcon(files.current());
+    const bool vector = isVectorPicture(files.light) || isVectorPicture(files.dark);
+    return vector ? QIcon(new PictureIconEngine(files)) : QIcon(files.current());
 }

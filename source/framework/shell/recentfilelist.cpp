@@ -7,9 +7,9 @@ RecentFileList::RecentFileList(QString key, int maximum, QSettings *settings)
 
 void RecentFileList::add(const QString &path)
 {
-    m_paths.removeAll(path);
+    const bool known = m_paths.removeAll(path) > 0;
     m_paths.prepend(path);
-    if (m_paths.size() > m_maximum)
+    if (!known && m_paths.size() > m_maximum)
         m_paths.removeLast();
 }
 

@@ -14,6 +14,12 @@ QString childText(const QDomElement &element, const QString &name)
     return element.firstChildElement(name).text();
 }
 
+/// A child of the root. Lists of its elements are searched anew at each step once @p document has gone.
+QDomElement section(const QDomDocument &document, const QString &name)
+{
+    return document.documentElement().namedItem(name).toElement();
+}
+
 /// The name of a member function as the string-based connect takes it: '1' stands for a slot, '2' for a signal.
 QByteArray memberName(char kind, const QString &name, const char *arguments)
 {
@@ -32,7 +38,8 @@ void UiConfig::addCompanion(const QString &name, const Companion &companion)
 
 void UiConfig::setupActions()
 {
-    const QDomNodeList elements = section(u"actions"_s).elementsByTagName(u"action"_s);
+    const QDomDocument document = read();
+    const QDomNodeList elements = section(document, u"actions"_s).elementsByTagName(u"action"_s);
     for (int i = 0; i < elements.size(); ++i)
         createAction(elements.at(i).toElement());
 }
@@ -74,7 +81,8 @@ void UiConfig::connectAction(QAction *action, const QDomElement &element)
 
 void UiConfig::setupToolbars()
 {
-    const QDomNodeList elements = section(u"toolbars"_s).elementsByTagName(u"toolbar"_s);
+    const QDomDocument document = read();
+    const QDomNodeList elements = section(document, u"toolbars"_s).elementsByTagName(u"toolbar"_s);
     for (int i = 0; i < elements.size(); ++i)
         createToolBar(elements.at(i).toElement());
 }
@@ -90,10 +98,12 @@ void UiConfig::createToolBar(const QDomElement &element)
         if (child.tagName() != "action"_L1)
             continue;
         const QString name = child.attribute(u"name"_s);
-        if (QAction *known = action(name))
-            bar->addAction(known);
-        else
+        QAction *known = action(name);
+        if (!known) {
             qWarning("MainWindow::setupToolbars: Action not understood (%s)", qPrintable(name));
+            continue;
+        }
+        bar->addAction(known);
         if (const Companion companion = m_companions.value(name))
             companion(bar);
     }
@@ -106,7 +116,8 @@ void UiConfig::setupMenus()
     auto *bar = new QMenuBar(m_window);
     bar->setObjectName(u"menubar"_s);
     m_window->setMenuBar(bar);
-    const QDomElement menus = section(u"menus"_s);
+    const QDomDocument document = read();
+    const QDomElement menus = section(document, u"menus"_s);
     for (QDomElement child = menus.firstChildElement(u"menu"_s); !child.isNull();
          child = child.nextSiblingElement(u"menu"_s))
         bar->addMenu(createSubMenu(child));
@@ -135,9 +146,7 @@ PopupMenu *UiConfig::createSubMenu(const QDomElement &element)
 
 QString UiConfig::title() const
 {
-    return readUiDocument(m_fileName, "MainWindow::getUIConfigDocument")
-        .documentElement()
-        .attribute(u"title"_s, u"Varnel"_s);
+    return read().documentElement().attribute(u"title"_s, u"Varnel"_s);
 }
 
 QAction *UiConfig::action(const QString &name) const
@@ -150,7 +159,7 @@ PopupMenu *UiConfig::menu(const QString &name) const
     return m_window->findChild<PopupMenu *>(name, Qt::FindDirectChildrenOnly);
 }
 
-QDomElement UiConfig::section(const QString &name) const
+QDomDocument UiConfig::read() const
 {
-    return readUiDocument(m_fileName, "MainWindow::getUIConfigDocument").documentElement().namedItem(name).toElement();
+    return readUiDocument(m_fileName, "MainWindow::getUIConfigDocument");
 }

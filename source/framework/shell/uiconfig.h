@@ -5,6 +5,7 @@
 #include <QString>
 class PopupMenu;
 class QAction;
+class QDomDocument;
 class QDomElement;
 class QMainWindow;
 class ToolBar;
@@ -21,7 +22,7 @@ public:
 
     UiConfig(QMainWindow *window, QString fileName, IconSource loadIcon);
 
-    /// Has @p companion called for a tool bar straight after the action @p name was added to it.
+    /// Has @p companion called for a tool bar each time that the action @p name was added to it.
     void addCompanion(const QString &name, const Companion &companion);
 
     void setupActions();
@@ -41,7 +42,7 @@ private:
     void connectAction(QAction *action, const QDomElement &element);
     void createToolBar(const QDomElement &element);
     PopupMenu *createSubMenu(const QDomElement &element);
-    [[nodiscard]] QDomElement section(const QString &name) const;
+    [[nodiscard]] QDomDocument read() const;
 
     QMainWindow *const m_window;
     const QString m_fileName;

@@ -7,8 +7,8 @@ constexpr int MaximumDepth = 1000;
 
 bool isShallow(const QByteArray &content)
 {
-    if (content.count("</") <= MaximumDepth)
-        return true; // what is nested has an end tag, or the file is none that can be parsed
+    if (content.count('<') - content.count("</") <= MaximumDepth)
+        return true; // it has not even so many start tags
     QXmlStreamReader reader(content);
     for (int depth = 0; !reader.atEnd();) {
         reader.readNext();

@@ -9,7 +9,9 @@ using namespace Qt::StringLiterals;
 WindowPlacement loadPlacement(QSettings &settings, const QRect &available)
 {
     const auto number = [&settings](const QString &key, int fallback) {
-        return settings.value(u"Geometry/"_s + key, fallback).toInt();
+        bool isNumber = false;
+        const int value = settings.value(u"Geometry/"_s + key).toString().toInt(&isNumber);
+        return isNumber ? value : fallback;
     };
     return {
         .x = number(u"MainWindowX"_s, available.left() + 50),
@@ -31,6 +33,8 @@ void savePlacement(QSettings &settings, const WindowPlacement &placement)
 
 WindowPlacement restoredPlacement(WindowPlacement stored, const QRect &available)
 {
+    if (available.isEmpty())
+        return stored; // no screen is connected
     stored.x = std::max(stored.x, available.left());
     stored.y = std::max(stored.y, available.top());
     if (stored.x > available.width())

@@ -474,4 +474,4 @@ void TestUiConfig::documentationNamesEverything()
 }
 
 QTEST_MAIN(TestUiConfig)
-#include "tst_uiconfig.moc"
+#include "tst_uiconfigfile.moc"

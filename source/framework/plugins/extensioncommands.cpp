@@ -1,0 +1,75 @@
+#include "extensioncommands.h"
+#include "ibuildenvironment.h"
+#include "iexecutionenvironment.h"
+#include "iextensioncommands.h"
+#include "project.h"
+#include "projectworkspace.h"
+#include "varnelassert.h"
+
+namespace {
+MenuEntry entryOf(const ExtensionCommand &command, const QString &text)
+{
+    return {.text = text, .checked = command.checked, .enabled = command.enabled, .whatsThis = command.whatsThis};
+}
+
+void execute(IExtensionCommands *interface, const ExtensionCommand &command)
+{
+    if (command.enabled)
+        interface->execute(command.id);
+}
+} // namespace
+
+QList<MenuEntry> buildExtensionEntries(const Project *project)
+{
+    const auto interface = queryInterface<IExtensionCommands>(project ? project->buildInterface() : nullptr);
+    if (!interface)
+        return {};
+    QList<MenuEntry> entries;
+    const QList<ExtensionCommand> commands = interface->commands();
+    for (const ExtensionCommand &command : commands)
+        entries.append(entryOf(command, command.text));
+    return entries;
+}
+
+QList<QList<MenuEntry>> debugExtensionEntries(const ProjectWorkspace *workspace)
+{
+    QList<QList<MenuEntry>> groups;
+    for (int i = 0; workspace && i < workspace->count(); ++i) {
+        const Project *project = workspace->project(i);
+        const auto interface = queryInterface<IExtensionCommands>(project->executionInterface());
+        if (!interface)
+            continue;
+        QList<MenuEntry> group;
+        const QList<ExtensionCommand> commands = interface->commands();
+        for (const ExtensionCommand &command : commands)
+            group.append(
+                entryOf(command, DynamicMenus::commandText(command.text, project->name(), workspace->count())));
+        groups.append(group);
+    }
+    return groups;
+}
+
+void executeBuildExtension(const Project *project, int index)
+{
+    const auto commandsIFace = queryInterface<IExtensionCommands>(project ? project->buildInterface() : nullptr);
+    VARNEL_ASSERT(commandsIFace);
+    if (!commandsIFace)
+        return;
+    const QList<ExtensionCommand> commands = commandsIFace->commands();
+    if (index < commands.size())
+        execute(commandsIFace.get(), commands[index]);
+}
+
+void executeDebugExtension(const ProjectWorkspace *workspace, int index)
+{
+    for (int i = 0; workspace && i < workspace->count(); ++i) {
+        const auto interface = queryInterface<IExtensionCommands>(workspace->project(i)->executionInterface());
+        if (!interface)
+            continue;
+        const QList<ExtensionCommand> commands = interface->commands();
+        if (index < commands.size())
+            execute(interface.get(), commands[index]);
+        else
+            index -= int(commands.size());
+    }
+}

@@ -1,0 +1,133 @@
+#include "messages.h"
+#include <QAbstractButton>
+#include <QApplication>
+#include <QtTest>
+
+using namespace Qt::StringLiterals;
+using Buttons = QList<QMessageBox::StandardButton>;
+
+namespace {
+/// Calls @p use with the message box that comes up next; it has to close it.
+void whenBoxIsUp(QObject *context, const std::function<void(QMessageBox *)> &use)
+{
+    QTimer::singleShot(0, context, [use] {
+        auto *box = qobject_cast<QMessageBox *>(QApplication::activeModalWidget());
+        QVERIFY(box);
+        use(box);
+    });
+}
+
+/// The buttons as they stand on the screen, from left to right.
+Buttons fromLeftToRight(const QMessageBox &box)
+{
+    QList<QAbstractButton *> shown = box.buttons();
+    std::ranges::sort(shown, {}, [](const QWidget *button) { return button->x(); });
+    Buttons result;
+    for (QAbstractButton *button : shown)
+        result.append(box.standardButton(button));
+    return result;
+}
+} // namespace
+
+class MessagesTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init()
+    {
+        // The offscreen platform says of every window what it does not support.
+        QTest::failOnWarning(QRegularExpression(u"^(?!This plugin does not support)"_s));
+    }
+
+    void theCaptionIsTheConstant() { QCOMPARE(messageCaption(), u"Varnel"_s); }
+
+    void showsWhatItIsGiven_data()
+    {
+        QTest::addColumn<int>("icon");
+        QTest::newRow("information") << int(QMessageBox::Information);
+        QTest::newRow("warning") << int(QMessageBox::Warning);
+    }
+
+    void showsWhatItIsGiven()
+    {
+        QFETCH(int, icon);
+        QWidget window;
+        whenBoxIsUp(this, [&](QMessageBox *box) {
+            QCOMPARE(box->objectName(), u"messageBox"_s);
+            QCOMPARE(box->windowTitle(), u"Varnel"_s);
+            QCOMPARE(box->text(), u"Cannot save \"<b>.c\".\n\nIs it read-only?"_s);
+            QCOMPARE(box->textFormat(), Qt::PlainText);
+            QCOMPARE(int(box->icon()), icon);
+            QCOMPARE(box->parentWidget(), &window);
+            QCOMPARE(fromLeftToRight(*box), Buttons{QMessageBox::Ok});
+            box->accept();
+        });
+        const QString text = u"Cannot save \"<b>.c\".\n\nIs it read-only?"_s;
+        icon == QMessageBox::Warning ? showWarning(&window, text) : showInformation(&window, text);
+    }
+
+    void buttonsStandInTheirOrder_data()
+    {
+        QTest::addColumn<Buttons>("buttons");
+        QTest::addColumn<QMessageBox::StandardButton>("escape");
+        using enum QMessageBox::StandardButton;
+        QTest::newRow("OK") << Buttons{Ok} << Ok;
+        QTest::newRow("OK, Cancel") << Buttons{Ok, Cancel} << Cancel;
+        QTest::newRow("Yes, No") << Buttons{Yes, No} << No;
+        QTest::newRow("Yes, No, Cancel") << Buttons{Yes, No, Cancel} << Cancel;
+        QTest::newRow("OK, No") << Buttons{Ok, No} << No;
+        QTest::newRow("Yes") << Buttons{Yes} << Yes;
+        QTest::newRow("Retry, Ignore") << Buttons{Retry, Ignore} << Ignore;
+    }
+
+    void buttonsStandInTheirOrder()
+    {
+        QFETCH(Buttons, buttons);
+        whenBoxIsUp(this, [&](QMessageBox *box) {
+            Buttons shown = fromLeftToRight(*box);
+            QCOMPARE(shown, buttons);
+            box->reject();
+        });
+        showInformation(nullptr, u"Sure?"_s, buttons);
+    }
+
+    void returnChoosesTheFirst_data() { buttonsStandInTheirOrder_data(); }
+
+    void returnChoosesTheFirst()
+    {
+        QFETCH(Buttons, buttons);
+        whenBoxIsUp(this, [](QMessageBox *box) { QTest::keyClick(box, Qt::Key_Return); });
+        QCOMPARE(showInformation(nullptr, u"Sure?"_s, buttons), buttons.first());
+    }
+
+    void escapeChoosesTheMildest_data() { buttonsStandInTheirOrder_data(); }
+
+    void escapeChoosesTheMildest()
+    {
+        QFETCH(Buttons, buttons);
+        whenBoxIsUp(this, [](QMessageBox *box) { QTest::keyClick(box, Qt::Key_Escape); });
+        QTEST(showWarning(nullptr, u"Sure?"_s, buttons), "escape");
+    }
+
+    void anEndFromElsewhereChoosesTheMildest_data() { buttonsStandInTheirOrder_data(); }
+
+    void anEndFromElsewhereChoosesTheMildest()
+    {
+        QFETCH(Buttons, buttons);
+        whenBoxIsUp(this, [](QMessageBox *box) { box->reject(); });
+        QTEST(showWarning(nullptr, u"Sure?"_s, buttons), "escape");
+        whenBoxIsUp(this, [](QMessageBox *box) { box->accept(); });
+        QTEST(showWarning(nullptr, u"Sure?"_s, buttons), "escape");
+    }
+
+    void returnsTheButtonThatWasPressed()
+    {
+        whenBoxIsUp(this, [](QMessageBox *box) { box->button(QMessageBox::No)->click(); });
+        QCOMPARE(showMessage(QMessageBox::Question, nullptr, u"Reload?"_s, {QMessageBox::Yes, QMessageBox::No}),
+                 QMessageBox::No);
+    }
+};
+
+QTEST_MAIN(MessagesTest)
+#include "tst_messages.moc"

@@ -1,0 +1,199 @@
+#include "pluginfactory.h"
+#include "pluginmanager.h"
+#include <QPluginLoader>
+#include <QtTest>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+const QString Red = QStringLiteral(TESTPLUGIN_RED);
+const QString Green = QStringLiteral(TESTPLUGIN_GREEN);
+const QString Blue = QStringLiteral(TESTPLUGIN_BLUE);
+const QString Stranger = QStringLiteral(TESTPLUGIN_STRANGER);
+const QString NoFactory = QStringLiteral(TESTPLUGIN_NOFACTORY);
+const QString NoPlugin = QStringLiteral(TESTBRANDING);
+
+QByteArray bytesOf(const QString &path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+void write(const QString &path, const QByteArray &bytes)
+{
+    QFile file(path);
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    file.write(bytes);
+}
+
+/// A library as if it had been built for a later Qt. Behind the mark stand the layout's version, then Qt's two numbers.
+QByteArray forAnotherQt(QByteArray library)
+{
+    const QByteArray mark("qt-project!", 12);
+    const auto minor = library.indexOf(mark) + mark.size() + 2;
+    library[minor] = char(QT_VERSION_MINOR + 1);
+    return library;
+}
+
+/// The warning about @p file, in the loader's own words.
+void expectReport(const QString &file)
+{
+    QPluginLoader loader(file);
+    QVERIFY(!qobject_cast<IPluginFactory *>(loader.instance()));
+    QVERIFY(loader.errorString().size() > 5);
+    const QString text = u"PluginManager::loadLibrary: Cannot load plug-in (%1): %2"_s.arg(file, loader.errorString());
+    QTest::ignoreMessage(QtWarningMsg, qPrintable(text));
+}
+} // namespace
+
+class PluginManagerTest : public QObject
+{
+    Q_OBJECT
+
+private:
+    std::unique_ptr<QTemporaryDir> m_root;
+
+    /// A directory of libraries below the temporary one, which is made when it is first asked for.
+    QString directory(const QString &name) const
+    {
+        QDir(m_root->path()).mkpath(name);
+        return m_root->filePath(name);
+    }
+
+    QString install(const QString &library, const QString &place) const
+    {
+        const QString file = directory(QFileInfo(place).path()) + u'/' + QFileInfo(place).fileName();
+        return QFile::copy(library, file) ? file : QString();
+    }
+
+private Q_SLOTS:
+    void init()
+    {
+        QTest::failOnWarning(QRegularExpression(u".?"_s));
+        m_root = std::make_unique<QTemporaryDir>();
+    }
+
+    void directoriesWithoutLibrariesGiveNothing()
+    {
+        const PluginManager manager({directory(u"empty"_s), m_root->filePath(u"missing"_s)});
+        QVERIFY(manager.featureList().isEmpty());
+        QVERIFY(!manager.factory(u"{red}"_s));
+        QVERIFY(!manager.create(u"{red}"_s));
+    }
+
+    void featuresFollowDirectoriesThenFilesThenTheLibrarysOwnList()
+    {
+        install(Red, u"first/b.so"_s);
+        install(Blue, u"first/a.so"_s);
+        install(Green, u"second/a.so"_s);
+        const PluginManager manager({directory(u"first"_s), directory(u"second"_s)});
+        QCOMPARE(manager.featureList().join(u' '), u"{blue} {red} {shared} {green}"_s);
+        const PluginManager other({directory(u"second"_s), directory(u"first"_s)});
+        QCOMPARE(other.featureList().join(u' '), u"{shared} {green} {blue} {red}"_s);
+    }
+
+    void theFirstLibraryThatOffersAFeatureMakesIt()
+    {
+        install(Green, u"first/z.so"_s);
+        install(Red, u"second/a.so"_s);
+        const PluginManager manager({directory(u"first"_s), directory(u"second"_s)});
+        const InterfacePtr<IPluginObject> shared(manager.create(u"{shared}"_s));
+        QCOMPARE(shared->type(), 12);
+        const InterfacePtr<IPluginObject> own(manager.create(u"{red}"_s));
+        QCOMPARE(own->type(), 11);
+    }
+
+    void featuresAreComparedLetterByLetter()
+    {
+        install(Red, u"plugins/a.so"_s);
+        const PluginManager manager({directory(u"plugins"_s)});
+        QVERIFY(manager.factory(u"{red}"_s));
+        QVERIFY(!manager.factory(u"{RED}"_s));
+        QVERIFY(!manager.factory(u"red"_s));
+        QVERIFY(!manager.create(u"{Red}"_s));
+        QVERIFY(!manager.create(QString()));
+    }
+
+    void aCreatedObjectHoldsOneReference()
+    {
+        install(Blue, u"plugins/a.so"_s);
+        const PluginManager manager({directory(u"plugins"_s)});
+        IPluginObject *object = manager.create(u"{blue}"_s);
+        QVERIFY(object != manager.factory(u"{blue}"_s)->create(u"{green}"_s));
+        QCOMPARE(object->addRef(), 2ul);
+        QCOMPARE(object->release(), 1ul);
+        QCOMPARE(object->release(), 0ul);
+    }
+
+    void otherComponentsOfTheToolkitArePassedOver()
+    {
+        install(Stranger, u"plugins/a.so"_s);
+        install(Blue, u"plugins/b.so"_s);
+        const PluginManager manager({directory(u"plugins"_s)});
+        QCOMPARE(manager.featureList(), QStringList{u"{blue}"_s});
+        QPluginLoader stranger(directory(u"plugins"_s) + u"/a.so"_s);
+        QVERIFY2(!stranger.isLoaded(), "it was not even loaded");
+    }
+
+    void whatCannotBeUsedIsReportedAndTheNextIsLoaded_data()
+    {
+        QTest::addColumn<QByteArray>("library");
+        QTest::addColumn<QString>("toolkitSays");
+        QTest::newRow("a text") << QByteArray("This is no library.\n") << QString();
+        QTest::newRow("empty") << QByteArray() << u"failed to map to memory"_s;
+        QTest::newRow("cut off") << bytesOf(Red).first(3000) << QString();
+        QTest::newRow("no plug-in") << bytesOf(NoPlugin) << QString();
+        QTest::newRow("no factory in it") << bytesOf(NoFactory) << QString();
+        QTest::newRow("for another Qt") << forAnotherQt(bytesOf(Red)) << u"Plugin uses incompatible Qt library"_s;
+    }
+
+    void whatCannotBeUsedIsReportedAndTheNextIsLoaded()
+    {
+        QFETCH(QByteArray, library);
+        QFETCH(QString, toolkitSays);
+        for (int i = 0; i < 2 && !toolkitSays.isEmpty(); ++i) // to us and to the manager
+            QTest::ignoreMessage(QtWarningMsg, QRegularExpression(toolkitSays));
+        const QString broken = directory(u"plugins"_s) + u"/a.so"_s;
+        write(broken, library);
+        install(Blue, u"plugins/b.so"_s);
+        expectReport(broken);
+        const PluginManager manager({directory(u"plugins"_s)});
+        QCOMPARE(manager.featureList(), QStringList{u"{blue}"_s});
+    }
+
+    void filesThatAreNoLibrariesByNameArePassedOver()
+    {
+        write(directory(u"plugins"_s) + u"/README.txt"_s, "text");
+        directory(u"plugins/folder.so"_s);
+        install(Red, u"plugins/red.so.bak"_s);
+        const PluginManager manager({directory(u"plugins"_s)});
+        QVERIFY(manager.featureList().isEmpty());
+    }
+
+    void subFoldersAreNotSearched()
+    {
+        install(Red, u"plugins/deeper/a.so"_s);
+        const PluginManager manager({directory(u"plugins"_s)});
+        QVERIFY(manager.featureList().isEmpty());
+    }
+
+    void theProgramsOwnDirectoryMayHoldOtherLibraries()
+    {
+        install(NoPlugin, u"bin/a.so"_s);
+        write(directory(u"bin"_s) + u"/text.so"_s, "This is no library.\n");
+        install(Blue, u"bin/b.so"_s);
+        const PluginManager manager({directory(u"bin"_s)}, directory(u"bin"_s));
+        QCOMPARE(manager.featureList(), QStringList{u"{blue}"_s});
+    }
+
+    void aFactoryOutlivesItsManager()
+    {
+        install(Red, u"plugins/a.so"_s);
+        IPluginFactory *factory = PluginManager({directory(u"plugins"_s)}).factory(u"{red}"_s);
+        m_root.reset();
+        QCOMPARE(factory->name(), u"Ostrand Tools"_s);
+    }
+};
+
+QTEST_GUILESS_MAIN(PluginManagerTest)
+#include "tst_pluginmanager.moc"

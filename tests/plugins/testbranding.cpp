@@ -1,0 +1,32 @@
+#include <QDialog>
+#include <QPixmap>
+#include <QStringList>
+
+using namespace Qt::StringLiterals;
+
+// A branding library that tells what it was asked for: the splash screen in its count, the about box in its caption.
+
+namespace {
+int splashCount = 0;
+}
+
+extern "C" Q_DECL_EXPORT QPixmap *splashScreenPixmap(const QString &version)
+{
+    ++splashCount;
+    auto *picture = new QPixmap(200, 100);
+    picture->fill(version == u"2.9"_s ? Qt::white : Qt::black);
+    return picture;
+}
+
+extern "C" Q_DECL_EXPORT int splashesMade()
+{
+    return splashCount;
+}
+
+extern "C" Q_DECL_EXPORT QDialog *aboutBox(const QStringList &names, const QString &text)
+{
+    auto *dialog = new QDialog;
+    dialog->setObjectName(u"aboutBox"_s);
+    dialog->setWindowTitle(names.join(u';') + u'|' + text);
+    return dialog;
+}
