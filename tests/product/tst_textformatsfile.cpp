@@ -295,4 +295,4 @@ void TestTextFormats::stylesAreUsedSparingly()
 }
 
 QTEST_MAIN(TestTextFormats)
-#include "tst_textformats.moc"
+#include "tst_textformatsfile.moc"
