@@ -7,8 +7,10 @@
 /// Shows @p text with @p buttons in the given order, the first being the default, and returns the one pressed.
 /// Escape stands for Cancel, No or Ok, whichever is there first.
 QMessageBox::StandardButton showMessage(QMessageBox::Icon icon, QWidget *parent, const QString &text,
-                                        const QList<QMessageBox::StandardButton> &buttons = {QMessageBox::Ok});
+                                        const QList<QMessageBox::StandardButton> &buttons = {QMessageBox::Ok},
+                                        const QString &caption = messageCaption());
 QMessageBox::StandardButton showInformation(QWidget *parent, const QString &text,
-                                            const QList<QMessageBox::StandardButton> &buttons = {QMessageBox::Ok});
+                                            const QList<QMessageBox::StandardButton> &buttons = {QMessageBox::Ok},
+                                            const QString &caption = messageCaption());
 QMessageBox::StandardButton showWarning(QWidget *parent, const QString &text,
                                         const QList<QMessageBox::StandardButton> &buttons = {QMessageBox::Ok});
