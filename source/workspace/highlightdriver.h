@@ -28,10 +28,6 @@ public:
     /// Has every line painted anew: the formats have changed.
     void rehighlight();
 
-Q_SIGNALS:
-    /// The last line that was due is up to date.
-    void finished();
-
 protected:
     void timerEvent(QTimerEvent *event) override;
 
@@ -45,8 +41,8 @@ private:
     void slotContentsChange(int from, int removed, int added);
     void shiftRanges(int first, int oldLast, int inserted);
     void addRange(Range added);
-    QTextBlock processNext(const QTextBlock &block);
-    void scheduleIdle();
+    void processUpTo(int blockNumber);
+    void processFirst();
 
     QTextDocument *const m_document;
     SyntaxHighlighter *const m_highlighter;
