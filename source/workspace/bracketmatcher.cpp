@@ -13,10 +13,7 @@ bool areOnePair(QChar a, QChar b)
 } // namespace
 
 BracketSearch::BracketSearch(const QTextBlock &block, int position, bool forward, Prepare prepare)
-    : m_prepare(std::move(prepare))
-    , m_block(block)
-    , m_forward(forward)
-    , m_from(block.position() + position)
+    : m_prepare(std::move(prepare)), m_block(block), m_forward(forward), m_from(block.position() + position)
 {
     m_prepare(block);
     const ParagData *data = paragDataOf(block);

@@ -9,6 +9,7 @@ class View;
 class Document : public QObject
 {
     Q_OBJECT
+    Q_MOC_INCLUDE("view.h")
 public:
     explicit Document(DocumentTemplate *docTemplate);
 

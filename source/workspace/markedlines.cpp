@@ -1,39 +1,26 @@
 #include "markedlines.h"
 #include "paragdata.h"
 #include "viewinterfaces.h"
-#include <QTextCursor>
+#include <QTextDocument>
 
-/// The data of a line that has or had a marker. It knows its line, and its anchor follows the start of the line's text.
+/// The data of a line that has or had a marker, known to its MarkedLines.
 class MarkedParagData : public ParagData
 {
 public:
-    MarkedParagData(MarkedLines *owner, const QTextBlock &block)
-        : m_owner(owner)
-        , m_block(block)
-        , m_anchor(block)
+    MarkedParagData(MarkedLines *owner, const QTextBlock &block) : m_owner(owner)
     {
         if (const ParagData *previous = paragDataOf(block)) {
             parenList = previous->parenList;
             marker = previous->marker;
             endState = previous->endState;
         }
-        m_owner->m_marked.insert(this);
+        m_owner->m_marked.insert(this, {block, QTextCursor(block)});
     }
-    ~MarkedParagData() override { m_owner->m_marked.remove(this); }
+    ~MarkedParagData() override { m_owner->m_looseAnchors.append(m_owner->m_marked.take(this).anchor); }
     Q_DISABLE_COPY_MOVE(MarkedParagData)
-
-    /// The line that the text has moved to, or an invalid one if it is still here. The anchor is at its start again.
-    QTextBlock takeNewPlace()
-    {
-        const QTextBlock place = m_anchor.block();
-        m_anchor.setPosition(m_block.position());
-        return place == m_block ? QTextBlock() : place;
-    }
 
 private:
     MarkedLines *const m_owner;
-    const QTextBlock m_block;
-    QTextCursor m_anchor;
 };
 
 MarkedLines::MarkedLines(QTextDocument *document)
@@ -59,8 +46,8 @@ void MarkedLines::set(const QTextBlock &block, quint32 mask, bool on, bool alter
 
 void MarkedLines::clear(quint32 mask)
 {
-    for (MarkedParagData *data : std::as_const(m_marked))
-        data->marker &= ~mask;
+    for (auto place = m_marked.keyBegin(); place != m_marked.keyEnd(); ++place)
+        (*place)->marker &= ~mask;
 }
 
 quint32 MarkedLines::markers(const QTextBlock &block)
@@ -79,15 +66,21 @@ MarkedParagData *MarkedLines::ensureMarked(QTextBlock block)
     return data;
 }
 
-/// Return at the start of a line leaves the line's data on the empty line above the text; the marker goes with the text.
+/// Return at the start of a line leaves the line's data on the empty line above the text; the marker goes with the
+/// text.
 void MarkedLines::moveWithText()
 {
-    const QSet<MarkedParagData *> marked = m_marked;
-    for (MarkedParagData *data : marked) {
-        const QTextBlock place = data->takeNewPlace();
-        if (!place.isValid() || data->marker == 0)
-            continue;
-        ensureMarked(place)->marker |= data->marker;
-        data->marker = 0;
+    m_looseAnchors.clear();
+    QList<std::pair<MarkedParagData *, QTextBlock>> moved;
+    for (auto it = m_marked.begin(); it != m_marked.end(); ++it) {
+        QTextBlock textBlock = it->anchor.block();
+        if (textBlock != it->block)
+            moved.append({it.key(), textBlock});
+        it->anchor.setPosition(it->block.position());
+    }
+    for (const auto &[data, block] : moved) {
+        const quint32 marker = std::exchange(data->marker, 0);
+        if (marker)
+            ensureMarked(block)->marker |= marker;
     }
 }

@@ -1,8 +1,10 @@
 #pragma once
+#include <QHash>
 #include <QObject>
-#include <QSet>
-#include <QTextDocument>
+#include <QTextBlock>
+#include <QTextCursor>
 class MarkedParagData;
+class QTextDocument;
 
 /// The markers of a text document's lines. They lie in the ParagData of the lines and so ride on them; besides, this
 /// class knows which lines bear any, so that nothing has to walk the document.
@@ -23,8 +25,16 @@ public:
 
 private:
     friend class MarkedParagData;
+    struct Place
+    {
+        QTextBlock block;
+        QTextCursor anchor; ///< at the start of the line's text, and goes with it
+    };
+
     MarkedParagData *ensureMarked(QTextBlock block);
     void moveWithText();
 
-    QSet<MarkedParagData *> m_marked;
+    QHash<MarkedParagData *, Place> m_marked;
+    /// Of lines that are gone. They die later: the document does not allow it while it takes its lines away.
+    QList<QTextCursor> m_looseAnchors;
 };

@@ -53,9 +53,7 @@ bool ownerIsAlive(const QString &swapFile)
 } // namespace
 
 SwapFile::SwapFile(const QString &directory, TextDocument *document)
-    : m_document(document)
-    , m_path(newSwapPath(directory))
-    , m_lock(m_path + LockSuffix)
+    : m_document(document), m_path(newSwapPath(directory)), m_lock(m_path + LockSuffix)
 {
     m_lock.setStaleLockTime(0);
     m_writer.setMaxThreadCount(1);
@@ -90,9 +88,10 @@ void SwapFile::write()
 {
     if (!m_document->modified() || (!m_lock.isLocked() && !m_lock.tryLock()))
         return;
-    m_writer.start([path = m_path, filename = m_document->filename(), text = m_document->text()->toRawText()]() mutable {
-        writeSwapFile(path, filename, text.replace(QChar::ParagraphSeparator, u'\n'));
-    });
+    m_writer.start(
+        [path = m_path, filename = m_document->filename(), text = m_document->text()->toRawText()]() mutable {
+            writeSwapFile(path, filename, text.replace(QChar::ParagraphSeparator, u'\n'));
+        });
 }
 
 void SwapFile::remove()

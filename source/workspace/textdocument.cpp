@@ -5,6 +5,7 @@
 #include "textdocumenttemplate.h"
 #include "textindent.h"
 #include "varnelassert.h"
+#include "view.h"
 #include <QDir>
 #include <QFileInfo>
 #include <QFontMetricsF>
@@ -17,9 +18,7 @@ constexpr int SearchSlice = 2000; ///< lines that the search for a bracket goes 
 }
 
 TextDocument::TextDocument(TextDocumentTemplate *docTemplate)
-    : Document(docTemplate)
-    , m_template(docTemplate)
-    , m_text(std::make_unique<QTextDocument>())
+    : Document(docTemplate), m_template(docTemplate), m_text(std::make_unique<QTextDocument>())
 {
     m_text->setDocumentLayout(new QPlainTextDocumentLayout(m_text.get()));
     m_marked = std::make_unique<MarkedLines>(m_text.get());
@@ -64,8 +63,7 @@ bool TextDocument::open(const QString &filename)
         return load(file);
     const QString native = QDir::toNativeSeparators(filename);
     if (!file.exists()) {
-        const QString question =
-            tr("The following file does not exist:\n%1\n\nDo you want to create it?").arg(native);
+        const QString question = tr("The following file does not exist:\n%1\n\nDo you want to create it?").arg(native);
         const QPointer<TextDocument> self(this);
         return showDocumentWarning(question, {QMessageBox::Yes, QMessageBox::No}) == QMessageBox::Yes && self
                && create(filename);
@@ -246,8 +244,8 @@ void TextDocument::searchBracket()
 
 void TextDocument::setBracketMatch(const QTextCursor &match)
 {
-    const bool same = match.isNull() ? m_bracketMatch.isNull()
-                                     : match == m_bracketMatch && match.anchor() == m_bracketMatch.anchor();
+    const bool same =
+        match.isNull() ? m_bracketMatch.isNull() : match == m_bracketMatch && match.anchor() == m_bracketMatch.anchor();
     if (same)
         return;
     m_bracketMatch = match;

@@ -41,6 +41,7 @@ public:
 
     /// Whether the file's bytes are no UTF-8, so that they are read and written as Latin-1.
     [[nodiscard]] bool isLatin1() const { return m_format.encoding == TextFileFormat::Latin1; }
+    [[nodiscard]] SwapFile *swapFile() const { return m_swap.get(); } ///< null if none is kept
     /// Puts in a text that was rescued from a crash; the file stays as it is until the next save.
     void recover(const QString &text);
 

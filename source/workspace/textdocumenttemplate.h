@@ -24,7 +24,8 @@ public:
     void setEditorHost(EditorHost *host) { m_host = host; }
     /// The directory in which modified documents of this kind keep a copy of their text; none if it is empty.
     void setSwapDirectory(const QString &directory) { m_swapDirectory = directory; }
-    /// Takes over "TabSize", "KeepTabs" and "IndentMode" of the group "Editor". Views follow at their next full refresh.
+    /// Takes over "TabSize", "KeepTabs" and "IndentMode" of the group "Editor". Views follow at their next full
+    /// refresh.
     void readSettings(const QSettings &settings);
 
     [[nodiscard]] bool canCreate() override { return true; }

@@ -92,7 +92,8 @@ DecodedText decodeText(const QByteArray &bytes)
     DecodedText result;
     result.format = detectFormat(bytes);
     const qsizetype mark = result.format.byteOrderMark ? byteOrderMark(result.format.encoding).size() : 0;
-    QStringDecoder decoder(converterEncoding(result.format.encoding), QStringConverter::Flag::ConvertInitialBom);
+    QStringDecoder decoder(converterEncoding(result.format.encoding),
+                           QStringConverter::Flag::ConvertInitialBom | QStringConverter::Flag::Stateless);
     result.text = decoder(QByteArrayView(bytes).sliced(mark));
     if (decoder.hasError() || !keepsBytes(bytes, mark, result.text, result.format.encoding)) {
         result.format = newTextFileFormat();

@@ -12,9 +12,7 @@
 
 using namespace Qt::StringLiterals;
 
-TextMarkerWidget::TextMarkerWidget(TextViewEdit *edit)
-    : QWidget(edit)
-    , m_edit(edit)
+TextMarkerWidget::TextMarkerWidget(TextViewEdit *edit) : QWidget(edit), m_edit(edit)
 {
     setCursor(Qt::ArrowCursor);
 }
@@ -28,16 +26,13 @@ void TextMarkerWidget::paintEvent(QPaintEvent *event)
     painter.fillRect(event->rect(), brush);
     for (const TextViewEdit::Line &line : m_edit->linesAt(event->rect().top(), event->rect().bottom())) {
         if (const ParagData *data = paragDataOf(line.block); data && data->marker)
-            paintMarkers(painter, data->marker, line.rect);
+            paintMarkers(painter, data, line.rect);
     }
 }
 
-void TextMarkerWidget::paintMarkers(QPainter &painter, quint32 marker, const QRectF &line)
+void TextMarkerWidget::paintMarkers(QPainter &painter, const ParagData *paragData, const QRectF &line)
 {
-    const struct
-    {
-        quint32 marker;
-    } paragDataValue{marker}, *paragData = &paragDataValue;
+    const quint32 marker = paragData->marker;
     const QString suffix = marker & TextView::AlternateMarker ? u"2.png"_s : u".png"_s;
     if (marker & TextView::MultipleBreakpointMarker) {
         VARNEL_ASSERT((paragData->marker & TextView::DisabledBreakpointMarker) == 0

@@ -4,10 +4,10 @@
 #include <QStyle>
 #include <QStyleOption>
 
-TextSplitterWidget::TextSplitterWidget(QWidget *parent)
-    : QWidget(parent)
+TextSplitterWidget::TextSplitterWidget(QWidget *parent) : QWidget(parent)
 {
     setCursor(Qt::SplitVCursor);
+    setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
     setToolTip(tr("Drag down to split the window"));
 }
 

@@ -15,9 +15,7 @@
 using namespace Qt::StringLiterals;
 
 TextView::TextView(TextDocument *document, QWidget *parent)
-    : View(document, parent)
-    , m_textDocument(document)
-    , m_splitter(new QSplitter(Qt::Vertical))
+    : View(document, parent), m_textDocument(document), m_splitter(new QSplitter(Qt::Vertical))
 {
     auto *layout = new QHBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
@@ -36,6 +34,8 @@ TextView::TextView(TextDocument *document, QWidget *parent)
 TextView::~TextView()
 {
     m_textDocument->text()->disconnect(this);
+    for (TextViewEdit *pane : std::as_const(m_edits))
+        pane->disconnect(this);
     qDeleteAll(m_edits); // while the document is there
 }
 
@@ -72,6 +72,7 @@ void TextView::split()
 void TextView::splitAt(TextViewEdit *pane, int y)
 {
     QList<int> sizes = m_splitter->sizes();
+    const int height = pane->height(); // the new pane takes some at once
     TextViewEdit *added = addPane();
     added->setTextCursor(pane->textCursor());
     added->verticalScrollBar()->setValue(pane->verticalScrollBar()->value());
@@ -81,7 +82,7 @@ void TextView::splitAt(TextViewEdit *pane, int y)
     for (qsizetype i = split + 1; i < m_edits.size(); ++i) {
         if (m_edits[i]->isHidden() && m_edits[i] != added)
             continue;
-        sizes[i] = pane->height() + 1 - y;
+        sizes[i] = height + 1 - y;
         break;
     }
     m_splitter->setSizes(sizes);
@@ -254,11 +255,16 @@ void TextView::insertText(const QString &text)
 
 void TextView::moveCursor(CursorAction action, bool select)
 {
-    static constexpr QTextCursor::MoveOperation Operations[] = {
-        QTextCursor::PreviousCharacter, QTextCursor::NextCharacter, QTextCursor::PreviousWord,
-        QTextCursor::NextWord,          QTextCursor::Up,            QTextCursor::Down,
-        QTextCursor::StartOfLine,       QTextCursor::EndOfLine,     QTextCursor::Start,
-        QTextCursor::End};
+    static constexpr QTextCursor::MoveOperation Operations[] = {QTextCursor::PreviousCharacter,
+                                                                QTextCursor::NextCharacter,
+                                                                QTextCursor::PreviousWord,
+                                                                QTextCursor::NextWord,
+                                                                QTextCursor::Up,
+                                                                QTextCursor::Down,
+                                                                QTextCursor::StartOfLine,
+                                                                QTextCursor::EndOfLine,
+                                                                QTextCursor::Start,
+                                                                QTextCursor::End};
     if (action < 0 || action >= int(std::size(Operations)))
         return;
     m_current->moveCursor(Operations[action], select ? QTextCursor::KeepAnchor : QTextCursor::MoveAnchor);
@@ -329,7 +335,7 @@ void TextView::indentSelection()
         QTextCursor cursor = pane->textCursor();
         cursor.setPosition(block.position());
         pane->setTextCursor(cursor);
-        pane->indentBlock(block);
+        pane->indent();
         QApplication::processEvents();
         if (!pane)
             return;

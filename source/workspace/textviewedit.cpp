@@ -11,9 +11,9 @@
 #include <QAction>
 #include <QMenu>
 #include <QMimeData>
-#include <QPointer>
 #include <QRubberBand>
 #include <QScrollBar>
+#include <QStyle>
 
 using namespace Qt::StringLiterals;
 
@@ -29,10 +29,7 @@ QTextDocument *keptDocument(QPlainTextEdit *edit)
 } // namespace
 
 TextViewEdit::TextViewEdit(TextView *view, TextDocument *document)
-    : m_view(view)
-    , m_document(document)
-    , m_ownDocument(keptDocument(this))
-    , m_margin(new TextMarkerWidget(this))
+    : m_view(view), m_document(document), m_ownDocument(keptDocument(this)), m_margin(new TextMarkerWidget(this))
 {
     setFrameStyle(QFrame::NoFrame);
     setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
@@ -45,9 +42,8 @@ TextViewEdit::TextViewEdit(TextView *view, TextDocument *document)
 
     auto *splitter = new TextSplitterWidget;
     addScrollBarWidget(splitter, Qt::AlignTop);
-    connect(splitter, &TextSplitterWidget::dragStarted, this, [this] {
-        m_rubberBand = std::make_unique<QRubberBand>(QRubberBand::Rectangle, this);
-    });
+    connect(splitter, &TextSplitterWidget::dragStarted, this,
+            [this] { m_rubberBand = std::make_unique<QRubberBand>(QRubberBand::Rectangle, this); });
     connect(splitter, &TextSplitterWidget::dragMoved, this, &TextViewEdit::dragSplitter);
     connect(splitter, &TextSplitterWidget::dragFinished, this, &TextViewEdit::dropSplitter);
 
@@ -61,6 +57,7 @@ TextViewEdit::TextViewEdit(TextView *view, TextDocument *document)
 
 TextViewEdit::~TextViewEdit()
 {
+    const QSignalBlocker quiet(this);
     m_document->disconnect(this);
     setDocument(m_ownDocument);
 }
@@ -201,15 +198,26 @@ void TextViewEdit::pressReturn(QKeyEvent *event)
         return;
     QTextCursor step = textCursor();
     step.joinPreviousEditBlock();
-    indentBlock(step.block());
+    indent();
     step.endEditBlock();
     ensureCursorVisible();
 }
 
-void TextViewEdit::indentBlock(const QTextBlock &block)
+/// A cursor in the line's text stays with it, one before the text goes to its start.
+void TextViewEdit::indent()
 {
-    if (TextIndent *indenter = m_document->indenter())
-        indenter->indent(m_document->text(), block, nullptr, nullptr);
+    TextIndent *indenter = m_document->indenter();
+    if (!indenter)
+        return;
+    QTextCursor cursor = textCursor();
+    const QTextBlock block = cursor.block();
+    const int index = cursor.positionInBlock();
+    int oldIndent = 0;
+    int newIndent = 0;
+    indenter->indent(m_document->text(), block, &oldIndent, &newIndent);
+    const int moved = index >= oldIndent ? index + newIndent - oldIndent : newIndent;
+    cursor.setPosition(block.position() + std::clamp(moved, 0, block.length() - 1));
+    setTextCursor(cursor);
 }
 
 /// A right press puts the cursor where it was made, so that the context menu is about that line; a press on the
@@ -346,8 +354,7 @@ bool TextViewEdit::replace(const QString &text, const QString &replacement, bool
 bool TextViewEdit::replaceMatches(const QString &raw, const QString &text, const QString &replacement,
                                   bool caseSensitive, bool wholeWord, qsizetype from, qsizetype end)
 {
-    const QList<Replacement> matches =
-        findReplacements(raw, text, replacement, {caseSensitive, wholeWord}, from, end);
+    const QList<Replacement> matches = findReplacements(raw, text, replacement, {caseSensitive, wholeWord}, from, end);
     if (matches.isEmpty())
         return false;
     QTextCursor cursor = textCursor();
@@ -365,7 +372,8 @@ bool TextViewEdit::replaceInSelection(const QString &text, const QString &replac
                                       bool wholeWord)
 {
     const QTextCursor selection = textCursor();
-    const int paraFrom = selection.hasSelection() ? document()->findBlock(selection.selectionStart()).blockNumber() : -1;
+    const int paraFrom =
+        selection.hasSelection() ? document()->findBlock(selection.selectionStart()).blockNumber() : -1;
     VARNEL_ASSERT(paraFrom != -1);
     if (paraFrom == -1)
         return false;

@@ -43,8 +43,8 @@ public:
     /// Scrolls so that @p block is on screen with some lines around it.
     void showBlock(const QTextBlock &block);
     void scrollByWheel(QWheelEvent *event);
-    /// Indents @p block as its language wants.
-    void indentBlock(const QTextBlock &block);
+    /// Indents the cursor's line as its language wants.
+    void indent();
     [[nodiscard]] std::unique_ptr<QMenu> contextMenu(const QPoint &position);
 
 public Q_SLOTS:
