@@ -46,7 +46,7 @@ int BaseIndent::indentation(const QString &text) const
     return columns;
 }
 
-void BaseIndent::setIndent(QTextBlock block, int *oldIndent, int *newIndent) const
+void BaseIndent::setIndent(const QTextBlock &block, int *oldIndent, int *newIndent) const
 {
     const QString text = block.text();
     const int length = lengthOfIndentation(text);

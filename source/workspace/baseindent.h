@@ -14,7 +14,7 @@ protected:
     /// Replaces the white space that @p block starts with by @p *newIndent columns of it, written as keepTabs() tells.
     /// @p *oldIndent becomes the number of characters taken away, @p *newIndent that of the new ones. A line of nothing
     /// but white space keeps one blank behind the new.
-    void setIndent(QTextBlock block, int *oldIndent, int *newIndent) const;
+    void setIndent(const QTextBlock &block, int *oldIndent, int *newIndent) const;
 };
 
 /// The white space for @p columns columns: blanks, or with @p keepTabs tabs of @p tabSize columns and then blanks.

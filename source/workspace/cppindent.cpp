@@ -4,7 +4,6 @@
 #include <QRegularExpression>
 #include <QTextBlock>
 #include <QTextDocument>
-#include <ranges>
 
 using namespace Qt::StringLiterals;
 
@@ -280,10 +279,12 @@ bool Indenter::matchBracelessControlStatement()
 // Scans the current line from its end for the parenthesis that opens the head; no answer if it stands further up.
 std::optional<bool> Indenter::findControlKeyword(int &depth) const
 {
-    for (const QChar ch : std::ranges::reverse_view(m_state.line)) {
+    const QString &line = m_state.line;
+    for (auto it = line.rbegin(); it != line.rend(); ++it) {
+        const QChar ch = *it;
         if (ch == u')')
             ++depth;
-        else if (ch == u'(' && --depth == 0 && m_iflikeKeyword.match(m_state.line).hasMatch())
+        else if (ch == u'(' && --depth == 0 && m_iflikeKeyword.match(line).hasMatch())
             return true;
         else if (depth == -1 || ch == u'{' || ch == u'}')
             return false;
@@ -341,11 +342,9 @@ qsizetype Indenter::findHook(Depths &depths) const
             ++depths.delim;
         else if (ch == u'}')
             ++depths.brace;
-        else if ((ch == u'(' || ch == u'[') && --depths.delim == -1)
-            return j;
-        else if (ch == u'{' && --depths.brace == -1)
-            return j;
-        else if (ch == u'=' && depths.brace == 0 && depths.delim == 0 && isAssignment(j))
+        const bool hook = ((ch == u'(' || ch == u'[') && --depths.delim == -1) || (ch == u'{' && --depths.brace == -1)
+                          || (ch == u'=' && depths.brace == 0 && depths.delim == 0 && isAssignment(j));
+        if (hook)
             return j;
     }
     return -1;

@@ -58,9 +58,10 @@ void HighlightDriver::slotContentsChange(int from, int removed, int added)
     const int last = end.isValid() ? end.blockNumber() : m_blockCount - 1;
     shiftRanges(first, last - inserted, inserted);
     const int other = removed > 0 ? 1 : 0; // the block behind a removal may have lost the one whose end state it used
-    addRange({first, std::min(last + other, m_blockCount - 1)});
+    const Range changed{first, std::min(last + other, m_blockCount - 1)};
+    addRange(changed);
     if (m_due.front().first == first)
-        processUpTo(std::min(last, first + MostChangedBlocks - 1));
+        processUpTo(std::min(changed.last, first + MostChangedBlocks - 1));
     if (!m_due.empty())
         m_idle.start(0, this);
 }
