@@ -20,9 +20,9 @@ QString messageCaption()
 }
 
 QMessageBox::StandardButton showMessage(QMessageBox::Icon icon, QWidget *parent, const QString &text,
-                                        const QList<QMessageBox::StandardButton> &buttons)
+                                        const QList<QMessageBox::StandardButton> &buttons, const QString &caption)
 {
-    QMessageBox box(icon, messageCaption(), text, QMessageBox::NoButton, parent);
+    QMessageBox box(icon, caption, text, QMessageBox::NoButton, parent);
     box.setObjectName(u"messageBox"_s);
     box.setTextFormat(Qt::PlainText); // names of files and projects are part of the texts
     for (const auto button : buttons)
@@ -34,9 +34,9 @@ QMessageBox::StandardButton showMessage(QMessageBox::Icon icon, QWidget *parent,
 }
 
 QMessageBox::StandardButton showInformation(QWidget *parent, const QString &text,
-                                            const QList<QMessageBox::StandardButton> &buttons)
+                                            const QList<QMessageBox::StandardButton> &buttons, const QString &caption)
 {
-    return showMessage(QMessageBox::Information, parent, text, buttons);
+    return showMessage(QMessageBox::Information, parent, text, buttons, caption);
 }
 
 QMessageBox::StandardButton showWarning(QWidget *parent, const QString &text,

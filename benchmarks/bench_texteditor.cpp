@@ -1,0 +1,240 @@
+// The text editor on a C file of 9.9 MB, each time beside the toolkit's bare editor, or memmem, on the same text.
+#include "cpphighlighter.h"
+#include "cppindent.h"
+#include "textdocument.h"
+#include "textdocumenttemplate.h"
+#include "textview.h"
+#include "textviewedit.h"
+#include <benchmark/benchmark.h>
+#include <cstring>
+#include <malloc.h>
+#include <QApplication>
+#include <QTemporaryDir>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+constexpr qsizetype FileSize = 9'900'000;
+const auto RareWord = u"needle_in_a_haystack"_s;
+
+const QByteArray &source()
+{
+    static const QByteArray text = [] {
+        QByteArray text;
+        for (int i = 0; text.size() < FileSize - 300; ++i) {
+            const QByteArray n = QByteArray::number(i);
+            text += "/* Handler " + n + " of the table below. */\nstatic int handler_" + n
+                    + "(const char *name, unsigned flags)\n{\n    if (flags & 0x" + n
+                    + " && name[0] != '\\n') {\n        log_message(\"handler %d: %s\", " + n
+                    + ", name);\n        return -1;\n    }\n    return table[" + n + "].count++; // done\n}\n\n";
+        }
+        return text + "int " + RareWord.toLatin1() + ";\n";
+    }();
+    return text;
+}
+
+const QString &sourceFile()
+{
+    static const QTemporaryDir directory;
+    static const QString path = [] {
+        QFile file(directory.filePath(u"large.c"_s));
+        if (!file.open(QIODevice::WriteOnly) || file.write(source()) != source().size())
+            qFatal("cannot write the source file");
+        return file.fileName();
+    }();
+    return path;
+}
+
+const FormatTable &formats()
+{
+    static const FormatTable table = [] {
+        FormatTable table;
+        for (int id = FormatId::Background; id <= FormatId::Label; ++id) {
+            table[id].setFontFamilies({u"DejaVu Sans Mono"_s});
+            table[id].setFontPointSize(10);
+            table[id].setForeground(id == FormatId::Background ? QColor(Qt::white) : QColor::fromHsv(id * 40, 255, 120));
+        }
+        return table;
+    }();
+    return table;
+}
+
+void paint(QWidget *widget)
+{
+    QCoreApplication::processEvents();
+    widget->repaint();
+}
+
+/// Ours: a document with a view that shows its start.
+struct Ours
+{
+    Ours()
+        : docTemplate(u"C"_s, {}, {}, {u"c"_s}, std::make_unique<CppHighlighter>(&formats()),
+                      std::make_unique<CppIndent>())
+        , document(&docTemplate)
+    {
+        if (!document.open(sourceFile()))
+            qFatal("cannot open the source file");
+        view.reset(static_cast<TextView *>(docTemplate.createView(&document)));
+        view->resize(900, 700);
+        view->show();
+        paint(edit()->viewport());
+    }
+
+    [[nodiscard]] QPlainTextEdit *edit() const { return view->currentEdit(); }
+
+    TextDocumentTemplate docTemplate;
+    TextDocument document;
+    std::unique_ptr<TextView> view;
+};
+
+/// The toolkit's editor, without colours, margins or brackets.
+struct Bare
+{
+    Bare()
+    {
+        QFile file(sourceFile());
+        if (!file.open(QIODevice::ReadOnly))
+            qFatal("cannot open the source file");
+        pane.setLineWrapMode(QPlainTextEdit::NoWrap);
+        pane.setFont(formats()[FormatId::Standard].font());
+        pane.setPlainText(QString::fromUtf8(file.readAll()));
+        pane.resize(900, 700);
+        pane.show();
+        paint(pane.viewport());
+    }
+
+    [[nodiscard]] QPlainTextEdit *edit() { return &pane; }
+
+    QPlainTextEdit pane;
+};
+
+template<typename Editor>
+void BM_OpenToFirstPaint(benchmark::State &state)
+{
+    source();
+    for (auto _ : state) {
+        auto editor = std::make_unique<Editor>();
+        state.PauseTiming();
+        if (editor->edit()->document()->characterCount() != source().size() + 1)
+            state.SkipWithError("the text is not whole");
+        editor.reset();
+        state.ResumeTiming();
+    }
+}
+
+void press(QPlainTextEdit *edit, int key, const QString &text = {})
+{
+    QKeyEvent event(QEvent::KeyPress, key, Qt::NoModifier, text);
+    QApplication::sendEvent(edit, &event);
+}
+
+/// One typed character and its paint, at a place given in percent of the file. Ours is measured both freshly opened,
+/// while the idle highlighter is at work, and at rest: here the former, with its idle slices left out.
+template<typename Editor>
+void BM_TypeCharacter(benchmark::State &state)
+{
+    Editor editor;
+    QTextDocument *text = editor.edit()->document();
+    const int line = std::min(int(text->blockCount() * state.range(0) / 100), text->blockCount() - 1);
+    QTextCursor cursor(text->findBlockByNumber(line));
+    editor.edit()->setTextCursor(cursor);
+    paint(editor.edit()->viewport());
+    const int before = text->characterCount();
+    for (auto _ : state) {
+        press(editor.edit(), Qt::Key_X, u"x"_s);
+        editor.edit()->viewport()->repaint();
+    }
+    if (text->characterCount() - before != int(state.iterations()))
+        state.SkipWithError("characters are missing");
+}
+
+template<typename Editor>
+void BM_PageDown(benchmark::State &state)
+{
+    Editor editor;
+    editor.edit()->moveCursor(QTextCursor::Start);
+    for (auto _ : state) {
+        press(editor.edit(), Qt::Key_PageDown);
+        editor.edit()->viewport()->repaint();
+    }
+    if (editor.edit()->textCursor().blockNumber() < 10)
+        state.SkipWithError("it did not move");
+}
+
+template<typename Editor>
+void BM_MemoryPerLine(benchmark::State &state)
+{
+    for (auto _ : state) {
+        ::malloc_trim(0);
+        const size_t before = ::mallinfo2().uordblks + ::mallinfo2().hblkhd;
+        Editor editor;
+        const size_t after = ::mallinfo2().uordblks + ::mallinfo2().hblkhd;
+        state.counters["bytes/line"] = double(after - before) / editor.edit()->document()->blockCount();
+        state.counters["lines"] = editor.edit()->document()->blockCount();
+    }
+}
+
+void BM_FindRareWord(benchmark::State &state)
+{
+    const Ours ours;
+    for (auto _ : state) {
+        if (!ours.view->find(RareWord, state.range(0) != 0, false, true, false))
+            state.SkipWithError("not found");
+    }
+}
+
+void BM_FindRareWordByMemmem(benchmark::State &state)
+{
+    const QByteArray word = RareWord.toLatin1();
+    for (auto _ : state) {
+        const void *found = ::memmem(source().constData(), size_t(source().size()), word.constData(), size_t(word.size()));
+        benchmark::DoNotOptimize(found);
+        if (!found)
+            state.SkipWithError("not found");
+    }
+}
+
+void BM_FindRareWordByBareEditor(benchmark::State &state)
+{
+    Bare bare;
+    for (auto _ : state) {
+        bare.edit()->moveCursor(QTextCursor::Start);
+        if (!bare.edit()->find(RareWord, QTextDocument::FindCaseSensitively))
+            state.SkipWithError("not found");
+    }
+}
+
+void BM_ReplaceAll(benchmark::State &state)
+{
+    for (auto _ : state) {
+        state.PauseTiming();
+        const Ours ours;
+        state.ResumeTiming();
+        if (!ours.view->replace(u"handler_"_s, u"h_"_s, true, false, true, true, true))
+            state.SkipWithError("nothing replaced");
+    }
+}
+
+BENCHMARK(BM_OpenToFirstPaint<Ours>)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_OpenToFirstPaint<Bare>)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_TypeCharacter<Ours>)->Arg(0)->Arg(50)->Arg(100)->Unit(benchmark::kMicrosecond)->Iterations(300);
+BENCHMARK(BM_TypeCharacter<Bare>)->Arg(0)->Arg(50)->Arg(100)->Unit(benchmark::kMicrosecond)->Iterations(300);
+BENCHMARK(BM_PageDown<Ours>)->Unit(benchmark::kMicrosecond)->Iterations(500);
+BENCHMARK(BM_PageDown<Bare>)->Unit(benchmark::kMicrosecond)->Iterations(500);
+BENCHMARK(BM_MemoryPerLine<Ours>)->Unit(benchmark::kMillisecond)->Iterations(1);
+BENCHMARK(BM_MemoryPerLine<Bare>)->Unit(benchmark::kMillisecond)->Iterations(1);
+BENCHMARK(BM_FindRareWord)->Arg(1)->Arg(0)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_FindRareWordByMemmem)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_FindRareWordByBareEditor)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_ReplaceAll)->Unit(benchmark::kMillisecond)->Iterations(1);
+} // namespace
+
+int main(int argc, char **argv)
+{
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    QApplication app(argc, argv);
+    benchmark::Initialize(&argc, argv);
+    benchmark::RunSpecifiedBenchmarks();
+    return 0;
+}

@@ -1,0 +1,32 @@
+#include "document.h"
+#include "messages.h"
+#include "varnelassert.h"
+#include <QApplication>
+
+Document::Document(DocumentTemplate *docTemplate) : m_template(docTemplate)
+{
+    VARNEL_ASSERT(docTemplate);
+}
+
+bool Document::isNewerOnDisk()
+{
+    return false;
+}
+
+void Document::setModified(bool modified)
+{
+    if (m_modified == modified)
+        return;
+    m_modified = modified;
+    Q_EMIT documentModified(modified);
+}
+
+void Document::notifyViews(View *source, bool full)
+{
+    Q_EMIT updateViews(source, full);
+}
+
+QMessageBox::StandardButton showDocumentWarning(const QString &text, const QList<QMessageBox::StandardButton> &buttons)
+{
+    return showWarning(QApplication::activeWindow(), text, buttons);
+}

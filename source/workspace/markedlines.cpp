@@ -1,0 +1,86 @@
+#include "markedlines.h"
+#include "paragdata.h"
+#include "viewinterfaces.h"
+#include <QTextDocument>
+
+/// The data of a line that has or had a marker, known to its MarkedLines.
+class MarkedParagData : public ParagData
+{
+public:
+    MarkedParagData(MarkedLines *owner, const QTextBlock &block) : m_owner(owner)
+    {
+        if (const ParagData *previous = paragDataOf(block)) {
+            parenList = previous->parenList;
+            marker = previous->marker;
+            endState = previous->endState;
+        }
+        m_owner->m_marked.insert(this, {block, QTextCursor(block)});
+    }
+    ~MarkedParagData() override { m_owner->m_looseAnchors.append(m_owner->m_marked.take(this).anchor); }
+    Q_DISABLE_COPY_MOVE(MarkedParagData)
+
+private:
+    MarkedLines *const m_owner;
+};
+
+MarkedLines::MarkedLines(QTextDocument *document)
+{
+    connect(document, &QTextDocument::contentsChange, this, &MarkedLines::moveWithText);
+}
+
+MarkedLines::~MarkedLines() = default;
+
+void MarkedLines::set(const QTextBlock &block, quint32 mask, bool on, bool alternate)
+{
+    if (!on && markers(block) == 0)
+        return;
+    MarkedParagData *data = ensureMarked(block);
+    data->marker = on ? data->marker | mask : data->marker & ~mask;
+    if (!on || mask == IViewWithMarkers::CurrentLineMarker || mask == IViewWithMarkers::LookupMarker)
+        return;
+    if (alternate)
+        data->marker |= IViewWithMarkers::AlternateMarker;
+    else
+        data->marker &= ~quint32(IViewWithMarkers::AlternateMarker);
+}
+
+void MarkedLines::clear(quint32 mask)
+{
+    for (auto place = m_marked.keyBegin(); place != m_marked.keyEnd(); ++place)
+        (*place)->marker &= ~mask;
+}
+
+quint32 MarkedLines::markers(const QTextBlock &block)
+{
+    const ParagData *data = paragDataOf(block);
+    return data ? data->marker : 0;
+}
+
+MarkedParagData *MarkedLines::ensureMarked(QTextBlock block)
+{
+    auto *data = dynamic_cast<MarkedParagData *>(block.userData());
+    if (!data) {
+        data = new MarkedParagData(this, block);
+        block.setUserData(data);
+    }
+    return data;
+}
+
+/// Return at the start of a line leaves the line's data on the empty line above the text; the marker goes with the
+/// text.
+void MarkedLines::moveWithText()
+{
+    m_looseAnchors.clear();
+    QList<std::pair<MarkedParagData *, QTextBlock>> moved;
+    for (auto it = m_marked.begin(); it != m_marked.end(); ++it) {
+        QTextBlock textBlock = it->anchor.block();
+        if (textBlock != it->block)
+            moved.append({it.key(), textBlock});
+        it->anchor.setPosition(it->block.position());
+    }
+    for (const auto &[data, block] : moved) {
+        const quint32 marker = std::exchange(data->marker, 0);
+        if (marker)
+            ensureMarked(block)->marker |= marker;
+    }
+}

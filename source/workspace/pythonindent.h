@@ -1,0 +1,9 @@
+#pragma once
+#include "baseindent.h"
+
+/// Indents Python: in smart mode one level deeper behind a colon.
+class PythonIndent : public BaseIndent
+{
+public:
+    void indent(QTextDocument *document, QTextBlock block, int *oldIndent = nullptr, int *newIndent = nullptr) override;
+};

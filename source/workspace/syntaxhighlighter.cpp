@@ -1,0 +1,88 @@
+#include "syntaxhighlighter.h"
+#include "paragdata.h"
+#include "varnelassert.h"
+#include <QTextDocument>
+
+namespace {
+using FormatRange = QTextLayout::FormatRange;
+
+// Text that an input method is still composing stands in the layout but not in the document: its own formats stay, and
+// ours make room for it.
+void makeRoomForPreedit(const QTextLayout &layout, QList<FormatRange> &ranges)
+{
+    const int start = layout.preeditAreaPosition();
+    const int length = int(layout.preeditAreaText().size());
+    if (length == 0)
+        return;
+    for (FormatRange &range : ranges) {
+        if (range.start >= start)
+            range.start += length;
+        else if (range.start + range.length > start)
+            range.length += length;
+    }
+    const QList<FormatRange> formats = layout.formats();
+    std::ranges::copy_if(formats, std::back_inserter(ranges), [start, length](const FormatRange &range) {
+        return range.start >= start && range.start + range.length <= start + length;
+    });
+}
+} // namespace
+
+SyntaxHighlighter::SyntaxHighlighter(const FormatTable *formats) : m_formats(formats) {}
+
+SyntaxHighlighter::~SyntaxHighlighter() = default;
+
+void SyntaxHighlighter::process(QTextDocument *document, QTextBlock block, int, bool)
+{
+    const int length = block.length() - 1;
+    paint(document, block,
+          length > 0 ? QList{FormatRange{0, length, format(FormatId::Standard)}} : QList<FormatRange>());
+    block.setUserState(0);
+}
+
+QTextCharFormat SyntaxHighlighter::format(int id) const
+{
+    VARNEL_ASSERT(m_formats);
+    if (!m_formats)
+        return {};
+    const auto found = m_formats->constFind(id);
+    return found != m_formats->cend() ? *found : m_formats->value(FormatId::Background);
+}
+
+void SyntaxHighlighter::setFormats(const FormatTable *formats)
+{
+    m_formats = formats;
+}
+
+void SyntaxHighlighter::paint(QTextDocument *document, const QTextBlock &block, QList<FormatRange> ranges)
+{
+    QTextLayout *layout = block.layout();
+    makeRoomForPreedit(*layout, ranges);
+    if (layout->formats() == ranges)
+        return;
+    layout->setFormats(ranges);
+    document->markContentsDirty(block.position(), block.length());
+}
+
+int SyntaxHighlighter::startState(QTextDocument *document, const QTextBlock &block)
+{
+    QTextBlock first = block;
+    while (first.previous().isValid() && first.previous().userState() == -1)
+        first = first.previous();
+    for (; first != block; first = first.next())
+        process(document, first, 0, false);
+    return block.previous().isValid() ? block.previous().userState() : 0;
+}
+
+void SyntaxHighlighter::setEndState(QTextBlock block, int endState, bool invalidate)
+{
+    ParagData *data = paragDataOf(block);
+    VARNEL_ASSERT(data);
+    if (!data)
+        return;
+    const bool changed = data->endState != endState;
+    data->endState = endState;
+    block.setUserState(endState);
+    QTextBlock next = block.next();
+    if (invalidate && changed && next.isValid())
+        next.setUserState(-1);
+}

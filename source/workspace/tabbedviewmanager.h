@@ -1,0 +1,38 @@
+#pragma once
+#include "viewmanager.h"
+#include <QMap>
+class QStackedWidget;
+class QTabBar;
+class QToolButton;
+
+/// One view at a time fills the area; tabs above it lead to the others.
+class TabbedViewManager : public ViewManager
+{
+    Q_OBJECT
+public:
+    explicit TabbedViewManager(QWidget *parent = nullptr);
+
+    void addView(View *newView, bool activate) override;
+    void addViewInPlace(View *newView, bool activate) override;
+    [[nodiscard]] View *currentView() override;
+    void activateView(View *view, bool setFocus) override;
+    void viewClosed(View *view) override;
+
+protected:
+    bool eventFilter(QObject *object, QEvent *event) override;
+
+private:
+    void insertView(View *newView, bool activate, int tab);
+    void tabClicked(int id);
+    void closeButtonClicked();
+    void updateTab(View *view);
+    [[nodiscard]] int tabOf(View *view) const;
+
+    QTabBar *m_tabBar;
+    QToolButton *m_closeButton;
+    QStackedWidget *m_stack;
+    QMap<View *, int> m_tabs; ///< identifiers: positions change when tabs come and go
+    int m_nextId = 0;
+    bool m_replacePending = false;
+    int m_removedTab = 0; ///< where the tab removed last stood
+};

@@ -1,0 +1,260 @@
+#include "textdocument.h"
+#include "highlightdriver.h"
+#include "swapfile.h"
+#include "syntaxhighlighter.h"
+#include "textdocumenttemplate.h"
+#include "textindent.h"
+#include "varnelassert.h"
+#include "view.h"
+#include <QDir>
+#include <QFileInfo>
+#include <QFontMetricsF>
+#include <QPlainTextDocumentLayout>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+constexpr int SearchSlice = 2000; ///< lines that the search for a bracket goes through in one go
+}
+
+TextDocument::TextDocument(TextDocumentTemplate *docTemplate)
+    : Document(docTemplate), m_template(docTemplate), m_text(std::make_unique<QTextDocument>())
+{
+    m_text->setDocumentLayout(new QPlainTextDocumentLayout(m_text.get()));
+    m_marked = std::make_unique<MarkedLines>(m_text.get());
+    applyFormats();
+    m_driver = std::make_unique<HighlightDriver>(m_text.get(), highlighter());
+    if (!docTemplate->swapDirectory().isEmpty())
+        m_swap = std::make_unique<SwapFile>(docTemplate->swapDirectory(), this);
+
+    m_searchTimer.setInterval(0);
+    connect(&m_searchTimer, &QTimer::timeout, this, &TextDocument::searchBracket);
+    connect(m_text.get(), &QTextDocument::contentsChange, this, &TextDocument::clearBracketMatch);
+    connect(m_text.get(), &QTextDocument::modificationChanged, this, &Document::setModified);
+    connect(this, &Document::documentModified, m_text.get(), &QTextDocument::setModified);
+    connect(this, &Document::updateViews, this, [this](View *, bool full) {
+        if (full)
+            applyFormats();
+    });
+}
+
+TextDocument::~TextDocument()
+{
+    m_searchTimer.stop();
+    m_text->disconnect(this);
+}
+
+// Files -------------------------------------------------------------------
+
+QString TextDocument::nativeFilename() const
+{
+    return QDir::toNativeSeparators(m_filename);
+}
+
+QString TextDocument::title()
+{
+    return QFileInfo(m_filename).fileName();
+}
+
+bool TextDocument::open(const QString &filename)
+{
+    QFile file(filename);
+    if (file.open(QIODevice::ReadOnly))
+        return load(file);
+    const QString native = QDir::toNativeSeparators(filename);
+    if (!file.exists()) {
+        const QString question = tr("The following file does not exist:\n%1\n\nDo you want to create it?").arg(native);
+        const QPointer<TextDocument> self(this);
+        return showDocumentWarning(question, {QMessageBox::Yes, QMessageBox::No}) == QMessageBox::Yes && self
+               && create(filename);
+    }
+    showDocumentWarning(tr("The following file could not be opened:\n%1").arg(native));
+    return false;
+}
+
+bool TextDocument::load(QFile &file)
+{
+    m_filename = file.fileName();
+    const DecodedText decoded = decodeText(file.readAll());
+    m_text->setPlainText(decoded.text);
+    setFormat(decoded.format);
+    m_text->setModified(false);
+    setModified(false);
+    m_lastModified = QFileInfo(m_filename).lastModified();
+    return true;
+}
+
+void TextDocument::setFormat(const TextFileFormat &format)
+{
+    const bool wasLatin1 = isLatin1();
+    m_format = format;
+    if (isLatin1() != wasLatin1)
+        Q_EMIT encodingChanged(isLatin1());
+}
+
+bool TextDocument::create(const QString &filename)
+{
+    m_filename = filename;
+    setModified(true);
+    return true;
+}
+
+bool TextDocument::save()
+{
+    TextFileFormat format = m_format;
+    QString text = m_text->toRawText();
+    text.replace(QChar::ParagraphSeparator, u'\n');
+    if (!writeFileSafely(m_filename, encodeText(text, format))) {
+        showDocumentWarning(tr("The following file could not be written:\n%1\n\nPlease check that this file is not "
+                               "read-only and you have permission to write to it.")
+                                .arg(nativeFilename()));
+        return false;
+    }
+    setFormat(format);
+    setModified(false);
+    m_lastModified = QFileInfo(m_filename).lastModified();
+    return true;
+}
+
+bool TextDocument::saveAs(const QString &filename)
+{
+    m_filename = filename;
+    setModified(true);
+    const QPointer<TextDocument> self(this);
+    const bool saved = save();
+    if (!saved && self)
+        Q_EMIT documentModified(true); // the title has changed
+    return saved;
+}
+
+bool TextDocument::isNewerOnDisk()
+{
+    const QFileInfo info(m_filename);
+    return info.exists() && info.lastModified() > m_lastModified;
+}
+
+void TextDocument::recover(const QString &text)
+{
+    QTextCursor cursor(m_text.get());
+    cursor.select(QTextCursor::Document);
+    cursor.insertText(text);
+    m_text->setModified(true);
+}
+
+// Formats -----------------------------------------------------------------
+
+SyntaxHighlighter *TextDocument::highlighter() const
+{
+    return m_template->highlighter();
+}
+
+TextIndent *TextDocument::indenter() const
+{
+    return m_template->indenter();
+}
+
+QColor TextDocument::paperColour() const
+{
+    return highlighter()->format(FormatId::Background).foreground().color();
+}
+
+QColor TextDocument::textColour() const
+{
+    return highlighter()->format(FormatId::Standard).foreground().color();
+}
+
+int TextDocument::lineSpacing() const
+{
+    return QFontMetrics(m_text->defaultFont()).lineSpacing();
+}
+
+/// Gives the text the font and the tab stops of standard text, and has it painted anew.
+void TextDocument::applyFormats()
+{
+    const QFont font = highlighter()->format(FormatId::Standard).font();
+    if (m_text->defaultFont() != font)
+        m_text->setDefaultFont(font); // goes through all lines
+    QTextOption option = m_text->defaultTextOption();
+    option.setWrapMode(QTextOption::NoWrap);
+    if (indenter())
+        option.setTabStopDistance(QFontMetricsF(font).horizontalAdvance(u'0') * indenter()->tabSize());
+    if (option.wrapMode() != m_text->defaultTextOption().wrapMode()
+        || option.tabStopDistance() != m_text->defaultTextOption().tabStopDistance())
+        m_text->setDefaultTextOption(option);
+    if (m_driver)
+        m_driver->rehighlight();
+}
+
+void TextDocument::ensureProcessed(const QTextBlock &block)
+{
+    m_driver->ensureProcessed(block);
+}
+
+// Markers -----------------------------------------------------------------
+
+void TextDocument::setMarker(int line, int mask, bool on, bool alternate)
+{
+    const QTextBlock block = m_text->findBlockByNumber(line - 1);
+    if (!block.isValid())
+        return;
+    m_marked->set(block, quint32(mask), on, alternate);
+    notifyViews(nullptr, false);
+}
+
+void TextDocument::clearMarkers(int mask)
+{
+    m_marked->clear(quint32(mask));
+    notifyViews(nullptr, false);
+}
+
+bool TextDocument::hasMarker(int line, int mask) const
+{
+    return (MarkedLines::markers(m_text->findBlockByNumber(line - 1)) & quint32(mask)) != 0;
+}
+
+// Selections --------------------------------------------------------------
+
+QString TextDocument::selectedText()
+{
+    return m_selection.selectedText().replace(QChar::ParagraphSeparator, u'\n');
+}
+
+void TextDocument::matchBrackets(const QTextCursor &cursor)
+{
+    m_search = m_template->bracketMatcher().begin(cursor, [this](const QTextBlock &block) { ensureProcessed(block); });
+    m_searchTimer.stop();
+    searchBracket();
+    if (m_search.state() == BracketSearch::Searching)
+        m_searchTimer.start();
+}
+
+void TextDocument::searchBracket()
+{
+    const BracketSearch::State state = m_search.advance(SearchSlice);
+    if (state != BracketSearch::Searching)
+        m_searchTimer.stop();
+    QTextCursor match;
+    if (state == BracketSearch::Found) {
+        match = QTextCursor(m_text.get());
+        match.setPosition(m_search.open());
+        match.setPosition(m_search.close(), QTextCursor::KeepAnchor);
+    }
+    setBracketMatch(match);
+}
+
+void TextDocument::setBracketMatch(const QTextCursor &match)
+{
+    const bool same =
+        match.isNull() ? m_bracketMatch.isNull() : match == m_bracketMatch && match.anchor() == m_bracketMatch.anchor();
+    if (same)
+        return;
+    m_bracketMatch = match;
+    Q_EMIT bracketMatchChanged();
+}
+
+void TextDocument::clearBracketMatch()
+{
+    m_search = {};
+    m_searchTimer.stop();
+    setBracketMatch({});
+}

@@ -1,0 +1,50 @@
+#pragma once
+#include "bracketmatcher.h"
+#include "documenttemplate.h"
+#include <QStringList>
+class EditorHost;
+class QSettings;
+class SyntaxHighlighter;
+class TextIndent;
+
+/// A language of the text editor: the files it opens, how they are painted and how they are indented.
+class TextDocumentTemplate : public DocumentTemplate
+{
+    Q_OBJECT
+public:
+    static constexpr qint64 LargestFile = 10'000'000; ///< bytes
+
+    /// @p extensions are in lower case and without dot; an empty list accepts every file.
+    TextDocumentTemplate(const QString &name, const QString &description, const QIcon &icon,
+                         const QStringList &extensions, std::unique_ptr<SyntaxHighlighter> highlighter,
+                         std::unique_ptr<TextIndent> indenter, QObject *parent = nullptr);
+    ~TextDocumentTemplate() override;
+
+    /// What the editors of this kind ask; it must outlive them. They do without if there is none.
+    void setEditorHost(EditorHost *host) { m_host = host; }
+    /// The directory in which modified documents of this kind keep a copy of their text; none if it is empty.
+    void setSwapDirectory(const QString &directory) { m_swapDirectory = directory; }
+    /// Takes over "TabSize", "KeepTabs" and "IndentMode" of the group "Editor". Views follow at their next full
+    /// refresh.
+    void readSettings(const QSettings &settings);
+
+    [[nodiscard]] bool canCreate() override { return true; }
+    [[nodiscard]] bool canOpen(const QString &filename) override;
+    [[nodiscard]] Document *createDocument() override;
+    [[nodiscard]] View *createView(Document *document) override;
+    [[nodiscard]] QString extension() override;
+
+    [[nodiscard]] SyntaxHighlighter *highlighter() const { return m_highlighter.get(); }
+    [[nodiscard]] TextIndent *indenter() const { return m_indenter.get(); } ///< may be null
+    [[nodiscard]] BracketMatcher &bracketMatcher() { return m_bracketMatcher; }
+    [[nodiscard]] EditorHost *editorHost() const { return m_host; }
+    [[nodiscard]] const QString &swapDirectory() const { return m_swapDirectory; }
+
+private:
+    const QStringList m_extensions;
+    const std::unique_ptr<SyntaxHighlighter> m_highlighter;
+    const std::unique_ptr<TextIndent> m_indenter;
+    BracketMatcher m_bracketMatcher;
+    EditorHost *m_host = nullptr;
+    QString m_swapDirectory;
+};

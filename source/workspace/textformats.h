@@ -1,0 +1,79 @@
+#pragma once
+#include "syntaxhighlighter.h"
+#include <QColor>
+#include <QStringList>
+
+class QSettings;
+class QXmlStreamReader;
+
+/// The fonts and colours that users choose, as sections of formats in a fixed order. A value: copies are cheap.
+///
+/// Formats are looked up by the names of section and format, the first of equal names. An unknown name stands for the
+/// first section, or the first format of its section. Where there is none at all, getters give the values of an empty
+/// format and setters do nothing.
+class TextFormats
+{
+public:
+    /// Reads an XML file. On failure warns, returns false and leaves the formats as they were.
+    bool loadFromFile(const QString &fileName);
+    /// Reads the group "TextFormats". Returns false, and leaves the formats as they were, if it holds no section or
+    /// something that cannot be a format.
+    bool loadFromSettings(QSettings &settings);
+    /// Writes the group "TextFormats" anew. An empty table is not written.
+    void saveToSettings(QSettings &settings) const;
+
+    [[nodiscard]] QStringList sections() const;
+    [[nodiscard]] QStringList formats(const QString &section) const;
+
+    [[nodiscard]] QString fontFamily(const QString &section, const QString &format) const;
+    [[nodiscard]] int fontSize(const QString &section, const QString &format) const; ///< in points, 0 for "not told"
+    [[nodiscard]] bool bold(const QString &section, const QString &format) const;
+    [[nodiscard]] bool italic(const QString &section, const QString &format) const;
+    /// Whether the format has a background colour of its own.
+    [[nodiscard]] bool hasBackground(const QString &section, const QString &format) const;
+    [[nodiscard]] QColor fgColour(const QString &section, const QString &format) const;
+    [[nodiscard]] QColor bgColour(const QString &section, const QString &format) const; ///< white if there is none
+
+    void setFontFamily(const QString &section, const QString &format, const QString &family);
+    void setFontSize(const QString &section, const QString &format, int points);
+    void setBold(const QString &section, const QString &format, bool bold);
+    void setItalic(const QString &section, const QString &format, bool italic);
+    void setFgColour(const QString &section, const QString &format, const QColor &colour);
+    void setBgColour(const QString &section, const QString &format, const QColor &colour);
+
+    /// What the editor paints with: the formats of the first section under the identifiers 1, 2, 3..., and under 0 one
+    /// whose colours both are the background of the first format.
+    [[nodiscard]] FormatTable formatTable() const;
+
+private:
+    struct Format
+    {
+        QString name;
+        QString fontFamily;
+        int fontSize = 0;
+        bool bold = false;
+        bool italic = false;
+        bool hasBackground = false;
+        QColor fgColour = Qt::black;
+        QColor bgColour = Qt::white;
+    };
+    struct Section
+    {
+        QString name;
+        QList<Format> formats;
+    };
+
+    static QList<Section> readSections(QXmlStreamReader &reader);
+    static Format readFormat(const QXmlStreamReader &reader);
+    static bool readFormat(const QStringList &fields, Format &format);
+    static bool readSection(QSettings &settings, Section &section);
+    static QString storedFormat(const Format &format);
+    static QTextCharFormat charFormat(const Format &format);
+
+    [[nodiscard]] Section sectionOf(const QString &name) const;
+    [[nodiscard]] Format formatOf(const QString &section, const QString &format) const;
+    template <typename Member>
+    void set(const QString &section, const QString &format, Member Format::*member, const Member &value);
+
+    QList<Section> m_sections;
+};

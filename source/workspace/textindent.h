@@ -1,0 +1,33 @@
+#pragma once
+
+class QTextBlock;
+class QTextDocument;
+
+/// Indents lines of a text document: when Return is pressed, and by the indent command.
+class TextIndent
+{
+public:
+    enum IndentMode { NoIndent, CopyPrevious, Smart };
+
+    TextIndent() = default;
+    virtual ~TextIndent() = default;
+    TextIndent(const TextIndent &) = delete;
+    TextIndent &operator=(const TextIndent &) = delete;
+
+    /// Indents the line @p block of @p document, as one step for undo. Gives the indentation before and after, in
+    /// columns and characters; either may be null.
+    virtual void indent(QTextDocument *document, QTextBlock block, int *oldIndent = nullptr,
+                        int *newIndent = nullptr) = 0;
+
+    [[nodiscard]] int indentMode() const { return m_indentMode; } ///< an IndentMode; settings may hold other numbers
+    void setIndentMode(int mode) { m_indentMode = mode; }
+    [[nodiscard]] int tabSize() const { return m_tabSize; } ///< columns per tab stop, at least 1
+    void setTabSize(int columns) { m_tabSize = columns > 0 ? columns : 1; }
+    [[nodiscard]] bool keepTabs() const { return m_keepTabs; } ///< whether indentation is written with tabs
+    void setKeepTabs(bool keep) { m_keepTabs = keep; }
+
+private:
+    int m_indentMode = CopyPrevious;
+    int m_tabSize = 4;
+    bool m_keepTabs = false;
+};

@@ -1,0 +1,111 @@
+#include "textmarkerwidget.h"
+#include "editorhost.h"
+#include "paragdata.h"
+#include "textdocument.h"
+#include "textdocumenttemplate.h"
+#include "textview.h"
+#include "textviewedit.h"
+#include "varnelassert.h"
+#include <QHelpEvent>
+#include <QPainter>
+#include <QToolTip>
+
+using namespace Qt::StringLiterals;
+
+TextMarkerWidget::TextMarkerWidget(TextViewEdit *edit) : QWidget(edit), m_edit(edit)
+{
+    setCursor(Qt::ArrowCursor);
+}
+
+void TextMarkerWidget::paintEvent(QPaintEvent *event)
+{
+    QPainter painter(this);
+    QBrush brush = palette().brush(QPalette::Button);
+    if (brush.style() == Qt::NoBrush)
+        brush = QBrush(brush.color(), Qt::Dense4Pattern);
+    painter.fillRect(event->rect(), brush);
+    for (const TextViewEdit::Line &line : m_edit->linesAt(event->rect().top(), event->rect().bottom())) {
+        if (const ParagData *data = paragDataOf(line.block); data && data->marker)
+            paintMarkers(painter, data, line.rect);
+    }
+}
+
+void TextMarkerWidget::paintMarkers(QPainter &painter, const ParagData *paragData, const QRectF &line)
+{
+    const quint32 marker = paragData->marker;
+    const QString suffix = marker & TextView::AlternateMarker ? u"2.png"_s : u".png"_s;
+    if (marker & TextView::MultipleBreakpointMarker) {
+        VARNEL_ASSERT((paragData->marker & TextView::DisabledBreakpointMarker) == 0
+                      && (paragData->marker & TextView::EnabledBreakpointMarker) == 0);
+        drawPicture(painter, u"markermultiplebreak"_s + suffix, line);
+    } else if (marker & TextView::EnabledBreakpointMarker) {
+        VARNEL_ASSERT((paragData->marker & TextView::MultipleBreakpointMarker) == 0
+                      && (paragData->marker & TextView::DisabledBreakpointMarker) == 0);
+        drawPicture(painter, u"markerenabledbreak"_s + suffix, line);
+    } else if (marker & TextView::DisabledBreakpointMarker) {
+        drawPicture(painter, u"markerdisabledbreak"_s + suffix, line);
+    }
+    if (marker & TextView::CurrentLineMarker)
+        drawPicture(painter, u"markercurrent.png"_s, line);
+    if (marker & TextView::LookupMarker)
+        drawPicture(painter, u"markerlookup.png"_s, line);
+}
+
+void TextMarkerWidget::drawPicture(QPainter &painter, const QString &name, const QRectF &line)
+{
+    EditorHost *host = m_edit->textDocument()->textTemplate()->editorHost();
+    if (!host)
+        return;
+    if (m_pictureRatio != devicePixelRatio()) {
+        m_pictures.clear();
+        m_pictureRatio = devicePixelRatio();
+    }
+    if (!m_pictures.contains(name))
+        m_pictures.insert(name, host->picture(name));
+    const QPixmap &picture = m_pictures[name];
+    const qreal height = picture.deviceIndependentSize().height();
+    painter.drawPixmap(QPointF(1, std::round(line.top() + (line.height() - height) / 2)), picture);
+}
+
+void TextMarkerWidget::changeEvent(QEvent *event)
+{
+    if (event->type() == QEvent::PaletteChange || event->type() == QEvent::StyleChange)
+        m_pictures.clear();
+    QWidget::changeEvent(event);
+}
+
+void TextMarkerWidget::mouseReleaseEvent(QMouseEvent *event)
+{
+    const QTextBlock block = m_edit->blockAt(int(event->position().y()));
+    if (event->button() == Qt::LeftButton && block.isValid())
+        Q_EMIT toggleBreakpoint(block.blockNumber() + 1);
+}
+
+void TextMarkerWidget::wheelEvent(QWheelEvent *event)
+{
+    m_edit->scrollByWheel(event);
+}
+
+bool TextMarkerWidget::event(QEvent *event)
+{
+    if (event->type() != QEvent::ToolTip)
+        return QWidget::event(event);
+    showToolTip(static_cast<QHelpEvent *>(event)->pos());
+    return true;
+}
+
+void TextMarkerWidget::showToolTip(const QPoint &position)
+{
+    TextDocument *document = m_edit->textDocument();
+    EditorHost *host = document->textTemplate()->editorHost();
+    const QTextBlock block = m_edit->blockAt(position.y());
+    const ParagData *data = block.isValid() ? paragDataOf(block) : nullptr;
+    QString text;
+    if (host && data && (data->marker & TextView::BreakpointMarkers))
+        text = host->markerToolTip(document->filename(), block.blockNumber() + 1);
+    const QPoint below = position + QPoint(0, 20);
+    if (text.isEmpty())
+        QToolTip::hideText();
+    else
+        QToolTip::showText(mapToGlobal(position), text, this, QRect(below, QSize(300, 20)));
+}

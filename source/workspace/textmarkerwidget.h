@@ -1,0 +1,34 @@
+#pragma once
+#include <QHash>
+#include <QWidget>
+class ParagData;
+class TextViewEdit;
+
+/// The margin left of a pane, which shows the markers of the lines.
+class TextMarkerWidget : public QWidget
+{
+    Q_OBJECT
+public:
+    static constexpr int Width = 18; ///< pixels
+
+    explicit TextMarkerWidget(TextViewEdit *edit);
+
+Q_SIGNALS:
+    void toggleBreakpoint(int line); ///< counts from 1
+
+protected:
+    void paintEvent(QPaintEvent *event) override;
+    void mouseReleaseEvent(QMouseEvent *event) override;
+    void wheelEvent(QWheelEvent *event) override;
+    void changeEvent(QEvent *event) override;
+    bool event(QEvent *event) override;
+
+private:
+    void paintMarkers(QPainter &painter, const ParagData *paragData, const QRectF &line);
+    void drawPicture(QPainter &painter, const QString &name, const QRectF &line);
+    void showToolTip(const QPoint &position);
+
+    TextViewEdit *const m_edit;
+    QHash<QString, QPixmap> m_pictures;
+    qreal m_pictureRatio = 0; ///< device pixels per pixel that the pictures were made for
+};

@@ -1,0 +1,345 @@
+#include "textview.h"
+#include "textdocument.h"
+#include "textprint.h"
+#include "textviewedit.h"
+#include <QApplication>
+#include <QClipboard>
+#include <QHBoxLayout>
+#include <QMimeData>
+#include <QPointer>
+#include <QPrintDialog>
+#include <QPrinter>
+#include <QScrollBar>
+#include <QSplitter>
+
+using namespace Qt::StringLiterals;
+
+TextView::TextView(TextDocument *document, QWidget *parent)
+    : View(document, parent), m_textDocument(document), m_splitter(new QSplitter(Qt::Vertical))
+{
+    auto *layout = new QHBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(m_splitter);
+    m_splitter->setChildrenCollapsible(false); // a pane hides itself
+    setCurrent(addPane());
+
+    connect(document->text(), &QTextDocument::undoAvailable, this, &View::undoAvailable);
+    connect(document->text(), &QTextDocument::redoAvailable, this, &View::redoAvailable);
+    connect(QGuiApplication::clipboard(), &QClipboard::dataChanged, this, [this] {
+        if (m_current->hasFocus())
+            tellPaste();
+    });
+}
+
+TextView::~TextView()
+{
+    m_textDocument->text()->disconnect(this);
+    for (TextViewEdit *pane : std::as_const(m_edits))
+        pane->disconnect(this);
+    qDeleteAll(m_edits); // while the document is there
+}
+
+// Panes -------------------------------------------------------------------
+
+TextViewEdit *TextView::addPane()
+{
+    auto *pane = new TextViewEdit(this, m_textDocument);
+    pane->installEventFilter(this);
+    connect(pane, &QPlainTextEdit::cursorPositionChanged, this, [this, pane] { cursorMoved(pane); });
+    connect(pane, &QPlainTextEdit::copyAvailable, this, &View::copyAvailable);
+    connect(pane, &QPlainTextEdit::copyAvailable, this, &View::cutAvailable);
+    connect(pane, qOverload<int>(&TextViewEdit::toggleBreakpoint), this, &TextView::toggleBreakpoint);
+    connect(pane, &TextViewEdit::splitRequested, this, [this, pane](int y) { splitAt(pane, y); });
+    connect(
+        pane, &TextViewEdit::becameSmall, this, [this, pane] { paneBecameSmall(pane); },
+        Qt::QueuedConnection); // not amid the splitter's own arranging
+    m_edits.append(pane);
+    m_splitter->addWidget(pane);
+    return pane;
+}
+
+void TextView::setCurrent(TextViewEdit *pane)
+{
+    m_current = pane;
+    setFocusProxy(pane);
+}
+
+void TextView::split()
+{
+    splitAt(m_current, (m_current->height() + 1) / 2);
+}
+
+void TextView::splitAt(TextViewEdit *pane, int y)
+{
+    QList<int> sizes = m_splitter->sizes();
+    const int height = pane->height(); // the new pane takes some at once
+    TextViewEdit *added = addPane();
+    added->setTextCursor(pane->textCursor());
+    added->verticalScrollBar()->setValue(pane->verticalScrollBar()->value());
+
+    const qsizetype split = m_edits.indexOf(pane);
+    sizes.insert(split, y);
+    for (qsizetype i = split + 1; i < m_edits.size(); ++i) {
+        if (m_edits[i]->isHidden() && m_edits[i] != added)
+            continue;
+        sizes[i] = height + 1 - y;
+        break;
+    }
+    m_splitter->setSizes(sizes);
+    added->setFocus();
+}
+
+void TextView::paneBecameSmall(TextViewEdit *pane)
+{
+    const auto isShown = [](TextViewEdit *edit) { return !edit->isHidden(); };
+    if (pane->isHidden() || !pane->isVisible() || pane->height() >= 20
+        || std::count_if(m_edits.cbegin(), m_edits.cend(), isShown) < 2)
+        return;
+    pane->hide();
+    TextViewEdit *first = *std::find_if(m_edits.cbegin(), m_edits.cend(), isShown);
+    setCurrent(first);
+    first->setFocus();
+}
+
+bool TextView::eventFilter(QObject *object, QEvent *event)
+{
+    if (event->type() == QEvent::FocusIn) {
+        if (const qsizetype i = m_edits.indexOf(object); i >= 0)
+            paneFocused(m_edits[i]);
+    }
+    return View::eventFilter(object, event);
+}
+
+void TextView::paneFocused(TextViewEdit *pane)
+{
+    const QPointer<TextView> self(this);
+    setCurrent(pane);
+    Q_EMIT viewActivated(this);
+    if (!self)
+        return;
+    const bool hasSelection = pane->textCursor().hasSelection();
+    tellUndo();
+    Q_EMIT copyAvailable(hasSelection);
+    Q_EMIT cutAvailable(hasSelection);
+    tellPaste();
+    Q_EMIT backAvailable(false);
+    Q_EMIT forwardAvailable(false);
+    Q_EMIT previousAvailable(false);
+    Q_EMIT nextAvailable(false);
+    const QTextCursor cursor = pane->textCursor();
+    Q_EMIT cursorPositionChanged(cursor.blockNumber(), cursor.positionInBlock());
+}
+
+void TextView::tellUndo()
+{
+    Q_EMIT undoAvailable(m_textDocument->text()->isUndoAvailable());
+    Q_EMIT redoAvailable(m_textDocument->text()->isRedoAvailable());
+}
+
+void TextView::tellPaste()
+{
+    const QMimeData *data = QGuiApplication::clipboard()->mimeData();
+    Q_EMIT pasteAvailable(data && data->hasFormat(u"text/plain"_s));
+}
+
+void TextView::cursorMoved(TextViewEdit *pane)
+{
+    if (pane != m_current)
+        return;
+    const QTextCursor cursor = pane->textCursor();
+    m_textDocument->matchBrackets(cursor);
+    tellUndo();
+    Q_EMIT cursorPositionChanged(cursor.blockNumber(), cursor.positionInBlock());
+}
+
+void TextView::update(View *source, bool full)
+{
+    for (TextViewEdit *pane : std::as_const(m_edits)) {
+        if (!full && source == this && pane->hasFocus())
+            continue;
+        const QSignalBlocker quiet(pane);
+        pane->refresh(full);
+    }
+}
+
+// Commands ----------------------------------------------------------------
+
+bool TextView::queryInterface(const QString &name, void **out)
+{
+    *out = nullptr;
+    if (name == QLatin1String(IViewWithMarkers::Name))
+        *out = static_cast<IViewWithMarkers *>(this);
+    else if (name == QLatin1String(ITextNavigation::Name))
+        *out = static_cast<ITextNavigation *>(this);
+    else if (name == QLatin1String(ISourceView::Name))
+        *out = static_cast<ISourceView *>(this);
+    return *out;
+}
+
+void TextView::print()
+{
+    QPrinter printer(QPrinter::HighResolution);
+    printer.setFullPage(true);
+    printer.setDocName(m_textDocument->title());
+    const QPointer<TextView> self(this);
+    QPrintDialog dialog(&printer, this);
+    if (dialog.exec() == QDialog::Accepted && self)
+        printText(*m_textDocument->text(), printer);
+}
+
+void TextView::undo()
+{
+    m_current->undo();
+    tellUndo();
+}
+
+void TextView::redo()
+{
+    m_current->redo();
+    tellUndo();
+}
+
+void TextView::cut()
+{
+    m_current->cut();
+}
+
+void TextView::copy()
+{
+    m_current->copy();
+}
+
+void TextView::paste()
+{
+    m_current->paste();
+}
+
+void TextView::remove()
+{
+    if (m_current->textCursor().hasSelection())
+        m_current->textCursor().removeSelectedText();
+}
+
+void TextView::selectAll()
+{
+    m_current->selectAll();
+}
+
+bool TextView::find(const QString &text, bool caseSensitive, bool wholeWord, bool forward, bool fromCursor)
+{
+    return m_edits.first()->find(text, caseSensitive, wholeWord, forward, fromCursor);
+}
+
+bool TextView::replace(const QString &text, const QString &replacement, bool caseSensitive, bool wholeWord,
+                       bool forward, bool fromCursor, bool all)
+{
+    return m_edits.first()->replace(text, replacement, caseSensitive, wholeWord, forward, fromCursor, all);
+}
+
+bool TextView::replaceInSelection(const QString &text, const QString &replacement, bool caseSensitive, bool wholeWord)
+{
+    return m_edits.first()->replaceInSelection(text, replacement, caseSensitive, wholeWord);
+}
+
+void TextView::insert(const QString &text)
+{
+    QTextCursor cursor = m_current->textCursor();
+    cursor.insertText(text);
+    m_current->setTextCursor(cursor);
+}
+
+void TextView::insertText(const QString &text)
+{
+    insert(text);
+}
+
+void TextView::moveCursor(CursorAction action, bool select)
+{
+    static constexpr QTextCursor::MoveOperation Operations[] = {QTextCursor::PreviousCharacter,
+                                                                QTextCursor::NextCharacter,
+                                                                QTextCursor::PreviousWord,
+                                                                QTextCursor::NextWord,
+                                                                QTextCursor::Up,
+                                                                QTextCursor::Down,
+                                                                QTextCursor::StartOfLine,
+                                                                QTextCursor::EndOfLine,
+                                                                QTextCursor::Start,
+                                                                QTextCursor::End};
+    if (action < 0 || action >= int(std::size(Operations)))
+        return;
+    m_current->moveCursor(Operations[action], select ? QTextCursor::KeepAnchor : QTextCursor::MoveAnchor);
+}
+
+// Markers and places ------------------------------------------------------
+
+void TextView::setMarker(int line, int mask, bool on, bool alternate)
+{
+    m_textDocument->setMarker(line, mask, on, alternate);
+}
+
+void TextView::clearMarkers(int mask)
+{
+    m_textDocument->clearMarkers(mask);
+}
+
+bool TextView::hasMarker(int line, int mask)
+{
+    return m_textDocument->hasMarker(line, mask);
+}
+
+bool TextView::hasMarkerAtCursor(int mask)
+{
+    const QTextBlock block = m_current->textCursor().block();
+    const int height = m_current->viewport()->height();
+    for (const TextViewEdit::Line &line : m_current->linesAt(0, height)) {
+        if (line.block == block)
+            return line.rect.top() >= 0 && line.rect.bottom() <= height && hasMarker(block.blockNumber() + 1, mask);
+    }
+    return false;
+}
+
+void TextView::gotoLine(int line)
+{
+    QTextDocument *text = m_textDocument->text();
+    const QTextBlock block = text->findBlockByNumber(std::clamp(line - 1, 0, text->blockCount() - 1));
+    QTextCursor cursor = m_current->textCursor();
+    cursor.setPosition(block.position());
+    m_current->setTextCursor(cursor);
+    m_current->showBlock(block);
+    m_textDocument->clearBracketMatch();
+}
+
+QString TextView::selectedText()
+{
+    return m_textDocument->selectedText();
+}
+
+void TextView::getCursorPosition(int *para, int *index)
+{
+    const QTextCursor cursor = m_current->textCursor();
+    *para = cursor.blockNumber();
+    *index = cursor.positionInBlock();
+}
+
+/// Events run between the lines: the view may be closed then.
+void TextView::indentSelection()
+{
+    const QPointer<TextViewEdit> pane = m_current;
+    const QTextCursor selection = pane->textCursor();
+    QTextDocument *text = m_textDocument->text();
+    const int last = text->findBlock(selection.selectionEnd()).blockNumber();
+    for (int line = text->findBlock(selection.selectionStart()).blockNumber(); line <= last; ++line) {
+        const QTextBlock block = text->findBlockByNumber(line);
+        if (!block.isValid())
+            break;
+        QTextCursor cursor = pane->textCursor();
+        cursor.setPosition(block.position());
+        pane->setTextCursor(cursor);
+        pane->indent();
+        QApplication::processEvents();
+        if (!pane)
+            return;
+    }
+    if (selection.hasSelection())
+        pane->setTextCursor(selection);
+}

@@ -1,0 +1,90 @@
+#pragma once
+#include "viewinterfaces.h"
+class QSplitter;
+class TextDocument;
+class TextViewEdit;
+
+/// A view on a text file: one pane or several, one above the other.
+class TextView : public View, public IViewWithMarkers, public ITextNavigation, public ISourceView
+{
+    Q_OBJECT
+public:
+    /// Movements of the cursor, by the numbers that scripts use.
+    enum CursorAction {
+        MoveBackward,
+        MoveForward,
+        MoveWordBackward,
+        MoveWordForward,
+        MoveUp,
+        MoveDown,
+        MoveLineStart,
+        MoveLineEnd,
+        MoveHome,
+        MoveEnd
+    };
+
+    explicit TextView(TextDocument *document, QWidget *parent = nullptr);
+    ~TextView() override;
+
+    void print() override;
+    bool queryInterface(const QString &name, void **out) override;
+    void split() override;
+    void undo() override;
+    void redo() override;
+    void cut() override;
+    void copy() override;
+    void paste() override;
+    void remove() override;
+    void selectAll() override;
+    using View::update;
+    void update(View *source, bool full) override;
+
+    /// As TextViewEdit tells, on the first pane.
+    virtual bool replace(const QString &text, const QString &replacement, bool caseSensitive, bool wholeWord,
+                         bool forward, bool fromCursor, bool all);
+    virtual bool replaceInSelection(const QString &text, const QString &replacement, bool caseSensitive,
+                                    bool wholeWord);
+    virtual void insert(const QString &text);
+    /// Moves the cursor of the current pane; @p select takes the selection along. Other numbers do nothing.
+    virtual void moveCursor(CursorAction action, bool select);
+
+    void setMarker(int line, int mask, bool on, bool alternate) override;
+    void clearMarkers(int mask) override;
+    [[nodiscard]] bool hasMarker(int line, int mask) override;
+    [[nodiscard]] bool hasMarkerAtCursor(int mask) override;
+
+    void gotoLine(int line) override;
+    bool find(const QString &text, bool caseSensitive, bool wholeWord, bool forward, bool fromCursor) override;
+    [[nodiscard]] QString selectedText() override;
+    void getCursorPosition(int *para, int *index) override;
+
+    void indentSelection() override;
+    void insertText(const QString &text) override;
+
+    [[nodiscard]] TextDocument *textDocument() const { return m_textDocument; }
+    /// Every pane that was made, collapsed ones too; the first is the one that find and replace act on.
+    [[nodiscard]] const QList<TextViewEdit *> &edits() const { return m_edits; }
+    [[nodiscard]] TextViewEdit *currentEdit() const { return m_current; } ///< the pane focused last
+    /// Divides @p pane at the height @p y.
+    void splitAt(TextViewEdit *pane, int y);
+
+Q_SIGNALS:
+    void toggleBreakpoint(int line); ///< counts from 1
+
+protected:
+    bool eventFilter(QObject *object, QEvent *event) override;
+
+private:
+    TextViewEdit *addPane();
+    void setCurrent(TextViewEdit *pane);
+    void paneFocused(TextViewEdit *pane);
+    void paneBecameSmall(TextViewEdit *pane);
+    void cursorMoved(TextViewEdit *pane);
+    void tellUndo();
+    void tellPaste();
+
+    TextDocument *const m_textDocument;
+    QSplitter *m_splitter;
+    QList<TextViewEdit *> m_edits;
+    TextViewEdit *m_current = nullptr;
+};

@@ -1,0 +1,399 @@
+#include "textviewedit.h"
+#include "editorhost.h"
+#include "textdocument.h"
+#include "textdocumenttemplate.h"
+#include "textindent.h"
+#include "textmarkerwidget.h"
+#include "textsearch.h"
+#include "textsplitterwidget.h"
+#include "textview.h"
+#include "varnelassert.h"
+#include <QAction>
+#include <QMenu>
+#include <QMimeData>
+#include <QRubberBand>
+#include <QScrollBar>
+#include <QStyle>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+constexpr int CollapseHeight = 20; ///< pixels
+constexpr int LinesAround = 4;     ///< kept in sight around a line that is gone to
+
+QTextDocument *keptDocument(QPlainTextEdit *edit)
+{
+    edit->document()->setParent(edit); // its present owner would delete it when another takes its place
+    return edit->document();
+}
+} // namespace
+
+TextViewEdit::TextViewEdit(TextView *view, TextDocument *document)
+    : m_view(view), m_document(document), m_ownDocument(keptDocument(this)), m_margin(new TextMarkerWidget(this))
+{
+    setFrameStyle(QFrame::NoFrame);
+    setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
+    setLineWrapMode(NoWrap);
+    setViewportMargins(TextMarkerWidget::Width, 0, 0, 0);
+    setMinimumSize(1, 1); // it collapses before that
+    refresh(true);
+    setDocument(document->text());
+
+    auto *splitter = new TextSplitterWidget;
+    addScrollBarWidget(splitter, Qt::AlignTop);
+    connect(splitter, &TextSplitterWidget::dragStarted, this,
+            [this] { m_rubberBand = std::make_unique<QRubberBand>(QRubberBand::Rectangle, this); });
+    connect(splitter, &TextSplitterWidget::dragMoved, this, &TextViewEdit::dragSplitter);
+    connect(splitter, &TextSplitterWidget::dragFinished, this, &TextViewEdit::dropSplitter);
+
+    connect(m_margin, &TextMarkerWidget::toggleBreakpoint, this, qOverload<int>(&TextViewEdit::toggleBreakpoint));
+    connect(this, &QPlainTextEdit::updateRequest, this, [this](const QRect &rect, int dy) {
+        dy ? m_margin->update() : m_margin->update(0, rect.y(), m_margin->width(), rect.height());
+    });
+    connect(this, &QPlainTextEdit::selectionChanged, this, [this] { m_document->setSelection(textCursor()); });
+    connect(document, &TextDocument::bracketMatchChanged, this, &TextViewEdit::showBracketMatch);
+}
+
+TextViewEdit::~TextViewEdit()
+{
+    const QSignalBlocker quiet(this);
+    m_document->disconnect(this);
+    setDocument(m_ownDocument);
+}
+
+void TextViewEdit::refresh(bool full)
+{
+    if (full) {
+        setFont(m_document->text()->defaultFont());
+        QPalette colours = palette();
+        colours.setColor(QPalette::Base, m_document->paperColour());
+        colours.setColor(QPalette::Text, m_document->textColour());
+        setPalette(colours);
+        showBracketMatch();
+    }
+    m_margin->update();
+    viewport()->update();
+}
+
+/// The document's font is the formats' business: fonts that come from elsewhere must not reach it.
+void TextViewEdit::changeEvent(QEvent *event)
+{
+    if (event->type() == QEvent::FontChange || event->type() == QEvent::ApplicationFontChange)
+        QAbstractScrollArea::changeEvent(event);
+    else
+        QPlainTextEdit::changeEvent(event);
+}
+
+// Lines -------------------------------------------------------------------
+
+QList<TextViewEdit::Line> TextViewEdit::linesAt(int top, int bottom) const
+{
+    QList<Line> lines;
+    QTextBlock block = firstVisibleBlock();
+    qreal y = contentOffset().y();
+    for (; block.isValid() && y <= bottom; block = block.next()) {
+        const qreal height = blockBoundingRect(block).height();
+        if (y + height > top)
+            lines.append({block, {0, y, qreal(viewport()->width()), height}});
+        y += height;
+    }
+    return lines;
+}
+
+QTextBlock TextViewEdit::blockAt(int y) const
+{
+    const QList<Line> lines = linesAt(y, y);
+    return lines.isEmpty() ? QTextBlock() : lines.first().block;
+}
+
+void TextViewEdit::showBlock(const QTextBlock &block)
+{
+    const int first = verticalScrollBar()->value(); // counts lines, as none is wrapped
+    const int onScreen = std::max(1, viewport()->height() / m_document->lineSpacing());
+    const int around = std::min(LinesAround, (onScreen - 1) / 2);
+    const int line = block.blockNumber();
+    if (line - around < first)
+        verticalScrollBar()->setValue(line - around);
+    else if (line + around >= first + onScreen)
+        verticalScrollBar()->setValue(line + around - onScreen + 1);
+}
+
+void TextViewEdit::scrollByWheel(QWheelEvent *event)
+{
+    QPlainTextEdit::wheelEvent(event);
+}
+
+void TextViewEdit::paintEvent(QPaintEvent *event)
+{
+    const int onScreen = viewport()->height() / std::max(1, m_document->lineSpacing()) + 1;
+    const int last = std::min(firstVisibleBlock().blockNumber() + onScreen, document()->blockCount() - 1);
+    m_document->ensureProcessed(document()->findBlockByNumber(last));
+    QPlainTextEdit::paintEvent(event);
+}
+
+void TextViewEdit::resizeEvent(QResizeEvent *event)
+{
+    QPlainTextEdit::resizeEvent(event);
+    placeMargin();
+    if (height() < CollapseHeight)
+        Q_EMIT becameSmall();
+}
+
+void TextViewEdit::placeMargin()
+{
+    const QRect inside = contentsRect();
+    m_margin->setGeometry(inside.left(), inside.top(), TextMarkerWidget::Width, viewport()->height());
+}
+
+void TextViewEdit::showBracketMatch()
+{
+    QTextEdit::ExtraSelection match;
+    match.cursor = m_document->bracketMatch();
+    if (match.cursor.isNull()) {
+        setExtraSelections({});
+        return;
+    }
+    match.format.setBackground(QColor(u"lightcyan"_s));
+    if (m_document->paperColour().lightness() < 128)
+        match.format.setForeground(Qt::black); // light text would vanish on it
+    setExtraSelections({match});
+}
+
+// Keys and mouse ----------------------------------------------------------
+
+void TextViewEdit::keyPressEvent(QKeyEvent *event)
+{
+    const bool isReturn = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    const Qt::KeyboardModifiers plain = event->modifiers() & ~(Qt::ShiftModifier | Qt::KeypadModifier);
+    const TextIndent *indenter = m_document->indenter();
+    if (isReturn && plain == Qt::NoModifier)
+        pressReturn(event);
+    else if (event->key() == Qt::Key_Tab && event->modifiers() == Qt::NoModifier && indenter && !indenter->keepTabs())
+        pressTab();
+    else
+        QPlainTextEdit::keyPressEvent(event);
+}
+
+void TextViewEdit::pressTab()
+{
+    QTextCursor cursor = textCursor();
+    const int tabSize = m_document->indenter()->tabSize();
+    cursor.beginEditBlock();
+    cursor.removeSelectedText();
+    const int index = cursor.positionInBlock();
+    cursor.insertText(QString((index / tabSize + 1) * tabSize - index, u' '));
+    cursor.endEditBlock();
+    setTextCursor(cursor);
+}
+
+/// Breaks the line and indents the new one, both in one step for undo. With Shift too: the toolkit would break the line
+/// by a character of its own, which no source file knows.
+void TextViewEdit::pressReturn(QKeyEvent *event)
+{
+    QKeyEvent press(event->type(), event->key(), event->modifiers() & ~Qt::ShiftModifier, event->text(),
+                    event->isAutoRepeat());
+    QPlainTextEdit::keyPressEvent(&press);
+    if (!m_document->indenter())
+        return;
+    QTextCursor step = textCursor();
+    step.joinPreviousEditBlock();
+    indent();
+    step.endEditBlock();
+    ensureCursorVisible();
+}
+
+/// A cursor in the line's text stays with it, one before the text goes to its start.
+void TextViewEdit::indent()
+{
+    TextIndent *indenter = m_document->indenter();
+    if (!indenter)
+        return;
+    QTextCursor cursor = textCursor();
+    const QTextBlock block = cursor.block();
+    const int index = cursor.positionInBlock();
+    int oldIndent = 0;
+    int newIndent = 0;
+    indenter->indent(m_document->text(), block, &oldIndent, &newIndent);
+    const int moved = index >= oldIndent ? index + newIndent - oldIndent : newIndent;
+    cursor.setPosition(block.position() + std::clamp(moved, 0, block.length() - 1));
+    setTextCursor(cursor);
+}
+
+/// A right press puts the cursor where it was made, so that the context menu is about that line; a press on the
+/// selection leaves it, so that the menu can copy it.
+void TextViewEdit::mousePressEvent(QMouseEvent *event)
+{
+    QPlainTextEdit::mousePressEvent(event);
+    if (event->button() != Qt::RightButton)
+        return;
+    const QTextCursor pressed = cursorForPosition(event->position().toPoint());
+    const QTextCursor cursor = textCursor();
+    const bool onSelection = cursor.hasSelection() && pressed.position() >= cursor.selectionStart()
+                             && pressed.position() <= cursor.selectionEnd();
+    if (!onSelection)
+        setTextCursor(pressed);
+}
+
+void TextViewEdit::mouseDoubleClickEvent(QMouseEvent *event)
+{
+    QPlainTextEdit::mouseDoubleClickEvent(event);
+    QTextCursor cursor = textCursor();
+    const int start = cursor.selectionStart();
+    const int end = cursor.selectionEnd();
+    int trimmed = end;
+    while (trimmed - start > 1 && !document()->characterAt(trimmed - 1).isLetterOrNumber())
+        --trimmed;
+    if (trimmed == end)
+        return;
+    select(start, trimmed - start);
+}
+
+void TextViewEdit::contextMenuEvent(QContextMenuEvent *event)
+{
+    const std::unique_ptr<QMenu> menu = contextMenu(event->pos());
+    menu->exec(event->globalPos());
+}
+
+std::unique_ptr<QMenu> TextViewEdit::contextMenu(const QPoint &position)
+{
+    std::unique_ptr<QMenu> menu(createStandardContextMenu(position));
+    if (!viewInterface<IViewWithMarkers>(m_view))
+        return menu;
+    menu->setParent(nullptr, menu->windowFlags()); // the pane may die while the menu is open
+    menu->addSeparator();
+    EditorHost *host = m_document->textTemplate()->editorHost();
+    if (QAction *run = host ? host->sharedAction(u"debugRunToCursor"_s) : nullptr)
+        menu->addAction(run);
+    QAction *toggle = menu->addAction(tr("Toggle Breakpoint\tF9"));
+    connect(toggle, &QAction::triggered, this, qOverload<>(&TextViewEdit::toggleBreakpoint));
+    return menu;
+}
+
+void TextViewEdit::toggleBreakpoint()
+{
+    Q_EMIT toggleBreakpoint(textCursor().blockNumber() + 1);
+}
+
+/// Files are left to the window around, which opens them.
+void TextViewEdit::dragEnterEvent(QDragEnterEvent *event)
+{
+    if (event->mimeData()->hasUrls() || event->mimeData()->text().startsWith(u"file:"_s))
+        event->ignore();
+    else
+        QPlainTextEdit::dragEnterEvent(event);
+}
+
+// The split handle --------------------------------------------------------
+
+int TextViewEdit::splitHeight(const QPoint &globalPosition) const
+{
+    const int handle = style()->pixelMetric(QStyle::PM_SplitterWidth, nullptr, this);
+    return std::clamp(mapFromGlobal(globalPosition).y(), 0, std::max(0, viewport()->height() - handle));
+}
+
+void TextViewEdit::dragSplitter(const QPoint &globalPosition)
+{
+    const int handle = style()->pixelMetric(QStyle::PM_SplitterWidth, nullptr, this);
+    m_rubberBand->setGeometry(0, splitHeight(globalPosition), width(), handle);
+    m_rubberBand->show();
+}
+
+void TextViewEdit::dropSplitter(const QPoint &globalPosition)
+{
+    m_rubberBand.reset();
+    Q_EMIT splitRequested(splitHeight(globalPosition));
+}
+
+// Search ------------------------------------------------------------------
+
+void TextViewEdit::select(qsizetype position, qsizetype length)
+{
+    QTextCursor cursor = textCursor();
+    cursor.setPosition(int(position));
+    cursor.setPosition(int(position + length), QTextCursor::KeepAnchor);
+    setTextCursor(cursor);
+}
+
+bool TextViewEdit::find(const QString &text, bool caseSensitive, bool wholeWord, bool forward, bool fromCursor)
+{
+    const SearchOptions options{caseSensitive, wholeWord};
+    const QString raw = document()->toRawText();
+    const QTextCursor cursor = textCursor();
+    qsizetype match = -1;
+    if (forward) {
+        match = findForward(raw, text, options, fromCursor ? cursor.selectionEnd() : 0, raw.size());
+    } else if (!fromCursor) {
+        match = findBackward(raw, text, options, raw.size());
+    } else {
+        const QTextBlock block = document()->findBlock(cursor.selectionStart());
+        const qsizetype from = cursor.selectionStart() - text.size();
+        match = findBackward(raw, text, options, std::max<qsizetype>(from, block.position() - 1));
+    }
+    if (match < 0)
+        return false;
+    select(match, text.size());
+    return true;
+}
+
+bool TextViewEdit::replace(const QString &text, const QString &replacement, bool caseSensitive, bool wholeWord, bool,
+                           bool, bool all)
+{
+    const QString raw = document()->toRawText();
+    if (all)
+        return replaceMatches(raw, text, replacement, caseSensitive, wholeWord, 0, raw.size());
+    const qsizetype match =
+        findForward(raw, text, {caseSensitive, wholeWord}, textCursor().selectionStart(), raw.size());
+    if (match < 0)
+        return false;
+    select(match, text.size());
+    textCursor().insertText(replacement);
+    return find(text, caseSensitive, wholeWord, true, true);
+}
+
+bool TextViewEdit::replaceMatches(const QString &raw, const QString &text, const QString &replacement,
+                                  bool caseSensitive, bool wholeWord, qsizetype from, qsizetype end)
+{
+    const QList<Replacement> matches = findReplacements(raw, text, replacement, {caseSensitive, wholeWord}, from, end);
+    if (matches.isEmpty())
+        return false;
+    QTextCursor cursor = textCursor();
+    cursor.beginEditBlock();
+    for (auto match = matches.crbegin(); match != matches.crend(); ++match) { // those before keep their positions
+        cursor.setPosition(int(match->position));
+        cursor.setPosition(int(match->position + match->length), QTextCursor::KeepAnchor);
+        cursor.insertText(replacement);
+    }
+    cursor.endEditBlock();
+    return true;
+}
+
+bool TextViewEdit::replaceInSelection(const QString &text, const QString &replacement, bool caseSensitive,
+                                      bool wholeWord)
+{
+    const QTextCursor selection = textCursor();
+    const int paraFrom =
+        selection.hasSelection() ? document()->findBlock(selection.selectionStart()).blockNumber() : -1;
+    VARNEL_ASSERT(paraFrom != -1);
+    if (paraFrom == -1)
+        return false;
+    const auto place = [this](int position) {
+        const QTextBlock block = document()->findBlock(position);
+        return std::pair(block.blockNumber(), position - block.position());
+    };
+    const auto anchor = place(selection.anchor());
+    const auto cursor = place(selection.position());
+    const QTextBlock last = document()->findBlock(selection.selectionEnd());
+    const bool replaced = replaceMatches(document()->toRawText(), text, replacement, caseSensitive, wholeWord,
+                                         selection.selectionStart(), last.position() + last.length() - 1);
+
+    const auto positionOf = [this](std::pair<int, int> place) {
+        const QTextBlock block = document()->findBlockByNumber(place.first);
+        return block.position() + std::min(place.second, block.length() - 1);
+    };
+    QTextCursor restored = textCursor();
+    restored.setPosition(positionOf(anchor));
+    restored.setPosition(positionOf(cursor), QTextCursor::KeepAnchor);
+    setTextCursor(restored);
+    return replaced;
+}

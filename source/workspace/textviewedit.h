@@ -1,0 +1,85 @@
+#pragma once
+#include <QPlainTextEdit>
+#include <QTextBlock>
+class QMenu;
+class QRubberBand;
+class TextDocument;
+class TextMarkerWidget;
+class TextView;
+
+/// One pane of a text view: the editor proper, with the margin on its left and the split handle above its scroll bar.
+class TextViewEdit : public QPlainTextEdit
+{
+    Q_OBJECT
+public:
+    struct Line
+    {
+        QTextBlock block;
+        QRectF rect; ///< in the viewport
+    };
+
+    TextViewEdit(TextView *view, TextDocument *document);
+    ~TextViewEdit() override;
+
+    /// Searches, selects the match and returns whether there is one. Whole words are told in SearchOptions. Without
+    /// @p fromCursor the search starts at the end of the text that it leaves.
+    virtual bool find(const QString &text, bool caseSensitive, bool wholeWord, bool forward, bool fromCursor);
+    /// Replaces the first match from the selection's start on, and returns whether there is another, which is selected.
+    /// With @p all replaces every match of the text and returns whether there was one.
+    virtual bool replace(const QString &text, const QString &replacement, bool caseSensitive, bool wholeWord,
+                         bool forward, bool fromCursor, bool all);
+    /// Replaces every match from the start of the selection to the end of its last line. The selection gets its former
+    /// lines and columns back, whatever the replacements did to the text.
+    virtual bool replaceInSelection(const QString &text, const QString &replacement, bool caseSensitive,
+                                    bool wholeWord);
+
+    [[nodiscard]] TextDocument *textDocument() const { return m_document; }
+    /// Shows changed markers; with @p full takes over changed formats as well.
+    void refresh(bool full);
+    /// The lines that are on screen between the heights @p top and @p bottom of the viewport.
+    [[nodiscard]] QList<Line> linesAt(int top, int bottom) const;
+    /// The line at the height @p y of the viewport; invalid below the last line.
+    [[nodiscard]] QTextBlock blockAt(int y) const;
+    /// Scrolls so that @p block is on screen with some lines around it.
+    void showBlock(const QTextBlock &block);
+    void scrollByWheel(QWheelEvent *event);
+    /// Indents the cursor's line as its language wants.
+    void indent();
+    [[nodiscard]] std::unique_ptr<QMenu> contextMenu(const QPoint &position);
+
+public Q_SLOTS:
+    virtual void toggleBreakpoint();
+
+Q_SIGNALS:
+    void toggleBreakpoint(int line); ///< counts from 1
+    void splitRequested(int height);
+    void becameSmall(); ///< too low to be of use
+
+protected:
+    void keyPressEvent(QKeyEvent *event) override;
+    void mousePressEvent(QMouseEvent *event) override;
+    void mouseDoubleClickEvent(QMouseEvent *event) override;
+    void contextMenuEvent(QContextMenuEvent *event) override;
+    void dragEnterEvent(QDragEnterEvent *event) override;
+    void paintEvent(QPaintEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
+    void changeEvent(QEvent *event) override;
+
+private:
+    void pressTab();
+    void pressReturn(QKeyEvent *event);
+    void showBracketMatch();
+    void select(qsizetype position, qsizetype length);
+    bool replaceMatches(const QString &raw, const QString &text, const QString &replacement, bool caseSensitive,
+                        bool wholeWord, qsizetype from, qsizetype end);
+    void placeMargin();
+    void dragSplitter(const QPoint &globalPosition);
+    void dropSplitter(const QPoint &globalPosition);
+    [[nodiscard]] int splitHeight(const QPoint &globalPosition) const;
+
+    TextView *const m_view;
+    TextDocument *const m_document;
+    QTextDocument *const m_ownDocument; ///< put back before the end: the shared one must not see this pane die
+    TextMarkerWidget *m_margin;
+    std::unique_ptr<QRubberBand> m_rubberBand; ///< null while the splitter is not dragged
+};

@@ -1,0 +1,64 @@
+#include "view.h"
+#include "document.h"
+#include "messages.h"
+#include "varnelassert.h"
+#include <QCloseEvent>
+#include <QDir>
+#include <QPointer>
+
+using namespace Qt::StringLiterals;
+
+View::View(Document *document, QWidget *parent) : QWidget(parent), m_document(document)
+{
+    VARNEL_ASSERT(document);
+    if (!document)
+        return;
+    connect(document, &Document::documentModified, this, &View::updateTitle);
+    connect(document, &Document::updateViews, this, qOverload<View *, bool>(&View::update));
+    updateTitle();
+}
+
+void View::setIndex(int index)
+{
+    if (m_index == index)
+        return;
+    m_index = index;
+    updateTitle();
+}
+
+void View::updateTitle()
+{
+    m_title = m_document->title();
+    if (m_index != 0)
+        m_title += u':' + QString::number(m_index);
+    if (m_document->modified())
+        m_title += u" *"_s;
+    setWindowTitle(m_title);
+    Q_EMIT viewTitleChanged(this);
+}
+
+/// Returns whether the view may close.
+bool View::askToSave()
+{
+    const QString text =
+        tr("%1 has changed.\n\nDo you want to save the changes?").arg(QDir::toNativeSeparators(m_document->filename()));
+    const QPointer<View> self(this);
+    const auto answer = showInformation(window(), text, {QMessageBox::Yes, QMessageBox::No, QMessageBox::Cancel},
+                                        window()->windowTitle());
+    if (!self || answer == QMessageBox::Cancel)
+        return false;
+    return answer == QMessageBox::No || m_document->save();
+}
+
+void View::closeEvent(QCloseEvent *event)
+{
+    const QPointer<View> self(this);
+    if (m_index == 0 && m_document->modified() && !askToSave()) {
+        event->ignore();
+        return;
+    }
+    if (!self)
+        return;
+    QWidget::closeEvent(event);
+    Q_EMIT viewClosed(this); // deletes this view
+}

@@ -1,0 +1,261 @@
+#include "viewmanager.h"
+#include "document.h"
+#include "documenttemplate.h"
+#include "varnelassert.h"
+#include "viewinterfaces.h"
+
+ViewManager::ViewManager(QWidget *parent) : QWidget(parent) {}
+
+ViewManager::~ViewManager()
+{
+    if (!m_views.isEmpty())
+        qWarning("ViewManager::~ViewManager: Views still exist");
+}
+
+void ViewManager::addView(View *newView, bool)
+{
+    VARNEL_ASSERT(newView);
+    if (!newView)
+        return;
+    VARNEL_ASSERT(m_views.find(newView) == -1);
+    connect(newView, &View::viewClosed, this, &ViewManager::viewClosed);
+    connect(newView, &View::viewActivated, this, &ViewManager::slotViewActivated);
+    connect(newView, &View::viewTitleChanged, this, &ViewManager::viewTitleChanged);
+    connect(newView, &View::undoAvailable, this, &ViewManager::undoAvailable);
+    connect(newView, &View::redoAvailable, this, &ViewManager::redoAvailable);
+    connect(newView, &View::copyAvailable, this, &ViewManager::copyAvailable);
+    connect(newView, &View::cutAvailable, this, &ViewManager::cutAvailable);
+    connect(newView, &View::pasteAvailable, this, &ViewManager::pasteAvailable);
+    connect(newView, &View::backAvailable, this, &ViewManager::backAvailable);
+    connect(newView, &View::forwardAvailable, this, &ViewManager::forwardAvailable);
+    connect(newView, &View::previousAvailable, this, &ViewManager::previousAvailable);
+    connect(newView, &View::nextAvailable, this, &ViewManager::nextAvailable);
+    connect(newView, &View::cursorPositionChanged, this, &ViewManager::cursorPositionChanged);
+    if (viewInterface<IViewWithMarkers>(
+            newView)) // declared by each kind of view with markers, known to us only by name
+        connect(newView, SIGNAL(toggleBreakpoint(int)), this, SIGNAL(toggleBreakpoint(int)));
+    connect(newView, &View::sourceChanged, this, &ViewManager::sourceChanged);
+    m_views.append(newView);
+    Q_EMIT viewActivated(newView);
+}
+
+void ViewManager::addViewInPlace(View *newView, bool activate)
+{
+    addView(newView, activate);
+}
+
+void ViewManager::slotViewActivated(View *view)
+{
+    m_views.removeOne(view);
+    m_views.prepend(view);
+    Q_EMIT viewActivated(view);
+}
+
+void ViewManager::viewClosed(View *view)
+{
+    Document *document = view->document();
+    m_views.removeOne(view);
+    const int left = renumber(document);
+    delete view;
+    if (left == 0)
+        delete document;
+    Q_EMIT viewActivated(currentView());
+}
+
+/// Gives the views of @p document their numbers and returns how many there are.
+int ViewManager::renumber(Document *document)
+{
+    ObjectList<View> views;
+    std::copy_if(m_views.cbegin(), m_views.cend(), std::back_inserter(views),
+                 [document](View *view) { return view->document() == document; });
+    for (int i = 0; i < views.size(); ++i)
+        views[i]->setIndex(views.size() == 1 ? 0 : i + 1);
+    return int(views.size());
+}
+
+Document *ViewManager::currentDocument()
+{
+    View *view = currentView();
+    return view ? view->document() : nullptr;
+}
+
+View *ViewManager::firstView(Document *document) const
+{
+    const auto shows = [document](View *view) { return view->document() == document; };
+    const auto found = std::find_if(m_views.cbegin(), m_views.cend(), shows);
+    return found == m_views.cend() ? nullptr : *found;
+}
+
+void ViewManager::activateDocument(Document *document, bool setFocus)
+{
+    const struct
+    {
+        View *view;
+        [[nodiscard]] View *current() const { return view; }
+    } it{firstView(document)};
+    VARNEL_ASSERT(it.current());
+    if (it.current())
+        activateView(it.current(), setFocus);
+}
+
+void ViewManager::closeCurrentView()
+{
+    if (View *view = currentView())
+        view->close();
+}
+
+void ViewManager::closeCurrentDocument()
+{
+    if (Document *document = currentDocument())
+        closeDocument(document);
+}
+
+void ViewManager::closeDocument(Document *document)
+{
+    for (const QPointer<View> &view : m_views.guarded()) {
+        if (view && view->document() == document)
+            view->close();
+    }
+}
+
+void ViewManager::closeAll()
+{
+    for (const QPointer<View> &view : m_views.guarded()) {
+        if (view)
+            activateView(view, false);
+        if (view)
+            view->close();
+    }
+}
+
+void ViewManager::newView()
+{
+    Document *document = currentDocument();
+    if (!document)
+        return;
+    View *newView = document->documentTemplate()->createView(document);
+    VARNEL_ASSERT(newView);
+    if (!newView)
+        return;
+    addView(newView, true);
+    renumber(document);
+}
+
+void ViewManager::nextView()
+{
+    activateNeighbour(1);
+}
+
+void ViewManager::previousView()
+{
+    activateNeighbour(-1);
+}
+
+void ViewManager::activateNeighbour(int step)
+{
+    const int count = int(m_views.size());
+    const int current = m_views.find(currentView());
+    if (current >= 0)
+        activateView(m_views[(current + step + count) % count], true);
+}
+
+void ViewManager::updateAllDocuments(bool full)
+{
+    for (const QPointer<View> &view : m_views.guarded()) {
+        if (view)
+            view->document()->notifyViews(nullptr, full);
+    }
+}
+
+void ViewManager::gotoLine(int line, bool mark)
+{
+    View *current = currentView();
+    if (auto *navigation = viewInterface<ITextNavigation>(current))
+        navigation->gotoLine(line);
+    if (!mark)
+        return;
+    for (View *view : std::as_const(m_views)) {
+        if (auto *markers = viewInterface<IViewWithMarkers>(view))
+            markers->clearMarkers(IViewWithMarkers::LookupMarker);
+    }
+    if (auto *markers = viewInterface<IViewWithMarkers>(current))
+        markers->setMarker(line, IViewWithMarkers::LookupMarker, true, false);
+}
+
+void ViewManager::indentCurrent()
+{
+    if (auto *source = viewInterface<ISourceView>(currentView()))
+        source->indentSelection();
+}
+
+void ViewManager::insertInCurrent(const QString &text)
+{
+    if (auto *source = viewInterface<ISourceView>(currentView()))
+        source->insertText(text);
+}
+
+void ViewManager::command(void (View::*operation)())
+{
+    if (View *view = currentView())
+        (view->*operation)();
+}
+
+void ViewManager::split()
+{
+    command(&View::split);
+}
+
+void ViewManager::undo()
+{
+    command(&View::undo);
+}
+
+void ViewManager::redo()
+{
+    command(&View::redo);
+}
+
+void ViewManager::cut()
+{
+    command(&View::cut);
+}
+
+void ViewManager::copy()
+{
+    command(&View::copy);
+}
+
+void ViewManager::paste()
+{
+    command(&View::paste);
+}
+
+void ViewManager::remove()
+{
+    command(&View::remove);
+}
+
+void ViewManager::back()
+{
+    command(&View::back);
+}
+
+void ViewManager::forward()
+{
+    command(&View::forward);
+}
+
+void ViewManager::previous()
+{
+    command(&View::previous);
+}
+
+void ViewManager::next()
+{
+    command(&View::next);
+}
+
+void ViewManager::selectAll()
+{
+    command(&View::selectAll);
+}

@@ -1,0 +1,151 @@
+#include "workspace.h"
+#include "document.h"
+#include "documenttemplate.h"
+#include "varnelassert.h"
+#include "view.h"
+#include "viewmanager.h"
+
+Workspace::Workspace(QObject *parent) : QObject(parent) {}
+
+Workspace::~Workspace()
+{
+    if (!m_documents.isEmpty())
+        qWarning("Workspace::~Workspace: documents still exist");
+    qDeleteAll(m_templates);
+}
+
+void Workspace::setViewManager(ViewManager *viewManager)
+{
+    m_viewManager = viewManager;
+}
+
+void Workspace::addTemplate(DocumentTemplate *docTemplate)
+{
+    m_templates.append(docTemplate);
+}
+
+bool Workspace::openDocument(const QString &filename, bool activate)
+{
+    VARNEL_ASSERT(filename.length() > 0);
+    if (Document *doc = findDocument(filename)) {
+        m_viewManager->activateDocument(doc, activate);
+        return true;
+    }
+    DocumentTemplate *docTemplate = templateFor(filename, "DocumentTemplate");
+    return docTemplate && load(docTemplate, &Document::open, filename, activate);
+}
+
+bool Workspace::reopenDocument(QString filename)
+{
+    const QPointer<Document> doc = findDocument(filename);
+    if (!doc)
+        return false;
+    doc->setModified(false); // or its last view would ask
+    m_viewManager->activateDocument(doc, true);
+    m_viewManager->closeDocument(doc);
+
+    DocumentTemplate *docTemplate = templateFor(filename, "DocumentTemplate");
+    return docTemplate && load(docTemplate, &Document::open, filename, true, Placement::InPlace);
+}
+
+bool Workspace::openHelp(const QString &filename)
+{
+    const auto isHelp = [](Document *doc) { return doc->inherits("HelpDocument"); };
+    if (const auto found = std::find_if(m_documents.cbegin(), m_documents.cend(), isHelp);
+        found != m_documents.cend()) {
+        const QPointer<Document> doc = *found;
+        doc->open(filename);
+        if (!doc)
+            return true;
+        m_viewManager->activateDocument(doc, true);
+        doc->notifyViews(nullptr, false);
+        return true;
+    }
+    DocumentTemplate *docTemplate = templateFor(filename, "HelpDocumentTemplate");
+    return docTemplate && load(docTemplate, &Document::open, filename, true);
+}
+
+bool Workspace::newDocument(DocumentTemplate *docTemplate, const QString &filename)
+{
+    VARNEL_ASSERT(docTemplate);
+    return docTemplate && load(docTemplate, &Document::create, filename, true);
+}
+
+bool Workspace::saveAll(bool onlyModified)
+{
+    bool allSaved = true;
+    for (const QPointer<Document> &doc : m_documents.guarded()) {
+        if (doc && (doc->modified() || !onlyModified))
+            allSaved = doc->save() && allSaved;
+    }
+    return allSaved;
+}
+
+void Workspace::addDocument(Document *doc)
+{
+    VARNEL_ASSERT(doc);
+    if (!doc)
+        return;
+    VARNEL_ASSERT(m_documents.find(doc) == -1);
+    m_documents.append(doc);
+    connect(doc, &QObject::destroyed, this, &Workspace::documentDestroyed);
+}
+
+void Workspace::documentDestroyed(QObject *doc)
+{
+    VARNEL_ASSERT(m_documents.find(doc) >= 0);
+    if (const int index = m_documents.find(doc); index >= 0)
+        m_documents.removeAt(index);
+}
+
+void Workspace::closeCurrentDocument()
+{
+    m_viewManager->closeCurrentDocument();
+}
+
+void Workspace::closeAll()
+{
+    m_viewManager->closeAll();
+}
+
+Document *Workspace::findDocument(const QString &filename) const
+{
+    const auto isNamed = [&filename](Document *doc) { return doc->filename() == filename; };
+    const auto found = std::find_if(m_documents.cbegin(), m_documents.cend(), isNamed);
+    return found == m_documents.cend() ? nullptr : *found;
+}
+
+bool Workspace::anyModified() const
+{
+    return std::any_of(m_documents.cbegin(), m_documents.cend(), [](Document *doc) { return doc->modified(); });
+}
+
+DocumentTemplate *Workspace::templateFor(const QString &filename, const char *inherits) const
+{
+    for (DocumentTemplate *docTemplate : m_templates) {
+        if (docTemplate->canOpen(filename) && docTemplate->inherits(inherits))
+            return docTemplate;
+    }
+    qWarning("Workspace::openDocument: No template found for document (%s)", qPrintable(filename));
+    return nullptr;
+}
+
+bool Workspace::load(DocumentTemplate *docTemplate, Loader loader, const QString &filename, bool activate,
+                     Placement placement)
+{
+    std::unique_ptr<Document> loaded(docTemplate->createDocument());
+    Document *doc = loaded.get();
+    VARNEL_ASSERT(doc);
+    if (!doc || !(doc->*loader)(filename))
+        return false;
+    addDocument(loaded.release());
+    View *view = docTemplate->createView(doc);
+    VARNEL_ASSERT(view);
+    if (!view)
+        return false;
+    if (placement == Placement::InPlace)
+        m_viewManager->addViewInPlace(view, activate);
+    else
+        m_viewManager->addView(view, activate);
+    return true;
+}

@@ -1,0 +1,29 @@
+#include "textformats.h"
+#include <QFile>
+#include <QSettings>
+#include <QTemporaryDir>
+
+// Whatever a file of formats holds, what was read of it goes to the settings and comes back, or is refused.
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
+{
+    static const QTemporaryDir directory;
+    QFile file(directory.filePath(QStringLiteral("textformats.xml")));
+    if (!file.open(QIODevice::WriteOnly))
+        return 0;
+    file.write(reinterpret_cast<const char *>(data), qint64(size));
+    file.close();
+
+    static const auto quiet = qInstallMessageHandler([](QtMsgType, const QMessageLogContext &, const QString &) {});
+    Q_UNUSED(quiet);
+    TextFormats formats;
+    if (!formats.loadFromFile(file.fileName()))
+        return 0;
+    QSettings settings(directory.filePath(QStringLiteral("settings.ini")), QSettings::IniFormat);
+    formats.saveToSettings(settings);
+    TextFormats stored;
+    stored.loadFromSettings(settings);
+    const FormatTable table = formats.formatTable();
+    if (!formats.sections().isEmpty() && table.size() > formats.formats(formats.sections().first()).size() + 1)
+        qFatal("more formats than were read");
+    return 0;
+}

@@ -1,0 +1,56 @@
+#pragma once
+#include "paragdata.h"
+#include "syntaxhighlighter.h"
+#include <QPlainTextDocumentLayout>
+#include <QTextBlock>
+#include <QTextDocument>
+#include <QTextLayout>
+
+/// Formats whose identifiers can be read back from what was painted with them.
+inline FormatTable readableFormats()
+{
+    FormatTable formats;
+    for (int id = FormatId::Background; id <= FormatId::Label; ++id)
+        formats[id].setFontPointSize(id + 1);
+    return formats;
+}
+
+/// The identifier that each character of @p block is painted with, as a digit; a dot for none.
+inline QString painted(const QTextBlock &block)
+{
+    QString digits(block.length() - 1, u'.');
+    const QList<QTextLayout::FormatRange> ranges = block.layout()->formats();
+    for (const QTextLayout::FormatRange &range : ranges)
+        digits.replace(range.start, range.length,
+                       QString(range.length, QChar(u'0' + int(range.format.fontPointSize()) - 1)));
+    return digits;
+}
+
+/// The end state of @p block and then its brackets with their positions, such as "4 (0 )7".
+inline QString stateAndBrackets(const QTextBlock &block)
+{
+    QString text = QString::number(block.userState());
+    if (const ParagData *data = paragDataOf(block)) {
+        for (const ParenEntry &entry : data->parenList)
+            text += u' ' + QString(entry.character) + QString::number(entry.position);
+    }
+    return text;
+}
+
+/// Everything that a highlighter told about @p document.
+inline QString painted(const QTextDocument &document)
+{
+    QString text;
+    for (QTextBlock block = document.firstBlock(); block.isValid(); block = block.next())
+        text += QStringLiteral("|%1\n|%2\n=%3\n").arg(block.text(), painted(block), stateAndBrackets(block));
+    return text;
+}
+
+/// A document laid out as the editor's.
+inline std::unique_ptr<QTextDocument> plainDocument(const QString &text = {})
+{
+    auto document = std::make_unique<QTextDocument>();
+    document->setDocumentLayout(new QPlainTextDocumentLayout(document.get()));
+    document->setPlainText(text);
+    return document;
+}

@@ -1,0 +1,326 @@
+#include "cpphighlighter.h"
+#include "highlightdriver.h"
+#include "painted.h"
+#include <QRandomGenerator>
+#include <QSignalSpy>
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+// Counts the lines that it is asked to run.
+class CountingHighlighter : public CppHighlighter
+{
+public:
+    using CppHighlighter::CppHighlighter;
+
+    void process(QTextDocument *document, QTextBlock block, int start, bool invalidate) override
+    {
+        ++runs;
+        CppHighlighter::process(document, block, start, invalidate);
+    }
+
+    int takeRuns() { return std::exchange(runs, 0); }
+
+    int runs = 0;
+};
+
+struct Editor
+{
+    explicit Editor(const QString &text = {})
+        : document(plainDocument(text)), driver(std::make_unique<HighlightDriver>(document.get(), &highlighter))
+    {}
+
+    [[nodiscard]] QTextBlock block(int number) const { return document->findBlockByNumber(number); }
+
+    void finish()
+    {
+        driver->ensureProcessed(document->lastBlock());
+        highlighter.runs = 0;
+    }
+
+    void replace(int position, int length, const QString &text) const
+    {
+        QTextCursor cursor(document.get());
+        cursor.setPosition(position);
+        cursor.setPosition(position + length, QTextCursor::KeepAnchor);
+        cursor.insertText(text);
+    }
+
+    FormatTable formats = readableFormats();
+    CountingHighlighter highlighter{&formats};
+    std::unique_ptr<QTextDocument> document;
+    std::unique_ptr<HighlightDriver> driver;
+};
+
+QString paintedFromScratch(const QString &text, SyntaxHighlighter &highlighter)
+{
+    const auto document = plainDocument(text);
+    for (QTextBlock block = document->firstBlock(); block.isValid(); block = block.next())
+        highlighter.process(document.get(), block, 0);
+    return painted(*document);
+}
+
+QString lines(int count)
+{
+    return u"int x;\n"_s.repeated(count);
+}
+} // namespace
+
+class tst_HighlightDriver : public QObject
+{
+    Q_OBJECT
+private Q_SLOTS:
+    void init() { QTest::failOnWarning(QRegularExpression(u".?"_s)); }
+
+    void changedLineIsPaintedAtOnce();
+    void pastedScreenfulIsPaintedAtOnceAndMoreIsNot();
+    void linesAreBroughtUpToDateDownToTheOneAskedFor();
+    void restIsDoneWhenIdle();
+    void typingRunsOneLineAnywhere();
+    void openedCommentMarksAndDoesNotWalk();
+    void closedCommentStopsWhereNothingChanged();
+    void returnRunsAFewLines();
+    void joiningLinesRunsTheLineBehind();
+    void changeBelowDueLinesWaitsForThem();
+    void changedFormatsArePaintedAnew();
+    void oneHighlighterServesManyDocuments();
+    void highlightingIsNoEdit();
+    void undoIsPainted();
+    void driverMayGoBeforeItsDocument();
+    void randomEditsEndAsARunFromScratch_data();
+    void randomEditsEndAsARunFromScratch();
+};
+
+void tst_HighlightDriver::changedLineIsPaintedAtOnce()
+{
+    const Editor editor(u"x\nint"_s);
+    editor.driver->ensureProcessed(editor.document->lastBlock());
+    editor.replace(0, 1, u"return 1;"_s);
+    QCOMPARE(painted(editor.block(0)), u"666666131"_s);
+    QCOMPARE(painted(editor.block(1)), u"666"_s);
+}
+
+void tst_HighlightDriver::pastedScreenfulIsPaintedAtOnceAndMoreIsNot()
+{
+    Editor editor;
+    editor.finish();
+    editor.replace(0, 0, lines(50));
+    QVERIFY(editor.driver->isProcessed(editor.document->lastBlock()));
+    editor.finish();
+    editor.replace(0, 0, lines(5000));
+    QVERIFY(editor.highlighter.takeRuns() <= 200);
+    QVERIFY(editor.driver->isProcessed(editor.block(60)));
+    QVERIFY(!editor.driver->isProcessed(editor.block(4000)));
+}
+
+void tst_HighlightDriver::linesAreBroughtUpToDateDownToTheOneAskedFor()
+{
+    Editor editor(lines(1000));
+    QVERIFY(!editor.driver->isProcessed(editor.block(0)));
+    editor.driver->ensureProcessed(editor.block(9));
+    QCOMPARE(editor.highlighter.takeRuns(), 10);
+    QCOMPARE(painted(editor.block(9)), u"666111"_s);
+    QVERIFY(editor.driver->isProcessed(editor.block(9)));
+    QVERIFY(!editor.driver->isProcessed(editor.block(10)));
+    editor.driver->ensureProcessed(editor.block(9));
+    QCOMPARE(editor.highlighter.takeRuns(), 0);
+}
+
+void tst_HighlightDriver::restIsDoneWhenIdle()
+{
+    Editor editor(lines(5000));
+    QTRY_VERIFY(editor.driver->isProcessed(editor.document->lastBlock()));
+    QCOMPARE(editor.highlighter.takeRuns(), 5001);
+    editor.replace(0, 0, u"/*"_s);
+    QTRY_VERIFY(editor.driver->isProcessed(editor.document->lastBlock()));
+    QCOMPARE(painted(editor.block(4999)), u"222222"_s);
+    QCOMPARE(editor.document->lastBlock().userState(), 4);
+}
+
+void tst_HighlightDriver::typingRunsOneLineAnywhere()
+{
+    Editor editor(lines(10'000));
+    for (const int line : {0, 5000, 9999}) {
+        editor.finish();
+        editor.replace(editor.block(line).position(), 0, u"a"_s);
+        QVERIFY(editor.driver->isProcessed(editor.document->lastBlock()));
+        QCOMPARE(editor.highlighter.takeRuns(), 1);
+    }
+}
+
+void tst_HighlightDriver::openedCommentMarksAndDoesNotWalk()
+{
+    Editor editor(lines(10'000));
+    editor.finish();
+    editor.replace(0, 0, u"/*"_s);
+    QCOMPARE(editor.highlighter.takeRuns(), 1);
+    QCOMPARE(painted(editor.block(0)), u"22222222"_s);
+    QCOMPARE(editor.block(1).userState(), -1);
+    QVERIFY(!editor.driver->isProcessed(editor.block(1)));
+    QVERIFY(!editor.driver->isProcessed(editor.document->lastBlock()));
+    editor.driver->ensureProcessed(editor.block(30));
+    QCOMPARE(editor.highlighter.takeRuns(), 30);
+    QCOMPARE(painted(editor.block(30)), u"222222"_s);
+    QCOMPARE(painted(editor.block(31)), u"666111"_s);
+}
+
+void tst_HighlightDriver::closedCommentStopsWhereNothingChanged()
+{
+    Editor editor(lines(10'000));
+    editor.finish();
+    editor.replace(0, 0, u"/*"_s);
+    editor.driver->ensureProcessed(editor.block(30));
+    editor.replace(2, 0, u"*/"_s);
+    QVERIFY(!editor.driver->isProcessed(editor.document->lastBlock()));
+    editor.driver->ensureProcessed(editor.document->lastBlock());
+    QVERIFY(editor.highlighter.takeRuns() < 100);
+    QCOMPARE(painted(*editor.document), paintedFromScratch(editor.document->toPlainText(), editor.highlighter));
+}
+
+void tst_HighlightDriver::returnRunsAFewLines()
+{
+    Editor editor(lines(10'000));
+    editor.finish();
+    editor.replace(3, 0, u"\n"_s);
+    editor.driver->ensureProcessed(editor.document->lastBlock());
+    QVERIFY(editor.highlighter.takeRuns() <= 4);
+}
+
+void tst_HighlightDriver::joiningLinesRunsTheLineBehind()
+{
+    Editor editor(u"/* a\n*/\nint b;"_s);
+    editor.finish();
+    editor.replace(4, 3, {}); // the first line keeps its text and its end state
+    editor.driver->ensureProcessed(editor.document->lastBlock());
+    QCOMPARE(painted(editor.block(1)), u"222222"_s);
+}
+
+void tst_HighlightDriver::changeBelowDueLinesWaitsForThem()
+{
+    Editor editor(lines(10'000));
+    editor.replace(editor.block(9000).position(), 0, u"a"_s);
+    QCOMPARE(editor.highlighter.takeRuns(), 0);
+    editor.driver->ensureProcessed(editor.block(9000));
+    QCOMPARE(painted(editor.block(9000)), u"1111111"_s);
+}
+
+void tst_HighlightDriver::changedFormatsArePaintedAnew()
+{
+    Editor editor(u"int\nint"_s);
+    editor.finish();
+    editor.formats[FormatId::Keyword] = editor.formats[FormatId::Label];
+    editor.driver->rehighlight();
+    QCOMPARE(painted(editor.block(1)), u"666"_s);
+    QTRY_COMPARE(painted(editor.block(1)), u"888"_s);
+}
+
+void tst_HighlightDriver::oneHighlighterServesManyDocuments()
+{
+    Editor editor(u"/* a"_s);
+    const auto other = plainDocument(u"int"_s);
+    HighlightDriver driver(other.get(), &editor.highlighter);
+    editor.driver->ensureProcessed(editor.document->lastBlock());
+    driver.ensureProcessed(other->lastBlock());
+    editor.replace(4, 0, u"\nb"_s);
+    QTextCursor(other.get()).insertText(u"x"_s);
+    QCOMPARE(painted(editor.block(1)), u"2"_s);
+    QCOMPARE(painted(other->lastBlock()), u"1111"_s);
+}
+
+void tst_HighlightDriver::highlightingIsNoEdit()
+{
+    Editor editor(lines(300));
+    editor.document->setModified(false);
+    QSignalSpy changes(editor.document.get(), &QTextDocument::contentsChange);
+    QTRY_VERIFY(editor.driver->isProcessed(editor.document->lastBlock()));
+    QCOMPARE(changes.count(), 0);
+    QVERIFY(!editor.document->isModified());
+    QVERIFY(!editor.document->isUndoAvailable());
+
+    editor.replace(0, 0, u"/"_s);
+    QCOMPARE(changes.takeFirst(), (QVariantList{0, 0, 1}));
+    editor.finish();
+    editor.replace(1, 0, u"*"_s);
+    QCOMPARE(changes.takeFirst(), (QVariantList{1, 0, 1}));
+    editor.finish();
+    QVERIFY(changes.isEmpty());
+}
+
+void tst_HighlightDriver::undoIsPainted()
+{
+    Editor editor(lines(3));
+    editor.finish();
+    const QString before = painted(*editor.document);
+    editor.replace(0, 15, u"/*"_s);
+    editor.finish();
+    QVERIFY(painted(*editor.document) != before);
+    editor.document->undo();
+    editor.finish();
+    QCOMPARE(painted(*editor.document), before);
+}
+
+void tst_HighlightDriver::driverMayGoBeforeItsDocument()
+{
+    Editor editor(lines(3));
+    editor.driver.reset();
+    editor.replace(0, 0, u"x"_s);
+    QCOMPARE(editor.highlighter.takeRuns(), 0);
+}
+
+void tst_HighlightDriver::randomEditsEndAsARunFromScratch_data()
+{
+    QTest::addColumn<int>("seed");
+    for (const int seed : {1, 2, 3, 4, 5, 6})
+        QTest::addRow("seed %d", seed) << seed;
+}
+
+void tst_HighlightDriver::randomEditsEndAsARunFromScratch()
+{
+    static const QStringList pieces{u"/*"_s,   u"*/"_s,   u"\n"_s,      u"\""_s,   u"'"_s,   u"//"_s,   u"#"_s,
+                                    u"\\"_s,   u"("_s,    u"]"_s,       u"int "_s, u"x: "_s, u"1"_s,    u"\n\n"_s,
+                                    u"/*\n"_s, u"*/\n"_s, u"a\nb\nc"_s, u"*"_s,    u"/"_s,   lines(150)};
+    QFETCH(int, seed);
+    QRandomGenerator random(seed);
+    Editor editor(lines(20));
+    for (int edit = 0; edit < 2000; ++edit) {
+        const int length = editor.document->characterCount() - 1;
+        const int most = length > 3000 ? 400 : 12; // so that the text stays small
+        QTextCursor several(editor.document.get());
+        const bool together = random.bounded(8) == 0;
+        if (together)
+            several.beginEditBlock();
+        for (int i = 0; i < (together ? 3 : 1); ++i) {
+            const int size = editor.document->characterCount() - 1;
+            const int position = random.bounded(size + 1);
+            const int removed = random.bounded(3) > 0 ? 0 : std::min(random.bounded(most), size - position);
+            editor.replace(position, removed,
+                           random.bounded(3) == 0 ? QString() : pieces[random.bounded(pieces.size())]);
+        }
+        if (together)
+            several.endEditBlock();
+        switch (random.bounded(10)) {
+        case 0:
+            editor.document->undo();
+            break;
+        case 1:
+            editor.document->redo();
+            break;
+        case 2:
+            editor.driver->ensureProcessed(editor.block(random.bounded(editor.document->blockCount())));
+            break;
+        case 3:
+            QCoreApplication::processEvents();
+            break;
+        default:
+            break;
+        }
+        if (edit % 50 == 0 || edit == 1999) {
+            editor.driver->ensureProcessed(editor.document->lastBlock());
+            QCOMPARE(painted(*editor.document), paintedFromScratch(editor.document->toPlainText(), editor.highlighter));
+        }
+    }
+}
+
+QTEST_MAIN(tst_HighlightDriver)
+#include "tst_highlightdriver.moc"

@@ -1,0 +1,412 @@
+#include "editorfixture.h"
+#include "tabbedviewmanager.h"
+#include "workspace.h"
+#include <csignal>
+#include <QSettings>
+#include <QSignalSpy>
+#include <sys/resource.h>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+void put(const QString &path, const QByteArray &bytes)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size())
+        qFatal("cannot write %s", qPrintable(path));
+}
+
+QByteArray contents(const QString &path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("unreadable");
+}
+} // namespace
+
+class TestTextDocument : public QObject
+{
+    Q_OBJECT
+private Q_SLOTS:
+    void init() { failOnWarnings(); }
+
+    void templatesTakeFilesByExtensionAndSize_data()
+    {
+        QTest::addColumn<QString>("name");
+        QTest::addColumn<qint64>("size");
+        QTest::addColumn<bool>("c");
+        QTest::addColumn<bool>("any");
+        QTest::newRow("c file") << u"a.c"_s << qint64(10) << true << true;
+        QTest::newRow("case is ignored") << u"a.C"_s << qint64(10) << true << true;
+        QTest::newRow("last extension counts") << u"a.txt.h"_s << qint64(10) << true << true;
+        QTest::newRow("other") << u"a.py"_s << qint64(10) << false << true;
+        QTest::newRow("none") << u"Makefile"_s << qint64(10) << false << true;
+        QTest::newRow("absent") << u"absent.c"_s << qint64(-1) << true << true;
+        QTest::newRow("largest") << u"a.c"_s << qint64(10'000'000) << true << true;
+        QTest::newRow("too large") << u"a.c"_s << qint64(10'000'001) << false << false;
+    }
+    void templatesTakeFilesByExtensionAndSize()
+    {
+        QFETCH(const QString, name);
+        QFETCH(const qint64, size);
+        const QTemporaryDir directory;
+        if (size >= 0) {
+            QFile file(directory.filePath(name));
+            QVERIFY(file.open(QIODevice::WriteOnly) && file.resize(size));
+        }
+        TextDocumentTemplate c(u"C"_s, u"d"_s, {}, {u"c"_s, u"h"_s}, std::make_unique<SyntaxHighlighter>(), nullptr);
+        TextDocumentTemplate any(u"T"_s, u"d"_s, {}, {}, std::make_unique<SyntaxHighlighter>(), nullptr);
+        QTEST(c.canOpen(directory.filePath(name)), "c");
+        QTEST(any.canOpen(directory.filePath(name)), "any");
+        QVERIFY(c.canCreate());
+        QCOMPARE(c.extension(), u"c"_s);
+        QCOMPARE(any.extension(), QString());
+    }
+
+    void settingsReachTheIndenter()
+    {
+        EditorFixture f;
+        QSettings settings(f.path(u"s.ini"_s), QSettings::IniFormat);
+        f.docTemplate.readSettings(settings);
+        QCOMPARE(f.docTemplate.indenter()->tabSize(), 4);
+        QVERIFY(f.docTemplate.indenter()->keepTabs()); // absent means kept
+        QCOMPARE(f.docTemplate.indenter()->indentMode(), 2);
+        settings.setValue(u"Editor/TabSize"_s, 8);
+        settings.setValue(u"Editor/KeepTabs"_s, 0);
+        settings.setValue(u"Editor/IndentMode"_s, 1);
+        f.docTemplate.readSettings(settings);
+        QCOMPARE(f.docTemplate.indenter()->tabSize(), 8);
+        QVERIFY(!f.docTemplate.indenter()->keepTabs());
+        QCOMPARE(f.docTemplate.indenter()->indentMode(), 1);
+    }
+
+    void aFileIsReadAndWrittenAsItWas_data()
+    {
+        QTest::addColumn<QByteArray>("bytes");
+        QTest::addColumn<QByteArray>("written");
+        QTest::newRow("plain") << QByteArray("a\n") << QByteArray("Xa\n");
+        QTest::newRow("crlf and mark") << QByteArray("\xEF\xBB\xBF"
+                                                     "a\r\nb")
+                                       << QByteArray("\xEF\xBB\xBFXa\r\nb");
+        QTest::newRow("no-break space") << QByteArray("\xC2\xA0\n") << QByteArray("X\xC2\xA0\n");
+        QTest::newRow("invalid bytes") << QByteArray("\xE9\xFF\n") << QByteArray("X\xE9\xFF\n");
+    }
+    void aFileIsReadAndWrittenAsItWas()
+    {
+        QFETCH(const QByteArray, bytes);
+        QFETCH(const QByteArray, written);
+        EditorFixture f;
+        const QString path = f.path(u"a.c"_s);
+        put(path, bytes);
+        QVERIFY(f.document->open(path));
+        QCOMPARE(f.document->filename(), path);
+        QCOMPARE(f.document->title(), u"a.c"_s);
+        QVERIFY(!f.document->modified());
+        QVERIFY(!f.document->text()->isUndoAvailable());
+        QCOMPARE(f.document->lastModified(), QFileInfo(path).lastModified());
+        f.putCursor(0, 0);
+        QTest::keyClicks(f.edit(), u"X"_s);
+        QVERIFY(f.document->modified());
+        QVERIFY(f.document->save());
+        QVERIFY(!f.document->modified());
+        QCOMPARE(contents(path), written);
+    }
+
+    void latin1IsTold()
+    {
+        EditorFixture f;
+        QSignalSpy told(f.document.get(), &TextDocument::encodingChanged);
+        put(f.path(u"a.c"_s), "\xE9");
+        QVERIFY(f.document->open(f.path(u"a.c"_s)));
+        QVERIFY(f.document->isLatin1());
+        QCOMPARE(told.size(), 1);
+        f.putCursor(0, 0);
+        f.view->insertText(u"\u20AC"_s);
+        QVERIFY(f.document->save());
+        QVERIFY(!f.document->isLatin1());
+        QCOMPARE(told.size(), 2);
+        QCOMPARE(contents(f.path(u"a.c"_s)), "\xE2\x82\xAC\xC3\xA9");
+    }
+
+    void aMissingFileIsCreatedInMemoryIfWished()
+    {
+        EditorFixture f;
+        const QString path = f.path(u"new.c"_s);
+        const QString question = u"The following file does not exist:\n%1\n\nDo you want to create it?"_s.arg(path);
+        {
+            BoxAnswers answers({QMessageBox::No});
+            QVERIFY(!f.document->open(path));
+            QCOMPARE(answers.texts, QStringList{question});
+            QCOMPARE(answers.captions, QStringList{u"Varnel"_s});
+            QCOMPARE(answers.icons, QList{QMessageBox::Warning});
+            QCOMPARE(answers.buttons.first(), (QList{QMessageBox::Yes, QMessageBox::No}));
+        }
+        BoxAnswers answers({QMessageBox::Yes});
+        QVERIFY(f.document->open(path));
+        QVERIFY(f.document->modified());
+        QVERIFY(!QFile::exists(path));
+        QTest::keyClicks(f.edit(), u"x"_s);
+        f.view->undo();
+        QVERIFY(f.document->modified()); // there is still no file
+        QVERIFY(f.document->save());
+        QCOMPARE(contents(path), "");
+    }
+
+    void whatIsNoFileCannotBeOpened()
+    {
+        EditorFixture f;
+        BoxAnswers answers({QMessageBox::Ok});
+        QVERIFY(!f.document->open(f.directory.path()));
+        QCOMPARE(answers.texts, QStringList{u"The following file could not be opened:\n"_s + f.directory.path()});
+        QCOMPARE(answers.buttons.first(), QList{QMessageBox::Ok});
+    }
+
+    void aFailedSaveIsToldAndChangesNothing()
+    {
+        EditorFixture f(u"text"_s);
+        const QString path = f.path(u"a.c"_s);
+        put(path, "old");
+        QVERIFY(f.document->open(path));
+        f.view->insertText(QString(200'000, u'x'));
+        ::signal(SIGXFSZ, SIG_IGN);
+        struct rlimit old = {};
+        ::getrlimit(RLIMIT_FSIZE, &old);
+        const struct rlimit limit = {100'000, old.rlim_max};
+        ::setrlimit(RLIMIT_FSIZE, &limit);
+        BoxAnswers answers({QMessageBox::Ok});
+        const bool saved = f.document->save();
+        ::setrlimit(RLIMIT_FSIZE, &old);
+        QVERIFY(!saved);
+        QCOMPARE(answers.texts,
+                 QStringList{u"The following file could not be written:\n%1\n\nPlease check that this file is not "
+                             "read-only and you have permission to write to it."_s.arg(path)});
+        QVERIFY(f.document->modified());
+        QCOMPARE(contents(path), "old");
+        QCOMPARE(f.text().size(), 200'003);
+    }
+
+    void saveAsTakesTheNewName()
+    {
+        EditorFixture f(u"text"_s);
+        QVERIFY(f.document->saveAs(f.path(u"b.c"_s)));
+        QCOMPARE(contents(f.path(u"b.c"_s)), "text");
+        QCOMPARE(f.view->title(), u"b.c"_s);
+        BoxAnswers answers({QMessageBox::Ok});
+        QVERIFY(!f.document->saveAs(f.path(u"no/c.c"_s)));
+        QVERIFY(f.document->modified());
+        QCOMPARE(f.view->title(), u"c.c *"_s);
+    }
+
+    void undoToTheSavedTextIsUnmodified()
+    {
+        EditorFixture f(u"text"_s);
+        QTest::keyClicks(f.edit(), u"x"_s);
+        QVERIFY(f.document->modified());
+        f.view->undo();
+        QVERIFY(!f.document->modified());
+        f.view->redo();
+        QVERIFY(f.document->modified());
+    }
+
+    void aFileChangedByOthersIsNewer()
+    {
+        EditorFixture f(u"text"_s);
+        const QString path = f.path(u"a.c"_s);
+        QVERIFY(f.document->saveAs(path));
+        QVERIFY(!f.document->isNewerOnDisk());
+        QFile file(path);
+        QVERIFY(file.open(QIODevice::ReadWrite));
+        QVERIFY(file.setFileTime(f.document->lastModified().addSecs(5), QFileDevice::FileModificationTime));
+        QVERIFY(f.document->isNewerOnDisk());
+        QVERIFY(f.document->save());
+        QVERIFY(!f.document->isNewerOnDisk());
+        QVERIFY(file.remove());
+        QVERIFY(!f.document->isNewerOnDisk());
+    }
+
+    void reopeningReadsTheFileAnew()
+    {
+        const QTemporaryDir directory;
+        const FormatTable formats = testFormats();
+        TabbedViewManager manager;
+        Workspace workspace;
+        workspace.setViewManager(&manager);
+        auto highlighter = std::make_unique<SyntaxHighlighter>(&formats);
+        workspace.addTemplate(new TextDocumentTemplate(u"T"_s, u"d"_s, {}, {}, std::move(highlighter), nullptr));
+        const QString path = directory.filePath(u"a.c"_s);
+        put(path, "one");
+        QVERIFY(workspace.openDocument(path, true));
+        viewInterface<ISourceView>(manager.currentView())->insertText(u"typed "_s);
+        put(path, "two");
+        QVERIFY(workspace.reopenDocument(manager.currentDocument()->filename()));
+        QCOMPARE(static_cast<TextDocument *>(manager.currentDocument())->text()->toPlainText(), u"two"_s);
+        manager.closeAll();
+    }
+
+    void markersRideOnTheirLines()
+    {
+        EditorFixture f(u"1\n2\n3\n4\n5\n6"_s);
+        f.view->setMarker(5, TextView::EnabledBreakpointMarker, true, false);
+        QVERIFY(f.view->hasMarker(5, TextView::EnabledBreakpointMarker));
+        QVERIFY(!f.view->hasMarker(5, TextView::CurrentLineMarker));
+        f.putCursor(0, 0);
+        f.view->insertText(u"above\n"_s);
+        QCOMPARE(f.markers(), u"6:1"_s);
+        f.view->undo();
+        QCOMPARE(f.markers(), u"5:1"_s);
+        f.view->setMarker(7, TextView::EnabledBreakpointMarker, true, false);
+        f.view->setMarker(0, TextView::EnabledBreakpointMarker, true, false);
+        f.view->setMarker(-3, TextView::EnabledBreakpointMarker, true, false);
+        QCOMPARE(f.markers(), u"5:1"_s);
+        QVERIFY(!f.view->hasMarker(7, 0xFF));
+    }
+
+    void markersFollowTheTextOnSplitAndJoin_data()
+    {
+        QTest::addColumn<int>("para");
+        QTest::addColumn<int>("index");
+        QTest::addColumn<int>("key");
+        QTest::addColumn<QString>("expected");
+        QTest::newRow("return at the start of the line") << 2 << 0 << int(Qt::Key_Return) << u"4:1"_s;
+        QTest::newRow("return amid the line") << 2 << 2 << int(Qt::Key_Return) << u"3:1"_s;
+        QTest::newRow("return at its end") << 2 << 4 << int(Qt::Key_Return) << u"3:1"_s;
+        QTest::newRow("return at the end of the line above") << 1 << 3 << int(Qt::Key_Return) << u"4:1"_s;
+        QTest::newRow("joined with the line below") << 2 << 4 << int(Qt::Key_Delete) << u"3:1"_s;
+        QTest::newRow("joined with the line above") << 2 << 0 << int(Qt::Key_Backspace) << QString();
+    }
+    void markersFollowTheTextOnSplitAndJoin()
+    {
+        QFETCH(const int, para);
+        QFETCH(const int, index);
+        QFETCH(const int, key);
+        for (const int mode : {TextIndent::NoIndent, TextIndent::Smart}) {
+            EditorFixture f(u"one\ntwo\n\txyz\nfour"_s);
+            f.docTemplate.indenter()->setIndentMode(mode);
+            f.view->setMarker(3, TextView::EnabledBreakpointMarker, true, false);
+            f.putCursor(para, index);
+            QTest::keyClick(f.edit(), Qt::Key(key));
+            QTEST(f.markers(), "expected");
+        }
+    }
+
+    void alternateGoesWithBreakpointsOnly_data()
+    {
+        QTest::addColumn<int>("mask");
+        QTest::addColumn<QString>("set");
+        QTest::addColumn<QString>("unset");
+        QTest::newRow("enabled") << 0x01 << u"1:8001"_s << u"1:1"_s;
+        QTest::newRow("disabled") << 0x02 << u"1:8002"_s << u"1:2"_s;
+        QTest::newRow("multiple") << 0x04 << u"1:8004"_s << u"1:4"_s;
+        QTest::newRow("current line") << 0x08 << u"1:8"_s << u"1:8"_s;
+        QTest::newRow("lookup") << 0x10 << u"1:10"_s << u"1:10"_s;
+    }
+    void alternateGoesWithBreakpointsOnly()
+    {
+        QFETCH(const int, mask);
+        EditorFixture f(u"one"_s);
+        f.view->setMarker(1, mask, true, true);
+        QTEST(f.markers(), "set");
+        f.view->setMarker(1, mask, true, false);
+        QTEST(f.markers(), "unset");
+        f.view->setMarker(1, mask, false, true);
+        QCOMPARE(f.markers(), QString());
+    }
+
+    void clearingTakesTheBitsOffEveryLine()
+    {
+        EditorFixture f(u"1\n2\n3"_s);
+        f.view->setMarker(1, TextView::EnabledBreakpointMarker, true, false);
+        f.view->setMarker(1, TextView::CurrentLineMarker, true, false);
+        f.view->setMarker(3, TextView::CurrentLineMarker, true, false);
+        QSignalSpy notified(f.document.get(), &Document::updateViews);
+        f.view->clearMarkers(TextView::CurrentLineMarker);
+        QCOMPARE(notified.size(), 1);
+        QCOMPARE(f.markers(), u"1:1"_s);
+        f.document->text()->setPlainText(u"other"_s);
+        f.view->clearMarkers(0xFFFF); // of lines that are gone
+        QCOMPARE(f.markers(), QString());
+    }
+
+    void theRescuedTextIsAnUnsavedChange()
+    {
+        EditorFixture f(u"on disk"_s);
+        f.document->recover(u"typed\nbefore the crash"_s);
+        QCOMPARE(f.text(), u"typed\nbefore the crash"_s);
+        QVERIFY(f.document->modified());
+        f.view->undo();
+        QCOMPARE(f.text(), u"on disk"_s);
+    }
+
+    void bracketsAreMatched_data()
+    {
+        QTest::addColumn<QString>("text"); // "^" is the cursor
+        QTest::addColumn<QString>("match");
+        QTest::newRow("forward") << u"a ^(b (c) d) e"_s << u"(b (c) d)"_s;
+        QTest::newRow("backward") << u"a (b (c) d)^ e"_s << u"(b (c) d)"_s;
+        QTest::newRow("the opening one at the cursor wins") << u"(a)^[b]"_s << u"[b]"_s;
+        QTest::newRow("over lines") << u"f()\n^{\n  (\n\n\n}[{}]\n)\n}"_s << QString();
+        QTest::newRow("well nested over lines") << u"f()\n^{\n  (\n\n[{}]\n)\n}x"_s << u"{\n  (\n\n[{}]\n)\n}"_s;
+        QTest::newRow("backward over lines") << u"f()\n{\n\n }^"_s << u"{\n\n }"_s;
+        QTest::newRow("of two kinds") << u"^( ]"_s << QString();
+        QTest::newRow("no partner") << u"^( ("_s << QString();
+        QTest::newRow("no partner backward") << u") )^"_s << QString();
+        QTest::newRow("no bracket") << u"a^b"_s << QString();
+        QTest::newRow("closing one at the cursor") << u"(a^)"_s << QString();
+        QTest::newRow("in a comment") << u"/* ^( */ )"_s << QString();
+        QTest::newRow("not counted in strings") << u"^( \")\" )"_s << u"( \")\" )"_s;
+    }
+    void bracketsAreMatched()
+    {
+        QFETCH(QString, text);
+        const qsizetype at = text.indexOf(u'^');
+        EditorFixture f(text.remove(at, 1));
+        QTextCursor cursor(f.document->text());
+        cursor.setPosition(int(at));
+        f.document->matchBrackets(cursor);
+        QTEST(f.document->bracketMatch().selectedText().replace(QChar::ParagraphSeparator, u'\n'), "match");
+    }
+
+    void aFarPartnerIsFoundWhileTheProgramIsIdle()
+    {
+        EditorFixture f(u"{\n"_s + u"x;\n"_s.repeated(20'000) + u"}"_s);
+        QSignalSpy changed(f.document.get(), &TextDocument::bracketMatchChanged);
+        f.document->matchBrackets(QTextCursor(f.document->text()));
+        QVERIFY(f.document->bracketMatch().isNull());
+        QTRY_COMPARE(changed.size(), 1);
+        QCOMPARE(f.document->bracketMatch().selectionEnd(), f.document->text()->characterCount() - 1);
+
+        f.document->matchBrackets(QTextCursor(f.document->text()));
+        f.document->text()->setPlainText(u"gone"_s); // amid the search
+        QCoreApplication::processEvents();
+        QVERIFY(f.document->bracketMatch().isNull());
+    }
+
+    void theMatcherCanBeSwitchedOff()
+    {
+        EditorFixture f(u"()"_s);
+        QVERIFY(f.docTemplate.bracketMatcher().isEnabled());
+        f.docTemplate.bracketMatcher().setEnabled(false);
+        f.document->matchBrackets(QTextCursor(f.document->text()));
+        QVERIFY(f.document->bracketMatch().isNull());
+    }
+
+    void thePlainHighlighterGivesNoMatching()
+    {
+        EditorFixture f(u"()"_s, std::make_unique<SyntaxHighlighter>());
+        f.document->matchBrackets(QTextCursor(f.document->text()));
+        QVERIFY(f.document->bracketMatch().isNull());
+    }
+
+    void tabStopsFollowTheIndenter()
+    {
+        EditorFixture f;
+        const qreal zero = QFontMetricsF(f.document->text()->defaultFont()).horizontalAdvance(u'0');
+        QCOMPARE(f.document->text()->defaultTextOption().tabStopDistance(), 4 * zero);
+        f.docTemplate.indenter()->setTabSize(8);
+        f.document->notifyViews(nullptr, true);
+        QCOMPARE(f.document->text()->defaultTextOption().tabStopDistance(), 8 * zero);
+        QCOMPARE(f.document->text()->defaultTextOption().wrapMode(), QTextOption::NoWrap);
+    }
+};
+
+QTEST_MAIN(TestTextDocument)
+#include "tst_textdocument.moc"

@@ -1,0 +1,93 @@
+#include "textsearch.h"
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+
+class TestTextSearch : public QObject
+{
+    Q_OBJECT
+private Q_SLOTS:
+    void init() { QTest::failOnWarning(QRegularExpression(u".?"_s)); }
+
+    void matchesAreFound_data()
+    {
+        QTest::addColumn<QString>("text"); // "|" parts paragraphs
+        QTest::addColumn<QString>("pattern");
+        QTest::addColumn<bool>("caseSensitive");
+        QTest::addColumn<bool>("wholeWord");
+        QTest::addColumn<int>("from");
+        QTest::addColumn<int>("forward");
+        QTest::addColumn<int>("backward");
+        const auto row = [](const char *name, const QString &text, const QString &pattern, bool caseSensitive,
+                            bool wholeWord, int from, int forward, int backward) {
+            QTest::newRow(name) << text << pattern << caseSensitive << wholeWord << from << forward << backward;
+        };
+        row("plain", u"xab|ab"_s, u"ab"_s, true, false, 0, 1, -1);
+        row("from a match", u"xab|ab"_s, u"ab"_s, true, false, 1, 1, 1);
+        row("from behind it", u"xab|ab"_s, u"ab"_s, true, false, 2, 4, 1);
+        row("from the end", u"xab|ab"_s, u"ab"_s, true, false, 6, -1, 4);
+        row("case counts", u"AB|ab"_s, u"ab"_s, true, false, 0, 3, -1);
+        row("case does not count", u"AB|ab"_s, u"aB"_s, false, false, 0, 0, 0);
+        row("never over the end of a paragraph", u"a|b"_s, u"a|b"_s, true, false, 0, -1, -1);
+        row("nothing", u"ab"_s, u""_s, true, false, 0, -1, -1);
+        row("whole word", u"ab_ |ab.|xab"_s, u"ab"_s, true, true, 0, 5, -1);
+        row("whole word backward", u"(ab)|abx|xab"_s, u"ab"_s, true, true, 11, -1, 1);
+        row("digit behind", u"ab1|ab"_s, u"ab"_s, true, true, 0, 4, -1);
+        row("letter before", u"éab|ab"_s, u"ab"_s, true, true, 0, 4, -1);
+        row("rejected match ends the search of its line", u"abab ab"_s, u"ab"_s, true, true, 0, -1, -1);
+        row("rejected match, next line", u"abab ab|ab"_s, u"ab"_s, true, true, 0, 8, -1);
+        row("rejected match backward", u"ab|ab abab"_s, u"ab"_s, true, true, 10, -1, 0);
+    }
+    void matchesAreFound()
+    {
+        QFETCH(QString, text);
+        QFETCH(QString, pattern);
+        QFETCH(const bool, caseSensitive);
+        QFETCH(const bool, wholeWord);
+        QFETCH(const int, from);
+        text.replace(u'|', QChar::ParagraphSeparator);
+        pattern.replace(u'|', QChar::ParagraphSeparator);
+        const SearchOptions options{caseSensitive, wholeWord};
+        QTEST(int(findForward(text, pattern, options, from, text.size())), "forward");
+        QTEST(int(findBackward(text, pattern, options, from)), "backward");
+    }
+
+    void anEndLimitsTheSearch()
+    {
+        QCOMPARE(findForward(u"ab ab", u"ab", {}, 1, 3), -1);
+        QCOMPARE(findForward(u"ab ab", u"ab", {}, 1, 4), 3);
+    }
+
+    void replacementsFallOneBehindTheOther_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<QString>("pattern");
+        QTest::addColumn<QString>("replacement");
+        QTest::addColumn<bool>("wholeWord");
+        QTest::addColumn<QString>("expected");
+        QTest::newRow("all") << u"ab ab|ab"_s << u"ab"_s << u"x"_s << false << u"x x|x"_s;
+        QTest::newRow("replacement holds the pattern") << u"ab ab"_s << u"ab"_s << u"abab"_s << false << u"abab abab"_s;
+        QTest::newRow("overlapping") << u"aaa"_s << u"aa"_s << u"b"_s << false << u"ba"_s;
+        QTest::newRow("removal") << u"ab.ab"_s << u"ab"_s << u""_s << false << u"."_s;
+        QTest::newRow("whole words") << u"ab abc|ab"_s << u"ab"_s << u"x"_s << true << u"x abc|x"_s;
+        QTest::newRow("seen behind the replacement") << u"(ab)(ab)"_s << u"(ab)"_s << u"x"_s << true << u"x(ab)"_s;
+        QTest::newRow("seen behind a removal") << u".--"_s << u"-"_s << u""_s << true << u"."_s;
+        QTest::newRow("nothing") << u"ab"_s << u"x"_s << u"y"_s << false << u"ab"_s;
+    }
+    void replacementsFallOneBehindTheOther()
+    {
+        QFETCH(QString, text);
+        QFETCH(const QString, pattern);
+        QFETCH(const QString, replacement);
+        QFETCH(const bool, wholeWord);
+        text.replace(u'|', QChar::ParagraphSeparator);
+        const QList<Replacement> found =
+            findReplacements(text, pattern, replacement, {true, wholeWord}, 0, text.size());
+        for (auto match = found.crbegin(); match != found.crend(); ++match)
+            text.replace(match->position, match->length, replacement);
+        QTEST(text.replace(QChar::ParagraphSeparator, u'|'), "expected");
+    }
+};
+
+QTEST_GUILESS_MAIN(TestTextSearch)
+#include "tst_textsearch.moc"

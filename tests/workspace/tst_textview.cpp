@@ -1,0 +1,699 @@
+#include "editorfixture.h"
+#include "textmarkerwidget.h"
+#include "textprint.h"
+#include "textsplitterwidget.h"
+#include <QClipboard>
+#include <QHelpEvent>
+#include <QMenu>
+#include <QMimeData>
+#include <QPrintDialog>
+#include <QPrinter>
+#include <QRubberBand>
+#include <QScrollBar>
+#include <QSignalSpy>
+#include <QSplitter>
+#include <QStyle>
+#include <QToolTip>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+using Calls = QList<QVariantList>;
+
+QString numbered(int lines)
+{
+    QStringList texts;
+    for (int i = 1; i <= lines; ++i)
+        texts << u"line %1"_s.arg(i);
+    return texts.join(u'\n');
+}
+
+TextMarkerWidget *marginOf(TextViewEdit *edit)
+{
+    return edit->findChild<TextMarkerWidget *>();
+}
+
+/// The colours of the four corners of the margin's picture on a line, by the numbers of FakeHost; "." is none.
+QString pictureAt(TextViewEdit *edit, int line)
+{
+    const QImage image = marginOf(edit)->grab().toImage();
+    QString found;
+    for (const TextViewEdit::Line &shown : edit->linesAt(0, edit->viewport()->height())) {
+        if (shown.block.blockNumber() != line - 1)
+            continue;
+        const int middle = qRound(shown.rect.top() + (shown.rect.height() - 12) / 2) + 6;
+        for (const QPoint corner :
+             {QPoint(2, middle - 4), QPoint(11, middle - 4), QPoint(2, middle + 4), QPoint(11, middle + 4)}) {
+            QChar sign = u'.';
+            for (int number = 0; number < 8; ++number) {
+                if (image.pixelColor(corner).rgb() == FakeHost::colour(number).rgb())
+                    sign = QChar(u'0' + number);
+            }
+            found += sign;
+        }
+    }
+    return found;
+}
+
+void sendToolTip(QWidget *widget, const QPoint &position)
+{
+    QHelpEvent event(QEvent::ToolTip, position, widget->mapToGlobal(position));
+    QApplication::sendEvent(widget, &event);
+}
+} // namespace
+
+class TestTextView : public QObject
+{
+    Q_OBJECT
+private Q_SLOTS:
+    void init() { failOnWarnings(); }
+
+    void sideInterfacesAreGivenByName()
+    {
+        EditorFixture f;
+        QCOMPARE(viewInterface<IViewWithMarkers>(f.view.get()), static_cast<IViewWithMarkers *>(f.view.get()));
+        QCOMPARE(viewInterface<ITextNavigation>(f.view.get()), static_cast<ITextNavigation *>(f.view.get()));
+        QCOMPARE(viewInterface<ISourceView>(f.view.get()), static_cast<ISourceView *>(f.view.get()));
+        void *out = &f;
+        QVERIFY(!f.view->queryInterface(u"ISomething"_s, &out));
+        QCOMPARE(out, nullptr);
+    }
+
+    void aPaneIsFramelessWithAMarginAndScrollBars()
+    {
+        EditorFixture f;
+        QCOMPARE(f.edit()->frameShape(), QFrame::NoFrame);
+        QVERIFY(f.edit()->verticalScrollBar()->isVisible() && f.edit()->horizontalScrollBar()->isVisible());
+        QCOMPARE(f.edit()->viewport()->x(), 18);
+        QCOMPARE(marginOf(f.edit())->geometry(), QRect(0, 0, 18, f.edit()->viewport()->height()));
+        QCOMPARE(f.edit()->palette().color(QPalette::Base), QColor(u"ivory"_s));
+        const auto *handle = f.edit()->findChild<TextSplitterWidget *>();
+        QCOMPARE(handle->cursor().shape(), Qt::SplitVCursor);
+        QCOMPARE(int(handle->cursor().shape()), 11);
+        QCOMPARE(handle->height(), handle->style()->pixelMetric(QStyle::PM_SplitterWidth));
+    }
+
+    void focusTellsWhatIsAvailable()
+    {
+        EditorFixture f(u"some text"_s);
+        QGuiApplication::clipboard()->setText(u"clip"_s);
+        QPushButton elsewhere(f.view.get());
+        elsewhere.show();
+        elsewhere.setFocus();
+        f.putCursor(0, 0, 0, 4);
+        QStringList told;
+        const auto note = [&told](const char *name) {
+            return [&told, name](bool on) { told << QLatin1String(name) + (on ? u" 1"_s : u" 0"_s); };
+        };
+        connect(f.view.get(), &View::viewActivated, this, [&told] { told << u"activated"_s; });
+        connect(f.view.get(), &View::undoAvailable, this, note("undo"));
+        connect(f.view.get(), &View::redoAvailable, this, note("redo"));
+        connect(f.view.get(), &View::copyAvailable, this, note("copy"));
+        connect(f.view.get(), &View::cutAvailable, this, note("cut"));
+        connect(f.view.get(), &View::pasteAvailable, this, note("paste"));
+        connect(f.view.get(), &View::backAvailable, this, note("back"));
+        connect(f.view.get(), &View::forwardAvailable, this, note("forward"));
+        connect(f.view.get(), &View::previousAvailable, this, note("previous"));
+        connect(f.view.get(), &View::nextAvailable, this, note("next"));
+        connect(f.view.get(), &View::cursorPositionChanged, this,
+                [&told](int para, int index) { told << u"%1,%2"_s.arg(para).arg(index); });
+        f.view->setFocus();
+        QCOMPARE(told.join(u'|'),
+                 u"activated|undo 0|redo 0|copy 1|cut 1|paste 1|back 0|forward 0|previous 0|next 0|0,4"_s);
+        told.clear();
+        QTest::keyClick(f.edit(), Qt::Key_Delete);
+        QVERIFY(told.contains(u"undo 1"_s));
+        QVERIFY(told.contains(u"copy 0"_s) && told.contains(u"cut 0"_s));
+        QVERIFY(told.contains(u"0,0"_s));
+        told.clear();
+        f.view->undo();
+        QCOMPARE(told.mid(told.size() - 2), (QStringList{u"undo 0"_s, u"redo 1"_s}));
+        f.view->redo();
+        QCOMPARE(told.mid(told.size() - 2), (QStringList{u"undo 1"_s, u"redo 0"_s}));
+        told.clear();
+        QGuiApplication::clipboard()->clear();
+        QVERIFY(told.contains(u"paste 0"_s));
+    }
+
+    void editCommandsActOnTheCurrentPane()
+    {
+        EditorFixture f(u"one two"_s);
+        f.view->split();
+        QCOMPARE(f.view->currentEdit(), f.edit(1));
+        f.putCursor(0, 0, 0, 4);
+        f.view->copy();
+        QCOMPARE(QGuiApplication::clipboard()->text(), u"one "_s);
+        f.view->cut();
+        QCOMPARE(f.text(), u"two"_s);
+        f.view->paste();
+        QCOMPARE(f.text(), u"one two"_s);
+        f.view->undo();
+        QCOMPARE(f.text(), u"two"_s);
+        f.view->redo();
+        QCOMPARE(f.text(), u"one two"_s);
+        f.putCursor(0, 3);
+        f.view->remove(); // nothing selected
+        QCOMPARE(f.text(), u"one two"_s);
+        f.putCursor(0, 3, 0, 7);
+        f.view->remove();
+        QCOMPARE(f.text(), u"one"_s);
+        f.view->selectAll();
+        QCOMPARE(f.selection(1), u"0,0-0,3"_s);
+        f.view->insert(u"x\ny"_s);
+        QCOMPARE(f.text(), u"x\ny"_s);
+        QCOMPARE(f.selection(1), u"1,1"_s);
+        int para = -1;
+        int index = -1;
+        f.view->getCursorPosition(&para, &index);
+        QCOMPARE(para, 1);
+        QCOMPARE(index, 1);
+    }
+
+    void theCursorMovesByNumber_data()
+    {
+        QTest::addColumn<int>("action");
+        QTest::addColumn<QString>("moved");
+        QTest::addColumn<QString>("selected");
+        const auto row = [](int action, const QString &moved, const QString &selected) {
+            QTest::addRow("%d", action) << action << moved << selected;
+        };
+        row(0, u"1,4"_s, u"1,4-1,5"_s);
+        row(1, u"1,6"_s, u"1,5-1,6"_s);
+        row(2, u"1,4"_s, u"1,4-1,5"_s);
+        row(3, u"1,8"_s, u"1,5-1,8"_s);
+        row(4, u"0,5"_s, u"0,5-1,5"_s);
+        row(5, u"2,5"_s, u"1,5-2,5"_s);
+        row(6, u"1,0"_s, u"1,0-1,5"_s);
+        row(7, u"1,11"_s, u"1,5-1,11"_s);
+        row(8, u"0,0"_s, u"0,0-1,5"_s);
+        row(9, u"2,11"_s, u"1,5-2,11"_s);
+        row(10, u"1,5"_s, u"1,5"_s);
+        row(-1, u"1,5"_s, u"1,5"_s);
+    }
+    void theCursorMovesByNumber()
+    {
+        QFETCH(const int, action);
+        EditorFixture f(u"aaa bbb ccc\naaa bbb ccc\naaa bbb ccc"_s);
+        f.putCursor(1, 5);
+        f.view->moveCursor(TextView::CursorAction(action), false);
+        QTEST(f.selection(), "moved");
+        f.putCursor(1, 5);
+        f.view->moveCursor(TextView::CursorAction(action), true);
+        QTEST(f.selection(), "selected");
+    }
+
+    void tabInsertsBlanksUpToTheNextStop_data()
+    {
+        QTest::addColumn<int>("index");
+        QTest::addColumn<bool>("keepTabs");
+        QTest::addColumn<QString>("expected");
+        QTest::newRow("column 5 of size 4") << 5 << false << u"12345   67"_s;
+        QTest::newRow("on a stop") << 4 << false << u"1234    567"_s;
+        QTest::newRow("start") << 0 << false << u"    1234567"_s;
+        QTest::newRow("tabs kept") << 5 << true << u"12345\t67"_s;
+    }
+    void tabInsertsBlanksUpToTheNextStop()
+    {
+        QFETCH(const int, index);
+        QFETCH(const bool, keepTabs);
+        EditorFixture f(u"1234567"_s);
+        f.docTemplate.indenter()->setKeepTabs(keepTabs);
+        f.putCursor(0, index);
+        QTest::keyClick(f.edit(), Qt::Key_Tab);
+        QTEST(f.text(), "expected");
+        f.view->undo();
+        QCOMPARE(f.text(), u"1234567"_s);
+    }
+
+    void returnIndentsTheNewLineInOneStep()
+    {
+        EditorFixture f(u"int f()\n{"_s);
+        f.docTemplate.indenter()->setIndentMode(TextIndent::Smart);
+        f.putCursor(1, 1);
+        QTest::keyClick(f.edit(), Qt::Key_Return);
+        QTest::keyClicks(f.edit(), u"x"_s);
+        QCOMPARE(f.text(), u"int f()\n{\n    x "_s); // an indented line of nothing else keeps one blank
+        f.view->undo();
+        f.view->undo();
+        QCOMPARE(f.text(), u"int f()\n{"_s);
+        f.putCursor(1, 1);
+        QTest::keyClick(f.edit(), Qt::Key_Return, Qt::ShiftModifier);
+        QCOMPARE(f.document->text()->blockCount(), 3); // no break of another kind
+        QVERIFY(!f.document->text()->toRawText().contains(QChar::LineSeparator));
+    }
+
+    void theIndentCommandIndentsTheSelectedLines()
+    {
+        EditorFixture f(u"int f()\n{\nx;\n  y;\n}"_s);
+        f.docTemplate.indenter()->setIndentMode(TextIndent::Smart);
+        f.putCursor(2, 0, 3, 2);
+        f.view->indentSelection();
+        QCOMPARE(f.text(), u"int f()\n{\n    x;\n    y;\n}"_s);
+        QVERIFY(f.edit()->textCursor().hasSelection());
+        f.putCursor(3, 0);
+        QTimer::singleShot(0, this, [&f] { f.view.reset(); }); // events run between the lines
+        f.view->indentSelection();
+        QVERIFY(!f.view);
+    }
+
+    void aDoubleClickTakesTheWordOnly_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<int>("index");
+        QTest::addColumn<QString>("expected");
+        QTest::newRow("word") << u"one two three"_s << 5 << u"two"_s;
+        QTest::newRow("bracket behind") << u"call(x)"_s << 1 << u"call"_s;
+        QTest::newRow("underscore at the end goes") << u"name_ x"_s << 1 << u"name"_s;
+        QTest::newRow("one character stays") << u"((( x"_s << 0 << u"("_s;
+    }
+    void aDoubleClickTakesTheWordOnly()
+    {
+        QFETCH(const QString, text);
+        QFETCH(const int, index);
+        EditorFixture f(text);
+        f.putCursor(0, index);
+        const QPoint at = f.edit()->cursorRect().center() + QPoint(2, 0);
+        QTest::mouseDClick(f.edit()->viewport(), Qt::LeftButton, {}, at);
+        QTEST(f.view->selectedText(), "expected");
+    }
+
+    void aRightPressMovesTheCursorUnlessOnTheSelection()
+    {
+        EditorFixture f(u"one\ntwo\nthree"_s);
+        f.putCursor(2, 3);
+        const QPoint there = f.edit()->cursorRect().center();
+        f.putCursor(0, 0);
+        QTest::mousePress(f.edit()->viewport(), Qt::RightButton, {}, there);
+        QCOMPARE(f.selection(), u"2,3"_s);
+        f.putCursor(1, 0, 2, 5);
+        QTest::mousePress(f.edit()->viewport(), Qt::RightButton, {}, there);
+        QCOMPARE(f.selection(), u"1,0-2,5"_s);
+    }
+
+    void theContextMenuEndsWithTheSharedActions()
+    {
+        EditorFixture f(u"one\ntwo"_s);
+        const auto texts = [&f] {
+            QStringList texts;
+            const auto menu = f.edit()->contextMenu({});
+            for (QAction *action : menu->actions())
+                texts << (action->isSeparator() ? u"-"_s : action->text().section(u'\t', 0, 0).remove(u'&'));
+            return texts.join(u' ');
+        };
+        QCOMPARE(texts(), u"Undo Redo - Cut Copy Paste Delete - Select All - Toggle Breakpoint"_s);
+        QAction run(u"Run to Cursor"_s);
+        f.host.actions.insert(u"debugRunToCursor"_s, &run);
+        QCOMPARE(texts(), u"Undo Redo - Cut Copy Paste Delete - Select All - Run to Cursor Toggle Breakpoint"_s);
+        QSignalSpy toggled(f.view.get(), &TextView::toggleBreakpoint);
+        f.putCursor(1, 0);
+        const auto menu = f.edit()->contextMenu({});
+        QCOMPARE(menu->actions().last()->text(), u"Toggle Breakpoint\tF9"_s);
+        menu->actions().last()->trigger();
+        QCOMPARE(Calls(toggled), Calls({{2}}));
+    }
+
+    void draggedFilesAreLeftToTheWindow_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<bool>("accepted");
+        QTest::newRow("text") << u"some text"_s << true;
+        QTest::newRow("file") << u"file:/x/a.c"_s << false;
+        QTest::newRow("file amid text") << u"see file:/x/a.c"_s << true;
+    }
+    void draggedFilesAreLeftToTheWindow()
+    {
+        QFETCH(const QString, text);
+        EditorFixture f;
+        QMimeData data;
+        data.setText(text);
+        QDragEnterEvent event({30, 10}, Qt::CopyAction, &data, Qt::LeftButton, {});
+        QApplication::sendEvent(f.edit()->viewport(), &event);
+        QTEST(event.isAccepted(), "accepted");
+        QDragLeaveEvent leave;
+        QApplication::sendEvent(f.edit()->viewport(), &leave);
+    }
+
+    void theMarginShowsMarkersOverOneAnother_data()
+    {
+        QTest::addColumn<int>("marker");
+        QTest::addColumn<bool>("alternate");
+        QTest::addColumn<QString>("expected");
+        QTest::newRow("none") << 0 << false << u"...."_s;
+        QTest::newRow("enabled") << 0x01 << false << u"0000"_s;
+        QTest::newRow("enabled, alternate") << 0x01 << true << u"1111"_s;
+        QTest::newRow("disabled") << 0x02 << false << u"2222"_s;
+        QTest::newRow("disabled, alternate") << 0x02 << true << u"3333"_s;
+        QTest::newRow("multiple") << 0x04 << false << u"4444"_s;
+        QTest::newRow("multiple, alternate") << 0x04 << true << u"5555"_s;
+        QTest::newRow("current line") << 0x08 << true << u"6..."_s;
+        QTest::newRow("lookup") << 0x10 << true << u"...7"_s;
+        QTest::newRow("both over a breakpoint") << 0x1A << false << u"6227"_s;
+    }
+    void theMarginShowsMarkersOverOneAnother()
+    {
+        QFETCH(const int, marker);
+        QFETCH(const bool, alternate);
+        EditorFixture f(numbered(100));
+        for (int bit = 1; bit <= 0x10; bit *= 2) {
+            if (marker & bit)
+                f.view->setMarker(53, bit, true, alternate);
+        }
+        f.view->gotoLine(55);
+        QTEST(pictureAt(f.edit(), 53), "expected");
+        QCOMPARE(pictureAt(f.edit(), 54), u"...."_s);
+    }
+
+    void twoBreakpointsOnALineAreAnAssertion_data()
+    {
+        QTest::addColumn<int>("marker");
+        QTest::addColumn<QString>("text");
+        QTest::newRow("multiple and another")
+            << 0x05
+            << u"(paragData->marker & TextView::DisabledBreakpointMarker) == 0 && (paragData->marker & "
+               "TextView::EnabledBreakpointMarker) == 0"_s;
+        QTest::newRow("enabled and disabled")
+            << 0x03
+            << u"(paragData->marker & TextView::MultipleBreakpointMarker) == 0 && (paragData->marker & "
+               "TextView::DisabledBreakpointMarker) == 0"_s;
+    }
+    void twoBreakpointsOnALineAreAnAssertion()
+    {
+        QFETCH(const int, marker);
+        QFETCH(const QString, text);
+        EditorFixture f(u"x"_s);
+        f.view->setMarker(1, marker, true, false);
+        QTest::ignoreMessage(QtWarningMsg,
+                             QRegularExpression(u"^ASSERT: \""_s + QRegularExpression::escape(text) + u"\" in "_s));
+        marginOf(f.edit())->grab();
+        f.view->clearMarkers(0xFF);
+    }
+
+    void aClickOnTheMarginTogglesABreakpoint()
+    {
+        EditorFixture f(u"one\ntwo"_s);
+        QSignalSpy toggled(f.view.get(), &TextView::toggleBreakpoint);
+        const QList<TextViewEdit::Line> lines = f.edit()->linesAt(0, 400);
+        QTest::mouseClick(marginOf(f.edit()), Qt::LeftButton, {}, {9, int(lines.at(1).rect.center().y())});
+        QCOMPARE(Calls(toggled), Calls({{2}}));
+        QTest::mouseClick(marginOf(f.edit()), Qt::LeftButton, {}, {9, int(lines.at(1).rect.bottom()) + 20});
+        QCOMPARE(toggled.size(), 1); // there is no line
+    }
+
+    void theMarginTellsOfBreakpointsOnly()
+    {
+        EditorFixture f(u"one\ntwo\nthree"_s);
+        QVERIFY(f.document->saveAs(f.path(u"a.c"_s)));
+        f.view->setMarker(1, TextView::CurrentLineMarker, true, false);
+        f.view->setMarker(2, TextView::DisabledBreakpointMarker, true, false);
+        f.host.toolTip = u"<b>Breakpoint status</b><br>"_s;
+        const auto heightOf = [&f](int line) { return int(f.edit()->linesAt(0, 400).at(line - 1).rect.center().y()); };
+        sendToolTip(marginOf(f.edit()), {5, heightOf(1)});
+        sendToolTip(marginOf(f.edit()), {5, heightOf(3)});
+        sendToolTip(marginOf(f.edit()), {5, 300});
+        QVERIFY(f.host.asked.isEmpty());
+        sendToolTip(marginOf(f.edit()), {5, heightOf(2)});
+        QCOMPARE(f.host.asked, QStringList{f.path(u"a.c"_s) + u":2"_s});
+        QCOMPARE(QToolTip::text(), f.host.toolTip);
+    }
+
+    void aMarkerAtTheCursorMustBeInSight()
+    {
+        EditorFixture f(numbered(200));
+        f.view->setMarker(100, TextView::EnabledBreakpointMarker, true, false);
+        f.view->gotoLine(100);
+        QVERIFY(f.view->hasMarkerAtCursor(TextView::EnabledBreakpointMarker));
+        QVERIFY(!f.view->hasMarkerAtCursor(TextView::DisabledBreakpointMarker));
+        f.edit()->verticalScrollBar()->setValue(0);
+        QVERIFY(f.view->hasMarker(100, TextView::EnabledBreakpointMarker));
+        QVERIFY(!f.view->hasMarkerAtCursor(TextView::EnabledBreakpointMarker));
+    }
+
+    void aLineGoneToHasLinesAroundIt_data()
+    {
+        QTest::addColumn<int>("line");
+        QTest::addColumn<int>("para");
+        QTest::newRow("down") << 100 << 99;
+        QTest::newRow("first") << 1 << 0;
+        QTest::newRow("none") << 0 << 0;
+        QTest::newRow("behind the end") << 900 << 199;
+    }
+    void aLineGoneToHasLinesAroundIt()
+    {
+        QFETCH(const int, line);
+        QFETCH(const int, para);
+        EditorFixture f(numbered(200));
+        for (const int from : {50, 150}) {
+            f.view->gotoLine(from);
+            f.view->gotoLine(line);
+            QCOMPARE(f.selection(), u"%1,0"_s.arg(para));
+            const QList<TextViewEdit::Line> lines = f.edit()->linesAt(0, f.edit()->viewport()->height());
+            const int first = lines.first().block.blockNumber();
+            const int last = lines.last().block.blockNumber();
+            QVERIFY(first <= std::max(0, para - 4));
+            QVERIFY(last >= std::min(199, para + 4));
+        }
+    }
+
+    void splittingGivesPanesOnOneText()
+    {
+        EditorFixture f(numbered(200));
+        f.view->gotoLine(100);
+        const int top = f.edit()->verticalScrollBar()->value();
+        f.view->split();
+        QCOMPARE(f.view->edits().size(), 2);
+        QCOMPARE(f.edit(1)->document(), f.document->text());
+        QVERIFY(f.edit(1)->hasFocus());
+        QCOMPARE(f.edit(1)->verticalScrollBar()->value(), top); // it shows the same place
+        QVERIFY(std::abs(f.edit(0)->height() - f.edit(1)->height()) < 10);
+        QCOMPARE(f.view->findChild<QSplitter *>()->orientation(), Qt::Vertical);
+
+        f.edit(1)->verticalScrollBar()->setValue(0);
+        f.view->gotoLine(1);
+        f.edit(0)->setFocus();
+        QTest::keyClicks(f.edit(0), u"typed"_s);
+        QVERIFY(f.document->text()->findBlockByNumber(99).text().startsWith(u"typed"_s));
+        QCOMPARE(f.edit(1)->verticalScrollBar()->value(), 0);
+        QCOMPARE(f.selection(1), u"0,0"_s);
+    }
+
+    void splittingAtAHeightSharesThePane()
+    {
+        EditorFixture f(numbered(50));
+        const int height = f.edit()->height();
+        f.view->splitAt(f.edit(), 100);
+        QVERIFY(std::abs(f.edit(0)->height() - 100) <= 5);
+        QVERIFY(f.edit(1)->height() > height - 120);
+    }
+
+    void theHandleSplitsWhereItIsDropped()
+    {
+        EditorFixture f(numbered(50));
+        auto *handle = f.edit()->findChild<TextSplitterWidget *>();
+        QTest::mousePress(handle, Qt::RightButton);
+        QTest::mouseRelease(handle, Qt::RightButton);
+        QCOMPARE(f.view->edits().size(), 1);
+        QTest::mousePress(handle, Qt::LeftButton);
+        const QPoint target = handle->mapFromGlobal(f.edit()->mapToGlobal(QPoint(10, 150)));
+        QMouseEvent move(QEvent::MouseMove, target, handle->mapToGlobal(target), Qt::NoButton, Qt::LeftButton, {});
+        QApplication::sendEvent(handle, &move);
+        QVERIFY(f.edit()->findChild<QWidget *>(u"qt_rubberband"_s) || f.edit()->findChild<QRubberBand *>());
+        QTest::mouseRelease(handle, Qt::LeftButton, {}, target);
+        QVERIFY(!f.edit()->findChild<QRubberBand *>());
+        QCOMPARE(f.view->edits().size(), 2);
+        QVERIFY(std::abs(f.edit(0)->height() - 150) <= 5);
+    }
+
+    void aLowPaneCollapsesAndStaysInTheList()
+    {
+        EditorFixture f(numbered(50));
+        f.view->split();
+        f.view->findChild<QSplitter *>()->setSizes({380, 10});
+        QTRY_VERIFY(f.edit(1)->isHidden());
+        QCOMPARE(f.view->edits().size(), 2);
+        QVERIFY(f.edit(0)->hasFocus());
+        QCOMPARE(f.view->currentEdit(), f.edit(0));
+        f.view->split();
+        QCOMPARE(f.view->edits().size(), 3);
+        QVERIFY(f.edit(1)->isHidden());
+        QVERIFY(std::abs(f.edit(0)->height() - f.edit(2)->height()) < 10);
+    }
+
+    void theLastPaneDoesNotCollapse()
+    {
+        EditorFixture f(numbered(50));
+        f.view->resize(300, 10);
+        QCoreApplication::processEvents();
+        QVERIFY(!f.edit()->isHidden());
+    }
+
+    void findAndReplaceActOnTheFirstPane()
+    {
+        EditorFixture f(u"one two"_s);
+        f.view->split();
+        QVERIFY(f.view->find(u"two"_s, true, false, true, false));
+        QCOMPARE(f.selection(0), u"0,4-0,7"_s);
+        QCOMPARE(f.selection(1), u"0,0"_s);
+        QCOMPARE(f.view->selectedText(), u"two"_s);
+        QVERIFY(f.view->replace(u"two"_s, u"2"_s, true, false, true, false, true));
+        QCOMPARE(f.text(), u"one 2"_s);
+    }
+
+    void findGoesFromTheSelection_data()
+    {
+        QTest::addColumn<QString>("from");
+        QTest::addColumn<bool>("forward");
+        QTest::addColumn<bool>("fromCursor");
+        QTest::addColumn<QString>("expected"); // empty: not found
+        QTest::newRow("forward from the start") << u"2,0"_s << true << false << u"0,0-0,2"_s;
+        QTest::newRow("backward from the end") << u"0,0"_s << false << false << u"2,1-2,3"_s;
+        QTest::newRow("forward from the cursor") << u"0,1"_s << true << true << u"0,3-0,5"_s;
+        QTest::newRow("forward from a selection's end") << u"0,0-0,2"_s << true << true << u"0,3-0,5"_s;
+        QTest::newRow("forward to the next line") << u"0,4"_s << true << true << u"2,1-2,3"_s;
+        QTest::newRow("forward from the end") << u"2,3"_s << true << true << QString();
+        QTest::newRow("backward from the cursor") << u"0,5"_s << false << true << u"0,3-0,5"_s;
+        QTest::newRow("backward from a match") << u"0,3-0,5"_s << false << true << u"0,0-0,2"_s;
+        QTest::newRow("backward to the line above") << u"2,2"_s << false << true << u"0,3-0,5"_s;
+        QTest::newRow("backward from the start") << u"0,0"_s << false << true << QString();
+        QTest::newRow("backward too near the start") << u"0,1"_s << false << true << QString();
+    }
+    void findGoesFromTheSelection()
+    {
+        QFETCH(const QString, from);
+        QFETCH(const bool, forward);
+        QFETCH(const bool, fromCursor);
+        QFETCH(const QString, expected);
+        EditorFixture f(u"ab ab\n\n.ab"_s);
+        const QStringList ends = from.split(u'-');
+        const QString &last = ends.size() == 2 ? ends.last() : QString();
+        f.putCursor(ends.first().section(u',', 0, 0).toInt(), ends.first().section(u',', 1).toInt(),
+                    last.isEmpty() ? -1 : last.section(u',', 0, 0).toInt(), last.section(u',', 1).toInt());
+        QCOMPARE(f.view->find(u"AB"_s, false, false, forward, fromCursor), !expected.isEmpty());
+        QCOMPARE(f.selection(), expected.isEmpty() ? from : expected);
+        QVERIFY(!f.view->find(u"AB"_s, true, false, forward, fromCursor));
+    }
+
+    void aRejectedWordEndsItsLine()
+    {
+        EditorFixture f(u"abab ab"_s);
+        QVERIFY(!f.view->find(u"ab"_s, true, true, true, false));
+        f.putCursor(0, 4);
+        QVERIFY(f.view->find(u"ab"_s, true, true, true, true));
+    }
+
+    void replaceGoesOnToTheNextMatch()
+    {
+        EditorFixture f(u"ab cd ab\nab"_s);
+        f.putCursor(0, 0);
+        QVERIFY(f.view->find(u"ab"_s, true, false, true, false));
+        QVERIFY(f.view->replace(u"ab"_s, u"xyz"_s, true, false, true, true, false));
+        QCOMPARE(f.text(), u"xyz cd ab\nab"_s);
+        QCOMPARE(f.selection(), u"0,7-0,9"_s);
+        QVERIFY(f.view->replace(u"ab"_s, u"-"_s, true, false, true, true, false));
+        QVERIFY(!f.view->replace(u"ab"_s, u"-"_s, true, false, true, true, false)); // none is left behind it
+        QCOMPARE(f.text(), u"xyz cd -\n-"_s);
+        QVERIFY(!f.view->replace(u"ab"_s, u"-"_s, true, false, true, true, false));
+    }
+
+    void replaceAllTakesTheWholeTextInOneStep()
+    {
+        EditorFixture f(u"ab\nabab\nAB x"_s);
+        f.putCursor(2, 0);
+        QVERIFY(f.view->replace(u"ab"_s, u"abc"_s, false, false, true, true, true));
+        QCOMPARE(f.text(), u"abc\nabcabc\nabc x"_s);
+        f.view->undo();
+        QCOMPARE(f.text(), u"ab\nabab\nAB x"_s);
+        QVERIFY(!f.view->replace(u"none"_s, u"x"_s, false, false, true, true, true));
+    }
+
+    void replaceInSelectionGivesBackTheFormerPlaces()
+    {
+        EditorFixture f(u"ab ab\nab\nab ab\nab"_s);
+        f.putCursor(0, 2, 2, 3);
+        QVERIFY(f.view->replaceInSelection(u"ab"_s, u"longer"_s, true, false));
+        QCOMPARE(f.text(), u"ab longer\nlonger\nlonger longer\nab"_s);
+        QCOMPARE(f.selection(), u"0,2-2,3"_s); // unadjusted
+        f.view->undo();
+        f.putCursor(3, 0, 3, 2);
+        QVERIFY(f.view->replaceInSelection(u"ab"_s, u""_s, true, false));
+        QCOMPARE(f.selection(), u"3,0"_s);
+        QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"^ASSERT: \"paraFrom != -1\" in "_s));
+        QVERIFY(!f.view->replaceInSelection(u"ab"_s, u"x"_s, true, false));
+    }
+
+    void matchingBracketsAreShownInEveryPane()
+    {
+        EditorFixture f(u"f(x)"_s);
+        f.view->split();
+        f.putCursor(0, 4);
+        for (int i = 0; i < 2; ++i) {
+            QCOMPARE(f.edit(i)->extraSelections().size(), 1);
+            QCOMPARE(f.edit(i)->extraSelections().at(0).cursor.selectedText(), u"(x)"_s);
+            QCOMPARE(f.edit(i)->extraSelections().at(0).format.background().color(), QColor(u"lightcyan"_s));
+        }
+        f.putCursor(0, 0);
+        QVERIFY(f.edit(0)->extraSelections().isEmpty());
+        f.putCursor(0, 1);
+        QVERIFY(!f.edit(0)->extraSelections().isEmpty());
+        f.view->gotoLine(1);
+        QVERIFY(f.edit(0)->extraSelections().isEmpty());
+    }
+
+    void aFullRefreshTakesOverFormats()
+    {
+        EditorFixture f(u"text"_s);
+        f.formats[FormatId::Background].setForeground(Qt::darkBlue);
+        f.formats[FormatId::Standard].setForeground(Qt::yellow);
+        f.formats[FormatId::Standard].setFontPointSize(20);
+        f.view->update(nullptr, false);
+        QCOMPARE(f.edit()->palette().color(QPalette::Base), QColor(u"ivory"_s));
+        f.document->notifyViews(nullptr, true);
+        QCOMPARE(f.edit()->palette().color(QPalette::Base), QColor(Qt::darkBlue));
+        QCOMPARE(f.edit()->palette().color(QPalette::Text), QColor(Qt::yellow));
+        QCOMPARE(f.document->text()->defaultFont().pointSize(), 20);
+        QCOMPARE(f.edit()->font().pointSize(), 20);
+    }
+
+    void pagesAreNumberedAtTheBottomRight()
+    {
+        EditorFixture f(numbered(150));
+        QPrinter printer(QPrinter::HighResolution);
+        const QString path = f.path(u"out.pdf"_s);
+        printer.setOutputFormat(QPrinter::PdfFormat);
+        printer.setOutputFileName(path);
+        printer.setFullPage(true);
+        printText(*f.document->text(), printer);
+        QFile file(path);
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        const QByteArray pdf = file.readAll();
+        QVERIFY(pdf.startsWith("%PDF"));
+        QCOMPARE(pdf.count("/Type /Page\n"), 3);
+    }
+
+    void printingAsksFirst()
+    {
+        EditorFixture f(u"text"_s);
+        bool asked = false;
+        QTimer::singleShot(0, this, [&asked] {
+            if (auto *dialog = qobject_cast<QPrintDialog *>(QApplication::activeModalWidget())) {
+                asked = true;
+                dialog->reject();
+            }
+        });
+        f.view->print();
+        QVERIFY(asked);
+    }
+
+    void aClosedViewLeavesTheTextToTheOthers()
+    {
+        EditorFixture f(u"one\ntwo"_s);
+        const std::unique_ptr<View> second(f.docTemplate.createView(f.document.get()));
+        second->show();
+        f.view->split();
+        f.view.reset();
+        static_cast<TextView *>(second.get())->insertText(u"x"_s);
+        QCOMPARE(f.text(), u"xone\ntwo"_s);
+    }
+};
+
+QTEST_MAIN(TestTextView)
+#include "tst_textview.moc"

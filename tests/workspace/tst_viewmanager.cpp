@@ -1,0 +1,571 @@
+#include "boxanswers.h"
+#include "fakedocuments.h"
+#include "mdiviewmanager.h"
+#include "mdiworkspace.h"
+#include "tabbedviewmanager.h"
+#include "workspace.h"
+#include <QMainWindow>
+#include <QSettings>
+#include <QSignalSpy>
+#include <QTabBar>
+#include <QTemporaryDir>
+#include <QToolButton>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+enum Style { Tabbed, Mdi };
+using Calls = QList<QVariantList>;
+
+/// A main window with three documents open in it.
+struct Fixture
+{
+    explicit Fixture(int style, const QStringList &names = {u"/x/a.c"_s, u"/x/b.c"_s, u"/x/c.c"_s}, int maximised = 0)
+        : settings(directory.filePath(u"settings.ini"_s), QSettings::IniFormat)
+    {
+        settings.setValue(u"Editor/MDIMaximised"_s, maximised);
+        if (style == Tabbed)
+            manager = new TabbedViewManager;
+        else
+            manager = new MDIViewManager(&settings);
+        window.setWindowTitle(u"The Window"_s);
+        window.setCentralWidget(manager);
+        window.resize(620, 420);
+        window.show();
+        window.activateWindow();
+        [[maybe_unused]] const bool active = QTest::qWaitForWindowActive(&window);
+        workspace.setViewManager(manager);
+        workspace.addTemplate(docTemplate = new FakeTemplate({}, &log));
+        for (const QString &name : names)
+            workspace.openDocument(name, true);
+        log.clear();
+    }
+    ~Fixture()
+    {
+        for (Document *document : workspace.documents())
+            document->setModified(false);
+        manager->closeAll();
+    }
+
+    [[nodiscard]] View *view(const QString &title) const
+    {
+        for (View *view : manager->views()) {
+            if (view->title() == title)
+                return view;
+        }
+        return nullptr;
+    }
+    [[nodiscard]] QString titles() const
+    {
+        QStringList titles;
+        for (View *view : manager->views())
+            titles << view->title();
+        return titles.join(u'|');
+    }
+    [[nodiscard]] QTabBar *tabs() const { return manager->findChild<QTabBar *>(u"viewManagerTabBar"_s); }
+    [[nodiscard]] QString tabTexts() const
+    {
+        QStringList texts;
+        for (int i = 0; i < tabs()->count(); ++i)
+            texts << (i == tabs()->currentIndex() ? u"[%1]"_s : u"%1"_s).arg(tabs()->tabText(i));
+        return texts.join(u' ');
+    }
+    [[nodiscard]] MDIWorkspace *area() const { return manager->findChild<MDIWorkspace *>(u"mdiWorkspace"_s); }
+
+    QTemporaryDir directory;
+    QSettings settings;
+    QStringList log;
+    QMainWindow window;
+    ViewManager *manager;
+    Workspace workspace;
+    FakeTemplate *docTemplate;
+};
+
+void styles()
+{
+    QTest::addColumn<int>("style");
+    QTest::newRow("tabbed") << int(Tabbed);
+    QTest::newRow("mdi") << int(Mdi);
+}
+} // namespace
+
+class TestViewManager : public QObject
+{
+    Q_OBJECT
+private Q_SLOTS:
+    void init() { failOnWarnings(); }
+
+    void twoViewsOfADocumentAreNumbered_data() { styles(); }
+    void twoViewsOfADocumentAreNumbered()
+    {
+        QFETCH(const int, style);
+        Fixture f(style, {u"/x/a.c"_s});
+        f.manager->newView();
+        QCOMPARE(f.manager->views().size(), 2);
+        QVERIFY(f.view(u"a.c:1"_s));
+        View *second = f.view(u"a.c:2"_s);
+        QVERIFY(second);
+        second->document()->setModified(true);
+        QCOMPARE(second->windowTitle(), u"a.c:2 *"_s);
+
+        f.view(u"a.c:1 *"_s)->close(); // asks nothing: the document is still shown
+        QCOMPARE(f.titles(), u"a.c *"_s);
+        BoxAnswers answers({QMessageBox::No});
+        second->close();
+        QCOMPARE(answers.texts, QStringList{u"/x/a.c has changed.\n\nDo you want to save the changes?"_s});
+        QCOMPARE(answers.captions, QStringList{f.window.windowTitle()});
+        QVERIFY(f.workspace.documents().isEmpty());
+    }
+
+    void closingAModifiedDocumentAsks_data()
+    {
+        QTest::addColumn<int>("style");
+        QTest::addColumn<int>("answer");
+        QTest::addColumn<bool>("saves");
+        QTest::addColumn<QString>("log");
+        QTest::addColumn<bool>("closes");
+        for (const int style : {Tabbed, Mdi}) {
+            const QByteArray name = style == Tabbed ? "tabbed, " : "mdi, ";
+            QTest::newRow(name + "yes") << style << int(QMessageBox::Yes) << true << u"save /x/a.c|delete /x/a.c"_s
+                                        << true;
+            QTest::newRow(name + "yes, but the save fails")
+                << style << int(QMessageBox::Yes) << false << u"save /x/a.c"_s << false;
+            QTest::newRow(name + "no") << style << int(QMessageBox::No) << true << u"delete /x/a.c"_s << true;
+            QTest::newRow(name + "cancel") << style << int(QMessageBox::Cancel) << true << QString() << false;
+        }
+    }
+    void closingAModifiedDocumentAsks()
+    {
+        QFETCH(const int, style);
+        QFETCH(const int, answer);
+        QFETCH(const bool, saves);
+        QFETCH(const QString, log);
+        QFETCH(const bool, closes);
+        Fixture f(style, {u"/x/a.c"_s});
+        auto *document = static_cast<FakeDocument *>(f.workspace.findDocument(u"/x/a.c"_s));
+        document->setModified(true);
+        document->saves = saves;
+        BoxAnswers answers({QMessageBox::StandardButton(answer)});
+        f.manager->closeCurrentView();
+        QCOMPARE(answers.texts.size(), 1);
+        QCOMPARE(answers.icons, QList{QMessageBox::Information});
+        QCOMPARE(answers.buttons.first(), (QList{QMessageBox::Yes, QMessageBox::No, QMessageBox::Cancel}));
+        QCOMPARE(f.log.join(u'|'), log);
+        QCOMPARE(f.manager->views().isEmpty(), closes);
+        if (!closes)
+            QVERIFY(f.manager->currentView()->isVisible());
+        f.log.clear();
+    }
+
+    void cancelDuringCloseAllRefusesThatViewOnly_data() { styles(); }
+    void cancelDuringCloseAllRefusesThatViewOnly()
+    {
+        QFETCH(const int, style);
+        Fixture f(style);
+        f.workspace.findDocument(u"/x/b.c"_s)->setModified(true);
+        BoxAnswers answers({QMessageBox::Cancel});
+        f.manager->closeAll();
+        QCOMPARE(f.titles(), u"b.c *"_s);
+    }
+
+    void theLastViewClosedActivatesNull_data() { styles(); }
+    void theLastViewClosedActivatesNull()
+    {
+        QFETCH(const int, style);
+        Fixture f(style, {u"/x/a.c"_s});
+        QSignalSpy activated(f.manager, &ViewManager::viewActivated);
+        f.manager->closeCurrentDocument();
+        QVERIFY(!activated.isEmpty());
+        QCOMPARE(activated.last().at(0).value<View *>(), nullptr);
+        QCOMPARE(f.manager->currentView(), nullptr);
+        QCOMPARE(f.log, QStringList{u"delete /x/a.c"_s});
+        f.log.clear();
+    }
+
+    void closingActivatesAnotherView_data() { styles(); }
+    void closingActivatesAnotherView()
+    {
+        QFETCH(const int, style);
+        Fixture f(style);
+        QSignalSpy activated(f.manager, &ViewManager::viewActivated);
+        f.manager->closeCurrentView();
+        QCOMPARE(f.manager->views().size(), 2);
+        QVERIFY(f.manager->currentView());
+        QCOMPARE(activated.last().at(0).value<View *>(), f.manager->currentView());
+    }
+
+    void activationMovesAViewToTheHeadOfTheList_data() { styles(); }
+    void activationMovesAViewToTheHeadOfTheList()
+    {
+        QFETCH(const int, style);
+        Fixture f(style);
+        f.manager->activateView(f.view(u"a.c"_s), true);
+        QTRY_COMPARE(f.titles(), u"a.c|c.c|b.c"_s);
+        QCOMPARE(f.manager->currentView()->title(), u"a.c"_s);
+        f.manager->activateDocument(f.workspace.findDocument(u"/x/b.c"_s), true);
+        QTRY_COMPARE(f.titles(), u"b.c|a.c|c.c"_s);
+    }
+
+    void aNewViewGoesLast_data() { styles(); }
+    void aNewViewGoesLast()
+    {
+        QFETCH(const int, style);
+        Fixture f(style);
+        QStringList seen;
+        connect(f.manager, &ViewManager::viewActivated, this, [&](View *view) {
+            if (view && view->title() == u"d.c"_s && seen.isEmpty())
+                seen << f.titles();
+        });
+        f.workspace.openDocument(u"/x/d.c"_s, false);
+        QCOMPARE(seen, QStringList{u"c.c|b.c|a.c|d.c"_s});
+    }
+
+    void nextAndPreviousWalkTheListAndWrap_data() { styles(); }
+    void nextAndPreviousWalkTheListAndWrap()
+    {
+        QFETCH(const int, style);
+        Fixture f(style);
+        QCOMPARE(f.titles(), u"c.c|b.c|a.c"_s);
+        f.manager->nextView();
+        QCOMPARE(f.manager->currentView()->title(), u"b.c"_s);
+        QTRY_COMPARE(f.titles(), u"b.c|c.c|a.c"_s);
+        f.manager->previousView();
+        QCOMPARE(f.manager->currentView()->title(), u"a.c"_s);
+        QTRY_COMPARE(f.titles(), u"a.c|b.c|c.c"_s);
+    }
+
+    void nextViewWithOneViewActivatesIt_data() { styles(); }
+    void nextViewWithOneViewActivatesIt()
+    {
+        QFETCH(const int, style);
+        Fixture f(style, {u"/x/a.c"_s});
+        QSignalSpy activated(f.manager, &ViewManager::viewActivated);
+        f.manager->nextView();
+        QVERIFY(!activated.isEmpty());
+        QCOMPARE(activated.last().at(0).value<View *>(), f.view(u"a.c"_s));
+    }
+
+    void nothingIsDoneWithoutAView_data() { styles(); }
+    void nothingIsDoneWithoutAView()
+    {
+        QFETCH(const int, style);
+        Fixture f(style, {});
+        f.manager->undo();
+        f.manager->nextView();
+        f.manager->newView();
+        f.manager->closeCurrentView();
+        f.manager->closeCurrentDocument();
+        f.manager->closeAll();
+        f.manager->gotoLine(3, true);
+        f.manager->indentCurrent();
+        f.manager->insertInCurrent(u"x"_s);
+        QVERIFY(f.log.isEmpty());
+    }
+
+    void commandsGoToTheCurrentView_data() { styles(); }
+    void commandsGoToTheCurrentView()
+    {
+        QFETCH(const int, style);
+        Fixture f(style);
+        for (auto command :
+             {&ViewManager::split, &ViewManager::undo, &ViewManager::redo, &ViewManager::cut, &ViewManager::copy,
+              &ViewManager::paste, &ViewManager::remove, &ViewManager::back, &ViewManager::forward,
+              &ViewManager::previous, &ViewManager::next, &ViewManager::selectAll})
+            (f.manager->*command)();
+        QCOMPARE(f.log.join(u' '), u"split undo redo cut copy paste remove back forward previous next selectAll"_s);
+    }
+
+    void theSideInterfacesOfTheCurrentViewAreUsed()
+    {
+        Fixture f(Tabbed, {u"/x/a.c"_s, u"/x/b.c"_s});
+        f.manager->gotoLine(7, false);
+        f.manager->gotoLine(8, true);
+        f.manager->indentCurrent();
+        f.manager->insertInCurrent(u"x"_s);
+        QCOMPARE(f.log, (QStringList{u"gotoLine 7"_s, u"gotoLine 8"_s, u"clearMarkers 16"_s, u"clearMarkers 16"_s,
+                                     u"setMarker 8 16 1 0"_s, u"indent"_s, u"insert x"_s}));
+    }
+
+    void aViewWithoutSideInterfacesIsLeftAlone()
+    {
+        Fixture f(Tabbed, {});
+        f.docTemplate->offers = false;
+        f.workspace.openDocument(u"/x/a.c"_s, true);
+        f.log.clear();
+        f.manager->gotoLine(8, true);
+        f.manager->indentCurrent();
+        f.manager->insertInCurrent(u"x"_s);
+        QVERIFY(f.log.isEmpty());
+        QSignalSpy toggled(f.manager, &ViewManager::toggleBreakpoint);
+        Q_EMIT static_cast<FakeView *>(f.manager->currentView())->toggleBreakpoint(3);
+        QVERIFY(toggled.isEmpty());
+    }
+
+    void signalsOfAViewArePassedOn()
+    {
+        Fixture f(Tabbed, {u"/x/a.c"_s});
+        auto *view = static_cast<FakeView *>(f.manager->currentView());
+        const QList<std::pair<void (View::*)(bool), void (ViewManager::*)(bool)>> pairs{
+            {&View::undoAvailable, &ViewManager::undoAvailable},
+            {&View::redoAvailable, &ViewManager::redoAvailable},
+            {&View::copyAvailable, &ViewManager::copyAvailable},
+            {&View::cutAvailable, &ViewManager::cutAvailable},
+            {&View::pasteAvailable, &ViewManager::pasteAvailable},
+            {&View::backAvailable, &ViewManager::backAvailable},
+            {&View::forwardAvailable, &ViewManager::forwardAvailable},
+            {&View::previousAvailable, &ViewManager::previousAvailable},
+            {&View::nextAvailable, &ViewManager::nextAvailable}};
+        for (const auto &[from, to] : pairs) {
+            QSignalSpy spy(f.manager, to);
+            Q_EMIT(view->*from)(true);
+            QCOMPARE(Calls(spy), Calls({{true}}));
+        }
+        QSignalSpy position(f.manager, &ViewManager::cursorPositionChanged);
+        Q_EMIT view->cursorPositionChanged(3, 4);
+        QCOMPARE(Calls(position), Calls({{3, 4}}));
+        QSignalSpy toggled(f.manager, &ViewManager::toggleBreakpoint);
+        Q_EMIT view->toggleBreakpoint(5);
+        QCOMPARE(Calls(toggled), Calls({{5}}));
+        QSignalSpy source(f.manager, &ViewManager::sourceChanged);
+        Q_EMIT view->sourceChanged(u"s"_s);
+        QCOMPARE(Calls(source), Calls({{u"s"_s}}));
+        QSignalSpy title(f.manager, &ViewManager::viewTitleChanged);
+        view->document()->setModified(true);
+        QCOMPARE(title.size(), 1);
+    }
+
+    void aTwoViewDocumentIsNotifiedTwice()
+    {
+        Fixture f(Tabbed, {u"/x/a.c"_s});
+        f.manager->newView();
+        f.manager->updateAllDocuments(true);
+        QCOMPARE(f.log, QStringList(4, u"update full"_s)); // two notices reach two views each
+        f.log.clear();
+        f.view(u"a.c:1"_s)->update(nullptr);
+        QCOMPARE(f.log, QStringList{u"update"_s});
+    }
+
+    void wrongCallsAreAssertions_data() { styles(); }
+    void wrongCallsAreAssertions()
+    {
+        QFETCH(const int, style);
+        Fixture f(style, {u"/x/a.c"_s});
+        QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"^ASSERT: \"newView\" in "_s));
+        f.manager->addView(nullptr, true);
+        QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"^ASSERT: \"it\\.current\\(\\)\" in "_s));
+        FakeDocument other(f.docTemplate, &f.log);
+        f.manager->activateDocument(&other, true);
+        f.docTemplate->givesView = false;
+        QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"^ASSERT: \"newView\" in "_s));
+        f.manager->newView();
+        QCOMPARE(f.titles(), u"a.c"_s);
+    }
+
+    void aViewMayNotBeAddedTwice()
+    {
+        class Bare : public ViewManager
+        {
+        public:
+            View *currentView() override { return m_views.value(0); }
+            void activateView(View *, bool) override {}
+        };
+        QStringList log;
+        FakeTemplate docTemplate({}, &log);
+        FakeDocument document(&docTemplate, &log);
+        FakeView view(&document, &log, true);
+        auto manager = std::make_unique<Bare>();
+        QVERIFY(!manager->canCascade() && !manager->canTile());
+        manager->addViewInPlace(&view, true);
+        QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"^ASSERT: \"m_views\\.find\\(newView\\) == -1\" in "_s));
+        manager->addView(&view, true);
+        QTest::ignoreMessage(QtWarningMsg, "ViewManager::~ViewManager: Views still exist");
+        manager.reset();
+    }
+
+    void tabsFollowTheViews()
+    {
+        Fixture f(Tabbed);
+        QCOMPARE(f.tabTexts(), u"a.c b.c [c.c]"_s);
+        f.workspace.findDocument(u"/x/b.c"_s)->setModified(true);
+        QCOMPARE(f.tabTexts(), u"a.c b.c * [c.c]"_s);
+        f.manager->activateView(f.view(u"a.c"_s), false);
+        QCOMPARE(f.tabTexts(), u"[a.c] b.c * c.c"_s);
+        f.workspace.openDocument(u"/x/d&e.c"_s, false);
+        QCOMPARE(f.tabTexts(), u"a.c b.c * c.c [d&&e.c]"_s);
+        QCOMPARE(f.tabs()->tabToolTip(3), u"/x/d&e.c"_s);
+    }
+
+    void openingWithoutActivationGivesNoFocus()
+    {
+        Fixture f(Tabbed);
+        QPushButton elsewhere(f.window.centralWidget());
+        elsewhere.show();
+        elsewhere.setFocus();
+        f.workspace.openDocument(u"/x/d.c"_s, false);
+        QVERIFY(elsewhere.hasFocus());
+        f.manager->activateView(f.view(u"a.c"_s), false);
+        QVERIFY(elsewhere.hasFocus());
+        f.manager->activateView(f.view(u"a.c"_s), true);
+        QVERIFY(f.view(u"a.c"_s)->hasFocus());
+    }
+
+    void aClickOnATabActivatesItsView()
+    {
+        Fixture f(Tabbed);
+        QSignalSpy activated(f.manager, &ViewManager::viewActivated);
+        QTest::mouseClick(f.tabs(), Qt::LeftButton, {}, f.tabs()->tabRect(0).center());
+        QCOMPARE(f.manager->currentView()->title(), u"a.c"_s);
+        QVERIFY(f.manager->currentView()->hasFocus());
+        QCOMPARE(activated.last().at(0).value<View *>(), f.view(u"a.c"_s));
+        QCOMPARE(f.titles(), u"a.c|c.c|b.c"_s);
+        activated.clear();
+        QTest::mouseClick(f.tabs(), Qt::LeftButton, {}, f.tabs()->tabRect(0).center());
+        QVERIFY(!activated.isEmpty()); // although no tab changed
+    }
+
+    void theCloseButtonClosesTheCurrentView()
+    {
+        Fixture f(Tabbed, {});
+        auto *button = f.manager->findChild<QToolButton *>(QString(), Qt::FindDirectChildrenOnly);
+        QVERIFY(!button->isEnabled());
+        QVERIFY(button->autoRaise());
+        QVERIFY(!button->icon().pixmap(16, 16).isNull());
+        f.workspace.openDocument(u"/x/a.c"_s, true);
+        f.workspace.openDocument(u"/x/b.c"_s, true);
+        QVERIFY(button->isEnabled());
+        button->click();
+        QCOMPARE(f.titles(), u"a.c"_s);
+        QVERIFY(button->isEnabled());
+        button->click();
+        QVERIFY(f.manager->views().isEmpty());
+        QVERIFY(!button->isEnabled());
+        f.log.clear();
+    }
+
+    void cascadeRectanglesAreAnchoredAtTheBottom_data()
+    {
+        QTest::addColumn<QSize>("workspace");
+        QTest::addColumn<int>("i");
+        QTest::addColumn<QRect>("expected");
+        // w = 599, h = 399: n = 399 * 6 / 10 / 20 = 11 steps
+        const QSize size(600, 400);
+        QTest::newRow("first") << size << 0 << QRect(QPoint(0, 0), QPoint(598 - 200, 398));
+        QTest::newRow("second") << size << 1 << QRect(QPoint(20, 20), QPoint(418, 398));
+        QTest::newRow("last") << size << 10 << QRect(QPoint(200, 200), QPoint(598, 398));
+        QTest::newRow("wraps") << size << 11 << QRect(QPoint(0, 0), QPoint(398, 398));
+        QTest::newRow("no room for a step") << QSize(600, 30) << 0 << QRect(QPoint(0, 0), QPoint(599 + 19, 28));
+        QTest::newRow("no room, later frame") << QSize(600, 30) << 1 << QRect(QPoint(0, 0), QPoint(599 + 19, 28));
+    }
+    void cascadeRectanglesAreAnchoredAtTheBottom()
+    {
+        QFETCH(const QSize, workspace);
+        QFETCH(int, i);
+        QFETCH(const QRect, expected);
+        QCOMPARE(cascadeRect(QRect(QPoint(0, 0), workspace), i), expected);
+    }
+
+    void framesAreCascaded()
+    {
+        Fixture f(Mdi);
+        int i = 0;
+        for (const QString &title : {u"a.c"_s, u"b.c"_s, u"c.c"_s}) {
+            QCOMPARE(f.view(title)->parentWidget()->geometry(), cascadeRect(f.area()->rect(), i));
+            ++i;
+        }
+        QVERIFY(f.manager->canCascade() && f.manager->canTile());
+    }
+
+    void reopenedFramesStandWhereTheyWere()
+    {
+        Fixture f(Mdi);
+        f.view(u"b.c"_s)->parentWidget()->setGeometry(33, 44, 300, 200);
+        QVERIFY(f.workspace.reopenDocument(u"/x/b.c"_s));
+        QCOMPARE(f.view(u"b.c"_s)->parentWidget()->geometry(), QRect(33, 44, 300, 200));
+        QCOMPARE(f.manager->currentView(), f.view(u"b.c"_s));
+        f.workspace.openDocument(u"/x/d.c"_s, true);
+        int i = 3;
+        QCOMPARE(f.view(u"d.c"_s)->parentWidget()->geometry(), cascadeRect(f.area()->rect(), i));
+    }
+
+    void closingAFrameAsksItsView()
+    {
+        Fixture f(Mdi);
+        f.workspace.findDocument(u"/x/c.c"_s)->setModified(true);
+        const QPointer<QWidget> frame = f.view(u"c.c *"_s)->parentWidget();
+        {
+            BoxAnswers answers({QMessageBox::Cancel});
+            QVERIFY(!frame->close());
+        }
+        QVERIFY(frame->isVisible());
+        BoxAnswers answers({QMessageBox::No});
+        frame->close();
+        QTRY_VERIFY(!frame);
+        QCOMPARE(f.manager->views().size(), 2);
+        QVERIFY(f.manager->currentView());
+    }
+
+    void aPressOnATitleBarActivatesTheView()
+    {
+        Fixture f(Mdi);
+        QPushButton elsewhere(f.window.centralWidget());
+        elsewhere.show();
+        elsewhere.setFocus();
+        QWidget *frame = f.view(u"c.c"_s)->parentWidget();
+        QSignalSpy clicked(f.area(), &MDIWorkspace::titleBarClicked);
+        QSignalSpy activated(f.manager, &ViewManager::viewActivated);
+        QTest::mouseClick(frame, Qt::LeftButton, {}, QPoint(frame->width() / 2, 8));
+        QCOMPARE(clicked.size(), 1);
+        QVERIFY(!activated.isEmpty());
+        QCOMPARE(activated.last().at(0).value<View *>(), f.view(u"c.c"_s));
+        QVERIFY(f.view(u"c.c"_s)->hasFocus());
+        QTest::mouseClick(frame, Qt::LeftButton, {}, QPoint(frame->width() / 2, frame->height() - 1));
+        QCOMPARE(clicked.size(), 1); // the lower edge is no title bar
+    }
+
+    void maximisedIsKeptInTheSettings()
+    {
+        QTemporaryDir directory;
+        QSettings settings(directory.filePath(u"s.ini"_s), QSettings::IniFormat);
+        QStringList log;
+        FakeTemplate docTemplate({}, &log);
+        {
+            MDIViewManager manager(&settings); // absent: maximised
+        }
+        QCOMPARE(settings.value(u"Editor/MDIMaximised"_s).toInt(), 1);
+        {
+            MDIViewManager manager(&settings);
+            manager.resize(600, 400);
+            manager.show();
+            auto *view = new FakeView(new FakeDocument(&docTemplate, &log), &log, true);
+            manager.addView(view, true);
+            QVERIFY(view->parentWidget()->isMaximized());
+            manager.cascade();
+            QVERIFY(!view->parentWidget()->isMaximized());
+            manager.closeAll();
+        }
+        QCOMPARE(settings.value(u"Editor/MDIMaximised"_s).toInt(), 0);
+    }
+
+    void aRestoredFrameMakesTheNextOneNormalToo()
+    {
+        Fixture f(Mdi, {u"/x/a.c"_s}, 1);
+        static_cast<QMdiSubWindow *>(f.view(u"a.c"_s)->parentWidget())->showNormal();
+        f.workspace.openDocument(u"/x/b.c"_s, true);
+        QVERIFY(!f.view(u"b.c"_s)->parentWidget()->isMaximized());
+        f.manager->tile();
+        QCOMPARE(f.view(u"b.c"_s)->parentWidget()->height(), f.area()->height());
+    }
+
+    void theCurrentViewStaysWhileAnotherWindowIsActive()
+    {
+        Fixture f(Mdi);
+        QWidget other;
+        other.show();
+        other.activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&other));
+        QCOMPARE(f.manager->currentView(), f.view(u"c.c"_s));
+    }
+};
+
+QTEST_MAIN(TestViewManager)
+#include "tst_viewmanager.moc"

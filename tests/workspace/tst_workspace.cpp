@@ -1,0 +1,273 @@
+#include "boxanswers.h"
+#include "fakedocuments.h"
+#include "tabbedviewmanager.h"
+#include "workspace.h"
+#include <QSignalSpy>
+#include <QTabBar>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+struct Fixture
+{
+    Fixture()
+    {
+        workspace.setViewManager(&manager);
+        workspace.addTemplate(c = new FakeTemplate({u"c"_s, u"h"_s}, &log));
+        workspace.addTemplate(any = new FakeTemplate({}, &log));
+        manager.resize(400, 300);
+    }
+    ~Fixture()
+    {
+        for (Document *doc : workspace.documents())
+            doc->setModified(false);
+        manager.closeAll();
+    }
+
+    [[nodiscard]] FakeDocument *document(const QString &name) const
+    {
+        return static_cast<FakeDocument *>(workspace.findDocument(name));
+    }
+    [[nodiscard]] QString titles() const
+    {
+        QStringList titles;
+        for (View *view : manager.views())
+            titles << view->title();
+        return titles.join(u'|');
+    }
+
+    QStringList log;
+    TabbedViewManager manager;
+    Workspace workspace;
+    FakeTemplate *c;
+    FakeTemplate *any;
+};
+} // namespace
+
+class TestWorkspace : public QObject
+{
+    Q_OBJECT
+private Q_SLOTS:
+    void init() { failOnWarnings(); }
+
+    void openingANameTwiceGivesOneDocumentAndOneView()
+    {
+        Fixture f;
+        QVERIFY(f.workspace.openDocument(u"/x/a.c"_s, true));
+        QVERIFY(f.workspace.openDocument(u"/x/b.c"_s, true));
+        QSignalSpy activated(&f.manager, &ViewManager::viewActivated);
+        QVERIFY(f.workspace.openDocument(u"/x/a.c"_s, true));
+        QCOMPARE(f.workspace.documents().size(), 2);
+        QCOMPARE(f.manager.views().size(), 2);
+        QCOMPARE(f.manager.currentDocument(), f.workspace.findDocument(u"/x/a.c"_s));
+        QCOMPARE(activated.size(), 1);
+        QCOMPARE(f.log, (QStringList{u"open /x/a.c"_s, u"open /x/b.c"_s}));
+    }
+
+    void theFirstTemplateThatCanOpenMakesTheDocument()
+    {
+        Fixture f;
+        QVERIFY(f.workspace.openDocument(u"/x/a.c"_s, true));
+        QVERIFY(f.workspace.openDocument(u"/x/a.txt"_s, true));
+        QCOMPARE(f.document(u"/x/a.c"_s)->documentTemplate(), f.c);
+        QCOMPARE(f.document(u"/x/a.txt"_s)->documentTemplate(), f.any);
+    }
+
+    void aNameThatDiffersInCaseIsAnotherDocumentOfTheSameKind()
+    {
+        Fixture f;
+        QVERIFY(f.workspace.openDocument(u"/x/foo.h"_s, true));
+        QVERIFY(f.workspace.openDocument(u"/x/foo.H"_s, true));
+        QCOMPARE(f.workspace.documents().size(), 2);
+        QCOMPARE(f.document(u"/x/foo.H"_s)->documentTemplate(), f.c);
+    }
+
+    void aFailedOpenLeavesNoDocumentAndNoView()
+    {
+        Fixture f;
+        QVERIFY(!f.workspace.openDocument(u"/x/bad.c"_s, true));
+        QVERIFY(f.workspace.documents().isEmpty());
+        QVERIFY(f.manager.views().isEmpty());
+        QCOMPARE(f.log, (QStringList{u"open /x/bad.c"_s, u"delete /x/bad.c"_s}));
+    }
+
+    void aNameWithoutTemplateIsLogged()
+    {
+        Workspace workspace;
+        TabbedViewManager manager;
+        workspace.setViewManager(&manager);
+        QTest::ignoreMessage(QtWarningMsg, "Workspace::openDocument: No template found for document (/x/a.c)");
+        QVERIFY(!workspace.openDocument(u"/x/a.c"_s, true));
+    }
+
+    void anEmptyNameIsAnAssertion()
+    {
+        Fixture f;
+        QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"^ASSERT: \"filename\\.length\\(\\) > 0\" in "_s));
+        f.workspace.openDocument(QString(), true);
+    }
+
+    void aTemplateThatGivesNothingIsAnAssertion()
+    {
+        Fixture f;
+        f.c->givesDocument = false;
+        QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"^ASSERT: \"doc\" in "_s));
+        QVERIFY(!f.workspace.openDocument(u"/x/a.c"_s, true));
+        QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"^ASSERT: \"docTemplate\" in "_s));
+        QVERIFY(!f.workspace.newDocument(nullptr, u"/x/a.c"_s));
+        QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"^ASSERT: \"doc\" in "_s));
+        f.workspace.addDocument(nullptr);
+    }
+
+    void aTemplateWithoutViewIsAnAssertion()
+    {
+        QStringList log;
+        TabbedViewManager manager;
+        Workspace workspace;
+        auto *docTemplate = new FakeTemplate({}, &log);
+        docTemplate->givesView = false;
+        workspace.setViewManager(&manager);
+        workspace.addTemplate(docTemplate);
+        QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"^ASSERT: \"view\" in "_s));
+        QVERIFY(!workspace.openDocument(u"/x/a.c"_s, true));
+        delete workspace.documents().first();
+        QVERIFY(workspace.documents().isEmpty());
+    }
+
+    void aDocumentStandsInTheListOnce()
+    {
+        QStringList log;
+        FakeTemplate docTemplate({}, &log);
+        auto doc = std::make_unique<FakeDocument>(&docTemplate, &log);
+        Workspace workspace;
+        workspace.addDocument(doc.get());
+        QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"^ASSERT: \"m_documents\\.find\\(doc\\) == -1\" in "_s));
+        workspace.addDocument(doc.get());
+        doc.reset();
+        QVERIFY(workspace.documents().isEmpty());
+    }
+
+    void aNewDocumentIsCreatedAndNotOpened()
+    {
+        Fixture f;
+        QVERIFY(f.workspace.newDocument(f.c, u"/x/n.c"_s));
+        QVERIFY(!f.workspace.newDocument(f.c, u"/x/bad.c"_s));
+        QCOMPARE(f.log, (QStringList{u"create /x/n.c"_s, u"create /x/bad.c"_s, u"delete /x/bad.c"_s}));
+        QCOMPARE(f.titles(), u"n.c"_s);
+    }
+
+    void reopenPutsANewDocumentInTheOldPlaceWithoutAsking()
+    {
+        Fixture f;
+        for (const QString &name : {u"/x/a.c"_s, u"/x/b.c"_s, u"/x/c.c"_s})
+            QVERIFY(f.workspace.openDocument(name, true));
+        const QPointer<Document> old = f.workspace.findDocument(u"/x/b.c"_s);
+        old->setModified(true);
+        f.log.clear();
+        QVERIFY(f.workspace.reopenDocument(f.workspace.findDocument(u"/x/b.c"_s)->filename()));
+        QVERIFY(!old);
+        QCOMPARE(f.log, (QStringList{u"delete /x/b.c"_s, u"open /x/b.c"_s}));
+        const auto *tabs = f.manager.findChild<QTabBar *>(u"viewManagerTabBar"_s);
+        QCOMPARE(tabs->tabText(1), u"b.c"_s);
+        QCOMPARE(tabs->currentIndex(), 1);
+        QCOMPARE(tabs->count(), 3);
+    }
+
+    void reopenClosesEveryViewOfTheDocument()
+    {
+        Fixture f;
+        QVERIFY(f.workspace.openDocument(u"/x/a.c"_s, true));
+        f.manager.newView();
+        QCOMPARE(f.titles(), u"a.c:1|a.c:2"_s);
+        QVERIFY(f.workspace.reopenDocument(u"/x/a.c"_s));
+        QCOMPARE(f.titles(), u"a.c"_s);
+    }
+
+    void reopenOfANameThatIsNotOpenDoesNothing()
+    {
+        Fixture f;
+        QVERIFY(!f.workspace.reopenDocument(u"/x/a.c"_s));
+        QVERIFY(f.log.isEmpty());
+    }
+
+    void helpShowsPagesInItsOneDocument()
+    {
+        Fixture f;
+        QTest::ignoreMessage(QtWarningMsg, "Workspace::openDocument: No template found for document (/x/one.html)");
+        QVERIFY(!f.workspace.openHelp(u"/x/one.html"_s)); // only a template that is none for help would open it
+        f.workspace.addTemplate(new HelpDocumentTemplate({u"html"_s}, &f.log));
+        QVERIFY(f.workspace.openHelp(u"/x/one.html"_s));
+        QVERIFY(f.workspace.openDocument(u"/x/a.c"_s, true));
+        QVERIFY(f.workspace.openHelp(u"/x/two.html"_s));
+        QCOMPARE(f.log, (QStringList{u"open /x/one.html"_s, u"open /x/a.c"_s, u"open /x/two.html"_s, u"update"_s}));
+        QCOMPARE(f.manager.views().size(), 2);
+        QCOMPARE(f.manager.currentDocument()->filename(), u"/x/two.html"_s);
+    }
+
+    void saveAllGoesOnAfterAFailure_data()
+    {
+        QTest::addColumn<bool>("onlyModified");
+        QTest::addColumn<QStringList>("expected");
+        QTest::newRow("all") << false << QStringList{u"save /x/a.c"_s, u"save /x/b.c"_s, u"save /x/c.c"_s};
+        QTest::newRow("modified ones") << true << QStringList{u"save /x/a.c"_s, u"save /x/c.c"_s};
+    }
+    void saveAllGoesOnAfterAFailure()
+    {
+        QFETCH(const bool, onlyModified);
+        QFETCH(const QStringList, expected);
+        Fixture f;
+        for (const QString &name : {u"/x/a.c"_s, u"/x/b.c"_s, u"/x/c.c"_s})
+            QVERIFY(f.workspace.openDocument(name, true));
+        f.document(u"/x/a.c"_s)->setModified(true);
+        f.document(u"/x/a.c"_s)->saves = false;
+        f.document(u"/x/c.c"_s)->setModified(true);
+        f.log.clear();
+        QVERIFY(!f.workspace.saveAll(onlyModified));
+        QCOMPARE(f.log, expected);
+        QVERIFY(f.workspace.anyModified());
+        f.document(u"/x/a.c"_s)->saves = true;
+        QVERIFY(f.workspace.saveAll(onlyModified));
+        QVERIFY(!f.workspace.anyModified());
+    }
+
+    void modifiedIsToldWhenItChanges()
+    {
+        QStringList log;
+        FakeTemplate docTemplate({}, &log);
+        FakeDocument doc(&docTemplate, &log);
+        QSignalSpy spy(&doc, &Document::documentModified);
+        QVERIFY(!doc.modified());
+        QVERIFY(!doc.isNewerOnDisk());
+        QVERIFY(!docTemplate.DocumentTemplate::canCreate());
+        doc.setModified(false);
+        doc.setModified(true);
+        doc.setModified(true);
+        QCOMPARE(spy.size(), 1);
+        QCOMPARE(spy.at(0).at(0).toBool(), true);
+    }
+
+    void documentsThatOutliveTheWorkspaceAreReported()
+    {
+        QStringList log;
+        FakeTemplate docTemplate({}, &log);
+        FakeDocument doc(&docTemplate, &log);
+        auto workspace = std::make_unique<Workspace>();
+        workspace->addDocument(&doc);
+        QTest::ignoreMessage(QtWarningMsg, "Workspace::~Workspace: documents still exist");
+        workspace.reset();
+    }
+
+    void closingIsPassedOnToTheViews()
+    {
+        Fixture f;
+        QVERIFY(f.workspace.openDocument(u"/x/a.c"_s, true));
+        QVERIFY(f.workspace.openDocument(u"/x/b.c"_s, true));
+        f.workspace.closeCurrentDocument();
+        QCOMPARE(f.titles(), u"a.c"_s);
+        f.workspace.closeAll();
+        QVERIFY(f.workspace.documents().isEmpty());
+    }
+};
+
+QTEST_MAIN(TestWorkspace)
+#include "tst_workspace.moc"
