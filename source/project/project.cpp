@@ -6,8 +6,8 @@
 #include "projectpath.h"
 #include "projectxmlreader.h"
 #include "projectxmlwriter.h"
-#include "savefile.h"
 #include "varnelassert.h"
+#include "wholefile.h"
 #include <QFileInfo>
 using namespace Qt::StringLiterals;
 
@@ -61,12 +61,10 @@ bool Project::load(const QString &path)
     m_dir.setPath(info.path());
     m_openedOK = false;
 
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
+    const std::optional<QByteArray> bytes = readFile(path);
+    if (!bytes)
         return false;
-    ProjectXmlReader xml(file.readAll());
-    if (file.error() != QFileDevice::NoError)
-        return false;
+    ProjectXmlReader xml(*bytes);
     QXmlStreamAttributes attributes;
     QSignalBlocker blocker(this); // viewers are built after a load
     if (!read(xml, &attributes))

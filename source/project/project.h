@@ -66,9 +66,6 @@ public:
     /// Adds files by absolute path: into @p folder or, if it is null, each into the first top-level folder that has its
     /// extension, else into the root. Files that the project has already are added once more.
     void addFiles(const QStringList &paths, ProjectFolder *folder);
-    /// For the destructors of folders and files that still stand in a list: takes them out everywhere.
-    static void forget(const ProjectFile *file);
-    static void forget(const ProjectFolder *folder);
 
     [[nodiscard]] ProjectProperties *properties() { return &m_properties; }
     [[nodiscard]] const ProjectProperties *properties() const { return &m_properties; }
@@ -98,6 +95,12 @@ Q_SIGNALS: // the first folder is the parent, null for the root
     void activityChanged(bool active);
 
 private:
+    friend class ProjectFile;
+    friend class ProjectFolder;
+    /// For the destructors of files and folders that still stand in a list: takes them out of all projects.
+    static void forget(const ProjectFile *file);
+    static void forget(const ProjectFolder *folder);
+
     struct RootAttribute;
     static const RootAttribute rootAttributes[6];
 

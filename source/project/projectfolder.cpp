@@ -152,30 +152,6 @@ void ProjectFolder::read(ProjectXmlReader &xml)
 
 void ProjectFolder::write(ProjectXmlWriter &xml) const
 {
-    struct Level
-    {
-        const ProjectFolder *folder;
-        qsizetype next; ///< the subfolder to be written next
-    };
-    std::vector<Level> levels{{this, 0}};
-    writeStart(xml);
-    while (!levels.empty()) {
-        auto &[folder, next] = levels.back();
-        if (next < folder->m_folders.items().size()) {
-            const ProjectFolder *child = folder->m_folders.items()[next++];
-            child->writeStart(xml);
-            levels.push_back({child, 0});
-        } else {
-            for (const ProjectFile *file : folder->m_files.items())
-                file->write(xml);
-            xml.endElement();
-            levels.pop_back();
-        }
-    }
-}
-
-void ProjectFolder::writeStart(ProjectXmlWriter &xml) const
-{
     xml.startElement("folder"_L1);
     xml.attribute("name"_L1, m_name);
     for (const QString &extension : m_extensions) {
@@ -183,6 +159,11 @@ void ProjectFolder::writeStart(ProjectXmlWriter &xml) const
         xml.attribute("name"_L1, extension);
         xml.endElement();
     }
+    for (const ProjectFolder *folder : m_folders.items())
+        folder->write(xml);
+    for (const ProjectFile *file : m_files.items())
+        file->write(xml);
+    xml.endElement();
 }
 
 bool ProjectFolder::isChildOf(const ProjectFolder *parent, const Project *project) const

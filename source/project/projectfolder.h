@@ -10,7 +10,7 @@ class ProjectXmlWriter;
 class ProjectFolder
 {
 public:
-    /// Deeper than any hand or tool nests them, and shallow enough for everyone who walks them recursively.
+    /// Files that nest folders deeper are refused: nobody makes them, and so everyone may walk folders recursively.
     static constexpr int MaximumDepth = 1000;
 
     ProjectFolder() = default;
@@ -20,7 +20,7 @@ public:
     Q_DISABLE_COPY_MOVE(ProjectFolder)
 
     [[nodiscard]] QString name() const { return m_name; }
-    /// Lists without dots. At the top level they attract files that are added to the project.
+    /// Without dots. Those of a folder at the top level attract files that are added to the project.
     [[nodiscard]] QStringList extensions() const { return m_extensions; }
     [[nodiscard]] QList<ProjectFolder *> folders() const { return m_folders.items(); }
     [[nodiscard]] QList<ProjectFile *> files() const { return m_files.items(); }
@@ -49,7 +49,6 @@ private:
     [[nodiscard]] bool isChildOf(const ProjectFolder *parent, const Project *project) const;
     void insert(ProjectFolder *folder, bool prepend);
     void insert(ProjectFile *file);
-    void writeStart(ProjectXmlWriter &xml) const;
 
     QString m_name;
     QStringList m_extensions;

@@ -3,8 +3,8 @@
 #include "projectpath.h"
 #include "projectxmlreader.h"
 #include "projectxmlwriter.h"
-#include "savefile.h"
 #include "varnelassert.h"
+#include "wholefile.h"
 #include <QFileInfo>
 using namespace Qt::StringLiterals;
 
@@ -54,11 +54,9 @@ bool ProjectWorkspace::load(const QString &fileName)
 {
     deleteProjects();
     m_fileName = fileName;
-    QFile file(fileName);
-    if (!file.open(QIODevice::ReadOnly))
-        return false;
-    const std::optional<QStringList> paths = readPaths(file.readAll());
-    if (!paths || file.error() != QFileDevice::NoError)
+    const std::optional<QByteArray> bytes = readFile(fileName);
+    const std::optional<QStringList> paths = bytes ? readPaths(*bytes) : std::nullopt;
+    if (!paths)
         return false;
     setLocation(fileName);
     for (const QString &path : *paths) {

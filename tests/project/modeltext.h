@@ -127,7 +127,7 @@ inline QString writeFile(const QString &fileName, const QByteArray &bytes)
     return fileName;
 }
 
-inline QByteArray readFile(const QString &fileName)
+inline QByteArray bytesOf(const QString &fileName)
 {
     QFile file(fileName);
     if (!file.open(QIODevice::ReadOnly))

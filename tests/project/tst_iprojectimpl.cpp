@@ -108,7 +108,7 @@ private Q_SLOTS:
         QVERIFY(m_iproject->isModified());
         QVERIFY(m_iproject->save());
         QVERIFY(!m_project->isModified());
-        QVERIFY(readFile(m_fileName).startsWith("<project buildenvironment="));
+        QVERIFY(bytesOf(m_fileName).startsWith("<project buildenvironment="));
         QVERIFY(QFile::remove(m_fileName));
         QVERIFY(QDir().mkdir(m_fileName));
         QVERIFY(!m_iproject->save());

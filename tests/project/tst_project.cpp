@@ -175,7 +175,7 @@ private Q_SLOTS:
         const auto project = loaded("<project/>");
         QVERIFY(!project->isModified());
         QVERIFY(project->save());
-        QVERIFY(readFile(m_fileName).contains("<configuration name=\"Default\"/>"));
+        QVERIFY(bytesOf(m_fileName).contains("<configuration name=\"Default\"/>"));
     }
 
     void readsWhateverRootOrderAndRepetition()
@@ -349,7 +349,7 @@ private Q_SLOTS:
                                     "<properties currentconfiguration='c'><configuration name='c'/></properties>"
                                     "<file path='a.c'/><folder name='A'/></p>");
         QVERIFY(project->save());
-        QCOMPARE(readFile(m_fileName),
+        QCOMPARE(bytesOf(m_fileName),
                  "<project buildenvironment=\"1\" buildenvironmentname=\"2\" buildenvironmentoption=\"3\" "
                  "executionenvironment=\"4\" executionenvironmentname=\"5\" executionenvironmentoption=\"6\">\n"
                  " <folder name=\"A\"/>\n"
@@ -378,7 +378,7 @@ private Q_SLOTS:
         QVERIFY(!project.load(m_fileName));
         expectAssert(u"m_openedOK"_s);
         QVERIFY(project.save());
-        QVERIFY(readFile(m_fileName).startsWith("<project "));
+        QVERIFY(bytesOf(m_fileName).startsWith("<project "));
     }
 
     void aFailedSaveKeepsTheMarkAndTheOldFile()
@@ -402,7 +402,7 @@ private Q_SLOTS:
         QVERIFY(!saved);
         QVERIFY(project->isModified());
         QCOMPARE(log.take(), QStringList());
-        QCOMPARE(readFile(m_fileName), "<project/>");
+        QCOMPARE(bytesOf(m_fileName), "<project/>");
         QVERIFY(project->save());
     }
 

@@ -284,21 +284,6 @@ private Q_SLOTS:
         project.removeFolder(top);
         delete top;
     }
-
-    void writingADeepTreeNeedsNoStack()
-    {
-        const int depth = 10'000;
-        ProjectFolder top(u"top"_s);
-        ProjectFolder *deepest = &top;
-        for (int i = 0; i < depth; ++i) {
-            auto *child = new ProjectFolder(u"f"_s);
-            deepest->addFolder(child, false);
-            deepest = child;
-        }
-        ProjectXmlWriter writer;
-        top.write(writer);
-        QCOMPARE(writer.xml().count(u"</folder>"_s), depth);
-    }
 };
 
 QTEST_APPLESS_MAIN(TestProjectFolder)

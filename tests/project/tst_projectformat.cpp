@@ -33,12 +33,12 @@ private:
         QVERIFY(first.load(m_fileName));
         const QString model = textOf(first);
         QVERIFY(first.save());
-        const QByteArray saved = readFile(m_fileName);
+        const QByteArray saved = bytesOf(m_fileName);
         Project second({}, {});
         QVERIFY(second.load(m_fileName));
         QCOMPARE(textOf(second), model);
         QVERIFY(second.save());
-        QCOMPARE(readFile(m_fileName), saved);
+        QCOMPARE(bytesOf(m_fileName), saved);
     }
 
 private Q_SLOTS:
@@ -53,9 +53,9 @@ private Q_SLOTS:
     void oddFilesAreSavedInOneWay()
     {
         QFETCH(QString, fileName);
-        writeFile(m_fileName, readFile(fileName));
+        writeFile(m_fileName, bytesOf(fileName));
         checkRoundTrip();
-        QCOMPARE(readFile(m_fileName), readFile(fileName + u".saved"_s));
+        QCOMPARE(bytesOf(m_fileName), bytesOf(fileName + u".saved"_s));
     }
 
     void malformedFilesAreRefused_data() { addRows(u"malformed"_s); }
@@ -69,7 +69,7 @@ private Q_SLOTS:
 
     void everyBeginningOfAFileIsRefused()
     {
-        const QByteArray whole = readFile(corpus(u"values.vnp"_s)).trimmed();
+        const QByteArray whole = bytesOf(corpus(u"values.vnp"_s)).trimmed();
         for (qsizetype length = 0; length < whole.size(); ++length) {
             Project project({}, {});
             QVERIFY2(!project.load(writeFile(m_fileName, whole.first(length))), qPrintable(QString::number(length)));

@@ -268,11 +268,11 @@ private Q_SLOTS:
         workspace.addProject(new Project(u"p"_s, u"D:/p"_s));
         SignalLog log(&workspace);
         QVERIFY(workspace.save());
-        QCOMPARE(readFile(path(u"w/all.vnw"_s)), "<workspace>\n"
-                                                 " <project path=\"a/a.vnp\"/>\n"
-                                                 " <project path=\"../other/o &amp; p.vnp\"/>\n"
-                                                 " <project path=\"D:/p/p.vnp\"/>\n"
-                                                 "</workspace>\n");
+        QCOMPARE(bytesOf(path(u"w/all.vnw"_s)), "<workspace>\n"
+                                                " <project path=\"a/a.vnp\"/>\n"
+                                                " <project path=\"../other/o &amp; p.vnp\"/>\n"
+                                                " <project path=\"D:/p/p.vnp\"/>\n"
+                                                "</workspace>\n");
         QVERIFY(!workspace.isModified());
         QCOMPARE(log.take(), QStringList());
     }
@@ -292,14 +292,14 @@ private Q_SLOTS:
         ProjectWorkspace workspace(m_fileName);
         workspace.addProject(project);
         QVERIFY(workspace.save());
-        QCOMPARE(readFile(m_fileName), "<workspace>\n <project path=\"odd.vnp\"/>\n</workspace>\n");
+        QCOMPARE(bytesOf(m_fileName), "<workspace>\n <project path=\"odd.vnp\"/>\n</workspace>\n");
     }
 
     void savesNoProjects()
     {
         ProjectWorkspace workspace(m_fileName);
         QVERIFY(workspace.save());
-        QCOMPARE(readFile(m_fileName), "<workspace/>\n");
+        QCOMPARE(bytesOf(m_fileName), "<workspace/>\n");
     }
 
     void doesNotSaveTheProjects()
@@ -412,7 +412,7 @@ private Q_SLOTS:
         QCOMPARE(workspace.count(), count);
         QCOMPARE(workspace.projectsContainingFile(path(u"a.c"_s)).size(), count);
         QVERIFY(workspace.save());
-        QCOMPARE(readFile(m_fileName), bytes);
+        QCOMPARE(bytesOf(m_fileName), bytes);
     }
 
     void deletesItsProjects()

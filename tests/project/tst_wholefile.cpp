@@ -1,4 +1,4 @@
-#include "savefile.h"
+#include "wholefile.h"
 #include <csignal>
 #include <QDir>
 #include <QFile>
@@ -39,7 +39,7 @@ private:
 
 } // namespace
 
-class TestSaveFile : public QObject
+class TestWholeFile : public QObject
 {
     Q_OBJECT
 private:
@@ -52,11 +52,7 @@ private:
         QVERIFY(file.open(QIODevice::WriteOnly));
         QCOMPARE(file.write(bytes), bytes.size());
     }
-    static QByteArray read(const QString &fileName)
-    {
-        QFile file(fileName);
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("cannot be read");
-    }
+    static QByteArray read(const QString &fileName) { return readFile(fileName).value_or("cannot be read"); }
 
 private Q_SLOTS:
     void init()
@@ -64,6 +60,18 @@ private Q_SLOTS:
         QTest::failOnWarning(QRegularExpression(u".?"_s));
         m_directory = std::make_unique<QTemporaryDir>();
         m_fileName = m_directory->filePath(u"p.vnp"_s);
+    }
+
+    void readsOrdinaryFilesOnly()
+    {
+        writeOld("old");
+        QCOMPARE(read(m_fileName), "old");
+        writeOld("");
+        QCOMPARE(read(m_fileName), "");
+        QVERIFY(!readFile(m_directory->filePath(u"missing"_s)));
+        QVERIFY(!readFile(m_directory->path()));
+        QVERIFY(!readFile(u"/dev/zero"_s));
+        QVERIFY(!readFile(QString()));
     }
 
     void writesANewFile()
@@ -181,5 +189,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_APPLESS_MAIN(TestSaveFile)
-#include "tst_savefile.moc"
+QTEST_APPLESS_MAIN(TestWholeFile)
+#include "tst_wholefile.moc"

@@ -1,4 +1,4 @@
-#include "savefile.h"
+#include "wholefile.h"
 #include <QFileInfo>
 #include <QSaveFile>
 #ifdef Q_OS_UNIX
@@ -30,6 +30,15 @@ void keepOwner(const QSaveFile &file, const QString &fileName)
 }
 
 } // namespace
+
+std::optional<QByteArray> readFile(const QString &fileName)
+{
+    QFile file(fileName);
+    if (!QFileInfo(fileName).isFile() || !file.open(QIODevice::ReadOnly))
+        return std::nullopt; // a pipe or a device may never come to an end
+    const QByteArray bytes = file.readAll();
+    return file.error() == QFileDevice::NoError ? std::optional(bytes) : std::nullopt;
+}
 
 bool saveFile(const QString &fileName, const QByteArray &content)
 {
