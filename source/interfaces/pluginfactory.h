@@ -13,6 +13,9 @@ public:
 
     /// CustomDocument, TextDocument or, for environments, any other number; those are found by queryInterface.
     virtual int type() = 0;
+
+protected:
+    ~IPluginObject() = default;
 };
 
 /// The root object of a plug-in library. It is a QObject as well, and lives as long as the program.
@@ -30,6 +33,9 @@ public:
     virtual QString name() = 0;
     /// The picture beside the name on the splash screen.
     virtual QPixmap logo() = 0;
+
+protected:
+    ~IPluginFactory() = default;
 };
 
 #define VarnelPluginFactoryIid "{bab36220-f804-44c1-856e-0e01cd1b28d0}"

@@ -1,0 +1,19 @@
+#pragma once
+#include "unknown.h"
+#include <QString>
+
+/// Optional, on an execution environment for the disassembly window, and on its IMemory object for scripts.
+class IDisassembly : public QUnknownInterface
+{
+public:
+    static constexpr QUuid Iid{0xc1931575, 0x6147, 0x4a4f, 0x8d, 0xc5, 0xbe, 0xd6, 0x7c, 0x16, 0x4d, 0x4b};
+
+    /// The instruction at an address of the memory region whose MemoryRegion::id is @p region, as rich text.
+    virtual QString disassemble(uint address, int region) = 0;
+    /// The instruction at an index as rich text of one line; the null string if none starts there. An index is an
+    /// address less the low address of the first memory region.
+    virtual QString text(int index) = 0;
+
+protected:
+    ~IDisassembly() = default;
+};

@@ -1,0 +1,38 @@
+#pragma once
+#include "unknown.h"
+#include <QString>
+
+/// One register of a peripheral. The peripheral window shows 16 bits of it.
+struct PeripheralRegisterInfo
+{
+    QString name;
+    int reserved = 0;
+    bool readOnly = false;
+};
+
+/// One peripheral and its registers, in the order of display.
+struct PeripheralInfo
+{
+    QString name;
+    QList<PeripheralRegisterInfo> registers;
+};
+
+/// Optional, on an execution environment: registers of the devices around the processor.
+///
+/// The window does not always know both names. It reads the registers of an only peripheral with an empty peripheral
+/// name, asks for the value of the peripheral itself with its name as the register and an empty peripheral name, and
+/// writes with the register's name in both places. Find such a register by its own name; where there is none, give 0.
+class IPeripherals : public QUnknownInterface
+{
+public:
+    static constexpr QUuid Iid{0x3e864d1e, 0xa61b, 0x11d7, 0xbd, 0xed, 0x00, 0x50, 0xda, 0xdf, 0xe8, 0x7d};
+
+    virtual QList<PeripheralInfo> peripherals() = 0;
+    virtual uint value(const QString &peripheral, const QString &registerName) = 0;
+    virtual void setValue(const QString &peripheral, const QString &registerName, uint value) = 0;
+    /// What the tool tip says of a register or, with an empty @p registerName, of a peripheral; empty for no tool tip.
+    virtual QString description(const QString &peripheral, const QString &registerName) = 0;
+
+protected:
+    ~IPeripherals() = default;
+};

@@ -1,0 +1,22 @@
+#pragma once
+#include "interfaceobject.h"
+#include "iprojectfile.h"
+#include "modelpointer.h"
+
+class ProjectFile;
+
+/// A file of a project as plug-ins and scripts see it; see IProjectImpl.
+class IProjectFileImpl : public InterfaceObject<IProjectFile>
+{
+public:
+    explicit IProjectFileImpl(ProjectFile *object) : InterfaceObject(0), m_object(object) {}
+    [[nodiscard]] ProjectFile *object() const { return m_object.get(); } ///< Null when it has gone.
+
+    QString name() override;
+    QString path() override;
+    IProjectProperties *properties() override;
+    IProjectFolder *folder() override;
+
+private:
+    const ModelPointer<ProjectFile> m_object;
+};

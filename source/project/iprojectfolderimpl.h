@@ -1,0 +1,25 @@
+#pragma once
+#include "interfaceobject.h"
+#include "iprojectfolder.h"
+#include "modelpointer.h"
+
+class ProjectFolder;
+
+/// A folder of a project as plug-ins and scripts see it; see IProjectImpl.
+class IProjectFolderImpl : public InterfaceObject<IProjectFolder>
+{
+public:
+    explicit IProjectFolderImpl(ProjectFolder *object) : InterfaceObject(0), m_object(object) {}
+    [[nodiscard]] ProjectFolder *object() const { return m_object.get(); } ///< Null when it has gone.
+    /// What parent() and IProjectFile::folder() give: a new wrapper, or null for null.
+    [[nodiscard]] static IProjectFolder *ofParent(ProjectFolder *folder);
+
+    QString name() override;
+    QStringList extensions() override;
+    QList<IProjectFolder *> folders() override;
+    QList<IProjectFile *> files() override;
+    IProjectFolder *parent() override;
+
+private:
+    const ModelPointer<ProjectFolder> m_object;
+};

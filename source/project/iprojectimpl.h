@@ -1,0 +1,32 @@
+#pragma once
+#include "interfaceobject.h"
+#include "iproject.h"
+#include <QPointer>
+
+class Project;
+
+/// A project as plug-ins and scripts see it. Begins without a reference: take the first with queryInterface<IProject>.
+/// It keeps nothing alive. When the project has gone, it answers with empty values.
+class IProjectImpl : public InterfaceObject<IProject>
+{
+public:
+    explicit IProjectImpl(Project *object);
+    ~IProjectImpl() override;
+    [[nodiscard]] Project *object() const { return m_object; } ///< Null when the project has gone.
+
+    QString name() override;
+    QString basePath() override;
+    QList<IProjectFolder *> folders() override;
+    QList<IProjectFile *> files() override;
+    IProjectProperties *properties() override;
+    QString currentConfiguration() override;
+    bool isModified() override;
+    bool save() override;
+    void addFiles(QStringList paths) override;
+    QString displayName() override;
+    bool isActive() override;
+    void setActive(bool active) override;
+
+private:
+    const QPointer<Project> m_object;
+};

@@ -1,0 +1,24 @@
+#pragma once
+#include "interfaceobject.h"
+#include "iprojectproperties.h"
+#include "modelpointer.h"
+
+class ProjectProperties;
+
+/// The store of a project or file as plug-ins and scripts see it; see IProjectImpl.
+class IProjectPropertiesImpl : public InterfaceObject<IProjectProperties>
+{
+public:
+    explicit IProjectPropertiesImpl(ProjectProperties *object) : InterfaceObject(0), m_object(object) {}
+    [[nodiscard]] ProjectProperties *object() const { return m_object.get(); } ///< Null when it has gone.
+
+    QString property(QString key, QString configuration, bool flag) override;
+    void setProperty(QString key, QString value, QString configuration) override;
+    QStringList configurations() override;
+    QStringList propertyKeys(QString configuration) override;
+    bool isModified() override;
+    void setModified(bool modified) override;
+
+private:
+    const ModelPointer<ProjectProperties> m_object;
+};

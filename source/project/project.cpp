@@ -1,0 +1,392 @@
+#include "project.h"
+#include "ibuildenvironment.h"
+#include "iexecutionenvironment.h"
+#include "projectfile.h"
+#include "projectfolder.h"
+#include "projectpath.h"
+#include "projectxmlreader.h"
+#include "projectxmlwriter.h"
+#include "varnelassert.h"
+#include "wholefile.h"
+#include <QFileInfo>
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// All projects that there are. Never deleted: projects may outlive static objects.
+QList<Project *> &liveProjects()
+{
+    static auto &all = *new QList<Project *>;
+    return all;
+}
+
+} // namespace
+
+struct Project::RootAttribute
+{
+    QLatin1StringView name;
+    QString Project::*field;
+};
+
+const Project::RootAttribute Project::rootAttributes[6] = {
+    {"buildenvironment"_L1, &Project::m_buildEnvironment},
+    {"buildenvironmentname"_L1, &Project::m_buildEnvironmentName},
+    {"buildenvironmentoption"_L1, &Project::m_buildEnvironmentOption},
+    {"executionenvironment"_L1, &Project::m_executionEnvironment},
+    {"executionenvironmentname"_L1, &Project::m_executionEnvironmentName},
+    {"executionenvironmentoption"_L1, &Project::m_executionEnvironmentOption},
+};
+
+Project::Project(const QString &name, const QString &directory) : m_name(name), m_dir(directory)
+{
+    liveProjects() += this;
+}
+
+Project::~Project()
+{
+    m_executionInterface.reset();
+    m_buildInterface.reset();
+    deleteChildren();
+    liveProjects().removeOne(this);
+}
+
+bool Project::load(const QString &path)
+{
+    deleteChildren();
+    m_properties = ProjectProperties(this);
+    m_currentConfiguration.clear();
+    const QFileInfo info(path);
+    m_fileName = path;
+    m_name = info.completeBaseName();
+    m_dir.setPath(info.path());
+    m_openedOK = false;
+
+    const std::optional<QByteArray> bytes = readFile(path);
+    if (!bytes)
+        return false;
+    ProjectXmlReader xml(*bytes);
+    QXmlStreamAttributes attributes;
+    QSignalBlocker blocker(this); // viewers are built after a load
+    if (!read(xml, &attributes))
+        return false;
+    for (const RootAttribute &attribute : rootAttributes)
+        this->*attribute.field = ProjectXmlReader::valueOf(attributes, attribute.name).toString();
+    m_openedOK = true;
+    m_modified = true; // by all that was read
+    blocker.unblock();
+    setModified(false);
+    return true;
+}
+
+bool Project::loadFromXml(const QString &text)
+{
+    deleteChildren();
+    for (const QString &configuration : m_properties.configurations())
+        m_properties.removeConfiguration(configuration);
+    m_openedOK = false;
+
+    ProjectXmlReader xml(text);
+    QXmlStreamAttributes ignored; // the text comes from a plug-in, and plug-ins are not chosen by plug-ins
+    QSignalBlocker blocker(this);
+    if (!read(xml, &ignored))
+        return false;
+    m_openedOK = true;
+    blocker.unblock();
+    setModified(true);
+    return true;
+}
+
+bool Project::read(ProjectXmlReader &xml, QXmlStreamAttributes *attributes)
+{
+    const QString oldConfiguration = m_currentConfiguration;
+    xml.readNextStartElement(); // the root, whatever its tag
+    *attributes = xml.attributes();
+    while (xml.readNextStartElement())
+        readChild(xml);
+    if (!xml.finish()) {
+        deleteChildren();
+        m_properties = ProjectProperties(this);
+        m_currentConfiguration = oldConfiguration;
+        return false;
+    }
+    if (!m_properties.hasConfigurations())
+        m_properties.addConfiguration(u"Default"_s);
+    if (m_currentConfiguration.isEmpty())
+        m_currentConfiguration = m_properties.configurations().constFirst();
+    return true;
+}
+
+void Project::readChild(ProjectXmlReader &xml)
+{
+    if (xml.isAt("folder"_L1)) {
+        auto *folder = new ProjectFolder;
+        insert(folder, false);
+        folder->read(xml);
+    } else if (xml.isAt("file"_L1)) {
+        auto *file = new ProjectFile;
+        insert(file);
+        file->read(xml);
+    } else if (xml.isAt("properties"_L1)) {
+        const QString current = xml.attribute("currentconfiguration"_L1);
+        if (!current.isNull())
+            m_currentConfiguration = current;
+        m_properties.read(xml);
+    } else {
+        xml.skipCurrentElement();
+    }
+}
+
+bool Project::save()
+{
+    VARNEL_ASSERT(m_openedOK);
+    if (!saveFile(m_fileName, toXml().toUtf8()))
+        return false;
+    setModified(false);
+    return true;
+}
+
+QString Project::toXml() const
+{
+    ProjectXmlWriter xml;
+    xml.startElement("project"_L1);
+    for (const RootAttribute &attribute : rootAttributes)
+        xml.attribute(attribute.name, this->*attribute.field);
+    for (const ProjectFolder *folder : m_folders.items())
+        folder->write(xml);
+    for (const ProjectFile *file : m_files.items())
+        file->write(xml);
+    xml.startElement("properties"_L1);
+    xml.attribute("currentconfiguration"_L1, m_currentConfiguration);
+    m_properties.write(xml);
+    xml.endElement();
+    xml.endElement();
+    return xml.xml();
+}
+
+QString Project::displayName() const
+{
+    const QStringList words = m_executionEnvironmentName.split(u' ', Qt::SkipEmptyParts);
+    return words.value(0) + u" - "_s + m_name;
+}
+
+QString Project::relativePath(const QString &path) const
+{
+    return ::relativePath(m_dir, path);
+}
+
+QString Project::absolutePath(const QString &storedPath) const
+{
+    return ::absolutePath(m_dir, storedPath);
+}
+
+QList<ProjectFile *> Project::files(const QString &extensions, ProjectFolder *folder) const
+{
+    const QStringList wanted = extensions.split(u';', Qt::SkipEmptyParts);
+    QList<ProjectFile *> result;
+    const auto take = [&](const ProjectChildren<ProjectFile> &files) {
+        for (ProjectFile *file : files.items()) {
+            if (extensions.isNull() || wanted.contains(completeExtension(file->path())))
+                result += file;
+        }
+    };
+    if (!folder)
+        take(m_files);
+    for (const ProjectFolder *each : folder ? folder->withSubfolders() : allFolders())
+        take(each->m_files);
+    return result;
+}
+
+bool Project::containsFile(const QString &path) const
+{
+    const QString stored = relativePath(path);
+    const QList<ProjectFile *> all = files(QString(), nullptr);
+    return std::any_of(all.begin(), all.end(), [&](const ProjectFile *file) { return file->path() == stored; });
+}
+
+void Project::addFolder(ProjectFolder *folder, bool prepend)
+{
+    VARNEL_ASSERT(folder);
+    if (!folder)
+        return;
+    VARNEL_ASSERT(m_folders.find(folder) == -1);
+    insert(folder, prepend);
+    Q_EMIT folderAdded(nullptr, folder);
+    setModified(true);
+}
+
+void Project::removeFolder(ProjectFolder *folder)
+{
+    VARNEL_ASSERT(folder);
+    if (!folder)
+        return;
+    VARNEL_ASSERT(m_folders.find(folder) >= 0);
+    m_folders.remove(folder);
+    Q_EMIT folderRemoved(nullptr, folder);
+    setModified(true);
+}
+
+void Project::addFile(ProjectFile *file)
+{
+    VARNEL_ASSERT(file);
+    if (!file)
+        return;
+    VARNEL_ASSERT(m_files.find(file) == -1);
+    insert(file);
+    Q_EMIT fileAdded(nullptr, file);
+    setModified(true);
+}
+
+void Project::removeFile(ProjectFile *file)
+{
+    VARNEL_ASSERT(file);
+    if (!file)
+        return;
+    VARNEL_ASSERT(m_files.find(file) >= 0);
+    m_files.remove(file);
+    Q_EMIT fileRemoved(nullptr, file);
+    setModified(true);
+}
+
+void Project::moveFolder(ProjectFolder *folder, ProjectFolder *target)
+{
+    VARNEL_ASSERT(folder);
+    if (!folder)
+        return;
+    for (const ProjectFolder *above = target; above; above = above->parent()) {
+        if (above == folder)
+            return;
+    }
+    batch([&] {
+        folder->parent() ? folder->parent()->removeFolder(folder) : removeFolder(folder);
+        target ? target->addFolder(folder, true) : addFolder(folder, true);
+    });
+}
+
+void Project::moveFile(ProjectFile *file, ProjectFolder *target)
+{
+    VARNEL_ASSERT(file);
+    if (!file)
+        return;
+    batch([&] {
+        file->folder() ? file->folder()->removeFile(file) : removeFile(file);
+        target ? target->addFile(file) : addFile(file);
+    });
+}
+
+void Project::batch(const std::function<void()> &work)
+{
+    m_batchPending = false;
+    m_batching = true;
+    work();
+    m_batching = false;
+    if (m_batchPending)
+        Q_EMIT projectModified(m_modified);
+}
+
+void Project::addFiles(const QStringList &paths, ProjectFolder *folder)
+{
+    for (const QString &path : paths) {
+        const QString stored = relativePath(path);
+        auto *file = new ProjectFile(fileNameOf(stored), stored);
+        if (ProjectFolder *target = folder ? folder : folderFor(completeExtension(stored)))
+            target->addFile(file);
+        else
+            addFile(file);
+    }
+}
+
+ProjectFolder *Project::folderFor(const QString &extension) const
+{
+    for (ProjectFolder *folder : m_folders.items()) {
+        for (const QString &entry : folder->m_extensions) {
+            if (entry.toLower() == extension)
+                return folder;
+        }
+    }
+    return nullptr;
+}
+
+void Project::forget(const ProjectFile *file)
+{
+    for (Project *project : liveProjects()) {
+        project->m_files.forget(file);
+        for (ProjectFolder *folder : project->allFolders())
+            folder->m_files.forget(file);
+    }
+}
+
+void Project::forget(const ProjectFolder *folder)
+{
+    for (Project *project : liveProjects()) {
+        project->m_folders.forget(folder);
+        for (ProjectFolder *each : project->allFolders())
+            each->m_folders.forget(folder);
+    }
+}
+
+void Project::setCurrentConfiguration(const QString &name)
+{
+    if (name == m_currentConfiguration)
+        return;
+    m_currentConfiguration = name;
+    setModified(true);
+}
+
+void Project::setModified(bool modified)
+{
+    if (modified == m_modified)
+        return;
+    m_modified = modified;
+    if (m_batching)
+        m_batchPending = true;
+    else
+        Q_EMIT projectModified(modified);
+}
+
+void Project::setActive(bool active)
+{
+    if (active == m_active)
+        return;
+    m_active = active;
+    Q_EMIT activityChanged(active);
+}
+
+void Project::setBuildInterface(IBuildEnvironment *environment)
+{
+    m_buildInterface = shareInterface(environment); // the new one first: it may be the old one
+}
+
+void Project::setExecutionInterface(IExecutionEnvironment *environment)
+{
+    m_executionInterface = shareInterface(environment);
+}
+
+void Project::deleteChildren()
+{
+    while (const ProjectFolder *folder = m_folders.takeOwned(nullptr, this))
+        delete folder;
+    while (const ProjectFile *file = m_files.takeOwned(nullptr, this))
+        delete file;
+}
+
+void Project::insert(ProjectFolder *folder, bool prepend)
+{
+    folder->setProject(this);
+    folder->setParent(nullptr);
+    m_folders.insert(folder, prepend);
+}
+
+void Project::insert(ProjectFile *file)
+{
+    file->setProject(this);
+    file->setFolder(nullptr);
+    m_files.insert(file);
+}
+
+QList<ProjectFolder *> Project::allFolders() const
+{
+    QList<ProjectFolder *> result;
+    for (ProjectFolder *folder : m_folders.items())
+        result += folder->withSubfolders();
+    return result;
+}

@@ -1,0 +1,133 @@
+#pragma once
+#include "projectchildren.h"
+#include "projectproperties.h"
+#include "unknown.h"
+#include <functional>
+#include <QDir>
+#include <QObject>
+
+class IBuildEnvironment;
+class IExecutionEnvironment;
+class ProjectFile;
+class ProjectFolder;
+class QXmlStreamAttributes;
+
+/// One buildable unit: folders and files, configurations with properties, and the names of the plug-ins that serve it.
+/// It lives in one XML file (*.vnp). Paths are kept relative to the directory of that file wherever that is possible.
+///
+/// A folder or file has one parent; null stands for the root of the project. All changes below a project are told by
+/// the signals of the project, except while it is read: viewers are built after that.
+class Project : public QObject
+{
+    Q_OBJECT
+public:
+    Project(const QString &name, const QString &directory);
+    /// Releases the execution environment, then the build environment, then deletes folders and files.
+    ~Project() override;
+
+    /// Replaces everything by what the file at @p path holds. False if it cannot be read or is no XML; the project is
+    /// empty then.
+    bool load(const QString &path);
+    [[nodiscard]] bool openedOK() const { return m_openedOK; } ///< The last load succeeded.
+    /// Replaces folders, files and configurations; the environments stay. False if @p text is no XML; the project is
+    /// empty then.
+    bool loadFromXml(const QString &text);
+    /// False if the file cannot be written as a whole; the old one is still there then.
+    bool save();
+    [[nodiscard]] QString toXml() const; ///< The text that save() writes.
+
+    [[nodiscard]] QString name() const { return m_name; } ///< The name of the file without its last suffix.
+    [[nodiscard]] QString fileName() const { return m_fileName; }
+    [[nodiscard]] QDir directory() const { return m_dir; } ///< As given, maybe relative.
+    [[nodiscard]] QString basePath() const { return m_dir.absolutePath(); }
+    [[nodiscard]] QString displayName() const;
+    [[nodiscard]] QString relativePath(const QString &path) const; ///< The form in which an absolute path is stored.
+    [[nodiscard]] QString absolutePath(const QString &storedPath) const;
+    [[nodiscard]] QString buildEnvironment() const { return m_buildEnvironment; } ///< The text of a UUID, or empty.
+    [[nodiscard]] QString buildEnvironmentName() const { return m_buildEnvironmentName; }
+    [[nodiscard]] QString buildEnvironmentOption() const { return m_buildEnvironmentOption; }
+    [[nodiscard]] QString executionEnvironment() const { return m_executionEnvironment; }
+    [[nodiscard]] QString executionEnvironmentName() const { return m_executionEnvironmentName; }
+    [[nodiscard]] QString executionEnvironmentOption() const { return m_executionEnvironmentOption; }
+
+    [[nodiscard]] QList<ProjectFolder *> folders() const { return m_folders.items(); } ///< The top level.
+    [[nodiscard]] QList<ProjectFile *> rootFiles() const { return m_files.items(); }   ///< Those in no folder.
+    /// The files of @p folder, or of the root if it is null, then those of each subfolder, and so on. @p extensions
+    /// are complete ones in lower case, separated by ";"; the null string stands for all files.
+    [[nodiscard]] QList<ProjectFile *> files(const QString &extensions, ProjectFolder *folder) const;
+    [[nodiscard]] bool containsFile(const QString &path) const;
+    void addFolder(ProjectFolder *folder, bool prepend);
+    void removeFolder(ProjectFolder *folder);
+    void addFile(ProjectFile *file);
+    void removeFile(ProjectFile *file);
+    /// A folder moves to the front of @p target, a file to its end. A folder does not move into itself.
+    void moveFolder(ProjectFolder *folder, ProjectFolder *target);
+    void moveFile(ProjectFile *file, ProjectFolder *target);
+    /// Adds files by absolute path: into @p folder or, if it is null, each into the first top-level folder that has its
+    /// extension, else into the root. Files that the project has already are added once more.
+    void addFiles(const QStringList &paths, ProjectFolder *folder);
+    /// For the destructors of folders and files that still stand in a list: takes them out everywhere.
+    static void forget(const ProjectFile *file);
+    static void forget(const ProjectFolder *folder);
+
+    [[nodiscard]] ProjectProperties *properties() { return &m_properties; }
+    [[nodiscard]] const ProjectProperties *properties() const { return &m_properties; }
+    [[nodiscard]] QString currentConfiguration() const { return m_currentConfiguration; }
+    void setCurrentConfiguration(const QString &name);
+
+    [[nodiscard]] bool isModified() const { return m_modified; }
+    void setModified(bool modified);
+    [[nodiscard]] bool isActive() const { return m_active; } ///< It takes part in debugging.
+    void setActive(bool active);
+
+    /// Setters keep a reference and give back the old one; getters add none.
+    void setBuildInterface(IBuildEnvironment *environment);
+    void setExecutionInterface(IExecutionEnvironment *environment);
+    [[nodiscard]] IBuildEnvironment *buildInterface() const { return m_buildInterface.get(); }
+    [[nodiscard]] IExecutionEnvironment *executionInterface() const { return m_executionInterface.get(); }
+    void setBuildEnvironment(IBuildEnvironment *environment) { setBuildInterface(environment); }
+    void setExecutionEnvironment(IExecutionEnvironment *environment) { setExecutionInterface(environment); }
+
+Q_SIGNALS: // the first folder is the parent, null for the root
+    void projectModified(bool modified);
+    void folderAdded(ProjectFolder *parent, ProjectFolder *folder);
+    void folderRemoved(ProjectFolder *parent, ProjectFolder *folder);
+    void fileAdded(ProjectFolder *parent, ProjectFile *file);
+    void fileRemoved(ProjectFolder *parent, ProjectFile *file);
+    void folderRenamed(ProjectFolder *folder, const QString &newName);
+    void activityChanged(bool active);
+
+private:
+    struct RootAttribute;
+    static const RootAttribute rootAttributes[6];
+
+    void deleteChildren();
+    [[nodiscard]] bool read(ProjectXmlReader &xml, QXmlStreamAttributes *attributes);
+    void readChild(ProjectXmlReader &xml);
+    void insert(ProjectFolder *folder, bool prepend);
+    void insert(ProjectFile *file);
+    [[nodiscard]] QList<ProjectFolder *> allFolders() const;
+    [[nodiscard]] ProjectFolder *folderFor(const QString &extension) const;
+    void batch(const std::function<void()> &work);
+
+    QString m_name;
+    QDir m_dir;
+    QString m_fileName;
+    bool m_modified = false;
+    bool m_openedOK = false;
+    bool m_batching = false;     ///< inside a move
+    bool m_batchPending = false; ///< m_modified changed inside it
+    QString m_buildEnvironment;
+    QString m_buildEnvironmentName;
+    QString m_buildEnvironmentOption;
+    QString m_executionEnvironment;
+    QString m_executionEnvironmentName;
+    QString m_executionEnvironmentOption;
+    ProjectChildren<ProjectFolder> m_folders;
+    ProjectChildren<ProjectFile> m_files;
+    ProjectProperties m_properties{this};
+    QString m_currentConfiguration;
+    InterfacePtr<IBuildEnvironment> m_buildInterface;
+    InterfacePtr<IExecutionEnvironment> m_executionInterface;
+    bool m_active = true;
+};

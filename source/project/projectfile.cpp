@@ -1,0 +1,49 @@
+#include "projectfile.h"
+#include "modelpointer.h"
+#include "project.h"
+#include "projectpath.h"
+#include "projectxmlreader.h"
+#include "projectxmlwriter.h"
+using namespace Qt::StringLiterals;
+
+ProjectFile::~ProjectFile()
+{
+    ModelPointerBase::objectDeleted(this);
+    if (m_listings > 0)
+        Project::forget(this);
+}
+
+void ProjectFile::setProject(Project *project)
+{
+    if (project)
+        m_properties.setProject(project);
+}
+
+void ProjectFile::read(ProjectXmlReader &xml)
+{
+    m_path = xml.attribute("path"_L1);
+    m_name = fileNameOf(m_path);
+    while (xml.readNextStartElement()) {
+        if (xml.isAt("properties"_L1))
+            m_properties.read(xml);
+        else
+            xml.skipCurrentElement();
+    }
+}
+
+void ProjectFile::write(ProjectXmlWriter &xml) const
+{
+    xml.startElement("file"_L1);
+    xml.attribute("path"_L1, m_path);
+    if (m_properties.hasConfigurations()) {
+        xml.startElement("properties"_L1);
+        m_properties.write(xml);
+        xml.endElement();
+    }
+    xml.endElement();
+}
+
+bool ProjectFile::isChildOf(const ProjectFolder *folder, const Project *project) const
+{
+    return m_folder == folder && (folder || this->project() == project);
+}

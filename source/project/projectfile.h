@@ -1,0 +1,39 @@
+#pragma once
+#include "projectproperties.h"
+
+class ProjectFolder;
+
+/// A file of a project: its path and what is remembered about it. Projects hold many, so they are kept small.
+class ProjectFile
+{
+public:
+    ProjectFile() = default;
+    ProjectFile(const QString &name, const QString &path) : m_name(name), m_path(path) {}
+    virtual ~ProjectFile();
+    Q_DISABLE_COPY_MOVE(ProjectFile)
+
+    [[nodiscard]] QString name() const { return m_name; } ///< The last part of the path.
+    /// As stored: relative to the project's directory where possible. Project::absolutePath() resolves it.
+    [[nodiscard]] QString path() const { return m_path; }
+    [[nodiscard]] ProjectProperties *properties() { return &m_properties; }
+    [[nodiscard]] const ProjectProperties *properties() const { return &m_properties; }
+    [[nodiscard]] Project *project() const { return m_properties.project(); } ///< Null before it is put into one.
+    [[nodiscard]] ProjectFolder *folder() const { return m_folder; }          ///< Null in the root of the project.
+
+    void setProject(Project *project); ///< Null is ignored.
+    void setFolder(ProjectFolder *folder) { m_folder = folder; }
+
+    void read(ProjectXmlReader &xml); ///< From the current element, whose end is read.
+    void write(ProjectXmlWriter &xml) const;
+
+private:
+    template <typename>
+    friend class ProjectChildren;
+    [[nodiscard]] bool isChildOf(const ProjectFolder *folder, const Project *project) const;
+
+    QString m_name;
+    QString m_path;
+    ProjectFolder *m_folder = nullptr;
+    [[no_unique_address]] ProjectProperties m_properties; ///< also knows the project
+    quint32 m_listings = 0;                               ///< how often it stands in a list
+};

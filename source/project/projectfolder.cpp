@@ -1,0 +1,205 @@
+#include "projectfolder.h"
+#include "modelpointer.h"
+#include "project.h"
+#include "projectfile.h"
+#include "projectxmlreader.h"
+#include "projectxmlwriter.h"
+#include "varnelassert.h"
+using namespace Qt::StringLiterals;
+
+ProjectFolder::~ProjectFolder()
+{
+    // Leaf by leaf and not level by level: a deep tree must not need a deep stack.
+    std::vector<ProjectFolder *> branch{this};
+    while (true) {
+        ProjectFolder *folder = branch.back();
+        if (ProjectFolder *child = folder->m_folders.takeOwned(folder, nullptr)) {
+            branch.push_back(child);
+            continue;
+        }
+        if (folder == this)
+            break;
+        branch.pop_back();
+        delete folder;
+    }
+    while (const ProjectFile *file = m_files.takeOwned(this, nullptr))
+        delete file;
+    ModelPointerBase::objectDeleted(this);
+    if (m_listings > 0)
+        Project::forget(this);
+}
+
+QList<ProjectFolder *> ProjectFolder::withSubfolders()
+{
+    QList<ProjectFolder *> result;
+    QList<ProjectFolder *> pending{this};
+    while (!pending.isEmpty()) {
+        ProjectFolder *folder = pending.takeLast();
+        result += folder;
+        const QList<ProjectFolder *> &children = folder->m_folders.items();
+        std::copy(children.rbegin(), children.rend(), std::back_inserter(pending));
+    }
+    return result;
+}
+
+void ProjectFolder::addFolder(ProjectFolder *folder, bool prepend)
+{
+    VARNEL_ASSERT(folder);
+    if (!folder)
+        return;
+    VARNEL_ASSERT(m_folders.find(folder) == -1);
+    insert(folder, prepend);
+    if (m_project) {
+        Q_EMIT m_project->folderAdded(this, folder);
+        m_project->setModified(true);
+    }
+}
+
+void ProjectFolder::removeFolder(ProjectFolder *folder)
+{
+    VARNEL_ASSERT(folder);
+    if (!folder)
+        return;
+    VARNEL_ASSERT(m_folders.find(folder) >= 0);
+    if (m_folders.remove(folder))
+        folder->setParent(nullptr);
+    if (m_project) {
+        Q_EMIT m_project->folderRemoved(this, folder);
+        m_project->setModified(true);
+    }
+}
+
+void ProjectFolder::addFile(ProjectFile *file)
+{
+    VARNEL_ASSERT(file);
+    if (!file)
+        return;
+    VARNEL_ASSERT(m_files.find(file) == -1);
+    insert(file);
+    if (m_project) {
+        Q_EMIT m_project->fileAdded(this, file);
+        m_project->setModified(true);
+    }
+}
+
+void ProjectFolder::removeFile(ProjectFile *file)
+{
+    VARNEL_ASSERT(file);
+    if (!file)
+        return;
+    VARNEL_ASSERT(m_files.find(file) >= 0);
+    if (m_files.remove(file))
+        file->setFolder(nullptr);
+    if (m_project) {
+        Q_EMIT m_project->fileRemoved(this, file);
+        m_project->setModified(true);
+    }
+}
+
+void ProjectFolder::rename(const QString &newName)
+{
+    VARNEL_ASSERT(newName.length() > 0);
+    m_name = newName;
+    if (m_project) {
+        Q_EMIT m_project->folderRenamed(this, newName);
+        m_project->setModified(true);
+    }
+}
+
+void ProjectFolder::setExtensions(const QStringList &extensions)
+{
+    m_extensions = extensions;
+    if (m_project)
+        m_project->setModified(true);
+}
+
+void ProjectFolder::setProject(Project *project)
+{
+    if (!project)
+        return;
+    for (ProjectFolder *folder : withSubfolders()) {
+        folder->m_project = project;
+        for (ProjectFile *file : folder->m_files.items())
+            file->setProject(project);
+    }
+}
+
+void ProjectFolder::read(ProjectXmlReader &xml)
+{
+    m_name = xml.attribute("name"_L1);
+    ProjectFolder *folder = this;
+    for (int depth = 1; depth > 0 && !xml.hasError();) {
+        if (!xml.readNextStartElement()) {
+            folder = folder->m_parent;
+            --depth;
+        } else if (xml.isAt("file"_L1)) {
+            auto *file = new ProjectFile;
+            folder->insert(file);
+            file->read(xml);
+        } else if (xml.isAt("folder"_L1)) {
+            auto *child = new ProjectFolder(xml.attribute("name"_L1));
+            folder->insert(child, false);
+            folder = child;
+            if (++depth > MaximumDepth)
+                xml.raiseError(u"Folders are nested too deeply."_s);
+        } else {
+            if (xml.isAt("extension"_L1))
+                folder->m_extensions += xml.sharedAttribute("name"_L1);
+            xml.skipCurrentElement();
+        }
+    }
+}
+
+void ProjectFolder::write(ProjectXmlWriter &xml) const
+{
+    struct Level
+    {
+        const ProjectFolder *folder;
+        qsizetype next; ///< the subfolder to be written next
+    };
+    std::vector<Level> levels{{this, 0}};
+    writeStart(xml);
+    while (!levels.empty()) {
+        auto &[folder, next] = levels.back();
+        if (next < folder->m_folders.items().size()) {
+            const ProjectFolder *child = folder->m_folders.items()[next++];
+            child->writeStart(xml);
+            levels.push_back({child, 0});
+        } else {
+            for (const ProjectFile *file : folder->m_files.items())
+                file->write(xml);
+            xml.endElement();
+            levels.pop_back();
+        }
+    }
+}
+
+void ProjectFolder::writeStart(ProjectXmlWriter &xml) const
+{
+    xml.startElement("folder"_L1);
+    xml.attribute("name"_L1, m_name);
+    for (const QString &extension : m_extensions) {
+        xml.startElement("extension"_L1);
+        xml.attribute("name"_L1, extension);
+        xml.endElement();
+    }
+}
+
+bool ProjectFolder::isChildOf(const ProjectFolder *parent, const Project *project) const
+{
+    return m_parent == parent && (parent || m_project == project);
+}
+
+void ProjectFolder::insert(ProjectFolder *folder, bool prepend)
+{
+    m_folders.insert(folder, prepend);
+    folder->setProject(m_project);
+    folder->setParent(this);
+}
+
+void ProjectFolder::insert(ProjectFile *file)
+{
+    m_files.insert(file);
+    file->setProject(m_project);
+    file->setFolder(this);
+}

@@ -1,0 +1,61 @@
+#pragma once
+#include "projectchildren.h"
+#include <QStringList>
+
+class ProjectFile;
+class ProjectXmlReader;
+class ProjectXmlWriter;
+
+/// A logical folder of a project, with subfolders and files. It is not a directory on the disk.
+class ProjectFolder
+{
+public:
+    /// Deeper than any hand or tool nests them, and shallow enough for everyone who walks them recursively.
+    static constexpr int MaximumDepth = 1000;
+
+    ProjectFolder() = default;
+    explicit ProjectFolder(const QString &name) : m_name(name) {}
+    /// Deletes the subfolders, then the files.
+    virtual ~ProjectFolder();
+    Q_DISABLE_COPY_MOVE(ProjectFolder)
+
+    [[nodiscard]] QString name() const { return m_name; }
+    /// Lists without dots. At the top level they attract files that are added to the project.
+    [[nodiscard]] QStringList extensions() const { return m_extensions; }
+    [[nodiscard]] QList<ProjectFolder *> folders() const { return m_folders.items(); }
+    [[nodiscard]] QList<ProjectFile *> files() const { return m_files.items(); }
+    [[nodiscard]] Project *project() const { return m_project; }     ///< Null before it is put into one.
+    [[nodiscard]] ProjectFolder *parent() const { return m_parent; } ///< Null at the top level.
+    [[nodiscard]] QList<ProjectFolder *> withSubfolders(); ///< This, then all below it, each ahead of its own.
+
+    /// These tell the project, if there is one, which emits its signals. Who takes a child out, owns it.
+    void addFolder(ProjectFolder *folder, bool prepend);
+    void removeFolder(ProjectFolder *folder);
+    void addFile(ProjectFile *file);
+    void removeFile(ProjectFile *file);
+    void rename(const QString &newName);
+    void setExtensions(const QStringList &extensions);
+
+    void setProject(Project *project); ///< For the whole subtree. Null is ignored.
+    void setParent(ProjectFolder *parent) { m_parent = parent; }
+
+    void read(ProjectXmlReader &xml); ///< From the current element, whose end is read. Too deep is an error of @p xml.
+    void write(ProjectXmlWriter &xml) const;
+
+private:
+    friend class Project;
+    template <typename>
+    friend class ProjectChildren;
+    [[nodiscard]] bool isChildOf(const ProjectFolder *parent, const Project *project) const;
+    void insert(ProjectFolder *folder, bool prepend);
+    void insert(ProjectFile *file);
+    void writeStart(ProjectXmlWriter &xml) const;
+
+    QString m_name;
+    QStringList m_extensions;
+    ProjectChildren<ProjectFolder> m_folders;
+    ProjectChildren<ProjectFile> m_files;
+    Project *m_project = nullptr;
+    ProjectFolder *m_parent = nullptr;
+    quint32 m_listings = 0; ///< how often it stands in a list
+};

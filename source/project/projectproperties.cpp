@@ -1,0 +1,95 @@
+#include "projectproperties.h"
+#include "modelpointer.h"
+#include "project.h"
+#include "projectxmlreader.h"
+#include "projectxmlwriter.h"
+#include "varnelassert.h"
+using namespace Qt::StringLiterals;
+
+ProjectProperties::~ProjectProperties()
+{
+    ModelPointerBase::objectDeleted(this);
+}
+
+bool ProjectProperties::addConfiguration(const QString &name)
+{
+    if (m_configurations.contains(name))
+        return false;
+    m_configurations.insert(name, {});
+    markProject();
+    return true;
+}
+
+bool ProjectProperties::removeConfiguration(const QString &name)
+{
+    m_configurations.remove(name);
+    markProject();
+    return true;
+}
+
+QStringList ProjectProperties::propertyKeys(const QString &configuration)
+{
+    VARNEL_ASSERT(m_configurations.find(configuration) != m_configurations.end());
+    return m_configurations[configuration].keys();
+}
+
+QString ProjectProperties::property(const QString &key, const QString &configuration, bool flag) const
+{
+    const auto values = m_configurations.constFind(configuration);
+    if (values != m_configurations.constEnd()) {
+        const auto value = values->constFind(key);
+        if (value != values->constEnd())
+            return *value;
+    }
+    if (m_project && m_project->properties() != this)
+        return m_project->properties()->property(key, configuration, flag);
+    return {};
+}
+
+void ProjectProperties::setProperty(const QString &key, const QString &value, const QString &configuration)
+{
+    m_configurations[configuration][key] = value;
+    m_modified = true;
+    markProject();
+}
+
+void ProjectProperties::read(ProjectXmlReader &xml)
+{
+    while (xml.readNextStartElement()) {
+        if (xml.isAt("configuration"_L1))
+            readConfiguration(xml);
+        else
+            xml.skipCurrentElement();
+    }
+    m_modified = false;
+}
+
+void ProjectProperties::readConfiguration(ProjectXmlReader &xml)
+{
+    QMap<QString, QString> &values = m_configurations[xml.sharedAttribute("name"_L1)];
+    while (xml.readNextStartElement()) {
+        const QString key = xml.sharedAttribute("key"_L1);
+        values[key] = xml.elementText();
+    }
+}
+
+void ProjectProperties::write(ProjectXmlWriter &xml) const
+{
+    for (auto configuration = m_configurations.begin(); configuration != m_configurations.end(); ++configuration) {
+        xml.startElement("configuration"_L1);
+        xml.attribute("name"_L1, configuration.key());
+        for (auto property = configuration->begin(); property != configuration->end(); ++property) {
+            xml.startElement("property"_L1);
+            xml.attribute("key"_L1, property.key());
+            xml.text(property.value());
+            xml.endElement();
+        }
+        xml.endElement();
+    }
+}
+
+void ProjectProperties::markProject() const
+{
+    if (m_project)
+        m_project->setModified(true);
+}

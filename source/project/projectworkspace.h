@@ -1,0 +1,62 @@
+#pragma once
+#include <memory>
+#include <QDir>
+#include <QObject>
+#include <vector>
+
+class Project;
+
+/// The projects that are open together, one of which is the current one. Its file (*.vnw) lists project files and no
+/// more. It owns its projects.
+class ProjectWorkspace : public QObject
+{
+    Q_OBJECT
+public:
+    explicit ProjectWorkspace(const QString &fileName = {});
+    ~ProjectWorkspace() override;
+
+    /// False if the file cannot be read or is no XML; the workspace is empty then. A project that could not be loaded
+    /// is in the list all the same, with openedOK() false. No signal tells of a load.
+    bool load(const QString &fileName);
+    /// Writes the list of projects, not the projects. False if the file cannot be written as a whole.
+    bool save();
+
+    [[nodiscard]] QString fileName() const { return m_fileName; }
+    [[nodiscard]] QString name() const { return m_name; } ///< The name of the file without its last suffix.
+    [[nodiscard]] QString relativePath(const QString &path) const;
+    [[nodiscard]] bool isModified() const { return m_modified; } ///< Of the list; projects have marks of their own.
+    void setModified(bool modified);
+
+    [[nodiscard]] int count() const { return int(m_projects.size()); }
+    [[nodiscard]] Project *project(int index) const; ///< Null, and a mistake, outside 0 to count() - 1.
+    [[nodiscard]] Project *currentProject() const;   ///< Null if there are no projects.
+    [[nodiscard]] int currentProjectIndex() const { return m_current; } ///< -1 if there are no projects.
+    void setCurrentProject(int index);
+    void setCurrentProject(const Project *project);
+    void addProject(Project *project);          ///< Makes it the current one and takes it over.
+    void removeProject(const Project *project); ///< Deletes it.
+    /// In the order of the list, but with the current project in front if it is among them.
+    [[nodiscard]] QList<Project *> projectsContainingFile(const QString &path) const;
+
+public Q_SLOTS:
+    void slotProjectActivityChanged();
+
+Q_SIGNALS:
+    void currentProjectChanged();
+    void workspaceChanged(); ///< A project came or went.
+    /// A project became active or inactive. An inactive project is not the current one any more, if another is active.
+    void projectActivityChanged();
+
+private:
+    void setLocation(const QString &fileName);
+    void append(Project *project);
+    void deleteProjects();
+    [[nodiscard]] int indexOf(const Project *project) const;
+
+    QString m_fileName;
+    QString m_name;
+    QDir m_dir;
+    bool m_modified = true;
+    std::vector<std::unique_ptr<Project>> m_projects;
+    int m_current = -1;
+};

@@ -1,0 +1,64 @@
+#include "projectxmlreader.h"
+using namespace Qt::StringLiterals;
+
+ProjectXmlReader::ProjectXmlReader(const QByteArray &bytes) : QXmlStreamReader(bytes)
+{
+    setNamespaceProcessing(false);
+}
+
+ProjectXmlReader::ProjectXmlReader(const QString &text) : QXmlStreamReader(text)
+{
+    setNamespaceProcessing(false);
+}
+
+QStringView ProjectXmlReader::valueOf(const QXmlStreamAttributes &attributes, QLatin1StringView name)
+{
+    for (const QXmlStreamAttribute &attribute : attributes) {
+        if (attribute.qualifiedName() == name)
+            return attribute.value().isNull() ? QStringView(u"") : attribute.value();
+    }
+    return {};
+}
+
+QString ProjectXmlReader::attribute(QLatin1StringView name) const
+{
+    const QXmlStreamAttributes all = attributes();
+    return valueOf(all, name).toString();
+}
+
+QString ProjectXmlReader::sharedAttribute(QLatin1StringView name)
+{
+    const QXmlStreamAttributes all = attributes();
+    const QStringView value = valueOf(all, name);
+    const auto known = m_shared.constFind(QString::fromRawData(value.data(), value.size()));
+    return known != m_shared.constEnd() ? *known : *m_shared.insert(value.toString());
+}
+
+QString ProjectXmlReader::elementText()
+{
+    QString result = u""_s;
+    for (int depth = 1; depth > 0 && !hasError();) {
+        switch (readNext()) {
+        case StartElement:
+            ++depth;
+            break;
+        case EndElement:
+            --depth;
+            break;
+        case Characters:
+            if (!isWhitespace())
+                result += text();
+            break;
+        default:
+            break;
+        }
+    }
+    return result;
+}
+
+bool ProjectXmlReader::finish()
+{
+    while (!atEnd())
+        readNext();
+    return !hasError();
+}
