@@ -298,6 +298,12 @@ void ListView::endRename(RenameAction action)
     Q_EMIT itemRenamed(item, column, text);
 }
 
+void ListView::keyboardSearch(const QString &text)
+{
+    if (text != " "_L1) // a blank selects and must not jump to a row that happens to begin with one
+        QTreeWidget::keyboardSearch(text);
+}
+
 void ListView::keyPressEvent(QKeyEvent *event)
 {
     const bool plain = (event->modifiers() & ~Qt::KeypadModifier) == Qt::NoModifier;

@@ -75,6 +75,8 @@ public:
     void endRename(RenameAction action);         ///< Nothing happens if no cell is being renamed.
     [[nodiscard]] QLineEdit *renameEdit() const; ///< Null if no cell is being renamed.
 
+    void keyboardSearch(const QString &text) override;
+
 Q_SIGNALS:
     void itemRenamed(ListViewItem *item, int column, const QString &text); ///< The cell has the text already.
     void contextMenuRequested(ListViewItem *item, const QPoint &globalPosition, int column); ///< Null below the rows.

@@ -325,6 +325,21 @@ private Q_SLOTS:
         QCOMPARE(m_list->renameEdit()->text(), u"brown"_s);
     }
 
+    void typingJumpsToARowButABlankOnlySelects()
+    {
+        m_list->setSelectionMode(QAbstractItemView::ExtendedSelection);
+        m_nuts->setText(0, u" nuts"_s);
+        m_list->setCurrentItem(m_fruit);
+        QTest::keyClick(m_list.get(), Qt::Key_Space, Qt::ControlModifier);
+        QCOMPARE(texts(m_list->selectedItemsInOrder()), QStringList());
+        QTest::keyClick(m_list.get(), Qt::Key_Space);
+        QCOMPARE(texts(m_list->selectedItemsInOrder()), QStringList{u"fruit"_s});
+        QCOMPARE(m_list->currentItem(), m_fruit);
+        m_nuts->setText(0, u"nuts"_s);
+        QTest::keyClick(m_list.get(), Qt::Key_N);
+        QCOMPARE(m_list->currentItem(), m_nuts);
+    }
+
     void returnIsToldAndPassedOn_data()
     {
         QTest::addColumn<int>("key");
