@@ -57,6 +57,16 @@ private Q_SLOTS:
         QCOMPARE(row(*m_tree, u"src"_s)->childCount(), 5002);
     }
 
+    void allRowsAreThereForThoseWhoOpenEverything()
+    {
+        m_tree->expandAll();
+        QVERIFY(row(*m_tree, u"q15.c"_s));
+        m_tree->workspaceChanged();
+        m_tree->expandToDepth(2);
+        QVERIFY(row(*m_tree, u"sin.c"_s));
+        QVERIFY(shown(*m_tree).contains(u"      + fixed\n"_s));
+    }
+
     void filesOfEqualNameStandInModelOrder()
     {
         auto *first = new ProjectFile(u"x.c"_s, u"1/x.c"_s);

@@ -217,6 +217,25 @@ void ProjectTree::makeChildren(QTreeWidgetItem *item)
     item->addChildren(children);
 }
 
+void ProjectTree::makeAll(QTreeWidgetItem *item)
+{
+    makeChildren(item);
+    for (int i = 0; i < item->childCount(); ++i)
+        makeAll(item->child(i));
+}
+
+void ProjectTree::expandAll()
+{
+    makeAll(invisibleRootItem());
+    ListView::expandAll();
+}
+
+void ProjectTree::expandToDepth(int depth)
+{
+    makeAll(invisibleRootItem());
+    ListView::expandToDepth(depth);
+}
+
 QList<ProjectFile *> ProjectTree::sortedByName(const QList<ProjectFile *> &files) const
 {
     std::vector<std::pair<QCollatorSortKey, ProjectFile *>> byName;

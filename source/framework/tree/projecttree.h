@@ -58,6 +58,9 @@ public Q_SLOTS:
     void slotFileRemoved(ProjectFolder *parent, ProjectFile *file);
     void setActiveProject();
     void removeProject();
+    // Those of the toolkit open branches without telling; here their rows are made before.
+    void expandAll();
+    void expandToDepth(int depth);
 
 Q_SIGNALS:
     void openFile(const QString &path);
@@ -92,6 +95,7 @@ private:
     ProjectTreeItem *makeItem(ProjectFolder *folder);
     ProjectTreeItem *makeItem(ProjectFile *file);
     void makeChildren(QTreeWidgetItem *item);
+    void makeAll(QTreeWidgetItem *item);
     [[nodiscard]] QList<ProjectFile *> sortedByName(const QList<ProjectFile *> &files) const;
     [[nodiscard]] int placeFor(const ProjectTreeItem *parent, const ProjectFolder *folder) const;
     [[nodiscard]] int placeFor(const ProjectTreeItem *parent, const ProjectFile *file) const;

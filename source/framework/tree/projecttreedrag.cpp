@@ -69,11 +69,11 @@ void ProjectTree::dropEvent(QDropEvent *event)
     Project *project = target ? target->project() : projectOf(dropItem);
     if (!project || !isOwnDrag(event))
         return;
+    QList<ProjectItemDrag::Item> items = ProjectItemDrag::items(*event->mimeData());
+    items.removeIf([this](const auto &item) { return !isInTree(item); }); // scripts go on while the user drags
     edit([&] {
-        for (const ProjectItemDrag::Item &item : ProjectItemDrag::items(*event->mimeData())) {
-            if (isInTree(item)) // scripts and plug-ins go on while the user drags
-                drop(item, project, target);
-        }
+        for (const ProjectItemDrag::Item &item : std::as_const(items))
+            drop(item, project, target);
     });
     event->setDropAction(Qt::MoveAction);
     event->accept();
