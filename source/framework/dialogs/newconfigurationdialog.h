@@ -1,0 +1,28 @@
+#pragma once
+#include <memory>
+#include <QDialog>
+class ProjectProperties;
+namespace Ui {
+class NewConfigurationDialogBase;
+}
+
+/// Asks for the name of a new configuration and for the one whose values it starts with, and adds it.
+class NewConfigurationDialog : public QDialog
+{
+    Q_OBJECT
+public:
+    NewConfigurationDialog(ProjectProperties *properties, QWidget *parent, const QString &name);
+    ~NewConfigurationDialog() override;
+
+public Q_SLOTS:
+    void accept() override;
+
+private:
+    void refuse(const QString &reason);
+
+    const std::unique_ptr<Ui::NewConfigurationDialogBase> m_ui;
+    ProjectProperties *m_properties;
+};
+
+/// Adds the configuration @p name with the values of @p base.
+void copyConfiguration(ProjectProperties *properties, const QString &base, const QString &name);

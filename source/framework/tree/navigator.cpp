@@ -1,0 +1,126 @@
+#include "navigator.h"
+#include "projectfile.h"
+#include "projecttree.h"
+#include "varnelassert.h"
+#include <QApplication>
+#include <QBoxLayout>
+#include <QTabWidget>
+
+using namespace Qt::StringLiterals;
+
+Navigator::Navigator(ProjectTreeHost &host, QWidget *parent)
+    : QWidget(parent), m_host(host), m_tabs(new QTabWidget(this))
+{
+    auto *layout = new QHBoxLayout(this);
+    layout->setContentsMargins(3, 3, 3, 3);
+    layout->setSpacing(6);
+    layout->addWidget(m_tabs);
+    m_tabs->setTabPosition(QTabWidget::South);
+}
+
+void Navigator::addHelpPage(QWidget *help, const HelpCommands &commands)
+{
+    help->setObjectName(u"HelpWidget"_s);
+    m_helpWidget = help;
+    m_help = commands;
+    m_tabs->addTab(help, tr("Help"));
+}
+
+void Navigator::setWorkspace(ProjectWorkspace *workspace)
+{
+    if (!workspace)
+        return removeTree();
+    if (!m_tree)
+        addTree();
+    m_tree->setWorkspace(workspace);
+    m_tabs->setCurrentWidget(m_tree);
+}
+
+void Navigator::addTree()
+{
+    m_tree = new ProjectTree(m_host, m_tabs);
+    m_tree->setObjectName(u"ProjectTree"_s);
+    connect(m_tree, qOverload<const QString &>(&ProjectTree::openFile), this, &Navigator::openFile);
+    connect(m_tree, qOverload<const QString &>(&ProjectTree::runPyFile), this, &Navigator::runPyFile);
+    connect(m_tree, &ProjectTree::cutAvailable, this, &Navigator::cutAvailable);
+    connect(m_tree, &ProjectTree::pasteAvailable, this, &Navigator::pasteAvailable);
+    connect(m_tree, &ProjectTree::fileSelected, this, &Navigator::fileSelected);
+    connect(m_tree, &ProjectTree::displayFileProperties, this, &Navigator::displayFileProperties);
+    m_tabs->insertTab(0, m_tree, tr("Files"));
+}
+
+/// A script that the tree has started may be what closes the workspace, so the tree lives a little longer.
+void Navigator::removeTree()
+{
+    if (!m_tree)
+        return;
+    ProjectTree *tree = std::exchange(m_tree, nullptr);
+    tree->releaseWorkspace();
+    m_tabs->removeTab(m_tabs->indexOf(tree));
+    tree->disconnect(this);
+    tree->hide();
+    tree->setParent(nullptr);
+    tree->deleteLater();
+}
+
+Project *Navigator::selectedProject() const
+{
+    return m_tree ? m_tree->selectedProject() : nullptr;
+}
+
+bool Navigator::treeHasFocus() const
+{
+    return m_tree && QApplication::focusWidget() == m_tree;
+}
+
+void Navigator::cut()
+{
+    if (treeHasFocus())
+        m_tree->cut();
+}
+
+void Navigator::paste()
+{
+    if (treeHasFocus())
+        m_tree->paste();
+}
+
+void Navigator::remove()
+{
+    if (treeHasFocus())
+        m_tree->remove();
+}
+
+void Navigator::showFileProperties()
+{
+    if (m_tree)
+        m_tree->showFileProperties();
+}
+
+void Navigator::next()
+{
+    VARNEL_ASSERT(m_helpWidget);
+    if (m_helpWidget)
+        m_help.next();
+}
+
+void Navigator::previous()
+{
+    VARNEL_ASSERT(m_helpWidget);
+    if (m_helpWidget)
+        m_help.previous();
+}
+
+void Navigator::helpHome()
+{
+    VARNEL_ASSERT(m_helpWidget);
+    if (m_helpWidget)
+        m_help.home();
+}
+
+void Navigator::helpSourceChanged(const QString &source)
+{
+    VARNEL_ASSERT(m_helpWidget);
+    if (m_helpWidget)
+        m_help.sourceChanged(source);
+}

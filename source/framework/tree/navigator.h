@@ -1,0 +1,76 @@
+#pragma once
+#include <functional>
+#include <QWidget>
+class Project;
+class ProjectFile;
+class ProjectTree;
+class ProjectTreeHost;
+class ProjectWorkspace;
+class QTabWidget;
+
+/// The docked window with the project tree, while a workspace is open, and the contents of the help.
+class Navigator : public QWidget
+{
+    Q_OBJECT
+public:
+    explicit Navigator(ProjectTreeHost &host, QWidget *parent = nullptr);
+
+    /// Shows @p help as the page "Help". It has the signals openHelp(QString), previousAvailable(bool) and
+    /// nextAvailable(bool), which are passed on, and the slots next(), previous(), home() and
+    /// helpSourceChanged(QString).
+    template <typename HelpWidget>
+    void setHelpWidget(HelpWidget *help)
+    {
+        connect(help, &HelpWidget::openHelp, this, &Navigator::openHelp);
+        connect(help, &HelpWidget::previousAvailable, this, &Navigator::previousAvailable);
+        connect(help, &HelpWidget::nextAvailable, this, &Navigator::nextAvailable);
+        addHelpPage(help, {.next = [help] { help->next(); },
+                           .previous = [help] { help->previous(); },
+                           .home = [help] { help->home(); },
+                           .sourceChanged = [help](const QString &source) { help->helpSourceChanged(source); }});
+    }
+    void setWorkspace(ProjectWorkspace *workspace); ///< Null takes the project tree away.
+    [[nodiscard]] Project *selectedProject() const; ///< Null for none.
+
+public Q_SLOTS:
+    /// These three act only while the project tree has the keyboard focus.
+    void cut();
+    void paste();
+    void remove();
+    void next();
+    void previous();
+    void showFileProperties();
+    void helpHome();
+    void helpSourceChanged(const QString &source);
+
+Q_SIGNALS:
+    void fileSelected(const QString &path);
+    void openFile(const QString &path);
+    void runPyFile(const QString &path);
+    void openHelp(const QString &path);
+    void cutAvailable(bool available);
+    void pasteAvailable(bool available);
+    void previousAvailable(bool available);
+    void nextAvailable(bool available);
+    void displayFileProperties(ProjectFile *file);
+
+private:
+    struct HelpCommands
+    {
+        std::function<void()> next;
+        std::function<void()> previous;
+        std::function<void()> home;
+        std::function<void(const QString &)> sourceChanged;
+    };
+
+    void addHelpPage(QWidget *help, const HelpCommands &commands);
+    void addTree();
+    void removeTree();
+    [[nodiscard]] bool treeHasFocus() const;
+
+    ProjectTreeHost &m_host;
+    QTabWidget *m_tabs;
+    ProjectTree *m_tree = nullptr; ///< null while no workspace is open
+    QWidget *m_helpWidget = nullptr;
+    HelpCommands m_help;
+};

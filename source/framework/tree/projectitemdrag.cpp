@@ -1,0 +1,79 @@
+#include "projectitemdrag.h"
+#include "project.h"
+#include "projectfile.h"
+#include "projectfolder.h"
+#include "projecttree.h"
+#include "projecttreeitem.h"
+#include <QClipboard>
+#include <QGuiApplication>
+
+using namespace Qt::StringLiterals;
+
+ProjectItemDrag::ProjectItemDrag(const ListView &tree)
+{
+    QByteArray text;
+    for (const ListViewItem *item : tree.selectedItemsInOrder()) {
+        if (item->rtti() == ProjectTree::WorkspaceRTTI)
+            continue;
+        if (item->rtti() == ProjectTree::FolderRTTI)
+            text += "folder\n";
+        if (item->rtti() == ProjectTree::FileRTTI)
+            text += "file\n";
+        const void *object = static_cast<const ProjectTreeItem *>(item)->object<void>();
+        text += "0x" + QByteArray::number(quintptr(object), 16) + '\n';
+    }
+    setData(format(), text);
+}
+
+QString ProjectItemDrag::format()
+{
+    return u"application/x-tarnprojectitems"_s;
+}
+
+const ProjectItemDrag *ProjectItemDrag::fromClipboard()
+{
+    return qobject_cast<const ProjectItemDrag *>(QGuiApplication::clipboard()->mimeData());
+}
+
+QList<ProjectItemDrag::Item> ProjectItemDrag::items(const QMimeData &data)
+{
+    const QByteArrayList words = data.data(format()).split('\n');
+    QList<Item> items;
+    for (qsizetype i = 0; i + 1 < words.size(); i += 2) {
+        const auto address = quintptr(words[i + 1].toULongLong(nullptr, 16));
+        if (words[i] == "folder" && address)
+            items += {reinterpret_cast<ProjectFolder *>(address), nullptr};
+        if (words[i] == "file" && address)
+            items += {nullptr, reinterpret_cast<ProjectFile *>(address)};
+    }
+    return items;
+}
+
+Project *ProjectItemDrag::Item::project() const
+{
+    return folder ? folder->project() : file->project();
+}
+
+void ProjectItemDrag::Item::takeOut() const
+{
+    if (folder && folder->parent())
+        folder->parent()->removeFolder(folder);
+    else if (folder)
+        folder->project()->removeFolder(folder);
+    else if (file->folder())
+        file->folder()->removeFile(file);
+    else
+        file->project()->removeFile(file);
+}
+
+void ProjectItemDrag::Item::putInto(Project *project, ProjectFolder *target, bool prepend) const
+{
+    if (folder && target)
+        target->addFolder(folder, prepend);
+    else if (folder)
+        project->addFolder(folder, prepend);
+    else if (target)
+        target->addFile(file);
+    else
+        project->addFile(file);
+}

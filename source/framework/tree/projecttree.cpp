@@ -1,0 +1,453 @@
+#include "projecttree.h"
+#include "popupmenu.h"
+#include "project.h"
+#include "projectfile.h"
+#include "projectfolder.h"
+#include "projecttreehost.h"
+#include "projecttreeitem.h"
+#include "projectworkspace.h"
+#include "varnelassert.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+/// Whether the rows below @p item are still to be made. Nothing else shows an indicator of its own accord.
+bool isUnmade(const QTreeWidgetItem *item)
+{
+    return item->childIndicatorPolicy() == QTreeWidgetItem::ShowIndicator;
+}
+
+void setUnmade(QTreeWidgetItem *item, bool unmade)
+{
+    item->setChildIndicatorPolicy(unmade ? QTreeWidgetItem::ShowIndicator
+                                         : QTreeWidgetItem::DontShowIndicatorWhenChildless);
+}
+
+void setUndraggable(QTreeWidgetItem *item)
+{
+    item->setFlags(item->flags() & ~Qt::ItemIsDragEnabled);
+}
+
+ListViewItem *noParent()
+{
+    return nullptr;
+}
+
+/// The place of the first row below @p item that does not stand before the wanted one.
+template <typename StandsBefore>
+int firstPlace(const QTreeWidgetItem *item, StandsBefore standsBefore)
+{
+    int low = 0;
+    int high = item->childCount();
+    while (low < high) {
+        const int middle = (low + high) / 2;
+        if (standsBefore(item->child(middle)))
+            low = middle + 1;
+        else
+            high = middle;
+    }
+    return low;
+}
+
+bool isFolder(const QTreeWidgetItem *item)
+{
+    return item->type() == ProjectTree::FolderRTTI;
+}
+} // namespace
+
+ProjectTree::ProjectTree(ProjectTreeHost &host, QWidget *parent)
+    : ListView(parent)
+    , m_host(host)
+    , m_workspaceMenu(newMenu(u"workspaceContextMenu"_s))
+    , m_projectMenu(newMenu(u"projectContextMenu"_s))
+    , m_folderMenu(newMenu(u"folderContextMenu"_s))
+    , m_fileMenu(newMenu(u"fileContextMenu"_s))
+    , m_pyFileMenu(newMenu(u"pyFileContextMenu"_s))
+    , m_folderPicture(host.picture(u"treefolder.png"_s))
+    , m_openFolderPicture(host.picture(u"treefolderopen.png"_s))
+    , m_filePicture(host.picture(u"treesourcefile.png"_s))
+{
+    setHeaderLabel(u"Column1"_s);
+    setHeaderHidden(true);
+    setItemMargin(1);
+    setSelectionMode(ExtendedSelection);
+    setVerticalScrollMode(ScrollPerPixel);
+    setDragEnabled(true);
+    setAcceptDrops(true);
+    viewport()->setAcceptDrops(true);
+
+    fillProjectMenu();
+    fillFolderMenu();
+    fillFileMenu(m_fileMenu);
+    fillFileMenu(m_pyFileMenu);
+    m_pyFileMenu->addSeparator();
+    m_pyFileMenu->addAction(tr("&Run"), this, [this] { runPyFile(); });
+
+    m_showTimer.setSingleShot(true);
+    m_showTimer.setInterval(0);
+    connect(&m_showTimer, &QTimer::timeout, this, [this] { scrollTo(m_itemToShow); });
+    connect(this, &QTreeWidget::itemExpanded, this, &ProjectTree::makeChildren);
+    connect(this, &QTreeWidget::itemSelectionChanged, this, &ProjectTree::slotSelectionChanged);
+    connect(this, &QTreeWidget::itemDoubleClicked, this, [this] { openFile(); });
+    connect(this, &ListView::returnPressed, this, [this] { openFile(); });
+    connect(this, &ListView::itemRenamed, this, &ProjectTree::folderRenamed);
+    connect(this, &ListView::contextMenuRequested, this, &ProjectTree::slotContextMenuRequested);
+}
+
+ProjectTree::~ProjectTree()
+{
+    const QSignalBlocker blocker(this); // the model may be gone already
+    releaseWorkspace();
+}
+
+void ProjectTree::setWorkspace(ProjectWorkspace *workspace)
+{
+    VARNEL_ASSERT(workspace);
+    if (!workspace)
+        return;
+    disconnectProjects();
+    m_workspace = workspace;
+    connect(workspace, &ProjectWorkspace::workspaceChanged, this, &ProjectTree::workspaceChanged);
+    connect(workspace, &ProjectWorkspace::projectActivityChanged, this, &ProjectTree::activityChanged);
+    connect(workspace, &ProjectWorkspace::currentProjectChanged, this, &ProjectTree::currentProjectChanged);
+    connect(workspace, &QObject::destroyed, this, &ProjectTree::releaseWorkspace);
+    rebuild();
+}
+
+void ProjectTree::releaseWorkspace()
+{
+    const bool selected = selectedItem();
+    disconnectProjects();
+    m_workspace = nullptr;
+    clearItems();
+    if (selected)
+        slotSelectionChanged();
+}
+
+void ProjectTree::disconnectProjects()
+{
+    if (!m_workspace)
+        return;
+    m_workspace->disconnect(this);
+    for (int i = 0; i < m_workspace->count(); ++i)
+        m_workspace->project(i)->disconnect(this);
+}
+
+void ProjectTree::rebuild()
+{
+    VARNEL_ASSERT(m_workspace);
+    if (!m_workspace)
+        return;
+    const bool selected = selectedItem();
+    clearItems();
+    const QString text =
+        tr("Workspace '%1': %2 project(s)").arg(m_workspace->name(), QString::number(m_workspace->count()));
+    auto *root = new ProjectTreeItem(this, nullptr, text, m_workspace, nullptr, WorkspaceRTTI, false,
+                                     m_host.picture(u"treeworkspace.png"_s));
+    setUndraggable(root);
+    ListViewItem *last = nullptr;
+    for (int i = 0; i < m_workspace->count(); ++i)
+        last = addProject(root, last, m_workspace->project(i));
+    root->setOpen(true);
+    activityChanged();
+    currentProjectChanged();
+    if (selected)
+        slotSelectionChanged();
+}
+
+void ProjectTree::clearItems()
+{
+    endRename(Reject);
+    const QSignalBlocker blocker(this); // what the items stand for may be gone
+    clear();
+    m_projectItems.clear();
+    m_folderItems.clear();
+    m_fileItems.clear();
+}
+
+ProjectTreeItem *ProjectTree::addProject(ListViewItem *root, ListViewItem *after, Project *project)
+{
+    project->disconnect(this);
+    connect(project, &Project::folderAdded, this, &ProjectTree::slotFolderAdded);
+    connect(project, &Project::folderRemoved, this, &ProjectTree::slotFolderRemoved);
+    connect(project, &Project::fileAdded, this, &ProjectTree::slotFileAdded);
+    connect(project, &Project::fileRemoved, this, &ProjectTree::slotFileRemoved);
+    connect(project, &Project::folderRenamed, this, [this](ProjectFolder *folder, const QString &name) {
+        if (ProjectTreeItem *item = m_folderItems.value(folder))
+            item->setText(0, name);
+    });
+    auto *item = new ProjectTreeItem(root, after, project->displayName(), project, nullptr, ProjectRTTI, false);
+    setUndraggable(item);
+    m_projectItems.insert(project, item);
+    setUnmade(item, true);
+    item->setOpen(true);
+    return item;
+}
+
+ProjectTreeItem *ProjectTree::makeItem(ProjectFolder *folder)
+{
+    auto *item = new ProjectTreeItem(noParent(), nullptr, folder->name(), folder, nullptr, FolderRTTI, false,
+                                     m_folderPicture, m_openFolderPicture);
+    item->setRenameEnabled(0, true);
+    setUnmade(item, !folder->folders().isEmpty() || !folder->files().isEmpty());
+    m_folderItems.insert(folder, item);
+    return item;
+}
+
+ProjectTreeItem *ProjectTree::makeItem(ProjectFile *file)
+{
+    auto *item = new ProjectTreeItem(noParent(), nullptr, file->name(), file, nullptr, FileRTTI, true, m_filePicture);
+    m_fileItems.insert(file, item);
+    return item;
+}
+
+void ProjectTree::makeChildren(QTreeWidgetItem *item)
+{
+    if (!item || !isUnmade(item))
+        return;
+    setUnmade(item, false);
+    const auto *parent = static_cast<ProjectTreeItem *>(item);
+    const Project *project = projectOf(parent);
+    const ProjectFolder *folder = folderOf(parent);
+    QList<QTreeWidgetItem *> children;
+    for (ProjectFolder *child : project ? project->folders() : folder->folders())
+        children += makeItem(child);
+    for (ProjectFile *child : sortedByName(project ? project->rootFiles() : folder->files()))
+        children += makeItem(child);
+    item->addChildren(children);
+}
+
+void ProjectTree::makeAll(QTreeWidgetItem *item)
+{
+    makeChildren(item);
+    for (int i = 0; i < item->childCount(); ++i)
+        makeAll(item->child(i));
+}
+
+void ProjectTree::expandAll()
+{
+    makeAll(invisibleRootItem());
+    ListView::expandAll();
+}
+
+void ProjectTree::expandToDepth(int depth)
+{
+    makeAll(invisibleRootItem());
+    ListView::expandToDepth(depth);
+}
+
+QList<ProjectFile *> ProjectTree::sortedByName(const QList<ProjectFile *> &files) const
+{
+    std::vector<std::pair<QCollatorSortKey, ProjectFile *>> byName;
+    byName.reserve(files.size());
+    for (ProjectFile *file : files)
+        byName.emplace_back(m_collator.sortKey(file->name()), file);
+    std::ranges::stable_sort(byName, [](const auto &left, const auto &right) { return left.first < right.first; });
+    QList<ProjectFile *> sorted;
+    sorted.reserve(files.size());
+    for (const auto &[key, file] : byName)
+        sorted += file;
+    return sorted;
+}
+
+int ProjectTree::placeFor(const ProjectTreeItem *parent, const ProjectFolder *folder) const
+{
+    const Project *project = projectOf(parent);
+    const QList<ProjectFolder *> siblings = project ? project->folders() : folderOf(parent)->folders();
+    return std::min(int(siblings.indexOf(folder)), firstPlace(parent, isFolder));
+}
+
+int ProjectTree::placeFor(const ProjectTreeItem *parent, const ProjectFile *file) const
+{
+    return firstPlace(parent, [&](const QTreeWidgetItem *item) {
+        return isFolder(item) || m_collator.compare(item->text(0), file->name()) <= 0;
+    });
+}
+
+ProjectTreeItem *ProjectTree::itemOf(ProjectFolder *parent, Project *project)
+{
+    return parent ? itemOf(parent) : m_projectItems.value(project);
+}
+
+ProjectTreeItem *ProjectTree::itemOf(ProjectFolder *folder)
+{
+    if (!m_folderItems.contains(folder))
+        makeChildren(itemOf(folder->parent(), folder->project()));
+    return m_folderItems.value(folder);
+}
+
+ProjectTreeItem *ProjectTree::itemOf(ProjectFile *file)
+{
+    if (!m_fileItems.contains(file))
+        makeChildren(itemOf(file->folder(), file->project()));
+    return m_fileItems.value(file);
+}
+
+void ProjectTree::slotFolderAdded(ProjectFolder *parent, ProjectFolder *folder)
+{
+    ProjectTreeItem *parentItem = itemOf(parent, folder->project());
+    VARNEL_ASSERT(parentItem);
+    if (!parentItem)
+        return;
+    if (isUnmade(parentItem))
+        makeChildren(parentItem);
+    else
+        parentItem->insertChild(placeFor(parentItem, folder), makeItem(folder));
+    makeVisible(m_folderItems.value(folder));
+}
+
+void ProjectTree::slotFileAdded(ProjectFolder *parent, ProjectFile *file)
+{
+    ProjectTreeItem *parentItem = itemOf(parent, file->project());
+    VARNEL_ASSERT(parentItem);
+    if (!parentItem)
+        return;
+    if (isUnmade(parentItem))
+        makeChildren(parentItem);
+    else
+        parentItem->insertChild(placeFor(parentItem, file), makeItem(file));
+    makeVisible(m_fileItems.value(file));
+}
+
+void ProjectTree::slotFolderRemoved(ProjectFolder *parent, ProjectFolder *folder)
+{
+    if (stayedUnmade(parent, folder->project()))
+        return;
+    ProjectTreeItem *item = itemOf(folder);
+    VARNEL_ASSERT(m_folderItems[folder]);
+    if (!item)
+        return;
+    m_folderItems[folder] = nullptr;
+    deleteItem(item);
+}
+
+void ProjectTree::slotFileRemoved(ProjectFolder *parent, ProjectFile *file)
+{
+    if (stayedUnmade(parent, file->project()))
+        return;
+    ProjectTreeItem *item = itemOf(file);
+    VARNEL_ASSERT(m_fileItems[file]);
+    if (!item)
+        return;
+    m_fileItems[file] = nullptr;
+    deleteItem(item);
+}
+
+/// Whether the child that @p parent has lost never had a row, since its parent has not been opened or is not shown
+/// itself. An indicator that stands for rows to be made goes with the last of them.
+bool ProjectTree::stayedUnmade(ProjectFolder *parent, Project *project)
+{
+    ProjectTreeItem *parentItem = parent ? m_folderItems.value(parent) : m_projectItems.value(project);
+    if (!parentItem)
+        return true;
+    if (!isUnmade(parentItem))
+        return false;
+    setUnmade(parentItem, !parent->folders().isEmpty() || !parent->files().isEmpty());
+    return true;
+}
+
+void ProjectTree::deleteItem(ProjectTreeItem *item)
+{
+    forgetChildren(item);
+    item->parent()->takeItem(item);
+    delete item;
+}
+
+void ProjectTree::forgetChildren(const QTreeWidgetItem *item)
+{
+    for (int i = 0; i < item->childCount(); ++i) {
+        const auto *child = static_cast<const ProjectTreeItem *>(item->child(i));
+        forgetChildren(child);
+        if (isFolder(child))
+            m_folderItems.remove(child->object<ProjectFolder>());
+        else
+            m_fileItems.remove(child->object<ProjectFile>());
+    }
+}
+
+void ProjectTree::makeVisible(ProjectTreeItem *item)
+{
+    for (ListViewItem *above = item->parent(); above; above = above->parent())
+        above->setOpen(true);
+    m_itemToShow = indexFromItem(item);
+    m_showTimer.start();
+}
+
+Project *ProjectTree::projectOf(const ProjectTreeItem *item) const
+{
+    if (!item || item->rtti() != ProjectRTTI)
+        return nullptr;
+    return item->object<Project>();
+}
+
+ProjectFolder *ProjectTree::folderOf(const ProjectTreeItem *item) const
+{
+    if (!item || item->rtti() != FolderRTTI)
+        return nullptr;
+    auto *folder = item->object<ProjectFolder>();
+    return m_folderItems.value(folder) ? folder : nullptr;
+}
+
+ProjectFile *ProjectTree::fileOf(const ProjectTreeItem *item) const
+{
+    if (!item || item->rtti() != FileRTTI)
+        return nullptr;
+    auto *file = item->object<ProjectFile>();
+    return m_fileItems.value(file) ? file : nullptr;
+}
+
+ProjectTreeItem *ProjectTree::selectedItem() const
+{
+    return static_cast<ProjectTreeItem *>(firstSelectedItem());
+}
+
+Project *ProjectTree::selectedProject() const
+{
+    const ProjectTreeItem *item = selectedItem();
+    if (const ProjectFolder *folder = folderOf(item))
+        return folder->project();
+    if (const ProjectFile *file = fileOf(item))
+        return file->project();
+    return projectOf(item);
+}
+
+QString ProjectTree::selectedPath() const
+{
+    const ProjectFile *file = fileOf(selectedItem());
+    return file ? file->project()->absolutePath(file->path()) : QString();
+}
+
+void ProjectTree::workspaceChanged()
+{
+    rebuild();
+}
+
+void ProjectTree::activityChanged()
+{
+    const QIcon active = m_host.picture(u"treeproject.png"_s);
+    const QIcon inactive = m_host.picture(u"treeprojectinactive.png"_s);
+    for (ProjectTreeItem *item : std::as_const(m_projectItems))
+        item->setPixmap(projectOf(item)->isActive() ? active : inactive);
+}
+
+void ProjectTree::currentProjectChanged()
+{
+    const Project *current = m_workspace ? m_workspace->currentProject() : nullptr;
+    for (ProjectTreeItem *item : std::as_const(m_projectItems))
+        item->setBold(projectOf(item) == current);
+    viewport()->update();
+}
+
+void ProjectTree::slotSelectionChanged()
+{
+    if (m_editing)
+        return;
+    const ProjectTreeItem *item = selectedItem();
+    const ProjectFile *file = fileOf(item);
+    const bool canCut = item && item->rtti() != ProjectRTTI;
+    const bool canPaste = item && item->rtti() != FileRTTI && ProjectItemDrag::fromClipboard();
+    const QString path = file ? file->path() : u""_s;
+    Q_EMIT cutAvailable(canCut);
+    Q_EMIT pasteAvailable(canPaste);
+    Q_EMIT fileSelected(path);
+}

@@ -1,0 +1,148 @@
+#pragma once
+#include "listview.h"
+#include "projectitemdrag.h"
+#include <functional>
+#include <QCollator>
+#include <QElapsedTimer>
+#include <QIcon>
+#include <QPointer>
+#include <QTimer>
+class PopupMenu;
+class Project;
+class ProjectTreeHost;
+class ProjectTreeItem;
+class ProjectWorkspace;
+
+/// The workspace with its projects, folders and files. It changes the model by the model's operations only, and shows
+/// what the model's signals tell.
+///
+/// Below each parent stand the folders in the order of the model, then the files by name. The rows of a folder are made
+/// when it is first opened, or earlier if something asks for one of them, so that large projects are shown at once.
+class ProjectTree : public ListView
+{
+    Q_OBJECT
+public:
+    enum ItemKind { WorkspaceRTTI, ProjectRTTI, FolderRTTI, FileRTTI };
+
+    explicit ProjectTree(ProjectTreeHost &host, QWidget *parent = nullptr);
+    ~ProjectTree() override;
+
+    void setWorkspace(ProjectWorkspace *workspace);
+    /// Lets go of the workspace and everything in it; the tree is empty then.
+    void releaseWorkspace();
+
+    /// These act on the selected folders and files. What is cut lives on the clipboard only.
+    void cut();
+    void paste();
+    void remove();
+    void showFileProperties();
+    [[nodiscard]] Project *selectedProject() const; ///< That of the first selected item, null for none and the root.
+    [[nodiscard]] ProjectTreeItem *selectedItem() const; ///< The first one from the top.
+
+public Q_SLOTS:
+    void slotContextMenuRequested(ListViewItem *item, const QPoint &point);
+    void openFile();
+    void createNewFolder();
+    void addFilesToFolder();
+    void renameFolder();
+    void folderRenamed(ListViewItem *item);
+    void folderProperties();
+    void runPyFile();
+    void workspaceChanged();
+    void activityChanged();
+    void currentProjectChanged();
+    void slotSelectionChanged();
+    void slotFolderAdded(ProjectFolder *parent, ProjectFolder *folder);
+    void slotFolderRemoved(ProjectFolder *parent, ProjectFolder *folder);
+    void slotFileAdded(ProjectFolder *parent, ProjectFile *file);
+    void slotFileRemoved(ProjectFolder *parent, ProjectFile *file);
+    void setActiveProject();
+    void removeProject();
+    // Those of the toolkit open branches without telling; here their rows are made before.
+    void expandAll();
+    void expandToDepth(int depth);
+
+Q_SIGNALS:
+    void openFile(const QString &path);
+    void runPyFile(const QString &path);
+    void cutAvailable(bool available);
+    void pasteAvailable(bool available);
+    void fileSelected(const QString &path); ///< As stored, maybe relative; empty if no file is selected.
+    void displayFileProperties(ProjectFile *file);
+
+protected:
+    void keyPressEvent(QKeyEvent *event) override;
+    void focusInEvent(QFocusEvent *event) override;
+    void startDrag(Qt::DropActions supportedActions) override;
+    void dragEnterEvent(QDragEnterEvent *event) override;
+    void dragMoveEvent(QDragMoveEvent *event) override;
+    void dragLeaveEvent(QDragLeaveEvent *event) override;
+    void dropEvent(QDropEvent *event) override;
+
+private:
+    // Set-up
+    PopupMenu *newMenu(const QString &name);
+    void addSharedActions(PopupMenu *menu, const QStringList &names);
+    void fillProjectMenu();
+    void fillFolderMenu();
+    void fillFileMenu(PopupMenu *menu);
+
+    // Rows
+    void rebuild();
+    void clearItems();
+    ProjectTreeItem *addProject(ListViewItem *root, ListViewItem *after, Project *project);
+    void disconnectProjects();
+    ProjectTreeItem *makeItem(ProjectFolder *folder);
+    ProjectTreeItem *makeItem(ProjectFile *file);
+    void makeChildren(QTreeWidgetItem *item);
+    void makeAll(QTreeWidgetItem *item);
+    [[nodiscard]] QList<ProjectFile *> sortedByName(const QList<ProjectFile *> &files) const;
+    [[nodiscard]] int placeFor(const ProjectTreeItem *parent, const ProjectFolder *folder) const;
+    [[nodiscard]] int placeFor(const ProjectTreeItem *parent, const ProjectFile *file) const;
+    [[nodiscard]] ProjectTreeItem *itemOf(ProjectFolder *parent, Project *project);
+    [[nodiscard]] ProjectTreeItem *itemOf(ProjectFolder *folder);
+    [[nodiscard]] ProjectTreeItem *itemOf(ProjectFile *file);
+    bool stayedUnmade(ProjectFolder *parent, Project *project);
+    void deleteItem(ProjectTreeItem *item);
+    void forgetChildren(const QTreeWidgetItem *item);
+    void makeVisible(ProjectTreeItem *item);
+
+    // What items stand for; null if the item stands for something else or for something that is gone
+    [[nodiscard]] Project *projectOf(const ProjectTreeItem *item) const;
+    [[nodiscard]] ProjectFolder *folderOf(const ProjectTreeItem *item) const;
+    [[nodiscard]] ProjectFile *fileOf(const ProjectTreeItem *item) const;
+    [[nodiscard]] QString selectedPath() const;
+
+    // Clipboard, drag and drop
+    [[nodiscard]] bool isInTree(const ProjectItemDrag::Item &item) const;
+    void edit(const std::function<void()> &work);
+    [[nodiscard]] ProjectItemDrag *dragObject() const;
+    [[nodiscard]] bool isOwnDrag(const QDropEvent *event) const;
+    [[nodiscard]] ProjectTreeItem *dropItemAt(const QPoint &position) const;
+    void setDropItem(ProjectTreeItem *item);
+    void scrollWhileDragging(int y);
+    void drop(const ProjectItemDrag::Item &item, Project *project, ProjectFolder *target);
+
+    ProjectTreeHost &m_host;
+    QPointer<ProjectWorkspace> m_workspace;
+    QHash<const Project *, ProjectTreeItem *> m_projectItems;
+    QHash<const ProjectFolder *, ProjectTreeItem *> m_folderItems; ///< null: removed since the last rebuild
+    QHash<const ProjectFile *, ProjectTreeItem *> m_fileItems;     ///< likewise
+
+    PopupMenu *m_workspaceMenu;
+    PopupMenu *m_projectMenu;
+    PopupMenu *m_folderMenu;
+    PopupMenu *m_fileMenu;
+    PopupMenu *m_pyFileMenu;
+    const QIcon m_folderPicture;
+    const QIcon m_openFolderPicture;
+    const QIcon m_filePicture;
+    const QCollator m_collator;
+
+    bool m_editing = false;             ///< several items are being changed; commands are updated after the last one
+    QPersistentModelIndex m_itemToShow; ///< the item that was added last
+    QTimer m_showTimer;                 ///< scrolls there once, however many were added
+    QPersistentModelIndex m_dropItem;   ///< highlighted while something is dragged over it
+    bool m_dropItemWasSelected = false;
+    QElapsedTimer m_dragScrollTime;
+};

@@ -1,0 +1,267 @@
+#include "messages.h"
+#include "modelpointer.h"
+#include "popupmenu.h"
+#include "project.h"
+#include "projectfile.h"
+#include "projectfolder.h"
+#include "projecttree.h"
+#include "projecttreehost.h"
+#include "projecttreeitem.h"
+#include "projectworkspace.h"
+#include "questions.h"
+#include "varnelassert.h"
+#include <QClipboard>
+#include <QFileInfo>
+#include <QGuiApplication>
+#include <QKeyEvent>
+
+// The part of ProjectTree that serves its context menus, the clipboard and the keyboard.
+
+using namespace Qt::StringLiterals;
+
+namespace {
+constexpr int SetActiveId = 1;
+} // namespace
+
+PopupMenu *ProjectTree::newMenu(const QString &name)
+{
+    auto *menu = new PopupMenu(this);
+    menu->setObjectName(name);
+    return menu;
+}
+
+void ProjectTree::addSharedActions(PopupMenu *menu, const QStringList &names)
+{
+    for (const QString &name : names) {
+        if (QAction *action = m_host.action(name))
+            menu->addAction(action);
+    }
+}
+
+void ProjectTree::fillProjectMenu()
+{
+    addSharedActions(m_projectMenu, {u"projectInsertFilesAlt"_s});
+    m_projectMenu->addAction(tr("New Folder"), this, &ProjectTree::createNewFolder);
+    m_projectMenu->addSeparator();
+    addSharedActions(m_projectMenu, {u"editPaste"_s});
+    m_projectMenu->addSeparator();
+    addSharedActions(m_projectMenu, {u"buildBuildAlt"_s, u"buildRebuildAlt"_s, u"buildCleanAlt"_s});
+    m_projectMenu->addSeparator();
+    m_projectMenu->insertItem(tr("Set as Acti&ve Project"), SetActiveId, [this](int) { setActiveProject(); });
+    m_projectMenu->addAction(tr("&Remove Project from Workspace"), this, &ProjectTree::removeProject);
+    m_projectMenu->addSeparator();
+    addSharedActions(m_projectMenu, {u"projectPropertiesAlt"_s});
+}
+
+void ProjectTree::fillFolderMenu()
+{
+    m_folderMenu->addAction(tr("Add &Files to Folder..."), this, &ProjectTree::addFilesToFolder);
+    m_folderMenu->addAction(tr("&New Folder"), this, &ProjectTree::createNewFolder);
+    m_folderMenu->addSeparator();
+    addSharedActions(m_folderMenu, {u"editCut"_s, u"editPaste"_s, u"editRemove"_s});
+    m_folderMenu->addAction(tr("Rena&me"), this, &ProjectTree::renameFolder);
+    m_folderMenu->addSeparator();
+    m_folderMenu->addAction(tr("&Properties..."), this, &ProjectTree::folderProperties);
+}
+
+void ProjectTree::fillFileMenu(PopupMenu *menu)
+{
+    menu->addAction(tr("&Open"), this, [this] { openFile(); });
+    menu->addSeparator();
+    addSharedActions(menu, {u"buildCompileFile"_s});
+    menu->addSeparator();
+    addSharedActions(menu, {u"editCut"_s, u"editRemove"_s});
+    menu->addSeparator();
+    addSharedActions(menu, {u"fileProperties"_s});
+}
+
+void ProjectTree::slotContextMenuRequested(ListViewItem *item, const QPoint &point)
+{
+    if (!item)
+        return;
+    const auto *treeItem = static_cast<ProjectTreeItem *>(item);
+    if (const Project *project = projectOf(treeItem)) {
+        m_projectMenu->item(SetActiveId)->setEnabled(project->isActive());
+        m_projectMenu->popup(point);
+    } else if (folderOf(treeItem)) {
+        m_folderMenu->popup(point);
+    } else if (const ProjectFile *file = fileOf(treeItem)) {
+        const bool isPython = QFileInfo(file->name()).completeSuffix() == "py"_L1;
+        (isPython ? m_pyFileMenu : m_fileMenu)->popup(point);
+    }
+}
+
+void ProjectTree::openFile()
+{
+    if (const QString path = selectedPath(); !path.isNull())
+        Q_EMIT openFile(path);
+}
+
+void ProjectTree::runPyFile()
+{
+    if (const QString path = selectedPath(); !path.isNull())
+        Q_EMIT runPyFile(path);
+}
+
+void ProjectTree::showFileProperties()
+{
+    if (ProjectFile *file = fileOf(selectedItem()))
+        Q_EMIT displayFileProperties(file);
+}
+
+void ProjectTree::createNewFolder()
+{
+    const ProjectTreeItem *selectedItem = this->selectedItem();
+    VARNEL_ASSERT(selectedItem && (selectedItem->rtti() == FolderRTTI || selectedItem->rtti() == ProjectRTTI));
+    Project *project = projectOf(selectedItem);
+    ProjectFolder *parent = folderOf(selectedItem);
+    if (!project && !parent)
+        return;
+    auto *folder = new ProjectFolder(tr("New Folder"));
+    ProjectItemDrag::Item{folder, nullptr}.putInto(project, parent, true);
+    ProjectTreeItem *folderItem = m_folderItems.value(folder);
+    VARNEL_ASSERT(folderItem);
+    if (!folderItem)
+        return;
+    clearSelection();
+    folderItem->setSelected(true);
+    folderItem->startRename(0);
+}
+
+void ProjectTree::renameFolder()
+{
+    ProjectTreeItem *selectedItem = this->selectedItem();
+    VARNEL_ASSERT(selectedItem && selectedItem->rtti() == FolderRTTI);
+    if (folderOf(selectedItem))
+        selectedItem->startRename(0);
+}
+
+void ProjectTree::folderRenamed(ListViewItem *item)
+{
+    ProjectFolder *folder = folderOf(static_cast<ProjectTreeItem *>(item));
+    if (!folder)
+        return;
+    const QString text = item->text(0);
+    if (text.isEmpty())
+        item->setText(0, folder->name());
+    else
+        folder->rename(text);
+}
+
+void ProjectTree::folderProperties()
+{
+    ProjectFolder *selected = folderOf(selectedItem());
+    if (!selected)
+        return;
+    const ModelPointer<ProjectFolder> folder(selected); // scripts and plug-ins go on while the dialog is up
+    const QString label = tr("Enter file extensions for this folder:");
+    const std::optional<QString> text = askForText(this, label, selected->extensions().join(u';'));
+    if (text && folder)
+        folder->setExtensions(text->split(u';', Qt::SkipEmptyParts));
+}
+
+void ProjectTree::addFilesToFolder()
+{
+    const ProjectTreeItem *selectedItem = this->selectedItem();
+    VARNEL_ASSERT(selectedItem && (selectedItem->rtti() == FolderRTTI));
+    if (!folderOf(selectedItem))
+        return;
+    const ModelPointer<ProjectFolder> folder(folderOf(selectedItem));
+    const QStringList paths = askForOpenFiles(
+        this, {u"addFilesDialog"_s, tr("Add Files to Folder"), m_host.filesDirectory(), m_host.sourceFilter()});
+    if (paths.isEmpty())
+        return;
+    m_host.setFilesDirectory(QFileInfo(paths.first()).path());
+    if (folder)
+        folder->project()->addFiles(paths, folder.get());
+}
+
+void ProjectTree::setActiveProject()
+{
+    if (const Project *project = projectOf(selectedItem()))
+        m_workspace->setCurrentProject(project);
+}
+
+void ProjectTree::removeProject()
+{
+    const QPointer<Project> project = selectedProject();
+    VARNEL_ASSERT(project);
+    if (!project)
+        return;
+    const auto answer = showInformation(this, tr("Are you sure that you want to remove the project?"),
+                                        {QMessageBox::Ok, QMessageBox::Cancel});
+    if (answer == QMessageBox::Ok && project && m_workspace)
+        m_workspace->removeProject(project);
+}
+
+void ProjectTree::cut()
+{
+    auto *drag = new ProjectItemDrag(*this);
+    QGuiApplication::clipboard()->setMimeData(drag);
+    const QList<ProjectItemDrag::Item> items = ProjectItemDrag::items(*drag);
+    edit([&] {
+        for (const ProjectItemDrag::Item &item : items)
+            item.takeOut();
+    });
+}
+
+void ProjectTree::paste()
+{
+    const ProjectItemDrag *drag = ProjectItemDrag::fromClipboard();
+    if (!drag)
+        return;
+    ProjectFolder *target = folderOf(selectedItem());
+    Project *project = selectedProject();
+    VARNEL_ASSERT(project);
+    if (!project)
+        return;
+    const QList<ProjectItemDrag::Item> items = ProjectItemDrag::items(*drag);
+    edit([&] {
+        for (const ProjectItemDrag::Item &item : items)
+            item.putInto(project, target, true);
+        QGuiApplication::clipboard()->clear();
+    });
+}
+
+void ProjectTree::remove()
+{
+    const QList<ProjectItemDrag::Item> items = ProjectItemDrag::items(ProjectItemDrag(*this));
+    edit([&] {
+        for (const ProjectItemDrag::Item &item : items) {
+            if (!isInTree(item))
+                continue; // it went with its folder
+            item.takeOut();
+            delete item.folder;
+            delete item.file;
+        }
+    });
+}
+
+bool ProjectTree::isInTree(const ProjectItemDrag::Item &item) const
+{
+    return item.folder ? m_folderItems.value(item.folder) : m_fileItems.value(item.file);
+}
+
+/// Changes the model; what is available now is told once, after the last change.
+void ProjectTree::edit(const std::function<void()> &work)
+{
+    m_editing = true;
+    work();
+    m_editing = false;
+    slotSelectionChanged();
+}
+
+void ProjectTree::keyPressEvent(QKeyEvent *event)
+{
+    // Deleting is for the shared action, and a copied name would push cut items off the clipboard.
+    if (event->key() == Qt::Key_Delete || event->matches(QKeySequence::Copy))
+        event->ignore();
+    else
+        ListView::keyPressEvent(event);
+}
+
+void ProjectTree::focusInEvent(QFocusEvent *event)
+{
+    ListView::focusInEvent(event);
+    slotSelectionChanged();
+}

@@ -1,0 +1,141 @@
+#include "project.h"
+#include "projectfile.h"
+#include "projectfolder.h"
+#include "projecttree.h"
+#include "projecttreeitem.h"
+#include <QDrag>
+#include <QDragMoveEvent>
+#include <QScrollBar>
+
+// The part of ProjectTree that drags folders and files and drops them on folders and projects.
+
+namespace {
+constexpr int ScrollZone = 30; ///< pixels from the upper and from the lower edge
+constexpr int ScrollStep = 30;
+constexpr int ScrollInterval = 100; ///< milliseconds
+
+/// Whether @p folder is @p ancestor or lies below it.
+bool isOrLiesBelow(const ProjectFolder *folder, const ProjectFolder *ancestor)
+{
+    while (folder && folder != ancestor)
+        folder = folder->parent();
+    return folder;
+}
+} // namespace
+
+void ProjectTree::startDrag(Qt::DropActions)
+{
+    auto *drag = new QDrag(this);
+    drag->setMimeData(dragObject());
+    drag->exec(Qt::MoveAction);
+}
+
+ProjectItemDrag *ProjectTree::dragObject() const
+{
+    return new ProjectItemDrag(*this);
+}
+
+void ProjectTree::dragEnterEvent(QDragEnterEvent *event)
+{
+    event->setAccepted(isOwnDrag(event));
+    m_dragScrollTime.start();
+}
+
+void ProjectTree::dragMoveEvent(QDragMoveEvent *event)
+{
+    event->ignore();
+    if (!isOwnDrag(event))
+        return;
+    const QPoint position = event->position().toPoint();
+    scrollWhileDragging(position.y());
+    setDropItem(dropItemAt(position));
+    if (!m_dropItem.isValid())
+        return;
+    event->setDropAction(Qt::MoveAction);
+    event->accept(QRect()); // so that every further move is told
+}
+
+void ProjectTree::dragLeaveEvent(QDragLeaveEvent *)
+{
+    setDropItem(nullptr);
+}
+
+void ProjectTree::dropEvent(QDropEvent *event)
+{
+    const auto *dropItem = static_cast<ProjectTreeItem *>(item(m_dropItem));
+    m_dropItem = QModelIndex();
+    event->ignore();
+    ProjectFolder *target = folderOf(dropItem);
+    Project *project = target ? target->project() : projectOf(dropItem);
+    if (!project || !isOwnDrag(event))
+        return;
+    QList<ProjectItemDrag::Item> items = ProjectItemDrag::items(*event->mimeData());
+    items.removeIf([this](const auto &item) { return !isInTree(item); }); // scripts go on while the user drags
+    edit([&] {
+        for (const ProjectItemDrag::Item &item : std::as_const(items))
+            drop(item, project, target);
+    });
+    event->setDropAction(Qt::MoveAction);
+    event->accept();
+}
+
+void ProjectTree::drop(const ProjectItemDrag::Item &item, Project *project, ProjectFolder *target)
+{
+    const bool isAtHome = item.project() == project;
+    if (item.folder && isOrLiesBelow(target, item.folder))
+        return;
+    if (item.file && isAtHome && item.file->folder() == target)
+        return;
+    if (item.folder && isAtHome)
+        return project->moveFolder(item.folder, target);
+    if (item.file && isAtHome)
+        return project->moveFile(item.file, target);
+    if (item.folder)
+        item.project()->removeFolder(item.folder);
+    else
+        item.project()->removeFile(item.file);
+    item.putInto(project, target, false);
+}
+
+bool ProjectTree::isOwnDrag(const QDropEvent *event) const
+{
+    return event->source() == this && event->mimeData()->hasFormat(ProjectItemDrag::format());
+}
+
+/// What would take in the drop: the folder or project at @p position, or that of the file there.
+ProjectTreeItem *ProjectTree::dropItemAt(const QPoint &position) const
+{
+    ListViewItem *item = itemAt(position);
+    while (item && item->rtti() == FileRTTI)
+        item = item->parent();
+    return item && item->rtti() != WorkspaceRTTI ? static_cast<ProjectTreeItem *>(item) : nullptr;
+}
+
+void ProjectTree::setDropItem(ProjectTreeItem *item)
+{
+    ListViewItem *old = this->item(m_dropItem);
+    if (item == old)
+        return;
+    if (old)
+        old->setSelected(m_dropItemWasSelected);
+    m_dropItem = item ? indexFromItem(item) : QModelIndex();
+    if (!item)
+        return;
+    m_dropItemWasSelected = item->isSelected();
+    item->setSelected(true);
+}
+
+void ProjectTree::scrollWhileDragging(int y)
+{
+    const bool atTop = y < ScrollZone;
+    const bool atBottom = y > viewport()->height() - ScrollZone;
+    if (!atTop && !atBottom) {
+        m_dragScrollTime.restart();
+        return;
+    }
+    if (m_dragScrollTime.elapsed() <= ScrollInterval)
+        return;
+    QScrollBar *bar = verticalScrollBar();
+    bar->setValue(bar->value() + (atTop ? -ScrollStep : ScrollStep));
+    m_dragScrollTime.restart();
+}

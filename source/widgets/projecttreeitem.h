@@ -1,0 +1,61 @@
+#pragma once
+#include "listview.h"
+#include <QIcon>
+
+/// A row that stands for an object: with a picture for closed and one for open, and with the object itself. Rows of
+/// smaller rtti go first; rows of equal rtti keep their order or, if made so, go by their text.
+class ProjectTreeItem : public ListViewItem
+{
+public:
+    using Deleter = void (*)(void *);
+    /// The Deleter for a row that owns an object made by `new T`.
+    template <typename T>
+    static void destroy(void *data)
+    {
+        delete static_cast<T *>(data);
+    }
+
+    /// @p deleter is null if somebody else owns @p data.
+    ProjectTreeItem(ListView *list, ListViewItem *after, const QString &text, void *data, Deleter deleter, int rtti,
+                    bool sortByText, const QIcon &closedPixmap = {}, const QIcon &openPixmap = {});
+    ProjectTreeItem(ListViewItem *parent, ListViewItem *after, const QString &text, void *data, Deleter deleter,
+                    int rtti, bool sortByText, const QIcon &closedPixmap = {}, const QIcon &openPixmap = {});
+    ~ProjectTreeItem() override;
+    Q_DISABLE_COPY_MOVE(ProjectTreeItem)
+
+    template <typename T>
+    [[nodiscard]] T *object() const
+    {
+        return static_cast<T *>(m_data);
+    }
+    void setPixmap(const QIcon &closedPixmap);
+
+    void setPaintBranches(bool paint) { m_paintBranches = paint; }     ///< False: blank instead of branches.
+    void setGrid(bool grid) { m_grid = grid; }                         ///< Lines below and to the right of each cell.
+    void setBold(bool bold) { m_bold = bold; }                         ///< Column 0 only.
+    void setItalic(bool italic) { m_italic = italic; }                 ///< Column 0 only.
+    void setBackground(bool background) { m_background = background; } ///< Whether backgroundColor() counts.
+    [[nodiscard]] bool isBold() const { return m_bold; }
+    [[nodiscard]] bool isItalic() const { return m_italic; }
+
+    bool operator<(const QTreeWidgetItem &other) const override;
+    void openChanged(bool open) override;
+    void initStyleOption(QStyleOptionViewItem *option, int column) const override;
+    void paintCell(QPainter *painter, const QStyleOptionViewItem &option, int column) const override;
+    [[nodiscard]] bool paintsBranches() const override { return m_paintBranches; }
+
+protected:
+    [[nodiscard]] virtual QColor backgroundColor() const; ///< The list's own, unless overridden.
+
+private:
+    QIcon m_closedPixmap;
+    QIcon m_openPixmap; ///< null if the row looks the same open and closed
+    void *m_data;
+    Deleter m_deleter;
+    bool m_sortByText;
+    bool m_paintBranches = true;
+    bool m_grid = false;
+    bool m_bold = false;
+    bool m_italic = false;
+    bool m_background = false;
+};

@@ -1,0 +1,42 @@
+#include "questions.h"
+#include "messages.h"
+#include <QFileDialog>
+#include <QFileSystemModel>
+#include <QInputDialog>
+#include <QLabel>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+/// The toolkit takes "*.*" by the letter, the user means every file.
+void widenFilter(const QFileDialog &dialog)
+{
+    auto *files = dialog.findChild<QFileSystemModel *>();
+    if (files)
+        files->setNameFilters(files->nameFilters().replaceInStrings(u"*.*"_s, u"*"_s));
+}
+} // namespace
+
+std::optional<QString> askForText(QWidget *parent, const QString &label, const QString &text)
+{
+    QInputDialog dialog(parent);
+    dialog.setObjectName(u"inputDialog"_s);
+    dialog.setWindowTitle(messageCaption());
+    dialog.setLabelText(QString(label).replace(u'&', u"&&"_s)); // names are part of the labels
+    dialog.findChild<QLabel *>()->setTextFormat(Qt::PlainText);
+    dialog.setTextValue(text);
+    if (dialog.exec() == QDialog::Rejected)
+        return {};
+    return dialog.textValue();
+}
+
+QStringList askForOpenFiles(QWidget *parent, const FileQuestion &question)
+{
+    QFileDialog dialog(parent, question.caption, question.directory, question.filter);
+    dialog.setOption(QFileDialog::DontUseNativeDialog);
+    dialog.setObjectName(question.objectName);
+    dialog.setFileMode(QFileDialog::ExistingFiles);
+    QObject::connect(&dialog, &QFileDialog::filterSelected, &dialog, [&dialog] { widenFilter(dialog); });
+    widenFilter(dialog);
+    return dialog.exec() == QDialog::Accepted ? dialog.selectedFiles() : QStringList();
+}

@@ -1,0 +1,512 @@
+#include "treefixture.h"
+#include <QtTest>
+
+using namespace Qt::StringLiterals;
+
+/// What the rows show and what they tell when they are selected.
+class ProjectTreeTest : public QObject, protected TreeFixture
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init() { setUp(); }
+    void cleanup() { tearDown(); }
+
+    // Rows
+
+    void showsFoldersInModelOrderAndFilesByName()
+    {
+        QCOMPARE(shown(*m_tree), u"- Workspace 'all': 2 project(s)\n"
+                                 "  -  - fw\n"
+                                 "    + src\n"
+                                 "      doc\n"
+                                 "      boot.py\n"
+                                 "      link.ld\n"
+                                 "  - * - lib*\n"
+                                 "    + math\n"_s);
+    }
+
+    void aFolderShowsItsContentsWhenItIsOpened()
+    {
+        open(*m_tree, {u"src"_s, u"math"_s, u"fixed"_s});
+        QCOMPARE(shown(*m_tree), u"- Workspace 'all': 2 project(s)\n"
+                                 "  -  - fw\n"
+                                 "    - src\n"
+                                 "        adc.c\n"
+                                 "        main.c\n"
+                                 "      doc\n"
+                                 "      boot.py\n"
+                                 "      link.ld\n"
+                                 "  - * - lib*\n"
+                                 "    - math\n"
+                                 "      - fixed\n"
+                                 "          q15.c\n"
+                                 "        sin.c\n"_s);
+    }
+
+    void rowsOfClosedFoldersAreNotMade()
+    {
+        ProjectFolder *src = folderIn(m_fw->folders(), u"src"_s);
+        m_fw->blockSignals(true);
+        for (int i = 0; i < 5000; ++i)
+            src->addFile(new ProjectFile(QString::number(i), QString::number(i)));
+        m_fw->blockSignals(false);
+        m_tree->workspaceChanged();
+        QCOMPARE(row(*m_tree, u"src"_s)->childCount(), 0);
+        open(*m_tree, {u"src"_s});
+        QCOMPARE(row(*m_tree, u"src"_s)->childCount(), 5002);
+    }
+
+    void allRowsAreThereForThoseWhoOpenEverything()
+    {
+        m_tree->expandAll();
+        QVERIFY(row(*m_tree, u"q15.c"_s));
+        m_tree->workspaceChanged();
+        m_tree->expandToDepth(2);
+        QVERIFY(row(*m_tree, u"sin.c"_s));
+        QVERIFY(shown(*m_tree).contains(u"      + fixed\n"_s));
+    }
+
+    void filesOfEqualNameStandInModelOrder()
+    {
+        auto *first = new ProjectFile(u"x.c"_s, u"1/x.c"_s);
+        auto *second = new ProjectFile(u"x.c"_s, u"2/x.c"_s);
+        ProjectFolder *doc = folderIn(m_fw->folders(), u"doc"_s);
+        doc->addFile(first);
+        doc->addFile(second);
+        const ProjectTreeItem *item = row(*m_tree, u"doc"_s);
+        QCOMPARE(static_cast<ProjectTreeItem *>(item->child(0))->object<ProjectFile>(), first);
+        m_tree->workspaceChanged();
+        open(*m_tree, {u"doc"_s});
+        item = row(*m_tree, u"doc"_s);
+        QCOMPARE(static_cast<ProjectTreeItem *>(item->child(0))->object<ProjectFile>(), first);
+        QCOMPARE(static_cast<ProjectTreeItem *>(item->child(1))->object<ProjectFile>(), second);
+    }
+
+    void rowsHaveTheirKindAndPicture_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<int>("rtti");
+        QTest::addColumn<QString>("closed");
+        QTest::addColumn<QString>("opened");
+        QTest::newRow("workspace") << u"Workspace 'all': 2 project(s)"_s << 0 << u"treeworkspace.png"_s
+                                   << u"treeworkspace.png"_s;
+        QTest::newRow("project") << u" - fw"_s << 1 << u"treeproject.png"_s << u"treeproject.png"_s;
+        QTest::newRow("folder") << u"src"_s << 2 << u"treefolder.png"_s << u"treefolderopen.png"_s;
+        QTest::newRow("file") << u"boot.py"_s << 3 << u"treesourcefile.png"_s << u"treesourcefile.png"_s;
+    }
+
+    void rowsHaveTheirKindAndPicture()
+    {
+        QFETCH(QString, text);
+        QFETCH(int, rtti);
+        QFETCH(QString, closed);
+        QFETCH(QString, opened);
+        ProjectTreeItem *item = row(*m_tree, text);
+        QCOMPARE(item->rtti(), rtti);
+        item->setOpen(false);
+        QCOMPARE(pictureOf(*m_window, item), closed);
+        item->setOpen(true);
+        QCOMPARE(pictureOf(*m_window, item), opened);
+    }
+
+    void onlyFoldersAndFilesAreDragged()
+    {
+        QVERIFY(!(row(*m_tree, u"Workspace 'all': 2 project(s)"_s)->flags() & Qt::ItemIsDragEnabled));
+        QVERIFY(!(row(*m_tree, u" - fw"_s)->flags() & Qt::ItemIsDragEnabled));
+        QVERIFY(row(*m_tree, u"src"_s)->flags() & Qt::ItemIsDragEnabled);
+        QVERIFY(row(*m_tree, u"boot.py"_s)->flags() & Qt::ItemIsDragEnabled);
+    }
+
+    void onlyFoldersAreRenamed()
+    {
+        for (const QString &text : {u"Workspace 'all': 2 project(s)"_s, u" - fw"_s, u"boot.py"_s})
+            QVERIFY(!row(*m_tree, text)->isRenameEnabled(0));
+        QVERIFY(row(*m_tree, u"src"_s)->isRenameEnabled(0));
+    }
+
+    void aProjectThatIsNotActiveLooksSo()
+    {
+        m_fw->setActive(false);
+        QCOMPARE(pictureOf(*m_window, row(*m_tree, u" - fw"_s)), u"treeprojectinactive.png"_s);
+        QCOMPARE(pictureOf(*m_window, row(*m_tree, u" - lib"_s)), u"treeproject.png"_s);
+        m_tree->workspaceChanged();
+        QCOMPARE(pictureOf(*m_window, row(*m_tree, u" - fw"_s)), u"treeprojectinactive.png"_s);
+        m_fw->setActive(true);
+        QCOMPARE(pictureOf(*m_window, row(*m_tree, u" - fw"_s)), u"treeproject.png"_s);
+    }
+
+    void theCurrentProjectIsBold()
+    {
+        m_workspace->setCurrentProject(m_fw);
+        QVERIFY(row(*m_tree, u" - fw"_s)->isBold());
+        QVERIFY(!row(*m_tree, u" - lib"_s)->isBold());
+    }
+
+    // Signals of the model
+
+    void addedAndRemovedProjectsRebuildTheTree()
+    {
+        open(*m_tree, {u"src"_s});
+        m_workspace->removeProject(m_lib);
+        QCOMPARE(shown(*m_tree), u"- Workspace 'all': 1 project(s)\n"
+                                 "  - * - fw*\n"
+                                 "    + src\n"
+                                 "      doc\n"
+                                 "      boot.py\n"
+                                 "      link.ld\n"_s);
+        addProject(u"new"_s, {});
+        QCOMPARE(shown(*m_tree).section(u'\n', -2), u"    * - new*\n"_s);
+    }
+
+    void theWorkspaceMayBeEmpty()
+    {
+        m_workspace->removeProject(m_lib);
+        m_workspace->removeProject(m_fw);
+        QCOMPARE(shown(*m_tree), u"  Workspace 'all': 0 project(s)\n"_s);
+    }
+
+    void anAddedFolderStandsWhereTheModelHasIt()
+    {
+        m_fw->addFolder(new ProjectFolder(u"last"_s), false);
+        m_fw->addFolder(new ProjectFolder(u"first"_s), true);
+        QCOMPARE(shown(*m_tree), u"- Workspace 'all': 2 project(s)\n"
+                                 "  -  - fw\n"
+                                 "      first\n"
+                                 "    + src\n"
+                                 "      doc\n"
+                                 "      last\n"
+                                 "      boot.py\n"
+                                 "      link.ld\n"
+                                 "  - * - lib*\n"
+                                 "    + math\n"_s);
+    }
+
+    void anAddedFolderBringsWhatIsInIt()
+    {
+        auto *folder = new ProjectFolder(u"new"_s);
+        folder->addFile(new ProjectFile(u"in.c"_s, u"in.c"_s));
+        folderIn(m_fw->folders(), u"doc"_s)->addFolder(folder, false);
+        open(*m_tree, {u"new"_s});
+        QVERIFY(shown(*m_tree).contains(u"    - doc\n"
+                                        "      - new\n"
+                                        "          in.c\n"_s));
+    }
+
+    void anAddedFileStandsAmongTheOthersByName_data()
+    {
+        QTest::addColumn<QString>("name");
+        QTest::addColumn<QString>("expected");
+        QTest::newRow("first") << u"a.c"_s << u"a.c adc.c main.c"_s;
+        QTest::newRow("between") << u"k.c"_s << u"adc.c k.c main.c"_s;
+        QTest::newRow("last") << u"z.c"_s << u"adc.c main.c z.c"_s;
+    }
+
+    void anAddedFileStandsAmongTheOthersByName()
+    {
+        QFETCH(QString, name);
+        QFETCH(QString, expected);
+        ProjectFolder *src = folderIn(m_fw->folders(), u"src"_s);
+        open(*m_tree, {u"src"_s});
+        src->addFile(new ProjectFile(name, name));
+        QStringList names;
+        for (int i = 0; i < row(*m_tree, u"src"_s)->childCount(); ++i)
+            names += row(*m_tree, u"src"_s)->child(i)->text(0);
+        QCOMPARE(names.join(u' '), expected);
+    }
+
+    void addedItemsAreMadeVisible_data()
+    {
+        QTest::addColumn<bool>("asFolder");
+        QTest::newRow("folder") << true;
+        QTest::newRow("file") << false;
+    }
+
+    void addedItemsAreMadeVisible()
+    {
+        QFETCH(bool, asFolder);
+        m_tree->resize(300, 60);
+        m_tree->scrollToTop();
+        ProjectFolder *fixed = folderIn(folderIn(m_lib->folders(), u"math"_s)->folders(), u"fixed"_s);
+        if (asFolder)
+            fixed->addFolder(new ProjectFolder(u"new"_s), false);
+        else
+            fixed->addFile(new ProjectFile(u"new"_s, u"new"_s));
+        QVERIFY(row(*m_tree, u"math"_s)->isOpen());
+        QVERIFY(row(*m_tree, u"fixed"_s)->isOpen());
+        QTRY_VERIFY(!m_tree->itemRect(row(*m_tree, u"new"_s)).isEmpty());
+    }
+
+    void anItemThatIsGoneAgainIsNotScrolledTo()
+    {
+        auto *file = new ProjectFile(u"new"_s, u"new"_s);
+        m_fw->addFile(file);
+        m_fw->removeFile(file);
+        delete file;
+        QCoreApplication::processEvents();
+        QVERIFY(!row(*m_tree, u"new"_s));
+    }
+
+    void removedItemsVanish()
+    {
+        ProjectFolder *src = folderIn(m_fw->folders(), u"src"_s);
+        open(*m_tree, {u"src"_s});
+        ProjectFile *adc = fileIn(src->files(), u"adc.c"_s);
+        src->removeFile(adc);
+        delete adc;
+        QVERIFY(!shown(*m_tree).contains(u"adc.c"_s));
+        QVERIFY(shown(*m_tree).contains(u"main.c"_s));
+        m_fw->removeFolder(src);
+        delete src;
+        QCOMPARE(shown(*m_tree), u"- Workspace 'all': 2 project(s)\n"
+                                 "  -  - fw\n"
+                                 "      doc\n"
+                                 "      boot.py\n"
+                                 "      link.ld\n"
+                                 "  - * - lib*\n"
+                                 "    + math\n"_s);
+    }
+
+    void aClosedFolderThatHasBecomeEmptyCannotBeOpened()
+    {
+        ProjectFolder *src = folderIn(m_fw->folders(), u"src"_s);
+        const QList<ProjectFile *> files = src->files();
+        src->removeFile(files[0]);
+        QVERIFY(shown(*m_tree).contains(u"    + src\n"_s));
+        src->removeFile(files[1]);
+        QVERIFY(shown(*m_tree).contains(u"      src\n"_s));
+        ProjectFolder *math = folderIn(m_lib->folders(), u"math"_s);
+        ProjectFolder *fixed = math->folders().constFirst();
+        math->removeFolder(fixed);
+        QVERIFY(shown(*m_tree).contains(u"    + math\n"_s));
+        open(*m_tree, {u"math"_s});
+        QVERIFY(shown(*m_tree).contains(u"    - math\n        sin.c\n"_s));
+        qDeleteAll(files);
+        delete fixed;
+    }
+
+    void changesBelowARemovedFolderAreNotShown()
+    {
+        ProjectFolder *math = folderIn(m_lib->folders(), u"math"_s);
+        ProjectFolder *fixed = math->folders().constFirst();
+        ProjectFile *q15 = fixed->files().constFirst();
+        open(*m_tree, {u"math"_s, u"fixed"_s});
+        m_lib->removeFolder(math);
+        const QString before = shown(*m_tree);
+        fixed->removeFile(q15);
+        math->removeFolder(fixed);
+        QCOMPARE(shown(*m_tree), before);
+        expectAssert(u"parentItem"_s);
+        math->addFile(q15);
+        QCOMPARE(shown(*m_tree), before);
+        delete fixed;
+        delete math;
+    }
+
+    void aFolderThatComesBackShowsWhatItHoldsNow()
+    {
+        ProjectFolder *math = folderIn(m_lib->folders(), u"math"_s);
+        ProjectFolder *fixed = math->folders().constFirst();
+        open(*m_tree, {u"math"_s, u"fixed"_s});
+        m_lib->removeFolder(math);
+        m_fw->addFolder(math, true);
+        fixed->addFile(new ProjectFile(u"q31.c"_s, u"q31.c"_s));
+        QVERIFY(shown(*m_tree).contains(u"    - math\n"
+                                        "      - fixed\n"
+                                        "          q15.c\n"
+                                        "          q31.c\n"
+                                        "        sin.c\n"_s));
+        ProjectFile *q15 = fileIn(fixed->files(), u"q15.c"_s);
+        fixed->removeFile(q15);
+        delete q15;
+        QVERIFY(!shown(*m_tree).contains(u"q15.c"_s));
+    }
+
+    void aMovedFolderIsTheFirstAndAMovedFileStandsByName()
+    {
+        ProjectFolder *src = folderIn(m_fw->folders(), u"src"_s);
+        ProjectFolder *doc = folderIn(m_fw->folders(), u"doc"_s);
+        m_fw->moveFolder(doc, src);
+        m_fw->moveFile(fileIn(m_fw->rootFiles(), u"boot.py"_s), src);
+        QCOMPARE(shown(*m_tree), u"- Workspace 'all': 2 project(s)\n"
+                                 "  -  - fw\n"
+                                 "    - src\n"
+                                 "        doc\n"
+                                 "        adc.c\n"
+                                 "        boot.py\n"
+                                 "        main.c\n"
+                                 "      link.ld\n"
+                                 "  - * - lib*\n"
+                                 "    + math\n"_s);
+    }
+
+    void aRemovedItemIsReportedWhenItIsRemovedAgain()
+    {
+        ProjectFile *file = fileIn(m_fw->rootFiles(), u"boot.py"_s);
+        ProjectFolder *folder = folderIn(m_fw->folders(), u"doc"_s);
+        m_fw->removeFile(file);
+        m_fw->removeFolder(folder);
+        expectAssert(u"m_fileItems[file]"_s);
+        Q_EMIT m_fw->fileRemoved(nullptr, file);
+        expectAssert(u"m_folderItems[folder]"_s);
+        Q_EMIT m_fw->folderRemoved(nullptr, folder);
+        delete file;
+        delete folder;
+    }
+
+    void aFileThatIsTakenOutOfTheWrongPlaceLosesItsRowAllTheSame()
+    {
+        ProjectFile *adc = fileIn(folderIn(m_fw->folders(), u"src"_s)->files(), u"adc.c"_s);
+        expectAssert(u"m_files.find(file) >= 0"_s);
+        m_fw->removeFile(adc);
+        open(*m_tree, {u"src"_s});
+        QVERIFY(!row(*m_tree, u"adc.c"_s));
+        QVERIFY(row(*m_tree, u"main.c"_s));
+    }
+
+    void aFolderThatOthersRenameShowsItsNewName()
+    {
+        folderIn(m_fw->folders(), u"src"_s)->rename(u"source"_s);
+        QVERIFY(row(*m_tree, u"source"_s));
+        folderIn(folderIn(m_lib->folders(), u"math"_s)->folders(), u"fixed"_s)->rename(u"integer"_s);
+        open(*m_tree, {u"math"_s});
+        QVERIFY(row(*m_tree, u"integer"_s));
+    }
+
+    // Workspaces come and go
+
+    void aWorkspaceIsNeeded()
+    {
+        expectAssert(u"workspace"_s);
+        m_tree->setWorkspace(nullptr);
+        m_tree->releaseWorkspace();
+        expectAssert(u"m_workspace"_s);
+        m_tree->workspaceChanged();
+    }
+
+    void handingTheWorkspaceOverAgainShowsItsNewContents()
+    {
+        QVERIFY(m_fw->loadFromXml(u"<project><file path='new.c'/></project>"_s));
+        m_tree->setWorkspace(m_workspace.get());
+        QCOMPARE(shown(*m_tree), u"- Workspace 'all': 2 project(s)\n"
+                                 "  -  - fw\n"
+                                 "      new.c\n"
+                                 "  - * - lib*\n"
+                                 "    + math\n"_s);
+        m_fw->addFile(new ProjectFile(u"one.c"_s, u"one.c"_s));
+        QCOMPARE(row(*m_tree, u" - fw"_s)->childCount(), 2);
+    }
+
+    void anEarlierWorkspaceIsNotListenedTo()
+    {
+        ProjectWorkspace other(u"/work/other.vnw"_s);
+        m_tree->setWorkspace(&other);
+        m_fw->addFile(new ProjectFile(u"one.c"_s, u"one.c"_s));
+        m_workspace->setModified(true);
+        m_workspace->setCurrentProject(m_fw);
+        QCOMPARE(shown(*m_tree), u"  Workspace 'other': 0 project(s)\n"_s);
+        m_tree->setWorkspace(m_workspace.get());
+    }
+
+    void aWorkspaceThatDiesLeavesAnEmptyTree()
+    {
+        select(*m_tree, {u"boot.py"_s});
+        m_signals.clear();
+        m_workspace.reset();
+        QCOMPARE(shown(*m_tree), QString());
+        QCOMPARE(m_signals, (QStringList{u"no cut"_s, u"no paste"_s, u"file "_s}));
+    }
+
+    void aProjectThatIsRemovedTakesTheSelectionAlong()
+    {
+        open(*m_tree, {u"math"_s});
+        select(*m_tree, {u"sin.c"_s});
+        m_signals.clear();
+        m_workspace->removeProject(m_lib);
+        QCOMPARE(m_signals, (QStringList{u"no cut"_s, u"no paste"_s, u"file "_s}));
+    }
+
+    // Selection
+
+    void theFirstSelectedItemCounts()
+    {
+        QCOMPARE(m_tree->selectedItem(), nullptr);
+        QCOMPARE(m_tree->selectedProject(), nullptr);
+        select(*m_tree, {u"link.ld"_s, u"src"_s});
+        QCOMPARE(m_tree->selectedItem(), row(*m_tree, u"src"_s));
+    }
+
+    void theSelectionBelongsToAProject_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<QString>("project");
+        QTest::newRow("root") << u"Workspace 'all': 2 project(s)"_s << QString();
+        QTest::newRow("project") << u" - fw"_s << u"fw"_s;
+        QTest::newRow("folder") << u"math"_s << u"lib"_s;
+        QTest::newRow("file") << u"boot.py"_s << u"fw"_s;
+    }
+
+    void theSelectionBelongsToAProject()
+    {
+        QFETCH(QString, text);
+        QFETCH(QString, project);
+        select(*m_tree, {text});
+        QCOMPARE(m_tree->selectedProject() ? m_tree->selectedProject()->name() : QString(), project);
+    }
+
+    void selectingTellsWhatIsAvailable_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<bool>("clipboard");
+        QTest::addColumn<QString>("expected");
+        const QString root = u"Workspace 'all': 2 project(s)"_s;
+        QTest::newRow("root") << root << false << u"cut|no paste|file "_s;
+        QTest::newRow("project") << u" - fw"_s << false << u"no cut|no paste|file "_s;
+        QTest::newRow("folder") << u"src"_s << false << u"cut|no paste|file "_s;
+        QTest::newRow("file") << u"boot.py"_s << false << u"cut|no paste|file boot.py"_s;
+        QTest::newRow("root, clipboard") << root << true << u"cut|paste|file "_s;
+        QTest::newRow("project, clipboard") << u" - fw"_s << true << u"no cut|paste|file "_s;
+        QTest::newRow("folder, clipboard") << u"src"_s << true << u"cut|paste|file "_s;
+        QTest::newRow("file, clipboard") << u"boot.py"_s << true << u"cut|no paste|file boot.py"_s;
+    }
+
+    void selectingTellsWhatIsAvailable()
+    {
+        QFETCH(QString, text);
+        QFETCH(bool, clipboard);
+        QFETCH(QString, expected);
+        if (clipboard)
+            QGuiApplication::clipboard()->setMimeData(new ProjectItemDrag(*m_tree));
+        select(*m_tree, {text});
+        QCOMPARE(m_signals.mid(m_signals.size() - 3).join(u'|'), expected);
+        m_tree->clearSelection();
+        QCOMPARE(m_signals.mid(m_signals.size() - 3).join(u'|'), u"no cut|no paste|file "_s);
+    }
+
+    void aSelectedFileIsToldByItsStoredPath_data()
+    {
+        QTest::addColumn<QString>("path");
+        QTest::newRow("relative") << u"../common/a.c"_s;
+        QTest::newRow("absolute") << u"/opt/a.c"_s;
+    }
+
+    void aSelectedFileIsToldByItsStoredPath()
+    {
+        QFETCH(QString, path);
+        m_fw->addFile(new ProjectFile(u"a.c"_s, path));
+        select(*m_tree, {u"a.c"_s});
+        QCOMPARE(m_signals.last(), u"file "_s + path);
+    }
+
+    void takingTheFocusTellsWhatIsAvailable()
+    {
+        select(*m_tree, {u"boot.py"_s});
+        m_signals.clear();
+        QFocusEvent event(QEvent::FocusIn);
+        QCoreApplication::sendEvent(m_tree, &event);
+        QCOMPARE(m_signals, (QStringList{u"cut"_s, u"no paste"_s, u"file boot.py"_s}));
+    }
+};
+
+QTEST_MAIN(ProjectTreeTest)
+#include "tst_projecttree.moc"

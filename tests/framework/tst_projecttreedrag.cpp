@@ -1,0 +1,430 @@
+#include "treefixture.h"
+#include <QDrag>
+#include <QDragMoveEvent>
+#include <QScrollBar>
+#include <QtTest>
+
+using namespace Qt::StringLiterals;
+
+/// Dragging folders and files. It runs on the platform "minimal", which has the toolkit's own drag loop; the offscreen
+/// one ends every drag at once.
+class ProjectTreeDragTest : public QObject, protected TreeFixture
+{
+    Q_OBJECT
+
+private:
+    void whileDragging(const std::function<void()> &use)
+    {
+        QTimer::singleShot(0, this, [this, use] {
+            use();
+            QTest::keyClick(m_window->windowHandle(), Qt::Key_Escape);
+        });
+    }
+
+    /// Drags the selection and calls @p use while the drag goes on.
+    void drag(const std::function<void()> &use)
+    {
+        struct Access : ProjectTree
+        {
+            using ProjectTree::startDrag;
+        };
+        bool used = false;
+        whileDragging([&] {
+            used = true;
+            use();
+        });
+        (m_tree->*(&Access::startDrag))(Qt::MoveAction);
+        QVERIFY(used);
+    }
+
+    QMimeData *payload()
+    {
+        m_payload = std::make_unique<ProjectItemDrag>(*m_tree);
+        return m_payload.get();
+    }
+
+    template <typename Event>
+    bool send(const QPoint &position, const QMimeData *data)
+    {
+        Event event(position, Qt::MoveAction, data, Qt::LeftButton, Qt::NoModifier);
+        event.ignore();
+        QCoreApplication::sendEvent(m_tree->viewport(), &event);
+        return event.isAccepted();
+    }
+
+    bool enter(const QMimeData *data) { return send<QDragEnterEvent>(QPoint(5, 5), data); }
+    bool moveTo(const QString &text) { return send<QDragMoveEvent>(centerOf(text), m_payload.get()); }
+    bool dropOn(const QString &text)
+    {
+        QDropEvent event(centerOf(text), Qt::MoveAction, m_payload.get(), Qt::LeftButton, Qt::NoModifier);
+        event.ignore();
+        QCoreApplication::sendEvent(m_tree->viewport(), &event);
+        return event.isAccepted();
+    }
+    void leave()
+    {
+        QDragLeaveEvent event;
+        QCoreApplication::sendEvent(m_tree->viewport(), &event);
+    }
+
+    std::unique_ptr<ProjectItemDrag> m_payload;
+
+private Q_SLOTS:
+    void init() { setUp(); }
+    void cleanup() { tearDown(); }
+
+    void theSelectionIsDragged()
+    {
+        select(*m_tree, {u"src"_s, u"link.ld"_s});
+        QByteArray text;
+        drag([&] {
+            auto *running = m_tree->findChild<QDrag *>();
+            QVERIFY(running);
+            text = running->mimeData()->data(u"application/x-tarnprojectitems"_s);
+            QCOMPARE(running->mimeData()->formats().size(), 1);
+            QCOMPARE(running->supportedActions(), Qt::MoveAction);
+        });
+        QCOMPARE(text, ProjectItemDrag(*m_tree).encodedData(u"application/x-tarnprojectitems"_s));
+        QVERIFY(text.startsWith("folder\n0x"));
+    }
+
+    void onlyADragOfThisTreeIsAccepted()
+    {
+        select(*m_tree, {u"boot.py"_s});
+        QMimeData urls;
+        urls.setUrls({QUrl(u"file:///work/fw/a.c"_s)});
+        QVERIFY(!enter(payload())); // nothing is dragged: it comes from somewhere else
+        QVERIFY(!moveTo(u"src"_s));
+        drag([&] {
+            QVERIFY(enter(payload()));
+            QVERIFY(moveTo(u"src"_s));
+            QVERIFY(!enter(&urls));
+            QVERIFY(!send<QDragMoveEvent>(centerOf(u"src"_s), &urls));
+        });
+        ProjectTree other(*m_window);
+        auto *foreign = new QDrag(&other);
+        foreign->setMimeData(new ProjectItemDrag(*m_tree));
+        whileDragging([&] {
+            QVERIFY(!enter(payload()));
+            QVERIFY(!moveTo(u"src"_s));
+        });
+        foreign->exec(Qt::MoveAction);
+    }
+
+    void theItemUnderThePointerIsHighlighted_data()
+    {
+        QTest::addColumn<QString>("under");
+        QTest::addColumn<QStringList>("highlighted");
+        QTest::addColumn<bool>("accepted");
+        const QStringList dragged{u"boot.py"_s};
+        QTest::newRow("folder") << u"src"_s << QStringList{u"src"_s, u"boot.py"_s} << true;
+        QTest::newRow("project") << u" - lib"_s << QStringList{u"boot.py"_s, u" - lib"_s} << true;
+        QTest::newRow("file in a folder") << u"main.c"_s << QStringList{u"src"_s, u"boot.py"_s} << true;
+        QTest::newRow("file in the root") << u"link.ld"_s << QStringList{u" - fw"_s, u"boot.py"_s} << true;
+        QTest::newRow("workspace") << u"Workspace 'all': 2 project(s)"_s << dragged << false;
+    }
+
+    void theItemUnderThePointerIsHighlighted()
+    {
+        QFETCH(QString, under);
+        QFETCH(QStringList, highlighted);
+        QFETCH(bool, accepted);
+        open(*m_tree, {u"src"_s});
+        select(*m_tree, {u"boot.py"_s});
+        drag([&] {
+            enter(payload());
+            QCOMPARE(moveTo(under), accepted);
+            QCOMPARE(selected(*m_tree), highlighted);
+            leave();
+            QCOMPARE(selected(*m_tree), QStringList{u"boot.py"_s});
+        });
+    }
+
+    void belowTheRowsNothingIsDropped()
+    {
+        select(*m_tree, {u"boot.py"_s});
+        const QString before = treeOf(*m_fw);
+        drag([&] {
+            enter(payload());
+            moveTo(u"src"_s);
+            const QPoint below(20, m_tree->viewport()->height() - 40);
+            QVERIFY(!m_tree->itemAt(below));
+            QVERIFY(!send<QDragMoveEvent>(below, m_payload.get()));
+            QCOMPARE(selected(*m_tree), QStringList{u"boot.py"_s});
+            QDropEvent event(below, Qt::MoveAction, m_payload.get(), Qt::LeftButton, Qt::NoModifier);
+            event.ignore();
+            QCoreApplication::sendEvent(m_tree->viewport(), &event);
+            QVERIFY(!event.isAccepted());
+        });
+        QCOMPARE(treeOf(*m_fw), before);
+    }
+
+    void anItemGetsBackTheSelectionThatItHad()
+    {
+        select(*m_tree, {u"src"_s, u"boot.py"_s});
+        drag([&] {
+            enter(payload());
+            moveTo(u"src"_s);
+            moveTo(u"doc"_s);
+            QCOMPARE(selected(*m_tree), (QStringList{u"src"_s, u"doc"_s, u"boot.py"_s}));
+            moveTo(u" - lib"_s);
+            QCOMPARE(selected(*m_tree), (QStringList{u"src"_s, u"boot.py"_s, u" - lib"_s}));
+        });
+    }
+
+    void everyMoveIsToldAgain()
+    {
+        select(*m_tree, {u"boot.py"_s});
+        drag([&] {
+            enter(payload());
+            QDragMoveEvent event(centerOf(u"src"_s), Qt::MoveAction, m_payload.get(), Qt::LeftButton, Qt::NoModifier);
+            event.setDropAction(Qt::IgnoreAction);
+            QCoreApplication::sendEvent(m_tree->viewport(), &event);
+            QVERIFY(event.isAccepted());
+            QVERIFY(event.answerRect().isEmpty());
+            QCOMPARE(event.dropAction(), Qt::MoveAction);
+        });
+    }
+
+    void dropping_data()
+    {
+        QTest::addColumn<QStringList>("dragged");
+        QTest::addColumn<QString>("target");
+        QTest::addColumn<QString>("fw");
+        QTest::addColumn<QString>("lib");
+        const QString fw = u"src/ \n  main.c\n  adc.c\ndoc/ \nlink.ld\nboot.py\n"_s;
+        const QString lib = u"math/ \n  fixed/ \n    q15.c\n  sin.c\n"_s;
+
+        QTest::newRow("file into a folder") << QStringList{u"boot.py"_s} << u"doc"_s
+                                            << u"src/ \n  main.c\n  adc.c\ndoc/ \n  boot.py\nlink.ld\n"_s << lib;
+        QTest::newRow("file on a file goes into that file's folder")
+            << QStringList{u"boot.py"_s} << u"adc.c"_s << u"src/ \n  main.c\n  adc.c\n  boot.py\ndoc/ \nlink.ld\n"_s
+            << lib;
+        QTest::newRow("file on a file in the root goes into the root")
+            << QStringList{u"adc.c"_s} << u"boot.py"_s << u"src/ \n  main.c\ndoc/ \nlink.ld\nboot.py\nadc.c\n"_s << lib;
+        QTest::newRow("file into its project")
+            << QStringList{u"adc.c"_s} << u" - fw"_s << u"src/ \n  main.c\ndoc/ \nlink.ld\nboot.py\nadc.c\n"_s << lib;
+        QTest::newRow("file on its own folder") << QStringList{u"adc.c"_s} << u"src"_s << fw << lib;
+        QTest::newRow("file of the root on its own project") << QStringList{u"link.ld"_s} << u" - fw"_s << fw << lib;
+        QTest::newRow("folder into a folder")
+            << QStringList{u"doc"_s} << u"src"_s << u"src/ \n  doc/ \n  main.c\n  adc.c\nlink.ld\nboot.py\n"_s << lib;
+        QTest::newRow("folder on its present parent moves to its head")
+            << QStringList{u"doc"_s} << u" - fw"_s << u"doc/ \nsrc/ \n  main.c\n  adc.c\nlink.ld\nboot.py\n"_s << lib;
+        QTest::newRow("folder on itself") << QStringList{u"src"_s} << u"src"_s << fw << lib;
+        QTest::newRow("folder on its own file") << QStringList{u"src"_s} << u"adc.c"_s << fw << lib;
+        QTest::newRow("folder on its own subfolder") << QStringList{u"math"_s} << u"fixed"_s << fw << lib;
+        QTest::newRow("inner folder to the root")
+            << QStringList{u"fixed"_s} << u" - lib"_s << fw << u"fixed/ \n  q15.c\nmath/ \n  sin.c\n"_s;
+        QTest::newRow("several") << QStringList{u"doc"_s, u"link.ld"_s, u"boot.py"_s} << u"src"_s
+                                 << u"src/ \n  doc/ \n  main.c\n  adc.c\n  boot.py\n  link.ld\n"_s << lib;
+        QTest::newRow("root file to another project")
+            << QStringList{u"boot.py"_s} << u" - lib"_s << u"src/ \n  main.c\n  adc.c\ndoc/ \nlink.ld\n"_s
+            << lib + u"boot.py\n"_s;
+        QTest::newRow("root file to a folder of another project")
+            << QStringList{u"boot.py"_s} << u"fixed"_s << u"src/ \n  main.c\n  adc.c\ndoc/ \nlink.ld\n"_s
+            << u"math/ \n  fixed/ \n    q15.c\n    boot.py\n  sin.c\n"_s;
+        QTest::newRow("top-level folder to another project goes last")
+            << QStringList{u"doc"_s} << u" - lib"_s << u"src/ \n  main.c\n  adc.c\nlink.ld\nboot.py\n"_s
+            << u"math/ \n  fixed/ \n    q15.c\n  sin.c\ndoc/ \n"_s;
+        QTest::newRow("top-level folder to a folder of another project goes last")
+            << QStringList{u"doc"_s} << u"math"_s << u"src/ \n  main.c\n  adc.c\nlink.ld\nboot.py\n"_s
+            << u"math/ \n  fixed/ \n    q15.c\n  doc/ \n  sin.c\n"_s;
+        QTest::newRow("folder and what is in it")
+            << QStringList{u"src"_s, u"adc.c"_s} << u"doc"_s
+            << u"doc/ \n  src/ \n    main.c\n  adc.c\nlink.ld\nboot.py\n"_s << lib;
+    }
+
+    void dropping()
+    {
+        QFETCH(QStringList, dragged);
+        QFETCH(QString, target);
+        QFETCH(QString, fw);
+        QFETCH(QString, lib);
+        open(*m_tree, {u"src"_s, u"math"_s, u"fixed"_s});
+        select(*m_tree, dragged);
+        const QString before = treeOf(*m_fw) + treeOf(*m_lib);
+        m_fw->setModified(false);
+        m_lib->setModified(false);
+        drag([&] {
+            enter(payload());
+            moveTo(target);
+            m_signals.clear();
+            QVERIFY(dropOn(target));
+            QCOMPARE(m_signals.size(), 3); // told once, however many items there were
+        });
+        QCOMPARE(treeOf(*m_fw), fw);
+        QCOMPARE(treeOf(*m_lib), lib);
+        QCOMPARE(m_fw->isModified() || m_lib->isModified(), fw + lib != before);
+        m_tree->workspaceChanged();
+        m_tree->expandAll();
+        const QString rebuilt = shown(*m_tree);
+        for (const QString &name : dragged)
+            QCOMPARE(rebuilt.count(u' ' + name + u'\n'), 1);
+    }
+
+    void theTreeShowsADropAtOnce()
+    {
+        open(*m_tree, {u"src"_s, u"math"_s, u"fixed"_s});
+        select(*m_tree, {u"doc"_s, u"adc.c"_s});
+        drag([&] {
+            enter(payload());
+            moveTo(u"q15.c"_s);
+            // adc.c is no top-level file of its project
+            expectAssert(u"m_files.find(file) >= 0"_s);
+            dropOn(u"q15.c"_s);
+        });
+        QCOMPARE(shown(*m_tree), u"- Workspace 'all': 2 project(s)\n"
+                                 "  -  - fw\n"
+                                 "    - src\n"
+                                 "        main.c\n"
+                                 "      boot.py\n"
+                                 "      link.ld\n"
+                                 "  - * - lib*\n"
+                                 "    - math\n"
+                                 "      - fixed\n"
+                                 "          doc\n"
+                                 "          adc.c\n"
+                                 "          q15.c\n"
+                                 "        sin.c\n"_s);
+        QCOMPARE(selected(*m_tree), QStringList{u"fixed"_s});
+    }
+
+    void anInnerItemDroppedOnAnotherProjectIsReportedAndListedInBoth_data()
+    {
+        QTest::addColumn<QString>("item");
+        QTest::addColumn<QString>("expression");
+        QTest::addColumn<QString>("lib");
+        QTest::newRow("file") << u"adc.c"_s << u"m_files.find(file) >= 0"_s
+                              << u"math/ \n  fixed/ \n    q15.c\n  sin.c\nadc.c\n"_s;
+        QTest::newRow("folder") << u"inner"_s << u"m_folders.find(folder) >= 0"_s
+                                << u"math/ \n  fixed/ \n    q15.c\n  sin.c\ninner/ \n"_s;
+    }
+
+    void anInnerItemDroppedOnAnotherProjectIsReportedAndListedInBoth()
+    {
+        QFETCH(QString, item);
+        QFETCH(QString, expression);
+        QFETCH(QString, lib);
+        folderIn(m_fw->folders(), u"src"_s)->addFolder(new ProjectFolder(u"inner"_s), false);
+        const QString fw = treeOf(*m_fw);
+        open(*m_tree, {u"src"_s});
+        select(*m_tree, {item});
+        drag([&] {
+            enter(payload());
+            moveTo(u" - lib"_s);
+            expectAssert(expression);
+            dropOn(u" - lib"_s);
+        });
+        QCOMPARE(treeOf(*m_fw), fw);
+        QCOMPARE(treeOf(*m_lib), lib);
+        m_tree->workspaceChanged();
+        m_tree->expandAll();
+        QCOMPARE(shown(*m_tree).count(u' ' + item + u'\n'), 2);
+        select(*m_tree, {item});
+        m_tree->remove();
+        for (const ListViewItem *left = m_tree->firstChild(); left; left = left->itemBelow()) {
+            m_tree->clearSelection();
+            m_tree->setCurrentItem(const_cast<ListViewItem *>(left)); // the second row stands for nothing now
+            m_tree->openFile();
+        }
+    }
+
+    void whatIsGoneWhenTheUserDropsIsLeftOut()
+    {
+        select(*m_tree, {u"link.ld"_s, u"boot.py"_s});
+        drag([&] {
+            enter(payload());
+            moveTo(u"doc"_s);
+            ProjectFile *file = fileIn(m_fw->rootFiles(), u"boot.py"_s);
+            m_fw->removeFile(file);
+            delete file;
+            dropOn(u"doc"_s);
+        });
+        QCOMPARE(treeOf(*m_fw), u"src/ \n  main.c\n  adc.c\ndoc/ \n  link.ld\n"_s);
+    }
+
+    void aTargetThatIsGoneTakesNothingIn()
+    {
+        select(*m_tree, {u"boot.py"_s});
+        drag([&] {
+            enter(payload());
+            moveTo(u"doc"_s);
+            ProjectFolder *doc = folderIn(m_fw->folders(), u"doc"_s);
+            m_fw->removeFolder(doc);
+            delete doc;
+            QVERIFY(!send<QDropEvent>(QPoint(20, 20), m_payload.get()));
+        });
+        QCOMPARE(treeOf(*m_fw), u"src/ \n  main.c\n  adc.c\nlink.ld\nboot.py\n"_s);
+    }
+
+    void theEdgesScroll_data()
+    {
+        QTest::addColumn<int>("fromTop");
+        QTest::addColumn<int>("fromBottom");
+        QTest::addColumn<int>("step");
+        QTest::newRow("29 from the top") << 29 << 0 << -30;
+        QTest::newRow("30 from the top") << 30 << 0 << 0;
+        QTest::newRow("30 from the bottom") << 0 << 30 << 0;
+        QTest::newRow("29 from the bottom") << 0 << 29 << 30;
+    }
+
+    void theEdgesScroll()
+    {
+        QFETCH(int, fromTop);
+        QFETCH(int, fromBottom);
+        QFETCH(int, step);
+        QStringList names;
+        for (int i = 0; i < 100; ++i)
+            names += u"%1.c"_s.arg(i);
+        fill(m_lib, names);
+        QCoreApplication::processEvents();
+        select(*m_tree, {u"20.c"_s});
+        m_tree->scrollToItem(m_tree->currentItem(), QAbstractItemView::PositionAtCenter);
+        drag([&] {
+            QScrollBar *bar = m_tree->verticalScrollBar();
+            const int before = bar->value();
+            const int y = fromTop ? fromTop : m_tree->viewport()->height() - fromBottom;
+            enter(payload());
+            send<QDragMoveEvent>(QPoint(20, y), m_payload.get());
+            QCOMPARE(bar->value(), before); // not at once
+            if (step) {
+                const auto scrolled = [&] {
+                    send<QDragMoveEvent>(QPoint(20, y), m_payload.get());
+                    return bar->value() != before;
+                };
+                QTRY_VERIFY(scrolled());
+            } else {
+                QDeadlineTimer deadline(150);
+                while (!deadline.hasExpired())
+                    send<QDragMoveEvent>(QPoint(20, y), m_payload.get());
+            }
+            QCOMPARE(bar->value(), before + step);
+        });
+    }
+
+    void theMouseCarriesAFileIntoAFolder()
+    {
+        select(*m_tree, {u"boot.py"_s});
+        QWindow *window = m_window->windowHandle();
+        QTimer::singleShot(0, this, [&] {
+            const QPoint target = m_tree->viewport()->mapTo(m_window.get(), centerOf(u"doc"_s));
+            QTest::mouseMove(window, target);
+            QTest::mouseMove(window, target + QPoint(1, 0));
+            QTest::mouseRelease(window, Qt::LeftButton, {}, target + QPoint(1, 0));
+        });
+        const QPoint start = centerOf(u"boot.py"_s);
+        QTest::mousePress(m_tree->viewport(), Qt::LeftButton, {}, start);
+        QTest::mouseMove(m_tree->viewport(), start + QPoint(1, 1));
+        QTest::mouseMove(m_tree->viewport(), start + QPoint(QApplication::startDragDistance() + 5, 0));
+        QTRY_COMPARE(treeOf(*m_fw), u"src/ \n  main.c\n  adc.c\ndoc/ \n  boot.py\nlink.ld\n"_s);
+    }
+};
+
+int main(int argc, char **argv)
+{
+    qputenv("QT_QPA_PLATFORM", "minimal");
+    QApplication application(argc, argv);
+    ProjectTreeDragTest test;
+    return QTest::qExec(&test, argc, argv);
+}
+#include "tst_projecttreedrag.moc"
