@@ -2,6 +2,7 @@
 #include <QApplication>
 #include <QFileInfo>
 #include <QIconEngine>
+#include <QImageReader>
 #include <QPainter>
 #include <QPalette>
 #include <QPixmapCache>
@@ -105,6 +106,12 @@ PictureFiles findPicture(const QString &directory, const QString &name)
     const QString light = existingFile(directory + u'/' + name);
     const QString dark = existingFile(directory + u"/dark/"_s + name);
     return {light, dark.isEmpty() ? light : dark};
+}
+
+bool canReadPicture(const QString &file)
+{
+    // A vector picture is read when it is first drawn; what is wrong with it the toolkit reports then.
+    return QFileInfo(file).isFile() && (isVectorPicture(file) || QImageReader(file).canRead());
 }
 
 QPixmap loadPicture(const QString &file)
