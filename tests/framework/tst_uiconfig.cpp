@@ -430,8 +430,7 @@ private Q_SLOTS:
         QTest::newRow("no XML") << QByteArray("title=Varnel\n");
         QTest::newRow("binary") << QByteArray::fromHex("fffe00d8000000ff");
         QTest::newRow("too deep") << QByteArray("<a>").repeated(1001) + QByteArray("</a>").repeated(1001);
-        QTest::newRow("much too deep") << QByteArray("<a>").repeated(1'000'000)
-                                              + QByteArray("</a>").repeated(1'000'000);
+        QTest::newRow("much too deep") << QByteArray("<a>").repeated(300'000) + QByteArray("</a>").repeated(300'000);
         QTest::newRow("much too deep and cut off") << QByteArray("<a>").repeated(1'000'000);
         QTest::newRow("much too deep in another encoding") << deepInUtf16();
     }
