@@ -5,8 +5,8 @@
 [[nodiscard]] QString messageCaption();
 
 /// Shows @p text with @p buttons in the given order, the first being the default, and returns the one pressed.
-/// Escape, and the end of the box without a button, stand for Cancel, No or Ok, whichever is there first, or else for the
-/// last one.
+/// Escape, and the end of the box without a button, stand for Cancel, No or Ok, whichever is there first, or else for
+/// the last one.
 QMessageBox::StandardButton showMessage(QMessageBox::Icon icon, QWidget *parent, const QString &text,
                                         const QList<QMessageBox::StandardButton> &buttons = {QMessageBox::Ok},
                                         const QString &caption = messageCaption());

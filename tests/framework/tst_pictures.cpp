@@ -144,6 +144,19 @@ private Q_SLOTS:
         QVERIFY(loadPicture(path(u"missing.svg"_s)).isNull());
     }
 
+    void whatCanBeReadIsTold()
+    {
+        write(u"broken.png"_s, "no picture");
+        write(u"new.png"_s, bitmap(Qt::green));
+        write(u"new.svg"_s, vectorPicture("red"));
+        QVERIFY(canReadPicture(path(u"new.png"_s)));
+        QVERIFY(canReadPicture(path(u"new.svg"_s)));
+        QVERIFY(!canReadPicture(path(u"broken.png"_s)));
+        QVERIFY(!canReadPicture(path(u"missing.png"_s)));
+        QVERIFY(!canReadPicture(path(u"missing.svg"_s)));
+        QVERIFY(!canReadPicture(QString()));
+    }
+
     void anIconOfNothingIsNull() { QVERIFY(pictureIcon({}).isNull()); }
 
     void anIconIsSharpInEverySize()

@@ -89,9 +89,10 @@ QPixmap IDEApplication::loadPixmap(const QString &name) const
 QIcon IDEApplication::loadIcon(const QString &name) const
 {
     const PictureFiles files = pictureFiles(path(PathPlugInRoot), name);
-    if (!files.exists())
-        warnOfMissingPixmap(name);
-    return pictureIcon(files);
+    if (canReadPicture(files.current()))
+        return pictureIcon(files);
+    warnOfMissingPixmap(name);
+    return {};
 }
 
 QStringList IDEApplication::plugins() const

@@ -35,7 +35,8 @@ public:
     /// The picture @p name: an absolute path, a compiled-in picture, or one of the installation. A picture that is
     /// not found gives a warning and a null pixmap.
     [[nodiscard]] QPixmap loadPixmap(const QString &name) const;
-    /// The same picture as an icon, sharp in every size and fit for light and dark palettes.
+    /// The same picture as an icon, sharp in every size and fit for light and dark palettes; a null icon, with the same
+    /// warning, if it is not found.
     [[nodiscard]] QIcon loadIcon(const QString &name) const;
 
     [[nodiscard]] QString title() const { return m_title; }

@@ -2,6 +2,7 @@
 #include <QFileInfo>
 #include <QGuiApplication>
 #include <QIconEngine>
+#include <QImageReader>
 #include <QPainter>
 #include <QPalette>
 #include <QPixmapCache>
@@ -112,6 +113,12 @@ PictureFiles findPicture(const QString &directory, const QString &name)
     const QString light = existingFile(directory + u'/' + name);
     const QString dark = existingFile(directory + u"/dark/"_s + name);
     return {light, dark.isEmpty() ? light : dark};
+}
+
+bool canReadPicture(const QString &file)
+{
+    // A vector picture is read when it is first drawn; what is wrong with it the toolkit reports then.
+    return QFileInfo(file).isFile() && (isVectorPicture(file) || QImageReader(file).canRead());
 }
 
 QPixmap loadPicture(const QString &file)

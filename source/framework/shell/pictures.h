@@ -18,6 +18,9 @@ struct PictureFiles
 /// picture of the same base name serves. Nothing if there is neither.
 [[nodiscard]] PictureFiles findPicture(const QString &directory, const QString &name);
 
+/// Whether @p file is there and, for a bitmap, of a format that can be read.
+[[nodiscard]] bool canReadPicture(const QString &file);
+
 /// The picture in @p file; a vector picture in its own size, at the sharpness of the screen. Null if it cannot be read.
 [[nodiscard]] QPixmap loadPicture(const QString &file);
 

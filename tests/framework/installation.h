@@ -1,0 +1,66 @@
+#pragma once
+#include "applicationpaths.h"
+#include <QFile>
+#include <QFileInfo>
+#include <QSettings>
+#include <QTemporaryDir>
+
+/// An installation below a temporary directory. While it is the last one made, the settings lie there as well.
+class Installation
+{
+public:
+    Installation()
+    {
+        QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, m_root.filePath(QStringLiteral("settings")));
+    }
+
+    [[nodiscard]] QString path(const QString &name) const { return m_root.filePath(name); }
+    [[nodiscard]] QString settingsFile() const { return path(QStringLiteral("settings/Ostrand Labs/Varnel/1.0.ini")); }
+
+    /// The table of its directories; it is the user's data directory and documents folder, too.
+    [[nodiscard]] std::function<ApplicationPaths()> paths() const
+    {
+        return [root = QDir(m_root.path())] { return ApplicationPaths(root, [] { return std::nullopt; }); };
+    }
+
+    void write(const QString &name, const QByteArray &content) const
+    {
+        makeFolderOf(name);
+        QFile file(path(name));
+        if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size())
+            qFatal("cannot write %s", qPrintable(file.fileName()));
+    }
+
+    void copy(const QString &file, const QString &name) const
+    {
+        makeFolderOf(name);
+        if (!QFile::copy(file, path(name)))
+            qFatal("cannot copy %s", qPrintable(file));
+    }
+
+private:
+    void makeFolderOf(const QString &name) const { QDir().mkpath(QFileInfo(path(name)).path()); }
+
+    QTemporaryDir m_root;
+};
+
+/// The arguments of a program as main() gets them.
+class Arguments
+{
+public:
+    explicit Arguments(const QList<QByteArray> &arguments = {"varnel"}) : m_texts(arguments)
+    {
+        for (QByteArray &text : m_texts)
+            m_pointers.append(text.data());
+        m_pointers.append(nullptr);
+        m_count = int(arguments.size());
+    }
+
+    [[nodiscard]] int &count() { return m_count; }
+    [[nodiscard]] char **values() { return m_pointers.data(); }
+
+private:
+    QList<QByteArray> m_texts;
+    QList<char *> m_pointers;
+    int m_count = 0;
+};

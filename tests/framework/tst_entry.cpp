@@ -1,0 +1,357 @@
+#include "commandline.h"
+#include "entry.h"
+#include "ideapplication.h"
+#include "installation.h"
+#include "mainwindow.h"
+#include <QAbstractButton>
+#include <QMessageBox>
+#include <QScreen>
+#include <QSplashScreen>
+#include <QtTest>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+constexpr char HelpHome[] = "MainWindow::helpHome: nothing here can do this yet";
+constexpr char OpenProject[] = "MainWindow::openProject: nothing here can do this yet";
+constexpr char OpenWorkspace[] = "MainWindow::openWorkspace: nothing here can do this yet";
+constexpr char StartServer[] = "MainWindow::startServer: nothing here can do this yet";
+
+/// What is left to tell of a program that has ended.
+struct Outcome
+{
+    int exitCode = -1;
+    bool loopEntered = false; ///< and left; nested loops of message boxes do not count
+    QMessageBox::Icon boxIcon = QMessageBox::NoIcon;
+    QString boxTitle;
+    QString boxText;
+    qsizetype boxButtons = 0;
+    bool boxHasParent = false;
+    bool windowShownBehindBox = false;
+};
+
+MainWindow *mainWindow()
+{
+    return IDEApplication::instance()->mainWidget();
+}
+
+void readBox(const QMessageBox &box, Outcome *outcome)
+{
+    outcome->boxIcon = box.icon();
+    outcome->boxTitle = box.windowTitle();
+    outcome->boxText = box.text();
+    outcome->boxButtons = box.buttons().size();
+    outcome->boxHasParent = box.parentWidget();
+    outcome->windowShownBehindBox = mainWindow() && mainWindow()->isVisible();
+}
+
+/// Runs the main window in @p installation, calls @p use as soon as events are handled, and has the program end then.
+Outcome run(
+    const Installation &installation, const QList<QByteArray> &arguments,
+    const std::function<void()> &use = [] { mainWindow()->close(); })
+{
+    Arguments texts(arguments);
+    IDEApplication application(texts.count(), texts.values(), installation.paths());
+    Outcome outcome;
+    QObject::connect(&application, &QCoreApplication::aboutToQuit, [&outcome] { outcome.loopEntered = true; });
+    QTimer::singleShot(0, &application, [&] {
+        auto *box = qobject_cast<QMessageBox *>(QApplication::activeModalWidget());
+        if (!box)
+            return use();
+        readBox(*box, &outcome);
+        box->button(QMessageBox::Ok)->click();
+    });
+    outcome.exitCode = runMainWindow(application);
+    return outcome;
+}
+
+QSplashScreen *splashScreen()
+{
+    const QWidgetList widgets = QApplication::topLevelWidgets();
+    for (QWidget *widget : widgets) {
+        if (auto *splash = qobject_cast<QSplashScreen *>(widget))
+            return splash;
+    }
+    return nullptr;
+}
+
+/// Calls a function when a main window takes in an action: it is being built then.
+class WhenActionAdded : public QObject
+{
+public:
+    explicit WhenActionAdded(std::function<void()> function) : m_function(std::move(function)) {}
+
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override
+    {
+        if (event->type() == QEvent::ActionAdded && qobject_cast<MainWindow *>(watched))
+            m_function();
+        return false;
+    }
+
+private:
+    const std::function<void()> m_function;
+};
+
+QRect available()
+{
+    return QGuiApplication::primaryScreen()->availableGeometry();
+}
+} // namespace
+
+class EntryTest : public QObject
+{
+    Q_OBJECT
+
+private:
+    std::unique_ptr<Installation> m_installation;
+
+    void store(const QByteArray &settings) const
+    {
+        m_installation->write(u"settings/Ostrand Labs/Varnel/1.0.ini"_s, settings);
+    }
+
+private Q_SLOTS:
+    void init()
+    {
+        // The offscreen platform says of every window what it does not support.
+        QTest::failOnWarning(QRegularExpression(u"^(?!This plugin does not support)"_s));
+        m_installation = std::make_unique<Installation>();
+        m_installation->write(u"config/uiconfig.xml"_s, R"(<ui><actions><action name="fileExit"/></actions></ui>)");
+        m_installation->write(u"images/appicon.svg"_s,
+                              "<svg xmlns='http://www.w3.org/2000/svg' width='8' height='8'/>");
+    }
+
+    void withoutArgumentsTheHelpHomePageIsShown()
+    {
+        QTest::ignoreMessage(QtWarningMsg, HelpHome);
+        const Outcome outcome = run(*m_installation, {"varnel"});
+        QVERIFY(outcome.loopEntered);
+        QCOMPARE(outcome.exitCode, 0);
+    }
+
+    void theExitCodeIsThatOfTheLoop()
+    {
+        QTest::ignoreMessage(QtWarningMsg, HelpHome);
+        QCOMPARE(run(*m_installation, {"varnel"}, [] { QCoreApplication::exit(7); }).exitCode, 7);
+    }
+
+    void theWindowIsTheMainWidget()
+    {
+        QTest::ignoreMessage(QtWarningMsg, HelpHome);
+        QString name;
+        bool visible = false;
+        run(*m_installation, {"varnel"}, [&] {
+            name = mainWindow()->objectName();
+            visible = mainWindow()->isVisible();
+            QCoreApplication::exit();
+        });
+        QCOMPARE(name, u"mainWindow"_s);
+        QVERIFY(visible);
+    }
+
+    void badOptionsEndTheProgramBeforeTheLoop_data()
+    {
+        QTest::addColumn<QList<QByteArray>>("arguments");
+        QTest::newRow("project") << QList<QByteArray>{"varnel", "-p"};
+        QTest::newRow("workspace") << QList<QByteArray>{"varnel", "/w"};
+        QTest::newRow("server") << QList<QByteArray>{"varnel", "-r"};
+        QTest::newRow("behind others") << QList<QByteArray>{"varnel", "main.c", "-p"};
+    }
+
+    void badOptionsEndTheProgramBeforeTheLoop()
+    {
+        QFETCH(QList<QByteArray>, arguments);
+        const Outcome outcome = run(*m_installation, arguments);
+        QCOMPARE(outcome.exitCode, 1);
+        QVERIFY(!outcome.loopEntered);
+        QCOMPARE(outcome.boxIcon, QMessageBox::Warning);
+        QCOMPARE(outcome.boxTitle, u"Varnel"_s);
+        QCOMPARE(outcome.boxText, u"Incorrect options were specified.\n\nUsage: varnel [option]\nOptions:\n"
+                                  "-p <project file>\\Varnel opens the specified project\n"_s);
+        QCOMPARE(outcome.boxButtons, 1);
+        QVERIFY(!outcome.boxHasParent);
+        QVERIFY(outcome.windowShownBehindBox);
+    }
+
+    void whatStoodBeforeABadOptionIsDone()
+    {
+        QTest::ignoreMessage(QtWarningMsg, StartServer);
+        QCOMPARE(run(*m_installation, {"varnel", "-r", "0", "-p"}).exitCode, 1);
+    }
+
+    void aBareFileNameOpensNothing()
+    {
+        QTest::ignoreMessage(QtWarningMsg, HelpHome);
+        const Outcome outcome = run(*m_installation, {"varnel", "main.c"});
+        QVERIFY(outcome.loopEntered);
+        QCOMPARE(outcome.exitCode, 0);
+    }
+
+    void aFailedOpenCountsAsGoodOptions_data()
+    {
+        QTest::addColumn<QList<QByteArray>>("arguments");
+        QTest::addColumn<QByteArray>("command");
+        QTest::newRow("project") << QList<QByteArray>{"varnel", "-p", "/nowhere/a.vnp"} << QByteArray(OpenProject);
+        QTest::newRow("workspace") << QList<QByteArray>{"varnel", "-w", "/nowhere/a.vnw"} << QByteArray(OpenWorkspace);
+    }
+
+    void aFailedOpenCountsAsGoodOptions()
+    {
+        QFETCH(QList<QByteArray>, arguments);
+        QFETCH(QByteArray, command);
+        QTest::ignoreMessage(QtWarningMsg, command);
+        QTest::ignoreMessage(QtWarningMsg, HelpHome);
+        const Outcome outcome = run(*m_installation, arguments);
+        QVERIFY(outcome.loopEntered);
+        QCOMPARE(outcome.exitCode, 0);
+    }
+
+    void theWindowIsDestroyedBeforeTheApplication()
+    {
+        QTest::ignoreMessage(QtWarningMsg, HelpHome);
+        bool gone = false;
+        bool applicationWasThere = false;
+        run(*m_installation, {"varnel"}, [&] {
+            connect(mainWindow(), &QObject::destroyed, this, [&] {
+                gone = true;
+                applicationWasThere = IDEApplication::instance() && IDEApplication::instance()->settings();
+            });
+            mainWindow()->close();
+        });
+        QVERIFY(gone);
+        QVERIFY(applicationWasThere);
+        QVERIFY(!IDEApplication::instance());
+    }
+
+    void theWindowComesBackWhereItWasLeft_data()
+    {
+        QTest::addColumn<QByteArray>("stored");
+        QTest::addColumn<QRect>("geometry");
+        QTest::addColumn<bool>("maximised");
+        Arguments arguments;
+        const QApplication application(arguments.count(), arguments.values());
+        const QRect area = available();
+        QTest::newRow("first start") << QByteArray() << area.adjusted(50, 50, -50, -50) << false;
+        QTest::newRow("stored") << QByteArray(
+            "MainWindowX=30\nMainWindowY=40\nMainWindowWidth=500\nMainWindowHeight=300\n")
+                                << QRect(30, 40, 500, 300) << false;
+        QTest::newRow("off the screen") << "MainWindowX=" + QByteArray::number(area.width() + 1)
+                                               + "\nMainWindowY=-9\nMainWindowWidth=500\nMainWindowHeight=300\n"
+                                        << QRect(1, area.top(), 500, 300) << false;
+        QTest::newRow("maximised") << QByteArray("MainWindowX=30\nMainWindowY=40\nMainWindowWidth=500\n"
+                                                 "MainWindowHeight=300\nMainWindowMax=true\n")
+                                   << QRect(30, 40, 500, 300) << true;
+    }
+
+    void theWindowComesBackWhereItWasLeft()
+    {
+        QFETCH(QByteArray, stored);
+        QTest::ignoreMessage(QtWarningMsg, HelpHome);
+        store("[Geometry]\n" + stored);
+        QRect geometry;
+        bool maximised = false;
+        run(*m_installation, {"varnel"}, [&] {
+            geometry = mainWindow()->geometry(); // this platform maximises a window later, if at all
+            maximised = mainWindow()->isMaximized();
+            QCoreApplication::exit();
+        });
+        QTEST(geometry, "geometry");
+        QTEST(maximised, "maximised");
+    }
+
+    void theNormalPlaceSurvivesAMaximisedSession()
+    {
+        store("[Geometry]\nMainWindowX=30\nMainWindowY=40\nMainWindowWidth=500\nMainWindowHeight=300\nMainWindowMax="
+              "true\n");
+        for (int session = 0; session < 2; ++session) {
+            QTest::ignoreMessage(QtWarningMsg, HelpHome);
+            run(*m_installation, {"varnel"}, [] {
+                // This platform leaves out what others tell a window that starts maximised.
+                QResizeEvent resized(available().size(), mainWindow()->size());
+                QMoveEvent moved(available().topLeft(), mainWindow()->geometry().topLeft());
+                QCoreApplication::sendEvent(mainWindow(), &resized);
+                QCoreApplication::sendEvent(mainWindow(), &moved);
+                mainWindow()->close();
+            });
+            const QSettings settings(m_installation->settingsFile(), QSettings::IniFormat);
+            QCOMPARE(settings.value(u"Geometry/MainWindowX"_s).toInt(), 30);
+            QCOMPARE(settings.value(u"Geometry/MainWindowY"_s).toInt(), 40);
+            QCOMPARE(settings.value(u"Geometry/MainWindowWidth"_s).toInt(), 500);
+            QCOMPARE(settings.value(u"Geometry/MainWindowHeight"_s).toInt(), 300);
+            QCOMPARE(settings.value(u"Geometry/MainWindowMax"_s).toBool(), true);
+        }
+    }
+
+    void hostileSettingsDoNotStopTheStart_data()
+    {
+        QTest::addColumn<QByteArray>("settings");
+        QTest::newRow("huge window") << QByteArray(
+            "[Geometry]\nMainWindowWidth=2000000000\nMainWindowHeight=2000000000\n");
+        QTest::newRow("wide window") << QByteArray("[Geometry]\nMainWindowWidth=2000000000\n");
+        QTest::newRow("window without a size") << QByteArray("[Geometry]\nMainWindowWidth=-1\nMainWindowHeight=-1\n");
+        QTest::newRow("extreme numbers") << QByteArray("[Geometry]\nMainWindowX=2147483647\nMainWindowY=-"
+                                                       "2147483648\nMainWindowWidth=-2147483648\nMainWindowHeight=0\n");
+        QTest::newRow("huge and maximised")
+            << QByteArray("[Geometry]\nMainWindowWidth=2000000000\nMainWindowMax=true\n");
+        QTest::newRow("other types") << QByteArray(
+            "[Geometry]\nMainWindowX=@Point(1 2)\nMainWindowY=@Invalid()\nMainWindowWidth=a, b\nMainWindowMax=maybe\n"
+            "[Startup]\nDisableSplashScreen=@ByteArray(x)\n");
+        QTest::newRow("no settings file") << QByteArray::fromHex("00ff5b5b5b3d3d0a5d");
+    }
+
+    void hostileSettingsDoNotStopTheStart()
+    {
+        QFETCH(QByteArray, settings);
+        QTest::ignoreMessage(QtWarningMsg, HelpHome);
+        store(settings);
+        QVERIFY(run(*m_installation, {"varnel"}).loopEntered);
+    }
+
+    void theSplashScreenStandsUntilTheWindowIsUp()
+    {
+        m_installation->copy(QStringLiteral(TESTBRANDING), u"bin/libbranding.so"_s);
+        Arguments arguments;
+        IDEApplication application(arguments.count(), arguments.values(), m_installation->paths());
+        QTest::ignoreMessage(QtWarningMsg, HelpHome);
+        bool whileBuilding = false;
+        bool inTheLoop = true;
+        WhenActionAdded filter([&] { whileBuilding = splashScreen()->isVisible(); });
+        application.installEventFilter(&filter);
+        QTimer timer; // its end lets events be handled before the loop
+        connect(&timer, &QTimer::timeout, this, [&] {
+            if (QThread::currentThread()->loopLevel() == 0)
+                return;
+            inTheLoop = splashScreen()->isVisible();
+            QCoreApplication::exit();
+        });
+        timer.start(0);
+        runMainWindow(application);
+        QVERIFY(whileBuilding);
+        QVERIFY(!inTheLoop);
+    }
+
+    void aProgramWithAnEmptyInstallationStarts()
+    {
+        m_installation = std::make_unique<Installation>();
+        const QString ui = m_installation->path(u"config/uiconfig.xml"_s);
+        const auto expect = [&ui](const char *reader) {
+            for (const char *problem : {"Cannot open", "Cannot parse"})
+                QTest::ignoreMessage(QtWarningMsg, qPrintable(u"%1: %2 ui config file (%3)"_s.arg(
+                                                       QLatin1StringView(reader), QLatin1StringView(problem), ui)));
+        };
+        expect("IDEApplication::getAppFeature");
+        QTest::ignoreMessage(QtWarningMsg, "IDEApplication::loadPixmap: cannot find pixmap (appicon.png)");
+        for (int i = 0; i < 4; ++i)
+            expect("MainWindow::getUIConfigDocument");
+        QTest::ignoreMessage(QtWarningMsg, HelpHome);
+        QCOMPARE(run(*m_installation, {"varnel"}).exitCode, 0);
+    }
+};
+
+int main(int argc, char **argv)
+{
+    EntryTest test; // makes an application in each function
+    return QTest::qExec(&test, argc, argv);
+}
+#include "tst_entry.moc"
