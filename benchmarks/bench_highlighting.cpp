@@ -155,7 +155,7 @@ BENCHMARK_CAPTURE(typedCharacter, end_highlighted, true, End)->Unit(benchmark::k
 void typedIntoEmptyDocument(benchmark::State &state, bool highlighted)
 {
     Sample sample(QString(), highlighted);
-    sample.show(0);
+    sample.show(sample.document.blockCount());
     typeAndDelete(state, sample, Top);
 }
 BENCHMARK_CAPTURE(typedIntoEmptyDocument, bare, false)->Unit(benchmark::kMicrosecond);

@@ -83,6 +83,8 @@ private Q_SLOTS:
     void returnRunsAFewLines();
     void joiningLinesRunsTheLineBehind();
     void changeBelowDueLinesWaitsForThem();
+    void dueLinesMoveWithTheText_data();
+    void dueLinesMoveWithTheText();
     void changedFormatsArePaintedAnew();
     void oneHighlighterServesManyDocuments();
     void highlightingIsNoEdit();
@@ -203,6 +205,27 @@ void tst_HighlightDriver::changeBelowDueLinesWaitsForThem()
     QCOMPARE(editor.highlighter.takeRuns(), 0);
     editor.driver->ensureProcessed(editor.block(9000));
     QCOMPARE(painted(editor.block(9000)), u"1111111"_s);
+}
+
+void tst_HighlightDriver::dueLinesMoveWithTheText_data()
+{
+    QTest::addColumn<int>("removed");
+    QTest::addColumn<QString>("inserted");
+    QTest::newRow("lines inserted above") << 0 << lines(10);
+    QTest::newRow("lines removed above") << int(lines(10).size()) << QString();
+}
+
+void tst_HighlightDriver::dueLinesMoveWithTheText()
+{
+    QFETCH(int, removed);
+    QFETCH(QString, inserted);
+    Editor editor(lines(1000));
+    editor.finish();
+    editor.replace(editor.block(500).position(), 0, u"/*"_s);
+    editor.replace(0, removed, inserted);
+    editor.driver->ensureProcessed(editor.document->lastBlock());
+    QVERIFY(editor.highlighter.takeRuns() < 530);
+    QCOMPARE(painted(*editor.document), paintedFromScratch(editor.document->toPlainText(), editor.highlighter));
 }
 
 void tst_HighlightDriver::changedFormatsArePaintedAnew()
