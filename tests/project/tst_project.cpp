@@ -205,9 +205,17 @@ private Q_SLOTS:
         QCOMPARE(project->currentConfiguration(), u"a"_s);
     }
 
+    void tellsNothingOfALoadButThatThereIsNothingToSave_data()
+    {
+        QTest::addColumn<QByteArray>("properties");
+        QTest::newRow("without configurations") << QByteArray();
+        QTest::newRow("with one") << QByteArray("<properties><configuration name='x'/></properties>");
+    }
     void tellsNothingOfALoadButThatThereIsNothingToSave()
     {
-        writeFile(m_fileName, "<p><folder name='A'><file path='a.c'/></folder><file path='b.c'/></p>");
+        QFETCH(QByteArray, properties);
+        writeFile(m_fileName,
+                  "<p><folder name='A'><file path='a.c'/></folder><file path='b.c'/>" + properties + "</p>");
         Project project({}, {});
         SignalLog log(&project);
         QVERIFY(project.load(m_fileName));

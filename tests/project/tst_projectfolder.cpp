@@ -70,6 +70,7 @@ private Q_SLOTS:
         log.take();
         child->removeFile(file.get());
         QCOMPARE(log.take(), (QStringList{u"fileRemoved B src/a.c"_s, u"projectModified true"_s}));
+        QVERIFY(!file->folder());
         project.setModified(false);
         log.take();
         folder->removeFolder(child);
