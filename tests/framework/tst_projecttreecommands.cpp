@@ -16,14 +16,16 @@ class ProjectTreeCommandsTest : public QObject, protected TreeFixture
     Q_OBJECT
 
 private:
-    /// Calls @p use with the next modal dialog, which has to be closed by it.
+    /// Calls @p use with the next modal dialog, and cancels it if it is still there.
     template <typename Dialog>
     void whenAsked(const std::function<void(Dialog *)> &use)
     {
         QTimer::singleShot(0, this, [use] {
-            auto *dialog = qobject_cast<Dialog *>(QApplication::activeModalWidget());
+            const QPointer<Dialog> dialog = qobject_cast<Dialog *>(QApplication::activeModalWidget());
             QVERIFY(dialog);
             use(dialog);
+            if (dialog && dialog->isVisible())
+                dialog->reject();
         });
     }
 

@@ -1,0 +1,293 @@
+#include "../project/modeltext.h"
+#include "debugpane.h"
+#include "iexecutionenvironment.h"
+#include "interfaceobject.h"
+#include "multiwidget.h"
+#include <QLayout>
+#include <QTabWidget>
+#include <QTemporaryDir>
+#include <QtTest>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+class FakeEnvironment : public InterfaceObject<IExecutionEnvironment>
+{
+public:
+    explicit FakeEnvironment(int *alive) : m_alive(alive) { ++*alive; }
+    bool initialise(IProject *, IExecutionEvents *, const QString &) override { return true; }
+    bool start(bool) override { return false; }
+    bool canAttach() override { return false; }
+    void run() override {}
+    void runTo(const QString &, int) override {}
+    void stepInto(const QString &) override {}
+    void stepOver(const QString &) override {}
+    void pause() override {}
+    void stop() override {}
+    void restart() override {}
+    void wakeUp() override {}
+    ProcessorStatus processorStatus() override { return {}; }
+    ProgramStatus programStatus() override { return {}; }
+    bool currentLocation(QString &, int &) override { return false; }
+    int evaluate(const QString &, QString &) override { return 1; }
+    _object *pythonExtension() override { return nullptr; }
+
+private:
+    ~FakeEnvironment() override { --*m_alive; }
+    int *m_alive;
+};
+
+class FakePane : public DebugPane
+{
+public:
+    FakePane(QWidget *parent, IExecutionEnvironment *environment)
+        : DebugPane(parent), environment(shareInterface(environment))
+    {}
+    void releaseEnvironment() override { environment.reset(); }
+    void update() override { ++updates; }
+
+    InterfacePtr<IExecutionEnvironment> environment;
+    int updates = 0;
+};
+
+class FakeMultiWidget : public MultiWidget
+{
+public:
+    using MultiWidget::MultiWidget;
+    DebugPane *createWidget(QWidget *parent, IExecutionEnvironment *environment, bool force) override
+    {
+        if (!force && unsuitable.contains(environment))
+            return nullptr;
+        return new FakePane(parent, environment);
+    }
+
+    QList<IExecutionEnvironment *> unsuitable; ///< those that lack what the panes show
+};
+} // namespace
+
+class MultiWidgetTest : public QObject
+{
+    Q_OBJECT
+
+private:
+    std::unique_ptr<QTemporaryDir> m_directory;
+    std::unique_ptr<ProjectWorkspace> m_workspace;
+    std::unique_ptr<FakeMultiWidget> m_widget;
+    QHash<const IExecutionEnvironment *, QString> m_names; ///< of the projects
+    int m_environments = 0;                                ///< alive
+
+    Project *addProject(const QString &name, bool withEnvironment = true)
+    {
+        auto *project = new Project({}, {});
+        project->load(writeFile(m_directory->filePath(name + u".vnp"_s),
+                                "<project executionenvironmentname='Sim of the board'/>"));
+        if (withEnvironment) {
+            auto *environment = new FakeEnvironment(&m_environments);
+            m_names.insert(environment, name);
+            project->setExecutionInterface(environment);
+            environment->release();
+        }
+        m_workspace->addProject(project);
+        return project;
+    }
+
+    QString nameOf(const QWidget *pane) const
+    {
+        const auto *fake = static_cast<const FakePane *>(pane);
+        return fake->environment ? m_names.value(fake->environment.get()) : u"idle"_s;
+    }
+
+    /// Panes on the screen: "fw" alone, "[fw] lib" in tabs with the current one in brackets.
+    QString shown() const
+    {
+        const auto *tabs = m_widget->findChild<QTabWidget *>();
+        QStringList texts;
+        for (DebugPane *pane : m_widget->widgets()) {
+            const bool isCurrent = tabs->indexOf(pane) >= 0 && pane == tabs->currentWidget();
+            texts += isCurrent ? u"["_s + nameOf(pane) + u"]"_s : nameOf(pane);
+        }
+        return texts.join(u' ') + (tabs->isVisible() ? u" in tabs"_s : QString());
+    }
+
+private Q_SLOTS:
+    void init()
+    {
+        QTest::failOnWarning(QRegularExpression(u"^(?!This plugin does not support)"_s));
+        m_directory = std::make_unique<QTemporaryDir>();
+        m_workspace = std::make_unique<ProjectWorkspace>(u"/work/all.vnw"_s);
+        m_widget = std::make_unique<FakeMultiWidget>();
+        m_widget->show();
+    }
+
+    void cleanup()
+    {
+        m_widget.reset();
+        m_workspace.reset();
+        QCOMPARE(m_environments, 0);
+    }
+
+    void itIsEmptyAtFirst()
+    {
+        QVERIFY(m_widget->widgets().isEmpty());
+        QCOMPARE(m_widget->layout()->contentsMargins(), QMargins());
+        QCOMPARE(m_widget->layout()->spacing(), 0);
+    }
+
+    void withoutProjectsThereIsAnIdlePane()
+    {
+        m_widget->setWorkspace(nullptr);
+        QCOMPARE(shown(), u"idle"_s);
+        QVERIFY(m_widget->widgets().constFirst()->isVisible());
+        m_widget->setWorkspace(m_workspace.get());
+        QCOMPARE(shown(), u"idle"_s);
+    }
+
+    void onePaneIsBare()
+    {
+        addProject(u"fw"_s);
+        m_widget->setWorkspace(m_workspace.get());
+        QCOMPARE(shown(), u"fw"_s);
+        QVERIFY(m_widget->widgets().constFirst()->isVisible());
+        QCOMPARE(m_widget->widgets().constFirst()->parentWidget(), m_widget.get());
+    }
+
+    void severalPanesStandInTabsAtTheBottom()
+    {
+        addProject(u"fw"_s);
+        addProject(u"lib"_s);
+        m_widget->setWorkspace(m_workspace.get());
+        QCOMPARE(shown(), u"fw [lib] in tabs"_s);
+        const auto *tabs = m_widget->findChild<QTabWidget *>();
+        QCOMPARE(tabs->tabPosition(), QTabWidget::South);
+        QCOMPARE(tabs->tabText(0), u"Sim - fw"_s);
+        QCOMPARE(tabs->tabToolTip(0), u"Sim of the board"_s);
+    }
+
+    void anAmpersandInANameIsNoShortcut()
+    {
+        addProject(u"a&b"_s);
+        addProject(u"lib"_s);
+        m_widget->setWorkspace(m_workspace.get());
+        QCOMPARE(m_widget->findChild<QTabWidget *>()->tabText(0), u"Sim - a&&b"_s);
+    }
+
+    void panesAreMadeForActiveProjectsThatOfferThem_data()
+    {
+        QTest::addColumn<int>("inactive"); // bit 0 for the first project, bit 1 for the second
+        QTest::addColumn<int>("unsuitable");
+        QTest::addColumn<int>("bare");
+        QTest::addColumn<QString>("expected");
+        QTest::newRow("all") << 0 << 0 << 0 << u"fw [lib] in tabs"_s;
+        QTest::newRow("one of two active: one page") << 1 << 0 << 0 << u"[lib] in tabs"_s;
+        QTest::newRow("none active") << 3 << 0 << 0 << u" in tabs"_s;
+        QTest::newRow("one does not offer it") << 0 << 2 << 0 << u"[fw] in tabs"_s;
+        QTest::newRow("one without environment") << 0 << 0 << 1 << u"[lib] in tabs"_s;
+    }
+
+    void panesAreMadeForActiveProjectsThatOfferThem()
+    {
+        QFETCH(int, inactive);
+        QFETCH(int, unsuitable);
+        QFETCH(int, bare);
+        QFETCH(QString, expected);
+        for (const int bit : {1, 2}) {
+            Project *project = addProject(bit == 1 ? u"fw"_s : u"lib"_s, !(bare & bit));
+            project->setActive(!(inactive & bit));
+            if (unsuitable & bit)
+                m_widget->unsuitable += project->executionInterface();
+        }
+        m_widget->setWorkspace(m_workspace.get());
+        QCOMPARE(shown(), expected);
+    }
+
+    void aSingleProjectThatIsSkippedLeavesNoPane()
+    {
+        addProject(u"fw"_s)->setActive(false);
+        m_widget->setWorkspace(m_workspace.get());
+        QCOMPARE(shown(), QString());
+    }
+
+    void theCurrentPageIsTheIndexInTheWorkspaceWhoeverIsSkipped()
+    {
+        Project *first = addProject(u"first"_s);
+        addProject(u"second"_s);
+        addProject(u"third"_s);
+        first->setActive(false);
+        m_widget->setWorkspace(m_workspace.get());
+        m_workspace->setCurrentProject(1); // "second", whose page is number 0
+        QCOMPARE(shown(), u"second [third] in tabs"_s);
+        m_workspace->setCurrentProject(0);
+        QCOMPARE(shown(), u"[second] third in tabs"_s);
+        m_workspace->setCurrentProject(2); // there is no such page
+        QCOMPARE(shown(), u"[second] third in tabs"_s);
+    }
+
+    void itFollowsTheWorkspace()
+    {
+        Project *fw = addProject(u"fw"_s);
+        m_widget->setWorkspace(m_workspace.get());
+        Project *lib = addProject(u"lib"_s);
+        QCOMPARE(shown(), u"fw [lib] in tabs"_s);
+        fw->setActive(false);
+        QCOMPARE(shown(), u"[lib] in tabs"_s);
+        m_workspace->removeProject(fw);
+        QCOMPARE(shown(), u"lib"_s);
+        m_workspace->removeProject(lib);
+        QCOMPARE(shown(), u"idle"_s);
+    }
+
+    void anEarlierWorkspaceIsNotListenedTo()
+    {
+        addProject(u"fw"_s);
+        m_widget->setWorkspace(m_workspace.get());
+        m_widget->setWorkspace(nullptr);
+        addProject(u"lib"_s);
+        QCOMPARE(shown(), u"idle"_s);
+    }
+
+    void theWorkspaceMayDieFirst()
+    {
+        addProject(u"fw"_s);
+        m_widget->setWorkspace(m_workspace.get());
+        m_workspace.reset();
+        QCOMPARE(m_environments, 1); // the pane holds it
+        m_widget->currentProjectChanged();
+        m_widget->setWorkspace(nullptr);
+        QCOMPARE(m_environments, 0);
+    }
+
+    void updatingReachesEveryPaneAndRebuildsNone()
+    {
+        addProject(u"fw"_s);
+        addProject(u"lib"_s);
+        m_widget->setWorkspace(m_workspace.get());
+        const QList<DebugPane *> panes = m_widget->widgets();
+        m_widget->update();
+        for (const DebugPane *pane : panes)
+            QCOMPARE(static_cast<const FakePane *>(pane)->updates, 1);
+        Q_EMIT panes[0]->doUpdate();
+        for (const DebugPane *pane : panes)
+            QCOMPARE(static_cast<const FakePane *>(pane)->updates, 2);
+        QCOMPARE(m_widget->widgets(), panes);
+    }
+
+    void thePaneWhoseSignalRebuildsLivesOnButHoldsNothing()
+    {
+        addProject(u"fw"_s);
+        m_widget->setWorkspace(m_workspace.get());
+        const QPointer<FakePane> pane = static_cast<FakePane *>(m_widget->widgets().constFirst());
+        connect(pane, &DebugPane::doUpdate, this, [&] {
+            m_workspace->removeProject(m_workspace->project(0));
+            QVERIFY(pane);
+            QVERIFY(!pane->isVisible());
+            QCOMPARE(pane->parentWidget(), nullptr);
+            QCOMPARE(m_environments, 0);
+        });
+        Q_EMIT pane->doUpdate();
+        QCOMPARE(shown(), u"idle"_s);
+        QTRY_VERIFY(!pane);
+    }
+};
+
+QTEST_MAIN(MultiWidgetTest)
+#include "tst_multiwidget.moc"

@@ -1,0 +1,138 @@
+#include "questions.h"
+#include <QApplication>
+#include <QComboBox>
+#include <QFileDialog>
+#include <QInputDialog>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListView>
+#include <QTemporaryDir>
+#include <QtTest>
+
+using namespace Qt::StringLiterals;
+
+class QuestionsTest : public QObject
+{
+    Q_OBJECT
+
+private:
+    /// Calls @p use with the next modal dialog, and cancels it if it is still there.
+    template <typename Dialog>
+    void whenAsked(const std::function<void(Dialog *)> &use)
+    {
+        QTimer::singleShot(0, this, [use] {
+            const QPointer<Dialog> dialog = qobject_cast<Dialog *>(QApplication::activeModalWidget());
+            QVERIFY(dialog);
+            use(dialog);
+            if (dialog && dialog->isVisible())
+                dialog->reject();
+        });
+    }
+
+    static void touch(const QString &path)
+    {
+        QFile file(path);
+        QVERIFY(file.open(QIODevice::WriteOnly));
+    }
+
+    /// The files that the dialog offers.
+    static QStringList offered(QFileDialog *dialog)
+    {
+        const auto *list = dialog->findChild<QListView *>(u"listView"_s);
+        QStringList names;
+        for (int i = 0; i < list->model()->rowCount(list->rootIndex()); ++i)
+            names += list->model()->index(i, 0, list->rootIndex()).data().toString();
+        names.sort();
+        return names;
+    }
+
+private Q_SLOTS:
+    void init() { QTest::failOnWarning(QRegularExpression(u"^(?!This plugin does not support)"_s)); }
+
+    void aTextIsAskedForByName()
+    {
+        QWidget window;
+        whenAsked<QInputDialog>([&](QInputDialog *dialog) {
+            QCOMPARE(dialog->objectName(), u"inputDialog"_s);
+            QCOMPARE(dialog->windowTitle(), u"Varnel"_s);
+            QCOMPARE(dialog->parentWidget(), &window);
+            QCOMPARE(dialog->textValue(), u"old"_s);
+            auto *edit = dialog->findChild<QLineEdit *>();
+            QCOMPARE(edit->selectedText(), u"old"_s);
+            QTest::keyClicks(edit, u"new"_s);
+            QTest::keyClick(edit, Qt::Key_Return);
+        });
+        QCOMPARE(askForText(&window, u"Name:"_s, u"old"_s), u"new"_s);
+    }
+
+    void namesInALabelAreShownAsTheyAre()
+    {
+        whenAsked<QInputDialog>([&](QInputDialog *dialog) {
+            const auto *label = dialog->findChild<QLabel *>();
+            QCOMPARE(label->text(), u"Rename '<b>a &&amp;&& b</b>':"_s); // a doubled & is shown as one
+            QCOMPARE(label->textFormat(), Qt::PlainText);
+            dialog->reject();
+        });
+        QCOMPARE(askForText(nullptr, u"Rename '<b>a &amp;& b</b>':"_s, {}), std::nullopt);
+    }
+
+    void noTextIsNotTheSameAsAnEmptyOne()
+    {
+        whenAsked<QInputDialog>([](QInputDialog *dialog) { dialog->accept(); });
+        QCOMPARE(askForText(nullptr, u"Name:"_s, {}), QString());
+        whenAsked<QInputDialog>([](QInputDialog *dialog) { dialog->reject(); });
+        QCOMPARE(askForText(nullptr, u"Name:"_s, u"old"_s), std::nullopt);
+    }
+
+    void filesAreAskedForByName()
+    {
+        QTemporaryDir directory;
+        const QString path = QDir(directory.path()).canonicalPath();
+        touch(path + u"/a.c"_s);
+        touch(path + u"/b.c"_s);
+        whenAsked<QFileDialog>([&](QFileDialog *dialog) {
+            QCOMPARE(dialog->objectName(), u"addFilesDialog"_s);
+            QCOMPARE(dialog->windowTitle(), u"Add Files"_s);
+            QCOMPARE(dialog->directory().path(), path);
+            QCOMPARE(dialog->nameFilters(), (QStringList{u"C (*.c)"_s, u"All Files (*.*)"_s}));
+            QVERIFY(dialog->testOption(QFileDialog::DontUseNativeDialog));
+            auto *edit = dialog->findChild<QLineEdit *>(u"fileNameEdit"_s);
+            edit->setText(u"\"a.c\" \"b.c\""_s);
+            QTest::keyClick(edit, Qt::Key_Return);
+        });
+        const FileQuestion question{u"addFilesDialog"_s, u"Add Files"_s, path, u"C (*.c);;All Files (*.*)"_s};
+        QCOMPARE(askForOpenFiles(nullptr, question), (QStringList{path + u"/a.c"_s, path + u"/b.c"_s}));
+        whenAsked<QFileDialog>([](QFileDialog *dialog) { dialog->reject(); });
+        QCOMPARE(askForOpenFiles(nullptr, question), QStringList());
+    }
+
+    void allFilesAreOfferedWithOrWithoutADot_data()
+    {
+        QTest::addColumn<QString>("filter");
+        QTest::addColumn<QStringList>("before");
+        QTest::addColumn<QStringList>("after"); // when the second entry is chosen
+        const QStringList all{u"Makefile"_s, u"a.c"_s};
+        const QStringList one{u"a.c"_s};
+        QTest::newRow("first entry") << u"All Files (*.*);;C (*.c)"_s << all << one;
+        QTest::newRow("second entry") << u"C (*.c);;All Files (*.*)"_s << one << all;
+    }
+
+    void allFilesAreOfferedWithOrWithoutADot()
+    {
+        QFETCH(QString, filter);
+        QFETCH(QStringList, before);
+        QFETCH(QStringList, after);
+        QTemporaryDir directory;
+        touch(directory.filePath(u"a.c"_s));
+        touch(directory.filePath(u"Makefile"_s));
+        whenAsked<QFileDialog>([&](QFileDialog *dialog) {
+            QTRY_COMPARE(offered(dialog), before);
+            QTest::keyClick(dialog->findChild<QComboBox *>(u"fileTypeCombo"_s), Qt::Key_Down);
+            QTRY_COMPARE(offered(dialog), after);
+        });
+        QCOMPARE(askForOpenFiles(nullptr, {u"d"_s, u"c"_s, directory.path(), filter}), QStringList());
+    }
+};
+
+QTEST_MAIN(QuestionsTest)
+#include "tst_questions.moc"
