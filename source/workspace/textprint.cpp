@@ -22,9 +22,6 @@ public:
                                -printer.logicalDpiY()))
         , m_y(m_body.top())
     {
-        const qreal scale = QFontMetricsF(m_font, &printer).horizontalAdvance(u'0')
-                            / QFontMetricsF(document.defaultFont()).horizontalAdvance(u'0');
-        m_option.setTabStopDistance(m_option.tabStopDistance() * scale);
         m_option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
         m_painter.setFont(m_font);
         printNumber();

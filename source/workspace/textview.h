@@ -10,7 +10,7 @@ class TextView : public View, public IViewWithMarkers, public ITextNavigation, p
     Q_OBJECT
 public:
     /// Movements of the cursor, by the numbers that scripts use.
-    enum CursorAction {
+    enum CursorAction : int {
         MoveBackward,
         MoveForward,
         MoveWordBackward,

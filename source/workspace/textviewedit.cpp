@@ -258,9 +258,9 @@ void TextViewEdit::contextMenuEvent(QContextMenuEvent *event)
 std::unique_ptr<QMenu> TextViewEdit::contextMenu(const QPoint &position)
 {
     std::unique_ptr<QMenu> menu(createStandardContextMenu(position));
+    menu->setParent(nullptr, menu->windowFlags()); // the pane may die while the menu is open
     if (!viewInterface<IViewWithMarkers>(m_view))
         return menu;
-    menu->setParent(nullptr, menu->windowFlags()); // the pane may die while the menu is open
     menu->addSeparator();
     EditorHost *host = m_document->textTemplate()->editorHost();
     if (QAction *run = host ? host->sharedAction(u"debugRunToCursor"_s) : nullptr)

@@ -653,14 +653,23 @@ private Q_SLOTS:
         QCOMPARE(f.edit()->font().pointSize(), 20);
     }
 
-    void pagesAreNumberedAtTheBottomRight()
+    void aTextFillsItsPages_data()
     {
-        EditorFixture f(numbered(150));
+        QTest::addColumn<QString>("text");
+        QTest::newRow("lines") << numbered(150);
+        QTest::newRow("tabs are as wide as on screen") << u"\tone\ttwo\n"_s.repeated(149);
+        QTest::newRow("long lines are broken") << u"some words "_s.repeated(11 * 150 / 2);
+    }
+    void aTextFillsItsPages()
+    {
+        QFETCH(const QString, text);
+        EditorFixture f(text);
         QPrinter printer(QPrinter::HighResolution);
         const QString path = f.path(u"out.pdf"_s);
         printer.setOutputFormat(QPrinter::PdfFormat);
         printer.setOutputFileName(path);
         printer.setFullPage(true);
+        printer.setPageSize(QPageSize(QPageSize::A4));
         printText(*f.document->text(), printer);
         QFile file(path);
         QVERIFY(file.open(QIODevice::ReadOnly));
