@@ -1,0 +1,43 @@
+#include "lookuppattern.h"
+using namespace Qt::StringLiterals;
+
+LookupPattern::LookupPattern()
+{
+    set({}, false);
+}
+
+bool LookupPattern::set(const QString &pattern, bool greedy)
+{
+    const bool valid = pattern.count("(file)"_L1) == 1 && pattern.count("(line)"_L1) == 1;
+    if (!valid) {
+        m_fileCapture = 1;
+        m_lineCapture = 2;
+        setExpression(uR"((.+)\((\d+)\))"_s, false);
+        return false;
+    }
+    const bool lineFirst = pattern.indexOf("(line)"_L1) < pattern.indexOf("(file)"_L1);
+    m_lineCapture = lineFirst ? 1 : 2;
+    m_fileCapture = lineFirst ? 2 : 1;
+    QString expression = pattern;
+    expression.replace("(line)"_L1, R"((\d+))"_L1).replace("(file)"_L1, "(.+)"_L1);
+    setExpression(expression, greedy);
+    return true;
+}
+
+void LookupPattern::setExpression(const QString &expression, bool greedy)
+{
+    QRegularExpression::PatternOptions options =
+        QRegularExpression::DotMatchesEverythingOption | QRegularExpression::UseUnicodePropertiesOption;
+    options.setFlag(QRegularExpression::InvertedGreedinessOption, !greedy);
+    m_lookup = QRegularExpression(expression, options);
+}
+
+std::optional<LookupPlace> LookupPattern::find(const QString &text) const
+{
+    if (!m_lookup.isValid())
+        return std::nullopt;
+    const QRegularExpressionMatch match = m_lookup.match(text);
+    if (!match.hasMatch() || match.capturedStart() != 0)
+        return std::nullopt;
+    return LookupPlace{match.captured(m_fileCapture).trimmed(), match.captured(m_lineCapture).trimmed().toInt()};
+}

@@ -1,0 +1,208 @@
+#include "outputwindow.h"
+#include "outputpage.h"
+#include "varnelassert.h"
+#include <QApplication>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QTabWidget>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+QFont typewriterFont()
+{
+    QFont font(u"Courier"_s, 9);
+    font.setStyleHint(QFont::TypeWriter);
+    return font;
+}
+
+QLabel *artworkLabel(const QPixmap &artwork)
+{
+    auto *label = new QLabel;
+    label->setPixmap(artwork);
+    label->setFrameStyle(QFrame::StyledPanel | QFrame::Raised);
+    label->setLineWidth(2);
+    QPalette palette = label->palette();
+    palette.setColor(label->backgroundRole(), Qt::white);
+    label->setPalette(palette);
+    label->setAutoFillBackground(true);
+    return label;
+}
+} // namespace
+
+OutputWindow::OutputWindow(QWidget *parent, const QPixmap &artwork)
+    : QWidget(parent), m_tabs(new QTabWidget), m_font(typewriterFont())
+{
+    setMinimumSize(200, 100);
+    createLayout(artwork);
+    for (const QString &name : {u"Build"_s, u"Debug"_s, u"Find In Files"_s}) // plug-ins write to them by these names
+        addPage(name);
+    setLookupPattern(uR"((file)\((line)\))"_s, false);
+}
+
+void OutputWindow::createLayout(const QPixmap &artwork)
+{
+    auto *frame = new QFrame;
+    frame->setFrameStyle(QFrame::StyledPanel | QFrame::Sunken);
+    frame->setLineWidth(1);
+    auto *outer = new QHBoxLayout(this);
+    outer->setContentsMargins(0, 0, 0, 0);
+    outer->addWidget(frame);
+    auto *inner = new QHBoxLayout(frame);
+    inner->setContentsMargins(3, 3, 3, 3);
+    inner->setSpacing(6);
+    if (!artwork.isNull())
+        inner->addWidget(artworkLabel(artwork));
+    m_tabs->setTabPosition(QTabWidget::South);
+    m_tabs->setTabShape(QTabWidget::Triangular);
+    inner->addWidget(m_tabs, 1);
+}
+
+// Console -----------------------------------------------------------------
+
+void OutputWindow::setCommandWindow(QWidget *console, const RunFile &runFile)
+{
+    m_commandWindow = console;
+    m_runFile = runFile;
+    console->setFont(m_font);
+    m_tabs->addTab(console, tr("Command Window"));
+}
+
+bool OutputWindow::runScript(const QString &path)
+{
+    return m_runFile && m_runFile(path);
+}
+
+// Pages ---------------------------------------------------------------------
+
+void OutputWindow::addPage(const QString &name)
+{
+    auto *page = new OutputPage;
+    page->setWindowTitle(name);
+    page->setFont(m_font);
+    if (!m_pages.empty())
+        page->setPalette(m_pages.front()->palette());
+    m_tabs->addTab(page, QString(name).replace(u'&', u"&&"_s));
+    m_pages.push_back(page);
+    connect(page, &OutputPage::lookupSource, this, &OutputWindow::lookupSource);
+}
+
+OutputPage *OutputWindow::page(uint pageNum) const
+{
+    return pageNum < m_pages.size() ? m_pages[pageNum] : nullptr;
+}
+
+OutputPage *OutputWindow::currentPage() const
+{
+    return qobject_cast<OutputPage *>(m_tabs->currentWidget());
+}
+
+void OutputWindow::removePagesAfter(uint pageNum)
+{
+    while (m_pages.size() > size_t(pageNum) + 1) {
+        delete m_pages.back();
+        m_pages.pop_back();
+    }
+}
+
+void OutputWindow::displayPage(uint pageNum)
+{
+    VARNEL_ASSERT(pageNum < m_pages.size());
+    if (OutputPage *page = this->page(pageNum))
+        m_tabs->setCurrentWidget(page);
+}
+
+void OutputWindow::clearPage(uint pageNum)
+{
+    VARNEL_ASSERT(pageNum < m_pages.size());
+    if (OutputPage *page = this->page(pageNum))
+        page->clear();
+}
+
+// Output ----------------------------------------------------------------------
+
+void OutputWindow::outputLine(uint pageNum, const QString &text)
+{
+    outputLine(pageNum, text, false);
+}
+
+void OutputWindow::outputLine(uint pageNum, const QString &text, bool serious)
+{
+    VARNEL_ASSERT(pageNum < m_pages.size());
+    OutputPage *page = this->page(pageNum);
+    if (!page)
+        return;
+    if (serious) {
+        QApplication::beep();
+        displayPage(pageNum);
+    }
+    page->outputLine(text);
+}
+
+void OutputWindow::outputLine(const QString &name, const QString &text)
+{
+    outputLine(name, text, false);
+}
+
+void OutputWindow::outputLine(const QString &name, const QString &text, bool serious)
+{
+    const auto hasName = [&name](const OutputPage *page) { return page->windowTitle() == name; };
+    const auto found = std::find_if(m_pages.begin(), m_pages.end(), hasName);
+    const auto pageNum = uint(found - m_pages.begin());
+    if (found == m_pages.end())
+        addPage(name);
+    outputLine(pageNum, text, serious);
+}
+
+// Edit commands ---------------------------------------------------------------
+
+bool OutputWindow::setLookupPattern(const QString &pattern, bool greedy)
+{
+    return m_pages[Build]->setLookupPattern(pattern, greedy);
+}
+
+void OutputWindow::lookupNextLine()
+{
+    if (OutputPage *page = currentPage())
+        page->lookupNextLine();
+}
+
+void OutputWindow::selectAll()
+{
+    if (OutputPage *page = currentPage())
+        page->selectAll();
+}
+
+// Looks ---------------------------------------------------------------------
+
+void OutputWindow::setFont(const QFont &font)
+{
+    m_font = font;
+    forEachPane([&font](QWidget *pane) { pane->setFont(font); });
+}
+
+void OutputWindow::setTextColour(const QColor &colour)
+{
+    setPaneColour(QPalette::Text, colour);
+}
+
+void OutputWindow::setPaperColour(const QColor &colour)
+{
+    setPaneColour(QPalette::Base, colour);
+}
+
+void OutputWindow::setPaneColour(QPalette::ColorRole role, const QColor &colour)
+{
+    forEachPane([role, &colour](QWidget *pane) {
+        QPalette palette = pane->palette();
+        palette.setColor(role, colour);
+        pane->setPalette(palette);
+    });
+}
+
+void OutputWindow::forEachPane(const std::function<void(QWidget *)> &change) const
+{
+    std::for_each(m_pages.begin(), m_pages.end(), change);
+    if (m_commandWindow)
+        change(m_commandWindow);
+}
