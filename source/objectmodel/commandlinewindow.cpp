@@ -1,0 +1,344 @@
+#include "commandlinewindow.h"
+#include <QApplication>
+#include <QClipboard>
+#include <QContextMenuEvent>
+#include <QMenu>
+#include <QMimeData>
+#include <QTextBlock>
+using namespace Qt::StringLiterals;
+
+namespace {
+
+bool isRichText(const QString &text)
+{
+    return text.startsWith("<html>"_L1, Qt::CaseInsensitive) && text.endsWith("</html>"_L1, Qt::CaseInsensitive);
+}
+
+bool hasLineBreak(const QString &text)
+{
+    static constexpr QChar breaks[] = {u'\n', u'\r', QChar::LineSeparator, QChar::ParagraphSeparator};
+    return std::ranges::any_of(breaks, [&text](QChar c) { return text.contains(c); });
+}
+
+/// Inserts text that takes nothing over from rich text before it.
+void insertPlain(QTextCursor cursor, const QString &text)
+{
+    const qsizetype lineEnd = cursor.blockFormat().isEmpty() ? -1 : text.indexOf(u'\n');
+    cursor.insertText(text.left(lineEnd), QTextCharFormat());
+    if (lineEnd < 0)
+        return;
+    cursor.insertBlock(QTextBlockFormat(), QTextCharFormat());
+    cursor.insertText(text.mid(lineEnd + 1), QTextCharFormat());
+}
+
+/// True for keys that put their text into the line, whatever modifiers made that text.
+bool isTyped(const QKeyEvent &event)
+{
+    static constexpr int others[] = {Qt::Key_Return, Qt::Key_Enter, Qt::Key_Delete, Qt::Key_Backspace};
+    return !event.text().isEmpty() && event.text().at(0) > QChar(31) && std::ranges::count(others, event.key()) == 0;
+}
+
+bool isBreak(const QKeyEvent &event)
+{
+    return event.key() == Qt::Key_Z && event.modifiers() & Qt::ControlModifier;
+}
+
+bool isCompletion(const QKeyEvent &event)
+{
+    return event.key() == Qt::Key_Space && event.modifiers() == Qt::ControlModifier;
+}
+
+/// What a deleting key with modifiers takes from the cursor on; NoMove for every other key.
+QTextCursor::MoveOperation deletionOf(const QKeyEvent &event)
+{
+    if (event.matches(QKeySequence::DeleteStartOfWord))
+        return QTextCursor::PreviousWord;
+    if (event.matches(QKeySequence::DeleteEndOfWord))
+        return QTextCursor::NextWord;
+    if (event.matches(QKeySequence::DeleteEndOfLine))
+        return QTextCursor::EndOfBlock;
+    if (event.matches(QKeySequence::DeleteCompleteLine))
+        return QTextCursor::StartOfBlock;
+    if (event.matches(QKeySequence::Backspace) || event.key() == Qt::Key_Backspace)
+        return QTextCursor::PreviousCharacter;
+    if (event.matches(QKeySequence::Delete) || event.key() == Qt::Key_Delete)
+        return QTextCursor::NextCharacter;
+    return QTextCursor::NoMove;
+}
+
+QString withoutTrailingSpace(QString text)
+{
+    while (!text.isEmpty() && text.back().isSpace())
+        text.chop(1);
+    return text;
+}
+
+QString commonBeginning(const QStringList &names)
+{
+    const auto [first, last] = std::ranges::minmax(names);
+    const auto end = std::mismatch(first.begin(), first.end(), last.begin(), last.end()).first;
+    return first.left(end - first.begin());
+}
+
+} // namespace
+
+CommandLineWindow::CommandLineWindow(QWidget *parent) : QTextEdit(parent), m_inputStart(document())
+{
+    setFrameShape(QFrame::NoFrame);
+    setLineWrapMode(QTextEdit::WidgetWidth);
+    setWordWrapMode(QTextOption::WrapAnywhere);
+    setUndoRedoEnabled(false); // what has been printed cannot be taken back
+    m_inputStart.setKeepPositionOnInsert(true);
+}
+
+void CommandLineWindow::outputLine(const QString &line)
+{
+    QTextCursor end(document());
+    end.movePosition(QTextCursor::End);
+    if (line.startsWith(u'\r')) {
+        end.movePosition(QTextCursor::StartOfBlock, QTextCursor::KeepAnchor);
+        end.removeSelectedText();
+        outputLine(line.mid(1));
+        return;
+    }
+    if (isRichText(line))
+        append(line);
+    else
+        insertPlain(end, line);
+    moveCursor(QTextCursor::End);
+    m_inputStart.setPosition(textCursor().position());
+    insertInput(std::exchange(m_pendingIndent, QString()));
+}
+
+void CommandLineWindow::paste()
+{
+    insertInput(QApplication::clipboard()->text());
+}
+
+void CommandLineWindow::insertFromMimeData(const QMimeData *source)
+{
+    insertInput(source->text());
+}
+
+void CommandLineWindow::insertInput(const QString &text)
+{
+    if (text.isEmpty() || hasLineBreak(text))
+        return;
+    enterInput();
+    textCursor().insertText(text, QTextCharFormat());
+    ensureCursorVisible();
+}
+
+/// Leaves the cursor and the selection where they are in the input; from elsewhere the cursor goes to the end.
+void CommandLineWindow::enterInput()
+{
+    const bool outside = textCursor().hasSelection() || textCursor().position() < m_inputStart.position();
+    if (outside && !selectionInInput())
+        moveCursor(QTextCursor::End);
+}
+
+bool CommandLineWindow::selectionInInput() const
+{
+    return textCursor().hasSelection() && textCursor().selectionStart() >= m_inputStart.position();
+}
+
+QString CommandLineWindow::input() const
+{
+    return m_inputStart.block().text().mid(m_inputStart.positionInBlock());
+}
+
+void CommandLineWindow::moveTo(int position, QTextCursor::MoveMode mode)
+{
+    QTextCursor cursor = textCursor();
+    if (mode == QTextCursor::KeepAnchor)
+        cursor.clearSelection(); // the new selection begins at the cursor
+    cursor.setPosition(position, mode);
+    setTextCursor(cursor);
+}
+
+bool CommandLineWindow::event(QEvent *event)
+{
+    if (event->type() == QEvent::ShortcutOverride) {
+        const auto *key = static_cast<QKeyEvent *>(event);
+        if (isBreak(*key) || isCompletion(*key)) {
+            event->accept(); // or a menu's shortcut would take it
+            return true;
+        }
+    }
+    return QTextEdit::event(event);
+}
+
+void CommandLineWindow::keyPressEvent(QKeyEvent *event)
+{
+    if (isBreak(*event))
+        Q_EMIT breakExecution();
+    else if (isCompletion(*event))
+        complete();
+    else if (event->key() == Qt::Key_Control)
+        event->accept();
+    else if (isTyped(*event))
+        insertInput(event->text());
+    else if (event->key() == Qt::Key_Home && event->modifiers() & Qt::ShiftModifier)
+        moveTo(m_inputStart.position(), QTextCursor::KeepAnchor);
+    else if (event->modifiers() & (Qt::ShiftModifier | Qt::ControlModifier))
+        modifiedKeyPress(event);
+    else
+        plainKeyPress(event);
+}
+
+/// The text edit's own keys, less what they would change outside the input.
+void CommandLineWindow::modifiedKeyPress(QKeyEvent *event)
+{
+    if (event->matches(QKeySequence::Cut)) {
+        if (selectionInInput())
+            cut();
+        return;
+    }
+    if (const auto deletion = deletionOf(*event); deletion != QTextCursor::NoMove)
+        return deleteInput(deletion);
+    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)
+        return; // the input is one line
+    QTextEdit::keyPressEvent(event);
+}
+
+void CommandLineWindow::plainKeyPress(QKeyEvent *event)
+{
+    switch (event->key()) {
+    case Qt::Key_Tab:
+        return insertInput(event->text());
+    case Qt::Key_Backspace:
+        return deleteInput(QTextCursor::PreviousCharacter);
+    case Qt::Key_Delete:
+        return deleteInput(QTextCursor::NextCharacter);
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+        return submit();
+    case Qt::Key_Home:
+        return moveTo(m_inputStart.position());
+    case Qt::Key_End:
+        return moveCursor(QTextCursor::EndOfLine);
+    case Qt::Key_Left:
+        if (textCursor().positionInBlock() > m_inputStart.positionInBlock())
+            return moveCursor(QTextCursor::PreviousCharacter);
+        return moveTo(textCursor().position());
+    case Qt::Key_Right:
+        return moveCursor(QTextCursor::NextCharacter);
+    case Qt::Key_Up:
+        if (m_historyIndex < 0)
+            m_historyIndex = m_history.size();
+        return browseHistory(m_historyIndex - 1);
+    case Qt::Key_Down:
+        if (m_historyIndex >= 0)
+            browseHistory(m_historyIndex + 1);
+        return;
+    default:
+        event->ignore();
+    }
+}
+
+void CommandLineWindow::submit()
+{
+    const QString line = withoutTrailingSpace(input());
+    moveCursor(QTextCursor::End);
+    insertPlain(textCursor(), u"\n"_s);
+    if (!line.isEmpty()) {
+        m_history.append(line);
+        m_historyIndex = -1;
+    }
+    indentAfter(line);
+    Q_EMIT inputLine(line);
+}
+
+void CommandLineWindow::indentAfter(const QString &line)
+{
+    const qsizetype indent = line.size() - line.trimmed().size();
+    if (indent > 0)
+        m_pendingIndent = QString(indent, u'\t');
+    if (line.endsWith(u':'))
+        m_pendingIndent += u'\t';
+}
+
+/// Shows an entry in place of the input, nothing behind the last one; beyond either end nothing happens.
+void CommandLineWindow::browseHistory(qsizetype index)
+{
+    if (index < 0 || index > m_history.size())
+        return;
+    m_historyIndex = index;
+    moveTo(m_inputStart.position());
+    moveCursor(QTextCursor::End, QTextCursor::KeepAnchor);
+    textCursor().removeSelectedText();
+    insertInput(m_history.value(index));
+}
+
+/// Deletes the selection if it lies in the input, else what @p extent reaches there from the cursor.
+void CommandLineWindow::deleteInput(QTextCursor::MoveOperation extent)
+{
+    QTextCursor cursor = textCursor();
+    if (!selectionInInput()) {
+        const int start = m_inputStart.position();
+        if (cursor.position() < start)
+            return;
+        cursor.clearSelection();
+        cursor.movePosition(extent, QTextCursor::KeepAnchor);
+        cursor.setPosition(std::max(cursor.position(), start), QTextCursor::KeepAnchor);
+    }
+    cursor.removeSelectedText();
+    setTextCursor(cursor);
+}
+
+/// Completes the word before the cursor as far as it is certain, else lists what it may become.
+void CommandLineWindow::complete()
+{
+    static const QRegularExpression lastWord(u"[\\w.]+$"_s, QRegularExpression::UseUnicodePropertiesOption);
+    enterInput();
+    const qsizetype typed = textCursor().position() - m_inputStart.position();
+    const QString word = lastWord.match(input().left(typed)).captured();
+    const QStringList names = m_completer && !word.isEmpty() ? m_completer(word) : QStringList();
+    if (names.isEmpty())
+        return;
+    if (const QString common = commonBeginning(names); common.size() > word.size())
+        insertInput(common.mid(word.size()));
+    else if (names.size() > 1)
+        listNames(names);
+}
+
+/// Prints the names below the line under entry, then the prompt and the line again.
+void CommandLineWindow::listNames(const QStringList &names)
+{
+    const QString line = input();
+    const QString prompt = m_inputStart.block().text().left(m_inputStart.positionInBlock());
+    const int typed = textCursor().position() - m_inputStart.position();
+    outputLine(u'\n' + names.join("  "_L1) + u'\n' + prompt);
+    insertInput(line);
+    moveTo(m_inputStart.position() + typed);
+}
+
+void CommandLineWindow::inputMethodEvent(QInputMethodEvent *event)
+{
+    enterInput();
+    QTextEdit::inputMethodEvent(event);
+}
+
+void CommandLineWindow::mousePressEvent(QMouseEvent *event)
+{
+    // Dragging a selection out moves its text by default; of the past nothing may go.
+    if (event->button() == Qt::LeftButton && textCursor().hasSelection() && !selectionInInput())
+        moveTo(textCursor().position());
+    QTextEdit::mousePressEvent(event);
+}
+
+QMenu *CommandLineWindow::createPopupMenu()
+{
+    QMenu *menu = createStandardContextMenu();
+    for (int position = 3; position >= 0; --position) // Cut, a separator, Redo, Undo
+        menu->removeAction(menu->actions().at(position));
+    menu->actions().at(2)->setEnabled(selectionInInput()); // Delete
+    return menu;
+}
+
+void CommandLineWindow::contextMenuEvent(QContextMenuEvent *event)
+{
+    QMenu *menu = createPopupMenu();
+    menu->setAttribute(Qt::WA_DeleteOnClose);
+    menu->popup(event->globalPos());
+}

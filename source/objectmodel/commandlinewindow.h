@@ -1,0 +1,63 @@
+#pragma once
+#include <functional>
+#include <QTextCursor>
+#include <QTextEdit>
+
+/// The console: a text whose tail is the line under entry. What stands before it, the output and the prompt, cannot be
+/// edited. Knows no interpreter: it hands out lines and shows what comes back.
+class CommandLineWindow : public QTextEdit
+{
+    Q_OBJECT
+public:
+    /// Tells what a word such as "os.pa" may be completed to, whole words in the order to show.
+    using Completer = std::function<QStringList(const QString &beginning)>;
+
+    explicit CommandLineWindow(QWidget *parent = nullptr);
+
+    /// Without a completer Ctrl+Space does nothing.
+    void setCompleter(const Completer &completer) { m_completer = completer; }
+
+    /// The context menu: what remains of the text edit's own where the past cannot be changed. The caller owns it.
+    [[nodiscard]] QMenu *createPopupMenu();
+
+public Q_SLOTS:
+    /// Shows output at the end; the input begins behind it. A leading "\r" replaces the last line, and a text from
+    /// "<html>" to "</html>" shows as rich text.
+    void outputLine(const QString &line);
+    /// Puts the clipboard's text into the input; text of several lines is refused.
+    void paste();
+
+Q_SIGNALS:
+    /// The user has entered a line; it has no white space at its end.
+    void inputLine(const QString &cmd);
+    void breakExecution();
+
+protected:
+    bool event(QEvent *event) override;
+    void keyPressEvent(QKeyEvent *event) override;
+    void inputMethodEvent(QInputMethodEvent *event) override;
+    void mousePressEvent(QMouseEvent *event) override;
+    void contextMenuEvent(QContextMenuEvent *event) override;
+    void insertFromMimeData(const QMimeData *source) override;
+
+private:
+    void plainKeyPress(QKeyEvent *event);
+    void modifiedKeyPress(QKeyEvent *event);
+    void submit();
+    void indentAfter(const QString &line);
+    void complete();
+    void listNames(const QStringList &names);
+    void browseHistory(qsizetype index);
+    void insertInput(const QString &text);
+    void deleteInput(QTextCursor::MoveOperation extent);
+    void enterInput();
+    void moveTo(int position, QTextCursor::MoveMode mode = QTextCursor::MoveAnchor);
+    [[nodiscard]] QString input() const;
+    [[nodiscard]] bool selectionInInput() const;
+
+    QTextCursor m_inputStart;      ///< follows every change of the text before it
+    QString m_pendingIndent;       ///< tabs to type behind the next prompt
+    QStringList m_history;         ///< entered lines, oldest first
+    qsizetype m_historyIndex = -1; ///< -1: the user is not browsing
+    Completer m_completer;
+};

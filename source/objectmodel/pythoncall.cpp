@@ -1,0 +1,52 @@
+#include "pythoncall.h"
+#include "pythonerrors.h"
+#include "pythonoutput.h"
+#include <Python.h>
+
+namespace {
+
+int callDepth = 0;
+bool breakQueued = false;
+
+int raiseKeyboardInterrupt(void *)
+{
+    breakQueued = false;
+    PyErr_SetNone(PyExc_KeyboardInterrupt);
+    return -1;
+}
+
+/// A break that came too late for its script must not hit the next one.
+void takeLateBreak()
+{
+    if (breakQueued && Py_MakePendingCalls() < 0)
+        printPythonErrors();
+}
+
+} // namespace
+
+PythonCall::PythonCall()
+{
+    ++callDepth;
+}
+
+PythonCall::~PythonCall()
+{
+    printPythonErrors();
+    if (callDepth == 1)
+        takeLateBreak();
+    PythonOutput::flushAll();
+    --callDepth;
+}
+
+bool PythonCall::isRunning()
+{
+    return callDepth > 0;
+}
+
+void breakPython()
+{
+    if (!PythonCall::isRunning())
+        deferPythonError(PyExc_KeyboardInterrupt, QString());
+    else if (!breakQueued)
+        breakQueued = Py_AddPendingCall(raiseKeyboardInterrupt, nullptr) == 0;
+}

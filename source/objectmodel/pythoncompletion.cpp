@@ -1,0 +1,47 @@
+#include "pythoncompletion.h"
+#include "pythonstring.h"
+#include <pybind11/pybind11.h>
+namespace py = pybind11;
+
+namespace {
+
+/// The completer's module would set up the terminal's line editor, which the program has no use for.
+py::module_ importCompleter()
+{
+    const py::dict modules = py::module_::import("sys").attr("modules");
+    if (modules.contains("rlcompleter") || modules.contains("readline"))
+        return py::module_::import("rlcompleter");
+    modules["readline"] = py::none(); // an import of it fails
+    const py::module_ completer = py::module_::import("rlcompleter");
+    modules.attr("pop")("readline");
+    return completer;
+}
+
+QStringList findCompletions(const py::handle &globals, const QString &beginning)
+{
+    const py::object completer = importCompleter().attr("Completer")(globals);
+    const auto text = py::reinterpret_steal<py::object>(toPython(beginning).release());
+    QStringList names;
+    for (int i = 0;; ++i) {
+        const py::object name = completer.attr("complete")(text, i);
+        if (!py::isinstance<py::str>(name))
+            return names;
+        names.append(fromPython(name.ptr()));
+    }
+}
+
+} // namespace
+
+QStringList pythonCompletions(_object *globals, const QString &beginning)
+{
+    if (beginning.trimmed().isEmpty())
+        return {};
+    try {
+        QStringList names = findCompletions(globals, beginning);
+        names.sort();
+        names.removeDuplicates();
+        return names;
+    } catch (const std::exception &) {
+        return {}; // what cannot be looked at has no names to offer
+    }
+}

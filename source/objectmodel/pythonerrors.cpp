@@ -1,0 +1,56 @@
+#include "pythonerrors.h"
+#include "pythonstring.h"
+#include <Python.h>
+
+namespace {
+
+/// An exception as Python hands it over. It must not be released at the end of the process, so nothing owns it.
+struct Error
+{
+    PyObject *type = nullptr;
+    PyObject *value = nullptr;
+    PyObject *traceback = nullptr;
+
+    static Error fetch()
+    {
+        Error error;
+        PyErr_Fetch(&error.type, &error.value, &error.traceback);
+        return error;
+    }
+    void print() const
+    {
+        if (!type)
+            return;
+        PyErr_Restore(type, value, traceback);
+        PyErr_Print();
+    }
+    void drop() const
+    {
+        Py_XDECREF(type);
+        Py_XDECREF(value);
+        Py_XDECREF(traceback);
+    }
+};
+
+Error deferredError;
+
+} // namespace
+
+void deferPythonError(_object *type, const QString &text)
+{
+    PyErr_SetObject(type, toPython(text).get());
+    deferPythonError();
+}
+
+void deferPythonError()
+{
+    if (PyErr_Occurred())
+        std::exchange(deferredError, Error::fetch()).drop();
+}
+
+void printPythonErrors()
+{
+    const Error error = Error::fetch();
+    std::exchange(deferredError, Error()).print();
+    error.print();
+}

@@ -1,0 +1,112 @@
+#include "pythonoutput.h"
+#include "pythonstring.h"
+#include <Python.h>
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr qsizetype BatchSize = 1 << 16; // characters
+
+/// The one that gets what is written, and the number that scripts hold for it: it is compared, never trusted.
+PythonOutput *liveOutput = nullptr;
+quintptr liveTarget = 0;
+
+PyObject *write(PyObject *, PyObject *arguments)
+{
+    PyObject *string = nullptr;
+    long long target = 0;
+    if (!PyArg_ParseTuple(arguments, "UL", &string, &target))
+        return nullptr;
+    const QString text = fromPython(string);
+    if (text.contains(QChar::Null)) {
+        PyErr_SetString(PyExc_ValueError, "embedded null character");
+        return nullptr;
+    }
+    if (liveOutput && quintptr(target) == liveTarget)
+        liveOutput->write(text);
+    Py_RETURN_NONE;
+}
+
+void addOutputModule()
+{
+    static PyMethodDef functions[] = {{"stdout", write, METH_VARARGS, nullptr},
+                                      {"stderr", write, METH_VARARGS, nullptr},
+                                      {nullptr, nullptr, 0, nullptr}};
+    static PyModuleDef definition = {
+        PyModuleDef_HEAD_INIT, "tarnoutput", nullptr, -1, functions, nullptr, nullptr, nullptr, nullptr};
+    const PythonReference module(PyModule_Create(&definition));
+    PyDict_SetItemString(PyImport_GetModuleDict(), "tarnoutput", module.get());
+}
+
+QString redirection(quintptr target)
+{
+    return uR"(import tarnoutput
+class tarnoutput_stdout:
+    def write(self, string):
+        tarnoutput.stdout(string, self.target)
+    def flush(self):
+        pass
+
+class tarnoutput_stderr:
+    def write(self, string):
+        tarnoutput.stderr(string, self.target)
+
+import sys
+sys.stdout = tarnoutput_stdout()
+sys.stderr = tarnoutput_stderr()
+target = %1
+sys.stdout.target = target
+sys.stderr.target = target
+)"_s.arg(target);
+}
+
+} // namespace
+
+PythonOutput::PythonOutput(quintptr target)
+{
+    liveOutput = this;
+    liveTarget = target;
+    addOutputModule();
+    PyRun_SimpleString(redirection(target).toUtf8().constData());
+}
+
+PythonOutput::~PythonOutput()
+{
+    if (liveOutput == this)
+        liveOutput = nullptr;
+}
+
+void PythonOutput::write(const QString &text)
+{
+    const bool richText = text.startsWith("<html>"_L1, Qt::CaseInsensitive);
+    if (richText || text.startsWith(u'\r') || m_text.size() + text.size() > BatchSize)
+        flush(); // the beginning of a text tells how it is shown
+    m_text += text;
+    if (richText)
+        flush();
+    else
+        flushSoon();
+}
+
+void PythonOutput::flushSoon()
+{
+    if (std::exchange(m_flushPosted, true))
+        return;
+    const auto flushNow = [this] {
+        m_flushPosted = false;
+        flush();
+    };
+    QMetaObject::invokeMethod(this, flushNow, Qt::QueuedConnection);
+}
+
+void PythonOutput::flush()
+{
+    if (!m_text.isEmpty())
+        Q_EMIT written(std::exchange(m_text, QString()));
+}
+
+void PythonOutput::flushAll()
+{
+    if (liveOutput)
+        liveOutput->flush();
+}

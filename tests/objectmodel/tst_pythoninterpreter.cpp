@@ -1,0 +1,366 @@
+#include "pythoninterpreter.h"
+#include "pythonruntime.h"
+#include "pythonstring.h"
+#include "scriptdirectories.h"
+#include <Python.h>
+#include <QProcess>
+#include <QtTest>
+using namespace Qt::StringLiterals;
+
+class TestPythonInterpreter : public QObject
+{
+    Q_OBJECT
+private:
+    QTemporaryDir m_directory;
+    std::unique_ptr<PythonInterpreter> m_interpreter;
+    QString m_shown;
+
+    /// What the console shows for these lines, typed one after the other.
+    QString shown(const QStringList &lines)
+    {
+        m_shown.clear();
+        for (const QString &line : lines)
+            m_interpreter->inputLine(line);
+        return m_shown;
+    }
+    QString write(const QString &name, const QByteArray &content) const
+    {
+        QFile file(m_directory.filePath(name));
+        if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size())
+            qFatal("The script cannot be written.");
+        return file.fileName();
+    }
+    void create(const ScriptDirectories &directories)
+    {
+        m_interpreter = std::make_unique<PythonInterpreter>(directories);
+        connect(m_interpreter.get(), &PythonInterpreter::outputLine, this,
+                [this](const QString &text) { m_shown += text; });
+        m_shown.clear();
+    }
+    static QString sysPathTail(int count)
+    {
+        const PythonReference tail(PyRun_String(("'|'.join(sys.path[-" + QByteArray::number(count) + ":])").constData(),
+                                                Py_eval_input, PyModule_GetDict(PyImport_AddModule("__main__")),
+                                                PyModule_GetDict(PyImport_AddModule("__main__"))));
+        return tail ? fromPython(tail.get()) : QString();
+    }
+
+private Q_SLOTS:
+    void initTestCase() { QVERIFY(startPython()); }
+    void init()
+    {
+        QTest::failOnWarning(QRegularExpression(u".?"_s));
+        create({m_directory.path(), QString()});
+    }
+    void cleanup()
+    {
+        m_interpreter.reset();
+        QVERIFY(!PyErr_Occurred());
+    }
+
+    void answersLines_data()
+    {
+        QTest::addColumn<QStringList>("lines");
+        QTest::addColumn<QString>("expected");
+        const auto row = [](const char *name, const QStringList &lines, const QString &expected) {
+            QTest::newRow(name) << lines << expected;
+        };
+        row("an empty line brings a new prompt", {u""_s}, u">>> "_s);
+        row("a simple first line runs at once", {u"print('a')"_s}, u"a\n>>> "_s);
+        row("the value of an expression is shown", {u"'a' + 'b'"_s}, u"'ab'\n>>> "_s);
+        row("None is not shown", {u"None"_s}, u">>> "_s);
+        row("a compound statement runs after an empty line", {u"if 1:"_s, u"\tprint('a')"_s, u""_s},
+            u"... ... a\n>>> "_s);
+        row("a compound statement on one line waits too", {u"if 1: print('a')"_s, u""_s}, u"... a\n>>> "_s);
+        row("a block of several lines", {u"for i in (1, 2):"_s, u"\tif i:"_s, u"\t\tprint(i)"_s, u""_s},
+            u"... ... ... 1\n2\n>>> "_s);
+        row("an empty line ends no open bracket", {u"print("_s, u""_s, u"1)"_s, u""_s}, u"... ... ... 1\n>>> "_s);
+        row("a bracket waits for an empty line once continued", {u"print("_s, u"1)"_s, u""_s}, u"... ... 1\n>>> "_s);
+        row("a text of several lines", {u"'''a"_s, u"b'''"_s, u""_s}, u"... ... 'a\\nb'\n>>> "_s);
+        row("a backslash", {u"1 + \\"_s, u"2"_s, u""_s}, u"... ... 3\n>>> "_s);
+        row("a decorator", {u"@staticmethod"_s, u"def f():"_s, u"\tpass"_s, u""_s}, u"... ... ... >>> "_s);
+        row("else, try and with",
+            {u"try:"_s, u"\t1/0"_s, u"except ZeroDivisionError:"_s, u"\tprint('z')"_s, u"else:"_s, u"\tpass"_s, u""_s},
+            u"... ... ... ... ... ... z\n>>> "_s);
+        row("a comment", {u"# a"_s, u""_s}, u"... >>> "_s);
+        row("a syntax error", {u"1 +"_s},
+            u"  File \"<stdin>\", line 1\n    1 +\n       ^\nSyntaxError: invalid syntax\n>>> "_s);
+        row("a syntax error in a block throws the block away", {u"if 1:"_s, u"\tprint('a')"_s, u"\t1 +"_s, u""_s},
+            u"... ...   File \"<stdin>\", line 3\n    1 +\n       ^\nSyntaxError: invalid syntax\n>>> >>> "_s);
+        row("a line that should be indented throws the block away", {u"if 1:"_s, u"print('a')"_s, u""_s},
+            u"...   File \"<stdin>\", line 2\n    print('a')\n    ^\nIndentationError: expected an indented block "
+            u"after "
+            "'if' statement on line 1\n>>> >>> "_s);
+        row("text of any language", {u"'äΩ\U0001F40D'"_s}, u"'äΩ\U0001F40D'\n>>> "_s);
+        row("a coding line does not change what was typed", {u"# coding: latin-1"_s, u"print('ä')"_s, u""_s},
+            u"... ... ä\n>>> "_s);
+        row("an exception", {u"1/0"_s},
+            u"Traceback (most recent call last):\n  File \"<stdin>\", line 1, in <module>\nZeroDivisionError: division "
+            "by zero\n>>> "_s);
+        row("the console goes on after an exception", {u"undefined"_s, u"1"_s},
+            u"Traceback (most recent call last):\n  File \"<stdin>\", line 1, in <module>\nNameError: name 'undefined' "
+            "is not defined\n>>> 1\n>>> "_s);
+        row("the old print statement", {u"print 'x'"_s},
+            u"  File \"<stdin>\", line 1\n    print 'x'\n    ^^^^^^^^^\nSyntaxError: Missing parentheses in call to "
+            "'print'. Did you mean print(...)?\n>>> "_s);
+        row("names at the prompt", {u"sorted(globals()), __name__"_s},
+            u"(['__builtins__', '__name__'], '__main__')\n>>> "_s);
+        row("names last from line to line", {u"a = 6"_s, u"a * 7"_s}, u">>> 42\n>>> "_s);
+    }
+    void answersLines()
+    {
+        QFETCH(QStringList, lines);
+        QFETCH(QString, expected);
+        QCOMPARE(shown(lines), expected);
+    }
+
+    void namespaceIsNotTheModuleMain()
+    {
+        QCOMPARE(shown({u"import __main__; __main__.__dict__ is globals()"_s}), u"False\n>>> "_s);
+    }
+
+    void startPrintsBannerAndPrompt()
+    {
+        m_interpreter->start(m_directory.filePath(u"missing.py"_s));
+        QCOMPARE(m_shown, u"Varnel Command Line (Python %1 on %2)\n>>> "_s.arg(QString::fromUtf8(Py_GetVersion()),
+                                                                               QString::fromUtf8(Py_GetPlatform())));
+    }
+    void startRunsTheStartupFile()
+    {
+        const QString path = write(u"begin.py"_s, "greeting = 'hello'\nprint(greeting)");
+        m_interpreter->start(path);
+        QVERIFY2(m_shown.endsWith(u")\nRunning file '%1'...\nhello\nOK\n>>> "_s.arg(path)), qPrintable(m_shown));
+        QCOMPARE(shown({u"greeting"_s}), u"'hello'\n>>> "_s);
+    }
+
+    void runsFilesInTheConsolesNamespace()
+    {
+        shown({u"number = 20"_s});
+        m_shown.clear();
+        const QString path = write(u"run.py"_s, "number += 1\nprint(__name__)\n5");
+        QVERIFY(m_interpreter->runFile(path));
+        QCOMPARE(m_shown, u"Running file '%1'...\n__main__\nOK\n"_s.arg(path));
+        QCOMPARE(shown({u"number"_s}), u"21\n>>> "_s);
+    }
+    void runsAFileWhoseNameIsNoAscii()
+    {
+        const QString path = write(u"Zähler %2 Ω.py"_s, "print('ä')");
+        QVERIFY(m_interpreter->runFile(path));
+        QCOMPARE(m_shown, u"Running file '"_s + path + u"'...\nä\nOK\n"_s);
+    }
+    void fileThatRaisesIsNoSuccess()
+    {
+        const QString path = write(u"raises.py"_s, "print('a')\nraise ValueError('no')\n");
+        QVERIFY(!m_interpreter->runFile(path));
+        QCOMPARE(m_shown, u"Running file '%1'...\na\nTraceback (most recent call last):\n  File \"%1\", line 2, in "
+                          "<module>\n    raise ValueError('no')\nValueError: no\n"_s.arg(path));
+    }
+    void fileThatDoesNotCompileIsNoSuccess_data()
+    {
+        QTest::addColumn<QByteArray>("content");
+        QTest::addColumn<QString>("lastLine");
+        QTest::newRow("syntax") << "1 +\n"_ba << u"SyntaxError: invalid syntax\n"_s;
+        QTest::newRow("Latin-1 without a coding line")
+            << "print('\xe4')\n"_ba
+            << u"SyntaxError: (unicode error) 'utf-8' codec can't decode byte 0xe4 in position 7: unexpected end of data\n"_s;
+    }
+    void fileThatDoesNotCompileIsNoSuccess()
+    {
+        QFETCH(QByteArray, content);
+        QFETCH(QString, lastLine);
+        QVERIFY(!m_interpreter->runFile(write(u"bad.py"_s, content)));
+        QVERIFY2(m_shown.endsWith(lastLine) || m_shown.contains(u"SyntaxError: Non-UTF-8 code"_s), qPrintable(m_shown));
+    }
+    void codingLineOfAFileCounts()
+    {
+        QVERIFY(m_interpreter->runFile(write(u"latin.py"_s, "# coding: latin-1\nprint('\xe4')\n")));
+        QVERIFY2(m_shown.endsWith(u"ä\nOK\n"_s), qPrintable(m_shown));
+    }
+    void fileThatCannotBeOpenedCountsAsGood_data()
+    {
+        QTest::addColumn<QString>("path");
+        QTest::newRow("missing") << m_directory.filePath(u"nowhere.py"_s);
+        QTest::newRow("a directory") << m_directory.path();
+    }
+    void fileThatCannotBeOpenedCountsAsGood()
+    {
+        QFETCH(QString, path);
+        QVERIFY(m_interpreter->runFile(path));
+        QCOMPARE(m_shown, u"Startup file '%1' could not be opened.\n"_s.arg(path));
+    }
+
+    void statementTypedWhileAScriptPumpsRunsInsideIt()
+    {
+        // the script lets an event through that brings the next line, as a key press would
+        connect(m_interpreter.get(), &PythonInterpreter::outputLine, m_interpreter.get(), [this](const QString &text) {
+            if (text == u"pump\n"_s)
+                m_interpreter->inputLine(u"print('inner')"_s);
+        });
+        QCOMPARE(shown({u"import sys"_s}), u">>> "_s);
+        m_shown.clear();
+        m_interpreter->inputLine(u"for i in range(1):"_s);
+        m_interpreter->inputLine(u"\tprint('<html>')"_s);
+        m_interpreter->inputLine(u"\tprint('outer')"_s);
+        QVERIFY(m_shown.endsWith(u"... "_s));
+        m_interpreter->inputLine(QString());
+        QVERIFY2(m_shown.endsWith(u"<html>\nouter\n>>> "_s), qPrintable(m_shown));
+    }
+
+    void nestedBlockSharesTheStatementUnderEntry()
+    {
+        bool nested = false;
+        connect(m_interpreter.get(), &PythonInterpreter::outputLine, m_interpreter.get(), [&](const QString &text) {
+            if (text == u"<html>1</html>"_s && !std::exchange(nested, true))
+                m_interpreter->inputLine(u"if 1:"_s); // the script still runs
+        });
+        m_interpreter->inputLine(u"print('<html>1</html>'); print('outer goes on')"_s);
+        QCOMPARE(m_shown, u"<html>1</html>... \nouter goes on\n... "_s);
+        QCOMPARE(shown({u"\tprint('block')"_s, u""_s}), u"... block\n>>> "_s);
+    }
+
+    void breakWhileNothingRunsShowsAfterTheNextStatement()
+    {
+        m_interpreter->breakExecution();
+        QCOMPARE(shown({u""_s, u"print('whole')"_s, u"1"_s}), u">>> whole\nKeyboardInterrupt\n>>> 1\n>>> "_s);
+    }
+    void breakStopsAnEndlessLoopThatLetsEventsThrough()
+    {
+        connect(m_interpreter.get(), &PythonInterpreter::outputLine, m_interpreter.get(), [this](const QString &text) {
+            if (text.contains(u"step"_s))
+                m_interpreter->breakExecution();
+        });
+        m_interpreter->inputLine(u"while True: print('<html>step</html>', end='')"_s);
+        m_interpreter->inputLine(QString());
+        QVERIFY2(m_shown.endsWith(u"KeyboardInterrupt\n>>> "_s), qPrintable(m_shown));
+        QCOMPARE(shown({u"1"_s}), u"1\n>>> "_s);
+    }
+
+    void scriptMayEndItsInterpreter()
+    {
+        connect(m_interpreter.get(), &PythonInterpreter::outputLine, this, [this](const QString &text) {
+            if (text == u"<html>end</html>"_s)
+                m_interpreter.reset();
+        });
+        m_interpreter->inputLine(u"print('<html>end</html>'); leftover = 1"_s);
+        QVERIFY(!m_interpreter);
+    }
+
+    void installedDirectoryIsAppendedToTheModulePath_data()
+    {
+        QTest::addColumn<QString>("installed");
+        QTest::newRow("plain") << u"/opt/varnel/python"_s;
+        QTest::newRow("quote") << u"/opt/user's/python"_s;
+        QTest::newRow("both quotes") << u"/opt/user's \"own\"/python"_s;
+        QTest::newRow("backslash") << u"C:\\new\\python"_s;
+        QTest::newRow("place marker") << u"/opt/%1/python"_s;
+        QTest::newRow("any language") << u"/opt/Zähler Ω\U0001F40D"_s;
+        QTest::newRow("line break") << u"/opt/a\nb"_s;
+    }
+    void installedDirectoryIsAppendedToTheModulePath()
+    {
+        QFETCH(QString, installed);
+        create({installed, QString()});
+        QCOMPARE(sysPathTail(1), installed);
+    }
+    void usersModulesWinOverTheInstalledOnes()
+    {
+        create({u"/installed"_s, u"/user"_s});
+        QCOMPARE(sysPathTail(2), u"/user|/installed"_s);
+    }
+
+    void completesNamesOfTheConsole()
+    {
+        shown({u"wheel_count = 4"_s});
+        QCOMPARE(m_interpreter->completions(u"wheel"_s), QStringList{u"wheel_count"_s});
+    }
+
+    void productScriptsRun_data()
+    {
+        QTest::addColumn<QString>("name");
+        QTest::newRow("startup.py") << u"startup.py"_s;
+        QTest::newRow("macros.py") << u"macros.py"_s;
+    }
+    void productScriptsRun()
+    {
+        QFETCH(QString, name);
+        const QString path = QStringLiteral(VARNEL_SOURCE_DIR) + u"/python/"_s + name;
+        QVERIFY(m_interpreter->runFile(path));
+        QCOMPARE(m_shown, u"Running file '%1'...\nOK\n"_s.arg(path));
+    }
+    void examplesInProductScriptsAreGoodPython()
+    {
+        for (const QString &name : {u"startup.py"_s, u"macros.py"_s}) {
+            QFile file(QStringLiteral(VARNEL_SOURCE_DIR) + u"/python/"_s + name);
+            QVERIFY(file.open(QIODevice::ReadOnly));
+            QString text = QString::fromUtf8(file.readAll());
+            text.replace(QRegularExpression(u"^# ?"_s, QRegularExpression::MultilineOption), QString());
+            const PythonReference code(Py_CompileString(text.toUtf8().constData(), qPrintable(name), Py_file_input));
+            if (!code)
+                PyErr_Print();
+            QVERIFY2(code, qPrintable(m_shown));
+        }
+    }
+
+    void exitEndsTheProcess_data()
+    {
+        QTest::addColumn<QString>("line");
+        QTest::addColumn<int>("code");
+        QTest::newRow("sys.exit") << u"import sys; sys.exit(7)"_s << 7;
+        QTest::newRow("SystemExit") << u"raise SystemExit"_s << 0;
+        QTest::newRow("quit") << u"quit()"_s << 0;
+        QTest::newRow("text") << u"raise SystemExit('no')"_s << 1;
+    }
+    void exitEndsTheProcess()
+    {
+        QFETCH(QString, line);
+        QFETCH(int, code);
+        QProcess child;
+        child.start(QCoreApplication::applicationFilePath(), {u"--line"_s, line});
+        QVERIFY(child.waitForFinished());
+        QCOMPARE(child.exitStatus(), QProcess::NormalExit);
+        QCOMPARE(child.exitCode(), code);
+        QCOMPARE(child.readAllStandardOutput(), "before\n");
+    }
+
+    void withoutPythonItWarnsAndAnswersNothing()
+    {
+        QProcess child;
+        child.start(QCoreApplication::applicationFilePath(), {u"--without-python"_s});
+        QVERIFY(child.waitForFinished());
+        QCOMPARE(child.exitStatus(), QProcess::NormalExit);
+        QVERIFY(child.readAllStandardError().contains("ASSERT: \"Py_IsInitialized()\" in "));
+        QCOMPARE(child.readAllStandardOutput(), "Startup file 'x.py' could not be opened.\n>>> ");
+    }
+};
+
+static int runInChild(const QString &line)
+{
+    if (!line.isNull() && !startPython())
+        return 100;
+    PythonInterpreter interpreter({});
+    QObject::connect(&interpreter, &PythonInterpreter::outputLine, [](const QString &text) {
+        fputs(qPrintable(text), stdout);
+        fflush(stdout);
+    });
+    if (line.isNull()) {
+        interpreter.runFile(u"x.py"_s);
+        interpreter.inputLine(u"1"_s);
+        return 0;
+    }
+    interpreter.sendOutput(u"before\n"_s);
+    interpreter.inputLine(line);
+    fputs("after\n", stdout);
+    return 101;
+}
+
+int main(int argc, char **argv)
+{
+    const QCoreApplication application(argc, argv);
+    if (argc == 3 && qstrcmp(argv[1], "--line") == 0)
+        return runInChild(QString::fromUtf8(argv[2]));
+    if (argc == 2 && qstrcmp(argv[1], "--without-python") == 0)
+        return runInChild(QString());
+    TestPythonInterpreter test;
+    return QTest::qExec(&test, argc, argv);
+}
+#include "tst_pythoninterpreter.moc"

@@ -1,0 +1,112 @@
+#include "pythonreference.h"
+#include "pythonruntime.h"
+#include "pythonstring.h"
+#include <Python.h>
+#include <QProcess>
+#include <QtTest>
+using namespace Qt::StringLiterals;
+
+// Python starts once in a process, so each case runs in a child: this program, with an expression as its argument.
+
+class TestPythonRuntime : public QObject
+{
+    Q_OBJECT
+private:
+    static QString valueInChild(const QString &expression, bool environmentHeard, const QString &variable,
+                                const QString &value)
+    {
+        QProcess child;
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        if (!variable.isEmpty())
+            environment.insert(variable, value);
+        child.setProcessEnvironment(environment);
+        child.start(QCoreApplication::applicationFilePath(),
+                    {u"--value"_s, expression, environmentHeard ? u"heard"_s : u"ignored"_s});
+        child.waitForFinished();
+        return QString::fromUtf8(child.readAllStandardOutput() + child.readAllStandardError());
+    }
+
+private Q_SLOTS:
+    void init() { QTest::failOnWarning(QRegularExpression(u".?"_s)); }
+
+    void startedPython_data()
+    {
+        QTest::addColumn<QString>("expression");
+        QTest::addColumn<bool>("heard");
+        QTest::addColumn<QString>("variable");
+        QTest::addColumn<QString>("value");
+        QTest::addColumn<QString>("expected");
+        const auto row = [](const char *name, const QString &expression, const QString &expected, bool heard = false,
+                            const QString &variable = {}, const QString &value = {}) {
+            QTest::newRow(name) << expression << heard << variable << value << expected;
+        };
+        row("is in UTF-8 mode", u"__import__('sys').flags.utf8_mode"_s, u"1"_s);
+        row("writes files as UTF-8 in any locale", u"open('/dev/null').encoding"_s, u"utf-8"_s, false, u"LC_ALL"_s,
+            u"C"_s);
+        row("is UTF-8 in any locale with the environment heard", u"__import__('sys').flags.utf8_mode"_s, u"1"_s, true,
+            u"LC_ALL"_s, u"C"_s);
+        row("has site", u"'site' in __import__('sys').modules"_s, u"True"_s);
+        row("ignores PYTHONPATH", u"'/extra' in __import__('sys').path"_s, u"False"_s, false, u"PYTHONPATH"_s,
+            u"/extra"_s);
+        row("hears PYTHONPATH when told", u"'/extra' in __import__('sys').path"_s, u"True"_s, true, u"PYTHONPATH"_s,
+            u"/extra"_s);
+        row("ignores PYTHONHOME", u"__import__('sys').prefix"_s, u"/usr"_s, false, u"PYTHONHOME"_s, u"/nowhere"_s);
+        row("ignores PATH", u"__import__('sys').prefix"_s, u"/usr"_s, false, u"PATH"_s, u"/nowhere"_s);
+        row("has no path of the current directory", u"'' in __import__('sys').path"_s, u"False"_s);
+        row("has no arguments of the program", u"__import__('sys').argv"_s, u"['']"_s);
+        row("leaves interrupts to the program", u"__import__('signal').getsignal(2)"_s, u"0"_s);
+        row("leaves the locale of numbers alone", u"__import__('locale').setlocale(1)"_s, u"C"_s, false, u"LC_ALL"_s,
+            u"C.UTF-8"_s);
+        row("leaves the environment of child processes alone", u"__import__('os').environ['LC_ALL']"_s, u"C"_s, false,
+            u"LC_ALL"_s, u"C"_s);
+    }
+    void startedPython()
+    {
+        QFETCH(QString, expression);
+        QFETCH(bool, heard);
+        QFETCH(QString, variable);
+        QFETCH(QString, value);
+        QFETCH(QString, expected);
+        QCOMPARE(valueInChild(expression, heard, variable, value), expected);
+    }
+
+    void startingTwiceIsHarmless()
+    {
+        QVERIFY(startPython());
+        QVERIFY(startPython(PythonEnvironment::Heard));
+        QVERIFY(Py_IsInitialized());
+    }
+
+    void failedStartIsReportedWithPythonsWords()
+    {
+        const QString output = valueInChild(u"1"_s, true, u"PYTHONHASHSEED"_s, u"many"_s);
+        QVERIFY2(output.contains(u"startPython: Cannot start Python (PYTHONHASHSEED must be"_s), qPrintable(output));
+        QVERIFY2(output.endsWith(u"not started"_s), qPrintable(output));
+    }
+};
+
+static int printValue(const QString &expression, bool environmentHeard)
+{
+    if (!startPython(environmentHeard ? PythonEnvironment::Heard : PythonEnvironment::Ignored)) {
+        fputs("not started", stderr);
+        return 1;
+    }
+    const PythonReference globals(PyDict_New());
+    const PythonReference value(
+        PyRun_String(expression.toUtf8().constData(), Py_eval_input, globals.get(), globals.get()));
+    if (!value)
+        PyErr_Print();
+    else
+        fputs(qPrintable(fromPython(PythonReference(PyObject_Str(value.get())).get())), stdout);
+    return 0;
+}
+
+int main(int argc, char **argv)
+{
+    const QCoreApplication application(argc, argv);
+    if (argc == 4 && qstrcmp(argv[1], "--value") == 0)
+        return printValue(QString::fromUtf8(argv[2]), qstrcmp(argv[3], "heard") == 0);
+    TestPythonRuntime test;
+    return QTest::qExec(&test, argc, argv);
+}
+#include "tst_pythonruntime.moc"
