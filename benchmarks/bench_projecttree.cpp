@@ -1,0 +1,274 @@
+// The project tree with 100,000 files in 1,000 folders, beside a bare QTreeWidget that gets a row for each of them.
+#include "project.h"
+#include "projectfile.h"
+#include "projectfolder.h"
+#include "projecttree.h"
+#include "projecttreehost.h"
+#include "projecttreeitem.h"
+#include "projectworkspace.h"
+#include <benchmark/benchmark.h>
+#include <ctime>
+#include <QApplication>
+#include <QKeyEvent>
+#include <QStyle>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+constexpr int FolderCount = 1000;
+constexpr int FilesPerFolder = 100;
+constexpr int FilesInBigFolder = 10000;
+
+class Host : public ProjectTreeHost
+{
+public:
+    QAction *action(const QString &) const override { return nullptr; }
+    QIcon picture(const QString &) const override { return QApplication::style()->standardIcon(QStyle::SP_FileIcon); }
+    QString sourceFilter() const override { return {}; }
+    QString filesDirectory() const override { return {}; }
+    void setFilesDirectory(const QString &) override {}
+};
+
+void require(bool condition, const char *what)
+{
+    if (!condition)
+        qFatal("%s", what);
+}
+
+/// Names that are neither in order nor backwards.
+QString fileName(int number)
+{
+    return u"source_file_%1.c"_s.arg(number * 7919 % 100003);
+}
+
+/// A workspace with one project: 1,000 folders of 100 files, then one of 10,000.
+std::unique_ptr<ProjectWorkspace> largeWorkspace()
+{
+    auto workspace = std::make_unique<ProjectWorkspace>(u"/work/large.vnw"_s);
+    auto *project = new Project(u"large"_s, u"/work"_s);
+    for (int i = 0; i <= FolderCount; ++i) {
+        auto *folder = new ProjectFolder(u"Component %1"_s.arg(i));
+        for (int j = 0; j < (i < FolderCount ? FilesPerFolder : FilesInBigFolder); ++j)
+            folder->addFile(new ProjectFile(fileName(j), u"source/%1/%2"_s.arg(QString::number(i), fileName(j))));
+        project->addFolder(folder, false);
+    }
+    workspace->addProject(project);
+    return workspace;
+}
+
+ListViewItem *bigFolder(const ProjectTree &tree)
+{
+    return static_cast<ListViewItem *>(tree.firstChild()->child(0)->child(FolderCount));
+}
+
+/// Lets everything happen that is pending, painting included.
+void settle(QWidget &window)
+{
+    QCoreApplication::processEvents();
+    window.repaint();
+}
+
+double processorMilliseconds()
+{
+    timespec time{};
+    clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &time);
+    return double(time.tv_sec) * 1e3 + double(time.tv_nsec) / 1e6;
+}
+
+/// Processor time of this program, so that the neighbours on a shared machine do not count.
+template <typename Work>
+double milliseconds(const Work &work)
+{
+    const double start = processorMilliseconds();
+    work();
+    return processorMilliseconds() - start;
+}
+
+void addRows(QTreeWidgetItem *parent, int count)
+{
+    static const QIcon icon = QApplication::style()->standardIcon(QStyle::SP_FileIcon);
+    QList<QTreeWidgetItem *> rows;
+    for (int i = 0; i < count; ++i) {
+        rows += new QTreeWidgetItem(QStringList(fileName(i)));
+        rows.last()->setIcon(0, icon);
+    }
+    parent->addChildren(rows);
+}
+
+/// A row for every file, closed folders; the time until it is painted.
+double bareTree()
+{
+    QTreeWidget tree;
+    tree.setUniformRowHeights(true);
+    tree.setHeaderHidden(true);
+    tree.resize(300, 800);
+    tree.show();
+    settle(tree);
+    return milliseconds([&] {
+        for (int i = 0; i <= FolderCount; ++i) {
+            auto *folder = new QTreeWidgetItem(&tree, QStringList(u"Component %1"_s.arg(i)));
+            addRows(folder, i < FolderCount ? FilesPerFolder : FilesInBigFolder);
+        }
+        settle(tree);
+    });
+}
+
+/// One folder of 10,000 rows that are there already is opened.
+double bareExpansion()
+{
+    QTreeWidget tree;
+    tree.setUniformRowHeights(true);
+    tree.resize(300, 800);
+    auto *folder = new QTreeWidgetItem(&tree, QStringList(u"Component"_s));
+    addRows(folder, FilesInBigFolder);
+    tree.show();
+    settle(tree);
+    return milliseconds([&] {
+        folder->setExpanded(true);
+        settle(tree);
+    });
+}
+
+/// A tree on the screen with the large project in it.
+struct Shown
+{
+    Host host;
+    std::unique_ptr<ProjectWorkspace> workspace = largeWorkspace();
+    ProjectTree tree{host};
+
+    Shown()
+    {
+        tree.resize(300, 800);
+        tree.show();
+        tree.setWorkspace(workspace.get());
+        settle(tree);
+    }
+    Project *project() const { return workspace->project(0); }
+};
+
+void report(benchmark::State &state, double peer, const char *name)
+{
+    state.counters[name] = peer;
+}
+
+/// From the loaded model to the painted tree.
+void showLargeProject(benchmark::State &state)
+{
+    Shown shown;
+    require(shown.tree.firstChild()->child(0)->childCount() == FolderCount + 1, "Folders are missing.");
+    double peer = 0;
+    for ([[maybe_unused]] auto _ : state) {
+        peer += bareTree();
+        state.SetIterationTime(milliseconds([&] {
+                                   shown.tree.setWorkspace(shown.workspace.get());
+                                   settle(shown.tree);
+                               })
+                               / 1000);
+    }
+    report(state, peer / double(state.iterations()), "bare_fill_ms");
+}
+BENCHMARK(showLargeProject)->UseManualTime()->Unit(benchmark::kMillisecond);
+
+void expandTenThousand(benchmark::State &state)
+{
+    Shown shown;
+    double peer = 0;
+    for ([[maybe_unused]] auto _ : state) {
+        peer += bareExpansion();
+        shown.tree.setWorkspace(shown.workspace.get());
+        settle(shown.tree);
+        ListViewItem *folder = bigFolder(shown.tree);
+        state.SetIterationTime(milliseconds([&] {
+                                   folder->setOpen(true);
+                                   settle(shown.tree);
+                               })
+                               / 1000);
+        require(folder->childCount() == FilesInBigFolder, "Files are missing.");
+    }
+    report(state, peer / double(state.iterations()), "bare_rows_there_ms");
+}
+BENCHMARK(expandTenThousand)->UseManualTime()->Unit(benchmark::kMillisecond);
+
+/// One step of the selection, with every row of the project made and open.
+void arrowKeyInOpenTree(benchmark::State &state)
+{
+    Shown shown;
+    shown.tree.expandAll();
+    shown.tree.setCurrentItem(shown.tree.firstChild());
+    settle(shown.tree);
+    for ([[maybe_unused]] auto _ : state) {
+        QKeyEvent key(QEvent::KeyPress, Qt::Key_Down, Qt::NoModifier);
+        QCoreApplication::sendEvent(&shown.tree, &key);
+        settle(shown.tree);
+    }
+    require(shown.tree.selectedItem() != shown.tree.firstChild(), "The selection has not moved.");
+}
+BENCHMARK(arrowKeyInOpenTree)->Unit(benchmark::kMicrosecond);
+
+/// A file is added to a project of which every row is made and open; the tree goes there.
+void addFileToOpenTree(benchmark::State &state)
+{
+    Shown shown;
+    shown.tree.expandAll();
+    settle(shown.tree);
+    ProjectFolder *folder = shown.project()->folders().constFirst();
+    int number = 0;
+    for ([[maybe_unused]] auto _ : state) {
+        folder->addFile(new ProjectFile(fileName(number), fileName(number)));
+        ++number;
+        settle(shown.tree);
+    }
+    require(shown.tree.firstChild()->child(0)->child(0)->childCount() == FilesPerFolder + number, "Files are missing.");
+}
+BENCHMARK(addFileToOpenTree)->Unit(benchmark::kMillisecond);
+
+/// What a plug-in does that fills a project: 10,000 files, each told by a signal of its own.
+void addTenThousand(benchmark::State &state)
+{
+    for ([[maybe_unused]] auto _ : state) {
+        Shown shown;
+        QList<ProjectFile *> files;
+        for (int i = 0; i < FilesInBigFolder; ++i)
+            files += new ProjectFile(fileName(i), fileName(i));
+        state.SetIterationTime(milliseconds([&] {
+                                   for (ProjectFile *file : files)
+                                       shown.project()->addFile(file);
+                                   settle(shown.tree);
+                               })
+                               / 1000);
+        require(shown.tree.firstChild()->child(0)->childCount() == FolderCount + 1 + FilesInBigFolder,
+                "Files are missing.");
+    }
+}
+BENCHMARK(addTenThousand)->UseManualTime()->Unit(benchmark::kMillisecond);
+
+void removeTenThousand(benchmark::State &state)
+{
+    for ([[maybe_unused]] auto _ : state) {
+        Shown shown;
+        ListViewItem *folder = bigFolder(shown.tree);
+        folder->setOpen(true);
+        shown.tree.setCurrentItem(folder->firstChild());
+        const QItemSelection all(shown.tree.indexFromItem(folder->child(0)),
+                                 shown.tree.indexFromItem(folder->child(FilesInBigFolder - 1)));
+        shown.tree.selectionModel()->select(all, QItemSelectionModel::ClearAndSelect);
+        settle(shown.tree);
+        state.SetIterationTime(milliseconds([&] {
+                                   shown.tree.remove();
+                                   settle(shown.tree);
+                               })
+                               / 1000);
+        require(folder->childCount() == 0, "Files are left.");
+    }
+}
+BENCHMARK(removeTenThousand)->UseManualTime()->Unit(benchmark::kMillisecond);
+} // namespace
+
+int main(int argc, char **argv)
+{
+    qputenv("LC_ALL", "en_US.UTF-8"); // names are compared as users' languages do, not byte by byte
+    QApplication application(argc, argv);
+    benchmark::Initialize(&argc, argv);
+    benchmark::RunSpecifiedBenchmarks();
+    return 0;
+}
