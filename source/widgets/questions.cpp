@@ -15,6 +15,20 @@ void widenFilter(const QFileDialog &dialog)
     if (files)
         files->setNameFilters(files->nameFilters().replaceInStrings(u"*.*"_s, u"*"_s));
 }
+
+/// The dialogs are the toolkit's own everywhere, so that whoever drives the program finds them by name.
+QStringList ask(QWidget *parent, const FileQuestion &question, QFileDialog::AcceptMode accept,
+                QFileDialog::FileMode mode)
+{
+    QFileDialog dialog(parent, question.caption, question.directory, question.filter);
+    dialog.setOption(QFileDialog::DontUseNativeDialog);
+    dialog.setObjectName(question.objectName);
+    dialog.setAcceptMode(accept);
+    dialog.setFileMode(mode);
+    QObject::connect(&dialog, &QFileDialog::filterSelected, &dialog, [&dialog] { widenFilter(dialog); });
+    widenFilter(dialog);
+    return dialog.exec() == QDialog::Accepted ? dialog.selectedFiles() : QStringList();
+}
 } // namespace
 
 std::optional<QString> askForText(QWidget *parent, const QString &label, const QString &text)
@@ -32,11 +46,15 @@ std::optional<QString> askForText(QWidget *parent, const QString &label, const Q
 
 QStringList askForOpenFiles(QWidget *parent, const FileQuestion &question)
 {
-    QFileDialog dialog(parent, question.caption, question.directory, question.filter);
-    dialog.setOption(QFileDialog::DontUseNativeDialog);
-    dialog.setObjectName(question.objectName);
-    dialog.setFileMode(QFileDialog::ExistingFiles);
-    QObject::connect(&dialog, &QFileDialog::filterSelected, &dialog, [&dialog] { widenFilter(dialog); });
-    widenFilter(dialog);
-    return dialog.exec() == QDialog::Accepted ? dialog.selectedFiles() : QStringList();
+    return ask(parent, question, QFileDialog::AcceptOpen, QFileDialog::ExistingFiles);
+}
+
+QString askForOpenFile(QWidget *parent, const FileQuestion &question)
+{
+    return ask(parent, question, QFileDialog::AcceptOpen, QFileDialog::ExistingFile).value(0);
+}
+
+QString askForSaveFile(QWidget *parent, const FileQuestion &question)
+{
+    return ask(parent, question, QFileDialog::AcceptSave, QFileDialog::AnyFile).value(0);
 }

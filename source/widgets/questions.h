@@ -20,3 +20,7 @@ struct FileQuestion
 
 /// Asks for any number of files that exist. Empty if the user cancels.
 [[nodiscard]] QStringList askForOpenFiles(QWidget *parent, const FileQuestion &question);
+/// Asks for one file that exists. Empty if the user cancels.
+[[nodiscard]] QString askForOpenFile(QWidget *parent, const FileQuestion &question);
+/// Asks where to save a file; the user has agreed to overwrite one that exists. Empty if the user cancels.
+[[nodiscard]] QString askForSaveFile(QWidget *parent, const FileQuestion &question);

@@ -77,6 +77,13 @@ void SwapFile::flush()
     m_writer.waitForDone();
 }
 
+bool SwapFile::writeNow()
+{
+    write();
+    flush();
+    return QFile::exists(m_path);
+}
+
 /// A running timer is left to run: the copy must come even if the typing never rests.
 void SwapFile::textChanged()
 {

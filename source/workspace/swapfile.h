@@ -22,6 +22,8 @@ public:
     void setDelay(int milliseconds) { m_timer.setInterval(milliseconds); }
     /// Waits until what is being written is on disk.
     void flush();
+    /// Writes the copy at once. False if it is not on disk afterwards.
+    bool writeNow();
 
 private:
     void textChanged();

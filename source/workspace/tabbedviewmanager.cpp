@@ -155,6 +155,14 @@ void TabbedViewManager::activateView(View *view, bool setFocus)
     Q_EMIT viewActivated(view);
 }
 
+QList<View *> TabbedViewManager::arrangedViews() const
+{
+    QList<View *> arranged;
+    for (int tab = 0; tab < m_tabBar->count(); ++tab)
+        arranged.append(m_tabs.key(m_tabBar->tabData(tab).toInt()));
+    return arranged;
+}
+
 View *TabbedViewManager::currentView()
 {
     return static_cast<View *>(m_stack->currentWidget());

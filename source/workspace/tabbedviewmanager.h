@@ -15,6 +15,7 @@ public:
     void addView(View *newView, bool activate) override;
     void addViewInPlace(View *newView, bool activate) override;
     [[nodiscard]] View *currentView() override;
+    [[nodiscard]] QList<View *> arrangedViews() const override;
     void activateView(View *view, bool setFocus) override;
     void viewClosed(View *view) override;
 

@@ -45,6 +45,8 @@ public:
     /// whose colours both are the background of the first format.
     [[nodiscard]] FormatTable formatTable() const;
 
+    bool operator==(const TextFormats &) const = default;
+
 private:
     struct Format
     {
@@ -56,11 +58,15 @@ private:
         bool hasBackground = false;
         QColor fgColour = Qt::black;
         QColor bgColour = Qt::white;
+
+        bool operator==(const Format &) const = default;
     };
     struct Section
     {
         QString name;
         QList<Format> formats;
+
+        bool operator==(const Section &) const = default;
     };
 
     static QList<Section> readSections(QXmlStreamReader &reader);

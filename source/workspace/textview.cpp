@@ -89,6 +89,31 @@ void TextView::splitAt(TextViewEdit *pane, int y)
     added->setFocus();
 }
 
+QList<TextViewEdit *> TextView::shownEdits() const
+{
+    QList<TextViewEdit *> shown;
+    std::copy_if(m_edits.cbegin(), m_edits.cend(), std::back_inserter(shown),
+                 [](TextViewEdit *edit) { return !edit->isHidden(); });
+    return shown;
+}
+
+QList<int> TextView::paneHeights() const
+{
+    QList<int> heights = m_splitter->sizes();
+    for (qsizetype i = m_edits.size() - 1; i >= 0; --i) {
+        if (m_edits[i]->isHidden())
+            heights.removeAt(i);
+    }
+    return heights;
+}
+
+void TextView::setPaneHeights(const QList<int> &heights)
+{
+    while (m_edits.size() < heights.size())
+        addPane();
+    m_splitter->setSizes(heights);
+}
+
 void TextView::paneBecameSmall(TextViewEdit *pane)
 {
     const auto isShown = [](TextViewEdit *edit) { return !edit->isHidden(); };

@@ -67,6 +67,11 @@ public:
     [[nodiscard]] TextViewEdit *currentEdit() const { return m_current; } ///< the pane focused last
     /// Divides @p pane at the height @p y.
     void splitAt(TextViewEdit *pane, int y);
+    /// The heights of the panes that are not collapsed, from top to bottom, in pixels.
+    [[nodiscard]] QList<int> paneHeights() const;
+    /// Makes as many panes as there are @p heights, which share the view's height in that proportion.
+    void setPaneHeights(const QList<int> &heights);
+    [[nodiscard]] QList<TextViewEdit *> shownEdits() const; ///< the panes that are not collapsed, from top to bottom
 
 Q_SIGNALS:
     void toggleBreakpoint(int line); ///< counts from 1

@@ -24,6 +24,8 @@ public:
 
     /// Most recently activated first; a new view stands last until it is activated.
     [[nodiscard]] const ObjectList<View> &views() const { return m_views; }
+    /// In the order in which the user sees them.
+    [[nodiscard]] virtual QList<View *> arrangedViews() const { return m_views; }
     [[nodiscard]] Document *currentDocument();
     /// Brings the first view of @p document to the front. The document must have one.
     void activateDocument(Document *document, bool setFocus);

@@ -43,6 +43,12 @@ QDir ApplicationPaths::path(PathId id) const
     return m_directories.value(id);
 }
 
+QDir stateDirectory()
+{
+    const QString home = qEnvironmentVariable("XDG_STATE_HOME", QDir::homePath() + u"/.local/state"_s);
+    return below(QDir(home), u"Ostrand Labs/Varnel"_s);
+}
+
 QDir installRootOfExecutable()
 {
     QDir root(QCoreApplication::applicationDirPath());

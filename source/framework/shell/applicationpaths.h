@@ -44,5 +44,9 @@ private:
     QMap<int, QDir> m_directories;
 };
 
+/// Where the program keeps what it remembers for this user between two runs: sessions, copies of unsaved texts.
+/// $XDG_STATE_HOME, or what stands for it, and the program's own folder below it.
+[[nodiscard]] QDir stateDirectory();
+
 /// The parent of the directory that holds the executable.
 [[nodiscard]] QDir installRootOfExecutable();

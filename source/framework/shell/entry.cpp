@@ -14,8 +14,16 @@ class WindowCommandLine : public CommandLineTarget
 public:
     explicit WindowCommandLine(MainWindow &window) : m_window(window) {}
     void startServer(quint16 port) override { m_window.startServer(port); }
-    void openProject(const QString &path) override { m_window.openProject(path, false); }
-    void openWorkspace(const QString &path) override { m_window.openWorkspace(path, false); }
+    void openProject(const QString &path) override
+    {
+        m_window.disableSessions();
+        m_window.openProject(path, false);
+    }
+    void openWorkspace(const QString &path) override
+    {
+        m_window.disableSessions();
+        m_window.openWorkspace(path, false);
+    }
 
 private:
     MainWindow &m_window;
@@ -51,5 +59,6 @@ int runMainWindow(IDEApplication &application)
         return 1;
     }
     window.helpHome();
+    QMetaObject::invokeMethod(&window, &MainWindow::continueLastRun, Qt::QueuedConnection);
     return QApplication::exec();
 }

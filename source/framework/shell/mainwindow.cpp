@@ -1,21 +1,40 @@
 #include "mainwindow.h"
+#include "dockwindow.h"
+#include "document.h"
+#include "documentkinds.h"
+#include "editcommands.h"
+#include "filechangecheck.h"
+#include "filecommands.h"
+#include "formatchoice.h"
 #include "ibuildenvironment.h"
 #include "ideapplication.h"
 #include "iexecutionenvironment.h"
+#include "mdiviewmanager.h"
+#include "navigator.h"
+#include "outputwindow.h"
+#include "pictures.h"
 #include "project.h"
+#include "projectfile.h"
 #include "projectworkspace.h"
+#include "pythonconsole.h"
+#include "pythonruntime.h"
+#include "tabbedviewmanager.h"
+#include "textview.h"
 #include "toolbar.h"
 #include "uidocument.h"
+#include "workspace.h"
 #include <QAction>
-#include <QCloseEvent>
 #include <QComboBox>
 #include <QFileInfo>
 #include <QLabel>
 #include <QLineEdit>
+#include <QScreen>
 #include <QSettings>
 #include <QStatusBar>
 
 using namespace Qt::StringLiterals;
+
+// How the window is put together, and what it tells its actions.
 
 namespace {
 constexpr int RecentLimit = 4;
@@ -25,30 +44,56 @@ IDEApplication *application()
 {
     return IDEApplication::instance();
 }
+
+/// Optional, so its absence is no news.
+QPixmap outputArtwork()
+{
+    const QString name = u"marketing_output.png"_s;
+    const QString images = application()->path(PathPlugInRoot).filePath(u"images"_s);
+    return findPicture(images, name).exists() ? application()->loadPixmap(name) : QPixmap();
+}
 } // namespace
 
 MainWindow::MainWindow(QWidget *parent)
     : QMainWindow(parent)
     , m_ui(this, application()->path(PathConfig).filePath(uiConfigFileName),
            [](const QString &name) { return application()->loadIcon(name); })
+    , m_directories(application()->settings(), application()->path(PathUserDocuments).path())
+    , m_treeHost(m_ui, m_directories, m_sourceExtensions)
+    , m_editorHost(m_ui)
+    , m_sessions(stateDirectory().filePath(u"sessions"_s))
+    , m_layout(this, application()->settings(), [this] { return dockWindows(); })
     , m_recentFiles(u"RecentFiles/File"_s, RecentLimit, application()->settings())
     , m_recentWorkspaces(u"RecentFiles/Workspace"_s, RecentLimit, application()->settings())
 {
     setWindowIcon(application()->loadIcon(u"appicon.png"_s));
     setIconSize(QSize(22, 22)); // what the pictures are drawn for
+    setDockNestingEnabled(true);
     setupStatusBar();
-    setupCentralArea();
+    setupWorkspace();
     setupActions();
     setupToolbars();
     setupMenus();
     setupTitle();
+    setupDockWindows();
+    restoreLayout();
     m_recentFiles.load();
     m_recentWorkspaces.load();
+    m_textFormats = chosenFormats(*application()->settings(), application()->path(PathConfig));
+    applyTextFormats();
+    setupCommands();
     emitNothingAvailable();
     setState(StateNoWorkspace);
+    setAcceptDrops(true);
 }
 
-MainWindow::~MainWindow() = default;
+/// The views go before the documents' kinds, and both before what they ask things of.
+MainWindow::~MainWindow()
+{
+    m_projectCommands.reset();
+    delete m_viewManager;
+    delete m_workspace;
+}
 
 void MainWindow::setupStatusBar()
 {
@@ -64,12 +109,119 @@ void MainWindow::setupStatusBar()
     statusBar()->addPermanentWidget(m_cursorLabel, 0);
 }
 
-void MainWindow::setupCentralArea()
+void MainWindow::setupWorkspace()
 {
-    auto *area = new QWidget(this);
-    area->setBackgroundRole(QPalette::Mid);
-    area->setAutoFillBackground(true);
-    setCentralWidget(area);
+    QSettings *settings = application()->settings();
+    m_workspace = new Workspace(this);
+    m_workspace->setObjectName(u"workspace"_s);
+    if (settings->value(u"Editor/WorkspaceStyle"_s, 0).toInt() == 0)
+        m_viewManager = new TabbedViewManager(this);
+    else
+        m_viewManager = new MDIViewManager(settings, this);
+    m_viewManager->setObjectName(u"viewManager"_s);
+    m_viewManager->setBackgroundRole(QPalette::Mid);
+    m_viewManager->setAutoFillBackground(true);
+    m_workspace->setViewManager(m_viewManager);
+    setCentralWidget(m_viewManager);
+
+    connect(m_viewManager, &ViewManager::viewActivated, this, &MainWindow::viewActivated);
+    connect(m_viewManager, &ViewManager::cursorPositionChanged, this, &MainWindow::cursorPositionChanged);
+    connect(m_viewManager, &ViewManager::undoAvailable, this, &MainWindow::undoAvailable);
+    connect(m_viewManager, &ViewManager::redoAvailable, this, &MainWindow::redoAvailable);
+    connect(m_viewManager, &ViewManager::copyAvailable, this, &MainWindow::copyAvailable);
+    connect(m_viewManager, &ViewManager::cutAvailable, this, &MainWindow::cutAvailable);
+    connect(m_viewManager, &ViewManager::pasteAvailable, this, &MainWindow::pasteAvailable);
+    connect(m_viewManager, &ViewManager::backAvailable, this, &MainWindow::backAvailable);
+    connect(m_viewManager, &ViewManager::forwardAvailable, this, &MainWindow::forwardAvailable);
+    connect(m_viewManager, &ViewManager::nextAvailable, this, &MainWindow::nextAvailable);
+    connect(m_viewManager, &ViewManager::previousAvailable, this, &MainWindow::previousAvailable);
+
+    registerDocumentKinds(*m_workspace, {&m_formats, &m_editorHost, stateDirectory().filePath(u"swap"_s)}, {});
+    applyEditorSettings(*m_workspace, *settings);
+}
+
+void MainWindow::setupCommands()
+{
+    m_changeCheck = std::make_unique<FileChangeCheck>(this, m_workspace, m_viewManager);
+    m_fileCommands = new FileCommands({.window = this,
+                                       .workspace = m_workspace,
+                                       .viewManager = m_viewManager,
+                                       .recentFiles = &m_recentFiles,
+                                       .changeCheck = m_changeCheck.get(),
+                                       .directories = &m_directories,
+                                       .filter = [this] { return sourceFilter(); },
+                                       .projectDirectory =
+                                           [this] {
+                                               const Project *project = currentProject();
+                                               return project ? project->basePath() : QString();
+                                           }},
+                                      this);
+    m_editCommands = new EditCommands(this, m_viewManager, m_navigator, m_outputWindow, this);
+    ProjectCommandsHost *host = this;
+    m_projectCommands = std::make_unique<ProjectCommands>(this, host, &m_recentWorkspaces, &m_directories);
+    connect(m_projectCommands.get(), &ProjectCommands::currentProjectChanged, this, &MainWindow::currentProjectChanged);
+}
+
+DockWindow *MainWindow::addDock(const char *objectName, const QString &caption, Qt::DockWidgetArea area,
+                                QWidget *content)
+{
+    auto *dock = new DockWindow(QString::fromLatin1(objectName), caption, this);
+    if (content)
+        dock->setWidget(content);
+    addDockWidget(area, dock);
+    m_docks.append(dock);
+    return dock;
+}
+
+DockWindow *MainWindow::addHiddenDock(const char *objectName, const QString &caption, Qt::DockWidgetArea area,
+                                      bool newLine)
+{
+    DockWindow *dock = addDock(objectName, caption, area, nullptr);
+    dock->setNewLine(newLine);
+    dock->hide();
+    return dock;
+}
+
+void MainWindow::setupDockWindows()
+{
+    m_navigator = new Navigator(m_treeHost);
+    m_navigator->setObjectName(u"navigator"_s);
+    m_navigatorDock = addDock("navigatorDockWindow", tr("Navigator"), Qt::LeftDockWidgetArea, m_navigator);
+    m_outputWindow = new OutputWindow(nullptr, outputArtwork());
+    m_outputWindow->setObjectName(u"outputWindow"_s);
+    m_outputDock = addDock("outputDockWindow", tr("Output"), Qt::BottomDockWidgetArea, m_outputWindow);
+    m_registerDock = addHiddenDock("registerDockWindow", tr("Registers"), Qt::RightDockWidgetArea, false);
+    m_peripheralDock = addHiddenDock("peripheralDockWindow", tr("Peripherals"), Qt::RightDockWidgetArea, false);
+    m_watchDock = addHiddenDock("watchDockWindow", tr("Watches"), Qt::RightDockWidgetArea, true);
+    m_memoryDock = addHiddenDock("memoryDockWindow", tr("Memory"), Qt::TopDockWidgetArea, true);
+    addHiddenDock("pythonOutputDockWindow", tr("Python Output"), Qt::RightDockWidgetArea, false);
+    setCorner(Qt::BottomLeftCorner, Qt::LeftDockWidgetArea);
+
+    connect(m_outputWindow, &OutputWindow::lookupSource, this, &MainWindow::lookupSource);
+    connect(m_navigator, &Navigator::openFile, this, qOverload<const QString &>(&MainWindow::openFile));
+    connect(m_navigator, &Navigator::runPyFile, this, &MainWindow::runPyFile);
+    connect(m_navigator, &Navigator::openHelp, this, &MainWindow::openHelp);
+    connect(m_navigator, &Navigator::fileSelected, this, &MainWindow::fileSelected);
+    connect(m_navigator, &Navigator::displayFileProperties, this, &MainWindow::displayFileProperties);
+    connect(m_navigator, &Navigator::cutAvailable, this, &MainWindow::cutAvailable);
+    connect(m_navigator, &Navigator::pasteAvailable, this, &MainWindow::pasteAvailable);
+    connect(m_navigator, &Navigator::previousAvailable, this, &MainWindow::previousAvailable);
+    connect(m_navigator, &Navigator::nextAvailable, this, &MainWindow::nextAvailable);
+    connect(m_viewManager, &ViewManager::sourceChanged, m_navigator, &Navigator::helpSourceChanged);
+
+    (new PythonConsole(*m_outputWindow, scriptDirectories(), this))->start();
+}
+
+/// Dock windows take their sizes as parts of the window's, so it must have the size that it will be shown in.
+void MainWindow::restoreLayout()
+{
+    const QRect available = QGuiApplication::primaryScreen()->availableGeometry();
+    const WindowPlacement placement =
+        restoredPlacement(loadPlacement(*application()->settings(), available), available);
+    resize(placement.maximised ? available.size() : QSize(placement.width, placement.height));
+    resizeDocks({m_navigatorDock}, {width() / 5}, Qt::Horizontal);
+    resizeDocks({m_outputDock}, {height() / 4}, Qt::Vertical);
+    m_layout.restore(StateIdle);
 }
 
 void MainWindow::setupActions()
@@ -111,6 +263,7 @@ void MainWindow::addProjectDropdown(ToolBar *bar)
     m_projectDropdown = new QComboBox(bar);
     m_projectDropdown->setObjectName(u"projectDropdown"_s);
     m_projectDropdown->setMinimumWidth(100);
+    m_projectDropdown->setSizeAdjustPolicy(QComboBox::AdjustToContents);
     m_projectDropdown->setToolTip(tr("Current project"));
     connect(m_projectDropdown, &QComboBox::activated, this, &MainWindow::projectDropdownChanged);
     m_projectDropdownAction = bar->addWidget(m_projectDropdown);
@@ -122,8 +275,8 @@ void MainWindow::setupMenus()
     m_ui.setupMenus();
     if (PopupMenu *menu = m_ui.menu(u"viewToolbarsMenu"_s))
         fillViewToolbarsMenu(menu);
-    setActionEnabled(u"windowCascade"_s, false);
-    setActionEnabled(u"windowTile"_s, false);
+    setActionEnabled(u"windowCascade"_s, m_viewManager->canCascade());
+    setActionEnabled(u"windowTile"_s, m_viewManager->canTile());
     updateWhenOpened(u"viewMenu"_s, &MainWindow::updateViewMenu);
     updateWhenOpened(u"viewToolbarsMenu"_s, &MainWindow::updateViewToolbarsMenu);
     updateWhenOpened(u"windowMenu"_s, &MainWindow::updateWindowMenu);
@@ -165,12 +318,58 @@ QList<QWidget *> MainWindow::dockWindows() const
     QList<QWidget *> windows;
     for (ToolBar *bar : m_ui.toolBars())
         windows.append(bar);
+    for (DockWindow *dock : m_docks)
+        windows.append(dock);
     return windows;
 }
+
+ScriptDirectories MainWindow::scriptDirectories()
+{
+    return {application()->path(PathPython).path(), application()->path(PathUserData).filePath(u"python"_s)};
+}
+
+// Looks -----------------------------------------------------------------
+
+void MainWindow::applyTextFormats()
+{
+    m_formats = m_textFormats.formatTable();
+    m_viewManager->updateAllDocuments(true);
+    const QString section = m_textFormats.sections().value(1);
+    const QString format = m_textFormats.formats(section).value(0);
+    QFont font(m_textFormats.fontFamily(section, format), m_textFormats.fontSize(section, format));
+    font.setStyleHint(QFont::TypeWriter);
+    font.setBold(m_textFormats.bold(section, format));
+    font.setItalic(m_textFormats.italic(section, format));
+    m_outputWindow->setFont(font);
+    m_outputWindow->setTextColour(m_textFormats.fgColour(section, format));
+    m_outputWindow->setPaperColour(m_textFormats.bgColour(section, format));
+}
+
+/// Colours that the user has not chosen go with the desktop's, also when these change.
+void MainWindow::followPalette()
+{
+    const QDir config = application()->path(PathConfig);
+    if (!areProductFormats(m_textFormats, config))
+        return;
+    m_textFormats = productFormats(config);
+    applyTextFormats();
+}
+
+// State -------------------------------------------------------------------
 
 void MainWindow::setState(ActivityState state)
 {
     const bool changed = state != m_state;
+    if (state == StateIdle && m_state >= StateRunning) {
+        for (View *view : m_viewManager->views()) {
+            if (auto *markers = viewInterface<IViewWithMarkers>(view))
+                markers->clearMarkers(IViewWithMarkers::CurrentLineMarker);
+        }
+    }
+    if (isDebugState(state) != isDebugState(m_state)) {
+        m_layout.save(m_state);
+        m_layout.restore(state);
+    }
     if (changed)
         emitActivity(activityAvailability(state, activityContext()));
     if (changed && !isDebugState(state)) {
@@ -256,18 +455,4 @@ void MainWindow::refreshCaption()
 {
     const QString workspace = m_projectWorkspace ? u" - "_s + m_projectWorkspace->name() : QString();
     setWindowTitle(m_caption + workspace + captionSuffix(m_state));
-}
-
-bool MainWindow::event(QEvent *event)
-{
-    m_normalGeometry.watch(this, event);
-    return QMainWindow::event(event);
-}
-
-void MainWindow::closeEvent(QCloseEvent *event)
-{
-    savePlacement(*application()->settings(), m_normalGeometry.placement(this));
-    m_recentFiles.save();
-    m_recentWorkspaces.save();
-    event->accept();
 }

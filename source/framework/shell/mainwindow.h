@@ -1,32 +1,69 @@
 #pragma once
 #include "activitystate.h"
+#include "docklayout.h"
 #include "dynamicmenus.h"
+#include "lastdirectories.h"
+#include "projectcommands.h"
 #include "recentfilelist.h"
+#include "session.h"
+#include "textformats.h"
 #include "uiconfig.h"
 #include "windowgeometry.h"
+#include "windowhosts.h"
 #include <QMainWindow>
+class DockWindow;
+class EditCommands;
+class FileChangeCheck;
+class FileCommands;
+class Navigator;
+class OutputWindow;
 class Project;
+class ProjectFile;
 class ProjectWorkspace;
 class QComboBox;
 class QLabel;
+class View;
+class ViewManager;
+class Workspace;
+struct ScriptDirectories;
 
 /// The main window: a switchboard. Its slots are what the UI file's actions call, its signals tell them what is
 /// possible now; the work behind a slot belongs to the class that owns the subject.
-class MainWindow : public QMainWindow
+class MainWindow : public QMainWindow, private ProjectCommandsHost
 {
     Q_OBJECT
+    Q_MOC_INCLUDE("projectfile.h")
+    Q_MOC_INCLUDE("view.h")
 public:
     explicit MainWindow(QWidget *parent = nullptr);
     ~MainWindow() override;
 
+    /// Opens a file; a relative path belongs to the current project's directory. False if that fails.
+    bool openFile(const QString &path, bool addToRecent);
     /// Opens the project's workspace, which is made if there is none. False if that fails.
     bool openProject(const QString &path, bool addToRecent);
+    /// False as well if one of its projects could not be loaded; the workspace is open then.
     bool openWorkspace(const QString &path, bool addToRecent);
+    /// False if the user refused, or if a document did: then the workspace is gone all the same.
+    bool closeWorkspace();
     /// Starts the automation server on @p port of this machine.
     void startServer(quint16 port);
 
-    [[nodiscard]] ActivityState state() const { return m_state; }
-    void setState(ActivityState state);
+    /// What was open is neither remembered nor opened again: the user has said what to open.
+    void disableSessions() { m_sessionsKept = false; }
+    /// Opens what was open when the program ended, and offers what a crash has left.
+    void continueLastRun();
+
+    [[nodiscard]] ActivityState state() const override { return m_state; }
+    void setState(ActivityState state) override;
+
+    [[nodiscard]] ProjectWorkspace *projectWorkspace() const
+    {
+        return m_projectWorkspace;
+    } ///< Null while no workspace is open.
+    [[nodiscard]] Workspace *workspace() const { return m_workspace; }
+    [[nodiscard]] ViewManager *viewManager() const { return m_viewManager; }
+    [[nodiscard]] OutputWindow *outputWindow() const { return m_outputWindow; }
 
     /// Tool bars in the order of the UI file, then dock windows in the order in which they were made.
     [[nodiscard]] QList<QWidget *> dockWindows() const;
@@ -130,8 +167,23 @@ public Q_SLOTS:
     void helpNext();
     void helpAbout();
 
+    void openFile(const QString &path) { openFile(path, false); }
+    /// Opens the file and marks the line, which counts from 1.
+    void lookupSource(const QString &file, int line);
+    /// Runs a Python file; a relative path belongs to the current project's directory.
+    void runPyFile(const QString &file) override;
+    void openHelp(const QString &file);
+    /// The file selected in the project tree.
+    void fileSelected(const QString &path);
+    void displayFileProperties(ProjectFile *file);
+    void viewActivated(View *view);
+    void cursorPositionChanged(int line, int column); ///< both count from 0
+    void find(const QString &text, bool matchCase, bool matchWord, bool forward, bool startAtCursor);
     void searchBoxFind(const QString &text);
     void searchBoxFindAgain(const QString &text);
+    void workspaceChanged() override;
+    void currentProjectChanged();
+    void updateProjectUI() override;
     void projectDropdownChanged(int index);
 
 Q_SIGNALS:
@@ -166,6 +218,9 @@ Q_SIGNALS:
 protected:
     bool event(QEvent *event) override;
     void closeEvent(QCloseEvent *event) override;
+    void changeEvent(QEvent *event) override;
+    void dragEnterEvent(QDragEnterEvent *event) override;
+    void dropEvent(QDropEvent *event) override;
 
 private Q_SLOTS:
     void updateViewMenu();
@@ -189,8 +244,24 @@ private Q_SLOTS:
     void extensionDockWindowSelected(int index);
 
 private:
+    // For ProjectCommands
+    void bindProjectPlugins(Project *project) override;
+    void showWorkspace(ProjectWorkspace *workspace) override;
+    void restoreFiles() override;
+    void stopDebugging() override;
+    bool closeAllViews() override;
+    void setRepopulateVisible(bool visible) override;
+    [[nodiscard]] QString sourceFilter() const override;
+
     void setupStatusBar();
-    void setupCentralArea();
+    void setupWorkspace();
+    void setupCommands();
+    void setupDockWindows();
+    DockWindow *addDock(const char *objectName, const QString &caption, Qt::DockWidgetArea area, QWidget *content);
+    DockWindow *addHiddenDock(const char *objectName, const QString &caption, Qt::DockWidgetArea area, bool newLine);
+    void restoreLayout();
+    /// The line of the disassembly that @p symbol stands for, 0 if it is unknown.
+    [[nodiscard]] int lineOfSymbol(const QString &symbol) const;
     void setupActions();
     void setupToolbars();
     void setupMenus();
@@ -201,19 +272,52 @@ private:
     void updateWhenOpened(const QString &menu, void (MainWindow::*update)());
     void setActionVisible(const QString &name, bool visible);
     void setActionEnabled(const QString &name, bool enabled);
+    void setActionChecked(const QString &name, bool checked);
 
     /// Null while no workspace is open or it has no project.
     [[nodiscard]] Project *currentProject() const;
     [[nodiscard]] ActivityContext activityContext() const;
+    [[nodiscard]] static ScriptDirectories scriptDirectories();
     [[nodiscard]] bool canCompileCurrentFile() const;
 
+    void applyTextFormats();
+    void followPalette();
+    void keepSession(const QString &workspace, const Session &session);
+    void saveSettings();
     void emitNothingAvailable();
     void emitActivity(const ActivityAvailability &available);
     void refreshCompileAction();
     void refreshCaption();
 
     UiConfig m_ui;
-    std::unique_ptr<ProjectWorkspace> m_projectWorkspace; ///< null while no workspace is open
+    LastDirectories m_directories;
+    QStringList m_sourceExtensions; ///< those that plug-ins have added
+    TreeWindowHost m_treeHost;
+    EditorWindowHost m_editorHost;
+    SessionStore m_sessions;
+    bool m_sessionsKept = true;
+    bool m_closing = false; ///< the views are closed already, so what was open is known already
+    DockLayout m_layout;
+    TextFormats m_textFormats;
+    FormatTable m_formats; ///< what the editors paint with
+    Workspace *m_workspace = nullptr;
+    ViewManager *m_viewManager = nullptr;
+    std::unique_ptr<FileChangeCheck> m_changeCheck;
+    FileCommands *m_fileCommands = nullptr;
+    EditCommands *m_editCommands = nullptr;
+    int m_currentLine = 1;                              ///< of the cursor, counted from 1
+    int m_currentColumn = 1;                            ///< likewise
+    std::unique_ptr<ProjectCommands> m_projectCommands; ///< null until all windows are there
+    ProjectWorkspace *m_projectWorkspace = nullptr;     ///< theirs; null while no workspace is open
+    QList<DockWindow *> m_docks;                        ///< in the order in which they were made
+    DockWindow *m_navigatorDock = nullptr;
+    DockWindow *m_outputDock = nullptr;
+    DockWindow *m_registerDock = nullptr;
+    DockWindow *m_peripheralDock = nullptr;
+    DockWindow *m_watchDock = nullptr;
+    DockWindow *m_memoryDock = nullptr;
+    Navigator *m_navigator = nullptr;
+    OutputWindow *m_outputWindow = nullptr;
     QString m_caption;
     QString m_compileMenuText;
     QString m_currentFile; ///< what the compile command acts on

@@ -1,14 +1,28 @@
+#include "dockwindow.h"
+#include "editablescript.h"
+#include "editcommands.h"
 #include "extensioncommands.h"
+#include "filecommands.h"
 #include "ideapplication.h"
+#include "iexecutionenvironment.h"
+#include "isourcemapping.h"
 #include "mainwindow.h"
 #include "messages.h"
+#include "navigator.h"
+#include "outputwindow.h"
 #include "project.h"
 #include "projectworkspace.h"
+#include "scriptdirectories.h"
 #include "varnelassert.h"
+#include "viewmanager.h"
+#include "workspace.h"
+#include <QApplication>
 #include <QDialog>
 
 // The commands. One whose owner is not there yet does what it does without a workspace, a project and views: that is
 // mostly nothing. The others say so on the warning channel.
+
+using namespace Qt::StringLiterals;
 
 namespace {
 void warnNoOwner(const char *command)
@@ -29,48 +43,90 @@ void MainWindow::fileNew()
 
 void MainWindow::fileOpen()
 {
-    warnNoOwner("fileOpen");
+    m_fileCommands->open();
 }
 
-void MainWindow::fileClose() {}
+void MainWindow::fileClose()
+{
+    m_fileCommands->close();
+}
 
-void MainWindow::fileCloseAll() {}
+void MainWindow::fileCloseAll()
+{
+    m_fileCommands->closeAll();
+}
 
-void MainWindow::fileSave() {}
+void MainWindow::fileSave()
+{
+    m_fileCommands->save();
+}
 
-void MainWindow::fileSaveAs() {}
+void MainWindow::fileSaveAs()
+{
+    m_fileCommands->saveAs();
+}
 
 bool MainWindow::fileSaveAll()
 {
-    return true;
+    if (!m_fileCommands->mayOverwriteNewer())
+        return false;
+    const bool documentsSaved = m_workspace->saveAll(true);
+    return m_projectCommands->saveModified() && documentsSaved;
 }
 
-void MainWindow::filePrint() {}
+void MainWindow::filePrint()
+{
+    m_fileCommands->print();
+}
 
 void MainWindow::fileExit()
 {
     close();
 }
 
-void MainWindow::fileProperties() {}
+void MainWindow::fileProperties()
+{
+    m_navigator->showFileProperties();
+}
 
-void MainWindow::fileRevert() {}
+void MainWindow::fileRevert()
+{
+    m_fileCommands->revert();
+}
 
-void MainWindow::editUndo() {}
+void MainWindow::editUndo()
+{
+    m_editCommands->undo();
+}
 
-void MainWindow::editRedo() {}
+void MainWindow::editRedo()
+{
+    m_editCommands->redo();
+}
 
-void MainWindow::editCut() {}
+void MainWindow::editCut()
+{
+    m_editCommands->cut();
+}
 
-void MainWindow::editCopy() {}
+void MainWindow::editCopy()
+{
+    m_editCommands->copy();
+}
 
-void MainWindow::editPaste() {}
+void MainWindow::editPaste()
+{
+    m_editCommands->paste();
+}
 
-void MainWindow::editRemove() {}
+void MainWindow::editRemove()
+{
+    m_editCommands->remove();
+}
 
 void MainWindow::editInsertFile()
 {
-    warnNoOwner("editInsertFile");
+    m_fileCommands->insertFile();
 }
 
 void MainWindow::editComment()
@@ -83,7 +139,10 @@ void MainWindow::editUncomment()
     warnNotImplemented("editUncomment");
 }
 
-void MainWindow::editIndent() {}
+void MainWindow::editIndent()
+{
+    m_editCommands->indent();
+}
 
 void MainWindow::editUnindent()
 {
@@ -99,26 +158,42 @@ void MainWindow::editFindInFiles()
     warnNoOwner("editFindInFiles");
 }
 
-void MainWindow::editSelectAll() {}
+void MainWindow::editSelectAll()
+{
+    m_editCommands->selectAll();
+}
 
 void MainWindow::editLookupNextLine()
 {
-    warnNoOwner("editLookupNextLine");
+    m_outputWindow->lookupNextLine();
 }
 
 void MainWindow::viewGotoLine()
 {
-    warnNoOwner("viewGotoLine");
+    m_editCommands->gotoLine([this](const QString &symbol) { return lineOfSymbol(symbol); });
 }
 
 void MainWindow::viewNavigator(bool)
 {
-    warnNoOwner("viewNavigator");
+    m_navigatorDock->toggleVisible();
 }
 
 void MainWindow::viewOutput(bool)
 {
-    warnNoOwner("viewOutput");
+    m_outputDock->toggleVisible();
+}
+
+int MainWindow::lineOfSymbol(const QString &symbol) const
+{
+    const Project *project = currentProject();
+    const auto mapping = queryInterface<ISourceMapping>(project ? project->executionInterface() : nullptr);
+    uint address = 0;
+    return mapping && mapping->symbolAddress(symbol, address) ? int(address + 1) : 0;
+}
+
+void MainWindow::displayFileProperties(ProjectFile *)
+{
+    warnNoOwner("displayFileProperties");
 }
 
 void MainWindow::projectNew()
@@ -128,12 +203,12 @@ void MainWindow::projectNew()
 
 void MainWindow::projectOpen()
 {
-    warnNoOwner("projectOpen");
+    m_projectCommands->open();
 }
 
 void MainWindow::projectRepopulate()
 {
-    VARNEL_ASSERT(m_projectWorkspace);
+    m_projectCommands->repopulate();
 }
 
 void MainWindow::projectGenerateMakefile()
@@ -141,26 +216,31 @@ void MainWindow::projectGenerateMakefile()
     warnNotImplemented("projectGenerateMakefile");
 }
 
-void MainWindow::projectClose() {}
+void MainWindow::projectClose()
+{
+    closeWorkspace();
+}
 
 void MainWindow::projectSave()
 {
-    VARNEL_ASSERT(m_projectWorkspace);
+    m_projectCommands->save();
 }
 
 void MainWindow::projectInsertFiles()
 {
-    VARNEL_ASSERT(m_projectWorkspace);
+    m_projectCommands->insertFiles(currentProject());
 }
 
 void MainWindow::projectInsertFilesAlt()
 {
-    VARNEL_ASSERT(m_projectWorkspace);
+    Project *selected =
+        m_navigator->isAncestorOf(QApplication::focusWidget()) ? m_navigator->selectedProject() : nullptr;
+    m_projectCommands->insertFiles(selected ? selected : currentProject());
 }
 
 void MainWindow::projectInsertProject()
 {
-    VARNEL_ASSERT(m_projectWorkspace);
+    m_projectCommands->insertProject();
 }
 
 void MainWindow::projectProperties()
@@ -262,22 +342,22 @@ void MainWindow::debugViewDisassembly() {}
 
 void MainWindow::debugToggleRegisterWindow(bool)
 {
-    warnNoOwner("debugToggleRegisterWindow");
+    m_registerDock->toggleVisible();
 }
 
 void MainWindow::debugTogglePeripheralWindow(bool)
 {
-    warnNoOwner("debugTogglePeripheralWindow");
+    m_peripheralDock->toggleVisible();
 }
 
 void MainWindow::debugToggleWatchWindow(bool)
 {
-    warnNoOwner("debugToggleWatchWindow");
+    m_watchDock->toggleVisible();
 }
 
 void MainWindow::debugToggleMemoryWindow(bool)
 {
-    warnNoOwner("debugToggleMemoryWindow");
+    m_memoryDock->toggleVisible();
 }
 
 void MainWindow::toolsMacroNew()
@@ -287,7 +367,7 @@ void MainWindow::toolsMacroNew()
 
 void MainWindow::toolsMacroEdit()
 {
-    warnNoOwner("toolsMacroEdit");
+    m_workspace->openDocument(editableScript(scriptDirectories(), u"macros.py"_s), true);
 }
 
 void MainWindow::toolsCustomise()
@@ -300,21 +380,45 @@ void MainWindow::toolsOptions()
     warnNoOwner("toolsOptions");
 }
 
-void MainWindow::windowNew() {}
+void MainWindow::windowNew()
+{
+    m_viewManager->newView();
+}
 
-void MainWindow::windowSplit() {}
+void MainWindow::windowSplit()
+{
+    m_viewManager->split();
+}
 
-void MainWindow::windowClose() {}
+void MainWindow::windowClose()
+{
+    m_viewManager->closeCurrentView();
+}
 
-void MainWindow::windowCloseAll() {}
+void MainWindow::windowCloseAll()
+{
+    m_viewManager->closeAll();
+}
 
-void MainWindow::windowCascade() {}
+void MainWindow::windowCascade()
+{
+    m_viewManager->cascade();
+}
 
-void MainWindow::windowTile() {}
+void MainWindow::windowTile()
+{
+    m_viewManager->tile();
+}
 
-void MainWindow::windowNext() {}
+void MainWindow::windowNext()
+{
+    m_viewManager->nextView();
+}
 
-void MainWindow::windowPrev() {}
+void MainWindow::windowPrev()
+{
+    m_viewManager->previousView();
+}
 
 void MainWindow::helpSearch()
 {
@@ -323,21 +427,30 @@ void MainWindow::helpSearch()
 
 void MainWindow::helpHome()
 {
-    warnNoOwner("helpHome");
+    if (m_navigator->hasHelp())
+        m_navigator->helpHome();
 }
 
-void MainWindow::helpBack() {}
+void MainWindow::helpBack()
+{
+    m_viewManager->back();
+}
 
-void MainWindow::helpForward() {}
+void MainWindow::helpForward()
+{
+    m_viewManager->forward();
+}
 
 void MainWindow::helpPrevious()
 {
-    warnNoOwner("helpPrevious");
+    if (m_navigator->hasHelp())
+        m_navigator->previous();
 }
 
 void MainWindow::helpNext()
 {
-    warnNoOwner("helpNext");
+    if (m_navigator->hasHelp())
+        m_navigator->next();
 }
 
 void MainWindow::helpAbout()
@@ -346,26 +459,25 @@ void MainWindow::helpAbout()
         box->exec();
 }
 
-bool MainWindow::openProject(const QString &, bool)
-{
-    warnNoOwner("openProject");
-    return false;
-}
-
-bool MainWindow::openWorkspace(const QString &, bool)
-{
-    warnNoOwner("openWorkspace");
-    return false;
-}
-
 void MainWindow::startServer(quint16)
 {
     warnNoOwner("startServer");
 }
 
-void MainWindow::searchBoxFind(const QString &) {}
+void MainWindow::find(const QString &text, bool matchCase, bool matchWord, bool forward, bool startAtCursor)
+{
+    m_editCommands->find(text, matchCase, matchWord, forward, startAtCursor);
+}
 
-void MainWindow::searchBoxFindAgain(const QString &) {}
+void MainWindow::searchBoxFind(const QString &text)
+{
+    find(text, false, false, true, false);
+}
+
+void MainWindow::searchBoxFindAgain(const QString &text)
+{
+    find(text, false, false, true, true);
+}
 
 void MainWindow::projectDropdownChanged(int index)
 {
@@ -374,17 +486,21 @@ void MainWindow::projectDropdownChanged(int index)
         m_projectWorkspace->setCurrentProject(index);
 }
 
-void MainWindow::recentFileSelected(int)
+void MainWindow::recentFileSelected(int index)
 {
-    warnNoOwner("recentFileSelected");
+    m_fileCommands->openRecent(index);
 }
 
-void MainWindow::recentWorkspaceSelected(int)
+void MainWindow::recentWorkspaceSelected(int index)
 {
-    warnNoOwner("recentWorkspaceSelected");
+    m_projectCommands->openRecent(index);
 }
 
-void MainWindow::activateView(int) {}
+void MainWindow::activateView(int index)
+{
+    if (View *view = m_viewManager->views().value(index))
+        m_viewManager->activateView(view, true);
+}
 
 void MainWindow::executeExternalTool(int) {}
 
@@ -403,7 +519,7 @@ void MainWindow::executeBuildExtensionCommand(int index)
 
 void MainWindow::executeDebugExtensionCommand(int index)
 {
-    executeDebugExtension(m_projectWorkspace.get(), index);
+    executeDebugExtension(m_projectWorkspace, index);
 }
 
 void MainWindow::extensionDockWindowSelected(int) {}

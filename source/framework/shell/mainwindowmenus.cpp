@@ -1,3 +1,4 @@
+#include "dockwindow.h"
 #include "extensioncommands.h"
 #include "idisassembly.h"
 #include "iexecutionenvironment.h"
@@ -5,11 +6,21 @@
 #include "project.h"
 #include "projectworkspace.h"
 #include "toolbar.h"
+#include "view.h"
+#include "viewmanager.h"
 #include <QAction>
 
 using namespace Qt::StringLiterals;
 
 // The menus that change, each filled when it is about to open.
+
+void MainWindow::setActionChecked(const QString &name, bool checked)
+{
+    if (QAction *action = m_ui.action(name)) {
+        const QSignalBlocker quiet(action); // a check mark follows what was done and does nothing
+        action->setChecked(checked);
+    }
+}
 
 void MainWindow::fillViewToolbarsMenu(PopupMenu *menu)
 {
@@ -20,7 +31,11 @@ void MainWindow::fillViewToolbarsMenu(PopupMenu *menu)
     }
 }
 
-void MainWindow::updateViewMenu() {}
+void MainWindow::updateViewMenu()
+{
+    setActionChecked(u"viewNavigator"_s, m_navigatorDock->isVisible());
+    setActionChecked(u"viewOutput"_s, m_outputDock->isVisible());
+}
 
 void MainWindow::updateViewToolbarsMenu()
 {
@@ -34,7 +49,10 @@ void MainWindow::updateViewToolbarsMenu()
 
 void MainWindow::updateWindowMenu()
 {
-    DynamicMenus::fillWindowMenu(m_ui.menu(u"windowMenu"_s), {}, [this](int i) { activateView(i); });
+    QList<MenuEntry> entries;
+    for (const View *view : m_viewManager->views())
+        entries.append({.text = view->title(), .checked = view == m_viewManager->currentView()});
+    DynamicMenus::fillWindowMenu(m_ui.menu(u"windowMenu"_s), entries, [this](int i) { activateView(i); });
 }
 
 void MainWindow::updateRecentFilesMenu()
@@ -77,7 +95,7 @@ void MainWindow::updateBuildMenu()
 
 void MainWindow::updateDebugMenu()
 {
-    DynamicMenus::fillGroupsAtEnd(m_ui.menu(u"debugMenu"_s), debugExtensionEntries(m_projectWorkspace.get()),
+    DynamicMenus::fillGroupsAtEnd(m_ui.menu(u"debugMenu"_s), debugExtensionEntries(m_projectWorkspace),
                                   [this](int i) { executeDebugExtensionCommand(i); });
     const Project *project = currentProject();
     const auto disassembly = queryInterface<IDisassembly>(project ? project->executionInterface() : nullptr);
@@ -86,5 +104,9 @@ void MainWindow::updateDebugMenu()
 
 void MainWindow::updateDebugWindowsMenu()
 {
+    setActionChecked(u"debugToggleRegisterWindow"_s, m_registerDock->isVisible());
+    setActionChecked(u"debugTogglePeripheralWindow"_s, m_peripheralDock->isVisible());
+    setActionChecked(u"debugToggleWatchWindow"_s, m_watchDock->isVisible());
+    setActionChecked(u"debugToggleMemoryWindow"_s, m_memoryDock->isVisible());
     DynamicMenus::fillAtEnd(m_ui.menu(u"debugWindowsMenu"_s), {}, [this](int i) { extensionDockWindowSelected(i); });
 }

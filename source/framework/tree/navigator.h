@@ -31,6 +31,7 @@ public:
     }
     void setWorkspace(ProjectWorkspace *workspace); ///< Null takes the project tree away.
     [[nodiscard]] Project *selectedProject() const; ///< Null for none.
+    [[nodiscard]] bool hasHelp() const { return m_helpWidget; }
 
 public Q_SLOTS:
     /// These three act only while the project tree has the keyboard focus.

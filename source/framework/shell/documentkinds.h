@@ -1,0 +1,23 @@
+#pragma once
+#include "syntaxhighlighter.h"
+#include <QString>
+class DocumentTemplate;
+class EditorHost;
+class QSettings;
+class Workspace;
+
+/// What the text editors of the program have in common.
+struct EditorSetup
+{
+    const FormatTable *formats; ///< outlives the documents, as does the host
+    EditorHost *host;
+    QString swapDirectory;
+};
+
+/// Gives @p workspace the kinds of documents that the program opens. A file goes to the first kind that takes it: those
+/// of the program that know their extensions, then @p pluginKinds, which are taken over, then plain text.
+void registerDocumentKinds(Workspace &workspace, const EditorSetup &setup,
+                           const QList<DocumentTemplate *> &pluginKinds);
+
+/// Has every kind of text take over the editor's settings.
+void applyEditorSettings(const Workspace &workspace, const QSettings &settings);

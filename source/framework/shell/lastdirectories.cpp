@@ -1,0 +1,32 @@
+#include "lastdirectories.h"
+#include <QFileInfo>
+#include <QSettings>
+
+using namespace Qt::StringLiterals;
+
+LastDirectories::LastDirectories(QSettings *settings, QString documents)
+    : m_settings(settings), m_documents(std::move(documents))
+{}
+
+QString LastDirectories::directory(const QString &kind) const
+{
+    return m_settings->value(u"Paths/"_s + kind, m_documents).toString();
+}
+
+void LastDirectories::setDirectory(const QString &kind, const QString &directory)
+{
+    m_settings->setValue(u"Paths/"_s + kind, directory);
+}
+
+void LastDirectories::remember(const QString &kind, const QString &file)
+{
+    setDirectory(kind, QFileInfo(file).absolutePath());
+}
+
+QString sourceFilter(const QStringList &extensions)
+{
+    QString patterns = u"*.c *.cpp *.h"_s;
+    for (const QString &extension : extensions)
+        patterns += u" *."_s + extension;
+    return u"Source Files ("_s + patterns + u");;Python Files (*.py);;All Files (*.*)"_s;
+}

@@ -1,0 +1,311 @@
+#include "projectcommands.h"
+#include "ibuildenvironment.h"
+#include "iprojectpopulate.h"
+#include "lastdirectories.h"
+#include "messages.h"
+#include "project.h"
+#include "projectfile.h"
+#include "projectworkspace.h"
+#include "questions.h"
+#include "recentfilelist.h"
+#include "varnelassert.h"
+#include <QCoreApplication>
+#include <QFileInfo>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+constexpr int PendingEventsTime = 1000; // milliseconds
+
+/// Lets a dialog's area be painted anew before a long piece of work, without letting the user do anything.
+void processPendingEvents()
+{
+    QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents, PendingEventsTime);
+}
+
+QString workspacePathOf(const QString &projectPath)
+{
+    return projectPath.left(projectPath.lastIndexOf(u'.')) + u".vnw"_s;
+}
+
+InterfacePtr<IProjectPopulate> populateInterface(const Project *project)
+{
+    return queryInterface<IProjectPopulate>(project->buildInterface());
+}
+
+bool isOn(const QString &property)
+{
+    return property == "1"_L1;
+}
+} // namespace
+
+ProjectCommands::ProjectCommands(QWidget *window, ProjectCommandsHost *host, RecentFileList *recentWorkspaces,
+                                 LastDirectories *directories, QObject *parent)
+    : QObject(parent), m_window(window), m_host(host), m_recentWorkspaces(recentWorkspaces), m_directories(directories)
+{}
+
+ProjectCommands::~ProjectCommands()
+{
+    VARNEL_ASSERT(!m_projectWorkspace);
+}
+
+Project *ProjectCommands::currentProject() const
+{
+    return m_projectWorkspace ? m_projectWorkspace->currentProject() : nullptr;
+}
+
+QList<Project *> ProjectCommands::projects() const
+{
+    QList<Project *> all;
+    for (int i = 0; m_projectWorkspace && i < m_projectWorkspace->count(); ++i)
+        all.append(m_projectWorkspace->project(i));
+    return all;
+}
+
+void ProjectCommands::open()
+{
+    if (!closeWorkspace())
+        return;
+    const QString path = askForOpenFile(m_window, {u"openWorkspaceDialog"_s, tr("Open Workspace"),
+                                                   m_directories->directory(u"Workspaces"_s),
+                                                   u"Workspaces (*.vnw);;Projects (*.vnp);;All Files (*.*)"_s});
+    if (path.isEmpty())
+        return;
+    rememberDirectories(path);
+    if (QFileInfo(path).suffix() == "vnp"_L1)
+        openProject(path, true);
+    else
+        openWorkspace(path, true);
+}
+
+void ProjectCommands::openRecent(int index)
+{
+    const QString path = m_recentWorkspaces->paths().value(index);
+    if (!closeWorkspace() || openWorkspace(path, true))
+        return;
+    showWarning(m_window,
+                tr("The workspace could not be opened.\n\nIt will be removed from the Recent Workspaces list."));
+    m_recentWorkspaces->remove(path);
+}
+
+bool ProjectCommands::openProject(const QString &path, bool addToRecent)
+{
+    VARNEL_ASSERT(!path.isEmpty());
+    if (path.isEmpty())
+        return false;
+    processPendingEvents();
+    const QString workspacePath = workspacePathOf(path);
+    if (QFileInfo::exists(workspacePath)) {
+        showInformation(m_window, tr("A corresponding workspace has been found.\n\n"
+                                     "It will be opened instead of the specified project."));
+    } else {
+        ProjectWorkspace workspace(workspacePath);
+        auto *project = new Project(QString(), QString());
+        project->load(path);
+        workspace.addProject(project);
+        workspace.save();
+    }
+    return openWorkspace(workspacePath, addToRecent);
+}
+
+bool ProjectCommands::openWorkspace(const QString &path, bool addToRecent)
+{
+    VARNEL_ASSERT(!path.isEmpty());
+    if (path.isEmpty())
+        return false;
+    processPendingEvents();
+    auto workspace = std::make_unique<ProjectWorkspace>();
+    connect(workspace.get(), &ProjectWorkspace::currentProjectChanged, this, &ProjectCommands::currentProjectChanged);
+    connect(workspace.get(), &ProjectWorkspace::workspaceChanged, this, [this] { m_host->workspaceChanged(); });
+    connect(workspace.get(), &ProjectWorkspace::projectActivityChanged, this, [this] { m_host->updateProjectUI(); });
+    if (!workspace->load(path)) {
+        m_host->setState(StateNoWorkspace);
+        return false;
+    }
+    if (m_projectWorkspace)
+        m_host->showWorkspace(nullptr); // before what is on screen dies
+    m_projectWorkspace = std::move(workspace);
+    const bool allLoaded = bindProjects();
+    if (addToRecent)
+        m_recentWorkspaces->add(path);
+    rememberDirectories(path);
+    m_host->showWorkspace(m_projectWorkspace.get());
+    m_host->workspaceChanged();
+    m_host->setState(StateIdle);
+    m_host->restoreFiles();
+    if (allLoaded) {
+        populateProjects();
+        runStartFiles();
+    }
+    if (!allLoaded || !m_projectWorkspace)
+        return false;
+    if (m_projectWorkspace->count() > 0)
+        m_projectWorkspace->setCurrentProject(0);
+    m_host->updateProjectUI();
+    Q_EMIT workspaceLoaded();
+    return true;
+}
+
+bool ProjectCommands::bindProjects()
+{
+    bool allLoaded = true;
+    for (Project *project : projects()) {
+        if (project->openedOK())
+            m_host->bindProjectPlugins(project);
+        else
+            allLoaded = false;
+    }
+    return allLoaded;
+}
+
+void ProjectCommands::populateProjects()
+{
+    bool canPopulate = false;
+    for (Project *project : projects()) {
+        if (populateInterface(project))
+            canPopulate = true;
+        if (isOn(project->properties()->property(u"projectAutoPopulate"_s, project->currentConfiguration(), false)))
+            repopulate(); // the current project, whichever is being looked at
+    }
+    m_host->setRepopulateVisible(canPopulate);
+}
+
+void ProjectCommands::runStartFiles()
+{
+    QList<std::pair<QPointer<Project>, QString>> scripts; // a script may change the workspace
+    for (Project *project : projects()) {
+        for (const ProjectFile *file : project->files(u"py"_s, nullptr)) {
+            if (isOn(file->properties()->property(u"runAtProjectLoad"_s, project->currentConfiguration(), false)))
+                scripts.append({project, project->absolutePath(file->path())});
+        }
+    }
+    for (const auto &[project, path] : std::as_const(scripts)) {
+        if (!project)
+            continue;
+        m_projectWorkspace->setCurrentProject(project);
+        m_host->runPyFile(path);
+    }
+}
+
+bool ProjectCommands::closeWorkspace()
+{
+    if (!m_projectWorkspace)
+        return true;
+    if (m_host->state() >= StateRunning)
+        m_host->stopDebugging();
+    if (!offerToSave())
+        return false;
+    m_host->showWorkspace(nullptr);
+    m_projectWorkspace.reset();
+    m_host->setState(StateNoWorkspace);
+    return m_host->closeAllViews();
+}
+
+bool ProjectCommands::offerToSave()
+{
+    QMessageBox::StandardButton answer = QMessageBox::NoButton;
+    const auto wantsToSave = [&] {
+        if (answer == QMessageBox::NoButton)
+            answer = showInformation(m_window,
+                                     tr("You have made changes to the '%1' workspace and/or one of the projects it "
+                                        "contains.\n\nDo you want to save the changes?")
+                                         .arg(m_projectWorkspace->name()),
+                                     {QMessageBox::Yes, QMessageBox::No, QMessageBox::Cancel});
+        return answer == QMessageBox::Yes;
+    };
+    bool result = true;
+    for (Project *project : projects()) {
+        if (!result)
+            return false;
+        if (project->isModified())
+            result = wantsToSave() ? saveProject(project) : answer != QMessageBox::Cancel;
+    }
+    if (result && m_projectWorkspace->isModified())
+        result = wantsToSave() ? saveWorkspace() : answer != QMessageBox::Cancel;
+    return result;
+}
+
+bool ProjectCommands::saveProject(Project *project)
+{
+    if (project->save())
+        return true;
+    showWarning(m_window, tr("The project '%1' could not be saved.\n\n"
+                             "Please make sure that the project file is not read-only.")
+                              .arg(project->displayName()));
+    return false;
+}
+
+bool ProjectCommands::saveWorkspace()
+{
+    if (m_projectWorkspace->save())
+        return true;
+    showWarning(m_window, tr("The workspace could not be saved.\n\n"
+                             "Please make sure that the workspace file is not read-only."));
+    return false;
+}
+
+void ProjectCommands::save()
+{
+    VARNEL_ASSERT(m_projectWorkspace);
+    if (!m_projectWorkspace)
+        return;
+    for (Project *project : projects())
+        (void)saveProject(project);
+    (void)saveWorkspace();
+}
+
+bool ProjectCommands::saveModified()
+{
+    bool result = true;
+    for (Project *project : projects())
+        result &= !project->isModified() || saveProject(project);
+    if (m_projectWorkspace && m_projectWorkspace->isModified())
+        result &= saveWorkspace();
+    return result;
+}
+
+void ProjectCommands::repopulate()
+{
+    const Project *project = currentProject();
+    VARNEL_ASSERT(project);
+    if (!project)
+        return;
+    if (const auto populate = populateInterface(project))
+        populate->populate(project->currentConfiguration());
+}
+
+void ProjectCommands::insertFiles(Project *project)
+{
+    VARNEL_ASSERT(project);
+    if (!project)
+        return;
+    const QStringList paths = askForOpenFiles(m_window, {u"addFilesDialog"_s, tr("Add Files to Project"),
+                                                         m_directories->directory(u"Files"_s), m_host->sourceFilter()});
+    if (paths.isEmpty())
+        return;
+    m_directories->remember(u"Files"_s, paths.first());
+    project->addFiles(paths, nullptr);
+}
+
+void ProjectCommands::insertProject()
+{
+    VARNEL_ASSERT(m_projectWorkspace);
+    if (!m_projectWorkspace)
+        return;
+    const QString path =
+        askForOpenFile(m_window, {u"insertProjectDialog"_s, tr("Insert Project into Workspace"),
+                                  m_directories->directory(u"Projects"_s), u"Project Files (*.vnp)"_s});
+    if (path.isEmpty())
+        return;
+    m_directories->remember(u"Projects"_s, path);
+    auto *project = new Project(QString(), QString());
+    if (project->load(path))
+        m_host->bindProjectPlugins(project);
+    m_projectWorkspace->addProject(project);
+}
+
+void ProjectCommands::rememberDirectories(const QString &path)
+{
+    for (const QString &kind : {u"Workspaces"_s, u"Projects"_s, u"Files"_s})
+        m_directories->remember(kind, path);
+}

@@ -1,0 +1,60 @@
+#include "recovery.h"
+#include "documenttemplate.h"
+#include "messages.h"
+#include "swapfile.h"
+#include "textdocument.h"
+#include "workspace.h"
+#include <QDir>
+#include <QFileInfo>
+
+namespace {
+DocumentTemplate *creatorOf(const QString &filename, const Workspace &workspace)
+{
+    for (DocumentTemplate *docTemplate : workspace.templates()) {
+        if (docTemplate->canOpen(filename) && docTemplate->canCreate())
+            return docTemplate;
+    }
+    return nullptr;
+}
+
+TextDocument *open(const QString &filename, Workspace &workspace)
+{
+    if (QFileInfo::exists(filename))
+        workspace.openDocument(filename, true);
+    else if (DocumentTemplate *creator = creatorOf(filename, workspace))
+        workspace.newDocument(creator, filename);
+    return qobject_cast<TextDocument *>(workspace.findDocument(filename));
+}
+
+/// The copy goes only when the document keeps one of its own.
+void recover(const RecoverableText &copy, Workspace &workspace)
+{
+    const std::optional<QString> text = recoverText(copy);
+    TextDocument *document = text ? open(copy.filename, workspace) : nullptr;
+    if (!document)
+        return;
+    document->recover(*text);
+    if (SwapFile *swapFile = document->swapFile(); swapFile && swapFile->writeNow())
+        discardRecoverableText(copy);
+}
+} // namespace
+
+void offerRecovery(QWidget *window, Workspace &workspace, const QString &directory)
+{
+    const QList<RecoverableText> copies = recoverableTexts(directory);
+    if (copies.isEmpty())
+        return;
+    QStringList names;
+    for (const RecoverableText &copy : copies)
+        names.append(QDir::toNativeSeparators(copy.filename));
+    const QString question = QObject::tr("The program ended before changes to these files were saved:\n\n%1\n\n"
+                                         "Do you want to recover the changes? No throws them away.");
+    const auto answer = showMessage(QMessageBox::Question, window, question.arg(names.join(u'\n')),
+                                    {QMessageBox::Yes, QMessageBox::No, QMessageBox::Cancel});
+    for (const RecoverableText &copy : copies) {
+        if (answer == QMessageBox::Yes)
+            recover(copy, workspace);
+        else if (answer == QMessageBox::No)
+            discardRecoverableText(copy);
+    }
+}

@@ -1,0 +1,155 @@
+#include "session.h"
+#include "document.h"
+#include "textview.h"
+#include "textviewedit.h"
+#include "viewmanager.h"
+#include "workspace.h"
+#include <QCryptographicHash>
+#include <QDir>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QSaveFile>
+#include <QScrollBar>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+constexpr int FormatVersion = 1;
+
+Session::Pane paneOf(const TextViewEdit &edit, int height)
+{
+    const QTextCursor cursor = edit.textCursor();
+    return {height, cursor.blockNumber(), cursor.positionInBlock(), edit.verticalScrollBar()->value()};
+}
+
+void restorePane(TextViewEdit &edit, const Session::Pane &pane)
+{
+    const QTextBlock block = edit.document()->findBlockByNumber(qMin(pane.line, edit.document()->blockCount() - 1));
+    QTextCursor cursor = edit.textCursor();
+    cursor.setPosition(block.position() + qBound(0, pane.column, block.length() - 1));
+    edit.setTextCursor(cursor);
+    edit.verticalScrollBar()->setValue(pane.top);
+}
+
+void restorePanes(TextView &view, const QList<Session::Pane> &panes)
+{
+    QList<int> heights;
+    for (const Session::Pane &pane : panes)
+        heights.append(pane.height);
+    view.setPaneHeights(heights);
+    const QList<TextViewEdit *> edits = view.shownEdits();
+    for (qsizetype i = 0; i < qMin(edits.size(), panes.size()); ++i)
+        restorePane(*edits[i], panes[i]);
+}
+
+Session::File fileOf(View *view)
+{
+    Session::File file{view->document()->filename(), {}};
+    if (const auto *text = qobject_cast<TextView *>(view)) {
+        const QList<TextViewEdit *> edits = text->shownEdits();
+        const QList<int> heights = text->paneHeights();
+        for (qsizetype i = 0; i < edits.size(); ++i)
+            file.panes.append(paneOf(*edits[i], heights.value(i)));
+    }
+    return file;
+}
+
+/// A further view on a document that is open, or the first one. Null if the file is gone.
+View *openView(const QString &path, Workspace &workspace, ViewManager &viewManager)
+{
+    if (Document *document = workspace.findDocument(path)) {
+        viewManager.activateDocument(document, true);
+        viewManager.newView();
+    } else if (!QFileInfo(path).isFile() || !workspace.openDocument(path, true)) {
+        return nullptr;
+    }
+    return viewManager.currentView();
+}
+
+QJsonObject toJson(const Session::File &file)
+{
+    QJsonArray panes;
+    for (const Session::Pane &pane : file.panes)
+        panes.append(QJsonObject{
+            {u"height"_s, pane.height}, {u"line"_s, pane.line}, {u"column"_s, pane.column}, {u"top"_s, pane.top}});
+    return {{u"path"_s, file.path}, {u"panes"_s, panes}};
+}
+
+Session::File fileFromJson(const QJsonObject &object)
+{
+    Session::File file{object[u"path"_s].toString(), {}};
+    for (const auto &value : object[u"panes"_s].toArray()) {
+        const QJsonObject pane = value.toObject();
+        const auto number = [&pane](const QString &key) { return qMax(0, pane[key].toInt()); };
+        file.panes.append({number(u"height"_s), number(u"line"_s), number(u"column"_s), number(u"top"_s)});
+    }
+    return file;
+}
+} // namespace
+
+Session currentSession(ViewManager &viewManager)
+{
+    Session session;
+    for (View *view : viewManager.arrangedViews()) {
+        if (!QFileInfo(view->document()->filename()).isAbsolute())
+            continue;
+        if (view == viewManager.currentView())
+            session.active = int(session.files.size());
+        session.files.append(fileOf(view));
+    }
+    return session;
+}
+
+void restoreSession(const Session &session, Workspace &workspace, ViewManager &viewManager)
+{
+    QPointer<View> active;
+    for (int i = 0; i < session.files.size(); ++i) {
+        View *view = openView(session.files[i].path, workspace, viewManager);
+        if (!view)
+            continue;
+        if (auto *text = qobject_cast<TextView *>(view); text && !session.files[i].panes.isEmpty())
+            restorePanes(*text, session.files[i].panes);
+        if (i == session.active)
+            active = view;
+    }
+    if (active)
+        viewManager.activateView(active, true);
+}
+
+SessionStore::SessionStore(QString directory) : m_directory(std::move(directory)) {}
+
+QString SessionStore::fileOf(const QString &workspace) const
+{
+    if (workspace.isEmpty())
+        return m_directory + u"/no workspace.json"_s;
+    const QByteArray hash = QCryptographicHash::hash(QDir::cleanPath(workspace).toUtf8(), QCryptographicHash::Sha1);
+    return m_directory + u'/' + QString::fromLatin1(hash.toHex()) + u".json"_s;
+}
+
+Session SessionStore::load(const QString &workspace) const
+{
+    QFile file(fileOf(workspace));
+    if (!file.open(QIODevice::ReadOnly))
+        return {};
+    const QJsonObject root = QJsonDocument::fromJson(file.readAll()).object();
+    if (root[u"version"_s].toInt() != FormatVersion)
+        return {};
+    Session session;
+    session.active = root[u"active"_s].toInt(-1);
+    for (const auto &value : root[u"files"_s].toArray())
+        session.files.append(fileFromJson(value.toObject()));
+    return session;
+}
+
+bool SessionStore::save(const QString &workspace, const Session &session) const
+{
+    QJsonArray files;
+    for (const Session::File &file : session.files)
+        files.append(toJson(file));
+    const QJsonObject root{
+        {u"version"_s, FormatVersion}, {u"workspace"_s, workspace}, {u"active"_s, session.active}, {u"files"_s, files}};
+    QSaveFile file(fileOf(workspace));
+    return QDir().mkpath(m_directory) && file.open(QIODevice::WriteOnly)
+           && file.write(QJsonDocument(root).toJson()) >= 0 && file.commit();
+}

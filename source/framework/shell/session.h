@@ -1,0 +1,54 @@
+#pragma once
+#include <QList>
+#include <QString>
+class ViewManager;
+class Workspace;
+
+/// Which files are open and where one works in them.
+struct Session
+{
+    struct Pane
+    {
+        int height = 0; ///< in pixels
+        int line = 0;   ///< of the cursor, counted from 0
+        int column = 0; ///< likewise
+        int top = 0;    ///< the first line on screen, counted from 0
+
+        bool operator==(const Pane &) const = default;
+    };
+    struct File
+    {
+        QString path;
+        QList<Pane> panes; ///< empty for a view that is no text
+
+        bool operator==(const File &) const = default;
+    };
+
+    QList<File> files; ///< in the order in which their views are shown; one with several views stands several times
+    int active = -1;   ///< the file in front, -1 for none
+
+    bool operator==(const Session &) const = default;
+};
+
+/// What is open now. Documents that are no files are left out.
+[[nodiscard]] Session currentSession(ViewManager &viewManager);
+/// Opens what @p session names, as far as it still exists, without a word about what does not.
+void restoreSession(const Session &session, Workspace &workspace, ViewManager &viewManager);
+
+/// Keeps one session for each workspace in a directory of the user.
+class SessionStore
+{
+public:
+    explicit SessionStore(QString directory);
+
+    /// The session of a workspace file; @p workspace is empty for the time without one. An empty session if there is
+    /// none, or if it cannot be read.
+    [[nodiscard]] Session load(const QString &workspace) const;
+    /// Writes it whole or not at all.
+    bool save(const QString &workspace, const Session &session) const;
+
+private:
+    [[nodiscard]] QString fileOf(const QString &workspace) const;
+
+    const QString m_directory;
+};
