@@ -31,6 +31,20 @@ public:
             qFatal("cannot write %s", qPrintable(file.fileName()));
     }
 
+    /// What a main window looks for, in a plain form.
+    void writeWindowFiles() const
+    {
+        write(QStringLiteral("config/uiconfig.xml"), "<ui/>");
+        write(QStringLiteral("config/textformats.xml"),
+              "<textformats><section name='Text editor'><format name='Standard text' fontFamily='Monospace' "
+              "fontSize='9'/></section><section name='Output window'><format name='Text' fontFamily='Monospace' "
+              "fontSize='9'/></section></textformats>");
+        for (const char *picture : {"appicon", "headerfile", "csourcefile", "pythonsourcefile", "textfile"})
+            write(QStringLiteral("images/%1.svg").arg(QLatin1StringView(picture)),
+                  "<svg xmlns='http://www.w3.org/2000/svg' width='8' height='8'>"
+                  "<rect width='8' height='8' fill='blue'/></svg>");
+    }
+
     void copy(const QString &file, const QString &name) const
     {
         makeFolderOf(name);

@@ -166,7 +166,20 @@ private Q_SLOTS:
         for (const QByteArray &name : toggleCommands())
             expected.append(name + "(bool)");
         QCOMPARE(expected.size(), 88);
-        const QByteArrayList others{"searchBoxFind(QString)", "searchBoxFindAgain(QString)",
+        const QByteArrayList others{"openFile(QString)",
+                                    "lookupSource(QString,int)",
+                                    "runPyFile(QString)",
+                                    "openHelp(QString)",
+                                    "fileSelected(QString)",
+                                    "displayFileProperties(ProjectFile*)",
+                                    "viewActivated(View*)",
+                                    "cursorPositionChanged(int,int)",
+                                    "find(QString,bool,bool,bool,bool)",
+                                    "searchBoxFind(QString)",
+                                    "searchBoxFindAgain(QString)",
+                                    "workspaceChanged()",
+                                    "currentProjectChanged()",
+                                    "updateProjectUI()",
                                     "projectDropdownChanged(int)"};
         QByteArrayList found;
         const QMetaObject &meta = MainWindow::staticMetaObject;
@@ -737,10 +750,7 @@ private Q_SLOTS:
 int main(int argc, char **argv)
 {
     const Installation installation;
-    installation.write(u"config/uiconfig.xml"_s, "<ui/>");
-    installation.write(u"images/appicon.svg"_s,
-                       R"(<svg xmlns="http://www.w3.org/2000/svg" width="8" height="8"><rect width="8" height="8"
-                       fill="blue"/></svg>)");
+    installation.writeWindowFiles();
     IDEApplication application(argc, argv, installation.paths());
     application.setQuitOnLastWindowClosed(false);
     MainWindowTest test(installation);

@@ -219,8 +219,8 @@ void MainWindow::restoreLayout()
     const WindowPlacement placement =
         restoredPlacement(loadPlacement(*application()->settings(), available), available);
     resize(placement.maximised ? available.size() : QSize(placement.width, placement.height));
-    resizeDocks({m_navigatorDock}, {width() / 5}, Qt::Horizontal);
-    resizeDocks({m_outputDock}, {height() / 4}, Qt::Vertical);
+    resizeDocks({m_navigatorDock}, {qMax(1, width() / 5)}, Qt::Horizontal);
+    resizeDocks({m_outputDock}, {qMax(1, height() / 4)}, Qt::Vertical);
     m_layout.restore(StateIdle);
 }
 
