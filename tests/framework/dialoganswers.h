@@ -1,0 +1,99 @@
+#pragma once
+#include <QApplication>
+#include <QFileDialog>
+#include <QInputDialog>
+#include <QMessageBox>
+#include <QPointer>
+#include <QTimer>
+
+/// Answers dialogs as they come up, in the order told, and writes down what they said. A dialog that nobody expects is
+/// cancelled and written down as "unexpected".
+class DialogAnswers : public QObject
+{
+    Q_OBJECT
+public:
+    DialogAnswers()
+    {
+        connect(&m_timer, &QTimer::timeout, this, &DialogAnswers::answer);
+        m_timer.start(0);
+    }
+
+    void press(QMessageBox::StandardButton button)
+    {
+        m_answers.append([this, button](QDialog *dialog) {
+            auto *box = qobject_cast<QMessageBox *>(dialog);
+            if (!box || !box->button(button))
+                return unexpected(dialog);
+            said.append(box->text());
+            boxes.append({box->icon(), box->windowTitle(), box->standardButtons()});
+            box->button(button)->click();
+        });
+    }
+
+    void choose(const QStringList &files)
+    {
+        m_answers.append([this, files](QDialog *dialog) {
+            auto *chooser = qobject_cast<QFileDialog *>(dialog);
+            if (!chooser)
+                return unexpected(dialog);
+            said.append(chooser->objectName() + u'|' + chooser->windowTitle() + u'|'
+                        + chooser->nameFilters().join(QStringLiteral(";;")));
+            directory = chooser->directory().path();
+            QString names;
+            for (const QString &file : files)
+                names += u'"' + file + QStringLiteral("\" ");
+            auto *edit = chooser->findChild<QLineEdit *>(QStringLiteral("fileNameEdit"));
+            edit->setText(files.size() == 1 ? files.first() : names);
+            files.isEmpty() ? dialog->reject() : QMetaObject::invokeMethod(dialog, "accept");
+        });
+    }
+
+    void type(const QString &text)
+    {
+        m_answers.append([this, text](QDialog *dialog) {
+            auto *input = qobject_cast<QInputDialog *>(dialog);
+            if (!input)
+                return unexpected(dialog);
+            said.append(input->labelText());
+            input->setTextValue(text);
+            input->accept();
+        });
+    }
+
+    [[nodiscard]] bool allGiven() const { return m_answers.isEmpty(); }
+
+    struct Box
+    {
+        QMessageBox::Icon icon;
+        QString caption;
+        QMessageBox::StandardButtons buttons;
+    };
+
+    QStringList said;
+    QList<Box> boxes;
+    QString directory; ///< where the file dialog last answered began
+
+private:
+    void answer()
+    {
+        auto *dialog = qobject_cast<QDialog *>(QApplication::activeModalWidget());
+        if (!dialog || dialog == m_last || !dialog->isVisible())
+            return;
+        m_last = dialog;
+        if (m_answers.isEmpty())
+            unexpected(dialog);
+        else
+            m_answers.takeFirst()(dialog);
+    }
+
+    void unexpected(QDialog *dialog)
+    {
+        const auto *box = qobject_cast<QMessageBox *>(dialog);
+        said.append(QStringLiteral("unexpected: ") + (box ? box->text() : dialog->objectName()));
+        dialog->reject();
+    }
+
+    QList<std::function<void(QDialog *)>> m_answers;
+    QPointer<QDialog> m_last;
+    QTimer m_timer;
+};
