@@ -64,11 +64,10 @@ sys.stderr.target = target
 void restoreStreamsAtExit()
 {
     const PythonReference names(PyDict_New());
-    const PythonReference result(
-        PyRun_String("import atexit, sys\n"
-                     "def restore(): sys.stdout, sys.stderr = sys.__stdout__, sys.__stderr__\n"
-                     "atexit.register(restore)\n",
-                     Py_file_input, names.get(), names.get()));
+    const PythonReference result(PyRun_String("import atexit, sys\n"
+                                              "def restore(): sys.stdout, sys.stderr = sys.__stdout__, sys.__stderr__\n"
+                                              "atexit.register(restore)\n",
+                                              Py_file_input, names.get(), names.get()));
 }
 
 } // namespace

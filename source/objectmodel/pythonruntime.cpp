@@ -1,7 +1,7 @@
 #include "pythonruntime.h"
 #include "pythonreference.h"
-#include <Python.h>
 #include <csignal>
+#include <Python.h>
 #include <QtGlobal>
 
 namespace {

@@ -62,7 +62,9 @@ private:
         else if (key == Qt::Key_Escape)
             text = u"\x1b"_s;
         else if (key >= Qt::Key_A && key <= Qt::Key_Z)
-            text = QChar(modifiers & Qt::ControlModifier ? key - 0x40 : modifiers & Qt::ShiftModifier ? key : key + 0x20);
+            text = QChar(modifiers & Qt::ControlModifier ? key - 0x40
+                         : modifiers & Qt::ShiftModifier ? key
+                                                         : key + 0x20);
         send(key, modifiers, text);
     }
     void send(int key, Qt::KeyboardModifiers modifiers, const QString &text) const
@@ -130,8 +132,7 @@ private Q_SLOTS:
         QTest::newRow("of two carriage returns each replaces") << QStringList{u"\r\rx"_s} << u"past\nx|"_s;
         QTest::newRow("what follows a carriage return may have several lines")
             << QStringList{u"\rdone\n>>> "_s} << u"past\ndone\n>>> |"_s;
-        QTest::newRow("rich text that replaces a line")
-            << QStringList{u"\r<html><b>x</b></html>"_s} << u"past\n\nx|"_s;
+        QTest::newRow("rich text that replaces a line") << QStringList{u"\r<html><b>x</b></html>"_s} << u"past\n\nx|"_s;
         QTest::newRow("rich text is a paragraph of its own")
             << QStringList{u"<html>x</html>"_s, u"y\n>>> "_s} << u"past\n>>> \nxy\n>>> |"_s;
         QTest::newRow("a mark inside is plain") << QStringList{u"x<html>"_s} << u"past\n>>> x<html>|"_s;
@@ -242,8 +243,7 @@ private Q_SLOTS:
         at("Home goes to the start of the input", 12, Qt::Key_Home, u"past\n>>> |input"_s);
         at("Home from the past too", 1, Qt::Key_Home, u"past\n>>> |input"_s);
         row("Home drops a selection", 10, 12, Qt::Key_Home, u"past\n>>> |input"_s);
-        at("Home with Shift selects the input up to the cursor", 12, Qt::SHIFT | Qt::Key_Home,
-           u"past\n>>> |inp^ut"_s);
+        at("Home with Shift selects the input up to the cursor", 12, Qt::SHIFT | Qt::Key_Home, u"past\n>>> |inp^ut"_s);
         row("Home with Shift begins at the cursor", 14, 12, Qt::SHIFT | Qt::Key_Home, u"past\n>>> |inp^ut"_s);
         at("End", 10, Qt::Key_End, u"past\n>>> input|"_s);
         at("End stays in its line", 1, Qt::Key_End, u"past|\n>>> input"_s);
@@ -337,9 +337,7 @@ private Q_SLOTS:
     {
         QTest::addColumn<QKeyCombination>("key");
         QTest::addColumn<bool>("taken");
-        const auto row = [](const char *name, QKeyCombination key, bool taken) {
-            QTest::newRow(name) << key << taken;
-        };
+        const auto row = [](const char *name, QKeyCombination key, bool taken) { QTest::newRow(name) << key << taken; };
         row("break", Qt::CTRL | Qt::Key_Z, true);
         row("completion", Qt::CTRL | Qt::Key_Space, true);
         row("history up", Qt::Key_Up, true);

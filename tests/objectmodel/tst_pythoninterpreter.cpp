@@ -71,8 +71,7 @@ private Q_SLOTS:
         row("None is not shown", {u"None"_s}, u">>> "_s);
         row("a compound statement runs after an empty line", {u"if 1:"_s, u"\tprint('a')"_s, u""_s},
             u"... ... a\n>>> "_s);
-        row("a compound statement that is whole in its first line runs at once", {u"if 1: print('a')"_s},
-            u"a\n>>> "_s);
+        row("a compound statement that is whole in its first line runs at once", {u"if 1: print('a')"_s}, u"a\n>>> "_s);
         row("a block of several lines", {u"for i in (1, 2):"_s, u"\tif i:"_s, u"\t\tprint(i)"_s, u""_s},
             u"... ... ... 1\n2\n>>> "_s);
         row("an empty line ends no open bracket", {u"print("_s, u""_s, u"1)"_s, u""_s}, u"... ... ... 1\n>>> "_s);

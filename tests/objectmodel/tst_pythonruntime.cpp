@@ -1,8 +1,8 @@
 #include "pythonreference.h"
 #include "pythonruntime.h"
 #include "pythonstring.h"
-#include <Python.h>
 #include <clocale>
+#include <Python.h>
 #include <QProcess>
 #include <QtTest>
 using namespace Qt::StringLiterals;

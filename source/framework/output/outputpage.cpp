@@ -134,10 +134,10 @@ void OutputPage::closeBatch()
     const bool followEnd = m_followEnd;
     const bool followCursor = m_followCursor;
     QTextCursor(document()).endEditBlock(); // tells observers, who may write on
-    if (followEnd)
-        scrollToEnd();
     if (followCursor)
-        ensureCursorVisible();
+        ensureCursorVisible(); // for a long line, which may end beside the view
+    if (followEnd || followCursor)
+        scrollToEnd();
 }
 
 bool OutputPage::isAtEnd() const
