@@ -33,6 +33,14 @@ void insertPlain(QTextCursor cursor, const QString &text)
     cursor.insertText(text.mid(lineEnd + 1), QTextCharFormat());
 }
 
+/// Inserts rich text as paragraphs of its own.
+void insertRich(QTextCursor cursor, const QString &text)
+{
+    if (!cursor.atBlockStart())
+        cursor.insertBlock(QTextBlockFormat(), QTextCharFormat());
+    cursor.insertHtml(text);
+}
+
 /// True for keys that put their text into the line, whatever modifiers made that text.
 bool isTyped(const QKeyEvent &event)
 {
@@ -112,7 +120,7 @@ void CommandLineWindow::outputLine(const QString &line)
         return;
     }
     if (isRichText(line))
-        append(line);
+        insertRich(end, line);
     else
         insertPlain(end, line);
     moveCursor(QTextCursor::End);

@@ -315,6 +315,16 @@ private Q_SLOTS:
         QVERIFY2(console()->toPlainText().endsWith(u">>> wheel_count\n4\n>>> "_s),
                  qPrintable(console()->toPlainText()));
     }
+    void aBlockIsIndentedAndRunsAfterAnEmptyLine()
+    {
+        startConsole();
+        for (const QString &line : {u"for i in (1, 2):"_s, u"print(i)"_s, u""_s}) {
+            QTest::keyClicks(console(), line);
+            QTest::keyClick(console(), Qt::Key_Return);
+        }
+        QVERIFY2(console()->toPlainText().endsWith(u">>> for i in (1, 2):\n... \tprint(i)\n... \t\n1\n2\n>>> "_s),
+                 qPrintable(console()->toPlainText()));
+    }
     void theBreakKeyReachesPython()
     {
         startConsole();

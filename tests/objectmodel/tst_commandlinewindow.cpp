@@ -132,9 +132,13 @@ private Q_SLOTS:
         QTest::newRow("of two carriage returns each replaces") << QStringList{u"\r\rx"_s} << u"past\nx|"_s;
         QTest::newRow("what follows a carriage return may have several lines")
             << QStringList{u"\rdone\n>>> "_s} << u"past\ndone\n>>> |"_s;
-        QTest::newRow("rich text that replaces a line") << QStringList{u"\r<html><b>x</b></html>"_s} << u"past\n\nx|"_s;
+        QTest::newRow("rich text that replaces a line") << QStringList{u"\r<html><b>x</b></html>"_s} << u"past\nx|"_s;
         QTest::newRow("rich text is a paragraph of its own")
             << QStringList{u"<html>x</html>"_s, u"y\n>>> "_s} << u"past\n>>> \nxy\n>>> |"_s;
+        QTest::newRow("rich text behind a line end leaves no line empty")
+            << QStringList{u"a\n"_s, u"<html>x</html>"_s, u"\n>>> "_s} << u"past\n>>> a\nx\n>>> |"_s;
+        QTest::newRow("rich text of several lines")
+            << QStringList{u"\n"_s, u"<html><p>x</p><p>y</p></html>"_s, u"\nz"_s} << u"past\n>>> \nx\ny\nz|"_s;
         QTest::newRow("a mark inside is plain") << QStringList{u"x<html>"_s} << u"past\n>>> x<html>|"_s;
         QTest::newRow("a mark without its end is plain") << QStringList{u"<html>x"_s} << u"past\n>>> <html>x|"_s;
         QTest::newRow("a mark with something behind its end is plain")
@@ -170,6 +174,7 @@ private Q_SLOTS:
     }
     void whatFollowsAListIsNoItem()
     {
+        m_console->outputLine(u"\n"_s);
         m_console->outputLine(u"<html><ul><li>x</li><li>y</li></ul></html>"_s);
         QVERIFY(m_console->textCursor().currentList());
         m_console->outputLine(u"\na\nb"_s);
