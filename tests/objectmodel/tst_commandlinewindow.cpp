@@ -265,7 +265,6 @@ private Q_SLOTS:
         at("Return with Shift does nothing", 11, Qt::SHIFT | Qt::Key_Return, u"past\n>>> in|put"_s);
         at("Return with Control does nothing", 11, Qt::CTRL | Qt::Key_Return, u"past\n>>> in|put"_s);
         at("the Control key alone", 11, Qt::CTRL | Qt::Key_Control, u"past\n>>> in|put"_s);
-        at("there is nothing to redo", 11, Qt::CTRL | Qt::SHIFT | Qt::Key_Z, u"past\n>>> in|put"_s);
     }
     void keysActOnTheInput()
     {
@@ -280,6 +279,11 @@ private Q_SLOTS:
         QVERIFY(m_surroundings->keys.isEmpty());
     }
 
+    void whatIsPrintedCannotBeTakenBack()
+    {
+        m_console->undo();
+        QCOMPARE(shown(), u"past\n>>> |"_s);
+    }
     void leftInTheLinesAboveStopsAtTheColumnOfTheInput()
     {
         m_console->outputLine(u"\na longer line\n>>> "_s);

@@ -235,14 +235,26 @@ private Q_SLOTS:
         QCOMPARE(shown({u"1"_s}), u"1\n>>> "_s);
     }
 
+    void scriptMayEndItsInterpreter_data()
+    {
+        QTest::addColumn<bool>("file");
+        QTest::newRow("at the prompt") << false;
+        QTest::newRow("in a file") << true;
+    }
     void scriptMayEndItsInterpreter()
     {
+        QFETCH(bool, file);
         connect(m_interpreter.get(), &PythonInterpreter::outputLine, this, [this](const QString &text) {
             if (text == u"<html>end</html>"_s)
                 m_interpreter.reset();
         });
-        m_interpreter->inputLine(u"print('<html>end</html>'); leftover = 1"_s);
+        const QString script = u"print('<html>end</html>'); leftover = 1"_s;
+        if (file)
+            QVERIFY(m_interpreter->runFile(write(u"end.py"_s, script.toUtf8())));
+        else
+            m_interpreter->inputLine(script);
         QVERIFY(!m_interpreter);
+        QVERIFY2(m_shown.endsWith(u"<html>end</html>"_s), qPrintable(m_shown));
     }
 
     void installedDirectoryIsAppendedToTheModulePath_data()
