@@ -182,10 +182,14 @@ bool CommandLineWindow::event(QEvent *event)
         event->accept(); // or a menu's shortcut would take it
         return true;
     }
-    const bool done = QTextEdit::event(event);
+    return QTextEdit::event(event);
+}
+
+void CommandLineWindow::changeEvent(QEvent *event)
+{
+    QTextEdit::changeEvent(event);
     if (event->type() == QEvent::FontChange)
         setTabStopDistance(IndentWidth * QFontMetricsF(font()).horizontalAdvance(u' '));
-    return done;
 }
 
 void CommandLineWindow::keyPressEvent(QKeyEvent *event)
