@@ -116,8 +116,8 @@ void CommandLineWindow::outputLine(const QString &line)
     if (line.startsWith(u'\r')) {
         end.movePosition(QTextCursor::StartOfBlock, QTextCursor::KeepAnchor);
         end.removeSelectedText();
-        outputLine(line.mid(1));
-        return;
+        const auto rest = std::ranges::find_if_not(line, [](QChar c) { return c == u'\r'; });
+        return outputLine(line.mid(rest - line.begin())); // further ones would replace what is empty by now
     }
     if (isRichText(line))
         insertRich(end, line);

@@ -130,6 +130,8 @@ private Q_SLOTS:
             << QStringList{u"\r50%"_s} << u"past\n50%|"_s;
         QTest::newRow("a carriage return alone empties the last line") << QStringList{u"\r"_s} << u"past\n|"_s;
         QTest::newRow("of two carriage returns each replaces") << QStringList{u"\r\rx"_s} << u"past\nx|"_s;
+        QTest::newRow("carriage returns without end")
+            << QStringList{u"a\n"_s, u"\r"_s.repeated(1000000) + u'x'} << u"past\n>>> a\nx|"_s;
         QTest::newRow("what follows a carriage return may have several lines")
             << QStringList{u"\rdone\n>>> "_s} << u"past\ndone\n>>> |"_s;
         QTest::newRow("rich text that replaces a line") << QStringList{u"\r<html><b>x</b></html>"_s} << u"past\nx|"_s;

@@ -190,6 +190,23 @@ private Q_SLOTS:
         QCOMPARE(m_shown, u"Startup file '%1' could not be opened.\n"_s.arg(path));
     }
 
+    void threadsOfAScriptMayPrint()
+    {
+        QThread *receiver = nullptr;
+        connect(m_interpreter.get(), &PythonInterpreter::outputLine, this,
+                [&] { receiver = QThread::currentThread(); });
+        const QString path = write(u"thread.py"_s, "import threading\n"
+                                                   "def work():\n"
+                                                   "    for i in range(3): print('\\r', i, sep='')\n"
+                                                   "thread = threading.Thread(target=work)\n"
+                                                   "thread.start()\n"
+                                                   "thread.join()\n");
+        QVERIFY(m_interpreter->runFile(path));
+        QTRY_COMPARE(m_shown.count(u'\r'), 3);
+        QCOMPARE(receiver, thread());
+        QVERIFY2(m_shown.contains(u"\r0\n"_s) && m_shown.contains(u"\r2\n"_s), qPrintable(m_shown));
+    }
+
     void statementTypedWhileAScriptPumpsRunsInsideIt()
     {
         // the script lets an event through that brings the next line, as a key press would
