@@ -15,6 +15,9 @@ PyStatus preinitialise(bool environment)
     config.configure_locale = 0;
     config.coerce_c_locale = 0;
     config.utf8_mode = 1;
+#ifdef __SANITIZE_ADDRESS__
+    config.allocator = PYMEM_ALLOCATOR_MALLOC; // the sanitizer knows each object then
+#endif
     return Py_PreInitialize(&config);
 }
 
