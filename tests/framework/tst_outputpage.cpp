@@ -297,7 +297,6 @@ private Q_SLOTS:
     {
         output({u"a.c(1)\n"_s});
         const QSignalSpy lookups(m_page, &OutputPage::lookupSource);
-        QStringList clipboard;
         for (const int entry : {5, 1, 0, 3}) {
             const std::unique_ptr<QMenu> menu(m_page->createPopupMenu());
             menu->actions().at(entry)->trigger();

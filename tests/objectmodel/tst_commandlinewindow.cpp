@@ -378,12 +378,14 @@ private Q_SLOTS:
     {
         QTest::addColumn<QString>("text");
         QTest::addColumn<QString>("expected");
+        const QString refused = u"pa|st\n>>> "_s; // not even the cursor moves
         QTest::newRow("one line") << u"a b"_s << u"past\n>>> a b|"_s;
-        QTest::newRow("two lines") << u"a\nb"_s << u"past\n>>> |"_s;
-        QTest::newRow("a line with its end") << u"a\n"_s << u"past\n>>> |"_s;
-        QTest::newRow("carriage return") << u"a\rb"_s << u"past\n>>> |"_s;
-        QTest::newRow("paragraphs of another program") << u"a\u2029b"_s << u"past\n>>> |"_s;
         QTest::newRow("markup") << u"<b>a</b>"_s << u"past\n>>> <b>a</b>|"_s;
+        QTest::newRow("two lines") << u"a\nb"_s << refused;
+        QTest::newRow("a line with its end") << u"a\n"_s << refused;
+        QTest::newRow("carriage return") << u"a\rb"_s << refused;
+        QTest::newRow("paragraphs of another program") << u"a\u2029b"_s << refused;
+        QTest::newRow("nothing") << u""_s << refused;
     }
     void pastesIntoTheInput()
     {
@@ -391,10 +393,7 @@ private Q_SLOTS:
         QFETCH(QString, expected);
         setCursor(2);
         paste(text);
-        if (text.contains(u"b>"_s) || !expected.endsWith(u" |"_s))
-            QCOMPARE(shown(), expected);
-        else
-            QCOMPARE(shown(), u"pa|st\n>>> "_s); // refused: not even the cursor moves
+        QCOMPARE(shown(), expected);
     }
     void pasteReplacesASelectionInTheInputOnly()
     {
@@ -609,8 +608,7 @@ private Q_SLOTS:
             enter(line);
         press(Qt::Key_Up);
         press(Qt::Key_Up);
-        for (int i = 0; i < 1; ++i)
-            press(Qt::Key_Backspace);
+        press(Qt::Key_Backspace);
         enter(QString());
         press(Qt::Key_Down);
         QVERIFY2(shown().endsWith(u">>> b|"_s), qPrintable(shown()));
