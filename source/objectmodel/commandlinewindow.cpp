@@ -9,6 +9,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+constexpr int IndentWidth = 4; // characters: as wide as the prompts, so that a block is in line with its first line
+
 bool isRichText(const QString &text)
 {
     return text.startsWith("<html>"_L1, Qt::CaseInsensitive) && text.endsWith("</html>"_L1, Qt::CaseInsensitive);
@@ -31,6 +33,14 @@ void insertPlain(QTextCursor cursor, const QString &text)
     cursor.insertText(text.mid(lineEnd + 1), QTextCharFormat());
 }
 
+/// Inserts rich text as paragraphs of its own.
+void insertRich(QTextCursor cursor, const QString &text)
+{
+    if (!cursor.atBlockStart())
+        cursor.insertBlock(QTextBlockFormat(), QTextCharFormat());
+    cursor.insertHtml(text);
+}
+
 /// True for keys that put their text into the line, whatever modifiers made that text.
 bool isTyped(const QKeyEvent &event)
 {
@@ -46,6 +56,14 @@ bool isBreak(const QKeyEvent &event)
 bool isCompletion(const QKeyEvent &event)
 {
     return event.key() == Qt::Key_Space && event.modifiers() == Qt::ControlModifier;
+}
+
+/// True for keys that mean something of their own here, so that no shortcut may take them.
+bool isConsoleKey(const QKeyEvent &event)
+{
+    static constexpr int keys[] = {Qt::Key_Tab, Qt::Key_Up, Qt::Key_Down, Qt::Key_Left, Qt::Key_Right};
+    const bool plain = !(event.modifiers() & ~Qt::KeypadModifier);
+    return isBreak(event) || isCompletion(event) || (plain && std::ranges::count(keys, event.key()) > 0);
 }
 
 /// What a deleting key with modifiers takes from the cursor on; NoMove for every other key.
@@ -98,11 +116,11 @@ void CommandLineWindow::outputLine(const QString &line)
     if (line.startsWith(u'\r')) {
         end.movePosition(QTextCursor::StartOfBlock, QTextCursor::KeepAnchor);
         end.removeSelectedText();
-        outputLine(line.mid(1));
-        return;
+        const auto rest = std::ranges::find_if_not(line, [](QChar c) { return c == u'\r'; });
+        return outputLine(line.mid(rest - line.begin())); // further ones would replace what is empty by now
     }
     if (isRichText(line))
-        append(line);
+        insertRich(end, line);
     else
         insertPlain(end, line);
     moveCursor(QTextCursor::End);
@@ -158,14 +176,20 @@ void CommandLineWindow::moveTo(int position, QTextCursor::MoveMode mode)
 
 bool CommandLineWindow::event(QEvent *event)
 {
-    if (event->type() == QEvent::ShortcutOverride) {
-        const auto *key = static_cast<QKeyEvent *>(event);
-        if (isBreak(*key) || isCompletion(*key)) {
-            event->accept(); // or a menu's shortcut would take it
-            return true;
-        }
+    const bool takesKey =
+        event->type() == QEvent::ShortcutOverride && isConsoleKey(*static_cast<const QKeyEvent *>(event));
+    if (takesKey) {
+        event->accept(); // or a menu's shortcut would take it
+        return true;
     }
     return QTextEdit::event(event);
+}
+
+void CommandLineWindow::changeEvent(QEvent *event)
+{
+    QTextEdit::changeEvent(event);
+    if (event->type() == QEvent::FontChange)
+        setTabStopDistance(IndentWidth * QFontMetricsF(font()).horizontalAdvance(u' '));
 }
 
 void CommandLineWindow::keyPressEvent(QKeyEvent *event)
@@ -196,8 +220,8 @@ void CommandLineWindow::modifiedKeyPress(QKeyEvent *event)
     }
     if (const auto deletion = deletionOf(*event); deletion != QTextCursor::NoMove)
         return deleteInput(deletion);
-    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)
-        return; // the input is one line
+    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter || event->key() == Qt::Key_Backtab)
+        return; // the input is one line, and a tab must not get into the past
     QTextEdit::keyPressEvent(event);
 }
 
@@ -241,6 +265,7 @@ void CommandLineWindow::submit()
     const QString line = withoutTrailingSpace(input());
     moveCursor(QTextCursor::End);
     insertPlain(textCursor(), u"\n"_s);
+    m_inputStart.movePosition(QTextCursor::End); // a line typed while the statement runs begins here
     if (!line.isEmpty()) {
         m_history.append(line);
         m_historyIndex = -1;
@@ -315,7 +340,8 @@ void CommandLineWindow::listNames(const QStringList &names)
 
 void CommandLineWindow::inputMethodEvent(QInputMethodEvent *event)
 {
-    enterInput();
+    if (!event->commitString().isEmpty() || !event->preeditString().isEmpty())
+        enterInput();
     QTextEdit::inputMethodEvent(event);
 }
 

@@ -38,6 +38,7 @@ QStringList pythonCompletions(_object *globals, const QString &beginning)
         return {};
     try {
         QStringList names = findCompletions(globals, beginning);
+        names.removeIf([&beginning](const QString &name) { return !name.startsWith(beginning); });
         names.sort();
         names.removeDuplicates();
         return names;

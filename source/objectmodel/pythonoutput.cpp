@@ -60,6 +60,16 @@ sys.stderr.target = target
 )"_s.arg(target);
 }
 
+/// When a script ends the process, Python flushes its streams, and the exit code would tell that stderr has no flush.
+void restoreStreamsAtExit()
+{
+    const PythonReference names(PyDict_New());
+    const PythonReference result(PyRun_String("import atexit, sys\n"
+                                              "def restore(): sys.stdout, sys.stderr = sys.__stdout__, sys.__stderr__\n"
+                                              "atexit.register(restore)\n",
+                                              Py_file_input, names.get(), names.get()));
+}
+
 } // namespace
 
 PythonOutput::PythonOutput(quintptr target)
@@ -68,6 +78,7 @@ PythonOutput::PythonOutput(quintptr target)
     liveTarget = target;
     addOutputModule();
     PyRun_SimpleString(redirection(target).toUtf8().constData());
+    restoreStreamsAtExit();
 }
 
 PythonOutput::~PythonOutput()

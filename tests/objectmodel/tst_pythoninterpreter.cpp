@@ -71,7 +71,7 @@ private Q_SLOTS:
         row("None is not shown", {u"None"_s}, u">>> "_s);
         row("a compound statement runs after an empty line", {u"if 1:"_s, u"\tprint('a')"_s, u""_s},
             u"... ... a\n>>> "_s);
-        row("a compound statement on one line waits too", {u"if 1: print('a')"_s, u""_s}, u"... a\n>>> "_s);
+        row("a compound statement that is whole in its first line runs at once", {u"if 1: print('a')"_s}, u"a\n>>> "_s);
         row("a block of several lines", {u"for i in (1, 2):"_s, u"\tif i:"_s, u"\t\tprint(i)"_s, u""_s},
             u"... ... ... 1\n2\n>>> "_s);
         row("an empty line ends no open bracket", {u"print("_s, u""_s, u"1)"_s, u""_s}, u"... ... ... 1\n>>> "_s);
@@ -82,7 +82,8 @@ private Q_SLOTS:
         row("else, try and with",
             {u"try:"_s, u"\t1/0"_s, u"except ZeroDivisionError:"_s, u"\tprint('z')"_s, u"else:"_s, u"\tpass"_s, u""_s},
             u"... ... ... ... ... ... z\n>>> "_s);
-        row("a comment", {u"# a"_s, u""_s}, u"... >>> "_s);
+        row("a comment belongs to the statement that follows", {u"# a"_s, u""_s, u"1"_s, u""_s},
+            u"... ... ... 1\n>>> "_s);
         row("a syntax error", {u"1 +"_s},
             u"  File \"<stdin>\", line 1\n    1 +\n       ^\nSyntaxError: invalid syntax\n>>> "_s);
         row("a syntax error in a block throws the block away", {u"if 1:"_s, u"\tprint('a')"_s, u"\t1 +"_s, u""_s},
@@ -189,6 +190,23 @@ private Q_SLOTS:
         QCOMPARE(m_shown, u"Startup file '%1' could not be opened.\n"_s.arg(path));
     }
 
+    void threadsOfAScriptMayPrint()
+    {
+        QThread *receiver = nullptr;
+        connect(m_interpreter.get(), &PythonInterpreter::outputLine, this,
+                [&] { receiver = QThread::currentThread(); });
+        const QString path = write(u"thread.py"_s, "import threading\n"
+                                                   "def work():\n"
+                                                   "    for i in range(3): print('\\r', i, sep='')\n"
+                                                   "thread = threading.Thread(target=work)\n"
+                                                   "thread.start()\n"
+                                                   "thread.join()\n");
+        QVERIFY(m_interpreter->runFile(path));
+        QTRY_COMPARE(m_shown.count(u'\r'), 3);
+        QCOMPARE(receiver, thread());
+        QVERIFY2(m_shown.contains(u"\r0\n"_s) && m_shown.contains(u"\r2\n"_s), qPrintable(m_shown));
+    }
+
     void statementTypedWhileAScriptPumpsRunsInsideIt()
     {
         // the script lets an event through that brings the next line, as a key press would
@@ -230,19 +248,30 @@ private Q_SLOTS:
                 m_interpreter->breakExecution();
         });
         m_interpreter->inputLine(u"while True: print('<html>step</html>', end='')"_s);
-        m_interpreter->inputLine(QString());
         QVERIFY2(m_shown.endsWith(u"KeyboardInterrupt\n>>> "_s), qPrintable(m_shown));
         QCOMPARE(shown({u"1"_s}), u"1\n>>> "_s);
     }
 
+    void scriptMayEndItsInterpreter_data()
+    {
+        QTest::addColumn<bool>("file");
+        QTest::newRow("at the prompt") << false;
+        QTest::newRow("in a file") << true;
+    }
     void scriptMayEndItsInterpreter()
     {
+        QFETCH(bool, file);
         connect(m_interpreter.get(), &PythonInterpreter::outputLine, this, [this](const QString &text) {
             if (text == u"<html>end</html>"_s)
                 m_interpreter.reset();
         });
-        m_interpreter->inputLine(u"print('<html>end</html>'); leftover = 1"_s);
+        const QString script = u"print('<html>end</html>'); leftover = 1"_s;
+        if (file)
+            QVERIFY(m_interpreter->runFile(write(u"end.py"_s, script.toUtf8())));
+        else
+            m_interpreter->inputLine(script);
         QVERIFY(!m_interpreter);
+        QVERIFY2(m_shown.endsWith(u"<html>end</html>"_s), qPrintable(m_shown));
     }
 
     void installedDirectoryIsAppendedToTheModulePath_data()

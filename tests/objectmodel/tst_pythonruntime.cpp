@@ -1,6 +1,7 @@
 #include "pythonreference.h"
 #include "pythonruntime.h"
 #include "pythonstring.h"
+#include <clocale>
 #include <Python.h>
 #include <QProcess>
 #include <QtTest>
@@ -40,6 +41,10 @@ private Q_SLOTS:
                             const QString &variable = {}, const QString &value = {}) {
             QTest::newRow(name) << expression << heard << variable << value << expected;
         };
+        const QString signalsTaken = u"__import__('signal') and [int(line[7:], 16) & 1 << 1 "
+                                     "for line in open('/proc/self/status') if line.startswith('SigCgt')][0]"_s;
+        const QString noInput = u"Traceback (most recent call last):\n  File \"<string>\", line 1, in <module>\n"
+                                "RuntimeError: input(): lost sys.stdin\n"_s;
         row("is in UTF-8 mode", u"__import__('sys').flags.utf8_mode"_s, u"1"_s);
         row("writes files as UTF-8 in any locale", u"open('/dev/null').encoding"_s, u"utf-8"_s, false, u"LC_ALL"_s,
             u"C"_s);
@@ -54,9 +59,12 @@ private Q_SLOTS:
         row("ignores PATH", u"__import__('sys').prefix"_s, u"/usr"_s, false, u"PATH"_s, u"/nowhere"_s);
         row("has no path of the current directory", u"'' in __import__('sys').path"_s, u"False"_s);
         row("has no arguments of the program", u"__import__('sys').argv"_s, u"['']"_s);
-        row("leaves interrupts to the program", u"__import__('signal').getsignal(2)"_s, u"0"_s);
-        row("leaves the locale of numbers alone", u"__import__('locale').setlocale(1)"_s, u"C"_s, false, u"LC_ALL"_s,
+        row("leaves interrupts to the program, though a script imports signal", signalsTaken, u"0"_s);
+        row("leaves the program's locale alone", u"__import__('locale').setlocale(0)"_s, u"C"_s, false, u"LC_ALL"_s,
             u"C.UTF-8"_s);
+        row("does not wait for input", u"input()"_s, noInput);
+        row("has no packages of the user", u"__import__('site').ENABLE_USER_SITE"_s, u"False"_s);
+        row("has the user's packages when told", u"__import__('site').ENABLE_USER_SITE"_s, u"True"_s, true);
         row("leaves the environment of child processes alone", u"__import__('os').environ['LC_ALL']"_s, u"C"_s, false,
             u"LC_ALL"_s, u"C"_s);
     }
@@ -87,6 +95,7 @@ private Q_SLOTS:
 
 static int printValue(const QString &expression, bool environmentHeard)
 {
+    std::setlocale(LC_ALL, "C"); // not the one that the environment tells, so that to ask there again would show
     if (!startPython(environmentHeard ? PythonEnvironment::Heard : PythonEnvironment::Ignored)) {
         fputs("not started", stderr);
         return 1;

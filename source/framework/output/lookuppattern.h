@@ -20,7 +20,7 @@ public:
     LookupPattern();
     /// Takes @p pattern, in which "(file)" and "(line)" must each stand exactly once and ahead of any other capturing
     /// bracket. Otherwise returns false, and "file(line)" is found again. Unless @p greedy, all parts are as short as
-    /// can be. A regular expression with an error is taken, and finds nothing.
+    /// can be, except for a field at the very end. A regular expression with an error is taken, and finds nothing.
     bool set(const QString &pattern, bool greedy);
     /// The place told at the beginning of @p text, nothing if there is none. A line number too large reads as 0.
     [[nodiscard]] std::optional<LookupPlace> find(const QString &text) const;

@@ -37,6 +37,14 @@ QString withoutLineEnd(const QString &text)
 {
     return text.chopped(text.endsWith(QLatin1String("\r\n")) ? 2 : 1);
 }
+
+/// A relative move would look through the last line for its direction, and a line may be long.
+QTextCursor endOfText(QTextDocument &document)
+{
+    QTextCursor cursor(&document);
+    cursor.setPosition(document.characterCount() - 1);
+    return cursor;
+}
 } // namespace
 
 OutputPage::OutputPage(QWidget *parent) : QPlainTextEdit(parent)
@@ -71,8 +79,7 @@ void OutputPage::outputLine(const QString &text)
 
 void OutputPage::appendLine(const QString &line)
 {
-    QTextCursor cursor(document());
-    cursor.movePosition(QTextCursor::End);
+    QTextCursor cursor = endOfText(*document());
     if (!cursor.atBlockStart() || cursor.block().userState() == LineEndHeldBack)
         cursor.insertBlock();
     cursor.insertText(line);
@@ -83,8 +90,7 @@ void OutputPage::insertAtEnd(const QString &text)
 {
     if (text.isEmpty())
         return;
-    QTextCursor cursor(document());
-    cursor.movePosition(QTextCursor::End);
+    QTextCursor cursor = endOfText(*document());
     const bool heldBack = cursor.block().userState() == LineEndHeldBack;
     const bool emptyLine = text == u'\n';
     if (heldBack && !emptyLine)
@@ -97,12 +103,10 @@ void OutputPage::insertAtEnd(const QString &text)
 void OutputPage::moveCursorToEnd()
 {
     m_followCursor = true;
-    QTextCursor cursor = textCursor();
-    if (cursor.atEnd() && !cursor.hasSelection())
+    if (textCursor().atEnd() && !textCursor().hasSelection())
         return; // it moves along by itself
     closeBatch();
-    cursor.movePosition(QTextCursor::End);
-    setTextCursor(cursor);
+    setTextCursor(endOfText(*document()));
     openBatch();
     m_followCursor = true;
 }
@@ -134,10 +138,10 @@ void OutputPage::closeBatch()
     const bool followEnd = m_followEnd;
     const bool followCursor = m_followCursor;
     QTextCursor(document()).endEditBlock(); // tells observers, who may write on
-    if (followEnd)
-        scrollToEnd();
     if (followCursor)
-        ensureCursorVisible();
+        ensureCursorVisible(); // for a long line, which may end beside the view
+    if (followEnd || followCursor)
+        scrollToEnd();
 }
 
 bool OutputPage::isAtEnd() const

@@ -1,5 +1,8 @@
 #include "outputwindow.h"
+#include "commandlinewindow.h"
 #include "outputpage.h"
+#include "pythoninterpreter.h"
+#include "scriptdirectories.h"
 #include "varnelassert.h"
 #include <QApplication>
 #include <QHBoxLayout>
@@ -40,6 +43,8 @@ OutputWindow::OutputWindow(QWidget *parent, const QPixmap &artwork)
     setLookupPattern(uR"((file)\((line)\))"_s, false);
 }
 
+OutputWindow::~OutputWindow() = default;
+
 void OutputWindow::createLayout(const QPixmap &artwork)
 {
     auto *frame = new QFrame;
@@ -60,17 +65,24 @@ void OutputWindow::createLayout(const QPixmap &artwork)
 
 // Console -----------------------------------------------------------------
 
-void OutputWindow::setCommandWindow(QWidget *console, const RunFile &runFile)
+void OutputWindow::startConsole(const ScriptDirectories &scripts)
 {
-    m_commandWindow = console;
-    m_runFile = runFile;
-    console->setFont(m_font);
-    m_tabs->addTab(console, tr("Command Window"));
+    m_interpreter = std::make_unique<PythonInterpreter>(scripts);
+    m_commandWindow = new CommandLineWindow;
+    m_commandWindow->setFont(m_font);
+    m_commandWindow->setPalette(m_pages.front()->palette());
+    m_commandWindow->setCompleter([this](const QString &word) { return m_interpreter->completions(word); });
+    connect(m_commandWindow, &CommandLineWindow::inputLine, m_interpreter.get(), &PythonInterpreter::inputLine);
+    connect(m_interpreter.get(), &PythonInterpreter::outputLine, m_commandWindow, &CommandLineWindow::outputLine);
+    connect(m_commandWindow, &CommandLineWindow::breakExecution, m_interpreter.get(),
+            &PythonInterpreter::breakExecution);
+    m_tabs->addTab(m_commandWindow, tr("Command Window"));
+    m_interpreter->start(scripts.file(u"startup.py"_s));
 }
 
 bool OutputWindow::runScript(const QString &path)
 {
-    return m_runFile && m_runFile(path);
+    return m_interpreter && m_interpreter->runFile(path);
 }
 
 // Pages ---------------------------------------------------------------------

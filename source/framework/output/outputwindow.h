@@ -1,11 +1,15 @@
 #pragma once
 #include <functional>
+#include <memory>
 #include <QFont>
 #include <QPixmap>
 #include <QWidget>
 #include <vector>
+class CommandLineWindow;
 class OutputPage;
+class PythonInterpreter;
 class QTabWidget;
+struct ScriptDirectories;
 
 /// The docked window with what the system has to say: pages of output, and the Python console as one more tab.
 ///
@@ -15,15 +19,16 @@ class OutputWindow : public QWidget
     Q_OBJECT
 public:
     enum Page : uint { Build, Debug, FindInFiles }; ///< the pages that are always there
-    using RunFile = std::function<bool(const QString &path)>;
 
     /// @p artwork stands beside the pages, if there is any.
     explicit OutputWindow(QWidget *parent = nullptr, const QPixmap &artwork = {});
+    ~OutputWindow() override;
 
-    /// Takes the Python console as the tab behind those there are; @p runFile is what runScript() calls. A page that
-    /// is made later stands behind the console, so this is called once, when the start-up script has run.
-    void setCommandWindow(QWidget *console, const RunFile &runFile);
-    /// Runs a file in the console's interpreter. False if it failed, or if there is no console.
+    /// Makes the Python console, runs "startup.py" of @p scripts in it and adds its tab behind those there are. Called
+    /// once, when Python runs; the start-up script may already write to the pages.
+    void startConsole(const ScriptDirectories &scripts);
+    /// Runs a file in the console's interpreter. False if it raised an exception, or if there is no console; a file
+    /// that cannot be opened is told of in the console and counts as good.
     bool runScript(const QString &path);
 
     void addPage(const QString &name);
@@ -62,6 +67,6 @@ private:
     QTabWidget *m_tabs;
     QFont m_font;
     std::vector<OutputPage *> m_pages;
-    QWidget *m_commandWindow = nullptr;
-    RunFile m_runFile;
+    CommandLineWindow *m_commandWindow = nullptr;
+    std::unique_ptr<PythonInterpreter> m_interpreter;
 };

@@ -16,8 +16,8 @@
 #include "project.h"
 #include "projectfile.h"
 #include "projectworkspace.h"
-#include "pythonconsole.h"
 #include "pythonruntime.h"
+#include "scriptdirectories.h"
 #include "tabbedviewmanager.h"
 #include "textview.h"
 #include "toolbar.h"
@@ -209,7 +209,8 @@ void MainWindow::setupDockWindows()
     connect(m_navigator, &Navigator::nextAvailable, this, &MainWindow::nextAvailable);
     connect(m_viewManager, &ViewManager::sourceChanged, m_navigator, &Navigator::helpSourceChanged);
 
-    (new PythonConsole(*m_outputWindow, scriptDirectories(), this))->start();
+    if (startPython())
+        m_outputWindow->startConsole(scriptDirectories());
 }
 
 /// Dock windows take their sizes as parts of the window's, so it must have the size that it will be shown in.
