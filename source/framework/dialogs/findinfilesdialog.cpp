@@ -1,0 +1,129 @@
+#include "findinfilesdialog.h"
+#include "ui_findinfilesdialogbase.h"
+#include <QDir>
+#include <QFileDialog>
+#include <QLineEdit>
+#include <QSettings>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+constexpr int HistoryLength = 11; ///< entries of a box that are kept besides the current text
+
+/// Null if the user cancels.
+QString askForDirectory(QWidget *parent, const QString &directory)
+{
+    QFileDialog dialog(parent, FindInFilesDialog::tr("Choose Directory"), directory);
+    dialog.setOption(QFileDialog::DontUseNativeDialog);
+    dialog.setObjectName(u"getDirectory"_s);
+    dialog.setFileMode(QFileDialog::Directory);
+    dialog.setOption(QFileDialog::ShowDirsOnly);
+    return dialog.exec() == QDialog::Accepted ? dialog.selectedFiles().value(0) : QString();
+}
+} // namespace
+
+FindInFilesDialog::FindInFilesDialog(QSettings *settings, QWidget *parent, const QString &name)
+    : QDialog(parent), m_ui(std::make_unique<Ui::FindInFilesDialogBase>()), m_settings(settings)
+{
+    m_ui->setupUi(this);
+    setObjectName(name);
+    m_ui->FileTypesCombo->addItems({u"*.c; *.h;*.asm"_s, u"*.txt"_s, u"*.*"_s});
+    m_ui->LookInCombo->lineEdit()->setPlaceholderText(QDir::toNativeSeparators(QDir::currentPath()));
+    load();
+    connect(m_ui->BrowseButton, &QPushButton::clicked, this, &FindInFilesDialog::browse);
+    m_ui->FindWhatCombo->takeFocus();
+}
+
+FindInFilesDialog::~FindInFilesDialog() = default;
+
+void FindInFilesDialog::load()
+{
+    m_settings->beginGroup(u"/FindInFiles"_s);
+    loadHistory(u"Match"_s, m_ui->FindWhatCombo);
+    loadHistory(u"Folder"_s, m_ui->LookInCombo);
+    const QString mask = m_settings->value(u"FileMask"_s).toString();
+    if (!mask.isEmpty())
+        m_ui->FileTypesCombo->setEditText(mask);
+    m_ui->MatchCaseCheck->setChecked(m_settings->value(u"MatchCase"_s, false).toBool());
+    m_ui->MatchWholeWordCheck->setChecked(m_settings->value(u"MatchWholeWord"_s, false).toBool());
+    m_ui->SubfoldersCheck->setChecked(m_settings->value(u"LookInSubfolders"_s, false).toBool());
+    m_ui->RegExpCheck->setChecked(m_settings->value(u"UseRegExp"_s, false).toBool());
+    m_settings->endGroup();
+}
+
+void FindInFilesDialog::loadHistory(const QString &key, HistoryCombo *combo)
+{
+    for (int i = 0;; ++i) {
+        const QString text = m_settings->value(key + QString::number(i)).toString();
+        if (text.isEmpty())
+            return;
+        combo->addItem(text);
+    }
+}
+
+void FindInFilesDialog::saveHistory(const QString &key, const HistoryCombo *combo)
+{
+    const QString current = combo->currentText();
+    m_settings->setValue(key + u'0', current);
+    int number = 1;
+    for (int i = 0; i < std::min(combo->count(), HistoryLength); ++i) {
+        if (combo->itemText(i) != current)
+            m_settings->setValue(key + QString::number(number++), combo->itemText(i));
+    }
+}
+
+void FindInFilesDialog::accept()
+{
+    m_settings->beginGroup(u"/FindInFiles"_s);
+    saveHistory(u"Match"_s, m_ui->FindWhatCombo);
+    saveHistory(u"Folder"_s, m_ui->LookInCombo);
+    m_settings->setValue(u"FileMask"_s, mask());
+    m_settings->setValue(u"MatchCase"_s, caseSensitive());
+    m_settings->setValue(u"MatchWholeWord"_s, wholeWord());
+    m_settings->setValue(u"LookInSubfolders"_s, recursive());
+    m_settings->setValue(u"UseRegExp"_s, regExp());
+    m_settings->endGroup();
+    QDialog::accept();
+}
+
+void FindInFilesDialog::browse()
+{
+    const QString directory = askForDirectory(this, folder());
+    if (!directory.isNull())
+        m_ui->LookInCombo->setEditText(QDir::toNativeSeparators(directory));
+}
+
+QString FindInFilesDialog::findText() const
+{
+    return m_ui->FindWhatCombo->currentText();
+}
+
+QString FindInFilesDialog::mask() const
+{
+    return m_ui->FileTypesCombo->currentText();
+}
+
+QString FindInFilesDialog::folder() const
+{
+    return QDir(QDir::fromNativeSeparators(m_ui->LookInCombo->currentText())).absolutePath();
+}
+
+bool FindInFilesDialog::caseSensitive() const
+{
+    return m_ui->MatchCaseCheck->isChecked();
+}
+
+bool FindInFilesDialog::wholeWord() const
+{
+    return m_ui->MatchWholeWordCheck->isChecked();
+}
+
+bool FindInFilesDialog::recursive() const
+{
+    return m_ui->SubfoldersCheck->isChecked();
+}
+
+bool FindInFilesDialog::regExp() const
+{
+    return m_ui->RegExpCheck->isChecked();
+}

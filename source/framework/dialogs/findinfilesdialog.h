@@ -1,0 +1,38 @@
+#pragma once
+#include <memory>
+#include <QDialog>
+class HistoryCombo;
+class QSettings;
+namespace Ui {
+class FindInFilesDialogBase;
+}
+
+/// Asks what to find in which files, beginning with the answers of the last time.
+class FindInFilesDialog : public QDialog
+{
+    Q_OBJECT
+public:
+    /// Answers are kept in the group "/FindInFiles" of @p settings, which outlive the dialog.
+    FindInFilesDialog(QSettings *settings, QWidget *parent, const QString &name);
+    ~FindInFilesDialog() override;
+
+    [[nodiscard]] QString findText() const;
+    [[nodiscard]] QString mask() const;
+    [[nodiscard]] QString folder() const; ///< absolute
+    [[nodiscard]] bool caseSensitive() const;
+    [[nodiscard]] bool wholeWord() const;
+    [[nodiscard]] bool recursive() const;
+    [[nodiscard]] bool regExp() const;
+
+public Q_SLOTS:
+    void browse();
+    void accept() override;
+
+private:
+    void load();
+    void loadHistory(const QString &key, HistoryCombo *combo);
+    void saveHistory(const QString &key, const HistoryCombo *combo);
+
+    const std::unique_ptr<Ui::FindInFilesDialogBase> m_ui;
+    QSettings *m_settings;
+};
