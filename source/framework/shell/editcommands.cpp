@@ -94,7 +94,8 @@ void EditCommands::indent()
     m_viewManager->indentCurrent();
 }
 
-void EditCommands::find(const QString &text, bool caseSensitive, bool wholeWord, bool forward, bool fromCursor)
+void EditCommands::find(const QString &text, bool caseSensitive, bool wholeWord, bool forward, bool fromCursor,
+                        QWidget *asker)
 {
     auto *navigation = viewInterface<ITextNavigation>(m_viewManager->currentView());
     if (!navigation || navigation->find(text, caseSensitive, wholeWord, forward, fromCursor))
@@ -104,8 +105,7 @@ void EditCommands::find(const QString &text, bool caseSensitive, bool wholeWord,
         QApplication::beep();
         return;
     }
-    showMessage(QMessageBox::Warning, m_window, tr("Cannot find the string %1.").arg(text), {QMessageBox::Ok},
-                tr("Find"));
+    showMessage(QMessageBox::Warning, asker, tr("Cannot find the string %1.").arg(text), {QMessageBox::Ok}, tr("Find"));
 }
 
 void EditCommands::gotoLine(const std::function<int(const QString &)> &lineOfSymbol)

@@ -28,8 +28,8 @@ public:
     void indent();
 
     /// Searches in the current view; from the cursor on, it goes on at the start of the text once and says so. A text
-    /// that is not found is told in a box.
-    void find(const QString &text, bool caseSensitive, bool wholeWord, bool forward, bool fromCursor);
+    /// that is not found is told in a box above @p asker.
+    void find(const QString &text, bool caseSensitive, bool wholeWord, bool forward, bool fromCursor, QWidget *asker);
     /// Asks for a line and goes there. @p lineOfSymbol gives the line of a symbol of the program, 0 if it is unknown.
     void gotoLine(const std::function<int(const QString &)> &lineOfSymbol);
 

@@ -5,6 +5,7 @@
 #include "editcommands.h"
 #include "filechangecheck.h"
 #include "filecommands.h"
+#include "findcommands.h"
 #include "formatchoice.h"
 #include "ibuildenvironment.h"
 #include "ideapplication.h"
@@ -157,6 +158,9 @@ void MainWindow::setupCommands()
                                            }},
                                       this);
     m_editCommands = new EditCommands(this, m_viewManager, m_navigator, m_outputWindow, this);
+    m_findCommands = new FindCommands(this, m_viewManager, m_outputWindow, application()->settings(), this);
+    connect(m_findCommands, &FindCommands::findRequested, this, &MainWindow::find);
+    connect(m_findCommands, &FindCommands::searchStarted, m_outputDock, &DockWindow::bringUp);
     ProjectCommandsHost *host = this;
     m_projectCommands = std::make_unique<ProjectCommands>(this, host, &m_recentWorkspaces, &m_directories);
     connect(m_projectCommands.get(), &ProjectCommands::currentProjectChanged, this, &MainWindow::currentProjectChanged);

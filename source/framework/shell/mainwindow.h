@@ -15,6 +15,7 @@ class DockWindow;
 class EditCommands;
 class FileChangeCheck;
 class FileCommands;
+class FindCommands;
 class Navigator;
 class OutputWindow;
 class Project;
@@ -305,6 +306,7 @@ private:
     std::unique_ptr<FileChangeCheck> m_changeCheck;
     FileCommands *m_fileCommands = nullptr;
     EditCommands *m_editCommands = nullptr;
+    FindCommands *m_findCommands = nullptr;
     int m_currentLine = 1;                              ///< of the cursor, counted from 1
     int m_currentColumn = 1;                            ///< likewise
     std::unique_ptr<ProjectCommands> m_projectCommands; ///< null until all windows are there

@@ -3,6 +3,7 @@
 #include "editcommands.h"
 #include "extensioncommands.h"
 #include "filecommands.h"
+#include "findcommands.h"
 #include "ideapplication.h"
 #include "iexecutionenvironment.h"
 #include "isourcemapping.h"
@@ -149,13 +150,19 @@ void MainWindow::editUnindent()
     warnNotImplemented("editUnindent");
 }
 
-void MainWindow::editFind() {}
+void MainWindow::editFind()
+{
+    m_findCommands->find();
+}
 
-void MainWindow::editReplace() {}
+void MainWindow::editReplace()
+{
+    m_findCommands->replace();
+}
 
 void MainWindow::editFindInFiles()
 {
-    warnNoOwner("editFindInFiles");
+    m_findCommands->findInFiles();
 }
 
 void MainWindow::editSelectAll()
@@ -466,7 +473,8 @@ void MainWindow::startServer(quint16)
 
 void MainWindow::find(const QString &text, bool matchCase, bool matchWord, bool forward, bool startAtCursor)
 {
-    m_editCommands->find(text, matchCase, matchWord, forward, startAtCursor);
+    QWidget *asker = m_findCommands->findDialog();
+    m_editCommands->find(text, matchCase, matchWord, forward, startAtCursor, asker->isVisible() ? asker : this);
 }
 
 void MainWindow::searchBoxFind(const QString &text)

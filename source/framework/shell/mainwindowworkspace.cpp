@@ -2,6 +2,7 @@
 #include "document.h"
 #include "filechangecheck.h"
 #include "filecommands.h"
+#include "findcommands.h"
 #include "formatchoice.h"
 #include "ideapplication.h"
 #include "mainwindow.h"
@@ -90,6 +91,8 @@ void MainWindow::viewActivated(View *view)
 {
     m_currentFile = view ? view->document()->filename() : QString();
     refreshCompileAction();
+    if (m_findCommands)
+        m_findCommands->viewActivated(view);
     Q_EMIT viewHasFocus(view != nullptr);
     Q_EMIT textViewHasFocus(qobject_cast<TextView *>(view) != nullptr);
     Q_EMIT textNavigationAvailable(viewInterface<ITextNavigation>(view) != nullptr);
@@ -241,6 +244,7 @@ void MainWindow::closeEvent(QCloseEvent *event)
 {
     const Session session = currentSession(*m_viewManager);
     const QString workspace = m_projectWorkspace ? m_projectWorkspace->fileName() : QString();
+    m_findCommands->stop();
     m_closing = true;
     const bool closed = closeAllViews() && closeWorkspace();
     m_closing = false;
