@@ -34,8 +34,8 @@ public:
     [[nodiscard]] bool isRunning() const;
 
 Q_SIGNALS:
-    /// The first match of a line. Lines count from 1. @p text is the line, of which 100 characters are told; all of
-    /// them if it ends the file without a line end.
+    /// The first match of a line. Lines count from 1. @p text is the line, cut to 100 characters; one that ends a text
+    /// file without a line end is told whole, up to 100,000.
     void matchFound(const QString &filename, int line, const QString &text);
     void finished();
 

@@ -5,7 +5,7 @@
 // The toolkit's expressions are those of the same library, but a match of theirs cannot be interrupted.
 
 namespace {
-constexpr qsizetype Stretch = 32;          ///< places that an expression is tried at before the next look at the clock
+constexpr qsizetype Stretch = 32;          ///< places that an expression is tried at without asking whether to go on
 constexpr quint32 MatchLimit = 32'000'000; ///< steps at one place: some 0.1 s
 constexpr size_t FirstStack = 32 << 10;    ///< bytes
 constexpr size_t LargestStack = 64 << 20;
