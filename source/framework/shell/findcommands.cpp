@@ -46,7 +46,7 @@ void FindCommands::replace()
         return;
     const QString selected = view->selectedText();
     m_replaceDialog->setView(view);
-    m_replaceDialog->setHasSelection(!selected.isEmpty());
+    m_replaceDialog->setHasSelection(selected.contains(u'\n')); // less than a line is what to search for
     if (!selected.isEmpty() && !selected.contains(u'\n'))
         m_replaceDialog->setFindText(selected);
     m_replaceDialog->run();
