@@ -667,6 +667,36 @@ private Q_SLOTS:
         QVERIFY(clipboardText().isEmpty());
     }
 
+    void theRowInThePlaceOfARemovedOneIsTheCurrentOne_data()
+    {
+        QTest::addColumn<QStringList>("removed"); // the last one was the current one
+        QTest::addColumn<QString>("current");
+        QTest::newRow("next") << QStringList{u"adc.c"_s} << u"main.c"_s;
+        QTest::newRow("last") << QStringList{u"main.c"_s} << u"adc.c"_s;
+        QTest::newRow("all") << QStringList{u"main.c"_s, u"adc.c"_s} << u"src"_s;
+        QTest::newRow("folder") << QStringList{u"src"_s} << u"doc"_s;
+        QTest::newRow("with its folder") << QStringList{u"src"_s, u"adc.c"_s} << u"Workspace 'all': 2 project(s)"_s;
+    }
+
+    void theRowInThePlaceOfARemovedOneIsTheCurrentOne()
+    {
+        QFETCH(const QStringList, removed);
+        QFETCH(const QString, current);
+        open(*m_tree, {u"src"_s});
+        select(*m_tree, removed);
+        m_tree->remove();
+        QCOMPARE(m_tree->currentItem()->text(0), current);
+        QCOMPARE(selected(*m_tree), QStringList());
+    }
+
+    void theCurrentRowStaysWhenOthersAreRemoved()
+    {
+        select(*m_tree, {u"boot.py"_s});
+        m_tree->setCurrentItem(row(*m_tree, u"doc"_s), 0, QItemSelectionModel::NoUpdate);
+        m_tree->remove();
+        QCOMPARE(m_tree->currentItem()->text(0), u"doc"_s);
+    }
+
     void removingAFolderAndWhatIsInItIsSafe()
     {
         open(*m_tree, {u"math"_s, u"fixed"_s});
