@@ -524,7 +524,8 @@ private Q_SLOTS:
         auto *project = new Project({}, {});
         QVERIFY(project->load(vnp));
         m_workspace->addProject(project);
-        m_fw->removeFolder(folderIn(m_fw->folders(), u"src"_s)); // leaves one "src" in the tree
+        const std::unique_ptr<ProjectFolder> other(folderIn(m_fw->folders(), u"src"_s));
+        m_fw->removeFolder(other.get()); // leaves one "src" in the tree
         ProjectFolder *src = project->folders().constFirst();
         select(*m_tree, {u"src"_s});
         m_tree->cut();
