@@ -354,9 +354,12 @@ private Q_SLOTS:
         select(*m_tree, {u"src"_s});
         m_tree->renameFolder();
         m_tree->renameEdit()->setText(u"source"_s);
+        const QPointer<QLineEdit> edit = m_tree->renameEdit();
         m_tree->workspaceChanged();
         QVERIFY(!m_tree->renameEdit());
         QVERIFY(row(*m_tree, u"src"_s));
+        QVERIFY(m_tree->hasFocus());
+        QTRY_VERIFY(!edit);
     }
 
     void theExtensionsOfAFolder_data()
