@@ -10,6 +10,8 @@
 #include <ctime>
 #include <QApplication>
 #include <QKeyEvent>
+#include <QLineEdit>
+#include <QScrollBar>
 #include <QStyle>
 
 using namespace Qt::StringLiterals;
@@ -17,6 +19,7 @@ using namespace Qt::StringLiterals;
 namespace {
 constexpr int FolderCount = 1000;
 constexpr int FilesPerFolder = 100;
+constexpr int FileCount = FolderCount * FilesPerFolder;
 constexpr int FilesInBigFolder = 10000;
 
 class Host : public ProjectTreeHost
@@ -204,6 +207,39 @@ void arrowKeyInOpenTree(benchmark::State &state)
     require(shown.tree.selectedItem() != shown.tree.firstChild(), "The selection has not moved.");
 }
 BENCHMARK(arrowKeyInOpenTree)->Unit(benchmark::kMicrosecond);
+
+/// One page further down, with every row of the project made and open.
+void pageInOpenTree(benchmark::State &state)
+{
+    Shown shown;
+    shown.tree.expandAll();
+    settle(shown.tree);
+    QScrollBar *bar = shown.tree.verticalScrollBar();
+    require(bar->maximum() > (FileCount + FilesInBigFolder) * 10, "Rows are missing.");
+    for ([[maybe_unused]] auto _ : state) {
+        bar->setValue(bar->value() < bar->maximum() ? bar->value() + bar->pageStep() : 0);
+        settle(shown.tree);
+    }
+}
+BENCHMARK(pageInOpenTree)->Unit(benchmark::kMicrosecond);
+
+/// From F2 to the new name on the screen, with every row of the project made and open.
+void renameInOpenTree(benchmark::State &state)
+{
+    Shown shown;
+    shown.tree.expandAll();
+    settle(shown.tree);
+    ListViewItem *folder = bigFolder(shown.tree);
+    int number = 0;
+    for ([[maybe_unused]] auto _ : state) {
+        folder->startRename(0);
+        shown.tree.renameEdit()->setText(u"Name %1"_s.arg(++number));
+        shown.tree.endRename(ListView::Accept);
+        settle(shown.tree);
+    }
+    require(shown.project()->folders().constLast()->name() == u"Name %1"_s.arg(number), "The folder has another name.");
+}
+BENCHMARK(renameInOpenTree)->Unit(benchmark::kMicrosecond);
 
 /// A file is added to a project of which every row is made and open; the tree goes there.
 void addFileToOpenTree(benchmark::State &state)

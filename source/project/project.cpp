@@ -139,7 +139,11 @@ void Project::readChild(ProjectXmlReader &xml)
 bool Project::save()
 {
     VARNEL_ASSERT(m_openedOK);
-    if (!saveFile(m_fileName, toXml().toUtf8()))
+    if (isTooDeep()) {
+        qWarning("Project::save: Folders are nested too deeply (%s)", qPrintable(m_fileName));
+        return false;
+    }
+    if (!writeFileSafely(m_fileName, toXml().toUtf8()))
         return false;
     setModified(false);
     return true;
@@ -389,4 +393,17 @@ QList<ProjectFolder *> Project::allFolders() const
     for (ProjectFolder *folder : m_folders.items())
         result += folder->withSubfolders();
     return result;
+}
+
+/// Level by level, and so without a deep stack.
+bool Project::isTooDeep() const
+{
+    QList<ProjectFolder *> level = m_folders.items();
+    for (int depth = 0; depth < ProjectFolder::MaximumDepth && !level.isEmpty(); ++depth) {
+        QList<ProjectFolder *> below;
+        for (const ProjectFolder *folder : level)
+            below += folder->m_folders.items();
+        level = below;
+    }
+    return !level.isEmpty();
 }

@@ -32,7 +32,8 @@ public:
     /// Replaces folders, files and configurations; the environments stay. False if @p text is no XML; the project is
     /// empty then.
     bool loadFromXml(const QString &text);
-    /// False if the file cannot be written as a whole; the old one is still there then.
+    /// False if the file cannot be written as a whole, or could not be read again because folders nest too deeply; the
+    /// old one is still there then.
     bool save();
     [[nodiscard]] QString toXml() const; ///< The text that save() writes.
 
@@ -110,6 +111,7 @@ private:
     void insert(ProjectFolder *folder, bool prepend);
     void insert(ProjectFile *file);
     [[nodiscard]] QList<ProjectFolder *> allFolders() const;
+    [[nodiscard]] bool isTooDeep() const;
     [[nodiscard]] ProjectFolder *folderFor(const QString &extension) const;
     void batch(const std::function<void()> &work);
 

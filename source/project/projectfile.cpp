@@ -4,13 +4,24 @@
 #include "projectpath.h"
 #include "projectxmlreader.h"
 #include "projectxmlwriter.h"
+#include "varnelassert.h"
 using namespace Qt::StringLiterals;
+
+ProjectFile::ProjectFile(const QString &name, const QString &path) : m_path(path)
+{
+    VARNEL_ASSERT(name == fileNameOf(path));
+}
 
 ProjectFile::~ProjectFile()
 {
     ModelPointerBase::objectDeleted(this);
     if (m_listings > 0)
         Project::forget(this);
+}
+
+QString ProjectFile::name() const
+{
+    return fileNameOf(m_path);
 }
 
 void ProjectFile::setProject(Project *project)
@@ -22,7 +33,6 @@ void ProjectFile::setProject(Project *project)
 void ProjectFile::read(ProjectXmlReader &xml)
 {
     m_path = xml.attribute("path"_L1);
-    m_name = fileNameOf(m_path);
     while (xml.readNextStartElement()) {
         if (xml.isAt("properties"_L1))
             m_properties.read(xml);

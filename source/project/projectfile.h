@@ -8,11 +8,11 @@ class ProjectFile
 {
 public:
     ProjectFile() = default;
-    ProjectFile(const QString &name, const QString &path) : m_name(name), m_path(path) {}
+    ProjectFile(const QString &name, const QString &path); ///< @p name is the last part of @p path.
     virtual ~ProjectFile();
     Q_DISABLE_COPY_MOVE(ProjectFile)
 
-    [[nodiscard]] QString name() const { return m_name; } ///< The last part of the path.
+    [[nodiscard]] QString name() const; ///< The last part of the path.
     /// As stored: relative to the project's directory where possible. Project::absolutePath() resolves it.
     [[nodiscard]] QString path() const { return m_path; }
     [[nodiscard]] ProjectProperties *properties() { return &m_properties; }
@@ -31,7 +31,6 @@ private:
     friend class ProjectChildren;
     [[nodiscard]] bool isChildOf(const ProjectFolder *folder, const Project *project) const;
 
-    QString m_name;
     QString m_path;
     ProjectFolder *m_folder = nullptr;
     [[no_unique_address]] ProjectProperties m_properties; ///< also knows the project

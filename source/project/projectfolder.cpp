@@ -48,6 +48,10 @@ void ProjectFolder::addFolder(ProjectFolder *folder, bool prepend)
     if (!folder)
         return;
     VARNEL_ASSERT(m_folders.find(folder) == -1);
+    const bool isRing = folder->withSubfolders().contains(this);
+    VARNEL_ASSERT(!isRing);
+    if (isRing)
+        return; // nobody would come to the end of it
     insert(folder, prepend);
     if (m_project) {
         Q_EMIT m_project->folderAdded(this, folder);

@@ -79,7 +79,7 @@ bool ProjectWorkspace::save()
         xml.endElement();
     }
     xml.endElement();
-    if (!saveFile(m_fileName, xml.xml().toUtf8()))
+    if (!writeFileSafely(m_fileName, xml.xml().toUtf8()))
         return false;
     setModified(false);
     return true;

@@ -1,4 +1,5 @@
 #pragma once
+#include "wholefile.h"
 #include <QByteArray>
 #include <QString>
 
@@ -30,8 +31,3 @@ struct DecodedText
 
 /// Writes @p text in @p format. A text that Latin-1 has no characters for becomes UTF-8, and @p format says so.
 [[nodiscard]] QByteArray encodeText(QStringView text, TextFileFormat &format);
-
-/// Writes @p bytes to the file @p path, which keeps its permissions, owner, extended attributes and links. On failure
-/// returns false and the file is what it was: the bytes go to a new file beside it, which then takes its name. Where
-/// the directory allows no new file, or the file has several names, the space is secured before a byte is changed.
-[[nodiscard]] bool writeFileSafely(const QString &path, const QByteArray &bytes);

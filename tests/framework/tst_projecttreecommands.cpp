@@ -354,9 +354,12 @@ private Q_SLOTS:
         select(*m_tree, {u"src"_s});
         m_tree->renameFolder();
         m_tree->renameEdit()->setText(u"source"_s);
+        const QPointer<QLineEdit> edit = m_tree->renameEdit();
         m_tree->workspaceChanged();
         QVERIFY(!m_tree->renameEdit());
         QVERIFY(row(*m_tree, u"src"_s));
+        QVERIFY(m_tree->hasFocus());
+        QTRY_VERIFY(!edit);
     }
 
     void theExtensionsOfAFolder_data()
@@ -524,7 +527,8 @@ private Q_SLOTS:
         auto *project = new Project({}, {});
         QVERIFY(project->load(vnp));
         m_workspace->addProject(project);
-        m_fw->removeFolder(folderIn(m_fw->folders(), u"src"_s)); // leaves one "src" in the tree
+        const std::unique_ptr<ProjectFolder> other(folderIn(m_fw->folders(), u"src"_s));
+        m_fw->removeFolder(other.get()); // leaves one "src" in the tree
         ProjectFolder *src = project->folders().constFirst();
         select(*m_tree, {u"src"_s});
         m_tree->cut();
@@ -665,6 +669,36 @@ private Q_SLOTS:
                                  "      math\n"_s);
         QCOMPARE(m_signals, (QStringList{u"no cut"_s, u"no paste"_s, u"file "_s}));
         QVERIFY(clipboardText().isEmpty());
+    }
+
+    void theRowInThePlaceOfARemovedOneIsTheCurrentOne_data()
+    {
+        QTest::addColumn<QStringList>("removed"); // the last one was the current one
+        QTest::addColumn<QString>("current");
+        QTest::newRow("next") << QStringList{u"adc.c"_s} << u"main.c"_s;
+        QTest::newRow("last") << QStringList{u"main.c"_s} << u"adc.c"_s;
+        QTest::newRow("all") << QStringList{u"main.c"_s, u"adc.c"_s} << u"src"_s;
+        QTest::newRow("folder") << QStringList{u"src"_s} << u"doc"_s;
+        QTest::newRow("with its folder") << QStringList{u"src"_s, u"adc.c"_s} << u"Workspace 'all': 2 project(s)"_s;
+    }
+
+    void theRowInThePlaceOfARemovedOneIsTheCurrentOne()
+    {
+        QFETCH(const QStringList, removed);
+        QFETCH(const QString, current);
+        open(*m_tree, {u"src"_s});
+        select(*m_tree, removed);
+        m_tree->remove();
+        QCOMPARE(m_tree->currentItem()->text(0), current);
+        QCOMPARE(selected(*m_tree), QStringList());
+    }
+
+    void theCurrentRowStaysWhenOthersAreRemoved()
+    {
+        select(*m_tree, {u"boot.py"_s});
+        m_tree->setCurrentItem(row(*m_tree, u"doc"_s), 0, QItemSelectionModel::NoUpdate);
+        m_tree->remove();
+        QCOMPARE(m_tree->currentItem()->text(0), u"doc"_s);
     }
 
     void removingAFolderAndWhatIsInItIsSafe()

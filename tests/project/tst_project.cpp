@@ -5,6 +5,8 @@
 #include <csignal>
 #include <QTemporaryDir>
 #include <sys/resource.h>
+#include <sys/stat.h>
+#include <unistd.h>
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -312,6 +314,29 @@ private Q_SLOTS:
                     ->openedOK());
     }
 
+    void whatCouldNotBeReadAgainIsNotSaved()
+    {
+        for (const int depth : {ProjectFolder::MaximumDepth, ProjectFolder::MaximumDepth + 1, 100'000}) {
+            const auto project = loaded("<project/>");
+            ProjectFolder *folder = nullptr;
+            for (int i = 0; i < depth; ++i) {
+                auto *child = new ProjectFolder(u"f"_s);
+                folder ? folder->addFolder(child, false) : project->addFolder(child, false);
+                folder = child;
+            }
+            if (depth == ProjectFolder::MaximumDepth) {
+                QVERIFY(project->save());
+                QVERIFY(project->load(m_fileName));
+                continue;
+            }
+            const QString message = u"Project::save: Folders are nested too deeply (%1)"_s.arg(m_fileName);
+            QTest::ignoreMessage(QtWarningMsg, qPrintable(message));
+            QVERIFY(!project->save());
+            QVERIFY(project->isModified());
+            QCOMPARE(bytesOf(m_fileName), "<project/>");
+        }
+    }
+
     // Replacing the contents
 
     void xmlReplacesAllButTheEnvironments()
@@ -412,6 +437,36 @@ private Q_SLOTS:
         QCOMPARE(log.take(), QStringList());
         QCOMPARE(bytesOf(m_fileName), "<project/>");
         QVERIFY(project->save());
+    }
+
+    void savesInADirectoryThatTakesNoNewFile()
+    {
+        const auto project = loaded("<project/>");
+        project->setModified(true);
+        const QByteArray file = QFile::encodeName(m_fileName);
+        const QByteArray directory = QFile::encodeName(m_directory->path());
+        QCOMPARE(chmod(file.constData(), 0666), 0);
+        QCOMPARE(chmod(directory.constData(), 0555), 0);
+        const uid_t user = geteuid();
+        const bool common = user != 0 || seteuid(65534) == 0; // the administrator may make files anywhere
+        const bool saved = project->save();
+        const bool back = seteuid(user) == 0;
+        QCOMPARE(chmod(directory.constData(), 0755), 0);
+        QVERIFY(common && back);
+        QVERIFY(saved);
+        QVERIFY(!project->isModified());
+        QCOMPARE(bytesOf(m_fileName), project->toXml().toUtf8());
+    }
+
+    void savesThroughASymbolicLink()
+    {
+        const QString target = writeFile(m_directory->filePath(u"elsewhere.vnp"_s), "<project/>");
+        QVERIFY(QFile::link(target, m_fileName));
+        Project project({}, {});
+        QVERIFY(project.load(m_fileName));
+        QVERIFY(project.save());
+        QVERIFY(QFileInfo(m_fileName).isSymLink());
+        QCOMPARE(bytesOf(target), project.toXml().toUtf8());
     }
 
     // Structure

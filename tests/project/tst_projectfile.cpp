@@ -33,7 +33,14 @@ private Q_SLOTS:
 
     void staysSmall()
     {
-        QVERIFY(sizeof(ProjectFile) <= 88); // a project may have a hundred thousand
+        QVERIFY(sizeof(ProjectFile) <= 64); // a project may have a hundred thousand
+    }
+
+    void aNameThatIsNotInThePathIsAMistake()
+    {
+        expectAssert(u"name == fileNameOf(path)"_s);
+        const ProjectFile file(u"b.c"_s, u"src/a.c"_s);
+        QCOMPARE(file.name(), u"a.c"_s); // files are saved by their paths only
     }
 
     void aNullProjectIsIgnored()

@@ -211,6 +211,20 @@ private Q_SLOTS:
         QCOMPARE(deaths, (QStringList{u"B"_s, u"a.c"_s}));
     }
 
+    void aFolderDoesNotGoBelowItself()
+    {
+        ProjectFolder top(u"top"_s);
+        auto *inner = new ProjectFolder(u"inner"_s);
+        top.addFolder(inner, false);
+        for (ProjectFolder *parent : {&top, inner}) {
+            expectAssert(u"!isRing"_s);
+            parent->addFolder(&top, false);
+        }
+        QCOMPARE(top.folders(), QList<ProjectFolder *>{inner});
+        QVERIFY(inner->folders().isEmpty());
+        QVERIFY(!top.parent());
+    }
+
     void removingAStrangerIsAMistakeThatIsTold()
     {
         Project project(u"p"_s, u"/p"_s);

@@ -119,7 +119,8 @@ private Q_SLOTS:
                     parent ? parent->addFolder(folder, false) : project.addFolder(folder, true);
                     folders += folder;
                 } else {
-                    auto *file = new ProjectFile(text(), text());
+                    const QString path = text();
+                    auto *file = new ProjectFile(path.section(u'/', -1), path);
                     fill(file->properties());
                     parent ? parent->addFile(file) : project.addFile(file);
                 }

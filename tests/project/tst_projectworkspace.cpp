@@ -364,6 +364,46 @@ private Q_SLOTS:
         QCOMPARE(workspace.project(1)->name(), u"bad"_s);
     }
 
+    void oddFilesAreSavedInOneWay_data()
+    {
+        QTest::addColumn<QByteArray>("bytes");
+        QTest::addColumn<QByteArray>("saved");
+        const QByteArray two = "<workspace>\n <project path=\"a.vnp\"/>\n <project path=\"../b.vnp\"/>\n</workspace>\n";
+        QTest::newRow("as saved") << two << two;
+        QTest::newRow("other root") << QByteArray("<?xml version='1.0'?><all v='2'><project path='a.vnp'/>"
+                                                  "<project path='../b.vnp'/></all>")
+                                    << two;
+        QTest::newRow("not normalised") << QByteArray(
+            "<w><project path='./x/../a.vnp'/><project path='.././b.vnp'/></w>")
+                                        << two;
+        QTest::newRow("foreign contents") << QByteArray("<w><!-- c --><x><project path='no.vnp'/></x>text"
+                                                        "<project name='n' path='a.vnp'>t<y/></project>"
+                                                        "<?p i?><project path='../b.vnp'/></w>")
+                                          << two;
+        QTest::newRow("DOS line ends") << QByteArray(two).replace("\n", "\r\n") << two;
+        QTest::newRow("byte order mark") << "\xEF\xBB\xBF" + two << two;
+        QTest::newRow("non-ASCII names") << QByteArray("<w><project path='gr\xC3\xB6\xC3\x9F"
+                                                       "e &amp; &#x5927;.vnp'/></w>")
+                                         << QByteArray("<workspace>\n <project path=\"gr\xC3\xB6\xC3\x9F"
+                                                       "e &amp; \xE5\xA4\xA7.vnp\"/>\n</workspace>\n");
+        QTest::newRow("one project twice")
+            << QByteArray("<w><project path='a.vnp'/><project path='a.vnp'/></w>")
+            << QByteArray("<workspace>\n <project path=\"a.vnp\"/>\n <project path=\"a.vnp\"/>\n</workspace>\n");
+    }
+    void oddFilesAreSavedInOneWay()
+    {
+        QFETCH(QByteArray, bytes);
+        QFETCH(QByteArray, saved);
+        QVERIFY(QDir(m_directory->path()).mkdir(u"w"_s));
+        const QString fileName = writeFile(path(u"w/all.vnw"_s), bytes);
+        ProjectWorkspace workspace;
+        for (int round = 0; round < 2; ++round) {
+            QVERIFY(workspace.load(fileName));
+            QVERIFY(workspace.save());
+            QCOMPARE(bytesOf(fileName), saved);
+        }
+    }
+
     void aFileWithoutProjectsIsAnEmptyWorkspace()
     {
         writeFile(m_fileName, "<workspace/>");

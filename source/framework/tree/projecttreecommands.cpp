@@ -242,12 +242,23 @@ bool ProjectTree::isInTree(const ProjectItemDrag::Item &item) const
     return item.folder ? m_folderItems.value(item.folder) : m_fileItems.value(item.file);
 }
 
-/// Changes the model; what is available now is told once, after the last change.
+/// Changes the model; what is available now is told once, after the last change. A current row that goes is followed by
+/// the one in its place; the view would look for it after each row anew.
 void ProjectTree::edit(const std::function<void()> &work)
 {
+    const QPersistentModelIndex current = currentIndex();
+    const QPersistentModelIndex parent = current.parent();
+    const int place = current.row();
+    selectionModel()->clearCurrentIndex();
     m_editing = true;
     work();
     m_editing = false;
+    QModelIndex next = current;
+    if (!next.isValid())
+        next = model()->index(std::min(place, model()->rowCount(parent) - 1), 0, parent);
+    if (!next.isValid())
+        next = parent;
+    selectionModel()->setCurrentIndex(next, QItemSelectionModel::NoUpdate);
     slotSelectionChanged();
 }
 

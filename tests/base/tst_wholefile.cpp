@@ -1,0 +1,334 @@
+#include "wholefile.h"
+#include <csignal>
+#include <fcntl.h>
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+#include <QTest>
+#include <sys/mount.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <sys/xattr.h>
+#include <unistd.h>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// No file may grow beyond this size while it lives: what a full disk does to a writer.
+class SmallDisk
+{
+public:
+    explicit SmallDisk(rlim_t size)
+    {
+        ::getrlimit(RLIMIT_FSIZE, &m_old);
+        const struct rlimit limit = {size, m_old.rlim_max};
+        m_oldHandler = std::signal(SIGXFSZ, SIG_IGN);
+        ::setrlimit(RLIMIT_FSIZE, &limit);
+    }
+    ~SmallDisk()
+    {
+        ::setrlimit(RLIMIT_FSIZE, &m_old);
+        std::signal(SIGXFSZ, m_oldHandler);
+    }
+    Q_DISABLE_COPY_MOVE(SmallDisk)
+
+private:
+    struct rlimit m_old = {};
+    void (*m_oldHandler)(int) = nullptr;
+};
+
+/// The administrator, who may do everything, is somebody else while it lives.
+class CommonUser
+{
+public:
+    static constexpr uid_t Id = 65534;
+
+    CommonUser() : m_user(::geteuid()), m_done(m_user != 0 || ::seteuid(Id) == 0) {}
+    ~CommonUser()
+    {
+        if (::seteuid(m_user) != 0)
+            qFatal("cannot become the administrator again");
+    }
+    Q_DISABLE_COPY_MOVE(CommonUser)
+    [[nodiscard]] bool isDone() const { return m_done; }
+
+private:
+    const uid_t m_user;
+    const bool m_done;
+};
+
+struct stat statusOf(const QString &path)
+{
+    struct stat status = {};
+    ::stat(QFile::encodeName(path).constData(), &status);
+    return status;
+}
+
+bool changeMode(const QString &path, mode_t mode)
+{
+    return ::chmod(QFile::encodeName(path).constData(), mode) == 0;
+}
+
+bool addName(const QString &path, const QString &name)
+{
+    return ::link(QFile::encodeName(path).constData(), QFile::encodeName(name).constData()) == 0;
+}
+
+} // namespace
+
+class TestWholeFile : public QObject
+{
+    Q_OBJECT
+private:
+    std::unique_ptr<QTemporaryDir> m_directory;
+    QString m_path;
+
+    QString beside(const QString &name) const { return m_directory->filePath(name); }
+    static void put(const QString &path, const QByteArray &bytes)
+    {
+        QFile file(path);
+        if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size())
+            qFatal("cannot write %s", qPrintable(path));
+    }
+    static QByteArray read(const QString &path) { return readFile(path).value_or("cannot be read"); }
+    QStringList entries() const
+    {
+        return QDir(m_directory->path()).entryList(QDir::Files | QDir::Hidden | QDir::System);
+    }
+
+private Q_SLOTS:
+    void init()
+    {
+        QTest::failOnWarning(QRegularExpression(u".?"_s));
+        m_directory = std::make_unique<QTemporaryDir>();
+        m_path = beside(u"p.vnp"_s);
+    }
+
+    void readsOrdinaryFilesOnly()
+    {
+        put(m_path, "old");
+        QCOMPARE(read(m_path), "old");
+        put(m_path, "");
+        QCOMPARE(read(m_path), "");
+        QVERIFY(!readFile(beside(u"missing"_s)));
+        QVERIFY(!readFile(m_directory->path()));
+        QVERIFY(!readFile(u"/dev/zero"_s));
+        QVERIFY(!readFile(QString()));
+    }
+
+    void aFileIsWrittenWhole()
+    {
+        for (const char *bytes : {"new", "longer text", "x", ""}) {
+            QVERIFY(writeFileSafely(m_path, bytes));
+            QCOMPARE(read(m_path), QByteArray(bytes));
+        }
+        QCOMPARE(entries(), QStringList(u"p.vnp"_s));
+    }
+
+    void whatIsNoFileIsRefused()
+    {
+        QVERIFY(!writeFileSafely(beside(u"no/such/directory"_s), "new"));
+        QVERIFY(!writeFileSafely(QString(), "new"));
+        QVERIFY(!writeFileSafely(m_directory->path(), "new"));
+        QVERIFY(QFileInfo(m_directory->path()).isDir());
+    }
+
+    void aNewFileGetsTheUsualPermissions()
+    {
+        const mode_t mask = ::umask(027);
+        const bool written = writeFileSafely(m_path, "x");
+        ::umask(mask);
+        QVERIFY(written);
+        QCOMPARE(statusOf(m_path).st_mode & 07777, 0640u);
+    }
+
+    void aFileKeepsItsPermissions()
+    {
+        put(m_path, "old");
+        for (const mode_t mode : {0640u, 0666u, 04751u}) {
+            QVERIFY(changeMode(m_path, mode));
+            const ino_t before = statusOf(m_path).st_ino;
+            QVERIFY(writeFileSafely(m_path, "new"));
+            QCOMPARE(statusOf(m_path).st_mode & 07777, mode);
+            QVERIFY(statusOf(m_path).st_ino != before); // it went to a new file, which took the name
+        }
+    }
+
+    void aFileKeepsItsOwnerAndItsAttributes()
+    {
+        put(m_path, "old");
+        const QByteArray name = QFile::encodeName(m_path);
+        const bool given = ::chown(name.constData(), 1234, 4321) == 0; // only the administrator may give files away
+        const bool hasAttributes = ::setxattr(name.constData(), "user.note", "hi", 2, 0) == 0;
+        QVERIFY(writeFileSafely(m_path, "new"));
+        QCOMPARE(read(m_path), "new");
+        QCOMPARE(statusOf(m_path).st_uid, given ? 1234u : ::getuid());
+        QCOMPARE(statusOf(m_path).st_gid, given ? 4321u : ::getgid());
+        char value[8] = {};
+        if (hasAttributes)
+            QCOMPARE(::getxattr(name.constData(), "user.note", value, sizeof value), ssize_t(2));
+    }
+
+    void symbolicLinksStayLinks()
+    {
+        const QString target = beside(u"target"_s);
+        put(target, "old");
+        QVERIFY(QFile::link(u"target"_s, m_path));
+        QVERIFY(writeFileSafely(m_path, "new"));
+        QVERIFY(QFileInfo(m_path).isSymLink());
+        QCOMPARE(read(target), "new");
+    }
+
+    void theMissingTargetOfASymbolicLinkIsMade()
+    {
+        QVERIFY(QFile::link(u"later"_s, m_path));
+        {
+            const SmallDisk disk(1000);
+            QVERIFY(!writeFileSafely(m_path, QByteArray(1001, 'x')));
+        }
+        QVERIFY(QFileInfo(m_path).isSymLink());
+        QVERIFY(!QFile::exists(beside(u"later"_s)));
+        QVERIFY(writeFileSafely(m_path, "new"));
+        QVERIFY(QFileInfo(m_path).isSymLink());
+        QCOMPARE(read(beside(u"later"_s)), "new");
+    }
+
+    void everyNameOfAFileGetsTheNewBytes()
+    {
+        put(m_path, "old");
+        QVERIFY(addName(m_path, beside(u"second"_s)));
+        QVERIFY(writeFileSafely(m_path, "new"));
+        QCOMPARE(read(beside(u"second"_s)), "new");
+        QCOMPARE(statusOf(m_path).st_nlink, nlink_t(2));
+    }
+
+    void aDirectoryThatTakesNoNewFileHasItWrittenInPlace()
+    {
+        put(m_path, "old");
+        QVERIFY(changeMode(m_path, 0666));
+        QVERIFY(changeMode(m_directory->path(), 0555));
+        const ino_t before = statusOf(m_path).st_ino;
+        {
+            const CommonUser user;
+            QVERIFY(user.isDone());
+            QVERIFY(writeFileSafely(m_path, "longer than before"));
+            QCOMPARE(read(m_path), "longer than before");
+            QVERIFY(writeFileSafely(m_path, "new"));
+            QVERIFY(!writeFileSafely(beside(u"other"_s), "new"));
+        }
+        QVERIFY(changeMode(m_directory->path(), 0755));
+        QCOMPARE(read(m_path), "new");
+        QCOMPARE(statusOf(m_path).st_ino, before);
+        QCOMPARE(statusOf(m_path).st_mode & 07777, 0666u);
+        QCOMPARE(entries(), QStringList(u"p.vnp"_s));
+    }
+
+    void aFileThatBelongsToAnotherIsWrittenInPlace()
+    {
+        put(m_path, "old");
+        QVERIFY(changeMode(m_path, 0666));
+        QVERIFY(changeMode(m_directory->path(), 0777));
+        const struct stat before = statusOf(m_path);
+        const CommonUser user; // who may make files here, but not give them away
+        QVERIFY(user.isDone());
+        QVERIFY(writeFileSafely(m_path, "new"));
+        QCOMPARE(read(m_path), "new");
+        QCOMPARE(statusOf(m_path).st_uid, before.st_uid);
+        QCOMPARE(entries(), QStringList(u"p.vnp"_s));
+    }
+
+    void aFileWhoseNameIsHeldFastIsWrittenInPlace()
+    {
+        put(m_path, "old");
+        const QByteArray name = QFile::encodeName(m_path);
+        if (::mount(name.constData(), name.constData(), "", MS_BIND, "") != 0)
+            return; // only the administrator may
+        const bool written = writeFileSafely(m_path, "new");
+        ::umount(name.constData());
+        QVERIFY(written);
+        QCOMPARE(read(m_path), "new");
+        QCOMPARE(entries(), QStringList(u"p.vnp"_s));
+    }
+
+    void aReadOnlyFileIsRefused()
+    {
+        put(m_path, "old");
+        QVERIFY(changeMode(m_path, 0444));
+        QVERIFY(changeMode(m_directory->path(), 0777));
+        const bool root = ::geteuid() == 0;
+        if (root)
+            QCOMPARE(::setegid(65534) + ::setreuid(65534, 0), 0); // access() looks at the real user
+        const bool written = writeFileSafely(m_path, "new");
+        if (root)
+            QCOMPARE(::setreuid(0, 0) + ::setegid(0), 0);
+        QVERIFY(!written);
+        QCOMPARE(read(m_path), "old");
+    }
+
+    void fullDiskLeavesTheOldFile_data()
+    {
+        QTest::addColumn<bool>("inPlace");
+        QTest::addColumn<int>("space");
+        QTest::addColumn<int>("size");
+        for (const bool inPlace : {false, true}) {
+            const QByteArray where = inPlace ? ", in place" : ", beside";
+            QTest::newRow("no space" + where) << inPlace << 3 << 4;
+            QTest::newRow("one byte too many" + where) << inPlace << 1000 << 1001;
+            QTest::newRow("buffered" + where) << inPlace << 1000 << 3000;
+            QTest::newRow("unbuffered" + where) << inPlace << 1000 << 100'000;
+        }
+    }
+    void fullDiskLeavesTheOldFile()
+    {
+        QFETCH(const bool, inPlace);
+        QFETCH(const int, space);
+        QFETCH(const int, size);
+        put(m_path, "old");
+        QVERIFY(!inPlace || addName(m_path, beside(u"second"_s)));
+        {
+            const SmallDisk disk(static_cast<rlim_t>(space));
+            QVERIFY(!writeFileSafely(m_path, QByteArray(size, 'x')));
+            QVERIFY(!writeFileSafely(beside(u"other"_s), QByteArray(size, 'x')));
+            QVERIFY(writeFileSafely(m_path, QByteArray(space, 'x')));
+            QVERIFY(writeFileSafely(m_path, "old"));
+        }
+        QCOMPARE(read(m_path), "old");
+        QCOMPARE(entries().size(), inPlace ? 2 : 1);
+        QVERIFY(writeFileSafely(m_path, QByteArray(size, 'x')));
+    }
+
+    void fullFileSystemLeavesTheOldFile()
+    {
+        const QString mountPoint = beside(u"small"_s);
+        const QByteArray mounted = QFile::encodeName(mountPoint);
+        QVERIFY(QDir().mkdir(mountPoint));
+        if (::mount("none", mounted.constData(), "tmpfs", 0, "size=64k") != 0)
+            return; // not allowed here; the limit on file sizes above stands for it
+        const QString path = mountPoint + u"/p.vnp"_s;
+        put(path, QByteArray(30'000, 'o'));
+        const bool refused = !writeFileSafely(path, QByteArray(60'000, 'x'));
+        const QByteArray left = read(path);
+        const bool linked = addName(path, path + u"2"_s);
+        const bool refusedInPlace = !writeFileSafely(path, QByteArray(90'000, 'x'));
+        const QByteArray leftInPlace = read(path);
+        const bool smaller = writeFileSafely(path, QByteArray(60'000, 'x'));
+        ::umount(mounted.constData());
+        QVERIFY(refused);
+        QCOMPARE(left, QByteArray(30'000, 'o'));
+        QVERIFY(linked && refusedInPlace);
+        QCOMPARE(leftInPlace, QByteArray(30'000, 'o'));
+        QVERIFY(smaller);
+    }
+
+    void fullDeviceIsNoticed()
+    {
+        QVERIFY(QFile::link(u"/dev/full"_s, m_path));
+        QVERIFY(!writeFileSafely(m_path, "new"));
+        QVERIFY(QFileInfo(m_path).isSymLink());
+        QVERIFY(S_ISCHR(statusOf(u"/dev/full"_s).st_mode));
+    }
+};
+
+QTEST_APPLESS_MAIN(TestWholeFile)
+#include "tst_wholefile.moc"
