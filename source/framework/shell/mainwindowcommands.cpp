@@ -1,3 +1,4 @@
+#include "automation.h"
 #include "extensioncommands.h"
 #include "ideapplication.h"
 #include "mainwindow.h"
@@ -358,9 +359,9 @@ bool MainWindow::openWorkspace(const QString &, bool)
     return false;
 }
 
-void MainWindow::startServer(quint16)
+void MainWindow::startServer(quint16 port)
 {
-    warnNoOwner("startServer");
+    startAutomation(port, this, m_ui, *IDEApplication::instance()->settings());
 }
 
 void MainWindow::searchBoxFind(const QString &) {}
