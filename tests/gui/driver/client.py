@@ -228,7 +228,8 @@ class Client:
         ascii_code = ord(text) if len(text) == 1 and ord(text) < 256 else 0
         fields = [code, ascii_code, state, 0, 1] + ([f"1 {text}"] if text else [0])
         self.event(name, _KEY_PRESS, *fields)
-        self.event(name, _KEY_RELEASE, *fields)
+        if self.exists(name):  # the key can have closed it
+            self.event(name, _KEY_RELEASE, *fields)
 
     def _ask(self, command):
         self._connection.send(command)

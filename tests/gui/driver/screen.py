@@ -8,6 +8,8 @@ import subprocess
 import tempfile
 import zlib
 
+from .focus import FocusKeeper
+
 
 class Screen:
     """An X server without a monitor. It ends with close()."""
@@ -26,6 +28,7 @@ class Screen:
             self.close()
             raise RuntimeError("the X server does not start")
         self.display = ":" + number.decode().strip()
+        FocusKeeper(number.decode().strip())
 
     def close(self):
         end_process(self._server)
