@@ -19,6 +19,8 @@ public:
     /// server that does nothing. @p mainWidget is the parent.
     QtRunnerServer(quint16 port, const QHostAddress &address, ObjectModel *objectModel, QWidget *mainWidget);
 
+    [[nodiscard]] int connections() const { return m_connections; }
+
 protected:
     void incomingConnection(qintptr descriptor) override;
 

@@ -32,17 +32,19 @@ void QtRunnerSocket::readClient()
 {
     // Reading line by line would not tell the device that there is room again in a full buffer.
     const QByteArray received = readAll();
-    qsizetype begin = 0;
-    for (qsizetype end = 0; (end = received.indexOf('\n', begin)) >= 0; begin = end + 1) {
-        m_line += QByteArrayView(received).sliced(begin, end + 1 - begin);
-        takeLine();
+    for (qsizetype begin = 0; begin < received.size();) {
+        const qsizetype lineFeed = received.indexOf('\n', begin);
+        const qsizetype end = lineFeed < 0 ? received.size() : lineFeed + 1;
+        m_line += QByteArrayView(received).sliced(begin, end - begin);
+        if (m_line.size() > MaximumLine)
+            return abandon("A line is longer than 16 MiB");
+        if (lineFeed >= 0)
+            postLine();
+        begin = end;
     }
-    m_line += QByteArrayView(received).sliced(begin);
-    if (m_line.size() > MaximumLine)
-        abandon("A line is longer than 16 MiB");
 }
 
-void QtRunnerSocket::takeLine()
+void QtRunnerSocket::postLine()
 {
     // Not at once: a command may run an event loop, and this is a notification of the socket.
     QCoreApplication::postEvent(this, new CommandEvent(QString::fromUtf8(m_line)));

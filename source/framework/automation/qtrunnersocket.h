@@ -27,7 +27,7 @@ private Q_SLOTS:
     void applicationQuits();
 
 private:
-    void takeLine();
+    void postLine();
     void execute(const QString &line);
     void send(const QString &text);
     void abandon(const char *reason);
