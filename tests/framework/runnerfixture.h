@@ -150,12 +150,19 @@ public:
     {
         write(commands);
         write("GETCLASS window\n");
-        static const QByteArray end = "OK QWidget\r\n"; // no reply of the tests is this one
-        if (!QTest::qWaitFor([this] { return received.contains(end) || state() == UnconnectedState; }, 30000))
-            return "no answer; so far: " + received;
-        const qsizetype ended = received.indexOf(end);
+        static const QByteArray fence = "OK QWidget\r\n"; // no reply of the tests is this one
+        QEventLoop loop; // rather than asking again and again: the program's side has much to do in between
+        connect(this, &QIODevice::readyRead, &loop, &QEventLoop::quit);
+        connect(this, &QAbstractSocket::disconnected, &loop, &QEventLoop::quit);
+        QTimer::singleShot(30000, &loop, &QEventLoop::quit);
+        for (const QDeadlineTimer end(30000); !received.contains(fence) && state() != UnconnectedState;) {
+            loop.exec();
+            if (end.hasExpired())
+                return "no answer; so far: " + received;
+        }
+        const qsizetype ended = received.indexOf(fence);
         const QByteArray replies = received.left(ended);
-        received = ended < 0 ? QByteArray() : received.mid(ended + end.size());
+        received = ended < 0 ? QByteArray() : received.mid(ended + fence.size());
         return replies;
     }
 };
