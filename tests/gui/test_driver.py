@@ -3,9 +3,7 @@ import socket
 import threading
 import unittest
 
-from driver import AutomationError, Client, wait_until
-from driver import keys
-from driver.client import replayable
+from driver import AutomationError, Client, keys, replayable, wait_until
 
 
 class KeysTest(unittest.TestCase):

@@ -11,10 +11,11 @@
 
 docs/automation.md tells more. Nothing but Python's standard library is needed.
 """
-from .client import AutomationError, Client, wait_until
+from .client import LEFT, MIDDLE, RIGHT, AutomationError, Client, replayable, wait_until
 from .keys import key_code
 from .program import Program
 from .screen import Screen
 from .testcase import GuiTest
 
-__all__ = ["AutomationError", "Client", "GuiTest", "Program", "Screen", "key_code", "wait_until"]
+__all__ = ["LEFT", "MIDDLE", "RIGHT", "AutomationError", "Client", "GuiTest", "Program", "Screen", "key_code",
+           "replayable", "wait_until"]
