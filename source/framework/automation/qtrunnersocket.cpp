@@ -76,9 +76,9 @@ void QtRunnerSocket::send(const QString &text)
 {
     if (text.isEmpty() || state() != ConnectedState)
         return;
-    write(text.toUtf8());
     if (bytesToWrite() > MaximumUnsent)
-        abandon("The peer does not read its replies");
+        return abandon("The peer does not read its replies");
+    write(text.toUtf8());
 }
 
 void QtRunnerSocket::abandon(const char *reason)
