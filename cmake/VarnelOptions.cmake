@@ -9,7 +9,7 @@ set(VARNEL_SANITIZE "" CACHE STRING "Sanitizers to build with, as for -fsanitize
 set(Python3_ROOT_DIR /usr)
 set(Python3_FIND_STRATEGY LOCATION)
 find_package(Python3 3.11 REQUIRED COMPONENTS Interpreter Development)
-find_package(Qt6 6.4 REQUIRED COMPONENTS Core Gui Widgets Xml Svg)
+find_package(Qt6 6.4 REQUIRED COMPONENTS Core Gui Widgets Network Xml Svg)
 
 set(CMAKE_CXX_STANDARD 20)
 set(CMAKE_CXX_STANDARD_REQUIRED ON)

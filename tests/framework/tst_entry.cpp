@@ -7,12 +7,13 @@
 #include <QMessageBox>
 #include <QScreen>
 #include <QSplashScreen>
+#include <QTcpServer>
+#include <QTcpSocket>
 #include <QtTest>
 
 using namespace Qt::StringLiterals;
 
 namespace {
-constexpr char StartServer[] = "MainWindow::startServer: nothing here can do this yet";
 
 /// What is left to tell of a program that has ended.
 struct Outcome
@@ -25,11 +26,17 @@ struct Outcome
     qsizetype boxButtons = 0;
     bool boxHasParent = false;
     bool windowShownBehindBox = false;
+    bool serverBehindBox = false;
 };
 
 MainWindow *mainWindow()
 {
     return IDEApplication::instance()->mainWidget();
+}
+
+const QTcpServer *server()
+{
+    return mainWindow()->findChild<QTcpServer *>(u"runner server"_s);
 }
 
 void readBox(const QMessageBox &box, Outcome *outcome)
@@ -40,6 +47,7 @@ void readBox(const QMessageBox &box, Outcome *outcome)
     outcome->boxButtons = box.buttons().size();
     outcome->boxHasParent = box.parentWidget();
     outcome->windowShownBehindBox = mainWindow() && mainWindow()->isVisible();
+    outcome->serverBehindBox = server();
 }
 
 /// Runs the main window in @p installation, calls @p use as soon as events are handled, and has the program end then.
@@ -174,8 +182,54 @@ private Q_SLOTS:
 
     void whatStoodBeforeABadOptionIsDone()
     {
-        QTest::ignoreMessage(QtWarningMsg, StartServer);
-        QCOMPARE(run(*m_installation, {"varnel", "-r", "0", "-p"}).exitCode, 1);
+        store("[Startup]\nAutomationAddress=127.0.0.1\n");
+        const Outcome outcome = run(*m_installation, {"varnel", "-r", "0", "-p"});
+        QCOMPARE(outcome.exitCode, 1);
+        QVERIFY(outcome.serverBehindBox);
+    }
+
+    void theServerListensWhereTheSettingsSay_data()
+    {
+        QTest::addColumn<QByteArray>("port");
+        QTest::newRow("a free port") << QByteArray("0");
+        QTest::newRow("no number") << QByteArray("port");
+    }
+
+    void theServerListensWhereTheSettingsSay()
+    {
+        QFETCH(QByteArray, port);
+        store("[Startup]\nAutomationAddress=127.0.0.1\n");
+        QHostAddress address;
+        run(*m_installation, {"varnel", "-r", port}, [&] {
+            if (server() && server()->isListening())
+                address = server()->serverAddress();
+            QCoreApplication::exit();
+        });
+        QCOMPARE(address, QHostAddress(QHostAddress::LocalHost));
+    }
+
+    void theServerRunsTheActionsOfTheWindow()
+    {
+        store("[Startup]\nAutomationAddress=127.0.0.1\n");
+        QTcpSocket driver;
+        const Outcome outcome = run(*m_installation, {"varnel", "-r", "0"}, [&driver] {
+            driver.connectToHost(QHostAddress::LocalHost, server()->serverPort());
+            driver.write("DOACTION fileExit\n");
+        });
+        QVERIFY(outcome.loopEntered);
+        QCOMPARE(outcome.exitCode, 0);
+        QVERIFY(driver.waitForReadyRead()); // sent before the end
+        QCOMPARE(driver.readAll(), "OK\r\n");
+    }
+
+    void withoutTheOptionThereIsNoServer()
+    {
+        bool served = true;
+        run(*m_installation, {"varnel"}, [&served] {
+            served = server();
+            QCoreApplication::exit();
+        });
+        QVERIFY(!served);
     }
 
     void aBareFileNameOpensNothing()

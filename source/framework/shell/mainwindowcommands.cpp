@@ -1,3 +1,4 @@
+#include "automation.h"
 #include "dockwindow.h"
 #include "editablescript.h"
 #include "editcommands.h"
@@ -466,9 +467,9 @@ void MainWindow::helpAbout()
         box->exec();
 }
 
-void MainWindow::startServer(quint16)
+void MainWindow::startServer(quint16 port)
 {
-    warnNoOwner("startServer");
+    startAutomation(port, this, m_ui, *IDEApplication::instance()->settings());
 }
 
 void MainWindow::find(const QString &text, bool matchCase, bool matchWord, bool forward, bool startAtCursor)

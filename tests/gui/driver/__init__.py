@@ -1,0 +1,21 @@
+"""Drives a running Varnel over its automation port: for tests of the program and of what is built on it.
+
+    from driver import Program
+
+    with Program() as program:                      # its own screen, home directory and port
+        varnel = program.client
+        print(varnel.read("mainWindow", "windowTitle"))
+        varnel.choose("helpAbout")
+        varnel.find("aboutBox")
+        varnel.press("Escape", on="aboutBox")
+
+docs/automation.md tells more. Nothing but Python's standard library is needed.
+"""
+from .client import LEFT, MIDDLE, RIGHT, AutomationError, Client, replayable, wait_until
+from .keys import key_code
+from .program import Program
+from .screen import Screen
+from .testcase import GuiTest
+
+__all__ = ["LEFT", "MIDDLE", "RIGHT", "AutomationError", "Client", "GuiTest", "Program", "Screen", "key_code",
+           "replayable", "wait_until"]

@@ -1,0 +1,82 @@
+"""A virtual screen, and pictures of it."""
+import mmap
+import os
+import pathlib
+import select
+import struct
+import subprocess
+import tempfile
+import zlib
+
+from .focus import FocusKeeper
+
+
+class Screen:
+    """An X server without a monitor. It ends with close()."""
+
+    def __init__(self, width=1280, height=800):
+        self._directory = tempfile.TemporaryDirectory(prefix="varnel-screen.")
+        reader, writer = os.pipe()
+        self._server = subprocess.Popen(
+            ["Xvfb", "-displayfd", str(writer), "-screen", "0", f"{width}x{height}x24", "-nolisten", "tcp", "-noreset",
+             "-fbdir", self._directory.name],
+            pass_fds=[writer], stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+        os.close(writer)
+        with os.fdopen(reader, "rb") as numbers:
+            number = numbers.readline() if select.select([numbers], [], [], 60)[0] else b""
+        if not number:
+            self.close()
+            raise RuntimeError("the X server does not start")
+        self.display = ":" + number.decode().strip()
+        FocusKeeper(number.decode().strip())
+
+    def close(self):
+        end_process(self._server)
+        self._directory.cleanup()
+
+    def screenshot(self, path):
+        """Writes what the screen shows now as PNG."""
+        pathlib.Path(path).write_bytes(_png(*self.pixels()))
+
+    def pixels(self):
+        """(width, height, rows): each row has three bytes a pixel: red, green, blue."""
+        with open(os.path.join(self._directory.name, "Xvfb_screen0"), "rb") as file:
+            with mmap.mmap(file.fileno(), 0, prot=mmap.PROT_READ) as dump:
+                return _read_xwd(dump)
+
+
+def end_process(process, patience=10):
+    """Ends a process that we started; with force if it does not go by itself."""
+    if process.poll() is None:
+        process.terminate()
+        try:
+            process.wait(patience)
+        except subprocess.TimeoutExpired:
+            process.kill()
+    process.wait()
+
+
+def _read_xwd(dump):
+    header = struct.unpack(">25I", dump[:100])
+    (size, _, _, _, width, height, _, byte_order, _, _, _, bits, stride) = header[:13]
+    colours = header[19]
+    if bits != 32:
+        raise RuntimeError(f"a screen of {bits} bits a pixel is not understood")
+    red, green, blue = (1, 2, 3) if byte_order else (2, 1, 0)
+    begin = size + colours * 12
+    rows = []
+    for y in range(height):
+        row = dump[begin + y * stride:begin + y * stride + width * 4]
+        rgb = bytearray(width * 3)
+        rgb[0::3], rgb[1::3], rgb[2::3] = row[red::4], row[green::4], row[blue::4]
+        rows.append(bytes(rgb))
+    return width, height, rows
+
+
+def _png(width, height, rows):
+    def chunk(kind, data):
+        return struct.pack(">I", len(data)) + kind + data + struct.pack(">I", zlib.crc32(kind + data))
+
+    image = zlib.compress(b"".join(b"\0" + row for row in rows), 6)
+    return (b"\x89PNG\r\n\x1a\n" + chunk(b"IHDR", struct.pack(">IIBBBBB", width, height, 8, 2, 0, 0, 0))
+            + chunk(b"IDAT", image) + chunk(b"IEND", b""))

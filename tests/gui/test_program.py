@@ -1,0 +1,52 @@
+"""The program as a whole: start, about box, end."""
+import pathlib
+import struct
+import unittest
+
+from driver import AutomationError, GuiTest
+
+
+class ProgramTest(GuiTest):
+    def test_the_window_bears_the_title(self):
+        self.varnel.wait_for("mainWindow", "visible", True)
+        self.assertEqual(self.varnel.read("mainWindow", "windowTitle"), "Varnel")
+
+    def test_the_about_box_opens_and_closes_and_the_menu_ends_the_program(self):
+        self.varnel.choose("helpAbout")
+        self.assertEqual(self.varnel.find("aboutBox"), "QDialog")
+        self.varnel.wait_for("aboutBox", "visible", True)
+        self.assertEqual(self.varnel.read("aboutBox", "windowTitle"), "About Varnel")
+        self.assertEqual(self.varnel.read("versionLabel", "text"), "Version 2.9 (Multi-processor support enabled)")
+        self.varnel.press("Escape", on="aboutBox")
+        self.varnel.find_gone("aboutBox")
+        self.varnel.choose("fileExit")
+        self.assertEqual(self.program.wait(), 0)
+
+    def test_a_picture_shows_the_window(self):
+        self.varnel.wait_for("mainWindow", "visible", True)
+        picture = pathlib.Path(self.program.home) / "screen.png"
+
+        def colours():
+            width, _, rows = self.program.screen.pixels()
+            return {rows[400][x * 3:x * 3 + 3] for x in range(width)}
+
+        self.varnel.wait_until(lambda: len(colours()) > 1, "the window to be painted")
+        self.program.screen.screenshot(picture)
+        data = picture.read_bytes()
+        self.assertEqual(data[:8], b"\x89PNG\r\n\x1a\n")
+        self.assertEqual(struct.unpack(">II", data[16:24]), (1280, 800))
+
+    def test_a_disabled_command_is_not_chosen(self):
+        self.varnel.find("mainWindow")
+        self.assertFalse(self.varnel.read("editUndo", "enabled"))
+        with self.assertRaisesRegex(AutomationError, "disabled"):
+            self.varnel.choose("editUndo")
+
+    def test_the_settings_are_those_of_the_test(self):
+        self.varnel.choose("fileExit")
+        self.assertEqual(self.program.wait(), 0)
+        self.assertIn("MainWindowWidth", self.program.settings_file().read_text(encoding="utf-8"))
+
+
+if __name__ == "__main__":
+    unittest.main()

@@ -1,0 +1,102 @@
+#include "objectmodel.h"
+#include "scripthost.h"
+#include <QAction>
+#include <QtTest>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+class Actions : public ScriptHost
+{
+public:
+    QHash<QString, QAction *> actions;
+    [[nodiscard]] QAction *action(const QString &name) override { return actions.value(name); }
+};
+} // namespace
+
+class ObjectModelTest : public QObject
+{
+    Q_OBJECT
+
+private:
+    std::unique_ptr<Actions> m_host;
+    std::unique_ptr<ObjectModel> m_model;
+    std::unique_ptr<QAction> m_first;
+    std::unique_ptr<QAction> m_second;
+
+private Q_SLOTS:
+    void init()
+    {
+        QTest::failOnWarning(QRegularExpression(u".?"_s));
+        m_first = std::make_unique<QAction>();
+        m_second = std::make_unique<QAction>();
+        m_host = std::make_unique<Actions>();
+        m_host->actions = {{u"first"_s, m_first.get()}, {u"second"_s, m_second.get()}};
+        m_model = std::make_unique<ObjectModel>(*m_host);
+    }
+
+    void doActionRunsTheNamedActionOnly()
+    {
+        QSignalSpy first(m_first.get(), &QAction::triggered);
+        QSignalSpy second(m_second.get(), &QAction::triggered);
+        QVERIFY(m_model->doAction(u"second"_s));
+        QCOMPARE(first.size(), 0);
+        QCOMPARE(second.size(), 1);
+        QVERIFY(m_model->doAction(u"first"_s));
+        QCOMPARE(first.size(), 1);
+        QCOMPARE(second.size(), 1);
+    }
+
+    void doActionOfAnUnknownNameIsFalse()
+    {
+        QSignalSpy triggered(m_model.get(), &ObjectModel::triggerAction);
+        QVERIFY(!m_model->doAction(u"third"_s));
+        QVERIFY(!m_model->doAction({}));
+        QCOMPARE(triggered.size(), 0);
+    }
+
+    void doActionTellsOfItself()
+    {
+        QSignalSpy triggered(m_model.get(), &ObjectModel::triggerAction);
+        m_model->doAction(u"first"_s);
+        QCOMPARE(triggered.size(), 1);
+    }
+
+    void doActionRunsADisabledAction()
+    {
+        m_first->setEnabled(false);
+        QSignalSpy spy(m_first.get(), &QAction::triggered);
+        QVERIFY(m_model->doAction(u"first"_s));
+        QCOMPARE(spy.size(), 1);
+    }
+
+    void doActionLeavesACheckMarkAsItIs()
+    {
+        m_first->setCheckable(true);
+        QSignalSpy toggled(m_first.get(), &QAction::toggled);
+        QVERIFY(m_model->doAction(u"first"_s));
+        QVERIFY(!m_first->isChecked());
+        QCOMPARE(toggled.size(), 0);
+    }
+
+    void anActionInTheLoopOfAnotherRunsAlone()
+    {
+        int runs = 0;
+        connect(m_first.get(), &QAction::triggered, this, [this, &runs] {
+            if (++runs == 1)
+                m_model->doAction(u"second"_s);
+        });
+        m_model->doAction(u"first"_s);
+        QCOMPARE(runs, 1);
+    }
+
+    void anActionMayDeleteItself()
+    {
+        connect(m_first.get(), &QAction::triggered, this, [this] { m_first.reset(); });
+        QVERIFY(m_model->doAction(u"first"_s));
+        QVERIFY(!m_first);
+    }
+};
+
+QTEST_MAIN(ObjectModelTest)
+#include "tst_objectmodel.moc"
