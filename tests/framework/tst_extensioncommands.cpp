@@ -57,7 +57,7 @@ private:
     {
         QStringList calls = m_stub->takeCalls();
         calls.removeIf([](const QString &call) { return call.endsWith(u".commands()"_s); });
-        return calls.replaceInStrings(u".execute"_s, {});
+        return calls.replaceInStrings(u".execute"_s, QString());
     }
 
     static QString textOf(const QList<MenuEntry> &entries)
