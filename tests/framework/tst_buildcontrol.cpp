@@ -1,6 +1,7 @@
 #include "buildcontrol.h"
 #include "buildcontrolhost.h"
 #include "document.h"
+#include "documenttemplate.h"
 #include "idebugbuild.h"
 #include "iprojectpopulate.h"
 #include "navigator.h"
@@ -9,18 +10,30 @@
 #include "stubfixture.h"
 #include "treetext.h"
 #include "workspace.h"
+#include <QLineEdit>
 #include <QPushButton>
 #include <QtTest>
 
 using namespace Qt::StringLiterals;
 
 namespace {
+class MemoryTemplate : public DocumentTemplate
+{
+public:
+    MemoryTemplate() : DocumentTemplate({}, {}, {}) {}
+    bool canOpen(const QString &) override { return false; }
+    Document *createDocument() override { return nullptr; }
+    View *createView(Document *) override { return nullptr; }
+    QString extension() override { return {}; }
+};
+
 /// A document in memory that says when it is saved.
 class NotedDocument : public Document
 {
 public:
-    NotedDocument(const QString &filename, const std::function<void(const QString &)> &note)
-        : Document(nullptr), m_filename(filename), m_note(note)
+    NotedDocument(DocumentTemplate *docTemplate, const QString &filename,
+                  const std::function<void(const QString &)> &note)
+        : Document(docTemplate), m_filename(filename), m_note(note)
     {}
     bool open(const QString &) override { return true; }
     bool create(const QString &) override { return true; }
@@ -51,6 +64,7 @@ private:
     Navigator *m_navigator = nullptr;
     OutputWindow *m_output = nullptr;
     QAction *m_compile = nullptr;
+    MemoryTemplate m_template;
     std::unique_ptr<Workspace> m_documents;
     std::unique_ptr<BuildControl> m_control;
     ActivityState m_state = StateIdle;
@@ -107,7 +121,7 @@ private:
         for (const QString &file : files.split(u' ', Qt::SkipEmptyParts))
             contents += u"<file path=\"%1\"/>"_s.arg(file);
         contents += u"<properties currentconfiguration=\"Debug\"><configuration name=\"Debug\">"
-                    "<property key=\"buildMatch\">(line): (file)</property></configuration>"
+                    "<property key=\"buildMatch\">(line): (file);</property></configuration>"
                     "<configuration name=\"Release\"/></properties>"_s;
         buildScript(name, more);
         Project *project = addProject(name, {}, {}, contents);
@@ -118,7 +132,7 @@ private:
 
     NotedDocument *addDocument(const QString &name, bool modified)
     {
-        auto *document = new NotedDocument(path(name), [this](const QString &text) { note(text); });
+        auto *document = new NotedDocument(&m_template, path(name), [this](const QString &text) { note(text); });
         document->setParent(m_documents.get()); // goes before the list of documents does
         m_documents->addDocument(document);
         document->setModified(modified);
@@ -153,13 +167,15 @@ private:
 
     ProjectTree *tree() { return m_navigator->findChild<ProjectTree *>(u"ProjectTree"_s); }
 
-    /// Uses the next dialog.
+    /// Uses the next dialog, and rejects it if it is still there.
     void whenAsked(const std::function<void(QDialog *)> &use)
     {
         QTimer::singleShot(0, this, [use] {
             auto *dialog = qobject_cast<QDialog *>(QApplication::activeModalWidget());
             QVERIFY(dialog);
             use(dialog);
+            if (dialog->isVisible())
+                dialog->reject();
         });
     }
 
@@ -221,7 +237,7 @@ private Q_SLOTS:
                           "window.fileSaveAll\n"
                           "window.state 2, clear page\n"_s
                               + call);
-        QCOMPARE(lookup(u"12: a.c\n"_s), u"a.c at 12"_s);
+        QCOMPARE(lookup(u"12: a.c;\n"_s), u"a.c at 12"_s);
     }
 
     void theCurrentConfigurationIsBuilt()
@@ -230,7 +246,7 @@ private Q_SLOTS:
         project->setCurrentConfiguration(u"Release"_s);
         m_control->buildBuild();
         QVERIFY(story().endsWith(u"fw.build([Release], false)"_s));
-        QCOMPARE(lookup(u"12: a.c\n"_s), QString());
+        QCOMPARE(lookup(u"12: a.c;\n"_s), QString());
         QCOMPARE(lookup(u"a.c(12)\n"_s), u"a.c at 12"_s); // a project without a pattern has the usual one
     }
 
@@ -561,7 +577,7 @@ private Q_SLOTS:
         QVERIFY(!project->isModified());
         QVERIFY(!main->modified());
         QVERIFY(other->modified());
-        QCOMPARE(lookup(u"12: a.c\n"_s), u"a.c at 12"_s);
+        QCOMPARE(lookup(u"12: a.c;\n"_s), u"a.c at 12"_s);
     }
 
     void aFileKnownByItsStoredPathIsCompiledByIt()
@@ -711,7 +727,7 @@ private Q_SLOTS:
             QCOMPARE(dialog->objectName(), u"newConfigurationDialog"_s);
             QCOMPARE(dialog->windowTitle(), u"Batch Build"_s);
             QCOMPARE(story(), u"window.fileSaveAll\nwindow.showOutputDock\nwindow.state 2, clear page"_s);
-            QCOMPARE(lookup(u"12: a.c\n"_s), u"a.c at 12"_s);
+            QCOMPARE(lookup(u"12: a.c;\n"_s), u"a.c at 12"_s);
             click(dialog, u"RebuildButton"_s);
         });
         m_control->buildBatchBuild();
