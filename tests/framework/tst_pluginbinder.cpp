@@ -369,6 +369,21 @@ private Q_SLOTS:
         QVERIFY(!execution);
     }
 
+    void theHostLetsGoOfTheBuildEventsOnceTheyAreHandedOver()
+    {
+        QPointer<QObject> events;
+        bool goneInTime = false;
+        StubScript &gcc = buildScript(u"gcc"_s);
+        gcc.on[u"initialise"_s] = [&] {
+            events = dynamic_cast<QObject *>(object(u"gcc"_s).buildEvents.get());
+            object(u"gcc"_s).buildEvents.reset();
+            QVERIFY(events);
+        };
+        gcc.on[u"setProject"_s] = [&] { goneInTime = events.isNull(); };
+        m_binder->bindProjectPlugins(addProject(u"fw"_s, u"gcc"_s, {}));
+        QVERIFY(goneInTime);
+    }
+
     void anObjectThatOutlivesItsProjectIsNotHeard()
     {
         buildScript(u"gcc"_s);
@@ -466,7 +481,9 @@ private Q_SLOTS:
     void widgetsOfAnEnvironmentBecomeHiddenDockWindowsAtTheRight()
     {
         executionScript(u"sim"_s, {IDockExtension::Iid}).widgets = [] {
-            return QList<QWidget *>{widget(u"Trace"_s), widget(u"LEDs"_s)};
+            const QList<QWidget *> widgets{widget(u"Trace"_s), widget(u"LEDs"_s)};
+            widgets[1]->hide();
+            return widgets;
         };
         m_window->show();
         m_binder->bindProjectPlugins(addProject(u"fw"_s, {}, u"sim"_s));
