@@ -172,8 +172,7 @@ void PluginBinder::addDockWindow(QWidget *widget, const Project *project)
     dock->setFeatures(QDockWidget::DockWidgetClosable | QDockWidget::DockWidgetMovable
                       | QDockWidget::DockWidgetFloatable);
     dock->setWindowTitle(DynamicMenus::commandText(caption, project->name(), workspace ? workspace->count() : 0));
-    dock->setWidget(widget);
-    widget->show();
+    dock->setWidget(widget); // and shows it there
     dock->hide();
     m_extensionDocks.append(dock);
 }
