@@ -161,6 +161,44 @@ private Q_SLOTS:
         QCOMPARE(manager.featureList(), QStringList{u"{blue}"_s});
     }
 
+    void aLibraryThatLacksAFunctionIsReportedBeforeAnybodyCallsIt()
+    {
+        install(QStringLiteral(TESTPLUGIN_BROKEN_SYMBOL), u"plugins/a.so"_s);
+        install(Blue, u"plugins/b.so"_s);
+        QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"^PluginManager::loadLibrary: Cannot load plug-in "
+                                                              "\\(.*/plugins/a.so\\): .*undefined symbol.*$"_s));
+        const PluginManager manager({directory(u"plugins"_s)});
+        QCOMPARE(manager.featureList(), QStringList{u"{blue}"_s});
+    }
+
+    void anExceptionOfAFactoryThatIntroducesItselfIsReported_data()
+    {
+        QTest::addColumn<QString>("library");
+        QTest::newRow("constructor") << QStringLiteral(TESTPLUGIN_BROKEN_CONSTRUCTOR);
+        QTest::newRow("featureList") << QStringLiteral(TESTPLUGIN_BROKEN_FEATURELIST);
+        QTest::newRow("name") << QStringLiteral(TESTPLUGIN_BROKEN_NAME);
+    }
+
+    void anExceptionOfAFactoryThatIntroducesItselfIsReported()
+    {
+        QFETCH(QString, library);
+        const QString file = install(library, u"plugins/a.so"_s);
+        install(Blue, u"plugins/b.so"_s);
+        const QString text = u"PluginManager::loadLibrary (%1): an exception has left the plug-in (broken in %2)"_s;
+        QTest::ignoreMessage(QtWarningMsg, qPrintable(text.arg(file, QLatin1StringView(QTest::currentDataTag()))));
+        const PluginManager manager({directory(u"plugins"_s)});
+        QCOMPARE(manager.featureList(), QStringList{u"{blue}"_s});
+    }
+
+    void anExceptionGivesNoObject()
+    {
+        install(QStringLiteral(TESTPLUGIN_BROKEN_CREATE), u"plugins/a.so"_s);
+        const PluginManager manager({directory(u"plugins"_s)});
+        QTest::ignoreMessage(QtWarningMsg,
+                             "IPluginFactory::create: an exception has left the plug-in (broken in create)");
+        QVERIFY(!manager.create(u"{broken}"_s));
+    }
+
     void filesThatAreNoLibrariesByNameArePassedOver()
     {
         write(directory(u"plugins"_s) + u"/README.txt"_s, "text");

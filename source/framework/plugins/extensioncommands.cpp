@@ -1,12 +1,19 @@
 #include "extensioncommands.h"
+#include "callplugin.h"
 #include "ibuildenvironment.h"
 #include "iexecutionenvironment.h"
 #include "iextensioncommands.h"
 #include "project.h"
 #include "projectworkspace.h"
 #include "varnelassert.h"
+#include <QPointer>
 
 namespace {
+QList<ExtensionCommand> commandsOf(IExtensionCommands *interface)
+{
+    return askPlugin("IExtensionCommands::commands", [&] { return interface->commands(); });
+}
+
 MenuEntry entryOf(const ExtensionCommand &command, const QString &text)
 {
     return {.text = text, .checked = command.checked, .enabled = command.enabled, .whatsThis = command.whatsThis};
@@ -15,7 +22,7 @@ MenuEntry entryOf(const ExtensionCommand &command, const QString &text)
 void execute(IExtensionCommands *interface, const ExtensionCommand &command)
 {
     if (command.enabled)
-        interface->execute(command.id);
+        runPlugin("IExtensionCommands::execute", [&] { interface->execute(command.id); });
 }
 } // namespace
 
@@ -25,7 +32,7 @@ QList<MenuEntry> buildExtensionEntries(const Project *project)
     if (!interface)
         return {};
     QList<MenuEntry> entries;
-    const QList<ExtensionCommand> commands = interface->commands();
+    const QList<ExtensionCommand> commands = commandsOf(interface.get());
     for (const ExtensionCommand &command : commands)
         entries.append(entryOf(command, command.text));
     return entries;
@@ -40,7 +47,7 @@ QList<QList<MenuEntry>> debugExtensionEntries(const ProjectWorkspace *workspace)
         if (!interface)
             continue;
         QList<MenuEntry> group;
-        const QList<ExtensionCommand> commands = interface->commands();
+        const QList<ExtensionCommand> commands = commandsOf(interface.get());
         for (const ExtensionCommand &command : commands)
             group.append(
                 entryOf(command, DynamicMenus::commandText(command.text, project->name(), workspace->count())));
@@ -55,18 +62,19 @@ void executeBuildExtension(const Project *project, int index)
     VARNEL_ASSERT(commandsIFace);
     if (!commandsIFace)
         return;
-    const QList<ExtensionCommand> commands = commandsIFace->commands();
+    const QList<ExtensionCommand> commands = commandsOf(commandsIFace.get());
     if (index < commands.size())
         execute(commandsIFace.get(), commands[index]);
 }
 
 void executeDebugExtension(const ProjectWorkspace *workspace, int index)
 {
-    for (int i = 0; workspace && i < workspace->count(); ++i) {
-        const auto interface = queryInterface<IExtensionCommands>(workspace->project(i)->executionInterface());
+    const QPointer<const ProjectWorkspace> alive(workspace); // a command may close it
+    for (int i = 0; alive && i < alive->count(); ++i) {
+        const auto interface = queryInterface<IExtensionCommands>(alive->project(i)->executionInterface());
         if (!interface)
             continue;
-        const QList<ExtensionCommand> commands = interface->commands();
+        const QList<ExtensionCommand> commands = commandsOf(interface.get());
         if (index < commands.size())
             execute(interface.get(), commands[index]);
         else

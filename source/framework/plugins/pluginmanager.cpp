@@ -1,4 +1,5 @@
 #include "pluginmanager.h"
+#include "callplugin.h"
 #include "pluginfactory.h"
 #include <QDir>
 #include <QJsonObject>
@@ -30,13 +31,25 @@ void PluginManager::loadLibrary(const QString &file, bool reportStrangers)
         return;
     if (!metaData.isEmpty() && metaData.value("IID"_L1) != QLatin1StringView(VarnelPluginFactoryIid))
         return; // another component of the toolkit
-    auto *factory = qobject_cast<IPluginFactory *>(loader.instance());
+    loader.setLoadHints(QLibrary::PreventUnloadHint
+                        | QLibrary::ResolveAllSymbolsHint); // to call a function that is not there would be the end
+    const QByteArray operation = "PluginManager::loadLibrary (" + QFile::encodeName(file) + ')';
+    QObject *root = nullptr;
+    if (!runPlugin(operation, [&] { root = loader.instance(); }))
+        return;
+    auto *factory = qobject_cast<IPluginFactory *>(root);
     if (!factory) {
         qWarning("PluginManager::loadLibrary: Cannot load plug-in (%s): %s", qPrintable(file),
                  qPrintable(loader.errorString()));
         return;
     }
-    const QStringList features = factory->featureList();
+    QStringList features;
+    const auto introduce = [&] {
+        features = factory->featureList();
+        static_cast<void>(factory->name()); // whoever cannot tell it would fail at the splash screen
+    };
+    if (!runPlugin(operation, introduce))
+        return;
     for (const QString &feature : features) {
         if (!this->factory(feature))
             m_features.append({feature, factory});
@@ -60,5 +73,5 @@ IPluginFactory *PluginManager::factory(const QString &feature) const
 IPluginObject *PluginManager::create(const QString &feature) const
 {
     IPluginFactory *maker = factory(feature);
-    return maker ? maker->create(feature) : nullptr;
+    return maker ? askPlugin("IPluginFactory::create", [&] { return maker->create(feature); }) : nullptr;
 }

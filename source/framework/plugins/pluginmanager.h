@@ -16,7 +16,8 @@ public:
     };
 
     /// Loads every library in @p directories whose metadata bears the id of IPluginFactory: directory by directory,
-    /// files sorted by name. A library that cannot be used is reported on the warning channel and passed over.
+    /// files sorted by name. A library that cannot be used, or that lets an exception out when it is asked what it
+    /// offers, is reported on the warning channel and passed over.
     /// @p ownDirectory is the program's own: libraries there that are no plug-ins are nothing to report.
     explicit PluginManager(const QStringList &directories, const QString &ownDirectory = {});
 
@@ -24,7 +25,7 @@ public:
     [[nodiscard]] QStringList featureList() const;
     /// The first factory that offers @p feature, null if there is none. It lives as long as the program.
     [[nodiscard]] IPluginFactory *factory(const QString &feature) const;
-    /// A new object with one reference for the caller; null if no library offers @p feature.
+    /// A new object with one reference for the caller; null if no library offers @p feature or makes one.
     [[nodiscard]] IPluginObject *create(const QString &feature) const;
 
 private:

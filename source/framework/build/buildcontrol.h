@@ -1,0 +1,76 @@
+#pragma once
+#include <functional>
+#include <QObject>
+#include <QPointer>
+class BuildControlHost;
+class IBuildEnvironment;
+class Project;
+class QAction;
+
+/// The commands of the "Build" menu: a build from the command to buildFinished(). The work itself is done by the build
+/// environments of projects, one piece at a time; while it runs the program is in its building state.
+class BuildControl : public QObject
+{
+    Q_OBJECT
+public:
+    explicit BuildControl(BuildControlHost &host, QObject *parent = nullptr);
+    ~BuildControl() override;
+
+    /// The command whose text names the current file, by "%1" in the text that it has now; null if there is none.
+    void setCompileAction(QAction *action);
+    [[nodiscard]] QString currentFile() const { return m_currentFile; }    ///< What the compile command acts on.
+    [[nodiscard]] bool buildSucceeded() const { return m_buildSucceeded; } ///< What the last build ended with.
+    [[nodiscard]] bool buildStopped() const { return m_buildStopped; }     ///< The user broke off the last build.
+    void clearBuildStopped() { m_buildStopped = false; }
+    /// Starts the work that the build environment of @p project, which may be null, wants done before each debug
+    /// session. False, and nothing happens, if it does not offer any.
+    bool buildForDebug(const Project *project);
+
+public Q_SLOTS:
+    void buildCompileFile();
+    void buildBuild();
+    void buildRebuild();
+    void buildClean();
+    // These act on the project that is selected in the navigator, while that has the keyboard focus.
+    void buildBuildAlt();
+    void buildRebuildAlt();
+    void buildCleanAlt();
+    void buildStopBuild(); ///< The building state lasts until buildFinished() all the same.
+    void buildBatchBuild();
+    void buildConfigurationsNew();
+    void buildConfigurationsEdit();
+    void projectRepopulate();
+
+    void setCurrentFile(const QString &path); ///< Absolute or as a project has it; empty for none.
+    void refreshCompileAction();              ///< To be called when the state has changed.
+
+    void buildFinished(bool success);
+    void xmlFeedback(const QString &xml); ///< Replaces the contents of the current project.
+
+Q_SIGNALS:
+    void compileAvailable(bool available);
+
+private:
+    enum class Work { Build, Rebuild, Clean };
+
+    void runCurrent(Work work);
+    void runSelected(Work work);
+    void run(Work work, Project *project);
+    void start(const char *operation, const Project *project, const std::function<void(IBuildEnvironment *)> &work);
+    void saveForCompile(Project *project) const;
+    void prepareOutput(const Project *project) const;
+    void displayBuildPage() const;
+    void setLookupPattern(const Project *project) const;
+    void leaveBuilding();
+    [[nodiscard]] bool navigatorHasFocus() const;
+    [[nodiscard]] bool canCompile() const;
+    [[nodiscard]] Project *currentProject() const; ///< Null if no workspace is open or it has no project.
+    [[nodiscard]] Project *expectProject() const;  ///< The same, where null is a mistake.
+
+    BuildControlHost &m_host;
+    QPointer<QAction> m_compileAction;
+    QString m_compileMenuText;
+    QString m_currentFile;
+    bool m_buildSucceeded = false;
+    bool m_buildStopped = false;
+};

@@ -1,0 +1,16 @@
+#pragma once
+#include <functional>
+class Project;
+class ProjectWorkspace;
+class QString;
+
+/// Has the build environment of @p project, which may be null, fill the project with its files, if it offers that.
+void populate(const Project *project);
+
+/// For a workspace that has just been opened. For each project that asks for it by its property "projectAutoPopulate"
+/// the current project is populated. Returns whether the build environment of any project offers to populate.
+bool populateWorkspace(const ProjectWorkspace *workspace);
+
+/// For a workspace that has just been opened: calls @p runFile with the absolute path of each Python file that asks for
+/// it by its property "runAtProjectLoad". Its project is the current one then; in the end the first one is.
+void runProjectScripts(ProjectWorkspace *workspace, const std::function<void(const QString &path)> &runFile);

@@ -1,0 +1,63 @@
+#include "batchbuilddialog.h"
+#include "callplugin.h"
+#include "ibuildenvironment.h"
+#include "project.h"
+#include "ui_batchbuilddialogbase.h"
+#include "varnelassert.h"
+
+BatchBuildDialog::BatchBuildDialog(const Project *project, IBuildEnvironment *buildEnvironment, QWidget *parent,
+                                   const QString &name)
+    : QDialog(parent)
+    , m_ui(std::make_unique<Ui::BatchBuildDialogBase>())
+    , m_buildEnvironment(shareInterface(buildEnvironment))
+{
+    VARNEL_ASSERT(project);
+    VARNEL_ASSERT(buildEnvironment);
+    m_ui->setupUi(this);
+    setObjectName(name);
+    m_ui->ConfigList->header()->hide();
+    ListViewItem *last = nullptr;
+    for (const QString &configuration : project ? project->properties()->configurations() : QStringList()) {
+        last = new ListViewItem(m_ui->ConfigList, last, configuration);
+        last->setCheckState(0, Qt::Checked);
+    }
+    connect(m_ui->BuildButton, &QPushButton::clicked, this, &BatchBuildDialog::build);
+    connect(m_ui->RebuildButton, &QPushButton::clicked, this, &BatchBuildDialog::rebuild);
+    connect(m_ui->CleanButton, &QPushButton::clicked, this, &BatchBuildDialog::clean);
+}
+
+BatchBuildDialog::~BatchBuildDialog() = default;
+
+QStringList BatchBuildDialog::tickedConfigurations() const
+{
+    QStringList names;
+    for (const ListViewItem *item = m_ui->ConfigList->firstChild(); item; item = item->itemBelow()) {
+        if (item->checkState(0) == Qt::Checked)
+            names.append(item->text(0));
+    }
+    return names;
+}
+
+void BatchBuildDialog::build()
+{
+    start("IBuildEnvironment::build", [this] { m_buildEnvironment->build(tickedConfigurations(), false); });
+}
+
+void BatchBuildDialog::rebuild()
+{
+    start("IBuildEnvironment::build", [this] { m_buildEnvironment->build(tickedConfigurations(), true); });
+}
+
+void BatchBuildDialog::clean()
+{
+    start("IBuildEnvironment::clean", [this] { m_buildEnvironment->clean(tickedConfigurations()); });
+}
+
+/// Work that could not be started would never be told to have finished, so it does not accept the dialog.
+void BatchBuildDialog::start(const char *operation, const std::function<void()> &work)
+{
+    if (m_buildEnvironment && runPlugin(operation, work))
+        accept();
+    else
+        reject();
+}

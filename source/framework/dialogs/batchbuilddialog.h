@@ -1,0 +1,34 @@
+#pragma once
+#include "unknown.h"
+#include <functional>
+#include <memory>
+#include <QDialog>
+class IBuildEnvironment;
+class Project;
+namespace Ui {
+class BatchBuildDialogBase;
+}
+
+/// Asks for configurations of a project and starts their build, rebuild or clean. It is accepted once the work has been
+/// started, and in no other way.
+class BatchBuildDialog : public QDialog
+{
+    Q_OBJECT
+public:
+    /// @p project and @p buildEnvironment must not be null.
+    BatchBuildDialog(const Project *project, IBuildEnvironment *buildEnvironment, QWidget *parent, const QString &name);
+    ~BatchBuildDialog() override;
+
+    [[nodiscard]] QStringList tickedConfigurations() const; ///< In the order of the list.
+
+public Q_SLOTS:
+    void build();
+    void rebuild();
+    void clean();
+
+private:
+    void start(const char *operation, const std::function<void()> &work);
+
+    const std::unique_ptr<Ui::BatchBuildDialogBase> m_ui;
+    const InterfacePtr<IBuildEnvironment> m_buildEnvironment;
+};

@@ -1,0 +1,22 @@
+#pragma once
+#include "ibuildevents.h"
+#include "interfaceobject.h"
+#include <QObject>
+
+/// What a build environment says, as signals. Begins without a reference and lives as long as somebody holds one.
+class IBuildEventsImpl : public QObject, public InterfaceObject<IBuildEvents>
+{
+    Q_OBJECT
+public:
+    IBuildEventsImpl();
+    ~IBuildEventsImpl() override;
+
+    void buildFinished(bool success) override;
+    void feedback(const QString &text) override;
+    void xmlFeedback(const QString &xml) override;
+
+Q_SIGNALS:
+    void sigBuildFinished(bool success);
+    void sigFeedback(const QString &text);
+    void sigXmlFeedback(const QString &xml);
+};

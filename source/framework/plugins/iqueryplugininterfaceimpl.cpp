@@ -1,0 +1,59 @@
+#include "iqueryplugininterfaceimpl.h"
+#include "callplugin.h"
+#include "ibuildenvironment.h"
+#include "iexecutionenvironment.h"
+#include "project.h"
+#include "projectworkspace.h"
+#include "varnelassert.h"
+
+IQueryPluginInterfaceImpl::IQueryPluginInterfaceImpl(ProjectWorkspace *workspace, Project *selfProject)
+    : InterfaceObject(0), m_workspace(workspace), m_selfProject(selfProject)
+{
+    VARNEL_ASSERT(selfProject);
+}
+
+IQueryPluginInterfaceImpl::~IQueryPluginInterfaceImpl() = default;
+
+QRESULT IQueryPluginInterfaceImpl::queryInterface(const QUuid &id, QUnknownInterface **out, int index)
+{
+    if (!out)
+        return QE_NOINTERFACE;
+    *out = nullptr;
+    const QList<QUnknownInterface *> hits = offers(id);
+    for (QUnknownInterface *hit : hits) {
+        if (--index > 0)
+            hit->release();
+        else
+            *out = hit; // plug-ins rely on the last one, so a hit that was stored before is let go unreleased
+    }
+    return QS_OK;
+}
+
+int IQueryPluginInterfaceImpl::interfaceCount(const QUuid &id)
+{
+    const QList<QUnknownInterface *> hits = offers(id);
+    for (QUnknownInterface *hit : hits)
+        hit->release();
+    return int(hits.size());
+}
+
+/// What the environments of the other projects give for @p id, in order, each with a reference for the caller.
+QList<QUnknownInterface *> IQueryPluginInterfaceImpl::offers(const QUuid &id) const
+{
+    QList<QUnknownInterface *> environments;
+    for (int i = 0; m_workspace && i < m_workspace->count(); ++i) {
+        const Project *project = m_workspace->project(i);
+        if (project != m_selfProject)
+            environments << project->buildInterface() << project->executionInterface();
+    }
+    QList<QUnknownInterface *> hits;
+    for (QUnknownInterface *environment : std::as_const(environments)) {
+        QUnknownInterface *hit = nullptr;
+        if (!environment)
+            continue;
+        const auto query = [&] { return environment->queryInterface(id, &hit) == QS_OK; };
+        if (askPlugin("IQueryPluginInterfaceImpl::queryInterface", query) && hit)
+            hits.append(hit);
+    }
+    return hits;
+}

@@ -1,0 +1,215 @@
+#include "pluginbinder.h"
+#include "callplugin.h"
+#include "handout.h"
+#include "ibuildenvironment.h"
+#include "ibuildeventsimpl.h"
+#include "iexecutioneventsimpl.h"
+#include "iperipherals.h"
+#include "iprojectimpl.h"
+#include "iqueryplugininterfaceimpl.h"
+#include "iworkspaceclient.h"
+#include "messages.h"
+#include "outputpage.h"
+#include "outputwindow.h"
+#include "pluginbinderhost.h"
+#include "pluginfactory.h"
+#include "project.h"
+#include "projectworkspace.h"
+#include "varnelassert.h"
+#include <QAction>
+#include <QDockWidget>
+
+using namespace Qt::StringLiterals;
+
+PluginBinder::PluginBinder(PluginBinderHost &host, QObject *parent) : QObject(parent), m_host(host) {}
+
+PluginBinder::~PluginBinder()
+{
+    deleteExtensionDocks();
+}
+
+void PluginBinder::bindProjectPlugins(Project *project)
+{
+    VARNEL_ASSERT(project);
+    if (!project)
+        return;
+    const QPointer<Project> alive(project); // messages run the event loop
+    if (!project->buildEnvironment().isEmpty())
+        bindBuildEnvironment(project);
+    if (alive && !project->executionEnvironment().isEmpty())
+        bindExecutionEnvironment(project);
+}
+
+void PluginBinder::bindBuildEnvironment(Project *project)
+{
+    const auto environment = create<IBuildEnvironment>(
+        project->buildEnvironment(), tr("The workspace contains a project that requires the %1 build environment, "
+                                        "which is not installed.\nYou will not be able to build the project.")
+                                         .arg(project->buildEnvironmentName()));
+    if (!environment)
+        return;
+    const QPointer<Project> alive(project);
+    project->setBuildEnvironment(environment.get());
+    auto events = makeBuildEvents(project);
+    const QString option = project->buildEnvironmentOption();
+    if (!askPlugin("IBuildEnvironment::initialise", [&] { return environment->initialise(events.get(), option); }))
+        inform(tr("The build system could not be initialised.\n\nPlease see Build Output window for details."));
+    events.reset();
+    if (!alive)
+        return;
+    const InterfacePtr<IProject> iproject(handOut<IProject, IProjectImpl>(project));
+    runPlugin("IBuildEnvironment::setProject", [&] { environment->setProject(iproject.get()); });
+    if (alive)
+        introduceWorkspace(environment.get(), project);
+}
+
+void PluginBinder::bindExecutionEnvironment(Project *project)
+{
+    const auto environment = create<IExecutionEnvironment>(
+        project->executionEnvironment(),
+        tr("The workspace contains a project that requires the %1 execution environment, which is not installed.\n"
+           "You will not be able to debug or run the project.")
+            .arg(project->executionEnvironmentName()));
+    if (!environment)
+        return;
+    const QPointer<Project> alive(project);
+    project->setExecutionEnvironment(environment.get());
+    const auto events = makeExecutionEvents(project, environment.get());
+    const InterfacePtr<IProject> iproject(handOut<IProject, IProjectImpl>(project));
+    const QString option = project->executionEnvironmentOption();
+    if (!askPlugin("IExecutionEnvironment::initialise",
+                   [&] { return environment->initialise(iproject.get(), events.get(), option); }))
+        inform(tr("The debugger could not be initialised.\n\nPlease see Debug Output window for details."));
+    QAction *peripherals = m_host.action(u"debugTogglePeripheralWindow"_s);
+    if (peripherals && queryInterface<IPeripherals>(environment.get()))
+        peripherals->setVisible(true);
+    if (!alive)
+        return;
+    if (const auto docks = queryInterface<IDockExtension>(environment.get()))
+        addPluginDockWindows(docks.get(), project);
+    introduceWorkspace(environment.get(), project);
+}
+
+/// A new object of the plug-in @p feature as its interface Environment. A plug-in that has another main interface is
+/// ignored without a word.
+template <typename Environment>
+InterfacePtr<Environment> PluginBinder::create(const QString &feature, const QString &ifMissing)
+{
+    const InterfacePtr<IPluginObject> object(m_host.createPlugin(feature));
+    if (!object) {
+        inform(ifMissing);
+        return nullptr;
+    }
+    return queryInterface<Environment>(object.get());
+}
+
+InterfacePtr<IBuildEvents> PluginBinder::makeBuildEvents(const Project *project)
+{
+    auto *events = new IBuildEventsImpl;
+    connect(events, &IBuildEventsImpl::sigBuildFinished, this, &PluginBinder::buildFinished);
+    connect(events, &IBuildEventsImpl::sigXmlFeedback, this, &PluginBinder::xmlFeedback);
+    connect(events, &IBuildEventsImpl::sigFeedback, m_host.outputWindow()->page(OutputWindow::Build),
+            &OutputPage::outputLine);
+    // a plug-in object that outlives its project, because somebody else has a reference, has nothing more to say
+    connect(project, &QObject::destroyed, events, [events] { events->disconnect(); });
+    return shareInterface<IBuildEvents>(events);
+}
+
+InterfacePtr<IExecutionEvents> PluginBinder::makeExecutionEvents(const Project *project,
+                                                                 IExecutionEnvironment *environment)
+{
+    auto *events = new IExecutionEventsImpl(environment);
+    connect(events, &IExecutionEventsImpl::sigFeedback, m_host.outputWindow(),
+            qOverload<const QString &, const QString &, bool>(&OutputWindow::outputLine));
+    connect(events, &IExecutionEventsImpl::sigProcessorStatusChanged, this, &PluginBinder::processorStatusChanged);
+    connect(events, &IExecutionEventsImpl::sigProgramStatusChanged, this, &PluginBinder::programStatusChanged);
+    connect(events, &IExecutionEventsImpl::sigStatusInfo, this, &PluginBinder::statusInfo);
+    connect(events, &IExecutionEventsImpl::sigBreakpointsChanged, this, &PluginBinder::breakpointsChanged);
+    connect(project, &QObject::destroyed, events, [events] { events->disconnect(); });
+    return shareInterface<IExecutionEvents>(events);
+}
+
+void PluginBinder::introduceWorkspace(QUnknownInterface *environment, Project *project)
+{
+    const auto client = queryInterface<IWorkspaceClient>(environment);
+    if (!client)
+        return;
+    const auto query = shareInterface(new IQueryPluginInterfaceImpl(m_host.projectWorkspace(), project));
+    runPlugin("IWorkspaceClient::setQueryInterface", [&] { client->setQueryInterface(query.get()); });
+}
+
+void PluginBinder::notifyWorkspaceChanged() const
+{
+    const ProjectWorkspace *workspace = m_host.projectWorkspace();
+    std::vector<InterfacePtr<IWorkspaceClient>> clients;
+    for (int i = 0; workspace && i < workspace->count(); ++i) {
+        const Project *project = workspace->project(i);
+        clients.push_back(queryInterface<IWorkspaceClient>(project->buildInterface()));
+        clients.push_back(queryInterface<IWorkspaceClient>(project->executionInterface()));
+    }
+    for (const auto &client : clients) {
+        if (client)
+            runPlugin("IWorkspaceClient::workspaceChanged", [&] { client->workspaceChanged(); });
+    }
+}
+
+void PluginBinder::addPluginDockWindows(IDockExtension *iface, const Project *project)
+{
+    m_host.saveDockLayout();
+    const QList<QWidget *> widgets = askPlugin("IDockExtension::widgets", [&] { return iface->widgets(); });
+    for (QWidget *widget : widgets)
+        addDockWindow(widget, project);
+    if (!widgets.isEmpty())
+        m_dockOwners.push_back(shareInterface(iface));
+    m_host.restoreDockLayout();
+}
+
+void PluginBinder::addDockWindow(QWidget *widget, const Project *project)
+{
+    const QString caption = widget->windowTitle();
+    const ProjectWorkspace *workspace = m_host.projectWorkspace();
+    QDockWidget *dock = m_host.addDockWindow(u"plugin"_s + caption);
+    dock->setFeatures(QDockWidget::DockWidgetClosable | QDockWidget::DockWidgetMovable
+                      | QDockWidget::DockWidgetFloatable);
+    dock->setWindowTitle(DynamicMenus::commandText(caption, project->name(), workspace ? workspace->count() : 0));
+    dock->setWidget(widget); // and shows it there
+    dock->hide();
+    m_extensionDocks.append(dock);
+}
+
+QList<QDockWidget *> PluginBinder::extensionDocks() const
+{
+    QList<QDockWidget *> docks;
+    for (QDockWidget *dock : m_extensionDocks) {
+        if (dock)
+            docks.append(dock);
+    }
+    return docks;
+}
+
+QList<MenuEntry> PluginBinder::extensionDockEntries() const
+{
+    QList<MenuEntry> entries;
+    const QList<QDockWidget *> docks = extensionDocks();
+    for (const QDockWidget *dock : docks)
+        entries.append({.text = dock->windowTitle(), .checked = !dock->isHidden()});
+    return entries;
+}
+
+void PluginBinder::toggleExtensionDock(int index) const
+{
+    if (QDockWidget *dock = extensionDocks().value(index))
+        dock->setVisible(dock->isHidden());
+}
+
+void PluginBinder::deleteExtensionDocks()
+{
+    qDeleteAll(extensionDocks());
+    m_extensionDocks.clear();
+    m_dockOwners.clear();
+}
+
+void PluginBinder::inform(const QString &text)
+{
+    showInformation(m_host.dialogParent(), text);
+}

@@ -1,0 +1,64 @@
+#pragma once
+#include "dynamicmenus.h"
+#include "executionstatus.h"
+#include "idockextension.h"
+#include <QObject>
+#include <QPointer>
+#include <vector>
+class IBuildEnvironment;
+class IBuildEvents;
+class IExecutionEvents;
+class IPluginObject;
+class PluginBinderHost;
+class Project;
+class QDockWidget;
+
+/// Gives projects the objects of the plug-ins that they name, hears what these say, and owns the dock windows that they
+/// bring along.
+class PluginBinder : public QObject
+{
+    Q_OBJECT
+public:
+    explicit PluginBinder(PluginBinderHost &host, QObject *parent = nullptr);
+    ~PluginBinder() override;
+
+    /// Binds a project that has been loaded well. The user is told of a plug-in that is missing or that could not be
+    /// initialised; the latter stays bound.
+    void bindProjectPlugins(Project *project);
+    /// Shows the widgets of a project's environment as hidden dock windows.
+    void addPluginDockWindows(IDockExtension *iface, const Project *project);
+    /// Tells all environments that projects have come or gone.
+    void notifyWorkspaceChanged() const;
+
+    /// In the order in which they were made.
+    [[nodiscard]] QList<QDockWidget *> extensionDocks() const;
+    [[nodiscard]] QList<MenuEntry> extensionDockEntries() const; ///< Their menu items, checked while shown.
+    /// Shows the dock window at @p index if it is hidden, and hides it if not. Other numbers do nothing.
+    void toggleExtensionDock(int index) const;
+    /// For the end of the workspace, after its projects have gone.
+    void deleteExtensionDocks();
+
+Q_SIGNALS: // what the environments say
+    void buildFinished(bool success);
+    void xmlFeedback(const QString &xml);
+    void processorStatusChanged(IExecutionEnvironment::ProcessorStatus status, IExecutionEnvironment *environment);
+    void programStatusChanged(IExecutionEnvironment::ProgramStatus status, IExecutionEnvironment *environment);
+    void statusInfo(const QString &text, int position, IExecutionEnvironment *environment);
+    void breakpointsChanged(IExecutionEnvironment *environment);
+
+private:
+    void bindBuildEnvironment(Project *project);
+    void bindExecutionEnvironment(Project *project);
+    template <typename Environment>
+    [[nodiscard]] InterfacePtr<Environment> create(const QString &feature, const QString &ifMissing);
+    [[nodiscard]] InterfacePtr<IBuildEvents> makeBuildEvents(const Project *project);
+    [[nodiscard]] InterfacePtr<IExecutionEvents> makeExecutionEvents(const Project *project,
+                                                                     IExecutionEnvironment *environment);
+    void introduceWorkspace(QUnknownInterface *environment, Project *project);
+    void addDockWindow(QWidget *widget, const Project *project);
+    void inform(const QString &text);
+
+    PluginBinderHost &m_host;
+    QList<QPointer<QDockWidget>> m_extensionDocks;
+    std::vector<InterfacePtr<IDockExtension>> m_dockOwners; ///< live until their widgets are gone
+};

@@ -1,0 +1,863 @@
+#include "buildcontrol.h"
+#include "buildcontrolhost.h"
+#include "document.h"
+#include "documenttemplate.h"
+#include "idebugbuild.h"
+#include "iprojectpopulate.h"
+#include "navigator.h"
+#include "outputpage.h"
+#include "outputwindow.h"
+#include "stubfixture.h"
+#include "treetext.h"
+#include "workspace.h"
+#include <QLineEdit>
+#include <QPushButton>
+#include <QtTest>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+class MemoryTemplate : public DocumentTemplate
+{
+public:
+    MemoryTemplate() : DocumentTemplate({}, {}, {}) {}
+    bool canOpen(const QString &) override { return false; }
+    Document *createDocument() override { return nullptr; }
+    View *createView(Document *) override { return nullptr; }
+    QString extension() override { return {}; }
+};
+
+/// A document in memory that says when it is saved.
+class NotedDocument : public Document
+{
+public:
+    NotedDocument(DocumentTemplate *docTemplate, const QString &filename,
+                  const std::function<void(const QString &)> &note)
+        : Document(docTemplate), m_filename(filename), m_note(note)
+    {}
+    bool open(const QString &) override { return true; }
+    bool create(const QString &) override { return true; }
+    bool save() override
+    {
+        m_note(u"document.save "_s + title());
+        setModified(false);
+        return true;
+    }
+    bool saveAs(const QString &) override { return true; }
+    QDateTime lastModified() override { return {}; }
+    QString filename() override { return m_filename; }
+    QString title() override { return QFileInfo(m_filename).fileName(); }
+
+private:
+    const QString m_filename;
+    const std::function<void(const QString &)> m_note;
+};
+} // namespace
+
+/// Builds, from the command to their end, told as the stories of what was asked of the plug-in and of the window.
+class BuildControlTest : public QObject, protected StubFixture, public BuildControlHost
+{
+    Q_OBJECT
+
+private:
+    std::unique_ptr<FakeTreeHost> m_window;
+    Navigator *m_navigator = nullptr;
+    OutputWindow *m_output = nullptr;
+    QAction *m_compile = nullptr;
+    MemoryTemplate m_template;
+    std::unique_ptr<Workspace> m_documents;
+    std::unique_ptr<BuildControl> m_control;
+    ActivityState m_state = StateIdle;
+    bool m_savesAll = true;
+    std::function<void()> m_whileSaving;
+    QStringList m_story;
+    QList<bool> m_compileAvailable;
+
+    // BuildControlHost
+    ActivityState state() const override { return m_state; }
+    void setState(ActivityState state) override
+    {
+        const bool front = m_output->currentPage() == m_output->page(OutputWindow::Build);
+        const QString page = m_output->page(OutputWindow::Build)->toPlainText();
+        m_state = state;
+        note(u"window.state %1"_s.arg(state)
+             + (state == StateBuilding && front && page.isEmpty() ? u", clear page"_s : u""_s));
+    }
+    ProjectWorkspace *projectWorkspace() const override { return m_workspace.get(); }
+    Workspace *workspace() const override { return m_documents.get(); }
+    Navigator *navigator() const override { return m_navigator; }
+    OutputWindow *outputWindow() const override { return m_output; }
+    QWidget *dialogParent() override { return m_window.get(); }
+    void showOutputDock() override { note(u"window.showOutputDock"_s); }
+    bool fileSaveAll() override
+    {
+        note(u"window.fileSaveAll"_s);
+        if (m_whileSaving)
+            m_whileSaving();
+        return m_savesAll;
+    }
+    void checkFileChanges() override { note(u"window.checkFileChanges"_s); }
+
+    void note(const QString &text) { m_story += m_stub->takeCalls() + QStringList{text}; }
+
+    /// What has happened since the last time, a line each, windows and plug-ins in one order.
+    QString story()
+    {
+        m_story += m_stub->takeCalls();
+        return std::exchange(m_story, {}).join(u'\n');
+    }
+
+    template <typename Environment = IBuildEnvironment>
+    InterfacePtr<Environment> object(const QString &label)
+    {
+        const InterfacePtr<IPluginObject> object(create(u'{' + label + u'}'));
+        return queryInterface<Environment>(object.get());
+    }
+
+    /// The current project from now on, with a build environment of its name and the configurations Debug and Release.
+    Project *addBuildProject(const QString &name, const QString &files = {}, const QSet<QUuid> &more = {})
+    {
+        QString contents;
+        for (const QString &file : files.split(u' ', Qt::SkipEmptyParts))
+            contents += u"<file path=\"%1\"/>"_s.arg(file);
+        contents += u"<properties currentconfiguration=\"Debug\"><configuration name=\"Debug\">"
+                    "<property key=\"buildMatch\">(line): (file);</property></configuration>"
+                    "<configuration name=\"Release\"/></properties>"_s;
+        buildScript(name, more);
+        Project *project = addProject(name, {}, {}, contents);
+        project->setBuildEnvironment(object(name).get());
+        project->setModified(false);
+        return project;
+    }
+
+    NotedDocument *addDocument(const QString &name, bool modified)
+    {
+        auto *document = new NotedDocument(&m_template, path(name), [this](const QString &text) { note(text); });
+        document->setParent(m_documents.get()); // goes before the list of documents does
+        m_documents->addDocument(document);
+        document->setModified(modified);
+        return document;
+    }
+
+    /// Where the build page finds a place in @p line now; empty if it does not.
+    QString lookup(const QString &line)
+    {
+        m_output->clearPage(OutputWindow::Build);
+        m_output->outputLine(OutputWindow::Build, line);
+        QString file;
+        int number = 0;
+        const bool found = m_output->page(OutputWindow::Build)->lookup(file, number);
+        return found ? u"%1 at %2"_s.arg(file).arg(number) : QString();
+    }
+
+    void call(const QString &command)
+    {
+        QVERIFY(QMetaObject::invokeMethod(m_control.get(), command.toLatin1().constData(), Qt::DirectConnection));
+    }
+
+    void giveNavigatorTheFocus()
+    {
+        m_navigator->setWorkspace(m_workspace.get());
+        m_window->show();
+        tree()->setFocus();
+        m_window->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(m_window.get()));
+        QTRY_VERIFY(tree()->hasFocus());
+    }
+
+    ProjectTree *tree() { return m_navigator->findChild<ProjectTree *>(u"ProjectTree"_s); }
+
+    /// Uses the next dialog, and rejects it if it is still there.
+    void whenAsked(const std::function<void(QDialog *)> &use)
+    {
+        QTimer::singleShot(0, this, [use] {
+            auto *dialog = qobject_cast<QDialog *>(QApplication::activeModalWidget());
+            QVERIFY(dialog);
+            use(dialog);
+            if (dialog->isVisible())
+                dialog->reject();
+        });
+    }
+
+    static void click(QDialog *dialog, const QString &button) { dialog->findChild<QPushButton *>(button)->click(); }
+
+private Q_SLOTS:
+    void init()
+    {
+        setUp();
+        m_window = std::make_unique<FakeTreeHost>();
+        m_window->resize(400, 400);
+        m_navigator = new Navigator(*m_window, m_window.get());
+        m_navigator->resize(200, 400);
+        m_output = new OutputWindow(m_window.get());
+        m_output->setGeometry(200, 0, 200, 400);
+        m_output->outputLine(OutputWindow::Build, u"old\n"_s);
+        m_output->displayPage(OutputWindow::Debug);
+        m_compile = m_window->addAction(u"buildCompileFile"_s);
+        m_compile->setText(u"&Compile %1"_s);
+        m_documents = std::make_unique<Workspace>();
+        m_control = std::make_unique<BuildControl>(*this);
+        connect(m_control.get(), &BuildControl::compileAvailable, this,
+                [this](bool available) { m_compileAvailable += available; });
+        m_state = StateIdle;
+        m_savesAll = true;
+        m_whileSaving = nullptr;
+        m_story.clear();
+        m_compileAvailable.clear();
+    }
+
+    void cleanup()
+    {
+        qDeleteAll(m_documents->findChildren<Document *>(Qt::FindDirectChildrenOnly));
+        m_documents.reset();
+        tearDown();
+        m_control.reset();
+        m_window.reset();
+    }
+
+    // Build, rebuild, clean
+
+    void theProjectIsSavedThePageClearedThePluginStarted_data()
+    {
+        QTest::addColumn<QString>("command");
+        QTest::addColumn<QString>("call");
+        QTest::newRow("build") << u"buildBuild"_s << u"fw.build([Debug], false)"_s;
+        QTest::newRow("rebuild") << u"buildRebuild"_s << u"fw.build([Debug], true)"_s;
+        QTest::newRow("clean") << u"buildClean"_s << u"fw.clean([Debug])"_s;
+    }
+
+    void theProjectIsSavedThePageClearedThePluginStarted()
+    {
+        QFETCH(QString, command);
+        QFETCH(QString, call);
+        addBuildProject(u"other"_s);
+        addBuildProject(u"fw"_s);
+        this->call(command);
+        QCOMPARE(story(), u"window.showOutputDock\n"
+                          "window.fileSaveAll\n"
+                          "window.state 2, clear page\n"_s
+                              + call);
+        QCOMPARE(lookup(u"12: a.c;\n"_s), u"a.c at 12"_s);
+    }
+
+    void theCurrentConfigurationIsBuilt()
+    {
+        Project *project = addBuildProject(u"fw"_s);
+        project->setCurrentConfiguration(u"Release"_s);
+        m_control->buildBuild();
+        QVERIFY(story().endsWith(u"fw.build([Release], false)"_s));
+        QCOMPARE(lookup(u"12: a.c;\n"_s), QString());
+        QCOMPARE(lookup(u"a.c(12)\n"_s), u"a.c at 12"_s); // a project without a pattern has the usual one
+    }
+
+    void aPatternIsNotGreedy()
+    {
+        Project *project = addBuildProject(u"fw"_s);
+        project->properties()->setProperty(u"buildMatch"_s, u"(file)\\((line)\\)"_s, u"Debug"_s);
+        m_control->buildBuild();
+        QCOMPARE(lookup(u"a.c(1) b.c(2)\n"_s), u"a.c at 1"_s);
+    }
+
+    void aRefusalToSaveStopsBeforeThePageIsCleared_data()
+    {
+        QTest::addColumn<QString>("command");
+        for (const QString &command : {u"buildBuild"_s, u"buildRebuild"_s, u"buildClean"_s})
+            QTest::newRow(qPrintable(command)) << command;
+    }
+
+    void aRefusalToSaveStopsBeforeThePageIsCleared()
+    {
+        QFETCH(QString, command);
+        addBuildProject(u"fw"_s);
+        m_savesAll = false;
+        call(command);
+        QCOMPARE(story(), u"window.showOutputDock\nwindow.fileSaveAll"_s);
+        QCOMPARE(m_output->page(OutputWindow::Build)->toPlainText(), u"old"_s);
+        QCOMPARE(m_state, StateIdle);
+    }
+
+    void withoutEnvironmentBuildsSayWhyAndCleanIsSilent_data()
+    {
+        QTest::addColumn<QString>("command");
+        QTest::addColumn<bool>("says");
+        QTest::newRow("build") << u"buildBuild"_s << true;
+        QTest::newRow("rebuild") << u"buildRebuild"_s << true;
+        QTest::newRow("clean") << u"buildClean"_s << false;
+    }
+
+    void withoutEnvironmentBuildsSayWhyAndCleanIsSilent()
+    {
+        QFETCH(QString, command);
+        QFETCH(bool, says);
+        addProject(u"fw"_s, {}, {});
+        answer(QMessageBox::Ok, says);
+        call(command);
+        const QString message = u"information Varnel: The project cannot be built.\n\n"
+                                "No build environment is available."_s;
+        QCOMPARE(takeMessages(), says ? QStringList{message} : QStringList());
+        QCOMPARE(story(), u"window.showOutputDock"_s);
+    }
+
+    void withoutWorkspaceOrProjectTheSame()
+    {
+        answer();
+        m_control->buildBuild(); // an empty workspace
+        QCOMPARE(takeMessages().size(), 1);
+        m_control->buildClean();
+        m_workspace.reset();
+        answer();
+        expectAssert(u"workspace"_s);
+        m_control->buildRebuild();
+        QCOMPARE(takeMessages().size(), 1);
+        expectAssert(u"workspace"_s);
+        m_control->buildClean();
+        QVERIFY(!story().contains(u"fileSaveAll"_s));
+    }
+
+    void aProjectThatGoesWhileFilesAreSavedIsNotBuilt()
+    {
+        Project *project = addBuildProject(u"fw"_s);
+        m_whileSaving = [&] { m_workspace->removeProject(project); };
+        m_control->buildBuild();
+        QCOMPARE(story(), u"window.showOutputDock\nwindow.fileSaveAll"_s);
+    }
+
+    void aPluginMayEndItsWorkInTheVeryCall()
+    {
+        addBuildProject(u"fw"_s);
+        m_stub->script(u"{fw}"_s).on[u"build"_s] = [&] { m_control->buildFinished(true); };
+        m_control->buildBuild();
+        QCOMPARE(story(), u"window.showOutputDock\n"
+                          "window.fileSaveAll\n"
+                          "window.state 2, clear page\n"
+                          "fw.build([Debug], false)\n"
+                          "window.state 1\n"
+                          "window.checkFileChanges"_s);
+    }
+
+    void aPluginMayCloseItsWorkspaceInTheVeryCall()
+    {
+        addBuildProject(u"fw"_s);
+        m_stub->script(u"{fw}"_s).on[u"build"_s] = [&] { m_workspace.reset(); };
+        m_control->buildBuild();
+        QCOMPARE(m_stub->objectCount(), 0);
+    }
+
+    void anExceptionEndsTheBuild_data()
+    {
+        QTest::addColumn<QString>("command");
+        QTest::addColumn<QString>("call");
+        QTest::newRow("build") << u"buildBuild"_s << u"build"_s;
+        QTest::newRow("clean") << u"buildClean"_s << u"clean"_s;
+        QTest::newRow("compile") << u"buildCompileFile"_s << u"compile"_s;
+    }
+
+    void anExceptionEndsTheBuild()
+    {
+        QFETCH(QString, command);
+        QFETCH(QString, call);
+        addBuildProject(u"fw"_s, u"main.c"_s);
+        m_control->setCurrentFile(path(u"main.c"_s));
+        m_control->buildFinished(true);
+        m_stub->script(u"{fw}"_s).on[call] = throwError;
+        expectException(qPrintable(u"IBuildEnvironment::"_s + call));
+        this->call(command);
+        QCOMPARE(m_state, StateIdle);
+        QVERIFY(!m_control->buildSucceeded());
+    }
+
+    // The project selected in the navigator
+
+    void theOtherCommandsActOnTheProjectSelectedInTheNavigator_data()
+    {
+        QTest::addColumn<QString>("command");
+        QTest::addColumn<QString>("call");
+        QTest::newRow("build") << u"buildBuildAlt"_s << u"fw.build([Debug], false)"_s;
+        QTest::newRow("rebuild") << u"buildRebuildAlt"_s << u"fw.build([Debug], true)"_s;
+        QTest::newRow("clean") << u"buildCleanAlt"_s << u"fw.clean([Debug])"_s;
+    }
+
+    void theOtherCommandsActOnTheProjectSelectedInTheNavigator()
+    {
+        QFETCH(QString, command);
+        QFETCH(QString, call);
+        addBuildProject(u"fw"_s);
+        addBuildProject(u"current"_s);
+        giveNavigatorTheFocus();
+        select(*tree(), {u" - fw"_s});
+        this->call(command);
+        QCOMPARE(story(), u"window.fileSaveAll\nwindow.state 2, clear page\n"_s + call);
+    }
+
+    void theOtherCommandsDoNothingWithoutTheFocus_data()
+    {
+        QTest::addColumn<QString>("command");
+        for (const QString &command : {u"buildBuildAlt"_s, u"buildRebuildAlt"_s, u"buildCleanAlt"_s})
+            QTest::newRow(qPrintable(command)) << command;
+    }
+
+    void theOtherCommandsDoNothingWithoutTheFocus()
+    {
+        QFETCH(QString, command);
+        addBuildProject(u"fw"_s);
+        giveNavigatorTheFocus();
+        select(*tree(), {u" - fw"_s});
+        m_output->page(OutputWindow::Debug)->setFocus();
+        QTRY_VERIFY(!tree()->hasFocus());
+        call(command);
+        QCOMPARE(story(), QString());
+    }
+
+    void noProjectSelectedIsNoProject()
+    {
+        addBuildProject(u"fw"_s);
+        giveNavigatorTheFocus();
+        tree()->clearSelection();
+        answer();
+        m_control->buildBuildAlt();
+        QCOMPARE(takeMessages().size(), 1);
+        m_control->buildCleanAlt();
+        QCOMPARE(story(), QString());
+    }
+
+    // Stop and end
+
+    void stopGoesToTheCurrentProjectOnlyAndTheStateStays()
+    {
+        addBuildProject(u"other"_s);
+        addBuildProject(u"fw"_s);
+        m_control->buildBuild();
+        story();
+        m_control->buildStopBuild();
+        QCOMPARE(story(), u"fw.stop()"_s);
+        QVERIFY(m_control->buildStopped());
+        QCOMPARE(m_state, StateBuilding);
+        m_control->buildFinished(false);
+        QCOMPARE(m_state, StateIdle);
+        QVERIFY(m_control->buildStopped());
+    }
+
+    void stopWithoutWorkspaceProjectOrEnvironmentIsQuiet()
+    {
+        m_control->buildStopBuild();
+        addProject(u"fw"_s, {}, {});
+        m_control->buildStopBuild();
+        m_workspace.reset();
+        m_control->buildStopBuild();
+        QVERIFY(m_control->buildStopped());
+        QCOMPARE(story(), QString());
+    }
+
+    void anExceptionOfStopEndsAtTheBorder()
+    {
+        addBuildProject(u"fw"_s);
+        m_stub->script(u"{fw}"_s).on[u"stop"_s] = throwError;
+        expectException("IBuildEnvironment::stop");
+        m_control->buildStopBuild();
+        QVERIFY(m_control->buildStopped());
+    }
+
+    void aBuildForgetsAnEarlierStopAndCleanDoesNot()
+    {
+        addBuildProject(u"fw"_s);
+        m_control->buildStopBuild();
+        m_control->buildClean();
+        QVERIFY(m_control->buildStopped());
+        m_control->buildBuild();
+        QVERIFY(!m_control->buildStopped());
+        m_control->buildStopBuild();
+        m_control->buildRebuild();
+        QVERIFY(!m_control->buildStopped());
+        m_control->buildStopBuild();
+        m_control->clearBuildStopped();
+        QVERIFY(!m_control->buildStopped());
+    }
+
+    void aStopIsForgottenEvenIfNothingCanBeBuilt()
+    {
+        addProject(u"fw"_s, {}, {});
+        m_control->buildStopBuild();
+        answer();
+        m_control->buildBuild();
+        QVERIFY(!m_control->buildStopped());
+    }
+
+    void theEndOfABuildReturnsToIdleThenLooksForChangedFiles_data()
+    {
+        QTest::addColumn<bool>("success");
+        QTest::newRow("success") << true;
+        QTest::newRow("failure") << false;
+    }
+
+    void theEndOfABuildReturnsToIdleThenLooksForChangedFiles()
+    {
+        QFETCH(bool, success);
+        m_state = StateBuilding;
+        m_control->buildFinished(!success);
+        m_state = StateBuilding;
+        story();
+        m_control->buildFinished(success);
+        QCOMPARE(story(), u"window.state 1\nwindow.checkFileChanges"_s);
+        QCOMPARE(m_control->buildSucceeded(), success);
+    }
+
+    void theEndOfABuildThatNobodyStartedLeavesTheStateAlone_data()
+    {
+        QTest::addColumn<int>("state");
+        for (const int state : {0, 1, 3, 4, 5, 6, 7})
+            QTest::newRow(qPrintable(QString::number(state))) << state;
+    }
+
+    void theEndOfABuildThatNobodyStartedLeavesTheStateAlone()
+    {
+        QFETCH(int, state);
+        m_state = ActivityState(state);
+        m_control->buildFinished(true);
+        QCOMPARE(story(), u"window.checkFileChanges"_s);
+        QVERIFY(m_control->buildSucceeded());
+    }
+
+    void aPluginThatGoesWithItsWorkspaceEndsNothing()
+    {
+        addBuildProject(u"fw"_s);
+        m_control->buildBuild();
+        story();
+        m_stub->script(u"{fw}"_s).on[u"delete"_s] = [&] { m_control->buildFinished(false); };
+        m_workspace.reset();
+        QCOMPARE(story(), QString());
+    }
+
+    // New contents
+
+    void newContentsReplaceThoseOfTheCurrentProjectAndTheTreeShowsThem()
+    {
+        Project *other = addBuildProject(u"other"_s, u"o.c"_s);
+        Project *project = addBuildProject(u"fw"_s, u"a.c b.c"_s);
+        giveNavigatorTheFocus();
+        select(*tree(), {u"a.c"_s});
+        m_control->xmlFeedback(u"<project><file path=\"new.c\"/></project>"_s);
+        QCOMPARE(treeOf(*project), u"new.c\n"_s);
+        QCOMPARE(treeOf(*other), u"o.c\n"_s);
+        QVERIFY(project->isModified());
+        QVERIFY(shown(*tree()).contains(u"new.c"_s));
+        QVERIFY(!shown(*tree()).contains(u"a.c"_s));
+    }
+
+    void contentsThatAreNoXmlEmptyTheProject()
+    {
+        Project *project = addBuildProject(u"fw"_s, u"a.c"_s);
+        giveNavigatorTheFocus();
+        m_control->xmlFeedback(u"<project"_s);
+        QCOMPARE(treeOf(*project), QString());
+        QVERIFY(!shown(*tree()).contains(u"a.c"_s));
+    }
+
+    void newContentsForNobodyAreDropped()
+    {
+        m_control->xmlFeedback(u"<project/>"_s);
+        m_workspace.reset();
+        m_control->xmlFeedback(u"<project/>"_s);
+        QCOMPARE(story(), QString());
+    }
+
+    // One file
+
+    void aFileIsCompiledWithoutSavingOthers()
+    {
+        Project *project = addBuildProject(u"fw"_s, u"main.c"_s);
+        project->setModified(true);
+        const Document *main = addDocument(u"main.c"_s, true);
+        const Document *other = addDocument(u"other.c"_s, true);
+        m_control->setCurrentFile(path(u"main.c"_s));
+        story();
+        m_control->buildCompileFile();
+        QCOMPARE(story(), u"document.save main.c\n"
+                          "window.state 2, clear page\n"
+                          "fw.compile(%1, Debug)"_s.arg(path(u"main.c"_s)));
+        QVERIFY(!project->isModified());
+        QVERIFY(!main->modified());
+        QVERIFY(other->modified());
+        QCOMPARE(lookup(u"12: a.c;\n"_s), u"a.c at 12"_s);
+    }
+
+    void aFileKnownByItsStoredPathIsCompiledByIt()
+    {
+        addBuildProject(u"fw"_s, u"src/main.c"_s);
+        addDocument(u"src/main.c"_s, true);
+        m_control->setCurrentFile(u"src/main.c"_s);
+        story();
+        m_control->buildCompileFile();
+        QCOMPARE(story(), u"document.save main.c\n"
+                          "window.state 2, clear page\n"
+                          "fw.compile(src/main.c, Debug)"_s);
+    }
+
+    void whatIsNotModifiedIsNotSaved()
+    {
+        Project *project = addBuildProject(u"fw"_s, u"main.c"_s);
+        addDocument(u"main.c"_s, false);
+        QVERIFY(QFile::remove(project->fileName()));
+        m_control->setCurrentFile(path(u"main.c"_s));
+        m_control->buildCompileFile();
+        QVERIFY(!story().contains(u"save"_s));
+        QVERIFY(!QFile::exists(project->fileName()));
+    }
+
+    void aProjectThatCannotBeSavedIsToldAndTheFileCompiled()
+    {
+        Project *project = addBuildProject(u"fw"_s, u"main.c"_s);
+        project->setModified(true);
+        m_directory->remove(); // nothing can be written there
+        m_control->setCurrentFile(path(u"main.c"_s));
+        answer();
+        m_control->buildCompileFile();
+        QCOMPARE(takeMessages(), QStringList{u"warning Varnel: The project ' - fw' could not be saved.\n\n"
+                                             "Please make sure that the project file is not read-only."_s});
+        QVERIFY(story().endsWith(u"fw.compile(%1, Debug)"_s.arg(path(u"main.c"_s))));
+    }
+
+    void aFileOfTwoProjectsIsCompiledByTheCurrentOne_data()
+    {
+        QTest::addColumn<int>("current");
+        QTest::addColumn<QString>("compiler");
+        QTest::newRow("the first is current") << 0 << u"a"_s;
+        QTest::newRow("the second is current") << 1 << u"b"_s;
+        QTest::newRow("neither is current") << 2 << u"a"_s;
+    }
+
+    void aFileOfTwoProjectsIsCompiledByTheCurrentOne()
+    {
+        QFETCH(int, current);
+        QFETCH(QString, compiler);
+        addBuildProject(u"a"_s, u"shared.c"_s);
+        addBuildProject(u"b"_s, u"shared.c"_s);
+        addBuildProject(u"c"_s);
+        m_workspace->setCurrentProject(current);
+        m_control->setCurrentFile(path(u"shared.c"_s));
+        story();
+        m_control->buildCompileFile();
+        QVERIFY(story().endsWith(compiler + u".compile(%1, Debug)"_s.arg(path(u"shared.c"_s))));
+    }
+
+    void nothingToCompileDoesNothing()
+    {
+        addBuildProject(u"fw"_s, u"main.c"_s);
+        m_control->buildCompileFile(); // no file
+        m_control->setCurrentFile(path(u"elsewhere.c"_s));
+        m_control->buildCompileFile(); // no project
+        addProject(u"plain"_s, {}, {}, u"<file path=\"plain.c\"/>"_s);
+        m_control->setCurrentFile(path(u"plain.c"_s));
+        m_control->buildCompileFile(); // no environment
+        QCOMPARE(story(), QString());
+        m_workspace.reset();
+        expectAssert(u"workspace"_s);
+        m_control->buildCompileFile();
+        QCOMPARE(story(), QString());
+    }
+
+    void theCompileCommandNamesTheCurrentFile()
+    {
+        m_control->setCompileAction(m_compile);
+        QCOMPARE(m_compile->text(), u"&Compile file"_s);
+        m_control->setCurrentFile(u"/work/src/main.c"_s);
+        QCOMPARE(m_compile->text(), u"&Compile main.c"_s);
+        m_control->setCurrentFile(u"uart.c"_s);
+        QCOMPARE(m_compile->text(), u"&Compile uart.c"_s);
+        m_control->setCurrentFile({});
+        QCOMPARE(m_compile->text(), u"&Compile file"_s);
+    }
+
+    void withoutACompileCommandItsAvailabilityIsToldAllTheSame()
+    {
+        m_control->setCompileAction(nullptr);
+        m_control->setCurrentFile(u"/work/src/main.c"_s);
+        QCOMPARE(m_compileAvailable, (QList<bool>{false, false}));
+        QCOMPARE(m_control->currentFile(), u"/work/src/main.c"_s);
+    }
+
+    void compilingIsPossibleIfThePluginSaysSo_data()
+    {
+        QTest::addColumn<QString>("file");
+        QTest::addColumn<int>("state");
+        QTest::addColumn<bool>("canCompile");
+        QTest::addColumn<bool>("asked");
+        QTest::addColumn<bool>("available");
+        QTest::newRow("yes") << u"main.c"_s << 1 << true << true << true;
+        QTest::newRow("the plug-in says no") << u"main.c"_s << 1 << false << true << false;
+        QTest::newRow("while building") << u"main.c"_s << 2 << true << false << false;
+        QTest::newRow("in a session") << u"main.c"_s << 5 << true << true << true;
+        QTest::newRow("a file of nobody") << u"else.c"_s << 1 << true << false << false;
+        QTest::newRow("no environment") << u"plain.c"_s << 1 << true << false << false;
+        QTest::newRow("no file") << QString() << 1 << true << false << false;
+    }
+
+    void compilingIsPossibleIfThePluginSaysSo()
+    {
+        QFETCH(QString, file);
+        QFETCH(int, state);
+        QFETCH(bool, canCompile);
+        QFETCH(bool, asked);
+        QFETCH(bool, available);
+        addProject(u"plain"_s, {}, {}, u"<file path=\"plain.c\"/>"_s);
+        addBuildProject(u"fw"_s, u"main.c"_s);
+        m_stub->script(u"{fw}"_s).canCompile = canCompile;
+        m_state = ActivityState(state);
+        m_control->setCurrentFile(file.isEmpty() ? QString() : path(file));
+        QCOMPARE(m_compileAvailable, QList<bool>{available});
+        QCOMPARE(story(), asked ? u"fw.canCompile(%1, Debug)"_s.arg(path(file)) : QString());
+        m_control->refreshCompileAction();
+        QCOMPARE(m_compileAvailable, (QList<bool>{available, available}));
+    }
+
+    void anExceptionIsNoYes()
+    {
+        addBuildProject(u"fw"_s, u"main.c"_s);
+        m_stub->script(u"{fw}"_s).on[u"canCompile"_s] = throwError;
+        expectException("IBuildEnvironment::canCompile");
+        m_control->setCurrentFile(path(u"main.c"_s));
+        QCOMPARE(m_compileAvailable, QList<bool>{false});
+    }
+
+    // The batch
+
+    void theWindowIsBuildingBeforeTheBatchIsAsked()
+    {
+        addBuildProject(u"fw"_s);
+        whenAsked([&](QDialog *dialog) {
+            QCOMPARE(dialog->objectName(), u"newConfigurationDialog"_s);
+            QCOMPARE(dialog->windowTitle(), u"Batch Build"_s);
+            QCOMPARE(story(), u"window.fileSaveAll\nwindow.showOutputDock\nwindow.state 2, clear page"_s);
+            QCOMPARE(lookup(u"12: a.c;\n"_s), u"a.c at 12"_s);
+            click(dialog, u"RebuildButton"_s);
+        });
+        m_control->buildBatchBuild();
+        QCOMPARE(story(), u"fw.build([Debug Release], true)"_s);
+        QCOMPARE(m_state, StateBuilding);
+    }
+
+    void aBatchThatIsRejectedReturnsToIdle()
+    {
+        addBuildProject(u"fw"_s);
+        whenAsked([&](QDialog *dialog) { dialog->reject(); });
+        m_control->buildBatchBuild();
+        QCOMPARE(story(), u"window.fileSaveAll\n"
+                          "window.showOutputDock\n"
+                          "window.state 2, clear page\n"
+                          "window.state 1"_s);
+        QCOMPARE(m_output->page(OutputWindow::Build)->toPlainText(), QString());
+    }
+
+    void aBatchThatEndsAtOnceStaysIdle()
+    {
+        addBuildProject(u"fw"_s);
+        m_stub->script(u"{fw}"_s).on[u"clean"_s] = [&] { m_control->buildFinished(true); };
+        whenAsked([&](QDialog *dialog) { click(dialog, u"CleanButton"_s); });
+        m_control->buildBatchBuild();
+        QCOMPARE(m_state, StateIdle);
+    }
+
+    void aBatchThatCannotBeStartedReturnsToIdle()
+    {
+        addBuildProject(u"fw"_s);
+        m_stub->script(u"{fw}"_s).on[u"build"_s] = throwError;
+        expectException("IBuildEnvironment::build");
+        whenAsked([&](QDialog *dialog) { click(dialog, u"BuildButton"_s); });
+        m_control->buildBatchBuild();
+        QCOMPARE(m_state, StateIdle);
+    }
+
+    void aBatchWithoutEnvironmentIsAMistakeThatBuildsNothing()
+    {
+        addProject(u"fw"_s, {}, {});
+        expectAssert(u"buildEnvironment"_s);
+        whenAsked([&](QDialog *dialog) { click(dialog, u"BuildButton"_s); });
+        m_control->buildBatchBuild();
+        QCOMPARE(m_state, StateIdle);
+    }
+
+    void aRefusalToSaveStopsTheBatch()
+    {
+        addBuildProject(u"fw"_s);
+        m_savesAll = false;
+        m_control->buildBatchBuild();
+        QCOMPARE(story(), u"window.fileSaveAll"_s);
+    }
+
+    void commandsForAProjectThatIsNotThereAreMistakes_data()
+    {
+        QTest::addColumn<QString>("command");
+        for (const QString &command :
+             {u"buildBatchBuild"_s, u"buildConfigurationsNew"_s, u"buildConfigurationsEdit"_s, u"projectRepopulate"_s})
+            QTest::newRow(qPrintable(command)) << command;
+    }
+
+    void commandsForAProjectThatIsNotThereAreMistakes()
+    {
+        QFETCH(QString, command);
+        expectAssert(u"project"_s);
+        call(command);
+        m_workspace.reset();
+        expectAssert(u"workspace"_s);
+        call(command);
+        QCOMPARE(story(), QString());
+    }
+
+    // Configurations, population, work before a session
+
+    void theConfigurationDialogsAreForTheCurrentProject()
+    {
+        Project *project = addBuildProject(u"fw"_s);
+        whenAsked([&](QDialog *dialog) {
+            QCOMPARE(dialog->objectName(), u"newConfigurationDialog"_s);
+            dialog->findChild<QLineEdit *>(u"ConfigNameEdit"_s)->setText(u"Test"_s);
+            dialog->accept();
+        });
+        m_control->buildConfigurationsNew();
+        QCOMPARE(project->properties()->configurations().join(u' '), u"Debug Release Test"_s);
+        whenAsked([&](QDialog *dialog) {
+            QCOMPARE(dialog->objectName(), u"editConfigurationsDialog"_s);
+            dialog->reject();
+        });
+        m_control->buildConfigurationsEdit();
+    }
+
+    void repopulatingAsksTheCurrentProjectsEnvironment()
+    {
+        addBuildProject(u"fw"_s, {}, {IProjectPopulate::Iid});
+        m_control->projectRepopulate();
+        QCOMPARE(story(), u"fw.populate(Debug)"_s);
+        addBuildProject(u"plain"_s);
+        m_control->projectRepopulate();
+        QCOMPARE(story(), QString());
+    }
+
+    void workBeforeASessionIsABuild()
+    {
+        Project *project = addBuildProject(u"fw"_s, {}, {IDebugBuild::Iid});
+        m_control->buildStopBuild();
+        story();
+        QVERIFY(m_control->buildForDebug(project));
+        QCOMPARE(story(), u"window.state 2\nfw.buildForDebug(Debug)"_s); // the page keeps its lines
+        QCOMPARE(m_output->currentPage(), m_output->page(OutputWindow::Build));
+        QVERIFY(!m_control->buildStopped());
+        m_stub->script(u"{fw}"_s).on[u"buildForDebug"_s] = throwError;
+        expectException("IDebugBuild::buildForDebug");
+        QVERIFY(m_control->buildForDebug(project));
+        QCOMPARE(m_state, StateIdle);
+    }
+
+    void withoutWorkBeforeASessionNothingHappens()
+    {
+        Project *project = addBuildProject(u"fw"_s);
+        m_control->buildStopBuild();
+        story();
+        QVERIFY(!m_control->buildForDebug(project));
+        QVERIFY(!m_control->buildForDebug(addProject(u"plain"_s, {}, {})));
+        QVERIFY(!m_control->buildForDebug(nullptr));
+        QCOMPARE(story(), QString());
+        QVERIFY(m_control->buildStopped());
+    }
+};
+
+QTEST_MAIN(BuildControlTest)
+#include "tst_buildcontrol.moc"

@@ -1,0 +1,637 @@
+#include "idockextension.h"
+#include "iworkspaceclient.h"
+#include "outputpage.h"
+#include "outputwindow.h"
+#include "pluginbinder.h"
+#include "pluginbinderhost.h"
+#include "stubfixture.h"
+#include <QAbstractButton>
+#include <QAction>
+#include <QDockWidget>
+#include <QMainWindow>
+#include <QtTest>
+
+using namespace Qt::StringLiterals;
+
+/// The binding of projects to plug-in objects, and the way of every event from a plug-in to the window.
+class PluginBinderTest : public QObject, protected StubFixture, public PluginBinderHost
+{
+    Q_OBJECT
+
+private:
+    std::unique_ptr<QMainWindow> m_window;
+    OutputWindow *m_output = nullptr;
+    QAction *m_peripherals = nullptr;
+    std::unique_ptr<PluginBinder> m_binder;
+    QStringList m_heard;
+    QStringList m_layout; ///< what the dock windows were when the layout was saved and restored
+
+    // PluginBinderHost
+    IPluginObject *createPlugin(const QString &feature) const override { return create(feature); }
+    ProjectWorkspace *projectWorkspace() const override { return m_workspace.get(); }
+    OutputWindow *outputWindow() const override { return m_output; }
+    QAction *action(const QString &name) const override { return m_window->findChild<QAction *>(name); }
+    QWidget *dialogParent() override { return m_window.get(); }
+    void saveDockLayout() override { m_layout += u"save "_s + dockNames(); }
+    void restoreDockLayout() override { m_layout += u"restore "_s + dockNames(); }
+    QDockWidget *addDockWindow(const QString &objectName) override
+    {
+        auto *dock = new QDockWidget(m_window.get());
+        dock->setObjectName(objectName);
+        m_window->addDockWidget(Qt::RightDockWidgetArea, dock);
+        return dock;
+    }
+
+    QString dockNames() const
+    {
+        QStringList names;
+        for (const QDockWidget *dock : m_binder->extensionDocks())
+            names += dock->objectName();
+        return names.join(u' ');
+    }
+
+    void makeBinder()
+    {
+        m_binder = std::make_unique<PluginBinder>(*this);
+        const auto nameOf = [this](IExecutionEnvironment *environment) {
+            for (int i = 0; i < m_workspace->count(); ++i) {
+                if (m_workspace->project(i)->executionInterface() == environment)
+                    return m_workspace->project(i)->name();
+            }
+            return u"nobody"_s;
+        };
+        connect(m_binder.get(), &PluginBinder::buildFinished, this,
+                [this](bool success) { m_heard += u"finished %1"_s.arg(success); });
+        connect(m_binder.get(), &PluginBinder::xmlFeedback, this,
+                [this](const QString &xml) { m_heard += u"xml "_s + xml; });
+        connect(m_binder.get(), &PluginBinder::processorStatusChanged, this, [=, this](auto status, auto *environment) {
+            m_heard += u"processor %1 of %2"_s.arg(status).arg(nameOf(environment));
+        });
+        connect(m_binder.get(), &PluginBinder::programStatusChanged, this, [=, this](auto status, auto *environment) {
+            m_heard += u"program %1 of %2"_s.arg(status).arg(nameOf(environment));
+        });
+        connect(m_binder.get(), &PluginBinder::statusInfo, this,
+                [=, this](const QString &text, int position, auto *environment) {
+                    m_heard += u"status %1 at %2 of %3"_s.arg(text).arg(position).arg(nameOf(environment));
+                });
+        connect(m_binder.get(), &PluginBinder::breakpointsChanged, this,
+                [=, this](auto *environment) { m_heard += u"breakpoints of "_s + nameOf(environment); });
+    }
+
+    QString page(uint number) const { return m_output->page(number)->toPlainText(); }
+    QStringList calls() { return m_stub->takeCalls(); }
+    QStringList heard() { return std::exchange(m_heard, {}); }
+    StubObjectState &object(const QString &label) { return *m_stub->object(label); }
+
+    static QWidget *widget(const QString &title)
+    {
+        auto *widget = new QWidget;
+        widget->setWindowTitle(title);
+        widget->resize(80, 60);
+        return widget;
+    }
+
+private Q_SLOTS:
+    void init()
+    {
+        setUp();
+        m_window = std::make_unique<QMainWindow>();
+        m_output = new OutputWindow(m_window.get());
+        m_peripherals = new QAction(m_window.get());
+        m_peripherals->setObjectName(u"debugTogglePeripheralWindow"_s);
+        m_peripherals->setVisible(false);
+        makeBinder();
+    }
+
+    void cleanup()
+    {
+        m_workspace.reset();
+        m_binder.reset();
+        tearDown();
+        m_window.reset();
+        m_heard.clear();
+        m_layout.clear();
+    }
+
+    // The sequence
+
+    void aProjectWithoutEnvironmentsGetsNoneAndNoMessage()
+    {
+        buildScript(u"gcc"_s);
+        Project *project = addProject(u"fw"_s, {}, {});
+        m_binder->bindProjectPlugins(project);
+        QVERIFY(!project->buildInterface());
+        QVERIFY(!project->executionInterface());
+        QCOMPARE(calls(), QStringList());
+        QCOMPARE(takeMessages(), QStringList());
+    }
+
+    void aBuildEnvironmentIsInitialisedThenGivenItsProjectThenTheWorkspace()
+    {
+        buildScript(u"gcc"_s, {IWorkspaceClient::Iid});
+        Project *project = addProject(u"fw"_s, u"gcc"_s, {});
+        m_binder->bindProjectPlugins(project);
+        QCOMPARE(calls(),
+                 (QStringList{u"gcc.initialise(gcc option)"_s, u"gcc.setProject(fw)"_s, u"gcc.setQueryInterface()"_s}));
+        QVERIFY(project->buildInterface());
+        QVERIFY(!project->executionInterface());
+    }
+
+    void anExecutionEnvironmentGetsItsProjectWhenInitialised()
+    {
+        executionScript(u"sim"_s, {IWorkspaceClient::Iid});
+        Project *project = addProject(u"fw"_s, {}, u"sim"_s);
+        m_binder->bindProjectPlugins(project);
+        QCOMPARE(calls(), (QStringList{u"sim.initialise(fw, sim option)"_s, u"sim.setQueryInterface()"_s}));
+        QVERIFY(!project->buildInterface());
+        QVERIFY(project->executionInterface());
+    }
+
+    void theBuildEnvironmentComesFirst()
+    {
+        buildScript(u"gcc"_s);
+        executionScript(u"sim"_s);
+        m_binder->bindProjectPlugins(addProject(u"fw"_s, u"gcc"_s, u"sim"_s));
+        QCOMPARE(calls(), (QStringList{u"gcc.initialise(gcc option)"_s, u"gcc.setProject(fw)"_s,
+                                       u"sim.initialise(fw, sim option)"_s}));
+    }
+
+    void oneFeatureForBothIsCreatedTwice()
+    {
+        script(u"all"_s, {IBuildEnvironment::Iid, IExecutionEnvironment::Iid});
+        Project *project = addProject(u"fw"_s, u"all"_s, u"all"_s);
+        m_binder->bindProjectPlugins(project);
+        QCOMPARE(m_stub->objectCount(), 2);
+        QVERIFY(project->buildInterface());
+        QVERIFY(project->executionInterface());
+    }
+
+    void theProjectIsBoundWhileItsPluginIsInitialised()
+    {
+        StubScript &gcc = buildScript(u"gcc"_s);
+        Project *project = addProject(u"fw"_s, u"gcc"_s, {});
+        gcc.on[u"initialise"_s] = [&] { QVERIFY(project->buildInterface()); };
+        m_binder->bindProjectPlugins(project);
+        QCOMPARE(calls().size(), 2);
+    }
+
+    void bothGoWithTheirProjectTheExecutionEnvironmentFirst()
+    {
+        QStringList gone;
+        buildScript(u"gcc"_s).on[u"delete"_s] = [&] { gone += u"gcc"_s; };
+        executionScript(u"sim"_s).on[u"delete"_s] = [&] { gone += u"sim"_s; };
+        Project *project = addProject(u"fw"_s, u"gcc"_s, u"sim"_s);
+        m_binder->bindProjectPlugins(project);
+        QCOMPARE(m_stub->objectCount(), 2);
+        m_workspace->removeProject(project);
+        QCOMPARE(gone, (QStringList{u"sim"_s, u"gcc"_s}));
+        QCOMPARE(m_stub->objectCount(), 0);
+    }
+
+    void aWorkspaceThatIsOpenedAgainGetsNewObjects()
+    {
+        buildScript(u"gcc"_s);
+        m_binder->bindProjectPlugins(addProject(u"fw"_s, u"gcc"_s, {}));
+        const quintptr first = quintptr(m_stub->object(u"gcc"_s)->buildEvents.get());
+        QVERIFY(first);
+        m_workspace = std::make_unique<ProjectWorkspace>(path(u"all.vnw"_s));
+        QCOMPARE(m_stub->objectCount(), 0);
+        m_binder->bindProjectPlugins(addProject(u"fw"_s, u"gcc"_s, {}));
+        QCOMPARE(m_stub->objectCount(), 1);
+        QCOMPARE(calls().count(u"gcc.initialise(gcc option)"_s), 2);
+    }
+
+    // What goes wrong
+
+    void aMissingBuildEnvironmentIsToldAndTheOtherBound()
+    {
+        executionScript(u"sim"_s);
+        Project *project = addProject(u"fw"_s, u"gcc"_s, u"sim"_s);
+        answer();
+        m_binder->bindProjectPlugins(project);
+        QCOMPARE(takeMessages(), QStringList{u"information Varnel: The workspace contains a project that requires the "
+                                             "gcc tools build environment, which is not installed.\n"
+                                             "You will not be able to build the project."_s});
+        QVERIFY(!project->buildInterface());
+        QVERIFY(project->executionInterface());
+    }
+
+    void aMissingExecutionEnvironmentIsTold()
+    {
+        buildScript(u"gcc"_s);
+        Project *project = addProject(u"fw"_s, u"gcc"_s, u"sim"_s);
+        answer();
+        m_binder->bindProjectPlugins(project);
+        QCOMPARE(takeMessages(), QStringList{u"information Varnel: The workspace contains a project that requires the "
+                                             "sim tools execution environment, which is not installed.\n"
+                                             "You will not be able to debug or run the project."_s});
+        QVERIFY(project->buildInterface());
+        QVERIFY(!project->executionInterface());
+    }
+
+    void featuresAreComparedLetterByLetter()
+    {
+        buildScript(u"GCC"_s);
+        answer();
+        m_binder->bindProjectPlugins(addProject(u"fw"_s, u"gcc"_s, {}));
+        QCOMPARE(takeMessages().size(), 1);
+    }
+
+    void aPluginWithoutTheMainInterfaceIsIgnoredWithoutAWord()
+    {
+        script(u"other"_s, {IWorkspaceClient::Iid});
+        Project *project = addProject(u"fw"_s, u"other"_s, u"other"_s);
+        m_binder->bindProjectPlugins(project);
+        QVERIFY(!project->buildInterface());
+        QVERIFY(!project->executionInterface());
+        QCOMPARE(calls(), QStringList());
+        QCOMPARE(m_stub->objectCount(), 0);
+    }
+
+    void aBuildEnvironmentThatFailsToInitialiseStaysBound()
+    {
+        buildScript(u"gcc"_s, {IWorkspaceClient::Iid}).initialised = false;
+        Project *project = addProject(u"fw"_s, u"gcc"_s, {});
+        answer();
+        m_binder->bindProjectPlugins(project);
+        QCOMPARE(takeMessages(), QStringList{u"information Varnel: The build system could not be initialised.\n\n"
+                                             "Please see Build Output window for details."_s});
+        QCOMPARE(calls(),
+                 (QStringList{u"gcc.initialise(gcc option)"_s, u"gcc.setProject(fw)"_s, u"gcc.setQueryInterface()"_s}));
+        QVERIFY(project->buildInterface());
+    }
+
+    void anExecutionEnvironmentThatFailsToInitialiseStaysBound()
+    {
+        executionScript(u"sim"_s, {IWorkspaceClient::Iid, IPeripherals::Iid}).initialised = false;
+        Project *project = addProject(u"fw"_s, {}, u"sim"_s);
+        answer();
+        m_binder->bindProjectPlugins(project);
+        QCOMPARE(takeMessages(), QStringList{u"information Varnel: The debugger could not be initialised.\n\n"
+                                             "Please see Debug Output window for details."_s});
+        QCOMPARE(calls(), (QStringList{u"sim.initialise(fw, sim option)"_s, u"sim.setQueryInterface()"_s}));
+        QVERIFY(project->executionInterface());
+        QVERIFY(m_peripherals->isVisible());
+    }
+
+    void aProjectThatGoesWhileAMessageIsUpIsLeftAlone()
+    {
+        buildScript(u"gcc"_s).initialised = false;
+        executionScript(u"sim"_s);
+        Project *project = addProject(u"fw"_s, u"gcc"_s, u"sim"_s);
+        QTimer::singleShot(0, this, [&] { m_workspace->removeProject(project); });
+        answer();
+        m_binder->bindProjectPlugins(project);
+        QCOMPARE(calls(), QStringList{u"gcc.initialise(gcc option)"_s});
+        QCOMPARE(m_stub->objectCount(), 0);
+    }
+
+    void anExceptionOfACallEndsAtTheBorder_data()
+    {
+        QTest::addColumn<QString>("call");
+        QTest::addColumn<QString>("operation");
+        QTest::addColumn<QStringList>("messages");
+        const QStringList none;
+        const QStringList missing{
+            u"information Varnel: The workspace contains a project that requires the x tools build "
+            "environment, which is not installed.\nYou will not be able to build the project."_s,
+            u"information Varnel: The workspace contains a project that requires the x tools "
+            "execution environment, which is not installed.\n"
+            "You will not be able to debug or run the project."_s};
+        const QStringList failed{u"information Varnel: The build system could not be initialised.\n\n"
+                                 "Please see Build Output window for details."_s,
+                                 u"information Varnel: The debugger could not be initialised.\n\n"
+                                 "Please see Debug Output window for details."_s};
+        QTest::newRow("create") << u"create"_s << u"IPluginFactory::create IPluginFactory::create"_s << missing;
+        QTest::newRow("initialise") << u"initialise"_s
+                                    << u"IBuildEnvironment::initialise IExecutionEnvironment::initialise"_s << failed;
+        QTest::newRow("setProject") << u"setProject"_s << u"IBuildEnvironment::setProject"_s << none;
+        QTest::newRow("setQueryInterface")
+            << u"setQueryInterface"_s << u"IWorkspaceClient::setQueryInterface IWorkspaceClient::setQueryInterface"_s
+            << none;
+        QTest::newRow("widgets") << u"widgets"_s << u"IDockExtension::widgets"_s << none;
+        QTest::newRow("workspaceChanged")
+            << u"workspaceChanged"_s << u"IWorkspaceClient::workspaceChanged IWorkspaceClient::workspaceChanged"_s
+            << none;
+    }
+
+    void anExceptionOfACallEndsAtTheBorder()
+    {
+        QFETCH(QString, call);
+        QFETCH(QString, operation);
+        QFETCH(QStringList, messages);
+        script(u"x"_s, {IBuildEnvironment::Iid, IExecutionEnvironment::Iid, IWorkspaceClient::Iid, IDockExtension::Iid})
+            .on[call] = throwError;
+        for (const QString &each : operation.split(u' '))
+            expectException(qPrintable(each));
+        answer(QMessageBox::Ok, messages.size());
+        Project *project = addProject(u"fw"_s, u"x"_s, u"x"_s);
+        m_binder->bindProjectPlugins(project);
+        m_binder->notifyWorkspaceChanged();
+        QCOMPARE(takeMessages(), messages);
+        QCOMPARE(m_stub->objectCount(), call == u"create"_s ? 0 : 2);
+    }
+
+    // What a build environment says
+
+    void theEndOfABuildAndNewContentsArePassedOn()
+    {
+        buildScript(u"gcc"_s);
+        m_binder->bindProjectPlugins(addProject(u"fw"_s, u"gcc"_s, {}));
+        object(u"gcc"_s).buildEvents->buildFinished(true);
+        object(u"gcc"_s).buildEvents->buildFinished(false);
+        object(u"gcc"_s).buildEvents->xmlFeedback(u"<project/>"_s);
+        QCOMPARE(heard(), (QStringList{u"finished 1"_s, u"finished 0"_s, u"xml <project/>"_s}));
+    }
+
+    void buildFeedbackGoesToTheBuildPageAlsoWhileInitialising()
+    {
+        StubScript &gcc = buildScript(u"gcc"_s);
+        gcc.on[u"initialise"_s] = [&] { object(u"gcc"_s).buildEvents->feedback(u"no compiler\n"_s); };
+        m_binder->bindProjectPlugins(addProject(u"fw"_s, u"gcc"_s, {}));
+        object(u"gcc"_s).buildEvents->feedback(u"ab"_s);
+        object(u"gcc"_s).buildEvents->feedback(u"c\n"_s);
+        QCOMPARE(page(OutputWindow::Build), u"no compiler\nabc\n"_s);
+        QCOMPARE(page(OutputWindow::Debug), QString());
+    }
+
+    void whatThePluginKeepsNobodyElseKeeps()
+    {
+        buildScript(u"gcc"_s);
+        executionScript(u"sim"_s);
+        m_binder->bindProjectPlugins(addProject(u"fw"_s, u"gcc"_s, u"sim"_s));
+        const QPointer<QObject> build = dynamic_cast<QObject *>(object(u"gcc"_s).buildEvents.get());
+        const QPointer<QObject> execution = dynamic_cast<QObject *>(object(u"sim"_s).executionEvents.get());
+        QVERIFY(build && execution);
+        object(u"gcc"_s).buildEvents.reset();
+        QVERIFY(!build);
+        object(u"sim"_s).executionEvents.reset();
+        QVERIFY(!execution);
+    }
+
+    void theHostLetsGoOfTheBuildEventsOnceTheyAreHandedOver()
+    {
+        QPointer<QObject> events;
+        bool goneInTime = false;
+        StubScript &gcc = buildScript(u"gcc"_s);
+        gcc.on[u"initialise"_s] = [&] {
+            events = dynamic_cast<QObject *>(object(u"gcc"_s).buildEvents.get());
+            object(u"gcc"_s).buildEvents.reset();
+            QVERIFY(events);
+        };
+        gcc.on[u"setProject"_s] = [&] { goneInTime = events.isNull(); };
+        m_binder->bindProjectPlugins(addProject(u"fw"_s, u"gcc"_s, {}));
+        QVERIFY(goneInTime);
+    }
+
+    void anObjectThatOutlivesItsProjectIsNotHeard()
+    {
+        buildScript(u"gcc"_s);
+        executionScript(u"sim"_s);
+        Project *project = addProject(u"fw"_s, u"gcc"_s, u"sim"_s);
+        m_binder->bindProjectPlugins(project);
+        const auto gcc = shareInterface(project->buildInterface());
+        const auto sim = shareInterface(project->executionInterface());
+        m_workspace->removeProject(project);
+        QCOMPARE(m_stub->objectCount(), 2);
+        object(u"gcc"_s).buildEvents->buildFinished(true);
+        object(u"gcc"_s).buildEvents->feedback(u"late\n"_s);
+        object(u"sim"_s).executionEvents->programStatusChanged(IExecutionEnvironment::ProgramPaused);
+        object(u"sim"_s).executionEvents->feedback(u"late\n"_s, {}, true);
+        QCOMPARE(heard(), QStringList());
+        QCOMPARE(page(OutputWindow::Build) + page(OutputWindow::Debug), QString());
+        QCOMPARE(object(u"gcc"_s).project->name(), QString());
+    }
+
+    // What an execution environment says
+
+    void reportsTellWhichEnvironmentSpoke()
+    {
+        executionScript(u"sim"_s);
+        executionScript(u"probe"_s);
+        m_binder->bindProjectPlugins(addProject(u"fw"_s, {}, u"sim"_s));
+        m_binder->bindProjectPlugins(addProject(u"dsp"_s, {}, u"probe"_s));
+        object(u"probe"_s).executionEvents->processorStatusChanged(IExecutionEnvironment::ProcessorStatus(7));
+        object(u"sim"_s).executionEvents->programStatusChanged(IExecutionEnvironment::ProgramBreakpointHit);
+        object(u"probe"_s).executionEvents->statusInfo(u"123 cycles"_s, 2);
+        object(u"sim"_s).executionEvents->breakpointsChanged();
+        QCOMPARE(heard(), (QStringList{u"processor 7 of dsp"_s, u"program 5 of fw"_s,
+                                       u"status 123 cycles at 2 of dsp"_s, u"breakpoints of fw"_s}));
+    }
+
+    void reportsAreHeardWhileInitialising()
+    {
+        StubScript &sim = executionScript(u"sim"_s);
+        sim.on[u"initialise"_s] = [&] { object(u"sim"_s).executionEvents->statusInfo(u"USB"_s, 0); };
+        m_binder->bindProjectPlugins(addProject(u"fw"_s, {}, u"sim"_s));
+        QCOMPARE(heard(), QStringList{u"status USB at 0 of fw"_s});
+    }
+
+    void debugFeedbackGoesToThePageItNames()
+    {
+        executionScript(u"sim"_s);
+        m_binder->bindProjectPlugins(addProject(u"fw"_s, {}, u"sim"_s));
+        IExecutionEvents *events = object(u"sim"_s).executionEvents.get();
+        events->feedback(u"loaded\n"_s, {}, false);
+        events->feedback(u"hello\n"_s, u"UART"_s, false);
+        events->feedback(u"linked\n"_s, u"Build"_s, false);
+        QCOMPARE(page(OutputWindow::Debug), u"loaded"_s);
+        QCOMPARE(page(OutputWindow::Build), u"linked"_s);
+        QCOMPARE(page(3), u"hello"_s);
+    }
+
+    void seriousFeedbackBringsItsPageForward()
+    {
+        executionScript(u"sim"_s);
+        m_binder->bindProjectPlugins(addProject(u"fw"_s, {}, u"sim"_s));
+        IExecutionEvents *events = object(u"sim"_s).executionEvents.get();
+        events->feedback(u"slow\n"_s, {}, false);
+        QCOMPARE(m_output->currentPage(), m_output->page(OutputWindow::Build));
+        events->feedback(u"lost\n"_s, {}, true);
+        QCOMPARE(m_output->currentPage(), m_output->page(OutputWindow::Debug));
+    }
+
+    // Peripherals
+
+    void thePeripheralCommandOnceShownStays()
+    {
+        executionScript(u"plain"_s);
+        executionScript(u"sim"_s, {IPeripherals::Iid});
+        m_binder->bindProjectPlugins(addProject(u"fw"_s, {}, u"plain"_s));
+        QVERIFY(!m_peripherals->isVisible());
+        Project *project = addProject(u"dsp"_s, {}, u"sim"_s);
+        m_binder->bindProjectPlugins(project);
+        QVERIFY(m_peripherals->isVisible());
+        m_workspace->removeProject(project);
+        m_binder->bindProjectPlugins(addProject(u"io"_s, {}, u"plain"_s));
+        QVERIFY(m_peripherals->isVisible());
+    }
+
+    void aUserInterfaceWithoutThePeripheralCommandIsFine()
+    {
+        delete m_peripherals;
+        executionScript(u"sim"_s, {IPeripherals::Iid});
+        Project *project = addProject(u"fw"_s, {}, u"sim"_s);
+        m_binder->bindProjectPlugins(project);
+        QVERIFY(project->executionInterface());
+    }
+
+    // Dock windows
+
+    void widgetsOfAnEnvironmentBecomeHiddenDockWindowsAtTheRight()
+    {
+        executionScript(u"sim"_s, {IDockExtension::Iid}).widgets = [] {
+            const QList<QWidget *> widgets{widget(u"Trace"_s), widget(u"LEDs"_s)};
+            widgets[1]->hide();
+            return widgets;
+        };
+        m_window->show();
+        m_binder->bindProjectPlugins(addProject(u"fw"_s, {}, u"sim"_s));
+        QCOMPARE(m_layout, (QStringList{u"save "_s, u"restore pluginTrace pluginLEDs"_s}));
+        const QList<QDockWidget *> docks = m_binder->extensionDocks();
+        QCOMPARE(docks.size(), 2);
+        for (const QDockWidget *dock : docks) {
+            QVERIFY(dock->isHidden());
+            QVERIFY(!dock->widget()->isHidden());
+            QVERIFY(dock->features().testFlag(QDockWidget::DockWidgetClosable));
+            QCOMPARE(m_window->dockWidgetArea(const_cast<QDockWidget *>(dock)), Qt::RightDockWidgetArea);
+        }
+        QCOMPARE(docks[0]->windowTitle(), u"Trace"_s);
+        QCOMPARE(docks[1]->windowTitle(), u"LEDs"_s);
+    }
+
+    void withSeveralProjectsTheirCaptionsNameTheProject()
+    {
+        for (const QString &label : {u"sim"_s, u"probe"_s}) {
+            executionScript(label, {IDockExtension::Iid}).widgets = [] { return QList<QWidget *>{widget(u"Trace"_s)}; };
+        }
+        Project *fw = addProject(u"fw"_s, {}, u"sim"_s);
+        Project *dsp = addProject(u"dsp"_s, {}, u"probe"_s);
+        m_binder->bindProjectPlugins(fw);
+        m_binder->bindProjectPlugins(dsp);
+        QCOMPARE(dockNames(), u"pluginTrace pluginTrace"_s);
+        QCOMPARE(m_binder->extensionDocks()[0]->windowTitle(), u"Trace (fw)"_s);
+        QCOMPARE(m_binder->extensionDocks()[1]->windowTitle(), u"Trace (dsp)"_s);
+    }
+
+    void dockWindowsAreAskedOfExecutionEnvironmentsOnly()
+    {
+        buildScript(u"gcc"_s, {IDockExtension::Iid});
+        m_binder->bindProjectPlugins(addProject(u"fw"_s, u"gcc"_s, {}));
+        QCOMPARE(m_layout, QStringList());
+        QVERIFY(!calls().contains(u"gcc.widgets()"_s));
+    }
+
+    void choosingADockWindowShowsItAndHidesIt()
+    {
+        executionScript(u"sim"_s, {IDockExtension::Iid}).widgets = [] {
+            return QList<QWidget *>{widget(u"Trace"_s), widget(u"LEDs"_s)};
+        };
+        m_binder->bindProjectPlugins(addProject(u"fw"_s, {}, u"sim"_s));
+        const auto shown = [&] {
+            QString text;
+            for (const MenuEntry &entry : m_binder->extensionDockEntries())
+                text += (entry.checked.value() ? u"[x] "_s : u"[ ] "_s) + entry.text + u' ';
+            return text.trimmed();
+        };
+        QCOMPARE(shown(), u"[ ] Trace [ ] LEDs"_s);
+        m_binder->toggleExtensionDock(1);
+        QCOMPARE(shown(), u"[ ] Trace [x] LEDs"_s);
+        m_binder->toggleExtensionDock(0);
+        m_binder->toggleExtensionDock(1);
+        QCOMPARE(shown(), u"[x] Trace [ ] LEDs"_s);
+        m_binder->toggleExtensionDock(2);
+        m_binder->toggleExtensionDock(-1);
+        QCOMPARE(shown(), u"[x] Trace [ ] LEDs"_s);
+    }
+
+    void theOwnerOfDockWindowsLivesUntilTheyAreDeleted()
+    {
+        QPointer<QWidget> trace;
+        bool widgetWasGone = false;
+        StubScript &sim = executionScript(u"sim"_s, {IDockExtension::Iid});
+        sim.widgets = [&] {
+            trace = widget(u"Trace"_s);
+            return QList<QWidget *>{trace};
+        };
+        sim.on[u"delete"_s] = [&] { widgetWasGone = trace.isNull(); };
+        m_binder->bindProjectPlugins(addProject(u"fw"_s, {}, u"sim"_s));
+        m_workspace.reset();
+        QVERIFY(trace);
+        QCOMPARE(m_stub->objectCount(), 1);
+        QCOMPARE(m_binder->extensionDocks().size(), 1);
+        m_binder->deleteExtensionDocks();
+        QVERIFY(widgetWasGone);
+        QCOMPARE(m_binder->extensionDocks().size(), 0);
+        QCOMPARE(m_stub->objectCount(), 0);
+    }
+
+    void anEnvironmentWithoutWidgetsGoesWithItsProject()
+    {
+        executionScript(u"sim"_s, {IDockExtension::Iid});
+        m_binder->bindProjectPlugins(addProject(u"fw"_s, {}, u"sim"_s));
+        m_workspace.reset();
+        QCOMPARE(m_stub->objectCount(), 0);
+    }
+
+    void aDockWindowThatIsDeletedElsewhereIsForgotten()
+    {
+        executionScript(u"sim"_s, {IDockExtension::Iid}).widgets = [] {
+            return QList<QWidget *>{widget(u"Trace"_s), widget(u"LEDs"_s)};
+        };
+        m_binder->bindProjectPlugins(addProject(u"fw"_s, {}, u"sim"_s));
+        delete m_binder->extensionDocks().first();
+        QCOMPARE(dockNames(), u"pluginLEDs"_s);
+    }
+
+    // Changes of the workspace
+
+    void everyEnvironmentHearsOfTheWorkspaceBuildBeforeExecution()
+    {
+        buildScript(u"gcc"_s, {IWorkspaceClient::Iid});
+        executionScript(u"sim"_s, {IWorkspaceClient::Iid});
+        buildScript(u"deaf"_s);
+        executionScript(u"probe"_s, {IWorkspaceClient::Iid});
+        m_binder->bindProjectPlugins(addProject(u"fw"_s, u"gcc"_s, u"sim"_s));
+        m_binder->bindProjectPlugins(addProject(u"dsp"_s, u"deaf"_s, u"probe"_s));
+        addProject(u"doc"_s, {}, {});
+        calls();
+        m_binder->notifyWorkspaceChanged();
+        QCOMPARE(calls(), (QStringList{u"gcc.workspaceChanged()"_s, u"sim.workspaceChanged()"_s,
+                                       u"probe.workspaceChanged()"_s}));
+    }
+
+    void aWorkspaceThatGoesOnTheWayHarmsNobody()
+    {
+        buildScript(u"gcc"_s, {IWorkspaceClient::Iid}).on[u"workspaceChanged"_s] = [&] { m_workspace.reset(); };
+        executionScript(u"sim"_s, {IWorkspaceClient::Iid});
+        m_binder->bindProjectPlugins(addProject(u"fw"_s, u"gcc"_s, u"sim"_s));
+        m_binder->notifyWorkspaceChanged();
+        QCOMPARE(m_stub->objectCount(), 0);
+        m_binder->notifyWorkspaceChanged();
+    }
+
+    void aPluginReachesThoseOfTheOtherProjects()
+    {
+        buildScript(u"gcc"_s, {IWorkspaceClient::Iid});
+        executionScript(u"sim"_s);
+        m_binder->bindProjectPlugins(addProject(u"fw"_s, u"gcc"_s, u"sim"_s));
+        Project *dsp = addProject(u"dsp"_s, {}, u"sim"_s);
+        m_binder->bindProjectPlugins(dsp);
+        const InterfacePtr<IQueryPluginInterface> query = shareInterface(object(u"gcc"_s).query.get());
+        QCOMPARE(query->interfaceCount(IExecutionEnvironment::Iid), 1);
+        QUnknownInterface *found = nullptr;
+        QCOMPARE(query->queryInterface(IExecutionEnvironment::Iid, &found, 1), QS_OK);
+        QCOMPARE(found, static_cast<QUnknownInterface *>(dsp->executionInterface()));
+        found->release();
+    }
+
+    void noProjectIsAMistake()
+    {
+        expectAssert(u"project"_s);
+        m_binder->bindProjectPlugins(nullptr);
+    }
+};
+
+QTEST_MAIN(PluginBinderTest)
+#include "tst_pluginbinder.moc"

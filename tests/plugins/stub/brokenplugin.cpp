@@ -1,0 +1,61 @@
+#include "pluginfactory.h"
+#include <stdexcept>
+
+using namespace Qt::StringLiterals;
+
+// One source, several libraries, each of which fails its host at another moment.
+
+/// Defined nowhere.
+void missingFunction();
+
+namespace {
+void fail(const char *moment)
+{
+    using namespace std::string_literals;
+    if (moment == std::string(BROKENPLUGIN_THROWS_IN))
+        throw std::runtime_error("broken in "s + moment);
+}
+} // namespace
+
+class BrokenPlugin : public QObject, public IPluginFactory
+{
+    Q_OBJECT
+    Q_PLUGIN_METADATA(IID VarnelPluginFactoryIid)
+    Q_INTERFACES(IPluginFactory)
+
+public:
+    BrokenPlugin() { fail("constructor"); }
+
+    QRESULT queryInterface(const QUuid &, QUnknownInterface **out) override
+    {
+        *out = nullptr;
+        return QE_NOINTERFACE;
+    }
+    unsigned long addRef() override { return 1; }
+    unsigned long release() override { return 1; }
+
+    QStringList featureList() override
+    {
+        fail("featureList");
+        return {u"{broken}"_s};
+    }
+    IPluginObject *create(const QString &) override
+    {
+        fail("create");
+#ifdef BROKENPLUGIN_LACKS_SYMBOL
+        missingFunction();
+#endif
+        return nullptr;
+    }
+    QString name() override
+    {
+        fail("name");
+        return u"Broken"_s;
+    }
+    QPixmap logo() override
+    {
+        return {};
+    }
+};
+
+#include "brokenplugin.moc"

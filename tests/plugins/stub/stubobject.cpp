@@ -1,0 +1,481 @@
+#include "stubobject.h"
+#include <QPixmap>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+QString textOf(bool argument)
+{
+    return argument ? u"true"_s : u"false"_s;
+}
+
+QString textOf(int argument)
+{
+    return QString::number(argument);
+}
+
+QString textOf(uint argument)
+{
+    return QString::number(argument);
+}
+
+QString textOf(const QString &argument)
+{
+    return argument;
+}
+
+QString textOf(const QStringList &argument)
+{
+    return u'[' + argument.join(u' ') + u']';
+}
+} // namespace
+
+StubObject::StubObject(const std::shared_ptr<StubScript> &script, Log &log) : m_script(script), m_log(log)
+{
+    label = script->label;
+    m_log.objects.append(this);
+}
+
+StubObject::~StubObject()
+{
+    m_log.objects.removeOne(this);
+    if (m_script->on.contains(u"delete"_s))
+        m_script->on.value(u"delete"_s)();
+}
+
+template <typename... Arguments>
+void StubObject::record(const QString &call, const Arguments &...arguments)
+{
+    m_log.calls.append(label + u'.' + call + u'(' + QStringList{textOf(arguments)...}.join(u", "_s) + u')');
+    if (const std::function<void()> action = m_script->on.value(call))
+        action();
+}
+
+QRESULT StubObject::queryInterface(const QUuid &id, QUnknownInterface **out)
+{
+    *out = nullptr;
+    if (id != QUnknownInterface::Iid && !m_script->offers.contains(id))
+        return QE_NOINTERFACE;
+    return InterfaceObject::queryInterface(id, out);
+}
+
+bool StubObject::initialise(IBuildEvents *events, const QString &option)
+{
+    buildEvents = shareInterface(events);
+    record(u"initialise"_s, option);
+    return m_script->initialised;
+}
+
+void StubObject::setProject(IProject *givenProject)
+{
+    project = shareInterface(givenProject);
+    record(u"setProject"_s, project->name());
+}
+
+void StubObject::compile(const QString &file, const QString &configuration)
+{
+    record(u"compile"_s, file, configuration);
+}
+
+bool StubObject::canCompile(const QString &file, const QString &configuration)
+{
+    record(u"canCompile"_s, file, configuration);
+    return m_script->canCompile;
+}
+
+void StubObject::build(const QStringList &configurations, bool rebuild)
+{
+    record(u"build"_s, configurations, rebuild);
+}
+
+void StubObject::clean(const QStringList &configurations)
+{
+    record(u"clean"_s, configurations);
+}
+
+void StubObject::stop()
+{
+    record(u"stop"_s);
+}
+
+bool StubObject::isUpToDate(const QString &configuration)
+{
+    record(u"isUpToDate"_s, configuration);
+    return m_script->upToDate;
+}
+
+bool StubObject::initialise(IProject *givenProject, IExecutionEvents *events, const QString &option)
+{
+    project = shareInterface(givenProject);
+    executionEvents = shareInterface(events);
+    record(u"initialise"_s, project->name(), option);
+    return m_script->initialised;
+}
+
+bool StubObject::start(bool attachOnly)
+{
+    record(u"start"_s, attachOnly);
+    return m_script->started;
+}
+
+bool StubObject::canAttach()
+{
+    record(u"canAttach"_s);
+    return m_script->canAttach;
+}
+
+void StubObject::run()
+{
+    record(u"run"_s);
+}
+
+void StubObject::runTo(const QString &file, int line)
+{
+    record(u"runTo"_s, file, line);
+}
+
+void StubObject::stepInto(const QString &file)
+{
+    record(u"stepInto"_s, file);
+}
+
+void StubObject::stepOver(const QString &file)
+{
+    record(u"stepOver"_s, file);
+}
+
+void StubObject::pause()
+{
+    record(u"pause"_s);
+}
+
+void StubObject::restart()
+{
+    record(u"restart"_s);
+}
+
+void StubObject::wakeUp()
+{
+    record(u"wakeUp"_s);
+}
+
+StubObject::ProcessorStatus StubObject::processorStatus()
+{
+    record(u"processorStatus"_s);
+    return m_script->processorStatus;
+}
+
+StubObject::ProgramStatus StubObject::programStatus()
+{
+    record(u"programStatus"_s);
+    return m_script->programStatus;
+}
+
+bool StubObject::currentLocation(QString &file, int &line)
+{
+    record(u"currentLocation"_s);
+    file = m_script->location.file;
+    line = m_script->location.line;
+    return !file.isEmpty();
+}
+
+int StubObject::evaluate(const QString &expression, QString &result)
+{
+    record(u"evaluate"_s, expression);
+    result = m_script->values.value(expression, u"No symbol '%1'"_s.arg(expression));
+    return m_script->values.contains(expression) ? 0 : 1;
+}
+
+_object *StubObject::pythonExtension()
+{
+    record(u"pythonExtension"_s);
+    return nullptr;
+}
+
+QList<BreakpointRecord> StubObject::breakpoints()
+{
+    record(u"breakpoints"_s);
+    return m_script->breakpoints;
+}
+
+int StubObject::setBreakpoint(const QString &file, int line, int state)
+{
+    record(u"setBreakpoint"_s, file, line, state);
+    return m_script->setBreakpointResult;
+}
+
+void StubObject::buildForDebug(const QString &configuration)
+{
+    record(u"buildForDebug"_s, configuration);
+}
+
+QString StubObject::disassemble(uint address, int region)
+{
+    record(u"disassemble"_s, address, region);
+    return m_script->instructions.value(int(address));
+}
+
+QString StubObject::text(int index)
+{
+    record(u"text"_s, index);
+    return m_script->instructions.value(index);
+}
+
+QStringList StubObject::sourceLines(int index)
+{
+    record(u"sourceLines"_s, index);
+    return m_script->instructionSources.value(index);
+}
+
+QList<QWidget *> StubObject::widgets()
+{
+    record(u"widgets"_s);
+    return m_script->widgets ? m_script->widgets() : QList<QWidget *>();
+}
+
+QList<ExtensionCommand> StubObject::commands()
+{
+    record(u"commands"_s);
+    return m_script->commands;
+}
+
+void StubObject::execute(const QString &id)
+{
+    record(u"execute"_s, id);
+}
+
+QList<MemoryRegion> StubObject::regions()
+{
+    record(u"regions"_s);
+    return m_script->regions;
+}
+
+int StubObject::read(int region, int mode, uint address, uint *value)
+{
+    record(u"read"_s, region, mode, address);
+    *value = m_script->memory.value(address);
+    return m_script->memory.contains(address) ? Success : NoMemory;
+}
+
+int StubObject::write(int region, int mode, uint address, uint value, bool flush)
+{
+    record(u"write"_s, region, mode, address, value, flush);
+    if (!m_script->memory.contains(address))
+        return NoMemory;
+    m_script->memory[address] = value;
+    return Success;
+}
+
+void StubObject::readBlock(int region, int mode, uint address, int count, MemoryBlock &result)
+{
+    record(u"readBlock"_s, region, mode, address, count);
+    result.clear();
+    for (uint cell = address; cell != address + uint(count); ++cell)
+        result.append({m_script->memory.value(cell), m_script->memory.contains(cell) ? Success : NoMemory});
+}
+
+void StubObject::writeBlock(int region, int mode, uint address, int count, MemoryBlock &cells, bool flush)
+{
+    record(u"writeBlock"_s, region, mode, address, count, flush);
+    for (int i = 0; i < count; ++i) {
+        const uint cell = address + uint(i);
+        const bool answers = m_script->memory.contains(cell);
+        cells[i].status = answers ? Success : NoMemory;
+        if (answers)
+            m_script->memory[cell] = cells[i].value;
+    }
+}
+
+bool StubObject::verify()
+{
+    record(u"verify"_s);
+    return m_script->verify;
+}
+
+void StubObject::setVerify(bool verify)
+{
+    record(u"setVerify"_s, verify);
+    m_script->verify = verify;
+}
+
+QString StubObject::groupId()
+{
+    record(u"groupId"_s);
+    return m_script->group;
+}
+
+int StubObject::supportedOperations(const QString &groupId)
+{
+    record(u"supportedOperations"_s, groupId);
+    return m_script->syncOperations;
+}
+
+void StubObject::syncRun()
+{
+    record(u"syncRun"_s);
+}
+
+void StubObject::syncPause()
+{
+    record(u"syncPause"_s);
+}
+
+void StubObject::syncRestart()
+{
+    record(u"syncRestart"_s);
+}
+
+void StubObject::syncWakeup()
+{
+    record(u"syncWakeup"_s);
+}
+
+QList<PeripheralInfo> StubObject::peripherals()
+{
+    record(u"peripherals"_s);
+    return m_script->peripherals;
+}
+
+uint StubObject::value(const QString &peripheral, const QString &registerName)
+{
+    record(u"value"_s, peripheral, registerName);
+    return m_script->peripheralValues.value(registerName);
+}
+
+void StubObject::setValue(const QString &peripheral, const QString &registerName, uint value)
+{
+    record(u"setValue"_s, peripheral, registerName, value);
+    m_script->peripheralValues[registerName] = value;
+}
+
+QString StubObject::description(const QString &peripheral, const QString &registerName)
+{
+    record(u"description"_s, peripheral, registerName);
+    return m_script->peripheralDescriptions.value(registerName.isEmpty() ? peripheral : registerName);
+}
+
+void StubObject::populate(const QString &configuration)
+{
+    record(u"populate"_s, configuration);
+}
+
+QString StubObject::propertyDefinitions()
+{
+    record(u"propertyDefinitions"_s);
+    return m_script->propertyDefinitions;
+}
+
+QList<RegisterInfo> StubObject::registers()
+{
+    record(u"registers"_s);
+    return m_script->registers;
+}
+
+uint StubObject::value(const QString &name, int word)
+{
+    record(u"value"_s, name, word);
+    return m_script->registerValues.value(name).value(word);
+}
+
+void StubObject::setValue(const QString &name, uint value, int word)
+{
+    record(u"setValue"_s, name, value, word);
+    m_script->registerValues[name][word] = value;
+}
+
+bool StubObject::symbolAddress(const QString &name, uint &address)
+{
+    record(u"symbolAddress"_s, name);
+    address = m_script->symbols.value(name);
+    return m_script->symbols.contains(name);
+}
+
+bool StubObject::sourceLocation(uint address, int kind, QString &file, int &line)
+{
+    record(u"sourceLocation"_s, address, kind);
+    const BreakpointLocation place = m_script->sourceLines.value(address);
+    file = place.file;
+    line = place.line;
+    return m_script->sourceLines.contains(address);
+}
+
+void StubObject::reserved1()
+{
+    record(u"reserved1"_s);
+}
+
+void StubObject::reserved2()
+{
+    record(u"reserved2"_s);
+}
+
+bool StubObject::addressOf(const QString &file, int line, uint &address)
+{
+    record(u"addressOf"_s, file, line);
+    const auto isPlace = [&](const BreakpointLocation &place) { return place.file == file && place.line == line; };
+    const auto found = std::ranges::find_if(std::as_const(m_script->sourceLines), isPlace);
+    if (found == m_script->sourceLines.cend())
+        return false;
+    address = found.key();
+    return true;
+}
+
+bool StubObject::symbolAt(uint address, int region, QString &name)
+{
+    record(u"symbolAt"_s, address, region);
+    name = m_script->symbols.key(address);
+    return !name.isEmpty();
+}
+
+void StubObject::setQueryInterface(IQueryPluginInterface *givenQuery)
+{
+    query = shareInterface(givenQuery);
+    record(u"setQueryInterface"_s);
+}
+
+void StubObject::workspaceChanged()
+{
+    record(u"workspaceChanged"_s);
+}
+
+DocumentTemplate *StubObject::documentTemplate()
+{
+    record(u"documentTemplate"_s);
+    return m_script->documentTemplate ? m_script->documentTemplate() : nullptr;
+}
+
+QString StubObject::title()
+{
+    record(u"title"_s);
+    return m_script->title;
+}
+
+QString StubObject::description()
+{
+    record(u"description"_s);
+    return m_script->description;
+}
+
+QStringList StubObject::extensions()
+{
+    record(u"extensions"_s);
+    return m_script->extensions;
+}
+
+QPixmap StubObject::icon()
+{
+    record(u"icon"_s);
+    return m_script->icon ? m_script->icon() : QPixmap();
+}
+
+SyntaxHighlighter *StubObject::syntaxHighlighter()
+{
+    record(u"syntaxHighlighter"_s);
+    return m_script->syntaxHighlighter ? m_script->syntaxHighlighter() : nullptr;
+}
+
+TextIndent *StubObject::indenter()
+{
+    record(u"indenter"_s);
+    return m_script->indenter ? m_script->indenter() : nullptr;
+}

@@ -1,0 +1,122 @@
+#pragma once
+#include "ibuildenvironment.h"
+#include "icustomdocumentplugin.h"
+#include "idebugbuild.h"
+#include "idisassembly.h"
+#include "idisassemblyaddress.h"
+#include "idockextension.h"
+#include "imemoryverify.h"
+#include "imultiprocessorsync.h"
+#include "interfaceobject.h"
+#include "iprojectpopulate.h"
+#include "ipropertydefinitions.h"
+#include "isourcemapping.h"
+#include "isymbollookup.h"
+#include "itextdocumentplugin.h"
+#include "iworkspaceclient.h"
+#include "stub.h"
+
+/// An object that has every interface and offers those that its script names.
+class StubObject
+    : public StubObjectState,
+      public InterfaceObject<IPluginObject, IBuildEnvironment, IExecutionEnvironment, IBreakpoints,
+                             ICustomDocumentPlugin, IDebugBuild, IDisassembly, IDisassemblyAddress, IDockExtension,
+                             IExtensionCommands, IMemory, IMemoryVerify, IMultiProcessorSync, IPeripherals,
+                             IProjectPopulate, IPropertyDefinitions, IRegisters, ISourceMapping, ISymbolLookup,
+                             ITextDocumentPlugin, IWorkspaceClient>
+{
+public:
+    /// The calls of all objects, and those that are alive.
+    struct Log
+    {
+        QStringList calls;
+        QList<StubObject *> objects;
+    };
+
+    StubObject(const std::shared_ptr<StubScript> &script, Log &log);
+    ~StubObject() override;
+
+    QRESULT queryInterface(const QUuid &id, QUnknownInterface **out) override;
+    int type() override { return m_script->type; }
+
+    // IBuildEnvironment
+    bool initialise(IBuildEvents *events, const QString &option) override;
+    void setProject(IProject *givenProject) override;
+    void compile(const QString &file, const QString &configuration) override;
+    bool canCompile(const QString &file, const QString &configuration) override;
+    void build(const QStringList &configurations, bool rebuild) override;
+    void clean(const QStringList &configurations) override;
+    void stop() override; // also IExecutionEnvironment
+    bool isUpToDate(const QString &configuration) override;
+    // IExecutionEnvironment
+    bool initialise(IProject *givenProject, IExecutionEvents *events, const QString &option) override;
+    bool start(bool attachOnly) override;
+    bool canAttach() override;
+    void run() override;
+    void runTo(const QString &file, int line) override;
+    void stepInto(const QString &file) override;
+    void stepOver(const QString &file) override;
+    void pause() override;
+    void restart() override;
+    void wakeUp() override;
+    ProcessorStatus processorStatus() override;
+    ProgramStatus programStatus() override;
+    bool currentLocation(QString &file, int &line) override;
+    int evaluate(const QString &expression, QString &result) override;
+    _object *pythonExtension() override;
+    // The optional interfaces
+    QList<BreakpointRecord> breakpoints() override;
+    int setBreakpoint(const QString &file, int line, int state) override;
+    void buildForDebug(const QString &configuration) override;
+    QString disassemble(uint address, int region) override;
+    QString text(int index) override; // IDisassembly and IDisassemblyAddress
+    QStringList sourceLines(int index) override;
+    QList<QWidget *> widgets() override;
+    QList<ExtensionCommand> commands() override;
+    void execute(const QString &id) override;
+    QList<MemoryRegion> regions() override;
+    int read(int region, int mode, uint address, uint *value) override;
+    int write(int region, int mode, uint address, uint value, bool flush) override;
+    void readBlock(int region, int mode, uint address, int count, MemoryBlock &result) override;
+    void writeBlock(int region, int mode, uint address, int count, MemoryBlock &cells, bool flush) override;
+    bool verify() override;
+    void setVerify(bool verify) override;
+    QString groupId() override;
+    int supportedOperations(const QString &groupId) override;
+    void syncRun() override;
+    void syncPause() override;
+    void syncRestart() override;
+    void syncWakeup() override;
+    QList<PeripheralInfo> peripherals() override;
+    uint value(const QString &peripheral, const QString &registerName) override;
+    void setValue(const QString &peripheral, const QString &registerName, uint value) override;
+    QString description(const QString &peripheral, const QString &registerName) override;
+    void populate(const QString &configuration) override;
+    QString propertyDefinitions() override;
+    QList<RegisterInfo> registers() override;
+    uint value(const QString &name, int word) override;
+    void setValue(const QString &name, uint value, int word) override;
+    bool symbolAddress(const QString &name, uint &address) override;
+    bool sourceLocation(uint address, int kind, QString &file, int &line) override;
+    void reserved1() override;
+    void reserved2() override;
+    bool addressOf(const QString &file, int line, uint &address) override;
+    bool symbolAt(uint address, int region, QString &name) override;
+    void setQueryInterface(IQueryPluginInterface *givenQuery) override;
+    void workspaceChanged() override;
+    // Documents
+    DocumentTemplate *documentTemplate() override;
+    QString title() override;
+    QString description() override;
+    QStringList extensions() override;
+    QPixmap icon() override;
+    SyntaxHighlighter *syntaxHighlighter() override;
+    TextIndent *indenter() override;
+
+private:
+    template <typename... Arguments>
+    void record(const QString &call, const Arguments &...arguments);
+
+    const std::shared_ptr<StubScript> m_script;
+    Log &m_log;
+};
