@@ -18,57 +18,42 @@ struct TextKind
     QString picture;
 };
 
-class Registrar
+template <typename Highlighter, typename Indenter>
+void addTextKind(Workspace &workspace, const EditorSetup &setup, const TextKind &kind)
 {
-public:
-    Registrar(Workspace &workspace, const EditorSetup &setup) : m_workspace(workspace), m_setup(setup) {}
-
-    template <typename Highlighter, typename Indenter>
-    void add(const TextKind &kind)
-    {
-        auto *docTemplate = new TextDocumentTemplate(
-            kind.name, kind.description, IDEApplication::instance()->loadIcon(kind.picture), kind.extensions,
-            std::make_unique<Highlighter>(m_setup.formats), std::make_unique<Indenter>());
-        add(docTemplate);
-    }
-
-    void add(DocumentTemplate *docTemplate)
-    {
-        if (auto *text = qobject_cast<TextDocumentTemplate *>(docTemplate)) {
-            text->setEditorHost(m_setup.host);
-            text->setSwapDirectory(m_setup.swapDirectory);
-            if (text->highlighter())
-                text->highlighter()->setFormats(m_setup.formats);
-        }
-        m_workspace.addTemplate(docTemplate);
-    }
-
-private:
-    Workspace &m_workspace;
-    const EditorSetup &m_setup;
-};
+    workspace.addTemplate(new TextDocumentTemplate(
+        kind.name, kind.description, IDEApplication::instance()->loadIcon(kind.picture), kind.extensions,
+        std::make_unique<Highlighter>(setup.formats), std::make_unique<Indenter>()));
+}
 } // namespace
 
-void registerDocumentKinds(Workspace &workspace, const EditorSetup &setup, const QList<DocumentTemplate *> &pluginKinds)
+void registerDocumentKinds(Workspace &workspace, const EditorSetup &setup, const std::function<void()> &addPluginKinds)
 {
     // New files get the first extension of their kind.
-    Registrar kinds(workspace, setup);
-    kinds.add<CppHighlighter, CppIndent>({QObject::tr("C/C++ Header File"),
-                                          QObject::tr("Creates a C/C++ header file"),
-                                          {u"h"_s, u"hh"_s, u"hpp"_s, u"hxx"_s},
-                                          u"headerfile.png"_s});
-    kinds.add<CppHighlighter, CppIndent>({QObject::tr("C Source File"),
-                                          QObject::tr("Creates a C source file"),
-                                          {u"c"_s, u"cpp"_s, u"cc"_s, u"cxx"_s},
-                                          u"csourcefile.png"_s});
-    kinds.add<PythonHighlighter, PythonIndent>({QObject::tr("Python File"),
-                                                QObject::tr("Creates a Python source file"),
-                                                {u"py"_s},
-                                                u"pythonsourcefile.png"_s});
-    for (DocumentTemplate *kind : pluginKinds)
-        kinds.add(kind);
-    kinds.add<SyntaxHighlighter, BaseIndent>(
-        {QObject::tr("Text File"), QObject::tr("Creates a text file"), {}, u"textfile.png"_s});
+    addTextKind<CppHighlighter, CppIndent>(workspace, setup,
+                                           {QObject::tr("C/C++ Header File"),
+                                            QObject::tr("Creates a C/C++ header file"),
+                                            {u"h"_s, u"hh"_s, u"hpp"_s, u"hxx"_s},
+                                            u"headerfile.png"_s});
+    addTextKind<CppHighlighter, CppIndent>(workspace, setup,
+                                           {QObject::tr("C Source File"),
+                                            QObject::tr("Creates a C source file"),
+                                            {u"c"_s, u"cpp"_s, u"cc"_s, u"cxx"_s},
+                                            u"csourcefile.png"_s});
+    addTextKind<PythonHighlighter, PythonIndent>(workspace, setup,
+                                                 {QObject::tr("Python File"),
+                                                  QObject::tr("Creates a Python source file"),
+                                                  {u"py"_s},
+                                                  u"pythonsourcefile.png"_s});
+    addPluginKinds();
+    addTextKind<SyntaxHighlighter, BaseIndent>(
+        workspace, setup, {QObject::tr("Text File"), QObject::tr("Creates a text file"), {}, u"textfile.png"_s});
+    for (DocumentTemplate *docTemplate : workspace.templates()) {
+        if (auto *text = qobject_cast<TextDocumentTemplate *>(docTemplate)) {
+            text->setEditorHost(setup.host);
+            text->setSwapDirectory(setup.swapDirectory);
+        }
+    }
 }
 
 void applyEditorSettings(const Workspace &workspace, const QSettings &settings)

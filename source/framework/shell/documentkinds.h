@@ -1,7 +1,7 @@
 #pragma once
 #include "syntaxhighlighter.h"
+#include <functional>
 #include <QString>
-class DocumentTemplate;
 class EditorHost;
 class QSettings;
 class Workspace;
@@ -15,9 +15,8 @@ struct EditorSetup
 };
 
 /// Gives @p workspace the kinds of documents that the program opens. A file goes to the first kind that takes it: those
-/// of the program that know their extensions, then @p pluginKinds, which are taken over, then plain text.
-void registerDocumentKinds(Workspace &workspace, const EditorSetup &setup,
-                           const QList<DocumentTemplate *> &pluginKinds);
+/// of the program that know their extensions, then those that @p addPluginKinds adds, then plain text.
+void registerDocumentKinds(Workspace &workspace, const EditorSetup &setup, const std::function<void()> &addPluginKinds);
 
 /// Has every kind of text take over the editor's settings.
 void applyEditorSettings(const Workspace &workspace, const QSettings &settings);

@@ -1,5 +1,6 @@
 #include "ideapplication.h"
 #include "branding.h"
+#include "callplugin.h"
 #include "mainwindow.h"
 #include "pictures.h"
 #include "pluginfactory.h"
@@ -157,7 +158,7 @@ void IDEApplication::loadPlugins()
 /// Adds a plug-in's logo and name to the row along the bottom of the splash screen.
 void IDEApplication::paintLogo(IPluginFactory *factory, int *x)
 {
-    const QPixmap logo = factory->logo();
+    const QPixmap logo = askPlugin("IPluginFactory::logo", [&] { return factory->logo(); });
     const int height = m_splash->height();
     QPixmap picture = m_splash->pixmap();
     QPainter painter(&picture);

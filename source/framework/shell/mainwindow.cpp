@@ -1,4 +1,5 @@
 #include "mainwindow.h"
+#include "buildcontrol.h"
 #include "dockwindow.h"
 #include "document.h"
 #include "documentkinds.h"
@@ -7,13 +8,14 @@
 #include "filecommands.h"
 #include "findcommands.h"
 #include "formatchoice.h"
-#include "ibuildenvironment.h"
 #include "ideapplication.h"
 #include "iexecutionenvironment.h"
 #include "mdiviewmanager.h"
 #include "navigator.h"
 #include "outputwindow.h"
 #include "pictures.h"
+#include "pluginbinder.h"
+#include "plugindocuments.h"
 #include "project.h"
 #include "projectfile.h"
 #include "projectworkspace.h"
@@ -137,7 +139,10 @@ void MainWindow::setupWorkspace()
     connect(m_viewManager, &ViewManager::nextAvailable, this, &MainWindow::nextAvailable);
     connect(m_viewManager, &ViewManager::previousAvailable, this, &MainWindow::previousAvailable);
 
-    registerDocumentKinds(*m_workspace, {&m_formats, &m_editorHost, stateDirectory().filePath(u"swap"_s)}, {});
+    const PluginSource plugins{application()->plugins(),
+                               [](const QString &feature) { return application()->createPlugin(feature); }};
+    registerDocumentKinds(*m_workspace, {&m_formats, &m_editorHost, stateDirectory().filePath(u"swap"_s)},
+                          [&] { addPluginDocuments(plugins, m_workspace, &m_formats, &m_sourceExtensions); });
     applyEditorSettings(*m_workspace, *settings);
 }
 
@@ -158,6 +163,9 @@ void MainWindow::setupCommands()
                                            }},
                                       this);
     m_editCommands = new EditCommands(this, m_viewManager, m_navigator, m_outputWindow, this);
+    m_pluginBinder = new PluginBinder(*this, this);
+    connect(m_pluginBinder, &PluginBinder::buildFinished, m_buildControl, &BuildControl::buildFinished);
+    connect(m_pluginBinder, &PluginBinder::xmlFeedback, m_buildControl, &BuildControl::xmlFeedback);
     m_findCommands = new FindCommands(this, m_viewManager, m_outputWindow, application()->settings(), this);
     connect(m_findCommands, &FindCommands::findRequested, this, &MainWindow::find);
     connect(m_findCommands, &FindCommands::searchStarted, m_outputDock, &DockWindow::bringUp);
@@ -166,10 +174,10 @@ void MainWindow::setupCommands()
     connect(m_projectCommands.get(), &ProjectCommands::currentProjectChanged, this, &MainWindow::currentProjectChanged);
 }
 
-DockWindow *MainWindow::addDock(const char *objectName, const QString &caption, Qt::DockWidgetArea area,
+DockWindow *MainWindow::addDock(const QString &objectName, const QString &caption, Qt::DockWidgetArea area,
                                 QWidget *content)
 {
-    auto *dock = new DockWindow(QString::fromLatin1(objectName), caption, this);
+    auto *dock = new DockWindow(objectName, caption, this);
     if (content)
         dock->setWidget(content);
     addDockWidget(area, dock);
@@ -180,7 +188,7 @@ DockWindow *MainWindow::addDock(const char *objectName, const QString &caption, 
 DockWindow *MainWindow::addHiddenDock(const char *objectName, const QString &caption, Qt::DockWidgetArea area,
                                       bool newLine)
 {
-    DockWindow *dock = addDock(objectName, caption, area, nullptr);
+    DockWindow *dock = addDock(QString::fromLatin1(objectName), caption, area, nullptr);
     dock->setNewLine(newLine);
     dock->hide();
     return dock;
@@ -190,10 +198,10 @@ void MainWindow::setupDockWindows()
 {
     m_navigator = new Navigator(m_treeHost);
     m_navigator->setObjectName(u"navigator"_s);
-    m_navigatorDock = addDock("navigatorDockWindow", tr("Navigator"), Qt::LeftDockWidgetArea, m_navigator);
+    m_navigatorDock = addDock(u"navigatorDockWindow"_s, tr("Navigator"), Qt::LeftDockWidgetArea, m_navigator);
     m_outputWindow = new OutputWindow(nullptr, outputArtwork());
     m_outputWindow->setObjectName(u"outputWindow"_s);
-    m_outputDock = addDock("outputDockWindow", tr("Output"), Qt::BottomDockWidgetArea, m_outputWindow);
+    m_outputDock = addDock(u"outputDockWindow"_s, tr("Output"), Qt::BottomDockWidgetArea, m_outputWindow);
     m_registerDock = addHiddenDock("registerDockWindow", tr("Registers"), Qt::RightDockWidgetArea, false);
     m_peripheralDock = addHiddenDock("peripheralDockWindow", tr("Peripherals"), Qt::RightDockWidgetArea, false);
     m_watchDock = addHiddenDock("watchDockWindow", tr("Watches"), Qt::RightDockWidgetArea, true);
@@ -232,10 +240,9 @@ void MainWindow::restoreLayout()
 void MainWindow::setupActions()
 {
     m_ui.setupActions();
-    if (const QAction *compile = m_ui.action(u"buildCompileFile"_s)) {
-        m_compileMenuText = compile->text();
-        refreshCompileAction();
-    }
+    m_buildControl = new BuildControl(*this, this);
+    connect(m_buildControl, &BuildControl::compileAvailable, this, &MainWindow::compileAvailable);
+    m_buildControl->setCompileAction(m_ui.action(u"buildCompileFile"_s));
     setActionVisible(u"debugTogglePeripheralWindow"_s, false);
     setActionVisible(u"projectRepopulate"_s, false);
 }
@@ -323,8 +330,10 @@ QList<QWidget *> MainWindow::dockWindows() const
     QList<QWidget *> windows;
     for (ToolBar *bar : m_ui.toolBars())
         windows.append(bar);
-    for (DockWindow *dock : m_docks)
-        windows.append(dock);
+    for (const QPointer<DockWindow> &dock : m_docks) {
+        if (dock)
+            windows.append(dock);
+    }
     return windows;
 }
 
@@ -382,7 +391,7 @@ void MainWindow::setState(ActivityState state)
             label->hide();
     }
     m_state = state;
-    refreshCompileAction();
+    m_buildControl->refreshCompileAction();
     refreshCaption();
 }
 
@@ -433,27 +442,6 @@ ActivityContext MainWindow::activityContext() const
             .project = project != nullptr,
             .executionEnvironment = environment != nullptr,
             .canAttach = environment && environment->canAttach()};
-}
-
-bool MainWindow::canCompileCurrentFile() const
-{
-    if (!m_projectWorkspace || m_currentFile.isEmpty() || m_state == StateBuilding)
-        return false;
-    const QList<Project *> projects = m_projectWorkspace->projectsContainingFile(m_currentFile);
-    if (projects.isEmpty())
-        return false;
-    const Project *project = projects.first();
-    IBuildEnvironment *environment = project->buildInterface();
-    return environment && environment->canCompile(m_currentFile, project->currentConfiguration());
-}
-
-void MainWindow::refreshCompileAction()
-{
-    if (QAction *compile = m_ui.action(u"buildCompileFile"_s)) {
-        const QString name = QFileInfo(m_currentFile).fileName();
-        compile->setText(QString(m_compileMenuText).replace("%1"_L1, name.isEmpty() ? tr("file") : name));
-    }
-    Q_EMIT compileAvailable(canCompileCurrentFile());
 }
 
 void MainWindow::refreshCaption()

@@ -1,8 +1,10 @@
 #pragma once
 #include "activitystate.h"
+#include "buildcontrolhost.h"
 #include "docklayout.h"
 #include "dynamicmenus.h"
 #include "lastdirectories.h"
+#include "pluginbinderhost.h"
 #include "projectcommands.h"
 #include "recentfilelist.h"
 #include "session.h"
@@ -11,6 +13,8 @@
 #include "windowgeometry.h"
 #include "windowhosts.h"
 #include <QMainWindow>
+#include <QPointer>
+class BuildControl;
 class DockWindow;
 class EditCommands;
 class FileChangeCheck;
@@ -18,6 +22,7 @@ class FileCommands;
 class FindCommands;
 class Navigator;
 class OutputWindow;
+class PluginBinder;
 class Project;
 class ProjectFile;
 class ProjectWorkspace;
@@ -30,7 +35,7 @@ struct ScriptDirectories;
 
 /// The main window: a switchboard. Its slots are what the UI file's actions call, its signals tell them what is
 /// possible now; the work behind a slot belongs to the class that owns the subject.
-class MainWindow : public QMainWindow, private ProjectCommandsHost
+class MainWindow : public QMainWindow, private ProjectCommandsHost, private PluginBinderHost, private BuildControlHost
 {
     Q_OBJECT
     Q_MOC_INCLUDE("projectfile.h")
@@ -62,9 +67,9 @@ public:
     {
         return m_projectWorkspace;
     } ///< Null while no workspace is open.
-    [[nodiscard]] Workspace *workspace() const { return m_workspace; }
+    [[nodiscard]] Workspace *workspace() const override { return m_workspace; }
     [[nodiscard]] ViewManager *viewManager() const { return m_viewManager; }
-    [[nodiscard]] OutputWindow *outputWindow() const { return m_outputWindow; }
+    [[nodiscard]] OutputWindow *outputWindow() const override { return m_outputWindow; }
 
     /// Tool bars in the order of the UI file, then dock windows in the order in which they were made.
     [[nodiscard]] QList<QWidget *> dockWindows() const;
@@ -77,7 +82,7 @@ public Q_SLOTS:
     void fileCloseAll();
     void fileSave();
     void fileSaveAs();
-    bool fileSaveAll();
+    bool fileSaveAll() override;
     void filePrint();
     void fileExit();
     void fileProperties();
@@ -247,18 +252,33 @@ private Q_SLOTS:
 private:
     // For ProjectCommands
     void bindProjectPlugins(Project *project) override;
+    void setProjectWorkspace(ProjectWorkspace *workspace) override { m_projectWorkspace = workspace; }
     void showWorkspace(ProjectWorkspace *workspace) override;
     void restoreFiles() override;
     void stopDebugging() override;
     bool closeAllViews() override;
+    void workspaceClosed() override;
     void setRepopulateVisible(bool visible) override;
     [[nodiscard]] QString sourceFilter() const override;
+
+    // For PluginBinder
+    [[nodiscard]] IPluginObject *createPlugin(const QString &feature) const override;
+    [[nodiscard]] QAction *action(const QString &name) const override { return m_ui.action(name); }
+    [[nodiscard]] QWidget *dialogParent() override { return this; }
+    void saveDockLayout() override { m_layout.save(m_state); }
+    void restoreDockLayout() override { m_layout.restore(m_state); }
+    [[nodiscard]] QDockWidget *addDockWindow(const QString &objectName) override;
+
+    // For BuildControl
+    [[nodiscard]] Navigator *navigator() const override { return m_navigator; }
+    void showOutputDock() override;
+    void checkFileChanges() override;
 
     void setupStatusBar();
     void setupWorkspace();
     void setupCommands();
     void setupDockWindows();
-    DockWindow *addDock(const char *objectName, const QString &caption, Qt::DockWidgetArea area, QWidget *content);
+    DockWindow *addDock(const QString &objectName, const QString &caption, Qt::DockWidgetArea area, QWidget *content);
     DockWindow *addHiddenDock(const char *objectName, const QString &caption, Qt::DockWidgetArea area, bool newLine);
     void restoreLayout();
     /// The line of the disassembly that @p symbol stands for, 0 if it is unknown.
@@ -279,7 +299,6 @@ private:
     [[nodiscard]] Project *currentProject() const;
     [[nodiscard]] ActivityContext activityContext() const;
     [[nodiscard]] static ScriptDirectories scriptDirectories();
-    [[nodiscard]] bool canCompileCurrentFile() const;
 
     void applyTextFormats();
     void followPalette();
@@ -287,7 +306,6 @@ private:
     void saveSettings();
     void emitNothingAvailable();
     void emitActivity(const ActivityAvailability &available);
-    void refreshCompileAction();
     void refreshCaption();
 
     UiConfig m_ui;
@@ -306,12 +324,14 @@ private:
     std::unique_ptr<FileChangeCheck> m_changeCheck;
     FileCommands *m_fileCommands = nullptr;
     EditCommands *m_editCommands = nullptr;
+    BuildControl *m_buildControl = nullptr;
+    PluginBinder *m_pluginBinder = nullptr;
     FindCommands *m_findCommands = nullptr;
     int m_currentLine = 1;                              ///< of the cursor, counted from 1
     int m_currentColumn = 1;                            ///< likewise
     std::unique_ptr<ProjectCommands> m_projectCommands; ///< null until all windows are there
     ProjectWorkspace *m_projectWorkspace = nullptr;     ///< theirs; null while no workspace is open
-    QList<DockWindow *> m_docks;                        ///< in the order in which they were made
+    QList<QPointer<DockWindow>> m_docks; ///< in the order in which they were made; plug-ins take theirs away
     DockWindow *m_navigatorDock = nullptr;
     DockWindow *m_outputDock = nullptr;
     DockWindow *m_registerDock = nullptr;
@@ -321,8 +341,6 @@ private:
     Navigator *m_navigator = nullptr;
     OutputWindow *m_outputWindow = nullptr;
     QString m_caption;
-    QString m_compileMenuText;
-    QString m_currentFile; ///< what the compile command acts on
     ActivityState m_state = StateIdle;
     NormalGeometry m_normalGeometry;
     RecentFileList m_recentFiles;

@@ -1,4 +1,5 @@
 #include "automation.h"
+#include "buildcontrol.h"
 #include "dockwindow.h"
 #include "editablescript.h"
 #include "editcommands.h"
@@ -12,6 +13,7 @@
 #include "messages.h"
 #include "navigator.h"
 #include "outputwindow.h"
+#include "pluginbinder.h"
 #include "project.h"
 #include "projectworkspace.h"
 #include "scriptdirectories.h"
@@ -216,7 +218,7 @@ void MainWindow::projectOpen()
 
 void MainWindow::projectRepopulate()
 {
-    m_projectCommands->repopulate();
+    m_buildControl->projectRepopulate();
 }
 
 void MainWindow::projectGenerateMakefile()
@@ -263,47 +265,57 @@ void MainWindow::projectPropertiesAlt()
 
 void MainWindow::buildCompileFile()
 {
-    VARNEL_ASSERT(m_projectWorkspace);
+    m_buildControl->buildCompileFile();
 }
 
 void MainWindow::buildBuild()
 {
-    VARNEL_ASSERT(m_projectWorkspace);
-    showInformation(this, tr("The project cannot be built.\n\nNo build environment is available."));
+    m_buildControl->buildBuild();
 }
 
 void MainWindow::buildRebuild()
 {
-    VARNEL_ASSERT(m_projectWorkspace);
-    showInformation(this, tr("The project cannot be built.\n\nNo build environment is available."));
+    m_buildControl->buildRebuild();
 }
 
 void MainWindow::buildClean()
 {
-    VARNEL_ASSERT(m_projectWorkspace);
+    m_buildControl->buildClean();
 }
 
-void MainWindow::buildBuildAlt() {}
+void MainWindow::buildBuildAlt()
+{
+    m_buildControl->buildBuildAlt();
+}
 
-void MainWindow::buildRebuildAlt() {}
+void MainWindow::buildRebuildAlt()
+{
+    m_buildControl->buildRebuildAlt();
+}
 
-void MainWindow::buildCleanAlt() {}
+void MainWindow::buildCleanAlt()
+{
+    m_buildControl->buildCleanAlt();
+}
 
-void MainWindow::buildStopBuild() {}
+void MainWindow::buildStopBuild()
+{
+    m_buildControl->buildStopBuild();
+}
 
 void MainWindow::buildBatchBuild()
 {
-    VARNEL_ASSERT(m_projectWorkspace);
+    m_buildControl->buildBatchBuild();
 }
 
 void MainWindow::buildConfigurationsNew()
 {
-    VARNEL_ASSERT(m_projectWorkspace);
+    m_buildControl->buildConfigurationsNew();
 }
 
 void MainWindow::buildConfigurationsEdit()
 {
-    VARNEL_ASSERT(m_projectWorkspace);
+    m_buildControl->buildConfigurationsEdit();
 }
 
 void MainWindow::debugRun()
@@ -531,4 +543,7 @@ void MainWindow::executeDebugExtensionCommand(int index)
     executeDebugExtension(m_projectWorkspace, index);
 }
 
-void MainWindow::extensionDockWindowSelected(int) {}
+void MainWindow::extensionDockWindowSelected(int index)
+{
+    m_pluginBinder->toggleExtensionDock(index);
+}

@@ -3,6 +3,7 @@
 #include "idisassembly.h"
 #include "iexecutionenvironment.h"
 #include "mainwindow.h"
+#include "pluginbinder.h"
 #include "project.h"
 #include "projectworkspace.h"
 #include "toolbar.h"
@@ -108,5 +109,6 @@ void MainWindow::updateDebugWindowsMenu()
     setActionChecked(u"debugTogglePeripheralWindow"_s, m_peripheralDock->isVisible());
     setActionChecked(u"debugToggleWatchWindow"_s, m_watchDock->isVisible());
     setActionChecked(u"debugToggleMemoryWindow"_s, m_memoryDock->isVisible());
-    DynamicMenus::fillAtEnd(m_ui.menu(u"debugWindowsMenu"_s), {}, [this](int i) { extensionDockWindowSelected(i); });
+    DynamicMenus::fillAtEnd(m_ui.menu(u"debugWindowsMenu"_s), m_pluginBinder->extensionDockEntries(),
+                            [this](int i) { extensionDockWindowSelected(i); });
 }

@@ -1,3 +1,4 @@
+#include "buildcontrol.h"
 #include "dockwindow.h"
 #include "document.h"
 #include "filechangecheck.h"
@@ -8,6 +9,7 @@
 #include "mainwindow.h"
 #include "navigator.h"
 #include "outputwindow.h"
+#include "pluginbinder.h"
 #include "project.h"
 #include "projectworkspace.h"
 #include "recovery.h"
@@ -83,14 +85,12 @@ void MainWindow::openHelp(const QString &file)
 
 void MainWindow::fileSelected(const QString &path)
 {
-    m_currentFile = path;
-    refreshCompileAction();
+    m_buildControl->setCurrentFile(path);
 }
 
 void MainWindow::viewActivated(View *view)
 {
-    m_currentFile = view ? view->document()->filename() : QString();
-    refreshCompileAction();
+    m_buildControl->setCurrentFile(view ? view->document()->filename() : QString());
     if (m_findCommands)
         m_findCommands->viewActivated(view);
     Q_EMIT viewHasFocus(view != nullptr);
@@ -122,7 +122,32 @@ bool MainWindow::closeWorkspace()
     return !m_projectCommands || m_projectCommands->closeWorkspace();
 }
 
-void MainWindow::bindProjectPlugins(Project *) {}
+void MainWindow::bindProjectPlugins(Project *project)
+{
+    m_pluginBinder->bindProjectPlugins(project);
+}
+
+IPluginObject *MainWindow::createPlugin(const QString &feature) const
+{
+    return IDEApplication::instance()->createPlugin(feature);
+}
+
+QDockWidget *MainWindow::addDockWindow(const QString &objectName)
+{
+    m_docks.removeAll(nullptr);
+    return addDock(objectName, {}, Qt::RightDockWidgetArea, nullptr);
+}
+
+void MainWindow::showOutputDock()
+{
+    if (m_outputDock->isHidden())
+        m_outputDock->bringUp();
+}
+
+void MainWindow::checkFileChanges()
+{
+    m_changeCheck->run();
+}
 
 void MainWindow::showWorkspace(ProjectWorkspace *workspace)
 {
@@ -145,6 +170,11 @@ bool MainWindow::closeAllViews()
     return m_viewManager->views().isEmpty();
 }
 
+void MainWindow::workspaceClosed()
+{
+    m_pluginBinder->deleteExtensionDocks();
+}
+
 void MainWindow::setRepopulateVisible(bool visible)
 {
     setActionVisible(u"projectRepopulate"_s, visible);
@@ -157,6 +187,7 @@ QString MainWindow::sourceFilter() const
 
 void MainWindow::workspaceChanged()
 {
+    m_pluginBinder->notifyWorkspaceChanged();
     updateProjectUI();
 }
 
@@ -164,7 +195,7 @@ void MainWindow::currentProjectChanged()
 {
     if (m_projectDropdown)
         m_projectDropdown->setCurrentIndex(m_projectWorkspace ? m_projectWorkspace->currentProjectIndex() : -1);
-    refreshCompileAction();
+    m_buildControl->refreshCompileAction();
 }
 
 void MainWindow::updateProjectUI()
@@ -244,6 +275,8 @@ void MainWindow::closeEvent(QCloseEvent *event)
 {
     const Session session = currentSession(*m_viewManager);
     const QString workspace = m_projectWorkspace ? m_projectWorkspace->fileName() : QString();
+    if (m_state == StateBuilding)
+        m_buildControl->buildStopBuild();
     m_findCommands->stop();
     m_closing = true;
     const bool closed = closeAllViews() && closeWorkspace();

@@ -125,6 +125,7 @@ bool ProjectCommands::openWorkspace(const QString &path, bool addToRecent)
     if (m_projectWorkspace)
         m_host->showWorkspace(nullptr); // before what is on screen dies
     m_projectWorkspace = std::move(workspace);
+    m_host->setProjectWorkspace(m_projectWorkspace.get());
     const bool allLoaded = bindProjects();
     if (addToRecent)
         m_recentWorkspaces->add(path);
@@ -198,7 +199,9 @@ bool ProjectCommands::closeWorkspace()
     m_host->showWorkspace(nullptr);
     m_projectWorkspace.reset();
     m_host->setState(StateNoWorkspace);
-    return m_host->closeAllViews();
+    const bool closed = m_host->closeAllViews();
+    m_host->workspaceClosed();
+    return closed;
 }
 
 bool ProjectCommands::offerToSave()

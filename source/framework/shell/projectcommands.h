@@ -14,7 +14,9 @@ public:
     virtual void setState(ActivityState state) = 0;
     /// Makes the environments that @p project names and binds them to it.
     virtual void bindProjectPlugins(Project *project) = 0;
-    /// Has every window show @p workspace; null when it is about to go. It is the open one as soon as this returns.
+    /// @p workspace is the open one from now on, though its projects are not bound yet and no window shows it.
+    virtual void setProjectWorkspace(ProjectWorkspace *workspace) = 0;
+    /// Has every window show @p workspace; null when it is about to go, and none is open from then on.
     virtual void showWorkspace(ProjectWorkspace *workspace) = 0;
     virtual void workspaceChanged() = 0;
     virtual void updateProjectUI() = 0;
@@ -23,6 +25,8 @@ public:
     virtual void stopDebugging() = 0;
     /// False if a document refused to be closed.
     virtual bool closeAllViews() = 0;
+    /// The workspace has gone, with its projects and views.
+    virtual void workspaceClosed() = 0;
     virtual void setRepopulateVisible(bool visible) = 0;
     virtual void runPyFile(const QString &path) = 0;
     [[nodiscard]] virtual QString sourceFilter() const = 0;
