@@ -74,6 +74,10 @@ SwapFile::~SwapFile()
 
 void SwapFile::flush()
 {
+    if (m_timer.isActive()) {
+        m_timer.stop();
+        write();
+    }
     m_writer.waitForDone();
 }
 
@@ -99,7 +103,7 @@ void SwapFile::remove()
     m_timer.stop();
     if (!m_lock.isLocked())
         return;
-    flush();
+    m_writer.waitForDone();
     QFile::remove(m_path);
     m_lock.unlock();
 }

@@ -20,7 +20,7 @@ public:
     ~SwapFile() override;
 
     void setDelay(int milliseconds) { m_timer.setInterval(milliseconds); }
-    /// Waits until what is being written is on disk.
+    /// Writes the copy if it is due, and waits until it is on disk.
     void flush();
 
 private:
