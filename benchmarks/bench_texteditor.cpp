@@ -156,6 +156,27 @@ void BM_TypeCharacter(benchmark::State &state)
         state.SkipWithError("characters are missing");
 }
 
+/// The "*" that makes all lines below a comment, and the paint of what it changed on screen.
+template <typename Editor>
+void BM_FlipComment(benchmark::State &state)
+{
+    Editor editor;
+    editor.edit()->setPlainText(u"/\n"_s + u"int x = 0; // some line of code\n"_s.repeated(state.range(0)));
+    editor.edit()->setTextCursor(QTextCursor(editor.edit()->document()->firstBlock()));
+    press(editor.edit(), Qt::Key_Right);
+    paint(editor.edit()->viewport());
+    for (auto _ : state) {
+        press(editor.edit(), Qt::Key_Asterisk, u"*"_s);
+        editor.edit()->viewport()->repaint();
+        state.PauseTiming();
+        if (!editor.edit()->toPlainText().startsWith(u"/*\n"_s))
+            state.SkipWithError("nothing typed");
+        press(editor.edit(), Qt::Key_Backspace);
+        QCoreApplication::processEvents();
+        state.ResumeTiming();
+    }
+}
+
 template <typename Editor>
 void BM_PageDown(benchmark::State &state)
 {
@@ -237,6 +258,8 @@ BENCHMARK(BM_OpenToFirstPaint<Ours>)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_OpenToFirstPaint<Bare>)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_TypeCharacter<Ours>)->Arg(0)->Arg(50)->Arg(100)->Unit(benchmark::kMicrosecond)->Iterations(300);
 BENCHMARK(BM_TypeCharacter<Bare>)->Arg(0)->Arg(50)->Arg(100)->Unit(benchmark::kMicrosecond)->Iterations(300);
+BENCHMARK(BM_FlipComment<Ours>)->Arg(100)->Arg(300'000)->Unit(benchmark::kMicrosecond)->Iterations(60);
+BENCHMARK(BM_FlipComment<Bare>)->Arg(100)->Arg(300'000)->Unit(benchmark::kMicrosecond)->Iterations(60);
 BENCHMARK(BM_PageDown<Ours>)->Unit(benchmark::kMicrosecond)->Iterations(500);
 BENCHMARK(BM_PageDown<Bare>)->Unit(benchmark::kMicrosecond)->Iterations(500);
 BENCHMARK(BM_MemoryPerLine<Ours>)->Unit(benchmark::kMillisecond)->Iterations(1);
