@@ -20,6 +20,8 @@ set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
 set(CMAKE_POSITION_INDEPENDENT_CODE ON)
 # Executables as libraries, so that both can use the one precompiled header.
 set(CMAKE_CXX_COMPILE_OPTIONS_PIE -fPIC)
+# Libraries are found relative to who needs them, so that the staged tree runs wherever it is copied.
+set(CMAKE_BUILD_RPATH_USE_ORIGIN ON)
 
 find_program(CCACHE ccache)
 if(CCACHE)

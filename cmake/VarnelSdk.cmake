@@ -1,10 +1,22 @@
-# What authors of plug-ins get: the interfaces' headers, and a package for find_package(Varnel), found by the prefix.
+# What authors of plug-ins get: headers, and a package for find_package(Varnel), found by the prefix.
 
 include(CMakePackageConfigHelpers)
+
+# varnel_stage_headers(ROOM FOLDER NAMES...): headers of source/ROOM into include/FOLDER.
+function(varnel_stage_headers room folder)
+    foreach(header IN LISTS ARGN)
+        varnel_stage_file("${PROJECT_SOURCE_DIR}/source/${room}/${header}" "include/${folder}/${header}")
+    endforeach()
+endfunction()
+
 file(GLOB headers CONFIGURE_DEPENDS RELATIVE "${PROJECT_SOURCE_DIR}/source/interfaces" "${PROJECT_SOURCE_DIR}/source/interfaces/*.h")
-foreach(header IN LISTS headers)
-    varnel_stage_file("${PROJECT_SOURCE_DIR}/source/interfaces/${header}" "include/varnel/${header}")
-endforeach()
+varnel_stage_headers(interfaces varnel ${headers})
+# The bases of languages and kinds of documents, and what they are made of.
+varnel_stage_headers(workspace varnel/editor
+    baseindent.h bracketmatcher.h cpphighlighter.h cppindent.h document.h documenttemplate.h editorhost.h markedlines.h
+    paragdata.h pythonhighlighter.h pythonindent.h syntaxhighlighter.h tablehighlighter.h textdocument.h
+    textdocumenttemplate.h textfile.h textindent.h textview.h textviewedit.h view.h viewinterfaces.h)
+
 configure_package_config_file("${CMAKE_CURRENT_LIST_DIR}/VarnelConfig.cmake.in"
     "${VARNEL_STAGE}/lib/cmake/Varnel/VarnelConfig.cmake" INSTALL_DESTINATION lib/cmake/Varnel)
 write_basic_package_version_file("${VARNEL_STAGE}/lib/cmake/Varnel/VarnelConfigVersion.cmake" COMPATIBILITY SameMajorVersion)

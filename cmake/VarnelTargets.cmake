@@ -1,9 +1,16 @@
 # How libraries, tests, benchmarks and plug-ins of the repository are declared.
 
-# varnel_add_library(NAME SOURCES ... LINK ...): one room of the house, a static library.
+# varnel_add_library(NAME [SHARED] SOURCES ... LINK ...): one room of the house. It is a static library, or with SHARED
+# one in the staged tree, which the program and its plug-ins have in common.
 function(varnel_add_library name)
-    cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;LINK")
-    add_library(${name} STATIC ${arg_SOURCES})
+    cmake_parse_arguments(PARSE_ARGV 1 arg "SHARED" "" "SOURCES;LINK")
+    if(arg_SHARED)
+        add_library(${name} SHARED ${arg_SOURCES})
+        set_target_properties(${name} PROPERTIES LIBRARY_OUTPUT_DIRECTORY "${VARNEL_STAGE}/lib")
+        add_dependencies(varnel_stage ${name})
+    else()
+        add_library(${name} STATIC ${arg_SOURCES})
+    endif()
     varnel_setup_target(${name})
     target_include_directories(${name} PUBLIC "${CMAKE_CURRENT_SOURCE_DIR}")
     target_link_libraries(${name} PUBLIC ${arg_LINK})

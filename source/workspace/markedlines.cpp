@@ -14,9 +14,9 @@ public:
             marker = previous->marker;
             endState = previous->endState;
         }
-        m_owner->m_marked.insert(this, {block, QTextCursor(block)});
+        m_owner->m_marked.insert(this, {block, QTextCursor(block), block.position()});
     }
-    ~MarkedParagData() override { m_owner->m_looseAnchors.append(m_owner->m_marked.take(this).anchor); }
+    ~MarkedParagData() override { m_owner->m_lost.append({m_owner->m_marked.take(this), marker}); }
     Q_DISABLE_COPY_MOVE(MarkedParagData)
 
 private:
@@ -25,7 +25,7 @@ private:
 
 MarkedLines::MarkedLines(QTextDocument *document)
 {
-    connect(document, &QTextDocument::contentsChange, this, &MarkedLines::moveWithText);
+    connect(document, &QTextDocument::contentsChange, this, &MarkedLines::contentsChanged);
 }
 
 MarkedLines::~MarkedLines() = default;
@@ -66,21 +66,38 @@ MarkedParagData *MarkedLines::ensureMarked(QTextBlock block)
     return data;
 }
 
+void MarkedLines::contentsChanged(int from, int removed, int added)
+{
+    const QList<LostLine> lost = std::exchange(m_lost, {});
+    moveWithText();
+    for (const LostLine &line : lost)
+        saveMarker(line, from, removed, added);
+}
+
 /// Return at the start of a line leaves the line's data on the empty line above the text; the marker goes with the
 /// text.
 void MarkedLines::moveWithText()
 {
-    m_looseAnchors.clear();
     QList<std::pair<MarkedParagData *, QTextBlock>> moved;
     for (auto it = m_marked.begin(); it != m_marked.end(); ++it) {
         QTextBlock textBlock = it->anchor.block();
         if (textBlock != it->block)
             moved.append({it.key(), textBlock});
-        it->anchor.setPosition(it->block.position());
+        it->position = it->block.position();
+        it->anchor.setPosition(it->position);
     }
     for (const auto &[data, block] : moved) {
         const quint32 marker = std::exchange(data->marker, 0);
         if (marker)
             ensureMarked(block)->marker |= marker;
     }
+}
+
+/// Undoing that Return joins the lines by taking away the one with the text. A line whose text still begins a line
+/// keeps its marker.
+void MarkedLines::saveMarker(const LostLine &line, int from, int removed, int added)
+{
+    const QTextBlock block = line.place.anchor.document()->findBlock(from + added);
+    if (line.marker != 0 && line.place.position == from + removed && block.position() == from + added)
+        ensureMarked(block)->marker |= line.marker;
 }

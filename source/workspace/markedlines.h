@@ -29,12 +29,20 @@ private:
     {
         QTextBlock block;
         QTextCursor anchor; ///< at the start of the line's text, and goes with it
+        int position = 0;   ///< of the line's start, as of the last change
+    };
+    struct LostLine
+    {
+        Place place;
+        quint32 marker;
     };
 
     MarkedParagData *ensureMarked(QTextBlock block);
+    void contentsChanged(int from, int removed, int added);
     void moveWithText();
+    void saveMarker(const LostLine &line, int from, int removed, int added);
 
     QHash<MarkedParagData *, Place> m_marked;
-    /// Of lines that are gone. They die later: the document does not allow it while it takes its lines away.
-    QList<QTextCursor> m_looseAnchors;
+    /// Lines that the document has just taken away. Their anchors die later: not while it does so.
+    QList<LostLine> m_lost;
 };

@@ -74,14 +74,11 @@ SwapFile::~SwapFile()
 
 void SwapFile::flush()
 {
+    if (m_timer.isActive()) {
+        m_timer.stop();
+        write();
+    }
     m_writer.waitForDone();
-}
-
-bool SwapFile::writeNow()
-{
-    write();
-    flush();
-    return QFile::exists(m_path);
 }
 
 /// A running timer is left to run: the copy must come even if the typing never rests.
@@ -106,7 +103,7 @@ void SwapFile::remove()
     m_timer.stop();
     if (!m_lock.isLocked())
         return;
-    flush();
+    m_writer.waitForDone();
     QFile::remove(m_path);
     m_lock.unlock();
 }

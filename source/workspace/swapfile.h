@@ -20,10 +20,8 @@ public:
     ~SwapFile() override;
 
     void setDelay(int milliseconds) { m_timer.setInterval(milliseconds); }
-    /// Waits until what is being written is on disk.
+    /// Writes the copy if it is due, and waits until it is on disk.
     void flush();
-    /// Writes the copy at once. False if it is not on disk afterwards.
-    bool writeNow();
 
 private:
     void textChanged();

@@ -75,10 +75,7 @@ int SyntaxHighlighter::startState(QTextDocument *document, const QTextBlock &blo
 
 void SyntaxHighlighter::setEndState(QTextBlock block, int endState, bool invalidate)
 {
-    ParagData *data = paragDataOf(block);
-    VARNEL_ASSERT(data);
-    if (!data)
-        return;
+    ParagData *data = ensureParagData(block);
     const bool changed = data->endState != endState;
     data->endState = endState;
     block.setUserState(endState);

@@ -54,7 +54,7 @@ protected:
     /// The state that @p block starts with: the end state of the block above, or 0 for the first. Runs process() over
     /// the blocks right above that have no end state.
     int startState(QTextDocument *document, const QTextBlock &block);
-    /// Stores the end state of @p block, which has a ParagData, and marks the next block as process() tells.
+    /// Stores the end state of @p block and marks the next block as process() tells.
     static void setEndState(QTextBlock block, int endState, bool invalidate);
 
 private:

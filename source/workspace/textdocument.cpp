@@ -15,12 +15,26 @@ using namespace Qt::StringLiterals;
 
 namespace {
 constexpr int SearchSlice = 2000; ///< lines that the search for a bracket goes through in one go
-}
+
+/// The toolkit looks for the end of a change behind its old and its new length together, finds it in a later line
+/// whenever the colours of a line are set, and then paints all that is on screen.
+class LineLayout : public QPlainTextDocumentLayout
+{
+public:
+    using QPlainTextDocumentLayout::QPlainTextDocumentLayout;
+
+protected:
+    void documentChanged(int from, int, int charsAdded) override
+    {
+        QPlainTextDocumentLayout::documentChanged(from, 0, std::max(charsAdded, 1));
+    }
+};
+} // namespace
 
 TextDocument::TextDocument(TextDocumentTemplate *docTemplate)
     : Document(docTemplate), m_template(docTemplate), m_text(std::make_unique<QTextDocument>())
 {
-    m_text->setDocumentLayout(new QPlainTextDocumentLayout(m_text.get()));
+    m_text->setDocumentLayout(new LineLayout(m_text.get()));
     m_marked = std::make_unique<MarkedLines>(m_text.get());
     applyFormats();
     m_driver = std::make_unique<HighlightDriver>(m_text.get(), highlighter());

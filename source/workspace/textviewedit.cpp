@@ -19,7 +19,9 @@ using namespace Qt::StringLiterals;
 
 namespace {
 constexpr int CollapseHeight = 20; ///< pixels
-constexpr int LinesAround = 4;     ///< kept in sight around a line that is gone to
+constexpr QColor DarkCyan(0x12, 0x34,
+                          0x38); ///< behind matched brackets on dark paper: light text would vanish on light
+constexpr int LinesAround = 4;   ///< kept in sight around a line that is gone to
 
 QTextDocument *keptDocument(QPlainTextEdit *edit)
 {
@@ -154,9 +156,8 @@ void TextViewEdit::showBracketMatch()
         setExtraSelections({});
         return;
     }
-    match.format.setBackground(QColor(u"lightcyan"_s));
-    if (m_document->paperColour().lightness() < 128)
-        match.format.setForeground(Qt::black); // light text would vanish on it
+    const bool isDark = m_document->paperColour().lightness() < 128;
+    match.format.setBackground(isDark ? DarkCyan : QColor(u"lightcyan"_s));
     setExtraSelections({match});
 }
 

@@ -4,6 +4,7 @@
 #include "varnelassert.h"
 #include "view.h"
 #include "viewmanager.h"
+#include <QFileInfo>
 
 Workspace::Workspace(QObject *parent) : QObject(parent) {}
 
@@ -33,6 +34,17 @@ bool Workspace::openDocument(const QString &filename, bool activate)
     }
     DocumentTemplate *docTemplate = templateFor(filename, "DocumentTemplate");
     return docTemplate && load(docTemplate, &Document::open, filename, activate);
+}
+
+Document *Workspace::openOrCreate(const QString &filename)
+{
+    const auto create = [this, &filename] {
+        DocumentTemplate *docTemplate = templateFor(filename, "DocumentTemplate");
+        return docTemplate && newDocument(docTemplate, filename);
+    };
+    const bool exists = findDocument(filename) || QFileInfo::exists(filename);
+    const bool opened = exists ? openDocument(filename, true) : create();
+    return opened ? findDocument(filename) : nullptr;
 }
 
 bool Workspace::reopenDocument(QString filename)

@@ -23,6 +23,9 @@ public:
 
     /// Opens @p filename, or brings its first view to the front if it is open; @p activate gives the view the focus.
     bool openDocument(const QString &filename, bool activate);
+    /// The document @p filename: one that is open, or else its file, or else a new one, about which nobody is asked.
+    /// Null if it cannot be opened.
+    Document *openOrCreate(const QString &filename);
     /// Loads an open document anew, into a new view that takes the old one's place. The name is taken by value: the
     /// document that owned it may die on the way.
     bool reopenDocument(QString filename);

@@ -3,11 +3,15 @@
 #include "iexecutionenvironment.h"
 #include "interfaceobject.h"
 #include "iproject.h"
+#include "itextdocumentplugin.h"
 #include "pluginfactory.h"
+#include "textindent.h"
 #include <QPluginLoader>
 #include <QProcess>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QTextBlock>
+#include <QTextDocument>
 
 using namespace Qt::StringLiterals;
 
@@ -76,7 +80,34 @@ class tst_SdkPackage : public QObject
         return process.error() == QProcess::UnknownError && process.exitCode() == 0;
     }
 
+    /// Has the plug-in in the folder @p sources of the tests built against the installation, and installed into it.
+    bool buildPlugin(const QString &sources)
+    {
+        const QString name = sources.section(u'/', -1);
+        const QString copy = m_directory.filePath(u"sources/"_s + name);
+        const QString build = m_directory.filePath(u"build/"_s + name);
+        const QList<QStringList> steps{
+            {u"-E"_s, u"copy_directory"_s, sourceDirectory(sources), copy},
+            {u"-S"_s, copy, u"-B"_s, build, u"-G"_s, QStringLiteral(CMAKE_GENERATOR_NAME),
+             u"-DCMAKE_CXX_COMPILER="_s + QStringLiteral(CXX_COMPILER),
+             u"-DCMAKE_CXX_FLAGS=-Wall -Wextra -Werror -Wnon-virtual-dtor -Woverloaded-virtual"_s,
+             u"-DCMAKE_PREFIX_PATH="_s + m_directory.filePath(u"moved"_s)},
+            {u"--build"_s, build},
+            {u"--install"_s, build}};
+        return std::ranges::all_of(steps, [this](const QStringList &step) { return cmake(step); });
+    }
+
+    /// The library that CMake calls @p name, where its installation put it.
+    QString library(const QString &name)
+    {
+        return m_directory.filePath(u"moved/plugins/"_s + QStringLiteral(PLUGIN_PREFIX) + name
+                                    + QStringLiteral(PLUGIN_SUFFIX));
+    }
     IPluginFactory *factory() { return qobject_cast<IPluginFactory *>(QPluginLoader(m_library).instance()); }
+    static QString sourceDirectory(const QString &folder)
+    {
+        return QStringLiteral(VARNEL_SOURCE_DIR) + u"/tests/"_s + folder;
+    }
 
     void writeScript(const QByteArray &text)
     {
@@ -86,32 +117,21 @@ class tst_SdkPackage : public QObject
         script.setPermissions(QFile::ReadOwner | QFile::ExeOwner | QFile::WriteOwner);
     }
 
-    const QString m_sources = QStringLiteral(VARNEL_SOURCE_DIR) + u"/tests/sdk/scriptbuild"_s;
     QTemporaryDir m_directory;
     QByteArray m_output;
     QString m_library;
 
 private Q_SLOTS:
-    /// Installs, moves the installation away, and has a plug-in from outside built and installed against it.
+    /// Installs, moves the installation away, and has plug-ins from outside built and installed against it.
     void initTestCase()
     {
-        const QString sources = m_directory.filePath(u"sources"_s);
-        const QString build = m_directory.filePath(u"build"_s);
         const QString installed = m_directory.filePath(u"installed"_s);
-        const QString moved = m_directory.filePath(u"moved"_s);
-        const QList<QStringList> steps{
-            {u"-E"_s, u"copy_directory"_s, m_sources, sources},
-            {u"--install"_s, QStringLiteral(VARNEL_BINARY_DIR), u"--prefix"_s, installed},
-            {u"-E"_s, u"rename"_s, installed, moved},
-            {u"-S"_s, sources, u"-B"_s, build, u"-G"_s, QStringLiteral(CMAKE_GENERATOR_NAME),
-             u"-DCMAKE_CXX_COMPILER="_s + QStringLiteral(CXX_COMPILER),
-             u"-DCMAKE_CXX_FLAGS=-Wall -Wextra -Werror -Wnon-virtual-dtor -Woverloaded-virtual"_s,
-             u"-DCMAKE_PREFIX_PATH="_s + moved},
-            {u"--build"_s, build},
-            {u"--install"_s, build}};
-        for (const QStringList &step : steps)
-            QVERIFY2(cmake(step), m_output.constData());
-        m_library = moved + u"/plugins/"_s + QStringLiteral(PLUGIN_LIBRARY);
+        QVERIFY2(cmake({u"--install"_s, QStringLiteral(VARNEL_BINARY_DIR), u"--prefix"_s, installed}),
+                 m_output.constData());
+        QVERIFY2(cmake({u"-E"_s, u"rename"_s, installed, m_directory.filePath(u"moved"_s)}), m_output.constData());
+        for (const QString &sources : {u"sdk/scriptbuild"_s, u"sdk/editorheaders"_s, u"plugins/language"_s})
+            QVERIFY2(buildPlugin(sources), m_output.constData());
+        m_library = library(u"scriptbuild"_s);
         QVERIFY2(QFile::exists(m_library), qPrintable(m_library));
     }
 
@@ -212,18 +232,40 @@ private Q_SLOTS:
         QTRY_COMPARE(events->results, QList<bool>{false});
     }
 
+    /// Nothing here links the editor: the library brings it from the installation that it was built against.
+    void aLanguageWorksWithTheInstalledEditor()
+    {
+        QPluginLoader loader(library(u"language"_s));
+        auto *factory = qobject_cast<IPluginFactory *>(loader.instance());
+        QVERIFY2(factory, qPrintable(loader.errorString()));
+        QVERIFY(readFile(u"/proc/self/maps"_s).contains(m_directory.filePath(u"moved/lib/"_s)));
+
+        const InterfacePtr<IPluginObject> object(factory->create(factory->featureList().constFirst()));
+        QCOMPARE(object->type(), IPluginObject::TextDocument);
+        const auto language = queryInterface<ITextDocumentPlugin>(object.get());
+        QVERIFY(language);
+        QCOMPARE(language->extensions(), (QStringList{u"s"_s, u"asm"_s}));
+        QTextDocument text(u"  loop:\nnop"_s);
+        const std::unique_ptr<TextIndent> indenter(language->indenter());
+        indenter->setIndentMode(TextIndent::Smart);
+        for (QTextBlock line = text.begin(); line.isValid(); line = line.next())
+            indenter->indent(&text, line);
+        QCOMPARE(text.toPlainText(), u"loop:\n    nop"_s);
+    }
+
     void theGuideShowsTheseSources_data()
     {
         QTest::addColumn<QString>("file");
-        QTest::newRow("CMakeLists.txt") << u"CMakeLists.txt"_s;
-        QTest::newRow("scriptbuild.cpp") << u"scriptbuild.cpp"_s;
+        for (const char *file : {"sdk/scriptbuild/CMakeLists.txt", "sdk/scriptbuild/scriptbuild.cpp",
+                                 "plugins/language/CMakeLists.txt", "plugins/language/language.cpp"})
+            QTest::newRow(file) << QString::fromLatin1(file);
     }
 
     void theGuideShowsTheseSources()
     {
         QFETCH(QString, file);
         const QString guide = readFile(QStringLiteral(VARNEL_SOURCE_DIR) + u"/docs/plugin-authors.md"_s);
-        const QString source = readFile(m_sources + u'/' + file);
+        const QString source = readFile(sourceDirectory(file));
         QVERIFY(!source.isEmpty());
         QVERIFY(guide.contains(u"\n"_s + source + u"```\n"_s));
     }

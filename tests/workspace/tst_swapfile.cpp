@@ -1,5 +1,8 @@
 #include "editorfixture.h"
+#include "recovery.h"
 #include "swapfile.h"
+#include "tabbedviewmanager.h"
+#include "workspace.h"
 #include <QProcess>
 
 using namespace Qt::StringLiterals;
@@ -54,6 +57,67 @@ void crash(const QString &directory)
     swapOne.flush();
     swapTwo.flush();
     ::_exit(1);
+}
+
+/// Character @p i of what typeWithoutEnd() types.
+QChar typedCharacter(int i)
+{
+    return QChar(i % 40 == 39 ? u'\n' : u'a' + i % 23);
+}
+
+/// Run in a process of its own: types until somebody kills it.
+void typeWithoutEnd(const QString &directory)
+{
+    EditorFixture f;
+    f.docTemplate.setSwapDirectory(directory + u"/state"_s);
+    TextDocument document(&f.docTemplate);
+    TextView view(&document);
+    document.create(directory + u"/typed.c"_s);
+    document.swapFile()->setDelay(1);
+    view.show();
+    for (int i = 0;; ++i) {
+        const QChar character = typedCharacter(i);
+        if (character == u'\n')
+            QTest::keyClick(view.currentEdit(), Qt::Key_Return);
+        else
+            QTest::keyClick(view.currentEdit(), character.toLatin1());
+        QCoreApplication::processEvents();
+    }
+}
+
+/// The program as it starts again: documents in tabs, with copies of their own in "state".
+struct SecondStart : EditorFixture
+{
+    explicit SecondStart(const QString &root) : state(root + u"/state"_s)
+    {
+        workspace.setViewManager(&views);
+        auto *texts =
+            new TextDocumentTemplate(u"T"_s, {}, {}, {}, std::make_unique<SyntaxHighlighter>(&formats), nullptr);
+        texts->setSwapDirectory(state);
+        workspace.addTemplate(texts);
+    }
+    ~SecondStart()
+    {
+        for (Document *document : workspace.documents())
+            document->setModified(false);
+        workspace.closeAll();
+    }
+    [[nodiscard]] TextDocument *opened(int i) const
+    {
+        return qobject_cast<TextDocument *>(workspace.documents().value(i));
+    }
+
+    const QString state;
+    TabbedViewManager views;
+    Workspace workspace;
+};
+
+/// Leaves the copies of two files behind, in "state".
+bool leaveCopies(const QString &directory)
+{
+    QProcess process;
+    process.start(QCoreApplication::applicationFilePath(), {u"--crash"_s, directory});
+    return process.waitForFinished() && process.exitCode() == 1;
 }
 } // namespace
 
@@ -113,16 +177,135 @@ private Q_SLOTS:
     {
         const QTemporaryDir directory;
         const QString state = directory.filePath(u"state"_s);
-        QProcess process;
-        process.start(QCoreApplication::applicationFilePath(), {u"--crash"_s, directory.path()});
-        QVERIFY(process.waitForFinished());
-        QCOMPARE(process.exitCode(), 1);
+        QVERIFY(leaveCopies(directory.path()));
         QCOMPARE(rescued(state), u"one.c: int café;\nint b; | two.c: two"_s);
         const QList<RecoverableText> texts = recoverableTexts(state);
         QCOMPARE(texts.at(0).filename, directory.filePath(u"one.c"_s));
         QVERIFY(std::abs(texts.at(0).time.secsTo(QDateTime::currentDateTime())) < 60);
         discardRecoverableText(texts.at(0));
         QCOMPARE(rescued(state), u"two.c: two"_s);
+    }
+
+    void whatWasTypedBeforeAKillIsOfferedAtTheNextStart_data()
+    {
+        QTest::addColumn<int>("least"); // characters typed before the kill
+        QTest::newRow("early") << 1;
+        QTest::newRow("amid a line") << 500;
+        QTest::newRow("later") << 3000;
+    }
+    void whatWasTypedBeforeAKillIsOfferedAtTheNextStart()
+    {
+        QFETCH(int, least);
+        const QTemporaryDir directory;
+        QProcess typist;
+        typist.start(QCoreApplication::applicationFilePath(), {u"--type"_s, directory.path()});
+        const auto copied = [&directory] {
+            const QDir state(directory.filePath(u"state"_s));
+            const QString copy = state.entryList({u"*.swap"_s}, QDir::Files).value(0);
+            return recoverText({state.filePath(copy), {}, {}}).value_or(QString()).size();
+        };
+        QTRY_VERIFY_WITH_TIMEOUT(copied() >= least, 60000);
+        typist.kill();
+        QVERIFY(typist.waitForFinished());
+        QCOMPARE(typist.exitStatus(), QProcess::CrashExit);
+
+        SecondStart next(directory.path());
+        const BoxAnswers box({QMessageBox::Yes});
+        QCOMPARE(offerRecovery(next.workspace, next.state, nullptr), 1);
+        QCOMPARE(box.texts.size(), 1);
+        QVERIFY(box.texts[0].contains(directory.filePath(u"typed.c"_s)));
+        const QString text = next.opened(0)->text()->toPlainText();
+        QVERIFY(text.size() >= least);
+        for (int i = 0; i < text.size(); ++i)
+            QCOMPARE(text[i], typedCharacter(i)); // a state that the text had, nothing torn
+        QVERIFY(!QFile::exists(directory.filePath(u"typed.c"_s)));
+        QVERIFY(next.opened(0)->save());
+        QVERIFY(recoverableTexts(next.state).isEmpty());
+    }
+
+    void recoveredTextsReplaceThoseOfTheFiles()
+    {
+        const QTemporaryDir directory;
+        QFile file(directory.filePath(u"one.c"_s));
+        QVERIFY(file.open(QIODevice::WriteOnly) && file.write("old\n") == 4);
+        file.close();
+        QVERIFY(leaveCopies(directory.path()));
+        SecondStart next(directory.path());
+        const BoxAnswers box({QMessageBox::Yes});
+        QCOMPARE(offerRecovery(next.workspace, next.state, nullptr), 2);
+        QVERIFY(box.texts[0].startsWith(u"The program ended before changes to these files were saved:\n\n"_s));
+        QVERIFY(box.texts[0].endsWith(u"\n\nDo you want to recover the changes?"_s));
+        QCOMPARE(next.opened(0)->text()->toPlainText(), u"int café;\nint b;"_s);
+        QVERIFY(next.opened(0)->modified());
+        QCOMPARE(next.opened(1)->filename(), directory.filePath(u"two.c"_s));
+        next.opened(0)->text()->undo();
+        QCOMPARE(next.opened(0)->text()->toPlainText(), u"old\n"_s);
+    }
+
+    /// A second crash right after the recovery must not lose what the first had left.
+    void aRecoveredTextHasANewCopyBeforeTheOldOneGoes()
+    {
+        const QTemporaryDir directory;
+        QVERIFY(leaveCopies(directory.path()));
+        SecondStart next(directory.path());
+        const QStringList before = files(next.state);
+        const BoxAnswers box({QMessageBox::Yes});
+        QCOMPARE(offerRecovery(next.workspace, next.state, nullptr), 2);
+        const QStringList after = files(next.state);
+        QCOMPARE(after.filter(QRegularExpression(u"\\.swap$"_s)).size(), 2);
+        for (const QString &old : before)
+            QVERIFY(!after.contains(old));
+    }
+
+    void unwantedTextsAreThrownAway()
+    {
+        const QTemporaryDir directory;
+        QVERIFY(leaveCopies(directory.path()));
+        SecondStart next(directory.path());
+        const BoxAnswers box({QMessageBox::No});
+        QCOMPARE(offerRecovery(next.workspace, next.state, nullptr), 0);
+        QVERIFY(next.workspace.documents().isEmpty());
+        QCOMPARE(files(next.state), QStringList());
+        QCOMPARE(offerRecovery(next.workspace, next.state, nullptr), 0); // and nobody asks again
+    }
+
+    void textsMayBeLeftForLater()
+    {
+        const QTemporaryDir directory;
+        QVERIFY(leaveCopies(directory.path()));
+        SecondStart next(directory.path());
+        const BoxAnswers box({QMessageBox::Cancel});
+        QCOMPARE(offerRecovery(next.workspace, next.state, nullptr), 0);
+        QVERIFY(next.workspace.documents().isEmpty());
+        QCOMPARE(recoverableTexts(next.state).size(), 2);
+    }
+
+    void aTextThatCannotBeRecoveredIsKept()
+    {
+        const QTemporaryDir directory;
+        QVERIFY(leaveCopies(directory.path()));
+        QVERIFY(QDir().mkdir(directory.filePath(u"one.c"_s))); // a directory cannot be opened
+        SecondStart next(directory.path());
+        const BoxAnswers boxes({QMessageBox::Yes, QMessageBox::Ok, QMessageBox::Ok});
+        const QString copy = recoverableTexts(next.state).at(0).swapFile;
+        QCOMPARE(offerRecovery(next.workspace, next.state, nullptr), 1);
+        QCOMPARE(boxes.texts.at(2), u"The changes to the following file could not be recovered:\n%1\n\n"
+                                    "They are kept in the file\n%2"_s.arg(directory.filePath(u"one.c"_s), copy));
+        QCOMPARE(rescued(next.state), u"one.c: int café;\nint b;"_s);
+    }
+
+    void manyTextsAreNotAllNamed()
+    {
+        const QTemporaryDir directory;
+        QVERIFY(leaveCopies(directory.path()));
+        const QString copy = recoverableTexts(directory.filePath(u"state"_s)).at(0).swapFile;
+        for (int i = 0; i < 11; ++i)
+            QVERIFY(QFile::copy(copy, directory.filePath(u"state/%1.swap"_s.arg(i))));
+        SecondStart next(directory.path());
+        const BoxAnswers box({QMessageBox::Cancel});
+        QCOMPARE(offerRecovery(next.workspace, next.state, nullptr), 0);
+        QCOMPARE(box.texts.at(0).count(u"one.c"_s), 10);
+        QVERIFY(box.texts.at(0).contains(u"\nand 3 more\n"_s));
     }
 
     void otherFilesAreLeftAlone()
@@ -161,6 +344,8 @@ int main(int argc, char **argv)
     QApplication app(argc, argv);
     if (app.arguments().size() == 3 && app.arguments().at(1) == u"--crash"_s)
         crash(app.arguments().at(2));
+    if (app.arguments().size() == 3 && app.arguments().at(1) == u"--type"_s)
+        typeWithoutEnd(app.arguments().at(2));
     TestSwapFile test;
     return QTest::qExec(&test, argc, argv);
 }

@@ -288,6 +288,37 @@ private Q_SLOTS:
         }
     }
 
+    void undoingReturnBringsTheMarkerBack_data()
+    {
+        QTest::addColumn<int>("index");
+        QTest::newRow("at the start of the line") << 0;
+        QTest::newRow("amid the line") << 2;
+        QTest::newRow("at its end") << 4;
+    }
+    void undoingReturnBringsTheMarkerBack()
+    {
+        QFETCH(const int, index);
+        EditorFixture f(u"one\ntwo\n\txyz\nfour"_s);
+        f.view->setMarker(3, TextView::EnabledBreakpointMarker, true, false);
+        f.putCursor(2, index);
+        QTest::keyClick(f.edit(), Qt::Key_Return);
+        f.view->undo();
+        QCOMPARE(f.markers(), u"3:1"_s);
+        f.view->redo();
+        QCOMPARE(f.markers(), index == 0 ? u"4:1"_s : u"3:1"_s);
+    }
+
+    void undoingAPasteAboveALineLeavesItsMarkerAlone()
+    {
+        EditorFixture f(u"one\ntwo"_s);
+        f.view->setMarker(2, TextView::EnabledBreakpointMarker, true, false);
+        f.putCursor(1, 0);
+        f.view->insertText(u"a\nb\nc\n"_s);
+        QCOMPARE(f.markers(), u"5:1"_s);
+        f.view->undo();
+        QCOMPARE(f.markers(), u"2:1"_s);
+    }
+
     void alternateGoesWithBreakpointsOnly_data()
     {
         QTest::addColumn<int>("mask");

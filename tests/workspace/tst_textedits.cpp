@@ -1,4 +1,6 @@
 #include "editorfixture.h"
+#include "painted.h"
+#include <QClipboard>
 #include <QRandomGenerator>
 
 using namespace Qt::StringLiterals;
@@ -24,10 +26,12 @@ public:
         }
         // The marker stays with the part that keeps its start; with nothing before it, it goes with the text.
         const bool goes = index == 0;
-        m_lines[line] = {old.text.left(index) + parts.first(), goes ? 0 : old.marker};
+        QList<Line> lines = m_lines.first(line);
+        lines.append({old.text.left(index) + parts.first(), goes ? 0 : old.marker});
         for (int i = 1; i < parts.size() - 1; ++i)
-            m_lines.insert(line + i, {parts[i], 0});
-        m_lines.insert(line + parts.size() - 1, {parts.last() + old.text.mid(index), goes ? old.marker : 0});
+            lines.append({parts[i], 0});
+        lines.append({parts.last() + old.text.mid(index), goes ? old.marker : 0});
+        m_lines = lines + m_lines.sliced(line + 1);
     }
 
     void remove(int line, int index, int lineTo, int indexTo)
@@ -36,6 +40,20 @@ public:
         if (index == 0 && lineTo > line) // nothing is left of it: it goes itself, and the last line keeps its marker
             m_lines[line].marker = m_lines[lineTo].marker;
         m_lines.remove(line + 1, lineTo - line);
+    }
+
+    /// Puts @p text in place of @p removed characters, as undo and redo do: a line that begins where it began keeps its
+    /// marker, whatever is joined with it.
+    void replace(int position, int removed, const QString &text)
+    {
+        const auto [line, index] = place(position);
+        const auto [lineTo, indexTo] = place(position + removed);
+        const int marker = m_lines[line].marker;
+        if (removed > 0)
+            remove(line, index, lineTo, indexTo);
+        m_lines[line].marker |= marker;
+        if (!text.isEmpty())
+            insert(line, index, text);
     }
 
     void mark(int line) { m_lines[line].marker ^= 1; }
@@ -65,7 +83,130 @@ private:
         QString text;
         int marker;
     };
+
+    [[nodiscard]] std::pair<int, int> place(int position) const
+    {
+        int line = 0;
+        while (line + 1 < lineCount() && position > length(line))
+            position -= length(line++) + 1;
+        return {line, std::min(position, length(line))};
+    }
+
     QList<Line> m_lines;
+};
+
+/// Random edits in a view with two panes, and what they should lead to.
+class Editing
+{
+public:
+    explicit Editing(quint32 seed) : m_random(seed)
+    {
+        f.docTemplate.highlighter()->setFormats(&m_formats);
+        f.view->split();
+        QObject::connect(f.document->text(), &QTextDocument::contentsChange, f.view.get(),
+                         [this](int from, int removed, int added) {
+                             m_change = {from, removed, added};
+                         });
+    }
+
+    void edit(int step)
+    {
+        const int line = m_random.bounded(model.lineCount());
+        const int index = m_random.bounded(3) ? m_random.bounded(model.length(line) + 1) : 0;
+        if (step == 1000) {
+            paste(line, index, u"pasted(\"line\"); /* */\n"_s.repeated(45'000)); // 1 MB
+            return;
+        }
+        switch (m_random.bounded(10)) {
+        case 0:
+        case 1:
+            insert(line, index, u"if (x) { /* \"y\" */ }"_s.mid(m_random.bounded(12)));
+            break;
+        case 2:
+        case 3:
+            insert(line, index, u"\n"_s);
+            break;
+        case 4:
+            insert(line, index, u"a;\n}\n{ b\n"_s.mid(m_random.bounded(6)));
+            break;
+        case 5:
+            f.view->setMarker(line + 1, 0x01, !f.view->hasMarker(line + 1, 0x01), false);
+            model.mark(line);
+            break;
+        case 6:
+            follow([this] { f.view->undo(); });
+            break;
+        case 7:
+            follow([this] { f.view->redo(); });
+            break;
+        default:
+            remove(line, index);
+        }
+    }
+
+    QString highlighted()
+    {
+        f.document->ensureProcessed(f.document->text()->lastBlock());
+        return painted(*f.document->text());
+    }
+    QString highlightedFromScratch()
+    {
+        const std::unique_ptr<QTextDocument> document = plainDocument(model.text());
+        for (QTextBlock block = document->begin(); block.isValid(); block = block.next())
+            f.docTemplate.highlighter()->process(document.get(), block, 0);
+        return painted(*document);
+    }
+
+    EditorFixture f;
+    Model model{{QString()}};
+
+private:
+    void insert(int line, int index, const QString &text)
+    {
+        f.putCursor(line, index);
+        f.view->insertText(text);
+        model.insert(line, index, text);
+    }
+    void paste(int line, int index, const QString &text)
+    {
+        f.putCursor(line, index);
+        QGuiApplication::clipboard()->setText(text);
+        f.view->paste();
+        model.insert(line, index, text);
+    }
+    void remove(int line, int index)
+    {
+        const int last = model.lineCount() - 1;
+        const int lineTo = std::min(line + m_random.bounded(m_random.bounded(10) ? 3 : 60'000), last);
+        const int indexTo = lineTo == line ? index + m_random.bounded(model.length(line) - index + 1)
+                                           : m_random.bounded(model.length(lineTo) + 1);
+        f.putCursor(line, index, lineTo, indexTo);
+        f.view->remove();
+        model.remove(line, index, lineTo, indexTo);
+    }
+    /// Has the model follow a change of the document that only the document knows; the texts are compared later.
+    template <typename Change>
+    void follow(Change change)
+    {
+        m_change = {};
+        change();
+        QTextCursor added(f.document->text());
+        added.setPosition(m_change.from);
+        added.setPosition(std::min(m_change.from + m_change.added, f.document->text()->characterCount() - 1),
+                          QTextCursor::KeepAnchor);
+        model.replace(m_change.from, m_change.removed, added.selectedText().replace(QChar::ParagraphSeparator, u'\n'));
+    }
+
+    struct ContentsChange
+    {
+        int from = 0;
+        int removed = 0;
+        int added = 0;
+    };
+
+    QRandomGenerator m_random;
+    const FormatTable m_formats = readableFormats();
+    ContentsChange m_change;
 };
 } // namespace
 
@@ -84,63 +225,30 @@ private Q_SLOTS:
     void thousandsOfEditsAgreeWithPlainStrings()
     {
         QFETCH(const quint32, seed);
-        QRandomGenerator random(seed);
-        EditorFixture f;
-        f.view->split();
-        Model model({QString()});
-        QTextDocument *text = f.document->text();
-        const auto insertAt = [&](int line, int index, const QString &inserted) {
-            f.putCursor(line, index);
-            f.view->insertText(inserted);
-            model.insert(line, index, inserted);
-        };
-        for (int step = 0; step < 2000; ++step) {
-            const int line = random.bounded(model.lineCount());
-            const int index = random.bounded(3) ? random.bounded(model.length(line) + 1) : 0;
-            switch (random.bounded(8)) {
-            case 0:
-            case 1:
-                insertAt(line, index, u"if (x) { /* \"y\" */ }"_s.mid(random.bounded(12)));
-                break;
-            case 2:
-            case 3:
-                insertAt(line, index, u"\n"_s);
-                break;
-            case 4:
-                insertAt(line, index, u"a;\n}\n{ b\n"_s.mid(random.bounded(6)));
-                break;
-            case 5:
-                if (step % 200 == 0)
-                    insertAt(line, index, u"pasted(\"line\");\n"_s.repeated(3000));
-                f.view->setMarker(line + 1, 0x01, !f.view->hasMarker(line + 1, 0x01), false);
-                model.mark(line);
-                break;
-            default: {
-                const int lineTo =
-                    std::min(line + random.bounded(random.bounded(20) ? 3 : 4000), model.lineCount() - 1);
-                const int indexTo = lineTo == line ? index + random.bounded(model.length(line) - index + 1)
-                                                   : random.bounded(model.length(lineTo) + 1);
-                f.putCursor(line, index, lineTo, indexTo);
-                f.view->remove();
-                model.remove(line, index, lineTo, indexTo);
-            }
-            }
-            if (step % 50 == 0 || model.lineCount() < 100) {
-                QCOMPARE(text->blockCount(), model.lineCount());
-                QCOMPARE(f.markers(), model.markers());
+        Editing editing(seed);
+        for (int step = 0; step < 2500; ++step) {
+            editing.edit(step);
+            if (step % 50 == 0 || editing.model.lineCount() < 100) {
+                QCOMPARE(editing.f.document->text()->blockCount(), editing.model.lineCount());
+                QCOMPARE(editing.f.markers(), editing.model.markers());
                 QCoreApplication::processEvents();
             }
+            if (step % 1000 == 999)
+                QCOMPARE(editing.highlighted(), editing.highlightedFromScratch());
         }
-        QCOMPARE(f.text(), model.text());
-        QCOMPARE(f.markers(), model.markers());
+        const EditorFixture &f = editing.f;
+        QTextDocument *text = f.document->text();
+        QCOMPARE(f.text(), editing.model.text());
+        QCOMPARE(f.markers(), editing.model.markers());
+        QCOMPARE(editing.highlighted(), editing.highlightedFromScratch());
         while (text->isUndoAvailable())
             f.view->undo();
         QCOMPARE(f.text(), QString());
         while (text->isRedoAvailable())
             f.view->redo();
-        QCOMPARE(f.text(), model.text());
         f.view->clearMarkers(0xFFFF);
         QCOMPARE(f.markers(), QString());
+        QCOMPARE(editing.highlighted(), editing.highlightedFromScratch());
     }
 };
 

@@ -1,7 +1,9 @@
 #include "editorfixture.h"
+#include "textformats.h"
 #include "textmarkerwidget.h"
 #include "textprint.h"
 #include "textsplitterwidget.h"
+#include <cmath>
 #include <QClipboard>
 #include <QHelpEvent>
 #include <QMenu>
@@ -60,6 +62,34 @@ void sendToolTip(QWidget *widget, const QPoint &position)
     QHelpEvent event(QEvent::ToolTip, position, widget->mapToGlobal(position));
     QApplication::sendEvent(widget, &event);
 }
+
+/// The contrast of two colours as people see it, from 1 to 21.
+double contrast(const QColor &one, const QColor &two)
+{
+    const auto luminance = [](const QColor &colour) {
+        const auto linear = [](float part) {
+            return part <= 0.04045f ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4);
+        };
+        return 0.2126 * linear(colour.redF()) + 0.7152 * linear(colour.greenF()) + 0.0722 * linear(colour.blueF());
+    };
+    const auto [dark, light] = std::minmax({luminance(one), luminance(two)});
+    return (light + 0.05) / (dark + 0.05);
+}
+
+/// What is painted of a widget.
+class PaintedRegion : public QObject
+{
+public:
+    explicit PaintedRegion(QWidget *widget) : QObject(widget) { widget->installEventFilter(this); }
+    bool eventFilter(QObject *, QEvent *event) override
+    {
+        if (event->type() == QEvent::Paint)
+            painted += static_cast<QPaintEvent *>(event)->region();
+        return false;
+    }
+
+    QRegion painted;
+};
 } // namespace
 
 class TestTextView : public QObject
@@ -636,6 +666,36 @@ private Q_SLOTS:
         QVERIFY(!f.edit(0)->extraSelections().isEmpty());
         f.view->gotoLine(1);
         QVERIFY(f.edit(0)->extraSelections().isEmpty());
+    }
+
+    void aTypedCharacterPaintsItsLineOnly()
+    {
+        EditorFixture f(u"int x; // one\n"_s.repeated(30));
+        f.putCursor(5, 3);
+        auto &region = *new PaintedRegion(f.edit()->viewport());
+        f.edit()->viewport()->update();
+        QTest::keyClick(f.edit(), Qt::Key_A); // the first one changes the title
+        QTRY_VERIFY(!region.painted.isEmpty());
+        region.painted = {};
+        QTest::keyClick(f.edit(), Qt::Key_B);
+        QTRY_VERIFY(!region.painted.isEmpty());
+        QCOMPARE(f.text().split(u'\n').at(5), u"intab x; // one"_s);
+        QVERIFY(region.painted.boundingRect().height() < 3 * f.document->lineSpacing());
+    }
+
+    void matchedBracketsAreReadableOnDarkPaper()
+    {
+        TextFormats dark;
+        QVERIFY(dark.loadFromFile(QStringLiteral(VARNEL_SOURCE_DIR "/config/textformats-dark.xml")));
+        EditorFixture f(u"a (x) b"_s);
+        f.formats = dark.formatTable();
+        f.document->notifyViews(nullptr, true);
+        f.putCursor(0, 2);
+        const QTextCharFormat match = f.edit()->extraSelections().at(0).format;
+        QVERIFY(contrast(match.background().color(), f.document->paperColour()) > 1.2); // it is seen at all
+        QVERIFY(!match.hasProperty(QTextFormat::ForegroundBrush));                      // the text keeps its colours
+        for (int id = FormatId::Standard; id <= FormatId::Label; ++id)
+            QVERIFY(contrast(match.background().color(), f.formats[id].foreground().color()) > 3);
     }
 
     void aFullRefreshTakesOverFormats()

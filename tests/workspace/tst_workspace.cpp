@@ -91,6 +91,18 @@ private Q_SLOTS:
         QCOMPARE(f.log, (QStringList{u"open /x/bad.c"_s, u"delete /x/bad.c"_s}));
     }
 
+    void openOrCreateMakesWhatIsNotThereWithoutAsking()
+    {
+        Fixture f;
+        Document *created = f.workspace.openOrCreate(u"/x/new.c"_s);
+        QVERIFY(created);
+        QCOMPARE(f.workspace.openOrCreate(u"/x/new.c"_s), created);
+        QVERIFY(f.workspace.openOrCreate(QStringLiteral(VARNEL_SOURCE_DIR "/README.md")));
+        QVERIFY(!f.workspace.openOrCreate(u"/x/bad.c"_s));
+        QCOMPARE(f.log, (QStringList{u"create /x/new.c"_s, u"open "_s + QStringLiteral(VARNEL_SOURCE_DIR "/README.md"),
+                                     u"create /x/bad.c"_s, u"delete /x/bad.c"_s}));
+    }
+
     void aNameWithoutTemplateIsLogged()
     {
         Workspace workspace;

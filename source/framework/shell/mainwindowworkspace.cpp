@@ -235,7 +235,7 @@ void MainWindow::continueLastRun()
         else if (!QFileInfo::exists(workspace) || !openWorkspace(workspace, false))
             statusBar()->showMessage(tr("The workspace %1 could not be opened again.").arg(workspace));
     }
-    offerRecovery(this, *m_workspace, stateDirectory().filePath(u"swap"_s));
+    offerRecovery(*m_workspace, stateDirectory().filePath(u"swap"_s), this);
 }
 
 // Events ------------------------------------------------------------------
