@@ -50,7 +50,7 @@ QStringList filesOf(const QMimeData *data)
     QString path = text.mid(5).trimmed();
     if (path.startsWith("///"_L1))
         path.remove(0, 3);
-    return {path};
+    return path.isEmpty() ? QStringList() : QStringList(path);
 }
 } // namespace
 
@@ -198,8 +198,8 @@ void MainWindow::continueLastRun()
         const QString workspace = settings()->value(LastWorkspaceKey).toString();
         if (workspace.isEmpty())
             restoreSession(m_sessions.load(QString()), *m_workspace, *m_viewManager);
-        else if (!QFileInfo::exists(workspace) || !openWorkspace(workspace, false))
-            statusBar()->showMessage(tr("The workspace %1 could not be opened again.").arg(workspace));
+        else
+            openWorkspace(workspace, false);
     }
     offerRecovery(this, *m_workspace, stateDirectory().filePath(u"swap"_s));
 }
