@@ -17,7 +17,7 @@ public:
     DialogAnswers()
     {
         connect(&m_timer, &QTimer::timeout, this, &DialogAnswers::answer);
-        m_timer.start(0);
+        m_timer.start(1); // an idle loop must be able to come to rest
     }
 
     void press(QMessageBox::StandardButton button)

@@ -89,15 +89,15 @@ private Q_SLOTS:
         QVERIFY(f.window->openWorkspace(f.writeWorkspace(u"all.vnw"_s, {u"fw.vnp"_s}), false));
         auto *tree = f.window->findChild<QTreeWidget *>(u"ProjectTree"_s);
         tree->setFocus();
-        tree->topLevelItem(0)->setExpanded(true);
-        tree->setCurrentItem(tree->topLevelItem(0)->child(0));
+        QTreeWidgetItem *const projectItem = tree->topLevelItem(0)->child(0);
+        projectItem->setExpanded(true);
+        tree->setCurrentItem(projectItem->child(0));
         QVERIFY(tree->hasFocus());
         const Project *project = f.window->projectWorkspace()->currentProject();
         f.window->editCut();
         f.window->editPaste();
         QCOMPARE(f.text(), u"one\ntwo\nthree\n"_s);
-        tree->setCurrentItem(tree->topLevelItem(0)->child(0));
-        f.answers->press(QMessageBox::Yes);
+        tree->setCurrentItem(projectItem->child(0));
         f.window->editRemove();
         QCOMPARE(f.text(), u"one\ntwo\nthree\n"_s);
         QVERIFY(project->isModified());
@@ -105,11 +105,11 @@ private Q_SLOTS:
 
     void indentingActsOnTheCurrentView()
     {
-        const EditedFile f("int f()\n{\nreturn 1;\n}\n");
+        const EditedFile f("int f()\n{\nreturn 1;\n}");
         f.window->editSelectAll();
         f.focusOutput();
         f.window->editIndent();
-        QCOMPARE(f.text(), u"int f()\n{\n\treturn 1;\n}\n"_s);
+        QCOMPARE(f.text(), u"int f()\n{\n\treturn 1;\n}"_s);
     }
 
     void commandsWithoutAViewDoNothing()

@@ -735,7 +735,7 @@ private Q_SLOTS:
         auto *tree = f.window->findChild<QTreeWidget *>(u"ProjectTree"_s);
         QVERIFY(QTest::qWaitForWindowActive(f.window.get()));
         tree->setFocus();
-        tree->setCurrentItem(tree->topLevelItem(1));
+        tree->setCurrentItem(tree->topLevelItem(0)->child(1));
         const QString file = f.write(u"a.c"_s, "a");
         f.answers->choose({file});
         f.window->projectInsertFilesAlt();

@@ -250,6 +250,9 @@ private Q_SLOTS:
         WindowFixture f;
         f.installation.write(u"config/textformats.xml"_s, formats("000000", "ffffff"));
         f.installation.write(u"config/textformats-dark.xml"_s, formats("dddddd", "202020"));
+        QVERIFY(f.window->close());
+        f.window.reset();
+        f.settings()->clear();
         f.restart();
         f.open(u"a.c"_s);
         const TextDocument *document = f.view()->textDocument();

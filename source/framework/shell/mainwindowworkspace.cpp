@@ -44,7 +44,7 @@ QStringList filesOf(const QMimeData *data)
     const QString text = data->text();
     if (!files.isEmpty() || !text.startsWith("file:"_L1))
         return files;
-    const QString local = QUrl(text.trimmed()).toLocalFile();
+    const QString local = QUrl(text.trimmed()).toLocalFile().trimmed();
     if (!local.isEmpty())
         return {local};
     QString path = text.mid(5).trimmed();
