@@ -120,7 +120,7 @@ QList<RecoverableText> recoverableTexts(const QString &directory)
         if (readHead(stream, text) && !ownerIsAlive(info.filePath()))
             texts.append(text);
     }
-    std::ranges::sort(texts, {}, &RecoverableText::filename);
+    std::ranges::sort(texts, {}, [](const RecoverableText &text) { return std::pair(text.filename, text.time); });
     return texts;
 }
 

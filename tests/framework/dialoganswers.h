@@ -1,7 +1,10 @@
 #pragma once
+#include <functional>
+#include <QAbstractButton>
 #include <QApplication>
 #include <QFileDialog>
 #include <QInputDialog>
+#include <QLineEdit>
 #include <QMessageBox>
 #include <QPointer>
 #include <QTimer>
@@ -10,12 +13,11 @@
 /// cancelled and written down as "unexpected".
 class DialogAnswers : public QObject
 {
-    Q_OBJECT
 public:
     DialogAnswers()
     {
         connect(&m_timer, &QTimer::timeout, this, &DialogAnswers::answer);
-        m_timer.start(0);
+        m_timer.start(1); // an idle loop must be able to come to rest
     }
 
     void press(QMessageBox::StandardButton button)
@@ -44,7 +46,10 @@ public:
                 names += u'"' + file + QStringLiteral("\" ");
             auto *edit = chooser->findChild<QLineEdit *>(QStringLiteral("fileNameEdit"));
             edit->setText(files.size() == 1 ? files.first() : names);
-            files.isEmpty() ? dialog->reject() : QMetaObject::invokeMethod(dialog, "accept");
+            if (files.isEmpty())
+                dialog->reject();
+            else
+                QMetaObject::invokeMethod(dialog, "accept", Qt::QueuedConnection); // it may ask something itself
         });
     }
 
@@ -54,11 +59,14 @@ public:
             auto *input = qobject_cast<QInputDialog *>(dialog);
             if (!input)
                 return unexpected(dialog);
-            said.append(input->labelText());
+            said.append(input->windowTitle() + u'|' + input->labelText());
             input->setTextValue(text);
             input->accept();
         });
     }
+
+    /// Does something else with the next dialog, which must end by that.
+    void meet(const std::function<void(QDialog *)> &use) { m_answers.append(use); }
 
     [[nodiscard]] bool allGiven() const { return m_answers.isEmpty(); }
 
@@ -68,6 +76,25 @@ public:
         QString caption;
         QMessageBox::StandardButtons buttons;
     };
+
+    /// The last message as the user sees it: "information Varnel [Ok Cancel]".
+    [[nodiscard]] QString lastBox() const
+    {
+        if (boxes.isEmpty())
+            return {};
+        const Box &box = boxes.last();
+        const char *icons[] = {"no icon", "information", "warning", "critical", "question"};
+        QStringList names;
+        const std::pair<QMessageBox::StandardButton, const char *> buttons[] = {{QMessageBox::Ok, "Ok"},
+                                                                                {QMessageBox::Yes, "Yes"},
+                                                                                {QMessageBox::No, "No"},
+                                                                                {QMessageBox::Cancel, "Cancel"}};
+        for (const auto &[button, name] : buttons) {
+            if (box.buttons.testFlag(button))
+                names.append(QString::fromLatin1(name));
+        }
+        return QStringLiteral("%1 %2 [%3]").arg(QString::fromLatin1(icons[box.icon]), box.caption, names.join(u' '));
+    }
 
     QStringList said;
     QList<Box> boxes;

@@ -39,7 +39,9 @@ public:
               "<textformats><section name='Text editor'><format name='Standard text' fontFamily='Monospace' "
               "fontSize='9'/></section><section name='Output window'><format name='Text' fontFamily='Monospace' "
               "fontSize='9'/></section></textformats>");
-        for (const char *picture : {"appicon", "headerfile", "csourcefile", "pythonsourcefile", "textfile"})
+        for (const char *picture :
+             {"appicon", "headerfile", "csourcefile", "pythonsourcefile", "textfile", "treefolder", "treefolderopen",
+              "treesourcefile", "treeworkspace", "treeproject", "treeprojectinactive"})
             write(QStringLiteral("images/%1.svg").arg(QLatin1StringView(picture)),
                   "<svg xmlns='http://www.w3.org/2000/svg' width='8' height='8'>"
                   "<rect width='8' height='8' fill='blue'/></svg>");

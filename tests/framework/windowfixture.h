@@ -3,8 +3,15 @@
 #include "ideapplication.h"
 #include "installation.h"
 #include "mainwindow.h"
+#include "project.h"
+#include "projectworkspace.h"
+#include "textdocument.h"
+#include "textview.h"
+#include "textviewedit.h"
 #include "viewmanager.h"
 #include "workspace.h"
+#include <QStatusBar>
+#include <QtTest>
 
 /// A whole main window in an installation of its own, and a directory for the user's files.
 class WindowFixture
@@ -12,6 +19,7 @@ class WindowFixture
 public:
     explicit WindowFixture(const QList<QByteArray> &arguments = {"varnel"})
     {
+        qputenv("XDG_STATE_HOME", installation.path(QStringLiteral("state")).toLocal8Bit());
         installation.writeWindowFiles();
         m_arguments = std::make_unique<Arguments>(arguments);
         m_application =
@@ -23,12 +31,32 @@ public:
 
     ~WindowFixture()
     {
+        discard();
         window.reset();
         answers.reset();
     }
 
+    /// Closes everything without saving.
+    void discard() const
+    {
+        if (!window)
+            return;
+        for (Document *document : window->workspace()->documents())
+            document->setModified(false);
+        if (ProjectWorkspace *workspace = window->projectWorkspace()) {
+            workspace->setModified(false);
+            for (int i = 0; i < workspace->count(); ++i)
+                workspace->project(i)->setModified(false);
+        }
+        window->viewManager()->closeAll();
+        window->closeWorkspace();
+    }
+
+    /// Ends the program and starts it once more.
     void restart()
     {
+        if (window)
+            QVERIFY(window->close());
         window.reset();
         window = std::make_unique<MainWindow>();
         window->resize(900, 700);
@@ -36,6 +64,24 @@ public:
     }
 
     [[nodiscard]] QString path(const QString &name) const { return m_files.filePath(name); }
+
+    /// Writes a project file with source files in it, and a workspace file with projects.
+    QString writeProject(const QString &name, const QStringList &files = {}, const QByteArray &fileContent = {}) const
+    {
+        QByteArray xml = "<project>";
+        for (const QString &file : files)
+            xml += "<file path='" + file.toUtf8() + "'>" + fileContent + "</file>";
+        return write(name, xml
+                               + "<properties currentconfiguration='Default'><configuration name='Default'/>"
+                                 "</properties></project>");
+    }
+    QString writeWorkspace(const QString &name, const QStringList &projects) const
+    {
+        QByteArray xml = "<workspace>";
+        for (const QString &project : projects)
+            xml += "<project path='" + project.toUtf8() + "'/>";
+        return write(name, xml + "</workspace>");
+    }
 
     QString write(const QString &name, const QByteArray &content) const
     {
@@ -75,6 +121,42 @@ public:
         QStringList names;
         for (const View *view : window->viewManager()->arrangedViews())
             names.append(view->title());
+        return names;
+    }
+
+    /// Opens a new file with @p content.
+    void open(const QString &name, const QByteArray &content = "one\ntwo\nthree\n") const
+    {
+        QVERIFY(window->openFile(write(name, content), false));
+    }
+
+    [[nodiscard]] Document *document() const { return window->viewManager()->currentDocument(); }
+    [[nodiscard]] TextView *view() const { return qobject_cast<TextView *>(window->viewManager()->currentView()); }
+    [[nodiscard]] QString text() const { return view()->textDocument()->text()->toPlainText(); }
+    /// Puts @p text at the cursor, as by the keyboard.
+    void type(const QString &text) const { view()->insertText(text); }
+
+    /// The names of the open projects; those that could not be loaded stand in brackets.
+    [[nodiscard]] QStringList projects() const
+    {
+        QStringList names;
+        const ProjectWorkspace *workspace = window->projectWorkspace();
+        for (int i = 0; workspace && i < workspace->count(); ++i) {
+            const Project *project = workspace->project(i);
+            names.append(project->openedOK() ? project->name() : u'(' + project->name() + u')');
+        }
+        return names;
+    }
+
+    [[nodiscard]] QString status() const { return window->statusBar()->currentMessage(); }
+
+    /// The paths of a recent list as they are saved at the end, without the directory.
+    [[nodiscard]] QStringList recent(const QString &kind) const
+    {
+        QStringList names;
+        for (int i = 0; settings()->contains(QStringLiteral("RecentFiles/%1%2").arg(kind).arg(i)); ++i)
+            names.append(QFileInfo(settings()->value(QStringLiteral("RecentFiles/%1%2").arg(kind).arg(i)).toString())
+                             .fileName());
         return names;
     }
 

@@ -5,6 +5,7 @@
 #include "messages.h"
 #include "questions.h"
 #include "recentfilelist.h"
+#include "textfile.h"
 #include "varnelassert.h"
 #include "viewmanager.h"
 #include "workspace.h"
@@ -159,7 +160,7 @@ void FileCommands::insertFile()
     m_context.directories->remember(u"Files"_s, path);
     QFile file(path);
     if (file.open(QIODevice::ReadOnly))
-        m_context.viewManager->insertInCurrent(QString::fromUtf8(file.readAll()));
+        m_context.viewManager->insertInCurrent(decodeText(file.readAll()).text);
     else
         showWarning(m_context.window, tr("Could not open file:/n/n%1").arg(path));
 }

@@ -10,7 +10,8 @@ LastDirectories::LastDirectories(QSettings *settings, QString documents)
 
 QString LastDirectories::directory(const QString &kind) const
 {
-    return m_settings->value(u"Paths/"_s + kind, m_documents).toString();
+    const QString stored = m_settings->value(u"Paths/"_s + kind).toString();
+    return QFileInfo(stored).isDir() ? stored : m_documents;
 }
 
 void LastDirectories::setDirectory(const QString &kind, const QString &directory)

@@ -47,13 +47,13 @@ QStringList filesOf(const QMimeData *data)
     const QString text = data->text();
     if (!files.isEmpty() || !text.startsWith("file:"_L1))
         return files;
-    const QString local = QUrl(text.trimmed()).toLocalFile();
+    const QString local = QUrl(text.trimmed()).toLocalFile().trimmed();
     if (!local.isEmpty())
         return {local};
     QString path = text.mid(5).trimmed();
     if (path.startsWith("///"_L1))
         path.remove(0, 3);
-    return {path};
+    return path.isEmpty() ? QStringList() : QStringList(path);
 }
 } // namespace
 
@@ -232,8 +232,8 @@ void MainWindow::continueLastRun()
         const QString workspace = settings()->value(LastWorkspaceKey).toString();
         if (workspace.isEmpty())
             restoreSession(m_sessions.load(QString()), *m_workspace, *m_viewManager);
-        else if (!QFileInfo::exists(workspace) || !openWorkspace(workspace, false))
-            statusBar()->showMessage(tr("The workspace %1 could not be opened again.").arg(workspace));
+        else
+            openWorkspace(workspace, false);
     }
     offerRecovery(*m_workspace, stateDirectory().filePath(u"swap"_s), this);
 }

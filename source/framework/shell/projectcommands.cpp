@@ -11,6 +11,8 @@
 #include "varnelassert.h"
 #include <QCoreApplication>
 #include <QFileInfo>
+#include <QMainWindow>
+#include <QStatusBar>
 
 using namespace Qt::StringLiterals;
 
@@ -39,7 +41,7 @@ bool isOn(const QString &property)
 }
 } // namespace
 
-ProjectCommands::ProjectCommands(QWidget *window, ProjectCommandsHost *host, RecentFileList *recentWorkspaces,
+ProjectCommands::ProjectCommands(QMainWindow *window, ProjectCommandsHost *host, RecentFileList *recentWorkspaces,
                                  LastDirectories *directories, QObject *parent)
     : QObject(parent), m_window(window), m_host(host), m_recentWorkspaces(recentWorkspaces), m_directories(directories)
 {}
@@ -54,9 +56,9 @@ Project *ProjectCommands::currentProject() const
     return m_projectWorkspace ? m_projectWorkspace->currentProject() : nullptr;
 }
 
-QList<Project *> ProjectCommands::projects() const
+QList<QPointer<Project>> ProjectCommands::projects() const
 {
-    QList<Project *> all;
+    QList<QPointer<Project>> all;
     for (int i = 0; m_projectWorkspace && i < m_projectWorkspace->count(); ++i)
         all.append(m_projectWorkspace->project(i));
     return all;
@@ -118,7 +120,9 @@ bool ProjectCommands::openWorkspace(const QString &path, bool addToRecent)
     connect(workspace.get(), &ProjectWorkspace::currentProjectChanged, this, &ProjectCommands::currentProjectChanged);
     connect(workspace.get(), &ProjectWorkspace::workspaceChanged, this, [this] { m_host->workspaceChanged(); });
     connect(workspace.get(), &ProjectWorkspace::projectActivityChanged, this, [this] { m_host->updateProjectUI(); });
+    tell(tr("Opening %1...").arg(QDir::toNativeSeparators(path)));
     if (!workspace->load(path)) {
+        tell(tr("The workspace %1 could not be opened.").arg(QDir::toNativeSeparators(path)));
         m_host->setState(StateNoWorkspace);
         return false;
     }
@@ -126,6 +130,7 @@ bool ProjectCommands::openWorkspace(const QString &path, bool addToRecent)
         m_host->showWorkspace(nullptr); // before what is on screen dies
     m_projectWorkspace = std::move(workspace);
     m_host->setProjectWorkspace(m_projectWorkspace.get());
+    const QPointer<ProjectWorkspace> opened(m_projectWorkspace.get()); // scripts and plug-ins may open another one
     const bool allLoaded = bindProjects();
     if (addToRecent)
         m_recentWorkspaces->add(path);
@@ -134,11 +139,12 @@ bool ProjectCommands::openWorkspace(const QString &path, bool addToRecent)
     m_host->workspaceChanged();
     m_host->setState(StateIdle);
     m_host->restoreFiles();
+    tellOutcome();
     if (allLoaded) {
         populateProjects();
         runStartFiles();
     }
-    if (!allLoaded || !m_projectWorkspace)
+    if (!allLoaded || !opened)
         return false;
     if (m_projectWorkspace->count() > 0)
         m_projectWorkspace->setCurrentProject(0);
@@ -147,14 +153,35 @@ bool ProjectCommands::openWorkspace(const QString &path, bool addToRecent)
     return true;
 }
 
+void ProjectCommands::tell(const QString &text)
+{
+    m_window->statusBar()->showMessage(text);
+    m_window->statusBar()->repaint();
+}
+
+void ProjectCommands::tellOutcome()
+{
+    QStringList missing;
+    for (const Project *project : projects()) {
+        if (!project->openedOK())
+            missing.append(QDir::toNativeSeparators(project->fileName()));
+    }
+    if (missing.isEmpty())
+        m_window->statusBar()->clearMessage();
+    else
+        tell(tr("These projects could not be loaded: %1").arg(missing.join(u", "_s)));
+}
+
 bool ProjectCommands::bindProjects()
 {
     bool allLoaded = true;
-    for (Project *project : projects()) {
-        if (project->openedOK())
+    for (const QPointer<Project> &project : projects()) {
+        if (project && project->openedOK()) {
+            tell(tr("Opening the project %1...").arg(project->name()));
             m_host->bindProjectPlugins(project);
-        else
+        } else {
             allLoaded = false;
+        }
     }
     return allLoaded;
 }
@@ -162,10 +189,11 @@ bool ProjectCommands::bindProjects()
 void ProjectCommands::populateProjects()
 {
     bool canPopulate = false;
-    for (Project *project : projects()) {
-        if (populateInterface(project))
+    for (const QPointer<Project> &project : projects()) {
+        if (project && populateInterface(project))
             canPopulate = true;
-        if (isOn(project->properties()->property(u"projectAutoPopulate"_s, project->currentConfiguration(), false)))
+        if (project
+            && isOn(project->properties()->property(u"projectAutoPopulate"_s, project->currentConfiguration(), false)))
             repopulate(); // the current project, whichever is being looked at
     }
     m_host->setRepopulateVisible(canPopulate);
@@ -194,8 +222,11 @@ bool ProjectCommands::closeWorkspace()
         return true;
     if (m_host->state() >= StateRunning)
         m_host->stopDebugging();
+    const QPointer<ProjectWorkspace> asked(m_projectWorkspace.get());
     if (!offerToSave())
         return false;
+    if (!asked)
+        return !m_projectWorkspace; // closed behind the question's back
     m_host->showWorkspace(nullptr);
     m_projectWorkspace.reset();
     m_host->setState(StateNoWorkspace);
@@ -217,20 +248,22 @@ bool ProjectCommands::offerToSave()
         return answer == QMessageBox::Yes;
     };
     bool result = true;
-    for (Project *project : projects()) {
+    for (const QPointer<Project> &project : projects()) {
         if (!result)
             return false;
-        if (project->isModified())
+        if (project && project->isModified())
             result = wantsToSave() ? saveProject(project) : answer != QMessageBox::Cancel;
     }
-    if (result && m_projectWorkspace->isModified())
+    if (result && m_projectWorkspace && m_projectWorkspace->isModified())
         result = wantsToSave() ? saveWorkspace() : answer != QMessageBox::Cancel;
     return result;
 }
 
+/// A project that could not be loaded is empty: saved, it would take the place of the one in the file. One that is gone
+/// by now needs no saving.
 bool ProjectCommands::saveProject(Project *project)
 {
-    if (project->save())
+    if (!project || (project->openedOK() && project->save()))
         return true;
     showWarning(m_window, tr("The project '%1' could not be saved.\n\n"
                              "Please make sure that the project file is not read-only.")
@@ -240,7 +273,7 @@ bool ProjectCommands::saveProject(Project *project)
 
 bool ProjectCommands::saveWorkspace()
 {
-    if (m_projectWorkspace->save())
+    if (!m_projectWorkspace || m_projectWorkspace->save())
         return true;
     showWarning(m_window, tr("The workspace could not be saved.\n\n"
                              "Please make sure that the workspace file is not read-only."));
@@ -252,7 +285,7 @@ void ProjectCommands::save()
     VARNEL_ASSERT(m_projectWorkspace);
     if (!m_projectWorkspace)
         return;
-    for (Project *project : projects())
+    for (const QPointer<Project> &project : projects())
         (void)saveProject(project);
     (void)saveWorkspace();
 }
@@ -260,8 +293,8 @@ void ProjectCommands::save()
 bool ProjectCommands::saveModified()
 {
     bool result = true;
-    for (Project *project : projects())
-        result &= !project->isModified() || saveProject(project);
+    for (const QPointer<Project> &project : projects())
+        result &= !project || !project->isModified() || saveProject(project);
     if (m_projectWorkspace && m_projectWorkspace->isModified())
         result &= saveWorkspace();
     return result;

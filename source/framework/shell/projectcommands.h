@@ -4,6 +4,7 @@
 class LastDirectories;
 class Project;
 class ProjectWorkspace;
+class QMainWindow;
 class RecentFileList;
 
 /// What the project commands ask of the window around them.
@@ -40,7 +41,7 @@ class ProjectCommands : public QObject
 {
     Q_OBJECT
 public:
-    ProjectCommands(QWidget *window, ProjectCommandsHost *host, RecentFileList *recentWorkspaces,
+    ProjectCommands(QMainWindow *window, ProjectCommandsHost *host, RecentFileList *recentWorkspaces,
                     LastDirectories *directories, QObject *parent = nullptr);
     ~ProjectCommands() override;
 
@@ -52,7 +53,8 @@ public:
     void openRecent(int index);
     /// Opens the workspace beside a project file, which is made if it is not there.
     bool openProject(const QString &path, bool addToRecent);
-    /// Opens a workspace. False if it or one of its projects could not be loaded; in the latter case it is open.
+    /// Opens a workspace. False if it or one of its projects could not be loaded; in the latter case it is open. The
+    /// status bar tells of the progress and of a failure.
     bool openWorkspace(const QString &path, bool addToRecent);
     /// Closes the open workspace, with the question about saving. False if the user refused, or if a document did: then
     /// the workspace is gone all the same.
@@ -73,16 +75,20 @@ Q_SIGNALS:
     void workspaceLoaded();
 
 private:
-    [[nodiscard]] QList<Project *> projects() const;
+    /// Guarded: message boxes, plug-ins and scripts let anything happen.
+    [[nodiscard]] QList<QPointer<Project>> projects() const;
     [[nodiscard]] bool saveProject(Project *project);
     [[nodiscard]] bool saveWorkspace();
     [[nodiscard]] bool offerToSave();
     void rememberDirectories(const QString &path);
+    /// Shows what is going on in the status bar, at once and without letting the user do anything meanwhile.
+    void tell(const QString &text);
+    void tellOutcome();
     bool bindProjects();
     void populateProjects();
     void runStartFiles();
 
-    QWidget *const m_window;
+    QMainWindow *const m_window;
     ProjectCommandsHost *const m_host;
     RecentFileList *const m_recentWorkspaces;
     LastDirectories *const m_directories;

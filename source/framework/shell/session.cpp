@@ -55,15 +55,15 @@ Session::File fileOf(View *view)
     return file;
 }
 
-/// A further view on a document that is open, or the first one. Null if the file is gone.
-View *openView(const QString &path, Workspace &workspace, ViewManager &viewManager)
+/// A view on a file, which may be open already, or a further one. Null if the file is gone.
+View *openView(const QString &path, bool further, Workspace &workspace, ViewManager &viewManager)
 {
-    if (Document *document = workspace.findDocument(path)) {
-        viewManager.activateDocument(document, true);
-        viewManager.newView();
-    } else if (!QFileInfo(path).isFile() || !workspace.openDocument(path, true)) {
+    if (!workspace.findDocument(path) && !QFileInfo(path).isFile())
         return nullptr;
-    }
+    if (!workspace.openDocument(path, true))
+        return nullptr;
+    if (further)
+        viewManager.newView();
     return viewManager.currentView();
 }
 
@@ -104,10 +104,13 @@ Session currentSession(ViewManager &viewManager)
 void restoreSession(const Session &session, Workspace &workspace, ViewManager &viewManager)
 {
     QPointer<View> active;
+    QStringList opened;
     for (int i = 0; i < session.files.size(); ++i) {
-        View *view = openView(session.files[i].path, workspace, viewManager);
+        const QString &path = session.files[i].path;
+        View *view = openView(path, opened.contains(path), workspace, viewManager);
         if (!view)
             continue;
+        opened.append(path);
         if (auto *text = qobject_cast<TextView *>(view); text && !session.files[i].panes.isEmpty())
             restorePanes(*text, session.files[i].panes);
         if (i == session.active)

@@ -1,0 +1,135 @@
+#include "windowfixture.h"
+
+using namespace Qt::StringLiterals;
+
+class FileChangeCheckTest : public QObject
+{
+    Q_OBJECT
+
+private:
+    static QString question(const QString &path)
+    {
+        return path + u"\n\nThis file has been modified outside of the editor. Do you want to reload it?"_s;
+    }
+
+private Q_SLOTS:
+    void init() { QTest::failOnWarning(QRegularExpression(u"^(?!This plugin does not support)"_s)); }
+
+    void anUnchangedFileIsNoNews()
+    {
+        const WindowFixture f;
+        f.open(u"a.c"_s);
+        f.activate();
+        QVERIFY(f.answers->said.isEmpty());
+    }
+
+    void yesReloadsTheFile()
+    {
+        const WindowFixture f;
+        f.open(u"a.c"_s, "old");
+        f.changeOutside(u"a.c"_s, "new");
+        f.answers->press(QMessageBox::Yes);
+        f.activate();
+        QCOMPARE(f.answers->said, QStringList(question(f.path(u"a.c"_s))));
+        QCOMPARE(f.answers->lastBox(), u"question Varnel [Yes No]"_s);
+        QCOMPARE(f.text(), u"new"_s);
+        f.activate();
+        QCOMPARE(f.answers->said.size(), 1);
+    }
+
+    void noIsRememberedUntilTheFileChangesAgain()
+    {
+        const WindowFixture f;
+        f.open(u"a.c"_s, "old");
+        f.changeOutside(u"a.c"_s, "new", 10);
+        f.answers->press(QMessageBox::No);
+        f.activate();
+        f.activate();
+        QCOMPARE(f.answers->said.size(), 1);
+        QCOMPARE(f.text(), u"old"_s);
+        f.changeOutside(u"a.c"_s, "newer", 20);
+        f.answers->press(QMessageBox::Yes);
+        f.activate();
+        QCOMPARE(f.answers->said.size(), 2);
+        QCOMPARE(f.text(), u"newer"_s);
+    }
+
+    void eachChangedFileIsAskedAboutOnceHoweverManyViewsItHas()
+    {
+        const WindowFixture f;
+        f.open(u"a.c"_s, "old");
+        f.window->windowNew();
+        f.open(u"b.c"_s, "old");
+        f.open(u"c.c"_s, "old");
+        f.changeOutside(u"a.c"_s, "new");
+        f.changeOutside(u"c.c"_s, "new");
+        f.answers->press(QMessageBox::No);
+        f.answers->press(QMessageBox::No);
+        f.activate();
+        QStringList said = f.answers->said;
+        said.sort();
+        QCOMPARE(said, (QStringList{question(f.path(u"a.c"_s)), question(f.path(u"c.c"_s))}));
+    }
+
+    void aFileThatIsGoneIsNoNews()
+    {
+        const WindowFixture f;
+        f.open(u"a.c"_s, "old");
+        QFile::remove(f.path(u"a.c"_s));
+        f.activate();
+        QVERIFY(f.answers->said.isEmpty());
+        QCOMPARE(f.text(), u"old"_s);
+    }
+
+    void anActivationWhileItAsksAsksNothing()
+    {
+        const WindowFixture f;
+        f.open(u"a.c"_s, "old");
+        f.open(u"b.c"_s, "old");
+        f.changeOutside(u"a.c"_s, "new");
+        f.changeOutside(u"b.c"_s, "new");
+        int boxes = 0;
+        f.answers->meet([&](QDialog *dialog) {
+            f.activate();
+            boxes = int(f.window->findChildren<QMessageBox *>().size());
+            static_cast<QMessageBox *>(dialog)->button(QMessageBox::No)->click();
+        });
+        f.answers->press(QMessageBox::No);
+        f.activate();
+        QCOMPARE(boxes, 1);
+        QVERIFY(f.answers->allGiven());
+    }
+
+    void aDocumentClosedWhileItAsksIsLeftAlone()
+    {
+        const WindowFixture f;
+        f.open(u"a.c"_s, "old");
+        f.open(u"b.c"_s, "old");
+        f.changeOutside(u"a.c"_s, "new");
+        f.changeOutside(u"b.c"_s, "new");
+        f.answers->meet([&](QDialog *dialog) {
+            f.window->viewManager()->closeAll();
+            static_cast<QMessageBox *>(dialog)->button(QMessageBox::Yes)->click();
+        });
+        f.activate();
+        QVERIFY(f.openFiles().isEmpty());
+        QVERIFY(f.answers->said.isEmpty());
+    }
+
+    void aSavedFileIsItsOwnChange()
+    {
+        const WindowFixture f;
+        f.open(u"a.c"_s, "old");
+        f.type(u"new "_s);
+        f.window->fileSave();
+        f.activate();
+        QVERIFY(f.answers->said.isEmpty());
+    }
+};
+
+int main(int argc, char **argv)
+{
+    FileChangeCheckTest test; // makes an application in each function
+    return QTest::qExec(&test, argc, argv);
+}
+#include "tst_filechangecheck.moc"

@@ -1,0 +1,490 @@
+#include "ordinaryuser.h"
+#include "windowfixture.h"
+#include <QPrintDialog>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+const auto SourceFilter = u"Source Files (*.c *.cpp *.h);;Python Files (*.py);;All Files (*.*)"_s;
+const auto AskOkCancel = u"information Varnel [Ok Cancel]"_s;
+const auto Warn = u"warning Varnel [Ok]"_s;
+
+void selectRecent(const WindowFixture &f, int index)
+{
+    QMetaObject::invokeMethod(f.window.get(), "recentFileSelected", Q_ARG(int, index));
+}
+} // namespace
+
+class FileCommandsTest : public QObject
+{
+    Q_OBJECT
+private Q_SLOTS:
+    void init() { QTest::failOnWarning(QRegularExpression(u"^(?!This plugin does not support)"_s)); }
+
+    // Opening
+
+    void openingBeginsInTheLastDirectory()
+    {
+        const WindowFixture f;
+        const QString file = f.write(u"src/main.c"_s, "int a;\n");
+        f.settings()->setValue(u"Paths/Files"_s, f.path(u"src"_s));
+        f.answers->choose({file});
+        f.window->fileOpen();
+        QCOMPARE(f.answers->said, QStringList(u"openFileDialog|Open File|"_s + SourceFilter));
+        QCOMPARE(f.answers->directory, f.path(u"src"_s));
+        QCOMPARE(f.openFiles(), QStringList(u"main.c"_s));
+    }
+
+    void severalFilesMayBeOpenedAtOnce()
+    {
+        const WindowFixture f;
+        const QStringList files{f.write(u"src/a.c"_s, "a"), f.write(u"src/b.py"_s, "b"), f.write(u"src/c"_s, "c")};
+        f.answers->choose(files);
+        f.window->fileOpen();
+        QCOMPARE(f.openFiles(), (QStringList{u"a.c"_s, u"b.py"_s, u"c"_s}));
+        QCOMPARE(f.settings()->value(u"Paths/Files"_s).toString(), f.path(u"src"_s));
+        f.window->close();
+        QCOMPARE(f.recent(u"File"_s), (QStringList{u"c"_s, u"b.py"_s, u"a.c"_s}));
+    }
+
+    void aCancelledOpenChangesNothing()
+    {
+        const WindowFixture f;
+        f.answers->choose({});
+        f.window->fileOpen();
+        QVERIFY(f.openFiles().isEmpty());
+        QVERIFY(!f.settings()->contains(u"Paths/Files"_s));
+    }
+
+    void aRelativePathBelongsToTheCurrentProject()
+    {
+        const WindowFixture f;
+        f.write(u"fw/src/main.c"_s, "int a;\n");
+        f.writeProject(u"fw/fw.vnp"_s);
+        QVERIFY(f.window->openWorkspace(f.writeWorkspace(u"all.vnw"_s, {u"fw/fw.vnp"_s}), false));
+        QVERIFY(f.window->openFile(u"gone/../src/main.c"_s, true));
+        QCOMPARE(f.document()->filename(), f.path(u"fw/src/main.c"_s));
+        f.window->close();
+        QCOMPARE(f.settings()->value(u"RecentFiles/File0"_s).toString(), f.path(u"fw/src/main.c"_s));
+    }
+
+    void aPathThatIsEmptyIsAnAssertion()
+    {
+        const WindowFixture f;
+        QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"^ASSERT: \"!path.isEmpty\\(\\)\" in "_s));
+        QVERIFY(!f.window->openFile(QString(), true));
+    }
+
+    void lookedUpSourceIsMarked()
+    {
+        const WindowFixture f;
+        const QString file = f.write(u"main.c"_s, "one\ntwo\nthree\n");
+        f.window->lookupSource(file, 2);
+        int line = -1;
+        int column = -1;
+        f.view()->getCursorPosition(&line, &column);
+        QCOMPARE(line, 1);
+        QVERIFY(f.view()->hasMarker(2, IViewWithMarkers::LookupMarker));
+        f.window->lookupSource(file, 3);
+        QVERIFY(!f.view()->hasMarker(2, IViewWithMarkers::LookupMarker));
+        QVERIFY(f.view()->hasMarker(3, IViewWithMarkers::LookupMarker));
+    }
+
+    void aFileThatIsGoneIsOfferedToBeMade()
+    {
+        const WindowFixture f;
+        f.answers->press(QMessageBox::No);
+        QVERIFY(!f.window->openFile(f.path(u"gone.c"_s), true));
+        QCOMPARE(f.answers->said, QStringList(u"The following file does not exist:\n"_s + f.path(u"gone.c"_s)
+                                              + u"\n\nDo you want to create it?"_s));
+        f.window->close();
+        QVERIFY(f.recent(u"File"_s).isEmpty());
+    }
+
+    void aDirectoryIsNoFile()
+    {
+        const WindowFixture f;
+        f.answers->press(QMessageBox::Ok);
+        QVERIFY(!f.window->openFile(f.path({}), false));
+        QCOMPARE(f.answers->said, QStringList(u"The following file could not be opened:\n"_s + f.path({})));
+        QVERIFY(f.openFiles().isEmpty());
+    }
+
+    // Recent files
+
+    void theFifthRecentFilePushesOutTheOldest()
+    {
+        const WindowFixture f;
+        for (const QString &name : {u"1.c"_s, u"2.c"_s, u"3.c"_s, u"4.c"_s, u"5.c"_s})
+            QVERIFY(f.window->openFile(f.write(name, "x"), true));
+        f.window->close();
+        QCOMPARE(f.recent(u"File"_s), (QStringList{u"5.c"_s, u"4.c"_s, u"3.c"_s, u"2.c"_s}));
+    }
+
+    void aRecentFileMovesToTheFrontWhenItIsChosen()
+    {
+        const WindowFixture f;
+        for (const QString &name : {u"1.c"_s, u"2.c"_s, u"3.c"_s})
+            QVERIFY(f.window->openFile(f.write(name, "x"), true));
+        f.window->fileCloseAll();
+        selectRecent(f, 2);
+        QCOMPARE(f.openFiles(), QStringList(u"1.c"_s));
+        f.window->close();
+        QCOMPARE(f.recent(u"File"_s), (QStringList{u"1.c"_s, u"3.c"_s, u"2.c"_s}));
+    }
+
+    void aRecentFileThatCannotBeOpenedLeavesTheList()
+    {
+        const WindowFixture f;
+        for (const QString &name : {u"1.c"_s, u"2.c"_s})
+            QVERIFY(f.window->openFile(f.write(name, "x"), true));
+        f.window->fileCloseAll();
+        QFile::remove(f.path(u"2.c"_s));
+        f.answers->press(QMessageBox::No);
+        f.answers->press(QMessageBox::Ok);
+        selectRecent(f, 0);
+        QCOMPARE(f.answers->said.value(1),
+                 u"The file could not be opened.\n\nIt will be removed from the Recent Files list."_s);
+        QCOMPARE(f.answers->lastBox(), Warn);
+        f.window->close();
+        QCOMPARE(f.settings()->value(u"RecentFiles/File0"_s).toString(), f.path(u"1.c"_s));
+    }
+
+    void aRemovedLastEntryComesBackAtTheNextStart()
+    {
+        WindowFixture f;
+        for (const QString &name : {u"1.c"_s, u"2.c"_s})
+            QVERIFY(f.window->openFile(f.write(name, "x"), true));
+        f.window->fileCloseAll();
+        f.restart();
+        QFile::remove(f.path(u"1.c"_s));
+        f.answers->press(QMessageBox::No);
+        f.answers->press(QMessageBox::Ok);
+        selectRecent(f, 1);
+        f.restart();
+        f.write(u"1.c"_s, "x");
+        selectRecent(f, 1);
+        QCOMPARE(f.openFiles(), QStringList(u"1.c"_s));
+    }
+
+    // Closing
+
+    void closingAFileClosesAllItsViews()
+    {
+        const WindowFixture f;
+        f.open(u"a.c"_s);
+        f.open(u"b.c"_s);
+        f.window->windowNew();
+        QCOMPARE(f.openFiles(), (QStringList{u"a.c"_s, u"b.c:1"_s, u"b.c:2"_s}));
+        f.window->fileClose();
+        QCOMPARE(f.openFiles(), QStringList(u"a.c"_s));
+        QVERIFY(f.answers->said.isEmpty());
+    }
+
+    void closingAllAsksForEachChangedFile()
+    {
+        const WindowFixture f;
+        f.open(u"a.c"_s, "a");
+        f.type(u"1"_s);
+        f.open(u"b.c"_s, "b");
+        f.open(u"c.c"_s, "c");
+        f.type(u"2"_s);
+        f.answers->press(QMessageBox::Yes);
+        f.answers->press(QMessageBox::Cancel);
+        f.window->fileCloseAll();
+        QCOMPARE(f.answers->said,
+                 (QStringList{f.path(u"a.c"_s) + u" has changed.\n\nDo you want to save the changes?"_s,
+                              f.path(u"c.c"_s) + u" has changed.\n\nDo you want to save the changes?"_s}));
+        QCOMPARE(f.openFiles(), QStringList(u"c.c *"_s));
+        QCOMPARE(f.read(u"a.c"_s), QByteArray("1a"));
+    }
+
+    void commandsWithoutAFileDoNothing()
+    {
+        const WindowFixture f;
+        f.window->fileClose();
+        f.window->fileCloseAll();
+        f.window->fileSave();
+        f.window->fileSaveAs();
+        f.window->filePrint();
+        f.window->fileRevert();
+        QVERIFY(f.window->fileSaveAll());
+        QVERIFY(f.answers->said.isEmpty());
+    }
+
+    // Reverting
+
+    void revertingAsksFirst()
+    {
+        const WindowFixture f;
+        f.open(u"a.c"_s, "old");
+        f.type(u"new "_s);
+        const QString question =
+            u"Are you sure that you want to revert to the saved version of:\n\n"_s + f.path(u"a.c"_s) + u"\n\n"_s;
+        f.answers->press(QMessageBox::Cancel);
+        f.window->fileRevert();
+        QCOMPARE(f.answers->said, QStringList(question));
+        QCOMPARE(f.answers->lastBox(), AskOkCancel);
+        QCOMPARE(f.text(), u"new old"_s);
+        f.answers->press(QMessageBox::Ok);
+        f.window->fileRevert();
+        QCOMPARE(f.text(), u"old"_s);
+        QCOMPARE(f.openFiles(), QStringList(u"a.c"_s));
+    }
+
+    // Saving
+
+    void savingWritesTheFile()
+    {
+        const WindowFixture f;
+        f.open(u"a.c"_s, "old");
+        f.type(u"new "_s);
+        f.window->fileSave();
+        QCOMPARE(f.read(u"a.c"_s), QByteArray("new old"));
+        QCOMPARE(f.openFiles(), QStringList(u"a.c"_s));
+        QVERIFY(f.answers->said.isEmpty());
+    }
+
+    void savingOverANewerFileAsksFirst_data()
+    {
+        QTest::addColumn<int>("button");
+        QTest::addColumn<QByteArray>("content");
+        QTest::newRow("overwritten") << int(QMessageBox::Ok) << QByteArray("mine old");
+        QTest::newRow("left") << int(QMessageBox::Cancel) << QByteArray("theirs");
+    }
+
+    void savingOverANewerFileAsksFirst()
+    {
+        QFETCH(int, button);
+        const WindowFixture f;
+        f.open(u"a.c"_s, "old");
+        f.type(u"mine "_s);
+        f.changeOutside(u"a.c"_s, "theirs");
+        f.answers->press(QMessageBox::StandardButton(button));
+        f.window->fileSave();
+        QCOMPARE(f.answers->said, QStringList(u"A newer version of this file exists on disk:\n\n"_s + f.path(u"a.c"_s)
+                                              + u"\n\nAre you sure that you want to overwrite the newer version?"_s));
+        QCOMPARE(f.answers->lastBox(), AskOkCancel);
+        QTEST(f.read(u"a.c"_s), "content");
+        f.activate(); // it has been told of already
+        QCOMPARE(f.answers->said.size(), 1);
+    }
+
+    void savingUnderAnotherName()
+    {
+        const WindowFixture f;
+        f.open(u"src/a.c"_s, "old");
+        f.type(u"new "_s);
+        QDir().mkpath(f.path(u"other"_s));
+        f.answers->choose({f.path(u"other/b.kor"_s)});
+        f.window->fileSaveAs();
+        QCOMPARE(f.answers->said, QStringList(u"saveFileDialog|Save File|Source Files (*.c *.cpp *.h *.kor);;"
+                                              "Python Files (*.py);;All Files (*.*)"_s));
+        QCOMPARE(f.answers->directory, f.path(u"src"_s));
+        QCOMPARE(f.read(u"other/b.kor"_s), QByteArray("new old"));
+        QCOMPARE(f.read(u"src/a.c"_s), QByteArray("old"));
+        QCOMPARE(f.openFiles(), QStringList(u"b.kor"_s));
+        QCOMPARE(f.settings()->value(u"Paths/Files"_s).toString(), f.path(u"other"_s));
+    }
+
+    void aCancelledSaveAsChangesNothing()
+    {
+        const WindowFixture f;
+        f.open(u"a.c"_s, "old");
+        f.answers->choose({});
+        f.window->fileSaveAs();
+        QCOMPARE(f.openFiles(), QStringList(u"a.c"_s));
+        QVERIFY(!f.settings()->contains(u"Paths/Files"_s));
+    }
+
+    void savingAllWritesFilesProjectsAndTheWorkspace()
+    {
+        const WindowFixture f;
+        f.writeProject(u"fw.vnp"_s);
+        QVERIFY(f.window->openWorkspace(f.writeWorkspace(u"all.vnw"_s, {u"fw.vnp"_s}), false));
+        f.open(u"a.c"_s, "a");
+        f.type(u"1"_s);
+        f.open(u"b.c"_s, "b");
+        f.type(u"2"_s);
+        f.window->projectWorkspace()->currentProject()->addFiles({f.path(u"a.c"_s)}, nullptr);
+        f.window->projectWorkspace()->setModified(true);
+        QVERIFY(f.window->fileSaveAll());
+        QCOMPARE(f.read(u"a.c"_s), QByteArray("1a"));
+        QCOMPARE(f.read(u"b.c"_s), QByteArray("2b"));
+        QVERIFY(f.read(u"fw.vnp"_s).contains("a.c"));
+        QVERIFY(!f.window->projectWorkspace()->isModified());
+        QVERIFY(!f.window->projectWorkspace()->currentProject()->isModified());
+    }
+
+    void savingAllOverNewerFilesIsCancelledAsAWhole()
+    {
+        const WindowFixture f;
+        f.writeProject(u"fw.vnp"_s);
+        QVERIFY(f.window->openWorkspace(f.writeWorkspace(u"all.vnw"_s, {u"fw.vnp"_s}), false));
+        f.window->projectWorkspace()->currentProject()->setModified(true);
+        for (const QString &name : {u"a.c"_s, u"b.c"_s, u"c.c"_s}) {
+            f.open(name, "old");
+            f.type(u"mine "_s);
+        }
+        f.changeOutside(u"a.c"_s, "theirs");
+        f.changeOutside(u"c.c"_s, "theirs");
+        f.answers->press(QMessageBox::Cancel);
+        QVERIFY(!f.window->fileSaveAll());
+        QCOMPARE(f.answers->said.size(), 1);
+        const QStringList lines = f.answers->said.first().split(u'\n');
+        QCOMPARE(lines.first(), u"Newer versions of the following files exists on disk:"_s);
+        QCOMPARE(lines.last(), u"Are you sure that you want to overwrite them?"_s);
+        QStringList paths = lines.mid(2, lines.size() - 4);
+        paths.sort();
+        QCOMPARE(paths, (QStringList{f.path(u"a.c"_s), f.path(u"c.c"_s)}));
+        QCOMPARE(f.answers->lastBox(), AskOkCancel);
+        QCOMPARE(f.read(u"a.c"_s), QByteArray("theirs"));
+        QCOMPARE(f.read(u"b.c"_s), QByteArray("old"));
+        QVERIFY(f.window->projectWorkspace()->currentProject()->isModified());
+        f.activate(); // they have been told of already
+        QCOMPARE(f.answers->said.size(), 1);
+    }
+
+    void savingAllOverNewerFilesMayBeWanted()
+    {
+        const WindowFixture f;
+        f.open(u"a.c"_s, "old");
+        f.type(u"mine "_s);
+        f.window->windowNew();
+        f.changeOutside(u"a.c"_s, "theirs");
+        f.answers->press(QMessageBox::Ok);
+        QVERIFY(f.window->fileSaveAll());
+        QCOMPARE(f.answers->said.value(0).count(f.path(u"a.c"_s)), 1); // though it has two views
+        QCOMPARE(f.read(u"a.c"_s), QByteArray("mine old"));
+    }
+
+    // What cannot be written
+
+    void aReadOnlyFileKeepsItsTextAndTheDocumentItsMark()
+    {
+        const WindowFixture f;
+        f.open(u"a.c"_s, "old");
+        f.type(u"new "_s);
+        QFile::setPermissions(f.path(u"a.c"_s), QFile::ReadOwner);
+        f.answers->press(QMessageBox::Ok);
+        f.window->fileSave();
+        QCOMPARE(f.answers->said, QStringList(u"The following file could not be written:\n"_s + f.path(u"a.c"_s)
+                                              + u"\n\nPlease check that this file is not read-only and you have "
+                                                "permission to write to it."_s));
+        QCOMPARE(f.answers->lastBox(), Warn);
+        QCOMPARE(f.read(u"a.c"_s), QByteArray("old"));
+        QCOMPARE(f.openFiles(), QStringList(u"a.c *"_s));
+        f.answers->press(QMessageBox::Ok);
+        QVERIFY(!f.window->fileSaveAll());
+        QCOMPARE(f.text(), u"new old"_s);
+    }
+
+    void aFullDiskLosesNothing()
+    {
+        const WindowFixture f;
+        f.open(u"a.c"_s, "text");
+        f.type(u"new "_s);
+        f.answers->choose({u"/dev/full"_s});
+        f.answers->press(QMessageBox::Yes); // the file dialog asks whether to overwrite
+        f.answers->press(QMessageBox::Ok);
+        f.window->fileSaveAs();
+        QVERIFY(f.answers->said.last().startsWith(u"The following file could not be written:\n/dev/full\n"_s));
+        QVERIFY(f.document()->modified());
+        QCOMPARE(f.text(), u"new text"_s);
+    }
+
+    void aVanishedDirectoryIsNoPlaceToSave()
+    {
+        const WindowFixture f;
+        f.open(u"gone/a.c"_s, "old");
+        f.type(u"new "_s);
+        QDir(f.path(u"gone"_s)).removeRecursively();
+        f.answers->press(QMessageBox::Ok);
+        f.window->fileSave();
+        QVERIFY(f.answers->said.value(0).startsWith(u"The following file could not be written:"_s));
+        QVERIFY(f.document()->modified());
+    }
+
+    void aVanishedDirectoryIsNoPlaceToBegin()
+    {
+        const WindowFixture f;
+        f.settings()->setValue(u"Paths/Files"_s, f.path(u"gone"_s));
+        f.answers->choose({});
+        f.window->fileOpen();
+        QCOMPARE(f.answers->directory, QDir(f.installation.path({})).path());
+    }
+
+    // Inserting
+
+    void insertingAFilePutsItsTextAtTheCursor()
+    {
+        const WindowFixture f;
+        f.open(u"a.c"_s, "old");
+        const QString file = f.write(u"more/b.txt"_s, "new\r\ntext ");
+        f.settings()->setValue(u"Paths/Files"_s, f.path({}));
+        f.answers->choose({file});
+        f.window->editInsertFile();
+        QCOMPARE(f.answers->said, QStringList(u"insertFileDialog|Insert File|All Files (*.*)"_s));
+        QCOMPARE(f.text(), u"new\ntext old"_s);
+        QCOMPARE(f.settings()->value(u"Paths/Files"_s).toString(), f.path(u"more"_s));
+        QVERIFY(f.document()->modified());
+    }
+
+    void aTextInAnOlderEncodingIsInsertedAsItReads()
+    {
+        const WindowFixture f;
+        f.open(u"a.c"_s, "");
+        f.answers->choose({f.write(u"b.txt"_s, "Gr\xfc\xdf"
+                                               "e")});
+        f.window->editInsertFile();
+        QCOMPARE(f.text(), u"Gr\u00fc\u00dfe"_s);
+    }
+
+    void aFileThatCannotBeInsertedIsToldWithItsSlashes()
+    {
+        const WindowFixture f;
+        f.open(u"a.c"_s, "old");
+        const QString file = f.write(u"secret"_s, "text");
+        QFile::setPermissions(file, {});
+        f.answers->choose({file});
+        f.answers->press(QMessageBox::Ok);
+        f.window->editInsertFile();
+        QCOMPARE(f.answers->said.value(1), u"Could not open file:/n/n"_s + file);
+        QCOMPARE(f.answers->lastBox(), Warn);
+        QCOMPARE(f.text(), u"old"_s);
+    }
+
+    void aCancelledInsertChangesNothing()
+    {
+        const WindowFixture f;
+        f.open(u"a.c"_s, "old");
+        f.answers->choose({});
+        f.window->editInsertFile();
+        QCOMPARE(f.text(), u"old"_s);
+        QVERIFY(!f.settings()->contains(u"Paths/Files"_s));
+    }
+
+    // Others
+
+    void printingIsTheCurrentViews()
+    {
+        const WindowFixture f;
+        f.open(u"a.c"_s);
+        bool asked = false;
+        f.answers->meet([&asked](QDialog *dialog) {
+            asked = qobject_cast<QPrintDialog *>(dialog);
+            dialog->reject();
+        });
+        f.window->filePrint();
+        QVERIFY(asked);
+    }
+};
+
+int main(int argc, char **argv)
+{
+    if (!becomeOrdinaryUser())
+        qFatal("files cannot be made unwritable for this user");
+    FileCommandsTest test; // makes an application in each function
+    return QTest::qExec(&test, argc, argv);
+}
+#include "tst_filecommands.moc"

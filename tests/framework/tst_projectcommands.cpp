@@ -1,0 +1,801 @@
+#include "ibuildenvironment.h"
+#include "interfaceobject.h"
+#include "iprojectpopulate.h"
+#include "lastdirectories.h"
+#include "ordinaryuser.h"
+#include "projectcommands.h"
+#include "projectfile.h"
+#include "recentfilelist.h"
+#include "windowfixture.h"
+#include <QComboBox>
+#include <QTreeWidget>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+const auto AskToSave = u"information Varnel [Yes No Cancel]"_s;
+const auto Warn = u"warning Varnel [Ok]"_s;
+const auto WorkspaceFilter = u"Workspaces (*.vnw);;Projects (*.vnp);;All Files (*.*)"_s;
+const QByteArray Script = "<properties><configuration name='Default'><property key='runAtProjectLoad' value='1'/>"
+                          "</configuration></properties>";
+
+QString changesIn(const QString &workspace)
+{
+    return u"You have made changes to the '%1' workspace and/or one of the projects it contains.\n\n"
+           "Do you want to save the changes?"_s.arg(workspace);
+}
+
+QString projectNotSaved(const QString &name)
+{
+    return u"The project ' - %1' could not be saved.\n\nPlease make sure that the project file is not read-only."_s.arg(
+        name);
+}
+
+void selectRecent(const WindowFixture &f, int index)
+{
+    QMetaObject::invokeMethod(f.window.get(), "recentWorkspaceSelected", Q_ARG(int, index));
+}
+
+bool treeIsShown(const WindowFixture &f)
+{
+    return f.window->findChild<QWidget *>(u"ProjectTree"_s);
+}
+
+/// A workspace "all.vnw" of the projects "fw" and "lib".
+QString writeTwoProjects(const WindowFixture &f)
+{
+    f.writeProject(u"fw/fw.vnp"_s, {u"main.c"_s});
+    f.writeProject(u"lib/lib.vnp"_s);
+    return f.writeWorkspace(u"all.vnw"_s, {u"fw/fw.vnp"_s, u"lib/lib.vnp"_s});
+}
+
+Project *project(const WindowFixture &f, int index = 0)
+{
+    return f.window->projectWorkspace()->project(index);
+}
+
+/// Writes down which configuration it was asked to populate.
+class PopulatingEnvironment : public InterfaceObject<IBuildEnvironment, IProjectPopulate>
+{
+public:
+    PopulatingEnvironment(QString name, QStringList *log) : m_name(std::move(name)), m_log(log) {}
+    bool initialise(IBuildEvents *, const QString &) override { return true; }
+    void setProject(IProject *) override {}
+    void compile(const QString &, const QString &) override {}
+    bool canCompile(const QString &, const QString &) override { return true; }
+    void build(const QStringList &, bool) override {}
+    void clean(const QStringList &) override {}
+    void stop() override {}
+    bool isUpToDate(const QString &) override { return true; }
+    void populate(const QString &configuration) override { m_log->append(m_name + u' ' + configuration); }
+
+private:
+    const QString m_name;
+    QStringList *const m_log;
+};
+
+/// A window that binds an environment to each project whose name is in a list, and writes down what it is told.
+class FakeHost : public ProjectCommandsHost
+{
+public:
+    ActivityState state() const override { return m_state; }
+    void setState(ActivityState state) override
+    {
+        m_state = state;
+        log.append(u"state %1"_s.arg(state));
+    }
+    void bindProjectPlugins(Project *project) override
+    {
+        log.append(u"bind "_s + project->name());
+        if (!populating.contains(project->name()))
+            return;
+        auto *environment = new PopulatingEnvironment(project->name(), &populated);
+        project->setBuildInterface(environment);
+        environment->release();
+    }
+    void showWorkspace(ProjectWorkspace *workspace) override { log.append(workspace ? u"show"_s : u"clear"_s); }
+    void workspaceChanged() override { log.append(u"changed"_s); }
+    void updateProjectUI() override { log.append(u"drop-down"_s); }
+    void restoreFiles() override { log.append(u"files"_s); }
+    void stopDebugging() override { log.append(u"stop"_s); }
+    bool closeAllViews() override
+    {
+        log.append(u"views"_s);
+        return true;
+    }
+    void setRepopulateVisible(bool visible) override { log.append(visible ? u"populate"_s : u"no populate"_s); }
+    void runPyFile(const QString &path) override { log.append(u"run "_s + QFileInfo(path).fileName()); }
+    QString sourceFilter() const override { return {}; }
+
+    QStringList log;
+    QStringList populating;
+    QStringList populated;
+
+private:
+    ActivityState m_state = StateNoWorkspace;
+};
+
+/// The commands with a window that only writes down.
+struct BareCommands
+{
+    QSettings settings{QDir::temp().filePath(u"unused.ini"_s), QSettings::IniFormat};
+    RecentFileList recent{u"Recent"_s, 4, &settings};
+    LastDirectories directories{&settings, QDir::tempPath()};
+    QMainWindow window;
+    FakeHost host;
+    ProjectCommands commands{&window, &host, &recent, &directories};
+};
+} // namespace
+
+class ProjectCommandsTest : public QObject
+{
+    Q_OBJECT
+private Q_SLOTS:
+    void init() { QTest::failOnWarning(QRegularExpression(u"^(?!This plugin does not support)"_s)); }
+
+    // Opening workspaces
+
+    void openingAWorkspaceShowsItsProjects()
+    {
+        const WindowFixture f;
+        const QString path = writeTwoProjects(f);
+        QVERIFY(f.window->openWorkspace(path, true));
+        QCOMPARE(f.projects(), (QStringList{u"fw"_s, u"lib"_s}));
+        QCOMPARE(f.window->projectWorkspace()->currentProjectIndex(), 0);
+        QCOMPARE(f.window->state(), StateIdle);
+        QCOMPARE(f.window->windowTitle(), u"Varnel - all"_s);
+        QVERIFY(treeIsShown(f));
+        QVERIFY(!f.window->projectWorkspace()->isModified());
+        QCOMPARE(f.status(), QString());
+        for (const QString &key : {u"Paths/Workspaces"_s, u"Paths/Projects"_s, u"Paths/Files"_s})
+            QCOMPARE(f.settings()->value(key).toString(), QFileInfo(path).path());
+        f.window->close();
+        QCOMPARE(f.recent(u"Workspace"_s), QStringList(u"all.vnw"_s));
+    }
+
+    void aWorkspaceIsRememberedOnlyIfAsked()
+    {
+        const WindowFixture f;
+        QVERIFY(f.window->openWorkspace(writeTwoProjects(f), false));
+        f.window->close();
+        QVERIFY(f.recent(u"Workspace"_s).isEmpty());
+    }
+
+    void aWorkspaceWithoutProjectsOpens()
+    {
+        const WindowFixture f;
+        QVERIFY(f.window->openWorkspace(f.writeWorkspace(u"none.vnw"_s, {}), false));
+        QVERIFY(f.projects().isEmpty());
+        QCOMPARE(f.window->state(), StateIdle);
+        QVERIFY(f.window->closeWorkspace());
+    }
+
+    void whatIsNoWorkspaceIsRefused_data()
+    {
+        QTest::addColumn<QString>("name");
+        QTest::newRow("missing") << u"gone.vnw"_s;
+        QTest::newRow("no XML") << u"bad.vnw"_s;
+        QTest::newRow("a directory") << u"."_s;
+        QTest::newRow("unreadable") << u"secret.vnw"_s;
+    }
+
+    void whatIsNoWorkspaceIsRefused()
+    {
+        QFETCH(QString, name);
+        const WindowFixture f;
+        f.write(u"bad.vnw"_s, "<workspace><project");
+        QFile::setPermissions(f.writeWorkspace(u"secret.vnw"_s, {}), {});
+        QVERIFY(!f.window->openWorkspace(f.path(name), true));
+        QVERIFY(!f.window->projectWorkspace());
+        QCOMPARE(f.window->state(), StateNoWorkspace);
+        QVERIFY(f.answers->said.isEmpty());
+        QCOMPARE(f.status(), u"The workspace %1 could not be opened."_s.arg(f.path(name)));
+        f.window->close();
+        QVERIFY(f.recent(u"Workspace"_s).isEmpty());
+    }
+
+    void aRefusedWorkspaceLeavesTheOldOneOpenInTheFirstState()
+    {
+        const WindowFixture f;
+        QVERIFY(f.window->openWorkspace(writeTwoProjects(f), false));
+        QVERIFY(!f.window->openWorkspace(f.path(u"gone.vnw"_s), false));
+        QCOMPARE(f.projects(), (QStringList{u"fw"_s, u"lib"_s}));
+        QCOMPARE(f.window->state(), StateNoWorkspace);
+    }
+
+    void aWorkspaceMayReplaceTheOpenOne()
+    {
+        const WindowFixture f;
+        QVERIFY(f.window->openWorkspace(writeTwoProjects(f), false));
+        f.writeProject(u"app.vnp"_s);
+        QVERIFY(f.window->openWorkspace(f.writeWorkspace(u"other.vnw"_s, {u"app.vnp"_s}), false));
+        QCOMPARE(f.projects(), QStringList(u"app"_s));
+    }
+
+    void theEmptyPathIsAnAssertion()
+    {
+        const WindowFixture f;
+        QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"^ASSERT: \"!path.isEmpty\\(\\)\" in "_s));
+        QVERIFY(!f.window->openWorkspace(QString(), true));
+        QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"^ASSERT: \"!path.isEmpty\\(\\)\" in "_s));
+        QVERIFY(!f.window->openProject(QString(), true));
+    }
+
+    void aBadProjectLeavesTheWorkspaceOpenWithTheResultFalse_data()
+    {
+        QTest::addColumn<QByteArray>("bad");
+        QTest::newRow("missing") << QByteArray();
+        QTest::newRow("no XML") << QByteArray("<project><file");
+    }
+
+    void aBadProjectLeavesTheWorkspaceOpenWithTheResultFalse()
+    {
+        QFETCH(QByteArray, bad);
+        const WindowFixture f;
+        f.write(u"mark.py"_s, "open('ran', 'w')\n");
+        f.writeProject(u"fw.vnp"_s, {u"mark.py"_s}, Script);
+        if (!bad.isEmpty())
+            f.write(u"bad.vnp"_s, bad);
+        const QString path = f.writeWorkspace(u"all.vnw"_s, {u"bad.vnp"_s, u"fw.vnp"_s});
+        const QString directory = QDir::currentPath();
+        QDir::setCurrent(f.path({}));
+        QVERIFY(!f.window->openWorkspace(path, true));
+        QDir::setCurrent(directory);
+        QCOMPARE(f.projects(), (QStringList{u"(bad)"_s, u"fw"_s}));
+        QCOMPARE(f.window->state(), StateIdle);
+        QVERIFY(treeIsShown(f));
+        QVERIFY(!QFile::exists(f.path(u"ran"_s))); // start files stay where they are
+        QVERIFY(f.answers->said.isEmpty());
+        QCOMPARE(f.status(), u"These projects could not be loaded: "_s + f.path(u"bad.vnp"_s));
+        f.window->close();
+        QCOMPARE(f.recent(u"Workspace"_s), QStringList(u"all.vnw"_s));
+    }
+
+    void theDropDownIsShownForTwoProjectsAndMore()
+    {
+        WindowFixture f;
+        f.installation.write(u"config/uiconfig.xml"_s,
+                             R"(<ui><actions><action name="debugStepInto"/></actions><toolbars><toolbar name="debug">
+                             <action name="debugStepInto"/></toolbar></toolbars></ui>)");
+        f.restart();
+        const auto *box = f.window->findChild<QComboBox *>(u"projectDropdown"_s);
+        QVERIFY(!box->isVisible());
+        QVERIFY(f.window->openWorkspace(writeTwoProjects(f), false));
+        QVERIFY(box->isVisible());
+        QCOMPARE(box->count(), 2);
+        QCOMPARE(box->currentText(), u"fw"_s);
+        f.window->projectWorkspace()->setCurrentProject(1);
+        QCOMPARE(box->currentText(), u"lib"_s);
+        f.window->projectDropdownChanged(0);
+        QCOMPARE(f.window->projectWorkspace()->currentProjectIndex(), 0);
+        QVERIFY(f.window->closeWorkspace());
+        QVERIFY(!box->isVisible());
+        QVERIFY(f.window->openWorkspace(f.writeWorkspace(u"one.vnw"_s, {u"fw/fw.vnp"_s}), false));
+        QVERIFY(!box->isVisible());
+    }
+
+    void theDropDownShowsActiveProjectsAndCountsAll()
+    {
+        WindowFixture f;
+        f.installation.write(u"config/uiconfig.xml"_s,
+                             R"(<ui><actions><action name="debugStepInto"/></actions><toolbars><toolbar name="debug">
+                             <action name="debugStepInto"/></toolbar></toolbars></ui>)");
+        f.restart();
+        for (const QString &name : {u"a.vnp"_s, u"b.vnp"_s, u"c.vnp"_s})
+            f.writeProject(name);
+        QVERIFY(f.window->openWorkspace(f.writeWorkspace(u"all.vnw"_s, {u"a.vnp"_s, u"b.vnp"_s, u"c.vnp"_s}), false));
+        project(f, 0)->setActive(false);
+        const auto *box = f.window->findChild<QComboBox *>(u"projectDropdown"_s);
+        QCOMPARE(box->count(), 2);
+        QCOMPARE(f.window->projectWorkspace()->currentProjectIndex(), 1);
+        QCOMPARE(box->currentText(), u"c"_s); // b is the current project, but stands at 0 now
+        f.window->projectDropdownChanged(0);
+        QCOMPARE(f.window->projectWorkspace()->currentProject()->name(), u"a"_s);
+    }
+
+    void startFilesAreRunWithTheirProjectAsTheCurrentOne()
+    {
+        const WindowFixture f;
+        const QByteArray mark = "import os\nopen(os.environ['VARNEL_TEST_LOG'], 'a').write('";
+        f.write(u"fw/boot.py"_s, mark + "fw boot\\n')\n");
+        f.write(u"fw/other.py"_s, mark + "other\\n')\n");
+        f.write(u"lib/tools/init.py"_s, mark + "lib init\\n')\n");
+        f.writeProject(u"fw/fw.vnp"_s, {u"boot.py"_s}, Script);
+        f.writeProject(u"plain/plain.vnp"_s, {u"../fw/other.py"_s});
+        f.writeProject(u"lib/lib.vnp"_s, {u"tools/init.py"_s, u"main.c"_s}, Script);
+        qputenv("VARNEL_TEST_LOG", f.path(u"log"_s).toLocal8Bit());
+        QVERIFY(f.window->openWorkspace(
+            f.writeWorkspace(u"all.vnw"_s, {u"fw/fw.vnp"_s, u"plain/plain.vnp"_s, u"lib/lib.vnp"_s}), false));
+        QCOMPARE(f.read(u"log"_s), QByteArray("fw boot\nlib init\n"));
+        QCOMPARE(f.window->projectWorkspace()->currentProjectIndex(), 0);
+    }
+
+    void aStartFileThatRaisesStopsNothing()
+    {
+        const WindowFixture f;
+        f.write(u"boot.py"_s, "raise ValueError\n");
+        f.writeProject(u"fw.vnp"_s, {u"boot.py"_s}, Script);
+        QVERIFY(f.window->openWorkspace(f.writeWorkspace(u"all.vnw"_s, {u"fw.vnp"_s}), false));
+        QCOMPARE(f.projects(), QStringList(u"fw"_s));
+    }
+
+    void openingGoesItsSteps()
+    {
+        const WindowFixture f;
+        BareCommands bare;
+        bare.host.populating = QStringList(u"lib"_s);
+        f.writeProject(u"fw/fw.vnp"_s, {u"boot.py"_s}, Script);
+        f.writeProject(u"lib/lib.vnp"_s);
+        QSignalSpy loaded(&bare.commands, &ProjectCommands::workspaceLoaded);
+        QVERIFY(bare.commands.openWorkspace(f.writeWorkspace(u"all.vnw"_s, {u"fw/fw.vnp"_s, u"lib/lib.vnp"_s}), false));
+        QCOMPARE(bare.host.log.join(u", "_s),
+                 u"bind fw, bind lib, show, changed, state 1, files, populate, run boot.py, drop-down"_s);
+        QCOMPARE(loaded.size(), 1);
+        bare.host.log.clear();
+        QVERIFY(bare.commands.closeWorkspace());
+        QCOMPARE(bare.host.log.join(u", "_s), u"clear, state 0, views"_s);
+    }
+
+    void aBadProjectEndsTheStepsBeforePopulating()
+    {
+        const WindowFixture f;
+        BareCommands bare;
+        bare.host.populating = QStringList(u"lib"_s);
+        f.writeProject(u"lib.vnp"_s);
+        QSignalSpy loaded(&bare.commands, &ProjectCommands::workspaceLoaded);
+        QVERIFY(!bare.commands.openWorkspace(f.writeWorkspace(u"all.vnw"_s, {u"gone.vnp"_s, u"lib.vnp"_s}), false));
+        QCOMPARE(bare.host.log.join(u", "_s), u"bind lib, show, changed, state 1, files"_s);
+        QVERIFY(loaded.isEmpty());
+        QVERIFY(bare.commands.closeWorkspace());
+    }
+
+    void theOpeningWalkPopulatesTheCurrentProjectWhicheverWantsIt()
+    {
+        const WindowFixture f;
+        BareCommands bare;
+        bare.host.populating = QStringList{u"fw"_s, u"lib"_s};
+        f.writeProject(u"fw.vnp"_s);
+        f.write(u"lib.vnp"_s, "<project><properties currentconfiguration='Default'><configuration name='Default'>"
+                              "<property key='projectAutoPopulate' value='1'/></configuration></properties></project>");
+        QVERIFY(bare.commands.openWorkspace(f.writeWorkspace(u"all.vnw"_s, {u"fw.vnp"_s, u"lib.vnp"_s}), false));
+        QCOMPARE(bare.host.populated, QStringList(u"fw Default"_s));
+        bare.commands.workspace()->setCurrentProject(1);
+        bare.commands.repopulate();
+        QCOMPARE(bare.host.populated, (QStringList{u"fw Default"_s, u"lib Default"_s}));
+        QVERIFY(bare.commands.closeWorkspace());
+    }
+
+    void closingStopsADebugSessionFirst_data()
+    {
+        QTest::addColumn<int>("state");
+        QTest::addColumn<QString>("log");
+        for (int state = 1; state <= 7; ++state)
+            QTest::addRow("%d", state) << state
+                                       << (state >= StateRunning ? u"stop, "_s : QString())
+                                              + u"clear, state 0, views"_s;
+    }
+
+    void closingStopsADebugSessionFirst()
+    {
+        QFETCH(int, state);
+        const WindowFixture f;
+        BareCommands bare;
+        QVERIFY(bare.commands.openWorkspace(f.writeWorkspace(u"all.vnw"_s, {}), false));
+        bare.host.setState(ActivityState(state));
+        bare.host.log.clear();
+        QVERIFY(bare.commands.closeWorkspace());
+        QTEST(bare.host.log.join(u", "_s), "log");
+    }
+
+    // Opening projects
+
+    void aProjectWithoutWorkspaceGetsOneBesideIt()
+    {
+        const WindowFixture f;
+        QVERIFY(f.window->openProject(f.writeProject(u"dir.d/fw.vnp"_s), true));
+        QCOMPARE(f.projects(), QStringList(u"fw"_s));
+        QCOMPARE(f.window->projectWorkspace()->fileName(), f.path(u"dir.d/fw.vnw"_s));
+        QVERIFY(f.read(u"dir.d/fw.vnw"_s).contains("fw.vnp"));
+        QVERIFY(f.answers->said.isEmpty());
+        f.window->close();
+        QCOMPARE(f.recent(u"Workspace"_s), QStringList(u"fw.vnw"_s)); // never a project
+    }
+
+    void aProjectWithAWorkspaceOpensThatWithANotice()
+    {
+        const WindowFixture f;
+        f.writeProject(u"lib.vnp"_s);
+        f.writeWorkspace(u"fw.vnw"_s, {u"lib.vnp"_s});
+        f.answers->press(QMessageBox::Ok);
+        QVERIFY(f.window->openProject(f.writeProject(u"fw.vnp"_s), false));
+        QCOMPARE(f.answers->said,
+                 QStringList(u"A corresponding workspace has been found.\n\nIt will be opened instead of the "
+                             "specified project."_s));
+        QCOMPARE(f.answers->lastBox(), u"information Varnel [Ok]"_s);
+        QCOMPARE(f.projects(), QStringList(u"lib"_s));
+    }
+
+    void aProjectInADirectoryThatIsGoneIsRefused()
+    {
+        const WindowFixture f;
+        QVERIFY(!f.window->openProject(f.path(u"gone/fw.vnp"_s), true));
+        QVERIFY(!f.window->projectWorkspace());
+        QCOMPARE(f.status(), u"The workspace %1 could not be opened."_s.arg(f.path(u"gone/fw.vnw"_s)));
+    }
+
+    // The open command
+
+    void theOpenCommandAsksForAWorkspaceOrAProject_data()
+    {
+        QTest::addColumn<QString>("chosen");
+        QTest::addColumn<QStringList>("projects");
+        QTest::newRow("workspace") << u"w/all.vnw"_s << QStringList{u"fw"_s, u"lib"_s};
+        QTest::newRow("project") << u"w/fw.vnp"_s << QStringList(u"fw"_s);
+        QTest::newRow("another extension") << u"w/all.xml"_s << QStringList(u"lib"_s);
+    }
+
+    void theOpenCommandAsksForAWorkspaceOrAProject()
+    {
+        QFETCH(QString, chosen);
+        const WindowFixture f;
+        f.writeProject(u"w/fw.vnp"_s);
+        f.writeProject(u"w/lib.vnp"_s);
+        f.writeWorkspace(u"w/all.vnw"_s, {u"fw.vnp"_s, u"lib.vnp"_s});
+        f.writeWorkspace(u"w/all.xml"_s, {u"lib.vnp"_s});
+        f.settings()->setValue(u"Paths/Workspaces"_s, f.path({}));
+        f.answers->choose({f.path(chosen)});
+        f.window->projectOpen();
+        QCOMPARE(f.answers->said, QStringList(u"openWorkspaceDialog|Open Workspace|"_s + WorkspaceFilter));
+        QCOMPARE(QDir(f.answers->directory), QDir(f.path({})));
+        QTEST(f.projects(), "projects");
+        for (const QString &key : {u"Paths/Workspaces"_s, u"Paths/Projects"_s, u"Paths/Files"_s})
+            QCOMPARE(f.settings()->value(key).toString(), f.path(u"w"_s));
+        f.window->close();
+        QCOMPARE(f.recent(u"Workspace"_s).size(), 1);
+    }
+
+    void theOpenCommandClosesTheOpenWorkspaceFirst()
+    {
+        const WindowFixture f;
+        QVERIFY(f.window->openWorkspace(writeTwoProjects(f), false));
+        f.answers->choose({});
+        f.window->projectOpen();
+        QVERIFY(!f.window->projectWorkspace());
+    }
+
+    void theOpenCommandStopsIfClosingIsRefused()
+    {
+        const WindowFixture f;
+        QVERIFY(f.window->openWorkspace(writeTwoProjects(f), false));
+        project(f)->setModified(true);
+        f.answers->press(QMessageBox::Cancel);
+        f.window->projectOpen();
+        QCOMPARE(f.answers->said, QStringList(changesIn(u"all"_s)));
+        QVERIFY(f.window->projectWorkspace());
+    }
+
+    // Recent workspaces
+
+    void aRecentWorkspaceIsOpenedAndMovesToTheFront()
+    {
+        const WindowFixture f;
+        QVERIFY(f.window->openWorkspace(writeTwoProjects(f), true));
+        QVERIFY(f.window->openWorkspace(f.writeWorkspace(u"one.vnw"_s, {u"fw/fw.vnp"_s}), true));
+        selectRecent(f, 1);
+        QCOMPARE(f.projects(), (QStringList{u"fw"_s, u"lib"_s}));
+        f.window->close();
+        QCOMPARE(f.recent(u"Workspace"_s), (QStringList{u"all.vnw"_s, u"one.vnw"_s}));
+    }
+
+    void aRecentWorkspaceThatCannotBeOpenedLeavesTheList()
+    {
+        const WindowFixture f;
+        QVERIFY(f.window->openWorkspace(f.writeWorkspace(u"gone.vnw"_s, {}), true));
+        QVERIFY(f.window->closeWorkspace());
+        QFile::remove(f.path(u"gone.vnw"_s));
+        f.answers->press(QMessageBox::Ok);
+        selectRecent(f, 0);
+        QCOMPARE(f.answers->said,
+                 QStringList(u"The workspace could not be opened.\n\nIt will be removed from the Recent Workspaces "
+                             "list."_s));
+        QCOMPARE(f.answers->lastBox(), Warn);
+        f.window->close();
+        QVERIFY(f.recent(u"Workspace"_s).isEmpty());
+    }
+
+    void aRecentWorkspaceWaitsForTheOpenOneToClose()
+    {
+        const WindowFixture f;
+        QVERIFY(f.window->openWorkspace(writeTwoProjects(f), true));
+        project(f)->setModified(true);
+        f.answers->press(QMessageBox::Cancel);
+        selectRecent(f, 0);
+        QCOMPARE(f.answers->said, QStringList(changesIn(u"all"_s)));
+        QVERIFY(project(f)->isModified());
+    }
+
+    // Closing
+
+    void closingWithoutAWorkspaceSucceeds()
+    {
+        const WindowFixture f;
+        QVERIFY(f.window->closeWorkspace());
+        QVERIFY(f.answers->said.isEmpty());
+    }
+
+    void closingTakesTheTreeAndTheViewsAway()
+    {
+        const WindowFixture f;
+        QVERIFY(f.window->openWorkspace(writeTwoProjects(f), false));
+        f.open(u"a.c"_s);
+        f.window->projectClose();
+        QVERIFY(!f.window->projectWorkspace());
+        QVERIFY(!treeIsShown(f));
+        QVERIFY(f.openFiles().isEmpty());
+        QCOMPARE(f.window->state(), StateNoWorkspace);
+        QCOMPARE(f.window->windowTitle(), u"Varnel"_s);
+        QVERIFY(f.answers->said.isEmpty());
+    }
+
+    void closingAsksOnceForAllChanges_data()
+    {
+        QTest::addColumn<int>("button");
+        QTest::addColumn<bool>("closed");
+        QTest::addColumn<bool>("saved");
+        QTest::newRow("yes") << int(QMessageBox::Yes) << true << true;
+        QTest::newRow("no") << int(QMessageBox::No) << true << false;
+        QTest::newRow("cancel") << int(QMessageBox::Cancel) << false << false;
+    }
+
+    void closingAsksOnceForAllChanges()
+    {
+        QFETCH(int, button);
+        QFETCH(bool, saved);
+        const WindowFixture f;
+        const QString path = writeTwoProjects(f);
+        QVERIFY(f.window->openWorkspace(path, false));
+        for (int i = 0; i < 2; ++i)
+            project(f, i)->addFiles({f.path(u"new.c"_s)}, nullptr);
+        auto *added = new Project({}, {});
+        added->load(f.writeProject(u"app.vnp"_s));
+        f.window->projectWorkspace()->addProject(added);
+        f.answers->press(QMessageBox::StandardButton(button));
+        QTEST(f.window->closeWorkspace(), "closed");
+        QCOMPARE(f.answers->said, QStringList(changesIn(u"all"_s)));
+        QCOMPARE(f.answers->lastBox(), AskToSave);
+        QTEST(!f.window->projectWorkspace(), "closed");
+        QCOMPARE(f.read(u"fw/fw.vnp"_s).contains("new.c"), saved);
+        QCOMPARE(f.read(u"lib/lib.vnp"_s).contains("new.c"), saved);
+        QCOMPARE(f.read(u"all.vnw"_s).contains("app.vnp"), saved);
+    }
+
+    void aProjectThatCannotBeSavedKeepsTheWorkspaceOpen()
+    {
+        const WindowFixture f;
+        QVERIFY(f.window->openWorkspace(writeTwoProjects(f), false));
+        project(f, 0)->addFiles({f.path(u"new.c"_s)}, nullptr);
+        project(f, 1)->addFiles({f.path(u"new.c"_s)}, nullptr);
+        QFile::setPermissions(f.path(u"fw/fw.vnp"_s), QFile::ReadOwner);
+        f.answers->press(QMessageBox::Yes);
+        f.answers->press(QMessageBox::Ok);
+        QVERIFY(!f.window->closeWorkspace());
+        QCOMPARE(f.answers->said, (QStringList{changesIn(u"all"_s), projectNotSaved(u"fw"_s)}));
+        QCOMPARE(f.answers->lastBox(), Warn);
+        QVERIFY(project(f, 0)->isModified());
+        QVERIFY(!f.read(u"lib/lib.vnp"_s).contains("new.c")); // the first failure ends it
+    }
+
+    void aWorkspaceThatCannotBeSavedStaysOpen()
+    {
+        const WindowFixture f;
+        QVERIFY(f.window->openWorkspace(writeTwoProjects(f), false));
+        f.window->projectWorkspace()->setModified(true);
+        QFile::setPermissions(f.path(u"all.vnw"_s), QFile::ReadOwner);
+        f.answers->press(QMessageBox::Yes);
+        f.answers->press(QMessageBox::Ok);
+        QVERIFY(!f.window->closeWorkspace());
+        QCOMPARE(f.answers->said.value(1), u"The workspace could not be saved.\n\nPlease make sure that the workspace "
+                                           "file is not read-only."_s);
+        QCOMPARE(f.answers->lastBox(), Warn);
+        QVERIFY(f.window->projectWorkspace());
+    }
+
+    void aDocumentThatRefusesMakesTheResultFalseThoughTheWorkspaceIsGone()
+    {
+        const WindowFixture f;
+        QVERIFY(f.window->openWorkspace(writeTwoProjects(f), false));
+        f.open(u"a.c"_s);
+        f.type(u"new"_s);
+        f.answers->press(QMessageBox::Cancel);
+        QVERIFY(!f.window->closeWorkspace());
+        QVERIFY(!f.window->projectWorkspace());
+        QCOMPARE(f.openFiles(), QStringList(u"a.c *"_s));
+    }
+
+    void aWorkspaceClosedBehindTheQuestionsBackIsClosed()
+    {
+        const WindowFixture f;
+        QVERIFY(f.window->openWorkspace(writeTwoProjects(f), false));
+        project(f)->addFiles({f.path(u"new.c"_s)}, nullptr);
+        f.answers->meet([&f](QDialog *dialog) {
+            f.discard();
+            static_cast<QMessageBox *>(dialog)->button(QMessageBox::Yes)->click();
+        });
+        QVERIFY(f.window->closeWorkspace());
+        QVERIFY(!f.window->projectWorkspace());
+        QVERIFY(!f.read(u"fw/fw.vnp"_s).contains("new.c"));
+    }
+
+    void theProgramStaysIfItsWorkspaceDoes()
+    {
+        const WindowFixture f;
+        QVERIFY(f.window->openWorkspace(writeTwoProjects(f), false));
+        project(f)->setModified(true);
+        f.answers->press(QMessageBox::Cancel);
+        QVERIFY(!f.window->close());
+        QVERIFY(f.window->isVisible());
+        QVERIFY(f.window->projectWorkspace());
+    }
+
+    void theProgramStaysIfADocumentDoes()
+    {
+        const WindowFixture f;
+        QVERIFY(f.window->openWorkspace(writeTwoProjects(f), false));
+        f.open(u"a.c"_s);
+        f.type(u"new"_s);
+        f.answers->press(QMessageBox::Cancel);
+        QVERIFY(!f.window->close());
+        QVERIFY(f.window->isVisible());
+        QVERIFY(f.window->projectWorkspace());
+        QCOMPARE(f.openFiles(), QStringList(u"a.c *"_s));
+    }
+
+    // Saving
+
+    void savingWritesUnmodifiedProjectsToo()
+    {
+        const WindowFixture f;
+        QVERIFY(f.window->openWorkspace(writeTwoProjects(f), false));
+        for (const QString &name : {u"fw/fw.vnp"_s, u"lib/lib.vnp"_s, u"all.vnw"_s})
+            QFile::remove(f.path(name));
+        f.window->projectSave();
+        QVERIFY(f.read(u"fw/fw.vnp"_s).contains("main.c"));
+        QVERIFY(!f.read(u"lib/lib.vnp"_s).isEmpty());
+        QVERIFY(f.read(u"all.vnw"_s).contains("lib.vnp"));
+        QVERIFY(f.answers->said.isEmpty());
+    }
+
+    void savingGoesOnAfterAFailure()
+    {
+        const WindowFixture f;
+        QVERIFY(f.window->openWorkspace(writeTwoProjects(f), false));
+        project(f, 0)->addFiles({f.path(u"new.c"_s)}, nullptr);
+        project(f, 1)->addFiles({f.path(u"new.c"_s)}, nullptr);
+        f.window->projectWorkspace()->setModified(true);
+        QFile::setPermissions(f.path(u"fw/fw.vnp"_s), QFile::ReadOwner);
+        f.answers->press(QMessageBox::Ok);
+        QVERIFY(!f.window->fileSaveAll());
+        QCOMPARE(f.answers->said, QStringList(projectNotSaved(u"fw"_s)));
+        QVERIFY(f.read(u"lib/lib.vnp"_s).contains("new.c"));
+        QVERIFY(!f.window->projectWorkspace()->isModified());
+        f.answers->press(QMessageBox::Ok);
+        f.window->projectSave();
+        QCOMPARE(f.answers->said.size(), 2);
+    }
+
+    void savingAllTellsOfTheWorkspaceAsWell()
+    {
+        const WindowFixture f;
+        QVERIFY(f.window->openWorkspace(writeTwoProjects(f), false));
+        f.window->projectWorkspace()->setModified(true);
+        QFile::setPermissions(f.path(u"all.vnw"_s), QFile::ReadOwner);
+        f.answers->press(QMessageBox::Ok);
+        QVERIFY(!f.window->fileSaveAll());
+        QCOMPARE(f.answers->said, QStringList(u"The workspace could not be saved.\n\nPlease make sure that the "
+                                              "workspace file is not read-only."_s));
+    }
+
+    void aProjectThatCouldNotBeLoadedIsNotOverwritten()
+    {
+        const WindowFixture f;
+        f.write(u"bad.vnp"_s, "<project><file path='precious.c'/>");
+        QVERIFY(!f.window->openWorkspace(f.writeWorkspace(u"all.vnw"_s, {u"bad.vnp"_s}), false));
+        f.answers->press(QMessageBox::Ok);
+        f.window->projectSave();
+        QCOMPARE(f.answers->said, QStringList(projectNotSaved(u"bad"_s)));
+        QCOMPARE(f.read(u"bad.vnp"_s), QByteArray("<project><file path='precious.c'/>"));
+        QVERIFY(f.read(u"all.vnw"_s).contains("bad.vnp"));
+    }
+
+    // Inserting
+
+    void filesAreAddedToTheCurrentProject()
+    {
+        const WindowFixture f;
+        QVERIFY(f.window->openWorkspace(writeTwoProjects(f), false));
+        f.settings()->setValue(u"Paths/Files"_s, f.path(u"fw"_s));
+        f.answers->choose({f.write(u"src/a.c"_s, "a"), f.write(u"src/b.c"_s, "b")});
+        f.window->projectInsertFiles();
+        QCOMPARE(f.answers->said, QStringList(u"addFilesDialog|Add Files to Project|Source Files (*.c *.cpp *.h);;"
+                                              "Python Files (*.py);;All Files (*.*)"_s));
+        QCOMPARE(f.answers->directory, f.path(u"fw"_s));
+        QCOMPARE(project(f, 0)->files({}, nullptr).size(), 3);
+        QVERIFY(project(f, 1)->files({}, nullptr).isEmpty());
+        QVERIFY(project(f, 0)->isModified());
+        QCOMPARE(f.settings()->value(u"Paths/Files"_s).toString(), f.path(u"src"_s));
+        f.answers->choose({});
+        f.window->projectInsertFiles();
+        QCOMPARE(project(f, 0)->files({}, nullptr).size(), 3);
+    }
+
+    void filesGoToTheProjectSelectedInTheTreeIfThatHasTheFocus()
+    {
+        const WindowFixture f;
+        QVERIFY(f.window->openWorkspace(writeTwoProjects(f), false));
+        auto *tree = f.window->findChild<QTreeWidget *>(u"ProjectTree"_s);
+        QVERIFY(QTest::qWaitForWindowActive(f.window.get()));
+        tree->setFocus();
+        tree->setCurrentItem(tree->topLevelItem(0)->child(1));
+        const QString file = f.write(u"a.c"_s, "a");
+        f.answers->choose({file});
+        f.window->projectInsertFilesAlt();
+        QCOMPARE(project(f, 1)->files({}, nullptr).size(), 1);
+        f.open(u"b.c"_s);
+        f.view()->setFocus();
+        f.answers->choose({file});
+        f.window->projectInsertFilesAlt();
+        QCOMPARE(project(f, 0)->files({}, nullptr).size(), 2);
+    }
+
+    void aProjectIsInsertedBehindTheOthersAndBecomesTheCurrentOne()
+    {
+        const WindowFixture f;
+        QVERIFY(f.window->openWorkspace(writeTwoProjects(f), false));
+        f.settings()->setValue(u"Paths/Projects"_s, f.path(u"lib"_s));
+        f.answers->choose({f.writeProject(u"app/app.vnp"_s)});
+        f.window->projectInsertProject();
+        QCOMPARE(f.answers->said,
+                 QStringList(u"insertProjectDialog|Insert Project into Workspace|Project Files (*.vnp)"_s));
+        QCOMPARE(f.answers->directory, f.path(u"lib"_s));
+        QCOMPARE(f.projects(), (QStringList{u"fw"_s, u"lib"_s, u"app"_s}));
+        QCOMPARE(f.window->projectWorkspace()->currentProjectIndex(), 2);
+        QVERIFY(f.window->projectWorkspace()->isModified());
+        QCOMPARE(f.settings()->value(u"Paths/Projects"_s).toString(), f.path(u"app"_s));
+    }
+
+    void commandsWithoutAWorkspaceAreAssertions_data()
+    {
+        QTest::addColumn<QByteArray>("command");
+        for (const char *command : {"projectSave", "projectInsertFiles", "projectInsertFilesAlt",
+                                    "projectInsertProject", "projectRepopulate"})
+            QTest::newRow(command) << QByteArray(command);
+    }
+
+    void commandsWithoutAWorkspaceAreAssertions()
+    {
+        QFETCH(QByteArray, command);
+        const WindowFixture f;
+        QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"^ASSERT: \"(m_projectWorkspace|project)\" in "_s));
+        QMetaObject::invokeMethod(f.window.get(), command.constData());
+        QVERIFY(f.answers->said.isEmpty());
+    }
+
+    void aConfigurationIsChosenByItsNumber()
+    {
+        const WindowFixture f;
+        QVERIFY(f.window->openWorkspace(writeTwoProjects(f), false));
+        project(f)->properties()->addConfiguration(u"Release"_s);
+        QMetaObject::invokeMethod(f.window.get(), "activateConfiguration", Q_ARG(int, 1));
+        QCOMPARE(project(f)->currentConfiguration(), u"Release"_s);
+        QVERIFY(project(f)->isModified());
+    }
+};
+
+int main(int argc, char **argv)
+{
+    if (!becomeOrdinaryUser())
+        qFatal("files cannot be made unwritable for this user");
+    ProjectCommandsTest test; // makes an application in each function
+    return QTest::qExec(&test, argc, argv);
+}
+#include "tst_projectcommands.moc"

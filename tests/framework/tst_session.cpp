@@ -1,0 +1,283 @@
+#include "session.h"
+#include "windowfixture.h"
+#include <QDirIterator>
+#include <QScrollBar>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+const QByteArray HundredLines = QByteArray("line of text\n").repeated(100);
+
+void putCursor(TextViewEdit *edit, int line, int column)
+{
+    QTextCursor cursor = edit->textCursor();
+    cursor.setPosition(edit->document()->findBlockByNumber(line).position() + column);
+    edit->setTextCursor(cursor);
+}
+
+QString cursorIn(const TextViewEdit *edit)
+{
+    const QTextCursor cursor = edit->textCursor();
+    return u"%1,%2"_s.arg(cursor.blockNumber()).arg(cursor.positionInBlock());
+}
+
+/// Starts the program again as its user does.
+void restart(WindowFixture &f)
+{
+    f.restart();
+    f.window->continueLastRun();
+}
+
+QStringList sessionFiles(const WindowFixture &f)
+{
+    QStringList files;
+    QDirIterator walk(f.installation.path(u"state"_s), {u"*.json"_s}, QDir::Files, QDirIterator::Subdirectories);
+    while (walk.hasNext())
+        files.append(walk.next());
+    return files;
+}
+
+void damage(const WindowFixture &f, const QByteArray &content)
+{
+    for (const QString &path : sessionFiles(f)) {
+        QFile file(path);
+        QVERIFY(file.open(QIODevice::WriteOnly) && file.write(content) == content.size());
+    }
+}
+} // namespace
+
+class SessionTest : public QObject
+{
+    Q_OBJECT
+private Q_SLOTS:
+    void init() { QTest::failOnWarning(QRegularExpression(u"^(?!This plugin does not support)"_s)); }
+
+    void filesComeBackInTheirOrderWithTheOneInFront()
+    {
+        WindowFixture f;
+        for (const QString &name : {u"a.c"_s, u"b.c"_s, u"c.c"_s})
+            f.open(name);
+        f.window->openFile(f.path(u"b.c"_s));
+        restart(f);
+        QCOMPARE(f.openFiles(), (QStringList{u"a.c"_s, u"b.c"_s, u"c.c"_s}));
+        QCOMPARE(f.view()->title(), u"b.c"_s);
+        QVERIFY(f.answers->said.isEmpty());
+    }
+
+    void cursorAndPlaceComeBack()
+    {
+        WindowFixture f;
+        f.open(u"a.c"_s, HundredLines);
+        putCursor(f.view()->currentEdit(), 70, 5);
+        f.view()->currentEdit()->verticalScrollBar()->setValue(60);
+        const int top = f.view()->currentEdit()->verticalScrollBar()->value();
+        restart(f);
+        QCOMPARE(cursorIn(f.view()->currentEdit()), u"70,5"_s);
+        QCOMPARE(f.view()->currentEdit()->verticalScrollBar()->value(), top);
+    }
+
+    void panesComeBack()
+    {
+        WindowFixture f;
+        f.open(u"a.c"_s, HundredLines);
+        f.window->windowSplit();
+        QCOMPARE(f.view()->shownEdits().size(), 2);
+        putCursor(f.view()->shownEdits()[0], 10, 1);
+        putCursor(f.view()->shownEdits()[1], 20, 2);
+        restart(f);
+        QCOMPARE(f.view()->shownEdits().size(), 2);
+        QCOMPARE(cursorIn(f.view()->shownEdits()[0]), u"10,1"_s);
+        QCOMPARE(cursorIn(f.view()->shownEdits()[1]), u"20,2"_s);
+    }
+
+    void severalViewsOnAFileComeBackInTheirPlaces()
+    {
+        WindowFixture f;
+        f.open(u"a.c"_s);
+        f.open(u"b.c"_s);
+        f.window->openFile(f.path(u"a.c"_s));
+        f.window->windowNew();
+        QCOMPARE(f.openFiles(), (QStringList{u"a.c:1"_s, u"b.c"_s, u"a.c:2"_s}));
+        restart(f);
+        QCOMPARE(f.openFiles().size(), 3);
+        QCOMPARE(f.openFiles()[1], u"b.c"_s);
+        QCOMPARE(f.window->workspace()->documents().size(), 2);
+    }
+
+    void aFileThatIsGoneIsLeftOut()
+    {
+        WindowFixture f;
+        f.open(u"a.c"_s);
+        f.open(u"b.c"_s);
+        f.write(u"keep"_s, "");
+        QVERIFY(f.window->close());
+        QFile::remove(f.path(u"b.c"_s));
+        restart(f);
+        QCOMPARE(f.openFiles(), QStringList(u"a.c"_s));
+        QVERIFY(f.answers->said.isEmpty());
+    }
+
+    void aFileThatBecameShorterOpensAtItsEnd()
+    {
+        WindowFixture f;
+        f.open(u"a.c"_s, HundredLines);
+        putCursor(f.view()->currentEdit(), 70, 5);
+        QVERIFY(f.window->close());
+        f.write(u"a.c"_s, "ab\ncd");
+        restart(f);
+        QCOMPARE(cursorIn(f.view()->currentEdit()), u"1,2"_s);
+    }
+
+    void theWorkspaceComesBackWithItsFiles()
+    {
+        WindowFixture f;
+        f.writeProject(u"fw.vnp"_s);
+        QVERIFY(f.window->openWorkspace(f.writeWorkspace(u"all.vnw"_s, {u"fw.vnp"_s}), false));
+        f.open(u"a.c"_s);
+        restart(f);
+        QCOMPARE(f.projects(), QStringList(u"fw"_s));
+        QCOMPARE(f.openFiles(), QStringList(u"a.c"_s));
+        f.window->close();
+        QVERIFY(f.recent(u"Workspace"_s).isEmpty());
+    }
+
+    void eachWorkspaceHasFilesOfItsOwn()
+    {
+        const WindowFixture f;
+        const QString first = f.writeWorkspace(u"1.vnw"_s, {});
+        const QString second = f.writeWorkspace(u"2.vnw"_s, {});
+        QVERIFY(f.window->openWorkspace(first, false));
+        f.open(u"a.c"_s);
+        QVERIFY(f.window->closeWorkspace());
+        QVERIFY(f.window->openWorkspace(second, false));
+        QVERIFY(f.openFiles().isEmpty());
+        f.open(u"b.c"_s);
+        QVERIFY(f.window->closeWorkspace());
+        QVERIFY(f.window->openWorkspace(first, false));
+        QCOMPARE(f.openFiles(), QStringList(u"a.c"_s));
+    }
+
+    void aFileThatIsOpenAlreadyGetsNoSecondView()
+    {
+        const WindowFixture f;
+        const QString path = f.writeWorkspace(u"all.vnw"_s, {});
+        QVERIFY(f.window->openWorkspace(path, false));
+        f.open(u"a.c"_s);
+        QVERIFY(f.window->closeWorkspace());
+        f.open(u"a.c"_s);
+        QVERIFY(f.window->openWorkspace(path, false));
+        QCOMPARE(f.openFiles(), QStringList(u"a.c"_s));
+    }
+
+    void aWorkspaceThatIsGoneIsTold()
+    {
+        WindowFixture f;
+        QVERIFY(f.window->openWorkspace(f.writeWorkspace(u"all.vnw"_s, {}), false));
+        QVERIFY(f.window->close());
+        QFile::remove(f.path(u"all.vnw"_s));
+        restart(f);
+        QVERIFY(!f.window->projectWorkspace());
+        QCOMPARE(f.status(), u"The workspace %1 could not be opened."_s.arg(f.path(u"all.vnw"_s)));
+    }
+
+    void nothingIsRememberedWhereTheUserHasSaidWhatToOpen()
+    {
+        WindowFixture f;
+        f.open(u"a.c"_s);
+        restart(f);
+        f.window->disableSessions();
+        f.open(u"b.c"_s);
+        restart(f);
+        QCOMPARE(f.openFiles(), QStringList(u"a.c"_s));
+        f.restart();
+        f.window->disableSessions();
+        f.window->continueLastRun();
+        QVERIFY(f.openFiles().isEmpty());
+    }
+
+    void theCommandLineSaysWhatToOpen()
+    {
+        // as the entry function has it
+        WindowFixture f;
+        const QString path = f.writeWorkspace(u"all.vnw"_s, {});
+        QVERIFY(f.window->openWorkspace(path, false));
+        f.open(u"a.c"_s);
+        f.restart();
+        f.window->disableSessions();
+        QVERIFY(f.window->openWorkspace(path, false));
+        QVERIFY(f.openFiles().isEmpty());
+    }
+
+    void aCloseThatIsRefusedForgetsNothing()
+    {
+        WindowFixture f;
+        f.open(u"a.c"_s);
+        f.open(u"b.c"_s);
+        f.type(u"new"_s);
+        f.answers->press(QMessageBox::Cancel);
+        QVERIFY(!f.window->close());
+        QCOMPARE(f.openFiles(), QStringList(u"b.c *"_s));
+    }
+
+    void aDamagedSessionIsNone_data()
+    {
+        QTest::addColumn<QByteArray>("content");
+        QTest::addColumn<int>("files");
+        QTest::newRow("empty") << QByteArray() << 0;
+        QTest::newRow("no JSON") << QByteArray::fromHex("00ff7b5b") << 0;
+        QTest::newRow("cut off") << QByteArray("{'version': 1, 'files': [{'pa") << 0;
+        QTest::newRow("another version") << QByteArray("{'version': 2, 'files': [{'path': 'A'}]}") << 0;
+        QTest::newRow("other types") << QByteArray("{'version': 1, 'active': 'x', 'files': {'path': 7}}") << 0;
+        QTest::newRow("no paths") << QByteArray("{'version': 1, 'active': 9, 'files': [1, {}, {'path': 5}, null]}")
+                                  << 0;
+        QTest::newRow("a directory") << QByteArray("{'version': 1, 'files': [{'path': '/'}]}") << 0;
+        QTest::newRow("wild numbers") << QByteArray(
+            "{'version': 1, 'active': -7, 'files': [{'path': 'A', 'panes': [ "
+            "{'height': -5, 'line': -1, 'column': 99999999, 'top': 2147483647}, "
+            "{'height': 1e30, 'line': 2147483647, 'column': -3, 'top': -9}]}]}")
+                                      << 1;
+    }
+
+    void aDamagedSessionIsNone()
+    {
+        QFETCH(QByteArray, content);
+        WindowFixture f;
+        f.open(u"a.c"_s);
+        QVERIFY(f.window->close());
+        damage(f, content.replace("A", f.path(u"a.c"_s).toUtf8()).replace('\'', '"'));
+        f.window = std::make_unique<MainWindow>();
+        f.window->show();
+        f.window->continueLastRun();
+        QTEST(int(f.openFiles().size()), "files");
+        QVERIFY(f.answers->said.isEmpty());
+        QVERIFY(f.window->close());
+    }
+
+    void aSessionThatCannotBeWrittenIsTold()
+    {
+        WindowFixture f;
+        f.installation.write(u"state"_s, "a file where the directory should be");
+        f.open(u"a.c"_s);
+        QTest::ignoreMessage(QtWarningMsg, "MainWindow::keepSession: the open files cannot be remembered");
+        QVERIFY(f.window->close());
+    }
+
+    void theStoreGivesBackWhatItTook()
+    {
+        const QTemporaryDir directory;
+        const SessionStore store(directory.filePath(u"sub/sessions"_s));
+        const Session session{{{u"/a b/\u00e9.c"_s, {{100, 5, 6, 2}, {50, 0, 0, 0}}}, {u"/x"_s, {}}}, 1};
+        QVERIFY(store.save(u"/w/all.vnw"_s, session));
+        QCOMPARE(store.load(u"/w/all.vnw"_s), session);
+        QCOMPARE(store.load(u"/w/../w/all.vnw"_s), session);
+        QCOMPARE(store.load(u"/w/other.vnw"_s), Session());
+        QCOMPARE(store.load({}), Session());
+    }
+};
+
+int main(int argc, char **argv)
+{
+    SessionTest test; // makes an application in each function
+    return QTest::qExec(&test, argc, argv);
+}
+#include "tst_session.moc"

@@ -1,0 +1,311 @@
+#include "ordinaryuser.h"
+#include "outputwindow.h"
+#include "popupmenu.h"
+#include "windowfixture.h"
+#include <QDockWidget>
+#include <QLabel>
+#include <QMimeData>
+
+// The commands of the menus View and Window, what is dropped on the window, and its looks.
+
+using namespace Qt::StringLiterals;
+
+namespace {
+QMenu *openedMenu(const WindowFixture &f, const QString &name)
+{
+    auto *menu = f.window->findChild<PopupMenu *>(name);
+    Q_EMIT menu->aboutToShow();
+    return menu;
+}
+
+QStringList items(const QMenu *menu)
+{
+    QStringList texts;
+    for (const QAction *action : menu->actions())
+        texts.append((action->isCheckable() && action->isChecked() ? u"[x]"_s : QString()) + action->text());
+    return texts;
+}
+
+/// Drops @p data on the window; false if it does not take it.
+bool drop(const WindowFixture &f, const QMimeData &data)
+{
+    QDragEnterEvent enter({10, 10}, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    enter.ignore();
+    QCoreApplication::sendEvent(f.window.get(), &enter);
+    QDropEvent event({10, 10}, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    event.ignore();
+    QCoreApplication::sendEvent(f.window.get(), &event);
+    return enter.isAccepted() && event.isAccepted();
+}
+
+QPalette palette(const QColor &window, const QColor &text)
+{
+    QPalette palette;
+    palette.setColor(QPalette::Window, window);
+    palette.setColor(QPalette::WindowText, text);
+    return palette;
+}
+
+QByteArray formats(const char *foreground, const char *background)
+{
+    return QByteArray("<textformats><section name='Text editor'><format name='Standard text' fontFamily='Monospace' "
+                      "fontSize='9' fgColour='")
+           + foreground + "' bgColour='" + background
+           + "'/></section><section name='Output window'><format name='Text' fontFamily='Monospace' fontSize='9'/>"
+             "</section></textformats>";
+}
+} // namespace
+
+class WindowCommandsTest : public QObject
+{
+    Q_OBJECT
+private Q_SLOTS:
+    void init() { QTest::failOnWarning(QRegularExpression(u"^(?!This plugin does not support)"_s)); }
+
+    // Views
+
+    void nextAndPreviousWrapAtTheEnds()
+    {
+        const WindowFixture f;
+        f.window->windowNext();
+        for (const QString &name : {u"a.c"_s, u"b.c"_s, u"c.c"_s})
+            f.open(name);
+        QStringList seen;
+        for (int i = 0; i < 3; ++i) {
+            const QList<View *> order = f.window->viewManager()->views();
+            const int current = int(order.indexOf(f.view()));
+            f.window->windowNext();
+            QCOMPARE(f.view(), order[(current + 1) % 3]);
+            f.window->windowPrev();
+        }
+    }
+
+    void splittingDividesTheView()
+    {
+        const WindowFixture f;
+        f.open(u"a.c"_s);
+        f.window->windowSplit();
+        QCOMPARE(f.view()->shownEdits().size(), 2);
+        QCOMPARE(f.openFiles().size(), 1);
+    }
+
+    void closingAViewLeavesTheOthersOfItsFile()
+    {
+        const WindowFixture f;
+        f.open(u"a.c"_s);
+        f.type(u"new"_s);
+        f.window->windowNew();
+        f.window->windowClose();
+        QCOMPARE(f.openFiles(), QStringList(u"a.c *"_s));
+        QVERIFY(f.answers->said.isEmpty());
+        f.answers->press(QMessageBox::No);
+        f.window->windowClose();
+        QVERIFY(f.openFiles().isEmpty());
+    }
+
+    void closingAllClosesAllViews()
+    {
+        const WindowFixture f;
+        f.open(u"a.c"_s);
+        f.window->windowNew();
+        f.open(u"b.c"_s);
+        f.window->windowCloseAll();
+        QVERIFY(f.openFiles().isEmpty());
+    }
+
+    void theMenuOfViewsActivatesThem()
+    {
+        WindowFixture f;
+        f.installation.write(u"config/uiconfig.xml"_s, R"(<ui><menus><menu name="windowMenu"/></menus></ui>)");
+        f.restart();
+        for (const QString &name : {u"a.c"_s, u"b.c"_s})
+            f.open(name);
+        QMenu *menu = openedMenu(f, u"windowMenu"_s);
+        const QString current = f.view()->title();
+        QCOMPARE(items(menu).filter(u"[x]"_s).size(), 1);
+        QVERIFY(items(menu).filter(u"[x]"_s).first().endsWith(current));
+        for (QAction *item : menu->actions()) {
+            if (!item->isSeparator() && !item->isChecked()) {
+                item->trigger();
+                break;
+            }
+        }
+        QVERIFY(f.view()->title() != current);
+        QMetaObject::invokeMethod(f.window.get(), "activateView", Q_ARG(int, 99)); // no such view
+    }
+
+    void theStyleOfTheWorkspaceDecidesWhatCanBeArranged()
+    {
+        WindowFixture f;
+        f.settings()->setValue(u"Editor/WorkspaceStyle"_s, 1);
+        f.installation.write(u"config/uiconfig.xml"_s, R"(<ui><actions><action name="windowTile"/>
+                             <action name="windowCascade"/></actions></ui>)");
+        f.restart();
+        QVERIFY(f.window->findChild<QAction *>(u"windowTile"_s)->isEnabled());
+        QVERIFY(f.window->findChild<QAction *>(u"windowCascade"_s)->isEnabled());
+        f.open(u"a.c"_s);
+        f.open(u"b.c"_s);
+        f.window->windowTile();
+        f.window->windowCascade();
+        QCOMPARE(f.openFiles().size(), 2);
+    }
+
+    void theCursorsPlaceCountsFromOne()
+    {
+        const WindowFixture f;
+        f.window->cursorPositionChanged(4, 0);
+        const QList<QLabel *> labels = f.window->statusBar()->findChildren<QLabel *>();
+        QStringList shown;
+        for (const QLabel *label : labels) {
+            if (!label->isHidden())
+                shown.append(label->text());
+        }
+        QCOMPARE(shown, QStringList(u" Ln 5, Col 1"_s));
+    }
+
+    // Docks
+
+    void dockCommandsToggleWhateverTheyAreTold_data()
+    {
+        QTest::addColumn<QByteArray>("command");
+        QTest::addColumn<QString>("dock");
+        QTest::newRow("navigator") << QByteArray("viewNavigator") << u"navigatorDockWindow"_s;
+        QTest::newRow("output") << QByteArray("viewOutput") << u"outputDockWindow"_s;
+        QTest::newRow("registers") << QByteArray("debugToggleRegisterWindow") << u"registerDockWindow"_s;
+        QTest::newRow("peripherals") << QByteArray("debugTogglePeripheralWindow") << u"peripheralDockWindow"_s;
+        QTest::newRow("watches") << QByteArray("debugToggleWatchWindow") << u"watchDockWindow"_s;
+        QTest::newRow("memory") << QByteArray("debugToggleMemoryWindow") << u"memoryDockWindow"_s;
+    }
+
+    void dockCommandsToggleWhateverTheyAreTold()
+    {
+        QFETCH(QByteArray, command);
+        QFETCH(QString, dock);
+        const WindowFixture f;
+        const auto *window = f.window->findChild<QDockWidget *>(dock);
+        for (const bool argument : {true, true, false, false}) {
+            const bool hidden = window->isHidden();
+            QMetaObject::invokeMethod(f.window.get(), command.constData(), Q_ARG(bool, argument));
+            QCOMPARE(window->isHidden(), !hidden);
+        }
+    }
+
+    // Drag and drop
+
+    void aDroppedFileOpens_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::newRow("text") << u"file:%1"_s;
+        QTest::newRow("text with spaces around it") << u"file: %1 \r\n"_s;
+        QTest::newRow("URL as text") << u"file://%1"_s;
+    }
+
+    void aDroppedFileOpens()
+    {
+        QFETCH(QString, text);
+        const WindowFixture f;
+        QMimeData data;
+        data.setText(text.arg(f.write(u"a.c"_s, "x")));
+        QVERIFY(drop(f, data));
+        QCOMPARE(f.openFiles(), QStringList(u"a.c"_s));
+        f.window->close();
+        QVERIFY(f.recent(u"File"_s).isEmpty());
+    }
+
+    void allDroppedUrlsOpen()
+    {
+        const WindowFixture f;
+        QMimeData data;
+        data.setUrls({QUrl::fromLocalFile(f.write(u"a b.c"_s, "x")), QUrl::fromLocalFile(f.write(u"\u00e9%.c"_s, "x")),
+                      QUrl(u"http://example.org/c.c"_s)});
+        QVERIFY(drop(f, data));
+        QCOMPARE(f.openFiles(), (QStringList{u"a b.c"_s, u"\u00e9%.c"_s}));
+    }
+
+    void whatIsNoFileIsIgnored_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::newRow("a text") << u"main.c"_s;
+        QTest::newRow("a page") << u"http://example.org/a.c"_s;
+        QTest::newRow("inside") << u"the file: a.c"_s;
+        QTest::newRow("a file without name") << u"file:"_s;
+        QTest::newRow("nothing") << QString();
+    }
+
+    void whatIsNoFileIsIgnored()
+    {
+        QFETCH(QString, text);
+        const WindowFixture f;
+        QMimeData data;
+        data.setText(text);
+        QVERIFY(!drop(f, data));
+        QVERIFY(f.openFiles().isEmpty());
+        QVERIFY(f.answers->said.isEmpty());
+    }
+
+    // Looks
+
+    void coloursThatNobodyChoseFollowTheDesktop()
+    {
+        WindowFixture f;
+        f.installation.write(u"config/textformats.xml"_s, formats("000000", "ffffff"));
+        f.installation.write(u"config/textformats-dark.xml"_s, formats("dddddd", "202020"));
+        QVERIFY(f.window->close());
+        f.window.reset();
+        f.settings()->clear();
+        f.restart();
+        f.open(u"a.c"_s);
+        const TextDocument *document = f.view()->textDocument();
+        const QPalette old = QApplication::palette();
+        QApplication::setPalette(palette(Qt::white, Qt::black));
+        QCOMPARE(document->paperColour().name(), u"#ffffff"_s);
+        QApplication::setPalette(palette(Qt::black, Qt::white));
+        QCOMPARE(document->paperColour().name(), u"#202020"_s);
+        f.restart();
+        f.open(u"b.c"_s);
+        QCOMPARE(f.view()->textDocument()->paperColour().name(), u"#202020"_s);
+        QApplication::setPalette(old);
+        QCOMPARE(f.view()->textDocument()->paperColour().name(), u"#ffffff"_s);
+    }
+
+    // Tools
+
+    void theUsersMacrosAreEdited()
+    {
+        const WindowFixture f;
+        f.installation.write(u"python/macros.py"_s, "installed\n");
+        f.window->toolsMacroEdit();
+        QCOMPARE(f.document()->filename(), f.installation.path(u"python/macros.py"_s));
+    }
+
+    // What cannot be written
+
+    void settingsThatCannotBeWrittenKeepNobodyFromLeaving()
+    {
+        WindowFixture f;
+        f.settings()->sync();
+        QFile::remove(f.installation.settingsFile());
+        QDir().mkpath(f.installation.settingsFile());
+        f.open(u"a.c"_s);
+        QVERIFY(f.window->close());
+        QCoreApplication::processEvents();
+    }
+
+    void twoWindowsShareTheSettings()
+    {
+        WindowFixture f;
+        QVERIFY(f.window->openFile(f.write(u"a.c"_s, "x"), true));
+        MainWindow other;
+        QVERIFY(other.openFile(f.write(u"b.c"_s, "x"), true));
+        QVERIFY(f.window->close());
+        QVERIFY(other.close());
+        QCOMPARE(f.recent(u"File"_s), QStringList(u"b.c"_s)); // the last to go has its way
+    }
+};
+
+int main(int argc, char **argv)
+{
+    WindowCommandsTest test; // makes an application in each function
+    return QTest::qExec(&test, argc, argv);
+}
+#include "tst_windowcommands.moc"
