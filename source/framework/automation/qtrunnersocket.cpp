@@ -4,7 +4,7 @@
 
 namespace {
 constexpr auto CommandEventType = QEvent::Type(52343);
-constexpr qint64 ReadBuffer = 64 * 1024;
+constexpr qint64 ReadBuffer = 64 << 10;
 
 class CommandEvent : public QEvent
 {
