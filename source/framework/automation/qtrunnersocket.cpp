@@ -98,7 +98,7 @@ void QtRunnerSocket::connectionClosed()
 void QtRunnerSocket::applicationQuits()
 {
     flush(); // the reply to the command that ended the program
-    deleteLater();
+    abort(); // which tells that the connection has closed; in the destructor that would be too late
 }
 
 bool QtRunnerSocket::eventFilter(QObject *watched, QEvent *event)
