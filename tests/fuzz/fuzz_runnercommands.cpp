@@ -68,6 +68,12 @@ bool isReply(const QString &reply)
 }
 } // namespace
 
+/// The font library keeps what it has found until the process ends.
+extern "C" const char *__lsan_default_suppressions()
+{
+    return "leak:libfontconfig";
+}
+
 extern "C" int LLVMFuzzerInitialize(int *argc, char ***argv)
 {
     qInstallMessageHandler([](QtMsgType, const QMessageLogContext &, const QString &) {}); // reports are no failures

@@ -1,4 +1,5 @@
 #include "qt3numbers.h"
+#include <QObject>
 
 using namespace Qt::StringLiterals;
 

@@ -4,7 +4,7 @@
 
 namespace {
 constexpr auto CommandEventType = QEvent::Type(52343);
-constexpr qint64 ReadBuffer = 64 * 1024;
+constexpr qint64 ReadBuffer = 64 << 10;
 
 class CommandEvent : public QEvent
 {
@@ -98,7 +98,7 @@ void QtRunnerSocket::connectionClosed()
 void QtRunnerSocket::applicationQuits()
 {
     flush(); // the reply to the command that ended the program
-    deleteLater();
+    abort(); // which tells that the connection has closed; in the destructor that would be too late
 }
 
 bool QtRunnerSocket::eventFilter(QObject *watched, QEvent *event)

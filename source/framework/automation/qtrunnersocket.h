@@ -9,8 +9,8 @@ class QtRunnerSocket : public QTcpSocket
 {
     Q_OBJECT
 public:
-    static constexpr qsizetype MaximumLine = 16 * 1024 * 1024;   ///< bytes, line end included
-    static constexpr qsizetype MaximumUnsent = 64 * 1024 * 1024; ///< bytes that the peer has not read yet
+    static constexpr qsizetype MaximumLine = 16 << 20;   ///< bytes, line end included
+    static constexpr qsizetype MaximumUnsent = 64 << 20; ///< bytes that the peer has not read yet
     /// How many commands may wait for each other: each of them runs an event loop, as behind a modal dialog.
     static constexpr int MaximumNesting = 16;
 
