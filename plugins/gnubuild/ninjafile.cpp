@@ -4,6 +4,7 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <QRegularExpression>
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -35,6 +36,23 @@ QString ruleName(Language language)
 QString ninjaWords(const QStringList &words)
 {
     return ninjaValue(joinShellWords(words));
+}
+
+/// Whether ninja reads this name in a dependency file as the compiler wrote it.
+bool isReadableDependency(const QString &path)
+{
+    return std::all_of(path.begin(), path.end(), [](QChar c) {
+        return c.unicode() >= 0x80 || c.isLetterOrNumber() || u" $#+,/_:.~(){}%=@[]!-"_s.contains(c);
+    });
+}
+
+/// A name as the compiler writes it in a dependency file, as a pattern for sed.
+QString dependencyPattern(const QString &path)
+{
+    QString name = path;
+    name.replace(u'$', u"$$"_s).replace(u' ', u"\\ "_s).replace(u'#', u"\\#"_s);
+    static const QRegularExpression special(uR"(([\\.*^$\[\]|]))"_s);
+    return name.replace(special, u"\\\\1"_s);
 }
 
 /// Writes the parts of the file one after the other.
@@ -104,7 +122,7 @@ private:
         QStringList program = plain ? QStringList() : m_description.launcher;
         program += m_description.compiler(rule.language);
         const QString dependencies = plain ? u" -x assembler"_s : u" -MMD -MF $out.d"_s;
-        this->rule(rule.name, ninjaWords(program) + u" $"_s + flags + dependencies + u" -c $in -o $out"_s,
+        this->rule(rule.name, ninjaWords(program) + u" $"_s + flags + dependencies + u" -c $in -o $out$and_then"_s,
                    u"Compiling $in"_s);
         if (plain)
             return;
@@ -146,6 +164,15 @@ private:
         m_text += u"\nbuild "_s + ninjaPath(source.object) + u": "_s + rule + u' ' + ninjaPath(source.path);
         if (source.flags)
             m_text += u"\n  "_s + rule + u"_flags = "_s + ninjaWords(*source.flags);
+        if (source.language != Language::Assembler && !isReadableDependency(source.path))
+            m_text += u"\n  and_then = $ && "_s + ninjaValue(withoutDependency(source));
+    }
+
+    /// A command that takes a source, which ninja knows anyway, out of its own dependencies.
+    static QString withoutDependency(const SourceFile &source)
+    {
+        const QString script = u"s|"_s + dependencyPattern(source.path) + u"||"_s;
+        return joinShellWords({u"sed"_s, u"-i"_s, script, source.object + u".d"_s});
     }
 
     void output()
