@@ -7,7 +7,7 @@ using namespace Qt::StringLiterals;
 QString Diagnostics::take(const QString &line, const QString &directory)
 {
     static const QRegularExpression place(
-        uR"(^(?:In file included from | +from |.*?ld: (?:[^ ]*?\.o:)?)?([^:\s][^:]*):\d+[:,])"_s);
+        uR"(^(?:In file included from | +from |.*?ld: [^ ]*?\.o:|.*?ld: |)([^:\s][^:]*):\d+[:,])"_s);
     static const QRegularExpression kind(uR"(: (?:(fatal error|error|Error)|warning|Warning): )"_s);
     if (const auto match = kind.match(line); match.hasMatch())
         ++(match.hasCaptured(1) ? m_errors : m_warnings);

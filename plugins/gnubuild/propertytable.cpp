@@ -227,7 +227,7 @@ PropertyPage commandsPage()
              {PostBuild, tr("Command after the build"), u"text"_s, u""_s,
               tr("Run by the shell in the project's directory when the output is new. ") + environment},
              {Match, tr("Error pattern"), u"text"_s,
-              uR"((?:In file included from | +from |.*ld: (?:[^ ]*\.o:)?|)(file):(line)[:,])"_s,
+              uR"((?:In file included from | +from |.*ld: [^ ]*\.o:|.*ld: |)(file):(line)[:,])"_s,
               tr("A regular expression for lines of the output that lead to a source line: \"(file)\" and \"(line)\" "
                  "stand for the two.")}}};
 }
