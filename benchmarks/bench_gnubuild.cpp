@@ -93,16 +93,18 @@ public:
     InterfacePtr<Events> events{new Events};
 
 private:
+    int helpers() const { return m_count > 100 ? 1 : 20; } ///< functions in a file: small ones where there are many
+
     QByteArray source(int number) const
     {
         QByteArray text = "#include \"common.h\"\n";
-        for (int i = 0; i < 20; ++i) {
+        for (int i = 0; i < helpers(); ++i) {
             text += "static int helper_" + QByteArray::number(i)
                     + "(int x) { char text[64]; for (int i = 0; i < x; ++i)"
-                      " snprintf(text, sizeof text, \"%d %f\", i, sqrt(i)); return (int)strlen(text); }\n";
+                      " snprintf(text, sizeof text, \"%d %f\", i, i * 0.5); return (int)strlen(text); }\n";
         }
         text += "int function_" + QByteArray::number(number) + "(int x) { return 0";
-        for (int i = 0; i < 20; ++i)
+        for (int i = 0; i < helpers(); ++i)
             text += " + helper_" + QByteArray::number(i) + "(x)";
         text += "; }\n";
         return number == 0 ? text + "int main(void) { return 0; }\n" : text;
