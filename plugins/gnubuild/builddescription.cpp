@@ -103,14 +103,15 @@ QString configurationDirectoryName(const QString &configuration)
 
 int distccSlots(const QString &hosts)
 {
-    constexpr int usual = 4; // what distcc takes for a host without a limit
+    constexpr int usual = 4;   // what distcc takes for a host without a limit
+    constexpr int most = 1000; // of a host
     int sum = 0;
     for (const QString &host : hosts.split(u' ', Qt::SkipEmptyParts)) {
         if (host.startsWith(u"--"_s) || host.startsWith(u'+'))
             continue; // options of distcc among the hosts
         const QString limit = host.section(u',', 0, 0).section(u'/', 1);
         const int slots = limit.toInt();
-        sum += slots > 0 ? slots : usual;
+        sum += slots > 0 ? std::min(slots, most) : usual;
     }
     return sum;
 }

@@ -13,7 +13,9 @@ bool isBuilt(const BuildDescription &description)
     ninja.setProcessEnvironment(command.environment);
     ninja.setWorkingDirectory(command.directory);
     ninja.start(command.program, command.arguments, QIODevice::ReadOnly);
-    if (!ninja.waitForFinished(patience))
-        return false;
-    return ninja.exitCode() == 0 && ninja.readAllStandardOutput().startsWith("ninja: no work to do.");
+    if (ninja.waitForFinished(patience))
+        return ninja.exitCode() == 0 && ninja.readAllStandardOutput().contains("ninja: no work to do.");
+    ninja.kill();
+    ninja.waitForFinished();
+    return false;
 }
