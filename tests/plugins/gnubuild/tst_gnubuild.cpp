@@ -1,4 +1,5 @@
 #include "buildfixture.h"
+#include "lookuppattern.h"
 #include <netinet/in.h>
 #include <sys/socket.h>
 #include <unistd.h>
@@ -327,6 +328,14 @@ private Q_SLOTS:
         QVERIFY(!fixture.events->text.contains(u"up to date"_s));
     }
 
+    void theCommandBeforeMayMakeSources()
+    {
+        BuildFixture fixture;
+        fixture.project->addFile(u"made.c"_s);
+        fixture.project->set(PropertyKey::PreBuild, u"echo 'int main(void) { return 0; }' > made.c"_s);
+        QVERIFY2(fixture.build(), qPrintable(fixture.events->text));
+    }
+
     void writesACompilationDatabase()
     {
         BuildFixture fixture;
@@ -385,6 +394,60 @@ private Q_SLOTS:
         QVERIFY(!fixture.build());
         QVERIFY(fixture.events->text.contains(u"\n"_s + fixture.path(u"src/bad.c"_s) + u":2:20: error: "_s));
         QVERIFY(fixture.events->text.endsWith(u"Failed. Errors: 1, warnings: 0\n"_s));
+    }
+
+    void messagesLeadToTheirSource_data()
+    {
+        QTest::addColumn<QString>("prefix");
+        QTest::addColumn<QString>("file");
+        QTest::addColumn<QByteArray>("text");
+        QTest::addColumn<QStringList>("places");
+        for (const QString &prefix : {u""_s, u"arm-none-eabi-"_s, u"avr-"_s}) {
+            const auto row = [&](const char *name, const QString &file, const QByteArray &text,
+                                 const QStringList &places) {
+                QTest::newRow(qPrintable(prefix + QLatin1StringView(name))) << prefix << file << text << places;
+            };
+            row("compiler", u"src/a b.c"_s, "int f(void)\n{\n    return nosuch;\n}\n", {u"src/a b.c:3"_s});
+            row("header", u"src/a.c"_s, "\n#include \"bad.h\"\n", {u"src/a.c:2"_s, u"src/bad.h:1"_s});
+            row("assembler", u"src/a.s"_s, "\n\n nosuch r1\n", {u"src/a.s:3"_s});
+            row("linker", u"src/a.c"_s, "int nosuch(void);\nint main(void)\n{\n    return nosuch();\n}\n",
+                {u"src/a.c:4"_s});
+        }
+    }
+
+    void messagesLeadToTheirSource()
+    {
+        QFETCH(QString, prefix);
+        QFETCH(QString, file);
+        QFETCH(QByteArray, text);
+        QFETCH(QStringList, places);
+        BuildFixture fixture(prefix);
+        fixture.add(file, text);
+        fixture.write(u"src/bad.h"_s, "int f(void) { return nosuch; }\n");
+        fixture.project->set(PropertyKey::LinkFlags, prefix.isEmpty() ? u""_s : u"-nostdlib -Wl,-e,main"_s);
+        QVERIFY(!fixture.build());
+        LookupPattern pattern;
+        QVERIFY(pattern.set(fixture.project->store.values[u"Debug"_s][PropertyKey::Match], false));
+        QStringList found;
+        for (const QString &line : fixture.events->text.split(u'\n')) {
+            if (const auto place = pattern.find(line))
+                found += place->file + u':' + QString::number(place->line);
+        }
+        for (const QString &place : places)
+            QVERIFY2(found.contains(fixture.path(place)), qPrintable(fixture.events->text));
+    }
+
+    void goesOnAfterErrorsIfAsked()
+    {
+        BuildFixture fixture;
+        fixture.project->set(PropertyKey::Jobs, u"1"_s);
+        fixture.add(u"a.c"_s, "int a(void) { return nosuch; }\n");
+        fixture.add(u"b.c"_s, "int b(void) { return nosuch; }\n");
+        QVERIFY(!fixture.build());
+        QCOMPARE(fixture.actions().size(), 1);
+        fixture.project->set(PropertyKey::KeepGoing, u"1"_s);
+        QVERIFY(!fixture.build());
+        QCOMPARE(fixture.actions().size(), 2);
     }
 
     void saysWhatIsMissing_data()
