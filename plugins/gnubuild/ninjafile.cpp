@@ -194,14 +194,14 @@ private:
         const QString format = m_description.image == BuildDescription::Image::Hex ? u"ihex"_s : u"binary"_s;
         rule(u"image"_s, ninjaWords({m_description.prefix + u"objcopy"_s, u"-O"_s, format}) + u" $in $out"_s,
              u"Making $out"_s);
-        const QString name = m_description.imageFileName();
+        QString name = m_description.imageFileName();
         m_text += u"build"_s + paths({name}) + u": image"_s + paths({m_description.output}) + u'\n';
         return name;
     }
 
     QString postBuild(const QStringList &inputs)
     {
-        const QString stamp = m_description.configurationDirectory + u"/postbuild.stamp"_s;
+        QString stamp = m_description.configurationDirectory + u"/postbuild.stamp"_s;
         const QString variables = u"OUTPUT="_s + quoteShellWord(m_description.output) + u" BUILD_DIRECTORY="_s
                                   + quoteShellWord(m_description.configurationDirectory) + u" CONFIGURATION="_s
                                   + quoteShellWord(m_description.configuration);

@@ -14,7 +14,7 @@ QString tr(const char *text)
     return QCoreApplication::translate("GnuBuild", text);
 }
 
-void appendFiles(QList<IProjectFile *> files, std::vector<InterfacePtr<IProjectFile>> &all)
+void appendFiles(const QList<IProjectFile *> &files, std::vector<InterfacePtr<IProjectFile>> &all)
 {
     for (auto &file : takeInterfaces(files))
         all.push_back(std::move(file));
