@@ -34,11 +34,8 @@ class Operation : public Expression
 {
 public:
     Operation(char sign, ExpressionPtr left, ExpressionPtr right)
-        : m_sign(sign)
-        , m_left(std::move(left))
-        , m_right(std::move(right))
-    {
-    }
+        : m_sign(sign), m_left(std::move(left)), m_right(std::move(right))
+    {}
 
     double evaluate(const Variables &variables) const override
     {

@@ -7,7 +7,8 @@
 
 enum lamp_state { LAMP_IDLE, LAMP_LIT, LAMP_GAP, LAMP_LETTER_GAP, LAMP_WORD_GAP };
 
-struct lamp {
+struct lamp
+{
     enum lamp_state state;
     uint32_t wait;    /* ticks until the state changes */
     const char *code; /* what of the letter is still to come */

@@ -50,7 +50,8 @@ __attribute__((optimize("no-tree-loop-distribute-patterns"))) void *memset(void 
     return to;
 }
 
-__attribute__((optimize("no-tree-loop-distribute-patterns"))) void *memcpy(void *to, const void *from, unsigned int count)
+__attribute__((optimize("no-tree-loop-distribute-patterns"))) void *memcpy(void *to, const void *from,
+                                                                           unsigned int count)
 {
     for (unsigned int i = 0; i < count; ++i)
         ((uint8_t *)to)[i] = ((const uint8_t *)from)[i];

@@ -1,6 +1,7 @@
 #include "uart.h"
 
-struct uart {
+struct uart
+{
     volatile uint32_t data;
     volatile uint32_t state;
     volatile uint32_t control;

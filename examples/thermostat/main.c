@@ -4,7 +4,8 @@
 #include "room.h"
 #include "uart.h"
 
-struct sample {
+struct sample
+{
     uint32_t ticks;
     int32_t temperature;
     int32_t power;

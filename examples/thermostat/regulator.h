@@ -4,7 +4,8 @@
 
 #include <stdint.h>
 
-struct regulator {
+struct regulator
+{
     int32_t target;       /* millidegrees */
     int32_t proportional; /* per mille of power for a degree */
     int32_t integral;     /* per mille of power for a degree and second */

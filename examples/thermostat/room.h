@@ -4,7 +4,8 @@
 
 #include <stdint.h>
 
-struct room {
+struct room
+{
     int32_t temperature; /* millidegrees */
     int32_t outside;     /* millidegrees */
     uint32_t time;       /* tenths of a second */
