@@ -1,0 +1,43 @@
+/* Sends a text by a lamp, and writes its dots and dashes to the serial port. What is typed is sent next. */
+#include "board.h"
+#include "lamp.h"
+#include "uart.h"
+
+static struct lamp lamp;
+static volatile char sign; /* that the interrupt has begun and nobody has written yet */
+
+void board_tick(void)
+{
+    const char begun = lamp_step(&lamp);
+    if (begun)
+        sign = begun;
+}
+
+static void send(const char *text)
+{
+    board_lock();
+    while (*text)
+        lamp_send(&lamp, *text++);
+    board_unlock();
+}
+
+int main(void)
+{
+    send("CQ DE VARNEL ");
+    board_init();
+    uart_text("morse\n");
+    for (;;) {
+        board_sleep();
+        const int key = uart_get();
+        if (key >= 0)
+            send((const char[]){(char)key, 0});
+        if (sign) {
+            uart_put(sign);
+            sign = 0;
+        }
+        if (lamp_is_idle(&lamp)) {
+            uart_put('\n');
+            send("CQ DE VARNEL ");
+        }
+    }
+}

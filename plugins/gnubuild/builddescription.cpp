@@ -1,0 +1,117 @@
+#include "builddescription.h"
+#include <QDir>
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// "%" and two digits for each byte that @p isPlain turns down.
+QString encoded(const QString &text, bool (*isPlain)(char))
+{
+    QString result;
+    for (const char c : text.toUtf8()) {
+        if (isPlain(c))
+            result += QLatin1Char(c);
+        else
+            result += u'%' + QString::number(uchar(c), 16).rightJustified(2, u'0');
+    }
+    return result;
+}
+
+bool isLetterOrDigit(char c)
+{
+    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9');
+}
+
+} // namespace
+
+const QStringList &LanguageFlags::of(Language language) const
+{
+    switch (language) {
+    case Language::C:
+        return c;
+    case Language::Cpp:
+        return cpp;
+    case Language::PreprocessedAssembler:
+        return preprocessedAssembler;
+    default:
+        return assembler;
+    }
+}
+
+QString BuildDescription::ninjaFileName() const
+{
+    return configurationDirectory + u"/build.ninja"_s;
+}
+
+QString BuildDescription::imageFileName() const
+{
+    if (image == Image::None || target != Target::Program)
+        return {};
+    const QString suffix = image == Image::Hex ? u".hex"_s : u".bin"_s;
+    return output.endsWith(u".elf"_s) ? output.chopped(4) + suffix : output + suffix;
+}
+
+QString BuildDescription::compiler(Language language) const
+{
+    return prefix + (language == Language::Cpp ? u"g++"_s : u"gcc"_s);
+}
+
+QString BuildDescription::linker() const
+{
+    const bool hasCpp = std::any_of(sources.begin(), sources.end(),
+                                    [](const SourceFile &source) { return source.language == Language::Cpp; });
+    return compiler(hasCpp ? Language::Cpp : Language::C);
+}
+
+const QStringList &BuildDescription::flagsOf(const SourceFile &source) const
+{
+    return source.flags ? *source.flags : flags.of(source.language);
+}
+
+QStringList BuildDescription::compileCommand(const SourceFile &source) const
+{
+    QStringList words = QStringList(compiler(source.language)) + flagsOf(source);
+    if (source.language == Language::Assembler)
+        words += {u"-x"_s, u"assembler"_s};
+    return words + QStringList{u"-c"_s, source.path, u"-o"_s, source.object};
+}
+
+QString BuildDescription::absolute(const QString &path) const
+{
+    return QDir::cleanPath(QDir(directory).absoluteFilePath(path));
+}
+
+QString objectFileName(const QString &directory, const QString &source)
+{
+    QString place =
+        encoded(source, [](char c) { return isLetterOrDigit(c) || c == '_' || c == '.' || c == '-' || c == '/'; });
+    if (place.startsWith(u'/'))
+        place.prepend(u"%root"_s);
+    for (qsizetype i = 0; QStringView(place).sliced(i).startsWith(u"../"); i += 4)
+        place.replace(i, 2, u"%up"_s);
+    return directory + u"/obj/"_s + place + u".o"_s;
+}
+
+QString configurationDirectoryName(const QString &configuration)
+{
+    QString name = configuration;
+    name.replace(u'%', u"%25"_s).replace(u'/', u"%2F"_s);
+    if (name.isEmpty() || name.startsWith(u'.'))
+        name = u"%2E"_s + name.mid(1);
+    return name;
+}
+
+int distccSlots(const QString &hosts)
+{
+    constexpr int usual = 4;   // what distcc takes for a host without a limit
+    constexpr int most = 1000; // of a host
+    int sum = 0;
+    for (const QString &host : hosts.split(u' ', Qt::SkipEmptyParts)) {
+        if (host.startsWith(u"--"_s) || host.startsWith(u'+'))
+            continue; // options of distcc among the hosts
+        const QString limit = host.section(u',', 0, 0).section(u'/', 1);
+        const int slots = limit.toInt();
+        sum += slots > 0 ? std::min(slots, most) : usual;
+    }
+    return sum;
+}

@@ -1,0 +1,266 @@
+#include "buildrun.h"
+#include "buildcheck.h"
+#include "gnuproject.h"
+#include "ninjafile.h"
+#include "textoutput.h"
+#include <QFileInfo>
+using namespace Qt::StringLiterals;
+
+namespace {
+
+const QString DatabaseName = u"/compile_commands.json"_s;
+
+QString compilationDatabaseName(const BuildDescription &description)
+{
+    return description.absolute(description.configurationDirectory + DatabaseName);
+}
+
+/// Editors look for the database in the build directory: there it is the one of the current configuration.
+void showDatabase(const BuildDescription &description)
+{
+    updateLink(description.absolute(description.buildDirectory + DatabaseName),
+               configurationDirectoryName(description.configuration) + DatabaseName);
+}
+
+/// Messages are to be read by a program as well, so they must not be translated.
+QProcessEnvironment toolEnvironment()
+{
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(u"LC_ALL"_s, u"C.UTF-8"_s);
+    environment.insert(u"NINJA_STATUS"_s, u"[%f/%t] "_s);
+    return environment;
+}
+
+} // namespace
+
+BuildRun::BuildRun(QObject *parent) : QObject(parent)
+{
+    connect(&m_process, &ToolProcess::line, this, &BuildRun::showLine);
+    connect(&m_process, &ToolProcess::finished, this, &BuildRun::stepEnded);
+}
+
+BuildRun::WorkPtr BuildRun::newWork(GnuProject *project, const QString &configuration)
+{
+    auto work = std::make_shared<Work>();
+    work->project = project;
+    work->configuration = configuration;
+    return work;
+}
+
+void BuildRun::addBuild(GnuProject *project, const QString &configuration, bool rebuild)
+{
+    WorkPtr needed;
+    for (GnuProject *each : project->buildOrder(configuration)) {
+        const WorkPtr work = newWork(each, configuration);
+        work->needed = needed;
+        needed = addOneBuild(work, rebuild && each == project);
+    }
+}
+
+BuildRun::WorkPtr BuildRun::addOneBuild(const WorkPtr &work, bool rebuild)
+{
+    addStep(work, &BuildRun::describe);
+    addStep(work, &BuildRun::preBuild);
+    if (rebuild)
+        addStep(work, &BuildRun::removeOutputs);
+    addStep(work, &BuildRun::removeStale);
+    addStep(work, &BuildRun::makeAll);
+    return work;
+}
+
+void BuildRun::addClean(GnuProject *project, const QString &configuration)
+{
+    const WorkPtr work = newWork(project, configuration);
+    work->description = project->describeTarget(configuration);
+    addStep(work, &BuildRun::removeOutputs);
+}
+
+void BuildRun::addCompile(GnuProject *project, const QString &configuration, const QString &file)
+{
+    const WorkPtr work = newWork(project, configuration);
+    addStep(work, &BuildRun::describe);
+    m_steps += {work, [this, work, file](ToolProcess::Command &command) { return makeObject(*work, file, command); }};
+}
+
+void BuildRun::addStep(const WorkPtr &work, Prepare prepare)
+{
+    m_steps +=
+        {work, [this, work, prepare](ToolProcess::Command &command) { return (this->*prepare)(*work, command); }};
+}
+
+void BuildRun::start()
+{
+    m_running = true;
+    m_stopped = false;
+    m_success = true;
+    m_diagnostics = Diagnostics();
+    QMetaObject::invokeMethod(this, &BuildRun::nextStep, Qt::QueuedConnection);
+}
+
+void BuildRun::stop()
+{
+    if (!m_running)
+        return;
+    m_stopped = true;
+    m_process.stop();
+}
+
+void BuildRun::nextStep()
+{
+    while (!m_steps.isEmpty() && !m_stopped) {
+        const Step step = m_steps.takeFirst();
+        m_work = step.work;
+        if (m_work->needed && m_work->needed->failed)
+            m_work->failed = true;
+        if (m_work->failed)
+            continue;
+        ToolProcess::Command command;
+        const Outcome outcome = m_work->project ? step.prepare(command) : Outcome::Fail;
+        if (outcome == Outcome::Run)
+            return m_process.start(command);
+        m_work->failed = outcome == Outcome::Fail;
+        m_success = m_success && !m_work->failed;
+    }
+    finish();
+}
+
+void BuildRun::stepEnded(bool success)
+{
+    m_work->failed = !success;
+    m_success = m_success && success;
+    nextStep();
+}
+
+void BuildRun::finish()
+{
+    m_steps.clear();
+    m_work.reset();
+    m_running = false;
+    const QString counts = tr("Errors: %1, warnings: %2").arg(m_diagnostics.errors()).arg(m_diagnostics.warnings());
+    if (m_stopped)
+        Q_EMIT line(tr("Stopped."));
+    else if (!m_success)
+        Q_EMIT line(tr("Failed. %1").arg(counts));
+    else
+        Q_EMIT line(m_diagnostics.warnings() ? tr("Done. %1").arg(counts) : tr("Done."));
+    Q_EMIT finished(m_success && !m_stopped);
+}
+
+void BuildRun::showLines(const QStringList &lines)
+{
+    for (const QString &each : lines)
+        Q_EMIT line(each);
+}
+
+void BuildRun::showLine(const QString &text)
+{
+    if (text == u"ninja: no work to do.")
+        Q_EMIT line(tr("Everything is up to date."));
+    else if (text != u"Cleaning... 0 files.")
+        Q_EMIT line(m_diagnostics.take(text, m_work->description.directory));
+}
+
+BuildRun::Outcome BuildRun::describe(Work &work, ToolProcess::Command &)
+{
+    QStringList problems;
+    Q_EMIT line(tr("Project '%1', configuration '%2'").arg(work.project->name(), work.configuration));
+    work.description = work.project->describe(work.configuration, problems);
+    problems += toolProblems(work.description);
+    work.ninjaFile = ninjaFile(work.description);
+    showLines(problems);
+    return problems.isEmpty() ? Outcome::Skip : Outcome::Fail;
+}
+
+BuildRun::Outcome BuildRun::preBuild(Work &work, ToolProcess::Command &command)
+{
+    const BuildDescription &description = work.description;
+    if (description.preBuild.isEmpty())
+        return Outcome::Skip;
+    command = {u"/bin/sh"_s, {u"-c"_s, description.preBuild}, description.directory, toolEnvironment()};
+    command.environment.insert(u"OUTPUT"_s, description.output);
+    command.environment.insert(u"BUILD_DIRECTORY"_s, description.configurationDirectory);
+    command.environment.insert(u"CONFIGURATION"_s, description.configuration);
+    Q_EMIT line(description.preBuild);
+    return Outcome::Run;
+}
+
+BuildRun::Outcome BuildRun::removeOutputs(Work &work, ToolProcess::Command &command)
+{
+    if (!QFileInfo::exists(work.description.absolute(work.description.ninjaFileName())))
+        return Outcome::Skip; // it was never built
+    command = ninjaCommand(work.description, {u"-t"_s, u"clean"_s});
+    return Outcome::Run;
+}
+
+BuildRun::Outcome BuildRun::removeStale(Work &work, ToolProcess::Command &command)
+{
+    const BuildDescription &description = work.description;
+    const QString path = description.absolute(description.ninjaFileName());
+    const bool isFirst = !QFileInfo::exists(path);
+    if (isFirst || hasContents(path, work.ninjaFile))
+        return Outcome::Skip;
+    if (!writeFiles(work))
+        return Outcome::Fail;
+    command = ninjaCommand(description, {u"-t"_s, u"cleandead"_s});
+    return Outcome::Run;
+}
+
+BuildRun::Outcome BuildRun::makeAll(Work &work, ToolProcess::Command &command)
+{
+    const QStringList problems = fileProblems(work.description);
+    showLines(problems);
+    if (!problems.isEmpty() || !writeFiles(work))
+        return Outcome::Fail;
+    command = ninjaCommand(work.description, {});
+    return Outcome::Run;
+}
+
+BuildRun::Outcome BuildRun::makeObject(Work &work, const QString &file, ToolProcess::Command &command)
+{
+    const BuildDescription &description = work.description;
+    const QString path = description.absolute(file);
+    const auto source = std::find_if(description.sources.begin(), description.sources.end(),
+                                     [&](const SourceFile &each) { return description.absolute(each.path) == path; });
+    if (source == description.sources.end()) {
+        Q_EMIT line(tr("The file '%1' is not compiled in the configuration '%2'.").arg(file, work.configuration));
+        return Outcome::Fail;
+    }
+    if (!writeFiles(work))
+        return Outcome::Fail;
+    QFile::remove(description.absolute(source->object));
+    command = ninjaCommand(description, {source->object});
+    return Outcome::Run;
+}
+
+bool BuildRun::writeFiles(const Work &work)
+{
+    const BuildDescription &description = work.description;
+    const QString database = compilationDatabaseName(description);
+    QString error;
+    const QString path = description.absolute(description.ninjaFileName());
+    const Written written = writeIfChanged(path, work.ninjaFile, &error);
+    if (written == Written::Failed) {
+        Q_EMIT line(tr("Cannot write '%1': %2").arg(path, error));
+        return false;
+    }
+    if (written == Written::Changed || !QFileInfo::exists(database))
+        writeIfChanged(database, compilationDatabase(description));
+    if (work.project->project()->currentConfiguration() == work.configuration)
+        showDatabase(description);
+    return true;
+}
+
+ToolProcess::Command ninjaCommand(const BuildDescription &description, const QStringList &arguments)
+{
+    QStringList words = {u"-f"_s, description.ninjaFileName()};
+    if (description.jobs > 0)
+        words += {u"-j"_s, QString::number(description.jobs)};
+    if (description.keepGoing)
+        words += {u"-k"_s, u"0"_s};
+    if (description.showCommands)
+        words += u"-v"_s;
+    ToolProcess::Command command{u"ninja"_s, words + arguments, description.directory, toolEnvironment()};
+    if (!description.distccHosts.isNull())
+        command.environment.insert(u"DISTCC_HOSTS"_s, description.distccHosts);
+    return command;
+}

@@ -1,0 +1,78 @@
+#pragma once
+#include "builddescription.h"
+#include "diagnostics.h"
+#include "toolprocess.h"
+#include <functional>
+#include <QPointer>
+
+class GnuProject;
+
+/// What one command of the user sets going: steps that are taken one after the other in the background, each for one
+/// configuration of a project. A step that fails takes the further ones of its configuration with it.
+class BuildRun : public QObject
+{
+    Q_OBJECT
+public:
+    explicit BuildRun(QObject *parent = nullptr);
+
+    /// Builds the libraries that @p project uses and then itself, from scratch if @p rebuild.
+    void addBuild(GnuProject *project, const QString &configuration, bool rebuild);
+    void addClean(GnuProject *project, const QString &configuration);
+    /// Compiles @p file, absolute or relative to the project, even if its object is up to date.
+    void addCompile(GnuProject *project, const QString &configuration, const QString &file);
+    void start(); ///< Takes the steps. finished() comes in every case, but later.
+    void stop();
+    [[nodiscard]] bool isRunning() const { return m_running; }
+
+Q_SIGNALS:
+    void line(const QString &text); ///< Without its line end.
+    void finished(bool success);
+
+private:
+    enum class Outcome { Run, Skip, Fail };
+    /// What the steps of one configuration share.
+    struct Work
+    {
+        QPointer<GnuProject> project;
+        QString configuration;
+        BuildDescription description;
+        QByteArray ninjaFile;
+        bool failed = false;
+        std::shared_ptr<Work> needed; ///< without whose success this is not begun
+    };
+    using WorkPtr = std::shared_ptr<Work>;
+    using Prepare = Outcome (BuildRun::*)(Work &work, ToolProcess::Command &command);
+    struct Step
+    {
+        WorkPtr work;
+        std::function<Outcome(ToolProcess::Command &command)> prepare;
+    };
+
+    static WorkPtr newWork(GnuProject *project, const QString &configuration);
+    WorkPtr addOneBuild(const WorkPtr &work, bool rebuild);
+    void addStep(const WorkPtr &work, Prepare prepare);
+    void nextStep();
+    void stepEnded(bool success);
+    void finish();
+    void showLines(const QStringList &lines);
+    void showLine(const QString &text);
+
+    Outcome describe(Work &work, ToolProcess::Command &command);
+    Outcome preBuild(Work &work, ToolProcess::Command &command);
+    Outcome removeOutputs(Work &work, ToolProcess::Command &command);
+    Outcome removeStale(Work &work, ToolProcess::Command &command);
+    Outcome makeAll(Work &work, ToolProcess::Command &command);
+    Outcome makeObject(Work &work, const QString &file, ToolProcess::Command &command);
+    bool writeFiles(const Work &work);
+
+    ToolProcess m_process;
+    QList<Step> m_steps;
+    WorkPtr m_work; ///< of the step that is taken
+    Diagnostics m_diagnostics;
+    bool m_running = false;
+    bool m_stopped = false;
+    bool m_success = true;
+};
+
+/// How ninja is called for @p description, with further arguments.
+[[nodiscard]] ToolProcess::Command ninjaCommand(const BuildDescription &description, const QStringList &arguments);

@@ -1,0 +1,183 @@
+#include "gnubuild.h"
+#include "buildcheck.h"
+#include "iproject.h"
+#include "propertytable.h"
+#include "sizereport.h"
+#include "sourcefinder.h"
+#include "uptodate.h"
+#include <QDir>
+using namespace Qt::StringLiterals;
+
+namespace {
+const QString ShowSizes = u"sizes"_s;
+}
+
+GnuBuild::GnuBuild(const ToolChain &toolChain) : m_toolChain(toolChain)
+{
+    connect(&m_run, &BuildRun::line, this, &GnuBuild::feedback);
+    // Whoever hears of the end may let this object go, so nothing of it may be on the stack then.
+    connect(&m_run, &BuildRun::finished, this, &GnuBuild::buildEnded, Qt::QueuedConnection);
+    connect(&m_sizeTool, &ToolProcess::line, this, [this](const QString &line) { m_sizes += line + u'\n'; });
+    connect(&m_sizeTool, &ToolProcess::finished, this, &GnuBuild::showSizes);
+}
+
+bool GnuBuild::initialise(IBuildEvents *events, const QString &option)
+{
+    m_events = shareInterface(events);
+    m_option = option;
+    if (isProgram(u"ninja"_s))
+        return true;
+    feedback(ninjaMissing());
+    return false;
+}
+
+void GnuBuild::setProject(IProject *project)
+{
+    m_project = std::make_unique<GnuProject>(m_toolChain, m_option);
+    m_project->setProject(project);
+}
+
+void GnuBuild::compile(const QString &file, const QString &configuration)
+{
+    m_run.addCompile(m_project.get(), configuration, file);
+    start();
+}
+
+bool GnuBuild::canCompile(const QString &file, const QString &)
+{
+    return languageOf(file) != Language::None;
+}
+
+void GnuBuild::build(const QStringList &configurations, bool rebuild)
+{
+    for (const QString &configuration : configurations)
+        m_run.addBuild(m_project.get(), configuration, rebuild);
+    start();
+}
+
+void GnuBuild::clean(const QStringList &configurations)
+{
+    for (const QString &configuration : configurations)
+        m_run.addClean(m_project.get(), configuration);
+    start();
+}
+
+void GnuBuild::stop()
+{
+    m_run.stop();
+}
+
+bool GnuBuild::isUpToDate(const QString &configuration)
+{
+    m_declined.clear();
+    for (const GnuProject *project : m_project->buildOrder(configuration)) {
+        QStringList problems;
+        const BuildDescription description = project->describe(configuration, problems);
+        if (!problems.isEmpty() || !isBuilt(description)) {
+            m_declined = configuration;
+            return false;
+        }
+    }
+    return true;
+}
+
+void GnuBuild::buildForDebug(const QString &configuration)
+{
+    const BuildDescription target = m_project->describeTarget(configuration);
+    const bool exists = QFileInfo::exists(target.absolute(target.output));
+    if (m_declined == configuration && exists)
+        feedback(tr("'%1' is used as it is, older than its sources.").arg(target.output));
+    else
+        m_run.addBuild(m_project.get(), configuration, false);
+    start();
+}
+
+void GnuBuild::start()
+{
+    m_declined.clear();
+    m_run.start();
+}
+
+void GnuBuild::buildEnded(bool success)
+{
+    const auto events = shareInterface(m_events.get()); // it outlives this object if the host lets that go
+    events->buildFinished(success);
+}
+
+void GnuBuild::populate(const QString &configuration)
+{
+    IProject *project = m_project->project();
+    const QStringList extensions =
+        m_project->option(PropertyKey::PopulateExtensions, configuration).split(u';', Qt::SkipEmptyParts);
+    QStringList added;
+    const QSet<QString> known = ProjectReader::filePaths(project);
+    for (const QString &path : findSources(project->basePath(), extensions, buildDirectories())) {
+        if (!known.contains(path))
+            added += path;
+    }
+    if (!added.isEmpty())
+        project->addFiles(added);
+    feedback(tr("Files added to the project '%1': %2").arg(project->name()).arg(added.size()));
+}
+
+QStringList GnuBuild::buildDirectories() const
+{
+    QStringList directories;
+    const InterfacePtr<IProjectProperties> store(m_project->project()->properties());
+    for (const QString &configuration : store->configurations()) {
+        const BuildDescription target = m_project->describeTarget(configuration);
+        directories += target.absolute(target.buildDirectory);
+    }
+    return directories;
+}
+
+QString GnuBuild::propertyDefinitions()
+{
+    return propertyDefinitionsXml(tr("Build (%1)").arg(m_toolChain.name), propertyPages(m_toolChain));
+}
+
+QList<ExtensionCommand> GnuBuild::commands()
+{
+    const BuildDescription target = m_project->describeTarget(m_project->project()->currentConfiguration());
+    const bool exists = QFileInfo::exists(target.absolute(target.output));
+    return {{ShowSizes, tr("Show sizes"),
+             tr("Shows on the page \"Build\" how much flash and RAM the sections of the program take."),
+             exists && !m_run.isRunning() && !m_sizeTool.isRunning(), false}};
+}
+
+void GnuBuild::execute(const QString &id)
+{
+    if (id != ShowSizes || m_sizeTool.isRunning())
+        return;
+    const BuildDescription target = m_project->describeTarget(m_project->project()->currentConfiguration());
+    m_sizes.clear();
+    feedback(tr("Sizes of '%1':").arg(target.output));
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(u"LC_ALL"_s, u"C.UTF-8"_s);
+    m_sizeTool.start({target.prefix + u"objdump"_s, {u"-h"_s, u"-w"_s, target.output}, target.directory, environment});
+}
+
+void GnuBuild::showSizes(bool success)
+{
+    const QString text = success ? sizeReport(readSections(m_sizes)) : m_sizes;
+    for (const QString &line : text.split(u'\n', Qt::SkipEmptyParts))
+        feedback(line);
+}
+
+void GnuBuild::setQueryInterface(IQueryPluginInterface *)
+{
+    m_project->joinWorkspace();
+}
+
+void GnuBuild::workspaceChanged()
+{
+    const QString configuration = m_project->project()->currentConfiguration();
+    for (const QString &missing : m_project->missingLibraries(configuration))
+        feedback(
+            tr("The project '%1' needs the library project '%2' in the workspace.").arg(m_project->name(), missing));
+}
+
+void GnuBuild::feedback(const QString &line) const
+{
+    m_events->feedback(line + u'\n');
+}

@@ -1,0 +1,59 @@
+#pragma once
+#include "buildrun.h"
+#include "gnuproject.h"
+#include "ibuildenvironment.h"
+#include "ibuildevents.h"
+#include "idebugbuild.h"
+#include "iextensioncommands.h"
+#include "interfaceobject.h"
+#include "iprojectpopulate.h"
+#include "ipropertydefinitions.h"
+#include "iworkspaceclient.h"
+#include "pluginfactory.h"
+
+/// The build environment of one project with a GNU tool chain.
+class GnuBuild : public QObject,
+                 public InterfaceObject<IPluginObject, IBuildEnvironment, IDebugBuild, IProjectPopulate,
+                                        IPropertyDefinitions, IExtensionCommands, IWorkspaceClient>
+{
+    Q_OBJECT
+public:
+    explicit GnuBuild(const ToolChain &toolChain);
+
+    int type() override { return Environment; }
+
+    /// @p option is a tool prefix for configurations without one; see toolPrefix().
+    bool initialise(IBuildEvents *events, const QString &option) override;
+    void setProject(IProject *project) override;
+    void compile(const QString &file, const QString &configuration) override;
+    bool canCompile(const QString &file, const QString &configuration) override;
+    void build(const QStringList &configurations, bool rebuild) override;
+    void clean(const QStringList &configurations) override;
+    void stop() override;
+    bool isUpToDate(const QString &configuration) override;
+
+    /// Builds, unless the user was asked just now whether to build and did not want to.
+    void buildForDebug(const QString &configuration) override;
+    void populate(const QString &configuration) override;
+    QString propertyDefinitions() override;
+    QList<ExtensionCommand> commands() override;
+    void execute(const QString &id) override;
+    void setQueryInterface(IQueryPluginInterface *query) override;
+    void workspaceChanged() override;
+
+private:
+    void start();
+    void feedback(const QString &line) const;
+    void buildEnded(bool success);
+    void showSizes(bool success);
+    [[nodiscard]] QStringList buildDirectories() const;
+
+    const ToolChain m_toolChain;
+    InterfacePtr<IBuildEvents> m_events;
+    std::unique_ptr<GnuProject> m_project; ///< null until the project is known
+    QString m_option;
+    BuildRun m_run;
+    ToolProcess m_sizeTool;
+    QString m_sizes;    ///< what the size tool has written
+    QString m_declined; ///< the configuration that was out of date when it was last asked about
+};

@@ -1,0 +1,284 @@
+#include "projectreader.h"
+#include "iproject.h"
+#include "iprojectfile.h"
+#include "iprojectfolder.h"
+#include "propertytable.h"
+#include <QCoreApplication>
+#include <QDir>
+using namespace Qt::StringLiterals;
+
+namespace {
+
+QString tr(const char *text)
+{
+    return QCoreApplication::translate("GnuBuild", text);
+}
+
+void appendFiles(const QList<IProjectFile *> &files, std::vector<InterfacePtr<IProjectFile>> &all)
+{
+    for (auto &file : takeInterfaces(files))
+        all.push_back(std::move(file));
+}
+
+void appendFolders(const QList<IProjectFolder *> &folders, std::vector<InterfacePtr<IProjectFile>> &all)
+{
+    for (const auto &folder : takeInterfaces(folders)) {
+        appendFolders(folder->folders(), all);
+        appendFiles(folder->files(), all);
+    }
+}
+
+std::vector<InterfacePtr<IProjectFile>> allFiles(IProject *project)
+{
+    std::vector<InterfacePtr<IProjectFile>> all;
+    appendFolders(project->folders(), all);
+    appendFiles(project->files(), all);
+    return all;
+}
+
+bool isPreprocessed(Language language)
+{
+    return language != Language::Assembler;
+}
+
+bool isCompiled(Language language)
+{
+    return language == Language::C || language == Language::Cpp;
+}
+
+QStringList prefixed(const QString &prefix, const QStringList &list)
+{
+    QStringList result;
+    for (const QString &each : list)
+        result += prefix + each;
+    return result;
+}
+
+QStringList warningFlags(const QString &choice)
+{
+    static const QHash<QString, QStringList> flags = {
+        {u"none"_s, {u"-w"_s}}, {u"all"_s, {u"-Wall"_s}}, {u"extra"_s, {u"-Wall"_s, u"-Wextra"_s}}};
+    return flags.value(choice);
+}
+
+QStringList standardFlags(const QString &choice)
+{
+    return choice.isEmpty() || choice == u"default" ? QStringList() : QStringList(u"-std="_s + choice);
+}
+
+QStringList launcherWords(const QString &choice)
+{
+    static const QHash<QString, QStringList> words = {{u"ccache"_s, {u"ccache"_s}},
+                                                      {u"distcc"_s, {u"distcc"_s}},
+                                                      {u"both"_s, {u"env"_s, u"CCACHE_PREFIX=distcc"_s, u"ccache"_s}}};
+    return words.value(choice);
+}
+
+bool isLibraryFile(const QString &library)
+{
+    return library.contains(u'/') || library.endsWith(u".a"_s) || library.endsWith(u".o"_s);
+}
+
+QString withPrefixAndSuffix(const QString &path, const QString &prefix, const QString &suffix)
+{
+    const qsizetype name = path.lastIndexOf(u'/') + 1;
+    const QString whole = path.first(name) + prefix + path.sliced(name);
+    return whole.endsWith(suffix) ? whole : whole + suffix;
+}
+
+} // namespace
+
+ProjectReader::ProjectReader(const ToolChain &toolChain, const QString &option, const LibraryFinder &findLibrary)
+    : m_toolChain(toolChain)
+    , m_option(option)
+    , m_findLibrary(findLibrary)
+    , m_defaults(propertyDefaults(propertyPages(toolChain)))
+{}
+
+BuildDescription ProjectReader::read(IProject *project, const QString &configuration, QStringList &problems) const
+{
+    const InterfacePtr<IProjectProperties> store(project->properties());
+    const PropertyReader options(store.get(), configuration, m_defaults, problems);
+    BuildDescription description;
+    description.configuration = configuration;
+    readTarget(project, options, description);
+    readTools(options, description);
+    description.flags = {compileFlags(Language::C, options), compileFlags(Language::Cpp, options),
+                         compileFlags(Language::Assembler, options),
+                         compileFlags(Language::PreprocessedAssembler, options)};
+    readFiles(project, description, problems);
+    readLinking(options, description, problems);
+    if (description.sources.isEmpty())
+        problems += tr("The project has no file that is compiled in the configuration '%1'.").arg(configuration);
+    if (const QString other = sharedOutput(project, description); !other.isEmpty()) {
+        problems +=
+            tr("The configurations '%1' and '%2' both make the file '%3'. Give one of them another output name.")
+                .arg(configuration, other, description.output);
+    }
+    return description;
+}
+
+BuildDescription ProjectReader::readTarget(IProject *project, const QString &configuration) const
+{
+    QStringList ignored;
+    const InterfacePtr<IProjectProperties> store(project->properties());
+    const PropertyReader options(store.get(), configuration, m_defaults, ignored);
+    BuildDescription description;
+    description.configuration = configuration;
+    readTarget(project, options, description);
+    readTools(options, description);
+    return description;
+}
+
+QSet<QString> ProjectReader::filePaths(IProject *project)
+{
+    QSet<QString> paths;
+    const QDir directory(project->basePath());
+    for (const auto &file : allFiles(project))
+        paths += QDir::cleanPath(directory.absoluteFilePath(file->path()));
+    return paths;
+}
+
+void ProjectReader::readTarget(IProject *project, const PropertyReader &options, BuildDescription &description) const
+{
+    using Target = BuildDescription::Target;
+    using Image = BuildDescription::Image;
+    description.project = project->name();
+    description.directory = project->basePath();
+    const QString directory = options.text(PropertyKey::BuildDirectory);
+    description.buildDirectory =
+        QDir::cleanPath(directory.isEmpty() ? defaultOf(PropertyKey::BuildDirectory) : directory);
+    description.configurationDirectory =
+        description.buildDirectory + u'/' + configurationDirectoryName(description.configuration);
+    description.target = options.text(PropertyKey::TargetType) == u"library" ? Target::Library : Target::Program;
+    const QString image = options.text(PropertyKey::Image);
+    description.image = image == u"ihex" ? Image::Hex : image == u"binary" ? Image::Binary : Image::None;
+    description.makesMap = m_toolChain.isCross;
+
+    QString name = options.text(PropertyKey::OutputName);
+    if (name.isEmpty())
+        name = description.project;
+    const bool isLibrary = description.target == Target::Library;
+    const QString programSuffix = m_toolChain.isCross ? u".elf"_s : u""_s;
+    name = withPrefixAndSuffix(name, isLibrary ? u"lib"_s : u""_s, isLibrary ? u".a"_s : programSuffix);
+    const QDir configurationDirectory(description.configurationDirectory);
+    description.output = QDir::cleanPath(QDir::isRelativePath(name) ? configurationDirectory.filePath(name) : name);
+}
+
+void ProjectReader::readTools(const PropertyReader &options, BuildDescription &description) const
+{
+    const QString wish = options.text(PropertyKey::ToolPrefix);
+    description.prefix = toolPrefix(m_toolChain, wish.isEmpty() ? m_option : wish, description.directory);
+    description.launcher = launcherWords(options.text(PropertyKey::Launcher));
+    description.keepGoing = options.flag(PropertyKey::KeepGoing);
+    description.showCommands = options.flag(PropertyKey::ShowCommands);
+    description.jobs = std::max(0, options.number(PropertyKey::Jobs));
+    const bool distributes = description.launcher.join(u' ').contains(u"distcc"_s);
+    const QString hosts = options.text(PropertyKey::DistccHosts);
+    if (!distributes || hosts.isEmpty())
+        return;
+    description.distccHosts = hosts;
+    if (description.jobs == 0)
+        description.jobs = distccSlots(hosts);
+}
+
+void ProjectReader::readFiles(IProject *project, BuildDescription &description, QStringList &problems) const
+{
+    QSet<QString> known;
+    for (const auto &file : allFiles(project)) {
+        const qsizetype count = description.sources.size();
+        readFile(file.get(), description, problems);
+        if (description.sources.size() == count)
+            continue;
+        const QString path = description.sources.constLast().path;
+        if (known.contains(path))
+            description.sources.removeLast(); // a file may stand in several folders
+        known.insert(path);
+    }
+}
+
+void ProjectReader::readFile(IProjectFile *file, BuildDescription &description, QStringList &problems) const
+{
+    const QString path = QDir::cleanPath(file->path());
+    const Language language = languageOf(path);
+    if (language == Language::None)
+        return;
+    SourceFile source{path, language, objectFileName(description.configurationDirectory, path), {}};
+    const InterfacePtr<IProjectProperties> store(file->properties());
+    if (store->configurations().contains(description.configuration)) {
+        const PropertyReader options(store.get(), description.configuration, m_defaults, problems);
+        if (options.flag(PropertyKey::Exclude))
+            return;
+        const QStringList flags = compileFlags(language, options) + options.words(PropertyKey::FileFlags);
+        if (flags != description.flags.of(language))
+            source.flags = flags;
+    }
+    description.sources += source;
+}
+
+void ProjectReader::readLinking(const PropertyReader &options, BuildDescription &description,
+                                QStringList &problems) const
+{
+    description.linkFlags = options.words(PropertyKey::Machine);
+    if (options.flag(PropertyKey::RemoveUnused))
+        description.linkFlags += u"-Wl,--gc-sections"_s;
+    if (const QString script = options.text(PropertyKey::LinkerScript); !script.isEmpty()) {
+        description.linkFlags += {u"-T"_s, script};
+        description.linkInputs += script;
+    }
+    description.linkFlags += prefixed(u"-L"_s, options.list(PropertyKey::LibraryDirectories));
+    description.linkFlags += options.words(PropertyKey::LinkFlags);
+    for (const QString &project : options.list(PropertyKey::UsedProjects)) {
+        const auto library = m_findLibrary ? m_findLibrary(project, description.configuration) : std::nullopt;
+        if (!library) {
+            problems += tr("The workspace has no library project '%1'.").arg(project);
+            continue;
+        }
+        description.libraries += *library;
+        description.linkInputs += *library;
+    }
+    for (const QString &library : options.list(PropertyKey::Libraries)) {
+        description.libraries += isLibraryFile(library) ? library : u"-l"_s + library;
+        if (isLibraryFile(library))
+            description.linkInputs += library;
+    }
+    description.preBuild = options.text(PropertyKey::PreBuild);
+    description.postBuild = options.text(PropertyKey::PostBuild);
+}
+
+QString ProjectReader::sharedOutput(IProject *project, const BuildDescription &description) const
+{
+    const InterfacePtr<IProjectProperties> store(project->properties());
+    for (const QString &other : store->configurations()) {
+        if (other != description.configuration
+            && description.absolute(readTarget(project, other).output) == description.absolute(description.output))
+            return other;
+    }
+    return {};
+}
+
+QStringList ProjectReader::compileFlags(Language language, const PropertyReader &options) const
+{
+    QStringList flags = options.words(PropertyKey::Machine);
+    if (isCompiled(language))
+        flags += u"-O"_s + options.text(PropertyKey::Optimisation);
+    flags += u"-g"_s + options.text(PropertyKey::DebugInformation);
+    if (isCompiled(language)) {
+        flags += warningFlags(options.text(PropertyKey::Warnings));
+        if (options.flag(PropertyKey::WarningsAsErrors))
+            flags += u"-Werror"_s;
+        flags +=
+            standardFlags(options.text(language == Language::C ? PropertyKey::CStandard : PropertyKey::CppStandard));
+        if (options.flag(PropertyKey::RemoveUnused))
+            flags += {u"-ffunction-sections"_s, u"-fdata-sections"_s};
+    }
+    if (isPreprocessed(language)) {
+        flags += prefixed(u"-D"_s, options.list(PropertyKey::Defines));
+        flags += prefixed(u"-I"_s, options.list(PropertyKey::Includes));
+    }
+    flags += options.words(PropertyKey::Flags);
+    const QString own = language == Language::C     ? PropertyKey::CFlags
+                        : language == Language::Cpp ? PropertyKey::CppFlags
+                                                    : PropertyKey::AssemblerFlags;
+    return flags + options.words(own);
+}

@@ -1,0 +1,188 @@
+// The examples: their projects in the editor's format, and real builds and runs of copies.
+#include "fakeproject.h"
+#include "gnubuild.h"
+#include "iprojectimpl.h"
+#include "project.h"
+#include "projectfile.h"
+#include "projectworkspace.h"
+#include <filesystem>
+#include <QtTest>
+using namespace Qt::StringLiterals;
+
+namespace {
+
+const QString Examples = QStringLiteral(VARNEL_SOURCE_DIR) + u"/examples"_s;
+
+QByteArray bytesOf(const QString &path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+/// A project of the copy with its build environment.
+struct Example
+{
+    explicit Example(const QString &path) : events(new RecordingEvents)
+    {
+        project.load(path);
+        environment.reset(new GnuBuild(*findToolChain(project.buildEnvironment())));
+        environment->initialise(events.get(), project.buildEnvironmentOption());
+        const auto interface = queryInterface<IProject>(new IProjectImpl(&project));
+        environment->setProject(interface.get());
+    }
+
+    Project project{QString(), QString()};
+    InterfacePtr<RecordingEvents> events;
+    InterfacePtr<GnuBuild> environment;
+
+    bool build(const QStringList &configurations = {QStringLiteral("Debug")})
+    {
+        events->text.clear();
+        environment->build(configurations, false);
+        return QTest::qWaitFor([this] { return !events->ends.isEmpty(); }, 120000) && events->ends.takeFirst();
+    }
+};
+
+} // namespace
+
+class TestExamples : public QObject
+{
+    Q_OBJECT
+private:
+    QTemporaryDir m_directory;
+    QString m_copy = m_directory.filePath(u"examples"_s);
+
+    static void eachProject()
+    {
+        QTest::addColumn<QString>("name");
+        for (const QString &name : {u"calculator"_s, u"thermostat"_s, u"morse"_s})
+            QTest::newRow(qPrintable(name)) << name + u'/' + name + u".vnp"_s;
+    }
+
+    /// What a program writes until it has written @p text.
+    static bool writes(QProcess &program, const QByteArray &text, QByteArray *output)
+    {
+        return QTest::qWaitFor(
+            [&] {
+                *output += program.readAll();
+                return output->contains(text);
+            },
+            60000);
+    }
+
+private Q_SLOTS:
+    void init()
+    {
+        QTest::failOnWarning(QRegularExpression(u".?"_s));
+        std::filesystem::remove_all(m_copy.toStdString());
+        std::filesystem::copy(Examples.toStdString(), m_copy.toStdString(), std::filesystem::copy_options::recursive);
+    }
+
+    void projectsAreAsTheEditorSavesThem_data() { eachProject(); }
+
+    void projectsAreAsTheEditorSavesThem()
+    {
+        QFETCH(QString, name);
+        Example example(m_copy + u'/' + name);
+        QVERIFY(example.project.openedOK());
+        QVERIFY(!example.project.isModified()); // binding the build environment has found nothing to add
+        for (const ProjectFile *file : example.project.files({}, nullptr))
+            QVERIFY2(QFileInfo::exists(example.project.absolutePath(file->path())), qPrintable(file->path()));
+        QVERIFY(example.project.save());
+        QCOMPARE(bytesOf(m_copy + u'/' + name), bytesOf(Examples + u'/' + name));
+    }
+
+    void workspacesAreAsTheEditorSavesThem_data()
+    {
+        QTest::addColumn<QString>("name");
+        QTest::addColumn<int>("projects");
+        QTest::newRow("two processors") << u"twoprocessors.vnw"_s << 2;
+        QTest::newRow("thermostat") << u"thermostat/thermostat.vnw"_s << 1;
+        QTest::newRow("calculator") << u"calculator/calculator.vnw"_s << 1;
+    }
+
+    void workspacesAreAsTheEditorSavesThem()
+    {
+        QFETCH(QString, name);
+        QFETCH(int, projects);
+        ProjectWorkspace workspace{QString()};
+        QVERIFY(workspace.load(m_copy + u'/' + name));
+        QCOMPARE(workspace.count(), projects);
+        for (int i = 0; i < projects; ++i)
+            QVERIFY(workspace.project(i)->openedOK());
+        QVERIFY(workspace.save());
+        QCOMPARE(bytesOf(m_copy + u'/' + name), bytesOf(Examples + u'/' + name));
+    }
+
+    void buildWithoutWarnings_data() { eachProject(); }
+
+    void buildWithoutWarnings()
+    {
+        QFETCH(QString, name);
+        Example example(m_copy + u'/' + name);
+        const QStringList configurations = {u"Debug"_s, u"Release"_s};
+        QVERIFY2(example.build(configurations), qPrintable(example.events->text));
+        QVERIFY2(!example.events->text.contains(u"arning"_s), qPrintable(example.events->text));
+        for (const QString &configuration : configurations)
+            QVERIFY(example.environment->isUpToDate(configuration));
+        QVERIFY(example.build(configurations));
+        QVERIFY(!example.events->text.contains(u"Compiling"_s));
+    }
+
+    void aHeaderBuildsWhatIncludesIt()
+    {
+        Example example(m_copy + u"/thermostat/thermostat.vnp"_s);
+        QVERIFY(example.build());
+        QFile header(m_copy + u"/thermostat/room.h"_s);
+        QVERIFY(header.open(QIODevice::Append));
+        header.write("/* edited */\n");
+        header.close();
+        QVERIFY(example.build());
+        QCOMPARE(example.events->text.count(u"Compiling "_s), 2);
+        QVERIFY(example.events->text.contains(u"Compiling main.c\n"_s));
+        QVERIFY(example.events->text.contains(u"Compiling room.c\n"_s));
+    }
+
+    void calculatorWorksOutExpressions()
+    {
+        Example example(m_copy + u"/calculator/calculator.vnp"_s);
+        QVERIFY(example.build({u"Debug"_s}));
+        QProcess program;
+        program.start(m_copy + u"/calculator/build/Debug/calculator"_s,
+                      {u"x=2^3^2"_s, u"-(x - 500) / 4 * 2"_s, u"1 / 0"_s, u"(1"_s});
+        QVERIFY(program.waitForFinished());
+        QCOMPARE(program.readAll(),
+                 "x=2^3^2 = 512\n-(x - 500) / 4 * 2 = -6\n1 / 0: division by zero\n(1: ')' is missing\n");
+        QCOMPARE(program.exitCode(), 2);
+    }
+
+    void firmwareRunsOnTheBoard_data()
+    {
+        QTest::addColumn<QString>("name");
+        QTest::addColumn<QByteArray>("expected");
+        QTest::newRow("thermostat") << u"thermostat"_s
+                                    << QByteArray("thermostat\nroom 15.3 target 21.0 power 100.0 %\n");
+        QTest::newRow("morse") << u"morse"_s << QByteArray("morse\n-.-. --.-");
+    }
+
+    void firmwareRunsOnTheBoard()
+    {
+        QFETCH(QString, name);
+        QFETCH(QByteArray, expected);
+        Example example(m_copy + u"/%1/%1.vnp"_s.arg(name));
+        QVERIFY(example.build());
+        QProcess board;
+        board.setProcessChannelMode(QProcess::MergedChannels);
+        board.start(u"qemu-system-arm"_s,
+                    {u"-M"_s, u"mps2-an385"_s, u"-display"_s, u"none"_s, u"-monitor"_s, u"none"_s, u"-serial"_s,
+                     u"stdio"_s, u"-kernel"_s, m_copy + u"/%1/build/Debug/%1.elf"_s.arg(name)});
+        QByteArray output;
+        const bool wrote = writes(board, expected, &output);
+        board.kill();
+        board.waitForFinished();
+        QVERIFY2(wrote, output.constData());
+    }
+};
+
+QTEST_GUILESS_MAIN(TestExamples)
+#include "tst_examples.moc"

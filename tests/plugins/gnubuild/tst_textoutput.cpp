@@ -1,0 +1,49 @@
+#include "textoutput.h"
+#include <QtTest>
+using namespace Qt::StringLiterals;
+
+class TestTextOutput : public QObject
+{
+    Q_OBJECT
+private Q_SLOTS:
+    void init() { QTest::failOnWarning(QRegularExpression(u".?"_s)); }
+
+    void writesOnlyWhatChanged()
+    {
+        QTemporaryDir directory;
+        const QString path = directory.filePath(u"a/b/c"_s);
+        QCOMPARE(writeIfChanged(path, "text"), Written::Changed);
+        QVERIFY(hasContents(path, "text"));
+        const QDateTime time = QFileInfo(path).lastModified();
+        QCOMPARE(writeIfChanged(path, "text"), Written::Same);
+        QCOMPARE(QFileInfo(path).lastModified(), time);
+        QCOMPARE(writeIfChanged(path, "tex"), Written::Changed);
+        QVERIFY(hasContents(path, "tex"));
+    }
+
+    void saysWhyItFailed()
+    {
+        QString error;
+        QCOMPARE(writeIfChanged(u"/proc/nowhere/x"_s, "text", &error), Written::Failed);
+        QVERIFY(!error.isEmpty());
+    }
+
+    void linksFollowButFilesStay()
+    {
+        QTemporaryDir directory;
+        QVERIFY(QDir(directory.path()).mkdir(u"d"_s));
+        writeIfChanged(directory.filePath(u"d/one"_s), "1");
+        writeIfChanged(directory.filePath(u"d/two"_s), "2");
+        const QString link = directory.filePath(u"link"_s);
+        updateLink(link, u"d/one"_s);
+        QVERIFY(hasContents(link, "1"));
+        updateLink(link, u"d/two"_s);
+        QVERIFY(hasContents(link, "2"));
+        writeIfChanged(directory.filePath(u"file"_s), "mine");
+        updateLink(directory.filePath(u"file"_s), u"d/one"_s);
+        QVERIFY(hasContents(directory.filePath(u"file"_s), "mine"));
+    }
+};
+
+QTEST_GUILESS_MAIN(TestTextOutput)
+#include "tst_textoutput.moc"

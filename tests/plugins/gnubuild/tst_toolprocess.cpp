@@ -1,0 +1,135 @@
+#include "toolprocess.h"
+#include <QtTest>
+using namespace Qt::StringLiterals;
+
+class TestToolProcess : public QObject
+{
+    Q_OBJECT
+private:
+    QStringList m_lines;
+    QList<bool> m_ends;
+
+    std::unique_ptr<ToolProcess> newProcess()
+    {
+        auto process = std::make_unique<ToolProcess>(50);
+        connect(process.get(), &ToolProcess::line, this, [this](const QString &line) { m_lines += line; });
+        connect(process.get(), &ToolProcess::finished, this, [this](bool success) { m_ends += success; });
+        return process;
+    }
+    static void startShell(ToolProcess &process, const QString &script)
+    {
+        process.start({u"/bin/sh"_s, {u"-c"_s, script}, u"/"_s, QProcessEnvironment::systemEnvironment()});
+    }
+
+private Q_SLOTS:
+    void init()
+    {
+        QTest::failOnWarning(QRegularExpression(u".?"_s));
+        m_lines.clear();
+        m_ends.clear();
+    }
+
+    void tellsLines_data()
+    {
+        QTest::addColumn<QString>("script");
+        QTest::addColumn<QStringList>("lines");
+        QTest::newRow("both channels") << u"echo one; echo two >&2"_s << QStringList{u"one"_s, u"two"_s};
+        QTest::newRow("no line end") << u"printf 'a\\nb'"_s << QStringList{u"a"_s, u"b"_s};
+        QTest::newRow("empty lines") << u"printf '\\n\\n'"_s << QStringList{u""_s, u""_s};
+        QTest::newRow("carriage return") << u"printf 'a\\r\\n'"_s << QStringList{u"a"_s};
+        QTest::newRow("pieces") << u"printf gr; printf '\\303'; printf '\\274n\\n'"_s << QStringList{u"grün"_s};
+    }
+
+    void tellsLines()
+    {
+        QFETCH(QString, script);
+        const auto process = newProcess();
+        startShell(*process, script);
+        QTRY_COMPARE(m_ends, QList<bool>{true});
+        QTEST(m_lines, "lines");
+    }
+
+    void tellsThemAsTheyCome()
+    {
+        const auto process = newProcess();
+        startShell(*process, u"echo one; exec sleep 1000"_s);
+        QTRY_COMPARE(m_lines, QStringList{u"one"_s});
+        QVERIFY(process->isRunning());
+    }
+
+    void aLineWithoutEndDoesNotFillTheMemory()
+    {
+        const auto process = newProcess();
+        startShell(*process, u"head -c 1000000 /dev/zero | tr '\\\\0' x"_s);
+        QTRY_COMPARE(m_ends, QList<bool>{true});
+        QVERIFY(m_lines.size() > 1);
+        QCOMPARE(m_lines.join(QString()).size(), 1000000);
+    }
+
+    void failureIsNoSuccess()
+    {
+        const auto process = newProcess();
+        startShell(*process, u"exit 3"_s);
+        QTRY_COMPARE(m_ends, QList<bool>{false});
+    }
+
+    void aMissingProgramEndsToo()
+    {
+        const auto process = newProcess();
+        process->start({u"/no/such/program"_s, {}, u"/"_s, {}});
+        QTRY_COMPARE(m_ends, QList<bool>{false});
+        QVERIFY(m_lines.value(0).startsWith(u"Cannot run '/no/such/program': "_s));
+    }
+
+    void aMissingDirectoryEndsToo()
+    {
+        const auto process = newProcess();
+        process->start({u"/bin/true"_s, {}, u"/no/such/directory"_s, {}});
+        QTRY_COMPARE(m_ends, QList<bool>{false});
+    }
+
+    void stopEnds_data()
+    {
+        QTest::addColumn<QString>("script");
+        QTest::newRow("a program that obeys") << u"echo; exec sleep 1000"_s;
+        QTest::newRow("a program that does not") << u"trap '' TERM; echo; while :; do sleep 1; done"_s;
+        QTest::newRow("a program that waits for one that does not")
+            << u"setsid sh -c \"trap '' TERM; echo; while :; do sleep 1; done\"; true"_s;
+        QTest::newRow("a program that cleans up") << u"trap 'exit 0' TERM; echo; while :; do sleep 0.01; done"_s;
+    }
+
+    void stopEnds()
+    {
+        QFETCH(QString, script);
+        const auto process = newProcess();
+        startShell(*process, script);
+        QTRY_COMPARE(m_lines.size(), 1);
+        process->stop();
+        process->stop();
+        QTRY_COMPARE(m_ends, QList<bool>{false});
+        QVERIFY(!process->isRunning());
+    }
+
+    void runsAgainAfterAStop()
+    {
+        const auto process = newProcess();
+        startShell(*process, u"exec sleep 1000"_s);
+        process->stop();
+        QTRY_COMPARE(m_ends, QList<bool>{false});
+        startShell(*process, u"true"_s);
+        QTRY_COMPARE(m_ends, (QList<bool>{false, true}));
+    }
+
+    void isSilentWhenItGoes()
+    {
+        auto process = newProcess();
+        startShell(*process, u"trap '' TERM; echo; while :; do sleep 1; done"_s);
+        QTRY_COMPARE(m_lines.size(), 1);
+        process.reset();
+        QCoreApplication::processEvents();
+        QCOMPARE(m_ends, QList<bool>());
+    }
+};
+
+QTEST_GUILESS_MAIN(TestToolProcess)
+#include "tst_toolprocess.moc"
