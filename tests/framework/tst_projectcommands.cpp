@@ -16,7 +16,7 @@ namespace {
 const auto AskToSave = u"information Varnel [Yes No Cancel]"_s;
 const auto Warn = u"warning Varnel [Ok]"_s;
 const auto WorkspaceFilter = u"Workspaces (*.vnw);;Projects (*.vnp);;All Files (*.*)"_s;
-const QByteArray Script = "<properties><configuration name='Default'><property key='runAtProjectLoad' value='1'/>"
+const QByteArray Script = "<properties><configuration name='Default'><property key='runAtProjectLoad'>1</property>"
                           "</configuration></properties>";
 
 QString changesIn(const QString &workspace)
@@ -259,9 +259,9 @@ private Q_SLOTS:
                              <action name="debugStepInto"/></toolbar></toolbars></ui>)");
         f.restart();
         const auto *box = f.window->findChild<QComboBox *>(u"projectDropdown"_s);
-        QVERIFY(!box->isVisible());
+        QTRY_VERIFY(!box->isVisible());
         QVERIFY(f.window->openWorkspace(writeTwoProjects(f), false));
-        QVERIFY(box->isVisible());
+        QTRY_VERIFY(box->isVisible());
         QCOMPARE(box->count(), 2);
         QCOMPARE(box->currentText(), u"fw"_s);
         f.window->projectWorkspace()->setCurrentProject(1);
@@ -269,9 +269,9 @@ private Q_SLOTS:
         f.window->projectDropdownChanged(0);
         QCOMPARE(f.window->projectWorkspace()->currentProjectIndex(), 0);
         QVERIFY(f.window->closeWorkspace());
-        QVERIFY(!box->isVisible());
+        QTRY_VERIFY(!box->isVisible());
         QVERIFY(f.window->openWorkspace(f.writeWorkspace(u"one.vnw"_s, {u"fw/fw.vnp"_s}), false));
-        QVERIFY(!box->isVisible());
+        QTRY_VERIFY(!box->isVisible());
     }
 
     void theDropDownShowsActiveProjectsAndCountsAll()
@@ -355,8 +355,9 @@ private Q_SLOTS:
         BareCommands bare;
         bare.host.populating = QStringList{u"fw"_s, u"lib"_s};
         f.writeProject(u"fw.vnp"_s);
-        f.write(u"lib.vnp"_s, "<project><properties currentconfiguration='Default'><configuration name='Default'>"
-                              "<property key='projectAutoPopulate' value='1'/></configuration></properties></project>");
+        f.write(u"lib.vnp"_s,
+                "<project><properties currentconfiguration='Default'><configuration name='Default'>"
+                "<property key='projectAutoPopulate'>1</property></configuration></properties></project>");
         QVERIFY(bare.commands.openWorkspace(f.writeWorkspace(u"all.vnw"_s, {u"fw.vnp"_s, u"lib.vnp"_s}), false));
         QCOMPARE(bare.host.populated, QStringList(u"fw Default"_s));
         bare.commands.workspace()->setCurrentProject(1);
