@@ -104,9 +104,13 @@ public:
         return true;
     }
     void setRepopulateVisible(bool visible) override { log.append(visible ? u"populate"_s : u"no populate"_s); }
-    void runPyFile(const QString &path) override { log.append(u"run "_s + QFileInfo(path).fileName()); }
+    void runPyFile(const QString &path) override
+    {
+        log.append(u"run %1 in %2"_s.arg(QFileInfo(path).fileName(), commands->currentProject()->name()));
+    }
     QString sourceFilter() const override { return {}; }
 
+    const ProjectCommands *commands = nullptr;
     QStringList log;
     QStringList populating;
     QStringList populated;
@@ -115,9 +119,31 @@ private:
     ActivityState m_state = StateNoWorkspace;
 };
 
+/// Writes down what a status bar shows each time it is painted.
+class PaintedStatus : public QObject
+{
+public:
+    explicit PaintedStatus(QStatusBar *bar) : m_bar(bar) { bar->installEventFilter(this); }
+
+    QStringList shown;
+
+protected:
+    bool eventFilter(QObject *, QEvent *event) override
+    {
+        if (event->type() == QEvent::Paint && shown.value(shown.size() - 1) != m_bar->currentMessage())
+            shown.append(m_bar->currentMessage());
+        return false;
+    }
+
+private:
+    QStatusBar *const m_bar;
+};
+
 /// The commands with a window that only writes down.
 struct BareCommands
 {
+    BareCommands() { host.commands = &commands; }
+
     QSettings settings{QDir::temp().filePath(u"unused.ini"_s), QSettings::IniFormat};
     RecentFileList recent{u"Recent"_s, 4, &settings};
     LastDirectories directories{&settings, QDir::tempPath()};
@@ -251,6 +277,18 @@ private Q_SLOTS:
         QCOMPARE(f.recent(u"Workspace"_s), QStringList(u"all.vnw"_s));
     }
 
+    void theStatusBarTellsHowFarItIs()
+    {
+        const WindowFixture f;
+        const QString path = writeTwoProjects(f);
+        QCoreApplication::processEvents();
+        const PaintedStatus status(f.window->statusBar());
+        QVERIFY(f.window->openWorkspace(path, false));
+        QCOMPARE(status.shown, (QStringList{u"Opening %1..."_s.arg(path), u"Opening the project fw..."_s,
+                                            u"Opening the project lib..."_s}));
+        QCOMPARE(f.status(), QString());
+    }
+
     void theDropDownIsShownForTwoProjectsAndMore()
     {
         WindowFixture f;
@@ -293,20 +331,21 @@ private Q_SLOTS:
         QCOMPARE(f.window->projectWorkspace()->currentProject()->name(), u"a"_s);
     }
 
-    void startFilesAreRunWithTheirProjectAsTheCurrentOne()
+    void startFilesAreRunInTheirOrder()
     {
         const WindowFixture f;
-        const QByteArray mark = "import os\nopen(os.environ['VARNEL_TEST_LOG'], 'a').write('";
-        f.write(u"fw/boot.py"_s, mark + "fw boot\\n')\n");
-        f.write(u"fw/other.py"_s, mark + "other\\n')\n");
-        f.write(u"lib/tools/init.py"_s, mark + "lib init\\n')\n");
+        const auto script = [&f](const char *text) {
+            return "open('" + f.path(u"log"_s).toUtf8() + "', 'a').write('" + text + " ')\n";
+        };
+        f.write(u"fw/boot.py"_s, script("boot"));
+        f.write(u"fw/other.py"_s, script("other"));
+        f.write(u"lib/tools/init.py"_s, script("init"));
         f.writeProject(u"fw/fw.vnp"_s, {u"boot.py"_s}, Script);
         f.writeProject(u"plain/plain.vnp"_s, {u"../fw/other.py"_s});
         f.writeProject(u"lib/lib.vnp"_s, {u"tools/init.py"_s, u"main.c"_s}, Script);
-        qputenv("VARNEL_TEST_LOG", f.path(u"log"_s).toLocal8Bit());
         QVERIFY(f.window->openWorkspace(
             f.writeWorkspace(u"all.vnw"_s, {u"fw/fw.vnp"_s, u"plain/plain.vnp"_s, u"lib/lib.vnp"_s}), false));
-        QCOMPARE(f.read(u"log"_s), QByteArray("fw boot\nlib init\n"));
+        QCOMPARE(f.read(u"log"_s), QByteArray("boot init "));
         QCOMPARE(f.window->projectWorkspace()->currentProjectIndex(), 0);
     }
 
@@ -324,13 +363,14 @@ private Q_SLOTS:
         const WindowFixture f;
         BareCommands bare;
         bare.host.populating = QStringList(u"lib"_s);
-        f.writeProject(u"fw/fw.vnp"_s, {u"boot.py"_s}, Script);
-        f.writeProject(u"lib/lib.vnp"_s);
+        f.writeProject(u"fw/fw.vnp"_s);
+        f.writeProject(u"lib/lib.vnp"_s, {u"boot.py"_s}, Script);
         QSignalSpy loaded(&bare.commands, &ProjectCommands::workspaceLoaded);
         QVERIFY(bare.commands.openWorkspace(f.writeWorkspace(u"all.vnw"_s, {u"fw/fw.vnp"_s, u"lib/lib.vnp"_s}), false));
         QCOMPARE(bare.host.log.join(u", "_s),
-                 u"bind fw, bind lib, show, changed, state 1, files, populate, run boot.py, drop-down"_s);
+                 u"bind fw, bind lib, show, changed, state 1, files, populate, run boot.py in lib, drop-down"_s);
         QCOMPARE(loaded.size(), 1);
+        QCOMPARE(bare.commands.workspace()->currentProjectIndex(), 0);
         bare.host.log.clear();
         QVERIFY(bare.commands.closeWorkspace());
         QCOMPARE(bare.host.log.join(u", "_s), u"clear, state 0, views"_s);
