@@ -804,6 +804,16 @@ private Q_SLOTS:
         QCOMPARE(f.settings()->value(u"Paths/Projects"_s).toString(), f.path(u"app"_s));
     }
 
+    void aProjectThatCannotBeLoadedIsInsertedAllTheSame()
+    {
+        const WindowFixture f;
+        QVERIFY(f.window->openWorkspace(writeTwoProjects(f), false));
+        f.answers->choose({f.write(u"bad.vnp"_s, "<project><file")});
+        f.window->projectInsertProject();
+        QCOMPARE(f.projects(), (QStringList{u"fw"_s, u"lib"_s, u"(bad)"_s}));
+        QCOMPARE(f.status(), u"These projects could not be loaded: "_s + f.path(u"bad.vnp"_s));
+    }
+
     void commandsWithoutAWorkspaceAreAssertions_data()
     {
         QTest::addColumn<QByteArray>("command");

@@ -30,12 +30,13 @@ private Q_SLOTS:
     void theEditorsShareTheWindowsActions()
     {
         WindowFixture f;
-        f.installation.write(u"config/uiconfig.xml"_s,
-                             R"(<ui><actions><action name="editCut"><text>Cut</text></action></actions></ui>)");
+        f.installation.write(
+            u"config/uiconfig.xml"_s,
+            R"(<ui><actions><action name="debugRunToCursor"><text>Run</text></action></actions></ui>)");
         f.restart();
         f.open(u"a.c"_s);
         const auto menu = f.view()->currentEdit()->contextMenu({});
-        QVERIFY(menu->actions().contains(f.window->findChild<QAction *>(u"editCut"_s)));
+        QVERIFY(menu->actions().contains(f.window->findChild<QAction *>(u"debugRunToCursor"_s)));
     }
 };
 
