@@ -89,18 +89,24 @@ private Q_SLOTS:
         QVERIFY(f.window->openWorkspace(f.writeWorkspace(u"all.vnw"_s, {u"fw.vnp"_s}), false));
         auto *tree = f.window->findChild<QTreeWidget *>(u"ProjectTree"_s);
         tree->setFocus();
-        QTreeWidgetItem *const projectItem = tree->topLevelItem(0)->child(0);
-        projectItem->setExpanded(true);
-        tree->setCurrentItem(projectItem->child(0));
+        const auto selectFile = [tree] {
+            QTreeWidgetItem *item = tree->topLevelItem(0)->child(0);
+            item->setExpanded(true);
+            tree->setCurrentItem(item->child(0));
+        };
+        selectFile();
         QVERIFY(tree->hasFocus());
         const Project *project = f.window->projectWorkspace()->currentProject();
         f.window->editCut();
+        QVERIFY(project->files({}, nullptr).isEmpty());
+        tree->setCurrentItem(tree->topLevelItem(0)->child(0));
         f.window->editPaste();
+        QCOMPARE(project->files({}, nullptr).size(), 1);
         QCOMPARE(f.text(), u"one\ntwo\nthree\n"_s);
-        tree->setCurrentItem(projectItem->child(0));
+        selectFile();
         f.window->editRemove();
         QCOMPARE(f.text(), u"one\ntwo\nthree\n"_s);
-        QVERIFY(project->isModified());
+        QVERIFY(project->files({}, nullptr).isEmpty());
     }
 
     void indentingActsOnTheCurrentView()

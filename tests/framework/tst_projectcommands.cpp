@@ -16,7 +16,7 @@ namespace {
 const auto AskToSave = u"information Varnel [Yes No Cancel]"_s;
 const auto Warn = u"warning Varnel [Ok]"_s;
 const auto WorkspaceFilter = u"Workspaces (*.vnw);;Projects (*.vnp);;All Files (*.*)"_s;
-const QByteArray Script = "<properties><configuration name='Default'><property key='runAtProjectLoad' value='1'/>"
+const QByteArray Script = "<properties><configuration name='Default'><property key='runAtProjectLoad'>1</property>"
                           "</configuration></properties>";
 
 QString changesIn(const QString &workspace)
@@ -104,9 +104,13 @@ public:
         return true;
     }
     void setRepopulateVisible(bool visible) override { log.append(visible ? u"populate"_s : u"no populate"_s); }
-    void runPyFile(const QString &path) override { log.append(u"run "_s + QFileInfo(path).fileName()); }
+    void runPyFile(const QString &path) override
+    {
+        log.append(u"run %1 in %2"_s.arg(QFileInfo(path).fileName(), commands->currentProject()->name()));
+    }
     QString sourceFilter() const override { return {}; }
 
+    const ProjectCommands *commands = nullptr;
     QStringList log;
     QStringList populating;
     QStringList populated;
@@ -115,9 +119,31 @@ private:
     ActivityState m_state = StateNoWorkspace;
 };
 
+/// Writes down what a status bar shows each time it is painted.
+class PaintedStatus : public QObject
+{
+public:
+    explicit PaintedStatus(QStatusBar *bar) : m_bar(bar) { bar->installEventFilter(this); }
+
+    QStringList shown;
+
+protected:
+    bool eventFilter(QObject *, QEvent *event) override
+    {
+        if (event->type() == QEvent::Paint && shown.value(shown.size() - 1) != m_bar->currentMessage())
+            shown.append(m_bar->currentMessage());
+        return false;
+    }
+
+private:
+    QStatusBar *const m_bar;
+};
+
 /// The commands with a window that only writes down.
 struct BareCommands
 {
+    BareCommands() { host.commands = &commands; }
+
     QSettings settings{QDir::temp().filePath(u"unused.ini"_s), QSettings::IniFormat};
     RecentFileList recent{u"Recent"_s, 4, &settings};
     LastDirectories directories{&settings, QDir::tempPath()};
@@ -251,6 +277,18 @@ private Q_SLOTS:
         QCOMPARE(f.recent(u"Workspace"_s), QStringList(u"all.vnw"_s));
     }
 
+    void theStatusBarTellsHowFarItIs()
+    {
+        const WindowFixture f;
+        const QString path = writeTwoProjects(f);
+        QCoreApplication::processEvents();
+        const PaintedStatus status(f.window->statusBar());
+        QVERIFY(f.window->openWorkspace(path, false));
+        QCOMPARE(status.shown, (QStringList{u"Opening %1..."_s.arg(path), u"Opening the project fw..."_s,
+                                            u"Opening the project lib..."_s}));
+        QCOMPARE(f.status(), QString());
+    }
+
     void theDropDownIsShownForTwoProjectsAndMore()
     {
         WindowFixture f;
@@ -259,9 +297,9 @@ private Q_SLOTS:
                              <action name="debugStepInto"/></toolbar></toolbars></ui>)");
         f.restart();
         const auto *box = f.window->findChild<QComboBox *>(u"projectDropdown"_s);
-        QVERIFY(!box->isVisible());
+        QTRY_VERIFY(!box->isVisible());
         QVERIFY(f.window->openWorkspace(writeTwoProjects(f), false));
-        QVERIFY(box->isVisible());
+        QTRY_VERIFY(box->isVisible());
         QCOMPARE(box->count(), 2);
         QCOMPARE(box->currentText(), u"fw"_s);
         f.window->projectWorkspace()->setCurrentProject(1);
@@ -269,9 +307,9 @@ private Q_SLOTS:
         f.window->projectDropdownChanged(0);
         QCOMPARE(f.window->projectWorkspace()->currentProjectIndex(), 0);
         QVERIFY(f.window->closeWorkspace());
-        QVERIFY(!box->isVisible());
+        QTRY_VERIFY(!box->isVisible());
         QVERIFY(f.window->openWorkspace(f.writeWorkspace(u"one.vnw"_s, {u"fw/fw.vnp"_s}), false));
-        QVERIFY(!box->isVisible());
+        QTRY_VERIFY(!box->isVisible());
     }
 
     void theDropDownShowsActiveProjectsAndCountsAll()
@@ -293,20 +331,21 @@ private Q_SLOTS:
         QCOMPARE(f.window->projectWorkspace()->currentProject()->name(), u"a"_s);
     }
 
-    void startFilesAreRunWithTheirProjectAsTheCurrentOne()
+    void startFilesAreRunInTheirOrder()
     {
         const WindowFixture f;
-        const QByteArray mark = "import os\nopen(os.environ['VARNEL_TEST_LOG'], 'a').write('";
-        f.write(u"fw/boot.py"_s, mark + "fw boot\\n')\n");
-        f.write(u"fw/other.py"_s, mark + "other\\n')\n");
-        f.write(u"lib/tools/init.py"_s, mark + "lib init\\n')\n");
+        const auto script = [&f](const char *text) {
+            return "open('" + f.path(u"log"_s).toUtf8() + "', 'a').write('" + text + " ')\n";
+        };
+        f.write(u"fw/boot.py"_s, script("boot"));
+        f.write(u"fw/other.py"_s, script("other"));
+        f.write(u"lib/tools/init.py"_s, script("init"));
         f.writeProject(u"fw/fw.vnp"_s, {u"boot.py"_s}, Script);
         f.writeProject(u"plain/plain.vnp"_s, {u"../fw/other.py"_s});
         f.writeProject(u"lib/lib.vnp"_s, {u"tools/init.py"_s, u"main.c"_s}, Script);
-        qputenv("VARNEL_TEST_LOG", f.path(u"log"_s).toLocal8Bit());
         QVERIFY(f.window->openWorkspace(
             f.writeWorkspace(u"all.vnw"_s, {u"fw/fw.vnp"_s, u"plain/plain.vnp"_s, u"lib/lib.vnp"_s}), false));
-        QCOMPARE(f.read(u"log"_s), QByteArray("fw boot\nlib init\n"));
+        QCOMPARE(f.read(u"log"_s), QByteArray("boot init "));
         QCOMPARE(f.window->projectWorkspace()->currentProjectIndex(), 0);
     }
 
@@ -324,13 +363,14 @@ private Q_SLOTS:
         const WindowFixture f;
         BareCommands bare;
         bare.host.populating = QStringList(u"lib"_s);
-        f.writeProject(u"fw/fw.vnp"_s, {u"boot.py"_s}, Script);
-        f.writeProject(u"lib/lib.vnp"_s);
+        f.writeProject(u"fw/fw.vnp"_s);
+        f.writeProject(u"lib/lib.vnp"_s, {u"boot.py"_s}, Script);
         QSignalSpy loaded(&bare.commands, &ProjectCommands::workspaceLoaded);
         QVERIFY(bare.commands.openWorkspace(f.writeWorkspace(u"all.vnw"_s, {u"fw/fw.vnp"_s, u"lib/lib.vnp"_s}), false));
         QCOMPARE(bare.host.log.join(u", "_s),
-                 u"bind fw, bind lib, show, changed, state 1, files, populate, run boot.py, drop-down"_s);
+                 u"bind fw, bind lib, show, changed, state 1, files, populate, run boot.py in lib, drop-down"_s);
         QCOMPARE(loaded.size(), 1);
+        QCOMPARE(bare.commands.workspace()->currentProjectIndex(), 0);
         bare.host.log.clear();
         QVERIFY(bare.commands.closeWorkspace());
         QCOMPARE(bare.host.log.join(u", "_s), u"clear, state 0, views"_s);
@@ -355,8 +395,9 @@ private Q_SLOTS:
         BareCommands bare;
         bare.host.populating = QStringList{u"fw"_s, u"lib"_s};
         f.writeProject(u"fw.vnp"_s);
-        f.write(u"lib.vnp"_s, "<project><properties currentconfiguration='Default'><configuration name='Default'>"
-                              "<property key='projectAutoPopulate' value='1'/></configuration></properties></project>");
+        f.write(u"lib.vnp"_s,
+                "<project><properties currentconfiguration='Default'><configuration name='Default'>"
+                "<property key='projectAutoPopulate'>1</property></configuration></properties></project>");
         QVERIFY(bare.commands.openWorkspace(f.writeWorkspace(u"all.vnw"_s, {u"fw.vnp"_s, u"lib.vnp"_s}), false));
         QCOMPARE(bare.host.populated, QStringList(u"fw Default"_s));
         bare.commands.workspace()->setCurrentProject(1);
@@ -761,6 +802,16 @@ private Q_SLOTS:
         QCOMPARE(f.window->projectWorkspace()->currentProjectIndex(), 2);
         QVERIFY(f.window->projectWorkspace()->isModified());
         QCOMPARE(f.settings()->value(u"Paths/Projects"_s).toString(), f.path(u"app"_s));
+    }
+
+    void aProjectThatCannotBeLoadedIsInsertedAllTheSame()
+    {
+        const WindowFixture f;
+        QVERIFY(f.window->openWorkspace(writeTwoProjects(f), false));
+        f.answers->choose({f.write(u"bad.vnp"_s, "<project><file")});
+        f.window->projectInsertProject();
+        QCOMPARE(f.projects(), (QStringList{u"fw"_s, u"lib"_s, u"(bad)"_s}));
+        QCOMPARE(f.status(), u"These projects could not be loaded: "_s + f.path(u"bad.vnp"_s));
     }
 
     void commandsWithoutAWorkspaceAreAssertions_data()

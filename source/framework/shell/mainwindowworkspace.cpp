@@ -300,4 +300,7 @@ void MainWindow::saveSettings()
     m_recentFiles.save();
     m_recentWorkspaces.save();
     m_textFormats.saveToSettings(*settings());
+    settings()->sync();
+    if (settings()->status() == QSettings::AccessError)
+        qWarning("MainWindow::saveSettings: the settings cannot be written (%s)", qPrintable(settings()->fileName()));
 }

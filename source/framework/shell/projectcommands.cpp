@@ -338,6 +338,7 @@ void ProjectCommands::insertProject()
     if (project->load(path))
         m_host->bindProjectPlugins(project);
     m_projectWorkspace->addProject(project);
+    tellOutcome();
 }
 
 void ProjectCommands::rememberDirectories(const QString &path)
