@@ -3,6 +3,7 @@
 #include "iprojectpopulate.h"
 #include "lastdirectories.h"
 #include "ordinaryuser.h"
+#include "population.h"
 #include "projectcommands.h"
 #include "projectfile.h"
 #include "recentfilelist.h"
@@ -93,6 +94,8 @@ public:
         project->setBuildInterface(environment);
         environment->release();
     }
+    void setProjectWorkspace(ProjectWorkspace *) override {}
+    void workspaceClosed() override {}
     void showWorkspace(ProjectWorkspace *workspace) override { log.append(workspace ? u"show"_s : u"clear"_s); }
     void workspaceChanged() override { log.append(u"changed"_s); }
     void updateProjectUI() override { log.append(u"drop-down"_s); }
@@ -401,7 +404,7 @@ private Q_SLOTS:
         QVERIFY(bare.commands.openWorkspace(f.writeWorkspace(u"all.vnw"_s, {u"fw.vnp"_s, u"lib.vnp"_s}), false));
         QCOMPARE(bare.host.populated, QStringList(u"fw Default"_s));
         bare.commands.workspace()->setCurrentProject(1);
-        bare.commands.repopulate();
+        populate(bare.commands.currentProject());
         QCOMPARE(bare.host.populated, (QStringList{u"fw Default"_s, u"lib Default"_s}));
         QVERIFY(bare.commands.closeWorkspace());
     }

@@ -62,7 +62,8 @@ private Q_SLOTS:
         f.answers->press(QMessageBox::Yes);
         f.window->continueLastRun();
         QCOMPARE(f.answers->said.size(), 1);
-        QVERIFY2(asksFor(f.answers->said.first(), {f.path(u"a.c"_s), f.path(u"b.c"_s)}), qPrintable(f.answers->said.first()));
+        QVERIFY2(asksFor(f.answers->said.first(), {f.path(u"a.c"_s), f.path(u"b.c"_s)}),
+                 qPrintable(f.answers->said.first()));
         QCOMPARE(f.answers->lastBox(), u"information Varnel [Yes No Cancel]"_s);
         QStringList files = f.openFiles();
         files.sort();

@@ -1,8 +1,7 @@
 #include "projectcommands.h"
-#include "ibuildenvironment.h"
-#include "iprojectpopulate.h"
 #include "lastdirectories.h"
 #include "messages.h"
+#include "population.h"
 #include "project.h"
 #include "projectfile.h"
 #include "projectworkspace.h"
@@ -30,15 +29,6 @@ QString workspacePathOf(const QString &projectPath)
     return projectPath.left(projectPath.lastIndexOf(u'.')) + u".vnw"_s;
 }
 
-InterfacePtr<IProjectPopulate> populateInterface(const Project *project)
-{
-    return queryInterface<IProjectPopulate>(project->buildInterface());
-}
-
-bool isOn(const QString &property)
-{
-    return property == "1"_L1;
-}
 } // namespace
 
 ProjectCommands::ProjectCommands(QMainWindow *window, ProjectCommandsHost *host, RecentFileList *recentWorkspaces,
@@ -141,13 +131,11 @@ bool ProjectCommands::openWorkspace(const QString &path, bool addToRecent)
     m_host->restoreFiles();
     tellOutcome();
     if (allLoaded) {
-        populateProjects();
-        runStartFiles();
+        m_host->setRepopulateVisible(populateWorkspace(opened));
+        runProjectScripts(opened, [this](const QString &path) { m_host->runPyFile(path); });
     }
     if (!allLoaded || !opened)
         return false;
-    if (m_projectWorkspace->count() > 0)
-        m_projectWorkspace->setCurrentProject(0);
     m_host->updateProjectUI();
     Q_EMIT workspaceLoaded();
     return true;
@@ -184,36 +172,6 @@ bool ProjectCommands::bindProjects()
         }
     }
     return allLoaded;
-}
-
-void ProjectCommands::populateProjects()
-{
-    bool canPopulate = false;
-    for (const QPointer<Project> &project : projects()) {
-        if (project && populateInterface(project))
-            canPopulate = true;
-        if (project
-            && isOn(project->properties()->property(u"projectAutoPopulate"_s, project->currentConfiguration(), false)))
-            repopulate(); // the current project, whichever is being looked at
-    }
-    m_host->setRepopulateVisible(canPopulate);
-}
-
-void ProjectCommands::runStartFiles()
-{
-    QList<std::pair<QPointer<Project>, QString>> scripts; // a script may change the workspace
-    for (Project *project : projects()) {
-        for (const ProjectFile *file : project->files(u"py"_s, nullptr)) {
-            if (isOn(file->properties()->property(u"runAtProjectLoad"_s, project->currentConfiguration(), false)))
-                scripts.append({project, project->absolutePath(file->path())});
-        }
-    }
-    for (const auto &[project, path] : std::as_const(scripts)) {
-        if (!project)
-            continue;
-        m_projectWorkspace->setCurrentProject(project);
-        m_host->runPyFile(path);
-    }
 }
 
 bool ProjectCommands::closeWorkspace()
@@ -298,16 +256,6 @@ bool ProjectCommands::saveModified()
     if (m_projectWorkspace && m_projectWorkspace->isModified())
         result &= saveWorkspace();
     return result;
-}
-
-void ProjectCommands::repopulate()
-{
-    const Project *project = currentProject();
-    VARNEL_ASSERT(project);
-    if (!project)
-        return;
-    if (const auto populate = populateInterface(project))
-        populate->populate(project->currentConfiguration());
 }
 
 void ProjectCommands::insertFiles(Project *project)

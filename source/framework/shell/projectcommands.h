@@ -64,8 +64,6 @@ public:
     void save();
     /// Saves what is modified of projects and workspace. False if something could not be saved.
     bool saveModified();
-    /// Fills the current project anew, if its build environment can.
-    void repopulate();
     void insertFiles(Project *project);
     void insertProject();
 
@@ -85,8 +83,6 @@ private:
     void tell(const QString &text);
     void tellOutcome();
     bool bindProjects();
-    void populateProjects();
-    void runStartFiles();
 
     QMainWindow *const m_window;
     ProjectCommandsHost *const m_host;
