@@ -32,6 +32,7 @@ public:
     ~WindowFixture()
     {
         discard();
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
         window.reset();
         answers.reset();
     }
@@ -57,6 +58,7 @@ public:
     {
         if (window)
             QVERIFY(window->close());
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
         window.reset();
         window = std::make_unique<MainWindow>();
         window->resize(900, 700);
