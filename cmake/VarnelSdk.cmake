@@ -12,6 +12,7 @@ endfunction()
 file(GLOB headers CONFIGURE_DEPENDS RELATIVE "${PROJECT_SOURCE_DIR}/source/interfaces" "${PROJECT_SOURCE_DIR}/source/interfaces/*.h")
 varnel_stage_headers(interfaces varnel ${headers})
 # The bases of languages and kinds of documents, and what they are made of.
+varnel_stage_headers(base varnel/editor wholefile.h)
 varnel_stage_headers(workspace varnel/editor
     baseindent.h bracketmatcher.h cpphighlighter.h cppindent.h document.h documenttemplate.h editorhost.h markedlines.h
     paragdata.h pythonhighlighter.h pythonindent.h syntaxhighlighter.h tablehighlighter.h textdocument.h

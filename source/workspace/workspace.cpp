@@ -52,12 +52,14 @@ bool Workspace::reopenDocument(QString filename)
     const QPointer<Document> doc = findDocument(filename);
     if (!doc)
         return false;
+    DocumentTemplate *docTemplate = templateFor(filename, "DocumentTemplate");
+    std::unique_ptr<Document> loaded = docTemplate ? create(docTemplate, &Document::open, filename) : nullptr;
+    if (!loaded || !doc)
+        return false;        // what is open may be the only copy that is left
     doc->setModified(false); // or its last view would ask
     m_viewManager->activateDocument(doc, true);
     m_viewManager->closeDocument(doc);
-
-    DocumentTemplate *docTemplate = templateFor(filename, "DocumentTemplate");
-    return docTemplate && load(docTemplate, &Document::open, filename, true, Placement::InPlace);
+    return show(docTemplate, std::move(loaded), true, Placement::InPlace);
 }
 
 bool Workspace::openHelp(const QString &filename)
@@ -142,14 +144,25 @@ DocumentTemplate *Workspace::templateFor(const QString &filename, const char *in
     return nullptr;
 }
 
-bool Workspace::load(DocumentTemplate *docTemplate, Loader loader, const QString &filename, bool activate,
+std::unique_ptr<Document> Workspace::create(DocumentTemplate *docTemplate, Loader loader, const QString &filename)
+{
+    std::unique_ptr<Document> doc(docTemplate->createDocument());
+    VARNEL_ASSERT(doc);
+    if (!doc || !(doc.get()->*loader)(filename))
+        return nullptr;
+    return doc;
+}
+
+bool Workspace::load(DocumentTemplate *docTemplate, Loader loader, const QString &filename, bool activate)
+{
+    std::unique_ptr<Document> loaded = create(docTemplate, loader, filename);
+    return loaded && show(docTemplate, std::move(loaded), activate, Placement::Append);
+}
+
+bool Workspace::show(DocumentTemplate *docTemplate, std::unique_ptr<Document> loaded, bool activate,
                      Placement placement)
 {
-    std::unique_ptr<Document> loaded(docTemplate->createDocument());
     Document *doc = loaded.get();
-    VARNEL_ASSERT(doc);
-    if (!doc || !(doc->*loader)(filename))
-        return false;
     addDocument(loaded.release());
     View *view = docTemplate->createView(doc);
     VARNEL_ASSERT(view);

@@ -26,8 +26,8 @@ public:
     /// The document @p filename: one that is open, or else its file, or else a new one, about which nobody is asked.
     /// Null if it cannot be opened.
     Document *openOrCreate(const QString &filename);
-    /// Loads an open document anew, into a new view that takes the old one's place. The name is taken by value: the
-    /// document that owned it may die on the way.
+    /// Loads an open document anew, into a new view that takes the old one's place. If that fails, the old one stays as
+    /// it is. The name is taken by value: the document that owned it dies on the way.
     bool reopenDocument(QString filename);
     /// Shows a page in the one help document.
     bool openHelp(const QString &filename);
@@ -48,8 +48,10 @@ private:
 
     void documentDestroyed(QObject *doc);
     [[nodiscard]] DocumentTemplate *templateFor(const QString &filename, const char *inherits) const;
-    bool load(DocumentTemplate *docTemplate, Loader loader, const QString &filename, bool activate,
-              Placement placement = Placement::Append);
+    /// A loaded document without a view, or null.
+    static std::unique_ptr<Document> create(DocumentTemplate *docTemplate, Loader loader, const QString &filename);
+    bool load(DocumentTemplate *docTemplate, Loader loader, const QString &filename, bool activate);
+    bool show(DocumentTemplate *docTemplate, std::unique_ptr<Document> loaded, bool activate, Placement placement);
 
     QList<DocumentTemplate *> m_templates;
     ObjectList<Document> m_documents;

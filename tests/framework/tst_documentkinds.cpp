@@ -103,7 +103,7 @@ private Q_SLOTS:
         const WindowFixture f;
         Workspace workspace;
         auto *assembler = new TextDocumentTemplate(u"Assembler"_s, {}, {}, {u"s"_s}, nullptr, nullptr);
-        registerDocumentKinds(workspace, {}, {assembler});
+        registerDocumentKinds(workspace, {}, [&] { workspace.addTemplate(assembler); });
         QCOMPARE(workspace.templates().indexOf(assembler), workspace.templates().size() - 2);
     }
 };

@@ -242,6 +242,30 @@ private Q_SLOTS:
         manager.closeAll();
     }
 
+    void aFailedReopeningLeavesWhatIsOpen()
+    {
+        const QTemporaryDir directory;
+        const FormatTable formats = testFormats();
+        TabbedViewManager manager;
+        Workspace workspace;
+        workspace.setViewManager(&manager);
+        auto highlighter = std::make_unique<SyntaxHighlighter>(&formats);
+        workspace.addTemplate(new TextDocumentTemplate(u"T"_s, u"d"_s, {}, {}, std::move(highlighter), nullptr));
+        const QString path = directory.filePath(u"a.c"_s);
+        put(path, "one");
+        QVERIFY(workspace.openDocument(path, true));
+        auto *document = static_cast<TextDocument *>(manager.currentDocument());
+        viewInterface<ISourceView>(manager.currentView())->insertText(u"typed "_s);
+        QFile::remove(path);
+        QTimer::singleShot(0, this, [] { qobject_cast<QDialog *>(QApplication::activeModalWidget())->reject(); });
+        QVERIFY(!workspace.reopenDocument(path));
+        QCOMPARE(manager.currentDocument(), document);
+        QCOMPARE(document->text()->toPlainText(), u"typed one"_s);
+        QVERIFY(document->modified());
+        document->setModified(false);
+        manager.closeAll();
+    }
+
     void markersRideOnTheirLines()
     {
         EditorFixture f(u"1\n2\n3\n4\n5\n6"_s);

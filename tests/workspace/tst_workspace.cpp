@@ -178,7 +178,7 @@ private Q_SLOTS:
         f.log.clear();
         QVERIFY(f.workspace.reopenDocument(f.workspace.findDocument(u"/x/b.c"_s)->filename()));
         QVERIFY(!old);
-        QCOMPARE(f.log, (QStringList{u"delete /x/b.c"_s, u"open /x/b.c"_s}));
+        QCOMPARE(f.log, (QStringList{u"open /x/b.c"_s, u"delete /x/b.c"_s}));
         const auto *tabs = f.manager.findChild<QTabBar *>(u"viewManagerTabBar"_s);
         QCOMPARE(tabs->tabText(1), u"b.c"_s);
         QCOMPARE(tabs->currentIndex(), 1);
