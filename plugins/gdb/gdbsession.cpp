@@ -202,6 +202,15 @@ void GdbSession::end()
     m_stepping = m_hidingStop = m_stopHidden = false;
 }
 
+QStringList GdbSession::programFiles() const
+{
+    QStringList files = parts(m_options.symbolFiles) + QStringList{m_program.file, m_options.secondImage};
+    for (const QString &file : QStringList(files))
+        files.append(QFileInfo(file).canonicalFilePath());
+    files.removeAll(QString());
+    return files;
+}
+
 // Run control ---------------------------------------------------------------------------------------------------------
 
 void GdbSession::go(const QByteArray &command)
@@ -366,8 +375,8 @@ void GdbSession::handleGroupExit(const MiRecord &record)
 {
     ++m_generation;
     const bool exited = record.results.contains(u"exit-code");
-    if (!isAlive() || (exited && m_target && m_target->readsWhileRunning()))
-        return; // a native program's stop record follows and says more
+    if (!isAlive() || m_target->stopsAtItsEnd())
+        return;
     if (exited || m_target->endsWithConnection())
         apply(TargetEvent::Exited);
     else
@@ -393,8 +402,8 @@ void GdbSession::targetDied(const QString &reason)
 
 void GdbSession::gdbClosed()
 {
-    if (!m_target)
-        return;
+    if (!m_target || m_state.phase == TargetState::Absent)
+        return; // a start that fails has words of its own
     Q_EMIT message(tr("gdb has ended unexpectedly.\n"), true);
     apply(TargetEvent::LinkLost);
     m_target->end(&m_gdb); // an emulator without its debugger is of no use

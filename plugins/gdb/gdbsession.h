@@ -51,6 +51,7 @@ public:
     [[nodiscard]] MiConnection *gdb() { return &m_gdb; }
     [[nodiscard]] Target *target() { return m_target.get(); } ///< null without a session
     [[nodiscard]] const Target::Program &program() const { return m_program; }
+    [[nodiscard]] QStringList programFiles() const; ///< The program and what was loaded beside it.
     /// Does @p work while the program is stopped, for an instant and unnoticed if it runs. False if it cannot be
     /// stopped.
     bool whilePaused(const std::function<void()> &work);

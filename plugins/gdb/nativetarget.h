@@ -18,6 +18,7 @@ public:
     void end(MiConnection *gdb) override;
     [[nodiscard]] RegionTable regions(MiConnection *gdb) const override;
     [[nodiscard]] bool readsWhileRunning() const override { return true; }
+    [[nodiscard]] bool stopsAtItsEnd() const override { return true; }
     void writeInput(const QByteArray &bytes) override;
     [[nodiscard]] bool endsWithConnection() const override { return true; }
 

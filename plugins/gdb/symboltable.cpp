@@ -64,19 +64,24 @@ QString SymbolTable::findLocalFile(const QString &gdbFile) const
     return QFileInfo(match).isFile() ? match : QString();
 }
 
+/// The sources of the program itself: those of system libraries may be thousands.
 const QStringList &SymbolTable::gdbFiles()
 {
     if (!m_gdbFiles.isEmpty())
         return m_gdbFiles;
-    const MiRecord answer = m_session->gdb()->ask("-file-list-exec-source-files", SymbolLimit);
-    for (const MiValue &file : answer.results[u"files"].items()) {
-        if (file.contains(u"fullname"))
-            m_gdbFiles.append(file.text(u"fullname"));
+    const MiRecord answer = m_session->gdb()->ask("-file-list-exec-source-files --group-by-objfile", SymbolLimit);
+    const QStringList programs = m_session->programFiles();
+    for (const MiValue &object : answer.results[u"files"].items()) {
+        if (!programs.contains(object.text(u"filename")))
+            continue;
+        for (const MiValue &source : object[u"sources"].items())
+            m_gdbFiles.append(source.text(u"fullname"));
     }
     m_gdbFiles.removeDuplicates();
     return m_gdbFiles;
 }
 
+/// A file of the same name counts only if the one that gdb means is not there: otherwise it is another file.
 QString SymbolTable::gdbFile(const QString &localFile)
 {
     if (gdbFiles().contains(localFile))
@@ -85,7 +90,12 @@ QString SymbolTable::gdbFile(const QString &localFile)
         if (known.value() == localFile)
             return known.key();
     }
-    const QString match = bestPathMatch(localFile, gdbFiles());
+    QStringList moved;
+    for (const QString &file : gdbFiles()) {
+        if (!QFileInfo::exists(file))
+            moved.append(file);
+    }
+    const QString match = bestPathMatch(localFile, moved);
     return match.isEmpty() ? localFile : match;
 }
 

@@ -45,6 +45,8 @@ public:
     [[nodiscard]] virtual bool canWakeUp() const { return false; }
     virtual void wakeUp() {}
     virtual void writeInput(const QByteArray &) {} ///< For the program's serial port or terminal.
+    /// Whether a stop record tells of the program's end, and the other records of it are of no account.
+    [[nodiscard]] virtual bool stopsAtItsEnd() const { return false; }
     /// What the loss of gdb's connection means: the target has ended, if it is ours.
     [[nodiscard]] virtual bool endsWithConnection() const { return false; }
 
