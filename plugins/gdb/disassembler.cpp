@@ -67,7 +67,9 @@ QStringList Disassembler::sourceLines(int index)
         return {};
     const QString file = lines.files().at(row->file);
     const LineTable::Row *before = address > 0 ? lines.at(address - 1) : nullptr;
-    const bool follows = before && before->file == row->file && before->line < row->line;
+    const QList<quint64> &functions = m_session->program().elf.functions;
+    const bool begins = std::binary_search(functions.begin(), functions.end(), address);
+    const bool follows = !begins && before && before->file == row->file && before->line < row->line;
     const int first = follows ? std::max(before->line + 1, row->line - MostSourceLines + 1) : row->line;
     const QStringList source = sourceOf(file);
     QStringList result;

@@ -10,8 +10,8 @@ void LineTable::add(const QString &file, const MiValue &lines)
         m_rows.append({row.address(u"pc"), index, row.number(u"line")});
 }
 
-/// Of several rows at one address the last one counts: the others have no code. The end of one file's code gives way to
-/// the beginning of the next.
+/// Of several rows at one address the last one counts for the address: the others have no code of their own. The end of
+/// one file's code gives way to the beginning of the next.
 void LineTable::finish()
 {
     std::stable_sort(m_rows.begin(), m_rows.end(), [](const Row &left, const Row &right) {
@@ -24,7 +24,7 @@ void LineTable::finish()
         else
             rows.append(row);
     }
-    m_rows = rows;
+    m_all = std::exchange(m_rows, rows);
 }
 
 const LineTable::Row *LineTable::at(quint64 address) const
@@ -40,7 +40,7 @@ const LineTable::Row *LineTable::at(quint64 address) const
 bool LineTable::addressOf(const QString &file, int line, quint64 *address) const
 {
     const int index = int(m_files.indexOf(file));
-    for (const Row &row : m_rows) {
+    for (const Row &row : m_all) {
         if (row.file == index && row.line == line && index >= 0) {
             *address = row.address;
             return true;

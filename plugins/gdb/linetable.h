@@ -32,4 +32,5 @@ public:
 private:
     QStringList m_files;
     QList<Row> m_rows; ///< in ascending order, one for each address
+    QList<Row> m_all;  ///< in ascending order, all of them
 };

@@ -54,7 +54,7 @@ bool QemuTarget::bringUp(QString *error)
 bool QemuTarget::connectGdb(MiConnection *gdb, bool, QString *error)
 {
     const QByteArray kind = severalCores() ? "extended-remote " : "remote ";
-    const MiRecord answer = gdb->ask("-target-select " + kind + miQuoted(m_machine->gdbAddress()), ConnectLimit);
+    const MiRecord answer = gdb->ask("-target-select " + kind + m_machine->gdbAddress().toUtf8(), ConnectLimit);
     *error = tr("gdb cannot connect to '%1': %2").arg(title(), answer.errorText());
     return answer.isDone() && (!severalCores() || connectSecondCore(gdb, error));
 }

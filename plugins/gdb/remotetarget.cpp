@@ -19,7 +19,7 @@ bool RemoteTarget::bringUp(QString *error)
 
 bool RemoteTarget::connectGdb(MiConnection *gdb, bool attachOnly, QString *error)
 {
-    const MiRecord answer = gdb->ask("-target-select remote " + miQuoted(m_options.address), ConnectLimit);
+    const MiRecord answer = gdb->ask("-target-select remote " + m_options.address.toUtf8(), ConnectLimit);
     if (answer.isError()) {
         *error = tr("gdb cannot connect to '%1': %2\nIs the target's server running, and no other debugger on it?")
                      .arg(title(), answer.errorText());

@@ -188,8 +188,10 @@ public:
 
     bool start(bool attachOnly = false)
     {
-        return env->start(attachOnly)
-               && waitFor({IExecutionEnvironment::ProgramPaused, IExecutionEnvironment::ProgramBreakpointHit});
+        if (env->start(attachOnly))
+            return waitFor({IExecutionEnvironment::ProgramPaused, IExecutionEnvironment::ProgramBreakpointHit});
+        qWarning("No start: %s", qPrintable(events.text));
+        return false;
     }
 
     /// Waits until one of these statuses is reported, and forgets what was reported before.

@@ -70,6 +70,27 @@ void doze(void)
     }
 }
 
+#if defined CORE0
+#define SECOND_CORE_VECTORS (*(volatile uint32_t *)0x50021114)
+#define SECOND_CORE_WAITS (*(volatile uint32_t *)0x50021118)
+
+/* The first core lets the second one go. */
+int main(void)
+{
+    SECOND_CORE_VECTORS = 0x10200000;
+    SECOND_CORE_WAITS = 0;
+    spin();
+    return 0;
+}
+#elif defined CORE1
+volatile uint32_t cores;
+
+int main(void)
+{
+    for (;;)
+        cores = cores + 1;
+}
+#else
 int main(void)
 {
     UART_BAUDDIV = 16;
@@ -88,6 +109,7 @@ int main(void)
         SYSTICK[0] = 7;
         doze();
     }
-    spin();
+    spin(); /* for ever */
     return sum;
 }
+#endif
