@@ -101,8 +101,9 @@ const Disassembler::Instruction *Disassembler::at(quint64 address)
         m_decoded.clear();
     }
     const auto piece = m_decoded.upperBound(address);
-    if (piece == m_decoded.begin() || std::prev(piece).value() <= address)
-        decode(address);
+    const bool decoded = piece != m_decoded.begin() && std::prev(piece).value() > address;
+    if (!decoded && (m_session->isStopped() || m_session->target()->readsWhileRunning()))
+        decode(address); // gdb decodes zeros, or worse, if the memory of a running target cannot be read
     const auto found = m_instructions.constFind(address);
     return found == m_instructions.constEnd() ? nullptr : &*found;
 }
@@ -136,13 +137,8 @@ void Disassembler::decode(quint64 address)
     if (const auto next = m_decoded.upperBound(start); next != m_decoded.end())
         end = std::min(end, next.key());
     m_decoded.insert(start, end); // also if it cannot be read: once is enough
-    const bool fromFile = !m_session->isStopped() && !m_session->target()->readsWhileRunning();
-    if (fromFile) // a running target is not read, and gdb would decode zeros without a word
-        m_session->gdb()->send("-gdb-set trust-readonly-sections on");
     const MiRecord answer = m_session->gdb()->ask("-data-disassemble -s 0x" + QByteArray::number(start, 16) + " -e 0x"
                                                   + QByteArray::number(end, 16) + " -- 2");
-    if (fromFile)
-        m_session->gdb()->send("-gdb-set trust-readonly-sections off");
     for (const MiValue &row : answer.results[u"asm_insns"].items()) {
         const QString function = row.text(u"func-name");
         const QString offset = row.text(u"offset");

@@ -12,7 +12,8 @@ class SymbolTable;
 /// The program's instructions and the source lines above them.
 ///
 /// Code is decoded in pieces that begin where an instruction is known to begin, at a function or a source line, so that
-/// instructions of several lengths are told apart rightly.
+/// instructions of several lengths are told apart rightly. While a target runs whose memory cannot be read then, what
+/// was decoded before is all there is.
 class Disassembler : public Facet<IDisassembly, IDisassemblyAddress>
 {
 public:

@@ -178,6 +178,10 @@ void tst_BoardSession::aStepOverABusyLoopCanBePaused()
     QVERIFY(session.waitFor(Env::ProgramPaused));
     session.env->stepOver(u"firmware.c"_s);
     QVERIFY(session.waitFor(Env::ProgramRunning));
+    uint address = 0;
+    uint loops = 0;
+    QVERIFY(session.get<ISourceMapping>()->symbolAddress(u"loops"_s, address));
+    QTRY_VERIFY(session.get<IMemory>()->read(1, IMemory::Word32, address, &loops) == IMemory::Success && loops > 0);
     session.env->pause();
     QVERIFY(session.waitFor(Env::ProgramPaused));
     QCOMPARE(session.env->session()->frame().function, u"spin"_s);
@@ -282,6 +286,8 @@ void tst_BoardSession::readsMemoryAndLinesWhileRunning()
     uint address = 0;
     QVERIFY(session.get<ISourceMapping>()->symbolAddress(u"loops"_s, address));
     const auto memory = session.get<IMemory>();
+    const auto seen = session.env->session()->frame().address;
+    QVERIFY(!session.get<IDisassembly>()->text(int(seen)).isNull());
     session.env->run();
     QVERIFY(session.waitFor(Env::ProgramRunning));
     uint value = 0;
@@ -289,9 +295,8 @@ void tst_BoardSession::readsMemoryAndLinesWhileRunning()
     QVERIFY(session.evaluate(u"loops"_s).startsWith(u"error: "_s));
     uint code = 0;
     QVERIFY(session.get<ISymbolLookup>()->addressOf(file(), line(u"int result"_s), code));
-    QVERIFY2(session.get<IDisassembly>()->text(int(code)).contains(u"twice"_s),
-             qPrintable(session.get<IDisassembly>()->text(int(code))));
-    QVERIFY(!session.get<IDisassembly>()->disassemble(code, 0).contains(u"movs&nbsp;r0,&nbsp;r0"_s));
+    QVERIFY(session.get<IDisassembly>()->text(int(code)).isNull()); // not seen before the program went on
+    QVERIFY(!session.get<IDisassembly>()->text(int(seen)).isNull());
     QVERIFY(!session.events.statuses.contains(Env::ProgramPaused));
 }
 

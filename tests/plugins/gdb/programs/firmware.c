@@ -37,13 +37,13 @@ void print(const char *text)
         put(*text++);
 }
 
-int twice(int value)
+__attribute__((noinline)) int twice(int value)
 {
     int result = value * 2;
     return result;
 }
 
-void spin(void)
+__attribute__((noinline)) void spin(void)
 {
     for (;;)
         loops = loops + 1;
