@@ -17,24 +17,6 @@ const TargetRegion *RegionTable::at(quint64 address) const
     return nullptr;
 }
 
-QList<RegionTable::Piece> RegionTable::split(quint64 start, quint64 length) const
-{
-    QList<Piece> pieces;
-    length = std::min(length, std::numeric_limits<quint64>::max() - start);
-    while (length > 0) {
-        const TargetRegion *region = at(start);
-        quint64 size = region ? std::min(length, region->end() - start) : length;
-        for (const TargetRegion &other : m_regions) {
-            if (!region && other.start > start)
-                size = std::min(size, other.start - start);
-        }
-        pieces.append({start, size, region});
-        start += size;
-        length -= size;
-    }
-    return pieces;
-}
-
 RegionTable RegionTable::withCodeFirst(quint64 codeAddress) const
 {
     RegionTable table = *this;

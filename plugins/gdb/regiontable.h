@@ -30,16 +30,7 @@ public:
     /// The region at an address, null if there is none. The first one that has it counts.
     [[nodiscard]] const TargetRegion *at(quint64 address) const;
 
-    /// A part of a range that lies in one region, or in none.
-    struct Piece
-    {
-        quint64 start = 0;
-        quint64 length = 0;
-        const TargetRegion *region = nullptr;
-    };
-    /// Splits @p length bytes from @p start on where regions begin and end. A range is cut at the end of addresses.
-    [[nodiscard]] QList<Piece> split(quint64 start, quint64 length) const;
-    /// The table with @p name's region first: the one that the disassembly window shows.
+    /// The table with the region of an address first: the one that the disassembly window shows.
     [[nodiscard]] RegionTable withCodeFirst(quint64 codeAddress) const;
 
 private:

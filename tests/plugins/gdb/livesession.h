@@ -9,6 +9,7 @@
 #include <QProcess>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QTimer>
 
 // A host for an execution environment: a project in memory, events that are written down, programs compiled for it.
 
@@ -197,12 +198,16 @@ public:
     /// Waits until one of these statuses is reported, and forgets what was reported before.
     bool waitFor(const QList<Status> &wanted, int limit = 15000)
     {
-        const bool came = QTest::qWaitFor(
-            [&] {
-                return std::any_of(events.statuses.begin(), events.statuses.end(),
-                                   [&](Status status) { return wanted.contains(status); });
-            },
-            limit);
+        const auto isThere = [&] {
+            return std::any_of(events.statuses.begin(), events.statuses.end(),
+                               [&](Status status) { return wanted.contains(status); });
+        };
+        QTimer end; // wakes up the wait below
+        end.setSingleShot(true);
+        end.start(limit);
+        while (!isThere() && end.isActive())
+            QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents);
+        const bool came = isThere();
         if (!came)
             qWarning("Waited in vain; the statuses were %s, the output was:\n%s", qPrintable(statusText()),
                      qPrintable(events.text));

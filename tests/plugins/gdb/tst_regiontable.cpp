@@ -9,8 +9,6 @@ class tst_RegionTable : public QObject
 private Q_SLOTS:
     void init() { QTest::failOnWarning(QRegularExpression(u".?"_s)); }
     void findsTheRegionOfAnAddress();
-    void splitsWhereRegionsEnd_data();
-    void splitsWhereRegionsEnd();
     void readsTheUsersRegions();
     void knowsBoards();
     void readsAMemoryTree();
@@ -48,31 +46,6 @@ void tst_RegionTable::findsTheRegionOfAnAddress()
     QCOMPARE(table.at(0x210), nullptr);
     const RegionTable last({{u"top"_s, ~quint64(0) - 15, 16, TargetRegion::Kind::Ram}});
     QCOMPARE(last.at(~quint64(0))->name, u"top"_s);
-}
-
-void tst_RegionTable::splitsWhereRegionsEnd_data()
-{
-    QTest::addColumn<quint64>("start");
-    QTest::addColumn<quint64>("length");
-    QTest::addColumn<QString>("expected");
-    QTest::newRow("inside") << quint64(0x110) << quint64(4) << u"a 110+4"_s;
-    QTest::newRow("over an end") << quint64(0x1f0) << quint64(0x18) << u"a 1f0+10, b 200+8"_s;
-    QTest::newRow("over a hole") << quint64(0x208) << quint64(0x100) << u"b 208+8, - 210+f0, c 300+8"_s;
-    QTest::newRow("nothing") << quint64(0x400) << quint64(4) << u"- 400+4"_s;
-    QTest::newRow("empty") << quint64(0x100) << quint64(0) << u""_s;
-    QTest::newRow("over the end of addresses") << ~quint64(0) - 1 << quint64(8) << u"- fffffffffffffffe+1"_s;
-}
-
-void tst_RegionTable::splitsWhereRegionsEnd()
-{
-    QFETCH(quint64, start);
-    QFETCH(quint64, length);
-    const RegionTable table = small();
-    QStringList parts;
-    for (const RegionTable::Piece &piece : table.split(start, length))
-        parts.append(u"%1 %2+%3"_s.arg(piece.region ? piece.region->name : u"-"_s, QString::number(piece.start, 16),
-                                       QString::number(piece.length, 16)));
-    QTEST(parts.join(u", "_s), "expected");
 }
 
 void tst_RegionTable::readsTheUsersRegions()
