@@ -152,8 +152,11 @@ void QemuMachine::end()
     }
     m_serial = m_qtest = m_qmp = nullptr;
     for (auto *server : {&m_serialServer, &m_semihostingServer, &m_qtestServer, &m_qmpServer}) {
-        if (*server)
-            server->release()->deleteLater();
+        if (!*server)
+            continue;
+        for (QLocalSocket *socket : (*server)->findChildren<QLocalSocket *>())
+            socket->disconnect(this); // it lives a little longer, with words that nobody waits for
+        server->release()->deleteLater();
     }
     m_directory.reset();
 }
