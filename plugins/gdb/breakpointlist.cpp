@@ -203,7 +203,10 @@ void BreakpointList::handleRecord(const MiRecord &record)
     for (Entry &entry : m_entries) {
         if (number == 0 || entry.number != number)
             continue;
+        const QList<BreakpointLocation> before = entry.locations;
         takePlaces(breakpoint, &entry);
-        QMetaObject::invokeMethod(this, &BreakpointList::changed, Qt::QueuedConnection);
+        if (!std::equal(before.begin(), before.end(), entry.locations.begin(), entry.locations.end(),
+                        same)) // not a mere hit
+            QMetaObject::invokeMethod(this, &BreakpointList::changed, Qt::QueuedConnection);
     }
 }

@@ -239,7 +239,8 @@ void GdbEnvironment::restart()
     m_docks.clear();
     if (!m_session.gdb()->isOpen())
         m_breakpoints.forget();
-    m_session.restart();
+    if (!m_session.restart())
+        m_events->programStatusChanged(ProgramUnknown); // the host takes it to be paused
 }
 
 void GdbEnvironment::run()
@@ -360,7 +361,8 @@ void GdbEnvironment::execute(const QString &id)
     } else if (id == u"stepInstruction") {
         m_session.step("-exec-step-instruction");
     } else if (id == u"reload") {
-        start(false);
+        if (!start(false))
+            m_events->programStatusChanged(ProgramUnknown); // the host still is in its session
     } else if (id == u"log") {
         m_logging = !m_logging;
     } else if (id == u"loadSymbols") {

@@ -165,7 +165,9 @@ void GdbSession::runToFunction()
 
 bool GdbSession::restart()
 {
-    if (!m_gdb.isOpen() || !m_target || m_target->severalCores() || !isAlive()
+    if (!m_target)
+        return false;
+    if (!m_gdb.isOpen() || m_target->severalCores() || !isAlive()
         || (m_state.phase == TargetState::Running && !interrupt()))
         return start(TargetOptions(m_options), Target::Program(m_program), false);
     m_state = {}; // what is heard from now on is of the new program

@@ -42,8 +42,12 @@ private Q_SLOTS:
     void twoBoardsRunAndPauseTogether();
     void killedInEachState_data();
     void killedInEachState();
+    void semihostingIsShownAndEndsTheProgram();
+    void aLockedUpProcessorIsTold();
+    void aHangingEmulatorDoesNotHangUs();
     void anUnknownBoardIsTold();
     void attachesToAServer();
+    void runsAProgramOfAGdbserver();
     void aRefusedAddressIsTold();
     void anAddressThatDoesNotAnswerIsTold();
     void aLostServerIsTold();
@@ -59,6 +63,20 @@ private:
     static QString file() { return Programs::source(u"firmware.c"_s); }
     static int line(const QString &text) { return Programs::lineOf(u"firmware.c"_s, text); }
 };
+
+namespace {
+/// Whether the program comes to its loop, which it never leaves.
+bool isInItsLoop(const LiveSession &session)
+{
+    uint address = 0;
+    uint loops = 0;
+    const auto memory = session.get<IMemory>();
+    return session.get<ISourceMapping>()->symbolAddress(u"loops"_s, address)
+           && QTest::qWaitFor(
+               [&] { return memory->read(1, IMemory::Word32, address, &loops) == IMemory::Success && loops > 0; },
+               10000);
+}
+} // namespace
 
 void tst_BoardSession::initTestCase()
 {
@@ -161,6 +179,7 @@ void tst_BoardSession::setsABreakpointWhileRunning()
     QVERIFY(session.start());
     session.env->run();
     QVERIFY(session.waitFor(Env::ProgramRunning));
+    QVERIFY(isInItsLoop(session));
     const auto breakpoints = session.get<IBreakpoints>();
     QCOMPARE(breakpoints->setBreakpoint(file(), line(u"int result"_s), BreakpointEnabled), 0);
     QVERIFY(session.waitFor(Env::ProgramRunning));
@@ -178,10 +197,7 @@ void tst_BoardSession::aStepOverABusyLoopCanBePaused()
     QVERIFY(session.waitFor(Env::ProgramPaused));
     session.env->stepOver(u"firmware.c"_s);
     QVERIFY(session.waitFor(Env::ProgramRunning));
-    uint address = 0;
-    uint loops = 0;
-    QVERIFY(session.get<ISourceMapping>()->symbolAddress(u"loops"_s, address));
-    QTRY_VERIFY(session.get<IMemory>()->read(1, IMemory::Word32, address, &loops) == IMemory::Success && loops > 0);
+    QVERIFY(isInItsLoop(session));
     session.env->pause();
     QVERIFY(session.waitFor(Env::ProgramPaused));
     QCOMPARE(session.env->session()->frame().function, u"spin"_s);
@@ -531,6 +547,50 @@ void tst_BoardSession::killedInEachState()
     QCOMPARE(session.location(), atMain());
 }
 
+void tst_BoardSession::semihostingIsShownAndEndsTheProgram()
+{
+    LiveSession session(option());
+    QByteArray output;
+    connect(session.env->session(), &GdbSession::output, this, [&output](const QByteArray &bytes) { output += bytes; });
+    QVERIFY(session.start());
+    QCOMPARE(session.evaluate(u"command=5"_s), u"5"_s);
+    session.env->run();
+    QVERIFY(session.waitFor(Env::ProgramFinished));
+    QTRY_VERIFY2(output.contains("by semihosting\n"), output.constData());
+    QTRY_VERIFY2(session.events.text.contains(u"ended with code 5."_s), qPrintable(session.events.text));
+    session.env->restart();
+    QVERIFY(session.waitFor(Env::ProgramPaused));
+    QCOMPARE(session.location(), atMain());
+}
+
+void tst_BoardSession::aLockedUpProcessorIsTold()
+{
+    LiveSession session(option());
+    QVERIFY(session.start());
+    QCOMPARE(session.evaluate(u"command=6"_s), u"6"_s); // the fault's handler fails itself
+    session.env->run();
+    QVERIFY(session.waitFor(Env::ProgramFinished));
+    QTRY_VERIFY2(session.events.text.contains(u"Lockup"_s), qPrintable(session.events.text));
+}
+
+void tst_BoardSession::aHangingEmulatorDoesNotHangUs()
+{
+    LiveSession session(option());
+    QVERIFY(session.start());
+    const auto emulator = pid_t(static_cast<QemuTarget *>(session.env->session()->target())->processId());
+    ::kill(emulator, SIGSTOP);
+    session.env->session()->targetChanged();
+    const QString first = session.evaluate(u"*(int *)0x20001000"_s);
+    QVERIFY2(
+        first.startsWith(u"error: gdb did not answer '-data-evaluate-expression \"*(int *)0x20001000\"' within "_s),
+        qPrintable(first));
+    QCOMPARE(session.evaluate(u"1"_s), u"error: gdb does not answer."_s); // at once
+    ::kill(emulator, SIGCONT);
+    QTRY_COMPARE(session.evaluate(u"1"_s), u"1"_s);
+    session.env->stepOver(u"firmware.c"_s);
+    QVERIFY(session.waitFor(Env::ProgramPaused));
+}
+
 void tst_BoardSession::anUnknownBoardIsTold()
 {
     LiveSession session(u"qemu:nosuchboard;image="_s + m_image);
@@ -588,6 +648,31 @@ void tst_BoardSession::attachesToAServer()
     QVERIFY(session.waitFor(Env::ProgramRunning));
     session.env->stop();
     QVERIFY(board.isRunning());
+}
+
+void tst_BoardSession::runsAProgramOfAGdbserver()
+{
+    const QString image = m_programs.native(u"served"_s);
+    QTcpServer probe; // a port that is free
+    QVERIFY(probe.listen(QHostAddress::LocalHost));
+    const QString address = u"127.0.0.1:%1"_s.arg(probe.serverPort());
+    probe.close();
+    QProcess server;
+    server.setProcessChannelMode(QProcess::MergedChannels);
+    server.start(u"gdbserver"_s, {u"--once"_s, address, image});
+    QTRY_VERIFY(server.peek(1000).contains("Listening"));
+    LiveSession session(u"remote:%1;image=%2"_s.arg(address, image));
+    QVERIFY(session.start());
+    QCOMPARE(session.evaluate(u"origin"_s), u"{x = 3, y = 4}"_s);
+    session.get<IBreakpoints>()->setBreakpoint(Programs::source(u"native.c"_s),
+                                               Programs::lineOf(u"native.c"_s, u"return result"_s), BreakpointEnabled);
+    session.env->run();
+    QVERIFY(session.waitFor(Env::ProgramBreakpointHit));
+    session.env->restart();
+    QVERIFY2(session.events.serious.contains(u"cannot start its program again"_s), qPrintable(session.events.serious));
+    QVERIFY(session.waitFor(Env::ProgramUnknown));
+    server.kill();
+    QVERIFY(server.waitForFinished());
 }
 
 void tst_BoardSession::aRefusedAddressIsTold()

@@ -2,6 +2,8 @@
 
 extern uint32_t dataStart[], dataEnd[], dataImage[], bssStart[], bssEnd[], stackTop[];
 extern int main(void);
+extern volatile int command;
+extern void crash(void);
 void tick(void);
 
 void reset(void)
@@ -18,6 +20,8 @@ void reset(void)
 
 void faultHandler(void)
 {
+    if (command == 6)
+        crash();
     for (;;) {
     }
 }
