@@ -46,6 +46,7 @@ struct Section
 
 constexpr int MostHeaders = 4096;
 constexpr quint64 MostSymbols = 4'000'000;
+constexpr int MostFiles = 20000; ///< that are looked at in the search for a program
 constexpr int SymbolTable = 2;
 constexpr int FunctionSymbol = 2;
 
@@ -124,7 +125,7 @@ QString newestProgram(const QString &directory, const QString &name)
     QString best;
     std::pair<bool, QDateTime> bestRank;
     QDirIterator entries(directory, QDir::Files | QDir::NoSymLinks, QDirIterator::Subdirectories);
-    while (entries.hasNext()) {
+    for (int seen = 0; seen < MostFiles && entries.hasNext(); ++seen) {
         const QFileInfo file(entries.next());
         const std::pair rank(file.completeBaseName() == name, file.lastModified());
         if ((best.isEmpty() || rank > bestRank) && looksLikeProgram(file.filePath())) {

@@ -159,9 +159,10 @@ QStringList GdbEnvironment::projectFiles() const
 void GdbEnvironment::expectTarget()
 {
     const TargetOptions now = options();
-    const bool emulated = now.kind == TargetOptions::Kind::Qemu || now.kind == TargetOptions::Kind::Automatic;
-    m_registers.setExpected(
-        expectedRegisters(emulated ? ElfImage::Arm : loadElfImage(findProgram(now)).machine, false, now.machine));
+    const ElfImage elf = loadElfImage(findProgram(now));
+    const bool emulated =
+        now.kind == TargetOptions::Kind::Qemu || (now.kind == TargetOptions::Kind::Automatic && !elf.isNative());
+    m_registers.setExpected(expectedRegisters(elf.isValid() ? elf.machine : ElfImage::Arm, elf.wide, now.machine));
     QStringList bad;
     const RegionTable table = parseRegions(now.regions, &bad);
     m_memory.setTable(!table.isEmpty() ? table : emulated ? boardRegions(now.machine) : RegionTable());

@@ -226,6 +226,7 @@ void GdbSession::go(const QByteArray &command)
         if (!answer.isError() || m_state.phase != TargetState::Running)
             return;
         m_stepping = false;
+        clearTemporary(0);
         apply(TargetEvent::Stopped);
         Q_EMIT message(tr("The program cannot go on: %1\n").arg(answer.errorText()), true);
     });
@@ -263,9 +264,9 @@ void GdbSession::pause()
     if (m_state.phase != TargetState::Running)
         return;
     m_gdb.send("-exec-interrupt --all");
-    const int asked = m_generation;
-    QTimer::singleShot(PauseLimit, this, [this, asked] {
-        if (m_state.phase == TargetState::Running && m_generation == asked)
+    m_pausing = true;
+    QTimer::singleShot(PauseLimit, this, [this] {
+        if (m_state.phase == TargetState::Running && m_pausing)
             Q_EMIT message(tr("'%1' did not stop within %2 s.\n").arg(m_target->title()).arg(PauseLimit / 1000), true);
     });
 }
@@ -345,6 +346,7 @@ void GdbSession::handleAsync(const MiRecord &record)
 void GdbSession::handleStop(const MiRecord &record)
 {
     ++m_generation;
+    m_pausing = false;
     takeFrame(record.results[u"frame"]);
     if (record.results.contains(u"thread-id"))
         m_thread = record.results.text(u"thread-id");
@@ -422,8 +424,7 @@ bool GdbSession::selectFrame(int level)
     if (!isStopped() || m_gdb.ask("-stack-select-frame " + QByteArray::number(level)).isError())
         return false;
     takeFrame(m_gdb.ask("-stack-info-frame").results[u"frame"]);
-    ++m_generation;
-    announce();
+    showSelection();
     return true;
 }
 
@@ -436,9 +437,15 @@ bool GdbSession::selectThread(const QString &threadId)
         return false;
     m_thread = threadId;
     takeFrame(answer.results[u"frame"]);
-    ++m_generation;
-    announce();
+    showSelection();
     return true;
+}
+
+/// Has the windows filled anew, without the breakpoint being hit once more.
+void GdbSession::showSelection()
+{
+    ++m_generation;
+    apply(TargetEvent::Stopped);
 }
 
 void GdbSession::apply(TargetEvent event)

@@ -86,6 +86,7 @@ private:
     void announce();
     void go(const QByteArray &command);
     void clearTemporary(int hit);
+    void showSelection();
     bool interrupt();
     void takeFrame(const MiValue &frame);
 
@@ -100,6 +101,7 @@ private:
     int m_generation = 0;
     int m_temporary = 0; ///< gdb's number of the breakpoint that runTo() set
     bool m_stepping = false;
+    bool m_pausing = false;    ///< asked for by the user, and not yet come
     bool m_hidingStop = false; ///< a stop that we asked for is nobody's business
     bool m_stopHidden = false; ///< the last stop was such a one
     bool m_announced = false;  ///< changed() is due

@@ -225,7 +225,7 @@ void tst_BoardSession::aHardFaultStopsInItsHandler()
     QVERIFY(session.waitFor(Env::ProgramBreakpointHit));
     QCOMPARE(session.env->session()->frame().function, u"faultHandler"_s);
     QVERIFY(session.env->session()->selectFrame(2)); // behind gdb's own mark of a handler
-    QVERIFY(session.waitFor(Env::ProgramBreakpointHit));
+    QVERIFY(session.waitFor(Env::ProgramPaused));
     QCOMPARE(session.env->session()->frame().function, u"crash"_s);
     QVERIFY2(session.location().startsWith(u"firmware.c, "_s), qPrintable(session.location()));
 }
@@ -458,7 +458,7 @@ void tst_BoardSession::callStackAndLocals()
     auto *locals = widgets[1]->findChild<QTreeWidget *>();
     QTRY_VERIFY(!locals->findItems(u"value"_s, Qt::MatchExactly).isEmpty());
     Q_EMIT stack->itemActivated(stack->topLevelItem(1), 0);
-    QVERIFY(session.waitFor(Env::ProgramBreakpointHit));
+    QVERIFY(session.waitFor(Env::ProgramPaused));
     QCOMPARE(session.location(), at(u"sum = sum + twice"_s));
     QTRY_VERIFY(!locals->findItems(u"sum"_s, Qt::MatchExactly).isEmpty());
     locals->findItems(u"sum"_s, Qt::MatchExactly).first()->setText(1, u"40"_s);
@@ -479,7 +479,7 @@ void tst_BoardSession::twoCoresStopTogether()
     QCOMPARE(session.env->session()->threadId(), u"2"_s);
     QCOMPARE(session.location(), at(u"cores = cores + 1"_s));
     QVERIFY(session.env->session()->selectThread(u"1"_s));
-    QVERIFY(session.waitFor(Env::ProgramBreakpointHit));
+    QVERIFY(session.waitFor(Env::ProgramPaused));
     QCOMPARE(session.env->session()->frame().function, u"spin"_s);
     session.env->restart();
     QVERIFY(session.waitFor(Env::ProgramPaused));
