@@ -392,7 +392,8 @@ void tst_BoardSession::showsPeripherals()
     const auto devices = session.get<IPeripherals>();
     QCOMPARE(devices->peripherals().size(), 3);
     QStringList names;
-    for (const PeripheralRegisterInfo &info : devices->peripherals()[1].registers)
+    const PeripheralInfo second = devices->peripherals().at(1);
+    for (const PeripheralRegisterInfo &info : second.registers)
         names.append(info.name + (info.readOnly ? u" r"_s : QString()));
     QCOMPARE(names, (QStringList{u"UART1.DATA"_s, u"UART1.STATE r"_s, u"UART1.BAUDDIV"_s, u"UART1.BAUDDIV[31:16]"_s}));
     QCOMPARE(devices->value(u"UART0"_s, u"BAUDDIV"_s), 0u); // no session
