@@ -182,7 +182,7 @@ QString findImage(const ImageSearch &search)
     const QString &configuration = search.configuration;
     for (const QString &directory :
          {built + u'/' + configuration, base.absoluteFilePath(configuration), built, base.path()}) {
-        const QString image =
+        QString image =
             QFileInfo(directory).isDir() ? newestProgram(QDir::cleanPath(directory), search.name) : QString();
         if (!image.isEmpty())
             return image;

@@ -333,14 +333,12 @@ void GdbSession::handleAsync(const MiRecord &record)
 {
     if (record.kind == MiRecord::Kind::Exec && record.className == u"stopped")
         handleStop(record);
-    else if (record.kind == MiRecord::Kind::Exec && record.className == u"running")
+    else if (record.className == u"running" || record.className == u"memory-changed")
         ++m_generation;
     else if (record.className == u"thread-group-exited")
         handleGroupExit(record);
     else if (record.className.startsWith("breakpoint-"_L1))
         Q_EMIT breakpointRecord(record);
-    else if (record.className == u"memory-changed")
-        ++m_generation;
 }
 
 void GdbSession::handleStop(const MiRecord &record)

@@ -111,8 +111,9 @@ void MemoryAccess::readBlock(int region, int mode, uint address, int count, Memo
         return;
     const int inside = int(std::min<quint64>(quint64(count), (memory->end() - start) / quint64(width)));
     const QByteArray bytes = readCells(*memory, start, width, inside);
-    for (int i = 0; (i + 1) * width <= bytes.size(); ++i)
-        result[i] = {memoryCellValue(QByteArrayView(bytes).sliced(i * width, width), isBigEndian()), Success};
+    QByteArrayView rest(bytes);
+    for (int i = 0; rest.size() >= width; ++i, rest = rest.sliced(width))
+        result[i] = {memoryCellValue(rest.first(width), isBigEndian()), Success};
 }
 
 QByteArray MemoryAccess::readCells(const TargetRegion &region, quint64 address, int width, int count)

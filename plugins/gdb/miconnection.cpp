@@ -121,7 +121,7 @@ MiRecord MiConnection::askConsole(const QString &command, QString *output, int l
 {
     const auto collect =
         connect(this, &MiConnection::console, this, [output](const QString &text) { *output += text; });
-    const MiRecord record = ask("-interpreter-exec console " + miQuoted(command), limit);
+    MiRecord record = ask("-interpreter-exec console " + miQuoted(command), limit);
     disconnect(collect);
     return record;
 }

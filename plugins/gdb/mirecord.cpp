@@ -62,7 +62,7 @@ public:
         qsizetype length = 0;
         while (length < m_rest.size() && isNameLetter(m_rest[length]))
             ++length;
-        const QByteArray name = m_rest.first(length).toByteArray();
+        QByteArray name = m_rest.first(length).toByteArray();
         m_rest = m_rest.sliced(length);
         return name;
     }

@@ -29,7 +29,7 @@ RegionTable RegionTable::withCodeFirst(quint64 codeAddress) const
 
 namespace {
 constexpr quint64 K = 1024;
-constexpr quint64 M = 1024 * 1024;
+constexpr quint64 M = K * 1024;
 
 bool parseNumber(QString text, quint64 *value)
 {

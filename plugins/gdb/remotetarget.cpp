@@ -75,7 +75,7 @@ RegionTable RemoteTarget::regions(MiConnection *gdb) const
 {
     QString text;
     (void)gdb->askConsole(u"info mem"_s, &text);
-    const RegionTable told = parseMemoryAttributes(text);
+    RegionTable told = parseMemoryAttributes(text);
     if (!told.isEmpty())
         return told;
     QList<TargetRegion> regions; // all that is known is where the program lies; the rest is left to the user's choice

@@ -38,7 +38,7 @@ QString SymbolTable::localFile(const QString &gdbFile)
         return {};
     if (const auto known = m_localFiles.constFind(gdbFile); known != m_localFiles.constEnd())
         return *known;
-    const QString found = findLocalFile(gdbFile);
+    QString found = findLocalFile(gdbFile);
     m_localFiles.insert(gdbFile, found);
     if (found.isEmpty())
         Q_EMIT message(tr("The source file '%1' is not there any more; the disassembly is shown instead. The project "

@@ -13,32 +13,32 @@ struct TargetOptions
         Remote
     };
 
-    Kind kind = Kind::Automatic;
     QString image; ///< empty: found by findImage()
     QString gdb;   ///< empty: chosen by the image's processor
     QString machine = QStringLiteral("mps2-an385");
     QString qemu;          ///< empty: chosen by the image's processor
     QString qemuArguments; ///< further ones, as on a command line
-    int uart = 0;          ///< the serial port that the target console shows
-    bool semihosting = true;
-    QString secondImage;      ///< for the second core of a board that has two
-    QString address;          ///< "host:port", or the path of a socket
-    bool load = true;         ///< send the image to a remote target
-    QString resetCommand;     ///< for a remote target's "monitor"
-    bool leaveRunning = true; ///< a remote target, when the session ends
-    QString arguments;        ///< of a native program, as on a command line
+    QString secondImage;   ///< for the second core of a board that has two
+    QString address;       ///< "host:port", or the path of a socket
+    QString resetCommand;  ///< for a remote target's "monitor"
+    QString arguments;     ///< of a native program, as on a command line
     QString workingDirectory;
-    int processId = 0;                      ///< of the native program to attach to
     QString runTo = QStringLiteral("main"); ///< a function; empty to stay at the program's start
     QString regions;                        ///< see parseRegions(); empty: as the target says
     QString sourceDirectories;              ///< separated by ";", for an image that was built elsewhere
     QString symbolFiles;                    ///< separated by ";"
     QString commands;                       ///< for gdb's console once connected, separated by ";"
     QString svdFile;
+    QString group; ///< of processors that run and stop together; empty for none
+    Kind kind = Kind::Automatic;
+    int uart = 0;       ///< the serial port that the target console shows
+    int processId = 0;  ///< of the native program to attach to
+    int timeLimit = 10; ///< in seconds, for the way to runTo and for loading
+    bool semihosting = true;
+    bool load = true;           ///< send the image to a remote target
+    bool leaveRunning = true;   ///< a remote target, when the session ends
     bool readSensitive = false; ///< also registers that reading changes
     bool callFunctions = false; ///< in expressions
-    QString group;              ///< of processors that run and stop together; empty for none
-    int timeLimit = 10;         ///< in seconds, for the way to runTo and for loading
     bool verify = false;        ///< read back what is written to memory
 
     bool operator==(const TargetOptions &) const = default;
