@@ -1,0 +1,35 @@
+#pragma once
+#include <QPointer>
+#include <QWidget>
+class GdbSession;
+class MiValue;
+class QComboBox;
+class QTreeWidget;
+class QTreeWidgetItem;
+struct MiRecord;
+
+/// The functions that the program is in, innermost first, and the thread or core that they belong to. A double click
+/// makes one of them the one that expressions, variables and registers are of.
+class CallStackView : public QWidget
+{
+    Q_OBJECT
+public:
+    explicit CallStackView(GdbSession *session, QWidget *parent = nullptr);
+
+protected:
+    void showEvent(QShowEvent *event) override;
+
+private:
+    void update();
+    void showThreads(const MiRecord &answer);
+    void showFrames(const MiRecord &answer);
+    void selectFrame(const QTreeWidgetItem *item);
+    void selectThread(int index);
+
+    QPointer<GdbSession> m_session;
+    QComboBox *m_threads;
+    QTreeWidget *m_frames;
+};
+
+/// A frame as a row: its number, where it is, its file and line.
+[[nodiscard]] QStringList frameColumns(const MiValue &frame);

@@ -1,0 +1,150 @@
+#include "disassembler.h"
+#include "gdbsession.h"
+#include "memoryaccess.h"
+#include "symboltable.h"
+#include <algorithm>
+#include <QFile>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+constexpr quint64 Piece = 256;     ///< bytes that are decoded at least
+constexpr quint64 Furthest = 2048; ///< bytes between an instruction and the place where decoding may begin for it
+constexpr int MostSourceLines = 12;
+
+QString rich(const QString &text)
+{
+    return text.toHtmlEscaped().replace(u'\t', u' ').replace(u' ', u"&nbsp;"_s);
+}
+} // namespace
+
+Disassembler::Disassembler(GdbSession *session, SymbolTable *symbols, MemoryAccess *memory, QUnknownInterface *whole)
+    : Facet(whole), m_session(session), m_symbols(symbols), m_memory(memory)
+{}
+
+void Disassembler::reset()
+{
+    m_instructions.clear();
+    m_decoded.clear();
+    m_starts.clear();
+    m_sources.clear();
+    m_generation = -1;
+}
+
+quint64 Disassembler::addressOf(int index) const
+{
+    const QList<TargetRegion> &regions = m_memory->table().regions();
+    return regions.isEmpty() ? uint(index) : regions.first().start + uint(index);
+}
+
+QString Disassembler::disassemble(uint address, int region)
+{
+    const QList<TargetRegion> &regions = m_memory->table().regions();
+    const quint64 base = region >= 0 && region < regions.size() ? regions[region].start & ~quint64(0xffffffff) : 0;
+    const Instruction *instruction = at(base | address);
+    return instruction ? rich(instruction->text) : QString();
+}
+
+QString Disassembler::text(int index)
+{
+    const quint64 address = addressOf(index);
+    const Instruction *instruction = at(address);
+    if (!instruction)
+        return {};
+    const QString digits = QString::number(address, 16).toUpper().rightJustified(8, u'0');
+    const QString place = instruction->place.isEmpty() ? QString() : u"  ; "_s + instruction->place;
+    return u"<font color=\"#0000ff\">%1</font>&nbsp;%2%3"_s.arg(
+        digits, rich(instruction->bytes.leftJustified(12) + u' ' + instruction->text),
+        place.isEmpty() ? QString() : u"<font color=\"#808080\">%1</font>"_s.arg(rich(place)));
+}
+
+QStringList Disassembler::sourceLines(int index)
+{
+    const quint64 address = addressOf(index);
+    const LineTable &lines = m_symbols->lines();
+    const LineTable::Row *row = lines.at(address);
+    if (!row || row->address != address)
+        return {};
+    const QString file = lines.files().at(row->file);
+    const LineTable::Row *before = address > 0 ? lines.at(address - 1) : nullptr;
+    const QList<quint64> &functions = m_session->program().elf.functions;
+    const bool begins = std::binary_search(functions.begin(), functions.end(), address);
+    const bool follows = !begins && before && before->file == row->file && before->line < row->line;
+    const int first = follows ? std::max(before->line + 1, row->line - MostSourceLines + 1) : row->line;
+    const QStringList source = sourceOf(file);
+    QStringList result;
+    for (int line = first; line <= row->line && line <= source.size(); ++line)
+        result.append(u"<font color=\"#006000\">%1</font>"_s.arg(
+            rich(QString::number(line).rightJustified(5) + u"  "_s + source[line - 1])));
+    return result;
+}
+
+QStringList Disassembler::sourceOf(const QString &file)
+{
+    if (const auto known = m_sources.constFind(file); known != m_sources.constEnd())
+        return *known;
+    QFile source(m_symbols->localFile(file));
+    QStringList lines;
+    if (source.open(QIODevice::ReadOnly | QIODevice::Text))
+        lines = QString::fromUtf8(source.readAll()).split(u'\n');
+    m_sources.insert(file, lines);
+    return lines;
+}
+
+const Disassembler::Instruction *Disassembler::at(quint64 address)
+{
+    if (!m_session->isAlive())
+        return nullptr;
+    if (m_session->isStopped() && m_generation != m_session->generation()) {
+        m_generation = m_session->generation();
+        m_instructions.clear();
+        m_decoded.clear();
+    }
+    const auto piece = m_decoded.upperBound(address);
+    const bool decoded = piece != m_decoded.begin() && std::prev(piece).value() > address;
+    if (!decoded && (m_session->isStopped() || m_session->target()->readsWhileRunning()))
+        decode(address); // gdb decodes zeros, or worse, if the memory of a running target cannot be read
+    const auto found = m_instructions.constFind(address);
+    return found == m_instructions.constEnd() ? nullptr : &*found;
+}
+
+/// The nearest place before @p address where decoding may begin.
+quint64 Disassembler::startFor(quint64 address)
+{
+    if (m_starts.isEmpty()) {
+        m_starts = m_symbols->lines().starts();
+        if (!m_session->program().elf.relocatable)
+            m_starts += m_session->program().elf.functions;
+        std::sort(m_starts.begin(), m_starts.end());
+    }
+    quint64 start = address & ~quint64(3);
+    const auto known = std::upper_bound(m_starts.begin(), m_starts.end(), address);
+    if (known != m_starts.begin() && address - *std::prev(known) <= Furthest)
+        start = *std::prev(known);
+    const auto piece = m_decoded.upperBound(address);
+    if (piece != m_decoded.begin())
+        start = std::max(start, std::prev(piece).value());
+    return start;
+}
+
+void Disassembler::decode(quint64 address)
+{
+    const quint64 start = startFor(address);
+    const auto known = std::lower_bound(m_starts.begin(), m_starts.end(), address + Piece);
+    quint64 end = known != m_starts.end() && *known - address <= Furthest ? *known : address + Piece;
+    if (const TargetRegion *region = m_memory->table().at(address))
+        end = std::min(end, region->end());
+    if (const auto next = m_decoded.upperBound(start); next != m_decoded.end())
+        end = std::min(end, next.key());
+    m_decoded.insert(start, end); // also if it cannot be read: once is enough
+    const MiRecord answer = m_session->gdb()->ask("-data-disassemble -s 0x" + QByteArray::number(start, 16) + " -e 0x"
+                                                  + QByteArray::number(end, 16) + " -- 2");
+    for (const MiValue &row : answer.results[u"asm_insns"].items()) {
+        const QString function = row.text(u"func-name");
+        const QString offset = row.text(u"offset");
+        m_instructions.insert(row.address(u"address"), {row.text(u"opcodes"), row.text(u"inst"),
+                                                        offset == u"0"       ? function
+                                                        : function.isEmpty() ? function
+                                                                             : function + u'+' + offset});
+    }
+}

@@ -1,0 +1,50 @@
+#pragma once
+#include "facet.h"
+#include "idisassembly.h"
+#include "idisassemblyaddress.h"
+#include <QHash>
+#include <QMap>
+#include <QStringList>
+class GdbSession;
+class MemoryAccess;
+class SymbolTable;
+
+/// The program's instructions and the source lines above them.
+///
+/// Code is decoded in pieces that begin where an instruction is known to begin, at a function or a source line, so that
+/// instructions of several lengths are told apart rightly. While a target runs whose memory cannot be read then, what
+/// was decoded before is all there is.
+class Disassembler : public Facet<IDisassembly, IDisassemblyAddress>
+{
+public:
+    Disassembler(GdbSession *session, SymbolTable *symbols, MemoryAccess *memory, QUnknownInterface *whole);
+
+    void reset(); ///< The program is another one.
+
+    QString disassemble(uint address, int region) override;
+    QString text(int index) override;
+    QStringList sourceLines(int index) override;
+
+private:
+    struct Instruction
+    {
+        QString bytes;
+        QString text;
+        QString place; ///< "main+4"
+    };
+
+    const Instruction *at(quint64 address);
+    void decode(quint64 address);
+    quint64 startFor(quint64 address);
+    QStringList sourceOf(const QString &file);
+    quint64 addressOf(int index) const;
+
+    GdbSession *const m_session;
+    SymbolTable *const m_symbols;
+    MemoryAccess *const m_memory;
+    int m_generation = -1;
+    QMap<quint64, Instruction> m_instructions;
+    QMap<quint64, quint64> m_decoded; ///< from start to end
+    QList<quint64> m_starts;          ///< where instructions are known to begin, in ascending order
+    QHash<QString, QStringList> m_sources;
+};

@@ -1,0 +1,394 @@
+#include "gdbenvironment.h"
+#include "iprojectfile.h"
+#include "iprojectfolder.h"
+#include "iprojectproperties.h"
+#include "propertytext.h"
+#include "sourcepaths.h"
+#include <QDir>
+#include <QFileDialog>
+#include <QFileInfo>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+constexpr int EvaluateLimit = 3000;
+
+void appendFiles(const QList<IProjectFile *> &files, const QDir &base, QStringList *paths)
+{
+    for (const auto &file : takeInterfaces(files))
+        paths->append(QDir::cleanPath(base.absoluteFilePath(file->path())));
+}
+
+void appendFolders(const QList<IProjectFolder *> &folders, const QDir &base, QStringList *paths)
+{
+    for (const auto &folder : takeInterfaces(folders)) {
+        appendFiles(folder->files(), base, paths);
+        appendFolders(folder->folders(), base, paths);
+    }
+}
+} // namespace
+
+GdbEnvironment::GdbEnvironment()
+    : m_symbols(&m_session, static_cast<IPluginObject *>(this))
+    , m_breakpoints(&m_session, &m_symbols, static_cast<IPluginObject *>(this))
+    , m_memory(&m_session, static_cast<IPluginObject *>(this))
+    , m_registers(&m_session, static_cast<IPluginObject *>(this))
+    , m_peripherals(&m_memory, static_cast<IPluginObject *>(this))
+    , m_disassembler(&m_session, &m_symbols, &m_memory, static_cast<IPluginObject *>(this))
+    , m_group(&m_session, static_cast<IPluginObject *>(this))
+    , m_docks(&m_session, static_cast<IPluginObject *>(this))
+    , m_facets(
+          {&m_symbols, &m_breakpoints, &m_memory, &m_registers, &m_peripherals, &m_disassembler, &m_group, &m_docks})
+{
+    connectParts();
+}
+
+GdbEnvironment::~GdbEnvironment()
+{
+    m_session.disconnect(this); // whoever lets us go wants to hear no more
+    m_session.end();
+}
+
+void GdbEnvironment::connectParts()
+{
+    connect(&m_session, &GdbSession::changed, this, &GdbEnvironment::report);
+    connect(&m_session, &GdbSession::message, this, &GdbEnvironment::tell);
+    connect(&m_session, &GdbSession::symbolsLoaded, this, [this] { m_breakpoints.insertAll(); });
+    connect(&m_session, &GdbSession::programLoaded, this, &GdbEnvironment::takeProgram);
+    connect(&m_session, &GdbSession::stopText, this, [this](const QString &text) {
+        if (m_events)
+            m_events->statusInfo(text, 1);
+    });
+    connect(&m_symbols, &SymbolTable::message, this, &GdbEnvironment::tell);
+    connect(&m_breakpoints, &BreakpointList::message, this, &GdbEnvironment::tell);
+    connect(&m_peripherals, &PeripheralAccess::message, this, &GdbEnvironment::tell);
+    connect(&m_breakpoints, &BreakpointList::changed, this, [this] {
+        if (m_events)
+            m_events->breakpointsChanged();
+    });
+    connect(m_session.gdb(), &MiConnection::dialogue, this, &GdbEnvironment::logDialogue);
+}
+
+QRESULT GdbEnvironment::queryInterface(const QUuid &id, QUnknownInterface **out)
+{
+    if (InterfaceObject::queryInterface(id, out) == QS_OK)
+        return QS_OK;
+    for (FacetBase *facet : m_facets) {
+        *out = facet->offer(id);
+        if (!*out)
+            continue;
+        addRef();
+        return QS_OK;
+    }
+    return QE_NOINTERFACE;
+}
+
+bool GdbEnvironment::initialise(IProject *project, IExecutionEvents *events, const QString &option)
+{
+    m_project = shareInterface(project);
+    m_events = shareInterface(events);
+    m_optionText = option;
+    m_breakpoints.setBasePath(project->basePath());
+    TargetOptions ignored;
+    QString error;
+    const bool understood = applyOptionText(option, &ignored, &error);
+    if (!understood)
+        tell(error + u'\n', true);
+    expectTarget();
+    return understood;
+}
+
+// Options -------------------------------------------------------------------------------------------------------------
+
+QString GdbEnvironment::absolute(const QString &path) const
+{
+    return path.isEmpty() ? path : QDir::cleanPath(QDir(m_project->basePath()).absoluteFilePath(path));
+}
+
+/// The option text, then the properties over it, with absolute paths.
+TargetOptions GdbEnvironment::options() const
+{
+    TargetOptions options;
+    QString error;
+    applyOptionText(m_optionText, &options, &error);
+    const QString configuration = m_project->currentConfiguration();
+    const InterfacePtr<IProjectProperties> store(m_project->properties());
+    applyProperties([&](const QString &key) { return store->property(key, configuration, false); }, &options);
+    for (QString *path : {&options.image, &options.secondImage, &options.svdFile}) {
+        path->replace(u"$(Configuration)"_s, configuration).replace(u"$(Project)"_s, m_project->name());
+        *path = absolute(*path);
+    }
+    options.workingDirectory =
+        options.workingDirectory.isEmpty() ? m_project->basePath() : absolute(options.workingDirectory);
+    for (QString *list : {&options.symbolFiles, &options.sourceDirectories}) {
+        QStringList paths = list->split(u';', Qt::SkipEmptyParts);
+        for (QString &path : paths)
+            path = absolute(path.trimmed());
+        *list = paths.join(u';');
+    }
+    return options;
+}
+
+QString GdbEnvironment::findProgram(const TargetOptions &options) const
+{
+    if (!options.image.isEmpty())
+        return options.image;
+    const InterfacePtr<IProjectProperties> store(m_project->properties());
+    ImageSearch search;
+    search.basePath = m_project->basePath();
+    search.configuration = m_project->currentConfiguration();
+    // Where the build environment puts its output, if it says so by these properties.
+    if (const QString folder = store->property(u"buildDirectory"_s, search.configuration, false); !folder.isEmpty())
+        search.buildDirectory = folder;
+    search.name = store->property(u"buildOutputName"_s, search.configuration, false);
+    if (search.name.isEmpty())
+        search.name = m_project->name();
+    return findImage(search);
+}
+
+QStringList GdbEnvironment::projectFiles() const
+{
+    QStringList paths;
+    const QDir base(m_project->basePath());
+    appendFiles(m_project->files(), base, &paths);
+    appendFolders(m_project->folders(), base, &paths);
+    return paths;
+}
+
+/// What the windows show before a session has asked the target.
+void GdbEnvironment::expectTarget()
+{
+    const TargetOptions now = options();
+    const ElfImage elf = loadElfImage(findProgram(now));
+    const bool emulated =
+        now.kind == TargetOptions::Kind::Qemu || (now.kind == TargetOptions::Kind::Automatic && !elf.isNative());
+    m_registers.setExpected(expectedRegisters(elf.isValid() ? elf.machine : ElfImage::Arm, elf.wide, now.machine));
+    QStringList bad;
+    const RegionTable table = parseRegions(now.regions, &bad);
+    m_memory.setTable(!table.isEmpty() ? table : emulated ? boardRegions(now.machine) : RegionTable());
+    m_memory.setVerify(now.verify);
+    m_peripherals.load(now.svdFile, now.readSensitive);
+    m_group.setName(now.group);
+}
+
+// Sessions ------------------------------------------------------------------------------------------------------------
+
+bool GdbEnvironment::start(bool attachOnly)
+{
+    if (!m_project)
+        return false;
+    const TargetOptions now = options();
+    Target::Program program{findProgram(now), {}};
+    program.elf = loadElfImage(program.file);
+    if (!attachOnly && !program.elf.isValid()) {
+        tell(program.file.isEmpty()
+                 ? tr("There is no program to be debugged: build the project, or name the program by "
+                      "the project property \"Program\".\n")
+                 : tr("'%1' is no program that can be debugged.\n").arg(program.file),
+             true);
+        return false;
+    }
+    m_instructionView.clear();
+    m_symbols.reset();
+    m_disassembler.reset();
+    m_breakpoints.forget();
+    m_symbols.setSources([this] { return projectFiles(); }, now.sourceDirectories.split(u';', Qt::SkipEmptyParts));
+    expectTarget();
+    m_docks.clear();
+    if (!m_session.start(now, program, attachOnly)) {
+        m_breakpoints.forget();
+        return false;
+    }
+    m_events->statusInfo(m_session.target()->title(), 0);
+    return true;
+}
+
+/// Called when the program lies where it will run.
+void GdbEnvironment::takeProgram()
+{
+    m_symbols.reset();
+    m_disassembler.reset();
+    const TargetOptions now = options();
+    QStringList bad;
+    RegionTable table = parseRegions(now.regions, &bad);
+    for (const QString &entry : bad)
+        tell(tr("The memory region '%1' is not understood; write name:start:length:kind.\n").arg(entry), false);
+    if (table.isEmpty())
+        table = m_session.target()->regions(m_session.gdb());
+    m_memory.setTable(table.withCodeFirst(m_session.frame().address));
+    m_registers.load();
+}
+
+bool GdbEnvironment::canAttach()
+{
+    if (!m_project)
+        return false;
+    const TargetOptions now = options();
+    return now.kind == TargetOptions::Kind::Remote || now.processId > 0;
+}
+
+void GdbEnvironment::stop()
+{
+    m_session.end();
+    m_breakpoints.forget();
+    m_reportedProcessor = TargetState::Absent;
+}
+
+void GdbEnvironment::restart()
+{
+    m_instructionView.clear();
+    m_docks.clear();
+    if (!m_session.gdb()->isOpen())
+        m_breakpoints.forget();
+    if (!m_session.restart())
+        m_events->programStatusChanged(ProgramUnknown); // the host takes it to be paused
+}
+
+void GdbEnvironment::run()
+{
+    m_instructionView.clear();
+    m_session.resume();
+}
+
+void GdbEnvironment::runTo(const QString &file, int line)
+{
+    m_instructionView = isDisassembly(file) ? file : QString();
+    if (isDisassembly(file))
+        m_session.runTo(u"*0x"_s + QString::number(m_symbols.widen(uint(line) - 1), 16));
+    else
+        m_session.runTo(
+            u"--source %1 --line %2"_s.arg(QString::fromUtf8(miQuoted(m_symbols.gdbFile(absolute(file))))).arg(line));
+}
+
+void GdbEnvironment::stepInto(const QString &file)
+{
+    step(file, "-exec-step", "-exec-step-instruction");
+}
+
+void GdbEnvironment::stepOver(const QString &file)
+{
+    step(file, "-exec-next", "-exec-next-instruction");
+}
+
+/// Code without source lines is stepped through by instructions, whatever document is in front.
+void GdbEnvironment::step(const QString &file, const QByteArray &bySource, const QByteArray &byInstruction)
+{
+    m_instructionView = isDisassembly(file) ? file : QString();
+    const bool instruction = isDisassembly(file) || m_session.frame().line == 0;
+    m_session.step(instruction ? byInstruction : bySource);
+}
+
+IExecutionEnvironment::ProcessorStatus GdbEnvironment::processorStatus()
+{
+    return ProcessorStatus(m_session.state().phase);
+}
+
+bool GdbEnvironment::currentLocation(QString &file, int &line)
+{
+    if (!m_session.isStopped())
+        return false;
+    const GdbSession::Frame frame = m_session.frame();
+    const QString local = frame.line > 0 ? m_symbols.localFile(frame.file) : QString();
+    if (m_instructionView.isEmpty() && !local.isEmpty()) {
+        file = projectPath(local, m_project->basePath());
+        line = frame.line;
+        return true;
+    }
+    file = m_instructionView.isEmpty() ? u"disassembler:"_s : m_instructionView;
+    line = int(uint(frame.address) + 1);
+    return true;
+}
+
+int GdbEnvironment::evaluate(const QString &expression, QString &result)
+{
+    if (!m_session.isAlive()) {
+        result = tr("no program is being debugged");
+        return 1;
+    }
+    const MiRecord answer = m_session.gdb()->ask("-data-evaluate-expression " + miQuoted(expression), EvaluateLimit);
+    result = answer.isDone() ? answer.results.text(u"value") : answer.errorText().section(u'\n', 0, 0);
+    if (answer.isDone() && expression.contains(u'='))
+        m_session.targetChanged();
+    return answer.isDone() ? 0 : 1;
+}
+
+// What the host is told -----------------------------------------------------------------------------------------------
+
+void GdbEnvironment::report()
+{
+    const TargetState state = m_session.state();
+    if (!m_events || state.phase == TargetState::Absent)
+        return; // the host ended the session and knows
+    if (std::exchange(m_reportedProcessor, state.phase) != state.phase)
+        m_events->processorStatusChanged(ProcessorStatus(state.phase));
+    m_events->programStatusChanged(::programStatus(state));
+}
+
+void GdbEnvironment::tell(const QString &text, bool serious)
+{
+    if (m_events)
+        m_events->feedback(text, {}, serious);
+}
+
+void GdbEnvironment::logDialogue(const QString &line, bool fromUs)
+{
+    if (m_logging && m_events)
+        m_events->feedback((fromUs ? u"> "_s : u"< "_s) + line + u'\n', tr("gdb"), false);
+}
+
+// Commands ------------------------------------------------------------------------------------------------------------
+
+QList<ExtensionCommand> GdbEnvironment::commands()
+{
+    const bool stopped = m_session.isStopped();
+    return {
+        {u"stepOut"_s, tr("Step out"), tr("Runs until the current function returns to its caller."), stopped, false},
+        {u"stepInstruction"_s, tr("Step instruction"), tr("Executes one instruction of the processor."), stopped,
+         false},
+        {u"reload"_s, tr("Reload program"),
+         tr("Loads the program anew, as it was last built, and leaves it paused at its start. Breakpoints stay."),
+         m_session.isAlive() || m_session.state().phase == TargetState::Ended, false},
+        {u"loadSymbols"_s, tr("Load symbols..."), tr("Adds the symbols of a further program, such as a boot loader."),
+         m_session.isAlive(), false},
+        {u"log"_s, tr("Log the dialogue with gdb"),
+         tr("Shows every line that is exchanged with gdb on an output page of its own."), true, m_logging},
+    };
+}
+
+void GdbEnvironment::execute(const QString &id)
+{
+    if (id == u"stepOut") {
+        m_session.step("-exec-finish");
+    } else if (id == u"stepInstruction") {
+        m_session.step("-exec-step-instruction");
+    } else if (id == u"reload") {
+        if (!start(false))
+            m_events->programStatusChanged(ProgramUnknown); // the host still is in its session
+    } else if (id == u"log") {
+        m_logging = !m_logging;
+    } else if (id == u"loadSymbols") {
+        const QString file = QFileDialog::getOpenFileName(nullptr, tr("Load symbols"), m_project->basePath());
+        if (!file.isEmpty())
+            loadSymbols(file);
+    }
+}
+
+void GdbEnvironment::loadSymbols(const QString &file)
+{
+    const MiRecord answer =
+        m_session.gdb()->ask("-interpreter-exec console " + miQuoted(u"add-symbol-file \"%1\""_s.arg(file)), 30000);
+    if (answer.isError())
+        tell(tr("The symbols of '%1' cannot be loaded: %2\n").arg(file, answer.errorText()), true);
+    m_symbols.reset();
+    m_disassembler.reset();
+}
+
+QString GdbEnvironment::propertyDefinitions()
+{
+    return gdbPropertyDefinitions();
+}
+
+void GdbEnvironment::setQueryInterface(IQueryPluginInterface *query)
+{
+    m_query = shareInterface(query);
+}

@@ -1,0 +1,92 @@
+#pragma once
+#include "breakpointlist.h"
+#include "debugdocks.h"
+#include "disassembler.h"
+#include "gdbsession.h"
+#include "iexecutionevents.h"
+#include "iextensioncommands.h"
+#include "interfaceobject.h"
+#include "iproject.h"
+#include "ipropertydefinitions.h"
+#include "iqueryplugininterface.h"
+#include "iworkspaceclient.h"
+#include "memoryaccess.h"
+#include "peripheralaccess.h"
+#include "pluginfactory.h"
+#include "processorgroup.h"
+#include "registeraccess.h"
+#include "symboltable.h"
+
+/// The execution environment of one project: hands the host's calls to the parts, and what the session tells to the
+/// host.
+class GdbEnvironment : public QObject,
+                       public InterfaceObject<IPluginObject, IExecutionEnvironment, IExtensionCommands,
+                                              IPropertyDefinitions, IWorkspaceClient>
+{
+    Q_OBJECT
+public:
+    GdbEnvironment();
+    ~GdbEnvironment() override;
+
+    using InterfaceObject::queryInterface;
+    QRESULT queryInterface(const QUuid &id, QUnknownInterface **out) override;
+    int type() override { return Environment; }
+
+    bool initialise(IProject *project, IExecutionEvents *events, const QString &option) override;
+    bool start(bool attachOnly) override;
+    bool canAttach() override;
+    void run() override;
+    void runTo(const QString &file, int line) override;
+    void stepInto(const QString &file) override;
+    void stepOver(const QString &file) override;
+    void pause() override { m_session.pause(); }
+    void stop() override;
+    void restart() override;
+    void wakeUp() override { m_session.wakeUp(); }
+    ProcessorStatus processorStatus() override;
+    ProgramStatus programStatus() override { return ::programStatus(m_session.state()); }
+    bool currentLocation(QString &file, int &line) override;
+    int evaluate(const QString &expression, QString &result) override;
+    _object *pythonExtension() override { return nullptr; }
+
+    QList<ExtensionCommand> commands() override;
+    void execute(const QString &id) override;
+    QString propertyDefinitions() override;
+    void setQueryInterface(IQueryPluginInterface *query) override;
+    void workspaceChanged() override {}
+
+    GdbSession *session() { return &m_session; }
+    void loadSymbols(const QString &file); ///< Adds the symbols of a further program.
+
+private:
+    void connectParts();
+    TargetOptions options() const;
+    QString findProgram(const TargetOptions &options) const;
+    QString absolute(const QString &path) const;
+    QStringList projectFiles() const;
+    void expectTarget();
+    void takeProgram();
+    void report();
+    void tell(const QString &text, bool serious);
+    void step(const QString &file, const QByteArray &bySource, const QByteArray &byInstruction);
+    void logDialogue(const QString &line, bool fromUs);
+
+    InterfacePtr<IProject> m_project;
+    InterfacePtr<IExecutionEvents> m_events;
+    InterfacePtr<IQueryPluginInterface> m_query;
+    QString m_optionText;
+    QString m_instructionView; ///< the disassembly that the user steps in; empty while he steps in the source
+    bool m_logging = false;
+    long m_reportedProcessor = TargetState::Absent;
+
+    GdbSession m_session;
+    SymbolTable m_symbols;
+    BreakpointList m_breakpoints;
+    MemoryAccess m_memory;
+    RegisterAccess m_registers;
+    PeripheralAccess m_peripherals;
+    Disassembler m_disassembler;
+    ProcessorGroup m_group;
+    DebugDocks m_docks;
+    const QList<FacetBase *> m_facets;
+};

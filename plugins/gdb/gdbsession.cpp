@@ -1,0 +1,469 @@
+#include "gdbsession.h"
+#include <QDir>
+#include <QFileInfo>
+#include <QStandardPaths>
+#include <QTimer>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+constexpr int LoadLimit = 30000;
+constexpr int PauseLimit = 3000;
+
+QString gdbFor(const TargetOptions &options, const ElfImage &elf)
+{
+    if (!options.gdb.isEmpty())
+        return options.gdb;
+    if (elf.machine == ElfImage::Avr)
+        return u"avr-gdb"_s;
+    if (elf.isNative() && !QStandardPaths::findExecutable(u"gdb"_s).isEmpty())
+        return u"gdb"_s;
+    return u"gdb-multiarch"_s;
+}
+
+/// Texts by which gdb says that its target has gone.
+bool tellsOfLostTarget(const QString &text)
+{
+    static const QStringList phrases = {u"Remote connection closed"_s, u"Remote communication error"_s,
+                                        u"Connection reset by peer"_s, u"Broken pipe"_s};
+    return std::any_of(phrases.begin(), phrases.end(),
+                       [&text](const QString &phrase) { return text.contains(phrase); });
+}
+
+QStringList parts(const QString &list)
+{
+    return list.split(u';', Qt::SkipEmptyParts);
+}
+} // namespace
+
+GdbSession::GdbSession(QObject *parent) : QObject(parent)
+{
+    connect(&m_gdb, &MiConnection::asyncRecord, this, &GdbSession::handleAsync);
+    connect(&m_gdb, &MiConnection::failed, this, &GdbSession::handleError);
+    connect(&m_gdb, &MiConnection::logText, this, &GdbSession::handleError);
+    connect(&m_gdb, &MiConnection::closed, this, &GdbSession::gdbClosed);
+    connect(&m_gdb, &MiConnection::targetText, this, [this](const QString &text) { Q_EMIT output(text.toUtf8()); });
+    connect(&m_gdb, &MiConnection::strayText, this, [this](const QString &text) { Q_EMIT output(text.toUtf8()); });
+}
+
+GdbSession::~GdbSession()
+{
+    blockSignals(true);
+    end();
+}
+
+// Beginning and end ---------------------------------------------------------------------------------------------------
+
+bool GdbSession::start(const TargetOptions &options, const Target::Program &program, bool attachOnly)
+{
+    end();
+    m_options = options;
+    m_program = program;
+    m_attached = attachOnly;
+    m_target = Target::create(options, program);
+    connect(m_target.get(), &Target::output, this, &GdbSession::output);
+    connect(m_target.get(), &Target::complaint, this, [this](const QString &text) { Q_EMIT message(text, false); });
+    connect(m_target.get(), &Target::died, this, &GdbSession::targetDied);
+    QString error;
+    if (openGdb(&error) && loadSymbols(&error) && m_target->bringUp(&error) && beginProgram(&error))
+        return true;
+    fail(error);
+    return false;
+}
+
+bool GdbSession::openGdb(QString *error)
+{
+    if (!m_gdb.open(gdbFor(m_options, m_program.elf), error))
+        return false;
+    setUp();
+    return true;
+}
+
+void GdbSession::setUp()
+{
+    for (const char *setting :
+         {"mi-async on", "confirm off", "pagination off", "width 0", "height 0", "breakpoint pending off",
+          "print elements 200", "print sevenbit-strings off", "tcp connect-timeout 3", "tcp auto-retry off",
+          "startup-with-shell on", "print repeats 10", "python print-stack none"})
+        m_gdb.send(QByteArray("-gdb-set ") + setting);
+    if (!m_options.callFunctions)
+        m_gdb.send("-gdb-set may-call-functions off");
+    if (m_program.elf.machine == ElfImage::Avr)
+        m_gdb.send("-gdb-set can-use-hw-watchpoints 0"); // accepted by its simulators, but they never stop
+    for (const QString &directory : parts(m_options.sourceDirectories))
+        m_gdb.send("-environment-directory " + miQuoted(directory));
+}
+
+bool GdbSession::loadSymbols(QString *error)
+{
+    if (m_program.file.isEmpty())
+        return true;
+    const MiRecord answer = m_gdb.ask("-file-exec-and-symbols " + miQuoted(m_program.file), LoadLimit);
+    if (answer.isError()) {
+        *error = tr("'%1' cannot be loaded: %2").arg(m_program.file, answer.errorText());
+        return false;
+    }
+    for (const QString &file : parts(m_options.symbolFiles)) {
+        const MiRecord added =
+            m_gdb.ask("-interpreter-exec console " + miQuoted(u"add-symbol-file "_s + file), LoadLimit);
+        if (added.isError())
+            Q_EMIT message(tr("The symbols of '%1' cannot be loaded: %2\n").arg(file, added.errorText()), false);
+    }
+    if (!m_program.elf.debugInformation)
+        Q_EMIT message(tr("'%1' has no debug information: there are no source lines and no variables. "
+                          "Compile with -g.\n")
+                           .arg(m_program.file),
+                       false);
+    return true;
+}
+
+bool GdbSession::beginProgram(QString *error)
+{
+    if (!m_target->connectGdb(&m_gdb, m_attached, error))
+        return false;
+    for (const QString &command : parts(m_options.commands)) {
+        const MiRecord answer = m_gdb.ask("-interpreter-exec console " + miQuoted(command.trimmed()));
+        if (answer.isError())
+            Q_EMIT message(tr("gdb's command '%1' failed: %2\n").arg(command.trimmed(), answer.errorText()), false);
+    }
+    apply(TargetEvent::Connected);
+    Q_EMIT symbolsLoaded();
+    if (!m_attached)
+        runToFunction();
+    if (!isAlive()) {
+        *error = tr("The program ended before it could be debugged.");
+        return false;
+    }
+    if (m_frame.address == 0)
+        takeFrame(m_gdb.ask("-stack-info-frame").results[u"frame"]);
+    Q_EMIT programLoaded();
+    return true;
+}
+
+/// Runs the program from its start to the function where the user wants to begin.
+void GdbSession::runToFunction()
+{
+    MiRecord inserted;
+    if (!m_options.runTo.isEmpty() && !m_program.file.isEmpty())
+        inserted = m_gdb.ask("-break-insert -t " + miQuoted(m_options.runTo));
+    if (inserted.isError())
+        Q_EMIT message(tr("The program cannot be run to '%1': %2\n").arg(m_options.runTo, inserted.errorText()), false);
+    const bool toFunction = inserted.isDone();
+    const QByteArray command = m_target->startCommand(toFunction);
+    if (command.isEmpty())
+        return;
+    m_temporary = inserted.results[u"bkpt"].number(u"number");
+    go(command);
+    if (m_gdb.waitUntil([this] { return m_state.phase != TargetState::Running; }, m_options.timeLimit * 1000))
+        return;
+    interrupt();
+    Q_EMIT message(tr("'%1' was not reached within %2 s; the program is paused where it was.\n")
+                       .arg(m_options.runTo)
+                       .arg(m_options.timeLimit),
+                   false);
+}
+
+bool GdbSession::restart()
+{
+    if (!m_target)
+        return false;
+    if (!m_gdb.isOpen() || m_target->severalCores() || !isAlive()
+        || (m_state.phase == TargetState::Running && !interrupt()))
+        return start(TargetOptions(m_options), Target::Program(m_program), false);
+    m_state = {}; // what is heard from now on is of the new program
+    QString error;
+    if (!m_target->rewind(&m_gdb, &error)) {
+        fail(error);
+        return false;
+    }
+    apply(TargetEvent::Connected);
+    runToFunction();
+    Q_EMIT programLoaded();
+    return true;
+}
+
+void GdbSession::fail(const QString &text)
+{
+    Q_EMIT message(text + u'\n', true);
+    end();
+}
+
+void GdbSession::end()
+{
+    if (m_state.phase == TargetState::Running && !m_target->endsWithConnection())
+        interrupt(); // a running target does not hear that we go
+    apply(TargetEvent::Closed);
+    if (m_target) {
+        m_target->disconnect(this);
+        m_target->end(&m_gdb);
+        m_target.release()->deleteLater(); // it may be the one that calls us
+    }
+    m_gdb.close();
+    m_frame = {};
+    m_temporary = 0;
+    m_stepping = m_hidingStop = m_stopHidden = false;
+}
+
+QStringList GdbSession::programFiles() const
+{
+    QStringList files = parts(m_options.symbolFiles) + QStringList{m_program.file, m_options.secondImage};
+    for (const QString &file : QStringList(files))
+        files.append(QFileInfo(file).canonicalFilePath());
+    files.removeAll(QString());
+    return files;
+}
+
+// Run control ---------------------------------------------------------------------------------------------------------
+
+void GdbSession::go(const QByteArray &command)
+{
+    if (!isStopped()) {
+        announce(); // whoever asked takes the program to be running
+        return;
+    }
+    apply(TargetEvent::Resumed);
+    m_gdb.send(command, [this](const MiRecord &answer) {
+        if (!answer.isError() || m_state.phase != TargetState::Running)
+            return;
+        m_stepping = false;
+        clearTemporary(0);
+        apply(TargetEvent::Stopped);
+        Q_EMIT message(tr("The program cannot go on: %1\n").arg(answer.errorText()), true);
+    });
+}
+
+void GdbSession::resume()
+{
+    go(m_target && m_target->severalCores() ? "-exec-continue --all" : "-exec-continue");
+}
+
+void GdbSession::step(const QByteArray &command)
+{
+    m_stepping = isStopped();
+    go(command);
+}
+
+void GdbSession::runTo(const QString &location)
+{
+    if (!isStopped()) {
+        announce();
+        return;
+    }
+    const MiRecord answer = m_gdb.ask("-break-insert -t " + location.toUtf8());
+    if (answer.isError()) {
+        Q_EMIT message(tr("The program cannot be run to the cursor: %1\n").arg(answer.errorText()), true);
+        announce();
+        return;
+    }
+    m_temporary = answer.results[u"bkpt"].number(u"number");
+    resume();
+}
+
+void GdbSession::pause()
+{
+    if (m_state.phase != TargetState::Running)
+        return;
+    m_gdb.send("-exec-interrupt --all");
+    m_pausing = true;
+    QTimer::singleShot(PauseLimit, this, [this] {
+        if (m_state.phase == TargetState::Running && m_pausing)
+            Q_EMIT message(tr("'%1' did not stop within %2 s.\n").arg(m_target->title()).arg(PauseLimit / 1000), true);
+    });
+}
+
+/// Stops the program and waits for it.
+bool GdbSession::interrupt()
+{
+    m_gdb.send("-exec-interrupt --all");
+    return m_gdb.waitUntil([this] { return m_state.phase != TargetState::Running; }, PauseLimit) && isStopped();
+}
+
+bool GdbSession::whilePaused(const std::function<void()> &work)
+{
+    if (m_state.phase != TargetState::Running) {
+        work();
+        return true;
+    }
+    m_hidingStop = true;
+    m_stopHidden = false;
+    const bool stopped = interrupt();
+    m_hidingStop = false;
+    if (!stopped) {
+        Q_EMIT message(
+            tr("'%1' did not stop within %2 s.\n").arg(m_target ? m_target->title() : QString()).arg(PauseLimit / 1000),
+            true);
+        return false;
+    }
+    work();
+    if (m_stopHidden && !m_stepping && isStopped()) {
+        resume();
+    } else if (m_stepping) {
+        m_stepping = false;
+        Q_EMIT message(tr("The step was broken off.\n"), false);
+        announce();
+    }
+    return true;
+}
+
+void GdbSession::wakeUp()
+{
+    if (!m_target || !isAlive())
+        return;
+    if (m_target->canWakeUp())
+        m_target->wakeUp();
+    else
+        Q_EMIT message(tr("'%1' offers no way to wake up its processor.\n").arg(m_target->title()), true);
+}
+
+void GdbSession::resumeAll(const QList<GdbSession *> &sessions)
+{
+    for (GdbSession *session : sessions)
+        session->resume();
+}
+
+void GdbSession::pauseAll(const QList<GdbSession *> &sessions)
+{
+    for (GdbSession *session : sessions)
+        session->pause();
+}
+
+// What is heard -------------------------------------------------------------------------------------------------------
+
+void GdbSession::handleAsync(const MiRecord &record)
+{
+    if (record.kind == MiRecord::Kind::Exec && record.className == u"stopped")
+        handleStop(record);
+    else if (record.className == u"running" || record.className == u"memory-changed")
+        ++m_generation;
+    else if (record.className == u"thread-group-exited")
+        handleGroupExit(record);
+    else if (record.className.startsWith("breakpoint-"_L1))
+        Q_EMIT breakpointRecord(record);
+}
+
+void GdbSession::handleStop(const MiRecord &record)
+{
+    ++m_generation;
+    m_pausing = false;
+    takeFrame(record.results[u"frame"]);
+    if (record.results.contains(u"thread-id"))
+        m_thread = record.results.text(u"thread-id");
+    if (!isAlive())
+        return;
+    const StopReason reason = stopReason(record);
+    m_stopHidden = m_hidingStop && reason.event == TargetEvent::Stopped && reason.breakpoint == 0
+                   && record.results.text(u"reason") != u"end-stepping-range";
+    clearTemporary(reason.breakpoint);
+    if (!m_stopHidden) {
+        m_stepping = false;
+        Q_EMIT stopText(reason.text);
+        if (!reason.text.isEmpty())
+            Q_EMIT message(reason.text + u'\n', false);
+    }
+    apply(reason.event);
+}
+
+/// The breakpoint of runTo() goes when anything else stops the program.
+void GdbSession::clearTemporary(int hit)
+{
+    if (m_temporary == 0 || m_stopHidden)
+        return;
+    if (hit != m_temporary)
+        m_gdb.send("-break-delete " + QByteArray::number(m_temporary));
+    m_temporary = 0;
+}
+
+void GdbSession::handleGroupExit(const MiRecord &record)
+{
+    ++m_generation;
+    const bool exited = record.results.contains(u"exit-code");
+    if (!isAlive() || m_target->stopsAtItsEnd())
+        return;
+    if (exited || m_target->endsWithConnection())
+        apply(TargetEvent::Exited);
+    else
+        handleError(u"Remote connection closed"_s);
+}
+
+void GdbSession::handleError(const QString &text)
+{
+    if (!isAlive() || !tellsOfLostTarget(text))
+        return;
+    const bool ended = m_target->endsWithConnection();
+    Q_EMIT message(ended ? tr("'%1' has ended.\n").arg(m_target->title())
+                         : tr("The connection to '%1' is lost.\n").arg(m_target->title()),
+                   true);
+    apply(ended ? TargetEvent::Exited : TargetEvent::LinkLost);
+}
+
+void GdbSession::targetDied(const QString &reason)
+{
+    Q_EMIT message(reason + u'\n', isAlive());
+    apply(TargetEvent::Exited);
+}
+
+void GdbSession::gdbClosed()
+{
+    if (!m_target || m_state.phase == TargetState::Absent)
+        return; // a start that fails has words of its own
+    Q_EMIT message(tr("gdb has ended unexpectedly.\n"), true);
+    apply(TargetEvent::LinkLost);
+    m_target->end(&m_gdb); // an emulator without its debugger is of no use
+}
+
+void GdbSession::takeFrame(const MiValue &frame)
+{
+    m_frame = {frame.address(u"addr"), frame.text(u"func"), frame.text(u"fullname"), frame.number(u"line"),
+               frame.number(u"level")};
+}
+
+bool GdbSession::selectFrame(int level)
+{
+    if (!isStopped() || m_gdb.ask("-stack-select-frame " + QByteArray::number(level)).isError())
+        return false;
+    takeFrame(m_gdb.ask("-stack-info-frame").results[u"frame"]);
+    showSelection();
+    return true;
+}
+
+bool GdbSession::selectThread(const QString &threadId)
+{
+    if (!isStopped())
+        return false;
+    const MiRecord answer = m_gdb.ask("-thread-select " + threadId.toUtf8());
+    if (answer.isError())
+        return false;
+    m_thread = threadId;
+    takeFrame(answer.results[u"frame"]);
+    showSelection();
+    return true;
+}
+
+/// Has the windows filled anew, without the breakpoint being hit once more.
+void GdbSession::showSelection()
+{
+    ++m_generation;
+    apply(TargetEvent::Stopped);
+}
+
+void GdbSession::apply(TargetEvent event)
+{
+    m_state = nextState(m_state, event);
+    if (!m_hidingStop || !m_stopHidden)
+        announce();
+}
+
+/// Told from the event loop, for whoever hears it asks back, and we may be in the middle of an answer to him. Several
+/// changes in a row are told once.
+void GdbSession::announce()
+{
+    if (std::exchange(m_announced, true))
+        return;
+    QMetaObject::invokeMethod(
+        this,
+        [this] {
+            m_announced = false;
+            Q_EMIT changed();
+        },
+        Qt::QueuedConnection);
+}

@@ -1,0 +1,58 @@
+#include "linetable.h"
+#include "mirecord.h"
+#include <algorithm>
+
+void LineTable::add(const QString &file, const MiValue &lines)
+{
+    const int index = int(m_files.size());
+    m_files.append(file);
+    for (const MiValue &row : lines.items())
+        m_rows.append({row.address(u"pc"), index, row.number(u"line")});
+}
+
+/// Of several rows at one address the last one counts for the address: the others have no code of their own. The end of
+/// one file's code gives way to the beginning of the next.
+void LineTable::finish()
+{
+    std::stable_sort(m_rows.begin(), m_rows.end(), [](const Row &left, const Row &right) {
+        return left.address < right.address || (left.address == right.address && left.line == 0 && right.line != 0);
+    });
+    QList<Row> rows;
+    for (const Row &row : std::as_const(m_rows)) {
+        if (!rows.isEmpty() && rows.last().address == row.address)
+            rows.last() = row;
+        else
+            rows.append(row);
+    }
+    m_all = std::exchange(m_rows, rows);
+}
+
+const LineTable::Row *LineTable::at(quint64 address) const
+{
+    auto row = std::upper_bound(m_rows.begin(), m_rows.end(), address,
+                                [](quint64 wanted, const Row &candidate) { return wanted < candidate.address; });
+    if (row == m_rows.begin())
+        return nullptr;
+    --row;
+    return row->line > 0 ? &*row : nullptr;
+}
+
+bool LineTable::addressOf(const QString &file, int line, quint64 *address) const
+{
+    const int index = int(m_files.indexOf(file));
+    for (const Row &row : m_all) {
+        if (row.file == index && row.line == line && index >= 0) {
+            *address = row.address;
+            return true;
+        }
+    }
+    return false;
+}
+
+QList<quint64> LineTable::starts() const
+{
+    QList<quint64> addresses;
+    for (const Row &row : m_rows)
+        addresses.append(row.address);
+    return addresses;
+}

@@ -1,0 +1,36 @@
+#pragma once
+#include <QHash>
+#include <QList>
+#include <QString>
+class MiValue;
+
+/// Which code belongs to which source line.
+class LineTable
+{
+public:
+    struct Row
+    {
+        quint64 address = 0;
+        int file = 0; ///< an index of files()
+        int line = 0; ///< 0: what begins here belongs to no line
+        bool operator==(const Row &) const = default;
+    };
+
+    /// Adds a file's rows, as gdb lists them.
+    void add(const QString &file, const MiValue &lines);
+    void finish(); ///< To be called when all is added, before the questions.
+
+    [[nodiscard]] bool isEmpty() const { return m_rows.isEmpty(); }
+    [[nodiscard]] const QStringList &files() const { return m_files; }
+    /// The row that an address lies in, null if it belongs to no line.
+    [[nodiscard]] const Row *at(quint64 address) const;
+    /// The lowest address of a line; false if it has no code.
+    [[nodiscard]] bool addressOf(const QString &file, int line, quint64 *address) const;
+    /// The addresses where rows begin, in ascending order: instructions begin there too.
+    [[nodiscard]] QList<quint64> starts() const;
+
+private:
+    QStringList m_files;
+    QList<Row> m_rows; ///< in ascending order, one for each address
+    QList<Row> m_all;  ///< in ascending order, all of them
+};

@@ -1,0 +1,35 @@
+#pragma once
+#include <QPointer>
+#include <QWidget>
+class GdbSession;
+class QTreeWidget;
+class QTreeWidgetItem;
+struct MiRecord;
+
+/// The parameters and variables of the function that is selected. What has members opens; a value that is edited is
+/// assigned. Changed values are bold.
+class LocalsView : public QWidget
+{
+    Q_OBJECT
+public:
+    explicit LocalsView(GdbSession *session, QWidget *parent = nullptr);
+
+protected:
+    void showEvent(QShowEvent *event) override;
+
+private:
+    void update();
+    void showVariables(const MiRecord &answer);
+    void open(QTreeWidgetItem *item);
+    void showMembers(const QString &path, const MiRecord &answer);
+    void assign(QTreeWidgetItem *item, int column);
+    QTreeWidgetItem *addRow(QTreeWidgetItem *parent, const QString &name, const QString &value,
+                            const QString &expression, bool opens);
+    QTreeWidgetItem *itemOf(const QString &path) const;
+
+    QPointer<GdbSession> m_session;
+    QTreeWidget *m_tree;
+    QHash<QString, QString> m_values; ///< by path, at the last stop
+    QStringList m_open;               ///< paths of the rows that are open
+    QStringList m_variables;          ///< gdb's objects that we had made, to be given back
+};

@@ -1,0 +1,188 @@
+#include "miconnection.h"
+#include "childprocess.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+constexpr int PromptLimit = 10000;
+constexpr int EndLimit = 1500;
+
+MiRecord failure(const QString &text)
+{
+    MiRecord record;
+    record.kind = MiRecord::Kind::Result;
+    record.className = u"error"_s;
+    record.results = {MiValue::Kind::Tuple, {{u"msg"_s, MiValue(text)}}};
+    return record;
+}
+} // namespace
+
+MiConnection::MiConnection(QObject *parent) : QObject(parent) {}
+
+MiConnection::~MiConnection()
+{
+    close();
+}
+
+bool MiConnection::open(const QString &program, QString *error)
+{
+    m_buffer.clear();
+    m_prompted = m_stuck = false;
+    m_process = std::make_unique<ChildProcess>();
+    connect(m_process.get(), &QProcess::readyReadStandardOutput, this, &MiConnection::readLines);
+    connect(m_process.get(), &QProcess::finished, this, &MiConnection::processEnded);
+    const bool started = m_process->launch(program, {u"--nx"_s, u"--quiet"_s, u"--interpreter=mi3"_s}, error);
+    if (!started) {
+        m_process.reset();
+        return false;
+    }
+    if (waitUntil([this] { return m_prompted; }, PromptLimit))
+        return true;
+    *error = tr("'%1' does not answer as gdb does.").arg(program);
+    close();
+    return false;
+}
+
+void MiConnection::close()
+{
+    if (!m_process)
+        return;
+    m_process->disconnect(this);
+    m_pending.clear();
+    if (m_process->state() == QProcess::Running) {
+        m_process->write("-gdb-exit\n");
+        m_process->closeWriteChannel();
+        m_process->end(m_stuck ? 0 : EndLimit);
+    }
+    m_process.release()->deleteLater(); // it may be the one that calls us
+}
+
+bool MiConnection::isOpen() const
+{
+    return m_process && m_process->state() == QProcess::Running;
+}
+
+qint64 MiConnection::processId() const
+{
+    return m_process ? m_process->processId() : 0;
+}
+
+void MiConnection::send(const QByteArray &command, const Handler &handler)
+{
+    if (!isOpen()) {
+        if (handler)
+            handler(failure(tr("gdb is not running.")));
+        return;
+    }
+    const int token = ++m_lastToken;
+    m_pending.insert(token, handler);
+    const QByteArray line = QByteArray::number(token) + command;
+    Q_EMIT dialogue(QString::fromUtf8(line), true);
+    m_process->write(line + '\n');
+}
+
+MiRecord MiConnection::ask(const QByteArray &command, int limit)
+{
+    if (m_stuck && !waitUntil([this] { return !m_stuck; }, 0))
+        return failure(tr("gdb does not answer."));
+    // Shared, because the answer may come after we have given up.
+    const auto answer = std::make_shared<MiRecord>();
+    const auto answered = std::make_shared<bool>(false);
+    send(command, [this, answer, answered](const MiRecord &record) {
+        m_stuck = false;
+        *answer = record;
+        *answered = true;
+    });
+    if (waitUntil([answered] { return *answered; }, limit))
+        return *answer;
+    if (!isOpen())
+        return failure(tr("gdb ended before it answered '%1'.").arg(QString::fromUtf8(command)));
+    m_stuck = true;
+    return failure(tr("gdb did not answer '%1' within %2 ms.").arg(QString::fromUtf8(command)).arg(limit));
+}
+
+bool MiConnection::waitUntil(const std::function<bool()> &condition, int limit)
+{
+    QElapsedTimer timer;
+    timer.start();
+    readLines();
+    while (!condition()) {
+        const qint64 left = limit - timer.elapsed();
+        if (left <= 0 || !m_process || m_process->state() != QProcess::Running)
+            return false;
+        m_process->waitForBytesWritten(0);
+        m_process->waitForReadyRead(int(left));
+        readLines();
+    }
+    return true;
+}
+
+MiRecord MiConnection::askConsole(const QString &command, QString *output, int limit)
+{
+    const auto collect =
+        connect(this, &MiConnection::console, this, [output](const QString &text) { *output += text; });
+    MiRecord record = ask("-interpreter-exec console " + miQuoted(command), limit);
+    disconnect(collect);
+    return record;
+}
+
+void MiConnection::readLines()
+{
+    if (!m_process)
+        return;
+    m_buffer += m_process->readAllStandardOutput();
+    for (qsizetype end = m_buffer.indexOf('\n'); end >= 0; end = m_buffer.indexOf('\n')) {
+        const QByteArray line = m_buffer.first(end);
+        m_buffer.remove(0, end + 1); // before anything is told: whoever hears it may ask, which brings us here again
+        Q_EMIT dialogue(QString::fromUtf8(line), false);
+        dispatch(parseMiRecord(line));
+    }
+}
+
+void MiConnection::dispatch(const MiRecord &record)
+{
+    switch (record.kind) {
+    case MiRecord::Kind::Prompt:
+        m_prompted = true;
+        break;
+    case MiRecord::Kind::Result:
+        answer(record);
+        break;
+    case MiRecord::Kind::Exec:
+    case MiRecord::Kind::Status:
+    case MiRecord::Kind::Notify:
+        Q_EMIT asyncRecord(record);
+        break;
+    case MiRecord::Kind::Console:
+        Q_EMIT console(record.text);
+        break;
+    case MiRecord::Kind::Target:
+        Q_EMIT targetText(record.text);
+        break;
+    case MiRecord::Kind::Log:
+        Q_EMIT logText(record.text);
+        break;
+    case MiRecord::Kind::Other:
+        Q_EMIT strayText(record.text + u'\n');
+        break;
+    }
+}
+
+void MiConnection::answer(const MiRecord &record)
+{
+    if (const Handler handler = m_pending.take(record.token))
+        handler(record);
+    if (record.isError()) // also the second answer to a command, or one to none
+        Q_EMIT failed(record.errorText());
+}
+
+void MiConnection::processEnded()
+{
+    readLines();
+    const QHash<int, Handler> pending = std::exchange(m_pending, {});
+    for (const Handler &handler : pending) {
+        if (handler)
+            handler(failure(tr("gdb ended.")));
+    }
+    Q_EMIT closed();
+}

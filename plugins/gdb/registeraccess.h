@@ -1,0 +1,30 @@
+#pragma once
+#include "facet.h"
+#include "registertable.h"
+#include <QHash>
+class GdbSession;
+
+/// The processor's registers, in the frame that is selected. All are fetched at once when the first is asked for after
+/// a stop.
+class RegisterAccess : public Facet<IRegisters>
+{
+public:
+    RegisterAccess(GdbSession *session, QUnknownInterface *whole) : Facet(whole), m_session(session) {}
+
+    /// Sets what is answered while there is no session to ask.
+    void setExpected(const QList<TargetRegister> &registers);
+    void load(); ///< Asks gdb what registers there are.
+
+    QList<RegisterInfo> registers() override;
+    uint value(const QString &name, int word) override;
+    void setValue(const QString &name, uint value, int word) override;
+
+private:
+    void refresh();
+    [[nodiscard]] const TargetRegister *find(const QString &name) const;
+
+    GdbSession *const m_session;
+    QList<TargetRegister> m_registers;
+    QHash<QString, QList<uint>> m_values;
+    int m_generation = -1; ///< of the session, when the values were fetched
+};

@@ -1,0 +1,89 @@
+#include "remotetarget.h"
+#include "miconnection.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+constexpr int ConnectLimit = 5000;
+constexpr int EndLimit = 2000;
+} // namespace
+
+RemoteTarget::RemoteTarget(const TargetOptions &options, const Program &program) : Target(options, program) {}
+
+bool RemoteTarget::bringUp(QString *error)
+{
+    if (m_options.address.isEmpty())
+        *error = tr("The project does not say at which address its target is.");
+    return !m_options.address.isEmpty();
+}
+
+bool RemoteTarget::connectGdb(MiConnection *gdb, bool attachOnly, QString *error)
+{
+    const MiRecord answer = gdb->ask("-target-select remote " + m_options.address.toUtf8(), ConnectLimit);
+    if (answer.isError()) {
+        *error = tr("gdb cannot connect to '%1': %2\nIs the target's server running, and no other debugger on it?")
+                     .arg(title(), answer.errorText());
+        return false;
+    }
+    return attachOnly || !loads() || load(gdb, error);
+}
+
+/// The program of a native server runs already, and simulators of AVR take theirs on the command line.
+bool RemoteTarget::loads() const
+{
+    return m_options.load && !m_program.elf.isNative() && m_program.elf.machine != ElfImage::Avr;
+}
+
+bool RemoteTarget::load(MiConnection *gdb, QString *error)
+{
+    const MiRecord answer = gdb->ask("-target-download", m_options.timeLimit * 1000);
+    *error = tr("The program cannot be loaded into '%1': %2").arg(title(), answer.errorText());
+    return answer.isDone() && (m_options.resetCommand.isEmpty() || reset(gdb, error));
+}
+
+bool RemoteTarget::reset(MiConnection *gdb, QString *error)
+{
+    QString words;
+    const MiRecord answer = gdb->askConsole(u"monitor "_s + m_options.resetCommand, &words, ConnectLimit);
+    *error = tr("'%1' cannot be reset: %2").arg(title(), answer.errorText());
+    gdb->send("-interpreter-exec console \"maint flush register-cache\""); // gdb does not know what a reset changed
+    return answer.isDone();
+}
+
+bool RemoteTarget::rewind(MiConnection *gdb, QString *error)
+{
+    if (!m_options.resetCommand.isEmpty())
+        return reset(gdb, error);
+    if (m_program.elf.isNative()) {
+        *error = tr("'%1' cannot start its program again.").arg(title());
+        return false;
+    }
+    if (loads())
+        return load(gdb, error);
+    const MiRecord answer = gdb->ask("-data-evaluate-expression $pc=" + QByteArray::number(m_program.elf.entry));
+    *error = tr("'%1' cannot be reset: %2").arg(title(), answer.errorText());
+    return answer.isDone();
+}
+
+void RemoteTarget::end(MiConnection *gdb)
+{
+    if (gdb->isOpen())
+        (void)gdb->ask(m_options.leaveRunning ? "-target-detach" : "-target-disconnect", EndLimit);
+}
+
+RegionTable RemoteTarget::regions(MiConnection *gdb) const
+{
+    QString text;
+    (void)gdb->askConsole(u"info mem"_s, &text);
+    RegionTable told = parseMemoryAttributes(text);
+    if (!told.isEmpty())
+        return told;
+    QList<TargetRegion> regions; // all that is known is where the program lies; the rest is left to the user's choice
+    for (const ElfImage::Segment &segment : m_program.elf.segments) {
+        if (segment.executable)
+            regions.append({tr("Program"), segment.address, segment.size, TargetRegion::Kind::Ram});
+    }
+    if (!m_program.elf.wide)
+        regions.append({tr("All memory"), 0, 0x100000000, TargetRegion::Kind::Ram});
+    return RegionTable(regions);
+}

@@ -1,0 +1,39 @@
+#pragma once
+#include <QList>
+#include <QString>
+
+/// A bit field of a register.
+struct SvdField
+{
+    QString name;
+    QString description;
+    int lowBit = 0;
+    int width = 1;
+    QList<std::pair<quint64, QString>> names; ///< values that have a name
+};
+
+/// A register of a device, at its final address.
+struct SvdRegister
+{
+    QString name; ///< clusters and array indices included: "BLOCK1.CONTROL"
+    QString description;
+    quint64 address = 0;
+    int width = 32; ///< in bits: 8, 16, 32
+    bool readable = true;
+    bool writable = true;
+    bool readingChanges = false; ///< reading it has an effect
+    bool onesClear = false;      ///< writing a one clears, so a zero leaves a bit as it is
+    QList<SvdField> fields;
+};
+
+struct SvdPeripheral
+{
+    QString name;
+    QString description;
+    quint64 address = 0;
+    QList<SvdRegister> registers; ///< by address
+};
+
+/// Reads a description of a chip's devices (CMSIS-SVD). What is derived from something else, arrays and clusters are
+/// resolved. False with @p error set if it is no such description.
+[[nodiscard]] bool readSvd(const QByteArray &contents, QList<SvdPeripheral> *peripherals, QString *error);

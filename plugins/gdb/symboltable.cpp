@@ -1,0 +1,175 @@
+#include "symboltable.h"
+#include "gdbsession.h"
+#include "sourcepaths.h"
+#include <QDir>
+#include <QFileInfo>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+constexpr int SymbolLimit = 30000;
+
+/// What the host's line number of a kind means. Only code of the program itself has lines here, so the kinds agree.
+bool isKnownKind(int kind)
+{
+    return kind == 0 || kind == 1;
+}
+} // namespace
+
+SymbolTable::SymbolTable(GdbSession *session, QUnknownInterface *whole) : Facet(whole), m_session(session) {}
+
+void SymbolTable::setSources(const std::function<QStringList()> &projectFiles, const QStringList &directories)
+{
+    m_projectFiles = projectFiles;
+    m_directories = directories;
+}
+
+void SymbolTable::reset()
+{
+    m_localFiles.clear();
+    m_gdbFiles.clear();
+    m_lines = {};
+    m_linesKnown = false;
+}
+
+QString SymbolTable::localFile(const QString &gdbFile)
+{
+    if (gdbFile.isEmpty())
+        return {};
+    if (const auto known = m_localFiles.constFind(gdbFile); known != m_localFiles.constEnd())
+        return *known;
+    QString found = findLocalFile(gdbFile);
+    m_localFiles.insert(gdbFile, found);
+    if (found.isEmpty())
+        Q_EMIT message(tr("The source file '%1' is not there any more; the disassembly is shown instead. The project "
+                          "property \"Source directories\" says where else to look.\n")
+                           .arg(gdbFile),
+                       false);
+    return found;
+}
+
+QString SymbolTable::findLocalFile(const QString &gdbFile) const
+{
+    if (QFileInfo(gdbFile).isFile())
+        return QDir::cleanPath(gdbFile);
+    for (const QString &directory : m_directories) {
+        QString rest = QDir::fromNativeSeparators(gdbFile);
+        for (qsizetype slash = 0; slash >= 0; slash = rest.indexOf(u'/')) {
+            rest.remove(0, slash + 1); // the longest ending of the path that the folder has
+            if (const QString path = QDir(directory).filePath(rest); QFileInfo(path).isFile())
+                return QDir::cleanPath(path);
+        }
+    }
+    const QString match = m_projectFiles ? bestPathMatch(gdbFile, m_projectFiles()) : QString();
+    return QFileInfo(match).isFile() ? match : QString();
+}
+
+/// The sources of the program itself: those of system libraries may be thousands.
+const QStringList &SymbolTable::gdbFiles()
+{
+    if (!m_gdbFiles.isEmpty())
+        return m_gdbFiles;
+    const MiRecord answer = m_session->gdb()->ask("-file-list-exec-source-files --group-by-objfile", SymbolLimit);
+    const QStringList programs = m_session->programFiles();
+    for (const MiValue &object : answer.results[u"files"].items()) {
+        if (!programs.contains(object.text(u"filename")))
+            continue;
+        for (const MiValue &source : object[u"sources"].items())
+            m_gdbFiles.append(source.text(u"fullname"));
+    }
+    m_gdbFiles.removeDuplicates();
+    return m_gdbFiles;
+}
+
+/// A file of the same name counts only if the one that gdb means is not there: otherwise it is another file.
+QString SymbolTable::gdbFile(const QString &localFile)
+{
+    if (gdbFiles().contains(localFile))
+        return localFile;
+    for (auto known = m_localFiles.cbegin(); known != m_localFiles.cend(); ++known) {
+        if (known.value() == localFile)
+            return known.key();
+    }
+    QStringList moved;
+    for (const QString &file : gdbFiles()) {
+        if (!QFileInfo::exists(file))
+            moved.append(file);
+    }
+    const QString match = bestPathMatch(localFile, moved);
+    return match.isEmpty() ? localFile : match;
+}
+
+const LineTable &SymbolTable::lines()
+{
+    if (m_linesKnown || !m_session->isAlive())
+        return m_lines;
+    m_linesKnown = true;
+    const auto open = std::make_shared<qsizetype>(gdbFiles().size());
+    const auto table = std::make_shared<LineTable>();
+    for (const QString &file : gdbFiles()) {
+        m_session->gdb()->send("-symbol-list-lines " + miQuoted(file), [file, open, table](const MiRecord &answer) {
+            --*open;
+            if (answer.isDone())
+                table->add(file, answer.results[u"lines"]);
+        });
+    }
+    m_session->gdb()->waitUntil([open] { return *open == 0; }, SymbolLimit);
+    table->finish();
+    m_lines = *table;
+    return m_lines;
+}
+
+quint64 SymbolTable::widen(uint address)
+{
+    if (!m_session->program().elf.wide)
+        return address;
+    const QList<quint64> starts = lines().starts();
+    const quint64 code = starts.isEmpty() ? m_session->frame().address : starts.first();
+    return (code & ~quint64(0xffffffff)) | address;
+}
+
+bool SymbolTable::symbolAddress(const QString &name, uint &address)
+{
+    if (!m_session->isAlive() || name.isEmpty())
+        return false;
+    const MiRecord answer =
+        m_session->gdb()->ask("-data-evaluate-expression " + miQuoted(u"(unsigned long)&("_s + name + u')'));
+    const quint64 found = answer.results.address(u"value");
+    address = uint(m_session->program().elf.machine == ElfImage::Arm ? found & ~quint64(1) : found);
+    return answer.isDone();
+}
+
+bool SymbolTable::sourceLocation(uint address, int kind, QString &file, int &line)
+{
+    const LineTable::Row *row = isKnownKind(kind) ? lines().at(widen(address)) : nullptr;
+    if (!row)
+        return false;
+    const QString &known = m_lines.files().at(row->file);
+    const QString local = localFile(known);
+    file = local.isEmpty() ? known : local;
+    line = row->line;
+    return true;
+}
+
+bool SymbolTable::addressOf(const QString &file, int line, uint &address)
+{
+    quint64 found = 0;
+    if (!m_session->isAlive() || !lines().addressOf(gdbFile(file), line, &found))
+        return false;
+    address = uint(found);
+    return true;
+}
+
+bool SymbolTable::symbolAt(uint address, int, QString &name)
+{
+    if (!m_session->isAlive())
+        return false;
+    QString text;
+    const MiRecord answer =
+        m_session->gdb()->askConsole(u"info symbol 0x"_s + QString::number(widen(address), 16), &text);
+    const qsizetype end = text.indexOf(" in section "_L1);
+    if (answer.isError() || end < 0)
+        return false;
+    name = text.left(end);
+    return true;
+}

@@ -1,0 +1,91 @@
+#include "targetstate.h"
+#include <QCoreApplication>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+QString tr(const char *text)
+{
+    return QCoreApplication::translate("TargetState", text);
+}
+
+bool isAlive(TargetState state)
+{
+    return state.phase == TargetState::Stopped || state.phase == TargetState::Running;
+}
+
+QString watchText(const MiValue &results)
+{
+    for (const QStringView kind : {u"wpt", u"hw-awpt", u"hw-rwpt"}) {
+        if (!results.contains(kind))
+            continue;
+        const MiValue value = results[u"value"];
+        const QString expression = results[kind].text(u"exp");
+        if (value.contains(u"new"))
+            return tr("%1 was %2 and is %3.").arg(expression, value.text(u"old"), value.text(u"new"));
+        return tr("%1 was read: %2.").arg(expression, value.text(u"value"));
+    }
+    return {};
+}
+} // namespace
+
+TargetState nextState(TargetState state, TargetEvent event)
+{
+    if (event == TargetEvent::Closed)
+        return {};
+    if (event == TargetEvent::Connected)
+        return {TargetState::Stopped, false};
+    if (!isAlive(state))
+        return state; // late words from a target that is no more
+    switch (event) {
+    case TargetEvent::Resumed:
+        return {TargetState::Running, false};
+    case TargetEvent::BreakpointHit:
+        return {TargetState::Stopped, true};
+    case TargetEvent::Exited:
+        return {TargetState::Ended, false};
+    case TargetEvent::LinkLost:
+        return {TargetState::Lost, false};
+    default:
+        return {TargetState::Stopped, false};
+    }
+}
+
+IExecutionEnvironment::ProgramStatus programStatus(TargetState state)
+{
+    switch (state.phase) {
+    case TargetState::Stopped:
+        return state.atBreakpoint ? IExecutionEnvironment::ProgramBreakpointHit : IExecutionEnvironment::ProgramPaused;
+    case TargetState::Running:
+        return IExecutionEnvironment::ProgramRunning;
+    case TargetState::Ended:
+        return IExecutionEnvironment::ProgramFinished;
+    default:
+        return IExecutionEnvironment::ProgramUnknown;
+    }
+}
+
+StopReason stopReason(const MiRecord &record)
+{
+    const MiValue &results = record.results;
+    const QString reason = results.text(u"reason");
+    StopReason stop;
+    stop.breakpoint = results.number(u"bkptno", results[u"wpt"].number(u"number"));
+    stop.temporary = results.text(u"disp") == u"del";
+    if (reason == u"breakpoint-hit")
+        stop.event = stop.temporary ? TargetEvent::Stopped : TargetEvent::BreakpointHit;
+    else if (reason.endsWith("watchpoint-trigger"_L1))
+        stop = {TargetEvent::BreakpointHit, stop.breakpoint, false, watchText(results)};
+    else if (reason == u"exited")
+        stop = {TargetEvent::Exited, 0, false,
+                tr("The program ended with code %1.").arg(results.text(u"exit-code").toInt(nullptr, 8))};
+    else if (reason == u"exited-normally")
+        stop = {TargetEvent::Exited, 0, false, tr("The program ended.")};
+    else if (reason == u"exited-signalled")
+        stop = {TargetEvent::Exited, 0, false, tr("The program was ended by %1.").arg(results.text(u"signal-name"))};
+    else if (reason == u"signal-received" && results.text(u"signal-name") != u"SIGINT"
+             && results.text(u"signal-name") != u"SIGTRAP" && results.text(u"signal-name") != u"0")
+        stop.text =
+            tr("The program received %1, %2.").arg(results.text(u"signal-name"), results.text(u"signal-meaning"));
+    return stop;
+}

@@ -1,0 +1,260 @@
+#pragma once
+#include "gdbenvironment.h"
+#include "gdbfactory.h"
+#include "interfaceobject.h"
+#include "iprojectfile.h"
+#include "iprojectproperties.h"
+#include <QDir>
+#include <QFile>
+#include <QProcess>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QTimer>
+
+// A host for an execution environment: a project in memory, events that are written down, programs compiled for it.
+
+using namespace Qt::StringLiterals;
+
+class MemoryProperties : public InterfaceObject<IProjectProperties>
+{
+public:
+    explicit MemoryProperties(QMap<QString, QString> *values) : m_values(values) {}
+
+    QString property(QString key, QString, bool) override { return m_values->value(key); }
+    void setProperty(QString key, QString value, QString) override { m_values->insert(key, value); }
+    QStringList configurations() override { return {u"Debug"_s}; }
+    QStringList propertyKeys(QString) override { return m_values->keys(); }
+    bool isModified() override { return false; }
+    void setModified(bool) override {}
+
+private:
+    QMap<QString, QString> *m_values;
+};
+
+/// Lives on the stack; counts the references on it.
+class MemoryProject : public IProject
+{
+public:
+    QString path;
+    QMap<QString, QString> values;
+    int references = 0;
+
+    QRESULT queryInterface(const QUuid &, QUnknownInterface **out) override
+    {
+        *out = nullptr;
+        return QE_NOINTERFACE;
+    }
+    unsigned long addRef() override { return ulong(++references); }
+    unsigned long release() override { return ulong(--references); }
+    QString name() override { return u"demo"_s; }
+    QString basePath() override { return path; }
+    QList<IProjectFolder *> folders() override { return {}; }
+    QList<IProjectFile *> files() override { return {}; }
+    IProjectProperties *properties() override { return new MemoryProperties(&values); }
+    QString currentConfiguration() override { return u"Debug"_s; }
+    bool isModified() override { return false; }
+    bool save() override { return true; }
+    void addFiles(QStringList) override {}
+    QString displayName() override { return u"demo"_s; }
+    bool isActive() override { return true; }
+    void setActive(bool) override {}
+};
+
+class RecordedEvents : public IExecutionEvents
+{
+public:
+    QString text;    ///< all feedback
+    QString serious; ///< what of it was serious
+    QList<IExecutionEnvironment::ProgramStatus> statuses;
+    QStringList infos;
+    int breakpointChanges = 0;
+    int references = 0;
+
+    QRESULT queryInterface(const QUuid &, QUnknownInterface **out) override
+    {
+        *out = nullptr;
+        return QE_NOINTERFACE;
+    }
+    unsigned long addRef() override { return ulong(++references); }
+    unsigned long release() override { return ulong(--references); }
+    void feedback(const QString &line, const QString &, bool isSerious) override
+    {
+        text += line;
+        if (isSerious)
+            serious += line;
+    }
+    void processorStatusChanged(IExecutionEnvironment::ProcessorStatus) override {}
+    void programStatusChanged(IExecutionEnvironment::ProgramStatus status) override { statuses.append(status); }
+    void statusInfo(const QString &info, int) override { infos.append(info); }
+    void breakpointsChanged() override { ++breakpointChanges; }
+};
+
+/// Compiles the C programs of the tests.
+class Programs
+{
+public:
+    static QString source(const QString &name) { return QStringLiteral(PROGRAM_DIRECTORY "/") + name; }
+
+    /// The line of a source that holds a text, counted from 1.
+    static int lineOf(const QString &name, const QString &text)
+    {
+        QFile file(source(name));
+        const QStringList lines =
+            file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()).split(u'\n') : QStringList();
+        for (int i = 0; i < lines.size(); ++i) {
+            if (lines[i].contains(text))
+                return i + 1;
+        }
+        return 0;
+    }
+
+    QString native(const QString &name, const QStringList &options = {u"-g"_s}) const
+    {
+        const QString image = m_directory.filePath(name);
+        return run(u"gcc"_s, QStringList{u"-O0"_s, source(u"native.c"_s), u"-o"_s, image} + options) ? image
+                                                                                                     : QString();
+    }
+    QString firmware(const QString &name, const QString &script = u"mps2.ld"_s, const QStringList &options = {}) const
+    {
+        const QString image = m_directory.filePath(name);
+        const QStringList line = {u"-mcpu=cortex-m3"_s,
+                                  u"-mthumb"_s,
+                                  u"-g3"_s,
+                                  u"-Og"_s,
+                                  u"-ffreestanding"_s,
+                                  u"-nostartfiles"_s,
+                                  u"-nostdlib"_s,
+                                  u"-T"_s,
+                                  source(script),
+                                  u"-Wl,--no-warn-rwx-segments"_s,
+                                  u"-o"_s,
+                                  image,
+                                  source(u"startup.c"_s),
+                                  source(u"firmware.c"_s),
+                                  u"-lgcc"_s};
+        return run(u"arm-none-eabi-gcc"_s, line + options) ? image : QString();
+    }
+    QString directory() const { return m_directory.path(); }
+
+private:
+    static bool run(const QString &program, const QStringList &arguments)
+    {
+        QProcess process;
+        process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+        process.start(program, arguments);
+        return process.waitForFinished(60000) && process.exitCode() == 0;
+    }
+
+    QTemporaryDir m_directory;
+};
+
+/// Processes that we started and that have not been waited for, the dead ones among them.
+inline QStringList ownChildren()
+{
+    QStringList children;
+    for (const QString &task : QDir(u"/proc/self/task"_s).entryList(QDir::Dirs | QDir::NoDotAndDotDot)) {
+        QFile file(u"/proc/self/task/%1/children"_s.arg(task));
+        if (file.open(QIODevice::ReadOnly))
+            children += QString::fromLatin1(file.readAll()).split(u' ', Qt::SkipEmptyParts);
+    }
+    return children;
+}
+
+/// The command line of a process, with blanks between its words.
+inline QString commandLine(const QString &pid)
+{
+    QFile file(u"/proc/%1/cmdline"_s.arg(pid));
+    return file.open(QIODevice::ReadOnly) ? QString::fromLocal8Bit(file.readAll().replace('\0', ' ')) : QString();
+}
+
+/// One environment and its host.
+class LiveSession
+{
+public:
+    using Status = IExecutionEnvironment::ProgramStatus;
+
+    explicit LiveSession(const QString &option, const QMap<QString, QString> &properties = {})
+    {
+        project.path = QStringLiteral(PROGRAM_DIRECTORY);
+        project.values = properties;
+        env = new GdbEnvironment;
+        initialised = env->initialise(&project, &events, option);
+    }
+    ~LiveSession()
+    {
+        if (env)
+            env->release();
+    }
+    Q_DISABLE_COPY_MOVE(LiveSession)
+
+    bool start(bool attachOnly = false)
+    {
+        if (env->start(attachOnly))
+            return waitFor({IExecutionEnvironment::ProgramPaused, IExecutionEnvironment::ProgramBreakpointHit});
+        qWarning("No start: %s", qPrintable(events.text));
+        return false;
+    }
+
+    /// Waits until one of these statuses is reported, and forgets what was reported before.
+    bool waitFor(const QList<Status> &wanted, int limit = 15000)
+    {
+        const auto isThere = [&] {
+            return std::any_of(events.statuses.begin(), events.statuses.end(),
+                               [&](Status status) { return wanted.contains(status); });
+        };
+        QTimer end; // wakes up the wait below
+        end.setSingleShot(true);
+        end.start(limit);
+        while (!isThere() && end.isActive())
+            QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents);
+        const bool came = isThere();
+        if (!came)
+            qWarning("Waited in vain; the statuses were %s, the output was:\n%s", qPrintable(statusText()),
+                     qPrintable(events.text));
+        events.statuses.clear();
+        return came;
+    }
+    bool waitFor(Status wanted, int limit = 15000) { return waitFor(QList<Status>{wanted}, limit); }
+
+    QString statusText() const
+    {
+        QStringList texts;
+        for (const Status status : events.statuses)
+            texts.append(QString::number(status));
+        return texts.join(u' ');
+    }
+    /// "file, line" or the disassembly's place.
+    QString location() const
+    {
+        QString file;
+        int line = 0;
+        return env->currentLocation(file, line) ? file + u", "_s + QString::number(line) : QString();
+    }
+    QString evaluate(const QString &expression) const
+    {
+        QString result;
+        const int code = env->evaluate(expression, result);
+        return code == 0 ? result : u"error: "_s + result;
+    }
+    template <typename T>
+    InterfacePtr<T> get() const
+    {
+        return queryInterface<T>(static_cast<IPluginObject *>(env));
+    }
+    /// The breakpoints as the user reads them, the addresses left out.
+    QString breakpoints() const
+    {
+        QString text;
+        for (const BreakpointRecord &record : get<IBreakpoints>()->breakpoints()) {
+            text += record.state == BreakpointEnabled ? u"[x] "_s : u"[ ] "_s;
+            text += QFileInfo(record.locations.first().file).fileName() + u", "_s
+                    + QString::number(record.locations.first().line) + u'\n';
+        }
+        return text;
+    }
+
+    MemoryProject project;
+    RecordedEvents events;
+    GdbEnvironment *env;
+    bool initialised = false;
+};

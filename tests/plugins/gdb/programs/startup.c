@@ -1,0 +1,32 @@
+#include <stdint.h>
+
+extern uint32_t dataStart[], dataEnd[], dataImage[], bssStart[], bssEnd[], stackTop[];
+extern int main(void);
+extern volatile int command;
+extern void crash(void);
+void tick(void);
+
+void reset(void)
+{
+    uint32_t *from = dataImage;
+    for (uint32_t *to = dataStart; to < dataEnd; ++to)
+        *to = *from++;
+    for (uint32_t *to = bssStart; to < bssEnd; ++to)
+        *to = 0;
+    main();
+    for (;;) {
+    }
+}
+
+void faultHandler(void)
+{
+    if (command == 6)
+        crash();
+    for (;;) {
+    }
+}
+
+__attribute__((section(".vectors"), used)) static void *const vectors[16] = {
+    stackTop, reset, faultHandler, faultHandler, faultHandler, faultHandler, faultHandler, 0,
+    0, 0, 0, faultHandler, faultHandler, 0, faultHandler, tick,
+};

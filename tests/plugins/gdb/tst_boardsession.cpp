@@ -1,0 +1,750 @@
+#include "livesession.h"
+#include "qemutarget.h"
+#include "targetconsole.h"
+#include <csignal>
+#include <QLineEdit>
+#include <QTcpServer>
+#include <QTcpSocket>
+#include <QTreeWidget>
+#include <QVBoxLayout>
+
+using Env = IExecutionEnvironment;
+
+/// Sessions with firmware on emulated boards, and with servers at an address.
+class tst_BoardSession : public QObject
+{
+    Q_OBJECT
+private Q_SLOTS:
+    void initTestCase();
+    void init();
+    void cleanup();
+    void startsAtMainAndPrintsOnTheConsole();
+    void theConsolesInputReachesTheProgram();
+    void stepsInSourceAndInTheDisassembly();
+    void stopsAtABreakpoint();
+    void setsABreakpointWhileRunning();
+    void aStepOverABusyLoopCanBePaused();
+    void callsFunctionsOnlyIfAllowed();
+    void aHardFaultStopsInItsHandler();
+    void startsAgainTenTimes();
+    void readsAndWritesMemory();
+    void blocksEndWhereRegionsEnd();
+    void readsMemoryAndLinesWhileRunning();
+    void romIsNotWritten();
+    void registersAreAsExpected_data();
+    void registersAreAsExpected();
+    void writesRegistersOfBothWidths();
+    void disassemblesWithSourceLines();
+    void showsPeripherals();
+    void wakesUpASleepingProcessor();
+    void callStackAndLocals();
+    void twoCoresStopTogether();
+    void twoBoardsRunAndPauseTogether();
+    void killedInEachState_data();
+    void killedInEachState();
+    void semihostingIsShownAndEndsTheProgram();
+    void aLockedUpProcessorIsTold();
+    void aHangingEmulatorDoesNotHangUs();
+    void anUnknownBoardIsTold();
+    void attachesToAServer();
+    void runsAProgramOfAGdbserver();
+    void aRefusedAddressIsTold();
+    void anAddressThatDoesNotAnswerIsTold();
+    void aLostServerIsTold();
+    void logsTheDialogue();
+    void reloadsTheProgram();
+
+private:
+    Programs m_programs;
+    QString m_image;
+    QString option(const QString &more = {}) const { return u"qemu:mps2-an385;image="_s + m_image + more; }
+    static QString at(const QString &text) { return u"firmware.c, %1"_s.arg(Programs::lineOf(u"firmware.c"_s, text)); }
+    static QString atMain() { return u"firmware.c, %1"_s.arg(line(u"UART_BAUDDIV = 16"_s) - 1); }
+    static QString file() { return Programs::source(u"firmware.c"_s); }
+    static int line(const QString &text) { return Programs::lineOf(u"firmware.c"_s, text); }
+};
+
+namespace {
+/// Whether the program comes to its loop, which it never leaves.
+bool isInItsLoop(const LiveSession &session)
+{
+    uint address = 0;
+    uint loops = 0;
+    const auto memory = session.get<IMemory>();
+    return session.get<ISourceMapping>()->symbolAddress(u"loops"_s, address)
+           && QTest::qWaitFor(
+               [&] { return memory->read(1, IMemory::Word32, address, &loops) == IMemory::Success && loops > 0; },
+               10000);
+}
+} // namespace
+
+void tst_BoardSession::initTestCase()
+{
+    m_image = m_programs.firmware(u"firmware.elf"_s);
+    QVERIFY(!m_image.isEmpty());
+}
+
+void tst_BoardSession::init()
+{
+    QTest::failOnWarning(QRegularExpression(u".?"_s));
+}
+
+void tst_BoardSession::cleanup()
+{
+    QTRY_COMPARE(ownChildren(), QStringList());
+}
+
+void tst_BoardSession::startsAtMainAndPrintsOnTheConsole()
+{
+    LiveSession session(option());
+    const QList<QWidget *> widgets = session.get<IDockExtension>()->widgets();
+    QCOMPARE(widgets.size(), 3);
+    QCOMPARE(widgets[0]->windowTitle(), u"Call stack"_s);
+    QCOMPARE(widgets[1]->windowTitle(), u"Locals"_s);
+    QCOMPARE(widgets[2]->windowTitle(), u"Target console"_s);
+    QVERIFY(session.start());
+    QCOMPARE(session.location(), atMain());
+    QCOMPARE(session.events.infos, (QStringList{QString(), u"mps2-an385"_s}));
+    session.env->run();
+    QTRY_COMPARE(static_cast<TargetConsole *>(widgets[2])->text(), u"ready\n"_s);
+    QCOMPARE(session.env->programStatus(), Env::ProgramRunning);
+    QCOMPARE(session.events.text, QString());
+    qDeleteAll(widgets);
+    session.env->pause();
+    QVERIFY(session.waitFor(Env::ProgramPaused));
+}
+
+void tst_BoardSession::theConsolesInputReachesTheProgram()
+{
+    LiveSession session(option());
+    const QList<QWidget *> widgets = session.get<IDockExtension>()->widgets();
+    auto *console = static_cast<TargetConsole *>(widgets[2]);
+    QVERIFY(session.start());
+    QCOMPARE(session.evaluate(u"command=2"_s), u"2"_s);
+    session.env->run();
+    QTRY_COMPARE(console->text(), u"ready\n"_s);
+    auto *input = console->findChild<QLineEdit *>(u"InputEdit"_s);
+    input->setText(u"HAL"_s);
+    QTest::keyClick(input, Qt::Key_Return);
+    QTRY_COMPARE(console->text(), u"ready\nHAL\nIBM\v"_s);
+    qDeleteAll(widgets);
+}
+
+void tst_BoardSession::stepsInSourceAndInTheDisassembly()
+{
+    LiveSession session(option());
+    QVERIFY(session.start());
+    session.env->runTo(file(), line(u"sum = sum + twice"_s));
+    QVERIFY(session.waitFor(Env::ProgramPaused));
+    session.env->stepInto(u"firmware.c"_s);
+    QVERIFY(session.waitFor(Env::ProgramPaused));
+    QCOMPARE(session.env->session()->frame().function, u"twice"_s);
+    const QString view = u"disassembler:0x00000007:demo"_s;
+    const quint64 address = session.env->session()->frame().address;
+    session.env->stepOver(view);
+    QVERIFY(session.waitFor(Env::ProgramPaused));
+    QCOMPARE(session.location(), view + u", %1"_s.arg(address + 2 + 1));
+    session.env->runTo(view, int(address + 4 + 1));
+    QVERIFY(session.waitFor(Env::ProgramPaused));
+    QCOMPARE(session.env->session()->frame().address, address + 4);
+    session.env->stepOver(u"firmware.c"_s);
+    QVERIFY(session.waitFor(Env::ProgramPaused));
+    QVERIFY(session.location().startsWith(u"firmware.c, "_s));
+}
+
+void tst_BoardSession::stopsAtABreakpoint()
+{
+    LiveSession session(option());
+    const auto breakpoints = session.get<IBreakpoints>();
+    breakpoints->setBreakpoint(file(), line(u"origin.x = sum"_s), BreakpointEnabled);
+    QVERIFY(session.start());
+    session.env->run();
+    QVERIFY(session.waitFor(Env::ProgramBreakpointHit));
+    QCOMPARE(session.location(), at(u"origin.x = sum"_s));
+    uint address = 0;
+    QVERIFY(session.get<ISourceMapping>()->symbolAddress(u"spin"_s, address));
+    QCOMPARE(breakpoints->setBreakpoint(u"disassembler:0x00000001:demo"_s, int(address + 1), BreakpointEnabled), 0);
+    QCOMPARE(session.breakpoints().section(u'\n', 1, 1), u"[x] disassembler:, %1"_s.arg(address + 1));
+    session.env->run();
+    QVERIFY(session.waitFor(Env::ProgramBreakpointHit));
+    QCOMPARE(session.env->session()->frame().address, quint64(address));
+    QCOMPARE(breakpoints->setBreakpoint(u"disassembler:"_s, int(address + 1), BreakpointMultiple), 0);
+    QCOMPARE(breakpoints->setBreakpoint(u"disassembler:"_s, int(address + 1), BreakpointRemoved), 0);
+    QCOMPARE(breakpoints->breakpoints().size(), 1);
+}
+
+void tst_BoardSession::setsABreakpointWhileRunning()
+{
+    LiveSession session(option());
+    QVERIFY(session.start());
+    session.env->run();
+    QVERIFY(session.waitFor(Env::ProgramRunning));
+    QVERIFY(isInItsLoop(session));
+    const auto breakpoints = session.get<IBreakpoints>();
+    QCOMPARE(breakpoints->setBreakpoint(file(), line(u"int result"_s), BreakpointEnabled), 0);
+    QVERIFY(session.waitFor(Env::ProgramRunning));
+    QCOMPARE(breakpoints->setBreakpoint(file(), line(u"loops = loops + 1"_s), BreakpointEnabled), 0);
+    QVERIFY(session.waitFor(Env::ProgramBreakpointHit));
+    QCOMPARE(session.location(), at(u"loops = loops + 1"_s));
+    QCOMPARE(session.events.text, QString());
+}
+
+void tst_BoardSession::aStepOverABusyLoopCanBePaused()
+{
+    LiveSession session(option());
+    QVERIFY(session.start());
+    session.env->runTo(file(), line(u"/* for ever */"_s));
+    QVERIFY(session.waitFor(Env::ProgramPaused));
+    session.env->stepOver(u"firmware.c"_s);
+    QVERIFY(session.waitFor(Env::ProgramRunning));
+    QVERIFY(isInItsLoop(session));
+    session.env->pause();
+    QVERIFY(session.waitFor(Env::ProgramPaused));
+    QCOMPARE(session.env->session()->frame().function, u"spin"_s);
+}
+
+void tst_BoardSession::callsFunctionsOnlyIfAllowed()
+{
+    LiveSession careful(option());
+    QVERIFY(careful.start());
+    QVERIFY2(careful.evaluate(u"twice(21)"_s).startsWith(u"error: "_s), qPrintable(careful.evaluate(u"twice(21)"_s)));
+    LiveSession bold(option(u";callFunctions=1"_s));
+    QVERIFY(bold.start());
+    QCOMPARE(bold.evaluate(u"twice(21)"_s), u"42"_s);
+}
+
+void tst_BoardSession::aHardFaultStopsInItsHandler()
+{
+    LiveSession session(option());
+    QVERIFY(session.start());
+    session.get<IBreakpoints>()->setBreakpoint(Programs::source(u"startup.c"_s),
+                                               Programs::lineOf(u"startup.c"_s, u"void faultHandler"_s) + 2,
+                                               BreakpointEnabled);
+    QCOMPARE(session.evaluate(u"command=1"_s), u"1"_s);
+    session.env->run();
+    QVERIFY(session.waitFor(Env::ProgramBreakpointHit));
+    QCOMPARE(session.env->session()->frame().function, u"faultHandler"_s);
+    QVERIFY(session.env->session()->selectFrame(2)); // behind gdb's own mark of a handler
+    QVERIFY(session.waitFor(Env::ProgramPaused));
+    QCOMPARE(session.env->session()->frame().function, u"crash"_s);
+    QVERIFY2(session.location().startsWith(u"firmware.c, "_s), qPrintable(session.location()));
+}
+
+void tst_BoardSession::startsAgainTenTimes()
+{
+    LiveSession session(option());
+    const auto breakpoints = session.get<IBreakpoints>();
+    breakpoints->setBreakpoint(file(), line(u"origin.x = sum"_s), BreakpointEnabled);
+    QVERIFY(session.start());
+    for (int round = 0; round < 10; ++round) {
+        session.env->run();
+        QVERIFY(session.waitFor(Env::ProgramBreakpointHit));
+        QCOMPARE(session.evaluate(u"sum"_s), u"12"_s);
+        session.env->restart();
+        QVERIFY(session.waitFor(Env::ProgramPaused));
+        QCOMPARE(session.location(), atMain());
+    }
+    QCOMPARE(ownChildren().size(), 2);
+    QCOMPARE(session.events.text, QString());
+}
+
+void tst_BoardSession::readsAndWritesMemory()
+{
+    LiveSession session(option());
+    QVERIFY(session.start());
+    const auto memory = session.get<IMemory>();
+    QStringList names;
+    for (const MemoryRegion &region : memory->regions())
+        names.append(region.name);
+    QCOMPARE(names.mid(0, 2), (QStringList{u"Code"_s, u"RAM"_s}));
+    uint address = 0;
+    QVERIFY(session.get<ISourceMapping>()->symbolAddress(u"buffer"_s, address));
+    MemoryBlock block;
+    memory->readBlock(1, IMemory::Byte, address, 4, block);
+    QCOMPARE(block.size(), 4);
+    QCOMPARE(block[3].value, 4u);
+    uint value = 0;
+    QCOMPARE(memory->read(1, IMemory::Word24, address + 1, &value), int(IMemory::Success));
+    QCOMPARE(value, 0x040302u);
+    QCOMPARE(memory->write(1, IMemory::Word24, address, 0xABCDEF, true), int(IMemory::Success));
+    QCOMPARE(memory->read(1, IMemory::Word32, address, &value), int(IMemory::Success));
+    QCOMPARE(value, 0x04ABCDEFu);
+    QCOMPARE(memory->read(1, IMemory::Word32, address, nullptr), int(IMemory::BadPointer));
+    QCOMPARE(memory->read(99, IMemory::Byte, address, &value), int(IMemory::NoMemory));
+    const auto verify = queryInterface<IMemoryVerify>(memory.get());
+    QVERIFY(!verify->verify());
+    verify->setVerify(true);
+    QCOMPARE(memory->write(1, IMemory::Word16, address, 0x55AA, true), int(IMemory::Success));
+}
+
+void tst_BoardSession::blocksEndWhereRegionsEnd()
+{
+    LiveSession session(option());
+    QVERIFY(session.start());
+    const auto memory = session.get<IMemory>();
+    MemoryBlock block;
+    memory->readBlock(1, IMemory::Word16, 0x203FFFFA, 5, block);
+    QString statuses;
+    for (const MemoryBlockCell &cell : block)
+        statuses += QString::number(cell.status);
+    QCOMPARE(statuses, u"00022"_s);
+    block.fill({1, 0}, 3);
+    memory->writeBlock(1, IMemory::Word32, 0x203FFFFC, 3, block, true);
+    QCOMPARE(block[0].status, int(IMemory::Success));
+    QCOMPARE(block[1].status, int(IMemory::NoMemory));
+    QCOMPARE(block[2].status, int(IMemory::NoMemory));
+}
+
+void tst_BoardSession::readsMemoryAndLinesWhileRunning()
+{
+    LiveSession session(option());
+    QVERIFY(session.start());
+    uint address = 0;
+    QVERIFY(session.get<ISourceMapping>()->symbolAddress(u"loops"_s, address));
+    const auto memory = session.get<IMemory>();
+    const auto seen = session.env->session()->frame().address;
+    QVERIFY(!session.get<IDisassembly>()->text(int(seen)).isNull());
+    session.env->run();
+    QVERIFY(session.waitFor(Env::ProgramRunning));
+    uint value = 0;
+    QTRY_VERIFY(memory->read(1, IMemory::Word32, address, &value) == IMemory::Success && value > 0);
+    QVERIFY(session.evaluate(u"loops"_s).startsWith(u"error: "_s));
+    uint code = 0;
+    QVERIFY(session.get<ISymbolLookup>()->addressOf(file(), line(u"int result"_s), code));
+    QVERIFY(session.get<IDisassembly>()->text(int(code)).isNull()); // not seen before the program went on
+    QVERIFY(!session.get<IDisassembly>()->text(int(seen)).isNull());
+    QVERIFY(!session.events.statuses.contains(Env::ProgramPaused));
+}
+
+void tst_BoardSession::romIsNotWritten()
+{
+    const QString image = m_programs.firmware(u"rom.elf"_s, u"lm3s.ld"_s);
+    LiveSession session(u"qemu:lm3s6965evb;image="_s + image);
+    QVERIFY(session.start());
+    const auto memory = session.get<IMemory>();
+    const MemoryRegion flash = memory->regions().first();
+    QCOMPARE(flash.name, u"Flash"_s);
+    QVERIFY(flash.readOnly);
+    uint before = 0;
+    QCOMPARE(memory->read(0, IMemory::Word32, 0, &before), int(IMemory::Success));
+    QCOMPARE(memory->write(0, IMemory::Word32, 0, ~before, true), int(IMemory::WriteToRom));
+    uint after = 0;
+    QCOMPARE(memory->read(0, IMemory::Word32, 0, &after), int(IMemory::Success));
+    QCOMPARE(after, before);
+}
+
+void tst_BoardSession::registersAreAsExpected_data()
+{
+    QTest::addColumn<QString>("board");
+    QTest::newRow("without floating point") << u"mps2-an385"_s;
+    QTest::newRow("with floating point") << u"mps2-an386"_s;
+}
+
+void tst_BoardSession::registersAreAsExpected()
+{
+    QFETCH(QString, board);
+    LiveSession session(u"qemu:%1;image=%2"_s.arg(board, m_image));
+    const auto names = [&session] {
+        QStringList list;
+        for (const RegisterInfo &info : session.get<IRegisters>()->registers())
+            list.append(u"%1 %2 %3"_s.arg(info.group, info.name).arg(info.width));
+        return list.join(u'\n');
+    };
+    const QString before = names();
+    QVERIFY(session.start());
+    QCOMPARE(names(), before); // the host's window may have been built before the session
+    QCOMPARE(session.get<IRegisters>()->value(u"pc"_s, 0), uint(session.env->session()->frame().address));
+}
+
+void tst_BoardSession::writesRegistersOfBothWidths()
+{
+    LiveSession session(u"qemu:mps2-an386;image="_s + m_image);
+    QVERIFY(session.start());
+    const auto registers = session.get<IRegisters>();
+    registers->setValue(u"r4"_s, 0xCAFE0001, 0);
+    QCOMPARE(registers->value(u"r4"_s, 0), 0xCAFE0001u);
+    QCOMPARE(registers->value(u"r4"_s, 1), 0u);
+    registers->setValue(u"d3"_s, 0x11223344, 0);
+    registers->setValue(u"d3"_s, 0x55667788, 1);
+    QCOMPARE(registers->value(u"d3"_s, 0), 0x11223344u);
+    QCOMPARE(registers->value(u"d3"_s, 1), 0x55667788u);
+    QCOMPARE(registers->value(u"s7"_s, 0), 0x55667788u);
+    QCOMPARE(registers->value(u"none"_s, 0), 0u);
+}
+
+void tst_BoardSession::disassemblesWithSourceLines()
+{
+    LiveSession session(option());
+    QVERIFY(session.start());
+    const int index = int(session.env->session()->frame().address);
+    const auto lines = session.get<IDisassemblyAddress>();
+    QCOMPARE(lines->sourceLines(index).size(), 1);
+    QVERIFY2(lines->text(index).contains(QString::number(index, 16).toUpper().rightJustified(8, u'0')),
+             qPrintable(lines->text(index)));
+    QVERIFY2(lines->sourceLines(index).join(u'\n').contains(u"{"_s), qPrintable(lines->sourceLines(index).join(u'\n')));
+    QVERIFY(lines->text(index + 1).isNull());
+    QVERIFY(lines->sourceLines(index + 1).isEmpty());
+}
+
+void tst_BoardSession::showsPeripherals()
+{
+    LiveSession session(option(u";svdFile="_s + Programs::source(u"board.svd"_s)));
+    const auto devices = session.get<IPeripherals>();
+    QCOMPARE(devices->peripherals().size(), 3);
+    QStringList names;
+    const PeripheralInfo second = devices->peripherals().at(1);
+    for (const PeripheralRegisterInfo &info : second.registers)
+        names.append(info.name + (info.readOnly ? u" r"_s : QString()));
+    QCOMPARE(names, (QStringList{u"UART1.DATA"_s, u"UART1.STATE r"_s, u"UART1.BAUDDIV"_s, u"UART1.BAUDDIV[31:16]"_s}));
+    QCOMPARE(devices->value(u"UART0"_s, u"BAUDDIV"_s), 0u); // no session
+    QVERIFY(session.start());
+    session.env->runTo(file(), line(u"print(banner)"_s));
+    QVERIFY(session.waitFor(Env::ProgramPaused));
+    QCOMPARE(devices->value(u"UART0"_s, u"UART0.BAUDDIV"_s), 16u);
+    QCOMPARE(devices->value(u"UART0"_s, u"BAUDDIV"_s), 16u);
+    devices->setValue(u"UART1.BAUDDIV"_s, u"UART1.BAUDDIV"_s, 99);
+    QCOMPARE(devices->value(u"UART1"_s, u"UART1.BAUDDIV"_s), 99u);
+    QCOMPARE(devices->value({}, u"UART1"_s), 0u); // the row of the peripheral itself
+    devices->setValue(u"BLOCK1.LOAD"_s, u"BLOCK1.LOAD"_s, 0x1234);
+    devices->setValue(u"BLOCK1.LOAD[31:16]"_s, u"BLOCK1.LOAD[31:16]"_s, 7);
+    QCOMPARE(devices->value(u"DUALTIMER"_s, u"BLOCK1.LOAD"_s), 0x1234u);
+    QCOMPARE(devices->value(u"DUALTIMER"_s, u"BLOCK1.LOAD[31:16]"_s), 7u);
+    session.get<IPeripherals>()->value(u"UART0"_s, u"UART0.STATE"_s);
+    QVERIFY2(devices->description(u"UART0"_s, u"UART0.STATE"_s).contains(u"[1] RXFULL = 0 Empty: A letter has come"_s),
+             qPrintable(devices->description(u"UART0"_s, u"UART0.STATE"_s)));
+    QVERIFY(devices->description(u"UART0"_s, u"UART0.DATA"_s).contains(u"it is not read"_s));
+    QCOMPARE(devices->description(u"UART1"_s, {}), u"Serial port"_s);
+    QCOMPARE(devices->description(u"UART9"_s, {}), QString());
+}
+
+void tst_BoardSession::wakesUpASleepingProcessor()
+{
+    LiveSession session(option());
+    QVERIFY(session.start());
+    session.env->runTo(file(), line(u"if (command == 3)"_s));
+    QVERIFY(session.waitFor(Env::ProgramPaused));
+    QCOMPARE(session.evaluate(u"command=4"_s), u"4"_s);
+    uint address = 0;
+    QVERIFY(session.get<ISourceMapping>()->symbolAddress(u"doze"_s, address));
+    QVERIFY(!session.evaluate(u"$pc=doze"_s).startsWith(u"error"_s));
+    session.env->run();
+    QVERIFY(session.waitFor(Env::ProgramRunning));
+    uint counter = 0;
+    QVERIFY(session.get<ISourceMapping>()->symbolAddress(u"ticks"_s, counter));
+    uint value = 1;
+    const auto memory = session.get<IMemory>();
+    QCOMPARE(memory->read(1, IMemory::Word32, counter, &value), int(IMemory::Success));
+    QCOMPARE(value, 0u);
+    session.env->wakeUp();
+    QTRY_VERIFY(memory->read(1, IMemory::Word32, counter, &value) == IMemory::Success && value == 1);
+}
+
+void tst_BoardSession::callStackAndLocals()
+{
+    LiveSession session(option());
+    const QList<QWidget *> widgets = session.get<IDockExtension>()->widgets();
+    QWidget window; // the docks show while their window does
+    auto *layout = new QVBoxLayout(&window);
+    for (QWidget *widget : widgets)
+        layout->addWidget(widget);
+    QTest::ignoreMessage(QtWarningMsg, "This plugin does not support propagateSizeHints()");
+    window.show();
+    session.get<IBreakpoints>()->setBreakpoint(file(), line(u"return result"_s), BreakpointEnabled);
+    QVERIFY(session.start());
+    session.env->run();
+    QVERIFY(session.waitFor(Env::ProgramBreakpointHit));
+    auto *stack = widgets[0]->findChild<QTreeWidget *>();
+    QTRY_COMPARE(stack->topLevelItemCount(), 2);
+    QCOMPARE(stack->topLevelItem(1)->text(1), u"main"_s);
+    auto *locals = widgets[1]->findChild<QTreeWidget *>();
+    QTRY_VERIFY(!locals->findItems(u"value"_s, Qt::MatchExactly).isEmpty());
+    Q_EMIT stack->itemActivated(stack->topLevelItem(1), 0);
+    QVERIFY(session.waitFor(Env::ProgramPaused));
+    QCOMPARE(session.location(), at(u"sum = sum + twice"_s));
+    QTRY_VERIFY(!locals->findItems(u"sum"_s, Qt::MatchExactly).isEmpty());
+    locals->findItems(u"sum"_s, Qt::MatchExactly).first()->setText(1, u"40"_s);
+    QTRY_COMPARE(session.evaluate(u"sum"_s), u"40"_s);
+}
+
+void tst_BoardSession::twoCoresStopTogether()
+{
+    const QString first = m_programs.firmware(u"core0.elf"_s, u"core0.ld"_s, {u"-mcpu=cortex-m33"_s, u"-DCORE0"_s});
+    const QString second = m_programs.firmware(u"core1.elf"_s, u"core1.ld"_s, {u"-mcpu=cortex-m33"_s, u"-DCORE1"_s});
+    QVERIFY(!first.isEmpty() && !second.isEmpty());
+    LiveSession session(u"qemu:mps2-an521;image=%1;secondImage=%2"_s.arg(first, second));
+    QVERIFY(session.start());
+    QCOMPARE(session.env->session()->frame().function, u"main"_s);
+    session.get<IBreakpoints>()->setBreakpoint(file(), line(u"cores = cores + 1"_s), BreakpointEnabled);
+    session.env->run();
+    QVERIFY(session.waitFor(Env::ProgramBreakpointHit));
+    QCOMPARE(session.env->session()->threadId(), u"2"_s);
+    QCOMPARE(session.location(), at(u"cores = cores + 1"_s));
+    QVERIFY(session.env->session()->selectThread(u"1"_s));
+    QVERIFY(session.waitFor(Env::ProgramPaused));
+    QCOMPARE(session.env->session()->frame().function, u"spin"_s);
+    session.env->restart();
+    QVERIFY(session.waitFor(Env::ProgramPaused));
+}
+
+void tst_BoardSession::twoBoardsRunAndPauseTogether()
+{
+    LiveSession first(option(u";group=pair"_s));
+    LiveSession second(option(u";group=pair"_s));
+    LiveSession stranger(option());
+    const auto leader = first.get<IMultiProcessorSync>();
+    QCOMPARE(leader->groupId(), u"pair"_s);
+    QCOMPARE(leader->supportedOperations(u"pair"_s), 0x000F000F);
+    QCOMPARE(second.get<IMultiProcessorSync>()->supportedOperations(u"pair"_s), 0x000F000F);
+    QCOMPARE(second.get<IMultiProcessorSync>()->supportedOperations(u"other"_s), 0);
+    QCOMPARE(stranger.get<IMultiProcessorSync>()->supportedOperations(QString()), 0);
+    QVERIFY(first.start() && second.start() && stranger.start());
+    for (int round = 0; round < 3; ++round) {
+        leader->syncRun();
+        QVERIFY(first.waitFor(Env::ProgramRunning) && second.waitFor(Env::ProgramRunning));
+        leader->syncPause();
+        QVERIFY(first.waitFor(Env::ProgramPaused) && second.waitFor(Env::ProgramPaused));
+    }
+    leader->syncRestart();
+    QCOMPARE(second.location(), atMain());
+    QCOMPARE(stranger.env->programStatus(), Env::ProgramPaused);
+}
+
+void tst_BoardSession::killedInEachState_data()
+{
+    QTest::addColumn<QString>("victim");
+    QTest::addColumn<bool>("running");
+    QTest::addColumn<int>("status");
+    QTest::addColumn<QString>("words");
+    QTest::newRow("gdb, paused") << u"gdb"_s << false << int(Env::ProgramUnknown) << u"gdb has ended unexpectedly."_s;
+    QTest::newRow("gdb, running") << u"gdb"_s << true << int(Env::ProgramUnknown) << u"gdb has ended unexpectedly."_s;
+    QTest::newRow("QEMU, paused") << u"qemu"_s << false << int(Env::ProgramFinished)
+                                  << u"'qemu-system-arm' was ended by a signal."_s;
+    QTest::newRow("QEMU, running") << u"qemu"_s << true << int(Env::ProgramFinished)
+                                   << u"'qemu-system-arm' was ended by a signal."_s;
+}
+
+void tst_BoardSession::killedInEachState()
+{
+    QFETCH(QString, victim);
+    QFETCH(bool, running);
+    QFETCH(int, status);
+    QFETCH(QString, words);
+    LiveSession session(option());
+    QVERIFY(session.start());
+    if (running) {
+        session.env->run();
+        QVERIFY(session.waitFor(Env::ProgramRunning));
+    }
+    const auto *target = static_cast<QemuTarget *>(session.env->session()->target());
+    ::kill(pid_t(victim == u"gdb" ? session.env->session()->gdb()->processId() : target->processId()), SIGKILL);
+    QVERIFY(session.waitFor(Env::ProgramStatus(status)));
+    QTRY_VERIFY2(session.events.text.contains(words), qPrintable(session.events.text));
+    uint value = 0;
+    QCOMPARE(session.get<IMemory>()->read(0, IMemory::Byte, 0, &value), int(IMemory::NoMemory));
+    session.env->pause();
+    session.env->stepOver(u"firmware.c"_s);
+    session.env->restart();
+    QVERIFY(session.waitFor(Env::ProgramPaused));
+    QCOMPARE(session.location(), atMain());
+}
+
+void tst_BoardSession::semihostingIsShownAndEndsTheProgram()
+{
+    LiveSession session(option());
+    QByteArray output;
+    connect(session.env->session(), &GdbSession::output, this, [&output](const QByteArray &bytes) { output += bytes; });
+    QVERIFY(session.start());
+    QCOMPARE(session.evaluate(u"command=5"_s), u"5"_s);
+    session.env->run();
+    QVERIFY(session.waitFor(Env::ProgramFinished));
+    QTRY_VERIFY2(output.contains("by semihosting\n"), output.constData());
+    QTRY_VERIFY2(session.events.text.contains(u"ended with code 5."_s), qPrintable(session.events.text));
+    session.env->restart();
+    QVERIFY(session.waitFor(Env::ProgramPaused));
+    QCOMPARE(session.location(), atMain());
+}
+
+void tst_BoardSession::aLockedUpProcessorIsTold()
+{
+    LiveSession session(option());
+    QVERIFY(session.start());
+    QCOMPARE(session.evaluate(u"command=6"_s), u"6"_s); // the fault's handler fails itself
+    session.env->run();
+    QVERIFY(session.waitFor(Env::ProgramFinished));
+    QTRY_VERIFY2(session.events.text.contains(u"Lockup"_s), qPrintable(session.events.text));
+}
+
+void tst_BoardSession::aHangingEmulatorDoesNotHangUs()
+{
+    LiveSession session(option());
+    QVERIFY(session.start());
+    const auto emulator = pid_t(static_cast<QemuTarget *>(session.env->session()->target())->processId());
+    ::kill(emulator, SIGSTOP);
+    session.env->session()->targetChanged();
+    const QString first = session.evaluate(u"*(int *)0x20001000"_s);
+    QVERIFY2(
+        first.startsWith(u"error: gdb did not answer '-data-evaluate-expression \"*(int *)0x20001000\"' within "_s),
+        qPrintable(first));
+    QCOMPARE(session.evaluate(u"1"_s), u"error: gdb does not answer."_s); // at once
+    ::kill(emulator, SIGCONT);
+    QTRY_COMPARE(session.evaluate(u"1"_s), u"1"_s);
+    session.env->stepOver(u"firmware.c"_s);
+    QVERIFY(session.waitFor(Env::ProgramPaused));
+}
+
+void tst_BoardSession::anUnknownBoardIsTold()
+{
+    LiveSession session(u"qemu:nosuchboard;image="_s + m_image);
+    QVERIFY(!session.env->start(false));
+    QVERIFY2(session.events.serious.startsWith(u"'qemu-system-arm' ended at once: "_s),
+             qPrintable(session.events.serious));
+    LiveSession missing(option(u";qemu=/nowhere/qemu"_s));
+    QVERIFY(!missing.env->start(false));
+    QVERIFY2(missing.events.serious.startsWith(u"Cannot run '/nowhere/qemu': "_s), qPrintable(missing.events.serious));
+}
+
+namespace {
+/// A QEMU of somebody else, with gdb's server on a socket.
+class ForeignBoard
+{
+public:
+    explicit ForeignBoard(const QString &image)
+    {
+        m_process.start(u"qemu-system-arm"_s,
+                        {u"-M"_s, u"mps2-an385"_s, u"-display"_s, u"none"_s, u"-monitor"_s, u"none"_s, u"-serial"_s,
+                         u"null"_s, u"-kernel"_s, image, u"-chardev"_s,
+                         u"socket,id=g,path=%1,server=on,wait=off"_s.arg(address()), u"-gdb"_s, u"chardev:g"_s});
+    }
+    ~ForeignBoard() { end(); }
+    Q_DISABLE_COPY_MOVE(ForeignBoard)
+
+    QString address() const { return m_directory.filePath(u"gdb"_s); }
+    bool isUp() const { return QFile::exists(address()); }
+    bool isRunning() const { return m_process.state() == QProcess::Running; }
+    void end()
+    {
+        m_process.kill();
+        m_process.waitForFinished();
+    }
+
+private:
+    QTemporaryDir m_directory;
+    QProcess m_process;
+};
+} // namespace
+
+void tst_BoardSession::attachesToAServer()
+{
+    ForeignBoard board(m_image);
+    QTRY_VERIFY(board.isUp());
+    LiveSession session(u"remote:%1;image=%2"_s.arg(board.address(), m_image));
+    QVERIFY(session.env->canAttach());
+    QVERIFY(session.start(true));
+    QVERIFY2(session.location().startsWith(u"firmware.c, "_s), qPrintable(session.location()));
+    session.env->stop();
+    QVERIFY(board.isRunning());
+    QVERIFY(session.start(false)); // loads the program
+    QCOMPARE(session.location(), atMain());
+    session.env->run();
+    QVERIFY(session.waitFor(Env::ProgramRunning));
+    session.env->stop();
+    QVERIFY(board.isRunning());
+}
+
+void tst_BoardSession::runsAProgramOfAGdbserver()
+{
+    const QString image = m_programs.native(u"served"_s);
+    QTcpServer probe; // a port that is free
+    QVERIFY(probe.listen(QHostAddress::LocalHost));
+    const QString address = u"127.0.0.1:%1"_s.arg(probe.serverPort());
+    probe.close();
+    QProcess server;
+    server.setProcessChannelMode(QProcess::MergedChannels);
+    server.start(u"gdbserver"_s, {u"--once"_s, address, image});
+    QTRY_VERIFY(server.peek(1000).contains("Listening"));
+    LiveSession session(u"remote:%1;image=%2"_s.arg(address, image));
+    QVERIFY(session.start());
+    QCOMPARE(session.evaluate(u"origin"_s), u"{x = 3, y = 4}"_s);
+    session.get<IBreakpoints>()->setBreakpoint(Programs::source(u"native.c"_s),
+                                               Programs::lineOf(u"native.c"_s, u"return result"_s), BreakpointEnabled);
+    session.env->run();
+    QVERIFY(session.waitFor(Env::ProgramBreakpointHit));
+    session.env->restart();
+    QVERIFY2(session.events.serious.contains(u"cannot start its program again"_s), qPrintable(session.events.serious));
+    QVERIFY(session.waitFor(Env::ProgramUnknown));
+    server.kill();
+    QVERIFY(server.waitForFinished());
+}
+
+void tst_BoardSession::aRefusedAddressIsTold()
+{
+    QTcpServer server;
+    QVERIFY(server.listen(QHostAddress::LocalHost));
+    const quint16 port = server.serverPort();
+    server.close();
+    LiveSession session(u"remote:127.0.0.1:%1;image=%2"_s.arg(port).arg(m_image));
+    QVERIFY(!session.env->start(true));
+    QVERIFY2(session.events.serious.startsWith(u"gdb cannot connect to '127.0.0.1:%1': "_s.arg(port)),
+             qPrintable(session.events.serious));
+    QCOMPARE(session.env->programStatus(), Env::ProgramUnknown);
+}
+
+void tst_BoardSession::anAddressThatDoesNotAnswerIsTold()
+{
+    QTcpServer server; // accepts, as a server does that serves another one already, and says nothing
+    QVERIFY(server.listen(QHostAddress::LocalHost));
+    LiveSession session(u"remote:127.0.0.1:%1;image=%2"_s.arg(server.serverPort()).arg(m_image));
+    QVERIFY(!session.env->start(true));
+    QVERIFY2(session.events.serious.contains(u"no other debugger on it?"_s), qPrintable(session.events.serious));
+}
+
+void tst_BoardSession::aLostServerIsTold()
+{
+    ForeignBoard board(m_image);
+    QTRY_VERIFY(board.isUp());
+    LiveSession session(u"remote:%1;image=%2"_s.arg(board.address(), m_image));
+    QVERIFY(session.start(true));
+    session.env->run();
+    QVERIFY(session.waitFor(Env::ProgramRunning));
+    board.end();
+    QVERIFY(session.waitFor(Env::ProgramUnknown));
+    QVERIFY2(session.events.serious.contains(u"The connection to '%1' is lost."_s.arg(board.address())),
+             qPrintable(session.events.serious));
+}
+
+void tst_BoardSession::logsTheDialogue()
+{
+    LiveSession session(option());
+    const auto commands = session.get<IExtensionCommands>();
+    QStringList texts;
+    for (const ExtensionCommand &command : commands->commands())
+        texts.append(command.text + (command.enabled ? u" +"_s : QString()) + (command.checked ? u" x"_s : QString()));
+    QCOMPARE(texts, (QStringList{u"Step out"_s, u"Step instruction"_s, u"Reload program"_s, u"Load symbols..."_s,
+                                 u"Log the dialogue with gdb +"_s}));
+    commands->execute(u"log"_s);
+    QVERIFY(commands->commands().last().checked);
+    QVERIFY(session.start());
+    QVERIFY2(session.events.text.contains(u"-break-insert -t \"main\"\n"_s), qPrintable(session.events.text));
+    QVERIFY(session.events.text.contains(u"< (gdb)"_s));
+    commands->execute(u"stepInstruction"_s);
+    QVERIFY(session.waitFor(Env::ProgramPaused));
+    session.env->loadSymbols(m_image);
+    QVERIFY(session.events.serious.isEmpty());
+}
+
+void tst_BoardSession::reloadsTheProgram()
+{
+    LiveSession session(option());
+    session.get<IBreakpoints>()->setBreakpoint(file(), line(u"origin.x = sum"_s), BreakpointEnabled);
+    QVERIFY(session.start());
+    session.env->run();
+    QVERIFY(session.waitFor(Env::ProgramBreakpointHit));
+    session.env->execute(u"reload"_s);
+    QVERIFY(session.waitFor(Env::ProgramPaused));
+    QCOMPARE(session.location(), atMain());
+    session.env->run();
+    QVERIFY(session.waitFor(Env::ProgramBreakpointHit));
+}
+
+QTEST_MAIN(tst_BoardSession)
+#include "tst_boardsession.moc"

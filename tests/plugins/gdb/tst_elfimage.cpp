@@ -1,0 +1,71 @@
+#include "elfimage.h"
+#include "livesession.h"
+
+class tst_ElfImage : public QObject
+{
+    Q_OBJECT
+private Q_SLOTS:
+    void init() { QTest::failOnWarning(QRegularExpression(u".?"_s)); }
+    void readsANativeProgram();
+    void readsFirmware();
+    void refusesOthers_data();
+    void refusesOthers();
+    void findsTheProjectsProgram();
+};
+
+void tst_ElfImage::readsANativeProgram()
+{
+    const Programs programs;
+    const ElfImage image = loadElfImage(programs.native(u"demo"_s));
+    QVERIFY(image.isValid() && image.isNative() && image.program && image.debugInformation);
+    QVERIFY(image.functions.size() > 3);
+    QVERIFY(std::any_of(image.segments.begin(), image.segments.end(),
+                        [](const auto &segment) { return segment.executable && !segment.writable; }));
+    QVERIFY(!loadElfImage(programs.native(u"bare"_s, {u"-s"_s})).debugInformation);
+}
+
+void tst_ElfImage::readsFirmware()
+{
+    const Programs programs;
+    const ElfImage image = loadElfImage(programs.firmware(u"firmware.elf"_s));
+    QCOMPARE(image.machine, int(ElfImage::Arm));
+    QVERIFY(!image.wide && !image.bigEndian && !image.isNative() && !image.relocatable);
+    QCOMPARE(image.entry & 1, 0u); // the mark of Thumb code is no part of the address
+    QVERIFY(image.functions.contains(image.entry));
+}
+
+void tst_ElfImage::refusesOthers_data()
+{
+    QTest::addColumn<QByteArray>("contents");
+    QTest::newRow("empty") << QByteArray();
+    QTest::newRow("text") << QByteArray("hello");
+    QTest::newRow("mark alone") << QByteArray("\177ELF");
+}
+
+void tst_ElfImage::refusesOthers()
+{
+    QFETCH(QByteArray, contents);
+    QVERIFY(!readElfImage(contents).isValid());
+}
+
+void tst_ElfImage::findsTheProjectsProgram()
+{
+    const Programs programs;
+    const QDir base(programs.directory());
+    ImageSearch search;
+    search.basePath = base.path();
+    search.name = u"demo"_s;
+    search.configuration = u"Debug"_s;
+    QCOMPARE(findImage(search), QString());
+    const QString loose = programs.native(u"loose"_s);
+    QCOMPARE(findImage(search), loose);
+    QVERIFY(base.mkpath(u"build/Debug"_s) && base.mkpath(u"build/Release"_s));
+    QVERIFY(QFile::copy(loose, base.filePath(u"build/Release/demo"_s)));
+    QCOMPARE(findImage(search), base.filePath(u"build/Release/demo"_s));
+    QVERIFY(QFile::copy(loose, base.filePath(u"build/Debug/demo.elf"_s)));
+    QVERIFY(QFile::copy(loose, base.filePath(u"build/Debug/newer"_s)));
+    QCOMPARE(findImage(search), base.filePath(u"build/Debug/demo.elf"_s));
+}
+
+QTEST_MAIN(tst_ElfImage)
+#include "tst_elfimage.moc"

@@ -1,0 +1,491 @@
+#include "livesession.h"
+#include <csignal>
+
+using Env = IExecutionEnvironment;
+
+/// Sessions with a program of this computer.
+class tst_NativeSession : public QObject
+{
+    Q_OBJECT
+private Q_SLOTS:
+    void initTestCase();
+    void init();
+    void cleanup();
+    void startsAtMain();
+    void beginsAtTheFirstInstructionIfAskedTo();
+    void stepsOverAndInto();
+    void stepsOut();
+    void runsToTheCursor();
+    void stopsAtABreakpointThatWasSetBefore();
+    void aLineWithoutCodeMovesToTheNextOne();
+    void aDisabledBreakpointIsPassed();
+    void setsABreakpointWhileRunning();
+    void pausesABusyLoop();
+    void aPauseOfAPausedProgramIsNothing();
+    void evaluatesAndAssigns();
+    void tellsHowTheProgramEnded();
+    void tellsOfACrash();
+    void startsAgainTenTimes();
+    void attachesToARunningProgram();
+    void programsOutputIsNotGdbs();
+    void findsSymbolsAndLines();
+    void readsRegisters();
+    void readsMemoryWhileRunning();
+    void disassembles();
+    void gdbKilledWhilePaused();
+    void gdbKilledWhileRunning();
+    void aProgramWithoutDebugInformationIsTold();
+    void aMissingProgramIsTold();
+    void aMissingGdbIsTold();
+    void somethingElseAsGdbIsTold();
+    void aMovedSourceIsFoundInTheSourceDirectories();
+    void aLostSourceShowsTheDisassembly();
+    void referencesAreGivenBack();
+
+private:
+    Programs m_programs;
+    QString m_image;
+    QString option(const QString &more = {}) const { return u"native:"_s + m_image + more; }
+};
+
+void tst_NativeSession::initTestCase()
+{
+    m_image = m_programs.native(u"demo"_s);
+    QVERIFY(!m_image.isEmpty());
+}
+
+void tst_NativeSession::init()
+{
+    QTest::failOnWarning(QRegularExpression(u".?"_s));
+}
+
+void tst_NativeSession::cleanup()
+{
+    QTRY_COMPARE(ownChildren(), QStringList());
+}
+
+void tst_NativeSession::startsAtMain()
+{
+    LiveSession session(option());
+    QVERIFY(session.initialised);
+    QVERIFY(session.start());
+    QCOMPARE(session.location(), u"native.c, %1"_s.arg(Programs::lineOf(u"native.c"_s, u"int sum = 0"_s)));
+    QCOMPARE(session.env->programStatus(), Env::ProgramPaused);
+    QCOMPARE(session.events.serious, QString());
+    session.env->stop();
+    QCOMPARE(session.env->programStatus(), Env::ProgramUnknown);
+    QCOMPARE(session.location(), QString());
+}
+
+void tst_NativeSession::beginsAtTheFirstInstructionIfAskedTo()
+{
+    LiveSession session(option(u";runTo="_s));
+    QVERIFY(session.start());
+    QVERIFY2(session.location().startsWith(u"disassembler:, "_s), qPrintable(session.location()));
+}
+
+void tst_NativeSession::stepsOverAndInto()
+{
+    LiveSession session(option());
+    QVERIFY(session.start());
+    const int call = Programs::lineOf(u"native.c"_s, u"sum + twice"_s);
+    session.env->runTo(Programs::source(u"native.c"_s), call);
+    QVERIFY(session.waitFor(Env::ProgramPaused));
+    QCOMPARE(session.location(), u"native.c, %1"_s.arg(call));
+    session.env->stepOver(u"native.c"_s);
+    QVERIFY(session.waitFor(Env::ProgramPaused));
+    QCOMPARE(session.location(), u"native.c, %1"_s.arg(call - 1));
+    session.env->stepOver(u"native.c"_s);
+    QVERIFY(session.waitFor(Env::ProgramPaused));
+    session.env->stepInto(u"native.c"_s);
+    QVERIFY(session.waitFor(Env::ProgramPaused));
+    QCOMPARE(session.location(), u"native.c, %1"_s.arg(Programs::lineOf(u"native.c"_s, u"int result"_s)));
+}
+
+void tst_NativeSession::stepsOut()
+{
+    LiveSession session(option());
+    session.get<IBreakpoints>()->setBreakpoint(Programs::source(u"native.c"_s),
+                                               Programs::lineOf(u"native.c"_s, u"int result"_s), BreakpointEnabled);
+    QVERIFY(session.start());
+    session.env->run();
+    QVERIFY(session.waitFor(Env::ProgramBreakpointHit));
+    session.env->execute(u"stepOut"_s);
+    QVERIFY(session.waitFor(Env::ProgramPaused));
+    QCOMPARE(session.location(), u"native.c, %1"_s.arg(Programs::lineOf(u"native.c"_s, u"sum + twice"_s)));
+}
+
+void tst_NativeSession::runsToTheCursor()
+{
+    LiveSession session(option());
+    QVERIFY(session.start());
+    const int line = Programs::lineOf(u"native.c"_s, u"origin.x = sum"_s);
+    session.env->runTo(Programs::source(u"native.c"_s), line);
+    QVERIFY(session.waitFor(Env::ProgramPaused));
+    QCOMPARE(session.location(), u"native.c, %1"_s.arg(line));
+    QCOMPARE(session.breakpoints(), QString());
+}
+
+void tst_NativeSession::stopsAtABreakpointThatWasSetBefore()
+{
+    LiveSession session(option());
+    const int line = Programs::lineOf(u"native.c"_s, u"return result"_s);
+    const auto breakpoints = session.get<IBreakpoints>();
+    QCOMPARE(breakpoints->setBreakpoint(Programs::source(u"native.c"_s), line, BreakpointEnabled), 0);
+    QCOMPARE(session.breakpoints(), u"[x] native.c, %1\n"_s.arg(line));
+    QVERIFY(session.start());
+    session.env->run();
+    QVERIFY(session.waitFor(Env::ProgramBreakpointHit));
+    QCOMPARE(session.location(), u"native.c, %1"_s.arg(line));
+    const QList<BreakpointLocation> places = breakpoints->breakpoints().first().locations;
+    QCOMPARE(places.size(), 2); // its place in the disassembly as well
+    QCOMPARE(places.last().file, u"disassembler:"_s);
+    session.env->stop();
+    QCOMPARE(session.breakpoints(), u"[x] native.c, %1\n"_s.arg(line));
+}
+
+void tst_NativeSession::aLineWithoutCodeMovesToTheNextOne()
+{
+    LiveSession session(option());
+    QVERIFY(session.start());
+    const auto breakpoints = session.get<IBreakpoints>();
+    const int brace = Programs::lineOf(u"native.c"_s, u"int twice"_s) + 1;
+    QCOMPARE(breakpoints->setBreakpoint(Programs::source(u"native.c"_s), brace - 2, BreakpointEnabled), 0);
+    const QString moved = session.breakpoints();
+    QVERIFY2(!moved.contains(QString::number(brace - 2)), qPrintable(moved));
+    QCOMPARE(breakpoints->setBreakpoint(Programs::source(u"native.c"_s), brace - 2, BreakpointRemoved), 0);
+    QCOMPARE(session.breakpoints(), QString());
+    QVERIFY(breakpoints->setBreakpoint(u"/nowhere/other.c"_s, 3, BreakpointEnabled) != 0);
+    QVERIFY2(session.events.text.contains(u"No breakpoint can be set at /nowhere/other.c, 3"_s),
+             qPrintable(session.events.text));
+}
+
+void tst_NativeSession::aDisabledBreakpointIsPassed()
+{
+    LiveSession session(option());
+    const auto breakpoints = session.get<IBreakpoints>();
+    const QString file = Programs::source(u"native.c"_s);
+    const int first = Programs::lineOf(u"native.c"_s, u"int result"_s);
+    const int second = Programs::lineOf(u"native.c"_s, u"origin.x = sum"_s);
+    breakpoints->setBreakpoint(file, first, BreakpointDisabled);
+    QVERIFY(session.start());
+    breakpoints->setBreakpoint(file, second, BreakpointEnabled);
+    session.env->run();
+    QVERIFY(session.waitFor(Env::ProgramBreakpointHit));
+    QCOMPARE(session.location(), u"native.c, %1"_s.arg(second));
+    QCOMPARE(session.breakpoints(), u"[ ] native.c, %1\n[x] native.c, %2\n"_s.arg(first).arg(second));
+}
+
+void tst_NativeSession::setsABreakpointWhileRunning()
+{
+    LiveSession session(option(u";arguments=spin"_s));
+    QVERIFY(session.start());
+    session.env->run();
+    QVERIFY(session.waitFor(Env::ProgramRunning));
+    const int line = Programs::lineOf(u"native.c"_s, u"loops = loops + 1"_s);
+    QCOMPARE(session.get<IBreakpoints>()->setBreakpoint(Programs::source(u"native.c"_s), line, BreakpointEnabled), 0);
+    QVERIFY(!session.events.statuses.contains(Env::ProgramPaused));
+    QVERIFY(session.waitFor(Env::ProgramBreakpointHit));
+    QCOMPARE(session.location(), u"native.c, %1"_s.arg(line));
+    session.get<IBreakpoints>()->setBreakpoint(Programs::source(u"native.c"_s), line, BreakpointRemoved);
+    session.env->run();
+    QVERIFY(session.waitFor(Env::ProgramRunning));
+    QCOMPARE(session.get<IBreakpoints>()->setBreakpoint(Programs::source(u"native.c"_s), line + 20, BreakpointDisabled),
+             0);
+    QVERIFY(session.waitFor(Env::ProgramRunning)); // and goes on
+    QCOMPARE(session.env->programStatus(), Env::ProgramRunning);
+}
+
+void tst_NativeSession::pausesABusyLoop()
+{
+    LiveSession session(option(u";arguments=spin"_s));
+    QVERIFY(session.start());
+    session.env->run();
+    QVERIFY(session.waitFor(Env::ProgramRunning));
+    QTRY_VERIFY(session.evaluate(u"loops"_s).toInt() > 0);
+    session.env->pause();
+    QVERIFY(session.waitFor(Env::ProgramPaused));
+    QVERIFY2(session.location().startsWith(u"native.c, "_s), qPrintable(session.location()));
+}
+
+void tst_NativeSession::aPauseOfAPausedProgramIsNothing()
+{
+    LiveSession session(option());
+    QVERIFY(session.start());
+    session.env->pause();
+    session.env->stepOver(u"native.c"_s);
+    QVERIFY(session.waitFor(Env::ProgramPaused));
+    QCOMPARE(session.evaluate(u"sum"_s), u"0"_s);
+}
+
+void tst_NativeSession::evaluatesAndAssigns()
+{
+    LiveSession session(option());
+    QCOMPARE(session.evaluate(u"origin"_s), u"error: no program is being debugged"_s);
+    QVERIFY(session.start());
+    QCOMPARE(session.evaluate(u"origin"_s), u"{x = 3, y = 4}"_s);
+    QCOMPARE(session.evaluate(u"origin.y=9"_s), u"9"_s);
+    QCOMPARE(session.evaluate(u"origin.y * 2"_s), u"18"_s);
+    QCOMPARE(session.evaluate(u"nothing"_s), u"error: No symbol \"nothing\" in current context."_s);
+}
+
+void tst_NativeSession::tellsHowTheProgramEnded()
+{
+    LiveSession session(option());
+    QVERIFY(session.start());
+    session.env->run();
+    QVERIFY(session.waitFor(Env::ProgramFinished));
+    QVERIFY2(session.events.text.contains(u"The program ended with code 7."_s), qPrintable(session.events.text));
+    session.env->restart();
+    QVERIFY(session.waitFor(Env::ProgramPaused));
+    QCOMPARE(session.location(), u"native.c, %1"_s.arg(Programs::lineOf(u"native.c"_s, u"int sum = 0"_s)));
+}
+
+void tst_NativeSession::tellsOfACrash()
+{
+    LiveSession session(option(u";arguments=crash"_s));
+    QVERIFY(session.start());
+    session.env->run();
+    QVERIFY(session.waitFor(Env::ProgramPaused));
+    QVERIFY2(session.events.text.contains(u"SIGSEGV"_s), qPrintable(session.events.text));
+    QCOMPARE(session.location(), u"native.c, %1"_s.arg(Programs::lineOf(u"native.c"_s, u"*(volatile int *)0"_s)));
+}
+
+void tst_NativeSession::startsAgainTenTimes()
+{
+    LiveSession session(option());
+    const int line = Programs::lineOf(u"native.c"_s, u"return result"_s);
+    session.get<IBreakpoints>()->setBreakpoint(Programs::source(u"native.c"_s), line, BreakpointEnabled);
+    QVERIFY(session.start());
+    for (int round = 0; round < 10; ++round) {
+        session.env->run();
+        QVERIFY(session.waitFor(Env::ProgramBreakpointHit));
+        QCOMPARE(session.location(), u"native.c, %1"_s.arg(line));
+        QCOMPARE(session.evaluate(u"value"_s), u"0"_s);
+        session.env->restart();
+        QVERIFY(session.waitFor(Env::ProgramPaused));
+    }
+    QCOMPARE(session.events.serious, QString());
+}
+
+void tst_NativeSession::attachesToARunningProgram()
+{
+    QProcess program;
+    program.start(m_image, {u"spin"_s});
+    QVERIFY(program.waitForReadyRead());
+    LiveSession session(option(u";processId="_s + QString::number(program.processId())));
+    QVERIFY(session.env->canAttach());
+    QVERIFY(session.start(true));
+    QVERIFY2(session.location().startsWith(u"native.c, "_s), qPrintable(session.location()));
+    QVERIFY(session.evaluate(u"loops"_s).toInt() > 0);
+    session.env->stop();
+    QCOMPARE(program.state(), QProcess::Running); // it runs on
+    QVERIFY(!program.waitForFinished(0));
+    program.kill();
+    QVERIFY(program.waitForFinished());
+}
+
+void tst_NativeSession::programsOutputIsNotGdbs()
+{
+    LiveSession session(option(u";arguments=echo"_s));
+    QByteArray output;
+    connect(session.env->session(), &GdbSession::output, this, [&output](const QByteArray &bytes) { output += bytes; });
+    QVERIFY(session.start());
+    session.env->run();
+    QTRY_COMPARE(output, QByteArray("ready\n"));
+    session.env->session()->target()->writeInput("hello\n");
+    QVERIFY(session.waitFor(Env::ProgramFinished));
+    QTRY_COMPARE(output, QByteArray("ready\ngot hello\n"));
+}
+
+void tst_NativeSession::findsSymbolsAndLines()
+{
+    LiveSession session(option());
+    QVERIFY(session.start());
+    const auto mapping = session.get<ISourceMapping>();
+    const auto lookup = session.get<ISymbolLookup>();
+    uint address = 0;
+    QVERIFY(mapping->symbolAddress(u"twice"_s, address));
+    QVERIFY(!mapping->symbolAddress(u"nothing"_s, address));
+    QVERIFY(mapping->symbolAddress(u"twice"_s, address));
+    QString file;
+    int line = 0;
+    QVERIFY(mapping->sourceLocation(address, 0, file, line));
+    QCOMPARE(file, Programs::source(u"native.c"_s));
+    QCOMPARE(line, Programs::lineOf(u"native.c"_s, u"int twice"_s) + 1);
+    QString name;
+    QVERIFY(lookup->symbolAt(address + 4, 0, name));
+    QCOMPARE(name, u"twice + 4"_s);
+    uint lineAddress = 0;
+    QVERIFY(lookup->addressOf(file, line, lineAddress));
+    QCOMPARE(lineAddress, address);
+    QVERIFY(!lookup->addressOf(file, 1, lineAddress));
+}
+
+void tst_NativeSession::readsRegisters()
+{
+    LiveSession session(option());
+    QVERIFY(session.start());
+    const auto registers = session.get<IRegisters>();
+    QStringList names;
+    for (const RegisterInfo &info : registers->registers())
+        names.append(info.name);
+    QVERIFY(names.contains(u"rip"_s) && names.contains(u"xmm3"_s) && !names.contains(u"al"_s)
+            && !names.contains(u"zmm1"_s));
+    const quint64 pc = registers->value(u"rip"_s, 0) | quint64(registers->value(u"rip"_s, 1)) << 32;
+    QCOMPARE(pc, session.env->session()->frame().address);
+    QCOMPARE(registers->value(u"rip"_s, 2), 0u);
+    registers->setValue(u"rbx"_s, 0x11223344, 0);
+    registers->setValue(u"rbx"_s, 0x55667788, 1);
+    QCOMPARE(session.evaluate(u"$rbx"_s), QString::number(0x5566778811223344));
+}
+
+void tst_NativeSession::readsMemoryWhileRunning()
+{
+    LiveSession session(option(u";arguments=spin"_s));
+    QVERIFY(session.start());
+    const auto memory = session.get<IMemory>();
+    uint address = 0;
+    QVERIFY(session.get<ISourceMapping>()->symbolAddress(u"origin"_s, address));
+    int region = -1;
+    for (const MemoryRegion &candidate : memory->regions()) {
+        if (candidate.name.startsWith(u"demo"_s) && address >= candidate.lowAddress && address <= candidate.highAddress)
+            region = candidate.id;
+    }
+    QVERIFY(region >= 0);
+    uint value = 0;
+    QCOMPARE(memory->read(region, IMemory::Word32, address, &value), int(IMemory::Success));
+    QCOMPARE(value, 3u);
+    session.env->run();
+    QVERIFY(session.waitFor(Env::ProgramRunning));
+    QTRY_COMPARE((memory->read(region, IMemory::Word32, address, &value), value), 12u);
+    QCOMPARE(memory->write(region, IMemory::Word16, address, 0x1234, true), int(IMemory::Success));
+    QCOMPARE(memory->read(region, IMemory::Word24, address, &value), int(IMemory::Success));
+    QCOMPARE(value, 0x1234u);
+}
+
+void tst_NativeSession::disassembles()
+{
+    LiveSession session(option());
+    QVERIFY(session.start());
+    const auto memory = session.get<IMemory>();
+    const auto lines = session.get<IDisassemblyAddress>();
+    uint address = 0;
+    QVERIFY(session.get<ISourceMapping>()->symbolAddress(u"twice"_s, address));
+    const int index = int(address - memory->regions().first().lowAddress);
+    QVERIFY2(lines->text(index).contains(u"twice"_s), qPrintable(lines->text(index)));
+    QVERIFY(lines->text(index + 2).isNull()); // inside an instruction of four bytes
+    QCOMPARE(lines->sourceLines(index).size(), 1);
+    QVERIFY(lines->sourceLines(index).first().contains(u"{"_s));
+    QVERIFY(!session.get<IDisassembly>()->disassemble(address, 0).isEmpty());
+}
+
+void tst_NativeSession::gdbKilledWhilePaused()
+{
+    LiveSession session(option());
+    QVERIFY(session.start());
+    ::kill(pid_t(session.env->session()->gdb()->processId()), SIGKILL);
+    QVERIFY(session.waitFor(Env::ProgramUnknown));
+    QVERIFY2(session.events.serious.contains(u"gdb has ended unexpectedly."_s), qPrintable(session.events.serious));
+    QVERIFY(session.evaluate(u"1"_s).startsWith(u"error"_s));
+    session.env->restart();
+    QVERIFY(session.waitFor(Env::ProgramPaused));
+    QCOMPARE(session.evaluate(u"origin.x"_s), u"3"_s);
+}
+
+void tst_NativeSession::gdbKilledWhileRunning()
+{
+    LiveSession session(option(u";arguments=spin"_s));
+    QVERIFY(session.start());
+    session.env->run();
+    QVERIFY(session.waitFor(Env::ProgramRunning));
+    ::kill(pid_t(session.env->session()->gdb()->processId()), SIGKILL);
+    QVERIFY(session.waitFor(Env::ProgramUnknown));
+    session.env->pause();
+    session.env->run();
+    session.env->stop();
+    QTRY_COMPARE(ownChildren(), QStringList());
+}
+
+void tst_NativeSession::aProgramWithoutDebugInformationIsTold()
+{
+    const QString image = m_programs.native(u"bare"_s, {u"-s"_s});
+    LiveSession session(u"native:"_s + image + u";runTo="_s);
+    QVERIFY(session.start());
+    QVERIFY2(session.events.text.contains(u"has no debug information"_s), qPrintable(session.events.text));
+    QVERIFY(session.location().startsWith(u"disassembler:"_s));
+    session.env->stepOver(u"native.c"_s);
+    QVERIFY(session.waitFor(Env::ProgramPaused));
+}
+
+void tst_NativeSession::aMissingProgramIsTold()
+{
+    LiveSession session(u"native:/nowhere/demo"_s);
+    QVERIFY(!session.env->start(false));
+    QCOMPARE(session.events.serious, u"'/nowhere/demo' is no program that can be debugged.\n"_s);
+}
+
+void tst_NativeSession::aMissingGdbIsTold()
+{
+    LiveSession session(option(u";gdb=/nowhere/gdb"_s));
+    QVERIFY(!session.env->start(false));
+    QVERIFY2(session.events.serious.startsWith(u"Cannot run '/nowhere/gdb': "_s), qPrintable(session.events.serious));
+}
+
+void tst_NativeSession::somethingElseAsGdbIsTold()
+{
+    LiveSession session(option(u";gdb=true"_s));
+    QVERIFY(!session.env->start(false));
+    QCOMPARE(session.events.serious, u"'true' does not answer as gdb does.\n"_s);
+}
+
+void tst_NativeSession::aMovedSourceIsFoundInTheSourceDirectories()
+{
+    QTemporaryDir old;
+    QVERIFY(QFile::copy(Programs::source(u"native.c"_s), old.filePath(u"native.c"_s)));
+    const QString image = old.filePath(u"demo"_s);
+    QCOMPARE(QProcess::execute(u"gcc"_s, {u"-g"_s, old.filePath(u"native.c"_s), u"-o"_s, image}), 0);
+    QVERIFY(QFile::remove(old.filePath(u"native.c"_s)));
+    LiveSession session(u"native:"_s + image, {{u"gdbSourceDirectories"_s, QStringLiteral(PROGRAM_DIRECTORY)}});
+    const int line = Programs::lineOf(u"native.c"_s, u"return result"_s);
+    session.get<IBreakpoints>()->setBreakpoint(Programs::source(u"native.c"_s), line, BreakpointEnabled);
+    QVERIFY(session.start());
+    QVERIFY2(session.location().startsWith(u"native.c, "_s), qPrintable(session.location()));
+    session.env->run();
+    QVERIFY(session.waitFor(Env::ProgramBreakpointHit));
+    QCOMPARE(session.location(), u"native.c, %1"_s.arg(line));
+    QCOMPARE(session.breakpoints(), u"[x] native.c, %1\n"_s.arg(line));
+}
+
+void tst_NativeSession::aLostSourceShowsTheDisassembly()
+{
+    QTemporaryDir old;
+    QVERIFY(QFile::copy(Programs::source(u"native.c"_s), old.filePath(u"lost.c"_s)));
+    const QString image = old.filePath(u"demo"_s);
+    QCOMPARE(QProcess::execute(u"gcc"_s, {u"-g"_s, old.filePath(u"lost.c"_s), u"-o"_s, image}), 0);
+    QVERIFY(QFile::remove(old.filePath(u"lost.c"_s)));
+    LiveSession session(u"native:"_s + image);
+    QVERIFY(session.start());
+    QVERIFY2(session.location().startsWith(u"disassembler:, "_s), qPrintable(session.location()));
+    QCOMPARE(session.location(), session.location());
+    QCOMPARE(session.events.text.count(u"is not there any more"_s), 1);
+}
+
+void tst_NativeSession::referencesAreGivenBack()
+{
+    LiveSession session(option());
+    QVERIFY(session.start());
+    {
+        const auto memory = session.get<IMemory>();
+        QCOMPARE(session.get<IRegisters>().get(), queryInterface<IRegisters>(memory.get()).get());
+    }
+    session.env->addRef();
+    session.env->release();
+    QCOMPARE(session.env->release(), 0ul); // in the middle of a session
+    session.env = nullptr;
+    QCOMPARE(session.project.references, 0);
+    QCOMPARE(session.events.references, 0);
+}
+
+QTEST_MAIN(tst_NativeSession)
+#include "tst_nativesession.moc"
