@@ -1,0 +1,253 @@
+#include "breakpointdialog.h"
+#include "breakpointtext.h"
+#include "callplugin.h"
+#include "iexecutionenvironment.h"
+#include "messages.h"
+#include "project.h"
+#include "projecttreeitem.h"
+#include "projectworkspace.h"
+#include "ui_breakpointdialogbase.h"
+#include "varnelassert.h"
+#include <QFileInfo>
+#include <QHeaderView>
+#include <QKeyEvent>
+
+using namespace Qt::StringLiterals;
+
+/// One breakpoint, or one to be.
+class BreakpointItem : public ListViewItem
+{
+public:
+    BreakpointItem(ListView *list, ListViewItem *after, const QString &text, Project *project,
+                   const QList<BreakpointLocation> &locations)
+        : ListViewItem(list, after, text), m_project(project), m_locations(locations)
+    {}
+
+    [[nodiscard]] Project *project() const { return m_project; } ///< Null for a new one.
+    [[nodiscard]] const QList<BreakpointLocation> &locations() const { return m_locations; }
+
+private:
+    const QPointer<Project> m_project;
+    const QList<BreakpointLocation> m_locations;
+};
+
+namespace {
+QString nameOf(const Project *project)
+{
+    return QFileInfo(project->fileName()).fileName().section(u' ', 0, 0) + u" - "_s + project->currentConfiguration();
+}
+
+InterfacePtr<IBreakpoints> breakpointsOf(const Project *project)
+{
+    return queryInterface<IBreakpoints>(project ? project->executionInterface() : nullptr);
+}
+
+bool setBreakpoint(IBreakpoints *breakpoints, const BreakpointLocation &place, int state)
+{
+    int result = -1;
+    runPlugin("IBreakpoints::setBreakpoint",
+              [&] { result = breakpoints->setBreakpoint(place.file, place.line, state); });
+    return result == 0;
+}
+
+void clearOld(const BreakpointItem *item)
+{
+    const auto breakpoints = breakpointsOf(item->project());
+    if (breakpoints && !item->locations().isEmpty())
+        setBreakpoint(breakpoints.get(), item->locations().first(), BreakpointRemoved);
+}
+} // namespace
+
+BreakpointDialog::BreakpointDialog(ProjectWorkspace *workspace, QWidget *parent, const QString &name)
+    : QDialog(parent), m_ui(std::make_unique<Ui::BreakpointDialogBase>()), m_workspace(workspace)
+{
+    VARNEL_ASSERT(workspace);
+    m_ui->setupUi(this);
+    setObjectName(name);
+    fill();
+    connect(m_ui->LocationEdit, &QLineEdit::textChanged, this, &BreakpointDialog::textChanged);
+    connect(m_ui->BreakpointList, &QTreeWidget::currentItemChanged, this, &BreakpointDialog::currentItemChanged);
+    connect(m_ui->OKButton, &QPushButton::clicked, this, &BreakpointDialog::accept);
+    connect(m_ui->CancelButton, &QPushButton::clicked, this, &BreakpointDialog::reject);
+    connect(m_ui->ClearButton, &QPushButton::clicked, this, &BreakpointDialog::clearBreakpoint);
+    connect(m_ui->ClearAllButton, &QPushButton::clicked, this, &BreakpointDialog::clearAll);
+    m_ui->BreakpointList->installEventFilter(this);
+}
+
+BreakpointDialog::~BreakpointDialog() = default;
+
+void BreakpointDialog::fill()
+{
+    ListView *list = m_ui->BreakpointList;
+    const int count = m_workspace ? m_workspace->count() : 0;
+    list->setHeaderLabels(QStringList(count > 1 ? 2 : 1, tr("Breakpoint")));
+    list->header()->hide();
+    list->setItemMargin(1);
+    if (count > 1) {
+        list->header()->setSectionResizeMode(0, QHeaderView::ResizeToContents);
+        list->header()->setMinimumSectionSize(100); // the names of projects are not squeezed away by long paths
+    }
+    m_last = new ProjectTreeItem(list, nullptr, tr("Add new breakpoint here"), nullptr, nullptr, 0, false);
+    m_last->setItalic(true);
+    for (int i = 0; i < count; ++i)
+        fill(m_workspace->project(i));
+    list->setCurrentItem(m_last);
+    currentItemChanged();
+}
+
+void BreakpointDialog::fill(Project *project)
+{
+    const auto breakpoints = breakpointsOf(project);
+    if (!breakpoints)
+        return;
+    const auto records = askPlugin("IBreakpoints::breakpoints", [&] { return breakpoints->breakpoints(); });
+    for (const BreakpointRecord &record : records) {
+        if (record.locations.isEmpty())
+            continue;
+        BreakpointItem *item = addItem(breakpointText(record.locations.first()), record.state == BreakpointEnabled,
+                                       project, record.locations);
+        if (m_workspace->count() > 1)
+            item->setText(1, u'[' + nameOf(project) + u']');
+    }
+}
+
+/// Above the last row.
+BreakpointItem *BreakpointDialog::addItem(const QString &text, bool enabled, Project *project,
+                                          const QList<BreakpointLocation> &locations)
+{
+    ListView *list = m_ui->BreakpointList;
+    auto *above = static_cast<ListViewItem *>(list->topLevelItem(list->indexOfTopLevelItem(m_last) - 1));
+    auto *item = new BreakpointItem(list, above, text, project, locations);
+    item->setCheckState(0, enabled ? Qt::Checked : Qt::Unchecked);
+    return item;
+}
+
+BreakpointItem *BreakpointDialog::currentBreakpoint() const
+{
+    ListViewItem *item = m_ui->BreakpointList->currentItem();
+    return item == m_last ? nullptr : static_cast<BreakpointItem *>(item);
+}
+
+void BreakpointDialog::currentItemChanged()
+{
+    updateButtons();
+    const QSignalBlocker blocker(m_ui->LocationEdit);
+    const BreakpointItem *item = currentBreakpoint();
+    m_ui->LocationEdit->setText(item ? item->text(0) : QString());
+}
+
+void BreakpointDialog::updateButtons()
+{
+    m_ui->ClearButton->setEnabled(currentBreakpoint());
+    m_ui->ClearAllButton->setEnabled(m_ui->BreakpointList->topLevelItemCount() > 1);
+}
+
+void BreakpointDialog::textChanged()
+{
+    BreakpointItem *item = currentBreakpoint();
+    if (!item) {
+        item = addItem({}, true, nullptr, {});
+        const QSignalBlocker blocker(m_ui->BreakpointList); // the text in the edit is the newer one
+        m_ui->BreakpointList->setCurrentItem(item);
+        updateButtons();
+    }
+    item->setText(0, m_ui->LocationEdit->text());
+}
+
+bool BreakpointDialog::eventFilter(QObject *watched, QEvent *event)
+{
+    if (event->type() != QEvent::KeyPress)
+        return QDialog::eventFilter(watched, event);
+    const QString text = static_cast<QKeyEvent *>(event)->text();
+    if (text.isEmpty() || !text.front().isPrint())
+        return QDialog::eventFilter(watched, event);
+    m_ui->LocationEdit->setFocus();
+    m_ui->LocationEdit->setText(text);
+    return true;
+}
+
+void BreakpointDialog::clearBreakpoint()
+{
+    if (BreakpointItem *item = currentBreakpoint())
+        remove(item);
+}
+
+void BreakpointDialog::clearAll()
+{
+    ListView *list = m_ui->BreakpointList;
+    while (list->firstChild() != m_last)
+        remove(static_cast<BreakpointItem *>(list->firstChild()));
+}
+
+void BreakpointDialog::remove(BreakpointItem *item)
+{
+    m_ui->BreakpointList->takeItem(item);
+    m_removed.emplace_back(item);
+    currentItemChanged(); // the list has told of the new current row while the old one still stood in it
+}
+
+void BreakpointDialog::accept()
+{
+    ListView *list = m_ui->BreakpointList;
+    for (ListViewItem *item = list->firstChild(); item != m_last; item = item->itemBelow()) {
+        if (apply(static_cast<BreakpointItem *>(item)))
+            continue;
+        list->setCurrentItem(item);
+        m_ui->LocationEdit->setFocus();
+        return;
+    }
+    for (const auto &item : m_removed)
+        clearOld(item.get());
+    QDialog::accept();
+}
+
+bool BreakpointDialog::apply(const BreakpointItem *item)
+{
+    clearOld(item);
+    if (item->text(0).isEmpty())
+        return true;
+    std::optional<BreakpointLocation> place = breakpointPlace(item->text(0));
+    if (!place) {
+        showInformation(this, tr("The breakpoint syntax is not valid. Specify breakpoints as:\n\n[file], [line] OR\n"
+                                 "disassembler, 0x[addr]"));
+        return false;
+    }
+    const auto breakpoints = resolve(*place, item);
+    if (!breakpoints)
+        return false;
+    const int state = item->checkState(0) == Qt::Checked ? BreakpointEnabled : BreakpointDisabled;
+    if (setBreakpoint(breakpoints.get(), *place, state))
+        return true;
+    showInformation(this, tr("The breakpoint could not be set."));
+    return false;
+}
+
+/// Who has the breakpoint; null if nobody. Makes the file of @p place absolute.
+InterfacePtr<IBreakpoints> BreakpointDialog::resolve(BreakpointLocation &place, const BreakpointItem *item)
+{
+    Project *project = item->project();
+    if (place.file == "disassembler:"_L1) {
+        const bool own = project && project->executionInterface();
+        return breakpointsOf(own || !m_workspace ? project : m_workspace->currentProject());
+    }
+    if (!project)
+        project = projectFor(place.file);
+    if (!project)
+        return {};
+    place.file = project->absolutePath(place.file);
+    return breakpointsOf(project);
+}
+
+/// For a file of a new breakpoint; null, and the user knows, if it is in no project.
+Project *BreakpointDialog::projectFor(const QString &file)
+{
+    const QList<Project *> projects = m_workspace ? m_workspace->projectsContainingFile(file) : QList<Project *>();
+    if (projects.isEmpty())
+        showInformation(this, tr("Breakpoints cannot be set in file:\n\n'%1'.").arg(file));
+    if (projects.size() < 2)
+        return projects.value(0);
+    showInformation(this, tr("The file you have specified is included in more than one project.\n\n%1\n\nThe "
+                             "breakpoint will be set in the currently active project (%2)")
+                              .arg(file, nameOf(m_workspace->currentProject())));
+    return m_workspace ? m_workspace->currentProject() : nullptr;
+}

@@ -1,0 +1,53 @@
+#pragma once
+#include "ibreakpoints.h"
+#include <memory>
+#include <QDialog>
+#include <QPointer>
+#include <vector>
+class BreakpointItem;
+class ListViewItem;
+class Project;
+class ProjectWorkspace;
+class ProjectTreeItem;
+namespace Ui {
+class BreakpointDialogBase;
+}
+
+/// Lists the breakpoints of all projects, to be changed, added and cleared. The environments hear of it when the dialog
+/// is accepted: each breakpoint is cleared and set anew, also one that is the same as before.
+class BreakpointDialog : public QDialog
+{
+    Q_OBJECT
+public:
+    /// @p workspace must not be null.
+    BreakpointDialog(ProjectWorkspace *workspace, QWidget *parent, const QString &name);
+    ~BreakpointDialog() override;
+
+public Q_SLOTS:
+    /// Stays open at the first breakpoint that cannot be set. What was done until then stays done.
+    void accept() override;
+    void clearBreakpoint();
+    void clearAll();
+    void textChanged();
+    void currentItemChanged();
+
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
+private:
+    void fill();
+    void fill(Project *project);
+    BreakpointItem *addItem(const QString &text, bool enabled, Project *project,
+                            const QList<BreakpointLocation> &locations);
+    [[nodiscard]] BreakpointItem *currentBreakpoint() const; ///< Null for the last row.
+    void remove(BreakpointItem *item);
+    void updateButtons();
+    bool apply(const BreakpointItem *item);
+    [[nodiscard]] InterfacePtr<IBreakpoints> resolve(BreakpointLocation &place, const BreakpointItem *item);
+    [[nodiscard]] Project *projectFor(const QString &file);
+
+    const std::unique_ptr<Ui::BreakpointDialogBase> m_ui;
+    const QPointer<ProjectWorkspace> m_workspace;
+    ProjectTreeItem *m_last = nullptr;                      ///< the row that stands for a new breakpoint
+    std::vector<std::unique_ptr<BreakpointItem>> m_removed; ///< their breakpoints still stand
+};

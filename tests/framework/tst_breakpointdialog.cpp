@@ -1,0 +1,407 @@
+#include "breakpointdialog.h"
+#include "breakpointtext.h"
+#include "dialoganswers.h"
+#include "dialogprobe.h"
+#include "ibreakpoints.h"
+#include "projecttreeitem.h"
+#include "stubfixture.h"
+#include <QHeaderView>
+#include <QLineEdit>
+
+using namespace Qt::StringLiterals;
+
+/// The dialog that shows and changes the breakpoints of all projects.
+class BreakpointDialogTest : public QObject, protected StubFixture
+{
+    Q_OBJECT
+
+private:
+    std::unique_ptr<BreakpointDialog> m_dialog;
+    std::unique_ptr<DialogAnswers> m_answers;
+
+    /// A project "<label>.vnp" with main.c and <label>.c, whose environment has these breakpoints.
+    Project *add(const QString &label, const QList<BreakpointRecord> &records, bool offers = true)
+    {
+        StubScript &script = executionScript(label, offers ? QSet<QUuid>{IBreakpoints::Iid} : QSet<QUuid>());
+        script.breakpoints = records;
+        Project *project = addProject(label, {}, label,
+                                      u"<file path=\"main.c\"/><file path=\"%1.c\"/>"
+                                      u"<properties><configuration name=\"Debug\"/></properties>"_s.arg(label));
+        project->addFiles({path(u"main.c"_s), path(label + u".c"_s)}, nullptr);
+        project->setCurrentConfiguration(u"Debug"_s);
+        const InterfacePtr<IPluginObject> object(create(u'{' + label + u'}'));
+        const auto environment = queryInterface<IExecutionEnvironment>(object.get());
+        project->setExecutionInterface(environment.get());
+        return project;
+    }
+
+    void open()
+    {
+        m_dialog = std::make_unique<BreakpointDialog>(m_workspace.get(), nullptr, u"breakpointDialog"_s);
+        m_dialog->show();
+        m_stub->takeCalls();
+    }
+
+    ListView *list() { return m_dialog->findChild<ListView *>(u"BreakpointList"_s); }
+    QLineEdit *edit() { return m_dialog->findChild<QLineEdit *>(u"LocationEdit"_s); }
+    void click(const char *name) { button(*m_dialog, name)->click(); }
+    void select(int row) { list()->setCurrentItem(list()->topLevelItem(row)); }
+    void check(int row, bool on) { list()->topLevelItem(row)->setCheckState(0, on ? Qt::Checked : Qt::Unchecked); }
+    void retype(const QString &text)
+    {
+        edit()->selectAll();
+        if (text.isEmpty())
+            QTest::keyClick(edit(), Qt::Key_Delete);
+        else
+            QTest::keyClicks(edit(), text);
+    }
+
+    /// The rows, the current one with a star; "-" stands for a row without a box.
+    QString rows()
+    {
+        QString text;
+        for (const ListViewItem *item = list()->firstChild(); item; item = item->itemBelow()) {
+            const QVariant box = item->data(0, Qt::CheckStateRole);
+            text += item == list()->currentItem() ? u'*' : u' ';
+            text += !box.isValid() ? u"- "_s : box.toInt() == Qt::Checked ? u"[x] "_s : u"[ ] "_s;
+            text += item->text(0) + (item->text(1).isEmpty() ? QString() : u" | "_s + item->text(1)) + u'\n';
+        }
+        return text;
+    }
+
+    /// The calls, without the directory of the projects.
+    QStringList takeCalls()
+    {
+        QStringList calls = m_stub->takeCalls();
+        return calls.replaceInStrings(m_directory->path(), u"~"_s);
+    }
+
+    [[nodiscard]] bool isOpen() const { return m_dialog->isVisible(); }
+
+private Q_SLOTS:
+    void init()
+    {
+        setUp();
+        m_answers = std::make_unique<DialogAnswers>();
+    }
+    void cleanup()
+    {
+        m_answers.reset();
+        m_dialog.reset();
+        tearDown();
+    }
+
+    void withoutBreakpointsThereIsOneRow()
+    {
+        add(u"fw"_s, {});
+        open();
+        QCOMPARE(m_dialog->objectName(), u"breakpointDialog"_s);
+        QCOMPARE(m_dialog->windowTitle(), u"Breakpoints"_s);
+        QCOMPARE(rows(), u"*- Add new breakpoint here\n"_s);
+        QVERIFY(static_cast<ProjectTreeItem *>(list()->currentItem())->isItalic());
+        QCOMPARE(edit()->text(), QString());
+        QVERIFY(!button(*m_dialog, "ClearButton")->isEnabled());
+        QVERIFY(!button(*m_dialog, "ClearAllButton")->isEnabled());
+    }
+
+    void eachBreakpointIsARowOfItsFirstPlace()
+    {
+        add(u"fw"_s, {{{{u"main.c"_s, 7}, {u"inline.h"_s, 3}}, 1},
+                      {{}, 1},
+                      {{{u"uart.c"_s, 12}}, 2},
+                      {{{u"disassembler:0x00001234:fw"_s, 0x1AC1}}, 1},
+                      {{{u"several.c"_s, 1}}, 3}});
+        open();
+        QCOMPARE(rows(), u" [x] main.c, 7\n [ ] uart.c, 12\n [x] disassembler, 0x1ac0\n [ ] several.c, 1\n"
+                         "*- Add new breakpoint here\n"_s);
+        QVERIFY(list()->header()->isHidden());
+        QCOMPARE(list()->columnCount(), 1);
+        QCOMPARE(list()->headerItem()->text(0), u"Breakpoint"_s);
+        QCOMPARE(list()->itemMargin(), 1);
+        QCOMPARE(edit()->text(), QString());
+        QVERIFY(!button(*m_dialog, "ClearButton")->isEnabled());
+        QVERIFY(button(*m_dialog, "ClearAllButton")->isEnabled());
+    }
+
+    void severalProjectsAreNamed()
+    {
+        add(u"fw"_s, {{{{u"main.c"_s, 7}}, 1}});
+        add(u"mute"_s, {{{{u"main.c"_s, 8}}, 1}}, false);
+        add(u"boot"_s, {{{{u"main.c"_s, 9}}, 2}});
+        open();
+        QCOMPARE(rows(), u" [x] main.c, 7 | [fw.vnp - Debug]\n [ ] main.c, 9 | [boot.vnp - Debug]\n"
+                         "*- Add new breakpoint here\n"_s);
+        QCOMPARE(list()->columnCount(), 2);
+        QCOMPARE(list()->headerItem()->text(1), u"Breakpoint"_s);
+        QVERIFY(list()->columnWidth(1) >= 100);
+    }
+
+    void theCurrentRowIsInTheEdit()
+    {
+        add(u"fw"_s, {{{{u"main.c"_s, 7}}, 1}});
+        open();
+        select(0);
+        QCOMPARE(edit()->text(), u"main.c, 7"_s);
+        QVERIFY(button(*m_dialog, "ClearButton")->isEnabled());
+        select(1);
+        QCOMPARE(edit()->text(), QString());
+        QVERIFY(!button(*m_dialog, "ClearButton")->isEnabled());
+        QCOMPARE(rows(), u" [x] main.c, 7\n*- Add new breakpoint here\n"_s);
+    }
+
+    void typingOnTheLastRowMakesANewOne()
+    {
+        add(u"fw"_s, {{{{u"main.c"_s, 7}}, 1}});
+        open();
+        retype(u"main.c, 12"_s);
+        QCOMPARE(rows(), u" [x] main.c, 7\n*[x] main.c, 12\n - Add new breakpoint here\n"_s);
+        QVERIFY(button(*m_dialog, "ClearButton")->isEnabled());
+    }
+
+    void typingOnTheListGoesToTheEdit()
+    {
+        add(u"fw"_s, {{{{u"main.c"_s, 7}}, 1}});
+        open();
+        showActive(*m_dialog);
+        select(0);
+        list()->setFocus();
+        QTest::keyClick(list(), Qt::Key_Down);
+        QCOMPARE(list()->currentItem()->text(0), u"Add new breakpoint here"_s);
+        QTest::keyClick(list(), 'u');
+        QCOMPARE(QApplication::focusWidget(), edit());
+        QTest::keyClicks(edit(), u"art.c, 3"_s);
+        QCOMPARE(rows(), u" [x] main.c, 7\n*[x] uart.c, 3\n - Add new breakpoint here\n"_s);
+        list()->setFocus();
+        QTest::keyClick(list(), 'x');
+        QCOMPARE(rows(), u" [x] main.c, 7\n*[x] x\n - Add new breakpoint here\n"_s);
+    }
+
+    void whatIsAcceptedIsApplied_data()
+    {
+        QTest::addColumn<QString>("text"); // typed on the last row
+        QTest::addColumn<QStringList>("calls");
+        QTest::newRow("file") << u"main.c, 12"_s << QStringList{u"fw.setBreakpoint(~/main.c, 12, 1)"_s};
+        QTest::newRow("no blank") << u"main.c,12"_s << QStringList{u"fw.setBreakpoint(~/main.c, 12, 1)"_s};
+        QTest::newRow("address") << u"DISASSEMBLER, 0x1F"_s << QStringList{u"fw.setBreakpoint(disassembler:, 32, 1)"_s};
+        QTest::newRow("nothing") << QString() << QStringList();
+    }
+
+    void whatIsAcceptedIsApplied()
+    {
+        QFETCH(QString, text);
+        add(u"fw"_s, {});
+        open();
+        retype(u"x"_s);
+        retype(text);
+        click("OKButton");
+        QTEST(takeCalls(), "calls");
+        QVERIFY(!isOpen());
+        QCOMPARE(m_dialog->result(), int(QDialog::Accepted));
+        QCOMPARE(m_answers->said, QStringList());
+    }
+
+    void aBreakpointIsClearedAndSetAnew()
+    {
+        add(u"fw"_s,
+            {{{{u"main.c"_s, 7}}, 1}, {{{u"disassembler:0x00001234:fw"_s, 17}}, 2}, {{{u"/lib/q.c"_s, 1}}, 1}});
+        open();
+        check(0, false);
+        select(2);
+        retype(QString());
+        click("OKButton");
+        QCOMPARE(takeCalls(),
+                 (QStringList{u"fw.setBreakpoint(main.c, 7, 0)"_s, u"fw.setBreakpoint(~/main.c, 7, 2)"_s,
+                              u"fw.setBreakpoint(disassembler:0x00001234:fw, 17, 0)"_s,
+                              u"fw.setBreakpoint(disassembler:, 17, 2)"_s, u"fw.setBreakpoint(/lib/q.c, 1, 0)"_s}));
+        QVERIFY(!isOpen());
+    }
+
+    void whatWasClearedGoesLast()
+    {
+        add(u"fw"_s, {{{{u"a.c"_s, 1}}, 1}, {{{u"b.c"_s, 2}}, 1}});
+        open();
+        select(0);
+        click("ClearButton");
+        QCOMPARE(rows(), u"*[x] b.c, 2\n - Add new breakpoint here\n"_s);
+        QCOMPARE(edit()->text(), u"b.c, 2"_s);
+        QCOMPARE(takeCalls(), QStringList());
+        click("OKButton");
+        QCOMPARE(takeCalls(), (QStringList{u"fw.setBreakpoint(b.c, 2, 0)"_s, u"fw.setBreakpoint(~/b.c, 2, 1)"_s,
+                                           u"fw.setBreakpoint(a.c, 1, 0)"_s}));
+    }
+
+    void allAreCleared()
+    {
+        add(u"fw"_s, {{{{u"a.c"_s, 1}}, 1}, {{{u"b.c"_s, 2}}, 1}});
+        open();
+        retype(u"new.c, 1"_s);
+        click("ClearAllButton");
+        QCOMPARE(rows(), u"*- Add new breakpoint here\n"_s);
+        QCOMPARE(edit()->text(), QString());
+        QVERIFY(!button(*m_dialog, "ClearButton")->isEnabled());
+        QVERIFY(!button(*m_dialog, "ClearAllButton")->isEnabled());
+        click("OKButton");
+        QCOMPARE(takeCalls(), (QStringList{u"fw.setBreakpoint(a.c, 1, 0)"_s, u"fw.setBreakpoint(b.c, 2, 0)"_s}));
+    }
+
+    void cancellingChangesNothing()
+    {
+        add(u"fw"_s, {{{{u"a.c"_s, 1}}, 1}});
+        open();
+        click("ClearAllButton");
+        retype(u"main.c, 12"_s);
+        click("CancelButton");
+        QVERIFY(!isOpen());
+        QCOMPARE(takeCalls(), QStringList());
+    }
+
+    void failuresKeepTheDialogOpen_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<int>("result"); // of setBreakpoint
+        QTest::addColumn<QString>("message");
+        const QString syntax = u"The breakpoint syntax is not valid. Specify breakpoints as:\n\n[file], [line] OR\n"
+                               "disassembler, 0x[addr]"_s;
+        QTest::newRow("no comma") << u"main.c 12"_s << 0 << syntax;
+        QTest::newRow("no line") << u"main.c, x"_s << 0 << syntax;
+        QTest::newRow("a line too large") << u"main.c, 99999999999"_s << 0 << syntax;
+        QTest::newRow("no address") << u"disassembler, 0x"_s << 0 << syntax;
+        QTest::newRow("in no project") << u"other.c, 1"_s << 0 << u"Breakpoints cannot be set in file:\n\n'other.c'."_s;
+        QTest::newRow("refused") << u"main.c, 12"_s << 1 << u"The breakpoint could not be set."_s;
+    }
+
+    void failuresKeepTheDialogOpen()
+    {
+        QFETCH(QString, text);
+        QFETCH(int, result);
+        QFETCH(QString, message);
+        add(u"fw"_s, {{{{u"last.c"_s, 1}}, 1}});
+        m_stub->script(u"{fw}"_s).setBreakpointResult = result;
+        open();
+        showActive(*m_dialog);
+        select(0);
+        retype(text == u"other.c, 1" ? QString() : text); // a breakpoint that has a project needs no project's file
+        if (text == u"other.c, 1") {
+            select(1);
+            retype(text);
+        }
+        list()->setFocus();
+        m_answers->press(QMessageBox::Ok);
+        click("OKButton");
+        QCOMPARE(m_answers->said, QStringList{message});
+        QCOMPARE(m_answers->boxes.last().caption, u"Varnel"_s);
+        QVERIFY(isOpen());
+        QCOMPARE(edit()->text(), text);
+        QCOMPARE(QApplication::focusWidget(), edit());
+        QCOMPARE(takeCalls().first(), u"fw.setBreakpoint(last.c, 1, 0)"_s); // gone, whatever came of the new one
+    }
+
+    void whatWasAppliedStays()
+    {
+        add(u"fw"_s, {{{{u"a.c"_s, 1}}, 1}, {{{u"b.c"_s, 2}}, 1}, {{{u"c.c"_s, 3}}, 1}});
+        open();
+        select(2);
+        click("ClearButton");
+        select(1);
+        retype(u"nonsense"_s);
+        select(0);
+        m_answers->press(QMessageBox::Ok);
+        click("OKButton");
+        QCOMPARE(takeCalls(), (QStringList{u"fw.setBreakpoint(a.c, 1, 0)"_s, u"fw.setBreakpoint(~/a.c, 1, 1)"_s,
+                                           u"fw.setBreakpoint(b.c, 2, 0)"_s}));
+        QCOMPARE(edit()->text(), u"nonsense"_s);
+    }
+
+    void aMissingInterfaceFailsWithoutAMessage_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::newRow("file") << u"main.c, 1"_s;
+        QTest::newRow("address") << u"disassembler, 0x10"_s;
+    }
+
+    void aMissingInterfaceFailsWithoutAMessage()
+    {
+        QFETCH(QString, text);
+        add(u"fw"_s, {}, false);
+        open();
+        retype(text);
+        click("OKButton");
+        QVERIFY(isOpen());
+        QCOMPARE(m_answers->said, QStringList());
+        QCOMPARE(takeCalls(), QStringList());
+    }
+
+    void aFileOfSeveralProjectsGoesToTheCurrentOne()
+    {
+        add(u"fw"_s, {});
+        add(u"boot"_s, {});
+        m_workspace->setCurrentProject(1);
+        open();
+        retype(u"main.c, 5"_s);
+        m_answers->press(QMessageBox::Ok);
+        click("OKButton");
+        QCOMPARE(m_answers->said,
+                 QStringList{u"The file you have specified is included in more than one project.\n\nmain.c\n\nThe "
+                             "breakpoint will be set in the currently active project (boot.vnp - Debug)"_s});
+        QCOMPARE(takeCalls(), QStringList{u"boot.setBreakpoint(~/main.c, 5, 1)"_s});
+    }
+
+    void aFileOfOneProjectGoesThere()
+    {
+        add(u"fw"_s, {});
+        add(u"boot"_s, {});
+        open();
+        retype(u"fw.c, 5"_s);
+        click("OKButton");
+        QCOMPARE(takeCalls(), QStringList{u"fw.setBreakpoint(~/fw.c, 5, 1)"_s});
+    }
+
+    void aNewAddressGoesToTheCurrentProject()
+    {
+        add(u"fw"_s, {{{{u"disassembler:"_s, 2}}, 1}});
+        add(u"boot"_s, {});
+        open();
+        retype(u"disassembler, 0x10"_s);
+        click("OKButton");
+        QCOMPARE(takeCalls(),
+                 (QStringList{u"fw.setBreakpoint(disassembler:, 2, 0)"_s, u"fw.setBreakpoint(disassembler:, 2, 1)"_s,
+                              u"boot.setBreakpoint(disassembler:, 17, 1)"_s}));
+    }
+
+    void anExceptionIsAFailure()
+    {
+        add(u"fw"_s, {});
+        open();
+        m_stub->script(u"{fw}"_s).on[u"setBreakpoint"_s] = throwError;
+        retype(u"main.c, 1"_s);
+        m_answers->press(QMessageBox::Ok);
+        expectException("IBreakpoints::setBreakpoint");
+        click("OKButton");
+        QCOMPARE(m_answers->said, QStringList{u"The breakpoint could not be set."_s});
+    }
+
+    void withoutAWorkspaceThereIsNothingToSet()
+    {
+        expectAssert(u"workspace"_s);
+        BreakpointDialog dialog(nullptr, nullptr, u"breakpointDialog"_s);
+        dialog.accept();
+        QCOMPARE(dialog.result(), int(QDialog::Accepted));
+    }
+
+    void itIsLaidOut()
+    {
+        add(u"fw"_s, {{{{u"main.c"_s, 7}}, 1}});
+        open();
+        showActive(*m_dialog);
+        QVERIFY(showsAllTexts(*m_dialog));
+        QCOMPARE(textsOf<QPushButton>(*m_dialog), (QStringList{u"OK"_s, u"Cancel"_s, u"Clear"_s, u"Clear All"_s}));
+        QVERIFY(m_dialog->findChild<QPushButton *>(u"OKButton"_s)->isDefault());
+        select(0);
+        edit()->setFocus();
+        QCOMPARE(tabOrder(*m_dialog), (QStringList{u"LocationEdit"_s, u"BreakpointList"_s, u"ClearButton"_s,
+                                                   u"ClearAllButton"_s, u"OKButton"_s, u"CancelButton"_s}));
+    }
+};
+
+QTEST_MAIN(BreakpointDialogTest)
+#include "tst_breakpointdialog.moc"
