@@ -692,6 +692,29 @@ private Q_SLOTS:
         QVERIFY(std::abs(f.edit(0)->height() - 150) <= 5);
     }
 
+    void theDraggedHandleStaysWithinThePane_data()
+    {
+        QTest::addColumn<int>("height");
+        QTest::addColumn<bool>("atBottom");
+        QTest::newRow("above") << -50 << false;
+        QTest::newRow("below") << 5000 << true;
+    }
+    void theDraggedHandleStaysWithinThePane()
+    {
+        QFETCH(const int, height);
+        QFETCH(const bool, atBottom);
+        EditorFixture f(numbered(50));
+        auto *handle = f.edit()->findChild<TextSplitterWidget *>();
+        QTest::mousePress(handle, Qt::LeftButton);
+        const QPoint target = f.edit()->mapToGlobal(QPoint(10, height));
+        QMouseEvent move(QEvent::MouseMove, handle->mapFromGlobal(target), target, Qt::NoButton, Qt::LeftButton, {});
+        QApplication::sendEvent(handle, &move);
+        const int lowest = f.edit()->viewport()->height() - handle->height();
+        const auto *band = f.edit()->findChild<QRubberBand *>();
+        QCOMPARE(band->geometry(), QRect(0, atBottom ? lowest : 0, f.edit()->width(), handle->height()));
+        QTest::mouseRelease(handle, Qt::LeftButton, {}, handle->mapFromGlobal(target));
+    }
+
     void aLowPaneCollapsesAndStaysInTheList()
     {
         EditorFixture f(numbered(50));
