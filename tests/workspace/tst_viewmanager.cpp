@@ -47,6 +47,14 @@ struct Fixture
         manager->closeAll();
     }
 
+    void addInPlace(const QString &name)
+    {
+        auto *document = new FakeDocument(docTemplate, &log);
+        document->open(name);
+        workspace.addDocument(document);
+        manager->addViewInPlace(docTemplate->createView(document), true);
+    }
+
     [[nodiscard]] View *view(const QString &title) const
     {
         for (View *view : manager->views()) {
@@ -451,18 +459,12 @@ private Q_SLOTS:
     void aReplacementTakesTheTabOfTheViewClosedLastOnce()
     {
         Fixture f(Tabbed);
-        const auto addInPlace = [&f](const QString &name) {
-            auto *document = new FakeDocument(f.docTemplate, &f.log);
-            document->open(name);
-            f.workspace.addDocument(document);
-            f.manager->addViewInPlace(f.docTemplate->createView(document), true);
-        };
-        addInPlace(u"/x/d.c"_s); // nothing was closed
+        f.addInPlace(u"/x/d.c"_s); // nothing was closed
         QCOMPARE(f.tabTexts(), u"a.c b.c c.c [d.c]"_s);
         f.view(u"b.c"_s)->close();
-        addInPlace(u"/x/e.c"_s);
+        f.addInPlace(u"/x/e.c"_s);
         QCOMPARE(f.tabTexts(), u"a.c [e.c] c.c d.c"_s);
-        addInPlace(u"/x/f.c"_s);
+        f.addInPlace(u"/x/f.c"_s);
         QCOMPARE(f.tabTexts(), u"a.c e.c c.c d.c [f.c]"_s);
     }
 
@@ -562,6 +564,20 @@ private Q_SLOTS:
         f.workspace.openDocument(u"/x/d.c"_s, true);
         int i = 3;
         QCOMPARE(f.view(u"d.c"_s)->parentWidget()->geometry(), cascadeRect(f.area()->rect(), i));
+    }
+
+    void aReplacementTakesTheFrameOfTheViewClosedLastOnce()
+    {
+        Fixture f(Mdi);
+        int i = 3;
+        f.addInPlace(u"/x/d.c"_s); // nothing was closed
+        QCOMPARE(f.view(u"d.c"_s)->parentWidget()->geometry(), cascadeRect(f.area()->rect(), i));
+        f.view(u"b.c"_s)->parentWidget()->setGeometry(33, 44, 300, 200);
+        f.view(u"b.c"_s)->close();
+        f.addInPlace(u"/x/e.c"_s);
+        QCOMPARE(f.view(u"e.c"_s)->parentWidget()->geometry(), QRect(33, 44, 300, 200));
+        f.addInPlace(u"/x/f.c"_s);
+        QCOMPARE(f.view(u"f.c"_s)->parentWidget()->geometry(), cascadeRect(f.area()->rect(), i));
     }
 
     void closingAFrameAsksItsView()
