@@ -8,6 +8,7 @@ import unittest
 from driver import ProgramTest
 
 CALCULATOR = pathlib.Path(__file__).parents[2] / "examples/calculator"
+WRONG = "int wrong = sine(1);"
 EMPTY_LINE = 4  # of expression.cpp, behind what it includes
 BUILD_TIME = 300
 
@@ -56,8 +57,8 @@ class BuildTest(ProgramTest):
         self.open_file("expression.cpp")
         for _ in range(EMPTY_LINE - 1):
             self.keyboard.press("Down")
-        self.keyboard.type("int wrong = sine(1);\n")
-        self.wait_for_cursor(EMPTY_LINE + 1, 1)
+        self.keyboard.type(WRONG)
+        self.wait_for_cursor(EMPTY_LINE, 1 + len(WRONG))
         output = self.build("Failed. Errors: 1, warnings: 0")
         self.assertRegex(output, rf"expression\.cpp:{EMPTY_LINE}:13: error: .*sine")
         self.varnel.choose("fileClose")
@@ -66,8 +67,8 @@ class BuildTest(ProgramTest):
         self.go_to_the_error()
         self.wait_for_cursor(EMPTY_LINE, 1)
         self.wait_for_keyboard()
-        self.keyboard.press("Shift+Down")
-        self.wait_for_cursor(EMPTY_LINE + 1, 1)
+        self.keyboard.press("Shift+End")
+        self.wait_for_cursor(EMPTY_LINE, 1 + len(WRONG))
         self.keyboard.press("Delete")
         self.wait_for_cursor(EMPTY_LINE, 1)
 
