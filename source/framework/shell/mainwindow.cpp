@@ -109,6 +109,7 @@ void MainWindow::setupStatusBar()
     for (QLabel *label : std::as_const(m_statusLabels))
         label->hide(); // a status bar shows what it takes in
     m_cursorLabel = new QLabel(statusBar());
+    m_cursorLabel->setObjectName(u"cursorLabel"_s);
     statusBar()->addPermanentWidget(m_cursorLabel, 0);
 }
 
