@@ -59,7 +59,10 @@ bool Workspace::reopenDocument(QString filename)
     doc->setModified(false); // or its last view would ask
     m_viewManager->activateDocument(doc, true);
     m_viewManager->closeDocument(doc);
-    return show(docTemplate, std::move(loaded), true, Placement::InPlace);
+    const bool shown = show(docTemplate, std::move(loaded), true, Placement::InPlace);
+    if (shown)
+        Q_EMIT documentReopened();
+    return shown;
 }
 
 bool Workspace::openHelp(const QString &filename)

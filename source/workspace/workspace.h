@@ -42,6 +42,10 @@ public:
     [[nodiscard]] Document *findDocument(const QString &filename) const;
     [[nodiscard]] bool anyModified() const;
 
+Q_SIGNALS:
+    /// A document was loaded anew, without the markers that its lines had.
+    void documentReopened();
+
 private:
     enum class Placement { Append, InPlace };
     using Loader = bool (Document::*)(const QString &);

@@ -85,6 +85,8 @@ MarkerChange markerChange(int markers, int state)
     if (state != BreakpointEnabled && state != BreakpointDisabled)
         return {};
     using enum IViewWithMarkers::Marker;
+    if (markers & MultipleBreakpointMarker)
+        return {};
     const int own = state == BreakpointEnabled ? EnabledBreakpointMarker : DisabledBreakpointMarker;
     const int other = state == BreakpointEnabled ? DisabledBreakpointMarker : EnabledBreakpointMarker;
     if (markers & other)

@@ -1,5 +1,7 @@
 #include "mainwindow.h"
 #include "buildcontrol.h"
+#include "callplugin.h"
+#include "debugcontrol.h"
 #include "dockwindow.h"
 #include "document.h"
 #include "documentkinds.h"
@@ -63,7 +65,8 @@ MainWindow::MainWindow(QWidget *parent)
            [](const QString &name) { return application()->loadIcon(name); })
     , m_directories(application()->settings(), application()->path(PathUserDocuments).path())
     , m_treeHost(m_ui, m_directories, m_sourceExtensions)
-    , m_editorHost(m_ui)
+    , m_editorHost(m_ui,
+                   [this](const QString &file, int line) { return m_debugControl->breakpointToolTip(file, line); })
     , m_sessions(stateDirectory().filePath(u"sessions"_s))
     , m_layout(this, application()->settings(), [this] { return dockWindows(); })
     , m_recentFiles(u"RecentFiles/File"_s, RecentLimit, application()->settings())
@@ -173,6 +176,21 @@ void MainWindow::setupCommands()
     ProjectCommandsHost *host = this;
     m_projectCommands = std::make_unique<ProjectCommands>(this, host, &m_recentWorkspaces, &m_directories);
     connect(m_projectCommands.get(), &ProjectCommands::currentProjectChanged, this, &MainWindow::currentProjectChanged);
+    connect(m_projectCommands.get(), &ProjectCommands::workspaceLoaded, this,
+            [this] { fireEvent(u"onWorkspaceLoaded"_s); });
+    setupDebugging();
+}
+
+void MainWindow::setupDebugging()
+{
+    m_debugControl = new DebugControl(*this, *m_buildControl, this);
+    m_debugControl->options().load(*application()->settings());
+    connect(m_pluginBinder, &PluginBinder::programStatusChanged, m_debugControl, &DebugControl::programStatusChanged);
+    connect(m_pluginBinder, &PluginBinder::statusInfo, m_debugControl, &DebugControl::statusInfo);
+    connect(m_pluginBinder, &PluginBinder::breakpointsChanged, m_debugControl, &DebugControl::breakpointsChanged);
+    connect(m_viewManager, &ViewManager::toggleBreakpoint, m_debugControl, &DebugControl::toggleBreakpoint);
+    connect(m_fileCommands, &FileCommands::fileOpened, m_debugControl, &DebugControl::fileOpened);
+    connect(m_workspace, &Workspace::documentReopened, m_debugControl, &DebugControl::fileOpened);
 }
 
 DockWindow *MainWindow::addDock(const QString &objectName, const QString &caption, Qt::DockWidgetArea area,
@@ -362,13 +380,11 @@ void MainWindow::followPalette()
 
 void MainWindow::setState(ActivityState state)
 {
+    const int change = ++m_stateChanges;
+    m_debugControl->enterState(state);
+    if (change != m_stateChanges)
+        return; // it has asked the user something, and meanwhile the state became another one
     const bool changed = state != m_state;
-    if (state == StateIdle && m_state >= StateRunning) {
-        for (View *view : m_viewManager->views()) {
-            if (auto *markers = viewInterface<IViewWithMarkers>(view))
-                markers->clearMarkers(IViewWithMarkers::CurrentLineMarker);
-        }
-    }
     if (isDebugState(state) != isDebugState(m_state)) {
         m_layout.save(m_state);
         m_layout.restore(state);
@@ -382,6 +398,14 @@ void MainWindow::setState(ActivityState state)
     m_state = state;
     m_buildControl->refreshCompileAction();
     refreshCaption();
+}
+
+void MainWindow::showStatusInfo(const QString &text, int position)
+{
+    if (position < 0 || position >= m_statusLabels.size())
+        return;
+    m_statusLabels[position]->setText(text);
+    m_statusLabels[position]->show();
 }
 
 void MainWindow::emitNothingAvailable()
@@ -430,7 +454,8 @@ ActivityContext MainWindow::activityContext() const
     return {.workspace = m_projectWorkspace != nullptr,
             .project = project != nullptr,
             .executionEnvironment = environment != nullptr,
-            .canAttach = environment && environment->canAttach()};
+            .canAttach =
+                environment && askPlugin("IExecutionEnvironment::canAttach", [&] { return environment->canAttach(); })};
 }
 
 void MainWindow::refreshCaption()

@@ -1,8 +1,10 @@
 #pragma once
 #include "activitystate.h"
 #include "buildcontrolhost.h"
+#include "debugcontrolhost.h"
 #include "docklayout.h"
 #include "dynamicmenus.h"
+#include "eventhandlers.h"
 #include "lastdirectories.h"
 #include "pluginbinderhost.h"
 #include "projectcommands.h"
@@ -15,6 +17,7 @@
 #include <QMainWindow>
 #include <QPointer>
 class BuildControl;
+class DebugControl;
 class DockWindow;
 class EditCommands;
 class FileChangeCheck;
@@ -35,7 +38,11 @@ struct ScriptDirectories;
 
 /// The main window: a switchboard. Its slots are what the UI file's actions call, its signals tell them what is
 /// possible now; the work behind a slot belongs to the class that owns the subject.
-class MainWindow : public QMainWindow, private ProjectCommandsHost, private PluginBinderHost, private BuildControlHost
+class MainWindow : public QMainWindow,
+                   private ProjectCommandsHost,
+                   private PluginBinderHost,
+                   private BuildControlHost,
+                   private DebugControlHost
 {
     Q_OBJECT
     Q_MOC_INCLUDE("projectfile.h")
@@ -45,7 +52,7 @@ public:
     ~MainWindow() override;
 
     /// Opens a file; a relative path belongs to the current project's directory. False if that fails.
-    bool openFile(const QString &path, bool addToRecent);
+    bool openFile(const QString &path, bool addToRecent) override;
     /// Opens the project's workspace, which is made if there is none. False if that fails.
     bool openProject(const QString &path, bool addToRecent);
     /// False as well if one of its projects could not be loaded; the workspace is open then.
@@ -63,13 +70,12 @@ public:
     [[nodiscard]] ActivityState state() const override { return m_state; }
     void setState(ActivityState state) override;
 
-    [[nodiscard]] ProjectWorkspace *projectWorkspace() const
-    {
-        return m_projectWorkspace;
-    } ///< Null while no workspace is open.
+    /// Null while no workspace is open.
+    [[nodiscard]] ProjectWorkspace *projectWorkspace() const override { return m_projectWorkspace; }
     [[nodiscard]] Workspace *workspace() const override { return m_workspace; }
-    [[nodiscard]] ViewManager *viewManager() const { return m_viewManager; }
+    [[nodiscard]] ViewManager *viewManager() const override { return m_viewManager; }
     [[nodiscard]] OutputWindow *outputWindow() const override { return m_outputWindow; }
+    [[nodiscard]] EventHandlers &eventHandlers() { return m_events; }
 
     /// Tool bars in the order of the UI file, then dock windows in the order in which they were made.
     [[nodiscard]] QList<QWidget *> dockWindows() const;
@@ -274,9 +280,15 @@ private:
     void showOutputDock() override;
     void checkFileChanges() override;
 
+    // For DebugControl
+    [[nodiscard]] int currentLine() const override { return m_currentLine; }
+    void showStatusInfo(const QString &text, int position) override;
+    void fireEvent(const QString &name) override { m_events.fire(name); }
+
     void setupStatusBar();
     void setupWorkspace();
     void setupCommands();
+    void setupDebugging();
     void setupDockWindows();
     DockWindow *addDock(const QString &objectName, const QString &caption, Qt::DockWidgetArea area, QWidget *content);
     DockWindow *addHiddenDock(const char *objectName, const QString &caption, Qt::DockWidgetArea area, bool newLine);
@@ -305,6 +317,7 @@ private:
     void emitActivity(const ActivityAvailability &available);
     void refreshCaption();
 
+    EventHandlers m_events;
     UiConfig m_ui;
     LastDirectories m_directories;
     QStringList m_sourceExtensions; ///< those that plug-ins have added
@@ -322,6 +335,7 @@ private:
     FileCommands *m_fileCommands = nullptr;
     EditCommands *m_editCommands = nullptr;
     BuildControl *m_buildControl = nullptr;
+    DebugControl *m_debugControl = nullptr;
     PluginBinder *m_pluginBinder = nullptr;
     FindCommands *m_findCommands = nullptr;
     int m_currentLine = 1;                              ///< of the cursor, counted from 1
@@ -339,6 +353,7 @@ private:
     OutputWindow *m_outputWindow = nullptr;
     QString m_caption;
     ActivityState m_state = StateIdle;
+    int m_stateChanges = 0; ///< how often setState() was called
     NormalGeometry m_normalGeometry;
     RecentFileList m_recentFiles;
     RecentFileList m_recentWorkspaces;

@@ -1,5 +1,6 @@
 #include "automation.h"
 #include "buildcontrol.h"
+#include "debugcontrol.h"
 #include "dockwindow.h"
 #include "editablescript.h"
 #include "editcommands.h"
@@ -323,74 +324,67 @@ void MainWindow::buildConfigurationsEdit()
 
 void MainWindow::debugRun()
 {
-    VARNEL_ASSERT(m_projectWorkspace);
-    if (m_projectWorkspace)
-        warnNoOwner(this, "debugRun");
+    m_debugControl->debugRun();
 }
 
 void MainWindow::debugAttach()
 {
-    if (m_projectWorkspace)
-        warnNoOwner(this, "debugAttach");
+    m_debugControl->debugAttach();
 }
 
 void MainWindow::debugRunToCursor()
 {
-    VARNEL_ASSERT(m_projectWorkspace);
-    if (m_projectWorkspace)
-        warnNoOwner(this, "debugRunToCursor");
+    m_debugControl->debugRunToCursor();
 }
 
 void MainWindow::debugStepOver()
 {
-    VARNEL_ASSERT(m_projectWorkspace);
-    if (m_projectWorkspace)
-        warnNoOwner(this, "debugStepOver");
+    m_debugControl->debugStepOver();
 }
 
 void MainWindow::debugStepInto()
 {
-    VARNEL_ASSERT(m_projectWorkspace);
-    if (m_projectWorkspace)
-        warnNoOwner(this, "debugStepInto");
+    m_debugControl->debugStepInto();
 }
 
-void MainWindow::debugPause() {}
+void MainWindow::debugPause()
+{
+    m_debugControl->debugPause();
+}
 
-void MainWindow::debugStop() {}
+void MainWindow::debugStop()
+{
+    m_debugControl->debugStop();
+}
 
 void MainWindow::debugRestart()
 {
-    if (m_projectWorkspace)
-        warnNoOwner(this, "debugRestart");
+    m_debugControl->debugRestart();
 }
 
 void MainWindow::debugWakeup()
 {
-    if (m_projectWorkspace)
-        warnNoOwner(this, "debugWakeup");
+    m_debugControl->debugWakeup();
 }
 
-void MainWindow::debugShowNext() {}
+void MainWindow::debugShowNext()
+{
+    m_debugControl->debugShowNext();
+}
 
 void MainWindow::debugBreakpoints()
 {
-    if (!m_projectWorkspace)
-        showInformation(this, tr("Cannot edit breakpoints.\n\nOpen a project that supports breakpoints first."));
-    else
-        warnNoOwner(this, "debugBreakpoints");
+    m_debugControl->debugBreakpoints();
 }
 
 void MainWindow::debugToggleBreakpoint()
 {
-    if (m_projectWorkspace)
-        warnNoOwner(this, "debugToggleBreakpoint");
+    m_debugControl->debugToggleBreakpoint();
 }
 
 void MainWindow::debugViewDisassembly()
 {
-    if (m_projectWorkspace)
-        warnNoOwner(this, "debugViewDisassembly");
+    m_debugControl->debugViewDisassembly();
 }
 
 void MainWindow::debugToggleRegisterWindow(bool)

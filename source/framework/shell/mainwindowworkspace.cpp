@@ -1,4 +1,5 @@
 #include "buildcontrol.h"
+#include "debugcontrol.h"
 #include "dockwindow.h"
 #include "document.h"
 #include "filechangecheck.h"
@@ -154,6 +155,7 @@ void MainWindow::showWorkspace(ProjectWorkspace *workspace)
     if (!workspace && !m_closing)
         keepSession(m_projectWorkspace->fileName(), currentSession(*m_viewManager));
     m_projectWorkspace = workspace;
+    m_debugControl->forgetEnvironments();
     m_navigator->setWorkspace(workspace);
     if (!workspace && m_projectDropdownAction)
         m_projectDropdownAction->setVisible(false);
@@ -161,7 +163,7 @@ void MainWindow::showWorkspace(ProjectWorkspace *workspace)
 
 void MainWindow::stopDebugging()
 {
-    debugStop();
+    m_debugControl->debugStop();
 }
 
 bool MainWindow::closeAllViews()
@@ -187,6 +189,7 @@ QString MainWindow::sourceFilter() const
 
 void MainWindow::workspaceChanged()
 {
+    m_debugControl->forgetEnvironments();
     m_pluginBinder->notifyWorkspaceChanged();
     updateProjectUI();
 }
@@ -196,6 +199,7 @@ void MainWindow::currentProjectChanged()
     if (m_projectDropdown)
         m_projectDropdown->setCurrentIndex(m_projectWorkspace ? m_projectWorkspace->currentProjectIndex() : -1);
     m_buildControl->refreshCompileAction();
+    m_debugControl->currentProjectChanged();
 }
 
 void MainWindow::updateProjectUI()

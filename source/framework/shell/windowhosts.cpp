@@ -30,9 +30,9 @@ void TreeWindowHost::setFilesDirectory(const QString &directory)
     m_directories.setDirectory(u"Files"_s, directory);
 }
 
-QString EditorWindowHost::markerToolTip(const QString &, int)
+QString EditorWindowHost::markerToolTip(const QString &filename, int line)
 {
-    return {}; // no processor has breakpoints to tell of
+    return m_toolTips(filename, line);
 }
 
 QAction *EditorWindowHost::sharedAction(const QString &name)

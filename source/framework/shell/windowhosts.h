@@ -1,6 +1,7 @@
 #pragma once
 #include "editorhost.h"
 #include "projecttreehost.h"
+#include <functional>
 #include <QStringList>
 class LastDirectories;
 class UiConfig;
@@ -30,7 +31,10 @@ private:
 class EditorWindowHost : public EditorHost
 {
 public:
-    explicit EditorWindowHost(const UiConfig &ui) : m_ui(ui) {}
+    using ToolTips = std::function<QString(const QString &filename, int line)>;
+
+    /// @p ui outlives this object; @p toolTips is as markerToolTip().
+    EditorWindowHost(const UiConfig &ui, ToolTips toolTips) : m_ui(ui), m_toolTips(std::move(toolTips)) {}
 
     [[nodiscard]] QString markerToolTip(const QString &filename, int line) override;
     [[nodiscard]] QAction *sharedAction(const QString &name) override;
@@ -38,4 +42,5 @@ public:
 
 private:
     const UiConfig &m_ui;
+    const ToolTips m_toolTips;
 };

@@ -1,0 +1,159 @@
+#include "debugmarkers.h"
+#include "callplugin.h"
+#include "debugdecisions.h"
+#include "document.h"
+#include "environmentkey.h"
+#include "project.h"
+#include "projectworkspace.h"
+#include "viewinterfaces.h"
+#include "viewmanager.h"
+#include <algorithm>
+#include <QHash>
+#include <QMap>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+struct MarkedView
+{
+    IViewWithMarkers *markers;
+    QString file; ///< its document
+};
+
+QList<MarkedView> markedViews(const ViewManager &manager)
+{
+    QList<MarkedView> found;
+    for (View *view : manager.views()) {
+        if (auto *markers = viewInterface<IViewWithMarkers>(view))
+            found.append({markers, view->document()->filename()});
+    }
+    return found;
+}
+
+QList<BreakpointRecord> breakpointsOf(const Project &project)
+{
+    const auto breakpoints = queryInterface<IBreakpoints>(project.executionInterface());
+    if (!breakpoints)
+        return {};
+    return askPlugin("IBreakpoints::breakpoints", [&] { return breakpoints->breakpoints(); });
+}
+
+/// A place as documents name it: with an absolute path, or in the disassembly.
+BreakpointLocation documentPlace(const Project &project, const BreakpointLocation &place)
+{
+    return {isDisassemblyName(place.file) ? place.file : project.absolutePath(place.file), place.line};
+}
+
+/// What the breakpoints of a line come to.
+struct LineMark
+{
+    int markers = 0;
+    bool foreign = false; ///< the last one belongs to another project than the current one
+};
+
+/// The marks by line, by document.
+using Marks = QHash<QString, QMap<int, LineMark>>;
+
+/// A record need not say whose disassembly it means, a document does.
+QString markName(const QString &file, IExecutionEnvironment *environment)
+{
+    return isDisassemblyName(file) ? disassemblyName(environment, {}) : file;
+}
+
+void addMarks(Marks &marks, const Project &project, bool foreign)
+{
+    for (const BreakpointRecord &record : breakpointsOf(project)) {
+        for (const BreakpointLocation &location : record.locations) {
+            const BreakpointLocation place = documentPlace(project, location);
+            LineMark &mark = marks[markName(place.file, project.executionInterface())][place.line];
+            const MarkerChange change = markerChange(mark.markers, record.state);
+            mark.markers = (mark.markers & ~change.clear) | change.set;
+            mark.foreign = foreign;
+        }
+    }
+}
+
+QString markName(const QString &document)
+{
+    const uint key = keyOfDisassembly(document);
+    IExecutionEnvironment *environment = key ? environmentOfKey(key) : nullptr;
+    return environment ? markName(document, environment) : document;
+}
+
+} // namespace
+
+QString debugPath(const Project &project, const QString &file)
+{
+    return isDisassemblyName(file) ? file : project.relativePath(file);
+}
+
+bool isForeignDisassembly(const QString &file, const IExecutionEnvironment *environment)
+{
+    const uint key = keyOfDisassembly(file);
+    return key && environmentOfKey(key) != environment;
+}
+
+void refreshExecutionMarker(const Project *project, const ViewManager &views)
+{
+    clearExecutionMarker(views);
+    const auto environment = shareInterface(project ? project->executionInterface() : nullptr);
+    if (!environment)
+        return;
+    for (const MarkedView &view : markedViews(views)) {
+        const QString path = debugPath(*project, view.file);
+        if (isForeignDisassembly(path, environment.get()))
+            continue;
+        QString file = path;
+        int line = 0;
+        const bool known = askPlugin("IExecutionEnvironment::currentLocation",
+                                     [&] { return environment->currentLocation(file, line); });
+        if (known && (file == path || file == view.file))
+            view.markers->setMarker(line, IViewWithMarkers::CurrentLineMarker, true, false);
+    }
+}
+
+void clearExecutionMarker(const ViewManager &views)
+{
+    for (const MarkedView &view : markedViews(views))
+        view.markers->clearMarkers(IViewWithMarkers::CurrentLineMarker);
+}
+
+void refreshBreakpointMarkers(const ProjectWorkspace &workspace, const ViewManager &views)
+{
+    Marks marks;
+    for (int i = 0; i < workspace.count(); ++i) {
+        if (i != workspace.currentProjectIndex())
+            addMarks(marks, *workspace.project(i), true);
+    }
+    if (const Project *current = workspace.currentProject())
+        addMarks(marks, *current, false);
+    for (const MarkedView &view : markedViews(views)) {
+        view.markers->clearMarkers(IViewWithMarkers::BreakpointMarkers);
+        const QMap<int, LineMark> lines = marks.value(markName(view.file));
+        for (auto line = lines.cbegin(); line != lines.cend(); ++line) {
+            if (line->markers)
+                view.markers->setMarker(line.key(), line->markers, true, line->foreign);
+        }
+    }
+}
+
+QString breakpointToolTip(const ProjectWorkspace &workspace, const QString &file, int line)
+{
+    if (workspace.count() < 2)
+        return {};
+    QList<Project *> projects = workspace.projectsContainingFile(file);
+    if (projects.isEmpty())
+        projects = {workspace.currentProject()};
+    QList<ProjectBreakpoint> found;
+    for (const Project *project : std::as_const(projects)) {
+        for (const BreakpointRecord &record : breakpointsOf(*project)) {
+            const auto isHere = [&](const BreakpointLocation &location) {
+                const BreakpointLocation place = documentPlace(*project, location);
+                return place.file == file && place.line == line;
+            };
+            if (std::ranges::any_of(record.locations, isHere))
+                found.append({project->name(), record.state});
+        }
+    }
+    return breakpointToolTip(found);
+}
