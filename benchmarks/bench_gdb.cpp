@@ -1,10 +1,13 @@
 // Debug sessions on an emulated board, beside a bare client that sends the same commands to the same gdb and board. The
 // counter "bare_ms" is the client's time, "ratio" ours in relation to it.
+#include "../tests/framework/installation.h"
+#include "ideapplication.h"
 #include "livesession.h"
+#include "mainwindow.h"
 #include "qemumachine.h"
 #include <algorithm>
 #include <benchmark/benchmark.h>
-#include <QApplication>
+#include <QDockWidget>
 #include <QElapsedTimer>
 
 namespace {
@@ -198,6 +201,66 @@ void SourceStepWithAllWindows(benchmark::State &state)
 }
 BENCHMARK(SourceStepWithAllWindows)->UseManualTime()->Iterations(200)->Unit(benchmark::kMillisecond);
 
+/// The main window with a project that is debugged on the board, as the user has it: with every dock window open.
+class DebuggedWindow
+{
+public:
+    DebuggedWindow()
+    {
+        m_files.write(u"board.vnp"_s, "<project executionenvironment='{27aa5f2d-ef64-4eab-9fda-9693e2e6117f}' "
+                                      "executionenvironmentoption='"
+                                          + option().toUtf8()
+                                          + "'><properties currentconfiguration='Default'>"
+                                            "<configuration name='Default'/></properties></project>");
+        m_files.write(u"board.vnw"_s, "<workspace><project path='board.vnp'/></workspace>");
+        m_window.resize(1200, 900);
+        m_window.show();
+        require(m_window.openWorkspace(m_files.path(u"board.vnw"_s), false), "the workspace opens");
+        m_window.lookupSource(Programs::source(u"firmware.c"_s),
+                              Programs::lineOf(u"firmware.c"_s, u"loops = loops + 1;"_s));
+        m_window.debugRunToCursor();
+        waitForPause();
+        for (QDockWidget *dock : m_window.findChildren<QDockWidget *>())
+            dock->show();
+        QCoreApplication::processEvents();
+    }
+    ~DebuggedWindow()
+    {
+        m_window.debugStop();
+        m_window.close();
+    }
+    Q_DISABLE_COPY_MOVE(DebuggedWindow)
+
+    /// From the command until everything is painted.
+    void step()
+    {
+        m_window.debugStepInto();
+        waitForPause();
+    }
+
+private:
+    void waitForPause()
+    {
+        while (m_window.state() == StateRunning)
+            QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents);
+        require(m_window.state() == StatePaused, "the step ends");
+        QCoreApplication::processEvents();
+    }
+
+    Installation m_files;
+    MainWindow m_window;
+};
+
+void SourceStepInTheWindow(benchmark::State &state)
+{
+    DebuggedWindow window;
+    BareClient client;
+    enterLoop(&client);
+    compare(
+        state, [&window] { window.step(); }, [&client] { client.ask("-exec-step", "*stopped"); });
+}
+BENCHMARK(SourceStepInTheWindow)->UseManualTime()->Iterations(200)->Unit(benchmark::kMillisecond);
+
 void BreakpointToggle(benchmark::State &state)
 {
     LiveSession session(option());
@@ -307,7 +370,11 @@ BENCHMARK(SynchronisedPauseSkew)->Iterations(40)->UseRealTime()->Unit(benchmark:
 int main(int argc, char **argv)
 {
     qputenv("QT_QPA_PLATFORM", "offscreen");
-    const QApplication application(argc, argv);
+    const Installation installation;
+    for (const QString &folder : {u"config"_s, u"images"_s, u"plugins"_s, u"help"_s, u"data"_s, u"python"_s})
+        QFile::link(QStringLiteral(STAGE_DIRECTORY "/") + folder, installation.path(folder));
+    Arguments arguments;
+    const IDEApplication application(arguments.count(), arguments.values(), installation.paths());
     benchmark::Initialize(&argc, argv);
     benchmark::RunSpecifiedBenchmarks();
     return 0;

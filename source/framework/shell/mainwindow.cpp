@@ -60,7 +60,7 @@ QPixmap outputArtwork()
 } // namespace
 
 MainWindow::MainWindow(QWidget *parent)
-    : QMainWindow(parent)
+    : AvailabilityWindow(parent)
     , m_ui(this, application()->path(PathConfig).filePath(uiConfigFileName),
            [](const QString &name) { return application()->loadIcon(name); })
     , m_directories(application()->settings(), application()->path(PathUserDocuments).path())
@@ -406,40 +406,6 @@ void MainWindow::showStatusInfo(const QString &text, int position)
         return;
     m_statusLabels[position]->setText(text);
     m_statusLabels[position]->show();
-}
-
-void MainWindow::emitNothingAvailable()
-{
-    Q_EMIT viewHasFocus(false);
-    Q_EMIT textViewHasFocus(false);
-    Q_EMIT textNavigationAvailable(false);
-    Q_EMIT undoAvailable(false);
-    Q_EMIT redoAvailable(false);
-    Q_EMIT cutAvailable(false);
-    Q_EMIT copyAvailable(false);
-    Q_EMIT pasteAvailable(false);
-    Q_EMIT backAvailable(false);
-    Q_EMIT forwardAvailable(false);
-    Q_EMIT previousAvailable(false);
-    Q_EMIT nextAvailable(false);
-}
-
-void MainWindow::emitActivity(const ActivityAvailability &available)
-{
-    Q_EMIT projectOpenAvailable(available.projectOpen);
-    Q_EMIT projectRepopulateAvailable(available.projectRepopulate);
-    Q_EMIT workspaceEditingAvailable(available.workspaceEditing);
-    Q_EMIT projectEditingAvailable(available.projectEditing);
-    Q_EMIT buildAvailable(available.build);
-    Q_EMIT projectBuilding(available.building);
-    Q_EMIT runAvailable(available.run);
-    Q_EMIT stopAvailable(available.stop);
-    Q_EMIT pauseAvailable(available.pause);
-    Q_EMIT startAvailable(available.start);
-    Q_EMIT restartAvailable(available.restart);
-    Q_EMIT wakeupAvailable(available.wakeup);
-    Q_EMIT showNextAvailable(available.showNext);
-    Q_EMIT attachAvailable(available.attach);
 }
 
 Project *MainWindow::currentProject() const

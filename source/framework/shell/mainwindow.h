@@ -1,5 +1,5 @@
 #pragma once
-#include "activitystate.h"
+#include "availabilitywindow.h"
 #include "buildcontrolhost.h"
 #include "debugcontrolhost.h"
 #include "docklayout.h"
@@ -14,7 +14,6 @@
 #include "uiconfig.h"
 #include "windowgeometry.h"
 #include "windowhosts.h"
-#include <QMainWindow>
 #include <QPointer>
 class BuildControl;
 class DebugControl;
@@ -36,9 +35,9 @@ class ViewManager;
 class Workspace;
 struct ScriptDirectories;
 
-/// The main window: a switchboard. Its slots are what the UI file's actions call, its signals tell them what is
-/// possible now; the work behind a slot belongs to the class that owns the subject.
-class MainWindow : public QMainWindow,
+/// The main window: a switchboard. Its slots are what the UI file's actions call; the work behind a slot belongs to the
+/// class that owns the subject.
+class MainWindow : public AvailabilityWindow,
                    private ProjectCommandsHost,
                    private PluginBinderHost,
                    private BuildControlHost,
@@ -198,35 +197,6 @@ public Q_SLOTS:
     void updateProjectUI() override;
     void projectDropdownChanged(int index);
 
-Q_SIGNALS:
-    void viewHasFocus(bool available);
-    void textViewHasFocus(bool available);
-    void textNavigationAvailable(bool available);
-    void undoAvailable(bool available);
-    void redoAvailable(bool available);
-    void copyAvailable(bool available);
-    void cutAvailable(bool available);
-    void pasteAvailable(bool available);
-    void projectOpenAvailable(bool available);
-    void projectRepopulateAvailable(bool available);
-    void projectEditingAvailable(bool available);
-    void workspaceEditingAvailable(bool available);
-    void compileAvailable(bool available);
-    void buildAvailable(bool available);
-    void projectBuilding(bool available);
-    void runAvailable(bool available);
-    void pauseAvailable(bool available);
-    void stopAvailable(bool available);
-    void restartAvailable(bool available);
-    void startAvailable(bool available);
-    void wakeupAvailable(bool available);
-    void showNextAvailable(bool available);
-    void backAvailable(bool available);
-    void forwardAvailable(bool available);
-    void previousAvailable(bool available);
-    void nextAvailable(bool available);
-    void attachAvailable(bool available);
-
 protected:
     bool event(QEvent *event) override;
     void closeEvent(QCloseEvent *event) override;
@@ -313,8 +283,6 @@ private:
     void followPalette();
     void keepSession(const QString &workspace, const Session &session);
     void saveSettings();
-    void emitNothingAvailable();
-    void emitActivity(const ActivityAvailability &available);
     void refreshCaption();
 
     EventHandlers m_events;

@@ -1,0 +1,45 @@
+#pragma once
+#include "activitystate.h"
+#include <QMainWindow>
+
+/// A main window that tells its actions what is possible now: the UI file binds them to these signals by name.
+class AvailabilityWindow : public QMainWindow
+{
+    Q_OBJECT
+public:
+    using QMainWindow::QMainWindow;
+
+Q_SIGNALS:
+    void viewHasFocus(bool available);
+    void textViewHasFocus(bool available);
+    void textNavigationAvailable(bool available);
+    void undoAvailable(bool available);
+    void redoAvailable(bool available);
+    void copyAvailable(bool available);
+    void cutAvailable(bool available);
+    void pasteAvailable(bool available);
+    void projectOpenAvailable(bool available);
+    void projectRepopulateAvailable(bool available);
+    void projectEditingAvailable(bool available);
+    void workspaceEditingAvailable(bool available);
+    void compileAvailable(bool available);
+    void buildAvailable(bool available);
+    void projectBuilding(bool available);
+    void runAvailable(bool available);
+    void pauseAvailable(bool available);
+    void stopAvailable(bool available);
+    void restartAvailable(bool available);
+    void startAvailable(bool available);
+    void wakeupAvailable(bool available);
+    void showNextAvailable(bool available);
+    void backAvailable(bool available);
+    void forwardAvailable(bool available);
+    void previousAvailable(bool available);
+    void nextAvailable(bool available);
+    void attachAvailable(bool available);
+
+protected:
+    /// For the start: no view has anything to offer.
+    void emitNothingAvailable();
+    void emitActivity(const ActivityAvailability &available);
+};
