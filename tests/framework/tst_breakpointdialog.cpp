@@ -136,6 +136,18 @@ private Q_SLOTS:
         QVERIFY(list()->columnWidth(1) >= 100);
     }
 
+    void longPlacesLeaveRoomForTheProjects()
+    {
+        const QString longName(80, u'x');
+        add(u"fw"_s, {{{{longName, 7}}, 1}});
+        add(longName, {{{{u"main.c"_s, 8}}, 1}});
+        open();
+        const QFontMetrics metrics = list()->fontMetrics();
+        QVERIFY(list()->columnWidth(0) > metrics.horizontalAdvance(longName));
+        QVERIFY(list()->columnWidth(1) > metrics.horizontalAdvance(u"[%1.vnp - Debug]"_s.arg(longName)));
+        QCOMPARE(list()->header()->length(), list()->columnWidth(0) + list()->columnWidth(1));
+    }
+
     void aProjectIsNamedByTheFirstWordOfItsFile()
     {
         add(u"my firmware"_s, {{{{u"main.c"_s, 7}}, 1}})->setCurrentConfiguration(u"Debug 2"_s);

@@ -85,16 +85,25 @@ void BreakpointDialog::fill()
     list->setHeaderLabels(QStringList(count > 1 ? 2 : 1, tr("Breakpoint")));
     list->header()->hide();
     list->setItemMargin(1);
-    if (count > 1) {
-        list->header()->setSectionResizeMode(0, QHeaderView::ResizeToContents);
-        list->header()->setMinimumSectionSize(100); // the names of projects are not squeezed away by long paths
-    }
     m_last = new ProjectTreeItem(list, nullptr, tr("Add new breakpoint here"), nullptr, nullptr, 0, false);
     m_last->setItalic(true);
     for (int i = 0; i < count; ++i)
         fill(m_workspace->project(i));
+    if (count > 1)
+        layOutColumns();
     list->setCurrentItem(m_last);
     currentItemChanged();
+}
+
+/// Long places do not squeeze away the names of the projects behind them.
+void BreakpointDialog::layOutColumns()
+{
+    const QAbstractItemView *list = m_ui->BreakpointList;
+    QHeaderView *header = m_ui->BreakpointList->header();
+    const int width = std::max(100, list->sizeHintForColumn(1));
+    header->setMinimumSectionSize(width); // also if the user makes the dialog smaller
+    header->resizeSection(1, width);
+    header->setSectionResizeMode(0, QHeaderView::ResizeToContents);
 }
 
 void BreakpointDialog::fill(Project *project)

@@ -38,6 +38,7 @@ protected:
 private:
     void fill();
     void fill(Project *project);
+    void layOutColumns();
     BreakpointItem *addItem(const QString &text, Project *project, const BreakpointRecord &record);
     [[nodiscard]] BreakpointItem *currentBreakpoint() const; ///< Null for the last row.
     void remove(BreakpointItem *item);
