@@ -98,12 +98,10 @@ void BreakpointDialog::fill()
 /// Long places do not squeeze away the names of the projects behind them.
 void BreakpointDialog::layOutColumns()
 {
-    const QAbstractItemView *list = m_ui->BreakpointList;
-    QHeaderView *header = m_ui->BreakpointList->header();
-    const int width = std::max(100, list->sizeHintForColumn(1));
-    header->setMinimumSectionSize(width); // also if the user makes the dialog smaller
-    header->resizeSection(1, width);
-    header->setSectionResizeMode(0, QHeaderView::ResizeToContents);
+    QTreeWidget *list = m_ui->BreakpointList;
+    const QAbstractItemView *view = list; // where the hint is public
+    list->setColumnWidth(1, std::max(100, view->sizeHintForColumn(1)));
+    list->header()->setSectionResizeMode(0, QHeaderView::ResizeToContents);
 }
 
 void BreakpointDialog::fill(Project *project)
