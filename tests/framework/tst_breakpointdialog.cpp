@@ -543,12 +543,25 @@ private Q_SLOTS:
         QCOMPARE(dialog.result(), int(QDialog::Accepted));
     }
 
+    void theListGrowsWithTheDialog()
+    {
+        add(u"fw"_s, {});
+        open();
+        const QSize before = list()->size();
+        const QSize more(200, 100);
+        m_dialog->resize(m_dialog->size() + more);
+        QCOMPARE(list()->size(), before + more);
+        QCOMPARE(edit()->width(), list()->width());
+    }
+
     void itIsLaidOut()
     {
         add(u"fw"_s, {{{{u"main.c"_s, 7}}, 1}});
         open();
         showActive(*m_dialog);
         QVERIFY(showsAllTexts(*m_dialog));
+        QCOMPARE(m_dialog->findChild<QLabel *>(u"TextLabel2"_s)->text(), u"Location:"_s);
+        QCOMPARE(m_dialog->findChild<QLabel *>(u"TextLabel1"_s)->text(), u"Breakpoints:"_s);
         QCOMPARE(textsOf<QPushButton>(*m_dialog), (QStringList{u"OK"_s, u"Cancel"_s, u"Clear"_s, u"Clear All"_s}));
         QVERIFY(m_dialog->findChild<QPushButton *>(u"OKButton"_s)->isDefault());
         select(0);
