@@ -136,6 +136,26 @@ private Q_SLOTS:
         QVERIFY(list()->columnWidth(1) >= 100);
     }
 
+    void longPlacesLeaveRoomForTheProjects()
+    {
+        const QString longName(80, u'x');
+        add(u"fw"_s, {{{{longName, 7}}, 1}});
+        add(longName, {{{{u"main.c"_s, 8}}, 1}});
+        open();
+        const QFontMetrics metrics = list()->fontMetrics();
+        QVERIFY(list()->columnWidth(0) > metrics.horizontalAdvance(longName));
+        QVERIFY(list()->columnWidth(1) > metrics.horizontalAdvance(u"[%1.vnp - Debug]"_s.arg(longName)));
+        QCOMPARE(list()->header()->length(), list()->columnWidth(0) + list()->columnWidth(1));
+    }
+
+    void aProjectIsNamedByTheFirstWordOfItsFile()
+    {
+        add(u"my firmware"_s, {{{{u"main.c"_s, 7}}, 1}})->setCurrentConfiguration(u"Debug 2"_s);
+        add(u"boot"_s, {});
+        open();
+        QCOMPARE(rows(), u" [x] main.c, 7 | [my - Debug 2]\n*- Add new breakpoint here\n"_s);
+    }
+
     void theCurrentRowIsInTheEdit()
     {
         add(u"fw"_s, {{{{u"main.c"_s, 7}}, 1}});
@@ -156,6 +176,26 @@ private Q_SLOTS:
         retype(u"main.c, 12"_s);
         QCOMPARE(rows(), u" [x] main.c, 7\n*[x] main.c, 12\n - Add new breakpoint here\n"_s);
         QVERIFY(button(*m_dialog, "ClearButton")->isEnabled());
+    }
+
+    void blanksOnTheListGoToTheEditToo()
+    {
+        add(u"fw"_s, {{{{u"main.c"_s, 7}}, 1}});
+        open();
+        select(0);
+        QTest::keyClick(list(), Qt::Key_Space);
+        QCOMPARE(edit()->text(), u" "_s);
+        QCOMPARE(rows(), u"*[x]  \n - Add new breakpoint here\n"_s);
+    }
+
+    void otherKeysStayWithTheList()
+    {
+        add(u"fw"_s, {{{{u"main.c"_s, 7}}, 1}});
+        open();
+        for (Qt::Key key : {Qt::Key_Up, Qt::Key_Delete, Qt::Key_F3})
+            QTest::keyClick(list(), key);
+        QCOMPARE(rows(), u"*[x] main.c, 7\n - Add new breakpoint here\n"_s);
+        QCOMPARE(edit()->text(), u"main.c, 7"_s);
     }
 
     void typingOnTheListGoesToTheEdit()
@@ -216,6 +256,24 @@ private Q_SLOTS:
         QVERIFY(!isOpen());
     }
 
+    void returnAccepts_data()
+    {
+        QTest::addColumn<bool>("inList");
+        QTest::newRow("edit") << false;
+        QTest::newRow("list") << true;
+    }
+
+    void returnAccepts()
+    {
+        QFETCH(bool, inList);
+        add(u"fw"_s, {});
+        open();
+        retype(u"main.c, 12"_s);
+        QTest::keyClick(inList ? static_cast<QWidget *>(list()) : edit(), Qt::Key_Return);
+        QVERIFY(!isOpen());
+        QCOMPARE(takeCalls(), QStringList{u"fw.setBreakpoint(~/main.c, 12, 1)"_s});
+    }
+
     void whatWasClearedGoesLast()
     {
         add(u"fw"_s, {{{{u"a.c"_s, 1}}, 1}, {{{u"b.c"_s, 2}}, 1}});
@@ -244,13 +302,25 @@ private Q_SLOTS:
         QCOMPARE(takeCalls(), (QStringList{u"fw.setBreakpoint(a.c, 1, 0)"_s, u"fw.setBreakpoint(b.c, 2, 0)"_s}));
     }
 
+    void cancellingChangesNothing_data()
+    {
+        QTest::addColumn<bool>("byKey");
+        QTest::newRow("button") << false;
+        QTest::newRow("Escape") << true;
+    }
+
     void cancellingChangesNothing()
     {
+        QFETCH(bool, byKey);
         add(u"fw"_s, {{{{u"a.c"_s, 1}}, 1}});
         open();
         click("ClearAllButton");
         retype(u"main.c, 12"_s);
-        click("CancelButton");
+        if (byKey)
+            QTest::keyClick(edit(), Qt::Key_Escape);
+        else
+            click("CancelButton");
+        QCOMPARE(m_dialog->result(), int(QDialog::Rejected));
         QVERIFY(!isOpen());
         QCOMPARE(takeCalls(), QStringList());
     }
@@ -266,7 +336,6 @@ private Q_SLOTS:
         QTest::newRow("no line") << u"main.c, x"_s << 0 << syntax;
         QTest::newRow("a line too large") << u"main.c, 99999999999"_s << 0 << syntax;
         QTest::newRow("no address") << u"disassembler, 0x"_s << 0 << syntax;
-        QTest::newRow("in no project") << u"other.c, 1"_s << 0 << u"Breakpoints cannot be set in file:\n\n'other.c'."_s;
         QTest::newRow("refused") << u"main.c, 12"_s << 1 << u"The breakpoint could not be set."_s;
     }
 
@@ -280,20 +349,70 @@ private Q_SLOTS:
         open();
         showActive(*m_dialog);
         select(0);
-        retype(text == u"other.c, 1" ? QString() : text); // a breakpoint that has a project needs no project's file
-        if (text == u"other.c, 1") {
-            select(1);
-            retype(text);
-        }
+        retype(text);
+        select(1);
         list()->setFocus();
         m_answers->press(QMessageBox::Ok);
         click("OKButton");
         QCOMPARE(m_answers->said, QStringList{message});
-        QCOMPARE(m_answers->boxes.last().caption, u"Varnel"_s);
+        QCOMPARE(m_answers->lastBox(), u"information Varnel [Ok]"_s);
+        QCOMPARE(list()->currentItem(), list()->firstChild());
         QVERIFY(isOpen());
         QCOMPARE(edit()->text(), text);
-        QCOMPARE(QApplication::focusWidget(), edit());
+        QCOMPARE(m_dialog->focusWidget(), edit());
         QCOMPARE(takeCalls().first(), u"fw.setBreakpoint(last.c, 1, 0)"_s); // gone, whatever came of the new one
+    }
+
+    void aFileMustBeInAProject_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<QString>("file");
+        QTest::newRow("of nobody") << u"other.c, 1"_s << u"other.c"_s;
+        QTest::newRow("none") << u", 1"_s << QString();
+        QTest::newRow("called like addresses") << u"disassembler:, 5"_s << u"disassembler:"_s;
+        QTest::newRow("with a mark") << u"%1.c, 5"_s << u"%1.c"_s;
+    }
+
+    void aFileMustBeInAProject()
+    {
+        QFETCH(QString, text);
+        QFETCH(QString, file);
+        add(u"fw"_s, {{{{u"last.c"_s, 1}}, 1}});
+        open();
+        retype(text);
+        m_answers->press(QMessageBox::Ok);
+        click("OKButton");
+        QCOMPARE(m_answers->said, QStringList{u"Breakpoints cannot be set in file:\n\n'"_s + file + u"'."_s});
+        QCOMPARE(m_answers->lastBox(), u"information Varnel [Ok]"_s);
+        QVERIFY(isOpen());
+        QCOMPARE(edit()->text(), text);
+        QCOMPARE(takeCalls(),
+                 (QStringList{u"fw.setBreakpoint(last.c, 1, 0)"_s, u"fw.setBreakpoint(~/last.c, 1, 1)"_s}));
+    }
+
+    /// Only new ones look for a project.
+    void aBreakpointOfAProjectGoesToAnyFileOfIt()
+    {
+        add(u"fw"_s, {{{{u"main.c"_s, 1}}, 2}});
+        add(u"boot"_s, {});
+        open();
+        select(0);
+        retype(u"../lib/other.c, 4"_s);
+        click("OKButton");
+        const QString other = QDir::cleanPath(m_directory->filePath(u"../lib/other.c"_s));
+        QCOMPARE(takeCalls(),
+                 (QStringList{u"fw.setBreakpoint(main.c, 1, 0)"_s, u"fw.setBreakpoint(%1, 4, 2)"_s.arg(other)}));
+        QCOMPARE(m_answers->said, QStringList());
+        QVERIFY(!isOpen());
+    }
+
+    void anAbsolutePathStaysAsItIs()
+    {
+        add(u"fw"_s, {{{{u"/lib/./q.c"_s, 1}}, 1}});
+        open();
+        click("OKButton");
+        QCOMPARE(takeCalls(),
+                 (QStringList{u"fw.setBreakpoint(/lib/./q.c, 1, 0)"_s, u"fw.setBreakpoint(/lib/./q.c, 1, 1)"_s}));
     }
 
     void whatWasAppliedStays()
@@ -310,6 +429,12 @@ private Q_SLOTS:
         QCOMPARE(takeCalls(), (QStringList{u"fw.setBreakpoint(a.c, 1, 0)"_s, u"fw.setBreakpoint(~/a.c, 1, 1)"_s,
                                            u"fw.setBreakpoint(b.c, 2, 0)"_s}));
         QCOMPARE(edit()->text(), u"nonsense"_s);
+        retype(u"b.c, 20"_s);
+        click("OKButton");
+        QCOMPARE(takeCalls(), (QStringList{u"fw.setBreakpoint(a.c, 1, 0)"_s, u"fw.setBreakpoint(~/a.c, 1, 1)"_s,
+                                           u"fw.setBreakpoint(b.c, 2, 0)"_s, u"fw.setBreakpoint(~/b.c, 20, 1)"_s,
+                                           u"fw.setBreakpoint(c.c, 3, 0)"_s}));
+        QVERIFY(!isOpen());
     }
 
     void aMissingInterfaceFailsWithoutAMessage_data()
@@ -368,6 +493,36 @@ private Q_SLOTS:
                               u"boot.setBreakpoint(disassembler:, 17, 1)"_s}));
     }
 
+    void anAddressOfAProjectWithoutEnvironmentGoesToTheCurrentOne()
+    {
+        Project *fw = add(u"fw"_s, {{{{u"disassembler:"_s, 2}}, 1}});
+        Project *boot = add(u"boot"_s, {});
+        open();
+        fw->setExecutionInterface(nullptr);
+        click("OKButton");
+        QCOMPARE(takeCalls(), QStringList{u"boot.setBreakpoint(disassembler:, 2, 1)"_s});
+        QVERIFY(!isOpen());
+
+        open();
+        retype(u"disassembler, 0x10"_s);
+        boot->setExecutionInterface(nullptr);
+        click("OKButton");
+        QVERIFY(isOpen());
+        QCOMPARE(takeCalls(), QStringList());
+        QCOMPARE(m_answers->said, QStringList());
+    }
+
+    void aProjectThatHasGoneIsNotAsked()
+    {
+        Project *fw = add(u"fw"_s, {{{{u"disassembler:"_s, 2}}, 1}, {{{u"main.c"_s, 3}}, 1}});
+        add(u"boot"_s, {});
+        open();
+        m_workspace->removeProject(fw);
+        click("OKButton");
+        QCOMPARE(takeCalls(),
+                 (QStringList{u"boot.setBreakpoint(disassembler:, 2, 1)"_s, u"boot.setBreakpoint(~/main.c, 3, 1)"_s}));
+    }
+
     void anExceptionIsAFailure()
     {
         add(u"fw"_s, {});
@@ -388,12 +543,25 @@ private Q_SLOTS:
         QCOMPARE(dialog.result(), int(QDialog::Accepted));
     }
 
+    void theListGrowsWithTheDialog()
+    {
+        add(u"fw"_s, {});
+        open();
+        const QSize before = list()->size();
+        const QSize more(200, 100);
+        m_dialog->resize(m_dialog->size() + more);
+        QCOMPARE(list()->size(), before + more);
+        QCOMPARE(edit()->width(), list()->width());
+    }
+
     void itIsLaidOut()
     {
         add(u"fw"_s, {{{{u"main.c"_s, 7}}, 1}});
         open();
         showActive(*m_dialog);
         QVERIFY(showsAllTexts(*m_dialog));
+        QCOMPARE(m_dialog->findChild<QLabel *>(u"TextLabel2"_s)->text(), u"Location:"_s);
+        QCOMPARE(m_dialog->findChild<QLabel *>(u"TextLabel1"_s)->text(), u"Breakpoints:"_s);
         QCOMPARE(textsOf<QPushButton>(*m_dialog), (QStringList{u"OK"_s, u"Cancel"_s, u"Clear"_s, u"Clear All"_s}));
         QVERIFY(m_dialog->findChild<QPushButton *>(u"OKButton"_s)->isDefault());
         select(0);

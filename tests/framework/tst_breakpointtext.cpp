@@ -35,7 +35,7 @@ private Q_SLOTS:
     void aTextIsRead_data()
     {
         QTest::addColumn<QString>("text");
-        QTest::addColumn<QString>("place"); // file|line, empty for none
+        QTest::addColumn<QString>("place"); // file|line, with a star for an address; empty for none
         QTest::newRow("file") << u"main.c, 12"_s << u"main.c|12"_s;
         QTest::newRow("no blank") << u"main.c,12"_s << u"main.c|12"_s;
         QTest::newRow("blanks before the line") << u"main.c, \t 12"_s << u"main.c|12"_s;
@@ -47,13 +47,19 @@ private Q_SLOTS:
         QTest::newRow("no comma") << u"main.c 12"_s << QString();
         QTest::newRow("no line") << u"main.c,"_s << QString();
         QTest::newRow("line too large") << u"main.c, 2147483648"_s << QString();
-        QTest::newRow("address") << u"disassembler, 0x1f"_s << u"disassembler:|32"_s;
-        QTest::newRow("address, capitals") << u"DISASSEMBLER,0X1F"_s << u"disassembler:|32"_s;
-        QTest::newRow("last address") << u"disassembler, 0xffffffff"_s << u"disassembler:|0"_s;
+        QTest::newRow("address") << u"disassembler, 0x1f"_s << u"*disassembler:|32"_s;
+        QTest::newRow("address, capitals") << u"DISASSEMBLER,0X1F"_s << u"*disassembler:|32"_s;
+        QTest::newRow("last address") << u"disassembler, 0xffffffff"_s << u"*disassembler:|0"_s;
         QTest::newRow("address too large") << u"disassembler, 0x100000000"_s << QString();
         QTest::newRow("no address") << u"disassembler, 0x"_s << QString();
         QTest::newRow("no digits of an address") << u"disassembler, 0xg"_s << QString();
         QTest::newRow("a decimal address is a line") << u"disassembler, 31"_s << u"disassembler|31"_s;
+        QTest::newRow("a file called like addresses") << u"disassembler:, 5"_s << u"disassembler:|5"_s;
+        QTest::newRow("a file of two lines") << u"a\nb.c, 5"_s << u"a\nb.c|5"_s;
+        QTest::newRow("blanks before the address") << u"disassembler, \t0x1f"_s << u"*disassembler:|32"_s;
+        QTest::newRow("line break after the address") << u"disassembler, 0x1f\n"_s << QString();
+        QTest::newRow("negative line") << u"main.c, -1"_s << QString();
+        QTest::newRow("nothing") << QString() << QString();
         QTest::newRow("something before") << u"a disassembler, 0x1f"_s << QString();
     }
 
@@ -61,7 +67,11 @@ private Q_SLOTS:
     {
         QFETCH(QString, text);
         const auto place = breakpointPlace(text);
-        QTEST(place ? place->file + u'|' + QString::number(place->line) : QString(), "place");
+        QString found;
+        if (place)
+            found = (place->isAddress ? u"*"_s : QString()) + place->location.file + u'|'
+                    + QString::number(place->location.line);
+        QTEST(found, "place");
     }
 };
 

@@ -5,6 +5,13 @@
 
 using namespace Qt::StringLiterals;
 
+namespace {
+struct Text
+{
+    Q_DECLARE_TR_FUNCTIONS(MainWindow)
+};
+} // namespace
+
 std::optional<ActivityState> stateForStatus(IExecutionEnvironment::ProgramStatus status)
 {
     switch (status) {
@@ -98,10 +105,8 @@ QString breakpointToolTip(const QList<ProjectBreakpoint> &breakpoints)
 {
     if (breakpoints.isEmpty())
         return {};
-    const QStringList words{
-        QCoreApplication::translate("MainWindow", "Removed"), QCoreApplication::translate("MainWindow", "Enabled"),
-        QCoreApplication::translate("MainWindow", "Disabled"), QCoreApplication::translate("MainWindow", "Multiple")};
-    QString text = QCoreApplication::translate("MainWindow", "<b>Breakpoint status</b><br>");
+    const QStringList words{Text::tr("Removed"), Text::tr("Enabled"), Text::tr("Disabled"), Text::tr("Multiple")};
+    QString text = Text::tr("<b>Breakpoint status</b><br>");
     for (const ProjectBreakpoint &breakpoint : breakpoints)
         text += u"%1 [%2]<br>"_s.arg(words.value(breakpoint.state), breakpoint.project);
     return text;

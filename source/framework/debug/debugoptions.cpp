@@ -6,10 +6,10 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-QString tr(const char *text)
+struct Text
 {
-    return QCoreApplication::translate("DebugOptions", text);
-}
+    Q_DECLARE_TR_FUNCTIONS(DebugOptions)
+};
 
 QString keyOf(int event)
 {
@@ -21,13 +21,13 @@ QString debugQuestion(DebugEvent event)
 {
     switch (event) {
     case RunEvent:
-        return tr("Do you want to start the current processor or all processors?");
+        return Text::tr("Do you want to start the current processor or all processors?");
     case PauseEvent:
-        return tr("Do you want to pause the current processor or all processors?");
+        return Text::tr("Do you want to pause the current processor or all processors?");
     case RestartEvent:
-        return tr("Do you want to restart the current processor or all processors?");
+        return Text::tr("Do you want to restart the current processor or all processors?");
     case WakeupEvent:
-        return tr("Do you want to wake up the current processor or all processors?");
+        return Text::tr("Do you want to wake up the current processor or all processors?");
     case BreakpointEvent:
         break;
     }
@@ -38,15 +38,15 @@ QStringList debugActionTexts(DebugEvent event)
 {
     switch (event) {
     case RunEvent:
-        return {tr("Start current processor"), tr("Start all processors"), tr("Ask")};
+        return {Text::tr("Start current processor"), Text::tr("Start all processors"), Text::tr("Ask")};
     case PauseEvent:
-        return {tr("Pause current processor"), tr("Pause all processors"), tr("Ask")};
+        return {Text::tr("Pause current processor"), Text::tr("Pause all processors"), Text::tr("Ask")};
     case RestartEvent:
-        return {tr("Restart current processor"), tr("Restart all processors"), tr("Ask")};
+        return {Text::tr("Restart current processor"), Text::tr("Restart all processors"), Text::tr("Ask")};
     case WakeupEvent:
-        return {tr("Wakeup current processor"), tr("Wakeup all processors"), tr("Ask")};
+        return {Text::tr("Wakeup current processor"), Text::tr("Wakeup all processors"), Text::tr("Ask")};
     case BreakpointEvent:
-        return {tr("Leave other processors running"), tr("Pause all processors")};
+        return {Text::tr("Leave other processors running"), Text::tr("Pause all processors")};
     }
     return {};
 }

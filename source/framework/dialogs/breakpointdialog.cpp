@@ -4,11 +4,11 @@
 #include "iexecutionenvironment.h"
 #include "messages.h"
 #include "project.h"
+#include "projectpath.h"
 #include "projecttreeitem.h"
 #include "projectworkspace.h"
 #include "ui_breakpointdialogbase.h"
 #include "varnelassert.h"
-#include <QFileInfo>
 #include <QHeaderView>
 #include <QKeyEvent>
 
@@ -19,22 +19,24 @@ class BreakpointItem : public ListViewItem
 {
 public:
     BreakpointItem(ListView *list, ListViewItem *after, const QString &text, Project *project,
-                   const QList<BreakpointLocation> &locations)
-        : ListViewItem(list, after, text), m_project(project), m_locations(locations)
-    {}
+                   const BreakpointRecord &record)
+        : ListViewItem(list, after, text), m_project(project), m_record(record)
+    {
+        setCheckState(0, record.state == BreakpointEnabled ? Qt::Checked : Qt::Unchecked);
+    }
 
     [[nodiscard]] Project *project() const { return m_project; } ///< Null for a new one.
-    [[nodiscard]] const QList<BreakpointLocation> &locations() const { return m_locations; }
+    [[nodiscard]] const QList<BreakpointLocation> &locations() const { return m_record.locations; }
 
 private:
     const QPointer<Project> m_project;
-    const QList<BreakpointLocation> m_locations;
+    const BreakpointRecord m_record; ///< as the environment has it
 };
 
 namespace {
 QString nameOf(const Project *project)
 {
-    return QFileInfo(project->fileName()).fileName().section(u' ', 0, 0) + u" - "_s + project->currentConfiguration();
+    return fileNameOf(project->fileName()).section(u' ', 0, 0) + u" - "_s + project->currentConfiguration();
 }
 
 InterfacePtr<IBreakpoints> breakpointsOf(const Project *project)
@@ -83,16 +85,23 @@ void BreakpointDialog::fill()
     list->setHeaderLabels(QStringList(count > 1 ? 2 : 1, tr("Breakpoint")));
     list->header()->hide();
     list->setItemMargin(1);
-    if (count > 1) {
-        list->header()->setSectionResizeMode(0, QHeaderView::ResizeToContents);
-        list->header()->setMinimumSectionSize(100); // the names of projects are not squeezed away by long paths
-    }
     m_last = new ProjectTreeItem(list, nullptr, tr("Add new breakpoint here"), nullptr, nullptr, 0, false);
     m_last->setItalic(true);
     for (int i = 0; i < count; ++i)
         fill(m_workspace->project(i));
+    if (count > 1)
+        layOutColumns();
     list->setCurrentItem(m_last);
     currentItemChanged();
+}
+
+/// Long places do not squeeze away the names of the projects behind them.
+void BreakpointDialog::layOutColumns()
+{
+    QTreeWidget *list = m_ui->BreakpointList;
+    const QAbstractItemView *view = list; // where the hint is public
+    list->setColumnWidth(1, std::max(100, view->sizeHintForColumn(1)));
+    list->header()->setSectionResizeMode(0, QHeaderView::ResizeToContents);
 }
 
 void BreakpointDialog::fill(Project *project)
@@ -104,22 +113,18 @@ void BreakpointDialog::fill(Project *project)
     for (const BreakpointRecord &record : records) {
         if (record.locations.isEmpty())
             continue;
-        BreakpointItem *item = addItem(breakpointText(record.locations.first()), record.state == BreakpointEnabled,
-                                       project, record.locations);
+        BreakpointItem *item = addItem(breakpointText(record.locations.first()), project, record);
         if (m_workspace->count() > 1)
             item->setText(1, u'[' + nameOf(project) + u']');
     }
 }
 
 /// Above the last row.
-BreakpointItem *BreakpointDialog::addItem(const QString &text, bool enabled, Project *project,
-                                          const QList<BreakpointLocation> &locations)
+BreakpointItem *BreakpointDialog::addItem(const QString &text, Project *project, const BreakpointRecord &record)
 {
     ListView *list = m_ui->BreakpointList;
     auto *above = static_cast<ListViewItem *>(list->topLevelItem(list->indexOfTopLevelItem(m_last) - 1));
-    auto *item = new BreakpointItem(list, above, text, project, locations);
-    item->setCheckState(0, enabled ? Qt::Checked : Qt::Unchecked);
-    return item;
+    return new BreakpointItem(list, above, text, project, record);
 }
 
 BreakpointItem *BreakpointDialog::currentBreakpoint() const
@@ -146,7 +151,7 @@ void BreakpointDialog::textChanged()
 {
     BreakpointItem *item = currentBreakpoint();
     if (!item) {
-        item = addItem({}, true, nullptr, {});
+        item = addItem({}, nullptr, {{}, BreakpointEnabled});
         const QSignalBlocker blocker(m_ui->BreakpointList); // the text in the edit is the newer one
         m_ui->BreakpointList->setCurrentItem(item);
         updateButtons();
@@ -206,35 +211,37 @@ bool BreakpointDialog::apply(const BreakpointItem *item)
     clearOld(item);
     if (item->text(0).isEmpty())
         return true;
-    std::optional<BreakpointLocation> place = breakpointPlace(item->text(0));
+    std::optional<BreakpointPlace> place = breakpointPlace(item->text(0));
     if (!place) {
         showInformation(this, tr("The breakpoint syntax is not valid. Specify breakpoints as:\n\n[file], [line] OR\n"
                                  "disassembler, 0x[addr]"));
         return false;
     }
-    const auto breakpoints = resolve(*place, item);
+    auto breakpoints = resolve(*place, item);
     if (!breakpoints)
         return false;
     const int state = item->checkState(0) == Qt::Checked ? BreakpointEnabled : BreakpointDisabled;
-    if (setBreakpoint(breakpoints.get(), *place, state))
-        return true;
-    showInformation(this, tr("The breakpoint could not be set."));
-    return false;
+    const bool isSet = setBreakpoint(breakpoints.get(), place->location, state);
+    breakpoints.reset(); // nothing of the plug-in is held while the user reads
+    if (!isSet)
+        showInformation(this, tr("The breakpoint could not be set."));
+    return isSet;
 }
 
 /// Who has the breakpoint; null if nobody. Makes the file of @p place absolute.
-InterfacePtr<IBreakpoints> BreakpointDialog::resolve(BreakpointLocation &place, const BreakpointItem *item)
+InterfacePtr<IBreakpoints> BreakpointDialog::resolve(BreakpointPlace &place, const BreakpointItem *item)
 {
     Project *project = item->project();
-    if (place.file == "disassembler:"_L1) {
+    if (place.isAddress) {
         const bool own = project && project->executionInterface();
         return breakpointsOf(own || !m_workspace ? project : m_workspace->currentProject());
     }
     if (!project)
-        project = projectFor(place.file);
+        project = projectFor(place.location.file);
     if (!project)
         return {};
-    place.file = project->absolutePath(place.file);
+    QString &file = place.location.file;
+    file = project->absolutePath(file);
     return breakpointsOf(project);
 }
 

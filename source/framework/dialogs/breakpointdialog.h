@@ -7,8 +7,9 @@
 class BreakpointItem;
 class ListViewItem;
 class Project;
-class ProjectWorkspace;
 class ProjectTreeItem;
+class ProjectWorkspace;
+struct BreakpointPlace;
 namespace Ui {
 class BreakpointDialogBase;
 }
@@ -37,13 +38,13 @@ protected:
 private:
     void fill();
     void fill(Project *project);
-    BreakpointItem *addItem(const QString &text, bool enabled, Project *project,
-                            const QList<BreakpointLocation> &locations);
+    void layOutColumns();
+    BreakpointItem *addItem(const QString &text, Project *project, const BreakpointRecord &record);
     [[nodiscard]] BreakpointItem *currentBreakpoint() const; ///< Null for the last row.
     void remove(BreakpointItem *item);
     void updateButtons();
     bool apply(const BreakpointItem *item);
-    [[nodiscard]] InterfacePtr<IBreakpoints> resolve(BreakpointLocation &place, const BreakpointItem *item);
+    [[nodiscard]] InterfacePtr<IBreakpoints> resolve(BreakpointPlace &place, const BreakpointItem *item);
     [[nodiscard]] Project *projectFor(const QString &file);
 
     const std::unique_ptr<Ui::BreakpointDialogBase> m_ui;
