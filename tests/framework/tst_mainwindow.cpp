@@ -201,7 +201,7 @@ private Q_SLOTS:
             expected.append(name + "(bool)");
         QCOMPARE(expected.size(), 27);
         QByteArrayList found;
-        const QMetaObject &meta = MainWindow::staticMetaObject;
+        const QMetaObject &meta = AvailabilityWindow::staticMetaObject;
         for (int i = meta.methodOffset(); i < meta.methodCount(); ++i) {
             if (meta.method(i).methodType() == QMetaMethod::Signal)
                 found.append(meta.method(i).methodSignature());

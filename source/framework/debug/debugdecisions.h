@@ -58,7 +58,7 @@ struct MarkerChange
 };
 
 /// What one more breakpoint in @p state does to a line that has @p markers. Enabled and disabled ones together are
-/// mixed.
+/// mixed, and stay so.
 [[nodiscard]] MarkerChange markerChange(int markers, int state);
 
 /// A breakpoint at a place, as one of the projects has it.
