@@ -3,6 +3,7 @@
 #include "varnelassert.h"
 #include <QDir>
 #include <QEvent>
+#include <QIconEngine>
 #include <QPainter>
 #include <QStackedWidget>
 #include <QTabBar>
