@@ -63,10 +63,8 @@ public:
     [[nodiscard]] ActivityState state() const override { return m_state; }
     void setState(ActivityState state) override;
 
-    [[nodiscard]] ProjectWorkspace *projectWorkspace() const
-    {
-        return m_projectWorkspace;
-    } ///< Null while no workspace is open.
+    /// Null while no workspace is open.
+    [[nodiscard]] ProjectWorkspace *projectWorkspace() const override { return m_projectWorkspace; }
     [[nodiscard]] Workspace *workspace() const override { return m_workspace; }
     [[nodiscard]] ViewManager *viewManager() const { return m_viewManager; }
     [[nodiscard]] OutputWindow *outputWindow() const override { return m_outputWindow; }
