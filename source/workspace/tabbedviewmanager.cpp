@@ -1,6 +1,7 @@
 #include "tabbedviewmanager.h"
 #include "document.h"
 #include "varnelassert.h"
+#include <QApplication>
 #include <QDir>
 #include <QEvent>
 #include <QIconEngine>
