@@ -85,9 +85,12 @@ QString objectFileName(const QString &directory, const QString &source)
 {
     QString place =
         encoded(source, [](char c) { return isLetterOrDigit(c) || c == '_' || c == '.' || c == '-' || c == '/'; });
-    if (place.startsWith(u'/'))
+    qsizetype start = 0;
+    if (place.startsWith(u'/')) {
         place.prepend(u"%root"_s);
-    for (qsizetype i = 0; QStringView(place).sliced(i).startsWith(u"../"); i += 4)
+        start = place.indexOf(u'/') + 1; // what leads up from the root stays in a clean path
+    }
+    for (qsizetype i = start; QStringView(place).sliced(i).startsWith(u"../"); i += 4)
         place.replace(i, 2, u"%up"_s);
     return directory + u"/obj/"_s + place + u".o"_s;
 }

@@ -4,7 +4,7 @@
 
 class IExecutionEvents;
 class IProject;
-struct _object; // NOLINT(bugprone-reserved-identifier): a Python object, without Python's own header
+struct _object; // a Python object, without Python's own header
 
 /// Runs and debugs the program of one project, on a simulator or on hardware.
 ///

@@ -33,7 +33,7 @@ public:
     }
 
 protected:
-    virtual ~InterfaceObject() = default;
+    virtual ~InterfaceObject() = default; // NOLINT(modernize-use-override): not every interface has a virtual one
 
 private:
     /// Each interface has a QUnknownInterface of its own. The first one stands for all when that is asked for.

@@ -1,8 +1,10 @@
 #include "tabbedviewmanager.h"
 #include "document.h"
 #include "varnelassert.h"
+#include <QApplication>
 #include <QDir>
 #include <QEvent>
+#include <QIconEngine>
 #include <QPainter>
 #include <QStackedWidget>
 #include <QTabBar>

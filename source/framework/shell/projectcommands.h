@@ -1,6 +1,7 @@
 #pragma once
 #include "activitystate.h"
 #include <QObject>
+#include <QPointer>
 class LastDirectories;
 class Project;
 class ProjectWorkspace;

@@ -115,7 +115,7 @@ private:
 
     // Clipboard, drag and drop
     [[nodiscard]] bool isInTree(const ProjectItemDrag::Item &item) const;
-    void edit(const std::function<void()> &work);
+    void editModel(const std::function<void()> &work);
     [[nodiscard]] ProjectItemDrag *dragObject() const;
     [[nodiscard]] bool isOwnDrag(const QDropEvent *event) const;
     [[nodiscard]] ProjectTreeItem *dropItemAt(const QPoint &position) const;

@@ -199,7 +199,7 @@ void ProjectTree::cut()
     auto *drag = new ProjectItemDrag(*this);
     QGuiApplication::clipboard()->setMimeData(drag);
     const QList<ProjectItemDrag::Item> items = ProjectItemDrag::items(*drag);
-    edit([&] {
+    editModel([&] {
         for (const ProjectItemDrag::Item &item : items)
             item.takeOut();
     });
@@ -216,7 +216,7 @@ void ProjectTree::paste()
     if (!project)
         return;
     const QList<ProjectItemDrag::Item> items = ProjectItemDrag::items(*drag);
-    edit([&] {
+    editModel([&] {
         for (const ProjectItemDrag::Item &item : items)
             item.putInto(project, target, true);
         QGuiApplication::clipboard()->clear();
@@ -226,7 +226,7 @@ void ProjectTree::paste()
 void ProjectTree::remove()
 {
     const QList<ProjectItemDrag::Item> items = ProjectItemDrag::items(ProjectItemDrag(*this));
-    edit([&] {
+    editModel([&] {
         for (const ProjectItemDrag::Item &item : items) {
             if (!isInTree(item))
                 continue; // it went with its folder
@@ -244,7 +244,7 @@ bool ProjectTree::isInTree(const ProjectItemDrag::Item &item) const
 
 /// Changes the model; what is available now is told once, after the last change. A current row that goes is followed by
 /// the one in its place; the view would look for it after each row anew.
-void ProjectTree::edit(const std::function<void()> &work)
+void ProjectTree::editModel(const std::function<void()> &work)
 {
     const QPersistentModelIndex current = currentIndex();
     const QPersistentModelIndex parent = current.parent();

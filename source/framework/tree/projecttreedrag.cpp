@@ -71,7 +71,7 @@ void ProjectTree::dropEvent(QDropEvent *event)
         return;
     QList<ProjectItemDrag::Item> items = ProjectItemDrag::items(*event->mimeData());
     items.removeIf([this](const auto &item) { return !isInTree(item); }); // scripts go on while the user drags
-    edit([&] {
+    editModel([&] {
         for (const ProjectItemDrag::Item &item : std::as_const(items))
             drop(item, project, target);
     });

@@ -16,6 +16,7 @@ private Q_SLOTS:
         QTest::newRow("in a directory") << u"src/x_1/main.c"_s << u"b/obj/src/x_1/main.c.o"_s;
         QTest::newRow("above") << u"../../lib/a.c"_s << u"b/obj/%up/%up/lib/a.c.o"_s;
         QTest::newRow("anywhere") << u"/usr/src/a.c"_s << u"b/obj/%root/usr/src/a.c.o"_s;
+        QTest::newRow("above the root") << u"/../../a.c"_s << u"b/obj/%root/%up/%up/a.c.o"_s;
         QTest::newRow("strange letters") << u"a b$'\"%.c"_s << u"b/obj/a%20b%24%27%22%25.c.o"_s;
         QTest::newRow("non-ASCII") << u"ü.c"_s << u"b/obj/%c3%bc.c.o"_s;
         QTest::newRow("dots in a name") << u"a..c"_s << u"b/obj/a..c.o"_s;
