@@ -289,12 +289,13 @@ bool GdbEnvironment::currentLocation(QString &file, int &line)
         return false;
     const GdbSession::Frame frame = m_session.frame();
     const QString local = frame.line > 0 ? m_symbols.localFile(frame.file) : QString();
-    if (m_instructionView.isEmpty() && !local.isEmpty()) {
+    const QString instructionView = isDisassembly(file) ? file : m_instructionView;
+    if (instructionView.isEmpty() && !local.isEmpty()) {
         file = projectPath(local, m_project->basePath());
         line = frame.line;
         return true;
     }
-    file = m_instructionView.isEmpty() ? u"disassembler:"_s : m_instructionView;
+    file = instructionView.isEmpty() ? u"disassembler:"_s : instructionView;
     line = int(uint(frame.address) + 1);
     return true;
 }

@@ -54,7 +54,8 @@ public:
     virtual ProcessorStatus processorStatus() = 0;
     virtual ProgramStatus programStatus() = 0;
     /// Where the program stands: @p file relative to the project, or a location in the disassembly, as IBreakpoints
-    /// describes it; @p line from 1. False if it is not known.
+    /// describes it; @p line from 1. False if it is not known. @p file comes in as the document that is to show the
+    /// place, as for stepInto(), so that the disassembly can be told its own lines.
     virtual bool currentLocation(QString &file, int &line) = 0;
     /// Computes an expression of the program's language, assignments among them. Returns 0 and the value's text in
     /// @p result, or another number and a text in @p result that says what is wrong.

@@ -224,9 +224,9 @@ public:
         return texts.join(u' ');
     }
     /// "file, line" or the disassembly's place.
-    QString location() const
+    /// As the document @p file is told.
+    QString location(QString file = {}) const
     {
-        QString file;
         int line = 0;
         return env->currentLocation(file, line) ? file + u", "_s + QString::number(line) : QString();
     }

@@ -150,6 +150,7 @@ void tst_BoardSession::stepsInSourceAndInTheDisassembly()
     session.env->stepOver(u"firmware.c"_s);
     QVERIFY(session.waitFor(Env::ProgramPaused));
     QVERIFY(session.location().startsWith(u"firmware.c, "_s));
+    QCOMPARE(session.location(view), view + u", %1"_s.arg(session.env->session()->frame().address + 1));
 }
 
 void tst_BoardSession::stopsAtABreakpoint()
