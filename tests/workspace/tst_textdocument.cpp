@@ -266,6 +266,20 @@ private Q_SLOTS:
         manager.closeAll();
     }
 
+    void theRawTextIsCopiedAnewWhenTheTextChanges()
+    {
+        EditorFixture f(u"1\n2"_s);
+        const QString text = f.document->rawText();
+        QCOMPARE(text, u"1\u20292"_s);
+        QCOMPARE(f.document->rawText().constData(), text.constData());
+        QTextCursor(f.document->text()).insertText(u"x"_s);
+        QCOMPARE(f.document->rawText(), u"x1\u20292"_s);
+        f.document->text()->undo();
+        QCOMPARE(f.document->rawText(), u"1\u20292"_s);
+        f.document->text()->setPlainText(u"3"_s);
+        QCOMPARE(f.document->rawText(), u"3"_s);
+    }
+
     void markersRideOnTheirLines()
     {
         EditorFixture f(u"1\n2\n3\n4\n5\n6"_s);
