@@ -1,9 +1,9 @@
+#include <cstdio>
 #include <QCoreApplication>
 #include <QEvent>
 #include <QFile>
 #include <QGenericPlugin>
 #include <QTimer>
-#include <cstdio>
 
 using namespace Qt::StringLiterals;
 

@@ -172,7 +172,7 @@ ElfImage readElfImage(const QByteArray &contents)
 ElfImage loadElfImage(const QString &fileName)
 {
     QFile file(fileName);
-    return file.open(QIODevice::ReadOnly) ? readElfImage(file.readAll()) : ElfImage();
+    return !fileName.isEmpty() && file.open(QIODevice::ReadOnly) ? readElfImage(file.readAll()) : ElfImage();
 }
 
 QString findImage(const ImageSearch &search)

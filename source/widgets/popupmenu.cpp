@@ -10,8 +10,7 @@ int idOf(const QAction *action)
 }
 } // namespace
 
-PopupMenu::PopupMenu(QWidget *parent)
-    : QMenu(parent)
+PopupMenu::PopupMenu(QWidget *parent) : QMenu(parent)
 {
     setToolTipsVisible(false);
 }

@@ -1,6 +1,6 @@
 #pragma once
-#include <QMenu>
 #include <functional>
+#include <QMenu>
 
 /// A menu in which some items carry an id: those that were inserted by code and come and go while the program runs.
 ///

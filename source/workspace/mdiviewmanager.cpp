@@ -18,6 +18,8 @@ QRect cascadeRect(const QRect &workspace, int &i)
     if (i >= n)
         i = 0;
     const int offset = i * CascadeStep;
+    if (++i >= n)
+        i = 0;
     return {QPoint(offset, offset), QPoint(offset - n * CascadeStep + w + CascadeStep - 1, h - 1)};
 }
 
@@ -46,13 +48,6 @@ void MDIViewManager::readMaximised()
         m_maximised = MDIWorkspace::frameOf(view)->isMaximized();
 }
 
-QRect MDIViewManager::nextCascadeRect()
-{
-    const QRect rect = cascadeRect(m_workspace->rect(), m_cascade);
-    ++m_cascade;
-    return rect;
-}
-
 void MDIViewManager::addView(View *newView, bool activate)
 {
     readMaximised();
@@ -65,7 +60,7 @@ void MDIViewManager::addView(View *newView, bool activate)
     if (m_maximised) {
         frame->showMaximized();
     } else {
-        frame->setGeometry(nextCascadeRect());
+        frame->setGeometry(cascadeRect(m_workspace->rect(), m_cascade));
         frame->show();
     }
     m_workspace->setActiveSubWindow(frame);

@@ -25,7 +25,6 @@ public:
 
 private:
     void readMaximised();
-    QRect nextCascadeRect();
     void titleBarClicked();
 
     QSettings *const m_settings;
@@ -36,5 +35,5 @@ private:
 };
 
 /// Where the frame of step @p i of a cascade stands in @p workspace. Its bottom stays at the bottom of the workspace
-/// and only its top moves. @p i wraps at the number of steps that the workspace has room for.
+/// and only its top moves. @p i goes on to the next step; it wraps at the number of steps that there is room for.
 [[nodiscard]] QRect cascadeRect(const QRect &workspace, int &i);

@@ -43,7 +43,8 @@ struct RecoverableText
     QDateTime time;   ///< of the copy
 };
 
-/// The copies in @p directory whose program is gone, ordered by document and then by time; files that are no copies are left out.
+/// The copies in @p directory whose program is gone, ordered by document and then by time; files that are no copies are
+/// left out.
 [[nodiscard]] QList<RecoverableText> recoverableTexts(const QString &directory);
 /// The text of a copy; nothing if it cannot be read.
 [[nodiscard]] std::optional<QString> recoverText(const RecoverableText &text);

@@ -14,6 +14,30 @@
 
 using namespace Qt::StringLiterals;
 
+namespace {
+/// A place in a text that stays the same while characters before it come and go.
+struct Place
+{
+    int line;
+    int index;
+
+    bool operator==(const Place &other) const = default;
+};
+
+Place placeOf(QTextDocument *text, int position)
+{
+    const QTextBlock block = text->findBlock(position);
+    return {block.blockNumber(), position - block.position()};
+}
+
+/// The nearest position if the text has become shorter.
+int positionOf(QTextDocument *text, Place place)
+{
+    const QTextBlock block = text->findBlockByNumber(std::min(place.line, text->blockCount() - 1));
+    return block.position() + std::min(place.index, block.length() - 1);
+}
+} // namespace
+
 TextView::TextView(TextDocument *document, QWidget *parent)
     : View(document, parent), m_textDocument(document), m_splitter(new QSplitter(Qt::Vertical))
 {
@@ -346,14 +370,17 @@ void TextView::getCursorPosition(int *para, int *index)
     *index = cursor.positionInBlock();
 }
 
-/// Events run between the lines: the view may be closed then.
+/// Events run between the lines: the view may be closed then. The selection gets its former lines and columns back, so
+/// that whole lines stay selected as a whole.
 void TextView::indentSelection()
 {
     const QPointer<TextViewEdit> pane = m_current;
     const QTextCursor selection = pane->textCursor();
     QTextDocument *text = m_textDocument->text();
-    const int last = text->findBlock(selection.selectionEnd()).blockNumber();
-    for (int line = text->findBlock(selection.selectionStart()).blockNumber(); line <= last; ++line) {
+    const Place anchor = placeOf(text, selection.anchor());
+    const Place position = placeOf(text, selection.position());
+    const int last = std::max(anchor.line, position.line);
+    for (int line = std::min(anchor.line, position.line); line <= last; ++line) {
         const QTextBlock block = text->findBlockByNumber(line);
         if (!block.isValid())
             break;
@@ -365,6 +392,10 @@ void TextView::indentSelection()
         if (!pane)
             return;
     }
-    if (selection.hasSelection())
-        pane->setTextCursor(selection);
+    if (anchor == position)
+        return;
+    QTextCursor restored(text);
+    restored.setPosition(positionOf(text, anchor));
+    restored.setPosition(positionOf(text, position), QTextCursor::KeepAnchor);
+    pane->setTextCursor(restored);
 }

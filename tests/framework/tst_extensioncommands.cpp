@@ -65,7 +65,7 @@ private:
         QStringList texts;
         for (const MenuEntry &entry : entries) {
             const QString text =
-                (entry.checked.value() ? u"[x] "_s : u"[ ] "_s) + entry.text + u": "_s + entry.whatsThis;
+                (entry.checked.value_or(false) ? u"[x] "_s : u"[ ] "_s) + entry.text + u": "_s + entry.whatsThis;
             texts.append(entry.enabled ? text : u'(' + text + u')');
         }
         return texts.join(u", "_s);

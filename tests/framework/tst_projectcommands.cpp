@@ -829,7 +829,8 @@ private Q_SLOTS:
     {
         QFETCH(QByteArray, command);
         const WindowFixture f;
-        QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"^ASSERT: \"(m_projectWorkspace|workspace|project)\" in "_s));
+        QTest::ignoreMessage(QtWarningMsg,
+                             QRegularExpression(u"^ASSERT: \"(m_projectWorkspace|workspace|project)\" in "_s));
         QMetaObject::invokeMethod(f.window.get(), command.constData());
         QVERIFY(f.answers->said.isEmpty());
     }

@@ -108,6 +108,20 @@ class ClientTest(unittest.TestCase):
         answers = iter([0, "", 5])
         self.assertEqual(wait_until(lambda: next(answers)), 5)
 
+    def test_an_answer_is_a_key_of_the_box_that_asks(self):
+        press = "EVENT messageBox 6 89 121 0 0 1 1 y"
+        client = self.client({"GETPROPERTY messageBox text": "OK 3 a.c\n\nReload it?\r\n", press: "OK\r\n"})
+        client.answer("Reload it?", "y")
+        self.assertIn(press, self.server.commands)
+        self.assertEqual(self.server.commands[-1], press.replace(" 6 ", " 7 ", 1))  # refused: the box has gone
+
+    def test_another_question_is_not_answered(self):
+        client = self.client({"GETPROPERTY messageBox text": "OK 3 Overwrite it?\r\n"})
+        client._timeout = 0
+        with self.assertRaises(TimeoutError):
+            client.answer("Reload it?", "y")
+        self.assertFalse([command for command in self.server.commands if command.startswith("EVENT")])
+
     def test_a_program_that_has_gone_is_told(self):
         reservation = socket.socket()
         self.addCleanup(reservation.close)

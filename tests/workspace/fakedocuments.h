@@ -126,7 +126,9 @@ public:
 
     bool canOpen(const QString &filename) override
     {
-        return m_extensions.isEmpty() || m_extensions.contains(filename.section(QChar::fromLatin1('.'), -1).toLower());
+        return opens
+               && (m_extensions.isEmpty()
+                   || m_extensions.contains(filename.section(QChar::fromLatin1('.'), -1).toLower()));
     }
     Document *createDocument() override { return givesDocument ? new FakeDocument(this, m_log) : nullptr; }
     View *createView(Document *document) override
@@ -135,6 +137,7 @@ public:
     }
     QString extension() override { return m_extensions.value(0); }
 
+    bool opens = true;
     bool givesDocument = true;
     bool givesView = true;
     bool offers = true;

@@ -111,6 +111,8 @@ void tst_CppIndent::columnOfTheLastLine_data()
     QTest::newRow("behind inner parentheses") << u"foo( a, bar( b ),\nc"_s << 5;
     QTest::newRow("second line in parentheses") << u"foo( a,\n     b,\nc"_s << 5;
     QTest::newRow("in the braces of a list") << u"int x[] = { 1,\n2"_s << 12;
+    QTest::newRow("brace that ends the line of an open parenthesis") << u"  foo( a, {\n  b ),\nc"_s << 0;
+    QTest::newRow("closing brace without its partner") << u"  } + a +\nb"_s << 0;
     QTest::newRow("behind an assignment") << u"  x = a +\nb"_s << 6;
     QTest::newRow("behind an operator assignment") << u"  x += a +\nb"_s << 7;
     QTest::newRow("equals at the end of the line is no hook") << u"  x =\ny"_s << 10;
@@ -224,6 +226,8 @@ void tst_CppIndent::looksBackFortyLines()
     QCOMPARE(column(u"  f( a,\n"_s + u"b,\n"_s.repeated(39) + u"c ) +\nd"_s), 0);
     QCOMPARE(column(u"if ( a &&\n"_s + u"b &&\n"_s.repeated(38) + u"c )\nd"_s), 4);
     QCOMPARE(column(u"if ( a &&\n"_s + u"b &&\n"_s.repeated(39) + u"c )\nd"_s), 0);
+    QCOMPARE(column(u"    a;\n"_s + u"Q_OBJECT\n"_s.repeated(39) + u"b"_s), 4);
+    QCOMPARE(column(u"    a;\n"_s + u"Q_OBJECT\n"_s.repeated(40) + u"b"_s), 0);
 }
 
 void tst_CppIndent::looksBackFourHundredLinesForAComment()

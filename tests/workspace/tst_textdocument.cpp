@@ -62,6 +62,19 @@ private Q_SLOTS:
         QCOMPARE(any.extension(), QString());
     }
 
+    void viewsBearTheIconOfTheirKind()
+    {
+        QPixmap picture(16, 16);
+        picture.fill(Qt::red);
+        const FormatTable formats = testFormats();
+        TextDocumentTemplate docTemplate(u"T"_s, u"d"_s, picture, {}, std::make_unique<SyntaxHighlighter>(&formats),
+                                         nullptr);
+        const std::unique_ptr<Document> document(docTemplate.createDocument());
+        const std::unique_ptr<View> view(docTemplate.createView(document.get()));
+        QCOMPARE(view->windowIcon().pixmap(16, 16).toImage().pixelColor(8, 8), QColor(Qt::red));
+        QVERIFY(!view->parentWidget());
+    }
+
     void settingsReachTheIndenter()
     {
         EditorFixture f;
@@ -157,6 +170,8 @@ private Q_SLOTS:
         BoxAnswers answers({QMessageBox::Ok});
         QVERIFY(!f.document->open(f.directory.path()));
         QCOMPARE(answers.texts, QStringList{u"The following file could not be opened:\n"_s + f.directory.path()});
+        QCOMPARE(answers.captions, QStringList{u"Varnel"_s});
+        QCOMPARE(answers.icons, QList{QMessageBox::Warning});
         QCOMPARE(answers.buttons.first(), QList{QMessageBox::Ok});
     }
 
@@ -179,6 +194,9 @@ private Q_SLOTS:
         QCOMPARE(answers.texts,
                  QStringList{u"The following file could not be written:\n%1\n\nPlease check that this file is not "
                              "read-only and you have permission to write to it."_s.arg(path)});
+        QCOMPARE(answers.captions, QStringList{u"Varnel"_s});
+        QCOMPARE(answers.icons, QList{QMessageBox::Warning});
+        QCOMPARE(answers.buttons.first(), QList{QMessageBox::Ok});
         QVERIFY(f.document->modified());
         QCOMPARE(contents(path), "old");
         QCOMPARE(f.text().size(), 200'003);
@@ -194,6 +212,28 @@ private Q_SLOTS:
         QVERIFY(!f.document->saveAs(f.path(u"no/c.c"_s)));
         QVERIFY(f.document->modified());
         QCOMPARE(f.view->title(), u"c.c *"_s);
+    }
+
+    void saveAsKeepsEncodingAndLineEnds()
+    {
+        EditorFixture f;
+        put(f.path(u"a.c"_s), "caf\xE9\r\n");
+        QVERIFY(f.document->open(f.path(u"a.c"_s)));
+        QVERIFY(f.document->saveAs(f.path(u"b.c"_s)));
+        QCOMPARE(contents(f.path(u"b.c"_s)), "caf\xE9\r\n");
+        QVERIFY(!f.document->modified());
+        QCOMPARE(f.document->lastModified(), QFileInfo(f.path(u"b.c"_s)).lastModified());
+    }
+
+    void creatingTouchesNoFile()
+    {
+        EditorFixture f;
+        const QString path = f.path(u"new.c"_s);
+        QVERIFY(f.document->create(path));
+        QCOMPARE(f.document->filename(), path);
+        QVERIFY(f.document->modified());
+        QVERIFY(!QFile::exists(path));
+        QVERIFY(!f.document->isNewerOnDisk());
     }
 
     void undoToTheSavedTextIsUnmodified()
@@ -380,6 +420,16 @@ private Q_SLOTS:
         QCOMPARE(f.markers(), QString());
     }
 
+    void theAlternateBitStaysWhenItsBreakpointGoes()
+    {
+        EditorFixture f(u"one"_s);
+        f.view->setMarker(1, TextView::EnabledBreakpointMarker, true, true);
+        f.view->setMarker(1, TextView::EnabledBreakpointMarker, false, false);
+        QCOMPARE(f.markers(), u"1:8000"_s);
+        f.view->setMarker(1, TextView::DisabledBreakpointMarker, true, false);
+        QCOMPARE(f.markers(), u"1:2"_s);
+    }
+
     void clearingTakesTheBitsOffEveryLine()
     {
         EditorFixture f(u"1\n2\n3"_s);
@@ -389,6 +439,11 @@ private Q_SLOTS:
         QSignalSpy notified(f.document.get(), &Document::updateViews);
         f.view->clearMarkers(TextView::CurrentLineMarker);
         QCOMPARE(notified.size(), 1);
+        f.view->setMarker(2, TextView::LookupMarker, true, false);
+        f.view->setMarker(2, TextView::LookupMarker, false, false);
+        QCOMPARE(notified.size(), 3);
+        f.view->setMarker(4, TextView::LookupMarker, true, false); // there is no such line
+        QCOMPARE(notified.size(), 3);
         QCOMPARE(f.markers(), u"1:1"_s);
         f.document->text()->setPlainText(u"other"_s);
         f.view->clearMarkers(0xFFFF); // of lines that are gone

@@ -8,7 +8,9 @@
 #include <QHelpEvent>
 #include <QMenu>
 #include <QMimeData>
+#include <QPaintEngine>
 #include <QPrintDialog>
+#include <QPrintEngine>
 #include <QPrinter>
 #include <QRubberBand>
 #include <QScrollBar>
@@ -89,6 +91,69 @@ public:
     }
 
     QRegion painted;
+};
+/// Notes which texts are drawn where on pages of 600 by 800 dots, a hundred of which make an inch.
+class PageRecorder : public QPaintEngine, public QPrintEngine
+{
+public:
+    struct Drawn
+    {
+        int page;
+        QPointF baseline;
+        QString text;
+    };
+
+    PageRecorder() : QPaintEngine(AllFeatures) {}
+    bool begin(QPaintDevice *) override
+    {
+        m_state = QPrinter::Active;
+        return true;
+    }
+    bool end() override
+    {
+        m_state = QPrinter::Idle;
+        return true;
+    }
+    void updateState(const QPaintEngineState &) override {}
+    void drawPixmap(const QRectF &, const QPixmap &, const QRectF &) override {}
+    void drawTextItem(const QPointF &baseline, const QTextItem &item) override
+    {
+        drawn.append({m_page, baseline, item.text()});
+    }
+    [[nodiscard]] Type type() const override { return User; }
+
+    void setProperty(PrintEnginePropertyKey, const QVariant &) override {}
+    [[nodiscard]] QVariant property(PrintEnginePropertyKey) const override { return {}; }
+    bool newPage() override { return ++m_page > 0; }
+    bool abort() override { return false; }
+    [[nodiscard]] QPrinter::PrinterState printerState() const override { return m_state; }
+    [[nodiscard]] int metric(QPaintDevice::PaintDeviceMetric metric) const override
+    {
+        switch (metric) {
+        case QPaintDevice::PdmWidth:
+            return 600;
+        case QPaintDevice::PdmHeight:
+            return 800;
+        case QPaintDevice::PdmDevicePixelRatio:
+            return 1;
+        case QPaintDevice::PdmDevicePixelRatioScaled:
+            return int(QPaintDevice::devicePixelRatioFScale());
+        default:
+            return 100;
+        }
+    }
+
+    QList<Drawn> drawn;
+
+private:
+    QPrinter::PrinterState m_state = QPrinter::Idle;
+    int m_page = 1;
+};
+
+class RecordingPrinter : public QPrinter
+{
+public:
+    explicit RecordingPrinter(PageRecorder *recorder) { setEngines(recorder, recorder); }
 };
 } // namespace
 
@@ -255,6 +320,34 @@ private Q_SLOTS:
         QCOMPARE(f.text(), u"1234567"_s);
     }
 
+    void tabStopsCountCharactersAndReplaceTheSelection()
+    {
+        EditorFixture f(u"\tab"_s);
+        f.docTemplate.indenter()->setKeepTabs(false);
+        f.putCursor(0, 1);
+        QTest::keyClick(f.edit(), Qt::Key_Tab);
+        QCOMPARE(f.text(), u"\t   ab"_s); // the tab before is one character
+        f.view->undo();
+        f.putCursor(0, 1, 0, 3);
+        QTest::keyClick(f.edit(), Qt::Key_Tab);
+        QCOMPARE(f.text(), u"\t   "_s);
+    }
+
+    void withoutIndenterTheKeysAreTheToolkits()
+    {
+        const FormatTable formats = testFormats();
+        TextDocumentTemplate docTemplate(u"T"_s, u"d"_s, {}, {}, std::make_unique<SyntaxHighlighter>(&formats),
+                                         nullptr);
+        const std::unique_ptr<TextDocument> document(static_cast<TextDocument *>(docTemplate.createDocument()));
+        const std::unique_ptr<TextView> view(static_cast<TextView *>(docTemplate.createView(document.get())));
+        document->text()->setPlainText(u"  a"_s);
+        view->currentEdit()->moveCursor(QTextCursor::End);
+        QTest::keyClick(view->currentEdit(), Qt::Key_Return);
+        QTest::keyClick(view->currentEdit(), Qt::Key_Tab);
+        view->indentSelection();
+        QCOMPARE(document->text()->toPlainText(), u"  a\n\t"_s);
+    }
+
     void returnIndentsTheNewLineInOneStep()
     {
         EditorFixture f(u"int f()\n{"_s);
@@ -284,6 +377,45 @@ private Q_SLOTS:
         QTimer::singleShot(0, this, [&f] { f.view.reset(); }); // events run between the lines
         f.view->indentSelection();
         QVERIFY(!f.view);
+    }
+
+    void indentingLeavesTheSelectionOnItsLines_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<int>("anchor");
+        QTest::addColumn<int>("position");
+        QTest::addColumn<QString>("indented");
+        QTest::addColumn<QString>("selection");
+        const QString text = u"int f()\n{\nx;\n}\n"_s;
+        const QString indented = u"int f()\n{\n    x;\n}\n "_s; // a line of nothing else keeps one blank
+        QTest::newRow("to an empty last line") << text << 0 << 15 << indented << u"0,0-4,0"_s;
+        QTest::newRow("upward") << text << 15 << 0 << indented << u"0,0-4,0"_s;
+        QTest::newRow("whole lines") << text << 10 << 13 << u"int f()\n{\n    x;\n}\n"_s << u"2,0-3,0"_s;
+        QTest::newRow("an empty line amid a block")
+            << u"f() {\nx;\n\ny;\n}"_s << 6 << 12 << u"f() {\n    x;\n     \n    y;\n}"_s << u"1,0-3,2"_s;
+        QTest::newRow("lines that become shorter")
+            << u"f() {\n          x;\n}"_s << 8 << 18 << u"f() {\n    x;\n}"_s << u"1,2-1,6"_s;
+        QTest::newRow("nothing selected") << text << 10 << 10 << u"int f()\n{\n    x;\n}\n"_s << u"2,4"_s;
+    }
+    void indentingLeavesTheSelectionOnItsLines()
+    {
+        QFETCH(const QString, text);
+        QFETCH(const int, anchor);
+        QFETCH(const int, position);
+        EditorFixture f(text);
+        f.docTemplate.indenter()->setIndentMode(TextIndent::Smart);
+        QTextCursor cursor(f.document->text());
+        cursor.setPosition(anchor);
+        cursor.setPosition(position, QTextCursor::KeepAnchor);
+        f.edit()->setTextCursor(cursor);
+        f.view->indentSelection();
+        QTEST(f.text(), "indented");
+        QTEST(f.selection(), "selection");
+        const QTextCursor after = f.edit()->textCursor();
+        QCOMPARE(after.position() < after.anchor(), position < anchor);
+        f.view->indentSelection(); // there is nothing left to do
+        QTEST(f.text(), "indented");
+        QTEST(f.selection(), "selection");
     }
 
     void aDoubleClickTakesTheWordOnly_data()
@@ -361,6 +493,16 @@ private Q_SLOTS:
         QTEST(event.isAccepted(), "accepted");
         QDragLeaveEvent leave;
         QApplication::sendEvent(f.edit()->viewport(), &leave);
+    }
+
+    void draggedLocationsAreLeftToTheWindow()
+    {
+        EditorFixture f;
+        QMimeData data;
+        data.setUrls({QUrl(u"https://example.org/a.c"_s)});
+        QDragEnterEvent event({30, 10}, Qt::CopyAction, &data, Qt::LeftButton, {});
+        QApplication::sendEvent(f.edit()->viewport(), &event);
+        QVERIFY(!event.isAccepted());
     }
 
     void theMarginShowsMarkersOverOneAnother_data()
@@ -458,6 +600,23 @@ private Q_SLOTS:
         QVERIFY(!f.view->hasMarkerAtCursor(TextView::EnabledBreakpointMarker));
     }
 
+    void aLineThatIsCutOffIsNotInSight()
+    {
+        EditorFixture f(numbered(200));
+        f.view->setMarker(10, TextView::EnabledBreakpointMarker, true, false);
+        f.putCursor(9, 0);
+        const int bottom = int(std::ceil(f.edit()->linesAt(0, f.edit()->viewport()->height()).at(9).rect.bottom()));
+        const auto setViewportHeight = [&f](int height) {
+            f.view->resize(f.view->width(), f.view->height() + height - f.edit()->viewport()->height());
+            QCoreApplication::processEvents();
+            f.edit()->verticalScrollBar()->setValue(0);
+        };
+        setViewportHeight(bottom);
+        QVERIFY(f.view->hasMarkerAtCursor(TextView::EnabledBreakpointMarker));
+        setViewportHeight(bottom - f.document->lineSpacing() / 2);
+        QVERIFY(!f.view->hasMarkerAtCursor(TextView::EnabledBreakpointMarker));
+    }
+
     void aLineGoneToHasLinesAroundIt_data()
     {
         QTest::addColumn<int>("line");
@@ -531,6 +690,29 @@ private Q_SLOTS:
         QVERIFY(!f.edit()->findChild<QRubberBand *>());
         QCOMPARE(f.view->edits().size(), 2);
         QVERIFY(std::abs(f.edit(0)->height() - 150) <= 5);
+    }
+
+    void theDraggedHandleStaysWithinThePane_data()
+    {
+        QTest::addColumn<int>("height");
+        QTest::addColumn<bool>("atBottom");
+        QTest::newRow("above") << -50 << false;
+        QTest::newRow("below") << 5000 << true;
+    }
+    void theDraggedHandleStaysWithinThePane()
+    {
+        QFETCH(const int, height);
+        QFETCH(const bool, atBottom);
+        EditorFixture f(numbered(50));
+        auto *handle = f.edit()->findChild<TextSplitterWidget *>();
+        QTest::mousePress(handle, Qt::LeftButton);
+        const QPoint target = f.edit()->mapToGlobal(QPoint(10, height));
+        QMouseEvent move(QEvent::MouseMove, handle->mapFromGlobal(target), target, Qt::NoButton, Qt::LeftButton, {});
+        QApplication::sendEvent(handle, &move);
+        const int lowest = f.edit()->viewport()->height() - handle->height();
+        const auto *band = f.edit()->findChild<QRubberBand *>();
+        QCOMPARE(band->geometry(), QRect(0, atBottom ? lowest : 0, f.edit()->width(), handle->height()));
+        QTest::mouseRelease(handle, Qt::LeftButton, {}, handle->mapFromGlobal(target));
     }
 
     void aLowPaneCollapsesAndStaysInTheList()
@@ -698,6 +880,35 @@ private Q_SLOTS:
             QVERIFY(contrast(match.background().color(), f.formats[id].foreground().color()) > 3);
     }
 
+    void onlyTheFocusedPaneOfTheSourceIsNotRefreshed_data()
+    {
+        QTest::addColumn<bool>("fromHere");
+        QTest::addColumn<bool>("full");
+        QTest::addColumn<QString>("painted");
+        QTest::newRow("change made here") << true << false << u"first"_s;
+        QTest::newRow("change made elsewhere") << false << false << u"first second"_s;
+        QTest::newRow("changed formats") << true << true << u"first second"_s;
+    }
+    void onlyTheFocusedPaneOfTheSourceIsNotRefreshed()
+    {
+        QFETCH(const bool, fromHere);
+        QFETCH(const bool, full);
+        EditorFixture f(u"text"_s);
+        f.view->split();
+        QCoreApplication::processEvents();
+        QVERIFY(f.edit(1)->hasFocus());
+        const auto &first = *new PaintedRegion(marginOf(f.edit(0)));
+        const auto &second = *new PaintedRegion(marginOf(f.edit(1)));
+        f.view->update(fromHere ? f.view.get() : nullptr, full);
+        QCoreApplication::processEvents();
+        QStringList painted;
+        if (!first.painted.isEmpty())
+            painted << u"first"_s;
+        if (!second.painted.isEmpty())
+            painted << u"second"_s;
+        QTEST(painted.join(u' '), "painted");
+    }
+
     void aFullRefreshTakesOverFormats()
     {
         EditorFixture f(u"text"_s);
@@ -738,13 +949,36 @@ private Q_SLOTS:
         QCOMPARE(pdf.count("/Type /Page\n"), 3);
     }
 
+    void pagesHaveAMarginOfAnInchAndTheirNumberBelow()
+    {
+        EditorFixture f(numbered(50));
+        PageRecorder recorder;
+        RecordingPrinter printer(&recorder);
+        printText(*f.document->text(), printer);
+        QStringList lines;
+        QStringList numbers;
+        for (const PageRecorder::Drawn &drawn : std::as_const(recorder.drawn)) {
+            if (drawn.baseline.y() < 700) {
+                QCOMPARE(drawn.baseline.x(), 100);
+                QVERIFY(drawn.baseline.y() > 100);
+                lines << drawn.text;
+            } else {
+                QVERIFY(drawn.baseline.x() > 480 && drawn.baseline.x() < 500);      // at the right
+                QVERIFY(drawn.baseline.y() > 705 && drawn.baseline.y() < 705 + 20); // five pixels below
+                numbers << u"%1:%2"_s.arg(drawn.page).arg(drawn.text);
+            }
+        }
+        QCOMPARE(lines.join(u'\n'), numbered(50));
+        QCOMPARE(numbers, (QStringList{u"1:1"_s, u"2:2"_s}));
+    }
+
     void printingAsksFirst()
     {
         EditorFixture f(u"text"_s);
         bool asked = false;
-        QTimer::singleShot(0, this, [&asked] {
+        QTimer::singleShot(0, this, [&asked, &f] {
             if (auto *dialog = qobject_cast<QPrintDialog *>(QApplication::activeModalWidget())) {
-                asked = true;
+                asked = dialog->printer()->fullPage() && dialog->printer()->docName() == f.document->title();
                 dialog->reject();
             }
         });

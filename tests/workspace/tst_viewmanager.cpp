@@ -47,6 +47,14 @@ struct Fixture
         manager->closeAll();
     }
 
+    void addInPlace(const QString &name)
+    {
+        auto *document = new FakeDocument(docTemplate, &log);
+        document->open(name);
+        workspace.addDocument(document);
+        manager->addViewInPlace(docTemplate->createView(document), true);
+    }
+
     [[nodiscard]] View *view(const QString &title) const
     {
         for (View *view : manager->views()) {
@@ -115,6 +123,59 @@ private Q_SLOTS:
         QCOMPARE(answers.texts, QStringList{u"/x/a.c has changed.\n\nDo you want to save the changes?"_s});
         QCOMPARE(answers.captions, QStringList{f.window.windowTitle()});
         QVERIFY(f.workspace.documents().isEmpty());
+    }
+
+    void theViewsLeftAreNumberedAnew_data() { styles(); }
+    void theViewsLeftAreNumberedAnew()
+    {
+        QFETCH(const int, style);
+        Fixture f(style, {u"/x/a.c"_s, u"/x/b.c"_s});
+        f.manager->newView();
+        f.manager->newView();
+        QVERIFY(f.view(u"b.c:1"_s) && f.view(u"b.c:2"_s) && f.view(u"b.c:3"_s));
+        QVERIFY(f.view(u"a.c"_s)); // another document
+        f.view(u"b.c:1"_s)->close();
+        QVERIFY(f.view(u"b.c:1"_s) && f.view(u"b.c:2"_s));
+        QCOMPARE(f.manager->views().size(), 3);
+    }
+
+    void closingADocumentAsksOnceWithItsLastView_data() { styles(); }
+    void closingADocumentAsksOnceWithItsLastView()
+    {
+        QFETCH(const int, style);
+        Fixture f(style, {u"/x/a.c"_s, u"/x/b.c"_s});
+        f.manager->newView();
+        f.manager->currentDocument()->setModified(true);
+        {
+            BoxAnswers answers({QMessageBox::Cancel});
+            f.manager->closeCurrentDocument();
+            QCOMPARE(answers.texts.size(), 1);
+        }
+        QVERIFY(f.view(u"b.c *"_s)); // the other one is gone
+        f.manager->activateView(f.view(u"b.c *"_s), true);
+        BoxAnswers answers({QMessageBox::No});
+        f.manager->closeCurrentDocument();
+        QCOMPARE(f.titles(), u"a.c"_s);
+    }
+
+    void closeAllShowsEachDocumentAsItAsks_data() { styles(); }
+    void closeAllShowsEachDocumentAsItAsks()
+    {
+        QFETCH(const int, style);
+        Fixture f(style);
+        QStringList shown;
+        for (Document *document : f.workspace.documents())
+            document->setModified(true);
+        QTimer timer;
+        connect(&timer, &QTimer::timeout, this, [&] {
+            if (auto *box = qobject_cast<QMessageBox *>(QApplication::activeModalWidget())) {
+                shown << f.manager->currentView()->document()->filename() + u" "_s + box->text().section(u' ', 0, 0);
+                box->button(QMessageBox::No)->click();
+            }
+        });
+        timer.start(1);
+        f.manager->closeAll();
+        QCOMPARE(shown, (QStringList{u"/x/c.c /x/c.c"_s, u"/x/b.c /x/b.c"_s, u"/x/a.c /x/a.c"_s}));
     }
 
     void closingAModifiedDocumentAsks_data()
@@ -395,6 +456,18 @@ private Q_SLOTS:
         QCOMPARE(f.tabs()->tabToolTip(3), u"/x/d&e.c"_s);
     }
 
+    void aReplacementTakesTheTabOfTheViewClosedLastOnce()
+    {
+        Fixture f(Tabbed);
+        f.addInPlace(u"/x/d.c"_s); // nothing was closed
+        QCOMPARE(f.tabTexts(), u"a.c b.c c.c [d.c]"_s);
+        f.view(u"b.c"_s)->close();
+        f.addInPlace(u"/x/e.c"_s);
+        QCOMPARE(f.tabTexts(), u"a.c [e.c] c.c d.c"_s);
+        f.addInPlace(u"/x/f.c"_s);
+        QCOMPARE(f.tabTexts(), u"a.c e.c c.c d.c [f.c]"_s);
+    }
+
     void openingWithoutActivationGivesNoFocus()
     {
         Fixture f(Tabbed);
@@ -464,14 +537,20 @@ private Q_SLOTS:
         QCOMPARE(cascadeRect(QRect(QPoint(0, 0), workspace), i), expected);
     }
 
+    void theCascadeStartsAnewBehindItsLastStep()
+    {
+        int i = 10;
+        QCOMPARE(cascadeRect(QRect(0, 0, 600, 400), i).topLeft(), QPoint(200, 200));
+        QCOMPARE(cascadeRect(QRect(0, 0, 1200, 800), i).topLeft(), QPoint(0, 0)); // although there is more room now
+        QCOMPARE(cascadeRect(QRect(0, 0, 1200, 800), i).topLeft(), QPoint(20, 20));
+    }
+
     void framesAreCascaded()
     {
         Fixture f(Mdi);
         int i = 0;
-        for (const QString &title : {u"a.c"_s, u"b.c"_s, u"c.c"_s}) {
+        for (const QString &title : {u"a.c"_s, u"b.c"_s, u"c.c"_s})
             QCOMPARE(f.view(title)->parentWidget()->geometry(), cascadeRect(f.area()->rect(), i));
-            ++i;
-        }
         QVERIFY(f.manager->canCascade() && f.manager->canTile());
     }
 
@@ -485,6 +564,20 @@ private Q_SLOTS:
         f.workspace.openDocument(u"/x/d.c"_s, true);
         int i = 3;
         QCOMPARE(f.view(u"d.c"_s)->parentWidget()->geometry(), cascadeRect(f.area()->rect(), i));
+    }
+
+    void aReplacementTakesTheFrameOfTheViewClosedLastOnce()
+    {
+        Fixture f(Mdi);
+        int i = 3;
+        f.addInPlace(u"/x/d.c"_s); // nothing was closed
+        QCOMPARE(f.view(u"d.c"_s)->parentWidget()->geometry(), cascadeRect(f.area()->rect(), i));
+        f.view(u"b.c"_s)->parentWidget()->setGeometry(33, 44, 300, 200);
+        f.view(u"b.c"_s)->close();
+        f.addInPlace(u"/x/e.c"_s);
+        QCOMPARE(f.view(u"e.c"_s)->parentWidget()->geometry(), QRect(33, 44, 300, 200));
+        f.addInPlace(u"/x/f.c"_s);
+        QCOMPARE(f.view(u"f.c"_s)->parentWidget()->geometry(), cascadeRect(f.area()->rect(), i));
     }
 
     void closingAFrameAsksItsView()

@@ -216,6 +216,28 @@ private Q_SLOTS:
         QCOMPARE(f.manager.currentDocument()->filename(), u"/x/two.html"_s);
     }
 
+    void aHelpPageThatFailsStillShowsTheHelpDocument()
+    {
+        Fixture f;
+        f.workspace.addTemplate(new HelpDocumentTemplate({u"html"_s}, &f.log));
+        QVERIFY(f.workspace.openHelp(u"/x/one.html"_s));
+        QVERIFY(f.workspace.openDocument(u"/x/a.c"_s, true));
+        QVERIFY(f.workspace.openHelp(u"/x/bad.html"_s));
+        QVERIFY(f.manager.currentDocument()->inherits("HelpDocument"));
+        QCOMPARE(f.manager.views().size(), 2);
+    }
+
+    void reopenWithoutTemplateIsLoggedAndLeavesTheDocument()
+    {
+        Fixture f;
+        QVERIFY(f.workspace.openDocument(u"/x/a.c"_s, true));
+        f.document(u"/x/a.c"_s)->setModified(true);
+        f.c->opens = f.any->opens = false;
+        QTest::ignoreMessage(QtWarningMsg, "Workspace::openDocument: No template found for document (/x/a.c)");
+        QVERIFY(!f.workspace.reopenDocument(u"/x/a.c"_s));
+        QCOMPARE(f.titles(), u"a.c *"_s);
+    }
+
     void saveAllGoesOnAfterAFailure_data()
     {
         QTest::addColumn<bool>("onlyModified");

@@ -90,6 +90,7 @@ bool OutputWindow::runScript(const QString &path)
 void OutputWindow::addPage(const QString &name)
 {
     auto *page = new OutputPage;
+    page->setObjectName(name + u"Page"_s);
     page->setWindowTitle(name);
     page->setFont(m_font);
     if (!m_pages.empty())

@@ -16,7 +16,8 @@ QList<ExtensionCommand> commandsOf(IExtensionCommands *interface)
 
 MenuEntry entryOf(const ExtensionCommand &command, const QString &text)
 {
-    return {.text = text, .checked = command.checked, .enabled = command.enabled, .whatsThis = command.whatsThis};
+    const std::optional<bool> checked = command.checked ? std::optional(true) : std::nullopt; // most are no switches
+    return {.text = text, .checked = checked, .enabled = command.enabled, .whatsThis = command.whatsThis};
 }
 
 void execute(IExtensionCommands *interface, const ExtensionCommand &command)

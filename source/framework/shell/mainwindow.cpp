@@ -109,6 +109,7 @@ void MainWindow::setupStatusBar()
     for (QLabel *label : std::as_const(m_statusLabels))
         label->hide(); // a status bar shows what it takes in
     m_cursorLabel = new QLabel(statusBar());
+    m_cursorLabel->setObjectName(u"cursorLabel"_s);
     statusBar()->addPermanentWidget(m_cursorLabel, 0);
 }
 
@@ -243,8 +244,8 @@ void MainWindow::setupActions()
     m_buildControl = new BuildControl(*this, this);
     connect(m_buildControl, &BuildControl::compileAvailable, this, &MainWindow::compileAvailable);
     m_buildControl->setCompileAction(m_ui.action(u"buildCompileFile"_s));
-    setActionVisible(u"debugTogglePeripheralWindow"_s, false);
-    setActionVisible(u"projectRepopulate"_s, false);
+    m_ui.setActionVisible(u"debugTogglePeripheralWindow"_s, false);
+    m_ui.setActionVisible(u"projectRepopulate"_s, false);
 }
 
 void MainWindow::setupToolbars()
@@ -287,8 +288,8 @@ void MainWindow::setupMenus()
     m_ui.setupMenus();
     if (PopupMenu *menu = m_ui.menu(u"viewToolbarsMenu"_s))
         fillViewToolbarsMenu(menu);
-    setActionEnabled(u"windowCascade"_s, m_viewManager->canCascade());
-    setActionEnabled(u"windowTile"_s, m_viewManager->canTile());
+    m_ui.setActionEnabled(u"windowCascade"_s, m_viewManager->canCascade());
+    m_ui.setActionEnabled(u"windowTile"_s, m_viewManager->canTile());
     updateWhenOpened(u"viewMenu"_s, &MainWindow::updateViewMenu);
     updateWhenOpened(u"viewToolbarsMenu"_s, &MainWindow::updateViewToolbarsMenu);
     updateWhenOpened(u"windowMenu"_s, &MainWindow::updateWindowMenu);
@@ -311,18 +312,6 @@ void MainWindow::setupTitle()
 {
     m_caption = m_ui.title();
     setWindowTitle(m_caption);
-}
-
-void MainWindow::setActionVisible(const QString &name, bool visible)
-{
-    if (QAction *action = m_ui.action(name))
-        action->setVisible(visible);
-}
-
-void MainWindow::setActionEnabled(const QString &name, bool enabled)
-{
-    if (QAction *action = m_ui.action(name))
-        action->setEnabled(enabled);
 }
 
 QList<QWidget *> MainWindow::dockWindows() const

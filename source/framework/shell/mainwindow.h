@@ -291,9 +291,6 @@ private:
     void addProjectDropdown(ToolBar *bar);
     void fillViewToolbarsMenu(PopupMenu *menu);
     void updateWhenOpened(const QString &menu, void (MainWindow::*update)());
-    void setActionVisible(const QString &name, bool visible);
-    void setActionEnabled(const QString &name, bool enabled);
-    void setActionChecked(const QString &name, bool checked);
 
     /// Null while no workspace is open or it has no project.
     [[nodiscard]] Project *currentProject() const;

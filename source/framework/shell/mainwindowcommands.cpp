@@ -22,6 +22,7 @@
 #include "workspace.h"
 #include <QApplication>
 #include <QDialog>
+#include <QStatusBar>
 
 // The commands. One whose owner is not there yet does what it does without a workspace, a project and views: that is
 // mostly nothing. The others say so on the warning channel.
@@ -29,9 +30,11 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-void warnNoOwner(const char *command)
+/// For commands that still lack the class that would carry them out.
+void warnNoOwner(const MainWindow *window, const char *command)
 {
     qWarning("MainWindow::%s: nothing here can do this yet", command);
+    window->statusBar()->showMessage(MainWindow::tr("This command cannot do anything yet."));
 }
 
 void warnNotImplemented(const char *command)
@@ -42,7 +45,7 @@ void warnNotImplemented(const char *command)
 
 void MainWindow::fileNew()
 {
-    warnNoOwner("fileNew");
+    warnNoOwner(this, "fileNew");
 }
 
 void MainWindow::fileOpen()
@@ -203,12 +206,12 @@ int MainWindow::lineOfSymbol(const QString &symbol) const
 
 void MainWindow::displayFileProperties(ProjectFile *)
 {
-    warnNoOwner("displayFileProperties");
+    warnNoOwner(this, "displayFileProperties");
 }
 
 void MainWindow::projectNew()
 {
-    warnNoOwner("projectNew");
+    warnNoOwner(this, "projectNew");
 }
 
 void MainWindow::projectOpen()
@@ -321,32 +324,52 @@ void MainWindow::buildConfigurationsEdit()
 void MainWindow::debugRun()
 {
     VARNEL_ASSERT(m_projectWorkspace);
+    if (m_projectWorkspace)
+        warnNoOwner(this, "debugRun");
 }
 
-void MainWindow::debugAttach() {}
+void MainWindow::debugAttach()
+{
+    if (m_projectWorkspace)
+        warnNoOwner(this, "debugAttach");
+}
 
 void MainWindow::debugRunToCursor()
 {
     VARNEL_ASSERT(m_projectWorkspace);
+    if (m_projectWorkspace)
+        warnNoOwner(this, "debugRunToCursor");
 }
 
 void MainWindow::debugStepOver()
 {
     VARNEL_ASSERT(m_projectWorkspace);
+    if (m_projectWorkspace)
+        warnNoOwner(this, "debugStepOver");
 }
 
 void MainWindow::debugStepInto()
 {
     VARNEL_ASSERT(m_projectWorkspace);
+    if (m_projectWorkspace)
+        warnNoOwner(this, "debugStepInto");
 }
 
 void MainWindow::debugPause() {}
 
 void MainWindow::debugStop() {}
 
-void MainWindow::debugRestart() {}
+void MainWindow::debugRestart()
+{
+    if (m_projectWorkspace)
+        warnNoOwner(this, "debugRestart");
+}
 
-void MainWindow::debugWakeup() {}
+void MainWindow::debugWakeup()
+{
+    if (m_projectWorkspace)
+        warnNoOwner(this, "debugWakeup");
+}
 
 void MainWindow::debugShowNext() {}
 
@@ -354,11 +377,21 @@ void MainWindow::debugBreakpoints()
 {
     if (!m_projectWorkspace)
         showInformation(this, tr("Cannot edit breakpoints.\n\nOpen a project that supports breakpoints first."));
+    else
+        warnNoOwner(this, "debugBreakpoints");
 }
 
-void MainWindow::debugToggleBreakpoint() {}
+void MainWindow::debugToggleBreakpoint()
+{
+    if (m_projectWorkspace)
+        warnNoOwner(this, "debugToggleBreakpoint");
+}
 
-void MainWindow::debugViewDisassembly() {}
+void MainWindow::debugViewDisassembly()
+{
+    if (m_projectWorkspace)
+        warnNoOwner(this, "debugViewDisassembly");
+}
 
 void MainWindow::debugToggleRegisterWindow(bool)
 {
@@ -397,7 +430,7 @@ void MainWindow::toolsCustomise()
 
 void MainWindow::toolsOptions()
 {
-    warnNoOwner("toolsOptions");
+    warnNoOwner(this, "toolsOptions");
 }
 
 void MainWindow::windowNew()
@@ -442,7 +475,7 @@ void MainWindow::windowPrev()
 
 void MainWindow::helpSearch()
 {
-    warnNoOwner("helpSearch");
+    warnNoOwner(this, "helpSearch");
 }
 
 void MainWindow::helpHome()

@@ -15,14 +15,6 @@ using namespace Qt::StringLiterals;
 
 // The menus that change, each filled when it is about to open.
 
-void MainWindow::setActionChecked(const QString &name, bool checked)
-{
-    if (QAction *action = m_ui.action(name)) {
-        const QSignalBlocker quiet(action); // a check mark follows what was done and does nothing
-        action->setChecked(checked);
-    }
-}
-
 void MainWindow::fillViewToolbarsMenu(PopupMenu *menu)
 {
     const QList<QWidget *> windows = dockWindows();
@@ -34,8 +26,8 @@ void MainWindow::fillViewToolbarsMenu(PopupMenu *menu)
 
 void MainWindow::updateViewMenu()
 {
-    setActionChecked(u"viewNavigator"_s, m_navigatorDock->isVisible());
-    setActionChecked(u"viewOutput"_s, m_outputDock->isVisible());
+    m_ui.setActionChecked(u"viewNavigator"_s, m_navigatorDock->isVisible());
+    m_ui.setActionChecked(u"viewOutput"_s, m_outputDock->isVisible());
 }
 
 void MainWindow::updateViewToolbarsMenu()
@@ -100,15 +92,15 @@ void MainWindow::updateDebugMenu()
                                   [this](int i) { executeDebugExtensionCommand(i); });
     const Project *project = currentProject();
     const auto disassembly = queryInterface<IDisassembly>(project ? project->executionInterface() : nullptr);
-    setActionEnabled(u"debugViewDisassembly"_s, disassembly != nullptr);
+    m_ui.setActionEnabled(u"debugViewDisassembly"_s, disassembly != nullptr);
 }
 
 void MainWindow::updateDebugWindowsMenu()
 {
-    setActionChecked(u"debugToggleRegisterWindow"_s, m_registerDock->isVisible());
-    setActionChecked(u"debugTogglePeripheralWindow"_s, m_peripheralDock->isVisible());
-    setActionChecked(u"debugToggleWatchWindow"_s, m_watchDock->isVisible());
-    setActionChecked(u"debugToggleMemoryWindow"_s, m_memoryDock->isVisible());
+    m_ui.setActionChecked(u"debugToggleRegisterWindow"_s, m_registerDock->isVisible());
+    m_ui.setActionChecked(u"debugTogglePeripheralWindow"_s, m_peripheralDock->isVisible());
+    m_ui.setActionChecked(u"debugToggleWatchWindow"_s, m_watchDock->isVisible());
+    m_ui.setActionChecked(u"debugToggleMemoryWindow"_s, m_memoryDock->isVisible());
     DynamicMenus::fillAtEnd(m_ui.menu(u"debugWindowsMenu"_s), m_pluginBinder->extensionDockEntries(),
                             [this](int i) { extensionDockWindowSelected(i); });
 }

@@ -177,7 +177,7 @@ void MainWindow::workspaceClosed()
 
 void MainWindow::setRepopulateVisible(bool visible)
 {
-    setActionVisible(u"projectRepopulate"_s, visible);
+    m_ui.setActionVisible(u"projectRepopulate"_s, visible);
 }
 
 QString MainWindow::sourceFilter() const

@@ -163,3 +163,23 @@ QDomDocument UiConfig::read() const
 {
     return readUiDocument(m_fileName, "MainWindow::getUIConfigDocument");
 }
+
+void UiConfig::setActionVisible(const QString &name, bool visible) const
+{
+    if (QAction *found = action(name))
+        found->setVisible(visible);
+}
+
+void UiConfig::setActionEnabled(const QString &name, bool enabled) const
+{
+    if (QAction *found = action(name))
+        found->setEnabled(enabled);
+}
+
+void UiConfig::setActionChecked(const QString &name, bool checked) const
+{
+    if (QAction *found = action(name)) {
+        const QSignalBlocker quiet(found);
+        found->setChecked(checked);
+    }
+}

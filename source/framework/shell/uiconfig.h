@@ -34,6 +34,10 @@ public:
     /// Null for a name that the file does not declare.
     [[nodiscard]] QAction *action(const QString &name) const;
     [[nodiscard]] PopupMenu *menu(const QString &name) const;
+    // These do nothing for a name that the file does not declare.
+    void setActionVisible(const QString &name, bool visible) const;
+    void setActionEnabled(const QString &name, bool enabled) const;
+    void setActionChecked(const QString &name, bool checked) const; ///< The mark alone: the action does nothing.
     /// In the order of the file.
     [[nodiscard]] const QList<ToolBar *> &toolBars() const { return m_toolBars; }
 

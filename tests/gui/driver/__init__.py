@@ -12,10 +12,11 @@
 docs/automation.md tells more. Nothing but Python's standard library is needed.
 """
 from .client import LEFT, MIDDLE, RIGHT, AutomationError, Client, replayable, wait_until
+from .keyboard import Keyboard
 from .keys import key_code
 from .program import Program
 from .screen import Screen
-from .testcase import GuiTest
+from .testcase import GuiTest, ProgramTest
 
-__all__ = ["LEFT", "MIDDLE", "RIGHT", "AutomationError", "Client", "GuiTest", "Program", "Screen", "key_code",
-           "replayable", "wait_until"]
+__all__ = ["LEFT", "MIDDLE", "RIGHT", "AutomationError", "Client", "GuiTest", "Keyboard", "Program", "ProgramTest", "Screen",
+           "key_code", "replayable", "wait_until"]

@@ -1,4 +1,5 @@
 """The client's side of the automation protocol."""
+import contextlib
 import re
 import socket
 import time
@@ -174,6 +175,18 @@ class Client:
             raise AutomationError(f"'{name}' has no signal {signal}")
         self._run(f"EMITSIGNAL {_quoted(name)} {_quoted(signal)}")
 
+    def choose_file(self, dialog, path):
+        """Answers an open file dialog with a file."""
+        self.wait_for(dialog, "visible", True)
+        self.write("fileNameEdit", "text", path)
+        self.press("Return", on="fileNameEdit")
+        self.find_gone(dialog)
+
+    def answer(self, question, key):
+        """Answers a message box by a key, such as "y" for its Yes, once one shows text that contains `question`."""
+        self.wait_for("messageBox", "text", lambda text: question in text)
+        self.press(key, on="messageBox")
+
     def click(self, name, x=None, y=None, button=LEFT, modifiers="", double=False):
         """Clicks into a widget: at a point of it, or in its middle."""
         x = self.read(name, "width") // 2 if x is None else x
@@ -228,7 +241,7 @@ class Client:
         ascii_code = ord(text) if len(text) == 1 and ord(text) < 256 else 0
         fields = [code, ascii_code, state, 0, 1] + ([f"1 {text}"] if text else [0])
         self.event(name, _KEY_PRESS, *fields)
-        if self.exists(name):  # the key can have closed it
+        with contextlib.suppress(AutomationError):  # the key can have closed it, and have ended the program with it
             self.event(name, _KEY_RELEASE, *fields)
 
     def _ask(self, command):

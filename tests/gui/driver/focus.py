@@ -2,41 +2,38 @@
 
 Without it no window of the program would ever be the active one.
 """
-import socket
 import struct
 import threading
+
+from .xserver import connect, read
 
 _DESTROY_NOTIFY, _UNMAP_NOTIFY, _MAP_NOTIFY = 17, 18, 19
 _SUBSTRUCTURE_NOTIFY = 1 << 19
 _REVERT_TO_POINTER_ROOT = 1
+_NOBODY = 0
 
 
 class FocusKeeper:
     """Watches the windows of a screen from its own thread, until the screen goes."""
 
     def __init__(self, display_number):
-        self._socket = socket.socket(socket.AF_UNIX)
-        self._socket.connect(f"/tmp/.X11-unix/X{display_number}")
+        self._socket, root = connect(display_number)
         self._windows = []  # that are shown, the newest last
         # Change window attributes of the root: have the events of its children reported.
-        self._socket.sendall(struct.pack("<BxHIII", 2, 4, self._log_in(), 0x800, _SUBSTRUCTURE_NOTIFY))
+        self._socket.sendall(struct.pack("<BxHIII", 2, 4, root, 0x800, _SUBSTRUCTURE_NOTIFY))
         threading.Thread(target=self._watch, daemon=True).start()
 
-    def _log_in(self):
-        """Opens the conversation. Returns the root window."""
-        self._socket.sendall(struct.pack("<BxHHHHxx", ord("l"), 11, 0, 0, 0))
-        accepted, length = struct.unpack("<B5xH", self._read(8))
-        setup = self._read(length * 4)
-        if accepted != 1:
-            raise RuntimeError("the X server does not let us in")
-        vendor, formats = struct.unpack("<16xH3xB", setup[:22])
-        (root,) = struct.unpack_from("<I", setup, 32 + (vendor + 3) // 4 * 4 + formats * 8)
-        return root
+    def take_away(self):
+        """Leaves no window of the screen with the keyboard, as if the user went to another program."""
+        self._give_to(_NOBODY)
+
+    def give_back(self):
+        self._give_to(self._windows[-1])
 
     def _watch(self):
         try:
             while True:
-                self._notice(self._read(32))
+                self._notice(read(self._socket, 32))
         except OSError:
             self._socket.close()
 
@@ -49,13 +46,7 @@ class FocusKeeper:
         if kind & 0x7f == _MAP_NOTIFY and not bypasses:  # menus and tool tips bypass the window manager
             self._windows.append(window)
         if self._windows:
-            self._socket.sendall(struct.pack("<BBHII", 42, _REVERT_TO_POINTER_ROOT, 3, self._windows[-1], 0))
+            self._give_to(self._windows[-1])
 
-    def _read(self, size):
-        data = b""
-        while len(data) < size:
-            piece = self._socket.recv(size - len(data))
-            if not piece:
-                raise ConnectionResetError
-            data += piece
-        return data
+    def _give_to(self, window):
+        self._socket.sendall(struct.pack("<BBHII", 42, _REVERT_TO_POINTER_ROOT, 3, window, 0))

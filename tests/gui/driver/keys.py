@@ -30,11 +30,17 @@ def key_code(name):
     raise ValueError(f"there is no key '{name}'")
 
 
+def split(combination):
+    """The names of the keys of a combination, the one that is pressed last at the end: "Ctrl++" has "+" there."""
+    *modifiers, key = combination.split("+") if not combination.endswith("+") else [*combination[:-2].split("+"), "+"]
+    return [*filter(None, modifiers), key]
+
+
 def parse(combination):
     """(code, state, text) of a combination such as "Ctrl+Shift+F5", "Return" or "a"."""
-    *modifiers, key = combination.split("+") if not combination.endswith("+") else [*combination[:-2].split("+"), "+"]
+    *modifiers, key = split(combination)
     state = 0
-    for modifier in filter(None, modifiers):
+    for modifier in modifiers:
         if modifier not in MODIFIERS:
             raise ValueError(f"there is no modifier '{modifier}'")
         state |= MODIFIERS[modifier]

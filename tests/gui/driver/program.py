@@ -16,14 +16,16 @@ class Program:
 
     `settings` are lines of its settings file by section: {"Startup": {"DisableSplashScreen": 1}}. The program is the
     one that the environment variable VARNEL_PROGRAM names, or that of the build directory. close() ends it, and
-    nothing that was not started here.
+    nothing that was not started here. A program given the `home` of another one that has ended goes on where that was
+    left, settings included; such a directory stays.
     """
 
-    def __init__(self, *arguments, settings=None, program=None, screen=None, environment=None, timeout=60.0):
+    def __init__(self, *arguments, settings=None, program=None, screen=None, environment=None, home=None,
+                 timeout=60.0):
         self._own_screen = None if screen else Screen()
         self.screen = screen or self._own_screen
-        self._home = tempfile.TemporaryDirectory(prefix="varnel-gui.")
-        self.home = pathlib.Path(self._home.name)
+        self._own_home = None if home else tempfile.TemporaryDirectory(prefix="varnel-gui.")
+        self.home = pathlib.Path(home or self._own_home.name)
         self.log_file = self.home / "log"
         self.client = None
         self.process = None
@@ -52,7 +54,8 @@ class Program:
             end_process(self.process)
         if self._own_screen:
             self._own_screen.close()
-        self._home.cleanup()
+        if self._own_home:
+            self._own_home.cleanup()
 
     def __enter__(self):
         return self
@@ -76,16 +79,18 @@ class Program:
         return Client(port, timeout=timeout)
 
     def _write_settings(self, settings):
+        if self.settings_file().exists():
+            return
         sections = {name: dict(keys) for name, keys in settings.items()}
         sections.setdefault("Startup", {}).setdefault("AutomationAddress", "127.0.0.1")
-        self.settings_file().parent.mkdir(parents=True)
+        self.settings_file().parent.mkdir(parents=True, exist_ok=True)
         with open(self.settings_file(), "w", encoding="utf-8") as file:
             for section, keys in sections.items():
                 file.write(f"[{section}]\n" + "".join(f"{key}={value}\n" for key, value in keys.items()))
 
     def _environment(self, more):
         runtime = self.home / "run"
-        runtime.mkdir(mode=0o700)
+        runtime.mkdir(mode=0o700, exist_ok=True)
         kept = {name: value for name, value in os.environ.items()
                 if not name.startswith(("XDG_", "QT_")) and name not in ("WAYLAND_DISPLAY", "XAUTHORITY")}
         return {**kept, "DISPLAY": self.screen.display, "QT_QPA_PLATFORM": "xcb", "HOME": str(self.home),

@@ -9,6 +9,7 @@ import tempfile
 import zlib
 
 from .focus import FocusKeeper
+from .keyboard import Keyboard
 
 
 class Screen:
@@ -16,6 +17,7 @@ class Screen:
 
     def __init__(self, width=1280, height=800):
         self._directory = tempfile.TemporaryDirectory(prefix="varnel-screen.")
+        self.keyboard = None
         reader, writer = os.pipe()
         self._server = subprocess.Popen(
             ["Xvfb", "-displayfd", str(writer), "-screen", "0", f"{width}x{height}x24", "-nolisten", "tcp", "-noreset",
@@ -28,9 +30,12 @@ class Screen:
             self.close()
             raise RuntimeError("the X server does not start")
         self.display = ":" + number.decode().strip()
-        FocusKeeper(number.decode().strip())
+        self.focus = FocusKeeper(number.decode().strip())
+        self.keyboard = Keyboard(number.decode().strip())
 
     def close(self):
+        if self.keyboard:
+            self.keyboard.close()
         end_process(self._server)
         self._directory.cleanup()
 

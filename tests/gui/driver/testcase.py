@@ -7,21 +7,23 @@ import unittest
 from .program import Program
 
 
-class GuiTest(unittest.TestCase):
-    """Starts a program for each test and ends it afterwards. A test that fails leaves a picture and the log.
+class ProgramTest(unittest.TestCase):
+    """Tests that start programs themselves, one after the other, and have them ended afterwards.
 
-    `arguments` and `settings` of the class go to Program. Pictures go to the directory that the environment variable
-    VARNEL_PICTURES names, or to the current one.
+    A test that fails leaves a picture and the log of the last one. Pictures go to the directory that the environment
+    variable VARNEL_PICTURES names, or to the current one.
     """
 
-    arguments = ()
-    settings = {}
-
-    def setUp(self):
-        self.program = Program(*self.arguments, settings=self.settings)
+    def launch(self, *arguments, **options):
+        """Starts a program, which is `self.program` from now on, with `self.varnel` to drive it."""
+        self.program = Program(*arguments, **options)
         self.addCleanup(self.program.close)
-        self.addCleanup(self._show_failure)
+        self.addCleanup(self._show_failure, self.program)
         self.varnel = self.program.client
+
+    def wait_for_keyboard(self):
+        """Waits until keys of the screen's keyboard reach the main window."""
+        self.varnel.wait_for("mainWindow", "isActiveWindow", True)
 
     def run(self, result=None):
         result = self.defaultTestResult() if result is None else result
@@ -29,9 +31,19 @@ class GuiTest(unittest.TestCase):
         self._problems_before = self._problems()
         return super().run(result)
 
-    def _show_failure(self):
-        if self._problems() == self._problems_before:
+    def _show_failure(self, program):
+        if self._problems() == self._problems_before or program is not self.program:
             return
         picture = pathlib.Path(os.environ.get("VARNEL_PICTURES", ".")) / f"{self.id()}.png"
-        self.program.screen.screenshot(picture)
-        print(f"picture: {picture}\nlog:\n{self.program.log()}", file=sys.stderr)
+        program.screen.screenshot(picture)
+        print(f"picture: {picture}\nlog:\n{program.log()}", file=sys.stderr)
+
+
+class GuiTest(ProgramTest):
+    """Starts a program for each test. `arguments` and `settings` of the class go to Program."""
+
+    arguments = ()
+    settings = {}
+
+    def setUp(self):
+        self.launch(*self.arguments, settings=self.settings)

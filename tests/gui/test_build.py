@@ -1,0 +1,81 @@
+"""Builds of the example for this computer: the program, an error and the way to its line, and the program again."""
+import pathlib
+import shutil
+import subprocess
+import tempfile
+import unittest
+
+from driver import ProgramTest
+
+CALCULATOR = pathlib.Path(__file__).parents[2] / "examples/calculator"
+WRONG = "int wrong = sine(1);"
+EMPTY_LINE = 4  # of expression.cpp, behind what it includes
+BUILD_TIME = 300
+
+
+class BuildTest(ProgramTest):
+    def setUp(self):
+        parent = pathlib.Path(self.enterContext(tempfile.TemporaryDirectory(prefix="varnel-build.")))
+        self.directory = parent / "calculator"
+        shutil.copytree(CALCULATOR, self.directory, ignore=shutil.ignore_patterns("build"))
+        self.launch("-w", self.directory / "calculator.vnw")
+        self.varnel.wait_for("mainWindow", "windowTitle", "Varnel - calculator")
+        self.keyboard = self.program.screen.keyboard
+
+    def build(self, outcome):
+        """Builds and returns what the Build page shows once its last line is `outcome`."""
+        self.varnel.choose("buildBuild")
+        self.varnel.wait_for("BuildPage", "plainText", lambda text: text.rstrip().endswith(outcome), BUILD_TIME)
+        self.varnel.wait_for("buildBuild", "enabled", True)
+        return self.varnel.read("BuildPage", "plainText")
+
+    def calculate(self, expression):
+        calculator = self.directory / "build/Debug/calculator"
+        return subprocess.run([calculator, expression], capture_output=True, text=True, check=True).stdout
+
+    def open_file(self, name):
+        self.varnel.choose("fileOpen")
+        self.varnel.choose_file("openFileDialog", self.directory / name)
+        self.wait_for_cursor(1, 1)
+        self.wait_for_keyboard()
+
+    def wait_for_cursor(self, line, column):
+        self.varnel.wait_for("cursorLabel", "text", f" Ln {line}, Col {column}")
+
+    def go_to_the_error(self):
+        """Presses F4 until a file is open: there is none before."""
+        for _ in self.varnel.read("BuildPage", "plainText").splitlines():
+            if self.varnel.read("viewManagerTabBar", "count"):
+                return
+            self.varnel.choose("editLookupNextLine")
+        self.assertTrue(self.varnel.read("viewManagerTabBar", "count"), "no line led to a source file")
+
+    def test_a_broken_source_is_found_from_its_message_and_repaired(self):
+        self.build("Done.")
+        self.assertEqual(self.calculate("1+2*3"), "1+2*3 = 7\n")
+
+        self.open_file("expression.cpp")
+        for _ in range(EMPTY_LINE - 1):
+            self.keyboard.press("Down")
+        self.keyboard.type(WRONG)
+        self.wait_for_cursor(EMPTY_LINE, 1 + len(WRONG))
+        output = self.build("Failed. Errors: 1, warnings: 0")
+        self.assertRegex(output, rf"expression\.cpp:{EMPTY_LINE}:13: error: .*sine")
+        self.varnel.choose("fileClose")
+        self.varnel.wait_for("viewManagerTabBar", "count", 0)
+
+        self.go_to_the_error()
+        self.wait_for_cursor(EMPTY_LINE, 1)
+        self.wait_for_keyboard()
+        self.keyboard.press("Shift+End")
+        self.wait_for_cursor(EMPTY_LINE, 1 + len(WRONG))
+        self.keyboard.press("Delete")
+        self.wait_for_cursor(EMPTY_LINE, 1)
+
+        self.build("Done.")
+        self.assertEqual((self.directory / "expression.cpp").read_bytes(), (CALCULATOR / "expression.cpp").read_bytes())
+        self.assertEqual(self.calculate("1+2*3"), "1+2*3 = 7\n")
+
+
+if __name__ == "__main__":
+    unittest.main()
