@@ -19,7 +19,8 @@ constexpr int SearchSlice = 2000; ///< lines that the search for a bracket goes 
 constexpr auto RawTextLife = 10s; ///< behind the last search
 
 /// The toolkit looks for the end of a change behind its old and its new length together, finds it in a later line
-/// whenever the colours of a line are set, and then paints all that is on screen.
+/// whenever the colours of a line are set, and then paints all that is on screen. It also lays out a line twice whose
+/// colours were set, on screen or not; here such a line is laid out when it is first asked for.
 class LineLayout : public QPlainTextDocumentLayout
 {
 public:
@@ -28,8 +29,17 @@ public:
 protected:
     void documentChanged(int from, int, int charsAdded) override
     {
-        QPlainTextDocumentLayout::documentChanged(from, 0, std::max(charsAdded, 1));
+        charsAdded = std::max(charsAdded, 1);
+        const int oldLineCount = std::exchange(m_lineCount, document()->blockCount());
+        const QTextBlock line = document()->findBlock(from);
+        if (oldLineCount == m_lineCount && line.contains(from + charsAdded - 1) && line.layout()->lineCount() == 0)
+            Q_EMIT updateBlock(line);
+        else
+            QPlainTextDocumentLayout::documentChanged(from, 0, charsAdded);
     }
+
+private:
+    int m_lineCount = 1;
 };
 } // namespace
 

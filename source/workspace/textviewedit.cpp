@@ -165,6 +165,8 @@ void TextViewEdit::showBracketMatch()
 
 void TextViewEdit::keyPressEvent(QKeyEvent *event)
 {
+    if (!event->text().isEmpty()) // each key has the line measured and drawn several times
+        textCursor().block().layout()->setCacheEnabled(true);
     const bool isReturn = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
     const Qt::KeyboardModifiers plain = event->modifiers() & ~(Qt::ShiftModifier | Qt::KeypadModifier);
     const TextIndent *indenter = m_document->indenter();
