@@ -89,5 +89,5 @@ private:
     BracketSearch m_search;
     QTimer m_searchTimer;
     QString m_rawText; ///< null while no copy is kept
-    QTimer m_rawTextTimer;
+    QTimer m_rawTextTimer{this};
 };

@@ -321,6 +321,18 @@ private Q_SLOTS:
         QCOMPARE(f.document->rawText(), u"3"_s);
     }
 
+    void theRawTextIsGivenUpAfterTheLastSearch()
+    {
+        EditorFixture f(u"1\n2"_s);
+        const QString text = f.document->rawText();
+        QVERIFY(!text.isDetached());
+        auto *timer = f.document->findChild<QTimer *>();
+        QVERIFY(timer->isActive());
+        timer->setInterval(0);
+        QTRY_VERIFY(text.isDetached());
+        QCOMPARE(f.document->rawText(), text);
+    }
+
     void colouredLinesAreLaidOutWhenTheyAreAskedFor()
     {
         EditorFixture f(u"int x;\n"_s.repeated(300));
