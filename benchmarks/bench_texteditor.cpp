@@ -9,6 +9,7 @@
 #include <cstring>
 #include <malloc.h>
 #include <QApplication>
+#include <QDeadlineTimer>
 #include <QTemporaryDir>
 
 using namespace Qt::StringLiterals;
@@ -135,6 +136,27 @@ void press(QPlainTextEdit *edit, int key, const QString &text = {})
 {
     QKeyEvent event(QEvent::KeyPress, key, Qt::NoModifier, text);
     QApplication::sendEvent(edit, &event);
+}
+
+/// One character typed at the start of a text that was just opened, and its paint, so many milliseconds after the last:
+/// in a pause ours goes on with the colours.
+template <typename Editor>
+void BM_TypeWhileOpening(benchmark::State &state)
+{
+    Editor editor;
+    const int before = editor.edit()->document()->characterCount();
+    for (auto _ : state) {
+        press(editor.edit(), Qt::Key_X, u"x"_s);
+        paintChanges(editor.edit());
+        state.PauseTiming();
+        const QDeadlineTimer pause(state.range(0));
+        do
+            QCoreApplication::processEvents();
+        while (!pause.hasExpired());
+        state.ResumeTiming();
+    }
+    if (editor.edit()->document()->characterCount() - before != int(state.iterations()))
+        state.SkipWithError("characters are missing");
 }
 
 /// One typed character and its paint, at a place given in percent of the file.
@@ -267,6 +289,8 @@ BENCHMARK(BM_OpenToFirstPaint<Ours>)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_OpenToFirstPaint<Bare>)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_TypeCharacter<Ours>)->Arg(0)->Arg(50)->Arg(100)->Unit(benchmark::kMicrosecond)->Iterations(300);
 BENCHMARK(BM_TypeCharacter<Bare>)->Arg(0)->Arg(50)->Arg(100)->Unit(benchmark::kMicrosecond)->Iterations(300);
+BENCHMARK(BM_TypeWhileOpening<Ours>)->Arg(0)->Arg(300)->Unit(benchmark::kMicrosecond)->Iterations(40);
+BENCHMARK(BM_TypeWhileOpening<Bare>)->Arg(0)->Arg(300)->Unit(benchmark::kMicrosecond)->Iterations(40);
 BENCHMARK(BM_FlipComment<Ours>)->Arg(100)->Arg(300'000)->Unit(benchmark::kMicrosecond)->Iterations(60);
 BENCHMARK(BM_FlipComment<Bare>)->Arg(100)->Arg(300'000)->Unit(benchmark::kMicrosecond)->Iterations(60);
 BENCHMARK(BM_PageDown<Ours>)->Unit(benchmark::kMicrosecond)->Iterations(500);

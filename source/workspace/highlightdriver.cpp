@@ -5,7 +5,8 @@
 #include <QTimerEvent>
 
 namespace {
-constexpr int IdleSlice = 4;           // milliseconds
+constexpr int IdleSlice = 1;           // milliseconds
+constexpr int QuietTime = 200;         // milliseconds behind an edit: nobody who types is to wait for a slice
 constexpr int BlocksBetweenLooks = 16; // at the clock
 constexpr int MostChangedBlocks = 100; // run at once: about what is on screen after a paste
 } // namespace
@@ -47,6 +48,8 @@ void HighlightDriver::timerEvent(QTimerEvent *event)
     }
     if (m_due.empty())
         m_idle.stop();
+    else
+        m_idle.start(0, this);
 }
 
 void HighlightDriver::slotContentsChange(int from, int removed, int added)
@@ -63,7 +66,7 @@ void HighlightDriver::slotContentsChange(int from, int removed, int added)
     if (m_due.front().first == first)
         processUpTo(std::min(changed.last, first + MostChangedBlocks - 1));
     if (!m_due.empty())
-        m_idle.start(0, this);
+        m_idle.start(QuietTime, this);
 }
 
 // Blocks first to oldLast became first to oldLast + inserted.

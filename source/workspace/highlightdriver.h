@@ -8,7 +8,7 @@ class QTextDocument;
 class SyntaxHighlighter;
 
 /// Runs a highlighter over one document, as late as can be: changed lines at once, lines on screen before they are
-/// painted, all others in slices of a few milliseconds while the program has nothing else to do.
+/// painted, all others in slices of a millisecond while the program has nothing else to do and nobody types.
 ///
 /// A changed end state marks the next line; the lines below are reached one by one, and only as far as their states
 /// change too. So an edit costs the same anywhere in a document of any size.

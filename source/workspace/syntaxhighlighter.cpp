@@ -1,6 +1,7 @@
 #include "syntaxhighlighter.h"
 #include "paragdata.h"
 #include "varnelassert.h"
+#include <QAbstractTextDocumentLayout>
 #include <QTextDocument>
 
 namespace {
@@ -59,7 +60,9 @@ void SyntaxHighlighter::paint(QTextDocument *document, const QTextBlock &block, 
     makeRoomForPreedit(*layout, ranges);
     if (layout->formats() == ranges)
         return;
+    const bool isLaidOut = layout->lineCount() > 0;
     layout->setFormats(ranges);
+    const QSignalBlocker quiet(isLaidOut ? nullptr : document->documentLayout()); // nobody has seen it yet
     document->markContentsDirty(block.position(), block.length());
 }
 

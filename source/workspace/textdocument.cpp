@@ -12,12 +12,15 @@
 #include <QPlainTextDocumentLayout>
 
 using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
 
 namespace {
 constexpr int SearchSlice = 2000; ///< lines that the search for a bracket goes through in one go
+constexpr auto RawTextLife = 10s; ///< behind the last search
 
 /// The toolkit looks for the end of a change behind its old and its new length together, finds it in a later line
-/// whenever the colours of a line are set, and then paints all that is on screen.
+/// whenever the colours of a line are set, and then paints all that is on screen. It also lays out a line twice whose
+/// colours were set, on screen or not; here such a line is laid out when it is first asked for.
 class LineLayout : public QPlainTextDocumentLayout
 {
 public:
@@ -26,8 +29,17 @@ public:
 protected:
     void documentChanged(int from, int, int charsAdded) override
     {
-        QPlainTextDocumentLayout::documentChanged(from, 0, std::max(charsAdded, 1));
+        charsAdded = std::max(charsAdded, 1);
+        const int oldLineCount = std::exchange(m_lineCount, document()->blockCount());
+        const QTextBlock line = document()->findBlock(from);
+        if (oldLineCount == m_lineCount && line.contains(from + charsAdded - 1) && line.layout()->lineCount() == 0)
+            Q_EMIT updateBlock(line);
+        else
+            QPlainTextDocumentLayout::documentChanged(from, 0, charsAdded);
     }
+
+private:
+    int m_lineCount = 1;
 };
 } // namespace
 
@@ -43,6 +55,10 @@ TextDocument::TextDocument(TextDocumentTemplate *docTemplate)
 
     m_searchTimer.setInterval(0);
     connect(&m_searchTimer, &QTimer::timeout, this, &TextDocument::searchBracket);
+    m_rawTextTimer.setInterval(RawTextLife);
+    m_rawTextTimer.setSingleShot(true);
+    connect(&m_rawTextTimer, &QTimer::timeout, this, &TextDocument::releaseRawText);
+    connect(m_text.get(), &QTextDocument::contentsChange, this, &TextDocument::releaseRawText);
     connect(m_text.get(), &QTextDocument::contentsChange, this, &TextDocument::clearBracketMatch);
     connect(m_text.get(), &QTextDocument::modificationChanged, this, &Document::setModified);
     connect(this, &Document::documentModified, m_text.get(), &QTextDocument::setModified);
@@ -153,6 +169,20 @@ void TextDocument::recover(const QString &text)
     cursor.select(QTextCursor::Document);
     cursor.insertText(text);
     m_text->setModified(true);
+}
+
+QString TextDocument::rawText()
+{
+    if (m_rawText.isNull())
+        m_rawText = m_text->toRawText();
+    m_rawTextTimer.start();
+    return m_rawText;
+}
+
+void TextDocument::releaseRawText()
+{
+    m_rawTextTimer.stop();
+    m_rawText = QString();
 }
 
 // Formats -----------------------------------------------------------------

@@ -42,6 +42,9 @@ public:
     /// Whether the file's bytes are no UTF-8, so that they are read and written as Latin-1.
     [[nodiscard]] bool isLatin1() const { return m_format.encoding == TextFileFormat::Latin1; }
     [[nodiscard]] SwapFile *swapFile() const { return m_swap.get(); } ///< null if none is kept
+    /// The whole text, its lines parted by ParagraphSeparator. Searches ask for it again and again, so the copy is kept
+    /// until the text changes or nobody has asked for some seconds: it takes twice the size of the file.
+    [[nodiscard]] QString rawText();
     /// Puts in a text that was rescued from a crash; the file stays as it is until the next save.
     void recover(const QString &text);
 
@@ -67,6 +70,7 @@ Q_SIGNALS:
 private:
     void setFormat(const TextFileFormat &format);
     void applyFormats();
+    void releaseRawText();
     void searchBracket();
     void setBracketMatch(const QTextCursor &match);
     bool load(QFile &file);
@@ -84,4 +88,6 @@ private:
     QTextCursor m_bracketMatch;
     BracketSearch m_search;
     QTimer m_searchTimer;
+    QString m_rawText; ///< null while no copy is kept
+    QTimer m_rawTextTimer{this};
 };

@@ -165,6 +165,8 @@ void TextViewEdit::showBracketMatch()
 
 void TextViewEdit::keyPressEvent(QKeyEvent *event)
 {
+    if (!event->text().isEmpty()) // each key has the line measured and drawn several times
+        textCursor().block().layout()->setCacheEnabled(true);
     const bool isReturn = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
     const Qt::KeyboardModifiers plain = event->modifiers() & ~(Qt::ShiftModifier | Qt::KeypadModifier);
     const TextIndent *indenter = m_document->indenter();
@@ -319,7 +321,7 @@ void TextViewEdit::select(qsizetype position, qsizetype length)
 bool TextViewEdit::find(const QString &text, bool caseSensitive, bool wholeWord, bool forward, bool fromCursor)
 {
     const SearchOptions options{caseSensitive, wholeWord};
-    const QString raw = document()->toRawText();
+    const QString raw = m_document->rawText();
     const QTextCursor cursor = textCursor();
     qsizetype match = -1;
     if (forward) {
@@ -340,7 +342,7 @@ bool TextViewEdit::find(const QString &text, bool caseSensitive, bool wholeWord,
 bool TextViewEdit::replace(const QString &text, const QString &replacement, bool caseSensitive, bool wholeWord, bool,
                            bool, bool all)
 {
-    const QString raw = document()->toRawText();
+    const QString raw = m_document->rawText();
     if (all)
         return replaceMatches(raw, text, replacement, caseSensitive, wholeWord, 0, raw.size());
     const qsizetype match =
@@ -385,7 +387,7 @@ bool TextViewEdit::replaceInSelection(const QString &text, const QString &replac
     const auto anchor = place(selection.anchor());
     const auto cursor = place(selection.position());
     const QTextBlock last = document()->findBlock(selection.selectionEnd());
-    const bool replaced = replaceMatches(document()->toRawText(), text, replacement, caseSensitive, wholeWord,
+    const bool replaced = replaceMatches(m_document->rawText(), text, replacement, caseSensitive, wholeWord,
                                          selection.selectionStart(), last.position() + last.length() - 1);
 
     const auto positionOf = [this](std::pair<int, int> place) {

@@ -1,6 +1,8 @@
 #include "cpphighlighter.h"
 #include "highlightdriver.h"
 #include "painted.h"
+#include <QAbstractEventDispatcher>
+#include <QAbstractTextDocumentLayout>
 #include <QRandomGenerator>
 #include <QSignalSpy>
 #include <QTest>
@@ -77,6 +79,8 @@ private Q_SLOTS:
     void pastedScreenfulIsPaintedAtOnceAndMoreIsNot();
     void linesAreBroughtUpToDateDownToTheOneAskedFor();
     void restIsDoneWhenIdle();
+    void restWaitsForATypistToPause();
+    void linesThatNobodyHasSeenAreNoUpdate();
     void typingRunsOneLineAnywhere();
     void openedCommentMarksAndDoesNotWalk();
     void closedCommentStopsWhereNothingChanged();
@@ -138,6 +142,31 @@ void tst_HighlightDriver::restIsDoneWhenIdle()
     QTRY_VERIFY(editor.driver->isProcessed(editor.document->lastBlock()));
     QCOMPARE(painted(editor.block(4999)), u"222222"_s);
     QCOMPARE(editor.document->lastBlock().userState(), 4);
+}
+
+void tst_HighlightDriver::restWaitsForATypistToPause()
+{
+    const Editor editor(lines(5000));
+    const auto interval = [&editor] {
+        const auto timers = QAbstractEventDispatcher::instance()->registeredTimers(editor.driver.get());
+        return timers.isEmpty() ? -1 : timers.first().interval;
+    };
+    QCOMPARE(interval(), 0);
+    editor.replace(0, 0, u"a"_s);
+    QVERIFY(interval() > 0);
+    QTRY_COMPARE(interval(), -1);
+    QVERIFY(editor.driver->isProcessed(editor.document->lastBlock()));
+}
+
+void tst_HighlightDriver::linesThatNobodyHasSeenAreNoUpdate()
+{
+    const Editor editor(lines(3));
+    QAbstractTextDocumentLayout *layout = editor.document->documentLayout();
+    layout->blockBoundingRect(editor.block(0));
+    const QSignalSpy lineUpdates(layout, &QAbstractTextDocumentLayout::updateBlock);
+    const QSignalSpy updates(layout, &QAbstractTextDocumentLayout::update);
+    editor.driver->ensureProcessed(editor.document->lastBlock());
+    QCOMPARE(lineUpdates.size() + updates.size(), 1);
 }
 
 void tst_HighlightDriver::typingRunsOneLineAnywhere()

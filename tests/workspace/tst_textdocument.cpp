@@ -2,6 +2,7 @@
 #include "tabbedviewmanager.h"
 #include "workspace.h"
 #include <csignal>
+#include <QAbstractTextDocumentLayout>
 #include <QSettings>
 #include <QSignalSpy>
 #include <sys/resource.h>
@@ -304,6 +305,50 @@ private Q_SLOTS:
         QVERIFY(document->modified());
         document->setModified(false);
         manager.closeAll();
+    }
+
+    void theRawTextIsCopiedAnewWhenTheTextChanges()
+    {
+        EditorFixture f(u"1\n2"_s);
+        const QString text = f.document->rawText();
+        QCOMPARE(text, u"1\u20292"_s);
+        QCOMPARE(f.document->rawText().constData(), text.constData());
+        QTextCursor(f.document->text()).insertText(u"x"_s);
+        QCOMPARE(f.document->rawText(), u"x1\u20292"_s);
+        f.document->text()->undo();
+        QCOMPARE(f.document->rawText(), u"1\u20292"_s);
+        f.document->text()->setPlainText(u"3"_s);
+        QCOMPARE(f.document->rawText(), u"3"_s);
+    }
+
+    void theRawTextIsGivenUpAfterTheLastSearch()
+    {
+        EditorFixture f(u"1\n2"_s);
+        const QString text = f.document->rawText();
+        QVERIFY(!text.isDetached());
+        auto *timer = f.document->findChild<QTimer *>();
+        QVERIFY(timer->isActive());
+        timer->setInterval(0);
+        QTRY_VERIFY(text.isDetached());
+        QCOMPARE(f.document->rawText(), text);
+    }
+
+    void colouredLinesAreLaidOutWhenTheyAreAskedFor()
+    {
+        EditorFixture f(u"int x;\n"_s.repeated(300));
+        const QTextBlock line = f.document->text()->findBlockByNumber(200);
+        f.document->ensureProcessed(line);
+        QVERIFY(!line.layout()->formats().isEmpty());
+        QCOMPARE(line.layout()->lineCount(), 0);
+        f.document->text()->documentLayout()->blockBoundingRect(line);
+        QCOMPARE(line.layout()->lineCount(), 1);
+
+        const QTextBlock typed = f.document->text()->findBlockByNumber(0);
+        QSignalSpy updates(f.document->text()->documentLayout(), &QAbstractTextDocumentLayout::updateBlock);
+        QTextCursor(typed).insertText(u"unsigned "_s);
+        QCOMPARE(updates.size(), 1);
+        QCOMPARE(updates.first().first().value<QTextBlock>(), typed);
+        QCOMPARE(typed.layout()->lineAt(0).textLength(), 15); // the cursor asked for it
     }
 
     void markersRideOnTheirLines()

@@ -52,6 +52,36 @@ private Q_SLOTS:
         QTEST(int(findBackward(text, pattern, options, from)), "backward");
     }
 
+    void everyPlaceOfALongTextIsSearched_data()
+    {
+        QTest::addColumn<QString>("pattern");
+        QTest::addColumn<QString>("written"); // as it stands in the text
+        QTest::addColumn<bool>("caseSensitive");
+        QTest::newRow("one character") << u"x"_s << u"x"_s << true;
+        QTest::newRow("case counts") << u"xanny"_s << u"xanny"_s << true;
+        QTest::newRow("capitals") << u"xanny"_s << u"XANNY"_s << false;
+        QTest::newRow("capitals looked for") << u"XANNY"_s << u"xanny"_s << false;
+        QTest::newRow("longer than a stretch") << u"x"_s.repeated(70) << u"x"_s.repeated(70) << true;
+        QTest::newRow("no letters") << u"[]"_s << u"[]"_s << false;
+        QTest::newRow("beyond the plain letters") << u"éxé"_s << u"ÉXÉ"_s << false;
+        QTest::newRow("kelvin") << u"kx"_s << u"\u212aX"_s << false;
+        QTest::newRow("long s") << u"xS"_s << u"x\u017f"_s << false;
+    }
+    void everyPlaceOfALongTextIsSearched()
+    {
+        QFETCH(const QString, pattern);
+        QFETCH(const QString, written);
+        QFETCH(const bool, caseSensitive);
+        const SearchOptions options{caseSensitive, false};
+        const QString filling = u"any (line) of an every\u2029"_s.repeated(10);
+        for (qsizetype place = 0; place <= filling.size(); ++place) {
+            const QString text = QString(filling).insert(place, written);
+            QCOMPARE(findForward(text, pattern, options, 0, text.size()), place);
+            QCOMPARE(findForward(text, pattern, options, place, text.size()), place);
+            QCOMPARE(findForward(text, pattern, options, place + written.size(), text.size()), -1);
+        }
+    }
+
     void anEndLimitsTheSearch()
     {
         QCOMPARE(findForward(u"ab ab", u"ab", {}, 1, 3), -1);

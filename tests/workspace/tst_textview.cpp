@@ -865,6 +865,18 @@ private Q_SLOTS:
         QVERIFY(region.painted.boundingRect().height() < 3 * f.document->lineSpacing());
     }
 
+    void onlyLinesTypedInKeepTheirGlyphs()
+    {
+        EditorFixture f(u"one\ntwo"_s);
+        const QTextBlock first = f.document->text()->firstBlock();
+        QTest::keyClick(f.edit(), Qt::Key_Down);
+        QTest::keyClick(f.edit(), Qt::Key_Up);
+        QVERIFY(!first.layout()->cacheEnabled());
+        QTest::keyClick(f.edit(), Qt::Key_A);
+        QVERIFY(first.layout()->cacheEnabled());
+        QVERIFY(!first.next().layout()->cacheEnabled());
+    }
+
     void matchedBracketsAreReadableOnDarkPaper()
     {
         TextFormats dark;
