@@ -41,6 +41,7 @@ if(VARNEL_SANITIZE)
     target_link_options(varnel_options INTERFACE -fsanitize=${VARNEL_SANITIZE})
 endif()
 if(VARNEL_FUZZ)
+    add_custom_target(varnel_fuzz) # every fuzz target
     target_compile_options(varnel_options INTERFACE -fsanitize=fuzzer-no-link,address)
     target_link_options(varnel_options INTERFACE -fsanitize=address)
 endif()

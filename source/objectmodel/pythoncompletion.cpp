@@ -12,7 +12,7 @@ py::module_ importCompleter()
     if (modules.contains("rlcompleter") || modules.contains("readline"))
         return py::module_::import("rlcompleter");
     modules["readline"] = py::none(); // an import of it fails
-    const py::module_ completer = py::module_::import("rlcompleter");
+    py::module_ completer = py::module_::import("rlcompleter");
     modules.attr("pop")("readline");
     return completer;
 }

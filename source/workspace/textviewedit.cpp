@@ -82,7 +82,7 @@ void TextViewEdit::refresh(bool full)
 void TextViewEdit::changeEvent(QEvent *event)
 {
     if (event->type() == QEvent::FontChange || event->type() == QEvent::ApplicationFontChange)
-        QAbstractScrollArea::changeEvent(event);
+        QAbstractScrollArea::changeEvent(event); // NOLINT(bugprone-parent-virtual-call): the next base's takes the font
     else
         QPlainTextEdit::changeEvent(event);
 }

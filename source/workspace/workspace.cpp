@@ -47,7 +47,7 @@ Document *Workspace::openOrCreate(const QString &filename)
     return opened ? findDocument(filename) : nullptr;
 }
 
-bool Workspace::reopenDocument(QString filename)
+bool Workspace::reopenDocument(QString filename) // NOLINT(performance-unnecessary-value-param): its owner dies
 {
     const QPointer<Document> doc = findDocument(filename);
     if (!doc)
