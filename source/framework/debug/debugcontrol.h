@@ -97,7 +97,7 @@ private:
     void waitForBuild() const;
 
     [[nodiscard]] DebugAction resolve(DebugEvent event);
-    /// False if the user was asked and gave no processor.
+    /// False if the user was asked and gave no processor, or ended the session instead.
     bool control(const RunControl &what);
     void carryOut(const RunControl &what, DebugAction action) const;
     [[nodiscard]] bool carryOutTogether(const RunControl &what) const;
@@ -110,6 +110,7 @@ private:
     void switchProject(IExecutionEnvironment *environment);
     [[nodiscard]] Project *projectOfDocument(const QString &file) const;
 
+    [[nodiscard]] bool isDebugging() const;
     [[nodiscard]] QPointer<Project> currentProject() const; ///< Null if there is none.
     [[nodiscard]] Environment currentEnvironment() const;   ///< Null if there is none.
     [[nodiscard]] QList<QPointer<Project>> projects() const;
