@@ -403,6 +403,16 @@ void DebugControl::forgetEnvironments()
     const auto isGone = [](const auto &entry) { return !environmentOfKey(entry.key()); };
     m_statusByEnvironment.removeIf(isGone);
     m_programStatusByEnvironment.removeIf(isGone);
+    closeOrphanedDisassemblies();
+}
+
+void DebugControl::closeOrphanedDisassemblies()
+{
+    for (const QPointer<View> &view : m_host.viewManager()->views().guarded()) {
+        const uint key = view ? keyOfDisassembly(view->document()->filename()) : 0;
+        if (key && !environmentOfKey(key))
+            view->close();
+    }
 }
 
 // What is shown
@@ -445,7 +455,8 @@ bool DebugControl::goToLocation()
     if (!askLocation(environment.get(), ask) || !openSource(file)) {
         debugViewDisassembly();
         file = currentFile();
-        if (!isDisassemblyName(file) || !askLocation(environment.get(), ask))
+        if (!isDisassemblyName(file) || isForeignDisassembly(file, environment.get())
+            || !askLocation(environment.get(), ask))
             return false;
     }
     if (auto *navigation = viewInterface<ITextNavigation>(m_host.viewManager()->currentView()))
@@ -500,12 +511,12 @@ void DebugControl::debugViewDisassembly()
 void DebugControl::debugShowNext()
 {
     const Environment environment = currentEnvironment();
-    auto *markers = viewInterface<IViewWithMarkers>(m_host.viewManager()->currentView());
     QString file = currentFile();
     int line = 0;
     const auto ask = [&](IExecutionEnvironment *target) { return target->currentLocation(file, line); };
-    if (environment && markers && askLocation(environment.get(), ask)
-        && markers->hasMarker(line, IViewWithMarkers::CurrentLineMarker)) {
+    const bool known = environment && askLocation(environment.get(), ask);
+    auto *markers = viewInterface<IViewWithMarkers>(m_host.viewManager()->currentView());
+    if (known && markers && markers->hasMarker(line, IViewWithMarkers::CurrentLineMarker)) {
         file.clear(); // from the disassembly one comes to the source
         if (askLocation(environment.get(), ask))
             (void)openSource(file);

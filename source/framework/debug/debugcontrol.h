@@ -38,7 +38,7 @@ public:
     [[nodiscard]] QString breakpointToolTip(const QString &file, int line) const;
     /// Breakpoints at a line, counted from 1, of the document in front: none, enabled, disabled, and none again.
     void toggleBreakpoint(int line);
-    /// Forgets what environments have reported that belong to no project any more.
+    /// Forgets what environments have reported that belong to no project any more, and closes their disassemblies.
     void forgetEnvironments();
 
 public Q_SLOTS:
@@ -106,6 +106,7 @@ private:
     void showNextStatement();
     [[nodiscard]] bool goToLocation();
     [[nodiscard]] bool openSource(const QString &file);
+    void closeOrphanedDisassemblies();
     void reactToBreakpoint(IExecutionEnvironment::ProgramStatus status, IExecutionEnvironment *environment);
     void switchProject(IExecutionEnvironment *environment);
     [[nodiscard]] Project *projectOfDocument(const QString &file) const;
