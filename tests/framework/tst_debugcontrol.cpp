@@ -408,6 +408,58 @@ private Q_SLOTS:
         QVERIFY(deeds().endsWith(u"checkFileChanges\nstate 3\nstate 7\nstate 1"_s));
     }
 
+    void aSessionThatEndsAtOnceIsNotRun()
+    {
+        const Project *project = addProcessor(u"fw"_s);
+        scriptOf(u"fw"_s).on[u"start"_s] = [&] {
+            later([&] {
+                report(project, 0);
+                m_control->debugStop();
+            });
+        };
+        m_control->debugRun();
+        QVERIFY(deeds().endsWith(u"fw.start(false)\nstate 5\nfw.stop()\nstate 1\nfire onStopped"_s));
+    }
+
+    void withoutAnyProjectLeftNoSessionIsStarted()
+    {
+        const Project *project = addProcessor(u"fw"_s);
+        scriptOf(u"fw"_s).on[u"start"_s] = [&] { later([&] { m_workspace->removeProject(project); }); };
+        m_control->debugRun();
+        QVERIFY(deeds().endsWith(u"fw.start(false)\nfire onCurrentProjectChanged\nstate 1"_s));
+    }
+
+    void aPluginMayCloseItsWorkspaceInTheVeryCall_data()
+    {
+        QTest::addColumn<QString>("command");
+        QTest::addColumn<QString>("operation");
+        QTest::newRow("start") << u"debugRun"_s << u"start"_s;
+        QTest::newRow("run") << u"debugRun"_s << u"run"_s;
+        QTest::newRow("step") << u"debugStepInto"_s << u"stepInto"_s;
+        QTest::newRow("pause") << u"debugPause"_s << u"pause"_s;
+        QTest::newRow("stop") << u"debugStop"_s << u"stop"_s;
+        QTest::newRow("restart") << u"debugRestart"_s << u"restart"_s;
+        QTest::newRow("wake up") << u"debugWakeup"_s << u"wakeUp"_s;
+    }
+
+    void aPluginMayCloseItsWorkspaceInTheVeryCall()
+    {
+        QFETCH(QString, command);
+        QFETCH(QString, operation);
+        addProcessor(u"one"_s);
+        addProcessor(u"two"_s);
+        open(u"main.c"_s);
+        scriptOf(u"two"_s).on[operation] = [this, operation] {
+            scriptOf(u"two"_s).on.remove(operation); // it may be told once more
+            closeWorkspace();
+        };
+        be(operation == u"start"_s ? StateIdle : StatePaused);
+        call(command);
+        QCOMPARE(m_state, StateNoWorkspace);
+        QCOMPARE(m_stub->objectCount(), 0);
+        story();
+    }
+
     void commandsForAProjectThatIsNotThereAreMistakes_data()
     {
         QTest::addColumn<QString>("command");

@@ -238,7 +238,7 @@ void DebugControl::debugAttach()
         || !askPlugin("IExecutionEnvironment::canAttach", [&] { return environment->canAttach(); }))
         return;
     m_host.fireEvent(u"onPreAttach"_s);
-    if (currentEnvironment() && startDebugSession(true))
+    if (startDebugSession(true))
         m_host.fireEvent(u"onAttach"_s);
 }
 
