@@ -56,7 +56,7 @@ bool DebugControl::startDebugSession(bool attachOnly)
 {
     const bool result = m_host.state() != StateIdle || (prepareSession() && startProjects(attachOnly));
     if (result && !m_build.buildStopped())
-        return true;
+        return isDebugging(); // what came in meanwhile may have ended the session
     if (m_host.projectWorkspace())
         m_host.setState(StateIdle);
     return result;
@@ -93,13 +93,16 @@ bool DebugControl::isUpToDate() const
 /// False if the session is not to be started.
 bool DebugControl::offerRebuild()
 {
+    const QPointer<Project> project = currentProject();
     const auto answer = showInformation(m_host.dialogParent(),
                                         tr("The project '%1' needs rebuilding.\n\nDo you want rebuild the "
                                            "project before continuing?")
-                                            .arg(currentProject()->name()),
+                                            .arg(project->name()),
                                         {QMessageBox::Yes, QMessageBox::No, QMessageBox::Cancel});
-    if (answer != QMessageBox::Yes)
-        return answer == QMessageBox::No;
+    if (!project || answer == QMessageBox::Cancel)
+        return false;
+    if (answer == QMessageBox::No)
+        return true;
     m_build.buildBuild();
     waitForBuild();
     return currentProject() && isUpToDate();
@@ -119,14 +122,13 @@ bool DebugControl::startProjects(bool attachOnly)
         const bool started = project && startProject(project, attachOnly);
         if (!workspace)
             return false;
-        if (!started) {
-            if (!m_build.buildStopped())
-                inform(tr("Cannot start debugger.\n\nPlease see Debug Output window for details."));
-            return false;
-        }
+        if (!started && !m_build.buildStopped())
+            inform(tr("Cannot start debugger.\n\nPlease see Debug Output window for details."));
         QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents, PendingEventsTime);
+        if (!started)
+            return false;
     }
-    return workspace != nullptr;
+    return workspace && currentProject();
 }
 
 bool DebugControl::startProject(Project *project, bool attachOnly)
@@ -143,7 +145,7 @@ bool DebugControl::startProject(Project *project, bool attachOnly)
     if (!alive)
         return false;
     m_host.setState(StateInitialising);
-    if (!built)
+    if (!built || m_build.buildStopped())
         return false;
     output->displayPage(OutputWindow::Debug);
     return askPlugin("IExecutionEnvironment::start", [&] { return environment->start(attachOnly); });
@@ -155,18 +157,20 @@ bool DebugControl::buildForDebug(const Project *project)
     if (!m_build.buildForDebug(project))
         return true;
     waitForBuild();
-    return m_build.buildSucceeded() && !m_build.buildStopped();
+    return m_build.buildSucceeded();
 }
 
 // Run control
 
-/// With one processor there is nothing to choose.
+/// With one processor there is nothing to choose. A question leaves time to end the session, and so the command.
 DebugAction DebugControl::resolve(DebugEvent event)
 {
     const ProjectWorkspace *workspace = m_host.projectWorkspace();
     if (!workspace || workspace->count() < 2)
         return CurrentProcessor;
-    return resolveAction(m_options, event, m_host.dialogParent());
+    const bool wasDebugging = isDebugging();
+    const DebugAction action = resolveAction(m_options, event, m_host.dialogParent());
+    return wasDebugging && !isDebugging() ? NoProcessor : action;
 }
 
 bool DebugControl::control(const RunControl &what)
@@ -221,8 +225,8 @@ void DebugControl::debugRun()
     if (!currentProject() || !startDebugSession(false))
         return;
     const DebugAction action = resolve(RunEvent);
-    if (action == NoProcessor || !isDebugState(m_host.state()))
-        return; // a question leaves time to end the session
+    if (action == NoProcessor)
+        return;
     m_host.setState(StateRunning);
     carryOut(Run, action);
 }
@@ -246,7 +250,7 @@ void DebugControl::debugRunToCursor()
         return;
     const QString path = view->document()->filename();
     const int line = m_host.currentLine();
-    if (!startDebugSession(false) || !isDebugState(m_host.state()))
+    if (!startDebugSession(false))
         return;
     m_host.setState(StateRunning);
     if (const Environment environment = currentEnvironment())
@@ -266,7 +270,7 @@ void DebugControl::debugStepInto()
 void DebugControl::step(const char *name, Step step)
 {
     VARNEL_ASSERT(currentProject());
-    if (!currentProject() || !startDebugSession(false) || !isDebugState(m_host.state()))
+    if (!currentProject() || !startDebugSession(false))
         return;
     const QString file = currentFile();
     m_host.setState(StateRunning);
@@ -288,7 +292,7 @@ void DebugControl::debugRestart()
 {
     if (!currentEnvironment() || !mayRestart(m_host.state()) || !startDebugSession(false))
         return;
-    if (control(Restart) && isDebugState(m_host.state()))
+    if (control(Restart) && isDebugging())
         m_host.setState(StatePaused);
     m_host.fireEvent(u"onRestart"_s);
 }
@@ -399,6 +403,16 @@ void DebugControl::forgetEnvironments()
     const auto isGone = [](const auto &entry) { return !environmentOfKey(entry.key()); };
     m_statusByEnvironment.removeIf(isGone);
     m_programStatusByEnvironment.removeIf(isGone);
+    closeOrphanedDisassemblies();
+}
+
+void DebugControl::closeOrphanedDisassemblies()
+{
+    for (const QPointer<View> &view : m_host.viewManager()->views().guarded()) {
+        const uint key = view ? keyOfDisassembly(view->document()->filename()) : 0;
+        if (key && !environmentOfKey(key))
+            view->close();
+    }
 }
 
 // What is shown
@@ -441,7 +455,8 @@ bool DebugControl::goToLocation()
     if (!askLocation(environment.get(), ask) || !openSource(file)) {
         debugViewDisassembly();
         file = currentFile();
-        if (!isDisassemblyName(file) || !askLocation(environment.get(), ask))
+        if (!isDisassemblyName(file) || isForeignDisassembly(file, environment.get())
+            || !askLocation(environment.get(), ask))
             return false;
     }
     if (auto *navigation = viewInterface<ITextNavigation>(m_host.viewManager()->currentView()))
@@ -496,12 +511,12 @@ void DebugControl::debugViewDisassembly()
 void DebugControl::debugShowNext()
 {
     const Environment environment = currentEnvironment();
-    auto *markers = viewInterface<IViewWithMarkers>(m_host.viewManager()->currentView());
     QString file = currentFile();
     int line = 0;
     const auto ask = [&](IExecutionEnvironment *target) { return target->currentLocation(file, line); };
-    if (environment && markers && askLocation(environment.get(), ask)
-        && markers->hasMarker(line, IViewWithMarkers::CurrentLineMarker)) {
+    const bool known = environment && askLocation(environment.get(), ask);
+    auto *markers = viewInterface<IViewWithMarkers>(m_host.viewManager()->currentView());
+    if (known && markers && markers->hasMarker(line, IViewWithMarkers::CurrentLineMarker)) {
         file.clear(); // from the disassembly one comes to the source
         if (askLocation(environment.get(), ask))
             (void)openSource(file);
@@ -579,6 +594,11 @@ Project *DebugControl::projectOfDocument(const QString &file) const
 }
 
 // Who is there
+
+bool DebugControl::isDebugging() const
+{
+    return currentProject() && isDebugState(m_host.state());
+}
 
 QPointer<Project> DebugControl::currentProject() const
 {

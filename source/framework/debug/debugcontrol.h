@@ -38,7 +38,7 @@ public:
     [[nodiscard]] QString breakpointToolTip(const QString &file, int line) const;
     /// Breakpoints at a line, counted from 1, of the document in front: none, enabled, disabled, and none again.
     void toggleBreakpoint(int line);
-    /// Forgets what environments have reported that belong to no project any more.
+    /// Forgets what environments have reported that belong to no project any more, and closes their disassemblies.
     void forgetEnvironments();
 
 public Q_SLOTS:
@@ -97,7 +97,7 @@ private:
     void waitForBuild() const;
 
     [[nodiscard]] DebugAction resolve(DebugEvent event);
-    /// False if the user was asked and gave no processor.
+    /// False if the user was asked and gave no processor, or ended the session instead.
     bool control(const RunControl &what);
     void carryOut(const RunControl &what, DebugAction action) const;
     [[nodiscard]] bool carryOutTogether(const RunControl &what) const;
@@ -106,10 +106,12 @@ private:
     void showNextStatement();
     [[nodiscard]] bool goToLocation();
     [[nodiscard]] bool openSource(const QString &file);
+    void closeOrphanedDisassemblies();
     void reactToBreakpoint(IExecutionEnvironment::ProgramStatus status, IExecutionEnvironment *environment);
     void switchProject(IExecutionEnvironment *environment);
     [[nodiscard]] Project *projectOfDocument(const QString &file) const;
 
+    [[nodiscard]] bool isDebugging() const;
     [[nodiscard]] QPointer<Project> currentProject() const; ///< Null if there is none.
     [[nodiscard]] Environment currentEnvironment() const;   ///< Null if there is none.
     [[nodiscard]] QList<QPointer<Project>> projects() const;

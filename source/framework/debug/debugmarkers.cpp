@@ -10,22 +10,25 @@
 #include <algorithm>
 #include <QHash>
 #include <QMap>
+#include <QPointer>
 
 using namespace Qt::StringLiterals;
 
 namespace {
 struct MarkedView
 {
-    IViewWithMarkers *markers;
+    QPointer<View> view;
     QString file; ///< its document
+
+    [[nodiscard]] IViewWithMarkers *markers() const { return viewInterface<IViewWithMarkers>(view); }
 };
 
 QList<MarkedView> markedViews(const ViewManager &manager)
 {
     QList<MarkedView> found;
     for (View *view : manager.views()) {
-        if (auto *markers = viewInterface<IViewWithMarkers>(view))
-            found.append({markers, view->document()->filename()});
+        if (viewInterface<IViewWithMarkers>(view))
+            found.append({view, view->document()->filename()});
     }
     return found;
 }
@@ -63,6 +66,8 @@ QString markName(const QString &file, IExecutionEnvironment *environment)
 void addMarks(Marks &marks, const Project &project, bool foreign)
 {
     for (const BreakpointRecord &record : breakpointsOf(project)) {
+        if (record.state != BreakpointEnabled && record.state != BreakpointDisabled)
+            continue; // has no marker
         for (const BreakpointLocation &location : record.locations) {
             const BreakpointLocation place = documentPlace(project, location);
             LineMark &mark = marks[markName(place.file, project.executionInterface())][place.line];
@@ -107,15 +112,16 @@ void refreshExecutionMarker(const Project *project, const ViewManager &views)
         int line = 0;
         const bool known = askPlugin("IExecutionEnvironment::currentLocation",
                                      [&] { return environment->currentLocation(file, line); });
-        if (known && (file == path || file == view.file))
-            view.markers->setMarker(line, IViewWithMarkers::CurrentLineMarker, true, false);
+        IViewWithMarkers *markers = view.markers(); // a plug-in that was asked may have closed the view
+        if (known && markers && (file == path || file == view.file))
+            markers->setMarker(line, IViewWithMarkers::CurrentLineMarker, true, false);
     }
 }
 
 void clearExecutionMarker(const ViewManager &views)
 {
     for (const MarkedView &view : markedViews(views))
-        view.markers->clearMarkers(IViewWithMarkers::CurrentLineMarker);
+        view.markers()->clearMarkers(IViewWithMarkers::CurrentLineMarker);
 }
 
 void refreshBreakpointMarkers(const ProjectWorkspace &workspace, const ViewManager &views)
@@ -128,11 +134,11 @@ void refreshBreakpointMarkers(const ProjectWorkspace &workspace, const ViewManag
     if (const Project *current = workspace.currentProject())
         addMarks(marks, *current, false);
     for (const MarkedView &view : markedViews(views)) {
-        view.markers->clearMarkers(IViewWithMarkers::BreakpointMarkers);
+        view.markers()->clearMarkers(IViewWithMarkers::BreakpointMarkers);
         const QMap<int, LineMark> lines = marks.value(markName(view.file));
         for (auto line = lines.cbegin(); line != lines.cend(); ++line) {
             if (line->markers)
-                view.markers->setMarker(line.key(), line->markers, true, line->foreign);
+                view.markers()->setMarker(line.key(), line->markers, true, line->foreign);
         }
     }
 }

@@ -40,8 +40,9 @@ struct StubScript
     bool canAttach = false;
     IExecutionEnvironment::ProcessorStatus processorStatus{};
     IExecutionEnvironment::ProgramStatus programStatus = IExecutionEnvironment::ProgramPaused;
-    BreakpointLocation location;    ///< none without a file
-    QHash<QString, QString> values; ///< of expressions; others fail
+    BreakpointLocation location;                      ///< none without a file
+    QHash<QString, BreakpointLocation> locationsFrom; ///< the same for who asks with such a file
+    QHash<QString, QString> values;                   ///< of expressions; others fail
     // The optional interfaces of an execution environment
     std::function<QList<QWidget *>()> widgets;
     QList<BreakpointRecord> breakpoints;

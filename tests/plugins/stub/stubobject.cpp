@@ -174,8 +174,9 @@ StubObject::ProgramStatus StubObject::programStatus()
 bool StubObject::currentLocation(QString &file, int &line)
 {
     record(u"currentLocation"_s);
-    file = m_script->location.file;
-    line = m_script->location.line;
+    const BreakpointLocation place = m_script->locationsFrom.value(file, m_script->location);
+    file = place.file;
+    line = place.line;
     return !file.isEmpty();
 }
 

@@ -1,0 +1,1119 @@
+#include "cpphighlighter.h"
+#include "cppindent.h"
+#include "debugfixture.h"
+#include "imultiprocessorsync.h"
+#include "textdocumenttemplate.h"
+#include "textview.h"
+#include <QtTest>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+const auto CannotStart = u"says Cannot start debugger.||Please see Debug Output window for details."_s;
+const auto NeedsRebuilding = u"says The project 'fw' needs rebuilding.||Do you want rebuild the project before "
+                             "continuing? [Yes No Cancel]"_s;
+} // namespace
+
+/// Sessions from their start to their end, and run control of one and of several processors.
+class DebugControlTest : public QObject, protected DebugFixture
+{
+    Q_OBJECT
+
+private:
+    FormatTable m_formats;
+
+    void call(const QString &command)
+    {
+        QVERIFY(QMetaObject::invokeMethod(m_control.get(), command.toLatin1().constData(), Qt::DirectConnection));
+    }
+
+    /// Opens a text file as the editor does.
+    void openText(const QString &name)
+    {
+        auto *text =
+            new TextDocumentTemplate({}, {}, {}, {}, std::make_unique<CppHighlighter>(), std::make_unique<CppIndent>());
+        text->highlighter()->setFormats(&m_formats);
+        m_documents->addTemplate(text);
+        m_template->refuses = "";
+        QVERIFY(m_documents->openDocument(writeFile(path(name), "one\ntwo\n"), true));
+        QVERIFY(qobject_cast<TextView *>(m_views->currentView()));
+        m_template->refuses = nullptr;
+    }
+
+    /// What makes the session of the project "fw" run.
+    void setAllActions(DebugAction action)
+    {
+        for (const DebugEvent event : {RunEvent, PauseEvent, RestartEvent, WakeupEvent, BreakpointEvent})
+            m_control->options().setAction(event, action);
+    }
+
+    /// What a synchronised command of three processors comes to: "a" leads, if @p operations allow it.
+    void addSynchronised(const QString &name, int operations)
+    {
+        addProcessor(name, {IMultiProcessorSync::Iid});
+        scriptOf(name).group = u"probe of "_s + name;
+        scriptOf(name).syncOperations = operations;
+    }
+
+private Q_SLOTS:
+    void init() { setUp(); }
+    void cleanup() { tearDown(); }
+
+    // The start of a session
+
+    void theFirstCommandSavesStartsAndRuns()
+    {
+        addBuild(addProcessor(u"fw"_s));
+        m_output->addPage(u"Extra"_s);
+        m_output->outputLine(OutputWindow::Build, u"old\n"_s);
+        m_output->outputLine(OutputWindow::Debug, u"old\n"_s);
+        m_output->outputLine(OutputWindow::FindInFiles, u"found\n"_s);
+        m_control->debugRun();
+        QCOMPARE(story(), u"showOutputDock\n"
+                          "fileSaveAll\n"
+                          "fw-build.isUpToDate(Debug)\n"
+                          "state 3\n"
+                          "fw.start(false)\n"
+                          "state 4\n"
+                          "fw.run()"_s);
+        QCOMPARE(output(OutputWindow::Build), QString());
+        QCOMPARE(output(OutputWindow::Debug), u"Initialising execution environment for project 'fw'"_s);
+        QCOMPARE(output(OutputWindow::FindInFiles), u"found"_s);
+        QVERIFY(!m_output->page(3));
+        QCOMPARE(m_output->currentPage(), m_output->page(OutputWindow::Debug));
+    }
+
+    void laterCommandsFindTheSessionStarted_data()
+    {
+        QTest::addColumn<int>("state");
+        QTest::newRow("initialising") << 3;
+        QTest::newRow("running") << 4;
+        QTest::newRow("paused") << 5;
+        QTest::newRow("finished") << 6;
+        QTest::newRow("unknown") << 7;
+    }
+
+    void laterCommandsFindTheSessionStarted()
+    {
+        QFETCH(int, state);
+        addProcessor(u"fw"_s);
+        be(ActivityState(state));
+        m_control->debugRun();
+        QCOMPARE(story(), u"state 4\nfw.run()"_s);
+    }
+
+    void aRefusalToSaveEndsTheStart()
+    {
+        addBuild(addProcessor(u"fw"_s));
+        m_output->outputLine(OutputWindow::Debug, u"old\n"_s);
+        m_savesAll = false;
+        m_control->debugRun();
+        QCOMPARE(story(), u"showOutputDock\nfileSaveAll\nstate 1"_s);
+        QCOMPARE(output(OutputWindow::Debug), u"old"_s);
+    }
+
+    void aProjectThatIsNotUpToDateIsAskedAbout_data()
+    {
+        QTest::addColumn<QMessageBox::StandardButton>("answer");
+        QTest::addColumn<QString>("rest");
+        QTest::newRow("No") << QMessageBox::No << u"state 3\nfw.start(false)\nstate 4\nfw.run()"_s;
+        QTest::newRow("Cancel") << QMessageBox::Cancel << u"state 1"_s;
+    }
+
+    void aProjectThatIsNotUpToDateIsAskedAbout()
+    {
+        QFETCH(QMessageBox::StandardButton, answer);
+        QFETCH(QString, rest);
+        addBuild(addProcessor(u"fw"_s)).upToDate = false;
+        m_output->outputLine(OutputWindow::Debug, u"old\n"_s);
+        expectBox(answer);
+        m_control->debugRun();
+        QCOMPARE(story(),
+                 u"showOutputDock\nfileSaveAll\nfw-build.isUpToDate(Debug)\n"_s + NeedsRebuilding + u'\n' + rest);
+        QCOMPARE(output(OutputWindow::Debug).startsWith(u"old"_s), answer == QMessageBox::Cancel);
+    }
+
+    void yesBuildsAndChecksAgain_data()
+    {
+        QTest::addColumn<bool>("success");
+        QTest::addColumn<bool>("upToDate");
+        QTest::addColumn<QString>("rest");
+        QTest::newRow("built") << true << true << u"state 3\nfw.start(false)\nstate 4\nfw.run()"_s;
+        QTest::newRow("the build finds nothing to do and fails")
+            << false << true << u"state 3\nfw.start(false)\nstate 4\nfw.run()"_s;
+        QTest::newRow("still not up to date") << true << false << u"state 1"_s;
+    }
+
+    void yesBuildsAndChecksAgain()
+    {
+        QFETCH(bool, success);
+        QFETCH(bool, upToDate);
+        QFETCH(QString, rest);
+        StubScript &build = addBuild(addProcessor(u"fw"_s));
+        build.upToDate = false;
+        buildsLater(build, u"build"_s, success, [&] { build.upToDate = upToDate; });
+        expectBox(QMessageBox::Yes);
+        m_control->debugRun();
+        QCOMPARE(story(), u"showOutputDock\n"
+                          "fileSaveAll\n"
+                          "fw-build.isUpToDate(Debug)\n"_s
+                              + NeedsRebuilding
+                              + u"\nshowOutputDock\n"
+                                "fileSaveAll\n"
+                                "state 2\n"
+                                "fw-build.build([Debug], false)\n"
+                                "state 1\n"
+                                "checkFileChanges\n"
+                                "fw-build.isUpToDate(Debug)\n"_s
+                              + rest);
+    }
+
+    void aModifiedDocumentNeedsRebuildingWithoutAskingThePlugin()
+    {
+        addBuild(addProcessor(u"fw"_s));
+        open(u"main.c"_s)->document()->setModified(true);
+        expectBox(QMessageBox::Cancel);
+        m_control->debugRun();
+        QCOMPARE(story(), u"showOutputDock\nfileSaveAll\n"_s + NeedsRebuilding + u"\nstate 1"_s);
+        m_views->currentDocument()->setModified(false);
+    }
+
+    void onlyTheCurrentProjectMustBeUpToDate()
+    {
+        addBuild(addProcessor(u"dsp"_s)).upToDate = false;
+        addBuild(addProcessor(u"fw"_s));
+        m_control->debugRun();
+        QCOMPARE(deeds(), u"showOutputDock\n"
+                          "fileSaveAll\n"
+                          "fw-build.isUpToDate(Debug)\n"
+                          "state 3\n"
+                          "dsp.start(false)\n"
+                          "state 3\n"
+                          "fw.start(false)\n"
+                          "state 4\n"
+                          "dsp.run()\n"
+                          "fw.run()"_s);
+    }
+
+    void whatIsAskedOfABuildEnvironmentMayFail()
+    {
+        addBuild(addProcessor(u"fw"_s)).on[u"isUpToDate"_s] = throwError;
+        expectException("IBuildEnvironment::isUpToDate");
+        expectBox(QMessageBox::Cancel);
+        m_control->debugRun();
+        QCOMPARE(m_state, StateIdle);
+        story();
+    }
+
+    // The build before a session
+
+    void aBuildForDebuggingComesBeforeTheStart()
+    {
+        StubScript &build = addBuild(addProcessor(u"fw"_s), {IDebugBuild::Iid});
+        bool buildPageInFront = false;
+        buildsLater(build, u"buildForDebug"_s, true,
+                    [&] { buildPageInFront = m_output->currentPage() == m_output->page(OutputWindow::Build); });
+        m_control->debugRun();
+        QCOMPARE(story(), u"showOutputDock\n"
+                          "fileSaveAll\n"
+                          "fw-build.isUpToDate(Debug)\n"
+                          "state 2\n"
+                          "fw-build.buildForDebug(Debug)\n"
+                          "state 1\n"
+                          "checkFileChanges\n"
+                          "state 3\n"
+                          "fw.start(false)\n"
+                          "state 4\n"
+                          "fw.run()"_s);
+        QVERIFY(buildPageInFront);
+        QCOMPARE(m_output->currentPage(), m_output->page(OutputWindow::Debug));
+    }
+
+    void aBuildThatFailsEndsTheStart_data()
+    {
+        QTest::addColumn<bool>("throws");
+        QTest::newRow("told") << false;
+        QTest::newRow("thrown") << true;
+    }
+
+    void aBuildThatFailsEndsTheStart()
+    {
+        QFETCH(bool, throws);
+        StubScript &build = addBuild(addProcessor(u"fw"_s), {IDebugBuild::Iid});
+        buildsLater(build, u"buildForDebug"_s, false);
+        if (throws) {
+            build.on[u"buildForDebug"_s] = throwError;
+            expectException("IDebugBuild::buildForDebug");
+        }
+        expectBox();
+        m_control->debugRun();
+        QVERIFY(story().endsWith(u"fw-build.buildForDebug(Debug)\nstate 1\ncheckFileChanges\nstate 3\n"_s + CannotStart
+                                 + u"\nstate 1"_s));
+    }
+
+    void aBuildThatTheUserStopsEndsTheStartSilently_data()
+    {
+        QTest::addColumn<bool>("success");
+        QTest::newRow("as a failure") << false;
+        QTest::newRow("although it succeeds") << true;
+    }
+
+    void aBuildThatTheUserStopsEndsTheStartSilently()
+    {
+        QFETCH(bool, success);
+        StubScript &build = addBuild(addProcessor(u"fw"_s), {IDebugBuild::Iid});
+        buildsLater(build, u"buildForDebug"_s, success, [&] { m_build->buildStopBuild(); });
+        m_control->debugRun();
+        QVERIFY(story().endsWith(u"fw-build.buildForDebug(Debug)\nfw-build.stop()\nstate 1\ncheckFileChanges\nstate 3\n"
+                                 "state 1"_s));
+    }
+
+    void aRebuildThatTheUserStopsEndsTheStartSilently_data()
+    {
+        QTest::addColumn<bool>("upToDate");
+        QTest::newRow("before its end") << false;
+        QTest::newRow("when all was done") << true;
+    }
+
+    void aRebuildThatTheUserStopsEndsTheStartSilently()
+    {
+        QFETCH(bool, upToDate);
+        StubScript &build = addBuild(addProcessor(u"fw"_s));
+        build.upToDate = false;
+        buildsLater(build, u"build"_s, false, [&] {
+            m_build->buildStopBuild();
+            build.upToDate = upToDate;
+        });
+        expectBox(QMessageBox::Yes);
+        m_control->debugRun();
+        const QString told = story();
+        QVERIFY(told.endsWith(u"state 1"_s));
+        QVERIFY(!told.contains(u"fw.start"_s));
+    }
+
+    void aStopOfAnEarlierBuildHasNothingToDoWithASession()
+    {
+        addBuild(addProcessor(u"fw"_s));
+        m_build->buildStopBuild();
+        m_control->debugRun();
+        QVERIFY(story().endsWith(u"fw.start(false)\nstate 4\nfw.run()"_s));
+    }
+
+    void eachProjectIsBuiltAndStartedInItsTurn()
+    {
+        for (const QString &name : {u"fw"_s, u"dsp"_s}) {
+            StubScript &build = addBuild(addProcessor(name), {IDebugBuild::Iid});
+            buildsLater(build, u"buildForDebug"_s, true);
+        }
+        m_control->debugRun();
+        QCOMPARE(story(), u"showOutputDock\n"
+                          "fileSaveAll\n"
+                          "dsp-build.isUpToDate(Debug)\n"
+                          "state 2\n"
+                          "fw-build.buildForDebug(Debug)\n"
+                          "state 1\n"
+                          "checkFileChanges\n"
+                          "state 3\n"
+                          "fw.start(false)\n"
+                          "state 2\n"
+                          "dsp-build.buildForDebug(Debug)\n"
+                          "state 1\n"
+                          "checkFileChanges\n"
+                          "state 3\n"
+                          "dsp.start(false)\n"
+                          "state 4\n"
+                          "fw.run()\n"
+                          "dsp.run()"_s);
+    }
+
+    // What keeps a session from starting
+
+    void aProjectWithoutEnvironmentCannotStart()
+    {
+        addProject(u"fw"_s, {}, {});
+        story();
+        m_control->options().setAction(RunEvent, AskForProcessors);
+        expectBox();
+        m_control->debugRun();
+        QCOMPARE(story(), u"showOutputDock\nfileSaveAll\nstate 3\n"_s + CannotStart + u"\nstate 1"_s);
+        QCOMPARE(output(OutputWindow::Debug), u"Initialising execution environment for project 'fw'\n"
+                                              "No execution environment available for project 'fw'"_s);
+    }
+
+    void aProjectWithoutEnvironmentIsNotBuiltForDebugging()
+    {
+        addBuild(addProject(u"fw"_s, {}, {}), {IDebugBuild::Iid});
+        expectBox();
+        m_control->debugRun();
+        QVERIFY(!story().contains(u"buildForDebug"_s));
+    }
+
+    void aTargetThatDoesNotAnswerEndsTheStart_data()
+    {
+        QTest::addColumn<bool>("throws");
+        QTest::newRow("told") << false;
+        QTest::newRow("thrown") << true;
+    }
+
+    void aTargetThatDoesNotAnswerEndsTheStart()
+    {
+        QFETCH(bool, throws);
+        addProcessor(u"fw"_s);
+        scriptOf(u"fw"_s).started = false;
+        if (throws) {
+            scriptOf(u"fw"_s).on[u"start"_s] = throwError;
+            expectException("IExecutionEnvironment::start");
+        }
+        expectBox();
+        m_control->debugRun();
+        QCOMPARE(story(), u"showOutputDock\nfileSaveAll\nstate 3\nfw.start(false)\n"_s + CannotStart + u"\nstate 1"_s);
+    }
+
+    void aFailureLeavesTheEarlierOnesStarted()
+    {
+        for (const QString &name : {u"one"_s, u"two"_s, u"three"_s})
+            addProcessor(name);
+        scriptOf(u"two"_s).started = false;
+        expectBox();
+        m_control->debugRun();
+        QCOMPARE(deeds(), u"showOutputDock\n"
+                          "fileSaveAll\n"
+                          "state 3\n"
+                          "one.start(false)\n"
+                          "state 3\n"
+                          "two.start(false)\n"_s
+                              + CannotStart + u"\nstate 1"_s);
+    }
+
+    /// What is under way when a project has been started, or not, comes in before the next thing happens.
+    void pendingReportsComeInAfterEachProject()
+    {
+        const Project *one = addProcessor(u"one"_s);
+        const Project *two = addProcessor(u"two"_s);
+        const auto reportsLater = [this](const Project *project) {
+            return [this, project] { later([this, project] { report(project, 3); }); };
+        };
+        scriptOf(u"one"_s).on[u"start"_s] = reportsLater(one);
+        scriptOf(u"two"_s).on[u"start"_s] = reportsLater(two);
+        m_control->debugRun();
+        QVERIFY(
+            deeds().endsWith(u"one.start(false)\nstate 3\ntwo.start(false)\nstate 7\nstate 4\none.run()\ntwo.run()"_s));
+        StubScript &build = addBuild(m_workspace->project(1), {IDebugBuild::Iid});
+        buildsLater(build, u"buildForDebug"_s, false, [&] {
+            m_build->buildStopBuild();
+            later([&] { report(two, 3); });
+        });
+        be(StateIdle);
+        m_control->debugRun();
+        QVERIFY(deeds().endsWith(u"checkFileChanges\nstate 3\nstate 7\nstate 1"_s));
+    }
+
+    void aSessionThatEndsAtOnceIsNotRun()
+    {
+        const Project *project = addProcessor(u"fw"_s);
+        scriptOf(u"fw"_s).on[u"start"_s] = [&] {
+            later([&] {
+                report(project, 0);
+                m_control->debugStop();
+            });
+        };
+        m_control->debugRun();
+        QVERIFY(deeds().endsWith(u"fw.start(false)\nstate 5\nfw.stop()\nstate 1\nfire onStopped"_s));
+    }
+
+    void withoutAnyProjectLeftNoSessionIsStarted()
+    {
+        const Project *project = addProcessor(u"fw"_s);
+        scriptOf(u"fw"_s).on[u"start"_s] = [&] { later([&] { m_workspace->removeProject(project); }); };
+        m_control->debugRun();
+        QVERIFY(deeds().endsWith(u"fw.start(false)\nfire onCurrentProjectChanged\nstate 1"_s));
+    }
+
+    void aPluginMayCloseItsWorkspaceInTheVeryCall_data()
+    {
+        QTest::addColumn<QString>("command");
+        QTest::addColumn<QString>("operation");
+        QTest::newRow("start") << u"debugRun"_s << u"start"_s;
+        QTest::newRow("run") << u"debugRun"_s << u"run"_s;
+        QTest::newRow("step") << u"debugStepInto"_s << u"stepInto"_s;
+        QTest::newRow("pause") << u"debugPause"_s << u"pause"_s;
+        QTest::newRow("stop") << u"debugStop"_s << u"stop"_s;
+        QTest::newRow("restart") << u"debugRestart"_s << u"restart"_s;
+        QTest::newRow("wake up") << u"debugWakeup"_s << u"wakeUp"_s;
+    }
+
+    void aPluginMayCloseItsWorkspaceInTheVeryCall()
+    {
+        QFETCH(QString, command);
+        QFETCH(QString, operation);
+        addProcessor(u"one"_s);
+        addProcessor(u"two"_s);
+        open(u"main.c"_s);
+        scriptOf(u"two"_s).on[operation] = [this, operation] {
+            scriptOf(u"two"_s).on.remove(operation); // it may be told once more
+            closeWorkspace();
+        };
+        be(operation == u"start"_s ? StateIdle : StatePaused);
+        call(command);
+        QCOMPARE(m_state, StateNoWorkspace);
+        QCOMPARE(m_stub->objectCount(), 0);
+        story();
+    }
+
+    void commandsForAProjectThatIsNotThereAreMistakes_data()
+    {
+        QTest::addColumn<QString>("command");
+        for (const QString &command : {u"debugRun"_s, u"debugRunToCursor"_s, u"debugStepOver"_s, u"debugStepInto"_s})
+            QTest::newRow(qPrintable(command)) << command;
+    }
+
+    void commandsForAProjectThatIsNotThereAreMistakes()
+    {
+        QFETCH(QString, command);
+        openText(u"notes.txt"_s);
+        expectAssert(u"currentProject()"_s);
+        call(command);
+        m_workspace.reset();
+        expectAssert(u"currentProject()"_s);
+        call(command);
+        QCOMPARE(story(), QString());
+    }
+
+    void commandsWithNothingToActOnAreSilent_data()
+    {
+        QTest::addColumn<QString>("command");
+        for (const QString &command : {u"debugAttach"_s, u"debugPause"_s, u"debugStop"_s, u"debugRestart"_s,
+                                       u"debugWakeup"_s, u"debugToggleBreakpoint"_s, u"debugViewDisassembly"_s})
+            QTest::newRow(qPrintable(command)) << command;
+    }
+
+    void commandsWithNothingToActOnAreSilent()
+    {
+        QFETCH(QString, command);
+        call(command);
+        addProject(u"fw"_s, {}, {});
+        be(StatePaused);
+        call(command);
+        m_workspace.reset();
+        be(StateNoWorkspace);
+        call(command);
+        QCOMPARE(story(), QString());
+    }
+
+    // Attaching
+
+    void attachingTellsScriptsBeforeAndAfter()
+    {
+        StubScript &build = addBuild(addProcessor(u"fw"_s), {IDebugBuild::Iid});
+        scriptOf(u"fw"_s).canAttach = true;
+        m_control->debugAttach();
+        QCOMPARE(story(), u"fw.canAttach()\n"
+                          "fire onPreAttach\n"
+                          "showOutputDock\n"
+                          "fileSaveAll\n"
+                          "fw-build.isUpToDate(Debug)\n"
+                          "state 3\n"
+                          "fw.start(true)\n"
+                          "fire onAttach"_s);
+        QVERIFY(build.on.isEmpty());
+    }
+
+    void attachingThatFailsHasNoSecondEvent()
+    {
+        addProcessor(u"fw"_s);
+        scriptOf(u"fw"_s).canAttach = true;
+        scriptOf(u"fw"_s).started = false;
+        expectBox();
+        m_control->debugAttach();
+        QVERIFY(story().endsWith(u"fw.start(true)\n"_s + CannotStart + u"\nstate 1"_s));
+    }
+
+    void attachingNeedsAnIdleProgramAndATargetThatCan_data()
+    {
+        QTest::addColumn<int>("state");
+        QTest::addColumn<bool>("canAttach");
+        QTest::newRow("cannot") << 1 << false;
+        for (const int state : {2, 3, 4, 5, 6, 7})
+            QTest::addRow("state %d", state) << state << true;
+    }
+
+    void attachingNeedsAnIdleProgramAndATargetThatCan()
+    {
+        QFETCH(int, state);
+        QFETCH(bool, canAttach);
+        addProcessor(u"fw"_s);
+        scriptOf(u"fw"_s).canAttach = canAttach;
+        be(ActivityState(state));
+        m_control->debugAttach();
+        QVERIFY(!story().contains(u"fire"_s));
+    }
+
+    void attachingToWhatCannotTellEndsThere()
+    {
+        addProcessor(u"fw"_s);
+        scriptOf(u"fw"_s).on[u"canAttach"_s] = throwError;
+        expectException("IExecutionEnvironment::canAttach");
+        m_control->debugAttach();
+        QCOMPARE(story(), u"fw.canAttach()"_s);
+    }
+
+    void aScriptMayCloseTheWorkspaceBeforeTheAttachment()
+    {
+        addProcessor(u"fw"_s);
+        scriptOf(u"fw"_s).canAttach = true;
+        m_onEvent[u"onPreAttach"_s] = [this] { closeWorkspace(); };
+        m_control->debugAttach();
+        QCOMPARE(story(), u"fw.canAttach()\nfire onPreAttach\nstate 0"_s);
+    }
+
+    // One processor or all
+
+    void oneProcessorIsNeverAskedAbout_data()
+    {
+        QTest::addColumn<int>("action");
+        QTest::newRow("current") << 0;
+        QTest::newRow("all") << 1;
+        QTest::newRow("ask") << 2;
+    }
+
+    void oneProcessorIsNeverAskedAbout()
+    {
+        QFETCH(int, action);
+        addSynchronised(u"fw"_s, 0xf000f);
+        setAllActions(DebugAction(action));
+        be(StatePaused);
+        m_control->debugRun();
+        m_control->debugPause();
+        m_control->debugWakeup();
+        be(StatePaused);
+        m_control->debugRun();
+        m_control->debugPause();
+        m_control->debugWakeup();
+        QCOMPARE(story(), u"state 4\nfw.run()\nfw.pause()\nfw.wakeUp()"_s);
+        be(StatePaused);
+        m_control->debugRestart();
+        QCOMPARE(deeds(), u"fw.restart()\nstate 5\nfire onRestart"_s);
+    }
+
+    void theCommandsOfSeveralProcessors_data()
+    {
+        QTest::addColumn<QString>("command");
+        QTest::addColumn<int>("action");
+        QTest::addColumn<QString>("expected");
+        const auto add = [](const char *name, const QString &command, int action, const QString &expected) {
+            QTest::newRow(name) << command << action << expected;
+        };
+        add("run the current one", u"debugRun"_s, 0, u"state 4\ntwo.run()"_s);
+        add("run all", u"debugRun"_s, 1, u"state 4\none.run()\ntwo.run()\nthree.run()"_s);
+        add("pause the current one", u"debugPause"_s, 0, u"two.pause()"_s);
+        add("pause all", u"debugPause"_s, 1, u"one.pause()\ntwo.pause()\nthree.pause()"_s);
+        add("wake the current one up", u"debugWakeup"_s, 0, u"two.wakeUp()"_s);
+        add("wake all up", u"debugWakeup"_s, 1, u"one.wakeUp()\ntwo.wakeUp()\nthree.wakeUp()"_s);
+        add("restart the current one", u"debugRestart"_s, 0, u"two.restart()\nstate 5\nfire onRestart"_s);
+        add("restart all", u"debugRestart"_s, 1,
+            u"one.restart()\ntwo.restart()\nthree.restart()\nstate 5\nfire onRestart"_s);
+    }
+
+    void theCommandsOfSeveralProcessors()
+    {
+        QFETCH(QString, command);
+        QFETCH(int, action);
+        QFETCH(QString, expected);
+        for (const QString &name : {u"one"_s, u"two"_s, u"three"_s})
+            addProcessor(name);
+        addProject(u"none"_s, {}, {}); // has no environment and is passed over
+        m_workspace->setCurrentProject(1);
+        setAllActions(DebugAction(action));
+        be(StatePaused);
+        call(command);
+        QCOMPARE(deeds(), expected);
+    }
+
+    void theQuestionsOfSeveralProcessors_data()
+    {
+        QTest::addColumn<QString>("command");
+        QTest::addColumn<QString>("question");
+        QTest::addColumn<QString>("one");
+        QTest::addColumn<QString>("all");
+        QTest::addColumn<QString>("none");
+        QTest::newRow("run") << u"debugRun"_s
+                             << u"asks Do you want to start the current processor or all processors? "
+                                "[Start current processor|Start all processors]"_s
+                             << u"state 4\ntwo.run()"_s << u"state 4\none.run()\ntwo.run()"_s << QString();
+        QTest::newRow("pause") << u"debugPause"_s
+                               << u"asks Do you want to pause the current processor or all processors? "
+                                  "[Pause current processor|Pause all processors]"_s
+                               << u"two.pause()"_s << u"one.pause()\ntwo.pause()"_s << QString();
+        QTest::newRow("restart") << u"debugRestart"_s
+                                 << u"asks Do you want to restart the current processor or all processors? "
+                                    "[Restart current processor|Restart all processors]"_s
+                                 << u"two.restart()\nstate 5\nfire onRestart"_s
+                                 << u"one.restart()\ntwo.restart()\nstate 5\nfire onRestart"_s << u"fire onRestart"_s;
+        QTest::newRow("wake up") << u"debugWakeup"_s
+                                 << u"asks Do you want to wake up the current processor or all processors? "
+                                    "[Wakeup current processor|Wakeup all processors]"_s
+                                 << u"two.wakeUp()"_s << u"one.wakeUp()\ntwo.wakeUp()"_s << QString();
+    }
+
+    void theQuestionsOfSeveralProcessors()
+    {
+        QFETCH(QString, command);
+        QFETCH(QString, question);
+        addProcessor(u"one"_s);
+        addProcessor(u"two"_s);
+        setAllActions(AskForProcessors);
+        const auto asked = [&](const char *button, bool dontAskAgain = false) {
+            be(StatePaused);
+            expectQuestion(button, dontAskAgain);
+            call(command);
+            return deeds();
+        };
+        const auto answer = [&](const QString &rest) { return rest.isEmpty() ? question : question + u'\n' + rest; };
+        QFETCH(QString, one);
+        QFETCH(QString, all);
+        QFETCH(QString, none);
+        QCOMPARE(asked("Button1"), answer(one));
+        QCOMPARE(asked("Button2"), answer(all));
+        QCOMPARE(asked(nullptr), answer(none));
+        QCOMPARE(asked(nullptr, true), answer(none)); // a tick without a choice stores nothing
+        QCOMPARE(asked("Button1", true), answer(one));
+        be(StatePaused);
+        call(command);
+        QCOMPARE(deeds(), one);
+    }
+
+    void theChoiceIsKeptInMemoryOnly()
+    {
+        addProcessor(u"one"_s);
+        addProcessor(u"two"_s);
+        m_control->options().setAction(PauseEvent, AskForProcessors);
+        be(StateRunning);
+        expectQuestion("Button2", true);
+        m_control->debugPause();
+        QCOMPARE(m_control->options().action(PauseEvent), AllProcessors);
+        QCOMPARE(m_control->options().action(RunEvent), AllProcessors);
+        const QSettings settings(path(u"settings.ini"_s), QSettings::IniFormat);
+        QVERIFY(settings.allKeys().isEmpty());
+        story();
+    }
+
+    void aSessionThatIsStartedButNotRunStaysInitialising()
+    {
+        addProcessor(u"one"_s);
+        addProcessor(u"two"_s);
+        m_control->options().setAction(RunEvent, AskForProcessors);
+        expectQuestion(nullptr);
+        m_control->debugRun();
+        QCOMPARE(m_state, StateInitialising);
+        QVERIFY(!story().contains(u"run()"_s));
+    }
+
+    void exceptionsOfRunControlEndThere_data()
+    {
+        QTest::addColumn<QString>("command");
+        QTest::addColumn<QString>("operation");
+        QTest::newRow("run") << u"debugRun"_s << u"run"_s;
+        QTest::newRow("pause") << u"debugPause"_s << u"pause"_s;
+        QTest::newRow("restart") << u"debugRestart"_s << u"restart"_s;
+        QTest::newRow("wake up") << u"debugWakeup"_s << u"wakeUp"_s;
+        QTest::newRow("stop") << u"debugStop"_s << u"stop"_s;
+    }
+
+    void exceptionsOfRunControlEndThere()
+    {
+        QFETCH(QString, command);
+        QFETCH(QString, operation);
+        addProcessor(u"one"_s);
+        addProcessor(u"two"_s);
+        scriptOf(u"one"_s).on[operation] = throwError;
+        be(StatePaused);
+        expectException(qPrintable(u"IExecutionEnvironment::"_s + operation));
+        call(command);
+        QVERIFY(story().contains(u"two."_s + operation)); // the others go on
+    }
+
+    // All at once, in hardware
+
+    void oneLeadsTheOthers_data()
+    {
+        QTest::addColumn<QString>("command");
+        QTest::addColumn<int>("bit");
+        QTest::addColumn<QString>("operation");
+        QTest::addColumn<QString>("single");
+        QTest::newRow("run") << u"debugRun"_s << 1 << u"syncRun"_s << u"run"_s;
+        QTest::newRow("pause") << u"debugPause"_s << 2 << u"syncPause"_s << u"pause"_s;
+        QTest::newRow("restart") << u"debugRestart"_s << 4 << u"syncRestart"_s << u"restart"_s;
+        QTest::newRow("wake up") << u"debugWakeup"_s << 8 << u"syncWakeup"_s << u"wakeUp"_s;
+    }
+
+    void oneLeadsTheOthers()
+    {
+        QFETCH(QString, command);
+        QFETCH(int, bit);
+        QFETCH(QString, operation);
+        QFETCH(QString, single);
+        addSynchronised(u"one"_s, bit << 16);
+        addSynchronised(u"two"_s, bit | bit << 16);
+        addSynchronised(u"three"_s, bit | bit << 16);
+        addProcessor(u"plain"_s); // takes no part, and the leader acts without it
+        be(StatePaused);
+        call(command);
+        const QString told = deeds();
+        QVERIFY(told.contains(u"one.groupId()\ntwo.groupId()\nthree.groupId()\n"
+                              "one.supportedOperations(probe of one)\n"
+                              "two.supportedOperations(probe of two)\n"
+                              "one.supportedOperations(probe of two)\n"
+                              "two.supportedOperations(probe of two)\n"
+                              "three.supportedOperations(probe of two)\n"
+                              "two."_s
+                              + operation + u"()"_s));
+        QVERIFY(!told.contains(u'.' + single + u"()"_s));
+    }
+
+    void ifOneCannotFollowEachIsCalled()
+    {
+        addSynchronised(u"one"_s, 0x10001);
+        addSynchronised(u"two"_s, 0x00001);
+        be(StatePaused);
+        m_control->debugRun();
+        const QString told = story();
+        QVERIFY(told.endsWith(u"one.run()\ntwo.run()"_s));
+        QVERIFY(!told.contains(u"sync"_s));
+    }
+
+    void theCurrentProcessorAloneIsNotSynchronised()
+    {
+        addSynchronised(u"one"_s, 0xf000f);
+        addSynchronised(u"two"_s, 0xf000f);
+        setAllActions(CurrentProcessor);
+        be(StateRunning);
+        m_control->debugPause();
+        QCOMPARE(story(), u"two.pause()"_s);
+    }
+
+    void exceptionsOfSynchronisationEndThere_data()
+    {
+        QTest::addColumn<QString>("throws");
+        QTest::addColumn<QByteArray>("told");
+        QTest::newRow("group") << u"groupId"_s << QByteArray("IMultiProcessorSync::groupId");
+        QTest::newRow("operations") << u"supportedOperations"_s
+                                    << QByteArray("IMultiProcessorSync::supportedOperations");
+    }
+
+    void exceptionsOfSynchronisationEndThere()
+    {
+        QFETCH(QString, throws);
+        QFETCH(QByteArray, told);
+        addSynchronised(u"one"_s, 0xf000f);
+        addProcessor(u"two"_s);
+        scriptOf(u"one"_s).on[throws] = throwError;
+        be(StateRunning);
+        expectException(told.constData());
+        m_control->debugPause();
+        QCOMPARE(m_state, StateRunning);
+        story();
+    }
+
+    void anExceptionOfTheLeaderIsTheEndOfIt()
+    {
+        addSynchronised(u"one"_s, 0xf000f);
+        addProcessor(u"two"_s);
+        scriptOf(u"one"_s).on[u"syncPause"_s] = throwError;
+        be(StateRunning);
+        expectException("IExecutionEnvironment::pause");
+        m_control->debugPause();
+        QVERIFY(!story().contains(u"two.pause()"_s));
+    }
+
+    // The cursor and steps
+
+    void runningToTheCursorTakesTheFullPath()
+    {
+        addProcessor(u"fw"_s);
+        openText(u"notes.txt"_s);
+        m_line = 12;
+        m_control->debugRunToCursor();
+        QCOMPARE(story(), u"showOutputDock\nfileSaveAll\nstate 3\nfw.start(false)\nstate 4\nfw.runTo(notes.txt, 12)"_s);
+        be(StatePaused);
+        m_line = 2;
+        m_control->debugRunToCursor();
+        QCOMPARE(m_story + m_stub->takeCalls(),
+                 (QStringList{u"state 4"_s, u"fw.runTo(%1, 2)"_s.arg(path(u"notes.txt"_s))}));
+        m_story.clear();
+    }
+
+    void runningToTheCursorNeedsATextView()
+    {
+        addProcessor(u"fw"_s);
+        m_control->debugRunToCursor(); // no view at all
+        open(u"main.c"_s);
+        m_control->debugRunToCursor();
+        QCOMPARE(story(), QString());
+        QCOMPARE(m_state, StateIdle);
+    }
+
+    void runningToTheCursorIsForTheCurrentProcessor()
+    {
+        addProcessor(u"one"_s);
+        addProcessor(u"two"_s);
+        openText(u"notes.txt"_s);
+        be(StatePaused);
+        m_control->debugRunToCursor();
+        QCOMPARE(story(), u"state 4\ntwo.runTo(notes.txt, 1)"_s);
+    }
+
+    void stepsTakeTheRelativePath_data()
+    {
+        QTest::addColumn<QString>("command");
+        QTest::addColumn<QString>("operation");
+        QTest::newRow("over") << u"debugStepOver"_s << u"stepOver"_s;
+        QTest::newRow("into") << u"debugStepInto"_s << u"stepInto"_s;
+    }
+
+    void stepsTakeTheRelativePath()
+    {
+        QFETCH(QString, command);
+        QFETCH(QString, operation);
+        addProcessor(u"other"_s);
+        const Project *project = addProcessor(u"fw"_s);
+        setAllActions(AllProcessors);
+        be(StatePaused);
+        call(command); // nothing is open
+        QCOMPARE(story(), u"state 4\nfw.%1()"_s.arg(operation));
+        open(u"main.c"_s);
+        be(StatePaused);
+        call(command);
+        QCOMPARE(m_stub->takeCalls(), QStringList(u"fw.%1(main.c)"_s.arg(operation)));
+        open(disassemblyOf(project));
+        be(StatePaused);
+        call(command);
+        QCOMPARE(m_stub->takeCalls(), QStringList(u"fw.%1(%2)"_s.arg(operation, disassemblyOf(project))));
+        be(StateIdle);
+        call(command);
+        QVERIFY(
+            deeds().startsWith(u"showOutputDock\nfileSaveAll\nstate 3\nother.start(false)\nstate 3\nfw.start(false)\n"
+                               "state 4\nfw."_s
+                               + operation));
+    }
+
+    void exceptionsOfStepsEndThere()
+    {
+        addProcessor(u"fw"_s);
+        openText(u"notes.txt"_s);
+        for (const QString &operation : {u"runTo"_s, u"stepOver"_s, u"stepInto"_s})
+            scriptOf(u"fw"_s).on[operation] = throwError;
+        be(StatePaused);
+        expectException("IExecutionEnvironment::runTo");
+        m_control->debugRunToCursor();
+        expectException("IExecutionEnvironment::stepOver");
+        m_control->debugStepOver();
+        expectException("IExecutionEnvironment::stepInto");
+        m_control->debugStepInto();
+        QCOMPARE(m_state, StateRunning);
+        story();
+    }
+
+    // Restart and stop
+
+    void restartingNeedsOneOfThreeStates_data()
+    {
+        QTest::addColumn<int>("state");
+        QTest::addColumn<QString>("expected");
+        const auto restart = u"fw.restart()\nstate 5\nfire onRestart"_s;
+        QTest::newRow("idle") << 1 << u"showOutputDock\nfileSaveAll\nstate 3\nfw.start(false)\n"_s + restart;
+        QTest::newRow("building") << 2 << QString();
+        QTest::newRow("initialising") << 3 << QString();
+        QTest::newRow("running") << 4 << QString();
+        QTest::newRow("paused") << 5 << restart;
+        QTest::newRow("finished") << 6 << restart;
+        QTest::newRow("unknown") << 7 << QString();
+    }
+
+    void restartingNeedsOneOfThreeStates()
+    {
+        QFETCH(int, state);
+        addProcessor(u"fw"_s);
+        be(ActivityState(state));
+        m_control->debugRestart();
+        QTEST(deeds(), "expected");
+    }
+
+    void aStartThatFailsIsNoRestart()
+    {
+        addProcessor(u"fw"_s);
+        scriptOf(u"fw"_s).started = false;
+        expectBox();
+        m_control->debugRestart();
+        QVERIFY(story().endsWith(CannotStart + u"\nstate 1"_s));
+    }
+
+    void stoppingEndsTheSessionOfAllProjects_data()
+    {
+        QTest::addColumn<int>("state");
+        QTest::addColumn<bool>("stops");
+        for (const int state : {1, 2, 3, 4, 5, 6, 7})
+            QTest::addRow("state %d", state) << state << (state >= 4);
+    }
+
+    void stoppingEndsTheSessionOfAllProjects()
+    {
+        QFETCH(int, state);
+        QFETCH(bool, stops);
+        addProcessor(u"one"_s);
+        addProject(u"none"_s, {}, {});
+        addProcessor(u"two"_s);
+        be(ActivityState(state));
+        m_control->debugStop();
+        QCOMPARE(story(), stops ? u"one.stop()\ntwo.stop()\nstate 1\nfire onStopped"_s : QString());
+    }
+
+    void stoppingNeedsACurrentEnvironment()
+    {
+        addProcessor(u"one"_s);
+        addProject(u"none"_s, {}, {});
+        be(StateRunning);
+        m_control->debugStop();
+        QCOMPARE(story(), QString());
+    }
+
+    void stoppingForgetsWhatTheProcessorsSaid()
+    {
+        const Project *one = addProcessor(u"one"_s);
+        const Project *two = addProcessor(u"two"_s);
+        const auto speaks = [this](const Project *project) {
+            m_control->statusInfo(u"text"_s, 0, project->executionInterface());
+            report(project, 4);
+        };
+        be(StateRunning);
+        speaks(one);
+        speaks(two);
+        scriptOf(u"one"_s).on[u"stop"_s] = [&] { speaks(one); }; // their last words
+        scriptOf(u"two"_s).on[u"stop"_s] = [&] { speaks(two); };
+        m_control->debugStop();
+        story();
+        m_workspace->setCurrentProject(0);
+        QCOMPARE(deeds(), u"fire onCurrentProjectChanged"_s);
+        QCOMPARE(m_state, StateIdle);
+    }
+
+    void whatWasSaidIsForgottenEvenIfThereIsNothingToStop()
+    {
+        const Project *one = addProcessor(u"one"_s);
+        addProcessor(u"two"_s);
+        report(one, 4);
+        m_control->debugStop();
+        m_workspace->setCurrentProject(0);
+        QCOMPARE(m_state, StateIdle);
+        story();
+    }
+
+    // Whatever happens meanwhile
+
+    void theWorldMayEndInEveryLoop_data()
+    {
+        QTest::addColumn<QString>("loop");
+        QTest::addColumn<QString>("deed");
+        for (const QString &loop : {u"saving"_s, u"rebuild question, Yes"_s, u"rebuild question, No"_s, u"rebuild"_s,
+                                    u"build for debugging"_s, u"start"_s, u"start message"_s, u"run question"_s,
+                                    u"pause question"_s, u"restart question"_s, u"wake-up question"_s, u"hit message"_s,
+                                    u"no source message"_s, u"no source message, shown again"_s}) {
+            for (const QString &deed : {u"close workspace"_s, u"close window"_s, u"remove all"_s, u"remove current"_s,
+                                        u"remove other"_s, u"stop session"_s})
+                QTest::addRow("%s, %s", qPrintable(deed), qPrintable(loop)) << loop << deed;
+        }
+    }
+
+    void theWorldMayEndInEveryLoop()
+    {
+        QFETCH(QString, loop);
+        QFETCH(QString, deed);
+        Project *other = addProcessor(u"other"_s);
+        Project *current = addProcessor(u"fw"_s);
+        StubScript &build = addBuild(current);
+        open(u"main.c"_s);
+        setAllActions(loop.endsWith(u"question"_s) ? AskForProcessors : AllProcessors);
+        const auto act = [&, deed, other, current] {
+            note(u"meanwhile"_s);
+            if (deed == u"close workspace"_s)
+                closeWorkspace();
+            else if (deed == u"close window"_s)
+                closeWindow();
+            else if (deed == u"stop session"_s)
+                m_control->debugStop();
+            if (deed == u"remove all"_s || deed == u"remove current"_s)
+                m_workspace->removeProject(current);
+            if (deed == u"remove all"_s || deed == u"remove other"_s)
+                m_workspace->removeProject(other);
+        };
+        if (loop == u"saving"_s) {
+            m_whileSaving = act;
+            m_control->debugRun();
+        } else if (loop == u"rebuild question, Yes"_s || loop == u"rebuild question, No"_s) {
+            build.upToDate = false;
+            buildsLater(build, u"build"_s, false);
+            expectBox(loop.endsWith(u"Yes"_s) ? QMessageBox::Yes : QMessageBox::No, act);
+            m_control->debugRun();
+        } else if (loop == u"rebuild"_s) {
+            build.upToDate = false;
+            buildsLater(build, u"build"_s, true, [&build, act] {
+                build.upToDate = true;
+                act();
+            });
+            expectBox(QMessageBox::Yes);
+            m_control->debugRun();
+        } else if (loop == u"build for debugging"_s) {
+            build.offers.insert(IDebugBuild::Iid);
+            buildsLater(build, u"buildForDebug"_s, true, act);
+            if (deed == u"remove all"_s || deed == u"remove current"_s)
+                expectBox(); // the session cannot start
+            m_control->debugRun();
+        } else if (loop == u"start"_s) {
+            scriptOf(u"fw"_s).on[u"start"_s] = [this, act] { later(act); };
+            m_control->debugRun();
+        } else if (loop == u"start message"_s) {
+            scriptOf(u"fw"_s).started = false;
+            expectBox(QMessageBox::Ok, act);
+            m_control->debugRun();
+        } else if (loop.endsWith(u"question"_s)) {
+            be(StatePaused);
+            expectQuestion("Button2", false, act);
+            call(loop == u"run question"_s       ? u"debugRun"_s
+                 : loop == u"pause question"_s   ? u"debugPause"_s
+                 : loop == u"restart question"_s ? u"debugRestart"_s
+                                                 : u"debugWakeup"_s);
+        } else if (loop == u"hit message"_s) {
+            be(StateRunning);
+            expectBox(QMessageBox::Ok, act);
+            report(other, IExecutionEnvironment::ProgramBreakpointHit);
+        } else {
+            const bool again = loop == u"no source message, shown again"_s;
+            be(again ? StatePaused : StateRunning);
+            scriptOf(u"fw"_s).location = {};
+            expectBox(QMessageBox::Ok, act);
+            if (again)
+                m_control->debugShowNext();
+            else
+                report(current, IExecutionEnvironment::ProgramPaused);
+        }
+        const QStringList calls = deeds().section(u"meanwhile"_s, 1).split(u'\n').filter(u"()"_s);
+        if (deed.startsWith(u"close"_s)) {
+            QCOMPARE(m_state, StateNoWorkspace);
+            QCOMPARE(m_stub->objectCount(), 0);
+            QCOMPARE(calls.filter(u".stop()"_s), calls);
+        } else if (deed == u"remove all"_s) {
+            QVERIFY(m_state != StateRunning);
+            QCOMPARE(m_stub->objectCount(), 0);
+            QCOMPARE(calls, QStringList());
+        } else if (deed == u"remove current"_s) {
+            QCOMPARE(calls.filter(u"fw"_s), QStringList());
+        } else if (deed == u"remove other"_s) {
+            QCOMPARE(calls.filter(u"other"_s), QStringList());
+        } else if (calls.contains(u"fw.stop()"_s)) {
+            QCOMPARE(calls.last(), u"fw.stop()"_s);
+        }
+        m_workspace.reset();
+    }
+};
+
+QTEST_MAIN(DebugControlTest)
+#include "tst_debugcontrol.moc"

@@ -1,0 +1,511 @@
+#include "../plugins/stub/stub.h"
+#include "dockwindow.h"
+#include "eventhandlers.h"
+#include "ibuildenvironment.h"
+#include "idebugbuild.h"
+#include "iexecutionenvironment.h"
+#include "iexecutionevents.h"
+#include "pythonreference.h"
+#include "windowfixture.h"
+#include <Python.h>
+#include <QComboBox>
+#include <QLabel>
+#include <QPluginLoader>
+
+// Debug sessions in the main window, from a plug-in's report to what the user sees.
+
+using namespace Qt::StringLiterals;
+
+namespace {
+StubControl *stub()
+{
+    return qobject_cast<StubControl *>(QPluginLoader(QStringLiteral(TESTPLUGIN_STUB)).instance());
+}
+
+StubScript &script(const QString &label)
+{
+    return stub()->script(u'{' + label + u'}');
+}
+
+/// What the program's plug-ins can be: a processor named "fw", one named "dsp", and a tool chain named "cc".
+struct Plugins
+{
+    Plugins()
+    {
+        stub()->reset();
+        for (const QString &name : {u"fw"_s, u"dsp"_s}) {
+            script(name).label = name;
+            script(name).offers = {IExecutionEnvironment::Iid, IBreakpoints::Iid};
+            script(name).location = {u"main.c"_s, 2};
+        }
+        script(u"cc"_s).label = u"cc"_s;
+        script(u"cc"_s).offers = {IBuildEnvironment::Iid};
+        QCoreApplication::addLibraryPath(QFileInfo(QStringLiteral(TESTPLUGIN_STUB)).path());
+    }
+};
+
+/// A main window with these plug-ins, and a workspace "all" with the projects "fw" and "dsp", or the first alone.
+class DebugWindow : private Plugins, public WindowFixture
+{
+public:
+    explicit DebugWindow(int projects = 1)
+    {
+        write(u"main.c"_s, "one\ntwo\nthree\n");
+        QStringList files;
+        for (const QString &name : QStringList{u"fw"_s, u"dsp"_s}.first(projects)) {
+            files += name + u".vnp"_s;
+            write(files.last(), "<project buildenvironment='{cc}' executionenvironment='{" + name.toLatin1()
+                                    + "}'><file path='main.c'/><properties currentconfiguration='Debug'>"
+                                      "<configuration name='Debug'/></properties></project>");
+        }
+        QVERIFY(window->openWorkspace(writeWorkspace(u"all.vnw"_s, files), false));
+        calls();
+    }
+
+    /// What processors and tool chains were told to do since the last time.
+    static QString calls()
+    {
+        QStringList calls = stub()->takeCalls();
+        calls.removeIf([](const QString &call) {
+            const QStringList questions{u"breakpoints"_s,   u"currentLocation"_s, u"canAttach"_s,  u"canCompile"_s,
+                                        u"programStatus"_s, u"isUpToDate"_s,      u"initialise"_s, u"commands"_s,
+                                        u"setProject"_s,    u"workspaceChanged"_s};
+            return questions.contains(call.section(u'.', 1).section(u'(', 0, 0));
+        });
+        return calls.join(u' ');
+    }
+
+    static void report(const QString &name, IExecutionEnvironment::ProgramStatus status)
+    {
+        stub()->object(name)->executionEvents->programStatusChanged(status);
+    }
+    static void say(const QString &name, const QString &text, int position)
+    {
+        stub()->object(name)->executionEvents->statusInfo(text, position);
+    }
+
+    [[nodiscard]] QString caption() const { return window->windowTitle(); }
+
+    /// The texts of the status labels from the cursor's on, "-" for a hidden one.
+    [[nodiscard]] QString labels() const
+    {
+        QList<QLabel *> labels = window->statusBar()->findChildren<QLabel *>();
+        labels.removeIf([](const QLabel *label) { return label->objectName() == u"cursorLabel"_s; });
+        std::ranges::sort(labels, [](const QLabel *a, const QLabel *b) { return a->x() > b->x(); });
+        QStringList texts;
+        for (const QLabel *label : std::as_const(labels)) {
+            if (!label->isHidden())
+                texts.append(label->text());
+        }
+        return texts.join(u' ');
+    }
+
+    /// The markers of the lines of the view in front.
+    [[nodiscard]] QString marks() const
+    {
+        QStringList texts;
+        for (int line = 1; line <= 3; ++line) {
+            for (const int marker : {1, 2, 4, 8}) {
+                if (view()->hasMarker(line, marker))
+                    texts.append(u"%1=%2"_s.arg(line).arg(marker));
+            }
+        }
+        return texts.join(u' ');
+    }
+
+    [[nodiscard]] DockWindow *dock(const char *name) const
+    {
+        return window->findChild<DockWindow *>(QString::fromLatin1(name));
+    }
+
+    /// Writes down in Python which events come.
+    void listen() const
+    {
+        PyObject *globals = PyModule_GetDict(PyImport_AddModule("__main__"));
+        const PythonReference list(PyRun_String("events = []", Py_file_input, globals, globals));
+        for (const QByteArray name : {"onPreAttach", "onAttach", "onStopped", "onRestart", "onBreakpointHit",
+                                      "onCurrentProjectChanged", "onWorkspaceLoaded"}) {
+            const QByteArray code = "lambda: events.append('" + name + "')";
+            const PythonReference handler(PyRun_String(code.constData(), Py_eval_input, globals, globals));
+            QVERIFY(window->eventHandlers().setHandler(QString::fromLatin1(name), handler.get()));
+        }
+    }
+    static QString events()
+    {
+        PyObject *globals = PyModule_GetDict(PyImport_AddModule("__main__"));
+        const PythonReference text(PyRun_String("' '.join(events)", Py_eval_input, globals, globals));
+        const PythonReference clear(PyRun_String("events.clear()", Py_file_input, globals, globals));
+        return QString::fromUtf8(PyUnicode_AsUTF8(text.get()));
+    }
+};
+} // namespace
+
+class WindowDebugTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init() { QTest::failOnWarning(QRegularExpression(u"^(?!This plugin does not support)"_s)); }
+
+    // A session
+
+    void aSessionFromItsStartToItsEnd()
+    {
+        const DebugWindow f;
+        QCOMPARE(f.caption(), u"Varnel - all"_s);
+        f.window->debugRun();
+        QCOMPARE(f.calls(), u"fw.start(false) fw.run()"_s);
+        QCOMPARE(f.caption(), u"Varnel - all [running]"_s);
+        f.report(u"fw"_s, IExecutionEnvironment::ProgramBreakpointHit);
+        QCOMPARE(f.caption(), u"Varnel - all [paused]"_s);
+        QCOMPARE(f.openFiles(), QStringList(u"main.c"_s));
+        QCOMPARE(f.marks(), u"2=8"_s);
+        QCOMPARE(f.view()->currentEdit()->textCursor().blockNumber(), 1);
+        f.window->debugStepOver();
+        QCOMPARE(f.calls(), u"fw.stepOver(main.c)"_s);
+        f.report(u"fw"_s, IExecutionEnvironment::ProgramFinished);
+        QCOMPARE(f.caption(), u"Varnel - all [finished]"_s);
+        f.report(u"fw"_s, IExecutionEnvironment::ProgramUnknown);
+        QCOMPARE(f.caption(), u"Varnel - all [unknown]"_s);
+        f.window->debugStop();
+        QCOMPARE(f.calls(), u"fw.stop()"_s);
+        QCOMPARE(f.caption(), u"Varnel - all"_s);
+        QCOMPARE(f.window->state(), StateIdle);
+        QCOMPARE(f.marks(), QString());
+        QVERIFY(f.recent(u"File"_s).isEmpty());
+    }
+
+    void theCommandsReachTheirOwner_data()
+    {
+        QTest::addColumn<QByteArray>("command");
+        QTest::addColumn<QString>("calls");
+        QTest::newRow("run") << QByteArray("debugRun") << u"fw.run()"_s;
+        QTest::newRow("run to cursor") << QByteArray("debugRunToCursor") << u"fw.runTo(main.c, 3)"_s;
+        QTest::newRow("step over") << QByteArray("debugStepOver") << u"fw.stepOver(main.c)"_s;
+        QTest::newRow("step into") << QByteArray("debugStepInto") << u"fw.stepInto(main.c)"_s;
+        QTest::newRow("pause") << QByteArray("debugPause") << u"fw.pause()"_s;
+        QTest::newRow("stop") << QByteArray("debugStop") << u"fw.stop()"_s;
+        QTest::newRow("restart") << QByteArray("debugRestart") << u"fw.restart()"_s;
+        QTest::newRow("wake up") << QByteArray("debugWakeup") << u"fw.wakeUp()"_s;
+        QTest::newRow("toggle breakpoint")
+            << QByteArray("debugToggleBreakpoint") << u"fw.setBreakpoint(main.c, 3, 1)"_s;
+        QTest::newRow("show next statement") << QByteArray("debugShowNext") << QString();
+        QTest::newRow("view disassembly, which is not offered") << QByteArray("debugViewDisassembly") << QString();
+        QTest::newRow("attach, in a session") << QByteArray("debugAttach") << QString();
+    }
+
+    void theCommandsReachTheirOwner()
+    {
+        QFETCH(QByteArray, command);
+        const DebugWindow f;
+        QVERIFY(f.window->openFile(f.path(u"main.c"_s), false));
+        f.window->setState(StatePaused);
+        f.window->viewManager()->gotoLine(3, false);
+        f.calls();
+        QVERIFY(QMetaObject::invokeMethod(f.window.get(), command.constData()));
+        QTEST(f.calls().remove(QFileInfo(f.path(u"main.c"_s)).path() + u'/'), "calls");
+    }
+
+    void scriptsHearOfEvents()
+    {
+        const DebugWindow f(2);
+        f.listen();
+        script(u"fw"_s).canAttach = true;
+        f.window->debugAttach();
+        QCOMPARE(f.events(), u"onPreAttach onAttach"_s);
+        f.report(u"fw"_s, IExecutionEnvironment::ProgramBreakpointHit);
+        QCOMPARE(f.events(), u"onBreakpointHit"_s);
+        f.window->debugRestart();
+        QCOMPARE(f.events(), u"onRestart"_s);
+        f.window->projectWorkspace()->setCurrentProject(1);
+        QCOMPARE(f.events(), u"onCurrentProjectChanged"_s);
+        f.window->debugStop();
+        QCOMPARE(f.events(), u"onStopped"_s);
+        QVERIFY(f.window->openWorkspace(f.path(u"all.vnw"_s), false));
+        QCOMPARE(f.events(), u"onWorkspaceLoaded"_s);
+    }
+
+    void closingTheWorkspaceEndsTheSession()
+    {
+        const DebugWindow f;
+        f.listen();
+        f.window->debugRun();
+        f.calls();
+        QVERIFY(f.window->closeWorkspace());
+        QVERIFY(f.calls().contains(u"fw.stop()"_s));
+        QCOMPARE(f.events(), u"onStopped"_s);
+        QCOMPARE(f.window->state(), StateNoWorkspace);
+        QCOMPARE(f.caption(), u"Varnel"_s);
+        QCOMPARE(stub()->objectCount(), 0);
+    }
+
+    void aSessionThatOnlyStartsIsNotStopped()
+    {
+        const DebugWindow f;
+        f.window->setState(StateInitialising);
+        QVERIFY(f.window->closeWorkspace());
+        QVERIFY(!f.calls().contains(u"stop"_s));
+    }
+
+    void theStoredChoicesCount()
+    {
+        DebugWindow f(2);
+        f.settings()->setValue(u"Debug/action0"_s, 0);
+        f.restart();
+        QVERIFY(f.window->openWorkspace(f.path(u"all.vnw"_s), false));
+        f.calls();
+        f.window->debugRun();
+        QCOMPARE(f.calls(), u"fw.start(false) dsp.start(false) fw.run()"_s);
+    }
+
+    // Several projects
+
+    void theDropDownFollowsAHit()
+    {
+        DebugWindow f(2);
+        f.installation.write(u"config/uiconfig.xml"_s,
+                             R"(<ui><actions><action name="debugStepInto"/></actions><toolbars><toolbar name="a">
+                             <action name="debugStepInto"/></toolbar></toolbars></ui>)");
+        f.restart();
+        QVERIFY(f.window->openWorkspace(f.path(u"all.vnw"_s), false));
+        const auto *box = f.window->findChild<QComboBox *>(u"projectDropdown"_s);
+        QCOMPARE(box->currentText(), u"fw"_s);
+        f.window->setState(StateRunning);
+        f.answers->press(QMessageBox::Ok);
+        f.report(u"dsp"_s, IExecutionEnvironment::ProgramBreakpointHit);
+        QCOMPARE(f.answers->said, QStringList(u"A breakpoint has been hit in project 'dsp'.\n\nThe current project "
+                                              "will be switched."_s));
+        QCOMPARE(f.answers->lastBox(), u"information Varnel [Ok]"_s);
+        QCOMPARE(box->currentText(), u"dsp"_s);
+        QCOMPARE(f.caption(), u"Varnel - all [paused]"_s);
+    }
+
+    // The status bar
+
+    void textsStandByTheirPositionsFromTheCursorOn()
+    {
+        const DebugWindow f;
+        f.window->setState(StateRunning);
+        f.say(u"fw"_s, u"first"_s, 0);
+        QCOMPARE(f.labels(), u"first"_s);
+        f.say(u"fw"_s, u"fourth"_s, 3);
+        f.say(u"fw"_s, u"third"_s, 2);
+        f.say(u"fw"_s, u"second"_s, 1);
+        QCoreApplication::processEvents();
+        QTRY_COMPARE(f.labels(), u"first second third fourth"_s);
+        for (const int position : {-1, 4, 1000})
+            f.say(u"fw"_s, u"nowhere"_s, position);
+        QCOMPARE(f.labels(), u"first second third fourth"_s);
+        f.say(u"fw"_s, u"changed"_s, 1);
+        QTRY_COMPARE(f.labels(), u"first changed third fourth"_s);
+    }
+
+    void textsAreOfTheSession_data()
+    {
+        QTest::addColumn<int>("state");
+        for (int state = StateNoWorkspace; state <= StateUnknown; ++state)
+            QTest::addRow("%d", state) << state;
+    }
+
+    void textsAreOfTheSession()
+    {
+        QFETCH(int, state);
+        const DebugWindow f;
+        f.window->setState(state == StateRunning ? StateFinished : StateRunning);
+        f.say(u"fw"_s, u"text"_s, 0);
+        f.window->setState(ActivityState(state));
+        QCOMPARE(f.labels(), isDebugState(ActivityState(state)) ? u"text"_s : QString());
+    }
+
+    // A change of state
+
+    void aChangeGoesInItsOrder()
+    {
+        const DebugWindow f;
+        QVERIFY(f.window->openFile(f.path(u"main.c"_s), false));
+        f.window->setState(StatePaused);
+        f.say(u"fw"_s, u"text"_s, 0);
+        f.dock("outputDockWindow")->hide();
+        QStringList seen;
+        const QObject ears;
+        const auto look = [&] {
+            return u"state %1, marks '%2', output %3, label %4, caption '%5'"_s.arg(f.window->state())
+                .arg(f.marks(), f.dock("outputDockWindow")->isHidden() ? u"off"_s : u"on"_s, f.labels(), f.caption());
+        };
+        connect(f.window.get(), &MainWindow::projectOpenAvailable, &ears, [&] { seen += look(); });
+        connect(f.window.get(), &MainWindow::attachAvailable, &ears, [&] { seen += look(); });
+        connect(f.window.get(), &MainWindow::compileAvailable, &ears, [&] { seen += look(); });
+        f.window->setState(StateIdle);
+        seen += look();
+        const auto before = u"state 5, marks '', output on, label text, caption 'Varnel - all [paused]'"_s;
+        QCOMPARE(
+            seen.join(u'\n'),
+            (QStringList{before, before, u"state 1, marks '', output on, label , caption 'Varnel - all [paused]'"_s,
+                         u"state 1, marks '', output on, label , caption 'Varnel - all'"_s})
+                .join(u'\n'));
+    }
+
+    void theWindowsAreUpdatedBeforeTheStateIsThere()
+    {
+        const DebugWindow f;
+        f.window->setState(StateRunning);
+        int state = -1;
+        script(u"fw"_s).on[u"currentLocation"_s] = [&] {
+            if (state < 0)
+                state = f.window->state();
+        };
+        f.window->setState(StatePaused);
+        QCOMPARE(state, int(StateRunning));
+        QCOMPARE(f.marks(), u"2=8"_s);
+    }
+
+    void onlyTheBorderOfASessionMovesTheDocks_data()
+    {
+        QTest::addColumn<int>("from");
+        QTest::addColumn<int>("to");
+        QTest::addColumn<bool>("moves");
+        QTest::newRow("idle to building") << 1 << 2 << false;
+        QTest::newRow("building to idle") << 2 << 1 << false;
+        QTest::newRow("idle to initialising") << 1 << 3 << true;
+        QTest::newRow("initialising to running") << 3 << 4 << false;
+        QTest::newRow("running to paused") << 4 << 5 << false;
+        QTest::newRow("paused to idle") << 5 << 1 << true;
+        QTest::newRow("initialising to building") << 3 << 2 << true;
+        QTest::newRow("idle to idle") << 1 << 1 << false;
+    }
+
+    void onlyTheBorderOfASessionMovesTheDocks()
+    {
+        QFETCH(int, from);
+        QFETCH(int, to);
+        QFETCH(bool, moves);
+        const DebugWindow f;
+        f.window->setState(ActivityState(from));
+        f.settings()->remove(u"Geometry"_s);
+        f.window->setState(ActivityState(to));
+        const QStringList keys = f.settings()->allKeys().filter(u"Geometry/"_s);
+        QCOMPARE(!keys.isEmpty(), moves);
+        const auto saved = isDebugState(ActivityState(from)) ? u"Geometry/Debugger"_s : u"Geometry/Editor"_s;
+        QCOMPARE(keys.filter(saved), keys);
+    }
+
+    void aStateThatEndsMeanwhileIsNotEntered_data()
+    {
+        QTest::addColumn<QString>("deed");
+        QTest::addColumn<int>("state");
+        QTest::addColumn<QString>("caption");
+        QTest::newRow("workspace closed") << u"close"_s << 0 << u"Varnel"_s;
+        QTest::newRow("session stopped") << u"stop"_s << 1 << u"Varnel - all"_s;
+        QTest::newRow("program runs on") << u"run"_s << 4 << u"Varnel - all [running]"_s;
+        QTest::newRow("nothing") << u"nothing"_s << 5 << u"Varnel - all [paused]"_s;
+    }
+
+    void aStateThatEndsMeanwhileIsNotEntered()
+    {
+        QFETCH(QString, deed);
+        const DebugWindow f;
+        script(u"fw"_s).location = {u"gone.c"_s, 1};
+        f.window->setState(StateRunning);
+        bool showNext = false;
+        const QObject ears;
+        connect(f.window.get(), &MainWindow::showNextAvailable, &ears, [&](bool available) { showNext |= available; });
+        f.answers->meet([&](QDialog *dialog) {
+            if (deed == u"close"_s)
+                f.window->closeWorkspace();
+            else if (deed == u"stop"_s)
+                f.window->debugStop();
+            else if (deed == u"run"_s)
+                f.report(u"fw"_s, IExecutionEnvironment::ProgramRunning);
+            dialog->accept();
+        });
+        f.report(u"fw"_s, IExecutionEnvironment::ProgramPaused);
+        QTEST(int(f.window->state()), "state");
+        QTEST(f.caption(), "caption");
+        QCOMPARE(showNext, deed == u"nothing"_s);
+        QVERIFY(f.answers->allGiven());
+    }
+
+    // The window closes
+
+    void theWindowMayCloseWhileASessionStarts_data()
+    {
+        QTest::addColumn<QString>("loop");
+        QTest::newRow("rebuild question") << u"question"_s;
+        QTest::newRow("rebuild") << u"build"_s;
+        QTest::newRow("build for debugging") << u"buildForDebug"_s;
+        QTest::newRow("start") << u"start"_s;
+        QTest::newRow("message") << u"message"_s;
+    }
+
+    void theWindowMayCloseWhileASessionStarts()
+    {
+        QFETCH(QString, loop);
+        const DebugWindow f;
+        const auto closeLater = [&] { QTimer::singleShot(0, f.window.get(), [&] { f.window->close(); }); };
+        script(u"cc"_s).upToDate = loop != u"question"_s && loop != u"build"_s;
+        if (loop == u"question"_s || loop == u"message"_s)
+            f.answers->meet([&](QDialog *dialog) {
+                f.window->close();
+                qobject_cast<QMessageBox *>(dialog)->buttons().first()->click();
+            });
+        else if (loop == u"build"_s)
+            f.answers->press(QMessageBox::Yes);
+        script(u"cc"_s).on[u"build"_s] = closeLater;
+        if (loop == u"buildForDebug"_s)
+            script(u"cc"_s).offers.insert(IDebugBuild::Iid);
+        script(u"cc"_s).on[u"buildForDebug"_s] = closeLater;
+        script(u"fw"_s).started = loop == u"start"_s;
+        if (loop == u"start"_s)
+            script(u"fw"_s).on[u"start"_s] = closeLater;
+        f.window->debugRun();
+        QVERIFY(!f.window->isVisible());
+        QCOMPARE(f.window->state(), StateNoWorkspace);
+        QCOMPARE(stub()->objectCount(), 0);
+        QVERIFY(!f.calls().contains(u"fw.run"_s));
+        QVERIFY(f.answers->allGiven());
+    }
+
+    // Markers
+
+    void openedAndReloadedFilesAreMarked()
+    {
+        const DebugWindow f;
+        f.window->setState(StatePaused);
+        f.window->viewManager()->closeAll();
+        script(u"fw"_s).breakpoints = {{{{u"main.c"_s, 3}}, BreakpointDisabled}};
+        QVERIFY(f.window->openFile(f.path(u"main.c"_s), false));
+        QCOMPARE(f.marks(), u"2=8 3=2"_s);
+        script(u"fw"_s).location = {u"main.c"_s, 1};
+        QVERIFY(f.window->workspace()->reopenDocument(f.path(u"main.c"_s)));
+        QCOMPARE(f.marks(), u"1=8 3=2"_s);
+        f.window->setState(StateRunning);
+        script(u"fw"_s).breakpoints.clear();
+        QVERIFY(f.window->workspace()->reopenDocument(f.path(u"main.c"_s)));
+        QCOMPARE(f.marks(), QString());
+    }
+
+    void whatThePluginSaysOfBreakpointsIsMarked()
+    {
+        const DebugWindow f;
+        QVERIFY(f.window->openFile(f.path(u"main.c"_s), false));
+        script(u"fw"_s).breakpoints = {{{{u"main.c"_s, 3}}, BreakpointEnabled}};
+        stub()->object(u"fw"_s)->executionEvents->breakpointsChanged();
+        QCOMPARE(f.marks(), u"3=1"_s);
+    }
+
+    void aClickInTheMarginToggles()
+    {
+        const DebugWindow f;
+        QVERIFY(f.window->openFile(f.path(u"main.c"_s), false));
+        f.calls();
+        Q_EMIT f.view()->toggleBreakpoint(2);
+        QCOMPARE(f.calls(), u"fw.setBreakpoint(%1, 2, 1)"_s.arg(f.path(u"main.c"_s)));
+    }
+};
+
+int main(int argc, char **argv)
+{
+    WindowDebugTest test; // makes an application in each function
+    return QTest::qExec(&test, argc, argv);
+}
+#include "tst_windowdebug.moc"
