@@ -39,6 +39,8 @@ TextViewEdit::TextViewEdit(TextView *view, TextDocument *document)
     setLineWrapMode(NoWrap);
     setViewportMargins(TextMarkerWidget::Width, 0, 0, 0);
     setMinimumSize(1, 1); // it collapses before that
+    m_margin->setObjectName(u"markerMargin"_s);
+    viewport()->setObjectName(u"editorText"_s);
     refresh(true);
     setDocument(document->text());
 
