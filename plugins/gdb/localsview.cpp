@@ -1,5 +1,6 @@
 #include "localsview.h"
 #include "gdbsession.h"
+#include <QHeaderView>
 #include <QSignalBlocker>
 #include <QStyledItemDelegate>
 #include <QTreeWidget>
@@ -59,6 +60,7 @@ LocalsView::LocalsView(GdbSession *session, QWidget *parent)
     m_tree->setObjectName(u"localsTree"_s);
     m_tree->setItemDelegate(new ValueDelegate(m_tree));
     m_tree->setHeaderLabels({tr("Name"), tr("Value")});
+    m_tree->header()->setSectionResizeMode(NameColumn, QHeaderView::ResizeToContents);
     connect(m_tree, &QTreeWidget::itemExpanded, this, &LocalsView::open);
     connect(m_tree, &QTreeWidget::itemCollapsed, this,
             [this](QTreeWidgetItem *item) { m_open.removeAll(item->data(NameColumn, Path).toString()); });
