@@ -104,6 +104,10 @@ class Debugging:
         """A line a function, innermost first, such as "0 main main.c, 12"."""
         return self._varnel.read(self.window("callStackView"), "text").splitlines()
 
+    def wait_for_function(self, place):
+        """Waits until the innermost function is shown as one that begins with `place`, such as "main main.c, 12"."""
+        self._varnel.wait_for(self.window("callStackView"), "text", lambda text: text.startswith(f"0 {place}"))
+
     def locals(self):
         """{name: value} of the rows that "Locals" shows, members under their own names."""
         rows = self._varnel.read(self.window("localsView"), "text").splitlines()

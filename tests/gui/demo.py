@@ -93,8 +93,7 @@ class Demo:
         self._varnel.choose("debugRun")
         self._user.wait_for_stop(line)
         self._user.show_docks()
-        place = f"0 regulator_step regulator.c, {line}"
-        self._varnel.wait_until(lambda: self._user.call_stack()[:1] == [place], f"the call stack to begin with '{place}'")
+        self._user.wait_for_function(f"regulator_step regulator.c, {line}")
         self._expect("boards", len(self._user.children("qemu")), 2)
         self._see("hit", ", ".join(self._user.call_stack()))
 
