@@ -7,6 +7,7 @@ Prints a line a step and leaves a picture of each. It ends with 1 at the first s
 should. With --here it is to be seen on the present display, slowly; otherwise nobody needs to be there.
 """
 import argparse
+import contextlib
 import os
 import pathlib
 import sys
@@ -39,9 +40,10 @@ class Demo:
                 with self._start() as program:
                     self._varnel = program.client
                     self._user = Debugging(program, "twoprocessors", "thermostat")
-                    self._show(program)
+                    with self._picture_of_failure():
+                        self._show(program)
             except (Differs, AutomationError, TimeoutError, ValueError) as difference:
-                print(f"demo: {difference}", file=sys.stderr)
+                print(f"demo: {difference}\nPictures: {self._pictures}", file=sys.stderr)
                 return 1
             finally:
                 self._screen.close()
@@ -51,6 +53,14 @@ class Demo:
     def _start(self):
         authority = {name: os.environ[name] for name in ("XAUTHORITY",) if name in os.environ}
         return Program("-w", self._examples / "twoprocessors.vnw", screen=self._screen, environment=authority)
+
+    @contextlib.contextmanager
+    def _picture_of_failure(self):
+        try:
+            yield
+        except Exception:
+            self._take_picture("failure")
+            raise
 
     def _show(self, program):
         self._open()
@@ -90,16 +100,16 @@ class Demo:
         return line
 
     def _hit(self, line):
-        self._varnel.choose("debugRun")
-        self._user.wait_for_stop(line)
         self._user.show_docks()
+        self._varnel.choose("debugRun")
         self._user.wait_for_function(f"regulator_step regulator.c, {line}")
+        self._user.wait_for_state("paused")
         self._expect("boards", len(self._user.children("qemu")), 2)
         self._see("hit", ", ".join(self._user.call_stack()))
 
     def _step_over(self, line):
         self._varnel.choose("debugStepOver")
-        self._user.wait_for_stop(line + 1)
+        self._user.wait_for_function(f"regulator_step regulator.c, {line + 1}")
         self._see("step", f"at line {line + 1}")
 
     def _look_around(self):
@@ -128,6 +138,7 @@ class Demo:
 
     def _pause_both(self):
         self._varnel.choose("debugPause")
+        self._user.wait_for_function("")
         self._user.wait_for_state("paused")
         self._see("pause", ", ".join(self._user.call_stack()))
 
@@ -153,10 +164,13 @@ class Demo:
         if self._varnel.exists("messageBox"):
             raise Differs(f"after '{step}' there is a message: {self._varnel.read('messageBox', 'text')}")
         self._step += 1
-        picture = self._pictures / f"{self._step:02}-{step.replace(' ', '-')}.png"
-        self._screen.screenshot(picture, self._varnel.read("mainWindow", "windowTitle"))
+        self._take_picture(f"{self._step:02}-{step.replace(' ', '-')}")
         print(f"{self._step:2} {step}: {words}", flush=True)
         time.sleep(self._pause)
+
+    def _take_picture(self, name):
+        window = self._varnel.read("mainWindow", "windowTitle")
+        self._screen.screenshot(self._pictures / f"{name}.png", window)
 
 
 def main():
