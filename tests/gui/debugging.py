@@ -1,7 +1,7 @@
 """What tests of debug sessions share: a user who builds, sets breakpoints, runs and steps the examples."""
+import contextlib
 import pathlib
 import shutil
-import subprocess
 
 EXAMPLES = pathlib.Path(__file__).parents[2] / "examples"
 BUILD_TIME = 300  # seconds, on a machine that others use, too
@@ -85,10 +85,15 @@ class Debugging:
 
     def children(self, word=""):
         """The numbers of the processes that the program has started, oldest first, whose name contains `word`."""
-        listed = subprocess.run(["ps", "--ppid", str(self._process.pid), "--sort=start_time,pid", "-o", "pid=,comm="],
-                                capture_output=True, text=True).stdout
-        rows = [row.split(maxsplit=1) for row in listed.splitlines()]
-        return [int(number) for number, name in rows if word in name and "<defunct>" not in name]
+        found = []
+        for file in pathlib.Path("/proc").glob("[0-9]*/stat"):
+            with contextlib.suppress(OSError):  # it has just ended
+                head, _, tail = file.read_text(encoding="utf-8", errors="replace").rpartition(")")
+                number, _, name = head.partition(" (")
+                state, parent, *rest = tail.split()
+                if int(parent) == self._process.pid and word in name and state != "Z":
+                    found.append((int(rest[17]), int(number)))  # when it was started, in ticks
+        return [number for _, number in sorted(found)]
 
     # The dock windows -------------------------------------------------------
 
