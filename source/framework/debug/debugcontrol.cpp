@@ -405,7 +405,7 @@ void DebugControl::forgetEnvironments()
 
 void DebugControl::enterState(ActivityState next)
 {
-    if (next == StateIdle && mayStop(m_host.state()))
+    if (next == StateIdle && isDebugState(m_host.state())) // also after a start that failed at a later processor
         clearExecutionMarker(*m_host.viewManager());
     Q_EMIT pausedChanged(next == StatePaused);
     if (next == StatePaused)
