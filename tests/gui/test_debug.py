@@ -9,7 +9,16 @@ from debugging import Debugging, copy_of_examples, line_of
 from driver import ProgramTest, Screen
 
 HIT_ELSEWHERE = "A breakpoint has been hit in project 'morse'.\n\nThe current project will be switched."
+CANNOT_START = "Cannot start debugger.\n\nPlease see Debug Output window for details."
 NEEDS_REBUILDING = "The project '%s' needs rebuilding."
+
+
+def runs(number):
+    """Whether there is a process of that number which has not ended."""
+    try:
+        return pathlib.Path(f"/proc/{number}/stat").read_text(encoding="utf-8").rpartition(") ")[2][0] != "Z"
+    except OSError:
+        return False
 
 
 class DebugTest(ProgramTest):
@@ -45,6 +54,9 @@ class DebugTest(ProgramTest):
     def debug_page(self):
         return self.varnel.read("DebugPage", "plainText")
 
+    def wait_for_local(self, name, value):
+        self.varnel.wait_until(lambda: self.user.locals().get(name) == value, f"{name} = {value}")
+
     def wait_for_words(self, words):
         self.varnel.wait_for("DebugPage", "plainText", lambda text: words in text)
 
@@ -66,9 +78,14 @@ class NativeTest(DebugTest):
 
         self.keyboard.press("F10")
         self.user.wait_for_stop(call + 1)
-        self.varnel.wait_until(lambda: self.user.locals().get("value") == "7", "the value of the expression")
+        self.wait_for_local("value", "7")
+        self.user.change_local("value", "seven")
+        self.wait_for_words("The value cannot be changed: No symbol \"seven\" in current context.")
+        self.wait_for_local("value", "7")
+        self.user.change_local("value", "argc + 41")
+        self.wait_for_local("value", "42")
         self.keyboard.press("F10")
-        self.varnel.wait_until(lambda: self.user.console() == "1 + 2 * 3 = 7\n", "the program's output")
+        self.varnel.wait_until(lambda: self.user.console() == "1 + 2 * 3 = 42\n", "the program's output")
 
         self.keyboard.press("F5")
         self.user.wait_for_stop(call)
@@ -147,6 +164,31 @@ class TwoProcessorsTest(DebugTest):
         self.varnel.wait_until(lambda: self.user.console() == "", "a fresh console")
         self.assertEqual(self.varnel.read("pluginTarget console", "windowTitle"), "Target console (thermostat)")
         self.assertTrue(self.varnel.read("pluginTarget console", "visible"))
+
+    def test_a_program_that_does_not_compile_starts_nothing(self):
+        self.user.build()
+        source = self.examples / "morse/code.c"
+        good = source.read_text(encoding="utf-8")
+        source.write_text(good + "int wrong = sine;\n", encoding="utf-8")
+        self.varnel.choose("debugRun")
+        self.varnel.wait_for("messageBox", "text", CANNOT_START, 60)
+        self.assertIn("'sine' undeclared", self.varnel.read("BuildPage", "plainText"))
+        self.varnel.answer(CANNOT_START, "Return")
+        self.user.wait_for_state("")
+
+        source.write_text(good, encoding="utf-8")
+        self.start_running()
+        self.assertEqual(len(self.user.children("qemu")), 2)
+
+    def test_the_end_of_the_program_ends_the_session(self):
+        self.user.build()
+        self.start_running()
+        started = self.user.children()
+        self.assertEqual(len(started), 4)
+        self.varnel.choose("fileExit")
+        self.assertEqual(self.program.wait(), 0)
+        for number in started:
+            self.varnel.wait_until(lambda: not runs(number), f"process {number} to end")
 
     def test_a_killed_process_ends_one_processor_only(self):
         self.user.build()
