@@ -2,6 +2,7 @@
 #include "gdbsession.h"
 #include <QComboBox>
 #include <QFileInfo>
+#include <QHeaderView>
 #include <QTreeWidget>
 #include <QVBoxLayout>
 
@@ -29,11 +30,23 @@ CallStackView::CallStackView(GdbSession *session, QWidget *parent)
     layout->addWidget(m_threads);
     layout->addWidget(m_frames);
     m_threads->hide();
+    m_frames->setObjectName(u"framesTree"_s);
     m_frames->setRootIsDecorated(false);
     m_frames->setHeaderLabels({tr("Level"), tr("Function"), tr("Place")});
+    m_frames->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
     connect(m_frames, &QTreeWidget::itemActivated, this, &CallStackView::selectFrame);
     connect(m_threads, &QComboBox::activated, this, &CallStackView::selectThread);
     connect(session, &GdbSession::changed, this, &CallStackView::update);
+}
+
+QString CallStackView::text() const
+{
+    QString text;
+    for (int row = 0; row < m_frames->topLevelItemCount(); ++row) {
+        const QTreeWidgetItem *frame = m_frames->topLevelItem(row);
+        text += u"%1 %2 %3\n"_s.arg(frame->text(0), frame->text(1), frame->text(2));
+    }
+    return text;
 }
 
 void CallStackView::showEvent(QShowEvent *event)

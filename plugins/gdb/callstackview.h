@@ -13,8 +13,11 @@ struct MiRecord;
 class CallStackView : public QWidget
 {
     Q_OBJECT
+    Q_PROPERTY(QString text READ text)
 public:
     explicit CallStackView(GdbSession *session, QWidget *parent = nullptr);
+
+    [[nodiscard]] QString text() const; ///< a line a function: "0 main main.c, 12"
 
 protected:
     void showEvent(QShowEvent *event) override;

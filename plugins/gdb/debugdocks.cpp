@@ -4,6 +4,20 @@
 #include "localsview.h"
 #include "targetconsole.h"
 
+using namespace Qt::StringLiterals;
+
+namespace {
+/// With several processors there are as many windows of each kind, and whoever looks for one means a certain one.
+void nameByProject(QWidget *window, const QString &project)
+{
+    const QList<QWidget *> parts = QList<QWidget *>{window} + window->findChildren<QWidget *>();
+    for (QWidget *part : parts) {
+        if (!part->objectName().isEmpty() && !part->objectName().startsWith("qt_"_L1))
+            part->setObjectName(project + u'/' + part->objectName());
+    }
+}
+} // namespace
+
 DebugDocks::DebugDocks(GdbSession *session, QUnknownInterface *whole) : Facet(whole), m_session(session)
 {
     connect(session, &GdbSession::output, this, &DebugDocks::keepOutput);
@@ -18,7 +32,10 @@ QList<QWidget *> DebugDocks::widgets()
         if (Target *target = m_session->target())
             target->writeInput(bytes);
     });
-    return {m_callStack, m_locals, m_console};
+    const QList<QWidget *> all{m_callStack, m_locals, m_console};
+    for (QWidget *window : all)
+        nameByProject(window, m_projectName);
+    return all;
 }
 
 void DebugDocks::clear()

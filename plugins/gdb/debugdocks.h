@@ -4,6 +4,7 @@
 #include <QByteArray>
 #include <QObject>
 #include <QPointer>
+#include <QString>
 class CallStackView;
 class GdbSession;
 class LocalsView;
@@ -16,13 +17,15 @@ class DebugDocks : public QObject, public Facet<IDockExtension>
 public:
     DebugDocks(GdbSession *session, QUnknownInterface *whole);
 
-    QList<QWidget *> widgets() override;
-    void clear(); ///< A new program begins.
+    void setProjectName(const QString &name) { m_projectName = name; }
+    QList<QWidget *> widgets() override; ///< named "project/localsView", and their fields likewise
+    void clear();                        ///< A new program begins.
 
 private:
     void keepOutput(const QByteArray &bytes);
 
     GdbSession *const m_session;
+    QString m_projectName;
     QPointer<CallStackView> m_callStack;
     QPointer<LocalsView> m_locals;
     QPointer<TargetConsole> m_console;

@@ -35,7 +35,8 @@ GdbEnvironment::GdbEnvironment()
     , m_registers(&m_session, static_cast<IPluginObject *>(this))
     , m_peripherals(&m_memory, static_cast<IPluginObject *>(this))
     , m_disassembler(&m_session, &m_symbols, &m_memory, static_cast<IPluginObject *>(this))
-    , m_group(&m_session, static_cast<IPluginObject *>(this))
+    , m_group(
+          &m_session, [this] { restart(); }, static_cast<IPluginObject *>(this))
     , m_docks(&m_session, static_cast<IPluginObject *>(this))
     , m_facets(
           {&m_symbols, &m_breakpoints, &m_memory, &m_registers, &m_peripherals, &m_disassembler, &m_group, &m_docks})
@@ -89,6 +90,7 @@ bool GdbEnvironment::initialise(IProject *project, IExecutionEvents *events, con
     m_events = shareInterface(events);
     m_optionText = option;
     m_breakpoints.setBasePath(project->basePath());
+    m_docks.setProjectName(project->name());
     TargetOptions ignored;
     QString error;
     const bool understood = applyOptionText(option, &ignored, &error);
@@ -199,7 +201,6 @@ bool GdbEnvironment::start(bool attachOnly)
         m_breakpoints.forget();
         return false;
     }
-    m_events->statusInfo(m_session.target()->title(), 0);
     return true;
 }
 
@@ -323,12 +324,16 @@ void GdbEnvironment::report()
     if (std::exchange(m_reportedProcessor, state.phase) != state.phase)
         m_events->processorStatusChanged(ProcessorStatus(state.phase));
     m_events->programStatusChanged(::programStatus(state));
+    if (m_session.target()) // told again and again, for the builds of other projects clear the status bar
+        m_events->statusInfo(m_session.target()->title(), 0);
 }
 
 void GdbEnvironment::tell(const QString &text, bool serious)
 {
-    if (m_events)
-        m_events->feedback(text, {}, serious);
+    if (!m_events)
+        return;
+    const bool alone = m_group.groupId().isEmpty();
+    m_events->feedback(alone ? text : u"%1: %2"_s.arg(m_project->name(), text), {}, serious);
 }
 
 void GdbEnvironment::logDialogue(const QString &line, bool fromUs)

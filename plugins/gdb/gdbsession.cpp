@@ -84,7 +84,7 @@ void GdbSession::setUp()
     for (const char *setting :
          {"mi-async on", "confirm off", "pagination off", "width 0", "height 0", "breakpoint pending off",
           "print elements 200", "print sevenbit-strings off", "tcp connect-timeout 3", "tcp auto-retry off",
-          "startup-with-shell on", "print repeats 10", "python print-stack none"})
+          "startup-with-shell on", "print repeats 10", "print entry-values no", "python print-stack none"})
         m_gdb.send(QByteArray("-gdb-set ") + setting);
     if (!m_options.callFunctions)
         m_gdb.send("-gdb-set may-call-functions off");

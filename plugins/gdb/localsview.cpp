@@ -1,6 +1,8 @@
 #include "localsview.h"
 #include "gdbsession.h"
+#include <QHeaderView>
 #include <QSignalBlocker>
+#include <QStyledItemDelegate>
 #include <QTreeWidget>
 #include <QTreeWidgetItemIterator>
 #include <QVBoxLayout>
@@ -11,22 +13,70 @@ namespace {
 constexpr int Path = Qt::UserRole;           ///< names from the top, separated by dots
 constexpr int Expression = Qt::UserRole + 1; ///< what gdb knows the row by
 enum Column { NameColumn, ValueColumn };
+
+/// What has members to be shown: a record, an array, or what points or refers to something.
+bool opens(const MiValue &variable)
+{
+    QString type = variable.text(u"type");
+    if (type.endsWith(" const"_L1))
+        type.chop(6);
+    return !variable.contains(u"value") || type.endsWith(u'*') || type.endsWith(u'&');
+}
+
+class ValueDelegate : public QStyledItemDelegate
+{
+public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+
+    QWidget *createEditor(QWidget *parent, const QStyleOptionViewItem &option, const QModelIndex &index) const override
+    {
+        QWidget *editor = QStyledItemDelegate::createEditor(parent, option, index);
+        editor->setObjectName(u"valueEdit"_s);
+        return editor;
+    }
+};
 } // namespace
 
+/// Values are edited, names are not.
+class LocalsTree : public QTreeWidget
+{
+protected:
+    bool edit(const QModelIndex &index, EditTrigger trigger, QEvent *event) override
+    {
+        if (index.column() == NameColumn && trigger == DoubleClicked)
+            return false; // it opens the row
+        return QTreeWidget::edit(index.siblingAtColumn(ValueColumn), trigger, event);
+    }
+};
+
 LocalsView::LocalsView(GdbSession *session, QWidget *parent)
-    : QWidget(parent), m_session(session), m_tree(new QTreeWidget)
+    : QWidget(parent), m_session(session), m_tree(new LocalsTree)
 {
     setWindowTitle(tr("Locals"));
     setObjectName(u"localsView"_s);
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(m_tree);
+    m_tree->setObjectName(u"localsTree"_s);
+    m_tree->setItemDelegate(new ValueDelegate(m_tree));
     m_tree->setHeaderLabels({tr("Name"), tr("Value")});
+    m_tree->header()->setSectionResizeMode(NameColumn, QHeaderView::ResizeToContents);
     connect(m_tree, &QTreeWidget::itemExpanded, this, &LocalsView::open);
     connect(m_tree, &QTreeWidget::itemCollapsed, this,
             [this](QTreeWidgetItem *item) { m_open.removeAll(item->data(NameColumn, Path).toString()); });
     connect(m_tree, &QTreeWidget::itemChanged, this, &LocalsView::assign);
     connect(session, &GdbSession::changed, this, &LocalsView::update);
+}
+
+QString LocalsView::text() const
+{
+    QString text;
+    for (QTreeWidgetItem *row = m_tree->topLevelItem(0); row; row = m_tree->itemBelow(row)) {
+        for (const QTreeWidgetItem *parent = row->parent(); parent; parent = parent->parent())
+            text += u"  "_s;
+        text += u"%1 = %2\n"_s.arg(row->text(NameColumn), row->text(ValueColumn));
+    }
+    return text;
 }
 
 void LocalsView::showEvent(QShowEvent *event)
@@ -56,9 +106,8 @@ void LocalsView::showVariables(const MiRecord &answer)
     m_tree->clear();
     for (const MiValue &variable : answer.results[u"variables"].items()) {
         const QString name = variable.text(u"name");
-        const bool opens = !variable.contains(u"value") || variable.text(u"type").endsWith(u'*');
         addRow(nullptr, name, variable.contains(u"value") ? variable.text(u"value") : variable.text(u"type"), name,
-               opens);
+               opens(variable));
     }
 }
 
@@ -147,9 +196,11 @@ void LocalsView::assign(QTreeWidgetItem *item, int column)
         item->parent() ? "-var-assign " + miQuoted(expression) + ' ' + miQuoted(item->text(ValueColumn))
                        : "-data-evaluate-expression " + miQuoted(expression + u'=' + item->text(ValueColumn));
     const QPointer<LocalsView> self(this);
-    m_session->gdb()->send(command, [self](const MiRecord &) {
+    m_session->gdb()->send(command, [self](const MiRecord &answer) {
         if (!self || !self->m_session)
             return;
+        if (answer.isError())
+            Q_EMIT self->m_session->message(tr("The value cannot be changed: %1\n").arg(answer.errorText()), true);
         self->m_session->targetChanged();
         self->update();
     });

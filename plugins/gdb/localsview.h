@@ -2,7 +2,7 @@
 #include <QPointer>
 #include <QWidget>
 class GdbSession;
-class QTreeWidget;
+class LocalsTree;
 class QTreeWidgetItem;
 struct MiRecord;
 
@@ -11,8 +11,11 @@ struct MiRecord;
 class LocalsView : public QWidget
 {
     Q_OBJECT
+    Q_PROPERTY(QString text READ text)
 public:
     explicit LocalsView(GdbSession *session, QWidget *parent = nullptr);
+
+    [[nodiscard]] QString text() const; ///< a line a row that is in sight: "name = value", members below their variable
 
 protected:
     void showEvent(QShowEvent *event) override;
@@ -28,7 +31,7 @@ private:
     QTreeWidgetItem *itemOf(const QString &path) const;
 
     QPointer<GdbSession> m_session;
-    QTreeWidget *m_tree;
+    LocalsTree *m_tree;
     QHash<QString, QString> m_values; ///< by path, at the last stop
     QStringList m_open;               ///< paths of the rows that are open
     QStringList m_variables;          ///< gdb's objects that we had made, to be given back

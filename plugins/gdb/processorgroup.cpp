@@ -10,7 +10,8 @@ QList<ProcessorGroup *> &allProcessors()
 }
 } // namespace
 
-ProcessorGroup::ProcessorGroup(GdbSession *session, QUnknownInterface *whole) : Facet(whole), m_session(session)
+ProcessorGroup::ProcessorGroup(GdbSession *session, Restart restart, QUnknownInterface *whole)
+    : Facet(whole), m_session(session), m_restart(std::move(restart))
 {
     allProcessors().append(this);
 }
@@ -28,13 +29,21 @@ int ProcessorGroup::supportedOperations(const QString &groupId)
     return lead | lead << FollowShift;
 }
 
+QList<ProcessorGroup *> ProcessorGroup::members() const
+{
+    QList<ProcessorGroup *> members;
+    for (ProcessorGroup *processor : std::as_const(allProcessors())) {
+        if (processor->m_name == m_name)
+            members.append(processor);
+    }
+    return members;
+}
+
 QList<GdbSession *> ProcessorGroup::sessions() const
 {
     QList<GdbSession *> sessions;
-    for (const ProcessorGroup *processor : std::as_const(allProcessors())) {
-        if (processor->m_name == m_name)
-            sessions.append(processor->m_session);
-    }
+    for (const ProcessorGroup *member : members())
+        sessions.append(member->m_session);
     return sessions;
 }
 
@@ -50,8 +59,8 @@ void ProcessorGroup::syncPause()
 
 void ProcessorGroup::syncRestart()
 {
-    for (GdbSession *session : sessions())
-        session->restart();
+    for (const ProcessorGroup *member : members())
+        member->m_restart();
 }
 
 void ProcessorGroup::syncWakeup()

@@ -1,6 +1,7 @@
 #pragma once
 #include "facet.h"
 #include "imultiprocessorsync.h"
+#include <functional>
 #include <QList>
 #include <QString>
 class GdbSession;
@@ -10,7 +11,9 @@ class GdbSession;
 class ProcessorGroup : public Facet<IMultiProcessorSync>
 {
 public:
-    ProcessorGroup(GdbSession *session, QUnknownInterface *whole);
+    using Restart = std::function<void()>;
+
+    ProcessorGroup(GdbSession *session, Restart restart, QUnknownInterface *whole);
     ~ProcessorGroup() override;
 
     void setName(const QString &name) { m_name = name; }
@@ -23,8 +26,10 @@ public:
     void syncWakeup() override;
 
 private:
+    [[nodiscard]] QList<ProcessorGroup *> members() const;
     [[nodiscard]] QList<GdbSession *> sessions() const;
 
     GdbSession *const m_session;
+    const Restart m_restart;
     QString m_name;
 };

@@ -20,6 +20,7 @@ TargetConsole::TargetConsole(QWidget *parent) : QWidget(parent), m_text(new QPla
     layout->addWidget(m_text);
     layout->addWidget(m_input);
     m_text->setReadOnly(true);
+    m_text->setLineWrapMode(QPlainTextEdit::NoWrap);
     m_text->setMaximumBlockCount(MostLines);
     m_text->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
     m_input->setPlaceholderText(tr("Line to be sent to the program"));

@@ -9,6 +9,7 @@ class QPlainTextEdit;
 class TargetConsole : public QWidget
 {
     Q_OBJECT
+    Q_PROPERTY(QString text READ text)
 public:
     explicit TargetConsole(QWidget *parent = nullptr);
 

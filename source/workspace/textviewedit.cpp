@@ -9,6 +9,7 @@
 #include "textview.h"
 #include "varnelassert.h"
 #include <QAction>
+#include <QFileInfo>
 #include <QMenu>
 #include <QMimeData>
 #include <QRubberBand>
@@ -39,6 +40,9 @@ TextViewEdit::TextViewEdit(TextView *view, TextDocument *document)
     setLineWrapMode(NoWrap);
     setViewportMargins(TextMarkerWidget::Width, 0, 0, 0);
     setMinimumSize(1, 1); // it collapses before that
+    const QString file = QFileInfo(document->filename()).fileName();
+    m_margin->setObjectName(file + u"/margin"_s);
+    viewport()->setObjectName(file + u"/text"_s);
     refresh(true);
     setDocument(document->text());
 

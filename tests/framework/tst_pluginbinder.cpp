@@ -509,7 +509,7 @@ private Q_SLOTS:
         Project *dsp = addProject(u"dsp"_s, {}, u"probe"_s);
         m_binder->bindProjectPlugins(fw);
         m_binder->bindProjectPlugins(dsp);
-        QCOMPARE(dockNames(), u"pluginTrace pluginTrace"_s);
+        QCOMPARE(dockNames(), u"pluginTrace pluginTrace (dsp)"_s); // each has a place of its own in the layout
         QCOMPARE(m_binder->extensionDocks()[0]->windowTitle(), u"Trace (fw)"_s);
         QCOMPARE(m_binder->extensionDocks()[1]->windowTitle(), u"Trace (dsp)"_s);
     }

@@ -419,7 +419,7 @@ void DebugControl::closeOrphanedDisassemblies()
 
 void DebugControl::enterState(ActivityState next)
 {
-    if (next == StateIdle && mayStop(m_host.state()))
+    if (next == StateIdle && isDebugState(m_host.state())) // also after a start that failed at a later processor
         clearExecutionMarker(*m_host.viewManager());
     Q_EMIT pausedChanged(next == StatePaused);
     if (next == StatePaused)

@@ -16,6 +16,7 @@
 #include "project.h"
 #include "projectworkspace.h"
 #include "varnelassert.h"
+#include <algorithm>
 #include <QAction>
 #include <QDockWidget>
 
@@ -168,10 +169,14 @@ void PluginBinder::addDockWindow(QWidget *widget, const Project *project)
 {
     const QString caption = widget->windowTitle();
     const ProjectWorkspace *workspace = m_host.projectWorkspace();
-    QDockWidget *dock = m_host.addDockWindow(u"plugin"_s + caption);
+    const QString title = DynamicMenus::commandText(caption, project->name(), workspace ? workspace->count() : 0);
+    QString name = u"plugin"_s + caption;
+    if (hasExtensionDock(name)) // of another project: the layout knows windows by their names
+        name = u"plugin"_s + title;
+    QDockWidget *dock = m_host.addDockWindow(name);
     dock->setFeatures(QDockWidget::DockWidgetClosable | QDockWidget::DockWidgetMovable
                       | QDockWidget::DockWidgetFloatable);
-    dock->setWindowTitle(DynamicMenus::commandText(caption, project->name(), workspace ? workspace->count() : 0));
+    dock->setWindowTitle(title);
     dock->setWidget(widget); // and shows it there
     dock->hide();
     m_extensionDocks.append(dock);
@@ -185,6 +190,12 @@ QList<QDockWidget *> PluginBinder::extensionDocks() const
             docks.append(dock);
     }
     return docks;
+}
+
+bool PluginBinder::hasExtensionDock(const QString &name) const
+{
+    const QList<QDockWidget *> docks = extensionDocks();
+    return std::ranges::any_of(docks, [&name](const QDockWidget *dock) { return dock->objectName() == name; });
 }
 
 QList<MenuEntry> PluginBinder::extensionDockEntries() const

@@ -56,6 +56,7 @@ private:
                                                                      IExecutionEnvironment *environment);
     void introduceWorkspace(QUnknownInterface *environment, Project *project);
     void addDockWindow(QWidget *widget, const Project *project);
+    [[nodiscard]] bool hasExtensionDock(const QString &name) const;
     void inform(const QString &text);
 
     PluginBinderHost &m_host;

@@ -15,8 +15,8 @@ from .client import LEFT, MIDDLE, RIGHT, AutomationError, Client, replayable, wa
 from .keyboard import Keyboard
 from .keys import key_code
 from .program import Program
-from .screen import Screen
+from .screen import Desktop, Screen
 from .testcase import GuiTest, ProgramTest
 
-__all__ = ["LEFT", "MIDDLE", "RIGHT", "AutomationError", "Client", "GuiTest", "Keyboard", "Program", "ProgramTest", "Screen",
+__all__ = ["LEFT", "MIDDLE", "RIGHT", "AutomationError", "Client", "Desktop", "GuiTest", "Keyboard", "Program", "ProgramTest", "Screen",
            "key_code", "replayable", "wait_until"]

@@ -39,8 +39,8 @@ class Screen:
         end_process(self._server)
         self._directory.cleanup()
 
-    def screenshot(self, path):
-        """Writes what the screen shows now as PNG."""
+    def screenshot(self, path, window=None):
+        """Writes what the screen shows now as PNG, whatever the title of the window that is asked for."""
         pathlib.Path(path).write_bytes(_png(*self.pixels()))
 
     def pixels(self):
@@ -48,6 +48,22 @@ class Screen:
         with open(os.path.join(self._directory.name, "Xvfb_screen0"), "rb") as file:
             with mmap.mmap(file.fileno(), 0, prot=mmap.PROT_READ) as dump:
                 return _read_xwd(dump)
+
+
+class Desktop:
+    """The display that the user sits at. Its keyboard stays the user's; it is not for tests that need one."""
+
+    keyboard = None
+
+    def __init__(self):
+        self.display = os.environ["DISPLAY"]
+
+    def close(self):
+        pass
+
+    def screenshot(self, path, window):
+        """Writes a picture of the window with that title, and of nothing else that is to be seen there."""
+        subprocess.run(["import", "-window", window, str(path)], check=True)
 
 
 def end_process(process, patience=10):
