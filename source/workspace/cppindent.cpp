@@ -286,10 +286,8 @@ std::optional<bool> Indenter::findControlKeyword(int &depth) const
             ++depth;
         else if (ch == u'(' && --depth == 0 && m_iflikeKeyword.match(line).hasMatch())
             return true;
-        else if (depth == -1 || ch == u'{' || ch == u'}')
-            return false;
-        else if (ch == u';' && depth == 0) // inside parentheses it is that of a "for"
-            return false;
+        else if (depth == -1 || ch == u'{' || ch == u'}' || (ch == u';' && depth == 0))
+            return false; // a semicolon inside parentheses is that of a "for"
     }
     return std::nullopt;
 }

@@ -5,10 +5,10 @@
 
 QString editableScript(const ScriptDirectories &directories, const QString &name)
 {
-    const QString file = directories.file(name);
+    QString file = directories.file(name);
     if (directories.user.isEmpty() || !QFileInfo::exists(file) || QFileInfo(file).isWritable())
         return file;
-    const QString copy = QDir(directories.user).filePath(name);
+    QString copy = QDir(directories.user).filePath(name);
     if (!QDir().mkpath(directories.user) || !QFile::copy(file, copy))
         return file;
     QFile::setPermissions(copy, QFile::permissions(copy) | QFile::WriteOwner);

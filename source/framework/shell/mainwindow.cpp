@@ -89,7 +89,7 @@ MainWindow::MainWindow(QWidget *parent)
     applyTextFormats();
     setupCommands();
     emitNothingAvailable();
-    setState(StateNoWorkspace);
+    MainWindow::setState(StateNoWorkspace);
     setAcceptDrops(true);
 }
 

@@ -340,8 +340,8 @@ bool ProjectTree::stayedUnmade(ProjectFolder *parent, Project *project)
     ProjectTreeItem *parentItem = parent ? m_folderItems.value(parent) : m_projectItems.value(project);
     if (!parentItem)
         return true;
-    if (!isUnmade(parentItem))
-        return false;
+    if (!parent || !isUnmade(parentItem))
+        return false; // those of a project are made at once
     setUnmade(parentItem, !parent->folders().isEmpty() || !parent->files().isEmpty());
     return true;
 }
