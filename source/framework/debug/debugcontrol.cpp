@@ -468,7 +468,7 @@ bool DebugControl::openSource(const QString &file)
     if (!project || isDisassemblyName(file))
         return false;
     const QString path = project->absolutePath(file);
-    if (!QFileInfo::exists(path))
+    if (!QFileInfo(path).isFile())
         return false;
     const bool wasOpen = m_host.workspace()->findDocument(path);
     if (!m_host.openFile(path, false))
