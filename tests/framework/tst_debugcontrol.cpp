@@ -40,19 +40,86 @@ private:
         m_template->refuses = nullptr;
     }
 
-    /// What makes the session of the project "fw" run.
     void setAllActions(DebugAction action)
     {
         for (const DebugEvent event : {RunEvent, PauseEvent, RestartEvent, WakeupEvent, BreakpointEvent})
             m_control->options().setAction(event, action);
     }
 
-    /// What a synchronised command of three processors comes to: "a" leads, if @p operations allow it.
+    /// A processor with @p operations of IMultiProcessorSync, in a group of its own.
     void addSynchronised(const QString &name, int operations)
     {
         addProcessor(name, {IMultiProcessorSync::Iid});
         scriptOf(name).group = u"probe of "_s + name;
         scriptOf(name).syncOperations = operations;
+    }
+
+    /// What the user or somebody else does while a loop waits.
+    void doMeanwhile(const QString &deed, const Project *current, const Project *other)
+    {
+        note(u"meanwhile"_s);
+        if (deed == u"close workspace"_s)
+            closeWorkspace();
+        if (deed == u"close window"_s)
+            closeWindow();
+        if (deed == u"stop session"_s)
+            m_control->debugStop();
+        if (deed == u"stop build"_s)
+            m_build->buildStopBuild();
+        if (deed == u"remove all"_s || deed == u"remove current"_s)
+            m_workspace->removeProject(current);
+        if (deed == u"remove all"_s || deed == u"remove other"_s)
+            m_workspace->removeProject(other);
+    }
+
+    /// Starts a session of the project "fw" that comes to the @p loop in which @p act is done.
+    void startInto(const QString &loop, StubScript &build, const std::function<void()> &act)
+    {
+        StubScript &processor = scriptOf(u"fw"_s);
+        build.upToDate = !loop.startsWith(u"rebuild"_s);
+        if (loop == u"saving"_s) {
+            m_whileSaving = act;
+        } else if (loop == u"rebuild question, Yes"_s) {
+            buildsLater(build, u"build"_s, false);
+            expectBox(QMessageBox::Yes, act);
+        } else if (loop == u"rebuild question, No"_s) {
+            expectBox(QMessageBox::No, act);
+        } else if (loop == u"rebuild"_s) {
+            expectBox(QMessageBox::Yes);
+            buildsLater(build, u"build"_s, true, [&build, act] {
+                build.upToDate = true;
+                act();
+            });
+        } else if (loop == u"build for debugging"_s) {
+            build.offers.insert(IDebugBuild::Iid);
+            buildsLater(build, u"buildForDebug"_s, true, act);
+        } else if (loop == u"start"_s) {
+            processor.on[u"start"_s] = [this, act] { later(act); };
+        } else {
+            processor.started = false;
+            expectBox(QMessageBox::Ok, act);
+        }
+        m_control->debugRun();
+    }
+
+    /// The same in a session.
+    void controlInto(const QString &loop, const Project *current, const Project *other,
+                     const std::function<void()> &act)
+    {
+        be(loop.contains(u"again"_s) || loop.contains(u"question"_s) ? StatePaused : StateRunning);
+        if (loop.startsWith(u"question of "_s)) {
+            setAllActions(AskForProcessors);
+            expectQuestion("Button2", false, act);
+            return call(loop.section(u' ', -1));
+        }
+        expectBox(QMessageBox::Ok, act);
+        if (loop == u"hit message"_s)
+            return report(other, IExecutionEnvironment::ProgramBreakpointHit);
+        scriptOf(current->name()).location = {};
+        if (loop == u"no source message, again"_s)
+            m_control->debugShowNext();
+        else
+            report(current, IExecutionEnvironment::ProgramPaused);
     }
 
 private Q_SLOTS:
@@ -1013,12 +1080,13 @@ private Q_SLOTS:
     {
         QTest::addColumn<QString>("loop");
         QTest::addColumn<QString>("deed");
-        for (const QString &loop : {u"saving"_s, u"rebuild question, Yes"_s, u"rebuild question, No"_s, u"rebuild"_s,
-                                    u"build for debugging"_s, u"start"_s, u"start message"_s, u"run question"_s,
-                                    u"pause question"_s, u"restart question"_s, u"wake-up question"_s, u"hit message"_s,
-                                    u"no source message"_s, u"no source message, shown again"_s}) {
+        for (const QString &loop :
+             {u"saving"_s, u"rebuild question, Yes"_s, u"rebuild question, No"_s, u"rebuild"_s,
+              u"build for debugging"_s, u"start"_s, u"start message"_s, u"question of debugRun"_s,
+              u"question of debugPause"_s, u"question of debugRestart"_s, u"question of debugWakeup"_s,
+              u"hit message"_s, u"no source message"_s, u"no source message, again"_s}) {
             for (const QString &deed : {u"close workspace"_s, u"close window"_s, u"remove all"_s, u"remove current"_s,
-                                        u"remove other"_s, u"stop session"_s})
+                                        u"remove other"_s, u"stop session"_s, u"stop build"_s})
                 QTest::addRow("%s, %s", qPrintable(deed), qPrintable(loop)) << loop << deed;
         }
     }
@@ -1031,77 +1099,23 @@ private Q_SLOTS:
         Project *current = addProcessor(u"fw"_s);
         StubScript &build = addBuild(current);
         open(u"main.c"_s);
-        setAllActions(loop.endsWith(u"question"_s) ? AskForProcessors : AllProcessors);
-        const auto act = [&, deed, other, current] {
-            note(u"meanwhile"_s);
-            if (deed == u"close workspace"_s)
-                closeWorkspace();
-            else if (deed == u"close window"_s)
-                closeWindow();
-            else if (deed == u"stop session"_s)
-                m_control->debugStop();
-            if (deed == u"remove all"_s || deed == u"remove current"_s)
-                m_workspace->removeProject(current);
-            if (deed == u"remove all"_s || deed == u"remove other"_s)
-                m_workspace->removeProject(other);
-        };
-        if (loop == u"saving"_s) {
-            m_whileSaving = act;
-            m_control->debugRun();
-        } else if (loop == u"rebuild question, Yes"_s || loop == u"rebuild question, No"_s) {
-            build.upToDate = false;
-            buildsLater(build, u"build"_s, false);
-            expectBox(loop.endsWith(u"Yes"_s) ? QMessageBox::Yes : QMessageBox::No, act);
-            m_control->debugRun();
-        } else if (loop == u"rebuild"_s) {
-            build.upToDate = false;
-            buildsLater(build, u"build"_s, true, [&build, act] {
-                build.upToDate = true;
-                act();
-            });
-            expectBox(QMessageBox::Yes);
-            m_control->debugRun();
-        } else if (loop == u"build for debugging"_s) {
-            build.offers.insert(IDebugBuild::Iid);
-            buildsLater(build, u"buildForDebug"_s, true, act);
-            if (deed == u"remove all"_s || deed == u"remove current"_s)
-                expectBox(); // the session cannot start
-            m_control->debugRun();
-        } else if (loop == u"start"_s) {
-            scriptOf(u"fw"_s).on[u"start"_s] = [this, act] { later(act); };
-            m_control->debugRun();
-        } else if (loop == u"start message"_s) {
-            scriptOf(u"fw"_s).started = false;
-            expectBox(QMessageBox::Ok, act);
-            m_control->debugRun();
-        } else if (loop.endsWith(u"question"_s)) {
-            be(StatePaused);
-            expectQuestion("Button2", false, act);
-            call(loop == u"run question"_s       ? u"debugRun"_s
-                 : loop == u"pause question"_s   ? u"debugPause"_s
-                 : loop == u"restart question"_s ? u"debugRestart"_s
-                                                 : u"debugWakeup"_s);
-        } else if (loop == u"hit message"_s) {
-            be(StateRunning);
-            expectBox(QMessageBox::Ok, act);
-            report(other, IExecutionEnvironment::ProgramBreakpointHit);
-        } else {
-            const bool again = loop == u"no source message, shown again"_s;
-            be(again ? StatePaused : StateRunning);
-            scriptOf(u"fw"_s).location = {};
-            expectBox(QMessageBox::Ok, act);
-            if (again)
-                m_control->debugShowNext();
-            else
-                report(current, IExecutionEnvironment::ProgramPaused);
-        }
+        const auto act = [=, this] { doMeanwhile(deed, current, other); };
+        const bool starts = loop == u"saving"_s || loop.startsWith(u"rebuild"_s) || loop.startsWith(u"build"_s)
+                            || loop.startsWith(u"start"_s);
+        if (loop == u"build for debugging"_s && (deed == u"remove all"_s || deed == u"remove current"_s))
+            expectBox(); // there is nothing to start any more
+        if (starts)
+            startInto(loop, build, act);
+        else
+            controlInto(loop, current, other, act);
+
         const QStringList calls = deeds().section(u"meanwhile"_s, 1).split(u'\n').filter(u"()"_s);
         if (deed.startsWith(u"close"_s)) {
             QCOMPARE(m_state, StateNoWorkspace);
             QCOMPARE(m_stub->objectCount(), 0);
             QCOMPARE(calls.filter(u".stop()"_s), calls);
         } else if (deed == u"remove all"_s) {
-            QVERIFY(m_state != StateRunning);
+            QVERIFY(m_state != StateRunning || loop == u"hit message"_s);
             QCOMPARE(m_stub->objectCount(), 0);
             QCOMPARE(calls, QStringList());
         } else if (deed == u"remove current"_s) {
@@ -1110,8 +1124,10 @@ private Q_SLOTS:
             QCOMPARE(calls.filter(u"other"_s), QStringList());
         } else if (calls.contains(u"fw.stop()"_s)) {
             QCOMPARE(calls.last(), u"fw.stop()"_s);
+        } else if (deed == u"stop build"_s && starts && !loop.endsWith(u"Yes"_s)) {
+            QCOMPARE(m_state, StateIdle);
+            QCOMPARE(calls, QStringList(u"fw-build.stop()"_s));
         }
-        m_workspace.reset();
     }
 };
 

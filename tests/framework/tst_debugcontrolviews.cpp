@@ -356,6 +356,7 @@ private Q_SLOTS:
         QTest::addColumn<QString>("file");
         QTest::newRow("unknown place") << QString();
         QTest::newRow("no such file") << u"gone.c"_s;
+        QTest::newRow("a directory") << u"."_s;
         QTest::newRow("in the disassembly") << u"disassembler:"_s;
     }
 

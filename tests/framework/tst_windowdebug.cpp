@@ -1,11 +1,13 @@
 #include "../plugins/stub/stub.h"
 #include "dockwindow.h"
+#include "editorhost.h"
 #include "eventhandlers.h"
 #include "ibuildenvironment.h"
 #include "idebugbuild.h"
 #include "iexecutionenvironment.h"
 #include "iexecutionevents.h"
 #include "pythonreference.h"
+#include "textdocumenttemplate.h"
 #include "windowfixture.h"
 #include <Python.h>
 #include <QComboBox>
@@ -491,6 +493,16 @@ private Q_SLOTS:
         script(u"fw"_s).breakpoints = {{{{u"main.c"_s, 3}}, BreakpointEnabled}};
         stub()->object(u"fw"_s)->executionEvents->breakpointsChanged();
         QCOMPARE(f.marks(), u"3=1"_s);
+    }
+
+    void theMarginTellsHowABreakpointStands()
+    {
+        const DebugWindow f(2);
+        script(u"dsp"_s).breakpoints = {{{{u"main.c"_s, 3}}, BreakpointDisabled}};
+        QVERIFY(f.window->openFile(f.path(u"main.c"_s), false));
+        EditorHost *host = f.view()->textDocument()->textTemplate()->editorHost();
+        QCOMPARE(host->markerToolTip(f.path(u"main.c"_s), 3), u"<b>Breakpoint status</b><br>Disabled [dsp]<br>"_s);
+        QCOMPARE(host->markerToolTip(f.path(u"main.c"_s), 2), QString());
     }
 
     void aClickInTheMarginToggles()

@@ -55,11 +55,9 @@ DebugControl::~DebugControl() = default;
 bool DebugControl::startDebugSession(bool attachOnly)
 {
     const bool result = m_host.state() != StateIdle || (prepareSession() && startProjects(attachOnly));
-    if (result && !m_build.buildStopped())
-        return isDebugging(); // what came in meanwhile may have ended the session
-    if (m_host.projectWorkspace())
+    if ((!result || m_build.buildStopped()) && m_host.projectWorkspace())
         m_host.setState(StateIdle);
-    return result;
+    return isDebugging(); // what came in meanwhile may have ended the session
 }
 
 bool DebugControl::prepareSession()
@@ -470,7 +468,7 @@ bool DebugControl::openSource(const QString &file)
     if (!project || isDisassemblyName(file))
         return false;
     const QString path = project->absolutePath(file);
-    if (!QFileInfo::exists(path))
+    if (!QFileInfo(path).isFile())
         return false;
     const bool wasOpen = m_host.workspace()->findDocument(path);
     if (!m_host.openFile(path, false))
