@@ -322,8 +322,7 @@ void DebugControl::programStatusChanged(IExecutionEnvironment::ProgramStatus sta
     reactToBreakpoint(status, environment);
     if (environment != currentEnvironment().get())
         return;
-    const std::optional<ActivityState> next = stateForStatus(status);
-    if (next && isDebugState(m_host.state()))
+    if (const std::optional<ActivityState> next = stateAfterReport(m_host.state(), status))
         m_host.setState(*next);
     if (status == IExecutionEnvironment::ProgramBreakpointHit)
         m_host.fireEvent(u"onBreakpointHit"_s);

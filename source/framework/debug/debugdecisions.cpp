@@ -29,9 +29,9 @@ std::optional<ActivityState> stateForStatus(IExecutionEnvironment::ProgramStatus
     return std::nullopt; // a plug-in may say any number
 }
 
-ActivityState stateAfterReport(ActivityState state, IExecutionEnvironment::ProgramStatus status)
+std::optional<ActivityState> stateAfterReport(ActivityState state, IExecutionEnvironment::ProgramStatus status)
 {
-    return isDebugState(state) ? stateForStatus(status).value_or(state) : state;
+    return isDebugState(state) ? stateForStatus(status) : std::nullopt;
 }
 
 BreakpointReaction breakpointReaction(IExecutionEnvironment::ProgramStatus status, int projects, bool current,

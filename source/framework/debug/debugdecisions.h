@@ -9,9 +9,10 @@
 /// The state that a program's status stands for; none for a number that is no status.
 [[nodiscard]] std::optional<ActivityState> stateForStatus(IExecutionEnvironment::ProgramStatus status);
 
-/// The state after the environment of the current project has reported @p status: outside a debug session a report
-/// changes nothing.
-[[nodiscard]] ActivityState stateAfterReport(ActivityState state, IExecutionEnvironment::ProgramStatus status);
+/// The state to be set when the environment of the current project has reported @p status; none outside a debug
+/// session, where a report changes nothing.
+[[nodiscard]] std::optional<ActivityState> stateAfterReport(ActivityState state,
+                                                            IExecutionEnvironment::ProgramStatus status);
 
 /// What the hit of a breakpoint leads to before the state changes.
 struct BreakpointReaction
