@@ -45,7 +45,7 @@ TextView::TextView(TextDocument *document, QWidget *parent)
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(m_splitter);
     m_splitter->setChildrenCollapsible(false); // a pane hides itself
-    setCurrent(addPane());
+    setCurrentEdit(addPane());
 
     connect(document->text(), &QTextDocument::undoAvailable, this, &View::undoAvailable);
     connect(document->text(), &QTextDocument::redoAvailable, this, &View::redoAvailable);
@@ -82,7 +82,7 @@ TextViewEdit *TextView::addPane()
     return pane;
 }
 
-void TextView::setCurrent(TextViewEdit *pane)
+void TextView::setCurrentEdit(TextViewEdit *pane)
 {
     m_current = pane;
     setFocusProxy(pane);
@@ -146,7 +146,7 @@ void TextView::paneBecameSmall(TextViewEdit *pane)
         return;
     pane->hide();
     TextViewEdit *first = *std::find_if(m_edits.cbegin(), m_edits.cend(), isShown);
-    setCurrent(first);
+    setCurrentEdit(first);
     first->setFocus();
 }
 
@@ -162,7 +162,7 @@ bool TextView::eventFilter(QObject *object, QEvent *event)
 void TextView::paneFocused(TextViewEdit *pane)
 {
     const QPointer<TextView> self(this);
-    setCurrent(pane);
+    setCurrentEdit(pane);
     Q_EMIT viewActivated(this);
     if (!self)
         return;

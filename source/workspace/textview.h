@@ -65,6 +65,7 @@ public:
     /// Every pane that was made, collapsed ones too; the first is the one that find and replace act on.
     [[nodiscard]] const QList<TextViewEdit *> &edits() const { return m_edits; }
     [[nodiscard]] TextViewEdit *currentEdit() const { return m_current; } ///< the pane focused last
+    void setCurrentEdit(TextViewEdit *pane);                              ///< which gets the focus when the view does
     /// Divides @p pane at the height @p y.
     void splitAt(TextViewEdit *pane, int y);
     /// The heights of the panes that are not collapsed, from top to bottom, in pixels.
@@ -81,7 +82,6 @@ protected:
 
 private:
     TextViewEdit *addPane();
-    void setCurrent(TextViewEdit *pane);
     void paneFocused(TextViewEdit *pane);
     void paneBecameSmall(TextViewEdit *pane);
     void cursorMoved(TextViewEdit *pane);

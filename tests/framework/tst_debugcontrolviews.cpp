@@ -261,7 +261,7 @@ private Q_SLOTS:
         QTest::addColumn<int>("to");
         QTest::addColumn<bool>("clears");
         for (const int from : {3, 4, 5, 6, 7})
-            QTest::addRow("%d to idle", from) << from << 1 << (from != 3);
+            QTest::addRow("%d to idle", from) << from << 1 << true;
         QTest::newRow("to building") << 4 << 2 << false;
         QTest::newRow("to no workspace") << 4 << 0 << false;
         QTest::newRow("between sessions") << 1 << 1 << false;

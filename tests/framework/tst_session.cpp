@@ -76,16 +76,26 @@ private Q_SLOTS:
         QCOMPARE(f.view()->currentEdit()->verticalScrollBar()->value(), top);
     }
 
+    void panesComeBack_data()
+    {
+        QTest::addColumn<int>("active");
+        QTest::newRow("the upper one in use") << 0;
+        QTest::newRow("the lower one in use") << 1;
+    }
+
     void panesComeBack()
     {
+        QFETCH(int, active);
         WindowFixture f;
         f.open(u"a.c"_s, HundredLines);
         f.window->windowSplit();
         QCOMPARE(f.view()->shownEdits().size(), 2);
         putCursor(f.view()->shownEdits()[0], 10, 1);
         putCursor(f.view()->shownEdits()[1], 20, 2);
+        f.view()->setCurrentEdit(f.view()->shownEdits()[active]);
         restart(f);
         QCOMPARE(f.view()->shownEdits().size(), 2);
+        QCOMPARE(f.view()->currentEdit(), f.view()->shownEdits()[active]);
         QCOMPARE(cursorIn(f.view()->shownEdits()[0]), u"10,1"_s);
         QCOMPARE(cursorIn(f.view()->shownEdits()[1]), u"20,2"_s);
     }
@@ -232,7 +242,7 @@ private Q_SLOTS:
                                   << 0;
         QTest::newRow("a directory") << QByteArray("{'version': 1, 'files': [{'path': '/'}]}") << 0;
         QTest::newRow("wild numbers") << QByteArray(
-            "{'version': 1, 'active': -7, 'files': [{'path': 'A', 'panes': [ "
+            "{'version': 1, 'active': -7, 'files': [{'path': 'A', 'activePane': 77, 'panes': [ "
             "{'height': -5, 'line': -1, 'column': 99999999, 'top': 2147483647}, "
             "{'height': 1e30, 'line': 2147483647, 'column': -3, 'top': -9}]}]}")
                                       << 1;

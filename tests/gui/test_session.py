@@ -104,7 +104,10 @@ class SessionTest(ProgramTest):
 
         self.change_outside("clock/hand.c", "/* minute hand */\n" + LINES)
         self.varnel.answer(f"hand.c\n\n{CHANGED_OUTSIDE}", "y")
+        self.wait_for_files(3, 1)  # it comes to the front
 
+        self.varnel.choose("windowNext")
+        self.wait_for_files(3, 2)
         self.varnel.choose("windowSplit")
         self.go_to_line(120)
         self.open_file("clock/hand.c", 3, 1)

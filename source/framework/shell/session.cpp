@@ -32,8 +32,9 @@ void restorePane(TextViewEdit &edit, const Session::Pane &pane)
     edit.verticalScrollBar()->setValue(pane.top);
 }
 
-void restorePanes(TextView &view, const QList<Session::Pane> &panes)
+void restorePanes(TextView &view, const Session::File &file)
 {
+    const QList<Session::Pane> &panes = file.panes;
     QList<int> heights;
     for (const Session::Pane &pane : panes)
         heights.append(pane.height);
@@ -41,16 +42,19 @@ void restorePanes(TextView &view, const QList<Session::Pane> &panes)
     const QList<TextViewEdit *> edits = view.shownEdits();
     for (qsizetype i = 0; i < qMin(edits.size(), panes.size()); ++i)
         restorePane(*edits[i], panes[i]);
+    if (TextViewEdit *active = edits.value(file.activePane))
+        view.setCurrentEdit(active);
 }
 
 Session::File fileOf(View *view)
 {
-    Session::File file{view->document()->filename(), {}};
+    Session::File file{view->document()->filename(), {}, 0};
     if (const auto *text = qobject_cast<TextView *>(view)) {
         const QList<TextViewEdit *> edits = text->shownEdits();
         const QList<int> heights = text->paneHeights();
         for (qsizetype i = 0; i < edits.size(); ++i)
             file.panes.append(paneOf(*edits[i], heights.value(i)));
+        file.activePane = int(edits.indexOf(text->currentEdit()));
     }
     return file;
 }
@@ -73,12 +77,12 @@ QJsonObject toJson(const Session::File &file)
     for (const Session::Pane &pane : file.panes)
         panes.append(QJsonObject{
             {u"height"_s, pane.height}, {u"line"_s, pane.line}, {u"column"_s, pane.column}, {u"top"_s, pane.top}});
-    return {{u"path"_s, file.path}, {u"panes"_s, panes}};
+    return {{u"path"_s, file.path}, {u"panes"_s, panes}, {u"activePane"_s, file.activePane}};
 }
 
 Session::File fileFromJson(const QJsonObject &object)
 {
-    Session::File file{object[u"path"_s].toString(), {}};
+    Session::File file{object[u"path"_s].toString(), {}, object[u"activePane"_s].toInt()};
     for (const auto &value : object[u"panes"_s].toArray()) {
         const QJsonObject pane = value.toObject();
         const auto number = [&pane](const QString &key) { return qMax(0, pane[key].toInt()); };
@@ -112,7 +116,7 @@ void restoreSession(const Session &session, Workspace &workspace, ViewManager &v
             continue;
         opened.append(path);
         if (auto *text = qobject_cast<TextView *>(view); text && !session.files[i].panes.isEmpty())
-            restorePanes(*text, session.files[i].panes);
+            restorePanes(*text, session.files[i]);
         if (i == session.active)
             active = view;
     }

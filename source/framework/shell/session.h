@@ -19,7 +19,8 @@ struct Session
     struct File
     {
         QString path;
-        QList<Pane> panes; ///< empty for a view that is no text
+        QList<Pane> panes;  ///< empty for a view that is no text
+        int activePane = 0; ///< the one that had the focus last
 
         bool operator==(const File &) const = default;
     };
