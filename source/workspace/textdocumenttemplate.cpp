@@ -1,4 +1,5 @@
 #include "textdocumenttemplate.h"
+#include "environmentkey.h"
 #include "syntaxhighlighter.h"
 #include "textdocument.h"
 #include "textindent.h"
@@ -32,7 +33,7 @@ void TextDocumentTemplate::readSettings(const QSettings &settings)
 bool TextDocumentTemplate::canOpen(const QString &filename)
 {
     const QFileInfo info(filename);
-    if (info.size() > LargestFile)
+    if (info.size() > LargestFile || isDisassemblyName(filename))
         return false;
     return m_extensions.isEmpty() || m_extensions.contains(info.suffix().toLower());
 }

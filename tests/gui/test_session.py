@@ -69,6 +69,7 @@ class SessionTest(ProgramTest):
         self.varnel.wait_for("viewManagerTabBar", "currentIndex", current)
 
     def go_to_line(self, line):
+        self.wait_for_keyboard()
         self.varnel.choose("viewGotoLine")
         self.varnel.wait_for("inputDialog", "isActiveWindow", True)
         self.screen.keyboard.type(f"{line}\n")
@@ -85,10 +86,10 @@ class SessionTest(ProgramTest):
         self.screen.focus.give_back()
 
     def panes_at_the_end(self):
-        """The number of panes of each file that was open when the program ended."""
+        """The line of the cursor in each pane of the files that were open when the program ended."""
         (file,) = (self.home / ".local/state/Ostrand Labs/Varnel/sessions").glob("*.json")
         files = json.loads(file.read_text(encoding="utf-8"))["files"]
-        return {pathlib.Path(file["path"]).name: len(file["panes"]) for file in files}
+        return {pathlib.Path(file["path"]).name: [pane["line"] + 1 for pane in file["panes"]] for file in files}
 
     def test_workspace_files_panes_and_cursor_are_where_they_were(self):
         self.open_workspace()
@@ -104,8 +105,9 @@ class SessionTest(ProgramTest):
 
         self.change_outside("clock/hand.c", "/* minute hand */\n" + LINES)
         self.varnel.answer(f"hand.c\n\n{CHANGED_OUTSIDE}", "y")
-        self.wait_for_files(3, 1)  # it comes to the front
+        self.wait_for_files(3, 1)  # what is read again comes to the front
 
+        self.wait_for_keyboard()
         self.varnel.choose("windowNext")
         self.wait_for_files(3, 2)
         self.varnel.choose("windowSplit")
@@ -127,10 +129,10 @@ class SessionTest(ProgramTest):
         self.wait_for_cursor(50, 2)
         self.varnel.choose("windowNext")
         self.wait_for_files(3, 2)
-        self.wait_for_cursor(120, 1)
+        self.wait_for_cursor(120, 1)  # the lower pane has the keyboard, as it had
         self.varnel.choose("fileExit")
         self.assertEqual(self.program.wait(), 0)
-        self.assertEqual(self.panes_at_the_end(), {"clock.c": 1, "hand.c": 1, "tuner.c": 2})
+        self.assertEqual(self.panes_at_the_end(), {"clock.c": [1], "hand.c": [50], "tuner.c": [1, 120]})
 
     def test_a_file_that_stays_unsaved_at_the_end_is_as_it_was(self):
         self.open_file("clock/clock.c", 1, 0)

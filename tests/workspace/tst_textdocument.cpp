@@ -58,6 +58,7 @@ private Q_SLOTS:
         TextDocumentTemplate any(u"T"_s, u"d"_s, {}, {}, std::make_unique<SyntaxHighlighter>(), nullptr);
         QTEST(c.canOpen(directory.filePath(name)), "c");
         QTEST(any.canOpen(directory.filePath(name)), "any");
+        QVERIFY(!any.canOpen(u"disassembler:0x00000001:"_s + name)); // which is no file
         QVERIFY(c.canCreate());
         QCOMPARE(c.extension(), u"c"_s);
         QCOMPARE(any.extension(), QString());

@@ -2,6 +2,8 @@
 #include "buildcontrol.h"
 #include "debugcontrol.h"
 #include "dockwindow.h"
+#include "document.h"
+#include "environmentkey.h"
 #include "editablescript.h"
 #include "editcommands.h"
 #include "extensioncommands.h"
@@ -385,6 +387,9 @@ void MainWindow::debugToggleBreakpoint()
 void MainWindow::debugViewDisassembly()
 {
     m_debugControl->debugViewDisassembly();
+    Document *document = m_viewManager->currentDocument();
+    if (currentProject() && !(document && isDisassemblyName(document->filename())))
+        warnNoOwner(this, "debugViewDisassembly");
 }
 
 void MainWindow::debugToggleRegisterWindow(bool)
