@@ -42,8 +42,10 @@ void restorePanes(TextView &view, const Session::File &file)
     const QList<TextViewEdit *> edits = view.shownEdits();
     for (qsizetype i = 0; i < qMin(edits.size(), panes.size()); ++i)
         restorePane(*edits[i], panes[i]);
-    if (TextViewEdit *active = edits.value(file.activePane))
+    if (TextViewEdit *active = edits.value(file.activePane)) {
         view.setCurrentEdit(active);
+        active->setFocus(); // a tab gives the focus to what has had it
+    }
 }
 
 Session::File fileOf(View *view)
