@@ -10,6 +10,7 @@
 #include "filecommands.h"
 #include "findcommands.h"
 #include "ideapplication.h"
+#include "idisassembly.h"
 #include "iexecutionenvironment.h"
 #include "isourcemapping.h"
 #include "mainwindow.h"
@@ -387,8 +388,10 @@ void MainWindow::debugToggleBreakpoint()
 void MainWindow::debugViewDisassembly()
 {
     m_debugControl->debugViewDisassembly();
+    const Project *project = currentProject();
     Document *document = m_viewManager->currentDocument();
-    if (currentProject() && !(document && isDisassemblyName(document->filename())))
+    if (queryInterface<IDisassembly>(project ? project->executionInterface() : nullptr)
+        && !(document && isDisassemblyName(document->filename())))
         warnNoOwner(this, "debugViewDisassembly");
 }
 
