@@ -134,7 +134,8 @@ void QemuMachine::takeSockets()
     connect(m_qmp, &QLocalSocket::readyRead, this, [this] { m_qmp->readAll(); }); // events, of no use to us
     m_qtest = accept(m_qtestServer.get());
     m_serial = accept(m_serialServer.get());
-    for (QLocalSocket *socket : {m_serial, accept(m_semihostingServer.get())}) {
+    m_semihosting = accept(m_semihostingServer.get());
+    for (QLocalSocket *socket : {m_serial, m_semihosting}) {
         if (!socket)
             continue;
         connect(socket, &QLocalSocket::readyRead, this, [this, socket] { Q_EMIT output(socket->readAll()); });
@@ -150,7 +151,7 @@ void QemuMachine::end()
         m_process->end();
         m_process.release()->deleteLater(); // it may be the one that calls us
     }
-    m_serial = m_qtest = m_qmp = nullptr;
+    m_serial = m_semihosting = m_qtest = m_qmp = nullptr;
     for (auto *server : {&m_serialServer, &m_semihostingServer, &m_qtestServer, &m_qmpServer}) {
         if (!*server)
             continue;
@@ -267,9 +268,19 @@ void QemuMachine::readComplaints()
     m_complaints.remove(0, end);
 }
 
+/// What the program wrote at its very end may lie in the sockets yet when we hear of that.
+void QemuMachine::readLastOutput()
+{
+    for (QLocalSocket *socket : {m_serial, m_semihosting}) {
+        while (socket && socket->waitForReadyRead(0)) {
+        }
+    }
+}
+
 void QemuMachine::processEnded()
 {
     readComplaints();
+    readLastOutput();
     const bool crashed = m_process->exitStatus() == QProcess::CrashExit;
     const QString reason = crashed ? tr("'%1' was ended by a signal.").arg(m_setup.program)
                                    : tr("'%1' ended with code %2.").arg(m_setup.program).arg(m_process->exitCode());

@@ -57,6 +57,7 @@ private:
     QByteArray askQtest(const QByteArray &line);
     QByteArray askQmp(const QByteArray &line);
     void readComplaints();
+    void readLastOutput();
     void processEnded();
 
     const Setup m_setup;
@@ -67,6 +68,7 @@ private:
     std::unique_ptr<QLocalServer> m_qtestServer;
     std::unique_ptr<QLocalServer> m_qmpServer;
     QLocalSocket *m_serial = nullptr; ///< sockets belong to their servers
+    QLocalSocket *m_semihosting = nullptr;
     QLocalSocket *m_qtest = nullptr;
     QLocalSocket *m_qmp = nullptr;
     QString m_complaints;
