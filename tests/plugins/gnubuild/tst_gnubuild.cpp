@@ -694,6 +694,7 @@ private Q_SLOTS:
         BuildFixture fixture;
         addSample(fixture);
         qputenv("CCACHE_DIR", fixture.path(u"cache"_s).toUtf8());
+        qunsetenv("CCACHE_DISABLE"); // as somebody may have it who times the build of this project
         fixture.project->set(PropertyKey::Launcher, u"ccache"_s);
         QVERIFY2(fixture.build(), qPrintable(fixture.events->text));
         QVERIFY(fixture.build({u"Debug"_s}, true));
@@ -737,6 +738,7 @@ private Q_SLOTS:
         qputenv("DISTCC_FALLBACK", "0");
         qputenv("DISTCC_DIR", fixture.path(u"distcc"_s).toUtf8());
         qputenv("CCACHE_DIR", fixture.path(u"cache"_s).toUtf8());
+        qunsetenv("CCACHE_DISABLE"); // as somebody may have it who times the build of this project
         fixture.project->set(PropertyKey::Launcher, launcher);
         fixture.project->set(PropertyKey::DistccHosts, u"127.0.0.1:%1/2"_s.arg(port));
         const bool built = fixture.build();
