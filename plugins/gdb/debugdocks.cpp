@@ -32,8 +32,8 @@ QList<QWidget *> DebugDocks::widgets()
         if (Target *target = m_session->target())
             target->writeInput(bytes);
     });
-    const QList<QWidget *> all{m_callStack, m_locals, m_console};
-    for (QWidget *window : all)
+    QList<QWidget *> all{m_callStack, m_locals, m_console};
+    for (QWidget *window : std::as_const(all))
         nameByProject(window, m_projectName);
     return all;
 }
