@@ -1,5 +1,4 @@
 #include "textsearch.h"
-#include <ranges>
 
 namespace {
 constexpr qsizetype Stretch = 64; ///< places in a text that are ruled out together, by a few wide comparisons
@@ -30,11 +29,11 @@ struct Anchor
     [[nodiscard]] char16_t difference(const char16_t *place) const { return (place[offset] | caseBit) ^ character; }
 };
 
-/// The first of @p offsets at which @p pattern has such a character. Where case does not count, those are the ASCII
-/// characters but K and S, which have a third form far away.
-Anchor findAnchor(QStringView pattern, SearchOptions options, auto offsets)
+/// The next such character of @p pattern from @p from on, in steps of 1 or -1. Where case does not count, those are the
+/// ASCII characters but K and S, which have a third form far away.
+Anchor findAnchor(QStringView pattern, SearchOptions options, qsizetype from, int step)
 {
-    for (const qsizetype offset : offsets) {
+    for (qsizetype offset = from; offset >= 0 && offset < pattern.size(); offset += step) {
         const char16_t c = pattern[offset].unicode();
         if (options.caseSensitive)
             return {offset, 0, c};
@@ -57,9 +56,8 @@ bool mayMatch(const char16_t *text, Anchor first, Anchor last)
 /// As QStringView::indexOf(), made for long texts.
 qsizetype indexOf(QStringView text, QStringView pattern, SearchOptions options, qsizetype from)
 {
-    const auto offsets = std::views::iota(qsizetype(0), pattern.size());
-    const Anchor first = findAnchor(pattern, options, offsets);
-    const Anchor last = findAnchor(pattern, options, offsets | std::views::reverse);
+    const Anchor first = findAnchor(pattern, options, 0, 1);
+    const Anchor last = findAnchor(pattern, options, pattern.size() - 1, -1);
     for (; first.offset >= 0 && from + Stretch + pattern.size() <= text.size(); from += Stretch) {
         const char16_t *const stretch = text.utf16() + from;
         __builtin_prefetch(stretch + 16 * Stretch); // processors do not read ahead over the end of a page
