@@ -1,9 +1,9 @@
+#include "../tests/framework/fakeservices.h"
 // What a test driver waits for: commands per second over the loopback, one at a time and many on their way at once, on
 // a window of 1,000 objects. The measure for the first is a server that sends each line back. And what the server costs
 // while nobody asks anything.
 #include "objectmodel.h"
 #include "qtrunnerserver.h"
-#include "scripthost.h"
 #include <benchmark/benchmark.h>
 #include <malloc.h>
 #include <QApplication>
@@ -27,12 +27,6 @@ void require(bool condition, const char *what)
         qFatal("%s", what);
 }
 
-class NoActions : public ScriptHost
-{
-public:
-    [[nodiscard]] QAction *action(const QString &) override { return nullptr; }
-};
-
 /// The edit is in the middle of the window's objects.
 class Window : public QWidget
 {
@@ -45,7 +39,7 @@ public:
         edit->setObjectName(u"edit"_s);
     }
 
-    NoActions host;
+    FakeServices host;
     ObjectModel model{host};
     QtRunnerServer server{0, QHostAddress::LocalHost, &model, this};
 };

@@ -1,6 +1,7 @@
 // Debug sessions on an emulated board, beside a bare client that sends the same commands to the same gdb and board. The
 // counter "bare_ms" is the client's time, "ratio" ours in relation to it.
 #include "../tests/framework/installation.h"
+#include "activity.h"
 #include "ideapplication.h"
 #include "livesession.h"
 #include "mainwindow.h"
@@ -241,9 +242,9 @@ public:
 private:
     void waitForPause()
     {
-        while (m_window.state() == StateRunning)
+        while (m_window.activity().state() == StateRunning)
             QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents);
-        require(m_window.state() == StatePaused, "the step ends");
+        require(m_window.activity().state() == StatePaused, "the step ends");
         QCoreApplication::processEvents();
     }
 

@@ -1,9 +1,10 @@
+#include "../tests/framework/fakeservices.h"
+#include "activity.h"
 // The project tree with 100,000 files in 1,000 folders, beside a bare QTreeWidget that gets a row for each of them.
 #include "project.h"
 #include "projectfile.h"
 #include "projectfolder.h"
 #include "projecttree.h"
-#include "projecttreehost.h"
 #include "projecttreeitem.h"
 #include "projectworkspace.h"
 #include <benchmark/benchmark.h>
@@ -22,14 +23,10 @@ constexpr int FilesPerFolder = 100;
 constexpr int FileCount = FolderCount * FilesPerFolder;
 constexpr int FilesInBigFolder = 10000;
 
-class Host : public ProjectTreeHost
+class Host : public FakeServices
 {
 public:
-    QAction *action(const QString &) const override { return nullptr; }
-    QIcon picture(const QString &) const override { return QApplication::style()->standardIcon(QStyle::SP_FileIcon); }
-    QString sourceFilter() const override { return {}; }
-    QString filesDirectory() const override { return {}; }
-    void setFilesDirectory(const QString &) override {}
+    QIcon icon(const QString &) const override { return QApplication::style()->standardIcon(QStyle::SP_FileIcon); }
 };
 
 void require(bool condition, const char *what)
@@ -136,17 +133,19 @@ double bareExpansion()
 struct Shown
 {
     Host host;
-    std::unique_ptr<ProjectWorkspace> workspace = largeWorkspace();
-    ProjectTree tree{host};
+    Activity activity;
+    ProjectTree tree{activity, host};
 
     Shown()
     {
         tree.resize(300, 800);
         tree.show();
-        tree.setWorkspace(workspace.get());
+        activity.openWorkspace(largeWorkspace());
+        tree.showWorkspace();
         settle(tree);
     }
-    Project *project() const { return workspace->project(0); }
+    ~Shown() { activity.closeWorkspace(); }
+    Project *project() const { return activity.currentProject(); }
 };
 
 void report(benchmark::State &state, double peer, const char *name)
@@ -163,7 +162,7 @@ void showLargeProject(benchmark::State &state)
     for ([[maybe_unused]] auto _ : state) {
         peer += bareTree();
         state.SetIterationTime(milliseconds([&] {
-                                   shown.tree.setWorkspace(shown.workspace.get());
+                                   shown.tree.showWorkspace();
                                    settle(shown.tree);
                                })
                                / 1000);
@@ -178,7 +177,7 @@ void expandTenThousand(benchmark::State &state)
     double peer = 0;
     for ([[maybe_unused]] auto _ : state) {
         peer += bareExpansion();
-        shown.tree.setWorkspace(shown.workspace.get());
+        shown.tree.showWorkspace();
         settle(shown.tree);
         ListViewItem *folder = bigFolder(shown.tree);
         state.SetIterationTime(milliseconds([&] {

@@ -1,7 +1,7 @@
 #pragma once
+#include "fakeservices.h"
 #include "objectmodel.h"
 #include "qtrunnerserver.h"
-#include "scripthost.h"
 #include <QAction>
 #include <QCheckBox>
 #include <QFrame>
@@ -11,11 +11,11 @@
 #include <QVBoxLayout>
 
 /// Finds the actions of a window as the program does those of its UI file.
-class WindowHost : public ScriptHost
+class WindowHost : public FakeServices
 {
 public:
     explicit WindowHost(QWidget *window) : m_window(window) {}
-    [[nodiscard]] QAction *action(const QString &name) override { return m_window->findChild<QAction *>(name); }
+    [[nodiscard]] QAction *action(const QString &name) const override { return m_window->findChild<QAction *>(name); }
 
 private:
     QWidget *const m_window;

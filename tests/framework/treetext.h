@@ -1,15 +1,19 @@
 #pragma once
 #include "../project/modeltext.h"
+#include "activity.h"
+#include "fakeservices.h"
+#include "lastdirectories.h"
 #include "projecttree.h"
-#include "projecttreehost.h"
 #include "projecttreeitem.h"
 #include <QAction>
 #include <QApplication>
 #include <QClipboard>
 #include <QMenu>
+#include <QSettings>
+#include <QTemporaryDir>
 
 /// A window around a project tree that has every action and writes down what it is asked.
-class FakeTreeHost : public QWidget, public ProjectTreeHost
+class FakeTreeHost : public QWidget, public FakeServices
 {
 public:
     using QWidget::QWidget;
@@ -25,21 +29,26 @@ public:
     }
 
     QAction *action(const QString &name) const override { return findChild<QAction *>(name); }
-    QIcon picture(const QString &name) const override
+    QWidget *dialogParent() override { return this; }
+    QIcon icon(const QString &name) const override
     {
         QPixmap pixmap(16, 16);
         pixmap.fill(colors.value(name));
         return pixmap;
     }
     QString sourceFilter() const override { return QStringLiteral("Source Files (*.c *.h);;All Files (*.*)"); }
-    QString filesDirectory() const override { return directory; }
-    void setFilesDirectory(const QString &newDirectory) override { directory = newDirectory; }
+    LastDirectories &directories() override { return m_directories; }
+    [[nodiscard]] QString directory() const { return m_directories.directory(QStringLiteral("Files")); }
 
-    QString directory;
     const QHash<QString, QColor> colors{
         {QStringLiteral("treeworkspace.png"), Qt::black},      {QStringLiteral("treeproject.png"), Qt::blue},
         {QStringLiteral("treeprojectinactive.png"), Qt::gray}, {QStringLiteral("treefolder.png"), Qt::yellow},
         {QStringLiteral("treefolderopen.png"), Qt::red},       {QStringLiteral("treesourcefile.png"), Qt::green}};
+
+private:
+    QTemporaryDir m_home;
+    QSettings m_settings{m_home.filePath(QStringLiteral("settings.ini")), QSettings::IniFormat};
+    LastDirectories m_directories{&m_settings, m_home.path()};
 };
 
 /// The name of the picture of a FakeTreeHost that @p item shows.

@@ -37,7 +37,7 @@ private:
 
     void open()
     {
-        m_dialog = std::make_unique<BreakpointDialog>(m_workspace.get(), nullptr, u"breakpointDialog"_s);
+        m_dialog = std::make_unique<BreakpointDialog>(*m_activity, nullptr, u"breakpointDialog"_s);
         m_dialog->show();
         m_stub->takeCalls();
     }
@@ -537,10 +537,21 @@ private Q_SLOTS:
 
     void withoutAWorkspaceThereIsNothingToSet()
     {
+        dropWorkspace();
         expectAssert(u"workspace"_s);
-        BreakpointDialog dialog(nullptr, nullptr, u"breakpointDialog"_s);
+        BreakpointDialog dialog(*m_activity, nullptr, u"breakpointDialog"_s);
         dialog.accept();
         QCOMPARE(dialog.result(), int(QDialog::Accepted));
+    }
+
+    void closingTheWorkspaceRejectsTheDialog()
+    {
+        add(u"fw"_s, {{{{u"main.c"_s, 7}}, 1}});
+        open();
+        m_dialog->show();
+        dropWorkspace();
+        QVERIFY(!m_dialog->isVisible());
+        QCOMPARE(m_dialog->result(), int(QDialog::Rejected));
     }
 
     void theListGrowsWithTheDialog()

@@ -1,4 +1,5 @@
 #include "../project/modeltext.h"
+#include "activity.h"
 #include "debugpane.h"
 #include "iexecutionenvironment.h"
 #include "interfaceobject.h"
@@ -44,10 +45,12 @@ public:
         : DebugPane(parent), environment(shareInterface(environment))
     {}
     void releaseEnvironment() override { environment.reset(); }
+    void setPaused(bool value) override { paused = value; }
     void update() override { ++updates; }
 
     InterfacePtr<IExecutionEnvironment> environment;
     int updates = 0;
+    bool paused = false;
 };
 
 class FakeMultiWidget : public MultiWidget
@@ -71,7 +74,8 @@ class MultiWidgetTest : public QObject
 
 private:
     std::unique_ptr<QTemporaryDir> m_directory;
-    std::unique_ptr<ProjectWorkspace> m_workspace;
+    std::unique_ptr<Activity> m_activity;
+    QPointer<ProjectWorkspace> m_workspace;
     std::unique_ptr<FakeMultiWidget> m_widget;
     QHash<const IExecutionEnvironment *, QString> m_names; ///< of the projects
     int m_environments = 0;                                ///< alive
@@ -114,15 +118,19 @@ private Q_SLOTS:
     {
         QTest::failOnWarning(QRegularExpression(u"^(?!This plugin does not support)"_s));
         m_directory = std::make_unique<QTemporaryDir>();
-        m_workspace = std::make_unique<ProjectWorkspace>(u"/work/all.vnw"_s);
-        m_widget = std::make_unique<FakeMultiWidget>();
+        m_activity = std::make_unique<Activity>();
+        m_activity->openWorkspace(std::make_unique<ProjectWorkspace>(u"/work/all.vnw"_s));
+        m_workspace = m_activity->workspace();
+        m_widget = std::make_unique<FakeMultiWidget>(*m_activity);
         m_widget->show();
     }
 
     void cleanup()
     {
         m_widget.reset();
-        m_workspace.reset();
+        if (m_workspace)
+            m_activity->closeWorkspace();
+        m_activity.reset();
         QCOMPARE(m_environments, 0);
     }
 
@@ -135,17 +143,18 @@ private Q_SLOTS:
 
     void withoutProjectsThereIsAnIdlePane()
     {
-        m_widget->setWorkspace(nullptr);
+        m_activity->closeWorkspace();
         QCOMPARE(shown(), u"idle"_s);
         QVERIFY(m_widget->widgets().constFirst()->isVisible());
-        m_widget->setWorkspace(m_workspace.get());
+        m_activity->openWorkspace(std::make_unique<ProjectWorkspace>(u"/work/other.vnw"_s));
         QCOMPARE(shown(), u"idle"_s);
+        m_activity->closeWorkspace();
     }
 
     void onePaneIsBare()
     {
         addProject(u"fw"_s);
-        m_widget->setWorkspace(m_workspace.get());
+        m_widget->workspaceChanged();
         QCOMPARE(shown(), u"fw"_s);
         QVERIFY(m_widget->widgets().constFirst()->isVisible());
         QCOMPARE(m_widget->widgets().constFirst()->parentWidget(), m_widget.get());
@@ -155,7 +164,7 @@ private Q_SLOTS:
     {
         addProject(u"fw"_s);
         addProject(u"lib"_s);
-        m_widget->setWorkspace(m_workspace.get());
+        m_widget->workspaceChanged();
         QCOMPARE(shown(), u"fw [lib] in tabs"_s);
         const auto *tabs = m_widget->findChild<QTabWidget *>();
         QCOMPARE(tabs->tabPosition(), QTabWidget::South);
@@ -167,7 +176,7 @@ private Q_SLOTS:
     {
         addProject(u"a&b"_s);
         addProject(u"lib"_s);
-        m_widget->setWorkspace(m_workspace.get());
+        m_widget->workspaceChanged();
         QCOMPARE(m_widget->findChild<QTabWidget *>()->tabText(0), u"Sim - a&&b"_s);
     }
 
@@ -196,14 +205,14 @@ private Q_SLOTS:
             if (unsuitable & bit)
                 m_widget->unsuitable += project->executionInterface();
         }
-        m_widget->setWorkspace(m_workspace.get());
+        m_widget->workspaceChanged();
         QCOMPARE(shown(), expected);
     }
 
     void aSingleProjectThatIsSkippedLeavesNoPane()
     {
         addProject(u"fw"_s)->setActive(false);
-        m_widget->setWorkspace(m_workspace.get());
+        m_widget->workspaceChanged();
         QCOMPARE(shown(), QString());
     }
 
@@ -213,7 +222,7 @@ private Q_SLOTS:
         addProject(u"second"_s);
         addProject(u"third"_s);
         first->setActive(false);
-        m_widget->setWorkspace(m_workspace.get());
+        m_widget->workspaceChanged();
         m_workspace->setCurrentProject(1); // "second", whose page is number 0
         QCOMPARE(shown(), u"second [third] in tabs"_s);
         m_workspace->setCurrentProject(0);
@@ -225,7 +234,7 @@ private Q_SLOTS:
     void itFollowsTheWorkspace()
     {
         Project *fw = addProject(u"fw"_s);
-        m_widget->setWorkspace(m_workspace.get());
+        m_widget->workspaceChanged();
         Project *lib = addProject(u"lib"_s);
         QCOMPARE(shown(), u"fw [lib] in tabs"_s);
         fw->setActive(false);
@@ -236,23 +245,23 @@ private Q_SLOTS:
         QCOMPARE(shown(), u"idle"_s);
     }
 
-    void anEarlierWorkspaceIsNotListenedTo()
+    void anotherWorkspaceReplacesThePanes()
     {
         addProject(u"fw"_s);
-        m_widget->setWorkspace(m_workspace.get());
-        m_widget->setWorkspace(nullptr);
-        addProject(u"lib"_s);
+        m_activity->openWorkspace(std::make_unique<ProjectWorkspace>(u"/work/other.vnw"_s));
         QCOMPARE(shown(), u"idle"_s);
+        QCOMPARE(m_environments, 0);
+        m_activity->closeWorkspace();
     }
 
-    void theWorkspaceMayDieFirst()
+    void theEnvironmentIsReleasedBeforeTheWorkspaceIsDeleted()
     {
         addProject(u"fw"_s);
-        m_widget->setWorkspace(m_workspace.get());
-        m_workspace.reset();
-        QCOMPARE(m_environments, 1); // the pane holds it
+        QCOMPARE(shown(), u"fw"_s);
+        QObject::connect(m_workspace, &QObject::destroyed, this, [&] { QCOMPARE(m_environments, 0); });
+        m_activity->closeWorkspace();
+        QCOMPARE(shown(), u"idle"_s);
         m_widget->currentProjectChanged();
-        m_widget->setWorkspace(nullptr);
         QCOMPARE(m_environments, 0);
     }
 
@@ -260,7 +269,7 @@ private Q_SLOTS:
     {
         addProject(u"fw"_s);
         addProject(u"lib"_s);
-        m_widget->setWorkspace(m_workspace.get());
+        m_widget->workspaceChanged();
         const QList<DebugPane *> panes = m_widget->widgets();
         m_widget->update();
         for (const DebugPane *pane : panes)
@@ -271,10 +280,22 @@ private Q_SLOTS:
         QCOMPARE(m_widget->widgets(), panes);
     }
 
+    void everyPaneKnowsWhetherTheProgramIsPaused()
+    {
+        addProject(u"fw"_s);
+        m_widget->setPaused(true);
+        const auto paused = [&] { return static_cast<FakePane *>(m_widget->widgets().constFirst())->paused; };
+        QVERIFY(paused());
+        addProject(u"lib"_s); // makes new panes
+        QVERIFY(paused());
+        m_widget->setPaused(false);
+        QVERIFY(!paused());
+    }
+
     void thePaneWhoseSignalRebuildsLivesOnButHoldsNothing()
     {
         addProject(u"fw"_s);
-        m_widget->setWorkspace(m_workspace.get());
+        m_widget->workspaceChanged();
         const QPointer<FakePane> pane = static_cast<FakePane *>(m_widget->widgets().constFirst());
         connect(pane, &DebugPane::doUpdate, this, [&] {
             m_workspace->removeProject(m_workspace->project(0));

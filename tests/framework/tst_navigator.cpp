@@ -60,7 +60,7 @@ private Q_SLOTS:
     {
         setUp();
         delete m_tree; // the navigator has one of its own
-        m_navigator = std::make_unique<Navigator>(*m_window);
+        m_navigator = std::make_unique<Navigator>(m_activity, *m_window);
     }
 
     void cleanup()
@@ -83,7 +83,7 @@ private Q_SLOTS:
         m_navigator->setHelpWidget(help);
         QCOMPARE(help->objectName(), u"HelpWidget"_s);
         QCOMPARE(pages(), u"[Help]"_s);
-        m_navigator->setWorkspace(m_workspace.get());
+        m_navigator->showWorkspace();
         QCOMPARE(pages(), u"[Files] Help"_s);
         QVERIFY(shown(*tree()).startsWith(u"- Workspace 'all': 2 project(s)\n"_s));
     }
@@ -91,10 +91,10 @@ private Q_SLOTS:
     void aWorkspaceBringsTheFilesToTheFrontAndKeepsTheTree()
     {
         m_navigator->setHelpWidget(new FakeHelp);
-        m_navigator->setWorkspace(m_workspace.get());
+        m_navigator->showWorkspace();
         const ProjectTree *before = tree();
         tabs()->setCurrentIndex(1);
-        m_navigator->setWorkspace(m_workspace.get());
+        m_navigator->showWorkspace();
         QCOMPARE(pages(), u"[Files] Help"_s);
         QCOMPARE(tree(), before);
     }
@@ -102,26 +102,22 @@ private Q_SLOTS:
     void noWorkspaceTakesTheTreeAway()
     {
         m_navigator->setHelpWidget(new FakeHelp);
-        m_navigator->setWorkspace(nullptr);
-        m_navigator->setWorkspace(m_workspace.get());
+        m_navigator->showWorkspace();
         const QPointer<ProjectTree> before = tree();
-        m_navigator->setWorkspace(nullptr);
+        dropWorkspace();
         QCOMPARE(pages(), u"[Help]"_s);
         QCOMPARE(tree(), nullptr);
         QTRY_VERIFY(!before);
-        m_navigator->setWorkspace(m_workspace.get());
+        m_activity.openWorkspace(std::make_unique<ProjectWorkspace>(u"/work/other.vnw"_s));
         QCOMPARE(pages(), u"[Files] Help"_s);
     }
 
     void theTreeMayBeTakenAwayByWhatItHasStarted()
     {
-        m_navigator->setWorkspace(m_workspace.get());
+        m_navigator->showWorkspace();
         select(*tree(), {u"boot.py"_s});
         QStringList signalled;
-        connect(m_navigator.get(), &Navigator::runPyFile, this, [&] {
-            m_workspace.reset();
-            m_navigator->setWorkspace(nullptr);
-        });
+        connect(m_navigator.get(), &Navigator::runPyFile, this, [&] { dropWorkspace(); });
         connect(m_navigator.get(), &Navigator::fileSelected, this, [&](const QString &path) { signalled += path; });
         const QPointer<ProjectTree> before = tree();
         before->runPyFile();
@@ -131,7 +127,7 @@ private Q_SLOTS:
 
     void theSignalsOfTheTreeArePassedOn()
     {
-        m_navigator->setWorkspace(m_workspace.get());
+        m_navigator->showWorkspace();
         QStringList lines;
         const auto add = [&](const QString &line) { lines += line; };
         connect(m_navigator.get(), &Navigator::openFile, this, [&](const QString &path) { add(u"open "_s + path); });
@@ -191,7 +187,7 @@ private Q_SLOTS:
     {
         QCOMPARE(m_navigator->selectedProject(), nullptr);
         m_navigator->showFileProperties();
-        m_navigator->setWorkspace(m_workspace.get());
+        m_navigator->showWorkspace();
         QCOMPARE(m_navigator->selectedProject(), nullptr);
         select(*tree(), {u"src"_s});
         QCOMPARE(m_navigator->selectedProject(), m_fw);
@@ -208,7 +204,7 @@ private Q_SLOTS:
     {
         QFETCH(bool, onTree);
         m_navigator->cut(); // without a tree
-        m_navigator->setWorkspace(m_workspace.get());
+        m_navigator->showWorkspace();
         tabs()->tabBar()->setFocusPolicy(Qt::StrongFocus);
         focus(onTree ? static_cast<QWidget *>(tree()) : tabs()->tabBar());
         const QString before = treeOf(*m_fw);
@@ -225,7 +221,7 @@ private Q_SLOTS:
 
     void whileAFolderIsBeingRenamedNothingIsRemoved()
     {
-        m_navigator->setWorkspace(m_workspace.get());
+        m_navigator->showWorkspace();
         focus(tree());
         select(*tree(), {u"src"_s});
         tree()->renameFolder();

@@ -378,7 +378,8 @@ private Q_SLOTS:
     void aWorkspaceIsNeeded()
     {
         expectAssert(u"workspace"_s);
-        m_tree->setWorkspace(nullptr);
+        dropWorkspace();
+        m_tree->showWorkspace();
         m_tree->releaseWorkspace();
         expectAssert(u"m_workspace"_s);
         m_tree->workspaceChanged();
@@ -387,7 +388,7 @@ private Q_SLOTS:
     void handingTheWorkspaceOverAgainShowsItsNewContents()
     {
         QVERIFY(m_fw->loadFromXml(u"<project><file path='new.c'/></project>"_s));
-        m_tree->setWorkspace(m_workspace.get());
+        m_tree->showWorkspace();
         QCOMPARE(shown(*m_tree), u"- Workspace 'all': 2 project(s)\n"
                                  "  -  - fw\n"
                                  "      new.c\n"
@@ -397,22 +398,18 @@ private Q_SLOTS:
         QCOMPARE(row(*m_tree, u" - fw"_s)->childCount(), 2);
     }
 
-    void anEarlierWorkspaceIsNotListenedTo()
+    void anotherWorkspaceReplacesTheFirst()
     {
-        ProjectWorkspace other(u"/work/other.vnw"_s);
-        m_tree->setWorkspace(&other);
-        m_fw->addFile(new ProjectFile(u"one.c"_s, u"one.c"_s));
-        m_workspace->setModified(true);
-        m_workspace->setCurrentProject(m_fw);
+        m_activity.openWorkspace(std::make_unique<ProjectWorkspace>(u"/work/other.vnw"_s));
+        m_tree->showWorkspace();
         QCOMPARE(shown(*m_tree), u"  Workspace 'other': 0 project(s)\n"_s);
-        m_tree->setWorkspace(m_workspace.get());
     }
 
     void aWorkspaceThatDiesLeavesAnEmptyTree()
     {
         select(*m_tree, {u"boot.py"_s});
         m_signals.clear();
-        m_workspace.reset();
+        dropWorkspace();
         QCOMPARE(shown(*m_tree), QString());
         QCOMPARE(m_signals, (QStringList{u"no cut"_s, u"no paste"_s, u"file "_s}));
     }

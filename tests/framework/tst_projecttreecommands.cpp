@@ -143,7 +143,7 @@ private Q_SLOTS:
     void actionsThatTheUiFileLacksAreLeftOut()
     {
         FakeTreeHost bare;
-        ProjectTree tree(bare);
+        ProjectTree tree(m_activity, bare);
         QCOMPARE(textOf(tree.findChild<QMenu *>(u"fileContextMenu"_s)), u"&Open\n---\n---\n---\n"_s);
         auto *menu = tree.findChild<PopupMenu *>(u"projectContextMenu"_s);
         QCOMPARE(menu->item(1)->text(), u"Set as Acti&ve Project"_s);
@@ -241,7 +241,7 @@ private Q_SLOTS:
     {
         select(*m_tree, {u" - fw"_s});
         whenAsked<QMessageBox>([&](QMessageBox *box) {
-            m_workspace.reset();
+            dropWorkspace();
             box->button(QMessageBox::Ok)->click();
         });
         m_tree->removeProject();
@@ -428,7 +428,7 @@ private Q_SLOTS:
         QVERIFY(QDir(path).mkpath(u"inner"_s));
         writeFile(path + u"/inner/one.c"_s, "1");
         writeFile(path + u"/inner/two.h"_s, "2");
-        m_window->directory = path + u"/inner"_s;
+        m_window->directories().setDirectory(u"Files"_s, path + u"/inner"_s);
         folderIn(m_fw->folders(), u"src"_s)->setExtensions({u"c"_s}); // would attract one.c
         select(*m_tree, {u"doc"_s});
         whenAsked<QFileDialog>([&](QFileDialog *dialog) {
@@ -441,9 +441,9 @@ private Q_SLOTS:
             edit->setText(u"\"one.c\" \"two.h\""_s);
             QTest::keyClick(edit, Qt::Key_Return);
         });
-        m_window->directory = path + u"/inner"_s;
+        m_window->directories().setDirectory(u"Files"_s, path + u"/inner"_s);
         m_tree->addFilesToFolder();
-        QCOMPARE(m_window->directory, path + u"/inner"_s);
+        QCOMPARE(m_window->directory(), path + u"/inner"_s);
         QVERIFY(shown(*m_tree).contains(u"    - doc\n        one.c\n        two.h\n"_s));
         const QString stored = folderIn(m_fw->folders(), u"doc"_s)->files().constFirst()->path();
         QCOMPARE(m_fw->absolutePath(stored), path + u"/inner/one.c"_s);
@@ -455,7 +455,7 @@ private Q_SLOTS:
         const QString path = QDir(directory.path()).canonicalPath();
         QVERIFY(QDir(path).mkpath(u"other"_s));
         writeFile(path + u"/other/one.c"_s, "1");
-        m_window->directory = path;
+        m_window->directories().setDirectory(u"Files"_s, path);
         select(*m_tree, {u"doc"_s});
         whenAsked<QFileDialog>([&](QFileDialog *dialog) {
             auto *edit = dialog->findChild<QLineEdit *>(u"fileNameEdit"_s);
@@ -463,16 +463,16 @@ private Q_SLOTS:
             QTest::keyClick(edit, Qt::Key_Return);
         });
         m_tree->addFilesToFolder();
-        QCOMPARE(m_window->directory, path + u"/other"_s);
+        QCOMPARE(m_window->directory(), path + u"/other"_s);
     }
 
     void noFilesChangeNothing()
     {
-        m_window->directory = u"/tmp"_s;
+        m_window->directories().setDirectory(u"Files"_s, u"/tmp"_s);
         select(*m_tree, {u"doc"_s});
         whenAsked<QFileDialog>([](QFileDialog *dialog) { dialog->reject(); });
         m_tree->addFilesToFolder();
-        QCOMPARE(m_window->directory, u"/tmp"_s);
+        QCOMPARE(m_window->directory(), u"/tmp"_s);
         QVERIFY(folderIn(m_fw->folders(), u"doc"_s)->files().isEmpty());
     }
 

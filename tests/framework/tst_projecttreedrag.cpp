@@ -101,7 +101,7 @@ private Q_SLOTS:
             QVERIFY(!enter(&urls));
             QVERIFY(!send<QDragMoveEvent>(centerOf(u"src"_s), &urls));
         });
-        ProjectTree other(*m_window);
+        ProjectTree other(m_activity, *m_window);
         auto *foreign = new QDrag(&other);
         foreign->setMimeData(new ProjectItemDrag(*m_tree));
         whileDragging([&] {

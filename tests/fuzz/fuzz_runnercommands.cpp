@@ -1,9 +1,9 @@
+#include "../framework/fakeservices.h"
 // Any lines from a test driver, on a window with real widgets: each gets a reply of a known form or none, and whatever
 // events were posted find their objects alive and unharmed.
 #include "objectmodel.h"
 #include "qtrunnerserver.h"
 #include "runnercommands.h"
-#include "scripthost.h"
 #include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
@@ -20,7 +20,7 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-class Window : public QMainWindow, public ScriptHost
+class Window : public QMainWindow, public FakeServices
 {
 public:
     Window()
@@ -46,7 +46,7 @@ public:
         new QtRunnerServer(0, QHostAddress(), nullptr, this);
     }
 
-    [[nodiscard]] QAction *action(const QString &name) override { return findChild<QAction *>(name); }
+    [[nodiscard]] QAction *action(const QString &name) const override { return findChild<QAction *>(name); }
 
 private:
     void add(QWidget *widget, const QString &name)

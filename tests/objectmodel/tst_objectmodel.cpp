@@ -1,16 +1,16 @@
+#include "../framework/fakeservices.h"
 #include "objectmodel.h"
-#include "scripthost.h"
 #include <QAction>
 #include <QtTest>
 
 using namespace Qt::StringLiterals;
 
 namespace {
-class Actions : public ScriptHost
+class Actions : public FakeServices
 {
 public:
     QHash<QString, QAction *> actions;
-    [[nodiscard]] QAction *action(const QString &name) override { return actions.value(name); }
+    [[nodiscard]] QAction *action(const QString &name) const override { return actions.value(name); }
 };
 } // namespace
 

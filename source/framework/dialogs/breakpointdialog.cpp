@@ -1,4 +1,5 @@
 #include "breakpointdialog.h"
+#include "activity.h"
 #include "breakpointtext.h"
 #include "callplugin.h"
 #include "iexecutionenvironment.h"
@@ -60,10 +61,10 @@ void clearOld(const BreakpointItem *item)
 }
 } // namespace
 
-BreakpointDialog::BreakpointDialog(ProjectWorkspace *workspace, QWidget *parent, const QString &name)
-    : QDialog(parent), m_ui(std::make_unique<Ui::BreakpointDialogBase>()), m_workspace(workspace)
+BreakpointDialog::BreakpointDialog(const Activity &activity, QWidget *parent, const QString &name)
+    : QDialog(parent), m_ui(std::make_unique<Ui::BreakpointDialogBase>()), m_activity(activity)
 {
-    VARNEL_ASSERT(workspace);
+    VARNEL_ASSERT_TEXT(activity.workspace(), "workspace");
     m_ui->setupUi(this);
     setObjectName(name);
     fill();
@@ -73,6 +74,7 @@ BreakpointDialog::BreakpointDialog(ProjectWorkspace *workspace, QWidget *parent,
     connect(m_ui->CancelButton, &QPushButton::clicked, this, &BreakpointDialog::reject);
     connect(m_ui->ClearButton, &QPushButton::clicked, this, &BreakpointDialog::clearBreakpoint);
     connect(m_ui->ClearAllButton, &QPushButton::clicked, this, &BreakpointDialog::clearAll);
+    connect(&activity, &Activity::workspaceClosing, this, &BreakpointDialog::reject);
     m_ui->BreakpointList->installEventFilter(this);
 }
 
@@ -81,15 +83,16 @@ BreakpointDialog::~BreakpointDialog() = default;
 void BreakpointDialog::fill()
 {
     ListView *list = m_ui->BreakpointList;
-    const int count = m_workspace ? m_workspace->count() : 0;
-    list->setHeaderLabels(QStringList(count > 1 ? 2 : 1, tr("Breakpoint")));
+    const QList<QPointer<Project>> projects = m_activity.projects();
+    const bool several = projects.size() > 1;
+    list->setHeaderLabels(QStringList(several ? 2 : 1, tr("Breakpoint")));
     list->header()->hide();
     list->setItemMargin(1);
     m_last = new ProjectTreeItem(list, nullptr, tr("Add new breakpoint here"), nullptr, nullptr, 0, false);
     m_last->setItalic(true);
-    for (int i = 0; i < count; ++i)
-        fill(m_workspace->project(i));
-    if (count > 1)
+    for (const QPointer<Project> &project : projects)
+        fill(project);
+    if (several)
         layOutColumns();
     list->setCurrentItem(m_last);
     currentItemChanged();
@@ -114,7 +117,7 @@ void BreakpointDialog::fill(Project *project)
         if (record.locations.isEmpty())
             continue;
         BreakpointItem *item = addItem(breakpointText(record.locations.first()), project, record);
-        if (m_workspace->count() > 1)
+        if (m_activity.projects().size() > 1)
             item->setText(1, u'[' + nameOf(project) + u']');
     }
 }
@@ -234,7 +237,7 @@ InterfacePtr<IBreakpoints> BreakpointDialog::resolve(BreakpointPlace &place, con
     Project *project = item->project();
     if (place.isAddress) {
         const bool own = project && project->executionInterface();
-        return breakpointsOf(own || !m_workspace ? project : m_workspace->currentProject());
+        return breakpointsOf(own ? project : m_activity.currentProject());
     }
     if (!project)
         project = projectFor(place.location.file);
@@ -248,13 +251,14 @@ InterfacePtr<IBreakpoints> BreakpointDialog::resolve(BreakpointPlace &place, con
 /// For a file of a new breakpoint; null, and the user knows, if it is in no project.
 Project *BreakpointDialog::projectFor(const QString &file)
 {
-    const QList<Project *> projects = m_workspace ? m_workspace->projectsContainingFile(file) : QList<Project *>();
+    const QList<Project *> projects =
+        m_activity.workspace() ? m_activity.workspace()->projectsContainingFile(file) : QList<Project *>();
     if (projects.isEmpty())
         showInformation(this, tr("Breakpoints cannot be set in file:\n\n'%1'.").arg(file));
     if (projects.size() < 2)
         return projects.value(0);
     showInformation(this, tr("The file you have specified is included in more than one project.\n\n%1\n\nThe "
                              "breakpoint will be set in the currently active project (%2)")
-                              .arg(file, nameOf(m_workspace->currentProject())));
-    return m_workspace ? m_workspace->currentProject() : nullptr;
+                              .arg(file, nameOf(m_activity.currentProject())));
+    return m_activity.currentProject();
 }

@@ -4,11 +4,11 @@
 #include <QDialog>
 #include <QPointer>
 #include <vector>
+class Activity;
 class BreakpointItem;
 class ListViewItem;
 class Project;
 class ProjectTreeItem;
-class ProjectWorkspace;
 struct BreakpointPlace;
 namespace Ui {
 class BreakpointDialogBase;
@@ -20,8 +20,8 @@ class BreakpointDialog : public QDialog
 {
     Q_OBJECT
 public:
-    /// @p workspace must not be null.
-    BreakpointDialog(ProjectWorkspace *workspace, QWidget *parent, const QString &name);
+    /// @p activity must have an open workspace. The dialog is rejected when that closes.
+    BreakpointDialog(const Activity &activity, QWidget *parent, const QString &name);
     ~BreakpointDialog() override;
 
 public Q_SLOTS:
@@ -48,7 +48,7 @@ private:
     [[nodiscard]] Project *projectFor(const QString &file);
 
     const std::unique_ptr<Ui::BreakpointDialogBase> m_ui;
-    const QPointer<ProjectWorkspace> m_workspace;
+    const Activity &m_activity;
     ProjectTreeItem *m_last = nullptr;                      ///< the row that stands for a new breakpoint
     std::vector<std::unique_ptr<BreakpointItem>> m_removed; ///< their breakpoints still stand
 };

@@ -3,6 +3,7 @@
 #include "ideapplication.h"
 #include "mainwindow.h"
 #include "messages.h"
+#include "windowgeometry.h"
 #include <QScreen>
 #include <QSettings>
 

@@ -1,12 +1,13 @@
 #include "projecttree.h"
+#include "activity.h"
 #include "popupmenu.h"
 #include "project.h"
 #include "projectfile.h"
 #include "projectfolder.h"
-#include "projecttreehost.h"
 #include "projecttreeitem.h"
 #include "projectworkspace.h"
 #include "varnelassert.h"
+#include "windowservices.h"
 
 using namespace Qt::StringLiterals;
 
@@ -55,17 +56,18 @@ bool isFolder(const QTreeWidgetItem *item)
 }
 } // namespace
 
-ProjectTree::ProjectTree(ProjectTreeHost &host, QWidget *parent)
+ProjectTree::ProjectTree(const Activity &activity, WindowServices &window, QWidget *parent)
     : ListView(parent)
-    , m_host(host)
+    , m_activity(activity)
+    , m_window(window)
     , m_workspaceMenu(newMenu(u"workspaceContextMenu"_s))
     , m_projectMenu(newMenu(u"projectContextMenu"_s))
     , m_folderMenu(newMenu(u"folderContextMenu"_s))
     , m_fileMenu(newMenu(u"fileContextMenu"_s))
     , m_pyFileMenu(newMenu(u"pyFileContextMenu"_s))
-    , m_folderPicture(host.picture(u"treefolder.png"_s))
-    , m_openFolderPicture(host.picture(u"treefolderopen.png"_s))
-    , m_filePicture(host.picture(u"treesourcefile.png"_s))
+    , m_folderPicture(window.icon(u"treefolder.png"_s))
+    , m_openFolderPicture(window.icon(u"treefolderopen.png"_s))
+    , m_filePicture(window.icon(u"treesourcefile.png"_s))
 {
     setHeaderLabel(u"Column1"_s);
     setHeaderHidden(true);
@@ -100,8 +102,9 @@ ProjectTree::~ProjectTree()
     releaseWorkspace();
 }
 
-void ProjectTree::setWorkspace(ProjectWorkspace *workspace)
+void ProjectTree::showWorkspace()
 {
+    ProjectWorkspace *workspace = m_activity.workspace();
     VARNEL_ASSERT(workspace);
     if (!workspace)
         return;
@@ -129,8 +132,11 @@ void ProjectTree::disconnectProjects()
     if (!m_workspace)
         return;
     m_workspace->disconnect(this);
-    for (int i = 0; i < m_workspace->count(); ++i)
-        m_workspace->project(i)->disconnect(this);
+    for (const QPointer<Project> &project : std::as_const(m_projects)) {
+        if (project)
+            project->disconnect(this);
+    }
+    m_projects.clear();
 }
 
 void ProjectTree::rebuild()
@@ -140,14 +146,15 @@ void ProjectTree::rebuild()
         return;
     const bool selected = selectedItem();
     clearItems();
+    m_projects = m_activity.projects();
     const QString text =
-        tr("Workspace '%1': %2 project(s)").arg(m_workspace->name(), QString::number(m_workspace->count()));
+        tr("Workspace '%1': %2 project(s)").arg(m_workspace->name(), QString::number(m_projects.size()));
     auto *root = new ProjectTreeItem(this, nullptr, text, m_workspace, nullptr, WorkspaceRTTI, false,
-                                     m_host.picture(u"treeworkspace.png"_s));
+                                     m_window.icon(u"treeworkspace.png"_s));
     setUndraggable(root);
     ListViewItem *last = nullptr;
-    for (int i = 0; i < m_workspace->count(); ++i)
-        last = addProject(root, last, m_workspace->project(i));
+    for (const QPointer<Project> &project : std::as_const(m_projects))
+        last = addProject(root, last, project);
     root->setOpen(true);
     activityChanged();
     currentProjectChanged();
@@ -424,8 +431,8 @@ void ProjectTree::workspaceChanged()
 
 void ProjectTree::activityChanged()
 {
-    const QIcon active = m_host.picture(u"treeproject.png"_s);
-    const QIcon inactive = m_host.picture(u"treeprojectinactive.png"_s);
+    const QIcon active = m_window.icon(u"treeproject.png"_s);
+    const QIcon inactive = m_window.icon(u"treeprojectinactive.png"_s);
     for (ProjectTreeItem *item : std::as_const(m_projectItems))
         item->setPixmap(projectOf(item)->isActive() ? active : inactive);
 }

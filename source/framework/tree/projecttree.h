@@ -7,11 +7,12 @@
 #include <QIcon>
 #include <QPointer>
 #include <QTimer>
+class Activity;
 class PopupMenu;
 class Project;
-class ProjectTreeHost;
 class ProjectTreeItem;
 class ProjectWorkspace;
+class WindowServices;
 
 /// The workspace with its projects, folders and files. It changes the model by the model's operations only, and shows
 /// what the model's signals tell.
@@ -24,10 +25,12 @@ class ProjectTree : public ListView
 public:
     enum ItemKind { WorkspaceRTTI, ProjectRTTI, FolderRTTI, FileRTTI };
 
-    explicit ProjectTree(ProjectTreeHost &host, QWidget *parent = nullptr);
+    /// Both arguments outlive this object.
+    ProjectTree(const Activity &activity, WindowServices &window, QWidget *parent = nullptr);
     ~ProjectTree() override;
 
-    void setWorkspace(ProjectWorkspace *workspace);
+    /// Shows the open workspace of the activity, which must not be null, from the start.
+    void showWorkspace();
     /// Lets go of the workspace and everything in it; the tree is empty then.
     void releaseWorkspace();
 
@@ -123,8 +126,10 @@ private:
     void scrollWhileDragging(int y);
     void drop(const ProjectItemDrag::Item &item, Project *project, ProjectFolder *target);
 
-    ProjectTreeHost &m_host;
+    const Activity &m_activity;
+    WindowServices &m_window;
     QPointer<ProjectWorkspace> m_workspace;
+    QList<QPointer<Project>> m_projects; ///< those that are shown
     QHash<const Project *, ProjectTreeItem *> m_projectItems;
     QHash<const ProjectFolder *, ProjectTreeItem *> m_folderItems; ///< null: removed since the last rebuild
     QHash<const ProjectFile *, ProjectTreeItem *> m_fileItems;     ///< likewise

@@ -1,3 +1,4 @@
+#include "lastdirectories.h"
 #include "messages.h"
 #include "modelpointer.h"
 #include "popupmenu.h"
@@ -5,11 +6,11 @@
 #include "projectfile.h"
 #include "projectfolder.h"
 #include "projecttree.h"
-#include "projecttreehost.h"
 #include "projecttreeitem.h"
 #include "projectworkspace.h"
 #include "questions.h"
 #include "varnelassert.h"
+#include "windowservices.h"
 #include <QClipboard>
 #include <QFileInfo>
 #include <QGuiApplication>
@@ -33,7 +34,7 @@ PopupMenu *ProjectTree::newMenu(const QString &name)
 void ProjectTree::addSharedActions(PopupMenu *menu, const QStringList &names)
 {
     for (const QString &name : names) {
-        if (QAction *action = m_host.action(name))
+        if (QAction *action = m_window.action(name))
             menu->addAction(action);
     }
 }
@@ -167,11 +168,12 @@ void ProjectTree::addFilesToFolder()
     if (!folderOf(selectedItem))
         return;
     const ModelPointer<ProjectFolder> folder(folderOf(selectedItem));
-    const QStringList paths = askForOpenFiles(
-        this, {u"addFilesDialog"_s, tr("Add Files to Folder"), m_host.filesDirectory(), m_host.sourceFilter()});
+    const QStringList paths =
+        askForOpenFiles(this, {u"addFilesDialog"_s, tr("Add Files to Folder"),
+                               m_window.directories().directory(u"Files"_s), m_window.sourceFilter()});
     if (paths.isEmpty())
         return;
-    m_host.setFilesDirectory(QFileInfo(paths.first()).path());
+    m_window.directories().remember(u"Files"_s, paths.first());
     if (folder)
         folder->project()->addFiles(paths, folder.get());
 }

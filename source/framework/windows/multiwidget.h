@@ -1,25 +1,25 @@
 #pragma once
-#include <QPointer>
 #include <QWidget>
+class Activity;
 class DebugPane;
 class IExecutionEnvironment;
 class Project;
-class ProjectWorkspace;
 class QTabWidget;
 
 /// One debug pane for each active project: alone if the workspace has one project, else in tabs. Without a project
-/// there is an idle pane. It is empty until setWorkspace() is called for the first time.
+/// there is an idle pane. It is empty until the first workspace is opened or closed.
 class MultiWidget : public QWidget
 {
     Q_OBJECT
 public:
-    explicit MultiWidget(QWidget *parent = nullptr);
+    /// @p activity outlives this object.
+    explicit MultiWidget(const Activity &activity, QWidget *parent = nullptr);
 
-    void setWorkspace(ProjectWorkspace *workspace); ///< Null while none is open.
     [[nodiscard]] QList<DebugPane *> widgets() const;
 
 public Q_SLOTS:
-    void update(); ///< All panes read everything anew.
+    void update();               ///< All panes read everything again.
+    void setPaused(bool paused); ///< See DebugPane::setPaused(); panes that are made later get the value as well.
     void currentProjectChanged();
     void workspaceChanged();
 
@@ -33,11 +33,14 @@ protected:
 
 private:
     void removePanes();
-    void addPane(Project *project);
+    void addPane(Project *project, bool tabbed);
     DebugPane *newPane(QWidget *parent, IExecutionEnvironment *environment, bool force);
     void showSinglePane(DebugPane *pane);
 
-    QPointer<ProjectWorkspace> m_workspace;
+    void releasePanes();
+
+    const Activity &m_activity;
     QTabWidget *m_tabs;
     DebugPane *m_singlePane = nullptr;
+    bool m_paused = false;
 };

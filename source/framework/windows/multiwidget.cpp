@@ -1,8 +1,10 @@
 #include "multiwidget.h"
+#include "activity.h"
 #include "debugpane.h"
 #include "project.h"
 #include "projectworkspace.h"
 #include <QBoxLayout>
+#include <QPointer>
 #include <QTabWidget>
 
 namespace {
@@ -16,7 +18,8 @@ void dispose(DebugPane *pane)
 }
 } // namespace
 
-MultiWidget::MultiWidget(QWidget *parent) : QWidget(parent), m_tabs(new QTabWidget(this))
+MultiWidget::MultiWidget(const Activity &activity, QWidget *parent)
+    : QWidget(parent), m_activity(activity), m_tabs(new QTabWidget(this))
 {
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins({});
@@ -24,19 +27,11 @@ MultiWidget::MultiWidget(QWidget *parent) : QWidget(parent), m_tabs(new QTabWidg
     layout->addWidget(m_tabs);
     m_tabs->setTabPosition(QTabWidget::South);
     m_tabs->hide();
-}
-
-void MultiWidget::setWorkspace(ProjectWorkspace *workspace)
-{
-    if (m_workspace)
-        m_workspace->disconnect(this);
-    m_workspace = workspace;
-    if (workspace) {
-        connect(workspace, &ProjectWorkspace::currentProjectChanged, this, &MultiWidget::currentProjectChanged);
-        connect(workspace, &ProjectWorkspace::workspaceChanged, this, &MultiWidget::workspaceChanged);
-        connect(workspace, &ProjectWorkspace::projectActivityChanged, this, &MultiWidget::workspaceChanged);
-    }
-    workspaceChanged();
+    connect(&activity, &Activity::workspaceOpened, this, &MultiWidget::workspaceChanged);
+    connect(&activity, &Activity::projectsChanged, this, &MultiWidget::workspaceChanged);
+    connect(&activity, &Activity::projectActivityChanged, this, &MultiWidget::workspaceChanged);
+    connect(&activity, &Activity::currentProjectChanged, this, &MultiWidget::currentProjectChanged);
+    connect(&activity, &Activity::workspaceClosing, this, &MultiWidget::releasePanes);
 }
 
 QList<DebugPane *> MultiWidget::widgets() const
@@ -54,22 +49,40 @@ void MultiWidget::update()
     Q_EMIT doUpdate();
 }
 
+void MultiWidget::setPaused(bool paused)
+{
+    m_paused = paused;
+    for (DebugPane *pane : widgets())
+        pane->setPaused(paused);
+}
+
 void MultiWidget::currentProjectChanged()
 {
-    if (m_workspace)
-        m_tabs->setCurrentIndex(m_workspace->currentProjectIndex());
+    if (const ProjectWorkspace *workspace = m_activity.workspace())
+        m_tabs->setCurrentIndex(workspace->currentProjectIndex());
 }
 
 void MultiWidget::workspaceChanged()
 {
     removePanes();
-    const int projects = m_workspace ? m_workspace->count() : 0;
-    m_tabs->setVisible(projects > 1);
-    if (projects == 0)
+    const QList<QPointer<Project>> projects = m_activity.projects();
+    const bool tabbed = projects.size() > 1;
+    m_tabs->setVisible(tabbed);
+    if (projects.isEmpty())
         return showSinglePane(newPane(this, nullptr, true));
-    for (int i = 0; i < projects; ++i)
-        addPane(m_workspace->project(i));
+    for (const QPointer<Project> &project : projects) {
+        if (project)
+            addPane(project, tabbed);
+    }
     currentProjectChanged();
+}
+
+/// The environments are about to go.
+void MultiWidget::releasePanes()
+{
+    removePanes();
+    m_tabs->hide();
+    showSinglePane(newPane(this, nullptr, true));
 }
 
 void MultiWidget::removePanes()
@@ -81,12 +94,11 @@ void MultiWidget::removePanes()
         dispose(pane);
 }
 
-void MultiWidget::addPane(Project *project)
+void MultiWidget::addPane(Project *project, bool tabbed)
 {
     IExecutionEnvironment *environment = project->executionInterface();
     if (!project->isActive() || !environment)
         return;
-    const bool tabbed = m_workspace->count() > 1;
     DebugPane *pane = newPane(tabbed ? static_cast<QWidget *>(m_tabs) : this, environment, false);
     if (!pane)
         return;
@@ -101,6 +113,7 @@ DebugPane *MultiWidget::newPane(QWidget *parent, IExecutionEnvironment *environm
     DebugPane *pane = createWidget(parent, environment, force);
     if (!pane)
         return nullptr;
+    pane->setPaused(m_paused);
     connect(pane, &DebugPane::doUpdate, this, &MultiWidget::update);
     connect(this, &MultiWidget::doUpdate, pane, &DebugPane::update);
     return pane;
