@@ -1,7 +1,7 @@
-# How libraries, tests, benchmarks and plug-ins of the repository are declared.
+# Functions that declare libraries, tests, benchmarks and plug-ins.
 
-# varnel_add_library(NAME [SHARED] SOURCES ... LINK ...): one room of the house. It is a static library, or with SHARED
-# one in the staged tree, which the program and its plug-ins have in common.
+# varnel_add_library(NAME [SHARED] SOURCES ... LINK ...): the library of one source folder. It is static, or with SHARED a
+# shared library in the staged tree that the program and its plug-ins use.
 function(varnel_add_library name)
     cmake_parse_arguments(PARSE_ARGV 1 arg "SHARED" "" "SOURCES;LINK")
     if(arg_SHARED)
@@ -16,7 +16,7 @@ function(varnel_add_library name)
     target_link_libraries(${name} PUBLIC ${arg_LINK})
 endfunction()
 
-# varnel_add_test(NAME LIBRARIES...): NAME.cpp as a Qt Test program, offscreen, with a home directory of its own.
+# varnel_add_test(NAME LIBRARIES...): NAME.cpp as a Qt Test program, offscreen, with a temporary home directory.
 function(varnel_add_test name)
     find_package(Qt6 6.4 REQUIRED COMPONENTS Test)
     add_executable(${name} ${name}.cpp)
@@ -27,7 +27,7 @@ function(varnel_add_test name)
     varnel_register_test(${name} $<TARGET_FILE:${name}>)
 endfunction()
 
-# varnel_register_test(NAME COMMAND...): a test program run offscreen in a home directory that vanishes after it.
+# varnel_register_test(NAME COMMAND...): a test program, run offscreen with a temporary home directory.
 function(varnel_register_test name)
     add_test(NAME ${name} COMMAND "${PROJECT_SOURCE_DIR}/tests/in-fresh-home" ${ARGN})
     set_tests_properties(${name} PROPERTIES
@@ -45,7 +45,7 @@ function(varnel_add_benchmark name)
 endfunction()
 
 # varnel_add_fuzz_target(NAME LIBRARIES...): NAME.cpp defines LLVMFuzzerTestOneInput. The fuzz preset links it with
-# libFuzzer; every other build links a driver that runs the corpus and a fixed number of changed inputs, as a test.
+# libFuzzer; every other build links a driver that runs the corpus and a fixed number of changed inputs as a test.
 function(varnel_add_fuzz_target name)
     add_executable(${name} ${name}.cpp)
     varnel_setup_target(${name})
@@ -59,7 +59,7 @@ function(varnel_add_fuzz_target name)
     endif()
 endfunction()
 
-# varnel_add_plugin(NAME SOURCES ... LINK ... [DIRECTORY dir]): a plug-in library, staged in plugins unless told otherwise.
+# varnel_add_plugin(NAME SOURCES ... LINK ... [DIRECTORY dir]): a plug-in library, staged in plugins by default.
 function(varnel_add_plugin name)
     cmake_parse_arguments(PARSE_ARGV 1 arg "" "DIRECTORY" "SOURCES;LINK")
     if(NOT arg_DIRECTORY)

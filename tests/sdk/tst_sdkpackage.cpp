@@ -69,7 +69,7 @@ class tst_SdkPackage : public QObject
 {
     Q_OBJECT
 
-    /// Runs CMake; on failure m_output says why.
+    /// Runs CMake; m_output gets its output.
     bool cmake(const QStringList &arguments)
     {
         QProcess process;
@@ -80,7 +80,7 @@ class tst_SdkPackage : public QObject
         return process.error() == QProcess::UnknownError && process.exitCode() == 0;
     }
 
-    /// Has the plug-in in the folder @p sources of the tests built against the installation, and installed into it.
+    /// Builds the plug-in in the folder @p sources of the tests against the installation, and installs it there.
     bool buildPlugin(const QString &sources)
     {
         const QString name = sources.section(u'/', -1);
@@ -97,7 +97,7 @@ class tst_SdkPackage : public QObject
         return std::ranges::all_of(steps, [this](const QStringList &step) { return cmake(step); });
     }
 
-    /// The library that CMake calls @p name, where its installation put it.
+    /// The path of the installed library of the CMake target @p name.
     QString library(const QString &name)
     {
         return m_directory.filePath(u"moved/plugins/"_s + QStringLiteral(PLUGIN_PREFIX) + name
@@ -122,7 +122,7 @@ class tst_SdkPackage : public QObject
     QString m_library;
 
 private Q_SLOTS:
-    /// Installs, moves the installation away, and has plug-ins from outside built and installed against it.
+    /// Installs Varnel, moves the installation, and builds plug-ins against it.
     void initTestCase()
     {
         const QString installed = m_directory.filePath(u"installed"_s);
@@ -137,7 +137,7 @@ private Q_SLOTS:
 
     void init() { QTest::failOnWarning(QRegularExpression(u".?"_s)); }
 
-    void thePackageCarriesEveryInterface()
+    void packageContainsAllInterfaces()
     {
         const QStringList headers =
             QDir(QStringLiteral(VARNEL_SOURCE_DIR) + u"/source/interfaces"_s).entryList({u"*.h"_s});
@@ -146,12 +146,12 @@ private Q_SLOTS:
             QVERIFY2(QFile::exists(m_directory.filePath(u"moved/include/varnel/"_s + header)), qPrintable(header));
     }
 
-    void theLibraryIsKnownByItsMetadata()
+    void libraryHasTheFactoryIid()
     {
         QCOMPARE(QPluginLoader(m_library).metaData()[u"IID"_s].toString(), IPluginFactory::Iid.toString());
     }
 
-    void theFactoryPresentsTheLibrary()
+    void factoryReturnsFeaturesNameAndLogo()
     {
         QVERIFY2(factory(), qPrintable(QPluginLoader(m_library).errorString()));
         QCOMPARE(queryInterface<IPluginFactory>(factory()).get(), factory());
@@ -160,13 +160,13 @@ private Q_SLOTS:
         QCOMPARE(factory()->logo().size(), QSize(32, 32));
     }
 
-    void aFeatureThatIsNotTheLibrarysIsNotCreated()
+    void unknownFeatureIsNotCreated()
     {
         QVERIFY(!factory()->create(u"{00000000-0000-0000-0000-000000000000}"_s));
         QVERIFY(!factory()->create(feature.toUpper()));
     }
 
-    void aCreatedObjectHasOneReference()
+    void createdObjectHasOneReference()
     {
         IPluginObject *object = factory()->create(feature);
         QCOMPARE(references(object), 1ul);
@@ -178,7 +178,7 @@ private Q_SLOTS:
         QCOMPARE(references(environment.get()), 1ul);
     }
 
-    void builds_data()
+    void scriptResultIsTheBuildResult_data()
     {
         QTest::addColumn<QByteArray>("script");
         QTest::addColumn<bool>("success");
@@ -188,7 +188,7 @@ private Q_SLOTS:
         QTest::newRow("unfinished line") << QByteArray("printf a; printf b") << true << u"ab\n"_s;
     }
 
-    void builds()
+    void scriptResultIsTheBuildResult()
     {
         QFETCH(QByteArray, script);
         QFETCH(bool, success);
@@ -205,11 +205,11 @@ private Q_SLOTS:
             QTRY_COMPARE(events->results, QList<bool>{success});
         }
         QCOMPARE(events->output, output.contains(u'%') ? output.arg(m_directory.path()) : output);
-        QCOMPARE(references(events.get()), 1ul); // the plug-in gave back what it had taken
+        QCOMPARE(references(events.get()), 1ul); // the plug-in has released its references
         QCOMPARE(references(project.get()), 1ul);
     }
 
-    void aBuildThatIsStoppedIsFinishedAndFailed()
+    void stoppedBuildFails()
     {
         writeScript("exec sleep 1000");
         const InterfacePtr<Events> events(new Events);
@@ -221,7 +221,7 @@ private Q_SLOTS:
         QTRY_COMPARE(events->results, QList<bool>{false});
     }
 
-    void aScriptThatIsMissingIsReported()
+    void missingScriptIsReported()
     {
         const InterfacePtr<Events> events(new Events);
         const InterfacePtr<IPluginObject> object(factory()->create(feature));
@@ -232,8 +232,8 @@ private Q_SLOTS:
         QTRY_COMPARE(events->results, QList<bool>{false});
     }
 
-    /// Nothing here links the editor: the library brings it from the installation that it was built against.
-    void aLanguageWorksWithTheInstalledEditor()
+    /// The test does not link the editor; the plug-in loads it from the installation.
+    void languageWorksWithTheInstalledEditor()
     {
         QPluginLoader loader(library(u"language"_s));
         auto *factory = qobject_cast<IPluginFactory *>(loader.instance());
@@ -253,7 +253,7 @@ private Q_SLOTS:
         QCOMPARE(text.toPlainText(), u"loop:\n    nop"_s);
     }
 
-    void theGuideShowsTheseSources_data()
+    void guideContainsTheseSources_data()
     {
         QTest::addColumn<QString>("file");
         for (const char *file : {"sdk/scriptbuild/CMakeLists.txt", "sdk/scriptbuild/scriptbuild.cpp",
@@ -261,7 +261,7 @@ private Q_SLOTS:
             QTest::newRow(file) << QString::fromLatin1(file);
     }
 
-    void theGuideShowsTheseSources()
+    void guideContainsTheseSources()
     {
         QFETCH(QString, file);
         const QString guide = readFile(QStringLiteral(VARNEL_SOURCE_DIR) + u"/docs/plugin-authors.md"_s);
