@@ -212,7 +212,7 @@ void Project::addFolder(ProjectFolder *folder, bool prepend)
     VARNEL_ASSERT(folder);
     if (!folder)
         return;
-    VARNEL_ASSERT(m_folders.find(folder) == -1);
+    VARNEL_ASSERT_TEXT(!m_folders.contains(folder), "m_folders.find(folder) == -1");
     insert(folder, prepend);
     Q_EMIT folderAdded(nullptr, folder);
     setModified(true);
@@ -223,7 +223,7 @@ void Project::removeFolder(ProjectFolder *folder)
     VARNEL_ASSERT(folder);
     if (!folder)
         return;
-    VARNEL_ASSERT(m_folders.find(folder) >= 0);
+    VARNEL_ASSERT_TEXT(m_folders.contains(folder), "m_folders.find(folder) >= 0");
     m_folders.remove(folder);
     Q_EMIT folderRemoved(nullptr, folder);
     setModified(true);
@@ -234,7 +234,7 @@ void Project::addFile(ProjectFile *file)
     VARNEL_ASSERT(file);
     if (!file)
         return;
-    VARNEL_ASSERT(m_files.find(file) == -1);
+    VARNEL_ASSERT_TEXT(!m_files.contains(file), "m_files.find(file) == -1");
     insert(file);
     Q_EMIT fileAdded(nullptr, file);
     setModified(true);
@@ -245,7 +245,7 @@ void Project::removeFile(ProjectFile *file)
     VARNEL_ASSERT(file);
     if (!file)
         return;
-    VARNEL_ASSERT(m_files.find(file) >= 0);
+    VARNEL_ASSERT_TEXT(m_files.contains(file), "m_files.find(file) >= 0");
     m_files.remove(file);
     Q_EMIT fileRemoved(nullptr, file);
     setModified(true);

@@ -13,11 +13,8 @@ class ProjectChildren
 {
 public:
     [[nodiscard]] const QList<Child *> &items() const { return m_items; }
-    /// The position of a child, -1 if it is not here; at once if it stands in no list at all.
-    [[nodiscard]] qsizetype find(const Child *child) const
-    {
-        return child->m_listings == 0 ? -1 : m_items.indexOf(child);
-    }
+    /// Searches only if the child is in some list.
+    [[nodiscard]] bool contains(const Child *child) const { return child->m_listings > 0 && m_items.contains(child); }
 
     void insert(Child *child, bool prepend = false)
     {

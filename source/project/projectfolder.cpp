@@ -47,7 +47,7 @@ void ProjectFolder::addFolder(ProjectFolder *folder, bool prepend)
     VARNEL_ASSERT(folder);
     if (!folder)
         return;
-    VARNEL_ASSERT(m_folders.find(folder) == -1);
+    VARNEL_ASSERT_TEXT(!m_folders.contains(folder), "m_folders.find(folder) == -1");
     const bool isRing = folder->withSubfolders().contains(this);
     VARNEL_ASSERT(!isRing);
     if (isRing)
@@ -64,7 +64,7 @@ void ProjectFolder::removeFolder(ProjectFolder *folder)
     VARNEL_ASSERT(folder);
     if (!folder)
         return;
-    VARNEL_ASSERT(m_folders.find(folder) >= 0);
+    VARNEL_ASSERT_TEXT(m_folders.contains(folder), "m_folders.find(folder) >= 0");
     if (m_folders.remove(folder))
         folder->setParent(nullptr);
     if (m_project) {
@@ -78,7 +78,7 @@ void ProjectFolder::addFile(ProjectFile *file)
     VARNEL_ASSERT(file);
     if (!file)
         return;
-    VARNEL_ASSERT(m_files.find(file) == -1);
+    VARNEL_ASSERT_TEXT(!m_files.contains(file), "m_files.find(file) == -1");
     insert(file);
     if (m_project) {
         Q_EMIT m_project->fileAdded(this, file);
@@ -91,7 +91,7 @@ void ProjectFolder::removeFile(ProjectFile *file)
     VARNEL_ASSERT(file);
     if (!file)
         return;
-    VARNEL_ASSERT(m_files.find(file) >= 0);
+    VARNEL_ASSERT_TEXT(m_files.contains(file), "m_files.find(file) >= 0");
     if (m_files.remove(file))
         file->setFolder(nullptr);
     if (m_project) {

@@ -29,7 +29,8 @@ bool ProjectProperties::removeConfiguration(const QString &name)
 
 QStringList ProjectProperties::propertyKeys(const QString &configuration)
 {
-    VARNEL_ASSERT(m_configurations.find(configuration) != m_configurations.end());
+    VARNEL_ASSERT_TEXT(m_configurations.contains(configuration),
+                       "m_configurations.find(configuration) != m_configurations.end()");
     return m_configurations[configuration].keys();
 }
 

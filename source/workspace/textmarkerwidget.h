@@ -1,7 +1,6 @@
 #pragma once
 #include <QHash>
 #include <QWidget>
-class ParagData;
 class TextViewEdit;
 
 /// The margin left of a pane, which shows the markers of the lines.
@@ -24,7 +23,7 @@ protected:
     bool event(QEvent *event) override;
 
 private:
-    void paintMarkers(QPainter &painter, const ParagData *paragData, const QRectF &line);
+    void paintMarkers(QPainter &painter, quint32 marker, const QRectF &line);
     void drawPicture(QPainter &painter, const QString &name, const QRectF &line);
     void showToolTip(const QPoint &position);
 

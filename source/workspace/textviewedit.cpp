@@ -379,10 +379,8 @@ bool TextViewEdit::replaceInSelection(const QString &text, const QString &replac
                                       bool wholeWord)
 {
     const QTextCursor selection = textCursor();
-    const int paraFrom =
-        selection.hasSelection() ? document()->findBlock(selection.selectionStart()).blockNumber() : -1;
-    VARNEL_ASSERT(paraFrom != -1);
-    if (paraFrom == -1)
+    VARNEL_ASSERT_TEXT(selection.hasSelection(), "paraFrom != -1");
+    if (!selection.hasSelection())
         return false;
     const auto place = [this](int position) {
         const QTextBlock block = document()->findBlock(position);

@@ -314,7 +314,7 @@ void ProjectTree::slotFolderRemoved(ProjectFolder *parent, ProjectFolder *folder
     if (stayedUnmade(parent, folder->project()))
         return;
     ProjectTreeItem *item = itemOf(folder);
-    VARNEL_ASSERT(m_folderItems[folder]);
+    VARNEL_ASSERT_TEXT(item, "m_folderItems[folder]");
     if (!item)
         return;
     m_folderItems[folder] = nullptr;
@@ -326,7 +326,7 @@ void ProjectTree::slotFileRemoved(ProjectFolder *parent, ProjectFile *file)
     if (stayedUnmade(parent, file->project()))
         return;
     ProjectTreeItem *item = itemOf(file);
-    VARNEL_ASSERT(m_fileItems[file]);
+    VARNEL_ASSERT_TEXT(item, "m_fileItems[file]");
     if (!item)
         return;
     m_fileItems[file] = nullptr;

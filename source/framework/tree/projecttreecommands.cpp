@@ -111,10 +111,10 @@ void ProjectTree::showFileProperties()
 
 void ProjectTree::createNewFolder()
 {
-    const ProjectTreeItem *selectedItem = this->selectedItem();
-    VARNEL_ASSERT(selectedItem && (selectedItem->rtti() == FolderRTTI || selectedItem->rtti() == ProjectRTTI));
-    Project *project = projectOf(selectedItem);
-    ProjectFolder *parent = folderOf(selectedItem);
+    Project *project = projectOf(selectedItem());
+    ProjectFolder *parent = folderOf(selectedItem());
+    VARNEL_ASSERT_TEXT(project || parent, "selectedItem && (selectedItem->rtti() == FolderRTTI || "
+                                          "selectedItem->rtti() == ProjectRTTI)");
     if (!project && !parent)
         return;
     auto *folder = new ProjectFolder(tr("New Folder"));
@@ -130,10 +130,10 @@ void ProjectTree::createNewFolder()
 
 void ProjectTree::renameFolder()
 {
-    ProjectTreeItem *selectedItem = this->selectedItem();
-    VARNEL_ASSERT(selectedItem && selectedItem->rtti() == FolderRTTI);
-    if (folderOf(selectedItem))
-        selectedItem->startRename(0);
+    const bool isFolder = folderOf(selectedItem());
+    VARNEL_ASSERT_TEXT(isFolder, "selectedItem && selectedItem->rtti() == FolderRTTI");
+    if (isFolder)
+        selectedItem()->startRename(0);
 }
 
 void ProjectTree::folderRenamed(ListViewItem *item)
@@ -162,11 +162,10 @@ void ProjectTree::folderProperties()
 
 void ProjectTree::addFilesToFolder()
 {
-    const ProjectTreeItem *selectedItem = this->selectedItem();
-    VARNEL_ASSERT(selectedItem && (selectedItem->rtti() == FolderRTTI));
-    if (!folderOf(selectedItem))
+    const ModelPointer<ProjectFolder> folder(folderOf(selectedItem()));
+    VARNEL_ASSERT_TEXT(folder, "selectedItem && (selectedItem->rtti() == FolderRTTI)");
+    if (!folder)
         return;
-    const ModelPointer<ProjectFolder> folder(folderOf(selectedItem));
     const QStringList paths = askForOpenFiles(
         this, {u"addFilesDialog"_s, tr("Add Files to Folder"), m_host.filesDirectory(), m_host.sourceFilter()});
     if (paths.isEmpty())
