@@ -2,8 +2,7 @@
 #include "interfaceobject.h"
 #include "iprojectfile.h"
 #include "modelpointer.h"
-
-class ProjectFile;
+#include "projectfile.h"
 
 /// A file of a project as plug-ins and scripts see it; see IProjectImpl.
 class IProjectFileImpl : public InterfaceObject<IProjectFile>

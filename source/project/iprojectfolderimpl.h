@@ -2,8 +2,7 @@
 #include "interfaceobject.h"
 #include "iprojectfolder.h"
 #include "modelpointer.h"
-
-class ProjectFolder;
+#include "projectfolder.h"
 
 /// A folder of a project as plug-ins and scripts see it; see IProjectImpl.
 class IProjectFolderImpl : public InterfaceObject<IProjectFolder>

@@ -2,8 +2,7 @@
 #include "interfaceobject.h"
 #include "iprojectproperties.h"
 #include "modelpointer.h"
-
-class ProjectProperties;
+#include "projectproperties.h"
 
 /// The store of a project or file as plug-ins and scripts see it; see IProjectImpl.
 class IProjectPropertiesImpl : public InterfaceObject<IProjectProperties>

@@ -13,7 +13,9 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// All projects that there are. Never deleted: projects may outlive static objects.
+/// All existing projects. A list for the whole program, because a child that is deleted while it is still listed may be
+/// in the list of a project that it does not know: it knows only its newest parent, and to keep all of them in each
+/// child would cost memory for each of 100,000 files. Never deleted, since projects may outlive static objects.
 QList<Project *> &liveProjects()
 {
     static auto &all = *new QList<Project *>;

@@ -1,5 +1,4 @@
 #include "projectfolder.h"
-#include "modelpointer.h"
 #include "project.h"
 #include "projectfile.h"
 #include "projectxmlreader.h"
@@ -24,7 +23,6 @@ ProjectFolder::~ProjectFolder()
     }
     while (const ProjectFile *file = m_files.takeOwned(this, nullptr))
         delete file;
-    ModelPointerBase::objectDeleted(this);
     if (m_listings > 0)
         Project::forget(this);
 }

@@ -1,4 +1,5 @@
 #pragma once
+#include "modelpointer.h"
 #include "projectchildren.h"
 #include <QStringList>
 
@@ -7,7 +8,7 @@ class ProjectXmlReader;
 class ProjectXmlWriter;
 
 /// A logical folder of a project, with subfolders and files. It is not a directory on the disk.
-class ProjectFolder
+class ProjectFolder : public ModelObject
 {
 public:
     /// Files that nest folders deeper are refused: nobody makes them, and so everyone may walk folders recursively.

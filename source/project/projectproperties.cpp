@@ -1,15 +1,9 @@
 #include "projectproperties.h"
-#include "modelpointer.h"
 #include "project.h"
 #include "projectxmlreader.h"
 #include "projectxmlwriter.h"
 #include "varnelassert.h"
 using namespace Qt::StringLiterals;
-
-ProjectProperties::~ProjectProperties()
-{
-    ModelPointerBase::objectDeleted(this);
-}
 
 bool ProjectProperties::addConfiguration(const QString &name)
 {

@@ -1,4 +1,5 @@
 #pragma once
+#include "modelpointer.h"
 #include <QMap>
 #include <QStringList>
 
@@ -8,11 +9,10 @@ class ProjectXmlWriter;
 
 /// The values that plug-ins and scripts remember about a project or about one of its files: texts by key, in named
 /// configurations. A file's store holds only what differs from the project and falls back to it.
-class ProjectProperties
+class ProjectProperties : public ModelObject
 {
 public:
     explicit ProjectProperties(Project *project = nullptr) : m_project(project) {}
-    ~ProjectProperties();
 
     /// The project that is told of changes and, for a file's store, asked for what the file lacks.
     void setProject(Project *project) { m_project = project; }

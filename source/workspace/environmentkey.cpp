@@ -8,6 +8,8 @@ constexpr QLatin1StringView Prefix = "disassembler:"_L1;
 constexpr QLatin1StringView KeyPrefix = "disassembler:0x"_L1;
 constexpr int KeyDigits = 8;
 
+/// One table for the whole program: documents, plug-ins and markers read names without a common owner, and a number must
+/// stay unique as long as any document can be named after it.
 QHash<IExecutionEnvironment *, uint> &keys()
 {
     static QHash<IExecutionEnvironment *, uint> keys;

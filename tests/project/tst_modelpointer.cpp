@@ -55,6 +55,30 @@ private Q_SLOTS:
         QCOMPARE(other.get(), &file);
     }
 
+    void assignmentKeepsThePointersOfItsTarget()
+    {
+        ProjectProperties target;
+        const ModelPointer pointer(&target);
+        {
+            ProjectProperties source;
+            const ModelPointer other(&source);
+            target = source;
+            ProjectProperties copy(source);
+            QCOMPARE(ModelPointer(&copy).get(), &copy);
+        }
+        QCOMPARE(pointer.get(), &target);
+    }
+
+    void pointerOutlivesItsObject()
+    {
+        auto file = std::make_unique<ProjectFile>();
+        auto pointer = std::make_unique<ModelPointer<ProjectFile>>(file.get());
+        file.reset();
+        const ModelPointer copy = *pointer;
+        pointer.reset();
+        QVERIFY(!copy);
+    }
+
     void nullStaysNull()
     {
         const ModelPointer<ProjectFile> pointer(nullptr);

@@ -33,7 +33,7 @@ private Q_SLOTS:
 
     void staysSmall()
     {
-        QVERIFY(sizeof(ProjectFile) <= 64); // a project may have a hundred thousand
+        QVERIFY(sizeof(ProjectFile) <= 72); // a project may have 100,000, and malloc adds 8 bytes to make 80
     }
 
     void aNameThatIsNotInThePathIsAMistake()
