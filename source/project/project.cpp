@@ -256,12 +256,8 @@ void Project::removeFile(ProjectFile *file)
 void Project::moveFolder(ProjectFolder *folder, ProjectFolder *target)
 {
     VARNEL_ASSERT(folder);
-    if (!folder)
+    if (!folder || wouldContainItself(folder, target))
         return;
-    for (const ProjectFolder *above = target; above; above = above->parent()) {
-        if (above == folder)
-            return;
-    }
     batch([&] {
         folder->parent() ? folder->parent()->removeFolder(folder) : removeFolder(folder);
         target ? target->addFolder(folder, true) : addFolder(folder, true);

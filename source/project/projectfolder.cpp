@@ -46,7 +46,7 @@ void ProjectFolder::addFolder(ProjectFolder *folder, bool prepend)
     if (!folder)
         return;
     VARNEL_ASSERT_TEXT(!m_folders.contains(folder), "m_folders.find(folder) == -1");
-    const bool isRing = folder->withSubfolders().contains(this);
+    const bool isRing = wouldContainItself(folder, this);
     VARNEL_ASSERT(!isRing);
     if (isRing)
         return; // nobody would come to the end of it
@@ -185,4 +185,10 @@ void ProjectFolder::insert(ProjectFile *file)
     m_files.insert(file);
     file->setProject(m_project);
     file->setFolder(this);
+}
+
+/// Searches the lists below @p folder: the parents above @p target need not agree with them.
+bool wouldContainItself(ProjectFolder *folder, const ProjectFolder *target)
+{
+    return target && folder->withSubfolders().contains(target);
 }

@@ -59,3 +59,7 @@ private:
     ProjectFolder *m_parent = nullptr;
     quint32 m_listings = 0; ///< how often it stands in a list
 };
+
+/// Whether @p folder cannot move into @p target because it is the target or contains it. A null target is the root of a
+/// project, which takes every folder.
+[[nodiscard]] bool wouldContainItself(ProjectFolder *folder, const ProjectFolder *target);

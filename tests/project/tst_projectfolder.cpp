@@ -225,6 +225,39 @@ private Q_SLOTS:
         QVERIFY(!top.parent());
     }
 
+    void folderInItselfIsFound_data()
+    {
+        QTest::addColumn<QString>("folder");
+        QTest::addColumn<QString>("target");
+        QTest::addColumn<bool>("result");
+        QTest::newRow("the folder itself") << u"A"_s << u"A"_s << true;
+        QTest::newRow("its child") << u"A"_s << u"A1"_s << true;
+        QTest::newRow("its grandchild") << u"A"_s << u"A11"_s << true;
+        QTest::newRow("its parent") << u"A1"_s << u"A"_s << false;
+        QTest::newRow("its sibling") << u"A1"_s << u"A2"_s << false;
+        QTest::newRow("another top-level folder") << u"A"_s << u"B"_s << false;
+        QTest::newRow("a child of another folder") << u"A"_s << u"B1"_s << false;
+        QTest::newRow("the root of the project") << u"A"_s << QString() << false;
+        QTest::newRow("listed, but with another parent") << u"A"_s << u"B2"_s << true;
+    }
+
+    void folderInItselfIsFound()
+    {
+        QFETCH(const QString, folder);
+        QFETCH(const QString, target);
+        QMap<QString, ProjectFolder *> folders;
+        ProjectFolder root;
+        const auto add = [&](const QString &parent, const QString &name) {
+            folders.insert(name, new ProjectFolder(name));
+            folders.value(parent, &root)->addFolder(folders[name], false);
+        };
+        for (const QString &name : {u"A"_s, u"A1"_s, u"A2"_s, u"A11"_s, u"B"_s, u"B1"_s, u"B2"_s})
+            add(name.chopped(1), name);
+        folders[u"A1"_s]->addFolder(folders[u"B2"_s], false);
+        folders[u"B2"_s]->setParent(folders[u"B"_s]);
+        QTEST(wouldContainItself(folders[folder], folders.value(target)), "result");
+    }
+
     void removingAStrangerIsAMistakeThatIsTold()
     {
         Project project(u"p"_s, u"/p"_s);

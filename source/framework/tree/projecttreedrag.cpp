@@ -13,14 +13,6 @@ namespace {
 constexpr int ScrollZone = 30; ///< pixels from the upper and from the lower edge
 constexpr int ScrollStep = 30;
 constexpr int ScrollInterval = 100; ///< milliseconds
-
-/// Whether @p folder is @p ancestor or lies below it.
-bool isOrLiesBelow(const ProjectFolder *folder, const ProjectFolder *ancestor)
-{
-    while (folder && folder != ancestor)
-        folder = folder->parent();
-    return folder;
-}
 } // namespace
 
 void ProjectTree::startDrag(Qt::DropActions)
@@ -82,7 +74,7 @@ void ProjectTree::dropEvent(QDropEvent *event)
 void ProjectTree::drop(const ProjectItemDrag::Item &item, Project *project, ProjectFolder *target)
 {
     const bool isAtHome = item.project() == project;
-    if (item.folder && isOrLiesBelow(target, item.folder))
+    if (item.folder && wouldContainItself(item.folder, target))
         return;
     if (item.file && isAtHome && item.file->folder() == target)
         return;
