@@ -96,32 +96,6 @@ private Q_SLOTS:
         QCOMPARE(keyOfDisassembly(name), environmentKey(environment(0)));
         QCOMPARE(environmentOfKey(keyOfDisassembly(name)), environment(0));
     }
-
-    void namesAreRead_data()
-    {
-        QTest::addColumn<QString>("name");
-        QTest::addColumn<bool>("disassembly");
-        QTest::addColumn<uint>("key");
-        QTest::newRow("small") << u"disassembler:0x00000001:fw"_s << true << 1u;
-        QTest::newRow("large") << u"disassembler:0xfedcba98:fw"_s << true << 0xfedcba98u;
-        QTest::newRow("upper case digits") << u"disassembler:0xFEDCBA98:fw"_s << true << 0xfedcba98u;
-        QTest::newRow("without processor") << u"disassembler:0x00000010"_s << true << 0x10u;
-        QTest::newRow("alone") << u"disassembler:"_s << true << 0u;
-        QTest::newRow("no digits") << u"disassembler:0xfirmware:"_s << true << 0u;
-        QTest::newRow("too few digits") << u"disassembler:0x12:fw"_s << true << 0u;
-        QTest::newRow("without 0x") << u"disassembler:00000001:fw"_s << true << 0u;
-        QTest::newRow("cut off") << u"disassembler"_s << false << 0u;
-        QTest::newRow("upper case") << u"Disassembler:0x00000001:fw"_s << false << 0u;
-        QTest::newRow("a file") << u"/src/disassembler:0x00000001:fw"_s << false << 0u;
-        QTest::newRow("nothing") << QString() << false << 0u;
-    }
-
-    void namesAreRead()
-    {
-        QFETCH(QString, name);
-        QTEST(isDisassemblyName(name), "disassembly");
-        QTEST(keyOfDisassembly(name), "key");
-    }
 };
 
 QTEST_GUILESS_MAIN(EnvironmentKeyTest)
