@@ -2,31 +2,6 @@
 #include <QPainter>
 #include <QStyleOptionViewItem>
 
-ProjectTreeItem::ProjectTreeItem(ListView *list, ListViewItem *after, const QString &text, void *data, Deleter deleter,
-                                 int rtti, bool sortByText, const QIcon &closedPixmap, const QIcon &openPixmap)
-    : ListViewItem(list, after, text, rtti)
-    , m_closedPixmap(closedPixmap)
-    , m_openPixmap(openPixmap)
-    , m_data(data)
-    , m_deleter(deleter)
-    , m_sortByText(sortByText)
-{
-    setIcon(0, closedPixmap);
-}
-
-ProjectTreeItem::ProjectTreeItem(ListViewItem *parent, ListViewItem *after, const QString &text, void *data,
-                                 Deleter deleter, int rtti, bool sortByText, const QIcon &closedPixmap,
-                                 const QIcon &openPixmap)
-    : ListViewItem(parent, after, text, rtti)
-    , m_closedPixmap(closedPixmap)
-    , m_openPixmap(openPixmap)
-    , m_data(data)
-    , m_deleter(deleter)
-    , m_sortByText(sortByText)
-{
-    setIcon(0, closedPixmap);
-}
-
 ProjectTreeItem::~ProjectTreeItem()
 {
     if (m_deleter)

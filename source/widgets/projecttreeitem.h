@@ -15,11 +15,19 @@ public:
         delete static_cast<T *>(data);
     }
 
-    /// @p deleter is null if somebody else owns @p data.
-    ProjectTreeItem(ListView *list, ListViewItem *after, const QString &text, void *data, Deleter deleter, int rtti,
-                    bool sortByText, const QIcon &closedPixmap = {}, const QIcon &openPixmap = {});
-    ProjectTreeItem(ListViewItem *parent, ListViewItem *after, const QString &text, void *data, Deleter deleter,
-                    int rtti, bool sortByText, const QIcon &closedPixmap = {}, const QIcon &openPixmap = {});
+    /// @p parent is a ListView or the row above. @p deleter is null if the row does not own @p data.
+    template <typename Parent>
+    ProjectTreeItem(Parent *parent, ListViewItem *after, const QString &text, void *data, Deleter deleter, int rtti,
+                    bool sortByText, const QIcon &closedPixmap = {}, const QIcon &openPixmap = {})
+        : ListViewItem(parent, after, text, rtti)
+        , m_closedPixmap(closedPixmap)
+        , m_openPixmap(openPixmap)
+        , m_data(data)
+        , m_deleter(deleter)
+        , m_sortByText(sortByText)
+    {
+        setIcon(0, closedPixmap);
+    }
     ~ProjectTreeItem() override;
     Q_DISABLE_COPY_MOVE(ProjectTreeItem)
 

@@ -22,6 +22,26 @@ QByteArray contents(const QString &path)
     QFile file(path);
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("unreadable");
 }
+
+/// A workspace with the file "a.c", which contains "one", open in the view in front.
+struct OpenFile
+{
+    OpenFile()
+    {
+        workspace.setViewManager(&manager);
+        auto highlighter = std::make_unique<SyntaxHighlighter>(&formats);
+        workspace.addTemplate(new TextDocumentTemplate(u"T"_s, u"d"_s, {}, {}, std::move(highlighter), nullptr));
+        put(path, "one");
+        if (!workspace.openDocument(path, true))
+            qFatal("cannot open %s", qPrintable(path));
+    }
+
+    const QTemporaryDir directory;
+    const QString path = directory.filePath(u"a.c"_s);
+    const FormatTable formats = testFormats();
+    TabbedViewManager manager;
+    Workspace workspace;
+};
 } // namespace
 
 class TestTextDocument : public QObject
@@ -267,45 +287,27 @@ private Q_SLOTS:
 
     void reopeningReadsTheFileAnew()
     {
-        const QTemporaryDir directory;
-        const FormatTable formats = testFormats();
-        TabbedViewManager manager;
-        Workspace workspace;
-        workspace.setViewManager(&manager);
-        auto highlighter = std::make_unique<SyntaxHighlighter>(&formats);
-        workspace.addTemplate(new TextDocumentTemplate(u"T"_s, u"d"_s, {}, {}, std::move(highlighter), nullptr));
-        const QString path = directory.filePath(u"a.c"_s);
-        put(path, "one");
-        QVERIFY(workspace.openDocument(path, true));
-        viewInterface<ISourceView>(manager.currentView())->insertText(u"typed "_s);
-        put(path, "two");
-        QVERIFY(workspace.reopenDocument(manager.currentDocument()->filename()));
-        QCOMPARE(static_cast<TextDocument *>(manager.currentDocument())->text()->toPlainText(), u"two"_s);
-        manager.closeAll();
+        OpenFile f;
+        viewInterface<ISourceView>(f.manager.currentView())->insertText(u"typed "_s);
+        put(f.path, "two");
+        QVERIFY(f.workspace.reopenDocument(f.manager.currentDocument()->filename()));
+        QCOMPARE(static_cast<TextDocument *>(f.manager.currentDocument())->text()->toPlainText(), u"two"_s);
+        f.manager.closeAll();
     }
 
     void aFailedReopeningLeavesWhatIsOpen()
     {
-        const QTemporaryDir directory;
-        const FormatTable formats = testFormats();
-        TabbedViewManager manager;
-        Workspace workspace;
-        workspace.setViewManager(&manager);
-        auto highlighter = std::make_unique<SyntaxHighlighter>(&formats);
-        workspace.addTemplate(new TextDocumentTemplate(u"T"_s, u"d"_s, {}, {}, std::move(highlighter), nullptr));
-        const QString path = directory.filePath(u"a.c"_s);
-        put(path, "one");
-        QVERIFY(workspace.openDocument(path, true));
-        auto *document = static_cast<TextDocument *>(manager.currentDocument());
-        viewInterface<ISourceView>(manager.currentView())->insertText(u"typed "_s);
-        QFile::remove(path);
+        OpenFile f;
+        auto *document = static_cast<TextDocument *>(f.manager.currentDocument());
+        viewInterface<ISourceView>(f.manager.currentView())->insertText(u"typed "_s);
+        QFile::remove(f.path);
         QTimer::singleShot(0, this, [] { qobject_cast<QDialog *>(QApplication::activeModalWidget())->reject(); });
-        QVERIFY(!workspace.reopenDocument(path));
-        QCOMPARE(manager.currentDocument(), document);
+        QVERIFY(!f.workspace.reopenDocument(f.path));
+        QCOMPARE(f.manager.currentDocument(), document);
         QCOMPARE(document->text()->toPlainText(), u"typed one"_s);
         QVERIFY(document->modified());
         document->setModified(false);
-        manager.closeAll();
+        f.manager.closeAll();
     }
 
     void theRawTextIsCopiedAnewWhenTheTextChanges()

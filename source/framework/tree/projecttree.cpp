@@ -283,54 +283,52 @@ ProjectTreeItem *ProjectTree::itemOf(ProjectFile *file)
     return m_fileItems.value(file);
 }
 
-void ProjectTree::slotFolderAdded(ProjectFolder *parent, ProjectFolder *folder)
+template <typename Child>
+void ProjectTree::childAdded(ProjectFolder *parent, Child *child)
 {
-    ProjectTreeItem *parentItem = itemOf(parent, folder->project());
+    ProjectTreeItem *parentItem = itemOf(parent, child->project());
     VARNEL_ASSERT(parentItem);
     if (!parentItem)
         return;
     if (isUnmade(parentItem))
         makeChildren(parentItem);
     else
-        parentItem->insertChild(placeFor(parentItem, folder), makeItem(folder));
-    makeVisible(m_folderItems.value(folder));
+        parentItem->insertChild(placeFor(parentItem, child), makeItem(child));
+    makeVisible(itemOf(child));
+}
+
+template <typename Child>
+void ProjectTree::childRemoved(ProjectFolder *parent, Child *child, QHash<const Child *, ProjectTreeItem *> &items,
+                               const char *assertion)
+{
+    if (stayedUnmade(parent, child->project()))
+        return;
+    ProjectTreeItem *item = itemOf(child);
+    VARNEL_ASSERT_TEXT(item, assertion);
+    if (!item)
+        return;
+    items[child] = nullptr;
+    deleteItem(item);
+}
+
+void ProjectTree::slotFolderAdded(ProjectFolder *parent, ProjectFolder *folder)
+{
+    childAdded(parent, folder);
 }
 
 void ProjectTree::slotFileAdded(ProjectFolder *parent, ProjectFile *file)
 {
-    ProjectTreeItem *parentItem = itemOf(parent, file->project());
-    VARNEL_ASSERT(parentItem);
-    if (!parentItem)
-        return;
-    if (isUnmade(parentItem))
-        makeChildren(parentItem);
-    else
-        parentItem->insertChild(placeFor(parentItem, file), makeItem(file));
-    makeVisible(m_fileItems.value(file));
+    childAdded(parent, file);
 }
 
 void ProjectTree::slotFolderRemoved(ProjectFolder *parent, ProjectFolder *folder)
 {
-    if (stayedUnmade(parent, folder->project()))
-        return;
-    ProjectTreeItem *item = itemOf(folder);
-    VARNEL_ASSERT_TEXT(item, "m_folderItems[folder]");
-    if (!item)
-        return;
-    m_folderItems[folder] = nullptr;
-    deleteItem(item);
+    childRemoved(parent, folder, m_folderItems, "m_folderItems[folder]");
 }
 
 void ProjectTree::slotFileRemoved(ProjectFolder *parent, ProjectFile *file)
 {
-    if (stayedUnmade(parent, file->project()))
-        return;
-    ProjectTreeItem *item = itemOf(file);
-    VARNEL_ASSERT_TEXT(item, "m_fileItems[file]");
-    if (!item)
-        return;
-    m_fileItems[file] = nullptr;
-    deleteItem(item);
+    childRemoved(parent, file, m_fileItems, "m_fileItems[file]");
 }
 
 /// Whether the child that @p parent has lost never had a row, since its parent has not been opened or is not shown

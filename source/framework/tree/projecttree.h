@@ -102,6 +102,11 @@ private:
     [[nodiscard]] ProjectTreeItem *itemOf(ProjectFolder *parent, Project *project);
     [[nodiscard]] ProjectTreeItem *itemOf(ProjectFolder *folder);
     [[nodiscard]] ProjectTreeItem *itemOf(ProjectFile *file);
+    template <typename Child>
+    void childAdded(ProjectFolder *parent, Child *child);
+    template <typename Child>
+    void childRemoved(ProjectFolder *parent, Child *child, QHash<const Child *, ProjectTreeItem *> &items,
+                      const char *assertion);
     bool stayedUnmade(ProjectFolder *parent, Project *project);
     void deleteItem(ProjectTreeItem *item);
     void forgetChildren(const QTreeWidgetItem *item);

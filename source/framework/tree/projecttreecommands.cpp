@@ -111,10 +111,12 @@ void ProjectTree::showFileProperties()
 
 void ProjectTree::createNewFolder()
 {
-    Project *project = projectOf(selectedItem());
-    ProjectFolder *parent = folderOf(selectedItem());
-    VARNEL_ASSERT_TEXT(project || parent, "selectedItem && (selectedItem->rtti() == FolderRTTI || "
-                                          "selectedItem->rtti() == ProjectRTTI)");
+    const ProjectTreeItem *item = selectedItem();
+    VARNEL_ASSERT_TEXT(item && (item->rtti() == FolderRTTI || item->rtti() == ProjectRTTI),
+                       "selectedItem && (selectedItem->rtti() == FolderRTTI || "
+                       "selectedItem->rtti() == ProjectRTTI)");
+    Project *project = projectOf(item);
+    ProjectFolder *parent = folderOf(item);
     if (!project && !parent)
         return;
     auto *folder = new ProjectFolder(tr("New Folder"));
@@ -130,10 +132,10 @@ void ProjectTree::createNewFolder()
 
 void ProjectTree::renameFolder()
 {
-    const bool isFolder = folderOf(selectedItem());
-    VARNEL_ASSERT_TEXT(isFolder, "selectedItem && selectedItem->rtti() == FolderRTTI");
-    if (isFolder)
-        selectedItem()->startRename(0);
+    ProjectTreeItem *item = selectedItem();
+    VARNEL_ASSERT_TEXT(item && item->rtti() == FolderRTTI, "selectedItem && selectedItem->rtti() == FolderRTTI");
+    if (folderOf(item))
+        item->startRename(0);
 }
 
 void ProjectTree::folderRenamed(ListViewItem *item)
@@ -162,10 +164,11 @@ void ProjectTree::folderProperties()
 
 void ProjectTree::addFilesToFolder()
 {
-    const ModelPointer<ProjectFolder> folder(folderOf(selectedItem()));
-    VARNEL_ASSERT_TEXT(folder, "selectedItem && (selectedItem->rtti() == FolderRTTI)");
-    if (!folder)
+    const ProjectTreeItem *item = selectedItem();
+    VARNEL_ASSERT_TEXT(item && item->rtti() == FolderRTTI, "selectedItem && (selectedItem->rtti() == FolderRTTI)");
+    if (!folderOf(item))
         return;
+    const ModelPointer<ProjectFolder> folder(folderOf(item));
     const QStringList paths = askForOpenFiles(
         this, {u"addFilesDialog"_s, tr("Add Files to Folder"), m_host.filesDirectory(), m_host.sourceFilter()});
     if (paths.isEmpty())
