@@ -2,7 +2,7 @@
 #include <QString>
 class QAction;
 
-/// What scripts ask of the main window.
+/// The interface of the main window for scripts.
 class ScriptHost
 {
 public:

@@ -1,7 +1,7 @@
 #pragma once
 #include <QExplicitlySharedDataPointer>
 
-/// Base of the objects that a ModelPointer can point at. A copy is an object of its own: no pointer points at it.
+/// Base of the objects that a ModelPointer can point at. No pointer points at a new copy.
 class ModelObject
 {
 public:
@@ -47,7 +47,7 @@ public:
     explicit operator bool() const { return get(); }
 
 private:
-    /// A ProjectFile is represented by its properties, which live as long: so a file stays small.
+    /// A ProjectFile is represented by its properties, which are deleted with it: this keeps the size of a file small.
     static ModelObject &modelObject(T &object)
     {
         if constexpr (std::is_base_of_v<ModelObject, T>)

@@ -13,9 +13,9 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// All existing projects. A list for the whole program, because a child that is deleted while it is still listed may be
-/// in the list of a project that it does not know: it knows only its newest parent, and to keep all of them in each
-/// child would cost memory for each of 100,000 files. Never deleted, since projects may outlive static objects.
+/// All existing projects. One list for the whole program: a child that is deleted while it is in a list may be in the
+/// list of a project other than its own, and to store all its lists in each child would cost memory for each of 100,000
+/// files. Never deleted, because projects may outlive static objects.
 QList<Project *> &liveProjects()
 {
     static auto &all = *new QList<Project *>;
@@ -68,13 +68,13 @@ bool Project::load(const QString &path)
         return false;
     ProjectXmlReader xml(*bytes);
     QXmlStreamAttributes attributes;
-    QSignalBlocker blocker(this); // viewers are built after a load
+    QSignalBlocker blocker(this); // viewers are created after a load
     if (!read(xml, &attributes))
         return false;
     for (const RootAttribute &attribute : rootAttributes)
         this->*attribute.field = ProjectXmlReader::valueOf(attributes, attribute.name).toString();
     m_openedOK = true;
-    m_modified = true; // by all that was read
+    m_modified = true; // set by the insertions
     blocker.unblock();
     setModified(false);
     return true;
@@ -88,7 +88,7 @@ bool Project::loadFromXml(const QString &text)
     m_openedOK = false;
 
     ProjectXmlReader xml(text);
-    QXmlStreamAttributes ignored; // the text comes from a plug-in, and plug-ins are not chosen by plug-ins
+    QXmlStreamAttributes ignored; // the text comes from a plug-in, which must not select plug-ins
     QSignalBlocker blocker(this);
     if (!read(xml, &ignored))
         return false;
@@ -101,7 +101,7 @@ bool Project::loadFromXml(const QString &text)
 bool Project::read(ProjectXmlReader &xml, QXmlStreamAttributes *attributes)
 {
     const QString oldConfiguration = m_currentConfiguration;
-    xml.readNextStartElement(); // the root, whatever its tag
+    xml.readNextStartElement(); // the root, with any tag
     *attributes = xml.attributes();
     while (xml.readNextStartElement())
         readChild(xml);
@@ -355,7 +355,7 @@ void Project::setActive(bool active)
 
 void Project::setBuildInterface(IBuildEnvironment *environment)
 {
-    m_buildInterface = shareInterface(environment); // the new one first: it may be the old one
+    m_buildInterface = shareInterface(environment); // the new one first: it may be the same as the old one
 }
 
 void Project::setExecutionInterface(IExecutionEnvironment *environment)
@@ -393,7 +393,7 @@ QList<ProjectFolder *> Project::allFolders() const
     return result;
 }
 
-/// Level by level, and so without a deep stack.
+/// Iterates over the levels, so that a deep tree needs no deep stack.
 bool Project::isTooDeep() const
 {
     QList<ProjectFolder *> level = m_folders.items();

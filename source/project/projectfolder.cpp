@@ -8,7 +8,7 @@ using namespace Qt::StringLiterals;
 
 ProjectFolder::~ProjectFolder()
 {
-    // Leaf by leaf and not level by level: a deep tree must not need a deep stack.
+    // Deletes single folders without recursion: a deep tree must not need a deep stack.
     std::vector<ProjectFolder *> branch{this};
     while (true) {
         ProjectFolder *folder = branch.back();
@@ -49,7 +49,7 @@ void ProjectFolder::addFolder(ProjectFolder *folder, bool prepend)
     const bool isRing = wouldContainItself(folder, this);
     VARNEL_ASSERT(!isRing);
     if (isRing)
-        return; // nobody would come to the end of it
+        return; // a ring has no end
     insert(folder, prepend);
     if (m_project) {
         Q_EMIT m_project->folderAdded(this, folder);
@@ -187,7 +187,7 @@ void ProjectFolder::insert(ProjectFile *file)
     file->setFolder(this);
 }
 
-/// Searches the lists below @p folder: the parents above @p target need not agree with them.
+/// Searches the lists below @p folder, because the parent pointers above @p target may not agree with them.
 bool wouldContainItself(ProjectFolder *folder, const ProjectFolder *target)
 {
     return target && folder->withSubfolders().contains(target);

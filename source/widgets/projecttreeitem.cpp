@@ -18,7 +18,7 @@ bool ProjectTreeItem::operator<(const QTreeWidgetItem &other) const
 {
     if (type() != other.type())
         return type() < other.type();
-    // Neither goes before the other if not by text, and the toolkit's sorting is stable.
+    // Rows that are not sorted by text keep their order, because the toolkit's sorting is stable.
     return m_sortByText && text(0).localeAwareCompare(other.text(0)) < 0;
 }
 

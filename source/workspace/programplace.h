@@ -25,7 +25,7 @@ public:
     [[nodiscard]] static ProgramPlace inDisassembly(uint address, uint environmentKey = 0);
     /// The place at @p line of the document @p fileName.
     [[nodiscard]] static ProgramPlace fromDocument(const QString &fileName, int line);
-    /// The place that a breakpoint names: "disassembler:" may stand anywhere in @p file.
+    /// The place that a breakpoint names: @p file may contain "disassembler:" at any position.
     [[nodiscard]] static ProgramPlace fromBreakpoint(const QString &file, int line);
 
     [[nodiscard]] bool isDisassembly() const { return m_isDisassembly; }

@@ -3,7 +3,7 @@
 #include <QWidget>
 class TextViewEdit;
 
-/// The margin left of a pane, which shows the markers of the lines.
+/// The margin to the left of a pane, which shows the markers of the lines.
 class TextMarkerWidget : public QWidget
 {
     Q_OBJECT
@@ -29,5 +29,5 @@ private:
 
     TextViewEdit *const m_edit;
     QHash<QString, QPixmap> m_pictures;
-    qreal m_pictureRatio = 0; ///< device pixels per pixel that the pictures were made for
+    qreal m_pictureRatio = 0; ///< device pixel ratio of the loaded pictures
 };

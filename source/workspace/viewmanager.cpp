@@ -62,7 +62,7 @@ void ViewManager::viewClosed(View *view)
     Q_EMIT viewActivated(currentView());
 }
 
-/// Gives the views of @p document their numbers and returns how many there are.
+/// Numbers the views of @p document and returns how many there are.
 int ViewManager::renumber(Document *document)
 {
     ObjectList<View> views;

@@ -6,7 +6,7 @@
 #include <QWidget>
 
 namespace {
-/// What the object model of the server acts on.
+/// The widgets and actions on which the server's object model operates.
 class ActionHost : public QObject, public ScriptHost
 {
 public:

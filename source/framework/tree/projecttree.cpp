@@ -11,7 +11,7 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-/// Whether the rows below @p item are still to be made. Nothing else shows an indicator of its own accord.
+/// Whether the rows below @p item are not created yet. All other items have the default indicator policy.
 bool isUnmade(const QTreeWidgetItem *item)
 {
     return item->childIndicatorPolicy() == QTreeWidgetItem::ShowIndicator;
@@ -33,7 +33,7 @@ ListViewItem *noParent()
     return nullptr;
 }
 
-/// The place of the first row below @p item that does not stand before the wanted one.
+/// The index of the first row below @p item that is not sorted before the wanted one.
 template <typename StandsBefore>
 int firstPlace(const QTreeWidgetItem *item, StandsBefore standsBefore)
 {
@@ -96,7 +96,7 @@ ProjectTree::ProjectTree(ProjectTreeHost &host, QWidget *parent)
 
 ProjectTree::~ProjectTree()
 {
-    const QSignalBlocker blocker(this); // the model may be gone already
+    const QSignalBlocker blocker(this); // the model may be deleted already
     releaseWorkspace();
 }
 
@@ -158,7 +158,7 @@ void ProjectTree::rebuild()
 void ProjectTree::clearItems()
 {
     endRename(Reject);
-    const QSignalBlocker blocker(this); // what the items stand for may be gone
+    const QSignalBlocker blocker(this); // the objects of the items may be deleted already
     clear();
     m_projectItems.clear();
     m_folderItems.clear();
@@ -331,15 +331,15 @@ void ProjectTree::slotFileRemoved(ProjectFolder *parent, ProjectFile *file)
     childRemoved(parent, file, m_fileItems, "m_fileItems[file]");
 }
 
-/// Whether the child that @p parent has lost never had a row, since its parent has not been opened or is not shown
-/// itself. An indicator that stands for rows to be made goes with the last of them.
+/// Whether the removed child of @p parent never had a row, because its parent was not opened or is not shown itself.
+/// The indicator for rows to be created is removed with the last child.
 bool ProjectTree::stayedUnmade(ProjectFolder *parent, Project *project)
 {
     ProjectTreeItem *parentItem = parent ? m_folderItems.value(parent) : m_projectItems.value(project);
     if (!parentItem)
         return true;
     if (!parent || !isUnmade(parentItem))
-        return false; // those of a project are made at once
+        return false; // the rows of a project are created at once
     setUnmade(parentItem, !parent->folders().isEmpty() || !parent->files().isEmpty());
     return true;
 }
