@@ -61,7 +61,7 @@ public:
         return new FakePane(parent, environment);
     }
 
-    QList<IExecutionEnvironment *> unsuitable; ///< those that lack what the panes show
+    QList<IExecutionEnvironment *> unsuitable; ///< those without the data for the panes
 };
 } // namespace
 
@@ -74,7 +74,7 @@ private:
     std::unique_ptr<ProjectWorkspace> m_workspace;
     std::unique_ptr<FakeMultiWidget> m_widget;
     QHash<const IExecutionEnvironment *, QString> m_names; ///< of the projects
-    int m_environments = 0;                                ///< alive
+    int m_environments = 0;                                ///< number of existing ones
 
     Project *addProject(const QString &name, bool withEnvironment = true)
     {
@@ -126,14 +126,14 @@ private Q_SLOTS:
         QCOMPARE(m_environments, 0);
     }
 
-    void itIsEmptyAtFirst()
+    void widgetIsEmptyAtFirst()
     {
         QVERIFY(m_widget->widgets().isEmpty());
         QCOMPARE(m_widget->layout()->contentsMargins(), QMargins());
         QCOMPARE(m_widget->layout()->spacing(), 0);
     }
 
-    void withoutProjectsThereIsAnIdlePane()
+    void workspaceWithoutProjectsHasAnIdlePane()
     {
         m_widget->setWorkspace(nullptr);
         QCOMPARE(shown(), u"idle"_s);
@@ -142,7 +142,7 @@ private Q_SLOTS:
         QCOMPARE(shown(), u"idle"_s);
     }
 
-    void onePaneIsBare()
+    void singlePaneHasNoTabs()
     {
         addProject(u"fw"_s);
         m_widget->setWorkspace(m_workspace.get());
@@ -151,7 +151,7 @@ private Q_SLOTS:
         QCOMPARE(m_widget->widgets().constFirst()->parentWidget(), m_widget.get());
     }
 
-    void severalPanesStandInTabsAtTheBottom()
+    void severalPanesHaveTabsAtTheBottom()
     {
         addProject(u"fw"_s);
         addProject(u"lib"_s);
@@ -163,7 +163,7 @@ private Q_SLOTS:
         QCOMPARE(tabs->tabToolTip(0), u"Sim of the board"_s);
     }
 
-    void anAmpersandInANameIsNoShortcut()
+    void ampersandInANameIsNoShortcut()
     {
         addProject(u"a&b"_s);
         addProject(u"lib"_s);
@@ -171,7 +171,7 @@ private Q_SLOTS:
         QCOMPARE(m_widget->findChild<QTabWidget *>()->tabText(0), u"Sim - a&&b"_s);
     }
 
-    void panesAreMadeForActiveProjectsThatOfferThem_data()
+    void panesAreCreatedForActiveProjectsThatOfferThem_data()
     {
         QTest::addColumn<int>("inactive"); // bit 0 for the first project, bit 1 for the second
         QTest::addColumn<int>("unsuitable");
@@ -184,7 +184,7 @@ private Q_SLOTS:
         QTest::newRow("one without environment") << 0 << 0 << 1 << u"[lib] in tabs"_s;
     }
 
-    void panesAreMadeForActiveProjectsThatOfferThem()
+    void panesAreCreatedForActiveProjectsThatOfferThem()
     {
         QFETCH(int, inactive);
         QFETCH(int, unsuitable);
@@ -200,14 +200,14 @@ private Q_SLOTS:
         QCOMPARE(shown(), expected);
     }
 
-    void aSingleProjectThatIsSkippedLeavesNoPane()
+    void skippedSingleProjectGivesNoPane()
     {
         addProject(u"fw"_s)->setActive(false);
         m_widget->setWorkspace(m_workspace.get());
         QCOMPARE(shown(), QString());
     }
 
-    void theCurrentPageIsTheIndexInTheWorkspaceWhoeverIsSkipped()
+    void currentPageIsTheIndexInTheWorkspace()
     {
         Project *first = addProject(u"first"_s);
         addProject(u"second"_s);
@@ -222,7 +222,7 @@ private Q_SLOTS:
         QCOMPARE(shown(), u"[second] third in tabs"_s);
     }
 
-    void itFollowsTheWorkspace()
+    void panesFollowTheWorkspace()
     {
         Project *fw = addProject(u"fw"_s);
         m_widget->setWorkspace(m_workspace.get());
@@ -236,7 +236,7 @@ private Q_SLOTS:
         QCOMPARE(shown(), u"idle"_s);
     }
 
-    void anEarlierWorkspaceIsNotListenedTo()
+    void signalsOfAnOldWorkspaceAreIgnored()
     {
         addProject(u"fw"_s);
         m_widget->setWorkspace(m_workspace.get());
@@ -245,7 +245,7 @@ private Q_SLOTS:
         QCOMPARE(shown(), u"idle"_s);
     }
 
-    void theWorkspaceMayDieFirst()
+    void workspaceMayBeDeletedFirst()
     {
         addProject(u"fw"_s);
         m_widget->setWorkspace(m_workspace.get());
@@ -256,7 +256,7 @@ private Q_SLOTS:
         QCOMPARE(m_environments, 0);
     }
 
-    void updatingReachesEveryPaneAndRebuildsNone()
+    void updateCallsEveryPaneAndRebuildsNone()
     {
         addProject(u"fw"_s);
         addProject(u"lib"_s);
@@ -271,7 +271,7 @@ private Q_SLOTS:
         QCOMPARE(m_widget->widgets(), panes);
     }
 
-    void thePaneWhoseSignalRebuildsLivesOnButHoldsNothing()
+    void paneThatCausesARebuildReleasesItsEnvironment()
     {
         addProject(u"fw"_s);
         m_widget->setWorkspace(m_workspace.get());
