@@ -1,5 +1,5 @@
 #include "textdocumenttemplate.h"
-#include "environmentkey.h"
+#include "programplace.h"
 #include "syntaxhighlighter.h"
 #include "textdocument.h"
 #include "textindent.h"

@@ -7,25 +7,24 @@ class QSettings;
 class SyntaxHighlighter;
 class TextIndent;
 
-/// A language of the text editor: the files it opens, how they are painted and how they are indented.
+/// A language of the text editor: the files it opens, and how they are highlighted and indented.
 class TextDocumentTemplate : public DocumentTemplate
 {
     Q_OBJECT
 public:
     static constexpr qint64 LargestFile = 10'000'000; ///< bytes
 
-    /// @p extensions are in lower case and without dot; an empty list accepts every file.
+    /// @p extensions are in lower case and without the dot; an empty list accepts every file.
     TextDocumentTemplate(const QString &name, const QString &description, const QIcon &icon,
                          const QStringList &extensions, std::unique_ptr<SyntaxHighlighter> highlighter,
                          std::unique_ptr<TextIndent> indenter, QObject *parent = nullptr);
     ~TextDocumentTemplate() override;
 
-    /// What the editors of this kind ask; it must outlive them. They do without if there is none.
+    /// The services for editors of this kind, which must not outlive them. May be null.
     void setEditorHost(EditorHost *host) { m_host = host; }
-    /// The directory in which modified documents of this kind keep a copy of their text; none if it is empty.
+    /// The directory for the copies of unsaved texts of this kind; empty for no copies.
     void setSwapDirectory(const QString &directory) { m_swapDirectory = directory; }
-    /// Takes over "TabSize", "KeepTabs" and "IndentMode" of the group "Editor". Views follow at their next full
-    /// refresh.
+    /// Reads "TabSize", "KeepTabs" and "IndentMode" of the group "Editor". Views follow at their next full update.
     void readSettings(const QSettings &settings);
 
     [[nodiscard]] bool canCreate() override { return true; }

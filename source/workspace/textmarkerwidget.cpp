@@ -26,23 +26,27 @@ void TextMarkerWidget::paintEvent(QPaintEvent *event)
     painter.fillRect(event->rect(), brush);
     for (const TextViewEdit::Line &line : m_edit->linesAt(event->rect().top(), event->rect().bottom())) {
         if (const ParagData *data = paragDataOf(line.block); data && data->marker)
-            paintMarkers(painter, data, line.rect);
+            paintMarkers(painter, data->marker, line.rect);
     }
 }
 
-void TextMarkerWidget::paintMarkers(QPainter &painter, const ParagData *paragData, const QRectF &line)
+void TextMarkerWidget::paintMarkers(QPainter &painter, quint32 marker, const QRectF &line)
 {
-    const quint32 marker = paragData->marker;
     const QString suffix = marker & TextView::AlternateMarker ? u"2.png"_s : u".png"_s;
-    if (marker & TextView::MultipleBreakpointMarker) {
-        VARNEL_ASSERT((paragData->marker & TextView::DisabledBreakpointMarker) == 0
-                      && (paragData->marker & TextView::EnabledBreakpointMarker) == 0);
+    const bool multiple = marker & TextView::MultipleBreakpointMarker;
+    const bool enabled = marker & TextView::EnabledBreakpointMarker;
+    const bool disabled = marker & TextView::DisabledBreakpointMarker;
+    if (multiple) {
+        VARNEL_ASSERT_TEXT(!disabled && !enabled,
+                           "(paragData->marker & TextView::DisabledBreakpointMarker) == 0 && (paragData->marker & "
+                           "TextView::EnabledBreakpointMarker) == 0");
         drawPicture(painter, u"markermultiplebreak"_s + suffix, line);
-    } else if (marker & TextView::EnabledBreakpointMarker) {
-        VARNEL_ASSERT((paragData->marker & TextView::MultipleBreakpointMarker) == 0
-                      && (paragData->marker & TextView::DisabledBreakpointMarker) == 0);
+    } else if (enabled) {
+        VARNEL_ASSERT_TEXT(!disabled,
+                           "(paragData->marker & TextView::MultipleBreakpointMarker) == 0 && (paragData->marker & "
+                           "TextView::DisabledBreakpointMarker) == 0");
         drawPicture(painter, u"markerenabledbreak"_s + suffix, line);
-    } else if (marker & TextView::DisabledBreakpointMarker) {
+    } else if (disabled) {
         drawPicture(painter, u"markerdisabledbreak"_s + suffix, line);
     }
     if (marker & TextView::CurrentLineMarker)

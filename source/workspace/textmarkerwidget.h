@@ -1,10 +1,9 @@
 #pragma once
 #include <QHash>
 #include <QWidget>
-class ParagData;
 class TextViewEdit;
 
-/// The margin left of a pane, which shows the markers of the lines.
+/// The margin to the left of a pane, which shows the markers of the lines.
 class TextMarkerWidget : public QWidget
 {
     Q_OBJECT
@@ -24,11 +23,11 @@ protected:
     bool event(QEvent *event) override;
 
 private:
-    void paintMarkers(QPainter &painter, const ParagData *paragData, const QRectF &line);
+    void paintMarkers(QPainter &painter, quint32 marker, const QRectF &line);
     void drawPicture(QPainter &painter, const QString &name, const QRectF &line);
     void showToolTip(const QPoint &position);
 
     TextViewEdit *const m_edit;
     QHash<QString, QPixmap> m_pictures;
-    qreal m_pictureRatio = 0; ///< device pixels per pixel that the pictures were made for
+    qreal m_pictureRatio = 0; ///< device pixel ratio of the loaded pictures
 };

@@ -21,12 +21,12 @@ using namespace Qt::StringLiterals;
 namespace {
 constexpr int CollapseHeight = 20; ///< pixels
 constexpr QColor DarkCyan(0x12, 0x34,
-                          0x38); ///< behind matched brackets on dark paper: light text would vanish on light
-constexpr int LinesAround = 4;   ///< kept in sight around a line that is gone to
+                          0x38); ///< behind matched brackets on dark paper: a light colour would hide light text
+constexpr int LinesAround = 4;   ///< lines that stay visible around the target line
 
 QTextDocument *keptDocument(QPlainTextEdit *edit)
 {
-    edit->document()->setParent(edit); // its present owner would delete it when another takes its place
+    edit->document()->setParent(edit); // its owner would delete it when the document is replaced
     return edit->document();
 }
 } // namespace
@@ -39,7 +39,7 @@ TextViewEdit::TextViewEdit(TextView *view, TextDocument *document)
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
     setLineWrapMode(NoWrap);
     setViewportMargins(TextMarkerWidget::Width, 0, 0, 0);
-    setMinimumSize(1, 1); // it collapses before that
+    setMinimumSize(1, 1); // it is collapsed at a larger size
     const QString file = QFileInfo(document->filename()).fileName();
     m_margin->setObjectName(file + u"/margin"_s);
     viewport()->setObjectName(file + u"/text"_s);
@@ -82,11 +82,11 @@ void TextViewEdit::refresh(bool full)
     viewport()->update();
 }
 
-/// The document's font is the formats' business: fonts that come from elsewhere must not reach it.
+/// The formats determine the font of the document: other font changes must not reach it.
 void TextViewEdit::changeEvent(QEvent *event)
 {
     if (event->type() == QEvent::FontChange || event->type() == QEvent::ApplicationFontChange)
-        QAbstractScrollArea::changeEvent(event); // NOLINT(bugprone-parent-virtual-call): the next base's takes the font
+        QAbstractScrollArea::changeEvent(event); // NOLINT(bugprone-parent-virtual-call): the base applies the font
     else
         QPlainTextEdit::changeEvent(event);
 }
@@ -115,7 +115,7 @@ QTextBlock TextViewEdit::blockAt(int y) const
 
 void TextViewEdit::showBlock(const QTextBlock &block)
 {
-    const int first = verticalScrollBar()->value(); // counts lines, as none is wrapped
+    const int first = verticalScrollBar()->value(); // the value is a line number, because lines are not wrapped
     const int onScreen = std::max(1, viewport()->height() / m_document->lineSpacing());
     const int around = std::min(LinesAround, (onScreen - 1) / 2);
     const int line = block.blockNumber();
@@ -169,7 +169,7 @@ void TextViewEdit::showBracketMatch()
 
 void TextViewEdit::keyPressEvent(QKeyEvent *event)
 {
-    if (!event->text().isEmpty()) // each key has the line measured and drawn several times
+    if (!event->text().isEmpty()) // each key measures and paints the line several times
         textCursor().block().layout()->setCacheEnabled(true);
     const bool isReturn = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
     const Qt::KeyboardModifiers plain = event->modifiers() & ~(Qt::ShiftModifier | Qt::KeypadModifier);
@@ -194,8 +194,8 @@ void TextViewEdit::pressTab()
     setTextCursor(cursor);
 }
 
-/// Breaks the line and indents the new one, both in one step for undo. With Shift too: the toolkit would break the line
-/// by a character of its own, which no source file knows.
+/// Breaks the line and indents the new one, as one step for undo. Also with Shift, for which the toolkit inserts a
+/// special character that source files do not contain.
 void TextViewEdit::pressReturn(QKeyEvent *event)
 {
     QKeyEvent press(event->type(), event->key(), event->modifiers() & ~Qt::ShiftModifier, event->text(),
@@ -210,7 +210,7 @@ void TextViewEdit::pressReturn(QKeyEvent *event)
     ensureCursorVisible();
 }
 
-/// A cursor in the line's text stays with it, one before the text goes to its start.
+/// A cursor in the line's text keeps its place in the text; one before the text moves to its start.
 void TextViewEdit::indent()
 {
     TextIndent *indenter = m_document->indenter();
@@ -227,8 +227,8 @@ void TextViewEdit::indent()
     setTextCursor(cursor);
 }
 
-/// A right press puts the cursor where it was made, so that the context menu is about that line; a press on the
-/// selection leaves it, so that the menu can copy it.
+/// A right press moves the cursor there, so that the context menu refers to that line; a press on the selection keeps
+/// it, so that the menu can copy it.
 void TextViewEdit::mousePressEvent(QMouseEvent *event)
 {
     QPlainTextEdit::mousePressEvent(event);
@@ -265,7 +265,7 @@ void TextViewEdit::contextMenuEvent(QContextMenuEvent *event)
 std::unique_ptr<QMenu> TextViewEdit::contextMenu(const QPoint &position)
 {
     std::unique_ptr<QMenu> menu(createStandardContextMenu(position));
-    menu->setParent(nullptr, menu->windowFlags()); // the pane may die while the menu is open
+    menu->setParent(nullptr, menu->windowFlags()); // the pane may be deleted while the menu is open
     if (!viewInterface<IViewWithMarkers>(m_view))
         return menu;
     menu->addSeparator();
@@ -282,7 +282,7 @@ void TextViewEdit::toggleBreakpoint()
     Q_EMIT toggleBreakpoint(textCursor().blockNumber() + 1);
 }
 
-/// Files are left to the window around, which opens them.
+/// Does not accept files: the window opens them.
 void TextViewEdit::dragEnterEvent(QDragEnterEvent *event)
 {
     if (event->mimeData()->hasUrls() || event->mimeData()->text().startsWith(u"file:"_s))
@@ -366,7 +366,7 @@ bool TextViewEdit::replaceMatches(const QString &raw, const QString &text, const
         return false;
     QTextCursor cursor = textCursor();
     cursor.beginEditBlock();
-    for (auto match = matches.crbegin(); match != matches.crend(); ++match) { // those before keep their positions
+    for (auto match = matches.crbegin(); match != matches.crend(); ++match) { // backwards: positions before stay valid
         cursor.setPosition(int(match->position));
         cursor.setPosition(int(match->position + match->length), QTextCursor::KeepAnchor);
         cursor.insertText(replacement);
@@ -379,10 +379,8 @@ bool TextViewEdit::replaceInSelection(const QString &text, const QString &replac
                                       bool wholeWord)
 {
     const QTextCursor selection = textCursor();
-    const int paraFrom =
-        selection.hasSelection() ? document()->findBlock(selection.selectionStart()).blockNumber() : -1;
-    VARNEL_ASSERT(paraFrom != -1);
-    if (paraFrom == -1)
+    VARNEL_ASSERT_TEXT(selection.hasSelection(), "paraFrom != -1");
+    if (!selection.hasSelection())
         return false;
     const auto place = [this](int position) {
         const QTextBlock block = document()->findBlock(position);

@@ -1,13 +1,13 @@
-"""Fails when a source file includes something from a room that its own room may not see.
+"""Fails when a source file includes a file of a folder that its own folder must not depend on.
 
-Rooms are the folders below source; `plugins` stands for every plug-in. An include counts when a file of that name
-exists in one of the rooms. The rooms without windows must not include a widget of the toolkit either.
+The folders are those below source, branding, and `plugins` for all plug-ins. An include is checked if a file of that
+name exists in one of the folders. Folders without windows must not include a widget of the toolkit either.
 """
 import pathlib
 import re
 import sys
 
-MAY_SEE = {
+MAY_INCLUDE = {
     "base": set(),
     "interfaces": set(),
     "project": {"interfaces"},
@@ -27,14 +27,14 @@ WIDGET = re.compile(r"^(QtWidgets/)?Q(Widget|Dialog|MainWindow|Menu|Action|ToolB
 SUFFIXES = {".h", ".cpp"}
 
 
-def room_of(path, root):
+def folder_of(path, root):
     parts = path.relative_to(root).parts
     return parts[1] if parts[0] == "source" else parts[0]
 
 
 def sources(root):
-    for folder in ("source", "branding", "plugins"):
-        for path in sorted((root / folder).rglob("*")):
+    for top in ("source", "branding", "plugins"):
+        for path in sorted((root / top).rglob("*")):
             if path.suffix in SUFFIXES:
                 yield path
 
@@ -43,25 +43,25 @@ def violations(root):
     files = list(sources(root))
     owners = {}
     for path in files:
-        owners.setdefault(path.name, set()).add(room_of(path, root))
+        owners.setdefault(path.name, set()).add(folder_of(path, root))
     for path in files:
-        room = room_of(path, root)
-        if room not in MAY_SEE:
-            yield f"{path.relative_to(root)}: '{room}' is no room of the house"
+        folder = folder_of(path, root)
+        if folder not in MAY_INCLUDE:
+            yield f"{path.relative_to(root)}: '{folder}' is not in the table of folders"
             continue
         for _, name in INCLUDE.findall(path.read_text(encoding="utf-8")):
-            seen = owners.get(pathlib.PurePosixPath(name).name, set())
-            if seen and not seen & (MAY_SEE[room] | {room, "base"}):
-                yield f"{path.relative_to(root)}: includes {name} of {', '.join(sorted(seen))}"
-            if room in WITHOUT_WINDOWS and WIDGET.match(name):
-                yield f"{path.relative_to(root)}: includes {name}, but '{room}' knows no widget"
+            found = owners.get(pathlib.PurePosixPath(name).name, set())
+            if found and not found & (MAY_INCLUDE[folder] | {folder, "base"}):
+                yield f"{path.relative_to(root)}: includes {name} of {', '.join(sorted(found))}"
+            if folder in WITHOUT_WINDOWS and WIDGET.match(name):
+                yield f"{path.relative_to(root)}: includes {name}, but '{folder}' must not use widgets"
 
 
 def selftest():
-    """A tree with one arrow of each forbidden kind gives exactly these complaints."""
+    """A tree with one forbidden include of each kind gives exactly these messages."""
     import tempfile
-    with tempfile.TemporaryDirectory() as folder:
-        root = pathlib.Path(folder)
+    with tempfile.TemporaryDirectory() as directory:
+        root = pathlib.Path(directory)
         texts = {
             "source/base/varnelassert.h": "",
             "source/interfaces/unknown.h": "#include <QUuid>\n",
@@ -79,8 +79,8 @@ def selftest():
         found = sorted(violations(root))
     expected = sorted([
         "plugins/gdb/gdb.cpp: includes shell/mainwindow.h of framework",
-        "source/attic/old.h: 'attic' is no room of the house",
-        "source/project/bad.cpp: includes QTreeWidget, but 'project' knows no widget",
+        "source/attic/old.h: 'attic' is not in the table of folders",
+        "source/project/bad.cpp: includes QTreeWidget, but 'project' must not use widgets",
         "source/project/bad.cpp: includes mainwindow.h of framework",
         "source/widgets/bad.h: includes project.h of project",
     ])
@@ -91,6 +91,6 @@ def selftest():
 if sys.argv[1] == "--selftest":
     selftest()
 else:
-    complaints = list(violations(pathlib.Path(sys.argv[1])))
-    if complaints:
-        sys.exit("\n".join(complaints))
+    messages = list(violations(pathlib.Path(sys.argv[1])))
+    if messages:
+        sys.exit("\n".join(messages))

@@ -43,7 +43,7 @@ protected:
         return project;
     }
 
-    /// Gives the tree the keyboard.
+    /// Gives the tree the keyboard focus.
     void activate()
     {
         m_tree->setFocus();
@@ -60,7 +60,7 @@ protected:
     ProjectTree *m_tree = nullptr;
     Project *m_fw = nullptr;  ///< two folders, files in one of them and in the root
     Project *m_lib = nullptr; ///< the current one; a folder in a folder
-    QStringList m_signals;    ///< what the tree has told, one a line
+    QStringList m_signals;    ///< the signals of the tree, one on each line
 
 private:
     void makeWindow()

@@ -64,7 +64,7 @@ public:
         return new FakePane(parent, environment);
     }
 
-    QList<IExecutionEnvironment *> unsuitable; ///< those that lack what the panes show
+    QList<IExecutionEnvironment *> unsuitable; ///< those without the data for the panes
 };
 } // namespace
 
@@ -78,7 +78,7 @@ private:
     QPointer<ProjectWorkspace> m_workspace;
     std::unique_ptr<FakeMultiWidget> m_widget;
     QHash<const IExecutionEnvironment *, QString> m_names; ///< of the projects
-    int m_environments = 0;                                ///< alive
+    int m_environments = 0;                                ///< number of existing ones
 
     Project *addProject(const QString &name, bool withEnvironment = true)
     {
@@ -134,14 +134,14 @@ private Q_SLOTS:
         QCOMPARE(m_environments, 0);
     }
 
-    void itIsEmptyAtFirst()
+    void widgetIsEmptyAtFirst()
     {
         QVERIFY(m_widget->widgets().isEmpty());
         QCOMPARE(m_widget->layout()->contentsMargins(), QMargins());
         QCOMPARE(m_widget->layout()->spacing(), 0);
     }
 
-    void withoutProjectsThereIsAnIdlePane()
+    void workspaceWithoutProjectsHasAnIdlePane()
     {
         m_activity->closeWorkspace();
         QCOMPARE(shown(), u"idle"_s);
@@ -151,7 +151,7 @@ private Q_SLOTS:
         m_activity->closeWorkspace();
     }
 
-    void onePaneIsBare()
+    void singlePaneHasNoTabs()
     {
         addProject(u"fw"_s);
         m_widget->workspaceChanged();
@@ -160,7 +160,7 @@ private Q_SLOTS:
         QCOMPARE(m_widget->widgets().constFirst()->parentWidget(), m_widget.get());
     }
 
-    void severalPanesStandInTabsAtTheBottom()
+    void severalPanesHaveTabsAtTheBottom()
     {
         addProject(u"fw"_s);
         addProject(u"lib"_s);
@@ -172,7 +172,7 @@ private Q_SLOTS:
         QCOMPARE(tabs->tabToolTip(0), u"Sim of the board"_s);
     }
 
-    void anAmpersandInANameIsNoShortcut()
+    void ampersandInANameIsNoShortcut()
     {
         addProject(u"a&b"_s);
         addProject(u"lib"_s);
@@ -180,7 +180,7 @@ private Q_SLOTS:
         QCOMPARE(m_widget->findChild<QTabWidget *>()->tabText(0), u"Sim - a&&b"_s);
     }
 
-    void panesAreMadeForActiveProjectsThatOfferThem_data()
+    void panesAreCreatedForActiveProjectsThatOfferThem_data()
     {
         QTest::addColumn<int>("inactive"); // bit 0 for the first project, bit 1 for the second
         QTest::addColumn<int>("unsuitable");
@@ -193,7 +193,7 @@ private Q_SLOTS:
         QTest::newRow("one without environment") << 0 << 0 << 1 << u"[lib] in tabs"_s;
     }
 
-    void panesAreMadeForActiveProjectsThatOfferThem()
+    void panesAreCreatedForActiveProjectsThatOfferThem()
     {
         QFETCH(int, inactive);
         QFETCH(int, unsuitable);
@@ -209,14 +209,14 @@ private Q_SLOTS:
         QCOMPARE(shown(), expected);
     }
 
-    void aSingleProjectThatIsSkippedLeavesNoPane()
+    void skippedSingleProjectGivesNoPane()
     {
         addProject(u"fw"_s)->setActive(false);
         m_widget->workspaceChanged();
         QCOMPARE(shown(), QString());
     }
 
-    void theCurrentPageIsTheIndexInTheWorkspaceWhoeverIsSkipped()
+    void currentPageIsTheIndexInTheWorkspace()
     {
         Project *first = addProject(u"first"_s);
         addProject(u"second"_s);
@@ -231,7 +231,7 @@ private Q_SLOTS:
         QCOMPARE(shown(), u"[second] third in tabs"_s);
     }
 
-    void itFollowsTheWorkspace()
+    void panesFollowTheWorkspace()
     {
         Project *fw = addProject(u"fw"_s);
         m_widget->workspaceChanged();
@@ -254,7 +254,7 @@ private Q_SLOTS:
         m_activity->closeWorkspace();
     }
 
-    void theEnvironmentIsReleasedBeforeTheWorkspaceIsDeleted()
+    void environmentIsReleasedBeforeTheWorkspaceIsDeleted()
     {
         addProject(u"fw"_s);
         QCOMPARE(shown(), u"fw"_s);
@@ -265,7 +265,7 @@ private Q_SLOTS:
         QCOMPARE(m_environments, 0);
     }
 
-    void updatingReachesEveryPaneAndRebuildsNone()
+    void updateCallsEveryPaneAndRebuildsNone()
     {
         addProject(u"fw"_s);
         addProject(u"lib"_s);
@@ -280,7 +280,7 @@ private Q_SLOTS:
         QCOMPARE(m_widget->widgets(), panes);
     }
 
-    void everyPaneKnowsWhetherTheProgramIsPaused()
+    void everyPaneGetsThePausedState()
     {
         addProject(u"fw"_s);
         m_widget->setPaused(true);
@@ -292,7 +292,7 @@ private Q_SLOTS:
         QVERIFY(!paused());
     }
 
-    void thePaneWhoseSignalRebuildsLivesOnButHoldsNothing()
+    void paneThatCausesARebuildReleasesItsEnvironment()
     {
         addProject(u"fw"_s);
         m_widget->workspaceChanged();

@@ -59,7 +59,7 @@ private Q_SLOTS:
     void init()
     {
         setUp();
-        delete m_tree; // the navigator has one of its own
+        delete m_tree; // the navigator has its own tree
         m_navigator = std::make_unique<Navigator>(m_activity, *m_window);
     }
 
@@ -69,7 +69,7 @@ private Q_SLOTS:
         tearDown();
     }
 
-    void itsTabsAreAtTheBottom()
+    void tabsAreAtTheBottom()
     {
         QCOMPARE(tabs()->tabPosition(), QTabWidget::South);
         QCOMPARE(m_navigator->layout()->contentsMargins(), QMargins(3, 3, 3, 3));
@@ -77,7 +77,7 @@ private Q_SLOTS:
         QCOMPARE(pages(), QString());
     }
 
-    void theFilesStandBeforeTheHelp()
+    void filesTabIsBeforeTheHelpTab()
     {
         auto *help = new FakeHelp;
         m_navigator->setHelpWidget(help);
@@ -88,7 +88,7 @@ private Q_SLOTS:
         QVERIFY(shown(*tree()).startsWith(u"- Workspace 'all': 2 project(s)\n"_s));
     }
 
-    void aWorkspaceBringsTheFilesToTheFrontAndKeepsTheTree()
+    void newWorkspaceShowsTheFilesAndKeepsTheTree()
     {
         m_navigator->setHelpWidget(new FakeHelp);
         m_navigator->showWorkspace();
@@ -99,7 +99,7 @@ private Q_SLOTS:
         QCOMPARE(tree(), before);
     }
 
-    void noWorkspaceTakesTheTreeAway()
+    void nullWorkspaceRemovesTheTree()
     {
         m_navigator->setHelpWidget(new FakeHelp);
         m_navigator->showWorkspace();
@@ -112,7 +112,7 @@ private Q_SLOTS:
         QCOMPARE(pages(), u"[Files] Help"_s);
     }
 
-    void theTreeMayBeTakenAwayByWhatItHasStarted()
+    void treeMayBeRemovedByAScriptThatItStarted()
     {
         m_navigator->showWorkspace();
         select(*tree(), {u"boot.py"_s});
@@ -125,7 +125,7 @@ private Q_SLOTS:
         QTRY_VERIFY(!before);
     }
 
-    void theSignalsOfTheTreeArePassedOn()
+    void signalsOfTheTreeAreForwarded()
     {
         m_navigator->showWorkspace();
         QStringList lines;
@@ -147,7 +147,7 @@ private Q_SLOTS:
                                      u"run /work/fw/boot.py"_s, u"properties boot.py"_s}));
     }
 
-    void theSignalsOfTheHelpArePassedOn()
+    void signalsOfTheHelpAreForwarded()
     {
         auto *help = new FakeHelp;
         m_navigator->setHelpWidget(help);
@@ -162,7 +162,7 @@ private Q_SLOTS:
         QCOMPARE(next.takeFirst(), QVariantList{false});
     }
 
-    void theHelpCommandsGoToTheHelp()
+    void helpCommandsAreForwardedToTheHelp()
     {
         auto *help = new FakeHelp;
         m_navigator->setHelpWidget(help);
@@ -173,7 +173,7 @@ private Q_SLOTS:
         QCOMPARE(help->calls, (QStringList{u"next"_s, u"previous"_s, u"home"_s, u"source a.html"_s}));
     }
 
-    void theHelpCommandsNeedTheHelp()
+    void helpCommandsWithoutHelpFailAnAssertion()
     {
         for (int i = 0; i < 4; ++i)
             expectAssert(u"m_helpWidget"_s);
@@ -183,7 +183,7 @@ private Q_SLOTS:
         m_navigator->helpSourceChanged(u"a.html"_s);
     }
 
-    void theSelectedProjectIsThatOfTheTree()
+    void selectedProjectIsThatOfTheTree()
     {
         QCOMPARE(m_navigator->selectedProject(), nullptr);
         m_navigator->showFileProperties();
@@ -193,14 +193,14 @@ private Q_SLOTS:
         QCOMPARE(m_navigator->selectedProject(), m_fw);
     }
 
-    void editingNeedsTheFocusOnTheTree_data()
+    void editCommandsNeedTheFocusOnTheTree_data()
     {
         QTest::addColumn<bool>("onTree");
         QTest::newRow("on the tree") << true;
         QTest::newRow("on the tabs") << false;
     }
 
-    void editingNeedsTheFocusOnTheTree()
+    void editCommandsNeedTheFocusOnTheTree()
     {
         QFETCH(bool, onTree);
         m_navigator->cut(); // without a tree
@@ -219,7 +219,7 @@ private Q_SLOTS:
         QCOMPARE(treeOf(*m_fw), onTree ? u"src/ \n  main.c\n  adc.c\nboot.py\n"_s : before);
     }
 
-    void whileAFolderIsBeingRenamedNothingIsRemoved()
+    void removeDuringRenamingDoesNothing()
     {
         m_navigator->showWorkspace();
         focus(tree());

@@ -7,7 +7,8 @@
 #include <QtTest>
 using namespace Qt::StringLiterals;
 
-// Python starts once in a process, so each case runs in a child: this program, with an expression as its argument.
+// Python starts once in a process, so each case runs in a child process: this program, with an expression as its
+// argument.
 
 class TestPythonRuntime : public QObject
 {
@@ -30,7 +31,7 @@ private:
 private Q_SLOTS:
     void init() { QTest::failOnWarning(QRegularExpression(u".?"_s)); }
 
-    void startedPython_data()
+    void pythonHasTheConfiguredProperties_data()
     {
         QTest::addColumn<QString>("expression");
         QTest::addColumn<bool>("heard");
@@ -48,27 +49,27 @@ private Q_SLOTS:
         row("is in UTF-8 mode", u"__import__('sys').flags.utf8_mode"_s, u"1"_s);
         row("writes files as UTF-8 in any locale", u"open('/dev/null').encoding"_s, u"utf-8"_s, false, u"LC_ALL"_s,
             u"C"_s);
-        row("is UTF-8 in any locale with the environment heard", u"__import__('sys').flags.utf8_mode"_s, u"1"_s, true,
+        row("is UTF-8 in any locale with the environment in use", u"__import__('sys').flags.utf8_mode"_s, u"1"_s, true,
             u"LC_ALL"_s, u"C"_s);
         row("has site", u"'site' in __import__('sys').modules"_s, u"True"_s);
         row("ignores PYTHONPATH", u"'/extra' in __import__('sys').path"_s, u"False"_s, false, u"PYTHONPATH"_s,
             u"/extra"_s);
-        row("hears PYTHONPATH when told", u"'/extra' in __import__('sys').path"_s, u"True"_s, true, u"PYTHONPATH"_s,
+        row("uses PYTHONPATH on request", u"'/extra' in __import__('sys').path"_s, u"True"_s, true, u"PYTHONPATH"_s,
             u"/extra"_s);
         row("ignores PYTHONHOME", u"__import__('sys').prefix"_s, u"/usr"_s, false, u"PYTHONHOME"_s, u"/nowhere"_s);
         row("ignores PATH", u"__import__('sys').prefix"_s, u"/usr"_s, false, u"PATH"_s, u"/nowhere"_s);
         row("has no path of the current directory", u"'' in __import__('sys').path"_s, u"False"_s);
         row("has no arguments of the program", u"__import__('sys').argv"_s, u"['']"_s);
-        row("leaves interrupts to the program, though a script imports signal", signalsTaken, u"0"_s);
-        row("leaves the program's locale alone", u"__import__('locale').setlocale(0)"_s, u"C"_s, false, u"LC_ALL"_s,
+        row("does not handle interrupts when a script imports signal", signalsTaken, u"0"_s);
+        row("does not change the program's locale", u"__import__('locale').setlocale(0)"_s, u"C"_s, false, u"LC_ALL"_s,
             u"C.UTF-8"_s);
         row("does not wait for input", u"input()"_s, noInput);
         row("has no packages of the user", u"__import__('site').ENABLE_USER_SITE"_s, u"False"_s);
-        row("has the user's packages when told", u"__import__('site').ENABLE_USER_SITE"_s, u"True"_s, true);
-        row("leaves the environment of child processes alone", u"__import__('os').environ['LC_ALL']"_s, u"C"_s, false,
-            u"LC_ALL"_s, u"C"_s);
+        row("has the user's packages on request", u"__import__('site').ENABLE_USER_SITE"_s, u"True"_s, true);
+        row("does not change the environment of child processes", u"__import__('os').environ['LC_ALL']"_s, u"C"_s,
+            false, u"LC_ALL"_s, u"C"_s);
     }
-    void startedPython()
+    void pythonHasTheConfiguredProperties()
     {
         QFETCH(QString, expression);
         QFETCH(bool, heard);
@@ -78,14 +79,14 @@ private Q_SLOTS:
         QCOMPARE(valueInChild(expression, heard, variable, value), expected);
     }
 
-    void startingTwiceIsHarmless()
+    void secondStartDoesNothing()
     {
         QVERIFY(startPython());
         QVERIFY(startPython(PythonEnvironment::Heard));
         QVERIFY(Py_IsInitialized());
     }
 
-    void failedStartIsReportedWithPythonsWords()
+    void failedStartPrintsPythonsMessage()
     {
         const QString output = valueInChild(u"1"_s, true, u"PYTHONHASHSEED"_s, u"many"_s);
         QVERIFY2(output.contains(u"startPython: Cannot start Python (PYTHONHASHSEED must be"_s), qPrintable(output));
@@ -95,7 +96,8 @@ private Q_SLOTS:
 
 static int printValue(const QString &expression, bool environmentHeard)
 {
-    std::setlocale(LC_ALL, "C"); // not the one that the environment tells, so that to ask there again would show
+    std::setlocale(LC_ALL,
+                   "C"); // not the locale of the environment, so that a second look at the environment would be visible
     if (!startPython(environmentHeard ? PythonEnvironment::Heard : PythonEnvironment::Ignored)) {
         fputs("not started", stderr);
         return 1;

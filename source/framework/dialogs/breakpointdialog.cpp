@@ -15,7 +15,7 @@
 
 using namespace Qt::StringLiterals;
 
-/// One breakpoint, or one to be.
+/// An existing or a new breakpoint.
 class BreakpointItem : public ListViewItem
 {
 public:
@@ -98,11 +98,11 @@ void BreakpointDialog::fill()
     currentItemChanged();
 }
 
-/// Long places do not squeeze away the names of the projects behind them.
+/// Gives the column of project names enough width, however long the places are.
 void BreakpointDialog::layOutColumns()
 {
     QTreeWidget *list = m_ui->BreakpointList;
-    const QAbstractItemView *view = list; // where the hint is public
+    const QAbstractItemView *view = list; // the class in which sizeHintForColumn() is public
     list->setColumnWidth(1, std::max(100, view->sizeHintForColumn(1)));
     list->header()->setSectionResizeMode(0, QHeaderView::ResizeToContents);
 }
@@ -122,7 +122,7 @@ void BreakpointDialog::fill(Project *project)
     }
 }
 
-/// Above the last row.
+/// Inserts it above the last row.
 BreakpointItem *BreakpointDialog::addItem(const QString &text, Project *project, const BreakpointRecord &record)
 {
     ListView *list = m_ui->BreakpointList;
@@ -155,7 +155,7 @@ void BreakpointDialog::textChanged()
     BreakpointItem *item = currentBreakpoint();
     if (!item) {
         item = addItem({}, nullptr, {{}, BreakpointEnabled});
-        const QSignalBlocker blocker(m_ui->BreakpointList); // the text in the edit is the newer one
+        const QSignalBlocker blocker(m_ui->BreakpointList); // the text in the edit is newer
         m_ui->BreakpointList->setCurrentItem(item);
         updateButtons();
     }
@@ -191,7 +191,7 @@ void BreakpointDialog::remove(BreakpointItem *item)
 {
     m_ui->BreakpointList->takeItem(item);
     m_removed.emplace_back(item);
-    currentItemChanged(); // the list has told of the new current row while the old one still stood in it
+    currentItemChanged(); // the list emitted the signal while the old row was still in it
 }
 
 void BreakpointDialog::accept()
@@ -225,13 +225,13 @@ bool BreakpointDialog::apply(const BreakpointItem *item)
         return false;
     const int state = item->checkState(0) == Qt::Checked ? BreakpointEnabled : BreakpointDisabled;
     const bool isSet = setBreakpoint(breakpoints.get(), place->location, state);
-    breakpoints.reset(); // nothing of the plug-in is held while the user reads
+    breakpoints.reset(); // hold no reference of the plug-in while the message is open
     if (!isSet)
         showInformation(this, tr("The breakpoint could not be set."));
     return isSet;
 }
 
-/// Who has the breakpoint; null if nobody. Makes the file of @p place absolute.
+/// The interface for the breakpoint; null if there is none. Makes the file of @p place absolute.
 InterfacePtr<IBreakpoints> BreakpointDialog::resolve(BreakpointPlace &place, const BreakpointItem *item)
 {
     Project *project = item->project();
@@ -248,7 +248,7 @@ InterfacePtr<IBreakpoints> BreakpointDialog::resolve(BreakpointPlace &place, con
     return breakpointsOf(project);
 }
 
-/// For a file of a new breakpoint; null, and the user knows, if it is in no project.
+/// The project for the file of a new breakpoint; null, after a message, if no project contains it.
 Project *BreakpointDialog::projectFor(const QString &file)
 {
     const QList<Project *> projects =

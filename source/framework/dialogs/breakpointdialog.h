@@ -14,8 +14,8 @@ namespace Ui {
 class BreakpointDialogBase;
 }
 
-/// Lists the breakpoints of all projects, to be changed, added and cleared. The environments hear of it when the dialog
-/// is accepted: each breakpoint is cleared and set anew, also one that is the same as before.
+/// Lists the breakpoints of all projects, to be changed, added and removed. The environments are changed when the
+/// dialog is accepted: each breakpoint is cleared and set again, also if it is unchanged.
 class BreakpointDialog : public QDialog
 {
     Q_OBJECT
@@ -25,7 +25,7 @@ public:
     ~BreakpointDialog() override;
 
 public Q_SLOTS:
-    /// Stays open at the first breakpoint that cannot be set. What was done until then stays done.
+    /// Stays open at the first breakpoint that cannot be set. Breakpoints before it stay set.
     void accept() override;
     void clearBreakpoint();
     void clearAll();
@@ -49,6 +49,6 @@ private:
 
     const std::unique_ptr<Ui::BreakpointDialogBase> m_ui;
     const Activity &m_activity;
-    ProjectTreeItem *m_last = nullptr;                      ///< the row that stands for a new breakpoint
-    std::vector<std::unique_ptr<BreakpointItem>> m_removed; ///< their breakpoints still stand
+    ProjectTreeItem *m_last = nullptr;                      ///< the row for a new breakpoint
+    std::vector<std::unique_ptr<BreakpointItem>> m_removed; ///< their breakpoints are still set
 };

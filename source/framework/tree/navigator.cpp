@@ -52,7 +52,7 @@ void Navigator::addTree()
     m_tabs->insertTab(0, m_tree, tr("Files"));
 }
 
-/// A script that the tree has started may be what closes the workspace, so the tree lives a little longer.
+/// Deletes the tree later, because a script that the tree has started may close the workspace.
 void Navigator::removeTree()
 {
     if (!m_tree)

@@ -8,7 +8,7 @@ class ProjectTree;
 class QTabWidget;
 class WindowServices;
 
-/// The docked window with the project tree, while a workspace is open, and the contents of the help.
+/// The dock window with the project tree, while a workspace is open, and the contents of the help.
 class Navigator : public QWidget
 {
     Q_OBJECT
@@ -16,8 +16,8 @@ public:
     /// Both arguments outlive this object. It shows the open workspace of @p activity.
     Navigator(const Activity &activity, WindowServices &window, QWidget *parent = nullptr);
 
-    /// Shows @p help as the page "Help". It has the signals openHelp(QString), previousAvailable(bool) and
-    /// nextAvailable(bool), which are passed on, and the slots next(), previous(), home() and
+    /// Shows @p help as the page "Help". It must have the signals openHelp(QString), previousAvailable(bool) and
+    /// nextAvailable(bool), which are forwarded, and the slots next(), previous(), home() and
     /// helpSourceChanged(QString).
     template <typename HelpWidget>
     void setHelpWidget(HelpWidget *help)
@@ -35,7 +35,7 @@ public:
     [[nodiscard]] bool hasHelp() const { return m_helpWidget; }
 
 public Q_SLOTS:
-    /// These three act only while the project tree has the keyboard focus.
+    /// These three do nothing unless the project tree has the keyboard focus.
     void cut();
     void paste();
     void remove();
@@ -73,7 +73,7 @@ private:
     const Activity &m_activity;
     WindowServices &m_window;
     QTabWidget *m_tabs;
-    ProjectTree *m_tree = nullptr; ///< null while no workspace is open
+    ProjectTree *m_tree = nullptr; ///< null if no workspace is open
     QWidget *m_helpWidget = nullptr;
     HelpCommands m_help;
 };

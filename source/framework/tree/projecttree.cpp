@@ -12,7 +12,7 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-/// Whether the rows below @p item are still to be made. Nothing else shows an indicator of its own accord.
+/// Whether the rows below @p item are not created yet. All other items have the default indicator policy.
 bool isUnmade(const QTreeWidgetItem *item)
 {
     return item->childIndicatorPolicy() == QTreeWidgetItem::ShowIndicator;
@@ -34,7 +34,7 @@ ListViewItem *noParent()
     return nullptr;
 }
 
-/// The place of the first row below @p item that does not stand before the wanted one.
+/// The index of the first row below @p item that is not sorted before the wanted one.
 template <typename StandsBefore>
 int firstPlace(const QTreeWidgetItem *item, StandsBefore standsBefore)
 {
@@ -98,7 +98,7 @@ ProjectTree::ProjectTree(const Activity &activity, WindowServices &window, QWidg
 
 ProjectTree::~ProjectTree()
 {
-    const QSignalBlocker blocker(this); // the model may be gone already
+    const QSignalBlocker blocker(this); // the model may be deleted already
     releaseWorkspace();
 }
 
@@ -165,7 +165,7 @@ void ProjectTree::rebuild()
 void ProjectTree::clearItems()
 {
     endRename(Reject);
-    const QSignalBlocker blocker(this); // what the items stand for may be gone
+    const QSignalBlocker blocker(this); // the objects of the items may be deleted already
     clear();
     m_projectItems.clear();
     m_folderItems.clear();
@@ -290,65 +290,63 @@ ProjectTreeItem *ProjectTree::itemOf(ProjectFile *file)
     return m_fileItems.value(file);
 }
 
-void ProjectTree::slotFolderAdded(ProjectFolder *parent, ProjectFolder *folder)
+template <typename Child>
+void ProjectTree::childAdded(ProjectFolder *parent, Child *child)
 {
-    ProjectTreeItem *parentItem = itemOf(parent, folder->project());
+    ProjectTreeItem *parentItem = itemOf(parent, child->project());
     VARNEL_ASSERT(parentItem);
     if (!parentItem)
         return;
     if (isUnmade(parentItem))
         makeChildren(parentItem);
     else
-        parentItem->insertChild(placeFor(parentItem, folder), makeItem(folder));
-    makeVisible(m_folderItems.value(folder));
+        parentItem->insertChild(placeFor(parentItem, child), makeItem(child));
+    makeVisible(itemOf(child));
+}
+
+template <typename Child>
+void ProjectTree::childRemoved(ProjectFolder *parent, Child *child, QHash<const Child *, ProjectTreeItem *> &items,
+                               const char *assertion)
+{
+    if (stayedUnmade(parent, child->project()))
+        return;
+    ProjectTreeItem *item = itemOf(child);
+    VARNEL_ASSERT_TEXT(item, assertion);
+    if (!item)
+        return;
+    items[child] = nullptr;
+    deleteItem(item);
+}
+
+void ProjectTree::slotFolderAdded(ProjectFolder *parent, ProjectFolder *folder)
+{
+    childAdded(parent, folder);
 }
 
 void ProjectTree::slotFileAdded(ProjectFolder *parent, ProjectFile *file)
 {
-    ProjectTreeItem *parentItem = itemOf(parent, file->project());
-    VARNEL_ASSERT(parentItem);
-    if (!parentItem)
-        return;
-    if (isUnmade(parentItem))
-        makeChildren(parentItem);
-    else
-        parentItem->insertChild(placeFor(parentItem, file), makeItem(file));
-    makeVisible(m_fileItems.value(file));
+    childAdded(parent, file);
 }
 
 void ProjectTree::slotFolderRemoved(ProjectFolder *parent, ProjectFolder *folder)
 {
-    if (stayedUnmade(parent, folder->project()))
-        return;
-    ProjectTreeItem *item = itemOf(folder);
-    VARNEL_ASSERT(m_folderItems[folder]);
-    if (!item)
-        return;
-    m_folderItems[folder] = nullptr;
-    deleteItem(item);
+    childRemoved(parent, folder, m_folderItems, "m_folderItems[folder]");
 }
 
 void ProjectTree::slotFileRemoved(ProjectFolder *parent, ProjectFile *file)
 {
-    if (stayedUnmade(parent, file->project()))
-        return;
-    ProjectTreeItem *item = itemOf(file);
-    VARNEL_ASSERT(m_fileItems[file]);
-    if (!item)
-        return;
-    m_fileItems[file] = nullptr;
-    deleteItem(item);
+    childRemoved(parent, file, m_fileItems, "m_fileItems[file]");
 }
 
-/// Whether the child that @p parent has lost never had a row, since its parent has not been opened or is not shown
-/// itself. An indicator that stands for rows to be made goes with the last of them.
+/// Whether the removed child of @p parent never had a row, because its parent was not opened or is not shown itself.
+/// The indicator for rows to be created is removed with the last child.
 bool ProjectTree::stayedUnmade(ProjectFolder *parent, Project *project)
 {
     ProjectTreeItem *parentItem = parent ? m_folderItems.value(parent) : m_projectItems.value(project);
     if (!parentItem)
         return true;
     if (!parent || !isUnmade(parentItem))
-        return false; // those of a project are made at once
+        return false; // the rows of a project are created at once
     setUnmade(parentItem, !parent->folders().isEmpty() || !parent->files().isEmpty());
     return true;
 }

@@ -8,7 +8,7 @@
 #include <QTabWidget>
 
 namespace {
-/// The pane may be the one whose menu or editor has caused this, so it lives until the next turn of the event loop.
+/// Deletes the pane in the next turn of the event loop: its menu or editor may be the sender of the current signal.
 void dispose(DebugPane *pane)
 {
     pane->releaseEnvironment();

@@ -6,8 +6,8 @@ class IExecutionEnvironment;
 class Project;
 class QTabWidget;
 
-/// One debug pane for each active project: alone if the workspace has one project, else in tabs. Without a project
-/// there is an idle pane. It is empty until the first workspace is opened or closed.
+/// One debug pane for each active project: without tabs if the workspace has one project, otherwise in tabs. Without a
+/// project it shows an idle pane. It is empty until the first workspace is opened or closed.
 class MultiWidget : public QWidget
 {
     Q_OBJECT
@@ -27,8 +27,8 @@ Q_SIGNALS:
     void doUpdate();
 
 protected:
-    /// Makes a pane for @p environment, which is null for the idle pane. Null if the environment does not offer what
-    /// the pane shows, unless @p force is true.
+    /// Creates a pane for @p environment, which is null for the idle pane. Null if the environment does not offer the
+    /// data for the pane, unless @p force is true.
     virtual DebugPane *createWidget(QWidget *parent, IExecutionEnvironment *environment, bool force) = 0;
 
 private:
