@@ -16,6 +16,7 @@ struct FileQuestion
     QString caption;
     QString directory; ///< where it starts
     QString filter;
+    QString selectedFilter = {}; ///< the entry of the filter to begin with; the first if it is empty
 };
 
 /// Asks for any number of files that exist. Empty if the user cancels.

@@ -24,8 +24,8 @@ public:
     void setEditorHost(EditorHost *host) { m_host = host; }
     /// The directory in which modified documents of this kind keep a copy of their text; none if it is empty.
     void setSwapDirectory(const QString &directory) { m_swapDirectory = directory; }
-    /// Takes over "TabSize", "KeepTabs" and "IndentMode" of the group "Editor". Views follow at their next full
-    /// refresh.
+    /// Takes over "TabSize", "KeepTabs", "IndentMode", "LineNumbers" and "CurrentLine" of the group "Editor". Views
+    /// follow at their next full refresh.
     void readSettings(const QSettings &settings);
 
     [[nodiscard]] bool canCreate() override { return true; }
@@ -38,6 +38,8 @@ public:
     [[nodiscard]] TextIndent *indenter() const { return m_indenter.get(); } ///< may be null
     [[nodiscard]] BracketMatcher &bracketMatcher() { return m_bracketMatcher; }
     [[nodiscard]] EditorHost *editorHost() const { return m_host; }
+    [[nodiscard]] bool showsLineNumbers() const { return m_lineNumbers; }
+    [[nodiscard]] bool showsCurrentLine() const { return m_currentLine; }
     [[nodiscard]] const QString &swapDirectory() const { return m_swapDirectory; }
 
 private:
@@ -46,5 +48,7 @@ private:
     const std::unique_ptr<TextIndent> m_indenter;
     BracketMatcher m_bracketMatcher;
     EditorHost *m_host = nullptr;
+    bool m_lineNumbers = false;
+    bool m_currentLine = false;
     QString m_swapDirectory;
 };

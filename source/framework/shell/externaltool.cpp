@@ -1,0 +1,145 @@
+#include "externaltool.h"
+#include <csignal>
+#include <QFileInfo>
+#include <QSet>
+#include <QTimer>
+#include <unistd.h>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+constexpr int StartWait = 100; ///< milliseconds; a command on a slow drive may take longer, and reports later
+constexpr int StopWait = 2000; ///< milliseconds that a process has to end by itself
+
+/// Runs in the new process: with a group of its own, a stop reaches all that it starts.
+void setUpChild()
+{
+    ::setpgid(0, 0);
+}
+
+/// The destructor of QProcess ends the program, so these objects are deleted when their program has ended, or never.
+void leaveRunning(QProcess *process)
+{
+    static auto &left = *new QSet<QProcess *>;
+    left.insert(process);
+    process->disconnect();
+    process->setParent(nullptr);
+    process->closeReadChannel(QProcess::StandardOutput); // what still arrives is dropped
+    QObject::connect(process, &QProcess::finished, process, [process] {
+        left.remove(process);
+        process->deleteLater();
+    });
+}
+} // namespace
+
+ExternalTool::ExternalTool(const ToolEntry &entry, QObject *parent) : QObject(parent), m_entry(entry) {}
+
+ExternalTool::~ExternalTool()
+{
+    if (m_process)
+        leaveRunning(m_process.release());
+}
+
+bool ExternalTool::execute(const Macros &macros)
+{
+    if (m_process)
+        return false;
+    const QString arguments = expandMacros(m_entry.arguments, macros);
+    const QString directory = expandMacros(m_entry.initialDir, macros);
+    createProcess();
+    m_process->setProgram(m_entry.command);
+    m_process->setArguments(arguments.split(u' ', Qt::SkipEmptyParts));
+    m_process->setWorkingDirectory(directory);
+    show(tr("Running '%1 %2'...\n").arg(m_entry.command, arguments));
+    if (!directory.isEmpty() && !QFileInfo(directory).isDir()) {
+        show(tr("The directory '%1' does not exist\n").arg(directory));
+        startFailed();
+        return false;
+    }
+    Q_EMIT runningChanged(true);
+    m_process->start(QIODevice::ReadOnly);
+    if (m_process)
+        m_process->waitForStarted(StartWait);
+    return isRunning();
+}
+
+void ExternalTool::createProcess()
+{
+    m_process = std::make_unique<QProcess>();
+    m_process->setProcessChannelMode(QProcess::MergedChannels);
+    m_process->setStandardInputFile(QProcess::nullDevice());
+    m_process->setChildProcessModifier(setUpChild);
+    connect(m_process.get(), &QProcess::readyReadStandardOutput, this, &ExternalTool::readStdout);
+    connect(m_process.get(), &QProcess::finished, this, &ExternalTool::processExited);
+    connect(m_process.get(), &QProcess::errorOccurred, this, [this](QProcess::ProcessError error) {
+        if (error == QProcess::FailedToStart)
+            startFailed();
+    });
+    m_decoder = QStringDecoder(QStringDecoder::System);
+    m_shown = 0;
+    m_lineOpen = false;
+    m_stopping = false;
+}
+
+void ExternalTool::startFailed()
+{
+    show(tr("Could not start process\n"));
+    m_process.release()->deleteLater(); // its signal may be on the stack
+    Q_EMIT runningChanged(false);
+}
+
+void ExternalTool::readStdout()
+{
+    const QString text = m_decoder.decode(m_process->readAllStandardOutput());
+    if (text.isEmpty() || m_shown >= LongestOutput)
+        return;
+    show(text.left(LongestOutput - m_shown));
+    m_shown += text.size();
+    if (m_shown < LongestOutput)
+        return;
+    if (m_lineOpen)
+        show(u"\n"_s);
+    show(tr("Further output of '%1' is not shown\n").arg(m_process->program()));
+}
+
+void ExternalTool::processExited()
+{
+    readStdout();
+    if (m_lineOpen)
+        show(u"\n"_s);
+    if (m_process->exitStatus() == QProcess::NormalExit)
+        show(tr("Process '%1' exited normally (%2)\n")
+                 .arg(m_process->program(), QString::number(m_process->exitCode())));
+    else
+        show(tr("Process '%1' exited prematurely\n").arg(m_process->program()));
+    m_process.release()->deleteLater();
+    Q_EMIT runningChanged(false);
+}
+
+void ExternalTool::show(const QString &text)
+{
+    m_lineOpen = !text.endsWith(u'\n');
+    Q_EMIT output(text);
+}
+
+void ExternalTool::stop()
+{
+    if (!m_process)
+        return;
+    signalGroup(m_stopping ? SIGKILL : SIGTERM);
+    m_stopping = true;
+    QTimer::singleShot(StopWait, m_process.get(), [this] { signalGroup(SIGKILL); });
+}
+
+void ExternalTool::signalGroup(int signal) const
+{
+    if (processId() > 1)
+        ::kill(-pid_t(processId()), signal);
+}
+
+QString expandMacros(QString text, const ExternalTool::Macros &macros)
+{
+    for (const auto &[name, value] : macros.asKeyValueRange())
+        text.replace(u"$("_s + name + u')', value);
+    return text;
+}
