@@ -1,17 +1,21 @@
 #include "optionsdialog.h"
 #include "debugoptionspage.h"
-#include "fixedpitchfamilies.h"
+#include "fixedpitch.h"
 #include "morepage.h"
 #include "toolsdialog.h"
 #include "ui_optionsdialogbase.h"
 #include <QColorDialog>
+#include <QElapsedTimer>
 #include <QFontDatabase>
+#include <QPainter>
 #include <QSignalBlocker>
+#include <QTimer>
 
 using namespace Qt::StringLiterals;
 
 namespace {
 constexpr QSize ColourSize(40, 14); ///< pixels, of the colour on a button
+constexpr int FontSlice = 50;       ///< milliseconds in which fonts are measured without a break
 
 /// A font or size that is not among the choices is shown all the same, and stays until the user chooses another.
 void showText(QComboBox *combo, const QString &text)
@@ -35,10 +39,14 @@ QWidget *lastInTabOrder(QWidget *page)
     return last;
 }
 
-QIcon colourIcon(const QColor &colour)
+/// With a frame, as the button may have the same colour.
+QIcon colourIcon(const QColor &colour, const QColor &frame)
 {
     QPixmap pixmap(ColourSize);
     pixmap.fill(colour);
+    QPainter painter(&pixmap);
+    painter.setPen(frame);
+    painter.drawRect(0, 0, ColourSize.width() - 1, ColourSize.height() - 1);
     return pixmap;
 }
 } // namespace
@@ -122,7 +130,7 @@ EditorOptions OptionsDialog::editorOptions() const
 void OptionsDialog::setupFormatTab()
 {
     m_ui->SettingsCombo->addItems(m_formats.sections());
-    m_ui->FontCombo->addItems(fixedPitchFamilies());
+    fillFontCombo();
     for (const int size : QFontDatabase::standardSizes())
         m_ui->SizeCombo->addItem(QString::number(size));
 
@@ -136,6 +144,24 @@ void OptionsDialog::setupFormatTab()
     connect(m_ui->BackgroundButton, &QPushButton::clicked, this, &OptionsDialog::selectBackgroundColour);
     connect(m_ui->DefaultsButton, &QPushButton::clicked, this, &OptionsDialog::loadFormatDefaults);
     formatSectionChanged();
+}
+
+/// Adds the families from number @p first on. With many fonts it goes on when the events have been handled.
+void OptionsDialog::fillFontCombo(qsizetype first)
+{
+    const QStringList families = QFontDatabase::families();
+    QElapsedTimer timer;
+    timer.start();
+    for (qsizetype i = first; i < families.size(); ++i) {
+        if (timer.hasExpired(FontSlice)) {
+            QTimer::singleShot(0, this, [this, i] { fillFontCombo(i); });
+            break;
+        }
+        if (isFixedPitch(families[i]))
+            m_ui->FontCombo->addItem(families[i]);
+    }
+    if (m_ui->FontCombo->currentIndex() < 0)
+        showText(m_ui->FontCombo, m_ui->FontCombo->placeholderText());
 }
 
 void OptionsDialog::formatSectionChanged()
@@ -205,8 +231,9 @@ void OptionsDialog::updateSampleText()
 
 void OptionsDialog::updateColourButtons()
 {
-    m_ui->ForegroundButton->setIcon(colourIcon(m_foreground));
-    m_ui->BackgroundButton->setIcon(colourIcon(m_background));
+    const QColor frame = palette().color(QPalette::Mid);
+    m_ui->ForegroundButton->setIcon(colourIcon(m_foreground, frame));
+    m_ui->BackgroundButton->setIcon(colourIcon(m_background, frame));
 }
 
 void OptionsDialog::selectForegroundColour()

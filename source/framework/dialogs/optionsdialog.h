@@ -35,6 +35,7 @@ public Q_SLOTS:
 
 private:
     void setupFormatTab();
+    void fillFontCombo(qsizetype first = 0);
     void loadEditorTab(const EditorOptions &editor);
     [[nodiscard]] EditorOptions editorOptions() const;
     void addPages(const OptionValues &values);

@@ -17,9 +17,9 @@ ToolsDialog::ToolsDialog(const QList<ToolEntry> &tools, QWidget *parent, const Q
     connect(m_ui->RemoveButton, &QPushButton::clicked, this, &ToolsDialog::removeClicked);
     connect(m_ui->UpButton, &QPushButton::clicked, this, &ToolsDialog::upClicked);
     connect(m_ui->DownButton, &QPushButton::clicked, this, &ToolsDialog::downClicked);
-    connect(m_ui->BrowseButton, &QPushButton::clicked, this, &ToolsDialog::browseClicked);
-    connect(m_ui->Macro1Button, &QPushButton::clicked, this, &ToolsDialog::macro1Clicked);
-    connect(m_ui->Macro2Button, &QPushButton::clicked, this, &ToolsDialog::macro2Clicked);
+    connect(m_ui->BrowseButton, &QToolButton::clicked, this, &ToolsDialog::browseClicked);
+    connect(m_ui->Macro1Button, &QToolButton::clicked, this, &ToolsDialog::macro1Clicked);
+    connect(m_ui->Macro2Button, &QToolButton::clicked, this, &ToolsDialog::macro2Clicked);
     connect(m_ui->StopButton, &QPushButton::clicked, this, [this] { Q_EMIT stopRequested(m_tools[m_current].id); });
     refresh();
 }
@@ -180,7 +180,7 @@ void ToolsDialog::macro2Clicked()
     popUpMacros(m_ui->Macro2Button, m_ui->InitialDirEdit);
 }
 
-void ToolsDialog::popUpMacros(QPushButton *button, QLineEdit *edit)
+void ToolsDialog::popUpMacros(QWidget *button, QLineEdit *edit)
 {
     auto *menu = new QMenu(this);
     menu->setObjectName(u"macroMenu"_s);

@@ -4,7 +4,6 @@
 #include <QSet>
 #include <QWidget>
 class QLineEdit;
-class QPushButton;
 namespace Ui {
 class ToolsDialogBase;
 }
@@ -43,7 +42,7 @@ private:
     void selectRow(qsizetype row);
     void move(int step);
     void updateButtons();
-    void popUpMacros(QPushButton *button, QLineEdit *edit);
+    void popUpMacros(QWidget *button, QLineEdit *edit);
 
     const std::unique_ptr<Ui::ToolsDialogBase> m_ui;
     const QList<ToolEntry> m_original;

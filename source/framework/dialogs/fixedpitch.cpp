@@ -1,5 +1,4 @@
-#include "fixedpitchfamilies.h"
-#include <QFontDatabase>
+#include "fixedpitch.h"
 #include <QFontMetrics>
 #include <QHash>
 
@@ -9,19 +8,11 @@ bool measure(const QString &family)
     const QFontMetrics metrics{QFont(family)};
     return metrics.horizontalAdvance(u'X') == metrics.horizontalAdvance(u'.');
 }
+} // namespace
 
-/// Measuring loads the font's file, so each family is measured once.
 bool isFixedPitch(const QString &family)
 {
     static QHash<QString, bool> known;
     const auto it = known.constFind(family);
     return it != known.cend() ? *it : *known.insert(family, measure(family));
-}
-} // namespace
-
-QStringList fixedPitchFamilies()
-{
-    QStringList families = QFontDatabase::families();
-    families.removeIf([](const QString &family) { return !isFixedPitch(family); });
-    return families;
 }
