@@ -227,25 +227,49 @@ private Q_SLOTS:
         QCOMPARE(printed(), u"a"_s + QChar(0) + u'b' + QChar(0xfffd) + u'c');
     }
 
-    void megabytesArriveWhole()
+    void megabytesArriveWholeInLinesOfLimitedLength()
     {
-        tool(script("head -c 3000000 /dev/zero | tr '\\000' x")).execute({});
+        tool(script("head -c 3000000 /dev/zero | tr '\\000' x; echo; echo end")).execute({});
         QVERIFY(ends());
-        QCOMPARE(printed().size(), 3'000'000);
+        const QStringList lines = printed().split(u'\n');
+        QCOMPARE(lines.size(), 301);
+        for (qsizetype i = 0; i < 300; ++i)
+            QCOMPARE(lines[i], QString(ExternalTool::LongestLine, u'x'));
+        QCOMPARE(lines.last(), u"end"_s);
+    }
+
+    void aLineOfTheGreatestLengthIsNotDivided()
+    {
+        tool(script("head -c 10000 /dev/zero | tr '\\000' x; echo; echo end")).execute({});
+        QVERIFY(ends());
+        QCOMPARE(printed(), QString(ExternalTool::LongestLine, u'x') + u"\nend"_s);
     }
 
     void endlessOutputIsCutOff()
     {
-        QVERIFY(tool(u"/usr/bin/yes"_s, u"0123456789012345678901234567890123456789"_s).execute({}));
-        QTRY_VERIFY_WITH_TIMEOUT(m_output.endsWith(u"\nFurther output of '/usr/bin/yes' is not shown\n"_s), 20'000);
+        QVERIFY(tool(u"/usr/bin/yes"_s).execute({}));
+        QTRY_VERIFY_WITH_TIMEOUT(m_output.endsWith(u"y\nFurther output of '/usr/bin/yes' is not shown\n"_s), 20'000);
+        QCOMPARE(m_output.count(u'\n'), ExternalTool::MostLines + 2);
         const qsizetype size = m_output.size();
-        QVERIFY(size < ExternalTool::LongestOutput + 200);
         for (int i = 0; i < 20; ++i) // it goes on writing
             QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
         QCOMPARE(m_output.size(), size);
         m_tool->stop();
         QVERIFY(ends());
         QVERIFY(m_output.endsWith(u"is not shown\nProcess '/usr/bin/yes' exited prematurely\n"_s));
+    }
+
+    void aNewRunShowsItsOutputAgain()
+    {
+        QVERIFY(tool(u"/usr/bin/yes"_s).execute({}));
+        QTRY_VERIFY_WITH_TIMEOUT(m_output.endsWith(u"is not shown\n"_s), 20'000);
+        m_tool->stop();
+        QVERIFY(ends());
+        m_tool->setEntry({.name = u"name"_s, .command = u"/bin/echo"_s, .arguments = u"again"_s});
+        m_output.clear();
+        QVERIFY(m_tool->execute({}));
+        QVERIFY(ends());
+        QCOMPARE(printed(), u"again"_s);
     }
 
     void stoppingEndsTheProcess()
@@ -283,6 +307,18 @@ private Q_SLOTS:
         QTRY_VERIFY(m_output.contains(u"ready"_s));
         m_tool->stop();
         QVERIFY(ends());
+    }
+
+    void aChildThatIgnoresTheRequestIsKilledAfterAWhile()
+    {
+        tool(script("sh -c 'trap \"\" TERM; echo $$; while :; do sleep 0.1; done' &\nwait")).execute({});
+        QTRY_COMPARE(m_output.count(u'\n'), 2);
+        const int child = m_output.section(u'\n', 1, 1).toInt();
+        QVERIFY(child > 1);
+        m_tool->stop();
+        QVERIFY(ends());
+        QVERIFY(::kill(child, 0) == 0 && !isZombie(child));
+        QTRY_VERIFY(::kill(child, 0) != 0 || isZombie(child));
     }
 
     void stoppingWithoutAProcessDoesNothing()

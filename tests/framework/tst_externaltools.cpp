@@ -53,7 +53,7 @@ private Q_SLOTS:
         QCOMPARE(listOf(loaded), listOf(saved));
     }
 
-    void theKeysOfATool()
+    void theDirectoryIsWrittenInSmallLettersBesideTheOtherKeys()
     {
         ExternalTools tools;
         addThree(tools);

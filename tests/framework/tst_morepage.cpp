@@ -24,17 +24,22 @@ private Q_SLOTS:
     {
         QTest::addColumn<bool>("lineNumbers");
         QTest::addColumn<bool>("currentLine");
-        QTest::addColumn<QString>("address");
+        QTest::addColumn<std::optional<QString>>("address");
         QTest::addColumn<QString>("shown");
-        QTest::newRow("none") << false << false << QString() << u"All computers"_s;
-        QTest::newRow("numbers") << true << false << u"127.0.0.1"_s << u"This computer only"_s;
-        QTest::newRow("current line") << false << true << u"192.168.1.5"_s << u"The network of 192.168.1.5"_s;
+        const auto row = [](const char *name, bool lineNumbers, bool currentLine, const std::optional<QString> &address,
+                            const QString &shown) {
+            QTest::newRow(name) << lineNumbers << currentLine << address << shown;
+        };
+        row("none", false, false, {}, u"All computers"_s);
+        row("numbers", true, false, u"127.0.0.1"_s, u"This computer only"_s);
+        row("current line", false, true, u"192.168.1.5"_s, u"The network of \"192.168.1.5\""_s);
+        row("an empty address", false, false, u""_s, u"The network of \"\""_s);
     }
     void optionsComeBackAsTheyWereGiven()
     {
         QFETCH(bool, lineNumbers);
         QFETCH(bool, currentLine);
-        QFETCH(QString, address);
+        QFETCH(std::optional<QString>, address);
         const MoreOptions options{lineNumbers, currentLine, address};
         open(options);
         QCOMPARE(m_page->options(), options);
@@ -54,7 +59,7 @@ private Q_SLOTS:
         QTest::keyClick(combo(m_dialog, "AutomationCombo"), Qt::Key_Down);
         QCOMPARE(m_page->options(), (MoreOptions{true, true, u"127.0.0.1"_s}));
         QTest::keyClick(combo(m_dialog, "AutomationCombo"), Qt::Key_Up);
-        QCOMPARE(m_page->options().automationAddress, QString());
+        QCOMPARE(m_page->options().automationAddress, std::optional<QString>());
     }
 
     void theTexts()

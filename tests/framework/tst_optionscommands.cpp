@@ -142,7 +142,7 @@ private Q_SLOTS:
         QCOMPARE(m_changes, 0);
     }
 
-    void anAbsentKeepTabsIsShownAsSpacesAlthoughTheEditorKeepsTabs()
+    void absentKeepTabsKeepsTabsInTheEditorShowsInsertSpacesAndIsWrittenAs0()
     {
         auto *text = qobject_cast<TextDocumentTemplate *>(m_workspace->templates().first());
         text->readSettings(*m_settings);
@@ -202,7 +202,16 @@ private Q_SLOTS:
         QCOMPARE(stored(u"Startup/AutomationAddress"_s), u"absent"_s);
     }
 
-    void formatsAreTakenOverButNotStored()
+    void anAddressThatWasStoredByHandStays()
+    {
+        for (const QString &address : {u"::1"_s, u""_s}) {
+            m_settings->setValue(u"Startup/AutomationAddress"_s, address);
+            accept();
+            QCOMPARE(stored(u"Startup/AutomationAddress"_s), address);
+        }
+    }
+
+    void acceptedFormatsAreNotWrittenToTheSettings()
     {
         accept([](QDialog *dialog) { find<QCheckBox>(dialog, "BoldCheckbox")->click(); });
         QVERIFY(m_formats.bold(u"Text editor"_s, u"Standard text"_s));
@@ -292,7 +301,16 @@ private Q_SLOTS:
         QTRY_VERIFY(!tool->isRunning());
     }
 
-    void theWindowMayGoWhileTheDialogIsOpen()
+    void aSecondCallWhileTheDialogIsOpenOpensNoOther()
+    {
+        accept([this](QDialog *) {
+            m_commands->showOptions();
+            QCOMPARE(m_window->findChildren<OptionsDialog *>().size(), 1);
+        });
+        accept(); // it can be opened again
+    }
+
+    void deletingTheWindowWhileTheDialogIsOpenStoresNothing()
     {
         run([this](QDialog *) { m_window.reset(); }, nullptr);
         QVERIFY(!m_commands);

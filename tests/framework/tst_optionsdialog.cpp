@@ -206,6 +206,13 @@ private Q_SLOTS:
         QTEST(buttons, "buttons");
     }
 
+    void theForegroundIsLabelledColorAndTheBackgroundColour()
+    {
+        open(m_values);
+        QCOMPARE(m_dialog->findChild<QLabel *>(u"ForegroundLabel"_s)->text(), u"Foreground color:"_s);
+        QCOMPARE(m_dialog->findChild<QLabel *>(u"BackgroundLabel"_s)->text(), u"Background colour:"_s);
+    }
+
     void everyTabShowsItsTextsInASmallWindow()
     {
         open(m_values);
@@ -333,7 +340,7 @@ private Q_SLOTS:
         QCOMPARE(m_dialog->values().editor.indentMode, 2);
     }
 
-    void otherIndentModesTickNothingAndGiveNone()
+    void otherIndentModesTickNothingAndAreAcceptedAsNone()
     {
         for (const int mode : {-1, 3, 77}) {
             openWithIndentMode(mode);

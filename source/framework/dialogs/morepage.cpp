@@ -15,20 +15,21 @@ MorePage::MorePage(const MoreOptions &options, QWidget *parent, const QString &n
 
 MorePage::~MorePage() = default;
 
-/// An address that was stored by hand is one more choice.
-void MorePage::fillAddresses(const QString &current)
+/// What was stored by hand is one more choice.
+void MorePage::fillAddresses(const std::optional<QString> &current)
 {
-    QComboBox *combo = m_ui->AutomationCombo;
-    combo->addItem(tr("All computers"), QString());
-    combo->addItem(tr("This computer only"), u"127.0.0.1"_s);
-    if (combo->findData(current) < 0)
-        combo->addItem(tr("The network of %1").arg(current), current);
-    combo->setCurrentIndex(combo->findData(current));
+    m_addresses = {std::nullopt, u"127.0.0.1"_s};
+    m_ui->AutomationCombo->addItems({tr("All computers"), tr("This computer only")});
+    if (!m_addresses.contains(current)) {
+        m_addresses.append(current);
+        m_ui->AutomationCombo->addItem(tr("The network of \"%1\"").arg(*current));
+    }
+    m_ui->AutomationCombo->setCurrentIndex(int(m_addresses.indexOf(current)));
 }
 
 MoreOptions MorePage::options() const
 {
     return {.lineNumbers = m_ui->LineNumbersCheck->isChecked(),
             .currentLine = m_ui->CurrentLineCheck->isChecked(),
-            .automationAddress = m_ui->AutomationCombo->currentData().toString()};
+            .automationAddress = m_addresses[m_ui->AutomationCombo->currentIndex()]};
 }

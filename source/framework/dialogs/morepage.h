@@ -17,7 +17,8 @@ public:
     [[nodiscard]] MoreOptions options() const;
 
 private:
-    void fillAddresses(const QString &current);
+    void fillAddresses(const std::optional<QString> &current);
 
     const std::unique_ptr<Ui::MorePageBase> m_ui;
+    QList<std::optional<QString>> m_addresses; ///< as the combo box lists them
 };

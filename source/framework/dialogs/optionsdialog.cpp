@@ -219,7 +219,7 @@ void OptionsDialog::updateSampleText()
 {
     QFont font(shownText(m_ui->FontCombo));
     if (const int size = shownText(m_ui->SizeCombo).toInt(); size > 0)
-        font.setPointSize(size);
+        font.setPointSize(std::min(size, QFontDatabase::standardSizes().last()));
     font.setWeight(m_ui->BoldCheckbox->isChecked() ? QFont::Bold : QFont::Normal);
     font.setItalic(m_ui->ItalicCheckbox->isChecked());
     m_ui->SampleLabel->setFont(font);

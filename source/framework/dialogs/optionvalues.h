@@ -2,6 +2,7 @@
 #include "textformats.h"
 #include "toolentry.h"
 #include <functional>
+#include <optional>
 
 /// What the tab "Editor" of the options dialog edits.
 struct EditorOptions
@@ -19,7 +20,7 @@ struct MoreOptions
 {
     bool lineNumbers = false;
     bool currentLine = false;
-    QString automationAddress = {}; ///< empty for all interfaces of this computer
+    std::optional<QString> automationAddress = {}; ///< none for all interfaces of this computer
 
     bool operator==(const MoreOptions &) const = default;
 };

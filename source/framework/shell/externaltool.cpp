@@ -17,6 +17,12 @@ void setUpChild()
     ::setpgid(0, 0);
 }
 
+void signalGroup(qint64 leader, int signal)
+{
+    if (leader > 1)
+        ::kill(-pid_t(leader), signal);
+}
+
 /// The destructor of QProcess ends the program, so these objects are deleted when their program has ended, or never.
 void leaveRunning(QProcess *process)
 {
@@ -50,9 +56,9 @@ bool ExternalTool::execute(const Macros &macros)
     m_process->setProgram(m_entry.command);
     m_process->setArguments(arguments.split(u' ', Qt::SkipEmptyParts));
     m_process->setWorkingDirectory(directory);
-    show(tr("Running '%1 %2'...\n").arg(m_entry.command, arguments));
+    Q_EMIT output(tr("Running '%1 %2'...\n").arg(m_entry.command, arguments));
     if (!directory.isEmpty() && !QFileInfo(directory).isDir()) {
-        show(tr("The directory '%1' does not exist\n").arg(directory));
+        Q_EMIT output(tr("The directory '%1' does not exist\n").arg(directory));
         startFailed();
         return false;
     }
@@ -76,14 +82,14 @@ void ExternalTool::createProcess()
             startFailed();
     });
     m_decoder = QStringDecoder(QStringDecoder::System);
-    m_shown = 0;
-    m_lineOpen = false;
+    m_lines = 0;
+    m_column = 0;
     m_stopping = false;
 }
 
 void ExternalTool::startFailed()
 {
-    show(tr("Could not start process\n"));
+    Q_EMIT output(tr("Could not start process\n"));
     m_process.release()->deleteLater(); // its signal may be on the stack
     Q_EMIT runningChanged(false);
 }
@@ -91,50 +97,56 @@ void ExternalTool::startFailed()
 void ExternalTool::readStdout()
 {
     const QString text = m_decoder.decode(m_process->readAllStandardOutput());
-    if (text.isEmpty() || m_shown >= LongestOutput)
+    if (text.isEmpty() || m_lines >= MostLines)
         return;
-    show(text.left(LongestOutput - m_shown));
-    m_shown += text.size();
-    if (m_shown < LongestOutput)
-        return;
-    if (m_lineOpen)
-        show(u"\n"_s);
-    show(tr("Further output of '%1' is not shown\n").arg(m_process->program()));
+    Q_EMIT output(withinLimits(text));
+    if (m_lines >= MostLines)
+        Q_EMIT output(tr("Further output of '%1' is not shown\n").arg(m_process->program()));
+}
+
+/// The part of @p text that is still shown, with long lines divided. Text windows are slow with lines of megabytes.
+QString ExternalTool::withinLimits(const QString &text)
+{
+    QString shown;
+    shown.reserve(text.size());
+    for (const QChar character : text) {
+        const bool endsLine = character == u'\n' || character == u'\r';
+        if (m_column == LongestLine && !endsLine) {
+            shown += u'\n';
+            ++m_lines;
+            m_column = 0;
+        }
+        if (m_lines >= MostLines)
+            break;
+        shown += character;
+        m_column = endsLine ? 0 : m_column + 1;
+        m_lines += int(endsLine);
+    }
+    return shown;
 }
 
 void ExternalTool::processExited()
 {
     readStdout();
-    if (m_lineOpen)
-        show(u"\n"_s);
+    if (m_column > 0)
+        Q_EMIT output(u"\n"_s);
     if (m_process->exitStatus() == QProcess::NormalExit)
-        show(tr("Process '%1' exited normally (%2)\n")
-                 .arg(m_process->program(), QString::number(m_process->exitCode())));
+        Q_EMIT output(tr("Process '%1' exited normally (%2)\n")
+                          .arg(m_process->program(), QString::number(m_process->exitCode())));
     else
-        show(tr("Process '%1' exited prematurely\n").arg(m_process->program()));
+        Q_EMIT output(tr("Process '%1' exited prematurely\n").arg(m_process->program()));
     m_process.release()->deleteLater();
     Q_EMIT runningChanged(false);
-}
-
-void ExternalTool::show(const QString &text)
-{
-    m_lineOpen = !text.endsWith(u'\n');
-    Q_EMIT output(text);
 }
 
 void ExternalTool::stop()
 {
     if (!m_process)
         return;
-    signalGroup(m_stopping ? SIGKILL : SIGTERM);
+    const qint64 group = m_process->processId();
+    signalGroup(group, m_stopping ? SIGKILL : SIGTERM);
     m_stopping = true;
-    QTimer::singleShot(StopWait, m_process.get(), [this] { signalGroup(SIGKILL); });
-}
-
-void ExternalTool::signalGroup(int signal) const
-{
-    if (processId() > 1)
-        ::kill(-pid_t(processId()), signal);
+    QTimer::singleShot(StopWait, this, [group] { signalGroup(group, SIGKILL); }); // also children that live on
 }
 
 QString expandMacros(QString text, const ExternalTool::Macros &macros)

@@ -12,7 +12,9 @@ class ExternalTool : public QObject
     Q_OBJECT
 public:
     using Macros = QMap<QString, QString>;
-    static constexpr qsizetype LongestOutput = 10'000'000; ///< characters of one run; the rest is not shown
+    // What one run shows at most. The output window holds all of it.
+    static constexpr int MostLines = 100'000;
+    static constexpr int LongestLine = 10'000; ///< characters; the rest of a line is shown as a new one
 
     explicit ExternalTool(const ToolEntry &entry, QObject *parent = nullptr);
     /// A process that runs is not ended: it may be an editor with unsaved text. Its output is dropped.
@@ -43,14 +45,13 @@ Q_SIGNALS:
 private:
     void createProcess();
     void startFailed();
-    void signalGroup(int signal) const;
-    void show(const QString &text);
+    [[nodiscard]] QString withinLimits(const QString &text);
 
     ToolEntry m_entry;
     std::unique_ptr<QProcess> m_process; ///< null while nothing runs
     QStringDecoder m_decoder;            ///< a character may arrive in two pieces
-    qsizetype m_shown = 0;               ///< characters of this run
-    bool m_lineOpen = false;             ///< the output so far does not end in a line end
+    int m_lines = 0;                     ///< that this run has printed
+    int m_column = 0;                    ///< characters of its last line so far
     bool m_stopping = false;
 };
 

@@ -18,12 +18,12 @@ public:
 
     ExternalTool *add(const QString &name, const QString &command, const QString &arguments, const QString &initialDir);
     [[nodiscard]] QList<ExternalTool *> tools() const;
-    /// All tools whose process runs, those that were removed from the list meanwhile behind the others.
+    /// All tools whose process runs, in the order of the list; those that were removed from it come last.
     [[nodiscard]] QList<ExternalTool *> runningTools() const;
 
     [[nodiscard]] QList<ToolEntry> entries() const;
-    /// Makes the list what @p entries say. Tools that they name by id stay, with their process; a tool that is gone
-    /// while its process runs stays among the running ones until the process ends.
+    /// Replaces the list. Tools that @p entries name by id stay, with their process; a tool that is removed while its
+    /// process runs stays among the running ones until the process ends.
     void setEntries(const QList<ToolEntry> &entries);
 
     void stop(int id); ///< Stops the process of a tool, if it runs.

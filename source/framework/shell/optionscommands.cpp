@@ -21,8 +21,11 @@ OptionsCommands::OptionsCommands(const Subjects &subjects, QWidget *window)
 
 void OptionsCommands::showOptions()
 {
+    if (m_dialog)
+        return m_dialog->raise(); // a script asks while it is open
     const QPointer<OptionsCommands> self(this);
     const QPointer<OptionsDialog> dialog = new OptionsDialog(values(), choices(), m_window, u"optionsDialog"_s);
+    m_dialog = dialog;
     ExternalTools &tools = m_subjects.tools.tools();
     ToolsDialog *page = dialog->toolsPage();
     for (const ExternalTool *tool : tools.runningTools())
@@ -97,17 +100,20 @@ void writeEditorOptions(QSettings &settings, const EditorOptions &options)
 
 MoreOptions readMoreOptions(const QSettings &settings)
 {
+    std::optional<QString> address;
+    if (settings.contains(AddressKey))
+        address = settings.value(AddressKey).toString();
     return {.lineNumbers = settings.value(u"Editor/LineNumbers"_s, 0).toInt() != 0,
             .currentLine = settings.value(u"Editor/CurrentLine"_s, 0).toInt() != 0,
-            .automationAddress = settings.value(AddressKey).toString()};
+            .automationAddress = address};
 }
 
 void writeMoreOptions(QSettings &settings, const MoreOptions &options)
 {
     settings.setValue(u"Editor/LineNumbers"_s, int(options.lineNumbers));
     settings.setValue(u"Editor/CurrentLine"_s, int(options.currentLine));
-    if (options.automationAddress.isEmpty())
-        settings.remove(AddressKey);
+    if (options.automationAddress)
+        settings.setValue(AddressKey, *options.automationAddress);
     else
-        settings.setValue(AddressKey, options.automationAddress);
+        settings.remove(AddressKey);
 }

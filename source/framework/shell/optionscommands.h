@@ -2,7 +2,9 @@
 #include "optionvalues.h"
 #include <QDir>
 #include <QObject>
+#include <QPointer>
 class DebugOptions;
+class OptionsDialog;
 class QSettings;
 class ToolsCommands;
 class Workspace;
@@ -26,11 +28,11 @@ public:
     /// @p window is above the dialog, and owns this object.
     OptionsCommands(const Subjects &subjects, QWidget *window);
 
-    /// Shows the dialog until the user closes it.
+    /// Shows the dialog until the user closes it. There is one at a time.
     void showOptions();
 
 Q_SIGNALS:
-    /// The formats or the settings of the editor are others: all views must be refreshed in full.
+    /// The formats or the editor's settings have changed: all views must be refreshed in full.
     void appearanceChanged();
 
 private:
@@ -40,9 +42,10 @@ private:
 
     const Subjects m_subjects;
     QWidget *const m_window;
+    QPointer<OptionsDialog> m_dialog; ///< null while it is not shown
 };
 
-// How the options are kept in the settings. Only what is told here is written.
+// How the options are kept in the settings.
 
 [[nodiscard]] EditorOptions readEditorOptions(const QSettings &settings);
 void writeEditorOptions(QSettings &settings, const EditorOptions &options);

@@ -21,7 +21,7 @@ public:
     void execute(int index);
 
 Q_SIGNALS:
-    void output(const QString &text); ///< What the tools print, and what becomes of them.
+    void output(const QString &text); ///< what the tools print, and when they start and end
 
 private:
     ExternalTools m_tools;
