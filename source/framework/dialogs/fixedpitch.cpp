@@ -12,7 +12,7 @@ bool measure(const QString &family)
 
 bool isFixedPitch(const QString &family)
 {
-    static QHash<QString, bool> known;
+    static auto &known = *new QHash<QString, bool>; // never deleted, as the widgets may outlive static objects
     const auto it = known.constFind(family);
     return it != known.cend() ? *it : *known.insert(family, measure(family));
 }
