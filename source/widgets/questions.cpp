@@ -26,6 +26,8 @@ QStringList ask(QWidget *parent, const FileQuestion &question, QFileDialog::Acce
     dialog.setAcceptMode(accept);
     dialog.setFileMode(mode);
     QObject::connect(&dialog, &QFileDialog::filterSelected, &dialog, [&dialog] { widenFilter(dialog); });
+    if (!question.selectedFilter.isEmpty())
+        dialog.selectNameFilter(question.selectedFilter);
     widenFilter(dialog);
     return dialog.exec() == QDialog::Accepted ? dialog.selectedFiles() : QStringList();
 }

@@ -16,6 +16,7 @@ struct FileQuestion
     QString caption;
     QString directory; ///< the initial directory
     QString filter;
+    QString selectedFilter = {}; ///< the entry of the filter to begin with; the first if it is empty
 };
 
 /// Asks for one or more existing files. Empty if the user cancels.

@@ -24,7 +24,8 @@ public:
     void setEditorHost(EditorHost *host) { m_host = host; }
     /// The directory for the copies of unsaved texts of this kind; empty for no copies.
     void setSwapDirectory(const QString &directory) { m_swapDirectory = directory; }
-    /// Reads "TabSize", "KeepTabs" and "IndentMode" of the group "Editor". Views follow at their next full update.
+    /// Reads "TabSize", "KeepTabs", "IndentMode", "LineNumbers" and "CurrentLine" of the group "Editor". Views follow at
+    /// their next full update.
     void readSettings(const QSettings &settings);
 
     [[nodiscard]] bool canCreate() override { return true; }
@@ -37,6 +38,8 @@ public:
     [[nodiscard]] TextIndent *indenter() const { return m_indenter.get(); } ///< may be null
     [[nodiscard]] BracketMatcher &bracketMatcher() { return m_bracketMatcher; }
     [[nodiscard]] EditorHost *editorHost() const { return m_host; }
+    [[nodiscard]] bool showsLineNumbers() const { return m_lineNumbers; }
+    [[nodiscard]] bool showsCurrentLine() const { return m_currentLine; }
     [[nodiscard]] const QString &swapDirectory() const { return m_swapDirectory; }
 
 private:
@@ -45,5 +48,7 @@ private:
     const std::unique_ptr<TextIndent> m_indenter;
     BracketMatcher m_bracketMatcher;
     EditorHost *m_host = nullptr;
+    bool m_lineNumbers = false;
+    bool m_currentLine = false;
     QString m_swapDirectory;
 };

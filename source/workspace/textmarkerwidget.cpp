@@ -12,6 +12,10 @@
 
 using namespace Qt::StringLiterals;
 
+namespace {
+constexpr int NumberSpace = 4; ///< pixels behind the numbers
+} // namespace
+
 TextMarkerWidget::TextMarkerWidget(TextViewEdit *edit) : QWidget(edit), m_edit(edit)
 {
     setCursor(Qt::ArrowCursor);
@@ -24,10 +28,29 @@ void TextMarkerWidget::paintEvent(QPaintEvent *event)
     if (brush.style() == Qt::NoBrush)
         brush = QBrush(brush.color(), Qt::Dense4Pattern);
     painter.fillRect(event->rect(), brush);
+    const bool numbers = m_edit->textDocument()->textTemplate()->showsLineNumbers();
     for (const TextViewEdit::Line &line : m_edit->linesAt(event->rect().top(), event->rect().bottom())) {
+        if (numbers)
+            paintNumber(painter, line.block.blockNumber() + 1, line.rect);
         if (const ParagData *data = paragDataOf(line.block); data && data->marker)
             paintMarkers(painter, data->marker, line.rect);
     }
+}
+
+int TextMarkerWidget::wantedWidth() const
+{
+    if (!m_edit->textDocument()->textTemplate()->showsLineNumbers())
+        return Width;
+    const qsizetype digits = QString::number(m_edit->blockCount()).size();
+    return Width + m_edit->fontMetrics().horizontalAdvance(QString(std::max<qsizetype>(2, digits), u'0')) + NumberSpace;
+}
+
+void TextMarkerWidget::paintNumber(QPainter &painter, int number, const QRectF &line) const
+{
+    const QRectF place(Width, line.top(), width() - Width - NumberSpace, line.height());
+    painter.setFont(m_edit->font());
+    painter.setPen(palette().color(QPalette::ButtonText));
+    painter.drawText(place, Qt::AlignRight | Qt::AlignVCenter, QString::number(number));
 }
 
 void TextMarkerWidget::paintMarkers(QPainter &painter, quint32 marker, const QRectF &line)

@@ -3,14 +3,16 @@
 #include <QWidget>
 class TextViewEdit;
 
-/// The margin to the left of a pane, which shows the markers of the lines.
+/// The margin left of a pane, which shows the markers of the lines and, if the user wants them, their numbers.
 class TextMarkerWidget : public QWidget
 {
     Q_OBJECT
 public:
-    static constexpr int Width = 18; ///< pixels
+    static constexpr int Width = 18; ///< pixels, of the markers
 
     explicit TextMarkerWidget(TextViewEdit *edit);
+
+    [[nodiscard]] int wantedWidth() const; ///< pixels, with the numbers
 
 Q_SIGNALS:
     void toggleBreakpoint(int line); ///< counts from 1
@@ -24,6 +26,7 @@ protected:
 
 private:
     void paintMarkers(QPainter &painter, quint32 marker, const QRectF &line);
+    void paintNumber(QPainter &painter, int number, const QRectF &line) const;
     void drawPicture(QPainter &painter, const QString &name, const QRectF &line);
     void showToolTip(const QPoint &position);
 

@@ -12,6 +12,7 @@
 #include <QFileInfo>
 #include <QMenu>
 #include <QMimeData>
+#include <QPainter>
 #include <QRubberBand>
 #include <QScrollBar>
 #include <QStyle>
@@ -38,7 +39,6 @@ TextViewEdit::TextViewEdit(TextView *view, TextDocument *document)
     setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
     setLineWrapMode(NoWrap);
-    setViewportMargins(TextMarkerWidget::Width, 0, 0, 0);
     setMinimumSize(1, 1); // it is collapsed at a larger size
     const QString file = QFileInfo(document->filename()).fileName();
     m_margin->setObjectName(file + u"/margin"_s);
@@ -57,6 +57,8 @@ TextViewEdit::TextViewEdit(TextView *view, TextDocument *document)
     connect(this, &QPlainTextEdit::updateRequest, this, [this](const QRect &rect, int dy) {
         dy ? m_margin->update() : m_margin->update(0, rect.y(), m_margin->width(), rect.height());
     });
+    connect(this, &QPlainTextEdit::blockCountChanged, this, &TextViewEdit::placeMargin);
+    connect(this, &QPlainTextEdit::cursorPositionChanged, this, &TextViewEdit::refreshCurrentLine);
     connect(this, &QPlainTextEdit::selectionChanged, this, [this] { m_document->setSelection(textCursor()); });
     connect(document, &TextDocument::bracketMatchChanged, this, &TextViewEdit::showBracketMatch);
 }
@@ -77,6 +79,7 @@ void TextViewEdit::refresh(bool full)
         colours.setColor(QPalette::Text, m_document->textColour());
         setPalette(colours);
         showBracketMatch();
+        placeMargin();
     }
     m_margin->update();
     viewport()->update();
@@ -135,6 +138,8 @@ void TextViewEdit::paintEvent(QPaintEvent *event)
     const int onScreen = viewport()->height() / std::max(1, m_document->lineSpacing()) + 1;
     const int last = std::min(firstVisibleBlock().blockNumber() + onScreen, document()->blockCount() - 1);
     m_document->ensureProcessed(document()->findBlockByNumber(last));
+    if (m_document->textTemplate()->showsCurrentLine())
+        paintCurrentLine(event->rect());
     QPlainTextEdit::paintEvent(event);
 }
 
@@ -146,10 +151,37 @@ void TextViewEdit::resizeEvent(QResizeEvent *event)
         Q_EMIT becameSmall();
 }
 
+/// The line numbers make the margin wider as the text grows.
 void TextViewEdit::placeMargin()
 {
+    const int width = m_margin->wantedWidth();
+    if (viewportMargins().left() != width)
+        setViewportMargins(width, 0, 0, 0); // may lead back here by a resize
     const QRect inside = contentsRect();
-    m_margin->setGeometry(inside.left(), inside.top(), TextMarkerWidget::Width, viewport()->height());
+    m_margin->setGeometry(inside.left(), inside.top(), width, viewport()->height());
+}
+
+/// Below the text, so that formats with a background of their own and the selection stay visible.
+void TextViewEdit::paintCurrentLine(const QRect &rect)
+{
+    const bool isDark = m_document->paperColour().lightness() < 128;
+    QPainter painter(viewport());
+    for (const Line &line : linesAt(rect.top(), rect.bottom())) {
+        if (line.block != textCursor().block())
+            continue;
+        painter.fillRect(line.rect, isDark ? QColor(255, 255, 255, 20) : QColor(0, 0, 0, 12));
+        m_shownLine = line.block.blockNumber();
+    }
+}
+
+void TextViewEdit::refreshCurrentLine()
+{
+    if (!m_document->textTemplate()->showsCurrentLine())
+        return;
+    for (const Line &line : linesAt(0, viewport()->height())) {
+        if (const int number = line.block.blockNumber(); number == textCursor().blockNumber() || number == m_shownLine)
+            viewport()->update(line.rect.toAlignedRect());
+    }
 }
 
 void TextViewEdit::showBracketMatch()

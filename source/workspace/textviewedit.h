@@ -73,6 +73,8 @@ private:
     bool replaceMatches(const QString &raw, const QString &text, const QString &replacement, bool caseSensitive,
                         bool wholeWord, qsizetype from, qsizetype end);
     void placeMargin();
+    void paintCurrentLine(const QRect &rect);
+    void refreshCurrentLine();
     void dragSplitter(const QPoint &globalPosition);
     void dropSplitter(const QPoint &globalPosition);
     [[nodiscard]] int splitHeight(const QPoint &globalPosition) const;
@@ -81,5 +83,6 @@ private:
     TextDocument *const m_document;
     QTextDocument *const m_ownDocument; ///< set again before destruction, so that the shared document is not affected
     TextMarkerWidget *m_margin;
+    int m_shownLine = 0;                       ///< the line of the cursor as it was painted last
     std::unique_ptr<QRubberBand> m_rubberBand; ///< null unless the splitter is dragged
 };
