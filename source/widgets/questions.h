@@ -24,3 +24,5 @@ struct FileQuestion
 [[nodiscard]] QString askForOpenFile(QWidget *parent, const FileQuestion &question);
 /// Asks where to save a file; the user has agreed to overwrite one that exists. Empty if the user cancels.
 [[nodiscard]] QString askForSaveFile(QWidget *parent, const FileQuestion &question);
+/// Asks for a directory that exists. Empty if the user cancels.
+[[nodiscard]] QString askForDirectory(QWidget *parent, const FileQuestion &question);
