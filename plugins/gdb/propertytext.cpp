@@ -195,6 +195,8 @@ void write(const Property &property, QXmlStreamWriter *xml)
     xml->writeAttribute(u"name"_s, property.name);
     xml->writeAttribute(u"type"_s, property.type);
     xml->writeAttribute(u"defaultvalue"_s, property.defaultValue);
+    if (property.key == u"gdbProcessId")
+        xml->writeAttribute(u"maximum"_s, u"4194304"_s); // the largest number of a process on Linux
     xml->writeTextElement(u"description"_s, property.description);
     for (const Choice &choice : property.choices) {
         xml->writeStartElement(u"option"_s);

@@ -295,7 +295,7 @@ void PropertyEditor::fillPage()
         m_rows.insert(entry->record.m_key, row);
         last = row;
     }
-    rowsMade(QString());
+    rowsMade(hasProperties() ? QString() : tr("There are no properties to edit here."));
 }
 
 /// The rows of all pages with @p text in them, each page below a heading.

@@ -182,6 +182,12 @@ void PropertyList::updateEditorGeometries()
         m_current->editor()->setGeometry(valueRect(m_current));
 }
 
+void PropertyList::scrollContentsBy(int dx, int dy)
+{
+    ListView::scrollContentsBy(dx, dy);
+    updateEditorGeometries();
+}
+
 void PropertyList::leaveRow()
 {
     const QPointer<PropertyItem> left(m_current);

@@ -6,6 +6,7 @@
 #include "messages.h"
 #include "project.h"
 #include "projectfile.h"
+#include "projectfolder.h"
 #include "propertyeditor.h"
 #include "ui_propertyeditordialogbase.h"
 
