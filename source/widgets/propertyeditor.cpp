@@ -249,6 +249,15 @@ QStringList PropertyEditor::keys() const
     return keys;
 }
 
+void PropertyEditor::setTabOrderBetween(QWidget *before, QWidget *after)
+{
+    for (QWidget *next : {static_cast<QWidget *>(m_filterEdit), static_cast<QWidget *>(m_groupTree),
+                          static_cast<QWidget *>(m_list), static_cast<QWidget *>(m_helpView), after}) {
+        setTabOrder(before, next);
+        before = next;
+    }
+}
+
 void PropertyEditor::endEdit()
 {
     m_list->endEdit();

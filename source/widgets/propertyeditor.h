@@ -37,6 +37,9 @@ public:
     [[nodiscard]] QVariant value(const QString &key, bool *changed = nullptr) const; ///< Invalid for an unknown key.
     [[nodiscard]] QStringList keys() const; ///< In the order of the definitions.
 
+    /// Puts the widgets of the editor between these two in the order of the Tab key.
+    void setTabOrderBetween(QWidget *before, QWidget *after);
+
     void endEdit();                                  ///< Takes over what is being entered.
     void setBaseDirectory(const QString &directory); ///< Where file dialogs begin for a relative path.
 

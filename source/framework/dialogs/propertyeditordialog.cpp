@@ -6,7 +6,7 @@
 #include "messages.h"
 #include "project.h"
 #include "projectfile.h"
-#include "projectfolder.h"
+#include "projectfolder.h" // its type is an argument of a signal
 #include "propertyeditor.h"
 #include "ui_propertyeditordialogbase.h"
 
@@ -43,9 +43,12 @@ PropertyEditorDialog::PropertyEditorDialog(Project *project, ProjectFile *file, 
     connect(m_ui->OkButton, &QPushButton::clicked, this, &PropertyEditorDialog::accept);
     connect(m_ui->CancelButton, &QPushButton::clicked, this, &PropertyEditorDialog::reject);
     connect(project, &QObject::destroyed, this, &PropertyEditorDialog::closeWithoutModel);
-    // Queued, because files are deleted only after these signals.
-    connect(project, &Project::fileRemoved, this, &PropertyEditorDialog::closeWithoutModel, Qt::QueuedConnection);
-    connect(project, &Project::folderRemoved, this, &PropertyEditorDialog::closeWithoutModel, Qt::QueuedConnection);
+    // Files are deleted only after these signals.
+    const auto later = [this] {
+        QMetaObject::invokeMethod(this, &PropertyEditorDialog::closeWithoutModel, Qt::QueuedConnection);
+    };
+    connect(project, &Project::fileRemoved, this, later);
+    connect(project, &Project::folderRemoved, this, later);
     load();
 }
 
@@ -67,6 +70,8 @@ void PropertyEditorDialog::makeEditor()
     m_editor->setObjectName(u"PropertyEditor"_s);
     m_editor->setBaseDirectory(m_project->basePath());
     layout->addWidget(m_editor);
+    m_editor->setTabOrderBetween(m_ui->ConfigurationsCombo, m_ui->OkButton);
+    setTabOrder(m_ui->OkButton, m_ui->CancelButton);
 }
 
 void PropertyEditorDialog::addDefinitions(QUnknownInterface *environment, const QString &selector)
