@@ -144,6 +144,26 @@ void downKeyInTenThousandRows(benchmark::State &state)
     state.counters["limit_ms"] = 4;
 }
 BENCHMARK(downKeyInTenThousandRows)->Unit(benchmark::kMillisecond);
+/// The same key in the toolkit's tree of as many rows, which has no editors.
+void downKeyInBareTree(benchmark::State &state)
+{
+    QTreeWidget tree;
+    tree.setColumnCount(2);
+    tree.setUniformRowHeights(true);
+    for (int i = 0; i < RowCount; ++i)
+        new QTreeWidgetItem(&tree, {u"register %1"_s.arg(i), u"0x%1"_s.arg(i, 8, 16)});
+    tree.resize(400, 700);
+    tree.show();
+    tree.setFocus();
+    settle();
+    for ([[maybe_unused]] auto _ : state) {
+        QKeyEvent key(QEvent::KeyPress, Qt::Key_Down, Qt::NoModifier);
+        QCoreApplication::sendEvent(&tree, &key);
+        settle();
+    }
+    require(tree.currentItem(), "Keys are lost.");
+}
+BENCHMARK(downKeyInBareTree)->Unit(benchmark::kMillisecond);
 } // namespace
 
 int main(int argc, char **argv)

@@ -31,6 +31,7 @@ struct PropertyEditor::Page
 namespace {
 enum TreeItem { GroupItem, PageItem };
 constexpr int HelpHeight = 200;
+constexpr QSize MinimumListSize(260, 100);
 
 bool matches(const PropertyRecord &record, const QString &text)
 {
@@ -109,6 +110,7 @@ QWidget *PropertyEditor::makeRightSide()
     layout->setContentsMargins(0, 0, 0, 0);
     m_list = new PropertyList(tr("Property"), tr("Value"), side);
     m_list->setObjectName(u"PropertyList"_s);
+    m_list->setMinimumSize(MinimumListSize);
     layout->addWidget(m_list);
     m_helpView = new QTextBrowser(side);
     m_helpView->setObjectName(u"HelpView"_s);

@@ -1,7 +1,7 @@
 #pragma once
+#include <map>
 #include <memory>
 #include <QHash>
-#include <QMap>
 #include <QVariant>
 #include <QWidget>
 #include <vector>

@@ -196,17 +196,20 @@ void PropertyItem::paintCell(QPainter *painter, const QStyleOptionViewItem &opti
         background = palette.highlight();
     else if (isCurrent && column == 0)
         background = palette.base();
-    painter->fillRect(option.rect, background);
+    painter->fillRect(option.rect, background.color());
     if (column == 0 && !parent())
         paintOpenBox(painter, option.rect);
     const bool isWarned = column == 1 && !m_warning.isEmpty();
-    const QColor text = isHighlighted ? palette.color(QPalette::HighlightedText) : palette.color(QPalette::Text);
-    painter->setPen(isWarned && !isHighlighted ? m_list->warningColor() : text);
-    painter->setFont(option.font);
+    const QColor textColor = isHighlighted ? palette.color(QPalette::HighlightedText) : palette.color(QPalette::Text);
+    painter->setPen(isWarned && !isHighlighted ? m_list->warningColor() : textColor);
+    if (painter->font() != option.font)
+        painter->setFont(option.font);
     const int indent = TextMargin + (column == 0 ? textIndent() : 0);
     const QRect rect = option.rect.adjusted(indent, 0, -TextMargin, 0);
-    painter->drawText(rect, Qt::AlignVCenter | Qt::TextSingleLine,
-                      QFontMetrics(option.font).elidedText(this->text(column), Qt::ElideRight, rect.width()));
+    const QString text = this->text(column);
+    if (!text.isEmpty())
+        painter->drawText(rect, Qt::AlignVCenter | Qt::TextSingleLine,
+                          QFontMetrics(option.font).elidedText(text, Qt::ElideRight, rect.width()));
     painter->setPen(m_list->gridColor());
     painter->drawLine(option.rect.bottomLeft(), option.rect.bottomRight());
     painter->drawLine(option.rect.topRight(), option.rect.bottomRight());

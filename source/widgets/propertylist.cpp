@@ -136,6 +136,8 @@ void PropertyList::forget(const PropertyItem *item)
 
 void PropertyList::repaintItem(const PropertyItem *item)
 {
+    if (!item)
+        return;
     const QRect rect = itemRect(item);
     viewport()->update(0, rect.y(), viewport()->width(), rect.height());
 }
@@ -204,10 +206,10 @@ void PropertyList::currentChanged(const QModelIndex &current, const QModelIndex 
     if (next == m_current)
         return;
     leaveRow();
+    repaintItem(m_current);
     if (next != currentItem())
         return; // who got the value chose another row
     m_current = next;
-    viewport()->update();
     if (next && !m_readOnly)
         next->showEditor();
     currentChanged(next);
@@ -296,7 +298,7 @@ bool PropertyList::leaveByTab(bool forward)
 void PropertyList::focusInEvent(QFocusEvent *event)
 {
     ListView::focusInEvent(event);
-    viewport()->update();
+    repaintItem(m_current);
     const QList<Qt::FocusReason> entered = {Qt::TabFocusReason, Qt::BacktabFocusReason, Qt::ShortcutFocusReason,
                                             Qt::OtherFocusReason};
     if (m_takingFocus || m_readOnly || !m_current || !entered.contains(event->reason()))
@@ -315,7 +317,7 @@ void PropertyList::focusOutEvent(QFocusEvent *event)
 /// With no widget in focus the user is in another program, and will come back.
 void PropertyList::focusLeft()
 {
-    viewport()->update();
+    repaintItem(m_current);
     if (!QApplication::focusWidget() || hasFocusInside())
         return;
     if (m_current && m_current->acceptsOnFocusOut())
@@ -334,7 +336,7 @@ bool PropertyList::eventFilter(QObject *watched, QEvent *event)
             return true;
         break;
     case QEvent::FocusIn:
-        viewport()->update();
+        repaintItem(m_current);
         break;
     case QEvent::FocusOut:
         focusLeft();
@@ -375,10 +377,7 @@ void PropertyList::drawRow(QPainter *painter, const QStyleOptionViewItem &option
         cell.rect.setWidth(columnWidth(column));
         cell.backgroundBrush = isOdd ? m_alternateColor : m_firstColor;
         item->initStyleOption(&cell, column);
-        painter->save();
-        painter->setClipRect(cell.rect, Qt::IntersectClip);
         item->paintCell(painter, cell, column);
-        painter->restore();
     }
     if (!m_showFocusRect || item != m_current || !hasFocusInside())
         return;
@@ -401,6 +400,8 @@ QRect PropertyList::lastRowRect() const
 void PropertyList::paintEvent(QPaintEvent *event)
 {
     ListView::paintEvent(event);
+    if (indexAt(QPoint(0, viewport()->height() - 1)).isValid())
+        return; // and no search for the last row, which may be far away
     const QRect last = lastRowRect();
     const int height = last.isEmpty() ? fontMetrics().height() + 2 * itemMargin() : last.height();
     int y = last.isEmpty() ? 0 : last.bottom() + 1;

@@ -39,7 +39,7 @@ public:
     void watchEditor(QWidget *editor);
     void takeFocus(); ///< The editor of the current row stays hidden.
     void forget(const PropertyItem *item);
-    void repaintItem(const PropertyItem *item);
+    void repaintItem(const PropertyItem *item); ///< Null is ignored.
 
 Q_SIGNALS:
     void valueChanged(PropertyItem *item);

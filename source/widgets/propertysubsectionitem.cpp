@@ -27,8 +27,11 @@ void PropertySubsectionItem::paintCell(QPainter *painter, const QStyleOptionView
     painter->setFont(option.font);
     painter->setPen(palette.color(isHighlighted ? QPalette::HighlightedText : QPalette::ButtonText));
     const QRect rect = row.adjusted(NameX, 0, 0, 0); // one text that each column shows its part of
+    painter->save();
+    painter->setClipRect(option.rect, Qt::IntersectClip);
     painter->drawText(rect, Qt::AlignVCenter | Qt::TextSingleLine,
                       QFontMetrics(option.font).elidedText(name(), Qt::ElideRight, rect.width()));
+    painter->restore();
     painter->setPen(propertyList()->gridColor());
     painter->drawLine(option.rect.bottomLeft(), option.rect.bottomRight());
 }

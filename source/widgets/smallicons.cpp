@@ -45,7 +45,7 @@ QIcon currentPageIcon(const QPalette &palette)
 {
     return icon([&](QPainter &painter) {
         painter.setPen(Qt::NoPen);
-        painter.setBrush(palette.color(QPalette::Highlight));
+        painter.setBrush(palette.color(QPalette::Text)); // also seen on a selected row
         painter.drawPolygon(QPolygonF({{3, 1}, {10, 6}, {3, 11}}));
     });
 }
