@@ -19,6 +19,8 @@ void writeProperty(QXmlStreamWriter &xml, const PropertyDefinition &property)
     xml.writeAttribute(u"name"_s, property.name);
     xml.writeAttribute(u"type"_s, property.type);
     xml.writeAttribute(u"defaultvalue"_s, property.defaultValue);
+    if (property.maximum)
+        xml.writeAttribute(u"maximum"_s, QString::number(*property.maximum));
     writeSelectors(xml, property.selectors);
     xml.writeTextElement(u"description"_s, property.description.toHtmlEscaped());
     for (const PropertyDefinition::Choice &choice : property.choices) {

@@ -1,4 +1,5 @@
 #pragma once
+#include <optional>
 #include <QList>
 #include <QString>
 #include <QStringList>
@@ -18,6 +19,7 @@ struct PropertyDefinition
     QString description;
     QList<Choice> choices = {};
     QStringList selectors = {}; ///< what the option applies to; empty: all that its page applies to
+    std::optional<int> maximum = {}; ///< of an integer
 };
 
 /// A page of options. It applies to its selectors: "project", or extensions of files; empty: to all that its group

@@ -10,6 +10,8 @@ QString tr(const char *text)
     return QCoreApplication::translate("GdbProperties", text);
 }
 
+constexpr int MaximumProcessId = 4194304; // of Linux
+
 PropertyPage targetPage()
 {
     return {tr("Target"),
@@ -150,7 +152,9 @@ PropertyPage programPage()
           u"integer"_s,
           u"0"_s,
           tr("The process id for the command \"Attach\"."),
-          {}}}};
+          {},
+          {},
+          MaximumProcessId}}};
 }
 
 PropertyPage windowsPage()

@@ -60,3 +60,8 @@ QString askForSaveFile(QWidget *parent, const FileQuestion &question)
 {
     return ask(parent, question, QFileDialog::AcceptSave, QFileDialog::AnyFile).value(0);
 }
+
+QString askForDirectory(QWidget *parent, const FileQuestion &question)
+{
+    return ask(parent, question, QFileDialog::AcceptOpen, QFileDialog::Directory).value(0);
+}

@@ -26,3 +26,5 @@ struct FileQuestion
 /// Asks where to save a file; the dialog has confirmed that an existing file may be overwritten. Empty if the user
 /// cancels.
 [[nodiscard]] QString askForSaveFile(QWidget *parent, const FileQuestion &question);
+/// Asks for a directory that exists. Empty if the user cancels.
+[[nodiscard]] QString askForDirectory(QWidget *parent, const FileQuestion &question);
