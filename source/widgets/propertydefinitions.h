@@ -19,7 +19,7 @@ enum PropertyType {
     DirectoryListProperty,
 };
 
-/// One option that can be edited: what its definition says, and its values.
+/// One option that can be edited: its definition and its values.
 struct PropertyRecord
 {
     int m_type = UnknownProperty; ///< a PropertyType
@@ -33,7 +33,7 @@ struct PropertyRecord
     QStringList m_labels;
     QStringList m_keys;
     QString m_pattern;     ///< a regular expression for the whole text of the value; empty: all are valid
-    QString m_invalidText; ///< what to tell the user about another value
+    QString m_invalidText; ///< shown to the user about another value
     int m_minimum = 0;     ///< of an integer
     int m_maximum = 32767;
 

@@ -229,7 +229,7 @@ bool PropertyEditor::setValue(const QString &key, const QVariant &value)
     row = m_rows.value(key);
     if (!row)
         return true;
-    row->setValue(value, false); // nobody has entered it
+    row->setValue(value, false); // not entered by the user
     row->setWarning(entry->record.problem());
     row->setChanged(false);
     return true;

@@ -6,7 +6,7 @@ class PropertyList;
 /// A row of a PropertyList: a name and a value, which is painted as text. Only the current row of the list has a
 /// widget to edit it, over the value's cell; it is made when the row becomes current and goes when another one does.
 ///
-/// A subclass for a kind of value makes the editor, moves the value to it and back, and says how the value is shown.
+/// A subclass for a kind of value makes the editor, moves the value to it and back, and gives the text that is shown.
 class PropertyItem : public QObject, public ListViewItem
 {
     Q_OBJECT
@@ -48,7 +48,7 @@ public:
     [[nodiscard]] bool isReadOnly() const { return m_readOnly; }
     void setReadOnly(bool readOnly) { m_readOnly = readOnly; }
     [[nodiscard]] QString warning() const { return m_warning; }
-    /// Says what is wrong with the value, which is painted in red then. Empty: nothing.
+    /// What is wrong with the value, which is painted in red then. Empty: nothing.
     void setWarning(const QString &warning);
 
     void initStyleOption(QStyleOptionViewItem *option, int column) const override;

@@ -208,7 +208,7 @@ void PropertyList::currentChanged(const QModelIndex &current, const QModelIndex 
     leaveRow();
     repaintItem(m_current);
     if (next != currentItem())
-        return; // who got the value chose another row
+        return; // a receiver of the value chose another row
     m_current = next;
     if (next && !m_readOnly)
         next->showEditor();

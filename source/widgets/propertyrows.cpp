@@ -62,7 +62,7 @@ PropertyItem *makeFilledRow(const PropertyRecord &record, Parent *parent, ListVi
     row->setDescription(record.m_description);
     row->setKey(record.m_key);
     row->setWarning(record.problem());
-    row->setValue(record.m_value, false); // nobody has entered it
+    row->setValue(record.m_value, false); // not entered by the user
     return row;
 }
 } // namespace

@@ -199,7 +199,7 @@ private Q_SLOTS:
         QCOMPARE(nodes->at(0).children.size(), 20000u);
     }
 
-    void exampleOfTheDocumentationIsAsItSays()
+    void exampleOfTheDocumentationGivesThePagesNamedThere()
     {
         QFile file(QStringLiteral(VARNEL_SOURCE_DIR "/docs/property-definitions.md"));
         QVERIFY(file.open(QIODevice::ReadOnly));
@@ -230,7 +230,7 @@ private Q_SLOTS:
         QCOMPARE(nodes->at(0).children.at(1).records.at(1).m_maximum, 132);
     }
 
-    void patternTellsWhatIsPossible()
+    void valueOutsideThePatternIsExplained()
     {
         PropertyRecord record = recordOf(
             u"<property type=\"text\" defaultvalue=\"1\" pattern=\"[0-9]+|\" invalidtext=\"Digits only.\"/>"_s);

@@ -338,7 +338,7 @@ private Q_SLOTS:
         QCOMPARE(rows(), u"Optimisation=Speed\nWarnings=Yes\nColour=red\n"_s);
     }
 
-    void filterThatFindsNothingSaysSo()
+    void filterWithoutMatchShowsANotice()
     {
         filter()->setText(u"zzz"_s);
         QCOMPARE(rows(), QString());

@@ -108,7 +108,7 @@ private Q_SLOTS:
 
     void cleanup() { m_window.reset(); }
 
-    void headerHasTheTitlesAndTheValuesFillTheRest()
+    void headerHasTheTitlesAndValuesFillTheRest()
     {
         QCOMPARE(m_list->headerItem()->text(0), u"Name"_s);
         QCOMPARE(m_list->headerItem()->text(1), u"Value"_s);
