@@ -1,6 +1,8 @@
 #include "../workspace/editorfixture.h"
+#include "activity.h"
 #include "debugoptions.h"
 #include "dialoganswers.h"
+#include "fakeservices.h"
 #include "formatchoice.h"
 #include "optionscommands.h"
 #include "optionsdialog.h"
@@ -18,7 +20,7 @@
 
 using namespace Qt::StringLiterals;
 
-class OptionsCommandsTest : public QObject
+class OptionsCommandsTest : public QObject, public FakeServices
 {
     Q_OBJECT
 
@@ -32,6 +34,11 @@ private:
     TextFormats m_formats;
     DebugOptions m_debugOptions;
     int m_changes = 0;
+    Activity m_activity;
+
+    QWidget *dialogParent() override { return m_window.get(); }
+    Workspace *workspace() const override { return m_workspace.get(); }
+    QSettings &settings() const override { return *m_settings; }
 
     void writeFormats(const QString &name, const QByteArray &colour)
     {
@@ -88,15 +95,10 @@ private Q_SLOTS:
         m_workspace = std::make_unique<Workspace>();
         m_workspace->addTemplate(new TextDocumentTemplate(u"C"_s, {}, {}, {u"c"_s}, std::make_unique<CppHighlighter>(),
                                                           std::make_unique<CppIndent>()));
-        m_tools = std::make_unique<ToolsCommands>(*m_settings, [] { return ExternalTool::Macros(); });
+        m_tools = std::make_unique<ToolsCommands>(m_activity, *this);
         m_window = std::make_unique<QWidget>();
-        m_commands = new OptionsCommands({.settings = *m_settings,
-                                          .config = QDir(m_directory->path()),
-                                          .workspace = *m_workspace,
-                                          .formats = m_formats,
-                                          .debugOptions = m_debugOptions,
-                                          .tools = *m_tools},
-                                         m_window.get());
+        m_commands =
+            new OptionsCommands(*this, QDir(m_directory->path()), m_formats, m_debugOptions, *m_tools, m_window.get());
         m_changes = 0;
         connect(m_commands, &OptionsCommands::appearanceChanged, this, [this] { ++m_changes; });
     }

@@ -1,5 +1,9 @@
+#include "../project/modeltext.h"
+#include "activity.h"
+#include "fakeservices.h"
 #include "popupmenu.h"
 #include "project.h"
+#include "tabbedviewmanager.h"
 #include "toolscommands.h"
 #include <csignal>
 #include <QSettings>
@@ -7,7 +11,7 @@
 
 using namespace Qt::StringLiterals;
 
-class ToolsCommandsTest : public QObject
+class ToolsCommandsTest : public QObject, public FakeServices
 {
     Q_OBJECT
 
@@ -16,13 +20,17 @@ private:
     std::unique_ptr<QSettings> m_settings;
     std::unique_ptr<ToolsCommands> m_commands;
     std::unique_ptr<PopupMenu> m_menu;
-    ExternalTool::Macros m_macros;
+    std::unique_ptr<ViewManager> m_views;
+    Activity m_activity;
     QString m_output;
+
+    ViewManager *viewManager() const override { return m_views.get(); }
+    QSettings &settings() const override { return *m_settings; }
 
     /// A menu with two fixed items, as the UI file has them.
     void open()
     {
-        m_commands = std::make_unique<ToolsCommands>(*m_settings, [this] { return m_macros; });
+        m_commands = std::make_unique<ToolsCommands>(m_activity, *this);
         connect(m_commands.get(), &ToolsCommands::output, this, [this](const QString &text) { m_output += text; });
         m_menu = std::make_unique<PopupMenu>();
         m_menu->addAction(u"Customise"_s);
@@ -60,13 +68,16 @@ private Q_SLOTS:
         QTest::failOnWarning(QRegularExpression(u"^(?!This plugin does not support)"_s));
         m_directory = std::make_unique<QTemporaryDir>();
         m_settings = std::make_unique<QSettings>(m_directory->filePath(u"s.ini"_s), QSettings::IniFormat);
-        m_macros.clear();
+        m_views = std::make_unique<TabbedViewManager>();
         m_output.clear();
     }
     void cleanup()
     {
         m_menu.reset();
         m_commands.reset();
+        if (m_activity.workspace())
+            m_activity.closeWorkspace();
+        m_views.reset();
     }
 
     void theToolsOfTheSettingsAreThere()
@@ -93,9 +104,11 @@ private Q_SLOTS:
     {
         open();
         add(u"A"_s, u"/no/a"_s);
-        add(u"B"_s, u"/no/b"_s, u"$(FileName)"_s);
+        add(u"B"_s, u"/no/b"_s, u"$(ProjectName)$(FileName)"_s);
         items();
-        m_macros = {{u"FileName"_s, u"main"_s}};
+        auto workspace = std::make_unique<ProjectWorkspace>(m_directory->filePath(u"all.vnw"_s));
+        workspace->addProject(new Project(u"main"_s, m_directory->path()));
+        m_activity.openWorkspace(std::move(workspace));
         choose(u"&2 B"_s);
         QCOMPARE(m_output, u"Running '/no/b main'...\nCould not start process\n"_s);
     }

@@ -1,5 +1,6 @@
 #include "dockwindow.h"
 #include "editablescript.h"
+#include "editproperties.h"
 #include "ideapplication.h"
 #include "mainwindow.h"
 #include "navigator.h"
@@ -179,9 +180,9 @@ void MainWindow::viewOutput(bool)
     m_parts->outputDock->toggleVisible();
 }
 
-void MainWindow::displayFileProperties(ProjectFile *)
+void MainWindow::displayFileProperties(ProjectFile *file)
 {
-    warnNoOwner(this, "displayFileProperties");
+    editFileProperties(file, this);
 }
 
 void MainWindow::projectNew()
@@ -234,11 +235,15 @@ void MainWindow::projectInsertProject()
 void MainWindow::projectProperties()
 {
     VARNEL_ASSERT_TEXT(m_parts->activity.workspace(), "m_projectWorkspace");
+    if (Project *project = m_parts->activity.currentProject())
+        editProjectProperties(project, this);
 }
 
 void MainWindow::projectPropertiesAlt()
 {
     VARNEL_ASSERT_TEXT(m_parts->activity.workspace(), "m_projectWorkspace");
+    if (Project *project = m_parts->navigator->selectedProject())
+        editProjectProperties(project, this);
 }
 
 void MainWindow::buildCompileFile()
@@ -399,7 +404,7 @@ void MainWindow::toolsCustomise()
 
 void MainWindow::toolsOptions()
 {
-    warnNoOwner(this, "toolsOptions");
+    m_parts->optionsCommands->showOptions();
 }
 
 void MainWindow::windowNew()

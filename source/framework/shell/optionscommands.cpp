@@ -5,6 +5,7 @@
 #include "optionsdialog.h"
 #include "toolscommands.h"
 #include "toolsdialog.h"
+#include "windowservices.h"
 #include <QPointer>
 #include <QSettings>
 
@@ -15,8 +16,14 @@ const auto SplashKey = u"Startup/DisableSplashScreen"_s;
 const auto AddressKey = u"Startup/AutomationAddress"_s;
 } // namespace
 
-OptionsCommands::OptionsCommands(const Subjects &subjects, QWidget *window)
-    : QObject(window), m_subjects(subjects), m_window(window)
+OptionsCommands::OptionsCommands(WindowServices &window, QDir config, TextFormats &formats, DebugOptions &debugOptions,
+                                 ToolsCommands &tools, QObject *parent)
+    : QObject(parent)
+    , m_window(window)
+    , m_config(std::move(config))
+    , m_formats(formats)
+    , m_debugOptions(debugOptions)
+    , m_tools(tools)
 {}
 
 void OptionsCommands::showOptions()
@@ -24,9 +31,10 @@ void OptionsCommands::showOptions()
     if (m_dialog)
         return m_dialog->raise(); // a script asks while it is open
     const QPointer<OptionsCommands> self(this);
-    const QPointer<OptionsDialog> dialog = new OptionsDialog(values(), choices(), m_window, u"optionsDialog"_s);
+    const QPointer<OptionsDialog> dialog =
+        new OptionsDialog(values(), choices(), m_window.dialogParent(), u"optionsDialog"_s);
     m_dialog = dialog;
-    ExternalTools &tools = m_subjects.tools.tools();
+    ExternalTools &tools = m_tools.tools();
     ToolsDialog *page = dialog->toolsPage();
     for (const ExternalTool *tool : tools.runningTools())
         page->setRunning(tool->entry().id, true);
@@ -46,13 +54,13 @@ OptionValues OptionsCommands::values() const
 {
     QList<int> actions;
     for (int event = RunEvent; event <= BreakpointEvent; ++event)
-        actions.append(m_subjects.debugOptions.action(DebugEvent(event)));
-    return {.editor = readEditorOptions(m_subjects.settings),
-            .disableSplash = m_subjects.settings.value(SplashKey, 0).toInt() != 0,
-            .formats = m_subjects.formats,
-            .tools = m_subjects.tools.tools().entries(),
+        actions.append(m_debugOptions.action(DebugEvent(event)));
+    return {.editor = readEditorOptions(m_window.settings()),
+            .disableSplash = m_window.settings().value(SplashKey, 0).toInt() != 0,
+            .formats = m_formats,
+            .tools = m_tools.tools().entries(),
             .debugActions = actions,
-            .more = readMoreOptions(m_subjects.settings)};
+            .more = readMoreOptions(m_window.settings())};
 }
 
 OptionChoices OptionsCommands::choices() const
@@ -60,25 +68,25 @@ OptionChoices OptionsCommands::choices() const
     QList<QStringList> texts;
     for (int event = RunEvent; event <= BreakpointEvent; ++event)
         texts.append(debugActionTexts(DebugEvent(event)));
-    return {.defaultFormats = [config = m_subjects.config] { return productFormats(config); }, .debugTexts = texts};
+    return {.defaultFormats = [config = m_config] { return productFormats(config); }, .debugTexts = texts};
 }
 
 /// Formats are not written here: the program stores them when it ends.
 void OptionsCommands::apply(const OptionValues &values)
 {
-    QSettings &settings = m_subjects.settings;
+    QSettings &settings = m_window.settings();
     writeEditorOptions(settings, values.editor);
     settings.setValue(SplashKey, int(values.disableSplash));
-    m_subjects.tools.tools().setEntries(values.tools);
-    m_subjects.tools.tools().save(settings);
+    m_tools.tools().setEntries(values.tools);
+    m_tools.tools().save(settings);
     for (int event = RunEvent; event <= BreakpointEvent; ++event)
-        m_subjects.debugOptions.setAction(DebugEvent(event), DebugAction(values.debugActions[event]));
-    m_subjects.debugOptions.save(settings);
+        m_debugOptions.setAction(DebugEvent(event), DebugAction(values.debugActions[event]));
+    m_debugOptions.save(settings);
     writeMoreOptions(settings, values.more);
     // The desktop may have become dark or light while the dialog was open.
-    const bool isProducts = areProductFormats(values.formats, m_subjects.config);
-    m_subjects.formats = isProducts ? productFormats(m_subjects.config) : values.formats;
-    applyEditorSettings(m_subjects.workspace, settings);
+    const bool isProducts = areProductFormats(values.formats, m_config);
+    m_formats = isProducts ? productFormats(m_config) : values.formats;
+    applyEditorSettings(*m_window.workspace(), settings);
     Q_EMIT appearanceChanged();
 }
 

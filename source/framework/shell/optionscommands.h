@@ -1,12 +1,12 @@
 #pragma once
 #include "optionvalues.h"
+#include <QDir>
 #include <QObject>
 #include <QPointer>
 class DebugOptions;
 class OptionsDialog;
 class QSettings;
 class ToolsCommands;
-class WindowFormats;
 class WindowServices;
 
 /// The command that opens the options dialog, and what happens when the user accepts it.
@@ -14,12 +14,17 @@ class OptionsCommands : public QObject
 {
     Q_OBJECT
 public:
-    /// All arguments outlive this object. The last three are what the dialog edits besides the settings.
-    OptionsCommands(WindowServices &window, WindowFormats &formats, DebugOptions &debugOptions, ToolsCommands &tools,
-                    QObject *parent = nullptr);
+    /// All arguments but @p config outlive this object. The dialog edits the settings and the last three arguments.
+    /// @p config is the directory with the product's formats.
+    OptionsCommands(WindowServices &window, QDir config, TextFormats &formats, DebugOptions &debugOptions,
+                    ToolsCommands &tools, QObject *parent = nullptr);
 
     /// Shows the dialog until the user closes it. There is one at a time.
     void showOptions();
+
+Q_SIGNALS:
+    /// The formats or the editor's settings have changed: all views must be refreshed in full.
+    void appearanceChanged();
 
 private:
     [[nodiscard]] OptionValues values() const;
@@ -27,7 +32,8 @@ private:
     void apply(const OptionValues &values);
 
     WindowServices &m_window;
-    WindowFormats &m_formats;
+    const QDir m_config;
+    TextFormats &m_formats;
     DebugOptions &m_debugOptions;
     ToolsCommands &m_tools;
     QPointer<OptionsDialog> m_dialog; ///< null while it is not shown

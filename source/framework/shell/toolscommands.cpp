@@ -1,15 +1,19 @@
 #include "toolscommands.h"
+#include "activity.h"
+#include "document.h"
 #include "dynamicmenus.h"
 #include "project.h"
+#include "viewmanager.h"
+#include "windowservices.h"
 #include <QAction>
 #include <QFileInfo>
 
 using namespace Qt::StringLiterals;
 
-ToolsCommands::ToolsCommands(const QSettings &settings, std::function<Macros()> macros, QObject *parent)
-    : QObject(parent), m_macros(std::move(macros))
+ToolsCommands::ToolsCommands(const Activity &activity, WindowServices &window, QObject *parent)
+    : QObject(parent), m_activity(activity), m_window(window)
 {
-    m_tools.load(settings);
+    m_tools.load(window.settings());
     connect(&m_tools, &ExternalTools::output, this, &ToolsCommands::output);
 }
 
@@ -38,8 +42,11 @@ void ToolsCommands::updateMenu(PopupMenu *menu)
 
 void ToolsCommands::execute(int index)
 {
-    if (ExternalTool *tool = m_tools.tools().value(index))
-        tool->execute(m_macros());
+    ExternalTool *tool = m_tools.tools().value(index);
+    if (!tool)
+        return;
+    Document *document = m_window.viewManager()->currentDocument();
+    tool->execute(toolMacros(m_activity.currentProject(), document ? document->filename() : QString()));
 }
 
 ExternalTool::Macros toolMacros(const Project *project, const QString &documentPath)

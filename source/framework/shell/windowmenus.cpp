@@ -124,7 +124,7 @@ void WindowMenus::activateConfiguration(int index)
 
 void WindowMenus::updateToolsMenu()
 {
-    DynamicMenus::fillToolsMenu(m_parts.ui.menu(u"toolsMenu"_s), {}, [](int) {});
+    m_parts.toolsCommands->updateMenu(m_parts.ui.menu(u"toolsMenu"_s));
 }
 
 void WindowMenus::updateBuildMenu()

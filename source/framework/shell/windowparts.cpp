@@ -5,6 +5,7 @@
 #include "mainwindow.h"
 #include "mdiviewmanager.h"
 #include "navigator.h"
+#include "outputpage.h"
 #include "outputwindow.h"
 #include "pictures.h"
 #include "plugindocuments.h"
@@ -211,11 +212,17 @@ void WindowParts::setUpCommands()
     debugControl->options().load(*application()->settings());
     projectCommands = std::make_unique<ProjectCommands>(activity, services);
     pluginBinder = std::make_unique<PluginBinder>(activity, services);
+    toolsCommands = std::make_unique<ToolsCommands>(activity, services);
+    optionsCommands = std::make_unique<OptionsCommands>(services, application()->path(PathConfig), formats.formats(),
+                                                        debugControl->options(), *toolsCommands);
     sessions = std::make_unique<SessionKeeper>(activity, services);
     menus = std::make_unique<WindowMenus>(*this);
     QObject::connect(buildControl.get(), &BuildControl::compileAvailable, &window, &MainWindow::compileAvailable);
     QObject::connect(projectCommands.get(), &ProjectCommands::sessionEndRequested, debugControl.get(),
                      &DebugControl::debugStop);
+    QObject::connect(toolsCommands.get(), &ToolsCommands::output, outputWindow->page(OutputWindow::Debug),
+                     &OutputPage::outputLine);
+    QObject::connect(optionsCommands.get(), &OptionsCommands::appearanceChanged, &window, [this] { formats.apply(); });
     connectReports();
 }
 

@@ -11,10 +11,12 @@
 #include "lastdirectories.h"
 #include "mainservices.h"
 #include "objectmodel.h"
+#include "optionscommands.h"
 #include "pluginbinder.h"
 #include "projectcommands.h"
 #include "sessionkeeper.h"
 #include "statuslabels.h"
+#include "toolscommands.h"
 #include "uiconfig.h"
 #include "viewmanager.h"
 #include "windowformats.h"
@@ -71,6 +73,8 @@ struct WindowParts
     std::unique_ptr<DebugControl> debugControl;
     std::unique_ptr<ProjectCommands> projectCommands;
     std::unique_ptr<PluginBinder> pluginBinder;
+    std::unique_ptr<ToolsCommands> toolsCommands;
+    std::unique_ptr<OptionsCommands> optionsCommands;
     std::unique_ptr<SessionKeeper> sessions;
     std::unique_ptr<WindowMenus> menus;
 
