@@ -57,12 +57,12 @@ bool startPython(PythonEnvironment environment)
 {
     if (Py_IsInitialized())
         return true;
-    const bool heard = environment == PythonEnvironment::Heard;
-    PyStatus status = preinitialise(heard);
+    const bool used = environment == PythonEnvironment::Used;
+    PyStatus status = preinitialise(used);
     if (!PyStatus_Exception(status)) {
         PyConfig config;
         PyConfig_InitPythonConfig(&config);
-        status = initialise(config, heard);
+        status = initialise(config, used);
         PyConfig_Clear(&config);
     }
     if (PyStatus_Exception(status)) {

@@ -2,7 +2,7 @@
 
 enum class PythonEnvironment {
     Ignored, ///< the same Python for all users, independent of PYTHONPATH, PYTHONHOME, PATH and the user's packages
-    Heard    ///< the user's variables, packages and virtual environment are used, as by an interpreter in a shell
+    Used     ///< the user's variables, packages and virtual environment are used, as by an interpreter in a shell
 };
 
 /// Starts the embedded Python: UTF-8 mode, `site` on, no signal handlers, no standard input; the locale and streams of

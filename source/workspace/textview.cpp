@@ -51,7 +51,7 @@ TextView::TextView(TextDocument *document, QWidget *parent)
     connect(document->text(), &QTextDocument::redoAvailable, this, &View::redoAvailable);
     connect(QGuiApplication::clipboard(), &QClipboard::dataChanged, this, [this] {
         if (m_current->hasFocus())
-            tellPaste();
+            emitPasteAvailable();
     });
 }
 
@@ -167,10 +167,10 @@ void TextView::paneFocused(TextViewEdit *pane)
     if (!self)
         return;
     const bool hasSelection = pane->textCursor().hasSelection();
-    tellUndo();
+    emitUndoAvailable();
     Q_EMIT copyAvailable(hasSelection);
     Q_EMIT cutAvailable(hasSelection);
-    tellPaste();
+    emitPasteAvailable();
     Q_EMIT backAvailable(false);
     Q_EMIT forwardAvailable(false);
     Q_EMIT previousAvailable(false);
@@ -179,13 +179,13 @@ void TextView::paneFocused(TextViewEdit *pane)
     Q_EMIT cursorPositionChanged(cursor.blockNumber(), cursor.positionInBlock());
 }
 
-void TextView::tellUndo()
+void TextView::emitUndoAvailable()
 {
     Q_EMIT undoAvailable(m_textDocument->text()->isUndoAvailable());
     Q_EMIT redoAvailable(m_textDocument->text()->isRedoAvailable());
 }
 
-void TextView::tellPaste()
+void TextView::emitPasteAvailable()
 {
     const QMimeData *data = QGuiApplication::clipboard()->mimeData();
     Q_EMIT pasteAvailable(data && data->hasFormat(u"text/plain"_s));
@@ -197,7 +197,7 @@ void TextView::cursorMoved(TextViewEdit *pane)
         return;
     const QTextCursor cursor = pane->textCursor();
     m_textDocument->matchBrackets(cursor);
-    tellUndo();
+    emitUndoAvailable();
     Q_EMIT cursorPositionChanged(cursor.blockNumber(), cursor.positionInBlock());
 }
 
@@ -239,13 +239,13 @@ void TextView::print()
 void TextView::undo()
 {
     m_current->undo();
-    tellUndo();
+    emitUndoAvailable();
 }
 
 void TextView::redo()
 {
     m_current->redo();
-    tellUndo();
+    emitUndoAvailable();
 }
 
 void TextView::cut()

@@ -85,8 +85,8 @@ private:
     void paneFocused(TextViewEdit *pane);
     void paneBecameSmall(TextViewEdit *pane);
     void cursorMoved(TextViewEdit *pane);
-    void tellUndo();
-    void tellPaste();
+    void emitUndoAvailable();
+    void emitPasteAvailable();
 
     TextDocument *const m_textDocument;
     QSplitter *m_splitter;

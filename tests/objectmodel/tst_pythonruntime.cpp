@@ -14,7 +14,7 @@ class TestPythonRuntime : public QObject
 {
     Q_OBJECT
 private:
-    static QString valueInChild(const QString &expression, bool environmentHeard, const QString &variable,
+    static QString valueInChild(const QString &expression, bool environmentUsed, const QString &variable,
                                 const QString &value)
     {
         QProcess child;
@@ -23,7 +23,7 @@ private:
             environment.insert(variable, value);
         child.setProcessEnvironment(environment);
         child.start(QCoreApplication::applicationFilePath(),
-                    {u"--value"_s, expression, environmentHeard ? u"heard"_s : u"ignored"_s});
+                    {u"--value"_s, expression, environmentUsed ? u"used"_s : u"ignored"_s});
         child.waitForFinished();
         return QString::fromUtf8(child.readAllStandardOutput() + child.readAllStandardError());
     }
@@ -34,13 +34,13 @@ private Q_SLOTS:
     void pythonHasTheConfiguredProperties_data()
     {
         QTest::addColumn<QString>("expression");
-        QTest::addColumn<bool>("heard");
+        QTest::addColumn<bool>("used");
         QTest::addColumn<QString>("variable");
         QTest::addColumn<QString>("value");
         QTest::addColumn<QString>("expected");
-        const auto row = [](const char *name, const QString &expression, const QString &expected, bool heard = false,
+        const auto row = [](const char *name, const QString &expression, const QString &expected, bool used = false,
                             const QString &variable = {}, const QString &value = {}) {
-            QTest::newRow(name) << expression << heard << variable << value << expected;
+            QTest::newRow(name) << expression << used << variable << value << expected;
         };
         const QString signalsTaken = u"__import__('signal') and [int(line[7:], 16) & 1 << 1 "
                                      "for line in open('/proc/self/status') if line.startswith('SigCgt')][0]"_s;
@@ -72,17 +72,17 @@ private Q_SLOTS:
     void pythonHasTheConfiguredProperties()
     {
         QFETCH(QString, expression);
-        QFETCH(bool, heard);
+        QFETCH(bool, used);
         QFETCH(QString, variable);
         QFETCH(QString, value);
         QFETCH(QString, expected);
-        QCOMPARE(valueInChild(expression, heard, variable, value), expected);
+        QCOMPARE(valueInChild(expression, used, variable, value), expected);
     }
 
     void secondStartDoesNothing()
     {
         QVERIFY(startPython());
-        QVERIFY(startPython(PythonEnvironment::Heard));
+        QVERIFY(startPython(PythonEnvironment::Used));
         QVERIFY(Py_IsInitialized());
     }
 
@@ -94,11 +94,11 @@ private Q_SLOTS:
     }
 };
 
-static int printValue(const QString &expression, bool environmentHeard)
+static int printValue(const QString &expression, bool environmentUsed)
 {
     std::setlocale(LC_ALL,
                    "C"); // not the locale of the environment, so that a second look at the environment would be visible
-    if (!startPython(environmentHeard ? PythonEnvironment::Heard : PythonEnvironment::Ignored)) {
+    if (!startPython(environmentUsed ? PythonEnvironment::Used : PythonEnvironment::Ignored)) {
         fputs("not started", stderr);
         return 1;
     }
@@ -116,7 +116,7 @@ int main(int argc, char **argv)
 {
     const QCoreApplication application(argc, argv);
     if (argc == 4 && qstrcmp(argv[1], "--value") == 0)
-        return printValue(QString::fromUtf8(argv[2]), qstrcmp(argv[3], "heard") == 0);
+        return printValue(QString::fromUtf8(argv[2]), qstrcmp(argv[3], "used") == 0);
     TestPythonRuntime test;
     return QTest::qExec(&test, argc, argv);
 }

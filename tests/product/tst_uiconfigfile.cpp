@@ -258,9 +258,9 @@ void TestUiConfig::reservedActionsHaveATextForNoFunction()
 {
     QStringList reserved;
     for (const QDomElement &action : m_actions) {
-        const bool tells = childText(action, u"statustip"_s).endsWith(u" (not implemented)");
-        QCOMPARE(childText(action, u"whatsthis"_s).contains(u"In this version the command has no effect"), tells);
-        if (tells)
+        const bool isReserved = childText(action, u"statustip"_s).endsWith(u" (not implemented)");
+        QCOMPARE(childText(action, u"whatsthis"_s).contains(u"In this version the command has no effect"), isReserved);
+        if (isReserved)
             reserved.append(name(action));
     }
     QCOMPARE(

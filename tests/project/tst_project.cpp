@@ -13,30 +13,30 @@ namespace {
 
 // These record their destruction.
 
-class MortalFolder : public ProjectFolder
+class LoggedFolder : public ProjectFolder
 {
 public:
-    explicit MortalFolder(QStringList *deaths) : m_deaths(deaths) {}
-    ~MortalFolder() override { *m_deaths += u"folder"_s; }
+    explicit LoggedFolder(QStringList *deletions) : m_deletions(deletions) {}
+    ~LoggedFolder() override { *m_deletions += u"folder"_s; }
 
 private:
-    QStringList *m_deaths;
+    QStringList *m_deletions;
 };
 
-class MortalFile : public ProjectFile
+class LoggedFile : public ProjectFile
 {
 public:
-    explicit MortalFile(QStringList *deaths) : m_deaths(deaths) {}
-    ~MortalFile() override { *m_deaths += u"file"_s; }
+    explicit LoggedFile(QStringList *deletions) : m_deletions(deletions) {}
+    ~LoggedFile() override { *m_deletions += u"file"_s; }
 
 private:
-    QStringList *m_deaths;
+    QStringList *m_deletions;
 };
 
 class FakeBuild : public InterfaceObject<IBuildEnvironment>
 {
 public:
-    explicit FakeBuild(QStringList *deaths) : m_deaths(deaths) {}
+    explicit FakeBuild(QStringList *deletions) : m_deletions(deletions) {}
     bool initialise(IBuildEvents *, const QString &) override { return true; }
     void setProject(IProject *) override {}
     void compile(const QString &, const QString &) override {}
@@ -47,14 +47,14 @@ public:
     bool isUpToDate(const QString &) override { return true; }
 
 private:
-    ~FakeBuild() override { *m_deaths += u"build"_s; }
-    QStringList *m_deaths;
+    ~FakeBuild() override { *m_deletions += u"build"_s; }
+    QStringList *m_deletions;
 };
 
 class FakeExecution : public InterfaceObject<IExecutionEnvironment>
 {
 public:
-    explicit FakeExecution(QStringList *deaths) : m_deaths(deaths) {}
+    explicit FakeExecution(QStringList *deletions) : m_deletions(deletions) {}
     bool initialise(IProject *, IExecutionEvents *, const QString &) override { return true; }
     bool start(bool) override { return false; }
     bool canAttach() override { return false; }
@@ -73,8 +73,8 @@ public:
     _object *pythonExtension() override { return nullptr; }
 
 private:
-    ~FakeExecution() override { *m_deaths += u"execution"_s; }
-    QStringList *m_deaths;
+    ~FakeExecution() override { *m_deletions += u"execution"_s; }
+    QStringList *m_deletions;
 };
 
 } // namespace
@@ -803,36 +803,36 @@ private Q_SLOTS:
 
     void holdsOneReferenceToItsEnvironment()
     {
-        QStringList deaths;
+        QStringList deletions;
         Project project(u"p"_s, u"/p"_s);
-        InterfacePtr<IBuildEnvironment> build(new FakeBuild(&deaths));
+        InterfacePtr<IBuildEnvironment> build(new FakeBuild(&deletions));
         project.setBuildInterface(build.get());
         QCOMPARE(project.buildInterface(), build.get());
         project.setBuildEnvironment(project.buildInterface()); // the project may hold the only reference
         build.reset();
-        QVERIFY(deaths.isEmpty());
+        QVERIFY(deletions.isEmpty());
         project.setBuildInterface(project.buildInterface());
-        QVERIFY(deaths.isEmpty());
+        QVERIFY(deletions.isEmpty());
         project.setBuildInterface(nullptr);
-        QCOMPARE(deaths, QStringList(u"build"_s));
+        QCOMPARE(deletions, QStringList(u"build"_s));
         QVERIFY(!project.buildInterface());
     }
 
     void environmentsAreReleasedBeforeFoldersAndFiles()
     {
-        QStringList deaths;
+        QStringList deletions;
         auto project = std::make_unique<Project>(u"p"_s, u"/p"_s);
-        const InterfacePtr<IBuildEnvironment> build(new FakeBuild(&deaths));
+        const InterfacePtr<IBuildEnvironment> build(new FakeBuild(&deletions));
         project->setBuildEnvironment(build.get());
-        InterfacePtr<IExecutionEnvironment> execution(new FakeExecution(&deaths));
+        InterfacePtr<IExecutionEnvironment> execution(new FakeExecution(&deletions));
         project->setExecutionEnvironment(execution.get());
         QCOMPARE(project->executionInterface(), execution.get());
         execution.reset();
-        project->addFile(new MortalFile(&deaths));
-        project->addFolder(new MortalFolder(&deaths), false);
-        project->setBuildInterface(InterfacePtr<IBuildEnvironment>(new FakeBuild(&deaths)).get());
+        project->addFile(new LoggedFile(&deletions));
+        project->addFolder(new LoggedFolder(&deletions), false);
+        project->setBuildInterface(InterfacePtr<IBuildEnvironment>(new FakeBuild(&deletions)).get());
         project.reset();
-        QCOMPARE(deaths, (QStringList{u"execution"_s, u"build"_s, u"folder"_s, u"file"_s}));
+        QCOMPARE(deletions, (QStringList{u"execution"_s, u"build"_s, u"folder"_s, u"file"_s}));
     }
 };
 

@@ -6,24 +6,24 @@ using namespace Qt::StringLiterals;
 namespace {
 
 /// These record their destruction.
-class MortalFolder : public ProjectFolder
+class LoggedFolder : public ProjectFolder
 {
 public:
-    MortalFolder(const QString &name, QStringList *deaths) : ProjectFolder(name), m_deaths(deaths) {}
-    ~MortalFolder() override { *m_deaths += name(); }
+    LoggedFolder(const QString &name, QStringList *deletions) : ProjectFolder(name), m_deletions(deletions) {}
+    ~LoggedFolder() override { *m_deletions += name(); }
 
 private:
-    QStringList *m_deaths;
+    QStringList *m_deletions;
 };
 
-class MortalFile : public ProjectFile
+class LoggedFile : public ProjectFile
 {
 public:
-    MortalFile(const QString &name, QStringList *deaths) : ProjectFile(name, name), m_deaths(deaths) {}
-    ~MortalFile() override { *m_deaths += name(); }
+    LoggedFile(const QString &name, QStringList *deletions) : ProjectFile(name, name), m_deletions(deletions) {}
+    ~LoggedFile() override { *m_deletions += name(); }
 
 private:
-    QStringList *m_deaths;
+    QStringList *m_deletions;
 };
 
 } // namespace
@@ -91,33 +91,33 @@ private Q_SLOTS:
 
     void removedChildIsNotDeleted()
     {
-        QStringList deaths;
+        QStringList deletions;
         ProjectFolder folder(u"A"_s);
-        auto *child = new MortalFolder(u"B"_s, &deaths);
+        auto *child = new LoggedFolder(u"B"_s, &deletions);
         folder.addFolder(child, false);
         folder.removeFolder(child);
         QVERIFY(folder.folders().isEmpty());
-        QVERIFY(deaths.isEmpty());
+        QVERIFY(deletions.isEmpty());
         QVERIFY(!child->parent());
         delete child;
     }
 
     void deletesFoldersThenFilesEachInOrder()
     {
-        QStringList deaths;
-        auto folder = std::make_unique<MortalFolder>(u"top"_s, &deaths);
-        folder->addFile(new MortalFile(u"top file 1"_s, &deaths));
-        folder->addFile(new MortalFile(u"top file 2"_s, &deaths));
+        QStringList deletions;
+        auto folder = std::make_unique<LoggedFolder>(u"top"_s, &deletions);
+        folder->addFile(new LoggedFile(u"top file 1"_s, &deletions));
+        folder->addFile(new LoggedFile(u"top file 2"_s, &deletions));
         for (const QString &name : {u"A"_s, u"B"_s}) {
-            auto *child = new MortalFolder(name, &deaths);
+            auto *child = new LoggedFolder(name, &deletions);
             folder->addFolder(child, false);
-            child->addFile(new MortalFile(name + u" file"_s, &deaths));
-            child->addFolder(new MortalFolder(name + u" folder"_s, &deaths), false);
+            child->addFile(new LoggedFile(name + u" file"_s, &deletions));
+            child->addFolder(new LoggedFolder(name + u" folder"_s, &deletions), false);
         }
         folder.reset();
         // The derived destructor runs before the one that deletes the children.
-        QCOMPARE(deaths, (QStringList{u"top"_s, u"A folder"_s, u"A"_s, u"A file"_s, u"B folder"_s, u"B"_s, u"B file"_s,
-                                      u"top file 1"_s, u"top file 2"_s}));
+        QCOMPARE(deletions, (QStringList{u"top"_s, u"A folder"_s, u"A"_s, u"A file"_s, u"B folder"_s, u"B"_s,
+                                         u"B file"_s, u"top file 1"_s, u"top file 2"_s}));
     }
 
     void addedFolderSetsTheProjectOfItsSubtree()
@@ -195,10 +195,10 @@ private Q_SLOTS:
 
     void addingTwiceFailsAnAssertionAndListsTwice()
     {
-        QStringList deaths;
+        QStringList deletions;
         auto folder = std::make_unique<ProjectFolder>(u"A"_s);
-        auto *child = new MortalFolder(u"B"_s, &deaths);
-        auto *file = new MortalFile(u"a.c"_s, &deaths);
+        auto *child = new LoggedFolder(u"B"_s, &deletions);
+        auto *file = new LoggedFile(u"a.c"_s, &deletions);
         folder->addFolder(child, false);
         folder->addFile(file);
         expectAssert(u"m_folders.find(folder) == -1"_s);
@@ -208,7 +208,7 @@ private Q_SLOTS:
         QCOMPARE(folder->folders(), (QList<ProjectFolder *>{child, child}));
         QCOMPARE(folder->files(), (QList<ProjectFile *>{file, file}));
         folder.reset();
-        QCOMPARE(deaths, (QStringList{u"B"_s, u"a.c"_s}));
+        QCOMPARE(deletions, (QStringList{u"B"_s, u"a.c"_s}));
     }
 
     void folderIsNotAddedBelowItself()

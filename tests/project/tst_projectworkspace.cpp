@@ -66,7 +66,7 @@ private Q_SLOTS:
         QTest::addColumn<int>("removed");
         QTest::addColumn<QString>("left");
         QTest::addColumn<QString>("now");
-        QTest::addColumn<bool>("told");
+        QTest::addColumn<bool>("emitted");
         QTest::newRow("first") << 0 << 0 << u"b c"_s << u"b"_s << true;
         QTest::newRow("middle") << 1 << 1 << u"a c"_s << u"c"_s << true;
         QTest::newRow("last: the new last") << 2 << 2 << u"a b"_s << u"b"_s << true;
@@ -78,7 +78,7 @@ private Q_SLOTS:
     {
         QFETCH(int, current);
         QFETCH(int, removed);
-        QFETCH(bool, told);
+        QFETCH(bool, emitted);
         ProjectWorkspace workspace;
         for (const QString &name : {u"a"_s, u"b"_s, u"c"_s})
             added(workspace, name);
@@ -93,7 +93,7 @@ private Q_SLOTS:
         QTEST(workspace.currentProject()->name(), "now");
         QCOMPARE(workspace.project(workspace.currentProjectIndex()), workspace.currentProject());
         QStringList expected{u"workspaceChanged"_s};
-        if (told)
+        if (emitted)
             expected += u"currentProjectChanged"_s;
         QCOMPARE(log.take(), expected);
     }

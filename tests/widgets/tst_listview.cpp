@@ -344,7 +344,7 @@ private Q_SLOTS:
     {
         QTest::addColumn<int>("key");
         QTest::addColumn<int>("modifiers");
-        QTest::addColumn<int>("told");
+        QTest::addColumn<int>("emitted");
         QTest::newRow("Return") << int(Qt::Key_Return) << int(Qt::NoModifier) << 1;
         QTest::newRow("Enter on the key pad") << int(Qt::Key_Enter) << int(Qt::KeypadModifier) << 1;
         QTest::newRow("Alt+Return, a shortcut") << int(Qt::Key_Return) << int(Qt::AltModifier) << 0;
@@ -355,14 +355,14 @@ private Q_SLOTS:
     {
         QFETCH(int, key);
         QFETCH(int, modifiers);
-        QFETCH(int, told);
+        QFETCH(int, emitted);
         QSignalSpy spy(m_list.get(), &ListView::returnPressed);
         m_list->setCurrentItem(m_nuts);
         QKeyEvent event(QEvent::KeyPress, key, Qt::KeyboardModifiers(modifiers));
         QCoreApplication::sendEvent(m_list.get(), &event);
-        QCOMPARE(spy.count(), told);
+        QCOMPARE(spy.count(), emitted);
         QVERIFY(!event.isAccepted());
-        if (told)
+        if (emitted)
             QCOMPARE(spy.first().first().value<ListViewItem *>(), m_nuts);
     }
 
@@ -395,7 +395,7 @@ private Q_SLOTS:
     {
         QTest::addColumn<int>("key");
         QTest::addColumn<int>("modifiers");
-        QTest::addColumn<int>("told");
+        QTest::addColumn<int>("emitted");
         QTest::newRow("menu key") << int(Qt::Key_Menu) << int(Qt::NoModifier) << 1;
         QTest::newRow("Shift+F10") << int(Qt::Key_F10) << int(Qt::ShiftModifier) << 1;
         QTest::newRow("F10 alone") << int(Qt::Key_F10) << int(Qt::NoModifier) << 0;
@@ -406,7 +406,7 @@ private Q_SLOTS:
     {
         QFETCH(int, key);
         QFETCH(int, modifiers);
-        QFETCH(int, told);
+        QFETCH(int, emitted);
         QSignalSpy spy(m_list.get(), &ListView::contextMenuRequested);
         m_list->selectionModel()->setCurrentIndex(m_list->indexFromItem(m_nuts), QItemSelectionModel::NoUpdate);
         QContextMenuEvent event(QContextMenuEvent::Keyboard, QPoint(1, 1), QPoint(1, 1));
@@ -414,8 +414,8 @@ private Q_SLOTS:
             QTest::keyClick(m_list.get(), Qt::Key(key), Qt::KeyboardModifiers(modifiers));
         else
             QCoreApplication::sendEvent(m_list.get(), &event);
-        QCOMPARE(spy.count(), told);
-        if (!told)
+        QCOMPARE(spy.count(), emitted);
+        if (!emitted)
             return;
         QCOMPARE(spy[0][0].value<ListViewItem *>(), m_nuts);
         QVERIFY(m_list->itemRect(m_nuts).contains(m_list->viewport()->mapFromGlobal(spy[0][1].toPoint())));

@@ -32,7 +32,7 @@ class FileSearcherTest : public QObject
 private:
     std::unique_ptr<QTemporaryDir> m_folder;
     std::unique_ptr<FileSearcher> m_searcher;
-    QStringList m_told; ///< "file:line:text" of each match, and "finished"
+    QStringList m_reported; ///< "file:line:text" of each match, and "finished"
 
     void write(const QString &name, const QByteArray &bytes)
     {
@@ -52,12 +52,12 @@ private:
     /// The results of a search without "finished".
     QStringList found(const Wanted &wanted)
     {
-        m_told.clear();
+        m_reported.clear();
         start(wanted);
-        if (!QTest::qWaitFor([this] { return m_told.endsWith(u"finished"_s); }, 60'000))
+        if (!QTest::qWaitFor([this] { return m_reported.endsWith(u"finished"_s); }, 60'000))
             return {u"no end"_s};
-        m_told.removeLast();
-        return m_told;
+        m_reported.removeLast();
+        return m_reported;
     }
 
     static QString line(int length) { return QString(length, u'x'); }
@@ -66,15 +66,15 @@ private Q_SLOTS:
     void init()
     {
         failOnWarnings();
-        m_told.clear();
+        m_reported.clear();
         m_folder = std::make_unique<QTemporaryDir>();
         m_searcher = std::make_unique<FileSearcher>();
         connect(m_searcher.get(), &FileSearcher::matchFound, this,
                 [this](const QString &filename, int line, const QString &text) {
                     const QString name = QDir(m_folder->path()).relativeFilePath(filename);
-                    m_told << u"%1:%2:%3"_s.arg(name, QString::number(line), text);
+                    m_reported << u"%1:%2:%3"_s.arg(name, QString::number(line), text);
                 });
-        connect(m_searcher.get(), &FileSearcher::finished, this, [this] { m_told << u"finished"_s; });
+        connect(m_searcher.get(), &FileSearcher::finished, this, [this] { m_reported << u"finished"_s; });
     }
 
     void cleanup()
@@ -203,7 +203,7 @@ private Q_SLOTS:
     {
         QTest::addColumn<int>("length");
         QTest::addColumn<bool>("hasLineEnd");
-        QTest::addColumn<int>("told");
+        QTest::addColumn<int>("reported");
         QTest::newRow("short") << 7 << true << 7;
         QTest::newRow("99") << 99 << true << 99;
         QTest::newRow("100") << 100 << true << 100;
@@ -218,10 +218,10 @@ private Q_SLOTS:
     {
         QFETCH(int, length);
         QFETCH(bool, hasLineEnd);
-        QFETCH(int, told);
+        QFETCH(int, reported);
         const QString text = u'a' + line(length - 1);
         write(u"f"_s, "first\n" + text.toLatin1() + (hasLineEnd ? "\n" : ""));
-        QCOMPARE(found({.text = u"a"_s}), QStringList{u"f:2:"_s + text.left(told)});
+        QCOMPARE(found({.text = u"a"_s}), QStringList{u"f:2:"_s + text.left(reported)});
     }
 
     void matchAfterTheCutIsReportedWithTheStartOfItsLine()
@@ -298,7 +298,7 @@ private Q_SLOTS:
     void missingFolderHasNoFiles()
     {
         m_searcher->start(u"a"_s, u"*"_s, m_folder->filePath(u"nowhere"_s), true, false, true, false);
-        QTRY_COMPARE(m_told, QStringList{u"finished"_s});
+        QTRY_COMPARE(m_reported, QStringList{u"finished"_s});
     }
 
     void unreadableFileIsSkipped()
@@ -347,7 +347,7 @@ private Q_SLOTS:
         QVERIFY(m_searcher->isRunning());
         m_searcher->stop();
         QVERIFY(!m_searcher->isRunning());
-        QTRY_COMPARE(m_told, QStringList{u"finished"_s});
+        QTRY_COMPARE(m_reported, QStringList{u"finished"_s});
     }
 
     void nothingIsReportedWithoutTheEventLoop()
@@ -355,15 +355,15 @@ private Q_SLOTS:
         write(u"f"_s, "needle\n");
         start({.text = u"needle"_s});
         m_searcher->stop();
-        QCOMPARE(m_told, QStringList());
+        QCOMPARE(m_reported, QStringList());
     }
 
     void stoppedSearchReportsItsResults()
     {
         write(u"f"_s, "old\nnew\n");
         start({.text = u"old"_s});
-        QTRY_VERIFY_WITH_TIMEOUT(!m_searcher->isRunning() || !m_told.isEmpty(), 60'000);
-        QTRY_COMPARE(m_told, (QStringList{u"f:1:old"_s, u"finished"_s}));
+        QTRY_VERIFY_WITH_TIMEOUT(!m_searcher->isRunning() || !m_reported.isEmpty(), 60'000);
+        QTRY_COMPARE(m_reported, (QStringList{u"f:1:old"_s, u"finished"_s}));
     }
 
     /// The results of both searches are reported in order.
@@ -373,7 +373,7 @@ private Q_SLOTS:
         start({.text = u"old"_s});
         waitWithoutEvents();
         start({.text = u"new"_s});
-        QTRY_COMPARE(m_told, (QStringList{u"f:1:old"_s, u"finished"_s, u"f:2:new"_s, u"finished"_s}));
+        QTRY_COMPARE(m_reported, (QStringList{u"f:1:old"_s, u"finished"_s, u"f:2:new"_s, u"finished"_s}));
     }
 
     void startingStopsTheRunningSearch()
@@ -381,7 +381,7 @@ private Q_SLOTS:
         write(u"f"_s, Endless + "\nnew\n");
         start({.text = u"\\w.*b"_s, .regExp = true});
         start({.text = u"new"_s});
-        QTRY_COMPARE(m_told, (QStringList{u"finished"_s, u"f:2:new"_s, u"finished"_s}));
+        QTRY_COMPARE(m_reported, (QStringList{u"finished"_s, u"f:2:new"_s, u"finished"_s}));
     }
 
     void deletionEndsARunningSearch()
@@ -390,7 +390,7 @@ private Q_SLOTS:
         start({.text = u"\\w.*b"_s, .regExp = true});
         m_searcher.reset();
         QCoreApplication::processEvents();
-        QCOMPARE(m_told, QStringList());
+        QCOMPARE(m_reported, QStringList());
     }
 
     void stoppingWithoutASearchDoesNothing()
@@ -398,7 +398,7 @@ private Q_SLOTS:
         m_searcher->stop();
         m_searcher->stop();
         QCoreApplication::processEvents();
-        QCOMPARE(m_told, QStringList());
+        QCOMPARE(m_reported, QStringList());
     }
 
     void eventsHaveTheirNumbers()
@@ -424,8 +424,8 @@ private Q_SLOTS:
     void otherEventsAreForwarded()
     {
         m_searcher->setProperty("changed", 1); // sends another event
-        QTimer::singleShot(0, m_searcher.get(), [this] { m_told << u"called"_s; });
-        QTRY_COMPARE(m_told, QStringList{u"called"_s});
+        QTimer::singleShot(0, m_searcher.get(), [this] { m_reported << u"called"_s; });
+        QTRY_COMPARE(m_reported, QStringList{u"called"_s});
     }
 
     /// The event loop runs between two parts of the results, however fast lines are found.
@@ -438,13 +438,13 @@ private Q_SLOTS:
         start({.text = u"a"_s});
         waitWithoutEvents();
         qsizetype largest = 0;
-        while (!m_told.endsWith(u"finished"_s)) {
-            const qsizetype before = m_told.size();
+        while (!m_reported.endsWith(u"finished"_s)) {
+            const qsizetype before = m_reported.size();
             QCoreApplication::processEvents();
-            largest = std::max(largest, m_told.size() - before);
+            largest = std::max(largest, m_reported.size() - before);
         }
-        QCOMPARE(m_told.size(), 20'001);
-        QCOMPARE(m_told.at(19'999), u"f:20000:a"_s);
+        QCOMPARE(m_reported.size(), 20'001);
+        QCOMPARE(m_reported.at(19'999), u"f:20000:a"_s);
         QVERIFY2(largest <= 200, qPrintable(QString::number(largest)));
     }
 

@@ -149,16 +149,16 @@ private Q_SLOTS:
     void latin1IsReported()
     {
         EditorFixture f;
-        QSignalSpy told(f.document.get(), &TextDocument::encodingChanged);
+        QSignalSpy emitted(f.document.get(), &TextDocument::encodingChanged);
         put(f.path(u"a.c"_s), "\xE9");
         QVERIFY(f.document->open(f.path(u"a.c"_s)));
         QVERIFY(f.document->isLatin1());
-        QCOMPARE(told.size(), 1);
+        QCOMPARE(emitted.size(), 1);
         f.putCursor(0, 0);
         f.view->insertText(u"\u20AC"_s);
         QVERIFY(f.document->save());
         QVERIFY(!f.document->isLatin1());
-        QCOMPARE(told.size(), 2);
+        QCOMPARE(emitted.size(), 2);
         QCOMPARE(contents(f.path(u"a.c"_s)), "\xE2\x82\xAC\xC3\xA9");
     }
 

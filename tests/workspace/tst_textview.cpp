@@ -196,11 +196,11 @@ private Q_SLOTS:
         elsewhere.show();
         elsewhere.setFocus();
         f.putCursor(0, 0, 0, 4);
-        QStringList told;
-        const auto note = [&told](const char *name) {
-            return [&told, name](bool on) { told << QLatin1String(name) + (on ? u" 1"_s : u" 0"_s); };
+        QStringList emitted;
+        const auto note = [&emitted](const char *name) {
+            return [&emitted, name](bool on) { emitted << QLatin1String(name) + (on ? u" 1"_s : u" 0"_s); };
         };
-        connect(f.view.get(), &View::viewActivated, this, [&told] { told << u"activated"_s; });
+        connect(f.view.get(), &View::viewActivated, this, [&emitted] { emitted << u"activated"_s; });
         connect(f.view.get(), &View::undoAvailable, this, note("undo"));
         connect(f.view.get(), &View::redoAvailable, this, note("redo"));
         connect(f.view.get(), &View::copyAvailable, this, note("copy"));
@@ -211,23 +211,23 @@ private Q_SLOTS:
         connect(f.view.get(), &View::previousAvailable, this, note("previous"));
         connect(f.view.get(), &View::nextAvailable, this, note("next"));
         connect(f.view.get(), &View::cursorPositionChanged, this,
-                [&told](int para, int index) { told << u"%1,%2"_s.arg(para).arg(index); });
+                [&emitted](int para, int index) { emitted << u"%1,%2"_s.arg(para).arg(index); });
         f.view->setFocus();
-        QCOMPARE(told.join(u'|'),
+        QCOMPARE(emitted.join(u'|'),
                  u"activated|undo 0|redo 0|copy 1|cut 1|paste 1|back 0|forward 0|previous 0|next 0|0,4"_s);
-        told.clear();
+        emitted.clear();
         QTest::keyClick(f.edit(), Qt::Key_Delete);
-        QVERIFY(told.contains(u"undo 1"_s));
-        QVERIFY(told.contains(u"copy 0"_s) && told.contains(u"cut 0"_s));
-        QVERIFY(told.contains(u"0,0"_s));
-        told.clear();
+        QVERIFY(emitted.contains(u"undo 1"_s));
+        QVERIFY(emitted.contains(u"copy 0"_s) && emitted.contains(u"cut 0"_s));
+        QVERIFY(emitted.contains(u"0,0"_s));
+        emitted.clear();
         f.view->undo();
-        QCOMPARE(told.mid(told.size() - 2), (QStringList{u"undo 0"_s, u"redo 1"_s}));
+        QCOMPARE(emitted.mid(emitted.size() - 2), (QStringList{u"undo 0"_s, u"redo 1"_s}));
         f.view->redo();
-        QCOMPARE(told.mid(told.size() - 2), (QStringList{u"undo 1"_s, u"redo 0"_s}));
-        told.clear();
+        QCOMPARE(emitted.mid(emitted.size() - 2), (QStringList{u"undo 1"_s, u"redo 0"_s}));
+        emitted.clear();
         QGuiApplication::clipboard()->clear();
-        QVERIFY(told.contains(u"paste 0"_s));
+        QVERIFY(emitted.contains(u"paste 0"_s));
     }
 
     void editCommandsChangeTheCurrentPane()

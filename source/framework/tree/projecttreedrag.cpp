@@ -73,14 +73,14 @@ void ProjectTree::dropEvent(QDropEvent *event)
 
 void ProjectTree::drop(const ProjectItemDrag::Item &item, Project *project, ProjectFolder *target)
 {
-    const bool isAtHome = item.project() == project;
+    const bool inSameProject = item.project() == project;
     if (item.folder && wouldContainItself(item.folder, target))
         return;
-    if (item.file && isAtHome && item.file->folder() == target)
+    if (item.file && inSameProject && item.file->folder() == target)
         return;
-    if (item.folder && isAtHome)
+    if (item.folder && inSameProject)
         return project->moveFolder(item.folder, target);
-    if (item.file && isAtHome)
+    if (item.file && inSameProject)
         return project->moveFile(item.file, target);
     if (item.folder)
         item.project()->removeFolder(item.folder);
