@@ -28,6 +28,7 @@ FRAMEWORK_LEVELS = (  # from the bottom to the top
     {"build", "debug", "tree", "windows"},
     {"shell"},
     {"automation"},
+    {"framework"},  # the files outside sub-folders: the entry function
 )
 INCLUDE = re.compile(r'^\s*#\s*include\s*([<"])([^>"]+)[>"]', re.MULTILINE)
 WIDGET = re.compile(r"^(QtWidgets/)?Q(Widget|Dialog|MainWindow|Menu|Action|ToolBar|Tree\w*|List(View|Widget\w*)|Table\w*"
@@ -74,7 +75,7 @@ def folder_violations(root):
 def framework_violations(root):
     framework = root / "source" / "framework"
     files = [path for path in sorted(framework.rglob("*")) if path.suffix in SUFFIXES]
-    owners = {path.name: path.relative_to(framework).parts[0] for path in files}
+    owners = {path.name: sub_folder_of(path, framework) for path in files}
     levels = {folder: level for level, folders in enumerate(FRAMEWORK_LEVELS) for folder in folders}
     included = {folder: set() for folder in levels}
     for path in files:
@@ -91,6 +92,11 @@ def framework_violations(root):
     for folder in sorted(levels):
         if folder in reachable(folder, included):
             yield f"source/framework/{folder}: includes itself through other sub-folders"
+
+
+def sub_folder_of(path, framework):
+    parts = path.relative_to(framework).parts
+    return parts[0] if len(parts) > 1 else framework.name
 
 
 def reachable(start, included):

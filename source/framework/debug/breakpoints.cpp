@@ -47,14 +47,13 @@ void Breakpoints::toggle(int line)
     if (m_activity.state() == StateRunning)
         return inform(tr("Breakpoints cannot be modified while the processor is running.\n\nPlease pause the processor "
                          "and try again."));
-    QString file = document->filename();
+    const ProgramPlace place = ProgramPlace::fromDocument(document->filename(), line);
+    const QString file = place.withoutEnvironment().fileName();
     Activity::Environment environment;
-    if (isDisassemblyName(file)) {
-        environment = shareInterface(environmentOfKey(keyOfDisassembly(file)));
-        file = u"disassembler:"_s;
-    } else if (const Project *project = projectOfDocument(file)) {
+    if (place.isDisassembly())
+        environment = shareInterface(environmentOfKey(place.environmentKey()));
+    else if (const Project *project = projectOfDocument(file))
         environment = shareInterface(project->executionInterface());
-    }
     const auto breakpoints = queryInterface<IBreakpoints>(environment.get());
     if (!breakpoints)
         return inform(tr("The breakpoint cannot be set.\n\nBreakpoints are not supported in this file."));

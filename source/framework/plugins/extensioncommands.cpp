@@ -59,13 +59,13 @@ QList<QList<MenuEntry>> debugExtensionEntries(const Activity &activity)
 
 void executeBuildExtension(const Project *project, int index)
 {
-    const auto commandsIFace = queryInterface<IExtensionCommands>(project ? project->buildInterface() : nullptr);
-    VARNEL_ASSERT(commandsIFace);
-    if (!commandsIFace)
+    const auto interface = queryInterface<IExtensionCommands>(project ? project->buildInterface() : nullptr);
+    VARNEL_ASSERT_TEXT(interface, "commandsIFace");
+    if (!interface)
         return;
-    const QList<ExtensionCommand> commands = commandsOf(commandsIFace.get());
-    if (index < commands.size())
-        execute(commandsIFace.get(), commands[index]);
+    const QList<ExtensionCommand> commands = commandsOf(interface.get());
+    if (index >= 0 && index < commands.size())
+        execute(interface.get(), commands[index]);
 }
 
 void executeDebugExtension(const Activity &activity, int index)

@@ -4,6 +4,7 @@
 #include "isourcemapping.h"
 #include "navigator.h"
 #include "outputwindow.h"
+#include "programplace.h"
 #include "questions.h"
 #include "viewmanager.h"
 #include "windowservices.h"
@@ -24,7 +25,7 @@ int lineOfText(const QString &text, const std::function<int(const QString &)> &l
     if (const int line = lineOfSymbol(text))
         return line;
     if (text.startsWith("0X"_L1, Qt::CaseInsensitive))
-        return int(text.mid(2).toUInt(nullptr, 16) + 1);
+        return lineOfAddress(text.mid(2).toUInt(nullptr, 16));
     return text.toInt();
 }
 
@@ -101,5 +102,5 @@ int EditCommands::lineOfSymbol(const QString &symbol) const
     const auto mapping = queryInterface<ISourceMapping>(environment.get());
     uint address = 0;
     const auto ask = [&] { return mapping->symbolAddress(symbol, address); };
-    return mapping && askPlugin("ISourceMapping::symbolAddress", ask) ? int(address + 1) : 0;
+    return mapping && askPlugin("ISourceMapping::symbolAddress", ask) ? lineOfAddress(address) : 0;
 }

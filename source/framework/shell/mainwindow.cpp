@@ -1,6 +1,5 @@
 #include "mainwindow.h"
 #include "applicationpaths.h"
-#include "automation.h"
 #include "document.h"
 #include "droppedfiles.h"
 #include "ideapplication.h"
@@ -89,6 +88,11 @@ EventHandlers &MainWindow::eventHandlers() const
     return m_parts->events;
 }
 
+ObjectModel &MainWindow::objectModel() const
+{
+    return m_parts->objectModel;
+}
+
 QList<QWidget *> MainWindow::dockWindows() const
 {
     return m_parts->dockWindows();
@@ -153,11 +157,6 @@ bool MainWindow::openWorkspace(const QString &path, bool addToRecent)
 bool MainWindow::closeWorkspace()
 {
     return m_parts->projectCommands->closeWorkspace();
-}
-
-void MainWindow::startServer(quint16 port)
-{
-    startAutomation(port, this, m_parts->objectModel, m_parts->services.settings());
 }
 
 void MainWindow::disableSessions()

@@ -3,6 +3,7 @@
 #include <memory>
 class Activity;
 class EventHandlers;
+class ObjectModel;
 class OutputWindow;
 class ProjectFile;
 class ProjectWorkspace;
@@ -31,9 +32,8 @@ public:
     /// False if the user refused, or if a document did: then the workspace is gone all the same.
     bool closeWorkspace();
 
-    void startServer(quint16 port); ///< Starts the automation server on a port of this machine.
-    void disableSessions();         ///< What was open is neither remembered nor opened again.
-    void continueLastRun();         ///< Opens what was open when the program ended, and offers what a crash has left.
+    void disableSessions(); ///< What was open is neither remembered nor opened again.
+    void continueLastRun(); ///< Opens what was open when the program ended, and offers what a crash has left.
 
     [[nodiscard]] Activity &activity() const;
     [[nodiscard]] ProjectWorkspace *projectWorkspace() const; ///< Null while no workspace is open.
@@ -41,6 +41,7 @@ public:
     [[nodiscard]] ViewManager *viewManager() const;
     [[nodiscard]] OutputWindow *outputWindow() const;
     [[nodiscard]] EventHandlers &eventHandlers() const;
+    [[nodiscard]] ObjectModel &objectModel() const;
     [[nodiscard]] QList<QWidget *> dockWindows() const; ///< Tool bars in the order of the UI file, then dock windows.
 
 public Q_SLOTS:

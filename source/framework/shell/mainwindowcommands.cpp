@@ -10,18 +10,16 @@
 #include "windowparts.h"
 #include <QApplication>
 #include <QDialog>
-#include <QStatusBar>
 
 // The commands of the actions, in the order of the menus.
 
 using namespace Qt::StringLiterals;
 
 namespace {
-/// For commands that still lack the class that would carry them out.
-void warnNoOwner(const MainWindow *window, const char *command)
+/// For commands whose actions are disabled; scripts can call them all the same.
+void warnUnavailable(const char *command)
 {
-    qWarning("MainWindow::%s: nothing here can do this yet", command);
-    window->statusBar()->showMessage(MainWindow::tr("This command cannot do anything yet."));
+    qWarning("MainWindow::%s: not available", command);
 }
 
 void warnNotImplemented(const char *command)
@@ -32,7 +30,7 @@ void warnNotImplemented(const char *command)
 
 void MainWindow::fileNew()
 {
-    warnNoOwner(this, "fileNew");
+    warnUnavailable("fileNew");
 }
 
 void MainWindow::fileOpen()
@@ -187,7 +185,7 @@ void MainWindow::displayFileProperties(ProjectFile *file)
 
 void MainWindow::projectNew()
 {
-    warnNoOwner(this, "projectNew");
+    warnUnavailable("projectNew");
 }
 
 void MainWindow::projectOpen()
@@ -449,7 +447,7 @@ void MainWindow::windowPrev()
 
 void MainWindow::helpSearch()
 {
-    warnNoOwner(this, "helpSearch");
+    warnUnavailable("helpSearch");
 }
 
 void MainWindow::helpHome()

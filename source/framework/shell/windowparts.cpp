@@ -73,6 +73,7 @@ void WindowParts::setUp()
     setUpCommands();
     restoreLayout();
     formats.load();
+    disableUnavailableActions();
     followState();
 }
 
@@ -224,6 +225,12 @@ void WindowParts::setUpCommands()
                      &OutputPage::outputLine);
     QObject::connect(optionsCommands.get(), &OptionsCommands::appearanceChanged, &window, [this] { formats.apply(); });
     connectReports();
+}
+
+void WindowParts::disableUnavailableActions() const
+{
+    for (const QString &name : {u"fileNew"_s, u"projectNew"_s, u"helpSearch"_s, u"helpHome"_s})
+        ui.setActionEnabled(name, false);
 }
 
 void WindowParts::connectReports() const

@@ -83,6 +83,7 @@ private:
     void setUpToolBars();
     void setUpDocks();
     void setUpCommands();
+    void disableUnavailableActions() const;
     void connectViews() const;
     void connectReports() const;
     void connectNavigator() const;

@@ -1,4 +1,5 @@
 #include "breakpointtext.h"
+#include "programplace.h"
 #include <QRegularExpression>
 
 using namespace Qt::StringLiterals;
@@ -10,8 +11,9 @@ constexpr auto patternOptions =
 
 QString breakpointText(const BreakpointLocation &place)
 {
-    if (place.file.contains("disassembler:"_L1)) // the line of an address is the address plus 1
-        return u"disassembler, 0x"_s + QString::number(uint(place.line) - 1, 16);
+    const ProgramPlace in = ProgramPlace::fromBreakpoint(place.file, place.line);
+    if (in.isDisassembly())
+        return u"disassembler, 0x"_s + QString::number(in.address(), 16);
     return place.file + u", "_s + QString::number(place.line);
 }
 
@@ -26,5 +28,8 @@ std::optional<BreakpointPlace> breakpointPlace(const QString &text)
         return fits ? std::optional(BreakpointPlace{{match.captured(1), line}, false}) : std::nullopt;
     }
     const uint value = address.match(text).captured(1).toUInt(&fits, 16);
-    return fits ? std::optional(BreakpointPlace{{u"disassembler:"_s, int(value + 1)}, true}) : std::nullopt;
+    if (!fits)
+        return std::nullopt;
+    const ProgramPlace place = ProgramPlace::inDisassembly(value);
+    return BreakpointPlace{{place.fileName(), place.line()}, true};
 }

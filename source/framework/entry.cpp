@@ -1,4 +1,5 @@
 #include "entry.h"
+#include "automation.h"
 #include "commandline.h"
 #include "ideapplication.h"
 #include "mainwindow.h"
@@ -14,7 +15,10 @@ class WindowCommandLine : public CommandLineTarget
 {
 public:
     explicit WindowCommandLine(MainWindow &window) : m_window(window) {}
-    void startServer(quint16 port) override { m_window.startServer(port); }
+    void startServer(quint16 port) override
+    {
+        startAutomation(port, &m_window, m_window.objectModel(), *IDEApplication::instance()->settings());
+    }
     void openProject(const QString &path) override
     {
         m_window.disableSessions();
