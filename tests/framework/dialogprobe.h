@@ -6,7 +6,7 @@
 #include <QGroupBox>
 #include <QLabel>
 #include <QPushButton>
-#include <QtTest>
+#include <QTest>
 
 // What a user sees of a dialog and does in it.
 

@@ -7,7 +7,7 @@
 #include <QFrame>
 #include <QLineEdit>
 #include <QPushButton>
-#include <QtTest>
+#include <QTest>
 #include <QVBoxLayout>
 
 /// Finds the actions of a window as the program does those of its UI file.

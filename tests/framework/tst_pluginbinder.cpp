@@ -9,7 +9,7 @@
 #include <QAction>
 #include <QDockWidget>
 #include <QMainWindow>
-#include <QtTest>
+#include <QTest>
 
 using namespace Qt::StringLiterals;
 

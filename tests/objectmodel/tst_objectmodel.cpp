@@ -1,7 +1,8 @@
 #include "objectmodel.h"
 #include "scripthost.h"
 #include <QAction>
-#include <QtTest>
+#include <QSignalSpy>
+#include <QTest>
 
 using namespace Qt::StringLiterals;
 
