@@ -16,6 +16,7 @@ set(CMAKE_CXX_STANDARD_REQUIRED ON)
 set(CMAKE_CXX_EXTENSIONS OFF)
 set(CMAKE_AUTOMOC ON)
 set(CMAKE_AUTOUIC ON)
+set(CMAKE_AUTOGEN_ORIGIN_DEPENDS OFF) # moc reads sources: it need not wait for the libraries to be linked
 set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
 set(CMAKE_POSITION_INDEPENDENT_CODE ON)
 # Compile executables like libraries, so that both can use the same precompiled header.
@@ -26,7 +27,10 @@ set(CMAKE_BUILD_RPATH_USE_ORIGIN ON)
 find_program(CCACHE ccache)
 if(CCACHE)
     set(CMAKE_CXX_COMPILER_LAUNCHER
-        ${CMAKE_COMMAND} -E env CCACHE_SLOPPINESS=pch_defines,time_macros,include_file_mtime,include_file_ctime ${CCACHE})
+        ${CMAKE_COMMAND} -E env CCACHE_SLOPPINESS=pch_defines,time_macros,include_file_mtime,include_file_ctime
+        CCACHE_DEPEND=true     # no run of the preprocessor for what is new
+        CCACHE_INODECACHE=true # the precompiled headers are large, and read again for each file otherwise
+        ${CCACHE})
 endif()
 
 add_library(varnel_options INTERFACE)
@@ -46,14 +50,19 @@ if(VARNEL_FUZZ)
     target_link_options(varnel_options INTERFACE -fsanitize=address)
 endif()
 
-# One precompiled header for all targets, with headers that all folders may include.
+# One precompiled header for all targets. Each file pays for its size: it has what most files need, and no whole module.
+set(VARNEL_PCH_HEADERS <algorithm> <functional> <memory> <optional> <utility> <vector>
+    <QtCore/QCoreApplication> <QtCore/QDir> <QtCore/QFileInfo> <QtCore/QHash> <QtCore/QMap> <QtCore/QPointer> <QtCore/QSet>
+    <QtCore/QStringList> <QtCore/QTimer> <QtCore/QVariant>
+    <QtGui/QAction> <QtGui/QTextCursor> <QtWidgets/QWidget>)
 add_library(varnel_pch OBJECT "${CMAKE_CURRENT_LIST_DIR}/pch.cpp")
 set_target_properties(varnel_pch PROPERTIES AUTOMOC OFF AUTOUIC OFF)
 target_link_libraries(varnel_pch PRIVATE varnel_options Qt6::Gui)
-target_precompile_headers(varnel_pch PRIVATE
-    <algorithm> <functional> <memory> <optional> <string> <utility> <vector> <QtCore/QtCore> <QtGui/QtGui>)
+# Not the library: what it defines would keep targets without windows from using the header.
+target_include_directories(varnel_pch SYSTEM PRIVATE $<TARGET_PROPERTY:Qt6::Widgets,INTERFACE_INCLUDE_DIRECTORIES>)
+target_precompile_headers(varnel_pch PRIVATE ${VARNEL_PCH_HEADERS})
 
-# Adds the common options and the precompiled header, which contains Qt Core and Gui, to a target.
+# Adds the common options and the precompiled header to a target.
 function(varnel_setup_target target)
     target_link_libraries(${target} PUBLIC varnel_options Qt6::Gui)
     target_precompile_headers(${target} REUSE_FROM varnel_pch)

@@ -6,7 +6,7 @@
 #include <QGroupBox>
 #include <QLabel>
 #include <QPushButton>
-#include <QtTest>
+#include <QTest>
 
 // Functions that read a dialog and operate it like a user.
 

@@ -7,7 +7,7 @@
 #include <QFrame>
 #include <QLineEdit>
 #include <QPushButton>
-#include <QtTest>
+#include <QTest>
 #include <QVBoxLayout>
 
 /// Finds the actions of a window by name, like the program.

@@ -3,7 +3,7 @@
 #include "stubfixture.h"
 #include <QHeaderView>
 #include <QPushButton>
-#include <QtTest>
+#include <QTest>
 
 using namespace Qt::StringLiterals;
 

@@ -1,5 +1,5 @@
 #include "commandwords.h"
-#include <QtTest>
+#include <QTest>
 
 using namespace Qt::StringLiterals;
 

@@ -4,7 +4,8 @@
 #include "imultiprocessorsync.h"
 #include "textdocumenttemplate.h"
 #include "textview.h"
-#include <QtTest>
+#include <QSettings>
+#include <QTest>
 
 using namespace Qt::StringLiterals;
 

@@ -1,5 +1,6 @@
 #include "debugfixture.h"
-#include <QtTest>
+#include <QSignalSpy>
+#include <QTest>
 
 using namespace Qt::StringLiterals;
 

@@ -4,7 +4,7 @@
 #include "stubfixture.h"
 #include "tabbedviewmanager.h"
 #include "workspace.h"
-#include <QtTest>
+#include <QTest>
 
 using namespace Qt::StringLiterals;
 

@@ -2,7 +2,7 @@
 #include "eventtext.h"
 #include <QKeyEvent>
 #include <QMouseEvent>
-#include <QtTest>
+#include <QTest>
 
 using namespace Qt::StringLiterals;
 

@@ -1,6 +1,6 @@
 #include "extensioncommands.h"
 #include "stubfixture.h"
-#include <QtTest>
+#include <QTest>
 
 using namespace Qt::StringLiterals;
 

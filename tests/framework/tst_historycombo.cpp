@@ -2,7 +2,7 @@
 #include <QApplication>
 #include <QCompleter>
 #include <QLineEdit>
-#include <QtTest>
+#include <QTest>
 
 using namespace Qt::StringLiterals;
 

@@ -1,7 +1,7 @@
 #include "imemory.h"
 #include "iqueryplugininterfaceimpl.h"
 #include "stubfixture.h"
-#include <QtTest>
+#include <QTest>
 
 using namespace Qt::StringLiterals;
 

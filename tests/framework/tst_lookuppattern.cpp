@@ -1,5 +1,5 @@
 #include "lookuppattern.h"
-#include <QtTest>
+#include <QTest>
 using namespace Qt::StringLiterals;
 
 class TestLookupPattern : public QObject

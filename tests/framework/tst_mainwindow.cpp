@@ -14,7 +14,7 @@
 #include <QMenuBar>
 #include <QMessageBox>
 #include <QStatusBar>
-#include <QtTest>
+#include <QTest>
 
 using namespace Qt::StringLiterals;
 

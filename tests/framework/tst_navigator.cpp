@@ -1,9 +1,10 @@
 #include "navigator.h"
 #include "treefixture.h"
 #include <QLayout>
+#include <QSignalSpy>
 #include <QTabBar>
 #include <QTabWidget>
-#include <QtTest>
+#include <QTest>
 
 using namespace Qt::StringLiterals;
 

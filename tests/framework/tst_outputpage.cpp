@@ -4,8 +4,8 @@
 #include <QMimeData>
 #include <QScrollBar>
 #include <QSignalSpy>
+#include <QTest>
 #include <QTextBlock>
-#include <QtTest>
 using namespace Qt::StringLiterals;
 
 /// A window that receives the key events that its child ignores.

@@ -8,7 +8,7 @@
 #include <QLayout>
 #include <QSignalSpy>
 #include <QTabWidget>
-#include <QtTest>
+#include <QTest>
 using namespace Qt::StringLiterals;
 
 class TestOutputWindow : public QObject

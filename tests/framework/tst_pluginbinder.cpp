@@ -9,7 +9,7 @@
 #include <QAbstractButton>
 #include <QAction>
 #include <QMainWindow>
-#include <QtTest>
+#include <QTest>
 
 using namespace Qt::StringLiterals;
 

@@ -1,7 +1,7 @@
 #include "iprojectpopulate.h"
 #include "population.h"
 #include "stubfixture.h"
-#include <QtTest>
+#include <QTest>
 
 using namespace Qt::StringLiterals;
 

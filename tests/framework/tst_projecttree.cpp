@@ -1,5 +1,5 @@
 #include "treefixture.h"
-#include <QtTest>
+#include <QTest>
 
 using namespace Qt::StringLiterals;
 

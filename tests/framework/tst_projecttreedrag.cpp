@@ -2,7 +2,7 @@
 #include <QDrag>
 #include <QDragMoveEvent>
 #include <QScrollBar>
-#include <QtTest>
+#include <QTest>
 
 using namespace Qt::StringLiterals;
 

@@ -9,7 +9,7 @@
 #include <QPen>
 #include <QRegion>
 #include <QSizePolicy>
-#include <QtTest>
+#include <QTest>
 
 using namespace Qt::StringLiterals;
 

@@ -2,6 +2,7 @@
 #include "runnerfixture.h"
 #include <malloc.h>
 #include <QDialog>
+#include <QRandomGenerator>
 #include <QSettings>
 #include <QTemporaryDir>
 
@@ -683,5 +684,4 @@ private Q_SLOTS:
 };
 
 QTEST_MAIN(QtRunnerServerTest)
-#include "moc_runnerfixture.cpp"
 #include "tst_qtrunnerserver.moc"

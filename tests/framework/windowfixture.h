@@ -12,7 +12,7 @@
 #include "viewmanager.h"
 #include "workspace.h"
 #include <QStatusBar>
-#include <QtTest>
+#include <QTest>
 
 /// A whole main window in an installation of its own, and a directory for the user's files.
 class WindowFixture

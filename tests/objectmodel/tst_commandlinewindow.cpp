@@ -4,8 +4,8 @@
 #include <QMimeData>
 #include <QScrollBar>
 #include <QSignalSpy>
+#include <QTest>
 #include <QTextBlock>
-#include <QtTest>
 using namespace Qt::StringLiterals;
 
 using Keys = QList<QKeyCombination>;

@@ -1,7 +1,8 @@
 #include "../framework/fakeservices.h"
 #include "objectmodel.h"
 #include <QAction>
-#include <QtTest>
+#include <QSignalSpy>
+#include <QTest>
 
 using namespace Qt::StringLiterals;
 

@@ -2,7 +2,7 @@
 #include "pythonreference.h"
 #include "pythonruntime.h"
 #include <Python.h>
-#include <QtTest>
+#include <QTest>
 using namespace Qt::StringLiterals;
 
 class TestPythonCompletion : public QObject

@@ -4,7 +4,7 @@
 #include "scriptdirectories.h"
 #include <Python.h>
 #include <QProcess>
-#include <QtTest>
+#include <QTest>
 using namespace Qt::StringLiterals;
 
 class TestPythonInterpreter : public QObject

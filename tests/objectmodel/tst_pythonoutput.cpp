@@ -2,7 +2,7 @@
 #include "pythonruntime.h"
 #include <Python.h>
 #include <QSignalSpy>
-#include <QtTest>
+#include <QTest>
 using namespace Qt::StringLiterals;
 
 class TestPythonOutput : public QObject

@@ -4,7 +4,7 @@
 #include <clocale>
 #include <Python.h>
 #include <QProcess>
-#include <QtTest>
+#include <QTest>
 using namespace Qt::StringLiterals;
 
 // Python starts once in a process, so each case runs in a child process: this program, with an expression as its

@@ -1,7 +1,7 @@
 #include "pythonruntime.h"
 #include "pythonstring.h"
 #include <Python.h>
-#include <QtTest>
+#include <QTest>
 using namespace Qt::StringLiterals;
 
 class TestPythonString : public QObject

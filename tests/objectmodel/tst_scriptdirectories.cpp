@@ -1,5 +1,5 @@
 #include "scriptdirectories.h"
-#include <QtTest>
+#include <QTest>
 using namespace Qt::StringLiterals;
 
 class TestScriptDirectories : public QObject

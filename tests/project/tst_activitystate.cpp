@@ -1,5 +1,5 @@
 #include "activitystate.h"
-#include <QtTest>
+#include <QTest>
 
 using namespace Qt::StringLiterals;
 

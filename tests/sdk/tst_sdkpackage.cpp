@@ -57,6 +57,13 @@ unsigned long references(T *object)
     return object->release();
 }
 
+void writeFile(const QString &path, const QByteArray &text)
+{
+    QFile file(path);
+    QVERIFY(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
+    file.write(text);
+}
+
 QString readFile(const QString &path)
 {
     QFile file(path);
@@ -80,15 +87,22 @@ class tst_SdkPackage : public QObject
         return process.error() == QProcess::UnknownError && process.exitCode() == 0;
     }
 
-    /// Builds the plug-in in the folder @p sources of the tests against the installation, and installs it there.
-    bool buildPlugin(const QString &sources)
+    /// Builds the plug-ins in the @p folders of the tests against the installation, and installs them there. They are
+    /// whole projects, built as one.
+    bool buildPlugins(const QStringList &folders)
     {
-        const QString name = sources.section(u'/', -1);
-        const QString copy = m_directory.filePath(u"sources/"_s + name);
-        const QString build = m_directory.filePath(u"build/"_s + name);
+        const QString sources = m_directory.filePath(u"sources"_s);
+        const QString build = m_directory.filePath(u"build"_s);
+        QString all = u"cmake_minimum_required(VERSION 3.16)\nproject(all LANGUAGES CXX)\n"_s;
+        for (const QString &folder : folders) {
+            const QString name = folder.section(u'/', -1);
+            all += u"add_subdirectory(%1)\n"_s.arg(name);
+            if (!cmake({u"-E"_s, u"copy_directory"_s, sourceDirectory(folder), sources + u'/' + name}))
+                return false;
+        }
+        writeFile(sources + u"/CMakeLists.txt"_s, all.toUtf8());
         const QList<QStringList> steps{
-            {u"-E"_s, u"copy_directory"_s, sourceDirectory(sources), copy},
-            {u"-S"_s, copy, u"-B"_s, build, u"-G"_s, QStringLiteral(CMAKE_GENERATOR_NAME),
+            {u"-S"_s, sources, u"-B"_s, build, u"-G"_s, QStringLiteral(CMAKE_GENERATOR_NAME),
              u"-DCMAKE_CXX_COMPILER="_s + QStringLiteral(CXX_COMPILER),
              u"-DCMAKE_CXX_FLAGS=-Wall -Wextra -Werror -Wnon-virtual-dtor -Woverloaded-virtual"_s,
              u"-DCMAKE_PREFIX_PATH="_s + m_directory.filePath(u"moved"_s)},
@@ -111,10 +125,9 @@ class tst_SdkPackage : public QObject
 
     void writeScript(const QByteArray &text)
     {
-        QFile script(m_directory.filePath(u"script"_s));
-        QVERIFY(script.open(QIODevice::WriteOnly | QIODevice::Truncate));
-        script.write("#!/bin/sh\n" + text);
-        script.setPermissions(QFile::ReadOwner | QFile::ExeOwner | QFile::WriteOwner);
+        const QString script = m_directory.filePath(u"script"_s);
+        writeFile(script, "#!/bin/sh\n" + text);
+        QFile::setPermissions(script, QFile::ReadOwner | QFile::ExeOwner | QFile::WriteOwner);
     }
 
     QTemporaryDir m_directory;
@@ -129,8 +142,8 @@ private Q_SLOTS:
         QVERIFY2(cmake({u"--install"_s, QStringLiteral(VARNEL_BINARY_DIR), u"--prefix"_s, installed}),
                  m_output.constData());
         QVERIFY2(cmake({u"-E"_s, u"rename"_s, installed, m_directory.filePath(u"moved"_s)}), m_output.constData());
-        for (const QString &sources : {u"sdk/scriptbuild"_s, u"sdk/editorheaders"_s, u"plugins/language"_s})
-            QVERIFY2(buildPlugin(sources), m_output.constData());
+        QVERIFY2(buildPlugins({u"sdk/scriptbuild"_s, u"sdk/editorheaders"_s, u"plugins/language"_s}),
+                 m_output.constData());
         m_library = library(u"scriptbuild"_s);
         QVERIFY2(QFile::exists(m_library), qPrintable(m_library));
     }

@@ -2,8 +2,9 @@
 #include <QContextMenuEvent>
 #include <QLineEdit>
 #include <QMenu>
+#include <QSignalSpy>
+#include <QTest>
 #include <QToolTip>
-#include <QtTest>
 
 using namespace Qt::StringLiterals;
 

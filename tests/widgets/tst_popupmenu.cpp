@@ -1,5 +1,5 @@
 #include "popupmenu.h"
-#include <QtTest>
+#include <QTest>
 
 using namespace Qt::StringLiterals;
 

@@ -1,5 +1,5 @@
 #include "projecttreeitem.h"
-#include <QtTest>
+#include <QTest>
 
 using namespace Qt::StringLiterals;
 

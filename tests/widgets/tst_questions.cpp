@@ -7,7 +7,7 @@
 #include <QLineEdit>
 #include <QListView>
 #include <QTemporaryDir>
-#include <QtTest>
+#include <QTest>
 
 using namespace Qt::StringLiterals;
 

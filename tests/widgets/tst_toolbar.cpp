@@ -1,6 +1,6 @@
 #include "toolbar.h"
 #include <QMainWindow>
-#include <QtTest>
+#include <QTest>
 
 using namespace Qt::StringLiterals;
 

@@ -1,6 +1,6 @@
 #include "environmentkey.h"
 #include "iexecutionenvironment.h"
-#include <QtTest>
+#include <QTest>
 
 using namespace Qt::StringLiterals;
 

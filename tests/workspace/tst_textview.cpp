@@ -8,6 +8,7 @@
 #include <QHelpEvent>
 #include <QMenu>
 #include <QMimeData>
+#include <QPageSize>
 #include <QPaintEngine>
 #include <QPrintDialog>
 #include <QPrintEngine>

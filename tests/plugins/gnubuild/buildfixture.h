@@ -2,7 +2,7 @@
 #include "fakeproject.h"
 #include "gnubuild.h"
 #include "propertytable.h"
-#include <QtTest>
+#include <QTest>
 
 /// A project in a temporary directory and its build environment.
 class BuildFixture

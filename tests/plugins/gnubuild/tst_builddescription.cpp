@@ -1,5 +1,5 @@
 #include "builddescription.h"
-#include <QtTest>
+#include <QTest>
 using namespace Qt::StringLiterals;
 
 class TestBuildDescription : public QObject

@@ -3,7 +3,7 @@
 #include "lookuppattern.h"
 #include "propertytable.h"
 #include "toolchain.h"
-#include <QtTest>
+#include <QTest>
 using namespace Qt::StringLiterals;
 
 class TestDiagnostics : public QObject

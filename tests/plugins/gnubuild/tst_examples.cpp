@@ -6,7 +6,7 @@
 #include "projectfile.h"
 #include "projectworkspace.h"
 #include <filesystem>
-#include <QtTest>
+#include <QTest>
 using namespace Qt::StringLiterals;
 
 namespace {

@@ -1,6 +1,8 @@
 #include "buildfixture.h"
 #include "lookuppattern.h"
 #include <netinet/in.h>
+#include <QJsonArray>
+#include <QJsonDocument>
 #include <sys/socket.h>
 #include <unistd.h>
 using namespace Qt::StringLiterals;

@@ -9,7 +9,7 @@
 #include "iworkspaceclient.h"
 #include "pluginfactory.h"
 #include <QPluginLoader>
-#include <QtTest>
+#include <QTest>
 using namespace Qt::StringLiterals;
 
 class TestGnuBuildFactory : public QObject

@@ -1,6 +1,9 @@
 #include "builddescription.h"
 #include "ninjafile.h"
-#include <QtTest>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QTest>
 using namespace Qt::StringLiterals;
 
 namespace {

@@ -1,7 +1,7 @@
 #include "fakeproject.h"
 #include "projectreader.h"
 #include "propertytable.h"
-#include <QtTest>
+#include <QTest>
 using namespace Qt::StringLiterals;
 
 class TestProjectReader : public QObject

@@ -1,6 +1,6 @@
 #include "propertytable.h"
 #include "toolchain.h"
-#include <QtTest>
+#include <QTest>
 #include <QXmlStreamReader>
 using namespace Qt::StringLiterals;
 

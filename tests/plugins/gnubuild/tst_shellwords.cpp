@@ -1,5 +1,6 @@
 #include "shellwords.h"
-#include <QtTest>
+#include <QProcess>
+#include <QTest>
 using namespace Qt::StringLiterals;
 
 class TestShellWords : public QObject

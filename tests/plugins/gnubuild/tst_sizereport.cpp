@@ -1,5 +1,5 @@
 #include "sizereport.h"
-#include <QtTest>
+#include <QTest>
 using namespace Qt::StringLiterals;
 
 namespace {

@@ -1,5 +1,5 @@
 #include "sourcefinder.h"
-#include <QtTest>
+#include <QTest>
 using namespace Qt::StringLiterals;
 
 class TestSourceFinder : public QObject

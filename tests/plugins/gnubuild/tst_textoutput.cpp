@@ -1,5 +1,5 @@
 #include "textoutput.h"
-#include <QtTest>
+#include <QTest>
 using namespace Qt::StringLiterals;
 
 class TestTextOutput : public QObject

@@ -1,5 +1,5 @@
 #include "toolchain.h"
-#include <QtTest>
+#include <QTest>
 using namespace Qt::StringLiterals;
 
 Q_DECLARE_METATYPE(Language)

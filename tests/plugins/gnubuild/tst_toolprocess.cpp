@@ -1,5 +1,5 @@
 #include "toolprocess.h"
-#include <QtTest>
+#include <QTest>
 using namespace Qt::StringLiterals;
 
 class TestToolProcess : public QObject
