@@ -29,7 +29,7 @@ private:
         m_editor->show();
         m_editor->activateWindow();
         QVERIFY(QTest::qWaitForWindowActive(m_editor.get()));
-        const QString build = propertyDefinitionsXml(u"Build"_s, propertyPages(toolChain));
+        const QString build = propertyDefinitionsXml(u"Build"_s, {}, propertyPages(toolChain));
         QVERIFY(m_editor->setPropertyDefinitions(build, selector));
         QVERIFY(m_editor->setPropertyDefinitions(gdbPropertyDefinitions(), selector));
     }
