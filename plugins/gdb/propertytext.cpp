@@ -1,5 +1,5 @@
 #include "propertytext.h"
-#include "propertydefinitions.h"
+#include "propertypages.h"
 #include <QCoreApplication>
 
 using namespace Qt::StringLiterals;

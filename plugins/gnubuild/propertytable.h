@@ -1,5 +1,5 @@
 #pragma once
-#include "propertydefinitions.h"
+#include "propertypages.h"
 #include <QHash>
 
 struct ToolChain;

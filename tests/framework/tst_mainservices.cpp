@@ -1,5 +1,6 @@
 #include "textviewedit.h"
 #include "windowfixture.h"
+#include <QMenu>
 
 using namespace Qt::StringLiterals;
 

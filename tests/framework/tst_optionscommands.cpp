@@ -274,7 +274,7 @@ private Q_SLOTS:
         QCOMPARE(m_tools->tools().tools().size(), 2);
         QCOMPARE(stored(u"Tools/tool0initialdir"_s), u"/x"_s);
         QCOMPARE(stored(u"Tools/tool1name"_s), u"B"_s);
-        ToolsCommands next(*m_settings, {}); // the next start
+        ToolsCommands next(m_activity, *this); // the next start
         QCOMPARE(next.tools().tools().at(0)->initialDir(), u"/x"_s);
     }
 

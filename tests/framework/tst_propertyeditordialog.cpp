@@ -462,7 +462,7 @@ private Q_SLOTS:
     void dialogClosesWithTheWorkspace()
     {
         DialogAnswers answers;
-        answers.meet([this](QDialog *) { m_workspace.reset(); });
+        answers.meet([this](QDialog *) { dropWorkspace(); });
         editProjectProperties(m_project, nullptr);
         QVERIFY(answers.allGiven());
         QCOMPARE(answers.said, QStringList());
@@ -474,7 +474,7 @@ private Q_SLOTS:
         answers.meet([this](QDialog *dialog) {
             dialog->findChild<PropertyList *>()->setCurrentItem(
                 dialog->findChild<PropertyList *>()->topLevelItem(2)); // an edit is running
-            m_workspace.reset();
+            dropWorkspace();
         });
         editFileProperties(m_file, nullptr);
         QVERIFY(answers.allGiven());
@@ -502,7 +502,7 @@ private Q_SLOTS:
         });
         answers.meet([this](QDialog *question) {
             QVERIFY(qobject_cast<QMessageBox *>(question));
-            m_workspace.reset();
+            dropWorkspace();
         });
         editProjectProperties(m_project, nullptr);
         QVERIFY(answers.allGiven());
@@ -519,7 +519,7 @@ private Q_SLOTS:
         });
         answers.meet([this](QDialog *files) {
             QVERIFY(qobject_cast<FileListDialog *>(files));
-            m_workspace.reset();
+            dropWorkspace();
         });
         editProjectProperties(m_project, nullptr);
         QVERIFY(answers.allGiven());

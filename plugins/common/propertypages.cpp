@@ -1,4 +1,4 @@
-#include "propertydefinitions.h"
+#include "propertypages.h"
 #include <QXmlStreamWriter>
 
 using namespace Qt::StringLiterals;
