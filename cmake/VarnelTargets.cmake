@@ -60,6 +60,9 @@ function(varnel_test_executable variable)
     file(GLOB headers CONFIGURE_DEPENDS "*.h") # they may hold classes for moc
     add_executable(${name} ${headers} $<TARGET_OBJECTS:varnel_test_main>)
     varnel_setup_test(${name})
+    if(NOT headers)
+        set_target_properties(${name} PROPERTIES AUTOMOC OFF)
+    endif()
 endfunction()
 
 # varnel_register_test(NAME COMMAND...): a test program, run offscreen with a temporary home directory.
