@@ -7,9 +7,9 @@
 #include <QApplication>
 #include <QComboBox>
 #include <QSpinBox>
+#include <QTest>
 #include <QTextBrowser>
 #include <QToolButton>
-#include <QtTest>
 
 using namespace Qt::StringLiterals;
 
