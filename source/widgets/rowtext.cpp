@@ -87,6 +87,21 @@ void readMarkup(RowText &row, QStringView line)
     row.text.replace(QChar::Nbsp, u' ');
 }
 
+/// The row without what is shown.
+RowText readLine(const QString &line)
+{
+    RowText row;
+    if (!hasMarkup(line)) {
+        row.text = line;
+        return row;
+    }
+    const bool ended = line.endsWith(u'\n');
+    readMarkup(row, QStringView(line).chopped(ended ? 1 : 0));
+    if (ended)
+        row.text += u'\n';
+    return row;
+}
+
 QChar visible(QChar character)
 {
     const char16_t code = character.unicode();
@@ -129,17 +144,14 @@ bool hasMarkup(QStringView line)
 
 RowText rowText(const QString &line)
 {
-    RowText row;
-    if (!hasMarkup(line)) {
-        row.text = line;
-    } else {
-        const bool ended = line.endsWith(u'\n');
-        readMarkup(row, QStringView(line).chopped(ended ? 1 : 0));
-        if (ended)
-            row.text += u'\n';
-    }
+    RowText row = readLine(line);
     fillShown(row);
     return row;
+}
+
+QString plainText(const QString &line)
+{
+    return readLine(line).text;
 }
 
 int RowText::length() const

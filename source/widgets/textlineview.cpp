@@ -344,7 +344,7 @@ QString TextLineView::selectedText(qsizetype limit) const
     QString text;
     for (int line = m_start.line; hasSelection() && line <= m_end.line && text.size() < limit; ++line) {
         const SelectedColumns part = selectedColumns(line);
-        const QString whole = m_rows.row(m_lineSource->line(line)).text;
+        const QString whole = plainText(m_lineSource->line(line));
         text += part.to == SelectedColumns::ToEnd ? whole.mid(part.from) : whole.mid(part.from, part.to - part.from);
         if (line < m_end.line && !text.endsWith(u'\n'))
             text += u'\n';

@@ -120,12 +120,10 @@ void LargeTextDocument::startIndex(int patience)
     m_job->index = m_index;
     m_job->size = m_map->size();
     std::thread([job = m_job] { job->run(); }).detach();
-    if (m_job->done.tryAcquire(1, patience)) {
+    m_indexTimer.start();
+    if (m_job->done.tryAcquire(1, patience))
         m_job->done.release();
-        takeIndex();
-    } else {
-        m_indexTimer.start();
-    }
+    takeIndex(); // which may be a part of it
 }
 
 void LargeTextDocument::stopIndex()

@@ -59,7 +59,7 @@ bool LargeTextSearch::Job::goOn()
     if (!running)
         return false;
     std::unique_lock lock(mutex);
-    if (!unlimited && time.hasExpired(timeLimit)) {
+    if (!unlimited && time.elapsed() >= timeLimit) {
         phase = Phase::Waiting;
         wakeUp.wait(lock, [this] { return unlimited || !running; });
         phase = Phase::Finding;

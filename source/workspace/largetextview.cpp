@@ -7,8 +7,6 @@
 #include "markerwidget.h"
 #include "messages.h"
 #include "textlineview.h"
-#include <QApplication>
-#include <QClipboard>
 #include <QElapsedTimer>
 #include <QLocale>
 #include <QPointer>
@@ -222,7 +220,7 @@ bool LargeTextView::find(const QString &text, bool caseSensitive, bool, bool for
     time.start();
     const auto goOn = [&](qint64 offset) {
         reached = offset;
-        return !time.hasExpired(m_findTimeLimit);
+        return time.elapsed() < m_findTimeLimit;
     };
     const BytePattern pattern{text, caseSensitive, false};
     const LargeTextScan scan(m_text->file(), size, pattern);
@@ -234,7 +232,7 @@ bool LargeTextView::find(const QString &text, bool caseSensitive, bool, bool for
         }
         from = forward ? match->offset + 1 : match->offset; // a match does not reach over the end of a line
     }
-    if (time.hasExpired(m_findTimeLimit))
+    if (time.elapsed() >= m_findTimeLimit)
         m_findBar->offerToGoOn(pattern, reached, forward);
     return false;
 }
@@ -268,12 +266,13 @@ void LargeTextView::copy()
 {
     if (!m_lines->hasSelection())
         return;
-    const QString text = m_lines->selectedText(LongestCopy + 1);
-    if (text.size() > LongestCopy)
+    const TextLineView::Place start = m_lines->selectionStart();
+    const TextLineView::Place end = m_lines->selectionEnd();
+    if (m_text->offsetOf({end.line, end.column}) - m_text->offsetOf({start.line, start.column}) > LongestCopy)
         showInformation(this, tr("The selection is too large to be copied. Up to %1 characters can be copied.")
                                   .arg(QLocale().toString(qlonglong(LongestCopy))));
     else
-        QGuiApplication::clipboard()->setText(text);
+        m_lines->copy();
 }
 
 void LargeTextView::selectAll()

@@ -2,6 +2,7 @@
 #include "cpphighlighter.h"
 #include "cppindent.h"
 #include "ideapplication.h"
+#include "largetextdocumenttemplate.h"
 #include "pythonhighlighter.h"
 #include "pythonindent.h"
 #include "textdocumenttemplate.h"
@@ -48,6 +49,9 @@ void registerDocumentKinds(Workspace &workspace, const EditorSetup &setup, const
     addPluginKinds();
     addTextKind<SyntaxHighlighter, BaseIndent>(
         workspace, setup, {QObject::tr("Text File"), QObject::tr("Creates a text file"), {}, u"textfile.png"_s});
+    auto *large = new LargeTextDocumentTemplate(IDEApplication::instance()->loadIcon(u"textfile.png"_s), setup.formats);
+    large->setEditorHost(setup.host);
+    workspace.addTemplate(large); // what is too large for all others
     for (DocumentTemplate *docTemplate : workspace.templates()) {
         if (auto *text = qobject_cast<TextDocumentTemplate *>(docTemplate)) {
             text->setEditorHost(setup.host);
