@@ -7,11 +7,11 @@ namespace {
 constexpr qint64 LongestBar = std::numeric_limits<int>::max() / 2;
 }
 
-ScrollView::ScrollView(QWidget *parent) : QAbstractScrollArea(parent) {}
+ScrollView::ScrollView(QWidget *parent, Vertical vertical) : QAbstractScrollArea(parent), m_vertical(vertical) {}
 
 qint64 ScrollView::bottomContentsY() const
 {
-    return std::max<qint64>(0, m_height - visibleHeight());
+    return m_vertical == Vertical::Own ? 0 : std::max<qint64>(0, m_height - visibleHeight());
 }
 
 void ScrollView::resizeContents(int width, qint64 height)
@@ -45,9 +45,11 @@ void ScrollView::updateBars()
     m_settingBars = true; // a bar whose range shrinks moves by itself
     horizontalScrollBar()->setRange(0, std::max(0, m_width - visibleWidth()));
     horizontalScrollBar()->setPageStep(visibleWidth());
-    verticalScrollBar()->setRange(0, int(bottomContentsY() / m_scale));
-    verticalScrollBar()->setPageStep(int(std::max<qint64>(1, visibleHeight() / m_scale)));
-    verticalScrollBar()->setSingleStep(int(std::max<qint64>(1, m_lineHeight / m_scale)));
+    if (m_vertical == Vertical::Pixels) {
+        verticalScrollBar()->setRange(0, int(bottomContentsY() / m_scale));
+        verticalScrollBar()->setPageStep(int(std::max<qint64>(1, visibleHeight() / m_scale)));
+        verticalScrollBar()->setSingleStep(int(std::max<qint64>(1, m_lineHeight / m_scale)));
+    }
     m_settingBars = false;
     setContentsPos(x, y);
 }
@@ -58,7 +60,8 @@ void ScrollView::setContentsPos(int x, qint64 y)
     y = std::clamp<qint64>(y, 0, bottomContentsY());
     m_settingBars = true;
     horizontalScrollBar()->setValue(x);
-    verticalScrollBar()->setValue(int(y / m_scale));
+    if (m_vertical == Vertical::Pixels)
+        verticalScrollBar()->setValue(int(y / m_scale));
     m_settingBars = false;
     moveTo(x, y);
 }
@@ -69,7 +72,8 @@ void ScrollView::scrollContentsBy(int, int)
     if (m_settingBars)
         return;
     const QScrollBar *bar = verticalScrollBar();
-    const bool unmoved = bar->value() == m_y / m_scale; // keeps what one step cannot express
+    const bool unmoved =
+        m_vertical == Vertical::Own || bar->value() == m_y / m_scale; // keeps what one step cannot express
     const qint64 y = unmoved ? m_y : bar->value() == bar->maximum() ? bottomContentsY() : bar->value() * m_scale;
     moveTo(horizontalScrollBar()->value(), y);
 }

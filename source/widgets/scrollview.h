@@ -7,7 +7,12 @@ class ScrollView : public QAbstractScrollArea
 {
     Q_OBJECT
 public:
-    explicit ScrollView(QWidget *parent = nullptr);
+    /// Which heights the vertical scroll bar stands for.
+    enum class Vertical {
+        Pixels,
+        Own ///< those of a derived class, which sees to the bar itself; the contents have no height then
+    };
+    explicit ScrollView(QWidget *parent = nullptr, Vertical vertical = Vertical::Pixels);
 
     void resizeContents(int width, qint64 height);
     [[nodiscard]] int contentsWidth() const { return m_width; }
@@ -39,6 +44,7 @@ private:
     void updateBars();
     void moveTo(int x, qint64 y);
 
+    const Vertical m_vertical;
     int m_width = 0;
     qint64 m_height = 0;
     int m_x = 0;

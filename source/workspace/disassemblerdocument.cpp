@@ -1,0 +1,150 @@
+#include "disassemblerdocument.h"
+#include "environmentkey.h"
+#include "iexecutionenvironment.h"
+#include "imemory.h"
+#include "isourcemapping.h"
+#include "varnelassert.h"
+#include <limits>
+#include <QRegularExpression>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+/// Makes a call into a plug-in; an exception ends here.
+template <typename Call>
+void guarded(const char *operation, const Call &call)
+{
+    try {
+        call();
+    } catch (const std::exception &exception) {
+        qWarning("%s: an exception has left the plug-in (%s)", operation, exception.what());
+    } catch (...) {
+        qWarning("%s: an exception has left the plug-in (unknown exception)", operation);
+    }
+}
+} // namespace
+
+DisassemblerDocument::DisassemblerDocument(DocumentTemplate *docTemplate) : Document(docTemplate) {}
+
+DisassemblerDocument::~DisassemblerDocument() = default;
+
+bool DisassemblerDocument::open(const QString &filename)
+{
+    if (!isDisassemblyName(filename))
+        return false;
+    m_filename = filename;
+    m_name = filename.section(u':', 2, 2);
+    m_key = keyOfDisassembly(filename);
+    const auto environment = shareInterface(m_key ? environmentOfKey(m_key) : nullptr);
+    m_disassembly = queryInterface<IDisassembly>(environment.get());
+    m_address = queryInterface<IDisassemblyAddress>(environment.get());
+    readRegion(environment.get());
+    return true;
+}
+
+void DisassemblerDocument::readRegion(QUnknownInterface *environment)
+{
+    m_paraCount = 0;
+    const auto memory = queryInterface<IMemory>(environment);
+    if (!memory)
+        return;
+    QList<MemoryRegion> regions;
+    guarded("IMemory::regions", [&] { regions = memory->regions(); });
+    if (regions.isEmpty() || regions.first().highAddress < regions.first().lowAddress)
+        return;
+    m_lowAddress = regions.first().lowAddress;
+    const quint64 count = quint64(regions.first().highAddress) - m_lowAddress + 1;
+    m_paraCount = int(std::min<quint64>(count, std::numeric_limits<int>::max()));
+}
+
+bool DisassemblerDocument::create(const QString &)
+{
+    VARNEL_ASSERT(false);
+    return false;
+}
+
+bool DisassemblerDocument::save()
+{
+    VARNEL_ASSERT(false);
+    return false;
+}
+
+bool DisassemblerDocument::saveAs(const QString &)
+{
+    VARNEL_ASSERT(false);
+    return false;
+}
+
+QDateTime DisassemblerDocument::lastModified()
+{
+    return QDateTime::currentDateTime();
+}
+
+QString DisassemblerDocument::title()
+{
+    return tr("Disassembly: ") + m_name;
+}
+
+QStringList DisassemblerDocument::para(int index)
+{
+    if (index < 0 || index >= m_paraCount)
+        return {};
+    QString text;
+    QStringList lines;
+    if (m_address) {
+        guarded("IDisassemblyAddress::text", [&] { text = m_address->text(index); });
+        if (!text.isNull())
+            guarded("IDisassemblyAddress::sourceLines", [&] { lines = m_address->sourceLines(index); });
+    } else if (m_disassembly) {
+        guarded("IDisassembly::text", [&] { text = m_disassembly->text(index); });
+    }
+    if (!text.isNull())
+        lines.append(text);
+    return lines;
+}
+
+int DisassemblerDocument::lineOf(int para) const
+{
+    return int(m_lowAddress + uint(para) + 1);
+}
+
+int DisassemblerDocument::paraOf(int line) const
+{
+    return paraOfAddress(uint(line) - 1);
+}
+
+/// The region names addresses by 32 bits; those of a larger processor all have the same upper half there.
+int DisassemblerDocument::paraOfAddress(quint64 address) const
+{
+    const uint index = uint(address) - m_lowAddress;
+    return index < uint(m_paraCount) ? int(index) : -1;
+}
+
+std::optional<quint64> DisassemblerDocument::addressOf(const QString &text) const
+{
+    static const QRegularExpression sum(u"^(.+?)\\s*\\+\\s*(0x)?([0-9a-fA-F]+)$"_s);
+    const QString wanted = text.trimmed();
+    if (wanted.isEmpty())
+        return {};
+    if (const auto address = symbolAddress(wanted))
+        return address;
+    if (const QRegularExpressionMatch match = sum.match(wanted); match.hasMatch()) {
+        const auto base = addressOf(match.captured(1));
+        if (base)
+            return *base + match.captured(3).toULongLong(nullptr, match.captured(2).isEmpty() ? 10 : 16);
+    }
+    bool isNumber = false;
+    const quint64 address = wanted.toULongLong(&isNumber, 16);
+    return isNumber ? std::optional(address) : std::nullopt;
+}
+
+std::optional<quint64> DisassemblerDocument::symbolAddress(const QString &symbol) const
+{
+    const auto environment = shareInterface(m_key ? environmentOfKey(m_key) : nullptr);
+    const auto mapping = queryInterface<ISourceMapping>(environment.get());
+    uint address = 0;
+    bool found = false;
+    if (mapping)
+        guarded("ISourceMapping::symbolAddress", [&] { found = mapping->symbolAddress(symbol, address); });
+    return found ? std::optional<quint64>(address) : std::nullopt;
+}
