@@ -133,7 +133,8 @@ void TextParaView::loadRows()
     QList<Row> rows;
     if (isVisible() && m_paraSource->paraCount() > 0) {
         Row row = rowAt(m_top.para, m_top.line);
-        bool more = self && (!linesOf(m_top.para).isEmpty() || (self && step(row, true)));
+        const bool isGap = !m_top.text.isEmpty(); // one that was scrolled to; others are passed over
+        bool more = self && (isGap || !linesOf(m_top.para).isEmpty() || step(row, true));
         const int wanted = self ? visibleHeight() / lineHeight() + 1 : 0;
         for (; self && more && rows.size() < wanted; more = step(row, true))
             rows.append(row);

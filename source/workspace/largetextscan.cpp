@@ -2,7 +2,7 @@
 #include "largefile.h"
 
 namespace {
-constexpr qint64 BlockSize = 512 * 1024; ///< bytes
+constexpr qint64 BlockSize = 256 * 1024; ///< bytes
 constexpr qint64 Around = 8;             ///< bytes of a character, and of the one beside it
 
 bool continuesCharacter(char byte)
@@ -16,13 +16,13 @@ LargeTextScan::LargeTextScan(std::shared_ptr<const LargeFile> file, qint64 size,
 {}
 
 /// What is read around a block begins and ends between two characters: half a character would make all of it invalid.
-LargeTextScan::Block LargeTextScan::block(qint64 from, qint64 end) const
+void LargeTextScan::read(Block &block, qint64 from, qint64 end) const
 {
-    Block block;
     block.next = end;
     block.offset = std::max<qint64>(0, from - Around);
     const qint64 last = std::min(m_size, end + m_search.longestMatch() + Around);
-    block.bytes = m_file->read(block.offset, last - block.offset);
+    block.bytes.resize(last - block.offset);
+    block.bytes.truncate(m_file->read(block.offset, block.bytes.data(), block.bytes.size()));
     qsizetype cut = 0;
     while (block.offset > 0 && cut < 3 && cut < block.bytes.size() && continuesCharacter(block.bytes[cut]))
         ++cut;
@@ -38,14 +38,14 @@ LargeTextScan::Block LargeTextScan::block(qint64 from, qint64 end) const
     }
     block.from = from - block.offset;
     block.end = std::min(end - block.offset, block.bytes.size());
-    return block;
 }
 
 std::optional<ByteMatch> LargeTextScan::next(qint64 from, qint64 end, const GoOn &goOn) const
 {
     end = std::min(end, m_size);
+    Block part;
     for (qint64 at = std::max<qint64>(0, from); at < end && goOn(at);) {
-        const Block part = block(at, std::min(at + BlockSize, end));
+        read(part, at, std::min(at + BlockSize, end));
         if (const auto match = m_search.first(part.bytes, part.from, part.end))
             return ByteMatch{part.offset + match->offset, match->length};
         at = part.next;
@@ -55,8 +55,9 @@ std::optional<ByteMatch> LargeTextScan::next(qint64 from, qint64 end, const GoOn
 
 std::optional<ByteMatch> LargeTextScan::previous(qint64 from, qint64 end, const GoOn &goOn) const
 {
+    Block part;
     for (qint64 at = std::min(end, m_size); at > from && goOn(at);) {
-        const Block part = block(std::max(from, at - BlockSize), at);
+        read(part, std::max(from, at - BlockSize), at);
         if (const auto match = m_search.last(part.bytes, part.from, part.end))
             return ByteMatch{part.offset + match->offset, match->length};
         at = std::max(from, at - BlockSize);
@@ -66,10 +67,11 @@ std::optional<ByteMatch> LargeTextScan::previous(qint64 from, qint64 end, const 
 
 void LargeTextScan::forEach(const GoOn &goOn, const ByteSearch::Receiver &receive) const
 {
+    Block part;
     qint64 from = 0;
     bool wanted = true;
     while (wanted && from < m_size && goOn(from)) {
-        const Block part = block(from, std::min(from + BlockSize, m_size));
+        read(part, from, std::min(from + BlockSize, m_size));
         from = part.next;
         m_search.forEach(part.bytes, part.from, part.end, ByteSearch::Step::BehindMatch, [&](ByteMatch match) {
             match.offset += part.offset;

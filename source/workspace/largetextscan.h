@@ -29,7 +29,7 @@ private:
         qsizetype end = 0;
         qint64 next = 0; ///< where the block behind it begins
     };
-    [[nodiscard]] Block block(qint64 from, qint64 end) const;
+    void read(Block &block, qint64 from, qint64 end) const; ///< into the memory that the last block has left
 
     const std::shared_ptr<const LargeFile> m_file;
     const qint64 m_size;

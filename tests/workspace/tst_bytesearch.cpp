@@ -117,7 +117,7 @@ private Q_SLOTS:
         const QTemporaryDir directory;
         QFile file(directory.filePath(u"f"_s));
         QVERIFY(file.open(QIODevice::WriteOnly));
-        const qint64 block = 512 * 1024;
+        const qint64 block = 256 * 1024;
         QByteArray bytes(3 * block, '.');
         const QList<qint64> places{0, block - 3, block, 2 * block - 1, 3 * block - 6};
         for (const qint64 place : places)
@@ -156,16 +156,16 @@ private Q_SLOTS:
         const QTemporaryDir directory;
         QFile file(directory.filePath(u"f"_s));
         QVERIFY(file.open(QIODevice::WriteOnly));
-        QByteArray bytes(2 * 512 * 1024, '.');
-        bytes.replace(512 * 1024 - 3, 6, "äöü");
+        QByteArray bytes(2 * 256 * 1024, '.');
+        bytes.replace(256 * 1024 - 3, 6, "äöü");
         file.write(bytes);
         file.close();
         const LargeTextScan scan(LargeFile::open(file.fileName()), bytes.size(), {u"ÄÖÜ"_s, false, false});
         const auto always = [](qint64) { return true; };
-        QCOMPARE(scan.next(0, bytes.size(), always)->offset, 512 * 1024 - 3);
-        QCOMPARE(scan.previous(0, bytes.size(), always)->offset, 512 * 1024 - 3);
+        QCOMPARE(scan.next(0, bytes.size(), always)->offset, 256 * 1024 - 3);
+        QCOMPARE(scan.previous(0, bytes.size(), always)->offset, 256 * 1024 - 3);
         const LargeTextScan middle(LargeFile::open(file.fileName()), bytes.size(), {u"ö"_s, true, false});
-        QCOMPARE(middle.next(0, bytes.size(), always)->offset, 512 * 1024 - 1);
+        QCOMPARE(middle.next(0, bytes.size(), always)->offset, 256 * 1024 - 1);
     }
 
     void scanEndsWhenItIsToldTo()
