@@ -108,7 +108,7 @@ template <typename Read>
 void readBlocks(const QString &path, const Read &read)
 {
     const auto file = LargeFile::open(path);
-    std::vector<char> buffer(1 << 20);
+    std::vector<char> buffer(1 << 18);
     for (qint64 at = 0; at < file->size();) {
         const qint64 length = file->read(at, buffer.data(), qint64(buffer.size()));
         read(buffer.data(), length);

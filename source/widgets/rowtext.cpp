@@ -104,12 +104,11 @@ RowText readLine(const QString &line)
 
 QChar visible(QChar character)
 {
-    const char16_t code = character.unicode();
-    if (code < 0x20)
-        return QChar(0x2400 + code);
-    if (code == 0x7f || (code >= 0x80 && code < 0xa0) || code == 0x2028 || code == 0x2029)
-        return QChar(0x2421);
-    return character;
+    constexpr QChar Dot(0xb7); // which every font has
+    return character.category() == QChar::Other_Control || character == QChar::LineSeparator
+                   || character == QChar::ParagraphSeparator
+               ? Dot
+               : character;
 }
 
 void fillShown(RowText &row)

@@ -10,7 +10,7 @@
 struct RowText
 {
     QString text;  ///< without markup, with its line end: what is copied, and what columns count
-    QString shown; ///< what is drawn: without line end, with blanks for tabs and pictures for control characters
+    QString shown; ///< what is drawn: without line end, with blanks for tabs and dots for control characters
     QList<QTextLayout::FormatRange> formats; ///< in positions of shown
     bool isSimple = true;                    ///< printable ASCII characters of one format, each one column wide
     QList<int> tabColumns;                   ///< where each column stands in shown; empty if there are no tabs

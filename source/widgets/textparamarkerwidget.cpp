@@ -49,7 +49,7 @@ void TextParaMarkerWidget::paintArrow(QPainter &painter)
     constexpr qreal Head = 3.5;
     const qreal from = arrowEnd(m_arrowFrom) + 0.5;
     const qreal to = arrowEnd(m_arrowTo) + 0.5;
-    const qreal spine = width() - 6.5;
+    const qreal spine = width() - 3.5;
     const qreal tip = width() - 0.5;
     painter.save();
     painter.setRenderHint(QPainter::Antialiasing);

@@ -4,6 +4,7 @@
 #include "rowtext.h"
 #include "textparamarkerwidget.h"
 #include "varnelassert.h"
+#include <QApplication>
 #include <QElapsedTimer>
 #include <QKeyEvent>
 #include <QLabel>
@@ -59,9 +60,11 @@ void DisassemblerView::layOut()
     m_goTo->setObjectName(u"DisassemblyGoTo"_s);
     m_message->setObjectName(u"DisassemblyMessage"_s);
     m_goTo->setPlaceholderText(tr("Go to address or symbol"));
-    m_goTo->setMaximumWidth(260);
+    m_goTo->setFixedWidth(240);
+    QFont plain = QApplication::font();
+    plain.setResolveMask(QFont::AllPropertiesResolved); // not the view's font
     for (QWidget *widget : std::initializer_list<QWidget *>{m_goTo, m_message})
-        widget->setFont(QFont());
+        widget->setFont(plain);
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);

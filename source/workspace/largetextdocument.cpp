@@ -6,11 +6,13 @@
 #include <thread>
 
 namespace {
+constexpr int ShortPatience = 2;
 constexpr int IndexPatience = 30;  ///< milliseconds that opening waits for the index, which is enough for most files
 constexpr int IndexInterval = 100; ///< milliseconds
 constexpr int FileInterval = 1000; ///< milliseconds
-constexpr qint64 ReadSize = 1024 * 1024; ///< bytes
-constexpr int MostContinuations = 3;     ///< bytes of a character behind its first one
+constexpr qint64 QuicklyIndexed = 50'000'000; ///< bytes
+constexpr qint64 ReadSize = 256 * 1024;       ///< bytes
+constexpr int MostContinuations = 3;          ///< bytes of a character behind its first one
 
 bool continuesCharacter(char byte)
 {
@@ -84,7 +86,7 @@ bool LargeTextDocument::load()
     m_change = Change::None;
     m_index = std::make_shared<SharedIndex>();
     m_map = std::make_unique<LineMap>(m_file, m_file->size(), m_index);
-    startIndex(IndexPatience);
+    startIndex();
     return true;
 }
 
@@ -113,7 +115,7 @@ QString LargeTextDocument::title()
 
 // Index -------------------------------------------------------------------
 
-void LargeTextDocument::startIndex(int patience)
+void LargeTextDocument::startIndex()
 {
     m_job = std::make_shared<IndexJob>();
     m_job->file = m_file;
@@ -121,7 +123,8 @@ void LargeTextDocument::startIndex(int patience)
     m_job->size = m_map->size();
     std::thread([job = m_job] { job->run(); }).detach();
     m_indexTimer.start();
-    if (m_job->done.tryAcquire(1, patience))
+    const bool isQuick = m_job->size - m_map->exactBytes() < QuicklyIndexed;
+    if (m_job->done.tryAcquire(1, isQuick ? IndexPatience : ShortPatience))
         m_job->done.release();
     takeIndex(); // which may be a part of it
 }
@@ -260,5 +263,5 @@ void LargeTextDocument::extend()
     Q_EMIT renumbering();
     m_map->setSize(m_presentSize);
     Q_EMIT renumbered();
-    startIndex(IndexPatience);
+    startIndex();
 }

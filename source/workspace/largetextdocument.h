@@ -70,7 +70,7 @@ private:
     };
 
     bool load();
-    void startIndex(int patience);
+    void startIndex();
     void stopIndex();
     void takeIndex();
     void extend();

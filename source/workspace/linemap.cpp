@@ -53,6 +53,13 @@ double LineMap::bytesPerLine() const
     return lines.lineCount() ? double(sample.size()) / double(lines.lineCount()) : 1;
 }
 
+/// What a number stands for behind the exact ones: a line as long as those so far, or more if there are too many of
+/// them.
+double LineMap::bytesPerNumber() const
+{
+    return double(m_size - m_exactBytes) / double(std::max<qint64>(1, m_lineCount - m_exactLines));
+}
+
 QByteArray LineMap::bytesAt(qint64 offset, qint64 length)
 {
     QByteArray bytes;
@@ -199,7 +206,7 @@ LineMap::Window *LineMap::openWindow(qint64 line)
         return addWindow(0, 0);
     if (line >= m_lineCount - Near)
         return addWindow(m_lineCount - 1, previousStart(m_size));
-    const auto offset = m_exactBytes + qint64(double(line - m_exactLines) * bytesPerLine());
+    const auto offset = m_exactBytes + qint64(double(line - m_exactLines) * bytesPerNumber());
     qint64 start = std::min(offset, m_size - 1);
     const qint64 whole = startOfLineAround(start);
     start = whole + (start - whole) / LongestLine * LongestLine;
@@ -245,7 +252,7 @@ int LineMap::lineAt(qint64 offset)
     const qint64 whole = startOfLineAround(offset);
     const qint64 start = whole + (offset - whole) / LongestLine * LongestLine;
     qint64 line =
-        std::min<qint64>(m_exactLines + qint64(double(start - m_exactBytes) / bytesPerLine()), m_lineCount - 1);
+        std::min<qint64>(m_exactLines + qint64(double(start - m_exactBytes) / bytesPerNumber()), m_lineCount - 1);
     if (m_size - start <= CacheBlock) { // counted from the end, which the last number stands for
         line = m_lineCount - 1;
         for (qint64 next = nextStart(start); next < m_size; next = nextStart(next))

@@ -49,6 +49,7 @@ private:
 
     [[nodiscard]] int estimate() const;
     [[nodiscard]] double bytesPerLine() const;
+    [[nodiscard]] double bytesPerNumber() const;
     [[nodiscard]] Window *windowFor(qint64 line);
     Window *addWindow(qint64 line, qint64 start);
     [[nodiscard]] Window *openWindow(qint64 line);

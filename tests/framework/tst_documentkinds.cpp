@@ -107,6 +107,18 @@ private Q_SLOTS:
         QCOMPARE(workspace.templates().indexOf(assembler), workspace.templates().size() - 3);
     }
 
+    void disassembliesHaveTheirKind()
+    {
+        const WindowFixture f;
+        const QList<DocumentTemplate *> kinds = f.window->workspace()->templates();
+        const auto takes = [](DocumentTemplate *kind) { return kind->canOpen(u"disassembler:0x00000001:main.c"_s); };
+        const auto first = std::ranges::find_if(kinds, takes);
+        QVERIFY((*first)->inherits("DisassemblerDocumentTemplate"));
+        QCOMPARE((*first)->name(), u"Disassembler View"_s);
+        QCOMPARE((*first)->description(), u"View disassembly"_s);
+        QCOMPARE((*std::prev(first))->name(), u"Python File"_s);
+    }
+
     void largeFilesGoToTheLastKind()
     {
         const WindowFixture f;

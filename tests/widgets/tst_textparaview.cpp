@@ -375,7 +375,7 @@ private Q_SLOTS:
         const QImage before = f.margin->grab().toImage();
         f.margin->setArrow(4, 16);
         const QImage image = f.margin->grab().toImage();
-        const int x = MarkerWidget::Width - 7;
+        const int x = MarkerWidget::Width - 4;
         const auto changed = [&](int row) {
             const int y = row * f.view->lineHeight() + 1;
             return image.pixelColor(x, y) != before.pixelColor(x, y);

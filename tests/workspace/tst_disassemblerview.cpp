@@ -498,7 +498,7 @@ private Q_SLOTS:
         const QImage none = picture();
         markers->setMarker(0x8001, 0x08, true, false);
         const QImage branch = picture();
-        const QPoint onSpine(MarkerWidget::Width - 7, 3 * f.paras()->lineHeight());
+        const QPoint onSpine(MarkerWidget::Width - 4, 3 * f.paras()->lineHeight());
         QVERIFY(branch.pixelColor(onSpine) != none.pixelColor(onSpine));
         markers->clearMarkers(0x08);
         QCOMPARE(picture(), none);
