@@ -345,8 +345,10 @@ QString TextLineView::selectedText(qsizetype limit) const
     for (int line = m_start.line; hasSelection() && line <= m_end.line && text.size() < limit; ++line) {
         const SelectedColumns part = selectedColumns(line);
         const QString whole = plainText(m_lineSource->line(line));
-        text += part.to == SelectedColumns::ToEnd ? whole.mid(part.from) : whole.mid(part.from, part.to - part.from);
-        if (line < m_end.line && !text.endsWith(u'\n'))
+        const QString taken =
+            part.to == SelectedColumns::ToEnd ? whole.mid(part.from) : whole.mid(part.from, part.to - part.from);
+        text += taken;
+        if (line < m_end.line && !taken.endsWith(u'\n'))
             text += u'\n';
     }
     text.truncate(std::min(text.size(), limit));

@@ -542,9 +542,11 @@ QString TextParaView::selectedText(qsizetype limit)
     while (self && more && text.size() < limit && std::pair(row.para, row.line) <= std::pair(m_end.para, m_end.line)) {
         const SelectedColumns part = selectedColumns(row);
         const QString whole = plainText(row.text);
-        text += part.to == SelectedColumns::ToEnd ? whole.mid(part.from) : whole.mid(part.from, part.to - part.from);
+        const QString taken =
+            part.to == SelectedColumns::ToEnd ? whole.mid(part.from) : whole.mid(part.from, part.to - part.from);
+        text += taken;
         const bool isLast = row.para == m_end.para && row.line == m_end.line;
-        if (!isLast && !text.endsWith(u'\n'))
+        if (!isLast && !taken.endsWith(u'\n'))
             text += u'\n';
         more = !isLast && step(row, true);
     }

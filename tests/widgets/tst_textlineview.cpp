@@ -321,6 +321,10 @@ private Q_SLOTS:
         QTest::newRow("across lines") << lines << u"0,2-2,2"_s << false << u"rst\nsecond\nth"_s;
         QTest::newRow("without line ends") << QStringList{u"ab"_s, u"cd"_s} << u"0,1-1,1"_s << false << u"b\nc"_s;
         QTest::newRow("block") << lines << u"0,1-2,3"_s << true << u"ir\nec\nhi"_s;
+        QTest::newRow("block behind short lines") << QStringList{u"long line\n"_s, u"x\n"_s, u"y\n"_s, u"long line\n"_s}
+                                                  << u"0,5-3,9"_s << true << u"line\n\n\nline"_s;
+        QTest::newRow("empty piece of a line")
+            << QStringList{u"a\n"_s, QString(), u"b"_s} << u"0,0-2,1"_s << false << u"a\n\nb"_s;
         QTest::newRow("markup") << QStringList{u"<b>a&nbsp;b</b>c\n"_s, u"d"_s} << u"0,1-1,1"_s << false << u" bc\nd"_s;
         QTest::newRow("behind the end") << lines << u"0,4-0,90"_s << false << u"t\n"_s;
     }
