@@ -269,10 +269,10 @@ void TextLineView::mousePressEvent(QMouseEvent *event)
     setCursor(place.line, place.column);
     if (!extend)
         m_anchor = m_cursor;
-    extendSelection();
     m_dragging = true;
     m_columnStep = m_lineStep = 0;
     m_selectTimer.start(SelectInterval);
+    extendSelection();
 }
 
 void TextLineView::mouseMoveEvent(QMouseEvent *event)
@@ -307,9 +307,7 @@ void TextLineView::selectTimeout()
 
 void TextLineView::extendSelection()
 {
-    const Place anchor = m_anchor;
-    setSelection(anchor, m_cursor);
-    m_anchor = anchor;
+    setSelection(m_anchor, m_cursor);
 }
 
 void TextLineView::setSelection(Place a, Place b)

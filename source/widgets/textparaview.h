@@ -101,6 +101,7 @@ private:
         int line = 0;
         QString text;
         bool isLast = true;
+        bool isGap = false;
     };
 
     void fontChanged();

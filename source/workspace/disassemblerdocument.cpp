@@ -22,6 +22,33 @@ void guarded(const char *operation, const Call &call)
         qWarning("%s: an exception has left the plug-in (unknown exception)", operation);
     }
 }
+
+std::optional<quint64> symbolAddress(uint key, const QString &symbol)
+{
+    const auto environment = shareInterface(key ? environmentOfKey(key) : nullptr);
+    const auto mapping = queryInterface<ISourceMapping>(environment.get());
+    uint address = 0;
+    bool found = false;
+    if (mapping)
+        guarded("ISourceMapping::symbolAddress", [&] { found = mapping->symbolAddress(symbol, address); });
+    return found ? std::optional<quint64>(address) : std::nullopt;
+}
+
+std::optional<quint64> addressIn(uint key, const QString &text)
+{
+    static const QRegularExpression sum(u"^([^+]+?)\\s*\\+\\s*(0x)?([0-9a-fA-F]+)$"_s);
+    if (text.isEmpty())
+        return {};
+    if (const auto address = symbolAddress(key, text))
+        return address;
+    if (const QRegularExpressionMatch match = sum.match(text); match.hasMatch()) {
+        if (const auto base = addressIn(key, match.captured(1)))
+            return *base + match.captured(3).toULongLong(nullptr, match.captured(2).isEmpty() ? 10 : 16);
+    }
+    bool isNumber = false;
+    const quint64 address = text.toULongLong(&isNumber, 16);
+    return isNumber ? std::optional(address) : std::nullopt;
+}
 } // namespace
 
 DisassemblerDocument::DisassemblerDocument(DocumentTemplate *docTemplate) : Document(docTemplate) {}
@@ -85,18 +112,19 @@ QString DisassemblerDocument::title()
     return tr("Disassembly: ") + m_name;
 }
 
+/// The document may be gone when a call returns: a plug-in can have its view closed.
 QStringList DisassemblerDocument::para(int index)
 {
     if (index < 0 || index >= m_paraCount)
         return {};
     QString text;
     QStringList lines;
-    if (m_address) {
-        guarded("IDisassemblyAddress::text", [&] { text = m_address->text(index); });
+    if (const auto address = shareInterface(m_address.get())) {
+        guarded("IDisassemblyAddress::text", [&] { text = address->text(index); });
         if (!text.isNull())
-            guarded("IDisassemblyAddress::sourceLines", [&] { lines = m_address->sourceLines(index); });
-    } else if (m_disassembly) {
-        guarded("IDisassembly::text", [&] { text = m_disassembly->text(index); });
+            guarded("IDisassemblyAddress::sourceLines", [&] { lines = address->sourceLines(index); });
+    } else if (const auto disassembly = shareInterface(m_disassembly.get())) {
+        guarded("IDisassembly::text", [&] { text = disassembly->text(index); });
     }
     if (!text.isNull())
         lines.append(text);
@@ -122,29 +150,5 @@ int DisassemblerDocument::paraOfAddress(quint64 address) const
 
 std::optional<quint64> DisassemblerDocument::addressOf(const QString &text) const
 {
-    static const QRegularExpression sum(u"^(.+?)\\s*\\+\\s*(0x)?([0-9a-fA-F]+)$"_s);
-    const QString wanted = text.trimmed();
-    if (wanted.isEmpty())
-        return {};
-    if (const auto address = symbolAddress(wanted))
-        return address;
-    if (const QRegularExpressionMatch match = sum.match(wanted); match.hasMatch()) {
-        const auto base = addressOf(match.captured(1));
-        if (base)
-            return *base + match.captured(3).toULongLong(nullptr, match.captured(2).isEmpty() ? 10 : 16);
-    }
-    bool isNumber = false;
-    const quint64 address = wanted.toULongLong(&isNumber, 16);
-    return isNumber ? std::optional(address) : std::nullopt;
-}
-
-std::optional<quint64> DisassemblerDocument::symbolAddress(const QString &symbol) const
-{
-    const auto environment = shareInterface(m_key ? environmentOfKey(m_key) : nullptr);
-    const auto mapping = queryInterface<ISourceMapping>(environment.get());
-    uint address = 0;
-    bool found = false;
-    if (mapping)
-        guarded("ISourceMapping::symbolAddress", [&] { found = mapping->symbolAddress(symbol, address); });
-    return found ? std::optional<quint64>(address) : std::nullopt;
+    return addressIn(m_key, text.trimmed());
 }

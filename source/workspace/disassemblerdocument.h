@@ -37,7 +37,6 @@ public:
 
 private:
     void readRegion(QUnknownInterface *environment);
-    [[nodiscard]] std::optional<quint64> symbolAddress(const QString &symbol) const;
 
     QString m_filename;
     QString m_name; ///< of the processor

@@ -31,8 +31,8 @@ private Q_SLOTS:
         row("nearest greater ends a tag", u"a <x <b> c> d"_s, u"a  c> d"_s, u"a  c> d"_s, true);
         row("ampersand alone", u"a && b &c\n"_s, u"a && b &c\n"_s, u"a && b &c"_s, true);
         row("tabs", u"\ta\tbc\n"_s, u"\ta\tbc\n"_s, u"        a       bc"_s, false);
-        row("control characters", QString(QChar(0)) + u"\x1b[m\r"_s, QString(QChar(0)) + u"\x1b[m\r"_s,
-            u"··[m·"_s, false);
+        row("control characters", QString(QChar(0)) + u"\x1b[m\r"_s, QString(QChar(0)) + u"\x1b[m\r"_s, u"··[m·"_s,
+            false);
         row("other characters", u"Größe: 10 µm"_s, u"Größe: 10 µm"_s, u"Größe: 10 µm"_s, false);
         row("upper case tag", u"<B>x</B>"_s, u"x"_s, u"x"_s, false);
     }

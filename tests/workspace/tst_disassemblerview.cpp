@@ -53,6 +53,8 @@ public:
     QString disassemble(uint, int) override { return {}; }
     QString text(int index) override
     {
+        if (const auto ask = std::exchange(whenAsked, nullptr))
+            ask();
         if (throws)
             throw std::runtime_error("gone");
         return index % 4 ? QString() : instructions.value(index, u"nop&nbsp;"_s + contents);
@@ -80,6 +82,7 @@ public:
     QHash<QString, uint> symbols;
     QSet<QUuid> lacks;
     bool throws = false;
+    std::function<void()> whenAsked;
     inline static int destroyed = 0;
 };
 
@@ -257,6 +260,28 @@ private Q_SLOTS:
         f.environment->throws = true;
         QTest::ignoreMessage(QtWarningMsg, "IDisassemblyAddress::text: an exception has left the plug-in (gone)");
         QCOMPARE(f.document->para(0), QStringList());
+    }
+
+    void plugInMayCloseTheViewWhenItIsAsked()
+    {
+        for (const QString &way : {u"update"_s, u"goto"_s, u"find"_s, u"key"_s}) {
+            Fixture f;
+            f.environment->whenAsked = [&] {
+                f.view.reset();
+                f.document.reset();
+                keepEnvironments({});
+            };
+            DisassemblerView *view = f.view.get();
+            if (way == u"update"_s)
+                view->update(nullptr, true);
+            else if (way == u"goto"_s)
+                view->gotoLine(0x8c01);
+            else if (way == u"find"_s)
+                QVERIFY(!view->find(u"missing"_s, true, false, true, true));
+            else
+                QTest::keyClick(view->paraView(), Qt::Key_PageDown);
+            QVERIFY2(!f.view, qPrintable(way));
+        }
     }
 
     void twoProcessorsHaveTwoDocuments()

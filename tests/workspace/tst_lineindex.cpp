@@ -75,7 +75,7 @@ private Q_SLOTS:
             const LineIndex index = indexOf(bytes, step);
             QCOMPARE(index.size(), bytes.size());
             QCOMPARE(index.lineCount(), expected.size());
-            for (qsizetype line = 0; line < expected.size(); line += expected.size() > 10'000 ? 997 : 7)
+            for (qsizetype line = 0; line<expected.size(); line += expected.size()> 10'000 ? 997 : 7)
                 QCOMPARE(startOf(index, bytes, line), expected[line]);
         }
     }
