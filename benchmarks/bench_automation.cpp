@@ -1,9 +1,8 @@
-// What a test driver waits for: commands per second over the loopback, one at a time and many on their way at once, on
-// a window of 1,000 objects. The measure for the first is a server that sends each line back. And what the server costs
-// while nobody asks anything.
+// The automation server: commands per second over the loopback device, one at a time and many at once, on a window with
+// 1,000 objects. The peer of the first is an echo server. Also the processor time of an idle server.
+#include "../tests/framework/fakeservices.h"
 #include "objectmodel.h"
 #include "qtrunnerserver.h"
-#include "scripthost.h"
 #include <benchmark/benchmark.h>
 #include <malloc.h>
 #include <QApplication>
@@ -27,13 +26,7 @@ void require(bool condition, const char *what)
         qFatal("%s", what);
 }
 
-class NoActions : public ScriptHost
-{
-public:
-    [[nodiscard]] QAction *action(const QString &) override { return nullptr; }
-};
-
-/// The edit is in the middle of the window's objects.
+/// A window in which the edit is the last of many objects.
 class Window : public QWidget
 {
 public:
@@ -45,7 +38,7 @@ public:
         edit->setObjectName(u"edit"_s);
     }
 
-    NoActions host;
+    FakeServices host;
     ObjectModel model{host};
     QtRunnerServer server{0, QHostAddress::LocalHost, &model, this};
 };
@@ -63,21 +56,21 @@ public:
     }
 };
 
-/// Sends @p command @p rounds times, @p together of them at once, from a thread of its own.
+/// Sends @p command in @p rounds rounds of @p together commands, from another thread.
 void converse(quint16 port, int rounds, int together, const QByteArray &command, const QByteArray &reply)
 {
     QEventLoop loop;
     const std::unique_ptr<QThread> thread(QThread::create([&] {
         QTcpSocket driver;
         driver.connectToHost(QHostAddress::LocalHost, port);
-        require(driver.waitForConnected(), "Nobody listens.");
+        require(driver.waitForConnected(), "Cannot connect.");
         driver.setSocketOption(QAbstractSocket::LowDelayOption, 1);
         const QByteArray expected = reply.repeated(together);
         for (int i = 0; i < rounds; ++i) {
             driver.write(command.repeated(together));
             while (driver.bytesAvailable() < expected.size())
                 require(driver.waitForReadyRead(), "No answer.");
-            require(driver.readAll() == expected, "The reply is another.");
+            require(driver.readAll() == expected, "The reply is wrong.");
         }
     }));
     QObject::connect(thread.get(), &QThread::finished, &loop, &QEventLoop::quit);
@@ -121,7 +114,7 @@ void manyAtOnce(benchmark::State &state)
 }
 BENCHMARK(manyAtOnce)->UseManualTime()->Unit(benchmark::kMillisecond);
 
-/// A hundred thousand commands on one connection, and what they leave behind.
+/// A hundred thousand commands on one connection, and the growth of memory.
 void soak(benchmark::State &state)
 {
     const Window window;
@@ -146,7 +139,7 @@ double processorSeconds()
     return seconds(usage.ru_utime) + seconds(usage.ru_stime);
 }
 
-/// Ten drivers are connected and half a second passes.
+/// The processor time of half a second with ten connected drivers.
 void idle(benchmark::State &state)
 {
     const Window window;

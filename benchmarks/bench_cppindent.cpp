@@ -1,4 +1,4 @@
-// The column of a new line far down in a C file: from lines at hand, and in a document as Return asks for it.
+// The indentation of a new line near the end of a C file: computed from a list of lines, and in a document.
 #include "cppindent.h"
 #include "samplesource.h"
 #include <benchmark/benchmark.h>
@@ -10,7 +10,7 @@
 
 namespace {
 constexpr int LineCount = 300'000;
-constexpr int LinesAboveReturn = 9; // of a function of the sample: its new line stands below "if (flags & ADC_TRACE)"
+constexpr int LinesAboveReturn = 9; // in a function of the sample: the new line is below "if (flags & ADC_TRACE)"
 
 void require(bool condition, const char *text)
 {
@@ -18,7 +18,7 @@ void require(bool condition, const char *text)
         qFatal("%s", text);
 }
 
-/// The first @p count lines or a few less, and an empty one below the head of an "if".
+/// The first @p count lines or slightly fewer, up to an "if", and an empty line.
 QStringList linesUpToReturn(int count)
 {
     static const QStringList all = sampleSource(9'900'000).split(u'\n');
@@ -31,7 +31,7 @@ QStringList linesUpToReturn(int count)
 void fromLines(benchmark::State &state)
 {
     const QStringList lines = linesUpToReturn(int(state.range(0)));
-    require(indentForBottomLine(lines, QChar(), 4) == 8, "The body of an if has another column.");
+    require(indentForBottomLine(lines, QChar(), 4) == 8, "The body of the if has a wrong column.");
     for (auto _ : state)
         benchmark::DoNotOptimize(indentForBottomLine(lines, QChar(), 4));
 }
@@ -47,7 +47,7 @@ void inDocument(benchmark::State &state)
     int column = 0;
     for (auto _ : state)
         indent.indent(&document, document.lastBlock(), nullptr, &column);
-    require(column == 8 && document.lastBlock().text() == QString(9, u' '), "The new line has another column.");
+    require(column == 8 && document.lastBlock().text() == QString(9, u' '), "The new line has a wrong column.");
 }
 BENCHMARK(inDocument)->Arg(100)->Arg(LineCount)->Unit(benchmark::kMicrosecond);
 } // namespace

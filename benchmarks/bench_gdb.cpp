@@ -1,6 +1,7 @@
-// Debug sessions on an emulated board, beside a bare client that sends the same commands to the same gdb and board. The
-// counter "bare_ms" is the client's time, "ratio" ours in relation to it.
+// Debug sessions on an emulated board. The peer is a bare client that sends the same commands to gdb. The counter
+// "bare_ms" is the time of the client, "ratio" our time divided by it.
 #include "../tests/framework/installation.h"
+#include "activity.h"
 #include "ideapplication.h"
 #include "livesession.h"
 #include "mainwindow.h"
@@ -40,7 +41,7 @@ double milliseconds(const QElapsedTimer &timer)
     return double(timer.nsecsElapsed()) / 1e6;
 }
 
-/// Writes commands to gdb and reads lines, nothing else.
+/// A client that only writes commands to gdb and reads lines.
 class BareClient
 {
 public:
@@ -63,7 +64,7 @@ public:
     }
     Q_DISABLE_COPY_MOVE(BareClient)
 
-    /// Sends a command and reads up to the record that begins so.
+    /// Sends a command and reads lines until one starts with @p end.
     void ask(const QByteArray &command, const QByteArray &end)
     {
         m_gdb.write(command + '\n');
@@ -87,11 +88,11 @@ QString option(const QString &more = {})
     return u"qemu:mps2-an385;image="_s + image() + more;
 }
 
-/// Both stand in a loop that never ends, where each step is a line.
+/// Runs to an endless loop in which each step is one line.
 void enterLoop(LiveSession *session)
 {
     session->env->runTo(Programs::source(u"firmware.c"_s), Programs::lineOf(u"firmware.c"_s, u"loops = loops + 1;"_s));
-    require(session->waitFor(Env::ProgramPaused), "the loop is reached");
+    require(session->waitFor(Env::ProgramPaused), "The loop was not reached.");
 }
 
 void enterLoop(BareClient *client)
@@ -104,20 +105,20 @@ void enterLoop(BareClient *client)
 
 void step(LiveSession *session)
 {
-    session->env->stepInto(u"firmware.c"_s); // nothing to step into: a line
-    require(session->waitFor(Env::ProgramPaused), "the step ends");
+    session->env->stepInto(u"firmware.c"_s); // steps one line, since there is no call
+    require(session->waitFor(Env::ProgramPaused), "The step did not end.");
 }
 
-/// What the host's windows ask for after a stop when all of them are open.
+/// The queries of all windows of the host after a stop.
 void queryEverything(LiveSession *session)
 {
-    require(!session->location().isEmpty(), "the place is known");
+    require(!session->location().isEmpty(), "The location is unknown.");
     const auto registers = session->get<IRegisters>();
     for (const RegisterInfo &info : registers->registers())
         registers->value(info.name, 0);
     MemoryBlock block;
     session->get<IMemory>()->readBlock(1, IMemory::Byte, 0x20000000, 1024, block);
-    require(block.last().status == IMemory::Success, "memory is read");
+    require(block.last().status == IMemory::Success, "Memory was not read.");
     const auto devices = session->get<IPeripherals>();
     for (const PeripheralInfo &device : devices->peripherals()) {
         for (const PeripheralRegisterInfo &info : device.registers)
@@ -141,7 +142,7 @@ void setPeer(benchmark::State &state, const QList<double> &ours, const QList<dou
     state.counters["ratio"] = median(bare) > 0 ? median(ours) / median(bare) : 0;
 }
 
-/// Ours and the bare client's in turn, so that both see the same machine.
+/// Measures both alternately, so that the load of the machine is the same for both.
 template <typename Ours, typename Bare>
 void compare(benchmark::State &state, Ours ours, Bare bare)
 {
@@ -166,7 +167,7 @@ void SessionStart(benchmark::State &state)
         state,
         [] {
             LiveSession session(option());
-            require(session.start(), "the session starts");
+            require(session.start(), "The session did not start.");
         },
         [] { const BareClient client; });
 }
@@ -175,7 +176,7 @@ BENCHMARK(SessionStart)->UseManualTime()->Iterations(10)->Unit(benchmark::kMilli
 void SourceStep(benchmark::State &state)
 {
     LiveSession session(option());
-    require(session.start(), "the session starts");
+    require(session.start(), "The session did not start.");
     enterLoop(&session);
     BareClient client;
     enterLoop(&client);
@@ -187,7 +188,7 @@ BENCHMARK(SourceStep)->UseManualTime()->Iterations(200)->Unit(benchmark::kMillis
 void SourceStepWithAllWindows(benchmark::State &state)
 {
     LiveSession session(option(u";svdFile="_s + Programs::source(u"board.svd"_s)));
-    require(session.start(), "the session starts");
+    require(session.start(), "The session did not start.");
     enterLoop(&session);
     BareClient client;
     enterLoop(&client);
@@ -201,7 +202,7 @@ void SourceStepWithAllWindows(benchmark::State &state)
 }
 BENCHMARK(SourceStepWithAllWindows)->UseManualTime()->Iterations(200)->Unit(benchmark::kMillisecond);
 
-/// The main window with a project that is debugged on the board, as the user has it: with every dock window open.
+/// The main window with a debug session on the board and all dock windows open.
 class DebuggedWindow
 {
 public:
@@ -215,7 +216,7 @@ public:
         m_files.write(u"board.vnw"_s, "<workspace><project path='board.vnp'/></workspace>");
         m_window.resize(1200, 900);
         m_window.show();
-        require(m_window.openWorkspace(m_files.path(u"board.vnw"_s), false), "the workspace opens");
+        require(m_window.openWorkspace(m_files.path(u"board.vnw"_s), false), "The workspace was not opened.");
         m_window.lookupSource(Programs::source(u"firmware.c"_s),
                               Programs::lineOf(u"firmware.c"_s, u"loops = loops + 1;"_s));
         m_window.debugRunToCursor();
@@ -231,7 +232,7 @@ public:
     }
     Q_DISABLE_COPY_MOVE(DebuggedWindow)
 
-    /// From the command until everything is painted.
+    /// A step, from the command until all windows are painted.
     void step()
     {
         m_window.debugStepInto();
@@ -241,9 +242,9 @@ public:
 private:
     void waitForPause()
     {
-        while (m_window.state() == StateRunning)
+        while (m_window.activity().state() == StateRunning)
             QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents);
-        require(m_window.state() == StatePaused, "the step ends");
+        require(m_window.activity().state() == StatePaused, "The step did not end.");
         QCoreApplication::processEvents();
     }
 
@@ -264,7 +265,7 @@ BENCHMARK(SourceStepInTheWindow)->UseManualTime()->Iterations(200)->Unit(benchma
 void BreakpointToggle(benchmark::State &state)
 {
     LiveSession session(option());
-    require(session.start(), "the session starts");
+    require(session.start(), "The session did not start.");
     BareClient client;
     const QString file = Programs::source(u"firmware.c"_s);
     const int line = Programs::lineOf(u"firmware.c"_s, u"int result"_s);
@@ -274,8 +275,8 @@ void BreakpointToggle(benchmark::State &state)
     compare(
         state,
         [&] {
-            require(breakpoints->setBreakpoint(file, line, BreakpointEnabled) == 0, "it is set");
-            require(breakpoints->setBreakpoint(file, line, BreakpointRemoved) == 0, "it is removed");
+            require(breakpoints->setBreakpoint(file, line, BreakpointEnabled) == 0, "The breakpoint was not set.");
+            require(breakpoints->setBreakpoint(file, line, BreakpointRemoved) == 0, "The breakpoint was not removed.");
         },
         [&] {
             client.ask(place, "^done");
@@ -287,15 +288,15 @@ BENCHMARK(BreakpointToggle)->UseManualTime()->Iterations(200)->Unit(benchmark::k
 void BreakpointToggleWhileRunning(benchmark::State &state)
 {
     LiveSession session(option());
-    require(session.start(), "the session starts");
+    require(session.start(), "The session did not start.");
     session.env->run();
-    require(session.waitFor(Env::ProgramRunning), "it runs");
+    require(session.waitFor(Env::ProgramRunning), "The program does not run.");
     const auto breakpoints = session.get<IBreakpoints>();
     const QString file = Programs::source(u"firmware.c"_s);
     const int line = Programs::lineOf(u"firmware.c"_s, u"int result"_s);
     for ([[maybe_unused]] auto round : state) {
-        require(breakpoints->setBreakpoint(file, line, BreakpointEnabled) == 0, "it is set");
-        require(breakpoints->setBreakpoint(file, line, BreakpointRemoved) == 0, "it is removed");
+        require(breakpoints->setBreakpoint(file, line, BreakpointEnabled) == 0, "The breakpoint was not set.");
+        require(breakpoints->setBreakpoint(file, line, BreakpointRemoved) == 0, "The breakpoint was not removed.");
     }
 }
 BENCHMARK(BreakpointToggleWhileRunning)->Iterations(50)->UseRealTime()->Unit(benchmark::kMillisecond);
@@ -303,16 +304,16 @@ BENCHMARK(BreakpointToggleWhileRunning)->Iterations(50)->UseRealTime()->Unit(ben
 double residentMegabytes()
 {
     QFile file(u"/proc/self/statm"_s);
-    require(file.open(QIODevice::ReadOnly), "our memory is known");
+    require(file.open(QIODevice::ReadOnly), "The memory size is unknown.");
     return double(file.readAll().split(' ').value(1).toLongLong()) * 4096 / 1e6;
 }
 
-/// The first and the last hundred steps in comparison, and what our memory grew by.
+/// Compares the first and the last hundred steps, and measures the growth of memory.
 void ThousandSteps(benchmark::State &state)
 {
     for ([[maybe_unused]] auto round : state) {
         LiveSession session(option());
-        require(session.start(), "the session starts");
+        require(session.start(), "The session did not start.");
         enterLoop(&session);
         QList<double> times;
         QElapsedTimer timer;
@@ -335,16 +336,16 @@ BENCHMARK(ThousandSteps)->Iterations(1)->UseRealTime()->Unit(benchmark::kMillise
 quint64 guestMicroseconds(const LiveSession &session)
 {
     QByteArray bytes;
-    require(session.env->session()->target()->readDirectly(GuestCounter, 4, &bytes), "the counter is read");
+    require(session.env->session()->target()->readDirectly(GuestCounter, 4, &bytes), "The counter was not read.");
     return memoryCellValue(bytes, false);
 }
 
-/// How differently long two boards ran between a common start and a common pause, in their own time.
+/// The difference of the running times of two boards between a common start and a common pause, in guest time.
 void SynchronisedPauseSkew(benchmark::State &state)
 {
     LiveSession first(option(u";group=pair"_s));
     LiveSession second(option(u";group=pair"_s));
-    require(first.start() && second.start(), "the sessions start");
+    require(first.start() && second.start(), "The sessions did not start.");
     for (const LiveSession *session : {&first, &second})
         session->env->session()->target()->writeDirectly(Prescale, memoryCellBytes(24, 4, false));
     const auto group = first.get<IMultiProcessorSync>();
@@ -352,13 +353,13 @@ void SynchronisedPauseSkew(benchmark::State &state)
     for ([[maybe_unused]] auto round : state) {
         const quint64 starts[] = {guestMicroseconds(first), guestMicroseconds(second)};
         group->syncRun();
-        require(first.waitFor(Env::ProgramRunning) && second.waitFor(Env::ProgramRunning), "both run");
-        QTest::qWait(20); // how long they run together; no outcome depends on it
+        require(first.waitFor(Env::ProgramRunning) && second.waitFor(Env::ProgramRunning), "A board does not run.");
+        QTest::qWait(20); // the running time; the result does not depend on it
         group->syncPause();
-        require(first.waitFor(Env::ProgramPaused) && second.waitFor(Env::ProgramPaused), "both pause");
+        require(first.waitFor(Env::ProgramPaused) && second.waitFor(Env::ProgramPaused), "A board did not pause.");
         const double ran[] = {double(guestMicroseconds(first) - starts[0]),
                               double(guestMicroseconds(second) - starts[1])};
-        require(ran[0] > 0 && ran[1] > 0, "guest time goes on");
+        require(ran[0] > 0 && ran[1] > 0, "Guest time does not advance.");
         skews.append(std::abs(ran[0] - ran[1]) / 1e3);
     }
     state.counters["skew_ms"] = median(skews);

@@ -1,5 +1,5 @@
-// Builds by the GNU build environment beside ninja called by hand on the same files, and what it takes to write the
-// file of a large project.
+// Builds with the GNU build environment. The peer is ninja called directly on the same files. Also the time to generate
+// the file of a large project.
 #include "gnubuild.h"
 #include "iprojectimpl.h"
 #include "ninjafile.h"
@@ -22,7 +22,7 @@ void require(bool condition, const char *what)
         qFatal("%s", what);
 }
 
-/// Hears of the end of a build.
+/// Waits for the end of a build.
 class Events : public InterfaceObject<IBuildEvents>
 {
 public:
@@ -39,7 +39,7 @@ public:
     void xmlFeedback(const QString &) override {}
 };
 
-/// A project of so many files in a temporary directory, a hundred in each folder.
+/// A project with @p count files in a temporary directory, a hundred per folder.
 class Sample
 {
 public:
@@ -86,14 +86,14 @@ public:
         process.setProcessChannelMode(QProcess::MergedChannels);
         process.setWorkingDirectory(m_directory.path());
         process.start(u"ninja"_s, QStringList{u"-f"_s, u"build/Debug/build.ninja"_s} + arguments);
-        require(process.waitForFinished(-1) && process.exitCode() == 0, "ninja fails.");
+        require(process.waitForFinished(-1) && process.exitCode() == 0, "ninja failed.");
         return timer.nsecsElapsed();
     }
 
     InterfacePtr<Events> events{new Events};
 
 private:
-    int helpers() const { return m_count > 100 ? 1 : 20; } ///< functions in a file: small ones where there are many
+    int helpers() const { return m_count > 100 ? 1 : 20; } ///< functions per file: few if there are many files
 
     QByteArray source(int number) const
     {
@@ -123,17 +123,17 @@ private:
     const int m_count;
 
 public:
-    InterfacePtr<GnuBuild> environment{new GnuBuild(toolChains().first())};
+    InterfacePtr<GnuBuild> environment{new GnuBuild(toolChains().first(), std::make_shared<QList<GnuProject *>>())};
 };
 
-/// From the command to the end, of both in turn.
+/// Measures both alternately, from the command to the end.
 void compare(benchmark::State &state, Sample &sample, const std::function<void()> &prepare)
 {
     qint64 ours = 0;
     qint64 byHand = 0;
     bool first = false;
     for ([[maybe_unused]] auto _ : state) {
-        first = !first; // neither of the two always finds the warmer caches
+        first = !first; // alternates, so that both profit equally from caches
         qint64 elapsed = 0;
         for (const bool isOurs : {first, !first}) {
             prepare();
@@ -162,11 +162,11 @@ void nothingToDo(benchmark::State &state)
     Sample sample(int(state.range(0)));
     sample.build();
     compare(state, sample, [] {});
-    require(sample.events->text.contains(u"up to date"_s), "There was something to do.");
+    require(sample.events->text.contains(u"up to date"_s), "The build was not up to date.");
 }
 BENCHMARK(nothingToDo)->Arg(60)->Arg(2000)->UseManualTime()->Iterations(20)->Unit(benchmark::kMillisecond);
 
-/// From the project to the text for ninja; the measure is a walk over all files that asks for their paths.
+/// Generates the text for ninja. The peer reads the paths of all files.
 void generate(benchmark::State &state)
 {
     Sample sample(int(state.range(0)), false);

@@ -1,4 +1,4 @@
-// Highlighting of a C file at the limit of the editor: the lexer by itself, the whole document, and one typed
+// Highlighting of a C file of the largest size for the editor: the lexer alone, the whole document, and one typed
 // character. The peer of the last is the same document without highlighting.
 #include "cpphighlighter.h"
 #include "highlightdriver.h"
@@ -45,8 +45,7 @@ struct Sample
     {
         document.setDocumentLayout(new QPlainTextDocumentLayout(&document));
         document.setPlainText(text + u'\n' + QString(WidestLine, u'x') + u'\n');
-        // When the widest line that it knows shrinks, the layout looks through all lines for another: let that line be
-        // none of those that are typed in.
+        // When the widest line shrinks, the layout searches all lines for another: text is not typed into that line.
         document.documentLayout()->blockBoundingRect(document.lastBlock().previous());
         if (highlighted)
             driver = std::make_unique<HighlightDriver>(&document, &highlighter);
@@ -87,19 +86,19 @@ void lexing(benchmark::State &state)
     QList<ParenEntry> brackets;
     require(lexLine(CppHighlighter::language(), u"int f(); // x", 0, formats, brackets) == 0 && formats[0] == 6
                 && formats[9] == 2 && brackets.size() == 2,
-            "The lexer paints wrongly.");
+            "The lexer returns wrong formats.");
     for (auto _ : state) {
         int lineState = 0;
         for (const QString &line : lines)
             lineState = lexLine(CppHighlighter::language(), line, lineState, formats, brackets);
-        require(lineState == 0, "The lexer ends in a comment.");
+        require(lineState == 0, "The end state is a comment.");
     }
     state.SetBytesProcessed(int64_t(state.iterations()) * largeSource().size());
     state.counters["lines"] = double(lines.size());
 }
 BENCHMARK(lexing)->Unit(benchmark::kMillisecond);
 
-/// Everything from the first line to the last, as a jump to the end of a file just opened needs it.
+/// All lines from the first to the last, as for a jump to the end of a newly opened file.
 void wholeDocument(benchmark::State &state)
 {
     for (auto _ : state) {
@@ -108,7 +107,7 @@ void wholeDocument(benchmark::State &state)
         state.ResumeTiming();
         sample->show(sample->document.blockCount());
         state.PauseTiming();
-        require(sample->driver->isProcessed(sample->document.lastBlock()), "Lines are left.");
+        require(sample->driver->isProcessed(sample->document.lastBlock()), "Lines are not highlighted.");
         sample.reset();
         state.ResumeTiming();
     }
@@ -116,7 +115,7 @@ void wholeDocument(benchmark::State &state)
 }
 BENCHMARK(wholeDocument)->Unit(benchmark::kMillisecond)->Iterations(3);
 
-/// The time to put a document of that size into the kernel's hands, to compare with wholeDocument.
+/// The time to set the text of a document of that size, for comparison with wholeDocument.
 void loadingWithoutHighlighting(benchmark::State &state)
 {
     QTextDocument document;
@@ -138,7 +137,7 @@ void typeAndDelete(benchmark::State &state, Sample &sample, Place place)
         cursor.deletePreviousChar();
     }
     require(cursor.block().text() == before, "The text has changed.");
-    require(!sample.driver || sample.driver->isProcessed(sample.document.lastBlock()), "Lines are left.");
+    require(!sample.driver || sample.driver->isProcessed(sample.document.lastBlock()), "Lines are not highlighted.");
 }
 
 void typedCharacter(benchmark::State &state, bool highlighted, Place place)
@@ -161,7 +160,7 @@ void typedIntoEmptyDocument(benchmark::State &state, bool highlighted)
 BENCHMARK_CAPTURE(typedIntoEmptyDocument, bare, false)->Unit(benchmark::kMicrosecond);
 BENCHMARK_CAPTURE(typedIntoEmptyDocument, highlighted, true)->Unit(benchmark::kMicrosecond);
 
-/// Opens and closes a comment over the whole file, with the screen below it painted each time.
+/// Opens and closes a comment at the start of the file, and highlights the visible lines each time.
 void flippedComment(benchmark::State &state, const QString &text)
 {
     Sample sample(text, true);

@@ -1,5 +1,5 @@
-// 100,000 lines of build output on a shown page, with the program's events handled every 500 lines. The measures are a
-// bare text edit that is appended to line by line, and one that gets the whole text at once.
+// 100,000 lines of build output on a visible page, with events handled every 500 lines. The peers are a QPlainTextEdit
+// to which each line is appended, and one whose whole text is set at once.
 #include "outputpage.h"
 #include <benchmark/benchmark.h>
 #include <malloc.h>
@@ -43,7 +43,7 @@ struct Cost
     double bytesPerLine;
 };
 
-/// What it costs to show all lines in @p edit, when @p add adds a line and is told its number.
+/// The cost of showing all lines in @p edit; @p add adds the line with the given number.
 template <typename Add>
 Cost fill(QPlainTextEdit &edit, Add add)
 {
@@ -61,7 +61,7 @@ Cost fill(QPlainTextEdit &edit, Add add)
     }
     benchmark::DoNotOptimize(edit.grab());
     const Cost cost{timer.nsecsElapsed(), double(allocated() - before) / LineCount};
-    require(edit.toPlainText() == lines().join(u'\n'), "The text is another.");
+    require(edit.toPlainText() == lines().join(u'\n'), "The text is wrong.");
     return cost;
 }
 
@@ -82,7 +82,7 @@ Cost fillAtOnce()
     });
 }
 
-/// The lines come whole, or each in two pieces.
+/// Adds complete lines, or each line in two pieces.
 void fillPage(benchmark::State &state, bool inPieces)
 {
     const Cost bare = fillBareEdit();
@@ -112,7 +112,7 @@ void fillPage(benchmark::State &state, bool inPieces)
 BENCHMARK_CAPTURE(fillPage, whole_lines, false)->UseManualTime()->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(fillPage, two_pieces_each, true)->UseManualTime()->Unit(benchmark::kMillisecond);
 
-/// A line that never ends, as of a program that prints a dot for each step.
+/// One growing line, as of a program that prints a dot for each step.
 void growOneLine(benchmark::State &state)
 {
     for ([[maybe_unused]] auto _ : state) {
@@ -125,7 +125,7 @@ void growOneLine(benchmark::State &state)
             page.outputLine(u"."_s);
         benchmark::DoNotOptimize(page.grab());
         state.SetIterationTime(double(timer.nsecsElapsed()) * 1e-9);
-        require(page.toPlainText() == QString(LineCount, u'.'), "The line is another.");
+        require(page.toPlainText() == QString(LineCount, u'.'), "The line is wrong.");
     }
     state.SetItemsProcessed(int64_t(state.iterations()) * LineCount);
 }

@@ -1,9 +1,10 @@
-// The project tree with 100,000 files in 1,000 folders, beside a bare QTreeWidget that gets a row for each of them.
+// The project tree with 100,000 files in 1,000 folders. The peer is a QTreeWidget with a row for each of them.
+#include "../tests/framework/fakeservices.h"
+#include "activity.h"
 #include "project.h"
 #include "projectfile.h"
 #include "projectfolder.h"
 #include "projecttree.h"
-#include "projecttreehost.h"
 #include "projecttreeitem.h"
 #include "projectworkspace.h"
 #include <benchmark/benchmark.h>
@@ -22,14 +23,10 @@ constexpr int FilesPerFolder = 100;
 constexpr int FileCount = FolderCount * FilesPerFolder;
 constexpr int FilesInBigFolder = 10000;
 
-class Host : public ProjectTreeHost
+class Host : public FakeServices
 {
 public:
-    QAction *action(const QString &) const override { return nullptr; }
-    QIcon picture(const QString &) const override { return QApplication::style()->standardIcon(QStyle::SP_FileIcon); }
-    QString sourceFilter() const override { return {}; }
-    QString filesDirectory() const override { return {}; }
-    void setFilesDirectory(const QString &) override {}
+    QIcon icon(const QString &) const override { return QApplication::style()->standardIcon(QStyle::SP_FileIcon); }
 };
 
 void require(bool condition, const char *what)
@@ -38,7 +35,7 @@ void require(bool condition, const char *what)
         qFatal("%s", what);
 }
 
-/// Names that are neither in order nor backwards.
+/// File names in neither ascending nor descending order.
 QString fileName(int number)
 {
     return u"source_file_%1.c"_s.arg(number * 7919 % 100003);
@@ -64,7 +61,7 @@ ListViewItem *bigFolder(const ProjectTree &tree)
     return static_cast<ListViewItem *>(tree.firstChild()->child(0)->child(FolderCount));
 }
 
-/// Lets everything happen that is pending, painting included.
+/// Handles all pending events and paints.
 void settle(QWidget &window)
 {
     QCoreApplication::processEvents();
@@ -78,7 +75,7 @@ double processorMilliseconds()
     return double(time.tv_sec) * 1e3 + double(time.tv_nsec) / 1e6;
 }
 
-/// Processor time of this program, so that the neighbours on a shared machine do not count.
+/// Processor time of this process, which does not depend on the load of the machine.
 template <typename Work>
 double milliseconds(const Work &work)
 {
@@ -98,7 +95,7 @@ void addRows(QTreeWidgetItem *parent, int count)
     parent->addChildren(rows);
 }
 
-/// A row for every file, closed folders; the time until it is painted.
+/// The time to add a row for each file, with collapsed folders, and to paint.
 double bareTree()
 {
     QTreeWidget tree;
@@ -116,7 +113,7 @@ double bareTree()
     });
 }
 
-/// One folder of 10,000 rows that are there already is opened.
+/// The time to expand a folder with 10,000 existing rows.
 double bareExpansion()
 {
     QTreeWidget tree;
@@ -132,21 +129,23 @@ double bareExpansion()
     });
 }
 
-/// A tree on the screen with the large project in it.
+/// A visible tree with the large project.
 struct Shown
 {
     Host host;
-    std::unique_ptr<ProjectWorkspace> workspace = largeWorkspace();
-    ProjectTree tree{host};
+    Activity activity;
+    ProjectTree tree{activity, host};
 
     Shown()
     {
         tree.resize(300, 800);
         tree.show();
-        tree.setWorkspace(workspace.get());
+        activity.openWorkspace(largeWorkspace());
+        tree.showWorkspace();
         settle(tree);
     }
-    Project *project() const { return workspace->project(0); }
+    ~Shown() { activity.closeWorkspace(); }
+    Project *project() const { return activity.currentProject(); }
 };
 
 void report(benchmark::State &state, double peer, const char *name)
@@ -154,7 +153,7 @@ void report(benchmark::State &state, double peer, const char *name)
     state.counters[name] = peer;
 }
 
-/// From the loaded model to the painted tree.
+/// The time from the loaded model to the painted tree.
 void showLargeProject(benchmark::State &state)
 {
     Shown shown;
@@ -163,7 +162,7 @@ void showLargeProject(benchmark::State &state)
     for ([[maybe_unused]] auto _ : state) {
         peer += bareTree();
         state.SetIterationTime(milliseconds([&] {
-                                   shown.tree.setWorkspace(shown.workspace.get());
+                                   shown.tree.showWorkspace();
                                    settle(shown.tree);
                                })
                                / 1000);
@@ -178,7 +177,7 @@ void expandTenThousand(benchmark::State &state)
     double peer = 0;
     for ([[maybe_unused]] auto _ : state) {
         peer += bareExpansion();
-        shown.tree.setWorkspace(shown.workspace.get());
+        shown.tree.showWorkspace();
         settle(shown.tree);
         ListViewItem *folder = bigFolder(shown.tree);
         state.SetIterationTime(milliseconds([&] {
@@ -192,7 +191,7 @@ void expandTenThousand(benchmark::State &state)
 }
 BENCHMARK(expandTenThousand)->UseManualTime()->Unit(benchmark::kMillisecond);
 
-/// One step of the selection, with every row of the project made and open.
+/// Moves the selection by one row, with all rows expanded.
 void arrowKeyInOpenTree(benchmark::State &state)
 {
     Shown shown;
@@ -208,7 +207,7 @@ void arrowKeyInOpenTree(benchmark::State &state)
 }
 BENCHMARK(arrowKeyInOpenTree)->Unit(benchmark::kMicrosecond);
 
-/// One page further down, with every row of the project made and open.
+/// Scrolls by one page, with all rows expanded.
 void pageInOpenTree(benchmark::State &state)
 {
     Shown shown;
@@ -223,7 +222,7 @@ void pageInOpenTree(benchmark::State &state)
 }
 BENCHMARK(pageInOpenTree)->Unit(benchmark::kMicrosecond);
 
-/// From F2 to the new name on the screen, with every row of the project made and open.
+/// Renames a folder, with all rows expanded.
 void renameInOpenTree(benchmark::State &state)
 {
     Shown shown;
@@ -241,7 +240,7 @@ void renameInOpenTree(benchmark::State &state)
 }
 BENCHMARK(renameInOpenTree)->Unit(benchmark::kMicrosecond);
 
-/// A file is added to a project of which every row is made and open; the tree goes there.
+/// Adds a file, with all rows expanded; the tree scrolls to it.
 void addFileToOpenTree(benchmark::State &state)
 {
     Shown shown;
@@ -258,7 +257,7 @@ void addFileToOpenTree(benchmark::State &state)
 }
 BENCHMARK(addFileToOpenTree)->Unit(benchmark::kMillisecond);
 
-/// What a plug-in does that fills a project: 10,000 files, each told by a signal of its own.
+/// Adds 10,000 files like a plug-in, with one signal for each.
 void addTenThousand(benchmark::State &state)
 {
     for ([[maybe_unused]] auto _ : state) {
@@ -302,7 +301,7 @@ BENCHMARK(removeTenThousand)->UseManualTime()->Unit(benchmark::kMillisecond);
 
 int main(int argc, char **argv)
 {
-    qputenv("LC_ALL", "en_US.UTF-8"); // names are compared as users' languages do, not byte by byte
+    qputenv("LC_ALL", "en_US.UTF-8"); // names are compared by locale, not by bytes
     QApplication application(argc, argv);
     benchmark::Initialize(&argc, argv);
     benchmark::RunSpecifiedBenchmarks();

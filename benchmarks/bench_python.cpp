@@ -1,7 +1,6 @@
-// What Python adds to the program's start: the interpreter and its console up to the first prompt, "startup.py"
-// included. The measure is a bare Py_InitializeFromConfig with the same configuration. Python starts once in a process,
-// so each start has a process of its own: this program again, which tells on its standard output how long the start
-// took.
+// The start of Python: the interpreter and its console up to the first prompt, including "startup.py". The peer is
+// Py_InitializeFromConfig with the same configuration. Python can start only once in a process, so each start is
+// measured in a child process, which runs this program and prints the time.
 #include "pythoninterpreter.h"
 #include "pythonruntime.h"
 #include "scriptdirectories.h"
@@ -43,14 +42,14 @@ bool startConsole()
 {
     if (!startPython())
         return false;
-    static QString shown; // it outlives what may still write at the end of the process
+    static QString shown; // must exist until the end of the process, because output may still be written
     auto *interpreter = new PythonInterpreter({QStringLiteral(VARNEL_STAGE_DIR) + u"/python"_s, QString()});
     QObject::connect(interpreter, &PythonInterpreter::outputLine, [](const QString &text) { shown += text; });
     interpreter->start(QStringLiteral(VARNEL_STAGE_DIR) + u"/python/startup.py"_s);
     return shown.endsWith(u"'...\nOK\n>>> "_s);
 }
 
-/// In the child: starts and tells the time in nanoseconds.
+/// Runs in the child process: prints the time of a start in nanoseconds.
 int measure(bool (*start)())
 {
     QElapsedTimer timer;
@@ -62,7 +61,7 @@ int measure(bool (*start)())
     std::_Exit(0);
 }
 
-/// The milliseconds of a start in a child; 0 if it failed.
+/// The time of a start in a child process in milliseconds; 0 if it failed.
 double startInChild(const QString &kind)
 {
     QProcess child;

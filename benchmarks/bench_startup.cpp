@@ -5,8 +5,8 @@
 
 using namespace Qt::StringLiterals;
 
-// Start-up from exec to the first painted main window, and the memory of the quiet program, beside a bare QMainWindow
-// of the same toolkit in the same run. Runs on the current display.
+// Start-up from exec to the first painted main window, and the memory of the idle program. The peer is an empty
+// QMainWindow in the same run. Runs on the current display.
 
 namespace {
 struct Startup

@@ -1,4 +1,4 @@
-// The text editor on a C file of 9.9 MB, each time beside the toolkit's bare editor, or memmem, on the same text.
+// The text editor on a C file of 9.9 MB. The peers are QPlainTextEdit and memmem() on the same text.
 #include "cpphighlighter.h"
 #include "cppindent.h"
 #include "textdocument.h"
@@ -67,14 +67,14 @@ void paint(QWidget *widget)
     widget->repaint();
 }
 
-/// Paints at once what has changed on screen, and nothing else.
+/// Paints the changes on screen at once, and nothing else.
 void paintChanges(QWidget *widget)
 {
     QEvent request(QEvent::UpdateRequest);
     QCoreApplication::sendEvent(widget->window(), &request);
 }
 
-/// Ours: a document with a view that shows its start.
+/// Our editor: a document with a view that shows its start.
 struct Ours
 {
     Ours()
@@ -97,7 +97,7 @@ struct Ours
     std::unique_ptr<TextView> view;
 };
 
-/// The toolkit's editor, without colours, margins or brackets.
+/// The peer: QPlainTextEdit, without colours, margins or bracket matching.
 struct Bare
 {
     Bare()
@@ -126,7 +126,7 @@ void BM_OpenToFirstPaint(benchmark::State &state)
         auto editor = std::make_unique<Editor>();
         state.PauseTiming();
         if (editor->edit()->document()->characterCount() != source().size() + 1)
-            state.SkipWithError("the text is not whole");
+            state.SkipWithError("the text is incomplete");
         editor.reset();
         state.ResumeTiming();
     }
@@ -138,8 +138,8 @@ void press(QPlainTextEdit *edit, int key, const QString &text = {})
     QApplication::sendEvent(edit, &event);
 }
 
-/// One character typed at the start of a text that was just opened, and its paint, so many milliseconds after the last:
-/// in a pause ours goes on with the colours.
+/// Types and paints one character at the start of a newly opened text. The argument is the pause between characters in
+/// milliseconds, in which our editor highlights further lines.
 template <typename Editor>
 void BM_TypeWhileOpening(benchmark::State &state)
 {
@@ -159,7 +159,7 @@ void BM_TypeWhileOpening(benchmark::State &state)
         state.SkipWithError("characters are missing");
 }
 
-/// One typed character and its paint, at a place given in percent of the file.
+/// Types and paints one character, at a position in percent of the file.
 template <typename Editor>
 void BM_TypeCharacter(benchmark::State &state)
 {
@@ -167,7 +167,7 @@ void BM_TypeCharacter(benchmark::State &state)
     QTextDocument *text = editor.edit()->document();
     const int line = std::min(int(text->blockCount() * state.range(0) / 100), text->blockCount() - 1);
     editor.edit()->setTextCursor(QTextCursor(text->findBlockByNumber(line)));
-    if constexpr (std::is_same_v<Editor, Ours>) // the colours that are found in idle times are another matter
+    if constexpr (std::is_same_v<Editor, Ours>) // without the highlighting in idle time
         editor.document.ensureProcessed(text->lastBlock());
     paint(editor.edit()->viewport());
     const int before = text->characterCount();
@@ -176,7 +176,7 @@ void BM_TypeCharacter(benchmark::State &state)
         press(editor.edit(), Qt::Key_X, u"x"_s);
         paintChanges(editor.edit());
         state.PauseTiming();
-        if (++typed % 60 == 0) { // or the line would become longer than any
+        if (++typed % 60 == 0) { // keeps the line short
             for (int i = 0; i < 60; ++i)
                 press(editor.edit(), Qt::Key_Backspace);
         }
@@ -187,7 +187,7 @@ void BM_TypeCharacter(benchmark::State &state)
         state.SkipWithError("characters are missing");
 }
 
-/// The "*" that makes all lines below a comment, and the paint of what it changed on screen.
+/// Types the "*" that turns all lines below into a comment, and paints the changes on screen.
 template <typename Editor>
 void BM_FlipComment(benchmark::State &state)
 {
@@ -201,7 +201,7 @@ void BM_FlipComment(benchmark::State &state)
         paintChanges(editor.edit());
         state.PauseTiming();
         if (!editor.edit()->toPlainText().startsWith(u"/*\n"_s))
-            state.SkipWithError("nothing typed");
+            state.SkipWithError("the character is missing");
         press(editor.edit(), Qt::Key_Backspace);
         QCoreApplication::processEvents();
         state.ResumeTiming();
@@ -221,7 +221,7 @@ void BM_PageDown(benchmark::State &state)
         state.ResumeTiming();
     }
     if (editor.edit()->textCursor().blockNumber() < 10)
-        state.SkipWithError("it did not move");
+        state.SkipWithError("the cursor did not move");
 }
 
 template <typename Editor>
@@ -233,7 +233,7 @@ void BM_MemoryPerLine(benchmark::State &state)
         Editor editor;
         const size_t after = ::mallinfo2().uordblks + ::mallinfo2().hblkhd;
         state.counters["bytes/line"] = double(after - before) / editor.edit()->document()->blockCount();
-        if constexpr (std::is_same_v<Editor, Ours>) { // what the colours and brackets of all lines add
+        if constexpr (std::is_same_v<Editor, Ours>) { // with the colours and brackets of all lines
             editor.document.ensureProcessed(editor.document.text()->lastBlock());
             const size_t painted = ::mallinfo2().uordblks + ::mallinfo2().hblkhd;
             state.counters["bytes/line highlighted"] =

@@ -1,5 +1,5 @@
-// A workspace of 20 projects with 2,000 files each: from openWorkspace() of a whole main window to the painted tree,
-// beside the bare load of the same model, and the longest time in which the status bar showed no sign of life.
+// Opening a workspace of 20 projects with 2,000 files each in the main window, up to the painted tree. The peer is
+// loading the model alone. Also the longest time without an update of the status bar.
 #include "../tests/framework/installation.h"
 #include "ideapplication.h"
 #include "mainwindow.h"
@@ -17,7 +17,7 @@ constexpr int ProjectCount = 20;
 constexpr int FolderCount = 20;
 constexpr int FilesPerFolder = 100;
 
-/// Processor time of this program, so that the neighbours on a shared machine do not count.
+/// Processor time of this process, which does not depend on the load of the machine.
 double milliseconds()
 {
     timespec time{};
@@ -45,7 +45,7 @@ QByteArray projectXml(int number)
     return xml + "<properties currentconfiguration='Default'><configuration name='Default'/></properties></project>";
 }
 
-/// A workspace file and its projects below @p installation; its path.
+/// Writes a workspace file and its projects below @p installation. Returns its path.
 QString writeWorkspace(const Installation &installation)
 {
     QByteArray xml = "<workspace>";
@@ -58,7 +58,7 @@ QString writeWorkspace(const Installation &installation)
     return installation.path(u"work/all.vnw"_s);
 }
 
-/// Hears when a widget is painted, and keeps the longest time without that.
+/// Measures the longest time between two paint events of a widget.
 class PaintWatch : public QObject
 {
 public:

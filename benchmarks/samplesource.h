@@ -1,11 +1,11 @@
 #pragma once
 #include <QString>
 
-/// A C file of about @p size characters: functions of the usual mix of comments, strings, numbers and keywords.
+/// A C file of about @p size characters: functions with comments, strings, numbers and keywords.
 inline QString sampleSource(qsizetype size)
 {
     const QString function = QStringLiteral("/*\n"
-                                            " * Reads channel %1 of the converter and filters what it says.\n"
+                                            " * Reads channel %1 of the converter and filters its value.\n"
                                             " */\n"
                                             "static int read_channel_%1(struct adc *adc, unsigned int flags)\n"
                                             "{\n"

@@ -5,7 +5,7 @@
 class QDialog;
 class QPixmap;
 
-// The two entry points that the program looks up by name. Whoever calls one deletes the result.
+// The two entry points that the program looks up by name. The caller deletes the result.
 
 /// The splash picture for @p version, 480 by 300 logical pixels, sharp on the primary screen. The lowest 64 pixels are
 /// a plain light strip, kept free for the logos and names of plug-ins.

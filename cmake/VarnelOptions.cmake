@@ -1,11 +1,11 @@
-# What every target of ours is compiled with: link varnel_options.
+# Compile options of all targets: link varnel_options.
 
 option(VARNEL_TESTS "Build the tests" ON)
 option(VARNEL_BENCHMARKS "Build the benchmarks" OFF)
 option(VARNEL_FUZZ "Build the fuzz targets for libFuzzer (needs clang)" OFF)
 set(VARNEL_SANITIZE "" CACHE STRING "Sanitizers to build with, as for -fsanitize=")
 
-# Debian's Python, whatever else is on the path: the embedded interpreter must match its installed library.
+# Debian's Python, even if there is another one on the path: the embedded interpreter must match the installed library.
 set(Python3_ROOT_DIR /usr)
 set(Python3_FIND_STRATEGY LOCATION)
 find_package(Python3 3.11 REQUIRED COMPONENTS Interpreter Development)
@@ -16,17 +16,21 @@ set(CMAKE_CXX_STANDARD_REQUIRED ON)
 set(CMAKE_CXX_EXTENSIONS OFF)
 set(CMAKE_AUTOMOC ON)
 set(CMAKE_AUTOUIC ON)
+set(CMAKE_AUTOGEN_ORIGIN_DEPENDS OFF) # moc reads sources: it need not wait for the libraries to be linked
 set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
 set(CMAKE_POSITION_INDEPENDENT_CODE ON)
-# Executables as libraries, so that both can use the one precompiled header.
+# Compile executables like libraries, so that both can use the same precompiled header.
 set(CMAKE_CXX_COMPILE_OPTIONS_PIE -fPIC)
-# Libraries are found relative to who needs them, so that the staged tree runs wherever it is copied.
+# Relative library paths, so that the staged tree can be copied to another directory.
 set(CMAKE_BUILD_RPATH_USE_ORIGIN ON)
 
 find_program(CCACHE ccache)
 if(CCACHE)
     set(CMAKE_CXX_COMPILER_LAUNCHER
-        ${CMAKE_COMMAND} -E env CCACHE_SLOPPINESS=pch_defines,time_macros,include_file_mtime,include_file_ctime ${CCACHE})
+        ${CMAKE_COMMAND} -E env CCACHE_SLOPPINESS=pch_defines,time_macros,include_file_mtime,include_file_ctime
+        CCACHE_DEPEND=true     # no run of the preprocessor for what is new
+        CCACHE_INODECACHE=true # the precompiled headers are large, and read again for each file otherwise
+        ${CCACHE})
 endif()
 
 add_library(varnel_options INTERFACE)
@@ -46,14 +50,19 @@ if(VARNEL_FUZZ)
     target_link_options(varnel_options INTERFACE -fsanitize=address)
 endif()
 
-# One precompiled header for all targets; it holds what every room may include.
+# One precompiled header for all targets. Each file pays for its size: it has what most files need, and no whole module.
+set(VARNEL_PCH_HEADERS <algorithm> <functional> <memory> <optional> <utility> <vector>
+    <QtCore/QCoreApplication> <QtCore/QDir> <QtCore/QFileInfo> <QtCore/QHash> <QtCore/QMap> <QtCore/QPointer> <QtCore/QSet>
+    <QtCore/QStringList> <QtCore/QTimer> <QtCore/QVariant>
+    <QtGui/QAction> <QtGui/QTextCursor> <QtWidgets/QWidget>)
 add_library(varnel_pch OBJECT "${CMAKE_CURRENT_LIST_DIR}/pch.cpp")
 set_target_properties(varnel_pch PROPERTIES AUTOMOC OFF AUTOUIC OFF)
 target_link_libraries(varnel_pch PRIVATE varnel_options Qt6::Gui)
-target_precompile_headers(varnel_pch PRIVATE
-    <algorithm> <functional> <memory> <optional> <string> <utility> <vector> <QtCore/QtCore> <QtGui/QtGui>)
+# Not the library: what it defines would keep targets without windows from using the header.
+target_include_directories(varnel_pch SYSTEM PRIVATE $<TARGET_PROPERTY:Qt6::Widgets,INTERFACE_INCLUDE_DIRECTORIES>)
+target_precompile_headers(varnel_pch PRIVATE ${VARNEL_PCH_HEADERS})
 
-# Gives a target the common options and the precompiled header, which is made for Qt Core and Gui.
+# Adds the common options and the precompiled header to a target.
 function(varnel_setup_target target)
     target_link_libraries(${target} PUBLIC varnel_options Qt6::Gui)
     target_precompile_headers(${target} REUSE_FROM varnel_pch)

@@ -1,17 +1,17 @@
-# What authors of plug-ins get: headers, and a package for find_package(Varnel), found by the prefix.
+# The SDK for plug-ins: headers, and a package for find_package(Varnel).
 
 include(CMakePackageConfigHelpers)
 
-# varnel_stage_headers(ROOM FOLDER NAMES...): headers of source/ROOM into include/FOLDER.
-function(varnel_stage_headers room folder)
+# varnel_stage_headers(SOURCE FOLDER NAMES...): copies headers of source/SOURCE into include/FOLDER.
+function(varnel_stage_headers source folder)
     foreach(header IN LISTS ARGN)
-        varnel_stage_file("${PROJECT_SOURCE_DIR}/source/${room}/${header}" "include/${folder}/${header}")
+        varnel_stage_file("${PROJECT_SOURCE_DIR}/source/${source}/${header}" "include/${folder}/${header}")
     endforeach()
 endfunction()
 
 file(GLOB headers CONFIGURE_DEPENDS RELATIVE "${PROJECT_SOURCE_DIR}/source/interfaces" "${PROJECT_SOURCE_DIR}/source/interfaces/*.h")
 varnel_stage_headers(interfaces varnel ${headers})
-# The bases of languages and kinds of documents, and what they are made of.
+# The base classes of languages and document types, and the headers that they include.
 varnel_stage_headers(base varnel/editor wholefile.h)
 varnel_stage_headers(workspace varnel/editor
     baseindent.h bracketmatcher.h cpphighlighter.h cppindent.h document.h documenttemplate.h editorhost.h markedlines.h

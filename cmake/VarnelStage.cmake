@@ -1,8 +1,8 @@
-# The staged tree: laid out like an installation, so that the program runs from the build directory unchanged.
+# The staged tree has the layout of an installation, so that the program can run from the build directory.
 
 set(VARNEL_STAGE "${CMAKE_BINARY_DIR}/stage")
-add_custom_target(varnel_staged_files) # what is copied or made from a file
-add_custom_target(varnel_stage ALL)    # these and what is compiled
+add_custom_target(varnel_staged_files) # files that are copied or generated
+add_custom_target(varnel_stage ALL)    # these and compiled targets
 add_dependencies(varnel_stage varnel_staged_files)
 
 # Copies one file into the staged tree whenever it changes.
@@ -14,7 +14,7 @@ function(varnel_stage_file source staged)
     varnel_stage_output("${target}")
 endfunction()
 
-# Ties a file that a custom command of this folder makes in the staged tree to the default target.
+# Adds a file that a custom command of this folder creates in the staged tree to the default target.
 function(varnel_stage_output target)
     get_property(known DIRECTORY PROPERTY VARNEL_STAGED_FILES SET)
     if(NOT known)
@@ -33,7 +33,7 @@ function(varnel_stage_directory folder)
     endforeach()
 endfunction()
 
-# One target for the staged files of this folder; called when the folder has been read to its end.
+# Creates one target for the staged files of this folder; called at the end of the folder.
 function(varnel_finish_stage)
     get_property(files DIRECTORY PROPERTY VARNEL_STAGED_FILES)
     file(RELATIVE_PATH folder "${PROJECT_SOURCE_DIR}" "${CMAKE_CURRENT_SOURCE_DIR}")

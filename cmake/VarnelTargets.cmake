@@ -1,7 +1,7 @@
-# How libraries, tests, benchmarks and plug-ins of the repository are declared.
+# Functions that declare libraries, tests, benchmarks and plug-ins.
 
-# varnel_add_library(NAME [SHARED] SOURCES ... LINK ...): one room of the house. It is a static library, or with SHARED
-# one in the staged tree, which the program and its plug-ins have in common.
+# varnel_add_library(NAME [SHARED] SOURCES ... LINK ...): the library of one source folder. It is static, or with SHARED a
+# shared library in the staged tree that the program and its plug-ins use.
 function(varnel_add_library name)
     cmake_parse_arguments(PARSE_ARGV 1 arg "SHARED" "" "SOURCES;LINK")
     if(arg_SHARED)
@@ -16,18 +16,53 @@ function(varnel_add_library name)
     target_link_libraries(${name} PUBLIC ${arg_LINK})
 endfunction()
 
-# varnel_add_test(NAME LIBRARIES...): NAME.cpp as a Qt Test program, offscreen, with a home directory of its own.
+# varnel_add_test(NAME LIBRARIES...): NAME.cpp as a Qt Test program, offscreen, with a temporary home directory. The tests
+# of a folder share one executable, whose first argument is the name of the test to run. Each test is one object file.
 function(varnel_add_test name)
-    find_package(Qt6 6.4 REQUIRED COMPONENTS Test)
-    add_executable(${name} ${name}.cpp)
-    varnel_setup_target(${name})
-    target_link_libraries(${name} PRIVATE ${ARGN} Qt6::Test)
-    target_compile_definitions(${name} PRIVATE
-        VARNEL_SOURCE_DIR="${PROJECT_SOURCE_DIR}" VARNEL_STAGE_DIR="${VARNEL_STAGE}")
-    varnel_register_test(${name} $<TARGET_FILE:${name}>)
+    add_library(${name} OBJECT ${name}.cpp)
+    varnel_setup_test(${name})
+    target_link_libraries(${name} PUBLIC ${ARGN})
+    varnel_moc_source(${name})
+    varnel_test_executable(executable)
+    target_link_libraries(${executable} PRIVATE ${name})
+    varnel_register_test(${name} $<TARGET_FILE:${executable}> ${name})
 endfunction()
 
-# varnel_register_test(NAME COMMAND...): a test program run offscreen in a home directory that vanishes after it.
+# Gives a target of tests the common options and the precompiled header of tests. What only tests run is not optimised.
+function(varnel_setup_test target)
+    target_link_libraries(${target} PUBLIC varnel_options varnel_testing)
+    target_precompile_headers(${target} REUSE_FROM varnel_test_pch)
+    target_compile_definitions(${target} PRIVATE
+        VARNEL_SOURCE_DIR="${PROJECT_SOURCE_DIR}" VARNEL_STAGE_DIR="${VARNEL_STAGE}")
+endfunction()
+
+# varnel_moc_source(NAME): makes NAME.moc for the target NAME if its one source, NAME.cpp, includes that. This is much
+# quicker than to have the whole target looked through.
+function(varnel_moc_source name)
+    set_target_properties(${name} PROPERTIES AUTOMOC OFF AUTOUIC OFF)
+    file(STRINGS ${name}.cpp include REGEX "^#include \"${name}\\.moc\"")
+    if(include)
+        set(moc "${CMAKE_CURRENT_BINARY_DIR}/${name}.moc")
+        qt_generate_moc(${name}.cpp "${moc}" TARGET ${name})
+        set_property(SOURCE ${name}.cpp APPEND PROPERTY OBJECT_DEPENDS "${moc}")
+        target_include_directories(${name} PRIVATE "${CMAKE_CURRENT_BINARY_DIR}")
+    endif()
+endfunction()
+
+# The executable of the tests of this folder: sets VARIABLE to its name.
+function(varnel_test_executable variable)
+    file(RELATIVE_PATH folder "${PROJECT_SOURCE_DIR}" "${CMAKE_CURRENT_SOURCE_DIR}")
+    string(MAKE_C_IDENTIFIER "${folder}" name)
+    set(${variable} ${name} PARENT_SCOPE)
+    if(TARGET ${name})
+        return()
+    endif()
+    file(GLOB headers CONFIGURE_DEPENDS "*.h") # they may hold classes for moc
+    add_executable(${name} ${headers} $<TARGET_OBJECTS:varnel_test_main>)
+    varnel_setup_test(${name})
+endfunction()
+
+# varnel_register_test(NAME COMMAND...): a test program, run offscreen with a temporary home directory.
 function(varnel_register_test name)
     add_test(NAME ${name} COMMAND "${PROJECT_SOURCE_DIR}/tests/in-fresh-home" ${ARGN})
     set_tests_properties(${name} PROPERTIES
@@ -38,6 +73,7 @@ endfunction()
 function(varnel_add_benchmark name)
     find_package(benchmark REQUIRED)
     add_executable(${name} ${name}.cpp)
+    varnel_moc_source(${name})
     varnel_setup_target(${name})
     target_link_libraries(${name} PRIVATE ${ARGN} benchmark::benchmark)
     target_compile_definitions(${name} PRIVATE VARNEL_STAGE_DIR="${VARNEL_STAGE}")
@@ -45,9 +81,10 @@ function(varnel_add_benchmark name)
 endfunction()
 
 # varnel_add_fuzz_target(NAME LIBRARIES...): NAME.cpp defines LLVMFuzzerTestOneInput. The fuzz preset links it with
-# libFuzzer; every other build links a driver that runs the corpus and a fixed number of changed inputs, as a test.
+# libFuzzer; every other build links a driver that runs the corpus and a fixed number of changed inputs as a test.
 function(varnel_add_fuzz_target name)
     add_executable(${name} ${name}.cpp)
+    varnel_moc_source(${name})
     varnel_setup_target(${name})
     target_link_libraries(${name} PRIVATE ${ARGN})
     if(VARNEL_FUZZ)
@@ -59,7 +96,7 @@ function(varnel_add_fuzz_target name)
     endif()
 endfunction()
 
-# varnel_add_plugin(NAME SOURCES ... LINK ... [DIRECTORY dir]): a plug-in library, staged in plugins unless told otherwise.
+# varnel_add_plugin(NAME SOURCES ... LINK ... [DIRECTORY dir]): a plug-in library, staged in plugins by default.
 function(varnel_add_plugin name)
     cmake_parse_arguments(PARSE_ARGV 1 arg "" "DIRECTORY" "SOURCES;LINK")
     if(NOT arg_DIRECTORY)

@@ -1,1 +1,1 @@
-// Gives the precompiled header a translation unit to be made with.
+// The translation unit for which the precompiled header is created.

@@ -1,4 +1,4 @@
-# cmake -DSOURCE=in.svg -DTARGET=out.svg -P recolour.cmake: a picture in colours that stand out from a dark window.
+# cmake -DSOURCE=in.svg -DTARGET=out.svg -P recolour.cmake: replaces colours by brighter ones for dark windows.
 file(READ "${SOURCE}" picture)
 string(REPLACE "#232629" "#eff0f1" picture "${picture}") # text
 string(REPLACE "#da4453" "#ed6470" picture "${picture}") # red

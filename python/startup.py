@@ -1,11 +1,11 @@
 """Runs when Varnel starts, in the namespace of the console (the page "Command Window" of the output window).
 
-Everything defined here is at hand at the prompt. Edit this file to make Varnel yours. Where the installed file cannot be
-changed, put a copy into the folder "python" of your own Varnel data (~/.local/share/Ostrand Labs/Varnel on Linux): it is
-run in place of this one.
+Everything defined here can be used in the console. Edit this file to customise Varnel. If you cannot write the installed
+file, put a copy into the folder "python" of your Varnel data directory (~/.local/share/Ostrand Labs/Varnel on Linux): it
+is run instead of this one.
 
-The main window is still being built while this file runs, and no workspace is open yet. What needs one goes into a
-function, to be called from the prompt, by a macro or when something happens. For example, remove the "# " before:
+While this file runs, the main window is not complete and no workspace is open. Put code that needs them into a function
+that is called from the console, by a macro or by an event. To try this example, remove the "# ":
 """
 
 # from varnel import app

@@ -1,7 +1,7 @@
 #include <QApplication>
 #include <QMainWindow>
 
-/// The least that a program with a main window does.
+/// A minimal program with a main window.
 int main(int argc, char **argv)
 {
     QApplication application(argc, argv);

@@ -28,8 +28,7 @@ void report(const char *what, long value)
     std::fflush(stdout);
 }
 
-/// Reports on the standard output when the first main window has been painted, then how much memory the quiet
-/// program holds, and ends it.
+/// Prints when the first main window has been painted, then the memory of the idle program, and ends the program.
 class FirstPaint : public QObject
 {
 public:
@@ -53,7 +52,7 @@ private:
 };
 } // namespace
 
-/// Loaded into any program by QT_QPA_GENERIC_PLUGINS, so that what is measured is the program that users start.
+/// Loaded into a program by QT_QPA_GENERIC_PLUGINS, so that the measured program is the one that users run.
 class FirstPaintPlugin : public QGenericPlugin
 {
     Q_OBJECT

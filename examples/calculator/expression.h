@@ -1,4 +1,4 @@
-// Expressions as trees.
+// Expression trees.
 #pragma once
 #include <map>
 #include <memory>

@@ -1,4 +1,4 @@
-// Parts the text of an expression into tokens.
+// Splits the text of an expression into tokens.
 #pragma once
 #include <string>
 

@@ -1,4 +1,5 @@
-// Works out the expressions on its command line, or, without any, some of its own. "name=expression" keeps a value.
+// Evaluates the expressions on its command line, or sample expressions without arguments. "name=expression" sets a
+// variable.
 #include "parser.h"
 #include <iostream>
 #include <stdexcept>

@@ -1,7 +1,7 @@
-// From text to tree.
+// Parses text into an expression tree.
 #pragma once
 #include "expression.h"
 
-/// Reads sums, products, powers, signs and brackets, the usual ones first. Throws std::runtime_error if there is
-/// anything else.
+/// Parses sums, products, powers, signs and brackets with the usual precedence. Throws std::runtime_error on a syntax
+/// error.
 ExpressionPtr parse(const std::string &text);

@@ -1,4 +1,4 @@
-/* Sends letters by a lamp, a step for each tick. */
+/* Sends letters in Morse code with a lamp; each tick is one step. */
 #ifndef LAMP_H
 #define LAMP_H
 
@@ -11,19 +11,19 @@ struct lamp
 {
     enum lamp_state state;
     uint32_t wait;    /* ticks until the state changes */
-    const char *code; /* what of the letter is still to come */
-    char queue[64];   /* letters, as a ring */
-    uint32_t head;    /* letters taken out */
-    uint32_t tail;    /* letters put in */
+    const char *code; /* the remaining dots and dashes of the letter */
+    char queue[64];   /* ring buffer of letters */
+    uint32_t head;    /* number of letters read */
+    uint32_t tail;    /* number of letters written */
 };
 
-/* Puts a letter behind the others; false if there is no room. */
+/* Appends a letter to the queue; false if it is full. */
 bool lamp_send(struct lamp *lamp, char letter);
 
-/* Whether all was sent. */
+/* Whether all letters have been sent. */
 bool lamp_is_idle(const struct lamp *lamp);
 
-/* Goes on by a tick. Returns '.', '-', ' ' or '/' when one begins, else 0. */
+/* Performs one tick. Returns '.', '-', ' ' or '/' when one starts, else 0. */
 char lamp_step(struct lamp *lamp);
 
 #endif

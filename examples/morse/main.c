@@ -1,10 +1,11 @@
-/* Sends a text by a lamp, and writes its dots and dashes to the serial port. What is typed is sent next. */
+/* Sends a text with a lamp, and writes its dots and dashes to the serial port. Characters from the serial port are sent
+ * after it. */
 #include "board.h"
 #include "lamp.h"
 #include "uart.h"
 
 static struct lamp lamp;
-static volatile char sign; /* that the interrupt has begun and nobody has written yet */
+static volatile char sign; /* started by the interrupt, not yet written to the serial port */
 
 void board_tick(void)
 {

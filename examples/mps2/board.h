@@ -1,4 +1,4 @@
-/* The parts of an MPS2 board with a Cortex-M3 that the examples use. */
+/* The devices of an MPS2 board with a Cortex-M3 that the examples use. */
 #ifndef BOARD_H
 #define BOARD_H
 
@@ -7,7 +7,7 @@
 #define CORE_CLOCK 25000000u /* Hz */
 #define TICKS_PER_SECOND 100u
 
-/* Counts up from the start of the program. */
+/* Number of ticks since the start of the program. */
 extern volatile uint32_t board_ticks;
 
 /* Sets up the serial port and the tick. */
@@ -16,15 +16,15 @@ void board_init(void);
 /* Sleeps until the next interrupt. */
 void board_sleep(void);
 
-/* What stands between the two is not interrupted. */
+/* Code between the two calls is not interrupted. */
 void board_lock(void);
 void board_unlock(void);
 
-/* Bits 0 and 1 stand for the two lamps. */
+/* Bits 0 and 1 are the two lamps. */
 void board_set_lamps(uint32_t lamps);
 uint32_t board_lamps(void);
 
-/* Called by the tick's interrupt; a program may have its own. */
+/* Called by the interrupt of the tick; a program can define it. */
 void board_tick(void);
 
 #endif

@@ -1,4 +1,4 @@
-/* From reset to main: the vector table, and the memory as a C program expects it. */
+/* The vector table, and the initialisation of memory between reset and main. */
 #include "uart.h"
 
 extern uint32_t load_data[], start_data[], end_data[], start_bss[], end_bss[], top_of_stack[];
@@ -17,7 +17,7 @@ void Reset_Handler(void)
         ;
 }
 
-/* A fault that nobody expects: look at the stack for the place. */
+/* Unexpected fault: the stack has the address. */
 void Fault_Handler(void)
 {
     uart_text("\nfault\n");
@@ -35,14 +35,14 @@ void SysTick_Handler(void) __attribute__((weak, alias("Default_Handler")));
 
 typedef void (*handler)(void);
 
-/* The first entry is the stack, those behind the sixteenth are interrupts of the board. */
+/* The first entry is the stack pointer; those after the sixteenth are interrupts of the board. */
 __attribute__((section(".vectors"), used)) static const handler vectors[16 + 32] = {
     (handler)top_of_stack, Reset_Handler,   Default_Handler, Fault_Handler,   Fault_Handler,   Fault_Handler,
     Fault_Handler,         Default_Handler, Default_Handler, Default_Handler, Default_Handler, Default_Handler,
     Default_Handler,       Default_Handler, Default_Handler, SysTick_Handler,
 };
 
-/* The compiler takes these two for granted. */
+/* The compiler generates calls of these two functions. */
 __attribute__((optimize("no-tree-loop-distribute-patterns"))) void *memset(void *to, int value, unsigned int count)
 {
     for (unsigned int i = 0; i < count; ++i)

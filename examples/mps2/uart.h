@@ -12,7 +12,7 @@ void uart_number(int32_t value);
 /* A number of tenths with its decimal point: 215 as "21.5". */
 void uart_tenths(int32_t value);
 
-/* The next character that came in, or -1. */
+/* The next received character, or -1. */
 int uart_get(void);
 
 #endif

@@ -1,4 +1,4 @@
-/* A thermostat that heats a room of its imagination, and tells of it on the serial port. */
+/* A thermostat that heats a simulated room, and prints its state on the serial port. */
 #include "board.h"
 #include "regulator.h"
 #include "room.h"
@@ -13,7 +13,7 @@ struct sample
 
 enum { HISTORY = 32, FIRST_TARGET = 21000, STEP = 500 };
 
-struct sample history[HISTORY]; /* the last ones, as a ring */
+struct sample history[HISTORY]; /* ring buffer of the last samples */
 uint32_t samples;               /* taken so far */
 
 static struct room room;
@@ -27,7 +27,7 @@ static void keep_sample(void)
     sample->power = regulator.power;
 }
 
-static void tell(void)
+static void print_state(void)
 {
     uart_text("room ");
     uart_tenths(room.temperature / 100);
@@ -38,7 +38,7 @@ static void tell(void)
     uart_text(" %\n");
 }
 
-static void obey(int key)
+static void handle_key(int key)
 {
     switch (key) {
     case '+':
@@ -69,11 +69,11 @@ int main(void)
     uart_text("thermostat\n");
     for (;;) {
         board_sleep();
-        obey(uart_get());
+        handle_key(uart_get());
         for (; board_ticks - done >= TICKS_PER_SECOND / 10; done += TICKS_PER_SECOND / 10) {
             regulate();
             if (samples % 10 == 0)
-                tell();
+                print_state();
         }
     }
 }

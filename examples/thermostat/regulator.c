@@ -20,7 +20,7 @@ int32_t regulator_step(struct regulator *regulator, int32_t temperature)
     const int32_t sum = regulator->sum + error;
     const int32_t wanted = regulator->proportional * error / 1000 + regulator->integral * (sum / 10) / 1000;
     regulator->power = limited(wanted, 0, 1000);
-    if (regulator->power == wanted) /* at its limit the sum stands still, or it would take long to come back */
+    if (regulator->power == wanted) /* at a limit the sum is not changed, to avoid integral windup */
         regulator->sum = sum;
     return regulator->power;
 }

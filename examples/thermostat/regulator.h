@@ -1,4 +1,4 @@
-/* A proportional-integral regulator in whole numbers. */
+/* A proportional-integral regulator with integer arithmetic. */
 #ifndef REGULATOR_H
 #define REGULATOR_H
 
@@ -7,10 +7,10 @@
 struct regulator
 {
     int32_t target;       /* millidegrees */
-    int32_t proportional; /* per mille of power for a degree */
-    int32_t integral;     /* per mille of power for a degree and second */
+    int32_t proportional; /* per mille of power per degree */
+    int32_t integral;     /* per mille of power per degree and second */
     int32_t sum;          /* of errors: millidegrees times tenths of a second */
-    int32_t power;        /* the last answer, in per mille */
+    int32_t power;        /* the last result, in per mille */
 };
 
 void regulator_init(struct regulator *regulator, int32_t target);

@@ -1,4 +1,4 @@
-/* A room with a heater, a window and some weather: what the thermostat measures and acts on. */
+/* A simulated room with a heater and changing weather. */
 #ifndef ROOM_H
 #define ROOM_H
 
@@ -13,7 +13,7 @@ struct room
 
 void room_init(struct room *room);
 
-/* A tenth of a second with the heater at @p power per mille. */
+/* Simulates a tenth of a second with the heater at @p power per mille. */
 void room_step(struct room *room, int32_t power);
 
 #endif

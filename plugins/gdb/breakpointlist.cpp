@@ -127,7 +127,7 @@ int BreakpointList::add(const BreakpointLocation &location, int state)
         return 1;
     }
     if (Entry *present = entry.number ? find(entry.places().first()) : nullptr) {
-        drop(&entry); // the line had no code, and the one that gdb took has a breakpoint
+        drop(&entry); // the line has no code, and the line that gdb chose has a breakpoint already
         return change(present, state);
     }
     m_entries.append(entry);
@@ -206,7 +206,7 @@ void BreakpointList::handleRecord(const MiRecord &record)
         const QList<BreakpointLocation> before = entry.locations;
         takePlaces(breakpoint, &entry);
         if (!std::equal(before.begin(), before.end(), entry.locations.begin(), entry.locations.end(),
-                        same)) // not a mere hit
+                        same)) // gdb also reports changes of the hit count
             QMetaObject::invokeMethod(this, &BreakpointList::changed, Qt::QueuedConnection);
     }
 }

@@ -7,7 +7,7 @@ class MiValue;
 class SymbolTable;
 struct MiRecord;
 
-/// The user's breakpoints. They stay from session to session; gdb gets them anew in each.
+/// The user's breakpoints. They are kept between sessions and inserted into gdb in each of them.
 class BreakpointList : public QObject, public Facet<IBreakpoints>
 {
     Q_OBJECT
@@ -17,13 +17,13 @@ public:
     QList<BreakpointRecord> breakpoints() override;
     int setBreakpoint(const QString &file, int line, int state) override;
 
-    void insertAll(); ///< Gives all of them to a gdb that has none yet.
-    void forget();    ///< The session has ended: places are as the user set them.
-    /// Sets the folder that relative paths start at.
+    void insertAll(); ///< Inserts all of them into the gdb of a new session.
+    void forget();    ///< The session has ended: locations are again those that the user set.
+    /// Sets the directory of relative paths.
     void setBasePath(const QString &path) { m_basePath = path; }
 
 Q_SIGNALS:
-    void changed(); ///< From the event loop where gdb is the cause.
+    void changed(); ///< Emitted from the event loop if gdb caused the change.
     void message(const QString &text, bool serious);
 
 private:
@@ -31,8 +31,8 @@ private:
     {
         BreakpointLocation wanted;
         int state = BreakpointEnabled;
-        int number = 0;                      ///< gdb's; 0 if gdb does not have it
-        QList<BreakpointLocation> locations; ///< as gdb placed it
+        int number = 0;                      ///< of the breakpoint in gdb; 0 if it is not inserted
+        QList<BreakpointLocation> locations; ///< where gdb inserted it
 
         [[nodiscard]] QList<BreakpointLocation> places() const;
     };
@@ -53,6 +53,6 @@ private:
     QList<Entry> m_entries;
 };
 
-/// Where gdb's "bkpt" tuple places a breakpoint: source lines, and program addresses as lines of the disassembly. Each
-/// place stands once, the source lines first. @p onlyAddresses leaves out the source lines.
+/// The locations in gdb's "bkpt" tuple: source lines first, then addresses as lines of the disassembly, each one once.
+/// @p onlyAddresses omits the source lines.
 [[nodiscard]] QList<BreakpointLocation> breakpointPlaces(const MiValue &breakpoint, bool onlyAddresses);

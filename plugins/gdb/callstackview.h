@@ -8,8 +8,8 @@ class QTreeWidget;
 class QTreeWidgetItem;
 struct MiRecord;
 
-/// The functions that the program is in, innermost first, and the thread or core that they belong to. A double click
-/// makes one of them the one that expressions, variables and registers are of.
+/// The call stack, innermost function first, and the thread or core that it belongs to. A double click selects the
+/// frame for expressions, variables and registers.
 class CallStackView : public QWidget
 {
     Q_OBJECT
@@ -17,7 +17,7 @@ class CallStackView : public QWidget
 public:
     explicit CallStackView(GdbSession *session, QWidget *parent = nullptr);
 
-    [[nodiscard]] QString text() const; ///< a line a function: "0 main main.c, 12"
+    [[nodiscard]] QString text() const; ///< one line per function: "0 main main.c, 12"
 
 protected:
     void showEvent(QShowEvent *event) override;
@@ -34,5 +34,5 @@ private:
     QTreeWidget *m_frames;
 };
 
-/// A frame as a row: its number, where it is, its file and line.
+/// A frame as a row: level, function or address, file and line.
 [[nodiscard]] QStringList frameColumns(const MiValue &frame);

@@ -7,7 +7,7 @@ namespace {
 constexpr int StartLimit = 5000;
 constexpr int KillLimit = 2000;
 
-/// Runs between fork and exec, so it may only make system calls.
+/// Runs between fork and exec, where only async-signal-safe calls are allowed.
 void leadOwnGroup()
 {
     ::setpgid(0, 0);

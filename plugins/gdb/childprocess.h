@@ -1,9 +1,9 @@
 #pragma once
 #include <QProcess>
 
-/// A program that we started and that does not outlive us: it ends with this object, or with our own process.
+/// A child process that ends with this object, and with our own process.
 ///
-/// It is the leader of a process group of its own, so that a key typed at our terminal does not reach it.
+/// It leads its own process group, so that Ctrl+C in our terminal does not reach it.
 class ChildProcess : public QProcess
 {
     Q_OBJECT
@@ -13,6 +13,6 @@ public:
 
     /// Starts the program; false with @p error set if that fails.
     bool launch(const QString &program, const QStringList &arguments, QString *error);
-    /// Ends the program within @p limit milliseconds, by force if need be. Nothing is signalled any more.
+    /// Waits @p limit milliseconds for the program to end, then kills it. Emits no signal.
     void end(int limit = 0);
 };

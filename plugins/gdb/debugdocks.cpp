@@ -7,7 +7,7 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-/// With several processors there are as many windows of each kind, and whoever looks for one means a certain one.
+/// Prefixes object names with the project: with several processors there are several windows of each kind.
 void nameByProject(QWidget *window, const QString &project)
 {
     const QList<QWidget *> parts = QList<QWidget *>{window} + window->findChildren<QWidget *>();

@@ -10,7 +10,7 @@ class GdbSession;
 class LocalsView;
 class TargetConsole;
 
-/// The plug-in's own windows. The host owns the widgets and deletes them when it likes.
+/// The dock windows of the plug-in. The host owns the widgets and can delete them at any time.
 class DebugDocks : public QObject, public Facet<IDockExtension>
 {
     Q_OBJECT
@@ -18,8 +18,8 @@ public:
     DebugDocks(GdbSession *session, QUnknownInterface *whole);
 
     void setProjectName(const QString &name) { m_projectName = name; }
-    QList<QWidget *> widgets() override; ///< named "project/localsView", and their fields likewise
-    void clear();                        ///< A new program begins.
+    QList<QWidget *> widgets() override; ///< object names, also of their fields, are like "project/localsView"
+    void clear();                        ///< Called when a program starts.
 
 private:
     void keepOutput(const QByteArray &bytes);

@@ -8,8 +8,8 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-constexpr quint64 Piece = 256;     ///< bytes that are decoded at least
-constexpr quint64 Furthest = 2048; ///< bytes between an instruction and the place where decoding may begin for it
+constexpr quint64 Piece = 256;     ///< minimum number of bytes to decode
+constexpr quint64 Furthest = 2048; ///< maximum distance in bytes between the start of decoding and an instruction
 constexpr int MostSourceLines = 12;
 
 QString rich(const QString &text)
@@ -103,12 +103,12 @@ const Disassembler::Instruction *Disassembler::at(quint64 address)
     const auto piece = m_decoded.upperBound(address);
     const bool decoded = piece != m_decoded.begin() && std::prev(piece).value() > address;
     if (!decoded && (m_session->isStopped() || m_session->target()->readsWhileRunning()))
-        decode(address); // gdb decodes zeros, or worse, if the memory of a running target cannot be read
+        decode(address); // gdb shows wrong instructions if the memory of a running target cannot be read
     const auto found = m_instructions.constFind(address);
     return found == m_instructions.constEnd() ? nullptr : &*found;
 }
 
-/// The nearest place before @p address where decoding may begin.
+/// The nearest address, up to @p address, at which an instruction is known to start.
 quint64 Disassembler::startFor(quint64 address)
 {
     if (m_starts.isEmpty()) {
@@ -136,7 +136,7 @@ void Disassembler::decode(quint64 address)
         end = std::min(end, region->end());
     if (const auto next = m_decoded.upperBound(start); next != m_decoded.end())
         end = std::min(end, next.key());
-    m_decoded.insert(start, end); // also if it cannot be read: once is enough
+    m_decoded.insert(start, end); // also if the read fails, so that it is tried once
     const MiRecord answer = m_session->gdb()->ask("-data-disassemble -s 0x" + QByteArray::number(start, 16) + " -e 0x"
                                                   + QByteArray::number(end, 16) + " -- 2");
     for (const MiValue &row : answer.results[u"asm_insns"].items()) {

@@ -11,15 +11,15 @@ class SymbolTable;
 
 /// The program's instructions and the source lines above them.
 ///
-/// Code is decoded in pieces that begin where an instruction is known to begin, at a function or a source line, so that
-/// instructions of several lengths are told apart rightly. While a target runs whose memory cannot be read then, what
-/// was decoded before is all there is.
+/// Code is decoded in pieces that start at a function or a source line, so that instructions of different lengths are
+/// decoded correctly. While a target runs whose memory cannot be read meanwhile, only instructions decoded before are
+/// shown.
 class Disassembler : public Facet<IDisassembly, IDisassemblyAddress>
 {
 public:
     Disassembler(GdbSession *session, SymbolTable *symbols, MemoryAccess *memory, QUnknownInterface *whole);
 
-    void reset(); ///< The program is another one.
+    void reset(); ///< Called when another program is loaded.
 
     QString disassemble(uint address, int region) override;
     QString text(int index) override;
@@ -44,7 +44,7 @@ private:
     MemoryAccess *const m_memory;
     int m_generation = -1;
     QMap<quint64, Instruction> m_instructions;
-    QMap<quint64, quint64> m_decoded; ///< from start to end
-    QList<quint64> m_starts;          ///< where instructions are known to begin, in ascending order
+    QMap<quint64, quint64> m_decoded; ///< from start address to end address of a piece
+    QList<quint64> m_starts;          ///< addresses at which an instruction is known to start, ascending
     QHash<QString, QStringList> m_sources;
 };

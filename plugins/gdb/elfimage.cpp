@@ -8,7 +8,7 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-/// Numbers of a file at given places; 0 beyond its end.
+/// Reads numbers and texts at offsets of a file; 0 or empty beyond its end.
 class Bytes
 {
 public:
@@ -28,7 +28,7 @@ public:
     {
         if (at >= quint64(m_bytes.size()))
             return {};
-        return m_bytes.mid(qsizetype(at), 64).constData(); // up to the 0
+        return m_bytes.mid(qsizetype(at), 64).constData(); // up to the terminating 0
     }
 
 private:
@@ -46,7 +46,7 @@ struct Section
 
 constexpr int MostHeaders = 4096;
 constexpr quint64 MostSymbols = 4'000'000;
-constexpr int MostFiles = 20000; ///< that are looked at in the search for a program
+constexpr int MostFiles = 20000; ///< that a search for a program examines
 constexpr int SymbolTable = 2;
 constexpr int FunctionSymbol = 2;
 
@@ -160,7 +160,7 @@ ElfImage readElfImage(const QByteArray &contents)
     const quint64 type = bytes.number(16, 2);
     image.program = type == 2 || type == 3;
     image.relocatable = type == 3;
-    const quint64 addressMask = image.machine == ElfImage::Arm ? ~quint64(1) : ~quint64(0); // bit 0 tells Thumb code
+    const quint64 addressMask = image.machine == ElfImage::Arm ? ~quint64(1) : ~quint64(0); // bit 0 marks Thumb code
     image.entry = bytes.number(24, image.wide ? 8 : 4) & addressMask;
     image.segments = readSegments(bytes, image.wide);
     const QList<Section> sections = readSections(bytes, image.wide);

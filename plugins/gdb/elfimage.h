@@ -3,22 +3,22 @@
 #include <QMap>
 #include <QString>
 
-/// What a session needs to know of a program file before, and beside, gdb.
+/// The properties of a program file that a session needs in addition to gdb.
 struct ElfImage
 {
     struct Segment
     {
-        quint64 address = 0; ///< where it runs
+        quint64 address = 0; ///< at run time
         quint64 size = 0;    ///< in memory
         bool writable = false;
         bool executable = false;
     };
 
-    int machine = 0;   ///< the processor's number
+    int machine = 0;   ///< the number of the processor architecture
     bool wide = false; ///< 64 bits
     bool bigEndian = false;
-    bool program = false;     ///< can be run; object files and archives cannot
-    bool relocatable = false; ///< its place is chosen when it is loaded
+    bool program = false;     ///< executable; object files and archives are not
+    bool relocatable = false; ///< its address is chosen when it is loaded
     bool debugInformation = false;
     quint64 entry = 0;
     QList<Segment> segments;
@@ -27,23 +27,23 @@ struct ElfImage
     enum Machine { I386 = 3, Arm = 40, X86_64 = 62, Avr = 83, AArch64 = 183, RiscV = 243 };
 
     [[nodiscard]] bool isValid() const { return machine != 0; }
-    [[nodiscard]] bool isNative() const; ///< for the kind of processor that we run on
+    [[nodiscard]] bool isNative() const; ///< for the processor of this computer
 };
 
-/// Reads a file's contents; not valid if it is no ELF file.
+/// Reads a file's contents; the result is invalid if it is not an ELF file.
 [[nodiscard]] ElfImage readElfImage(const QByteArray &contents);
 [[nodiscard]] ElfImage loadElfImage(const QString &fileName);
 
-/// Where a project's program is looked for.
+/// Where to search for the program of a project.
 struct ImageSearch
 {
     QString basePath;
     QString buildDirectory = QStringLiteral("build"); ///< relative to basePath or absolute
-    QString name;                                     ///< what the program is called, without its suffix
+    QString name;                                     ///< name of the program without extension
     QString configuration;
 };
 
-/// The program of a project: in the configuration's folder of the build directory, in the configuration's folder of the
-/// project, in the build directory or anywhere in the project; the first of them that has any. Programs of the wanted
-/// name go first, then newer ones. Empty if there is none.
+/// The program of a project, from the first of these directories that contains programs: the configuration's directory
+/// in the build directory, the configuration's directory in the project, the build directory, the project. Programs
+/// with the wanted name have priority, then newer ones. Empty if there is none.
 [[nodiscard]] QString findImage(const ImageSearch &search);

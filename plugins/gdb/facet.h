@@ -1,16 +1,16 @@
 #pragma once
 #include "unknown.h"
 
-/// A part of an object that implements some of its interfaces, in a class of its own.
+/// A part of an object: a class that implements some of the object's interfaces.
 class FacetBase
 {
 public:
     virtual ~FacetBase() = default;
-    /// The interface named @p id, without a new reference; null if it is not of this part.
+    /// The interface @p id, without a new reference; null if this part does not implement it.
     virtual QUnknownInterface *offer(const QUuid &id) = 0;
 };
 
-/// References, and questions for other interfaces, go to the whole object, which owns the part.
+/// Passes references and queries for other interfaces to the whole object, which owns the part.
 template <typename... Interfaces>
 class Facet : public FacetBase, public Interfaces...
 {

@@ -28,7 +28,7 @@ void appendFolders(const QList<IProjectFolder *> &folders, const QDir &base, QSt
 }
 } // namespace
 
-GdbEnvironment::GdbEnvironment()
+GdbEnvironment::GdbEnvironment(const ProcessorGroup::Registry &processors)
     : m_symbols(&m_session, static_cast<IPluginObject *>(this))
     , m_breakpoints(&m_session, &m_symbols, static_cast<IPluginObject *>(this))
     , m_memory(&m_session, static_cast<IPluginObject *>(this))
@@ -36,7 +36,7 @@ GdbEnvironment::GdbEnvironment()
     , m_peripherals(&m_memory, static_cast<IPluginObject *>(this))
     , m_disassembler(&m_session, &m_symbols, &m_memory, static_cast<IPluginObject *>(this))
     , m_group(
-          &m_session, [this] { restart(); }, static_cast<IPluginObject *>(this))
+          processors, &m_session, [this] { restart(); }, static_cast<IPluginObject *>(this))
     , m_docks(&m_session, static_cast<IPluginObject *>(this))
     , m_facets(
           {&m_symbols, &m_breakpoints, &m_memory, &m_registers, &m_peripherals, &m_disassembler, &m_group, &m_docks})
@@ -46,23 +46,23 @@ GdbEnvironment::GdbEnvironment()
 
 GdbEnvironment::~GdbEnvironment()
 {
-    m_session.disconnect(this); // whoever lets us go wants to hear no more
+    m_session.disconnect(this); // the host expects no events after its last release()
     m_session.end();
 }
 
 void GdbEnvironment::connectParts()
 {
-    connect(&m_session, &GdbSession::changed, this, &GdbEnvironment::report);
-    connect(&m_session, &GdbSession::message, this, &GdbEnvironment::tell);
+    connect(&m_session, &GdbSession::changed, this, &GdbEnvironment::reportState);
+    connect(&m_session, &GdbSession::message, this, &GdbEnvironment::showMessage);
     connect(&m_session, &GdbSession::symbolsLoaded, this, [this] { m_breakpoints.insertAll(); });
-    connect(&m_session, &GdbSession::programLoaded, this, &GdbEnvironment::takeProgram);
+    connect(&m_session, &GdbSession::programLoaded, this, &GdbEnvironment::loadTargetTables);
     connect(&m_session, &GdbSession::stopText, this, [this](const QString &text) {
         if (m_events)
             m_events->statusInfo(text, 1);
     });
-    connect(&m_symbols, &SymbolTable::message, this, &GdbEnvironment::tell);
-    connect(&m_breakpoints, &BreakpointList::message, this, &GdbEnvironment::tell);
-    connect(&m_peripherals, &PeripheralAccess::message, this, &GdbEnvironment::tell);
+    connect(&m_symbols, &SymbolTable::message, this, &GdbEnvironment::showMessage);
+    connect(&m_breakpoints, &BreakpointList::message, this, &GdbEnvironment::showMessage);
+    connect(&m_peripherals, &PeripheralAccess::message, this, &GdbEnvironment::showMessage);
     connect(&m_breakpoints, &BreakpointList::changed, this, [this] {
         if (m_events)
             m_events->breakpointsChanged();
@@ -95,8 +95,8 @@ bool GdbEnvironment::initialise(IProject *project, IExecutionEvents *events, con
     QString error;
     const bool understood = applyOptionText(option, &ignored, &error);
     if (!understood)
-        tell(error + u'\n', true);
-    expectTarget();
+        showMessage(error + u'\n', true);
+    setExpectedTarget();
     return understood;
 }
 
@@ -107,7 +107,7 @@ QString GdbEnvironment::absolute(const QString &path) const
     return path.isEmpty() ? path : QDir::cleanPath(QDir(m_project->basePath()).absoluteFilePath(path));
 }
 
-/// The option text, then the properties over it, with absolute paths.
+/// The option text, overridden by the properties, with absolute paths.
 TargetOptions GdbEnvironment::options() const
 {
     TargetOptions options;
@@ -139,7 +139,7 @@ QString GdbEnvironment::findProgram(const TargetOptions &options) const
     ImageSearch search;
     search.basePath = m_project->basePath();
     search.configuration = m_project->currentConfiguration();
-    // Where the build environment puts its output, if it says so by these properties.
+    // The build environment's output, if these properties of it are set.
     if (const QString folder = store->property(u"buildDirectory"_s, search.configuration, false); !folder.isEmpty())
         search.buildDirectory = folder;
     search.name = store->property(u"buildOutputName"_s, search.configuration, false);
@@ -157,8 +157,8 @@ QStringList GdbEnvironment::projectFiles() const
     return paths;
 }
 
-/// What the windows show before a session has asked the target.
-void GdbEnvironment::expectTarget()
+/// Sets what the windows show before the first session.
+void GdbEnvironment::setExpectedTarget()
 {
     const TargetOptions now = options();
     const ElfImage elf = loadElfImage(findProgram(now));
@@ -183,11 +183,11 @@ bool GdbEnvironment::start(bool attachOnly)
     Target::Program program{findProgram(now), {}};
     program.elf = loadElfImage(program.file);
     if (!attachOnly && !program.elf.isValid()) {
-        tell(program.file.isEmpty()
-                 ? tr("There is no program to be debugged: build the project, or name the program by "
-                      "the project property \"Program\".\n")
-                 : tr("'%1' is no program that can be debugged.\n").arg(program.file),
-             true);
+        showMessage(program.file.isEmpty()
+                        ? tr("There is no program to be debugged: build the project, or set the project property "
+                             "\"Program\".\n")
+                        : tr("'%1' is not a program that can be debugged.\n").arg(program.file),
+                    true);
         return false;
     }
     m_instructionView.clear();
@@ -195,7 +195,7 @@ bool GdbEnvironment::start(bool attachOnly)
     m_disassembler.reset();
     m_breakpoints.forget();
     m_symbols.setSources([this] { return projectFiles(); }, now.sourceDirectories.split(u';', Qt::SkipEmptyParts));
-    expectTarget();
+    setExpectedTarget();
     m_docks.clear();
     if (!m_session.start(now, program, attachOnly)) {
         m_breakpoints.forget();
@@ -204,8 +204,8 @@ bool GdbEnvironment::start(bool attachOnly)
     return true;
 }
 
-/// Called when the program lies where it will run.
-void GdbEnvironment::takeProgram()
+/// Called when the program is loaded and its addresses are final.
+void GdbEnvironment::loadTargetTables()
 {
     m_symbols.reset();
     m_disassembler.reset();
@@ -213,7 +213,7 @@ void GdbEnvironment::takeProgram()
     QStringList bad;
     RegionTable table = parseRegions(now.regions, &bad);
     for (const QString &entry : bad)
-        tell(tr("The memory region '%1' is not understood; write name:start:length:kind.\n").arg(entry), false);
+        showMessage(tr("The memory region '%1' is invalid; the format is name:start:length:kind.\n").arg(entry), false);
     if (table.isEmpty())
         table = m_session.target()->regions(m_session.gdb());
     m_memory.setTable(table.withCodeFirst(m_session.frame().address));
@@ -242,7 +242,7 @@ void GdbEnvironment::restart()
     if (!m_session.gdb()->isOpen())
         m_breakpoints.forget();
     if (!m_session.restart())
-        m_events->programStatusChanged(ProgramUnknown); // the host takes it to be paused
+        m_events->programStatusChanged(ProgramUnknown); // the host has set its state to paused
 }
 
 void GdbEnvironment::run()
@@ -271,7 +271,7 @@ void GdbEnvironment::stepOver(const QString &file)
     step(file, "-exec-next", "-exec-next-instruction");
 }
 
-/// Code without source lines is stepped through by instructions, whatever document is in front.
+/// Code without source lines is stepped by instructions, even if a source file is the current document.
 void GdbEnvironment::step(const QString &file, const QByteArray &bySource, const QByteArray &byInstruction)
 {
     m_instructionView = isDisassembly(file) ? file : QString();
@@ -314,21 +314,21 @@ int GdbEnvironment::evaluate(const QString &expression, QString &result)
     return answer.isDone() ? 0 : 1;
 }
 
-// What the host is told -----------------------------------------------------------------------------------------------
+// Events for the host -------------------------------------------------------------------------------------------------
 
-void GdbEnvironment::report()
+void GdbEnvironment::reportState()
 {
     const TargetState state = m_session.state();
     if (!m_events || state.phase == TargetState::Absent)
-        return; // the host ended the session and knows
+        return; // the host ended the session itself
     if (std::exchange(m_reportedProcessor, state.phase) != state.phase)
         m_events->processorStatusChanged(ProcessorStatus(state.phase));
     m_events->programStatusChanged(::programStatus(state));
-    if (m_session.target()) // told again and again, for the builds of other projects clear the status bar
+    if (m_session.target()) // each time, because builds of other projects clear the status bar
         m_events->statusInfo(m_session.target()->title(), 0);
 }
 
-void GdbEnvironment::tell(const QString &text, bool serious)
+void GdbEnvironment::showMessage(const QString &text, bool serious)
 {
     if (!m_events)
         return;
@@ -352,12 +352,12 @@ QList<ExtensionCommand> GdbEnvironment::commands()
         {u"stepInstruction"_s, tr("Step instruction"), tr("Executes one instruction of the processor."), stopped,
          false},
         {u"reload"_s, tr("Reload program"),
-         tr("Loads the program anew, as it was last built, and leaves it paused at its start. Breakpoints stay."),
+         tr("Loads the last build of the program and pauses it at its start. Breakpoints stay."),
          m_session.isAlive() || m_session.state().phase == TargetState::Ended, false},
-        {u"loadSymbols"_s, tr("Load symbols..."), tr("Adds the symbols of a further program, such as a boot loader."),
+        {u"loadSymbols"_s, tr("Load symbols..."), tr("Adds the symbols of another program, such as a boot loader."),
          m_session.isAlive(), false},
         {u"log"_s, tr("Log the dialogue with gdb"),
-         tr("Shows every line that is exchanged with gdb on an output page of its own."), true, m_logging},
+         tr("Shows every line sent to gdb and received from it on the output page \"gdb\"."), true, m_logging},
     };
 }
 
@@ -369,7 +369,7 @@ void GdbEnvironment::execute(const QString &id)
         m_session.step("-exec-step-instruction");
     } else if (id == u"reload") {
         if (!start(false))
-            m_events->programStatusChanged(ProgramUnknown); // the host still is in its session
+            m_events->programStatusChanged(ProgramUnknown); // the host's session goes on
     } else if (id == u"log") {
         m_logging = !m_logging;
     } else if (id == u"loadSymbols") {
@@ -381,10 +381,9 @@ void GdbEnvironment::execute(const QString &id)
 
 void GdbEnvironment::loadSymbols(const QString &file)
 {
-    const MiRecord answer =
-        m_session.gdb()->ask("-interpreter-exec console " + miQuoted(u"add-symbol-file \"%1\""_s.arg(file)), 30000);
-    if (answer.isError())
-        tell(tr("The symbols of '%1' cannot be loaded: %2\n").arg(file, answer.errorText()), true);
+    QString error;
+    if (!m_session.addSymbols(file, &error))
+        showMessage(error, true);
     m_symbols.reset();
     m_disassembler.reset();
 }

@@ -17,7 +17,7 @@
 #include "registeraccess.h"
 #include "symboltable.h"
 
-/// The execution environment of one project: hands the host's calls to the parts, and what the session tells to the
+/// The execution environment of one project: passes the host's calls to the parts, and events of the session to the
 /// host.
 class GdbEnvironment : public QObject,
                        public InterfaceObject<IPluginObject, IExecutionEnvironment, IExtensionCommands,
@@ -25,7 +25,7 @@ class GdbEnvironment : public QObject,
 {
     Q_OBJECT
 public:
-    GdbEnvironment();
+    explicit GdbEnvironment(const ProcessorGroup::Registry &processors);
     ~GdbEnvironment() override;
 
     using InterfaceObject::queryInterface;
@@ -64,10 +64,10 @@ private:
     QString findProgram(const TargetOptions &options) const;
     QString absolute(const QString &path) const;
     QStringList projectFiles() const;
-    void expectTarget();
-    void takeProgram();
-    void report();
-    void tell(const QString &text, bool serious);
+    void setExpectedTarget();
+    void loadTargetTables();
+    void reportState();
+    void showMessage(const QString &text, bool serious);
     void step(const QString &file, const QByteArray &bySource, const QByteArray &byInstruction);
     void logDialogue(const QString &line, bool fromUs);
 
@@ -75,7 +75,7 @@ private:
     InterfacePtr<IExecutionEvents> m_events;
     InterfacePtr<IQueryPluginInterface> m_query;
     QString m_optionText;
-    QString m_instructionView; ///< the disassembly that the user steps in; empty while he steps in the source
+    QString m_instructionView; ///< the disassembly in which the user steps; empty while the user steps in the source
     bool m_logging = false;
     long m_reportedProcessor = TargetState::Absent;
 

@@ -11,7 +11,7 @@ QStringList GdbFactory::featureList()
 
 IPluginObject *GdbFactory::create(const QString &feature)
 {
-    return featureList().contains(feature) ? new GdbEnvironment : nullptr;
+    return featureList().contains(feature) ? new GdbEnvironment(m_processors) : nullptr;
 }
 
 QString GdbFactory::name()
@@ -19,7 +19,7 @@ QString GdbFactory::name()
     return u"GDB"_s;
 }
 
-/// A chip with its pins, and the arrow of a program that stands still.
+/// A chip with its pins and the arrow of a paused program.
 QPixmap GdbFactory::logo()
 {
     QPixmap picture(32, 32);

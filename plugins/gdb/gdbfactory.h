@@ -1,12 +1,13 @@
 #pragma once
 #include "interfaceobject.h"
 #include "pluginfactory.h"
+#include "processorgroup.h"
 #include <QObject>
 
 /// The feature by which projects name this execution environment.
 #define GdbFeature "{27aa5f2d-ef64-4eab-9fda-9693e2e6117f}"
 
-/// What the host finds in the library.
+/// The root object of the plug-in library. Owns what all environments share.
 class GdbFactory : public QObject, public InterfaceObject<IPluginFactory>
 {
     Q_OBJECT
@@ -17,4 +18,7 @@ public:
     IPluginObject *create(const QString &feature) override;
     QString name() override;
     QPixmap logo() override;
+
+private:
+    const ProcessorGroup::Registry m_processors = std::make_shared<QList<ProcessorGroup *>>();
 };

@@ -2,7 +2,6 @@
 #include <QDir>
 #include <QFileInfo>
 #include <QStandardPaths>
-#include <QTimer>
 
 using namespace Qt::StringLiterals;
 
@@ -21,8 +20,8 @@ QString gdbFor(const TargetOptions &options, const ElfImage &elf)
     return u"gdb-multiarch"_s;
 }
 
-/// Texts by which gdb says that its target has gone.
-bool tellsOfLostTarget(const QString &text)
+/// Whether gdb reports with this text that the target is lost.
+bool reportsLostTarget(const QString &text)
 {
     static const QStringList phrases = {u"Remote connection closed"_s, u"Remote communication error"_s,
                                         u"Connection reset by peer"_s, u"Broken pipe"_s};
@@ -43,6 +42,8 @@ GdbSession::GdbSession(QObject *parent) : QObject(parent)
     connect(&m_gdb, &MiConnection::logText, this, &GdbSession::handleError);
     connect(&m_gdb, &MiConnection::closed, this, &GdbSession::gdbClosed);
     connect(&m_gdb, &MiConnection::targetText, this, [this](const QString &text) { Q_EMIT output(text.toUtf8()); });
+    m_changeTimer.setSingleShot(true);
+    connect(&m_changeTimer, &QTimer::timeout, this, &GdbSession::changed);
     connect(&m_gdb, &MiConnection::strayText, this, [this](const QString &text) { Q_EMIT output(text.toUtf8()); });
 }
 
@@ -52,7 +53,7 @@ GdbSession::~GdbSession()
     end();
 }
 
-// Beginning and end ---------------------------------------------------------------------------------------------------
+// Start and end -------------------------------------------------------------------------------------------------------
 
 bool GdbSession::start(const TargetOptions &options, const Target::Program &program, bool attachOnly)
 {
@@ -88,8 +89,8 @@ void GdbSession::setUp()
         m_gdb.send(QByteArray("-gdb-set ") + setting);
     if (!m_options.callFunctions)
         m_gdb.send("-gdb-set may-call-functions off");
-    if (m_program.elf.machine == ElfImage::Avr)
-        m_gdb.send("-gdb-set can-use-hw-watchpoints 0"); // accepted by its simulators, but they never stop
+    if (m_program.elf.machine == ElfImage::Avr) // its simulators accept hardware watchpoints, but never stop at them
+        m_gdb.send("-gdb-set can-use-hw-watchpoints 0");
     for (const QString &directory : parts(m_options.sourceDirectories))
         m_gdb.send("-environment-directory " + miQuoted(directory));
 }
@@ -104,10 +105,9 @@ bool GdbSession::loadSymbols(QString *error)
         return false;
     }
     for (const QString &file : parts(m_options.symbolFiles)) {
-        const MiRecord added =
-            m_gdb.ask("-interpreter-exec console " + miQuoted(u"add-symbol-file "_s + file), LoadLimit);
-        if (added.isError())
-            Q_EMIT message(tr("The symbols of '%1' cannot be loaded: %2\n").arg(file, added.errorText()), false);
+        QString symbolError;
+        if (!addSymbols(file, &symbolError))
+            Q_EMIT message(symbolError, false);
     }
     if (!m_program.elf.debugInformation)
         Q_EMIT message(tr("'%1' has no debug information: there are no source lines and no variables. "
@@ -117,6 +117,14 @@ bool GdbSession::loadSymbols(QString *error)
     return true;
 }
 
+bool GdbSession::addSymbols(const QString &file, QString *error)
+{
+    const MiRecord answer =
+        m_gdb.ask("-interpreter-exec console " + miQuoted(u"add-symbol-file \"%1\""_s.arg(file)), LoadLimit);
+    *error = tr("The symbols of '%1' cannot be loaded: %2\n").arg(file, answer.errorText());
+    return answer.isDone();
+}
+
 bool GdbSession::beginProgram(QString *error)
 {
     if (!m_target->connectGdb(&m_gdb, m_attached, error))
@@ -124,7 +132,7 @@ bool GdbSession::beginProgram(QString *error)
     for (const QString &command : parts(m_options.commands)) {
         const MiRecord answer = m_gdb.ask("-interpreter-exec console " + miQuoted(command.trimmed()));
         if (answer.isError())
-            Q_EMIT message(tr("gdb's command '%1' failed: %2\n").arg(command.trimmed(), answer.errorText()), false);
+            Q_EMIT message(tr("The gdb command '%1' failed: %2\n").arg(command.trimmed(), answer.errorText()), false);
     }
     apply(TargetEvent::Connected);
     Q_EMIT symbolsLoaded();
@@ -140,7 +148,7 @@ bool GdbSession::beginProgram(QString *error)
     return true;
 }
 
-/// Runs the program from its start to the function where the user wants to begin.
+/// Runs the program from its start to the function at which the user wants to start.
 void GdbSession::runToFunction()
 {
     MiRecord inserted;
@@ -157,7 +165,7 @@ void GdbSession::runToFunction()
     if (m_gdb.waitUntil([this] { return m_state.phase != TargetState::Running; }, m_options.timeLimit * 1000))
         return;
     interrupt();
-    Q_EMIT message(tr("'%1' was not reached within %2 s; the program is paused where it was.\n")
+    Q_EMIT message(tr("'%1' was not reached within %2 s; the program is paused at its current location.\n")
                        .arg(m_options.runTo)
                        .arg(m_options.timeLimit),
                    false);
@@ -170,7 +178,7 @@ bool GdbSession::restart()
     if (!m_gdb.isOpen() || m_target->severalCores() || !isAlive()
         || (m_state.phase == TargetState::Running && !interrupt()))
         return start(TargetOptions(m_options), Target::Program(m_program), false);
-    m_state = {}; // what is heard from now on is of the new program
+    m_state = {}; // later events belong to the new program
     QString error;
     if (!m_target->rewind(&m_gdb, &error)) {
         fail(error);
@@ -191,17 +199,17 @@ void GdbSession::fail(const QString &text)
 void GdbSession::end()
 {
     if (m_state.phase == TargetState::Running && !m_target->endsWithConnection())
-        interrupt(); // a running target does not hear that we go
+        interrupt(); // a running target does not accept a disconnection
     apply(TargetEvent::Closed);
     if (m_target) {
         m_target->disconnect(this);
         m_target->end(&m_gdb);
-        m_target.release()->deleteLater(); // it may be the one that calls us
+        m_target.release()->deleteLater(); // it may be in a call to this function
     }
     m_gdb.close();
     m_frame = {};
     m_temporary = 0;
-    m_stepping = m_hidingStop = m_stopHidden = false;
+    m_request = {};
 }
 
 QStringList GdbSession::programFiles() const
@@ -218,17 +226,17 @@ QStringList GdbSession::programFiles() const
 void GdbSession::go(const QByteArray &command)
 {
     if (!isStopped()) {
-        announce(); // whoever asked takes the program to be running
+        announce(); // the host set its state to running with the command
         return;
     }
     apply(TargetEvent::Resumed);
     m_gdb.send(command, [this](const MiRecord &answer) {
         if (!answer.isError() || m_state.phase != TargetState::Running)
             return;
-        m_stepping = false;
+        request(RunEvent::Stopped);
         clearTemporary(0);
         apply(TargetEvent::Stopped);
-        Q_EMIT message(tr("The program cannot go on: %1\n").arg(answer.errorText()), true);
+        Q_EMIT message(tr("The program cannot continue: %1\n").arg(answer.errorText()), true);
     });
 }
 
@@ -239,7 +247,8 @@ void GdbSession::resume()
 
 void GdbSession::step(const QByteArray &command)
 {
-    m_stepping = isStopped();
+    if (isStopped())
+        request(RunEvent::StepStarted);
     go(command);
 }
 
@@ -264,17 +273,28 @@ void GdbSession::pause()
     if (m_state.phase != TargetState::Running)
         return;
     m_gdb.send("-exec-interrupt --all");
-    m_pausing = true;
+    request(RunEvent::PauseRequested);
     QTimer::singleShot(PauseLimit, this, [this] {
-        if (m_state.phase == TargetState::Running && m_pausing)
-            Q_EMIT message(tr("'%1' did not stop within %2 s.\n").arg(m_target->title()).arg(PauseLimit / 1000), true);
+        if (m_state.phase == TargetState::Running && m_request.pause == RunRequest::Pause::ByUser)
+            reportFailedPause();
     });
+}
+
+void GdbSession::reportFailedPause()
+{
+    const QString title = m_target ? m_target->title() : QString();
+    Q_EMIT message(tr("'%1' did not stop within %2 s.\n").arg(title).arg(PauseLimit / 1000), true);
 }
 
 /// Stops the program and waits for it.
 bool GdbSession::interrupt()
 {
     m_gdb.send("-exec-interrupt --all");
+    return waitForStop();
+}
+
+bool GdbSession::waitForStop()
+{
     return m_gdb.waitUntil([this] { return m_state.phase != TargetState::Running; }, PauseLimit) && isStopped();
 }
 
@@ -284,25 +304,31 @@ bool GdbSession::whilePaused(const std::function<void()> &work)
         work();
         return true;
     }
-    m_hidingStop = true;
-    m_stopHidden = false;
-    const bool stopped = interrupt();
-    m_hidingStop = false;
-    if (!stopped) {
-        Q_EMIT message(
-            tr("'%1' did not stop within %2 s.\n").arg(m_target ? m_target->title() : QString()).arg(PauseLimit / 1000),
-            true);
-        return false;
-    }
-    work();
-    if (m_stopHidden && !m_stepping && isStopped()) {
-        resume();
-    } else if (m_stepping) {
-        m_stepping = false;
-        Q_EMIT message(tr("The step was broken off.\n"), false);
+    const bool interrupted = m_request.pause == RunRequest::Pause::ByUser; // a second signal would stop it again
+    request(RunEvent::OwnPauseRequested);
+    const bool stopped = interrupted ? waitForStop() : interrupt();
+    if (stopped)
+        work();
+    else
+        reportFailedPause();
+    endOwnPause();
+    return stopped;
+}
+
+/// Resumes the program if it was stopped for an operation of our own only. A step cannot be resumed.
+void GdbSession::endOwnPause()
+{
+    const bool hidden = m_request.pause == RunRequest::Pause::Hidden;
+    request(RunEvent::OwnPauseEnded);
+    if (!hidden)
+        return;
+    if (m_request.motion == RunRequest::Motion::Step) {
+        request(RunEvent::Stopped);
+        Q_EMIT message(tr("The step was interrupted.\n"), false);
         announce();
+    } else if (isStopped()) {
+        resume();
     }
-    return true;
 }
 
 void GdbSession::wakeUp()
@@ -312,7 +338,7 @@ void GdbSession::wakeUp()
     if (m_target->canWakeUp())
         m_target->wakeUp();
     else
-        Q_EMIT message(tr("'%1' offers no way to wake up its processor.\n").arg(m_target->title()), true);
+        Q_EMIT message(tr("'%1' does not support waking up its processor.\n").arg(m_target->title()), true);
 }
 
 void GdbSession::resumeAll(const QList<GdbSession *> &sessions)
@@ -327,7 +353,7 @@ void GdbSession::pauseAll(const QList<GdbSession *> &sessions)
         session->pause();
 }
 
-// What is heard -------------------------------------------------------------------------------------------------------
+// Events of gdb and the target ----------------------------------------------------------------------------------------
 
 void GdbSession::handleAsync(const MiRecord &record)
 {
@@ -344,29 +370,28 @@ void GdbSession::handleAsync(const MiRecord &record)
 void GdbSession::handleStop(const MiRecord &record)
 {
     ++m_generation;
-    m_pausing = false;
     takeFrame(record.results[u"frame"]);
     if (record.results.contains(u"thread-id"))
         m_thread = record.results.text(u"thread-id");
     if (!isAlive())
         return;
     const StopReason reason = stopReason(record);
-    m_stopHidden = m_hidingStop && reason.event == TargetEvent::Stopped && reason.breakpoint == 0
-                   && record.results.text(u"reason") != u"end-stepping-range";
-    clearTemporary(reason.breakpoint);
-    if (!m_stopHidden) {
-        m_stepping = false;
-        Q_EMIT stopText(reason.text);
-        if (!reason.text.isEmpty())
-            Q_EMIT message(reason.text + u'\n', false);
+    request(reason.isPause ? RunEvent::Paused : RunEvent::Stopped);
+    if (m_request.pause == RunRequest::Pause::Hidden) {
+        m_state = nextState(m_state, reason.event);
+        return;
     }
+    clearTemporary(reason.breakpoint);
+    Q_EMIT stopText(reason.text);
+    if (!reason.text.isEmpty())
+        Q_EMIT message(reason.text + u'\n', false);
     apply(reason.event);
 }
 
-/// The breakpoint of runTo() goes when anything else stops the program.
+/// Deletes the breakpoint of runTo() when another reason stops the program.
 void GdbSession::clearTemporary(int hit)
 {
-    if (m_temporary == 0 || m_stopHidden)
+    if (m_temporary == 0)
         return;
     if (hit != m_temporary)
         m_gdb.send("-break-delete " + QByteArray::number(m_temporary));
@@ -387,7 +412,7 @@ void GdbSession::handleGroupExit(const MiRecord &record)
 
 void GdbSession::handleError(const QString &text)
 {
-    if (!isAlive() || !tellsOfLostTarget(text))
+    if (!isAlive() || !reportsLostTarget(text))
         return;
     const bool ended = m_target->endsWithConnection();
     Q_EMIT message(ended ? tr("'%1' has ended.\n").arg(m_target->title())
@@ -405,10 +430,10 @@ void GdbSession::targetDied(const QString &reason)
 void GdbSession::gdbClosed()
 {
     if (!m_target || m_state.phase == TargetState::Absent)
-        return; // a start that fails has words of its own
+        return; // start() reports its failures itself
     Q_EMIT message(tr("gdb has ended unexpectedly.\n"), true);
     apply(TargetEvent::LinkLost);
-    m_target->end(&m_gdb); // an emulator without its debugger is of no use
+    m_target->end(&m_gdb); // an emulator cannot be used without its debugger
 }
 
 void GdbSession::takeFrame(const MiValue &frame)
@@ -439,7 +464,7 @@ bool GdbSession::selectThread(const QString &threadId)
     return true;
 }
 
-/// Has the windows filled anew, without the breakpoint being hit once more.
+/// Makes the host refresh its windows without reporting the breakpoint again.
 void GdbSession::showSelection()
 {
     ++m_generation;
@@ -449,21 +474,17 @@ void GdbSession::showSelection()
 void GdbSession::apply(TargetEvent event)
 {
     m_state = nextState(m_state, event);
-    if (!m_hidingStop || !m_stopHidden)
-        announce();
+    announce();
 }
 
-/// Told from the event loop, for whoever hears it asks back, and we may be in the middle of an answer to him. Several
-/// changes in a row are told once.
+void GdbSession::request(RunEvent event)
+{
+    m_request = nextRequest(m_request, event);
+}
+
+/// Emits changed() from the event loop: its receivers query the session, which may be inside one of their calls now.
+/// Several changes in a row are reported once.
 void GdbSession::announce()
 {
-    if (std::exchange(m_announced, true))
-        return;
-    QMetaObject::invokeMethod(
-        this,
-        [this] {
-            m_announced = false;
-            Q_EMIT changed();
-        },
-        Qt::QueuedConnection);
+    m_changeTimer.start();
 }

@@ -4,21 +4,22 @@
 #include "targetstate.h"
 #include <memory>
 #include <QObject>
+#include <QTimer>
 
-/// One debug session: a gdb, its target, and where the program stands.
+/// One debug session: a gdb, its target, and the state and location of the program.
 ///
-/// Commands that set the program going return at once; changed() tells what became of them, later and from the event
-/// loop. What asks gdb waits with a time limit, without running the event loop.
+/// Commands that run the program return at once; changed() reports the result later, from the event loop. Functions
+/// that query gdb wait with a time limit and do not run the event loop.
 class GdbSession : public QObject
 {
     Q_OBJECT
 public:
-    /// Where the program stands, or one of its callers.
+    /// A frame of the call stack: the current function or one of its callers.
     struct Frame
     {
         quint64 address = 0;
         QString function;
-        QString file; ///< as gdb gives it: absolute, as it was when the program was built; empty if not known
+        QString file; ///< as gdb reports it: the absolute path at build time; empty if unknown
         int line = 0;
         int level = 0;
     };
@@ -26,13 +27,13 @@ public:
     explicit GdbSession(QObject *parent = nullptr);
     ~GdbSession() override;
 
-    /// Brings up target and gdb, and the program to its start. False after a failure, which message() has told.
+    /// Starts target and gdb and takes the program to its start. False after a failure, which message() has reported.
     bool start(const TargetOptions &options, const Target::Program &program, bool attachOnly);
-    bool restart(); ///< The program stopped at its start anew. False after a failure, which message() has told.
+    bool restart(); ///< Takes the program back to its start. False after a failure, which message() has reported.
     void end();
 
     void resume();
-    void step(const QByteArray &command); ///< One of gdb's commands that run for a while: "-exec-next" and so on.
+    void step(const QByteArray &command); ///< One of gdb's stepping commands: "-exec-next" and so on.
     void runTo(const QString &location);  ///< "--source FILE --line N" or "*ADDRESS".
     void pause();
     void wakeUp();
@@ -42,30 +43,32 @@ public:
     [[nodiscard]] bool isAlive() const { return isStopped() || m_state.phase == TargetState::Running; }
     [[nodiscard]] Frame frame() const { return m_frame; }
     [[nodiscard]] QString threadId() const { return m_thread; }
-    bool selectFrame(int level);                ///< A caller of the function that the program stands in.
-    bool selectThread(const QString &threadId); ///< Its innermost frame becomes the one that counts.
-    /// Counts the stops, and all else that may change what the target's memory and registers hold.
+    bool selectFrame(int level);                ///< Level 0 is the current function, 1 its caller.
+    bool selectThread(const QString &threadId); ///< Selects its innermost frame too.
+    /// A number that grows with each stop, and with each other change to memory or registers of the target.
     [[nodiscard]] int generation() const { return m_generation; }
     void targetChanged() { ++m_generation; }
 
     [[nodiscard]] MiConnection *gdb() { return &m_gdb; }
     [[nodiscard]] Target *target() { return m_target.get(); } ///< null without a session
     [[nodiscard]] const Target::Program &program() const { return m_program; }
-    [[nodiscard]] QStringList programFiles() const; ///< The program and what was loaded beside it.
-    /// Does @p work while the program is stopped, for an instant and unnoticed if it runs. False if it cannot be
-    /// stopped.
+    [[nodiscard]] QStringList programFiles() const; ///< The program and the further symbol files.
+    /// Adds the symbols of a further program. False with @p error set to a message if that fails.
+    bool addSymbols(const QString &file, QString *error);
+    /// Calls @p work while the program is stopped. A running program is paused for it and resumed, which the host does
+    /// not see. False if the program cannot be paused.
     bool whilePaused(const std::function<void()> &work);
 
-    /// Has every session of a list run, or pause: all are told before the first answer is awaited.
+    /// Resumes or pauses every session of a list. The commands do not wait for answers.
     static void resumeAll(const QList<GdbSession *> &sessions);
     static void pauseAll(const QList<GdbSession *> &sessions);
 
 Q_SIGNALS:
-    void changed();       ///< the state, or the place where the program stands; from the event loop
+    void changed();       ///< the state or the location; emitted from the event loop
     void symbolsLoaded(); ///< breakpoints can be set
     void programLoaded(); ///< addresses are final
     void message(const QString &text, bool serious);
-    void stopText(const QString &text);            ///< why the program stopped; empty where that is plain
+    void stopText(const QString &text);            ///< the reason of a stop; empty if the user knows it
     void output(const QByteArray &bytes);          ///< of the program
     void breakpointRecord(const MiRecord &record); ///< gdb changed or deleted a breakpoint
 
@@ -83,11 +86,15 @@ private:
     void targetDied(const QString &reason);
     void gdbClosed();
     void apply(TargetEvent event);
+    void request(RunEvent event);
     void announce();
     void go(const QByteArray &command);
     void clearTemporary(int hit);
     void showSelection();
     bool interrupt();
+    bool waitForStop();
+    void endOwnPause();
+    void reportFailedPause();
     void takeFrame(const MiValue &frame);
 
     MiConnection m_gdb;
@@ -96,13 +103,10 @@ private:
     Target::Program m_program;
     bool m_attached = false;
     TargetState m_state;
+    RunRequest m_request;
     Frame m_frame;
     QString m_thread;
     int m_generation = 0;
-    int m_temporary = 0; ///< gdb's number of the breakpoint that runTo() set
-    bool m_stepping = false;
-    bool m_pausing = false;    ///< asked for by the user, and not yet come
-    bool m_hidingStop = false; ///< a stop that we asked for is nobody's business
-    bool m_stopHidden = false; ///< the last stop was such a one
-    bool m_announced = false;  ///< changed() is due
+    int m_temporary = 0;  ///< gdb's number of the breakpoint that runTo() set; 0 for none
+    QTimer m_changeTimer; ///< active while changed() is due
 };

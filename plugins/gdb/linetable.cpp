@@ -10,8 +10,8 @@ void LineTable::add(const QString &file, const MiValue &lines)
         m_rows.append({row.address(u"pc"), index, row.number(u"line")});
 }
 
-/// Of several rows at one address the last one counts for the address: the others have no code of their own. The end of
-/// one file's code gives way to the beginning of the next.
+/// Of several rows at one address the last one is used: the others have no code. A row that starts code has priority
+/// over one that marks the end of another file's code.
 void LineTable::finish()
 {
     std::stable_sort(m_rows.begin(), m_rows.end(), [](const Row &left, const Row &right) {

@@ -4,7 +4,7 @@
 #include <QString>
 class MiValue;
 
-/// Which code belongs to which source line.
+/// Maps addresses of code to source lines and back.
 class LineTable
 {
 public:
@@ -12,21 +12,21 @@ public:
     {
         quint64 address = 0;
         int file = 0; ///< an index of files()
-        int line = 0; ///< 0: what begins here belongs to no line
+        int line = 0; ///< 0: the code from here on belongs to no line
         bool operator==(const Row &) const = default;
     };
 
     /// Adds a file's rows, as gdb lists them.
     void add(const QString &file, const MiValue &lines);
-    void finish(); ///< To be called when all is added, before the questions.
+    void finish(); ///< Must be called after the last add(), before any query.
 
     [[nodiscard]] bool isEmpty() const { return m_rows.isEmpty(); }
     [[nodiscard]] const QStringList &files() const { return m_files; }
-    /// The row that an address lies in, null if it belongs to no line.
+    /// The row that contains an address; null if it belongs to no line.
     [[nodiscard]] const Row *at(quint64 address) const;
     /// The lowest address of a line; false if it has no code.
     [[nodiscard]] bool addressOf(const QString &file, int line, quint64 *address) const;
-    /// The addresses where rows begin, in ascending order: instructions begin there too.
+    /// The start addresses of all rows, ascending. An instruction starts at each of them.
     [[nodiscard]] QList<quint64> starts() const;
 
 private:

@@ -11,10 +11,10 @@ using namespace Qt::StringLiterals;
 
 namespace {
 constexpr int Path = Qt::UserRole;           ///< names from the top, separated by dots
-constexpr int Expression = Qt::UserRole + 1; ///< what gdb knows the row by
+constexpr int Expression = Qt::UserRole + 1; ///< expression or variable object in gdb
 enum Column { NameColumn, ValueColumn };
 
-/// What has members to be shown: a record, an array, or what points or refers to something.
+/// Whether a variable can be expanded: a structure, an array, a pointer or a reference.
 bool opens(const MiValue &variable)
 {
     QString type = variable.text(u"type");
@@ -37,14 +37,14 @@ public:
 };
 } // namespace
 
-/// Values are edited, names are not.
+/// Only values can be edited.
 class LocalsTree : public QTreeWidget
 {
 protected:
     bool edit(const QModelIndex &index, EditTrigger trigger, QEvent *event) override
     {
         if (index.column() == NameColumn && trigger == DoubleClicked)
-            return false; // it opens the row
+            return false; // it expands the row
         return QTreeWidget::edit(index.siblingAtColumn(ValueColumn), trigger, event);
     }
 };
@@ -148,7 +148,7 @@ QTreeWidgetItem *LocalsView::itemOf(const QString &path) const
     return nullptr;
 }
 
-/// Members are fetched when a row opens: by an object of gdb's for a variable, which its members belong to.
+/// Fetches the members when a row is expanded. A variable needs a variable object in gdb, which its members belong to.
 void LocalsView::open(QTreeWidgetItem *item)
 {
     const QString path = item->data(NameColumn, Path).toString();

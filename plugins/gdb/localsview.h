@@ -6,8 +6,8 @@ class LocalsTree;
 class QTreeWidgetItem;
 struct MiRecord;
 
-/// The parameters and variables of the function that is selected. What has members opens; a value that is edited is
-/// assigned. Changed values are bold.
+/// The parameters and variables of the selected frame. Variables with members can be expanded, values can be edited,
+/// and changed values are bold.
 class LocalsView : public QWidget
 {
     Q_OBJECT
@@ -15,7 +15,8 @@ class LocalsView : public QWidget
 public:
     explicit LocalsView(GdbSession *session, QWidget *parent = nullptr);
 
-    [[nodiscard]] QString text() const; ///< a line a row that is in sight: "name = value", members below their variable
+    [[nodiscard]] QString
+    text() const; ///< one line per expanded row: "name = value", members indented below their variable
 
 protected:
     void showEvent(QShowEvent *event) override;
@@ -33,6 +34,6 @@ private:
     QPointer<GdbSession> m_session;
     LocalsTree *m_tree;
     QHash<QString, QString> m_values; ///< by path, at the last stop
-    QStringList m_open;               ///< paths of the rows that are open
-    QStringList m_variables;          ///< gdb's objects that we had made, to be given back
+    QStringList m_open;               ///< paths of the expanded rows
+    QStringList m_variables;          ///< variable objects in gdb, to be deleted at the next stop
 };

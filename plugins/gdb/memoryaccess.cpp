@@ -12,39 +12,7 @@ quint64 wholeAddress(const TargetRegion &region, uint address)
 }
 } // namespace
 
-int memoryCellWidth(int mode)
-{
-    switch (mode) {
-    case IMemory::Byte:
-        return 1;
-    case IMemory::Word16:
-        return 2;
-    case IMemory::Word24:
-        return 3;
-    case IMemory::Word32:
-        return 4;
-    default:
-        return 0;
-    }
-}
-
-uint memoryCellValue(QByteArrayView bytes, bool bigEndian)
-{
-    uint value = 0;
-    for (qsizetype i = 0; i < bytes.size(); ++i)
-        value = value << 8 | uchar(bytes[bigEndian ? i : bytes.size() - 1 - i]);
-    return value;
-}
-
-QByteArray memoryCellBytes(uint value, int width, bool bigEndian)
-{
-    QByteArray bytes(width, '\0');
-    for (int i = 0; i < width; ++i)
-        bytes[bigEndian ? width - 1 - i : i] = char(value >> (8 * i));
-    return bytes;
-}
-
-/// Regions that the host's addresses cannot name from end to end are cut.
+/// Cuts regions at the end of the 32-bit range that they start in: the host has no addresses for the rest.
 void MemoryAccess::setTable(const RegionTable &table)
 {
     QList<TargetRegion> regions = table.regions();
@@ -120,7 +88,7 @@ QByteArray MemoryAccess::readCells(const TargetRegion &region, quint64 address, 
 {
     if (region.kind != TargetRegion::Kind::Io)
         return readBytes(address, width * count);
-    QByteArray bytes; // each device register in an access of its own
+    QByteArray bytes; // one access for each device register
     for (int i = 0; i < count; ++i) {
         uint value = 0;
         if (!readWord(address + quint64(i) * quint64(width), width, &value))
@@ -139,11 +107,16 @@ QByteArray MemoryAccess::readBytes(quint64 address, int length)
     length = int(std::min<quint64>(quint64(std::clamp(length, 0, LongestRead)), region->end() - address));
     if (!gdbReaches())
         return m_session->target()->readDirectly(address, length, &bytes) ? bytes : QByteArray();
+    return readByGdb(address, length);
+}
+
+QByteArray MemoryAccess::readByGdb(quint64 address, int length)
+{
     const MiRecord answer = m_session->gdb()->ask("-data-read-memory-bytes 0x" + QByteArray::number(address, 16) + ' '
                                                   + QByteArray::number(length));
     const QList<MiValue> ranges = answer.results[u"memory"].items();
     if (ranges.isEmpty() || ranges.first().address(u"begin") != address)
-        return bytes;
+        return {};
     return QByteArray::fromHex(ranges.first().text(u"contents").toLatin1()).left(length);
 }
 
@@ -153,14 +126,7 @@ bool MemoryAccess::readWord(quint64 address, int width, uint *value)
     if (!m_session->isAlive())
         return false;
     if (!m_session->target()->readDirectly(address, width, &bytes) && gdbReaches())
-        bytes = QByteArray::fromHex(
-            m_session->gdb()
-                ->ask("-data-read-memory-bytes 0x" + QByteArray::number(address, 16) + ' ' + QByteArray::number(width))
-                .results[u"memory"]
-                .items()
-                .value(0)
-                .text(u"contents")
-                .toLatin1());
+        bytes = readByGdb(address, width);
     *value = memoryCellValue(bytes, isBigEndian());
     return bytes.size() == width;
 }
@@ -195,6 +161,11 @@ bool MemoryAccess::writeBytes(quint64 address, const QByteArray &bytes)
     m_session->targetChanged();
     if (!gdbReaches())
         return m_session->target()->writeDirectly(address, bytes);
+    return writeByGdb(address, bytes);
+}
+
+bool MemoryAccess::writeByGdb(quint64 address, const QByteArray &bytes)
+{
     return m_session->gdb()
         ->ask("-data-write-memory-bytes 0x" + QByteArray::number(address, 16) + ' ' + bytes.toHex())
         .isDone();
@@ -206,10 +177,5 @@ bool MemoryAccess::writeWord(quint64 address, int width, uint value)
         return false;
     m_session->targetChanged();
     const QByteArray bytes = memoryCellBytes(value, width, isBigEndian());
-    if (m_session->target()->writeDirectly(address, bytes))
-        return true;
-    return gdbReaches()
-           && m_session->gdb()
-                  ->ask("-data-write-memory-bytes 0x" + QByteArray::number(address, 16) + ' ' + bytes.toHex())
-                  .isDone();
+    return m_session->target()->writeDirectly(address, bytes) || (gdbReaches() && writeByGdb(address, bytes));
 }

@@ -2,14 +2,15 @@
 #include "facet.h"
 #include "imemory.h"
 #include "imemoryverify.h"
+#include "memorycell.h"
 #include "regiontable.h"
 class GdbSession;
 
-/// The target's memory. What an access came to is told from the table of regions, since the target's own word is not to
-/// be relied on; blocks are split where regions end.
+/// The target's memory. The status of an access follows from the table of regions, because debug servers do not report
+/// it reliably. A block ends where its region ends.
 ///
-/// While the program runs memory is read where the target has a way, and no memory answers where it has none. The
-/// host's addresses have 32 bits; a region of a wider target has one upper half for all of its addresses.
+/// While the program runs, memory is read if the target supports that; otherwise accesses have the status NoMemory. The
+/// host's addresses have 32 bits; all addresses of a region on a 64-bit target have the same upper half.
 class MemoryAccess : public Facet<IMemory, IMemoryVerify>
 {
 public:
@@ -26,16 +27,18 @@ public:
     bool verify() override { return m_verify; }
     void setVerify(bool verify) override { m_verify = verify; }
 
-    /// Reads a device's register in one access of 1, 2 or 4 bytes; false if nothing answers.
+    /// Reads a device register in one access of 1, 2 or 4 bytes. False if that fails.
     bool readWord(quint64 address, int width, uint *value);
     bool writeWord(quint64 address, int width, uint value);
-    /// Reads bytes of one region, as many from the front as can be had.
+    /// Reads bytes of one region, up to the first that cannot be read.
     [[nodiscard]] QByteArray readBytes(quint64 address, int length);
 
 private:
     [[nodiscard]] const TargetRegion *regionOf(int id) const;
     QByteArray readCells(const TargetRegion &region, quint64 address, int width, int count);
     bool writeBytes(quint64 address, const QByteArray &bytes);
+    [[nodiscard]] QByteArray readByGdb(quint64 address, int length);
+    bool writeByGdb(quint64 address, const QByteArray &bytes);
     int writeCell(const TargetRegion *region, quint64 address, int width, uint value);
     [[nodiscard]] bool gdbReaches() const;
     [[nodiscard]] bool isBigEndian() const;
@@ -44,8 +47,3 @@ private:
     RegionTable m_table;
     bool m_verify = false;
 };
-
-/// Bytes of a word of a mode of IMemory; 0 for what is no mode.
-[[nodiscard]] int memoryCellWidth(int mode);
-[[nodiscard]] uint memoryCellValue(QByteArrayView bytes, bool bigEndian);
-[[nodiscard]] QByteArray memoryCellBytes(uint value, int width, bool bigEndian);

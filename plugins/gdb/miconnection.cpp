@@ -38,7 +38,7 @@ bool MiConnection::open(const QString &program, QString *error)
     }
     if (waitUntil([this] { return m_prompted; }, PromptLimit))
         return true;
-    *error = tr("'%1' does not answer as gdb does.").arg(program);
+    *error = tr("'%1' does not answer like gdb.").arg(program);
     close();
     return false;
 }
@@ -54,7 +54,7 @@ void MiConnection::close()
         m_process->closeWriteChannel();
         m_process->end(m_stuck ? 0 : EndLimit);
     }
-    m_process.release()->deleteLater(); // it may be the one that calls us
+    m_process.release()->deleteLater(); // it may be in a call to this function
 }
 
 bool MiConnection::isOpen() const
@@ -85,7 +85,7 @@ MiRecord MiConnection::ask(const QByteArray &command, int limit)
 {
     if (m_stuck && !waitUntil([this] { return !m_stuck; }, 0))
         return failure(tr("gdb does not answer."));
-    // Shared, because the answer may come after we have given up.
+    // Shared with the handler, because the answer may arrive after the time limit.
     const auto answer = std::make_shared<MiRecord>();
     const auto answered = std::make_shared<bool>(false);
     send(command, [this, answer, answered](const MiRecord &record) {
@@ -133,7 +133,7 @@ void MiConnection::readLines()
     m_buffer += m_process->readAllStandardOutput();
     for (qsizetype end = m_buffer.indexOf('\n'); end >= 0; end = m_buffer.indexOf('\n')) {
         const QByteArray line = m_buffer.first(end);
-        m_buffer.remove(0, end + 1); // before anything is told: whoever hears it may ask, which brings us here again
+        m_buffer.remove(0, end + 1); // before emitting: a receiver may call ask(), which calls this function again
         Q_EMIT dialogue(QString::fromUtf8(line), false);
         dispatch(parseMiRecord(line));
     }
@@ -172,7 +172,7 @@ void MiConnection::answer(const MiRecord &record)
 {
     if (const Handler handler = m_pending.take(record.token))
         handler(record);
-    if (record.isError()) // also the second answer to a command, or one to none
+    if (record.isError()) // also a second answer to a command, or one without a command
         Q_EMIT failed(record.errorText());
 }
 

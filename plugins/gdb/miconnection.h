@@ -7,10 +7,10 @@
 #include <QObject>
 class ChildProcess;
 
-/// A running gdb. Commands go out at once; answers come back by token, in whatever order.
+/// A gdb process. Commands are sent at once; answers are matched by token and can arrive in any order.
 ///
-/// A gdb that let a time limit pass counts as stuck until it answers: ask() then fails without waiting once more, so
-/// that a window which asks a hundred times does not stand still a hundred times as long.
+/// After a time limit has passed, gdb counts as stuck until it answers: ask() then fails without waiting, so that a
+/// window with many queries waits only once.
 class MiConnection : public QObject
 {
     Q_OBJECT
@@ -22,29 +22,29 @@ public:
 
     /// Starts gdb and waits for its first prompt; false with @p error set if that fails.
     bool open(const QString &program, QString *error);
-    void close(); ///< Asks gdb to end, and makes it end. No signal follows.
+    void close(); ///< Ends gdb, if necessary by a signal of the system. Emits nothing.
     [[nodiscard]] bool isOpen() const;
     [[nodiscard]] qint64 processId() const;
 
-    /// Sends a command, without token and end of line. @p handler gets its first answer, or an error when gdb ends.
+    /// Sends a command, given without token and line end. @p handler is called with its first answer, or with an error
+    /// when gdb ends.
     void send(const QByteArray &command, const Handler &handler = {});
-    /// Sends a command and waits for its answer, @p limit milliseconds at most. A command that got no answer gives an
-    /// error that says so.
+    /// Sends a command and waits for its answer, at most @p limit milliseconds. Returns an error if there is no answer.
     [[nodiscard]] MiRecord ask(const QByteArray &command, int limit = 3000);
-    /// Reads until @p condition holds; false if it does not within @p limit milliseconds or gdb ends.
+    /// Reads until @p condition is true. False after @p limit milliseconds or when gdb ends.
     bool waitUntil(const std::function<bool()> &condition, int limit);
-    /// As ask(), for a command of gdb's console: what it printed is put into @p output.
+    /// Like ask(), for a command of gdb's console, whose output is appended to @p output.
     [[nodiscard]] MiRecord askConsole(const QString &command, QString *output, int limit = 3000);
 
 Q_SIGNALS:
     void asyncRecord(const MiRecord &record); ///< of the kinds Exec, Status and Notify
-    void failed(const QString &text);         ///< what an answer that is an error says
+    void failed(const QString &text);         ///< the text of an answer that is an error
     void console(const QString &text);
     void targetText(const QString &text);
     void logText(const QString &text);
-    void strayText(const QString &text);             ///< a line that is no record
-    void dialogue(const QString &line, bool fromUs); ///< every line, for a log
-    void closed();                                   ///< gdb ended by itself
+    void strayText(const QString &text);             ///< a line that is not a record
+    void dialogue(const QString &line, bool fromUs); ///< each line sent or received, for a log
+    void closed();                                   ///< gdb ended without a call of close()
 
 private:
     void readLines();

@@ -40,7 +40,7 @@ QList<MiValue> MiValue::items() const
 namespace {
 constexpr int DeepestLevel = 64;
 
-/// Reads values from the front of a text. After a failure nothing more is read.
+/// Reads values from the start of a text. After a failure nothing more is read.
 class MiReader
 {
 public:
@@ -102,7 +102,7 @@ public:
         return MiValue(takeString());
     }
 
-    /// The members up to @p end, or up to the end of the text if that is 0.
+    /// The members up to @p end, or up to the end of the text if @p end is 0.
     QList<MiValue::Member> takeMembers(char end, int level)
     {
         QList<MiValue::Member> members;
@@ -146,7 +146,7 @@ private:
         return escaped(letter);
     }
 
-    /// A byte as up to three octal digits: how letters beyond ASCII are written.
+    /// A byte as up to three octal digits, used for bytes of non-ASCII characters.
     char takeOctal()
     {
         int value = 0;
@@ -213,7 +213,7 @@ bool isStream(MiRecord::Kind kind)
     return kind == MiRecord::Kind::Console || kind == MiRecord::Kind::Target || kind == MiRecord::Kind::Log;
 }
 
-/// What follows the letter that tells the kind.
+/// Reads what follows the letter of the kind.
 bool readBody(MiReader *reader, MiRecord *record)
 {
     if (isStream(record->kind)) {

@@ -22,9 +22,9 @@ public:
     [[nodiscard]] bool contains(QStringView name) const;
     [[nodiscard]] QString text(QStringView name) const { return (*this)[name].text(); }
     [[nodiscard]] int number(QStringView name, int fallback = 0) const; ///< decimal
-    [[nodiscard]] quint64 address(QStringView name) const;              ///< "0x..." or decimal; 0 if it is neither
+    [[nodiscard]] quint64 address(QStringView name) const;              ///< "0x..." or decimal; 0 for other texts
     [[nodiscard]] const QList<Member> &members() const { return m_members; }
-    /// What a list or a tuple holds, without the names.
+    /// The values of a list or a tuple, without the names.
     [[nodiscard]] QList<MiValue> items() const;
 
 private:
@@ -39,11 +39,11 @@ struct MiValue::Member
     MiValue value;
 };
 
-/// One line of gdb's answers.
+/// One line of gdb's output.
 struct MiRecord
 {
     enum class Kind {
-        Other,   ///< no record: what a program printed among them
+        Other,   ///< not a record, for example output of the program
         Prompt,  ///< "(gdb)"
         Result,  ///< "^", the answer to a command
         Exec,    ///< "*"
@@ -55,20 +55,20 @@ struct MiRecord
     };
 
     Kind kind = Kind::Other;
-    int token = -1;    ///< of the command that this belongs to; -1 for none
+    int token = -1;    ///< of the command that this answers; -1 for none
     QString className; ///< "done", "error", "stopped" and so on
     MiValue results;   ///< a tuple
-    QString text;      ///< of the stream records, and the whole line of Kind::Other
+    QString text;      ///< of stream records, or the whole line for Kind::Other
 
     [[nodiscard]] bool isError() const { return kind == Kind::Result && className == u"error"; }
     [[nodiscard]] bool isDone() const { return kind == Kind::Result && !isError(); }
-    /// What an error says; empty for other records.
+    /// The message of an error; empty for other records.
     [[nodiscard]] QString errorText() const { return isError() ? results.text(u"msg") : QString(); }
 };
 
-/// Reads one line, with or without its end. What cannot be read is of Kind::Other. Nested values deeper than 64 levels
-/// are cut off.
+/// Parses one line, with or without its end. A malformed line, or one with values nested deeper than 64 levels, is of
+/// Kind::Other.
 [[nodiscard]] MiRecord parseMiRecord(QByteArrayView line);
 
-/// @p text as an argument of a command: in quotation marks, with what gdb needs escaped.
+/// @p text as an argument of a command: quoted and escaped for gdb.
 [[nodiscard]] QByteArray miQuoted(const QString &text);

@@ -35,7 +35,7 @@ bool NativeTarget::bringUp(QString *error)
     m_terminal = std::make_unique<NativeTerminal>();
     connect(m_terminal.get(), &NativeTerminal::output, this, &Target::output);
     if (m_terminal->name().isEmpty())
-        *error = tr("There is no terminal to be had for the program.");
+        *error = tr("No terminal is available for the program.");
     return !m_terminal->name().isEmpty();
 }
 

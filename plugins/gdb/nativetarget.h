@@ -2,7 +2,7 @@
 #include "target.h"
 class NativeTerminal;
 
-/// A program of this computer, started by gdb on a terminal of its own, or attached to.
+/// A program of this computer, started by gdb with its own terminal, or attached to.
 class NativeTarget : public Target
 {
     Q_OBJECT

@@ -15,8 +15,8 @@ NativeTerminal::NativeTerminal(QObject *parent) : QObject(parent)
     ::fcntl(m_ours, F_SETFL, O_NONBLOCK);
     termios settings{};
     ::tcgetattr(m_programs, &settings);
-    settings.c_oflag &= ~tcflag_t(OPOST); // line ends stay as the program writes them
-    settings.c_lflag &= ~tcflag_t(ECHO);  // the console shows what was typed by itself
+    settings.c_oflag &= ~tcflag_t(OPOST); // no conversion of line ends
+    settings.c_lflag &= ~tcflag_t(ECHO);  // the target console shows the input itself
     ::tcsetattr(m_programs, TCSANOW, &settings);
     m_name = QString::fromLocal8Bit(name);
     auto *notifier = new QSocketNotifier(m_ours, QSocketNotifier::Read, this);
@@ -37,7 +37,7 @@ void NativeTerminal::write(const QByteArray &bytes)
         return;
     const ssize_t written = ::write(m_ours, bytes.constData(), size_t(bytes.size()));
     if (written != bytes.size())
-        Q_EMIT output(tr("[not all of the input could be passed on]\n").toUtf8());
+        Q_EMIT output(tr("[part of the input was lost]\n").toUtf8());
 }
 
 void NativeTerminal::readAvailable()

@@ -3,7 +3,7 @@
 #include <QString>
 class QSocketNotifier;
 
-/// The terminal of a native program: what it prints and reads goes through here and not through gdb's own pipe.
+/// The pseudo-terminal of a native program. Without it the program would share gdb's input and output.
 class NativeTerminal : public QObject
 {
     Q_OBJECT
@@ -11,7 +11,7 @@ public:
     explicit NativeTerminal(QObject *parent = nullptr);
     ~NativeTerminal() override;
 
-    [[nodiscard]] QString name() const { return m_name; } ///< Of the device; empty if there is none to be had.
+    [[nodiscard]] QString name() const { return m_name; } ///< Of the device; empty if none could be opened.
     void write(const QByteArray &bytes);
 
 Q_SIGNALS:
@@ -21,6 +21,6 @@ private:
     void readAvailable();
 
     int m_ours = -1;
-    int m_programs = -1; ///< kept open, so that ours does not fail between two programs
+    int m_programs = -1; ///< kept open, so that reading does not fail between two runs of the program
     QString m_name;
 };

@@ -85,7 +85,7 @@ PeripheralAccess::Row *PeripheralAccess::find(const QString &peripheral, const Q
 {
     auto row = m_rows.find(registerName);
     if (row == m_rows.end())
-        row = m_rows.find(peripheral + u'.' + registerName); // a script may use the plain name
+        row = m_rows.find(peripheral + u'.' + registerName); // a script may use the name without the peripheral
     return row == m_rows.end() ? nullptr : &*row;
 }
 
@@ -110,7 +110,7 @@ uint PeripheralAccess::value(const QString &peripheral, const QString &registerN
     return row->upper ? row->last >> 16 : row->last & 0xffff;
 }
 
-/// The half that is not meant keeps its value, or is left as it is where ones clear.
+/// The other half keeps its value; in a register whose bits are cleared by writing ones, zeros are written to it.
 void PeripheralAccess::setValue(const QString &peripheral, const QString &registerName, uint value)
 {
     Row *row = find(peripheral, registerName);
@@ -141,7 +141,7 @@ QString PeripheralAccess::description(const QString &peripheral, const QString &
     if (!device.description.isEmpty())
         lines.append(device.description.toHtmlEscaped());
     if (device.readingChanges && !m_readSensitive)
-        lines.append(tr("Reading it changes it, so it is not read."));
+        lines.append(tr("The register changes when read, so it is not read."));
     for (const SvdField &field : device.fields)
         lines.append(fieldText(field, row->last));
     return lines.join("<br>"_L1);

@@ -6,18 +6,18 @@
 #include <QObject>
 class MemoryAccess;
 
-/// The devices around the processor, as a chip description tells them.
+/// The devices of a chip, from its description.
 ///
-/// The host shows 16 bits of a register, so that a wider one stands there twice: by its name for its lower half, and
-/// with "[31:16]" behind it for its upper half, unless its fields show that this is unused. Names are made unique, as
-/// the host does not always say whose register it means. A register that reading changes is not read.
+/// The host shows 16 bits of a register, so a wider register has two rows: one with its name for the lower half, and
+/// one with "[31:16]" appended for the upper half, unless its fields show that this is unused. Names are made unique,
+/// because the host does not always pass the peripheral. A register that changes when read is not read.
 class PeripheralAccess : public QObject, public Facet<IPeripherals>
 {
     Q_OBJECT
 public:
     PeripheralAccess(MemoryAccess *memory, QUnknownInterface *whole) : Facet(whole), m_memory(memory) {}
 
-    /// Reads a description, if it is another one or was changed. An empty name stands for no devices.
+    /// Reads a description, if it is another file or has changed. Without a name there are no devices.
     void load(const QString &svdFile, bool readSensitive);
 
     QList<PeripheralInfo> peripherals() override;
@@ -34,7 +34,7 @@ private:
     {
         SvdRegister device;
         bool upper = false;
-        uint last = 0; ///< the whole register, as it was last read or written
+        uint last = 0; ///< value of the whole register at the last read or write
     };
 
     void build(const QList<SvdPeripheral> &peripherals);
@@ -43,7 +43,7 @@ private:
     bool refresh(Row *row);
 
     MemoryAccess *const m_memory;
-    QString m_stamp; ///< of the file that was read
+    QString m_stamp; ///< path and time of the file that was read
     bool m_readSensitive = false;
     QList<PeripheralInfo> m_infos;
     QHash<QString, QString> m_descriptions; ///< of peripherals

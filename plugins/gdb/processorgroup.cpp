@@ -1,24 +1,15 @@
 #include "processorgroup.h"
 #include "gdbsession.h"
 
-namespace {
-/// All processors there are, in the order in which they came.
-QList<ProcessorGroup *> &allProcessors()
+ProcessorGroup::ProcessorGroup(const Registry &registry, GdbSession *session, Restart restart, QUnknownInterface *whole)
+    : Facet(whole), m_registry(registry), m_session(session), m_restart(std::move(restart))
 {
-    static QList<ProcessorGroup *> processors;
-    return processors;
-}
-} // namespace
-
-ProcessorGroup::ProcessorGroup(GdbSession *session, Restart restart, QUnknownInterface *whole)
-    : Facet(whole), m_session(session), m_restart(std::move(restart))
-{
-    allProcessors().append(this);
+    m_registry->append(this);
 }
 
 ProcessorGroup::~ProcessorGroup()
 {
-    allProcessors().removeOne(this);
+    m_registry->removeOne(this);
 }
 
 int ProcessorGroup::supportedOperations(const QString &groupId)
@@ -32,7 +23,7 @@ int ProcessorGroup::supportedOperations(const QString &groupId)
 QList<ProcessorGroup *> ProcessorGroup::members() const
 {
     QList<ProcessorGroup *> members;
-    for (ProcessorGroup *processor : std::as_const(allProcessors())) {
+    for (ProcessorGroup *processor : std::as_const(*m_registry)) {
         if (processor->m_name == m_name)
             members.append(processor);
     }

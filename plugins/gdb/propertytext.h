@@ -1,5 +1,5 @@
 #pragma once
 #include <QString>
 
-/// What the user can set for a project's debugger, as the property editor wants it told.
+/// The debugger options of a project, in the format of IPropertyDefinitions.
 [[nodiscard]] QString gdbPropertyDefinitions();

@@ -11,7 +11,7 @@ using namespace Qt::StringLiterals;
 namespace {
 constexpr int StartLimit = 10000;
 constexpr int AnswerLimit = 1000;
-constexpr int LookInterval = 20; ///< how often a start looks whether the emulator still lives, in ms
+constexpr int LookInterval = 20; ///< interval in ms at which a start checks that the emulator still runs
 
 std::unique_ptr<QLocalServer> listenAt(const QString &path, QString *error)
 {
@@ -21,14 +21,14 @@ std::unique_ptr<QLocalServer> listenAt(const QString &path, QString *error)
     return server;
 }
 
-/// The socket of a program that has connected by now; null if none has.
+/// The next pending connection; null if there is none.
 QLocalSocket *accept(QLocalServer *server)
 {
     server->waitForNewConnection(0);
     return server->nextPendingConnection();
 }
 
-/// The next whole line from a socket; empty if none comes in time.
+/// The next complete line from a socket; empty if none arrives in time.
 QByteArray nextLine(QLocalSocket *socket, const QElapsedTimer &timer)
 {
     while (!socket->canReadLine()) {
@@ -103,7 +103,7 @@ bool QemuMachine::listen(QString *error)
            && m_qmpServer->isListening();
 }
 
-/// The emulator greets on its control channel when the board is made and gdb can connect.
+/// The emulator sends a greeting on its control channel when gdb can connect.
 bool QemuMachine::waitUntilReady(QString *error)
 {
     QElapsedTimer timer;
@@ -131,7 +131,7 @@ bool QemuMachine::waitUntilReady(QString *error)
 void QemuMachine::takeSockets()
 {
     askQmp(R"({"execute":"qmp_capabilities"})");
-    connect(m_qmp, &QLocalSocket::readyRead, this, [this] { m_qmp->readAll(); }); // events, of no use to us
+    connect(m_qmp, &QLocalSocket::readyRead, this, [this] { m_qmp->readAll(); }); // events, which are not used
     m_qtest = accept(m_qtestServer.get());
     m_serial = accept(m_serialServer.get());
     m_semihosting = accept(m_semihostingServer.get());
@@ -149,14 +149,14 @@ void QemuMachine::end()
     if (m_process) {
         m_process->disconnect(this);
         m_process->end();
-        m_process.release()->deleteLater(); // it may be the one that calls us
+        m_process.release()->deleteLater(); // it may be in a call to this function
     }
     m_serial = m_semihosting = m_qtest = m_qmp = nullptr;
     for (auto *server : {&m_serialServer, &m_semihostingServer, &m_qtestServer, &m_qmpServer}) {
         if (!*server)
             continue;
         for (QLocalSocket *socket : (*server)->findChildren<QLocalSocket *>())
-            socket->disconnect(this); // it lives a little longer, with words that nobody waits for
+            socket->disconnect(this); // it is deleted later and may still receive data
         server->release()->deleteLater();
     }
     m_directory.reset();
@@ -183,7 +183,7 @@ QByteArray QemuMachine::askQtest(const QByteArray &line)
         return {};
     QElapsedTimer timer;
     timer.start();
-    m_qtest->readAll(); // what came too late for an earlier question
+    m_qtest->readAll(); // late answers to earlier commands
     m_qtest->write(line + '\n');
     m_qtest->flush();
     const QByteArray answer = nextLine(m_qtest, timer).trimmed();
@@ -268,7 +268,7 @@ void QemuMachine::readComplaints()
     m_complaints.remove(0, end);
 }
 
-/// What the program wrote at its very end may lie in the sockets yet when we hear of that.
+/// The last output of the program may not have been read when its end is reported.
 void QemuMachine::readLastOutput()
 {
     for (QLocalSocket *socket : {m_serial, m_semihosting}) {

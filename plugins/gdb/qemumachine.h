@@ -7,10 +7,10 @@ class ChildProcess;
 class QLocalServer;
 class QLocalSocket;
 
-/// An emulated board: a QEMU of our own, connected by sockets in a private directory, stopped before its first
+/// An emulated board: a QEMU process, connected by sockets in a private directory and stopped before its first
 /// instruction.
 ///
-/// Besides gdb's it has a channel by which memory and devices are read and written whether the board runs or not.
+/// In addition to gdb's socket there is one that reads and writes memory and devices also while the board runs.
 class QemuMachine : public QObject
 {
     Q_OBJECT
@@ -29,25 +29,25 @@ public:
     explicit QemuMachine(const Setup &setup, QObject *parent = nullptr);
     ~QemuMachine() override;
 
-    bool start(QString *error); ///< Waits until gdb can connect. False with @p error set if the board does not come up.
+    bool start(QString *error); ///< Waits until gdb can connect. False with @p error set if the start fails.
     void end();                 ///< Ends the emulator; no signal follows.
     [[nodiscard]] bool isRunning() const;
     [[nodiscard]] qint64 processId() const;
     [[nodiscard]] QString gdbAddress() const;
 
-    /// Reads bytes as the bus has them; empty if that fails. Devices see accesses of a width we do not choose.
+    /// Reads bytes from the bus; empty if that fails. QEMU chooses the width of accesses to devices.
     [[nodiscard]] QByteArray read(quint64 address, int length);
     bool write(quint64 address, const QByteArray &bytes);
-    /// One access of 1, 2 or 4 bytes, as a device sees it.
+    /// A single access of 1, 2 or 4 bytes.
     bool readWord(quint64 address, int width, uint *value);
     bool writeWord(quint64 address, int width, uint value);
-    [[nodiscard]] QString monitor(const QString &command); ///< What the emulator's monitor says to a command.
+    [[nodiscard]] QString monitor(const QString &command); ///< The output of a command of QEMU's monitor.
     void writeSerial(const QByteArray &bytes);
 
 Q_SIGNALS:
     void output(const QByteArray &bytes); ///< from the serial port and from semihosting
-    void complaint(const QString &text);  ///< what the emulator printed as errors: whole lines
-    void died(const QString &reason);     ///< it ended by itself
+    void complaint(const QString &text);  ///< complete lines of QEMU's standard error
+    void died(const QString &reason);     ///< QEMU ended without a call of end()
 
 private:
     QStringList commandLine() const;

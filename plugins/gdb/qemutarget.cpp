@@ -1,4 +1,5 @@
 #include "qemutarget.h"
+#include "memorycell.h"
 #include "miconnection.h"
 #include "qemumachine.h"
 #include <QProcess>
@@ -59,8 +60,8 @@ bool QemuTarget::connectGdb(MiConnection *gdb, bool, QString *error)
     return answer.isDone() && (!severalCores() || connectSecondCore(gdb, error));
 }
 
-/// The second core is a process of its own for gdb. The thread list has to be asked for and the first thread to be
-/// selected, or the first stop after this gets lost and gdb waits for ever.
+/// gdb treats the second core as a second process. Without the query of the thread list and the selection of the first
+/// thread, gdb loses the next stop and waits for ever.
 bool QemuTarget::connectSecondCore(MiConnection *gdb, QString *error)
 {
     const QList<QByteArray> commands = {"-gdb-set schedule-multiple on",
@@ -112,9 +113,7 @@ bool QemuTarget::readDirectly(quint64 address, int length, QByteArray *bytes)
     }
     if (!m_machine->readWord(address, length, &value))
         return false;
-    bytes->resize(length);
-    for (int i = 0; i < length; ++i)
-        (*bytes)[m_program.elf.bigEndian ? length - 1 - i : i] = char(value >> (8 * i));
+    *bytes = memoryCellBytes(value, length, m_program.elf.bigEndian);
     return true;
 }
 
@@ -123,10 +122,7 @@ bool QemuTarget::writeDirectly(quint64 address, const QByteArray &bytes)
     const int length = int(bytes.size());
     if (length != 1 && length != 2 && length != 4)
         return m_machine->write(address, bytes);
-    uint value = 0;
-    for (int i = 0; i < length; ++i)
-        value |= uint(uchar(bytes[m_program.elf.bigEndian ? length - 1 - i : i])) << (8 * i);
-    return m_machine->writeWord(address, length, value);
+    return m_machine->writeWord(address, length, memoryCellValue(bytes, m_program.elf.bigEndian));
 }
 
 bool QemuTarget::canWakeUp() const

@@ -2,7 +2,7 @@
 #include "target.h"
 class QemuMachine;
 
-/// A board emulated by a QEMU of our own. It is made anew for each start: what a reset leaves behind cannot disturb.
+/// A board emulated by a QEMU process, which is started again for each restart: a reset would not clear all state.
 class QemuTarget : public Target
 {
     Q_OBJECT

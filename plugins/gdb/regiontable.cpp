@@ -1,5 +1,6 @@
 #include "regiontable.h"
 #include <algorithm>
+#include <functional>
 #include <limits>
 #include <QFileInfo>
 #include <QMap>
@@ -64,7 +65,7 @@ bool parseRegion(const QString &text, TargetRegion *region)
            && parseKind(fields[3].trimmed(), &region->kind);
 }
 
-/// Appends a region, or lengthens the last one if it goes on where that ends.
+/// Appends a region, or extends the last one if they are adjacent and alike.
 void appendJoined(const TargetRegion &region, QList<TargetRegion> *regions)
 {
     if (!regions->isEmpty() && regions->last().end() == region.start && regions->last().kind == region.kind
@@ -72,6 +73,27 @@ void appendJoined(const TargetRegion &region, QList<TargetRegion> *regions)
         regions->last().length += region.length;
     else
         regions->append(region);
+}
+
+/// Reads a region from each line that @p line matches: its first two groups are the start and the end in hexadecimal,
+/// and
+/// @p describe sets name and kind from the others.
+RegionTable readRegions(const QString &text, const QRegularExpression &line,
+                        const std::function<void(const QRegularExpressionMatch &, TargetRegion *)> &describe)
+{
+    QList<TargetRegion> regions;
+    for (const QString &row : text.split(u'\n')) {
+        const auto match = line.match(row);
+        TargetRegion region;
+        region.start = match.captured(1).toULongLong(nullptr, 16);
+        const quint64 end = match.captured(2).toULongLong(nullptr, 16);
+        if (!match.hasMatch() || end <= region.start)
+            continue;
+        region.length = end - region.start;
+        describe(match, &region);
+        regions.append(region);
+    }
+    return RegionTable(regions);
 }
 
 const TargetRegion SystemControl{u"System control"_s, 0xE0000000, 0x100000, Kind::Io};
@@ -153,7 +175,7 @@ RegionTable parseMemoryTree(const QString &text)
     bool processor = false;
     for (const QString &row : text.split(u'\n')) {
         if (row.contains("FlatView"_L1) && processor && !regions.isEmpty())
-            break; // one processor's view is enough
+            break; // the regions of the first processor only
         if (row.contains("AS \"cpu-memory"_L1))
             processor = true;
         const auto match = processor ? line.match(row) : QRegularExpressionMatch();
@@ -174,35 +196,19 @@ RegionTable parseMemoryTree(const QString &text)
 RegionTable parseMemoryAttributes(const QString &text)
 {
     static const QRegularExpression line(u"^\\d+\\s+y\\s+0x([0-9a-f]+)\\s+0x([0-9a-f]+)\\s+(\\w+)"_s);
-    QList<TargetRegion> regions;
-    for (const QString &row : text.split(u'\n')) {
-        const auto match = line.match(row);
-        if (!match.hasMatch())
-            continue;
-        const quint64 start = match.captured(1).toULongLong(nullptr, 16);
-        const quint64 end = match.captured(2).toULongLong(nullptr, 16);
+    return readRegions(text, line, [](const QRegularExpressionMatch &match, TargetRegion *region) {
         const bool ram = match.captured(3) == u"rw";
-        if (end > start)
-            regions.append({u"%1 0x%2"_s.arg(ram ? u"RAM"_s : u"Flash"_s, QString::number(start, 16)), start,
-                            end - start, ram ? Kind::Ram : Kind::Rom});
-    }
-    return RegionTable(regions);
+        region->name = u"%1 0x%2"_s.arg(ram ? u"RAM"_s : u"Flash"_s, QString::number(region->start, 16));
+        region->kind = ram ? Kind::Ram : Kind::Rom;
+    });
 }
 
 RegionTable parseProcessMaps(const QString &text)
 {
     static const QRegularExpression line(u"^([0-9a-f]+)-([0-9a-f]+) (r)(.)(.). \\S+ \\S+ \\S+\\s*(.*)$"_s);
-    QList<TargetRegion> regions;
-    for (const QString &row : text.split(u'\n')) {
-        const auto match = line.match(row);
-        if (!match.hasMatch())
-            continue;
-        const quint64 start = match.captured(1).toULongLong(nullptr, 16);
-        const quint64 end = match.captured(2).toULongLong(nullptr, 16);
+    return readRegions(text, line, [](const QRegularExpressionMatch &match, TargetRegion *region) {
         const QString file = match.captured(6).isEmpty() ? u"anonymous"_s : QFileInfo(match.captured(6)).fileName();
-        if (end > start)
-            regions.append({u"%1 0x%2"_s.arg(file, match.captured(1)), start, end - start,
-                            match.captured(4) == u"w" ? Kind::Ram : Kind::Rom});
-    }
-    return RegionTable(regions);
+        region->name = u"%1 0x%2"_s.arg(file, match.captured(1));
+        region->kind = match.captured(4) == u"w" ? Kind::Ram : Kind::Rom;
+    });
 }

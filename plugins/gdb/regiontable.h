@@ -12,13 +12,13 @@ struct TargetRegion
     quint64 length = 0;
     Kind kind = Kind::Ram;
 
-    [[nodiscard]] quint64 end() const { return start + length; } ///< the first address behind it
+    [[nodiscard]] quint64 end() const { return start + length; } ///< the first address after it
     [[nodiscard]] bool contains(quint64 address) const { return address >= start && address - start < length; }
     bool operator==(const TargetRegion &) const = default;
 };
 
-/// What memory a target has. The stubs that gdb talks to do not say reliably what an access came to, so this table
-/// does.
+/// The memory of a target. The result of an access is taken from this table, because debug servers do not report it
+/// reliably.
 class RegionTable
 {
 public:
@@ -27,24 +27,25 @@ public:
 
     [[nodiscard]] const QList<TargetRegion> &regions() const { return m_regions; }
     [[nodiscard]] bool isEmpty() const { return m_regions.isEmpty(); }
-    /// The region at an address, null if there is none. The first one that has it counts.
+    /// The first region that contains an address; null if there is none.
     [[nodiscard]] const TargetRegion *at(quint64 address) const;
 
-    /// The table with the region of an address first: the one that the disassembly window shows.
+    /// The table with the region of an address first. The disassembly window shows the first region.
     [[nodiscard]] RegionTable withCodeFirst(quint64 codeAddress) const;
 
 private:
     QList<TargetRegion> m_regions;
 };
 
-/// Reads "name:start:length:kind" entries separated by ";", the kind being "ram", "rom" or "io". Numbers are decimal or
-/// "0x...", with K or M behind them for 1024 and its square. Entries that cannot be read go to @p bad.
+/// Reads "name:start:length:kind" entries separated by ";", where kind is "ram", "rom" or "io". Numbers are decimal or
+/// "0x...", with an optional suffix K (1024) or M (1024 * 1024). Invalid entries are appended to @p bad.
 [[nodiscard]] RegionTable parseRegions(const QString &text, QStringList *bad);
-/// The map of an emulated board that we know by name; empty for others.
+/// The memory map of a common emulated board by its name; empty for others.
 [[nodiscard]] RegionTable boardRegions(const QString &machine);
-/// Reads what QEMU's "info mtree -f" prints: the processor's view, neighbours of one name and kind joined.
+/// Reads the output of QEMU's "info mtree -f": the regions of the first processor, adjacent ones of the same name and
+/// kind joined.
 [[nodiscard]] RegionTable parseMemoryTree(const QString &text);
-/// Reads what gdb's "info mem" prints.
+/// Reads the output of gdb's "info mem".
 [[nodiscard]] RegionTable parseMemoryAttributes(const QString &text);
-/// Reads /proc/PID/maps; what no program may read is left out.
+/// Reads /proc/PID/maps, without unreadable mappings.
 [[nodiscard]] RegionTable parseProcessMaps(const QString &text);

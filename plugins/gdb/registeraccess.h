@@ -4,16 +4,15 @@
 #include <QHash>
 class GdbSession;
 
-/// The processor's registers, in the frame that is selected. All are fetched at once when the first is asked for after
-/// a stop.
+/// The processor's registers in the selected frame. The first query after a stop fetches all of them.
 class RegisterAccess : public Facet<IRegisters>
 {
 public:
     RegisterAccess(GdbSession *session, QUnknownInterface *whole) : Facet(whole), m_session(session) {}
 
-    /// Sets what is answered while there is no session to ask.
+    /// Sets the registers that are shown before the first session.
     void setExpected(const QList<TargetRegister> &registers);
-    void load(); ///< Asks gdb what registers there are.
+    void load(); ///< Reads the list of registers from gdb.
 
     QList<RegisterInfo> registers() override;
     uint value(const QString &name, int word) override;
@@ -26,5 +25,5 @@ private:
     GdbSession *const m_session;
     QList<TargetRegister> m_registers;
     QHash<QString, QList<uint>> m_values;
-    int m_generation = -1; ///< of the session, when the values were fetched
+    int m_generation = -1; ///< of the session when the values were fetched
 };

@@ -14,7 +14,7 @@ QString tr(const char *text)
     return QCoreApplication::translate("RegisterTable", text);
 }
 
-/// The heading for gdb's groups; null for what is not shown.
+/// The heading for gdb's groups; null for registers that are not shown.
 QString heading(const QStringList &groups)
 {
     if (groups.contains(u"vector"_s) || groups.contains(u"sse"_s) || groups.contains(u"mmx"_s))

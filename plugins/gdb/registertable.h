@@ -3,12 +3,12 @@
 #include <QList>
 #include <QString>
 
-/// One register as gdb knows it.
+/// One register of gdb.
 struct TargetRegister
 {
     RegisterInfo info;
-    int number = -1;     ///< gdb's
-    bool vector = false; ///< shown and written as a union of several types
+    int number = -1;     ///< of the register in gdb
+    bool vector = false; ///< gdb shows and writes it as a union of several types
 
     bool operator==(const TargetRegister &other) const
     {
@@ -17,13 +17,13 @@ struct TargetRegister
     }
 };
 
-/// Reads what gdb prints for "maint print register-groups": the registers worth showing, by number. Parts and twins of
-/// others, and those wider than 128 bits, are left out.
+/// Reads the output of "maint print register-groups": the registers to show, by number. Parts and aliases of others,
+/// and those wider than 128 bits, are omitted.
 [[nodiscard]] QList<TargetRegister> parseRegisterGroups(const QString &text);
 
-/// The registers of a kind of processor before there is a session that could be asked; without numbers. @p elfMachine
-/// is an ElfImage::Machine; boards whose processor has a floating-point unit are told by @p board.
+/// The registers of a processor for the time before the first session; without numbers. @p elfMachine is an
+/// ElfImage::Machine; @p board decides whether the processor has a floating-point unit.
 [[nodiscard]] QList<TargetRegister> expectedRegisters(int elfMachine, bool wide, const QString &board);
 
-/// The bits of a register's value as gdb prints it in raw format, as 32-bit words, the lowest first.
+/// A register's value in gdb's raw format as 32-bit words, the lowest first.
 [[nodiscard]] QList<uint> registerWords(const QString &rawValue);

@@ -13,7 +13,7 @@ RemoteTarget::RemoteTarget(const TargetOptions &options, const Program &program)
 bool RemoteTarget::bringUp(QString *error)
 {
     if (m_options.address.isEmpty())
-        *error = tr("The project does not say at which address its target is.");
+        *error = tr("The project property \"Address\" of the target is empty.");
     return !m_options.address.isEmpty();
 }
 
@@ -28,7 +28,7 @@ bool RemoteTarget::connectGdb(MiConnection *gdb, bool attachOnly, QString *error
     return attachOnly || !loads() || load(gdb, error);
 }
 
-/// The program of a native server runs already, and simulators of AVR take theirs on the command line.
+/// A native server runs its program already, and AVR simulators get theirs on the command line.
 bool RemoteTarget::loads() const
 {
     return m_options.load && !m_program.elf.isNative() && m_program.elf.machine != ElfImage::Avr;
@@ -43,10 +43,11 @@ bool RemoteTarget::load(MiConnection *gdb, QString *error)
 
 bool RemoteTarget::reset(MiConnection *gdb, QString *error)
 {
-    QString words;
-    const MiRecord answer = gdb->askConsole(u"monitor "_s + m_options.resetCommand, &words, ConnectLimit);
+    QString output;
+    const MiRecord answer = gdb->askConsole(u"monitor "_s + m_options.resetCommand, &output, ConnectLimit);
     *error = tr("'%1' cannot be reset: %2").arg(title(), answer.errorText());
-    gdb->send("-interpreter-exec console \"maint flush register-cache\""); // gdb does not know what a reset changed
+    gdb->send("-interpreter-exec console \"maint flush register-cache\""); // gdb does not notice that the reset has
+                                                                           // changed registers
     return answer.isDone();
 }
 
@@ -75,10 +76,10 @@ RegionTable RemoteTarget::regions(MiConnection *gdb) const
 {
     QString text;
     (void)gdb->askConsole(u"info mem"_s, &text);
-    RegionTable told = parseMemoryAttributes(text);
-    if (!told.isEmpty())
-        return told;
-    QList<TargetRegion> regions; // all that is known is where the program lies; the rest is left to the user's choice
+    RegionTable reported = parseMemoryAttributes(text);
+    if (!reported.isEmpty())
+        return reported;
+    QList<TargetRegion> regions; // only the addresses of the program are known; the user can set the regions
     for (const ElfImage::Segment &segment : m_program.elf.segments) {
         if (segment.executable)
             regions.append({tr("Program"), segment.address, segment.size, TargetRegion::Kind::Ram});

@@ -1,7 +1,7 @@
 #pragma once
 #include "target.h"
 
-/// Anything that speaks gdb's protocol at an address: gdbserver, a probe's server, a simulator that runs already.
+/// A running debug server for gdb's remote protocol: gdbserver, the server of a debug probe, a simulator.
 class RemoteTarget : public Target
 {
     Q_OBJECT

@@ -2,12 +2,12 @@
 #include <QString>
 #include <QStringList>
 
-/// Of @p candidates, the path of the same file name that agrees with @p path in most folders, counted from the end;
-/// empty if none has the name. Of equals the first one counts.
+/// The first of @p candidates with the longest common end with @p path, compared by whole components; empty if no file
+/// name matches.
 [[nodiscard]] QString bestPathMatch(const QString &path, const QStringList &candidates);
 
-/// Whether a file text names a place in the disassembly instead of a source file.
+/// Whether a file text refers to the disassembly instead of a source file.
 [[nodiscard]] bool isDisassembly(const QString &file);
 
-/// @p path as the host names files of a project: relative if it lies below @p basePath, otherwise as it is.
+/// @p path in the host's form: relative if it is below @p basePath, otherwise unchanged.
 [[nodiscard]] QString projectPath(const QString &path, const QString &basePath);

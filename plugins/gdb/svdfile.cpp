@@ -19,7 +19,7 @@ QString tr(const char *text)
     return QCoreApplication::translate("SvdFile", text);
 }
 
-/// An element with its text and what is in it. Later passes change the tree: first what is derived is filled in.
+/// An XML element with its text and children. Derived elements are completed in the tree before registers are read.
 struct Element
 {
     QString tag;
@@ -84,7 +84,7 @@ private:
     int m_count = 0;
 };
 
-/// "0x1F", "31", "#11111", with K, M, G behind it for powers of 1024. Invalid texts give the fallback.
+/// "0x1F", "31", "#11111", with a suffix K, M, G or T for powers of 1024. Returns the fallback for invalid texts.
 quint64 number(QString text, quint64 fallback = 0)
 {
     static const QMap<QChar, int> shifts = {{u'K', 10}, {u'M', 20}, {u'G', 30}, {u'T', 40}};
@@ -109,7 +109,7 @@ quint64 number(QString text, quint64 fallback = 0)
 
 // Derivation ----------------------------------------------------------------------------------------------------------
 
-/// What can be derived from: by its name beside the one that derives, or by its path from the peripherals on.
+/// Resolves the attribute derivedFrom: the name of a sibling, or a path that starts at the peripherals.
 class Derivation
 {
 public:
@@ -163,7 +163,7 @@ private:
         return place;
     }
 
-    /// Copies what is not given. Lists of registers and fields are joined by the names in them.
+    /// Copies missing children. Lists of registers and fields are merged by name.
     static void inherit(const Element &base, Element *element)
     {
         QSet<QString> given;
@@ -195,7 +195,7 @@ private:
 
 // Expansion -----------------------------------------------------------------------------------------------------------
 
-/// What is handed down from the device to its registers; the nearest setting counts.
+/// Settings that registers inherit from their parents; the nearest one has priority.
 struct Defaults
 {
     QString size = u"32"_s;
@@ -207,7 +207,7 @@ struct Defaults
     }
 };
 
-/// One of the elements that an array stands for.
+/// One element of an array.
 struct Copy
 {
     QString name;
@@ -284,7 +284,7 @@ QList<SvdField> readFields(const Element &element)
     return fields;
 }
 
-/// The width of an access: the next one that the bus has.
+/// The width of an access in bits: the size rounded up to a width of the bus.
 int accessWidth(quint64 size)
 {
     return size <= 8 ? 8 : size <= 16 ? 16 : 32;

@@ -9,7 +9,7 @@ struct SvdField
     QString description;
     int lowBit = 0;
     int width = 1;
-    QList<std::pair<quint64, QString>> names; ///< values that have a name
+    QList<std::pair<quint64, QString>> names; ///< of enumerated values
 };
 
 /// A register of a device, at its final address.
@@ -22,7 +22,7 @@ struct SvdRegister
     bool readable = true;
     bool writable = true;
     bool readingChanges = false; ///< reading it has an effect
-    bool onesClear = false;      ///< writing a one clears, so a zero leaves a bit as it is
+    bool onesClear = false;      ///< writing a one clears a bit; a zero does not change it
     QList<SvdField> fields;
 };
 
@@ -34,6 +34,6 @@ struct SvdPeripheral
     QList<SvdRegister> registers; ///< by address
 };
 
-/// Reads a description of a chip's devices (CMSIS-SVD). What is derived from something else, arrays and clusters are
-/// resolved. False with @p error set if it is no such description.
+/// Reads a description of a chip's devices (CMSIS-SVD) and resolves derivations, arrays and clusters. False with @p
+/// error set if the contents are not such a description.
 [[nodiscard]] bool readSvd(const QByteArray &contents, QList<SvdPeripheral> *peripherals, QString *error);

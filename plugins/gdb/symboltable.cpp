@@ -9,7 +9,7 @@ using namespace Qt::StringLiterals;
 namespace {
 constexpr int SymbolLimit = 30000;
 
-/// What the host's line number of a kind means. Only code of the program itself has lines here, so the kinds agree.
+/// The host's kinds of line numbers. Only code of the program itself has lines here, so both kinds are the same.
 bool isKnownKind(int kind)
 {
     return kind == 0 || kind == 1;
@@ -41,10 +41,11 @@ QString SymbolTable::localFile(const QString &gdbFile)
     QString found = findLocalFile(gdbFile);
     m_localFiles.insert(gdbFile, found);
     if (found.isEmpty())
-        Q_EMIT message(tr("The source file '%1' is not there any more; the disassembly is shown instead. The project "
-                          "property \"Source directories\" says where else to look.\n")
-                           .arg(gdbFile),
-                       false);
+        Q_EMIT message(
+            tr("The source file '%1' does not exist; the disassembly is shown instead. To find it elsewhere, "
+               "set the project property \"Source directories\".\n")
+                .arg(gdbFile),
+            false);
     return found;
 }
 
@@ -55,7 +56,7 @@ QString SymbolTable::findLocalFile(const QString &gdbFile) const
     for (const QString &directory : m_directories) {
         QString rest = QDir::fromNativeSeparators(gdbFile);
         for (qsizetype slash = 0; slash >= 0; slash = rest.indexOf(u'/')) {
-            rest.remove(0, slash + 1); // the longest ending of the path that the folder has
+            rest.remove(0, slash + 1); // finds the longest end of the path that exists in the directory
             if (const QString path = QDir(directory).filePath(rest); QFileInfo(path).isFile())
                 return QDir::cleanPath(path);
         }
@@ -64,7 +65,7 @@ QString SymbolTable::findLocalFile(const QString &gdbFile) const
     return QFileInfo(match).isFile() ? match : QString();
 }
 
-/// The sources of the program itself: those of system libraries may be thousands.
+/// The source files of the program itself, without those of system libraries, which can be thousands.
 const QStringList &SymbolTable::gdbFiles()
 {
     if (!m_gdbFiles.isEmpty())
@@ -81,7 +82,7 @@ const QStringList &SymbolTable::gdbFiles()
     return m_gdbFiles;
 }
 
-/// A file of the same name counts only if the one that gdb means is not there: otherwise it is another file.
+/// A file with the same name is used only if the file that gdb names does not exist: otherwise it is another file.
 QString SymbolTable::gdbFile(const QString &localFile)
 {
     if (gdbFiles().contains(localFile))

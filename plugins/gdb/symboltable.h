@@ -9,26 +9,27 @@
 #include <QSet>
 class GdbSession;
 
-/// Sources, lines, addresses and symbols of the program.
+/// Source files, lines, addresses and symbols of the program.
 ///
-/// The host's addresses have 32 bits. Those of wider targets are taken to be near the program's code: their upper half
-/// is that of the code's addresses.
+/// The host's addresses have 32 bits. On 64-bit targets their upper half is taken from the addresses of the program's
+/// code.
 class SymbolTable : public QObject, public Facet<ISourceMapping, ISymbolLookup>
 {
     Q_OBJECT
 public:
     SymbolTable(GdbSession *session, QUnknownInterface *whole);
 
-    /// Sets where sources are looked for that are not where the program was built: files by absolute paths, asked for
-    /// when they are needed, and folders.
+    /// Sets where to search for source files that were moved: a function that returns absolute paths of files, called
+    /// when needed, and directories.
     void setSources(const std::function<QStringList()> &projectFiles, const QStringList &directories);
-    void reset(); ///< Another program, or another place for it.
+    void reset(); ///< Called when another program is loaded, or at other addresses.
 
-    /// The file on this computer for a file that gdb names; empty if there is none, which is told once.
+    /// The file on this computer for a file name of gdb; empty if there is none, which message() reports once.
     [[nodiscard]] QString localFile(const QString &gdbFile);
-    /// What gdb calls a file on this computer.
+    /// The file name of gdb for a file on this computer.
     [[nodiscard]] QString gdbFile(const QString &localFile);
     [[nodiscard]] const LineTable &lines();
+    /// The 64-bit address for an address of the host.
     [[nodiscard]] quint64 widen(uint address);
 
     bool symbolAddress(const QString &name, uint &address) override;

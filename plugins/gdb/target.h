@@ -6,7 +6,7 @@
 #include <QObject>
 class MiConnection;
 
-/// What gdb debugs: how it is brought up, connected, put back to its start and ended.
+/// What gdb debugs: how it is started, connected, taken back to its start and ended.
 class Target : public QObject
 {
     Q_OBJECT
@@ -18,36 +18,36 @@ public:
     };
 
     Target(const TargetOptions &options, const Program &program, QObject *parent = nullptr);
-    /// The target that @p options ask for.
+    /// The kind of target that @p options select.
     [[nodiscard]] static std::unique_ptr<Target> create(const TargetOptions &options, const Program &program);
 
-    [[nodiscard]] virtual QString title() const = 0; ///< Names it to the user.
-    /// Starts what is ours to start. False with @p error set if that fails, as with the following.
+    [[nodiscard]] virtual QString title() const = 0; ///< The name that the user sees.
+    /// Starts the processes of the target. False with @p error set if that fails; the same for the next functions.
     virtual bool bringUp(QString *error);
-    /// Connects gdb, which has the program loaded. After it a program to be attached to is stopped; others are stopped
-    /// at their start, or wait for startCommand().
+    /// Connects gdb, which has loaded the symbols. Afterwards an attached program is stopped where it was; others are
+    /// stopped at their start, or are started by startCommand().
     virtual bool connectGdb(MiConnection *gdb, bool attachOnly, QString *error) = 0;
-    /// Puts the program, which is stopped, back to its start. A native one begins anew by startCommand().
+    /// Takes the stopped program back to its start. A native program is run again by startCommand().
     virtual bool rewind(MiConnection *gdb, QString *error) = 0;
-    /// What sets the program going from its start; @p toFunction if a breakpoint will stop it, otherwise it has to stop
-    /// at its first instruction. Empty if it stands there already.
+    /// The command that runs the program from its start. Without @p toFunction there is no breakpoint, and the program
+    /// must stop at its first instruction. Empty if it is stopped there already.
     [[nodiscard]] virtual QByteArray startCommand(bool toFunction) const;
     virtual void end(MiConnection *gdb) = 0; ///< Ends what bringUp() and connectGdb() began; no signal follows.
 
     [[nodiscard]] virtual bool severalCores() const { return false; }
     [[nodiscard]] virtual RegionTable regions(MiConnection *gdb) const = 0;
-    /// Whether gdb reads memory while the program runs.
+    /// Whether gdb can read memory while the program runs.
     [[nodiscard]] virtual bool readsWhileRunning() const { return false; }
-    /// Reads and writes past gdb, running or not: 1, 2 or 4 bytes as a device sees them, or any number of them. False
-    /// where there is no such way.
+    /// Reads and writes without gdb, also while the program runs: 1, 2 or 4 bytes in one access, or any other number.
+    /// False if the target does not support that.
     virtual bool readDirectly(quint64 address, int length, QByteArray *bytes);
     virtual bool writeDirectly(quint64 address, const QByteArray &bytes);
     [[nodiscard]] virtual bool canWakeUp() const { return false; }
     virtual void wakeUp() {}
-    virtual void writeInput(const QByteArray &) {} ///< For the program's serial port or terminal.
-    /// Whether a stop record tells of the program's end, and the other records of it are of no account.
+    virtual void writeInput(const QByteArray &) {} ///< To the program's serial port or terminal.
+    /// Whether the end of the program is reported by a stop record, so that other records about it are ignored.
     [[nodiscard]] virtual bool stopsAtItsEnd() const { return false; }
-    /// What the loss of gdb's connection means: the target has ended, if it is ours.
+    /// Whether a lost connection means that the target has ended, because it belongs to the session.
     [[nodiscard]] virtual bool endsWithConnection() const { return false; }
 
 Q_SIGNALS:

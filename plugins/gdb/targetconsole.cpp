@@ -23,12 +23,12 @@ TargetConsole::TargetConsole(QWidget *parent) : QWidget(parent), m_text(new QPla
     m_text->setLineWrapMode(QPlainTextEdit::NoWrap);
     m_text->setMaximumBlockCount(MostLines);
     m_text->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
-    m_input->setPlaceholderText(tr("Line to be sent to the program"));
+    m_input->setPlaceholderText(tr("Line to send to the program"));
     m_input->setObjectName(u"InputEdit"_s);
     connect(m_input, &QLineEdit::returnPressed, this, &TargetConsole::send);
 }
 
-/// Goes on at the end, and stays in sight of it unless the user has scrolled away.
+/// Appends the text, and scrolls to the end unless the user has scrolled away from it.
 void TargetConsole::append(const QByteArray &bytes)
 {
     QScrollBar *bar = m_text->verticalScrollBar();

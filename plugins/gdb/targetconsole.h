@@ -5,7 +5,7 @@
 class QLineEdit;
 class QPlainTextEdit;
 
-/// What the program writes to its serial port, its terminal or by semihosting, and a line to send something back.
+/// Shows the program's output to its serial port, its terminal or by semihosting, with a line for input.
 class TargetConsole : public QWidget
 {
     Q_OBJECT
@@ -13,12 +13,12 @@ class TargetConsole : public QWidget
 public:
     explicit TargetConsole(QWidget *parent = nullptr);
 
-    void append(const QByteArray &bytes); ///< UTF-8; a letter may come in two parts.
+    void append(const QByteArray &bytes); ///< UTF-8; the bytes of a character may come in two calls.
     void clear();
     [[nodiscard]] QString text() const;
 
 Q_SIGNALS:
-    void entered(const QByteArray &line); ///< with its end
+    void entered(const QByteArray &line); ///< with its line end
 
 private:
     void send();

@@ -87,7 +87,7 @@ bool setKind(const QString &name, TargetOptions *options)
     return true;
 }
 
-/// "qemu:lm3s6965evb" and the like.
+/// Reads a target such as "qemu:lm3s6965evb".
 bool setTarget(const QString &text, TargetOptions *options)
 {
     const qsizetype colon = text.indexOf(u':');
@@ -132,7 +132,7 @@ bool applyOptionText(const QString &text, TargetOptions *options, QString *error
         const bool pair = part.contains(u'=');
         if (part.trimmed().isEmpty() || (pair ? setPair(part, options) : setTarget(part.trimmed(), options)))
             continue;
-        *error = tr("The debugger option '%1' is not understood.").arg(part.trimmed());
+        *error = tr("The debugger option '%1' is invalid.").arg(part.trimmed());
         return false;
     }
     return true;

@@ -3,11 +3,11 @@
 #include <QString>
 #include <QStringList>
 
-/// What a session runs on and how. Texts that the user wrote, with defaults; paths may be relative to the project.
+/// The options of a session, with their defaults. Paths may be relative to the project.
 struct TargetOptions
 {
     enum class Kind {
-        Automatic, ///< native if the image is of this computer, else an emulated board
+        Automatic, ///< Native if the image is for this computer, else Qemu
         Native,
         Qemu,
         Remote
@@ -17,40 +17,40 @@ struct TargetOptions
     QString gdb;   ///< empty: chosen by the image's processor
     QString machine = QStringLiteral("mps2-an385");
     QString qemu;          ///< empty: chosen by the image's processor
-    QString qemuArguments; ///< further ones, as on a command line
-    QString secondImage;   ///< for the second core of a board that has two
+    QString qemuArguments; ///< further arguments, as on a command line
+    QString secondImage;   ///< program of the second core of a board with two cores
     QString address;       ///< "host:port", or the path of a socket
     QString resetCommand;  ///< for a remote target's "monitor"
     QString arguments;     ///< of a native program, as on a command line
     QString workingDirectory;
-    QString runTo = QStringLiteral("main"); ///< a function; empty to stay at the program's start
-    QString regions;                        ///< see parseRegions(); empty: as the target says
-    QString sourceDirectories;              ///< separated by ";", for an image that was built elsewhere
+    QString runTo = QStringLiteral("main"); ///< a function; empty to stay at the start of the program
+    QString regions;                        ///< see parseRegions(); empty: read from the target
+    QString sourceDirectories;              ///< separated by ";", where to find source files that were moved
     QString symbolFiles;                    ///< separated by ";"
-    QString commands;                       ///< for gdb's console once connected, separated by ";"
+    QString commands;                       ///< for gdb's console after it has connected, separated by ";"
     QString svdFile;
-    QString group; ///< of processors that run and stop together; empty for none
+    QString group; ///< name of a group of processors that run and stop together; empty for none
     Kind kind = Kind::Automatic;
     int uart = 0;       ///< the serial port that the target console shows
     int processId = 0;  ///< of the native program to attach to
-    int timeLimit = 10; ///< in seconds, for the way to runTo and for loading
+    int timeLimit = 10; ///< in seconds, for loading and for reaching runTo
     bool semihosting = true;
-    bool load = true;           ///< send the image to a remote target
-    bool leaveRunning = true;   ///< a remote target, when the session ends
-    bool readSensitive = false; ///< also registers that reading changes
-    bool callFunctions = false; ///< in expressions
-    bool verify = false;        ///< read back what is written to memory
+    bool load = true;           ///< load the image into a remote target
+    bool leaveRunning = true;   ///< leave a remote target running when the session ends
+    bool readSensitive = false; ///< read also registers that change when read
+    bool callFunctions = false; ///< allow calls in expressions
+    bool verify = false;        ///< read memory back after writing
 
     bool operator==(const TargetOptions &) const = default;
 };
 
-/// Changes @p options by an option text: the kind of target ("native", "qemu", "remote"), behind a colon what it is
-/// (the program, the board, the address), and "key=value" pairs, all separated by ";". The keys are those of
-/// optionKeys(). False with @p error set if it cannot be understood.
+/// Applies an option text to @p options: the kind of target ("native", "qemu", "remote"), after a colon the program,
+/// board or address, and "key=value" pairs, all separated by ";". The keys are those of optionKeys(). False with @p
+/// error set if the text is invalid.
 bool applyOptionText(const QString &text, TargetOptions *options, QString *error);
 
-/// Changes @p options by the values that @p property gives for "gdb" and a key with a capital; null texts change
-/// nothing.
+/// Applies properties to @p options. @p property returns the value of a property, whose name is "gdb" and a key with a
+/// capital first letter; null texts change nothing.
 void applyProperties(const std::function<QString(const QString &key)> &property, TargetOptions *options);
 
 /// The keys of the option text, in order.

@@ -36,7 +36,7 @@ TargetState nextState(TargetState state, TargetEvent event)
     if (event == TargetEvent::Connected)
         return {TargetState::Stopped, false};
     if (!isAlive(state))
-        return state; // late words from a target that is no more
+        return state; // event after the target has ended
     switch (event) {
     case TargetEvent::Resumed:
         return {TargetState::Running, false};
@@ -65,6 +65,26 @@ IExecutionEnvironment::ProgramStatus programStatus(TargetState state)
     }
 }
 
+RunRequest nextRequest(RunRequest request, RunEvent event)
+{
+    using Pause = RunRequest::Pause;
+    const bool byUser = request.pause == Pause::ByUser;
+    switch (event) {
+    case RunEvent::StepStarted:
+        return {RunRequest::Motion::Step, Pause::None};
+    case RunEvent::PauseRequested:
+        return {request.motion, Pause::ByUser};
+    case RunEvent::OwnPauseRequested:
+        return {request.motion, byUser ? Pause::ByUser : Pause::Own};
+    case RunEvent::OwnPauseEnded:
+        return {request.motion, byUser ? Pause::ByUser : Pause::None};
+    case RunEvent::Paused:
+        return byUser || request.pause == Pause::None ? RunRequest() : RunRequest{request.motion, Pause::Hidden};
+    default:
+        return {};
+    }
+}
+
 StopReason stopReason(const MiRecord &record)
 {
     const MiValue &results = record.results;
@@ -75,17 +95,19 @@ StopReason stopReason(const MiRecord &record)
     if (reason == u"breakpoint-hit")
         stop.event = stop.temporary ? TargetEvent::Stopped : TargetEvent::BreakpointHit;
     else if (reason.endsWith("watchpoint-trigger"_L1))
-        stop = {TargetEvent::BreakpointHit, stop.breakpoint, false, watchText(results)};
+        stop = {TargetEvent::BreakpointHit, stop.breakpoint, false, watchText(results), false};
     else if (reason == u"exited")
         stop = {TargetEvent::Exited, 0, false,
-                tr("The program ended with code %1.").arg(results.text(u"exit-code").toInt(nullptr, 8))};
+                tr("The program ended with code %1.").arg(results.text(u"exit-code").toInt(nullptr, 8)), false};
     else if (reason == u"exited-normally")
-        stop = {TargetEvent::Exited, 0, false, tr("The program ended.")};
+        stop = {TargetEvent::Exited, 0, false, tr("The program ended."), false};
     else if (reason == u"exited-signalled")
-        stop = {TargetEvent::Exited, 0, false, tr("The program was ended by %1.").arg(results.text(u"signal-name"))};
+        stop = {TargetEvent::Exited, 0, false, tr("The program was ended by %1.").arg(results.text(u"signal-name")),
+                false};
     else if (reason == u"signal-received" && results.text(u"signal-name") != u"SIGINT"
              && results.text(u"signal-name") != u"SIGTRAP" && results.text(u"signal-name") != u"0")
         stop.text =
             tr("The program received %1, %2.").arg(results.text(u"signal-name"), results.text(u"signal-meaning"));
+    stop.isPause = stop.event == TargetEvent::Stopped && stop.breakpoint == 0 && reason != u"end-stepping-range";
     return stop;
 }

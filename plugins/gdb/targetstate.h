@@ -2,36 +2,66 @@
 #include "iexecutionenvironment.h"
 #include "mirecord.h"
 
-/// What became of the target, as far as we know. Fed by what is observed, never by the results of commands.
+/// The state of the target as far as it is known. It follows from observed events, never from the results of commands.
 struct TargetState
 {
     enum Phase : long {
         Absent, ///< no session
         Stopped,
         Running,
-        Ended, ///< the program, or the emulator with it, has come to its end
-        Lost   ///< the connection has gone; what the target does is not known
+        Ended, ///< the program, or the emulator with it, has ended
+        Lost   ///< the connection is lost; the state of the target is unknown
     };
 
     Phase phase = Absent;
-    bool atBreakpoint = false; ///< stopped by one of the user's
+    bool atBreakpoint = false; ///< stopped at a breakpoint of the user
 
     bool operator==(const TargetState &) const = default;
 };
 
 /// What can happen to a target.
 enum class TargetEvent {
-    Connected, ///< a session begins, or the program begins anew: stopped
+    Connected, ///< a session starts, or the program is back at its start: stopped
     Resumed,
     Stopped,
     BreakpointHit,
     Exited,
     LinkLost,
-    Closed ///< the session was ended by us
+    Closed ///< the session was ended by a command
 };
 
 [[nodiscard]] TargetState nextState(TargetState state, TargetEvent event);
 [[nodiscard]] IExecutionEnvironment::ProgramStatus programStatus(TargetState state);
+
+/// What the session has requested of the program, in addition to what the target reports (TargetState). It decides
+/// whether a stop is reported to the host.
+struct RunRequest
+{
+    enum class Motion { Continue, Step };
+    enum class Pause {
+        None,
+        ByUser, ///< requested by the user; the program has not stopped yet
+        Own,    ///< requested for an operation of our own; the program has not stopped yet
+        Hidden  ///< the program has stopped for that operation; the stop is not reported
+    };
+
+    Motion motion = Motion::Continue;
+    Pause pause = Pause::None;
+
+    bool operator==(const RunRequest &) const = default;
+};
+
+/// What changes a RunRequest.
+enum class RunEvent {
+    StepStarted,
+    PauseRequested,    ///< by the user
+    OwnPauseRequested, ///< does not replace a pause that the user has requested
+    OwnPauseEnded,
+    Paused, ///< the program stopped without a reason of its own
+    Stopped ///< the program stopped for a reason of its own, or could not run
+};
+
+[[nodiscard]] RunRequest nextRequest(RunRequest request, RunEvent event);
 
 /// Why a program stopped.
 struct StopReason
@@ -39,7 +69,8 @@ struct StopReason
     TargetEvent event = TargetEvent::Stopped;
     int breakpoint = 0; ///< gdb's number of the breakpoint or watchpoint; 0 for none
     bool temporary = false;
-    QString text; ///< for the user; empty where the reason is plain
+    QString text;         ///< for the user; empty if the user knows the reason
+    bool isPause = false; ///< no breakpoint, no end of a step or of the program
 };
 
 /// Reads a "stopped" record, whose fields may come in any order or be missing.

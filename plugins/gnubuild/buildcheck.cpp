@@ -25,7 +25,7 @@ QStringList neededTools(const BuildDescription &description)
     return tools;
 }
 
-/// Words of launchers that are programs; the rest sets variables for them.
+/// The words of the launcher that are programs; the others set variables.
 QStringList launcherPrograms(const BuildDescription &description)
 {
     QStringList programs = description.launcher;
@@ -46,11 +46,11 @@ QStringList textProblems(const BuildDescription &description)
     QStringList problems;
     const auto checkPath = [&](const QString &path) {
         if (!isPossibleNinjaPath(path))
-            problems += tr("The name '%1' has a character that ninja cannot take.").arg(path);
+            problems += tr("The name '%1' has a character that ninja does not support.").arg(path);
     };
     const auto checkFlags = [&](const QStringList &flags) {
         if (!std::all_of(flags.begin(), flags.end(), isPossibleNinjaValue))
-            problems += tr("An option has a line break, which ninja cannot take: %1").arg(flags.join(u' '));
+            problems += tr("An option has a line break, which ninja does not support: %1").arg(flags.join(u' '));
     };
     for (const SourceFile &source : description.sources) {
         checkPath(source.path);

@@ -3,12 +3,12 @@
 
 struct BuildDescription;
 
-/// What keeps @p description from being built at all, a sentence each: programs that are not there, and texts that
-/// ninja cannot take.
+/// The reasons why @p description cannot be built, one sentence each: missing programs, and texts that ninja does not
+/// support.
 [[nodiscard]] QStringList toolProblems(const BuildDescription &description);
 
-/// The files that a build needs and that do not exist, a sentence each, the first twenty of them.
+/// The missing input files of a build, one sentence each, at most twenty.
 [[nodiscard]] QStringList fileProblems(const BuildDescription &description);
 
-/// The sentence about ninja, which no build can do without.
+/// The message for a missing ninja.
 [[nodiscard]] QString ninjaMissing();

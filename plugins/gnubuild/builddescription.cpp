@@ -4,7 +4,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// "%" and two digits for each byte that @p isPlain turns down.
+/// @p text with "%" and two digits for each byte for which @p isPlain is false.
 QString encoded(const QString &text, bool (*isPlain)(char))
 {
     QString result;
@@ -88,7 +88,7 @@ QString objectFileName(const QString &directory, const QString &source)
     qsizetype start = 0;
     if (place.startsWith(u'/')) {
         place.prepend(u"%root"_s);
-        start = place.indexOf(u'/') + 1; // what leads up from the root stays in a clean path
+        start = place.indexOf(u'/') + 1; // cleaning the path does not remove ".." after the root
     }
     for (qsizetype i = start; QStringView(place).sliced(i).startsWith(u"../"); i += 4)
         place.replace(i, 2, u"%up"_s);
@@ -106,12 +106,12 @@ QString configurationDirectoryName(const QString &configuration)
 
 int distccSlots(const QString &hosts)
 {
-    constexpr int usual = 4;   // what distcc takes for a host without a limit
-    constexpr int most = 1000; // of a host
+    constexpr int usual = 4;   // distcc's default for a host without a limit
+    constexpr int most = 1000; // for one host
     int sum = 0;
     for (const QString &host : hosts.split(u' ', Qt::SkipEmptyParts)) {
         if (host.startsWith(u"--"_s) || host.startsWith(u'+'))
-            continue; // options of distcc among the hosts
+            continue; // options of distcc in the list of hosts
         const QString limit = host.section(u',', 0, 0).section(u'/', 1);
         const int slots = limit.toInt();
         sum += slots > 0 ? std::min(slots, most) : usual;

@@ -7,11 +7,11 @@ struct SourceFile
 {
     QString path; ///< relative to the project's directory or absolute
     Language language = Language::None;
-    QString object;                   ///< where its object file goes
-    std::optional<QStringList> flags; ///< the words of its own; nothing for those of its language
+    QString object;                   ///< path of its object file
+    std::optional<QStringList> flags; ///< its own flags; nothing for those of its language
 };
 
-/// Flags for each language that a project's files share.
+/// The project's flags for each language.
 struct LanguageFlags
 {
     QStringList c;
@@ -22,8 +22,8 @@ struct LanguageFlags
     [[nodiscard]] const QStringList &of(Language language) const;
 };
 
-/// All that a build of one configuration does, as plain values. Paths are relative to the project's directory, where
-/// every command is run, or absolute; flags are words, not yet quoted for any shell.
+/// The build of one configuration as plain values. Paths are absolute or relative to the project's directory, in which
+/// all commands run; flags are words without shell quotes.
 struct BuildDescription
 {
     enum class Target { Program, Library };
@@ -33,43 +33,43 @@ struct BuildDescription
     QString directory;              ///< the project's, absolute
     QString configuration;          ///< its name
     QString buildDirectory;         ///< of all configurations
-    QString configurationDirectory; ///< of this one, for all that it makes
+    QString configurationDirectory; ///< of this configuration, for all outputs
     Target target = Target::Program;
     QString output; ///< the program or library
     Image image = Image::None;
-    bool makesMap = false; ///< the linker writes a map beside the program
+    bool makesMap = false; ///< the linker writes a map file next to the program
 
-    QString prefix; ///< ahead of the names of the compilers and their kin
+    QString prefix; ///< of the names of all tools
     LanguageFlags flags;
     QList<SourceFile> sources;
     QStringList linkFlags;
-    QStringList libraries;  ///< arguments behind the objects
-    QStringList linkInputs; ///< files besides the objects whose change asks for a new link
+    QStringList libraries;  ///< arguments after the objects
+    QStringList linkInputs; ///< further files whose change requires linking
     QString preBuild;
     QString postBuild;
 
-    QStringList launcher;   ///< words ahead of a compiler
-    QString distccHosts;    ///< null for those of the environment
+    QStringList launcher;   ///< words before a compiler
+    QString distccHosts;    ///< null: use the environment variable
     int jobs = 0;           ///< 0 for the default
-    bool keepGoing = false; ///< also after an error
+    bool keepGoing = false; ///< continue after an error
     bool showCommands = false;
 
     [[nodiscard]] QString ninjaFileName() const;
     [[nodiscard]] QString imageFileName() const; ///< empty without an image
     [[nodiscard]] QString compiler(Language language) const;
-    [[nodiscard]] QString linker() const; ///< of C++ as soon as one file is
+    [[nodiscard]] QString linker() const; ///< g++ if at least one file is C++
     [[nodiscard]] const QStringList &flagsOf(const SourceFile &source) const;
-    /// Words of the command that compiles @p source, without a launcher and what concerns dependencies.
+    /// The words of the command that compiles @p source, without launcher and dependency options.
     [[nodiscard]] QStringList compileCommand(const SourceFile &source) const;
     [[nodiscard]] QString absolute(const QString &path) const;
 };
 
-/// Where the object file of @p source goes below @p directory: a different place for each source, in plain letters, so
-/// that neither a shell nor a make file has to quote it.
+/// The path of the object file of @p source below @p directory: unique for each source, and without characters that
+/// need quotes in a shell or a make file.
 [[nodiscard]] QString objectFileName(const QString &directory, const QString &source);
 
-/// The directory of a configuration below the build directory: its name, with what means something in paths encoded.
+/// The directory of a configuration below the build directory: its name with special characters of paths encoded.
 [[nodiscard]] QString configurationDirectoryName(const QString &configuration);
 
-/// How many compilers may run at once on hosts of distcc, as "localhost/2 builder/8,lzo"; 0 if that cannot be told.
+/// The number of parallel jobs on distcc hosts such as "localhost/2 builder/8,lzo"; 0 if unknown.
 [[nodiscard]] int distccSlots(const QString &hosts);

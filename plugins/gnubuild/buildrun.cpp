@@ -15,20 +15,11 @@ QString compilationDatabaseName(const BuildDescription &description)
     return description.absolute(description.configurationDirectory + DatabaseName);
 }
 
-/// Editors look for the database in the build directory: there it is the one of the current configuration.
-void showDatabase(const BuildDescription &description)
+/// Links the database into the build directory, where editors look for that of the current configuration.
+void linkDatabase(const BuildDescription &description)
 {
     updateLink(description.absolute(description.buildDirectory + DatabaseName),
                configurationDirectoryName(description.configuration) + DatabaseName);
-}
-
-/// Messages are to be read by a program as well, so they must not be translated.
-QProcessEnvironment toolEnvironment()
-{
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert(u"LC_ALL"_s, u"C.UTF-8"_s);
-    environment.insert(u"NINJA_STATUS"_s, u"[%f/%t] "_s);
-    return environment;
 }
 
 } // namespace
@@ -187,7 +178,7 @@ BuildRun::Outcome BuildRun::preBuild(Work &work, ToolProcess::Command &command)
 BuildRun::Outcome BuildRun::removeOutputs(Work &work, ToolProcess::Command &command)
 {
     if (!QFileInfo::exists(work.description.absolute(work.description.ninjaFileName())))
-        return Outcome::Skip; // it was never built
+        return Outcome::Skip; // not built yet
     command = ninjaCommand(work.description, {u"-t"_s, u"clean"_s});
     return Outcome::Run;
 }
@@ -246,7 +237,7 @@ bool BuildRun::writeFiles(const Work &work)
     if (written == Written::Changed || !QFileInfo::exists(database))
         writeIfChanged(database, compilationDatabase(description));
     if (work.project->project()->currentConfiguration() == work.configuration)
-        showDatabase(description);
+        linkDatabase(description);
     return true;
 }
 

@@ -7,20 +7,20 @@
 
 class GnuProject;
 
-/// What one command of the user sets going: steps that are taken one after the other in the background, each for one
-/// configuration of a project. A step that fails takes the further ones of its configuration with it.
+/// The work of one build command: steps that run one after the other in the background, each for one configuration of a
+/// project. After a failed step, the further steps of its configuration are skipped.
 class BuildRun : public QObject
 {
     Q_OBJECT
 public:
     explicit BuildRun(QObject *parent = nullptr);
 
-    /// Builds the libraries that @p project uses and then itself, from scratch if @p rebuild.
+    /// Builds the libraries that @p project uses, then the project, from scratch if @p rebuild.
     void addBuild(GnuProject *project, const QString &configuration, bool rebuild);
     void addClean(GnuProject *project, const QString &configuration);
     /// Compiles @p file, absolute or relative to the project, even if its object is up to date.
     void addCompile(GnuProject *project, const QString &configuration, const QString &file);
-    void start(); ///< Takes the steps. finished() comes in every case, but later.
+    void start(); ///< Runs the steps. finished() follows in any case, after this call.
     void stop();
     [[nodiscard]] bool isRunning() const { return m_running; }
 
@@ -30,7 +30,7 @@ Q_SIGNALS:
 
 private:
     enum class Outcome { Run, Skip, Fail };
-    /// What the steps of one configuration share.
+    /// Shared by the steps of one configuration.
     struct Work
     {
         QPointer<GnuProject> project;
@@ -38,7 +38,7 @@ private:
         BuildDescription description;
         QByteArray ninjaFile;
         bool failed = false;
-        std::shared_ptr<Work> needed; ///< without whose success this is not begun
+        std::shared_ptr<Work> needed; ///< must succeed before this starts
     };
     using WorkPtr = std::shared_ptr<Work>;
     using Prepare = Outcome (BuildRun::*)(Work &work, ToolProcess::Command &command);
@@ -67,12 +67,12 @@ private:
 
     ToolProcess m_process;
     QList<Step> m_steps;
-    WorkPtr m_work; ///< of the step that is taken
+    WorkPtr m_work; ///< of the current step
     Diagnostics m_diagnostics;
     bool m_running = false;
     bool m_stopped = false;
     bool m_success = true;
 };
 
-/// How ninja is called for @p description, with further arguments.
+/// The command that runs ninja for @p description, with further arguments.
 [[nodiscard]] ToolProcess::Command ninjaCommand(const BuildDescription &description, const QStringList &arguments);

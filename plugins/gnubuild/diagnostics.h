@@ -1,12 +1,12 @@
 #pragma once
 #include <QString>
 
-/// Counts what compilers complain of, and makes sure that their file names can be found from anywhere: a relative name
-/// at the head of a line becomes absolute, if there is such a file.
+/// Counts errors and warnings of compilers, and makes their file names absolute, so that they are found from any
+/// directory: a relative name at the start of a line is replaced if the file exists.
 class Diagnostics
 {
 public:
-    /// @p line, written by a tool that runs in @p directory, as users are to see it.
+    /// Counts @p line, the output of a tool that runs in @p directory, and returns it with an absolute file name.
     QString take(const QString &line, const QString &directory);
     [[nodiscard]] int errors() const { return m_errors; }
     [[nodiscard]] int warnings() const { return m_warnings; }

@@ -12,10 +12,11 @@ namespace {
 const QString ShowSizes = u"sizes"_s;
 }
 
-GnuBuild::GnuBuild(const ToolChain &toolChain) : m_toolChain(toolChain)
+GnuBuild::GnuBuild(const ToolChain &toolChain, const GnuProject::Registry &projects)
+    : m_toolChain(toolChain), m_projects(projects)
 {
     connect(&m_run, &BuildRun::line, this, &GnuBuild::feedback);
-    // Whoever hears of the end may let this object go, so nothing of it may be on the stack then.
+    // The receiver may release this object, so none of its functions may be on the stack then.
     connect(&m_run, &BuildRun::finished, this, &GnuBuild::buildEnded, Qt::QueuedConnection);
     connect(&m_sizeTool, &ToolProcess::line, this, [this](const QString &line) { m_sizes += line + u'\n'; });
     connect(&m_sizeTool, &ToolProcess::finished, this, &GnuBuild::showSizes);
@@ -33,7 +34,7 @@ bool GnuBuild::initialise(IBuildEvents *events, const QString &option)
 
 void GnuBuild::setProject(IProject *project)
 {
-    m_project = std::make_unique<GnuProject>(m_toolChain, m_option);
+    m_project = std::make_unique<GnuProject>(m_toolChain, m_option, m_projects);
     m_project->setProject(project);
 }
 
@@ -100,7 +101,7 @@ void GnuBuild::start()
 
 void GnuBuild::buildEnded(bool success)
 {
-    const auto events = shareInterface(m_events.get()); // it outlives this object if the host lets that go
+    const auto events = shareInterface(m_events.get()); // stays valid if the host releases this object
     events->buildFinished(success);
 }
 
@@ -133,7 +134,7 @@ QStringList GnuBuild::buildDirectories() const
 
 QString GnuBuild::propertyDefinitions()
 {
-    return propertyDefinitionsXml(tr("Build (%1)").arg(m_toolChain.name), propertyPages(m_toolChain));
+    return propertyDefinitionsXml(tr("Build (%1)").arg(m_toolChain.name), {}, propertyPages(m_toolChain));
 }
 
 QList<ExtensionCommand> GnuBuild::commands()
@@ -152,9 +153,8 @@ void GnuBuild::execute(const QString &id)
     const BuildDescription target = m_project->describeTarget(m_project->project()->currentConfiguration());
     m_sizes.clear();
     feedback(tr("Sizes of '%1':").arg(target.output));
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert(u"LC_ALL"_s, u"C.UTF-8"_s);
-    m_sizeTool.start({target.prefix + u"objdump"_s, {u"-h"_s, u"-w"_s, target.output}, target.directory, environment});
+    m_sizeTool.start(
+        {target.prefix + u"objdump"_s, {u"-h"_s, u"-w"_s, target.output}, target.directory, toolEnvironment()});
 }
 
 void GnuBuild::showSizes(bool success)

@@ -18,11 +18,11 @@ class GnuBuild : public QObject,
 {
     Q_OBJECT
 public:
-    explicit GnuBuild(const ToolChain &toolChain);
+    GnuBuild(const ToolChain &toolChain, const GnuProject::Registry &projects);
 
     int type() override { return Environment; }
 
-    /// @p option is a tool prefix for configurations without one; see toolPrefix().
+    /// @p option is the tool prefix for configurations that set none; see toolPrefix().
     bool initialise(IBuildEvents *events, const QString &option) override;
     void setProject(IProject *project) override;
     void compile(const QString &file, const QString &configuration) override;
@@ -32,7 +32,7 @@ public:
     void stop() override;
     bool isUpToDate(const QString &configuration) override;
 
-    /// Builds, unless the user was asked just now whether to build and did not want to.
+    /// Builds, unless the user has just declined a build.
     void buildForDebug(const QString &configuration) override;
     void populate(const QString &configuration) override;
     QString propertyDefinitions() override;
@@ -49,11 +49,12 @@ private:
     [[nodiscard]] QStringList buildDirectories() const;
 
     const ToolChain m_toolChain;
+    const GnuProject::Registry m_projects;
     InterfacePtr<IBuildEvents> m_events;
-    std::unique_ptr<GnuProject> m_project; ///< null until the project is known
+    std::unique_ptr<GnuProject> m_project; ///< null until setProject()
     QString m_option;
     BuildRun m_run;
     ToolProcess m_sizeTool;
-    QString m_sizes;    ///< what the size tool has written
-    QString m_declined; ///< the configuration that was out of date when it was last asked about
+    QString m_sizes;    ///< output of the size tool
+    QString m_declined; ///< the configuration that isUpToDate() last found out of date
 };

@@ -14,7 +14,7 @@ QStringList GnuBuildFactory::featureList()
 IPluginObject *GnuBuildFactory::create(const QString &feature)
 {
     const ToolChain *toolChain = findToolChain(feature);
-    return toolChain ? new GnuBuild(*toolChain) : nullptr;
+    return toolChain ? new GnuBuild(*toolChain, m_projects) : nullptr;
 }
 
 QString GnuBuildFactory::name()
@@ -29,7 +29,7 @@ QPixmap GnuBuildFactory::logo()
     QPainter painter(&picture);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(Qt::NoPen);
-    for (int layer = 0; layer < 3; ++layer) { // bricks that rise to a wall
+    for (int layer = 0; layer < 3; ++layer) { // three layers of bricks
         painter.setBrush(QColor(0xb0 - 0x20 * layer, 0x60, 0x30 + 0x18 * layer));
         painter.drawRoundedRect(2 + 4 * layer, 22 - 9 * layer, 28 - 8 * layer, 8, 2, 2);
     }

@@ -1,8 +1,9 @@
 #pragma once
+#include "gnuproject.h"
 #include "interfaceobject.h"
 #include "pluginfactory.h"
 
-/// What the library offers: a build environment for each of the tool chains.
+/// The root object of the plug-in library: a build environment for each tool chain. Owns what all of them share.
 class GnuBuildFactory : public QObject, public InterfaceObject<IPluginFactory>
 {
     Q_OBJECT
@@ -13,4 +14,7 @@ public:
     IPluginObject *create(const QString &feature) override;
     QString name() override;
     QPixmap logo() override;
+
+private:
+    const GnuProject::Registry m_projects = std::make_shared<QList<GnuProject *>>();
 };

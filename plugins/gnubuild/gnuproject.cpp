@@ -2,33 +2,26 @@
 #include "propertytable.h"
 using namespace Qt::StringLiterals;
 
-namespace {
+GnuProject::GnuProject(const ToolChain &toolChain, const QString &option, const Registry &registry)
+    : m_registry(registry), m_reader(toolChain, option, [this](const QString &project, const QString &configuration) {
+        return libraryOf(project, configuration);
+    })
+{}
 
-QList<GnuProject *> &workspaceProjects()
+GnuProject::~GnuProject()
 {
-    static QList<GnuProject *> projects;
-    return projects;
+    m_registry->removeOne(this);
 }
 
-/// The library of a project, by an absolute path.
-std::optional<QString> libraryOf(const QString &project, const QString &configuration)
+std::optional<QString> GnuProject::libraryOf(const QString &project, const QString &configuration) const
 {
-    const GnuProject *found = GnuProject::find(project);
+    const GnuProject *found = find(project);
     if (!found)
         return std::nullopt;
     const BuildDescription target = found->describeTarget(configuration);
     if (target.target != BuildDescription::Target::Library)
         return std::nullopt;
     return target.absolute(target.output);
-}
-
-} // namespace
-
-GnuProject::GnuProject(const ToolChain &toolChain, const QString &option) : m_reader(toolChain, option, libraryOf) {}
-
-GnuProject::~GnuProject()
-{
-    workspaceProjects().removeOne(this);
 }
 
 void GnuProject::setProject(IProject *project)
@@ -43,8 +36,8 @@ void GnuProject::setProject(IProject *project)
 
 void GnuProject::joinWorkspace()
 {
-    if (m_project && !workspaceProjects().contains(this))
-        workspaceProjects() += this;
+    if (m_project && !m_registry->contains(this))
+        m_registry->append(this);
 }
 
 BuildDescription GnuProject::describe(const QString &configuration, QStringList &problems) const
@@ -76,7 +69,7 @@ void GnuProject::appendBuildOrder(const QString &configuration, QList<GnuProject
                                   QList<GnuProject *> &order)
 {
     if (visited.contains(this))
-        return; // also when projects use each other in a ring
+        return; // also for projects that use each other
     visited += this;
     for (const QString &used : usedProjects(configuration)) {
         if (GnuProject *project = find(used))
@@ -95,9 +88,9 @@ QStringList GnuProject::missingLibraries(const QString &configuration) const
     return missing;
 }
 
-GnuProject *GnuProject::find(const QString &name)
+GnuProject *GnuProject::find(const QString &name) const
 {
-    for (GnuProject *project : workspaceProjects()) {
+    for (GnuProject *project : std::as_const(*m_registry)) {
         if (project->name() == name)
             return project;
     }

@@ -1,40 +1,45 @@
 #pragma once
 #include "iproject.h"
 #include "projectreader.h"
+#include <memory>
 #include <QObject>
 
-/// One project of a GNU tool chain: what its properties say of its builds, and the library projects that it uses.
+/// One project of a GNU tool chain: its build options, and the library projects that it uses.
 ///
-/// Projects find each other by name as long as they stand in the workspace.
+/// Projects of one workspace find each other by name through a registry that the plug-in's factory owns.
 class GnuProject : public QObject
 {
     Q_OBJECT
 public:
-    GnuProject(const ToolChain &toolChain, const QString &option);
+    using Registry = std::shared_ptr<QList<GnuProject *>>;
+
+    GnuProject(const ToolChain &toolChain, const QString &option, const Registry &registry);
     ~GnuProject() override;
 
     void setProject(IProject *project);
     [[nodiscard]] IProject *project() const { return m_project.get(); }
     [[nodiscard]] QString name() const { return m_project->name(); }
     [[nodiscard]] QString directory() const { return m_project->basePath(); }
-    void joinWorkspace(); ///< From here on others find it.
+    void joinWorkspace(); ///< Adds the project to the registry.
 
     [[nodiscard]] BuildDescription describe(const QString &configuration, QStringList &problems) const;
     [[nodiscard]] BuildDescription describeTarget(const QString &configuration) const;
     /// The value of a text or list option of the project.
     [[nodiscard]] QString option(const QString &key, const QString &configuration) const;
-    /// This project behind all whose libraries it uses, directly or through others, in the order in which they must
-    /// be built.
+    /// The projects whose libraries this one uses, directly or indirectly, and then this one, in build order.
     [[nodiscard]] QList<GnuProject *> buildOrder(const QString &configuration);
-    /// Names of used projects that are not in the workspace or make no library.
+    /// Names of used projects that are not in the workspace or do not build a library.
     [[nodiscard]] QStringList missingLibraries(const QString &configuration) const;
-    /// The project of this name in the workspace, or null.
-    [[nodiscard]] static GnuProject *find(const QString &name);
 
 private:
+    /// The project of this name in the workspace, or null.
+    [[nodiscard]] GnuProject *find(const QString &name) const;
+    /// The absolute path of the library of another project; nothing if there is no such project or library.
+    [[nodiscard]] std::optional<QString> libraryOf(const QString &project, const QString &configuration) const;
     void appendBuildOrder(const QString &configuration, QList<GnuProject *> &visited, QList<GnuProject *> &order);
     [[nodiscard]] QStringList usedProjects(const QString &configuration) const;
 
+    const Registry m_registry;
     const ProjectReader m_reader;
     InterfacePtr<IProject> m_project;
 };

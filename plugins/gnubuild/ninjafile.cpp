@@ -38,7 +38,7 @@ QString ninjaWords(const QStringList &words)
     return ninjaValue(joinShellWords(words));
 }
 
-/// Whether ninja reads this name in a dependency file as the compiler wrote it.
+/// Whether ninja correctly reads this name in a dependency file of the compiler.
 bool isReadableDependency(const QString &path)
 {
     return std::all_of(path.begin(), path.end(), [](QChar c) {
@@ -46,7 +46,7 @@ bool isReadableDependency(const QString &path)
     });
 }
 
-/// A name as the compiler writes it in a dependency file, as a pattern for sed.
+/// A sed pattern that matches a name as the compiler writes it in a dependency file.
 QString dependencyPattern(const QString &path)
 {
     QString name = path;
@@ -55,7 +55,7 @@ QString dependencyPattern(const QString &path)
     return name.replace(special, u"\\\\1"_s);
 }
 
-/// Writes the parts of the file one after the other.
+/// Writes the parts of the file in order.
 class NinjaWriter
 {
 public:
@@ -100,8 +100,9 @@ private:
 
     void header()
     {
-        m_text += u"# Made from the project's options, and made anew when they change. To be used in the project's "
-                  "directory.\n"_s;
+        m_text +=
+            u"# Generated from the project's options, and overwritten when they change. Run ninja in the project's "
+            "directory.\n"_s;
         variable(u"ninja_required_version"_s, u"1.10"_s);
         variable(u"builddir"_s, ninjaValue(m_description.configurationDirectory));
     }
@@ -130,7 +131,7 @@ private:
         variable(u"  deps"_s, u"gcc"_s);
     }
 
-    /// The objects go by a file: a command line of all their names may be longer than the system takes.
+    /// Passes the objects in a response file: a command line with all names may exceed the system's limit.
     void objectsByFile()
     {
         variable(u"  rspfile"_s, u"$out.rsp"_s);
@@ -142,7 +143,7 @@ private:
         const QStringList words = QStringList(m_description.linker()) + m_description.linkFlags;
         QString command = ninjaWords(words);
         if (m_description.makesMap)
-            command += u" -Xlinker -Map=$out.map"_s; // a comma in the name would part the words of -Wl
+            command += u" -Xlinker -Map=$out.map"_s; // a comma in the name would split the argument of -Wl
         command += u" -o $out @$out.rsp"_s;
         if (!m_description.libraries.isEmpty())
             command += u' ' + ninjaWords(m_description.libraries);
@@ -168,7 +169,7 @@ private:
             m_text += u"\n  and_then = $ && "_s + ninjaValue(withoutDependency(source));
     }
 
-    /// A command that takes a source, which ninja knows anyway, out of its own dependencies.
+    /// A command that removes a source from its own dependency file. ninja has it as an input anyway.
     static QString withoutDependency(const SourceFile &source)
     {
         const QString script = u"s|"_s + dependencyPattern(source.path) + u"||"_s;

@@ -112,7 +112,7 @@ BuildDescription ProjectReader::read(IProject *project, const QString &configura
         problems += tr("The project has no file that is compiled in the configuration '%1'.").arg(configuration);
     if (const QString other = sharedOutput(project, description); !other.isEmpty()) {
         problems +=
-            tr("The configurations '%1' and '%2' both make the file '%3'. Give one of them another output name.")
+            tr("The configurations '%1' and '%2' both build the file '%3'. Give one of them another output name.")
                 .arg(configuration, other, description.output);
     }
     return description;
@@ -192,7 +192,7 @@ void ProjectReader::readFiles(IProject *project, BuildDescription &description, 
             continue;
         const QString path = description.sources.constLast().path;
         if (known.contains(path))
-            description.sources.removeLast(); // a file may stand in several folders
+            description.sources.removeLast(); // a file can be in several folders
         known.insert(path);
     }
 }

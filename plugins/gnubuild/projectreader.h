@@ -6,20 +6,20 @@
 class IProject;
 class IProjectFile;
 
-/// Reads from a project and its properties what a build of one configuration has to do.
+/// Reads the build description of one configuration from a project and its properties.
 class ProjectReader
 {
 public:
-    /// The library that a project of the workspace makes in a configuration, by the project's name; nothing if there
-    /// is no such project or it makes no library.
+    /// Returns the library that a project of the workspace builds in a configuration, by the project's name; nothing if
+    /// there is no such project or it does not build a library.
     using LibraryFinder = std::function<std::optional<QString>(const QString &project, const QString &configuration)>;
 
-    /// @p option says which tools to take where no property does; see toolPrefix().
+    /// @p option is the tool prefix for configurations that set none; see toolPrefix().
     ProjectReader(const ToolChain &toolChain, const QString &option, const LibraryFinder &findLibrary = {});
 
-    /// @p problems gets a sentence for each thing that makes a build impossible.
+    /// Appends a sentence to @p problems for each reason why a build is impossible.
     BuildDescription read(IProject *project, const QString &configuration, QStringList &problems) const;
-    /// The same without the files and what hangs on them: enough to know where things go.
+    /// The same without source files and flags: tools and output paths only.
     BuildDescription readTarget(IProject *project, const QString &configuration) const;
     /// The absolute paths of all files of the project.
     [[nodiscard]] static QSet<QString> filePaths(IProject *project);

@@ -3,19 +3,19 @@
 #include "unknown.h"
 #include <QHash>
 
-/// The options of a project or a file in one configuration. A missing value is the file's project's, or else the
-/// default of its definition.
+/// The options of a project or a file in one configuration. A file without a value has the project's; without any value
+/// the option has its default.
 class PropertyReader
 {
 public:
-    /// @p defaults must live on; what is wrong with a value is appended to @p problems.
+    /// @p defaults must outlive this object. Invalid values are reported in @p problems.
     PropertyReader(IProjectProperties *properties, const QString &configuration,
                    const QHash<QString, QString> &defaults, QStringList &problems);
 
-    [[nodiscard]] QString text(const QString &key) const; ///< Without blanks around it.
+    [[nodiscard]] QString text(const QString &key) const; ///< Trimmed.
     [[nodiscard]] bool flag(const QString &key) const;
-    [[nodiscard]] int number(const QString &key) const;        ///< 0 if it is none.
-    [[nodiscard]] QStringList list(const QString &key) const;  ///< The parts of a text with ";", none of them empty.
+    [[nodiscard]] int number(const QString &key) const;        ///< 0 if it is not a number.
+    [[nodiscard]] QStringList list(const QString &key) const;  ///< The non-empty parts of a text separated by ";".
     [[nodiscard]] QStringList words(const QString &key) const; ///< The words of a command line.
 
 private:

@@ -1,7 +1,6 @@
 #include "propertytable.h"
 #include "toolchain.h"
 #include <QCoreApplication>
-#include <QXmlStreamWriter>
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -28,18 +27,18 @@ PropertyPage targetPage()
               tr("Target type"),
               u"list"_s,
               u"program"_s,
-              tr("What is made of the compiled files."),
+              tr("The output of the build."),
               {{u"program"_s, tr("Program")}, {u"library"_s, tr("Static library")}}},
              {OutputName, tr("Output name"), u"text"_s, u""_s,
               tr("The name of the program or library without its suffix, relative to the configuration's directory. "
                  "Empty for the project's name.")},
              {BuildDirectory, tr("Build directory"), u"directory"_s, u"build"_s,
-              tr("Each configuration gets a directory of its own in it. Relative to the project.")},
+              tr("Contains a directory for each configuration. Relative to the project.")},
              {Image,
               tr("Load image"),
               u"list"_s,
               u"none"_s,
-              tr("What is made of a linked program."),
+              tr("A further file that is built from the linked program."),
               {{u"none"_s, tr("None")}, {u"ihex"_s, tr("Intel hex (.hex)")}, {u"binary"_s, tr("Binary (.bin)")}}}}};
 }
 
@@ -50,27 +49,28 @@ PropertyPage toolsPage(const ToolChain &toolChain)
         tr("Tools"),
         Project,
         {{ToolPrefix, tr("Tool prefix"), u"text"_s, u""_s,
-          tr("What stands ahead of \"gcc\" in the compiler's name: a prefix, a directory that ends in \"/\", or "
-             "both. Empty for %1gcc on the search path.")
+          tr("Prefix of \"gcc\" in the compiler's path: a name prefix, a directory that ends in \"/\", or both. Empty "
+             "for %1gcc on the search path.")
               .arg(toolChain.prefix)},
          {Machine, tr("Processor options"), u"text"_s, u""_s,
           tr("Options that choose the processor, for compiling and linking. Example: %1")
               .arg(toolChain.machineExample)},
          {Jobs, tr("Parallel jobs"), u"integer"_s, u"0"_s,
-          tr("How many files are compiled at once. 0 stands for what the processors of this computer, or the "
-             "hosts of distcc, can take.")},
+          tr("Number of files that are compiled in parallel. 0 for the number that suits the processors of this "
+             "computer or the hosts of distcc.")},
          {Launcher,
           tr("Compiler launcher"),
           u"list"_s,
           u"none"_s,
-          tr("ccache keeps what was compiled before, distcc compiles on other computers."),
+          tr("ccache caches results of compilations, distcc compiles on other computers."),
           {{u"none"_s, tr("None")},
            {u"ccache"_s, u"ccache"_s},
            {u"distcc"_s, u"distcc"_s},
            {u"both"_s, tr("ccache, then distcc")}}},
          {DistccHosts, tr("Hosts for distcc"), u"text"_s, u""_s,
-          tr("A list as in DISTCC_HOSTS. Example: localhost/2 builder/8. Empty for the environment's own.")},
-         {KeepGoing, tr("Go on after errors"), u"boolean"_s, u"false"_s, tr("Compiles all files, even if some fail.")},
+          tr("A list as in DISTCC_HOSTS. Example: localhost/2 builder/8. Empty for the value of the environment.")},
+         {KeepGoing, tr("Continue after errors"), u"boolean"_s, u"false"_s,
+          tr("Compiles all files, even if some fail.")},
          {ShowCommands, tr("Show commands"), u"boolean"_s, u"false"_s,
           tr("Shows each command in full instead of a short description.")}}};
 }
@@ -84,7 +84,7 @@ PropertyPage codePage(const ToolChain &toolChain)
               tr("Optimisation"),
               u"list"_s,
               u"0"_s,
-              tr("How much the compiler may change the program."),
+              tr("The optimisation level of the compiler."),
               {{u"0"_s, tr("None (-O0)")},
                {u"g"_s, tr("For debugging (-Og)")},
                {u"1"_s, tr("Some (-O1)")},
@@ -96,7 +96,7 @@ PropertyPage codePage(const ToolChain &toolChain)
               tr("Debug information"),
               u"list"_s,
               u"2"_s,
-              tr("What the debugger gets to know."),
+              tr("The amount of information for the debugger."),
               {{u"0"_s, tr("None (-g0)")},
                {u"1"_s, tr("Functions (-g1)")},
                {u"2"_s, tr("All (-g2)")},
@@ -119,7 +119,7 @@ PropertyPage warningsPage()
               tr("Warnings"),
               u"list"_s,
               u"all"_s,
-              tr("What the compiler warns about."),
+              tr("The warnings of the compiler."),
               {{u"none"_s, tr("Nothing (-w)")},
                {u"default"_s, tr("The compiler's default")},
                {u"all"_s, tr("Most (-Wall)")},
@@ -136,7 +136,7 @@ PropertyPage preprocessorPage()
         Project + PreprocessedFiles,
         {{Defines, tr("Definitions"), u"text"_s, u""_s, tr("Macros, separated by \";\". Example: DEBUG;BAUD=115200")},
          {Includes, tr("Include directories"), u"directorylist"_s, u""_s,
-          tr("Where headers are looked for. Relative to the project.")}}};
+          tr("Where headers are searched for. Relative to the project.")}}};
 }
 
 PropertyDefinition::Choice standard(const QString &name)
@@ -147,45 +147,46 @@ PropertyDefinition::Choice standard(const QString &name)
 PropertyPage flagsPage()
 {
     using namespace PropertyKey;
-    return {tr("Language and flags"),
-            Project + SourceFiles,
-            {{CStandard,
-              tr("C standard"),
-              u"list"_s,
-              u"default"_s,
-              tr("The edition of C."),
-              {{u"default"_s, tr("The compiler's default")},
-               standard(u"c99"_s),
-               standard(u"gnu99"_s),
-               standard(u"c11"_s),
-               standard(u"gnu11"_s),
-               standard(u"c17"_s),
-               standard(u"gnu17"_s)},
-              Project + CFiles},
-             {CppStandard,
-              tr("C++ standard"),
-              u"list"_s,
-              u"default"_s,
-              tr("The edition of C++."),
-              {{u"default"_s, tr("The compiler's default")},
-               standard(u"c++11"_s),
-               standard(u"c++14"_s),
-               standard(u"c++17"_s),
-               standard(u"gnu++17"_s),
-               standard(u"c++20"_s),
-               standard(u"gnu++20"_s)},
-              Project + CppFiles},
-             {Flags, tr("Flags"), u"text"_s, u""_s,
-              tr("More flags for every language, as on a command line. For a file, instead of the project's.")},
-             {CFlags, tr("Flags for C"), u"text"_s, u""_s, tr("More flags for C."), {}, Project + CFiles},
-             {CppFlags, tr("Flags for C++"), u"text"_s, u""_s, tr("More flags for C++."), {}, Project + CppFiles},
-             {AssemblerFlags,
-              tr("Flags for assembler"),
-              u"text"_s,
-              u""_s,
-              tr("More flags for assembly language."),
-              {},
-              Project + AssemblerFiles}}};
+    return {
+        tr("Language and flags"),
+        Project + SourceFiles,
+        {{CStandard,
+          tr("C standard"),
+          u"list"_s,
+          u"default"_s,
+          tr("The version of the C language."),
+          {{u"default"_s, tr("The compiler's default")},
+           standard(u"c99"_s),
+           standard(u"gnu99"_s),
+           standard(u"c11"_s),
+           standard(u"gnu11"_s),
+           standard(u"c17"_s),
+           standard(u"gnu17"_s)},
+          Project + CFiles},
+         {CppStandard,
+          tr("C++ standard"),
+          u"list"_s,
+          u"default"_s,
+          tr("The version of the C++ language."),
+          {{u"default"_s, tr("The compiler's default")},
+           standard(u"c++11"_s),
+           standard(u"c++14"_s),
+           standard(u"c++17"_s),
+           standard(u"gnu++17"_s),
+           standard(u"c++20"_s),
+           standard(u"gnu++20"_s)},
+          Project + CppFiles},
+         {Flags, tr("Flags"), u"text"_s, u""_s,
+          tr("More flags for all languages, as on a command line. The value of a file replaces that of the project.")},
+         {CFlags, tr("Flags for C"), u"text"_s, u""_s, tr("More flags for C."), {}, Project + CFiles},
+         {CppFlags, tr("Flags for C++"), u"text"_s, u""_s, tr("More flags for C++."), {}, Project + CppFiles},
+         {AssemblerFlags,
+          tr("Flags for assembler"),
+          u"text"_s,
+          u""_s,
+          tr("More flags for assembly language."),
+          {},
+          Project + AssemblerFiles}}};
 }
 
 PropertyPage filePage()
@@ -194,7 +195,7 @@ PropertyPage filePage()
     return {tr("This file"),
             SourceFiles,
             {{FileFlags, tr("Flags for this file"), u"text"_s, u""_s,
-              tr("Flags of this file alone, behind all those of the project.")},
+              tr("Flags for this file only, added after those of the project.")},
              {Exclude, tr("Exclude from build"), u"boolean"_s, u"false"_s,
               tr("The file is neither compiled nor linked in this configuration.")}}};
 }
@@ -202,34 +203,36 @@ PropertyPage filePage()
 PropertyPage linkerPage()
 {
     using namespace PropertyKey;
-    return {tr("Linker"),
-            Project,
-            {{LinkerScript, tr("Linker script"), u"file"_s, u""_s, tr("Says where code and data go in memory.")},
-             {Libraries, tr("Libraries"), u"text"_s, u""_s,
-              tr("Separated by \";\": names as m for libm.a, or paths of library files.")},
-             {LibraryDirectories, tr("Library directories"), u"directorylist"_s, u""_s,
-              tr("Where libraries are looked for. Relative to the project.")},
-             {LinkFlags, tr("Flags for linking"), u"text"_s, u""_s,
-              tr("More flags for linking, as on a command line. Example: -nostdlib -nostartfiles")},
-             {UsedProjects, tr("Libraries of projects"), u"text"_s, u""_s,
-              tr("Names of library projects in the workspace, separated by \";\". They are built first, in the "
-                 "configuration of the same name, and linked.")}}};
+    return {
+        tr("Linker"),
+        Project,
+        {{LinkerScript, tr("Linker script"), u"file"_s, u""_s, tr("Defines the memory addresses of code and data.")},
+         {Libraries, tr("Libraries"), u"text"_s, u""_s,
+          tr("Separated by \";\": names such as m for libm.a, or paths of library files.")},
+         {LibraryDirectories, tr("Library directories"), u"directorylist"_s, u""_s,
+          tr("Where libraries are searched for. Relative to the project.")},
+         {LinkFlags, tr("Flags for linking"), u"text"_s, u""_s,
+          tr("More flags for linking, as on a command line. Example: -nostdlib -nostartfiles")},
+         {UsedProjects, tr("Libraries of projects"), u"text"_s, u""_s,
+          tr("Names of library projects in the workspace, separated by \";\". They are built first, in the "
+             "configuration of the same name, and linked.")}}};
 }
 
 PropertyPage commandsPage()
 {
     using namespace PropertyKey;
     const QString environment = tr("The shell has the variables OUTPUT, BUILD_DIRECTORY and CONFIGURATION.");
-    return {tr("Commands"),
-            Project,
-            {{PreBuild, tr("Command before the build"), u"text"_s, u""_s,
-              tr("Run by the shell in the project's directory ahead of each build. ") + environment},
-             {PostBuild, tr("Command after the build"), u"text"_s, u""_s,
-              tr("Run by the shell in the project's directory when the output is new. ") + environment},
-             {Match, tr("Error pattern"), u"text"_s,
-              uR"((?:In file included from | +from |.*ld: [^ ]*\.o:|.*ld: |)(file):(line)[:,])"_s,
-              tr("A regular expression for lines of the output that lead to a source line: \"(file)\" and \"(line)\" "
-                 "stand for the two.")}}};
+    return {
+        tr("Commands"),
+        Project,
+        {{PreBuild, tr("Command before the build"), u"text"_s, u""_s,
+          tr("Run by the shell in the project's directory before each build. ") + environment},
+         {PostBuild, tr("Command after the build"), u"text"_s, u""_s,
+          tr("Run by the shell in the project's directory when the output has changed. ") + environment},
+         {Match, tr("Error pattern"), u"text"_s,
+          uR"((?:In file included from | +from |.*ld: [^ ]*\.o:|.*ld: |)(file):(line)[:,])"_s,
+          tr("A regular expression for output lines that refer to a source line: \"(file)\" and \"(line)\" match its "
+             "path and number.")}}};
 }
 
 PropertyPage filesPage()
@@ -238,7 +241,7 @@ PropertyPage filesPage()
     return {tr("Files"),
             Project,
             {{AutoPopulate, tr("Find files on opening"), u"boolean"_s, u"false"_s,
-              tr("Adds new files below the project's directory whenever the workspace is opened.")},
+              tr("Adds new files below the project's directory when the workspace is opened.")},
              {PopulateExtensions, tr("Extensions to find"), u"text"_s, u"c;cc;cpp;cxx;s;S;sx;h;hh;hpp;hxx;ld"_s,
               tr("Extensions of the files that belong to the project, separated by \";\".")}}};
 }
@@ -248,33 +251,7 @@ PropertyPage scriptPage()
     return {tr("Script"),
             {u"py"_s},
             {{PropertyKey::RunAtLoad, tr("Run on opening"), u"boolean"_s, u"false"_s,
-              tr("Runs the script whenever the workspace has been opened.")}}};
-}
-
-void writeSelectors(QXmlStreamWriter &xml, const QStringList &selectors)
-{
-    for (const QString &selector : selectors) {
-        xml.writeEmptyElement(u"appliesto"_s);
-        xml.writeAttribute(u"selector"_s, selector);
-    }
-}
-
-void writeProperty(QXmlStreamWriter &xml, const PropertyDefinition &property)
-{
-    xml.writeStartElement(u"property"_s);
-    xml.writeAttribute(u"key"_s, property.key);
-    xml.writeAttribute(u"name"_s, property.name);
-    xml.writeAttribute(u"type"_s, property.type);
-    xml.writeAttribute(u"defaultvalue"_s, property.defaultValue);
-    writeSelectors(xml, property.selectors);
-    xml.writeTextElement(u"description"_s, property.description.toHtmlEscaped());
-    for (const PropertyDefinition::Choice &choice : property.choices) {
-        xml.writeStartElement(u"option"_s);
-        xml.writeAttribute(u"key"_s, choice.key);
-        xml.writeCharacters(choice.label);
-        xml.writeEndElement();
-    }
-    xml.writeEndElement();
+              tr("Runs the script after the workspace was opened.")}}};
 }
 
 } // namespace
@@ -283,25 +260,6 @@ QList<PropertyPage> propertyPages(const ToolChain &toolChain)
 {
     return {targetPage(), toolsPage(toolChain), codePage(toolChain), warningsPage(), preprocessorPage(), flagsPage(),
             filePage(),   linkerPage(),         commandsPage(),      filesPage(),    scriptPage()};
-}
-
-QString propertyDefinitionsXml(const QString &group, const QList<PropertyPage> &pages)
-{
-    QString text;
-    QXmlStreamWriter xml(&text);
-    xml.writeStartElement(u"properties"_s);
-    xml.writeStartElement(u"group"_s);
-    xml.writeAttribute(u"name"_s, group);
-    for (const PropertyPage &page : pages) {
-        xml.writeStartElement(u"propertygroup"_s);
-        xml.writeAttribute(u"name"_s, page.name);
-        writeSelectors(xml, page.selectors);
-        for (const PropertyDefinition &property : page.properties)
-            writeProperty(xml, property);
-        xml.writeEndElement();
-    }
-    xml.writeEndDocument();
-    return text;
 }
 
 QHash<QString, QString> propertyDefaults(const QList<PropertyPage> &pages)

@@ -1,10 +1,10 @@
 #pragma once
+#include "propertypages.h"
 #include <QHash>
-#include <QStringList>
 
 struct ToolChain;
 
-/// The keys under which options stand in the property stores. Lists are separated by ";".
+/// The keys of the options in the property stores. Lists are separated by ";".
 namespace PropertyKey {
 inline const QString TargetType = QStringLiteral("buildTargetType"); ///< "program" or "library"
 inline const QString OutputName = QStringLiteral("buildOutputName");
@@ -45,36 +45,8 @@ inline const QString PopulateExtensions = QStringLiteral("buildPopulateExtension
 inline const QString RunAtLoad = QStringLiteral("runAtProjectLoad");
 } // namespace PropertyKey
 
-/// One option as users edit it.
-struct PropertyDefinition
-{
-    struct Choice
-    {
-        QString key;
-        QString label;
-    };
-    QString key;
-    QString name;
-    QString type;
-    QString defaultValue; ///< also what a missing value means to a build
-    QString description;
-    QList<Choice> choices = {};
-    QStringList selectors = {}; ///< where it applies, if not wherever its page does
-};
-
-/// Options that stand together, and what they apply to: "project", or files with one of these extensions.
-struct PropertyPage
-{
-    QString name;
-    QStringList selectors;
-    QList<PropertyDefinition> properties;
-};
-
-/// All options of a project with this tool chain. What users edit and what a build reads comes from here.
+/// All options of a project with this tool chain, for the property editor and for builds.
 [[nodiscard]] QList<PropertyPage> propertyPages(const ToolChain &toolChain);
 
-/// The pages as the property editor wants them.
-[[nodiscard]] QString propertyDefinitionsXml(const QString &group, const QList<PropertyPage> &pages);
-
-/// The default values of all options by their keys.
+/// The default values of all options by key.
 [[nodiscard]] QHash<QString, QString> propertyDefaults(const QList<PropertyPage> &pages);

@@ -3,7 +3,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// Walks over a command line and gathers its words.
+/// Splits a command line into words.
 class WordReader
 {
 public:
@@ -20,7 +20,7 @@ public:
     }
 
 private:
-    /// False if a quote begins here that has no end.
+    /// False if a quote that starts here is not closed.
     bool readCharacter()
     {
         const QChar c = m_text[m_index++];
@@ -58,7 +58,7 @@ private:
     QStringView m_text;
     qsizetype m_index = 0;
     QString m_word;
-    bool m_inWord = false; ///< also in an empty one, as '' is
+    bool m_inWord = false; ///< true also in an empty quoted word
     QStringList m_words;
 };
 

@@ -2,12 +2,12 @@
 #include <optional>
 #include <QStringList>
 
-/// The words of a command line as a shell would part them: at blanks, with '...', "..." and backslashes taken off.
-/// Nothing is expanded. Nothing if a quote is not closed.
+/// Splits a command line into words like a shell: at blanks, with '...', "..." and backslashes removed, and without
+/// expansion. Returns nothing if a quote is not closed.
 [[nodiscard]] std::optional<QStringList> splitShellWords(const QString &text);
 
-/// @p word as a shell takes it back unchanged; as it is where that needs no quotes.
+/// @p word quoted for a shell, if it needs quotes.
 [[nodiscard]] QString quoteShellWord(const QString &word);
 
-/// The words in one line, each quoted where needed.
+/// The words as one line, each quoted if necessary.
 [[nodiscard]] QString joinShellWords(const QStringList &words);

@@ -2,20 +2,20 @@
 #include <QList>
 #include <QString>
 
-/// What one section of a program takes in the memory of its target.
+/// The memory that one section of a program needs on the target.
 struct SectionSize
 {
     QString name;
-    quint64 address = 0;  ///< where it is at run time
+    quint64 address = 0;  ///< at run time
     quint64 size = 0;     ///< in bytes
-    bool inFlash = false; ///< it, or its first values, are part of the loaded image
-    bool inRam = false;   ///< it can be written
+    bool inFlash = false; ///< its contents or initial values are in the loaded image
+    bool inRam = false;   ///< it is writable
 
     bool operator==(const SectionSize &) const = default;
 };
 
-/// The sections that take memory, in the order of @p text, which is what "objdump -h -w" prints.
+/// The sections that need memory, in the order of @p text, the output of "objdump -h -w".
 [[nodiscard]] QList<SectionSize> readSections(const QString &text);
 
-/// A table of the sections with a line of sums, each line with its end.
+/// A table of the sections with a line of sums; each line ends with a line feed.
 [[nodiscard]] QString sizeReport(const QList<SectionSize> &sections);

@@ -25,7 +25,7 @@ bool hasContents(const QString &path, const QByteArray &bytes)
 
 void updateLink(const QString &link, const QString &target)
 {
-    std::error_code error; // also when there is no link
+    std::error_code error; // also set if the link does not exist
     const std::filesystem::path path = link.toStdString();
     const std::filesystem::path old = std::filesystem::read_symlink(path, error);
     if (!error && old == target.toStdString())

@@ -2,15 +2,15 @@
 #include <QByteArray>
 #include <QString>
 
-/// What became of a file that was to have a certain text.
+/// The result of writeIfChanged().
 enum class Written { Same, Changed, Failed };
 
-/// Gives the file @p path the contents @p bytes, and leaves it alone if it has them already, so that its time tells
-/// when it changed. Makes its directory. On a failure @p error says why, if it is given.
+/// Writes @p bytes to the file @p path, unless it has these contents already, so that its time is that of the last
+/// change. Creates its directory. On failure sets @p error, if it is not null.
 Written writeIfChanged(const QString &path, const QByteArray &bytes, QString *error = nullptr);
 
-/// Whether the file @p path has just these contents.
+/// Whether the file @p path has exactly these contents.
 [[nodiscard]] bool hasContents(const QString &path, const QByteArray &bytes);
 
-/// Makes @p link a symbolic link with the text @p target. A file of the user's in its place stays.
+/// Makes @p link a symbolic link to @p target. An existing file is not replaced.
 void updateLink(const QString &link, const QString &target);

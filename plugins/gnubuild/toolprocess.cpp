@@ -7,10 +7,11 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// A program that writes without end and without a line end must not fill the memory.
+/// A longer line is split, so that output without line ends does not fill the memory.
 constexpr qsizetype LongestLine = 65536;
 
-/// In the new process: a group of its own, so that a stop reaches what it starts, and no life after Varnel's.
+/// Runs in the new process: makes a process group, so that a stop reaches all children, and ends the process with
+/// Varnel.
 void setUpChild()
 {
     ::setpgid(0, 0);
@@ -76,7 +77,7 @@ void ToolProcess::killByForce()
     m_groups += childGroups(m_process.processId());
     killGroups();
     if (m_groups.isEmpty() || m_forced)
-        signalGroup(m_process.processId(), SIGKILL); // it waits for nobody, so it hangs itself
+        signalGroup(m_process.processId(), SIGKILL); // it does not wait for a child, so it hangs itself
     m_forced = true;
 }
 
@@ -113,9 +114,17 @@ void ToolProcess::ended(int exitCode, QProcess::ExitStatus status)
 void ToolProcess::failed(QProcess::ProcessError error)
 {
     if (error != QProcess::FailedToStart)
-        return; // ended() comes
+        return; // ended() follows
     Q_EMIT line(tr("Cannot run '%1': %2").arg(m_process.program(), m_process.errorString()));
     Q_EMIT finished(false);
+}
+
+QProcessEnvironment toolEnvironment()
+{
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(u"LC_ALL"_s, u"C.UTF-8"_s);
+    environment.insert(u"NINJA_STATUS"_s, u"[%f/%t] "_s);
+    return environment;
 }
 
 QList<qint64> childGroups(qint64 process)

@@ -2,9 +2,10 @@
 #include <QProcess>
 #include <QTimer>
 
-/// A program that runs in the background, one at a time. What it writes is told line by line as it comes.
+/// A program that runs in the background, one at a time. Its output is emitted line by line.
 ///
-/// A stop ends it with all that it has started: kindly first, so that half-made files are cleaned up, then by force.
+/// A stop ends it with all its child processes: first by SIGTERM, so that they remove incomplete files, then by
+/// SIGKILL.
 class ToolProcess : public QObject
 {
     Q_OBJECT
@@ -16,17 +17,17 @@ public:
         QString directory;
         QProcessEnvironment environment;
     };
-    /// @p grace is how long, in milliseconds, a stopped program may take to end by itself.
+    /// @p grace is the time in milliseconds between SIGTERM and SIGKILL.
     explicit ToolProcess(int grace = 2000, QObject *parent = nullptr);
-    ~ToolProcess() override; ///< Ends the program and waits for it; tells nothing any more.
+    ~ToolProcess() override; ///< Ends the program and waits for it; emits nothing.
 
-    void start(const Command &command); ///< Nothing may run. finished() comes in every case, but later.
-    void stop();                        ///< finished() follows as soon as the program has ended.
+    void start(const Command &command); ///< No program may run. finished() follows in any case, after this call.
+    void stop();                        ///< finished() follows when the program has ended.
     [[nodiscard]] bool isRunning() const { return m_process.state() != QProcess::NotRunning; }
 
 Q_SIGNALS:
     void line(const QString &text); ///< Without its line end.
-    void finished(bool success);    ///< False also if the program was not there, or was stopped.
+    void finished(bool success);    ///< False also if the program could not be started or was stopped.
 
 private:
     void readLines();
@@ -38,10 +39,14 @@ private:
     QProcess m_process;
     QByteArray m_pending; ///< the beginning of a line
     QTimer m_killTimer;
-    QList<qint64> m_groups; ///< of processes that it had started when the stop came
+    QList<qint64> m_groups; ///< process groups of its children at the time of the stop
     bool m_stopping = false;
     bool m_forced = false;
 };
 
-/// The processes that @p process has started and that lead process groups, as those of ninja do.
+/// The environment of the tools: messages are not translated, because their text is parsed;
+/// ninja shows finished and total steps.
+[[nodiscard]] QProcessEnvironment toolEnvironment();
+
+/// The child processes of @p process that lead process groups, as those of ninja do.
 [[nodiscard]] QList<qint64> childGroups(qint64 process);

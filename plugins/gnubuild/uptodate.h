@@ -2,5 +2,5 @@
 
 struct BuildDescription;
 
-/// Whether a build of @p description would do nothing. Waits for ninja to look, half a minute at most.
+/// Whether a build of @p description would do nothing. Waits for a dry run of ninja, at most 30 s.
 [[nodiscard]] bool isBuilt(const BuildDescription &description);

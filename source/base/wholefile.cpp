@@ -9,7 +9,7 @@
 
 namespace {
 
-/// An open file descriptor, closed at the end of its life.
+/// An open file descriptor, which the destructor closes.
 class FileDescriptor
 {
 public:
@@ -37,11 +37,11 @@ bool writeAll(int fd, const QByteArray &bytes)
     return true;
 }
 
-/// Overwrites an open file of @p oldSize bytes. What could not be written to the end is put back.
+/// Overwrites an open file of @p oldSize bytes. If it cannot be written to the end, the old bytes are written back.
 bool overwrite(const QString &path, int fd, qint64 oldSize, const QByteArray &bytes)
 {
     const QByteArray before = readFile(path).value_or(QByteArray());
-    // Only what is beyond the old end: file systems that cannot reserve have zeros written there.
+    // Reserve only the part beyond the old end: file systems that cannot reserve write zeros there.
     const bool hasRoom = bytes.size() <= oldSize || ::posix_fallocate(fd, oldSize, bytes.size() - oldSize) == 0;
     if (hasRoom && writeAll(fd, bytes) && ::ftruncate(fd, bytes.size()) == 0 && ::fsync(fd) == 0)
         return true;
@@ -68,7 +68,7 @@ bool writeNewFile(const QString &path, const QByteArray &bytes)
         return false;
     if (writeAll(fd, bytes) && ::fsync(fd) == 0)
         return true;
-    QFile::remove(QFileInfo(path).canonicalFilePath()); // the file, not the link that has led to it
+    QFile::remove(QFileInfo(path).canonicalFilePath()); // the file itself, not a link to it
     return false;
 }
 
@@ -76,7 +76,7 @@ bool copyAttributes(const QByteArray &from, int to)
 {
     const ssize_t size = ::listxattr(from.constData(), nullptr, 0);
     if (size <= 0)
-        return true; // none, or a file system without
+        return true; // no attributes, or a file system without them
     QByteArray names(size, '\0');
     if (::listxattr(from.constData(), names.data(), size_t(size)) != size)
         return false;
@@ -90,7 +90,7 @@ bool copyAttributes(const QByteArray &from, int to)
     return true;
 }
 
-/// Makes the new file @p fd the equal of the one at @p path in all but its bytes.
+/// Gives the new file @p fd the permissions, owner and attributes of the file at @p path.
 bool takeOver(const QByteArray &path, const struct stat &status, int fd)
 {
     struct stat own = {};
@@ -108,9 +108,9 @@ Beside writeBeside(const QString &path, const QByteArray &bytes, const struct st
     QSaveFile file(path);
     if (!file.open(QIODevice::WriteOnly) || !takeOver(QFile::encodeName(path), status, file.handle()))
         return Beside::NotAllowed;
-    if (file.write(bytes) != bytes.size() || !file.flush()) // commit() overlooks a short write
+    if (file.write(bytes) != bytes.size() || !file.flush()) // commit() does not notice a short write
         return Beside::Failed;
-    return file.commit() ? Beside::Done : Beside::NotAllowed; // others' files keep their names in shared directories
+    return file.commit() ? Beside::Done : Beside::NotAllowed; // keep the file of another user in a shared directory
 }
 
 } // namespace
@@ -119,7 +119,7 @@ std::optional<QByteArray> readFile(const QString &path)
 {
     QFile file(path);
     if (!QFileInfo(path).isFile() || !file.open(QIODevice::ReadOnly))
-        return std::nullopt; // a pipe or a device may never come to an end
+        return std::nullopt; // reading a pipe or a device may never end
     const QByteArray bytes = file.readAll();
     return file.error() == QFileDevice::NoError ? std::optional(bytes) : std::nullopt;
 }
@@ -133,7 +133,7 @@ bool writeFileSafely(const QString &path, const QByteArray &bytes)
     if (::stat(name.constData(), &status) != 0)
         return writeNewFile(target, bytes);
     if (S_ISDIR(status.st_mode) || ::access(name.constData(), W_OK) != 0)
-        return false; // a read-only file is not to be replaced behind its owner's back
+        return false; // do not replace a read-only file
     if (!S_ISREG(status.st_mode) || status.st_nlink > 1)
         return writeInPlace(target, bytes, status);
     const Beside result = writeBeside(target, bytes, status);

@@ -17,26 +17,27 @@ struct BreakpointLocation
     int line = 0;
 };
 
-/// One breakpoint with every place that it has; the first names it.
+/// One breakpoint with all its places. The first place identifies it.
 struct BreakpointRecord
 {
     QList<BreakpointLocation> locations;
     int state = BreakpointRemoved;
 };
 
-/// Optional, on an execution environment: breakpoints. The environment keeps them, the host only asks.
+/// Optional interface of an execution environment: breakpoints. The environment keeps them, the host only asks for
+/// them.
 ///
-/// A place in the disassembly has a file that contains "disassembler:" ("disassembler:" alone, or with more behind it
-/// that says whose disassembly it is; accept both) and its address plus 1 as the line.
+/// In a place in the disassembly, the file contains "disassembler:" and the line is the address plus 1. The file is
+/// "disassembler:" alone, or is followed by text that identifies the environment; accept both.
 class IBreakpoints : public QUnknownInterface
 {
 public:
     static constexpr QUuid Iid{0xb83aaef0, 0x6c5b, 0x4082, 0xa0, 0xc0, 0x3d, 0xa1, 0x8e, 0x11, 0xa0, 0x89};
 
-    virtual QList<BreakpointRecord> breakpoints() = 0; ///< Also asked between sessions.
-    /// Sets, changes or removes the breakpoint at a line, which counts from 1. @p state is BreakpointRemoved, -Enabled
-    /// or -Disabled; BreakpointMultiple comes only where the record has it, and leaves it so. Returns 0 on success.
-    /// What changed is told by IExecutionEvents::breakpointsChanged.
+    virtual QList<BreakpointRecord> breakpoints() = 0; ///< Also called between sessions.
+    /// Sets, changes or removes the breakpoint at a line, which counts from 1. @p state is BreakpointRemoved,
+    /// BreakpointEnabled or BreakpointDisabled; BreakpointMultiple is passed only for a record that has this state, and
+    /// does not change it. Returns 0 on success. IExecutionEvents::breakpointsChanged reports each change.
     virtual int setBreakpoint(const QString &file, int line, int state) = 0;
 
 protected:

@@ -2,20 +2,20 @@
 #include "unknown.h"
 #include <QString>
 
-/// What a build environment tells the host. The host makes one for each build environment.
+/// Reports of a build environment to the host. The host creates one object for each build environment.
 class IBuildEvents : public QUnknownInterface
 {
 public:
     static constexpr QUuid Iid{0xaf3be0f2, 0x35b0, 0x4c73, 0xb4, 0x4f, 0x84, 0x9c, 0x83, 0xae, 0xcf, 0x5d};
 
-    /// Ends what compile(), build(), clean() or buildForDebug() began, also after stop(). Until it is called the host
-    /// stays in its building state.
+    /// Reports the end of compile(), build(), clean() or buildForDebug(), also after stop(). Until then the host stays
+    /// in its building state.
     virtual void buildFinished(bool success) = 0;
-    /// Adds text to the "Build" page: whole lines, each with its "\n", or pieces of one. From lines that match the
+    /// Adds text to the "Build" page: whole lines, each with its "\n", or parts of a line. From lines that match the
     /// project property "buildMatch" the user can go to the source.
     virtual void feedback(const QString &text) = 0;
     /// Replaces the contents of the current project by @p xml, the text of a project file. The attributes of its root
-    /// that name the environments are ignored, and the project is marked modified.
+    /// element that name the environments are ignored, and the project is marked as modified.
     virtual void xmlFeedback(const QString &xml) = 0;
 
 protected:

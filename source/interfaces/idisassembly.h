@@ -2,7 +2,7 @@
 #include "unknown.h"
 #include <QString>
 
-/// Optional, on an execution environment for the disassembly window, and on its IMemory object for scripts.
+/// Optional interface of an execution environment (for the disassembly window) and of its IMemory object (for scripts).
 class IDisassembly : public QUnknownInterface
 {
 public:
@@ -10,8 +10,8 @@ public:
 
     /// The instruction at an address of the memory region whose MemoryRegion::id is @p region, as rich text.
     virtual QString disassemble(uint address, int region) = 0;
-    /// The instruction at an index as rich text of one line; the null string if none starts there. An index is an
-    /// address less the low address of the first memory region.
+    /// The instruction at an index as rich text of one line; the null string if no instruction starts there. An index
+    /// is an address minus the low address of the first memory region.
     virtual QString text(int index) = 0;
 
 protected:

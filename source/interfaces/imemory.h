@@ -2,15 +2,15 @@
 #include "unknown.h"
 #include <QString>
 
-/// A range of target memory with addresses of its own. They count in the smallest unit that its modes allow.
+/// A range of target memory with its own addresses. They count units of the smallest width in its modes.
 struct MemoryRegion
 {
-    QString name; ///< what the user chooses it by
-    int id = 0;   ///< what the calls of IMemory get as their region
+    QString name; ///< shown to the user for selection
+    int id = 0;   ///< the region argument of the functions of IMemory
     int reserved = 0;
     uchar flag = 0;
     uint lowAddress = 0;
-    uint highAddress = 0; ///< the last address, still inside
+    uint highAddress = 0; ///< the last address, inclusive
     bool readOnly = false;
     uint modes = 0; ///< the IMemory::Mode bits that it supports
 };
@@ -22,13 +22,13 @@ struct MemoryBlockCell
     int status = 0; ///< an IMemory::Status
 };
 
-/// Words in the order of their addresses.
+/// Words in ascending order of address.
 using MemoryBlock = QList<MemoryBlockCell>;
 
-/// Optional, on an execution environment: the target's memory.
+/// Optional interface of an execution environment: the memory of the target.
 ///
-/// Reads are made on the user-interface thread while a window is drawn: give up early on a target that is slow. Offer
-/// IDisassembly here too, and scripts can disassemble.
+/// Read functions are called on the user-interface thread while a window is painted: use a short time limit for a slow
+/// target. If this object also offers IDisassembly, scripts can disassemble.
 class IMemory : public QUnknownInterface
 {
 public:
@@ -36,24 +36,24 @@ public:
 
     /// Widths of a word.
     enum Mode { Byte = 1, Word16 = 2, Word24 = 8, Word32 = 4 };
-    /// What became of a word.
+    /// The result of reading or writing a word.
     enum Status {
         Success = 0,
         BadPointer = 1,
-        NoMemory = 2,      ///< nothing answers at the address
-        Uninitialised = 3, ///< there is a value, but the program never wrote it
+        NoMemory = 2,      ///< no memory at the address
+        Uninitialised = 3, ///< the value was read, but the program never wrote it
         WriteToRom = 4
     };
 
-    virtual QList<MemoryRegion> regions() = 0; ///< The first is the one that the disassembly window shows.
+    virtual QList<MemoryRegion> regions() = 0; ///< The disassembly window shows the first one.
     /// Reads one word of a width; returns a Status.
     virtual int read(int region, int mode, uint address, uint *value) = 0;
-    /// Writes one word; returns a Status. With @p flush it has reached the target when the call returns; without, it
-    /// may wait for the next read.
+    /// Writes one word; returns a Status. If @p flush is true, the word is in the target when the function returns;
+    /// otherwise it may be delayed until the next read.
     virtual int write(int region, int mode, uint address, uint value, bool flush) = 0;
-    /// Reads @p count words from @p address on, and makes @p result that many cells, each with its status.
+    /// Reads @p count words from @p address on into @p result, which becomes @p count cells, each with its status.
     virtual void readBlock(int region, int mode, uint address, int count, MemoryBlock &result) = 0;
-    /// Writes the values of @p count cells from @p address on, and sets their statuses. @p flush as for write().
+    /// Writes the values of @p count cells from @p address on, and sets their statuses. @p flush as in write().
     virtual void writeBlock(int region, int mode, uint address, int count, MemoryBlock &cells, bool flush) = 0;
 
 protected:

@@ -1,7 +1,8 @@
 #pragma once
 #include "unknown.h"
 
-/// Optional, on the IMemory object or else on its execution environment: checked reads and writes, for scripts.
+/// Optional interface of the IMemory object, or else of its execution environment: verified reads and writes, for
+/// scripts.
 class IMemoryVerify : public QUnknownInterface
 {
 public:

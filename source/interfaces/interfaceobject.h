@@ -1,11 +1,11 @@
 #pragma once
 #include "unknown.h"
 
-/// Implements the three common operations for a class that offers @p Interfaces; their own are left to the class.
+/// Implements the three functions of QUnknownInterface for a class that offers @p Interfaces.
 ///
-/// The object answers for these interfaces and for QUnknownInterface, and deletes itself with its last reference. What
-/// IPluginFactory::create makes has a first reference, the caller's. An object that is handed out through its own
-/// queryInterface() starts with @p references 0 instead.
+/// queryInterface() finds these interfaces and QUnknownInterface; the object deletes itself with its last reference. An
+/// object that IPluginFactory::create returns starts with one reference for the caller. An object that is returned by
+/// its own queryInterface() starts with @p references 0 instead.
 template <typename... Interfaces>
 class InterfaceObject : public Interfaces...
 {
@@ -33,10 +33,10 @@ public:
     }
 
 protected:
-    virtual ~InterfaceObject() = default; // NOLINT(modernize-use-override): not every interface has a virtual one
+    virtual ~InterfaceObject() = default; // NOLINT(modernize-use-override): some interfaces have no virtual one
 
 private:
-    /// Each interface has a QUnknownInterface of its own. The first one stands for all when that is asked for.
+    /// Each interface has its own QUnknownInterface base. The first one represents all.
     template <typename T>
     bool offer(const QUuid &id, QUnknownInterface **out)
     {

@@ -17,11 +17,11 @@ struct PeripheralInfo
     QList<PeripheralRegisterInfo> registers;
 };
 
-/// Optional, on an execution environment: registers of the devices around the processor.
+/// Optional interface of an execution environment: registers of the devices around the processor.
 ///
-/// The window does not always know both names. It reads the registers of an only peripheral with an empty peripheral
-/// name, asks for the value of the peripheral itself with its name as the register and an empty peripheral name, and
-/// writes with the register's name in both places. Find such a register by its own name; where there is none, give 0.
+/// The window does not always know both names. It reads the registers of a single peripheral with an empty peripheral
+/// name, reads the value of the peripheral itself with its name as the register name and an empty peripheral name, and
+/// writes with the register name in both arguments. Find such a register by its own name; if there is none, return 0.
 class IPeripherals : public QUnknownInterface
 {
 public:
@@ -30,7 +30,7 @@ public:
     virtual QList<PeripheralInfo> peripherals() = 0;
     virtual uint value(const QString &peripheral, const QString &registerName) = 0;
     virtual void setValue(const QString &peripheral, const QString &registerName, uint value) = 0;
-    /// What the tool tip says of a register or, with an empty @p registerName, of a peripheral; empty for no tool tip.
+    /// The tool tip of a register or, if @p registerName is empty, of a peripheral; empty for no tool tip.
     virtual QString description(const QString &peripheral, const QString &registerName) = 0;
 
 protected:

@@ -11,7 +11,7 @@ public:
     static constexpr QUuid Iid{0xfe949fd3, 0x7f41, 0x4e61, 0xbf, 0x7b, 0x44, 0x34, 0x34, 0x8a, 0xba, 0x52};
 
     virtual QString name() = 0;
-    /// Extensions without the dot. Files with one of them go into this folder, if it is at the top level.
+    /// Extensions without the dot. A top-level folder takes the added files that have one of them.
     virtual QStringList extensions() = 0;
     virtual QList<IProjectFolder *> folders() = 0; ///< In order, each with a reference for the caller.
     virtual QList<IProjectFile *> files() = 0;     ///< In order, each with a reference for the caller.

@@ -2,7 +2,7 @@
 #include "unknown.h"
 #include <QString>
 
-/// Optional, on an execution environment: from source lines to addresses, and from addresses to symbols.
+/// Optional interface of an execution environment: from source lines to addresses, and from addresses to symbols.
 class ISymbolLookup : public QUnknownInterface
 {
 public:

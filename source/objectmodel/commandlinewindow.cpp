@@ -10,7 +10,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int IndentWidth = 4; // characters: as wide as the prompts, so that a block is in line with its first line
+constexpr int IndentWidth = 4; // characters: as wide as the prompts, so that a block is aligned with its first line
 
 bool isRichText(const QString &text)
 {
@@ -23,7 +23,7 @@ bool hasLineBreak(const QString &text)
     return std::ranges::any_of(breaks, [&text](QChar c) { return text.contains(c); });
 }
 
-/// Inserts text that takes nothing over from rich text before it.
+/// Inserts text without the format of rich text before it.
 void insertPlain(QTextCursor cursor, const QString &text)
 {
     const qsizetype lineEnd = cursor.blockFormat().isEmpty() ? -1 : text.indexOf(u'\n');
@@ -34,7 +34,7 @@ void insertPlain(QTextCursor cursor, const QString &text)
     cursor.insertText(text.mid(lineEnd + 1), QTextCharFormat());
 }
 
-/// Inserts rich text as paragraphs of its own.
+/// Inserts rich text as separate paragraphs.
 void insertRich(QTextCursor cursor, const QString &text)
 {
     if (!cursor.atBlockStart())
@@ -42,7 +42,7 @@ void insertRich(QTextCursor cursor, const QString &text)
     cursor.insertHtml(text);
 }
 
-/// True for keys that put their text into the line, whatever modifiers made that text.
+/// Whether the key inserts its text, with any modifiers that are part of that text.
 bool isTyped(const QKeyEvent &event)
 {
     static constexpr int others[] = {Qt::Key_Return, Qt::Key_Enter, Qt::Key_Delete, Qt::Key_Backspace};
@@ -59,7 +59,7 @@ bool isCompletion(const QKeyEvent &event)
     return event.key() == Qt::Key_Space && event.modifiers() == Qt::ControlModifier;
 }
 
-/// True for keys that mean something of their own here, so that no shortcut may take them.
+/// Whether the key has a function here, so that no shortcut may take it.
 bool isConsoleKey(const QKeyEvent &event)
 {
     static constexpr int keys[] = {Qt::Key_Tab, Qt::Key_Up, Qt::Key_Down, Qt::Key_Left, Qt::Key_Right};
@@ -67,7 +67,7 @@ bool isConsoleKey(const QKeyEvent &event)
     return isBreak(event) || isCompletion(event) || (plain && std::ranges::count(keys, event.key()) > 0);
 }
 
-/// What a deleting key with modifiers takes from the cursor on; NoMove for every other key.
+/// The range from the cursor on that a deleting key with modifiers deletes; NoMove for every other key.
 QTextCursor::MoveOperation deletionOf(const QKeyEvent &event)
 {
     if (event.matches(QKeySequence::DeleteStartOfWord))
@@ -106,7 +106,7 @@ CommandLineWindow::CommandLineWindow(QWidget *parent) : QTextEdit(parent), m_inp
     setFrameShape(QFrame::NoFrame);
     setLineWrapMode(QTextEdit::WidgetWidth);
     setWordWrapMode(QTextOption::WrapAnywhere);
-    setUndoRedoEnabled(false); // what has been printed cannot be taken back
+    setUndoRedoEnabled(false); // printed output cannot be undone
     m_inputStart.setKeepPositionOnInsert(true);
 }
 
@@ -118,7 +118,7 @@ void CommandLineWindow::outputLine(const QString &line)
         end.movePosition(QTextCursor::StartOfBlock, QTextCursor::KeepAnchor);
         end.removeSelectedText();
         const auto rest = std::ranges::find_if_not(line, [](QChar c) { return c == u'\r'; });
-        return outputLine(line.mid(rest - line.begin())); // further ones would replace what is empty by now
+        return outputLine(line.mid(rest - line.begin())); // further ones would replace an empty line
     }
     if (isRichText(line))
         insertRich(end, line);
@@ -148,7 +148,7 @@ void CommandLineWindow::insertInput(const QString &text)
     ensureCursorVisible();
 }
 
-/// Leaves the cursor and the selection where they are in the input; from elsewhere the cursor goes to the end.
+/// Keeps the cursor and the selection if they are in the input; otherwise moves the cursor to the end.
 void CommandLineWindow::enterInput()
 {
     const bool outside = textCursor().hasSelection() || textCursor().position() < m_inputStart.position();
@@ -170,7 +170,7 @@ void CommandLineWindow::moveTo(int position, QTextCursor::MoveMode mode)
 {
     QTextCursor cursor = textCursor();
     if (mode == QTextCursor::KeepAnchor)
-        cursor.clearSelection(); // the new selection begins at the cursor
+        cursor.clearSelection(); // the new selection starts at the cursor
     cursor.setPosition(position, mode);
     setTextCursor(cursor);
 }
@@ -180,7 +180,7 @@ bool CommandLineWindow::event(QEvent *event)
     const bool takesKey =
         event->type() == QEvent::ShortcutOverride && isConsoleKey(*static_cast<const QKeyEvent *>(event));
     if (takesKey) {
-        event->accept(); // or a menu's shortcut would take it
+        event->accept(); // otherwise the shortcut of a menu takes it
         return true;
     }
     return QTextEdit::event(event);
@@ -211,7 +211,7 @@ void CommandLineWindow::keyPressEvent(QKeyEvent *event)
         plainKeyPress(event);
 }
 
-/// The text edit's own keys, less what they would change outside the input.
+/// Handles the keys of the text edit, except where they would change text outside the input.
 void CommandLineWindow::modifiedKeyPress(QKeyEvent *event)
 {
     if (event->matches(QKeySequence::Cut)) {
@@ -222,7 +222,7 @@ void CommandLineWindow::modifiedKeyPress(QKeyEvent *event)
     if (const auto deletion = deletionOf(*event); deletion != QTextCursor::NoMove)
         return deleteInput(deletion);
     if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter || event->key() == Qt::Key_Backtab)
-        return; // the input is one line, and a tab must not get into the past
+        return; // the input is one line, and a tab must not change the output
     QTextEdit::keyPressEvent(event);
 }
 
@@ -266,7 +266,7 @@ void CommandLineWindow::submit()
     const QString line = withoutTrailingSpace(input());
     moveCursor(QTextCursor::End);
     insertPlain(textCursor(), u"\n"_s);
-    m_inputStart.movePosition(QTextCursor::End); // a line typed while the statement runs begins here
+    m_inputStart.movePosition(QTextCursor::End); // a line that is typed while the statement runs starts here
     if (!line.isEmpty()) {
         m_history.append(line);
         m_historyIndex = -1;
@@ -284,7 +284,7 @@ void CommandLineWindow::indentAfter(const QString &line)
         m_pendingIndent += u'\t';
 }
 
-/// Shows an entry in place of the input, nothing behind the last one; beyond either end nothing happens.
+/// Replaces the input by an entry of the history, or clears it after the last entry; does nothing outside this range.
 void CommandLineWindow::browseHistory(qsizetype index)
 {
     if (index < 0 || index > m_history.size())
@@ -296,7 +296,7 @@ void CommandLineWindow::browseHistory(qsizetype index)
     insertInput(m_history.value(index));
 }
 
-/// Deletes the selection if it lies in the input, else what @p extent reaches there from the cursor.
+/// Deletes the selection if it is in the input, otherwise the range @p extent from the cursor inside the input.
 void CommandLineWindow::deleteInput(QTextCursor::MoveOperation extent)
 {
     QTextCursor cursor = textCursor();
@@ -312,7 +312,7 @@ void CommandLineWindow::deleteInput(QTextCursor::MoveOperation extent)
     setTextCursor(cursor);
 }
 
-/// Completes the word before the cursor as far as it is certain, else lists what it may become.
+/// Completes the word before the cursor if there is one possibility, otherwise lists the possibilities.
 void CommandLineWindow::complete()
 {
     static const QRegularExpression lastWord(u"[\\w.]+$"_s, QRegularExpression::UseUnicodePropertiesOption);
@@ -328,7 +328,7 @@ void CommandLineWindow::complete()
         listNames(names);
 }
 
-/// Prints the names below the line under entry, then the prompt and the line again.
+/// Prints the names below the input line, then the prompt and the line again.
 void CommandLineWindow::listNames(const QStringList &names)
 {
     const QString line = input();
@@ -348,7 +348,7 @@ void CommandLineWindow::inputMethodEvent(QInputMethodEvent *event)
 
 void CommandLineWindow::mousePressEvent(QMouseEvent *event)
 {
-    // Dragging a selection out moves its text by default; of the past nothing may go.
+    // By default the text edit moves a selection that is dragged out; the output must not be removed.
     if (event->button() == Qt::LeftButton && textCursor().hasSelection() && !selectionInInput())
         moveTo(textCursor().position());
     QTextEdit::mousePressEvent(event);

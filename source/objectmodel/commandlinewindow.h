@@ -3,13 +3,13 @@
 #include <QTextCursor>
 #include <QTextEdit>
 
-/// The console: a text whose tail is the line under entry. What stands before it, the output and the prompt, cannot be
-/// edited. Knows no interpreter: it hands out lines and shows what comes back.
+/// The console: a text whose end is the input line. The output and the prompt before it cannot be edited. It does not
+/// depend on an interpreter: it emits input lines and shows output.
 class CommandLineWindow : public QTextEdit
 {
     Q_OBJECT
 public:
-    /// Tells what a word such as "os.pa" may be completed to, whole words in the order to show.
+    /// Returns the possible completions of a word such as "os.pa", as whole words in the order of display.
     using Completer = std::function<QStringList(const QString &beginning)>;
 
     explicit CommandLineWindow(QWidget *parent = nullptr);
@@ -17,14 +17,14 @@ public:
     /// Without a completer Ctrl+Space does nothing.
     void setCompleter(const Completer &completer) { m_completer = completer; }
 
-    /// The context menu: what remains of the text edit's own where the past cannot be changed. The caller owns it.
+    /// The context menu: the entries of the text edit that make sense for read-only output. The caller owns it.
     [[nodiscard]] QMenu *createPopupMenu();
 
 public Q_SLOTS:
-    /// Shows output at the end; the input begins behind it. A leading "\r" replaces the last line, and a text from
-    /// "<html>" to "</html>" shows as rich text.
+    /// Shows output at the end; the input starts after it. A leading "\r" replaces the last line, and a text from
+    /// "<html>" to "</html>" is shown as rich text.
     void outputLine(const QString &line);
-    /// Puts the clipboard's text into the input; text of several lines is refused.
+    /// Inserts the clipboard's text into the input; text of several lines is refused.
     void paste();
 
 Q_SIGNALS:
@@ -56,9 +56,9 @@ private:
     [[nodiscard]] QString input() const;
     [[nodiscard]] bool selectionInInput() const;
 
-    QTextCursor m_inputStart;      ///< follows every change of the text before it
-    QString m_pendingIndent;       ///< tabs to type behind the next prompt
+    QTextCursor m_inputStart;      ///< moves with every change of the text before it
+    QString m_pendingIndent;       ///< tabs to insert after the next prompt
     QStringList m_history;         ///< entered lines, oldest first
-    qsizetype m_historyIndex = -1; ///< -1: the user is not browsing
+    qsizetype m_historyIndex = -1; ///< -1 if no history entry is shown
     Completer m_completer;
 };

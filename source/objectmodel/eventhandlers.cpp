@@ -6,7 +6,7 @@ bool EventHandlers::setHandler(const QString &name, _object *callable)
 {
     if (callable != Py_None && !PyCallable_Check(callable))
         return false;
-    PythonReference old; // its end may run Python code, which finds the table in order
+    PythonReference old; // its destructor may run Python code, which must find a consistent table
     if (const auto found = m_handlers.find(name); found != m_handlers.end()) {
         old = std::move(found->second);
         m_handlers.erase(found);

@@ -3,15 +3,15 @@
 #include <map>
 #include <QString>
 
-/// The Python callables that scripts want called on events of the program, by the name of the event. They belong to
-/// the program: a workspace may come and go meanwhile.
+/// The Python functions that scripts have registered for events of the program, by the name of the event. The program
+/// owns them: they stay when workspaces are opened and closed.
 class EventHandlers
 {
 public:
-    /// None takes the handler away. False, and nothing changes, if @p callable is something else that cannot be called.
+    /// None removes the handler. False, without a change, if @p callable is another object that cannot be called.
     bool setHandler(const QString &name, _object *callable);
-    [[nodiscard]] PythonReference handler(const QString &name) const; ///< None if there is none.
-    /// Calls the handler, if there is one, without arguments. What it raises is printed and goes no further.
+    [[nodiscard]] PythonReference handler(const QString &name) const; ///< None if there is no handler.
+    /// Calls the handler, if there is one, without arguments. Exceptions are printed and do not propagate.
     void fire(const QString &name) const;
 
 private:

@@ -9,7 +9,8 @@ bool ObjectModel::doAction(const QString &name)
     QAction *action = m_host.action(name);
     if (!action)
         return false;
-    // For one shot: an action that the first one's dialog has in its loop must not run the first one again.
+    // A single-shot connection: an action that a script triggers while a dialog of the first action is open must not
+    // run the first action again.
     connect(
         this, &ObjectModel::triggerAction, action, [action] { Q_EMIT action->triggered(); }, Qt::SingleShotConnection);
     Q_EMIT triggerAction();

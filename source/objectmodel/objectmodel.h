@@ -2,7 +2,7 @@
 #include <QObject>
 class ScriptHost;
 
-/// The one root of what scripts see. It reaches the main window through its host.
+/// The root object of the script interface. It uses the main window through its host.
 class ObjectModel : public QObject
 {
     Q_OBJECT
@@ -10,10 +10,10 @@ public:
     /// @p host must outlive the model.
     explicit ObjectModel(ScriptHost &host);
 
-    /// Has the main window's action @p name tell that it was chosen, even if it is disabled; one that can be checked
-    /// keeps its state. Returns false if there is no such action.
+    /// Triggers the main window's action @p name, even if it is disabled; a checkable action keeps its state. Returns
+    /// false if there is no such action.
     ///
-    /// The action's command has run when this returns, event loops of its dialogs included.
+    /// The command of the action has finished when this returns, including the event loops of its dialogs.
     bool doAction(const QString &name);
 
 Q_SIGNALS:

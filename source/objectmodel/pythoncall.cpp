@@ -15,7 +15,7 @@ int raiseKeyboardInterrupt(void *)
     return -1;
 }
 
-/// A break that came too late for its script must not hit the next one.
+/// An interrupt that came too late for its script must not hit the next one.
 void takeLateBreak()
 {
     if (breakQueued && Py_MakePendingCalls() < 0)

@@ -5,7 +5,7 @@ namespace py = pybind11;
 
 namespace {
 
-/// The completer's module would set up the terminal's line editor, which the program has no use for.
+/// The module "rlcompleter" would configure the line editor of the terminal, which the program does not use.
 py::module_ importCompleter()
 {
     const py::dict modules = py::module_::import("sys").attr("modules");
@@ -43,6 +43,6 @@ QStringList pythonCompletions(_object *globals, const QString &beginning)
         names.removeDuplicates();
         return names;
     } catch (const std::exception &) {
-        return {}; // what cannot be looked at has no names to offer
+        return {}; // an object that cannot be inspected has no names
     }
 }

@@ -4,7 +4,7 @@
 
 namespace {
 
-/// An exception as Python hands it over. It must not be released at the end of the process, so nothing owns it.
+/// An exception as returned by Python. It must not be released at the end of the process, so no destructor does.
 struct Error
 {
     PyObject *type = nullptr;

@@ -2,13 +2,13 @@
 #include <QString>
 struct _object;
 
-/// Keeps an error back until the call into Python that is under way ends: the script itself goes on as if nothing had
-/// happened. A later one takes the place of an earlier one. @p type is an exception class, looked at only.
+/// Stores an error until the current call into Python ends: the script itself continues without it. A later error
+/// replaces an earlier one. @p type is an exception class; no reference is taken.
 void deferPythonError(_object *type, const QString &text);
 
-/// The same for the error that is set now; with none set nothing happens.
+/// The same for the error that is set now, if there is one.
 void deferPythonError();
 
-/// Prints the error kept back, then the one that is set, each if there is one. As everywhere in Python, a SystemExit
-/// ends the process here.
+/// Prints the stored error, then the error that is set, if there are any. As usual in Python, a SystemExit ends the
+/// process here.
 void printPythonErrors();

@@ -21,7 +21,7 @@ QString pythonLiteral(const QString &text)
 void addScriptPath(const ScriptDirectories &directories)
 {
     QString script;
-    if (!directories.user.isEmpty()) // ahead, so that the user's modules win over the installed ones
+    if (!directories.user.isEmpty()) // in front, so that the user's modules replace the installed ones
         script = u"sys.path.append("_s + pythonLiteral(directories.user) + u")\n"_s;
     script += u"sys.path.append("_s + pythonLiteral(directories.installed) + u")\n"_s;
     PyRun_SimpleString(script.toUtf8().constData());
@@ -41,7 +41,7 @@ PythonReference compileStatement(const QByteArray &source, int moreFlags)
     return PythonReference(Py_CompileStringExFlags(source.constData(), "<stdin>", Py_single_input, &flags, -1));
 }
 
-/// Takes the error of a failed compilation away and tells whether more lines may mend it.
+/// Clears the error of a failed compilation and returns whether further lines may complete the statement.
 bool takeIncompleteError()
 {
     PyObject *type = nullptr;
@@ -57,7 +57,7 @@ bool takeIncompleteError()
     return message && PyUnicode_Check(message.get()) && fromPython(message.get()) == "incomplete input"_L1;
 }
 
-/// The test for incomplete input words its errors for itself; what the user reads comes from a plain compilation.
+/// The test for incomplete input has error messages of its own; the user gets the message of a normal compilation.
 void printCompileError(const QByteArray &source)
 {
     if (!compileStatement(source, 0))
@@ -146,7 +146,7 @@ void PythonInterpreter::addLine(const QString &line)
 void PythonInterpreter::run(const PythonReference &code)
 {
     const PythonCall call;
-    const PythonReference globals = newPythonReference(m_globals.get()); // the script may end this object
+    const PythonReference globals = newPythonReference(m_globals.get()); // the script may delete this object
     const PythonReference result(PyEval_EvalCode(code.get(), globals.get(), globals.get()));
 }
 

@@ -4,35 +4,35 @@
 class PythonOutput;
 struct ScriptDirectories;
 
-/// The interactive Python of the console: gathers lines to statements, runs them and script files in a namespace of its
-/// own, and hands on everything that scripts print. Python must run already. The latest instance gets the output.
+/// The interactive Python of the console: collects lines into statements, runs them and script files in a namespace of
+/// its own, and emits everything that scripts print. Python must run already. The newest instance gets the output.
 class PythonInterpreter : public QObject
 {
     Q_OBJECT
 public:
-    /// Redirects sys.stdout and sys.stderr to this object and puts the directories at the end of sys.path.
+    /// Redirects sys.stdout and sys.stderr to this object and appends the directories to sys.path.
     explicit PythonInterpreter(const ScriptDirectories &directories, QObject *parent = nullptr);
     ~PythonInterpreter() override;
 
     /// Prints the banner, runs the file if it exists and prints the first prompt.
     void start(const QString &startupPath);
 
-    /// Runs a script in the console's namespace. Returns false if it raised an exception, which is printed; a file that
-    /// cannot be opened is reported in the output and counts as good.
+    /// Runs a script in the console's namespace. Returns false if it raised an exception, which is printed; for a file
+    /// that cannot be opened, prints a message and returns true.
     bool runFile(const QString &path);
 
-    /// What the word @p beginning may be completed to: names of the console, keywords, attributes after a dot.
+    /// The possible completions of @p beginning: names of the console, keywords, attributes after a dot.
     [[nodiscard]] QStringList completions(const QString &beginning) const;
 
 public Q_SLOTS:
-    /// Takes one line of a statement, runs the statement when it is complete, and prints the prompt that is due.
+    /// Adds one line to the statement, runs the statement if it is complete, and prints the next prompt.
     void inputLine(const QString &line);
     void sendOutput(const QString &text);
-    /// Interrupts the running script. It can come only from an event loop that the script itself drives.
+    /// Interrupts the running script. This can only be called from an event loop of the script itself.
     void breakExecution();
 
 Q_SIGNALS:
-    /// A piece of output: part of a line, a line or several.
+    /// A part of the output: part of a line, a line or several lines.
     void outputLine(const QString &text);
 
 private:
@@ -40,9 +40,9 @@ private:
     void run(const PythonReference &code);
 
     std::unique_ptr<PythonOutput> m_output;
-    PythonReference m_globals; ///< a dictionary that is not the one of the module __main__
-    QString m_block;           ///< the lines of the statement under entry, each with its line break
-    bool m_continuing = false; ///< the statement under entry has more than one line
+    PythonReference m_globals; ///< a dictionary other than that of the module __main__
+    QString m_block;           ///< the lines of the current statement, each with its line break
+    bool m_continuing = false; ///< the current statement has more than one line
     const QString m_primaryPrompt = QStringLiteral(">>> ");
     const QString m_continuationPrompt = QStringLiteral("... ");
 };

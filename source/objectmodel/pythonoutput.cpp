@@ -7,7 +7,7 @@ namespace {
 
 constexpr qsizetype BatchSize = 1 << 16; // characters
 
-/// The one that gets what is written, and the number that scripts hold for it: it is compared, never trusted.
+/// The receiver of the output, and the number by which scripts refer to it: only compared, never used as a pointer.
 PythonOutput *liveOutput = nullptr;
 quintptr liveTarget = 0;
 
@@ -60,7 +60,7 @@ sys.stderr.target = target
 )"_s.arg(target);
 }
 
-/// When a script ends the process, Python flushes its streams, and the exit code would tell that stderr has no flush.
+/// When a script ends the process, Python flushes its streams; without a flush function the exit code would be wrong.
 void restoreStreamsAtExit()
 {
     const PythonReference names(PyDict_New());
@@ -91,7 +91,7 @@ void PythonOutput::write(const QString &text)
 {
     const bool richText = text.startsWith("<html>"_L1, Qt::CaseInsensitive);
     if (richText || text.startsWith(u'\r') || m_text.size() + text.size() > BatchSize)
-        flush(); // the beginning of a text tells how it is shown
+        flush(); // the start of a text decides how it is shown
     m_text += text;
     if (richText)
         flush();

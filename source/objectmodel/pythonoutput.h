@@ -1,21 +1,21 @@
 #pragma once
 #include <QObject>
 
-/// What scripts write, on its way to the console. Pieces are joined: to show each by itself would take longer than to
-/// run the script. They go on when the script ends or lets events through, so nobody sees a difference.
+/// Forwards the output of scripts to the console. Parts are joined, because to show each one separately would take
+/// longer than the script. They are forwarded when the script ends or processes events, so no delay is visible.
 class PythonOutput : public QObject
 {
     Q_OBJECT
 public:
-    /// Puts the module `tarnoutput` in place and lets sys.stdout and sys.stderr write through it to this object, which
-    /// scripts know by the number @p target. Python must run already. The latest instance gets the output.
+    /// Installs the module `tarnoutput` and redirects sys.stdout and sys.stderr through it to this object, which
+    /// scripts refer to by the number @p target. Python must run already. The newest instance gets the output.
     explicit PythonOutput(quintptr target);
     ~PythonOutput() override;
 
     void write(const QString &text);
     void flush();
 
-    /// Hands on what the present receiver of output still holds.
+    /// Forwards the buffered output of the current receiver.
     static void flushAll();
 
 Q_SIGNALS:

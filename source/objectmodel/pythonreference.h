@@ -1,14 +1,14 @@
 #pragma once
 #include <memory>
-struct _object; // a Python object; headers of ours do without Python's own
+struct _object; // a Python object; our headers do not include Python's header
 
 struct PythonRelease
 {
     void operator()(_object *object) const;
 };
 
-/// One counted reference on a Python object, given back by itself.
+/// One counted reference to a Python object, released by its destructor.
 using PythonReference = std::unique_ptr<_object, PythonRelease>;
 
-/// A reference of its own on an object that somebody else holds; null for null.
+/// A new reference to an object; null for null.
 [[nodiscard]] PythonReference newPythonReference(_object *object);

@@ -16,7 +16,7 @@ PyStatus preinitialise(bool environment)
     config.coerce_c_locale = 0;
     config.utf8_mode = 1;
 #ifdef __SANITIZE_ADDRESS__
-    config.allocator = PYMEM_ALLOCATOR_MALLOC; // the sanitizer knows each object then
+    config.allocator = PYMEM_ALLOCATOR_MALLOC; // so that the sanitizer sees each object
 #endif
     return Py_PreInitialize(&config);
 }
@@ -29,7 +29,7 @@ PyStatus initialise(PyConfig &config, bool environment)
     config.install_signal_handlers = 0;
     config.configure_c_stdio = 0;
     if (!environment) {
-        // Left to itself, Python takes the first "python3" of PATH for its own and looks for its library beside that.
+        // By default Python takes the first "python3" of PATH as its own path and searches for its library beside it.
         const PyStatus status = PyConfig_SetBytesString(&config, &config.program_name, VARNEL_PYTHON_PROGRAM);
         if (PyStatus_Exception(status))
             return status;
@@ -37,7 +37,7 @@ PyStatus initialise(PyConfig &config, bool environment)
     return Py_InitializeFromConfig(&config);
 }
 
-/// The signal module takes SIGINT for Python when a script first imports it, unless somebody else handles it then.
+/// The signal module installs a handler for SIGINT on its first import, unless there is one already.
 void keepInterrupts()
 {
     const PyOS_sighandler_t ours = PyOS_setsig(SIGINT, [](int) {});
@@ -45,7 +45,7 @@ void keepInterrupts()
     PyOS_setsig(SIGINT, ours);
 }
 
-/// A script that asks for input would wait for the terminal that the program was started from, and the program with it.
+/// A script that asks for input would block, waiting for the terminal from which the program was started.
 void closeInput()
 {
     PySys_SetObject("stdin", Py_None);
@@ -57,12 +57,12 @@ bool startPython(PythonEnvironment environment)
 {
     if (Py_IsInitialized())
         return true;
-    const bool heard = environment == PythonEnvironment::Heard;
-    PyStatus status = preinitialise(heard);
+    const bool used = environment == PythonEnvironment::Used;
+    PyStatus status = preinitialise(used);
     if (!PyStatus_Exception(status)) {
         PyConfig config;
         PyConfig_InitPythonConfig(&config);
-        status = initialise(config, heard);
+        status = initialise(config, used);
         PyConfig_Clear(&config);
     }
     if (PyStatus_Exception(status)) {

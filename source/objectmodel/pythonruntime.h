@@ -1,11 +1,11 @@
 #pragma once
 
 enum class PythonEnvironment {
-    Ignored, ///< the same Python for everybody, whatever PYTHONPATH, PYTHONHOME, PATH and the user's packages say
-    Heard    ///< the user's variables, packages and virtual environment take part, as for an interpreter in a shell
+    Ignored, ///< the same Python for all users, independent of PYTHONPATH, PYTHONHOME, PATH and the user's packages
+    Used     ///< the user's variables, packages and virtual environment are used, as by an interpreter in a shell
 };
 
-/// Starts the embedded Python: UTF-8 mode, `site` on, no signal handlers, no standard input, nothing changed in the
-/// program's own locale and streams. Returns true as well when it runs already, and false after a warning when it
-/// cannot be started. Python is never finalised: objects of scripts may live as long as the process.
+/// Starts the embedded Python: UTF-8 mode, `site` on, no signal handlers, no standard input; the locale and streams of
+/// the program do not change. Returns true also if it runs already; prints a warning and returns false if it cannot be
+/// started. Python is never finalised: objects of scripts may exist until the end of the process.
 [[nodiscard]] bool startPython(PythonEnvironment environment = PythonEnvironment::Ignored);

@@ -1,12 +1,12 @@
 #pragma once
 #include <QString>
 
-/// Where scripts of the product lie, and the user's own copies of them.
+/// The directories of the product's scripts and of the user's copies of them.
 struct ScriptDirectories
 {
     QString installed;
-    QString user; ///< empty if the user has no directory of their own
+    QString user; ///< empty if the user has no such directory
 
-    /// The path of @p name: the user's copy if there is one, else the installed file, whether it exists or not.
+    /// The path of @p name: the user's copy if there is one, otherwise the installed file, which may not exist.
     [[nodiscard]] QString file(const QString &name) const;
 };

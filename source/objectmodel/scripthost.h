@@ -1,13 +1,13 @@
 #pragma once
-#include <QString>
-class QAction;
+#include "windowservices.h"
+class EventHandlers;
 
-/// What scripts ask of the main window.
-class ScriptHost
+/// What scripts reach of the main window: the services of its commands, and the event handlers.
+class ScriptHost : public WindowServices
 {
 public:
-    virtual ~ScriptHost() = default;
+    [[nodiscard]] virtual EventHandlers &eventHandlers() = 0;
 
-    /// The program's action @p name, or null.
-    [[nodiscard]] virtual QAction *action(const QString &name) = 0;
+protected:
+    ~ScriptHost() = default;
 };

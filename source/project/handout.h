@@ -3,7 +3,7 @@
 #include "varnelassert.h"
 #include <QList>
 
-/// A new wrapper over @p object as interface @p Interface, with one reference for the caller.
+/// A new wrapper of @p object as interface @p Interface, with one reference for the caller.
 template <typename Interface, typename Impl, typename Object>
 [[nodiscard]] Interface *handOut(Object *object)
 {

@@ -2,15 +2,14 @@
 #include "interfaceobject.h"
 #include "iprojectfile.h"
 #include "modelpointer.h"
+#include "projectfile.h"
 
-class ProjectFile;
-
-/// A file of a project as plug-ins and scripts see it; see IProjectImpl.
+/// The interface of a project file for plug-ins and scripts; see IProjectImpl.
 class IProjectFileImpl : public InterfaceObject<IProjectFile>
 {
 public:
     explicit IProjectFileImpl(ProjectFile *object) : InterfaceObject(0), m_object(object) {}
-    [[nodiscard]] ProjectFile *object() const { return m_object.get(); } ///< Null when it has gone.
+    [[nodiscard]] ProjectFile *object() const { return m_object.get(); } ///< Null when it was deleted.
 
     QString name() override;
     QString path() override;

@@ -37,7 +37,7 @@ IProjectFolder *IProjectFolderImpl::ofParent(ProjectFolder *folder)
     if (!folder)
         return nullptr;
     auto *result = handOut<IProjectFolder, IProjectFolderImpl>(folder);
-    // An assertion that assigned where it should have compared has always printed this, and it may be relied on.
+    // Always printed, with an assignment in the text: kept, because the output may be relied on.
     qWarning("ASSERT: \"res = QS_OK\" in %s (%d)", __FILE__, __LINE__);
     return result;
 }

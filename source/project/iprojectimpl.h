@@ -5,14 +5,14 @@
 
 class Project;
 
-/// A project as plug-ins and scripts see it. Begins without a reference: take the first with queryInterface<IProject>.
-/// It keeps nothing alive. When the project has gone, it answers with empty values.
+/// The interface of a project for plug-ins and scripts. It starts with no reference: take the first with
+/// queryInterface<IProject>. It does not own the project; when the project was deleted, it returns empty values.
 class IProjectImpl : public InterfaceObject<IProject>
 {
 public:
     explicit IProjectImpl(Project *object);
     ~IProjectImpl() override;
-    [[nodiscard]] Project *object() const { return m_object; } ///< Null when the project has gone.
+    [[nodiscard]] Project *object() const { return m_object; } ///< Null when the project was deleted.
 
     QString name() override;
     QString basePath() override;

@@ -2,15 +2,14 @@
 #include "interfaceobject.h"
 #include "iprojectproperties.h"
 #include "modelpointer.h"
+#include "projectproperties.h"
 
-class ProjectProperties;
-
-/// The store of a project or file as plug-ins and scripts see it; see IProjectImpl.
+/// The interface of the store of a project or file for plug-ins and scripts; see IProjectImpl.
 class IProjectPropertiesImpl : public InterfaceObject<IProjectProperties>
 {
 public:
     explicit IProjectPropertiesImpl(ProjectProperties *object) : InterfaceObject(0), m_object(object) {}
-    [[nodiscard]] ProjectProperties *object() const { return m_object.get(); } ///< Null when it has gone.
+    [[nodiscard]] ProjectProperties *object() const { return m_object.get(); } ///< Null when it was deleted.
 
     QString property(QString key, QString configuration, bool flag) override;
     void setProperty(QString key, QString value, QString configuration) override;

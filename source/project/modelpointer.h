@@ -1,34 +1,61 @@
 #pragma once
-#include <QtGlobal>
+#include <QExplicitlySharedDataPointer>
 
-/// The untyped half of ModelPointer.
-class ModelPointerBase
+/// Base of the objects that a ModelPointer can point at. No pointer points at a new copy.
+class ModelObject
 {
 public:
-    Q_DISABLE_COPY_MOVE(ModelPointerBase)
-    /// For the destructors of the model: turns all pointers to @p object null.
-    static void objectDeleted(const void *object);
+    ModelObject() = default;
+    ModelObject(const ModelObject &) {}
+    ModelObject &operator=(const ModelObject &) { return *this; } ///< pointers stay with their objects
 
 protected:
-    explicit ModelPointerBase(const void *object);
-    ~ModelPointerBase();
-    [[nodiscard]] bool isAlive() const { return m_object; }
+    ~ModelObject()
+    {
+        if (m_life)
+            m_life->ended = true;
+    }
 
 private:
-    const void *m_object;
+    template <typename T>
+    friend class ModelPointer;
+
+    struct Life : QSharedData
+    {
+        bool ended = false;
+    };
+    QExplicitlySharedDataPointer<Life> m_life; ///< null until the first ModelPointer
 };
 
-/// What QPointer is for QObjects, for ProjectFolder, ProjectFile and ProjectProperties: turns null when the object is
-/// deleted. An object that nobody points at pays nothing for it.
+/// What QPointer is for QObjects, for ProjectFolder, ProjectFile and ProjectProperties: becomes null when the object is
+/// deleted.
 template <typename T>
-class ModelPointer : private ModelPointerBase
+class ModelPointer
 {
 public:
-    explicit ModelPointer(T *object) : ModelPointerBase(object), m_target(object) {}
-    [[nodiscard]] T *get() const { return isAlive() ? m_target : nullptr; }
+    explicit ModelPointer(T *object) : m_target(object)
+    {
+        if (!object)
+            return;
+        ModelObject &model = modelObject(*object);
+        if (!model.m_life)
+            model.m_life = new ModelObject::Life;
+        m_life = model.m_life;
+    }
+    [[nodiscard]] T *get() const { return m_life && !m_life->ended ? m_target : nullptr; }
     T *operator->() const { return get(); }
-    explicit operator bool() const { return isAlive(); }
+    explicit operator bool() const { return get(); }
 
 private:
+    /// A ProjectFile is represented by its properties, which are deleted with it: this keeps the size of a file small.
+    static ModelObject &modelObject(T &object)
+    {
+        if constexpr (std::is_base_of_v<ModelObject, T>)
+            return object;
+        else
+            return *object.properties();
+    }
+
     T *m_target;
+    QExplicitlySharedDataPointer<ModelObject::Life> m_life; ///< shared with the object
 };

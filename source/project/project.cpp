@@ -13,7 +13,9 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// All projects that there are. Never deleted: projects may outlive static objects.
+/// All existing projects. One list for the whole program: a child that is deleted while it is in a list may be in the
+/// list of a project other than its own, and to store all its lists in each child would cost memory for each of 100,000
+/// files. Never deleted, because projects may outlive static objects.
 QList<Project *> &liveProjects()
 {
     static auto &all = *new QList<Project *>;
@@ -66,13 +68,13 @@ bool Project::load(const QString &path)
         return false;
     ProjectXmlReader xml(*bytes);
     QXmlStreamAttributes attributes;
-    QSignalBlocker blocker(this); // viewers are built after a load
+    QSignalBlocker blocker(this); // viewers are created after a load
     if (!read(xml, &attributes))
         return false;
     for (const RootAttribute &attribute : rootAttributes)
         this->*attribute.field = ProjectXmlReader::valueOf(attributes, attribute.name).toString();
     m_openedOK = true;
-    m_modified = true; // by all that was read
+    m_modified = true; // set by the insertions
     blocker.unblock();
     setModified(false);
     return true;
@@ -86,7 +88,7 @@ bool Project::loadFromXml(const QString &text)
     m_openedOK = false;
 
     ProjectXmlReader xml(text);
-    QXmlStreamAttributes ignored; // the text comes from a plug-in, and plug-ins are not chosen by plug-ins
+    QXmlStreamAttributes ignored; // the text comes from a plug-in, which must not select plug-ins
     QSignalBlocker blocker(this);
     if (!read(xml, &ignored))
         return false;
@@ -99,7 +101,7 @@ bool Project::loadFromXml(const QString &text)
 bool Project::read(ProjectXmlReader &xml, QXmlStreamAttributes *attributes)
 {
     const QString oldConfiguration = m_currentConfiguration;
-    xml.readNextStartElement(); // the root, whatever its tag
+    xml.readNextStartElement(); // the root, with any tag
     *attributes = xml.attributes();
     while (xml.readNextStartElement())
         readChild(xml);
@@ -212,7 +214,7 @@ void Project::addFolder(ProjectFolder *folder, bool prepend)
     VARNEL_ASSERT(folder);
     if (!folder)
         return;
-    VARNEL_ASSERT(m_folders.find(folder) == -1);
+    VARNEL_ASSERT_TEXT(!m_folders.contains(folder), "m_folders.find(folder) == -1");
     insert(folder, prepend);
     Q_EMIT folderAdded(nullptr, folder);
     setModified(true);
@@ -223,7 +225,7 @@ void Project::removeFolder(ProjectFolder *folder)
     VARNEL_ASSERT(folder);
     if (!folder)
         return;
-    VARNEL_ASSERT(m_folders.find(folder) >= 0);
+    VARNEL_ASSERT_TEXT(m_folders.contains(folder), "m_folders.find(folder) >= 0");
     m_folders.remove(folder);
     Q_EMIT folderRemoved(nullptr, folder);
     setModified(true);
@@ -234,7 +236,7 @@ void Project::addFile(ProjectFile *file)
     VARNEL_ASSERT(file);
     if (!file)
         return;
-    VARNEL_ASSERT(m_files.find(file) == -1);
+    VARNEL_ASSERT_TEXT(!m_files.contains(file), "m_files.find(file) == -1");
     insert(file);
     Q_EMIT fileAdded(nullptr, file);
     setModified(true);
@@ -245,7 +247,7 @@ void Project::removeFile(ProjectFile *file)
     VARNEL_ASSERT(file);
     if (!file)
         return;
-    VARNEL_ASSERT(m_files.find(file) >= 0);
+    VARNEL_ASSERT_TEXT(m_files.contains(file), "m_files.find(file) >= 0");
     m_files.remove(file);
     Q_EMIT fileRemoved(nullptr, file);
     setModified(true);
@@ -254,12 +256,8 @@ void Project::removeFile(ProjectFile *file)
 void Project::moveFolder(ProjectFolder *folder, ProjectFolder *target)
 {
     VARNEL_ASSERT(folder);
-    if (!folder)
+    if (!folder || wouldContainItself(folder, target))
         return;
-    for (const ProjectFolder *above = target; above; above = above->parent()) {
-        if (above == folder)
-            return;
-    }
     batch([&] {
         folder->parent() ? folder->parent()->removeFolder(folder) : removeFolder(folder);
         target ? target->addFolder(folder, true) : addFolder(folder, true);
@@ -357,7 +355,7 @@ void Project::setActive(bool active)
 
 void Project::setBuildInterface(IBuildEnvironment *environment)
 {
-    m_buildInterface = shareInterface(environment); // the new one first: it may be the old one
+    m_buildInterface = shareInterface(environment); // the new one first: it may be the same as the old one
 }
 
 void Project::setExecutionInterface(IExecutionEnvironment *environment)
@@ -395,7 +393,7 @@ QList<ProjectFolder *> Project::allFolders() const
     return result;
 }
 
-/// Level by level, and so without a deep stack.
+/// Iterates over the levels, so that a deep tree needs no deep stack.
 bool Project::isTooDeep() const
 {
     QList<ProjectFolder *> level = m_folders.items();

@@ -12,11 +12,11 @@ class ProjectFile;
 class ProjectFolder;
 class QXmlStreamAttributes;
 
-/// One buildable unit: folders and files, configurations with properties, and the names of the plug-ins that serve it.
-/// It lives in one XML file (*.vnp). Paths are kept relative to the directory of that file wherever that is possible.
+/// One unit to build: folders and files, configurations with properties, and the names of its plug-ins. It is stored in
+/// an XML file (*.vnp). Paths are stored relative to the directory of that file where that is possible.
 ///
-/// A folder or file has one parent; null stands for the root of the project. All changes below a project are told by
-/// the signals of the project, except while it is read: viewers are built after that.
+/// A folder or file has one parent; null means the root of the project. The signals of the project report all changes
+/// below it, except during loading: viewers are created after that.
 class Project : public QObject
 {
     Q_OBJECT
@@ -25,21 +25,21 @@ public:
     /// Releases the execution environment, then the build environment, then deletes folders and files.
     ~Project() override;
 
-    /// Replaces everything by what the file at @p path holds. False if it cannot be read or is no XML; the project is
-    /// empty then.
+    /// Replaces everything by the contents of the file at @p path. False if it cannot be read or is not XML; then the
+    /// project is empty.
     bool load(const QString &path);
-    [[nodiscard]] bool openedOK() const { return m_openedOK; } ///< The last load succeeded.
-    /// Replaces folders, files and configurations; the environments stay. False if @p text is no XML; the project is
-    /// empty then.
+    [[nodiscard]] bool openedOK() const { return m_openedOK; } ///< The last load was successful.
+    /// Replaces folders, files and configurations; the environments stay. False if @p text is not XML; then the project
+    /// is empty.
     bool loadFromXml(const QString &text);
-    /// False if the file cannot be written as a whole, or could not be read again because folders nest too deeply; the
-    /// old one is still there then.
+    /// False if the file cannot be written completely, or if folders are nested too deeply to be loaded again; then the
+    /// old file is unchanged.
     bool save();
     [[nodiscard]] QString toXml() const; ///< The text that save() writes.
 
     [[nodiscard]] QString name() const { return m_name; } ///< The name of the file without its last suffix.
     [[nodiscard]] QString fileName() const { return m_fileName; }
-    [[nodiscard]] QDir directory() const { return m_dir; } ///< As given, maybe relative.
+    [[nodiscard]] QDir directory() const { return m_dir; } ///< As passed to the constructor, possibly relative.
     [[nodiscard]] QString basePath() const { return m_dir.absolutePath(); }
     [[nodiscard]] QString displayName() const;
     [[nodiscard]] QString relativePath(const QString &path) const; ///< The form in which an absolute path is stored.
@@ -52,20 +52,21 @@ public:
     [[nodiscard]] QString executionEnvironmentOption() const { return m_executionEnvironmentOption; }
 
     [[nodiscard]] QList<ProjectFolder *> folders() const { return m_folders.items(); } ///< The top level.
-    [[nodiscard]] QList<ProjectFile *> rootFiles() const { return m_files.items(); }   ///< Those in no folder.
-    /// The files of @p folder, or of the root if it is null, then those of each subfolder, and so on. @p extensions
-    /// are complete ones in lower case, separated by ";"; the null string stands for all files.
+    [[nodiscard]] QList<ProjectFile *> rootFiles() const { return m_files.items(); }   ///< The files in no folder.
+    /// The files of @p folder, or of the root if it is null, then those of each subfolder, recursively. @p extensions
+    /// are complete ones in lower case, separated by ";"; the null string means all files.
     [[nodiscard]] QList<ProjectFile *> files(const QString &extensions, ProjectFolder *folder) const;
     [[nodiscard]] bool containsFile(const QString &path) const;
     void addFolder(ProjectFolder *folder, bool prepend);
     void removeFolder(ProjectFolder *folder);
     void addFile(ProjectFile *file);
     void removeFile(ProjectFile *file);
-    /// A folder moves to the front of @p target, a file to its end. A folder does not move into itself.
+    /// A folder moves to the front of @p target, a file to its end. Nothing happens if @p target is the folder or in
+    /// it.
     void moveFolder(ProjectFolder *folder, ProjectFolder *target);
     void moveFile(ProjectFile *file, ProjectFolder *target);
-    /// Adds files by absolute path: into @p folder or, if it is null, each into the first top-level folder that has its
-    /// extension, else into the root. Files that the project has already are added once more.
+    /// Adds files by absolute path: to @p folder or, if it is null, each to the first top-level folder that has its
+    /// extension, otherwise to the root. Files that are in the project already are added a second time.
     void addFiles(const QStringList &paths, ProjectFolder *folder);
 
     [[nodiscard]] ProjectProperties *properties() { return &m_properties; }
@@ -78,7 +79,7 @@ public:
     [[nodiscard]] bool isActive() const { return m_active; } ///< It takes part in debugging.
     void setActive(bool active);
 
-    /// Setters keep a reference and give back the old one; getters add none.
+    /// Setters keep a reference and release the old one; getters add none.
     void setBuildInterface(IBuildEnvironment *environment);
     void setExecutionInterface(IExecutionEnvironment *environment);
     [[nodiscard]] IBuildEnvironment *buildInterface() const { return m_buildInterface.get(); }
@@ -98,7 +99,7 @@ Q_SIGNALS: // the first folder is the parent, null for the root
 private:
     friend class ProjectFile;
     friend class ProjectFolder;
-    /// For the destructors of files and folders that still stand in a list: takes them out of all projects.
+    /// For the destructors of files and folders that are still in a list: removes them from all projects.
     static void forget(const ProjectFile *file);
     static void forget(const ProjectFolder *folder);
 
@@ -120,8 +121,8 @@ private:
     QString m_fileName;
     bool m_modified = false;
     bool m_openedOK = false;
-    bool m_batching = false;     ///< inside a move
-    bool m_batchPending = false; ///< m_modified changed inside it
+    bool m_batching = false;     ///< during a move
+    bool m_batchPending = false; ///< m_modified changed during a move
     QString m_buildEnvironment;
     QString m_buildEnvironmentName;
     QString m_buildEnvironmentOption;

@@ -4,20 +4,17 @@
 class Project;
 class ProjectFolder;
 
-/// The folders or the files of one parent, in the user's order. Owned are those that name this parent as theirs.
+/// The folders or the files of one parent, in the user's order. The parent owns those whose parent pointer names it.
 ///
-/// A child stands in one list, as a rule. Adding it twice, or taking it out of the wrong parent, is reported but not
-/// undone, so each child counts the lists that it stands in.
+/// Normally a child is in one list. Adding it twice, or removing it from the wrong parent, is reported but not
+/// prevented; therefore each child counts the lists that contain it.
 template <typename Child>
 class ProjectChildren
 {
 public:
     [[nodiscard]] const QList<Child *> &items() const { return m_items; }
-    /// The position of a child, -1 if it is not here; at once if it stands in no list at all.
-    [[nodiscard]] qsizetype find(const Child *child) const
-    {
-        return child->m_listings == 0 ? -1 : m_items.indexOf(child);
-    }
+    /// Searches only if the child is in some list.
+    [[nodiscard]] bool contains(const Child *child) const { return child->m_listings > 0 && m_items.contains(child); }
 
     void insert(Child *child, bool prepend = false)
     {
@@ -32,8 +29,8 @@ public:
     }
     void forget(const Child *dead) { m_items.removeAll(dead); }
 
-    /// Takes children out from the front until there is one that names this parent, for the caller to delete; null when
-    /// none is left.
+    /// Removes children from the front until one names this parent; the caller deletes that one. Null when none is
+    /// left.
     [[nodiscard]] Child *takeOwned(const ProjectFolder *folder, const Project *project)
     {
         while (!m_items.isEmpty()) {

@@ -1,5 +1,4 @@
 #include "projectfile.h"
-#include "modelpointer.h"
 #include "project.h"
 #include "projectpath.h"
 #include "projectxmlreader.h"
@@ -14,7 +13,6 @@ ProjectFile::ProjectFile(const QString &name, const QString &path) : m_path(path
 
 ProjectFile::~ProjectFile()
 {
-    ModelPointerBase::objectDeleted(this);
     if (m_listings > 0)
         Project::forget(this);
 }

@@ -3,7 +3,7 @@
 
 class ProjectFolder;
 
-/// A file of a project: its path and what is remembered about it. Projects hold many, so they are kept small.
+/// A file of a project: its path and its properties. A project may have many, so the size of this class matters.
 class ProjectFile
 {
 public:
@@ -17,13 +17,13 @@ public:
     [[nodiscard]] QString path() const { return m_path; }
     [[nodiscard]] ProjectProperties *properties() { return &m_properties; }
     [[nodiscard]] const ProjectProperties *properties() const { return &m_properties; }
-    [[nodiscard]] Project *project() const { return m_properties.project(); } ///< Null before it is put into one.
+    [[nodiscard]] Project *project() const { return m_properties.project(); } ///< Null before it is added to a project.
     [[nodiscard]] ProjectFolder *folder() const { return m_folder; }          ///< Null in the root of the project.
 
     void setProject(Project *project); ///< Null is ignored.
     void setFolder(ProjectFolder *folder) { m_folder = folder; }
 
-    void read(ProjectXmlReader &xml); ///< From the current element, whose end is read.
+    void read(ProjectXmlReader &xml); ///< Reads the current element and its end tag.
     void write(ProjectXmlWriter &xml) const;
 
 private:
@@ -33,6 +33,6 @@ private:
 
     QString m_path;
     ProjectFolder *m_folder = nullptr;
-    [[no_unique_address]] ProjectProperties m_properties; ///< also knows the project
-    quint32 m_listings = 0;                               ///< how often it stands in a list
+    [[no_unique_address]] ProjectProperties m_properties; ///< also stores the project
+    quint32 m_listings = 0;                               ///< the number of lists that contain it
 };

@@ -1,5 +1,4 @@
 #include "projectfolder.h"
-#include "modelpointer.h"
 #include "project.h"
 #include "projectfile.h"
 #include "projectxmlreader.h"
@@ -9,7 +8,7 @@ using namespace Qt::StringLiterals;
 
 ProjectFolder::~ProjectFolder()
 {
-    // Leaf by leaf and not level by level: a deep tree must not need a deep stack.
+    // Deletes single folders without recursion: a deep tree must not need a deep stack.
     std::vector<ProjectFolder *> branch{this};
     while (true) {
         ProjectFolder *folder = branch.back();
@@ -24,7 +23,6 @@ ProjectFolder::~ProjectFolder()
     }
     while (const ProjectFile *file = m_files.takeOwned(this, nullptr))
         delete file;
-    ModelPointerBase::objectDeleted(this);
     if (m_listings > 0)
         Project::forget(this);
 }
@@ -47,11 +45,11 @@ void ProjectFolder::addFolder(ProjectFolder *folder, bool prepend)
     VARNEL_ASSERT(folder);
     if (!folder)
         return;
-    VARNEL_ASSERT(m_folders.find(folder) == -1);
-    const bool isRing = folder->withSubfolders().contains(this);
+    VARNEL_ASSERT_TEXT(!m_folders.contains(folder), "m_folders.find(folder) == -1");
+    const bool isRing = wouldContainItself(folder, this);
     VARNEL_ASSERT(!isRing);
     if (isRing)
-        return; // nobody would come to the end of it
+        return; // a ring has no end
     insert(folder, prepend);
     if (m_project) {
         Q_EMIT m_project->folderAdded(this, folder);
@@ -64,7 +62,7 @@ void ProjectFolder::removeFolder(ProjectFolder *folder)
     VARNEL_ASSERT(folder);
     if (!folder)
         return;
-    VARNEL_ASSERT(m_folders.find(folder) >= 0);
+    VARNEL_ASSERT_TEXT(m_folders.contains(folder), "m_folders.find(folder) >= 0");
     if (m_folders.remove(folder))
         folder->setParent(nullptr);
     if (m_project) {
@@ -78,7 +76,7 @@ void ProjectFolder::addFile(ProjectFile *file)
     VARNEL_ASSERT(file);
     if (!file)
         return;
-    VARNEL_ASSERT(m_files.find(file) == -1);
+    VARNEL_ASSERT_TEXT(!m_files.contains(file), "m_files.find(file) == -1");
     insert(file);
     if (m_project) {
         Q_EMIT m_project->fileAdded(this, file);
@@ -91,7 +89,7 @@ void ProjectFolder::removeFile(ProjectFile *file)
     VARNEL_ASSERT(file);
     if (!file)
         return;
-    VARNEL_ASSERT(m_files.find(file) >= 0);
+    VARNEL_ASSERT_TEXT(m_files.contains(file), "m_files.find(file) >= 0");
     if (m_files.remove(file))
         file->setFolder(nullptr);
     if (m_project) {
@@ -187,4 +185,10 @@ void ProjectFolder::insert(ProjectFile *file)
     m_files.insert(file);
     file->setProject(m_project);
     file->setFolder(this);
+}
+
+/// Searches the lists below @p folder, because the parent pointers above @p target may not agree with them.
+bool wouldContainItself(ProjectFolder *folder, const ProjectFolder *target)
+{
+    return target && folder->withSubfolders().contains(target);
 }

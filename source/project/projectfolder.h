@@ -1,4 +1,5 @@
 #pragma once
+#include "modelpointer.h"
 #include "projectchildren.h"
 #include <QStringList>
 
@@ -6,11 +7,11 @@ class ProjectFile;
 class ProjectXmlReader;
 class ProjectXmlWriter;
 
-/// A logical folder of a project, with subfolders and files. It is not a directory on the disk.
-class ProjectFolder
+/// A logical folder of a project, with subfolders and files. It is not a directory on disk.
+class ProjectFolder : public ModelObject
 {
 public:
-    /// Files that nest folders deeper are refused: nobody makes them, and so everyone may walk folders recursively.
+    /// Files with folders nested more deeply are refused, so that all code may recurse into folders.
     static constexpr int MaximumDepth = 1000;
 
     ProjectFolder() = default;
@@ -20,15 +21,15 @@ public:
     Q_DISABLE_COPY_MOVE(ProjectFolder)
 
     [[nodiscard]] QString name() const { return m_name; }
-    /// Without dots. Those of a folder at the top level attract files that are added to the project.
+    /// Without dots. Files that are added to the project go to the first top-level folder with their extension.
     [[nodiscard]] QStringList extensions() const { return m_extensions; }
     [[nodiscard]] QList<ProjectFolder *> folders() const { return m_folders.items(); }
     [[nodiscard]] QList<ProjectFile *> files() const { return m_files.items(); }
-    [[nodiscard]] Project *project() const { return m_project; }     ///< Null before it is put into one.
+    [[nodiscard]] Project *project() const { return m_project; }     ///< Null before it is added to a project.
     [[nodiscard]] ProjectFolder *parent() const { return m_parent; } ///< Null at the top level.
-    [[nodiscard]] QList<ProjectFolder *> withSubfolders(); ///< This, then all below it, each ahead of its own.
+    [[nodiscard]] QList<ProjectFolder *> withSubfolders(); ///< Recursively; each folder before its subfolders.
 
-    /// These tell the project, if there is one, which emits its signals. Who takes a child out, owns it.
+    /// The project, if there is one, emits the signals. The caller owns a child that it removes.
     void addFolder(ProjectFolder *folder, bool prepend);
     void removeFolder(ProjectFolder *folder);
     void addFile(ProjectFile *file);
@@ -39,7 +40,7 @@ public:
     void setProject(Project *project); ///< For the whole subtree. Null is ignored.
     void setParent(ProjectFolder *parent) { m_parent = parent; }
 
-    void read(ProjectXmlReader &xml); ///< From the current element, whose end is read. Too deep is an error of @p xml.
+    void read(ProjectXmlReader &xml); ///< The current element with its end tag. Too deep nesting is an error of @p xml.
     void write(ProjectXmlWriter &xml) const;
 
 private:
@@ -56,5 +57,9 @@ private:
     ProjectChildren<ProjectFile> m_files;
     Project *m_project = nullptr;
     ProjectFolder *m_parent = nullptr;
-    quint32 m_listings = 0; ///< how often it stands in a list
+    quint32 m_listings = 0; ///< the number of lists that contain it
 };
+
+/// Whether @p folder cannot move into @p target because it is the target or contains it. A null target is the root of a
+/// project, which takes every folder.
+[[nodiscard]] bool wouldContainItself(ProjectFolder *folder, const ProjectFolder *target);

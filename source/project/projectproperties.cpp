@@ -1,15 +1,9 @@
 #include "projectproperties.h"
-#include "modelpointer.h"
 #include "project.h"
 #include "projectxmlreader.h"
 #include "projectxmlwriter.h"
 #include "varnelassert.h"
 using namespace Qt::StringLiterals;
-
-ProjectProperties::~ProjectProperties()
-{
-    ModelPointerBase::objectDeleted(this);
-}
 
 bool ProjectProperties::addConfiguration(const QString &name)
 {
@@ -29,7 +23,8 @@ bool ProjectProperties::removeConfiguration(const QString &name)
 
 QStringList ProjectProperties::propertyKeys(const QString &configuration)
 {
-    VARNEL_ASSERT(m_configurations.find(configuration) != m_configurations.end());
+    VARNEL_ASSERT_TEXT(m_configurations.contains(configuration),
+                       "m_configurations.find(configuration) != m_configurations.end()");
     return m_configurations[configuration].keys();
 }
 

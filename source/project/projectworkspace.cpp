@@ -10,12 +10,12 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// The paths that a workspace file lists, in its order; nothing if it is no XML.
+/// The paths in a workspace file, in its order; nothing if it is not XML.
 std::optional<QStringList> readPaths(const QByteArray &bytes)
 {
     QStringList paths;
     ProjectXmlReader xml(bytes);
-    xml.readNextStartElement(); // the root, whatever its tag
+    xml.readNextStartElement(); // the root, with any tag
     while (xml.readNextStartElement()) {
         if (xml.isAt("project"_L1))
             paths += xml.attribute("path"_L1);
@@ -40,7 +40,7 @@ ProjectWorkspace::~ProjectWorkspace()
 void ProjectWorkspace::deleteProjects()
 {
     m_current = -1;
-    std::exchange(m_projects, {}).clear(); // plug-ins that call back meanwhile find an empty list
+    std::exchange(m_projects, {}).clear(); // plug-ins that call back during deletion find an empty list
 }
 
 void ProjectWorkspace::setLocation(const QString &fileName)
@@ -153,7 +153,7 @@ void ProjectWorkspace::removeProject(const Project *project)
     m_projects.erase(m_projects.begin() + index);
     if (index < m_current || m_current == count())
         --m_current;
-    removed.reset(); // plug-ins that call back meanwhile find the list in order
+    removed.reset(); // plug-ins that call back during deletion find a consistent list
     setModified(true);
     if (wasCurrent)
         Q_EMIT currentProjectChanged();

@@ -6,8 +6,8 @@
 
 class Project;
 
-/// The projects that are open together, one of which is the current one. Its file (*.vnw) lists project files and no
-/// more. It owns its projects.
+/// The projects that are open together; one of them is the current one. Its file (*.vnw) contains only the list of
+/// project files. It owns its projects.
 class ProjectWorkspace : public QObject
 {
     Q_OBJECT
@@ -15,27 +15,27 @@ public:
     explicit ProjectWorkspace(const QString &fileName = {});
     ~ProjectWorkspace() override;
 
-    /// False if the file cannot be read or is no XML; the workspace is empty then. A project that could not be loaded
-    /// is in the list all the same, with openedOK() false. No signal tells of a load.
+    /// False if the file cannot be read or is not XML; then the workspace is empty. A project that could not be loaded
+    /// is in the list all the same, with openedOK() false. No signal is emitted.
     bool load(const QString &fileName);
-    /// Writes the list of projects, not the projects. False if the file cannot be written as a whole.
+    /// Writes the list of projects, not the projects. False if the file cannot be written completely.
     bool save();
 
     [[nodiscard]] QString fileName() const { return m_fileName; }
     [[nodiscard]] QString name() const { return m_name; } ///< The name of the file without its last suffix.
     [[nodiscard]] QString relativePath(const QString &path) const;
-    [[nodiscard]] bool isModified() const { return m_modified; } ///< Of the list; projects have marks of their own.
+    [[nodiscard]] bool isModified() const { return m_modified; } ///< Of the list; projects have their own marks.
     void setModified(bool modified);
 
     [[nodiscard]] int count() const { return int(m_projects.size()); }
-    [[nodiscard]] Project *project(int index) const; ///< Null, and a mistake, outside 0 to count() - 1.
+    [[nodiscard]] Project *project(int index) const; ///< Outside 0 to count() - 1: null, with a failed assertion.
     [[nodiscard]] Project *currentProject() const;   ///< Null if there are no projects.
     [[nodiscard]] int currentProjectIndex() const { return m_current; } ///< -1 if there are no projects.
     void setCurrentProject(int index);
     void setCurrentProject(const Project *project);
-    void addProject(Project *project);          ///< Makes it the current one and takes it over.
+    void addProject(Project *project);          ///< Owns it and makes it the current one.
     void removeProject(const Project *project); ///< Deletes it.
-    /// In the order of the list, but with the current project in front if it is among them.
+    /// In the order of the list, but the current project first if it contains the file.
     [[nodiscard]] QList<Project *> projectsContainingFile(const QString &path) const;
 
 public Q_SLOTS:
@@ -43,8 +43,8 @@ public Q_SLOTS:
 
 Q_SIGNALS:
     void currentProjectChanged();
-    void workspaceChanged(); ///< A project came or went.
-    /// A project became active or inactive. An inactive project is not the current one any more, if another is active.
+    void workspaceChanged(); ///< A project was added or removed.
+    /// A project became active or inactive. An inactive project does not stay current if there is an active one.
     void projectActivityChanged();
 
 private:

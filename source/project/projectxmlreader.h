@@ -9,17 +9,17 @@ public:
     explicit ProjectXmlReader(const QByteArray &bytes);
     explicit ProjectXmlReader(const QString &text);
 
-    /// One of @p attributes; null if it is missing, empty but not null if it is empty. It lives as long as they do.
+    /// One of @p attributes; null if it is missing, empty but not null if it is empty. Valid as long as @p attributes.
     [[nodiscard]] static QStringView valueOf(const QXmlStreamAttributes &attributes, QLatin1StringView name);
 
     [[nodiscard]] bool isAt(QLatin1StringView tag) const { return qualifiedName() == tag; }
     /// An attribute of the current element; the null string if it is missing.
     [[nodiscard]] QString attribute(QLatin1StringView name) const;
-    /// The same, for texts that come again and again: equal ones share their memory.
+    /// The same for frequent texts: equal ones share their memory.
     [[nodiscard]] QString sharedAttribute(QLatin1StringView name);
-    /// All text below the current element, whose end is read. Blanks between elements are not text.
+    /// All text in the current element; reads its end tag. White space between elements is not text.
     [[nodiscard]] QString elementText();
-    /// Reads what follows the root element. Returns whether the whole document is well-formed.
+    /// Reads the rest of the document after the root element. Returns whether the whole document is well-formed.
     [[nodiscard]] bool finish();
 
 private:

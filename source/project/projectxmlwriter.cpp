@@ -8,7 +8,7 @@ bool isBlank(QChar c)
     return c == u' ' || c == u'\t' || c == u'\n' || c == u'\r';
 }
 
-/// What stands for a character that cannot stand for itself; empty if it can.
+/// The reference for a character that must not be written itself; empty for all others.
 QLatin1StringView replacement(QChar c, bool inAttribute)
 {
     switch (c.unicode()) {
@@ -29,7 +29,7 @@ QLatin1StringView replacement(QChar c, bool inAttribute)
     }
 }
 
-/// Whether XML has no way to write the character at @p index, not even as a reference.
+/// Whether XML cannot represent the character at @p index, not even by a reference.
 bool isImpossible(QStringView text, qsizetype index)
 {
     const QChar c = text[index];
@@ -67,7 +67,7 @@ void ProjectXmlWriter::text(const QString &value)
     m_state = State::Text;
     QStringView rest = value;
     if (!rest.isEmpty() && std::all_of(rest.begin(), rest.end(), isBlank)) {
-        // Blanks alone would pass for indentation when they are read; a reference among them says that they are meant.
+        // White space alone would be read as indentation; one reference in it makes it text.
         m_xml += "&#x"_L1 + QString::number(rest.front().unicode(), 16) + u';';
         rest = rest.sliced(1);
     }
@@ -111,7 +111,7 @@ void ProjectXmlWriter::appendEscaped(QStringView text, bool inAttribute)
     for (qsizetype i = 0; i < text.size(); ++i) {
         const QChar c = text[i];
         if (c > u'>' && c < u'\xd800')
-            continue; // most of them
+            continue; // the frequent case
         if (const QLatin1StringView with = replacement(c, inAttribute); !with.isEmpty())
             replace(i, with);
         else if (c == u'>' && i >= 2 && text[i - 1] == u']' && text[i - 2] == u']')

@@ -2,26 +2,26 @@
 #include <QList>
 #include <QString>
 
-/// Writes the XML text of project and workspace files: one element a line, each level a blank further in, attributes in
-/// the order of the calls, so that equal models give equal bytes.
+/// Writes the XML text of project and workspace files: one element on each line, each level indented by one more blank,
+/// attributes in the order of the calls. Equal models give equal bytes.
 ///
-/// What XML would not give back is written as a character reference; what XML cannot hold at all (control characters,
-/// halves of surrogate pairs) becomes U+FFFD, so that a written file can always be read.
+/// Characters that XML readers would change are written as character references; characters that XML cannot represent
+/// (control characters, halves of surrogate pairs) become U+FFFD, so that a written file can always be read.
 class ProjectXmlWriter
 {
 public:
     void startElement(QLatin1StringView tag);
-    void attribute(QLatin1StringView name, const QString &value); ///< Of the element just started.
-    void text(const QString &value);                              ///< The only child of the element just started.
+    void attribute(QLatin1StringView name, const QString &value); ///< of the element just started
+    void text(const QString &value);                              ///< the only child of the element just started
     void endElement();
-    /// All that was written.
+    /// The complete text.
     [[nodiscard]] const QString &xml() const { return m_xml; }
 
 private:
     enum class State {
-        StartTag, ///< the start tag still lacks its ">"
-        Text,     ///< behind the text of an element
-        Children  ///< behind a child, or at the start
+        StartTag, ///< after a start tag without its ">"
+        Text,     ///< after the text of an element
+        Children  ///< after a child, or at the start
     };
     void closeStartTag();
     void indent();

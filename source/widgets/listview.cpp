@@ -9,7 +9,7 @@
 
 using namespace Qt::StringLiterals;
 
-/// Paints cells as their rows want it and watches the line edit of the cell that is being renamed.
+/// Calls the paint functions of the rows and watches the line edit of the cell that is being renamed.
 class ListViewDelegate : public QStyledItemDelegate
 {
 public:
@@ -52,7 +52,7 @@ protected:
         m_list->item(index)->initStyleOption(option, index.column());
     }
 
-    /// The toolkit commits what Return ends only after the event; here everything is done when a key is done.
+    /// The toolkit commits on Return only after the event; here all is done when the event was handled.
     bool eventFilter(QObject *, QEvent *event) override
     {
         switch (event->type()) {
@@ -94,7 +94,7 @@ private:
 };
 
 namespace {
-/// The rows to follow from the root to @p index: a deeper row comes after those that lead to it.
+/// The path of rows from the root to @p index, which sorts a deeper row after the rows above it.
 QVarLengthArray<int, 8> pathTo(QModelIndex index)
 {
     QVarLengthArray<int, 8> path;
@@ -194,7 +194,7 @@ ListView::ListView(QWidget *parent) : QTreeWidget(parent)
 
 ListView::~ListView()
 {
-    endRename(Reject); // its end would find half a list when the base class takes the editor down
+    endRename(Reject); // a later end would run with a partly destroyed list when the base class deletes the editor
 }
 
 ListViewItem *ListView::firstChild() const
@@ -289,7 +289,7 @@ void ListView::endRename(RenameAction action)
     const QString text = edit->text();
     const int column = m_renamed.column();
     ListViewItem *item = this->item(m_renamed);
-    m_renamed = QModelIndex(); // closing the editor takes its focus and comes back here
+    m_renamed = QModelIndex(); // closing the editor moves the focus, which calls this function again
     closeEditor(edit, QAbstractItemDelegate::NoHint);
     setEditable(item, false);
     if (action == Reject)
@@ -300,7 +300,7 @@ void ListView::endRename(RenameAction action)
 
 void ListView::keyboardSearch(const QString &text)
 {
-    if (text != " "_L1) // a blank selects and must not jump to a row that happens to begin with one
+    if (text != " "_L1) // a blank selects and must not start a search for a row that begins with a blank
         QTreeWidget::keyboardSearch(text);
 }
 
@@ -318,7 +318,7 @@ void ListView::keyPressEvent(QKeyEvent *event)
         return QTreeWidget::keyPressEvent(event);
     if (currentItem() && plain)
         Q_EMIT returnPressed(currentItem());
-    event->ignore(); // a dialog around the list has a default button
+    event->ignore(); // the default button of the dialog must not get the key
 }
 
 void ListView::contextMenuEvent(QContextMenuEvent *event)
@@ -343,7 +343,7 @@ void ListView::requestContextMenuOfCurrentItem()
     if (!current)
         return;
     if (!current->isSelected())
-        setCurrentItem(current, currentColumn()); // as a press of the mouse would
+        setCurrentItem(current, currentColumn()); // as a mouse press does
     ensureItemVisible(current);
     const QRect rect = itemRect(current);
     Q_EMIT contextMenuRequested(current, viewport()->mapToGlobal(QPoint(rect.center().x(), rect.bottom())),
@@ -352,6 +352,6 @@ void ListView::requestContextMenuOfCurrentItem()
 
 void ListView::setEditable(ListViewItem *item, bool editable)
 {
-    const QSignalBlocker blocker(this); // listeners to changes of items are told of changes that users see
+    const QSignalBlocker blocker(this); // signals about changed items report the user's changes only
     item->setFlags(item->flags().setFlag(Qt::ItemIsEditable, editable));
 }

@@ -24,7 +24,7 @@ QMessageBox::StandardButton showMessage(QMessageBox::Icon icon, QWidget *parent,
 {
     QMessageBox box(icon, caption, text, QMessageBox::NoButton, parent);
     box.setObjectName(u"messageBox"_s);
-    box.setTextFormat(Qt::PlainText); // names of files and projects are part of the texts
+    box.setTextFormat(Qt::PlainText); // the texts contain names of files and projects
     for (const auto button : buttons)
         box.addButton(button);
     box.setDefaultButton(buttons.first());

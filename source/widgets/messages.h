@@ -1,12 +1,12 @@
 #pragma once
 #include <QMessageBox>
 
-/// The caption of every message of the program, whatever the window's title says.
+/// The caption of every message of the program, independent of the window title.
 [[nodiscard]] QString messageCaption();
 
-/// Shows @p text with @p buttons in the given order, the first being the default, and returns the one pressed.
-/// Escape, and the end of the box without a button, stand for Cancel, No or Ok, whichever is there first, or else for
-/// the last one.
+/// Shows @p text with @p buttons in the given order, the first being the default, and returns the one that was pressed.
+/// If the box is closed by Escape or without a button, the result is the first of Cancel, No and Ok that is among the
+/// buttons, otherwise the last button.
 QMessageBox::StandardButton showMessage(QMessageBox::Icon icon, QWidget *parent, const QString &text,
                                         const QList<QMessageBox::StandardButton> &buttons = {QMessageBox::Ok},
                                         const QString &caption = messageCaption());

@@ -61,7 +61,7 @@ void PopupMenu::removeItemAt(int index)
         return;
     removeAction(action);
     if (action->parent() == this)
-        action->deleteLater(); // its command may be rebuilding this menu; the UI file's actions belong to the window
+        action->deleteLater(); // its command may be rebuilding this menu; actions of the UI file belong to the window
 }
 
 void PopupMenu::removeLastItem()

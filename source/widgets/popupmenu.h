@@ -2,9 +2,9 @@
 #include <functional>
 #include <QMenu>
 
-/// A menu in which some items carry an id: those that were inserted by code and come and go while the program runs.
+/// A menu in which some items have an id: those that code inserts and removes while the program runs.
 ///
-/// Ids count from 0. Items that come from actions of the UI file, and separators, have none.
+/// Ids count from 0. Actions of the UI file, and separators, have no id.
 class PopupMenu : public QMenu
 {
     Q_OBJECT
@@ -14,13 +14,13 @@ public:
 
     explicit PopupMenu(QWidget *parent = nullptr);
 
-    /// Inserts an item with the id @p id before position @p index, or at the end for -1. Choosing it calls
-    /// @p activated with the id.
+    /// Inserts an item with the id @p id before position @p index, or at the end for -1. If the user chooses it, @p
+    /// activated is called with the id.
     QAction *insertItem(const QString &text, int id, Activated activated, int index = -1);
     /// Inserts a separator before position @p index, or at the end for -1.
     void insertSeparatorAt(int index = -1);
 
-    /// The id of the item at @p index, NoId for an item without one or a position outside the menu.
+    /// The id of the item at @p index; NoId for an item without an id or a position outside the menu.
     [[nodiscard]] int idAt(int index) const;
     /// The item with the id @p id, null if there is none.
     [[nodiscard]] QAction *item(int id) const;

@@ -2,31 +2,6 @@
 #include <QPainter>
 #include <QStyleOptionViewItem>
 
-ProjectTreeItem::ProjectTreeItem(ListView *list, ListViewItem *after, const QString &text, void *data, Deleter deleter,
-                                 int rtti, bool sortByText, const QIcon &closedPixmap, const QIcon &openPixmap)
-    : ListViewItem(list, after, text, rtti)
-    , m_closedPixmap(closedPixmap)
-    , m_openPixmap(openPixmap)
-    , m_data(data)
-    , m_deleter(deleter)
-    , m_sortByText(sortByText)
-{
-    setIcon(0, closedPixmap);
-}
-
-ProjectTreeItem::ProjectTreeItem(ListViewItem *parent, ListViewItem *after, const QString &text, void *data,
-                                 Deleter deleter, int rtti, bool sortByText, const QIcon &closedPixmap,
-                                 const QIcon &openPixmap)
-    : ListViewItem(parent, after, text, rtti)
-    , m_closedPixmap(closedPixmap)
-    , m_openPixmap(openPixmap)
-    , m_data(data)
-    , m_deleter(deleter)
-    , m_sortByText(sortByText)
-{
-    setIcon(0, closedPixmap);
-}
-
 ProjectTreeItem::~ProjectTreeItem()
 {
     if (m_deleter)
@@ -43,7 +18,7 @@ bool ProjectTreeItem::operator<(const QTreeWidgetItem &other) const
 {
     if (type() != other.type())
         return type() < other.type();
-    // Neither goes before the other if not by text, and the toolkit's sorting is stable.
+    // Rows that are not sorted by text keep their order, because the toolkit's sorting is stable.
     return m_sortByText && text(0).localeAwareCompare(other.text(0)) < 0;
 }
 

@@ -2,24 +2,32 @@
 #include "listview.h"
 #include <QIcon>
 
-/// A row that stands for an object: with a picture for closed and one for open, and with the object itself. Rows of
-/// smaller rtti go first; rows of equal rtti keep their order or, if made so, go by their text.
+/// A row that represents an object: with one picture for closed and one for open. Rows with a smaller rtti are sorted
+/// first; rows of equal rtti keep their order or, if sortByText was given, are sorted by their text.
 class ProjectTreeItem : public ListViewItem
 {
 public:
     using Deleter = void (*)(void *);
-    /// The Deleter for a row that owns an object made by `new T`.
+    /// The Deleter of a row that owns an object created by `new T`.
     template <typename T>
     static void destroy(void *data)
     {
         delete static_cast<T *>(data);
     }
 
-    /// @p deleter is null if somebody else owns @p data.
-    ProjectTreeItem(ListView *list, ListViewItem *after, const QString &text, void *data, Deleter deleter, int rtti,
-                    bool sortByText, const QIcon &closedPixmap = {}, const QIcon &openPixmap = {});
-    ProjectTreeItem(ListViewItem *parent, ListViewItem *after, const QString &text, void *data, Deleter deleter,
-                    int rtti, bool sortByText, const QIcon &closedPixmap = {}, const QIcon &openPixmap = {});
+    /// @p parent is a ListView or the row above. @p deleter is null if the row does not own @p data.
+    template <typename Parent>
+    ProjectTreeItem(Parent *parent, ListViewItem *after, const QString &text, void *data, Deleter deleter, int rtti,
+                    bool sortByText, const QIcon &closedPixmap = {}, const QIcon &openPixmap = {})
+        : ListViewItem(parent, after, text, rtti)
+        , m_closedPixmap(closedPixmap)
+        , m_openPixmap(openPixmap)
+        , m_data(data)
+        , m_deleter(deleter)
+        , m_sortByText(sortByText)
+    {
+        setIcon(0, closedPixmap);
+    }
     ~ProjectTreeItem() override;
     Q_DISABLE_COPY_MOVE(ProjectTreeItem)
 
@@ -34,7 +42,7 @@ public:
     void setGrid(bool grid) { m_grid = grid; }                         ///< Lines below and to the right of each cell.
     void setBold(bool bold) { m_bold = bold; }                         ///< Column 0 only.
     void setItalic(bool italic) { m_italic = italic; }                 ///< Column 0 only.
-    void setBackground(bool background) { m_background = background; } ///< Whether backgroundColor() counts.
+    void setBackground(bool background) { m_background = background; } ///< Whether backgroundColor() is used.
     [[nodiscard]] bool isBold() const { return m_bold; }
     [[nodiscard]] bool isItalic() const { return m_italic; }
 
@@ -45,7 +53,7 @@ public:
     [[nodiscard]] bool paintsBranches() const override { return m_paintBranches; }
 
 protected:
-    [[nodiscard]] virtual QColor backgroundColor() const; ///< The list's own, unless overridden.
+    [[nodiscard]] virtual QColor backgroundColor() const; ///< That of the list, unless overridden.
 
 private:
     QIcon m_closedPixmap;

@@ -8,7 +8,7 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-/// The toolkit takes "*.*" by the letter, the user means every file.
+/// The toolkit takes "*.*" literally, but it means every file here.
 void widenFilter(const QFileDialog &dialog)
 {
     auto *files = dialog.findChild<QFileSystemModel *>();
@@ -16,7 +16,7 @@ void widenFilter(const QFileDialog &dialog)
         files->setNameFilters(files->nameFilters().replaceInStrings(u"*.*"_s, u"*"_s));
 }
 
-/// The dialogs are the toolkit's own everywhere, so that whoever drives the program finds them by name.
+/// Always the toolkit's own dialog, so that automation finds it by its object name.
 QStringList ask(QWidget *parent, const FileQuestion &question, QFileDialog::AcceptMode accept,
                 QFileDialog::FileMode mode)
 {
@@ -26,6 +26,8 @@ QStringList ask(QWidget *parent, const FileQuestion &question, QFileDialog::Acce
     dialog.setAcceptMode(accept);
     dialog.setFileMode(mode);
     QObject::connect(&dialog, &QFileDialog::filterSelected, &dialog, [&dialog] { widenFilter(dialog); });
+    if (!question.selectedFilter.isEmpty())
+        dialog.selectNameFilter(question.selectedFilter);
     widenFilter(dialog);
     return dialog.exec() == QDialog::Accepted ? dialog.selectedFiles() : QStringList();
 }
@@ -36,7 +38,7 @@ std::optional<QString> askForText(QWidget *parent, const QString &label, const Q
     QInputDialog dialog(parent);
     dialog.setObjectName(u"inputDialog"_s);
     dialog.setWindowTitle(messageCaption());
-    dialog.setLabelText(QString(label).replace(u'&', u"&&"_s)); // names are part of the labels
+    dialog.setLabelText(QString(label).replace(u'&', u"&&"_s)); // the label may contain names
     dialog.findChild<QLabel *>()->setTextFormat(Qt::PlainText);
     dialog.setTextValue(text);
     if (dialog.exec() == QDialog::Rejected)
@@ -57,4 +59,9 @@ QString askForOpenFile(QWidget *parent, const FileQuestion &question)
 QString askForSaveFile(QWidget *parent, const FileQuestion &question)
 {
     return ask(parent, question, QFileDialog::AcceptSave, QFileDialog::AnyFile).value(0);
+}
+
+QString askForDirectory(QWidget *parent, const FileQuestion &question)
+{
+    return ask(parent, question, QFileDialog::AcceptOpen, QFileDialog::Directory).value(0);
 }

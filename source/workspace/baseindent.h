@@ -9,13 +9,14 @@ public:
     void indent(QTextDocument *document, QTextBlock block, int *oldIndent = nullptr, int *newIndent = nullptr) override;
 
 protected:
-    /// The columns of white space that @p text starts with, 0 if it holds nothing else. A tab counts tabSize().
+    /// The width in columns of the white space at the start of @p text, 0 if there is nothing else. A tab is tabSize()
+    /// wide.
     [[nodiscard]] int indentation(const QString &text) const;
-    /// Replaces the white space that @p block starts with by @p *newIndent columns of it, written as keepTabs() tells.
-    /// @p *oldIndent becomes the number of characters taken away, @p *newIndent that of the new ones. A line of nothing
-    /// but white space keeps one blank behind the new.
+    /// Replaces the white space at the start of @p block by @p *newIndent columns of it, with tabs if keepTabs(). Sets
+    /// @p *oldIndent to the number of characters removed and @p *newIndent to the number inserted. A line that contains
+    /// only white space keeps one blank after the new indentation.
     void setIndent(const QTextBlock &block, int *oldIndent, int *newIndent) const;
 };
 
-/// The white space for @p columns columns: blanks, or with @p keepTabs tabs of @p tabSize columns and then blanks.
+/// White space @p columns wide: blanks, or with @p keepTabs tabs of @p tabSize columns, then blanks.
 [[nodiscard]] QString indentText(int columns, int tabSize, bool keepTabs);

@@ -46,7 +46,7 @@ BracketSearch::State BracketSearch::advance(int paragraphs)
     return m_state;
 }
 
-/// Looks at the line's brackets from the present one on.
+/// Checks the brackets of the line from the current one on.
 void BracketSearch::searchParagraph()
 {
     const QList<ParenEntry> &entries = paragDataOf(m_block)->parenList;

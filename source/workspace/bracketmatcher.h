@@ -3,24 +3,23 @@
 #include <QTextBlock>
 class QTextCursor;
 
-/// A search for the partner of a bracket, which can be made in pieces. It ends unsuccessfully when the text changes:
-/// whoever drives it must drop it then.
+/// A search for the partner of a bracket, which can run in steps. The caller must drop it when the text changes.
 class BracketSearch
 {
 public:
-    /// Brings the bracket list of a line up to date.
+    /// Updates the bracket list of a line.
     using Prepare = std::function<void(const QTextBlock &)>;
     enum State { Failed, Searching, Found };
 
-    BracketSearch() = default; ///< failed already
+    BracketSearch() = default; ///< finished without a result
     BracketSearch(const QTextBlock &block, int position, bool forward, Prepare prepare);
 
-    /// Goes through up to @p paragraphs lines.
+    /// Searches up to @p paragraphs lines.
     State advance(int paragraphs);
     [[nodiscard]] State state() const { return m_state; }
-    /// Position of the opening bracket of a pair that was found.
+    /// Position of the opening bracket of the pair found.
     [[nodiscard]] int open() const { return std::min(m_from, m_to); }
-    /// Position just behind its closing bracket.
+    /// Position after its closing bracket.
     [[nodiscard]] int close() const { return std::max(m_from, m_to) + 1; }
 
 private:
@@ -31,20 +30,20 @@ private:
     QTextBlock m_block;
     bool m_forward = true;
     QChar m_character;
-    qsizetype m_entry = -1; ///< of the line's bracket list, to be looked at next; -1 for the first or last
+    qsizetype m_entry = -1; ///< index of the next entry in the line's bracket list; -1 for the first or last
     int m_depth = 0;
     int m_from = -1;
     int m_to = -1;
 };
 
-/// Decides which bracket at a cursor has its partner searched for.
+/// Selects the bracket at a cursor whose partner is searched for.
 class BracketMatcher
 {
 public:
     void setEnabled(bool enabled) { m_enabled = enabled; }
     [[nodiscard]] bool isEnabled() const { return m_enabled; }
 
-    /// Begins the search from an opening bracket at the cursor, or else from a closing one before it.
+    /// Starts the search at an opening bracket after the cursor, or else at a closing one before it.
     [[nodiscard]] BracketSearch begin(const QTextCursor &cursor, BracketSearch::Prepare prepare) const;
 
 private:

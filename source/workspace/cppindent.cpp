@@ -8,26 +8,26 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-constexpr int ContinuationIndentSize = 8; // columns, whatever the tab size
-constexpr int CommentOffset = 2;          // columns from a bare "/*" to the text of its comment
+constexpr int ContinuationIndentSize = 8; // columns, for any tab size
+constexpr int CommentOffset = 2;          // columns from "/*" alone on a line to the text of its comment
 constexpr int BigRoof = 400;              // lines searched back for the start of a comment
 constexpr int SmallRoof = 40;             // lines searched back in all other scans
 
 constexpr auto Usual = QRegularExpression::DotMatchesEverythingOption | QRegularExpression::UseUnicodePropertiesOption;
 constexpr auto Minimal = Usual | QRegularExpression::InvertedGreedinessOption;
 
-// Where the reader stands: a value, so that a look further up can be taken back.
+// The position of the reader: a value, so that a scan further up can be undone by assignment.
 struct LinizerState
 {
     QString line;                  ///< the current line, cleaned
-    int braceDepth = 0;            ///< right braces less left ones since the start
+    int braceDepth = 0;            ///< right braces minus left ones since the start
     bool leftBraceFollows = false; ///< the line below the current one begins with "{"
     int iter;                      ///< number of the current line
     bool inCComment = false;
-    bool pendingRightBrace = false; ///< the "}" of a "} else" is still to be counted
+    bool pendingRightBrace = false; ///< the "}" of a "} else", not counted yet
 };
 
-// Brackets met on the way up that still lack their partner.
+// Brackets found on the way up whose partners were not found yet.
 struct Depths
 {
     int brace = 0;
@@ -56,7 +56,7 @@ QChar lastParen(const QString &text)
     return found != text.rend() ? *found : QChar();
 }
 
-// Columns must stay where they were, so tabs stay.
+// Columns must not change, so tabs are kept.
 void eraseChars(QString &text, qsizetype start, qsizetype length, QChar ch)
 {
     for (qsizetype k = start; k < start + length; ++k) {
@@ -71,7 +71,7 @@ void eraseMatches(QString &text, const QRegularExpression &expression, QChar ch)
         eraseChars(text, match.capturedStart(), match.capturedLength(), ch);
 }
 
-// Finds the column of one line from the shape of the lines above it, which are read upward.
+// Finds the column of one line from the lines above it, which are read upward.
 class Indenter
 {
 public:
@@ -157,7 +157,7 @@ int Indenter::indentOfLine(const QString &text) const
     return columnBehind(text, 0, 0);
 }
 
-// The column of the first character at or behind index that is not blank.
+// The column of the first non-blank character at or after index.
 int Indenter::columnBehind(const QString &text, qsizetype index, int otherwise) const
 {
     const auto found = std::find_if_not(text.begin() + index, text.end(), isBlank);
@@ -180,7 +180,7 @@ QString Indenter::trimmedCodeLine(QString text) const
     return comment < 0 ? text : text.first(comment);
 }
 
-// Steps up to the next line that holds code. Returns false, with an empty line, at the start of the text.
+// Moves up to the next line that contains code. Returns false, with an empty line, at the start of the text.
 bool Indenter::readLine()
 {
     m_state.leftBraceFollows = firstNonBlank(m_state.line) == u'{';
@@ -222,8 +222,8 @@ void Indenter::eraseCComment()
     }
 }
 
-// Upward, a right brace opens. The one of a "} else" counts a line late, which keeps the "if" and its "else" at one
-// depth.
+// Reading upward, a right brace opens a block. That of a "} else" is counted one line later, so that the "if" and its
+// "else" have the same depth.
 void Indenter::countBraces()
 {
     m_state.braceDepth += int(m_state.line.count(u'}') - m_state.line.count(u'{'));
@@ -258,8 +258,8 @@ int Indenter::indentWhenBottomLineStartsInCComment() const
     return columnBehind(m_state.line, start + 2, columnForIndex(m_state.line, start) + CommentOffset);
 }
 
-// Whether the current line ends the head of a control statement without a brace, such as "if ( x )". Leaves the reader
-// on the line with the keyword then, else anywhere.
+// Whether the current line ends the head of a control statement without a brace, such as "if ( x )". If so, the reader
+// is then on the line with the keyword, otherwise on any line.
 bool Indenter::matchBracelessControlStatement()
 {
     if (m_state.line.endsWith(u"else"))
@@ -276,7 +276,7 @@ bool Indenter::matchBracelessControlStatement()
     return false;
 }
 
-// Scans the current line from its end for the parenthesis that opens the head; no answer if it stands further up.
+// Scans the current line from its end for the parenthesis that opens the head; no result if it is further up.
 std::optional<bool> Indenter::findControlKeyword(int &depth) const
 {
     const QString &line = m_state.line;
@@ -287,7 +287,7 @@ std::optional<bool> Indenter::findControlKeyword(int &depth) const
         else if (ch == u'(' && --depth == 0 && m_iflikeKeyword.match(line).hasMatch())
             return true;
         else if (depth == -1 || ch == u'{' || ch == u'}' || (ch == u';' && depth == 0))
-            return false; // a semicolon inside parentheses is that of a "for"
+            return false; // a semicolon inside parentheses belongs to a "for"
     }
     return std::nullopt;
 }
@@ -301,7 +301,7 @@ bool Indenter::isUnfinishedLine()
     bool unfinished = false;
     if (last != u'{' && last != u'}' && last != u';')
         unfinished = !m_state.line.contains(u"Q_OBJECT") && !matchBracelessControlStatement();
-    else if (last == u';') // perhaps of a "for" head that goes over several lines
+    else if (last == u';') // may belong to a "for" head of several lines
         unfinished = lastParen(m_state.line) == u'('
                      || (readLine() && m_state.line.endsWith(u';') && lastParen(m_state.line) == u'(');
     m_state = saved;
@@ -322,7 +322,7 @@ void Indenter::readToStartOfContinuation()
         readLine();
 }
 
-// An "=" aligns what follows it, but not where it is part of an operator, of a list of initialisers or of a "for".
+// The code after an "=" is aligned with it, unless it is part of an operator, of a list of initialisers or of a "for".
 bool Indenter::isAssignment(qsizetype index) const
 {
     const QString &line = m_state.line;
@@ -330,7 +330,7 @@ bool Indenter::isAssignment(qsizetype index) const
            && !line.endsWith(u',') && line.count(u'(') == line.count(u')');
 }
 
-// The position in the current line, seen from its end, of the character that the next line is aligned behind, or -1.
+// The position in the current line, searched from its end, of the character to which the next line is aligned, or -1.
 qsizetype Indenter::findHook(Depths &depths) const
 {
     const QString &line = m_state.line;
@@ -382,7 +382,7 @@ int Indenter::indentForStandaloneLine()
         }
         if (m_state.line.endsWith(u';') || m_state.line.contains(u'{')) {
             readToStartOfStatement();
-            if (QStringView(m_state.line).trimmed().size() > 1) // a lone brace may stand anywhere
+            if (QStringView(m_state.line).trimmed().size() > 1) // a brace alone on its line may be at any column
                 return indentOfLine(m_state.line) - m_state.braceDepth * m_indentSize;
         }
         if (!readLine())
@@ -391,8 +391,8 @@ int Indenter::indentForStandaloneLine()
     return 0;
 }
 
-// From the end of a statement to the line that it started on: over blocks, and over the control statements that it was
-// the body of.
+// Moves from the end of a statement to the line where it starts: over blocks, and over the control statements whose
+// body it is.
 void Indenter::readToStartOfStatement()
 {
     while (m_state.braceDepth > 0 && readLine()) {

@@ -60,7 +60,7 @@ bool DisassemblerDocument::open(const QString &filename)
     if (!isDisassemblyName(filename))
         return false;
     m_filename = filename;
-    m_name = filename.section(u':', 2, 2);
+    m_name = processorOfDisassembly(filename);
     m_key = keyOfDisassembly(filename);
     const auto environment = shareInterface(m_key ? environmentOfKey(m_key) : nullptr);
     m_disassembly = queryInterface<IDisassembly>(environment.get());
@@ -133,12 +133,12 @@ QStringList DisassemblerDocument::para(int index)
 
 int DisassemblerDocument::lineOf(int para) const
 {
-    return int(m_lowAddress + uint(para) + 1);
+    return lineOfAddress(m_lowAddress + uint(para));
 }
 
 int DisassemblerDocument::paraOf(int line) const
 {
-    return paraOfAddress(uint(line) - 1);
+    return paraOfAddress(addressOfLine(line));
 }
 
 /// The region names addresses by 32 bits; those of a larger processor all have the same upper half there.

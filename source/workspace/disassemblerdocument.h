@@ -8,7 +8,7 @@
 /// The instructions that an execution environment has in its first region of memory, a paragraph for each address: the
 /// source lines of an address, if there are any, and the instruction. An address without an instruction has no lines.
 ///
-/// Lines that the rest of the program names are addresses plus 1.
+/// The rest of the program names an address by a line, see lineOfAddress().
 class DisassemblerDocument : public Document, public IParaSource
 {
     Q_OBJECT

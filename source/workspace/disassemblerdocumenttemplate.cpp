@@ -1,7 +1,7 @@
 #include "disassemblerdocumenttemplate.h"
 #include "disassemblerdocument.h"
 #include "disassemblerview.h"
-#include "environmentkey.h"
+#include "programplace.h"
 
 DisassemblerDocumentTemplate::DisassemblerDocumentTemplate(const QString &name, const QString &description,
                                                            const QIcon &icon, const FormatTable *formats,

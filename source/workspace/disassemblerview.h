@@ -29,7 +29,7 @@ public:
     using View::update;
     void update(View *source, bool full) override;
 
-    // Lines are addresses plus 1; those outside the document are ignored.
+    // A line is that of an address, see lineOfAddress(); lines outside the document are ignored.
     void setMarker(int line, int mask, bool on, bool alternate) override;
     void clearMarkers(int mask) override;
     [[nodiscard]] bool hasMarker(int line, int mask) override;

@@ -4,20 +4,20 @@
 class Document;
 class View;
 
-/// One kind of document: says which file names it opens, and makes its documents and views.
+/// One kind of document: decides which file names it opens, and creates its documents and views.
 class DocumentTemplate : public QObject
 {
     Q_OBJECT
 public:
-    /// @p name, @p description and @p icon are what the new-file dialog shows.
+    /// The new-file dialog shows @p name, @p description and @p icon.
     DocumentTemplate(const QString &name, const QString &description, const QIcon &icon, QObject *parent = nullptr);
 
     /// Whether new files of this kind are offered.
     [[nodiscard]] virtual bool canCreate();
     [[nodiscard]] virtual bool canOpen(const QString &filename) = 0;
-    /// A new empty document, owned by the caller until it is given a view.
+    /// A new empty document. The caller owns it until it has a view.
     [[nodiscard]] virtual Document *createDocument() = 0;
-    /// A new view on @p document without a parent, bearing the template's icon.
+    /// A new view of @p document without a parent, with the template's icon.
     [[nodiscard]] virtual View *createView(Document *document) = 0;
     /// The default extension of new files, without a dot.
     [[nodiscard]] virtual QString extension() = 0;

@@ -9,8 +9,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 constexpr qsizetype PieceSize = 16 << 20;     ///< bytes
-constexpr qsizetype LineLength = 100;         ///< characters told of a line
-constexpr qsizetype LastLineLength = 100'000; ///< of a line that ends the file: all that a window can show
+constexpr qsizetype LineLength = 100;         ///< characters reported of a line
+constexpr qsizetype LastLineLength = 100'000; ///< of the last line without a line end: as much as a window can show
 
 /// "*.*" means every file, with or without a dot.
 QStringList nameFilters(const QString &mask)
@@ -22,18 +22,18 @@ QStringList nameFilters(const QString &mask)
     return filters;
 }
 
-/// What is told of the line from @p start to @p end, which is -1 if no line end follows.
+/// The reported text of the line from @p start to @p end, which is -1 if no line end follows.
 QString lineText(const TextPiece &piece, qsizetype start, qsizetype end)
 {
     const QString &text = piece.text;
     if (end >= 0)
         return text.mid(start, std::min(end - start, LineLength));
-    const bool isLast = piece.isEnd && !text.contains(QChar(u'\0')); // what is binary has no lines to speak of
+    const bool isLast = piece.isEnd && !text.contains(QChar(u'\0')); // a binary file has no lines
     return text.mid(start, isLast ? LastLineLength : LineLength);
 }
 } // namespace
 
-/// Lines that were found one after the other.
+/// The matches of consecutive lines.
 class FileSearcher::FoundEvent : public QEvent
 {
 public:
@@ -139,7 +139,7 @@ void FileSearcher::searchPiece(const QString &path, const TextPiece &piece, int 
     qsizetype lastLineStart = 0;
     for (qsizetype pos = m_pattern->find(piece, 0, m_running); pos >= 0;) {
         if (pos == text.size() && !piece.isEnd)
-            return; // the line is the next piece's
+            return; // the line belongs to the next piece
         const qsizetype lineStart = pos == 0 ? 0 : text.lastIndexOf(u'\n', pos - 1) + 1;
         line += int(QStringView(text).sliced(lastLineStart, lineStart - lastLineStart).count(u'\n'));
         lastLineStart = lineStart;
@@ -171,7 +171,7 @@ void FileSearcher::postFinished()
     postNext();
 }
 
-/// Called with the mutex held.
+/// Called with the mutex locked.
 void FileSearcher::postNext()
 {
     if (m_underWay || m_waiting.empty())
@@ -184,7 +184,7 @@ void FileSearcher::postNext()
     QCoreApplication::postEvent(this, event.release());
 }
 
-// The window's side -------------------------------------------------------
+// User-interface thread ---------------------------------------------------
 
 bool FileSearcher::event(QEvent *event)
 {

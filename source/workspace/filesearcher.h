@@ -10,10 +10,10 @@ class QThread;
 class SearchPattern;
 struct TextPiece;
 
-/// Looks for a text in the files of a folder, on a thread of its own.
+/// Searches the files of a folder for a text, in a thread of its own.
 ///
-/// The worker sends events to this object, one at a time: what it finds while one is under way waits, and goes together
-/// with the next. So the window keeps up however much is found, and the worker never waits for it.
+/// The worker posts events to this object, one at a time: matches that it finds while one is pending are added to the
+/// next event. Therefore many matches do not block the window, and the worker never waits for it.
 class FileSearcher : public QObject
 {
     Q_OBJECT
@@ -22,20 +22,22 @@ public:
     static constexpr auto FinishedEvent = QEvent::Type(1001);
 
     explicit FileSearcher(QObject *parent = nullptr);
-    ~FileSearcher() override; ///< stops a search that runs
+    ~FileSearcher() override; ///< stops a running search
 
-    /// Searches the files of @p folder whose names match @p mask, wildcards parted by ";" or else by blanks, and if
-    /// @p recursive those of the folders below. With @p wholeWord the text is taken as a regular expression between two
-    /// word boundaries. Hidden files and folders are left out, and a folder that links lead to is searched once.
+    /// Searches the files of @p folder whose names match @p mask (wildcards separated by ";" or else by blanks) and, if
+    /// @p recursive, those of the folders below. With @p wholeWord the text is a regular expression between two word
+    /// boundaries. Hidden files and folders are skipped, and a folder that is reached through several links is searched
+    /// once.
     void start(const QString &text, const QString &mask, const QString &folder, bool caseSensitive, bool wholeWord,
                bool recursive, bool regExp);
-    /// Ends the search and waits for its thread. What it has found by then is still told later, finished() included.
+    /// Ends the search and waits for its thread. The matches found until then are still reported later, with
+    /// finished().
     void stop();
     [[nodiscard]] bool isRunning() const;
 
 Q_SIGNALS:
-    /// The first match of a line. Lines count from 1. @p text is the line, cut to 100 characters; one that ends a text
-    /// file without a line end is told whole, up to 100,000.
+    /// The first match of a line. Lines count from 1. @p text is the line, cut to 100 characters; the last line of a
+    /// text file, if it has no line end, has up to 100,000.
     void matchFound(const QString &filename, int line, const QString &text);
     void finished();
 
@@ -68,11 +70,11 @@ private:
     std::atomic<bool> m_running = false;
     std::unique_ptr<QThread> m_thread;
 
-    std::unique_ptr<SearchPattern> m_pattern; ///< this and the next belong to the worker
+    std::unique_ptr<SearchPattern> m_pattern; ///< this and the next are used by the worker only
     QSet<QString> m_visited;                  ///< folders, by their canonical paths
 
-    QMutex m_mutex; ///< guards what follows
+    QMutex m_mutex; ///< protects the members below
     std::deque<std::unique_ptr<QEvent>> m_waiting;
-    FoundEvent *m_open = nullptr; ///< the last that waits, if it takes more matches
+    FoundEvent *m_open = nullptr; ///< the last pending event, if it can take more matches
     bool m_underWay = false;
 };

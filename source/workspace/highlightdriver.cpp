@@ -6,9 +6,9 @@
 
 namespace {
 constexpr int IdleSlice = 1;           // milliseconds
-constexpr int QuietTime = 200;         // milliseconds behind an edit: nobody who types is to wait for a slice
-constexpr int BlocksBetweenLooks = 16; // at the clock
-constexpr int MostChangedBlocks = 100; // run at once: about what is on screen after a paste
+constexpr int QuietTime = 200;         // milliseconds after an edit: typing must not wait for a slice
+constexpr int BlocksBetweenLooks = 16; // between two looks at the clock
+constexpr int MostChangedBlocks = 100; // highlighted at once: about one screen after a paste
 } // namespace
 
 HighlightDriver::HighlightDriver(QTextDocument *document, SyntaxHighlighter *highlighter, QObject *parent)
@@ -60,7 +60,7 @@ void HighlightDriver::slotContentsChange(int from, int removed, int added)
     const int first = m_document->findBlock(from).blockNumber();
     const int last = end.isValid() ? end.blockNumber() : m_blockCount - 1;
     shiftRanges(first, last - inserted, inserted);
-    const int other = removed > 0 ? 1 : 0; // the block behind a removal may have lost the one whose end state it used
+    const int other = removed > 0 ? 1 : 0; // the block after a removal may have lost the block whose end state it used
     const Range changed{first, std::min(last + other, m_blockCount - 1)};
     addRange(changed);
     if (m_due.front().first == first)
@@ -69,7 +69,7 @@ void HighlightDriver::slotContentsChange(int from, int removed, int added)
         m_idle.start(QuietTime, this);
 }
 
-// Blocks first to oldLast became first to oldLast + inserted.
+// Blocks first to oldLast became blocks first to oldLast + inserted.
 void HighlightDriver::shiftRanges(int first, int oldLast, int inserted)
 {
     for (Range &range : m_due) {

@@ -7,32 +7,32 @@
 class QTextDocument;
 class SyntaxHighlighter;
 
-/// Runs a highlighter over one document, as late as can be: changed lines at once, lines on screen before they are
-/// painted, all others in slices of a millisecond while the program has nothing else to do and nobody types.
+/// Runs a highlighter over one document as late as possible: changed lines at once, visible lines before they are
+/// painted, all others in slices of one millisecond while the program is idle and the user does not type.
 ///
-/// A changed end state marks the next line; the lines below are reached one by one, and only as far as their states
-/// change too. So an edit costs the same anywhere in a document of any size.
+/// A changed end state marks the next line; the lines below follow one by one as long as their states change too. So
+/// the cost of an edit does not depend on its place or on the size of the document.
 class HighlightDriver : public QObject
 {
     Q_OBJECT
 public:
-    /// Neither the document nor the highlighter is owned; both must outlive the driver. The whole document is due at
-    /// first.
+    /// Owns neither the document nor the highlighter; both must outlive the driver. Initially the whole document is
+    /// due.
     HighlightDriver(QTextDocument *document, SyntaxHighlighter *highlighter, QObject *parent = nullptr);
 
-    /// Brings @p block and everything above it up to date: before its formats are painted or its brackets are read.
-    /// Costs nothing where that is so already. Not for use within an edit block of a cursor.
+    /// Highlights @p block and everything above it, before its formats are painted or its brackets are read. Costs
+    /// nothing if that is done already. Do not call it within an edit block of a cursor.
     void ensureProcessed(const QTextBlock &block);
-    /// Whether @p block and everything above it is up to date.
+    /// Whether @p block and everything above it is highlighted.
     [[nodiscard]] bool isProcessed(const QTextBlock &block) const;
-    /// Has every line painted anew: the formats have changed.
+    /// Highlights every line again, because the formats have changed.
     void rehighlight();
 
 protected:
     void timerEvent(QTimerEvent *event) override;
 
 private:
-    struct Range ///< block numbers, both included
+    struct Range ///< block numbers, both inclusive
     {
         int first;
         int last;
@@ -46,7 +46,7 @@ private:
 
     QTextDocument *const m_document;
     SyntaxHighlighter *const m_highlighter;
-    std::vector<Range> m_due; ///< ascending, apart from each other; the first block of a range is run first
+    std::vector<Range> m_due; ///< ascending and disjoint; the first block of a range is highlighted first
     int m_blockCount;
     QBasicTimer m_idle;
 };

@@ -3,7 +3,7 @@
 #include "viewinterfaces.h"
 #include <QTextDocument>
 
-/// The data of a line that has or had a marker, known to its MarkedLines.
+/// The data of a line that has or had a marker, registered in its MarkedLines.
 class MarkedParagData : public ParagData
 {
 public:
@@ -74,7 +74,7 @@ void MarkedLines::contentsChanged(int from, int removed, int added)
         saveMarker(line, from, removed, added);
 }
 
-/// Return at the start of a line leaves the line's data on the empty line above the text; the marker goes with the
+/// After Return at the start of a line, the line's data is on the empty line above the text; move the marker to the
 /// text.
 void MarkedLines::moveWithText()
 {
@@ -93,8 +93,7 @@ void MarkedLines::moveWithText()
     }
 }
 
-/// Undoing that Return joins the lines by taking away the one with the text. A line whose text still begins a line
-/// keeps its marker.
+/// Undo of that Return removes the line with the text. A line whose text still starts a line keeps its marker.
 void MarkedLines::saveMarker(const LostLine &line, int from, int removed, int added)
 {
     const QTextBlock block = line.place.anchor.document()->findBlock(from + added);

@@ -6,8 +6,8 @@
 class MarkedParagData;
 class QTextDocument;
 
-/// The markers of a text document's lines. They lie in the ParagData of the lines and so ride on them; besides, this
-/// class knows which lines bear any, so that nothing has to walk the document.
+/// The markers of a text document's lines. They are stored in the ParagData of the lines and move with them; in
+/// addition, this class knows which lines have markers, so that no operation searches the whole document.
 ///
 /// It must outlive the document.
 class MarkedLines : public QObject
@@ -19,7 +19,7 @@ public:
 
     /// Sets or clears bits of @p block. Setting a breakpoint's bits sets or clears the alternate bit as well.
     void set(const QTextBlock &block, quint32 mask, bool on, bool alternate);
-    /// Clears bits on every line.
+    /// Clears bits of every line.
     void clear(quint32 mask);
     [[nodiscard]] static quint32 markers(const QTextBlock &block);
 
@@ -28,8 +28,8 @@ private:
     struct Place
     {
         QTextBlock block;
-        QTextCursor anchor; ///< at the start of the line's text, and goes with it
-        int position = 0;   ///< of the line's start, as of the last change
+        QTextCursor anchor; ///< at the start of the line's text, and moves with it
+        int position = 0;   ///< start of the line at the last change
     };
     struct LostLine
     {
@@ -43,6 +43,6 @@ private:
     void saveMarker(const LostLine &line, int from, int removed, int added);
 
     QHash<MarkedParagData *, Place> m_marked;
-    /// Lines that the document has just taken away. Their anchors die later: not while it does so.
+    /// Lines that the document has just removed. Their anchors are deleted later, not while the document changes.
     QList<LostLine> m_lost;
 };

@@ -41,7 +41,7 @@ MDIViewManager::~MDIViewManager()
     m_settings->setValue(MaximisedKey, m_maximised ? 1 : 0);
 }
 
-/// Takes over whether the current frame, if there is one, fills the area.
+/// Stores whether the current frame, if there is one, fills the area.
 void MDIViewManager::readMaximised()
 {
     if (View *view = currentView())
@@ -93,7 +93,7 @@ void MDIViewManager::viewClosed(View *view)
     MDIFrame *frame = MDIWorkspace::frameOf(view);
     m_replacedRect = frame->geometry();
     m_workspace->removeSubWindow(frame);
-    frame->deleteLater(); // its own close event may be running
+    frame->deleteLater(); // its close event may be running now
     ViewManager::viewClosed(view);
 }
 

@@ -4,12 +4,13 @@
 class MDIWorkspace;
 class QSettings;
 
-/// Each view has a frame of its own.
+/// Shows each view in a frame of its own.
 class MDIViewManager : public ViewManager
 {
     Q_OBJECT
 public:
-    /// @p settings keep in "Editor/MDIMaximised" whether frames fill the area; they outlive the manager.
+    /// The key "Editor/MDIMaximised" of @p settings stores whether frames fill the area; the settings outlive the
+    /// manager.
     explicit MDIViewManager(QSettings *settings, QWidget *parent = nullptr);
     ~MDIViewManager() override;
 
@@ -30,10 +31,10 @@ private:
     QSettings *const m_settings;
     MDIWorkspace *m_workspace;
     bool m_maximised;
-    int m_cascade = 0;                   ///< the step at which the next frame stands
+    int m_cascade = 0;                   ///< the cascade step of the next frame
     std::optional<QRect> m_replacedRect; ///< of the frame closed last
 };
 
-/// Where the frame of step @p i of a cascade stands in @p workspace. Its bottom stays at the bottom of the workspace
-/// and only its top moves. @p i goes on to the next step; it wraps at the number of steps that there is room for.
+/// The place in @p workspace of the frame with cascade step @p i. Its bottom stays at the bottom of the workspace and
+/// only its top moves. @p i becomes the next step, or 0 after the last step for which there is room.
 [[nodiscard]] QRect cascadeRect(const QRect &workspace, int &i);

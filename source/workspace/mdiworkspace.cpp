@@ -10,7 +10,7 @@ MDIFrame::MDIFrame(View *view) : m_view(view)
 
 void MDIFrame::closeEvent(QCloseEvent *event)
 {
-    event->ignore(); // a view that closes takes its frame with it
+    event->ignore(); // the view deletes its frame when it closes
     if (m_view)
         m_view->close();
 }

@@ -4,8 +4,8 @@
 #include <QPointer>
 class View;
 
-/// The frame around a view. It asks the view before it closes, and tells of presses on its title bar: one on the active
-/// frame's changes no focus of its own.
+/// The frame around a view. It asks the view before it closes, and reports presses on its title bar, because a press on
+/// the active frame does not change the focus.
 class MDIFrame : public QMdiSubWindow
 {
     Q_OBJECT
@@ -24,14 +24,14 @@ private:
     const QPointer<View> m_view;
 };
 
-/// The area of the frames.
+/// The area that contains the frames.
 class MDIWorkspace : public QMdiArea
 {
     Q_OBJECT
 public:
     using QMdiArea::QMdiArea;
 
-    /// Puts a frame around @p view; it is not shown yet.
+    /// Creates a frame around @p view; it is not shown yet.
     MDIFrame *addFrame(View *view);
     /// The view of the active frame, or null.
     [[nodiscard]] View *activeView() const;

@@ -2,14 +2,14 @@
 #include <QList>
 #include <QPointer>
 
-/// A list of objects that live elsewhere.
+/// A list of objects that it does not own.
 template <typename T>
 class ObjectList : public QList<T *>
 {
 public:
     using QList<T *>::QList;
 
-    /// The position of @p object, which may already be in its destruction, or -1.
+    /// The index of @p object, which may be under destruction, or -1.
     [[nodiscard]] int find(const QObject *object) const
     {
         for (int i = 0; i < this->size(); ++i) {
@@ -19,6 +19,6 @@ public:
         return -1;
     }
 
-    /// The same objects in the same order, for loops in which some of them may die.
+    /// The same objects in the same order, for loops that may delete some of them.
     [[nodiscard]] QList<QPointer<T>> guarded() const { return {this->cbegin(), this->cend()}; }
 };

@@ -14,14 +14,14 @@ struct ParenEntry
     bool operator==(const ParenEntry &other) const = default;
 };
 
-/// What a text document remembers of a line: QTextBlock::userData() of its blocks.
+/// The data that a text document stores for a line: QTextBlock::userData() of its blocks.
 ///
-/// The highlighter writes parenList and endState anew on every run over the line. Whoever moves a marker to another
-/// line moves `marker` alone and leaves the rest with the text that it was read from.
+/// The highlighter replaces parenList and endState on every run over the line. Code that moves a marker to another line
+/// moves `marker` only; the rest stays with the text from which it was computed.
 class ParagData : public QTextBlockUserData
 {
 public:
-    QList<ParenEntry> parenList; ///< the brackets of the line from left to right; empty without a highlighter
+    QList<ParenEntry> parenList; ///< the brackets of the line in order; empty without a highlighter
     quint32 marker = 0;          ///< marker bits
     int endState = -1;           ///< end state of the highlighter's last run over the line, -1 before the first
 };
@@ -32,7 +32,7 @@ public:
     return static_cast<ParagData *>(block.userData());
 }
 
-/// The data of @p block, which gets some if it has none. @p block must be valid.
+/// The data of @p block, created if it has none. @p block must be valid.
 [[nodiscard]] inline ParagData *ensureParagData(QTextBlock block)
 {
     if (!block.userData())

@@ -1,7 +1,7 @@
 #pragma once
 #include "baseindent.h"
 
-/// Indents Python: in smart mode one level deeper behind a colon.
+/// Indents Python: in smart mode one level deeper after a colon.
 class PythonIndent : public BaseIndent
 {
 public:

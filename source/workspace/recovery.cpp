@@ -15,7 +15,7 @@ struct Recovery
     Q_DECLARE_TR_FUNCTIONS(Recovery)
 };
 
-constexpr qsizetype MostNamed = 10; ///< in the question
+constexpr qsizetype MostNamed = 10; ///< most files listed in the question
 
 QString question(const QList<RecoverableText> &texts)
 {
@@ -30,7 +30,7 @@ QString question(const QList<RecoverableText> &texts)
         .arg(names.join(u'\n'));
 }
 
-/// The copy goes only when the document has one of its own.
+/// Deletes the copy when the document has a copy of its own.
 bool recover(Workspace &workspace, const RecoverableText &text)
 {
     const std::optional<QString> content = recoverText(text);

@@ -2,11 +2,11 @@
 #define PCRE2_CODE_UNIT_WIDTH 16
 #include <pcre2.h>
 
-// The toolkit's expressions are those of the same library, but a match of theirs cannot be interrupted.
+// The toolkit's expressions use the same library, but their matches cannot be interrupted.
 
 namespace {
-constexpr qsizetype Stretch = 32;          ///< places that an expression is tried at without asking whether to go on
-constexpr quint32 MatchLimit = 32'000'000; ///< steps at one place: some 0.1 s
+constexpr qsizetype Stretch = 32; ///< positions at which an expression is tried between two checks for cancellation
+constexpr quint32 MatchLimit = 32'000'000; ///< steps at one position: about 0.1 s
 constexpr size_t FirstStack = 32 << 10;    ///< bytes
 constexpr size_t LargestStack = 64 << 20;
 
@@ -23,7 +23,7 @@ PCRE2_SPTR units(const QString &text)
     return reinterpret_cast<PCRE2_SPTR>(text.utf16());
 }
 
-/// Writes "{,3}" as "{0,3}", which is how this library spells it.
+/// Writes "{,3}" as "{0,3}", the form that this library accepts.
 QString withLowerBounds(const QString &expression)
 {
     QString result;
@@ -60,8 +60,8 @@ SearchPattern::SearchPattern(const QString &text, bool caseSensitive, bool regEx
     m_engine->code.reset(pcre2_compile(units(pattern), size_t(pattern.size()), options, &error, &errorOffset, nullptr));
     if (!m_engine->code)
         return;
-    m_engine->stretch = regExp ? Stretch : std::numeric_limits<qint32>::max(); // a plain text is found without detours
-    pcre2_jit_compile(m_engine->code.get(), PCRE2_JIT_COMPLETE);               // without it, it only takes longer
+    m_engine->stretch = regExp ? Stretch : std::numeric_limits<qint32>::max(); // a plain text needs no such checks
+    pcre2_jit_compile(m_engine->code.get(), PCRE2_JIT_COMPLETE); // optional: without it matching is only slower
     pcre2_jit_stack_assign(m_engine->context.get(), nullptr, m_engine->stack.get());
     pcre2_set_match_limit(m_engine->context.get(), MatchLimit);
 }
@@ -80,7 +80,7 @@ qsizetype SearchPattern::find(const TextPiece &piece, qsizetype from, const std:
     while (isValid() && from <= text.size() && running) {
         qsizetype next = std::min(from + m_engine->stretch, text.size() + 1);
         if (next < text.size() && text[next].isLowSurrogate())
-            ++next; // never begin inside a character
+            ++next; // do not start inside a character
         pcre2_set_offset_limit(m_engine->context.get(), size_t(next - 1));
         const int result = pcre2_match(m_engine->code.get(), units(text), size_t(text.size()), size_t(from), options,
                                        m_engine->data.get(), m_engine->context.get());

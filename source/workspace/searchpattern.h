@@ -2,10 +2,10 @@
 #include "textpieces.h"
 #include <memory>
 
-/// What is looked for in a text: another text, or a regular expression.
+/// The text or regular expression of a search.
 ///
-/// In an expression "." stands for line ends too, "^" and "$" for the ends of the whole text, and "\b", "\w" and their
-/// sisters know the letters of all languages. An object is used by one thread at a time.
+/// In an expression "." also matches line ends, "^" and "$" match the ends of the whole text, and "\b", "\w" and
+/// similar ones cover the letters of all languages. An object is used by one thread at a time.
 class SearchPattern
 {
 public:
@@ -13,12 +13,12 @@ public:
     ~SearchPattern();
     Q_DISABLE_COPY_MOVE(SearchPattern)
 
-    /// False for an expression with a fault in it, which matches nowhere.
+    /// False for an invalid expression, which matches nowhere.
     [[nodiscard]] bool isValid() const;
 
-    /// Where the first match begins that lies at @p from or behind it, or -1. An expression that tries too much at one
-    /// place, as nested repetitions do, has no match from there on. However long the search would take, it ends soon
-    /// after @p running becomes false.
+    /// The start of the first match at or after @p from, or -1. An expression that needs too many steps at one
+    /// position, as nested repetitions do, has no match from there on. The search ends soon after @p running becomes
+    /// false.
     [[nodiscard]] qsizetype find(const TextPiece &piece, qsizetype from, const std::atomic<bool> &running) const;
 
 private:

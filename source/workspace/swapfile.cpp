@@ -31,7 +31,7 @@ void writeSwapFile(const QString &path, const QString &filename, const QString &
     file.commit();
 }
 
-/// Reads up to the text, which is left in @p stream.
+/// Reads all fields before the text, which can then be read from @p stream.
 bool readHead(QDataStream &stream, RecoverableText &head)
 {
     stream.setVersion(QDataStream::Qt_6_4);
@@ -81,7 +81,7 @@ void SwapFile::flush()
     m_writer.waitForDone();
 }
 
-/// A running timer is left to run: the copy must come even if the typing never rests.
+/// Does not restart a running timer: the copy must be written even while the user keeps typing.
 void SwapFile::textChanged()
 {
     if (!m_timer.isActive())

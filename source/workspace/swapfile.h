@@ -7,15 +7,15 @@
 #include <QTimer>
 class TextDocument;
 
-/// Keeps a copy of a modified document's text on disk, for the case that the program ends without saving it. The copy
-/// follows the text within seconds, is written beside the typing, and goes when the document is saved or closed.
+/// Keeps a copy of a modified document's text on disk, in case the program ends without saving it. The copy is updated
+/// within seconds, written in the background, and deleted when the document is saved or closed.
 class SwapFile : public QObject
 {
     Q_OBJECT
 public:
     static constexpr int Delay = 2000; ///< milliseconds from the first change to its copy
 
-    /// @p directory is created if it is not there. The document is watched until it or this object dies.
+    /// @p directory is created if it does not exist. The document is watched until it or this object is deleted.
     SwapFile(const QString &directory, TextDocument *document);
     ~SwapFile() override;
 
@@ -30,9 +30,9 @@ private:
 
     TextDocument *const m_document;
     const QString m_path;
-    QLockFile m_lock; ///< tells others that the owner of the copy is alive
+    QLockFile m_lock; ///< shows other processes that the owner of the copy is running
     QTimer m_timer;
-    QThreadPool m_writer; ///< one thread, so that copies follow each other
+    QThreadPool m_writer; ///< one thread, so that copies are written in order
 };
 
 /// A text that was not saved because the program ended.
@@ -43,10 +43,9 @@ struct RecoverableText
     QDateTime time;   ///< of the copy
 };
 
-/// The copies in @p directory whose program is gone, ordered by document and then by time; files that are no copies are
-/// left out.
+/// The copies in @p directory whose program has ended, ordered by document and then by time. Other files are skipped.
 [[nodiscard]] QList<RecoverableText> recoverableTexts(const QString &directory);
 /// The text of a copy; nothing if it cannot be read.
 [[nodiscard]] std::optional<QString> recoverText(const RecoverableText &text);
-/// Removes the copy, when its text has been taken over or is not wanted.
+/// Removes the copy, when its text was recovered or is not needed.
 void discardRecoverableText(const RecoverableText &text);

@@ -7,8 +7,8 @@
 namespace {
 using FormatRange = QTextLayout::FormatRange;
 
-// Text that an input method is still composing stands in the layout but not in the document: its own formats stay, and
-// ours make room for it.
+// The layout contains text that an input method is composing, the document does not: the formats of that text are kept,
+// and the others are moved behind it.
 void makeRoomForPreedit(const QTextLayout &layout, QList<FormatRange> &ranges)
 {
     const int start = layout.preeditAreaPosition();
@@ -62,7 +62,7 @@ void SyntaxHighlighter::paint(QTextDocument *document, const QTextBlock &block, 
         return;
     const bool isLaidOut = layout->lineCount() > 0;
     layout->setFormats(ranges);
-    const QSignalBlocker quiet(isLaidOut ? nullptr : document->documentLayout()); // nobody has seen it yet
+    const QSignalBlocker quiet(isLaidOut ? nullptr : document->documentLayout()); // nothing is on screen yet
     document->markContentsDirty(block.position(), block.length());
 }
 

@@ -14,7 +14,7 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-/// A small cross that is drawn in the size and colour it is needed in.
+/// A small cross, drawn in the requested size and colour.
 class CrossIcon : public QIconEngine
 {
 public:
@@ -90,7 +90,7 @@ void TabbedViewManager::insertView(View *newView, bool activate, int tab)
     ViewManager::addView(newView, activate);
     if (!newView)
         return;
-    const QSignalBlocker quiet(m_tabBar); // the focus is given below, and only if it was asked for
+    const QSignalBlocker quiet(m_tabBar); // the focus is set below, and only if it was requested
     tab = m_tabBar->insertTab(tab, QString());
     m_tabBar->setTabData(tab, m_nextId);
     m_tabs.insert(newView, m_nextId++);
@@ -176,7 +176,7 @@ void TabbedViewManager::closeButtonClicked()
     closeCurrentView();
 }
 
-/// A press on the tab of the view in front changes no tab, but activates the view all the same.
+/// A press on the tab of the current view changes no tab, but activates the view.
 bool TabbedViewManager::eventFilter(QObject *object, QEvent *event)
 {
     if (object == m_tabBar && event->type() == QEvent::MouseButtonPress) {

@@ -5,7 +5,7 @@ class QStackedWidget;
 class QTabBar;
 class QToolButton;
 
-/// One view at a time fills the area; tabs above it lead to the others.
+/// Shows one view at a time, with tabs for the others above it.
 class TabbedViewManager : public ViewManager
 {
     Q_OBJECT
@@ -35,5 +35,5 @@ private:
     QMap<View *, int> m_tabs; ///< identifiers: positions change when tabs come and go
     int m_nextId = 0;
     bool m_replacePending = false;
-    int m_removedTab = 0; ///< where the tab removed last stood
+    int m_removedTab = 0; ///< the position of the tab that was removed last
 };

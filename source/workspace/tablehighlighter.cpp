@@ -143,7 +143,7 @@ private:
     QList<ParenEntry> &m_parenList;
     int m_state;
     qsizetype m_index = 0;
-    qsizetype m_wordLength = 0; // characters right before m_index that make up a word
+    qsizetype m_wordLength = 0; // number of characters directly before m_index that form a word
     char16_t m_lastChar = 0;
     CharClass m_lastClass = SeparatorClass;
     bool m_escaped = false;

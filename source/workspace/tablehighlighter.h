@@ -24,11 +24,11 @@ enum CharClass {
 /// A state of a language: a row of its table.
 struct StateRow
 {
-    uchar next[CharClassCount]; ///< the state that a character of each class leads to
+    uchar next[CharClassCount]; ///< the next state for a character of each class
     uchar format;               ///< FormatId of the character that leads to this state
-    uchar painted;              ///< how many characters get it, counted back from that one
-    uchar endState;             ///< the state that the next line starts with if a line ends here
-    bool brackets;              ///< whether brackets met in this state count for the matcher
+    uchar painted;              ///< number of characters that get this format, counted back from that one
+    uchar endState;             ///< start state of the next line if a line ends here
+    bool brackets;              ///< whether brackets in this state are matched
 };
 
 /// The reserved words of a language, by length and then by text.
@@ -36,14 +36,14 @@ class KeywordTable
 {
 public:
     KeywordTable(std::initializer_list<std::u16string_view> words);
-    /// The format of @p word, or -1 if it is no keyword.
+    /// The format of @p word, or -1 if it is not a keyword.
     [[nodiscard]] int format(QStringView word) const;
 
 private:
     std::vector<std::map<std::u16string_view, int>> m_byLength;
 };
 
-/// What a TableHighlighter knows of a language. State 0 is the standard one: words are looked up in it.
+/// The description of a language for TableHighlighter. State 0 is the standard one, in which words are looked up.
 struct Language
 {
     std::span<const StateRow> states;
@@ -51,13 +51,12 @@ struct Language
     bool hasLabels; ///< whether "word:" is a label
 };
 
-/// Runs over one line of @p language in the state @p state, as if a blank followed its @p text. Gives the state that
-/// the next line starts with; @p formats gets a FormatId for each character and for that blank, @p parenList the
-/// brackets.
+/// Runs over one line of @p language from the state @p state, as if a blank followed its @p text. Returns the start
+/// state of the next line; @p formats gets a FormatId for each character and for that blank, @p parenList the brackets.
 int lexLine(const Language &language, QStringView text, int state, std::vector<uchar> &formats,
             QList<ParenEntry> &parenList);
 
-/// Highlights a language that is given by a table of states. The table must outlive the highlighter.
+/// Highlights a language that is described by a table of states. The table must outlive the highlighter.
 class TableHighlighter : public SyntaxHighlighter
 {
 public:
@@ -69,5 +68,5 @@ private:
     [[nodiscard]] QList<QTextLayout::FormatRange> formatRanges() const;
 
     const Language &m_language;
-    std::vector<uchar> m_lineFormats; ///< kept from run to run for its memory only
+    std::vector<uchar> m_lineFormats; ///< a member only to reuse its memory
 };

@@ -15,12 +15,12 @@ using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 
 namespace {
-constexpr int SearchSlice = 2000; ///< lines that the search for a bracket goes through in one go
-constexpr auto RawTextLife = 10s; ///< behind the last search
+constexpr int SearchSlice = 2000; ///< lines in one step of the search for a bracket
+constexpr auto RawTextLife = 10s; ///< after the last search
 
-/// The toolkit looks for the end of a change behind its old and its new length together, finds it in a later line
-/// whenever the colours of a line are set, and then paints all that is on screen. It also lays out a line twice whose
-/// colours were set, on screen or not; here such a line is laid out when it is first asked for.
+/// The base class searches for the end of a change after the longer of its old and its new length. When the formats of
+/// a line are set, it finds that end in a later line and repaints the whole screen. It also lays out such a line twice,
+/// on screen or not; here the line is laid out on demand.
 class LineLayout : public QPlainTextDocumentLayout
 {
 public:
@@ -212,12 +212,12 @@ int TextDocument::lineSpacing() const
     return QFontMetrics(m_text->defaultFont()).lineSpacing();
 }
 
-/// Gives the text the font and the tab stops of standard text, and has it painted anew.
+/// Sets the font and the tab stops of standard text, and highlights everything again.
 void TextDocument::applyFormats()
 {
     const QFont font = highlighter()->format(FormatId::Standard).font();
     if (m_text->defaultFont() != font)
-        m_text->setDefaultFont(font); // goes through all lines
+        m_text->setDefaultFont(font); // touches all lines
     QTextOption option = m_text->defaultTextOption();
     option.setWrapMode(QTextOption::NoWrap);
     if (indenter())

@@ -12,7 +12,7 @@ class SyntaxHighlighter;
 class TextDocumentTemplate;
 class TextIndent;
 
-/// A text file. All panes of all its views share its QTextDocument.
+/// A text file. All panes of all its views share one QTextDocument.
 class TextDocument : public Document
 {
     Q_OBJECT
@@ -28,7 +28,7 @@ public:
     [[nodiscard]] QString filename() override { return m_filename; }
     [[nodiscard]] QString title() override;
     [[nodiscard]] bool isNewerOnDisk() override;
-    /// The text selected last in any pane.
+    /// The last selected text of any pane.
     [[nodiscard]] virtual QString selectedText();
 
     [[nodiscard]] QTextDocument *text() const { return m_text.get(); }
@@ -39,27 +39,27 @@ public:
     [[nodiscard]] QColor textColour() const;
     [[nodiscard]] int lineSpacing() const; ///< in pixels
 
-    /// Whether the file's bytes are no UTF-8, so that they are read and written as Latin-1.
+    /// Whether the file is not valid UTF-8, so that it is read and written as Latin-1.
     [[nodiscard]] bool isLatin1() const { return m_format.encoding == TextFileFormat::Latin1; }
-    [[nodiscard]] SwapFile *swapFile() const { return m_swap.get(); } ///< null if none is kept
-    /// The whole text, its lines parted by ParagraphSeparator. Searches ask for it again and again, so the copy is kept
-    /// until the text changes or nobody has asked for some seconds: it takes twice the size of the file.
+    [[nodiscard]] SwapFile *swapFile() const { return m_swap.get(); } ///< null if there is no copy
+    /// The whole text, its lines separated by ParagraphSeparator. The copy is kept for further searches until the text
+    /// changes or was not used for some seconds: it takes twice the size of the file.
     [[nodiscard]] QString rawText();
-    /// Puts in a text that was rescued from a crash; the file stays as it is until the next save.
+    /// Sets a text that was recovered after a crash; the file is unchanged until the next save.
     void recover(const QString &text);
 
-    /// Markers of lines counted from 1. A line outside the text is ignored.
+    /// Markers of lines, counted from 1. A line outside the text is ignored.
     void setMarker(int line, int mask, bool on, bool alternate);
     void clearMarkers(int mask);
     [[nodiscard]] bool hasMarker(int line, int mask) const;
 
-    /// Searches the partner of the bracket at @p cursor. bracketMatch() has it at once if it is near.
+    /// Searches for the partner of the bracket at @p cursor. If it is near, bracketMatch() returns it at once.
     void matchBrackets(const QTextCursor &cursor);
-    /// The text from an opening bracket to behind its partner, as a selection; null if nothing matches.
+    /// The text from an opening bracket to the end of its partner, as a selection; null if there is no match.
     [[nodiscard]] QTextCursor bracketMatch() const { return m_bracketMatch; }
-    void clearBracketMatch(); ///< and ends the search, which looks at lines that a change may take away
+    void clearBracketMatch(); ///< also ends the search, which refers to lines that a change may remove
 
-    /// Has @p block and what stands above it highlighted.
+    /// Highlights @p block and everything above it.
     void ensureProcessed(const QTextBlock &block);
     void setSelection(const QTextCursor &cursor) { m_selection = cursor; }
 
@@ -80,14 +80,14 @@ private:
     QString m_filename;
     QDateTime m_lastModified;
     TextFileFormat m_format = newTextFileFormat();
-    std::unique_ptr<MarkedLines> m_marked; ///< goes after the text
+    std::unique_ptr<MarkedLines> m_marked; ///< must outlive the text
     std::unique_ptr<QTextDocument> m_text;
-    std::unique_ptr<HighlightDriver> m_driver; ///< goes before the text; the highlighter stays with the template
+    std::unique_ptr<HighlightDriver> m_driver; ///< destroyed before the text; the template owns the highlighter
     std::unique_ptr<SwapFile> m_swap;
     QTextCursor m_selection;
     QTextCursor m_bracketMatch;
     BracketSearch m_search;
     QTimer m_searchTimer;
-    QString m_rawText; ///< null while no copy is kept
+    QString m_rawText; ///< null if there is no copy
     QTimer m_rawTextTimer{this};
 };

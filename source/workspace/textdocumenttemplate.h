@@ -7,25 +7,25 @@ class QSettings;
 class SyntaxHighlighter;
 class TextIndent;
 
-/// A language of the text editor: the files it opens, how they are painted and how they are indented.
+/// A language of the text editor: the files it opens, and how they are highlighted and indented.
 class TextDocumentTemplate : public DocumentTemplate
 {
     Q_OBJECT
 public:
     static constexpr qint64 LargestFile = 10'000'000; ///< bytes
 
-    /// @p extensions are in lower case and without dot; an empty list accepts every file.
+    /// @p extensions are in lower case and without the dot; an empty list accepts every file.
     TextDocumentTemplate(const QString &name, const QString &description, const QIcon &icon,
                          const QStringList &extensions, std::unique_ptr<SyntaxHighlighter> highlighter,
                          std::unique_ptr<TextIndent> indenter, QObject *parent = nullptr);
     ~TextDocumentTemplate() override;
 
-    /// What the editors of this kind ask; it must outlive them. They do without if there is none.
+    /// The services for editors of this kind, which must not outlive them. May be null.
     void setEditorHost(EditorHost *host) { m_host = host; }
-    /// The directory in which modified documents of this kind keep a copy of their text; none if it is empty.
+    /// The directory for the copies of unsaved texts of this kind; empty for no copies.
     void setSwapDirectory(const QString &directory) { m_swapDirectory = directory; }
-    /// Takes over "TabSize", "KeepTabs" and "IndentMode" of the group "Editor". Views follow at their next full
-    /// refresh.
+    /// Reads "TabSize", "KeepTabs", "IndentMode", "LineNumbers" and "CurrentLine" of the group "Editor". Views follow at
+    /// their next full update.
     void readSettings(const QSettings &settings);
 
     [[nodiscard]] bool canCreate() override { return true; }
@@ -38,6 +38,8 @@ public:
     [[nodiscard]] TextIndent *indenter() const { return m_indenter.get(); } ///< may be null
     [[nodiscard]] BracketMatcher &bracketMatcher() { return m_bracketMatcher; }
     [[nodiscard]] EditorHost *editorHost() const { return m_host; }
+    [[nodiscard]] bool showsLineNumbers() const { return m_lineNumbers; }
+    [[nodiscard]] bool showsCurrentLine() const { return m_currentLine; }
     [[nodiscard]] const QString &swapDirectory() const { return m_swapDirectory; }
 
 private:
@@ -46,5 +48,7 @@ private:
     const std::unique_ptr<TextIndent> m_indenter;
     BracketMatcher m_bracketMatcher;
     EditorHost *m_host = nullptr;
+    bool m_lineNumbers = false;
+    bool m_currentLine = false;
     QString m_swapDirectory;
 };

@@ -47,11 +47,11 @@ TextFileFormat detectFormat(const QByteArray &bytes)
     return format;
 }
 
-/// Whether decoded text encodes to the bytes that it came from.
+/// Whether decoded text encodes to the original bytes.
 bool keepsBytes(const QByteArray &bytes, qsizetype mark, const QString &text, TextFileFormat::Encoding encoding)
 {
     if (encoding == TextFileFormat::Utf8)
-        return true; // the decoder has found every fault
+        return true; // the decoder finds every invalid byte
     QStringEncoder encoder(converterEncoding(encoding));
     return QByteArray(encoder(text)) == QByteArrayView(bytes).sliced(mark);
 }

@@ -3,7 +3,7 @@
 #include <QByteArray>
 #include <QString>
 
-/// How the text of a file is written in bytes: what a file had when it was read, or the default of new files.
+/// The encoding and line ends of a file: as found when it was read, or the default for new files.
 struct TextFileFormat
 {
     enum Encoding { Utf8, Utf16LE, Utf16BE, Latin1 };
@@ -24,10 +24,10 @@ struct DecodedText
     TextFileFormat format;
 };
 
-/// Reads @p bytes as the encoding that their byte order mark tells, or as UTF-8. Bytes that are not valid in it are
-/// read as Latin-1, which any bytes are. Where all lines end in "\r\n" the format says so; where line ends are mixed it
-/// has the platform's.
+/// Decodes @p bytes by their byte order mark, otherwise as UTF-8. Bytes that are not valid are decoded as Latin-1, in
+/// which all bytes are valid. The format is crlf if all lines end in "\r\n"; for mixed line ends it is that of the
+/// platform.
 [[nodiscard]] DecodedText decodeText(const QByteArray &bytes);
 
-/// Writes @p text in @p format. A text that Latin-1 has no characters for becomes UTF-8, and @p format says so.
+/// Encodes @p text in @p format. A text with characters that are not in Latin-1 becomes UTF-8, and so does @p format.
 [[nodiscard]] QByteArray encodeText(QStringView text, TextFileFormat &format);

@@ -9,7 +9,7 @@ using namespace Qt::StringLiterals;
 namespace {
 constexpr auto SettingsGroup = "TextFormats"_L1;
 constexpr QRgb RgbMask = 0xffffff;
-constexpr int LargestFont = 500; // points: what a file says beyond that would only exhaust the font engine
+constexpr int LargestFont = 500; // points: larger fonts exhaust the font engine
 
 QColor colourOf(QStringView hexadecimal)
 {
@@ -21,7 +21,7 @@ QString storedColour(const QColor &colour)
     return QString::number(colour.rgb() & RgbMask, 16);
 }
 
-// The index of the entry with that name, or 0.
+// The index of the entry with the given name, or 0.
 template <typename Entries>
 qsizetype indexOf(const Entries &entries, const QString &name)
 {
@@ -38,7 +38,7 @@ QStringList namesOf(const Entries &entries)
     return names;
 }
 
-// Settings list their keys as text, "10:" before "2:".
+// Settings sort their keys as text, "10:" before "2:".
 QStringList byNumber(QStringList keys)
 {
     std::ranges::stable_sort(keys, {}, [](const QString &key) { return key.section(u':', 0, 0).toInt(); });
@@ -85,7 +85,7 @@ QList<TextFormats::Section> TextFormats::readSections(QXmlStreamReader &reader)
             reader.skipCurrentElement();
         }
     }
-    while (!reader.atEnd()) // what follows the document element must be well-formed too
+    while (!reader.atEnd()) // the text after the document element must be well-formed too
         reader.readNext();
     return sections;
 }
@@ -129,7 +129,7 @@ bool TextFormats::readSection(QSettings &settings, Section &section)
 {
     const QStringList keys = byNumber(settings.childKeys());
     for (const QString &key : keys) {
-        // A hand-written list without quotes arrives as one already.
+        // A hand-written list without quotes is a list already.
         const QStringList fields = settings.value(key).toStringList().join(u',').split(u',');
         Format format;
         format.name = nameInKey(key);
@@ -265,7 +265,7 @@ FormatTable TextFormats::formatTable() const
     table[FormatId::Background].setBackground(formats.first().bgColour);
     for (qsizetype i = 0; i < formats.size(); ++i)
         table.insert(int(i) + FormatId::Standard, charFormat(formats[i]));
-    table[FormatId::Standard].clearBackground(); // the paper has it already
+    table[FormatId::Standard].clearBackground(); // the paper has this background
     return table;
 }
 

@@ -6,33 +6,33 @@
 class QSettings;
 class QXmlStreamReader;
 
-/// The fonts and colours that users choose, as sections of formats in a fixed order. A value: copies are cheap.
+/// The fonts and colours that the user has chosen, as sections of formats in a fixed order. A value: copies are cheap.
 ///
-/// Formats are looked up by the names of section and format, the first of equal names. An unknown name stands for the
-/// first section, or the first format of its section. Where there is none at all, getters give the values of an empty
-/// format and setters do nothing.
+/// Formats are found by the names of section and format; of equal names the first is used. An unknown name means the
+/// first section, or the first format of its section. If there is none, getters return the values of an empty format
+/// and setters do nothing.
 class TextFormats
 {
 public:
-    /// Reads an XML file. On failure warns, returns false and leaves the formats as they were.
+    /// Reads an XML file. On failure prints a warning, returns false and keeps the old formats.
     bool loadFromFile(const QString &fileName);
-    /// Reads the group "TextFormats". Returns false, and leaves the formats as they were, if it holds no section or
-    /// something that cannot be a format.
+    /// Reads the group "TextFormats". Returns false and keeps the old formats if it has no section, or a value that is
+    /// not a format.
     bool loadFromSettings(QSettings &settings);
-    /// Writes the group "TextFormats" anew. An empty table is not written.
+    /// Replaces the group "TextFormats". An empty table is not written.
     void saveToSettings(QSettings &settings) const;
 
     [[nodiscard]] QStringList sections() const;
     [[nodiscard]] QStringList formats(const QString &section) const;
 
     [[nodiscard]] QString fontFamily(const QString &section, const QString &format) const;
-    [[nodiscard]] int fontSize(const QString &section, const QString &format) const; ///< in points, 0 for "not told"
+    [[nodiscard]] int fontSize(const QString &section, const QString &format) const; ///< in points, 0 if not specified
     [[nodiscard]] bool bold(const QString &section, const QString &format) const;
     [[nodiscard]] bool italic(const QString &section, const QString &format) const;
-    /// Whether the format has a background colour of its own.
+    /// Whether the format has its own background colour.
     [[nodiscard]] bool hasBackground(const QString &section, const QString &format) const;
     [[nodiscard]] QColor fgColour(const QString &section, const QString &format) const;
-    [[nodiscard]] QColor bgColour(const QString &section, const QString &format) const; ///< white if there is none
+    [[nodiscard]] QColor bgColour(const QString &section, const QString &format) const; ///< white if not specified
 
     void setFontFamily(const QString &section, const QString &format, const QString &family);
     void setFontSize(const QString &section, const QString &format, int points);
@@ -41,8 +41,8 @@ public:
     void setFgColour(const QString &section, const QString &format, const QColor &colour);
     void setBgColour(const QString &section, const QString &format, const QColor &colour);
 
-    /// What the editor paints with: the formats of the first section under the identifiers 1, 2, 3..., and under 0 one
-    /// whose colours both are the background of the first format.
+    /// The formats of the editor: those of the first section with the identifiers 1, 2, 3..., and with identifier 0 one
+    /// whose two colours are the background of the first format.
     [[nodiscard]] FormatTable formatTable() const;
 
     bool operator==(const TextFormats &) const = default;

@@ -3,7 +3,7 @@
 class QTextBlock;
 class QTextDocument;
 
-/// Indents lines of a text document: when Return is pressed, and by the indent command.
+/// Indents lines of a text document, after Return and by the indent command.
 class TextIndent
 {
 public:
@@ -14,12 +14,12 @@ public:
     TextIndent(const TextIndent &) = delete;
     TextIndent &operator=(const TextIndent &) = delete;
 
-    /// Indents the line @p block of @p document, as one step for undo. Gives the indentation before and after, in
-    /// columns and characters; either may be null.
+    /// Indents the line @p block of @p document, as one step for undo. Returns the indentation before and after, in
+    /// columns and characters; either pointer may be null.
     virtual void indent(QTextDocument *document, QTextBlock block, int *oldIndent = nullptr,
                         int *newIndent = nullptr) = 0;
 
-    [[nodiscard]] int indentMode() const { return m_indentMode; } ///< an IndentMode; settings may hold other numbers
+    [[nodiscard]] int indentMode() const { return m_indentMode; } ///< an IndentMode; settings may contain other numbers
     void setIndentMode(int mode) { m_indentMode = mode; }
     [[nodiscard]] int tabSize() const { return m_tabSize; } ///< columns per tab stop, at least 1
     void setTabSize(int columns) { m_tabSize = columns > 0 ? columns : 1; }

@@ -12,6 +12,10 @@
 
 using namespace Qt::StringLiterals;
 
+namespace {
+constexpr int NumberSpace = 4; ///< pixels behind the numbers
+} // namespace
+
 TextMarkerWidget::TextMarkerWidget(TextViewEdit *edit) : QWidget(edit), m_edit(edit)
 {
     setCursor(Qt::ArrowCursor);
@@ -24,25 +28,48 @@ void TextMarkerWidget::paintEvent(QPaintEvent *event)
     if (brush.style() == Qt::NoBrush)
         brush = QBrush(brush.color(), Qt::Dense4Pattern);
     painter.fillRect(event->rect(), brush);
+    const bool numbers = m_edit->textDocument()->textTemplate()->showsLineNumbers();
     for (const TextViewEdit::Line &line : m_edit->linesAt(event->rect().top(), event->rect().bottom())) {
+        if (numbers)
+            paintNumber(painter, line.block.blockNumber() + 1, line.rect);
         if (const ParagData *data = paragDataOf(line.block); data && data->marker)
-            paintMarkers(painter, data, line.rect);
+            paintMarkers(painter, data->marker, line.rect);
     }
 }
 
-void TextMarkerWidget::paintMarkers(QPainter &painter, const ParagData *paragData, const QRectF &line)
+int TextMarkerWidget::wantedWidth() const
 {
-    const quint32 marker = paragData->marker;
+    if (!m_edit->textDocument()->textTemplate()->showsLineNumbers())
+        return Width;
+    const qsizetype digits = QString::number(m_edit->blockCount()).size();
+    return Width + m_edit->fontMetrics().horizontalAdvance(QString(std::max<qsizetype>(2, digits), u'0')) + NumberSpace;
+}
+
+void TextMarkerWidget::paintNumber(QPainter &painter, int number, const QRectF &line) const
+{
+    const QRectF place(Width, line.top(), width() - Width - NumberSpace, line.height());
+    painter.setFont(m_edit->font());
+    painter.setPen(palette().color(QPalette::ButtonText));
+    painter.drawText(place, Qt::AlignRight | Qt::AlignVCenter, QString::number(number));
+}
+
+void TextMarkerWidget::paintMarkers(QPainter &painter, quint32 marker, const QRectF &line)
+{
     const QString suffix = marker & TextView::AlternateMarker ? u"2.png"_s : u".png"_s;
-    if (marker & TextView::MultipleBreakpointMarker) {
-        VARNEL_ASSERT((paragData->marker & TextView::DisabledBreakpointMarker) == 0
-                      && (paragData->marker & TextView::EnabledBreakpointMarker) == 0);
+    const bool multiple = marker & TextView::MultipleBreakpointMarker;
+    const bool enabled = marker & TextView::EnabledBreakpointMarker;
+    const bool disabled = marker & TextView::DisabledBreakpointMarker;
+    if (multiple) {
+        VARNEL_ASSERT_TEXT(!disabled && !enabled,
+                           "(paragData->marker & TextView::DisabledBreakpointMarker) == 0 && (paragData->marker & "
+                           "TextView::EnabledBreakpointMarker) == 0");
         drawPicture(painter, u"markermultiplebreak"_s + suffix, line);
-    } else if (marker & TextView::EnabledBreakpointMarker) {
-        VARNEL_ASSERT((paragData->marker & TextView::MultipleBreakpointMarker) == 0
-                      && (paragData->marker & TextView::DisabledBreakpointMarker) == 0);
+    } else if (enabled) {
+        VARNEL_ASSERT_TEXT(!disabled,
+                           "(paragData->marker & TextView::MultipleBreakpointMarker) == 0 && (paragData->marker & "
+                           "TextView::DisabledBreakpointMarker) == 0");
         drawPicture(painter, u"markerenabledbreak"_s + suffix, line);
-    } else if (marker & TextView::DisabledBreakpointMarker) {
+    } else if (disabled) {
         drawPicture(painter, u"markerdisabledbreak"_s + suffix, line);
     }
     if (marker & TextView::CurrentLineMarker)

@@ -1,17 +1,18 @@
 #pragma once
 #include <QHash>
 #include <QWidget>
-class ParagData;
 class TextViewEdit;
 
-/// The margin left of a pane, which shows the markers of the lines.
+/// The margin left of a pane, which shows the markers of the lines and, if the user wants them, their numbers.
 class TextMarkerWidget : public QWidget
 {
     Q_OBJECT
 public:
-    static constexpr int Width = 18; ///< pixels
+    static constexpr int Width = 18; ///< pixels, of the markers
 
     explicit TextMarkerWidget(TextViewEdit *edit);
+
+    [[nodiscard]] int wantedWidth() const; ///< pixels, with the numbers
 
 Q_SIGNALS:
     void toggleBreakpoint(int line); ///< counts from 1
@@ -24,11 +25,12 @@ protected:
     bool event(QEvent *event) override;
 
 private:
-    void paintMarkers(QPainter &painter, const ParagData *paragData, const QRectF &line);
+    void paintMarkers(QPainter &painter, quint32 marker, const QRectF &line);
+    void paintNumber(QPainter &painter, int number, const QRectF &line) const;
     void drawPicture(QPainter &painter, const QString &name, const QRectF &line);
     void showToolTip(const QPoint &position);
 
     TextViewEdit *const m_edit;
     QHash<QString, QPixmap> m_pictures;
-    qreal m_pictureRatio = 0; ///< device pixels per pixel that the pictures were made for
+    qreal m_pictureRatio = 0; ///< device pixel ratio of the loaded pictures
 };

@@ -3,7 +3,7 @@
 #include <QIODevice>
 
 namespace {
-constexpr qsizetype BlockSize = 1 << 20; ///< bytes between two looks at whether to go on
+constexpr qsizetype BlockSize = 1 << 20; ///< bytes between two checks for cancellation
 
 QByteArray wideMark(const QByteArray &bytes)
 {
@@ -46,7 +46,7 @@ bool TextPieces::fill(QByteArray &bytes, const std::atomic<bool> &running)
     return running;
 }
 
-/// Up to the last line end, or else to the last character.
+/// Returns the part up to the last line end, or else up to the last character.
 qsizetype TextPieces::lengthOfLines(QByteArrayView bytes) const
 {
     if (m_mark.isEmpty()) {

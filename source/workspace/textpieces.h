@@ -5,7 +5,7 @@
 #include <QString>
 class QIODevice;
 
-/// A stretch of a file's text. Its lines end in "\n".
+/// A part of a file's text. Its lines end in "\n".
 struct TextPiece
 {
     QString text;        ///< valid UTF-16
@@ -13,15 +13,15 @@ struct TextPiece
     bool isEnd = true;
 };
 
-/// Reads the text of a file of any size, as decodeText() does, in pieces that fit into memory. A piece ends behind a
-/// line end, unless a line is longer than a piece.
+/// Reads the text of a file of any size, decoded as by decodeText(), in pieces that fit into memory. A piece ends after
+/// a line end, unless a line is longer than a piece.
 class TextPieces
 {
 public:
     /// Reads about @p size bytes at a time, 8 at least.
     TextPieces(QIODevice &file, qsizetype size);
 
-    /// The next piece; nothing behind the last one, or when @p running becomes false.
+    /// The next piece; nothing after the last one, or when @p running becomes false.
     [[nodiscard]] std::optional<TextPiece> next(const std::atomic<bool> &running);
 
 private:
@@ -30,8 +30,8 @@ private:
 
     QIODevice &m_file;
     const qsizetype m_size;
-    QByteArray m_rest; ///< read, but of the next piece
-    QByteArray m_mark; ///< which every piece begins with, where a line end is of two bytes
+    QByteArray m_rest; ///< read already, part of the next piece
+    QByteArray m_mark; ///< prefix of every piece in encodings whose line end has two bytes
     bool m_atStart = true;
     bool m_atEnd = false;
 };

@@ -6,9 +6,9 @@
 #include <QTextLayout>
 
 namespace {
-constexpr int NumberDistance = 5; ///< pixels of the screen between the text and the page number
+constexpr int NumberDistance = 5; ///< pixels of the screen between text and page number
 
-/// Fills page after page with lines.
+/// Fills pages with lines.
 class Pages
 {
 public:

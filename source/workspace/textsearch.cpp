@@ -1,7 +1,7 @@
 #include "textsearch.h"
 
 namespace {
-constexpr qsizetype Stretch = 64; ///< places in a text that are ruled out together, by a few wide comparisons
+constexpr qsizetype Stretch = 64; ///< positions of a text that are excluded together, by a few wide comparisons
 
 bool isWordCharacter(QChar c)
 {
@@ -18,19 +18,19 @@ bool canMatch(QStringView pattern)
     return !pattern.isEmpty() && !pattern.contains(QChar::ParagraphSeparator);
 }
 
-/// A character of a pattern that compares by its bits alone.
+/// A character of a pattern that can be compared by its bits only.
 struct Anchor
 {
     qsizetype offset = -1; ///< in the pattern
-    char16_t caseBit = 0;  ///< to be set in a character of the text before it is compared
+    char16_t caseBit = 0;  ///< to be set in a character of the text before the comparison
     char16_t character = 0;
 
-    /// Not 0 if the pattern cannot stand at @p place.
+    /// Not 0 if the pattern does not match at @p place.
     [[nodiscard]] char16_t difference(const char16_t *place) const { return (place[offset] | caseBit) ^ character; }
 };
 
-/// The next such character of @p pattern from @p from on, in steps of 1 or -1. Where case does not count, those are the
-/// ASCII characters but K and S, which have a third form far away.
+/// The next such character of @p pattern from @p from on, in steps of 1 or -1. If case is ignored, these are the ASCII
+/// characters except K and S, which have a third form outside ASCII.
 Anchor findAnchor(QStringView pattern, SearchOptions options, qsizetype from, int step)
 {
     for (qsizetype offset = from; offset >= 0 && offset < pattern.size(); offset += step) {
@@ -44,23 +44,23 @@ Anchor findAnchor(QStringView pattern, SearchOptions options, qsizetype from, in
     return {};
 }
 
-/// Whether both anchors stand at any of the Stretch places from @p text on.
+/// Whether both anchors match at any of the Stretch positions from @p text on.
 bool mayMatch(const char16_t *text, Anchor first, Anchor last)
 {
-    char16_t found = 0; // as wide as what is compared
+    char16_t found = 0; // of the same width as the compared characters
     for (qsizetype i = 0; i < Stretch; ++i)
         found |= char16_t(char16_t(first.difference(text + i) | last.difference(text + i)) == 0);
     return found != 0;
 }
 
-/// As QStringView::indexOf(), made for long texts.
+/// Like QStringView::indexOf(), optimised for long texts.
 qsizetype indexOf(QStringView text, QStringView pattern, SearchOptions options, qsizetype from)
 {
     const Anchor first = findAnchor(pattern, options, 0, 1);
     const Anchor last = findAnchor(pattern, options, pattern.size() - 1, -1);
     for (; first.offset >= 0 && from + Stretch + pattern.size() <= text.size(); from += Stretch) {
         const char16_t *const stretch = text.utf16() + from;
-        __builtin_prefetch(stretch + 16 * Stretch); // processors do not read ahead over the end of a page
+        __builtin_prefetch(stretch + 16 * Stretch); // processors do not prefetch beyond the end of a page
         if (!mayMatch(stretch, first, last))
             continue;
         for (const char16_t *place = stretch; place != stretch + Stretch; ++place) {
@@ -72,7 +72,7 @@ qsizetype indexOf(QStringView text, QStringView pattern, SearchOptions options, 
     return text.indexOf(pattern, from, sensitivity(options));
 }
 
-/// A null @p before stands for the start of a paragraph.
+/// A null @p before means the start of a paragraph.
 bool isWholeWord(QStringView text, qsizetype match, qsizetype length, QChar before)
 {
     const qsizetype behind = match + length;
@@ -84,7 +84,7 @@ QChar characterBefore(QStringView text, qsizetype position)
     return position > 0 ? text[position - 1] : QChar();
 }
 
-/// As findForward; @p before stands in front of @p from in place of the text's own character.
+/// Like findForward; @p before is used as the character in front of @p from.
 qsizetype findForward(QStringView text, QStringView pattern, SearchOptions options, qsizetype from, qsizetype end,
                       QChar before)
 {

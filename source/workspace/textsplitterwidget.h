@@ -1,7 +1,7 @@
 #pragma once
 #include <QWidget>
 
-/// The small handle above a pane's scroll bar. Dragging it down divides the pane.
+/// The small handle above the scroll bar of a pane. Dragging it down splits the pane.
 class TextSplitterWidget : public QWidget
 {
     Q_OBJECT

@@ -15,7 +15,7 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-/// A place in a text that stays the same while characters before it come and go.
+/// A place in a text that does not move when characters before it are inserted or removed.
 struct Place
 {
     int line;
@@ -44,14 +44,14 @@ TextView::TextView(TextDocument *document, QWidget *parent)
     auto *layout = new QHBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(m_splitter);
-    m_splitter->setChildrenCollapsible(false); // a pane hides itself
+    m_splitter->setChildrenCollapsible(false); // a pane hides by itself
     setCurrentEdit(addPane());
 
     connect(document->text(), &QTextDocument::undoAvailable, this, &View::undoAvailable);
     connect(document->text(), &QTextDocument::redoAvailable, this, &View::redoAvailable);
     connect(QGuiApplication::clipboard(), &QClipboard::dataChanged, this, [this] {
         if (m_current->hasFocus())
-            tellPaste();
+            emitPasteAvailable();
     });
 }
 
@@ -60,7 +60,7 @@ TextView::~TextView()
     m_textDocument->text()->disconnect(this);
     for (TextViewEdit *pane : std::as_const(m_edits))
         pane->disconnect(this);
-    qDeleteAll(m_edits); // while the document is there
+    qDeleteAll(m_edits); // while the document exists
 }
 
 // Panes -------------------------------------------------------------------
@@ -76,7 +76,7 @@ TextViewEdit *TextView::addPane()
     connect(pane, &TextViewEdit::splitRequested, this, [this, pane](int y) { splitAt(pane, y); });
     connect(
         pane, &TextViewEdit::becameSmall, this, [this, pane] { paneBecameSmall(pane); },
-        Qt::QueuedConnection); // not amid the splitter's own arranging
+        Qt::QueuedConnection); // not while the splitter arranges its children
     m_edits.append(pane);
     m_splitter->addWidget(pane);
     return pane;
@@ -96,7 +96,7 @@ void TextView::split()
 void TextView::splitAt(TextViewEdit *pane, int y)
 {
     QList<int> sizes = m_splitter->sizes();
-    const int height = pane->height(); // the new pane takes some at once
+    const int height = pane->height(); // the new pane takes a part of it at once
     TextViewEdit *added = addPane();
     added->setTextCursor(pane->textCursor());
     added->verticalScrollBar()->setValue(pane->verticalScrollBar()->value());
@@ -167,10 +167,10 @@ void TextView::paneFocused(TextViewEdit *pane)
     if (!self)
         return;
     const bool hasSelection = pane->textCursor().hasSelection();
-    tellUndo();
+    emitUndoAvailable();
     Q_EMIT copyAvailable(hasSelection);
     Q_EMIT cutAvailable(hasSelection);
-    tellPaste();
+    emitPasteAvailable();
     Q_EMIT backAvailable(false);
     Q_EMIT forwardAvailable(false);
     Q_EMIT previousAvailable(false);
@@ -179,13 +179,13 @@ void TextView::paneFocused(TextViewEdit *pane)
     Q_EMIT cursorPositionChanged(cursor.blockNumber(), cursor.positionInBlock());
 }
 
-void TextView::tellUndo()
+void TextView::emitUndoAvailable()
 {
     Q_EMIT undoAvailable(m_textDocument->text()->isUndoAvailable());
     Q_EMIT redoAvailable(m_textDocument->text()->isRedoAvailable());
 }
 
-void TextView::tellPaste()
+void TextView::emitPasteAvailable()
 {
     const QMimeData *data = QGuiApplication::clipboard()->mimeData();
     Q_EMIT pasteAvailable(data && data->hasFormat(u"text/plain"_s));
@@ -197,7 +197,7 @@ void TextView::cursorMoved(TextViewEdit *pane)
         return;
     const QTextCursor cursor = pane->textCursor();
     m_textDocument->matchBrackets(cursor);
-    tellUndo();
+    emitUndoAvailable();
     Q_EMIT cursorPositionChanged(cursor.blockNumber(), cursor.positionInBlock());
 }
 
@@ -239,13 +239,13 @@ void TextView::print()
 void TextView::undo()
 {
     m_current->undo();
-    tellUndo();
+    emitUndoAvailable();
 }
 
 void TextView::redo()
 {
     m_current->redo();
-    tellUndo();
+    emitUndoAvailable();
 }
 
 void TextView::cut()
@@ -370,8 +370,8 @@ void TextView::getCursorPosition(int *para, int *index)
     *index = cursor.positionInBlock();
 }
 
-/// Events run between the lines: the view may be closed then. The selection gets its former lines and columns back, so
-/// that whole lines stay selected as a whole.
+/// Events are processed between the lines, so the view may be closed during the loop. The selection gets its former
+/// lines and columns back, so that whole lines stay selected.
 void TextView::indentSelection()
 {
     const QPointer<TextViewEdit> pane = m_current;

@@ -4,12 +4,12 @@ class QSplitter;
 class TextDocument;
 class TextViewEdit;
 
-/// A view on a text file: one pane or several, one above the other.
+/// A view of a text file: one or more panes, one above the other.
 class TextView : public View, public IViewWithMarkers, public ITextNavigation, public ISourceView
 {
     Q_OBJECT
 public:
-    /// Movements of the cursor, by the numbers that scripts use.
+    /// Cursor movements. Scripts use these numbers.
     enum CursorAction : int {
         MoveBackward,
         MoveForward,
@@ -39,13 +39,13 @@ public:
     using View::update;
     void update(View *source, bool full) override;
 
-    /// As TextViewEdit tells, on the first pane.
+    /// As in TextViewEdit, on the first pane.
     virtual bool replace(const QString &text, const QString &replacement, bool caseSensitive, bool wholeWord,
                          bool forward, bool fromCursor, bool all);
     virtual bool replaceInSelection(const QString &text, const QString &replacement, bool caseSensitive,
                                     bool wholeWord);
     virtual void insert(const QString &text);
-    /// Moves the cursor of the current pane; @p select takes the selection along. Other numbers do nothing.
+    /// Moves the cursor of the current pane; @p select extends the selection. Other numbers do nothing.
     virtual void moveCursor(CursorAction action, bool select);
 
     void setMarker(int line, int mask, bool on, bool alternate) override;
@@ -62,15 +62,15 @@ public:
     void insertText(const QString &text) override;
 
     [[nodiscard]] TextDocument *textDocument() const { return m_textDocument; }
-    /// Every pane that was made, collapsed ones too; the first is the one that find and replace act on.
+    /// Every pane, including collapsed ones; find and replace act on the first.
     [[nodiscard]] const QList<TextViewEdit *> &edits() const { return m_edits; }
-    [[nodiscard]] TextViewEdit *currentEdit() const { return m_current; } ///< the pane focused last
-    void setCurrentEdit(TextViewEdit *pane);                              ///< which gets the focus when the view does
-    /// Divides @p pane at the height @p y.
+    [[nodiscard]] TextViewEdit *currentEdit() const { return m_current; } ///< the pane that had the focus last
+    void setCurrentEdit(TextViewEdit *pane);                              ///< it gets the focus when the view gets it
+    /// Splits @p pane at the height @p y.
     void splitAt(TextViewEdit *pane, int y);
-    /// The heights of the panes that are not collapsed, from top to bottom, in pixels.
+    /// The heights in pixels of the panes that are not collapsed, from top to bottom.
     [[nodiscard]] QList<int> paneHeights() const;
-    /// Makes as many panes as there are @p heights, which share the view's height in that proportion.
+    /// Creates one pane for each of @p heights; they share the height of the view in that proportion.
     void setPaneHeights(const QList<int> &heights);
     [[nodiscard]] QList<TextViewEdit *> shownEdits() const; ///< the panes that are not collapsed, from top to bottom
 
@@ -85,8 +85,8 @@ private:
     void paneFocused(TextViewEdit *pane);
     void paneBecameSmall(TextViewEdit *pane);
     void cursorMoved(TextViewEdit *pane);
-    void tellUndo();
-    void tellPaste();
+    void emitUndoAvailable();
+    void emitPasteAvailable();
 
     TextDocument *const m_textDocument;
     QSplitter *m_splitter;

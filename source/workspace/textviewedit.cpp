@@ -12,6 +12,7 @@
 #include <QFileInfo>
 #include <QMenu>
 #include <QMimeData>
+#include <QPainter>
 #include <QRubberBand>
 #include <QScrollBar>
 #include <QStyle>
@@ -21,12 +22,12 @@ using namespace Qt::StringLiterals;
 namespace {
 constexpr int CollapseHeight = 20; ///< pixels
 constexpr QColor DarkCyan(0x12, 0x34,
-                          0x38); ///< behind matched brackets on dark paper: light text would vanish on light
-constexpr int LinesAround = 4;   ///< kept in sight around a line that is gone to
+                          0x38); ///< behind matched brackets on dark paper: a light colour would hide light text
+constexpr int LinesAround = 4;   ///< lines that stay visible around the target line
 
 QTextDocument *keptDocument(QPlainTextEdit *edit)
 {
-    edit->document()->setParent(edit); // its present owner would delete it when another takes its place
+    edit->document()->setParent(edit); // its owner would delete it when the document is replaced
     return edit->document();
 }
 } // namespace
@@ -38,8 +39,7 @@ TextViewEdit::TextViewEdit(TextView *view, TextDocument *document)
     setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
     setLineWrapMode(NoWrap);
-    setViewportMargins(TextMarkerWidget::Width, 0, 0, 0);
-    setMinimumSize(1, 1); // it collapses before that
+    setMinimumSize(1, 1); // it is collapsed at a larger size
     const QString file = QFileInfo(document->filename()).fileName();
     m_margin->setObjectName(file + u"/margin"_s);
     viewport()->setObjectName(file + u"/text"_s);
@@ -57,6 +57,8 @@ TextViewEdit::TextViewEdit(TextView *view, TextDocument *document)
     connect(this, &QPlainTextEdit::updateRequest, this, [this](const QRect &rect, int dy) {
         dy ? m_margin->update() : m_margin->update(0, rect.y(), m_margin->width(), rect.height());
     });
+    connect(this, &QPlainTextEdit::blockCountChanged, this, &TextViewEdit::placeMargin);
+    connect(this, &QPlainTextEdit::cursorPositionChanged, this, &TextViewEdit::refreshCurrentLine);
     connect(this, &QPlainTextEdit::selectionChanged, this, [this] { m_document->setSelection(textCursor()); });
     connect(document, &TextDocument::bracketMatchChanged, this, &TextViewEdit::showBracketMatch);
 }
@@ -77,16 +79,17 @@ void TextViewEdit::refresh(bool full)
         colours.setColor(QPalette::Text, m_document->textColour());
         setPalette(colours);
         showBracketMatch();
+        placeMargin();
     }
     m_margin->update();
     viewport()->update();
 }
 
-/// The document's font is the formats' business: fonts that come from elsewhere must not reach it.
+/// The formats determine the font of the document: other font changes must not reach it.
 void TextViewEdit::changeEvent(QEvent *event)
 {
     if (event->type() == QEvent::FontChange || event->type() == QEvent::ApplicationFontChange)
-        QAbstractScrollArea::changeEvent(event); // NOLINT(bugprone-parent-virtual-call): the next base's takes the font
+        QAbstractScrollArea::changeEvent(event); // NOLINT(bugprone-parent-virtual-call): the base applies the font
     else
         QPlainTextEdit::changeEvent(event);
 }
@@ -115,7 +118,7 @@ QTextBlock TextViewEdit::blockAt(int y) const
 
 void TextViewEdit::showBlock(const QTextBlock &block)
 {
-    const int first = verticalScrollBar()->value(); // counts lines, as none is wrapped
+    const int first = verticalScrollBar()->value(); // the value is a line number, because lines are not wrapped
     const int onScreen = std::max(1, viewport()->height() / m_document->lineSpacing());
     const int around = std::min(LinesAround, (onScreen - 1) / 2);
     const int line = block.blockNumber();
@@ -135,6 +138,8 @@ void TextViewEdit::paintEvent(QPaintEvent *event)
     const int onScreen = viewport()->height() / std::max(1, m_document->lineSpacing()) + 1;
     const int last = std::min(firstVisibleBlock().blockNumber() + onScreen, document()->blockCount() - 1);
     m_document->ensureProcessed(document()->findBlockByNumber(last));
+    if (m_document->textTemplate()->showsCurrentLine())
+        paintCurrentLine(event->rect());
     QPlainTextEdit::paintEvent(event);
 }
 
@@ -146,10 +151,37 @@ void TextViewEdit::resizeEvent(QResizeEvent *event)
         Q_EMIT becameSmall();
 }
 
+/// The line numbers make the margin wider as the text grows.
 void TextViewEdit::placeMargin()
 {
+    const int width = m_margin->wantedWidth();
+    if (viewportMargins().left() != width)
+        setViewportMargins(width, 0, 0, 0); // may lead back here by a resize
     const QRect inside = contentsRect();
-    m_margin->setGeometry(inside.left(), inside.top(), TextMarkerWidget::Width, viewport()->height());
+    m_margin->setGeometry(inside.left(), inside.top(), width, viewport()->height());
+}
+
+/// Below the text, so that formats with a background of their own and the selection stay visible.
+void TextViewEdit::paintCurrentLine(const QRect &rect)
+{
+    const bool isDark = m_document->paperColour().lightness() < 128;
+    QPainter painter(viewport());
+    for (const Line &line : linesAt(rect.top(), rect.bottom())) {
+        if (line.block != textCursor().block())
+            continue;
+        painter.fillRect(line.rect, isDark ? QColor(255, 255, 255, 20) : QColor(0, 0, 0, 12));
+        m_shownLine = line.block.blockNumber();
+    }
+}
+
+void TextViewEdit::refreshCurrentLine()
+{
+    if (!m_document->textTemplate()->showsCurrentLine())
+        return;
+    for (const Line &line : linesAt(0, viewport()->height())) {
+        if (const int number = line.block.blockNumber(); number == textCursor().blockNumber() || number == m_shownLine)
+            viewport()->update(line.rect.toAlignedRect());
+    }
 }
 
 void TextViewEdit::showBracketMatch()
@@ -169,7 +201,7 @@ void TextViewEdit::showBracketMatch()
 
 void TextViewEdit::keyPressEvent(QKeyEvent *event)
 {
-    if (!event->text().isEmpty()) // each key has the line measured and drawn several times
+    if (!event->text().isEmpty()) // each key measures and paints the line several times
         textCursor().block().layout()->setCacheEnabled(true);
     const bool isReturn = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
     const Qt::KeyboardModifiers plain = event->modifiers() & ~(Qt::ShiftModifier | Qt::KeypadModifier);
@@ -194,8 +226,8 @@ void TextViewEdit::pressTab()
     setTextCursor(cursor);
 }
 
-/// Breaks the line and indents the new one, both in one step for undo. With Shift too: the toolkit would break the line
-/// by a character of its own, which no source file knows.
+/// Breaks the line and indents the new one, as one step for undo. Also with Shift, for which the toolkit inserts a
+/// special character that source files do not contain.
 void TextViewEdit::pressReturn(QKeyEvent *event)
 {
     QKeyEvent press(event->type(), event->key(), event->modifiers() & ~Qt::ShiftModifier, event->text(),
@@ -210,7 +242,7 @@ void TextViewEdit::pressReturn(QKeyEvent *event)
     ensureCursorVisible();
 }
 
-/// A cursor in the line's text stays with it, one before the text goes to its start.
+/// A cursor in the line's text keeps its place in the text; one before the text moves to its start.
 void TextViewEdit::indent()
 {
     TextIndent *indenter = m_document->indenter();
@@ -227,8 +259,8 @@ void TextViewEdit::indent()
     setTextCursor(cursor);
 }
 
-/// A right press puts the cursor where it was made, so that the context menu is about that line; a press on the
-/// selection leaves it, so that the menu can copy it.
+/// A right press moves the cursor there, so that the context menu refers to that line; a press on the selection keeps
+/// it, so that the menu can copy it.
 void TextViewEdit::mousePressEvent(QMouseEvent *event)
 {
     QPlainTextEdit::mousePressEvent(event);
@@ -265,7 +297,7 @@ void TextViewEdit::contextMenuEvent(QContextMenuEvent *event)
 std::unique_ptr<QMenu> TextViewEdit::contextMenu(const QPoint &position)
 {
     std::unique_ptr<QMenu> menu(createStandardContextMenu(position));
-    menu->setParent(nullptr, menu->windowFlags()); // the pane may die while the menu is open
+    menu->setParent(nullptr, menu->windowFlags()); // the pane may be deleted while the menu is open
     if (!viewInterface<IViewWithMarkers>(m_view))
         return menu;
     menu->addSeparator();
@@ -282,7 +314,7 @@ void TextViewEdit::toggleBreakpoint()
     Q_EMIT toggleBreakpoint(textCursor().blockNumber() + 1);
 }
 
-/// Files are left to the window around, which opens them.
+/// Does not accept files: the window opens them.
 void TextViewEdit::dragEnterEvent(QDragEnterEvent *event)
 {
     if (event->mimeData()->hasUrls() || event->mimeData()->text().startsWith(u"file:"_s))
@@ -366,7 +398,7 @@ bool TextViewEdit::replaceMatches(const QString &raw, const QString &text, const
         return false;
     QTextCursor cursor = textCursor();
     cursor.beginEditBlock();
-    for (auto match = matches.crbegin(); match != matches.crend(); ++match) { // those before keep their positions
+    for (auto match = matches.crbegin(); match != matches.crend(); ++match) { // backwards: positions before stay valid
         cursor.setPosition(int(match->position));
         cursor.setPosition(int(match->position + match->length), QTextCursor::KeepAnchor);
         cursor.insertText(replacement);
@@ -379,10 +411,8 @@ bool TextViewEdit::replaceInSelection(const QString &text, const QString &replac
                                       bool wholeWord)
 {
     const QTextCursor selection = textCursor();
-    const int paraFrom =
-        selection.hasSelection() ? document()->findBlock(selection.selectionStart()).blockNumber() : -1;
-    VARNEL_ASSERT(paraFrom != -1);
-    if (paraFrom == -1)
+    VARNEL_ASSERT_TEXT(selection.hasSelection(), "paraFrom != -1");
+    if (!selection.hasSelection())
         return false;
     const auto place = [this](int position) {
         const QTextBlock block = document()->findBlock(position);

@@ -7,7 +7,7 @@ class TextDocument;
 class TextMarkerWidget;
 class TextView;
 
-/// One pane of a text view: the editor proper, with the margin on its left and the split handle above its scroll bar.
+/// One pane of a text view: the editor with the margin on its left and the split handle above its scroll bar.
 class TextViewEdit : public QPlainTextEdit
 {
     Q_OBJECT
@@ -21,29 +21,29 @@ public:
     TextViewEdit(TextView *view, TextDocument *document);
     ~TextViewEdit() override;
 
-    /// Searches, selects the match and returns whether there is one. Whole words are told in SearchOptions. Without
-    /// @p fromCursor the search starts at the end of the text that it leaves.
+    /// Searches, selects the match and returns whether there is one. SearchOptions describes whole words. If @p
+    /// fromCursor is false, the search starts at the beginning of the text, or at its end when searching backwards.
     virtual bool find(const QString &text, bool caseSensitive, bool wholeWord, bool forward, bool fromCursor);
-    /// Replaces the first match from the selection's start on, and returns whether there is another, which is selected.
-    /// With @p all replaces every match of the text and returns whether there was one.
+    /// Replaces the first match from the start of the selection on, and returns whether there is another, which is then
+    /// selected. With @p all replaces every match of the text and returns whether there was one.
     virtual bool replace(const QString &text, const QString &replacement, bool caseSensitive, bool wholeWord,
                          bool forward, bool fromCursor, bool all);
     /// Replaces every match from the start of the selection to the end of its last line. The selection gets its former
-    /// lines and columns back, whatever the replacements did to the text.
+    /// lines and columns back.
     virtual bool replaceInSelection(const QString &text, const QString &replacement, bool caseSensitive,
                                     bool wholeWord);
 
     [[nodiscard]] TextDocument *textDocument() const { return m_document; }
-    /// Shows changed markers; with @p full takes over changed formats as well.
+    /// Shows changed markers; with @p full also changed formats.
     void refresh(bool full);
-    /// The lines that are on screen between the heights @p top and @p bottom of the viewport.
+    /// The visible lines between the heights @p top and @p bottom of the viewport.
     [[nodiscard]] QList<Line> linesAt(int top, int bottom) const;
     /// The line at the height @p y of the viewport; invalid below the last line.
     [[nodiscard]] QTextBlock blockAt(int y) const;
-    /// Scrolls so that @p block is on screen with some lines around it.
+    /// Scrolls so that @p block and some lines around it are visible.
     void showBlock(const QTextBlock &block);
     void scrollByWheel(QWheelEvent *event);
-    /// Indents the cursor's line as its language wants.
+    /// Indents the cursor's line by the rules of its language.
     void indent();
     [[nodiscard]] std::unique_ptr<QMenu> contextMenu(const QPoint &position);
 
@@ -53,7 +53,7 @@ public Q_SLOTS:
 Q_SIGNALS:
     void toggleBreakpoint(int line); ///< counts from 1
     void splitRequested(int height);
-    void becameSmall(); ///< too low to be of use
+    void becameSmall(); ///< too low to be usable
 
 protected:
     void keyPressEvent(QKeyEvent *event) override;
@@ -73,13 +73,16 @@ private:
     bool replaceMatches(const QString &raw, const QString &text, const QString &replacement, bool caseSensitive,
                         bool wholeWord, qsizetype from, qsizetype end);
     void placeMargin();
+    void paintCurrentLine(const QRect &rect);
+    void refreshCurrentLine();
     void dragSplitter(const QPoint &globalPosition);
     void dropSplitter(const QPoint &globalPosition);
     [[nodiscard]] int splitHeight(const QPoint &globalPosition) const;
 
     TextView *const m_view;
     TextDocument *const m_document;
-    QTextDocument *const m_ownDocument; ///< put back before the end: the shared one must not see this pane die
+    QTextDocument *const m_ownDocument; ///< set again before destruction, so that the shared document is not affected
     TextMarkerWidget *m_margin;
-    std::unique_ptr<QRubberBand> m_rubberBand; ///< null while the splitter is not dragged
+    int m_shownLine = 0;                       ///< the line of the cursor as it was painted last
+    std::unique_ptr<QRubberBand> m_rubberBand; ///< null unless the splitter is dragged
 };

@@ -2,7 +2,7 @@
 #include <QWidget>
 class Document;
 
-/// A widget that shows a document. It asks about saving when it is the last one and is closed.
+/// A widget that shows a document. When the last view of a modified document is closed, it asks whether to save.
 class View : public QWidget
 {
     Q_OBJECT
@@ -10,11 +10,11 @@ public:
     explicit View(Document *document, QWidget *parent = nullptr);
 
     virtual void print() = 0;
-    /// Sets @p out to the side interface @p name and returns true, or to null and returns false.
-    /// viewInterface() is the convenient way to ask.
+    /// Sets @p out to the side interface @p name and returns true, or sets it to null and returns false. Normally
+    /// called through viewInterface().
     virtual bool queryInterface(const QString &name, void **out) = 0;
 
-    // The edit and navigation commands; a view that lacks one does nothing.
+    // Edit and navigation commands; a view without the command does nothing.
     virtual void split() {}
     virtual void undo() {}
     virtual void redo() {}
@@ -28,14 +28,14 @@ public:
     virtual void next() {}
     virtual void selectAll() {}
 
-    /// The document changed in @p source, which may be null; @p full tells that formats or settings changed too.
+    /// The document was changed by @p source, which may be null; @p full means that formats or settings changed too.
     virtual void update(View *source, bool full) = 0;
     void update(View *source) { update(source, false); }
     using QWidget::update;
 
     [[nodiscard]] Document *document() const { return m_document; }
     [[nodiscard]] const QString &title() const { return m_title; }
-    /// 0 for the only view of its document, else 1, 2, ... among that document's views.
+    /// 0 for the only view of its document, otherwise 1, 2, ... among the views of that document.
     [[nodiscard]] int index() const { return m_index; }
     void setIndex(int index);
 

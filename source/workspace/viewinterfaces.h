@@ -1,7 +1,7 @@
 #pragma once
 #include "view.h"
 
-/// What a view with a margin offers. Lines count from 1; `mask` is a set of marker bits.
+/// Interface of a view with a margin. Lines count from 1; `mask` is a set of marker bits.
 class IViewWithMarkers
 {
 public:
@@ -10,32 +10,32 @@ public:
         EnabledBreakpointMarker = 0x01,
         DisabledBreakpointMarker = 0x02,
         MultipleBreakpointMarker = 0x04,
-        BreakpointMarkers = 0x07, ///< at most one of the three stands on a line
+        BreakpointMarkers = 0x07, ///< a line has at most one of the three
         CurrentLineMarker = 0x08,
         LookupMarker = 0x10,
         AlternateMarker = 0x8000, ///< breakpoints of the line are drawn with their second picture
     };
 
-    /// Sets or clears the bits of @p mask on @p line; a line beyond the end is ignored. @p alternate chooses the
-    /// second picture of a breakpoint.
+    /// Sets or clears the bits of @p mask on @p line; a line after the end is ignored. @p alternate selects the second
+    /// picture of a breakpoint.
     virtual void setMarker(int line, int mask, bool on, bool alternate) = 0;
     /// Clears the bits of @p mask on every line.
     virtual void clearMarkers(int mask) = 0;
     [[nodiscard]] virtual bool hasMarker(int line, int mask) = 0;
-    /// As hasMarker for the cursor's line; false if that line is not wholly on screen.
+    /// Like hasMarker() for the cursor's line; false if that line is not completely visible.
     [[nodiscard]] virtual bool hasMarkerAtCursor(int mask) = 0;
 
 protected:
     ~IViewWithMarkers() = default;
 };
 
-/// What a view offers in which one can move and search.
+/// Interface of a view that supports cursor movement and search.
 class ITextNavigation
 {
 public:
     static constexpr const char *Name = "ITextNavigation";
 
-    /// Puts the cursor at the start of @p line, counted from 1, and brings it into sight.
+    /// Moves the cursor to the start of @p line, counted from 1, and makes it visible.
     virtual void gotoLine(int line) = 0;
     virtual bool find(const QString &text, bool caseSensitive, bool wholeWord, bool forward, bool fromCursor) = 0;
     [[nodiscard]] virtual QString selectedText() = 0;
@@ -46,15 +46,16 @@ protected:
     ~ITextNavigation() = default;
 };
 
-/// What a view offers in which text is written.
+/// Interface of a view in which the user edits text.
 class ISourceView
 {
 public:
     static constexpr const char *Name = "ISourceView";
 
-    /// Indents each line of the selection, or the cursor's line, as its language wants. Events run in between.
+    /// Indents each line of the selection, or the cursor's line, by the rules of its language. Events are processed
+    /// during it.
     virtual void indentSelection() = 0;
-    /// Puts @p text in place of the selection, or at the cursor.
+    /// Replaces the selection by @p text, or inserts it at the cursor.
     virtual void insertText(const QString &text) = 0;
 
 protected:

@@ -62,7 +62,7 @@ void ViewManager::viewClosed(View *view)
     Q_EMIT viewActivated(currentView());
 }
 
-/// Gives the views of @p document their numbers and returns how many there are.
+/// Numbers the views of @p document and returns how many there are.
 int ViewManager::renumber(Document *document)
 {
     ObjectList<View> views;
@@ -88,14 +88,10 @@ View *ViewManager::firstView(Document *document) const
 
 void ViewManager::activateDocument(Document *document, bool setFocus)
 {
-    const struct
-    {
-        View *view;
-        [[nodiscard]] View *current() const { return view; }
-    } it{firstView(document)};
-    VARNEL_ASSERT(it.current());
-    if (it.current())
-        activateView(it.current(), setFocus);
+    View *view = firstView(document);
+    VARNEL_ASSERT_TEXT(view, "it.current()");
+    if (view)
+        activateView(view, setFocus);
 }
 
 void ViewManager::closeCurrentView()
@@ -133,11 +129,11 @@ void ViewManager::newView()
     Document *document = currentDocument();
     if (!document)
         return;
-    View *newView = document->documentTemplate()->createView(document);
-    VARNEL_ASSERT(newView);
-    if (!newView)
+    View *view = document->documentTemplate()->createView(document);
+    VARNEL_ASSERT_TEXT(view, "newView");
+    if (!view)
         return;
-    addView(newView, true);
+    addView(view, true);
     renumber(document);
 }
 

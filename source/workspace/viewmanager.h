@@ -2,8 +2,8 @@
 #include "objectlist.h"
 #include "view.h"
 
-/// Owns all views, arranges them, and passes on the signals of whichever of them speaks, so that menus and tool bars
-/// need not know about views. Closing the last view of a document deletes the document.
+/// Owns all views, arranges them, and forwards the signals of all views, so that menus and tool bars do not depend on
+/// views. Closing the last view of a document deletes the document.
 class ViewManager : public QWidget
 {
     Q_OBJECT
@@ -16,31 +16,32 @@ public:
     virtual void cascade() {}
     virtual void tile() {}
     virtual void addView(View *newView, bool activate);
-    /// Puts a replacement where the view closed last stood.
+    /// Adds a view in the place of the view that was closed last.
     virtual void addViewInPlace(View *newView, bool activate);
-    /// The view in front, or null.
+    /// The current view, or null.
     [[nodiscard]] virtual View *currentView() = 0;
     virtual void activateView(View *view, bool setFocus) = 0;
 
-    /// Most recently activated first; a new view stands last until it is activated.
+    /// Most recently activated first; a new view is last until it is activated.
     [[nodiscard]] const ObjectList<View> &views() const { return m_views; }
-    /// In the order in which the user sees them.
+    /// In the order on the screen.
     [[nodiscard]] virtual QList<View *> arrangedViews() const { return m_views; }
     [[nodiscard]] Document *currentDocument();
-    /// Brings the first view of @p document to the front. The document must have one.
+    /// Activates the first view of @p document, which must have one.
     void activateDocument(Document *document, bool setFocus);
     void closeCurrentView();
     void closeCurrentDocument();
-    /// Closes every view of @p document; each may refuse.
+    /// Closes every view of @p document; each view may refuse.
     void closeDocument(Document *document);
-    /// Brings each view to the front and closes it; a refusal concerns that view only.
+    /// Activates and closes each view; a refusal does not stop the loop.
     void closeAll();
-    /// Opens a further view on the current document.
+    /// Opens another view of the current document.
     void newView();
     void nextView();
     void previousView();
     void updateAllDocuments(bool full);
-    /// Moves to @p line of the current view, counted from 1; with @p mark it becomes the one line marked as looked up.
+    /// Moves to @p line of the current view, counted from 1; with @p mark it becomes the only line with the look-up
+    /// marker.
     void gotoLine(int line, bool mark);
     void indentCurrent();
     void insertInCurrent(const QString &text);

@@ -47,7 +47,7 @@ Document *Workspace::openOrCreate(const QString &filename)
     return opened ? findDocument(filename) : nullptr;
 }
 
-bool Workspace::reopenDocument(QString filename) // NOLINT(performance-unnecessary-value-param): its owner dies
+bool Workspace::reopenDocument(QString filename) // NOLINT(performance-unnecessary-value-param): its owner is deleted
 {
     const QPointer<Document> doc = findDocument(filename);
     if (!doc)
@@ -55,8 +55,8 @@ bool Workspace::reopenDocument(QString filename) // NOLINT(performance-unnecessa
     DocumentTemplate *docTemplate = templateFor(filename, "DocumentTemplate");
     std::unique_ptr<Document> loaded = docTemplate ? create(docTemplate, &Document::open, filename) : nullptr;
     if (!loaded || !doc)
-        return false;        // what is open may be the only copy that is left
-    doc->setModified(false); // or its last view would ask
+        return false;        // the open document may be the only copy left
+    doc->setModified(false); // otherwise its last view would ask
     m_viewManager->activateDocument(doc, true);
     m_viewManager->closeDocument(doc);
     const bool shown = show(docTemplate, std::move(loaded), true, Placement::InPlace);

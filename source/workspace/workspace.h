@@ -5,7 +5,7 @@ class Document;
 class DocumentTemplate;
 class ViewManager;
 
-/// The document manager: which documents are open, and which kind of document opens a file.
+/// Manages the open documents, and selects the kind of document that opens a file.
 class Workspace : public QObject
 {
     Q_OBJECT
@@ -16,24 +16,24 @@ public:
     /// Must be called before the first document is opened. The workspace does not own the manager.
     void setViewManager(ViewManager *viewManager);
 
-    /// Appends @p docTemplate and takes it over. Templates are asked in the order of their addition.
+    /// Appends @p docTemplate and takes ownership. Templates are tried in the order in which they were added.
     void addTemplate(DocumentTemplate *docTemplate);
     [[nodiscard]] const QList<DocumentTemplate *> &templates() const { return m_templates; }
     [[nodiscard]] const QList<Document *> &documents() const { return m_documents; }
 
-    /// Opens @p filename, or brings its first view to the front if it is open; @p activate gives the view the focus.
+    /// Opens @p filename, or activates its first view if it is open; @p activate sets the focus to the view.
     bool openDocument(const QString &filename, bool activate);
-    /// The document @p filename: one that is open, or else its file, or else a new one, about which nobody is asked.
-    /// Null if it cannot be opened.
+    /// The document @p filename: the open one, otherwise the file, otherwise a new document without a question. Null if
+    /// it cannot be opened.
     Document *openOrCreate(const QString &filename);
-    /// Loads an open document anew, into a new view that takes the old one's place. If that fails, the old one stays as
-    /// it is. The name is taken by value: the document that owned it dies on the way.
+    /// Reloads an open document into a new view in the place of the old one. On failure the old one is unchanged. The
+    /// name is passed by value, because the document that owns it is deleted.
     bool reopenDocument(QString filename);
-    /// Shows a page in the one help document.
+    /// Shows a page in the only help document.
     bool openHelp(const QString &filename);
     bool newDocument(DocumentTemplate *docTemplate, const QString &filename);
 
-    /// Saves every document, failures notwithstanding. Returns whether all saves succeeded.
+    /// Saves every document; continues after a failure. Returns whether all documents were saved.
     bool saveAll(bool onlyModified);
     void addDocument(Document *doc);
     void closeCurrentDocument();
@@ -43,7 +43,7 @@ public:
     [[nodiscard]] bool anyModified() const;
 
 Q_SIGNALS:
-    /// A document was loaded anew, without the markers that its lines had.
+    /// A document was reloaded and has lost its markers.
     void documentReopened();
 
 private:

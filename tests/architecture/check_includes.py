@@ -1,13 +1,16 @@
-"""Fails when a source file includes something from a room that its own room may not see.
+"""Fails when a source file includes a file of a folder that its own folder must not depend on.
 
-Rooms are the folders below source; `plugins` stands for every plug-in. An include counts when a file of that name
-exists in one of the rooms. The rooms without windows must not include a widget of the toolkit either.
+The folders are those below source, branding, and `plugins` for all plug-ins. An include is checked if a file of that
+name exists in one of the folders. Folders without windows must not include a widget of the toolkit either.
+
+The sub-folders of source/framework have levels: one includes only sub-folders of its own level and of those below, and
+sub-folders of one level do not include each other in a ring.
 """
 import pathlib
 import re
 import sys
 
-MAY_SEE = {
+MAY_INCLUDE = {
     "base": set(),
     "interfaces": set(),
     "project": {"interfaces"},
@@ -20,6 +23,13 @@ MAY_SEE = {
     "plugins": {"interfaces", "workspace"},
 }
 WITHOUT_WINDOWS = {"base", "interfaces", "project"}
+FRAMEWORK_LEVELS = (  # from the bottom to the top
+    {"plugins", "output", "dialogs"},
+    {"build", "debug", "tree", "windows"},
+    {"shell"},
+    {"automation"},
+    {"framework"},  # the files outside sub-folders: the entry function
+)
 INCLUDE = re.compile(r'^\s*#\s*include\s*([<"])([^>"]+)[>"]', re.MULTILINE)
 WIDGET = re.compile(r"^(QtWidgets/)?Q(Widget|Dialog|MainWindow|Menu|Action|ToolBar|Tree\w*|List(View|Widget\w*)|Table\w*"
                     r"|Label|LineEdit|ComboBox|MessageBox|\w*Button|\w*Layout|Application|PlainTextEdit|TextEdit"
@@ -27,48 +37,99 @@ WIDGET = re.compile(r"^(QtWidgets/)?Q(Widget|Dialog|MainWindow|Menu|Action|ToolB
 SUFFIXES = {".h", ".cpp"}
 
 
-def room_of(path, root):
+def folder_of(path, root):
     parts = path.relative_to(root).parts
     return parts[1] if parts[0] == "source" else parts[0]
 
 
 def sources(root):
-    for folder in ("source", "branding", "plugins"):
-        for path in sorted((root / folder).rglob("*")):
+    for top in ("source", "branding", "plugins"):
+        for path in sorted((root / top).rglob("*")):
             if path.suffix in SUFFIXES:
                 yield path
 
 
 def violations(root):
+    yield from folder_violations(root)
+    yield from framework_violations(root)
+
+
+def folder_violations(root):
     files = list(sources(root))
     owners = {}
     for path in files:
-        owners.setdefault(path.name, set()).add(room_of(path, root))
+        owners.setdefault(path.name, set()).add(folder_of(path, root))
     for path in files:
-        room = room_of(path, root)
-        if room not in MAY_SEE:
-            yield f"{path.relative_to(root)}: '{room}' is no room of the house"
+        folder = folder_of(path, root)
+        if folder not in MAY_INCLUDE:
+            yield f"{path.relative_to(root)}: '{folder}' is not in the table of folders"
             continue
         for _, name in INCLUDE.findall(path.read_text(encoding="utf-8")):
-            seen = owners.get(pathlib.PurePosixPath(name).name, set())
-            if seen and not seen & (MAY_SEE[room] | {room, "base"}):
-                yield f"{path.relative_to(root)}: includes {name} of {', '.join(sorted(seen))}"
-            if room in WITHOUT_WINDOWS and WIDGET.match(name):
-                yield f"{path.relative_to(root)}: includes {name}, but '{room}' knows no widget"
+            found = owners.get(pathlib.PurePosixPath(name).name, set())
+            if found and not found & (MAY_INCLUDE[folder] | {folder, "base"}):
+                yield f"{path.relative_to(root)}: includes {name} of {', '.join(sorted(found))}"
+            if folder in WITHOUT_WINDOWS and WIDGET.match(name):
+                yield f"{path.relative_to(root)}: includes {name}, but '{folder}' must not use widgets"
+
+
+def framework_violations(root):
+    framework = root / "source" / "framework"
+    files = [path for path in sorted(framework.rglob("*")) if path.suffix in SUFFIXES]
+    owners = {path.name: sub_folder_of(path, framework) for path in files}
+    levels = {folder: level for level, folders in enumerate(FRAMEWORK_LEVELS) for folder in folders}
+    included = {folder: set() for folder in levels}
+    for path in files:
+        folder = owners[path.name]
+        if folder not in levels:
+            yield f"{path.relative_to(root)}: '{folder}' is not in the table of levels"
+            continue
+        for _, name in INCLUDE.findall(path.read_text(encoding="utf-8")):
+            other = owners.get(pathlib.PurePosixPath(name).name, folder)
+            if levels.get(other, -1) > levels[folder]:
+                yield f"{path.relative_to(root)}: includes {name} of {other}, which is above {folder}"
+            elif other != folder:
+                included[folder].add(other)
+    for folder in sorted(levels):
+        if folder in reachable(folder, included):
+            yield f"source/framework/{folder}: includes itself through other sub-folders"
+
+
+def sub_folder_of(path, framework):
+    parts = path.relative_to(framework).parts
+    return parts[0] if len(parts) > 1 else framework.name
+
+
+def reachable(start, included):
+    """The folders that start includes, directly or through others."""
+    found, pending = set(), [start]
+    while pending:
+        new = included.get(pending.pop(), set()) - found
+        found |= new
+        pending += new
+    return found
 
 
 def selftest():
-    """A tree with one arrow of each forbidden kind gives exactly these complaints."""
+    """A tree with one forbidden include of each kind gives exactly these messages."""
     import tempfile
-    with tempfile.TemporaryDirectory() as folder:
-        root = pathlib.Path(folder)
+    with tempfile.TemporaryDirectory() as directory:
+        root = pathlib.Path(directory)
         texts = {
             "source/base/varnelassert.h": "",
             "source/interfaces/unknown.h": "#include <QUuid>\n",
             "source/project/project.h": '#include "unknown.h"\n#include "varnelassert.h"\n',
             "source/project/bad.cpp": '#include "mainwindow.h"\n#include <QTreeWidget>\n',
             "source/widgets/bad.h": '#include "project.h"\n',
-            "source/framework/shell/mainwindow.h": '#include "project.h"\n#include <QMainWindow>\n',
+            "source/framework/shell/mainwindow.h":
+                '#include "project.h"\n#include <QMainWindow>\n#include "finddialog.h"\n#include "server.h"\n',
+            "source/framework/automation/server.h": "",
+            "source/framework/dialogs/finddialog.h": '#include "dialogs/finddialog.h"\n',
+            "source/framework/dialogs/bad.cpp": '#include "shell/mainwindow.h"\n',
+            "source/framework/build/build.cpp": '#include "debug.h"\n#include "finddialog.h"\n',
+            "source/framework/debug/debug.h": '#include "tree/tree.h"\n',
+            "source/framework/tree/tree.h": '#include "windows.h"\n',
+            "source/framework/windows/windows.h": '#include "debug.h"\n',
+            "source/framework/attic/older.h": '#include "mainwindow.h"\n',
             "source/attic/old.h": "",
             "plugins/gdb/gdb.cpp": '#include "unknown.h"\n# include "shell/mainwindow.h"\n',
         }
@@ -79,8 +140,14 @@ def selftest():
         found = sorted(violations(root))
     expected = sorted([
         "plugins/gdb/gdb.cpp: includes shell/mainwindow.h of framework",
-        "source/attic/old.h: 'attic' is no room of the house",
-        "source/project/bad.cpp: includes QTreeWidget, but 'project' knows no widget",
+        "source/attic/old.h: 'attic' is not in the table of folders",
+        "source/framework/attic/older.h: 'attic' is not in the table of levels",
+        "source/framework/debug: includes itself through other sub-folders",
+        "source/framework/dialogs/bad.cpp: includes shell/mainwindow.h of shell, which is above dialogs",
+        "source/framework/shell/mainwindow.h: includes server.h of automation, which is above shell",
+        "source/framework/tree: includes itself through other sub-folders",
+        "source/framework/windows: includes itself through other sub-folders",
+        "source/project/bad.cpp: includes QTreeWidget, but 'project' must not use widgets",
         "source/project/bad.cpp: includes mainwindow.h of framework",
         "source/widgets/bad.h: includes project.h of project",
     ])
@@ -91,6 +158,6 @@ def selftest():
 if sys.argv[1] == "--selftest":
     selftest()
 else:
-    complaints = list(violations(pathlib.Path(sys.argv[1])))
-    if complaints:
-        sys.exit("\n".join(complaints))
+    messages = list(violations(pathlib.Path(sys.argv[1])))
+    if messages:
+        sys.exit("\n".join(messages))

@@ -15,7 +15,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// No file may grow beyond this size while it lives: what a full disk does to a writer.
+/// Limits the size of files while it exists, which has the effect of a full disk on a writer.
 class SmallDisk
 {
 public:
@@ -38,7 +38,7 @@ private:
     void (*m_oldHandler)(int) = nullptr;
 };
 
-/// The administrator, who may do everything, is somebody else while it lives.
+/// Runs as an ordinary user instead of the administrator while it exists.
 class CommonUser
 {
 public:
@@ -117,7 +117,7 @@ private Q_SLOTS:
         QVERIFY(!readFile(QString()));
     }
 
-    void aFileIsWrittenWhole()
+    void fileIsWrittenCompletely()
     {
         for (const char *bytes : {"new", "longer text", "x", ""}) {
             QVERIFY(writeFileSafely(m_path, bytes));
@@ -126,7 +126,7 @@ private Q_SLOTS:
         QCOMPARE(entries(), QStringList(u"p.vnp"_s));
     }
 
-    void whatIsNoFileIsRefused()
+    void otherThanRegularFilesAreRefused()
     {
         QVERIFY(!writeFileSafely(beside(u"no/such/directory"_s), "new"));
         QVERIFY(!writeFileSafely(QString(), "new"));
@@ -134,7 +134,7 @@ private Q_SLOTS:
         QVERIFY(QFileInfo(m_directory->path()).isDir());
     }
 
-    void aNewFileGetsTheUsualPermissions()
+    void newFileGetsTheDefaultPermissions()
     {
         const mode_t mask = ::umask(027);
         const bool written = writeFileSafely(m_path, "x");
@@ -143,7 +143,7 @@ private Q_SLOTS:
         QCOMPARE(statusOf(m_path).st_mode & 07777, 0640u);
     }
 
-    void aFileKeepsItsPermissions()
+    void fileKeepsItsPermissions()
     {
         put(m_path, "old");
         for (const mode_t mode : {0640u, 0666u, 04751u}) {
@@ -151,15 +151,15 @@ private Q_SLOTS:
             const ino_t before = statusOf(m_path).st_ino;
             QVERIFY(writeFileSafely(m_path, "new"));
             QCOMPARE(statusOf(m_path).st_mode & 07777, mode);
-            QVERIFY(statusOf(m_path).st_ino != before); // it went to a new file, which took the name
+            QVERIFY(statusOf(m_path).st_ino != before); // the bytes are in a new file, which was renamed
         }
     }
 
-    void aFileKeepsItsOwnerAndItsAttributes()
+    void fileKeepsItsOwnerAndItsAttributes()
     {
         put(m_path, "old");
         const QByteArray name = QFile::encodeName(m_path);
-        const bool given = ::chown(name.constData(), 1234, 4321) == 0; // only the administrator may give files away
+        const bool given = ::chown(name.constData(), 1234, 4321) == 0; // only the administrator may change the owner
         const bool hasAttributes = ::setxattr(name.constData(), "user.note", "hi", 2, 0) == 0;
         QVERIFY(writeFileSafely(m_path, "new"));
         QCOMPARE(read(m_path), "new");
@@ -170,7 +170,7 @@ private Q_SLOTS:
             QCOMPARE(::getxattr(name.constData(), "user.note", value, sizeof value), ssize_t(2));
     }
 
-    void symbolicLinksStayLinks()
+    void symbolicLinkStaysALink()
     {
         const QString target = beside(u"target"_s);
         put(target, "old");
@@ -180,7 +180,7 @@ private Q_SLOTS:
         QCOMPARE(read(target), "new");
     }
 
-    void theMissingTargetOfASymbolicLinkIsMade()
+    void missingTargetOfASymbolicLinkIsCreated()
     {
         QVERIFY(QFile::link(u"later"_s, m_path));
         {
@@ -194,7 +194,7 @@ private Q_SLOTS:
         QCOMPARE(read(beside(u"later"_s)), "new");
     }
 
-    void everyNameOfAFileGetsTheNewBytes()
+    void allHardLinksHaveTheNewBytes()
     {
         put(m_path, "old");
         QVERIFY(addName(m_path, beside(u"second"_s)));
@@ -203,7 +203,7 @@ private Q_SLOTS:
         QCOMPARE(statusOf(m_path).st_nlink, nlink_t(2));
     }
 
-    void aDirectoryThatTakesNoNewFileHasItWrittenInPlace()
+    void fileInAReadOnlyDirectoryIsWrittenInPlace()
     {
         put(m_path, "old");
         QVERIFY(changeMode(m_path, 0666));
@@ -224,13 +224,13 @@ private Q_SLOTS:
         QCOMPARE(entries(), QStringList(u"p.vnp"_s));
     }
 
-    void aFileThatBelongsToAnotherIsWrittenInPlace()
+    void fileOfAnotherUserIsWrittenInPlace()
     {
         put(m_path, "old");
         QVERIFY(changeMode(m_path, 0666));
         QVERIFY(changeMode(m_directory->path(), 0777));
         const struct stat before = statusOf(m_path);
-        const CommonUser user; // who may make files here, but not give them away
+        const CommonUser user; // may create files here, but not change their owner
         QVERIFY(user.isDone());
         QVERIFY(writeFileSafely(m_path, "new"));
         QCOMPARE(read(m_path), "new");
@@ -238,12 +238,12 @@ private Q_SLOTS:
         QCOMPARE(entries(), QStringList(u"p.vnp"_s));
     }
 
-    void aFileWhoseNameIsHeldFastIsWrittenInPlace()
+    void fileThatCannotBeRenamedIsWrittenInPlace()
     {
         put(m_path, "old");
         const QByteArray name = QFile::encodeName(m_path);
         if (::mount(name.constData(), name.constData(), "", MS_BIND, "") != 0)
-            return; // only the administrator may
+            return; // only the administrator may set it
         const bool written = writeFileSafely(m_path, "new");
         ::umount(name.constData());
         QVERIFY(written);
@@ -251,14 +251,14 @@ private Q_SLOTS:
         QCOMPARE(entries(), QStringList(u"p.vnp"_s));
     }
 
-    void aReadOnlyFileIsRefused()
+    void readOnlyFileIsRefused()
     {
         put(m_path, "old");
         QVERIFY(changeMode(m_path, 0444));
         QVERIFY(changeMode(m_directory->path(), 0777));
         const bool root = ::geteuid() == 0;
         if (root)
-            QCOMPARE(::setegid(65534) + ::setreuid(65534, 0), 0); // access() looks at the real user
+            QCOMPARE(::setegid(65534) + ::setreuid(65534, 0), 0); // access() checks the real user
         const bool written = writeFileSafely(m_path, "new");
         if (root)
             QCOMPARE(::setreuid(0, 0) + ::setegid(0), 0);
@@ -266,7 +266,7 @@ private Q_SLOTS:
         QCOMPARE(read(m_path), "old");
     }
 
-    void fullDiskLeavesTheOldFile_data()
+    void fullDiskKeepsTheOldFile_data()
     {
         QTest::addColumn<bool>("inPlace");
         QTest::addColumn<int>("space");
@@ -279,7 +279,7 @@ private Q_SLOTS:
             QTest::newRow("unbuffered" + where) << inPlace << 1000 << 100'000;
         }
     }
-    void fullDiskLeavesTheOldFile()
+    void fullDiskKeepsTheOldFile()
     {
         QFETCH(const bool, inPlace);
         QFETCH(const int, space);
@@ -298,13 +298,13 @@ private Q_SLOTS:
         QVERIFY(writeFileSafely(m_path, QByteArray(size, 'x')));
     }
 
-    void fullFileSystemLeavesTheOldFile()
+    void fullFileSystemKeepsTheOldFile()
     {
         const QString mountPoint = beside(u"small"_s);
         const QByteArray mounted = QFile::encodeName(mountPoint);
         QVERIFY(QDir().mkdir(mountPoint));
         if (::mount("none", mounted.constData(), "tmpfs", 0, "size=64k") != 0)
-            return; // not allowed here; the limit on file sizes above stands for it
+            return; // not allowed here; the test with the limit of the file size covers it
         const QString path = mountPoint + u"/p.vnp"_s;
         put(path, QByteArray(30'000, 'o'));
         const bool refused = !writeFileSafely(path, QByteArray(60'000, 'x'));
@@ -321,7 +321,7 @@ private Q_SLOTS:
         QVERIFY(smaller);
     }
 
-    void fullDeviceIsNoticed()
+    void writingToAFullDeviceFails()
     {
         QVERIFY(QFile::link(u"/dev/full"_s, m_path));
         QVERIFY(!writeFileSafely(m_path, "new"));

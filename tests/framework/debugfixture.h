@@ -1,11 +1,10 @@
 #pragma once
 #include "buildcontrol.h"
-#include "buildcontrolhost.h"
 #include "debugactiondialog.h"
 #include "debugcontrol.h"
-#include "debugcontrolhost.h"
 #include "dialoganswers.h"
 #include "environmentkey.h"
+#include "fakeservices.h"
 #include "idebugbuild.h"
 #include "idisassembly.h"
 #include "markedviews.h"
@@ -17,9 +16,9 @@
 #include <QCheckBox>
 #include <QLabel>
 
-/// The control of debug sessions and of builds in a window that only writes down what it is asked, with real documents
-/// and views and the stub's processors. What happens is told as a story, a line each.
-class DebugFixture : protected StubFixture, public BuildControlHost, public DebugControlHost
+/// The control of debug sessions and of builds with the real activity, documents and views, the stub's processors and
+/// services that only write down their calls. story() lists what happened, a line each.
+class DebugFixture : protected StubFixture, public FakeServices
 {
 protected:
     void setUp()
@@ -33,16 +32,13 @@ protected:
         m_documents->setViewManager(m_views.get());
         m_template = new MarkedTemplate;
         m_documents->addTemplate(m_template);
-        m_build = std::make_unique<BuildControl>(*this);
-        m_control = std::make_unique<DebugControl>(*this, *m_build);
+        m_build = std::make_unique<BuildControl>(*m_activity, *this);
+        m_control = std::make_unique<DebugControl>(*m_activity, *this, *m_build);
         QObject::connect(m_views.get(), &ViewManager::toggleBreakpoint, m_control.get(),
                          &DebugControl::toggleBreakpoint);
-        QObject::connect(m_workspace.get(), &ProjectWorkspace::currentProjectChanged, m_control.get(),
-                         &DebugControl::currentProjectChanged);
-        QObject::connect(m_workspace.get(), &ProjectWorkspace::workspaceChanged, m_control.get(),
-                         &DebugControl::forgetEnvironments);
+        QObject::connect(m_activity.get(), &Activity::stateEntered, m_window.get(),
+                         [this](ActivityState state) { note(QStringLiteral("state %1").arg(state)); });
         m_answers = std::make_unique<DialogAnswers>();
-        m_state = StateIdle;
         m_savesAll = true;
         m_line = 1;
         m_whileSaving = nullptr;
@@ -66,20 +62,8 @@ protected:
     }
 
     // The window
-    ActivityState state() const override { return m_state; }
-    void setState(ActivityState state) override
-    {
-        const int change = ++m_changes;
-        m_control->enterState(state);
-        if (change != m_changes)
-            return;
-        m_state = state;
-        note(QStringLiteral("state %1").arg(state));
-    }
-    ProjectWorkspace *projectWorkspace() const override { return m_workspace.get(); }
     Workspace *workspace() const override { return m_documents.get(); }
     ViewManager *viewManager() const override { return m_views.get(); }
-    Navigator *navigator() const override { return nullptr; }
     OutputWindow *outputWindow() const override { return m_output; }
     QWidget *dialogParent() override { return m_window.get(); }
     int currentLine() const override { return m_line; }
@@ -111,33 +95,40 @@ protected:
             action();
     }
 
-    /// What the user does with the window around it.
+    /// As the commands of the window do it.
     void closeWorkspace()
     {
-        if (m_state >= StateRunning)
+        if (m_activity->state() >= StateRunning)
             m_control->debugStop();
-        std::unique_ptr<ProjectWorkspace> closed = std::move(m_workspace);
-        m_control->forgetEnvironments();
-        closed.reset();
-        setState(StateNoWorkspace);
+        StubFixture::dropWorkspace();
         m_views->closeAll();
     }
     void closeWindow()
     {
-        if (m_state == StateBuilding)
+        if (m_activity->state() == StateBuilding)
             m_build->buildStopBuild();
         m_views->closeAll();
         closeWorkspace();
     }
 
+    /// As if there had never been one.
+    void dropWorkspace()
+    {
+        StubFixture::dropWorkspace();
+        story();
+    }
+
     // The story
     void note(const QString &text) { m_story += m_stub->takeCalls() + QStringList{text}; }
 
-    /// What has happened since the last time, in the order of windows and plug-ins.
+    /// What has happened since the last call. Each change of state asks whether a processor can be attached to; that is
+    /// left out.
     QString story()
     {
         m_story += m_stub->takeCalls();
-        return std::exchange(m_story, {}).join(u'\n').remove(m_directory->path() + u'/');
+        QStringList lines = std::exchange(m_story, {});
+        lines.removeIf([](const QString &line) { return line.endsWith(QStringLiteral(".canAttach()")); });
+        return lines.join(u'\n').remove(m_directory->path() + u'/');
     }
     /// The same without what is only asked of plug-ins to show it.
     QString deeds()
@@ -191,7 +182,7 @@ protected:
             later([this, success, meanwhile] {
                 if (meanwhile)
                     meanwhile();
-                if (m_state == StateBuilding)
+                if (m_activity->state() == StateBuilding)
                     m_build->buildFinished(success);
             });
         };
@@ -205,7 +196,7 @@ protected:
     /// As it is while the program runs or stands, without what led to it.
     void be(ActivityState state)
     {
-        m_state = state;
+        m_activity->setState(state);
         story();
     }
 
@@ -282,8 +273,6 @@ protected:
     std::unique_ptr<BuildControl> m_build;
     std::unique_ptr<DebugControl> m_control;
     std::unique_ptr<DialogAnswers> m_answers;
-    ActivityState m_state = StateIdle;
-    int m_changes = 0;
     bool m_savesAll = true;
     int m_line = 1;
     std::function<void()> m_whileSaving;

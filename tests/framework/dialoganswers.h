@@ -9,15 +9,15 @@
 #include <QPointer>
 #include <QTimer>
 
-/// Answers dialogs as they come up, in the order told, and writes down what they said. A dialog that nobody expects is
-/// cancelled and written down as "unexpected".
+/// Answers dialogs in the order of the calls, and records their texts. An unexpected dialog is cancelled and recorded
+/// as "unexpected".
 class DialogAnswers : public QObject
 {
 public:
     DialogAnswers()
     {
         connect(&m_timer, &QTimer::timeout, this, &DialogAnswers::answer);
-        m_timer.start(1); // an idle loop must be able to come to rest
+        m_timer.start(1); // an idle loop must be able to become idle
     }
 
     void press(QMessageBox::StandardButton button)
@@ -49,7 +49,7 @@ public:
             if (files.isEmpty())
                 dialog->reject();
             else
-                QMetaObject::invokeMethod(dialog, "accept", Qt::QueuedConnection); // it may ask something itself
+                QMetaObject::invokeMethod(dialog, "accept", Qt::QueuedConnection); // it may show a question itself
         });
     }
 
@@ -65,7 +65,7 @@ public:
         });
     }
 
-    /// Does something else with the next dialog, which must end by that.
+    /// Calls a function with the next dialog, which must close it.
     void meet(const std::function<void(QDialog *)> &use) { m_answers.append(use); }
 
     [[nodiscard]] bool allGiven() const { return m_answers.isEmpty(); }
@@ -77,7 +77,7 @@ public:
         QMessageBox::StandardButtons buttons;
     };
 
-    /// The last message as the user sees it: "information Varnel [Ok Cancel]".
+    /// The last message as text: "information Varnel [Ok Cancel]".
     [[nodiscard]] QString lastBox() const
     {
         if (boxes.isEmpty())
@@ -98,7 +98,7 @@ public:
 
     QStringList said;
     QList<Box> boxes;
-    QString directory; ///< where the file dialog last answered began
+    QString directory; ///< the initial directory of the last file dialog
 
 private:
     void answer()

@@ -6,11 +6,11 @@
 #include <QGroupBox>
 #include <QLabel>
 #include <QPushButton>
-#include <QtTest>
+#include <QTest>
 
-// What a user sees of a dialog and does in it.
+// Functions that read a dialog and operate it like a user.
 
-/// The texts of the widgets of a kind, in the order in which they were made.
+/// The texts of the widgets of a class, in the order of creation.
 template <typename T>
 QStringList textsOf(const QDialog &dialog)
 {
@@ -45,7 +45,7 @@ inline void showActive(QDialog &dialog)
     QVERIFY(QTest::qWaitForWindowActive(&dialog));
 }
 
-/// The names of the widgets that Tab goes through, from the one that has the focus.
+/// The names of the widgets in the order of Tab, starting at the one with the focus.
 inline QStringList tabOrder(QDialog &dialog)
 {
     QStringList names;
@@ -58,7 +58,7 @@ inline QStringList tabOrder(QDialog &dialog)
     }
 }
 
-/// Whether every text of the dialog has the room that it asks for.
+/// Whether every text of the dialog has the space that it needs.
 inline bool showsAllTexts(const QDialog &dialog)
 {
     for (const QWidget *widget : dialog.findChildren<QWidget *>()) {

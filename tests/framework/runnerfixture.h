@@ -1,27 +1,27 @@
 #pragma once
+#include "fakeservices.h"
 #include "objectmodel.h"
 #include "qtrunnerserver.h"
-#include "scripthost.h"
 #include <QAction>
 #include <QCheckBox>
 #include <QFrame>
 #include <QLineEdit>
 #include <QPushButton>
-#include <QtTest>
+#include <QTest>
 #include <QVBoxLayout>
 
-/// Finds the actions of a window as the program does those of its UI file.
-class WindowHost : public ScriptHost
+/// Finds the actions of a window by name, like the program.
+class WindowHost : public FakeServices
 {
 public:
     explicit WindowHost(QWidget *window) : m_window(window) {}
-    [[nodiscard]] QAction *action(const QString &name) override { return m_window->findChild<QAction *>(name); }
+    [[nodiscard]] QAction *action(const QString &name) const override { return m_window->findChild<QAction *>(name); }
 
 private:
     QWidget *const m_window;
 };
 
-/// Keeps what is posted to it, as the type and the fields that matter.
+/// Records the events that are posted to it: the type and the relevant fields.
 class EventProbe : public QWidget
 {
     Q_OBJECT
@@ -54,7 +54,7 @@ private:
     }
 };
 
-/// Has members of the kinds that drivers ask for.
+/// Has members of the types that drivers request.
 class MemberProbe : public QObject
 {
     Q_OBJECT
@@ -92,7 +92,7 @@ private Q_SLOTS:
     void secret() { ++secrets; }
 };
 
-/// A window with a bit of everything, and a server that shows it to drivers.
+/// A window with widgets of several kinds, and a server for it.
 class RunnerFixture
 {
 public:
@@ -132,7 +132,7 @@ private:
     }
 };
 
-/// A driver on the other end of the line.
+/// A driver that is connected to the server.
 class Driver : public QTcpSocket
 {
 public:
@@ -145,13 +145,13 @@ public:
         connectToHost(address, port);
     }
 
-    /// Sends @p commands, and gives what comes back until they have all been carried out.
+    /// Sends @p commands, and returns the replies when all have been executed.
     QByteArray ask(const QByteArray &commands)
     {
         write(commands);
         write("GETCLASS window\n");
-        static const QByteArray fence = "OK QWidget\r\n"; // no reply of the tests is this one
-        QEventLoop loop; // rather than asking again and again: the program's side has much to do in between
+        static const QByteArray fence = "OK QWidget\r\n"; // differs from all replies of the tests
+        QEventLoop loop; // instead of polling, because the program has much to do in between
         connect(this, &QIODevice::readyRead, &loop, &QEventLoop::quit);
         connect(this, &QAbstractSocket::disconnected, &loop, &QEventLoop::quit);
         QTimer::singleShot(30000, &loop, &QEventLoop::quit);
@@ -167,13 +167,13 @@ public:
     }
 };
 
-/// A driver in a thread of its own, which can wait while a dialog of the program is open.
+/// A driver in another thread, which can wait while a dialog of the program is open.
 class DistantDriver
 {
 public:
     explicit DistantDriver(const RunnerFixture &fixture) : m_port(fixture.server->serverPort()) {}
 
-    /// Runs @p script with the driver connected, and handles the program's events meanwhile.
+    /// Runs @p script with the driver connected, and processes the program's events meanwhile.
     bool run(const std::function<void(DistantDriver &)> &script)
     {
         const std::unique_ptr<QThread> thread(QThread::create([this, &script] {
@@ -189,7 +189,7 @@ public:
         return ended;
     }
 
-    /// Sends @p commands and waits for as many bytes as @p replies has. Returns whether they are these.
+    /// Sends @p commands and waits for as many bytes as @p replies has. Returns whether the bytes are equal.
     bool ask(const QByteArray &commands, const QByteArray &replies)
     {
         m_socket->write(commands);

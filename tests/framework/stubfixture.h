@@ -1,6 +1,7 @@
 #pragma once
 #include "../plugins/stub/stub.h"
 #include "../project/modeltext.h"
+#include "activity.h"
 #include "ibuildenvironment.h"
 #include "iexecutionenvironment.h"
 #include "pluginmanager.h"
@@ -26,15 +27,24 @@ protected:
         m_stub->reset();
         m_messages.clear();
         m_directory = std::make_unique<QTemporaryDir>();
-        m_workspace = std::make_unique<ProjectWorkspace>(path(u"all.vnw"_s));
+        m_activity = std::make_unique<Activity>();
+        m_activity->openWorkspace(std::make_unique<ProjectWorkspace>(path(u"all.vnw"_s)));
+        m_workspace = m_activity->workspace();
     }
 
-    /// With the workspace goes everything that a plug-in was given and that was taken from it.
+    /// After the end of the workspace no reference to a plug-in object is left, and none that was given to one.
     void tearDown()
     {
-        m_workspace.reset();
+        dropWorkspace();
+        m_activity.reset();
         if (m_stub)
             QCOMPARE(m_stub->objectCount(), 0);
+    }
+
+    void dropWorkspace()
+    {
+        if (m_activity->workspace())
+            m_activity->closeWorkspace();
     }
 
     StubScript &script(const QString &label, const QSet<QUuid> &offers)
@@ -104,7 +114,8 @@ protected:
 
     StubControl *m_stub = nullptr;
     std::unique_ptr<QTemporaryDir> m_directory;
-    std::unique_ptr<ProjectWorkspace> m_workspace;
+    std::unique_ptr<Activity> m_activity;
+    QPointer<ProjectWorkspace> m_workspace; ///< that of the activity
 
 private:
     static QString attributesOf(const QString &environment, const QString &label)

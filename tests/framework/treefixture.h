@@ -10,11 +10,13 @@ protected:
         using namespace Qt::StringLiterals;
         QTest::failOnWarning(QRegularExpression(u"^(?!This plugin does not support)"_s));
         QGuiApplication::clipboard()->clear();
+        dropWorkspace();
         makeWindow();
-        m_workspace = std::make_unique<ProjectWorkspace>(u"/work/all.vnw"_s);
+        m_activity.openWorkspace(std::make_unique<ProjectWorkspace>(u"/work/all.vnw"_s));
+        m_workspace = m_activity.workspace();
         m_fw = addProject(u"fw"_s, {u"src/"_s, u"src/main.c"_s, u"src/adc.c"_s, u"doc/"_s, u"link.ld"_s, u"boot.py"_s});
         m_lib = addProject(u"lib"_s, {u"math/"_s, u"math/fixed/"_s, u"math/fixed/q15.c"_s, u"math/sin.c"_s});
-        m_tree->setWorkspace(m_workspace.get());
+        m_tree->showWorkspace();
         m_window->show();
         m_signals.clear();
     }
@@ -24,7 +26,13 @@ protected:
         if (QWidget *popup = QApplication::activePopupWidget())
             popup->close();
         m_window.reset();
-        m_workspace.reset();
+        dropWorkspace();
+    }
+
+    void dropWorkspace()
+    {
+        if (m_activity.workspace())
+            m_activity.closeWorkspace();
     }
 
     Project *addProject(const QString &name, const QStringList &paths)
@@ -35,7 +43,7 @@ protected:
         return project;
     }
 
-    /// Gives the tree the keyboard.
+    /// Gives the tree the keyboard focus.
     void activate()
     {
         m_tree->setFocus();
@@ -47,11 +55,12 @@ protected:
     [[nodiscard]] QPoint centerOf(const QString &text) const { return m_tree->itemRect(row(*m_tree, text)).center(); }
 
     std::unique_ptr<FakeTreeHost> m_window;
-    std::unique_ptr<ProjectWorkspace> m_workspace;
+    Activity m_activity;
+    QPointer<ProjectWorkspace> m_workspace; ///< that of the activity
     ProjectTree *m_tree = nullptr;
     Project *m_fw = nullptr;  ///< two folders, files in one of them and in the root
     Project *m_lib = nullptr; ///< the current one; a folder in a folder
-    QStringList m_signals;    ///< what the tree has told, one a line
+    QStringList m_signals;    ///< the signals of the tree, one on each line
 
 private:
     void makeWindow()
@@ -65,7 +74,7 @@ private:
              {u"projectInsertFilesAlt"_s, u"buildBuildAlt"_s, u"buildRebuildAlt"_s, u"buildCleanAlt"_s,
               u"projectPropertiesAlt"_s, u"buildCompileFile"_s, u"fileProperties"_s})
             m_window->addAction(name);
-        m_tree = new ProjectTree(*m_window, m_window.get());
+        m_tree = new ProjectTree(m_activity, *m_window, m_window.get());
         QObject::connect(m_window->action(u"editCut"_s), &QAction::triggered, m_tree, &ProjectTree::cut);
         QObject::connect(m_window->action(u"editPaste"_s), &QAction::triggered, m_tree, &ProjectTree::paste);
         QObject::connect(m_window->action(u"editRemove"_s), &QAction::triggered, m_tree, &ProjectTree::remove);

@@ -1,20 +1,24 @@
 #pragma once
 #include "../project/modeltext.h"
+#include "activity.h"
+#include "fakeservices.h"
+#include "lastdirectories.h"
 #include "projecttree.h"
-#include "projecttreehost.h"
 #include "projecttreeitem.h"
 #include <QAction>
 #include <QApplication>
 #include <QClipboard>
 #include <QMenu>
+#include <QSettings>
+#include <QTemporaryDir>
 
-/// A window around a project tree that has every action and writes down what it is asked.
-class FakeTreeHost : public QWidget, public ProjectTreeHost
+/// A window around a project tree that has every action and records its calls.
+class FakeTreeHost : public QWidget, public FakeServices
 {
 public:
     using QWidget::QWidget;
 
-    /// Adds a shared action that the tree's menus can show.
+    /// Adds a shared action for the menus of the tree.
     QAction *addAction(const QString &name, const QKeySequence &shortcut = {})
     {
         auto *action = new QAction(name, this);
@@ -25,31 +29,35 @@ public:
     }
 
     QAction *action(const QString &name) const override { return findChild<QAction *>(name); }
-    QIcon picture(const QString &name) const override
+    QWidget *dialogParent() override { return this; }
+    QIcon icon(const QString &name) const override
     {
         QPixmap pixmap(16, 16);
         pixmap.fill(colors.value(name));
         return pixmap;
     }
     QString sourceFilter() const override { return QStringLiteral("Source Files (*.c *.h);;All Files (*.*)"); }
-    QString filesDirectory() const override { return directory; }
-    void setFilesDirectory(const QString &newDirectory) override { directory = newDirectory; }
+    LastDirectories &directories() override { return m_directories; }
+    [[nodiscard]] QString directory() const { return m_directories.directory(QStringLiteral("Files")); }
 
-    QString directory;
     const QHash<QString, QColor> colors{
         {QStringLiteral("treeworkspace.png"), Qt::black},      {QStringLiteral("treeproject.png"), Qt::blue},
         {QStringLiteral("treeprojectinactive.png"), Qt::gray}, {QStringLiteral("treefolder.png"), Qt::yellow},
         {QStringLiteral("treefolderopen.png"), Qt::red},       {QStringLiteral("treesourcefile.png"), Qt::green}};
+
+private:
+    QTemporaryDir m_home;
+    QSettings m_settings{m_home.filePath(QStringLiteral("settings.ini")), QSettings::IniFormat};
+    LastDirectories m_directories{&m_settings, m_home.path()};
 };
 
-/// The name of the picture of a FakeTreeHost that @p item shows.
+/// The name of the FakeTreeHost's picture in @p item.
 inline QString pictureOf(const FakeTreeHost &host, const QTreeWidgetItem *item)
 {
     return host.colors.key(item->icon(0).pixmap(16).toImage().pixelColor(8, 8));
 }
 
-/// The rows as they would be on an endless screen: "+" before those that can be opened, "-" before open ones, bold ones
-/// between asterisks.
+/// The rows as on an endless screen: "+" before closed branches, "-" before open ones, bold ones between asterisks.
 inline QString shown(const ProjectTree &tree)
 {
     QString text;
@@ -69,7 +77,7 @@ inline QString shown(const ProjectTree &tree)
     return text;
 }
 
-/// The row with @p text that is on the screen, opened branches only.
+/// The visible row with @p text, in open branches only.
 inline ProjectTreeItem *row(const ProjectTree &tree, const QString &text)
 {
     for (ListViewItem *item = tree.firstChild(); item; item = item->itemBelow()) {
@@ -112,7 +120,8 @@ inline QString textOf(const QMenu *menu)
     return text;
 }
 
-/// "src/": a folder, "src/a.c": a file in it, "src/lib/": a subfolder, "a.c": a file in the root. In the given order.
+/// Creates items in the given order: "src/" is a folder, "src/a.c" a file in it, "src/lib/" a subfolder, "a.c" a file
+/// in the root.
 inline void fill(Project *project, const QStringList &paths)
 {
     QHash<QString, ProjectFolder *> folders{{QString(), nullptr}};

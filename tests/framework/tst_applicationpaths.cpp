@@ -1,6 +1,6 @@
 #include "applicationpaths.h"
 #include <QStandardPaths>
-#include <QtTest>
+#include <QTest>
 
 using namespace Qt::StringLiterals;
 

@@ -3,7 +3,7 @@
 #include "stubfixture.h"
 #include <QHeaderView>
 #include <QPushButton>
-#include <QtTest>
+#include <QTest>
 
 using namespace Qt::StringLiterals;
 
@@ -41,7 +41,7 @@ private:
 
     void click(const QString &button) { QTest::mouseClick(m_dialog->findChild<QPushButton *>(button), Qt::LeftButton); }
 
-    /// Clicks into the tick box of a row.
+    /// Clicks on the check box of a row.
     void toggle(const QString &configuration)
     {
         for (const ListViewItem *item = list()->firstChild(); item; item = item->itemBelow()) {
@@ -61,7 +61,7 @@ private Q_SLOTS:
         tearDown();
     }
 
-    void everyConfigurationIsListedAndTicked()
+    void configurationsAreListedAndTicked()
     {
         open(u"Release Debug Test"_s);
         QCOMPARE(rows(), u"[x] Debug [x] Release [x] Test"_s);
@@ -70,7 +70,7 @@ private Q_SLOTS:
         QCOMPARE(m_dialog->windowTitle(), u"Batch Build"_s);
     }
 
-    void tickedConfigurationsAreHandedOverInTheirOrder_data()
+    void tickedConfigurationsArePassedInOrder_data()
     {
         QTest::addColumn<QString>("toggled");
         QTest::addColumn<QString>("button");
@@ -86,7 +86,7 @@ private Q_SLOTS:
         QTest::newRow("none, clean") << u"Debug Release Test"_s << u"CleanButton"_s << u"gcc.clean([])"_s;
     }
 
-    void tickedConfigurationsAreHandedOverInTheirOrder()
+    void tickedConfigurationsArePassedInOrder()
     {
         QFETCH(QString, toggled);
         QFETCH(QString, button);
@@ -120,7 +120,7 @@ private Q_SLOTS:
         QCOMPARE(m_stub->takeCalls(), QStringList());
     }
 
-    void theDialogHoldsAReferenceOnTheEnvironment()
+    void dialogHoldsAReferenceToTheEnvironment()
     {
         open(u"Debug"_s);
         m_environment.reset();
@@ -131,7 +131,7 @@ private Q_SLOTS:
         QCOMPARE(m_stub->objectCount(), 0);
     }
 
-    void anExceptionRejects()
+    void exceptionRejectsTheDialog()
     {
         open(u"Debug"_s);
         m_stub->script(u"{gcc}"_s).on[u"build"_s] = throwError;
@@ -141,7 +141,7 @@ private Q_SLOTS:
         QCOMPARE(m_dialog->result(), int(QDialog::Rejected));
     }
 
-    void withoutProjectAndEnvironmentItIsAMistake()
+    void missingProjectAndEnvironmentFailAnAssertion()
     {
         expectAssert(u"project"_s);
         expectAssert(u"buildEnvironment"_s);

@@ -37,7 +37,7 @@ private:
 
     void open()
     {
-        m_dialog = std::make_unique<BreakpointDialog>(m_workspace.get(), nullptr, u"breakpointDialog"_s);
+        m_dialog = std::make_unique<BreakpointDialog>(*m_activity, nullptr, u"breakpointDialog"_s);
         m_dialog->show();
         m_stub->takeCalls();
     }
@@ -56,7 +56,7 @@ private:
             QTest::keyClicks(edit(), text);
     }
 
-    /// The rows, the current one with a star; "-" stands for a row without a box.
+    /// The rows, the current one with a star; "-" for a row without a check box.
     QString rows()
     {
         QString text;
@@ -91,7 +91,7 @@ private Q_SLOTS:
         tearDown();
     }
 
-    void withoutBreakpointsThereIsOneRow()
+    void listWithoutBreakpointsHasOneRow()
     {
         add(u"fw"_s, {});
         open();
@@ -104,7 +104,7 @@ private Q_SLOTS:
         QVERIFY(!button(*m_dialog, "ClearAllButton")->isEnabled());
     }
 
-    void eachBreakpointIsARowOfItsFirstPlace()
+    void rowShowsTheFirstPlaceOfABreakpoint()
     {
         add(u"fw"_s, {{{{u"main.c"_s, 7}, {u"inline.h"_s, 3}}, 1},
                       {{}, 1},
@@ -123,7 +123,7 @@ private Q_SLOTS:
         QVERIFY(button(*m_dialog, "ClearAllButton")->isEnabled());
     }
 
-    void severalProjectsAreNamed()
+    void severalProjectsHaveTheirNamesInTheList()
     {
         add(u"fw"_s, {{{{u"main.c"_s, 7}}, 1}});
         add(u"mute"_s, {{{{u"main.c"_s, 8}}, 1}}, false);
@@ -136,7 +136,7 @@ private Q_SLOTS:
         QVERIFY(list()->columnWidth(1) >= 100);
     }
 
-    void longPlacesLeaveRoomForTheProjects()
+    void longPlacesKeepTheProjectColumnVisible()
     {
         const QString longName(80, u'x');
         add(u"fw"_s, {{{{longName, 7}}, 1}});
@@ -148,7 +148,7 @@ private Q_SLOTS:
         QCOMPARE(list()->header()->length(), list()->columnWidth(0) + list()->columnWidth(1));
     }
 
-    void aProjectIsNamedByTheFirstWordOfItsFile()
+    void projectNameIsTheFirstWordOfItsFile()
     {
         add(u"my firmware"_s, {{{{u"main.c"_s, 7}}, 1}})->setCurrentConfiguration(u"Debug 2"_s);
         add(u"boot"_s, {});
@@ -156,7 +156,7 @@ private Q_SLOTS:
         QCOMPARE(rows(), u" [x] main.c, 7 | [my - Debug 2]\n*- Add new breakpoint here\n"_s);
     }
 
-    void theCurrentRowIsInTheEdit()
+    void currentRowIsShownInTheEdit()
     {
         add(u"fw"_s, {{{{u"main.c"_s, 7}}, 1}});
         open();
@@ -169,7 +169,7 @@ private Q_SLOTS:
         QCOMPARE(rows(), u" [x] main.c, 7\n*- Add new breakpoint here\n"_s);
     }
 
-    void typingOnTheLastRowMakesANewOne()
+    void typingInTheLastRowAddsARow()
     {
         add(u"fw"_s, {{{{u"main.c"_s, 7}}, 1}});
         open();
@@ -178,7 +178,7 @@ private Q_SLOTS:
         QVERIFY(button(*m_dialog, "ClearButton")->isEnabled());
     }
 
-    void blanksOnTheListGoToTheEditToo()
+    void blankTypedInTheListGoesToTheEdit()
     {
         add(u"fw"_s, {{{{u"main.c"_s, 7}}, 1}});
         open();
@@ -188,7 +188,7 @@ private Q_SLOTS:
         QCOMPARE(rows(), u"*[x]  \n - Add new breakpoint here\n"_s);
     }
 
-    void otherKeysStayWithTheList()
+    void otherKeysAreHandledByTheList()
     {
         add(u"fw"_s, {{{{u"main.c"_s, 7}}, 1}});
         open();
@@ -198,7 +198,7 @@ private Q_SLOTS:
         QCOMPARE(edit()->text(), u"main.c, 7"_s);
     }
 
-    void typingOnTheListGoesToTheEdit()
+    void textTypedInTheListGoesToTheEdit()
     {
         add(u"fw"_s, {{{{u"main.c"_s, 7}}, 1}});
         open();
@@ -216,9 +216,9 @@ private Q_SLOTS:
         QCOMPARE(rows(), u" [x] main.c, 7\n*[x] x\n - Add new breakpoint here\n"_s);
     }
 
-    void whatIsAcceptedIsApplied_data()
+    void acceptSetsTheNewBreakpoint_data()
     {
-        QTest::addColumn<QString>("text"); // typed on the last row
+        QTest::addColumn<QString>("text"); // typed in the last row
         QTest::addColumn<QStringList>("calls");
         QTest::newRow("file") << u"main.c, 12"_s << QStringList{u"fw.setBreakpoint(~/main.c, 12, 1)"_s};
         QTest::newRow("no blank") << u"main.c,12"_s << QStringList{u"fw.setBreakpoint(~/main.c, 12, 1)"_s};
@@ -226,7 +226,7 @@ private Q_SLOTS:
         QTest::newRow("nothing") << QString() << QStringList();
     }
 
-    void whatIsAcceptedIsApplied()
+    void acceptSetsTheNewBreakpoint()
     {
         QFETCH(QString, text);
         add(u"fw"_s, {});
@@ -240,7 +240,7 @@ private Q_SLOTS:
         QCOMPARE(m_answers->said, QStringList());
     }
 
-    void aBreakpointIsClearedAndSetAnew()
+    void acceptClearsAndSetsAnOldBreakpoint()
     {
         add(u"fw"_s,
             {{{{u"main.c"_s, 7}}, 1}, {{{u"disassembler:0x00001234:fw"_s, 17}}, 2}, {{{u"/lib/q.c"_s, 1}}, 1}});
@@ -274,7 +274,7 @@ private Q_SLOTS:
         QCOMPARE(takeCalls(), QStringList{u"fw.setBreakpoint(~/main.c, 12, 1)"_s});
     }
 
-    void whatWasClearedGoesLast()
+    void clearedBreakpointsAreRemovedLast()
     {
         add(u"fw"_s, {{{{u"a.c"_s, 1}}, 1}, {{{u"b.c"_s, 2}}, 1}});
         open();
@@ -288,7 +288,7 @@ private Q_SLOTS:
                                            u"fw.setBreakpoint(a.c, 1, 0)"_s}));
     }
 
-    void allAreCleared()
+    void clearAllRemovesAllBreakpoints()
     {
         add(u"fw"_s, {{{{u"a.c"_s, 1}}, 1}, {{{u"b.c"_s, 2}}, 1}});
         open();
@@ -328,7 +328,7 @@ private Q_SLOTS:
     void failuresKeepTheDialogOpen_data()
     {
         QTest::addColumn<QString>("text");
-        QTest::addColumn<int>("result"); // of setBreakpoint
+        QTest::addColumn<int>("result"); // result of setBreakpoint()
         QTest::addColumn<QString>("message");
         const QString syntax = u"The breakpoint syntax is not valid. Specify breakpoints as:\n\n[file], [line] OR\n"
                                "disassembler, 0x[addr]"_s;
@@ -360,20 +360,20 @@ private Q_SLOTS:
         QVERIFY(isOpen());
         QCOMPARE(edit()->text(), text);
         QCOMPARE(m_dialog->focusWidget(), edit());
-        QCOMPARE(takeCalls().first(), u"fw.setBreakpoint(last.c, 1, 0)"_s); // gone, whatever came of the new one
+        QCOMPARE(takeCalls().first(), u"fw.setBreakpoint(last.c, 1, 0)"_s); // removed in any case
     }
 
-    void aFileMustBeInAProject_data()
+    void fileOutsideAllProjectsIsRefused_data()
     {
         QTest::addColumn<QString>("text");
         QTest::addColumn<QString>("file");
-        QTest::newRow("of nobody") << u"other.c, 1"_s << u"other.c"_s;
+        QTest::newRow("in no project") << u"other.c, 1"_s << u"other.c"_s;
         QTest::newRow("none") << u", 1"_s << QString();
         QTest::newRow("called like addresses") << u"disassembler:, 5"_s << u"disassembler:"_s;
         QTest::newRow("with a mark") << u"%1.c, 5"_s << u"%1.c"_s;
     }
 
-    void aFileMustBeInAProject()
+    void fileOutsideAllProjectsIsRefused()
     {
         QFETCH(QString, text);
         QFETCH(QString, file);
@@ -390,8 +390,8 @@ private Q_SLOTS:
                  (QStringList{u"fw.setBreakpoint(last.c, 1, 0)"_s, u"fw.setBreakpoint(~/last.c, 1, 1)"_s}));
     }
 
-    /// Only new ones look for a project.
-    void aBreakpointOfAProjectGoesToAnyFileOfIt()
+    /// Only a new breakpoint is assigned to a project.
+    void breakpointOfAProjectMayHaveAnyFile()
     {
         add(u"fw"_s, {{{{u"main.c"_s, 1}}, 2}});
         add(u"boot"_s, {});
@@ -406,7 +406,7 @@ private Q_SLOTS:
         QVERIFY(!isOpen());
     }
 
-    void anAbsolutePathStaysAsItIs()
+    void absolutePathIsUnchanged()
     {
         add(u"fw"_s, {{{{u"/lib/./q.c"_s, 1}}, 1}});
         open();
@@ -415,7 +415,7 @@ private Q_SLOTS:
                  (QStringList{u"fw.setBreakpoint(/lib/./q.c, 1, 0)"_s, u"fw.setBreakpoint(/lib/./q.c, 1, 1)"_s}));
     }
 
-    void whatWasAppliedStays()
+    void appliedBreakpointsStayAfterAFailure()
     {
         add(u"fw"_s, {{{{u"a.c"_s, 1}}, 1}, {{{u"b.c"_s, 2}}, 1}, {{{u"c.c"_s, 3}}, 1}});
         open();
@@ -437,14 +437,14 @@ private Q_SLOTS:
         QVERIFY(!isOpen());
     }
 
-    void aMissingInterfaceFailsWithoutAMessage_data()
+    void missingInterfaceFailsWithoutAMessage_data()
     {
         QTest::addColumn<QString>("text");
         QTest::newRow("file") << u"main.c, 1"_s;
         QTest::newRow("address") << u"disassembler, 0x10"_s;
     }
 
-    void aMissingInterfaceFailsWithoutAMessage()
+    void missingInterfaceFailsWithoutAMessage()
     {
         QFETCH(QString, text);
         add(u"fw"_s, {}, false);
@@ -456,7 +456,7 @@ private Q_SLOTS:
         QCOMPARE(takeCalls(), QStringList());
     }
 
-    void aFileOfSeveralProjectsGoesToTheCurrentOne()
+    void fileOfSeveralProjectsIsSetInTheCurrentOne()
     {
         add(u"fw"_s, {});
         add(u"boot"_s, {});
@@ -471,7 +471,7 @@ private Q_SLOTS:
         QCOMPARE(takeCalls(), QStringList{u"boot.setBreakpoint(~/main.c, 5, 1)"_s});
     }
 
-    void aFileOfOneProjectGoesThere()
+    void fileOfOneProjectIsSetInIt()
     {
         add(u"fw"_s, {});
         add(u"boot"_s, {});
@@ -481,7 +481,7 @@ private Q_SLOTS:
         QCOMPARE(takeCalls(), QStringList{u"fw.setBreakpoint(~/fw.c, 5, 1)"_s});
     }
 
-    void aNewAddressGoesToTheCurrentProject()
+    void newAddressIsSetInTheCurrentProject()
     {
         add(u"fw"_s, {{{{u"disassembler:"_s, 2}}, 1}});
         add(u"boot"_s, {});
@@ -493,7 +493,7 @@ private Q_SLOTS:
                               u"boot.setBreakpoint(disassembler:, 17, 1)"_s}));
     }
 
-    void anAddressOfAProjectWithoutEnvironmentGoesToTheCurrentOne()
+    void addressOfAProjectWithoutEnvironmentIsSetInTheCurrentOne()
     {
         Project *fw = add(u"fw"_s, {{{{u"disassembler:"_s, 2}}, 1}});
         Project *boot = add(u"boot"_s, {});
@@ -512,7 +512,7 @@ private Q_SLOTS:
         QCOMPARE(m_answers->said, QStringList());
     }
 
-    void aProjectThatHasGoneIsNotAsked()
+    void deletedProjectIsNotUsed()
     {
         Project *fw = add(u"fw"_s, {{{{u"disassembler:"_s, 2}}, 1}, {{{u"main.c"_s, 3}}, 1}});
         add(u"boot"_s, {});
@@ -523,7 +523,7 @@ private Q_SLOTS:
                  (QStringList{u"boot.setBreakpoint(disassembler:, 2, 1)"_s, u"boot.setBreakpoint(~/main.c, 3, 1)"_s}));
     }
 
-    void anExceptionIsAFailure()
+    void exceptionCountsAsAFailure()
     {
         add(u"fw"_s, {});
         open();
@@ -535,15 +535,26 @@ private Q_SLOTS:
         QCOMPARE(m_answers->said, QStringList{u"The breakpoint could not be set."_s});
     }
 
-    void withoutAWorkspaceThereIsNothingToSet()
+    void closedWorkspaceSetsNothing()
     {
+        dropWorkspace();
         expectAssert(u"workspace"_s);
-        BreakpointDialog dialog(nullptr, nullptr, u"breakpointDialog"_s);
+        BreakpointDialog dialog(*m_activity, nullptr, u"breakpointDialog"_s);
         dialog.accept();
         QCOMPARE(dialog.result(), int(QDialog::Accepted));
     }
 
-    void theListGrowsWithTheDialog()
+    void closingTheWorkspaceRejectsTheDialog()
+    {
+        add(u"fw"_s, {{{{u"main.c"_s, 7}}, 1}});
+        open();
+        m_dialog->show();
+        dropWorkspace();
+        QVERIFY(!m_dialog->isVisible());
+        QCOMPARE(m_dialog->result(), int(QDialog::Rejected));
+    }
+
+    void listGrowsWithTheDialog()
     {
         add(u"fw"_s, {});
         open();
@@ -554,7 +565,7 @@ private Q_SLOTS:
         QCOMPARE(edit()->width(), list()->width());
     }
 
-    void itIsLaidOut()
+    void textsHaveEnoughSpace()
     {
         add(u"fw"_s, {{{{u"main.c"_s, 7}}, 1}});
         open();

@@ -1,5 +1,5 @@
 #include "breakpointtext.h"
-#include <QtTest>
+#include <QTest>
 
 using namespace Qt::StringLiterals;
 

@@ -1,7 +1,7 @@
 #include "ideapplication.h"
 #include "installation.h"
 #include "pluginfactory.h"
-#include <QtTest>
+#include <QTest>
 
 using namespace Qt::StringLiterals;
 

@@ -1,7 +1,7 @@
 #include "buildcontrol.h"
-#include "buildcontrolhost.h"
 #include "document.h"
 #include "documenttemplate.h"
+#include "fakeservices.h"
 #include "idebugbuild.h"
 #include "iprojectpopulate.h"
 #include "navigator.h"
@@ -12,7 +12,7 @@
 #include "workspace.h"
 #include <QLineEdit>
 #include <QPushButton>
-#include <QtTest>
+#include <QTest>
 
 using namespace Qt::StringLiterals;
 
@@ -55,7 +55,7 @@ private:
 } // namespace
 
 /// Builds, from the command to their end, told as the stories of what was asked of the plug-in and of the window.
-class BuildControlTest : public QObject, protected StubFixture, public BuildControlHost
+class BuildControlTest : public QObject, protected StubFixture, public FakeServices
 {
     Q_OBJECT
 
@@ -67,23 +67,12 @@ private:
     MemoryTemplate m_template;
     std::unique_ptr<Workspace> m_documents;
     std::unique_ptr<BuildControl> m_control;
-    ActivityState m_state = StateIdle;
     bool m_savesAll = true;
     std::function<void()> m_whileSaving;
     QStringList m_story;
     QList<bool> m_compileAvailable;
 
-    // BuildControlHost
-    ActivityState state() const override { return m_state; }
-    void setState(ActivityState state) override
-    {
-        const bool front = m_output->currentPage() == m_output->page(OutputWindow::Build);
-        const QString page = m_output->page(OutputWindow::Build)->toPlainText();
-        m_state = state;
-        note(u"window.state %1"_s.arg(state)
-             + (state == StateBuilding && front && page.isEmpty() ? u", clear page"_s : u""_s));
-    }
-    ProjectWorkspace *projectWorkspace() const override { return m_workspace.get(); }
+    // WindowServices
     Workspace *workspace() const override { return m_documents.get(); }
     Navigator *navigator() const override { return m_navigator; }
     OutputWindow *outputWindow() const override { return m_output; }
@@ -97,6 +86,21 @@ private:
         return m_savesAll;
     }
     void checkFileChanges() override { note(u"window.checkFileChanges"_s); }
+
+    void noteState(ActivityState state)
+    {
+        const bool front = m_output->currentPage() == m_output->page(OutputWindow::Build);
+        const QString page = m_output->page(OutputWindow::Build)->toPlainText();
+        note(u"window.state %1"_s.arg(state)
+             + (state == StateBuilding && front && page.isEmpty() ? u", clear page"_s : u""_s));
+    }
+    void be(ActivityState state)
+    {
+        m_activity->setState(state);
+        story();
+        m_compileAvailable.clear();
+    }
+    QAction *action(const QString &name) const override { return m_window->action(name); }
 
     void note(const QString &text) { m_story += m_stub->takeCalls() + QStringList{text}; }
 
@@ -157,7 +161,7 @@ private:
 
     void giveNavigatorTheFocus()
     {
-        m_navigator->setWorkspace(m_workspace.get());
+        m_navigator->showWorkspace();
         m_window->show();
         tree()->setFocus();
         m_window->activateWindow();
@@ -187,7 +191,7 @@ private Q_SLOTS:
         setUp();
         m_window = std::make_unique<FakeTreeHost>();
         m_window->resize(400, 400);
-        m_navigator = new Navigator(*m_window, m_window.get());
+        m_navigator = new Navigator(*m_activity, *m_window, m_window.get());
         m_navigator->resize(200, 400);
         m_output = new OutputWindow(m_window.get());
         m_output->setGeometry(200, 0, 200, 400);
@@ -196,10 +200,11 @@ private Q_SLOTS:
         m_compile = m_window->addAction(u"buildCompileFile"_s);
         m_compile->setText(u"&Compile %1"_s);
         m_documents = std::make_unique<Workspace>();
-        m_control = std::make_unique<BuildControl>(*this);
+        connect(m_activity.get(), &Activity::stateEntering, m_window.get(),
+                [this](ActivityState state) { noteState(state); });
+        m_control = std::make_unique<BuildControl>(*m_activity, *this);
         connect(m_control.get(), &BuildControl::compileAvailable, this,
                 [this](bool available) { m_compileAvailable += available; });
-        m_state = StateIdle;
         m_savesAll = true;
         m_whileSaving = nullptr;
         m_story.clear();
@@ -273,7 +278,7 @@ private Q_SLOTS:
         call(command);
         QCOMPARE(story(), u"window.showOutputDock\nwindow.fileSaveAll"_s);
         QCOMPARE(m_output->page(OutputWindow::Build)->toPlainText(), u"old"_s);
-        QCOMPARE(m_state, StateIdle);
+        QCOMPARE(m_activity->state(), StateIdle);
     }
 
     void withoutEnvironmentBuildsSayWhyAndCleanIsSilent_data()
@@ -304,7 +309,8 @@ private Q_SLOTS:
         m_control->buildBuild(); // an empty workspace
         QCOMPARE(takeMessages().size(), 1);
         m_control->buildClean();
-        m_workspace.reset();
+        dropWorkspace();
+        story();
         answer();
         expectAssert(u"workspace"_s);
         m_control->buildRebuild();
@@ -338,7 +344,7 @@ private Q_SLOTS:
     void aPluginMayCloseItsWorkspaceInTheVeryCall()
     {
         addBuildProject(u"fw"_s);
-        m_stub->script(u"{fw}"_s).on[u"build"_s] = [&] { m_workspace.reset(); };
+        m_stub->script(u"{fw}"_s).on[u"build"_s] = [&] { dropWorkspace(); };
         m_control->buildBuild();
         QCOMPARE(m_stub->objectCount(), 0);
     }
@@ -362,7 +368,7 @@ private Q_SLOTS:
         m_stub->script(u"{fw}"_s).on[call] = throwError;
         expectException(qPrintable(u"IBuildEnvironment::"_s + call));
         this->call(command);
-        QCOMPARE(m_state, StateIdle);
+        QCOMPARE(m_activity->state(), StateIdle);
         QVERIFY(!m_control->buildSucceeded());
     }
 
@@ -431,9 +437,9 @@ private Q_SLOTS:
         m_control->buildStopBuild();
         QCOMPARE(story(), u"fw.stop()"_s);
         QVERIFY(m_control->buildStopped());
-        QCOMPARE(m_state, StateBuilding);
+        QCOMPARE(m_activity->state(), StateBuilding);
         m_control->buildFinished(false);
-        QCOMPARE(m_state, StateIdle);
+        QCOMPARE(m_activity->state(), StateIdle);
         QVERIFY(m_control->buildStopped());
     }
 
@@ -442,7 +448,8 @@ private Q_SLOTS:
         m_control->buildStopBuild();
         addProject(u"fw"_s, {}, {});
         m_control->buildStopBuild();
-        m_workspace.reset();
+        dropWorkspace();
+        story();
         m_control->buildStopBuild();
         QVERIFY(m_control->buildStopped());
         QCOMPARE(story(), QString());
@@ -492,9 +499,9 @@ private Q_SLOTS:
     void theEndOfABuildReturnsToIdleThenLooksForChangedFiles()
     {
         QFETCH(bool, success);
-        m_state = StateBuilding;
+        be(StateBuilding);
         m_control->buildFinished(!success);
-        m_state = StateBuilding;
+        be(StateBuilding);
         story();
         m_control->buildFinished(success);
         QCOMPARE(story(), u"window.state 1\nwindow.checkFileChanges"_s);
@@ -511,7 +518,7 @@ private Q_SLOTS:
     void theEndOfABuildThatNobodyStartedLeavesTheStateAlone()
     {
         QFETCH(int, state);
-        m_state = ActivityState(state);
+        be(ActivityState(state));
         m_control->buildFinished(true);
         QCOMPARE(story(), u"window.checkFileChanges"_s);
         QVERIFY(m_control->buildSucceeded());
@@ -523,7 +530,8 @@ private Q_SLOTS:
         m_control->buildBuild();
         story();
         m_stub->script(u"{fw}"_s).on[u"delete"_s] = [&] { m_control->buildFinished(false); };
-        m_workspace.reset();
+        dropWorkspace();
+        story();
         QCOMPARE(story(), QString());
     }
 
@@ -555,7 +563,8 @@ private Q_SLOTS:
     void newContentsForNobodyAreDropped()
     {
         m_control->xmlFeedback(u"<project/>"_s);
-        m_workspace.reset();
+        dropWorkspace();
+        story();
         m_control->xmlFeedback(u"<project/>"_s);
         QCOMPARE(story(), QString());
     }
@@ -649,7 +658,8 @@ private Q_SLOTS:
         m_control->setCurrentFile(path(u"plain.c"_s));
         m_control->buildCompileFile(); // no environment
         QCOMPARE(story(), QString());
-        m_workspace.reset();
+        dropWorkspace();
+        story();
         expectAssert(u"workspace"_s);
         m_control->buildCompileFile();
         QCOMPARE(story(), QString());
@@ -657,7 +667,6 @@ private Q_SLOTS:
 
     void theCompileCommandNamesTheCurrentFile()
     {
-        m_control->setCompileAction(m_compile);
         QCOMPARE(m_compile->text(), u"&Compile file"_s);
         m_control->setCurrentFile(u"/work/src/main.c"_s);
         QCOMPARE(m_compile->text(), u"&Compile main.c"_s);
@@ -669,9 +678,9 @@ private Q_SLOTS:
 
     void withoutACompileCommandItsAvailabilityIsToldAllTheSame()
     {
-        m_control->setCompileAction(nullptr);
+        delete m_compile;
         m_control->setCurrentFile(u"/work/src/main.c"_s);
-        QCOMPARE(m_compileAvailable, (QList<bool>{false, false}));
+        QCOMPARE(m_compileAvailable, QList<bool>{false});
         QCOMPARE(m_control->currentFile(), u"/work/src/main.c"_s);
     }
 
@@ -701,17 +710,18 @@ private Q_SLOTS:
         addProject(u"plain"_s, {}, {}, u"<file path=\"plain.c\"/>"_s);
         addBuildProject(u"fw"_s, u"main.c"_s);
         m_stub->script(u"{fw}"_s).canCompile = canCompile;
-        m_state = ActivityState(state);
+        be(ActivityState(state));
         m_control->setCurrentFile(file.isEmpty() ? QString() : path(file));
         QCOMPARE(m_compileAvailable, QList<bool>{available});
         QCOMPARE(story(), asked ? u"fw.canCompile(%1, Debug)"_s.arg(path(file)) : QString());
-        m_control->refreshCompileAction();
+        m_activity->setState(ActivityState(state));
         QCOMPARE(m_compileAvailable, (QList<bool>{available, available}));
     }
 
     void anExceptionIsNoYes()
     {
         addBuildProject(u"fw"_s, u"main.c"_s);
+        m_compileAvailable.clear();
         m_stub->script(u"{fw}"_s).on[u"canCompile"_s] = throwError;
         expectException("IBuildEnvironment::canCompile");
         m_control->setCurrentFile(path(u"main.c"_s));
@@ -732,7 +742,7 @@ private Q_SLOTS:
         });
         m_control->buildBatchBuild();
         QCOMPARE(story(), u"fw.build([Debug Release], true)"_s);
-        QCOMPARE(m_state, StateBuilding);
+        QCOMPARE(m_activity->state(), StateBuilding);
     }
 
     void aBatchThatIsRejectedReturnsToIdle()
@@ -753,7 +763,7 @@ private Q_SLOTS:
         m_stub->script(u"{fw}"_s).on[u"clean"_s] = [&] { m_control->buildFinished(true); };
         whenAsked([&](QDialog *dialog) { click(dialog, u"CleanButton"_s); });
         m_control->buildBatchBuild();
-        QCOMPARE(m_state, StateIdle);
+        QCOMPARE(m_activity->state(), StateIdle);
     }
 
     void aBatchThatCannotBeStartedReturnsToIdle()
@@ -763,7 +773,7 @@ private Q_SLOTS:
         expectException("IBuildEnvironment::build");
         whenAsked([&](QDialog *dialog) { click(dialog, u"BuildButton"_s); });
         m_control->buildBatchBuild();
-        QCOMPARE(m_state, StateIdle);
+        QCOMPARE(m_activity->state(), StateIdle);
     }
 
     void aBatchWithoutEnvironmentIsAMistakeThatBuildsNothing()
@@ -772,7 +782,7 @@ private Q_SLOTS:
         expectAssert(u"buildEnvironment"_s);
         whenAsked([&](QDialog *dialog) { click(dialog, u"BuildButton"_s); });
         m_control->buildBatchBuild();
-        QCOMPARE(m_state, StateIdle);
+        QCOMPARE(m_activity->state(), StateIdle);
     }
 
     void aRefusalToSaveStopsTheBatch()
@@ -796,7 +806,8 @@ private Q_SLOTS:
         QFETCH(QString, command);
         expectAssert(u"project"_s);
         call(command);
-        m_workspace.reset();
+        dropWorkspace();
+        story();
         expectAssert(u"workspace"_s);
         call(command);
         QCOMPARE(story(), QString());
@@ -843,7 +854,7 @@ private Q_SLOTS:
         m_stub->script(u"{fw}"_s).on[u"buildForDebug"_s] = throwError;
         expectException("IDebugBuild::buildForDebug");
         QVERIFY(m_control->buildForDebug(project));
-        QCOMPARE(m_state, StateIdle);
+        QCOMPARE(m_activity->state(), StateIdle);
     }
 
     void withoutWorkBeforeASessionNothingHappens()

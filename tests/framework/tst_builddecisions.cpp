@@ -2,7 +2,7 @@
 #include "builddecisions.h"
 #include "ibuildenvironment.h"
 #include "interfaceobject.h"
-#include <QtTest>
+#include <QTest>
 
 using namespace Qt::StringLiterals;
 

@@ -1,5 +1,5 @@
 #include "commandline.h"
-#include <QtTest>
+#include <QTest>
 
 using namespace Qt::StringLiterals;
 

@@ -1,5 +1,5 @@
 #include "commandwords.h"
-#include <QtTest>
+#include <QTest>
 
 using namespace Qt::StringLiterals;
 
@@ -10,7 +10,7 @@ class CommandWordsTest : public QObject
 private Q_SLOTS:
     void init() { QTest::failOnWarning(QRegularExpression(u".?"_s)); }
 
-    void wordsArePartedByWhiteSpace()
+    void wordsAreSeparatedByWhiteSpace()
     {
         CommandWords words(u" \tONE two\t\u00a0three\r\n");
         QCOMPARE(words.word(), u"ONE"_s);
@@ -20,7 +20,7 @@ private Q_SLOTS:
         QCOMPARE(words.word(), QString());
     }
 
-    void names_data()
+    void quotedNamesMayContainBlanks_data()
     {
         QTest::addColumn<QString>("line");
         QTest::addColumn<QString>("name");
@@ -31,11 +31,11 @@ private Q_SLOTS:
         QTest::newRow("no closing quote") << u"\"my button text"_s << u"my button text"_s << QString();
         QTest::newRow("a quote within") << u"\"my b\"utton x\" text"_s << u"my button x"_s << u"text"_s;
         QTest::newRow("a quote alone closes itself") << u"\" my button\" text"_s << QString() << u"my"_s;
-        QTest::newRow("quotes behind the start") << u"my\" button"_s << u"my\""_s << u"button"_s;
+        QTest::newRow("quotes after the start") << u"my\" button"_s << u"my\""_s << u"button"_s;
         QTest::newRow("nothing") << u"  "_s << QString() << QString();
     }
 
-    void names()
+    void quotedNamesMayContainBlanks()
     {
         QFETCH(QString, line);
         CommandWords words(line);
@@ -64,7 +64,7 @@ private Q_SLOTS:
         QTEST(CommandWords(line).number(), "number");
     }
 
-    void theRestKeepsItsBlanks_data()
+    void restKeepsItsBlanks_data()
     {
         QTest::addColumn<QString>("line");
         QTest::addColumn<QString>("rest");
@@ -77,7 +77,7 @@ private Q_SLOTS:
         QTest::newRow("no word") << QString() << QString();
     }
 
-    void theRestKeepsItsBlanks()
+    void restKeepsItsBlanks()
     {
         QFETCH(QString, line);
         CommandWords words(line);

@@ -8,11 +8,11 @@
 #include <QListWidget>
 #include <QMessageBox>
 #include <QPushButton>
-#include <QtTest>
+#include <QTest>
 
 using namespace Qt::StringLiterals;
 
-/// The dialogs that make, rename and remove configurations.
+/// The dialogs that create, rename and remove configurations.
 class ConfigurationDialogsTest : public QObject
 {
     Q_OBJECT
@@ -55,7 +55,7 @@ private:
         QTest::mouseClick(dialog->findChild<QPushButton *>(button), Qt::LeftButton);
     }
 
-    /// Presses @p button in the next message box and writes down its text.
+    /// Presses @p button in the next message box and records its text.
     void answer(QMessageBox::StandardButton button)
     {
         QTimer::singleShot(0, this, [this, button] {
@@ -68,7 +68,7 @@ private:
         });
     }
 
-    /// Types @p text into the next input dialog and accepts or cancels it; @p then may await what comes up next.
+    /// Types @p text into the next input dialog and accepts or cancels it; then @p then may wait for the next dialog.
     void type(
         const QString &text, bool accept, const std::function<void()> &then = [] {})
     {
@@ -110,7 +110,7 @@ private Q_SLOTS:
 
     // New
 
-    void aNewConfigurationIsAskedFor()
+    void dialogAsksForNameAndBase()
     {
         openNew();
         QCOMPARE(m_new->objectName(), u"newConfigurationDialog"_s);
@@ -125,7 +125,7 @@ private Q_SLOTS:
         QTRY_VERIFY(nameEdit()->hasFocus());
     }
 
-    void aNewConfigurationStartsWithTheValuesOfItsBase_data()
+    void newConfigurationHasTheValuesOfItsBase_data()
     {
         QTest::addColumn<QString>("base");
         QTest::addColumn<QString>("expected");
@@ -134,7 +134,7 @@ private Q_SLOTS:
                                  << u"[Debug]\nopt=-Og\n[Fast]\nlog=\nopt=-O2\n[Release]\nlog=\nopt=-O2\n"_s;
     }
 
-    void aNewConfigurationStartsWithTheValuesOfItsBase()
+    void newConfigurationHasTheValuesOfItsBase()
     {
         QFETCH(QString, base);
         QFETCH(QString, expected);
@@ -152,7 +152,7 @@ private Q_SLOTS:
         QVERIFY(m_project->isModified());
     }
 
-    void aBadNameKeepsTheDialogOpen_data()
+    void invalidNameKeepsTheDialogOpen_data()
     {
         QTest::addColumn<QString>("name");
         QTest::addColumn<QString>("message");
@@ -160,7 +160,7 @@ private Q_SLOTS:
         QTest::newRow("taken") << u"Debug"_s << u"A configuration with that name already exists."_s;
     }
 
-    void aBadNameKeepsTheDialogOpen()
+    void invalidNameKeepsTheDialogOpen()
     {
         QFETCH(QString, name);
         QFETCH(QString, message);
@@ -183,7 +183,7 @@ private Q_SLOTS:
         QCOMPARE(m_project->properties()->configurations(), (QStringList{u"Debug"_s, u"Release"_s, u"debug"_s}));
     }
 
-    void cancellingMakesNothing()
+    void cancellingAddsNothing()
     {
         openNew();
         nameEdit()->setText(u"Fast"_s);
@@ -192,7 +192,7 @@ private Q_SLOTS:
         QVERIFY(!m_project->isModified());
     }
 
-    void aProjectWithoutConfigurationsGetsAnEmptyOne()
+    void projectWithoutConfigurationsGetsAnEmptyOne()
     {
         m_project = std::make_unique<Project>(u"fw"_s, u"/work/fw"_s);
         openNew();
@@ -203,7 +203,7 @@ private Q_SLOTS:
 
     // Edit
 
-    void theConfigurationsAreListed()
+    void configurationsAreListed()
     {
         openEdit();
         QCOMPARE(m_edit->objectName(), u"editConfigurationsDialog"_s);
@@ -216,7 +216,7 @@ private Q_SLOTS:
         QCOMPARE(buttons, (QStringList{u"Re&name"_s, u"Re&move"_s, u"Close"_s}));
     }
 
-    void thereIsNoCancel()
+    void editDialogHasNoCancel()
     {
         openEdit();
         answer(QMessageBox::Ok);
@@ -226,7 +226,7 @@ private Q_SLOTS:
         QCOMPARE(m_project->properties()->configurations(), QStringList{u"Release"_s});
     }
 
-    void renaming()
+    void renamedConfigurationKeepsItsValues()
     {
         auto *file = new ProjectFile(u"a.c"_s, u"a.c"_s);
         m_project->addFile(file);
@@ -237,7 +237,7 @@ private Q_SLOTS:
         click(m_edit.get(), u"RenameButton"_s);
         QCOMPARE(m_messages, QStringList{u"Varnel: Enter a new name for configuration 'Release': Release"_s});
         QCOMPARE(textOf(m_project->properties(), {}), u"[Beta]\nlog=\nopt=-O2\n[Debug]\nopt=-Og\n"_s);
-        QCOMPARE(file->properties()->configurations(), QStringList{u"Release"_s}); // not reached any more
+        QCOMPARE(file->properties()->configurations(), QStringList{u"Release"_s}); // this file was not reached
         QCOMPARE(m_project->currentConfiguration(), u"Beta"_s);
         QCOMPARE(rows(list()), u"Debug [Beta]"_s);
     }
@@ -251,7 +251,7 @@ private Q_SLOTS:
         QCOMPARE(m_project->properties()->configurations(), (QStringList{u"Beta"_s, u"Release"_s}));
     }
 
-    void renamingStops_data()
+    void renamingIsRefusedOrCancelled_data()
     {
         QTest::addColumn<QString>("name");
         QTest::addColumn<bool>("accept");
@@ -262,7 +262,7 @@ private Q_SLOTS:
         QTest::newRow("its own name") << u"Debug"_s << true << true;
     }
 
-    void renamingStops()
+    void renamingIsRefusedOrCancelled()
     {
         QFETCH(QString, name);
         QFETCH(bool, accept);
@@ -279,7 +279,7 @@ private Q_SLOTS:
         QVERIFY(!m_project->isModified());
     }
 
-    void removingAsks_data()
+    void removingAsksForConfirmation_data()
     {
         QTest::addColumn<int>("button");
         QTest::addColumn<QString>("expected");
@@ -287,7 +287,7 @@ private Q_SLOTS:
         QTest::newRow("No") << int(QMessageBox::No) << u"[Debug] Release"_s;
     }
 
-    void removingAsks()
+    void removingAsksForConfirmation()
     {
         QFETCH(int, button);
         QFETCH(QString, expected);
@@ -304,7 +304,7 @@ private Q_SLOTS:
         QCOMPARE(m_project->currentConfiguration(), u"Release"_s);
     }
 
-    void removingTheCurrentConfigurationMakesTheRowThatIsSelectedNextCurrent_data()
+    void removingTheCurrentConfigurationMakesTheSelectedOneCurrent_data()
     {
         QTest::addColumn<QString>("name");
         QTest::addColumn<QString>("rows");
@@ -314,7 +314,7 @@ private Q_SLOTS:
         QTest::newRow("last") << u"C"_s << u"A [B]"_s << u"B"_s;
     }
 
-    void removingTheCurrentConfigurationMakesTheRowThatIsSelectedNextCurrent()
+    void removingTheCurrentConfigurationMakesTheSelectedOneCurrent()
     {
         QFETCH(QString, name);
         QFETCH(QString, rows);
@@ -335,7 +335,7 @@ private Q_SLOTS:
         QCOMPARE(file->properties()->configurations(), QStringList{name});
     }
 
-    void theLastConfigurationStays()
+    void lastConfigurationIsNotRemoved()
     {
         m_project->properties()->removeConfiguration(u"Debug"_s);
         m_project->setModified(false);
@@ -346,7 +346,7 @@ private Q_SLOTS:
         QVERIFY(!m_project->isModified());
     }
 
-    void theProjectMayGoWhileAQuestionIsUp()
+    void projectMayBeDeletedWhileAQuestionIsOpen()
     {
         openEdit();
         type(u"Beta"_s, true, [&] { m_project.reset(); });

@@ -21,7 +21,7 @@ private Q_SLOTS:
 
     void cleanup() { m_dialog.reset(); }
 
-    void itShowsWhatItIsGiven()
+    void dialogShowsQuestionAndChoices()
     {
         QCOMPARE(m_dialog->objectName(), u"debugActionDialog"_s);
         QCOMPARE(m_dialog->windowTitle(), u"Varnel"_s);
@@ -33,7 +33,7 @@ private Q_SLOTS:
         QCOMPARE(m_dialog->findChildren<QAbstractButton *>().size(), 3);
     }
 
-    void aButtonChoosesAndAccepts_data()
+    void buttonChoosesAndAccepts_data()
     {
         QTest::addColumn<QByteArray>("name");
         QTest::addColumn<int>("choice");
@@ -41,7 +41,7 @@ private Q_SLOTS:
         QTest::newRow("second") << QByteArray("Button2") << 1;
     }
 
-    void aButtonChoosesAndAccepts()
+    void buttonChoosesAndAccepts()
     {
         QFETCH(QByteArray, name);
         m_dialog->show();
@@ -71,7 +71,7 @@ private Q_SLOTS:
         QCOMPARE(m_dialog->result(), int(QDialog::Rejected));
     }
 
-    void theTickIsTold()
+    void dontAskAgainIsReturned()
     {
         m_dialog->show();
         auto *check = button(*m_dialog, "DontAskCheck");
@@ -81,7 +81,7 @@ private Q_SLOTS:
         QVERIFY(!m_dialog->dontAskAgain());
     }
 
-    void itIsLaidOut()
+    void textsHaveEnoughSpace()
     {
         showActive(*m_dialog);
         QVERIFY(showsAllTexts(*m_dialog));

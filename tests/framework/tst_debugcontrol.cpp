@@ -4,7 +4,8 @@
 #include "imultiprocessorsync.h"
 #include "textdocumenttemplate.h"
 #include "textview.h"
-#include <QtTest>
+#include <QSettings>
+#include <QTest>
 
 using namespace Qt::StringLiterals;
 
@@ -268,7 +269,7 @@ private Q_SLOTS:
         expectException("IBuildEnvironment::isUpToDate");
         expectBox(QMessageBox::Cancel);
         m_control->debugRun();
-        QCOMPARE(m_state, StateIdle);
+        QCOMPARE(m_activity->state(), StateIdle);
         story();
     }
 
@@ -522,7 +523,7 @@ private Q_SLOTS:
         };
         be(operation == u"start"_s ? StateIdle : StatePaused);
         call(command);
-        QCOMPARE(m_state, StateNoWorkspace);
+        QCOMPARE(m_activity->state(), StateNoWorkspace);
         QCOMPARE(m_stub->objectCount(), 0);
         story();
     }
@@ -540,7 +541,7 @@ private Q_SLOTS:
         openText(u"notes.txt"_s);
         expectAssert(u"currentProject()"_s);
         call(command);
-        m_workspace.reset();
+        dropWorkspace();
         expectAssert(u"currentProject()"_s);
         call(command);
         QCOMPARE(story(), QString());
@@ -561,7 +562,7 @@ private Q_SLOTS:
         addProject(u"fw"_s, {}, {});
         be(StatePaused);
         call(command);
-        m_workspace.reset();
+        dropWorkspace();
         be(StateNoWorkspace);
         call(command);
         QCOMPARE(story(), QString());
@@ -574,7 +575,7 @@ private Q_SLOTS:
         StubScript &build = addBuild(addProcessor(u"fw"_s), {IDebugBuild::Iid});
         scriptOf(u"fw"_s).canAttach = true;
         m_control->debugAttach();
-        QCOMPARE(story(), u"fw.canAttach()\n"
+        QCOMPARE(story(), u""
                           "fire onPreAttach\n"
                           "showOutputDock\n"
                           "fileSaveAll\n"
@@ -621,7 +622,7 @@ private Q_SLOTS:
         scriptOf(u"fw"_s).on[u"canAttach"_s] = throwError;
         expectException("IExecutionEnvironment::canAttach");
         m_control->debugAttach();
-        QCOMPARE(story(), u"fw.canAttach()"_s);
+        QCOMPARE(story(), QString());
     }
 
     void aScriptMayCloseTheWorkspaceBeforeTheAttachment()
@@ -630,7 +631,7 @@ private Q_SLOTS:
         scriptOf(u"fw"_s).canAttach = true;
         m_onEvent[u"onPreAttach"_s] = [this] { closeWorkspace(); };
         m_control->debugAttach();
-        QCOMPARE(story(), u"fw.canAttach()\nfire onPreAttach\nstate 0"_s);
+        QCOMPARE(story(), u"fire onPreAttach\nstate 0"_s);
     }
 
     // One processor or all
@@ -771,7 +772,7 @@ private Q_SLOTS:
         m_control->options().setAction(RunEvent, AskForProcessors);
         expectQuestion(nullptr);
         m_control->debugRun();
-        QCOMPARE(m_state, StateInitialising);
+        QCOMPARE(m_activity->state(), StateInitialising);
         QVERIFY(!story().contains(u"run()"_s));
     }
 
@@ -877,7 +878,7 @@ private Q_SLOTS:
         be(StateRunning);
         expectException(told.constData());
         m_control->debugPause();
-        QCOMPARE(m_state, StateRunning);
+        QCOMPARE(m_activity->state(), StateRunning);
         story();
     }
 
@@ -901,7 +902,7 @@ private Q_SLOTS:
         m_line = 12;
         m_control->debugRunToCursor();
         QCOMPARE(story(), u"showOutputDock\nfileSaveAll\nstate 3\nfw.start(false)\nstate 4\nfw.runTo(notes.txt, 12)"_s);
-        be(StatePaused);
+        be(StateFinished);
         m_line = 2;
         m_control->debugRunToCursor();
         QCOMPARE(m_story + m_stub->takeCalls(),
@@ -916,7 +917,7 @@ private Q_SLOTS:
         open(u"main.c"_s);
         m_control->debugRunToCursor();
         QCOMPARE(story(), QString());
-        QCOMPARE(m_state, StateIdle);
+        QCOMPARE(m_activity->state(), StateIdle);
     }
 
     void runningToTheCursorIsForTheCurrentProcessor()
@@ -924,7 +925,7 @@ private Q_SLOTS:
         addProcessor(u"one"_s);
         addProcessor(u"two"_s);
         openText(u"notes.txt"_s);
-        be(StatePaused);
+        be(StateFinished);
         m_control->debugRunToCursor();
         QCOMPARE(story(), u"state 4\ntwo.runTo(notes.txt, 1)"_s);
     }
@@ -944,15 +945,15 @@ private Q_SLOTS:
         addProcessor(u"other"_s);
         const Project *project = addProcessor(u"fw"_s);
         setAllActions(AllProcessors);
-        be(StatePaused);
+        be(StateFinished);
         call(command); // nothing is open
         QCOMPARE(story(), u"state 4\nfw.%1()"_s.arg(operation));
         open(u"main.c"_s);
-        be(StatePaused);
+        be(StateFinished);
         call(command);
         QCOMPARE(m_stub->takeCalls(), QStringList(u"fw.%1(main.c)"_s.arg(operation)));
         open(disassemblyOf(project));
-        be(StatePaused);
+        be(StateFinished);
         call(command);
         QCOMPARE(m_stub->takeCalls(), QStringList(u"fw.%1(%2)"_s.arg(operation, disassemblyOf(project))));
         be(StateIdle);
@@ -969,14 +970,14 @@ private Q_SLOTS:
         openText(u"notes.txt"_s);
         for (const QString &operation : {u"runTo"_s, u"stepOver"_s, u"stepInto"_s})
             scriptOf(u"fw"_s).on[operation] = throwError;
-        be(StatePaused);
+        be(StateFinished);
         expectException("IExecutionEnvironment::runTo");
         m_control->debugRunToCursor();
         expectException("IExecutionEnvironment::stepOver");
         m_control->debugStepOver();
         expectException("IExecutionEnvironment::stepInto");
         m_control->debugStepInto();
-        QCOMPARE(m_state, StateRunning);
+        QCOMPARE(m_activity->state(), StateRunning);
         story();
     }
 
@@ -1060,7 +1061,7 @@ private Q_SLOTS:
         story();
         m_workspace->setCurrentProject(0);
         QCOMPARE(deeds(), u"fire onCurrentProjectChanged"_s);
-        QCOMPARE(m_state, StateIdle);
+        QCOMPARE(m_activity->state(), StateIdle);
     }
 
     void whatWasSaidIsForgottenEvenIfThereIsNothingToStop()
@@ -1070,7 +1071,7 @@ private Q_SLOTS:
         report(one, 4);
         m_control->debugStop();
         m_workspace->setCurrentProject(0);
-        QCOMPARE(m_state, StateIdle);
+        QCOMPARE(m_activity->state(), StateIdle);
         story();
     }
 
@@ -1111,11 +1112,11 @@ private Q_SLOTS:
 
         const QStringList calls = deeds().section(u"meanwhile"_s, 1).split(u'\n').filter(u"()"_s);
         if (deed.startsWith(u"close"_s)) {
-            QCOMPARE(m_state, StateNoWorkspace);
+            QCOMPARE(m_activity->state(), StateNoWorkspace);
             QCOMPARE(m_stub->objectCount(), 0);
             QCOMPARE(calls.filter(u".stop()"_s), calls);
         } else if (deed == u"remove all"_s) {
-            QVERIFY(m_state != StateRunning || loop == u"hit message"_s);
+            QVERIFY(m_activity->state() != StateRunning || loop == u"hit message"_s);
             QCOMPARE(m_stub->objectCount(), 0);
             QCOMPARE(calls, QStringList());
         } else if (deed == u"remove current"_s) {
@@ -1125,7 +1126,7 @@ private Q_SLOTS:
         } else if (calls.contains(u"fw.stop()"_s)) {
             QCOMPARE(calls.last(), u"fw.stop()"_s);
         } else if (deed == u"stop build"_s && starts && !loop.endsWith(u"Yes"_s)) {
-            QCOMPARE(m_state, StateIdle);
+            QCOMPARE(m_activity->state(), StateIdle);
             QCOMPARE(calls, QStringList(u"fw-build.stop()"_s));
         }
     }

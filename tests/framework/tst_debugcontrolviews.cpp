@@ -1,5 +1,6 @@
 #include "debugfixture.h"
-#include <QtTest>
+#include <QSignalSpy>
+#include <QTest>
 
 using namespace Qt::StringLiterals;
 
@@ -48,7 +49,7 @@ private Q_SLOTS:
         for (int state = StateIdle; state <= StateUnknown; ++state) {
             be(ActivityState(state));
             report(project, status);
-            states += QString::number(m_state);
+            states += QString::number(m_activity->state());
             QCOMPARE(story().contains(u"fire onBreakpointHit"_s), status == 5); // in any state
         }
         QTEST(states.join(u' '), "states");
@@ -83,7 +84,7 @@ private Q_SLOTS:
         report(one, status);
         QCOMPARE(story(), QString());
         m_workspace->setCurrentProject(0);
-        QTEST(int(m_state), "state");
+        QTEST(int(m_activity->state()), "state");
         QVERIFY(deeds().endsWith(u"fire onCurrentProjectChanged"_s));
     }
 
@@ -95,7 +96,7 @@ private Q_SLOTS:
         expectAssert(u"currentProject() && environment"_s);
         m_control->statusInfo(u"text"_s, 0, nullptr);
         const auto environment = shareInterface(project->executionInterface());
-        m_workspace.reset();
+        dropWorkspace();
         expectAssert(u"currentProject() && environment"_s);
         m_control->programStatusChanged(IExecutionEnvironment::ProgramBreakpointHit, environment.get());
         expectAssert(u"currentProject() && environment"_s);
@@ -192,7 +193,7 @@ private Q_SLOTS:
         be(StateRunning);
         m_workspace->setCurrentProject(0);
         QCOMPARE(story(), u"one.programStatus()\nfire onCurrentProjectChanged"_s);
-        QCOMPARE(m_state, StateRunning);
+        QCOMPARE(m_activity->state(), StateRunning);
         scriptOf(u"two"_s).on[u"programStatus"_s] = throwError;
         expectException("IExecutionEnvironment::programStatus");
         m_workspace->setCurrentProject(1);
@@ -235,20 +236,15 @@ private Q_SLOTS:
     {
         addProcessor(u"fw"_s);
         MarkedView *view = open(u"main.c"_s);
-        QSignalSpy paused(m_control.get(), &DebugControl::pausedChanged);
         QSignalSpy registers(m_control.get(), &DebugControl::updateRegisterWindow);
         QSignalSpy data(m_control.get(), &DebugControl::updateDataWindows);
         QString order;
         connect(m_control.get(), &DebugControl::updateRegisterWindow, this, [&] { order += u"registers "_s; });
         connect(m_control.get(), &DebugControl::updateDataWindows, this, [&] { order += u"data"_s; });
-        setState(StateRunning);
-        setState(StatePaused);
-        setState(StatePaused);
-        setState(StateFinished);
-        QCOMPARE(paused.size(), 4);
-        QCOMPARE(
-            (QList<bool>{paused[0][0].toBool(), paused[1][0].toBool(), paused[2][0].toBool(), paused[3][0].toBool()}),
-            (QList<bool>{false, true, true, false}));
+        m_activity->setState(StateRunning);
+        m_activity->setState(StatePaused);
+        m_activity->setState(StatePaused);
+        m_activity->setState(StateFinished);
         QCOMPARE(registers.size(), 2);
         QCOMPARE(order, u"registers dataregisters data"_s);
         QCOMPARE(view->marks(), u"7=8"_s);
@@ -275,10 +271,11 @@ private Q_SLOTS:
         addProcessor(u"fw"_s);
         open(u"notes.blank"_s);
         MarkedView *view = open(u"main.c"_s);
+        be(ActivityState(from));
+        view->clearMarkers(IViewWithMarkers::CurrentLineMarker);
         view->setMarker(2, IViewWithMarkers::EnabledBreakpointMarker | IViewWithMarkers::CurrentLineMarker, true,
                         false);
-        be(ActivityState(from));
-        setState(ActivityState(to));
+        m_activity->setState(ActivityState(to));
         QCOMPARE(view->marks(), clears ? u"2=1"_s : u"2=9"_s);
         story();
     }
@@ -304,7 +301,7 @@ private Q_SLOTS:
     {
         addProcessor(u"fw"_s, {IBreakpoints::Iid});
         scriptOf(u"fw"_s).breakpoints = {breakpoint(u"main.c"_s, 2, 1)};
-        m_control->updateDebugWindows(DebugControl::NextStatement);
+        m_control->updateDebugWindows(DebugControl::NextStatementPart);
         QCOMPARE(front(), u"main.c"_s);
         QCOMPARE(viewOf(u"main.c"_s)->marks(), u"2=1 7=8"_s);
         QCOMPARE(viewOf(u"main.c"_s)->cursor, 7);
@@ -316,7 +313,7 @@ private Q_SLOTS:
         addProcessor(u"fw"_s);
         MarkedView *view = open(u"main.c"_s);
         open(u"other.c"_s)->cursor = 5;
-        m_control->updateDebugWindows(DebugControl::NextStatement);
+        m_control->updateDebugWindows(DebugControl::NextStatementPart);
         QCOMPARE(front(), u"main.c"_s);
         QCOMPARE(view->cursor, 7);
         QCOMPARE(viewOf(u"other.c"_s)->cursor, 5);
@@ -335,7 +332,7 @@ private Q_SLOTS:
         QFETCH(QString, file);
         addProcessor(u"fw"_s);
         scriptOf(u"fw"_s).location = {file, 7};
-        m_control->updateDebugWindows(DebugControl::NextStatement);
+        m_control->updateDebugWindows(DebugControl::NextStatementPart);
         QCOMPARE(front(), u"main.c"_s);
         QCOMPARE(viewOf(u"main.c"_s)->cursor, 7);
         story();
@@ -346,7 +343,7 @@ private Q_SLOTS:
         addProcessor(u"fw"_s);
         writeFile(path(u"data.blank"_s), "x");
         scriptOf(u"fw"_s).location = {u"data.blank"_s, 1};
-        m_control->updateDebugWindows(DebugControl::NextStatement);
+        m_control->updateDebugWindows(DebugControl::NextStatementPart);
         QCOMPARE(front(), u"data.blank"_s);
         story();
     }
@@ -367,7 +364,7 @@ private Q_SLOTS:
         scriptOf(u"fw"_s).location = {file, 12};
         scriptOf(u"fw"_s).locationsFrom[disassemblyOf(project)] = {disassemblyOf(project), 0x101};
         open(u"other.c"_s);
-        m_control->updateDebugWindows(DebugControl::NextStatement);
+        m_control->updateDebugWindows(DebugControl::NextStatementPart);
         QCOMPARE(front(), disassemblyOf(project));
         QCOMPARE(viewOf(disassemblyOf(project))->cursor, 0x101);
         QCOMPARE(viewOf(disassemblyOf(project))->marks(), u"257=8"_s);
@@ -380,7 +377,7 @@ private Q_SLOTS:
         const Project *project = addProcessor(u"fw"_s, {IDisassembly::Iid});
         scriptOf(u"fw"_s).locationsFrom[disassemblyOf(project)] = {disassemblyOf(project), 0x101};
         open(disassemblyOf(project));
-        m_control->updateDebugWindows(DebugControl::NextStatement);
+        m_control->updateDebugWindows(DebugControl::NextStatementPart);
         QCOMPARE(front(), disassemblyOf(project));
         QCOMPARE(viewOf(disassemblyOf(project))->cursor, 0x101);
         QVERIFY(!story().contains(u"openFile"_s));
@@ -392,7 +389,7 @@ private Q_SLOTS:
         addProcessor(u"fw"_s, {IDisassembly::Iid});
         scriptOf(u"fw"_s).locationsFrom[disassemblyOf(other)] = {disassemblyOf(other), 0x101};
         open(disassemblyOf(other))->cursor = 3;
-        m_control->updateDebugWindows(DebugControl::NextStatement);
+        m_control->updateDebugWindows(DebugControl::NextStatementPart);
         QCOMPARE(front(), u"main.c"_s);
         QCOMPARE(viewOf(disassemblyOf(other))->cursor, 3);
         story();
@@ -421,7 +418,7 @@ private Q_SLOTS:
         if (!name.isEmpty())
             open(name)->cursor = 3;
         expectBox();
-        m_control->updateDebugWindows(DebugControl::NextStatement);
+        m_control->updateDebugWindows(DebugControl::NextStatementPart);
         QVERIFY(story().contains(NoStatement));
         if (!name.isEmpty())
             QCOMPARE(viewOf(name)->cursor, 3);
@@ -435,7 +432,7 @@ private Q_SLOTS:
         QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"^Workspace::openDocument: No template found"_s));
         open(u"main.c"_s)->cursor = 3;
         expectBox();
-        m_control->updateDebugWindows(DebugControl::NextStatement);
+        m_control->updateDebugWindows(DebugControl::NextStatementPart);
         QCOMPARE(viewOf(u"main.c"_s)->cursor, 3);
         story();
     }
@@ -446,7 +443,7 @@ private Q_SLOTS:
         scriptOf(u"fw"_s).locationsFrom[disassemblyOf(project)] = {disassemblyOf(project), 0x101};
         m_template->refuses = "main.c";
         QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"^Workspace::openDocument: No template found"_s));
-        m_control->updateDebugWindows(DebugControl::NextStatement);
+        m_control->updateDebugWindows(DebugControl::NextStatementPart);
         QCOMPARE(front(), disassemblyOf(project));
         story();
     }
@@ -456,7 +453,7 @@ private Q_SLOTS:
         const Project *project = addProcessor(u"fw"_s, {IDisassembly::Iid});
         scriptOf(u"fw"_s).location = {};
         expectBox();
-        m_control->updateDebugWindows(DebugControl::NextStatement);
+        m_control->updateDebugWindows(DebugControl::NextStatementPart);
         QCOMPARE(front(), disassemblyOf(project));
         QVERIFY(story().contains(NoStatement));
     }
@@ -467,7 +464,7 @@ private Q_SLOTS:
         scriptOf(u"fw"_s).on[u"currentLocation"_s] = throwError;
         expectException("IExecutionEnvironment::currentLocation");
         expectBox();
-        m_control->updateDebugWindows(DebugControl::NextStatement);
+        m_control->updateDebugWindows(DebugControl::NextStatementPart);
         story();
     }
 
@@ -475,9 +472,9 @@ private Q_SLOTS:
     {
         addProject(u"fw"_s, {}, {});
         story();
-        m_control->updateDebugWindows(DebugControl::NextStatement);
-        m_workspace.reset();
-        m_control->updateDebugWindows(DebugControl::NextStatement);
+        m_control->updateDebugWindows(DebugControl::NextStatementPart);
+        dropWorkspace();
+        m_control->updateDebugWindows(DebugControl::NextStatementPart);
         QCOMPARE(story(), QString());
     }
 
@@ -538,7 +535,7 @@ private Q_SLOTS:
         m_control->debugShowNext(); // nothing is open
         QCOMPARE(registers.size(), 1);
         QVERIFY(story().contains(u"fw.breakpoints()"_s));
-        m_workspace.reset();
+        dropWorkspace();
         m_control->debugShowNext();
         QCOMPARE(registers.size(), 2);
     }
@@ -598,7 +595,8 @@ private Q_SLOTS:
         be(StatePaused);
         m_control->fileOpened();
         QCOMPARE(view->marks(), u"2=1 7=8"_s);
-        m_workspace.reset();
+        be(StateIdle);
+        dropWorkspace();
         m_control->fileOpened();
         QCOMPARE(view->marks(), u"2=1"_s); // breakpoints stay until there is a workspace again
         story();
@@ -762,7 +760,7 @@ private Q_SLOTS:
         addProcessor(u"fw"_s, {IBreakpoints::Iid});
         m_control->toggleBreakpoint(1);
         open(u"main.c"_s);
-        m_workspace.reset();
+        dropWorkspace();
         be(StateRunning);
         m_control->toggleBreakpoint(1);
         QCOMPARE(story(), QString());
@@ -804,7 +802,7 @@ private Q_SLOTS:
 
     void theDialogNeedsAWorkspace()
     {
-        m_workspace.reset();
+        dropWorkspace();
         expectBox();
         m_control->debugBreakpoints();
         QCOMPARE(story(), u"says Cannot edit breakpoints.||Open a project that supports breakpoints first."_s);
@@ -854,7 +852,7 @@ private Q_SLOTS:
         m_workspace->setCurrentProject(0);
         QCOMPARE(m_control->breakpointToolTip(path(u"main.c"_s), 2),
                  u"<b>Breakpoint status</b><br>Enabled [one]<br>"_s);
-        m_workspace.reset();
+        dropWorkspace();
         QCOMPARE(m_control->breakpointToolTip(path(u"main.c"_s), 2), QString());
         story();
     }
@@ -872,7 +870,7 @@ private Q_SLOTS:
         QVERIFY(!environmentOfKey(key));
         const Project *next = addProcessor(u"one"_s); // maybe at the same place
         QVERIFY(environmentKey(next->executionInterface()) != key);
-        QCOMPARE(m_state, StateIdle);
+        QCOMPARE(m_activity->state(), StateIdle);
         story();
     }
 };

@@ -1,5 +1,5 @@
 #include "debugdecisions.h"
-#include <QtTest>
+#include <QTest>
 
 using namespace Qt::StringLiterals;
 using ProgramStatus = IExecutionEnvironment::ProgramStatus;

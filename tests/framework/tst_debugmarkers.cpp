@@ -4,7 +4,7 @@
 #include "stubfixture.h"
 #include "tabbedviewmanager.h"
 #include "workspace.h"
-#include <QtTest>
+#include <QTest>
 
 using namespace Qt::StringLiterals;
 
@@ -41,7 +41,7 @@ private:
         return qobject_cast<MarkedView *>(m_views->currentView());
     }
 
-    void markBreakpoints() { refreshBreakpointMarkers(*m_workspace, *m_views); }
+    void markBreakpoints() { refreshBreakpointMarkers(*m_activity, *m_views); }
 
 private Q_SLOTS:
     void init()
@@ -312,9 +312,9 @@ private Q_SLOTS:
 
     void aToolTipNeedsTwoProjects()
     {
-        QCOMPARE(breakpointToolTip(*m_workspace, path(u"main.c"_s), 5), QString());
+        QCOMPARE(breakpointToolTip(*m_activity, path(u"main.c"_s), 5), QString());
         addProcessor(u"one"_s, {{{{u"main.c"_s, 5}}, 1}});
-        QCOMPARE(breakpointToolTip(*m_workspace, path(u"main.c"_s), 5), QString());
+        QCOMPARE(breakpointToolTip(*m_activity, path(u"main.c"_s), 5), QString());
     }
 
     void aToolTipListsTheProjectsOfTheFile()
@@ -323,13 +323,13 @@ private Q_SLOTS:
         addProcessor(u"one"_s, {{{{u"main.c"_s, 5}}, 1}, {{{u"main.c"_s, 6}}, 2}}, file);
         addProcessor(u"two"_s, {{{{u"other.c"_s, 1}, {path(u"main.c"_s), 5}}, 2}, {{{u"main.c"_s, 5}}, 3}}, file);
         addProcessor(u"three"_s, {{{{u"main.c"_s, 5}}, 1}}); // has the breakpoint but not the file
-        QCOMPARE(breakpointToolTip(*m_workspace, path(u"main.c"_s), 5),
+        QCOMPARE(breakpointToolTip(*m_activity, path(u"main.c"_s), 5),
                  u"<b>Breakpoint status</b><br>Enabled [one]<br>Disabled [two]<br>Multiple [two]<br>"_s);
-        QCOMPARE(breakpointToolTip(*m_workspace, path(u"main.c"_s), 6),
+        QCOMPARE(breakpointToolTip(*m_activity, path(u"main.c"_s), 6),
                  u"<b>Breakpoint status</b><br>Disabled [one]<br>"_s);
-        QCOMPARE(breakpointToolTip(*m_workspace, path(u"main.c"_s), 7), QString());
+        QCOMPARE(breakpointToolTip(*m_activity, path(u"main.c"_s), 7), QString());
         m_workspace->setCurrentProject(1); // stands in front then
-        QCOMPARE(breakpointToolTip(*m_workspace, path(u"main.c"_s), 5),
+        QCOMPARE(breakpointToolTip(*m_activity, path(u"main.c"_s), 5),
                  u"<b>Breakpoint status</b><br>Disabled [two]<br>Multiple [two]<br>Enabled [one]<br>"_s);
     }
 
@@ -337,7 +337,7 @@ private Q_SLOTS:
     {
         addProcessor(u"one"_s, {{{{u"main.c"_s, 5}}, 1}});
         addProcessor(u"two"_s, {{{{u"main.c"_s, 5}}, 0}});
-        QCOMPARE(breakpointToolTip(*m_workspace, path(u"main.c"_s), 5),
+        QCOMPARE(breakpointToolTip(*m_activity, path(u"main.c"_s), 5),
                  u"<b>Breakpoint status</b><br>Removed [two]<br>"_s);
     }
 
@@ -345,7 +345,7 @@ private Q_SLOTS:
     {
         addProcessor(u"one"_s);
         addProcessor(u"two"_s, {{{{u"main.c"_s, 5}, {path(u"main.c"_s), 5}}, 1}});
-        QCOMPARE(breakpointToolTip(*m_workspace, path(u"main.c"_s), 5),
+        QCOMPARE(breakpointToolTip(*m_activity, path(u"main.c"_s), 5),
                  u"<b>Breakpoint status</b><br>Enabled [two]<br>"_s);
     }
 };

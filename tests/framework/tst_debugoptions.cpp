@@ -2,7 +2,7 @@
 #include "dialoganswers.h"
 #include <QLabel>
 #include <QSettings>
-#include <QtTest>
+#include <QTest>
 
 using namespace Qt::StringLiterals;
 

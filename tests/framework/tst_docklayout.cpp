@@ -3,7 +3,7 @@
 #include "toolbar.h"
 #include <QMainWindow>
 #include <QSettings>
-#include <QtTest>
+#include <QTest>
 
 using namespace Qt::StringLiterals;
 

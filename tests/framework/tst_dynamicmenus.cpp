@@ -1,5 +1,5 @@
 #include "dynamicmenus.h"
-#include <QtTest>
+#include <QTest>
 
 using namespace Qt::StringLiterals;
 using namespace DynamicMenus;

@@ -1,7 +1,7 @@
 #include "editablescript.h"
 #include "ordinaryuser.h"
 #include "scriptdirectories.h"
-#include <QtTest>
+#include <QTest>
 
 using namespace Qt::StringLiterals;
 

@@ -9,7 +9,7 @@
 #include <QSplashScreen>
 #include <QTcpServer>
 #include <QTcpSocket>
-#include <QtTest>
+#include <QTest>
 
 using namespace Qt::StringLiterals;
 

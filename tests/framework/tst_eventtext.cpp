@@ -2,7 +2,7 @@
 #include "eventtext.h"
 #include <QKeyEvent>
 #include <QMouseEvent>
-#include <QtTest>
+#include <QTest>
 
 using namespace Qt::StringLiterals;
 
@@ -28,7 +28,7 @@ class EventTextTest : public QObject
 private Q_SLOTS:
     void init() { QTest::failOnWarning(QRegularExpression(u".?"_s)); }
 
-    void whatWasReadIsRecordedTheSame_data()
+    void readEventIsRecordedUnchanged_data()
     {
         QTest::addColumn<QString>("fields");
         const QStringList rows{u"2 3 -4 103 204 1 0"_s,
@@ -42,7 +42,7 @@ private Q_SLOTS:
                                u"6 4112 0 0 1 3 0"_s,
                                u"7 4100 13 0 0 1 1 \r"_s,
                                u"6 32 32 0 0 1 1  "_s,
-                               u"6 4128 0 0 0 1 0"_s,   // Shift down: not yet among the modifiers
+                               u"6 4128 0 0 0 1 0"_s,   // Shift down: not among the modifiers yet
                                u"7 4128 0 256 0 1 0"_s, // and up: still
                                u"6 65535 0 0 0 1 0"_s,
                                u"6 67 3 512 0 1 1 \u0003"_s,
@@ -58,7 +58,7 @@ private Q_SLOTS:
             QTest::newRow(qPrintable(row)) << row;
     }
 
-    void whatWasReadIsRecordedTheSame()
+    void readEventIsRecordedUnchanged()
     {
         QFETCH(QString, fields);
         const std::unique_ptr<QEvent> event = read(fields + u"\r\n"_s);
@@ -67,7 +67,7 @@ private Q_SLOTS:
         QCOMPARE(recorded(*event), u"EVENT o "_s + fields);
     }
 
-    void aPressHasItsButtonAndAReleaseHasNot()
+    void pressHasItsButtonAndReleaseHasNot()
     {
         const auto buttons = [](const QString &fields) {
             const std::unique_ptr<QEvent> event = read(fields);
@@ -79,7 +79,7 @@ private Q_SLOTS:
         QCOMPARE(buttons(u"5 0 0 0 0 0 3"_s), Qt::LeftButton | Qt::RightButton);
     }
 
-    void todaysNumbersAreReadAsWell()
+    void currentNumbersAreReadAsWell()
     {
         const std::unique_ptr<QEvent> event = read(u"6 16777220 0 33554432 0 1 0"_s);
         const auto *key = static_cast<const QKeyEvent *>(event.get());
@@ -87,7 +87,7 @@ private Q_SLOTS:
         QCOMPARE(key->modifiers(), Qt::ShiftModifier);
     }
 
-    void onlyOneIsTrue()
+    void onlyTheNumberOneIsTrue()
     {
         const auto repeats = [](int number) {
             const std::unique_ptr<QEvent> event = read(u"6 65 97 0 %1 1 1 a"_s.arg(number));
@@ -100,14 +100,14 @@ private Q_SLOTS:
         QVERIFY(static_cast<const QKeyEvent *>(event.get())->text().isEmpty());
     }
 
-    void theTextAloneDecidesTheText()
+    void textCodeIsIgnored()
     {
         const std::unique_ptr<QEvent> event = read(u"6 65 98 0 0 1 1 xyz"_s);
         QCOMPARE(static_cast<const QKeyEvent *>(event.get())->text(), u"xyz"_s);
         QVERIFY(static_cast<const QKeyEvent *>(read(u"6 65 98 0 0 1 0"_s).get())->text().isNull());
     }
 
-    void badFieldsMakeNoEvent_data()
+    void invalidFieldsGiveNoEvent_data()
     {
         QTest::addColumn<QString>("fields");
         const QStringList rows{u""_s,
@@ -129,19 +129,19 @@ private Q_SLOTS:
             QTest::newRow(qPrintable(row)) << row;
     }
 
-    void badFieldsMakeNoEvent()
+    void invalidFieldsGiveNoEvent()
     {
         QFETCH(QString, fields);
         QVERIFY(!read(fields));
     }
 
-    void otherTypesMakeAPlainEvent()
+    void otherTypesGiveAPlainEvent()
     {
         for (const int type : {0, 24, 77, 99, 999, 1005, 65535})
             QCOMPARE(int(read(QString::number(type))->type()), type);
     }
 
-    void typesOfOtherClassesMakeAnEventOfThatClassOrNone()
+    void typesOfOtherClassesGiveAnEventOfThatClassOrNone()
     {
         QVERIFY(dynamic_cast<QCloseEvent *>(read(u"19"_s).get()));
         QVERIFY(dynamic_cast<QShowEvent *>(read(u"17"_s).get()));
@@ -157,7 +157,7 @@ private Q_SLOTS:
         }
     }
 
-    void recordedTypes()
+    void onlyInputAndFocusEventsAreRecorded()
     {
         QVERIFY(!isRecorded(QEvent::Timer));
         QVERIFY(isRecorded(QEvent::MouseButtonPress));
@@ -165,7 +165,7 @@ private Q_SLOTS:
         QVERIFY(!isRecorded(QEvent::Paint));
     }
 
-    void pathsStopAtAParentWithoutAName()
+    void pathStopsAtAParentWithoutAName()
     {
         QObject top;
         auto *nameless = new QObject(&top);

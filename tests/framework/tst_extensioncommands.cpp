@@ -1,6 +1,6 @@
 #include "extensioncommands.h"
 #include "stubfixture.h"
-#include <QtTest>
+#include <QTest>
 
 using namespace Qt::StringLiterals;
 
@@ -121,16 +121,17 @@ private Q_SLOTS:
     {
         addDebugProjects(u"a;none;;b +c"_s);
         QStringList groups;
-        for (const QList<MenuEntry> &group : debugExtensionEntries(m_workspace.get()))
+        for (const QList<MenuEntry> &group : debugExtensionEntries(*m_activity))
             groups += textOf(group);
         QCOMPARE(groups, (QStringList{u"[ ] A (p0): does a"_s, {}, u"[ ] B (p3): does b, [x] C (p3): does c"_s}));
-        QCOMPARE(debugExtensionEntries(nullptr).size(), 0);
+        dropWorkspace();
+        QCOMPARE(debugExtensionEntries(*m_activity).size(), 0);
     }
 
     void withOneProjectItsNameIsLeftOut()
     {
         addDebugProjects(u"a"_s);
-        QCOMPARE(textOf(debugExtensionEntries(m_workspace.get()).first()), u"[ ] A: does a"_s);
+        QCOMPARE(textOf(debugExtensionEntries(*m_activity).first()), u"[ ] A: does a"_s);
     }
 
     void aDebugCommandRunsInTheFirstProjectThatHasItAndInLaterOnes_data()
@@ -154,18 +155,18 @@ private Q_SLOTS:
         QFETCH(int, index);
         QFETCH(QStringList, calls);
         addDebugProjects(commands);
-        executeDebugExtension(m_workspace.get(), index);
+        executeDebugExtension(*m_activity, index);
         QCOMPARE(executed(), calls);
     }
 
     void aCommandMayCloseTheWorkspace()
     {
         addDebugProjects(u"a;b"_s);
-        m_stub->script(u"{p0}"_s).on[u"execute"_s] = [&] { m_workspace.reset(); };
-        executeDebugExtension(m_workspace.get(), 0);
+        m_stub->script(u"{p0}"_s).on[u"execute"_s] = [&] { dropWorkspace(); };
+        executeDebugExtension(*m_activity, 0);
         QCOMPARE(executed(), QStringList{u"p0(a)"_s});
         QCOMPARE(m_stub->objectCount(), 0);
-        executeDebugExtension(nullptr, 0);
+        executeDebugExtension(*m_activity, 0);
     }
 
     void anExceptionEndsAtTheBorder()
@@ -177,13 +178,13 @@ private Q_SLOTS:
         expectException("IExtensionCommands::execute");
         executeBuildExtension(project, 0);
         expectException("IExtensionCommands::execute");
-        executeDebugExtension(m_workspace.get(), 0);
+        executeDebugExtension(*m_activity, 0);
         for (const QString &feature : {u"{b}"_s, u"{p1}"_s})
             m_stub->script(feature).on[u"commands"_s] = throwError;
         expectException("IExtensionCommands::commands");
         QCOMPARE(buildExtensionEntries(project).size(), 0);
         expectException("IExtensionCommands::commands");
-        QCOMPARE(textOf(debugExtensionEntries(m_workspace.get()).first()), QString());
+        QCOMPARE(textOf(debugExtensionEntries(*m_activity).first()), QString());
     }
 };
 

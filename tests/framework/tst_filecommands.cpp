@@ -1,5 +1,6 @@
 #include "ordinaryuser.h"
 #include "windowfixture.h"
+#include "windowmenus.h"
 #include <QPrintDialog>
 
 using namespace Qt::StringLiterals;
@@ -11,7 +12,7 @@ const auto Warn = u"warning Varnel [Ok]"_s;
 
 void selectRecent(const WindowFixture &f, int index)
 {
-    QMetaObject::invokeMethod(f.window.get(), "recentFileSelected", Q_ARG(int, index));
+    f.window->findChild<WindowMenus *>()->recentFileSelected(index);
 }
 } // namespace
 

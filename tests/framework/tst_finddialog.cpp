@@ -31,7 +31,7 @@ private Q_SLOTS:
 
     void cleanup() { m_dialog.reset(); }
 
-    void itsTextsStandAsTold()
+    void textsAreTheExpectedOnes()
     {
         QCOMPARE(m_dialog->objectName(), u"findDialog"_s);
         QCOMPARE(m_dialog->windowTitle(), u"Find"_s);
@@ -44,7 +44,7 @@ private Q_SLOTS:
         QVERIFY(!m_dialog->isModal());
     }
 
-    void itsPresets()
+    void defaultsAreTheExpectedOnes()
     {
         QCOMPARE(what()->currentText(), QString());
         QVERIFY(button(*m_dialog, "DownRadio")->isChecked());
@@ -54,7 +54,7 @@ private Q_SLOTS:
         QVERIFY(m_dialog->findChild<QPushButton *>(u"FindNextButton"_s)->isDefault());
     }
 
-    void itIsLaidOut()
+    void textsHaveEnoughSpace()
     {
         m_dialog->resize(1, 1);
         showActive(*m_dialog);
@@ -73,7 +73,7 @@ private Q_SLOTS:
                                                    u"DownRadio"_s, u"FindNextButton"_s, u"CancelButton"_s}));
     }
 
-    void findingTellsTheTextAndTheControls_data()
+    void findEmitsTheTextAndTheOptions_data()
     {
         QTest::addColumn<QStringList>("checked");
         QTest::addColumn<QString>("expected");
@@ -85,7 +85,7 @@ private Q_SLOTS:
                              << u"foo case word up cursor"_s;
     }
 
-    void findingTellsTheTextAndTheControls()
+    void findEmitsTheTextAndTheOptions()
     {
         QFETCH(QStringList, checked);
         QFETCH(QString, expected);
@@ -96,7 +96,7 @@ private Q_SLOTS:
         QCOMPARE(m_asked, QStringList{expected});
     }
 
-    void itStaysOpenFromMatchToMatch()
+    void dialogStaysOpenAfterFind()
     {
         showActive(*m_dialog);
         what()->setFocus();
@@ -107,7 +107,7 @@ private Q_SLOTS:
         QVERIFY(m_dialog->isVisible());
     }
 
-    void whatWasLookedForIsRemembered()
+    void searchedTextIsRemembered()
     {
         for (const QString &text : {u"foo"_s, u"bar"_s, u"foo"_s, u"Foo"_s}) {
             m_dialog->setFindText(text);
@@ -117,7 +117,7 @@ private Q_SLOTS:
         QCOMPARE(what()->currentText(), u"Foo"_s);
     }
 
-    void itIsRememberedBeforeItIsLookedFor()
+    void textIsRememberedBeforeTheSearch()
     {
         int count = -1;
         connect(m_dialog.get(), &FindDialog::find, this, [&] { count = what()->count(); });
@@ -126,7 +126,7 @@ private Q_SLOTS:
         QCOMPARE(count, 1);
     }
 
-    void anActivatedTextIsRemembered()
+    void activatedTextIsRemembered()
     {
         Q_EMIT what()->textActivated(u"foo"_s);
         m_dialog->findWhatComboActivated(u"bar"_s);
@@ -134,19 +134,19 @@ private Q_SLOTS:
         QCOMPARE(m_asked, QStringList());
     }
 
-    void runningItLetsTheUserTypeAtOnce()
+    void runSetsTheFocusToTheText()
     {
         m_dialog->setFindText(u"old"_s);
         button(*m_dialog, "CancelButton")->setFocus();
         QTimer::singleShot(0, this, [this] {
-            const auto close = qScopeGuard([this] { m_dialog->reject(); }); // however the test ends
+            const auto close = qScopeGuard([this] { m_dialog->reject(); }); // also if the test fails
             QVERIFY(QTest::qWaitForWindowActive(m_dialog.get()));
             QCOMPARE(QApplication::activeModalWidget(), m_dialog.get());
             QCOMPARE(QApplication::focusWidget(), what());
             QTest::keyClicks(what()->lineEdit(), u"new"_s);
             QTest::keyClick(m_dialog.get(), Qt::Key_F, Qt::AltModifier);
             QTRY_COMPARE(m_asked, QStringList{u"new down cursor"_s});
-            m_dialog->run(); // while it is open, it only comes to the top
+            m_dialog->run(); // an open dialog is only raised
             QTest::mouseClick(button(*m_dialog, "CancelButton"), Qt::LeftButton);
         });
         m_dialog->run();
@@ -154,7 +154,7 @@ private Q_SLOTS:
         QCOMPARE(m_asked.size(), 1);
     }
 
-    void escapeClosesIt()
+    void escapeClosesTheDialog()
     {
         showActive(*m_dialog);
         QTest::keyClick(m_dialog.get(), Qt::Key_Escape);

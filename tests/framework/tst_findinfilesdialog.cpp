@@ -46,7 +46,7 @@ private:
         return texts;
     }
 
-    /// The file as it is on disk, its lines sorted.
+    /// The file on disk with its lines sorted.
     QString file()
     {
         m_settings->sync();
@@ -58,7 +58,7 @@ private:
         return lines.join(u' ');
     }
 
-    /// Chooses @p path in the next file dialog, or cancels it.
+    /// Selects @p path in the next file dialog, or cancels it.
     void choose(
         const QString &path, const std::function<void(QFileDialog *)> &look = [](QFileDialog *) {})
     {
@@ -87,7 +87,7 @@ private Q_SLOTS:
         m_settings.reset();
     }
 
-    void itsTextsStandAsTold()
+    void textsAreTheExpectedOnes()
     {
         open();
         QCOMPARE(m_dialog->objectName(), u"findInFilesDialog"_s);
@@ -102,7 +102,7 @@ private Q_SLOTS:
         QVERIFY(m_dialog->findChild<QPushButton *>(u"FindButton"_s)->isDefault());
     }
 
-    void itIsLaidOut()
+    void textsHaveEnoughSpace()
     {
         open();
         m_dialog->resize(1, 1);
@@ -130,7 +130,7 @@ private Q_SLOTS:
 
     // Reading
 
-    void itsPresets()
+    void defaultsAreTheExpectedOnes()
     {
         open();
         QCOMPARE(entries(types()), (QStringList{u"*.c; *.h;*.asm"_s, u"*.txt"_s, u"*.*"_s}));
@@ -140,7 +140,7 @@ private Q_SLOTS:
         QVERIFY(!m_dialog->caseSensitive() && !m_dialog->wholeWord() && !m_dialog->recursive() && !m_dialog->regExp());
     }
 
-    void itBeginsWithTheAnswersOfTheLastTime()
+    void dialogStartsWithTheLastAnswers()
     {
         storeHistory(u"Match"_s, {u"foo"_s, u"bar, baz"_s, u"@x;\\d"_s});
         storeHistory(u"Folder"_s, {u"/a"_s, u"/b c"_s});
@@ -158,7 +158,7 @@ private Q_SLOTS:
         QVERIFY(m_dialog->caseSensitive() && m_dialog->wholeWord() && m_dialog->recursive() && m_dialog->regExp());
     }
 
-    void eachFlagHasItsKey_data()
+    void flagIsReadFromItsKey_data()
     {
         QTest::addColumn<QString>("box");
         QTest::newRow("MatchCase") << u"MatchCaseCheck"_s;
@@ -167,7 +167,7 @@ private Q_SLOTS:
         QTest::newRow("UseRegExp") << u"RegExpCheck"_s;
     }
 
-    void eachFlagHasItsKey()
+    void flagIsReadFromItsKey()
     {
         QFETCH(QString, box);
         const QString key = QString::fromLatin1(QTest::currentDataTag());
@@ -184,7 +184,7 @@ private Q_SLOTS:
             QCOMPARE(m_settings->value(u"FindInFiles/"_s + other).toString(), other == key ? u"true"_s : u"false"_s);
     }
 
-    void theGettersTellTheirOwnFlags()
+    void gettersReturnTheirFlags()
     {
         open();
         const auto flags = [this] {
@@ -201,7 +201,7 @@ private Q_SLOTS:
         QCOMPARE(seen, (QStringList{u"1000"_s, u"1100"_s, u"1110"_s, u"1111"_s}));
     }
 
-    void aHistoryEndsAtTheFirstEmptyEntry()
+    void historyEndsAtTheFirstEmptyEntry()
     {
         storeHistory(u"Match"_s, {u"a"_s, QString(), u"c"_s});
         storeHistory(u"Folder"_s, {QString(), u"/b"_s});
@@ -210,7 +210,7 @@ private Q_SLOTS:
         QCOMPARE(entries(folder()), QStringList());
     }
 
-    void anEmptyMaskDoesNotCount()
+    void emptyMaskIsIgnored()
     {
         store(u"FileMask"_s, QString());
         open();
@@ -219,7 +219,7 @@ private Q_SLOTS:
 
     // Writing
 
-    void theAnswersAreWritten()
+    void answersAreStored()
     {
         open();
         what()->setEditText(u"foo"_s);
@@ -232,7 +232,7 @@ private Q_SLOTS:
                          "MatchWholeWord=false UseRegExp=false [FindInFiles]"_s);
     }
 
-    void cancellingWritesNothing()
+    void cancellingStoresNothing()
     {
         open();
         what()->setEditText(u"foo"_s);
@@ -241,7 +241,7 @@ private Q_SLOTS:
         QCOMPARE(file(), QString());
     }
 
-    void theHistoryIsTheCurrentTextAndTheFirstElevenThatDiffer_data()
+    void historyIsTheCurrentTextAndElevenOthers_data()
     {
         QTest::addColumn<QStringList>("before");
         QTest::addColumn<QString>("current");
@@ -252,13 +252,13 @@ private Q_SLOTS:
         QTest::newRow("older") << QStringList{u"a"_s, u"b"_s, u"c"_s} << u"b"_s << QStringList{u"b"_s, u"a"_s, u"c"_s};
         QTest::newRow("other case") << QStringList{u"a"_s} << u"A"_s << QStringList{u"A"_s, u"a"_s};
         QTest::newRow("eleven") << numbers(1, 11) << u"x"_s << QStringList{u"x"_s} + numbers(1, 11);
-        QTest::newRow("twelve: one falls out") << numbers(1, 12) << u"x"_s << QStringList{u"x"_s} + numbers(1, 11);
+        QTest::newRow("twelve: one is dropped") << numbers(1, 12) << u"x"_s << QStringList{u"x"_s} + numbers(1, 11);
         QTest::newRow("twelve, the last again") << numbers(1, 12) << u"t12"_s << QStringList{u"t12"_s} + numbers(1, 11);
-        QTest::newRow("twelve, one of them again: its place is not filled")
+        QTest::newRow("twelve, one of them again: no other takes its place")
             << numbers(1, 12) << u"t3"_s << QStringList{u"t3"_s} + numbers(1, 2) + numbers(4, 11) + numbers(12, 12);
     }
 
-    void theHistoryIsTheCurrentTextAndTheFirstElevenThatDiffer()
+    void historyIsTheCurrentTextAndElevenOthers()
     {
         QFETCH(QStringList, before);
         QFETCH(QString, current);
@@ -287,7 +287,7 @@ private Q_SLOTS:
 
     // Folder
 
-    void theFolderIsAbsolute_data()
+    void folderIsAbsolute_data()
     {
         QTest::addColumn<QString>("text");
         QTest::addColumn<QString>("expected");
@@ -298,17 +298,17 @@ private Q_SLOTS:
         QTest::newRow("root") << u"/"_s << u"/"_s;
     }
 
-    void theFolderIsAbsolute()
+    void folderIsAbsolute()
     {
         QFETCH(QString, text);
         QFETCH(QString, expected);
         open();
         folder()->setEditText(text);
         QCOMPARE(m_dialog->folder(), expected);
-        QCOMPARE(folder()->lineEdit()->placeholderText(), QDir::currentPath()); // what no text means
+        QCOMPARE(folder()->lineEdit()->placeholderText(), QDir::currentPath()); // the folder of an empty text
     }
 
-    void browsingFillsInTheFolder()
+    void browsingSetsTheFolder()
     {
         QVERIFY(QDir(m_directory->path()).mkdir(u"sub"_s));
         open();

@@ -1,7 +1,7 @@
 #include "formatchoice.h"
 #include <QGuiApplication>
 #include <QSettings>
-#include <QtTest>
+#include <QTest>
 
 using namespace Qt::StringLiterals;
 

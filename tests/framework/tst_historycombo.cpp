@@ -2,7 +2,7 @@
 #include <QApplication>
 #include <QCompleter>
 #include <QLineEdit>
-#include <QtTest>
+#include <QTest>
 
 using namespace Qt::StringLiterals;
 
@@ -22,7 +22,7 @@ private:
 private Q_SLOTS:
     void init() { QTest::failOnWarning(QRegularExpression(u"^(?!This plugin does not support)"_s)); }
 
-    void textsAreRememberedOnTop()
+    void newTextIsAddedAtTheTop()
     {
         HistoryCombo combo;
         combo.remember(u"one"_s);
@@ -30,7 +30,7 @@ private Q_SLOTS:
         QCOMPARE(entries(combo), (QStringList{u"two"_s, u"one"_s}));
     }
 
-    void aTextOfTheListStaysWhereItIs()
+    void textInTheListKeepsItsPlace()
     {
         HistoryCombo combo;
         for (const QString &text : {u"one"_s, u"two"_s, u"one"_s})
@@ -46,14 +46,14 @@ private Q_SLOTS:
         QCOMPARE(entries(combo), (QStringList{u"o.e"_s, u"on"_s, u"one "_s, u"One"_s, u"one"_s}));
     }
 
-    void nothingIsNotRemembered()
+    void emptyTextIsNotRemembered()
     {
         HistoryCombo combo;
         combo.remember(QString());
         QCOMPARE(combo.count(), 0);
     }
 
-    void whatIsTypedStaysWhenItIsRemembered()
+    void typedTextStaysWhenItIsRemembered()
     {
         HistoryCombo combo;
         combo.remember(u"one"_s);
@@ -65,7 +65,7 @@ private Q_SLOTS:
         QCOMPARE(combo.currentText(), u"three"_s);
     }
 
-    void returnPutsNothingIntoTheList()
+    void returnAddsNothingToTheList()
     {
         HistoryCombo combo;
         QTest::keyClicks(combo.lineEdit(), u"one"_s);
@@ -83,7 +83,7 @@ private Q_SLOTS:
         QVERIFY(!combo.completer());
     }
 
-    void takingTheFocusSelectsTheLine()
+    void takeFocusSelectsTheText()
     {
         QWidget window;
         auto *other = new QLineEdit(&window);

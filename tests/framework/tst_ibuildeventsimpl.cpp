@@ -1,7 +1,8 @@
 #include "ibuildeventsimpl.h"
 #include "iexecutionevents.h"
 #include <QPointer>
-#include <QtTest>
+#include <QSignalSpy>
+#include <QTest>
 
 using namespace Qt::StringLiterals;
 

@@ -3,8 +3,9 @@
 #include "pluginfactory.h"
 #include <QDialog>
 #include <QLibrary>
+#include <QPainter>
 #include <QSplashScreen>
-#include <QtTest>
+#include <QTest>
 
 using namespace Qt::StringLiterals;
 

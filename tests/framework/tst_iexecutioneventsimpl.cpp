@@ -1,7 +1,7 @@
 #include "ibuildevents.h"
 #include "iexecutioneventsimpl.h"
 #include <QPointer>
-#include <QtTest>
+#include <QTest>
 
 using namespace Qt::StringLiterals;
 

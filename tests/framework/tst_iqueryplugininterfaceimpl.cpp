@@ -1,7 +1,7 @@
 #include "imemory.h"
 #include "iqueryplugininterfaceimpl.h"
 #include "stubfixture.h"
-#include <QtTest>
+#include <QTest>
 
 using namespace Qt::StringLiterals;
 
@@ -38,7 +38,7 @@ private:
                 }
             }
         }
-        m_query = shareInterface(new IQueryPluginInterfaceImpl(m_workspace.get(), m_workspace->project(0)));
+        m_query = shareInterface(new IQueryPluginInterfaceImpl(m_activity.get(), m_workspace->project(0)));
     }
 
     /// Asks with an index and gives the label of what is found, whose reference is given back.
@@ -108,7 +108,7 @@ private Q_SLOTS:
         makeProjects(u"x0!;x1!;x2!;x3!"_s);
         QCOMPARE(find(m_query->interfaceCount(IMemory::Iid)), u"x3"_s);
         m_query.reset();
-        m_workspace.reset();
+        dropWorkspace();
         QCOMPARE(m_stub->objectCount(), 0);
     }
 
@@ -118,7 +118,7 @@ private Q_SLOTS:
         QCOMPARE(find(1), u"x2"_s);
         m_query.reset();
         const auto x1 = shareInterface(m_workspace->project(1)->executionInterface());
-        m_workspace.reset();
+        dropWorkspace();
         QCOMPARE(m_stub->objectCount(), 1);
         QVERIFY(m_stub->object(u"x1"_s));
         x1->release(); // the one that nobody holds
@@ -129,7 +129,7 @@ private Q_SLOTS:
         makeProjects(u";x1!"_s);
         QCOMPARE(m_query->queryInterface(IMemory::Iid, nullptr, 1), QE_NOINTERFACE);
         m_query.reset();
-        m_workspace.reset();
+        dropWorkspace();
         QCOMPARE(m_stub->objectCount(), 0);
     }
 
@@ -145,7 +145,7 @@ private Q_SLOTS:
     void aWorkspaceThatHasGoneHasNothingToFind()
     {
         makeProjects(u";x1!"_s);
-        m_workspace.reset();
+        dropWorkspace();
         QCOMPARE(m_query->interfaceCount(IMemory::Iid), 0);
         QCOMPARE(find(1), QString());
     }
@@ -165,7 +165,7 @@ private Q_SLOTS:
     void nobodyAskingIsAMistake()
     {
         expectAssert(u"selfProject"_s);
-        m_query = shareInterface(new IQueryPluginInterfaceImpl(m_workspace.get(), nullptr));
+        m_query = shareInterface(new IQueryPluginInterfaceImpl(m_activity.get(), nullptr));
     }
 };
 

@@ -1,6 +1,6 @@
 #include "lastdirectories.h"
 #include <QSettings>
-#include <QtTest>
+#include <QTest>
 
 using namespace Qt::StringLiterals;
 

@@ -1,8 +1,10 @@
+#include "activity.h"
 #include "commandnames.h"
 #include "ideapplication.h"
 #include "installation.h"
 #include "mainwindow.h"
 #include "popupmenu.h"
+#include "searchbox.h"
 #include "toolbar.h"
 #include <QComboBox>
 #include <QDialog>
@@ -12,7 +14,7 @@
 #include <QMenuBar>
 #include <QMessageBox>
 #include <QStatusBar>
-#include <QtTest>
+#include <QTest>
 
 using namespace Qt::StringLiterals;
 
@@ -166,21 +168,11 @@ private Q_SLOTS:
         for (const QByteArray &name : toggleCommands())
             expected.append(name + "(bool)");
         QCOMPARE(expected.size(), 88);
-        const QByteArrayList others{"openFile(QString)",
-                                    "lookupSource(QString,int)",
-                                    "runPyFile(QString)",
-                                    "openHelp(QString)",
-                                    "fileSelected(QString)",
-                                    "displayFileProperties(ProjectFile*)",
-                                    "viewActivated(View*)",
-                                    "cursorPositionChanged(int,int)",
-                                    "find(QString,bool,bool,bool,bool)",
-                                    "searchBoxFind(QString)",
-                                    "searchBoxFindAgain(QString)",
-                                    "workspaceChanged()",
-                                    "currentProjectChanged()",
-                                    "updateProjectUI()",
-                                    "projectDropdownChanged(int)"};
+        const QByteArrayList others{
+            "openFile(QString)",      "lookupSource(QString,int)",      "runPyFile(QString)",
+            "openHelp(QString)",      "fileSelected(QString)",          "displayFileProperties(ProjectFile*)",
+            "viewActivated(View*)",   "cursorPositionChanged(int,int)", "find(QString,bool,bool,bool,bool)",
+            "searchBoxFind(QString)", "searchBoxFindAgain(QString)"};
         QByteArrayList found;
         const QMetaObject &meta = MainWindow::staticMetaObject;
         for (int i = meta.methodOffset(); i < meta.methodCount(); ++i) {
@@ -296,7 +288,7 @@ private Q_SLOTS:
                  "+projectOpenAvailable projectRepopulateAvailable workspaceEditingAvailable projectEditingAvailable "
                  "buildAvailable projectBuilding runAvailable stopAvailable pauseAvailable startAvailable "
                  "restartAvailable wakeupAvailable showNextAvailable attachAvailable"_s);
-        QCOMPARE(m_window->state(), StateNoWorkspace);
+        QCOMPARE(m_window->activity().state(), StateNoWorkspace);
     }
 
     void theSignalsReachTheActions()
@@ -314,22 +306,22 @@ private Q_SLOTS:
     {
         open({}, {});
         SignalRecorder recorder(m_window.get());
-        m_window->setState(StateIdle);
+        m_window->activity().setState(StateIdle);
         QCOMPARE(recorder.heard.join(u' '),
                  u"+projectOpenAvailable projectRepopulateAvailable workspaceEditingAvailable projectEditingAvailable "
                  "buildAvailable projectBuilding runAvailable stopAvailable pauseAvailable startAvailable "
                  "restartAvailable wakeupAvailable showNextAvailable attachAvailable compileAvailable"_s);
         recorder.heard.clear();
-        m_window->setState(StateBuilding);
+        m_window->activity().setState(StateBuilding);
         QCOMPARE(recorder.heard.first(), u"projectOpenAvailable"_s);
     }
 
     void theSameStateAgainTellsOnlyOfTheCompileCommand()
     {
         open({}, {});
-        m_window->setState(StatePaused);
+        m_window->activity().setState(StatePaused);
         SignalRecorder recorder(m_window.get());
-        m_window->setState(StatePaused);
+        m_window->activity().setState(StatePaused);
         QCOMPARE(recorder.heard, QStringList{u"compileAvailable"_s});
     }
 
@@ -352,10 +344,10 @@ private Q_SLOTS:
         QFETCH(int, state);
         open("<ui title=\"Board Studio\"/>");
         QCOMPARE(m_window->windowTitle(), u"Board Studio"_s);
-        m_window->setState(ActivityState(state));
+        m_window->activity().setState(ActivityState(state));
         QTEST(m_window->windowTitle(), "caption");
-        QCOMPARE(int(m_window->state()), state);
-        m_window->setState(StateNoWorkspace);
+        QCOMPARE(int(m_window->activity().state()), state);
+        m_window->activity().setState(StateNoWorkspace);
         QCOMPARE(m_window->windowTitle(), u"Board Studio"_s);
     }
 
@@ -387,16 +379,16 @@ private Q_SLOTS:
         open("<ui/>");
         m_window->show();
         QLabel *label = m_window->statusBar()->findChildren<QLabel *>().first();
-        m_window->setState(StateRunning);
+        m_window->activity().setState(StateRunning);
         label->show();
-        m_window->setState(StatePaused);
+        m_window->activity().setState(StatePaused);
         QVERIFY(!label->isHidden());
-        m_window->setState(StateIdle);
+        m_window->activity().setState(StateIdle);
         QVERIFY(label->isHidden());
         label->show();
-        m_window->setState(StateIdle);
+        m_window->activity().setState(StateIdle);
         QVERIFY(!label->isHidden());
-        m_window->setState(StateBuilding);
+        m_window->activity().setState(StateBuilding);
         QVERIFY(label->isHidden());
     }
 
@@ -417,21 +409,27 @@ private Q_SLOTS:
         QVERIFY(!box->isEnabled());
         Q_EMIT m_window->textNavigationAvailable(true);
         QVERIFY(box->isEnabled());
-        QVERIFY(disconnect(box, &QComboBox::editTextChanged, m_window.get(), &MainWindow::searchBoxFind));
-        QVERIFY(disconnect(box, &QComboBox::textActivated, m_window.get(), &MainWindow::searchBoxFindAgain));
+        auto *search = qobject_cast<SearchBox *>(box);
+        QVERIFY(disconnect(search, &SearchBox::find, m_window.get(), &MainWindow::searchBoxFind));
+        QVERIFY(disconnect(search, &SearchBox::findAgain, m_window.get(), &MainWindow::searchBoxFindAgain));
     }
 
-    void theSearchBoxKeepsWhatIsTyped()
+    void theSearchBoxFindsAndKeepsTheLastTenTexts()
     {
         open({"editFind"}, R"(<toolbars><toolbar name="a"><action name="editFind"/></toolbar></toolbars>)");
         QComboBox *box = boxes("searchBox").first();
         m_window->show();
         Q_EMIT m_window->textNavigationAvailable(true);
+        QSignalSpy found(qobject_cast<SearchBox *>(box), &SearchBox::findAgain);
         for (int i = 0; i < 12; ++i) {
-            box->setEditText(u"text%1"_s.arg(i % 11));
-            QTest::keyClick(box->lineEdit(), Qt::Key_Return);
+            box->setEditText(u"text%1"_s.arg(i));
+            QTest::keyClick(box, Qt::Key_Return);
+            QCOMPARE(found.size(), i + 1);
+            QCOMPARE(found.last().first().toString(), u"text%1"_s.arg(i));
+            QCOMPARE(box->currentText(), u"text%1"_s.arg(i));
         }
         QCOMPARE(box->count(), 10);
+        QCOMPARE(box->itemText(0), u"text2"_s);
         box->setEditText(u"te"_s);
         QCOMPARE(box->currentText(), u"te"_s);
     }
@@ -447,7 +445,6 @@ private Q_SLOTS:
         QCOMPARE(box->minimumWidth(), 100);
         QCOMPARE(box->toolTip(), u"Current project"_s);
         QVERIFY(box->isHidden());
-        QVERIFY(disconnect(box, &QComboBox::activated, m_window.get(), &MainWindow::projectDropdownChanged));
     }
 
     void widgetsOfToolBarsComeAsOftenAsTheirActionsAreNamed_data()
@@ -501,7 +498,7 @@ private Q_SLOTS:
              + R"(</menutext><enable signal="compileAvailable"/></action></actions></ui>)");
         QTEST(action("buildCompileFile")->text(), "expected");
         QVERIFY(!action("buildCompileFile")->isEnabled());
-        m_window->setState(StateIdle);
+        m_window->activity().setState(StateIdle);
         QTEST(action("buildCompileFile")->text(), "expected");
     }
 
@@ -547,7 +544,7 @@ private Q_SLOTS:
         QCOMPARE(contents(menu("fileRecentFilesMenu")), QString());
         QCOMPARE(opened("fileRecentFilesMenu"), u"&1 /a/b.c"_s);
         QCOMPARE(opened("projectRecentWorkspacesMenu"), u"&1 /a/b.vnw"_s);
-        m_window->setState(StateRunning);
+        m_window->activity().setState(StateRunning);
         QCOMPARE(contents(menu("projectRecentWorkspacesMenu")), u"&1 /a/b.vnw"_s);
         QCOMPARE(opened("projectRecentWorkspacesMenu"), u"(&1 /a/b.vnw)"_s);
         QCOMPARE(opened("viewToolbarsMenu"), u"[x]File"_s);
@@ -570,7 +567,7 @@ private Q_SLOTS:
         settings()->setValue(u"RecentFiles/Workspace0"_s, u"/a.vnw"_s);
         settings()->setValue(u"RecentFiles/File0"_s, u"/a.c"_s);
         open({}, R"(<menus><menu name="projectRecentWorkspacesMenu"/><menu name="fileRecentFilesMenu"/></menus>)");
-        m_window->setState(ActivityState(state));
+        m_window->activity().setState(ActivityState(state));
         QCOMPARE(opened("projectRecentWorkspacesMenu"), possible ? u"&1 /a.vnw"_s : u"(&1 /a.vnw)"_s);
         QCOMPARE(opened("fileRecentFilesMenu"), u"&1 /a.c"_s);
     }
@@ -729,7 +726,7 @@ private Q_SLOTS:
         for (PopupMenu *each : menus)
             Q_EMIT each->aboutToShow();
         for (int state = StateUnknown; state >= StateNoWorkspace; --state)
-            m_window->setState(ActivityState(state));
+            m_window->activity().setState(ActivityState(state));
         QVERIFY(m_window->close());
     }
 

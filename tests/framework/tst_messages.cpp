@@ -1,7 +1,7 @@
 #include "messages.h"
 #include <QAbstractButton>
 #include <QApplication>
-#include <QtTest>
+#include <QTest>
 
 using namespace Qt::StringLiterals;
 using Buttons = QList<QMessageBox::StandardButton>;

@@ -1,4 +1,5 @@
 #include "../project/modeltext.h"
+#include "activity.h"
 #include "debugpane.h"
 #include "iexecutionenvironment.h"
 #include "interfaceobject.h"
@@ -6,7 +7,7 @@
 #include <QLayout>
 #include <QTabWidget>
 #include <QTemporaryDir>
-#include <QtTest>
+#include <QTest>
 
 using namespace Qt::StringLiterals;
 
@@ -44,10 +45,12 @@ public:
         : DebugPane(parent), environment(shareInterface(environment))
     {}
     void releaseEnvironment() override { environment.reset(); }
+    void setPaused(bool value) override { paused = value; }
     void update() override { ++updates; }
 
     InterfacePtr<IExecutionEnvironment> environment;
     int updates = 0;
+    bool paused = false;
 };
 
 class FakeMultiWidget : public MultiWidget
@@ -61,7 +64,7 @@ public:
         return new FakePane(parent, environment);
     }
 
-    QList<IExecutionEnvironment *> unsuitable; ///< those that lack what the panes show
+    QList<IExecutionEnvironment *> unsuitable; ///< those without the data for the panes
 };
 } // namespace
 
@@ -71,10 +74,11 @@ class MultiWidgetTest : public QObject
 
 private:
     std::unique_ptr<QTemporaryDir> m_directory;
-    std::unique_ptr<ProjectWorkspace> m_workspace;
+    std::unique_ptr<Activity> m_activity;
+    QPointer<ProjectWorkspace> m_workspace;
     std::unique_ptr<FakeMultiWidget> m_widget;
     QHash<const IExecutionEnvironment *, QString> m_names; ///< of the projects
-    int m_environments = 0;                                ///< alive
+    int m_environments = 0;                                ///< number of existing ones
 
     Project *addProject(const QString &name, bool withEnvironment = true)
     {
@@ -114,48 +118,53 @@ private Q_SLOTS:
     {
         QTest::failOnWarning(QRegularExpression(u"^(?!This plugin does not support)"_s));
         m_directory = std::make_unique<QTemporaryDir>();
-        m_workspace = std::make_unique<ProjectWorkspace>(u"/work/all.vnw"_s);
-        m_widget = std::make_unique<FakeMultiWidget>();
+        m_activity = std::make_unique<Activity>();
+        m_activity->openWorkspace(std::make_unique<ProjectWorkspace>(u"/work/all.vnw"_s));
+        m_workspace = m_activity->workspace();
+        m_widget = std::make_unique<FakeMultiWidget>(*m_activity);
         m_widget->show();
     }
 
     void cleanup()
     {
         m_widget.reset();
-        m_workspace.reset();
+        if (m_workspace)
+            m_activity->closeWorkspace();
+        m_activity.reset();
         QCOMPARE(m_environments, 0);
     }
 
-    void itIsEmptyAtFirst()
+    void widgetIsEmptyAtFirst()
     {
         QVERIFY(m_widget->widgets().isEmpty());
         QCOMPARE(m_widget->layout()->contentsMargins(), QMargins());
         QCOMPARE(m_widget->layout()->spacing(), 0);
     }
 
-    void withoutProjectsThereIsAnIdlePane()
+    void workspaceWithoutProjectsHasAnIdlePane()
     {
-        m_widget->setWorkspace(nullptr);
+        m_activity->closeWorkspace();
         QCOMPARE(shown(), u"idle"_s);
         QVERIFY(m_widget->widgets().constFirst()->isVisible());
-        m_widget->setWorkspace(m_workspace.get());
+        m_activity->openWorkspace(std::make_unique<ProjectWorkspace>(u"/work/other.vnw"_s));
         QCOMPARE(shown(), u"idle"_s);
+        m_activity->closeWorkspace();
     }
 
-    void onePaneIsBare()
+    void singlePaneHasNoTabs()
     {
         addProject(u"fw"_s);
-        m_widget->setWorkspace(m_workspace.get());
+        m_widget->workspaceChanged();
         QCOMPARE(shown(), u"fw"_s);
         QVERIFY(m_widget->widgets().constFirst()->isVisible());
         QCOMPARE(m_widget->widgets().constFirst()->parentWidget(), m_widget.get());
     }
 
-    void severalPanesStandInTabsAtTheBottom()
+    void severalPanesHaveTabsAtTheBottom()
     {
         addProject(u"fw"_s);
         addProject(u"lib"_s);
-        m_widget->setWorkspace(m_workspace.get());
+        m_widget->workspaceChanged();
         QCOMPARE(shown(), u"fw [lib] in tabs"_s);
         const auto *tabs = m_widget->findChild<QTabWidget *>();
         QCOMPARE(tabs->tabPosition(), QTabWidget::South);
@@ -163,15 +172,15 @@ private Q_SLOTS:
         QCOMPARE(tabs->tabToolTip(0), u"Sim of the board"_s);
     }
 
-    void anAmpersandInANameIsNoShortcut()
+    void ampersandInANameIsNoShortcut()
     {
         addProject(u"a&b"_s);
         addProject(u"lib"_s);
-        m_widget->setWorkspace(m_workspace.get());
+        m_widget->workspaceChanged();
         QCOMPARE(m_widget->findChild<QTabWidget *>()->tabText(0), u"Sim - a&&b"_s);
     }
 
-    void panesAreMadeForActiveProjectsThatOfferThem_data()
+    void panesAreCreatedForActiveProjectsThatOfferThem_data()
     {
         QTest::addColumn<int>("inactive"); // bit 0 for the first project, bit 1 for the second
         QTest::addColumn<int>("unsuitable");
@@ -184,7 +193,7 @@ private Q_SLOTS:
         QTest::newRow("one without environment") << 0 << 0 << 1 << u"[lib] in tabs"_s;
     }
 
-    void panesAreMadeForActiveProjectsThatOfferThem()
+    void panesAreCreatedForActiveProjectsThatOfferThem()
     {
         QFETCH(int, inactive);
         QFETCH(int, unsuitable);
@@ -196,24 +205,24 @@ private Q_SLOTS:
             if (unsuitable & bit)
                 m_widget->unsuitable += project->executionInterface();
         }
-        m_widget->setWorkspace(m_workspace.get());
+        m_widget->workspaceChanged();
         QCOMPARE(shown(), expected);
     }
 
-    void aSingleProjectThatIsSkippedLeavesNoPane()
+    void skippedSingleProjectGivesNoPane()
     {
         addProject(u"fw"_s)->setActive(false);
-        m_widget->setWorkspace(m_workspace.get());
+        m_widget->workspaceChanged();
         QCOMPARE(shown(), QString());
     }
 
-    void theCurrentPageIsTheIndexInTheWorkspaceWhoeverIsSkipped()
+    void currentPageIsTheIndexInTheWorkspace()
     {
         Project *first = addProject(u"first"_s);
         addProject(u"second"_s);
         addProject(u"third"_s);
         first->setActive(false);
-        m_widget->setWorkspace(m_workspace.get());
+        m_widget->workspaceChanged();
         m_workspace->setCurrentProject(1); // "second", whose page is number 0
         QCOMPARE(shown(), u"second [third] in tabs"_s);
         m_workspace->setCurrentProject(0);
@@ -222,10 +231,10 @@ private Q_SLOTS:
         QCOMPARE(shown(), u"[second] third in tabs"_s);
     }
 
-    void itFollowsTheWorkspace()
+    void panesFollowTheWorkspace()
     {
         Project *fw = addProject(u"fw"_s);
-        m_widget->setWorkspace(m_workspace.get());
+        m_widget->workspaceChanged();
         Project *lib = addProject(u"lib"_s);
         QCOMPARE(shown(), u"fw [lib] in tabs"_s);
         fw->setActive(false);
@@ -236,31 +245,31 @@ private Q_SLOTS:
         QCOMPARE(shown(), u"idle"_s);
     }
 
-    void anEarlierWorkspaceIsNotListenedTo()
+    void anotherWorkspaceReplacesThePanes()
     {
         addProject(u"fw"_s);
-        m_widget->setWorkspace(m_workspace.get());
-        m_widget->setWorkspace(nullptr);
-        addProject(u"lib"_s);
+        m_activity->openWorkspace(std::make_unique<ProjectWorkspace>(u"/work/other.vnw"_s));
         QCOMPARE(shown(), u"idle"_s);
+        QCOMPARE(m_environments, 0);
+        m_activity->closeWorkspace();
     }
 
-    void theWorkspaceMayDieFirst()
+    void environmentIsReleasedBeforeTheWorkspaceIsDeleted()
     {
         addProject(u"fw"_s);
-        m_widget->setWorkspace(m_workspace.get());
-        m_workspace.reset();
-        QCOMPARE(m_environments, 1); // the pane holds it
+        QCOMPARE(shown(), u"fw"_s);
+        QObject::connect(m_workspace, &QObject::destroyed, this, [&] { QCOMPARE(m_environments, 0); });
+        m_activity->closeWorkspace();
+        QCOMPARE(shown(), u"idle"_s);
         m_widget->currentProjectChanged();
-        m_widget->setWorkspace(nullptr);
         QCOMPARE(m_environments, 0);
     }
 
-    void updatingReachesEveryPaneAndRebuildsNone()
+    void updateCallsEveryPaneAndRebuildsNone()
     {
         addProject(u"fw"_s);
         addProject(u"lib"_s);
-        m_widget->setWorkspace(m_workspace.get());
+        m_widget->workspaceChanged();
         const QList<DebugPane *> panes = m_widget->widgets();
         m_widget->update();
         for (const DebugPane *pane : panes)
@@ -271,10 +280,22 @@ private Q_SLOTS:
         QCOMPARE(m_widget->widgets(), panes);
     }
 
-    void thePaneWhoseSignalRebuildsLivesOnButHoldsNothing()
+    void everyPaneGetsThePausedState()
     {
         addProject(u"fw"_s);
-        m_widget->setWorkspace(m_workspace.get());
+        m_widget->setPaused(true);
+        const auto paused = [&] { return static_cast<FakePane *>(m_widget->widgets().constFirst())->paused; };
+        QVERIFY(paused());
+        addProject(u"lib"_s); // makes new panes
+        QVERIFY(paused());
+        m_widget->setPaused(false);
+        QVERIFY(!paused());
+    }
+
+    void paneThatCausesARebuildReleasesItsEnvironment()
+    {
+        addProject(u"fw"_s);
+        m_widget->workspaceChanged();
         const QPointer<FakePane> pane = static_cast<FakePane *>(m_widget->widgets().constFirst());
         connect(pane, &DebugPane::doUpdate, this, [&] {
             m_workspace->removeProject(m_workspace->project(0));

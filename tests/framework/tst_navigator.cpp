@@ -1,9 +1,10 @@
 #include "navigator.h"
 #include "treefixture.h"
 #include <QLayout>
+#include <QSignalSpy>
 #include <QTabBar>
 #include <QTabWidget>
-#include <QtTest>
+#include <QTest>
 
 using namespace Qt::StringLiterals;
 
@@ -59,8 +60,8 @@ private Q_SLOTS:
     void init()
     {
         setUp();
-        delete m_tree; // the navigator has one of its own
-        m_navigator = std::make_unique<Navigator>(*m_window);
+        delete m_tree; // the navigator has its own tree
+        m_navigator = std::make_unique<Navigator>(m_activity, *m_window);
     }
 
     void cleanup()
@@ -69,7 +70,7 @@ private Q_SLOTS:
         tearDown();
     }
 
-    void itsTabsAreAtTheBottom()
+    void tabsAreAtTheBottom()
     {
         QCOMPARE(tabs()->tabPosition(), QTabWidget::South);
         QCOMPARE(m_navigator->layout()->contentsMargins(), QMargins(3, 3, 3, 3));
@@ -77,51 +78,47 @@ private Q_SLOTS:
         QCOMPARE(pages(), QString());
     }
 
-    void theFilesStandBeforeTheHelp()
+    void filesTabIsBeforeTheHelpTab()
     {
         auto *help = new FakeHelp;
         m_navigator->setHelpWidget(help);
         QCOMPARE(help->objectName(), u"HelpWidget"_s);
         QCOMPARE(pages(), u"[Help]"_s);
-        m_navigator->setWorkspace(m_workspace.get());
+        m_navigator->showWorkspace();
         QCOMPARE(pages(), u"[Files] Help"_s);
         QVERIFY(shown(*tree()).startsWith(u"- Workspace 'all': 2 project(s)\n"_s));
     }
 
-    void aWorkspaceBringsTheFilesToTheFrontAndKeepsTheTree()
+    void newWorkspaceShowsTheFilesAndKeepsTheTree()
     {
         m_navigator->setHelpWidget(new FakeHelp);
-        m_navigator->setWorkspace(m_workspace.get());
+        m_navigator->showWorkspace();
         const ProjectTree *before = tree();
         tabs()->setCurrentIndex(1);
-        m_navigator->setWorkspace(m_workspace.get());
+        m_navigator->showWorkspace();
         QCOMPARE(pages(), u"[Files] Help"_s);
         QCOMPARE(tree(), before);
     }
 
-    void noWorkspaceTakesTheTreeAway()
+    void nullWorkspaceRemovesTheTree()
     {
         m_navigator->setHelpWidget(new FakeHelp);
-        m_navigator->setWorkspace(nullptr);
-        m_navigator->setWorkspace(m_workspace.get());
+        m_navigator->showWorkspace();
         const QPointer<ProjectTree> before = tree();
-        m_navigator->setWorkspace(nullptr);
+        dropWorkspace();
         QCOMPARE(pages(), u"[Help]"_s);
         QCOMPARE(tree(), nullptr);
         QTRY_VERIFY(!before);
-        m_navigator->setWorkspace(m_workspace.get());
+        m_activity.openWorkspace(std::make_unique<ProjectWorkspace>(u"/work/other.vnw"_s));
         QCOMPARE(pages(), u"[Files] Help"_s);
     }
 
-    void theTreeMayBeTakenAwayByWhatItHasStarted()
+    void treeMayBeRemovedByAScriptThatItStarted()
     {
-        m_navigator->setWorkspace(m_workspace.get());
+        m_navigator->showWorkspace();
         select(*tree(), {u"boot.py"_s});
         QStringList signalled;
-        connect(m_navigator.get(), &Navigator::runPyFile, this, [&] {
-            m_workspace.reset();
-            m_navigator->setWorkspace(nullptr);
-        });
+        connect(m_navigator.get(), &Navigator::runPyFile, this, [&] { dropWorkspace(); });
         connect(m_navigator.get(), &Navigator::fileSelected, this, [&](const QString &path) { signalled += path; });
         const QPointer<ProjectTree> before = tree();
         before->runPyFile();
@@ -129,9 +126,9 @@ private Q_SLOTS:
         QTRY_VERIFY(!before);
     }
 
-    void theSignalsOfTheTreeArePassedOn()
+    void signalsOfTheTreeAreForwarded()
     {
-        m_navigator->setWorkspace(m_workspace.get());
+        m_navigator->showWorkspace();
         QStringList lines;
         const auto add = [&](const QString &line) { lines += line; };
         connect(m_navigator.get(), &Navigator::openFile, this, [&](const QString &path) { add(u"open "_s + path); });
@@ -151,7 +148,7 @@ private Q_SLOTS:
                                      u"run /work/fw/boot.py"_s, u"properties boot.py"_s}));
     }
 
-    void theSignalsOfTheHelpArePassedOn()
+    void signalsOfTheHelpAreForwarded()
     {
         auto *help = new FakeHelp;
         m_navigator->setHelpWidget(help);
@@ -166,7 +163,7 @@ private Q_SLOTS:
         QCOMPARE(next.takeFirst(), QVariantList{false});
     }
 
-    void theHelpCommandsGoToTheHelp()
+    void helpCommandsAreForwardedToTheHelp()
     {
         auto *help = new FakeHelp;
         m_navigator->setHelpWidget(help);
@@ -177,7 +174,7 @@ private Q_SLOTS:
         QCOMPARE(help->calls, (QStringList{u"next"_s, u"previous"_s, u"home"_s, u"source a.html"_s}));
     }
 
-    void theHelpCommandsNeedTheHelp()
+    void helpCommandsWithoutHelpFailAnAssertion()
     {
         for (int i = 0; i < 4; ++i)
             expectAssert(u"m_helpWidget"_s);
@@ -187,28 +184,28 @@ private Q_SLOTS:
         m_navigator->helpSourceChanged(u"a.html"_s);
     }
 
-    void theSelectedProjectIsThatOfTheTree()
+    void selectedProjectIsThatOfTheTree()
     {
         QCOMPARE(m_navigator->selectedProject(), nullptr);
         m_navigator->showFileProperties();
-        m_navigator->setWorkspace(m_workspace.get());
+        m_navigator->showWorkspace();
         QCOMPARE(m_navigator->selectedProject(), nullptr);
         select(*tree(), {u"src"_s});
         QCOMPARE(m_navigator->selectedProject(), m_fw);
     }
 
-    void editingNeedsTheFocusOnTheTree_data()
+    void editCommandsNeedTheFocusOnTheTree_data()
     {
         QTest::addColumn<bool>("onTree");
         QTest::newRow("on the tree") << true;
         QTest::newRow("on the tabs") << false;
     }
 
-    void editingNeedsTheFocusOnTheTree()
+    void editCommandsNeedTheFocusOnTheTree()
     {
         QFETCH(bool, onTree);
         m_navigator->cut(); // without a tree
-        m_navigator->setWorkspace(m_workspace.get());
+        m_navigator->showWorkspace();
         tabs()->tabBar()->setFocusPolicy(Qt::StrongFocus);
         focus(onTree ? static_cast<QWidget *>(tree()) : tabs()->tabBar());
         const QString before = treeOf(*m_fw);
@@ -223,9 +220,9 @@ private Q_SLOTS:
         QCOMPARE(treeOf(*m_fw), onTree ? u"src/ \n  main.c\n  adc.c\nboot.py\n"_s : before);
     }
 
-    void whileAFolderIsBeingRenamedNothingIsRemoved()
+    void removeDuringRenamingDoesNothing()
     {
-        m_navigator->setWorkspace(m_workspace.get());
+        m_navigator->showWorkspace();
         focus(tree());
         select(*tree(), {u"src"_s});
         tree()->renameFolder();

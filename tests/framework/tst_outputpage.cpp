@@ -4,11 +4,11 @@
 #include <QMimeData>
 #include <QScrollBar>
 #include <QSignalSpy>
+#include <QTest>
 #include <QTextBlock>
-#include <QtTest>
 using namespace Qt::StringLiterals;
 
-/// A window that is told of what its child leaves.
+/// A window that receives the key events that its child ignores.
 class Surroundings : public QWidget
 {
 public:
@@ -66,7 +66,7 @@ private Q_SLOTS:
         m_page = new OutputPage(m_surroundings.get());
     }
 
-    void isAPlainPane()
+    void pageIsAPlainReadOnlyPane()
     {
         QCOMPARE(m_page->frameShape(), QFrame::NoFrame);
         QCOMPARE(m_page->lineWrapMode(), QPlainTextEdit::NoWrap);
@@ -77,14 +77,14 @@ private Q_SLOTS:
 
     // Output
 
-    void showsLines_data()
+    void linesAreShown_data()
     {
         QTest::addColumn<QStringList>("texts");
         QTest::addColumn<QString>("shown");
         QTest::newRow("a line") << QStringList{u"a\n"_s} << u"a"_s;
         QTest::newRow("lines") << QStringList{u"a\n"_s, u"b\n"_s} << u"a\nb"_s;
         QTest::newRow("pieces build up a line") << QStringList{u"ab"_s, u"c\n"_s, u"d\n"_s} << u"abc\nd"_s;
-        QTest::newRow("a piece behind a line begins the next") << QStringList{u"a\n"_s, u"b"_s} << u"a\nb"_s;
+        QTest::newRow("a piece after a line starts the next") << QStringList{u"a\n"_s, u"b"_s} << u"a\nb"_s;
         QTest::newRow("an empty line between lines") << QStringList{u"a\n"_s, u"\n"_s, u"b\n"_s} << u"a\n\nb"_s;
         QTest::newRow("two empty lines") << QStringList{u"a\n"_s, u"\n"_s, u"\n"_s, u"b\n"_s} << u"a\n\n\nb"_s;
         QTest::newRow("an empty line alone is inserted") << QStringList{u"\n"_s} << u"\n"_s;
@@ -96,7 +96,7 @@ private Q_SLOTS:
         QTest::newRow("line ends of another system") << QStringList{u"a\r\n"_s, u"b\r\n"_s} << u"a\nb"_s;
         QTest::newRow("markup is text") << QStringList{u"<b>a</b>\n"_s, u"<i>"_s} << u"<b>a</b>\n<i>"_s;
     }
-    void showsLines()
+    void linesAreShown()
     {
         QFETCH(QStringList, texts);
         QFETCH(QString, shown);
@@ -106,7 +106,7 @@ private Q_SLOTS:
         QCOMPARE(m_page->toPlainText(), shown);
     }
 
-    void aClearedPageBeginsAnew()
+    void clearedPageStartsAgain()
     {
         output({u"a\n"_s, u"b\n"_s});
         m_page->clear();
@@ -115,7 +115,7 @@ private Q_SLOTS:
         QCOMPARE(m_page->toPlainText(), u"c\nd"_s);
     }
 
-    void wholeLinesLeaveTheCursorAndPiecesMoveItToTheEnd()
+    void onlyPartsOfLinesMoveTheCursorToTheEnd()
     {
         output({u"a\n"_s, u"b\n"_s});
         QTextCursor cursor = m_page->textCursor();
@@ -129,7 +129,7 @@ private Q_SLOTS:
         QVERIFY(m_page->textCursor().atEnd());
     }
 
-    void followsTheEndUnlessTheUserHasScrolledUp()
+    void endIsFollowedUnlessTheUserHasScrolledUp()
     {
         show();
         for (int i = 0; i < 1000; ++i)
@@ -142,7 +142,7 @@ private Q_SLOTS:
         output({u"a piece"_s});
         QTRY_VERIFY(atEnd());
     }
-    void keepsTheEndInViewWhenItIsResized()
+    void endStaysVisibleAfterAResize()
     {
         show();
         for (int i = 0; i < 100; ++i)
@@ -164,7 +164,7 @@ private Q_SLOTS:
         QVERIFY2(layouts.size() < 50, qPrintable(QString::number(layouts.size())));
         QTRY_COMPARE(m_page->document()->documentLayout()->documentSize().height(), 200.0);
     }
-    void whatIsOutputWhileLinesAreShownIsKept()
+    void outputDuringTheLayoutIsKept()
     {
         bool answered = false;
         connect(m_page, &QPlainTextEdit::textChanged, this, [&] {
@@ -177,17 +177,17 @@ private Q_SLOTS:
 
     // Lookup
 
-    void looksUpTheCurrentLine_data()
+    void lookupNextLineGoesThroughTheLines_data()
     {
         QTest::addColumn<int>("steps");
         QTest::addColumn<QString>("place");
         QTest::newRow("the first line from the start") << 0 << u"a.c, 1"_s;
         QTest::newRow("the next line") << 1 << u"b.c, 2"_s;
-        QTest::newRow("a line that names no place is not skipped") << 2 << u"-"_s;
-        QTest::newRow("behind it") << 3 << u"c.c, 3"_s;
+        QTest::newRow("a line without a place is not skipped") << 2 << u"-"_s;
+        QTest::newRow("after it") << 3 << u"c.c, 3"_s;
         QTest::newRow("after the last the first") << 4 << u"a.c, 1"_s;
     }
-    void looksUpTheCurrentLine()
+    void lookupNextLineGoesThroughTheLines()
     {
         QFETCH(int, steps);
         QFETCH(QString, place);
@@ -199,7 +199,7 @@ private Q_SLOTS:
         if (steps > 0)
             QCOMPARE(lookups.size(), steps >= 2 ? steps - 1 : steps);
     }
-    void lookupSelectsTheLineAndTellsThePlace()
+    void lookupSelectsTheLineAndEmitsThePlace()
     {
         output({u"a.c(1)\n"_s, u"  b.c(2): x\n"_s, u"note\n"_s});
         const QSignalSpy lookups(m_page, &OutputPage::lookupSource);
@@ -208,9 +208,9 @@ private Q_SLOTS:
         QCOMPARE(m_page->textCursor().selectedText(), u"  b.c(2): x"_s);
         m_page->lookupNextLine();
         QCOMPARE(lookups.size(), 1);
-        QCOMPARE(m_page->textCursor().selectedText(), u"  b.c(2): x"_s); // where nothing is told nothing happens
+        QCOMPARE(m_page->textCursor().selectedText(), u"  b.c(2): x"_s); // lines without a place change nothing
     }
-    void failedLookupLeavesItsResultsAlone()
+    void failedLookupDoesNotChangeItsArguments()
     {
         QString file = u"before"_s;
         int line = 7;
@@ -218,7 +218,7 @@ private Q_SLOTS:
         QCOMPARE(file, u"before"_s);
         QCOMPARE(line, 7);
     }
-    void takesAPattern()
+    void givenPatternIsUsed()
     {
         output({u"12: a.c\n"_s});
         QVERIFY(m_page->setLookupPattern(u"(line): (file)"_s, true));
@@ -226,7 +226,7 @@ private Q_SLOTS:
         QVERIFY(!m_page->setLookupPattern(u"(file)(file)(line)"_s, true));
         QCOMPARE(currentPlace(), u"-"_s);
     }
-    void theCurrentLineMayBeBehindTheEndOfAClearedPage()
+    void currentLineMayBeAfterTheEndOfAClearedPage()
     {
         output({u"a.c(1)\n"_s, u"b.c(2)\n"_s, u"c.c(3)\n"_s});
         m_page->lookupNextLine();
@@ -240,13 +240,13 @@ private Q_SLOTS:
 
     // Mouse, menu and keys
 
-    void aPressMakesItsLineTheCurrentOne_data()
+    void pressMakesItsLineTheCurrentOne_data()
     {
         QTest::addColumn<Qt::MouseButton>("button");
         QTest::newRow("left") << Qt::LeftButton;
         QTest::newRow("right") << Qt::RightButton;
     }
-    void aPressMakesItsLineTheCurrentOne()
+    void pressMakesItsLineTheCurrentOne()
     {
         QFETCH(Qt::MouseButton, button);
         show();
@@ -256,7 +256,7 @@ private Q_SLOTS:
         QCOMPARE(currentPlace(), u"b.c, 2"_s);
         QCOMPARE(m_page->textCursor().blockNumber(), 1);
     }
-    void aRightPressKeepsTheSelection()
+    void rightPressKeepsTheSelection()
     {
         show();
         output({u"a.c(1)\n"_s, u"b.c(2)\n"_s});
@@ -267,7 +267,7 @@ private Q_SLOTS:
         QCOMPARE(currentPlace(), u"b.c, 2"_s);
     }
 
-    void contextMenuOffersWhatCanBeDone_data()
+    void contextMenuEnablesPossibleCommands_data()
     {
         QTest::addColumn<bool>("selected");
         QTest::addColumn<QString>("text");
@@ -277,7 +277,7 @@ private Q_SLOTS:
         QTest::newRow("a selection") << true << u"note\n"_s << u"&Copy|Select &All|-|Clear|-|(Lookup source line)"_s;
         QTest::newRow("a place") << false << u"a.c(1)\n"_s << u"(&Copy)|Select &All|-|Clear|-|Lookup source line"_s;
     }
-    void contextMenuOffersWhatCanBeDone()
+    void contextMenuEnablesPossibleCommands()
     {
         QFETCH(bool, selected);
         QFETCH(QString, text);
@@ -293,7 +293,7 @@ private Q_SLOTS:
                                                  : u'(' + action->text() + u')');
         QCOMPARE(entries.join(u'|'), menu);
     }
-    void contextMenuDoesWhatItSays()
+    void contextMenuRunsItsCommands()
     {
         output({u"a.c(1)\n"_s});
         const QSignalSpy lookups(m_page, &OutputPage::lookupSource);
@@ -318,7 +318,7 @@ private Q_SLOTS:
         QTRY_VERIFY(!menu);
     }
 
-    void keys_data()
+    void onlyNavigationAndCopyKeysAreHandled_data()
     {
         QTest::addColumn<QKeyCombination>("key");
         QTest::addColumn<QString>("text");
@@ -327,7 +327,7 @@ private Q_SLOTS:
             QTest::newRow(name) << key << text << taken;
         };
         row("copy", Qt::CTRL | Qt::Key_C, true);
-        row("copy, the old way", Qt::CTRL | Qt::Key_Insert, true);
+        row("copy by the alternative key", Qt::CTRL | Qt::Key_Insert, true);
         row("Home", Qt::Key_Home, true);
         row("End", Qt::Key_End, true);
         row("Left", Qt::Key_Left, true);
@@ -349,7 +349,7 @@ private Q_SLOTS:
         row("Escape", Qt::Key_Escape, false);
         row("a function key", Qt::Key_F4, false);
     }
-    void keys()
+    void onlyNavigationAndCopyKeysAreHandled()
     {
         QFETCH(QKeyCombination, key);
         QFETCH(QString, text);
@@ -364,7 +364,7 @@ private Q_SLOTS:
         QCOMPARE(m_surroundings->keys, taken ? QList<int>{} : QList<int>{key.key()});
         QCOMPARE(m_page->toPlainText(), u"a\nb"_s);
     }
-    void hasAVisibleCursor()
+    void cursorIsVisible()
     {
         output({u"a\n"_s, u"b\n"_s});
         QVERIFY(m_page->textInteractionFlags() & Qt::TextSelectableByKeyboard);
@@ -372,7 +372,7 @@ private Q_SLOTS:
         QTest::keyClick(m_page, Qt::Key_Down);
         QCOMPARE(m_page->textCursor().blockNumber(), 1);
     }
-    void cannotBeChanged()
+    void textCannotBeEdited()
     {
         QGuiApplication::clipboard()->setText(u"x"_s);
         m_page->paste();

@@ -8,7 +8,7 @@
 #include <QLayout>
 #include <QSignalSpy>
 #include <QTabWidget>
-#include <QtTest>
+#include <QTest>
 using namespace Qt::StringLiterals;
 
 class TestOutputWindow : public QObject
@@ -52,7 +52,7 @@ private Q_SLOTS:
 
     // Layout
 
-    void hasThreePagesAndTheConsole()
+    void windowHasThreePagesAndTheConsole()
     {
         QCOMPARE(captions(), (QStringList{u"Build"_s, u"Debug"_s, u"Find In Files"_s}));
         startConsole();
@@ -61,7 +61,7 @@ private Q_SLOTS:
         QVERIFY(!m_window->page(3));
         QCOMPARE(tabs()->currentIndex(), 0);
     }
-    void isAFrameAroundTabsAtTheBottom()
+    void windowIsAFrameWithTabsAtTheBottom()
     {
         QCOMPARE(m_window->minimumSize(), QSize(200, 100));
         auto *frame = qobject_cast<QFrame *>(m_window->layout()->itemAt(0)->widget());
@@ -75,7 +75,7 @@ private Q_SLOTS:
         QCOMPARE(tabs()->tabPosition(), QTabWidget::South);
         QCOMPARE(tabs()->tabShape(), QTabWidget::Triangular);
     }
-    void artworkStandsBesideThePagesOnWhite()
+    void artworkIsShownBesideThePagesOnWhite()
     {
         QPixmap artwork(30, 20);
         artwork.fill(Qt::red);
@@ -90,7 +90,7 @@ private Q_SLOTS:
         QCOMPARE(label->palette().color(label->backgroundRole()), QColor(Qt::white));
         QCOMPARE(layout->itemAt(1)->widget(), tabs());
     }
-    void textIsInATypewriterFont()
+    void textHasAFixedPitchFont()
     {
         startConsole();
         for (const QWidget *pane : {static_cast<QWidget *>(m_window->page(0)), static_cast<QWidget *>(console())}) {
@@ -101,14 +101,14 @@ private Q_SLOTS:
 
     // Pages by number and by name
 
-    void aLineGoesToItsPage()
+    void lineIsAddedToItsPage()
     {
         m_window->outputLine(OutputWindow::Debug, u"stopped\n"_s);
         QCOMPARE(text(1), u"stopped"_s);
         QCOMPARE(tabs()->currentIndex(), 0);
         QCOMPARE(text(0) + text(2), QString());
     }
-    void aSeriousLineBringsItsPageForward()
+    void seriousLineShowsItsPage()
     {
         m_window->outputLine(OutputWindow::Debug, u"lost\n"_s, false);
         QCOMPARE(tabs()->currentIndex(), 0);
@@ -116,7 +116,7 @@ private Q_SLOTS:
         QCOMPARE(tabs()->currentIndex(), 2);
         QCOMPARE(text(2), u"lost"_s);
     }
-    void anUnknownNameMakesAPage()
+    void unknownNameCreatesAPage()
     {
         startConsole();
         m_window->outputLine(u"Tools"_s, u"a\n"_s);
@@ -128,16 +128,16 @@ private Q_SLOTS:
         QCOMPARE(text(3), u"a\nb"_s);
         QCOMPARE(tabs()->count(), 5);
     }
-    void aKnownNameIsThePageWithThatCaption()
+    void knownNameSelectsThePageWithThatCaption()
     {
         m_window->outputLine(u"Debug"_s, u"a\n"_s, true);
         QCOMPARE(text(1), u"a"_s);
         QCOMPARE(tabs()->currentIndex(), 1);
-        m_window->outputLine(u"debug"_s, u"b\n"_s); // case counts
+        m_window->outputLine(u"debug"_s, u"b\n"_s); // case is significant
         QCOMPARE(text(1), u"a"_s);
         QCOMPARE(text(3), u"b"_s);
     }
-    void ofTwoPagesWithOneNameTheFirstGetsTheLine()
+    void lineIsAddedToTheFirstOfTwoPagesWithOneName()
     {
         m_window->addPage(u"Twice"_s);
         m_window->addPage(u"Twice"_s);
@@ -145,14 +145,14 @@ private Q_SLOTS:
         QCOMPARE(text(3), u"a"_s);
         QCOMPARE(text(4), QString());
     }
-    void aNameShowsAsItIs()
+    void pageNameIsShownLiterally()
     {
         m_window->outputLine(u"Search & Replace"_s, u"a\n"_s);
         QCOMPARE(captions().last(), u"Search && Replace"_s);
         m_window->outputLine(u"Search & Replace"_s, u"b\n"_s);
         QCOMPARE(text(3), u"a\nb"_s);
     }
-    void pagesBehindANumberCanBeRemoved()
+    void pagesAfterANumberAreRemoved()
     {
         startConsole();
         m_window->addPage(u"A"_s);
@@ -167,7 +167,7 @@ private Q_SLOTS:
         m_window->outputLine(u"C"_s, u"c\n"_s);
         QCOMPARE(text(3), u"c"_s);
     }
-    void aPageIsClearedAndShown()
+    void pageIsClearedAndShown()
     {
         m_window->outputLine(OutputWindow::Build, u"a\n"_s);
         m_window->outputLine(OutputWindow::Debug, u"b\n"_s);
@@ -177,14 +177,14 @@ private Q_SLOTS:
         m_window->displayPage(OutputWindow::Debug);
         QCOMPARE(tabs()->currentIndex(), 1);
     }
-    void aNumberOutOfRangeIsWarnedOf_data()
+    void numberOutOfRangeFailsAnAssertion_data()
     {
         QTest::addColumn<int>("operation");
         QTest::newRow("display") << 0;
         QTest::newRow("clear") << 1;
         QTest::newRow("output") << 2;
     }
-    void aNumberOutOfRangeIsWarnedOf()
+    void numberOutOfRangeFailsAnAssertion()
     {
         QFETCH(int, operation);
         QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"ASSERT: \"pageNum < m_pages.size\\(\\)\""_s));
@@ -199,7 +199,7 @@ private Q_SLOTS:
 
     // Lookup and selection
 
-    void everyPageTellsOfItsPlaces()
+    void everyPageEmitsItsPlaces()
     {
         m_window->addPage(u"Tools"_s);
         const QSignalSpy lookups(m_window.get(), &OutputWindow::lookupSource);
@@ -210,7 +210,7 @@ private Q_SLOTS:
         }
         QCOMPARE(lookups, (QList<QList<QVariant>>{{u"a0.c"_s, 0}, {u"a1.c"_s, 1}, {u"a2.c"_s, 2}, {u"a3.c"_s, 3}}));
     }
-    void aPatternIsForTheBuildPage()
+    void patternIsForTheBuildPageOnly()
     {
         QVERIFY(m_window->setLookupPattern(u"(line): (file)"_s, false));
         const QSignalSpy lookups(m_window.get(), &OutputWindow::lookupSource);
@@ -224,7 +224,7 @@ private Q_SLOTS:
         QCOMPARE(lookups, (QList<QList<QVariant>>{{u"a.c"_s, 12}, {u"b.c"_s, 13}}));
         QVERIFY(!m_window->setLookupPattern(u"(file)"_s, false));
     }
-    void theConsoleKnowsNeitherLookupNorSelectAll()
+    void consoleIgnoresLookupAndSelectAll()
     {
         startConsole();
         for (uint page = 0; page < 3; ++page)
@@ -237,7 +237,7 @@ private Q_SLOTS:
         QVERIFY(!console()->textCursor().hasSelection());
         QVERIFY(!m_window->page(0)->textCursor().hasSelection());
     }
-    void selectsAllOfThePageShown()
+    void selectAllSelectsTheShownPage()
     {
         m_window->outputLine(OutputWindow::Build, u"a\n"_s);
         m_window->outputLine(OutputWindow::Debug, u"b\n"_s);
@@ -249,13 +249,13 @@ private Q_SLOTS:
 
     // Looks
 
-    void looksAreForEveryPaneLaterOnesIncluded_data()
+    void fontAndColoursApplyToAllPanes_data()
     {
         QTest::addColumn<bool>("before");
-        QTest::newRow("panes that are there") << false;
-        QTest::newRow("panes that come later") << true;
+        QTest::newRow("existing panes") << false;
+        QTest::newRow("panes that are added later") << true;
     }
-    void looksAreForEveryPaneLaterOnesIncluded()
+    void fontAndColoursApplyToAllPanes()
     {
         QFETCH(bool, before);
         const auto change = [this] {
@@ -280,7 +280,7 @@ private Q_SLOTS:
 
     // Console
 
-    void theStartUpScriptRunsInTheConsole()
+    void startUpScriptRunsInTheConsole()
     {
         startConsole("greeting = 'hello'\nprint(greeting)\n");
         const QStringList lines = console()->toPlainText().split(u'\n');
@@ -289,14 +289,14 @@ private Q_SLOTS:
         QVERIFY(lines.at(1).endsWith(u"/startup.py'..."_s));
         QCOMPARE(lines.mid(2), (QStringList{u"hello"_s, u"OK"_s, u">>> "_s}));
     }
-    void aMissingStartUpScriptPrintsBannerAndPrompt()
+    void missingStartUpScriptPrintsBannerAndPrompt()
     {
         startConsole();
         const QStringList lines = console()->toPlainText().split(u'\n');
         QCOMPARE(lines.size(), 2);
         QCOMPARE(lines.last(), u">>> "_s);
     }
-    void theUsersStartUpScriptWins()
+    void startUpScriptOfTheUserReplacesTheInstalledOne()
     {
         const QTemporaryDir installed;
         const QTemporaryDir user;
@@ -306,7 +306,7 @@ private Q_SLOTS:
         QVERIFY(console()->toPlainText().contains(u"\nown\nOK\n"_s));
         QVERIFY(!console()->toPlainText().contains(u"installed"_s));
     }
-    void linesAreAnsweredAndCompleted()
+    void linesAreExecutedAndCompleted()
     {
         startConsole("wheel_count = 4");
         QTest::keyClicks(console(), u"whee"_s);
@@ -315,7 +315,7 @@ private Q_SLOTS:
         QVERIFY2(console()->toPlainText().endsWith(u">>> wheel_count\n4\n>>> "_s),
                  qPrintable(console()->toPlainText()));
     }
-    void aBlockIsIndentedAndRunsAfterAnEmptyLine()
+    void blockIsIndentedAndRunsAfterAnEmptyLine()
     {
         startConsole();
         for (const QString &line : {u"for i in (1, 2):"_s, u"print(i)"_s, u""_s}) {
@@ -325,7 +325,7 @@ private Q_SLOTS:
         QVERIFY2(console()->toPlainText().endsWith(u">>> for i in (1, 2):\n... \tprint(i)\n... \t\n1\n2\n>>> "_s),
                  qPrintable(console()->toPlainText()));
     }
-    void theBreakKeyReachesPython()
+    void breakKeyInterruptsPython()
     {
         startConsole();
         QTest::keyClick(console(), Qt::Key_Z, Qt::ControlModifier);
@@ -334,14 +334,14 @@ private Q_SLOTS:
         QVERIFY2(console()->toPlainText().endsWith(u">>> 1\n1\nKeyboardInterrupt\n>>> "_s),
                  qPrintable(console()->toPlainText()));
     }
-    void runsScripts_data()
+    void scriptsRunInTheConsole_data()
     {
         QTest::addColumn<QByteArray>("script");
         QTest::addColumn<bool>("good");
         QTest::newRow("good") << "print('done')"_ba << true;
         QTest::newRow("raises") << "print('done')\nraise ValueError"_ba << false;
     }
-    void runsScripts()
+    void scriptsRunInTheConsole()
     {
         QFETCH(QByteArray, script);
         QFETCH(bool, good);

@@ -1,8 +1,9 @@
 #include "pictures.h"
 #include <QApplication>
+#include <QBuffer>
 #include <QPainter>
 #include <QPalette>
-#include <QtTest>
+#include <QTest>
 
 using namespace Qt::StringLiterals;
 

@@ -1,20 +1,20 @@
+#include "dockwindow.h"
+#include "fakeservices.h"
 #include "idockextension.h"
 #include "iworkspaceclient.h"
 #include "outputpage.h"
 #include "outputwindow.h"
 #include "pluginbinder.h"
-#include "pluginbinderhost.h"
 #include "stubfixture.h"
 #include <QAbstractButton>
 #include <QAction>
-#include <QDockWidget>
 #include <QMainWindow>
-#include <QtTest>
+#include <QTest>
 
 using namespace Qt::StringLiterals;
 
 /// The binding of projects to plug-in objects, and the way of every event from a plug-in to the window.
-class PluginBinderTest : public QObject, protected StubFixture, public PluginBinderHost
+class PluginBinderTest : public QObject, protected StubFixture, public FakeServices
 {
     Q_OBJECT
 
@@ -26,19 +26,17 @@ private:
     QStringList m_heard;
     QStringList m_layout; ///< what the dock windows were when the layout was saved and restored
 
-    // PluginBinderHost
+    // WindowServices
     IPluginObject *createPlugin(const QString &feature) const override { return create(feature); }
-    ProjectWorkspace *projectWorkspace() const override { return m_workspace.get(); }
     OutputWindow *outputWindow() const override { return m_output; }
     QAction *action(const QString &name) const override { return m_window->findChild<QAction *>(name); }
     QWidget *dialogParent() override { return m_window.get(); }
     void saveDockLayout() override { m_layout += u"save "_s + dockNames(); }
     void restoreDockLayout() override { m_layout += u"restore "_s + dockNames(); }
-    QDockWidget *addDockWindow(const QString &objectName) override
+    DockWindow *addDock(const QString &objectName, const QString &caption, Qt::DockWidgetArea area) override
     {
-        auto *dock = new QDockWidget(m_window.get());
-        dock->setObjectName(objectName);
-        m_window->addDockWidget(Qt::RightDockWidgetArea, dock);
+        auto *dock = new DockWindow(objectName, caption, m_window.get());
+        m_window->addDockWidget(area, dock);
         return dock;
     }
 
@@ -52,7 +50,7 @@ private:
 
     void makeBinder()
     {
-        m_binder = std::make_unique<PluginBinder>(*this);
+        m_binder = std::make_unique<PluginBinder>(*m_activity, *this);
         const auto nameOf = [this](IExecutionEnvironment *environment) {
             for (int i = 0; i < m_workspace->count(); ++i) {
                 if (m_workspace->project(i)->executionInterface() == environment)
@@ -105,7 +103,7 @@ private Q_SLOTS:
 
     void cleanup()
     {
-        m_workspace.reset();
+        dropWorkspace();
         m_binder.reset();
         tearDown();
         m_window.reset();
@@ -194,7 +192,8 @@ private Q_SLOTS:
         m_binder->bindProjectPlugins(addProject(u"fw"_s, u"gcc"_s, {}));
         const quintptr first = quintptr(m_stub->object(u"gcc"_s)->buildEvents.get());
         QVERIFY(first);
-        m_workspace = std::make_unique<ProjectWorkspace>(path(u"all.vnw"_s));
+        m_activity->openWorkspace(std::make_unique<ProjectWorkspace>(path(u"all.vnw"_s)));
+        m_workspace = m_activity->workspace();
         QCOMPARE(m_stub->objectCount(), 0);
         m_binder->bindProjectPlugins(addProject(u"fw"_s, u"gcc"_s, {}));
         QCOMPARE(m_stub->objectCount(), 1);
@@ -327,7 +326,7 @@ private Q_SLOTS:
         answer(QMessageBox::Ok, messages.size());
         Project *project = addProject(u"fw"_s, u"x"_s, u"x"_s);
         m_binder->bindProjectPlugins(project);
-        m_binder->notifyWorkspaceChanged();
+        Q_EMIT m_activity->projectsChanged();
         QCOMPARE(takeMessages(), messages);
         QCOMPARE(m_stub->objectCount(), call == u"create"_s ? 0 : 2);
     }
@@ -556,11 +555,10 @@ private Q_SLOTS:
         };
         sim.on[u"delete"_s] = [&] { widgetWasGone = trace.isNull(); };
         m_binder->bindProjectPlugins(addProject(u"fw"_s, {}, u"sim"_s));
-        m_workspace.reset();
-        QVERIFY(trace);
-        QCOMPARE(m_stub->objectCount(), 1);
-        QCOMPARE(m_binder->extensionDocks().size(), 1);
-        m_binder->deleteExtensionDocks();
+        bool widgetOutlivedTheWorkspace = false;
+        connect(m_workspace, &QObject::destroyed, this, [&] { widgetOutlivedTheWorkspace = trace; });
+        dropWorkspace();
+        QVERIFY(widgetOutlivedTheWorkspace);
         QVERIFY(widgetWasGone);
         QCOMPARE(m_binder->extensionDocks().size(), 0);
         QCOMPARE(m_stub->objectCount(), 0);
@@ -570,7 +568,7 @@ private Q_SLOTS:
     {
         executionScript(u"sim"_s, {IDockExtension::Iid});
         m_binder->bindProjectPlugins(addProject(u"fw"_s, {}, u"sim"_s));
-        m_workspace.reset();
+        dropWorkspace();
         QCOMPARE(m_stub->objectCount(), 0);
     }
 
@@ -596,19 +594,19 @@ private Q_SLOTS:
         m_binder->bindProjectPlugins(addProject(u"dsp"_s, u"deaf"_s, u"probe"_s));
         addProject(u"doc"_s, {}, {});
         calls();
-        m_binder->notifyWorkspaceChanged();
+        Q_EMIT m_activity->projectsChanged();
         QCOMPARE(calls(), (QStringList{u"gcc.workspaceChanged()"_s, u"sim.workspaceChanged()"_s,
                                        u"probe.workspaceChanged()"_s}));
     }
 
     void aWorkspaceThatGoesOnTheWayHarmsNobody()
     {
-        buildScript(u"gcc"_s, {IWorkspaceClient::Iid}).on[u"workspaceChanged"_s] = [&] { m_workspace.reset(); };
+        buildScript(u"gcc"_s, {IWorkspaceClient::Iid}).on[u"workspaceChanged"_s] = [&] { dropWorkspace(); };
         executionScript(u"sim"_s, {IWorkspaceClient::Iid});
         m_binder->bindProjectPlugins(addProject(u"fw"_s, u"gcc"_s, u"sim"_s));
-        m_binder->notifyWorkspaceChanged();
+        Q_EMIT m_activity->projectsChanged();
         QCOMPARE(m_stub->objectCount(), 0);
-        m_binder->notifyWorkspaceChanged();
+        Q_EMIT m_activity->projectsChanged();
     }
 
     void aPluginReachesThoseOfTheOtherProjects()

@@ -6,7 +6,7 @@
 #include "stubfixture.h"
 #include "textdocumenttemplate.h"
 #include "workspace.h"
-#include <QtTest>
+#include <QTest>
 
 using namespace Qt::StringLiterals;
 

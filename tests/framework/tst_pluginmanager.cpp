@@ -1,7 +1,7 @@
 #include "pluginfactory.h"
 #include "pluginmanager.h"
 #include <QPluginLoader>
-#include <QtTest>
+#include <QTest>
 
 using namespace Qt::StringLiterals;
 

@@ -1,7 +1,7 @@
 #include "iprojectpopulate.h"
 #include "population.h"
 #include "stubfixture.h"
-#include <QtTest>
+#include <QTest>
 
 using namespace Qt::StringLiterals;
 
@@ -36,7 +36,7 @@ private:
     QString run()
     {
         QStringList runs;
-        runProjectScripts(m_workspace.get(), [&](const QString &path) {
+        runProjectScripts(*m_activity, [&](const QString &path) {
             runs += m_workspace->currentProject()->name() + u": "_s + QDir(m_directory->path()).relativeFilePath(path);
             QVERIFY(QDir::isAbsolutePath(path));
         });
@@ -102,19 +102,19 @@ private Q_SLOTS:
         }
         if (current >= 0)
             m_workspace->setCurrentProject(current);
-        QCOMPARE(populateWorkspace(m_workspace.get()), offered);
+        QCOMPARE(populateWorkspace(*m_activity), offered);
         QCOMPARE(m_stub->takeCalls().replaceInStrings(u".populate(Debug)"_s, QString()).join(u' '), calls);
     }
 
     void populatingMayCloseTheWorkspace()
     {
         add(u"fw"_s, true, u"1"_s);
-        m_stub->script(u"{fw}"_s).on[u"populate"_s] = [&] { m_workspace.reset(); };
+        m_stub->script(u"{fw}"_s).on[u"populate"_s] = [&] { dropWorkspace(); };
         add(u"lib"_s, true, u"1"_s);
         m_workspace->setCurrentProject(0);
-        QVERIFY(populateWorkspace(m_workspace.get()));
+        QVERIFY(populateWorkspace(*m_activity));
         QCOMPARE(m_stub->objectCount(), 0);
-        QVERIFY(!populateWorkspace(nullptr));
+        QVERIFY(!populateWorkspace(*m_activity));
     }
 
     void scriptsThatAskForItRunInTheirProject()
@@ -165,17 +165,19 @@ private Q_SLOTS:
         Project *b = add(u"b"_s, false);
         addFile(b, u"three.py"_s, u"1"_s);
         QStringList runs;
-        runProjectScripts(m_workspace.get(), [&](const QString &path) {
+        runProjectScripts(*m_activity, [&](const QString &path) {
+            if (runs.isEmpty())
+                m_workspace->removeProject(a);
             runs += QFileInfo(path).fileName();
-            m_workspace->removeProject(a);
-        });
-        QCOMPARE(runs, QStringList{u"one.py"_s});
-        runProjectScripts(m_workspace.get(), [&](const QString &path) {
-            runs += QFileInfo(path).fileName();
-            m_workspace.reset();
         });
         QCOMPARE(runs, (QStringList{u"one.py"_s, u"three.py"_s}));
-        runProjectScripts(nullptr, [](const QString &) { QFAIL("nothing is open"); });
+        runs.clear();
+        runProjectScripts(*m_activity, [&](const QString &path) {
+            runs += QFileInfo(path).fileName();
+            dropWorkspace();
+        });
+        QCOMPARE(runs, QStringList{u"three.py"_s});
+        runProjectScripts(*m_activity, [](const QString &) { QFAIL("nothing is open"); });
     }
 };
 

@@ -1,3 +1,5 @@
+#include "activity.h"
+#include "fakeservices.h"
 #include "ibuildenvironment.h"
 #include "interfaceobject.h"
 #include "iprojectpopulate.h"
@@ -6,8 +8,9 @@
 #include "population.h"
 #include "projectcommands.h"
 #include "projectfile.h"
-#include "recentfilelist.h"
+#include "tabbedviewmanager.h"
 #include "windowfixture.h"
+#include "windowmenus.h"
 #include <QComboBox>
 #include <QTreeWidget>
 
@@ -34,7 +37,7 @@ QString projectNotSaved(const QString &name)
 
 void selectRecent(const WindowFixture &f, int index)
 {
-    QMetaObject::invokeMethod(f.window.get(), "recentWorkspaceSelected", Q_ARG(int, index));
+    f.window->findChild<WindowMenus *>()->recentWorkspaceSelected(index);
 }
 
 bool treeIsShown(const WindowFixture &f)
@@ -75,17 +78,48 @@ private:
     QStringList *const m_log;
 };
 
-/// A window that binds an environment to each project whose name is in a list, and writes down what it is told.
-class FakeHost : public ProjectCommandsHost
+/// The commands with services and an activity that write down what happens. Each loaded project whose name is in
+/// `populating` is bound to an environment that offers to populate it.
+class BareCommands : public FakeServices
 {
 public:
-    ActivityState state() const override { return m_state; }
-    void setState(ActivityState state) override
+    BareCommands()
     {
-        m_state = state;
-        log.append(u"state %1"_s.arg(state));
+        const auto write = [this](const QString &text) { return [this, text] { log.append(text); }; };
+        QObject::connect(&activity, &Activity::projectLoaded, &context, [this](Project *project) { bind(project); });
+        QObject::connect(&activity, &Activity::workspaceOpened, &context, write(u"show"_s));
+        QObject::connect(&activity, &Activity::projectsChanged, &context, write(u"changed"_s));
+        QObject::connect(&activity, &Activity::workspaceReady, &context, write(u"files"_s));
+        QObject::connect(&activity, &Activity::workspaceClosing, &context, write(u"clear"_s));
+        QObject::connect(&activity, &Activity::workspaceClosed, &context, write(u"closed"_s));
+        QObject::connect(&activity, &Activity::stateEntered, &context,
+                         [this](ActivityState state) { log.append(u"state %1"_s.arg(state)); });
+        QObject::connect(&commands, &ProjectCommands::sessionEndRequested, &context, write(u"stop"_s));
+        repopulate.setVisible(false);
     }
-    void bindProjectPlugins(Project *project) override
+
+    ViewManager *viewManager() const override { return views.get(); }
+    QSettings &settings() const override { return const_cast<QSettings &>(m_settings); }
+    LastDirectories &directories() override { return m_directories; }
+    QAction *action(const QString &name) const override
+    {
+        return name == "projectRepopulate"_L1 ? const_cast<QAction *>(&repopulate) : nullptr;
+    }
+    void runPyFile(const QString &path) override
+    {
+        log.append(u"run %1 in %2"_s.arg(QFileInfo(path).fileName(), activity.currentProject()->name()));
+    }
+    void fireEvent(const QString &name) override { log.append(name); }
+
+    QObject context;
+    QStringList log;
+    QStringList populating;
+    QStringList populated;
+    QAction repopulate;
+    Activity activity;
+
+private:
+    void bind(Project *project)
     {
         log.append(u"bind "_s + project->name());
         if (!populating.contains(project->name()))
@@ -94,32 +128,13 @@ public:
         project->setBuildInterface(environment);
         environment->release();
     }
-    void setProjectWorkspace(ProjectWorkspace *) override {}
-    void workspaceClosed() override {}
-    void showWorkspace(ProjectWorkspace *workspace) override { log.append(workspace ? u"show"_s : u"clear"_s); }
-    void workspaceChanged() override { log.append(u"changed"_s); }
-    void updateProjectUI() override { log.append(u"drop-down"_s); }
-    void restoreFiles() override { log.append(u"files"_s); }
-    void stopDebugging() override { log.append(u"stop"_s); }
-    bool closeAllViews() override
-    {
-        log.append(u"views"_s);
-        return true;
-    }
-    void setRepopulateVisible(bool visible) override { log.append(visible ? u"populate"_s : u"no populate"_s); }
-    void runPyFile(const QString &path) override
-    {
-        log.append(u"run %1 in %2"_s.arg(QFileInfo(path).fileName(), commands->currentProject()->name()));
-    }
-    QString sourceFilter() const override { return {}; }
 
-    const ProjectCommands *commands = nullptr;
-    QStringList log;
-    QStringList populating;
-    QStringList populated;
+    QSettings m_settings{QDir::temp().filePath(u"unused.ini"_s), QSettings::IniFormat};
+    LastDirectories m_directories{&m_settings, QDir::tempPath()};
+    std::unique_ptr<ViewManager> views = std::make_unique<TabbedViewManager>();
 
-private:
-    ActivityState m_state = StateNoWorkspace;
+public:
+    ProjectCommands commands{activity, *this};
 };
 
 /// Writes down what a status bar shows each time it is painted.
@@ -141,19 +156,6 @@ protected:
 private:
     QStatusBar *const m_bar;
 };
-
-/// The commands with a window that only writes down.
-struct BareCommands
-{
-    BareCommands() { host.commands = &commands; }
-
-    QSettings settings{QDir::temp().filePath(u"unused.ini"_s), QSettings::IniFormat};
-    RecentFileList recent{u"Recent"_s, 4, &settings};
-    LastDirectories directories{&settings, QDir::tempPath()};
-    QMainWindow window;
-    FakeHost host;
-    ProjectCommands commands{&window, &host, &recent, &directories};
-};
 } // namespace
 
 class ProjectCommandsTest : public QObject
@@ -171,7 +173,7 @@ private Q_SLOTS:
         QVERIFY(f.window->openWorkspace(path, true));
         QCOMPARE(f.projects(), (QStringList{u"fw"_s, u"lib"_s}));
         QCOMPARE(f.window->projectWorkspace()->currentProjectIndex(), 0);
-        QCOMPARE(f.window->state(), StateIdle);
+        QCOMPARE(f.window->activity().state(), StateIdle);
         QCOMPARE(f.window->windowTitle(), u"Varnel - all"_s);
         QVERIFY(treeIsShown(f));
         QVERIFY(!f.window->projectWorkspace()->isModified());
@@ -195,7 +197,7 @@ private Q_SLOTS:
         const WindowFixture f;
         QVERIFY(f.window->openWorkspace(f.writeWorkspace(u"none.vnw"_s, {}), false));
         QVERIFY(f.projects().isEmpty());
-        QCOMPARE(f.window->state(), StateIdle);
+        QCOMPARE(f.window->activity().state(), StateIdle);
         QVERIFY(f.window->closeWorkspace());
     }
 
@@ -216,7 +218,7 @@ private Q_SLOTS:
         QFile::setPermissions(f.writeWorkspace(u"secret.vnw"_s, {}), {});
         QVERIFY(!f.window->openWorkspace(f.path(name), true));
         QVERIFY(!f.window->projectWorkspace());
-        QCOMPARE(f.window->state(), StateNoWorkspace);
+        QCOMPARE(f.window->activity().state(), StateNoWorkspace);
         QVERIFY(f.answers->said.isEmpty());
         QCOMPARE(f.status(), u"The workspace %1 could not be opened."_s.arg(f.path(name)));
         f.window->close();
@@ -229,7 +231,7 @@ private Q_SLOTS:
         QVERIFY(f.window->openWorkspace(writeTwoProjects(f), false));
         QVERIFY(!f.window->openWorkspace(f.path(u"gone.vnw"_s), false));
         QCOMPARE(f.projects(), (QStringList{u"fw"_s, u"lib"_s}));
-        QCOMPARE(f.window->state(), StateNoWorkspace);
+        QCOMPARE(f.window->activity().state(), StateNoWorkspace);
     }
 
     void aWorkspaceMayReplaceTheOpenOne()
@@ -271,7 +273,7 @@ private Q_SLOTS:
         QVERIFY(!f.window->openWorkspace(path, true));
         QDir::setCurrent(directory);
         QCOMPARE(f.projects(), (QStringList{u"(bad)"_s, u"fw"_s}));
-        QCOMPARE(f.window->state(), StateIdle);
+        QCOMPARE(f.window->activity().state(), StateIdle);
         QVERIFY(treeIsShown(f));
         QVERIFY(!QFile::exists(f.path(u"ran"_s))); // start files stay where they are
         QVERIFY(f.answers->said.isEmpty());
@@ -299,7 +301,7 @@ private Q_SLOTS:
                              R"(<ui><actions><action name="debugStepInto"/></actions><toolbars><toolbar name="debug">
                              <action name="debugStepInto"/></toolbar></toolbars></ui>)");
         f.restart();
-        const auto *box = f.window->findChild<QComboBox *>(u"projectDropdown"_s);
+        auto *box = f.window->findChild<QComboBox *>(u"projectDropdown"_s);
         QTRY_VERIFY(!box->isVisible());
         QVERIFY(f.window->openWorkspace(writeTwoProjects(f), false));
         QTRY_VERIFY(box->isVisible());
@@ -307,7 +309,7 @@ private Q_SLOTS:
         QCOMPARE(box->currentText(), u"fw"_s);
         f.window->projectWorkspace()->setCurrentProject(1);
         QCOMPARE(box->currentText(), u"lib"_s);
-        f.window->projectDropdownChanged(0);
+        Q_EMIT box->activated(0);
         QCOMPARE(f.window->projectWorkspace()->currentProjectIndex(), 0);
         QVERIFY(f.window->closeWorkspace());
         QTRY_VERIFY(!box->isVisible());
@@ -326,11 +328,11 @@ private Q_SLOTS:
             f.writeProject(name);
         QVERIFY(f.window->openWorkspace(f.writeWorkspace(u"all.vnw"_s, {u"a.vnp"_s, u"b.vnp"_s, u"c.vnp"_s}), false));
         project(f, 0)->setActive(false);
-        const auto *box = f.window->findChild<QComboBox *>(u"projectDropdown"_s);
+        auto *box = f.window->findChild<QComboBox *>(u"projectDropdown"_s);
         QCOMPARE(box->count(), 2);
         QCOMPARE(f.window->projectWorkspace()->currentProjectIndex(), 1);
         QCOMPARE(box->currentText(), u"c"_s); // b is the current project, but stands at 0 now
-        f.window->projectDropdownChanged(0);
+        Q_EMIT box->activated(0);
         QCOMPARE(f.window->projectWorkspace()->currentProject()->name(), u"a"_s);
     }
 
@@ -365,30 +367,27 @@ private Q_SLOTS:
     {
         const WindowFixture f;
         BareCommands bare;
-        bare.host.populating = QStringList(u"lib"_s);
+        bare.populating = QStringList(u"lib"_s);
         f.writeProject(u"fw/fw.vnp"_s);
         f.writeProject(u"lib/lib.vnp"_s, {u"boot.py"_s}, Script);
-        QSignalSpy loaded(&bare.commands, &ProjectCommands::workspaceLoaded);
         QVERIFY(bare.commands.openWorkspace(f.writeWorkspace(u"all.vnw"_s, {u"fw/fw.vnp"_s, u"lib/lib.vnp"_s}), false));
-        QCOMPARE(bare.host.log.join(u", "_s),
-                 u"bind fw, bind lib, show, changed, state 1, files, populate, run boot.py in lib, drop-down"_s);
-        QCOMPARE(loaded.size(), 1);
-        QCOMPARE(bare.commands.workspace()->currentProjectIndex(), 0);
-        bare.host.log.clear();
+        QCOMPARE(bare.log.join(u", "_s),
+                 u"bind fw, bind lib, show, changed, state 1, files, run boot.py in lib, onWorkspaceLoaded"_s);
+        QVERIFY(bare.repopulate.isVisible());
+        QCOMPARE(bare.activity.workspace()->currentProjectIndex(), 0);
+        bare.log.clear();
         QVERIFY(bare.commands.closeWorkspace());
-        QCOMPARE(bare.host.log.join(u", "_s), u"clear, state 0, views"_s);
+        QCOMPARE(bare.log.join(u", "_s), u"clear, state 0, closed"_s);
     }
 
     void aBadProjectEndsTheStepsBeforePopulating()
     {
         const WindowFixture f;
         BareCommands bare;
-        bare.host.populating = QStringList(u"lib"_s);
+        bare.populating = QStringList(u"lib"_s);
         f.writeProject(u"lib.vnp"_s);
-        QSignalSpy loaded(&bare.commands, &ProjectCommands::workspaceLoaded);
         QVERIFY(!bare.commands.openWorkspace(f.writeWorkspace(u"all.vnw"_s, {u"gone.vnp"_s, u"lib.vnp"_s}), false));
-        QCOMPARE(bare.host.log.join(u", "_s), u"bind lib, show, changed, state 1, files"_s);
-        QVERIFY(loaded.isEmpty());
+        QCOMPARE(bare.log.join(u", "_s), u"bind lib, show, changed, state 1, files"_s);
         QVERIFY(bare.commands.closeWorkspace());
     }
 
@@ -396,16 +395,16 @@ private Q_SLOTS:
     {
         const WindowFixture f;
         BareCommands bare;
-        bare.host.populating = QStringList{u"fw"_s, u"lib"_s};
+        bare.populating = QStringList{u"fw"_s, u"lib"_s};
         f.writeProject(u"fw.vnp"_s);
         f.write(u"lib.vnp"_s,
                 "<project><properties currentconfiguration='Default'><configuration name='Default'>"
                 "<property key='projectAutoPopulate'>1</property></configuration></properties></project>");
         QVERIFY(bare.commands.openWorkspace(f.writeWorkspace(u"all.vnw"_s, {u"fw.vnp"_s, u"lib.vnp"_s}), false));
-        QCOMPARE(bare.host.populated, QStringList(u"fw Default"_s));
-        bare.commands.workspace()->setCurrentProject(1);
-        populate(bare.commands.currentProject());
-        QCOMPARE(bare.host.populated, (QStringList{u"fw Default"_s, u"lib Default"_s}));
+        QCOMPARE(bare.populated, QStringList(u"fw Default"_s));
+        bare.activity.workspace()->setCurrentProject(1);
+        populate(bare.activity.currentProject());
+        QCOMPARE(bare.populated, (QStringList{u"fw Default"_s, u"lib Default"_s}));
         QVERIFY(bare.commands.closeWorkspace());
     }
 
@@ -416,7 +415,7 @@ private Q_SLOTS:
         for (int state = 1; state <= 7; ++state)
             QTest::addRow("%d", state) << state
                                        << (state >= StateRunning ? u"stop, "_s : QString())
-                                              + u"clear, state 0, views"_s;
+                                              + u"clear, state 0, closed"_s;
     }
 
     void closingStopsADebugSessionFirst()
@@ -425,10 +424,10 @@ private Q_SLOTS:
         const WindowFixture f;
         BareCommands bare;
         QVERIFY(bare.commands.openWorkspace(f.writeWorkspace(u"all.vnw"_s, {}), false));
-        bare.host.setState(ActivityState(state));
-        bare.host.log.clear();
+        bare.activity.setState(ActivityState(state));
+        bare.log.clear();
         QVERIFY(bare.commands.closeWorkspace());
-        QTEST(bare.host.log.join(u", "_s), "log");
+        QTEST(bare.log.join(u", "_s), "log");
     }
 
     // Opening projects
@@ -576,7 +575,7 @@ private Q_SLOTS:
         QVERIFY(!f.window->projectWorkspace());
         QVERIFY(!treeIsShown(f));
         QVERIFY(f.openFiles().isEmpty());
-        QCOMPARE(f.window->state(), StateNoWorkspace);
+        QCOMPARE(f.window->activity().state(), StateNoWorkspace);
         QCOMPARE(f.window->windowTitle(), u"Varnel"_s);
         QVERIFY(f.answers->said.isEmpty());
     }
@@ -840,7 +839,7 @@ private Q_SLOTS:
         const WindowFixture f;
         QVERIFY(f.window->openWorkspace(writeTwoProjects(f), false));
         project(f)->properties()->addConfiguration(u"Release"_s);
-        QMetaObject::invokeMethod(f.window.get(), "activateConfiguration", Q_ARG(int, 1));
+        f.window->findChild<WindowMenus *>()->activateConfiguration(1);
         QCOMPARE(project(f)->currentConfiguration(), u"Release"_s);
         QVERIFY(project(f)->isModified());
     }

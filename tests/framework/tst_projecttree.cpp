@@ -1,9 +1,9 @@
 #include "treefixture.h"
-#include <QtTest>
+#include <QTest>
 
 using namespace Qt::StringLiterals;
 
-/// What the rows show and what they tell when they are selected.
+/// The rows of the tree, and the signals on a selection.
 class ProjectTreeTest : public QObject, protected TreeFixture
 {
     Q_OBJECT
@@ -14,7 +14,7 @@ private Q_SLOTS:
 
     // Rows
 
-    void showsFoldersInModelOrderAndFilesByName()
+    void foldersAreInModelOrderAndFilesSortedByName()
     {
         QCOMPARE(shown(*m_tree), u"- Workspace 'all': 2 project(s)\n"
                                  "  -  - fw\n"
@@ -26,7 +26,7 @@ private Q_SLOTS:
                                  "    + math\n"_s);
     }
 
-    void aFolderShowsItsContentsWhenItIsOpened()
+    void openedFolderShowsItsContents()
     {
         open(*m_tree, {u"src"_s, u"math"_s, u"fixed"_s});
         QCOMPARE(shown(*m_tree), u"- Workspace 'all': 2 project(s)\n"
@@ -44,7 +44,7 @@ private Q_SLOTS:
                                  "        sin.c\n"_s);
     }
 
-    void rowsOfClosedFoldersAreNotMade()
+    void rowsOfClosedFoldersAreNotCreated()
     {
         ProjectFolder *src = folderIn(m_fw->folders(), u"src"_s);
         m_fw->blockSignals(true);
@@ -57,7 +57,7 @@ private Q_SLOTS:
         QCOMPARE(row(*m_tree, u"src"_s)->childCount(), 5002);
     }
 
-    void allRowsAreThereForThoseWhoOpenEverything()
+    void expandAllCreatesAllRows()
     {
         m_tree->expandAll();
         QVERIFY(row(*m_tree, u"q15.c"_s));
@@ -67,7 +67,7 @@ private Q_SLOTS:
         QVERIFY(shown(*m_tree).contains(u"      + fixed\n"_s));
     }
 
-    void filesOfEqualNameStandInModelOrder()
+    void filesOfEqualNameAreInModelOrder()
     {
         auto *first = new ProjectFile(u"x.c"_s, u"1/x.c"_s);
         auto *second = new ProjectFile(u"x.c"_s, u"2/x.c"_s);
@@ -83,7 +83,7 @@ private Q_SLOTS:
         QCOMPARE(static_cast<ProjectTreeItem *>(item->child(1))->object<ProjectFile>(), second);
     }
 
-    void rowsHaveTheirKindAndPicture_data()
+    void rowHasItsKindAndPicture_data()
     {
         QTest::addColumn<QString>("text");
         QTest::addColumn<int>("rtti");
@@ -96,7 +96,7 @@ private Q_SLOTS:
         QTest::newRow("file") << u"boot.py"_s << 3 << u"treesourcefile.png"_s << u"treesourcefile.png"_s;
     }
 
-    void rowsHaveTheirKindAndPicture()
+    void rowHasItsKindAndPicture()
     {
         QFETCH(QString, text);
         QFETCH(int, rtti);
@@ -110,7 +110,7 @@ private Q_SLOTS:
         QCOMPARE(pictureOf(*m_window, item), opened);
     }
 
-    void onlyFoldersAndFilesAreDragged()
+    void onlyFoldersAndFilesCanBeDragged()
     {
         QVERIFY(!(row(*m_tree, u"Workspace 'all': 2 project(s)"_s)->flags() & Qt::ItemIsDragEnabled));
         QVERIFY(!(row(*m_tree, u" - fw"_s)->flags() & Qt::ItemIsDragEnabled));
@@ -118,14 +118,14 @@ private Q_SLOTS:
         QVERIFY(row(*m_tree, u"boot.py"_s)->flags() & Qt::ItemIsDragEnabled);
     }
 
-    void onlyFoldersAreRenamed()
+    void onlyFoldersCanBeRenamed()
     {
         for (const QString &text : {u"Workspace 'all': 2 project(s)"_s, u" - fw"_s, u"boot.py"_s})
             QVERIFY(!row(*m_tree, text)->isRenameEnabled(0));
         QVERIFY(row(*m_tree, u"src"_s)->isRenameEnabled(0));
     }
 
-    void aProjectThatIsNotActiveLooksSo()
+    void inactiveProjectHasAnotherPicture()
     {
         m_fw->setActive(false);
         QCOMPARE(pictureOf(*m_window, row(*m_tree, u" - fw"_s)), u"treeprojectinactive.png"_s);
@@ -136,7 +136,7 @@ private Q_SLOTS:
         QCOMPARE(pictureOf(*m_window, row(*m_tree, u" - fw"_s)), u"treeproject.png"_s);
     }
 
-    void theCurrentProjectIsBold()
+    void currentProjectIsBold()
     {
         m_workspace->setCurrentProject(m_fw);
         QVERIFY(row(*m_tree, u" - fw"_s)->isBold());
@@ -159,14 +159,14 @@ private Q_SLOTS:
         QCOMPARE(shown(*m_tree).section(u'\n', -2), u"    * - new*\n"_s);
     }
 
-    void theWorkspaceMayBeEmpty()
+    void workspaceMayBeEmpty()
     {
         m_workspace->removeProject(m_lib);
         m_workspace->removeProject(m_fw);
         QCOMPARE(shown(*m_tree), u"  Workspace 'all': 0 project(s)\n"_s);
     }
 
-    void anAddedFolderStandsWhereTheModelHasIt()
+    void addedFolderIsInModelOrder()
     {
         m_fw->addFolder(new ProjectFolder(u"last"_s), false);
         m_fw->addFolder(new ProjectFolder(u"first"_s), true);
@@ -182,7 +182,7 @@ private Q_SLOTS:
                                  "    + math\n"_s);
     }
 
-    void anAddedFolderBringsWhatIsInIt()
+    void addedFolderIsShownWithItsContents()
     {
         auto *folder = new ProjectFolder(u"new"_s);
         folder->addFile(new ProjectFile(u"in.c"_s, u"in.c"_s));
@@ -193,7 +193,7 @@ private Q_SLOTS:
                                         "          in.c\n"_s));
     }
 
-    void anAddedFileStandsAmongTheOthersByName_data()
+    void addedFileIsSortedByName_data()
     {
         QTest::addColumn<QString>("name");
         QTest::addColumn<QString>("expected");
@@ -202,7 +202,7 @@ private Q_SLOTS:
         QTest::newRow("last") << u"z.c"_s << u"adc.c main.c z.c"_s;
     }
 
-    void anAddedFileStandsAmongTheOthersByName()
+    void addedFileIsSortedByName()
     {
         QFETCH(QString, name);
         QFETCH(QString, expected);
@@ -237,7 +237,7 @@ private Q_SLOTS:
         QTRY_VERIFY(!m_tree->itemRect(row(*m_tree, u"new"_s)).isEmpty());
     }
 
-    void anItemThatIsGoneAgainIsNotScrolledTo()
+    void removedItemIsNotScrolledTo()
     {
         auto *file = new ProjectFile(u"new"_s, u"new"_s);
         m_fw->addFile(file);
@@ -247,7 +247,7 @@ private Q_SLOTS:
         QVERIFY(!row(*m_tree, u"new"_s));
     }
 
-    void removedItemsVanish()
+    void rowsOfRemovedItemsAreRemoved()
     {
         ProjectFolder *src = folderIn(m_fw->folders(), u"src"_s);
         open(*m_tree, {u"src"_s});
@@ -267,7 +267,7 @@ private Q_SLOTS:
                                  "    + math\n"_s);
     }
 
-    void aClosedFolderThatHasBecomeEmptyCannotBeOpened()
+    void emptiedClosedFolderHasNoIndicator()
     {
         ProjectFolder *src = folderIn(m_fw->folders(), u"src"_s);
         const QList<ProjectFile *> files = src->files();
@@ -303,7 +303,7 @@ private Q_SLOTS:
         delete math;
     }
 
-    void aFolderThatComesBackShowsWhatItHoldsNow()
+    void folderAddedAgainShowsItsCurrentContents()
     {
         ProjectFolder *math = folderIn(m_lib->folders(), u"math"_s);
         ProjectFolder *fixed = math->folders().constFirst();
@@ -322,7 +322,7 @@ private Q_SLOTS:
         QVERIFY(!shown(*m_tree).contains(u"q15.c"_s));
     }
 
-    void aMovedFolderIsTheFirstAndAMovedFileStandsByName()
+    void movedFolderIsFirstAndMovedFileIsSortedByName()
     {
         ProjectFolder *src = folderIn(m_fw->folders(), u"src"_s);
         ProjectFolder *doc = folderIn(m_fw->folders(), u"doc"_s);
@@ -340,7 +340,7 @@ private Q_SLOTS:
                                  "    + math\n"_s);
     }
 
-    void aRemovedItemIsReportedWhenItIsRemovedAgain()
+    void removingAnItemTwiceFailsAnAssertion()
     {
         ProjectFile *file = fileIn(m_fw->rootFiles(), u"boot.py"_s);
         ProjectFolder *folder = folderIn(m_fw->folders(), u"doc"_s);
@@ -354,7 +354,7 @@ private Q_SLOTS:
         delete folder;
     }
 
-    void aFileThatIsTakenOutOfTheWrongPlaceLosesItsRowAllTheSame()
+    void fileRemovedFromTheWrongParentLosesItsRow()
     {
         ProjectFile *adc = fileIn(folderIn(m_fw->folders(), u"src"_s)->files(), u"adc.c"_s);
         expectAssert(u"m_files.find(file) >= 0"_s);
@@ -364,7 +364,7 @@ private Q_SLOTS:
         QVERIFY(row(*m_tree, u"main.c"_s));
     }
 
-    void aFolderThatOthersRenameShowsItsNewName()
+    void folderRenamedInTheModelShowsItsNewName()
     {
         folderIn(m_fw->folders(), u"src"_s)->rename(u"source"_s);
         QVERIFY(row(*m_tree, u"source"_s));
@@ -375,19 +375,20 @@ private Q_SLOTS:
 
     // Workspaces come and go
 
-    void aWorkspaceIsNeeded()
+    void nullWorkspaceFailsAnAssertion()
     {
         expectAssert(u"workspace"_s);
-        m_tree->setWorkspace(nullptr);
+        dropWorkspace();
+        m_tree->showWorkspace();
         m_tree->releaseWorkspace();
         expectAssert(u"m_workspace"_s);
         m_tree->workspaceChanged();
     }
 
-    void handingTheWorkspaceOverAgainShowsItsNewContents()
+    void settingTheWorkspaceAgainShowsItsNewContents()
     {
         QVERIFY(m_fw->loadFromXml(u"<project><file path='new.c'/></project>"_s));
-        m_tree->setWorkspace(m_workspace.get());
+        m_tree->showWorkspace();
         QCOMPARE(shown(*m_tree), u"- Workspace 'all': 2 project(s)\n"
                                  "  -  - fw\n"
                                  "      new.c\n"
@@ -397,27 +398,23 @@ private Q_SLOTS:
         QCOMPARE(row(*m_tree, u" - fw"_s)->childCount(), 2);
     }
 
-    void anEarlierWorkspaceIsNotListenedTo()
+    void anotherWorkspaceReplacesTheFirst()
     {
-        ProjectWorkspace other(u"/work/other.vnw"_s);
-        m_tree->setWorkspace(&other);
-        m_fw->addFile(new ProjectFile(u"one.c"_s, u"one.c"_s));
-        m_workspace->setModified(true);
-        m_workspace->setCurrentProject(m_fw);
+        m_activity.openWorkspace(std::make_unique<ProjectWorkspace>(u"/work/other.vnw"_s));
+        m_tree->showWorkspace();
         QCOMPARE(shown(*m_tree), u"  Workspace 'other': 0 project(s)\n"_s);
-        m_tree->setWorkspace(m_workspace.get());
     }
 
-    void aWorkspaceThatDiesLeavesAnEmptyTree()
+    void deletedWorkspaceGivesAnEmptyTree()
     {
         select(*m_tree, {u"boot.py"_s});
         m_signals.clear();
-        m_workspace.reset();
+        dropWorkspace();
         QCOMPARE(shown(*m_tree), QString());
         QCOMPARE(m_signals, (QStringList{u"no cut"_s, u"no paste"_s, u"file "_s}));
     }
 
-    void aProjectThatIsRemovedTakesTheSelectionAlong()
+    void removingTheSelectedProjectEndsTheSelection()
     {
         open(*m_tree, {u"math"_s});
         select(*m_tree, {u"sin.c"_s});
@@ -428,7 +425,7 @@ private Q_SLOTS:
 
     // Selection
 
-    void theFirstSelectedItemCounts()
+    void firstSelectedItemIsUsed()
     {
         QCOMPARE(m_tree->selectedItem(), nullptr);
         QCOMPARE(m_tree->selectedProject(), nullptr);
@@ -436,7 +433,7 @@ private Q_SLOTS:
         QCOMPARE(m_tree->selectedItem(), row(*m_tree, u"src"_s));
     }
 
-    void theSelectionBelongsToAProject_data()
+    void selectedProjectIsThatOfTheSelection_data()
     {
         QTest::addColumn<QString>("text");
         QTest::addColumn<QString>("project");
@@ -446,7 +443,7 @@ private Q_SLOTS:
         QTest::newRow("file") << u"boot.py"_s << u"fw"_s;
     }
 
-    void theSelectionBelongsToAProject()
+    void selectedProjectIsThatOfTheSelection()
     {
         QFETCH(QString, text);
         QFETCH(QString, project);
@@ -454,7 +451,7 @@ private Q_SLOTS:
         QCOMPARE(m_tree->selectedProject() ? m_tree->selectedProject()->name() : QString(), project);
     }
 
-    void selectingTellsWhatIsAvailable_data()
+    void selectionEmitsAvailableCommands_data()
     {
         QTest::addColumn<QString>("text");
         QTest::addColumn<bool>("clipboard");
@@ -470,7 +467,7 @@ private Q_SLOTS:
         QTest::newRow("file, clipboard") << u"boot.py"_s << true << u"cut|no paste|file boot.py"_s;
     }
 
-    void selectingTellsWhatIsAvailable()
+    void selectionEmitsAvailableCommands()
     {
         QFETCH(QString, text);
         QFETCH(bool, clipboard);
@@ -483,14 +480,14 @@ private Q_SLOTS:
         QCOMPARE(m_signals.mid(m_signals.size() - 3).join(u'|'), u"no cut|no paste|file "_s);
     }
 
-    void aSelectedFileIsToldByItsStoredPath_data()
+    void selectedFileIsEmittedWithItsStoredPath_data()
     {
         QTest::addColumn<QString>("path");
         QTest::newRow("relative") << u"../common/a.c"_s;
         QTest::newRow("absolute") << u"/opt/a.c"_s;
     }
 
-    void aSelectedFileIsToldByItsStoredPath()
+    void selectedFileIsEmittedWithItsStoredPath()
     {
         QFETCH(QString, path);
         m_fw->addFile(new ProjectFile(u"a.c"_s, path));
@@ -498,7 +495,7 @@ private Q_SLOTS:
         QCOMPARE(m_signals.last(), u"file "_s + path);
     }
 
-    void takingTheFocusTellsWhatIsAvailable()
+    void focusEmitsAvailableCommands()
     {
         select(*m_tree, {u"boot.py"_s});
         m_signals.clear();

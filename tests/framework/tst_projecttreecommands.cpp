@@ -6,17 +6,17 @@
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QTemporaryDir>
-#include <QtTest>
+#include <QTest>
 
 using namespace Qt::StringLiterals;
 
-/// What users do with the rows, by menu, clipboard and keyboard.
+/// The commands of the tree by menu, clipboard and keyboard.
 class ProjectTreeCommandsTest : public QObject, protected TreeFixture
 {
     Q_OBJECT
 
 private:
-    /// Calls @p use with the next modal dialog, and cancels it if it is still there.
+    /// Passes the next modal dialog to @p use, and then cancels it if it is still open.
     template <typename Dialog>
     void whenAsked(const std::function<void(Dialog *)> &use)
     {
@@ -80,7 +80,7 @@ private Q_SLOTS:
         QCOMPARE(told([&] { QTest::mouseDClick(m_tree->viewport(), Qt::LeftButton, {}, centerOf(text)); }), open);
     }
 
-    void nothingSelectedOpensNothing()
+    void openWithoutASelectionDoesNothing()
     {
         m_tree->openFile();
         m_tree->runPyFile();
@@ -102,7 +102,7 @@ private Q_SLOTS:
 
     // Context menus
 
-    void theMenusHoldTheseItems()
+    void menusHaveTheExpectedItems()
     {
         const auto menu = [&](const QString &name) { return textOf(m_tree->findChild<QMenu *>(name)); };
         QCOMPARE(menu(u"workspaceContextMenu"_s), QString());
@@ -140,16 +140,16 @@ private Q_SLOTS:
         QCOMPARE(menu(u"pyFileContextMenu"_s), fileMenu + u"---\n&Run\n"_s);
     }
 
-    void actionsThatTheUiFileLacksAreLeftOut()
+    void missingActionsOfTheUiFileAreOmitted()
     {
         FakeTreeHost bare;
-        ProjectTree tree(bare);
+        ProjectTree tree(m_activity, bare);
         QCOMPARE(textOf(tree.findChild<QMenu *>(u"fileContextMenu"_s)), u"&Open\n---\n---\n---\n"_s);
         auto *menu = tree.findChild<PopupMenu *>(u"projectContextMenu"_s);
         QCOMPARE(menu->item(1)->text(), u"Set as Acti&ve Project"_s);
     }
 
-    void eachKindHasItsMenu_data()
+    void kindOfRowSelectsTheMenu_data()
     {
         QTest::addColumn<QString>("text");
         QTest::addColumn<QString>("menu");
@@ -163,7 +163,7 @@ private Q_SLOTS:
         QTest::newRow("no extension") << u"py"_s << u"fileContextMenu"_s;
     }
 
-    void eachKindHasItsMenu()
+    void kindOfRowSelectsTheMenu()
     {
         QFETCH(QString, text);
         QFETCH(QString, menu);
@@ -180,13 +180,13 @@ private Q_SLOTS:
         QCOMPARE(selected(*m_tree), QStringList{text});
     }
 
-    void belowTheRowsThereIsNoMenu()
+    void menuIsNotShownBelowTheRows()
     {
         m_tree->slotContextMenuRequested(nullptr, QPoint(10, 10));
         QVERIFY(!menuUp());
     }
 
-    void onlyAnActiveProjectCanBecomeTheCurrentOne()
+    void onlyAnActiveProjectCanBecomeCurrent()
     {
         QAction *setActive = m_tree->findChild<PopupMenu *>(u"projectContextMenu"_s)->item(1);
         m_fw->setActive(false);
@@ -198,7 +198,7 @@ private Q_SLOTS:
         QVERIFY(setActive->isEnabled());
     }
 
-    void theMenuOfAProjectMakesItCurrent()
+    void menuOfAProjectMakesItCurrent()
     {
         select(*m_tree, {u" - fw"_s});
         m_tree->findChild<PopupMenu *>(u"projectContextMenu"_s)->item(1)->trigger();
@@ -208,14 +208,14 @@ private Q_SLOTS:
         QCOMPARE(m_workspace->currentProject(), m_fw);
     }
 
-    void removingAProjectAsks_data()
+    void removingAProjectAsksForConfirmation_data()
     {
         QTest::addColumn<int>("answer");
         QTest::newRow("OK") << int(QMessageBox::Ok);
         QTest::newRow("Cancel") << int(QMessageBox::Cancel);
     }
 
-    void removingAProjectAsks()
+    void removingAProjectAsksForConfirmation()
     {
         QFETCH(int, answer);
         select(*m_tree, {u" - fw"_s});
@@ -231,17 +231,17 @@ private Q_SLOTS:
         QCOMPARE(m_workspace->project(0)->name(), answer == QMessageBox::Ok ? u"lib"_s : u"fw"_s);
     }
 
-    void removingNoProjectIsAMistake()
+    void removingNoProjectFailsAnAssertion()
     {
         expectAssert(u"project"_s);
         m_tree->removeProject();
     }
 
-    void theWorkspaceMayCloseWhileTheQuestionIsUp()
+    void workspaceMayCloseWhileTheQuestionIsOpen()
     {
         select(*m_tree, {u" - fw"_s});
         whenAsked<QMessageBox>([&](QMessageBox *box) {
-            m_workspace.reset();
+            dropWorkspace();
             box->button(QMessageBox::Ok)->click();
         });
         m_tree->removeProject();
@@ -250,7 +250,7 @@ private Q_SLOTS:
 
     // Folders
 
-    void aNewFolderComesFirstAndIsRenamedAtOnce_data()
+    void newFolderIsFirstAndIsRenamedAtOnce_data()
     {
         QTest::addColumn<QString>("parent");
         QTest::addColumn<QString>("expected");
@@ -260,7 +260,7 @@ private Q_SLOTS:
             << u"math"_s << u"    - math\n        New Folder\n      + fixed\n        sin.c\n"_s;
     }
 
-    void aNewFolderComesFirstAndIsRenamedAtOnce()
+    void newFolderIsFirstAndIsRenamedAtOnce()
     {
         QFETCH(QString, parent);
         QFETCH(QString, expected);
@@ -279,7 +279,7 @@ private Q_SLOTS:
         QVERIFY(m_tree->hasFocus());
     }
 
-    void aNewFolderNeedsAPlace_data()
+    void newFolderWithoutAParentFailsAnAssertion_data()
     {
         QTest::addColumn<QString>("text");
         QTest::newRow("nothing selected") << QString();
@@ -287,7 +287,7 @@ private Q_SLOTS:
         QTest::newRow("file") << u"boot.py"_s;
     }
 
-    void aNewFolderNeedsAPlace()
+    void newFolderWithoutAParentFailsAnAssertion()
     {
         QFETCH(QString, text);
         if (!text.isEmpty())
@@ -298,9 +298,9 @@ private Q_SLOTS:
         QCOMPARE(shown(*m_tree), before);
     }
 
-    void onlyAFolderIsRenamed_data() { aNewFolderNeedsAPlace_data(); }
+    void renamingOtherThanAFolderFailsAnAssertion_data() { newFolderWithoutAParentFailsAnAssertion_data(); }
 
-    void onlyAFolderIsRenamed()
+    void renamingOtherThanAFolderFailsAnAssertion()
     {
         QFETCH(QString, text);
         if (!text.isEmpty())
@@ -310,7 +310,7 @@ private Q_SLOTS:
         QVERIFY(!m_tree->renameEdit());
     }
 
-    void renaming_data()
+    void renamingSetsOrKeepsTheName_data()
     {
         QTest::addColumn<QString>("text");
         QTest::addColumn<int>("key");
@@ -318,10 +318,10 @@ private Q_SLOTS:
         QTest::newRow("a new name") << u"source"_s << int(Qt::Key_Return) << u"source"_s;
         QTest::newRow("no name keeps the old one") << QString() << int(Qt::Key_Return) << u"src"_s;
         QTest::newRow("escaped") << u"source"_s << int(Qt::Key_Escape) << u"src"_s;
-        QTest::newRow("left") << u"source"_s << int(Qt::Key_Tab) << u"src"_s;
+        QTest::newRow("focus lost") << u"source"_s << int(Qt::Key_Tab) << u"src"_s;
     }
 
-    void renaming()
+    void renamingSetsOrKeepsTheName()
     {
         QFETCH(QString, text);
         QFETCH(int, key);
@@ -337,7 +337,7 @@ private Q_SLOTS:
         QVERIFY(row(*m_tree, name));
     }
 
-    void leavingTheEditorKeepsTheOldName()
+    void losingTheFocusKeepsTheOldName()
     {
         activate();
         select(*m_tree, {u"src"_s});
@@ -348,7 +348,7 @@ private Q_SLOTS:
         QCOMPARE(m_fw->folders().constFirst()->name(), u"src"_s);
     }
 
-    void aRebuildEndsRenaming()
+    void rebuildEndsRenaming()
     {
         activate();
         select(*m_tree, {u"src"_s});
@@ -362,7 +362,7 @@ private Q_SLOTS:
         QTRY_VERIFY(!edit);
     }
 
-    void theExtensionsOfAFolder_data()
+    void enteredExtensionsAreSet_data()
     {
         QTest::addColumn<QString>("text");
         QTest::addColumn<QStringList>("expected");
@@ -371,7 +371,7 @@ private Q_SLOTS:
         QTest::newRow("cleared") << QString() << QStringList();
     }
 
-    void theExtensionsOfAFolder()
+    void enteredExtensionsAreSet()
     {
         QFETCH(QString, text);
         QFETCH(QStringList, expected);
@@ -390,7 +390,7 @@ private Q_SLOTS:
         QCOMPARE(src->extensions(), expected);
     }
 
-    void theExtensionsStayWhenTheUserCancels()
+    void cancelKeepsTheExtensions()
     {
         ProjectFolder *src = folderIn(m_fw->folders(), u"src"_s);
         src->setExtensions({u"s"_s});
@@ -410,7 +410,7 @@ private Q_SLOTS:
         QVERIFY(!QApplication::activeModalWidget());
     }
 
-    void theFolderMayGoWhileItsDialogIsUp()
+    void folderMayBeDeletedWhileItsDialogIsOpen()
     {
         select(*m_tree, {u"src"_s});
         whenAsked<QInputDialog>([&](QInputDialog *dialog) {
@@ -421,15 +421,15 @@ private Q_SLOTS:
         QVERIFY(!row(*m_tree, u"src"_s));
     }
 
-    void filesAreAddedToThisFolder()
+    void filesAreAddedToTheSelectedFolder()
     {
         QTemporaryDir directory;
         const QString path = QDir(directory.path()).canonicalPath();
         QVERIFY(QDir(path).mkpath(u"inner"_s));
         writeFile(path + u"/inner/one.c"_s, "1");
         writeFile(path + u"/inner/two.h"_s, "2");
-        m_window->directory = path + u"/inner"_s;
-        folderIn(m_fw->folders(), u"src"_s)->setExtensions({u"c"_s}); // would attract one.c
+        m_window->directories().setDirectory(u"Files"_s, path + u"/inner"_s);
+        folderIn(m_fw->folders(), u"src"_s)->setExtensions({u"c"_s}); // would take one.c
         select(*m_tree, {u"doc"_s});
         whenAsked<QFileDialog>([&](QFileDialog *dialog) {
             QCOMPARE(dialog->objectName(), u"addFilesDialog"_s);
@@ -441,21 +441,21 @@ private Q_SLOTS:
             edit->setText(u"\"one.c\" \"two.h\""_s);
             QTest::keyClick(edit, Qt::Key_Return);
         });
-        m_window->directory = path + u"/inner"_s;
+        m_window->directories().setDirectory(u"Files"_s, path + u"/inner"_s);
         m_tree->addFilesToFolder();
-        QCOMPARE(m_window->directory, path + u"/inner"_s);
+        QCOMPARE(m_window->directory(), path + u"/inner"_s);
         QVERIFY(shown(*m_tree).contains(u"    - doc\n        one.c\n        two.h\n"_s));
         const QString stored = folderIn(m_fw->folders(), u"doc"_s)->files().constFirst()->path();
         QCOMPARE(m_fw->absolutePath(stored), path + u"/inner/one.c"_s);
     }
 
-    void theDirectoryOfTheFirstFileIsRemembered()
+    void directoryOfTheFirstFileIsRemembered()
     {
         QTemporaryDir directory;
         const QString path = QDir(directory.path()).canonicalPath();
         QVERIFY(QDir(path).mkpath(u"other"_s));
         writeFile(path + u"/other/one.c"_s, "1");
-        m_window->directory = path;
+        m_window->directories().setDirectory(u"Files"_s, path);
         select(*m_tree, {u"doc"_s});
         whenAsked<QFileDialog>([&](QFileDialog *dialog) {
             auto *edit = dialog->findChild<QLineEdit *>(u"fileNameEdit"_s);
@@ -463,16 +463,16 @@ private Q_SLOTS:
             QTest::keyClick(edit, Qt::Key_Return);
         });
         m_tree->addFilesToFolder();
-        QCOMPARE(m_window->directory, path + u"/other"_s);
+        QCOMPARE(m_window->directory(), path + u"/other"_s);
     }
 
-    void noFilesChangeNothing()
+    void selectingNoFilesChangesNothing()
     {
-        m_window->directory = u"/tmp"_s;
+        m_window->directories().setDirectory(u"Files"_s, u"/tmp"_s);
         select(*m_tree, {u"doc"_s});
         whenAsked<QFileDialog>([](QFileDialog *dialog) { dialog->reject(); });
         m_tree->addFilesToFolder();
-        QCOMPARE(m_window->directory, u"/tmp"_s);
+        QCOMPARE(m_window->directory(), u"/tmp"_s);
         QVERIFY(folderIn(m_fw->folders(), u"doc"_s)->files().isEmpty());
     }
 
@@ -490,7 +490,7 @@ private Q_SLOTS:
 
     // Clipboard
 
-    void cuttingPutsTheItemsOnTheClipboard()
+    void cutMovesTheItemsToTheClipboard()
     {
         open(*m_tree, {u"math"_s});
         ProjectFolder *src = folderIn(m_fw->folders(), u"src"_s);
@@ -518,7 +518,7 @@ private Q_SLOTS:
         delete sin;
     }
 
-    void whatIsCutAndNotPastedIsMissing()
+    void cutItemsAreNotInTheProject()
     {
         QTemporaryDir directory;
         const QString vnp = writeFile(directory.filePath(u"p.vnp"_s),
@@ -528,18 +528,18 @@ private Q_SLOTS:
         QVERIFY(project->load(vnp));
         m_workspace->addProject(project);
         const std::unique_ptr<ProjectFolder> other(folderIn(m_fw->folders(), u"src"_s));
-        m_fw->removeFolder(other.get()); // leaves one "src" in the tree
+        m_fw->removeFolder(other.get()); // one "src" remains in the tree
         ProjectFolder *src = project->folders().constFirst();
         select(*m_tree, {u"src"_s});
         m_tree->cut();
         QVERIFY(project->save());
         QVERIFY(!bytesOf(vnp).contains("src"));
         QCOMPARE(bytesOf(onDisk), QByteArray("int a;"));
-        QCOMPARE(src->name(), u"src"_s); // it lives on
+        QCOMPARE(src->name(), u"src"_s); // it still exists
         delete src;
     }
 
-    void pasting_data()
+    void pastedItemsAreInsertedFirst_data()
     {
         QTest::addColumn<QString>("target");
         QTest::addColumn<QString>("fw");
@@ -552,7 +552,7 @@ private Q_SLOTS:
                               << u"math/ \n  fixed/ \n    q15.c\n  sin.c\n"_s;
     }
 
-    void pasting()
+    void pastedItemsAreInsertedFirst()
     {
         QFETCH(QString, target);
         QFETCH(QString, fw);
@@ -572,14 +572,14 @@ private Q_SLOTS:
         QCOMPARE(shown(*m_tree), after);
     }
 
-    void pastingNeedsAProject_data()
+    void pastingWithoutAProjectFailsAnAssertion_data()
     {
         QTest::addColumn<QString>("text");
         QTest::newRow("nothing selected") << QString();
         QTest::newRow("root") << u"Workspace 'all': 2 project(s)"_s;
     }
 
-    void pastingNeedsAProject()
+    void pastingWithoutAProjectFailsAnAssertion()
     {
         QFETCH(QString, text);
         select(*m_tree, {u"link.ld"_s});
@@ -595,7 +595,7 @@ private Q_SLOTS:
         QVERIFY(row(*m_tree, u"link.ld"_s));
     }
 
-    void whatComesFromAnotherProcessIsNotPasted()
+    void dataOfAnotherProcessIsNotPasted()
     {
         auto *data = new QMimeData;
         data->setData(u"application/x-tarnprojectitems"_s, "file\n0x1234\n");
@@ -606,7 +606,7 @@ private Q_SLOTS:
         QCOMPARE(folderIn(m_fw->folders(), u"src"_s)->files().size(), 2);
     }
 
-    void aFileCutTogetherWithItsFolderIsTakenOutOfIt()
+    void fileCutWithItsFolderIsRemovedFromIt()
     {
         open(*m_tree, {u"src"_s});
         select(*m_tree, {u"src"_s, u"adc.c"_s});
@@ -618,7 +618,7 @@ private Q_SLOTS:
         QVERIFY(shown(*m_tree).contains(u"    - doc\n      - src\n          main.c\n        adc.c\n"_s));
     }
 
-    void aSelectedProjectAddsABarePointerLine()
+    void selectedProjectAddsALineWithItsAddressOnly()
     {
         ProjectFile *link = fileIn(m_fw->rootFiles(), u"link.ld"_s);
         select(*m_tree, {u"Workspace 'all': 2 project(s)"_s, u" - fw"_s, u"link.ld"_s});
@@ -629,20 +629,20 @@ private Q_SLOTS:
         QCOMPARE(drag.formats(), QStringList{u"application/x-tarnprojectitems"_s});
     }
 
-    void aSelectedProjectMakesTheReaderLoseStep_data()
+    void selectedProjectShiftsThePairsOfLines_data()
     {
         QTest::addColumn<QStringList>("select");
         QTest::addColumn<QStringList>("read");
         QTest::newRow("no project") << QStringList{u"src"_s, u"link.ld"_s} << QStringList{u"src"_s, u"link.ld"_s};
-        QTest::newRow("project in front") << QStringList{u" - fw"_s, u"link.ld"_s} << QStringList();
-        QTest::newRow("project behind") << QStringList{u"link.ld"_s, u" - lib"_s} << QStringList{u"link.ld"_s};
+        QTest::newRow("project first") << QStringList{u" - fw"_s, u"link.ld"_s} << QStringList();
+        QTest::newRow("project last") << QStringList{u"link.ld"_s, u" - lib"_s} << QStringList{u"link.ld"_s};
         QTest::newRow("project between") << QStringList{u"link.ld"_s, u" - lib"_s, u"math"_s}
                                          << QStringList{u"link.ld"_s};
-        QTest::newRow("the second one puts it right")
+        QTest::newRow("a second project corrects the pairs")
             << QStringList{u" - fw"_s, u"src"_s, u" - lib"_s, u"math"_s} << QStringList{u"math"_s};
     }
 
-    void aSelectedProjectMakesTheReaderLoseStep()
+    void selectedProjectShiftsThePairsOfLines()
     {
         QFETCH(QStringList, select);
         QFETCH(QStringList, read);
@@ -653,7 +653,7 @@ private Q_SLOTS:
         QCOMPARE(names, read);
     }
 
-    void removingAsksNothing()
+    void removingItemsAsksNothing()
     {
         open(*m_tree, {u"math"_s});
         select(*m_tree, {u"src"_s, u"boot.py"_s, u"fixed"_s, u"sin.c"_s});
@@ -671,9 +671,9 @@ private Q_SLOTS:
         QVERIFY(clipboardText().isEmpty());
     }
 
-    void theRowInThePlaceOfARemovedOneIsTheCurrentOne_data()
+    void rowInThePlaceOfARemovedOneBecomesCurrent_data()
     {
-        QTest::addColumn<QStringList>("removed"); // the last one was the current one
+        QTest::addColumn<QStringList>("removed"); // the last one was current
         QTest::addColumn<QString>("current");
         QTest::newRow("next") << QStringList{u"adc.c"_s} << u"main.c"_s;
         QTest::newRow("last") << QStringList{u"main.c"_s} << u"adc.c"_s;
@@ -682,7 +682,7 @@ private Q_SLOTS:
         QTest::newRow("with its folder") << QStringList{u"src"_s, u"adc.c"_s} << u"Workspace 'all': 2 project(s)"_s;
     }
 
-    void theRowInThePlaceOfARemovedOneIsTheCurrentOne()
+    void rowInThePlaceOfARemovedOneBecomesCurrent()
     {
         QFETCH(const QStringList, removed);
         QFETCH(const QString, current);
@@ -693,7 +693,7 @@ private Q_SLOTS:
         QCOMPARE(selected(*m_tree), QStringList());
     }
 
-    void theCurrentRowStaysWhenOthersAreRemoved()
+    void currentRowStaysWhenOthersAreRemoved()
     {
         select(*m_tree, {u"boot.py"_s});
         m_tree->setCurrentItem(row(*m_tree, u"doc"_s), 0, QItemSelectionModel::NoUpdate);
@@ -701,7 +701,7 @@ private Q_SLOTS:
         QCOMPARE(m_tree->currentItem()->text(0), u"doc"_s);
     }
 
-    void removingAFolderAndWhatIsInItIsSafe()
+    void folderAndItsSelectedContentsAreDeletedOnce()
     {
         open(*m_tree, {u"math"_s, u"fixed"_s});
         select(*m_tree, {u"math"_s, u"fixed"_s, u"q15.c"_s, u"sin.c"_s});
@@ -728,7 +728,7 @@ private Q_SLOTS:
         QVERIFY(row(*m_tree, u"q15.c"_s));
     }
 
-    void theKeyboardSelectsSeveralItems()
+    void keyboardSelectsSeveralItems()
     {
         activate();
         select(*m_tree, {u"src"_s});
@@ -743,7 +743,7 @@ private Q_SLOTS:
         QCOMPARE(selected(*m_tree), (QStringList{u"src"_s, u"doc"_s}));
     }
 
-    void theKeyboardMovesItems()
+    void keyboardCutsAndPastesItems()
     {
         activate();
         select(*m_tree, {u"boot.py"_s});
@@ -753,7 +753,7 @@ private Q_SLOTS:
         QCOMPARE(treeOf(*m_fw), u"src/ \n  main.c\n  adc.c\ndoc/ \n  boot.py\nlink.ld\n"_s);
     }
 
-    void deleteReachesTheSharedAction()
+    void deleteKeyTriggersTheSharedAction()
     {
         activate();
         select(*m_tree, {u"boot.py"_s});
@@ -765,7 +765,7 @@ private Q_SLOTS:
         QVERIFY(!event.isAccepted());
     }
 
-    void copyingDoesNotPushCutItemsOffTheClipboard()
+    void copyDoesNotReplaceCutItemsOnTheClipboard()
     {
         activate();
         select(*m_tree, {u"boot.py"_s});
@@ -777,7 +777,7 @@ private Q_SLOTS:
         m_tree->paste();
     }
 
-    void theContextMenuComesByKeyboard_data()
+    void keyOpensTheContextMenu_data()
     {
         QTest::addColumn<int>("key");
         QTest::addColumn<int>("modifiers");
@@ -785,7 +785,7 @@ private Q_SLOTS:
         QTest::newRow("Shift+F10") << int(Qt::Key_F10) << int(Qt::ShiftModifier);
     }
 
-    void theContextMenuComesByKeyboard()
+    void keyOpensTheContextMenu()
     {
         QFETCH(int, key);
         QFETCH(int, modifiers);
@@ -802,7 +802,7 @@ private Q_SLOTS:
         QVERIFY(row(*m_tree, u"source"_s));
     }
 
-    void manyFilesAddedOneByOneAreInPlace()
+    void manyFilesAddedOneByOneAreSorted()
     {
         QStringList names;
         for (int i = 0; i < 2000; ++i)

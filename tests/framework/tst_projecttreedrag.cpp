@@ -2,12 +2,12 @@
 #include <QDrag>
 #include <QDragMoveEvent>
 #include <QScrollBar>
-#include <QtTest>
+#include <QTest>
 
 using namespace Qt::StringLiterals;
 
-/// Dragging folders and files. It runs on the platform "minimal", which has the toolkit's own drag loop; the offscreen
-/// one ends every drag at once.
+/// Dragging folders and files. It runs on the platform "minimal", which has the toolkit's drag loop; the offscreen
+/// platform ends every drag at once.
 class ProjectTreeDragTest : public QObject, protected TreeFixture
 {
     Q_OBJECT
@@ -21,7 +21,7 @@ private:
         });
     }
 
-    /// Drags the selection and calls @p use while the drag goes on.
+    /// Drags the selection and calls @p use during the drag.
     void drag(const std::function<void()> &use)
     {
         struct Access : ProjectTree
@@ -73,7 +73,7 @@ private Q_SLOTS:
     void init() { setUp(); }
     void cleanup() { tearDown(); }
 
-    void theSelectionIsDragged()
+    void selectionIsDragged()
     {
         select(*m_tree, {u"src"_s, u"link.ld"_s});
         QByteArray text;
@@ -88,12 +88,12 @@ private Q_SLOTS:
         QVERIFY(text.startsWith("folder\n0x"));
     }
 
-    void onlyADragOfThisTreeIsAccepted()
+    void onlyDragsOfThisTreeAreAccepted()
     {
         select(*m_tree, {u"boot.py"_s});
         QMimeData urls;
         urls.setUrls({QUrl(u"file:///work/fw/a.c"_s)});
-        QVERIFY(!enter(payload())); // nothing is dragged: it comes from somewhere else
+        QVERIFY(!enter(payload())); // nothing is being dragged: the data comes from another source
         QVERIFY(!moveTo(u"src"_s));
         drag([&] {
             QVERIFY(enter(payload()));
@@ -101,7 +101,7 @@ private Q_SLOTS:
             QVERIFY(!enter(&urls));
             QVERIFY(!send<QDragMoveEvent>(centerOf(u"src"_s), &urls));
         });
-        ProjectTree other(*m_window);
+        ProjectTree other(m_activity, *m_window);
         auto *foreign = new QDrag(&other);
         foreign->setMimeData(new ProjectItemDrag(*m_tree));
         whileDragging([&] {
@@ -111,7 +111,7 @@ private Q_SLOTS:
         foreign->exec(Qt::MoveAction);
     }
 
-    void theItemUnderThePointerIsHighlighted_data()
+    void itemUnderThePointerIsHighlighted_data()
     {
         QTest::addColumn<QString>("under");
         QTest::addColumn<QStringList>("highlighted");
@@ -124,7 +124,7 @@ private Q_SLOTS:
         QTest::newRow("workspace") << u"Workspace 'all': 2 project(s)"_s << dragged << false;
     }
 
-    void theItemUnderThePointerIsHighlighted()
+    void itemUnderThePointerIsHighlighted()
     {
         QFETCH(QString, under);
         QFETCH(QStringList, highlighted);
@@ -140,7 +140,7 @@ private Q_SLOTS:
         });
     }
 
-    void belowTheRowsNothingIsDropped()
+    void dropBelowTheRowsIsRefused()
     {
         select(*m_tree, {u"boot.py"_s});
         const QString before = treeOf(*m_fw);
@@ -159,7 +159,7 @@ private Q_SLOTS:
         QCOMPARE(treeOf(*m_fw), before);
     }
 
-    void anItemGetsBackTheSelectionThatItHad()
+    void selectionStateOfAnItemIsRestored()
     {
         select(*m_tree, {u"src"_s, u"boot.py"_s});
         drag([&] {
@@ -172,7 +172,7 @@ private Q_SLOTS:
         });
     }
 
-    void everyMoveIsToldAgain()
+    void everyMoveSendsAnEvent()
     {
         select(*m_tree, {u"boot.py"_s});
         drag([&] {
@@ -186,7 +186,7 @@ private Q_SLOTS:
         });
     }
 
-    void dropping_data()
+    void dropMovesTheItems_data()
     {
         QTest::addColumn<QStringList>("dragged");
         QTest::addColumn<QString>("target");
@@ -208,7 +208,7 @@ private Q_SLOTS:
         QTest::newRow("file of the root on its own project") << QStringList{u"link.ld"_s} << u" - fw"_s << fw << lib;
         QTest::newRow("folder into a folder")
             << QStringList{u"doc"_s} << u"src"_s << u"src/ \n  doc/ \n  main.c\n  adc.c\nlink.ld\nboot.py\n"_s << lib;
-        QTest::newRow("folder on its present parent moves to its head")
+        QTest::newRow("folder on its own parent moves to the front")
             << QStringList{u"doc"_s} << u" - fw"_s << u"doc/ \nsrc/ \n  main.c\n  adc.c\nlink.ld\nboot.py\n"_s << lib;
         QTest::newRow("folder on itself") << QStringList{u"src"_s} << u"src"_s << fw << lib;
         QTest::newRow("folder on its own file") << QStringList{u"src"_s} << u"adc.c"_s << fw << lib;
@@ -223,10 +223,10 @@ private Q_SLOTS:
         QTest::newRow("root file to a folder of another project")
             << QStringList{u"boot.py"_s} << u"fixed"_s << u"src/ \n  main.c\n  adc.c\ndoc/ \nlink.ld\n"_s
             << u"math/ \n  fixed/ \n    q15.c\n    boot.py\n  sin.c\n"_s;
-        QTest::newRow("top-level folder to another project goes last")
+        QTest::newRow("top-level folder to another project is appended")
             << QStringList{u"doc"_s} << u" - lib"_s << u"src/ \n  main.c\n  adc.c\nlink.ld\nboot.py\n"_s
             << u"math/ \n  fixed/ \n    q15.c\n  sin.c\ndoc/ \n"_s;
-        QTest::newRow("top-level folder to a folder of another project goes last")
+        QTest::newRow("top-level folder to a folder of another project is appended")
             << QStringList{u"doc"_s} << u"math"_s << u"src/ \n  main.c\n  adc.c\nlink.ld\nboot.py\n"_s
             << u"math/ \n  fixed/ \n    q15.c\n  doc/ \n  sin.c\n"_s;
         QTest::newRow("folder and what is in it")
@@ -234,7 +234,7 @@ private Q_SLOTS:
             << u"doc/ \n  src/ \n    main.c\n  adc.c\nlink.ld\nboot.py\n"_s << lib;
     }
 
-    void dropping()
+    void dropMovesTheItems()
     {
         QFETCH(QStringList, dragged);
         QFETCH(QString, target);
@@ -250,7 +250,7 @@ private Q_SLOTS:
             moveTo(target);
             m_signals.clear();
             QVERIFY(dropOn(target));
-            QCOMPARE(m_signals.size(), 3); // told once, however many items there were
+            QCOMPARE(m_signals.size(), 3); // emitted once, for any number of items
         });
         QCOMPARE(treeOf(*m_fw), fw);
         QCOMPARE(treeOf(*m_lib), lib);
@@ -262,14 +262,14 @@ private Q_SLOTS:
             QCOMPARE(rebuilt.count(u' ' + name + u'\n'), 1);
     }
 
-    void theTreeShowsADropAtOnce()
+    void treeShowsADropAtOnce()
     {
         open(*m_tree, {u"src"_s, u"math"_s, u"fixed"_s});
         select(*m_tree, {u"doc"_s, u"adc.c"_s});
         drag([&] {
             enter(payload());
             moveTo(u"q15.c"_s);
-            // adc.c is no top-level file of its project
+            // adc.c is not a top-level file of its project
             expectAssert(u"m_files.find(file) >= 0"_s);
             dropOn(u"q15.c"_s);
         });
@@ -289,7 +289,7 @@ private Q_SLOTS:
         QCOMPARE(selected(*m_tree), QStringList{u"fixed"_s});
     }
 
-    void anInnerItemDroppedOnAnotherProjectIsReportedAndListedInBoth_data()
+    void innerItemDroppedOnAnotherProjectIsListedInBoth_data()
     {
         QTest::addColumn<QString>("item");
         QTest::addColumn<QString>("expression");
@@ -300,7 +300,7 @@ private Q_SLOTS:
                                 << u"math/ \n  fixed/ \n    q15.c\n  sin.c\ninner/ \n"_s;
     }
 
-    void anInnerItemDroppedOnAnotherProjectIsReportedAndListedInBoth()
+    void innerItemDroppedOnAnotherProjectIsListedInBoth()
     {
         QFETCH(QString, item);
         QFETCH(QString, expression);
@@ -324,12 +324,12 @@ private Q_SLOTS:
         m_tree->remove();
         for (const ListViewItem *left = m_tree->firstChild(); left; left = left->itemBelow()) {
             m_tree->clearSelection();
-            m_tree->setCurrentItem(const_cast<ListViewItem *>(left)); // the second row stands for nothing now
+            m_tree->setCurrentItem(const_cast<ListViewItem *>(left)); // the second row has no object now
             m_tree->openFile();
         }
     }
 
-    void whatIsGoneWhenTheUserDropsIsLeftOut()
+    void itemsDeletedDuringTheDragAreSkipped()
     {
         select(*m_tree, {u"link.ld"_s, u"boot.py"_s});
         drag([&] {
@@ -343,7 +343,7 @@ private Q_SLOTS:
         QCOMPARE(treeOf(*m_fw), u"src/ \n  main.c\n  adc.c\ndoc/ \n  link.ld\n"_s);
     }
 
-    void aTargetThatIsGoneTakesNothingIn()
+    void deletedTargetRefusesTheDrop()
     {
         select(*m_tree, {u"boot.py"_s});
         drag([&] {
@@ -357,7 +357,7 @@ private Q_SLOTS:
         QCOMPARE(treeOf(*m_fw), u"src/ \n  main.c\n  adc.c\nlink.ld\nboot.py\n"_s);
     }
 
-    void theEdgesScroll_data()
+    void dragAtAnEdgeScrolls_data()
     {
         QTest::addColumn<int>("fromTop");
         QTest::addColumn<int>("fromBottom");
@@ -368,7 +368,7 @@ private Q_SLOTS:
         QTest::newRow("29 from the bottom") << 0 << 29 << 30;
     }
 
-    void theEdgesScroll()
+    void dragAtAnEdgeScrolls()
     {
         QFETCH(int, fromTop);
         QFETCH(int, fromBottom);
@@ -402,7 +402,7 @@ private Q_SLOTS:
         });
     }
 
-    void theMouseCarriesAFileIntoAFolder()
+    void mouseDragsAFileIntoAFolder()
     {
         select(*m_tree, {u"boot.py"_s});
         QWindow *window = m_window->windowHandle();

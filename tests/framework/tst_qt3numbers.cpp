@@ -9,7 +9,7 @@
 #include <QPen>
 #include <QRegion>
 #include <QSizePolicy>
-#include <QtTest>
+#include <QTest>
 
 using namespace Qt::StringLiterals;
 
@@ -20,7 +20,7 @@ class Qt3NumbersTest : public QObject
 private Q_SLOTS:
     void init() { QTest::failOnWarning(QRegularExpression(u".?"_s)); }
 
-    void keysHaveOneNumberEachWay_data()
+    void keysAreConvertedInBothDirections_data()
     {
         QTest::addColumn<int>("key");
         QTest::addColumn<int>("number");
@@ -36,19 +36,19 @@ private Q_SLOTS:
         QTest::newRow("unknown") << int(Qt::Key_unknown) << 0xffff;
         QTest::newRow("A") << int(Qt::Key_A) << 0x41;
         QTest::newRow("y with diaeresis") << int(Qt::Key_ydiaeresis) << 0xff;
-        QTest::newRow("one of the present toolkit only") << int(Qt::Key_AltGr) << int(Qt::Key_AltGr);
+        QTest::newRow("one of the current toolkit only") << int(Qt::Key_AltGr) << int(Qt::Key_AltGr);
     }
 
-    void keysHaveOneNumberEachWay()
+    void keysAreConvertedInBothDirections()
     {
         QFETCH(int, key);
         QFETCH(int, number);
         QCOMPARE(Qt3Numbers::fromKey(key), number);
         QCOMPARE(Qt3Numbers::toKey(number), key);
-        QCOMPARE(Qt3Numbers::toKey(key), key); // today's numbers are taken as they are
+        QCOMPARE(Qt3Numbers::toKey(key), key); // current numbers are accepted
     }
 
-    void statesHoldButtonsAndModifiers_data()
+    void statesContainButtonsAndModifiers_data()
     {
         QTest::addColumn<int>("state");
         QTest::addColumn<Qt::MouseButtons>("buttons");
@@ -65,7 +65,7 @@ private Q_SLOTS:
                                  << (Qt::ShiftModifier | Qt::ControlModifier);
     }
 
-    void statesHoldButtonsAndModifiers()
+    void statesContainButtonsAndModifiers()
     {
         QFETCH(int, state);
         QFETCH(Qt::MouseButtons, buttons);
@@ -73,15 +73,15 @@ private Q_SLOTS:
         QCOMPARE(Qt3Numbers::fromState(buttons, modifiers), state);
         QCOMPARE(Qt3Numbers::toButtons(state), buttons);
         QCOMPARE(Qt3Numbers::toModifiers(state), modifiers);
-        QCOMPARE(Qt3Numbers::toModifiers(modifiers.toInt()), modifiers); // today's bits are taken as well
+        QCOMPARE(Qt3Numbers::toModifiers(modifiers.toInt()), modifiers); // current bits are accepted
     }
 
-    void statesHaveNoNumberForWhatIsNew()
+    void newButtonsAndModifiersHaveNoNumber()
     {
         QCOMPARE(Qt3Numbers::fromState(Qt::BackButton, Qt::GroupSwitchModifier), 0);
     }
 
-    void focusReasons_data()
+    void focusReasonsHaveTheirNumbers_data()
     {
         QTest::addColumn<Qt::FocusReason>("reason");
         QTest::addColumn<int>("number");
@@ -94,7 +94,7 @@ private Q_SLOTS:
         QTest::newRow("other") << Qt::OtherFocusReason << 6;
     }
 
-    void focusReasons()
+    void focusReasonsHaveTheirNumbers()
     {
         QFETCH(Qt::FocusReason, reason);
         QFETCH(int, number);
@@ -102,7 +102,7 @@ private Q_SLOTS:
         QCOMPARE(Qt3Numbers::toFocusReason(number), reason);
     }
 
-    void focusReasonsThatAreNewCountAsOther()
+    void newFocusReasonsCountAsOther()
     {
         QCOMPARE(Qt3Numbers::fromFocusReason(Qt::MenuBarFocusReason), 6);
         QCOMPARE(Qt3Numbers::fromFocusReason(Qt::NoFocusReason), 6);
@@ -110,7 +110,7 @@ private Q_SLOTS:
         QCOMPARE(Qt3Numbers::toFocusReason(100), Qt::OtherFocusReason);
     }
 
-    void kindsOfValues()
+    void typesOfValuesHaveTheirNumbers()
     {
         const std::pair<QMetaType, int> kinds[] = {{QMetaType::fromType<QVariantMap>(), 1},
                                                    {QMetaType::fromType<QVariantList>(), 2},
@@ -155,7 +155,7 @@ private Q_SLOTS:
             QVERIFY2(Qt3Numbers::fromMetaType(type) == number, type.name());
     }
 
-    void anObjectWithoutANameIsUnnamed()
+    void objectWithoutANameIsUnnamed()
     {
         QObject object;
         QCOMPARE(Qt3Numbers::nameOf(&object), u"unnamed"_s);

@@ -2,6 +2,7 @@
 #include "runnerfixture.h"
 #include <malloc.h>
 #include <QDialog>
+#include <QRandomGenerator>
 #include <QSettings>
 #include <QTemporaryDir>
 
@@ -12,7 +13,7 @@ constexpr auto NothingBack = "";
 constexpr auto NoObject = "ERROR 4 No such object\r\n";
 constexpr auto Ok = "OK\r\n";
 
-/// Opens a dialog of the name "dialog" below the window of @p fixture whenever the action "openDialog" is chosen.
+/// Opens a dialog "dialog" below the window of @p fixture whenever the action "openDialog" is triggered.
 void addDialogAction(RunnerFixture &fixture)
 {
     auto *action = new QAction(&fixture.window);
@@ -53,7 +54,7 @@ private Q_SLOTS:
 
     // Replies, byte for byte --------------------------------------------------
 
-    void replies_data()
+    void repliesAreFixedToTheByte_data()
     {
         QTest::addColumn<QByteArray>("command");
         QTest::addColumn<QByteArray>("reply");
@@ -142,7 +143,7 @@ private Q_SLOTS:
         row("GETPROPERTY edit %1%2\n", "ERROR No such property");
     }
 
-    void replies()
+    void repliesAreFixedToTheByte()
     {
         QFETCH(QByteArray, command);
         QTEST(Driver(*m_fixture).ask(command), "reply");
@@ -215,7 +216,7 @@ private Q_SLOTS:
         QCOMPARE(progress.size(), 0);
     }
 
-    void membersThatAreNotThereAreLoggedAsSuch()
+    void missingMembersAreLogged()
     {
         Driver driver(*m_fixture);
         QTest::ignoreMessage(QtDebugMsg, "SLOT -1\n");
@@ -224,7 +225,7 @@ private Q_SLOTS:
         QCOMPARE(m_fixture->members->resets, 0);
     }
 
-    void doActionFiresEvenADisabledAction()
+    void doActionTriggersADisabledAction()
     {
         QSignalSpy triggered(m_fixture->action, &QAction::triggered);
         m_fixture->action->setEnabled(false);
@@ -232,7 +233,7 @@ private Q_SLOTS:
         QCOMPARE(triggered.size(), 1);
     }
 
-    void theFirstObjectOfANameCounts()
+    void firstObjectOfANameIsUsed()
     {
         auto *second = new QPushButton(&m_fixture->window);
         second->setObjectName(u"edit"_s);
@@ -267,7 +268,7 @@ private Q_SLOTS:
         QVERIFY2(m_fixture->events->seen.contains(event), qPrintable(m_fixture->events->seen.join(u'\n')));
     }
 
-    void anEventIsHandledBeforeACommandThatIsSentAfterItsReply()
+    void eventIsHandledBeforeTheNextCommand()
     {
         Driver driver(*m_fixture);
         m_fixture->edit->setText({});
@@ -275,10 +276,10 @@ private Q_SLOTS:
         QCOMPARE(driver.ask("GETPROPERTY edit text\n"), "OK 3 a\r\n");
     }
 
-    void noTypeOfEventHarmsAnyObject()
+    void eventsOfAllTypesAreHarmless()
     {
         static const QtMessageHandler quiet = [](QtMsgType, const QMessageLogContext &, const QString &) {};
-        const QtMessageHandler previous = qInstallMessageHandler(quiet); // of what is not sent and what is not liked
+        const QtMessageHandler previous = qInstallMessageHandler(quiet); // hides warnings
         const QByteArrayList names{"edit", "plain", "box", "frame", "members", "doIt"};
         Driver driver(*m_fixture);
         for (int type = 0; type < 1100; ++type) {
@@ -314,7 +315,7 @@ private Q_SLOTS:
                                  "EVENT window.events 11 \r\n");
     }
 
-    void recordingEndsAndBadParametersChangeNothing()
+    void recordingEndsAndInvalidParametersChangeNothing()
     {
         Driver driver(*m_fixture);
         const auto leave = [this] {
@@ -326,13 +327,13 @@ private Q_SLOTS:
         QCOMPARE(driver.ask({}), "");
         QCOMPARE(driver.ask("RECORD ON\nRECORD ON\nRECORD MAYBE\n"), "OK\r\nOK\r\nERROR 3 Bad parameter\r\n");
         leave();
-        QCOMPARE(driver.ask({}), "EVENT window.events 11 \r\n"); // once, though it was switched on twice
+        QCOMPARE(driver.ask({}), "EVENT window.events 11 \r\n"); // once, although it was switched on twice
         QCOMPARE(driver.ask("RECORD OFF\n"), Ok);
         leave();
         QCOMPARE(driver.ask({}), "");
     }
 
-    void aDriverHearsItsOwnEvents()
+    void ownEventsOfADriverAreRecorded()
     {
         Driver driver(*m_fixture);
         QCOMPARE(driver.ask("RECORD ON\nEVENT events 8 0\n"), "OK\r\nOK\r\n");
@@ -346,7 +347,7 @@ private Q_SLOTS:
         QCOMPARE(driver.ask({}), "");
     }
 
-    void eachDriverHasItsOwnFlag()
+    void driversHaveSeparateRecordFlags()
     {
         Driver recorder(*m_fixture);
         Driver other(*m_fixture);
@@ -356,7 +357,7 @@ private Q_SLOTS:
         QCOMPARE(other.ask({}), "");
     }
 
-    void theFilterLetsEventsPass()
+    void filterDoesNotStopEvents()
     {
         Driver driver(*m_fixture);
         driver.ask("RECORD ON\n");
@@ -366,7 +367,7 @@ private Q_SLOTS:
         QCOMPARE(m_fixture->events->seen, QStringList(u"11"_s));
     }
 
-    void aRecordedSessionHasTheSameResultAgain()
+    void replayedSessionHasTheSameResult()
     {
         m_fixture->window.show();
         Driver driver(*m_fixture);
@@ -405,7 +406,7 @@ private Q_SLOTS:
 
     // Lines, connections ------------------------------------------------------
 
-    void aLineMayComeByteByByte()
+    void lineMayArriveByteByByte()
     {
         Driver driver(*m_fixture);
         driver.setSocketOption(QAbstractSocket::LowDelayOption, 1);
@@ -423,14 +424,14 @@ private Q_SLOTS:
     {
         QByteArray commands;
         QByteArray replies;
-        for (int i = 0; i < 20000; ++i) { // many times what is read at once
+        for (int i = 0; i < 20000; ++i) { // much more than is read at once
             commands += "SETPROPERTY edit text " + QByteArray::number(i) + "\nGETPROPERTY edit text\n";
             replies += "OK\r\nOK 3 " + QByteArray::number(i) + "\r\n";
         }
         QVERIFY(Driver(*m_fixture).ask(commands) == replies);
     }
 
-    void aLongLineIsTaken()
+    void longLineIsAccepted()
     {
         Driver driver(*m_fixture);
         const QByteArray command = "SETPROPERTY members text ";
@@ -439,14 +440,14 @@ private Q_SLOTS:
         QVERIFY(m_fixture->members->text == QString::fromLatin1(text));
     }
 
-    void aLineThatIsTooLongClosesItsConnectionOnly_data()
+    void tooLongLineClosesItsConnectionOnly_data()
     {
         QTest::addColumn<QByteArray>("end");
         QTest::newRow("that ends") << QByteArray("\n");
         QTest::newRow("that does not end") << QByteArray("x");
     }
 
-    void aLineThatIsTooLongClosesItsConnectionOnly()
+    void tooLongLineClosesItsConnectionOnly()
     {
         QFETCH(QByteArray, end);
         Driver driver(*m_fixture);
@@ -459,11 +460,11 @@ private Q_SLOTS:
         QCOMPARE(other.ask("GETCLASS edit\n"), "OK QLineEdit\r\n");
     }
 
-    void aDriverThatDoesNotReadLosesItsConnectionOnly()
+    void driverThatDoesNotReadIsDisconnected()
     {
         Driver lazy(*m_fixture);
         Driver other(*m_fixture);
-        lazy.setReadBufferSize(1); // and nothing is read from it
+        lazy.setReadBufferSize(1); // and it reads nothing
         lazy.disconnect(&lazy);
         m_fixture->members->text = QString(8 * 1024 * 1024, u'x');
         QTest::ignoreMessage(QtWarningMsg,
@@ -474,7 +475,7 @@ private Q_SLOTS:
         QTRY_COMPARE(m_fixture->server->connections(), 1);
     }
 
-    void aFloodOfGarbageIsOnlyIgnored()
+    void invalidInputIsIgnored()
     {
         QRandomGenerator random(1);
         QByteArray garbage(4 * 1024 * 1024, Qt::Uninitialized);
@@ -488,7 +489,7 @@ private Q_SLOTS:
         QCOMPARE(flood.ask({}), "");
     }
 
-    void commandsBeforeTheEndAreCarriedOut()
+    void commandsBeforeADisconnectAreExecuted()
     {
         {
             Driver driver(*m_fixture);
@@ -499,7 +500,7 @@ private Q_SLOTS:
         QTRY_COMPARE(m_fixture->members->resets, 2);
     }
 
-    void aConnectionIsLogged()
+    void connectionIsLogged()
     {
         QTest::ignoreMessage(QtDebugMsg, "QtRunnerServer:: new connection");
         QTest::ignoreMessage(QtDebugMsg, "QtRunnerSocket:: connection closed");
@@ -531,7 +532,7 @@ private Q_SLOTS:
 
     // Dialogs -----------------------------------------------------------------
 
-    void aDialogIsDrivenByLaterCommandsWhoseRepliesOvertake()
+    void dialogIsOperatedByLaterCommands()
     {
         bool dialogAnswered = false;
         bool actionAnswered = false;
@@ -543,10 +544,10 @@ private Q_SLOTS:
         QVERIFY(actionAnswered);
     }
 
-    void aDriverMayGoWhileItsDialogIsOpen()
+    void driverMayDisconnectWhileItsDialogIsOpen()
     {
         bool opened = false;
-        QTimer timer; // handles what comes while the dialog is open
+        QTimer timer; // processes the input while the dialog is open
         connect(&timer, &QTimer::timeout, this, [&] {
             if (opened && m_fixture->server->connections() == 0)
                 closeAllDialogs();
@@ -560,7 +561,7 @@ private Q_SLOTS:
         QCOMPARE(Driver(*m_fixture).ask("GETCLASS edit\n"), "OK QLineEdit\r\n");
     }
 
-    void theWindowMayGoWhileADriverIsConnected()
+    void windowMayBeDeletedWhileADriverIsConnected()
     {
         Driver driver(*m_fixture);
         QCOMPARE(driver.ask("RECORD ON\n"), Ok);
@@ -569,7 +570,7 @@ private Q_SLOTS:
         QTRY_COMPARE(driver.received, "ERROR 4 No such object\r\nERROR 2 No such object\r\nERROR\r\n");
     }
 
-    void theServerMayGoWhileADriverIsConnected()
+    void serverMayBeDeletedWhileADriverIsConnected()
     {
         Driver driver(*m_fixture);
         QCOMPARE(driver.ask("CALLSLOT \"runner server\" deleteLater()\n"), "");
@@ -604,7 +605,7 @@ private Q_SLOTS:
 
     // The server --------------------------------------------------------------
 
-    void aPortThatIsTakenIsLogged()
+    void usedPortIsLogged()
     {
         const quint16 port = m_fixture->server->serverPort();
         QTest::ignoreMessage(QtDebugMsg, qPrintable(u"QtRunnerServer: Failed to bind to port %1"_s.arg(port)));
@@ -612,13 +613,13 @@ private Q_SLOTS:
         QVERIFY(!second.isListening());
     }
 
-    void theServerIsAChildOfTheWindow()
+    void serverIsAChildOfTheWindow()
     {
         QCOMPARE(m_fixture->server->objectName(), u"runner server"_s);
         QCOMPARE(m_fixture->server->parent(), &m_fixture->window);
     }
 
-    void theAddressComesFromTheSettings_data()
+    void addressIsReadFromTheSettings_data()
     {
         QTest::addColumn<QVariant>("setting");
         QTest::addColumn<QHostAddress>("address");
@@ -629,7 +630,7 @@ private Q_SLOTS:
         QTest::newRow("empty") << QVariant(u""_s) << QHostAddress();
     }
 
-    void theAddressComesFromTheSettings()
+    void addressIsReadFromTheSettings()
     {
         QFETCH(QVariant, setting);
         const QTemporaryDir directory;
@@ -639,9 +640,9 @@ private Q_SLOTS:
         QTEST(automationAddress(settings), "address");
     }
 
-    void onlyTheGivenAddressIsServed()
+    void onlyTheGivenAddressIsUsed()
     {
-        // The machine answers to all of 127.0.0.0/8.
+        // The machine accepts all of 127.0.0.0/8.
         const QHostAddress elsewhere(u"127.0.0.2"_s);
         Driver refused(m_fixture->server->serverPort(), elsewhere);
         QTRY_COMPARE(refused.error(), QAbstractSocket::ConnectionRefusedError);
@@ -650,14 +651,14 @@ private Q_SLOTS:
         QCOMPARE(welcome.ask("GETCLASS edit\n"), "OK QLineEdit\r\n");
     }
 
-    void withoutAnAddressNobodyIsServed()
+    void nullAddressDoesNotListen()
     {
         QTest::ignoreMessage(QtDebugMsg, "QtRunnerServer: Failed to bind to port 4711");
         const QtRunnerServer server(4711, QHostAddress(), &m_fixture->model, &m_fixture->window);
         QVERIFY(!server.isListening());
     }
 
-    void aHundredThousandCommandsLeaveNothingBehind()
+    void hundredThousandCommandsLeakNothing()
     {
         Driver driver(*m_fixture);
         const QByteArray commands =
@@ -683,5 +684,4 @@ private Q_SLOTS:
 };
 
 QTEST_MAIN(QtRunnerServerTest)
-#include "moc_runnerfixture.cpp"
 #include "tst_qtrunnerserver.moc"

@@ -1,6 +1,6 @@
 #include "recentfilelist.h"
 #include <QSettings>
-#include <QtTest>
+#include <QTest>
 
 using namespace Qt::StringLiterals;
 
@@ -12,7 +12,7 @@ private:
     std::unique_ptr<QTemporaryDir> m_directory;
     std::unique_ptr<QSettings> m_settings;
 
-    RecentFileList makeList() { return RecentFileList(u"RecentFiles/File"_s, 4, m_settings.get()); }
+    RecentFileList makeList() { return RecentFileList(u"RecentFiles/File"_s, m_settings.get()); }
 
 private Q_SLOTS:
     void init()
@@ -105,7 +105,7 @@ private Q_SLOTS:
     void listsWithOtherKeysAreApart()
     {
         RecentFileList files = makeList();
-        RecentFileList workspaces(u"RecentFiles/Workspace"_s, 4, m_settings.get());
+        RecentFileList workspaces(u"RecentFiles/Workspace"_s, m_settings.get());
         files.add(u"a.c"_s);
         workspaces.add(u"a.vnw"_s);
         files.save();

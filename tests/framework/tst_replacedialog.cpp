@@ -53,7 +53,7 @@ private Q_SLOTS:
         m_editor.reset();
     }
 
-    void itsTextsStandAsTold()
+    void textsAreTheExpectedOnes()
     {
         QCOMPARE(m_dialog->objectName(), u"replaceDialog"_s);
         QCOMPARE(m_dialog->windowTitle(), u"Replace"_s);
@@ -67,7 +67,7 @@ private Q_SLOTS:
         QVERIFY(!m_dialog->isModal());
     }
 
-    void itIsLaidOut()
+    void textsHaveEnoughSpace()
     {
         m_dialog->resize(1, 1);
         showActive(*m_dialog);
@@ -90,7 +90,7 @@ private Q_SLOTS:
                                                    u"ReplaceButton"_s, u"ReplaceAllButton"_s, u"CancelButton"_s}));
     }
 
-    void altLeadsToTheLines()
+    void altKeysSetTheFocusToTheTexts()
     {
         showActive(*m_dialog);
         QTest::keyClick(m_dialog.get(), Qt::Key_P, Qt::AltModifier);
@@ -101,7 +101,7 @@ private Q_SLOTS:
 
     // Scope
 
-    void aSelectionBecomesTheScope()
+    void selectionBecomesTheScope()
     {
         m_dialog->setHasSelection(true);
         QVERIFY(button(*m_dialog, "SelectionRadio")->isEnabled());
@@ -110,7 +110,7 @@ private Q_SLOTS:
         QCOMPARE(enabledButtons(), u"Replace All*, Cancel"_s);
     }
 
-    void withoutSelectionTheWholeFileIsTheScope()
+    void wholeFileIsTheScopeWithoutASelection()
     {
         for (const bool before : {false, true}) {
             m_dialog->setHasSelection(before);
@@ -122,7 +122,7 @@ private Q_SLOTS:
         }
     }
 
-    void theScopeMayBeChosen()
+    void scopeCanBeChosen()
     {
         m_dialog->setHasSelection(true);
         button(*m_dialog, "WholeFileRadio")->click();
@@ -133,7 +133,7 @@ private Q_SLOTS:
 
     // Find
 
-    void findNextGoesForwardFromTheCursor()
+    void findNextSearchesForwardFromTheCursor()
     {
         edit(u"foo Foo\nfoo food"_s);
         fill(u"foo"_s, u"bar"_s);
@@ -163,7 +163,7 @@ private Q_SLOTS:
         QCOMPARE(answers.icons, QList<QMessageBox::Icon>{QMessageBox::Information});
     }
 
-    void aTextThatIsNotThereIsRememberedToo()
+    void missingTextIsRememberedToo()
     {
         edit(u"foo"_s);
         fill(u"%1 <b>&x</b>"_s, {});
@@ -175,7 +175,7 @@ private Q_SLOTS:
 
     // Replace
 
-    void replaceReplacesAndGoesOn()
+    void replaceSelectsTheNextMatch()
     {
         edit(u"foo foo foo"_s);
         fill(u"foo"_s, u"bar"_s);
@@ -188,8 +188,8 @@ private Q_SLOTS:
         QCOMPARE(entries(with()), QStringList{u"bar"_s});
     }
 
-    /// The answer is that of the search for the next one.
-    void replacingTheLastOneIsToldAsNotFound()
+    /// The result is that of the search for the next match.
+    void replacingTheLastMatchReportsNotFound()
     {
         edit(u"foo"_s);
         fill(u"foo"_s, u"bar"_s);
@@ -199,7 +199,7 @@ private Q_SLOTS:
         QCOMPARE(answers.texts, QStringList{u"Cannot find the string 'foo'"_s});
     }
 
-    void replaceKeepsToTheControls_data()
+    void replaceUsesTheOptions_data()
     {
         QTest::addColumn<QStringList>("checked");
         QTest::addColumn<QString>("expected");
@@ -209,7 +209,7 @@ private Q_SLOTS:
                               << u"food Food foo\nx foo"_s;
     }
 
-    void replaceKeepsToTheControls()
+    void replaceUsesTheOptions()
     {
         QFETCH(QStringList, checked);
         QFETCH(QString, expected);
@@ -245,14 +245,14 @@ private Q_SLOTS:
         QCOMPARE(m_editor->text(), u"foo\nfoo x\nx\nfoo"_s);
     }
 
-    void replaceAllTellsIfThereWasNothing_data()
+    void replaceAllReportsThatNothingWasFound_data()
     {
         QTest::addColumn<bool>("hasSelection");
         QTest::newRow("whole file") << false;
         QTest::newRow("selection") << true;
     }
 
-    void replaceAllTellsIfThereWasNothing()
+    void replaceAllReportsThatNothingWasFound()
     {
         QFETCH(bool, hasSelection);
         edit(u"foo\nbar"_s);
@@ -266,7 +266,7 @@ private Q_SLOTS:
         QCOMPARE(m_editor->text(), u"foo\nbar"_s);
     }
 
-    void anEmptyReplacementRemoves()
+    void emptyReplacementRemoves()
     {
         edit(u"foo bar foo"_s);
         fill(u"foo"_s, {});
@@ -277,14 +277,14 @@ private Q_SLOTS:
 
     // Around
 
-    void withoutAViewNothingHappens_data()
+    void dialogWithoutAViewDoesNothing_data()
     {
         QTest::addColumn<bool>("gone");
         QTest::newRow("never set") << false;
-        QTest::newRow("closed since") << true;
+        QTest::newRow("closed meanwhile") << true;
     }
 
-    void withoutAViewNothingHappens()
+    void dialogWithoutAViewDoesNothing()
     {
         QFETCH(bool, gone);
         if (gone) {
@@ -309,17 +309,17 @@ private Q_SLOTS:
         QCOMPARE(entries(with()), (QStringList{u"d"_s, u"b"_s}));
     }
 
-    void runningItLetsTheUserTypeAtOnce()
+    void runSetsTheFocusToTheText()
     {
         edit(u"foo foo"_s);
         m_dialog->setFindText(u"old"_s);
         QTimer::singleShot(0, this, [this] {
-            const auto close = qScopeGuard([this] { m_dialog->reject(); }); // however the test ends
+            const auto close = qScopeGuard([this] { m_dialog->reject(); }); // also if the test fails
             QVERIFY(QTest::qWaitForWindowActive(m_dialog.get()));
             QCOMPARE(QApplication::activeModalWidget(), m_dialog.get());
             QTest::keyClicks(QApplication::focusWidget(), u"foo"_s);
             QTest::keyClick(m_dialog.get(), Qt::Key_Return);
-            m_dialog->run(); // while it is open, it only comes to the top
+            m_dialog->run(); // an open dialog is only raised
             QTest::keyClick(m_dialog.get(), Qt::Key_Escape);
         });
         m_dialog->run();

@@ -4,7 +4,8 @@
 #include "uidocument.h"
 #include <QMainWindow>
 #include <QMenuBar>
-#include <QtTest>
+#include <QStringConverter>
+#include <QTest>
 
 using namespace Qt::StringLiterals;
 

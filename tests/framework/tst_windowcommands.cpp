@@ -2,6 +2,7 @@
 #include "outputwindow.h"
 #include "popupmenu.h"
 #include "windowfixture.h"
+#include "windowmenus.h"
 #include <QDockWidget>
 #include <QLabel>
 #include <QMimeData>
@@ -131,7 +132,7 @@ private Q_SLOTS:
             }
         }
         QVERIFY(f.view()->title() != current);
-        QMetaObject::invokeMethod(f.window.get(), "activateView", Q_ARG(int, 99)); // no such view
+        f.window->findChild<WindowMenus *>()->activateView(99); // no such view
     }
 
     void theStyleOfTheWorkspaceDecidesWhatCanBeArranged()

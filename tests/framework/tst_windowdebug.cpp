@@ -1,4 +1,5 @@
 #include "../plugins/stub/stub.h"
+#include "activity.h"
 #include "dockwindow.h"
 #include "editorhost.h"
 #include "eventhandlers.h"
@@ -172,7 +173,7 @@ private Q_SLOTS:
         f.window->debugStop();
         QCOMPARE(f.calls(), u"fw.stop()"_s);
         QCOMPARE(f.caption(), u"Varnel - all"_s);
-        QCOMPARE(f.window->state(), StateIdle);
+        QCOMPARE(f.window->activity().state(), StateIdle);
         QCOMPARE(f.marks(), QString());
         QVERIFY(f.recent(u"File"_s).isEmpty());
     }
@@ -201,7 +202,7 @@ private Q_SLOTS:
         QFETCH(QByteArray, command);
         const DebugWindow f;
         QVERIFY(f.window->openFile(f.path(u"main.c"_s), false));
-        f.window->setState(StatePaused);
+        f.window->activity().setState(StatePaused);
         f.window->viewManager()->gotoLine(3, false);
         f.calls();
         QVERIFY(QMetaObject::invokeMethod(f.window.get(), command.constData()));
@@ -236,7 +237,7 @@ private Q_SLOTS:
         QVERIFY(f.window->closeWorkspace());
         QVERIFY(f.calls().contains(u"fw.stop()"_s));
         QCOMPARE(f.events(), u"onStopped"_s);
-        QCOMPARE(f.window->state(), StateNoWorkspace);
+        QCOMPARE(f.window->activity().state(), StateNoWorkspace);
         QCOMPARE(f.caption(), u"Varnel"_s);
         QCOMPARE(stub()->objectCount(), 0);
     }
@@ -244,7 +245,7 @@ private Q_SLOTS:
     void aSessionThatOnlyStartsIsNotStopped()
     {
         const DebugWindow f;
-        f.window->setState(StateInitialising);
+        f.window->activity().setState(StateInitialising);
         QVERIFY(f.window->closeWorkspace());
         QVERIFY(!f.calls().contains(u"stop"_s));
     }
@@ -272,7 +273,7 @@ private Q_SLOTS:
         QVERIFY(f.window->openWorkspace(f.path(u"all.vnw"_s), false));
         const auto *box = f.window->findChild<QComboBox *>(u"projectDropdown"_s);
         QCOMPARE(box->currentText(), u"fw"_s);
-        f.window->setState(StateRunning);
+        f.window->activity().setState(StateRunning);
         f.answers->press(QMessageBox::Ok);
         f.report(u"dsp"_s, IExecutionEnvironment::ProgramBreakpointHit);
         QCOMPARE(f.answers->said, QStringList(u"A breakpoint has been hit in project 'dsp'.\n\nThe current project "
@@ -287,7 +288,7 @@ private Q_SLOTS:
     void textsStandByTheirPositionsFromTheCursorOn()
     {
         const DebugWindow f;
-        f.window->setState(StateRunning);
+        f.window->activity().setState(StateRunning);
         f.say(u"fw"_s, u"first"_s, 0);
         QCOMPARE(f.labels(), u"first"_s);
         f.say(u"fw"_s, u"fourth"_s, 3);
@@ -313,9 +314,9 @@ private Q_SLOTS:
     {
         QFETCH(int, state);
         const DebugWindow f;
-        f.window->setState(state == StateRunning ? StateFinished : StateRunning);
+        f.window->activity().setState(state == StateRunning ? StateFinished : StateRunning);
         f.say(u"fw"_s, u"text"_s, 0);
-        f.window->setState(ActivityState(state));
+        f.window->activity().setState(ActivityState(state));
         QCOMPARE(f.labels(), isDebugState(ActivityState(state)) ? u"text"_s : QString());
     }
 
@@ -325,19 +326,19 @@ private Q_SLOTS:
     {
         const DebugWindow f;
         QVERIFY(f.window->openFile(f.path(u"main.c"_s), false));
-        f.window->setState(StatePaused);
+        f.window->activity().setState(StatePaused);
         f.say(u"fw"_s, u"text"_s, 0);
         f.dock("outputDockWindow")->hide();
         QStringList seen;
         const QObject ears;
         const auto look = [&] {
-            return u"state %1, marks '%2', output %3, label %4, caption '%5'"_s.arg(f.window->state())
+            return u"state %1, marks '%2', output %3, label %4, caption '%5'"_s.arg(f.window->activity().state())
                 .arg(f.marks(), f.dock("outputDockWindow")->isHidden() ? u"off"_s : u"on"_s, f.labels(), f.caption());
         };
         connect(f.window.get(), &MainWindow::projectOpenAvailable, &ears, [&] { seen += look(); });
         connect(f.window.get(), &MainWindow::attachAvailable, &ears, [&] { seen += look(); });
         connect(f.window.get(), &MainWindow::compileAvailable, &ears, [&] { seen += look(); });
-        f.window->setState(StateIdle);
+        f.window->activity().setState(StateIdle);
         seen += look();
         const auto before = u"state 5, marks '', output on, label text, caption 'Varnel - all [paused]'"_s;
         QCOMPARE(
@@ -350,13 +351,13 @@ private Q_SLOTS:
     void theWindowsAreUpdatedBeforeTheStateIsThere()
     {
         const DebugWindow f;
-        f.window->setState(StateRunning);
+        f.window->activity().setState(StateRunning);
         int state = -1;
         script(u"fw"_s).on[u"currentLocation"_s] = [&] {
             if (state < 0)
-                state = f.window->state();
+                state = f.window->activity().state();
         };
-        f.window->setState(StatePaused);
+        f.window->activity().setState(StatePaused);
         QCOMPARE(state, int(StateRunning));
         QCOMPARE(f.marks(), u"2=8"_s);
     }
@@ -382,9 +383,9 @@ private Q_SLOTS:
         QFETCH(int, to);
         QFETCH(bool, moves);
         const DebugWindow f;
-        f.window->setState(ActivityState(from));
+        f.window->activity().setState(ActivityState(from));
         f.settings()->remove(u"Geometry"_s);
-        f.window->setState(ActivityState(to));
+        f.window->activity().setState(ActivityState(to));
         const QStringList keys = f.settings()->allKeys().filter(u"Geometry/"_s);
         QCOMPARE(!keys.isEmpty(), moves);
         const auto saved = isDebugState(ActivityState(from)) ? u"Geometry/Debugger"_s : u"Geometry/Editor"_s;
@@ -407,7 +408,7 @@ private Q_SLOTS:
         QFETCH(QString, deed);
         const DebugWindow f;
         script(u"fw"_s).location = {u"gone.c"_s, 1};
-        f.window->setState(StateRunning);
+        f.window->activity().setState(StateRunning);
         bool showNext = false;
         const QObject ears;
         connect(f.window.get(), &MainWindow::showNextAvailable, &ears, [&](bool available) { showNext |= available; });
@@ -421,7 +422,7 @@ private Q_SLOTS:
             dialog->accept();
         });
         f.report(u"fw"_s, IExecutionEnvironment::ProgramPaused);
-        QTEST(int(f.window->state()), "state");
+        QTEST(int(f.window->activity().state()), "state");
         QTEST(f.caption(), "caption");
         QCOMPARE(showNext, deed == u"nothing"_s);
         QVERIFY(f.answers->allGiven());
@@ -461,7 +462,7 @@ private Q_SLOTS:
             script(u"fw"_s).on[u"start"_s] = closeLater;
         f.window->debugRun();
         QVERIFY(!f.window->isVisible());
-        QCOMPARE(f.window->state(), StateNoWorkspace);
+        QCOMPARE(f.window->activity().state(), StateNoWorkspace);
         QCOMPARE(stub()->objectCount(), 0);
         QVERIFY(!f.calls().contains(u"fw.run"_s));
         QVERIFY(f.answers->allGiven());
@@ -472,7 +473,7 @@ private Q_SLOTS:
     void openedAndReloadedFilesAreMarked()
     {
         const DebugWindow f;
-        f.window->setState(StatePaused);
+        f.window->activity().setState(StatePaused);
         f.window->viewManager()->closeAll();
         script(u"fw"_s).breakpoints = {{{{u"main.c"_s, 3}}, BreakpointDisabled}};
         QVERIFY(f.window->openFile(f.path(u"main.c"_s), false));
@@ -480,7 +481,7 @@ private Q_SLOTS:
         script(u"fw"_s).location = {u"main.c"_s, 1};
         QVERIFY(f.window->workspace()->reopenDocument(f.path(u"main.c"_s)));
         QCOMPARE(f.marks(), u"1=8 3=2"_s);
-        f.window->setState(StateRunning);
+        f.window->activity().setState(StateRunning);
         script(u"fw"_s).breakpoints.clear();
         QVERIFY(f.window->workspace()->reopenDocument(f.path(u"main.c"_s)));
         QCOMPARE(f.marks(), QString());

@@ -2,7 +2,7 @@
 #include <QMoveEvent>
 #include <QResizeEvent>
 #include <QSettings>
-#include <QtTest>
+#include <QTest>
 
 using namespace Qt::StringLiterals;
 

@@ -1,4 +1,5 @@
 #pragma once
+#include "activity.h"
 #include "dialoganswers.h"
 #include "ideapplication.h"
 #include "installation.h"
@@ -11,7 +12,7 @@
 #include "viewmanager.h"
 #include "workspace.h"
 #include <QStatusBar>
-#include <QtTest>
+#include <QTest>
 
 /// A whole main window in an installation of its own, and a directory for the user's files.
 class WindowFixture
@@ -46,8 +47,8 @@ public:
             document->setModified(false);
         if (ProjectWorkspace *workspace = window->projectWorkspace()) {
             workspace->setModified(false);
-            for (int i = 0; i < workspace->count(); ++i)
-                workspace->project(i)->setModified(false);
+            for (const QPointer<Project> &project : window->activity().projects())
+                project->setModified(false);
         }
         window->viewManager()->closeAll();
         window->closeWorkspace();
@@ -142,9 +143,7 @@ public:
     [[nodiscard]] QStringList projects() const
     {
         QStringList names;
-        const ProjectWorkspace *workspace = window->projectWorkspace();
-        for (int i = 0; workspace && i < workspace->count(); ++i) {
-            const Project *project = workspace->project(i);
+        for (const QPointer<Project> &project : window->activity().projects()) {
             names.append(project->openedOK() ? project->name() : u'(' + project->name() + u')');
         }
         return names;

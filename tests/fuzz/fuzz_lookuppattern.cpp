@@ -1,4 +1,4 @@
-// Any text as a lookup pattern, its first line, and any text as a line of output.
+// The first line of the input as a lookup pattern, the rest as a line of output.
 #include "lookuppattern.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
@@ -10,9 +10,9 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
         const bool taken = pattern.set(input.section(u'\n', 0, 0), greedy);
         const std::optional<LookupPlace> place = pattern.find(text);
         if (place && !text.contains(place->file))
-            qFatal("The file is no part of the text.");
+            qFatal("The file is not part of the text.");
         if (!taken && place != LookupPattern().find(text))
-            qFatal("What is refused changes what is found.");
+            qFatal("A refused pattern changes the result.");
     }
     return 0;
 }

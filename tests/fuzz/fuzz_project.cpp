@@ -1,4 +1,4 @@
-// Any bytes as a project file: refused, or read into a model that is saved in a form that reads and saves the same.
+// Any bytes as a project file: the file is refused, or loaded; then saving, loading and saving gives the same text.
 #include "project.h"
 #include <QFile>
 #include <QTemporaryDir>
@@ -22,9 +22,9 @@ void checkRoundTrip(const Project &project)
     const QString text = project.toXml();
     Project again({}, {});
     if (!loadBytes(again, text.toUtf8()))
-        qFatal("What was saved cannot be read.");
+        qFatal("The saved text cannot be loaded.");
     if (again.toXml() != text)
-        qFatal("What was saved is saved in another form.");
+        qFatal("Saving again gives another text.");
 }
 
 } // namespace
@@ -35,7 +35,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
     Project project({}, {});
     if (loadBytes(project, bytes))
         checkRoundTrip(project);
-    if (project.loadFromXml(QString::fromUtf8(bytes))) // into what is there
+    if (project.loadFromXml(QString::fromUtf8(bytes))) // into the loaded project
         checkRoundTrip(project);
     return 0;
 }

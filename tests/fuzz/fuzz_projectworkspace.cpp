@@ -1,4 +1,4 @@
-// Any bytes as a workspace file: refused, or read into a list that is saved in a form that reads and saves the same.
+// Any bytes as a workspace file: the file is refused, or loaded; then saving, loading and saving gives the same text.
 #include "project.h"
 #include "projectworkspace.h"
 #include <QFile>
@@ -31,15 +31,15 @@ QByteArray read(const QString &fileName)
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 {
     static const QString fileName = fileNameInTemporaryDirectory(u"fuzz.vnw"_s);
-    write(fileNameInTemporaryDirectory(u"a.vnp"_s), "<project/>"); // for inputs that name it
+    write(fileNameInTemporaryDirectory(u"a.vnp"_s), "<project/>"); // for inputs that refer to it
     write(fileName, QByteArray(reinterpret_cast<const char *>(data), qsizetype(size)));
     ProjectWorkspace workspace;
     if (!workspace.load(fileName))
         return 0;
     if (!workspace.save())
-        qFatal("The list cannot be saved.");
+        qFatal("The workspace cannot be saved.");
     const QByteArray saved = read(fileName);
     if (!workspace.load(fileName) || !workspace.save() || read(fileName) != saved)
-        qFatal("What was saved is saved in another form.");
+        qFatal("Saving again gives another text.");
     return 0;
 }

@@ -1,9 +1,9 @@
-// Any lines from a test driver, on a window with real widgets: each gets a reply of a known form or none, and whatever
-// events were posted find their objects alive and unharmed.
+// Any lines of a test driver, executed on a window with widgets: each has a valid reply or none, and the posted events
+// are handled without errors.
+#include "../framework/fakeservices.h"
 #include "objectmodel.h"
 #include "qtrunnerserver.h"
 #include "runnercommands.h"
-#include "scripthost.h"
 #include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
@@ -20,7 +20,7 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-class Window : public QMainWindow, public ScriptHost
+class Window : public QMainWindow, public FakeServices
 {
 public:
     Window()
@@ -46,7 +46,7 @@ public:
         new QtRunnerServer(0, QHostAddress(), nullptr, this);
     }
 
-    [[nodiscard]] QAction *action(const QString &name) override { return findChild<QAction *>(name); }
+    [[nodiscard]] QAction *action(const QString &name) const override { return findChild<QAction *>(name); }
 
 private:
     void add(QWidget *widget, const QString &name)
@@ -68,7 +68,7 @@ bool isReply(const QString &reply)
 }
 } // namespace
 
-/// The font library keeps what it has found until the process ends.
+/// The font library keeps its cache until the process ends.
 extern "C" const char *__lsan_default_suppressions()
 {
     return "leak:libfontconfig";
@@ -76,8 +76,8 @@ extern "C" const char *__lsan_default_suppressions()
 
 extern "C" int LLVMFuzzerInitialize(int *argc, char ***argv)
 {
-    qInstallMessageHandler([](QtMsgType, const QMessageLogContext &, const QString &) {}); // reports are no failures
-    auto *application = new QApplication(*argc, *argv); // lives as long as the process
+    qInstallMessageHandler([](QtMsgType, const QMessageLogContext &, const QString &) {}); // warnings are not failures
+    auto *application = new QApplication(*argc, *argv);                                    // never deleted
     application->setQuitOnLastWindowClosed(false);
     return 0;
 }
@@ -90,7 +90,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
     const QByteArrayList lines = QByteArray(reinterpret_cast<const char *>(data), qsizetype(size)).split('\n');
     for (const QByteArray &line : lines) {
         if (!isReply(commands.execute(QString::fromUtf8(line) + u'\n')))
-            qFatal("A reply has a form of its own.");
+            qFatal("A reply has an invalid form.");
         QCoreApplication::processEvents();
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     }

@@ -3,7 +3,7 @@
 #include <QSettings>
 #include <QTemporaryDir>
 
-// Whatever a file of formats holds, what was read of it goes to the settings and comes back, or is refused.
+// Any bytes as a file of text formats: the file is refused, or its formats are saved to the settings and loaded again.
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 {
     static const QTemporaryDir directory;
@@ -24,6 +24,6 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
     stored.loadFromSettings(settings);
     const FormatTable table = formats.formatTable();
     if (!formats.sections().isEmpty() && table.size() > formats.formats(formats.sections().first()).size() + 1)
-        qFatal("more formats than were read");
+        qFatal("There are more formats than were loaded.");
     return 0;
 }

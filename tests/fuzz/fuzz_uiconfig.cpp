@@ -9,7 +9,7 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-/// Has the slots and signals that the corpus names.
+/// Has the slots and signals that the corpus uses.
 class Window : public QMainWindow
 {
     Q_OBJECT
@@ -41,14 +41,14 @@ void build(const QString &file)
 
 extern "C" int LLVMFuzzerInitialize(int *argc, char ***argv)
 {
-    qInstallMessageHandler([](QtMsgType, const QMessageLogContext &, const QString &) {}); // reports are no failures
-    new QApplication(*argc, *argv); // lives as long as the process
+    qInstallMessageHandler([](QtMsgType, const QMessageLogContext &, const QString &) {}); // warnings are not failures
+    new QApplication(*argc, *argv);                                                        // never deleted
     return 0;
 }
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 {
-    QTemporaryFile file; // a new one each time: some file systems write a file to disk that was emptied and closed
+    QTemporaryFile file; // a new one each time: some file systems write a truncated file to disk when it is closed
     if (!file.open())
         return 0;
     file.write(reinterpret_cast<const char *>(data), qint64(size));

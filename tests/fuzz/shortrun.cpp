@@ -1,9 +1,9 @@
-// Stands in for libFuzzer in ordinary builds: runs a fuzz target on every file of its corpus and on a fixed sequence of
-// changed inputs. The sequence ends early on a slow machine, so that the tests stay quick.
+// Replaces libFuzzer in ordinary builds: runs a fuzz target on each file of its corpus and on a fixed sequence of
+// changed inputs. On a slow machine the sequence is shortened to limit the time.
 //
 //   fuzz_name CORPUS [LAST]
 //
-// LAST names a file that always holds the input being run: after a crash it is the one that did it.
+// LAST is a file to which each input is written before it is run: after a crash it has the input that caused it.
 
 #include <chrono>
 #include <cstdint>
@@ -30,7 +30,7 @@ Input read(const std::filesystem::path &path)
     return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
 }
 
-/// The corpus in the order of its file names.
+/// The corpus in the order of the file names.
 std::vector<Input> readCorpus(const char *directory)
 {
     std::vector<std::filesystem::path> paths;
@@ -46,7 +46,7 @@ std::vector<Input> readCorpus(const char *directory)
     return corpus;
 }
 
-/// Changes inputs at random, but in the same way at each run on each machine.
+/// Changes inputs pseudo-randomly, with the same result in each run on each machine.
 class Mutator
 {
 public:
@@ -63,7 +63,7 @@ public:
     }
 
 private:
-    /// A number below @p limit, or 0. The distributions of the library differ between its makers.
+    /// A number below @p limit, or 0. The distributions of the standard library differ between implementations.
     size_t below(size_t limit) { return limit ? m_random() % limit : 0; }
     const Input &anyOfCorpus() { return m_corpus[below(m_corpus.size())]; }
 
@@ -74,20 +74,20 @@ private:
         const auto begin = input->begin() + std::ptrdiff_t(from);
         const auto end = begin + std::ptrdiff_t(length);
         switch (below(5)) {
-        case 0: // another byte
+        case 0: // change a byte
             if (!input->empty())
                 *begin = uint8_t(m_random());
             break;
-        case 1: // a cut
+        case 1: // remove bytes
             input->erase(begin, end);
             break;
-        case 2: // a piece, several times over
+        case 2: // repeat bytes
             repeat(input, Input(begin, end), from);
             break;
-        case 3: // something new
+        case 3: // insert bytes
             insertBytes(input, from);
             break;
-        default: // the head of one, the tail of another
+        default: // append the end of another input
             splice(input, from);
         }
     }

@@ -1,15 +1,15 @@
-"""What tests of debug sessions share: a user who builds, sets breakpoints, runs and steps the examples."""
+"""Shared by tests of debug sessions: builds the examples, sets breakpoints, runs and steps."""
 import contextlib
 import pathlib
 import shutil
 
 EXAMPLES = pathlib.Path(__file__).parents[2] / "examples"
-BUILD_TIME = 300  # seconds, on a machine that others use, too
+BUILD_TIME = 300  # seconds, on a slow shared machine
 DOCKS = ("Call stack", "Locals", "Target console")
 
 
 def copy_of_examples(parent):
-    """A copy in the directory `parent`, so that the source tree stays as it is. Returns its path."""
+    """Copies the examples into the directory `parent`, so that the source tree is not changed. Returns the path."""
     return pathlib.Path(shutil.copytree(EXAMPLES, pathlib.Path(parent) / "examples",
                                         ignore=shutil.ignore_patterns("build")))
 
@@ -23,13 +23,13 @@ def line_of(file, text):
 
 
 class Debugging:
-    """Operates the program by names alone, so it works wherever the keyboard is, unless it says otherwise."""
+    """Operates the program by object names, so the keyboard focus does not matter, unless stated otherwise."""
 
     def __init__(self, program, workspace, project):
         self._process = program.process
         self._varnel = program.client
         self._caption = f"Varnel - {workspace}"
-        self._project = project  # whose dock windows are looked at
+        self._project = project  # its dock windows are examined
 
     # The sources ------------------------------------------------------------
 
@@ -41,18 +41,18 @@ class Debugging:
         return self._varnel.read("BuildPage", "plainText")
 
     def open_file(self, file, count):
-        """Opens a file, so that `count` are open, and waits until the keyboard reaches it."""
+        """Opens a file, and waits until `count` files are open and the main window is active."""
         self._varnel.choose("fileOpen")
         self._varnel.choose_file("openFileDialog", file)
         self._varnel.wait_for("viewManagerTabBar", "count", count)
         self._varnel.wait_for("mainWindow", "isActiveWindow", True)
 
     def click_margin(self, file, line):
-        """Clicks beside a line of the current file, which has that name and shows the line."""
+        """Clicks into the margin at a visible line of the current file, which has that name."""
         self._varnel.click(f"{file}/margin", y=self._height_of(file, line))
 
     def _height_of(self, file, line):
-        """Where a line is: the cursor that clicks into the text leave tells."""
+        """The vertical position of a line, found by clicks into the text that move the cursor."""
         top, bottom = 0, self._varnel.read(f"{file}/text", "height")
         while top < bottom:
             middle = (top + bottom) // 2
@@ -84,7 +84,7 @@ class Debugging:
         self.wait_for_state("paused", timeout)
 
     def children(self, word=""):
-        """The numbers of the processes that the program has started, oldest first, whose name contains `word`."""
+        """The ids of the child processes whose name contains `word`, oldest first."""
         found = []
         for file in pathlib.Path("/proc").glob("[0-9]*/stat"):
             with contextlib.suppress(OSError):  # it has just ended
@@ -102,19 +102,19 @@ class Debugging:
         return f"{self._project}/{name}"
 
     def console(self):
-        """What the program has written to its serial port or terminal."""
+        """The program's output to its serial port or terminal."""
         return self._varnel.read(self.window("targetConsole"), "text")
 
     def call_stack(self):
-        """A line a function, innermost first, such as "0 main main.c, 12"."""
+        """One line per function, innermost first, such as "0 main main.c, 12"."""
         return self._varnel.read(self.window("callStackView"), "text").splitlines()
 
     def wait_for_function(self, place):
-        """Waits until the innermost function is shown as one that begins with `place`, such as "main main.c, 12"."""
+        """Waits until the innermost function starts with `place`, such as "main main.c, 12"."""
         self._varnel.wait_for(self.window("callStackView"), "text", lambda text: text.startswith(f"0 {place}"))
 
     def locals(self):
-        """{name: value} of the rows that "Locals" shows, members under their own names."""
+        """{name: value} of the rows in "Locals"; members have their own names."""
         rows = self._varnel.read(self.window("localsView"), "text").splitlines()
         return dict(row.strip().split(" = ", 1) for row in rows)
 

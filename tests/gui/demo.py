@@ -1,10 +1,10 @@
 #!/usr/bin/env python3
-"""Shows a debug session with two processors: builds the example, and stops, looks into and changes its programs.
+"""Shows a debug session with two processors: builds the example, pauses the programs, reads and changes variables.
 
     demo.py [--here] [--pictures DIRECTORY]
 
-Prints a line a step and leaves a picture of each. It ends with 1 at the first step that shows anything else than it
-should. With --here it is to be seen on the present display, slowly; otherwise nobody needs to be there.
+Prints one line per step and saves a screenshot of each. The exit code is 1 at the first step with an unexpected result.
+With --here it runs slowly on the current display, otherwise on a virtual screen.
 """
 import argparse
 import contextlib
@@ -22,7 +22,7 @@ SECONDS_TO_LOOK = 2
 
 
 class Differs(Exception):
-    """Something is not as it should be."""
+    """A result differs from the expected one."""
 
 
 class Demo:
@@ -33,7 +33,7 @@ class Demo:
         self._step = 0
 
     def run(self):
-        """Returns the exit code."""
+        """Runs all steps. Returns the exit code."""
         with tempfile.TemporaryDirectory(prefix="varnel-demo.") as directory:
             self._examples = copy_of_examples(directory)
             try:
@@ -91,7 +91,7 @@ class Demo:
     def _set_breakpoint(self):
         file = self._examples / "thermostat/regulator.c"
         self._varnel.wait_for("mainWindow", "visible", True)
-        for key in "Home Down Down Right Down Down Return".split():  # to the second file of the first folder
+        for key in "Home Down Down Right Down Down Return".split():  # selects the second file of the first folder
             self._varnel.press(key, on="ProjectTree")
         self._varnel.wait_for("viewManagerTabBar", "count", 1)
         line = line_of(file, "regulator->power = limited(")
@@ -113,7 +113,7 @@ class Demo:
         self._see("step", f"at line {line + 1}")
 
     def _look_around(self):
-        """There is one place that takes expressions: a value that is edited."""
+        """Evaluates expressions by editing a value in "Locals"."""
         self._user.open_local("regulator")
         self._varnel.wait_until(lambda: self._user.locals().get("target") == "21000", "the member 'target' to be 21000")
         kept = self._user.locals()["proportional"]
@@ -133,7 +133,7 @@ class Demo:
         self._user.click_margin("regulator.c", line)  # disabled
         self._varnel.choose("debugRun")
         self._user.wait_for_state("running")
-        self._varnel.wait_until(lambda: "target 25.0" in self._user.console(), "the board to tell of its new target", 60)
+        self._varnel.wait_until(lambda: "target 25.0" in self._user.console(), "the board to print its new target", 60)
         self._see("run on", next(text for text in self._user.console().splitlines() if "target 25.0" in text))
 
     def _pause_both(self):
@@ -146,12 +146,12 @@ class Demo:
         self._varnel.choose("debugStop")
         self._user.wait_for_state("")
         self._varnel.wait_until(lambda: not self._user.children(), "debuggers and emulators to end")
-        self._see("stop", "nothing runs any more")
+        self._see("stop", "all processes have ended")
 
-    # What is seen -------------------------------------------------------------
+    # Results ------------------------------------------------------------------
 
     def _assign(self, name, expression):
-        """The number that a variable or member has become. An expression is none, so it is seen when that is there."""
+        """Assigns an expression to a variable or member. Returns its value, which is shown as a number."""
         self._user.change_local(name, expression)
         self._varnel.wait_until(lambda: self._user.locals().get(name, "").lstrip("-").isdigit(), f"a number for '{name}'")
         return self._user.locals()[name]
@@ -175,8 +175,8 @@ class Demo:
 
 def main():
     parser = argparse.ArgumentParser(description=__doc__.splitlines()[0])
-    parser.add_argument("--here", action="store_true", help="on the present display")
-    parser.add_argument("--pictures", type=pathlib.Path, default=pathlib.Path("demo"), help="where pictures go")
+    parser.add_argument("--here", action="store_true", help="on the current display")
+    parser.add_argument("--pictures", type=pathlib.Path, default=pathlib.Path("demo"), help="directory of the screenshots")
     options = parser.parse_args()
     options.pictures.mkdir(parents=True, exist_ok=True)
     return Demo(options.here, options.pictures.resolve()).run()

@@ -1,4 +1,4 @@
-"""Builds of the example for this computer: the program, an error and the way to its line, and the program again."""
+"""Builds of the native example: the program, an error, the jump to its line, and the repaired program."""
 import pathlib
 import shutil
 import subprocess
@@ -9,7 +9,7 @@ from driver import ProgramTest
 
 CALCULATOR = pathlib.Path(__file__).parents[2] / "examples/calculator"
 WRONG = "int wrong = sine(1);"
-EMPTY_LINE = 4  # of expression.cpp, behind what it includes
+EMPTY_LINE = 4  # of expression.cpp, after the includes
 BUILD_TIME = 300
 
 
@@ -23,7 +23,7 @@ class BuildTest(ProgramTest):
         self.keyboard = self.program.screen.keyboard
 
     def build(self, outcome):
-        """Builds and returns what the Build page shows once its last line is `outcome`."""
+        """Builds until the last line of the Build page is `outcome`. Returns the text of the page."""
         self.varnel.choose("buildBuild")
         self.varnel.wait_for("BuildPage", "plainText", lambda text: text.rstrip().endswith(outcome), BUILD_TIME)
         self.varnel.wait_for("buildBuild", "enabled", True)
@@ -43,14 +43,14 @@ class BuildTest(ProgramTest):
         self.varnel.wait_for("cursorLabel", "text", f" Ln {line}, Col {column}")
 
     def go_to_the_error(self):
-        """Presses F4 until a file is open: there is none before."""
+        """Triggers "Next Output Line" until a file is open. No file may be open before."""
         for _ in self.varnel.read("BuildPage", "plainText").splitlines():
             if self.varnel.read("viewManagerTabBar", "count"):
                 return
             self.varnel.choose("editLookupNextLine")
         self.assertTrue(self.varnel.read("viewManagerTabBar", "count"), "no line led to a source file")
 
-    def test_a_broken_source_is_found_from_its_message_and_repaired(self):
+    def test_error_message_leads_to_the_line_and_the_repaired_file_builds(self):
         self.build("Done.")
         self.assertEqual(self.calculate("1+2*3"), "1+2*3 = 7\n")
 

@@ -1,4 +1,4 @@
-"""Debug sessions as a user has them: on this computer, on two emulated boards, and when their processes die."""
+"""Debug sessions: a native program, two emulated boards, and killed processes."""
 import os
 import pathlib
 import signal
@@ -14,7 +14,7 @@ NEEDS_REBUILDING = "The project '%s' needs rebuilding."
 
 
 def runs(number):
-    """Whether there is a process of that number which has not ended."""
+    """Whether the process with that id exists and has not ended."""
     try:
         return pathlib.Path(f"/proc/{number}/stat").read_text(encoding="utf-8").rpartition(") ")[2][0] != "Z"
     except OSError:
@@ -34,11 +34,11 @@ class DebugTest(ProgramTest):
         name = pathlib.Path(self.workspace).stem
         self.varnel.wait_for("mainWindow", "windowTitle", f"Varnel - {name}")
         self.user = Debugging(self.program, name, self.project)
-        self.addCleanup(self.check_that_nothing_is_left)
+        self.addCleanup(self.check_that_all_processes_end)
         self.keyboard = screen.keyboard
 
-    def check_that_nothing_is_left(self):
-        """Whatever happened, the session ends by its command, and all that it had started ends with it."""
+    def check_that_all_processes_end(self):
+        """Stops the session and waits until all child processes have ended."""
         if self.program.process.poll() is None and self.varnel.read("debugStop", "enabled"):
             self.varnel.choose("debugStop")
         self.varnel.wait_until(lambda: not self.user.children(), "the end of debuggers and emulators")
@@ -65,7 +65,7 @@ class NativeTest(DebugTest):
     workspace = "calculator/calculator.vnw"
     project = "calculator"
 
-    def test_a_program_is_stepped_through_to_its_end(self):
+    def test_native_program_is_stepped_changed_and_restarted(self):
         main = self.examples / "calculator/main.cpp"
         call = line_of(main, "work(text, variables);")
         self.user.open_file(main, 1)
@@ -105,9 +105,9 @@ class NativeTest(DebugTest):
         self.user.wait_for_stop(call + 1)
         self.keyboard.press("Shift+F5")
         self.user.wait_for_state("")
-        self.assertFalse(self.varnel.read("pluginLocals", "visible"))  # the layout of editing is back
+        self.assertFalse(self.varnel.read("pluginLocals", "visible"))  # the dock layout is that of editing again
 
-    def test_a_program_that_is_killed_is_reported(self):
+    def test_killed_gdb_is_reported(self):
         self.user.build()
         self.keyboard.press("F10")
         self.user.wait_for_state("paused")
@@ -126,13 +126,13 @@ class TwoProcessorsTest(DebugTest):
         self.user.wait_for_state("running")
 
     def start_paused(self):
-        """A step that starts a session goes to the first line of the main function or of a function that it calls."""
+        """Starts a session by a step, which ends in main or in a function that it calls."""
         self.varnel.choose("debugStepOver")
         self.varnel.wait_until(lambda: len(self.user.children("qemu")) == 2, "both boards", 60)
         self.varnel.wait_for("debugStepOver", "enabled", True)
         self.user.wait_for_state("paused")
 
-    def test_a_breakpoint_of_the_other_processor_makes_it_current(self):
+    def test_breakpoint_of_the_other_processor_makes_it_current(self):
         lamp = self.examples / "morse/lamp.c"
         self.user.build()
         self.user.open_file(lamp, 1)
@@ -147,25 +147,25 @@ class TwoProcessorsTest(DebugTest):
 
         self.keyboard.press("F10")
         self.user.wait_for_stop(line_of(lamp, "lamp->code = code_of(letter);") + 1)
-        self.keyboard.press("F9")  # a second one, in the line of the next statement
-        self.keyboard.press("F9")  # disabled
+        self.keyboard.press("F9")  # sets a second breakpoint, at the next statement
+        self.keyboard.press("F9")  # disables it
         self.varnel.choose("debugStop")
         self.user.wait_for_state("")
 
-    def test_both_pause_and_restart_together(self):
+    def test_both_processors_pause_and_restart_together(self):
         self.user.build()
         self.user.show_docks()
         self.start_running()
-        self.varnel.wait_until(lambda: self.user.console().startswith("thermostat\nroom "), "words from the board")
+        self.varnel.wait_until(lambda: self.user.console().startswith("thermostat\nroom "), "output of the board")
         self.varnel.choose("debugPause")
         self.user.wait_for_state("paused")
         self.varnel.choose("debugRestart")
         self.user.wait_for_stop(line_of(self.examples / "thermostat/main.c", "int main") + 1)
-        self.varnel.wait_until(lambda: self.user.console() == "", "a fresh console")
+        self.varnel.wait_until(lambda: self.user.console() == "", "an empty console")
         self.assertEqual(self.varnel.read("pluginTarget console", "windowTitle"), "Target console (thermostat)")
         self.assertTrue(self.varnel.read("pluginTarget console", "visible"))
 
-    def test_a_program_that_does_not_compile_starts_nothing(self):
+    def test_compile_error_prevents_the_session(self):
         self.user.build()
         source = self.examples / "morse/code.c"
         good = source.read_text(encoding="utf-8")
@@ -180,7 +180,7 @@ class TwoProcessorsTest(DebugTest):
         self.start_running()
         self.assertEqual(len(self.user.children("qemu")), 2)
 
-    def test_the_end_of_the_program_ends_the_session(self):
+    def test_exit_ends_the_session_and_its_processes(self):
         self.user.build()
         self.start_running()
         started = self.user.children()
@@ -190,7 +190,7 @@ class TwoProcessorsTest(DebugTest):
         for number in started:
             self.varnel.wait_until(lambda: not runs(number), f"process {number} to end")
 
-    def test_a_killed_process_ends_one_processor_only(self):
+    def test_killed_process_ends_one_processor_only(self):
         self.user.build()
         for victim, state, words in (("qemu", "finished", "thermostat: 'qemu-system-arm' was ended by a signal."),
                                      ("gdb", "unknown", "thermostat: gdb has ended unexpectedly.")):
@@ -202,7 +202,7 @@ class TwoProcessorsTest(DebugTest):
                     self.user.wait_for_state(state)
                     self.wait_for_words(words)
                     self.assertFalse(self.varnel.exists("messageBox"))
-                    self.varnel.wait_until(lambda: len(self.user.children("qemu")) == 1, "the other board to be left")
+                    self.varnel.wait_until(lambda: len(self.user.children("qemu")) == 1, "the other board only")
                     self.varnel.choose("debugStop")
                     self.user.wait_for_state("")
                     self.varnel.wait_until(lambda: not self.user.children(), "the end of debuggers and emulators")

@@ -1,4 +1,4 @@
-"""The driver itself: keys, replies, and a client against a server of the test."""
+"""Tests of the driver: keys, replies, and a client with a fake server."""
 import socket
 import threading
 import unittest
@@ -7,7 +7,7 @@ from driver import AutomationError, Client, keys, replayable, wait_until
 
 
 class KeysTest(unittest.TestCase):
-    def test_combinations(self):
+    def test_combination_is_parsed(self):
         for combination, expected in {
             "Return": (0x1004, 0, "\r"),
             "Escape": (0x1000, 0, "\x1b"),
@@ -24,19 +24,19 @@ class KeysTest(unittest.TestCase):
             with self.subTest(combination):
                 self.assertEqual(keys.parse(combination), expected)
 
-    def test_a_key_that_nobody_has_is_refused(self):
+    def test_unknown_key_is_refused(self):
         for combination in ("Any", "Hyper+A", ""):
             with self.subTest(combination), self.assertRaises(ValueError):
                 keys.parse(combination)
 
-    def test_typed_characters(self):
+    def test_character_gives_its_key(self):
         self.assertEqual(keys.of_character("x"), (0x58, 0, "x"))
         self.assertEqual(keys.of_character("X"), (0x58, 0x100, "X"))
         self.assertEqual(keys.of_character("\n"), (0x1004, 0, "\r"))
 
 
 class FakeServer:
-    """Answers commands from a table, on as many connections as come."""
+    """Answers commands from a table, on any number of connections."""
 
     def __init__(self, replies):
         self.commands = []
@@ -71,21 +71,21 @@ class ClientTest(unittest.TestCase):
         self.addCleanup(client.close)
         return client
 
-    def test_values_come_with_their_types(self):
+    def test_values_are_converted_by_type(self):
         client = self.client({f"GETPROPERTY o p{kind}": f"OK {kind} {text}\r\n" for kind, text in
                               {3: "a  b", 16: "-7", 18: "true", 19: "0.5", 0: "x"}.items()})
         self.assertEqual([client.read("o", f"p{kind}") for kind in (3, 16, 18, 19, 0)], ["a  b", -7, True, 0.5, "x"])
 
-    def test_a_value_can_have_several_lines(self):
+    def test_value_can_have_several_lines(self):
         self.assertEqual(self.client({"GETPROPERTY o text": "OK 3 a\nb\r\n"}).read("o", "text"), "a\nb")
 
-    def test_the_reply_without_a_line_end_does_not_stall(self):
+    def test_reply_without_line_end_is_read_at_once(self):
         client = self.client({"GETPROPERTY o p": "ERROR No such property", "GETCLASS o": "OK QWidget\r\n"})
         with self.assertRaisesRegex(AutomationError, "No such property"):
             client.read("o", "p")
         self.assertEqual(client.class_of("o"), "QWidget")
 
-    def test_signatures_with_blanks_stay_whole(self):
+    def test_signatures_with_blanks_are_not_split(self):
         client = self.client({"GETSLOTS o": "OK hide() setText(const QString&) move(int, int)\r\n"})
         self.assertEqual(client.slots("o"), ["hide()", "setText(const QString&)", "move(int, int)"])
 
@@ -93,36 +93,36 @@ class ClientTest(unittest.TestCase):
         client = self.client({'SETPROPERTY "my button" text  two  blanks': "OK\r\n"})
         client.write("my button", "text", " two  blanks")
 
-    def test_a_value_of_several_lines_cannot_be_written(self):
+    def test_writing_several_lines_is_refused(self):
         with self.assertRaises(ValueError):
             self.client({}).write("o", "text", "a\nb")
 
-    def test_recorded_commands_are_replayed_by_the_last_component(self):
+    def test_replayable_command_has_the_last_component(self):
         self.assertEqual(replayable("EVENT mainWindow.bar.edit 6 65 97 0 0 1 1 a.b c"),
                          "EVENT edit 6 65 97 0 0 1 1 a.b c")
 
-    def test_waiting_takes_a_refusal_for_not_yet_and_ends(self):
+    def test_waiting_treats_an_error_as_not_yet_until_the_timeout(self):
         client = self.client({})
         with self.assertRaisesRegex(TimeoutError, "an object 'o'.*No such object"):
             client.find("o", timeout=0)
         answers = iter([0, "", 5])
         self.assertEqual(wait_until(lambda: next(answers)), 5)
 
-    def test_an_answer_is_a_key_of_the_box_that_asks(self):
+    def test_answer_presses_a_key_in_the_message_box(self):
         press = "EVENT messageBox 6 89 121 0 0 1 1 y"
         client = self.client({"GETPROPERTY messageBox text": "OK 3 a.c\n\nReload it?\r\n", press: "OK\r\n"})
         client.answer("Reload it?", "y")
         self.assertIn(press, self.server.commands)
-        self.assertEqual(self.server.commands[-1], press.replace(" 6 ", " 7 ", 1))  # refused: the box has gone
+        self.assertEqual(self.server.commands[-1], press.replace(" 6 ", " 7 ", 1))  # refused: the box is closed
 
-    def test_another_question_is_not_answered(self):
+    def test_message_box_with_another_text_is_not_answered(self):
         client = self.client({"GETPROPERTY messageBox text": "OK 3 Overwrite it?\r\n"})
         client._timeout = 0
         with self.assertRaises(TimeoutError):
             client.answer("Reload it?", "y")
         self.assertFalse([command for command in self.server.commands if command.startswith("EVENT")])
 
-    def test_a_program_that_has_gone_is_told(self):
+    def test_missing_program_raises_an_error(self):
         reservation = socket.socket()
         self.addCleanup(reservation.close)
         reservation.bind(("127.0.0.1", 0))

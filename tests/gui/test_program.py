@@ -1,4 +1,4 @@
-"""The program as a whole: start, about box, end."""
+"""Tests of the program: start, about box, exit."""
 import pathlib
 import struct
 import unittest
@@ -7,11 +7,11 @@ from driver import AutomationError, GuiTest
 
 
 class ProgramTest(GuiTest):
-    def test_the_window_bears_the_title(self):
+    def test_window_has_the_title(self):
         self.varnel.wait_for("mainWindow", "visible", True)
         self.assertEqual(self.varnel.read("mainWindow", "windowTitle"), "Varnel")
 
-    def test_the_about_box_opens_and_closes_and_the_menu_ends_the_program(self):
+    def test_about_box_opens_and_closes_and_exit_ends_the_program(self):
         self.varnel.choose("helpAbout")
         self.assertEqual(self.varnel.find("aboutBox"), "QDialog")
         self.varnel.wait_for("aboutBox", "visible", True)
@@ -22,7 +22,7 @@ class ProgramTest(GuiTest):
         self.varnel.choose("fileExit")
         self.assertEqual(self.program.wait(), 0)
 
-    def test_a_picture_shows_the_window(self):
+    def test_screenshot_shows_the_window(self):
         self.varnel.wait_for("mainWindow", "visible", True)
         picture = pathlib.Path(self.program.home) / "screen.png"
 
@@ -36,13 +36,13 @@ class ProgramTest(GuiTest):
         self.assertEqual(data[:8], b"\x89PNG\r\n\x1a\n")
         self.assertEqual(struct.unpack(">II", data[16:24]), (1280, 800))
 
-    def test_a_disabled_command_is_not_chosen(self):
+    def test_disabled_command_is_refused(self):
         self.varnel.find("mainWindow")
         self.assertFalse(self.varnel.read("editUndo", "enabled"))
         with self.assertRaisesRegex(AutomationError, "disabled"):
             self.varnel.choose("editUndo")
 
-    def test_the_settings_are_those_of_the_test(self):
+    def test_settings_are_saved_in_the_home_of_the_test(self):
         self.varnel.choose("fileExit")
         self.assertEqual(self.program.wait(), 0)
         self.assertIn("MainWindowWidth", self.program.settings_file().read_text(encoding="utf-8"))

@@ -1,4 +1,4 @@
-"""What is done in the program can be recorded and done again."""
+"""Tests of recording and replaying events."""
 import unittest
 
 from driver import GuiTest, replayable
@@ -10,7 +10,7 @@ class RecordingTest(GuiTest):
         self.varnel.find("searchBox")
         self.varnel.write("searchBox", "enabled", True)
 
-    def test_a_recorded_session_has_the_same_result_again(self):
+    def test_replayed_events_have_the_same_result(self):
         recording = self.varnel.record()
         self.varnel.type("searchBox", "Find Me\b")
         self.varnel.press("Home", on="searchBox")
@@ -18,7 +18,7 @@ class RecordingTest(GuiTest):
         typed = self.varnel.read("searchBox", "currentText")
         commands = [command for command in recording.stop() if "searchBox" in command]
         self.assertEqual(typed, "ind M")
-        self.assertEqual(len(commands), 20)  # each key goes down and up
+        self.assertEqual(len(commands), 20)  # each key has a press and a release
 
         self.varnel.press("Ctrl+A", on="searchBox")
         self.varnel.press("Delete", on="searchBox")
@@ -29,7 +29,7 @@ class RecordingTest(GuiTest):
             self.varnel.event(name, kind, *fields)
         self.assertEqual(self.varnel.read("searchBox", "currentText"), typed)
 
-    def test_a_click_is_recorded_with_its_path(self):
+    def test_click_is_recorded_with_the_path_of_the_widget(self):
         recording = self.varnel.record()
         self.varnel.click("searchBox", 3, 4)
         self.varnel.press("Escape", on="searchBox")

@@ -1,4 +1,4 @@
-"""Work goes on where it was left: after an end by the menu, and after a crash."""
+"""Tests that files and unsaved text are restored after an exit and after a crash."""
 import json
 import pathlib
 import tempfile
@@ -11,7 +11,7 @@ SAVE_CHANGES = "has changed.\n\nDo you want to save the changes?"
 RECOVER = "Do you want to recover the changes?"
 LINES = "".join(f"int value{number};\n" for number in range(2, 201))
 FILES = {
-    "house.vnw": '<workspace>\n <project path="clock/clock.vnp"/>\n <project path="radio/radio.vnp"/>\n</workspace>\n',
+    "station.vnw": '<workspace>\n <project path="clock/clock.vnp"/>\n <project path="radio/radio.vnp"/>\n</workspace>\n',
     "clock/clock.vnp": '<project>\n <folder name="Sources">\n  <extension name="c"/>\n'
                        '  <file path="clock.c"/>\n  <file path="hand.c"/>\n </folder>\n</project>\n',
     "radio/radio.vnp": '<project>\n <folder name="Sources">\n  <extension name="c"/>\n'
@@ -23,7 +23,7 @@ FILES = {
 
 
 class SessionTest(ProgramTest):
-    """Programs that run one after the other, on one screen and with one home directory."""
+    """Runs programs one after the other, on the same screen and with the same home directory."""
 
     def setUp(self):
         self.directory = pathlib.Path(self.enterContext(tempfile.TemporaryDirectory(prefix="varnel-session.")))
@@ -49,8 +49,8 @@ class SessionTest(ProgramTest):
 
     def open_workspace(self):
         self.varnel.choose("projectOpen")
-        self.varnel.choose_file("openWorkspaceDialog", self.directory / "house.vnw")
-        self.varnel.wait_for("mainWindow", "windowTitle", "Varnel - house")
+        self.varnel.choose_file("openWorkspaceDialog", self.directory / "station.vnw")
+        self.varnel.wait_for("mainWindow", "windowTitle", "Varnel - station")
 
     def open_file(self, name, count, current):
         self.varnel.choose("fileOpen")
@@ -86,12 +86,12 @@ class SessionTest(ProgramTest):
         self.screen.focus.give_back()
 
     def panes_at_the_end(self):
-        """The line of the cursor in each pane of the files that were open when the program ended."""
+        """The cursor line in each pane of the files that were open at the exit."""
         (file,) = (self.home / ".local/state/Ostrand Labs/Varnel/sessions").glob("*.json")
         files = json.loads(file.read_text(encoding="utf-8"))["files"]
         return {pathlib.Path(file["path"]).name: [pane["line"] + 1 for pane in file["panes"]] for file in files}
 
-    def test_workspace_files_panes_and_cursor_are_where_they_were(self):
+    def test_restart_restores_workspace_files_panes_and_cursor(self):
         self.open_workspace()
         self.open_file("clock/clock.c", 1, 0)
         self.open_from_tree("Home Down Down Right Down Down Return", 2, 1)
@@ -105,7 +105,7 @@ class SessionTest(ProgramTest):
 
         self.change_outside("clock/hand.c", "/* minute hand */\n" + LINES)
         self.varnel.answer(f"hand.c\n\n{CHANGED_OUTSIDE}", "y")
-        self.wait_for_files(3, 1)  # what is read again comes to the front
+        self.wait_for_files(3, 1)  # the reloaded file becomes current
 
         self.wait_for_keyboard()
         self.varnel.choose("windowNext")
@@ -124,17 +124,17 @@ class SessionTest(ProgramTest):
         self.assertEqual(self.text("clock/hand.c").splitlines(), [*reloaded[:49], "x" + reloaded[49], *reloaded[50:]])
 
         self.start()
-        self.varnel.wait_for("mainWindow", "windowTitle", "Varnel - house")
+        self.varnel.wait_for("mainWindow", "windowTitle", "Varnel - station")
         self.wait_for_files(3, 1)
         self.wait_for_cursor(50, 2)
         self.varnel.choose("windowNext")
         self.wait_for_files(3, 2)
-        self.wait_for_cursor(120, 1)  # the lower pane has the keyboard, as it had
+        self.wait_for_cursor(120, 1)  # the lower pane has the focus, as before
         self.varnel.choose("fileExit")
         self.assertEqual(self.program.wait(), 0)
         self.assertEqual(self.panes_at_the_end(), {"clock.c": [1], "hand.c": [50], "tuner.c": [1, 120]})
 
-    def test_a_file_that_stays_unsaved_at_the_end_is_as_it_was(self):
+    def test_discarded_changes_do_not_reach_the_file(self):
         self.open_file("clock/clock.c", 1, 0)
         self.type("lost")
         self.wait_for_cursor(1, 5)
@@ -146,7 +146,7 @@ class SessionTest(ProgramTest):
         self.assertEqual(self.program.wait(), 0)
         self.assertEqual(self.text("clock/clock.c"), FILES["clock/clock.c"])
 
-    def test_unsaved_text_comes_back_after_a_crash(self):
+    def test_unsaved_text_is_recovered_after_a_crash(self):
         self.open_file("clock/clock.c", 1, 0)
         self.type("precious ")
         swap = self.home / ".local/state/Ostrand Labs/Varnel/swap"

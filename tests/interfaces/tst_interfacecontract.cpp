@@ -1,5 +1,5 @@
-// What a plug-in library has compiled in: names of interfaces, places of functions, layouts of records. The places are
-// read from pointers to functions and from objects as the Itanium C++ ABI lays them out.
+// The binary contract of plug-in libraries: names of interfaces, slots of functions, layouts of records. The slots are
+// read from pointers to functions and from objects in the layout of the Itanium C++ ABI.
 #include "ibreakpoints.h"
 #include "ibuildenvironment.h"
 #include "ibuildevents.h"
@@ -40,12 +40,12 @@ namespace {
 template <typename Function>
 int slotOf(Function function)
 {
-    std::ptrdiff_t offset = 0; // in bytes; its lowest bit may say that the function is virtual
+    std::ptrdiff_t offset = 0; // in bytes; its lowest bit may mark the function as virtual
     std::memcpy(&offset, &function, sizeof offset);
     return int((offset & ~std::ptrdiff_t(1)) / std::ptrdiff_t(sizeof(void *)));
 }
 
-/// How many slots the functions of T take: the slot of the next one.
+/// The number of slots of the functions of T: the index of the next one.
 template <typename T>
 int slotCount()
 {
@@ -54,12 +54,12 @@ int slotCount()
         virtual void next() = 0;
 
     protected:
-        ~Next() = default; // NOLINT(modernize-use-override): only some have a virtual one
+        ~Next() = default; // NOLINT(modernize-use-override): some have no virtual one
     };
     return slotOf(&Next::next);
 }
 
-/// The interfaces whose last function is a virtual destructor; it takes two slots.
+/// The interfaces whose last function is a virtual destructor, which takes two slots.
 template <typename T>
 constexpr int destructorSlots =
     std::is_same_v<
@@ -79,7 +79,7 @@ struct Function
         QStringLiteral(#name), slotOf(&Interface::name) \
     }
 
-/// A row for T: its UUID as told, and its functions in the order told.
+/// A row for T: its UUID and its functions in the documented order.
 template <typename T>
 void contract(const char *name, const char *uuid, const QList<Function> &functions)
 {
@@ -154,7 +154,7 @@ class tst_InterfaceContract : public QObject
 private Q_SLOTS:
     void init() { QTest::failOnWarning(QRegularExpression(u".?"_s)); }
 
-    void interfaces_data()
+    void interfaceHasItsNameAndSlots_data()
     {
         QTest::addColumn<QUuid>("iid");
         QTest::addColumn<QString>("uuid");
@@ -304,7 +304,7 @@ private Q_SLOTS:
 #undef F
     }
 
-    void interfaces()
+    void interfaceHasItsNameAndSlots()
     {
         QFETCH(QUuid, iid);
         QFETCH(QString, uuid);
@@ -318,10 +318,10 @@ private Q_SLOTS:
             expected += u"%1 %2"_s.arg(QString::number(expected.size() + 3), function.name);
         }
         QCOMPARE(found, expected);
-        QCOMPARE(slotCount, functions.size() + 3); // nothing told of is missing, and a destructor stands last
+        QCOMPARE(slotCount, functions.size() + 3); // no documented function is missing, and the destructor is last
     }
 
-    void theCommonFunctionsStandFirst()
+    void commonFunctionsHaveTheFirstSlots()
     {
         QCOMPARE(QUnknownInterface::Iid.toString(), u"{1d8518cd-e8f5-4366-99e8-879fd7e482de}"_s);
         QCOMPARE(slotOf(&QUnknownInterface::queryInterface), 0);
@@ -330,7 +330,7 @@ private Q_SLOTS:
         QCOMPARE(slotCount<QUnknownInterface>(), 3);
     }
 
-    void objectsAnswerInTheSlotsOfTheirInterfaces()
+    void callsThroughSlotsReachTheFunctions()
     {
         struct Object : InterfaceObject<IPluginObject, IMemoryVerify>
         {

@@ -11,7 +11,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// As plug-ins have it: several interfaces, the first reference for whoever created it.
+/// Like an object of a plug-in: several interfaces, created with one reference for the caller.
 class Plugin : public InterfaceObject<IPluginObject, IMemoryVerify, IQueryPluginInterface>
 {
 public:
@@ -27,7 +27,7 @@ public:
     int interfaceCount(const QUuid &) override { return 2; }
 };
 
-/// As the host has it: a QObject with one interface, counted from the first query on.
+/// Like an object of the host: a QObject with one interface, without a reference until the first query.
 class Events : public QObject, public InterfaceObject<IBuildEvents>
 {
     Q_OBJECT
@@ -62,7 +62,7 @@ class tst_InterfaceObject : public QObject
 private Q_SLOTS:
     void init() { QTest::failOnWarning(QRegularExpression(u".?"_s)); }
 
-    void answersForEachOfItsInterfaces()
+    void queryFindsEachInterface()
     {
         const InterfacePtr<Plugin> plugin(new Plugin);
         const auto *unknown = static_cast<QUnknownInterface *>(static_cast<IPluginObject *>(plugin.get()));
@@ -70,12 +70,12 @@ private Q_SLOTS:
         IQueryPluginInterface *query = plugin.get();
         QCOMPARE(queryInterface<IMemoryVerify>(query).get(), verify);
         QCOMPARE(queryInterface<IQueryPluginInterface>(verify).get(), query);
-        QCOMPARE(queryInterface<QUnknownInterface>(verify).get(), unknown); // one object, one identity
+        QCOMPARE(queryInterface<QUnknownInterface>(verify).get(), unknown); // one object has one QUnknownInterface
         QCOMPARE(queryInterface<QUnknownInterface>(query).get(), unknown);
         QVERIFY(queryInterface<IMemoryVerify>(query)->verify());
     }
 
-    void aQueryThatFailsLeavesNothingBehind()
+    void failedQuerySetsNullAndAddsNoReference()
     {
         const InterfacePtr<Plugin> plugin(new Plugin);
         auto *out = static_cast<QUnknownInterface *>(static_cast<IMemoryVerify *>(plugin.get()));
@@ -85,7 +85,7 @@ private Q_SLOTS:
         QCOMPARE(plugin->release(), 1ul);
     }
 
-    void aSuccessfulQueryAddsAReference()
+    void successfulQueryAddsAReference()
     {
         const InterfacePtr<Plugin> plugin(new Plugin);
         QUnknownInterface *out = nullptr;
@@ -95,7 +95,7 @@ private Q_SLOTS:
         QCOMPARE(plugin->release(), 2ul);
     }
 
-    void addRefGivesTheOldCountAndReleaseTheNew()
+    void addRefReturnsTheOldCountAndReleaseTheNew()
     {
         const InterfacePtr<Plugin> plugin(new Plugin);
         QCOMPARE(plugin->addRef(), 1ul);
@@ -104,14 +104,14 @@ private Q_SLOTS:
         QCOMPARE(plugin->release(), 1ul);
     }
 
-    void theOtherQueryOfAnInterfaceIsNotHidden()
+    void otherQueryFunctionOfAnInterfaceIsNotHidden()
     {
         const InterfacePtr<Plugin> plugin(new Plugin);
         QUnknownInterface *out = nullptr;
         QCOMPARE(plugin->queryInterface(IMemoryVerify::Iid, &out, 5), 5ul);
     }
 
-    void aHostObjectLivesFromItsFirstQueryToItsLastRelease()
+    void hostObjectIsDeletedByItsLastRelease()
     {
         const QPointer<Events> events(new Events);
         QList<bool> results;
@@ -129,7 +129,7 @@ private Q_SLOTS:
         QCOMPARE(results, QList<bool>{true});
     }
 
-    void anInterfaceWithADestructorIsReleasedLikeTheOthers()
+    void interfaceWithADestructorIsReleased()
     {
         bool destroyed = false;
         InterfacePtr<IProjectFile> file(new File(&destroyed));

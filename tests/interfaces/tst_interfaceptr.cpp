@@ -36,7 +36,7 @@ class tst_InterfacePtr : public QObject
 private Q_SLOTS:
     void init() { QTest::failOnWarning(QRegularExpression(u".?"_s)); }
 
-    void givesTheLastReferenceBack()
+    void destructorReleasesTheReference()
     {
         int destroyed = 0;
         {
@@ -47,7 +47,7 @@ private Q_SLOTS:
         QCOMPARE(destroyed, 1);
     }
 
-    void anOfferedInterfaceComesWithAReference()
+    void queryOfAnOfferedInterfaceAddsAReference()
     {
         const InterfacePtr<Build> object(new Build);
         {
@@ -58,14 +58,14 @@ private Q_SLOTS:
         QCOMPARE(references(object.get()), 1ul);
     }
 
-    void anInterfaceThatIsNotOfferedIsNull()
+    void queryOfAMissingInterfaceReturnsNull()
     {
         const InterfacePtr<Build> object(new Build);
         QVERIFY(!queryInterface<IMemoryVerify>(object.get()));
         QCOMPARE(references(object.get()), 1ul);
     }
 
-    void nothingOffersNothing()
+    void queryOfNullReturnsNull()
     {
         QVERIFY(!queryInterface<IDebugBuild>(nullptr));
         QVERIFY(!shareInterface<IDebugBuild>(nullptr));
@@ -76,14 +76,14 @@ private Q_SLOTS:
         int destroyed = 0;
         InterfacePtr<IDebugBuild> first(new Build(&destroyed));
         InterfacePtr<IDebugBuild> second = std::move(first);
-        QVERIFY(!first); // NOLINT(bugprone-use-after-move): that it is null is the point
+        QVERIFY(!first); // NOLINT(bugprone-use-after-move): it must be null
         QCOMPARE(references(second.get()), 1ul);
         second = InterfacePtr<IDebugBuild>(new Build);
         QCOMPARE(destroyed, 1);
         QCOMPARE(references(second.get()), 1ul);
     }
 
-    void sharingTakesAReferenceOfItsOwn()
+    void sharingAddsAReference()
     {
         int destroyed = 0;
         InterfacePtr<Build> first(new Build(&destroyed));
@@ -96,7 +96,7 @@ private Q_SLOTS:
         QCOMPARE(destroyed, 1);
     }
 
-    void aListIsTakenOverWithItsReferences()
+    void listIsTakenOverWithItsReferences()
     {
         int destroyed = 0;
         {

@@ -4,14 +4,14 @@
 #include <QMimeData>
 #include <QScrollBar>
 #include <QSignalSpy>
+#include <QTest>
 #include <QTextBlock>
-#include <QtTest>
 using namespace Qt::StringLiterals;
 
 using Keys = QList<QKeyCombination>;
 Q_DECLARE_METATYPE(Keys)
 
-/// A window that is told of what its child leaves.
+/// A window that receives the key events that its child ignores.
 class Surroundings : public QWidget
 {
 public:
@@ -45,7 +45,7 @@ private:
         cursor.setPosition(position, QTextCursor::KeepAnchor);
         m_console->setTextCursor(cursor);
     }
-    /// Presses a key, with the text that a keyboard gives it.
+    /// Presses a key, with the text that a keyboard sends with it.
     void press(int key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) const
     {
         QString text;
@@ -77,7 +77,7 @@ private:
         for (const QChar c : text)
             send(c == u'\t' ? Qt::Key_Tab : Qt::Key_unknown, Qt::NoModifier, c);
     }
-    /// Types a line, which is answered as by the interpreter.
+    /// Types a line and answers it like the interpreter.
     void enter(const QString &line, const QString &answer = u">>> "_s) const
     {
         type(line);
@@ -101,7 +101,7 @@ private Q_SLOTS:
         m_console->outputLine(u">>> "_s);
     }
 
-    void looksLikeAPage()
+    void hasTheLookOfAPage()
     {
         QCOMPARE(m_console->frameShape(), QFrame::NoFrame);
         QCOMPARE(m_console->frameShadow(), QTextEdit().frameShadow());
@@ -109,7 +109,7 @@ private Q_SLOTS:
         QCOMPARE(m_console->wordWrapMode(), QTextOption::WrapAnywhere);
         QVERIFY(!m_console->isReadOnly());
     }
-    void indentsAreAsWideAsThePrompts()
+    void indentsHaveTheWidthOfThePrompts()
     {
         for (const int size : {9, 20}) {
             const QFont font(u"Courier"_s, size);
@@ -120,7 +120,7 @@ private Q_SLOTS:
 
     // Output
 
-    void showsOutputAtTheEnd_data()
+    void outputIsAppended_data()
     {
         QTest::addColumn<QStringList>("outputs");
         QTest::addColumn<QString>("expected");
@@ -137,17 +137,17 @@ private Q_SLOTS:
         QTest::newRow("rich text that replaces a line") << QStringList{u"\r<html><b>x</b></html>"_s} << u"past\nx|"_s;
         QTest::newRow("rich text is a paragraph of its own")
             << QStringList{u"<html>x</html>"_s, u"y\n>>> "_s} << u"past\n>>> \nxy\n>>> |"_s;
-        QTest::newRow("rich text behind a line end leaves no line empty")
+        QTest::newRow("rich text after a line end leaves no empty line")
             << QStringList{u"a\n"_s, u"<html>x</html>"_s, u"\n>>> "_s} << u"past\n>>> a\nx\n>>> |"_s;
         QTest::newRow("rich text of several lines")
             << QStringList{u"\n"_s, u"<html><p>x</p><p>y</p></html>"_s, u"\nz"_s} << u"past\n>>> \nx\ny\nz|"_s;
-        QTest::newRow("a mark inside is plain") << QStringList{u"x<html>"_s} << u"past\n>>> x<html>|"_s;
-        QTest::newRow("a mark without its end is plain") << QStringList{u"<html>x"_s} << u"past\n>>> <html>x|"_s;
-        QTest::newRow("a mark with something behind its end is plain")
+        QTest::newRow("a tag inside is plain text") << QStringList{u"x<html>"_s} << u"past\n>>> x<html>|"_s;
+        QTest::newRow("a tag without its end is plain text") << QStringList{u"<html>x"_s} << u"past\n>>> <html>x|"_s;
+        QTest::newRow("a tag with text after its end is plain text")
             << QStringList{u"<html>x</html>\n"_s} << u"past\n>>> <html>x</html>\n|"_s;
-        QTest::newRow("other markup is plain") << QStringList{u"<b>x</b>"_s} << u"past\n>>> <b>x</b>|"_s;
+        QTest::newRow("other markup is plain text") << QStringList{u"<b>x</b>"_s} << u"past\n>>> <b>x</b>|"_s;
     }
-    void showsOutputAtTheEnd()
+    void outputIsAppended()
     {
         QFETCH(QStringList, outputs);
         QFETCH(QString, expected);
@@ -157,14 +157,14 @@ private Q_SLOTS:
         QCOMPARE(shown(), expected);
     }
 
-    void richTextIsBoldAndWhatFollowsIsNot_data()
+    void textAfterBoldRichTextIsNotBold_data()
     {
         QTest::addColumn<QString>("output");
         QTest::newRow("small letters") << u"<html><b>x</b></html>"_s;
         QTest::newRow("capitals") << u"<HTML><B>x</B></HTML>"_s;
         QTest::newRow("mixed") << u"<Html><b>x</b></hTML>"_s;
     }
-    void richTextIsBoldAndWhatFollowsIsNot()
+    void textAfterBoldRichTextIsNotBold()
     {
         QFETCH(QString, output);
         m_console->outputLine(output);
@@ -174,7 +174,7 @@ private Q_SLOTS:
         QCOMPARE(shown(), u"past\n>>> \nx\n>>> y|"_s);
         QVERIFY(!m_console->textCursor().charFormat().hasProperty(QTextFormat::FontWeight));
     }
-    void whatFollowsAListIsNoItem()
+    void textAfterAListIsNotAnItem()
     {
         m_console->outputLine(u"\n"_s);
         m_console->outputLine(u"<html><ul><li>x</li><li>y</li></ul></html>"_s);
@@ -183,14 +183,14 @@ private Q_SLOTS:
         QVERIFY(!m_console->textCursor().currentList());
         QCOMPARE(lastLines(4), (QStringList{u"x"_s, u"y"_s, u"a"_s, u"b"_s}));
     }
-    void whatWasTypedBeforeOutputIsPast()
+    void textTypedBeforeOutputIsReadOnly()
     {
         type(u"typed"_s);
         m_console->outputLine(u"out"_s);
         press(Qt::Key_Backspace);
         QCOMPARE(shown(), u"past\n>>> typedout|"_s);
     }
-    void outputComesIntoView()
+    void outputScrollsIntoView()
     {
         m_console->resize(200, 100);
         m_surroundings->show();
@@ -199,9 +199,9 @@ private Q_SLOTS:
         QVERIFY(m_console->viewport()->rect().contains(m_console->cursorRect()));
     }
 
-    // Typing; the text is "past\n>>> input", whose input begins at 9
+    // Typing. The text is "past\n>>> input"; the input starts at 9
 
-    void keysActOnTheInput_data()
+    void keysChangeTheInputOnly_data()
     {
         QTest::addColumn<int>("anchor");
         QTest::addColumn<int>("position");
@@ -218,9 +218,10 @@ private Q_SLOTS:
         at("a letter typed in the prompt goes to the end", 8, Qt::Key_X, u"past\n>>> inputx|"_s);
         at("a letter typed in the past goes to the end", 0, Qt::Key_X, u"past\n>>> inputx|"_s);
         row("a letter replaces a selection in the input", 9, 11, Qt::Key_X, u"past\n>>> x|put"_s);
-        row("a letter spares a selection in the past", 0, 2, Qt::Key_X, u"past\n>>> inputx|"_s);
-        row("a letter spares a selection that reaches into the past", 7, 11, Qt::Key_X, u"past\n>>> inputx|"_s);
-        row("and one made backwards", 11, 7, Qt::Key_X, u"past\n>>> inputx|"_s);
+        row("a letter does not replace a selection in the output", 0, 2, Qt::Key_X, u"past\n>>> inputx|"_s);
+        row("a letter does not replace a selection that reaches into the output", 7, 11, Qt::Key_X,
+            u"past\n>>> inputx|"_s);
+        row("the same for a selection made backwards", 11, 7, Qt::Key_X, u"past\n>>> inputx|"_s);
         at("a letter with Alt is a letter", 14, Qt::ALT | Qt::Key_X, u"past\n>>> inputx|"_s);
         at("a capital letter", 14, Qt::SHIFT | Qt::Key_X, u"past\n>>> inputX|"_s);
         at("Tab goes in at the cursor", 10, Qt::Key_Tab, u"past\n>>> i\t|nput"_s);
@@ -231,7 +232,7 @@ private Q_SLOTS:
         at("Backspace leaves the prompt alone", 9, Qt::Key_Backspace, u"past\n>>> |input"_s);
         at("Backspace in the past does nothing", 3, Qt::Key_Backspace, u"pas|t\n>>> input"_s);
         row("Backspace removes a selection in the input", 9, 12, Qt::Key_Backspace, u"past\n>>> |ut"_s);
-        row("Backspace of a selection that reaches into the past takes one character", 7, 11, Qt::Key_Backspace,
+        row("Backspace with a selection that reaches into the output removes one character", 7, 11, Qt::Key_Backspace,
             u"past\n>>> i|put"_s);
         at("Backspace with Shift", 11, Qt::SHIFT | Qt::Key_Backspace, u"past\n>>> i|put"_s);
         at("Backspace with Shift leaves the prompt alone", 9, Qt::SHIFT | Qt::Key_Backspace, u"past\n>>> |input"_s);
@@ -242,10 +243,10 @@ private Q_SLOTS:
         at("Delete at the end", 14, Qt::Key_Delete, u"past\n>>> input|"_s);
         at("Delete in the prompt does nothing", 8, Qt::Key_Delete, u"past\n>>>| input"_s);
         row("Delete removes a selection in the input", 12, 9, Qt::Key_Delete, u"past\n>>> |ut"_s);
-        row("Delete spares a selection in the past", 0, 2, Qt::Key_Delete, u"^pa|st\n>>> input"_s);
+        row("Delete keeps a selection in the output", 0, 2, Qt::Key_Delete, u"^pa|st\n>>> input"_s);
         at("Delete of a word in the past does nothing", 0, Qt::CTRL | Qt::Key_Delete, u"|past\n>>> input"_s);
         at("Delete of a word", 9, Qt::CTRL | Qt::Key_Delete, u"past\n>>> |"_s);
-        row("Cut spares the past", 0, 2, Qt::CTRL | Qt::Key_X, u"^pa|st\n>>> input"_s);
+        row("Cut keeps the output", 0, 2, Qt::CTRL | Qt::Key_X, u"^pa|st\n>>> input"_s);
         row("Cut of a selection in the input", 9, 11, Qt::CTRL | Qt::Key_X, u"past\n>>> |put"_s);
         at("Home goes to the start of the input", 12, Qt::Key_Home, u"past\n>>> |input"_s);
         at("Home from the past too", 1, Qt::Key_Home, u"past\n>>> |input"_s);
@@ -268,7 +269,7 @@ private Q_SLOTS:
         at("Return with Control does nothing", 11, Qt::CTRL | Qt::Key_Return, u"past\n>>> in|put"_s);
         at("the Control key alone", 11, Qt::CTRL | Qt::Key_Control, u"past\n>>> in|put"_s);
     }
-    void keysActOnTheInput()
+    void keysChangeTheInputOnly()
     {
         QFETCH(int, anchor);
         QFETCH(int, position);
@@ -281,12 +282,12 @@ private Q_SLOTS:
         QVERIFY(m_surroundings->keys.isEmpty());
     }
 
-    void whatIsPrintedCannotBeTakenBack()
+    void outputCannotBeUndone()
     {
         m_console->undo();
         QCOMPARE(shown(), u"past\n>>> |"_s);
     }
-    void leftInTheLinesAboveStopsAtTheColumnOfTheInput()
+    void leftInTheOutputStopsAtTheColumnOfTheInput()
     {
         m_console->outputLine(u"\na longer line\n>>> "_s);
         setCursor(10 + 6);
@@ -296,12 +297,12 @@ private Q_SLOTS:
         QCOMPARE(shown(), u"past\n>>> \na lo|nger line\n>>> "_s);
     }
 
-    void textOfAnyLanguageIsTyped()
+    void textOfAnyLanguageCanBeTyped()
     {
         type(u"äΩ"_s);
         QCOMPARE(shown(), u"past\n>>> äΩ|"_s);
     }
-    void textFromAnInputMethodGoesIntoTheInput()
+    void textFromAnInputMethodIsInsertedIntoTheInput()
     {
         setCursor(2, 0);
         QInputMethodEvent event;
@@ -312,7 +313,7 @@ private Q_SLOTS:
         QCOMPARE(shown(), u"past\n>>> 語|"_s);
     }
 
-    void otherKeysGoToTheSurroundings_data()
+    void otherKeysAreForwardedToTheParent_data()
     {
         QTest::addColumn<int>("key");
         QTest::newRow("Escape") << int(Qt::Key_Escape);
@@ -320,7 +321,7 @@ private Q_SLOTS:
         QTest::newRow("Page Up") << int(Qt::Key_PageUp);
         QTest::newRow("Insert") << int(Qt::Key_Insert);
     }
-    void otherKeysGoToTheSurroundings()
+    void otherKeysAreForwardedToTheParent()
     {
         QFETCH(int, key);
         press(key);
@@ -328,13 +329,13 @@ private Q_SLOTS:
         QCOMPARE(shown(), u"past\n>>> |"_s);
     }
 
-    void breakKeyBreaksAndChangesNothing_data()
+    void breakKeyEmitsBreakAndKeepsTheText_data()
     {
         QTest::addColumn<Qt::KeyboardModifiers>("modifiers");
         QTest::newRow("Control") << Qt::KeyboardModifiers(Qt::ControlModifier);
         QTest::newRow("Control and Shift") << (Qt::ControlModifier | Qt::ShiftModifier);
     }
-    void breakKeyBreaksAndChangesNothing()
+    void breakKeyEmitsBreakAndKeepsTheText()
     {
         QFETCH(Qt::KeyboardModifiers, modifiers);
         const QSignalSpy breaks(m_console, &CommandLineWindow::breakExecution);
@@ -344,7 +345,7 @@ private Q_SLOTS:
         QCOMPARE(shown(), u"past\n>>> input|"_s);
     }
 
-    void menusDoNotTakeItsKeys_data()
+    void menusDoNotGetItsKeys_data()
     {
         QTest::addColumn<QKeyCombination>("key");
         QTest::addColumn<bool>("taken");
@@ -360,7 +361,7 @@ private Q_SLOTS:
         row("moving with Alt", Qt::ALT | Qt::Key_Left, false);
         row("a function key", Qt::Key_F5, false);
     }
-    void menusDoNotTakeItsKeys()
+    void menusDoNotGetItsKeys()
     {
         QFETCH(QKeyCombination, key);
         QFETCH(bool, taken);
@@ -374,7 +375,7 @@ private Q_SLOTS:
 
     // Clipboard, mouse and menu
 
-    void pastesIntoTheInput_data()
+    void pasteInsertsIntoTheInput_data()
     {
         QTest::addColumn<QString>("text");
         QTest::addColumn<QString>("expected");
@@ -387,7 +388,7 @@ private Q_SLOTS:
         QTest::newRow("paragraphs of another program") << u"a\u2029b"_s << refused;
         QTest::newRow("nothing") << u""_s << refused;
     }
-    void pastesIntoTheInput()
+    void pasteInsertsIntoTheInput()
     {
         QFETCH(QString, text);
         QFETCH(QString, expected);
@@ -405,7 +406,7 @@ private Q_SLOTS:
         paste(u"y"_s);
         QCOMPARE(shown(), u"past\n>>> xputy|"_s);
     }
-    void pasteKeyAndDroppedTextTakeTheSameWay()
+    void pasteKeyAndDroppedTextInsertIntoTheInput()
     {
         QGuiApplication::clipboard()->setText(u"key "_s);
         setCursor(0);
@@ -422,7 +423,7 @@ private Q_SLOTS:
         QCOMPARE(shown(), u"past\n>>> key bold|"_s);
         QVERIFY(!m_console->textCursor().charFormat().hasProperty(QTextFormat::FontWeight));
     }
-    void selectedTextOfThePastCannotBeDraggedAway()
+    void selectedOutputCannotBeDraggedAway()
     {
         m_surroundings->show();
         setCursor(4, 0);
@@ -433,7 +434,7 @@ private Q_SLOTS:
         QCOMPARE(m_console->toPlainText(), u"past\n>>> "_s);
     }
 
-    void contextMenuHasNeitherUndoNorCut()
+    void contextMenuHasNoUndoAndNoCut()
     {
         const std::unique_ptr<QMenu> menu(m_console->createPopupMenu());
         QStringList names;
@@ -448,7 +449,7 @@ private Q_SLOTS:
         QTest::addColumn<bool>("deletes");
         QTest::newRow("no selection") << 9 << 9 << false;
         QTest::newRow("input") << 9 << 11 << true;
-        QTest::newRow("past") << 0 << 2 << false;
+        QTest::newRow("output") << 0 << 2 << false;
         QTest::newRow("both") << 2 << 11 << false;
     }
     void contextMenuDeletesInTheInputOnly()
@@ -476,7 +477,7 @@ private Q_SLOTS:
 
     // Lines
 
-    void entersLines_data()
+    void returnEmitsTheLine_data()
     {
         QTest::addColumn<QString>("typed");
         QTest::addColumn<QString>("line");
@@ -486,7 +487,7 @@ private Q_SLOTS:
         QTest::newRow("white space at the start stays") << u"  a"_s << u"  a"_s;
         QTest::newRow("white space alone") << u"\t \t"_s << u""_s;
     }
-    void entersLines()
+    void returnEmitsTheLine()
     {
         QFETCH(QString, typed);
         QFETCH(QString, line);
@@ -496,7 +497,7 @@ private Q_SLOTS:
         QCOMPARE(lines, (QList<QList<QVariant>>{{line}}));
         QCOMPARE(shown(), u"past\n>>> "_s + typed + u"\n|"_s);
     }
-    void theWholeLineIsEnteredWhereverTheCursorIs()
+    void returnEmitsTheWholeLineAtAnyCursorPosition()
     {
         const QSignalSpy lines(m_console, &CommandLineWindow::inputLine);
         type(u"first"_s);
@@ -509,7 +510,7 @@ private Q_SLOTS:
         QCOMPARE(lines, (QList<QList<QVariant>>{{u"first"_s}, {u"second"_s}}));
         QCOMPARE(shown(), u"past\n>>> first\n>>> second\n|"_s);
     }
-    void aLineTypedWhileAStatementRunsIsTheNext()
+    void lineTypedWhileAStatementRunsIsTheNext()
     {
         const QSignalSpy lines(m_console, &CommandLineWindow::inputLine);
         type(u"first"_s);
@@ -523,19 +524,19 @@ private Q_SLOTS:
         QCOMPARE(shown(), u"past\n>>> first\nsecond\n|"_s);
     }
 
-    void indentsTheNextLine_data()
+    void nextLineIsIndented_data()
     {
         QTest::addColumn<QString>("line");
         QTest::addColumn<QString>("indent");
         QTest::newRow("none") << u"a"_s << u""_s;
         QTest::newRow("a colon") << u"if 1:"_s << u"\t"_s;
-        QTest::newRow("a colon with white space behind") << u"if 1: "_s << u"\t"_s;
+        QTest::newRow("a colon with white space after it") << u"if 1: "_s << u"\t"_s;
         QTest::newRow("a tab") << u"\ta"_s << u"\t"_s;
         QTest::newRow("a tab and a colon") << u"\tif 1:"_s << u"\t\t"_s;
         QTest::newRow("a tab for each blank") << u"    a"_s << u"\t\t\t\t"_s;
         QTest::newRow("white space alone") << u"\t\t"_s << u""_s;
     }
-    void indentsTheNextLine()
+    void nextLineIsIndented()
     {
         QFETCH(QString, line);
         QFETCH(QString, indent);
@@ -544,7 +545,7 @@ private Q_SLOTS:
         enter(QString());
         QCOMPARE(lastLines(1), QStringList{u">>> "_s});
     }
-    void anIndentIsTypedText()
+    void indentCanBeEdited()
     {
         const QSignalSpy lines(m_console, &CommandLineWindow::inputLine);
         enter(u"if 1:"_s, u"... "_s);
@@ -554,7 +555,7 @@ private Q_SLOTS:
         enter(u"x"_s);
         QCOMPARE(lines.last(), QList<QVariant>{u"x"_s});
     }
-    void anIndentAloneIsAnEmptyLine()
+    void lineWithOnlyAnIndentIsEmpty()
     {
         const QSignalSpy lines(m_console, &CommandLineWindow::inputLine);
         enter(u"if 1:"_s, u"... "_s);
@@ -562,9 +563,9 @@ private Q_SLOTS:
         QCOMPARE(lines.last(), QList<QVariant>{u""_s});
     }
 
-    // History: "a", "bb" and "bb" have been entered
+    // History: "a", "bb" and "bb" were entered
 
-    void browsesItsHistory_data()
+    void upAndDownShowTheHistory_data()
     {
         QTest::addColumn<Keys>("keys");
         QTest::addColumn<QString>("input");
@@ -574,14 +575,14 @@ private Q_SLOTS:
         QTest::newRow("to the oldest") << Keys{Key_Up, Key_Up, Key_Up} << u"a"_s;
         QTest::newRow("up from the oldest stays") << Keys{Key_Up, Key_Up, Key_Up, Key_Up} << u"a"_s;
         QTest::newRow("up and down") << Keys{Key_Up, Key_Up, Key_Up, Key_Down} << u"bb"_s;
-        QTest::newRow("behind the last nothing") << Keys{Key_Up, Key_Down} << u""_s;
-        QTest::newRow("down behind the last stays") << Keys{Key_Up, Key_Down, Key_Down} << u""_s;
-        QTest::newRow("and up shows the last again") << Keys{Key_Up, Key_Down, Key_Down, Key_Up} << u"bb"_s;
+        QTest::newRow("nothing after the last") << Keys{Key_Up, Key_Down} << u""_s;
+        QTest::newRow("down after the last stays") << Keys{Key_Up, Key_Down, Key_Down} << u""_s;
+        QTest::newRow("up then shows the last again") << Keys{Key_Up, Key_Down, Key_Down, Key_Up} << u"bb"_s;
         QTest::newRow("down straight after Return does nothing") << Keys{Key_X, Key_Down} << u"x"_s;
-        QTest::newRow("an entry takes the place of what was typed") << Keys{Key_X, Key_Home, Key_Up} << u"bb"_s;
+        QTest::newRow("an entry replaces the typed text") << Keys{Key_X, Key_Home, Key_Up} << u"bb"_s;
         QTest::newRow("an entry may be changed") << Keys{Key_Up, Key_Backspace, Key_X} << u"bx"_s;
     }
-    void browsesItsHistory()
+    void upAndDownShowTheHistory()
     {
         QFETCH(Keys, keys);
         QFETCH(QString, input);
@@ -602,7 +603,7 @@ private Q_SLOTS:
         press(Qt::Key_Up);
         QVERIFY2(shown().endsWith(u">>> input|"_s), qPrintable(shown()));
     }
-    void anEmptyLineDoesNotEndTheBrowsing()
+    void emptyLineKeepsTheHistoryPosition()
     {
         for (const QString &line : {u"a"_s, u"b"_s})
             enter(line);
@@ -613,7 +614,7 @@ private Q_SLOTS:
         press(Qt::Key_Down);
         QVERIFY2(shown().endsWith(u">>> b|"_s), qPrintable(shown()));
     }
-    void anEnteredLineEndsTheBrowsing()
+    void enteredLineResetsTheHistoryPosition()
     {
         for (const QString &line : {u"a"_s, u"b"_s})
             enter(line);
@@ -625,7 +626,7 @@ private Q_SLOTS:
         press(Qt::Key_Up);
         QVERIFY2(shown().endsWith(u"\n>>> a|"_s), qPrintable(shown()));
     }
-    void anIndentedEntryComesBackWithItsIndent()
+    void indentedEntryIsShownWithItsIndent()
     {
         enter(u"if 1:"_s, u"... "_s);
         enter(u"x"_s, u"... "_s);
@@ -635,7 +636,7 @@ private Q_SLOTS:
 
     // Completion
 
-    void completesTheWordBeforeTheCursor_data()
+    void completionReplacesTheWordBeforeTheCursor_data()
     {
         QTest::addColumn<QString>("typed");
         QTest::addColumn<int>("back");
@@ -659,7 +660,7 @@ private Q_SLOTS:
         row("letters of any language", u"(zäh"_s, 0, u"zäh"_s, {u"zähler"_s}, u"past\n>>> (zähler|"_s);
         row("nothing before the cursor", u"a "_s, 0, QString(), {u"x"_s}, u"past\n>>> a |"_s);
     }
-    void completesTheWordBeforeTheCursor()
+    void completionReplacesTheWordBeforeTheCursor()
     {
         QFETCH(QString, typed);
         QFETCH(int, back);
@@ -678,7 +679,7 @@ private Q_SLOTS:
         QCOMPARE(shown(), expected);
         QCOMPARE(asked, word);
     }
-    void completionFromThePastCompletesTheInput()
+    void completionInTheOutputCompletesTheInput()
     {
         m_console->setCompleter([](const QString &) { return QStringList{u"input"_s}; });
         type(u"in"_s);
@@ -686,7 +687,7 @@ private Q_SLOTS:
         press(Qt::Key_Space, Qt::ControlModifier);
         QCOMPARE(shown(), u"past\n>>> input|"_s);
     }
-    void theLineIsStillTheInputBehindAList()
+    void lineIsStillTheInputAfterAList()
     {
         const QSignalSpy lines(m_console, &CommandLineWindow::inputLine);
         m_console->setCompleter([](const QString &) { return QStringList{u"str("_s, u"sum("_s}; });
@@ -698,7 +699,7 @@ private Q_SLOTS:
         press(Qt::Key_Return);
         QCOMPARE(lines, (QList<QList<QVariant>>{{u"1"_s}}));
     }
-    void withoutACompleterNothingHappens()
+    void completionWithoutACompleterDoesNothing()
     {
         type(u"in"_s);
         press(Qt::Key_Space, Qt::ControlModifier);

@@ -4,7 +4,7 @@
 #include "pythonreference.h"
 #include "pythonruntime.h"
 #include <Python.h>
-#include <QtTest>
+#include <QTest>
 using namespace Qt::StringLiterals;
 
 class TestEventHandlers : public QObject
@@ -34,7 +34,7 @@ private:
     {
         return m_handlers->setHandler(name, value(expression).get());
     }
-    /// The Python list that handlers write down what they did in.
+    /// The Python list in which handlers record their calls.
     static QString calls()
     {
         const PythonReference text(value("' '.join(calls)"));
@@ -82,7 +82,7 @@ private Q_SLOTS:
         QVERIFY(!PythonCall::isRunning());
     }
 
-    void anEventCallsItsHandlerWithoutArguments()
+    void eventCallsItsHandlerWithoutArguments()
     {
         QVERIFY(set(u"onStopped"_s, "lambda *given: calls.append('stopped%d' % len(given))"));
         QVERIFY(set(u"onAttach"_s, "lambda: calls.append('attached')"));
@@ -92,14 +92,14 @@ private Q_SLOTS:
         QCOMPARE(calls(), u"stopped0 stopped0 attached"_s);
     }
 
-    void anEventWithoutHandlerIsNothing()
+    void eventWithoutHandlerDoesNothing()
     {
         m_handlers->fire(u"onStopped"_s);
         m_handlers->fire(QString());
         QCOMPARE(m_shown, QString());
     }
 
-    void whatCanBeCalledIsAHandler_data()
+    void onlyCallableObjectsAreAccepted_data()
     {
         QTest::addColumn<QByteArray>("expression");
         QTest::addColumn<bool>("accepted");
@@ -114,17 +114,17 @@ private Q_SLOTS:
         QTest::newRow("object") << QByteArray("object()") << false;
     }
 
-    void whatCanBeCalledIsAHandler()
+    void onlyCallableObjectsAreAccepted()
     {
         QFETCH(QByteArray, expression);
         QFETCH(bool, accepted);
         QVERIFY(set(u"onStopped"_s, "lambda: calls.append('old')"));
         QCOMPARE(set(u"onStopped"_s, expression), accepted);
         m_handlers->fire(u"onStopped"_s);
-        QCOMPARE(calls(), accepted ? QString() : u"old"_s); // what is refused leaves the old one
+        QCOMPARE(calls(), accepted ? QString() : u"old"_s); // a refused object keeps the old one
     }
 
-    void noneTakesAHandlerAway()
+    void noneRemovesAHandler()
     {
         QVERIFY(m_handlers->handler(u"onStopped"_s).get() == Py_None);
         QVERIFY(set(u"onStopped"_s, "lambda: calls.append('stopped')"));
@@ -135,7 +135,7 @@ private Q_SLOTS:
         QCOMPARE(calls(), QString());
     }
 
-    void theHandlerIsTheObjectThatWasSet()
+    void handlerReturnsTheObjectThatWasSet()
     {
         run("def stopped(): pass");
         const PythonReference stopped = value("stopped");
@@ -144,7 +144,7 @@ private Q_SLOTS:
         QVERIFY(m_handlers->handler(u"onAttach"_s).get() == Py_None);
     }
 
-    void referencesAreGivenBack()
+    void referencesAreReleased()
     {
         run("def stopped(): pass");
         const PythonReference stopped = value("stopped");
@@ -161,7 +161,7 @@ private Q_SLOTS:
         QCOMPARE(Py_REFCNT(stopped.get()), before);
     }
 
-    void anErrorIsPrintedAndGoesNoFurther()
+    void exceptionIsPrintedAndDoesNotPropagate()
     {
         QVERIFY(set(u"onStopped"_s, "lambda: 1 / 0"));
         m_handlers->fire(u"onStopped"_s);
@@ -175,7 +175,7 @@ private Q_SLOTS:
         QVERIFY(m_shown.contains(u"TypeError"_s));
     }
 
-    void aScriptRunsWhileItIsCalled()
+    void scriptIsRunningDuringTheCall()
     {
         QVERIFY(set(u"onStopped"_s, "lambda: None"));
         run("def stopped():\n"
@@ -188,7 +188,7 @@ private Q_SLOTS:
         QCOMPARE(calls(), u"attached stopped"_s);
     }
 
-    void aHandlerMayReplaceItselfWhileItRuns_data()
+    void handlerMayReplaceItselfWhileItRuns_data()
     {
         QTest::addColumn<QByteArray>("by");
         QTest::addColumn<QString>("second");
@@ -196,7 +196,7 @@ private Q_SLOTS:
         QTest::newRow("by none") << QByteArray("None") << QString();
     }
 
-    void aHandlerMayReplaceItselfWhileItRuns()
+    void handlerMayReplaceItselfWhileItRuns()
     {
         QFETCH(QByteArray, by);
         run("import weakref\n"
@@ -207,15 +207,15 @@ private Q_SLOTS:
             + ")\n"
               "    calls.append(self.name)\n"
               "  name = 'first'\n");
-        QVERIFY(set(u"onStopped"_s, "Handler()")); // nobody else holds it
+        QVERIFY(set(u"onStopped"_s, "Handler()")); // the only reference
         m_handlers->fire(u"onStopped"_s);
         QCOMPARE(calls(), u"first"_s);
         m_handlers->fire(u"onStopped"_s);
         QTEST(calls(), "second");
     }
 
-    /// The end of a handler is a script's word, too, and finds the table as it will be.
-    void theEndOfAHandlerMaySetAnother()
+    /// The destructor of a handler may run script code, which must find a consistent table.
+    void destructorOfAHandlerMaySetAnother()
     {
         run("class Last:\n"
             "  def __call__(self): pass\n"

@@ -1,16 +1,17 @@
+#include "../framework/fakeservices.h"
 #include "objectmodel.h"
-#include "scripthost.h"
 #include <QAction>
-#include <QtTest>
+#include <QSignalSpy>
+#include <QTest>
 
 using namespace Qt::StringLiterals;
 
 namespace {
-class Actions : public ScriptHost
+class Actions : public FakeServices
 {
 public:
     QHash<QString, QAction *> actions;
-    [[nodiscard]] QAction *action(const QString &name) override { return actions.value(name); }
+    [[nodiscard]] QAction *action(const QString &name) const override { return actions.value(name); }
 };
 } // namespace
 
@@ -47,7 +48,7 @@ private Q_SLOTS:
         QCOMPARE(second.size(), 1);
     }
 
-    void doActionOfAnUnknownNameIsFalse()
+    void doActionReturnsFalseForAnUnknownName()
     {
         QSignalSpy triggered(m_model.get(), &ObjectModel::triggerAction);
         QVERIFY(!m_model->doAction(u"third"_s));
@@ -55,7 +56,7 @@ private Q_SLOTS:
         QCOMPARE(triggered.size(), 0);
     }
 
-    void doActionTellsOfItself()
+    void doActionEmitsTriggerAction()
     {
         QSignalSpy triggered(m_model.get(), &ObjectModel::triggerAction);
         m_model->doAction(u"first"_s);
@@ -70,7 +71,7 @@ private Q_SLOTS:
         QCOMPARE(spy.size(), 1);
     }
 
-    void doActionLeavesACheckMarkAsItIs()
+    void doActionKeepsTheCheckState()
     {
         m_first->setCheckable(true);
         QSignalSpy toggled(m_first.get(), &QAction::toggled);
@@ -79,7 +80,7 @@ private Q_SLOTS:
         QCOMPARE(toggled.size(), 0);
     }
 
-    void anActionInTheLoopOfAnotherRunsAlone()
+    void actionInTheEventLoopOfAnotherRunsOnce()
     {
         int runs = 0;
         connect(m_first.get(), &QAction::triggered, this, [this, &runs] {
@@ -90,7 +91,7 @@ private Q_SLOTS:
         QCOMPARE(runs, 1);
     }
 
-    void anActionMayDeleteItself()
+    void actionMayDeleteItself()
     {
         connect(m_first.get(), &QAction::triggered, this, [this] { m_first.reset(); });
         QVERIFY(m_model->doAction(u"first"_s));

@@ -4,7 +4,7 @@
 #include "pythonreference.h"
 #include "pythonruntime.h"
 #include <Python.h>
-#include <QtTest>
+#include <QTest>
 using namespace Qt::StringLiterals;
 
 class TestPythonCall : public QObject
@@ -13,7 +13,7 @@ class TestPythonCall : public QObject
 private:
     QString m_shown;
 
-    /// Runs a script whose functions stopHere, fail and pump stand for what the program does while a script waits.
+    /// Runs a script. Its functions stopHere, fail and pump represent actions of the program while a script waits.
     void run(const QByteArray &script)
     {
         const PythonCall call;
@@ -80,7 +80,7 @@ private Q_SLOTS:
     }
     void cleanup() { QVERIFY(!PyErr_Occurred() && !PythonCall::isRunning()); }
 
-    void runsWhileACallStands()
+    void isRunningDuringACall()
     {
         QVERIFY(!PythonCall::isRunning());
         {
@@ -94,7 +94,7 @@ private Q_SLOTS:
         QVERIFY(!PythonCall::isRunning());
     }
 
-    void printsWhatTheScriptLeft_data()
+    void outputAndErrorsArePrinted_data()
     {
         QTest::addColumn<QByteArray>("script");
         QTest::addColumn<QString>("shown");
@@ -103,22 +103,22 @@ private Q_SLOTS:
         QTest::newRow("an exception") << "1/0"_ba
                                       << u"Traceback (most recent call last):\n  File \"<string>\", line 1, in "
                                          "<module>\nZeroDivisionError: division by zero\n"_s;
-        QTest::newRow("an error kept back comes after the script has gone on")
+        QTest::newRow("a stored error is printed after the script has continued")
             << "defer('not saved'); print('on')"_ba << u"on\nOSError: not saved\n"_s;
-        QTest::newRow("an error kept back cannot be caught")
+        QTest::newRow("a stored error cannot be caught")
             << "try: defer('not saved')\nexcept OSError: print('caught')"_ba << u"OSError: not saved\n"_s;
-        QTest::newRow("a later one takes the place") << "defer('first'); defer('second')"_ba << u"OSError: second\n"_s;
-        QTest::newRow("it comes ahead of the exception that ends the script")
+        QTest::newRow("a later one replaces it") << "defer('first'); defer('second')"_ba << u"OSError: second\n"_s;
+        QTest::newRow("it is printed before the exception that ends the script")
             << "defer('not saved')\nraise SystemError('end') from None"_ba
             << u"OSError: not saved\nTraceback (most recent call last):\n  File \"<string>\", line 2, in "
                "<module>\nSystemError: end\n"_s;
-        QTest::newRow("a call inside prints what the outer one kept back")
+        QTest::newRow("a nested call prints the stored error of the outer one")
             << "defer('not saved'); nest('print(1)'); print(2)"_ba << u"1\nOSError: not saved\n2\n"_s;
-        QTest::newRow("an exception of a call inside stays there")
+        QTest::newRow("an exception of a nested call does not propagate")
             << "nest('raise SystemError(\"inside\") from None'); print('on')"_ba
             << u"Traceback (most recent call last):\n  File \"<string>\", line 1, in <module>\nSystemError: inside\non\n"_s;
     }
-    void printsWhatTheScriptLeft()
+    void outputAndErrorsArePrinted()
     {
         QFETCH(QByteArray, script);
         QFETCH(QString, shown);
@@ -126,28 +126,28 @@ private Q_SLOTS:
         QCOMPARE(m_shown, shown);
     }
 
-    void breakEndsAnEndlessLoop()
+    void interruptEndsAnEndlessLoop()
     {
         run("while True: stop()");
         QVERIFY2(m_shown.endsWith(u"\nKeyboardInterrupt\n"_s), qPrintable(m_shown));
     }
-    void breakCanBeCaughtInTheScript()
+    void interruptCanBeCaughtInTheScript()
     {
         run("try:\n while True: stop()\nexcept KeyboardInterrupt: print('caught')");
         QCOMPARE(m_shown, u"caught\n"_s);
     }
-    void breaksBeforeTheScriptHasControlAgainCountOnce()
+    void interruptsBeforeTheScriptContinuesCountOnce()
     {
         run("try:\n  stopOften()\n  while True: pass\nexcept KeyboardInterrupt: print('once')\n"
             "for i in range(1000): pass\nprint('on')");
         QCOMPARE(m_shown, u"once\non\n"_s);
     }
-    void breakHitsTheInnerScript()
+    void interruptStopsTheInnerScript()
     {
         run("nest('try:\\n while True: stop()\\nexcept KeyboardInterrupt: print(\"inner\")')\nprint('outer')");
         QCOMPARE(m_shown, u"inner\nouter\n"_s);
     }
-    void breakThatComesTooLateShowsAtTheEndAndSparesTheNextScript()
+    void lateInterruptIsPrintedAndDoesNotStopTheNextScript()
     {
         run("late = Late(); print('whole'); late.value");
         QCOMPARE(m_shown, u"whole\nKeyboardInterrupt\n"_s);
@@ -155,7 +155,7 @@ private Q_SLOTS:
         run("for i in range(1000): pass\nprint('untouched')");
         QCOMPARE(m_shown, u"untouched\n"_s);
     }
-    void breakWhileNothingRunsShowsAfterTheNextScript()
+    void interruptWithoutScriptIsPrintedAfterTheNextScript()
     {
         breakPython();
         QCOMPARE(m_shown, QString());

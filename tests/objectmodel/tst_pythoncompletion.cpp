@@ -2,7 +2,7 @@
 #include "pythonreference.h"
 #include "pythonruntime.h"
 #include <Python.h>
-#include <QtTest>
+#include <QTest>
 using namespace Qt::StringLiterals;
 
 class TestPythonCompletion : public QObject
@@ -31,7 +31,7 @@ private Q_SLOTS:
     void init() { QTest::failOnWarning(QRegularExpression(u".?"_s)); }
     void cleanup() { QVERIFY(!PyErr_Occurred()); }
 
-    void completesNames_data()
+    void namesAreCompleted_data()
     {
         QTest::addColumn<QString>("beginning");
         QTest::addColumn<QString>("names");
@@ -47,14 +47,14 @@ private Q_SLOTS:
         QTest::newRow("white space") << u" "_s << u""_s;
         QTest::newRow("a call is not made") << u"counter.advance()."_s << u""_s;
     }
-    void completesNames()
+    void namesAreCompleted()
     {
         QFETCH(QString, beginning);
         QFETCH(QString, names);
         QCOMPARE(completions(beginning).join(u' '), names);
     }
 
-    void leavesTheTerminalsLineEditorAlone()
+    void lineEditorOfTheTerminalIsNotConfigured()
     {
         QCOMPARE(completions(u"plai"_s), QStringList{u"plain"_s});
         PyObject *modules = PyImport_GetModuleDict();

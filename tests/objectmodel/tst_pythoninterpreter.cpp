@@ -4,7 +4,7 @@
 #include "scriptdirectories.h"
 #include <Python.h>
 #include <QProcess>
-#include <QtTest>
+#include <QTest>
 using namespace Qt::StringLiterals;
 
 class TestPythonInterpreter : public QObject
@@ -15,7 +15,7 @@ private:
     std::unique_ptr<PythonInterpreter> m_interpreter;
     QString m_shown;
 
-    /// What the console shows for these lines, typed one after the other.
+    /// The console's output for these lines, entered one after the other.
     QString shown(const QStringList &lines)
     {
         m_shown.clear();
@@ -58,7 +58,7 @@ private Q_SLOTS:
         QVERIFY(!PyErr_Occurred());
     }
 
-    void answersLines_data()
+    void linesAreExecuted_data()
     {
         QTest::addColumn<QStringList>("lines");
         QTest::addColumn<QString>("expected");
@@ -86,9 +86,9 @@ private Q_SLOTS:
             u"... ... ... 1\n>>> "_s);
         row("a syntax error", {u"1 +"_s},
             u"  File \"<stdin>\", line 1\n    1 +\n       ^\nSyntaxError: invalid syntax\n>>> "_s);
-        row("a syntax error in a block throws the block away", {u"if 1:"_s, u"\tprint('a')"_s, u"\t1 +"_s, u""_s},
+        row("a syntax error in a block discards the block", {u"if 1:"_s, u"\tprint('a')"_s, u"\t1 +"_s, u""_s},
             u"... ...   File \"<stdin>\", line 3\n    1 +\n       ^\nSyntaxError: invalid syntax\n>>> >>> "_s);
-        row("a line that should be indented throws the block away", {u"if 1:"_s, u"print('a')"_s, u""_s},
+        row("a line that should be indented discards the block", {u"if 1:"_s, u"print('a')"_s, u""_s},
             u"...   File \"<stdin>\", line 2\n    print('a')\n    ^\nIndentationError: expected an indented block "
             u"after "
             "'if' statement on line 1\n>>> >>> "_s);
@@ -98,7 +98,7 @@ private Q_SLOTS:
         row("an exception", {u"1/0"_s},
             u"Traceback (most recent call last):\n  File \"<stdin>\", line 1, in <module>\nZeroDivisionError: division "
             "by zero\n>>> "_s);
-        row("the console goes on after an exception", {u"undefined"_s, u"1"_s},
+        row("the console continues after an exception", {u"undefined"_s, u"1"_s},
             u"Traceback (most recent call last):\n  File \"<stdin>\", line 1, in <module>\nNameError: name 'undefined' "
             "is not defined\n>>> 1\n>>> "_s);
         row("the old print statement", {u"print 'x'"_s},
@@ -106,9 +106,9 @@ private Q_SLOTS:
             "'print'. Did you mean print(...)?\n>>> "_s);
         row("names at the prompt", {u"sorted(globals()), __name__"_s},
             u"(['__builtins__', '__name__'], '__main__')\n>>> "_s);
-        row("names last from line to line", {u"a = 6"_s, u"a * 7"_s}, u">>> 42\n>>> "_s);
+        row("names are kept from line to line", {u"a = 6"_s, u"a * 7"_s}, u">>> 42\n>>> "_s);
     }
-    void answersLines()
+    void linesAreExecuted()
     {
         QFETCH(QStringList, lines);
         QFETCH(QString, expected);
@@ -134,7 +134,7 @@ private Q_SLOTS:
         QCOMPARE(shown({u"greeting"_s}), u"'hello'\n>>> "_s);
     }
 
-    void runsFilesInTheConsolesNamespace()
+    void filesRunInTheNamespaceOfTheConsole()
     {
         shown({u"number = 20"_s});
         m_shown.clear();
@@ -143,20 +143,20 @@ private Q_SLOTS:
         QCOMPARE(m_shown, u"Running file '%1'...\n__main__\nOK\n"_s.arg(path));
         QCOMPARE(shown({u"number"_s}), u"21\n>>> "_s);
     }
-    void runsAFileWhoseNameIsNoAscii()
+    void fileWithNonAsciiNameRuns()
     {
         const QString path = write(u"Zähler %2 Ω.py"_s, "print('ä')");
         QVERIFY(m_interpreter->runFile(path));
         QCOMPARE(m_shown, u"Running file '"_s + path + u"'...\nä\nOK\n"_s);
     }
-    void fileThatRaisesIsNoSuccess()
+    void fileWithAnExceptionReturnsFalse()
     {
         const QString path = write(u"raises.py"_s, "print('a')\nraise ValueError('no')\n");
         QVERIFY(!m_interpreter->runFile(path));
         QCOMPARE(m_shown, u"Running file '%1'...\na\nTraceback (most recent call last):\n  File \"%1\", line 2, in "
                           "<module>\n    raise ValueError('no')\nValueError: no\n"_s.arg(path));
     }
-    void fileThatDoesNotCompileIsNoSuccess_data()
+    void fileThatDoesNotCompileReturnsFalse_data()
     {
         QTest::addColumn<QByteArray>("content");
         QTest::addColumn<QString>("lastLine");
@@ -165,25 +165,25 @@ private Q_SLOTS:
             << "print('\xe4')\n"_ba
             << u"SyntaxError: (unicode error) 'utf-8' codec can't decode byte 0xe4 in position 7: unexpected end of data\n"_s;
     }
-    void fileThatDoesNotCompileIsNoSuccess()
+    void fileThatDoesNotCompileReturnsFalse()
     {
         QFETCH(QByteArray, content);
         QFETCH(QString, lastLine);
         QVERIFY(!m_interpreter->runFile(write(u"bad.py"_s, content)));
         QVERIFY2(m_shown.endsWith(lastLine) || m_shown.contains(u"SyntaxError: Non-UTF-8 code"_s), qPrintable(m_shown));
     }
-    void codingLineOfAFileCounts()
+    void codingLineOfAFileIsUsed()
     {
         QVERIFY(m_interpreter->runFile(write(u"latin.py"_s, "# coding: latin-1\nprint('\xe4')\n")));
         QVERIFY2(m_shown.endsWith(u"ä\nOK\n"_s), qPrintable(m_shown));
     }
-    void fileThatCannotBeOpenedCountsAsGood_data()
+    void fileThatCannotBeOpenedReturnsTrue_data()
     {
         QTest::addColumn<QString>("path");
         QTest::newRow("missing") << m_directory.filePath(u"nowhere.py"_s);
         QTest::newRow("a directory") << m_directory.path();
     }
-    void fileThatCannotBeOpenedCountsAsGood()
+    void fileThatCannotBeOpenedReturnsTrue()
     {
         QFETCH(QString, path);
         QVERIFY(m_interpreter->runFile(path));
@@ -207,9 +207,9 @@ private Q_SLOTS:
         QVERIFY2(m_shown.contains(u"\r0\n"_s) && m_shown.contains(u"\r2\n"_s), qPrintable(m_shown));
     }
 
-    void statementTypedWhileAScriptPumpsRunsInsideIt()
+    void statementEnteredWhileAScriptProcessesEventsRunsNested()
     {
-        // the script lets an event through that brings the next line, as a key press would
+        // the script processes an event that enters the next line, like a key press
         connect(m_interpreter.get(), &PythonInterpreter::outputLine, m_interpreter.get(), [this](const QString &text) {
             if (text == u"pump\n"_s)
                 m_interpreter->inputLine(u"print('inner')"_s);
@@ -224,7 +224,7 @@ private Q_SLOTS:
         QVERIFY2(m_shown.endsWith(u"<html>\nouter\n>>> "_s), qPrintable(m_shown));
     }
 
-    void nestedBlockSharesTheStatementUnderEntry()
+    void nestedBlockContinuesTheCurrentStatement()
     {
         bool nested = false;
         connect(m_interpreter.get(), &PythonInterpreter::outputLine, m_interpreter.get(), [&](const QString &text) {
@@ -236,12 +236,12 @@ private Q_SLOTS:
         QCOMPARE(shown({u"\tprint('block')"_s, u""_s}), u"... block\n>>> "_s);
     }
 
-    void breakWhileNothingRunsShowsAfterTheNextStatement()
+    void interruptWithoutScriptIsPrintedAfterTheNextStatement()
     {
         m_interpreter->breakExecution();
         QCOMPARE(shown({u""_s, u"print('whole')"_s, u"1"_s}), u">>> whole\nKeyboardInterrupt\n>>> 1\n>>> "_s);
     }
-    void breakStopsAnEndlessLoopThatLetsEventsThrough()
+    void interruptStopsAnEndlessLoopThatProcessesEvents()
     {
         connect(m_interpreter.get(), &PythonInterpreter::outputLine, m_interpreter.get(), [this](const QString &text) {
             if (text.contains(u"step"_s))
@@ -252,13 +252,13 @@ private Q_SLOTS:
         QCOMPARE(shown({u"1"_s}), u"1\n>>> "_s);
     }
 
-    void scriptMayEndItsInterpreter_data()
+    void scriptMayDeleteItsInterpreter_data()
     {
         QTest::addColumn<bool>("file");
         QTest::newRow("at the prompt") << false;
         QTest::newRow("in a file") << true;
     }
-    void scriptMayEndItsInterpreter()
+    void scriptMayDeleteItsInterpreter()
     {
         QFETCH(bool, file);
         connect(m_interpreter.get(), &PythonInterpreter::outputLine, this, [this](const QString &text) {
@@ -291,7 +291,7 @@ private Q_SLOTS:
         create({installed, QString()});
         QCOMPARE(sysPathTail(1), installed);
     }
-    void usersModulesWinOverTheInstalledOnes()
+    void modulesOfTheUserReplaceInstalledOnes()
     {
         create({u"/installed"_s, u"/user"_s});
         QCOMPARE(sysPathTail(2), u"/user|/installed"_s);
@@ -316,7 +316,7 @@ private Q_SLOTS:
         QVERIFY(m_interpreter->runFile(path));
         QCOMPARE(m_shown, u"Running file '%1'...\nOK\n"_s.arg(path));
     }
-    void examplesInProductScriptsAreGoodPython()
+    void examplesInProductScriptsCompile()
     {
         for (const QString &name : {u"startup.py"_s, u"macros.py"_s}) {
             QFile file(QStringLiteral(VARNEL_SOURCE_DIR) + u"/python/"_s + name);
@@ -351,7 +351,7 @@ private Q_SLOTS:
         QCOMPARE(child.readAllStandardOutput(), "before\n");
     }
 
-    void withoutPythonItWarnsAndAnswersNothing()
+    void withoutPythonLinesDoNothing()
     {
         QProcess child;
         child.start(QCoreApplication::applicationFilePath(), {u"--without-python"_s});

@@ -2,7 +2,7 @@
 #include "pythonruntime.h"
 #include <Python.h>
 #include <QSignalSpy>
-#include <QtTest>
+#include <QTest>
 using namespace Qt::StringLiterals;
 
 class TestPythonOutput : public QObject
@@ -22,7 +22,7 @@ private Q_SLOTS:
     void initTestCase() { QVERIFY(startPython()); }
     void init() { QTest::failOnWarning(QRegularExpression(u".?"_s)); }
 
-    void joinsPieces_data()
+    void partsAreJoined_data()
     {
         QTest::addColumn<QStringList>("pieces");
         QTest::addColumn<QStringList>("shown");
@@ -30,16 +30,16 @@ private Q_SLOTS:
         QTest::newRow("nothing") << QStringList{u""_s} << QStringList{};
         QTest::newRow("a line that replaces one")
             << QStringList{u"a"_s, u"\rb"_s, u"c"_s} << QStringList{u"a"_s, u"\rbc"_s};
-        QTest::newRow("rich text stays alone")
+        QTest::newRow("rich text is not joined")
             << QStringList{u"a"_s, u"<html>b</html>"_s, u"\n"_s} << QStringList{u"a"_s, u"<html>b</html>"_s, u"\n"_s};
-        QTest::newRow("rich text in capitals stays alone")
+        QTest::newRow("rich text in capitals is not joined")
             << QStringList{u"a"_s, u"<HTML>b</HTML>"_s, u"\n"_s} << QStringList{u"a"_s, u"<HTML>b</HTML>"_s, u"\n"_s};
-        QTest::newRow("pieces do not become rich text")
+        QTest::newRow("joined parts do not become rich text")
             << QStringList{u"<html>"_s, u"b</html>"_s} << QStringList{u"<html>"_s, u"b</html>"_s};
-        QTest::newRow("a mark inside is no rich text")
+        QTest::newRow("a tag inside is not rich text")
             << QStringList{u"x<html>"_s, u"b</html>"_s} << QStringList{u"x<html>b</html>"_s};
     }
-    void joinsPieces()
+    void partsAreJoined()
     {
         QFETCH(QStringList, pieces);
         QFETCH(QStringList, shown);
@@ -51,7 +51,7 @@ private Q_SLOTS:
         QCOMPARE(texts(spy), shown);
     }
 
-    void hugeOutputGoesOnInBatches()
+    void hugeOutputIsForwardedInBatches()
     {
         PythonOutput output(1);
         const QSignalSpy spy(&output, &PythonOutput::written);
@@ -65,7 +65,7 @@ private Q_SLOTS:
         QVERIFY(shown.join(QString()) == expected);
     }
 
-    void goesOnWhenEventsAreLetThrough()
+    void outputIsForwardedWhenEventsAreProcessed()
     {
         PythonOutput output(1);
         const QSignalSpy spy(&output, &PythonOutput::written);
@@ -76,7 +76,7 @@ private Q_SLOTS:
         QCOMPARE(texts(spy), (QStringList{u"first\n"_s, u"second\n"_s}));
     }
 
-    void goesOnAheadOfEventsThatArriveLater()
+    void outputIsForwardedBeforeLaterEvents()
     {
         PythonOutput output(1);
         QStringList order;
@@ -86,7 +86,7 @@ private Q_SLOTS:
         QTRY_COMPARE(order, (QStringList{u"text"_s, u"event"_s}));
     }
 
-    void streamsLookAlikeExceptForFlush()
+    void streamsDifferOnlyInFlush()
     {
         PythonOutput output(1);
         const QSignalSpy spy(&output, &PythonOutput::written);
@@ -99,7 +99,7 @@ private Q_SLOTS:
         QCOMPARE(texts(spy), QStringList{u"out\nerr\nNone False\nwNone\n"_s});
     }
 
-    void namesOfTheRedirectionLiveInMain()
+    void namesOfTheRedirectionAreInMain()
     {
         const PythonOutput output(4711);
         run("import sys, tarnoutput\n"
@@ -109,7 +109,7 @@ private Q_SLOTS:
             "assert tarnoutput.stdout('', target) is None\n");
     }
 
-    void refusesWhatIsNoText_data()
+    void writingOtherThanTextIsRefused_data()
     {
         QTest::addColumn<QByteArray>("call");
         QTest::addColumn<QByteArray>("error");
@@ -124,7 +124,7 @@ private Q_SLOTS:
         QTest::newRow("null character") << "stdout('a\\0b', target)"_ba
                                         << "ValueError"_ba;
     }
-    void refusesWhatIsNoText()
+    void writingOtherThanTextIsRefused()
     {
         QFETCH(QByteArray, call);
         QFETCH(QByteArray, error);
@@ -137,7 +137,7 @@ private Q_SLOTS:
         QCOMPARE(texts(spy), QStringList{QString::fromUtf8(error) + u'\n'});
     }
 
-    void textOfAnyLanguageArrives()
+    void textOfAnyLanguageIsForwarded()
     {
         PythonOutput output(1);
         const QSignalSpy spy(&output, &PythonOutput::written);
@@ -146,7 +146,7 @@ private Q_SLOTS:
         QCOMPARE(texts(spy), QStringList{u"äΩ\U0001F40D"_s + QChar(0xdc80) + u'\n'});
     }
 
-    void writingToADeadReceiverDoesNothing()
+    void writingToADeletedReceiverDoesNothing()
     {
         {
             const PythonOutput output(1);

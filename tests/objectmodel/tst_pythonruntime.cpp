@@ -4,16 +4,17 @@
 #include <clocale>
 #include <Python.h>
 #include <QProcess>
-#include <QtTest>
+#include <QTest>
 using namespace Qt::StringLiterals;
 
-// Python starts once in a process, so each case runs in a child: this program, with an expression as its argument.
+// Python starts once in a process, so each case runs in a child process: this program, with an expression as its
+// argument.
 
 class TestPythonRuntime : public QObject
 {
     Q_OBJECT
 private:
-    static QString valueInChild(const QString &expression, bool environmentHeard, const QString &variable,
+    static QString valueInChild(const QString &expression, bool environmentUsed, const QString &variable,
                                 const QString &value)
     {
         QProcess child;
@@ -22,7 +23,7 @@ private:
             environment.insert(variable, value);
         child.setProcessEnvironment(environment);
         child.start(QCoreApplication::applicationFilePath(),
-                    {u"--value"_s, expression, environmentHeard ? u"heard"_s : u"ignored"_s});
+                    {u"--value"_s, expression, environmentUsed ? u"used"_s : u"ignored"_s});
         child.waitForFinished();
         return QString::fromUtf8(child.readAllStandardOutput() + child.readAllStandardError());
     }
@@ -30,16 +31,16 @@ private:
 private Q_SLOTS:
     void init() { QTest::failOnWarning(QRegularExpression(u".?"_s)); }
 
-    void startedPython_data()
+    void pythonHasTheConfiguredProperties_data()
     {
         QTest::addColumn<QString>("expression");
-        QTest::addColumn<bool>("heard");
+        QTest::addColumn<bool>("used");
         QTest::addColumn<QString>("variable");
         QTest::addColumn<QString>("value");
         QTest::addColumn<QString>("expected");
-        const auto row = [](const char *name, const QString &expression, const QString &expected, bool heard = false,
+        const auto row = [](const char *name, const QString &expression, const QString &expected, bool used = false,
                             const QString &variable = {}, const QString &value = {}) {
-            QTest::newRow(name) << expression << heard << variable << value << expected;
+            QTest::newRow(name) << expression << used << variable << value << expected;
         };
         const QString signalsTaken = u"__import__('signal') and [int(line[7:], 16) & 1 << 1 "
                                      "for line in open('/proc/self/status') if line.startswith('SigCgt')][0]"_s;
@@ -48,44 +49,44 @@ private Q_SLOTS:
         row("is in UTF-8 mode", u"__import__('sys').flags.utf8_mode"_s, u"1"_s);
         row("writes files as UTF-8 in any locale", u"open('/dev/null').encoding"_s, u"utf-8"_s, false, u"LC_ALL"_s,
             u"C"_s);
-        row("is UTF-8 in any locale with the environment heard", u"__import__('sys').flags.utf8_mode"_s, u"1"_s, true,
+        row("is UTF-8 in any locale with the environment in use", u"__import__('sys').flags.utf8_mode"_s, u"1"_s, true,
             u"LC_ALL"_s, u"C"_s);
         row("has site", u"'site' in __import__('sys').modules"_s, u"True"_s);
         row("ignores PYTHONPATH", u"'/extra' in __import__('sys').path"_s, u"False"_s, false, u"PYTHONPATH"_s,
             u"/extra"_s);
-        row("hears PYTHONPATH when told", u"'/extra' in __import__('sys').path"_s, u"True"_s, true, u"PYTHONPATH"_s,
+        row("uses PYTHONPATH on request", u"'/extra' in __import__('sys').path"_s, u"True"_s, true, u"PYTHONPATH"_s,
             u"/extra"_s);
         row("ignores PYTHONHOME", u"__import__('sys').prefix"_s, u"/usr"_s, false, u"PYTHONHOME"_s, u"/nowhere"_s);
         row("ignores PATH", u"__import__('sys').prefix"_s, u"/usr"_s, false, u"PATH"_s, u"/nowhere"_s);
         row("has no path of the current directory", u"'' in __import__('sys').path"_s, u"False"_s);
         row("has no arguments of the program", u"__import__('sys').argv"_s, u"['']"_s);
-        row("leaves interrupts to the program, though a script imports signal", signalsTaken, u"0"_s);
-        row("leaves the program's locale alone", u"__import__('locale').setlocale(0)"_s, u"C"_s, false, u"LC_ALL"_s,
+        row("does not handle interrupts when a script imports signal", signalsTaken, u"0"_s);
+        row("does not change the program's locale", u"__import__('locale').setlocale(0)"_s, u"C"_s, false, u"LC_ALL"_s,
             u"C.UTF-8"_s);
         row("does not wait for input", u"input()"_s, noInput);
         row("has no packages of the user", u"__import__('site').ENABLE_USER_SITE"_s, u"False"_s);
-        row("has the user's packages when told", u"__import__('site').ENABLE_USER_SITE"_s, u"True"_s, true);
-        row("leaves the environment of child processes alone", u"__import__('os').environ['LC_ALL']"_s, u"C"_s, false,
-            u"LC_ALL"_s, u"C"_s);
+        row("has the user's packages on request", u"__import__('site').ENABLE_USER_SITE"_s, u"True"_s, true);
+        row("does not change the environment of child processes", u"__import__('os').environ['LC_ALL']"_s, u"C"_s,
+            false, u"LC_ALL"_s, u"C"_s);
     }
-    void startedPython()
+    void pythonHasTheConfiguredProperties()
     {
         QFETCH(QString, expression);
-        QFETCH(bool, heard);
+        QFETCH(bool, used);
         QFETCH(QString, variable);
         QFETCH(QString, value);
         QFETCH(QString, expected);
-        QCOMPARE(valueInChild(expression, heard, variable, value), expected);
+        QCOMPARE(valueInChild(expression, used, variable, value), expected);
     }
 
-    void startingTwiceIsHarmless()
+    void secondStartDoesNothing()
     {
         QVERIFY(startPython());
-        QVERIFY(startPython(PythonEnvironment::Heard));
+        QVERIFY(startPython(PythonEnvironment::Used));
         QVERIFY(Py_IsInitialized());
     }
 
-    void failedStartIsReportedWithPythonsWords()
+    void failedStartPrintsPythonsMessage()
     {
         const QString output = valueInChild(u"1"_s, true, u"PYTHONHASHSEED"_s, u"many"_s);
         QVERIFY2(output.contains(u"startPython: Cannot start Python (PYTHONHASHSEED must be"_s), qPrintable(output));
@@ -93,10 +94,11 @@ private Q_SLOTS:
     }
 };
 
-static int printValue(const QString &expression, bool environmentHeard)
+static int printValue(const QString &expression, bool environmentUsed)
 {
-    std::setlocale(LC_ALL, "C"); // not the one that the environment tells, so that to ask there again would show
-    if (!startPython(environmentHeard ? PythonEnvironment::Heard : PythonEnvironment::Ignored)) {
+    std::setlocale(LC_ALL,
+                   "C"); // not the locale of the environment, so that a second look at the environment would be visible
+    if (!startPython(environmentUsed ? PythonEnvironment::Used : PythonEnvironment::Ignored)) {
         fputs("not started", stderr);
         return 1;
     }
@@ -114,7 +116,7 @@ int main(int argc, char **argv)
 {
     const QCoreApplication application(argc, argv);
     if (argc == 4 && qstrcmp(argv[1], "--value") == 0)
-        return printValue(QString::fromUtf8(argv[2]), qstrcmp(argv[3], "heard") == 0);
+        return printValue(QString::fromUtf8(argv[2]), qstrcmp(argv[3], "used") == 0);
     TestPythonRuntime test;
     return QTest::qExec(&test, argc, argv);
 }

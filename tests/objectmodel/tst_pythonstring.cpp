@@ -1,7 +1,7 @@
 #include "pythonruntime.h"
 #include "pythonstring.h"
 #include <Python.h>
-#include <QtTest>
+#include <QTest>
 using namespace Qt::StringLiterals;
 
 class TestPythonString : public QObject
@@ -11,7 +11,7 @@ private Q_SLOTS:
     void initTestCase() { QVERIFY(startPython()); }
     void init() { QTest::failOnWarning(QRegularExpression(u".?"_s)); }
 
-    void textsCrossTheBorderUnchanged_data()
+    void convertedTextIsUnchanged_data()
     {
         QTest::addColumn<QString>("text");
         QTest::addColumn<int>("characters");
@@ -25,7 +25,7 @@ private Q_SLOTS:
         QTest::newRow("lone surrogate beside a pair") << u"\U0001F40D"_s + QChar(0xdcff) << 2;
         QTest::newRow("byte order mark") << u"\uFEFFx"_s << 2;
     }
-    void textsCrossTheBorderUnchanged()
+    void convertedTextIsUnchanged()
     {
         QFETCH(QString, text);
         QFETCH(int, characters);
@@ -42,7 +42,7 @@ private Q_SLOTS:
         QCOMPARE(PyUnicode_GET_LENGTH(string.get()), 0);
     }
 
-    void referenceIsGivenBack()
+    void referenceIsReleased()
     {
         const PythonReference string = toPython(u"something of its own"_s);
         const auto before = Py_REFCNT(string.get());

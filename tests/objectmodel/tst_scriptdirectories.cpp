@@ -1,5 +1,5 @@
 #include "scriptdirectories.h"
-#include <QtTest>
+#include <QTest>
 using namespace Qt::StringLiterals;
 
 class TestScriptDirectories : public QObject
@@ -16,14 +16,14 @@ private:
 private Q_SLOTS:
     void init() { QTest::failOnWarning(QRegularExpression(u".?"_s)); }
 
-    void usersCopyWinsOverTheInstalledFile_data()
+    void copyOfTheUserReplacesTheInstalledFile_data()
     {
         QTest::addColumn<bool>("userHasCopy");
         QTest::addColumn<QString>("expected");
         QTest::newRow("a copy") << true << u"user/startup.py"_s;
         QTest::newRow("no copy") << false << u"installed/startup.py"_s;
     }
-    void usersCopyWinsOverTheInstalledFile()
+    void copyOfTheUserReplacesTheInstalledFile()
     {
         QFETCH(bool, userHasCopy);
         QFETCH(QString, expected);
@@ -35,7 +35,7 @@ private Q_SLOTS:
         QCOMPARE(scripts.file(u"startup.py"_s), directory.filePath(expected));
     }
 
-    void missingFileIsTheInstalledOne()
+    void missingFileGivesTheInstalledPath()
     {
         QCOMPARE((ScriptDirectories{u"/nowhere/python"_s, QString()}.file(u"startup.py"_s)),
                  u"/nowhere/python/startup.py"_s);

@@ -4,7 +4,8 @@
 
 using namespace Qt::StringLiterals;
 
-// A branding library that tells what it was asked for: the splash screen in its count, the about box in its caption.
+// A branding library that shows how it was called: it counts splash screens, and the caption of the about box has its
+// arguments.
 
 namespace {
 int splashCount = 0;

@@ -2,7 +2,7 @@
 
 using namespace Qt::StringLiterals;
 
-// One source, several libraries: the build file says what each is called, offers and is worth.
+// Built as several libraries; the build file defines name, features and type of each.
 
 #ifdef TESTPLUGIN_STRANGER
 #define TESTPLUGIN_IID "com.example.Stranger"
@@ -11,7 +11,7 @@ using namespace Qt::StringLiterals;
 #endif
 
 namespace {
-/// Bears the number of its library as its type.
+/// An object whose type is the number of its library.
 class TestObject : public IPluginObject
 {
 public:

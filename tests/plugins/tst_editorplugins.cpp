@@ -21,7 +21,7 @@
 
 using namespace Qt::StringLiterals;
 
-/// Documents of kinds that libraries brought, in the arrangement that users see.
+/// Documents of types and languages from plug-ins, in a tabbed view manager.
 class tst_EditorPlugins : public QObject
 {
     Q_OBJECT
@@ -98,7 +98,7 @@ private Q_SLOTS:
     void cleanup()
     {
         for (Document *document : m_workspace->documents())
-            document->setModified(false); // no question
+            document->setModified(false); // closing does not ask
         m_workspace->closeAll();
         m_views.reset();
         m_workspace.reset();
@@ -118,14 +118,14 @@ private Q_SLOTS:
         QVERIFY(assembler->canOpen(u"/tmp/START.ASM"_s) && !assembler->canOpen(u"/tmp/start.c"_s));
     }
 
-    void linesArePaintedAsTheLibraryTells()
+    void languageHighlightsLines()
     {
         QVERIFY(open(u"start.s"_s, "start: ldi 12 ; twelve\n.byte \"a;b\"\n/* here\nthere */ 7\n"));
         QCOMPARE(paintedLines(), (QStringList{u"6666661111133122222222"_s.replace(0, 6, u"888888"_s), u"77777144444"_s,
                                               u"2222222"_s, u"22222222"_s + u"13"_s, u""_s}));
     }
 
-    void aCommentThatIsOpenedReachesTheLinesBelow()
+    void openedCommentChangesTheLinesBelow()
     {
         QVERIFY(open(u"start.s"_s, "\nadd 1\nadd 2\n"));
         QCOMPARE(paintedLines(), (QStringList{u""_s, u"11113"_s, u"11113"_s, u""_s}));
@@ -135,7 +135,7 @@ private Q_SLOTS:
         QCOMPARE(paintedLines(), (QStringList{u""_s, u"11113"_s, u"11113"_s, u""_s}));
     }
 
-    void linesAreIndentedAsTheLibraryTells()
+    void languageIndentsSelectedLines()
     {
         QVERIFY(open(u"start.s"_s, "  loop:\nldi 1\n"));
         m_views->selectAll();
@@ -153,7 +153,7 @@ private Q_SLOTS:
         QCOMPARE(edit->toPlainText(), u"loop:\n    rjmp loop "_s);
     }
 
-    void aViewOfTheLibrarysOwnShowsTheDocument()
+    void documentTypeShowsItsOwnView()
     {
         QVERIFY(open(u"image.bin"_s, QByteArray("0123456789abcdef\xff", 17)));
         View *view = m_views->currentView();
@@ -165,7 +165,7 @@ private Q_SLOTS:
         QCOMPARE(qApp->focusWidget(), text);
     }
 
-    void commandsReachTheLibrarysView()
+    void editCommandsAreSentToTheViewOfThePlugin()
     {
         QVERIFY(open(u"image.bin"_s, "0"));
         bool copyable = false;
@@ -176,7 +176,7 @@ private Q_SLOTS:
         QCOMPARE(qApp->clipboard()->text(), u"00000000  30"_s);
     }
 
-    void aFileThatTheLibraryCannotReadIsNotOpened()
+    void unreadableFileShowsAWarningAndIsNotOpened()
     {
         const BoxAnswers box({QMessageBox::Ok});
         QVERIFY(!m_workspace->openDocument(u"/nowhere/image.bin"_s, true));
@@ -184,7 +184,7 @@ private Q_SLOTS:
         QVERIFY(m_workspace->documents().isEmpty());
     }
 
-    void bothKindsStandSideBySide()
+    void documentsOfBothPluginsCanBeOpenTogether()
     {
         QVERIFY(open(u"image.bin"_s, "0"));
         QVERIFY(open(u"start.s"_s, "nop"));

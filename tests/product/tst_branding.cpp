@@ -47,7 +47,7 @@ class tst_branding : public QObject
 private Q_SLOTS:
     void init() { QTest::failOnWarning(QRegularExpression(u".?"_s)); }
 
-    void splashHasItsSizeOnTheScreen()
+    void splashHasItsLogicalSize()
     {
         const auto pixmap = splash(u"2.9"_s);
         QVERIFY(pixmap);
@@ -63,7 +63,7 @@ private Q_SLOTS:
         QVERIFY(splash(u"3.0"_s)->toImage() != first);
     }
 
-    void splashLeavesALightStripForLogosWithBlackNames()
+    void splashHasALightStripForLogosWithBlackNames()
     {
         const QImage image = splash(u"2.9"_s)->toImage();
         const qreal ratio = image.devicePixelRatio();
@@ -74,7 +74,7 @@ private Q_SLOTS:
                 QCOMPARE(image.pixel(x, y), colour);
     }
 
-    void splashIsMoreThanAPlainField()
+    void splashHasAPicture()
     {
         const QImage image = splash(u"2.9"_s)->toImage();
         QSet<QRgb> colours;
@@ -84,7 +84,7 @@ private Q_SLOTS:
         QVERIFY(colours.size() > 100);
     }
 
-    void aboutBoxTellsProductVersionAndLibraries()
+    void aboutBoxShowsProductVersionAndLibraries()
     {
         const auto dialog = about({}, u"2.9 (Multi-processor support enabled)"_s);
         QVERIFY(dialog);
@@ -125,7 +125,8 @@ private Q_SLOTS:
         QFETCH(const Qt::Key, key);
         const auto dialog = about({u"Alpha"_s});
         dialog->setResult(-1);
-        QTest::ignoreMessage(QtWarningMsg, "This plugin does not support propagateSizeHints()"); // the offscreen one
+        QTest::ignoreMessage(QtWarningMsg,
+                             "This plugin does not support propagateSizeHints()"); // of the offscreen platform
         dialog->show();
         QVERIFY(QTest::qWaitForWindowActive(dialog.get()));
         QVERIFY(qobject_cast<QPushButton *>(dialog->focusWidget()));

@@ -29,7 +29,7 @@ QStringList pages()
     return result;
 }
 
-/// The page as the help window shows it.
+/// The page as shown in the help window.
 std::unique_ptr<QTextDocument> show(const QString &page)
 {
     auto document = std::make_unique<QTextDocument>();
@@ -49,7 +49,7 @@ QStringList links(const QTextDocument &document)
     return result;
 }
 
-/// The page that a link of another page leads to, relative to the help directory.
+/// The target page of a link on another page, relative to the help directory.
 QString target(const QString &page, const QString &link)
 {
     const QString path = QFileInfo(page).dir().filePath(link.section(u'#', 0, 0));
@@ -107,7 +107,7 @@ QString cellText(const QTextTable &table, int row, int column)
     return table.cellAt(row, column).firstCursorPosition().block().text();
 }
 
-/// The rows of all tables of a page behind their headings: "first cell: second cell".
+/// The rows of all tables of a page without their headings: "first cell: second cell".
 QStringList tableRows(const QTextDocument &document)
 {
     QStringList result;
@@ -122,7 +122,7 @@ QStringList tableRows(const QTextDocument &document)
 
 } // namespace
 
-/// The help that comes with the product: whole, linked, and in step with the menus.
+/// The help pages of the product: complete, linked, and consistent with the menus.
 class TestHelp : public QObject
 {
     Q_OBJECT
@@ -131,19 +131,19 @@ private Q_SLOTS:
     void init() { QTest::failOnWarning(QRegularExpression(u".?"_s)); }
 
     void homePageIsThere() { QVERIFY(pages().contains(u"html/index.html"_s)); }
-    void contentsHoldBooksAndPages();
+    void contentsConsistOfBooksAndPages();
     void contentsNameEachPageOnce();
     void firstPageOfTheContentsIsTheHomePage();
     void pageHasTitleAndDescription_data() { pageRows(); }
     void pageHasTitleAndDescription();
-    void titlesTellPagesApart();
-    void linksLeadToPages_data() { pageRows(); }
-    void linksLeadToPages();
-    void homePageLeadsEverywhere();
-    void pageSuitsAnyPalette_data() { pageRows(); }
-    void pageSuitsAnyPalette();
-    void pageIsIndexedWhole_data() { pageRows(); }
-    void pageIsIndexedWhole();
+    void titlesAreUnique();
+    void linkTargetsExist_data() { pageRows(); }
+    void linkTargetsExist();
+    void homePageLinksToAllPages();
+    void pageSetsNoColours_data() { pageRows(); }
+    void pageSetsNoColours();
+    void pageIsIndexedCompletely_data() { pageRows(); }
+    void pageIsIndexedCompletely();
     void shortcutsAreThoseOfTheMenus();
 
 private:
@@ -157,7 +157,7 @@ void TestHelp::pageRows()
         QTest::newRow(qPrintable(page)) << page;
 }
 
-void TestHelp::contentsHoldBooksAndPages()
+void TestHelp::contentsConsistOfBooksAndPages()
 {
     QCOMPARE(contents().attribute(u"name"_s), u"Varnel"_s);
     QStringList faults;
@@ -183,12 +183,12 @@ void TestHelp::pageHasTitleAndDescription()
     const QString title = show(page)->metaInformation(QTextDocument::DocumentTitle);
     QVERIFY(!title.isEmpty());
     const QString html = read(helpDirectory.filePath(page));
-    // Search results show the page by these two.
+    // Search results show these two texts.
     QVERIFY(html.contains(u"<title>"_s + title + u"</title>"_s));
     QVERIFY(html.contains(QRegularExpression(u"<meta name=\"description\" content=\"[^\"<>&]+\">"_s)));
 }
 
-void TestHelp::titlesTellPagesApart()
+void TestHelp::titlesAreUnique()
 {
     QSet<QString> titles;
     for (const QString &page : pages())
@@ -196,7 +196,7 @@ void TestHelp::titlesTellPagesApart()
     QCOMPARE(titles.size(), pages().size());
 }
 
-void TestHelp::linksLeadToPages()
+void TestHelp::linkTargetsExist()
 {
     QFETCH(QString, page);
     const auto document = show(page);
@@ -204,7 +204,7 @@ void TestHelp::linksLeadToPages()
         QVERIFY2(pages().contains(target(page, link)), qPrintable(link));
 }
 
-void TestHelp::homePageLeadsEverywhere()
+void TestHelp::homePageLinksToAllPages()
 {
     const QString home = u"html/index.html"_s;
     QStringList reached{home};
@@ -215,7 +215,7 @@ void TestHelp::homePageLeadsEverywhere()
     QCOMPARE(reached, pages());
 }
 
-void TestHelp::pageSuitsAnyPalette()
+void TestHelp::pageSetsNoColours()
 {
     QFETCH(QString, page);
     const QString html = read(helpDirectory.filePath(page));
@@ -225,8 +225,8 @@ void TestHelp::pageSuitsAnyPalette()
     QVERIFY2(!match.hasMatch(), qPrintable(match.captured()));
 }
 
-// The full-text index reads ".html" files byte by byte and leaves out the last one.
-void TestHelp::pageIsIndexedWhole()
+// The full-text index reads ".html" files byte by byte without the last one.
+void TestHelp::pageIsIndexedCompletely()
 {
     QFETCH(QString, page);
     QVERIFY(page.endsWith(u".html"));

@@ -27,7 +27,7 @@ const QStringList actions =
     "windowNext windowPrev helpSearch helpHome helpBack helpForward helpPrevious helpNext helpAbout"_s.toLower()
         .split(u' ');
 
-/// What the code asks for besides the actions' pictures, by size of the drawing.
+/// The pictures that the code loads in addition to those of actions, by size of the drawing.
 const QMap<int, QString> others{
     {16, u"headerfile csourcefile pythonsourcefile textfile treeworkspace treeproject treeprojectinactive treefolder "
          "treefolderopen treesourcefile treebook treebookopen treepage markerenabledbreak markerenabledbreak2 "
@@ -54,7 +54,7 @@ QStringList sourceNames()
     return names;
 }
 
-/// The picture in its own size, transparent where nothing is drawn; null if the file is missing or broken.
+/// The picture in its original size, with transparent background; null if the file is missing or invalid.
 QImage render(const QString &file)
 {
     QSvgRenderer renderer(file);
@@ -76,14 +76,14 @@ double luminance(QRgb colour)
     return 0.2126 * linear(qRed(colour)) + 0.7152 * linear(qGreen(colour)) + 0.0722 * linear(qBlue(colour));
 }
 
-/// How a colour stands out from another: 1 not at all, 21 black on white.
+/// The contrast of two colours: 1 for equal ones, 21 for black on white.
 double contrast(QRgb a, QRgb b)
 {
     const auto [low, high] = std::minmax({luminance(a), luminance(b)});
     return (high + 0.05) / (low + 0.05);
 }
 
-/// How many pixels of a picture stand out well from its background.
+/// The number of pixels of a picture with a high contrast to its background.
 int pixelsThatStandOut(const QImage &picture, QRgb background)
 {
     QImage image(picture.size(), QImage::Format_RGB32);
@@ -103,7 +103,7 @@ class tst_images : public QObject
 private Q_SLOTS:
     void init() { QTest::failOnWarning(QRegularExpression(u".?"_s)); }
 
-    void pictureIsThereAndReadable_data()
+    void pictureExistsAndHasContrast_data()
     {
         QTest::addColumn<QString>("file");
         QTest::addColumn<QRgb>("background");
@@ -113,7 +113,7 @@ private Q_SLOTS:
             QTest::addRow("dark %s", qPrintable(name)) << stage + u"/dark/"_s + name + u".svg"_s << QRgb(0xff31363b);
         }
     }
-    void pictureIsThereAndReadable()
+    void pictureExistsAndHasContrast()
     {
         QFETCH(const QString, file);
         QFETCH(const QRgb, background);
@@ -123,7 +123,7 @@ private Q_SLOTS:
         QVERIFY2(count >= 12, qPrintable(u"only %1 pixels of %2 stand out"_s.arg(count).arg(file)));
     }
 
-    void nameHasAPictureOfItsSize_data()
+    void pictureHasTheSizeOfItsName_data()
     {
         QTest::addColumn<int>("size");
         for (const QString &action : actions)
@@ -132,7 +132,7 @@ private Q_SLOTS:
             for (const QString &name : names.split(u' '))
                 QTest::newRow(qPrintable(name)) << size;
     }
-    void nameHasAPictureOfItsSize()
+    void pictureHasTheSizeOfItsName()
     {
         QFETCH(const int, size);
         const QString name = QString::fromLatin1(QTest::currentDataTag());
@@ -140,14 +140,14 @@ private Q_SLOTS:
         QCOMPARE(render(stage + u"/dark/"_s + name + u".svg"_s).size(), QSize(size, size));
     }
 
-    void aNameIsGivenOnce()
+    void namesAreUnique()
     {
         QStringList names = sourceNames();
         QVERIFY(names.size() >= actions.size());
         QCOMPARE(names.removeDuplicates(), 0);
     }
 
-    void commandsLookDifferent()
+    void picturesOfCommandsDiffer()
     {
         QHash<QString, QImage> pictures;
         for (const QString &action : actions)
@@ -160,7 +160,7 @@ private Q_SLOTS:
         QCOMPARE(same.join(u'\n'), QString());
     }
 
-    void otherCommandForTheSelectedProjectLooksTheSame()
+    void alternativeCommandHasTheSamePicture()
     {
         for (const QString &action : actions)
             if (action.endsWith(u"alt"_s))
@@ -168,7 +168,7 @@ private Q_SLOTS:
                          render(stage + u'/' + action.chopped(3) + u".svg"_s));
     }
 
-    void licenceOfTheThemeComesAlong()
+    void licenceOfTheThemeIsIncluded()
     {
         QFile licence(stage + u"/COPYRIGHT.breeze"_s);
         QVERIFY(licence.open(QIODevice::ReadOnly));

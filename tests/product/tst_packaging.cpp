@@ -17,7 +17,7 @@ private Q_SLOTS:
     void initTestCase() { qputenv("XDG_DATA_DIRS", share.toUtf8() + ":/usr/share"); }
     void init() { QTest::failOnWarning(QRegularExpression(u".?"_s)); }
 
-    void fileIsOpenedByItsEntry_data()
+    void desktopEntryOpensTheFileType_data()
     {
         QTest::addColumn<QString>("file");
         QTest::addColumn<QString>("type");
@@ -28,7 +28,7 @@ private Q_SLOTS:
         QTest::newRow("workspace") << u"blinky.vnw"_s << u"application/x-varnel-workspace"_s << u"varnel-workspace"_s
                                    << u"varnel -w %f"_s;
     }
-    void fileIsOpenedByItsEntry()
+    void desktopEntryOpensTheFileType()
     {
         QFETCH(const QString, file);
         QFETCH(const QString, entry);
@@ -50,7 +50,7 @@ private Q_SLOTS:
         QCOMPARE(desktop.value(u"Desktop Entry/Icon"_s).toString(), u"varnel"_s);
     }
 
-    void iconIsThere() { QVERIFY(QSvgRenderer(share + u"/icons/hicolor/scalable/apps/varnel.svg"_s).isValid()); }
+    void iconExists() { QVERIFY(QSvgRenderer(share + u"/icons/hicolor/scalable/apps/varnel.svg"_s).isValid()); }
 };
 
 QTEST_GUILESS_MAIN(tst_packaging)

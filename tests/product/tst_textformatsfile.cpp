@@ -20,14 +20,14 @@ struct Format
     bool bold = false;
     bool italic = false;
     QColor foreground;
-    QColor background; ///< invalid if the format has none of its own
+    QColor background; ///< invalid if the format has no background
 };
 
 using Formats = QList<Format>;
 using Vector = std::array<double, 3>;
 using Matrix = std::array<Vector, 3>;
 
-/// A colour as formats files write it: six hexadecimal digits. Invalid for anything else.
+/// A colour in the notation of formats files: six hexadecimal digits. Invalid for any other text.
 QColor colour(const QString &text)
 {
     static const QRegularExpression digits(u"\\A[0-9a-f]{6}\\z"_s);
@@ -59,7 +59,7 @@ Formats readFormats(const QString &fileName)
     return formats;
 }
 
-/// The background that the formats of a section are painted on: that of its first format.
+/// The background of the formats of a section: that of its first format.
 QColor paper(const Formats &formats, const QString &section)
 {
     for (const Format &format : formats) {
@@ -69,7 +69,7 @@ QColor paper(const Formats &formats, const QString &section)
     return {};
 }
 
-/// The share of light of each primary, 0 to 1 (IEC 61966-2-1).
+/// The linear intensity of each primary, 0 to 1 (IEC 61966-2-1).
 Vector linear(const QColor &colour)
 {
     const auto light = [](double value) {
@@ -99,7 +99,7 @@ double contrast(const QColor &one, const QColor &other)
     return (lighter + 0.05) / (darker + 0.05);
 }
 
-/// CIE 1976 L*a*b* of linear sRGB under D65; distances in it are what an eye tells apart, about 2 being the least.
+/// CIE 1976 L*a*b* of linear sRGB under D65. A distance of about 2 is the least that is visible.
 Vector lab(const Vector &light)
 {
     const Matrix toXyz{{{0.4124, 0.3576, 0.1805}, {0.2126, 0.7152, 0.0722}, {0.0193, 0.1192, 0.9505}}};
@@ -124,7 +124,7 @@ double difference(const QColor &one, const QColor &other, const Matrix &vision)
 
 } // namespace
 
-/// The product files with fonts and colours: the formats that Varnel expects, and readable for everyone.
+/// The product files with fonts and colours: they contain the formats that Varnel uses, and are readable.
 class TestTextFormats : public QObject
 {
     Q_OBJECT
@@ -132,21 +132,21 @@ class TestTextFormats : public QObject
 private Q_SLOTS:
     void init() { QTest::failOnWarning(QRegularExpression(u".?"_s)); }
 
-    void formatsStandInTheirOrder_data() { schemes(); }
-    void formatsStandInTheirOrder();
+    void formatsAreInTheExpectedOrder_data() { schemes(); }
+    void formatsAreInTheExpectedOrder();
     void schemesHaveTheSameStructure();
-    void schemesHaveOppositePapers();
-    void everyColourIsGiven_data() { schemes(); }
-    void everyColourIsGiven();
+    void schemesHaveLightAndDarkPaper();
+    void everyColourIsSpecified_data() { schemes(); }
+    void everyColourIsSpecified();
     void onlyFirstFormatsHaveABackground_data() { schemes(); }
     void onlyFirstFormatsHaveABackground();
-    void fontIsOneOfFixedPitchThatIsInstalled_data() { schemes(); }
-    void fontIsOneOfFixedPitchThatIsInstalled();
+    void fontIsInstalledAndHasFixedPitch_data() { schemes(); }
+    void fontIsInstalledAndHasFixedPitch();
     void textIsReadable_data() { schemes(); }
     void textIsReadable();
-    void lightTextIsReadableOnTheBracketMark();
-    void formatsDifferForEveryEye_data();
-    void formatsDifferForEveryEye();
+    void lightTextIsReadableOnTheBracketBackground();
+    void formatsDifferForColourBlindUsers_data();
+    void formatsDifferForColourBlindUsers();
     void stylesAreUsedSparingly_data() { schemes(); }
     void stylesAreUsedSparingly();
 
@@ -161,7 +161,7 @@ void TestTextFormats::schemes()
     QTest::newRow("dark") << u"textformats-dark.xml"_s;
 }
 
-void TestTextFormats::formatsStandInTheirOrder()
+void TestTextFormats::formatsAreInTheExpectedOrder()
 {
     QFETCH(QString, file);
     QStringList found;
@@ -191,7 +191,7 @@ void TestTextFormats::schemesHaveTheSameStructure()
     }
 }
 
-void TestTextFormats::schemesHaveOppositePapers()
+void TestTextFormats::schemesHaveLightAndDarkPaper()
 {
     for (const QString &section : {u"Text editor"_s, u"Output window"_s, u"Workspace"_s}) {
         QVERIFY(paper(readFormats(u"textformats.xml"_s), section).lightness() > 200);
@@ -199,7 +199,7 @@ void TestTextFormats::schemesHaveOppositePapers()
     }
 }
 
-void TestTextFormats::everyColourIsGiven()
+void TestTextFormats::everyColourIsSpecified()
 {
     QFETCH(QString, file);
     for (const Format &format : readFormats(file))
@@ -216,7 +216,7 @@ void TestTextFormats::onlyFirstFormatsHaveABackground()
     }
 }
 
-void TestTextFormats::fontIsOneOfFixedPitchThatIsInstalled()
+void TestTextFormats::fontIsInstalledAndHasFixedPitch()
 {
     QFETCH(QString, file);
     for (const Format &format : readFormats(file)) {
@@ -237,16 +237,16 @@ void TestTextFormats::textIsReadable()
     }
 }
 
-// The editor paints the text between two matching brackets on this colour.
-void TestTextFormats::lightTextIsReadableOnTheBracketMark()
+// The editor uses this background for the text between two matching brackets.
+void TestTextFormats::lightTextIsReadableOnTheBracketBackground()
 {
     for (const Format &format : readFormats(u"textformats.xml"_s))
         QVERIFY2(contrast(format.foreground, QColor(u"lightcyan"_s)) >= 4.5, qPrintable(format.name));
 }
 
-// The matrices of the complete defects are those of Machado, Oliveira and Fernandes: A Physiologically-based Model for
+// The matrices for complete defects are from Machado, Oliveira and Fernandes: A Physiologically-based Model for
 // Simulation of Color Vision Deficiency, 2009.
-void TestTextFormats::formatsDifferForEveryEye_data()
+void TestTextFormats::formatsDifferForColourBlindUsers_data()
 {
     QTest::addColumn<QString>("file");
     QTest::addColumn<Matrix>("vision");
@@ -264,7 +264,7 @@ void TestTextFormats::formatsDifferForEveryEye_data()
     }
 }
 
-void TestTextFormats::formatsDifferForEveryEye()
+void TestTextFormats::formatsDifferForColourBlindUsers()
 {
     QFETCH(QString, file);
     QFETCH(Matrix, vision);

@@ -74,7 +74,7 @@ QString childText(const QDomElement &action, const QString &tag)
     return action.firstChildElement(tag).text();
 }
 
-/// The letter that chooses an item from the keyboard, upper case; null if there is none.
+/// The letter that selects an item by keyboard, in upper case; null if there is none.
 QChar mnemonic(const QString &text)
 {
     static const QRegularExpression mark(u"&([^&])"_s);
@@ -82,7 +82,7 @@ QChar mnemonic(const QString &text)
     return match.hasMatch() ? match.captured(1).at(0).toUpper() : QChar();
 }
 
-/// The texts whose letter another text before them has already, or that have none.
+/// The texts without a letter, or with a letter that an earlier text has.
 QStringList withoutOwnMnemonic(const QStringList &texts)
 {
     QStringList result;
@@ -104,7 +104,7 @@ QStringList sorted(QStringList list)
 
 } // namespace
 
-/// The product file config/uiconfig.xml: complete, consistent, and in step with its documentation.
+/// The product file config/uiconfig.xml: complete, consistent, and as documented.
 class TestUiConfig : public QObject
 {
     Q_OBJECT
@@ -115,22 +115,22 @@ private Q_SLOTS:
 
     void titleIsVarnel() { QCOMPARE(m_root.attribute(u"title"_s), u"Varnel"_s); }
     void sectionsAreActionsMenusToolbars();
-    void everyActionIsDeclaredOnce();
-    void everyActionHasItsTexts_data() { actionRows(); }
-    void everyActionHasItsTexts();
-    void textsTellActionsApart();
+    void actionIsDeclaredOnce();
+    void actionHasItsTexts_data() { actionRows(); }
+    void actionHasItsTexts();
+    void textsOfActionsAreUnique();
     void textsOfCommandsThatAskEndInDots();
-    void compileTextHasAPlaceForTheFile();
-    void reservedActionsSayThatTheyDoNothing();
+    void compileTextHasAPlaceholderForTheFile();
+    void reservedActionsHaveATextForNoFunction();
     void acceleratorsAreValidAndUnique();
-    void renamingKeyIsFree();
+    void renamingKeyIsNotAnAccelerator();
     void iconsAreNamedLikeTheirActions();
-    void onlyDockWindowsToggle();
+    void onlyDockWindowActionsAreCheckable();
     void enableNamesAnAvailabilitySignal();
     void actionsThatTheWindowEnablesFollowNoSignal();
-    void menuBarIsAsUsersKnowIt();
-    void filledMenusExistOnce();
-    void menusHaveTextsAndOnlyKnownParts();
+    void menuBarHasTheExpectedMenus();
+    void menusFilledByCodeExistOnce();
+    void menusHaveTextsAndOnlyKnownElements();
     void everyReferenceIsDeclared();
     void everyCommandIsInExactlyOneMenu();
     void mnemonicsAreUniquePerMenu();
@@ -138,11 +138,11 @@ private Q_SLOTS:
     void mnemonicsAreUniqueInTheNavigator();
     void separatorsStandBetweenItems();
     void recentMenusAreEmpty();
-    void configurationsAreSetApart();
-    void toolBarsAreTheFive();
-    void boxesCloseTheirToolBars();
+    void configurationsAreSeparated();
+    void thereAreFiveToolBars();
+    void boxesAreLastInTheirToolBars();
     void toolBarActionsHaveIcons();
-    void documentationNamesEverything();
+    void documentationListsEverything();
 
 private:
     void actionRows() const;
@@ -204,13 +204,13 @@ void TestUiConfig::sectionsAreActionsMenusToolbars()
     QCOMPARE(tags, (QStringList{u"actions"_s, u"menus"_s, u"toolbars"_s}));
 }
 
-void TestUiConfig::everyActionIsDeclaredOnce()
+void TestUiConfig::actionIsDeclaredOnce()
 {
     QCOMPARE(actionNames.size(), 88);
     QCOMPARE(sorted(names(m_actions)), sorted(actionNames));
 }
 
-void TestUiConfig::everyActionHasItsTexts()
+void TestUiConfig::actionHasItsTexts()
 {
     QFETCH(int, index);
     const QDomElement &action = m_actions.at(index);
@@ -224,7 +224,7 @@ void TestUiConfig::everyActionHasItsTexts()
     QVERIFY(childText(action, u"whatsthis"_s).endsWith(u'.'));
 }
 
-void TestUiConfig::textsTellActionsApart()
+void TestUiConfig::textsOfActionsAreUnique()
 {
     QSet<QString> texts;
     for (const QDomElement &action : m_actions)
@@ -247,20 +247,20 @@ void TestUiConfig::textsOfCommandsThatAskEndInDots()
     QCOMPARE(sorted(asking), sorted(expected));
 }
 
-void TestUiConfig::compileTextHasAPlaceForTheFile()
+void TestUiConfig::compileTextHasAPlaceholderForTheFile()
 {
     QCOMPARE(menuText(u"buildCompileFile"_s).count(u"%1"_s), 1);
     for (const QDomElement &action : m_actions)
         QCOMPARE(childText(action, u"menutext"_s).contains(u'%'), name(action) == u"buildCompileFile");
 }
 
-void TestUiConfig::reservedActionsSayThatTheyDoNothing()
+void TestUiConfig::reservedActionsHaveATextForNoFunction()
 {
     QStringList reserved;
     for (const QDomElement &action : m_actions) {
-        const bool tells = childText(action, u"statustip"_s).endsWith(u" (not implemented)");
-        QCOMPARE(childText(action, u"whatsthis"_s).contains(u"In this version the command has no effect"), tells);
-        if (tells)
+        const bool isReserved = childText(action, u"statustip"_s).endsWith(u" (not implemented)");
+        QCOMPARE(childText(action, u"whatsthis"_s).contains(u"In this version the command has no effect"), isReserved);
+        if (isReserved)
             reserved.append(name(action));
     }
     QCOMPARE(
@@ -285,7 +285,7 @@ void TestUiConfig::acceleratorsAreValidAndUnique()
     QVERIFY(!owners.isEmpty());
 }
 
-void TestUiConfig::renamingKeyIsFree()
+void TestUiConfig::renamingKeyIsNotAnAccelerator()
 {
     for (const QDomElement &action : m_actions)
         QVERIFY(action.attribute(u"accel"_s) != u"F2");
@@ -299,7 +299,7 @@ void TestUiConfig::iconsAreNamedLikeTheirActions()
     }
 }
 
-void TestUiConfig::onlyDockWindowsToggle()
+void TestUiConfig::onlyDockWindowActionsAreCheckable()
 {
     QStringList toggles;
     for (const QDomElement &action : m_actions) {
@@ -333,7 +333,7 @@ void TestUiConfig::actionsThatTheWindowEnablesFollowNoSignal()
         QVERIFY(!byWindow.contains(name(action)) || action.firstChildElement(u"enable"_s).isNull());
 }
 
-void TestUiConfig::menuBarIsAsUsersKnowIt()
+void TestUiConfig::menuBarHasTheExpectedMenus()
 {
     QStringList texts;
     for (const QDomElement &menu : items(m_root.firstChildElement(u"menus"_s)))
@@ -342,14 +342,14 @@ void TestUiConfig::menuBarIsAsUsersKnowIt()
     QCOMPARE(withoutOwnMnemonic(itemTexts(m_root.firstChildElement(u"menus"_s))), QStringList());
 }
 
-void TestUiConfig::filledMenusExistOnce()
+void TestUiConfig::menusFilledByCodeExistOnce()
 {
     QCOMPARE(filledMenus.size(), 11);
     for (const QString &menu : filledMenus)
         QCOMPARE(names(m_menus).count(menu), 1);
 }
 
-void TestUiConfig::menusHaveTextsAndOnlyKnownParts()
+void TestUiConfig::menusHaveTextsAndOnlyKnownElements()
 {
     for (const QDomElement &menu : m_menus) {
         QVERIFY(!name(menu).isEmpty());
@@ -383,7 +383,7 @@ void TestUiConfig::mnemonicsAreUniquePerMenu()
         QCOMPARE(withoutOwnMnemonic(itemTexts(menu)), QStringList());
 }
 
-// The navigator's menus mix actions of the file with items of its own.
+// The menus of the navigator contain actions of the file and items of the navigator.
 void TestUiConfig::mnemonicsAreUniqueInTheNavigator_data()
 {
     QTest::addColumn<QString>("actions");
@@ -407,7 +407,7 @@ void TestUiConfig::mnemonicsAreUniqueInTheNavigator()
     QCOMPARE(withoutOwnMnemonic(ownTexts), QStringList());
 }
 
-// Only a menu that gets items at its end may close with a separator.
+// Only a menu to which items are appended may end with a separator.
 void TestUiConfig::separatorsStandBetweenItems()
 {
     const QStringList closing{u"buildConfigurationsMenu"_s, u"toolMacroMenu"_s};
@@ -430,7 +430,7 @@ void TestUiConfig::recentMenusAreEmpty()
     }
 }
 
-void TestUiConfig::configurationsAreSetApart()
+void TestUiConfig::configurationsAreSeparated()
 {
     for (const QDomElement &menu : m_menus) {
         if (name(menu) == u"buildConfigurationsMenu")
@@ -438,7 +438,7 @@ void TestUiConfig::configurationsAreSetApart()
     }
 }
 
-void TestUiConfig::toolBarsAreTheFive()
+void TestUiConfig::thereAreFiveToolBars()
 {
     QStringList captions;
     for (const QDomElement &toolBar : m_toolBars)
@@ -448,7 +448,7 @@ void TestUiConfig::toolBarsAreTheFive()
     QVERIFY(items(m_toolBars.constLast()).isEmpty());
 }
 
-void TestUiConfig::boxesCloseTheirToolBars()
+void TestUiConfig::boxesAreLastInTheirToolBars()
 {
     QCOMPARE(name(items(m_toolBars.at(1)).constLast()), u"editFind"_s);
     QCOMPARE(name(items(m_toolBars.at(3)).constLast()), u"debugStepInto"_s);
@@ -464,7 +464,7 @@ void TestUiConfig::toolBarActionsHaveIcons()
         QVERIFY2(!onToolBars.contains(name(action)) || action.hasAttribute(u"icon"_s), qPrintable(name(action)));
 }
 
-void TestUiConfig::documentationNamesEverything()
+void TestUiConfig::documentationListsEverything()
 {
     QFile file(u"" VARNEL_SOURCE_DIR "/docs/uiconfig.md"_s);
     QVERIFY(file.open(QIODevice::ReadOnly));

@@ -6,7 +6,7 @@
 #include <QFile>
 #include <QTest>
 
-/// Makes a test expect one failed assertion of @p expression.
+/// Expects one failed assertion of @p expression in the current test.
 inline void expectAssert(const QString &expression)
 {
     using namespace Qt::StringLiterals;
@@ -50,13 +50,13 @@ inline QString textOf(const QList<ProjectFolder *> &folders, const QString &inde
     return text;
 }
 
-/// Folders and files as the user sees them.
+/// Folders and files as text, indented by level.
 inline QString treeOf(const Project &project)
 {
     return textOf(project.folders()) + textOf(project.rootFiles(), QString());
 }
 
-/// Everything that a project file holds.
+/// The complete contents of a project as text.
 inline QString textOf(const Project &project)
 {
     using namespace Qt::StringLiterals;
@@ -72,7 +72,7 @@ inline QString nameOf(const ProjectFolder *folder)
     return folder ? folder->name() : QStringLiteral("root");
 }
 
-/// Writes down the signals of a project or a workspace, one a line.
+/// Records the signals of a project or a workspace, one on each line.
 class SignalLog : public QObject
 {
 public:

@@ -37,18 +37,18 @@ private Q_SLOTS:
     }
     void cleanup() { m_iproject.reset(); }
 
-    // References
+    // Reference counts
 
-    void beginsWithoutAReference()
+    void startsWithoutAReference()
     {
         auto *object = new IProjectImpl(m_project.get());
-        QCOMPARE(object->addRef(), 0ul); // the count before
+        QCOMPARE(object->addRef(), 0ul); // the old count
         QCOMPARE(object->addRef(), 1ul);
-        QCOMPARE(object->release(), 1ul); // the count after
+        QCOMPARE(object->release(), 1ul); // the new count
         QCOMPARE(object->release(), 0ul);
     }
 
-    void answersForItsOwnInterfaceAndTheCommonOneOnly()
+    void queryFindsItsOwnInterfaceAndTheCommonOneOnly()
     {
         QUnknownInterface *out = m_iproject.get();
         QCOMPARE(m_iproject->queryInterface(IProjectFile::Iid, &out), QE_NOINTERFACE);
@@ -65,7 +65,7 @@ private Q_SLOTS:
         QCOMPARE(file->release(), 1ul);
     }
 
-    void accessorsGiveOneReferenceToTheCaller()
+    void accessorsReturnOneReference()
     {
         const InterfacePtr<IProjectProperties> properties(m_iproject->properties());
         QCOMPARE(properties->addRef(), 1ul);
@@ -87,9 +87,9 @@ private Q_SLOTS:
         QVERIFY(properties.get() != same.get());
     }
 
-    // What they show
+    // Values
 
-    void showsTheProject()
+    void returnsTheValuesOfTheProject()
     {
         QCOMPARE(m_iproject->name(), u"sample"_s);
         QCOMPARE(m_iproject->basePath(), m_directory.path());
@@ -99,7 +99,7 @@ private Q_SLOTS:
         QVERIFY(m_iproject->isActive());
     }
 
-    void actsOnTheProject()
+    void changesTheProject()
     {
         m_iproject->setActive(false);
         QVERIFY(!m_project->isActive());
@@ -115,7 +115,7 @@ private Q_SLOTS:
         QVERIFY(QDir().rmdir(m_fileName));
     }
 
-    void listsRootFilesAndReachesTheRestThroughFolders()
+    void listsRootFilesAndFilesOfFolders()
     {
         const auto files = rootFiles();
         QCOMPARE(files.size(), 2u);
@@ -163,7 +163,7 @@ private Q_SLOTS:
 
     // Properties
 
-    void showsTheProjectsStore()
+    void returnsTheStoreOfTheProject()
     {
         const InterfacePtr<IProjectProperties> properties(m_iproject->properties());
         QCOMPARE(properties->configurations(), (QStringList{u"Debug"_s, u"Release"_s}));
@@ -173,14 +173,14 @@ private Q_SLOTS:
         QVERIFY(properties->property(u"k"_s, u"Release"_s, false).isNull());
     }
 
-    void aFilesStoreFallsBackToTheProject()
+    void storeOfAFileFallsBackToTheProject()
     {
         const InterfacePtr<IProjectProperties> properties(rootFiles().at(0)->properties());
         QCOMPARE(properties->configurations(), QStringList());
         QCOMPARE(properties->property(u"k"_s, u"Debug"_s, false), u"v"_s);
     }
 
-    void settingAFilesValueMarksProjectAndStore()
+    void valueOfAFileMarksProjectAndStore()
     {
         const InterfacePtr<IProjectProperties> properties(rootFiles().at(0)->properties());
         QVERIFY(!properties->isModified());
@@ -194,12 +194,12 @@ private Q_SLOTS:
         QVERIFY(!properties->isModified());
         properties->setModified(true);
         QVERIFY(properties->isModified());
-        QVERIFY(!m_project->isModified()); // the project's own mark is not touched
+        QVERIFY(!m_project->isModified()); // the mark of the project itself does not change
     }
 
-    // After the end of what they stand for
+    // Wrappers of deleted objects
 
-    void survivesItsProject()
+    void returnsEmptyValuesAfterTheProjectWasDeleted()
     {
         const InterfacePtr<IProjectProperties> properties(m_iproject->properties());
         const auto files = rootFiles();
@@ -231,7 +231,7 @@ private Q_SLOTS:
         }
     }
 
-    void survivesNewContents()
+    void returnsEmptyValuesAfterTheContentsWereReplaced()
     {
         const auto files = rootFiles();
         QVERIFY(m_project->loadFromXml(u"<p><file path='new.c'/></p>"_s));
@@ -239,7 +239,7 @@ private Q_SLOTS:
         QCOMPARE(rootFiles().at(0)->path(), u"new.c"_s);
     }
 
-    void tellsWhetherItsObjectLives()
+    void objectIsNullAfterDeletion()
     {
         auto *wrapper = static_cast<IProjectImpl *>(m_iproject.get());
         QCOMPARE(wrapper->object(), m_project.get());

@@ -10,7 +10,7 @@ class TestModelPointer : public QObject
 private Q_SLOTS:
     void init() { QTest::failOnWarning(QRegularExpression(u".?"_s)); }
 
-    void pointsAtItsObjectUntilThatDies()
+    void pointerIsValidUntilItsObjectIsDeleted()
     {
         auto file = std::make_unique<ProjectFile>(u"a.c"_s, u"a.c"_s);
         const ModelPointer first(file.get());
@@ -24,7 +24,7 @@ private Q_SLOTS:
         QVERIFY(!second.get());
     }
 
-    void pointersToOthersStay()
+    void deletionDoesNotAffectPointersToOtherObjects()
     {
         ProjectFile staying;
         const ModelPointer pointer(&staying);
@@ -32,7 +32,7 @@ private Q_SLOTS:
         QCOMPARE(pointer.get(), &staying);
     }
 
-    void turnsNullForEveryKindOfObject()
+    void pointerToEachKindOfObjectBecomesNull()
     {
         auto folder = std::make_unique<ProjectFolder>(u"Sources"_s);
         auto *file = new ProjectFile;
@@ -46,13 +46,37 @@ private Q_SLOTS:
         QVERIFY(!propertiesPointer);
     }
 
-    void pointerMayDieFirst()
+    void deletedPointerDoesNotAffectOthers()
     {
         ProjectFile file;
         auto pointer = std::make_unique<ModelPointer<ProjectFile>>(&file);
         const ModelPointer other(&file);
         pointer.reset();
         QCOMPARE(other.get(), &file);
+    }
+
+    void assignmentKeepsThePointersOfItsTarget()
+    {
+        ProjectProperties target;
+        const ModelPointer pointer(&target);
+        {
+            ProjectProperties source;
+            const ModelPointer other(&source);
+            target = source;
+            ProjectProperties copy(source);
+            QCOMPARE(ModelPointer(&copy).get(), &copy);
+        }
+        QCOMPARE(pointer.get(), &target);
+    }
+
+    void pointerOutlivesItsObject()
+    {
+        auto file = std::make_unique<ProjectFile>();
+        auto pointer = std::make_unique<ModelPointer<ProjectFile>>(file.get());
+        file.reset();
+        const ModelPointer copy = *pointer;
+        pointer.reset();
+        QVERIFY(!copy);
     }
 
     void nullStaysNull()

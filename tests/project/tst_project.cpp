@@ -11,32 +11,32 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// These say when they die.
+// These record their destruction.
 
-class MortalFolder : public ProjectFolder
+class LoggedFolder : public ProjectFolder
 {
 public:
-    explicit MortalFolder(QStringList *deaths) : m_deaths(deaths) {}
-    ~MortalFolder() override { *m_deaths += u"folder"_s; }
+    explicit LoggedFolder(QStringList *deletions) : m_deletions(deletions) {}
+    ~LoggedFolder() override { *m_deletions += u"folder"_s; }
 
 private:
-    QStringList *m_deaths;
+    QStringList *m_deletions;
 };
 
-class MortalFile : public ProjectFile
+class LoggedFile : public ProjectFile
 {
 public:
-    explicit MortalFile(QStringList *deaths) : m_deaths(deaths) {}
-    ~MortalFile() override { *m_deaths += u"file"_s; }
+    explicit LoggedFile(QStringList *deletions) : m_deletions(deletions) {}
+    ~LoggedFile() override { *m_deletions += u"file"_s; }
 
 private:
-    QStringList *m_deaths;
+    QStringList *m_deletions;
 };
 
 class FakeBuild : public InterfaceObject<IBuildEnvironment>
 {
 public:
-    explicit FakeBuild(QStringList *deaths) : m_deaths(deaths) {}
+    explicit FakeBuild(QStringList *deletions) : m_deletions(deletions) {}
     bool initialise(IBuildEvents *, const QString &) override { return true; }
     void setProject(IProject *) override {}
     void compile(const QString &, const QString &) override {}
@@ -47,14 +47,14 @@ public:
     bool isUpToDate(const QString &) override { return true; }
 
 private:
-    ~FakeBuild() override { *m_deaths += u"build"_s; }
-    QStringList *m_deaths;
+    ~FakeBuild() override { *m_deletions += u"build"_s; }
+    QStringList *m_deletions;
 };
 
 class FakeExecution : public InterfaceObject<IExecutionEnvironment>
 {
 public:
-    explicit FakeExecution(QStringList *deaths) : m_deaths(deaths) {}
+    explicit FakeExecution(QStringList *deletions) : m_deletions(deletions) {}
     bool initialise(IProject *, IExecutionEvents *, const QString &) override { return true; }
     bool start(bool) override { return false; }
     bool canAttach() override { return false; }
@@ -73,8 +73,8 @@ public:
     _object *pythonExtension() override { return nullptr; }
 
 private:
-    ~FakeExecution() override { *m_deaths += u"execution"_s; }
-    QStringList *m_deaths;
+    ~FakeExecution() override { *m_deletions += u"execution"_s; }
+    QStringList *m_deletions;
 };
 
 } // namespace
@@ -102,7 +102,7 @@ private Q_SLOTS:
         m_fileName = m_directory->filePath(u"sample.vnp"_s);
     }
 
-    void aNewProjectIsActiveAndEmpty()
+    void newProjectIsActiveAndEmpty()
     {
         const Project project(u"p"_s, u"/work/p"_s);
         QCOMPARE(project.name(), u"p"_s);
@@ -160,7 +160,7 @@ private Q_SLOTS:
 
     // Loading
 
-    void theSmallestFileLoadsWithADefaultConfiguration()
+    void minimalFileLoadsWithADefaultConfiguration()
     {
         const auto project = loaded("<project/>");
         QVERIFY(project->openedOK());
@@ -172,7 +172,7 @@ private Q_SLOTS:
             QVERIFY(field.isNull());
     }
 
-    void aLoadThatAddedDefaultIsNotModifiedButSavesIt()
+    void addedDefaultConfigurationDoesNotMarkButIsSaved()
     {
         const auto project = loaded("<project/>");
         QVERIFY(!project->isModified());
@@ -180,7 +180,7 @@ private Q_SLOTS:
         QVERIFY(bytesOf(m_fileName).contains("<configuration name=\"Default\"/>"));
     }
 
-    void readsWhateverRootOrderAndRepetition()
+    void readsAnyRootTagOrderAndRepetition()
     {
         const auto project = loaded("<!-- by hand -->\n<anything executionenvironment='{e}' buildenvironment='{b}'>"
                                     "<properties currentconfiguration='Release'>"
@@ -192,14 +192,14 @@ private Q_SLOTS:
         QCOMPARE(textOf(*project), u"{b}|||{e}||\ncurrent Debug\n[Release]\nk=1\nl=2\nA/ \nB/ \nsrc/b.c\na.c\n"_s);
     }
 
-    void aCurrentConfigurationThatNamesNothingIsKept()
+    void missingCurrentConfigurationKeepsItsName()
     {
         const auto project = loaded("<p><properties currentconfiguration='Gone'><configuration name='a'/>"
                                     "</properties></p>");
         QCOMPARE(project->currentConfiguration(), u"Gone"_s);
     }
 
-    void withoutACurrentConfigurationTheFirstByNameIsTaken()
+    void currentConfigurationDefaultsToTheFirstByName()
     {
         const auto project = loaded("<p><properties><configuration name='b'/><configuration name='a'/>"
                                     "</properties></p>");
@@ -207,13 +207,13 @@ private Q_SLOTS:
         QCOMPARE(project->currentConfiguration(), u"a"_s);
     }
 
-    void tellsNothingOfALoadButThatThereIsNothingToSave_data()
+    void loadEmitsOnlyThatTheProjectIsUnmodified_data()
     {
         QTest::addColumn<QByteArray>("properties");
         QTest::newRow("without configurations") << QByteArray();
         QTest::newRow("with one") << QByteArray("<properties><configuration name='x'/></properties>");
     }
-    void tellsNothingOfALoadButThatThereIsNothingToSave()
+    void loadEmitsOnlyThatTheProjectIsUnmodified()
     {
         QFETCH(QByteArray, properties);
         writeFile(m_fileName,
@@ -227,7 +227,7 @@ private Q_SLOTS:
         QVERIFY(!project.properties()->isModified());
     }
 
-    void placesWhatItReads()
+    void readChildrenHaveTheirParentAndProject()
     {
         const auto project = loaded("<p><folder name='A'><folder name='B'><file path='b.c'/></folder></folder>"
                                     "<file path='a.c'/></p>");
@@ -244,7 +244,7 @@ private Q_SLOTS:
         QVERIFY(!project->rootFiles().at(0)->folder());
     }
 
-    void unreadableAndMalformedFilesLeaveAnEmptyProjectWithItsName_data()
+    void unreadableFileGivesAnEmptyProjectWithItsName_data()
     {
         QTest::addColumn<QByteArray>("bytes");
         QTest::newRow("empty") << QByteArray();
@@ -256,7 +256,7 @@ private Q_SLOTS:
         QTest::newRow("wrong encoding") << QByteArray("<p><file path='\xe4.c'/></p>");
         QTest::newRow("zero bytes") << QByteArray(100, '\0');
     }
-    void unreadableAndMalformedFilesLeaveAnEmptyProjectWithItsName()
+    void unreadableFileGivesAnEmptyProjectWithItsName()
     {
         QFETCH(QByteArray, bytes);
         writeFile(m_fileName, bytes);
@@ -280,7 +280,7 @@ private Q_SLOTS:
         QVERIFY(!project.openedOK());
     }
 
-    void aSecondLoadReplacesTheFirst()
+    void secondLoadReplacesTheContents()
     {
         const auto project = loaded("<p><folder name='A'/><file path='a.c'/><properties currentconfiguration='x'>"
                                     "<configuration name='x'/></properties></p>");
@@ -291,7 +291,7 @@ private Q_SLOTS:
         QVERIFY(!project->properties()->isModified());
     }
 
-    void aFailedSecondLoadLeavesItEmpty()
+    void failedSecondLoadGivesAnEmptyProject()
     {
         const auto project = loaded("<p><folder name='A'/><file path='a.c'/></p>");
         QVERIFY(!project->load(writeFile(m_fileName, "<p>")));
@@ -299,7 +299,7 @@ private Q_SLOTS:
         QCOMPARE(treeOf(*project), QString());
     }
 
-    void foldersNestedBeyondMeasureAreRefused()
+    void tooDeeplyNestedFoldersAreRefused()
     {
         const auto nested = [](int depth) {
             return "<p>" + QByteArray("<folder name='f'>").repeated(depth) + QByteArray("</folder>").repeated(depth)
@@ -314,7 +314,7 @@ private Q_SLOTS:
                     ->openedOK());
     }
 
-    void whatCouldNotBeReadAgainIsNotSaved()
+    void tooDeeplyNestedFoldersAreNotSaved()
     {
         for (const int depth : {ProjectFolder::MaximumDepth, ProjectFolder::MaximumDepth + 1, 100'000}) {
             const auto project = loaded("<project/>");
@@ -339,7 +339,7 @@ private Q_SLOTS:
 
     // Replacing the contents
 
-    void xmlReplacesAllButTheEnvironments()
+    void xmlReplacesEverythingExceptTheEnvironments()
     {
         const auto project = loaded("<p buildenvironment='{b}' executionenvironmentname='Sim'><folder name='A'/>"
                                     "<file path='a.c'/><properties currentconfiguration='x'><configuration name='x'>"
@@ -354,7 +354,7 @@ private Q_SLOTS:
         QCOMPARE(log.take(), QStringList(u"projectModified true"_s));
     }
 
-    void xmlWithoutPropertiesKeepsTheCurrentName()
+    void xmlWithoutPropertiesKeepsTheCurrentConfiguration()
     {
         const auto project =
             loaded("<p><properties currentconfiguration='x'><configuration name='x'/></properties></p>");
@@ -362,7 +362,7 @@ private Q_SLOTS:
         QCOMPARE(textOf(*project), u"|||||\ncurrent x\n[Default]\n"_s);
     }
 
-    void malformedXmlLeavesAnEmptyProject()
+    void malformedXmlGivesAnEmptyProject()
     {
         const auto project = loaded("<p buildenvironment='{b}'><folder name='A'/><file path='a.c'/></p>");
         QVERIFY(!project->loadFromXml(u"<p><file path='b.c'/>"_s));
@@ -375,7 +375,7 @@ private Q_SLOTS:
 
     // Saving
 
-    void savesElementsAndAttributesInOneOrder()
+    void savesElementsAndAttributesInAFixedOrder()
     {
         const auto project = loaded("<p executionenvironmentoption='6' buildenvironmentname='2' buildenvironment='1' "
                                     "executionenvironment='4' buildenvironmentoption='3' executionenvironmentname='5'>"
@@ -400,11 +400,11 @@ private Q_SLOTS:
         SignalLog log(project.get());
         QVERIFY(project->save());
         QVERIFY(!project->isModified());
-        QVERIFY(project->properties()->isModified()); // this mark is not about files
+        QVERIFY(project->properties()->isModified()); // this mark is independent of saving
         QCOMPARE(log.take(), QStringList(u"projectModified false"_s));
     }
 
-    void savesWhatNeverLoadedButComplains()
+    void savingAnUnloadedProjectFailsAnAssertion()
     {
         writeFile(m_fileName, "broken");
         Project project({}, {});
@@ -414,7 +414,7 @@ private Q_SLOTS:
         QVERIFY(bytesOf(m_fileName).startsWith("<project "));
     }
 
-    void aFailedSaveKeepsTheMarkAndTheOldFile()
+    void failedSaveKeepsTheMarkAndTheOldFile()
     {
         const auto project = loaded("<project/>");
         project->addFiles({m_directory->filePath(u"a.c"_s)}, nullptr);
@@ -439,7 +439,7 @@ private Q_SLOTS:
         QVERIFY(project->save());
     }
 
-    void savesInADirectoryThatTakesNoNewFile()
+    void savesInAReadOnlyDirectory()
     {
         const auto project = loaded("<project/>");
         project->setModified(true);
@@ -448,7 +448,7 @@ private Q_SLOTS:
         QCOMPARE(chmod(file.constData(), 0666), 0);
         QCOMPARE(chmod(directory.constData(), 0555), 0);
         const uid_t user = geteuid();
-        const bool common = user != 0 || seteuid(65534) == 0; // the administrator may make files anywhere
+        const bool common = user != 0 || seteuid(65534) == 0; // the administrator may create files anywhere
         const bool saved = project->save();
         const bool back = seteuid(user) == 0;
         QCOMPARE(chmod(directory.constData(), 0755), 0);
@@ -488,7 +488,7 @@ private Q_SLOTS:
         QCOMPARE(log.take(), (QStringList{u"folderAdded root A"_s, u"projectModified true"_s, u"fileAdded root a.c"_s,
                                           u"folderAdded root last"_s, u"folderAdded root first"_s,
                                           u"folderRemoved root A"_s, u"fileRemoved root a.c"_s}));
-        QCOMPARE(folder->project(), &project); // the old back pointers stay
+        QCOMPARE(folder->project(), &project); // the pointers to project and parent stay
         QCOMPARE(file->project(), &project);
         delete folder;
         delete file;
@@ -508,7 +508,7 @@ private Q_SLOTS:
         QVERIFY(!file->folder());
     }
 
-    void nullChildrenAreMistakes()
+    void nullChildrenFailAnAssertion()
     {
         Project project(u"p"_s, u"/p"_s);
         SignalLog log(&project);
@@ -525,7 +525,7 @@ private Q_SLOTS:
         QCOMPARE(log.take(), QStringList());
     }
 
-    void addingTwiceIsAMistakeThatIsDoneAndSurvived()
+    void addingTwiceFailsAnAssertionAndListsTwice()
     {
         Project project(u"p"_s, u"/p"_s);
         auto *folder = new ProjectFolder(u"A"_s);
@@ -539,7 +539,7 @@ private Q_SLOTS:
         QCOMPARE(treeOf(project), u"A/ \nA/ \na.c\na.c\n"_s);
     }
 
-    void movingAnInnerItemToAnotherProjectTheWrongWayLeavesItInBoth()
+    void innerItemMovedWithoutRemovalIsListedInBothProjects()
     {
         auto first = std::make_unique<Project>(u"first"_s, u"/first"_s);
         auto second = std::make_unique<Project>(u"second"_s, u"/second"_s);
@@ -562,13 +562,13 @@ private Q_SLOTS:
         QCOMPARE(file->project(), second.get());
     }
 
-    void itemsInTwoPlacesDieOnce_data()
+    void itemListedTwiceIsDeletedOnce_data()
     {
         QTest::addColumn<bool>("ownerFirst");
-        QTest::newRow("project that they name dies first") << true;
-        QTest::newRow("other project dies first") << false;
+        QTest::newRow("own project is deleted first") << true;
+        QTest::newRow("other project is deleted first") << false;
     }
-    void itemsInTwoPlacesDieOnce()
+    void itemListedTwiceIsDeletedOnce()
     {
         QFETCH(bool, ownerFirst);
         auto first = std::make_unique<Project>(u"first"_s, u"/first"_s);
@@ -588,7 +588,7 @@ private Q_SLOTS:
         }
     }
 
-    void anItemDeletedInItsPlaceLeavesAllLists()
+    void deletedItemIsRemovedFromAllLists()
     {
         Project project(u"p"_s, u"/p"_s);
         auto *folder = new ProjectFolder(u"A"_s);
@@ -606,7 +606,7 @@ private Q_SLOTS:
 
     // Moves
 
-    void aMovedFolderBecomesTheFirstAndAMovedFileTheLast()
+    void movedFolderBecomesTheFirstAndMovedFileTheLast()
     {
         const auto project = loaded("<p><folder name='A'><folder name='old'/><file path='old.c'/></folder>"
                                     "<folder name='B'/><file path='b.c'/></p>");
@@ -619,14 +619,14 @@ private Q_SLOTS:
         QCOMPARE(treeOf(*project), u"old/ \nA/ \n  B/ \n  b.c\nold.c\n"_s);
     }
 
-    void aMoveToThePresentParentMovesAFolderToItsHead()
+    void moveToTheSameParentMovesAFolderToTheFront()
     {
         const auto project = loaded("<p><folder name='A'/><folder name='B'/></p>");
         project->moveFolder(project->folders().at(1), nullptr);
         QCOMPARE(treeOf(*project), u"B/ \nA/ \n"_s);
     }
 
-    void aMoveTellsOfItsChangeOnceAndAtTheEnd()
+    void moveEmitsProjectModifiedOnceAtTheEnd()
     {
         const auto project = loaded("<p><folder name='A'/><folder name='B'/><file path='a.c'/></p>");
         SignalLog log(project.get());
@@ -638,7 +638,7 @@ private Q_SLOTS:
         QCOMPARE(log.take(), QStringList(u"projectModified false"_s)); // no batch is left open
     }
 
-    void aFolderDoesNotMoveIntoItself()
+    void folderDoesNotMoveIntoItself()
     {
         const auto project = loaded("<p><folder name='A'><folder name='B'/></folder></p>");
         ProjectFolder *a = project->folders().at(0);
@@ -658,8 +658,8 @@ private Q_SLOTS:
         QTest::newRow("case of the file does not count") << u"/work/p/main.C"_s << u"Sources main.C"_s;
         QTest::newRow("case of the list does not count") << u"/work/p/main.h"_s << u"Sources main.h"_s;
         QTest::newRow("complete extension") << u"/work/lib/a.tar.gz"_s << u"Archives ../lib/a.tar.gz"_s;
-        QTest::newRow("nothing but the complete extension") << u"/work/p/a.b.c"_s << u"root a.b.c"_s;
-        QTest::newRow("subfolders do not attract") << u"/work/p/boot.s"_s << u"root boot.s"_s;
+        QTest::newRow("only the complete extension") << u"/work/p/a.b.c"_s << u"root a.b.c"_s;
+        QTest::newRow("subfolders are not searched") << u"/work/p/boot.s"_s << u"root boot.s"_s;
         QTest::newRow("no extension matches the empty entry") << u"/work/p/Makefile"_s << u"Nameless Makefile"_s;
         QTest::newRow("unknown extension") << u"/work/p/a.txt"_s << u"root a.txt"_s;
     }
@@ -677,7 +677,7 @@ private Q_SLOTS:
         QCOMPARE(log.take(), QStringList(u"fileAdded "_s + added));
     }
 
-    void filesGivenAFolderAreNotClassified()
+    void filesAddedToAFolderAreNotClassified()
     {
         Project project(u"p"_s, u"/work/p"_s);
         QVERIFY(project.loadFromXml(u"<p><folder name='C'><extension name='c'/></folder><folder name='B'/></p>"_s));
@@ -685,7 +685,7 @@ private Q_SLOTS:
         QCOMPARE(treeOf(project), u"C/ c\nB/ \n  b.c\n  a.c\n"_s);
     }
 
-    void addingFilesTellsOfEach()
+    void addingFilesEmitsFileAddedForEach()
     {
         Project project(u"p"_s, u"/work/p"_s);
         auto *folder = new ProjectFolder(u"C"_s);
@@ -700,7 +700,7 @@ private Q_SLOTS:
         QCOMPARE(project.rootFiles().at(0)->name(), u"b.txt"_s);
     }
 
-    void filesThatAreThereAlreadyAreAddedAgain()
+    void existingFilesAreAddedAgain()
     {
         Project project(u"p"_s, u"/work/p"_s);
         project.addFiles({u"/work/p/a.c"_s, u"/work/p/a.c"_s}, nullptr);
@@ -751,7 +751,7 @@ private Q_SLOTS:
         QCOMPARE(names.join(u' '), u"A.c B.c"_s);
     }
 
-    void containsFilesByStoredPath()
+    void containsFileComparesStoredPaths()
     {
         Project project(u"p"_s, u"/work/p"_s);
         QVERIFY(project.loadFromXml(u"<p><file path='a.c'/><folder name='A'><file path='src/b.c'/></folder>"
@@ -760,13 +760,13 @@ private Q_SLOTS:
         QVERIFY(project.containsFile(u"/work/p/src/b.c"_s));
         QVERIFY(!project.containsFile(u"/work/p/A.c"_s));
         QVERIFY(!project.containsFile(u"/work/p/b.c"_s));
-        QVERIFY(!project.containsFile(u"/opt/x.c"_s)); // an added one would be stored as ../../opt/x.c
+        QVERIFY(!project.containsFile(u"/opt/x.c"_s)); // a file that is added would be stored as ../../opt/x.c
         QVERIFY(project.containsFile(u"src/b.c"_s));
     }
 
     // Marks
 
-    void marksChangeOnlyWhenDifferent()
+    void setModifiedEmitsOnlyChanges()
     {
         Project project(u"p"_s, u"/p"_s);
         SignalLog log(&project);
@@ -776,7 +776,7 @@ private Q_SLOTS:
         QCOMPARE(log.take(), QStringList(u"projectModified true"_s));
     }
 
-    void currentConfigurationMarksWhenDifferent()
+    void changedCurrentConfigurationMarksTheProject()
     {
         const auto project = loaded("<project/>");
         SignalLog log(project.get());
@@ -787,7 +787,7 @@ private Q_SLOTS:
         QCOMPARE(log.take(), QStringList(u"projectModified true"_s));
     }
 
-    void activityIsToldButDoesNotMark()
+    void activityIsEmittedButDoesNotMark()
     {
         Project project(u"p"_s, u"/p"_s);
         SignalLog log(&project);
@@ -801,38 +801,38 @@ private Q_SLOTS:
 
     // Plug-ins
 
-    void holdsOneReferenceOnItsEnvironment()
+    void holdsOneReferenceToItsEnvironment()
     {
-        QStringList deaths;
+        QStringList deletions;
         Project project(u"p"_s, u"/p"_s);
-        InterfacePtr<IBuildEnvironment> build(new FakeBuild(&deaths));
+        InterfacePtr<IBuildEnvironment> build(new FakeBuild(&deletions));
         project.setBuildInterface(build.get());
         QCOMPARE(project.buildInterface(), build.get());
-        project.setBuildEnvironment(project.buildInterface()); // the only holder may be the project itself
+        project.setBuildEnvironment(project.buildInterface()); // the project may hold the only reference
         build.reset();
-        QVERIFY(deaths.isEmpty());
+        QVERIFY(deletions.isEmpty());
         project.setBuildInterface(project.buildInterface());
-        QVERIFY(deaths.isEmpty());
+        QVERIFY(deletions.isEmpty());
         project.setBuildInterface(nullptr);
-        QCOMPARE(deaths, QStringList(u"build"_s));
+        QCOMPARE(deletions, QStringList(u"build"_s));
         QVERIFY(!project.buildInterface());
     }
 
-    void environmentsDieBeforeFoldersAndFiles()
+    void environmentsAreReleasedBeforeFoldersAndFiles()
     {
-        QStringList deaths;
+        QStringList deletions;
         auto project = std::make_unique<Project>(u"p"_s, u"/p"_s);
-        const InterfacePtr<IBuildEnvironment> build(new FakeBuild(&deaths));
+        const InterfacePtr<IBuildEnvironment> build(new FakeBuild(&deletions));
         project->setBuildEnvironment(build.get());
-        InterfacePtr<IExecutionEnvironment> execution(new FakeExecution(&deaths));
+        InterfacePtr<IExecutionEnvironment> execution(new FakeExecution(&deletions));
         project->setExecutionEnvironment(execution.get());
         QCOMPARE(project->executionInterface(), execution.get());
         execution.reset();
-        project->addFile(new MortalFile(&deaths));
-        project->addFolder(new MortalFolder(&deaths), false);
-        project->setBuildInterface(InterfacePtr<IBuildEnvironment>(new FakeBuild(&deaths)).get());
+        project->addFile(new LoggedFile(&deletions));
+        project->addFolder(new LoggedFolder(&deletions), false);
+        project->setBuildInterface(InterfacePtr<IBuildEnvironment>(new FakeBuild(&deletions)).get());
         project.reset();
-        QCOMPARE(deaths, (QStringList{u"execution"_s, u"build"_s, u"folder"_s, u"file"_s}));
+        QCOMPARE(deletions, (QStringList{u"execution"_s, u"build"_s, u"folder"_s, u"file"_s}));
     }
 };
 

@@ -21,7 +21,7 @@ private:
 private Q_SLOTS:
     void init() { QTest::failOnWarning(QRegularExpression(u".?"_s)); }
 
-    void isEmptyAtFirst()
+    void newFileIsEmpty()
     {
         const ProjectFile file;
         QVERIFY(file.name().isNull());
@@ -31,19 +31,19 @@ private Q_SLOTS:
         QVERIFY(!file.properties()->hasConfigurations());
     }
 
-    void staysSmall()
+    void sizeIsLimited()
     {
-        QVERIFY(sizeof(ProjectFile) <= 64); // a project may have a hundred thousand
+        QVERIFY(sizeof(ProjectFile) <= 72); // a project may have 100,000, and malloc adds 8 bytes to make 80
     }
 
-    void aNameThatIsNotInThePathIsAMistake()
+    void nameThatDiffersFromThePathFailsAnAssertion()
     {
         expectAssert(u"name == fileNameOf(path)"_s);
         const ProjectFile file(u"b.c"_s, u"src/a.c"_s);
-        QCOMPARE(file.name(), u"a.c"_s); // files are saved by their paths only
+        QCOMPARE(file.name(), u"a.c"_s); // only the path is saved
     }
 
-    void aNullProjectIsIgnored()
+    void nullProjectIsIgnored()
     {
         Project project(u"p"_s, u"/p"_s);
         ProjectFile file(u"a.c"_s, u"a.c"_s);

@@ -5,25 +5,25 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// These say when they die.
-class MortalFolder : public ProjectFolder
+/// These record their destruction.
+class LoggedFolder : public ProjectFolder
 {
 public:
-    MortalFolder(const QString &name, QStringList *deaths) : ProjectFolder(name), m_deaths(deaths) {}
-    ~MortalFolder() override { *m_deaths += name(); }
+    LoggedFolder(const QString &name, QStringList *deletions) : ProjectFolder(name), m_deletions(deletions) {}
+    ~LoggedFolder() override { *m_deletions += name(); }
 
 private:
-    QStringList *m_deaths;
+    QStringList *m_deletions;
 };
 
-class MortalFile : public ProjectFile
+class LoggedFile : public ProjectFile
 {
 public:
-    MortalFile(const QString &name, QStringList *deaths) : ProjectFile(name, name), m_deaths(deaths) {}
-    ~MortalFile() override { *m_deaths += name(); }
+    LoggedFile(const QString &name, QStringList *deletions) : ProjectFile(name, name), m_deletions(deletions) {}
+    ~LoggedFile() override { *m_deletions += name(); }
 
 private:
-    QStringList *m_deaths;
+    QStringList *m_deletions;
 };
 
 } // namespace
@@ -34,7 +34,7 @@ class TestProjectFolder : public QObject
 private Q_SLOTS:
     void init() { QTest::failOnWarning(QRegularExpression(u".?"_s)); }
 
-    void aLooseFolderTellsNobody()
+    void folderWithoutProjectCanBeChanged()
     {
         ProjectFolder folder(u"A"_s);
         auto *child = new ProjectFolder(u"B"_s);
@@ -49,7 +49,7 @@ private Q_SLOTS:
         QVERIFY(!file->project());
     }
 
-    void tellsItsProjectOfChildren()
+    void projectEmitsSignalsForChildrenOfFolders()
     {
         Project project(u"p"_s, u"/p"_s);
         auto *folder = new ProjectFolder(u"A"_s);
@@ -89,38 +89,38 @@ private Q_SLOTS:
         QCOMPARE(textOf({&folder}), u"A/ \n  first/ \n  second/ \n  third/ \n  b\n  a\n"_s);
     }
 
-    void whatIsTakenOutIsNotDeleted()
+    void removedChildIsNotDeleted()
     {
-        QStringList deaths;
+        QStringList deletions;
         ProjectFolder folder(u"A"_s);
-        auto *child = new MortalFolder(u"B"_s, &deaths);
+        auto *child = new LoggedFolder(u"B"_s, &deletions);
         folder.addFolder(child, false);
         folder.removeFolder(child);
         QVERIFY(folder.folders().isEmpty());
-        QVERIFY(deaths.isEmpty());
+        QVERIFY(deletions.isEmpty());
         QVERIFY(!child->parent());
         delete child;
     }
 
     void deletesFoldersThenFilesEachInOrder()
     {
-        QStringList deaths;
-        auto folder = std::make_unique<MortalFolder>(u"top"_s, &deaths);
-        folder->addFile(new MortalFile(u"top file 1"_s, &deaths));
-        folder->addFile(new MortalFile(u"top file 2"_s, &deaths));
+        QStringList deletions;
+        auto folder = std::make_unique<LoggedFolder>(u"top"_s, &deletions);
+        folder->addFile(new LoggedFile(u"top file 1"_s, &deletions));
+        folder->addFile(new LoggedFile(u"top file 2"_s, &deletions));
         for (const QString &name : {u"A"_s, u"B"_s}) {
-            auto *child = new MortalFolder(name, &deaths);
+            auto *child = new LoggedFolder(name, &deletions);
             folder->addFolder(child, false);
-            child->addFile(new MortalFile(name + u" file"_s, &deaths));
-            child->addFolder(new MortalFolder(name + u" folder"_s, &deaths), false);
+            child->addFile(new LoggedFile(name + u" file"_s, &deletions));
+            child->addFolder(new LoggedFolder(name + u" folder"_s, &deletions), false);
         }
         folder.reset();
-        // A derived destructor speaks before it lets its children go.
-        QCOMPARE(deaths, (QStringList{u"top"_s, u"A folder"_s, u"A"_s, u"A file"_s, u"B folder"_s, u"B"_s, u"B file"_s,
-                                      u"top file 1"_s, u"top file 2"_s}));
+        // The derived destructor runs before the one that deletes the children.
+        QCOMPARE(deletions, (QStringList{u"top"_s, u"A folder"_s, u"A"_s, u"A file"_s, u"B folder"_s, u"B"_s,
+                                         u"B file"_s, u"top file 1"_s, u"top file 2"_s}));
     }
 
-    void projectReachesTheWholeSubtree()
+    void addedFolderSetsTheProjectOfItsSubtree()
     {
         Project project(u"p"_s, u"/p"_s);
         auto *folder = new ProjectFolder(u"A"_s);
@@ -136,7 +136,7 @@ private Q_SLOTS:
         QCOMPARE(file->project(), &project);
     }
 
-    void aChildOfALooseFolderKeepsItsOldProject()
+    void childOfAFolderWithoutProjectKeepsItsProject()
     {
         Project project(u"p"_s, u"/p"_s);
         auto *file = new ProjectFile(u"a.c"_s, u"a.c"_s);
@@ -147,7 +147,7 @@ private Q_SLOTS:
         QCOMPARE(file->project(), &project);
     }
 
-    void renamingTellsTheProject()
+    void projectEmitsSignalsForARenamedFolder()
     {
         Project project(u"p"_s, u"/p"_s);
         auto *folder = new ProjectFolder(u"A"_s);
@@ -159,7 +159,7 @@ private Q_SLOTS:
         QCOMPARE(log.take(), (QStringList{u"folderRenamed B B"_s, u"projectModified true"_s}));
     }
 
-    void renamingToNothingIsAMistakeButDone()
+    void emptyNameFailsAnAssertionAndIsSet()
     {
         ProjectFolder folder(u"A"_s);
         expectAssert(u"newName.length() > 0"_s);
@@ -167,7 +167,7 @@ private Q_SLOTS:
         QVERIFY(folder.name().isEmpty());
     }
 
-    void extensionsMarkTheProjectWithoutASignalOfTheirOwn()
+    void changedExtensionsOnlyMarkTheProject()
     {
         Project project(u"p"_s, u"/p"_s);
         auto *folder = new ProjectFolder(u"A"_s);
@@ -179,7 +179,7 @@ private Q_SLOTS:
         QCOMPARE(log.take(), QStringList(u"projectModified true"_s));
     }
 
-    void nullChildrenAreMistakes()
+    void nullChildrenFailAnAssertion()
     {
         ProjectFolder folder(u"A"_s);
         for (int i = 0; i < 2; ++i) {
@@ -193,12 +193,12 @@ private Q_SLOTS:
         QCOMPARE(textOf({&folder}), u"A/ \n"_s);
     }
 
-    void addingTwiceIsAMistakeThatIsDoneAndSurvived()
+    void addingTwiceFailsAnAssertionAndListsTwice()
     {
-        QStringList deaths;
+        QStringList deletions;
         auto folder = std::make_unique<ProjectFolder>(u"A"_s);
-        auto *child = new MortalFolder(u"B"_s, &deaths);
-        auto *file = new MortalFile(u"a.c"_s, &deaths);
+        auto *child = new LoggedFolder(u"B"_s, &deletions);
+        auto *file = new LoggedFile(u"a.c"_s, &deletions);
         folder->addFolder(child, false);
         folder->addFile(file);
         expectAssert(u"m_folders.find(folder) == -1"_s);
@@ -208,10 +208,10 @@ private Q_SLOTS:
         QCOMPARE(folder->folders(), (QList<ProjectFolder *>{child, child}));
         QCOMPARE(folder->files(), (QList<ProjectFile *>{file, file}));
         folder.reset();
-        QCOMPARE(deaths, (QStringList{u"B"_s, u"a.c"_s}));
+        QCOMPARE(deletions, (QStringList{u"B"_s, u"a.c"_s}));
     }
 
-    void aFolderDoesNotGoBelowItself()
+    void folderIsNotAddedBelowItself()
     {
         ProjectFolder top(u"top"_s);
         auto *inner = new ProjectFolder(u"inner"_s);
@@ -225,7 +225,40 @@ private Q_SLOTS:
         QVERIFY(!top.parent());
     }
 
-    void removingAStrangerIsAMistakeThatIsTold()
+    void folderInItselfIsFound_data()
+    {
+        QTest::addColumn<QString>("folder");
+        QTest::addColumn<QString>("target");
+        QTest::addColumn<bool>("result");
+        QTest::newRow("the folder itself") << u"A"_s << u"A"_s << true;
+        QTest::newRow("its child") << u"A"_s << u"A1"_s << true;
+        QTest::newRow("its grandchild") << u"A"_s << u"A11"_s << true;
+        QTest::newRow("its parent") << u"A1"_s << u"A"_s << false;
+        QTest::newRow("its sibling") << u"A1"_s << u"A2"_s << false;
+        QTest::newRow("another top-level folder") << u"A"_s << u"B"_s << false;
+        QTest::newRow("a child of another folder") << u"A"_s << u"B1"_s << false;
+        QTest::newRow("the root of the project") << u"A"_s << QString() << false;
+        QTest::newRow("listed, but with another parent") << u"A"_s << u"B2"_s << true;
+    }
+
+    void folderInItselfIsFound()
+    {
+        QFETCH(const QString, folder);
+        QFETCH(const QString, target);
+        QMap<QString, ProjectFolder *> folders;
+        ProjectFolder root;
+        const auto add = [&](const QString &parent, const QString &name) {
+            folders.insert(name, new ProjectFolder(name));
+            folders.value(parent, &root)->addFolder(folders[name], false);
+        };
+        for (const QString &name : {u"A"_s, u"A1"_s, u"A2"_s, u"A11"_s, u"B"_s, u"B1"_s, u"B2"_s})
+            add(name.chopped(1), name);
+        folders[u"A1"_s]->addFolder(folders[u"B2"_s], false);
+        folders[u"B2"_s]->setParent(folders[u"B"_s]);
+        QTEST(wouldContainItself(folders[folder], folders.value(target)), "result");
+    }
+
+    void removingANonChildFailsAnAssertionAndEmits()
     {
         Project project(u"p"_s, u"/p"_s);
         auto *folder = new ProjectFolder(u"A"_s);
@@ -241,7 +274,7 @@ private Q_SLOTS:
         QCOMPARE(log.take(), (QStringList{u"folderRemoved A B"_s, u"projectModified true"_s, u"fileRemoved A a.c"_s}));
     }
 
-    void listsItsSubtreeParentsFirst()
+    void subtreeListsParentsFirst()
     {
         ProjectFolder top(u"top"_s);
         for (const QString &name : {u"A"_s, u"B"_s}) {
@@ -256,7 +289,7 @@ private Q_SLOTS:
         QCOMPARE(names.join(u' '), u"top A A1 A2 B B1 B2"_s);
     }
 
-    void readsChildrenInAnyOrderAndWritesThemInOne()
+    void readsChildrenInAnyOrderAndWritesAFixedOrder()
     {
         ProjectXmlReader reader(u"<x name='A'>text<file path='b.c'/><folder name='B'><file path='B.c'/></folder>"
                                 "<extension name='c'/><properties/><file path='a.c'/><folder/><extension/>"

@@ -4,7 +4,7 @@
 #include <QTemporaryDir>
 using namespace Qt::StringLiterals;
 
-/// Files in, files out.
+/// Loading and saving of project files.
 class TestProjectFormat : public QObject
 {
     Q_OBJECT
@@ -26,7 +26,7 @@ private:
         }
     }
 
-    /// Loads the file, saves, loads and saves again; the model and the bytes must be the same each time.
+    /// Loads the file, saves, loads and saves again; model and bytes must be the same each time.
     void checkRoundTrip()
     {
         Project first({}, {});
@@ -49,8 +49,8 @@ private Q_SLOTS:
         m_fileName = m_directory->filePath(u"sample.vnp"_s);
     }
 
-    void oddFilesAreSavedInOneWay_data() { addRows(u"."_s); }
-    void oddFilesAreSavedInOneWay()
+    void irregularFileIsSavedInTheRegularForm_data() { addRows(u"."_s); }
+    void irregularFileIsSavedInTheRegularForm()
     {
         QFETCH(QString, fileName);
         writeFile(m_fileName, bytesOf(fileName));
@@ -58,8 +58,8 @@ private Q_SLOTS:
         QCOMPARE(bytesOf(m_fileName), bytesOf(fileName + u".saved"_s));
     }
 
-    void malformedFilesAreRefused_data() { addRows(u"malformed"_s); }
-    void malformedFilesAreRefused()
+    void malformedFileIsRefused_data() { addRows(u"malformed"_s); }
+    void malformedFileIsRefused()
     {
         QFETCH(QString, fileName);
         Project project({}, {});
@@ -67,7 +67,7 @@ private Q_SLOTS:
         QCOMPARE(textOf(project), u"|||||\ncurrent \n"_s);
     }
 
-    void everyBeginningOfAFileIsRefused()
+    void truncatedFileIsRefused()
     {
         const QByteArray whole = bytesOf(corpus(u"values.vnp"_s)).trimmed();
         for (qsizetype length = 0; length < whole.size(); ++length) {
@@ -76,7 +76,7 @@ private Q_SLOTS:
         }
     }
 
-    void aMegabyteInOnePropertyComesBack()
+    void megabyteInOnePropertyIsReadBack()
     {
         QString value;
         for (int i = 0; value.size() < 1'000'000; ++i)
@@ -90,9 +90,9 @@ private Q_SLOTS:
         QVERIFY(project.properties()->property(u"big"_s, u"Default"_s) == value);
     }
 
-    void anyModelComesBack()
+    void randomModelIsReadBack()
     {
-        QRandomGenerator random(20031); // the same models each time
+        QRandomGenerator random(20031); // a fixed seed gives the same models each time
         const QStringList pieces{u"a"_s,    u"B"_s,      u"."_s,          u"/"_s,     u" "_s,  u"\n"_s,     u"\r"_s,
                                  u"\t"_s,   u"<"_s,      u">"_s,          u"&"_s,     u"\""_s, u"'"_s,      u"]"_s,
                                  u"é"_s,    u"\u65e5"_s, u"-"_s,          u"="_s,     u"--"_s, u"\u0085"_s, u"]]>"_s,

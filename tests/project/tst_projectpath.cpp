@@ -60,7 +60,7 @@ private Q_SLOTS:
         QTEST(absolutePath(QDir(base), stored), "path");
     }
 
-    void fileNameIsAllAfterTheLastSlash()
+    void fileNameIsTheTextAfterTheLastSlash()
     {
         QCOMPARE(fileNameOf(u"src/a.c"_s), u"a.c"_s);
         QCOMPARE(fileNameOf(u"a.c"_s), u"a.c"_s);
@@ -68,7 +68,7 @@ private Q_SLOTS:
         QVERIFY(fileNameOf(QString()).isNull());
     }
 
-    void extensionIsAllAfterTheFirstDot_data()
+    void extensionIsTheTextAfterTheFirstDot_data()
     {
         QTest::addColumn<QString>("path");
         QTest::addColumn<QString>("extension");
@@ -79,7 +79,7 @@ private Q_SLOTS:
         QTest::newRow("leading dot counts") << u".config"_s << u"config"_s;
         QTest::newRow("trailing dot") << u"a."_s << u""_s;
     }
-    void extensionIsAllAfterTheFirstDot()
+    void extensionIsTheTextAfterTheFirstDot()
     {
         QFETCH(QString, path);
         QTEST(completeExtension(path), "extension");

@@ -49,7 +49,7 @@ private Q_SLOTS:
         QVERIFY(project.isModified());
     }
 
-    void removingAConfigurationTakesItsKeysAndMarksTheProject()
+    void removedConfigurationLosesItsKeysAndMarksTheProject()
     {
         Project project(u"p"_s, u"/p"_s);
         project.properties()->setProperty(u"k"_s, u"v"_s, u"Debug"_s);
@@ -68,7 +68,7 @@ private Q_SLOTS:
         QVERIFY(project.isModified());
     }
 
-    void keysOfAnUnknownConfigurationLeaveItCreated()
+    void readingKeysOfAnUnknownConfigurationCreatesIt()
     {
         Project project(u"p"_s, u"/p"_s);
         expectAssert(u"m_configurations.find(configuration) != m_configurations.end()"_s);
@@ -88,7 +88,7 @@ private Q_SLOTS:
         QVERIFY(project.properties()->isModified());
     }
 
-    void storeWithoutProjectWorksAlone()
+    void storeWithoutProjectReturnsItsOwnValues()
     {
         ProjectProperties properties;
         properties.setProperty(u"k"_s, u"v"_s, u"Debug"_s);
@@ -107,7 +107,7 @@ private Q_SLOTS:
         QTest::newRow("configuration only in the project") << u"both"_s << u"Release"_s << u"project in Release"_s;
         QTest::newRow("empty value of the file hides the project's") << u"hidden"_s << u"Debug"_s << u""_s;
         QTest::newRow("nowhere") << u"none"_s << u"Debug"_s << QString();
-        QTest::newRow("no other configuration is asked") << u"project"_s << u"Release"_s << QString();
+        QTest::newRow("other configurations are not searched") << u"project"_s << u"Release"_s << QString();
         QTest::newRow("unknown configuration") << u"project"_s << u"Missing"_s << QString();
     }
     void fileFallsBackToTheProject()
@@ -124,7 +124,7 @@ private Q_SLOTS:
         project.addFile(file);
         file->properties()->setProperty(u"both"_s, u"file"_s, u"Debug"_s);
         file->properties()->setProperty(u"hidden"_s, u""_s, u"Debug"_s);
-        for (const bool flag : {false, true}) { // the flag changes nothing
+        for (const bool flag : {false, true}) { // the flag has no effect
             const QString found = file->properties()->property(key, configuration, flag);
             QCOMPARE(found, value);
             QCOMPARE(found.isNull(), value.isNull());
@@ -139,7 +139,7 @@ private Q_SLOTS:
         QCOMPARE(project.properties()->configurations(), QStringList(u"Debug"_s));
     }
 
-    void changesOfTheProjectsConfigurationsLeaveFilesAlone()
+    void changedConfigurationsOfTheProjectDoNotAffectFiles()
     {
         Project project(u"p"_s, u"/p"_s);
         auto *file = new ProjectFile(u"a.c"_s, u"a.c"_s);
@@ -153,7 +153,7 @@ private Q_SLOTS:
         QVERIFY(file->properties()->property(u"k"_s, u"New"_s).isNull());
     }
 
-    void readsConfigurationsWhateverTheTagsOfTheirChildren()
+    void readsValuesFromChildrenWithAnyTag()
     {
         ProjectProperties properties;
         properties.setModified(true);
@@ -166,7 +166,7 @@ private Q_SLOTS:
         QVERIFY(!properties.isModified());
     }
 
-    void readingAddsToWhatIsThereAndMarksNoProject()
+    void readingKeepsOldValuesAndDoesNotMarkTheProject()
     {
         Project project(u"p"_s, u"/p"_s);
         project.properties()->setProperty(u"k"_s, u"v"_s, u"Debug"_s);

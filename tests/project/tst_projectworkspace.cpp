@@ -33,7 +33,7 @@ private Q_SLOTS:
         m_fileName = path(u"all.vnw"_s);
     }
 
-    void aNewWorkspaceIsEmptyAndModified()
+    void newWorkspaceIsEmptyAndModified()
     {
         const ProjectWorkspace workspace(u"/work/all.boards.vnw"_s);
         QCOMPARE(workspace.fileName(), u"/work/all.boards.vnw"_s);
@@ -47,7 +47,7 @@ private Q_SLOTS:
         QVERIFY(ProjectWorkspace().name().isEmpty());
     }
 
-    void addingAProjectMakesItCurrent()
+    void addedProjectBecomesCurrent()
     {
         ProjectWorkspace workspace;
         added(workspace, u"a"_s);
@@ -66,7 +66,7 @@ private Q_SLOTS:
         QTest::addColumn<int>("removed");
         QTest::addColumn<QString>("left");
         QTest::addColumn<QString>("now");
-        QTest::addColumn<bool>("told");
+        QTest::addColumn<bool>("emitted");
         QTest::newRow("first") << 0 << 0 << u"b c"_s << u"b"_s << true;
         QTest::newRow("middle") << 1 << 1 << u"a c"_s << u"c"_s << true;
         QTest::newRow("last: the new last") << 2 << 2 << u"a b"_s << u"b"_s << true;
@@ -78,7 +78,7 @@ private Q_SLOTS:
     {
         QFETCH(int, current);
         QFETCH(int, removed);
-        QFETCH(bool, told);
+        QFETCH(bool, emitted);
         ProjectWorkspace workspace;
         for (const QString &name : {u"a"_s, u"b"_s, u"c"_s})
             added(workspace, name);
@@ -93,12 +93,12 @@ private Q_SLOTS:
         QTEST(workspace.currentProject()->name(), "now");
         QCOMPARE(workspace.project(workspace.currentProjectIndex()), workspace.currentProject());
         QStringList expected{u"workspaceChanged"_s};
-        if (told)
+        if (emitted)
             expected += u"currentProjectChanged"_s;
         QCOMPARE(log.take(), expected);
     }
 
-    void removingTheOnlyProjectLeavesNoCurrentOne()
+    void removingTheOnlyProjectUnsetsTheCurrentOne()
     {
         ProjectWorkspace workspace;
         Project *project = added(workspace, u"a"_s);
@@ -109,7 +109,7 @@ private Q_SLOTS:
         QCOMPARE(log.take(), (QStringList{u"workspaceChanged"_s, u"currentProjectChanged"_s}));
     }
 
-    void choosingTheCurrentProjectTellsOnlyOfAChange()
+    void settingTheCurrentProjectEmitsOnlyChanges()
     {
         ProjectWorkspace workspace;
         const Project *a = added(workspace, u"a"_s);
@@ -125,10 +125,10 @@ private Q_SLOTS:
         workspace.setCurrentProject(b);
         QCOMPARE(workspace.currentProjectIndex(), 1);
         QCOMPARE(log.take(), QStringList(u"currentProjectChanged"_s));
-        QVERIFY(!workspace.isModified()); // the file does not name the current project
+        QVERIFY(!workspace.isModified()); // the current project is not saved
     }
 
-    void impossibleIndicesAndNullProjectsAreMistakes()
+    void invalidIndicesAndNullProjectsFailAnAssertion()
     {
         ProjectWorkspace workspace;
         added(workspace, u"a"_s);
@@ -148,7 +148,7 @@ private Q_SLOTS:
         QCOMPARE(log.take(), QStringList());
     }
 
-    void askingForAProjectDoesNotChangeTheCurrentOne()
+    void readingAProjectDoesNotChangeTheCurrentOne()
     {
         ProjectWorkspace workspace;
         added(workspace, u"a"_s);
@@ -157,7 +157,7 @@ private Q_SLOTS:
         QCOMPARE(workspace.currentProject(), b);
     }
 
-    void theModifiedMarkIsToldEachTimeItIsSet()
+    void setModifiedTrueAlwaysEmits()
     {
         ProjectWorkspace workspace;
         SignalLog log(&workspace);
@@ -168,7 +168,7 @@ private Q_SLOTS:
         QCOMPARE(log.take(), (QStringList{u"workspaceChanged"_s, u"workspaceChanged"_s}));
     }
 
-    void theMarksOfProjectsAreNotItsOwn()
+    void modifiedProjectDoesNotMarkTheWorkspace()
     {
         ProjectWorkspace workspace;
         Project *project = added(workspace, u"a"_s);
@@ -179,7 +179,7 @@ private Q_SLOTS:
 
     // Activity
 
-    void anInactiveProjectGivesUpBeingCurrent()
+    void inactiveProjectIsReplacedAsTheCurrentOne()
     {
         ProjectWorkspace workspace;
         Project *a = added(workspace, u"a"_s);
@@ -192,7 +192,7 @@ private Q_SLOTS:
         QCOMPARE(log.take(), (QStringList{u"currentProjectChanged"_s, u"projectActivityChanged"_s}));
     }
 
-    void anotherProjectsActivityIsOnlyTold()
+    void activityOfAnotherProjectIsOnlyEmitted()
     {
         ProjectWorkspace workspace;
         Project *a = added(workspace, u"a"_s);
@@ -204,7 +204,7 @@ private Q_SLOTS:
         QCOMPARE(log.take(), (QStringList{u"projectActivityChanged"_s, u"projectActivityChanged"_s}));
     }
 
-    void withoutAnActiveProjectTheCurrentOneStays()
+    void currentProjectStaysIfNoProjectIsActive()
     {
         ProjectWorkspace workspace;
         Project *a = added(workspace, u"a"_s);
@@ -214,7 +214,7 @@ private Q_SLOTS:
         QCOMPARE(log.take(), QStringList(u"projectActivityChanged"_s));
     }
 
-    void activityWithoutAnyProjectIsOnlyTold()
+    void activityWithoutProjectsIsOnlyEmitted()
     {
         ProjectWorkspace workspace;
         SignalLog log(&workspace);
@@ -222,7 +222,7 @@ private Q_SLOTS:
         QCOMPARE(log.take(), QStringList(u"projectActivityChanged"_s));
     }
 
-    void loadedProjectsTellTheirActivityToo()
+    void activityOfLoadedProjectsIsEmitted()
     {
         writeFile(path(u"a.vnp"_s), "<project/>");
         writeFile(m_fileName, "<workspace><project path='a.vnp'/></workspace>");
@@ -235,7 +235,7 @@ private Q_SLOTS:
 
     // Files of projects
 
-    void theCurrentProjectComesFirstAmongThoseWithAFile()
+    void currentProjectIsListedFirst()
     {
         ProjectWorkspace workspace;
         for (const QString &name : {u"a"_s, u"b"_s, u"c"_s, u"d"_s})
@@ -285,7 +285,7 @@ private Q_SLOTS:
         QCOMPARE(workspace.relativePath(u"C:/other/o.vnp"_s), u"../other/o.vnp"_s);
     }
 
-    void savesTheUsualSuffixWhateverTheProjectFileHas()
+    void savesTheDefaultSuffixForAnyProjectFile()
     {
         auto *project = new Project({}, {});
         QVERIFY(project->load(writeFile(path(u"odd.xml"_s), "<project/>")));
@@ -312,7 +312,7 @@ private Q_SLOTS:
         QVERIFY(!QFile::exists(path(u"a.vnp"_s)));
     }
 
-    void aFailedSaveKeepsTheMark()
+    void failedSaveKeepsTheMark()
     {
         ProjectWorkspace workspace(path(u"missing/all.vnw"_s));
         QVERIFY(!workspace.save());
@@ -348,7 +348,7 @@ private Q_SLOTS:
         QCOMPARE(log.take(), QStringList());
     }
 
-    void projectsThatDoNotLoadStandInTheListAllTheSame()
+    void unloadableProjectsAreListed()
     {
         writeFile(path(u"good.vnp"_s), "<project/>");
         writeFile(path(u"bad.vnp"_s), "<project");
@@ -364,7 +364,7 @@ private Q_SLOTS:
         QCOMPARE(workspace.project(1)->name(), u"bad"_s);
     }
 
-    void oddFilesAreSavedInOneWay_data()
+    void irregularFileIsSavedInTheRegularForm_data()
     {
         QTest::addColumn<QByteArray>("bytes");
         QTest::addColumn<QByteArray>("saved");
@@ -390,7 +390,7 @@ private Q_SLOTS:
             << QByteArray("<w><project path='a.vnp'/><project path='a.vnp'/></w>")
             << QByteArray("<workspace>\n <project path=\"a.vnp\"/>\n <project path=\"a.vnp\"/>\n</workspace>\n");
     }
-    void oddFilesAreSavedInOneWay()
+    void irregularFileIsSavedInTheRegularForm()
     {
         QFETCH(QByteArray, bytes);
         QFETCH(QByteArray, saved);
@@ -404,7 +404,7 @@ private Q_SLOTS:
         }
     }
 
-    void aFileWithoutProjectsIsAnEmptyWorkspace()
+    void fileWithoutProjectsIsAnEmptyWorkspace()
     {
         writeFile(m_fileName, "<workspace/>");
         ProjectWorkspace workspace;
@@ -413,7 +413,7 @@ private Q_SLOTS:
         QCOMPARE(workspace.count(), 0);
     }
 
-    void anUnreadableFileLeavesItEmptyWithTheNewFileName_data()
+    void unreadableFileGivesAnEmptyWorkspaceWithItsFileName_data()
     {
         QTest::addColumn<QByteArray>("bytes");
         QTest::newRow("missing") << QByteArray();
@@ -421,7 +421,7 @@ private Q_SLOTS:
         QTest::newRow("cut off") << QByteArray("<workspace><project path='a.vnp'/>");
         QTest::newRow("junk at the end") << QByteArray("<workspace><project path='a.vnp'/></workspace>x");
     }
-    void anUnreadableFileLeavesItEmptyWithTheNewFileName()
+    void unreadableFileGivesAnEmptyWorkspaceWithItsFileName()
     {
         QFETCH(QByteArray, bytes);
         if (!bytes.isEmpty())

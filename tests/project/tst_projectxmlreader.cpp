@@ -9,7 +9,7 @@ class TestProjectXmlReader : public QObject
 private Q_SLOTS:
     void init() { QTest::failOnWarning(QRegularExpression(u".?"_s)); }
 
-    void tellsMissingFromEmptyAttributes()
+    void missingAttributeIsNullAndEmptyOneIsNot()
     {
         ProjectXmlReader xml(u"<a b='' c='1'/>"_s);
         QVERIFY(xml.readNextStartElement());
@@ -18,7 +18,7 @@ private Q_SLOTS:
         QVERIFY(xml.attribute("d"_L1).isNull());
     }
 
-    void comparesFullNames()
+    void namesAreComparedWithTheirPrefix()
     {
         ProjectXmlReader xml(u"<x:a y:b='1'/>"_s);
         QVERIFY(xml.readNextStartElement());
@@ -28,7 +28,7 @@ private Q_SLOTS:
         QCOMPARE(xml.attribute("y:b"_L1), u"1"_s);
     }
 
-    void equalSharedAttributesAreOneTextInMemory()
+    void equalSharedAttributesShareTheirMemory()
     {
         ProjectXmlReader xml(u"<r><a k='key'/><b k='key'/></r>"_s);
         QVERIFY(xml.readNextStartElement() && xml.readNextStartElement());
@@ -40,7 +40,7 @@ private Q_SLOTS:
         QCOMPARE(second.constData(), first.constData());
     }
 
-    void elementTextIsThatOfADom_data()
+    void elementTextEqualsThatOfADom_data()
     {
         QTest::addColumn<QString>("xml");
         QTest::newRow("plain") << u"<a>x</a>"_s;
@@ -55,7 +55,7 @@ private Q_SLOTS:
         QTest::newRow("entity") << u"<!DOCTYPE a [<!ENTITY e 'hello'>]><a>x&e;y</a>"_s;
         QTest::newRow("processing instruction") << u"<a>x<?php y ?>z</a>"_s;
     }
-    void elementTextIsThatOfADom()
+    void elementTextEqualsThatOfADom()
     {
         QFETCH(QString, xml);
         QDomDocument document;
@@ -68,7 +68,7 @@ private Q_SLOTS:
         QVERIFY(reader.finish());
     }
 
-    void blanksWrittenAsReferencesAreText()
+    void blanksAsReferencesAreText()
     {
         ProjectXmlReader xml(u"<a>&#x20; </a>"_s);
         QVERIFY(xml.readNextStartElement());
@@ -84,7 +84,7 @@ private Q_SLOTS:
         QVERIFY(xml.finish());
     }
 
-    void finishSeesErrorsBehindTheRoot()
+    void finishReportsErrorsAfterTheRoot()
     {
         for (const QString &text : {u"<a/>junk"_s, u"<a/><b/>"_s, u"<a>"_s, u""_s, u"no xml"_s}) {
             ProjectXmlReader xml(text);

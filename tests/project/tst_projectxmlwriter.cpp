@@ -10,7 +10,7 @@ class TestProjectXmlWriter : public QObject
 private Q_SLOTS:
     void init() { QTest::failOnWarning(QRegularExpression(u".?"_s)); }
 
-    void writesOneElementALine()
+    void writesOneElementOnEachLine()
     {
         ProjectXmlWriter xml;
         xml.startElement("root"_L1);
@@ -36,7 +36,7 @@ private Q_SLOTS:
                             "</root>\n"_s);
     }
 
-    void writesWhatADomWouldWrite_data()
+    void outputEqualsThatOfADom_data()
     {
         QTest::addColumn<QString>("value");
         QTest::newRow("plain") << u"plain"_s;
@@ -47,7 +47,7 @@ private Q_SLOTS:
         QTest::newRow("empty") << u""_s;
         QTest::newRow("blanks around") << u"  x "_s;
     }
-    void writesWhatADomWouldWrite()
+    void outputEqualsThatOfADom()
     {
         QFETCH(QString, value);
         QDomDocument document;
@@ -68,7 +68,7 @@ private Q_SLOTS:
         QCOMPARE(xml.xml(), document.toString());
     }
 
-    void textsComeBackAsWritten_data()
+    void writtenTextIsReadBackUnchanged_data()
     {
         QTest::addColumn<QString>("value");
         QTest::addColumn<QString>("read");
@@ -87,7 +87,7 @@ private Q_SLOTS:
         QTest::newRow("halves in wrong order") << QString(QChar(0xdc00)) + QChar(0xd800) << u"\ufffd\ufffd"_s;
         QTest::newRow("no characters") << QString(QChar(0xfffe)) + QChar(0xffff) << u"\ufffd\ufffd"_s;
     }
-    void textsComeBackAsWritten()
+    void writtenTextIsReadBackUnchanged()
     {
         QFETCH(QString, value);
         QFETCH(QString, read);

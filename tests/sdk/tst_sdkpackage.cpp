@@ -57,6 +57,13 @@ unsigned long references(T *object)
     return object->release();
 }
 
+void writeFile(const QString &path, const QByteArray &text)
+{
+    QFile file(path);
+    QVERIFY(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
+    file.write(text);
+}
+
 QString readFile(const QString &path)
 {
     QFile file(path);
@@ -69,7 +76,7 @@ class tst_SdkPackage : public QObject
 {
     Q_OBJECT
 
-    /// Runs CMake; on failure m_output says why.
+    /// Runs CMake; m_output gets its output.
     bool cmake(const QStringList &arguments)
     {
         QProcess process;
@@ -80,15 +87,22 @@ class tst_SdkPackage : public QObject
         return process.error() == QProcess::UnknownError && process.exitCode() == 0;
     }
 
-    /// Has the plug-in in the folder @p sources of the tests built against the installation, and installed into it.
-    bool buildPlugin(const QString &sources)
+    /// Builds the plug-ins in the @p folders of the tests against the installation, and installs them there. They are
+    /// whole projects, built as one.
+    bool buildPlugins(const QStringList &folders)
     {
-        const QString name = sources.section(u'/', -1);
-        const QString copy = m_directory.filePath(u"sources/"_s + name);
-        const QString build = m_directory.filePath(u"build/"_s + name);
+        const QString sources = m_directory.filePath(u"sources"_s);
+        const QString build = m_directory.filePath(u"build"_s);
+        QString all = u"cmake_minimum_required(VERSION 3.16)\nproject(all LANGUAGES CXX)\n"_s;
+        for (const QString &folder : folders) {
+            const QString name = folder.section(u'/', -1);
+            all += u"add_subdirectory(%1)\n"_s.arg(name);
+            if (!cmake({u"-E"_s, u"copy_directory"_s, sourceDirectory(folder), sources + u'/' + name}))
+                return false;
+        }
+        writeFile(sources + u"/CMakeLists.txt"_s, all.toUtf8());
         const QList<QStringList> steps{
-            {u"-E"_s, u"copy_directory"_s, sourceDirectory(sources), copy},
-            {u"-S"_s, copy, u"-B"_s, build, u"-G"_s, QStringLiteral(CMAKE_GENERATOR_NAME),
+            {u"-S"_s, sources, u"-B"_s, build, u"-G"_s, QStringLiteral(CMAKE_GENERATOR_NAME),
              u"-DCMAKE_CXX_COMPILER="_s + QStringLiteral(CXX_COMPILER),
              u"-DCMAKE_CXX_FLAGS=-Wall -Wextra -Werror -Wnon-virtual-dtor -Woverloaded-virtual"_s,
              u"-DCMAKE_PREFIX_PATH="_s + m_directory.filePath(u"moved"_s)},
@@ -97,7 +111,7 @@ class tst_SdkPackage : public QObject
         return std::ranges::all_of(steps, [this](const QStringList &step) { return cmake(step); });
     }
 
-    /// The library that CMake calls @p name, where its installation put it.
+    /// The path of the installed library of the CMake target @p name.
     QString library(const QString &name)
     {
         return m_directory.filePath(u"moved/plugins/"_s + QStringLiteral(PLUGIN_PREFIX) + name
@@ -111,10 +125,9 @@ class tst_SdkPackage : public QObject
 
     void writeScript(const QByteArray &text)
     {
-        QFile script(m_directory.filePath(u"script"_s));
-        QVERIFY(script.open(QIODevice::WriteOnly | QIODevice::Truncate));
-        script.write("#!/bin/sh\n" + text);
-        script.setPermissions(QFile::ReadOwner | QFile::ExeOwner | QFile::WriteOwner);
+        const QString script = m_directory.filePath(u"script"_s);
+        writeFile(script, "#!/bin/sh\n" + text);
+        QFile::setPermissions(script, QFile::ReadOwner | QFile::ExeOwner | QFile::WriteOwner);
     }
 
     QTemporaryDir m_directory;
@@ -122,22 +135,22 @@ class tst_SdkPackage : public QObject
     QString m_library;
 
 private Q_SLOTS:
-    /// Installs, moves the installation away, and has plug-ins from outside built and installed against it.
+    /// Installs Varnel, moves the installation, and builds plug-ins against it.
     void initTestCase()
     {
         const QString installed = m_directory.filePath(u"installed"_s);
         QVERIFY2(cmake({u"--install"_s, QStringLiteral(VARNEL_BINARY_DIR), u"--prefix"_s, installed}),
                  m_output.constData());
         QVERIFY2(cmake({u"-E"_s, u"rename"_s, installed, m_directory.filePath(u"moved"_s)}), m_output.constData());
-        for (const QString &sources : {u"sdk/scriptbuild"_s, u"sdk/editorheaders"_s, u"plugins/language"_s})
-            QVERIFY2(buildPlugin(sources), m_output.constData());
+        QVERIFY2(buildPlugins({u"sdk/scriptbuild"_s, u"sdk/editorheaders"_s, u"plugins/language"_s}),
+                 m_output.constData());
         m_library = library(u"scriptbuild"_s);
         QVERIFY2(QFile::exists(m_library), qPrintable(m_library));
     }
 
     void init() { QTest::failOnWarning(QRegularExpression(u".?"_s)); }
 
-    void thePackageCarriesEveryInterface()
+    void packageContainsAllInterfaces()
     {
         const QStringList headers =
             QDir(QStringLiteral(VARNEL_SOURCE_DIR) + u"/source/interfaces"_s).entryList({u"*.h"_s});
@@ -146,12 +159,12 @@ private Q_SLOTS:
             QVERIFY2(QFile::exists(m_directory.filePath(u"moved/include/varnel/"_s + header)), qPrintable(header));
     }
 
-    void theLibraryIsKnownByItsMetadata()
+    void libraryHasTheFactoryIid()
     {
         QCOMPARE(QPluginLoader(m_library).metaData()[u"IID"_s].toString(), IPluginFactory::Iid.toString());
     }
 
-    void theFactoryPresentsTheLibrary()
+    void factoryReturnsFeaturesNameAndLogo()
     {
         QVERIFY2(factory(), qPrintable(QPluginLoader(m_library).errorString()));
         QCOMPARE(queryInterface<IPluginFactory>(factory()).get(), factory());
@@ -160,13 +173,13 @@ private Q_SLOTS:
         QCOMPARE(factory()->logo().size(), QSize(32, 32));
     }
 
-    void aFeatureThatIsNotTheLibrarysIsNotCreated()
+    void unknownFeatureIsNotCreated()
     {
         QVERIFY(!factory()->create(u"{00000000-0000-0000-0000-000000000000}"_s));
         QVERIFY(!factory()->create(feature.toUpper()));
     }
 
-    void aCreatedObjectHasOneReference()
+    void createdObjectHasOneReference()
     {
         IPluginObject *object = factory()->create(feature);
         QCOMPARE(references(object), 1ul);
@@ -178,7 +191,7 @@ private Q_SLOTS:
         QCOMPARE(references(environment.get()), 1ul);
     }
 
-    void builds_data()
+    void scriptResultIsTheBuildResult_data()
     {
         QTest::addColumn<QByteArray>("script");
         QTest::addColumn<bool>("success");
@@ -188,7 +201,7 @@ private Q_SLOTS:
         QTest::newRow("unfinished line") << QByteArray("printf a; printf b") << true << u"ab\n"_s;
     }
 
-    void builds()
+    void scriptResultIsTheBuildResult()
     {
         QFETCH(QByteArray, script);
         QFETCH(bool, success);
@@ -205,11 +218,11 @@ private Q_SLOTS:
             QTRY_COMPARE(events->results, QList<bool>{success});
         }
         QCOMPARE(events->output, output.contains(u'%') ? output.arg(m_directory.path()) : output);
-        QCOMPARE(references(events.get()), 1ul); // the plug-in gave back what it had taken
+        QCOMPARE(references(events.get()), 1ul); // the plug-in has released its references
         QCOMPARE(references(project.get()), 1ul);
     }
 
-    void aBuildThatIsStoppedIsFinishedAndFailed()
+    void stoppedBuildFails()
     {
         writeScript("exec sleep 1000");
         const InterfacePtr<Events> events(new Events);
@@ -221,7 +234,7 @@ private Q_SLOTS:
         QTRY_COMPARE(events->results, QList<bool>{false});
     }
 
-    void aScriptThatIsMissingIsReported()
+    void missingScriptIsReported()
     {
         const InterfacePtr<Events> events(new Events);
         const InterfacePtr<IPluginObject> object(factory()->create(feature));
@@ -232,8 +245,8 @@ private Q_SLOTS:
         QTRY_COMPARE(events->results, QList<bool>{false});
     }
 
-    /// Nothing here links the editor: the library brings it from the installation that it was built against.
-    void aLanguageWorksWithTheInstalledEditor()
+    /// The test does not link the editor; the plug-in loads it from the installation.
+    void languageWorksWithTheInstalledEditor()
     {
         QPluginLoader loader(library(u"language"_s));
         auto *factory = qobject_cast<IPluginFactory *>(loader.instance());
@@ -253,7 +266,7 @@ private Q_SLOTS:
         QCOMPARE(text.toPlainText(), u"loop:\n    nop"_s);
     }
 
-    void theGuideShowsTheseSources_data()
+    void guideContainsTheseSources_data()
     {
         QTest::addColumn<QString>("file");
         for (const char *file : {"sdk/scriptbuild/CMakeLists.txt", "sdk/scriptbuild/scriptbuild.cpp",
@@ -261,7 +274,7 @@ private Q_SLOTS:
             QTest::newRow(file) << QString::fromLatin1(file);
     }
 
-    void theGuideShowsTheseSources()
+    void guideContainsTheseSources()
     {
         QFETCH(QString, file);
         const QString guide = readFile(QStringLiteral(VARNEL_SOURCE_DIR) + u"/docs/plugin-authors.md"_s);

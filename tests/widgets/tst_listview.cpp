@@ -2,8 +2,9 @@
 #include <QContextMenuEvent>
 #include <QLineEdit>
 #include <QMenu>
+#include <QSignalSpy>
+#include <QTest>
 #include <QToolTip>
-#include <QtTest>
 
 using namespace Qt::StringLiterals;
 
@@ -42,7 +43,7 @@ private:
     ListViewItem *m_apple = nullptr;
     ListViewItem *m_pear = nullptr;
     ListViewItem *m_nuts = nullptr;
-    QStringList m_renamed; ///< one line an itemRenamed
+    QStringList m_renamed; ///< one line for each itemRenamed
 
     void startRename(ListViewItem *item)
     {
@@ -81,7 +82,7 @@ private Q_SLOTS:
 
     void cleanup() { m_list.reset(); }
 
-    void rowsStandWhereTheyWerePut()
+    void rowIsInsertedAfterTheGivenOne()
     {
         new ListViewItem(m_list.get(), nullptr, u"first"_s);
         new ListViewItem(m_fruit, nullptr, u"apricot"_s);
@@ -95,7 +96,7 @@ private Q_SLOTS:
                                  "nuts\n"_s);
     }
 
-    void rowsKnowTheirKindAndTheirPlace()
+    void rowHasItsKindAndParent()
     {
         QCOMPARE(ListViewItem(m_list.get(), nullptr, u"x"_s, 7).rtti(), 7);
         QCOMPARE(m_list->firstChild(), m_fruit);
@@ -110,7 +111,7 @@ private Q_SLOTS:
         QCOMPARE(m_nuts->firstChild(), nullptr);
     }
 
-    void aboveAndBelowFollowTheScreen()
+    void rowsAboveAndBelowAreThoseOnTheScreen()
     {
         QCOMPARE(m_fruit->itemBelow(), m_nuts);
         QCOMPARE(m_nuts->itemAbove(), m_fruit);
@@ -121,7 +122,7 @@ private Q_SLOTS:
         QCOMPARE(m_nuts->itemBelow(), nullptr);
     }
 
-    void aTakenRowIsUnharmed()
+    void takenRowIsNotDeleted()
     {
         m_fruit->takeItem(m_apple);
         m_list->takeItem(m_nuts);
@@ -132,7 +133,7 @@ private Q_SLOTS:
         QCOMPARE(drawn(*m_list), u"apple\nfruit\n  pear\n  nuts\n"_s);
     }
 
-    void makingARowVisibleOpensThoseAboveIt()
+    void makingARowVisibleOpensTheRowsAbove()
     {
         auto *deep = new ListViewItem(m_pear, nullptr, u"williams"_s);
         for (int i = 0; i < 100; ++i)
@@ -146,7 +147,7 @@ private Q_SLOTS:
         QCOMPARE(m_list->itemAt(m_list->itemRect(deep).center()), deep);
     }
 
-    void selectionIsToldInTreeOrder_data()
+    void selectedItemsAreInTreeOrder_data()
     {
         QTest::addColumn<QStringList>("select");
         QTest::addColumn<QStringList>("expected");
@@ -158,7 +159,7 @@ private Q_SLOTS:
         QTest::newRow("siblings") << QStringList{u"pear"_s, u"apple"_s} << QStringList{u"apple"_s, u"pear"_s};
     }
 
-    void selectionIsToldInTreeOrder()
+    void selectedItemsAreInTreeOrder()
     {
         QFETCH(QStringList, select);
         QFETCH(QStringList, expected);
@@ -170,7 +171,7 @@ private Q_SLOTS:
         QCOMPARE(first ? first->text(0) : QString(), expected.value(0));
     }
 
-    void theItemMarginMakesRowsHigher()
+    void itemMarginIncreasesTheRowHeight()
     {
         const int before = m_list->visualItemRect(m_fruit).height();
         m_list->setItemMargin(3);
@@ -178,7 +179,7 @@ private Q_SLOTS:
         QCOMPARE(m_list->visualItemRect(m_fruit).height(), before + 6);
     }
 
-    void rowsHearThatTheyAreOpened()
+    void openedRowIsCalled()
     {
         struct Row : ListViewItem
         {
@@ -195,7 +196,7 @@ private Q_SLOTS:
         QVERIFY(!row->isOpen());
     }
 
-    void onlyEnabledColumnsAreRenamed()
+    void onlyEnabledColumnsCanBeRenamed()
     {
         m_apple->startRename(0);
         QVERIFY(!m_list->renameEdit());
@@ -219,7 +220,7 @@ private Q_SLOTS:
         QVERIFY(m_fruit->isOpen());
     }
 
-    void renamingEnds_data()
+    void keyOrLostFocusEndsRenaming_data()
     {
         QTest::addColumn<int>("key");
         QTest::addColumn<int>("defaultAction");
@@ -235,7 +236,7 @@ private Q_SLOTS:
         }
     }
 
-    void renamingEnds()
+    void keyOrLostFocusEndsRenaming()
     {
         QFETCH(int, key);
         QFETCH(int, defaultAction);
@@ -254,9 +255,9 @@ private Q_SLOTS:
         QCOMPARE(m_list->currentItem(), m_apple);
     }
 
-    void theDefaultIsToReject() { QCOMPARE(m_list->defaultRenameAction(), ListView::Reject); }
+    void defaultRenameActionIsReject() { QCOMPARE(m_list->defaultRenameAction(), ListView::Reject); }
 
-    void aMenuOfTheEditorDoesNotEndRenaming()
+    void menuOfTheEditorDoesNotEndRenaming()
     {
         startRename(m_apple);
         QFocusEvent event(QEvent::FocusOut, Qt::PopupFocusReason);
@@ -264,7 +265,7 @@ private Q_SLOTS:
         QVERIFY(m_list->renameEdit());
     }
 
-    void anotherRenameEndsTheFirst()
+    void secondRenameEndsTheFirst()
     {
         m_list->setDefaultRenameAction(ListView::Accept);
         startRename(m_apple);
@@ -275,7 +276,7 @@ private Q_SLOTS:
         QCOMPARE(m_list->currentItem(), m_pear);
     }
 
-    void renamingDoesNotLeaveTheCellEditable()
+    void cellIsNotEditableAfterRenaming()
     {
         QSignalSpy changed(m_list.get(), &QTreeWidget::itemChanged);
         startRename(m_apple);
@@ -284,7 +285,7 @@ private Q_SLOTS:
         QCOMPARE(changed.count(), 0);
     }
 
-    void theRenamedRowMayDieInItsSignal()
+    void renamedRowMayBeDeletedInItsSignal()
     {
         connect(m_list.get(), &ListView::itemRenamed, this, [](ListViewItem *item) { delete item; });
         startRename(m_apple);
@@ -293,7 +294,7 @@ private Q_SLOTS:
         QCOMPARE(drawn(*m_list), u"fruit\n  pear\nnuts\n"_s);
     }
 
-    void aRowThatDiesTakesItsEditorAlong()
+    void deletedRowEndsRenaming()
     {
         startRename(m_apple);
         delete m_apple;
@@ -305,7 +306,7 @@ private Q_SLOTS:
         QTRY_COMPARE(m_list->viewport()->findChildren<QLineEdit *>().count(), 0);
     }
 
-    void aListMayDieWhileItIsRenaming()
+    void listMayBeDeletedDuringRenaming()
     {
         startRename(m_apple);
         m_list.reset();
@@ -325,7 +326,7 @@ private Q_SLOTS:
         QCOMPARE(m_list->renameEdit()->text(), u"brown"_s);
     }
 
-    void typingJumpsToARowButABlankOnlySelects()
+    void typedLetterFindsARowAndBlankSelects()
     {
         m_list->setSelectionMode(QAbstractItemView::ExtendedSelection);
         m_nuts->setText(0, u" nuts"_s);
@@ -340,33 +341,33 @@ private Q_SLOTS:
         QCOMPARE(m_list->currentItem(), m_nuts);
     }
 
-    void returnIsToldAndPassedOn_data()
+    void returnIsEmittedAndForwarded_data()
     {
         QTest::addColumn<int>("key");
         QTest::addColumn<int>("modifiers");
-        QTest::addColumn<int>("told");
+        QTest::addColumn<int>("emitted");
         QTest::newRow("Return") << int(Qt::Key_Return) << int(Qt::NoModifier) << 1;
         QTest::newRow("Enter on the key pad") << int(Qt::Key_Enter) << int(Qt::KeypadModifier) << 1;
-        QTest::newRow("Alt+Return, a shortcut of others") << int(Qt::Key_Return) << int(Qt::AltModifier) << 0;
+        QTest::newRow("Alt+Return, a shortcut") << int(Qt::Key_Return) << int(Qt::AltModifier) << 0;
         QTest::newRow("another key") << int(Qt::Key_A) << int(Qt::NoModifier) << 0;
     }
 
-    void returnIsToldAndPassedOn()
+    void returnIsEmittedAndForwarded()
     {
         QFETCH(int, key);
         QFETCH(int, modifiers);
-        QFETCH(int, told);
+        QFETCH(int, emitted);
         QSignalSpy spy(m_list.get(), &ListView::returnPressed);
         m_list->setCurrentItem(m_nuts);
         QKeyEvent event(QEvent::KeyPress, key, Qt::KeyboardModifiers(modifiers));
         QCoreApplication::sendEvent(m_list.get(), &event);
-        QCOMPARE(spy.count(), told);
+        QCOMPARE(spy.count(), emitted);
         QVERIFY(!event.isAccepted());
-        if (told)
+        if (emitted)
             QCOMPARE(spy.first().first().value<ListViewItem *>(), m_nuts);
     }
 
-    void returnInAnEmptyListIsNotTold()
+    void returnInAnEmptyListIsNotEmitted()
     {
         QSignalSpy spy(m_list.get(), &ListView::returnPressed);
         m_list->clear();
@@ -376,7 +377,7 @@ private Q_SLOTS:
         QCOMPARE(spy.count(), 0);
     }
 
-    void theMouseAsksForAContextMenu()
+    void rightClickRequestsTheContextMenu()
     {
         QSignalSpy spy(m_list.get(), &ListView::contextMenuRequested);
         const QPoint onNuts = m_list->itemRect(m_nuts).center();
@@ -391,22 +392,22 @@ private Q_SLOTS:
         QCOMPARE(spy[1][0].value<ListViewItem *>(), nullptr);
     }
 
-    void theKeyboardAsksForTheContextMenuOfTheCurrentRow_data()
+    void keyRequestsTheContextMenuOfTheCurrentRow_data()
     {
         QTest::addColumn<int>("key");
         QTest::addColumn<int>("modifiers");
-        QTest::addColumn<int>("told");
+        QTest::addColumn<int>("emitted");
         QTest::newRow("menu key") << int(Qt::Key_Menu) << int(Qt::NoModifier) << 1;
         QTest::newRow("Shift+F10") << int(Qt::Key_F10) << int(Qt::ShiftModifier) << 1;
         QTest::newRow("F10 alone") << int(Qt::Key_F10) << int(Qt::NoModifier) << 0;
         QTest::newRow("event of the platform") << 0 << 0 << 1;
     }
 
-    void theKeyboardAsksForTheContextMenuOfTheCurrentRow()
+    void keyRequestsTheContextMenuOfTheCurrentRow()
     {
         QFETCH(int, key);
         QFETCH(int, modifiers);
-        QFETCH(int, told);
+        QFETCH(int, emitted);
         QSignalSpy spy(m_list.get(), &ListView::contextMenuRequested);
         m_list->selectionModel()->setCurrentIndex(m_list->indexFromItem(m_nuts), QItemSelectionModel::NoUpdate);
         QContextMenuEvent event(QContextMenuEvent::Keyboard, QPoint(1, 1), QPoint(1, 1));
@@ -414,15 +415,15 @@ private Q_SLOTS:
             QTest::keyClick(m_list.get(), Qt::Key(key), Qt::KeyboardModifiers(modifiers));
         else
             QCoreApplication::sendEvent(m_list.get(), &event);
-        QCOMPARE(spy.count(), told);
-        if (!told)
+        QCOMPARE(spy.count(), emitted);
+        if (!emitted)
             return;
         QCOMPARE(spy[0][0].value<ListViewItem *>(), m_nuts);
         QVERIFY(m_list->itemRect(m_nuts).contains(m_list->viewport()->mapFromGlobal(spy[0][1].toPoint())));
         QVERIFY(m_nuts->isSelected());
     }
 
-    void theContextMenuKeyKeepsASelectionThatHoldsTheCurrentRow()
+    void menuKeyKeepsASelectionWithTheCurrentRow()
     {
         m_list->setSelectionMode(QAbstractItemView::ExtendedSelection);
         m_list->selectAll();
@@ -430,7 +431,7 @@ private Q_SLOTS:
         QCOMPARE(texts(m_list->selectedItemsInOrder()), (QStringList{u"fruit"_s, u"nuts"_s}));
     }
 
-    void textThatIsCutOffIsShownAsToolTip()
+    void truncatedTextIsShownAsToolTip()
     {
         m_nuts->setText(0, QString(200, u'n'));
         const auto toolTipOver = [&](const ListViewItem *item) {

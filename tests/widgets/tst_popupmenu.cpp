@@ -1,5 +1,5 @@
 #include "popupmenu.h"
-#include <QtTest>
+#include <QTest>
 
 using namespace Qt::StringLiterals;
 
@@ -10,7 +10,7 @@ class PopupMenuTest : public QObject
 private:
     static void ignore(int) {}
 
-    /// The menu as the user reads it from the top; "-" stands for a separator, "#n" behind a text for an id.
+    /// The menu as text from the top; "-" means a separator, "#n" after a text an id.
     static QString contents(const PopupMenu &menu)
     {
         QStringList items;
@@ -65,7 +65,7 @@ private Q_SLOTS:
         QCOMPARE(menu.idAt(1), PopupMenu::NoId);
     }
 
-    void findsItemsById()
+    void itemIsFoundById()
     {
         QAction foreign(u"foreign"_s);
         PopupMenu menu;
@@ -76,7 +76,7 @@ private Q_SLOTS:
         QVERIFY(!menu.item(PopupMenu::NoId));
     }
 
-    void choosingAnItemPassesItsId()
+    void chosenItemPassesItsId()
     {
         QList<int> chosen;
         PopupMenu menu;
@@ -87,7 +87,7 @@ private Q_SLOTS:
         QCOMPARE(chosen, (QList<int>{5, 0}));
     }
 
-    void removesOnlyWhatHasAnId()
+    void removesOnlyItemsWithAnId()
     {
         QAction foreign(u"foreign"_s);
         PopupMenu menu;
@@ -101,7 +101,7 @@ private Q_SLOTS:
         QVERIFY(!menu.removeItemsWithId());
     }
 
-    void removesByPosition()
+    void removesTheItemAtAPosition()
     {
         QAction foreign(u"foreign"_s);
         PopupMenu menu;
@@ -119,7 +119,7 @@ private Q_SLOTS:
         QVERIFY(menu.isEmpty());
     }
 
-    void aForeignActionSurvivesItsRemoval()
+    void removedForeignActionIsNotDeleted()
     {
         QObject window;
         QPointer<QAction> foreign = new QAction(u"foreign"_s, &window);
@@ -133,7 +133,7 @@ private Q_SLOTS:
         QVERIFY(!own);
     }
 
-    void anItemMayRemoveItselfWhenChosen()
+    void chosenItemMayRemoveItself()
     {
         PopupMenu menu;
         int chosen = 0;

@@ -1,5 +1,5 @@
 #include "projecttreeitem.h"
-#include <QtTest>
+#include <QTest>
 
 using namespace Qt::StringLiterals;
 
@@ -39,7 +39,7 @@ private:
         return new ProjectTreeItem(&list, nullptr, text, nullptr, nullptr, rtti, sortByText);
     }
 
-    /// The first row of the list as it is painted.
+    /// The first row of the list as painted.
     QImage painted(ListView &list)
     {
         const QRect row = list.visualItemRect(list.firstChild());
@@ -49,7 +49,7 @@ private:
 private Q_SLOTS:
     void init() { QTest::failOnWarning(QRegularExpression(u"^(?!This plugin does not support)"_s)); }
 
-    void theOpenPixmapIsShownWhileOpen()
+    void openPixmapIsShownWhileOpen()
     {
         ListView list;
         auto *item = new ProjectTreeItem(&list, nullptr, u"folder"_s, nullptr, nullptr, 0, false, icon(Qt::red),
@@ -63,7 +63,7 @@ private Q_SLOTS:
         QCOMPARE(shown(item), QColor(Qt::blue));
     }
 
-    void withoutAnOpenPixmapTheClosedOneStays()
+    void closedPixmapIsShownWithoutAnOpenOne()
     {
         ListView list;
         auto *item = new ProjectTreeItem(&list, nullptr, u"file"_s, nullptr, nullptr, 0, false, icon(Qt::red));
@@ -73,7 +73,7 @@ private Q_SLOTS:
         QCOMPARE(shown(item), QColor(Qt::blue));
     }
 
-    void itGivesTheObjectItStandsFor()
+    void objectIsReturned()
     {
         ListView list;
         QString object = u"object"_s;
@@ -82,7 +82,7 @@ private Q_SLOTS:
         QCOMPARE(item.rtti(), 3);
     }
 
-    void itDeletesWhatItOwns()
+    void ownedObjectIsDeleted()
     {
         int deleted = 0;
         ListView list;
@@ -96,7 +96,7 @@ private Q_SLOTS:
         QCOMPARE(deleted, 1);
     }
 
-    void order_data()
+    void rowsAreOrderedByRttiAndText_data()
     {
         QTest::addColumn<int>("rtti");
         QTest::addColumn<QString>("text");
@@ -113,7 +113,7 @@ private Q_SLOTS:
         QTest::newRow("not by text, reversed") << 2 << u"z"_s << 2 << u"a"_s << false << false;
     }
 
-    void order()
+    void rowsAreOrderedByRttiAndText()
     {
         QFETCH(int, rtti);
         QFETCH(QString, text);
@@ -125,7 +125,7 @@ private Q_SLOTS:
         QCOMPARE(*add(list, text, rtti, byText) < *add(list, otherText, otherRtti, byText), less);
     }
 
-    void sortingKeepsTheOrderOfRowsThatDoNotGoByText()
+    void sortingKeepsTheOrderOfUnsortedRows()
     {
         ListView list;
         for (const QString &text : {u"a"_s, u"c"_s, u"b"_s})
@@ -134,10 +134,10 @@ private Q_SLOTS:
         QString order;
         for (int i = 0; i < list.topLevelItemCount(); ++i)
             order += list.topLevelItem(i)->text(0);
-        QCOMPARE(order, u"bca"_s); // each was put first
+        QCOMPARE(order, u"bca"_s); // each was inserted at the front
     }
 
-    void boldAndItalicAreForTheFirstColumn()
+    void boldAndItalicApplyToTheFirstColumn()
     {
         ListView list;
         list.setColumnCount(2);
@@ -159,7 +159,7 @@ private Q_SLOTS:
         QVERIFY(!first.font.italic());
     }
 
-    void changedFlagsAreSeenInThePaintedRow_data()
+    void changedFlagsChangeThePaintedRow_data()
     {
         QTest::addColumn<Change>("change");
         QTest::newRow("bold") << Change([](ProjectTreeItem *item) { item->setBold(true); });
@@ -169,7 +169,7 @@ private Q_SLOTS:
         QTest::newRow("pixmap") << Change([](ProjectTreeItem *item) { item->setPixmap(icon(Qt::red)); });
     }
 
-    void changedFlagsAreSeenInThePaintedRow()
+    void changedFlagsChangeThePaintedRow()
     {
         QFETCH(Change, change);
         ListView list;
@@ -182,7 +182,7 @@ private Q_SLOTS:
         QVERIFY(painted(list) != before);
     }
 
-    void theGridRunsAlongTheBottomAndTheRightEdge()
+    void gridIsPaintedAtTheBottomAndTheRightEdge()
     {
         ListView list;
         add(list, u"row"_s)->setGrid(true);
@@ -197,7 +197,7 @@ private Q_SLOTS:
         QVERIFY(image.pixel(0, 0) != grid);
     }
 
-    void theBackgroundCountsOnlyIfItIsSet()
+    void backgroundIsPaintedOnlyIfItIsSet()
     {
         struct Yellow : ProjectTreeItem
         {

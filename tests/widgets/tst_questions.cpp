@@ -7,7 +7,7 @@
 #include <QLineEdit>
 #include <QListView>
 #include <QTemporaryDir>
-#include <QtTest>
+#include <QTest>
 
 using namespace Qt::StringLiterals;
 
@@ -16,7 +16,7 @@ class QuestionsTest : public QObject
     Q_OBJECT
 
 private:
-    /// Calls @p use with the next modal dialog, and cancels it if it is still there.
+    /// Passes the next modal dialog to @p use, and then cancels it if it is still open.
     template <typename Dialog>
     void whenAsked(const std::function<void(Dialog *)> &use)
     {
@@ -35,7 +35,7 @@ private:
         QVERIFY(file.open(QIODevice::WriteOnly));
     }
 
-    /// The files that the dialog offers.
+    /// The files listed in the dialog.
     static QStringList offered(QFileDialog *dialog)
     {
         const auto *list = dialog->findChild<QListView *>(u"listView"_s);
@@ -49,7 +49,7 @@ private:
 private Q_SLOTS:
     void init() { QTest::failOnWarning(QRegularExpression(u"^(?!This plugin does not support)"_s)); }
 
-    void aTextIsAskedForByName()
+    void textDialogHasItsObjectName()
     {
         QWidget window;
         whenAsked<QInputDialog>([&](QInputDialog *dialog) {
@@ -65,7 +65,7 @@ private Q_SLOTS:
         QCOMPARE(askForText(&window, u"Name:"_s, u"old"_s), u"new"_s);
     }
 
-    void namesInALabelAreShownAsTheyAre()
+    void namesInALabelAreShownLiterally()
     {
         whenAsked<QInputDialog>([&](QInputDialog *dialog) {
             const auto *label = dialog->findChild<QLabel *>();
@@ -76,7 +76,7 @@ private Q_SLOTS:
         QCOMPARE(askForText(nullptr, u"Rename '<b>a &amp;& b</b>':"_s, {}), std::nullopt);
     }
 
-    void noTextIsNotTheSameAsAnEmptyOne()
+    void cancelDiffersFromAnEmptyText()
     {
         whenAsked<QInputDialog>([](QInputDialog *dialog) { dialog->accept(); });
         QCOMPARE(askForText(nullptr, u"Name:"_s, {}), QString());
@@ -84,7 +84,7 @@ private Q_SLOTS:
         QCOMPARE(askForText(nullptr, u"Name:"_s, u"old"_s), std::nullopt);
     }
 
-    void filesAreAskedForByName()
+    void fileDialogsHaveTheirObjectNames()
     {
         QTemporaryDir directory;
         const QString path = QDir(directory.path()).canonicalPath();
@@ -106,18 +106,18 @@ private Q_SLOTS:
         QCOMPARE(askForOpenFiles(nullptr, question), QStringList());
     }
 
-    void allFilesAreOfferedWithOrWithoutADot_data()
+    void allFilesAreListedWithOrWithoutADot_data()
     {
         QTest::addColumn<QString>("filter");
         QTest::addColumn<QStringList>("before");
-        QTest::addColumn<QStringList>("after"); // when the second entry is chosen
+        QTest::addColumn<QStringList>("after"); // with the second entry selected
         const QStringList all{u"Makefile"_s, u"a.c"_s};
         const QStringList one{u"a.c"_s};
         QTest::newRow("first entry") << u"All Files (*.*);;C (*.c)"_s << all << one;
         QTest::newRow("second entry") << u"C (*.c);;All Files (*.*)"_s << one << all;
     }
 
-    void allFilesAreOfferedWithOrWithoutADot()
+    void allFilesAreListedWithOrWithoutADot()
     {
         QFETCH(QString, filter);
         QFETCH(QStringList, before);

@@ -1,6 +1,6 @@
 #include "toolbar.h"
 #include <QMainWindow>
-#include <QtTest>
+#include <QTest>
 
 using namespace Qt::StringLiterals;
 
@@ -11,7 +11,7 @@ class ToolBarTest : public QObject
 private Q_SLOTS:
     void init()
     {
-        // The offscreen platform says of every window what it does not support.
+        // The offscreen platform warns for every window about functions that it does not support.
         QTest::failOnWarning(QRegularExpression(u"^(?!This plugin does not support)"_s));
     }
 
@@ -28,7 +28,7 @@ private Q_SLOTS:
         QVERIFY(bar->isVisible());
     }
 
-    void aBarOfAHiddenWindowCountsAsShown()
+    void toolBarOfAHiddenWindowCountsAsShown()
     {
         QMainWindow window;
         auto *bar = new ToolBar(&window);
@@ -38,7 +38,7 @@ private Q_SLOTS:
         QVERIFY(!bar->isVisible());
     }
 
-    void canBeToggledByName()
+    void slotCanBeInvokedByName()
     {
         ToolBar bar;
         bar.show();

@@ -7,13 +7,13 @@
 #include <QTest>
 #include <QTimer>
 
-/// Every warning fails the test, but for those that the platform without a screen prints for windows.
+/// Every warning fails the test, except those that the offscreen platform prints for windows.
 inline void failOnWarnings()
 {
     QTest::failOnWarning(QRegularExpression(QStringLiteral("^(?!This plugin does not support )")));
 }
 
-/// Answers the message boxes of one test in order, and keeps what they said. A box that nobody foresaw fails the test.
+/// Answers the message boxes of one test in order, and records their texts. An unexpected box fails the test.
 class BoxAnswers : public QObject
 {
 public:

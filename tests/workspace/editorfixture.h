@@ -11,7 +11,7 @@
 #include <QPainter>
 #include <QTemporaryDir>
 
-/// The formats that editors paint with: dark text on "ivory", each kind of text in a colour of its own.
+/// The formats of the test editors: dark text on "ivory", each kind of text in a different colour.
 inline FormatTable testFormats()
 {
     FormatTable formats;
@@ -27,7 +27,7 @@ inline FormatTable testFormats()
     return formats;
 }
 
-/// The program around an editor: its pictures are squares, each of its own colour.
+/// A host of test editors: its pictures are squares, each of a different colour.
 class FakeHost : public EditorHost
 {
 public:
@@ -49,7 +49,7 @@ public:
         QPainter painter(&picture);
         if (number < 6)
             painter.fillRect(picture.rect(), colour(number));
-        else // drawn over the others
+        else // painted over the others
             painter.fillRect(number == 6 ? QRect(0, 0, 6, 6) : QRect(6, 6, 6, 6), colour(number));
         return picture;
     }
@@ -109,7 +109,7 @@ public:
                    ? place(cursor.selectionStart()) + QChar::fromLatin1('-') + place(cursor.selectionEnd())
                    : place(cursor.position());
     }
-    /// The lines that bear a marker, as "line:bits".
+    /// The lines with markers, as "line:bits".
     [[nodiscard]] QString markers() const
     {
         QStringList found;

@@ -4,7 +4,7 @@
 #include "viewinterfaces.h"
 #include <QEvent>
 
-/// A document in memory that notes what was asked of it.
+/// A document in memory that records the calls of its functions.
 class FakeDocument : public Document
 {
     Q_OBJECT
@@ -41,7 +41,7 @@ private:
     QStringList *m_log;
 };
 
-/// Stands in for the document kind that openHelp looks for by class name.
+/// A document of the class name that openHelp() looks for.
 class HelpDocument : public FakeDocument
 {
     Q_OBJECT
@@ -49,7 +49,7 @@ public:
     using FakeDocument::FakeDocument;
 };
 
-/// A view that notes the commands it gets, and offers the side interfaces if it is told to.
+/// A view that records its commands, and offers the side interfaces on request.
 class FakeView : public View, public IViewWithMarkers, public ITextNavigation, public ISourceView
 {
     Q_OBJECT

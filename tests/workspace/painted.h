@@ -6,7 +6,7 @@
 #include <QTextDocument>
 #include <QTextLayout>
 
-/// Formats whose identifiers can be read back from what was painted with them.
+/// Formats whose identifiers can be read back from highlighted text.
 inline FormatTable readableFormats()
 {
     FormatTable formats;
@@ -15,7 +15,7 @@ inline FormatTable readableFormats()
     return formats;
 }
 
-/// The identifier that each character of @p block is painted with, as a digit; a dot for none.
+/// The format identifier of each character of @p block as a digit; a dot for none.
 inline QString painted(const QTextBlock &block)
 {
     QString digits(block.length() - 1, u'.');
@@ -37,7 +37,7 @@ inline QString stateAndBrackets(const QTextBlock &block)
     return text;
 }
 
-/// Everything that a highlighter told about @p document.
+/// The complete result of a highlighter for @p document.
 inline QString painted(const QTextDocument &document)
 {
     QString text;
@@ -46,7 +46,7 @@ inline QString painted(const QTextDocument &document)
     return text;
 }
 
-/// A document laid out as the editor's.
+/// A document with the layout of the editor's documents.
 inline std::unique_ptr<QTextDocument> plainDocument(const QString &text = {})
 {
     auto document = std::make_unique<QTextDocument>();

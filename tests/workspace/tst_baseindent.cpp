@@ -10,18 +10,18 @@ class tst_BaseIndent : public QObject
 private Q_SLOTS:
     void init() { QTest::failOnWarning(QRegularExpression(u".?"_s)); }
 
-    void startsWithCopyingFourColumnsAndBlanks();
+    void defaultsAreCopyingFourColumnsAndBlanks();
     void tabSizeIsAtLeastOne();
     void indentsTheLastLine_data();
     void indentsTheLastLine();
     void outputsMayBeNull();
     void indentingIsOneStepForUndo();
-    void indentedLineIsNoEdit();
-    void writesWhiteSpace_data();
-    void writesWhiteSpace();
+    void indentedLineIsNotChanged();
+    void whiteSpaceHasTheGivenWidth_data();
+    void whiteSpaceHasTheGivenWidth();
 };
 
-void tst_BaseIndent::startsWithCopyingFourColumnsAndBlanks()
+void tst_BaseIndent::defaultsAreCopyingFourColumnsAndBlanks()
 {
     const BaseIndent indent;
     QCOMPARE(indent.indentMode(), 1);
@@ -50,14 +50,15 @@ void tst_BaseIndent::indentsTheLastLine_data()
     QTest::newRow("tab above counts the tab size") << 1 << false << u"\ta\nb"_s << u"    b"_s << 0 << 4;
     QTest::newRow("tab and blank above") << 1 << false << u" \t a\nb"_s << u"      b"_s << 0 << 6;
     QTest::newRow("kept tabs are counted as characters") << 1 << true << u"      a\nb"_s << u"\t  b"_s << 0 << 3;
-    QTest::newRow("mode 2 copies too") << 2 << false << u"  a\nb"_s << u"  b"_s << 0 << 2;
+    QTest::newRow("mode 2 copies as well") << 2 << false << u"  a\nb"_s << u"  b"_s << 0 << 2;
     QTest::newRow("mode 0 leaves the line") << 0 << false << u"  a\nb"_s << u"b"_s << 0 << 0;
     QTest::newRow("mode 0 measures the line") << 0 << false << u"a\n\t b"_s << u"\t b"_s << 5 << 5;
-    QTest::newRow("indented line is left") << 1 << false << u"    a\n b"_s << u" b"_s << 1 << 1;
-    QTest::newRow("first line is left") << 1 << false << u"a"_s << u"a"_s << 0 << 0;
-    QTest::newRow("blank line above counts nothing") << 1 << false << u"    \nb"_s << u"b"_s << 0 << 0;
-    QTest::newRow("empty line keeps one blank behind") << 1 << false << u"  a\n"_s << u"   "_s << 0 << 2;
-    QTest::newRow("blank line keeps one blank behind") << 1 << false << u"  a\n      "_s << u"   "_s << 6 << 2;
+    QTest::newRow("indented line is unchanged") << 1 << false << u"    a\n b"_s << u" b"_s << 1 << 1;
+    QTest::newRow("first line is unchanged") << 1 << false << u"a"_s << u"a"_s << 0 << 0;
+    QTest::newRow("blank line above gives column 0") << 1 << false << u"    \nb"_s << u"b"_s << 0 << 0;
+    QTest::newRow("empty line keeps one blank after the indentation") << 1 << false << u"  a\n"_s << u"   "_s << 0 << 2;
+    QTest::newRow("blank line keeps one blank after the indentation")
+        << 1 << false << u"  a\n      "_s << u"   "_s << 6 << 2;
     QTest::newRow("blank line at column 0 keeps one blank") << 1 << false << u"a\n  \t"_s << u" "_s << 3 << 0;
 }
 
@@ -97,7 +98,7 @@ void tst_BaseIndent::indentingIsOneStepForUndo()
     QVERIFY(!document->isUndoAvailable());
 }
 
-void tst_BaseIndent::indentedLineIsNoEdit()
+void tst_BaseIndent::indentedLineIsNotChanged()
 {
     BaseIndent indent;
     const auto document = plainDocument(u"a\nb"_s);
@@ -105,7 +106,7 @@ void tst_BaseIndent::indentedLineIsNoEdit()
     QVERIFY(!document->isUndoAvailable());
 }
 
-void tst_BaseIndent::writesWhiteSpace_data()
+void tst_BaseIndent::whiteSpaceHasTheGivenWidth_data()
 {
     QTest::addColumn<int>("columns");
     QTest::addColumn<int>("tabSize");
@@ -120,7 +121,7 @@ void tst_BaseIndent::writesWhiteSpace_data()
     QTest::newRow("never negative") << -4 << 4 << true << u""_s;
 }
 
-void tst_BaseIndent::writesWhiteSpace()
+void tst_BaseIndent::whiteSpaceHasTheGivenWidth()
 {
     QFETCH(int, columns);
     QFETCH(int, tabSize);

@@ -27,26 +27,26 @@ class tst_CppIndent : public QObject
 private Q_SLOTS:
     void init() { QTest::failOnWarning(QRegularExpression(u".?"_s)); }
 
-    void typedSourcesStandAsTheGoldenFiles_data();
-    void typedSourcesStandAsTheGoldenFiles();
-    void columnOfTheLastLine_data();
-    void columnOfTheLastLine();
-    void typedCharacterDecidesWhichRulesCount_data();
-    void typedCharacterDecidesWhichRulesCount();
+    void typedSourcesAreIndentedAsTheGoldenFiles_data();
+    void typedSourcesAreIndentedAsTheGoldenFiles();
+    void columnOfTheLastLineIsAsExpected_data();
+    void columnOfTheLastLineIsAsExpected();
+    void typedCharacterSelectsTheRules_data();
+    void typedCharacterSelectsTheRules();
     void tabSizeIsTheBlockLevel_data();
     void tabSizeIsTheBlockLevel();
     void noLinesGiveColumnZero();
-    void looksBackFortyLines();
-    void looksBackFourHundredLinesForAComment();
-    void blankLinesDoNotCountAgainstTheRoof();
-    void asksForFewLinesOfAHugeText();
+    void readsBackFortyLines();
+    void readsBackFourHundredLinesForAComment();
+    void blankLinesDoNotCountForTheLimit();
+    void readsFewLinesOfAHugeText();
     void modesOtherThanSmartOnlyCopy();
     void smartModeRewritesTheLine();
     void outputsMayBeNull();
-    void hostileTextsGiveSomeColumn();
+    void hostileTextsGiveAValidColumn();
 };
 
-void tst_CppIndent::typedSourcesStandAsTheGoldenFiles_data()
+void tst_CppIndent::typedSourcesAreIndentedAsTheGoldenFiles_data()
 {
     QTest::addColumn<QString>("path");
     const QFileInfoList files = QDir(Golden).entryInfoList(QDir::Files);
@@ -55,8 +55,9 @@ void tst_CppIndent::typedSourcesStandAsTheGoldenFiles_data()
         QTest::newRow(qPrintable(file.fileName())) << file.filePath();
 }
 
-// As if typed: Return gives an empty line its column, the text is typed behind that, and the command indents again.
-void tst_CppIndent::typedSourcesStandAsTheGoldenFiles()
+// As if typed: Return gives an empty line its column, the text is typed after it, and the command indents the line
+// again.
+void tst_CppIndent::typedSourcesAreIndentedAsTheGoldenFiles()
 {
     QFETCH(QString, path);
     QFile file(path);
@@ -71,7 +72,7 @@ void tst_CppIndent::typedSourcesStandAsTheGoldenFiles()
         QCOMPARE(typed[i], expected[i]);
 }
 
-void tst_CppIndent::columnOfTheLastLine_data()
+void tst_CppIndent::columnOfTheLastLineIsAsExpected_data()
 {
     QTest::addColumn<QString>("text");
     QTest::addColumn<int>("expected");
@@ -82,8 +83,8 @@ void tst_CppIndent::columnOfTheLastLine_data()
     QTest::newRow("below an opening brace") << u"void f() {\nb"_s << 4;
     QTest::newRow("below a brace of its own line") << u"  int f()\n  {\nb"_s << 6;
     QTest::newRow("brace left of its head") << u"  int f()\n{\nb"_s << 6;
-    QTest::newRow("lone brace is no reference") << u"  a;\n      {\nb"_s << 6;
-    QTest::newRow("lone closing brace is no reference") << u"  a;\n  {\n    b;\n      }\nc"_s << 2;
+    QTest::newRow("brace alone on its line is no reference") << u"  a;\n      {\nb"_s << 6;
+    QTest::newRow("closing brace alone on its line is no reference") << u"  a;\n  {\n    b;\n      }\nc"_s << 2;
     QTest::newRow("below a closed block") << u"  if (a) {\n    b;\n  }\nc"_s << 2;
     QTest::newRow("closing brace") << u"  if (a) {\n    b;\n}"_s << 0;
     QTest::newRow("closing brace of a function") << u"void f()\n{\n    a;\n}"_s << 0;
@@ -106,7 +107,7 @@ void tst_CppIndent::columnOfTheLastLine_data()
 
     QTest::newRow("in parentheses") << u"  foo( a,\nb"_s << 7;
     QTest::newRow("in brackets") << u"  x[ a +\nb"_s << 5;
-    QTest::newRow("behind a bare parenthesis") << u"  foo(\nb"_s << 10;
+    QTest::newRow("after a parenthesis at the end of the line") << u"  foo(\nb"_s << 10;
     QTest::newRow("in inner parentheses") << u"foo( a, bar( b,\nc"_s << 13;
     QTest::newRow("behind inner parentheses") << u"foo( a, bar( b ),\nc"_s << 5;
     QTest::newRow("second line in parentheses") << u"foo( a,\n     b,\nc"_s << 5;
@@ -115,12 +116,12 @@ void tst_CppIndent::columnOfTheLastLine_data()
     QTest::newRow("closing brace without its partner") << u"  } + a +\nb"_s << 0;
     QTest::newRow("behind an assignment") << u"  x = a +\nb"_s << 6;
     QTest::newRow("behind an operator assignment") << u"  x += a +\nb"_s << 7;
-    QTest::newRow("equals at the end of the line is no hook") << u"  x =\ny"_s << 10;
-    QTest::newRow("not-equal is no hook") << u"  x != a +\nb"_s << 10;
-    QTest::newRow("less-or-equal is no hook") << u"  x <= a +\nb"_s << 10;
-    QTest::newRow("first sign of an equality is a hook") << u"  x == a +\nb"_s << 5;
-    QTest::newRow("equals before a comma is no hook") << u"  int x = 1,\ny"_s << 10;
-    QTest::newRow("equals with an open parenthesis is no hook") << u"x = f( a ) + (\nb"_s << 8;
+    QTest::newRow("equals at the end of the line does not align") << u"  x =\ny"_s << 10;
+    QTest::newRow("not-equal does not align") << u"  x != a +\nb"_s << 10;
+    QTest::newRow("less-or-equal does not align") << u"  x <= a +\nb"_s << 10;
+    QTest::newRow("first sign of an equality aligns") << u"  x == a +\nb"_s << 5;
+    QTest::newRow("equals before a comma does not align") << u"  int x = 1,\ny"_s << 10;
+    QTest::newRow("equals with an open parenthesis does not align") << u"x = f( a ) + (\nb"_s << 8;
     QTest::newRow("unfinished line") << u"  a +\nb"_s << 10;
     QTest::newRow("third line of an expression") << u"  a +\n    b +\nc"_s << 4;
     QTest::newRow("continuation is 8 columns") << u"  int\nb"_s << 10;
@@ -141,20 +142,20 @@ void tst_CppIndent::columnOfTheLastLine_data()
     QTest::newRow("below a case") << u"switch ( a ) {\ncase 1:\nb"_s << 4;
     QTest::newRow("case with a body is no case label") << u"switch ( a ) {\ncase 1: b;"_s << 4;
     QTest::newRow("default with a blank") << u"switch ( a ) {\ndefault :"_s << 0;
-    QTest::newRow("default without a blank stands as the body") << u"switch ( a ) {\ndefault:"_s << 4;
-    QTest::newRow("label is blanked, its code is not") << u"  foo: a(\nb"_s << 15;
+    QTest::newRow("default without a blank is at the column of the body") << u"switch ( a ) {\ndefault:"_s << 4;
+    QTest::newRow("label is ignored, its code is not") << u"  foo: a(\nb"_s << 15;
     QTest::newRow("several labels") << u"  a: b: c(\nd"_s << 16;
     QTest::newRow("label of its own line") << u"    a;\nfoo:\nb"_s << 4;
     QTest::newRow("scope is no label") << u"  a::b;\nc"_s << 2;
-    QTest::newRow("access specifier stands as the body") << u"class A {\npublic:"_s << 4;
+    QTest::newRow("access specifier is at the column of the body") << u"class A {\npublic:"_s << 4;
 
     QTest::newRow("bare comment start") << u"  /*\n"_s << 4;
     QTest::newRow("comment with text") << u"  /*   a\n"_s << 7;
     QTest::newRow("comment behind code") << u"x; /* a\n"_s << 6;
     QTest::newRow("third line of a comment") << u"/*\n     a\n"_s << 5;
-    QTest::newRow("line in a comment stands") << u"/*\n a"_s << 1;
-    QTest::newRow("closing brace in a comment stands") << u"/*\n   }"_s << 3;
-    QTest::newRow("directive in a comment stands") << u"/*\n   #"_s << 3;
+    QTest::newRow("line in a comment keeps its column") << u"/*\n a"_s << 1;
+    QTest::newRow("closing brace in a comment keeps its column") << u"/*\n   }"_s << 3;
+    QTest::newRow("directive in a comment keeps its column") << u"/*\n   #"_s << 3;
     QTest::newRow("below a comment") << u"    a;\n/* b {\n c ( */\nd"_s << 4;
     QTest::newRow("code before a comment") << u"    a; /* b\n c */\nd"_s << 4;
     QTest::newRow("code behind a comment") << u"/* b\n c */ d;\ne"_s << 6;
@@ -164,16 +165,16 @@ void tst_CppIndent::columnOfTheLastLine_data()
     QTest::newRow("character with a brace") << u"    a('{');\nb"_s << 4;
     QTest::newRow("escaped quote in a string") << u"    a(\"\\\"{\");\nb"_s << 4;
     QTest::newRow("comment start in a string") << u"    a(\"/*\");\nb"_s << 4;
-    QTest::newRow("lone quote is no string") << u"    a('{);\nb"_s << 8;
+    QTest::newRow("single quote is no string") << u"    a('{);\nb"_s << 8;
 }
 
-void tst_CppIndent::columnOfTheLastLine()
+void tst_CppIndent::columnOfTheLastLineIsAsExpected()
 {
     QFETCH(QString, text);
     QTEST(column(text), "expected");
 }
 
-void tst_CppIndent::typedCharacterDecidesWhichRulesCount_data()
+void tst_CppIndent::typedCharacterSelectsTheRules_data()
 {
     QTest::addColumn<QString>("text");
     QTest::addColumn<QChar>("typedIn");
@@ -189,7 +190,7 @@ void tst_CppIndent::typedCharacterDecidesWhichRulesCount_data()
     QTest::newRow("something else than the colon") << label << QChar(u'1') << 4;
 }
 
-void tst_CppIndent::typedCharacterDecidesWhichRulesCount()
+void tst_CppIndent::typedCharacterSelectsTheRules()
 {
     QFETCH(QString, text);
     QFETCH(QChar, typedIn);
@@ -220,7 +221,7 @@ void tst_CppIndent::noLinesGiveColumnZero()
     QCOMPARE(indentForBottomLine(QStringList(), QChar(), 4), 0);
 }
 
-void tst_CppIndent::looksBackFortyLines()
+void tst_CppIndent::readsBackFortyLines()
 {
     QCOMPARE(column(u"  f( a,\n"_s + u"b,\n"_s.repeated(38) + u"c ) +\nd"_s), 10);
     QCOMPARE(column(u"  f( a,\n"_s + u"b,\n"_s.repeated(39) + u"c ) +\nd"_s), 0);
@@ -230,19 +231,19 @@ void tst_CppIndent::looksBackFortyLines()
     QCOMPARE(column(u"    a;\n"_s + u"Q_OBJECT\n"_s.repeated(40) + u"b"_s), 0);
 }
 
-void tst_CppIndent::looksBackFourHundredLinesForAComment()
+void tst_CppIndent::readsBackFourHundredLinesForAComment()
 {
     QCOMPARE(column(u"/*\n"_s + u"   a\n"_s.repeated(399) + u"}"_s), 0);
     QCOMPARE(column(u"/*\n"_s + u"   a\n"_s.repeated(399) + u"  b"_s), 2);
     QCOMPARE(column(u"/*\n"_s + u"   a\n"_s.repeated(400) + u"  b"_s), 3);
 }
 
-void tst_CppIndent::blankLinesDoNotCountAgainstTheRoof()
+void tst_CppIndent::blankLinesDoNotCountForTheLimit()
 {
     QCOMPARE(column(u"foo( a,\n"_s + u"\n// {\n/* } */\n#if\n"_s.repeated(100) + u"b"_s), 5);
 }
 
-void tst_CppIndent::asksForFewLinesOfAHugeText()
+void tst_CppIndent::readsFewLinesOfAHugeText()
 {
     int asked = 0;
     const auto lineAt = [&asked](int line) {
@@ -290,7 +291,7 @@ void tst_CppIndent::outputsMayBeNull()
     QCOMPARE(document->toPlainText(), u"{\n  a;\n}"_s);
 }
 
-void tst_CppIndent::hostileTextsGiveSomeColumn()
+void tst_CppIndent::hostileTextsGiveAValidColumn()
 {
     QVERIFY(column(QString(200'000, u'(') + u"\na"_s) > 0);
     QVERIFY(column(u"\"\\"_s.repeated(100'000) + u"\na"_s) >= 0);

@@ -10,7 +10,7 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-/// What is looked for; the rest is as the dialog has it at first.
+/// The arguments of a search, with the defaults of the dialog.
 struct Wanted
 {
     QString text;
@@ -21,7 +21,7 @@ struct Wanted
     bool regExp = false;
 };
 
-/// A text that takes hours to search for "\w.*b".
+/// A text in which the search for "\w.*b" takes hours.
 const QByteArray Endless(4 << 20, 'a');
 } // namespace
 
@@ -32,7 +32,7 @@ class FileSearcherTest : public QObject
 private:
     std::unique_ptr<QTemporaryDir> m_folder;
     std::unique_ptr<FileSearcher> m_searcher;
-    QStringList m_told; ///< "file:line:text" of each match, and "finished"
+    QStringList m_reported; ///< "file:line:text" of each match, and "finished"
 
     void write(const QString &name, const QByteArray &bytes)
     {
@@ -49,15 +49,15 @@ private:
                           wanted.recursive, wanted.regExp);
     }
 
-    /// What a search tells, its end left out.
+    /// The results of a search without "finished".
     QStringList found(const Wanted &wanted)
     {
-        m_told.clear();
+        m_reported.clear();
         start(wanted);
-        if (!QTest::qWaitFor([this] { return m_told.endsWith(u"finished"_s); }, 60'000))
+        if (!QTest::qWaitFor([this] { return m_reported.endsWith(u"finished"_s); }, 60'000))
             return {u"no end"_s};
-        m_told.removeLast();
-        return m_told;
+        m_reported.removeLast();
+        return m_reported;
     }
 
     static QString line(int length) { return QString(length, u'x'); }
@@ -66,15 +66,15 @@ private Q_SLOTS:
     void init()
     {
         failOnWarnings();
-        m_told.clear();
+        m_reported.clear();
         m_folder = std::make_unique<QTemporaryDir>();
         m_searcher = std::make_unique<FileSearcher>();
         connect(m_searcher.get(), &FileSearcher::matchFound, this,
                 [this](const QString &filename, int line, const QString &text) {
                     const QString name = QDir(m_folder->path()).relativeFilePath(filename);
-                    m_told << u"%1:%2:%3"_s.arg(name, QString::number(line), text);
+                    m_reported << u"%1:%2:%3"_s.arg(name, QString::number(line), text);
                 });
-        connect(m_searcher.get(), &FileSearcher::finished, this, [this] { m_told << u"finished"_s; });
+        connect(m_searcher.get(), &FileSearcher::finished, this, [this] { m_reported << u"finished"_s; });
     }
 
     void cleanup()
@@ -85,7 +85,7 @@ private Q_SLOTS:
 
     // Texts
 
-    void linesWithTheTextAreFound_data()
+    void linesThatContainTheTextAreFound_data()
     {
         QTest::addColumn<QByteArray>("bytes");
         QTest::addColumn<QString>("text");
@@ -107,23 +107,23 @@ private Q_SLOTS:
         row("overlapping", "aaaa\naa\n", u"aa"_s, true, u"1:aaaa 2:aa"_s);
         row("no line end at the end", "a\nbeta", u"beta"_s, true, u"2:beta"_s);
         row("case counts", "Foo\nfoo\n", u"foo"_s, true, u"2:foo"_s);
-        row("case does not count", "Foo\nfoo\nFOO\n", u"fOO"_s, false, u"1:Foo 2:foo 3:FOO"_s);
+        row("case is ignored", "Foo\nfoo\nFOO\n", u"fOO"_s, false, u"1:Foo 2:foo 3:FOO"_s);
         row("case of other alphabets", "\xC3\x84rger\n\xCE\xA9\n", u"ÄRGER"_s, false, u"1:Ärger"_s);
         row("no expression", "a.c\nabc\n", u"a.c"_s, true, u"1:a.c"_s);
-        row("an expression's signs", "(a|b)*[^\n", u"(a|b)*[^"_s, true, u"1:(a|b)*[^"_s);
+        row("special characters of expressions", "(a|b)*[^\n", u"(a|b)*[^"_s, true, u"1:(a|b)*[^"_s);
         row("backslash", "C:\\Eb\n", u"C:\\E"_s, true, u"1:C:\\Eb"_s);
         row("blanks count", "a b\na  b\n", u"a  b"_s, true, u"2:a  b"_s);
         row("lines of DOS", "one\r\ntwo\r\nthree", u"t"_s, true, u"2:two 3:three"_s);
-        row("lines of old", "one\rtwo\rthree", u"t"_s, true, u"2:two 3:three"_s);
+        row("lines that end in a carriage return", "one\rtwo\rthree", u"t"_s, true, u"2:two 3:three"_s);
         row("UTF-8", "\xEF\xBB\xBF"_ba + "na\xC3\xAFve\n", u"naïve"_s, true, u"1:naïve"_s);
-        row("UTF-8 mark is no text", "\xEF\xBB\xBF"_ba + "one\n", u"one"_s, true, u"1:one"_s);
+        row("UTF-8 byte order mark is no text", "\xEF\xBB\xBF"_ba + "one\n", u"one"_s, true, u"1:one"_s);
         row("UTF-16", QByteArray("\xFF\xFEo\0n\0e\0\n\0t\0w\0o\0", 16), u"two"_s, true, u"2:two"_s);
         row("Latin-1", "na\xEFve\n", u"naïve"_s, true, u"1:naïve"_s);
         row("beyond 16 bits", "x\xF0\x9F\x98\x80y\n", u"😀y"_s, true, u"1:x😀y"_s);
         row("the empty text is on every line", "a\n\nb", {}, true, u"1:a 2: 3:b"_s);
     }
 
-    void linesWithTheTextAreFound()
+    void linesThatContainTheTextAreFound()
     {
         QFETCH(QByteArray, bytes);
         QFETCH(QString, text);
@@ -136,7 +136,7 @@ private Q_SLOTS:
 
     // Expressions
 
-    void linesWhereAnExpressionBeginsToMatchAreFound_data()
+    void linesInWhichAnExpressionMatchesAreFound_data()
     {
         QTest::addColumn<QByteArray>("bytes");
         QTest::addColumn<QString>("expression");
@@ -149,35 +149,35 @@ private Q_SLOTS:
         };
         row("classes", "a1\nb2\nc\n", u"[ab]\\d"_s, false, true, u"1:a1 2:b2"_s);
         row("several on a line are one", "a1 a2\na3\n", u"a\\d"_s, false, true, u"1:a1 a2 2:a3"_s);
-        row("case does not count", "Foo\nbar\n", u"f.o"_s, false, false, u"1:Foo"_s);
-        row("a point is a line end too", "start\nend\nstart end\n", u"start.end"_s, false, true,
+        row("case is ignored", "Foo\nbar\n", u"f.o"_s, false, false, u"1:Foo"_s);
+        row("a point matches a line end", "start\nend\nstart end\n", u"start.end"_s, false, true,
             u"1:start 3:start end"_s);
         row("matches may overlap", "x\ny\nx\ny\n", u"x.*y"_s, false, true, u"1:x 3:x"_s);
-        row("begin of the file, not of a line", "foo\nfoo\n", u"^foo"_s, false, true, u"1:foo"_s);
+        row("start of the file, not of a line", "foo\nfoo\n", u"^foo"_s, false, true, u"1:foo"_s);
         row("end of the file, not of a line", "foo\nfoo\n", u"foo$"_s, false, true, u"2:foo"_s);
         row("the line end itself", "a\nb\n", u"\\n"_s, false, true, u"1:a 2:b"_s);
-        row("what may be empty is everywhere", "a\nb\n", u"x*"_s, false, true, u"1:a 2:b 3:"_s);
+        row("an empty match is on every line", "a\nb\n", u"x*"_s, false, true, u"1:a 2:b 3:"_s);
         row("letters of all languages", "x\xC3\xA4x\n", u"x\\wx"_s, false, true, u"1:xäx"_s);
-        row("looking behind over a line end", "a\nb\nb\n", u"(?<=a\\n)b"_s, false, true, u"2:b"_s);
+        row("look-behind over a line end", "a\nb\nb\n", u"(?<=a\\n)b"_s, false, true, u"2:b"_s);
         row("repetition without a lower bound", "ab\naab\naaaab\n", u"^a{,2}b"_s, false, true, u"1:ab"_s);
         row("an escaped brace is a brace", "a{,2}\n", u"a\\{,2\\}"_s, false, true, u"1:a{,2}"_s);
         row("lone brace", "struct {\n", u"struct {"_s, false, true, u"1:struct {"_s);
-        row("faulty: matches nothing", "(a\n", u"(a"_s, false, true, {});
-        row("faulty class: matches nothing", "[a\n", u"[a"_s, false, true, {});
+        row("invalid: matches nothing", "(a\n", u"(a"_s, false, true, {});
+        row("invalid class: matches nothing", "[a\n", u"[a"_s, false, true, {});
         row("whole word", "foo\nfood\n a_foo\n(foo)\n", u"foo"_s, true, true, u"1:foo 4:(foo)"_s);
         row("whole word without case", "Foo\n", u"foo"_s, true, false, u"1:Foo"_s);
         row("whole word with case", "Foo\n", u"foo"_s, true, true, {});
         row("whole word is an expression", "foo\nfxo\n", u"f.o"_s, true, true, u"1:foo 2:fxo"_s);
         row("whole word is not escaped", "a+b\naab\n", u"a+b"_s, true, true, u"2:aab"_s);
         row("whole word in brackets", "call (x) now\n", u"(x)"_s, true, true, u"1:call (x) now"_s);
-        row("whole word takes an alternative apart", "catalog\nthe dog\nhotdog\n", u"cat|dog"_s, true, true,
+        row("whole word applies to the ends of an alternative", "catalog\nthe dog\nhotdog\n", u"cat|dog"_s, true, true,
             u"1:catalog 2:the dog 3:hotdog"_s);
         row("whole word, rejected once, is found later", "abab ab\n", u"ab"_s, true, true, u"1:abab ab"_s);
         row("whole word of letters beyond ASCII", "caf\xC3\xA9s\ncaf\xC3\xA9\n", u"café"_s, true, true, u"2:café"_s);
-        row("whole word with a fault", "foo(\n", u"foo("_s, true, true, {});
+        row("whole word, invalid", "foo(\n", u"foo("_s, true, true, {});
     }
 
-    void linesWhereAnExpressionBeginsToMatchAreFound()
+    void linesInWhichAnExpressionMatchesAreFound()
     {
         QFETCH(QByteArray, bytes);
         QFETCH(QString, expression);
@@ -190,20 +190,20 @@ private Q_SLOTS:
         QCOMPARE(lines.join(u' ').replace(u"f:"_s, QString()), expected);
     }
 
-    void withoutTheFlagAnExpressionIsText()
+    void expressionWithoutTheFlagIsText()
     {
         write(u"f"_s, "a.c\nabc\n");
         QCOMPARE(found({.text = u"a.c"_s}), QStringList{u"f:1:a.c"_s});
         QCOMPARE(found({.text = u"a.c"_s, .regExp = true}), (QStringList{u"f:1:a.c"_s, u"f:2:abc"_s}));
     }
 
-    // What is told of a line
+    // The reported text of a line
 
-    void theTextOfALineIsCut_data()
+    void textOfALineIsCut_data()
     {
         QTest::addColumn<int>("length");
         QTest::addColumn<bool>("hasLineEnd");
-        QTest::addColumn<int>("told");
+        QTest::addColumn<int>("reported");
         QTest::newRow("short") << 7 << true << 7;
         QTest::newRow("99") << 99 << true << 99;
         QTest::newRow("100") << 100 << true << 100;
@@ -211,26 +211,26 @@ private Q_SLOTS:
         QTest::newRow("300") << 300 << true << 100;
         QTest::newRow("a last line without a line end is not cut") << 300 << false << 300;
         QTest::newRow("long last line") << 50'000 << false << 50'000;
-        QTest::newRow("a last line that no window could show") << 3'000'000 << false << 100'000;
+        QTest::newRow("a last line longer than a window can show") << 3'000'000 << false << 100'000;
     }
 
-    void theTextOfALineIsCut()
+    void textOfALineIsCut()
     {
         QFETCH(int, length);
         QFETCH(bool, hasLineEnd);
-        QFETCH(int, told);
+        QFETCH(int, reported);
         const QString text = u'a' + line(length - 1);
         write(u"f"_s, "first\n" + text.toLatin1() + (hasLineEnd ? "\n" : ""));
-        QCOMPARE(found({.text = u"a"_s}), QStringList{u"f:2:"_s + text.left(told)});
+        QCOMPARE(found({.text = u"a"_s}), QStringList{u"f:2:"_s + text.left(reported)});
     }
 
-    void aMatchBehindTheCutIsToldWithTheStartOfItsLine()
+    void matchAfterTheCutIsReportedWithTheStartOfItsLine()
     {
         write(u"f"_s, line(300).toLatin1() + "needle\n");
         QCOMPARE(found({.text = u"needle"_s}), QStringList{u"f:1:"_s + line(100)});
     }
 
-    void theLastLineOfABinaryFileIsCut()
+    void lastLineOfABinaryFileIsCut()
     {
         write(u"f"_s, QByteArray(5000, '\0') + QByteArray("needle") + QByteArray(5000, '\xFF'));
         const QStringList lines = found({.text = u"needle"_s});
@@ -239,16 +239,16 @@ private Q_SLOTS:
 
     // Files and folders
 
-    void filesAreChosenByTheirNames_data()
+    void filesAreSelectedByTheirNames_data()
     {
         QTest::addColumn<QString>("mask");
         QTest::addColumn<QString>("expected");
         QTest::newRow("one") << u"*.c"_s << u"a.c b.c"_s;
-        QTest::newRow("preset") << u"*.c; *.h;*.asm"_s << u"a.c b.c d.asm x.H"_s;
-        QTest::newRow("parted by blanks") << u"*.h *.asm"_s << u"d.asm x.H"_s;
-        QTest::newRow("blanks inside, where there is a semicolon") << u"*.h *.asm;*.txt"_s << u"e.txt"_s;
+        QTest::newRow("default") << u"*.c; *.h;*.asm"_s << u"a.c b.c d.asm x.H"_s;
+        QTest::newRow("separated by blanks") << u"*.h *.asm"_s << u"d.asm x.H"_s;
+        QTest::newRow("blanks inside a name if there is a semicolon") << u"*.h *.asm;*.txt"_s << u"e.txt"_s;
         QTest::newRow("every file") << u"*"_s << u"Makefile a.c b.c d.asm e.txt x.H"_s;
-        QTest::newRow("every file, the way of DOS") << u"*.*"_s << u"Makefile a.c b.c d.asm e.txt x.H"_s;
+        QTest::newRow("every file as in DOS") << u"*.*"_s << u"Makefile a.c b.c d.asm e.txt x.H"_s;
         QTest::newRow("every file among others") << u"*.c;*.*"_s << u"Makefile a.c b.c d.asm e.txt x.H"_s;
         QTest::newRow("no mask") << QString() << u"Makefile a.c b.c d.asm e.txt x.H"_s;
         QTest::newRow("semicolon at the end") << u"*.txt;"_s << u"e.txt"_s;
@@ -257,7 +257,7 @@ private Q_SLOTS:
         QTest::newRow("none") << u"*.py"_s << QString();
     }
 
-    void filesAreChosenByTheirNames()
+    void filesAreSelectedByTheirNames()
     {
         QFETCH(QString, mask);
         QFETCH(QString, expected);
@@ -267,7 +267,7 @@ private Q_SLOTS:
                  expected);
     }
 
-    void foldersBelowAreSearchedIfWanted()
+    void foldersBelowAreSearchedIfRecursive()
     {
         for (const QString &name :
              {u"z.c"_s, u"a/m.c"_s, u"a/deep/b.c"_s, u"b.c/inside.c"_s, u"b.c/n.txt"_s, u".git/x.c"_s})
@@ -278,7 +278,7 @@ private Q_SLOTS:
                               u"b.c/inside.c:1:needle"_s}));
     }
 
-    void pathsAreThoseOfTheGivenFolder()
+    void pathsStartWithTheGivenFolder()
     {
         write(u"f"_s, "needle\n");
         QSignalSpy spy(m_searcher.get(), &FileSearcher::matchFound);
@@ -286,7 +286,7 @@ private Q_SLOTS:
         QCOMPARE(spy.at(0).at(0).toString(), m_folder->path() + u"/f"_s);
     }
 
-    void aFolderThatLinksLeadToIsSearchedOnce()
+    void folderWithLinksToItIsSearchedOnce()
     {
         write(u"a/f"_s, "needle\n");
         QVERIFY(QFile::link(m_folder->path(), m_folder->filePath(u"a/loop"_s)));
@@ -295,33 +295,33 @@ private Q_SLOTS:
         QCOMPARE(found({.text = u"needle"_s, .recursive = true}), QStringList{u"a/f:1:needle"_s});
     }
 
-    void aFolderThatIsNotThereHasNoFiles()
+    void missingFolderHasNoFiles()
     {
         m_searcher->start(u"a"_s, u"*"_s, m_folder->filePath(u"nowhere"_s), true, false, true, false);
-        QTRY_COMPARE(m_told, QStringList{u"finished"_s});
+        QTRY_COMPARE(m_reported, QStringList{u"finished"_s});
     }
 
-    void anUnreadableFileIsSkipped()
+    void unreadableFileIsSkipped()
     {
         write(u"a"_s, "needle\n");
         write(u"b"_s, "needle\n");
         if (!QFile::setPermissions(m_folder->filePath(u"a"_s), {})
             || QFile(m_folder->filePath(u"a"_s)).open(QIODevice::ReadOnly)) {
-            QVERIFY(QFile::remove(m_folder->filePath(u"a"_s))); // nothing is closed to this user
+            QVERIFY(QFile::remove(m_folder->filePath(u"a"_s))); // no file is unreadable for this user
             QVERIFY(QFile::link(u"/proc/self/mem"_s, m_folder->filePath(u"a"_s)));
         }
         QCOMPARE(found({.text = u"needle"_s}), QStringList{u"b:1:needle"_s});
     }
 
-    /// Opening a pipe would wait for whoever writes into it.
-    void aPipeIsNoFile()
+    /// Opening a pipe would block until another process writes into it.
+    void pipeIsSkipped()
     {
         QCOMPARE(QProcess::execute(u"mkfifo"_s, {m_folder->filePath(u"a"_s)}), 0);
         write(u"b"_s, "needle\n");
         QCOMPARE(found({.text = u"needle"_s, .mask = u"*.*"_s, .recursive = true}), QStringList{u"b:1:needle"_s});
     }
 
-    void aFileLargerThanAPieceIsSearchedWhole()
+    void fileLargerThanAPieceIsSearchedCompletely()
     {
         const qsizetype size = 20 << 20;
         QByteArray bytes;
@@ -337,9 +337,9 @@ private Q_SLOTS:
                  (QStringList{u"f:%1:needle again"_s.arg(lines + 2), u"f:%1:"_s.arg(lines + 3)}));
     }
 
-    // The thread
+    // Thread
 
-    void itRunsFromStartUntilTheEnd()
+    void isRunningFromStartToEnd()
     {
         QVERIFY(!m_searcher->isRunning());
         write(u"f"_s, Endless);
@@ -347,61 +347,61 @@ private Q_SLOTS:
         QVERIFY(m_searcher->isRunning());
         m_searcher->stop();
         QVERIFY(!m_searcher->isRunning());
-        QTRY_COMPARE(m_told, QStringList{u"finished"_s});
+        QTRY_COMPARE(m_reported, QStringList{u"finished"_s});
     }
 
-    void nothingIsToldWhileTheLoopStands()
+    void nothingIsReportedWithoutTheEventLoop()
     {
         write(u"f"_s, "needle\n");
         start({.text = u"needle"_s});
         m_searcher->stop();
-        QCOMPARE(m_told, QStringList());
+        QCOMPARE(m_reported, QStringList());
     }
 
-    void aStoppedSearchStillTellsWhatItHasFound()
+    void stoppedSearchReportsItsResults()
     {
         write(u"f"_s, "old\nnew\n");
         start({.text = u"old"_s});
-        QTRY_VERIFY_WITH_TIMEOUT(!m_searcher->isRunning() || !m_told.isEmpty(), 60'000);
-        QTRY_COMPARE(m_told, (QStringList{u"f:1:old"_s, u"finished"_s}));
+        QTRY_VERIFY_WITH_TIMEOUT(!m_searcher->isRunning() || !m_reported.isEmpty(), 60'000);
+        QTRY_COMPARE(m_reported, (QStringList{u"f:1:old"_s, u"finished"_s}));
     }
 
-    /// The words of both searches come in their order.
-    void lateWordsOfAnOldSearchComeBeforeThoseOfTheNew()
+    /// The results of both searches are reported in order.
+    void lateResultsOfAnOldSearchComeBeforeNewOnes()
     {
         write(u"f"_s, "old\nnew\n");
         start({.text = u"old"_s});
         waitWithoutEvents();
         start({.text = u"new"_s});
-        QTRY_COMPARE(m_told, (QStringList{u"f:1:old"_s, u"finished"_s, u"f:2:new"_s, u"finished"_s}));
+        QTRY_COMPARE(m_reported, (QStringList{u"f:1:old"_s, u"finished"_s, u"f:2:new"_s, u"finished"_s}));
     }
 
-    void startingStopsTheSearchThatRuns()
+    void startingStopsTheRunningSearch()
     {
         write(u"f"_s, Endless + "\nnew\n");
         start({.text = u"\\w.*b"_s, .regExp = true});
         start({.text = u"new"_s});
-        QTRY_COMPARE(m_told, (QStringList{u"finished"_s, u"f:2:new"_s, u"finished"_s}));
+        QTRY_COMPARE(m_reported, (QStringList{u"finished"_s, u"f:2:new"_s, u"finished"_s}));
     }
 
-    void itEndsInTheMiddleOfASearch()
+    void deletionEndsARunningSearch()
     {
         write(u"f"_s, Endless);
         start({.text = u"\\w.*b"_s, .regExp = true});
         m_searcher.reset();
         QCoreApplication::processEvents();
-        QCOMPARE(m_told, QStringList());
+        QCOMPARE(m_reported, QStringList());
     }
 
-    void stoppingTwiceOrBeforeTheStartDoesNothing()
+    void stoppingWithoutASearchDoesNothing()
     {
         m_searcher->stop();
         m_searcher->stop();
         QCoreApplication::processEvents();
-        QCOMPARE(m_told, QStringList());
+        QCOMPARE(m_reported, QStringList());
     }
 
-    void theEventsHaveTheirNumbers()
+    void eventsHaveTheirNumbers()
     {
         class Numbers : public QObject
         {
@@ -421,15 +421,15 @@ private Q_SLOTS:
         QCOMPARE(numbers.seen, (QList<int>{1000, 1001}));
     }
 
-    void otherEventsGoTheirWay()
+    void otherEventsAreForwarded()
     {
-        m_searcher->setProperty("changed", 1); // sends an event of its own
-        QTimer::singleShot(0, m_searcher.get(), [this] { m_told << u"called"_s; });
-        QTRY_COMPARE(m_told, QStringList{u"called"_s});
+        m_searcher->setProperty("changed", 1); // sends another event
+        QTimer::singleShot(0, m_searcher.get(), [this] { m_reported << u"called"_s; });
+        QTRY_COMPARE(m_reported, QStringList{u"called"_s});
     }
 
-    /// However fast lines are found, the loop comes round between two portions of them.
-    void manyMatchesComeInPortions()
+    /// The event loop runs between two parts of the results, however fast lines are found.
+    void manyMatchesAreReportedInParts()
     {
         QByteArray bytes;
         for (int i = 0; i < 20'000; ++i)
@@ -438,18 +438,18 @@ private Q_SLOTS:
         start({.text = u"a"_s});
         waitWithoutEvents();
         qsizetype largest = 0;
-        while (!m_told.endsWith(u"finished"_s)) {
-            const qsizetype before = m_told.size();
+        while (!m_reported.endsWith(u"finished"_s)) {
+            const qsizetype before = m_reported.size();
             QCoreApplication::processEvents();
-            largest = std::max(largest, m_told.size() - before);
+            largest = std::max(largest, m_reported.size() - before);
         }
-        QCOMPARE(m_told.size(), 20'001);
-        QCOMPARE(m_told.at(19'999), u"f:20000:a"_s);
+        QCOMPARE(m_reported.size(), 20'001);
+        QCOMPARE(m_reported.at(19'999), u"f:20000:a"_s);
         QVERIFY2(largest <= 200, qPrintable(QString::number(largest)));
     }
 
 private:
-    /// Waits until the worker is through, and delivers nothing.
+    /// Waits until the worker has finished, without processing events.
     void waitWithoutEvents()
     {
         while (m_searcher->isRunning())

@@ -10,7 +10,7 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-// Counts the lines that it is asked to run.
+// Counts the lines that it runs.
 class CountingHighlighter : public CppHighlighter
 {
 public:
@@ -75,30 +75,30 @@ class tst_HighlightDriver : public QObject
 private Q_SLOTS:
     void init() { QTest::failOnWarning(QRegularExpression(u".?"_s)); }
 
-    void changedLineIsPaintedAtOnce();
-    void pastedScreenfulIsPaintedAtOnceAndMoreIsNot();
-    void linesAreBroughtUpToDateDownToTheOneAskedFor();
-    void restIsDoneWhenIdle();
-    void restWaitsForATypistToPause();
-    void linesThatNobodyHasSeenAreNoUpdate();
-    void typingRunsOneLineAnywhere();
-    void openedCommentMarksAndDoesNotWalk();
-    void closedCommentStopsWhereNothingChanged();
+    void changedLineIsHighlightedAtOnce();
+    void onlyTheFirstScreenOfAPasteIsHighlightedAtOnce();
+    void linesAreHighlightedDownToTheRequestedOne();
+    void restIsHighlightedWhenIdle();
+    void restIsNotHighlightedDuringTyping();
+    void invisibleLinesCauseNoUpdate();
+    void typingRunsOneLineAtAnyPlace();
+    void openedCommentMarksOnlyTheNextLine();
+    void closedCommentStopsAtAnUnchangedState();
     void returnRunsAFewLines();
-    void joiningLinesRunsTheLineBehind();
-    void changeBelowDueLinesWaitsForThem();
+    void joiningLinesRunsTheLineAfter();
+    void changeBelowDueLinesIsRunAfterThem();
     void dueLinesMoveWithTheText_data();
     void dueLinesMoveWithTheText();
-    void changedFormatsArePaintedAnew();
+    void changedFormatsHighlightEveryLineAgain();
     void oneHighlighterServesManyDocuments();
-    void highlightingIsNoEdit();
-    void undoIsPainted();
-    void driverMayGoBeforeItsDocument();
-    void randomEditsEndAsARunFromScratch_data();
-    void randomEditsEndAsARunFromScratch();
+    void highlightingDoesNotModifyTheDocument();
+    void undoIsHighlighted();
+    void driverMayBeDeletedBeforeItsDocument();
+    void randomEditsGiveTheResultOfACompleteRun_data();
+    void randomEditsGiveTheResultOfACompleteRun();
 };
 
-void tst_HighlightDriver::changedLineIsPaintedAtOnce()
+void tst_HighlightDriver::changedLineIsHighlightedAtOnce()
 {
     const Editor editor(u"x\nint"_s);
     editor.driver->ensureProcessed(editor.document->lastBlock());
@@ -107,7 +107,7 @@ void tst_HighlightDriver::changedLineIsPaintedAtOnce()
     QCOMPARE(painted(editor.block(1)), u"666"_s);
 }
 
-void tst_HighlightDriver::pastedScreenfulIsPaintedAtOnceAndMoreIsNot()
+void tst_HighlightDriver::onlyTheFirstScreenOfAPasteIsHighlightedAtOnce()
 {
     Editor editor;
     editor.finish();
@@ -120,7 +120,7 @@ void tst_HighlightDriver::pastedScreenfulIsPaintedAtOnceAndMoreIsNot()
     QVERIFY(!editor.driver->isProcessed(editor.block(4000)));
 }
 
-void tst_HighlightDriver::linesAreBroughtUpToDateDownToTheOneAskedFor()
+void tst_HighlightDriver::linesAreHighlightedDownToTheRequestedOne()
 {
     Editor editor(lines(1000));
     QVERIFY(!editor.driver->isProcessed(editor.block(0)));
@@ -133,7 +133,7 @@ void tst_HighlightDriver::linesAreBroughtUpToDateDownToTheOneAskedFor()
     QCOMPARE(editor.highlighter.takeRuns(), 0);
 }
 
-void tst_HighlightDriver::restIsDoneWhenIdle()
+void tst_HighlightDriver::restIsHighlightedWhenIdle()
 {
     Editor editor(lines(5000));
     QTRY_VERIFY(editor.driver->isProcessed(editor.document->lastBlock()));
@@ -144,7 +144,7 @@ void tst_HighlightDriver::restIsDoneWhenIdle()
     QCOMPARE(editor.document->lastBlock().userState(), 4);
 }
 
-void tst_HighlightDriver::restWaitsForATypistToPause()
+void tst_HighlightDriver::restIsNotHighlightedDuringTyping()
 {
     const Editor editor(lines(5000));
     const auto interval = [&editor] {
@@ -158,7 +158,7 @@ void tst_HighlightDriver::restWaitsForATypistToPause()
     QVERIFY(editor.driver->isProcessed(editor.document->lastBlock()));
 }
 
-void tst_HighlightDriver::linesThatNobodyHasSeenAreNoUpdate()
+void tst_HighlightDriver::invisibleLinesCauseNoUpdate()
 {
     const Editor editor(lines(3));
     QAbstractTextDocumentLayout *layout = editor.document->documentLayout();
@@ -169,7 +169,7 @@ void tst_HighlightDriver::linesThatNobodyHasSeenAreNoUpdate()
     QCOMPARE(lineUpdates.size() + updates.size(), 1);
 }
 
-void tst_HighlightDriver::typingRunsOneLineAnywhere()
+void tst_HighlightDriver::typingRunsOneLineAtAnyPlace()
 {
     Editor editor(lines(10'000));
     for (const int line : {0, 5000, 9999}) {
@@ -180,7 +180,7 @@ void tst_HighlightDriver::typingRunsOneLineAnywhere()
     }
 }
 
-void tst_HighlightDriver::openedCommentMarksAndDoesNotWalk()
+void tst_HighlightDriver::openedCommentMarksOnlyTheNextLine()
 {
     Editor editor(lines(10'000));
     editor.finish();
@@ -196,7 +196,7 @@ void tst_HighlightDriver::openedCommentMarksAndDoesNotWalk()
     QCOMPARE(painted(editor.block(31)), u"666111"_s);
 }
 
-void tst_HighlightDriver::closedCommentStopsWhereNothingChanged()
+void tst_HighlightDriver::closedCommentStopsAtAnUnchangedState()
 {
     Editor editor(lines(10'000));
     editor.finish();
@@ -218,7 +218,7 @@ void tst_HighlightDriver::returnRunsAFewLines()
     QVERIFY(editor.highlighter.takeRuns() <= 4);
 }
 
-void tst_HighlightDriver::joiningLinesRunsTheLineBehind()
+void tst_HighlightDriver::joiningLinesRunsTheLineAfter()
 {
     Editor editor(u"/* a\n*/\nint b;"_s);
     editor.finish();
@@ -227,7 +227,7 @@ void tst_HighlightDriver::joiningLinesRunsTheLineBehind()
     QCOMPARE(painted(editor.block(1)), u"222222"_s);
 }
 
-void tst_HighlightDriver::changeBelowDueLinesWaitsForThem()
+void tst_HighlightDriver::changeBelowDueLinesIsRunAfterThem()
 {
     Editor editor(lines(10'000));
     editor.replace(editor.block(9000).position(), 0, u"a"_s);
@@ -257,7 +257,7 @@ void tst_HighlightDriver::dueLinesMoveWithTheText()
     QCOMPARE(painted(*editor.document), paintedFromScratch(editor.document->toPlainText(), editor.highlighter));
 }
 
-void tst_HighlightDriver::changedFormatsArePaintedAnew()
+void tst_HighlightDriver::changedFormatsHighlightEveryLineAgain()
 {
     Editor editor(u"int\nint"_s);
     editor.finish();
@@ -280,7 +280,7 @@ void tst_HighlightDriver::oneHighlighterServesManyDocuments()
     QCOMPARE(painted(other->lastBlock()), u"1111"_s);
 }
 
-void tst_HighlightDriver::highlightingIsNoEdit()
+void tst_HighlightDriver::highlightingDoesNotModifyTheDocument()
 {
     Editor editor(lines(300));
     editor.document->setModified(false);
@@ -299,7 +299,7 @@ void tst_HighlightDriver::highlightingIsNoEdit()
     QVERIFY(changes.isEmpty());
 }
 
-void tst_HighlightDriver::undoIsPainted()
+void tst_HighlightDriver::undoIsHighlighted()
 {
     Editor editor(lines(3));
     editor.finish();
@@ -312,7 +312,7 @@ void tst_HighlightDriver::undoIsPainted()
     QCOMPARE(painted(*editor.document), before);
 }
 
-void tst_HighlightDriver::driverMayGoBeforeItsDocument()
+void tst_HighlightDriver::driverMayBeDeletedBeforeItsDocument()
 {
     Editor editor(lines(3));
     editor.driver.reset();
@@ -320,14 +320,14 @@ void tst_HighlightDriver::driverMayGoBeforeItsDocument()
     QCOMPARE(editor.highlighter.takeRuns(), 0);
 }
 
-void tst_HighlightDriver::randomEditsEndAsARunFromScratch_data()
+void tst_HighlightDriver::randomEditsGiveTheResultOfACompleteRun_data()
 {
     QTest::addColumn<int>("seed");
     for (const int seed : {1, 2, 3, 4, 5, 6})
         QTest::addRow("seed %d", seed) << seed;
 }
 
-void tst_HighlightDriver::randomEditsEndAsARunFromScratch()
+void tst_HighlightDriver::randomEditsGiveTheResultOfACompleteRun()
 {
     static const QStringList pieces{u"/*"_s,   u"*/"_s,   u"\n"_s,      u"\""_s,   u"'"_s,   u"//"_s,   u"#"_s,
                                     u"\\"_s,   u"("_s,    u"]"_s,       u"int "_s, u"x: "_s, u"1"_s,    u"\n\n"_s,

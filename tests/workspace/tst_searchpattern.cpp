@@ -19,7 +19,7 @@ private:
 private Q_SLOTS:
     void init() { failOnWarnings(); }
 
-    void theFirstMatchIsFound_data()
+    void firstMatchIsFound_data()
     {
         QTest::addColumn<QString>("pattern");
         QTest::addColumn<bool>("regExp");
@@ -28,10 +28,10 @@ private Q_SLOTS:
         QTest::addColumn<int>("expected");
         QTest::newRow("text") << u"b"_s << false << u"abab"_s << 0 << 1;
         QTest::newRow("text, from a match") << u"b"_s << false << u"abab"_s << 1 << 1;
-        QTest::newRow("text, behind a match") << u"b"_s << false << u"abab"_s << 2 << 3;
+        QTest::newRow("text, after a match") << u"b"_s << false << u"abab"_s << 2 << 3;
         QTest::newRow("text, none") << u"b"_s << false << u"abab"_s << 4 << -1;
         QTest::newRow("empty text") << QString() << false << u"ab"_s << 2 << 2;
-        QTest::newRow("behind the end") << QString() << false << u"ab"_s << 3 << -1;
+        QTest::newRow("after the end") << QString() << false << u"ab"_s << 3 << -1;
         QTest::newRow("long text without") << u"b"_s << false << QString(10'000, u'a') << 0 << -1;
         QTest::newRow("expression") << u"b."_s << true << u"abab"_s << 0 << 1;
         QTest::newRow("expression, far") << u"b"_s << true << QString(10'000, u'a') + u'b' << 0 << 10'000;
@@ -48,7 +48,7 @@ private Q_SLOTS:
         QTest::newRow("escaped backslash before a bound") << u"^\\\\{,2}x"_s << true << u"\\\\x"_s << 0 << 0;
     }
 
-    void theFirstMatchIsFound()
+    void firstMatchIsFound()
     {
         QFETCH(QString, pattern);
         QFETCH(bool, regExp);
@@ -58,14 +58,14 @@ private Q_SLOTS:
         QCOMPARE(SearchPattern(pattern, true, regExp).find({text}, from, Running), expected);
     }
 
-    void aFaultyExpressionMatchesNowhere_data()
+    void invalidExpressionNeverMatches_data()
     {
         QTest::addColumn<QString>("pattern");
         for (const QString &pattern : {u"("_s, u")"_s, u"[a"_s, u"*"_s, u"a{2,1}"_s, u"\\"_s, u"(?<n"_s})
             QTest::newRow(qPrintable(pattern)) << pattern;
     }
 
-    void aFaultyExpressionMatchesNowhere()
+    void invalidExpressionNeverMatches()
     {
         QFETCH(QString, pattern);
         const SearchPattern search(pattern, true, true);
@@ -82,7 +82,7 @@ private Q_SLOTS:
         }
     }
 
-    void theEndsOfAPartAreNotThoseOfTheText()
+    void endsOfAPartDoNotMatchEndsOfTheText()
     {
         const SearchPattern ends(u"^a|a$"_s, true, true);
         QCOMPARE(ends.find({u"aba"_s, true, true}, 0, Running), 0);
@@ -91,7 +91,7 @@ private Q_SLOTS:
         QCOMPARE(ends.find({u"aba"_s, false, false}, 0, Running), -1);
     }
 
-    void anExpressionThatTriesTooMuchDoesNotMatch_data()
+    void expressionWithTooManyStepsDoesNotMatch_data()
     {
         QTest::addColumn<QString>("pattern");
         QTest::newRow("nested repetition") << u"(a+)+[^a]x"_s;
@@ -101,14 +101,14 @@ private Q_SLOTS:
         QTest::newRow("more than the stack holds") << u"(a|\\n)*+[^a]|(b|.)*c"_s;
     }
 
-    void anExpressionThatTriesTooMuchDoesNotMatch()
+    void expressionWithTooManyStepsDoesNotMatch()
     {
         QFETCH(QString, pattern);
         QVERIFY(SearchPattern(pattern, true, true).isValid());
         QCOMPARE(find(pattern, QString(2 << 20, u'a')), -1);
     }
 
-    void aLongSearchCanBeInterrupted()
+    void longSearchCanBeInterrupted()
     {
         std::atomic<bool> running = true;
         const SearchPattern search(u"\\w.*b"_s, true, true); // takes hours

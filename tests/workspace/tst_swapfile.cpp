@@ -22,7 +22,7 @@ QStringList files(const QString &directory)
     return QDir(directory).entryList(QDir::Files | QDir::Hidden);
 }
 
-/// A document that keeps its copy in "state" beside its file.
+/// A document with its copy in "state" in the same directory.
 struct Fixture : EditorFixture
 {
     Fixture()
@@ -37,7 +37,7 @@ struct Fixture : EditorFixture
     std::unique_ptr<SwapFile> swap;
 };
 
-/// Run in a process of its own: edits two files and dies without a word.
+/// Runs in another process: edits two files and ends without saving.
 void crash(const QString &directory)
 {
     FormatTable formats = testFormats();
@@ -59,13 +59,13 @@ void crash(const QString &directory)
     ::_exit(1);
 }
 
-/// Character @p i of what typeWithoutEnd() types.
+/// The character @p i of those that typeWithoutEnd() types.
 QChar typedCharacter(int i)
 {
     return QChar(i % 40 == 39 ? u'\n' : u'a' + i % 23);
 }
 
-/// Run in a process of its own: types until somebody kills it.
+/// Runs in another process: types until it is killed.
 void typeWithoutEnd(const QString &directory)
 {
     EditorFixture f;
@@ -85,7 +85,7 @@ void typeWithoutEnd(const QString &directory)
     }
 }
 
-/// The program as it starts again: documents in tabs, with copies of their own in "state".
+/// The program after a restart: documents in tabs, with copies in "state".
 struct SecondStart : EditorFixture
 {
     explicit SecondStart(const QString &root) : state(root + u"/state"_s)
@@ -112,7 +112,7 @@ struct SecondStart : EditorFixture
     Workspace workspace;
 };
 
-/// Leaves the copies of two files behind, in "state".
+/// Creates the copies of two files in "state".
 bool leaveCopies(const QString &directory)
 {
     QProcess process;
@@ -127,19 +127,19 @@ class TestSwapFile : public QObject
 private Q_SLOTS:
     void init() { failOnWarnings(); }
 
-    void aModifiedDocumentHasACopyUntilItIsSaved()
+    void modifiedDocumentHasACopyUntilItIsSaved()
     {
         Fixture f;
         QVERIFY(f.document->saveAs(f.path(u"a.c"_s)));
         QCOMPARE(files(f.state), QStringList());
         f.view->insertText(u"x"_s);
         QTRY_COMPARE(files(f.state).size(), 2); // the copy and its lock
-        QCOMPARE(rescued(f.state), QString());  // its owner is alive
+        QCOMPARE(rescued(f.state), QString());  // its owner is running
         QVERIFY(f.document->save());
         QCOMPARE(files(f.state), QStringList());
     }
 
-    void undoingTheChangesRemovesTheCopy()
+    void undoRemovesTheCopy()
     {
         Fixture f;
         f.view->insertText(u"x"_s);
@@ -159,7 +159,7 @@ private Q_SLOTS:
         QCOMPARE(files(f.state), QStringList());
     }
 
-    void templatesGiveTheirDocumentsCopies()
+    void documentsOfATemplateHaveCopies()
     {
         EditorFixture f;
         const QString state = f.path(u"deep/state"_s);
@@ -186,14 +186,14 @@ private Q_SLOTS:
         QCOMPARE(rescued(state), u"two.c: two"_s);
     }
 
-    void whatWasTypedBeforeAKillIsOfferedAtTheNextStart_data()
+    void textTypedBeforeAKillIsOfferedAtTheNextStart_data()
     {
         QTest::addColumn<int>("least"); // characters typed before the kill
         QTest::newRow("early") << 1;
-        QTest::newRow("amid a line") << 500;
+        QTest::newRow("within a line") << 500;
         QTest::newRow("later") << 3000;
     }
-    void whatWasTypedBeforeAKillIsOfferedAtTheNextStart()
+    void textTypedBeforeAKillIsOfferedAtTheNextStart()
     {
         QFETCH(int, least);
         const QTemporaryDir directory;
@@ -217,13 +217,13 @@ private Q_SLOTS:
         const QString text = next.opened(0)->text()->toPlainText();
         QVERIFY(text.size() >= least);
         for (int i = 0; i < text.size(); ++i)
-            QCOMPARE(text[i], typedCharacter(i)); // a state that the text had, nothing torn
+            QCOMPARE(text[i], typedCharacter(i)); // a state that the text had, not a mixture
         QVERIFY(!QFile::exists(directory.filePath(u"typed.c"_s)));
         QVERIFY(next.opened(0)->save());
         QVERIFY(recoverableTexts(next.state).isEmpty());
     }
 
-    void recoveredTextsReplaceThoseOfTheFiles()
+    void recoveredTextsReplaceTheContentsOfTheFiles()
     {
         const QTemporaryDir directory;
         QFile file(directory.filePath(u"one.c"_s));
@@ -242,8 +242,8 @@ private Q_SLOTS:
         QCOMPARE(next.opened(0)->text()->toPlainText(), u"old\n"_s);
     }
 
-    /// A second crash right after the recovery must not lose what the first had left.
-    void aRecoveredTextHasANewCopyBeforeTheOldOneGoes()
+    /// A second crash directly after the recovery must not lose the texts of the first.
+    void recoveredTextHasANewCopyBeforeTheOldOneIsRemoved()
     {
         const QTemporaryDir directory;
         QVERIFY(leaveCopies(directory.path()));
@@ -257,7 +257,7 @@ private Q_SLOTS:
             QVERIFY(!after.contains(old));
     }
 
-    void unwantedTextsAreThrownAway()
+    void refusedTextsAreRemoved()
     {
         const QTemporaryDir directory;
         QVERIFY(leaveCopies(directory.path()));
@@ -266,10 +266,10 @@ private Q_SLOTS:
         QCOMPARE(offerRecovery(next.workspace, next.state, nullptr), 0);
         QVERIFY(next.workspace.documents().isEmpty());
         QCOMPARE(files(next.state), QStringList());
-        QCOMPARE(offerRecovery(next.workspace, next.state, nullptr), 0); // and nobody asks again
+        QCOMPARE(offerRecovery(next.workspace, next.state, nullptr), 0); // it does not ask again
     }
 
-    void textsMayBeLeftForLater()
+    void cancelKeepsTheTexts()
     {
         const QTemporaryDir directory;
         QVERIFY(leaveCopies(directory.path()));
@@ -280,7 +280,7 @@ private Q_SLOTS:
         QCOMPARE(recoverableTexts(next.state).size(), 2);
     }
 
-    void aTextThatCannotBeRecoveredIsKept()
+    void textThatCannotBeRecoveredIsKept()
     {
         const QTemporaryDir directory;
         QVERIFY(leaveCopies(directory.path()));
@@ -294,7 +294,7 @@ private Q_SLOTS:
         QCOMPARE(rescued(next.state), u"one.c: int café;\nint b;"_s);
     }
 
-    void manyTextsAreNotAllNamed()
+    void questionNamesTenOfManyTexts()
     {
         const QTemporaryDir directory;
         QVERIFY(leaveCopies(directory.path()));
@@ -308,7 +308,7 @@ private Q_SLOTS:
         QVERIFY(box.texts.at(0).contains(u"\nand 3 more\n"_s));
     }
 
-    void otherFilesAreLeftAlone()
+    void otherFilesAreNotTouched()
     {
         const QTemporaryDir directory;
         for (const auto &[name, bytes] :
@@ -325,7 +325,7 @@ private Q_SLOTS:
         QCOMPARE(files(directory.path()).size(), 4);
     }
 
-    void aDirectoryThatCannotBeWrittenDoesNotDisturb()
+    void unwritableDirectoryIsIgnored()
     {
         EditorFixture f;
         QFile file(f.path(u"file"_s));

@@ -22,7 +22,7 @@ void processAll(SyntaxHighlighter &highlighter, QTextDocument &document)
         highlighter.process(&document, block, 0);
 }
 
-// The lines of a golden file's section that hold source text.
+// The lines of a golden file's section that contain source text.
 QString sourceOf(const QString &section)
 {
     const QStringList lines = section.split(u'\n', Qt::SkipEmptyParts);
@@ -54,28 +54,28 @@ class tst_SyntaxHighlighter : public QObject
 private Q_SLOTS:
     void init() { QTest::failOnWarning(QRegularExpression(u".?"_s)); }
 
-    void paintsAsTheGoldenFilesShow_data();
-    void paintsAsTheGoldenFilesShow();
-    void keywordTables_data();
-    void keywordTables();
+    void highlightingEqualsTheGoldenFiles_data();
+    void highlightingEqualsTheGoldenFiles();
+    void keywordTablesAreComplete_data();
+    void keywordTablesAreComplete();
     void plainTextIsStandardText();
-    void lineStartsWithTheStateAbove();
+    void lineStartsWithTheEndStateAbove();
     void linesWithoutStateAboveAreRunFirst();
-    void longRunOfLinesWithoutStateIsNoRecursion();
+    void manyLinesWithoutStateNeedNoRecursion();
     void changedEndStateMarksTheNextLine();
-    void unchangedEndStateMarksNothing();
-    void withoutInvalidateNothingIsMarked();
+    void unchangedEndStateMarksNoLine();
+    void runWithoutInvalidateMarksNoLine();
     void secondRunReplacesTheBrackets();
-    void markersSurviveARun();
-    void missingFormatIsThatOfTheBackground();
-    void withoutTableFormatsAreEmptyAndAsserted();
-    void formatTableCanBeGivenLater();
+    void markersAreKeptByARun();
+    void missingFormatIsReplacedByTheBackground();
+    void missingTableFailsAnAssertionAndGivesEmptyFormats();
+    void formatTableCanBeSetLater();
     void composedTextKeepsItsFormats();
 };
 
-// Each line of a file stands with "|" before it, below it the identifier that each of its characters is painted with,
-// and then "=", the end state and the brackets with their positions. A line "--" starts a new document.
-void tst_SyntaxHighlighter::paintsAsTheGoldenFilesShow_data()
+// Each line of a file starts with "|"; below it are the format identifier of each character, and then "=", the end
+// state and the brackets with their positions. A line "--" starts a new document.
+void tst_SyntaxHighlighter::highlightingEqualsTheGoldenFiles_data()
 {
     QTest::addColumn<QString>("language");
     QTest::addColumn<QString>("path");
@@ -87,7 +87,7 @@ void tst_SyntaxHighlighter::paintsAsTheGoldenFilesShow_data()
     }
 }
 
-void tst_SyntaxHighlighter::paintsAsTheGoldenFilesShow()
+void tst_SyntaxHighlighter::highlightingEqualsTheGoldenFiles()
 {
     QFETCH(QString, language);
     QFETCH(QString, path);
@@ -103,7 +103,7 @@ void tst_SyntaxHighlighter::paintsAsTheGoldenFilesShow()
     }
 }
 
-void tst_SyntaxHighlighter::keywordTables_data()
+void tst_SyntaxHighlighter::keywordTablesAreComplete_data()
 {
     QTest::addColumn<QString>("language");
     QTest::addColumn<QStringList>("keywords");
@@ -123,7 +123,7 @@ void tst_SyntaxHighlighter::keywordTables_data()
                             << u"None True with as print nonlocal async int"_s.split(u' ');
 }
 
-void tst_SyntaxHighlighter::keywordTables()
+void tst_SyntaxHighlighter::keywordTablesAreComplete()
 {
     QFETCH(QString, language);
     QFETCH(QStringList, keywords);
@@ -147,7 +147,7 @@ void tst_SyntaxHighlighter::plainTextIsStandardText()
     QVERIFY(!paragDataOf(document->firstBlock()));
 }
 
-void tst_SyntaxHighlighter::lineStartsWithTheStateAbove()
+void tst_SyntaxHighlighter::lineStartsWithTheEndStateAbove()
 {
     const FormatTable formats = readableFormats();
     CppHighlighter highlighter(&formats);
@@ -169,7 +169,7 @@ void tst_SyntaxHighlighter::linesWithoutStateAboveAreRunFirst()
     QCOMPARE(painted(document->findBlockByNumber(1)), u"2"_s);
 }
 
-void tst_SyntaxHighlighter::longRunOfLinesWithoutStateIsNoRecursion()
+void tst_SyntaxHighlighter::manyLinesWithoutStateNeedNoRecursion()
 {
     const FormatTable formats = readableFormats();
     CppHighlighter highlighter(&formats);
@@ -192,7 +192,7 @@ void tst_SyntaxHighlighter::changedEndStateMarksTheNextLine()
     QCOMPARE(states(*document), (QList<int>{4, 4, -1}));
 }
 
-void tst_SyntaxHighlighter::unchangedEndStateMarksNothing()
+void tst_SyntaxHighlighter::unchangedEndStateMarksNoLine()
 {
     const FormatTable formats = readableFormats();
     CppHighlighter highlighter(&formats);
@@ -201,12 +201,12 @@ void tst_SyntaxHighlighter::unchangedEndStateMarksNothing()
     insert(*document, 0, u"\"x\" /* y */ "_s);
     highlighter.process(document.get(), document->firstBlock(), 0);
     QCOMPARE(states(*document), (QList<int>{0, 0}));
-    document->firstBlock().setUserState(-1); // marked, but the state that the last run gave still stands below
+    document->firstBlock().setUserState(-1); // marked, but the state of the last run is still stored below
     highlighter.process(document.get(), document->firstBlock(), 0);
     QCOMPARE(states(*document), (QList<int>{0, 0}));
 }
 
-void tst_SyntaxHighlighter::withoutInvalidateNothingIsMarked()
+void tst_SyntaxHighlighter::runWithoutInvalidateMarksNoLine()
 {
     const FormatTable formats = readableFormats();
     CppHighlighter highlighter(&formats);
@@ -230,7 +230,7 @@ void tst_SyntaxHighlighter::secondRunReplacesTheBrackets()
     QCOMPARE(stateAndBrackets(document->firstBlock()), u"0 [1 ]2 (3 )5"_s);
 }
 
-void tst_SyntaxHighlighter::markersSurviveARun()
+void tst_SyntaxHighlighter::markersAreKeptByARun()
 {
     const FormatTable formats = readableFormats();
     CppHighlighter highlighter(&formats);
@@ -242,7 +242,7 @@ void tst_SyntaxHighlighter::markersSurviveARun()
     QCOMPARE(data->marker, 0x8001u);
 }
 
-void tst_SyntaxHighlighter::missingFormatIsThatOfTheBackground()
+void tst_SyntaxHighlighter::missingFormatIsReplacedByTheBackground()
 {
     FormatTable formats = readableFormats();
     formats.remove(FormatId::Comment);
@@ -253,14 +253,14 @@ void tst_SyntaxHighlighter::missingFormatIsThatOfTheBackground()
     QCOMPARE(highlighter.format(FormatId::Keyword), QTextCharFormat());
 }
 
-void tst_SyntaxHighlighter::withoutTableFormatsAreEmptyAndAsserted()
+void tst_SyntaxHighlighter::missingTableFailsAnAssertionAndGivesEmptyFormats()
 {
     const SyntaxHighlighter highlighter;
     QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"^ASSERT: \"m_formats\" in "_s));
     QCOMPARE(highlighter.format(FormatId::Standard), QTextCharFormat());
 }
 
-void tst_SyntaxHighlighter::formatTableCanBeGivenLater()
+void tst_SyntaxHighlighter::formatTableCanBeSetLater()
 {
     const FormatTable formats = readableFormats();
     PythonHighlighter highlighter;

@@ -22,6 +22,26 @@ QByteArray contents(const QString &path)
     QFile file(path);
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("unreadable");
 }
+
+/// A workspace with the file "a.c", which contains "one", open in the view in front.
+struct OpenFile
+{
+    OpenFile()
+    {
+        workspace.setViewManager(&manager);
+        auto highlighter = std::make_unique<SyntaxHighlighter>(&formats);
+        workspace.addTemplate(new TextDocumentTemplate(u"T"_s, u"d"_s, {}, {}, std::move(highlighter), nullptr));
+        put(path, "one");
+        if (!workspace.openDocument(path, true))
+            qFatal("cannot open %s", qPrintable(path));
+    }
+
+    const QTemporaryDir directory;
+    const QString path = directory.filePath(u"a.c"_s);
+    const FormatTable formats = testFormats();
+    TabbedViewManager manager;
+    Workspace workspace;
+};
 } // namespace
 
 class TestTextDocument : public QObject
@@ -58,13 +78,13 @@ private Q_SLOTS:
         TextDocumentTemplate any(u"T"_s, u"d"_s, {}, {}, std::make_unique<SyntaxHighlighter>(), nullptr);
         QTEST(c.canOpen(directory.filePath(name)), "c");
         QTEST(any.canOpen(directory.filePath(name)), "any");
-        QVERIFY(!any.canOpen(u"disassembler:0x00000001:"_s + name)); // which is no file
+        QVERIFY(!any.canOpen(u"disassembler:0x00000001:"_s + name)); // not the name of a file
         QVERIFY(c.canCreate());
         QCOMPARE(c.extension(), u"c"_s);
         QCOMPARE(any.extension(), QString());
     }
 
-    void viewsBearTheIconOfTheirKind()
+    void viewsHaveTheIconOfTheirKind()
     {
         QPixmap picture(16, 16);
         picture.fill(Qt::red);
@@ -77,13 +97,13 @@ private Q_SLOTS:
         QVERIFY(!view->parentWidget());
     }
 
-    void settingsReachTheIndenter()
+    void settingsAreAppliedToTheIndenter()
     {
         EditorFixture f;
         QSettings settings(f.path(u"s.ini"_s), QSettings::IniFormat);
         f.docTemplate.readSettings(settings);
         QCOMPARE(f.docTemplate.indenter()->tabSize(), 4);
-        QVERIFY(f.docTemplate.indenter()->keepTabs()); // absent means kept
+        QVERIFY(f.docTemplate.indenter()->keepTabs()); // kept by default
         QCOMPARE(f.docTemplate.indenter()->indentMode(), 2);
         settings.setValue(u"Editor/TabSize"_s, 8);
         settings.setValue(u"Editor/KeepTabs"_s, 0);
@@ -94,7 +114,7 @@ private Q_SLOTS:
         QCOMPARE(f.docTemplate.indenter()->indentMode(), 1);
     }
 
-    void aFileIsReadAndWrittenAsItWas_data()
+    void fileIsReadAndWrittenUnchanged_data()
     {
         QTest::addColumn<QByteArray>("bytes");
         QTest::addColumn<QByteArray>("written");
@@ -105,7 +125,7 @@ private Q_SLOTS:
         QTest::newRow("no-break space") << QByteArray("\xC2\xA0\n") << QByteArray("X\xC2\xA0\n");
         QTest::newRow("invalid bytes") << QByteArray("\xE9\xFF\n") << QByteArray("X\xE9\xFF\n");
     }
-    void aFileIsReadAndWrittenAsItWas()
+    void fileIsReadAndWrittenUnchanged()
     {
         QFETCH(const QByteArray, bytes);
         QFETCH(const QByteArray, written);
@@ -126,23 +146,23 @@ private Q_SLOTS:
         QCOMPARE(contents(path), written);
     }
 
-    void latin1IsTold()
+    void latin1IsReported()
     {
         EditorFixture f;
-        QSignalSpy told(f.document.get(), &TextDocument::encodingChanged);
+        QSignalSpy emitted(f.document.get(), &TextDocument::encodingChanged);
         put(f.path(u"a.c"_s), "\xE9");
         QVERIFY(f.document->open(f.path(u"a.c"_s)));
         QVERIFY(f.document->isLatin1());
-        QCOMPARE(told.size(), 1);
+        QCOMPARE(emitted.size(), 1);
         f.putCursor(0, 0);
         f.view->insertText(u"\u20AC"_s);
         QVERIFY(f.document->save());
         QVERIFY(!f.document->isLatin1());
-        QCOMPARE(told.size(), 2);
+        QCOMPARE(emitted.size(), 2);
         QCOMPARE(contents(f.path(u"a.c"_s)), "\xE2\x82\xAC\xC3\xA9");
     }
 
-    void aMissingFileIsCreatedInMemoryIfWished()
+    void missingFileIsCreatedInMemoryOnRequest()
     {
         EditorFixture f;
         const QString path = f.path(u"new.c"_s);
@@ -166,7 +186,7 @@ private Q_SLOTS:
         QCOMPARE(contents(path), "");
     }
 
-    void whatIsNoFileCannotBeOpened()
+    void otherThanRegularFilesCannotBeOpened()
     {
         EditorFixture f;
         BoxAnswers answers({QMessageBox::Ok});
@@ -177,7 +197,7 @@ private Q_SLOTS:
         QCOMPARE(answers.buttons.first(), QList{QMessageBox::Ok});
     }
 
-    void aFailedSaveIsToldAndChangesNothing()
+    void failedSaveIsReportedAndChangesNothing()
     {
         EditorFixture f(u"text"_s);
         const QString path = f.path(u"a.c"_s);
@@ -204,7 +224,7 @@ private Q_SLOTS:
         QCOMPARE(f.text().size(), 200'003);
     }
 
-    void saveAsTakesTheNewName()
+    void saveAsSetsTheNewName()
     {
         EditorFixture f(u"text"_s);
         QVERIFY(f.document->saveAs(f.path(u"b.c"_s)));
@@ -227,7 +247,7 @@ private Q_SLOTS:
         QCOMPARE(f.document->lastModified(), QFileInfo(f.path(u"b.c"_s)).lastModified());
     }
 
-    void creatingTouchesNoFile()
+    void creatingDoesNotWriteAFile()
     {
         EditorFixture f;
         const QString path = f.path(u"new.c"_s);
@@ -249,7 +269,7 @@ private Q_SLOTS:
         QVERIFY(f.document->modified());
     }
 
-    void aFileChangedByOthersIsNewer()
+    void fileChangedByAnotherProgramIsNewer()
     {
         EditorFixture f(u"text"_s);
         const QString path = f.path(u"a.c"_s);
@@ -265,50 +285,32 @@ private Q_SLOTS:
         QVERIFY(!f.document->isNewerOnDisk());
     }
 
-    void reopeningReadsTheFileAnew()
+    void reopeningReadsTheFileAgain()
     {
-        const QTemporaryDir directory;
-        const FormatTable formats = testFormats();
-        TabbedViewManager manager;
-        Workspace workspace;
-        workspace.setViewManager(&manager);
-        auto highlighter = std::make_unique<SyntaxHighlighter>(&formats);
-        workspace.addTemplate(new TextDocumentTemplate(u"T"_s, u"d"_s, {}, {}, std::move(highlighter), nullptr));
-        const QString path = directory.filePath(u"a.c"_s);
-        put(path, "one");
-        QVERIFY(workspace.openDocument(path, true));
-        viewInterface<ISourceView>(manager.currentView())->insertText(u"typed "_s);
-        put(path, "two");
-        QVERIFY(workspace.reopenDocument(manager.currentDocument()->filename()));
-        QCOMPARE(static_cast<TextDocument *>(manager.currentDocument())->text()->toPlainText(), u"two"_s);
-        manager.closeAll();
+        OpenFile f;
+        viewInterface<ISourceView>(f.manager.currentView())->insertText(u"typed "_s);
+        put(f.path, "two");
+        QVERIFY(f.workspace.reopenDocument(f.manager.currentDocument()->filename()));
+        QCOMPARE(static_cast<TextDocument *>(f.manager.currentDocument())->text()->toPlainText(), u"two"_s);
+        f.manager.closeAll();
     }
 
-    void aFailedReopeningLeavesWhatIsOpen()
+    void failedReopeningKeepsTheOpenDocument()
     {
-        const QTemporaryDir directory;
-        const FormatTable formats = testFormats();
-        TabbedViewManager manager;
-        Workspace workspace;
-        workspace.setViewManager(&manager);
-        auto highlighter = std::make_unique<SyntaxHighlighter>(&formats);
-        workspace.addTemplate(new TextDocumentTemplate(u"T"_s, u"d"_s, {}, {}, std::move(highlighter), nullptr));
-        const QString path = directory.filePath(u"a.c"_s);
-        put(path, "one");
-        QVERIFY(workspace.openDocument(path, true));
-        auto *document = static_cast<TextDocument *>(manager.currentDocument());
-        viewInterface<ISourceView>(manager.currentView())->insertText(u"typed "_s);
-        QFile::remove(path);
+        OpenFile f;
+        auto *document = static_cast<TextDocument *>(f.manager.currentDocument());
+        viewInterface<ISourceView>(f.manager.currentView())->insertText(u"typed "_s);
+        QFile::remove(f.path);
         QTimer::singleShot(0, this, [] { qobject_cast<QDialog *>(QApplication::activeModalWidget())->reject(); });
-        QVERIFY(!workspace.reopenDocument(path));
-        QCOMPARE(manager.currentDocument(), document);
+        QVERIFY(!f.workspace.reopenDocument(f.path));
+        QCOMPARE(f.manager.currentDocument(), document);
         QCOMPARE(document->text()->toPlainText(), u"typed one"_s);
         QVERIFY(document->modified());
         document->setModified(false);
-        manager.closeAll();
+        f.manager.closeAll();
     }
 
-    void theRawTextIsCopiedAnewWhenTheTextChanges()
+    void rawTextIsCopiedAgainWhenTheTextChanges()
     {
         EditorFixture f(u"1\n2"_s);
         const QString text = f.document->rawText();
@@ -322,7 +324,7 @@ private Q_SLOTS:
         QCOMPARE(f.document->rawText(), u"3"_s);
     }
 
-    void theRawTextIsGivenUpAfterTheLastSearch()
+    void rawTextIsReleasedAfterTheLastSearch()
     {
         EditorFixture f(u"1\n2"_s);
         const QString text = f.document->rawText();
@@ -334,7 +336,7 @@ private Q_SLOTS:
         QCOMPARE(f.document->rawText(), text);
     }
 
-    void colouredLinesAreLaidOutWhenTheyAreAskedFor()
+    void highlightedLinesAreLaidOutOnDemand()
     {
         EditorFixture f(u"int x;\n"_s.repeated(300));
         const QTextBlock line = f.document->text()->findBlockByNumber(200);
@@ -349,10 +351,10 @@ private Q_SLOTS:
         QTextCursor(typed).insertText(u"unsigned "_s);
         QCOMPARE(updates.size(), 1);
         QCOMPARE(updates.first().first().value<QTextBlock>(), typed);
-        QCOMPARE(typed.layout()->lineAt(0).textLength(), 15); // the cursor asked for it
+        QCOMPARE(typed.layout()->lineAt(0).textLength(), 15); // the cursor requires the layout
     }
 
-    void markersRideOnTheirLines()
+    void markersMoveWithTheirLines()
     {
         EditorFixture f(u"1\n2\n3\n4\n5\n6"_s);
         f.view->setMarker(5, TextView::EnabledBreakpointMarker, true, false);
@@ -377,7 +379,7 @@ private Q_SLOTS:
         QTest::addColumn<int>("key");
         QTest::addColumn<QString>("expected");
         QTest::newRow("return at the start of the line") << 2 << 0 << int(Qt::Key_Return) << u"4:1"_s;
-        QTest::newRow("return amid the line") << 2 << 2 << int(Qt::Key_Return) << u"3:1"_s;
+        QTest::newRow("return within the line") << 2 << 2 << int(Qt::Key_Return) << u"3:1"_s;
         QTest::newRow("return at its end") << 2 << 4 << int(Qt::Key_Return) << u"3:1"_s;
         QTest::newRow("return at the end of the line above") << 1 << 3 << int(Qt::Key_Return) << u"4:1"_s;
         QTest::newRow("joined with the line below") << 2 << 4 << int(Qt::Key_Delete) << u"3:1"_s;
@@ -398,14 +400,14 @@ private Q_SLOTS:
         }
     }
 
-    void undoingReturnBringsTheMarkerBack_data()
+    void undoOfReturnRestoresTheMarker_data()
     {
         QTest::addColumn<int>("index");
         QTest::newRow("at the start of the line") << 0;
-        QTest::newRow("amid the line") << 2;
+        QTest::newRow("within the line") << 2;
         QTest::newRow("at its end") << 4;
     }
-    void undoingReturnBringsTheMarkerBack()
+    void undoOfReturnRestoresTheMarker()
     {
         QFETCH(const int, index);
         EditorFixture f(u"one\ntwo\n\txyz\nfour"_s);
@@ -418,7 +420,7 @@ private Q_SLOTS:
         QCOMPARE(f.markers(), index == 0 ? u"4:1"_s : u"3:1"_s);
     }
 
-    void undoingAPasteAboveALineLeavesItsMarkerAlone()
+    void undoOfAPasteAboveALineKeepsItsMarker()
     {
         EditorFixture f(u"one\ntwo"_s);
         f.view->setMarker(2, TextView::EnabledBreakpointMarker, true, false);
@@ -429,7 +431,7 @@ private Q_SLOTS:
         QCOMPARE(f.markers(), u"2:1"_s);
     }
 
-    void alternateGoesWithBreakpointsOnly_data()
+    void alternateBitIsSetWithBreakpointsOnly_data()
     {
         QTest::addColumn<int>("mask");
         QTest::addColumn<QString>("set");
@@ -440,7 +442,7 @@ private Q_SLOTS:
         QTest::newRow("current line") << 0x08 << u"1:8"_s << u"1:8"_s;
         QTest::newRow("lookup") << 0x10 << u"1:10"_s << u"1:10"_s;
     }
-    void alternateGoesWithBreakpointsOnly()
+    void alternateBitIsSetWithBreakpointsOnly()
     {
         QFETCH(const int, mask);
         EditorFixture f(u"one"_s);
@@ -452,7 +454,7 @@ private Q_SLOTS:
         QCOMPARE(f.markers(), QString());
     }
 
-    void theAlternateBitStaysWhenItsBreakpointGoes()
+    void alternateBitStaysWhenItsBreakpointIsCleared()
     {
         EditorFixture f(u"one"_s);
         f.view->setMarker(1, TextView::EnabledBreakpointMarker, true, true);
@@ -462,7 +464,7 @@ private Q_SLOTS:
         QCOMPARE(f.markers(), u"1:2"_s);
     }
 
-    void clearingTakesTheBitsOffEveryLine()
+    void clearingRemovesTheBitsFromEveryLine()
     {
         EditorFixture f(u"1\n2\n3"_s);
         f.view->setMarker(1, TextView::EnabledBreakpointMarker, true, false);
@@ -478,11 +480,11 @@ private Q_SLOTS:
         QCOMPARE(notified.size(), 3);
         QCOMPARE(f.markers(), u"1:1"_s);
         f.document->text()->setPlainText(u"other"_s);
-        f.view->clearMarkers(0xFFFF); // of lines that are gone
+        f.view->clearMarkers(0xFFFF); // of lines that were removed
         QCOMPARE(f.markers(), QString());
     }
 
-    void theRescuedTextIsAnUnsavedChange()
+    void recoveredTextIsAnUnsavedChange()
     {
         EditorFixture f(u"on disk"_s);
         f.document->recover(u"typed\nbefore the crash"_s);
@@ -498,9 +500,9 @@ private Q_SLOTS:
         QTest::addColumn<QString>("match");
         QTest::newRow("forward") << u"a ^(b (c) d) e"_s << u"(b (c) d)"_s;
         QTest::newRow("backward") << u"a (b (c) d)^ e"_s << u"(b (c) d)"_s;
-        QTest::newRow("the opening one at the cursor wins") << u"(a)^[b]"_s << u"[b]"_s;
+        QTest::newRow("the opening one at the cursor is used") << u"(a)^[b]"_s << u"[b]"_s;
         QTest::newRow("over lines") << u"f()\n^{\n  (\n\n\n}[{}]\n)\n}"_s << QString();
-        QTest::newRow("well nested over lines") << u"f()\n^{\n  (\n\n[{}]\n)\n}x"_s << u"{\n  (\n\n[{}]\n)\n}"_s;
+        QTest::newRow("nested over lines") << u"f()\n^{\n  (\n\n[{}]\n)\n}x"_s << u"{\n  (\n\n[{}]\n)\n}"_s;
         QTest::newRow("backward over lines") << u"f()\n{\n\n }^"_s << u"{\n\n }"_s;
         QTest::newRow("of two kinds") << u"^( ]"_s << QString();
         QTest::newRow("no partner") << u"^( ("_s << QString();
@@ -521,7 +523,7 @@ private Q_SLOTS:
         QTEST(f.document->bracketMatch().selectedText().replace(QChar::ParagraphSeparator, u'\n'), "match");
     }
 
-    void aFarPartnerIsFoundWhileTheProgramIsIdle()
+    void distantPartnerIsFoundWhileTheProgramIsIdle()
     {
         EditorFixture f(u"{\n"_s + u"x;\n"_s.repeated(20'000) + u"}"_s);
         QSignalSpy changed(f.document.get(), &TextDocument::bracketMatchChanged);
@@ -531,12 +533,12 @@ private Q_SLOTS:
         QCOMPARE(f.document->bracketMatch().selectionEnd(), f.document->text()->characterCount() - 1);
 
         f.document->matchBrackets(QTextCursor(f.document->text()));
-        f.document->text()->setPlainText(u"gone"_s); // amid the search
+        f.document->text()->setPlainText(u"gone"_s); // during the search
         QCoreApplication::processEvents();
         QVERIFY(f.document->bracketMatch().isNull());
     }
 
-    void theMatcherCanBeSwitchedOff()
+    void bracketMatchingCanBeSwitchedOff()
     {
         EditorFixture f(u"()"_s);
         QVERIFY(f.docTemplate.bracketMatcher().isEnabled());
@@ -545,7 +547,7 @@ private Q_SLOTS:
         QVERIFY(f.document->bracketMatch().isNull());
     }
 
-    void thePlainHighlighterGivesNoMatching()
+    void plainHighlighterMatchesNoBrackets()
     {
         EditorFixture f(u"()"_s, std::make_unique<SyntaxHighlighter>());
         f.document->matchBrackets(QTextCursor(f.document->text()));

@@ -6,7 +6,7 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-/// Lines and their markers, kept in the plainest way.
+/// A simple model of lines and their markers.
 class Model
 {
 public:
@@ -24,7 +24,7 @@ public:
             m_lines[line].text.insert(index, text);
             return;
         }
-        // The marker stays with the part that keeps its start; with nothing before it, it goes with the text.
+        // The marker stays with the part at the start of the line; if that part is empty, it moves with the text.
         const bool goes = index == 0;
         QList<Line> lines = m_lines.first(line);
         lines.append({old.text.left(index) + parts.first(), goes ? 0 : old.marker});
@@ -37,13 +37,13 @@ public:
     void remove(int line, int index, int lineTo, int indexTo)
     {
         m_lines[line].text = m_lines[line].text.left(index) + m_lines[lineTo].text.mid(indexTo);
-        if (index == 0 && lineTo > line) // nothing is left of it: it goes itself, and the last line keeps its marker
+        if (index == 0 && lineTo > line) // the line is removed completely, and the last line keeps its marker
             m_lines[line].marker = m_lines[lineTo].marker;
         m_lines.remove(line + 1, lineTo - line);
     }
 
-    /// Puts @p text in place of @p removed characters, as undo and redo do: a line that begins where it began keeps its
-    /// marker, whatever is joined with it.
+    /// Replaces @p removed characters by @p text, like undo and redo: a line whose start does not move keeps its
+    /// marker, also when other text is joined with it.
     void replace(int position, int removed, const QString &text)
     {
         const auto [line, index] = place(position);
@@ -95,7 +95,7 @@ private:
     QList<Line> m_lines;
 };
 
-/// Random edits in a view with two panes, and what they should lead to.
+/// Makes random edits in a view with two panes, and the same edits in the model.
 class Editing
 {
 public:
@@ -184,7 +184,7 @@ private:
         f.view->remove();
         model.remove(line, index, lineTo, indexTo);
     }
-    /// Has the model follow a change of the document that only the document knows; the texts are compared later.
+    /// Applies a change of the document to the model; the texts are compared later.
     template <typename Change>
     void follow(Change change)
     {
@@ -216,13 +216,13 @@ class TestTextEdits : public QObject
 private Q_SLOTS:
     void init() { failOnWarnings(); }
 
-    void thousandsOfEditsAgreeWithPlainStrings_data()
+    void thousandsOfEditsGiveTheSameAsTheModel_data()
     {
         QTest::addColumn<quint32>("seed");
         for (quint32 seed = 1; seed <= 4; ++seed)
             QTest::addRow("seed %u", seed) << seed;
     }
-    void thousandsOfEditsAgreeWithPlainStrings()
+    void thousandsOfEditsGiveTheSameAsTheModel()
     {
         QFETCH(const quint32, seed);
         Editing editing(seed);

@@ -9,7 +9,7 @@ class TestTextFile : public QObject
 private Q_SLOTS:
     void init() { QTest::failOnWarning(QRegularExpression(u".?"_s)); }
 
-    void bytesSurviveReadingAndWriting_data()
+    void bytesAreUnchangedByReadingAndWriting_data()
     {
         QTest::addColumn<QByteArray>("bytes");
         QTest::addColumn<QString>("text");
@@ -49,7 +49,7 @@ private Q_SLOTS:
         QTest::newRow("lone carriage returns") << QByteArray("a\rb") << u"a\nb"_s << QByteArray("a\nb");
         QTest::newRow("lone return among pairs") << QByteArray("a\r\nb\r") << u"a\nb\n"_s << QByteArray("a\nb\n");
     }
-    void bytesSurviveReadingAndWriting()
+    void bytesAreUnchangedByReadingAndWriting()
     {
         QFETCH(const QByteArray, bytes);
         QFETCH(const QString, text);
@@ -59,14 +59,14 @@ private Q_SLOTS:
         QCOMPARE(encodeText(decoded.text, decoded.format), written);
     }
 
-    void latin1IsToldApart()
+    void latin1IsDetected()
     {
         QCOMPARE(decodeText("caf\xE9").format.encoding, TextFileFormat::Latin1);
         QCOMPARE(decodeText("caf\xC3\xA9").format.encoding, TextFileFormat::Utf8);
         QVERIFY(decodeText("x").format == newTextFileFormat());
     }
 
-    void aTextBeyondLatin1BecomesUtf8()
+    void textOutsideLatin1BecomesUtf8()
     {
         TextFileFormat format{TextFileFormat::Latin1, false, false};
         QCOMPARE(encodeText(u"é\u20AC", format), QByteArray("\xC3\xA9\xE2\x82\xAC"));

@@ -25,7 +25,7 @@ const auto Small = R"(<?xml version="1.0"?>
 </formats>
 )";
 
-// Every field of every format, as a reader would see it.
+// Every field of every format as text.
 QString asText(const TextFormats &formats)
 {
     QString text;
@@ -66,20 +66,20 @@ private Q_SLOTS:
     void badFileIsReportedAndKeepsTheTable();
     void hugeFileIsRead();
     void deeplyNestedFileIsRead();
-    void settingsTakeTheFormatsThereAndBack();
-    void settingsStandAsTold();
+    void settingsStoreAndRestoreTheFormats();
+    void settingsHaveTheDocumentedForm();
     void settingsAreReadByNumber();
     void settingsWithoutQuotesAreRead();
     void unusableSettingsKeepTheTable_data();
     void unusableSettingsKeepTheTable();
-    void savingLeavesNothingOfTheFormerTable();
+    void savingRemovesTheOldTable();
     void emptyTableIsNotSaved();
-    void unknownNamesStandForTheFirst();
+    void unknownNamesMeanTheFirstEntry();
     void emptyTableGivesAnEmptyFormat();
-    void settersChangeOneFieldOfOneCopy();
-    void editorPaintsWithTheFirstSection();
-    void absurdFontSizesAreBounded();
-    void emptyTablePaintsWithNothing();
+    void setterChangesOneFieldOfOneCopy();
+    void editorUsesTheFirstSection();
+    void hugeFontSizesAreLimited();
+    void emptyTableHasNoFormats();
 
 private:
     bool load(TextFormats &formats, const QByteArray &xml);
@@ -122,11 +122,11 @@ void tst_TextFormats::readsNumbers_data()
     QTest::newRow("colour of 32 bits") << QByteArray("fgColour='80112233'") << u":  0 #112233 on #ffffff\n"_s;
     QTest::newRow("colour of more") << QByteArray("fgColour='1112223334'") << u":  0 #000000 on #ffffff\n"_s;
     QTest::newRow("no colour") << QByteArray("fgColour='red'") << u":  0 #000000 on #ffffff\n"_s;
-    QTest::newRow("background that is none") << QByteArray("bgColour=''") << u":  0 #000000 on #000000 own\n"_s;
-    QTest::newRow("size that is none") << QByteArray("fontSize='ten'") << u":  0 #000000 on #ffffff\n"_s;
+    QTest::newRow("invalid background") << QByteArray("bgColour=''") << u":  0 #000000 on #000000 own\n"_s;
+    QTest::newRow("invalid size") << QByteArray("fontSize='ten'") << u":  0 #000000 on #ffffff\n"_s;
     QTest::newRow("size beyond an int") << QByteArray("fontSize='99999999999'") << u":  0 #000000 on #ffffff\n"_s;
-    QTest::newRow("bold by presence") << QByteArray("bold='0' italic='no'")
-                                      << u":  0 bold italic #000000 on #ffffff\n"_s;
+    QTest::newRow("bold by presence of the attribute")
+        << QByteArray("bold='0' italic='no'") << u":  0 bold italic #000000 on #ffffff\n"_s;
 }
 
 void tst_TextFormats::readsNumbers()
@@ -151,15 +151,15 @@ void tst_TextFormats::badFileIsReportedAndKeepsTheTable_data()
     QTest::addColumn<QByteArray>("xml");
     QTest::newRow("empty") << QByteArray();
     QTest::newRow("no XML") << QByteArray("hello");
-    QTest::newRow("cut") << QByteArray(Small).chopped(12);
+    QTest::newRow("cut off") << QByteArray(Small).chopped(12);
     QTest::newRow("wrong end tag") << QByteArray("<a><b></a></b>");
     QTest::newRow("two roots") << QByteArray("<a/><b/>");
     QTest::newRow("attribute twice") << QByteArray("<a><b name='x' name='y'/></a>");
     QTest::newRow("null bytes") << QByteArray(100, '\0');
-    QTest::newRow("entities that grow") << QByteArray(
-        "<!DOCTYPE a [<!ENTITY b '0123456789'><!ENTITY c '&b;&b;&b;&b;&b;&b;&b;&b;&b;&b;'>"
-        "<!ENTITY d '&c;&c;&c;&c;&c;&c;&c;&c;&c;&c;'><!ENTITY e '&d;&d;&d;&d;&d;&d;&d;&d;&d;&d;'>]>"
-        "<a><s name='&e;&e;&e;&e;&e;&e;&e;&e;&e;&e;'/></a>");
+    QTest::newRow("entities that expand")
+        << QByteArray("<!DOCTYPE a [<!ENTITY b '0123456789'><!ENTITY c '&b;&b;&b;&b;&b;&b;&b;&b;&b;&b;'>"
+                      "<!ENTITY d '&c;&c;&c;&c;&c;&c;&c;&c;&c;&c;'><!ENTITY e '&d;&d;&d;&d;&d;&d;&d;&d;&d;&d;'>]>"
+                      "<a><s name='&e;&e;&e;&e;&e;&e;&e;&e;&e;&e;'/></a>");
 }
 
 void tst_TextFormats::badFileIsReportedAndKeepsTheTable()
@@ -192,7 +192,7 @@ void tst_TextFormats::deeplyNestedFileIsRead()
     QCOMPARE(formats.formats(QString()), QStringList(QString()));
 }
 
-void tst_TextFormats::settingsTakeTheFormatsThereAndBack()
+void tst_TextFormats::settingsStoreAndRestoreTheFormats()
 {
     TextFormats formats;
     QVERIFY(
@@ -209,7 +209,7 @@ void tst_TextFormats::settingsTakeTheFormatsThereAndBack()
     QCOMPARE(asText(loaded), asText(formats));
 }
 
-void tst_TextFormats::settingsStandAsTold()
+void tst_TextFormats::settingsHaveTheDocumentedForm()
 {
     TextFormats formats;
     QVERIFY(load(formats, Small));
@@ -267,7 +267,7 @@ void tst_TextFormats::unusableSettingsKeepTheTable()
     QVERIFY(stored->group().isEmpty());
 }
 
-void tst_TextFormats::savingLeavesNothingOfTheFormerTable()
+void tst_TextFormats::savingRemovesTheOldTable()
 {
     const auto stored = settings("[TextFormats]\n0%3Aold\\0%3Aolder=\"F,1,0,0,0\"\n[Editor]\nTabSize=4\n");
     TextFormats formats;
@@ -283,7 +283,7 @@ void tst_TextFormats::emptyTableIsNotSaved()
     QCOMPARE(stored->allKeys().size(), 1);
 }
 
-void tst_TextFormats::unknownNamesStandForTheFirst()
+void tst_TextFormats::unknownNamesMeanTheFirstEntry()
 {
     TextFormats formats;
     QVERIFY(load(formats, Small));
@@ -307,7 +307,7 @@ void tst_TextFormats::emptyTableGivesAnEmptyFormat()
     QCOMPARE(asText(formats), SmallText);
 }
 
-void tst_TextFormats::settersChangeOneFieldOfOneCopy()
+void tst_TextFormats::setterChangesOneFieldOfOneCopy()
 {
     TextFormats original;
     QVERIFY(load(original, Small));
@@ -324,7 +324,7 @@ void tst_TextFormats::settersChangeOneFieldOfOneCopy()
     QCOMPARE(asText(copy), expected);
 }
 
-void tst_TextFormats::editorPaintsWithTheFirstSection()
+void tst_TextFormats::editorUsesTheFirstSection()
 {
     TextFormats formats;
     QVERIFY(load(formats, Small));
@@ -342,7 +342,7 @@ void tst_TextFormats::editorPaintsWithTheFirstSection()
     QVERIFY(!table[FormatId::Number].hasProperty(QTextFormat::FontPointSize));
 }
 
-void tst_TextFormats::absurdFontSizesAreBounded()
+void tst_TextFormats::hugeFontSizesAreLimited()
 {
     TextFormats formats;
     QVERIFY(load(formats, "<f><s name='a'><f fontSize='2000000000'/><f fontSize='-5'/></s></f>"));
@@ -351,7 +351,7 @@ void tst_TextFormats::absurdFontSizesAreBounded()
     QVERIFY(!formats.formatTable()[2].hasProperty(QTextFormat::FontPointSize));
 }
 
-void tst_TextFormats::emptyTablePaintsWithNothing()
+void tst_TextFormats::emptyTableHasNoFormats()
 {
     TextFormats formats;
     QVERIFY(formats.formatTable().isEmpty());

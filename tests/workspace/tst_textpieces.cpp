@@ -35,7 +35,7 @@ private:
 private Q_SLOTS:
     void init() { failOnWarnings(); }
 
-    void aSmallFileIsOnePiece_data()
+    void smallFileIsOnePiece_data()
     {
         QTest::addColumn<QByteArray>("bytes");
         QTest::addColumn<QString>("text");
@@ -45,10 +45,11 @@ private Q_SLOTS:
         QTest::newRow("Latin-1") << "\xE4"_ba << u"ä"_s;
         QTest::newRow("zeroes stay") << QByteArray("a\0b", 3) << QString(u"a\0b"_s);
         QTest::newRow("UTF-16") << QByteArray("\xFE\xFF\0a\0\n", 6) << u"a\n"_s;
-        QTest::newRow("half a character becomes a sign for it") << QByteArray("\xFF\xFE\x3D\xD8x\0", 6) << u"?x"_s;
+        QTest::newRow("half a character becomes a replacement character")
+            << QByteArray("\xFF\xFE\x3D\xD8x\0", 6) << u"?x"_s;
     }
 
-    void aSmallFileIsOnePiece()
+    void smallFileIsOnePiece()
     {
         QFETCH(QByteArray, bytes);
         QFETCH(QString, text);
@@ -59,7 +60,7 @@ private Q_SLOTS:
         QVERIFY(read.first().isEnd);
     }
 
-    void aLargeFileIsCutBehindLines_data()
+    void largeFileIsSplitAfterLineEnds_data()
     {
         QTest::addColumn<QByteArray>("bytes");
         QTest::addColumn<QStringList>("expected");
@@ -71,7 +72,7 @@ private Q_SLOTS:
         QTest::newRow("lines of DOS") << "one\r\ntwo\r\nthree\r\n"_ba << QStringList{u"one\ntwo\n"_s, u"three\n"_s};
         QTest::newRow("a line longer than a piece")
             << "0123456789abcdefgh\nij"_ba << QStringList{u"0123456789abcde"_s, u"fgh\nij"_s};
-        QTest::newRow("between characters, where there is no line end")
+        QTest::newRow("between characters if there is no line end")
             << u"aäöüäöüäöü"_s.toUtf8() << QStringList{u"aäöüäöüä"_s, u"öü"_s};
         QTest::newRow("UTF-16LE") << utf16(u"one\ntwo\nthree"_s, false)
                                   << QStringList{u"one\n"_s, u"two\n"_s, u"three"_s, QString()};
@@ -82,7 +83,7 @@ private Q_SLOTS:
             << QStringList{u"\n"_s, u"\u0A00\u0A00\u0A00\u0A00\u0A00\u0A00"_s, u"\u0A00"_s};
     }
 
-    void aLargeFileIsCutBehindLines()
+    void largeFileIsSplitAfterLineEnds()
     {
         QFETCH(QByteArray, bytes);
         QFETCH(QStringList, expected);
@@ -96,7 +97,7 @@ private Q_SLOTS:
         QCOMPARE(texts, expected);
     }
 
-    void piecesMakeUpTheWhole_data()
+    void piecesGiveTheWholeText_data()
     {
         QTest::addColumn<TextFileFormat>("format");
         QTest::newRow("UTF-8") << TextFileFormat{TextFileFormat::Utf8, true};
@@ -104,7 +105,7 @@ private Q_SLOTS:
         QTest::newRow("UTF-16BE") << TextFileFormat{TextFileFormat::Utf16BE, true};
     }
 
-    void piecesMakeUpTheWhole()
+    void piecesGiveTheWholeText()
     {
         QFETCH(TextFileFormat, format);
         QRandomGenerator random(1);
@@ -118,7 +119,7 @@ private Q_SLOTS:
         }
     }
 
-    void anythingIsReadToItsEnd()
+    void randomBytesAreReadToTheEnd()
     {
         QRandomGenerator random(2);
         for (int i = 0; i < 300; ++i) {
@@ -132,7 +133,7 @@ private Q_SLOTS:
         }
     }
 
-    void nothingIsReadWhenItIsToEnd()
+    void cancelledReaderReturnsNothing()
     {
         QByteArray bytes("a\nb\n");
         QBuffer file(&bytes);

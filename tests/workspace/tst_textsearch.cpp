@@ -11,7 +11,7 @@ private Q_SLOTS:
 
     void matchesAreFound_data()
     {
-        QTest::addColumn<QString>("text"); // "|" parts paragraphs
+        QTest::addColumn<QString>("text"); // "|" separates paragraphs
         QTest::addColumn<QString>("pattern");
         QTest::addColumn<bool>("caseSensitive");
         QTest::addColumn<bool>("wholeWord");
@@ -24,15 +24,15 @@ private Q_SLOTS:
         };
         row("plain", u"xab|ab"_s, u"ab"_s, true, false, 0, 1, -1);
         row("from a match", u"xab|ab"_s, u"ab"_s, true, false, 1, 1, 1);
-        row("from behind it", u"xab|ab"_s, u"ab"_s, true, false, 2, 4, 1);
+        row("from after it", u"xab|ab"_s, u"ab"_s, true, false, 2, 4, 1);
         row("from the end", u"xab|ab"_s, u"ab"_s, true, false, 6, -1, 4);
         row("case counts", u"AB|ab"_s, u"ab"_s, true, false, 0, 3, -1);
-        row("case does not count", u"AB|ab"_s, u"aB"_s, false, false, 0, 0, 0);
-        row("never over the end of a paragraph", u"a|b"_s, u"a|b"_s, true, false, 0, -1, -1);
+        row("case is ignored", u"AB|ab"_s, u"aB"_s, false, false, 0, 0, 0);
+        row("no match over the end of a paragraph", u"a|b"_s, u"a|b"_s, true, false, 0, -1, -1);
         row("nothing", u"ab"_s, u""_s, true, false, 0, -1, -1);
         row("whole word", u"ab_ |ab.|xab"_s, u"ab"_s, true, true, 0, 5, -1);
         row("whole word backward", u"(ab)|abx|xab"_s, u"ab"_s, true, true, 11, -1, 1);
-        row("digit behind", u"ab1|ab"_s, u"ab"_s, true, true, 0, 4, -1);
+        row("digit after", u"ab1|ab"_s, u"ab"_s, true, true, 0, 4, -1);
         row("letter before", u"éab|ab"_s, u"ab"_s, true, true, 0, 4, -1);
         row("rejected match ends the search of its line", u"abab ab"_s, u"ab"_s, true, true, 0, -1, -1);
         row("rejected match, next line", u"abab ab|ab"_s, u"ab"_s, true, true, 0, 8, -1);
@@ -52,22 +52,22 @@ private Q_SLOTS:
         QTEST(int(findBackward(text, pattern, options, from)), "backward");
     }
 
-    void everyPlaceOfALongTextIsSearched_data()
+    void everyPositionOfALongTextIsSearched_data()
     {
         QTest::addColumn<QString>("pattern");
-        QTest::addColumn<QString>("written"); // as it stands in the text
+        QTest::addColumn<QString>("written"); // as written in the text
         QTest::addColumn<bool>("caseSensitive");
         QTest::newRow("one character") << u"x"_s << u"x"_s << true;
         QTest::newRow("case counts") << u"xanny"_s << u"xanny"_s << true;
         QTest::newRow("capitals") << u"xanny"_s << u"XANNY"_s << false;
-        QTest::newRow("capitals looked for") << u"XANNY"_s << u"xanny"_s << false;
+        QTest::newRow("capitals in the pattern") << u"XANNY"_s << u"xanny"_s << false;
         QTest::newRow("longer than a stretch") << u"x"_s.repeated(70) << u"x"_s.repeated(70) << true;
         QTest::newRow("no letters") << u"[]"_s << u"[]"_s << false;
-        QTest::newRow("beyond the plain letters") << u"éxé"_s << u"ÉXÉ"_s << false;
+        QTest::newRow("outside ASCII") << u"éxé"_s << u"ÉXÉ"_s << false;
         QTest::newRow("kelvin") << u"kx"_s << u"\u212aX"_s << false;
         QTest::newRow("long s") << u"xS"_s << u"x\u017f"_s << false;
     }
-    void everyPlaceOfALongTextIsSearched()
+    void everyPositionOfALongTextIsSearched()
     {
         QFETCH(const QString, pattern);
         QFETCH(const QString, written);
@@ -82,13 +82,13 @@ private Q_SLOTS:
         }
     }
 
-    void anEndLimitsTheSearch()
+    void searchStopsAtTheGivenEnd()
     {
         QCOMPARE(findForward(u"ab ab", u"ab", {}, 1, 3), -1);
         QCOMPARE(findForward(u"ab ab", u"ab", {}, 1, 4), 3);
     }
 
-    void replacementsFallOneBehindTheOther_data()
+    void replacementsAreFoundInOrder_data()
     {
         QTest::addColumn<QString>("text");
         QTest::addColumn<QString>("pattern");
@@ -100,11 +100,12 @@ private Q_SLOTS:
         QTest::newRow("overlapping") << u"aaa"_s << u"aa"_s << u"b"_s << false << u"ba"_s;
         QTest::newRow("removal") << u"ab.ab"_s << u"ab"_s << u""_s << false << u"."_s;
         QTest::newRow("whole words") << u"ab abc|ab"_s << u"ab"_s << u"x"_s << true << u"x abc|x"_s;
-        QTest::newRow("seen behind the replacement") << u"(ab)(ab)"_s << u"(ab)"_s << u"x"_s << true << u"x(ab)"_s;
-        QTest::newRow("seen behind a removal") << u".--"_s << u"-"_s << u""_s << true << u"."_s;
+        QTest::newRow("compared with the replacement before")
+            << u"(ab)(ab)"_s << u"(ab)"_s << u"x"_s << true << u"x(ab)"_s;
+        QTest::newRow("compared with the text before a removal") << u".--"_s << u"-"_s << u""_s << true << u"."_s;
         QTest::newRow("nothing") << u"ab"_s << u"x"_s << u"y"_s << false << u"ab"_s;
     }
-    void replacementsFallOneBehindTheOther()
+    void replacementsAreFoundInOrder()
     {
         QFETCH(QString, text);
         QFETCH(const QString, pattern);

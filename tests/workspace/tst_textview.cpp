@@ -8,6 +8,7 @@
 #include <QHelpEvent>
 #include <QMenu>
 #include <QMimeData>
+#include <QPageSize>
 #include <QPaintEngine>
 #include <QPrintDialog>
 #include <QPrintEngine>
@@ -37,7 +38,7 @@ TextMarkerWidget *marginOf(TextViewEdit *edit)
     return edit->findChild<TextMarkerWidget *>();
 }
 
-/// The colours of the four corners of the margin's picture on a line, by the numbers of FakeHost; "." is none.
+/// The colours of the four corners of the margin's picture on a line, by the numbers of FakeHost; "." for none.
 QString pictureAt(TextViewEdit *edit, int line)
 {
     const QImage image = marginOf(edit)->grab().toImage();
@@ -65,7 +66,7 @@ void sendToolTip(QWidget *widget, const QPoint &position)
     QApplication::sendEvent(widget, &event);
 }
 
-/// The contrast of two colours as people see it, from 1 to 21.
+/// The visible contrast of two colours, from 1 to 21.
 double contrast(const QColor &one, const QColor &two)
 {
     const auto luminance = [](const QColor &colour) {
@@ -78,7 +79,7 @@ double contrast(const QColor &one, const QColor &two)
     return (light + 0.05) / (dark + 0.05);
 }
 
-/// What is painted of a widget.
+/// The painted picture of a widget.
 class PaintedRegion : public QObject
 {
 public:
@@ -92,7 +93,7 @@ public:
 
     QRegion painted;
 };
-/// Notes which texts are drawn where on pages of 600 by 800 dots, a hundred of which make an inch.
+/// Records which texts are painted where on pages of 600 by 800 dots, with 100 dots per inch.
 class PageRecorder : public QPaintEngine, public QPrintEngine
 {
 public:
@@ -163,7 +164,7 @@ class TestTextView : public QObject
 private Q_SLOTS:
     void init() { failOnWarnings(); }
 
-    void sideInterfacesAreGivenByName()
+    void sideInterfacesAreFoundByName()
     {
         EditorFixture f;
         QCOMPARE(viewInterface<IViewWithMarkers>(f.view.get()), static_cast<IViewWithMarkers *>(f.view.get()));
@@ -174,7 +175,7 @@ private Q_SLOTS:
         QCOMPARE(out, nullptr);
     }
 
-    void aPaneIsFramelessWithAMarginAndScrollBars()
+    void paneHasNoFrameButMarginAndScrollBars()
     {
         EditorFixture f;
         QCOMPARE(f.edit()->frameShape(), QFrame::NoFrame);
@@ -188,7 +189,7 @@ private Q_SLOTS:
         QCOMPARE(handle->height(), handle->style()->pixelMetric(QStyle::PM_SplitterWidth));
     }
 
-    void focusTellsWhatIsAvailable()
+    void focusEmitsTheAvailableCommands()
     {
         EditorFixture f(u"some text"_s);
         QGuiApplication::clipboard()->setText(u"clip"_s);
@@ -196,11 +197,11 @@ private Q_SLOTS:
         elsewhere.show();
         elsewhere.setFocus();
         f.putCursor(0, 0, 0, 4);
-        QStringList told;
-        const auto note = [&told](const char *name) {
-            return [&told, name](bool on) { told << QLatin1String(name) + (on ? u" 1"_s : u" 0"_s); };
+        QStringList emitted;
+        const auto note = [&emitted](const char *name) {
+            return [&emitted, name](bool on) { emitted << QLatin1String(name) + (on ? u" 1"_s : u" 0"_s); };
         };
-        connect(f.view.get(), &View::viewActivated, this, [&told] { told << u"activated"_s; });
+        connect(f.view.get(), &View::viewActivated, this, [&emitted] { emitted << u"activated"_s; });
         connect(f.view.get(), &View::undoAvailable, this, note("undo"));
         connect(f.view.get(), &View::redoAvailable, this, note("redo"));
         connect(f.view.get(), &View::copyAvailable, this, note("copy"));
@@ -211,26 +212,26 @@ private Q_SLOTS:
         connect(f.view.get(), &View::previousAvailable, this, note("previous"));
         connect(f.view.get(), &View::nextAvailable, this, note("next"));
         connect(f.view.get(), &View::cursorPositionChanged, this,
-                [&told](int para, int index) { told << u"%1,%2"_s.arg(para).arg(index); });
+                [&emitted](int para, int index) { emitted << u"%1,%2"_s.arg(para).arg(index); });
         f.view->setFocus();
-        QCOMPARE(told.join(u'|'),
+        QCOMPARE(emitted.join(u'|'),
                  u"activated|undo 0|redo 0|copy 1|cut 1|paste 1|back 0|forward 0|previous 0|next 0|0,4"_s);
-        told.clear();
+        emitted.clear();
         QTest::keyClick(f.edit(), Qt::Key_Delete);
-        QVERIFY(told.contains(u"undo 1"_s));
-        QVERIFY(told.contains(u"copy 0"_s) && told.contains(u"cut 0"_s));
-        QVERIFY(told.contains(u"0,0"_s));
-        told.clear();
+        QVERIFY(emitted.contains(u"undo 1"_s));
+        QVERIFY(emitted.contains(u"copy 0"_s) && emitted.contains(u"cut 0"_s));
+        QVERIFY(emitted.contains(u"0,0"_s));
+        emitted.clear();
         f.view->undo();
-        QCOMPARE(told.mid(told.size() - 2), (QStringList{u"undo 0"_s, u"redo 1"_s}));
+        QCOMPARE(emitted.mid(emitted.size() - 2), (QStringList{u"undo 0"_s, u"redo 1"_s}));
         f.view->redo();
-        QCOMPARE(told.mid(told.size() - 2), (QStringList{u"undo 1"_s, u"redo 0"_s}));
-        told.clear();
+        QCOMPARE(emitted.mid(emitted.size() - 2), (QStringList{u"undo 1"_s, u"redo 0"_s}));
+        emitted.clear();
         QGuiApplication::clipboard()->clear();
-        QVERIFY(told.contains(u"paste 0"_s));
+        QVERIFY(emitted.contains(u"paste 0"_s));
     }
 
-    void editCommandsActOnTheCurrentPane()
+    void editCommandsChangeTheCurrentPane()
     {
         EditorFixture f(u"one two"_s);
         f.view->split();
@@ -247,7 +248,7 @@ private Q_SLOTS:
         f.view->redo();
         QCOMPARE(f.text(), u"one two"_s);
         f.putCursor(0, 3);
-        f.view->remove(); // nothing selected
+        f.view->remove(); // nothing is selected
         QCOMPARE(f.text(), u"one two"_s);
         f.putCursor(0, 3, 0, 7);
         f.view->remove();
@@ -264,7 +265,7 @@ private Q_SLOTS:
         QCOMPARE(index, 1);
     }
 
-    void theCursorMovesByNumber_data()
+    void cursorMovesByScriptNumbers_data()
     {
         QTest::addColumn<int>("action");
         QTest::addColumn<QString>("moved");
@@ -285,7 +286,7 @@ private Q_SLOTS:
         row(10, u"1,5"_s, u"1,5"_s);
         row(-1, u"1,5"_s, u"1,5"_s);
     }
-    void theCursorMovesByNumber()
+    void cursorMovesByScriptNumbers()
     {
         QFETCH(const int, action);
         EditorFixture f(u"aaa bbb ccc\naaa bbb ccc\naaa bbb ccc"_s);
@@ -333,7 +334,7 @@ private Q_SLOTS:
         QCOMPARE(f.text(), u"\t   "_s);
     }
 
-    void withoutIndenterTheKeysAreTheToolkits()
+    void keysWithoutIndenterAreThoseOfTheToolkit()
     {
         const FormatTable formats = testFormats();
         TextDocumentTemplate docTemplate(u"T"_s, u"d"_s, {}, {}, std::make_unique<SyntaxHighlighter>(&formats),
@@ -355,17 +356,17 @@ private Q_SLOTS:
         f.putCursor(1, 1);
         QTest::keyClick(f.edit(), Qt::Key_Return);
         QTest::keyClicks(f.edit(), u"x"_s);
-        QCOMPARE(f.text(), u"int f()\n{\n    x "_s); // an indented line of nothing else keeps one blank
+        QCOMPARE(f.text(), u"int f()\n{\n    x "_s); // an indented line without text keeps one blank
         f.view->undo();
         f.view->undo();
         QCOMPARE(f.text(), u"int f()\n{"_s);
         f.putCursor(1, 1);
         QTest::keyClick(f.edit(), Qt::Key_Return, Qt::ShiftModifier);
-        QCOMPARE(f.document->text()->blockCount(), 3); // no break of another kind
+        QCOMPARE(f.document->text()->blockCount(), 3); // no other kind of line break
         QVERIFY(!f.document->text()->toRawText().contains(QChar::LineSeparator));
     }
 
-    void theIndentCommandIndentsTheSelectedLines()
+    void indentCommandIndentsTheSelectedLines()
     {
         EditorFixture f(u"int f()\n{\nx;\n  y;\n}"_s);
         f.docTemplate.indenter()->setIndentMode(TextIndent::Smart);
@@ -374,12 +375,12 @@ private Q_SLOTS:
         QCOMPARE(f.text(), u"int f()\n{\n    x;\n    y;\n}"_s);
         QVERIFY(f.edit()->textCursor().hasSelection());
         f.putCursor(3, 0);
-        QTimer::singleShot(0, this, [&f] { f.view.reset(); }); // events run between the lines
+        QTimer::singleShot(0, this, [&f] { f.view.reset(); }); // events are processed between the lines
         f.view->indentSelection();
         QVERIFY(!f.view);
     }
 
-    void indentingLeavesTheSelectionOnItsLines_data()
+    void indentingKeepsTheSelectionOnItsLines_data()
     {
         QTest::addColumn<QString>("text");
         QTest::addColumn<int>("anchor");
@@ -387,17 +388,17 @@ private Q_SLOTS:
         QTest::addColumn<QString>("indented");
         QTest::addColumn<QString>("selection");
         const QString text = u"int f()\n{\nx;\n}\n"_s;
-        const QString indented = u"int f()\n{\n    x;\n}\n "_s; // a line of nothing else keeps one blank
+        const QString indented = u"int f()\n{\n    x;\n}\n "_s; // a line without text keeps one blank
         QTest::newRow("to an empty last line") << text << 0 << 15 << indented << u"0,0-4,0"_s;
         QTest::newRow("upward") << text << 15 << 0 << indented << u"0,0-4,0"_s;
         QTest::newRow("whole lines") << text << 10 << 13 << u"int f()\n{\n    x;\n}\n"_s << u"2,0-3,0"_s;
-        QTest::newRow("an empty line amid a block")
+        QTest::newRow("an empty line within a block")
             << u"f() {\nx;\n\ny;\n}"_s << 6 << 12 << u"f() {\n    x;\n     \n    y;\n}"_s << u"1,0-3,2"_s;
         QTest::newRow("lines that become shorter")
             << u"f() {\n          x;\n}"_s << 8 << 18 << u"f() {\n    x;\n}"_s << u"1,2-1,6"_s;
         QTest::newRow("nothing selected") << text << 10 << 10 << u"int f()\n{\n    x;\n}\n"_s << u"2,4"_s;
     }
-    void indentingLeavesTheSelectionOnItsLines()
+    void indentingKeepsTheSelectionOnItsLines()
     {
         QFETCH(const QString, text);
         QFETCH(const int, anchor);
@@ -413,22 +414,22 @@ private Q_SLOTS:
         QTEST(f.selection(), "selection");
         const QTextCursor after = f.edit()->textCursor();
         QCOMPARE(after.position() < after.anchor(), position < anchor);
-        f.view->indentSelection(); // there is nothing left to do
+        f.view->indentSelection(); // does nothing without the view
         QTEST(f.text(), "indented");
         QTEST(f.selection(), "selection");
     }
 
-    void aDoubleClickTakesTheWordOnly_data()
+    void doubleClickSelectsTheWordOnly_data()
     {
         QTest::addColumn<QString>("text");
         QTest::addColumn<int>("index");
         QTest::addColumn<QString>("expected");
         QTest::newRow("word") << u"one two three"_s << 5 << u"two"_s;
-        QTest::newRow("bracket behind") << u"call(x)"_s << 1 << u"call"_s;
-        QTest::newRow("underscore at the end goes") << u"name_ x"_s << 1 << u"name"_s;
+        QTest::newRow("bracket after") << u"call(x)"_s << 1 << u"call"_s;
+        QTest::newRow("underscore at the end is dropped") << u"name_ x"_s << 1 << u"name"_s;
         QTest::newRow("one character stays") << u"((( x"_s << 0 << u"("_s;
     }
-    void aDoubleClickTakesTheWordOnly()
+    void doubleClickSelectsTheWordOnly()
     {
         QFETCH(const QString, text);
         QFETCH(const int, index);
@@ -439,7 +440,7 @@ private Q_SLOTS:
         QTEST(f.view->selectedText(), "expected");
     }
 
-    void aRightPressMovesTheCursorUnlessOnTheSelection()
+    void rightPressOutsideTheSelectionMovesTheCursor()
     {
         EditorFixture f(u"one\ntwo\nthree"_s);
         f.putCursor(2, 3);
@@ -452,7 +453,7 @@ private Q_SLOTS:
         QCOMPARE(f.selection(), u"1,0-2,5"_s);
     }
 
-    void theContextMenuEndsWithTheSharedActions()
+    void contextMenuEndsWithTheSharedActions()
     {
         EditorFixture f(u"one\ntwo"_s);
         const auto texts = [&f] {
@@ -474,15 +475,15 @@ private Q_SLOTS:
         QCOMPARE(Calls(toggled), Calls({{2}}));
     }
 
-    void draggedFilesAreLeftToTheWindow_data()
+    void draggedFilesAreNotAccepted_data()
     {
         QTest::addColumn<QString>("text");
         QTest::addColumn<bool>("accepted");
         QTest::newRow("text") << u"some text"_s << true;
         QTest::newRow("file") << u"file:/x/a.c"_s << false;
-        QTest::newRow("file amid text") << u"see file:/x/a.c"_s << true;
+        QTest::newRow("file within text") << u"see file:/x/a.c"_s << true;
     }
-    void draggedFilesAreLeftToTheWindow()
+    void draggedFilesAreNotAccepted()
     {
         QFETCH(const QString, text);
         EditorFixture f;
@@ -495,7 +496,7 @@ private Q_SLOTS:
         QApplication::sendEvent(f.edit()->viewport(), &leave);
     }
 
-    void draggedLocationsAreLeftToTheWindow()
+    void draggedLocationsAreNotAccepted()
     {
         EditorFixture f;
         QMimeData data;
@@ -505,7 +506,7 @@ private Q_SLOTS:
         QVERIFY(!event.isAccepted());
     }
 
-    void theMarginShowsMarkersOverOneAnother_data()
+    void marginPaintsMarkersOverEachOther_data()
     {
         QTest::addColumn<int>("marker");
         QTest::addColumn<bool>("alternate");
@@ -521,7 +522,7 @@ private Q_SLOTS:
         QTest::newRow("lookup") << 0x10 << true << u"...7"_s;
         QTest::newRow("both over a breakpoint") << 0x1A << false << u"6227"_s;
     }
-    void theMarginShowsMarkersOverOneAnother()
+    void marginPaintsMarkersOverEachOther()
     {
         QFETCH(const int, marker);
         QFETCH(const bool, alternate);
@@ -535,7 +536,7 @@ private Q_SLOTS:
         QCOMPARE(pictureAt(f.edit(), 54), u"...."_s);
     }
 
-    void twoBreakpointsOnALineAreAnAssertion_data()
+    void twoBreakpointsOnALineFailAnAssertion_data()
     {
         QTest::addColumn<int>("marker");
         QTest::addColumn<QString>("text");
@@ -548,7 +549,7 @@ private Q_SLOTS:
             << u"(paragData->marker & TextView::MultipleBreakpointMarker) == 0 && (paragData->marker & "
                "TextView::DisabledBreakpointMarker) == 0"_s;
     }
-    void twoBreakpointsOnALineAreAnAssertion()
+    void twoBreakpointsOnALineFailAnAssertion()
     {
         QFETCH(const int, marker);
         QFETCH(const QString, text);
@@ -560,7 +561,7 @@ private Q_SLOTS:
         f.view->clearMarkers(0xFF);
     }
 
-    void aClickOnTheMarginTogglesABreakpoint()
+    void clickOnTheMarginTogglesABreakpoint()
     {
         EditorFixture f(u"one\ntwo"_s);
         QSignalSpy toggled(f.view.get(), &TextView::toggleBreakpoint);
@@ -571,7 +572,7 @@ private Q_SLOTS:
         QCOMPARE(toggled.size(), 1); // there is no line
     }
 
-    void theMarginTellsOfBreakpointsOnly()
+    void marginShowsToolTipsForBreakpointsOnly()
     {
         EditorFixture f(u"one\ntwo\nthree"_s);
         QVERIFY(f.document->saveAs(f.path(u"a.c"_s)));
@@ -588,7 +589,7 @@ private Q_SLOTS:
         QCOMPARE(QToolTip::text(), f.host.toolTip);
     }
 
-    void aMarkerAtTheCursorMustBeInSight()
+    void markerAtTheCursorMustBeVisible()
     {
         EditorFixture f(numbered(200));
         f.view->setMarker(100, TextView::EnabledBreakpointMarker, true, false);
@@ -600,7 +601,7 @@ private Q_SLOTS:
         QVERIFY(!f.view->hasMarkerAtCursor(TextView::EnabledBreakpointMarker));
     }
 
-    void aLineThatIsCutOffIsNotInSight()
+    void partlyVisibleLineCountsAsInvisible()
     {
         EditorFixture f(numbered(200));
         f.view->setMarker(10, TextView::EnabledBreakpointMarker, true, false);
@@ -617,16 +618,16 @@ private Q_SLOTS:
         QVERIFY(!f.view->hasMarkerAtCursor(TextView::EnabledBreakpointMarker));
     }
 
-    void aLineGoneToHasLinesAroundIt_data()
+    void targetLineHasLinesAroundIt_data()
     {
         QTest::addColumn<int>("line");
         QTest::addColumn<int>("para");
         QTest::newRow("down") << 100 << 99;
         QTest::newRow("first") << 1 << 0;
         QTest::newRow("none") << 0 << 0;
-        QTest::newRow("behind the end") << 900 << 199;
+        QTest::newRow("after the end") << 900 << 199;
     }
-    void aLineGoneToHasLinesAroundIt()
+    void targetLineHasLinesAroundIt()
     {
         QFETCH(const int, line);
         QFETCH(const int, para);
@@ -643,7 +644,7 @@ private Q_SLOTS:
         }
     }
 
-    void splittingGivesPanesOnOneText()
+    void splitPanesShareTheText()
     {
         EditorFixture f(numbered(200));
         f.view->gotoLine(100);
@@ -652,7 +653,7 @@ private Q_SLOTS:
         QCOMPARE(f.view->edits().size(), 2);
         QCOMPARE(f.edit(1)->document(), f.document->text());
         QVERIFY(f.edit(1)->hasFocus());
-        QCOMPARE(f.edit(1)->verticalScrollBar()->value(), top); // it shows the same place
+        QCOMPARE(f.edit(1)->verticalScrollBar()->value(), top); // it shows the same lines
         QVERIFY(std::abs(f.edit(0)->height() - f.edit(1)->height()) < 10);
         QCOMPARE(f.view->findChild<QSplitter *>()->orientation(), Qt::Vertical);
 
@@ -665,7 +666,7 @@ private Q_SLOTS:
         QCOMPARE(f.selection(1), u"0,0"_s);
     }
 
-    void splittingAtAHeightSharesThePane()
+    void splittingAtAHeightDividesThePane()
     {
         EditorFixture f(numbered(50));
         const int height = f.edit()->height();
@@ -674,7 +675,7 @@ private Q_SLOTS:
         QVERIFY(f.edit(1)->height() > height - 120);
     }
 
-    void theHandleSplitsWhereItIsDropped()
+    void handleSplitsWhereItIsDropped()
     {
         EditorFixture f(numbered(50));
         auto *handle = f.edit()->findChild<TextSplitterWidget *>();
@@ -692,14 +693,14 @@ private Q_SLOTS:
         QVERIFY(std::abs(f.edit(0)->height() - 150) <= 5);
     }
 
-    void theDraggedHandleStaysWithinThePane_data()
+    void draggedHandleStaysInsideThePane_data()
     {
         QTest::addColumn<int>("height");
         QTest::addColumn<bool>("atBottom");
         QTest::newRow("above") << -50 << false;
         QTest::newRow("below") << 5000 << true;
     }
-    void theDraggedHandleStaysWithinThePane()
+    void draggedHandleStaysInsideThePane()
     {
         QFETCH(const int, height);
         QFETCH(const bool, atBottom);
@@ -715,7 +716,7 @@ private Q_SLOTS:
         QTest::mouseRelease(handle, Qt::LeftButton, {}, handle->mapFromGlobal(target));
     }
 
-    void aLowPaneCollapsesAndStaysInTheList()
+    void lowPaneCollapsesAndStaysInTheList()
     {
         EditorFixture f(numbered(50));
         f.view->split();
@@ -730,7 +731,7 @@ private Q_SLOTS:
         QVERIFY(std::abs(f.edit(0)->height() - f.edit(2)->height()) < 10);
     }
 
-    void theLastPaneDoesNotCollapse()
+    void lastPaneDoesNotCollapse()
     {
         EditorFixture f(numbered(50));
         f.view->resize(300, 10);
@@ -738,7 +739,7 @@ private Q_SLOTS:
         QVERIFY(!f.edit()->isHidden());
     }
 
-    void findAndReplaceActOnTheFirstPane()
+    void findAndReplaceUseTheFirstPane()
     {
         EditorFixture f(u"one two"_s);
         f.view->split();
@@ -750,7 +751,7 @@ private Q_SLOTS:
         QCOMPARE(f.text(), u"one 2"_s);
     }
 
-    void findGoesFromTheSelection_data()
+    void findStartsAtTheSelection_data()
     {
         QTest::addColumn<QString>("from");
         QTest::addColumn<bool>("forward");
@@ -768,7 +769,7 @@ private Q_SLOTS:
         QTest::newRow("backward from the start") << u"0,0"_s << false << true << QString();
         QTest::newRow("backward too near the start") << u"0,1"_s << false << true << QString();
     }
-    void findGoesFromTheSelection()
+    void findStartsAtTheSelection()
     {
         QFETCH(const QString, from);
         QFETCH(const bool, forward);
@@ -784,7 +785,7 @@ private Q_SLOTS:
         QVERIFY(!f.view->find(u"AB"_s, true, false, forward, fromCursor));
     }
 
-    void aRejectedWordEndsItsLine()
+    void rejectedWordEndsTheSearchOfItsLine()
     {
         EditorFixture f(u"abab ab"_s);
         QVERIFY(!f.view->find(u"ab"_s, true, true, true, false));
@@ -792,7 +793,7 @@ private Q_SLOTS:
         QVERIFY(f.view->find(u"ab"_s, true, true, true, true));
     }
 
-    void replaceGoesOnToTheNextMatch()
+    void replaceSelectsTheNextMatch()
     {
         EditorFixture f(u"ab cd ab\nab"_s);
         f.putCursor(0, 0);
@@ -801,12 +802,12 @@ private Q_SLOTS:
         QCOMPARE(f.text(), u"xyz cd ab\nab"_s);
         QCOMPARE(f.selection(), u"0,7-0,9"_s);
         QVERIFY(f.view->replace(u"ab"_s, u"-"_s, true, false, true, true, false));
-        QVERIFY(!f.view->replace(u"ab"_s, u"-"_s, true, false, true, true, false)); // none is left behind it
+        QVERIFY(!f.view->replace(u"ab"_s, u"-"_s, true, false, true, true, false)); // no match is left after it
         QCOMPARE(f.text(), u"xyz cd -\n-"_s);
         QVERIFY(!f.view->replace(u"ab"_s, u"-"_s, true, false, true, true, false));
     }
 
-    void replaceAllTakesTheWholeTextInOneStep()
+    void replaceAllIsOneStepForUndo()
     {
         EditorFixture f(u"ab\nabab\nAB x"_s);
         f.putCursor(2, 0);
@@ -817,13 +818,13 @@ private Q_SLOTS:
         QVERIFY(!f.view->replace(u"none"_s, u"x"_s, false, false, true, true, true));
     }
 
-    void replaceInSelectionGivesBackTheFormerPlaces()
+    void replaceInSelectionKeepsLinesAndColumnsOfTheSelection()
     {
         EditorFixture f(u"ab ab\nab\nab ab\nab"_s);
         f.putCursor(0, 2, 2, 3);
         QVERIFY(f.view->replaceInSelection(u"ab"_s, u"longer"_s, true, false));
         QCOMPARE(f.text(), u"ab longer\nlonger\nlonger longer\nab"_s);
-        QCOMPARE(f.selection(), u"0,2-2,3"_s); // unadjusted
+        QCOMPARE(f.selection(), u"0,2-2,3"_s); // as selected before
         f.view->undo();
         f.putCursor(3, 0, 3, 2);
         QVERIFY(f.view->replaceInSelection(u"ab"_s, u""_s, true, false));
@@ -850,7 +851,7 @@ private Q_SLOTS:
         QVERIFY(f.edit(0)->extraSelections().isEmpty());
     }
 
-    void aTypedCharacterPaintsItsLineOnly()
+    void typedCharacterRepaintsItsLineOnly()
     {
         EditorFixture f(u"int x; // one\n"_s.repeated(30));
         f.putCursor(5, 3);
@@ -865,7 +866,7 @@ private Q_SLOTS:
         QVERIFY(region.painted.boundingRect().height() < 3 * f.document->lineSpacing());
     }
 
-    void onlyLinesTypedInKeepTheirGlyphs()
+    void onlyEditedLinesKeepTheirGlyphs()
     {
         EditorFixture f(u"one\ntwo"_s);
         const QTextBlock first = f.document->text()->firstBlock();
@@ -886,22 +887,22 @@ private Q_SLOTS:
         f.document->notifyViews(nullptr, true);
         f.putCursor(0, 2);
         const QTextCharFormat match = f.edit()->extraSelections().at(0).format;
-        QVERIFY(contrast(match.background().color(), f.document->paperColour()) > 1.2); // it is seen at all
+        QVERIFY(contrast(match.background().color(), f.document->paperColour()) > 1.2); // it is visible
         QVERIFY(!match.hasProperty(QTextFormat::ForegroundBrush));                      // the text keeps its colours
         for (int id = FormatId::Standard; id <= FormatId::Label; ++id)
             QVERIFY(contrast(match.background().color(), f.formats[id].foreground().color()) > 3);
     }
 
-    void onlyTheFocusedPaneOfTheSourceIsNotRefreshed_data()
+    void focusedPaneOfTheSourceIsNotUpdated_data()
     {
         QTest::addColumn<bool>("fromHere");
         QTest::addColumn<bool>("full");
         QTest::addColumn<QString>("painted");
-        QTest::newRow("change made here") << true << false << u"first"_s;
-        QTest::newRow("change made elsewhere") << false << false << u"first second"_s;
+        QTest::newRow("change made in this view") << true << false << u"first"_s;
+        QTest::newRow("change made in another view") << false << false << u"first second"_s;
         QTest::newRow("changed formats") << true << true << u"first second"_s;
     }
-    void onlyTheFocusedPaneOfTheSourceIsNotRefreshed()
+    void focusedPaneOfTheSourceIsNotUpdated()
     {
         QFETCH(const bool, fromHere);
         QFETCH(const bool, full);
@@ -921,7 +922,7 @@ private Q_SLOTS:
         QTEST(painted.join(u' '), "painted");
     }
 
-    void aFullRefreshTakesOverFormats()
+    void fullUpdateAppliesFormats()
     {
         EditorFixture f(u"text"_s);
         f.formats[FormatId::Background].setForeground(Qt::darkBlue);
@@ -936,14 +937,14 @@ private Q_SLOTS:
         QCOMPARE(f.edit()->font().pointSize(), 20);
     }
 
-    void aTextFillsItsPages_data()
+    void textFillsPages_data()
     {
         QTest::addColumn<QString>("text");
         QTest::newRow("lines") << numbered(150);
         QTest::newRow("tabs are as wide as on screen") << u"\tone\ttwo\n"_s.repeated(149);
         QTest::newRow("long lines are broken") << u"some words "_s.repeated(11 * 150 / 2);
     }
-    void aTextFillsItsPages()
+    void textFillsPages()
     {
         QFETCH(const QString, text);
         EditorFixture f(text);
@@ -961,7 +962,7 @@ private Q_SLOTS:
         QCOMPARE(pdf.count("/Type /Page\n"), 3);
     }
 
-    void pagesHaveAMarginOfAnInchAndTheirNumberBelow()
+    void pagesHaveMarginsOfAnInchAndANumber()
     {
         EditorFixture f(numbered(50));
         PageRecorder recorder;
@@ -975,7 +976,7 @@ private Q_SLOTS:
                 QVERIFY(drawn.baseline.y() > 100);
                 lines << drawn.text;
             } else {
-                QVERIFY(drawn.baseline.x() > 480 && drawn.baseline.x() < 500);      // at the right
+                QVERIFY(drawn.baseline.x() > 480 && drawn.baseline.x() < 500);      // on the right
                 QVERIFY(drawn.baseline.y() > 705 && drawn.baseline.y() < 705 + 20); // five pixels below
                 numbers << u"%1:%2"_s.arg(drawn.page).arg(drawn.text);
             }
@@ -984,7 +985,7 @@ private Q_SLOTS:
         QCOMPARE(numbers, (QStringList{u"1:1"_s, u"2:2"_s}));
     }
 
-    void printingAsksFirst()
+    void printingShowsTheDialog()
     {
         EditorFixture f(u"text"_s);
         bool asked = false;
@@ -998,7 +999,7 @@ private Q_SLOTS:
         QVERIFY(asked);
     }
 
-    void aClosedViewLeavesTheTextToTheOthers()
+    void closedViewDoesNotAffectTheTextOfOthers()
     {
         EditorFixture f(u"one\ntwo"_s);
         const std::unique_ptr<View> second(f.docTemplate.createView(f.document.get()));

@@ -103,8 +103,8 @@ class TestViewManager : public QObject
 private Q_SLOTS:
     void init() { failOnWarnings(); }
 
-    void twoViewsOfADocumentAreNumbered_data() { styles(); }
-    void twoViewsOfADocumentAreNumbered()
+    void twoViewsOfADocumentHaveNumbers_data() { styles(); }
+    void twoViewsOfADocumentHaveNumbers()
     {
         QFETCH(const int, style);
         Fixture f(style, {u"/x/a.c"_s});
@@ -116,7 +116,7 @@ private Q_SLOTS:
         second->document()->setModified(true);
         QCOMPARE(second->windowTitle(), u"a.c:2 *"_s);
 
-        f.view(u"a.c:1 *"_s)->close(); // asks nothing: the document is still shown
+        f.view(u"a.c:1 *"_s)->close(); // asks nothing, because the document has another view
         QCOMPARE(f.titles(), u"a.c *"_s);
         BoxAnswers answers({QMessageBox::No});
         second->close();
@@ -125,8 +125,8 @@ private Q_SLOTS:
         QVERIFY(f.workspace.documents().isEmpty());
     }
 
-    void theViewsLeftAreNumberedAnew_data() { styles(); }
-    void theViewsLeftAreNumberedAnew()
+    void remainingViewsAreRenumbered_data() { styles(); }
+    void remainingViewsAreRenumbered()
     {
         QFETCH(const int, style);
         Fixture f(style, {u"/x/a.c"_s, u"/x/b.c"_s});
@@ -139,8 +139,8 @@ private Q_SLOTS:
         QCOMPARE(f.manager->views().size(), 3);
     }
 
-    void closingADocumentAsksOnceWithItsLastView_data() { styles(); }
-    void closingADocumentAsksOnceWithItsLastView()
+    void closingADocumentAsksOnceAtItsLastView_data() { styles(); }
+    void closingADocumentAsksOnceAtItsLastView()
     {
         QFETCH(const int, style);
         Fixture f(style, {u"/x/a.c"_s, u"/x/b.c"_s});
@@ -151,15 +151,15 @@ private Q_SLOTS:
             f.manager->closeCurrentDocument();
             QCOMPARE(answers.texts.size(), 1);
         }
-        QVERIFY(f.view(u"b.c *"_s)); // the other one is gone
+        QVERIFY(f.view(u"b.c *"_s)); // the other one was closed
         f.manager->activateView(f.view(u"b.c *"_s), true);
         BoxAnswers answers({QMessageBox::No});
         f.manager->closeCurrentDocument();
         QCOMPARE(f.titles(), u"a.c"_s);
     }
 
-    void closeAllShowsEachDocumentAsItAsks_data() { styles(); }
-    void closeAllShowsEachDocumentAsItAsks()
+    void closeAllActivatesEachDocumentBeforeItsQuestion_data() { styles(); }
+    void closeAllActivatesEachDocumentBeforeItsQuestion()
     {
         QFETCH(const int, style);
         Fixture f(style);
@@ -178,7 +178,7 @@ private Q_SLOTS:
         QCOMPARE(shown, (QStringList{u"/x/c.c /x/c.c"_s, u"/x/b.c /x/b.c"_s, u"/x/a.c /x/a.c"_s}));
     }
 
-    void closingAModifiedDocumentAsks_data()
+    void closingAModifiedDocumentAsksToSave_data()
     {
         QTest::addColumn<int>("style");
         QTest::addColumn<int>("answer");
@@ -195,7 +195,7 @@ private Q_SLOTS:
             QTest::newRow(name + "cancel") << style << int(QMessageBox::Cancel) << true << QString() << false;
         }
     }
-    void closingAModifiedDocumentAsks()
+    void closingAModifiedDocumentAsksToSave()
     {
         QFETCH(const int, style);
         QFETCH(const int, answer);
@@ -218,8 +218,8 @@ private Q_SLOTS:
         f.log.clear();
     }
 
-    void cancelDuringCloseAllRefusesThatViewOnly_data() { styles(); }
-    void cancelDuringCloseAllRefusesThatViewOnly()
+    void cancelDuringCloseAllKeepsThatViewOnly_data() { styles(); }
+    void cancelDuringCloseAllKeepsThatViewOnly()
     {
         QFETCH(const int, style);
         Fixture f(style);
@@ -229,8 +229,8 @@ private Q_SLOTS:
         QCOMPARE(f.titles(), u"b.c *"_s);
     }
 
-    void theLastViewClosedActivatesNull_data() { styles(); }
-    void theLastViewClosedActivatesNull()
+    void closingTheLastViewEmitsNull_data() { styles(); }
+    void closingTheLastViewEmitsNull()
     {
         QFETCH(const int, style);
         Fixture f(style, {u"/x/a.c"_s});
@@ -255,8 +255,8 @@ private Q_SLOTS:
         QCOMPARE(activated.last().at(0).value<View *>(), f.manager->currentView());
     }
 
-    void activationMovesAViewToTheHeadOfTheList_data() { styles(); }
-    void activationMovesAViewToTheHeadOfTheList()
+    void activationMovesAViewToTheFrontOfTheList_data() { styles(); }
+    void activationMovesAViewToTheFrontOfTheList()
     {
         QFETCH(const int, style);
         Fixture f(style);
@@ -267,8 +267,8 @@ private Q_SLOTS:
         QTRY_COMPARE(f.titles(), u"b.c|a.c|c.c"_s);
     }
 
-    void aNewViewGoesLast_data() { styles(); }
-    void aNewViewGoesLast()
+    void newViewIsLast_data() { styles(); }
+    void newViewIsLast()
     {
         QFETCH(const int, style);
         Fixture f(style);
@@ -281,8 +281,8 @@ private Q_SLOTS:
         QCOMPARE(seen, QStringList{u"c.c|b.c|a.c|d.c"_s});
     }
 
-    void nextAndPreviousWalkTheListAndWrap_data() { styles(); }
-    void nextAndPreviousWalkTheListAndWrap()
+    void nextAndPreviousGoThroughTheListAndWrap_data() { styles(); }
+    void nextAndPreviousGoThroughTheListAndWrap()
     {
         QFETCH(const int, style);
         Fixture f(style);
@@ -306,8 +306,8 @@ private Q_SLOTS:
         QCOMPARE(activated.last().at(0).value<View *>(), f.view(u"a.c"_s));
     }
 
-    void nothingIsDoneWithoutAView_data() { styles(); }
-    void nothingIsDoneWithoutAView()
+    void commandsWithoutAViewDoNothing_data() { styles(); }
+    void commandsWithoutAViewDoNothing()
     {
         QFETCH(const int, style);
         Fixture f(style, {});
@@ -323,8 +323,8 @@ private Q_SLOTS:
         QVERIFY(f.log.isEmpty());
     }
 
-    void commandsGoToTheCurrentView_data() { styles(); }
-    void commandsGoToTheCurrentView()
+    void commandsAreForwardedToTheCurrentView_data() { styles(); }
+    void commandsAreForwardedToTheCurrentView()
     {
         QFETCH(const int, style);
         Fixture f(style);
@@ -336,7 +336,7 @@ private Q_SLOTS:
         QCOMPARE(f.log.join(u' '), u"split undo redo cut copy paste remove back forward previous next selectAll"_s);
     }
 
-    void theSideInterfacesOfTheCurrentViewAreUsed()
+    void sideInterfacesOfTheCurrentViewAreUsed()
     {
         Fixture f(Tabbed, {u"/x/a.c"_s, u"/x/b.c"_s});
         f.manager->gotoLine(7, false);
@@ -347,7 +347,7 @@ private Q_SLOTS:
                                      u"setMarker 8 16 1 0"_s, u"indent"_s, u"insert x"_s}));
     }
 
-    void aViewWithoutSideInterfacesIsLeftAlone()
+    void viewWithoutSideInterfacesIsNotChanged()
     {
         Fixture f(Tabbed, {});
         f.docTemplate->offers = false;
@@ -362,7 +362,7 @@ private Q_SLOTS:
         QVERIFY(toggled.isEmpty());
     }
 
-    void signalsOfAViewArePassedOn()
+    void signalsOfAViewAreForwarded()
     {
         Fixture f(Tabbed, {u"/x/a.c"_s});
         auto *view = static_cast<FakeView *>(f.manager->currentView());
@@ -395,19 +395,19 @@ private Q_SLOTS:
         QCOMPARE(title.size(), 1);
     }
 
-    void aTwoViewDocumentIsNotifiedTwice()
+    void documentWithTwoViewsIsNotifiedTwice()
     {
         Fixture f(Tabbed, {u"/x/a.c"_s});
         f.manager->newView();
         f.manager->updateAllDocuments(true);
-        QCOMPARE(f.log, QStringList(4, u"update full"_s)); // two notices reach two views each
+        QCOMPARE(f.log, QStringList(4, u"update full"_s)); // two updates of two views each
         f.log.clear();
         f.view(u"a.c:1"_s)->update(nullptr);
         QCOMPARE(f.log, QStringList{u"update"_s});
     }
 
-    void wrongCallsAreAssertions_data() { styles(); }
-    void wrongCallsAreAssertions()
+    void invalidCallsFailAnAssertion_data() { styles(); }
+    void invalidCallsFailAnAssertion()
     {
         QFETCH(const int, style);
         Fixture f(style, {u"/x/a.c"_s});
@@ -422,7 +422,7 @@ private Q_SLOTS:
         QCOMPARE(f.titles(), u"a.c"_s);
     }
 
-    void aViewMayNotBeAddedTwice()
+    void addingAViewTwiceFailsAnAssertion()
     {
         class Bare : public ViewManager
         {
@@ -443,7 +443,7 @@ private Q_SLOTS:
         manager.reset();
     }
 
-    void tabsFollowTheViews()
+    void tabsShowTheViews()
     {
         Fixture f(Tabbed);
         QCOMPARE(f.tabTexts(), u"a.c b.c [c.c]"_s);
@@ -456,7 +456,7 @@ private Q_SLOTS:
         QCOMPARE(f.tabs()->tabToolTip(3), u"/x/d&e.c"_s);
     }
 
-    void aReplacementTakesTheTabOfTheViewClosedLastOnce()
+    void replacementUsesTheTabOfTheLastClosedViewOnce()
     {
         Fixture f(Tabbed);
         f.addInPlace(u"/x/d.c"_s); // nothing was closed
@@ -468,7 +468,7 @@ private Q_SLOTS:
         QCOMPARE(f.tabTexts(), u"a.c e.c c.c d.c [f.c]"_s);
     }
 
-    void openingWithoutActivationGivesNoFocus()
+    void openingWithoutActivationSetsNoFocus()
     {
         Fixture f(Tabbed);
         QPushButton elsewhere(f.window.centralWidget());
@@ -482,7 +482,7 @@ private Q_SLOTS:
         QVERIFY(f.view(u"a.c"_s)->hasFocus());
     }
 
-    void aClickOnATabActivatesItsView()
+    void clickOnATabActivatesItsView()
     {
         Fixture f(Tabbed);
         QSignalSpy activated(f.manager, &ViewManager::viewActivated);
@@ -496,7 +496,7 @@ private Q_SLOTS:
         QVERIFY(!activated.isEmpty()); // although no tab changed
     }
 
-    void theCloseButtonClosesTheCurrentView()
+    void closeButtonClosesTheCurrentView()
     {
         Fixture f(Tabbed, {});
         auto *button = f.manager->findChild<QToolButton *>(QString(), Qt::FindDirectChildrenOnly);
@@ -537,7 +537,7 @@ private Q_SLOTS:
         QCOMPARE(cascadeRect(QRect(QPoint(0, 0), workspace), i), expected);
     }
 
-    void theCascadeStartsAnewBehindItsLastStep()
+    void cascadeStartsAgainAfterItsLastStep()
     {
         int i = 10;
         QCOMPARE(cascadeRect(QRect(0, 0, 600, 400), i).topLeft(), QPoint(200, 200));
@@ -554,7 +554,7 @@ private Q_SLOTS:
         QVERIFY(f.manager->canCascade() && f.manager->canTile());
     }
 
-    void reopenedFramesStandWhereTheyWere()
+    void reopenedFramesKeepTheirPlaces()
     {
         Fixture f(Mdi);
         f.view(u"b.c"_s)->parentWidget()->setGeometry(33, 44, 300, 200);
@@ -566,7 +566,7 @@ private Q_SLOTS:
         QCOMPARE(f.view(u"d.c"_s)->parentWidget()->geometry(), cascadeRect(f.area()->rect(), i));
     }
 
-    void aReplacementTakesTheFrameOfTheViewClosedLastOnce()
+    void replacementUsesTheFrameOfTheLastClosedViewOnce()
     {
         Fixture f(Mdi);
         int i = 3;
@@ -580,7 +580,7 @@ private Q_SLOTS:
         QCOMPARE(f.view(u"f.c"_s)->parentWidget()->geometry(), cascadeRect(f.area()->rect(), i));
     }
 
-    void closingAFrameAsksItsView()
+    void closingAFrameAsksToSave()
     {
         Fixture f(Mdi);
         f.workspace.findDocument(u"/x/c.c"_s)->setModified(true);
@@ -597,7 +597,7 @@ private Q_SLOTS:
         QVERIFY(f.manager->currentView());
     }
 
-    void aPressOnATitleBarActivatesTheView()
+    void pressOnATitleBarActivatesTheView()
     {
         Fixture f(Mdi);
         QPushButton elsewhere(f.window.centralWidget());
@@ -612,17 +612,17 @@ private Q_SLOTS:
         QCOMPARE(activated.last().at(0).value<View *>(), f.view(u"c.c"_s));
         QVERIFY(f.view(u"c.c"_s)->hasFocus());
         QTest::mouseClick(frame, Qt::LeftButton, {}, QPoint(frame->width() / 2, frame->height() - 1));
-        QCOMPARE(clicked.size(), 1); // the lower edge is no title bar
+        QCOMPARE(clicked.size(), 1); // the lower edge is not part of the title bar
     }
 
-    void maximisedIsKeptInTheSettings()
+    void maximisedStateIsStoredInTheSettings()
     {
         QTemporaryDir directory;
         QSettings settings(directory.filePath(u"s.ini"_s), QSettings::IniFormat);
         QStringList log;
         FakeTemplate docTemplate({}, &log);
         {
-            MDIViewManager manager(&settings); // absent: maximised
+            MDIViewManager manager(&settings); // default: maximised
         }
         QCOMPARE(settings.value(u"Editor/MDIMaximised"_s).toInt(), 1);
         {
@@ -639,7 +639,7 @@ private Q_SLOTS:
         QCOMPARE(settings.value(u"Editor/MDIMaximised"_s).toInt(), 0);
     }
 
-    void aRestoredFrameMakesTheNextOneNormalToo()
+    void frameAfterARestoredOneIsNotMaximised()
     {
         Fixture f(Mdi, {u"/x/a.c"_s}, 1);
         static_cast<QMdiSubWindow *>(f.view(u"a.c"_s)->parentWidget())->showNormal();
@@ -649,7 +649,7 @@ private Q_SLOTS:
         QCOMPARE(f.view(u"b.c"_s)->parentWidget()->height(), f.area()->height());
     }
 
-    void theCurrentViewStaysWhileAnotherWindowIsActive()
+    void currentViewStaysWhileAnotherWindowIsActive()
     {
         Fixture f(Mdi);
         QWidget other;

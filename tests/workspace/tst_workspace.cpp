@@ -50,7 +50,7 @@ class TestWorkspace : public QObject
 private Q_SLOTS:
     void init() { failOnWarnings(); }
 
-    void openingANameTwiceGivesOneDocumentAndOneView()
+    void openingTwiceGivesOneDocumentAndOneView()
     {
         Fixture f;
         QVERIFY(f.workspace.openDocument(u"/x/a.c"_s, true));
@@ -64,7 +64,7 @@ private Q_SLOTS:
         QCOMPARE(f.log, (QStringList{u"open /x/a.c"_s, u"open /x/b.c"_s}));
     }
 
-    void theFirstTemplateThatCanOpenMakesTheDocument()
+    void firstTemplateThatCanOpenCreatesTheDocument()
     {
         Fixture f;
         QVERIFY(f.workspace.openDocument(u"/x/a.c"_s, true));
@@ -73,7 +73,7 @@ private Q_SLOTS:
         QCOMPARE(f.document(u"/x/a.txt"_s)->documentTemplate(), f.any);
     }
 
-    void aNameThatDiffersInCaseIsAnotherDocumentOfTheSameKind()
+    void nameInOtherCaseIsAnotherDocument()
     {
         Fixture f;
         QVERIFY(f.workspace.openDocument(u"/x/foo.h"_s, true));
@@ -82,7 +82,7 @@ private Q_SLOTS:
         QCOMPARE(f.document(u"/x/foo.H"_s)->documentTemplate(), f.c);
     }
 
-    void aFailedOpenLeavesNoDocumentAndNoView()
+    void failedOpenLeavesNoDocumentAndNoView()
     {
         Fixture f;
         QVERIFY(!f.workspace.openDocument(u"/x/bad.c"_s, true));
@@ -91,7 +91,7 @@ private Q_SLOTS:
         QCOMPARE(f.log, (QStringList{u"open /x/bad.c"_s, u"delete /x/bad.c"_s}));
     }
 
-    void openOrCreateMakesWhatIsNotThereWithoutAsking()
+    void openOrCreateCreatesAMissingDocumentWithoutAQuestion()
     {
         Fixture f;
         Document *created = f.workspace.openOrCreate(u"/x/new.c"_s);
@@ -103,7 +103,7 @@ private Q_SLOTS:
                                      u"create /x/bad.c"_s, u"delete /x/bad.c"_s}));
     }
 
-    void aNameWithoutTemplateIsLogged()
+    void nameWithoutTemplateIsLogged()
     {
         Workspace workspace;
         TabbedViewManager manager;
@@ -112,14 +112,14 @@ private Q_SLOTS:
         QVERIFY(!workspace.openDocument(u"/x/a.c"_s, true));
     }
 
-    void anEmptyNameIsAnAssertion()
+    void emptyNameFailsAnAssertion()
     {
         Fixture f;
         QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"^ASSERT: \"filename\\.length\\(\\) > 0\" in "_s));
         f.workspace.openDocument(QString(), true);
     }
 
-    void aTemplateThatGivesNothingIsAnAssertion()
+    void templateWithoutDocumentFailsAnAssertion()
     {
         Fixture f;
         f.c->givesDocument = false;
@@ -131,7 +131,7 @@ private Q_SLOTS:
         f.workspace.addDocument(nullptr);
     }
 
-    void aTemplateWithoutViewIsAnAssertion()
+    void templateWithoutViewFailsAnAssertion()
     {
         QStringList log;
         TabbedViewManager manager;
@@ -146,7 +146,7 @@ private Q_SLOTS:
         QVERIFY(workspace.documents().isEmpty());
     }
 
-    void aDocumentStandsInTheListOnce()
+    void addingADocumentTwiceFailsAnAssertion()
     {
         QStringList log;
         FakeTemplate docTemplate({}, &log);
@@ -159,7 +159,7 @@ private Q_SLOTS:
         QVERIFY(workspace.documents().isEmpty());
     }
 
-    void aNewDocumentIsCreatedAndNotOpened()
+    void newDocumentIsCreatedAndNotOpened()
     {
         Fixture f;
         QVERIFY(f.workspace.newDocument(f.c, u"/x/n.c"_s));
@@ -168,7 +168,7 @@ private Q_SLOTS:
         QCOMPARE(f.titles(), u"n.c"_s);
     }
 
-    void reopenPutsANewDocumentInTheOldPlaceWithoutAsking()
+    void reopenReplacesTheDocumentInPlaceWithoutAQuestion()
     {
         Fixture f;
         for (const QString &name : {u"/x/a.c"_s, u"/x/b.c"_s, u"/x/c.c"_s})
@@ -195,18 +195,18 @@ private Q_SLOTS:
         QCOMPARE(f.titles(), u"a.c"_s);
     }
 
-    void reopenOfANameThatIsNotOpenDoesNothing()
+    void reopenOfAnUnopenedNameDoesNothing()
     {
         Fixture f;
         QVERIFY(!f.workspace.reopenDocument(u"/x/a.c"_s));
         QVERIFY(f.log.isEmpty());
     }
 
-    void helpShowsPagesInItsOneDocument()
+    void helpShowsPagesInOneDocument()
     {
         Fixture f;
         QTest::ignoreMessage(QtWarningMsg, "Workspace::openDocument: No template found for document (/x/one.html)");
-        QVERIFY(!f.workspace.openHelp(u"/x/one.html"_s)); // only a template that is none for help would open it
+        QVERIFY(!f.workspace.openHelp(u"/x/one.html"_s)); // only a template for other documents could open it
         f.workspace.addTemplate(new HelpDocumentTemplate({u"html"_s}, &f.log));
         QVERIFY(f.workspace.openHelp(u"/x/one.html"_s));
         QVERIFY(f.workspace.openDocument(u"/x/a.c"_s, true));
@@ -216,7 +216,7 @@ private Q_SLOTS:
         QCOMPARE(f.manager.currentDocument()->filename(), u"/x/two.html"_s);
     }
 
-    void aHelpPageThatFailsStillShowsTheHelpDocument()
+    void failedHelpPageStillShowsTheHelpDocument()
     {
         Fixture f;
         f.workspace.addTemplate(new HelpDocumentTemplate({u"html"_s}, &f.log));
@@ -227,7 +227,7 @@ private Q_SLOTS:
         QCOMPARE(f.manager.views().size(), 2);
     }
 
-    void reopenWithoutTemplateIsLoggedAndLeavesTheDocument()
+    void reopenWithoutTemplateIsLoggedAndKeepsTheDocument()
     {
         Fixture f;
         QVERIFY(f.workspace.openDocument(u"/x/a.c"_s, true));
@@ -238,14 +238,14 @@ private Q_SLOTS:
         QCOMPARE(f.titles(), u"a.c *"_s);
     }
 
-    void saveAllGoesOnAfterAFailure_data()
+    void saveAllContinuesAfterAFailure_data()
     {
         QTest::addColumn<bool>("onlyModified");
         QTest::addColumn<QStringList>("expected");
         QTest::newRow("all") << false << QStringList{u"save /x/a.c"_s, u"save /x/b.c"_s, u"save /x/c.c"_s};
         QTest::newRow("modified ones") << true << QStringList{u"save /x/a.c"_s, u"save /x/c.c"_s};
     }
-    void saveAllGoesOnAfterAFailure()
+    void saveAllContinuesAfterAFailure()
     {
         QFETCH(const bool, onlyModified);
         QFETCH(const QStringList, expected);
@@ -264,7 +264,7 @@ private Q_SLOTS:
         QVERIFY(!f.workspace.anyModified());
     }
 
-    void modifiedIsToldWhenItChanges()
+    void documentModifiedIsEmittedOnChangesOnly()
     {
         QStringList log;
         FakeTemplate docTemplate({}, &log);
@@ -280,7 +280,7 @@ private Q_SLOTS:
         QCOMPARE(spy.at(0).at(0).toBool(), true);
     }
 
-    void documentsThatOutliveTheWorkspaceAreReported()
+    void documentsThatOutliveTheWorkspaceAreLogged()
     {
         QStringList log;
         FakeTemplate docTemplate({}, &log);
@@ -291,7 +291,7 @@ private Q_SLOTS:
         workspace.reset();
     }
 
-    void closingIsPassedOnToTheViews()
+    void closingIsForwardedToTheViews()
     {
         Fixture f;
         QVERIFY(f.workspace.openDocument(u"/x/a.c"_s, true));

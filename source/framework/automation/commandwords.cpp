@@ -5,7 +5,7 @@ CommandWords::CommandWords(QStringView line) : m_left(line)
 {
     if (m_left.endsWith(u'\n'))
         m_left.chop(1);
-    if (m_left.endsWith(u'\r')) // one only: the text of a Return key is another
+    if (m_left.endsWith(u'\r')) // only one: a second one is the text of a Return key
         m_left.chop(1);
 }
 

@@ -2,21 +2,21 @@
 #include <optional>
 #include <QStringView>
 
-/// Reads one command of a test driver word by word; white space parts the words.
+/// Reads one command of a test driver word by word; words are separated by white space.
 class CommandWords
 {
 public:
-    /// @p line must outlive the reader. Its line end does not count.
+    /// @p line must outlive the reader. Its line end is ignored.
     explicit CommandWords(QStringView line);
 
-    /// The next word; empty behind the last one.
+    /// The next word; empty after the last one.
     [[nodiscard]] QString word();
-    /// The next word, or the next words up to a closing quote if the first one starts with a quote. The name of an
-    /// object or of a member function.
+    /// The next word, or the text up to the closing quote if it starts with a quote. Used for the name of an object or
+    /// of a member function.
     [[nodiscard]] QString name();
-    /// The next word as a decimal number; nothing if it is none.
+    /// The next word as a decimal number; nothing if it is not a number.
     [[nodiscard]] std::optional<int> number();
-    /// What is left, without the one blank that parts it from the last word.
+    /// The rest, without the blank after the last word.
     [[nodiscard]] QString rest();
 
 private:

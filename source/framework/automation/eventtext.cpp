@@ -11,7 +11,7 @@ constexpr int LargestType = QEvent::MaxUser;
 
 // Reading --------------------------------------------------------------------
 
-/// The next @p count numbers; fewer if one of them is none.
+/// The next @p count numbers; fewer if one of the words is not a number.
 QList<int> readNumbers(CommandWords &words, int count)
 {
     QList<int> numbers;
@@ -30,7 +30,7 @@ std::unique_ptr<QEvent> readMouseEvent(QEvent::Type type, CommandWords &words)
     if (n.size() < 6)
         return nullptr;
     const auto button = Qt::MouseButton(n[4] & Qt::AllButtons);
-    Qt::MouseButtons buttons = Qt3Numbers::toButtons(n[5]); // those before the event
+    Qt::MouseButtons buttons = Qt3Numbers::toButtons(n[5]); // the buttons before the event
     if (type == QEvent::MouseButtonRelease)
         buttons &= ~Qt::MouseButtons(button);
     else
@@ -41,7 +41,7 @@ std::unique_ptr<QEvent> readMouseEvent(QEvent::Type type, CommandWords &words)
 
 std::unique_ptr<QEvent> readKeyEvent(QEvent::Type type, CommandWords &words)
 {
-    const QList<int> n = readNumbers(words, 6); // the second, a code of the text, says nothing that the text does not
+    const QList<int> n = readNumbers(words, 6); // the second, a code of the text, adds nothing to the text
     if (n.size() < 6)
         return nullptr;
     const QString text = n[5] == 1 ? words.rest() : QString();
@@ -55,12 +55,12 @@ std::unique_ptr<QEvent> readFocusEvent(QEvent::Type type, CommandWords &words)
     return reason ? std::make_unique<QFocusEvent>(type, Qt3Numbers::toFocusReason(*reason)) : nullptr;
 }
 
-/// Who gets an event of these types takes it for one of a class with fields of its own.
+/// Receivers of these types cast the event to a class with more fields.
 bool needsFields(int type)
 {
-    constexpr int Find = 1000; // the search's own
+    constexpr int Find = 1000; // of the search
     constexpr int Found = 1001;
-    constexpr int Command = 52343; // that of the server
+    constexpr int Command = 52343; // of the server
     switch (type) {
     case QEvent::Timer:
     case QEvent::Paint:
@@ -194,7 +194,7 @@ QString keyFields(const QKeyEvent *event)
 {
     const QString text = event->text();
     const int code = text.isEmpty() ? 0 : uchar(text[0].toLatin1());
-    // The modifiers before the event: for a modifier's own key, those of a key event are the ones after it.
+    // The modifiers before the event. In the key event of a modifier key itself they are the ones after it.
     const int state = Qt3Numbers::fromState(Qt::NoButton, event->QInputEvent::modifiers());
     const QString fields = u"%1 %2 %3 %4 %5 "_s.arg(Qt3Numbers::fromKey(event->key()))
                                .arg(code)

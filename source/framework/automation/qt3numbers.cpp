@@ -59,7 +59,7 @@ Qt::KeyboardModifiers Qt3Numbers::toModifiers(int state)
 
 int Qt3Numbers::fromFocusReason(Qt::FocusReason reason)
 {
-    return std::min<int>(reason, 6); // it knew no menu bar, and no absence of a reason
+    return std::min<int>(reason, 6); // version 3 has no reason for a menu bar, nor for no reason
 }
 
 Qt::FocusReason Qt3Numbers::toFocusReason(int number)

@@ -19,7 +19,7 @@ void QtRunnerServer::incomingConnection(qintptr descriptor)
 {
     if (m_connections == MaximumConnections) {
         qWarning("QtRunnerServer: Too many connections; one is refused.");
-        QTcpSocket().setSocketDescriptor(descriptor); // which closes it
+        QTcpSocket().setSocketDescriptor(descriptor); // closes it
         return;
     }
     qDebug("QtRunnerServer:: new connection");

@@ -13,10 +13,10 @@ class QtRunnerServer : public QTcpServer
 {
     Q_OBJECT
 public:
-    static constexpr int MaximumConnections = 64; ///< at a time
+    static constexpr int MaximumConnections = 64; ///< at the same time
 
-    /// Listens on @p port of @p address, or on a free one if it is 0. A failure is told on the debug log and leaves a
-    /// server that does nothing. @p mainWidget is the parent.
+    /// Listens on @p port of @p address, or on a free port if it is 0. If it fails, it prints a warning and the server
+    /// does nothing. @p mainWidget is the parent.
     QtRunnerServer(quint16 port, const QHostAddress &address, ObjectModel *objectModel, QWidget *mainWidget);
 
     [[nodiscard]] int connections() const { return m_connections; }
@@ -30,5 +30,5 @@ private:
     int m_connections = 0;
 };
 
-/// The address that the settings name; all interfaces if they name none, the null address if it is no address.
+/// The address in the settings: all interfaces by default, the null address if the setting is not an address.
 [[nodiscard]] QHostAddress automationAddress(const QSettings &settings);

@@ -20,7 +20,7 @@ QtRunnerSocket::QtRunnerSocket(qintptr descriptor, QWidget *mainWidget, ObjectMo
 {
     connect(this, &QIODevice::readyRead, this, &QtRunnerSocket::readClient);
     connect(this, &QAbstractSocket::disconnected, this, &QtRunnerSocket::connectionClosed);
-    setReadBufferSize(ReadBuffer); // a flood waits in the network
+    setReadBufferSize(ReadBuffer); // more data waits in the network
     connect(qApp, &QCoreApplication::aboutToQuit, this, &QtRunnerSocket::applicationQuits);
     if (!setSocketDescriptor(descriptor))
         deleteLater();
@@ -30,7 +30,7 @@ QtRunnerSocket::QtRunnerSocket(qintptr descriptor, QWidget *mainWidget, ObjectMo
 
 void QtRunnerSocket::readClient()
 {
-    // Reading line by line would not tell the device that there is room again in a full buffer.
+    // Reading line by line would not notify the device that a full buffer has room again.
     const QByteArray received = readAll();
     for (qsizetype begin = 0; begin < received.size();) {
         const qsizetype lineFeed = received.indexOf('\n', begin);
@@ -46,7 +46,7 @@ void QtRunnerSocket::readClient()
 
 void QtRunnerSocket::postLine()
 {
-    // Not at once: a command may run an event loop, and this is a notification of the socket.
+    // Queued, because a command may run an event loop and this is a notification of the socket.
     QCoreApplication::postEvent(this, new CommandEvent(QString::fromUtf8(m_line)));
     m_line.clear();
 }
@@ -63,7 +63,7 @@ void QtRunnerSocket::execute(const QString &line)
 {
     if (m_executing == MaximumNesting)
         return abandon("Too many commands wait for each other");
-    const QPointer<QtRunnerSocket> self(this); // the peer may go while the command runs an event loop
+    const QPointer<QtRunnerSocket> self(this); // the peer may disconnect while the command runs an event loop
     ++m_executing;
     const QString reply = m_commands.execute(line);
     if (!self)
@@ -97,13 +97,13 @@ void QtRunnerSocket::connectionClosed()
 
 void QtRunnerSocket::applicationQuits()
 {
-    flush(); // the reply to the command that ended the program
-    abort(); // which tells that the connection has closed; in the destructor that would be too late
+    flush(); // the reply to the command that has ended the program
+    abort(); // emits the signal that the connection has closed; the destructor would be too late
 }
 
 bool QtRunnerSocket::eventFilter(QObject *watched, QEvent *event)
 {
-    // Windows and styles see some events as well; only what widgets get can be posted again.
+    // Windows and styles also receive some events; only those of widgets can be posted again.
     if (m_commands.isRecording() && isRecorded(event->type()) && watched->isWidgetType())
         send(recordedCommand(watched, event) + QLatin1StringView("\r\n"));
     return false;

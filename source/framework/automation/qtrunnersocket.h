@@ -2,16 +2,17 @@
 #include "runnercommands.h"
 #include <QTcpSocket>
 
-/// The connection of one test driver: takes commands line by line, replies, and reports the user's events if asked to.
+/// The connection of one test driver: executes commands line by line, replies, and reports the user's events on
+/// request.
 ///
-/// It belongs to nobody: it goes when the peer goes. A peer that asks for too much loses its connection.
+/// It owns itself: it is deleted when the peer disconnects. A peer that exceeds the limits is disconnected.
 class QtRunnerSocket : public QTcpSocket
 {
     Q_OBJECT
 public:
-    static constexpr qsizetype MaximumLine = 16 << 20;   ///< bytes, line end included
+    static constexpr qsizetype MaximumLine = 16 << 20;   ///< bytes, including the line end
     static constexpr qsizetype MaximumUnsent = 64 << 20; ///< bytes that the peer has not read yet
-    /// How many commands may wait for each other: each of them runs an event loop, as behind a modal dialog.
+    /// Limit for nested commands: each runs an event loop, for example of a modal dialog.
     static constexpr int MaximumNesting = 16;
 
     QtRunnerSocket(qintptr descriptor, QWidget *mainWidget, ObjectModel *objectModel);
@@ -33,6 +34,6 @@ private:
     void abandon(const char *reason);
 
     RunnerCommands m_commands;
-    QByteArray m_line;   ///< what has come of the next line
-    int m_executing = 0; ///< commands that have begun and not ended
+    QByteArray m_line;   ///< the received part of the next line
+    int m_executing = 0; ///< commands that have started and not ended
 };

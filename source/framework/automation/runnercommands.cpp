@@ -12,7 +12,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 const QString Ok = u"OK\r\n"_s;
-const QString NoSuchProperty = u"ERROR No such property"_s; // without number and line end, as drivers know it
+const QString NoSuchProperty = u"ERROR No such property"_s; // without number and line end, as drivers expect it
 
 // Members --------------------------------------------------------------------
 
@@ -51,13 +51,13 @@ QByteArrayList signatures(const QList<QMetaMethod> &methods)
     return signatures;
 }
 
-/// The place of that signature among @p methods, or -1.
+/// The index of the method with that signature in @p methods, or -1.
 int findMethod(const QList<QMetaMethod> &methods, const QString &signature)
 {
     return int(signatures(methods).indexOf(QMetaObject::normalizedSignature(signature.toUtf8().constData())));
 }
 
-/// There are no arguments to give, so a method that needs some is not called.
+/// Methods with parameters are not called, because there are no arguments.
 void call(QObject *object, const QMetaMethod &method)
 {
     if (method.isValid() && method.parameterCount() == 0)
@@ -66,13 +66,13 @@ void call(QObject *object, const QMetaMethod &method)
 
 // Values ---------------------------------------------------------------------
 
-/// An enumeration is an int to drivers, so they get its number.
+/// Drivers get the number of an enumeration value.
 QString valueText(const QVariant &value)
 {
     return value.metaType().flags() & QMetaType::IsEnumeration ? QString::number(value.toInt()) : value.toString();
 }
 
-/// What @p text means as a value of @p type; the type's null value if it means nothing.
+/// The value of type @p type that @p text represents; the null value of the type if there is none.
 QVariant valueOf(const QString &text, QMetaType type)
 {
     QVariant value(text);
@@ -179,7 +179,7 @@ QString RunnerCommands::postEvent(CommandWords &words) const
     std::unique_ptr<QEvent> event = readEvent(words);
     if (!event)
         return u"ERROR 1 Bad command syntax\r\n"_s;
-    QObject *object = findChild(name); // the main widget itself is out of reach
+    QObject *object = findChild(name); // the main widget itself cannot be reached
     if (!object)
         return u"ERROR 2 No such object\r\n"_s;
     QCoreApplication::postEvent(object, event.release());

@@ -4,18 +4,18 @@
 class CommandWords;
 class ObjectModel;
 
-/// The commands of one test driver: each acts on the main widget and what it holds, and gives its reply.
+/// The commands of one test driver: each operates on the main widget and its children, and returns a reply.
 ///
-/// Objects are found by their plain names, the first one wins. The replies are fixed to the byte: some are irregular,
-/// and drivers rely on it.
+/// Objects are found by their names; of equal names the first is used. The replies are fixed to the byte: some are
+/// irregular, and drivers depend on them.
 class RunnerCommands
 {
 public:
     RunnerCommands(QWidget *mainWidget, ObjectModel *objectModel);
 
-    /// Carries out one line. Returns the reply with its line end, or nothing for a command that has no reply.
+    /// Executes one line. Returns the reply with its line end, or nothing for a command without a reply.
     ///
-    /// A command can run an event loop of its own, in which this object may be destroyed.
+    /// A command can run an event loop, in which this object may be deleted.
     [[nodiscard]] QString execute(const QString &line);
 
     [[nodiscard]] bool isRecording() const { return m_recording; }

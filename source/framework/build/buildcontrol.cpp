@@ -1,6 +1,6 @@
 #include "buildcontrol.h"
+#include "activity.h"
 #include "batchbuilddialog.h"
-#include "buildcontrolhost.h"
 #include "builddecisions.h"
 #include "callplugin.h"
 #include "document.h"
@@ -15,13 +15,22 @@
 #include "project.h"
 #include "projectworkspace.h"
 #include "varnelassert.h"
+#include "windowservices.h"
 #include "workspace.h"
 #include <QAction>
 #include <QApplication>
 
 using namespace Qt::StringLiterals;
 
-BuildControl::BuildControl(BuildControlHost &host, QObject *parent) : QObject(parent), m_host(host) {}
+BuildControl::BuildControl(Activity &activity, WindowServices &window, QObject *parent)
+    : QObject(parent), m_activity(activity), m_window(window), m_compileAction(window.action(u"buildCompileFile"_s))
+{
+    if (m_compileAction)
+        m_compileMenuText = m_compileAction->text();
+    refreshCompileAction();
+    connect(&activity, &Activity::stateEntered, this, &BuildControl::refreshCompileAction);
+    connect(&activity, &Activity::currentProjectChanged, this, &BuildControl::refreshCompileAction);
+}
 
 BuildControl::~BuildControl() = default;
 
@@ -59,16 +68,15 @@ void BuildControl::buildCleanAlt()
 
 void BuildControl::runCurrent(Work work)
 {
-    const ProjectWorkspace *workspace = m_host.projectWorkspace();
-    VARNEL_ASSERT(workspace);
-    m_host.showOutputDock();
-    run(work, currentProject());
+    VARNEL_ASSERT_TEXT(m_activity.workspace(), "workspace");
+    m_window.showOutputDock();
+    run(work, m_activity.currentProject());
 }
 
 void BuildControl::runSelected(Work work)
 {
     if (navigatorHasFocus())
-        run(work, m_host.navigator()->selectedProject());
+        run(work, m_window.navigator()->selectedProject());
 }
 
 void BuildControl::run(Work work, Project *project)
@@ -78,12 +86,12 @@ void BuildControl::run(Work work, Project *project)
         m_buildStopped = false;
     if (!project || !project->buildInterface()) {
         if (building)
-            showInformation(m_host.dialogParent(),
+            showInformation(m_window.dialogParent(),
                             tr("The project cannot be built.\n\nNo build environment is available."));
         return;
     }
     const QPointer<Project> alive(project); // questions run the event loop
-    if (!m_host.fileSaveAll() || !alive)
+    if (!m_window.fileSaveAll() || !alive)
         return;
     prepareOutput(project);
     const QStringList configurations{project->currentConfiguration()};
@@ -99,7 +107,7 @@ void BuildControl::start(const char *operation, const Project *project,
                          const std::function<void(IBuildEnvironment *)> &work)
 {
     const auto environment = shareInterface(project->buildInterface()); // it may close its project in the call
-    m_host.setState(StateBuilding);
+    m_activity.setState(StateBuilding);
     if (!runPlugin(operation, [&] { work(environment.get()); }))
         buildFinished(false);
 }
@@ -112,19 +120,19 @@ void BuildControl::prepareOutput(const Project *project) const
 
 void BuildControl::displayBuildPage() const
 {
-    m_host.outputWindow()->clearPage(OutputWindow::Build);
-    m_host.outputWindow()->displayPage(OutputWindow::Build);
+    m_window.outputWindow()->clearPage(OutputWindow::Build);
+    m_window.outputWindow()->displayPage(OutputWindow::Build);
 }
 
 void BuildControl::setLookupPattern(const Project *project) const
 {
-    m_host.outputWindow()->setLookupPattern(buildMatch(*project), false);
+    m_window.outputWindow()->setLookupPattern(buildMatch(*project), false);
 }
 
 void BuildControl::buildStopBuild()
 {
     m_buildStopped = true;
-    const Project *project = currentProject();
+    const Project *project = m_activity.currentProject();
     if (const auto environment = shareInterface(project ? project->buildInterface() : nullptr))
         runPlugin("IBuildEnvironment::stop", [&] { environment->stop(); });
 }
@@ -132,36 +140,35 @@ void BuildControl::buildStopBuild()
 void BuildControl::buildFinished(bool success)
 {
     m_buildSucceeded = success;
-    if (!m_host.projectWorkspace())
+    if (!m_activity.workspace())
         return; // said by a plug-in that goes with its workspace
     leaveBuilding();
-    m_host.checkFileChanges();
+    m_window.checkFileChanges();
 }
 
 void BuildControl::leaveBuilding()
 {
-    if (m_host.state() == StateBuilding)
-        m_host.setState(StateIdle);
+    if (m_activity.state() == StateBuilding)
+        m_activity.setState(StateIdle);
 }
 
 void BuildControl::xmlFeedback(const QString &xml)
 {
-    Project *project = currentProject();
+    Project *project = m_activity.currentProject();
     if (!project)
         return;
     project->loadFromXml(xml);
-    m_host.navigator()->setWorkspace(m_host.projectWorkspace()); // a load tells nobody
+    m_window.navigator()->showWorkspace(); // a load emits no signal
 }
 
 // One file
 
 void BuildControl::buildCompileFile()
 {
-    const ProjectWorkspace *workspace = m_host.projectWorkspace();
-    VARNEL_ASSERT(workspace);
+    VARNEL_ASSERT_TEXT(m_activity.workspace(), "workspace");
     if (m_currentFile.isEmpty())
         return;
-    Project *project = compilingProject(workspace, m_currentFile);
+    Project *project = compilingProject(m_activity.workspace(), m_currentFile);
     if (!project || !project->buildInterface())
         return;
     const QPointer<Project> alive(project);
@@ -179,20 +186,12 @@ void BuildControl::saveForCompile(Project *project) const
 {
     const QString path = project->absolutePath(m_currentFile);
     if (project->isModified() && !project->save())
-        showWarning(m_host.dialogParent(), tr("The project '%1' could not be saved.\n\nPlease make sure that the "
-                                              "project file is not read-only.")
-                                               .arg(project->displayName()));
-    Document *document = m_host.workspace()->findDocument(path);
+        showWarning(m_window.dialogParent(), tr("The project '%1' could not be saved.\n\nPlease make sure that the "
+                                                "project file is not read-only.")
+                                                 .arg(project->displayName()));
+    Document *document = m_window.workspace()->findDocument(path);
     if (document && document->modified())
         document->save();
-}
-
-void BuildControl::setCompileAction(QAction *action)
-{
-    m_compileAction = action;
-    if (action)
-        m_compileMenuText = action->text();
-    refreshCompileAction();
 }
 
 void BuildControl::setCurrentFile(const QString &path)
@@ -210,8 +209,8 @@ void BuildControl::refreshCompileAction()
 
 bool BuildControl::canCompile() const
 {
-    const Project *project = compilingProject(m_host.projectWorkspace(), m_currentFile);
-    if (!mayCompile(m_host.state(), m_currentFile, project))
+    const Project *project = compilingProject(m_activity.workspace(), m_currentFile);
+    if (!mayCompile(m_activity.state(), m_currentFile, project))
         return false;
     return askPlugin("IBuildEnvironment::canCompile", [&] {
         return project->buildInterface()->canCompile(m_currentFile, project->currentConfiguration());
@@ -224,14 +223,14 @@ void BuildControl::buildBatchBuild()
 {
     Project *project = expectProject();
     const QPointer<Project> alive(project);
-    if (!project || !m_host.fileSaveAll() || !alive)
+    if (!project || !m_window.fileSaveAll() || !alive)
         return;
     setLookupPattern(project);
     // the name of another dialog: scripts and test drivers know this one by it
-    BatchBuildDialog dialog(project, project->buildInterface(), m_host.dialogParent(), u"newConfigurationDialog"_s);
-    m_host.showOutputDock();
+    BatchBuildDialog dialog(project, project->buildInterface(), m_window.dialogParent(), u"newConfigurationDialog"_s);
+    m_window.showOutputDock();
     displayBuildPage();
-    m_host.setState(StateBuilding);
+    m_activity.setState(StateBuilding);
     if (dialog.exec() == QDialog::Rejected)
         leaveBuilding();
 }
@@ -239,13 +238,13 @@ void BuildControl::buildBatchBuild()
 void BuildControl::buildConfigurationsNew()
 {
     if (Project *project = expectProject())
-        NewConfigurationDialog(project->properties(), m_host.dialogParent(), u"newConfigurationDialog"_s).exec();
+        NewConfigurationDialog(project->properties(), m_window.dialogParent(), u"newConfigurationDialog"_s).exec();
 }
 
 void BuildControl::buildConfigurationsEdit()
 {
     if (Project *project = expectProject())
-        EditConfigurationsDialog(project, m_host.dialogParent(), u"editConfigurationsDialog"_s).exec();
+        EditConfigurationsDialog(project, m_window.dialogParent(), u"editConfigurationsDialog"_s).exec();
 }
 
 void BuildControl::projectRepopulate()
@@ -259,9 +258,9 @@ bool BuildControl::buildForDebug(const Project *project)
     const auto debugBuild = queryInterface<IDebugBuild>(project ? project->buildInterface() : nullptr);
     if (!debugBuild)
         return false;
-    m_host.outputWindow()->displayPage(OutputWindow::Build);
+    m_window.outputWindow()->displayPage(OutputWindow::Build);
     m_buildStopped = false;
-    m_host.setState(StateBuilding);
+    m_activity.setState(StateBuilding);
     const QString configuration = project->currentConfiguration();
     if (!runPlugin("IDebugBuild::buildForDebug", [&] { debugBuild->buildForDebug(configuration); }))
         buildFinished(false);
@@ -271,23 +270,14 @@ bool BuildControl::buildForDebug(const Project *project)
 bool BuildControl::navigatorHasFocus() const
 {
     const QWidget *focus = QApplication::focusWidget();
-    const QWidget *navigator = m_host.navigator();
+    const QWidget *navigator = m_window.navigator();
     return focus && (navigator == focus || navigator->isAncestorOf(focus));
-}
-
-Project *BuildControl::currentProject() const
-{
-    const ProjectWorkspace *workspace = m_host.projectWorkspace();
-    return workspace ? workspace->currentProject() : nullptr;
 }
 
 Project *BuildControl::expectProject() const
 {
-    const ProjectWorkspace *workspace = m_host.projectWorkspace();
-    VARNEL_ASSERT(workspace);
-    if (!workspace)
-        return nullptr;
-    Project *project = workspace->currentProject();
-    VARNEL_ASSERT(project);
+    VARNEL_ASSERT_TEXT(m_activity.workspace(), "workspace");
+    Project *project = m_activity.currentProject();
+    VARNEL_ASSERT_TEXT(project || !m_activity.workspace(), "project");
     return project;
 }

@@ -2,10 +2,11 @@
 #include <functional>
 #include <QObject>
 #include <QPointer>
-class BuildControlHost;
+class Activity;
 class IBuildEnvironment;
 class Project;
 class QAction;
+class WindowServices;
 
 /// The commands of the "Build" menu: a build from the command to buildFinished(). The work itself is done by the build
 /// environments of projects, one piece at a time; while it runs the program is in its building state.
@@ -13,11 +14,10 @@ class BuildControl : public QObject
 {
     Q_OBJECT
 public:
-    explicit BuildControl(BuildControlHost &host, QObject *parent = nullptr);
+    /// Both arguments outlive this object.
+    BuildControl(Activity &activity, WindowServices &window, QObject *parent = nullptr);
     ~BuildControl() override;
 
-    /// The command whose text names the current file, by "%1" in the text that it has now; null if there is none.
-    void setCompileAction(QAction *action);
     [[nodiscard]] QString currentFile() const { return m_currentFile; }    ///< What the compile command acts on.
     [[nodiscard]] bool buildSucceeded() const { return m_buildSucceeded; } ///< What the last build ended with.
     [[nodiscard]] bool buildStopped() const { return m_buildStopped; }     ///< The user broke off the last build.
@@ -42,7 +42,6 @@ public Q_SLOTS:
     void projectRepopulate();
 
     void setCurrentFile(const QString &path); ///< Absolute or as a project has it; empty for none.
-    void refreshCompileAction();              ///< To be called when the state has changed.
 
     void buildFinished(bool success);
     void xmlFeedback(const QString &xml); ///< Replaces the contents of the current project.
@@ -53,6 +52,7 @@ Q_SIGNALS:
 private:
     enum class Work { Build, Rebuild, Clean };
 
+    void refreshCompileAction();
     void runCurrent(Work work);
     void runSelected(Work work);
     void run(Work work, Project *project);
@@ -64,12 +64,12 @@ private:
     void leaveBuilding();
     [[nodiscard]] bool navigatorHasFocus() const;
     [[nodiscard]] bool canCompile() const;
-    [[nodiscard]] Project *currentProject() const; ///< Null if no workspace is open or it has no project.
-    [[nodiscard]] Project *expectProject() const;  ///< The same, where null is a mistake.
+    [[nodiscard]] Project *expectProject() const; ///< The current one; null, with a warning, if there is none.
 
-    BuildControlHost &m_host;
-    QPointer<QAction> m_compileAction;
-    QString m_compileMenuText;
+    Activity &m_activity;
+    WindowServices &m_window;
+    QPointer<QAction> m_compileAction; ///< its text names the current file; null if the program has none
+    QString m_compileMenuText;         ///< "%1" stands for the file
     QString m_currentFile;
     bool m_buildSucceeded = false;
     bool m_buildStopped = false;

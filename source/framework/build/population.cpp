@@ -1,4 +1,5 @@
 #include "population.h"
+#include "activity.h"
 #include "callplugin.h"
 #include "ibuildenvironment.h"
 #include "iprojectpopulate.h"
@@ -37,33 +38,32 @@ void populate(const Project *project)
     runPlugin("IProjectPopulate::populate", [&] { interface->populate(configuration); });
 }
 
-bool populateWorkspace(const ProjectWorkspace *workspace)
+bool populateWorkspace(const Activity &activity)
 {
-    const QPointer<const ProjectWorkspace> alive(workspace); // plug-ins may do anything
     bool offered = false;
-    for (int i = 0; alive && i < alive->count(); ++i) {
-        const Project *project = alive->project(i);
+    for (const QPointer<Project> &project : activity.projects()) { // plug-ins may remove projects
+        if (!project)
+            continue;
         if (queryInterface<IProjectPopulate>(project->buildInterface()))
             offered = true;
         if (isSet(project->properties(), u"projectAutoPopulate"_s, *project))
-            populate(alive->currentProject());
+            populate(activity.currentProject());
     }
     return offered;
 }
 
-void runProjectScripts(ProjectWorkspace *workspace, const std::function<void(const QString &path)> &runFile)
+void runProjectScripts(const Activity &activity, const std::function<void(const QString &path)> &runFile)
 {
-    const QPointer<ProjectWorkspace> alive(workspace); // so may scripts
-    for (int i = 0; alive && i < alive->count(); ++i) {
-        const QPointer<Project> project = alive->project(i);
-        const QStringList scripts = scriptsOf(*project);
+    const QPointer<ProjectWorkspace> workspace(activity.workspace()); // scripts may close it
+    for (const QPointer<Project> &project : activity.projects()) {
+        const QStringList scripts = project ? scriptsOf(*project) : QStringList();
         for (const QString &script : scripts) {
-            if (!alive || !project)
+            if (!workspace || !project)
                 break;
-            alive->setCurrentProject(project);
+            workspace->setCurrentProject(project);
             runFile(script);
         }
     }
-    if (alive && alive->count() > 0)
-        alive->setCurrentProject(0);
+    if (workspace && workspace->currentProject())
+        workspace->setCurrentProject(0);
 }

@@ -1,127 +1,74 @@
 #pragma once
 #include "activitystate.h"
-#include "debugoptions.h"
+#include "breakpoints.h"
 #include "executionstatus.h"
-#include "imultiprocessorsync.h"
-#include <functional>
-#include <QObject>
-#include <QPointer>
-#include <vector>
+#include "nextstatement.h"
+#include "processorreports.h"
+#include "runcontrol.h"
+#include "sessionstart.h"
 class BuildControl;
-class DebugControlHost;
-class Project;
-class ProjectWorkspace;
 
 /// The commands of the "Debug" menu, and what the execution environments report: a session from its start to its end,
-/// with one processor for each project of the workspace.
-///
-/// The environments know their targets; this class only tells them what to do, follows their reports, and shows where
-/// their programs stand. Message boxes, builds and plug-ins run the event loop, so workspace and projects may be gone
-/// after each of them.
+/// with one processor for each project of the workspace. Each subject has a class of its own; this one hands commands
+/// over to them and reacts to reports and changes of state.
 class DebugControl : public QObject
 {
     Q_OBJECT
 public:
-    /// What updateDebugWindows() brings up to date.
-    enum Part { DataWindows = 1, RegisterWindow = 2, NextStatement = 4, AllParts = 7 };
+    /// What updateDebugWindows() refreshes.
+    enum Part { DataWindows = 1, RegisterWindow = 2, NextStatementPart = 4, AllParts = 7 };
 
-    /// Both arguments outlive this object.
-    DebugControl(DebugControlHost &host, BuildControl &build, QObject *parent = nullptr);
+    /// All arguments outlive this object. Sessions begin with a build, so that it needs the build control.
+    DebugControl(Activity &activity, WindowServices &window, BuildControl &build, QObject *parent = nullptr);
     ~DebugControl() override;
 
-    [[nodiscard]] DebugOptions &options() { return m_options; }
-    /// To be called before the program's state becomes @p next.
-    void enterState(ActivityState next);
+    [[nodiscard]] DebugOptions &options() { return m_run.options(); }
+    void refreshBreakpointMarkers() { m_breakpoints.refreshMarkers(); }
+    void refreshExecutionMarker() { m_nextStatement.refreshMarker(); }
+    /// See Breakpoints::toolTip().
+    [[nodiscard]] QString breakpointToolTip(const QString &file, int line) const
+    {
+        return m_breakpoints.toolTip(file, line);
+    }
     void updateDebugWindows(int parts); ///< A set of Part.
-    void refreshBreakpointMarkers();
-    void refreshExecutionMarker();
-    [[nodiscard]] QString breakpointToolTip(const QString &file, int line) const;
-    /// Breakpoints at a line, counted from 1, of the document in front: none, enabled, disabled, and none again.
-    void toggleBreakpoint(int line);
-    /// Forgets what environments have reported that belong to no project any more, and closes their disassemblies.
-    void forgetEnvironments();
 
 public Q_SLOTS:
-    void debugRun();
-    void debugAttach();
-    void debugRunToCursor();
-    void debugStepOver();
-    void debugStepInto();
-    void debugPause(); ///< The state follows the report of the environment; so it does for debugWakeup().
-    void debugStop();
-    void debugRestart();
-    void debugWakeup();
+    void debugRun() { m_run.run(); }
+    void debugAttach() { m_run.attach(); }
+    void debugRunToCursor() { m_run.runToCursor(); }
+    void debugStepOver() { m_run.stepOver(); }
+    void debugStepInto() { m_run.stepInto(); }
+    void debugPause() { m_run.pause(); }
+    void debugStop() { m_run.stop(); }
+    void debugRestart() { m_run.restart(); }
+    void debugWakeup() { m_run.wakeUp(); }
     void debugShowNext();
-    void debugBreakpoints();
-    void debugToggleBreakpoint();
-    void debugViewDisassembly();
+    void debugBreakpoints() { m_breakpoints.edit(); }
+    void debugToggleBreakpoint() { m_breakpoints.toggleAtCursor(); }
+    void debugViewDisassembly() { m_nextStatement.viewDisassembly(); }
+    void toggleBreakpoint(int line) { m_breakpoints.toggle(line); } ///< See Breakpoints::toggle().
 
     void programStatusChanged(IExecutionEnvironment::ProgramStatus status, IExecutionEnvironment *environment);
     void statusInfo(const QString &text, int position, IExecutionEnvironment *environment);
     void breakpointsChanged();
-    void currentProjectChanged();
-    void fileOpened(); ///< A document came to the front, or was loaded anew.
+    void fileOpened(); ///< A document came to the front, or was reloaded.
 
 Q_SIGNALS:
-    void pausedChanged(bool paused); ///< Also when it stays as it was.
-    void updateRegisterWindow();     ///< What is shown of registers is out of date, if it is visible.
-    void updateDataWindows();        ///< The same for peripherals, watches and memory.
+    void updateRegisterWindow(); ///< What is shown of registers is out of date.
+    void updateDataWindows();    ///< The same for peripherals, watches and memory.
 
 private:
-    struct StatusText
-    {
-        QString text;
-        int position = 0;
-    };
-    using Environment = InterfacePtr<IExecutionEnvironment>;
-    using Operation = void (IExecutionEnvironment::*)();
-    using Step = void (IExecutionEnvironment::*)(const QString &);
-    /// An operation on one processor, and on all of them at once.
-    struct RunControl
-    {
-        DebugEvent event;
-        const char *name;
-        Operation operation;
-        IMultiProcessorSync::Operation syncBit;
-        void (IMultiProcessorSync::*sync)();
-    };
-    static const RunControl Run, Pause, Restart, Wakeup;
-
-    bool startDebugSession(bool attachOnly);
-    [[nodiscard]] bool prepareSession();
-    [[nodiscard]] bool isUpToDate() const;
-    [[nodiscard]] bool offerRebuild();
-    [[nodiscard]] bool startProjects(bool attachOnly);
-    [[nodiscard]] bool startProject(Project *project, bool attachOnly);
-    [[nodiscard]] bool buildForDebug(const Project *project);
-    void waitForBuild() const;
-
-    [[nodiscard]] DebugAction resolve(DebugEvent event);
-    /// False if the user was asked and gave no processor, or ended the session instead.
-    bool control(const RunControl &what);
-    void carryOut(const RunControl &what, DebugAction action) const;
-    [[nodiscard]] bool carryOutTogether(const RunControl &what) const;
-    void step(const char *name, Step step);
-
-    void showNextStatement();
-    [[nodiscard]] bool goToLocation();
-    [[nodiscard]] bool openSource(const QString &file);
-    void closeOrphanedDisassemblies();
+    void enterState(ActivityState next);
+    void currentProjectChanged();
+    void forgetEnvironments(const std::vector<InterfacePtr<IExecutionEnvironment>> &alive);
     void reactToBreakpoint(IExecutionEnvironment::ProgramStatus status, IExecutionEnvironment *environment);
     void switchProject(IExecutionEnvironment *environment);
-    [[nodiscard]] Project *projectOfDocument(const QString &file) const;
 
-    [[nodiscard]] bool isDebugging() const;
-    [[nodiscard]] QPointer<Project> currentProject() const; ///< Null if there is none.
-    [[nodiscard]] Environment currentEnvironment() const;   ///< Null if there is none.
-    [[nodiscard]] QList<QPointer<Project>> projects() const;
-    [[nodiscard]] std::vector<Environment> environments() const;
-    [[nodiscard]] QString currentFile() const; ///< The document in front, as the current environment names it.
-    void inform(const QString &text) const;
-
-    DebugControlHost &m_host;
-    BuildControl &m_build;
-    DebugOptions m_options;
-    QMap<uint, StatusText> m_statusByEnvironment; ///< by environmentKey(), as the next one
-    QMap<uint, IExecutionEnvironment::ProgramStatus> m_programStatusByEnvironment;
+    Activity &m_activity;
+    WindowServices &m_window;
+    ProcessorReports m_reports;
+    Breakpoints m_breakpoints;
+    NextStatement m_nextStatement;
+    SessionStart m_session;
+    RunControl m_run;
 };

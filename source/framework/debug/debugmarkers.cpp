@@ -1,4 +1,5 @@
 #include "debugmarkers.h"
+#include "activity.h"
 #include "callplugin.h"
 #include "debugdecisions.h"
 #include "document.h"
@@ -92,6 +93,13 @@ QString debugPath(const Project &project, const QString &file)
     return isDisassemblyName(file) ? file : project.relativePath(file);
 }
 
+QString currentDebugPath(const Activity &activity, ViewManager &views)
+{
+    Document *document = views.currentDocument();
+    const Project *project = activity.currentProject();
+    return document && project ? debugPath(*project, document->filename()) : QString();
+}
+
 bool isForeignDisassembly(const QString &file, const IExecutionEnvironment *environment)
 {
     const uint key = keyOfDisassembly(file);
@@ -124,14 +132,14 @@ void clearExecutionMarker(const ViewManager &views)
         view.markers()->clearMarkers(IViewWithMarkers::CurrentLineMarker);
 }
 
-void refreshBreakpointMarkers(const ProjectWorkspace &workspace, const ViewManager &views)
+void refreshBreakpointMarkers(const Activity &activity, const ViewManager &views)
 {
     Marks marks;
-    for (int i = 0; i < workspace.count(); ++i) {
-        if (i != workspace.currentProjectIndex())
-            addMarks(marks, *workspace.project(i), true);
+    for (const QPointer<Project> &project : activity.projects()) {
+        if (project && project != activity.currentProject())
+            addMarks(marks, *project, true);
     }
-    if (const Project *current = workspace.currentProject())
+    if (const Project *current = activity.currentProject())
         addMarks(marks, *current, false);
     for (const MarkedView &view : markedViews(views)) {
         view.markers()->clearMarkers(IViewWithMarkers::BreakpointMarkers);
@@ -143,13 +151,13 @@ void refreshBreakpointMarkers(const ProjectWorkspace &workspace, const ViewManag
     }
 }
 
-QString breakpointToolTip(const ProjectWorkspace &workspace, const QString &file, int line)
+QString breakpointToolTip(const Activity &activity, const QString &file, int line)
 {
-    if (workspace.count() < 2)
+    if (activity.projects().size() < 2)
         return {};
-    QList<Project *> projects = workspace.projectsContainingFile(file);
+    QList<Project *> projects = activity.workspace()->projectsContainingFile(file);
     if (projects.isEmpty())
-        projects = {workspace.currentProject()};
+        projects = {activity.currentProject()};
     QList<ProjectBreakpoint> found;
     for (const Project *project : std::as_const(projects)) {
         for (const BreakpointRecord &record : breakpointsOf(*project)) {

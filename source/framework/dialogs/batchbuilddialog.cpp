@@ -53,7 +53,7 @@ void BatchBuildDialog::clean()
     start("IBuildEnvironment::clean", [this] { m_buildEnvironment->clean(tickedConfigurations()); });
 }
 
-/// Work that could not be started would never be told to have finished, so it does not accept the dialog.
+/// Does not accept the dialog if the build could not be started, because then no end would be reported.
 void BatchBuildDialog::start(const char *operation, const std::function<void()> &work)
 {
     if (m_buildEnvironment && runPlugin(operation, work))

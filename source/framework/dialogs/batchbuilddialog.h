@@ -9,8 +9,8 @@ namespace Ui {
 class BatchBuildDialogBase;
 }
 
-/// Asks for configurations of a project and starts their build, rebuild or clean. It is accepted once the work has been
-/// started, and in no other way.
+/// Asks for configurations of a project and starts their build, rebuild or clean. It is accepted only when that was
+/// started.
 class BatchBuildDialog : public QDialog
 {
     Q_OBJECT
@@ -19,7 +19,7 @@ public:
     BatchBuildDialog(const Project *project, IBuildEnvironment *buildEnvironment, QWidget *parent, const QString &name);
     ~BatchBuildDialog() override;
 
-    [[nodiscard]] QStringList tickedConfigurations() const; ///< In the order of the list.
+    [[nodiscard]] QStringList tickedConfigurations() const; ///< in the order of the list
 
 public Q_SLOTS:
     void build();

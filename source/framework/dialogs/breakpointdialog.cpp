@@ -1,4 +1,5 @@
 #include "breakpointdialog.h"
+#include "activity.h"
 #include "breakpointtext.h"
 #include "callplugin.h"
 #include "iexecutionenvironment.h"
@@ -14,7 +15,7 @@
 
 using namespace Qt::StringLiterals;
 
-/// One breakpoint, or one to be.
+/// An existing or a new breakpoint.
 class BreakpointItem : public ListViewItem
 {
 public:
@@ -60,10 +61,10 @@ void clearOld(const BreakpointItem *item)
 }
 } // namespace
 
-BreakpointDialog::BreakpointDialog(ProjectWorkspace *workspace, QWidget *parent, const QString &name)
-    : QDialog(parent), m_ui(std::make_unique<Ui::BreakpointDialogBase>()), m_workspace(workspace)
+BreakpointDialog::BreakpointDialog(const Activity &activity, QWidget *parent, const QString &name)
+    : QDialog(parent), m_ui(std::make_unique<Ui::BreakpointDialogBase>()), m_activity(activity)
 {
-    VARNEL_ASSERT(workspace);
+    VARNEL_ASSERT_TEXT(activity.workspace(), "workspace");
     m_ui->setupUi(this);
     setObjectName(name);
     fill();
@@ -73,6 +74,7 @@ BreakpointDialog::BreakpointDialog(ProjectWorkspace *workspace, QWidget *parent,
     connect(m_ui->CancelButton, &QPushButton::clicked, this, &BreakpointDialog::reject);
     connect(m_ui->ClearButton, &QPushButton::clicked, this, &BreakpointDialog::clearBreakpoint);
     connect(m_ui->ClearAllButton, &QPushButton::clicked, this, &BreakpointDialog::clearAll);
+    connect(&activity, &Activity::workspaceClosing, this, &BreakpointDialog::reject);
     m_ui->BreakpointList->installEventFilter(this);
 }
 
@@ -81,25 +83,26 @@ BreakpointDialog::~BreakpointDialog() = default;
 void BreakpointDialog::fill()
 {
     ListView *list = m_ui->BreakpointList;
-    const int count = m_workspace ? m_workspace->count() : 0;
-    list->setHeaderLabels(QStringList(count > 1 ? 2 : 1, tr("Breakpoint")));
+    const QList<QPointer<Project>> projects = m_activity.projects();
+    const bool several = projects.size() > 1;
+    list->setHeaderLabels(QStringList(several ? 2 : 1, tr("Breakpoint")));
     list->header()->hide();
     list->setItemMargin(1);
     m_last = new ProjectTreeItem(list, nullptr, tr("Add new breakpoint here"), nullptr, nullptr, 0, false);
     m_last->setItalic(true);
-    for (int i = 0; i < count; ++i)
-        fill(m_workspace->project(i));
-    if (count > 1)
+    for (const QPointer<Project> &project : projects)
+        fill(project);
+    if (several)
         layOutColumns();
     list->setCurrentItem(m_last);
     currentItemChanged();
 }
 
-/// Long places do not squeeze away the names of the projects behind them.
+/// Gives the column of project names enough width, however long the places are.
 void BreakpointDialog::layOutColumns()
 {
     QTreeWidget *list = m_ui->BreakpointList;
-    const QAbstractItemView *view = list; // where the hint is public
+    const QAbstractItemView *view = list; // the class in which sizeHintForColumn() is public
     list->setColumnWidth(1, std::max(100, view->sizeHintForColumn(1)));
     list->header()->setSectionResizeMode(0, QHeaderView::ResizeToContents);
 }
@@ -114,12 +117,12 @@ void BreakpointDialog::fill(Project *project)
         if (record.locations.isEmpty())
             continue;
         BreakpointItem *item = addItem(breakpointText(record.locations.first()), project, record);
-        if (m_workspace->count() > 1)
+        if (m_activity.projects().size() > 1)
             item->setText(1, u'[' + nameOf(project) + u']');
     }
 }
 
-/// Above the last row.
+/// Inserts it above the last row.
 BreakpointItem *BreakpointDialog::addItem(const QString &text, Project *project, const BreakpointRecord &record)
 {
     ListView *list = m_ui->BreakpointList;
@@ -152,7 +155,7 @@ void BreakpointDialog::textChanged()
     BreakpointItem *item = currentBreakpoint();
     if (!item) {
         item = addItem({}, nullptr, {{}, BreakpointEnabled});
-        const QSignalBlocker blocker(m_ui->BreakpointList); // the text in the edit is the newer one
+        const QSignalBlocker blocker(m_ui->BreakpointList); // the text in the edit is newer
         m_ui->BreakpointList->setCurrentItem(item);
         updateButtons();
     }
@@ -188,7 +191,7 @@ void BreakpointDialog::remove(BreakpointItem *item)
 {
     m_ui->BreakpointList->takeItem(item);
     m_removed.emplace_back(item);
-    currentItemChanged(); // the list has told of the new current row while the old one still stood in it
+    currentItemChanged(); // the list emitted the signal while the old row was still in it
 }
 
 void BreakpointDialog::accept()
@@ -222,19 +225,19 @@ bool BreakpointDialog::apply(const BreakpointItem *item)
         return false;
     const int state = item->checkState(0) == Qt::Checked ? BreakpointEnabled : BreakpointDisabled;
     const bool isSet = setBreakpoint(breakpoints.get(), place->location, state);
-    breakpoints.reset(); // nothing of the plug-in is held while the user reads
+    breakpoints.reset(); // hold no reference of the plug-in while the message is open
     if (!isSet)
         showInformation(this, tr("The breakpoint could not be set."));
     return isSet;
 }
 
-/// Who has the breakpoint; null if nobody. Makes the file of @p place absolute.
+/// The interface for the breakpoint; null if there is none. Makes the file of @p place absolute.
 InterfacePtr<IBreakpoints> BreakpointDialog::resolve(BreakpointPlace &place, const BreakpointItem *item)
 {
     Project *project = item->project();
     if (place.isAddress) {
         const bool own = project && project->executionInterface();
-        return breakpointsOf(own || !m_workspace ? project : m_workspace->currentProject());
+        return breakpointsOf(own ? project : m_activity.currentProject());
     }
     if (!project)
         project = projectFor(place.location.file);
@@ -245,16 +248,17 @@ InterfacePtr<IBreakpoints> BreakpointDialog::resolve(BreakpointPlace &place, con
     return breakpointsOf(project);
 }
 
-/// For a file of a new breakpoint; null, and the user knows, if it is in no project.
+/// The project for the file of a new breakpoint; null, after a message, if no project contains it.
 Project *BreakpointDialog::projectFor(const QString &file)
 {
-    const QList<Project *> projects = m_workspace ? m_workspace->projectsContainingFile(file) : QList<Project *>();
+    const QList<Project *> projects =
+        m_activity.workspace() ? m_activity.workspace()->projectsContainingFile(file) : QList<Project *>();
     if (projects.isEmpty())
         showInformation(this, tr("Breakpoints cannot be set in file:\n\n'%1'.").arg(file));
     if (projects.size() < 2)
         return projects.value(0);
     showInformation(this, tr("The file you have specified is included in more than one project.\n\n%1\n\nThe "
                              "breakpoint will be set in the currently active project (%2)")
-                              .arg(file, nameOf(m_workspace->currentProject())));
-    return m_workspace ? m_workspace->currentProject() : nullptr;
+                              .arg(file, nameOf(m_activity.currentProject())));
+    return m_activity.currentProject();
 }

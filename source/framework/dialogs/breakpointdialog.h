@@ -4,28 +4,28 @@
 #include <QDialog>
 #include <QPointer>
 #include <vector>
+class Activity;
 class BreakpointItem;
 class ListViewItem;
 class Project;
 class ProjectTreeItem;
-class ProjectWorkspace;
 struct BreakpointPlace;
 namespace Ui {
 class BreakpointDialogBase;
 }
 
-/// Lists the breakpoints of all projects, to be changed, added and cleared. The environments hear of it when the dialog
-/// is accepted: each breakpoint is cleared and set anew, also one that is the same as before.
+/// Lists the breakpoints of all projects, to be changed, added and removed. The environments are changed when the
+/// dialog is accepted: each breakpoint is cleared and set again, also if it is unchanged.
 class BreakpointDialog : public QDialog
 {
     Q_OBJECT
 public:
-    /// @p workspace must not be null.
-    BreakpointDialog(ProjectWorkspace *workspace, QWidget *parent, const QString &name);
+    /// @p activity must have an open workspace. The dialog is rejected when that closes.
+    BreakpointDialog(const Activity &activity, QWidget *parent, const QString &name);
     ~BreakpointDialog() override;
 
 public Q_SLOTS:
-    /// Stays open at the first breakpoint that cannot be set. What was done until then stays done.
+    /// Stays open at the first breakpoint that cannot be set. Breakpoints before it stay set.
     void accept() override;
     void clearBreakpoint();
     void clearAll();
@@ -48,7 +48,7 @@ private:
     [[nodiscard]] Project *projectFor(const QString &file);
 
     const std::unique_ptr<Ui::BreakpointDialogBase> m_ui;
-    const QPointer<ProjectWorkspace> m_workspace;
-    ProjectTreeItem *m_last = nullptr;                      ///< the row that stands for a new breakpoint
-    std::vector<std::unique_ptr<BreakpointItem>> m_removed; ///< their breakpoints still stand
+    const Activity &m_activity;
+    ProjectTreeItem *m_last = nullptr;                      ///< the row for a new breakpoint
+    std::vector<std::unique_ptr<BreakpointItem>> m_removed; ///< their breakpoints are still set
 };

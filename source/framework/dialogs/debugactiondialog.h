@@ -5,14 +5,14 @@ namespace Ui {
 class DebugActionDialogBase;
 }
 
-/// Asks which of two things to do. It is accepted by a choice, and in no other way.
+/// Asks which of two actions to take. It is accepted only by a choice.
 class DebugActionDialog : public QDialog
 {
     Q_OBJECT
 public:
     enum Choice { First = 0, Second = 1, None = 3 };
 
-    /// @p items are the texts of the two choices; more are not shown.
+    /// @p items are the texts of the two choices; further ones are not shown.
     DebugActionDialog(const QString &question, const QStringList &items, QWidget *parent);
     ~DebugActionDialog() override;
 

@@ -7,7 +7,7 @@ namespace Ui {
 class EditConfigurationsDialogBase;
 }
 
-/// Renames and removes configurations of a project. Each change is made at once and cannot be taken back.
+/// Renames and removes configurations of a project. Changes take effect at once and cannot be undone.
 class EditConfigurationsDialog : public QDialog
 {
     Q_OBJECT

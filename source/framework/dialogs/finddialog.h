@@ -5,7 +5,7 @@ namespace Ui {
 class FindDialogBase;
 }
 
-/// Asks what to find in the current view. It stays open from match to match and does not search by itself.
+/// Asks what to find in the current view. It stays open during the search, which the receiver of find() performs.
 class FindDialog : public QDialog
 {
     Q_OBJECT
@@ -14,7 +14,7 @@ public:
     ~FindDialog() override;
 
     void setFindText(const QString &text);
-    /// Shows the dialog, ready to type the text, until the user closes it. One that is open already comes to the top.
+    /// Shows the dialog with the focus in the text until the user closes it. If it is open, brings it to the front.
     void run();
 
 public Q_SLOTS:

@@ -8,7 +8,7 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-constexpr int HistoryLength = 11; ///< entries of a box that are kept besides the current text
+constexpr int HistoryLength = 11; ///< number of entries of a box besides the current text
 
 /// Null if the user cancels.
 QString askForDirectory(QWidget *parent, const QString &directory)

@@ -7,12 +7,12 @@ namespace Ui {
 class FindInFilesDialogBase;
 }
 
-/// Asks what to find in which files, beginning with the answers of the last time.
+/// Asks what to find in which files, with the last answers as defaults.
 class FindInFilesDialog : public QDialog
 {
     Q_OBJECT
 public:
-    /// Answers are kept in the group "/FindInFiles" of @p settings, which outlive the dialog.
+    /// Answers are stored in the group "/FindInFiles" of @p settings, which must outlive the dialog.
     FindInFilesDialog(QSettings *settings, QWidget *parent, const QString &name);
     ~FindInFilesDialog() override;
 

@@ -6,7 +6,7 @@ HistoryCombo::HistoryCombo(QWidget *parent) : QComboBox(parent)
 {
     setEditable(true);
     setInsertPolicy(NoInsert);
-    setCompleter(nullptr); // it would look for text that nobody has typed
+    setCompleter(nullptr); // it would complete to texts that the user has not typed
     setSizeAdjustPolicy(AdjustToMinimumContentsLengthWithIcon);
     setMinimumContentsLength(24);
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);

@@ -1,17 +1,17 @@
 #pragma once
 #include <QComboBox>
 
-/// A line to type into, with the texts that were used before.
+/// A line edit with a list of the texts that were used before.
 class HistoryCombo : public QComboBox
 {
     Q_OBJECT
 public:
     explicit HistoryCombo(QWidget *parent = nullptr);
 
-    /// Puts @p text on top of the list, unless it is empty or the list has it already, compared exactly.
+    /// Adds @p text at the top of the list, unless it is empty or in the list already (exact comparison).
     void remember(const QString &text);
-    /// Takes the focus, with the line selected, so that typing replaces it.
+    /// Sets the focus and selects the text, so that typing replaces it.
     void takeFocus();
-    /// Alt and @p key take the focus here.
+    /// Alt and @p key set the focus here.
     void setAccelerator(Qt::Key key);
 };

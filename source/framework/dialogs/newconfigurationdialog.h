@@ -6,7 +6,7 @@ namespace Ui {
 class NewConfigurationDialogBase;
 }
 
-/// Asks for the name of a new configuration and for the one whose values it starts with, and adds it.
+/// Asks for the name of a new configuration and for the configuration whose values are copied, and adds it.
 class NewConfigurationDialog : public QDialog
 {
     Q_OBJECT

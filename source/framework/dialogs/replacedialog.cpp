@@ -86,7 +86,7 @@ void ReplaceDialog::replaceAll()
     rememberTexts();
 }
 
-/// In a selection only everything can be replaced.
+/// In a selection, only "Replace All" is possible.
 void ReplaceDialog::selectionClicked()
 {
     const bool inSelection = m_ui->SelectionRadio->isChecked();

@@ -7,7 +7,7 @@ namespace Ui {
 class ReplaceDialogBase;
 }
 
-/// Asks what to replace in a text view, and replaces it. Without a view, or when it is gone, nothing happens.
+/// Asks what to replace in a text view, and replaces it. Does nothing without a view.
 class ReplaceDialog : public QDialog
 {
     Q_OBJECT
@@ -17,9 +17,9 @@ public:
 
     void setView(TextView *view);
     void setFindText(const QString &text);
-    /// With a selection in the view, the selection becomes what is replaced in; else it cannot be chosen.
+    /// Whether the view has a selection. If so, replacement is limited to it at first; otherwise that cannot be chosen.
     void setHasSelection(bool hasSelection);
-    /// Shows the dialog, ready to type the text, until the user closes it. One that is open already comes to the top.
+    /// Shows the dialog with the focus in the text until the user closes it. If it is open, brings it to the front.
     void run();
 
 public Q_SLOTS:

@@ -21,7 +21,7 @@ bool LookupPattern::set(const QString &pattern, bool greedy)
     QString expression = pattern;
     expression.replace("(line)"_L1, R"((\d+))"_L1).replace("(file)"_L1, "(.+)"_L1);
     if (!greedy && (pattern.endsWith("(line)"_L1) || pattern.endsWith("(file)"_L1)))
-        expression.insert(expression.size() - 1, u'?'); // inverted: at the very end the shortest is one character
+        expression.insert(expression.size() - 1, u'?'); // inverted: at the very end a match is one character at least
     setExpression(expression, greedy);
     return true;
 }

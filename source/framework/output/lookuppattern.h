@@ -3,7 +3,7 @@
 #include <QRegularExpression>
 #include <QString>
 
-/// A place in a source file that a line of output tells of; lines count from 1.
+/// A place in a source file that a line of output contains; lines count from 1.
 struct LookupPlace
 {
     QString file;
@@ -12,17 +12,18 @@ struct LookupPlace
     bool operator==(const LookupPlace &) const = default;
 };
 
-/// How a line of output names a place: a regular expression in which "(file)" and "(line)" stand for its two parts.
+/// The form of a place in a line of output: a regular expression in which "(file)" and "(line)" represent its two
+/// parts.
 class LookupPattern
 {
 public:
     /// Finds "file(line)".
     LookupPattern();
-    /// Takes @p pattern, in which "(file)" and "(line)" must each stand exactly once and ahead of any other capturing
-    /// bracket. Otherwise returns false, and "file(line)" is found again. Unless @p greedy, all parts are as short as
-    /// can be, except for a field at the very end. A regular expression with an error is taken, and finds nothing.
+    /// Sets @p pattern, in which "(file)" and "(line)" must each occur exactly once, before any other capturing
+    /// bracket. Otherwise returns false, and sets the default "file(line)". Unless @p greedy, all parts match as little
+    /// as possible, except a field at the very end. A regular expression with an error is accepted and never matches.
     bool set(const QString &pattern, bool greedy);
-    /// The place told at the beginning of @p text, nothing if there is none. A line number too large reads as 0.
+    /// The place at the start of @p text, nothing if there is none. A line number that is too large is read as 0.
     [[nodiscard]] std::optional<LookupPlace> find(const QString &text) const;
 
 private:

@@ -5,9 +5,9 @@
 #include <QTextBlock>
 
 namespace {
-constexpr int BatchMilliseconds = 16; // about one picture of a usual screen
+constexpr int BatchMilliseconds = 16; // about one frame of a usual screen
 
-/// The state of a last paragraph whose "\n" has been output but is not shown before something follows.
+/// State of a last paragraph whose "\n" was output, but is shown only when more text follows.
 constexpr int LineEndHeldBack = 1;
 
 bool isNavigationKey(int key)
@@ -38,7 +38,7 @@ QString withoutLineEnd(const QString &text)
     return text.chopped(text.endsWith(QLatin1String("\r\n")) ? 2 : 1);
 }
 
-/// A relative move would look through the last line for its direction, and a line may be long.
+/// A relative move would determine the text direction of the last line, which is slow for a long line.
 QTextCursor endOfText(QTextDocument &document)
 {
     QTextCursor cursor(&document);
@@ -96,7 +96,7 @@ void OutputPage::insertAtEnd(const QString &text)
     if (heldBack && !emptyLine)
         cursor.insertBlock();
     cursor.insertText(text);
-    if (heldBack && emptyLine) // it shows the line end held back, and now its own is
+    if (heldBack && emptyLine) // this line end was held back, and now the next one is
         cursor.block().setUserState(LineEndHeldBack);
 }
 
@@ -104,7 +104,7 @@ void OutputPage::moveCursorToEnd()
 {
     m_followCursor = true;
     if (textCursor().atEnd() && !textCursor().hasSelection())
-        return; // it moves along by itself
+        return; // it follows by itself
     closeBatch();
     setTextCursor(endOfText(*document()));
     openBatch();
@@ -117,8 +117,8 @@ void OutputPage::clear()
     QPlainTextEdit::clear();
 }
 
-// An edit block holds back what the document tells its layout and its view, so 100,000 lines cost them one walk. Text
-// and paragraphs are up to date all the time. The block ends with the timer, or before anything may look at the layout.
+// In an edit block the document notifies its layout and view only once, also for 100,000 lines. Text and paragraphs are
+// always up to date. The block ends with the timer, or before any access to the layout.
 
 void OutputPage::openBatch()
 {
@@ -137,9 +137,9 @@ void OutputPage::closeBatch()
     m_batch.stop();
     const bool followEnd = m_followEnd;
     const bool followCursor = m_followCursor;
-    QTextCursor(document()).endEditBlock(); // tells observers, who may write on
+    QTextCursor(document()).endEditBlock(); // notifies observers, which may write more output
     if (followCursor)
-        ensureCursorVisible(); // for a long line, which may end beside the view
+        ensureCursorVisible(); // a long line may end outside the view
     if (followEnd || followCursor)
         scrollToEnd();
 }
@@ -210,7 +210,7 @@ void OutputPage::doLookup()
     closeBatch();
     QTextCursor cursor(document()->findBlockByNumber(m_currentLine));
     cursor.movePosition(QTextCursor::EndOfBlock);
-    cursor.movePosition(QTextCursor::StartOfBlock, QTextCursor::KeepAnchor); // so that the start of a long line is seen
+    cursor.movePosition(QTextCursor::StartOfBlock, QTextCursor::KeepAnchor); // shows the start of a long line
     setTextCursor(cursor);
     Q_EMIT lookupSource(file, line);
 }
@@ -229,7 +229,7 @@ void OutputPage::mousePressEvent(QMouseEvent *event)
 {
     const QTextCursor pressed = cursorForPosition(event->position().toPoint());
     const bool right = event->button() == Qt::RightButton;
-    if (right && !textCursor().hasSelection()) // a selection stays, or there would be nothing to copy
+    if (right && !textCursor().hasSelection()) // keep a selection, so that it can be copied
         setTextCursor(pressed);
     QPlainTextEdit::mousePressEvent(event);
     m_currentLine = right ? pressed.blockNumber() : textCursor().blockNumber();

@@ -4,29 +4,29 @@
 #include <QPlainTextEdit>
 class QMenu;
 
-/// A page of the output window: read-only text that grows at its end, and whose lines may lead to a source line.
+/// A page of the output window: read-only text that grows at its end, with lines that may refer to source lines.
 ///
-/// Text is in the document at once, but what arrives faster than a screen shows it is laid out in one go.
+/// Text is added to the document at once, but text that arrives faster than it can be shown is laid out in one step.
 class OutputPage : public QPlainTextEdit
 {
     Q_OBJECT
 public:
     explicit OutputPage(QWidget *parent = nullptr);
 
-    /// How lines name a source line; see LookupPattern::set().
+    /// The form of places in lines; see LookupPattern::set().
     bool setLookupPattern(const QString &pattern, bool greedy);
-    /// The place that the current line names; if there is none, returns false and leaves both as they are.
+    /// The place in the current line; if there is none, returns false and does not change the arguments.
     bool lookup(QString &file, int &line) const;
-    /// The context menu as it stands now, for the caller to delete.
+    /// The current context menu, owned by the caller.
     [[nodiscard]] QMenu *createPopupMenu();
 
 public Q_SLOTS:
-    /// Adds text at the end. A whole line, one that ends in "\n", becomes a paragraph of its own, and its line end
-    /// shows only when something follows; what does not end in "\n" is a piece of a line that goes on.
+    /// Adds text at the end. A whole line, which ends in "\n", becomes a new paragraph, and its line end is shown only
+    /// when more text follows; text without "\n" at its end is continued by the next text.
     void outputLine(const QString &text);
-    /// Makes the next paragraph the current line, after the last one the first, and looks it up.
+    /// Makes the next paragraph (after the last one the first) the current line, and looks it up.
     void lookupNextLine();
-    /// Selects the current line and emits lookupSource(), if the line names a place.
+    /// Selects the current line and emits lookupSource() if the line contains a place.
     void doLookup();
     void clear();
 
@@ -53,8 +53,8 @@ private:
 
     LookupPattern m_lookup;
     bool m_lineOpen = false;     ///< the last output did not end in "\n"
-    int m_currentLine = 0;       ///< number of the paragraph to look up; may be beyond the end after clear()
-    QBasicTimer m_batch;         ///< runs while the document gathers text in one edit block
-    bool m_followEnd = false;    ///< the batch began with the end in view
+    int m_currentLine = 0;       ///< index of the paragraph to look up; may be beyond the end after clear()
+    QBasicTimer m_batch;         ///< runs while text is collected in one edit block
+    bool m_followEnd = false;    ///< the end was visible when the batch started
     bool m_followCursor = false; ///< the batch moved the cursor to the end
 };

@@ -38,7 +38,7 @@ OutputWindow::OutputWindow(QWidget *parent, const QPixmap &artwork)
 {
     setMinimumSize(200, 100);
     createLayout(artwork);
-    for (const QString &name : {u"Build"_s, u"Debug"_s, u"Find In Files"_s}) // plug-ins write to them by these names
+    for (const QString &name : {u"Build"_s, u"Debug"_s, u"Find In Files"_s}) // plug-ins refer to them by these names
         addPage(name);
     setLookupPattern(uR"((file)\((line)\))"_s, false);
 }

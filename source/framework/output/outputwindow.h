@@ -11,24 +11,24 @@ class PythonInterpreter;
 class QTabWidget;
 struct ScriptDirectories;
 
-/// The docked window with what the system has to say: pages of output, and the Python console as one more tab.
+/// The dock window for messages: pages of output, and the Python console in another tab.
 ///
-/// Pages have numbers in the order in which they were made, and captions; the console has no number.
+/// Pages have numbers in the order of creation, and captions; the console has no number.
 class OutputWindow : public QWidget
 {
     Q_OBJECT
 public:
-    enum Page : uint { Build, Debug, FindInFiles }; ///< the pages that are always there
+    enum Page : uint { Build, Debug, FindInFiles }; ///< these pages always exist
 
-    /// @p artwork stands beside the pages, if there is any.
+    /// @p artwork is shown beside the pages, if it is not null.
     explicit OutputWindow(QWidget *parent = nullptr, const QPixmap &artwork = {});
     ~OutputWindow() override;
 
-    /// Makes the Python console, runs "startup.py" of @p scripts in it and adds its tab behind those there are. Called
-    /// once, when Python runs; the start-up script may already write to the pages.
+    /// Creates the Python console, runs "startup.py" of @p scripts in it and appends its tab. Called once, when Python
+    /// runs; the start-up script may already write to the pages.
     void startConsole(const ScriptDirectories &scripts);
-    /// Runs a file in the console's interpreter. False if it raised an exception, or if there is no console; a file
-    /// that cannot be opened is told of in the console and counts as good.
+    /// Runs a file in the console's interpreter. False if it raised an exception, or if there is no console; for a file
+    /// that cannot be opened, the console shows a message and the result is true.
     bool runScript(const QString &path);
 
     void addPage(const QString &name);
@@ -37,7 +37,7 @@ public:
     /// Deletes the pages with numbers above @p pageNum.
     void removePagesAfter(uint pageNum);
 
-    /// How lines of the build page name a source line; see LookupPattern::set(). Other pages keep their own way.
+    /// The form of places in lines of the build page; see LookupPattern::set(). Other pages are not changed.
     bool setLookupPattern(const QString &pattern, bool greedy);
 
     void setFont(const QFont &font);
@@ -48,9 +48,9 @@ public Q_SLOTS:
     void displayPage(uint pageNum);
     void clearPage(uint pageNum);
     void outputLine(uint pageNum, const QString &text);
-    /// What is serious beeps and brings its page forward.
+    /// If @p serious is true, beeps and shows the page.
     void outputLine(uint pageNum, const QString &text, bool serious);
-    /// Writes on the first page with that caption; if there is none, on a new one.
+    /// Writes to the first page with that caption; if there is none, to a new one.
     void outputLine(const QString &name, const QString &text);
     void outputLine(const QString &name, const QString &text, bool serious);
     void lookupNextLine();

@@ -1,10 +1,10 @@
 #include "extensioncommands.h"
+#include "activity.h"
 #include "callplugin.h"
 #include "ibuildenvironment.h"
 #include "iexecutionenvironment.h"
 #include "iextensioncommands.h"
 #include "project.h"
-#include "projectworkspace.h"
 #include "varnelassert.h"
 #include <QPointer>
 
@@ -39,19 +39,19 @@ QList<MenuEntry> buildExtensionEntries(const Project *project)
     return entries;
 }
 
-QList<QList<MenuEntry>> debugExtensionEntries(const ProjectWorkspace *workspace)
+QList<QList<MenuEntry>> debugExtensionEntries(const Activity &activity)
 {
     QList<QList<MenuEntry>> groups;
-    for (int i = 0; workspace && i < workspace->count(); ++i) {
-        const Project *project = workspace->project(i);
-        const auto interface = queryInterface<IExtensionCommands>(project->executionInterface());
+    const QList<QPointer<Project>> projects = activity.projects();
+    for (const QPointer<Project> &project : projects) {
+        const auto interface = queryInterface<IExtensionCommands>(project ? project->executionInterface() : nullptr);
         if (!interface)
             continue;
+        const QString name = project->name();
         QList<MenuEntry> group;
         const QList<ExtensionCommand> commands = commandsOf(interface.get());
         for (const ExtensionCommand &command : commands)
-            group.append(
-                entryOf(command, DynamicMenus::commandText(command.text, project->name(), workspace->count())));
+            group.append(entryOf(command, DynamicMenus::commandText(command.text, name, int(projects.size()))));
         groups.append(group);
     }
     return groups;
@@ -59,20 +59,19 @@ QList<QList<MenuEntry>> debugExtensionEntries(const ProjectWorkspace *workspace)
 
 void executeBuildExtension(const Project *project, int index)
 {
-    const auto commandsIFace = queryInterface<IExtensionCommands>(project ? project->buildInterface() : nullptr);
-    VARNEL_ASSERT(commandsIFace);
-    if (!commandsIFace)
+    const auto interface = queryInterface<IExtensionCommands>(project ? project->buildInterface() : nullptr);
+    VARNEL_ASSERT_TEXT(interface, "commandsIFace");
+    if (!interface)
         return;
-    const QList<ExtensionCommand> commands = commandsOf(commandsIFace.get());
-    if (index < commands.size())
-        execute(commandsIFace.get(), commands[index]);
+    const QList<ExtensionCommand> commands = commandsOf(interface.get());
+    if (index >= 0 && index < commands.size())
+        execute(interface.get(), commands[index]);
 }
 
-void executeDebugExtension(const ProjectWorkspace *workspace, int index)
+void executeDebugExtension(const Activity &activity, int index)
 {
-    const QPointer<const ProjectWorkspace> alive(workspace); // a command may close it
-    for (int i = 0; alive && i < alive->count(); ++i) {
-        const auto interface = queryInterface<IExtensionCommands>(alive->project(i)->executionInterface());
+    for (const QPointer<Project> &project : activity.projects()) { // a command may close the workspace
+        const auto interface = queryInterface<IExtensionCommands>(project ? project->executionInterface() : nullptr);
         if (!interface)
             continue;
         const QList<ExtensionCommand> commands = commandsOf(interface.get());

@@ -1,13 +1,13 @@
 #include "iqueryplugininterfaceimpl.h"
+#include "activity.h"
 #include "callplugin.h"
 #include "ibuildenvironment.h"
 #include "iexecutionenvironment.h"
 #include "project.h"
-#include "projectworkspace.h"
 #include "varnelassert.h"
 
-IQueryPluginInterfaceImpl::IQueryPluginInterfaceImpl(ProjectWorkspace *workspace, Project *selfProject)
-    : InterfaceObject(0), m_workspace(workspace), m_selfProject(selfProject)
+IQueryPluginInterfaceImpl::IQueryPluginInterfaceImpl(const Activity *activity, Project *selfProject)
+    : InterfaceObject(0), m_activity(activity), m_selfProject(selfProject)
 {
     VARNEL_ASSERT(selfProject);
 }
@@ -41,8 +41,9 @@ int IQueryPluginInterfaceImpl::interfaceCount(const QUuid &id)
 QList<QUnknownInterface *> IQueryPluginInterfaceImpl::offers(const QUuid &id) const
 {
     QList<QUnknownInterface *> environments;
-    for (int i = 0; m_workspace && i < m_workspace->count(); ++i) {
-        const Project *project = m_workspace->project(i);
+    const QList<QPointer<Project>> projects =
+        m_activity && m_selfProject ? m_activity->projects() : decltype(projects)();
+    for (const QPointer<Project> &project : projects) {
         if (project != m_selfProject)
             environments << project->buildInterface() << project->executionInterface();
     }

@@ -2,16 +2,16 @@
 #include "interfaceobject.h"
 #include "iqueryplugininterface.h"
 #include <QPointer>
+class Activity;
 class Project;
-class ProjectWorkspace;
 
-/// One project's reach into the environments of the others. Begins without a reference. When the workspace has gone it
-/// finds nothing.
+/// Gives one project access to the environments of the others in its workspace. Begins without a reference. When the
+/// project is gone it finds nothing.
 class IQueryPluginInterfaceImpl : public InterfaceObject<IQueryPluginInterface>
 {
 public:
-    /// @p selfProject is the one that asks; it must not be null.
-    IQueryPluginInterfaceImpl(ProjectWorkspace *workspace, Project *selfProject);
+    /// @p selfProject, which must not be null, is the one that asks.
+    IQueryPluginInterfaceImpl(const Activity *activity, Project *selfProject);
     ~IQueryPluginInterfaceImpl() override;
 
     using InterfaceObject::queryInterface;
@@ -21,6 +21,6 @@ public:
 private:
     [[nodiscard]] QList<QUnknownInterface *> offers(const QUuid &id) const;
 
-    const QPointer<ProjectWorkspace> m_workspace;
+    const QPointer<const Activity> m_activity;
     const QPointer<Project> m_selfProject;
 };

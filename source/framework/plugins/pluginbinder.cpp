@@ -1,5 +1,7 @@
 #include "pluginbinder.h"
+#include "activity.h"
 #include "callplugin.h"
+#include "dockwindow.h"
 #include "handout.h"
 #include "ibuildenvironment.h"
 #include "ibuildeventsimpl.h"
@@ -11,18 +13,22 @@
 #include "messages.h"
 #include "outputpage.h"
 #include "outputwindow.h"
-#include "pluginbinderhost.h"
 #include "pluginfactory.h"
 #include "project.h"
-#include "projectworkspace.h"
 #include "varnelassert.h"
+#include "windowservices.h"
 #include <algorithm>
 #include <QAction>
-#include <QDockWidget>
 
 using namespace Qt::StringLiterals;
 
-PluginBinder::PluginBinder(PluginBinderHost &host, QObject *parent) : QObject(parent), m_host(host) {}
+PluginBinder::PluginBinder(const Activity &activity, WindowServices &window, QObject *parent)
+    : QObject(parent), m_activity(activity), m_window(window)
+{
+    connect(&activity, &Activity::projectLoaded, this, &PluginBinder::bindProjectPlugins);
+    connect(&activity, &Activity::projectsChanged, this, &PluginBinder::notifyWorkspaceChanged);
+    connect(&activity, &Activity::workspaceClosed, this, &PluginBinder::deleteExtensionDocks);
+}
 
 PluginBinder::~PluginBinder()
 {
@@ -81,7 +87,7 @@ void PluginBinder::bindExecutionEnvironment(Project *project)
     if (!askPlugin("IExecutionEnvironment::initialise",
                    [&] { return environment->initialise(iproject.get(), events.get(), option); }))
         inform(tr("The debugger could not be initialised.\n\nPlease see Debug Output window for details."));
-    QAction *peripherals = m_host.action(u"debugTogglePeripheralWindow"_s);
+    QAction *peripherals = m_window.action(u"debugTogglePeripheralWindow"_s);
     if (peripherals && queryInterface<IPeripherals>(environment.get()))
         peripherals->setVisible(true);
     if (!alive)
@@ -96,7 +102,7 @@ void PluginBinder::bindExecutionEnvironment(Project *project)
 template <typename Environment>
 InterfacePtr<Environment> PluginBinder::create(const QString &feature, const QString &ifMissing)
 {
-    const InterfacePtr<IPluginObject> object(m_host.createPlugin(feature));
+    const InterfacePtr<IPluginObject> object(m_window.createPlugin(feature));
     if (!object) {
         inform(ifMissing);
         return nullptr;
@@ -109,7 +115,7 @@ InterfacePtr<IBuildEvents> PluginBinder::makeBuildEvents(const Project *project)
     auto *events = new IBuildEventsImpl;
     connect(events, &IBuildEventsImpl::sigBuildFinished, this, &PluginBinder::buildFinished);
     connect(events, &IBuildEventsImpl::sigXmlFeedback, this, &PluginBinder::xmlFeedback);
-    connect(events, &IBuildEventsImpl::sigFeedback, m_host.outputWindow()->page(OutputWindow::Build),
+    connect(events, &IBuildEventsImpl::sigFeedback, m_window.outputWindow()->page(OutputWindow::Build),
             &OutputPage::outputLine);
     // a plug-in object that outlives its project, because somebody else has a reference, has nothing more to say
     connect(project, &QObject::destroyed, events, [events] { events->disconnect(); });
@@ -120,7 +126,7 @@ InterfacePtr<IExecutionEvents> PluginBinder::makeExecutionEvents(const Project *
                                                                  IExecutionEnvironment *environment)
 {
     auto *events = new IExecutionEventsImpl(environment);
-    connect(events, &IExecutionEventsImpl::sigFeedback, m_host.outputWindow(),
+    connect(events, &IExecutionEventsImpl::sigFeedback, m_window.outputWindow(),
             qOverload<const QString &, const QString &, bool>(&OutputWindow::outputLine));
     connect(events, &IExecutionEventsImpl::sigProcessorStatusChanged, this, &PluginBinder::processorStatusChanged);
     connect(events, &IExecutionEventsImpl::sigProgramStatusChanged, this, &PluginBinder::programStatusChanged);
@@ -135,16 +141,14 @@ void PluginBinder::introduceWorkspace(QUnknownInterface *environment, Project *p
     const auto client = queryInterface<IWorkspaceClient>(environment);
     if (!client)
         return;
-    const auto query = shareInterface(new IQueryPluginInterfaceImpl(m_host.projectWorkspace(), project));
+    const auto query = shareInterface(new IQueryPluginInterfaceImpl(&m_activity, project));
     runPlugin("IWorkspaceClient::setQueryInterface", [&] { client->setQueryInterface(query.get()); });
 }
 
 void PluginBinder::notifyWorkspaceChanged() const
 {
-    const ProjectWorkspace *workspace = m_host.projectWorkspace();
     std::vector<InterfacePtr<IWorkspaceClient>> clients;
-    for (int i = 0; workspace && i < workspace->count(); ++i) {
-        const Project *project = workspace->project(i);
+    for (const QPointer<Project> &project : m_activity.projects()) {
         clients.push_back(queryInterface<IWorkspaceClient>(project->buildInterface()));
         clients.push_back(queryInterface<IWorkspaceClient>(project->executionInterface()));
     }
@@ -156,27 +160,25 @@ void PluginBinder::notifyWorkspaceChanged() const
 
 void PluginBinder::addPluginDockWindows(IDockExtension *iface, const Project *project)
 {
-    m_host.saveDockLayout();
+    m_window.saveDockLayout();
     const QList<QWidget *> widgets = askPlugin("IDockExtension::widgets", [&] { return iface->widgets(); });
     for (QWidget *widget : widgets)
         addDockWindow(widget, project);
     if (!widgets.isEmpty())
         m_dockOwners.push_back(shareInterface(iface));
-    m_host.restoreDockLayout();
+    m_window.restoreDockLayout();
 }
 
 void PluginBinder::addDockWindow(QWidget *widget, const Project *project)
 {
     const QString caption = widget->windowTitle();
-    const ProjectWorkspace *workspace = m_host.projectWorkspace();
-    const QString title = DynamicMenus::commandText(caption, project->name(), workspace ? workspace->count() : 0);
+    const QString title = DynamicMenus::commandText(caption, project->name(), int(m_activity.projects().size()));
     QString name = u"plugin"_s + caption;
     if (hasExtensionDock(name)) // of another project: the layout knows windows by their names
         name = u"plugin"_s + title;
-    QDockWidget *dock = m_host.addDockWindow(name);
+    QDockWidget *dock = m_window.addDock(name, title, Qt::RightDockWidgetArea);
     dock->setFeatures(QDockWidget::DockWidgetClosable | QDockWidget::DockWidgetMovable
                       | QDockWidget::DockWidgetFloatable);
-    dock->setWindowTitle(title);
     dock->setWidget(widget); // and shows it there
     dock->hide();
     m_extensionDocks.append(dock);
@@ -222,5 +224,5 @@ void PluginBinder::deleteExtensionDocks()
 
 void PluginBinder::inform(const QString &text)
 {
-    showInformation(m_host.dialogParent(), text);
+    showInformation(m_window.dialogParent(), text);
 }

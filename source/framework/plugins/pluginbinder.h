@@ -5,21 +5,22 @@
 #include <QObject>
 #include <QPointer>
 #include <vector>
+class Activity;
 class IBuildEnvironment;
 class IBuildEvents;
 class IExecutionEvents;
 class IPluginObject;
-class PluginBinderHost;
 class Project;
 class QDockWidget;
+class WindowServices;
 
-/// Gives projects the objects of the plug-ins that they name, hears what these say, and owns the dock windows that they
-/// bring along.
+/// Gives projects the objects of the plug-ins that they name, passes on what these report, and owns their dock windows.
 class PluginBinder : public QObject
 {
     Q_OBJECT
 public:
-    explicit PluginBinder(PluginBinderHost &host, QObject *parent = nullptr);
+    /// Both arguments outlive this object. Projects are bound when @p activity reports that they were loaded.
+    PluginBinder(const Activity &activity, WindowServices &window, QObject *parent = nullptr);
     ~PluginBinder() override;
 
     /// Binds a project that has been loaded well. The user is told of a plug-in that is missing or that could not be
@@ -27,8 +28,6 @@ public:
     void bindProjectPlugins(Project *project);
     /// Shows the widgets of a project's environment as hidden dock windows.
     void addPluginDockWindows(IDockExtension *iface, const Project *project);
-    /// Tells all environments that projects have come or gone.
-    void notifyWorkspaceChanged() const;
 
     /// In the order in which they were made.
     [[nodiscard]] QList<QDockWidget *> extensionDocks() const;
@@ -54,12 +53,14 @@ private:
     [[nodiscard]] InterfacePtr<IBuildEvents> makeBuildEvents(const Project *project);
     [[nodiscard]] InterfacePtr<IExecutionEvents> makeExecutionEvents(const Project *project,
                                                                      IExecutionEnvironment *environment);
+    void notifyWorkspaceChanged() const;
     void introduceWorkspace(QUnknownInterface *environment, Project *project);
     void addDockWindow(QWidget *widget, const Project *project);
     [[nodiscard]] bool hasExtensionDock(const QString &name) const;
     void inform(const QString &text);
 
-    PluginBinderHost &m_host;
+    const Activity &m_activity;
+    WindowServices &m_window;
     QList<QPointer<QDockWidget>> m_extensionDocks;
     std::vector<InterfacePtr<IDockExtension>> m_dockOwners; ///< live until their widgets are gone
 };

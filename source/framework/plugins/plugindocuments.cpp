@@ -13,26 +13,26 @@ using TemplatePtr = std::unique_ptr<DocumentTemplate>;
 
 TemplatePtr customTemplate(IPluginObject *object, const FormatTable *)
 {
-    const auto cdt = queryInterface<ICustomDocumentPlugin>(object);
-    VARNEL_ASSERT(cdt);
-    return TemplatePtr(cdt ? cdt->documentTemplate() : nullptr);
+    const auto plugin = queryInterface<ICustomDocumentPlugin>(object);
+    VARNEL_ASSERT_TEXT(plugin, "cdt");
+    return TemplatePtr(plugin ? plugin->documentTemplate() : nullptr);
 }
 
 TemplatePtr textTemplate(IPluginObject *object, const FormatTable *formats)
 {
-    const auto tdt = queryInterface<ITextDocumentPlugin>(object);
-    VARNEL_ASSERT(tdt);
-    if (!tdt)
+    const auto plugin = queryInterface<ITextDocumentPlugin>(object);
+    VARNEL_ASSERT_TEXT(plugin, "tdt");
+    if (!plugin)
         return nullptr;
-    std::unique_ptr<SyntaxHighlighter> highlighter(tdt->syntaxHighlighter());
+    std::unique_ptr<SyntaxHighlighter> highlighter(plugin->syntaxHighlighter());
     if (!highlighter)
         highlighter = std::make_unique<SyntaxHighlighter>();
     highlighter->setFormats(formats);
-    std::unique_ptr<TextIndent> indenter(tdt->indenter());
+    std::unique_ptr<TextIndent> indenter(plugin->indenter());
     if (!indenter)
         indenter = std::make_unique<BaseIndent>();
-    return std::make_unique<TextDocumentTemplate>(tdt->title(), tdt->description(), QIcon(tdt->icon()),
-                                                  tdt->extensions(), std::move(highlighter), std::move(indenter));
+    return std::make_unique<TextDocumentTemplate>(plugin->title(), plugin->description(), QIcon(plugin->icon()),
+                                                  plugin->extensions(), std::move(highlighter), std::move(indenter));
 }
 
 TemplatePtr templateOf(const PluginSource &plugins, const QString &feature, int type,

@@ -2,12 +2,16 @@
 #include "activitystate.h"
 #include <QMainWindow>
 
-/// A main window that tells its actions what is possible now: the UI file binds them to these signals by name.
+/// A main window with the signals that enable its actions: the UI file binds actions to them by name.
 class AvailabilityWindow : public QMainWindow
 {
     Q_OBJECT
 public:
     using QMainWindow::QMainWindow;
+
+    /// For the start: there is no view.
+    void emitNothingAvailable();
+    void emitActivity(const ActivityAvailability &available);
 
 Q_SIGNALS:
     void viewHasFocus(bool available);
@@ -37,9 +41,4 @@ Q_SIGNALS:
     void previousAvailable(bool available);
     void nextAvailable(bool available);
     void attachAvailable(bool available);
-
-protected:
-    /// For the start: no view has anything to offer.
-    void emitNothingAvailable();
-    void emitActivity(const ActivityAvailability &available);
 };

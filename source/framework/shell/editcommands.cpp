@@ -1,19 +1,18 @@
 #include "editcommands.h"
-#include "messages.h"
+#include "activity.h"
+#include "callplugin.h"
+#include "isourcemapping.h"
 #include "navigator.h"
 #include "outputwindow.h"
+#include "programplace.h"
 #include "questions.h"
-#include "viewinterfaces.h"
 #include "viewmanager.h"
+#include "windowservices.h"
 #include <QApplication>
-#include <QMainWindow>
-#include <QStatusBar>
 
 using namespace Qt::StringLiterals;
 
 namespace {
-constexpr int MessageTime = 2000; // milliseconds
-
 bool hasFocus(const QWidget *widget)
 {
     const QWidget *focus = QApplication::focusWidget();
@@ -26,91 +25,82 @@ int lineOfText(const QString &text, const std::function<int(const QString &)> &l
     if (const int line = lineOfSymbol(text))
         return line;
     if (text.startsWith("0X"_L1, Qt::CaseInsensitive))
-        return int(text.mid(2).toUInt(nullptr, 16) + 1);
+        return lineOfAddress(text.mid(2).toUInt(nullptr, 16));
     return text.toInt();
 }
 
-EditCommands::EditCommands(QMainWindow *window, ViewManager *viewManager, Navigator *navigator,
-                           OutputWindow *outputWindow, QObject *parent)
-    : QObject(parent)
-    , m_window(window)
-    , m_viewManager(viewManager)
-    , m_navigator(navigator)
-    , m_outputWindow(outputWindow)
+EditCommands::EditCommands(const Activity &activity, WindowServices &window, QObject *parent)
+    : QObject(parent), m_activity(activity), m_window(window)
 {}
 
 void EditCommands::undo()
 {
-    if (hasFocus(m_viewManager))
-        m_viewManager->undo();
+    if (hasFocus(m_window.viewManager()))
+        m_window.viewManager()->undo();
 }
 
 void EditCommands::redo()
 {
-    if (hasFocus(m_viewManager))
-        m_viewManager->redo();
+    if (hasFocus(m_window.viewManager()))
+        m_window.viewManager()->redo();
 }
 
 void EditCommands::cut()
 {
-    if (hasFocus(m_navigator))
-        m_navigator->cut();
-    else if (hasFocus(m_viewManager))
-        m_viewManager->cut();
+    if (hasFocus(m_window.navigator()))
+        m_window.navigator()->cut();
+    else if (hasFocus(m_window.viewManager()))
+        m_window.viewManager()->cut();
 }
 
 void EditCommands::copy()
 {
-    if (hasFocus(m_viewManager))
-        m_viewManager->copy();
+    if (hasFocus(m_window.viewManager()))
+        m_window.viewManager()->copy();
 }
 
 void EditCommands::paste()
 {
-    if (hasFocus(m_navigator))
-        m_navigator->paste();
-    else if (hasFocus(m_viewManager))
-        m_viewManager->paste();
+    if (hasFocus(m_window.navigator()))
+        m_window.navigator()->paste();
+    else if (hasFocus(m_window.viewManager()))
+        m_window.viewManager()->paste();
 }
 
 void EditCommands::remove()
 {
-    if (hasFocus(m_navigator))
-        m_navigator->remove();
-    else if (hasFocus(m_viewManager))
-        m_viewManager->remove();
+    if (hasFocus(m_window.navigator()))
+        m_window.navigator()->remove();
+    else if (hasFocus(m_window.viewManager()))
+        m_window.viewManager()->remove();
 }
 
 void EditCommands::selectAll()
 {
-    if (hasFocus(m_viewManager))
-        m_viewManager->selectAll();
-    else if (hasFocus(m_outputWindow))
-        m_outputWindow->selectAll();
+    if (hasFocus(m_window.viewManager()))
+        m_window.viewManager()->selectAll();
+    else if (hasFocus(m_window.outputWindow()))
+        m_window.outputWindow()->selectAll();
 }
 
 void EditCommands::indent()
 {
-    m_viewManager->indentCurrent();
+    m_window.viewManager()->indentCurrent();
 }
 
-void EditCommands::find(const QString &text, bool caseSensitive, bool wholeWord, bool forward, bool fromCursor,
-                        QWidget *asker)
+void EditCommands::gotoLine()
 {
-    auto *navigation = viewInterface<ITextNavigation>(m_viewManager->currentView());
-    if (!navigation || navigation->find(text, caseSensitive, wholeWord, forward, fromCursor))
-        return;
-    if (fromCursor && navigation->find(text, caseSensitive, wholeWord, forward, false)) {
-        m_window->statusBar()->showMessage(tr("Passed the end of the file"), MessageTime);
-        QApplication::beep();
-        return;
-    }
-    showMessage(QMessageBox::Warning, asker, tr("Cannot find the string %1.").arg(text), {QMessageBox::Ok}, tr("Find"));
-}
-
-void EditCommands::gotoLine(const std::function<int(const QString &)> &lineOfSymbol)
-{
-    const QString text = askForText(m_window, tr("Enter line number:"), {}).value_or(QString());
+    const QString text = askForText(m_window.dialogParent(), tr("Enter line number:"), {}).value_or(QString());
     if (!text.isEmpty())
-        m_viewManager->gotoLine(lineOfText(text, lineOfSymbol), false);
+        m_window.viewManager()->gotoLine(
+            lineOfText(text, [this](const QString &symbol) { return lineOfSymbol(symbol); }), false);
+}
+
+int EditCommands::lineOfSymbol(const QString &symbol) const
+{
+    const Activity::Environment environment = m_activity.currentEnvironment();
+    const auto mapping = queryInterface<ISourceMapping>(environment.get());
+    uint address = 0;
+    const auto ask = [&] { return mapping->symbolAddress(symbol, address); };
+    return mapping && askPlugin("ISourceMapping::symbolAddress", ask) ? lineOfAddress(address) : 0;
 }

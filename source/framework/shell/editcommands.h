@@ -1,10 +1,8 @@
 #pragma once
 #include <functional>
 #include <QObject>
-class Navigator;
-class OutputWindow;
-class QMainWindow;
-class ViewManager;
+class Activity;
+class WindowServices;
 
 /// The line that the text of the go-to-line box means, counted from 1: first a symbol that @p lineOfSymbol knows, then
 /// an address "0x...", whose line is one more, then a decimal number. 0 for a text that is none of these.
@@ -15,8 +13,8 @@ class EditCommands : public QObject
 {
     Q_OBJECT
 public:
-    EditCommands(QMainWindow *window, ViewManager *viewManager, Navigator *navigator, OutputWindow *outputWindow,
-                 QObject *parent = nullptr);
+    /// Both arguments outlive this object.
+    EditCommands(const Activity &activity, WindowServices &window, QObject *parent = nullptr);
 
     void undo();
     void redo();
@@ -27,15 +25,12 @@ public:
     void selectAll();
     void indent();
 
-    /// Searches in the current view; from the cursor on, it goes on at the start of the text once and says so. A text
-    /// that is not found is told in a box above @p asker.
-    void find(const QString &text, bool caseSensitive, bool wholeWord, bool forward, bool fromCursor, QWidget *asker);
-    /// Asks for a line and goes there. @p lineOfSymbol gives the line of a symbol of the program, 0 if it is unknown.
-    void gotoLine(const std::function<int(const QString &)> &lineOfSymbol);
+    /// Asks for a line, an address or a symbol of the current project's program, and goes there.
+    void gotoLine();
 
 private:
-    QMainWindow *const m_window;
-    ViewManager *const m_viewManager;
-    Navigator *const m_navigator;
-    OutputWindow *const m_outputWindow;
+    [[nodiscard]] int lineOfSymbol(const QString &symbol) const; ///< In the disassembly; 0 if it is unknown.
+
+    const Activity &m_activity;
+    WindowServices &m_window;
 };

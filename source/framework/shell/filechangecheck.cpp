@@ -2,14 +2,11 @@
 #include "document.h"
 #include "messages.h"
 #include "viewmanager.h"
+#include "windowservices.h"
 #include "workspace.h"
 #include <QDir>
 #include <QFileInfo>
 #include <QScopedValueRollback>
-
-FileChangeCheck::FileChangeCheck(QWidget *window, Workspace *workspace, ViewManager *viewManager)
-    : m_window(window), m_workspace(workspace), m_viewManager(viewManager)
-{}
 
 void FileChangeCheck::run()
 {
@@ -17,7 +14,7 @@ void FileChangeCheck::run()
         return; // a message box gives the window the focus back
     const QScopedValueRollback<bool> running(m_running, true);
     QList<QPointer<View>> views;
-    for (View *view : m_viewManager->views())
+    for (View *view : m_window.viewManager()->views())
         views.append(view);
     for (const QPointer<View> &view : std::as_const(views)) {
         if (!view || !isNews(view->document()))
@@ -27,9 +24,9 @@ void FileChangeCheck::run()
         const QString question =
             QObject::tr("%1\n\nThis file has been modified outside of the editor. Do you want to reload it?")
                 .arg(QDir::toNativeSeparators(path));
-        if (showMessage(QMessageBox::Question, m_window, question, {QMessageBox::Yes, QMessageBox::No})
+        if (showMessage(QMessageBox::Question, m_window.dialogParent(), question, {QMessageBox::Yes, QMessageBox::No})
             == QMessageBox::Yes)
-            m_workspace->reopenDocument(path);
+            m_window.workspace()->reopenDocument(path);
     }
 }
 

@@ -2,16 +2,14 @@
 #include <QDateTime>
 #include <QHash>
 class Document;
-class QWidget;
-class ViewManager;
-class Workspace;
+class WindowServices;
 
 /// Tells the user of files that were changed behind the editor's back: once for each new time on disk. A refusal to
 /// reload is remembered until the file changes again.
 class FileChangeCheck
 {
 public:
-    FileChangeCheck(QWidget *window, Workspace *workspace, ViewManager *viewManager);
+    explicit FileChangeCheck(WindowServices &window) : m_window(window) {}
 
     /// Asks about every open document whose file is newer than it. Does nothing while it is asking already.
     void run();
@@ -21,9 +19,7 @@ public:
 private:
     [[nodiscard]] bool isNews(Document *document) const;
 
-    QWidget *const m_window;
-    Workspace *const m_workspace;
-    ViewManager *const m_viewManager;
+    WindowServices &m_window;
     QHash<QString, QDateTime> m_fileTimes; ///< the modification times that the user has been told about, by path
     bool m_running = false;
 };

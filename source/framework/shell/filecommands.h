@@ -1,32 +1,17 @@
 #pragma once
-#include <functional>
+#include "filechangecheck.h"
+#include "recentfilelist.h"
 #include <QObject>
-class Document;
-class FileChangeCheck;
-class LastDirectories;
-class RecentFileList;
-class ViewManager;
-class Workspace;
+class Activity;
+class WindowServices;
 
 /// The commands on files: opening, saving, closing, reverting and printing, with their prompts.
 class FileCommands : public QObject
 {
     Q_OBJECT
 public:
-    /// What the commands work with; all of it outlives them.
-    struct Context
-    {
-        QWidget *window;
-        Workspace *workspace;
-        ViewManager *viewManager;
-        RecentFileList *recentFiles;
-        FileChangeCheck *changeCheck;
-        LastDirectories *directories;
-        std::function<QString()> filter;           ///< for dialogs that open source files
-        std::function<QString()> projectDirectory; ///< of the current project; empty if there is none
-    };
-
-    explicit FileCommands(Context context, QObject *parent = nullptr);
+    /// Both arguments outlive this object.
+    FileCommands(const Activity &activity, WindowServices &window, QObject *parent = nullptr);
 
     /// Opens a file; a relative path belongs to the current project's directory. The user has been told why if it
     /// returns false.
@@ -43,6 +28,11 @@ public:
     void print();
     /// Puts the contents of a file at the cursor.
     void insertFile();
+    /// Asks about open documents whose files other programs have changed.
+    void checkFileChanges() { m_changeCheck.run(); }
+
+    [[nodiscard]] const QStringList &recentFiles() const { return m_recentFiles.paths(); }
+    void saveRecentFiles() const { m_recentFiles.save(); }
 
 Q_SIGNALS:
     /// A document came to the front, so markers of the debugger may have to be shown in it.
@@ -52,5 +42,8 @@ private:
     bool openAndRemember(const QString &path);
     [[nodiscard]] QList<Document *> newerDocuments() const;
 
-    const Context m_context;
+    const Activity &m_activity;
+    WindowServices &m_window;
+    FileChangeCheck m_changeCheck;
+    RecentFileList m_recentFiles;
 };

@@ -1,36 +1,35 @@
 #include "findcommands.h"
 #include "finddialog.h"
 #include "findinfilesdialog.h"
+#include "messages.h"
 #include "outputwindow.h"
 #include "replacedialog.h"
 #include "textview.h"
 #include "viewmanager.h"
+#include "windowservices.h"
+#include <QApplication>
 
 using namespace Qt::StringLiterals;
 
-FindCommands::FindCommands(QWidget *window, ViewManager *viewManager, OutputWindow *outputWindow, QSettings *settings,
-                           QObject *parent)
+namespace {
+constexpr int MessageTime = 2000; // milliseconds
+}
+
+FindCommands::FindCommands(WindowServices &window, QObject *parent)
     : QObject(parent)
     , m_window(window)
-    , m_viewManager(viewManager)
-    , m_outputWindow(outputWindow)
-    , m_settings(settings)
-    , m_findDialog(new FindDialog(window, u"findDialog"_s))
-    , m_replaceDialog(new ReplaceDialog(window, u"replaceDialog"_s))
+    , m_findDialog(new FindDialog(window.dialogParent(), u"findDialog"_s))
+    , m_replaceDialog(new ReplaceDialog(window.dialogParent(), u"replaceDialog"_s))
 {
-    connect(m_findDialog, &FindDialog::find, this, &FindCommands::findRequested);
+    connect(m_findDialog, &FindDialog::find, this,
+            qOverload<const QString &, bool, bool, bool, bool>(&FindCommands::find));
     connect(&m_fileSearcher, &FileSearcher::matchFound, this, &FindCommands::searchMatchFound);
     connect(&m_fileSearcher, &FileSearcher::finished, this, &FindCommands::searchFinished);
 }
 
-QWidget *FindCommands::findDialog() const
-{
-    return m_findDialog;
-}
-
 void FindCommands::find()
 {
-    auto *navigation = viewInterface<ITextNavigation>(m_viewManager->currentView());
+    auto *navigation = viewInterface<ITextNavigation>(m_window.viewManager()->currentView());
     if (!navigation)
         return;
     const QString selected = navigation->selectedText();
@@ -39,9 +38,23 @@ void FindCommands::find()
     m_findDialog->run();
 }
 
+void FindCommands::find(const QString &text, bool caseSensitive, bool wholeWord, bool forward, bool fromCursor)
+{
+    auto *navigation = viewInterface<ITextNavigation>(m_window.viewManager()->currentView());
+    if (!navigation || navigation->find(text, caseSensitive, wholeWord, forward, fromCursor))
+        return;
+    if (fromCursor && navigation->find(text, caseSensitive, wholeWord, forward, false)) {
+        m_window.showMessage(tr("Passed the end of the file"), MessageTime);
+        QApplication::beep();
+        return;
+    }
+    QWidget *asker = m_findDialog->isVisible() ? m_findDialog : m_window.dialogParent();
+    showMessage(QMessageBox::Warning, asker, tr("Cannot find the string %1.").arg(text), {QMessageBox::Ok}, tr("Find"));
+}
+
 void FindCommands::replace()
 {
-    auto *view = qobject_cast<TextView *>(m_viewManager->currentView());
+    auto *view = qobject_cast<TextView *>(m_window.viewManager()->currentView());
     if (!view)
         return;
     const QString selected = view->selectedText();
@@ -55,13 +68,14 @@ void FindCommands::replace()
 void FindCommands::findInFiles()
 {
     m_fileSearcher.stop();
-    FindInFilesDialog dialog(m_settings, m_window, u"findInFilesDialog"_s);
+    FindInFilesDialog dialog(&m_window.settings(), m_window.dialogParent(), u"findInFilesDialog"_s);
     if (dialog.exec() != QDialog::Accepted)
         return;
-    Q_EMIT searchStarted();
-    m_outputWindow->clearPage(OutputWindow::FindInFiles);
-    m_outputWindow->displayPage(OutputWindow::FindInFiles);
-    m_outputWindow->outputLine(OutputWindow::FindInFiles, tr("Searching for '%1'...\n").arg(dialog.findText()));
+    m_window.showOutputDock();
+    OutputWindow *output = m_window.outputWindow();
+    output->clearPage(OutputWindow::FindInFiles);
+    output->displayPage(OutputWindow::FindInFiles);
+    output->outputLine(OutputWindow::FindInFiles, tr("Searching for '%1'...\n").arg(dialog.findText()));
     m_matchCount = 0;
     m_fileSearcher.start(dialog.findText(), dialog.mask(), dialog.folder(), dialog.caseSensitive(), dialog.wholeWord(),
                          dialog.recursive(), dialog.regExp());
@@ -81,12 +95,12 @@ void FindCommands::searchMatchFound(const QString &file, int line, const QString
 {
     ++m_matchCount;
     const QString found = file + u'(' + QString::number(line) + u"):"_s + text + u'\n'; // may hold "%1" itself
-    m_outputWindow->outputLine(OutputWindow::FindInFiles, found);
+    m_window.outputWindow()->outputLine(OutputWindow::FindInFiles, found);
 }
 
 void FindCommands::searchFinished()
 {
     const QString result = m_matchCount == 1 ? tr("1 occurrence has been found.\n")
                                              : tr("%1 occurrences have been found.\n").arg(m_matchCount);
-    m_outputWindow->outputLine(OutputWindow::FindInFiles, result);
+    m_window.outputWindow()->outputLine(OutputWindow::FindInFiles, result);
 }

@@ -2,20 +2,17 @@
 #include "filesearcher.h"
 #include <QObject>
 class FindDialog;
-class OutputWindow;
-class QSettings;
 class ReplaceDialog;
 class View;
-class ViewManager;
+class WindowServices;
 
 /// Find, replace and find in files: shows their dialogs and what they find.
 class FindCommands : public QObject
 {
     Q_OBJECT
 public:
-    /// Everything outlives this object but the dialogs, which belong to @p window.
-    FindCommands(QWidget *window, ViewManager *viewManager, OutputWindow *outputWindow, QSettings *settings,
-                 QObject *parent = nullptr);
+    /// @p window outlives this object.
+    explicit FindCommands(WindowServices &window, QObject *parent = nullptr);
 
     void find();
     void replace();
@@ -24,20 +21,15 @@ public:
     void stop();
     void viewActivated(View *view); ///< The one in which to replace; may be null.
 
-    [[nodiscard]] QWidget *findDialog() const;
-
-Q_SIGNALS:
-    void findRequested(const QString &text, bool caseSensitive, bool wholeWord, bool forward, bool fromCursor);
-    void searchStarted(); ///< Results are about to come to the output window.
+    /// Searches in the current view; from the cursor on, it goes on at the start of the text once and shows that it
+    /// did. A message says that a text was not found.
+    void find(const QString &text, bool caseSensitive, bool wholeWord, bool forward, bool fromCursor);
 
 private:
     void searchMatchFound(const QString &file, int line, const QString &text);
     void searchFinished();
 
-    QWidget *const m_window;
-    ViewManager *const m_viewManager;
-    OutputWindow *const m_outputWindow;
-    QSettings *const m_settings;
+    WindowServices &m_window;
     FindDialog *m_findDialog;
     ReplaceDialog *m_replaceDialog;
     FileSearcher m_fileSearcher;

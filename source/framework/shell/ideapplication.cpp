@@ -5,6 +5,7 @@
 #include "pictures.h"
 #include "pluginfactory.h"
 #include "pluginmanager.h"
+#include "scriptdirectories.h"
 #include "uidocument.h"
 #include <QDialog>
 #include <QPainter>
@@ -94,6 +95,11 @@ QIcon IDEApplication::loadIcon(const QString &name) const
         return pictureIcon(files);
     warnOfMissingPixmap(name);
     return {};
+}
+
+ScriptDirectories IDEApplication::scriptDirectories() const
+{
+    return {path(PathPython).path(), path(PathUserData).filePath(u"python"_s)};
 }
 
 QStringList IDEApplication::plugins() const

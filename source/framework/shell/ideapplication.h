@@ -12,6 +12,7 @@ class PluginManager;
 class QDialog;
 class QSettings;
 class QSplashScreen;
+struct ScriptDirectories;
 
 /// The one application object: settings, well-known directories, plug-ins and pictures.
 class IDEApplication : public QApplication
@@ -39,6 +40,7 @@ public:
     /// warning, if it is not found.
     [[nodiscard]] QIcon loadIcon(const QString &name) const;
 
+    [[nodiscard]] ScriptDirectories scriptDirectories() const;
     [[nodiscard]] QString title() const { return m_title; }
     [[nodiscard]] QString version() const;
 

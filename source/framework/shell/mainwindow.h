@@ -1,47 +1,20 @@
 #pragma once
 #include "availabilitywindow.h"
-#include "buildcontrolhost.h"
-#include "debugcontrolhost.h"
-#include "docklayout.h"
-#include "dynamicmenus.h"
-#include "eventhandlers.h"
-#include "lastdirectories.h"
-#include "pluginbinderhost.h"
-#include "projectcommands.h"
-#include "recentfilelist.h"
-#include "session.h"
-#include "textformats.h"
-#include "uiconfig.h"
-#include "windowgeometry.h"
-#include "windowhosts.h"
-#include <QPointer>
-class BuildControl;
-class DebugControl;
-class DockWindow;
-class EditCommands;
-class FileChangeCheck;
-class FileCommands;
-class FindCommands;
-class Navigator;
+#include <memory>
+class Activity;
+class EventHandlers;
+class ObjectModel;
 class OutputWindow;
-class PluginBinder;
-class Project;
 class ProjectFile;
 class ProjectWorkspace;
-class QComboBox;
-class QLabel;
 class View;
 class ViewManager;
 class Workspace;
-struct ScriptDirectories;
+struct WindowParts;
 
-/// The main window: a switchboard. Its slots are what the UI file's actions call; the work behind a slot belongs to the
-/// class that owns the subject.
-class MainWindow : public AvailabilityWindow,
-                   private ProjectCommandsHost,
-                   private PluginBinderHost,
-                   private BuildControlHost,
-                   private DebugControlHost
+/// The main window. Its slots are what the actions of the user interface file call; each hands over to the class that
+/// owns the subject.
+class MainWindow : public AvailabilityWindow
 {
     Q_OBJECT
     Q_MOC_INCLUDE("projectfile.h")
@@ -51,33 +24,25 @@ public:
     ~MainWindow() override;
 
     /// Opens a file; a relative path belongs to the current project's directory. False if that fails.
-    bool openFile(const QString &path, bool addToRecent) override;
+    bool openFile(const QString &path, bool addToRecent);
     /// Opens the project's workspace, which is made if there is none. False if that fails.
     bool openProject(const QString &path, bool addToRecent);
     /// False as well if one of its projects could not be loaded; the workspace is open then.
     bool openWorkspace(const QString &path, bool addToRecent);
     /// False if the user refused, or if a document did: then the workspace is gone all the same.
     bool closeWorkspace();
-    /// Starts the automation server on @p port of this machine.
-    void startServer(quint16 port);
 
-    /// What was open is neither remembered nor opened again: the user has said what to open.
-    void disableSessions() { m_sessionsKept = false; }
-    /// Opens what was open when the program ended, and offers what a crash has left.
-    void continueLastRun();
+    void disableSessions(); ///< What was open is neither remembered nor opened again.
+    void continueLastRun(); ///< Opens what was open when the program ended, and offers what a crash has left.
 
-    [[nodiscard]] ActivityState state() const override { return m_state; }
-    void setState(ActivityState state) override;
-
-    /// Null while no workspace is open.
-    [[nodiscard]] ProjectWorkspace *projectWorkspace() const override { return m_projectWorkspace; }
-    [[nodiscard]] Workspace *workspace() const override { return m_workspace; }
-    [[nodiscard]] ViewManager *viewManager() const override { return m_viewManager; }
-    [[nodiscard]] OutputWindow *outputWindow() const override { return m_outputWindow; }
-    [[nodiscard]] EventHandlers &eventHandlers() { return m_events; }
-
-    /// Tool bars in the order of the UI file, then dock windows in the order in which they were made.
-    [[nodiscard]] QList<QWidget *> dockWindows() const;
+    [[nodiscard]] Activity &activity() const;
+    [[nodiscard]] ProjectWorkspace *projectWorkspace() const; ///< Null while no workspace is open.
+    [[nodiscard]] Workspace *workspace() const;
+    [[nodiscard]] ViewManager *viewManager() const;
+    [[nodiscard]] OutputWindow *outputWindow() const;
+    [[nodiscard]] EventHandlers &eventHandlers() const;
+    [[nodiscard]] ObjectModel &objectModel() const;
+    [[nodiscard]] QList<QWidget *> dockWindows() const; ///< Tool bars in the order of the UI file, then dock windows.
 
 public Q_SLOTS:
     // File
@@ -87,12 +52,12 @@ public Q_SLOTS:
     void fileCloseAll();
     void fileSave();
     void fileSaveAs();
-    bool fileSaveAll() override;
+    bool fileSaveAll();
     void filePrint();
     void fileExit();
     void fileProperties();
     void fileRevert();
-    // Edit
+    // Edit and view
     void editUndo();
     void editRedo();
     void editCut();
@@ -109,7 +74,6 @@ public Q_SLOTS:
     void editFindInFiles();
     void editSelectAll();
     void editLookupNextLine();
-    // View
     void viewGotoLine();
     void viewNavigator(bool);
     void viewOutput(bool);
@@ -155,12 +119,11 @@ public Q_SLOTS:
     void debugTogglePeripheralWindow(bool);
     void debugToggleWatchWindow(bool);
     void debugToggleMemoryWindow(bool);
-    // Tools
+    // Tools and windows
     void toolsMacroNew();
     void toolsMacroEdit();
     void toolsCustomise();
     void toolsOptions();
-    // Window
     void windowNew();
     void windowSplit();
     void windowClose();
@@ -179,23 +142,16 @@ public Q_SLOTS:
     void helpAbout();
 
     void openFile(const QString &path) { openFile(path, false); }
-    /// Opens the file and marks the line, which counts from 1.
-    void lookupSource(const QString &file, int line);
-    /// Runs a Python file; a relative path belongs to the current project's directory.
-    void runPyFile(const QString &file) override;
+    void lookupSource(const QString &file, int line); ///< Opens the file and marks the line, which counts from 1.
+    void runPyFile(const QString &file);
     void openHelp(const QString &file);
-    /// The file selected in the project tree.
-    void fileSelected(const QString &path);
+    void fileSelected(const QString &path); ///< The file selected in the project tree.
     void displayFileProperties(ProjectFile *file);
     void viewActivated(View *view);
-    void cursorPositionChanged(int line, int column); ///< both count from 0
+    void cursorPositionChanged(int line, int column); ///< Both count from 0.
     void find(const QString &text, bool matchCase, bool matchWord, bool forward, bool startAtCursor);
     void searchBoxFind(const QString &text);
     void searchBoxFindAgain(const QString &text);
-    void workspaceChanged() override;
-    void currentProjectChanged();
-    void updateProjectUI() override;
-    void projectDropdownChanged(int index);
 
 protected:
     bool event(QEvent *event) override;
@@ -204,129 +160,6 @@ protected:
     void dragEnterEvent(QDragEnterEvent *event) override;
     void dropEvent(QDropEvent *event) override;
 
-private Q_SLOTS:
-    void updateViewMenu();
-    void updateViewToolbarsMenu();
-    void updateWindowMenu();
-    void updateRecentFilesMenu();
-    void updateRecentWorkspacesMenu();
-    void updateConfigurationsMenu();
-    void updateToolsMenu();
-    void updateBuildMenu();
-    void updateDebugMenu();
-    void updateDebugWindowsMenu();
-
-    void recentFileSelected(int index);
-    void recentWorkspaceSelected(int index);
-    void activateView(int index);
-    void executeExternalTool(int index);
-    void activateConfiguration(int index);
-    void executeBuildExtensionCommand(int index);
-    void executeDebugExtensionCommand(int index);
-    void extensionDockWindowSelected(int index);
-
 private:
-    // For ProjectCommands
-    void bindProjectPlugins(Project *project) override;
-    void setProjectWorkspace(ProjectWorkspace *workspace) override { m_projectWorkspace = workspace; }
-    void showWorkspace(ProjectWorkspace *workspace) override;
-    void restoreFiles() override;
-    void stopDebugging() override;
-    bool closeAllViews() override;
-    void workspaceClosed() override;
-    void setRepopulateVisible(bool visible) override;
-    [[nodiscard]] QString sourceFilter() const override;
-
-    // For PluginBinder
-    [[nodiscard]] IPluginObject *createPlugin(const QString &feature) const override;
-    [[nodiscard]] QAction *action(const QString &name) const override { return m_ui.action(name); }
-    [[nodiscard]] QWidget *dialogParent() override { return this; }
-    void saveDockLayout() override { m_layout.save(m_state); }
-    void restoreDockLayout() override { m_layout.restore(m_state); }
-    [[nodiscard]] QDockWidget *addDockWindow(const QString &objectName) override;
-
-    // For BuildControl
-    [[nodiscard]] Navigator *navigator() const override { return m_navigator; }
-    void showOutputDock() override;
-    void checkFileChanges() override;
-
-    // For DebugControl
-    [[nodiscard]] int currentLine() const override { return m_currentLine; }
-    void showStatusInfo(const QString &text, int position) override;
-    void fireEvent(const QString &name) override { m_events.fire(name); }
-
-    void setupStatusBar();
-    void setupWorkspace();
-    void setupCommands();
-    void setupDebugging();
-    void setupDockWindows();
-    DockWindow *addDock(const QString &objectName, const QString &caption, Qt::DockWidgetArea area, QWidget *content);
-    DockWindow *addHiddenDock(const char *objectName, const QString &caption, Qt::DockWidgetArea area, bool newLine);
-    void restoreLayout();
-    /// The line of the disassembly that @p symbol stands for, 0 if it is unknown.
-    [[nodiscard]] int lineOfSymbol(const QString &symbol) const;
-    void setupActions();
-    void setupToolbars();
-    void setupMenus();
-    void setupTitle();
-    void addSearchBox(ToolBar *bar);
-    void addProjectDropdown(ToolBar *bar);
-    void fillViewToolbarsMenu(PopupMenu *menu);
-    void updateWhenOpened(const QString &menu, void (MainWindow::*update)());
-
-    /// Null while no workspace is open or it has no project.
-    [[nodiscard]] Project *currentProject() const;
-    [[nodiscard]] ActivityContext activityContext() const;
-    [[nodiscard]] static ScriptDirectories scriptDirectories();
-
-    void applyTextFormats();
-    void followPalette();
-    void keepSession(const QString &workspace, const Session &session);
-    void saveSettings();
-    void refreshCaption();
-
-    EventHandlers m_events;
-    UiConfig m_ui;
-    LastDirectories m_directories;
-    QStringList m_sourceExtensions; ///< those that plug-ins have added
-    TreeWindowHost m_treeHost;
-    EditorWindowHost m_editorHost;
-    SessionStore m_sessions;
-    bool m_sessionsKept = true;
-    bool m_closing = false; ///< the views are closed already, so what was open is known already
-    DockLayout m_layout;
-    TextFormats m_textFormats;
-    FormatTable m_formats; ///< what the editors paint with
-    Workspace *m_workspace = nullptr;
-    ViewManager *m_viewManager = nullptr;
-    std::unique_ptr<FileChangeCheck> m_changeCheck;
-    FileCommands *m_fileCommands = nullptr;
-    EditCommands *m_editCommands = nullptr;
-    BuildControl *m_buildControl = nullptr;
-    DebugControl *m_debugControl = nullptr;
-    PluginBinder *m_pluginBinder = nullptr;
-    FindCommands *m_findCommands = nullptr;
-    int m_currentLine = 1;                              ///< of the cursor, counted from 1
-    int m_currentColumn = 1;                            ///< likewise
-    std::unique_ptr<ProjectCommands> m_projectCommands; ///< null until all windows are there
-    ProjectWorkspace *m_projectWorkspace = nullptr;     ///< theirs; null while no workspace is open
-    QList<QPointer<DockWindow>> m_docks; ///< in the order in which they were made; plug-ins take theirs away
-    DockWindow *m_navigatorDock = nullptr;
-    DockWindow *m_outputDock = nullptr;
-    DockWindow *m_registerDock = nullptr;
-    DockWindow *m_peripheralDock = nullptr;
-    DockWindow *m_watchDock = nullptr;
-    DockWindow *m_memoryDock = nullptr;
-    Navigator *m_navigator = nullptr;
-    OutputWindow *m_outputWindow = nullptr;
-    QString m_caption;
-    ActivityState m_state = StateIdle;
-    int m_stateChanges = 0; ///< how often setState() was called
-    NormalGeometry m_normalGeometry;
-    RecentFileList m_recentFiles;
-    RecentFileList m_recentWorkspaces;
-    QList<QLabel *> m_statusLabels; ///< what plug-ins have to say, hidden until they do
-    QLabel *m_cursorLabel = nullptr;
-    QComboBox *m_projectDropdown = nullptr;     ///< null if no tool bar has its place
-    QAction *m_projectDropdownAction = nullptr; ///< shows and hides it
+    std::unique_ptr<WindowParts> m_parts;
 };

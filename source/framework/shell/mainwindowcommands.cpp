@@ -1,44 +1,25 @@
-#include "automation.h"
-#include "buildcontrol.h"
-#include "debugcontrol.h"
 #include "dockwindow.h"
-#include "document.h"
 #include "editablescript.h"
-#include "editcommands.h"
-#include "environmentkey.h"
-#include "extensioncommands.h"
-#include "filecommands.h"
-#include "findcommands.h"
+#include "editproperties.h"
 #include "ideapplication.h"
-#include "idisassembly.h"
-#include "iexecutionenvironment.h"
-#include "isourcemapping.h"
 #include "mainwindow.h"
-#include "messages.h"
 #include "navigator.h"
 #include "outputwindow.h"
-#include "pluginbinder.h"
-#include "project.h"
-#include "projectworkspace.h"
 #include "scriptdirectories.h"
 #include "varnelassert.h"
-#include "viewmanager.h"
-#include "workspace.h"
+#include "windowparts.h"
 #include <QApplication>
 #include <QDialog>
-#include <QStatusBar>
 
-// The commands. One whose owner is not there yet does what it does without a workspace, a project and views: that is
-// mostly nothing. The others say so on the warning channel.
+// The commands of the actions, in the order of the menus.
 
 using namespace Qt::StringLiterals;
 
 namespace {
-/// For commands that still lack the class that would carry them out.
-void warnNoOwner(const MainWindow *window, const char *command)
+/// For commands whose actions are disabled; scripts can call them all the same.
+void warnUnavailable(const char *command)
 {
-    qWarning("MainWindow::%s: nothing here can do this yet", command);
-    window->statusBar()->showMessage(MainWindow::tr("This command cannot do anything yet."));
+    qWarning("MainWindow::%s: not available", command);
 }
 
 void warnNotImplemented(const char *command)
@@ -49,45 +30,42 @@ void warnNotImplemented(const char *command)
 
 void MainWindow::fileNew()
 {
-    warnNoOwner(this, "fileNew");
+    warnUnavailable("fileNew");
 }
 
 void MainWindow::fileOpen()
 {
-    m_fileCommands->open();
+    m_parts->fileCommands->open();
 }
 
 void MainWindow::fileClose()
 {
-    m_fileCommands->close();
+    m_parts->fileCommands->close();
 }
 
 void MainWindow::fileCloseAll()
 {
-    m_fileCommands->closeAll();
+    m_parts->fileCommands->closeAll();
 }
 
 void MainWindow::fileSave()
 {
-    m_fileCommands->save();
+    m_parts->fileCommands->save();
 }
 
 void MainWindow::fileSaveAs()
 {
-    m_fileCommands->saveAs();
+    m_parts->fileCommands->saveAs();
 }
 
 bool MainWindow::fileSaveAll()
 {
-    if (!m_fileCommands->mayOverwriteNewer())
-        return false;
-    const bool documentsSaved = m_workspace->saveAll(true);
-    return m_projectCommands->saveModified() && documentsSaved;
+    return m_parts->services.fileSaveAll();
 }
 
 void MainWindow::filePrint()
 {
-    m_fileCommands->print();
+    m_parts->fileCommands->print();
 }
 
 void MainWindow::fileExit()
@@ -97,47 +75,47 @@ void MainWindow::fileExit()
 
 void MainWindow::fileProperties()
 {
-    m_navigator->showFileProperties();
+    m_parts->navigator->showFileProperties();
 }
 
 void MainWindow::fileRevert()
 {
-    m_fileCommands->revert();
+    m_parts->fileCommands->revert();
 }
 
 void MainWindow::editUndo()
 {
-    m_editCommands->undo();
+    m_parts->editCommands->undo();
 }
 
 void MainWindow::editRedo()
 {
-    m_editCommands->redo();
+    m_parts->editCommands->redo();
 }
 
 void MainWindow::editCut()
 {
-    m_editCommands->cut();
+    m_parts->editCommands->cut();
 }
 
 void MainWindow::editCopy()
 {
-    m_editCommands->copy();
+    m_parts->editCommands->copy();
 }
 
 void MainWindow::editPaste()
 {
-    m_editCommands->paste();
+    m_parts->editCommands->paste();
 }
 
 void MainWindow::editRemove()
 {
-    m_editCommands->remove();
+    m_parts->editCommands->remove();
 }
 
 void MainWindow::editInsertFile()
 {
-    m_fileCommands->insertFile();
+    m_parts->fileCommands->insertFile();
 }
 
 void MainWindow::editComment()
@@ -152,7 +130,7 @@ void MainWindow::editUncomment()
 
 void MainWindow::editIndent()
 {
-    m_editCommands->indent();
+    m_parts->editCommands->indent();
 }
 
 void MainWindow::editUnindent()
@@ -162,70 +140,62 @@ void MainWindow::editUnindent()
 
 void MainWindow::editFind()
 {
-    m_findCommands->find();
+    m_parts->findCommands->find();
 }
 
 void MainWindow::editReplace()
 {
-    m_findCommands->replace();
+    m_parts->findCommands->replace();
 }
 
 void MainWindow::editFindInFiles()
 {
-    m_findCommands->findInFiles();
+    m_parts->findCommands->findInFiles();
 }
 
 void MainWindow::editSelectAll()
 {
-    m_editCommands->selectAll();
+    m_parts->editCommands->selectAll();
 }
 
 void MainWindow::editLookupNextLine()
 {
-    m_outputWindow->lookupNextLine();
+    m_parts->outputWindow->lookupNextLine();
 }
 
 void MainWindow::viewGotoLine()
 {
-    m_editCommands->gotoLine([this](const QString &symbol) { return lineOfSymbol(symbol); });
+    m_parts->editCommands->gotoLine();
 }
 
 void MainWindow::viewNavigator(bool)
 {
-    m_navigatorDock->toggleVisible();
+    m_parts->navigatorDock->toggleVisible();
 }
 
 void MainWindow::viewOutput(bool)
 {
-    m_outputDock->toggleVisible();
+    m_parts->outputDock->toggleVisible();
 }
 
-int MainWindow::lineOfSymbol(const QString &symbol) const
+void MainWindow::displayFileProperties(ProjectFile *file)
 {
-    const Project *project = currentProject();
-    const auto mapping = queryInterface<ISourceMapping>(project ? project->executionInterface() : nullptr);
-    uint address = 0;
-    return mapping && mapping->symbolAddress(symbol, address) ? int(address + 1) : 0;
-}
-
-void MainWindow::displayFileProperties(ProjectFile *)
-{
-    warnNoOwner(this, "displayFileProperties");
+    editFileProperties(file, this);
 }
 
 void MainWindow::projectNew()
 {
-    warnNoOwner(this, "projectNew");
+    warnUnavailable("projectNew");
 }
 
 void MainWindow::projectOpen()
 {
-    m_projectCommands->open();
+    m_parts->projectCommands->open();
 }
 
 void MainWindow::projectRepopulate()
 {
-    m_buildControl->projectRepopulate();
+    m_parts->buildControl->projectRepopulate();
 }
 
 void MainWindow::projectGenerateMakefile()
@@ -240,179 +210,178 @@ void MainWindow::projectClose()
 
 void MainWindow::projectSave()
 {
-    m_projectCommands->save();
+    m_parts->projectCommands->save();
 }
 
 void MainWindow::projectInsertFiles()
 {
-    m_projectCommands->insertFiles(currentProject());
+    m_parts->projectCommands->insertFiles(m_parts->activity.currentProject());
 }
 
 void MainWindow::projectInsertFilesAlt()
 {
     Project *selected =
-        m_navigator->isAncestorOf(QApplication::focusWidget()) ? m_navigator->selectedProject() : nullptr;
-    m_projectCommands->insertFiles(selected ? selected : currentProject());
+        m_parts->navigator->isAncestorOf(QApplication::focusWidget()) ? m_parts->navigator->selectedProject() : nullptr;
+    m_parts->projectCommands->insertFiles(selected ? selected : m_parts->activity.currentProject());
 }
 
 void MainWindow::projectInsertProject()
 {
-    m_projectCommands->insertProject();
+    m_parts->projectCommands->insertProject();
 }
 
 void MainWindow::projectProperties()
 {
-    VARNEL_ASSERT(m_projectWorkspace);
+    VARNEL_ASSERT_TEXT(m_parts->activity.workspace(), "m_projectWorkspace");
+    if (Project *project = m_parts->activity.currentProject())
+        editProjectProperties(project, this);
 }
 
 void MainWindow::projectPropertiesAlt()
 {
-    VARNEL_ASSERT(m_projectWorkspace);
+    VARNEL_ASSERT_TEXT(m_parts->activity.workspace(), "m_projectWorkspace");
+    if (Project *project = m_parts->navigator->selectedProject())
+        editProjectProperties(project, this);
 }
 
 void MainWindow::buildCompileFile()
 {
-    m_buildControl->buildCompileFile();
+    m_parts->buildControl->buildCompileFile();
 }
 
 void MainWindow::buildBuild()
 {
-    m_buildControl->buildBuild();
+    m_parts->buildControl->buildBuild();
 }
 
 void MainWindow::buildRebuild()
 {
-    m_buildControl->buildRebuild();
+    m_parts->buildControl->buildRebuild();
 }
 
 void MainWindow::buildClean()
 {
-    m_buildControl->buildClean();
+    m_parts->buildControl->buildClean();
 }
 
 void MainWindow::buildBuildAlt()
 {
-    m_buildControl->buildBuildAlt();
+    m_parts->buildControl->buildBuildAlt();
 }
 
 void MainWindow::buildRebuildAlt()
 {
-    m_buildControl->buildRebuildAlt();
+    m_parts->buildControl->buildRebuildAlt();
 }
 
 void MainWindow::buildCleanAlt()
 {
-    m_buildControl->buildCleanAlt();
+    m_parts->buildControl->buildCleanAlt();
 }
 
 void MainWindow::buildStopBuild()
 {
-    m_buildControl->buildStopBuild();
+    m_parts->buildControl->buildStopBuild();
 }
 
 void MainWindow::buildBatchBuild()
 {
-    m_buildControl->buildBatchBuild();
+    m_parts->buildControl->buildBatchBuild();
 }
 
 void MainWindow::buildConfigurationsNew()
 {
-    m_buildControl->buildConfigurationsNew();
+    m_parts->buildControl->buildConfigurationsNew();
 }
 
 void MainWindow::buildConfigurationsEdit()
 {
-    m_buildControl->buildConfigurationsEdit();
+    m_parts->buildControl->buildConfigurationsEdit();
 }
 
 void MainWindow::debugRun()
 {
-    m_debugControl->debugRun();
+    m_parts->debugControl->debugRun();
 }
 
 void MainWindow::debugAttach()
 {
-    m_debugControl->debugAttach();
+    m_parts->debugControl->debugAttach();
 }
 
 void MainWindow::debugRunToCursor()
 {
-    m_debugControl->debugRunToCursor();
+    m_parts->debugControl->debugRunToCursor();
 }
 
 void MainWindow::debugStepOver()
 {
-    m_debugControl->debugStepOver();
+    m_parts->debugControl->debugStepOver();
 }
 
 void MainWindow::debugStepInto()
 {
-    m_debugControl->debugStepInto();
+    m_parts->debugControl->debugStepInto();
 }
 
 void MainWindow::debugPause()
 {
-    m_debugControl->debugPause();
+    m_parts->debugControl->debugPause();
 }
 
 void MainWindow::debugStop()
 {
-    m_debugControl->debugStop();
+    m_parts->debugControl->debugStop();
 }
 
 void MainWindow::debugRestart()
 {
-    m_debugControl->debugRestart();
+    m_parts->debugControl->debugRestart();
 }
 
 void MainWindow::debugWakeup()
 {
-    m_debugControl->debugWakeup();
+    m_parts->debugControl->debugWakeup();
 }
 
 void MainWindow::debugShowNext()
 {
-    m_debugControl->debugShowNext();
+    m_parts->debugControl->debugShowNext();
 }
 
 void MainWindow::debugBreakpoints()
 {
-    m_debugControl->debugBreakpoints();
+    m_parts->debugControl->debugBreakpoints();
 }
 
 void MainWindow::debugToggleBreakpoint()
 {
-    m_debugControl->debugToggleBreakpoint();
+    m_parts->debugControl->debugToggleBreakpoint();
 }
 
 void MainWindow::debugViewDisassembly()
 {
-    m_debugControl->debugViewDisassembly();
-    const Project *project = currentProject();
-    Document *document = m_viewManager->currentDocument();
-    if (queryInterface<IDisassembly>(project ? project->executionInterface() : nullptr)
-        && !(document && isDisassemblyName(document->filename())))
-        warnNoOwner(this, "debugViewDisassembly");
+    m_parts->debugControl->debugViewDisassembly();
 }
 
 void MainWindow::debugToggleRegisterWindow(bool)
 {
-    m_registerDock->toggleVisible();
+    m_parts->debugWindows->toggle(DebugWindows::Registers);
 }
 
 void MainWindow::debugTogglePeripheralWindow(bool)
 {
-    m_peripheralDock->toggleVisible();
+    m_parts->debugWindows->toggle(DebugWindows::Peripherals);
 }
 
 void MainWindow::debugToggleWatchWindow(bool)
 {
-    m_watchDock->toggleVisible();
+    m_parts->debugWindows->toggle(DebugWindows::Watches);
 }
 
 void MainWindow::debugToggleMemoryWindow(bool)
 {
-    m_memoryDock->toggleVisible();
+    m_parts->debugWindows->toggle(DebugWindows::Memory);
 }
 
 void MainWindow::toolsMacroNew()
@@ -422,7 +391,8 @@ void MainWindow::toolsMacroNew()
 
 void MainWindow::toolsMacroEdit()
 {
-    m_workspace->openDocument(editableScript(scriptDirectories(), u"macros.py"_s), true);
+    m_parts->workspace->openDocument(editableScript(IDEApplication::instance()->scriptDirectories(), u"macros.py"_s),
+                                     true);
 }
 
 void MainWindow::toolsCustomise()
@@ -432,80 +402,80 @@ void MainWindow::toolsCustomise()
 
 void MainWindow::toolsOptions()
 {
-    warnNoOwner(this, "toolsOptions");
+    m_parts->optionsCommands->showOptions();
 }
 
 void MainWindow::windowNew()
 {
-    m_viewManager->newView();
+    m_parts->viewManager->newView();
 }
 
 void MainWindow::windowSplit()
 {
-    m_viewManager->split();
+    m_parts->viewManager->split();
 }
 
 void MainWindow::windowClose()
 {
-    m_viewManager->closeCurrentView();
+    m_parts->viewManager->closeCurrentView();
 }
 
 void MainWindow::windowCloseAll()
 {
-    m_viewManager->closeAll();
+    m_parts->viewManager->closeAll();
 }
 
 void MainWindow::windowCascade()
 {
-    m_viewManager->cascade();
+    m_parts->viewManager->cascade();
 }
 
 void MainWindow::windowTile()
 {
-    m_viewManager->tile();
+    m_parts->viewManager->tile();
 }
 
 void MainWindow::windowNext()
 {
-    m_viewManager->nextView();
+    m_parts->viewManager->nextView();
 }
 
 void MainWindow::windowPrev()
 {
-    m_viewManager->previousView();
+    m_parts->viewManager->previousView();
 }
 
 void MainWindow::helpSearch()
 {
-    warnNoOwner(this, "helpSearch");
+    warnUnavailable("helpSearch");
 }
 
 void MainWindow::helpHome()
 {
-    if (m_navigator->hasHelp())
-        m_navigator->helpHome();
+    if (m_parts->navigator->hasHelp())
+        m_parts->navigator->helpHome();
 }
 
 void MainWindow::helpBack()
 {
-    m_viewManager->back();
+    m_parts->viewManager->back();
 }
 
 void MainWindow::helpForward()
 {
-    m_viewManager->forward();
+    m_parts->viewManager->forward();
 }
 
 void MainWindow::helpPrevious()
 {
-    if (m_navigator->hasHelp())
-        m_navigator->previous();
+    if (m_parts->navigator->hasHelp())
+        m_parts->navigator->previous();
 }
 
 void MainWindow::helpNext()
 {
-    if (m_navigator->hasHelp())
-        m_navigator->next();
+    if (m_parts->navigator->hasHelp())
+        m_parts->navigator->next();
 }
 
 void MainWindow::helpAbout()
@@ -514,15 +484,9 @@ void MainWindow::helpAbout()
         box->exec();
 }
 
-void MainWindow::startServer(quint16 port)
-{
-    startAutomation(port, this, m_ui, *IDEApplication::instance()->settings());
-}
-
 void MainWindow::find(const QString &text, bool matchCase, bool matchWord, bool forward, bool startAtCursor)
 {
-    QWidget *asker = m_findCommands->findDialog();
-    m_editCommands->find(text, matchCase, matchWord, forward, startAtCursor, asker->isVisible() ? asker : this);
+    m_parts->findCommands->find(text, matchCase, matchWord, forward, startAtCursor);
 }
 
 void MainWindow::searchBoxFind(const QString &text)
@@ -533,52 +497,4 @@ void MainWindow::searchBoxFind(const QString &text)
 void MainWindow::searchBoxFindAgain(const QString &text)
 {
     find(text, false, false, true, true);
-}
-
-void MainWindow::projectDropdownChanged(int index)
-{
-    VARNEL_ASSERT(m_projectWorkspace);
-    if (m_projectWorkspace)
-        m_projectWorkspace->setCurrentProject(index);
-}
-
-void MainWindow::recentFileSelected(int index)
-{
-    m_fileCommands->openRecent(index);
-}
-
-void MainWindow::recentWorkspaceSelected(int index)
-{
-    m_projectCommands->openRecent(index);
-}
-
-void MainWindow::activateView(int index)
-{
-    if (View *view = m_viewManager->views().value(index))
-        m_viewManager->activateView(view, true);
-}
-
-void MainWindow::executeExternalTool(int) {}
-
-void MainWindow::activateConfiguration(int index)
-{
-    Project *project = currentProject();
-    VARNEL_ASSERT(project);
-    if (project)
-        project->setCurrentConfiguration(project->properties()->configurations().value(index));
-}
-
-void MainWindow::executeBuildExtensionCommand(int index)
-{
-    executeBuildExtension(currentProject(), index);
-}
-
-void MainWindow::executeDebugExtensionCommand(int index)
-{
-    executeDebugExtension(m_projectWorkspace, index);
-}
-
-void MainWindow::extensionDockWindowSelected(int index)
-{
-    m_pluginBinder->toggleExtensionDock(index);
 }

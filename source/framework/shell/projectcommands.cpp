@@ -1,4 +1,5 @@
 #include "projectcommands.h"
+#include "activity.h"
 #include "lastdirectories.h"
 #include "messages.h"
 #include "population.h"
@@ -6,19 +7,37 @@
 #include "projectfile.h"
 #include "projectworkspace.h"
 #include "questions.h"
-#include "recentfilelist.h"
 #include "varnelassert.h"
+#include "viewmanager.h"
+#include "windowservices.h"
+#include <algorithm>
+#include <QAction>
 #include <QCoreApplication>
 #include <QFileInfo>
-#include <QMainWindow>
-#include <QStatusBar>
 
 using namespace Qt::StringLiterals;
 
 namespace {
+bool allLoaded(const Activity &activity)
+{
+    const QList<QPointer<Project>> projects = activity.projects();
+    return std::ranges::all_of(projects, [](const Project *project) { return project && project->openedOK(); });
+}
+
+/// The project that was read from @p path, by whatever path it was opened; null if there is none.
+const Project *projectOfFile(const Activity &activity, const QString &path)
+{
+    const QString canonical = QFileInfo(path).canonicalFilePath();
+    for (const QPointer<Project> &project : activity.projects()) {
+        if (project && !canonical.isEmpty() && QFileInfo(project->fileName()).canonicalFilePath() == canonical)
+            return project;
+    }
+    return nullptr;
+}
+
 constexpr int PendingEventsTime = 1000; // milliseconds
 
-/// Lets a dialog's area be painted anew before a long piece of work, without letting the user do anything.
+/// Repaints the area of a closed dialog before a long piece of work, without letting the user do anything.
 void processPendingEvents()
 {
     QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents, PendingEventsTime);
@@ -31,36 +50,25 @@ QString workspacePathOf(const QString &projectPath)
 
 } // namespace
 
-ProjectCommands::ProjectCommands(QMainWindow *window, ProjectCommandsHost *host, RecentFileList *recentWorkspaces,
-                                 LastDirectories *directories, QObject *parent)
-    : QObject(parent), m_window(window), m_host(host), m_recentWorkspaces(recentWorkspaces), m_directories(directories)
-{}
-
-ProjectCommands::~ProjectCommands()
+ProjectCommands::ProjectCommands(Activity &activity, WindowServices &window, QObject *parent)
+    : QObject(parent)
+    , m_activity(activity)
+    , m_window(window)
+    , m_recentWorkspaces(u"RecentFiles/Workspace"_s, &window.settings())
 {
-    VARNEL_ASSERT(!m_projectWorkspace);
-}
-
-Project *ProjectCommands::currentProject() const
-{
-    return m_projectWorkspace ? m_projectWorkspace->currentProject() : nullptr;
-}
-
-QList<QPointer<Project>> ProjectCommands::projects() const
-{
-    QList<QPointer<Project>> all;
-    for (int i = 0; m_projectWorkspace && i < m_projectWorkspace->count(); ++i)
-        all.append(m_projectWorkspace->project(i));
-    return all;
+    m_recentWorkspaces.load();
+    connect(&activity, &Activity::projectLoaded, this, &ProjectCommands::showProjectBeingOpened);
+    connect(&activity, &Activity::workspaceClosed, this, [this] { m_window.viewManager()->closeAll(); });
 }
 
 void ProjectCommands::open()
 {
     if (!closeWorkspace())
         return;
-    const QString path = askForOpenFile(m_window, {u"openWorkspaceDialog"_s, tr("Open Workspace"),
-                                                   m_directories->directory(u"Workspaces"_s),
-                                                   u"Workspaces (*.vnw);;Projects (*.vnp);;All Files (*.*)"_s});
+    const QString path =
+        askForOpenFile(m_window.dialogParent(), {u"openWorkspaceDialog"_s, tr("Open Workspace"),
+                                                 m_window.directories().directory(u"Workspaces"_s),
+                                                 u"Workspaces (*.vnw);;Projects (*.vnp);;All Files (*.*)"_s});
     if (path.isEmpty())
         return;
     rememberDirectories(path);
@@ -72,12 +80,12 @@ void ProjectCommands::open()
 
 void ProjectCommands::openRecent(int index)
 {
-    const QString path = m_recentWorkspaces->paths().value(index);
+    const QString path = m_recentWorkspaces.paths().value(index);
     if (!closeWorkspace() || openWorkspace(path, true))
         return;
-    showWarning(m_window,
+    showWarning(m_window.dialogParent(),
                 tr("The workspace could not be opened.\n\nIt will be removed from the Recent Workspaces list."));
-    m_recentWorkspaces->remove(path);
+    m_recentWorkspaces.remove(path);
 }
 
 bool ProjectCommands::openProject(const QString &path, bool addToRecent)
@@ -88,8 +96,8 @@ bool ProjectCommands::openProject(const QString &path, bool addToRecent)
     processPendingEvents();
     const QString workspacePath = workspacePathOf(path);
     if (QFileInfo::exists(workspacePath)) {
-        showInformation(m_window, tr("A corresponding workspace has been found.\n\n"
-                                     "It will be opened instead of the specified project."));
+        showInformation(m_window.dialogParent(), tr("A corresponding workspace has been found.\n\n"
+                                                    "It will be opened instead of the specified project."));
     } else {
         ProjectWorkspace workspace(workspacePath);
         auto *project = new Project(QString(), QString());
@@ -107,90 +115,61 @@ bool ProjectCommands::openWorkspace(const QString &path, bool addToRecent)
         return false;
     processPendingEvents();
     auto workspace = std::make_unique<ProjectWorkspace>();
-    connect(workspace.get(), &ProjectWorkspace::currentProjectChanged, this, &ProjectCommands::currentProjectChanged);
-    connect(workspace.get(), &ProjectWorkspace::workspaceChanged, this, [this] { m_host->workspaceChanged(); });
-    connect(workspace.get(), &ProjectWorkspace::projectActivityChanged, this, [this] { m_host->updateProjectUI(); });
-    tell(tr("Opening %1...").arg(QDir::toNativeSeparators(path)));
+    m_window.showMessage(tr("Opening %1...").arg(QDir::toNativeSeparators(path)));
     if (!workspace->load(path)) {
-        tell(tr("The workspace %1 could not be opened.").arg(QDir::toNativeSeparators(path)));
-        m_host->setState(StateNoWorkspace);
+        m_window.showMessage(tr("The workspace %1 could not be opened.").arg(QDir::toNativeSeparators(path)));
+        m_activity.setState(StateNoWorkspace);
         return false;
     }
-    if (m_projectWorkspace)
-        m_host->showWorkspace(nullptr); // before what is on screen dies
-    m_projectWorkspace = std::move(workspace);
-    m_host->setProjectWorkspace(m_projectWorkspace.get());
-    const QPointer<ProjectWorkspace> opened(m_projectWorkspace.get()); // scripts and plug-ins may open another one
-    const bool allLoaded = bindProjects();
     if (addToRecent)
-        m_recentWorkspaces->add(path);
+        m_recentWorkspaces.add(path);
     rememberDirectories(path);
-    m_host->showWorkspace(m_projectWorkspace.get());
-    m_host->workspaceChanged();
-    m_host->setState(StateIdle);
-    m_host->restoreFiles();
-    tellOutcome();
-    if (allLoaded) {
-        m_host->setRepopulateVisible(populateWorkspace(opened));
-        runProjectScripts(opened, [this](const QString &path) { m_host->runPyFile(path); });
-    }
-    if (!allLoaded || !opened)
+    const QPointer<ProjectWorkspace> opened(workspace.get()); // scripts and plug-ins may open another one
+    m_activity.openWorkspace(std::move(workspace));
+    if (!opened)
         return false;
-    m_host->updateProjectUI();
-    Q_EMIT workspaceLoaded();
+    showOutcome();
+    if (!allLoaded(m_activity))
+        return false;
+    const bool mayPopulate = populateWorkspace(m_activity);
+    if (QAction *repopulate = m_window.action(u"projectRepopulate"_s))
+        repopulate->setVisible(mayPopulate);
+    runProjectScripts(m_activity, [this](const QString &script) { m_window.runPyFile(script); });
+    if (!opened)
+        return false;
+    m_window.fireEvent(u"onWorkspaceLoaded"_s);
     return true;
 }
 
-void ProjectCommands::tell(const QString &text)
+void ProjectCommands::showProjectBeingOpened(const Project *project)
 {
-    m_window->statusBar()->showMessage(text);
-    m_window->statusBar()->repaint();
+    m_window.showMessage(tr("Opening the project %1...").arg(project->name()));
 }
 
-void ProjectCommands::tellOutcome()
+void ProjectCommands::showOutcome()
 {
     QStringList missing;
-    for (const Project *project : projects()) {
-        if (!project->openedOK())
+    for (const QPointer<Project> &project : m_activity.projects()) {
+        if (project && !project->openedOK())
             missing.append(QDir::toNativeSeparators(project->fileName()));
     }
-    if (missing.isEmpty())
-        m_window->statusBar()->clearMessage();
-    else
-        tell(tr("These projects could not be loaded: %1").arg(missing.join(u", "_s)));
-}
-
-bool ProjectCommands::bindProjects()
-{
-    bool allLoaded = true;
-    for (const QPointer<Project> &project : projects()) {
-        if (project && project->openedOK()) {
-            tell(tr("Opening the project %1...").arg(project->name()));
-            m_host->bindProjectPlugins(project);
-        } else {
-            allLoaded = false;
-        }
-    }
-    return allLoaded;
+    m_window.showMessage(missing.isEmpty() ? QString()
+                                           : tr("These projects could not be loaded: %1").arg(missing.join(u", "_s)));
 }
 
 bool ProjectCommands::closeWorkspace()
 {
-    if (!m_projectWorkspace)
+    if (!m_activity.workspace())
         return true;
-    if (m_host->state() >= StateRunning)
-        m_host->stopDebugging();
-    const QPointer<ProjectWorkspace> asked(m_projectWorkspace.get());
+    if (m_activity.state() >= StateRunning)
+        Q_EMIT sessionEndRequested();
+    const QPointer<ProjectWorkspace> asked(m_activity.workspace());
     if (!offerToSave())
         return false;
     if (!asked)
-        return !m_projectWorkspace; // closed behind the question's back
-    m_host->showWorkspace(nullptr);
-    m_projectWorkspace.reset();
-    m_host->setState(StateNoWorkspace);
-    const bool closed = m_host->closeAllViews();
-    m_host->workspaceClosed();
-    return closed;
+        return !m_activity.workspace(); // closed while the question was shown
+    m_activity.closeWorkspace();
+    return m_window.viewManager()->views().isEmpty();
 }
 
 bool ProjectCommands::offerToSave()
@@ -198,21 +177,21 @@ bool ProjectCommands::offerToSave()
     QMessageBox::StandardButton answer = QMessageBox::NoButton;
     const auto wantsToSave = [&] {
         if (answer == QMessageBox::NoButton)
-            answer = showInformation(m_window,
+            answer = showInformation(m_window.dialogParent(),
                                      tr("You have made changes to the '%1' workspace and/or one of the projects it "
                                         "contains.\n\nDo you want to save the changes?")
-                                         .arg(m_projectWorkspace->name()),
+                                         .arg(m_activity.workspace()->name()),
                                      {QMessageBox::Yes, QMessageBox::No, QMessageBox::Cancel});
         return answer == QMessageBox::Yes;
     };
     bool result = true;
-    for (const QPointer<Project> &project : projects()) {
+    for (const QPointer<Project> &project : m_activity.projects()) {
         if (!result)
             return false;
         if (project && project->isModified())
             result = wantsToSave() ? saveProject(project) : answer != QMessageBox::Cancel;
     }
-    if (result && m_projectWorkspace && m_projectWorkspace->isModified())
+    if (result && m_activity.workspace() && m_activity.workspace()->isModified())
         result = wantsToSave() ? saveWorkspace() : answer != QMessageBox::Cancel;
     return result;
 }
@@ -223,27 +202,27 @@ bool ProjectCommands::saveProject(Project *project)
 {
     if (!project || (project->openedOK() && project->save()))
         return true;
-    showWarning(m_window, tr("The project '%1' could not be saved.\n\n"
-                             "Please make sure that the project file is not read-only.")
-                              .arg(project->displayName()));
+    showWarning(m_window.dialogParent(), tr("The project '%1' could not be saved.\n\n"
+                                            "Please make sure that the project file is not read-only.")
+                                             .arg(project->displayName()));
     return false;
 }
 
 bool ProjectCommands::saveWorkspace()
 {
-    if (!m_projectWorkspace || m_projectWorkspace->save())
+    if (!m_activity.workspace() || m_activity.workspace()->save())
         return true;
-    showWarning(m_window, tr("The workspace could not be saved.\n\n"
-                             "Please make sure that the workspace file is not read-only."));
+    showWarning(m_window.dialogParent(), tr("The workspace could not be saved.\n\n"
+                                            "Please make sure that the workspace file is not read-only."));
     return false;
 }
 
 void ProjectCommands::save()
 {
-    VARNEL_ASSERT(m_projectWorkspace);
-    if (!m_projectWorkspace)
+    VARNEL_ASSERT_TEXT(m_activity.workspace(), "m_projectWorkspace");
+    if (!m_activity.workspace())
         return;
-    for (const QPointer<Project> &project : projects())
+    for (const QPointer<Project> &project : m_activity.projects())
         (void)saveProject(project);
     (void)saveWorkspace();
 }
@@ -251,9 +230,9 @@ void ProjectCommands::save()
 bool ProjectCommands::saveModified()
 {
     bool result = true;
-    for (const QPointer<Project> &project : projects())
+    for (const QPointer<Project> &project : m_activity.projects())
         result &= !project || !project->isModified() || saveProject(project);
-    if (m_projectWorkspace && m_projectWorkspace->isModified())
+    if (m_activity.workspace() && m_activity.workspace()->isModified())
         result &= saveWorkspace();
     return result;
 }
@@ -263,34 +242,41 @@ void ProjectCommands::insertFiles(Project *project)
     VARNEL_ASSERT(project);
     if (!project)
         return;
-    const QStringList paths = askForOpenFiles(m_window, {u"addFilesDialog"_s, tr("Add Files to Project"),
-                                                         m_directories->directory(u"Files"_s), m_host->sourceFilter()});
+    const QPointer<Project> alive(project);
+    const QStringList paths = askForOpenFiles(m_window.dialogParent(),
+                                              {u"addFilesDialog"_s, tr("Add Files to Project"),
+                                               m_window.directories().directory(u"Files"_s), m_window.sourceFilter()});
     if (paths.isEmpty())
         return;
-    m_directories->remember(u"Files"_s, paths.first());
-    project->addFiles(paths, nullptr);
+    m_window.directories().remember(u"Files"_s, paths.first());
+    if (alive)
+        project->addFiles(paths, nullptr);
 }
 
 void ProjectCommands::insertProject()
 {
-    VARNEL_ASSERT(m_projectWorkspace);
-    if (!m_projectWorkspace)
+    VARNEL_ASSERT_TEXT(m_activity.workspace(), "m_projectWorkspace");
+    const QPointer<ProjectWorkspace> workspace(m_activity.workspace());
+    if (!workspace)
         return;
-    const QString path =
-        askForOpenFile(m_window, {u"insertProjectDialog"_s, tr("Insert Project into Workspace"),
-                                  m_directories->directory(u"Projects"_s), u"Project Files (*.vnp)"_s});
-    if (path.isEmpty())
+    const QString path = askForOpenFile(m_window.dialogParent(),
+                                        {u"insertProjectDialog"_s, tr("Insert Project into Workspace"),
+                                         m_window.directories().directory(u"Projects"_s), u"Project Files (*.vnp)"_s});
+    if (path.isEmpty() || !workspace)
         return;
-    m_directories->remember(u"Projects"_s, path);
-    auto *project = new Project(QString(), QString());
-    if (project->load(path))
-        m_host->bindProjectPlugins(project);
-    m_projectWorkspace->addProject(project);
-    tellOutcome();
+    m_window.directories().remember(u"Projects"_s, path);
+    if (const Project *present = projectOfFile(m_activity, path)) {
+        workspace->setCurrentProject(present);
+        return m_window.showMessage(tr("The project '%1' is in the workspace already.").arg(present->name()));
+    }
+    auto project = std::make_unique<Project>(QString(), QString());
+    project->load(path);
+    m_activity.addProject(std::move(project));
+    showOutcome();
 }
 
 void ProjectCommands::rememberDirectories(const QString &path)
 {
     for (const QString &kind : {u"Workspaces"_s, u"Projects"_s, u"Files"_s})
-        m_directories->remember(kind, path);
+        m_window.directories().remember(kind, path);
 }

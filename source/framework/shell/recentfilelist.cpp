@@ -1,7 +1,7 @@
 #include "recentfilelist.h"
 #include <QSettings>
 
-RecentFileList::RecentFileList(QString key, int maximum, QSettings *settings)
+RecentFileList::RecentFileList(QString key, QSettings *settings, int maximum)
     : m_key(std::move(key)), m_maximum(maximum), m_settings(settings)
 {}
 

@@ -7,7 +7,7 @@ class RecentFileList
 {
 public:
     /// Entries are stored under @p key followed by their index, which counts from 0.
-    RecentFileList(QString key, int maximum, QSettings *settings);
+    RecentFileList(QString key, QSettings *settings, int maximum = 4);
 
     [[nodiscard]] const QStringList &paths() const { return m_paths; }
     /// Moves @p path to the front, or puts it there; the oldest entry gives way if there are too many.

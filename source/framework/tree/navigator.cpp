@@ -1,4 +1,5 @@
 #include "navigator.h"
+#include "activity.h"
 #include "projectfile.h"
 #include "projecttree.h"
 #include "varnelassert.h"
@@ -8,14 +9,16 @@
 
 using namespace Qt::StringLiterals;
 
-Navigator::Navigator(ProjectTreeHost &host, QWidget *parent)
-    : QWidget(parent), m_host(host), m_tabs(new QTabWidget(this))
+Navigator::Navigator(const Activity &activity, WindowServices &window, QWidget *parent)
+    : QWidget(parent), m_activity(activity), m_window(window), m_tabs(new QTabWidget(this))
 {
     auto *layout = new QHBoxLayout(this);
     layout->setContentsMargins(3, 3, 3, 3);
     layout->setSpacing(6);
     layout->addWidget(m_tabs);
     m_tabs->setTabPosition(QTabWidget::South);
+    connect(&activity, &Activity::workspaceOpened, this, &Navigator::showWorkspace);
+    connect(&activity, &Activity::workspaceClosing, this, &Navigator::removeTree);
 }
 
 void Navigator::addHelpPage(QWidget *help, const HelpCommands &commands)
@@ -26,19 +29,19 @@ void Navigator::addHelpPage(QWidget *help, const HelpCommands &commands)
     m_tabs->addTab(help, tr("Help"));
 }
 
-void Navigator::setWorkspace(ProjectWorkspace *workspace)
+void Navigator::showWorkspace()
 {
-    if (!workspace)
-        return removeTree();
+    if (!m_activity.workspace())
+        return;
     if (!m_tree)
         addTree();
-    m_tree->setWorkspace(workspace);
+    m_tree->showWorkspace();
     m_tabs->setCurrentWidget(m_tree);
 }
 
 void Navigator::addTree()
 {
-    m_tree = new ProjectTree(m_host, m_tabs);
+    m_tree = new ProjectTree(m_activity, m_window, m_tabs);
     m_tree->setObjectName(u"ProjectTree"_s);
     connect(m_tree, qOverload<const QString &>(&ProjectTree::openFile), this, &Navigator::openFile);
     connect(m_tree, qOverload<const QString &>(&ProjectTree::runPyFile), this, &Navigator::runPyFile);
@@ -49,7 +52,7 @@ void Navigator::addTree()
     m_tabs->insertTab(0, m_tree, tr("Files"));
 }
 
-/// A script that the tree has started may be what closes the workspace, so the tree lives a little longer.
+/// Deletes the tree later, because a script that the tree has started may close the workspace.
 void Navigator::removeTree()
 {
     if (!m_tree)

@@ -1,22 +1,23 @@
 #pragma once
 #include <functional>
 #include <QWidget>
+class Activity;
 class Project;
 class ProjectFile;
 class ProjectTree;
-class ProjectTreeHost;
-class ProjectWorkspace;
 class QTabWidget;
+class WindowServices;
 
-/// The docked window with the project tree, while a workspace is open, and the contents of the help.
+/// The dock window with the project tree, while a workspace is open, and the contents of the help.
 class Navigator : public QWidget
 {
     Q_OBJECT
 public:
-    explicit Navigator(ProjectTreeHost &host, QWidget *parent = nullptr);
+    /// Both arguments outlive this object. It shows the open workspace of @p activity.
+    Navigator(const Activity &activity, WindowServices &window, QWidget *parent = nullptr);
 
-    /// Shows @p help as the page "Help". It has the signals openHelp(QString), previousAvailable(bool) and
-    /// nextAvailable(bool), which are passed on, and the slots next(), previous(), home() and
+    /// Shows @p help as the page "Help". It must have the signals openHelp(QString), previousAvailable(bool) and
+    /// nextAvailable(bool), which are forwarded, and the slots next(), previous(), home() and
     /// helpSourceChanged(QString).
     template <typename HelpWidget>
     void setHelpWidget(HelpWidget *help)
@@ -29,12 +30,12 @@ public:
                            .home = [help] { help->home(); },
                            .sourceChanged = [help](const QString &source) { help->helpSourceChanged(source); }});
     }
-    void setWorkspace(ProjectWorkspace *workspace); ///< Null takes the project tree away.
+    void showWorkspace();                           ///< Shows the projects of the open workspace again, from the start.
     [[nodiscard]] Project *selectedProject() const; ///< Null for none.
     [[nodiscard]] bool hasHelp() const { return m_helpWidget; }
 
 public Q_SLOTS:
-    /// These three act only while the project tree has the keyboard focus.
+    /// These three do nothing unless the project tree has the keyboard focus.
     void cut();
     void paste();
     void remove();
@@ -69,9 +70,10 @@ private:
     void removeTree();
     [[nodiscard]] bool treeHasFocus() const;
 
-    ProjectTreeHost &m_host;
+    const Activity &m_activity;
+    WindowServices &m_window;
     QTabWidget *m_tabs;
-    ProjectTree *m_tree = nullptr; ///< null while no workspace is open
+    ProjectTree *m_tree = nullptr; ///< null if no workspace is open
     QWidget *m_helpWidget = nullptr;
     HelpCommands m_help;
 };

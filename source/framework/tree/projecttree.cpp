@@ -1,17 +1,18 @@
 #include "projecttree.h"
+#include "activity.h"
 #include "popupmenu.h"
 #include "project.h"
 #include "projectfile.h"
 #include "projectfolder.h"
-#include "projecttreehost.h"
 #include "projecttreeitem.h"
 #include "projectworkspace.h"
 #include "varnelassert.h"
+#include "windowservices.h"
 
 using namespace Qt::StringLiterals;
 
 namespace {
-/// Whether the rows below @p item are still to be made. Nothing else shows an indicator of its own accord.
+/// Whether the rows below @p item are not created yet. All other items have the default indicator policy.
 bool isUnmade(const QTreeWidgetItem *item)
 {
     return item->childIndicatorPolicy() == QTreeWidgetItem::ShowIndicator;
@@ -33,7 +34,7 @@ ListViewItem *noParent()
     return nullptr;
 }
 
-/// The place of the first row below @p item that does not stand before the wanted one.
+/// The index of the first row below @p item that is not sorted before the wanted one.
 template <typename StandsBefore>
 int firstPlace(const QTreeWidgetItem *item, StandsBefore standsBefore)
 {
@@ -55,17 +56,18 @@ bool isFolder(const QTreeWidgetItem *item)
 }
 } // namespace
 
-ProjectTree::ProjectTree(ProjectTreeHost &host, QWidget *parent)
+ProjectTree::ProjectTree(const Activity &activity, WindowServices &window, QWidget *parent)
     : ListView(parent)
-    , m_host(host)
+    , m_activity(activity)
+    , m_window(window)
     , m_workspaceMenu(newMenu(u"workspaceContextMenu"_s))
     , m_projectMenu(newMenu(u"projectContextMenu"_s))
     , m_folderMenu(newMenu(u"folderContextMenu"_s))
     , m_fileMenu(newMenu(u"fileContextMenu"_s))
     , m_pyFileMenu(newMenu(u"pyFileContextMenu"_s))
-    , m_folderPicture(host.picture(u"treefolder.png"_s))
-    , m_openFolderPicture(host.picture(u"treefolderopen.png"_s))
-    , m_filePicture(host.picture(u"treesourcefile.png"_s))
+    , m_folderPicture(window.icon(u"treefolder.png"_s))
+    , m_openFolderPicture(window.icon(u"treefolderopen.png"_s))
+    , m_filePicture(window.icon(u"treesourcefile.png"_s))
 {
     setHeaderLabel(u"Column1"_s);
     setHeaderHidden(true);
@@ -96,12 +98,13 @@ ProjectTree::ProjectTree(ProjectTreeHost &host, QWidget *parent)
 
 ProjectTree::~ProjectTree()
 {
-    const QSignalBlocker blocker(this); // the model may be gone already
+    const QSignalBlocker blocker(this); // the model may be deleted already
     releaseWorkspace();
 }
 
-void ProjectTree::setWorkspace(ProjectWorkspace *workspace)
+void ProjectTree::showWorkspace()
 {
+    ProjectWorkspace *workspace = m_activity.workspace();
     VARNEL_ASSERT(workspace);
     if (!workspace)
         return;
@@ -129,8 +132,11 @@ void ProjectTree::disconnectProjects()
     if (!m_workspace)
         return;
     m_workspace->disconnect(this);
-    for (int i = 0; i < m_workspace->count(); ++i)
-        m_workspace->project(i)->disconnect(this);
+    for (const QPointer<Project> &project : std::as_const(m_projects)) {
+        if (project)
+            project->disconnect(this);
+    }
+    m_projects.clear();
 }
 
 void ProjectTree::rebuild()
@@ -140,14 +146,15 @@ void ProjectTree::rebuild()
         return;
     const bool selected = selectedItem();
     clearItems();
+    m_projects = m_activity.projects();
     const QString text =
-        tr("Workspace '%1': %2 project(s)").arg(m_workspace->name(), QString::number(m_workspace->count()));
+        tr("Workspace '%1': %2 project(s)").arg(m_workspace->name(), QString::number(m_projects.size()));
     auto *root = new ProjectTreeItem(this, nullptr, text, m_workspace, nullptr, WorkspaceRTTI, false,
-                                     m_host.picture(u"treeworkspace.png"_s));
+                                     m_window.icon(u"treeworkspace.png"_s));
     setUndraggable(root);
     ListViewItem *last = nullptr;
-    for (int i = 0; i < m_workspace->count(); ++i)
-        last = addProject(root, last, m_workspace->project(i));
+    for (const QPointer<Project> &project : std::as_const(m_projects))
+        last = addProject(root, last, project);
     root->setOpen(true);
     activityChanged();
     currentProjectChanged();
@@ -158,7 +165,7 @@ void ProjectTree::rebuild()
 void ProjectTree::clearItems()
 {
     endRename(Reject);
-    const QSignalBlocker blocker(this); // what the items stand for may be gone
+    const QSignalBlocker blocker(this); // the objects of the items may be deleted already
     clear();
     m_projectItems.clear();
     m_folderItems.clear();
@@ -283,65 +290,63 @@ ProjectTreeItem *ProjectTree::itemOf(ProjectFile *file)
     return m_fileItems.value(file);
 }
 
-void ProjectTree::slotFolderAdded(ProjectFolder *parent, ProjectFolder *folder)
+template <typename Child>
+void ProjectTree::childAdded(ProjectFolder *parent, Child *child)
 {
-    ProjectTreeItem *parentItem = itemOf(parent, folder->project());
+    ProjectTreeItem *parentItem = itemOf(parent, child->project());
     VARNEL_ASSERT(parentItem);
     if (!parentItem)
         return;
     if (isUnmade(parentItem))
         makeChildren(parentItem);
     else
-        parentItem->insertChild(placeFor(parentItem, folder), makeItem(folder));
-    makeVisible(m_folderItems.value(folder));
+        parentItem->insertChild(placeFor(parentItem, child), makeItem(child));
+    makeVisible(itemOf(child));
+}
+
+template <typename Child>
+void ProjectTree::childRemoved(ProjectFolder *parent, Child *child, QHash<const Child *, ProjectTreeItem *> &items,
+                               const char *assertion)
+{
+    if (stayedUnmade(parent, child->project()))
+        return;
+    ProjectTreeItem *item = itemOf(child);
+    VARNEL_ASSERT_TEXT(item, assertion);
+    if (!item)
+        return;
+    items[child] = nullptr;
+    deleteItem(item);
+}
+
+void ProjectTree::slotFolderAdded(ProjectFolder *parent, ProjectFolder *folder)
+{
+    childAdded(parent, folder);
 }
 
 void ProjectTree::slotFileAdded(ProjectFolder *parent, ProjectFile *file)
 {
-    ProjectTreeItem *parentItem = itemOf(parent, file->project());
-    VARNEL_ASSERT(parentItem);
-    if (!parentItem)
-        return;
-    if (isUnmade(parentItem))
-        makeChildren(parentItem);
-    else
-        parentItem->insertChild(placeFor(parentItem, file), makeItem(file));
-    makeVisible(m_fileItems.value(file));
+    childAdded(parent, file);
 }
 
 void ProjectTree::slotFolderRemoved(ProjectFolder *parent, ProjectFolder *folder)
 {
-    if (stayedUnmade(parent, folder->project()))
-        return;
-    ProjectTreeItem *item = itemOf(folder);
-    VARNEL_ASSERT(m_folderItems[folder]);
-    if (!item)
-        return;
-    m_folderItems[folder] = nullptr;
-    deleteItem(item);
+    childRemoved(parent, folder, m_folderItems, "m_folderItems[folder]");
 }
 
 void ProjectTree::slotFileRemoved(ProjectFolder *parent, ProjectFile *file)
 {
-    if (stayedUnmade(parent, file->project()))
-        return;
-    ProjectTreeItem *item = itemOf(file);
-    VARNEL_ASSERT(m_fileItems[file]);
-    if (!item)
-        return;
-    m_fileItems[file] = nullptr;
-    deleteItem(item);
+    childRemoved(parent, file, m_fileItems, "m_fileItems[file]");
 }
 
-/// Whether the child that @p parent has lost never had a row, since its parent has not been opened or is not shown
-/// itself. An indicator that stands for rows to be made goes with the last of them.
+/// Whether the removed child of @p parent never had a row, because its parent was not opened or is not shown itself.
+/// The indicator for rows to be created is removed with the last child.
 bool ProjectTree::stayedUnmade(ProjectFolder *parent, Project *project)
 {
     ProjectTreeItem *parentItem = parent ? m_folderItems.value(parent) : m_projectItems.value(project);
     if (!parentItem)
         return true;
     if (!parent || !isUnmade(parentItem))
-        return false; // those of a project are made at once
+        return false; // the rows of a project are created at once
     setUnmade(parentItem, !parent->folders().isEmpty() || !parent->files().isEmpty());
     return true;
 }
@@ -424,8 +429,8 @@ void ProjectTree::workspaceChanged()
 
 void ProjectTree::activityChanged()
 {
-    const QIcon active = m_host.picture(u"treeproject.png"_s);
-    const QIcon inactive = m_host.picture(u"treeprojectinactive.png"_s);
+    const QIcon active = m_window.icon(u"treeproject.png"_s);
+    const QIcon inactive = m_window.icon(u"treeprojectinactive.png"_s);
     for (ProjectTreeItem *item : std::as_const(m_projectItems))
         item->setPixmap(projectOf(item)->isActive() ? active : inactive);
 }

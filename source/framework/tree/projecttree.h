@@ -7,37 +7,41 @@
 #include <QIcon>
 #include <QPointer>
 #include <QTimer>
+class Activity;
 class PopupMenu;
 class Project;
-class ProjectTreeHost;
 class ProjectTreeItem;
 class ProjectWorkspace;
+class WindowServices;
 
-/// The workspace with its projects, folders and files. It changes the model by the model's operations only, and shows
-/// what the model's signals tell.
+/// Shows the workspace with its projects, folders and files. It changes the model through the model's functions only,
+/// and follows the model's signals.
 ///
-/// Below each parent stand the folders in the order of the model, then the files by name. The rows of a folder are made
-/// when it is first opened, or earlier if something asks for one of them, so that large projects are shown at once.
+/// Below each parent are its folders in the order of the model, then its files sorted by name. The rows of a folder are
+/// created when it is first opened, or when one of them is needed, so that large projects are shown at once.
 class ProjectTree : public ListView
 {
     Q_OBJECT
 public:
     enum ItemKind { WorkspaceRTTI, ProjectRTTI, FolderRTTI, FileRTTI };
 
-    explicit ProjectTree(ProjectTreeHost &host, QWidget *parent = nullptr);
+    /// Both arguments outlive this object.
+    ProjectTree(const Activity &activity, WindowServices &window, QWidget *parent = nullptr);
     ~ProjectTree() override;
 
-    void setWorkspace(ProjectWorkspace *workspace);
-    /// Lets go of the workspace and everything in it; the tree is empty then.
+    /// Shows the open workspace of the activity, which must not be null, from the start.
+    void showWorkspace();
+    /// Disconnects from the workspace and removes all rows.
     void releaseWorkspace();
 
-    /// These act on the selected folders and files. What is cut lives on the clipboard only.
+    /// These act on the selected folders and files. After cut() the items are on the clipboard only.
     void cut();
     void paste();
     void remove();
     void showFileProperties();
-    [[nodiscard]] Project *selectedProject() const; ///< That of the first selected item, null for none and the root.
-    [[nodiscard]] ProjectTreeItem *selectedItem() const; ///< The first one from the top.
+    [[nodiscard]] Project *
+    selectedProject() const; ///< That of the first selected item; null if none or the root is selected.
+    [[nodiscard]] ProjectTreeItem *selectedItem() const; ///< the first one from the top
 
 public Q_SLOTS:
     void slotContextMenuRequested(ListViewItem *item, const QPoint &point);
@@ -58,7 +62,7 @@ public Q_SLOTS:
     void slotFileRemoved(ProjectFolder *parent, ProjectFile *file);
     void setActiveProject();
     void removeProject();
-    // Those of the toolkit open branches without telling; here their rows are made before.
+    // Hide those of the toolkit, which expand without a signal; here the rows are created before.
     void expandAll();
     void expandToDepth(int depth);
 
@@ -67,7 +71,7 @@ Q_SIGNALS:
     void runPyFile(const QString &path);
     void cutAvailable(bool available);
     void pasteAvailable(bool available);
-    void fileSelected(const QString &path); ///< As stored, maybe relative; empty if no file is selected.
+    void fileSelected(const QString &path); ///< As stored, possibly relative; empty if no file is selected.
     void displayFileProperties(ProjectFile *file);
 
 protected:
@@ -102,12 +106,17 @@ private:
     [[nodiscard]] ProjectTreeItem *itemOf(ProjectFolder *parent, Project *project);
     [[nodiscard]] ProjectTreeItem *itemOf(ProjectFolder *folder);
     [[nodiscard]] ProjectTreeItem *itemOf(ProjectFile *file);
+    template <typename Child>
+    void childAdded(ProjectFolder *parent, Child *child);
+    template <typename Child>
+    void childRemoved(ProjectFolder *parent, Child *child, QHash<const Child *, ProjectTreeItem *> &items,
+                      const char *assertion);
     bool stayedUnmade(ProjectFolder *parent, Project *project);
     void deleteItem(ProjectTreeItem *item);
     void forgetChildren(const QTreeWidgetItem *item);
     void makeVisible(ProjectTreeItem *item);
 
-    // What items stand for; null if the item stands for something else or for something that is gone
+    // The object of an item; null if the item represents another kind of object or one that was deleted
     [[nodiscard]] Project *projectOf(const ProjectTreeItem *item) const;
     [[nodiscard]] ProjectFolder *folderOf(const ProjectTreeItem *item) const;
     [[nodiscard]] ProjectFile *fileOf(const ProjectTreeItem *item) const;
@@ -123,8 +132,10 @@ private:
     void scrollWhileDragging(int y);
     void drop(const ProjectItemDrag::Item &item, Project *project, ProjectFolder *target);
 
-    ProjectTreeHost &m_host;
+    const Activity &m_activity;
+    WindowServices &m_window;
     QPointer<ProjectWorkspace> m_workspace;
+    QList<QPointer<Project>> m_projects; ///< those that are shown
     QHash<const Project *, ProjectTreeItem *> m_projectItems;
     QHash<const ProjectFolder *, ProjectTreeItem *> m_folderItems; ///< null: removed since the last rebuild
     QHash<const ProjectFile *, ProjectTreeItem *> m_fileItems;     ///< likewise
@@ -141,8 +152,8 @@ private:
 
     bool m_editing = false;             ///< several items are being changed; commands are updated after the last one
     QPersistentModelIndex m_itemToShow; ///< the item that was added last
-    QTimer m_showTimer;                 ///< scrolls there once, however many were added
-    QPersistentModelIndex m_dropItem;   ///< highlighted while something is dragged over it
+    QTimer m_showTimer;                 ///< scrolls once for all added items
+    QPersistentModelIndex m_dropItem;   ///< highlighted while items are dragged over it
     bool m_dropItemWasSelected = false;
     QElapsedTimer m_dragScrollTime;
 };

@@ -1,3 +1,4 @@
+#include "lastdirectories.h"
 #include "messages.h"
 #include "modelpointer.h"
 #include "popupmenu.h"
@@ -5,17 +6,17 @@
 #include "projectfile.h"
 #include "projectfolder.h"
 #include "projecttree.h"
-#include "projecttreehost.h"
 #include "projecttreeitem.h"
 #include "projectworkspace.h"
 #include "questions.h"
 #include "varnelassert.h"
+#include "windowservices.h"
 #include <QClipboard>
 #include <QFileInfo>
 #include <QGuiApplication>
 #include <QKeyEvent>
 
-// The part of ProjectTree that serves its context menus, the clipboard and the keyboard.
+// The part of ProjectTree for context menus, clipboard and keyboard.
 
 using namespace Qt::StringLiterals;
 
@@ -33,7 +34,7 @@ PopupMenu *ProjectTree::newMenu(const QString &name)
 void ProjectTree::addSharedActions(PopupMenu *menu, const QStringList &names)
 {
     for (const QString &name : names) {
-        if (QAction *action = m_host.action(name))
+        if (QAction *action = m_window.action(name))
             menu->addAction(action);
     }
 }
@@ -111,10 +112,12 @@ void ProjectTree::showFileProperties()
 
 void ProjectTree::createNewFolder()
 {
-    const ProjectTreeItem *selectedItem = this->selectedItem();
-    VARNEL_ASSERT(selectedItem && (selectedItem->rtti() == FolderRTTI || selectedItem->rtti() == ProjectRTTI));
-    Project *project = projectOf(selectedItem);
-    ProjectFolder *parent = folderOf(selectedItem);
+    const ProjectTreeItem *item = selectedItem();
+    VARNEL_ASSERT_TEXT(item && (item->rtti() == FolderRTTI || item->rtti() == ProjectRTTI),
+                       "selectedItem && (selectedItem->rtti() == FolderRTTI || "
+                       "selectedItem->rtti() == ProjectRTTI)");
+    Project *project = projectOf(item);
+    ProjectFolder *parent = folderOf(item);
     if (!project && !parent)
         return;
     auto *folder = new ProjectFolder(tr("New Folder"));
@@ -130,10 +133,10 @@ void ProjectTree::createNewFolder()
 
 void ProjectTree::renameFolder()
 {
-    ProjectTreeItem *selectedItem = this->selectedItem();
-    VARNEL_ASSERT(selectedItem && selectedItem->rtti() == FolderRTTI);
-    if (folderOf(selectedItem))
-        selectedItem->startRename(0);
+    ProjectTreeItem *item = selectedItem();
+    VARNEL_ASSERT_TEXT(item && item->rtti() == FolderRTTI, "selectedItem && selectedItem->rtti() == FolderRTTI");
+    if (folderOf(item))
+        item->startRename(0);
 }
 
 void ProjectTree::folderRenamed(ListViewItem *item)
@@ -153,7 +156,7 @@ void ProjectTree::folderProperties()
     ProjectFolder *selected = folderOf(selectedItem());
     if (!selected)
         return;
-    const ModelPointer<ProjectFolder> folder(selected); // scripts and plug-ins go on while the dialog is up
+    const ModelPointer<ProjectFolder> folder(selected); // scripts and plug-ins may delete it while the dialog is open
     const QString label = tr("Enter file extensions for this folder:");
     const std::optional<QString> text = askForText(this, label, selected->extensions().join(u';'));
     if (text && folder)
@@ -162,16 +165,17 @@ void ProjectTree::folderProperties()
 
 void ProjectTree::addFilesToFolder()
 {
-    const ProjectTreeItem *selectedItem = this->selectedItem();
-    VARNEL_ASSERT(selectedItem && (selectedItem->rtti() == FolderRTTI));
-    if (!folderOf(selectedItem))
+    const ProjectTreeItem *item = selectedItem();
+    VARNEL_ASSERT_TEXT(item && item->rtti() == FolderRTTI, "selectedItem && (selectedItem->rtti() == FolderRTTI)");
+    if (!folderOf(item))
         return;
-    const ModelPointer<ProjectFolder> folder(folderOf(selectedItem));
-    const QStringList paths = askForOpenFiles(
-        this, {u"addFilesDialog"_s, tr("Add Files to Folder"), m_host.filesDirectory(), m_host.sourceFilter()});
+    const ModelPointer<ProjectFolder> folder(folderOf(item));
+    const QStringList paths =
+        askForOpenFiles(this, {u"addFilesDialog"_s, tr("Add Files to Folder"),
+                               m_window.directories().directory(u"Files"_s), m_window.sourceFilter()});
     if (paths.isEmpty())
         return;
-    m_host.setFilesDirectory(QFileInfo(paths.first()).path());
+    m_window.directories().remember(u"Files"_s, paths.first());
     if (folder)
         folder->project()->addFiles(paths, folder.get());
 }
@@ -229,7 +233,7 @@ void ProjectTree::remove()
     editModel([&] {
         for (const ProjectItemDrag::Item &item : items) {
             if (!isInTree(item))
-                continue; // it went with its folder
+                continue; // it was deleted with its folder
             item.takeOut();
             delete item.folder;
             delete item.file;
@@ -242,8 +246,8 @@ bool ProjectTree::isInTree(const ProjectItemDrag::Item &item) const
     return item.folder ? m_folderItems.value(item.folder) : m_fileItems.value(item.file);
 }
 
-/// Changes the model; what is available now is told once, after the last change. A current row that goes is followed by
-/// the one in its place; the view would look for it after each row anew.
+/// Runs a function that changes the model; emits the signals about available commands once, at the end. If the current
+/// row is removed, the row in its place becomes current; the view would search for it after each removed row.
 void ProjectTree::editModel(const std::function<void()> &work)
 {
     const QPersistentModelIndex current = currentIndex();
@@ -264,7 +268,7 @@ void ProjectTree::editModel(const std::function<void()> &work)
 
 void ProjectTree::keyPressEvent(QKeyEvent *event)
 {
-    // Deleting is for the shared action, and a copied name would push cut items off the clipboard.
+    // Delete belongs to the shared action, and copying a name would replace the cut items on the clipboard.
     if (event->key() == Qt::Key_Delete || event->matches(QKeySequence::Copy))
         event->ignore();
     else

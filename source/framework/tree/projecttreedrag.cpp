@@ -7,20 +7,12 @@
 #include <QDragMoveEvent>
 #include <QScrollBar>
 
-// The part of ProjectTree that drags folders and files and drops them on folders and projects.
+// The part of ProjectTree for dragging folders and files and dropping them on folders and projects.
 
 namespace {
-constexpr int ScrollZone = 30; ///< pixels from the upper and from the lower edge
+constexpr int ScrollZone = 30; ///< pixels from the upper and the lower edge
 constexpr int ScrollStep = 30;
 constexpr int ScrollInterval = 100; ///< milliseconds
-
-/// Whether @p folder is @p ancestor or lies below it.
-bool isOrLiesBelow(const ProjectFolder *folder, const ProjectFolder *ancestor)
-{
-    while (folder && folder != ancestor)
-        folder = folder->parent();
-    return folder;
-}
 } // namespace
 
 void ProjectTree::startDrag(Qt::DropActions)
@@ -52,7 +44,7 @@ void ProjectTree::dragMoveEvent(QDragMoveEvent *event)
     if (!m_dropItem.isValid())
         return;
     event->setDropAction(Qt::MoveAction);
-    event->accept(QRect()); // so that every further move is told
+    event->accept(QRect()); // an empty rectangle, so that every further move sends an event
 }
 
 void ProjectTree::dragLeaveEvent(QDragLeaveEvent *)
@@ -70,7 +62,7 @@ void ProjectTree::dropEvent(QDropEvent *event)
     if (!project || !isOwnDrag(event))
         return;
     QList<ProjectItemDrag::Item> items = ProjectItemDrag::items(*event->mimeData());
-    items.removeIf([this](const auto &item) { return !isInTree(item); }); // scripts go on while the user drags
+    items.removeIf([this](const auto &item) { return !isInTree(item); }); // deleted by scripts during the drag
     editModel([&] {
         for (const ProjectItemDrag::Item &item : std::as_const(items))
             drop(item, project, target);
@@ -81,14 +73,14 @@ void ProjectTree::dropEvent(QDropEvent *event)
 
 void ProjectTree::drop(const ProjectItemDrag::Item &item, Project *project, ProjectFolder *target)
 {
-    const bool isAtHome = item.project() == project;
-    if (item.folder && isOrLiesBelow(target, item.folder))
+    const bool inSameProject = item.project() == project;
+    if (item.folder && wouldContainItself(item.folder, target))
         return;
-    if (item.file && isAtHome && item.file->folder() == target)
+    if (item.file && inSameProject && item.file->folder() == target)
         return;
-    if (item.folder && isAtHome)
+    if (item.folder && inSameProject)
         return project->moveFolder(item.folder, target);
-    if (item.file && isAtHome)
+    if (item.file && inSameProject)
         return project->moveFile(item.file, target);
     if (item.folder)
         item.project()->removeFolder(item.folder);
@@ -102,7 +94,7 @@ bool ProjectTree::isOwnDrag(const QDropEvent *event) const
     return event->source() == this && event->mimeData()->hasFormat(ProjectItemDrag::format());
 }
 
-/// What would take in the drop: the folder or project at @p position, or that of the file there.
+/// The target of a drop: the folder or project at @p position, or that of the file there.
 ProjectTreeItem *ProjectTree::dropItemAt(const QPoint &position) const
 {
     ListViewItem *item = itemAt(position);

@@ -1,4 +1,4 @@
-"""Drives a running Varnel over its automation port: for tests of the program and of what is built on it.
+"""Operates a running Varnel over its automation port, for tests of the program and of plug-ins.
 
     from driver import Program
 
@@ -9,7 +9,7 @@
         varnel.find("aboutBox")
         varnel.press("Escape", on="aboutBox")
 
-docs/automation.md tells more. Nothing but Python's standard library is needed.
+See docs/automation.md. Uses only Python's standard library.
 """
 from .client import LEFT, MIDDLE, RIGHT, AutomationError, Client, replayable, wait_until
 from .keyboard import Keyboard

@@ -7,7 +7,7 @@ import time
 from . import keys
 
 EOL = b"\r\n"
-_NO_PROPERTY = b"ERROR No such property"  # the one reply that has no line end
+_NO_PROPERTY = b"ERROR No such property"  # the only reply without a line end
 
 LEFT, RIGHT, MIDDLE = 1, 2, 4
 _PRESS, _RELEASE, _DOUBLE_CLICK, _MOVE, _KEY_PRESS, _KEY_RELEASE = 2, 3, 4, 5, 6, 7
@@ -15,13 +15,13 @@ _INT, _UINT, _BOOL, _DOUBLE, _LONG_LONG, _ULONG_LONG = 16, 17, 18, 19, 33, 34
 
 
 class AutomationError(Exception):
-    """The program refused a command, or has gone."""
+    """The program refused a command, or has ended."""
 
 
 def wait_until(condition, what="the condition", timeout=20.0, pause=0.02):
-    """Asks again and again until `condition()` gives something true, and returns that.
+    """Calls `condition()` repeatedly until it returns a true value, and returns that.
 
-    A command that is refused counts as "not yet". Raises TimeoutError with `what` if it never becomes true.
+    A refused command counts as "not yet". Raises TimeoutError with `what` after the timeout.
     """
     end = time.monotonic() + timeout
     refusal = None
@@ -38,13 +38,13 @@ def wait_until(condition, what="the condition", timeout=20.0, pause=0.02):
 
 
 class Connection:
-    """One connection, on the level of lines: commands out, replies and recorded events in."""
+    """One connection: sends lines with commands, receives replies and recorded events."""
 
     def __init__(self, port, host="127.0.0.1", timeout=20.0):
         try:
             self._socket = socket.create_connection((host, port), timeout=timeout)
         except OSError as error:
-            raise AutomationError(f"nobody listens on port {port} of {host}: {error}") from None
+            raise AutomationError(f"cannot connect to port {port} of {host}: {error}") from None
         self._socket.setsockopt(socket.IPPROTO_TCP, socket.TCP_NODELAY, 1)
         self._received = b""
 
@@ -52,10 +52,10 @@ class Connection:
         try:
             self._socket.sendall(line.encode() + EOL)
         except OSError as error:
-            raise AutomationError(f"the program has gone: {error}") from None
+            raise AutomationError(f"the program has ended: {error}") from None
 
     def receive(self):
-        """The next reply without its line end; replies can hold line feeds. None once the program has gone."""
+        """The next reply without its line end; replies can contain line feeds. None after the program has ended."""
         while True:
             line = self._take()
             if line is not None:
@@ -85,11 +85,10 @@ class Connection:
 
 
 class Client:
-    """A test driver: finds, reads and operates the objects of the program's user interface by their names.
+    """A test driver: finds, reads and operates the objects of the user interface by their names.
 
-    Each method returns when the program has handled its command; what the program does later on its own account,
-    `wait_until` waits for. An object is a widget, an action, or anything else with a name below the main window;
-    the first one of that name is meant.
+    Each method returns when the program has handled its command; use `wait_until` for later effects. An object is a
+    widget, an action, or any other named child of the main window; the first one with the name is used.
     """
 
     MAIN_WINDOW = "mainWindow"
@@ -99,24 +98,24 @@ class Client:
         self._timeout = timeout
         self._connection = Connection(*self._address)
 
-    # Looking ---------------------------------------------------------------
+    # Reading ---------------------------------------------------------------
 
     def exists(self, name):
         return not self._ask(f"GETCLASS {_quoted(name)}").startswith("ERROR")
 
     def find(self, name, timeout=None):
-        """Waits until there is an object of that name. Returns its class."""
+        """Waits until an object with that name exists. Returns its class."""
         return self.wait_until(lambda: self.class_of(name), f"an object '{name}'", timeout)
 
     def find_gone(self, name, timeout=None):
-        """Waits until there is no visible object of that name."""
+        """Waits until no visible object with that name exists."""
         self.wait_until(lambda: not self.exists(name) or not self.read(name, "visible"), f"'{name}' to go", timeout)
 
     def class_of(self, name):
         return self._ok(f"GETCLASS {_quoted(name)}")
 
     def read(self, name, attribute):
-        """The value of a property: a str, a bool or a number."""
+        """The value of a property as a str, bool, int or float."""
         kind, _, text = self._ok(f"GETPROPERTY {_quoted(name)} {attribute}").partition(" ")
         kind = int(kind)
         if kind == _BOOL:
@@ -138,57 +137,57 @@ class Client:
         return wait_until(condition, what, self._timeout if timeout is None else timeout)
 
     def wait_for(self, name, attribute, value, timeout=None):
-        """Waits until a property has that value, or one of which `value(it)` is true."""
+        """Waits until a property has that value, or, if `value` is a function, until it returns True for the property."""
         holds = value if callable(value) else lambda read: read == value
         self.wait_until(lambda: holds(self.read(name, attribute)), f"'{name}' to have the {attribute} {value!r}", timeout)
 
     # Operating -------------------------------------------------------------
 
     def write(self, name, attribute, value):
-        """Sets a property. A bool is sent as 0 or 1: the protocol knows no words for them."""
+        """Sets a property. A bool is sent as 0 or 1, because the protocol does not support words."""
         text = str(int(value)) if isinstance(value, bool) else str(value)
         if "\n" in text:
             raise ValueError("a command is one line, so a value cannot have several")
         self._ok(f"SETPROPERTY {_quoted(name)} {attribute} {text}")
 
     def choose(self, action):
-        """Chooses a command of the menus by its action's name, as the user does: not if it is disabled.
+        """Triggers an action by its name. Raises AutomationError if it is disabled.
 
-        Returns when the command has ended or waits for the user in a dialog.
+        Returns when the command has ended or has opened a dialog.
         """
         if not self.read(action, "enabled"):
             raise AutomationError(f"the action '{action}' is disabled")
         if self.read(action, "checkable"):
-            self.call(action, "trigger()")  # the other way leaves the check mark as it is
+            self.call(action, "trigger()")  # DOACTION does not change the check mark
         else:
             self._run(f"DOACTION {action}")
 
     def call(self, name, slot):
-        """Calls a slot that needs no argument, by its signature: call("outputWindow", "hide()")."""
+        """Calls a slot without arguments, by its signature: call("outputWindow", "hide()")."""
         if slot not in self.slots(name):
             raise AutomationError(f"'{name}' has no slot {slot}")
         self._run(f"CALLSLOT {_quoted(name)} {_quoted(slot)}")
 
     def emit(self, name, signal):
-        """Emits a signal that has no argument, by its signature: emit("okButton", "clicked()")."""
+        """Emits a signal without arguments, by its signature: emit("okButton", "clicked()")."""
         if signal not in self.signals(name):
             raise AutomationError(f"'{name}' has no signal {signal}")
         self._run(f"EMITSIGNAL {_quoted(name)} {_quoted(signal)}")
 
     def choose_file(self, dialog, path):
-        """Answers an open file dialog with a file."""
+        """Enters a file in an open file dialog and accepts it."""
         self.wait_for(dialog, "visible", True)
         self.write("fileNameEdit", "text", path)
         self.press("Return", on="fileNameEdit")
         self.find_gone(dialog)
 
     def answer(self, question, key):
-        """Answers a message box by a key, such as "y" for its Yes, once one shows text that contains `question`."""
+        """Waits for a message box whose text contains `question`, and presses a key in it, such as "y" for Yes."""
         self.wait_for("messageBox", "text", lambda text: question in text)
         self.press(key, on="messageBox")
 
     def click(self, name, x=None, y=None, button=LEFT, modifiers="", double=False):
-        """Clicks into a widget: at a point of it, or in its middle."""
+        """Clicks into a widget, by default in its centre."""
         x = self.read(name, "width") // 2 if x is None else x
         y = self.read(name, "height") // 2 if y is None else y
         state = sum(keys.MODIFIERS[m] for m in modifiers.split("+") if m)
@@ -212,18 +211,18 @@ class Client:
     def press(self, combination, on):
         """Presses and releases a key: press("Ctrl+A", on="nameEdit"), press("Return", on="aboutBox").
 
-        The widget gets it whoever has the focus. Shortcuts are not found this way: choose() their actions.
+        The key is sent to the widget even without focus. It does not trigger shortcuts: use choose() for their actions.
         """
         self._key(on, *keys.parse(combination))
 
     def event(self, name, type_number, *fields):
-        """Posts an event by the numbers of the protocol; its handling begins before the next command's."""
+        """Posts an event by the numbers of the protocol. It is handled before the next command."""
         if re.search(r"\s", name):
             raise ValueError("the protocol cannot send events to an object with a blank in its name")
         self._ok(" ".join(["EVENT", name, str(type_number), *map(str, fields)]))
 
     def record(self):
-        """Records events until it is closed: see Recording."""
+        """Starts a recording of events: see Recording."""
         return Recording(*self._address)
 
     def close(self):
@@ -241,14 +240,14 @@ class Client:
         ascii_code = ord(text) if len(text) == 1 and ord(text) < 256 else 0
         fields = [code, ascii_code, state, 0, 1] + ([f"1 {text}"] if text else [0])
         self.event(name, _KEY_PRESS, *fields)
-        with contextlib.suppress(AutomationError):  # the key can have closed it, and have ended the program with it
+        with contextlib.suppress(AutomationError):  # the key may have closed the widget or the program
             self.event(name, _KEY_RELEASE, *fields)
 
     def _ask(self, command):
         self._connection.send(command)
         reply = self._connection.receive()
         if reply is None:
-            raise AutomationError(f"the program has gone at: {command}")
+            raise AutomationError(f"the program ended during: {command}")
         return reply
 
     def _ok(self, command):
@@ -258,11 +257,11 @@ class Client:
         return rest
 
     def _run(self, command):
-        """Sends a command that may open a dialog, on a connection of its own.
+        """Sends a command that may open a dialog, on a second connection.
 
-        The reply of such a command, if it has one, comes when the dialog closes. A second command is answered when the
-        first one has ended or waits in its dialog, so that answer is waited for. Who else talks on this connection
-        could not tell whose reply is whose; the program does not mind that the connection goes.
+        The reply to such a command, if any, arrives when the dialog closes. The reply to the next command on the
+        connection arrives when the first one has ended or has opened its dialog, so that reply is awaited. The late
+        reply is ignored by closing this connection.
         """
         connection = Connection(*self._address)
         connection.send(command)
@@ -291,12 +290,12 @@ class Recording:
         self._connection.send(command)
         while (reply := self._connection.receive()) != "OK":
             if reply is None:
-                raise AutomationError("the program has gone")
+                raise AutomationError("the program has ended")
             self._events.append(reply)
 
 
 def replayable(command):
-    """A recorded command as the program takes it: with the last component of the object's path."""
+    """A recorded command for a replay: with the last component of the object's path only."""
     word, path, rest = command.split(" ", 2)
     return f"{word} {path.rpartition('.')[2]} {rest}"
 
@@ -306,5 +305,5 @@ def _quoted(name):
 
 
 def _signatures(text):
-    """Parts "a(const QString &) b()" behind the closing parentheses."""
+    """Splits "a(const QString &) b()" after the closing parentheses."""
     return [signature.strip() for signature in re.findall(r"[^)]*\)", text)]

@@ -1,6 +1,6 @@
-"""Gives the keyboard to the newest window of a screen that has no window manager.
+"""Sets the keyboard focus to the newest window of a screen without a window manager.
 
-Without it no window of the program would ever be the active one.
+Without a focus no window of the program would become active.
 """
 import struct
 import threading
@@ -10,22 +10,22 @@ from .xserver import connect, read
 _DESTROY_NOTIFY, _UNMAP_NOTIFY, _MAP_NOTIFY = 17, 18, 19
 _SUBSTRUCTURE_NOTIFY = 1 << 19
 _REVERT_TO_POINTER_ROOT = 1
-_NOBODY = 0
+_NO_WINDOW = 0
 
 
 class FocusKeeper:
-    """Watches the windows of a screen from its own thread, until the screen goes."""
+    """Observes the windows of a screen in a thread, until the connection to the screen is closed."""
 
     def __init__(self, display_number):
         self._socket, root = connect(display_number)
-        self._windows = []  # that are shown, the newest last
-        # Change window attributes of the root: have the events of its children reported.
+        self._windows = []  # visible windows, the newest last
+        # ChangeWindowAttributes of the root window: select the events of its children.
         self._socket.sendall(struct.pack("<BxHIII", 2, 4, root, 0x800, _SUBSTRUCTURE_NOTIFY))
         threading.Thread(target=self._watch, daemon=True).start()
 
     def take_away(self):
-        """Leaves no window of the screen with the keyboard, as if the user went to another program."""
-        self._give_to(_NOBODY)
+        """Removes the keyboard focus from all windows, as if the user changed to another program."""
+        self._give_to(_NO_WINDOW)
 
     def give_back(self):
         self._give_to(self._windows[-1])

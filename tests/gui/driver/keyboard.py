@@ -1,4 +1,4 @@
-"""The keyboard of a screen: keys go to whatever has the focus there, as those of a user do."""
+"""The keyboard of a screen: keys are sent to the window with the focus."""
 import struct
 
 from . import keys
@@ -60,7 +60,7 @@ class Keyboard:
         return opcode
 
     def _read_codes(self):
-        """The code of each symbol, and whether Shift goes with it."""
+        """The code of each symbol, and whether it needs Shift."""
         count = _LAST_CODE - _FIRST_CODE + 1
         self._socket.sendall(struct.pack("<BxHBBxx", 101, 2, _FIRST_CODE, count))
         width, length = struct.unpack("<xBxxI24x", read(self._socket, 32))

@@ -1,4 +1,4 @@
-"""Keys by the names that are written on them, with the codes and modifiers of the automation protocol."""
+"""Names of keys, with the codes and modifiers of the automation protocol."""
 
 
 def _numbered(first, names):
@@ -14,7 +14,7 @@ _CODES = {
     "Space": 0x20,
 }
 
-# What a key types by itself.
+# The text of keys with a name.
 _TEXTS = {"Escape": "\x1b", "Tab": "\t", "Backtab": "\t", "Backspace": "\b", "Return": "\r", "Enter": "\r",
           "Delete": "\x7f", "Space": " "}
 
@@ -22,7 +22,7 @@ MODIFIERS = {"Shift": 0x100, "Ctrl": 0x200, "Alt": 0x400, "Meta": 0x800, "Keypad
 
 
 def key_code(name):
-    """The code of a key: of "Return", "F5", "Left", or of a character."""
+    """The code of a key such as "Return", "F5", "Left", or of a character."""
     if name in _CODES:
         return _CODES[name]
     if len(name) == 1:
@@ -31,7 +31,7 @@ def key_code(name):
 
 
 def split(combination):
-    """The names of the keys of a combination, the one that is pressed last at the end: "Ctrl++" has "+" there."""
+    """The names of the keys of a combination; the last is the one with the modifiers, also "+" in "Ctrl++"."""
     *modifiers, key = combination.split("+") if not combination.endswith("+") else [*combination[:-2].split("+"), "+"]
     return [*filter(None, modifiers), key]
 

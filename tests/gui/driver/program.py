@@ -1,4 +1,4 @@
-"""A Varnel of one's own: on its own screen, with its own home directory and automation port."""
+"""Starts Varnel on its own screen, with its own home directory and automation port."""
 import os
 import pathlib
 import socket
@@ -14,10 +14,10 @@ DEFAULT_PROGRAM = pathlib.Path(__file__).parents[3] / "build/stage/bin/varnel"
 class Program:
     """A running program and a client connected to it.
 
-    `settings` are lines of its settings file by section: {"Startup": {"DisableSplashScreen": 1}}. The program is the
-    one that the environment variable VARNEL_PROGRAM names, or that of the build directory. close() ends it, and
-    nothing that was not started here. A program given the `home` of another one that has ended goes on where that was
-    left, settings included; such a directory stays.
+    `settings` are keys of its settings file by section: {"Startup": {"DisableSplashScreen": 1}}. The environment
+    variable VARNEL_PROGRAM is the path of the executable; the default is that of the build directory. close() ends
+    only processes that were started here. With `home`, the home directory of a program that has ended, the new program
+    uses its settings and session; close() does not delete such a directory.
     """
 
     def __init__(self, *arguments, settings=None, program=None, screen=None, environment=None, home=None,
@@ -37,14 +37,14 @@ class Program:
             raise
 
     def log(self):
-        """What the program has written so far on its error channel: warnings and the debug log."""
+        """The output of the program: warnings and the debug log."""
         return self.log_file.read_text(encoding="utf-8", errors="replace")
 
     def settings_file(self):
         return self.home / ".config/Ostrand Labs/Varnel/1.0.ini"
 
     def wait(self, timeout=60.0):
-        """Waits until the program has ended by itself. Returns its exit code."""
+        """Waits until the program has ended. Returns its exit code."""
         return self.process.wait(timeout)
 
     def close(self):
@@ -98,7 +98,7 @@ class Program:
 
 
 def _reserved_port():
-    """A bound socket: nobody is given its port by chance, but a program that names the port can listen on it."""
+    """A bound socket: the system does not assign its port to other programs, but Varnel can listen on it."""
     reservation = socket.socket()
     reservation.setsockopt(socket.SOL_SOCKET, socket.SO_REUSEADDR, 1)
     reservation.bind(("127.0.0.1", 0))

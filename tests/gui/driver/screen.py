@@ -1,4 +1,4 @@
-"""A virtual screen, and pictures of it."""
+"""A virtual screen, and screenshots of it."""
 import mmap
 import os
 import pathlib
@@ -13,7 +13,7 @@ from .keyboard import Keyboard
 
 
 class Screen:
-    """An X server without a monitor. It ends with close()."""
+    """A virtual X server, which close() ends."""
 
     def __init__(self, width=1280, height=800):
         self._directory = tempfile.TemporaryDirectory(prefix="varnel-screen.")
@@ -40,18 +40,18 @@ class Screen:
         self._directory.cleanup()
 
     def screenshot(self, path, window=None):
-        """Writes what the screen shows now as PNG, whatever the title of the window that is asked for."""
+        """Writes a PNG file of the whole screen. `window` is ignored."""
         pathlib.Path(path).write_bytes(_png(*self.pixels()))
 
     def pixels(self):
-        """(width, height, rows): each row has three bytes a pixel: red, green, blue."""
+        """(width, height, rows); each row has three bytes per pixel: red, green, blue."""
         with open(os.path.join(self._directory.name, "Xvfb_screen0"), "rb") as file:
             with mmap.mmap(file.fileno(), 0, prot=mmap.PROT_READ) as dump:
                 return _read_xwd(dump)
 
 
 class Desktop:
-    """The display that the user sits at. Its keyboard stays the user's; it is not for tests that need one."""
+    """The display of the user. It has no keyboard for tests."""
 
     keyboard = None
 
@@ -62,12 +62,12 @@ class Desktop:
         pass
 
     def screenshot(self, path, window):
-        """Writes a picture of the window with that title, and of nothing else that is to be seen there."""
+        """Writes a PNG file of the window with that title only."""
         subprocess.run(["import", "-window", window, str(path)], check=True)
 
 
 def end_process(process, patience=10):
-    """Ends a process that we started; with force if it does not go by itself."""
+    """Ends a process, and kills it if it does not end in time."""
     if process.poll() is None:
         process.terminate()
         try:
@@ -82,7 +82,7 @@ def _read_xwd(dump):
     (size, _, _, _, width, height, _, byte_order, _, _, _, bits, stride) = header[:13]
     colours = header[19]
     if bits != 32:
-        raise RuntimeError(f"a screen of {bits} bits a pixel is not understood")
+        raise RuntimeError(f"a screen with {bits} bits per pixel is not supported")
     red, green, blue = (1, 2, 3) if byte_order else (2, 1, 0)
     begin = size + colours * 12
     rows = []

@@ -1,4 +1,4 @@
-"""A base for tests of the running program under unittest."""
+"""Base classes for tests of the running program with unittest."""
 import os
 import pathlib
 import sys
@@ -8,21 +8,21 @@ from .program import Program
 
 
 class ProgramTest(unittest.TestCase):
-    """Tests that start programs themselves, one after the other, and have them ended afterwards.
+    """Tests that start programs themselves, one after the other; they are ended after the test.
 
-    A test that fails leaves a picture and the log of the last one. Pictures go to the directory that the environment
-    variable VARNEL_PICTURES names, or to the current one.
+    A test that fails saves a screenshot and prints the log of the last program. The environment variable
+    VARNEL_PICTURES is the directory of screenshots; the default is the current one.
     """
 
     def launch(self, *arguments, **options):
-        """Starts a program, which is `self.program` from now on, with `self.varnel` to drive it."""
+        """Starts a program as `self.program`, with `self.varnel` as its client."""
         self.program = Program(*arguments, **options)
         self.addCleanup(self.program.close)
         self.addCleanup(self._show_failure, self.program)
         self.varnel = self.program.client
 
     def wait_for_keyboard(self):
-        """Waits until keys of the screen's keyboard reach the main window."""
+        """Waits until the main window has the keyboard focus."""
         self.varnel.wait_for("mainWindow", "isActiveWindow", True)
 
     def run(self, result=None):
@@ -40,7 +40,7 @@ class ProgramTest(unittest.TestCase):
 
 
 class GuiTest(ProgramTest):
-    """Starts a program for each test. `arguments` and `settings` of the class go to Program."""
+    """Starts a program for each test, with `arguments` and `settings` of the class."""
 
     arguments = ()
     settings = {}

@@ -12,7 +12,7 @@
 
 using namespace Qt::StringLiterals;
 
-/// The bytes of a file. Nothing changes them.
+/// The bytes of a file, read-only.
 class BinaryDocument : public Document
 {
     Q_OBJECT
@@ -40,7 +40,7 @@ public:
             return false;
         m_filename = filename;
         m_lastModified = QFileInfo(filename).lastModified();
-        Q_EMIT documentModified(false); // the title has changed
+        Q_EMIT documentModified(false); // the views update their titles
         return true;
     }
     QDateTime lastModified() override { return m_lastModified; }
@@ -48,7 +48,7 @@ public:
     QString title() override { return QFileInfo(m_filename).fileName(); }
     bool isNewerOnDisk() override { return QFileInfo(m_filename).lastModified() > m_lastModified; }
 
-    /// The bytes as hexadecimal digits, sixteen a line, each line behind the number of its first byte.
+    /// The bytes as hexadecimal digits, sixteen per line; each line starts with the offset of its first byte.
     [[nodiscard]] QString dump() const
     {
         QStringList lines;
@@ -105,7 +105,7 @@ private:
     QPlainTextEdit *const m_text;
 };
 
-/// Opens files that end in ".bin".
+/// Opens files with the extension "bin".
 class BinaryTemplate : public DocumentTemplate
 {
     Q_OBJECT
@@ -131,7 +131,7 @@ private:
     }
 };
 
-/// Tells Varnel of the kind of document.
+/// The plug-in object: the template of the document type.
 class Binary : public InterfaceObject<IPluginObject, ICustomDocumentPlugin>
 {
 public:
@@ -139,7 +139,7 @@ public:
     DocumentTemplate *documentTemplate() override { return new BinaryTemplate; }
 };
 
-/// What Varnel finds in the library.
+/// The root object of the plug-in library.
 class DocumentKindFactory : public QObject, public InterfaceObject<IPluginFactory>
 {
     Q_OBJECT

@@ -11,7 +11,7 @@
 #include <QTest>
 #include <QTimer>
 
-// A host for an execution environment: a project in memory, events that are written down, programs compiled for it.
+// A host for an execution environment: a project in memory, recorded events, and compiled test programs.
 
 using namespace Qt::StringLiterals;
 
@@ -31,7 +31,7 @@ private:
     QMap<QString, QString> *m_values;
 };
 
-/// Lives on the stack; counts the references on it.
+/// A project on the stack that counts its references.
 class MemoryProject : public IProject
 {
 public:
@@ -64,7 +64,7 @@ class RecordedEvents : public IExecutionEvents
 {
 public:
     QString text;    ///< all feedback
-    QString serious; ///< what of it was serious
+    QString serious; ///< serious feedback
     QList<IExecutionEnvironment::ProgramStatus> statuses;
     QStringList infos;
     int breakpointChanges = 0;
@@ -95,7 +95,7 @@ class Programs
 public:
     static QString source(const QString &name) { return QStringLiteral(PROGRAM_DIRECTORY "/") + name; }
 
-    /// The line of a source that holds a text, counted from 1.
+    /// The number of the first line that contains a text, counted from 1.
     static int lineOf(const QString &name, const QString &text)
     {
         QFile file(source(name));
@@ -148,7 +148,7 @@ private:
     QTemporaryDir m_directory;
 };
 
-/// Processes that we started and that have not been waited for, the dead ones among them.
+/// The child processes of the test, including zombies.
 inline QStringList ownChildren()
 {
     QStringList children;
@@ -160,24 +160,31 @@ inline QStringList ownChildren()
     return children;
 }
 
-/// The command line of a process, with blanks between its words.
+/// The command line of a process, separated by blanks.
 inline QString commandLine(const QString &pid)
 {
     QFile file(u"/proc/%1/cmdline"_s.arg(pid));
     return file.open(QIODevice::ReadOnly) ? QString::fromLocal8Bit(file.readAll().replace('\0', ' ')) : QString();
 }
 
-/// One environment and its host.
+/// An environment and its host.
 class LiveSession
 {
 public:
     using Status = IExecutionEnvironment::ProgramStatus;
 
+    /// The processors of all sessions, as if one plug-in had made them.
+    static const ProcessorGroup::Registry &processors()
+    {
+        static const auto registry = std::make_shared<QList<ProcessorGroup *>>();
+        return registry;
+    }
+
     explicit LiveSession(const QString &option, const QMap<QString, QString> &properties = {})
     {
         project.path = QStringLiteral(PROGRAM_DIRECTORY);
         project.values = properties;
-        env = new GdbEnvironment;
+        env = new GdbEnvironment(processors());
         initialised = env->initialise(&project, &events, option);
     }
     ~LiveSession()
@@ -191,25 +198,25 @@ public:
     {
         if (env->start(attachOnly))
             return waitFor({IExecutionEnvironment::ProgramPaused, IExecutionEnvironment::ProgramBreakpointHit});
-        qWarning("No start: %s", qPrintable(events.text));
+        qWarning("The session did not start: %s", qPrintable(events.text));
         return false;
     }
 
-    /// Waits until one of these statuses is reported, and forgets what was reported before.
+    /// Waits until one of these statuses was reported, then clears the reported statuses.
     bool waitFor(const QList<Status> &wanted, int limit = 15000)
     {
         const auto isThere = [&] {
             return std::any_of(events.statuses.begin(), events.statuses.end(),
                                [&](Status status) { return wanted.contains(status); });
         };
-        QTimer end; // wakes up the wait below
+        QTimer end; // ends the wait below
         end.setSingleShot(true);
         end.start(limit);
         while (!isThere() && end.isActive())
             QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents);
         const bool came = isThere();
         if (!came)
-            qWarning("Waited in vain; the statuses were %s, the output was:\n%s", qPrintable(statusText()),
+            qWarning("Status not reported; the statuses were %s, the output was:\n%s", qPrintable(statusText()),
                      qPrintable(events.text));
         events.statuses.clear();
         return came;
@@ -223,8 +230,7 @@ public:
             texts.append(QString::number(status));
         return texts.join(u' ');
     }
-    /// "file, line" or the disassembly's place.
-    /// As the document @p file is told.
+    /// "file, line", or a line of the disassembly. @p file is the current document.
     QString location(QString file = {}) const
     {
         int line = 0;
@@ -241,7 +247,7 @@ public:
     {
         return queryInterface<T>(static_cast<IPluginObject *>(env));
     }
-    /// The breakpoints as the user reads them, the addresses left out.
+    /// The first location of each breakpoint, with its state: "[x] file, line".
     QString breakpoints() const
     {
         QString text;

@@ -10,7 +10,7 @@
 
 using Env = IExecutionEnvironment;
 
-/// Sessions with firmware on emulated boards, and with servers at an address.
+/// Sessions with firmware on emulated boards, and with debug servers.
 class tst_BoardSession : public QObject
 {
     Q_OBJECT
@@ -18,41 +18,41 @@ private Q_SLOTS:
     void initTestCase();
     void init();
     void cleanup();
-    void startsAtMainAndPrintsOnTheConsole();
-    void theConsolesInputReachesTheProgram();
-    void stepsInSourceAndInTheDisassembly();
-    void stopsAtABreakpoint();
-    void setsABreakpointWhileRunning();
-    void aStepOverABusyLoopCanBePaused();
-    void callsFunctionsOnlyIfAllowed();
-    void aHardFaultStopsInItsHandler();
-    void startsAgainTenTimes();
-    void readsAndWritesMemory();
-    void blocksEndWhereRegionsEnd();
-    void readsMemoryAndLinesWhileRunning();
-    void romIsNotWritten();
-    void registersAreAsExpected_data();
-    void registersAreAsExpected();
-    void writesRegistersOfBothWidths();
-    void disassemblesWithSourceLines();
-    void showsPeripherals();
-    void wakesUpASleepingProcessor();
-    void callStackAndLocals();
+    void sessionStartsAtMainAndShowsOutputInTheConsole();
+    void consoleInputIsSentToTheProgram();
+    void stepsFollowTheCurrentDocument();
+    void runStopsAtSourceAndAddressBreakpoints();
+    void breakpointSetWhileRunningIsHit();
+    void stepOverAnEndlessLoopCanBePaused();
+    void functionCallsNeedTheOption();
+    void breakpointInFaultHandlerShowsTheFaultingCaller();
+    void restartWorksTenTimes();
+    void memoryIsReadAndWrittenInAllModes();
+    void cellsBeyondTheRegionHaveNoMemory();
+    void memoryAndLinesAreAvailableWhileRunning();
+    void writeToRomIsRefused();
+    void registersBeforeTheSessionEqualThoseOfGdb_data();
+    void registersBeforeTheSessionEqualThoseOfGdb();
+    void registersOf32And64BitsAreWritten();
+    void disassemblyShowsSourceLines();
+    void peripheralsAreReadAndWritten();
+    void wakeUpEndsSleep();
+    void selectedCallerChangesLocals();
     void twoCoresStopTogether();
     void twoBoardsRunAndPauseTogether();
-    void killedInEachState_data();
-    void killedInEachState();
-    void semihostingIsShownAndEndsTheProgram();
-    void aLockedUpProcessorIsTold();
-    void aHangingEmulatorDoesNotHangUs();
-    void anUnknownBoardIsTold();
-    void attachesToAServer();
-    void runsAProgramOfAGdbserver();
-    void aRefusedAddressIsTold();
-    void anAddressThatDoesNotAnswerIsTold();
-    void aLostServerIsTold();
-    void logsTheDialogue();
-    void reloadsTheProgram();
+    void killedProcessIsReported_data();
+    void killedProcessIsReported();
+    void semihostingOutputIsShownAndExitEndsTheProgram();
+    void lockedUpProcessorEndsTheSessionWithAMessage();
+    void hangingEmulatorMakesQueriesFailUntilItContinues();
+    void unknownBoardOrMissingQemuIsReported();
+    void attachLeavesTheServerRunning();
+    void gdbserverProgramRunsButCannotRestart();
+    void refusedConnectionIsReported();
+    void serverWithoutAnswerIsReported();
+    void lostConnectionIsReported();
+    void logCommandShowsCommandsAndAnswers();
+    void reloadKeepsBreakpoints();
 
 private:
     Programs m_programs;
@@ -65,7 +65,7 @@ private:
 };
 
 namespace {
-/// Whether the program comes to its loop, which it never leaves.
+/// Whether the program reaches its endless loop within 10 s.
 bool isInItsLoop(const LiveSession &session)
 {
     uint address = 0;
@@ -94,7 +94,7 @@ void tst_BoardSession::cleanup()
     QTRY_COMPARE(ownChildren(), QStringList());
 }
 
-void tst_BoardSession::startsAtMainAndPrintsOnTheConsole()
+void tst_BoardSession::sessionStartsAtMainAndShowsOutputInTheConsole()
 {
     LiveSession session(option());
     const QList<QWidget *> widgets = session.get<IDockExtension>()->widgets();
@@ -114,7 +114,7 @@ void tst_BoardSession::startsAtMainAndPrintsOnTheConsole()
     QVERIFY(session.waitFor(Env::ProgramPaused));
 }
 
-void tst_BoardSession::theConsolesInputReachesTheProgram()
+void tst_BoardSession::consoleInputIsSentToTheProgram()
 {
     LiveSession session(option());
     const QList<QWidget *> widgets = session.get<IDockExtension>()->widgets();
@@ -130,7 +130,7 @@ void tst_BoardSession::theConsolesInputReachesTheProgram()
     qDeleteAll(widgets);
 }
 
-void tst_BoardSession::stepsInSourceAndInTheDisassembly()
+void tst_BoardSession::stepsFollowTheCurrentDocument()
 {
     LiveSession session(option());
     QVERIFY(session.start());
@@ -153,7 +153,7 @@ void tst_BoardSession::stepsInSourceAndInTheDisassembly()
     QCOMPARE(session.location(view), view + u", %1"_s.arg(session.env->session()->frame().address + 1));
 }
 
-void tst_BoardSession::stopsAtABreakpoint()
+void tst_BoardSession::runStopsAtSourceAndAddressBreakpoints()
 {
     LiveSession session(option());
     const auto breakpoints = session.get<IBreakpoints>();
@@ -174,7 +174,7 @@ void tst_BoardSession::stopsAtABreakpoint()
     QCOMPARE(breakpoints->breakpoints().size(), 1);
 }
 
-void tst_BoardSession::setsABreakpointWhileRunning()
+void tst_BoardSession::breakpointSetWhileRunningIsHit()
 {
     LiveSession session(option());
     QVERIFY(session.start());
@@ -190,7 +190,7 @@ void tst_BoardSession::setsABreakpointWhileRunning()
     QCOMPARE(session.events.text, QString());
 }
 
-void tst_BoardSession::aStepOverABusyLoopCanBePaused()
+void tst_BoardSession::stepOverAnEndlessLoopCanBePaused()
 {
     LiveSession session(option());
     QVERIFY(session.start());
@@ -204,17 +204,17 @@ void tst_BoardSession::aStepOverABusyLoopCanBePaused()
     QCOMPARE(session.env->session()->frame().function, u"spin"_s);
 }
 
-void tst_BoardSession::callsFunctionsOnlyIfAllowed()
+void tst_BoardSession::functionCallsNeedTheOption()
 {
-    LiveSession careful(option());
-    QVERIFY(careful.start());
-    QVERIFY2(careful.evaluate(u"twice(21)"_s).startsWith(u"error: "_s), qPrintable(careful.evaluate(u"twice(21)"_s)));
-    LiveSession bold(option(u";callFunctions=1"_s));
-    QVERIFY(bold.start());
-    QCOMPARE(bold.evaluate(u"twice(21)"_s), u"42"_s);
+    LiveSession refused(option());
+    QVERIFY(refused.start());
+    QVERIFY2(refused.evaluate(u"twice(21)"_s).startsWith(u"error: "_s), qPrintable(refused.evaluate(u"twice(21)"_s)));
+    LiveSession allowed(option(u";callFunctions=1"_s));
+    QVERIFY(allowed.start());
+    QCOMPARE(allowed.evaluate(u"twice(21)"_s), u"42"_s);
 }
 
-void tst_BoardSession::aHardFaultStopsInItsHandler()
+void tst_BoardSession::breakpointInFaultHandlerShowsTheFaultingCaller()
 {
     LiveSession session(option());
     QVERIFY(session.start());
@@ -225,13 +225,13 @@ void tst_BoardSession::aHardFaultStopsInItsHandler()
     session.env->run();
     QVERIFY(session.waitFor(Env::ProgramBreakpointHit));
     QCOMPARE(session.env->session()->frame().function, u"faultHandler"_s);
-    QVERIFY(session.env->session()->selectFrame(2)); // behind gdb's own mark of a handler
+    QVERIFY(session.env->session()->selectFrame(2)); // frame 1 is gdb's marker of a handler
     QVERIFY(session.waitFor(Env::ProgramPaused));
     QCOMPARE(session.env->session()->frame().function, u"crash"_s);
     QVERIFY2(session.location().startsWith(u"firmware.c, "_s), qPrintable(session.location()));
 }
 
-void tst_BoardSession::startsAgainTenTimes()
+void tst_BoardSession::restartWorksTenTimes()
 {
     LiveSession session(option());
     const auto breakpoints = session.get<IBreakpoints>();
@@ -249,7 +249,7 @@ void tst_BoardSession::startsAgainTenTimes()
     QCOMPARE(session.events.text, QString());
 }
 
-void tst_BoardSession::readsAndWritesMemory()
+void tst_BoardSession::memoryIsReadAndWrittenInAllModes()
 {
     LiveSession session(option());
     QVERIFY(session.start());
@@ -278,7 +278,7 @@ void tst_BoardSession::readsAndWritesMemory()
     QCOMPARE(memory->write(1, IMemory::Word16, address, 0x55AA, true), int(IMemory::Success));
 }
 
-void tst_BoardSession::blocksEndWhereRegionsEnd()
+void tst_BoardSession::cellsBeyondTheRegionHaveNoMemory()
 {
     LiveSession session(option());
     QVERIFY(session.start());
@@ -296,7 +296,7 @@ void tst_BoardSession::blocksEndWhereRegionsEnd()
     QCOMPARE(block[2].status, int(IMemory::NoMemory));
 }
 
-void tst_BoardSession::readsMemoryAndLinesWhileRunning()
+void tst_BoardSession::memoryAndLinesAreAvailableWhileRunning()
 {
     LiveSession session(option());
     QVERIFY(session.start());
@@ -312,12 +312,12 @@ void tst_BoardSession::readsMemoryAndLinesWhileRunning()
     QVERIFY(session.evaluate(u"loops"_s).startsWith(u"error: "_s));
     uint code = 0;
     QVERIFY(session.get<ISymbolLookup>()->addressOf(file(), line(u"int result"_s), code));
-    QVERIFY(session.get<IDisassembly>()->text(int(code)).isNull()); // not seen before the program went on
+    QVERIFY(session.get<IDisassembly>()->text(int(code)).isNull()); // not decoded before the program continued
     QVERIFY(!session.get<IDisassembly>()->text(int(seen)).isNull());
     QVERIFY(!session.events.statuses.contains(Env::ProgramPaused));
 }
 
-void tst_BoardSession::romIsNotWritten()
+void tst_BoardSession::writeToRomIsRefused()
 {
     const QString image = m_programs.firmware(u"rom.elf"_s, u"lm3s.ld"_s);
     LiveSession session(u"qemu:lm3s6965evb;image="_s + image);
@@ -334,14 +334,14 @@ void tst_BoardSession::romIsNotWritten()
     QCOMPARE(after, before);
 }
 
-void tst_BoardSession::registersAreAsExpected_data()
+void tst_BoardSession::registersBeforeTheSessionEqualThoseOfGdb_data()
 {
     QTest::addColumn<QString>("board");
     QTest::newRow("without floating point") << u"mps2-an385"_s;
     QTest::newRow("with floating point") << u"mps2-an386"_s;
 }
 
-void tst_BoardSession::registersAreAsExpected()
+void tst_BoardSession::registersBeforeTheSessionEqualThoseOfGdb()
 {
     QFETCH(QString, board);
     LiveSession session(u"qemu:%1;image=%2"_s.arg(board, m_image));
@@ -353,11 +353,11 @@ void tst_BoardSession::registersAreAsExpected()
     };
     const QString before = names();
     QVERIFY(session.start());
-    QCOMPARE(names(), before); // the host's window may have been built before the session
+    QCOMPARE(names(), before); // the window may have been built before the session
     QCOMPARE(session.get<IRegisters>()->value(u"pc"_s, 0), uint(session.env->session()->frame().address));
 }
 
-void tst_BoardSession::writesRegistersOfBothWidths()
+void tst_BoardSession::registersOf32And64BitsAreWritten()
 {
     LiveSession session(u"qemu:mps2-an386;image="_s + m_image);
     QVERIFY(session.start());
@@ -373,7 +373,7 @@ void tst_BoardSession::writesRegistersOfBothWidths()
     QCOMPARE(registers->value(u"none"_s, 0), 0u);
 }
 
-void tst_BoardSession::disassemblesWithSourceLines()
+void tst_BoardSession::disassemblyShowsSourceLines()
 {
     LiveSession session(option());
     QVERIFY(session.start());
@@ -387,7 +387,7 @@ void tst_BoardSession::disassemblesWithSourceLines()
     QVERIFY(lines->sourceLines(index + 1).isEmpty());
 }
 
-void tst_BoardSession::showsPeripherals()
+void tst_BoardSession::peripheralsAreReadAndWritten()
 {
     LiveSession session(option(u";svdFile="_s + Programs::source(u"board.svd"_s)));
     const auto devices = session.get<IPeripherals>();
@@ -418,7 +418,7 @@ void tst_BoardSession::showsPeripherals()
     QCOMPARE(devices->description(u"UART9"_s, {}), QString());
 }
 
-void tst_BoardSession::wakesUpASleepingProcessor()
+void tst_BoardSession::wakeUpEndsSleep()
 {
     LiveSession session(option());
     QVERIFY(session.start());
@@ -440,11 +440,11 @@ void tst_BoardSession::wakesUpASleepingProcessor()
     QTRY_VERIFY(memory->read(1, IMemory::Word32, counter, &value) == IMemory::Success && value == 1);
 }
 
-void tst_BoardSession::callStackAndLocals()
+void tst_BoardSession::selectedCallerChangesLocals()
 {
     LiveSession session(option());
     const QList<QWidget *> widgets = session.get<IDockExtension>()->widgets();
-    QWidget window; // the docks show while their window does
+    QWidget window; // docks update only while visible
     auto *layout = new QVBoxLayout(&window);
     for (QWidget *widget : widgets)
         layout->addWidget(widget);
@@ -491,14 +491,14 @@ void tst_BoardSession::twoBoardsRunAndPauseTogether()
 {
     LiveSession first(option(u";group=pair"_s));
     LiveSession second(option(u";group=pair"_s));
-    LiveSession stranger(option());
+    LiveSession otherGroup(option());
     const auto leader = first.get<IMultiProcessorSync>();
     QCOMPARE(leader->groupId(), u"pair"_s);
     QCOMPARE(leader->supportedOperations(u"pair"_s), 0x000F000F);
     QCOMPARE(second.get<IMultiProcessorSync>()->supportedOperations(u"pair"_s), 0x000F000F);
     QCOMPARE(second.get<IMultiProcessorSync>()->supportedOperations(u"other"_s), 0);
-    QCOMPARE(stranger.get<IMultiProcessorSync>()->supportedOperations(QString()), 0);
-    QVERIFY(first.start() && second.start() && stranger.start());
+    QCOMPARE(otherGroup.get<IMultiProcessorSync>()->supportedOperations(QString()), 0);
+    QVERIFY(first.start() && second.start() && otherGroup.start());
     for (int round = 0; round < 3; ++round) {
         leader->syncRun();
         QVERIFY(first.waitFor(Env::ProgramRunning) && second.waitFor(Env::ProgramRunning));
@@ -512,10 +512,10 @@ void tst_BoardSession::twoBoardsRunAndPauseTogether()
     QCOMPARE(second.location(), atMain());
     QCOMPARE(console->text(), QString());
     qDeleteAll(widgets);
-    QCOMPARE(stranger.env->programStatus(), Env::ProgramPaused);
+    QCOMPARE(otherGroup.env->programStatus(), Env::ProgramPaused);
 }
 
-void tst_BoardSession::killedInEachState_data()
+void tst_BoardSession::killedProcessIsReported_data()
 {
     QTest::addColumn<QString>("victim");
     QTest::addColumn<bool>("running");
@@ -529,7 +529,7 @@ void tst_BoardSession::killedInEachState_data()
                                    << u"'qemu-system-arm' was ended by a signal."_s;
 }
 
-void tst_BoardSession::killedInEachState()
+void tst_BoardSession::killedProcessIsReported()
 {
     QFETCH(QString, victim);
     QFETCH(bool, running);
@@ -554,7 +554,7 @@ void tst_BoardSession::killedInEachState()
     QCOMPARE(session.location(), atMain());
 }
 
-void tst_BoardSession::semihostingIsShownAndEndsTheProgram()
+void tst_BoardSession::semihostingOutputIsShownAndExitEndsTheProgram()
 {
     LiveSession session(option());
     QByteArray output;
@@ -570,17 +570,17 @@ void tst_BoardSession::semihostingIsShownAndEndsTheProgram()
     QCOMPARE(session.location(), atMain());
 }
 
-void tst_BoardSession::aLockedUpProcessorIsTold()
+void tst_BoardSession::lockedUpProcessorEndsTheSessionWithAMessage()
 {
     LiveSession session(option());
     QVERIFY(session.start());
-    QCOMPARE(session.evaluate(u"command=6"_s), u"6"_s); // the fault's handler fails itself
+    QCOMPARE(session.evaluate(u"command=6"_s), u"6"_s); // a fault in the fault handler locks up the processor
     session.env->run();
     QVERIFY(session.waitFor(Env::ProgramFinished));
     QTRY_VERIFY2(session.events.text.contains(u"Lockup"_s), qPrintable(session.events.text));
 }
 
-void tst_BoardSession::aHangingEmulatorDoesNotHangUs()
+void tst_BoardSession::hangingEmulatorMakesQueriesFailUntilItContinues()
 {
     LiveSession session(option());
     QVERIFY(session.start());
@@ -598,7 +598,7 @@ void tst_BoardSession::aHangingEmulatorDoesNotHangUs()
     QVERIFY(session.waitFor(Env::ProgramPaused));
 }
 
-void tst_BoardSession::anUnknownBoardIsTold()
+void tst_BoardSession::unknownBoardOrMissingQemuIsReported()
 {
     LiveSession session(u"qemu:nosuchboard;image="_s + m_image);
     QVERIFY(!session.env->start(false));
@@ -610,7 +610,7 @@ void tst_BoardSession::anUnknownBoardIsTold()
 }
 
 namespace {
-/// A QEMU of somebody else, with gdb's server on a socket.
+/// A QEMU that does not belong to the session, with a debug server on a socket.
 class ForeignBoard
 {
 public:
@@ -639,7 +639,7 @@ private:
 };
 } // namespace
 
-void tst_BoardSession::attachesToAServer()
+void tst_BoardSession::attachLeavesTheServerRunning()
 {
     ForeignBoard board(m_image);
     QTRY_VERIFY(board.isUp());
@@ -657,10 +657,10 @@ void tst_BoardSession::attachesToAServer()
     QVERIFY(board.isRunning());
 }
 
-void tst_BoardSession::runsAProgramOfAGdbserver()
+void tst_BoardSession::gdbserverProgramRunsButCannotRestart()
 {
     const QString image = m_programs.native(u"served"_s);
-    QTcpServer probe; // a port that is free
+    QTcpServer probe; // finds a free port
     QVERIFY(probe.listen(QHostAddress::LocalHost));
     const QString address = u"127.0.0.1:%1"_s.arg(probe.serverPort());
     probe.close();
@@ -682,7 +682,7 @@ void tst_BoardSession::runsAProgramOfAGdbserver()
     QVERIFY(server.waitForFinished());
 }
 
-void tst_BoardSession::aRefusedAddressIsTold()
+void tst_BoardSession::refusedConnectionIsReported()
 {
     QTcpServer server;
     QVERIFY(server.listen(QHostAddress::LocalHost));
@@ -695,16 +695,16 @@ void tst_BoardSession::aRefusedAddressIsTold()
     QCOMPARE(session.env->programStatus(), Env::ProgramUnknown);
 }
 
-void tst_BoardSession::anAddressThatDoesNotAnswerIsTold()
+void tst_BoardSession::serverWithoutAnswerIsReported()
 {
-    QTcpServer server; // accepts, as a server does that serves another one already, and says nothing
+    QTcpServer server; // accepts the connection but does not answer, like a server that serves another debugger
     QVERIFY(server.listen(QHostAddress::LocalHost));
     LiveSession session(u"remote:127.0.0.1:%1;image=%2"_s.arg(server.serverPort()).arg(m_image));
     QVERIFY(!session.env->start(true));
     QVERIFY2(session.events.serious.contains(u"no other debugger on it?"_s), qPrintable(session.events.serious));
 }
 
-void tst_BoardSession::aLostServerIsTold()
+void tst_BoardSession::lostConnectionIsReported()
 {
     ForeignBoard board(m_image);
     QTRY_VERIFY(board.isUp());
@@ -718,7 +718,7 @@ void tst_BoardSession::aLostServerIsTold()
              qPrintable(session.events.serious));
 }
 
-void tst_BoardSession::logsTheDialogue()
+void tst_BoardSession::logCommandShowsCommandsAndAnswers()
 {
     LiveSession session(option());
     const auto commands = session.get<IExtensionCommands>();
@@ -738,7 +738,7 @@ void tst_BoardSession::logsTheDialogue()
     QVERIFY(session.events.serious.isEmpty());
 }
 
-void tst_BoardSession::reloadsTheProgram()
+void tst_BoardSession::reloadKeepsBreakpoints()
 {
     LiveSession session(option());
     session.get<IBreakpoints>()->setBreakpoint(file(), line(u"origin.x = sum"_s), BreakpointEnabled);

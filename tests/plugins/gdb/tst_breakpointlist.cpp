@@ -10,10 +10,10 @@ class tst_BreakpointList : public QObject
     Q_OBJECT
 private Q_SLOTS:
     void init() { QTest::failOnWarning(QRegularExpression(u".?"_s)); }
-    void tellsEveryPlaceOnce();
+    void eachLocationIsListedOnce();
 };
 
-void tst_BreakpointList::tellsEveryPlaceOnce()
+void tst_BreakpointList::eachLocationIsListedOnce()
 {
     const auto text = [](const char *record, bool onlyAddresses) {
         QStringList parts;

@@ -6,14 +6,14 @@ class tst_ElfImage : public QObject
     Q_OBJECT
 private Q_SLOTS:
     void init() { QTest::failOnWarning(QRegularExpression(u".?"_s)); }
-    void readsANativeProgram();
-    void readsFirmware();
-    void refusesOthers_data();
-    void refusesOthers();
-    void findsTheProjectsProgram();
+    void nativeProgramIsRead();
+    void firmwareIsRead();
+    void otherFilesAreInvalid_data();
+    void otherFilesAreInvalid();
+    void findImagePrefersConfigurationThenName();
 };
 
-void tst_ElfImage::readsANativeProgram()
+void tst_ElfImage::nativeProgramIsRead()
 {
     const Programs programs;
     const ElfImage image = loadElfImage(programs.native(u"demo"_s));
@@ -24,17 +24,17 @@ void tst_ElfImage::readsANativeProgram()
     QVERIFY(!loadElfImage(programs.native(u"bare"_s, {u"-s"_s})).debugInformation);
 }
 
-void tst_ElfImage::readsFirmware()
+void tst_ElfImage::firmwareIsRead()
 {
     const Programs programs;
     const ElfImage image = loadElfImage(programs.firmware(u"firmware.elf"_s));
     QCOMPARE(image.machine, int(ElfImage::Arm));
     QVERIFY(!image.wide && !image.bigEndian && !image.isNative() && !image.relocatable);
-    QCOMPARE(image.entry & 1, 0u); // the mark of Thumb code is no part of the address
+    QCOMPARE(image.entry & 1, 0u); // the Thumb bit is not part of the address
     QVERIFY(image.functions.contains(image.entry));
 }
 
-void tst_ElfImage::refusesOthers_data()
+void tst_ElfImage::otherFilesAreInvalid_data()
 {
     QTest::addColumn<QByteArray>("contents");
     QTest::newRow("empty") << QByteArray();
@@ -42,13 +42,13 @@ void tst_ElfImage::refusesOthers_data()
     QTest::newRow("mark alone") << QByteArray("\177ELF");
 }
 
-void tst_ElfImage::refusesOthers()
+void tst_ElfImage::otherFilesAreInvalid()
 {
     QFETCH(QByteArray, contents);
     QVERIFY(!readElfImage(contents).isValid());
 }
 
-void tst_ElfImage::findsTheProjectsProgram()
+void tst_ElfImage::findImagePrefersConfigurationThenName()
 {
     const Programs programs;
     const QDir base(programs.directory());

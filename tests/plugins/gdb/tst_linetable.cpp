@@ -10,10 +10,10 @@ class tst_LineTable : public QObject
     Q_OBJECT
 private Q_SLOTS:
     void init() { QTest::failOnWarning(QRegularExpression(u".?"_s)); }
-    void findsLinesAndAddresses();
+    void linesAndAddressesAreFound();
 };
 
-void tst_LineTable::findsLinesAndAddresses()
+void tst_LineTable::linesAndAddressesAreFound()
 {
     LineTable table;
     table.add(

@@ -8,12 +8,12 @@ class tst_MiRecord : public QObject
     Q_OBJECT
 private Q_SLOTS:
     void init() { QTest::failOnWarning(QRegularExpression(u".?"_s)); }
-    void readsARecord_data();
-    void readsARecord();
-    void readsNumbers();
-    void deepNestingIsNoRecord();
-    void quotesWhatGdbReadsBack_data();
-    void quotesWhatGdbReadsBack();
+    void recordIsParsed_data();
+    void recordIsParsed();
+    void numbersAreRead();
+    void tooDeepNestingIsKindOther();
+    void quotedTextIsReadBackUnchanged_data();
+    void quotedTextIsReadBackUnchanged();
 };
 
 namespace {
@@ -41,7 +41,7 @@ QString text(const MiValue &value)
     }
 }
 
-/// "kind token class results text", the parts that are there.
+/// "kind token class results text", without empty parts.
 QString text(const MiRecord &record)
 {
     static const QStringList kinds = {u"other"_s,  u"prompt"_s,  u"result"_s, u"exec"_s, u"status"_s,
@@ -55,7 +55,7 @@ QString text(const MiRecord &record)
 }
 } // namespace
 
-void tst_MiRecord::readsARecord_data()
+void tst_MiRecord::recordIsParsed_data()
 {
     QTest::addColumn<QByteArray>("line");
     QTest::addColumn<QString>("expected");
@@ -90,13 +90,13 @@ void tst_MiRecord::readsARecord_data()
     QTest::newRow("token too large") << QByteArray("99999999999^done") << u"result done"_s;
 }
 
-void tst_MiRecord::readsARecord()
+void tst_MiRecord::recordIsParsed()
 {
     QFETCH(QByteArray, line);
     QTEST(text(parseMiRecord(line)), "expected");
 }
 
-void tst_MiRecord::readsNumbers()
+void tst_MiRecord::numbersAreRead()
 {
     const MiValue results = parseMiRecord(R"(^done,a="0x0000000000400000",b="12",c="<MULTIPLE>")").results;
     QCOMPARE(results.address(u"a"), 0x400000u);
@@ -108,13 +108,13 @@ void tst_MiRecord::readsNumbers()
     QCOMPARE(parseMiRecord(R"(7^done,msg="no")").errorText(), QString());
 }
 
-void tst_MiRecord::deepNestingIsNoRecord()
+void tst_MiRecord::tooDeepNestingIsKindOther()
 {
     QCOMPARE(parseMiRecord("^done,a=" + QByteArray(60, '[') + QByteArray(60, ']')).kind, MiRecord::Kind::Result);
     QCOMPARE(parseMiRecord("^done,a=" + QByteArray(100000, '[')).kind, MiRecord::Kind::Other);
 }
 
-void tst_MiRecord::quotesWhatGdbReadsBack_data()
+void tst_MiRecord::quotedTextIsReadBackUnchanged_data()
 {
     QTest::addColumn<QString>("plain");
     for (const QString &plain :
@@ -122,7 +122,7 @@ void tst_MiRecord::quotesWhatGdbReadsBack_data()
         QTest::newRow(qPrintable(plain)) << plain;
 }
 
-void tst_MiRecord::quotesWhatGdbReadsBack()
+void tst_MiRecord::quotedTextIsReadBackUnchanged()
 {
     QFETCH(QString, plain);
     QCOMPARE(parseMiRecord("^done,x=" + miQuoted(plain)).results.text(u"x"), plain);

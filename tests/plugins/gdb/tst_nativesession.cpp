@@ -3,7 +3,7 @@
 
 using Env = IExecutionEnvironment;
 
-/// Sessions with a program of this computer.
+/// Sessions with native programs.
 class tst_NativeSession : public QObject
 {
     Q_OBJECT
@@ -11,36 +11,37 @@ private Q_SLOTS:
     void initTestCase();
     void init();
     void cleanup();
-    void startsAtMain();
-    void beginsAtTheFirstInstructionIfAskedTo();
-    void stepsOverAndInto();
-    void stepsOut();
-    void runsToTheCursor();
-    void stopsAtABreakpointThatWasSetBefore();
-    void aLineWithoutCodeMovesToTheNextOne();
-    void aDisabledBreakpointIsPassed();
-    void setsABreakpointWhileRunning();
-    void pausesABusyLoop();
-    void aPauseOfAPausedProgramIsNothing();
-    void evaluatesAndAssigns();
-    void tellsHowTheProgramEnded();
-    void tellsOfACrash();
-    void startsAgainTenTimes();
-    void attachesToARunningProgram();
-    void programsOutputIsNotGdbs();
-    void findsSymbolsAndLines();
-    void readsRegisters();
-    void readsMemoryWhileRunning();
-    void disassembles();
-    void gdbKilledWhilePaused();
-    void gdbKilledWhileRunning();
-    void aProgramWithoutDebugInformationIsTold();
-    void aMissingProgramIsTold();
-    void aMissingGdbIsTold();
-    void somethingElseAsGdbIsTold();
-    void aMovedSourceIsFoundInTheSourceDirectories();
-    void aLostSourceShowsTheDisassembly();
-    void referencesAreGivenBack();
+    void sessionStartsAtMain();
+    void emptyRunToStartsAtTheFirstInstruction();
+    void stepOverAndStepIntoStopAtTheNextLine();
+    void stepOutStopsInTheCaller();
+    void runToCursorStopsThere();
+    void breakpointSetBeforeTheSessionIsHit();
+    void breakpointOnLineWithoutCodeMovesToTheNextLine();
+    void disabledBreakpointDoesNotStop();
+    void breakpointSetWhileRunningIsHit();
+    void endlessLoopCanBePaused();
+    void breakpointSetDuringAPauseLeavesTheProgramPaused();
+    void pauseOfAPausedProgramHasNoEffect();
+    void expressionsAreEvaluatedAndAssigned();
+    void exitCodeIsReported();
+    void crashPausesWithItsSignal();
+    void restartWorksTenTimes();
+    void attachedProgramContinuesAfterStop();
+    void programHasItsOwnTerminal();
+    void symbolsAndLinesAreFound();
+    void registersAreReadAndWritten();
+    void memoryIsReadAndWrittenWhileRunning();
+    void disassemblyShowsInstructionsAndLines();
+    void killedGdbWhilePausedIsReportedAndRestartWorks();
+    void killedGdbWhileRunningEndsTheProgram();
+    void programWithoutDebugInformationShowsDisassembly();
+    void missingProgramIsReported();
+    void missingGdbIsReported();
+    void programThatIsNotGdbIsReported();
+    void movedSourceIsFoundInTheSourceDirectories();
+    void missingSourceShowsDisassembly();
+    void releaseDuringASessionReleasesAllReferences();
 
 private:
     Programs m_programs;
@@ -64,7 +65,7 @@ void tst_NativeSession::cleanup()
     QTRY_COMPARE(ownChildren(), QStringList());
 }
 
-void tst_NativeSession::startsAtMain()
+void tst_NativeSession::sessionStartsAtMain()
 {
     LiveSession session(option());
     QVERIFY(session.initialised);
@@ -77,14 +78,14 @@ void tst_NativeSession::startsAtMain()
     QCOMPARE(session.location(), QString());
 }
 
-void tst_NativeSession::beginsAtTheFirstInstructionIfAskedTo()
+void tst_NativeSession::emptyRunToStartsAtTheFirstInstruction()
 {
     LiveSession session(option(u";runTo="_s));
     QVERIFY(session.start());
     QVERIFY2(session.location().startsWith(u"disassembler:, "_s), qPrintable(session.location()));
 }
 
-void tst_NativeSession::stepsOverAndInto()
+void tst_NativeSession::stepOverAndStepIntoStopAtTheNextLine()
 {
     LiveSession session(option());
     QVERIFY(session.start());
@@ -102,7 +103,7 @@ void tst_NativeSession::stepsOverAndInto()
     QCOMPARE(session.location(), u"native.c, %1"_s.arg(Programs::lineOf(u"native.c"_s, u"int result"_s)));
 }
 
-void tst_NativeSession::stepsOut()
+void tst_NativeSession::stepOutStopsInTheCaller()
 {
     LiveSession session(option());
     session.get<IBreakpoints>()->setBreakpoint(Programs::source(u"native.c"_s),
@@ -115,7 +116,7 @@ void tst_NativeSession::stepsOut()
     QCOMPARE(session.location(), u"native.c, %1"_s.arg(Programs::lineOf(u"native.c"_s, u"sum + twice"_s)));
 }
 
-void tst_NativeSession::runsToTheCursor()
+void tst_NativeSession::runToCursorStopsThere()
 {
     LiveSession session(option());
     QVERIFY(session.start());
@@ -126,7 +127,7 @@ void tst_NativeSession::runsToTheCursor()
     QCOMPARE(session.breakpoints(), QString());
 }
 
-void tst_NativeSession::stopsAtABreakpointThatWasSetBefore()
+void tst_NativeSession::breakpointSetBeforeTheSessionIsHit()
 {
     LiveSession session(option());
     const int line = Programs::lineOf(u"native.c"_s, u"return result"_s);
@@ -138,13 +139,13 @@ void tst_NativeSession::stopsAtABreakpointThatWasSetBefore()
     QVERIFY(session.waitFor(Env::ProgramBreakpointHit));
     QCOMPARE(session.location(), u"native.c, %1"_s.arg(line));
     const QList<BreakpointLocation> places = breakpoints->breakpoints().first().locations;
-    QCOMPARE(places.size(), 2); // its place in the disassembly as well
+    QCOMPARE(places.size(), 2); // also its line in the disassembly
     QCOMPARE(places.last().file, u"disassembler:"_s);
     session.env->stop();
     QCOMPARE(session.breakpoints(), u"[x] native.c, %1\n"_s.arg(line));
 }
 
-void tst_NativeSession::aLineWithoutCodeMovesToTheNextOne()
+void tst_NativeSession::breakpointOnLineWithoutCodeMovesToTheNextLine()
 {
     LiveSession session(option());
     QVERIFY(session.start());
@@ -160,7 +161,7 @@ void tst_NativeSession::aLineWithoutCodeMovesToTheNextOne()
              qPrintable(session.events.text));
 }
 
-void tst_NativeSession::aDisabledBreakpointIsPassed()
+void tst_NativeSession::disabledBreakpointDoesNotStop()
 {
     LiveSession session(option());
     const auto breakpoints = session.get<IBreakpoints>();
@@ -176,7 +177,7 @@ void tst_NativeSession::aDisabledBreakpointIsPassed()
     QCOMPARE(session.breakpoints(), u"[ ] native.c, %1\n[x] native.c, %2\n"_s.arg(first).arg(second));
 }
 
-void tst_NativeSession::setsABreakpointWhileRunning()
+void tst_NativeSession::breakpointSetWhileRunningIsHit()
 {
     LiveSession session(option(u";arguments=spin"_s));
     QVERIFY(session.start());
@@ -192,11 +193,11 @@ void tst_NativeSession::setsABreakpointWhileRunning()
     QVERIFY(session.waitFor(Env::ProgramRunning));
     QCOMPARE(session.get<IBreakpoints>()->setBreakpoint(Programs::source(u"native.c"_s), line + 20, BreakpointDisabled),
              0);
-    QVERIFY(session.waitFor(Env::ProgramRunning)); // and goes on
+    QVERIFY(session.waitFor(Env::ProgramRunning)); // it continues
     QCOMPARE(session.env->programStatus(), Env::ProgramRunning);
 }
 
-void tst_NativeSession::pausesABusyLoop()
+void tst_NativeSession::endlessLoopCanBePaused()
 {
     LiveSession session(option(u";arguments=spin"_s));
     QVERIFY(session.start());
@@ -208,7 +209,25 @@ void tst_NativeSession::pausesABusyLoop()
     QVERIFY2(session.location().startsWith(u"native.c, "_s), qPrintable(session.location()));
 }
 
-void tst_NativeSession::aPauseOfAPausedProgramIsNothing()
+void tst_NativeSession::breakpointSetDuringAPauseLeavesTheProgramPaused()
+{
+    LiveSession session(option(u";arguments=spin"_s));
+    QVERIFY(session.start());
+    session.env->run();
+    QVERIFY(session.waitFor(Env::ProgramRunning));
+    QTRY_VERIFY(session.evaluate(u"loops"_s).toInt() > 0);
+    session.env->pause();
+    const int line = Programs::lineOf(u"native.c"_s, u"return result"_s);
+    QCOMPARE(session.get<IBreakpoints>()->setBreakpoint(Programs::source(u"native.c"_s), line, BreakpointEnabled), 0);
+    QVERIFY(session.waitFor(Env::ProgramPaused));
+    QCOMPARE(session.env->programStatus(), Env::ProgramPaused);
+    session.env->run();
+    QVERIFY(session.waitFor(Env::ProgramRunning));
+    QTest::qWait(0);
+    QCOMPARE(session.env->programStatus(), Env::ProgramRunning); // no second signal stops it
+}
+
+void tst_NativeSession::pauseOfAPausedProgramHasNoEffect()
 {
     LiveSession session(option());
     QVERIFY(session.start());
@@ -218,7 +237,7 @@ void tst_NativeSession::aPauseOfAPausedProgramIsNothing()
     QCOMPARE(session.evaluate(u"sum"_s), u"0"_s);
 }
 
-void tst_NativeSession::evaluatesAndAssigns()
+void tst_NativeSession::expressionsAreEvaluatedAndAssigned()
 {
     LiveSession session(option());
     QCOMPARE(session.evaluate(u"origin"_s), u"error: no program is being debugged"_s);
@@ -229,7 +248,7 @@ void tst_NativeSession::evaluatesAndAssigns()
     QCOMPARE(session.evaluate(u"nothing"_s), u"error: No symbol \"nothing\" in current context."_s);
 }
 
-void tst_NativeSession::tellsHowTheProgramEnded()
+void tst_NativeSession::exitCodeIsReported()
 {
     LiveSession session(option());
     QVERIFY(session.start());
@@ -241,7 +260,7 @@ void tst_NativeSession::tellsHowTheProgramEnded()
     QCOMPARE(session.location(), u"native.c, %1"_s.arg(Programs::lineOf(u"native.c"_s, u"int sum = 0"_s)));
 }
 
-void tst_NativeSession::tellsOfACrash()
+void tst_NativeSession::crashPausesWithItsSignal()
 {
     LiveSession session(option(u";arguments=crash"_s));
     QVERIFY(session.start());
@@ -251,7 +270,7 @@ void tst_NativeSession::tellsOfACrash()
     QCOMPARE(session.location(), u"native.c, %1"_s.arg(Programs::lineOf(u"native.c"_s, u"*(volatile int *)0"_s)));
 }
 
-void tst_NativeSession::startsAgainTenTimes()
+void tst_NativeSession::restartWorksTenTimes()
 {
     LiveSession session(option());
     const int line = Programs::lineOf(u"native.c"_s, u"return result"_s);
@@ -268,7 +287,7 @@ void tst_NativeSession::startsAgainTenTimes()
     QCOMPARE(session.events.serious, QString());
 }
 
-void tst_NativeSession::attachesToARunningProgram()
+void tst_NativeSession::attachedProgramContinuesAfterStop()
 {
     QProcess program;
     program.start(m_image, {u"spin"_s});
@@ -279,13 +298,13 @@ void tst_NativeSession::attachesToARunningProgram()
     QVERIFY2(session.location().startsWith(u"native.c, "_s), qPrintable(session.location()));
     QVERIFY(session.evaluate(u"loops"_s).toInt() > 0);
     session.env->stop();
-    QCOMPARE(program.state(), QProcess::Running); // it runs on
+    QCOMPARE(program.state(), QProcess::Running); // it continues
     QVERIFY(!program.waitForFinished(0));
     program.kill();
     QVERIFY(program.waitForFinished());
 }
 
-void tst_NativeSession::programsOutputIsNotGdbs()
+void tst_NativeSession::programHasItsOwnTerminal()
 {
     LiveSession session(option(u";arguments=echo"_s));
     QByteArray output;
@@ -298,7 +317,7 @@ void tst_NativeSession::programsOutputIsNotGdbs()
     QTRY_COMPARE(output, QByteArray("ready\ngot hello\n"));
 }
 
-void tst_NativeSession::findsSymbolsAndLines()
+void tst_NativeSession::symbolsAndLinesAreFound()
 {
     LiveSession session(option());
     QVERIFY(session.start());
@@ -322,7 +341,7 @@ void tst_NativeSession::findsSymbolsAndLines()
     QVERIFY(!lookup->addressOf(file, 1, lineAddress));
 }
 
-void tst_NativeSession::readsRegisters()
+void tst_NativeSession::registersAreReadAndWritten()
 {
     LiveSession session(option());
     QVERIFY(session.start());
@@ -340,7 +359,7 @@ void tst_NativeSession::readsRegisters()
     QCOMPARE(session.evaluate(u"$rbx"_s), QString::number(0x5566778811223344));
 }
 
-void tst_NativeSession::readsMemoryWhileRunning()
+void tst_NativeSession::memoryIsReadAndWrittenWhileRunning()
 {
     LiveSession session(option(u";arguments=spin"_s));
     QVERIFY(session.start());
@@ -364,7 +383,7 @@ void tst_NativeSession::readsMemoryWhileRunning()
     QCOMPARE(value, 0x1234u);
 }
 
-void tst_NativeSession::disassembles()
+void tst_NativeSession::disassemblyShowsInstructionsAndLines()
 {
     LiveSession session(option());
     QVERIFY(session.start());
@@ -380,7 +399,7 @@ void tst_NativeSession::disassembles()
     QVERIFY(!session.get<IDisassembly>()->disassemble(address, 0).isEmpty());
 }
 
-void tst_NativeSession::gdbKilledWhilePaused()
+void tst_NativeSession::killedGdbWhilePausedIsReportedAndRestartWorks()
 {
     LiveSession session(option());
     QVERIFY(session.start());
@@ -393,7 +412,7 @@ void tst_NativeSession::gdbKilledWhilePaused()
     QCOMPARE(session.evaluate(u"origin.x"_s), u"3"_s);
 }
 
-void tst_NativeSession::gdbKilledWhileRunning()
+void tst_NativeSession::killedGdbWhileRunningEndsTheProgram()
 {
     LiveSession session(option(u";arguments=spin"_s));
     QVERIFY(session.start());
@@ -407,7 +426,7 @@ void tst_NativeSession::gdbKilledWhileRunning()
     QTRY_COMPARE(ownChildren(), QStringList());
 }
 
-void tst_NativeSession::aProgramWithoutDebugInformationIsTold()
+void tst_NativeSession::programWithoutDebugInformationShowsDisassembly()
 {
     const QString image = m_programs.native(u"bare"_s, {u"-s"_s});
     LiveSession session(u"native:"_s + image + u";runTo="_s);
@@ -418,28 +437,28 @@ void tst_NativeSession::aProgramWithoutDebugInformationIsTold()
     QVERIFY(session.waitFor(Env::ProgramPaused));
 }
 
-void tst_NativeSession::aMissingProgramIsTold()
+void tst_NativeSession::missingProgramIsReported()
 {
     LiveSession session(u"native:/nowhere/demo"_s);
     QVERIFY(!session.env->start(false));
-    QCOMPARE(session.events.serious, u"'/nowhere/demo' is no program that can be debugged.\n"_s);
+    QCOMPARE(session.events.serious, u"'/nowhere/demo' is not a program that can be debugged.\n"_s);
 }
 
-void tst_NativeSession::aMissingGdbIsTold()
+void tst_NativeSession::missingGdbIsReported()
 {
     LiveSession session(option(u";gdb=/nowhere/gdb"_s));
     QVERIFY(!session.env->start(false));
     QVERIFY2(session.events.serious.startsWith(u"Cannot run '/nowhere/gdb': "_s), qPrintable(session.events.serious));
 }
 
-void tst_NativeSession::somethingElseAsGdbIsTold()
+void tst_NativeSession::programThatIsNotGdbIsReported()
 {
     LiveSession session(option(u";gdb=true"_s));
     QVERIFY(!session.env->start(false));
-    QCOMPARE(session.events.serious, u"'true' does not answer as gdb does.\n"_s);
+    QCOMPARE(session.events.serious, u"'true' does not answer like gdb.\n"_s);
 }
 
-void tst_NativeSession::aMovedSourceIsFoundInTheSourceDirectories()
+void tst_NativeSession::movedSourceIsFoundInTheSourceDirectories()
 {
     QTemporaryDir old;
     QVERIFY(QFile::copy(Programs::source(u"native.c"_s), old.filePath(u"native.c"_s)));
@@ -457,7 +476,7 @@ void tst_NativeSession::aMovedSourceIsFoundInTheSourceDirectories()
     QCOMPARE(session.breakpoints(), u"[x] native.c, %1\n"_s.arg(line));
 }
 
-void tst_NativeSession::aLostSourceShowsTheDisassembly()
+void tst_NativeSession::missingSourceShowsDisassembly()
 {
     QTemporaryDir old;
     QVERIFY(QFile::copy(Programs::source(u"native.c"_s), old.filePath(u"lost.c"_s)));
@@ -468,10 +487,10 @@ void tst_NativeSession::aLostSourceShowsTheDisassembly()
     QVERIFY(session.start());
     QVERIFY2(session.location().startsWith(u"disassembler:, "_s), qPrintable(session.location()));
     QCOMPARE(session.location(), session.location());
-    QCOMPARE(session.events.text.count(u"is not there any more"_s), 1);
+    QCOMPARE(session.events.text.count(u"does not exist"_s), 1);
 }
 
-void tst_NativeSession::referencesAreGivenBack()
+void tst_NativeSession::releaseDuringASessionReleasesAllReferences()
 {
     LiveSession session(option());
     QVERIFY(session.start());

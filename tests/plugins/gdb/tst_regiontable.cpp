@@ -8,13 +8,13 @@ class tst_RegionTable : public QObject
     Q_OBJECT
 private Q_SLOTS:
     void init() { QTest::failOnWarning(QRegularExpression(u".?"_s)); }
-    void findsTheRegionOfAnAddress();
-    void readsTheUsersRegions();
-    void knowsBoards();
-    void readsAMemoryTree();
-    void readsMemoryAttributes();
-    void readsProcessMaps();
-    void putsTheCodeFirst();
+    void addressHasTheFirstRegionThatContainsIt();
+    void userRegionsAreReadAndInvalidOnesListed();
+    void commonBoardsHaveRegions();
+    void memoryTreeGivesRegionsOfTheFirstProcessor();
+    void memoryAttributesGiveEnabledRegions();
+    void processMapsGiveReadableMappings();
+    void regionOfTheCodeIsMovedToTheFront();
 };
 
 namespace {
@@ -36,7 +36,7 @@ RegionTable small()
 }
 } // namespace
 
-void tst_RegionTable::findsTheRegionOfAnAddress()
+void tst_RegionTable::addressHasTheFirstRegionThatContainsIt()
 {
     const RegionTable table = small();
     QCOMPARE(table.at(0xff), nullptr);
@@ -48,7 +48,7 @@ void tst_RegionTable::findsTheRegionOfAnAddress()
     QCOMPARE(last.at(~quint64(0))->name, u"top"_s);
 }
 
-void tst_RegionTable::readsTheUsersRegions()
+void tst_RegionTable::userRegionsAreReadAndInvalidOnesListed()
 {
     QStringList bad;
     QCOMPARE(
@@ -59,14 +59,14 @@ void tst_RegionTable::readsTheUsersRegions()
     QCOMPARE(bad, (QStringList{u"a:b:c:d"_s, u"x:0:4"_s, u"y:0:0:ram"_s, u"z:0:4:flash"_s}));
 }
 
-void tst_RegionTable::knowsBoards()
+void tst_RegionTable::commonBoardsHaveRegions()
 {
     QCOMPARE(boardRegions(u"netduinoplus2"_s).at(0x08000000)->kind, TargetRegion::Kind::Rom);
     QCOMPARE(text(boardRegions(u"mps2-an500"_s)), text(boardRegions(u"mps2-an385"_s)));
     QVERIFY(boardRegions(u"unheard-of"_s).isEmpty());
 }
 
-void tst_RegionTable::readsAMemoryTree()
+void tst_RegionTable::memoryTreeGivesRegionsOfTheFirstProcessor()
 {
     const QString tree =
         u"FlatView #0\r\n AS \"memory\", root: system\r\n"
@@ -81,7 +81,7 @@ void tst_RegionTable::readsAMemoryTree()
     QVERIFY(parseMemoryTree(u"unknown command\n"_s).isEmpty());
 }
 
-void tst_RegionTable::readsMemoryAttributes()
+void tst_RegionTable::memoryAttributesGiveEnabledRegions()
 {
     QCOMPARE(text(parseMemoryAttributes(
                  u"Using memory regions provided by the target.\nNum Enb Low Addr   High Addr  Attrs\n"
@@ -92,7 +92,7 @@ void tst_RegionTable::readsMemoryAttributes()
     QVERIFY(parseMemoryAttributes(u"There are no memory regions defined.\n"_s).isEmpty());
 }
 
-void tst_RegionTable::readsProcessMaps()
+void tst_RegionTable::processMapsGiveReadableMappings()
 {
     QCOMPARE(text(parseProcessMaps(u"00400000-00401000 r-xp 00000000 08:01 123 /home/me/my demo\n"
                                    "00600000-00602000 rw-p 00000000 00:00 0\n"
@@ -100,7 +100,7 @@ void tst_RegionTable::readsProcessMaps()
              u"my demo 0x00400000 400000+1000 rom\nanonymous 0x00600000 600000+2000 ram\n"_s);
 }
 
-void tst_RegionTable::putsTheCodeFirst()
+void tst_RegionTable::regionOfTheCodeIsMovedToTheFront()
 {
     QCOMPARE(small().withCodeFirst(0x208).regions().first().name, u"b"_s);
     QCOMPARE(small().withCodeFirst(0x208).regions().size(), 3);

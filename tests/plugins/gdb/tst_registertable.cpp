@@ -9,11 +9,11 @@ class tst_RegisterTable : public QObject
     Q_OBJECT
 private Q_SLOTS:
     void init() { QTest::failOnWarning(QRegularExpression(u".?"_s)); }
-    void readsRegisterGroups();
-    void readsRegisterValues();
+    void registersAreSortedAndGrouped();
+    void rawValuesAreSplitIntoWords();
 };
 
-void tst_RegisterTable::readsRegisterGroups()
+void tst_RegisterTable::registersAreSortedAndGrouped()
 {
     const QList<TargetRegister> registers =
         parseRegisterGroups(u" Name         Nr  Rel Offset    Size  Type            Groups\n"
@@ -38,7 +38,7 @@ void tst_RegisterTable::readsRegisterGroups()
         u"0 r0 32 General 31\n15 pc 32 General 31\n41 xmm1 128 Vector 4\n58 d0 64 Floating point 4\n90 fpscr 32 Floating point 4"_s);
 }
 
-void tst_RegisterTable::readsRegisterValues()
+void tst_RegisterTable::rawValuesAreSplitIntoWords()
 {
     QCOMPARE(registerWords(u"0x00000008"_s), (QList<uint>{8}));
     QCOMPARE(registerWords(u"0x1122334455667788"_s), (QList<uint>{0x55667788, 0x11223344}));

@@ -8,12 +8,12 @@ class tst_SvdFile : public QObject
     Q_OBJECT
 private Q_SLOTS:
     void init() { QTest::failOnWarning(QRegularExpression(u".?"_s)); }
-    void readsRegisters_data();
-    void readsRegisters();
-    void readsFields_data();
-    void readsFields();
-    void refusesOthers_data();
-    void refusesOthers();
+    void registersAreRead_data();
+    void registersAreRead();
+    void fieldsAreRead_data();
+    void fieldsAreRead();
+    void invalidDescriptionIsRefused_data();
+    void invalidDescriptionIsRefused();
 };
 
 namespace {
@@ -39,7 +39,7 @@ QString text(const QList<SvdPeripheral> &peripherals)
 }
 } // namespace
 
-void tst_SvdFile::readsRegisters_data()
+void tst_SvdFile::registersAreRead_data()
 {
     QTest::addColumn<QByteArray>("contents");
     QTest::addColumn<QString>("expected");
@@ -106,7 +106,7 @@ void tst_SvdFile::readsRegisters_data()
         << u"A: B0.C.X@4c/32rw B1.C.X@6c/32rw\n"_s;
 }
 
-void tst_SvdFile::readsRegisters()
+void tst_SvdFile::registersAreRead()
 {
     QFETCH(QByteArray, contents);
     QList<SvdPeripheral> peripherals;
@@ -115,7 +115,7 @@ void tst_SvdFile::readsRegisters()
     QTEST(text(peripherals), "expected");
 }
 
-void tst_SvdFile::readsFields_data()
+void tst_SvdFile::fieldsAreRead_data()
 {
     QTest::addColumn<QByteArray>("field");
     QTest::addColumn<QString>("expected");
@@ -133,7 +133,7 @@ void tst_SvdFile::readsFields_data()
                            << u"f 0+2, f 4+2"_s;
 }
 
-void tst_SvdFile::readsFields()
+void tst_SvdFile::fieldsAreRead()
 {
     QFETCH(QByteArray, field);
     QList<SvdPeripheral> peripherals;
@@ -151,7 +151,7 @@ void tst_SvdFile::readsFields()
     QTEST(parts.join(u", "_s), "expected");
 }
 
-void tst_SvdFile::refusesOthers_data()
+void tst_SvdFile::invalidDescriptionIsRefused_data()
 {
     QTest::addColumn<QByteArray>("contents");
     QTest::newRow("empty") << QByteArray();
@@ -162,7 +162,7 @@ void tst_SvdFile::refusesOthers_data()
                                      + "</device>";
 }
 
-void tst_SvdFile::refusesOthers()
+void tst_SvdFile::invalidDescriptionIsRefused()
 {
     QFETCH(QByteArray, contents);
     QList<SvdPeripheral> peripherals;

@@ -13,16 +13,16 @@ class tst_TargetOptions : public QObject
     Q_OBJECT
 private Q_SLOTS:
     void init() { QTest::failOnWarning(QRegularExpression(u".?"_s)); }
-    void readsAnOptionText();
-    void refusesWhatItDoesNotUnderstand_data();
-    void refusesWhatItDoesNotUnderstand();
-    void propertiesComeAfterTheText();
-    void everyKeyHasAProperty();
-    void matchesMovedSources_data();
-    void matchesMovedSources();
+    void optionTextIsRead();
+    void invalidOptionIsRefused_data();
+    void invalidOptionIsRefused();
+    void propertiesOverrideTheOptionText();
+    void everyKeyHasAPropertyWithItsDefault();
+    void movedSourceMatchesTheLongestCommonEnd_data();
+    void movedSourceMatchesTheLongestCommonEnd();
 };
 
-void tst_TargetOptions::readsAnOptionText()
+void tst_TargetOptions::optionTextIsRead()
 {
     TargetOptions options;
     QString error;
@@ -45,7 +45,7 @@ void tst_TargetOptions::readsAnOptionText()
     QCOMPARE(options.image, u"demo"_s);
 }
 
-void tst_TargetOptions::refusesWhatItDoesNotUnderstand_data()
+void tst_TargetOptions::invalidOptionIsRefused_data()
 {
     QTest::addColumn<QString>("text");
     QTest::newRow("kind") << u"jtag"_s;
@@ -53,16 +53,16 @@ void tst_TargetOptions::refusesWhatItDoesNotUnderstand_data()
     QTest::newRow("number") << u"uart=first"_s;
 }
 
-void tst_TargetOptions::refusesWhatItDoesNotUnderstand()
+void tst_TargetOptions::invalidOptionIsRefused()
 {
     QFETCH(QString, text);
     TargetOptions options;
     QString error;
     QVERIFY(!applyOptionText(u"qemu;"_s + text, &options, &error));
-    QCOMPARE(error, u"The debugger option '%1' is not understood."_s.arg(text));
+    QCOMPARE(error, u"The debugger option '%1' is invalid."_s.arg(text));
 }
 
-void tst_TargetOptions::propertiesComeAfterTheText()
+void tst_TargetOptions::propertiesOverrideTheOptionText()
 {
     TargetOptions options;
     QString error;
@@ -71,12 +71,12 @@ void tst_TargetOptions::propertiesComeAfterTheText()
         {u"gdbTarget"_s, u"remote"_s}, {u"gdbRunTo"_s, u""_s}, {u"gdbLoad"_s, u"0"_s}};
     applyProperties([&values](const QString &key) { return values.value(key); }, &options);
     QCOMPARE(options.kind, Kind::Remote);
-    QCOMPARE(options.machine, u"microbit"_s); // no property, no change
+    QCOMPARE(options.machine, u"microbit"_s); // unchanged without a property
     QCOMPARE(options.runTo, QString());
     QCOMPARE(options.load, false);
 }
 
-void tst_TargetOptions::everyKeyHasAProperty()
+void tst_TargetOptions::everyKeyHasAPropertyWithItsDefault()
 {
     QDomDocument document;
     QVERIFY(document.setContent(gdbPropertyDefinitions()));
@@ -91,10 +91,10 @@ void tst_TargetOptions::everyKeyHasAProperty()
         QVERIFY2(defaults.contains(u"gdb"_s + key.at(0).toUpper() + key.mid(1)), qPrintable(key));
     TargetOptions options;
     applyProperties([&defaults](const QString &key) { return defaults.value(key); }, &options);
-    QVERIFY(options == TargetOptions()); // what the editor shows is what holds
+    QVERIFY(options == TargetOptions()); // the defaults in the property editor are those of the plug-in
 }
 
-void tst_TargetOptions::matchesMovedSources_data()
+void tst_TargetOptions::movedSourceMatchesTheLongestCommonEnd_data()
 {
     QTest::addColumn<QString>("path");
     QTest::addColumn<QString>("expected");
@@ -104,7 +104,7 @@ void tst_TargetOptions::matchesMovedSources_data()
     QTest::newRow("end of a name is not enough") << u"/old/remain.c"_s << QString();
 }
 
-void tst_TargetOptions::matchesMovedSources()
+void tst_TargetOptions::movedSourceMatchesTheLongestCommonEnd()
 {
     QFETCH(QString, path);
     path.replace(u'\\', u'/');

@@ -2,20 +2,27 @@
 #include "fakeproject.h"
 #include "gnubuild.h"
 #include "propertytable.h"
-#include <QtTest>
+#include <QTest>
 
-/// A project in a temporary directory with its build environment.
+/// A project in a temporary directory and its build environment.
 class BuildFixture
 {
 public:
     explicit BuildFixture(const QString &prefix = {}, const QString &name = QStringLiteral("demo"))
         : events(new RecordingEvents)
         , project(new FakeProject(name, directory.path()))
-        , environment(new GnuBuild(toolChainOf(prefix)))
+        , environment(new GnuBuild(toolChainOf(prefix), projects()))
     {
         environment->initialise(events.get(), {});
         environment->setProject(project.get());
         environment->setQueryInterface(nullptr);
+    }
+
+    /// The projects of all fixtures: they are in one workspace.
+    static const GnuProject::Registry &projects()
+    {
+        static const auto registry = std::make_shared<QList<GnuProject *>>();
+        return registry;
     }
 
     QTemporaryDir directory;
@@ -56,7 +63,7 @@ public:
     bool exists(const QString &name) const { return QFileInfo::exists(path(name)); }
     QDateTime timeOf(const QString &name) const { return QFileInfo(path(name)).lastModified(); }
 
-    /// Waits for the end of what was begun; false also if it does not come.
+    /// Waits for the end of the build; false also if it does not end in time.
     bool wait(int milliseconds = 60000)
     {
         const bool ended = QTest::qWaitFor([this] { return !events->ends.isEmpty(); }, milliseconds);
@@ -80,7 +87,7 @@ public:
         environment->clean(configurations);
         return wait();
     }
-    /// The lines of the last work that begin with "[", without their counts.
+    /// The lines of the last build that start with "[", sorted and without their counts.
     QStringList actions() const
     {
         QStringList list;

@@ -7,7 +7,7 @@
 #include "iprojectproperties.h"
 #include <QMap>
 
-/// A handed-out interface that counts how many of its like are alive.
+/// An interface that counts its existing objects.
 template <typename T>
 class Counted : public InterfaceObject<T>
 {
@@ -104,7 +104,7 @@ inline QList<IProjectFolder *> FakeFolderData::handOutFolders() const
     return list;
 }
 
-/// A project in memory. It has the configuration "Debug", and one reference, the maker's.
+/// A project in memory with the configuration "Debug". A new one has one reference.
 class FakeProject : public Counted<IProject>
 {
 public:
@@ -165,7 +165,7 @@ private:
     const QString m_directory;
 };
 
-/// Keeps what a build environment tells.
+/// Records the events of a build environment.
 class RecordingEvents : public Counted<IBuildEvents>
 {
 public:
@@ -177,7 +177,7 @@ public:
     void xmlFeedback(const QString &) override {}
 };
 
-/// How many handed-out interfaces are alive.
+/// The number of existing interface objects.
 inline int aliveInterfaces()
 {
     return Counted<IProject>::alive + Counted<IProjectFolder>::alive + Counted<IProjectFile>::alive

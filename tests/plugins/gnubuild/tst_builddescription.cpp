@@ -1,5 +1,5 @@
 #include "builddescription.h"
-#include <QtTest>
+#include <QTest>
 using namespace Qt::StringLiterals;
 
 class TestBuildDescription : public QObject
@@ -8,7 +8,7 @@ class TestBuildDescription : public QObject
 private Q_SLOTS:
     void init() { QTest::failOnWarning(QRegularExpression(u".?"_s)); }
 
-    void objectsHavePlainNames_data()
+    void objectNamesNeedNoQuotes_data()
     {
         QTest::addColumn<QString>("source");
         QTest::addColumn<QString>("object");
@@ -22,13 +22,13 @@ private Q_SLOTS:
         QTest::newRow("dots in a name") << u"a..c"_s << u"b/obj/a..c.o"_s;
     }
 
-    void objectsHavePlainNames()
+    void objectNamesNeedNoQuotes()
     {
         QFETCH(QString, source);
         QTEST(objectFileName(u"b"_s, source), "object");
     }
 
-    void configurationsHaveDirectoriesOfTheirOwn_data()
+    void configurationNamesAreEncodedAsDirectories_data()
     {
         QTest::addColumn<QString>("configuration");
         QTest::addColumn<QString>("directory");
@@ -40,13 +40,13 @@ private Q_SLOTS:
         QTest::newRow("empty") << u""_s << u"%2E"_s;
     }
 
-    void configurationsHaveDirectoriesOfTheirOwn()
+    void configurationNamesAreEncodedAsDirectories()
     {
         QFETCH(QString, configuration);
         QTEST(configurationDirectoryName(configuration), "directory");
     }
 
-    void countsTheSlotsOfDistcc_data()
+    void distccSlotsAreAddedUp_data()
     {
         QTest::addColumn<QString>("hosts");
         QTest::addColumn<int>("slots");
@@ -56,13 +56,13 @@ private Q_SLOTS:
         QTest::newRow("options") << u"--randomize a/3 +zeroconf"_s << 3;
     }
 
-    void countsTheSlotsOfDistcc()
+    void distccSlotsAreAddedUp()
     {
         QFETCH(QString, hosts);
         QTEST(distccSlots(hosts), "slots");
     }
 
-    void cppAsksForTheLinkerOfCpp()
+    void cppSourceSelectsTheCppLinker()
     {
         BuildDescription description;
         description.prefix = u"x-"_s;
@@ -72,7 +72,7 @@ private Q_SLOTS:
         QCOMPARE(description.linker(), u"x-g++"_s);
     }
 
-    void imageStandsBesideTheProgram()
+    void imageIsNextToTheProgram()
     {
         BuildDescription description;
         description.output = u"build/fw.elf"_s;

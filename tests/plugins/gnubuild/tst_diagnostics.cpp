@@ -1,9 +1,9 @@
-// What compilers say, and whether the default pattern of new projects leads to its place.
+// Messages of compilers, and the default error pattern of new projects.
 #include "diagnostics.h"
 #include "lookuppattern.h"
 #include "propertytable.h"
 #include "toolchain.h"
-#include <QtTest>
+#include <QTest>
 using namespace Qt::StringLiterals;
 
 class TestDiagnostics : public QObject
@@ -26,10 +26,10 @@ private Q_SLOTS:
         }
     }
 
-    void linesLeadToTheirPlaces_data()
+    void locationOfAMessageIsFound_data()
     {
         QTest::addColumn<QString>("line");
-        QTest::addColumn<QString>("file"); // empty for a line that leads nowhere
+        QTest::addColumn<QString>("file"); // empty for a line without a location
         QTest::addColumn<int>("number");
         QTest::newRow("error") << u"src/err.c:6:12: error: 'b' undeclared (first use in this function)"_s
                                << u"src/err.c"_s << 6;
@@ -54,7 +54,7 @@ private Q_SLOTS:
         QTest::newRow("progress") << u"[3/12] Compiling src/err.c"_s << u""_s << 0;
     }
 
-    void linesLeadToTheirPlaces()
+    void locationOfAMessageIsFound()
     {
         QFETCH(QString, line);
         QFETCH(QString, file);
@@ -66,11 +66,11 @@ private Q_SLOTS:
         QCOMPARE(place.has_value(), !file.isEmpty());
         if (!place)
             return;
-        QCOMPARE(place->file, path(file)); // absolute, whatever project is the current one
+        QCOMPARE(place->file, path(file)); // absolute, so that it does not depend on the current project
         QCOMPARE(place->line, number);
     }
 
-    void onlyPlacesChange_data()
+    void otherLinesAreUnchanged_data()
     {
         QTest::addColumn<QString>("line");
         QTest::newRow("absolute") << u"/usr/include/stdio.h:3:1: error: x"_s;
@@ -79,14 +79,14 @@ private Q_SLOTS:
         QTest::newRow("empty") << u""_s;
     }
 
-    void onlyPlacesChange()
+    void otherLinesAreUnchanged()
     {
         QFETCH(QString, line);
         Diagnostics diagnostics;
         QCOMPARE(diagnostics.take(line, m_directory.path()), line);
     }
 
-    void countsErrorsAndWarnings()
+    void errorsAndWarningsAreCounted()
     {
         Diagnostics diagnostics;
         for (const QString &line : {u"a.c:1:1: error: x"_s, u"a.c:1:1: fatal error: x"_s, u"a.s:1: Error: x"_s,

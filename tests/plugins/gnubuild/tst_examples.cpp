@@ -1,4 +1,4 @@
-// The examples: their projects in the editor's format, and real builds and runs of copies.
+// The examples: the format of their project files, and builds and runs of copies.
 #include "fakeproject.h"
 #include "gnubuild.h"
 #include "iprojectimpl.h"
@@ -6,7 +6,7 @@
 #include "projectfile.h"
 #include "projectworkspace.h"
 #include <filesystem>
-#include <QtTest>
+#include <QTest>
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -19,13 +19,14 @@ QByteArray bytesOf(const QString &path)
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
-/// A project of the copy with its build environment.
+/// A project of the copy and its build environment.
 struct Example
 {
     explicit Example(const QString &path) : events(new RecordingEvents)
     {
         project.load(path);
-        environment.reset(new GnuBuild(*findToolChain(project.buildEnvironment())));
+        environment.reset(
+            new GnuBuild(*findToolChain(project.buildEnvironment()), std::make_shared<QList<GnuProject *>>()));
         environment->initialise(events.get(), project.buildEnvironmentOption());
         const auto interface = queryInterface<IProject>(new IProjectImpl(&project));
         environment->setProject(interface.get());
@@ -59,7 +60,7 @@ private:
             QTest::newRow(qPrintable(name)) << name + u'/' + name + u".vnp"_s;
     }
 
-    /// What a program writes until it has written @p text.
+    /// Reads the output of a program until it contains @p text; false after 60 s.
     static bool writes(QProcess &program, const QByteArray &text, QByteArray *output)
     {
         return QTest::qWaitFor(
@@ -78,21 +79,21 @@ private Q_SLOTS:
         std::filesystem::copy(Examples.toStdString(), m_copy.toStdString(), std::filesystem::copy_options::recursive);
     }
 
-    void projectsAreAsTheEditorSavesThem_data() { eachProject(); }
+    void savedProjectsAreUnchanged_data() { eachProject(); }
 
-    void projectsAreAsTheEditorSavesThem()
+    void savedProjectsAreUnchanged()
     {
         QFETCH(QString, name);
         Example example(m_copy + u'/' + name);
         QVERIFY(example.project.openedOK());
-        QVERIFY(!example.project.isModified()); // binding the build environment has found nothing to add
+        QVERIFY(!example.project.isModified()); // setProject() has not added properties
         for (const ProjectFile *file : example.project.files({}, nullptr))
             QVERIFY2(QFileInfo::exists(example.project.absolutePath(file->path())), qPrintable(file->path()));
         QVERIFY(example.project.save());
         QCOMPARE(bytesOf(m_copy + u'/' + name), bytesOf(Examples + u'/' + name));
     }
 
-    void workspacesAreAsTheEditorSavesThem_data()
+    void savedWorkspacesAreUnchanged_data()
     {
         QTest::addColumn<QString>("name");
         QTest::addColumn<int>("projects");
@@ -101,7 +102,7 @@ private Q_SLOTS:
         QTest::newRow("calculator") << u"calculator/calculator.vnw"_s << 1;
     }
 
-    void workspacesAreAsTheEditorSavesThem()
+    void savedWorkspacesAreUnchanged()
     {
         QFETCH(QString, name);
         QFETCH(int, projects);
@@ -114,9 +115,9 @@ private Q_SLOTS:
         QCOMPARE(bytesOf(m_copy + u'/' + name), bytesOf(Examples + u'/' + name));
     }
 
-    void buildWithoutWarnings_data() { eachProject(); }
+    void examplesBuildWithoutWarnings_data() { eachProject(); }
 
-    void buildWithoutWarnings()
+    void examplesBuildWithoutWarnings()
     {
         QFETCH(QString, name);
         Example example(m_copy + u'/' + name);
@@ -129,7 +130,7 @@ private Q_SLOTS:
         QVERIFY(!example.events->text.contains(u"Compiling"_s));
     }
 
-    void aHeaderBuildsWhatIncludesIt()
+    void changedHeaderCompilesItsIncluders()
     {
         Example example(m_copy + u"/thermostat/thermostat.vnp"_s);
         QVERIFY(example.build());
@@ -143,7 +144,7 @@ private Q_SLOTS:
         QVERIFY(example.events->text.contains(u"Compiling room.c\n"_s));
     }
 
-    void calculatorWorksOutExpressions()
+    void calculatorEvaluatesExpressions()
     {
         Example example(m_copy + u"/calculator/calculator.vnp"_s);
         QVERIFY(example.build({u"Debug"_s}));

@@ -1,4 +1,5 @@
-// The library as the program loads it.
+// The plug-in library, loaded as Varnel loads it.
+#include "fakeproject.h"
 #include "ibuildenvironment.h"
 #include "idebugbuild.h"
 #include "iexecutionenvironment.h"
@@ -8,7 +9,7 @@
 #include "iworkspaceclient.h"
 #include "pluginfactory.h"
 #include <QPluginLoader>
-#include <QtTest>
+#include <QTest>
 using namespace Qt::StringLiterals;
 
 class TestGnuBuildFactory : public QObject
@@ -26,12 +27,12 @@ private Q_SLOTS:
     }
     void init() { QTest::failOnWarning(QRegularExpression(u".?"_s)); }
 
-    void bearsTheIdOfFactories()
+    void libraryHasTheFactoryIid()
     {
         QCOMPARE(m_loader.metaData().value(u"IID"_s).toString(), QStringLiteral(VarnelPluginFactoryIid));
     }
 
-    void createsEachFeature()
+    void eachFeatureOffersTheInterfacesOfABuildEnvironment()
     {
         QCOMPARE(m_factory->featureList().size(), 4);
         for (const QString &feature : m_factory->featureList()) {
@@ -49,7 +50,31 @@ private Q_SLOTS:
         QVERIFY(!m_factory->create(u"{red}"_s));
     }
 
-    void showsItself()
+    void environmentsOfOneLibraryFindEachOthersProjects()
+    {
+        const InterfacePtr<RecordingEvents> events(new RecordingEvents);
+        const InterfacePtr<FakeProject> library(new FakeProject(u"maths"_s, u"/nowhere/maths"_s));
+        library->set(u"buildTargetType"_s, u"library"_s);
+        const InterfacePtr<FakeProject> user(new FakeProject(u"demo"_s, u"/nowhere/demo"_s));
+        user->set(u"buildUsedProjects"_s, u"maths"_s);
+        std::vector<InterfacePtr<IPluginObject>> objects;
+        for (FakeProject *project : {library.get(), user.get()}) {
+            objects.emplace_back(m_factory->create(m_factory->featureList().first()));
+            const auto environment = queryInterface<IBuildEnvironment>(objects.back().get());
+            QVERIFY(environment->initialise(events.get(), {}));
+            environment->setProject(project);
+        }
+        const auto client = queryInterface<IWorkspaceClient>(objects[1].get());
+        client->setQueryInterface(nullptr);
+        client->workspaceChanged();
+        QVERIFY(events->text.contains(u"needs the library project 'maths'"_s));
+        queryInterface<IWorkspaceClient>(objects[0].get())->setQueryInterface(nullptr);
+        events->text.clear();
+        client->workspaceChanged();
+        QCOMPARE(events->text, QString());
+    }
+
+    void nameAndLogoAreShownOnTheSplashScreen()
     {
         QCOMPARE(m_factory->name(), u"GNU Build"_s);
         QCOMPARE(m_factory->logo().height(), 32);

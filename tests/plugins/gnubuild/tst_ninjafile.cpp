@@ -1,6 +1,9 @@
 #include "builddescription.h"
 #include "ninjafile.h"
-#include <QtTest>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QTest>
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -32,7 +35,7 @@ class TestNinjaFile : public QObject
 private Q_SLOTS:
     void init() { QTest::failOnWarning(QRegularExpression(u".?"_s)); }
 
-    void readsLikeThis()
+    void wholeFileHasThisText()
     {
         BuildDescription description = sample();
         description.makesMap = true;
@@ -66,7 +69,7 @@ default build/Debug/demo.elf
 )"));
     }
 
-    void hasOnlyTheRulesThatItUses()
+    void onlyUsedRulesAreWritten()
     {
         BuildDescription description = sample();
         QVERIFY(!textOf(description).contains(u"rule cxx"_s));
@@ -78,7 +81,7 @@ default build/Debug/demo.elf
             QVERIFY2(text.contains(rule), qPrintable(rule));
     }
 
-    void plainAssemblerHasNeitherLauncherNorDependencies()
+    void assemblerWithoutPreprocessorHasNoLauncherOrDependencies()
     {
         BuildDescription description = sample();
         description.launcher = {u"ccache"_s};
@@ -87,14 +90,14 @@ default build/Debug/demo.elf
         QVERIFY(!textOf(description).contains(u"depfile"_s));
     }
 
-    void launcherStandsAheadOfCompilersOnly()
+    void launcherIsUsedForCompilersOnly()
     {
         BuildDescription description = sample();
         description.launcher = {u"ccache"_s};
         QCOMPARE(textOf(description).count(u"ccache arm-none-eabi-gcc"_s), 1);
     }
 
-    void makesLibrariesImagesAndWhatComesAfter()
+    void librariesImagesAndPostBuildHaveRules()
     {
         BuildDescription description = sample();
         description.target = BuildDescription::Target::Library;
@@ -112,14 +115,14 @@ default build/Debug/demo.elf
         QVERIFY(text.endsWith(u"default build/Debug/demo.elf build/Debug/demo.bin build/Debug/postbuild.stamp\n"_s));
     }
 
-    void takesSourcesThatNinjaCannotReadOutOfTheirDependencies()
+    void unreadableSourceIsRemovedFromItsDependencies()
     {
         BuildDescription description = sample();
         description.sources = {{u"it's.c"_s, Language::C, u"its.o"_s, {}}};
         QVERIFY(textOf(description).contains(u"and_then = $ && sed -i 's|it'\\''s\\.c||' its.o.d\n"_s));
     }
 
-    void escapesPathsAndValues()
+    void pathsAndValuesAreEscaped()
     {
         QCOMPARE(ninjaPath(u"a b:c$d"_s), u"a$ b$:c$$d"_s);
         QCOMPARE(ninjaValue(u"a b:c$d"_s), u"a b:c$$d"_s);
@@ -129,7 +132,7 @@ default build/Debug/demo.elf
         QVERIFY(!isPossibleNinjaValue(u"a\nb"_s));
     }
 
-    void databaseTellsEachCommandWithoutALauncher()
+    void databaseHasCommandsWithoutLauncher()
     {
         BuildDescription description = sample();
         description.launcher = {u"ccache"_s};

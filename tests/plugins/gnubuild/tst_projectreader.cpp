@@ -1,7 +1,7 @@
 #include "fakeproject.h"
 #include "projectreader.h"
 #include "propertytable.h"
-#include <QtTest>
+#include <QTest>
 using namespace Qt::StringLiterals;
 
 class TestProjectReader : public QObject
@@ -30,7 +30,7 @@ private Q_SLOTS:
         QCOMPARE(aliveInterfaces(), 0);
     }
 
-    void projectsWithoutOptionsHaveDefaults()
+    void projectWithoutOptionsHasDefaults()
     {
         const BuildDescription description = read();
         QCOMPARE(m_problems, QStringList());
@@ -92,7 +92,7 @@ private Q_SLOTS:
         QTEST(flags.preprocessedAssembler.join(u' '), "preprocessed");
     }
 
-    void filesHaveFlagsOfTheirOwn()
+    void fileOptionsReplaceThoseOfTheProject()
     {
         m_project->set(PropertyKey::Defines, u"ALL"_s);
         FakeFileData *file = m_project->addFile(u"a.c"_s);
@@ -103,12 +103,12 @@ private Q_SLOTS:
         QCOMPARE(*read().sources[1].flags, (QStringList{u"-O3"_s, u"-g2"_s, u"-Wall"_s, u"-DALL"_s}));
         file->store.values[u"Debug"_s][PropertyKey::FileFlags] = u"-x"_s;
         QCOMPARE(read().sources[1].flags->constLast(), u"-x"_s);
-        file->store.values[u"Debug"_s][PropertyKey::Defines] = u""_s; // hides the project's
+        file->store.values[u"Debug"_s][PropertyKey::Defines] = u""_s; // replaces the project's
         QVERIFY(!read().sources[1].flags->contains(u"-DALL"_s));
         QVERIFY(!read().sources[0].flags);
     }
 
-    void excludedFilesAreLeftOutInTheirConfiguration()
+    void excludedFileIsSkippedInItsConfiguration()
     {
         m_project->set(u"x"_s, u"y"_s, u"Release"_s);
         m_project->addFile(u"a.c"_s)->store.values[u"Debug"_s][PropertyKey::Exclude] = u"1"_s;
@@ -141,7 +141,7 @@ private Q_SLOTS:
         QTEST(read(toolChain).output, "output");
     }
 
-    void linkingHasItsOrder()
+    void linkArgumentsAreInOrder()
     {
         m_project->set(PropertyKey::Machine, u"-mthumb"_s);
         m_project->set(PropertyKey::LinkerScript, u"board.ld"_s);
@@ -156,7 +156,7 @@ private Q_SLOTS:
         QVERIFY(description.makesMap);
     }
 
-    void prefixComesFromTheOptionOrTheProperty()
+    void propertyOverridesOptionAsPrefix()
     {
         QCOMPARE(read(1).prefix, u"arm-none-eabi-"_s);
         QCOMPARE(read(1, u"my-"_s).prefix, u"my-"_s);
@@ -208,10 +208,10 @@ private Q_SLOTS:
         QFETCH(QString, value);
         m_project->set(key, value);
         read();
-        QTEST(m_problems.join(u'\n'), "problem"); // once, though several languages have it
+        QTEST(m_problems.join(u'\n'), "problem"); // reported once, although it affects several languages
     }
 
-    void outputsOfConfigurationsDiffer()
+    void sharedOutputOfConfigurationsIsAProblem()
     {
         m_project->set(u"x"_s, u"y"_s, u"Release"_s);
         read();
@@ -219,7 +219,7 @@ private Q_SLOTS:
         m_project->set(PropertyKey::OutputName, u"../Release/demo"_s);
         read();
         QCOMPARE(m_problems.size(), 1);
-        QVERIFY(m_problems[0].contains(u"'Debug' and 'Release' both make the file 'build/Release/demo'"_s));
+        QVERIFY(m_problems[0].contains(u"'Debug' and 'Release' both build the file 'build/Release/demo'"_s));
     }
 };
 

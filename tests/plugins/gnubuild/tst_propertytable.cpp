@@ -1,12 +1,12 @@
 #include "propertytable.h"
 #include "toolchain.h"
-#include <QtTest>
+#include <QTest>
 #include <QXmlStreamReader>
 using namespace Qt::StringLiterals;
 
 namespace {
-/// The keys that the property editor shows for a selector, as it chooses them: an element with selectors of its own
-/// applies to these, one without to all.
+/// Finds the keys that the property editor shows for a selector: an element with selectors applies to these, one
+/// without to all.
 class Chooser
 {
 public:
@@ -24,7 +24,7 @@ public:
     bool isWellFormed() const { return m_wellFormed; }
 
 private:
-    /// Reads the children of an element; the result says whether it applies.
+    /// Reads the children of an element. Returns whether it applies.
     bool walk(QXmlStreamReader &reader)
     {
         bool limited = false;
@@ -88,7 +88,7 @@ private Q_SLOTS:
         }
     }
 
-    void eachKindOfFileHasItsOptions_data()
+    void optionsDependOnTheFileType_data()
     {
         QTest::addColumn<QString>("selector");
         QTest::addColumn<QStringList>("has");
@@ -109,14 +109,14 @@ private Q_SLOTS:
         QTest::newRow("script") << u"py"_s << QStringList{RunAtLoad} << QStringList{Exclude};
     }
 
-    void eachKindOfFileHasItsOptions()
+    void optionsDependOnTheFileType()
     {
         QFETCH(QString, selector);
         QFETCH(QStringList, has);
         QFETCH(QStringList, hasNot);
         Chooser chooser(selector);
         const QStringList keys =
-            chooser.keys(propertyDefinitionsXml(u"Build <&>"_s, propertyPages(toolChains().at(1))));
+            chooser.keys(propertyDefinitionsXml(u"Build <&>"_s, {}, propertyPages(toolChains().at(1))));
         QVERIFY(chooser.isWellFormed());
         for (const QString &key : has)
             QVERIFY2(keys.contains(key), qPrintable(key));
@@ -124,15 +124,16 @@ private Q_SLOTS:
             QVERIFY2(!keys.contains(key), qPrintable(key));
     }
 
-    void xmlHoldsWhatTheTableHolds()
+    void tableIsWrittenAsXml()
     {
         const QList<PropertyPage> pages = {
             {u"P & Q"_s,
              {u"c"_s},
              {{u"k"_s, u"<name>"_s, u"list"_s, u"a"_s, u"x < y"_s, {{u"a"_s, u"A & B"_s}}, {u"s"_s}}}}};
         QCOMPARE(
-            propertyDefinitionsXml(u"G"_s, pages),
-            u"<properties><group name=\"G\"><propertygroup name=\"P &amp; Q\"><appliesto selector=\"c\"/>"
+            propertyDefinitionsXml(u"G"_s, {u"project"_s}, pages),
+            u"<properties><group name=\"G\"><appliesto selector=\"project\"/><propertygroup name=\"P &amp; "
+            u"Q\"><appliesto selector=\"c\"/>"
             "<property key=\"k\" name=\"&lt;name&gt;\" type=\"list\" defaultvalue=\"a\"><appliesto selector=\"s\"/>"
             "<description>x &amp;lt; y</description><option key=\"a\">A &amp; B</option></property>"
             "</propertygroup></group></properties>\n"_s);

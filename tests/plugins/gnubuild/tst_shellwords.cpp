@@ -1,5 +1,6 @@
 #include "shellwords.h"
-#include <QtTest>
+#include <QProcess>
+#include <QTest>
 using namespace Qt::StringLiterals;
 
 class TestShellWords : public QObject
@@ -8,7 +9,7 @@ class TestShellWords : public QObject
 private Q_SLOTS:
     void init() { QTest::failOnWarning(QRegularExpression(u".?"_s)); }
 
-    void splits_data()
+    void textIsSplitIntoWords_data()
     {
         QTest::addColumn<QString>("text");
         QTest::addColumn<QStringList>("words");
@@ -26,20 +27,20 @@ private Q_SLOTS:
         QTest::newRow("non-ASCII") << u"-Igrüße"_s << QStringList{u"-Igrüße"_s};
     }
 
-    void splits()
+    void textIsSplitIntoWords()
     {
         QFETCH(QString, text);
         QFETCH(QStringList, words);
         QCOMPARE(splitShellWords(text), words);
     }
 
-    void refusesAnOpenQuote()
+    void unclosedQuoteIsRefused()
     {
         QVERIFY(!splitShellWords(u"a 'b"_s));
         QVERIFY(!splitShellWords(u"a \"b\\\""_s));
     }
 
-    void quotesOnlyWhereNeeded_data()
+    void wordIsQuotedOnlyIfNecessary_data()
     {
         QTest::addColumn<QString>("word");
         QTest::addColumn<QString>("quoted");
@@ -51,14 +52,14 @@ private Q_SLOTS:
         QTest::newRow("home") << u"~x"_s << u"'~x'"_s;
     }
 
-    void quotesOnlyWhereNeeded()
+    void wordIsQuotedOnlyIfNecessary()
     {
         QFETCH(QString, word);
         QFETCH(QString, quoted);
         QCOMPARE(quoteShellWord(word), quoted);
     }
 
-    void aShellTakesThemBack()
+    void shellReadsQuotedWordsUnchanged()
     {
         const QStringList words = {u"a b"_s, u"it's"_s, u"$HOME"_s, u"\"\\`x`*?"_s, u"ä;&|<>()#"_s, u""_s};
         QProcess shell;

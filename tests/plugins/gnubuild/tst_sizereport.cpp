@@ -1,5 +1,5 @@
 #include "sizereport.h"
-#include <QtTest>
+#include <QTest>
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -20,7 +20,7 @@ class TestSizeReport : public QObject
 private Q_SLOTS:
     void init() { QTest::failOnWarning(QRegularExpression(u".?"_s)); }
 
-    void readsSectionsThatTakeMemory()
+    void sectionsWithMemoryAreRead()
     {
         QCOMPARE(readSections(Listing), (QList<SectionSize>{{u".vectors"_s, 0, 0xc0, true, false},
                                                             {u".text"_s, 0xc0, 0x3e8, true, false},
@@ -29,7 +29,7 @@ private Q_SLOTS:
         QCOMPARE(readSections(u"objdump: 'x': No such file\n"_s), QList<SectionSize>());
     }
 
-    void addsUp()
+    void reportAddsUpFlashAndRam()
     {
         QCOMPARE(sizeReport(readSections(Listing)), u"Section                   Address      Bytes  Memory\n"
                                                     ".vectors               0x00000000        192  flash\n"

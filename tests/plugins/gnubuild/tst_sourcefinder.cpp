@@ -1,5 +1,5 @@
 #include "sourcefinder.h"
-#include <QtTest>
+#include <QTest>
 using namespace Qt::StringLiterals;
 
 class TestSourceFinder : public QObject
@@ -19,7 +19,7 @@ private:
 private Q_SLOTS:
     void init() { QTest::failOnWarning(QRegularExpression(u".?"_s)); }
 
-    void findsWhatBelongsToTheProject()
+    void filesOfTheProjectAreFoundInOrder()
     {
         for (const QString &name :
              {u"project.vnp"_s, u"b.c"_s, u"a.c"_s, u"a.h"_s, u"a.o"_s, u"A.C"_s, u"src/x.test.c"_s, u"src/deep/y.s"_s,
@@ -33,7 +33,7 @@ private Q_SLOTS:
         QCOMPARE(found, (QStringList{u"a.c"_s, u"a.h"_s, u"b.c"_s, u"src/x.test.c"_s, u"src/deep/y.s"_s}));
     }
 
-    void aMissingDirectoryHasNone() { QCOMPARE(findSources(u"/no/such/directory"_s, {u"c"_s}, {}), QStringList()); }
+    void missingDirectoryHasNoFiles() { QCOMPARE(findSources(u"/no/such/directory"_s, {u"c"_s}, {}), QStringList()); }
 };
 
 QTEST_GUILESS_MAIN(TestSourceFinder)

@@ -1,5 +1,5 @@
 #include "textoutput.h"
-#include <QtTest>
+#include <QTest>
 using namespace Qt::StringLiterals;
 
 class TestTextOutput : public QObject
@@ -8,7 +8,7 @@ class TestTextOutput : public QObject
 private Q_SLOTS:
     void init() { QTest::failOnWarning(QRegularExpression(u".?"_s)); }
 
-    void writesOnlyWhatChanged()
+    void unchangedFileIsNotWritten()
     {
         QTemporaryDir directory;
         const QString path = directory.filePath(u"a/b/c"_s);
@@ -21,14 +21,14 @@ private Q_SLOTS:
         QVERIFY(hasContents(path, "tex"));
     }
 
-    void saysWhyItFailed()
+    void failureSetsTheError()
     {
         QString error;
         QCOMPARE(writeIfChanged(u"/proc/nowhere/x"_s, "text", &error), Written::Failed);
         QVERIFY(!error.isEmpty());
     }
 
-    void linksFollowButFilesStay()
+    void linkIsUpdatedButFileIsKept()
     {
         QTemporaryDir directory;
         QVERIFY(QDir(directory.path()).mkdir(u"d"_s));

@@ -1,5 +1,5 @@
 #include "toolchain.h"
-#include <QtTest>
+#include <QTest>
 using namespace Qt::StringLiterals;
 
 Q_DECLARE_METATYPE(Language)
@@ -22,7 +22,7 @@ private Q_SLOTS:
         QVERIFY(!findToolChain(u"{red}"_s));
     }
 
-    void prefixIsWhatUsersWish_data()
+    void prefixFollowsTheSetting_data()
     {
         QTest::addColumn<QString>("wish");
         QTest::addColumn<QString>("prefix");
@@ -34,13 +34,13 @@ private Q_SLOTS:
         QTest::newRow("blanks") << u" my- "_s << u"my-"_s;
     }
 
-    void prefixIsWhatUsersWish()
+    void prefixFollowsTheSetting()
     {
         QFETCH(QString, wish);
         QTEST(toolPrefix(toolChains().at(1), wish, u"/project"_s), "prefix");
     }
 
-    void languageIsToldByTheLastSuffix_data()
+    void languageFollowsTheLastExtension_data()
     {
         QTest::addColumn<QString>("path");
         QTest::addColumn<Language>("language");
@@ -55,7 +55,7 @@ private Q_SLOTS:
         QTest::newRow("empty") << u""_s << Language::None;
     }
 
-    void languageIsToldByTheLastSuffix()
+    void languageFollowsTheLastExtension()
     {
         QFETCH(QString, path);
         QTEST(languageOf(path), "language");

@@ -1,5 +1,5 @@
 #include "toolprocess.h"
-#include <QtTest>
+#include <QTest>
 using namespace Qt::StringLiterals;
 
 class TestToolProcess : public QObject
@@ -29,7 +29,7 @@ private Q_SLOTS:
         m_ends.clear();
     }
 
-    void tellsLines_data()
+    void outputIsEmittedByLine_data()
     {
         QTest::addColumn<QString>("script");
         QTest::addColumn<QStringList>("lines");
@@ -40,7 +40,7 @@ private Q_SLOTS:
         QTest::newRow("pieces") << u"printf gr; printf '\\303'; printf '\\274n\\n'"_s << QStringList{u"grün"_s};
     }
 
-    void tellsLines()
+    void outputIsEmittedByLine()
     {
         QFETCH(QString, script);
         const auto process = newProcess();
@@ -49,7 +49,7 @@ private Q_SLOTS:
         QTEST(m_lines, "lines");
     }
 
-    void tellsThemAsTheyCome()
+    void linesAreEmittedBeforeTheEnd()
     {
         const auto process = newProcess();
         startShell(*process, u"echo one; exec sleep 1000"_s);
@@ -57,7 +57,7 @@ private Q_SLOTS:
         QVERIFY(process->isRunning());
     }
 
-    void aLineWithoutEndDoesNotFillTheMemory()
+    void outputWithoutLineEndIsSplit()
     {
         const auto process = newProcess();
         startShell(*process, u"head -c 1000000 /dev/zero | tr '\\\\0' x"_s);
@@ -66,14 +66,14 @@ private Q_SLOTS:
         QCOMPARE(m_lines.join(QString()).size(), 1000000);
     }
 
-    void failureIsNoSuccess()
+    void exitCodeOtherThanZeroIsAFailure()
     {
         const auto process = newProcess();
         startShell(*process, u"exit 3"_s);
         QTRY_COMPARE(m_ends, QList<bool>{false});
     }
 
-    void aMissingProgramEndsToo()
+    void missingProgramIsAFailureWithAMessage()
     {
         const auto process = newProcess();
         process->start({u"/no/such/program"_s, {}, u"/"_s, {}});
@@ -81,14 +81,14 @@ private Q_SLOTS:
         QVERIFY(m_lines.value(0).startsWith(u"Cannot run '/no/such/program': "_s));
     }
 
-    void aMissingDirectoryEndsToo()
+    void missingDirectoryIsAFailure()
     {
         const auto process = newProcess();
         process->start({u"/bin/true"_s, {}, u"/no/such/directory"_s, {}});
         QTRY_COMPARE(m_ends, QList<bool>{false});
     }
 
-    void stopEnds_data()
+    void stopEndsTheProgram_data()
     {
         QTest::addColumn<QString>("script");
         QTest::newRow("a program that obeys") << u"echo; exec sleep 1000"_s;
@@ -98,7 +98,7 @@ private Q_SLOTS:
         QTest::newRow("a program that cleans up") << u"trap 'exit 0' TERM; echo; while :; do sleep 0.01; done"_s;
     }
 
-    void stopEnds()
+    void stopEndsTheProgram()
     {
         QFETCH(QString, script);
         const auto process = newProcess();
@@ -110,7 +110,7 @@ private Q_SLOTS:
         QVERIFY(!process->isRunning());
     }
 
-    void runsAgainAfterAStop()
+    void programRunsAgainAfterAStop()
     {
         const auto process = newProcess();
         startShell(*process, u"exec sleep 1000"_s);
@@ -120,7 +120,7 @@ private Q_SLOTS:
         QTRY_COMPARE(m_ends, (QList<bool>{false, true}));
     }
 
-    void isSilentWhenItGoes()
+    void destructorEmitsNothing()
     {
         auto process = newProcess();
         startShell(*process, u"trap '' TERM; echo; while :; do sleep 1; done"_s);

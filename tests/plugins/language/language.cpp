@@ -9,7 +9,7 @@
 
 using namespace Qt::StringLiterals;
 
-/// Paints assembler: comments behind ";" or between "/*" and "*/", labels, directives, texts and numbers.
+/// Highlights assembler: comments after ";" or between "/*" and "*/", labels, directives, strings and numbers.
 class AssemblerHighlighter : public SyntaxHighlighter
 {
 public:
@@ -74,7 +74,7 @@ public:
     }
 };
 
-/// Tells Varnel of the language.
+/// The plug-in object: the properties of the language, its highlighter and indenter.
 class Assembler : public InterfaceObject<IPluginObject, ITextDocumentPlugin>
 {
     Q_DECLARE_TR_FUNCTIONS(Assembler)
@@ -93,7 +93,7 @@ public:
     TextIndent *indenter() override { return new AssemblerIndent; }
 };
 
-/// What Varnel finds in the library.
+/// The root object of the plug-in library.
 class LanguageFactory : public QObject, public InterfaceObject<IPluginFactory>
 {
     Q_OBJECT

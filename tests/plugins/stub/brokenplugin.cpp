@@ -3,9 +3,9 @@
 
 using namespace Qt::StringLiterals;
 
-// One source, several libraries, each of which fails its host at another moment.
+// Built as several libraries, each of which throws or fails in another function.
 
-/// Defined nowhere.
+/// Declared but not defined.
 void missingFunction();
 
 namespace {

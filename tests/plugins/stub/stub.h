@@ -19,13 +19,13 @@ class QWidget;
 class SyntaxHighlighter;
 class TextIndent;
 
-/// What the objects of one feature of the stub plug-in answer.
+/// The return values of the objects of one feature of the stub plug-in.
 struct StubScript
 {
-    QString label; ///< what the calls of these objects begin with
+    QString label; ///< prefix of the recorded calls of these objects
     int type = IPluginObject::Environment;
-    QSet<QUuid> offers; ///< the interfaces that they have
-    /// Done in the call of that name, after it has been written down. It may throw.
+    QSet<QUuid> offers; ///< the interfaces that queryInterface() returns
+    /// Actions by the name of a call, run after it was recorded. They may throw.
     QHash<QString, std::function<void()>> on;
 
     // Both environments
@@ -41,8 +41,8 @@ struct StubScript
     IExecutionEnvironment::ProcessorStatus processorStatus{};
     IExecutionEnvironment::ProgramStatus programStatus = IExecutionEnvironment::ProgramPaused;
     BreakpointLocation location;                      ///< none without a file
-    QHash<QString, BreakpointLocation> locationsFrom; ///< the same for who asks with such a file
-    QHash<QString, QString> values;                   ///< of expressions; others fail
+    QHash<QString, BreakpointLocation> locationsFrom; ///< the same for calls with this file as argument
+    QHash<QString, QString> values;                   ///< of expressions; other expressions fail
     // The optional interfaces of an execution environment
     std::function<QList<QWidget *>()> widgets;
     QList<BreakpointRecord> breakpoints;
@@ -52,7 +52,7 @@ struct StubScript
     QMap<int, QString> instructions;            ///< indices to texts
     QMap<int, QStringList> instructionSources;  ///< indices to source lines
     QList<MemoryRegion> regions;
-    QMap<uint, uint> memory; ///< addresses to values; others do not answer
+    QMap<uint, uint> memory; ///< addresses to values; other addresses have no memory
     bool verify = false;
     QList<RegisterInfo> registers;
     QHash<QString, QMap<int, uint>> registerValues; ///< words by number
@@ -71,7 +71,7 @@ struct StubScript
     std::function<TextIndent *()> indenter;
 };
 
-/// What an object of the stub was given and keeps a reference on.
+/// The interfaces that an object of the stub was given and holds a reference to.
 struct StubObjectState
 {
     QString label;
@@ -81,22 +81,23 @@ struct StubObjectState
     InterfacePtr<IQueryPluginInterface> query;
 };
 
-/// A test's side of the stub plug-in: loads the answers, reads what was called. The root object of the library.
+/// The interface of the stub plug-in for tests: sets return values and reads recorded calls. Implemented by the root
+/// object of the library.
 class StubControl
 {
 public:
     virtual ~StubControl() = default;
 
-    /// Forgets answers and calls. Objects that are still alive keep their answers.
+    /// Clears scripts and recorded calls. Existing objects keep their scripts.
     virtual void reset() = 0;
-    /// The answers of a feature, which the library has from then on. Its list is read when a PluginManager is made.
+    /// The script of a feature. Adds the feature to the library; a PluginManager reads the features when it is created.
     virtual StubScript &script(const QString &feature) = 0;
-    /// The calls since the last time, as "label.call(arguments)", in their order. Queries, references and type() are
-    /// not among them.
+    /// The calls since the last time, in order, as "label.call(arguments)". queryInterface(), addRef(), release() and
+    /// type() are not recorded.
     virtual QStringList takeCalls() = 0;
-    /// The living object with that label that was made last, or null.
+    /// The newest existing object with that label, or null.
     virtual StubObjectState *object(const QString &label) = 0;
-    virtual int objectCount() = 0; ///< How many objects are alive: 0 when every reference has been given back.
+    virtual int objectCount() = 0; ///< Number of existing objects: 0 when all references were released.
 };
 
 #define StubControlIid "io.varnel.tests.StubControl"

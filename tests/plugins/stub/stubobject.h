@@ -16,7 +16,7 @@
 #include "iworkspaceclient.h"
 #include "stub.h"
 
-/// An object that has every interface and offers those that its script names.
+/// An object that implements all interfaces and offers those in its script.
 class StubObject
     : public StubObjectState,
       public InterfaceObject<IPluginObject, IBuildEnvironment, IExecutionEnvironment, IBreakpoints,
@@ -26,7 +26,7 @@ class StubObject
                              ITextDocumentPlugin, IWorkspaceClient>
 {
 public:
-    /// The calls of all objects, and those that are alive.
+    /// The calls of all objects, and the existing objects.
     struct Log
     {
         QStringList calls;

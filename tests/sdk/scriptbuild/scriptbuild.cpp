@@ -7,7 +7,7 @@
 
 using namespace Qt::StringLiterals;
 
-/// Leaves a build to the script that the project names as its option, called in the project's directory as
+/// Builds by running the script that the project has as its option, in the project's directory: as
 /// "script build Debug Release", with "rebuild" or "clean" instead of "build", or as "script compile main.c Debug".
 class ScriptBuild : public QObject, public InterfaceObject<IPluginObject, IBuildEnvironment>
 {
@@ -20,7 +20,7 @@ public:
         connect(&m_process, &QProcess::finished, this, &ScriptBuild::scriptFinished);
         connect(&m_process, &QProcess::errorOccurred, this, &ScriptBuild::scriptFailed);
     }
-    ~ScriptBuild() override { m_process.disconnect(); } // whoever lets us go wants to hear no more
+    ~ScriptBuild() override { m_process.disconnect(); } // no events after the last release()
 
     int type() override { return Environment; }
 
@@ -29,7 +29,8 @@ public:
         m_events = shareInterface(events);
         m_script = option;
         if (m_script.isEmpty())
-            m_events->feedback(tr("The project names no script as its build environment option.\n"));
+            m_events->feedback(
+                tr("The project's build environment option is empty. It must be the path of a script.\n"));
         return !m_script.isEmpty();
     }
     void setProject(IProject *project) override { m_process.setWorkingDirectory(project->basePath()); }
@@ -44,7 +45,10 @@ public:
     }
     void clean(const QStringList &configurations) override { run(QStringList(u"clean"_s) + configurations); }
     void stop() override { m_process.kill(); }
-    bool isUpToDate(const QString &) override { return true; } // only the script could tell: no question asked
+    bool isUpToDate(const QString &) override
+    {
+        return true;
+    } // unknown to this class: Varnel does not offer a build before debugging
 
 private:
     void run(const QStringList &arguments) { m_process.start(m_script, arguments); }
@@ -62,7 +66,7 @@ private:
     void scriptFailed(QProcess::ProcessError error)
     {
         if (error != QProcess::FailedToStart)
-            return; // finished() follows
+            return; // the signal finished() follows
         m_events->feedback(tr("Cannot run '%1': %2\n").arg(m_script, m_process.errorString()));
         m_events->buildFinished(false);
     }
@@ -72,7 +76,7 @@ private:
     QProcess m_process;
 };
 
-/// What Varnel finds in the library.
+/// The root object of the plug-in library.
 class ScriptBuildFactory : public QObject, public InterfaceObject<IPluginFactory>
 {
     Q_OBJECT

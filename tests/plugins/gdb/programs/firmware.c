@@ -88,7 +88,7 @@ void report(void)
 #define SECOND_CORE_VECTORS (*(volatile uint32_t *)0x50021114)
 #define SECOND_CORE_WAITS (*(volatile uint32_t *)0x50021118)
 
-/* The first core lets the second one go. */
+/* The first core starts the second one. */
 int main(void)
 {
     SECOND_CORE_VECTORS = 0x10200000;

@@ -1,0 +1,30 @@
+#pragma once
+#include <QObject>
+class Activity;
+class Project;
+class WindowServices;
+
+/// The breakpoints of all projects, as the user sees and changes them: margins, tool tips and the dialog. The
+/// execution environments keep them.
+class Breakpoints : public QObject
+{
+    Q_OBJECT
+public:
+    /// Both arguments outlive this object.
+    Breakpoints(Activity &activity, WindowServices &window, QObject *parent = nullptr);
+
+    void edit();           ///< Shows the dialog with all breakpoints.
+    void toggleAtCursor(); ///< As toggle(), for the cursor's line of the current view.
+    /// Sets, then disables, then removes the breakpoint at a line, counted from 1, of the document in front.
+    void toggle(int line);
+    void refreshMarkers();
+    /// How the breakpoints at a line, counted from 1, stand in each project, as rich text; may be empty.
+    [[nodiscard]] QString toolTip(const QString &file, int line) const;
+
+private:
+    [[nodiscard]] Project *projectOfDocument(const QString &file) const;
+    void inform(const QString &text) const;
+
+    Activity &m_activity;
+    WindowServices &m_window;
+};

@@ -1,0 +1,121 @@
+#include "nextstatement.h"
+#include "activity.h"
+#include "breakpoints.h"
+#include "callplugin.h"
+#include "debugmarkers.h"
+#include "document.h"
+#include "environmentkey.h"
+#include "idisassembly.h"
+#include "messages.h"
+#include "project.h"
+#include "viewinterfaces.h"
+#include "viewmanager.h"
+#include "windowservices.h"
+#include "workspace.h"
+#include <QFileInfo>
+
+namespace {
+template <typename Call>
+bool askLocation(IExecutionEnvironment *environment, const Call &call)
+{
+    return askPlugin("IExecutionEnvironment::currentLocation", [&] { return call(environment); });
+}
+} // namespace
+
+NextStatement::NextStatement(Activity &activity, WindowServices &window, Breakpoints &breakpoints, QObject *parent)
+    : QObject(parent), m_activity(activity), m_window(window), m_breakpoints(breakpoints)
+{}
+
+void NextStatement::show()
+{
+    if (m_activity.currentEnvironment() && !goToLocation())
+        showInformation(m_window.dialogParent(),
+                        tr("Cannot display next statment.\n\nNo corresponding source file found."));
+    refreshMarker();
+}
+
+/// A place without source is shown in the disassembly.
+bool NextStatement::goToLocation()
+{
+    const Activity::Environment environment = m_activity.currentEnvironment();
+    QString file = currentFile();
+    if (isForeignDisassembly(file, environment.get()))
+        file.clear();
+    int line = 0;
+    const auto ask = [&](IExecutionEnvironment *target) { return target->currentLocation(file, line); };
+    if (!askLocation(environment.get(), ask) || !openSource(file)) {
+        viewDisassembly();
+        file = currentFile();
+        if (!isDisassemblyName(file) || isForeignDisassembly(file, environment.get())
+            || !askLocation(environment.get(), ask))
+            return false;
+    }
+    if (auto *navigation = viewInterface<ITextNavigation>(m_window.viewManager()->currentView()))
+        navigation->gotoLine(line);
+    return true;
+}
+
+bool NextStatement::openSource(const QString &file)
+{
+    const QPointer<Project> project = m_activity.currentProject();
+    if (!project || isDisassemblyName(file))
+        return false;
+    const QString path = project->absolutePath(file);
+    if (!QFileInfo(path).isFile())
+        return false;
+    const bool wasOpen = m_window.workspace()->findDocument(path);
+    if (!m_window.openFile(path, false))
+        return false;
+    if (!wasOpen)
+        m_breakpoints.refreshMarkers();
+    return true;
+}
+
+void NextStatement::viewDisassembly()
+{
+    const Activity::Environment environment = m_activity.currentEnvironment();
+    if (!queryInterface<IDisassembly>(environment.get()))
+        return;
+    m_window.workspace()->openDocument(disassemblyName(environment.get(), m_activity.currentProject()->name()), true);
+    refreshMarker();
+    m_breakpoints.refreshMarkers();
+}
+
+void NextStatement::showSource()
+{
+    const Activity::Environment environment = m_activity.currentEnvironment();
+    QString file = currentFile();
+    int line = 0;
+    const auto ask = [&](IExecutionEnvironment *target) { return target->currentLocation(file, line); };
+    const bool known = environment && askLocation(environment.get(), ask);
+    auto *markers = viewInterface<IViewWithMarkers>(m_window.viewManager()->currentView());
+    if (!known || !markers || !markers->hasMarker(line, IViewWithMarkers::CurrentLineMarker))
+        return;
+    file.clear(); // asks for the place in the source
+    if (askLocation(environment.get(), ask))
+        (void)openSource(file);
+}
+
+void NextStatement::refreshMarker()
+{
+    refreshExecutionMarker(m_activity.currentProject(), *m_window.viewManager());
+}
+
+void NextStatement::clearMarker()
+{
+    clearExecutionMarker(*m_window.viewManager());
+}
+
+void NextStatement::closeOrphanedDisassemblies()
+{
+    for (const QPointer<View> &view : m_window.viewManager()->views().guarded()) {
+        const uint key = view ? keyOfDisassembly(view->document()->filename()) : 0;
+        if (key && !environmentOfKey(key))
+            view->close();
+    }
+}
+
+QString NextStatement::currentFile() const
+{
+    return currentDebugPath(m_activity, *m_window.viewManager());
+}

@@ -1,0 +1,32 @@
+#pragma once
+#include <QObject>
+class Activity;
+class Breakpoints;
+class WindowServices;
+
+/// Shows where the program of the current project stands: in its source, or in the disassembly.
+class NextStatement : public QObject
+{
+    Q_OBJECT
+public:
+    /// All arguments outlive this object.
+    NextStatement(Activity &activity, WindowServices &window, Breakpoints &breakpoints, QObject *parent = nullptr);
+
+    /// Goes to the next statement and marks it. Shows a message if there is no place to go to.
+    void show();
+    /// From the disassembly goes to the source of the next statement; elsewhere only marks what is to be marked.
+    void showSource();
+    void viewDisassembly();
+    void refreshMarker();
+    void clearMarker();
+    void closeOrphanedDisassemblies(); ///< Those of environments that environmentOfKey() does not find.
+
+private:
+    [[nodiscard]] bool goToLocation();
+    [[nodiscard]] bool openSource(const QString &file);
+    [[nodiscard]] QString currentFile() const;
+
+    Activity &m_activity;
+    WindowServices &m_window;
+    Breakpoints &m_breakpoints;
+};

@@ -1,0 +1,198 @@
+#include "runcontrol.h"
+#include "activity.h"
+#include "callplugin.h"
+#include "debugdecisions.h"
+#include "debugmarkers.h"
+#include "document.h"
+#include "processorreports.h"
+#include "sessionstart.h"
+#include "textview.h"
+#include "varnelassert.h"
+#include "viewmanager.h"
+#include "windowservices.h"
+
+using namespace Qt::StringLiterals;
+
+const RunControl::Command RunControl::Run{RunEvent, "IExecutionEnvironment::run", &IExecutionEnvironment::run,
+                                          IMultiProcessorSync::RunOperation, &IMultiProcessorSync::syncRun};
+const RunControl::Command RunControl::Pause{PauseEvent, "IExecutionEnvironment::pause", &IExecutionEnvironment::pause,
+                                            IMultiProcessorSync::PauseOperation, &IMultiProcessorSync::syncPause};
+const RunControl::Command RunControl::Restart{RestartEvent, "IExecutionEnvironment::restart",
+                                              &IExecutionEnvironment::restart, IMultiProcessorSync::RestartOperation,
+                                              &IMultiProcessorSync::syncRestart};
+const RunControl::Command RunControl::Wakeup{WakeupEvent, "IExecutionEnvironment::wakeUp",
+                                             &IExecutionEnvironment::wakeUp, IMultiProcessorSync::WakeupOperation,
+                                             &IMultiProcessorSync::syncWakeup};
+
+RunControl::RunControl(Activity &activity, WindowServices &window, SessionStart &session, ProcessorReports &reports,
+                       QObject *parent)
+    : QObject(parent), m_activity(activity), m_window(window), m_session(session), m_reports(reports)
+{}
+
+/// With one processor there is nothing to choose. The session may end while the user is asked; then there is nothing to
+/// do any more.
+DebugAction RunControl::resolve(DebugEvent event)
+{
+    if (m_activity.projects().size() < 2)
+        return CurrentProcessor;
+    const bool wasDebugging = m_activity.isDebugging();
+    const DebugAction action = resolveAction(m_options, event, m_window.dialogParent());
+    return wasDebugging && !m_activity.isDebugging() ? NoProcessor : action;
+}
+
+/// False if the user was asked and gave no processor, or if the session has ended meanwhile.
+bool RunControl::carryOut(const Command &command)
+{
+    const DebugAction action = resolve(command.event);
+    if (action == NoProcessor)
+        return false;
+    carryOut(command, action);
+    return true;
+}
+
+void RunControl::carryOut(const Command &command, DebugAction action) const
+{
+    const auto callOne = [&](IExecutionEnvironment *environment) {
+        runPlugin(command.name, [&] { (environment->*command.operation)(); });
+    };
+    if (action != AllProcessors) {
+        if (const Activity::Environment environment = m_activity.currentEnvironment())
+            callOne(environment.get());
+    } else if (!carryOutTogether(command)) {
+        for (const Activity::Environment &environment : m_activity.environments())
+            callOne(environment.get());
+    }
+}
+
+/// By the environment that can operate all processors at once. False if there is none.
+bool RunControl::carryOutTogether(const Command &command) const
+{
+    std::vector<InterfacePtr<IMultiProcessorSync>> offers;
+    QList<SyncMember> members;
+    for (const Activity::Environment &environment : m_activity.environments()) {
+        auto sync = queryInterface<IMultiProcessorSync>(environment.get());
+        if (!sync)
+            continue;
+        members.append({askPlugin("IMultiProcessorSync::groupId", [&] { return sync->groupId(); }),
+                        [sync = sync.get()](const QString &group) {
+                            return askPlugin("IMultiProcessorSync::supportedOperations",
+                                             [&] { return sync->supportedOperations(group); });
+                        }});
+        offers.push_back(std::move(sync));
+    }
+    const int leader = syncLeader(members, command.syncBit);
+    if (leader < 0)
+        return false;
+    runPlugin(command.name, [&] { (offers[size_t(leader)].get()->*command.sync)(); });
+    return true;
+}
+
+void RunControl::run()
+{
+    VARNEL_ASSERT_TEXT(m_activity.currentProject(), "currentProject()");
+    if (!m_activity.currentProject() || !m_session.start(false))
+        return;
+    const DebugAction action = resolve(RunEvent);
+    if (action == NoProcessor)
+        return m_session.adoptReportedState();
+    m_activity.setState(StateRunning);
+    carryOut(Run, action);
+}
+
+void RunControl::attach()
+{
+    const Activity::Environment environment = m_activity.currentEnvironment();
+    if (!environment || m_activity.state() != StateIdle
+        || !askPlugin("IExecutionEnvironment::canAttach", [&] { return environment->canAttach(); }))
+        return;
+    m_window.fireEvent(u"onPreAttach"_s);
+    if (m_session.start(true))
+        m_window.fireEvent(u"onAttach"_s);
+}
+
+void RunControl::runToCursor()
+{
+    VARNEL_ASSERT_TEXT(m_activity.currentProject(), "currentProject()");
+    View *view = m_window.viewManager()->currentView();
+    if (!m_activity.currentProject() || !qobject_cast<TextView *>(view))
+        return;
+    const QString path = view->document()->filename();
+    const int line = m_window.currentLine();
+    if (!m_session.start(false))
+        return;
+    m_activity.setState(StateRunning);
+    if (const Activity::Environment environment = m_activity.currentEnvironment())
+        runPlugin("IExecutionEnvironment::runTo", [&] { environment->runTo(path, line); });
+}
+
+void RunControl::stepOver()
+{
+    step("IExecutionEnvironment::stepOver", &IExecutionEnvironment::stepOver);
+}
+
+void RunControl::stepInto()
+{
+    step("IExecutionEnvironment::stepInto", &IExecutionEnvironment::stepInto);
+}
+
+void RunControl::step(const char *name, Step step)
+{
+    VARNEL_ASSERT_TEXT(m_activity.currentProject(), "currentProject()");
+    if (!m_activity.currentProject() || !m_session.start(false))
+        return;
+    const QString file = currentDebugPath(m_activity, *m_window.viewManager());
+    m_activity.setState(StateRunning);
+    if (const Activity::Environment environment = m_activity.currentEnvironment())
+        runPlugin(name, [&] { (environment.get()->*step)(file); });
+}
+
+void RunControl::pause()
+{
+    carryOut(Pause);
+}
+
+void RunControl::wakeUp()
+{
+    carryOut(Wakeup);
+}
+
+void RunControl::pauseOthers(const IExecutionEnvironment *environment)
+{
+    for (const Activity::Environment &other : m_activity.environments()) {
+        if (other.get() != environment)
+            runPlugin(Pause.name, [&] { other->pause(); });
+    }
+}
+
+void RunControl::restart()
+{
+    if (!m_activity.currentEnvironment() || !mayRestart(m_activity.state()) || !m_session.start(false))
+        return;
+    const auto before = m_reports.status(m_activity.currentEnvironment().get());
+    if (carryOut(Restart) && m_activity.isDebugging() && !hasEnded(before ? before->count : 0))
+        m_activity.setState(StatePaused);
+    m_window.fireEvent(u"onRestart"_s);
+}
+
+/// Whether the program of the current project has reported, since its first @p reportsBefore reports, that it ended or
+/// that its target is lost.
+bool RunControl::hasEnded(int reportsBefore) const
+{
+    const auto report = m_reports.status(m_activity.currentEnvironment().get());
+    return report && report->count > reportsBefore
+           && (report->status == IExecutionEnvironment::ProgramUnknown
+               || report->status == IExecutionEnvironment::ProgramFinished);
+}
+
+void RunControl::stop()
+{
+    m_reports.clear();
+    if (!m_activity.currentEnvironment() || !mayStop(m_activity.state()))
+        return;
+    for (const Activity::Environment &environment : m_activity.environments())
+        runPlugin("IExecutionEnvironment::stop", [&] { environment->stop(); });
+    m_reports.clear(); // of reports that came while they stopped
+    if (m_activity.workspace())
+        m_activity.setState(StateIdle);
+    m_window.fireEvent(u"onStopped"_s);
+}

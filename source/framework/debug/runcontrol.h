@@ -1,0 +1,59 @@
+#pragma once
+#include "debugoptions.h"
+#include "iexecutionenvironment.h"
+#include "imultiprocessorsync.h"
+#include <QObject>
+class Activity;
+class ProcessorReports;
+class SessionStart;
+class WindowServices;
+
+/// Runs, steps, pauses, restarts and stops the processors of the workspace: the current one, or all of them.
+class RunControl : public QObject
+{
+    Q_OBJECT
+public:
+    /// All arguments outlive this object.
+    RunControl(Activity &activity, WindowServices &window, SessionStart &session, ProcessorReports &reports,
+               QObject *parent = nullptr);
+
+    [[nodiscard]] DebugOptions &options() { return m_options; }
+
+    void run();
+    void attach();
+    void runToCursor();
+    void stepOver();
+    void stepInto();
+    void pause(); ///< The state follows the report of the environment; so it does for wakeUp().
+    void wakeUp();
+    void restart();
+    void stop();
+    void pauseOthers(const IExecutionEnvironment *environment); ///< All processors but this one.
+
+private:
+    using Operation = void (IExecutionEnvironment::*)();
+    using Step = void (IExecutionEnvironment::*)(const QString &);
+    /// An operation on one processor, and on all of them at once.
+    struct Command
+    {
+        DebugEvent event;
+        const char *name;
+        Operation operation;
+        IMultiProcessorSync::Operation syncBit;
+        void (IMultiProcessorSync::*sync)();
+    };
+    static const Command Run, Pause, Restart, Wakeup;
+
+    [[nodiscard]] DebugAction resolve(DebugEvent event);
+    bool carryOut(const Command &command);
+    void carryOut(const Command &command, DebugAction action) const;
+    [[nodiscard]] bool carryOutTogether(const Command &command) const;
+    void step(const char *name, Step step);
+    [[nodiscard]] bool hasEnded(int reportsBefore) const;
+
+    Activity &m_activity;
+    WindowServices &m_window;
+    SessionStart &m_session;
+    ProcessorReports &m_reports;
+    DebugOptions m_options;
+};

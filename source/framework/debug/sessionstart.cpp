@@ -1,0 +1,144 @@
+#include "sessionstart.h"
+#include "activity.h"
+#include "buildcontrol.h"
+#include "callplugin.h"
+#include "debugdecisions.h"
+#include "ibuildenvironment.h"
+#include "messages.h"
+#include "outputwindow.h"
+#include "processorreports.h"
+#include "project.h"
+#include "projectworkspace.h"
+#include "windowservices.h"
+#include "workspace.h"
+#include <QCoreApplication>
+
+namespace {
+constexpr int PendingEventsTime = 1000; // milliseconds
+}
+
+SessionStart::SessionStart(Activity &activity, WindowServices &window, BuildControl &build,
+                           const ProcessorReports &reports, QObject *parent)
+    : QObject(parent), m_activity(activity), m_window(window), m_build(build), m_reports(reports)
+{}
+
+bool SessionStart::start(bool attachOnly)
+{
+    const bool result = m_activity.state() != StateIdle || (prepare() && startProjects(attachOnly));
+    if ((!result || m_build.buildStopped()) && m_activity.workspace())
+        m_activity.setState(StateIdle);
+    return m_activity.isDebugging(); // a report may have ended the session
+}
+
+bool SessionStart::prepare()
+{
+    m_build.clearBuildStopped(); // of a build that has nothing to do with this session
+    m_window.showOutputDock();
+    if (!m_window.fileSaveAll() || !m_activity.currentProject())
+        return false;
+    if (!isUpToDate() && !offerRebuild())
+        return false;
+    if (!m_activity.currentProject())
+        return false;
+    OutputWindow *output = m_window.outputWindow();
+    output->removePagesAfter(OutputWindow::FindInFiles);
+    output->clearPage(OutputWindow::Build);
+    output->clearPage(OutputWindow::Debug);
+    return true;
+}
+
+bool SessionStart::isUpToDate() const
+{
+    if (m_window.workspace()->anyModified())
+        return false;
+    const QPointer<Project> project = m_activity.currentProject();
+    const auto environment = shareInterface(project ? project->buildInterface() : nullptr);
+    if (!environment)
+        return true;
+    const QString configuration = project->currentConfiguration();
+    return askPlugin("IBuildEnvironment::isUpToDate", [&] { return environment->isUpToDate(configuration); });
+}
+
+/// False if the session is not to be started.
+bool SessionStart::offerRebuild()
+{
+    const QPointer<Project> project = m_activity.currentProject();
+    const auto answer = showInformation(m_window.dialogParent(),
+                                        tr("The project '%1' needs rebuilding.\n\nDo you want rebuild the "
+                                           "project before continuing?")
+                                            .arg(project->name()),
+                                        {QMessageBox::Yes, QMessageBox::No, QMessageBox::Cancel});
+    if (!project || answer == QMessageBox::Cancel)
+        return false;
+    if (answer == QMessageBox::No)
+        return true;
+    m_build.buildBuild();
+    waitForBuild();
+    return m_activity.currentProject() && isUpToDate();
+}
+
+/// Closing the workspace, and so ending the program, ends the building state as well.
+void SessionStart::waitForBuild() const
+{
+    while (m_activity.state() == StateBuilding)
+        QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents);
+}
+
+bool SessionStart::startProjects(bool attachOnly)
+{
+    const QPointer<ProjectWorkspace> workspace(m_activity.workspace());
+    for (const QPointer<Project> &project : m_activity.projects()) {
+        const bool started = project && startProject(project, attachOnly);
+        if (!workspace)
+            return false;
+        if (!started && !m_build.buildStopped())
+            showInformation(m_window.dialogParent(),
+                            tr("Cannot start debugger.\n\nPlease see Debug Output window for details."));
+        QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents, PendingEventsTime);
+        if (!started)
+            return false;
+    }
+    if (!workspace || !m_activity.currentProject())
+        return false;
+    adoptReportedState();
+    return true;
+}
+
+/// A project that starts after the current one has reported puts the state back to initialising.
+void SessionStart::adoptReportedState()
+{
+    if (m_activity.state() != StateInitialising)
+        return;
+    const auto report = m_reports.status(m_activity.currentEnvironment().get());
+    if (const std::optional<ActivityState> state = report ? stateForStatus(report->status) : std::nullopt)
+        m_activity.setState(*state);
+}
+
+bool SessionStart::startProject(Project *project, bool attachOnly)
+{
+    OutputWindow *output = m_window.outputWindow();
+    const QPointer<Project> alive(project);
+    output->outputLine(OutputWindow::Debug,
+                       tr("Initialising execution environment for project '%1'\n").arg(project->name()));
+    const Activity::Environment environment = shareInterface(project->executionInterface());
+    if (!environment)
+        output->outputLine(OutputWindow::Debug,
+                           tr("No execution environment available for project '%1'\n").arg(project->name()));
+    const bool built = environment && (attachOnly || buildForDebug(project));
+    if (!alive)
+        return false;
+    m_activity.setState(StateInitialising);
+    if (!built || m_build.buildStopped())
+        return false;
+    output->displayPage(OutputWindow::Debug);
+    return askPlugin("IExecutionEnvironment::start", [&] { return environment->start(attachOnly); });
+}
+
+/// True as well if the build environment has nothing to do before a session.
+bool SessionStart::buildForDebug(const Project *project)
+{
+    if (!m_build.buildForDebug(project))
+        return true;
+    waitForBuild();
+    return m_build.buildSucceeded();
+}

@@ -1,0 +1,39 @@
+#pragma once
+#include <QObject>
+class Activity;
+class BuildControl;
+class ProcessorReports;
+class Project;
+class WindowServices;
+
+/// The start of a debug session: save, offer to build, then start the environment of each project.
+///
+/// Message boxes, builds and plug-ins run the event loop, so workspace and projects may be gone after each of them.
+class SessionStart : public QObject
+{
+    Q_OBJECT
+public:
+    /// All arguments outlive this object.
+    SessionStart(Activity &activity, WindowServices &window, BuildControl &build, const ProcessorReports &reports,
+                 QObject *parent = nullptr);
+
+    /// Starts a session if the state is idle; @p attachOnly attaches to running targets. Returns whether there is a
+    /// session now.
+    bool start(bool attachOnly);
+    /// If the session is still starting, sets the state that the environment of the current project has reported.
+    void adoptReportedState();
+
+private:
+    [[nodiscard]] bool prepare();
+    [[nodiscard]] bool isUpToDate() const;
+    [[nodiscard]] bool offerRebuild();
+    [[nodiscard]] bool startProjects(bool attachOnly);
+    [[nodiscard]] bool startProject(Project *project, bool attachOnly);
+    [[nodiscard]] bool buildForDebug(const Project *project);
+    void waitForBuild() const;
+
+    Activity &m_activity;
+    WindowServices &m_window;
+    BuildControl &m_build;
+    const ProcessorReports &m_reports;
+};

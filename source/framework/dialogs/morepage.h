@@ -1,0 +1,24 @@
+#pragma once
+#include "optionvalues.h"
+#include <memory>
+#include <QWidget>
+namespace Ui {
+class MorePageBase;
+}
+
+/// The page of the options dialog with the settings that have no other place.
+class MorePage : public QWidget
+{
+    Q_OBJECT
+public:
+    MorePage(const MoreOptions &options, QWidget *parent, const QString &name);
+    ~MorePage() override;
+
+    [[nodiscard]] MoreOptions options() const;
+
+private:
+    void fillAddresses(const std::optional<QString> &current);
+
+    const std::unique_ptr<Ui::MorePageBase> m_ui;
+    QList<std::optional<QString>> m_addresses; ///< as the combo box lists them
+};

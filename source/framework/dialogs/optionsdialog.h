@@ -1,0 +1,54 @@
+#pragma once
+#include "optionvalues.h"
+#include <memory>
+#include <QDialog>
+class DebugOptionsPage;
+class MorePage;
+class QComboBox;
+class ToolsDialog;
+namespace Ui {
+class OptionsDialogBase;
+}
+
+/// Edits the settings of the program. It works on a copy of the values and gives it back when it is accepted.
+class OptionsDialog : public QDialog
+{
+    Q_OBJECT
+public:
+    OptionsDialog(const OptionValues &values, OptionChoices choices, QWidget *parent, const QString &name);
+    ~OptionsDialog() override;
+
+    [[nodiscard]] OptionValues values() const; ///< as the dialog was accepted
+    [[nodiscard]] ToolsDialog *toolsPage() const { return m_toolsPage; }
+
+public Q_SLOTS:
+    void accept() override;
+    void reject() override;
+    void formatSectionChanged();
+    void formatItemChanged();
+    void applyTextFormat(); ///< Takes what the format tab shows over into the copy.
+    void updateSampleText();
+    void updateColourButtons();
+    void loadFormatDefaults();
+    void selectBackgroundColour();
+    void selectForegroundColour();
+
+private:
+    void setupFormatTab();
+    void fillFontCombo(qsizetype first = 0);
+    void loadEditorTab(const EditorOptions &editor);
+    [[nodiscard]] EditorOptions editorOptions() const;
+    void addPages(const OptionValues &values);
+    void selectColour(QColor &colour);
+
+    const std::unique_ptr<Ui::OptionsDialogBase> m_ui;
+    const OptionChoices m_choices;
+    TextFormats m_formats; ///< the working copy
+    QString m_currentSection;
+    QString m_currentItem;
+    QColor m_foreground;
+    QColor m_background;
+    ToolsDialog *m_toolsPage = nullptr;
+    DebugOptionsPage *m_debugPage = nullptr;
+    MorePage *m_morePage = nullptr;
+};

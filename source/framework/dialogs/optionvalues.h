@@ -1,0 +1,44 @@
+#pragma once
+#include "textformats.h"
+#include "toolentry.h"
+#include <functional>
+#include <optional>
+
+/// What the tab "Editor" of the options dialog edits.
+struct EditorOptions
+{
+    bool mdi = false; ///< windows inside the main window instead of tabs
+    int tabSize = 4;
+    bool keepTabs = false;
+    int indentMode = 2; ///< a TextIndent::IndentMode; other numbers stand for no choice
+
+    bool operator==(const EditorOptions &) const = default;
+};
+
+/// What the tab "More" of the options dialog edits.
+struct MoreOptions
+{
+    bool lineNumbers = false;
+    bool currentLine = false;
+    std::optional<QString> automationAddress = {}; ///< none for all interfaces of this computer
+
+    bool operator==(const MoreOptions &) const = default;
+};
+
+/// All that the options dialog shows, and gives back when it was accepted.
+struct OptionValues
+{
+    EditorOptions editor = {};
+    bool disableSplash = false;
+    TextFormats formats = {};
+    QList<ToolEntry> tools = {};
+    QList<int> debugActions = {}; ///< for each event the number of one of its texts
+    MoreOptions more = {};
+};
+
+/// What the options dialog shows besides the values.
+struct OptionChoices
+{
+    std::function<TextFormats()> defaultFormats; ///< what "Use Defaults" goes back to
+    QList<QStringList> debugTexts;               ///< the actions for each debug event
+};

@@ -1,0 +1,69 @@
+#include "entry.h"
+#include "automation.h"
+#include "commandline.h"
+#include "ideapplication.h"
+#include "mainwindow.h"
+#include "messages.h"
+#include "windowgeometry.h"
+#include <QScreen>
+#include <QSettings>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+class WindowCommandLine : public CommandLineTarget
+{
+public:
+    explicit WindowCommandLine(MainWindow &window) : m_window(window) {}
+    void startServer(quint16 port) override
+    {
+        startAutomation(port, &m_window, m_window.objectModel(), *IDEApplication::instance()->settings());
+    }
+    void openProject(const QString &path) override
+    {
+        m_window.disableSessions();
+        m_window.openProject(path, false);
+    }
+    void openWorkspace(const QString &path) override
+    {
+        m_window.disableSessions();
+        m_window.openWorkspace(path, false);
+    }
+
+private:
+    MainWindow &m_window;
+};
+
+void showWhereItWasLeft(MainWindow &window, QSettings &settings)
+{
+    const QRect available = QGuiApplication::primaryScreen()->availableGeometry();
+    const WindowPlacement placement = restoredPlacement(loadPlacement(settings, available), available);
+    window.setGeometry(placement.x, placement.y, placement.width, placement.height);
+    placement.maximised ? window.showMaximized() : window.show();
+}
+} // namespace
+
+int runVarnel(int &argc, char **argv)
+{
+    IDEApplication application(argc, argv);
+    return runMainWindow(application);
+}
+
+int runMainWindow(IDEApplication &application)
+{
+    MainWindow window;
+    window.setObjectName(u"mainWindow"_s);
+    application.setMainWidget(&window);
+    showWhereItWasLeft(window, *application.settings());
+    application.closeSplash();
+
+    WindowCommandLine target(window);
+    if (!walkCommandLine(QCoreApplication::arguments(), target)) {
+        application.closeSplash();
+        showWarning(nullptr, commandLineUsage());
+        return 1;
+    }
+    window.helpHome();
+    QMetaObject::invokeMethod(&window, &MainWindow::continueLastRun, Qt::QueuedConnection);
+    return QApplication::exec();
+}

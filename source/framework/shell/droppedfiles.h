@@ -1,0 +1,7 @@
+#pragma once
+#include <QStringList>
+class QMimeData;
+
+/// The paths of the local files in @p data, which is dragged from another program: its URLs, or its text if that begins
+/// with "file:". Empty for other data.
+[[nodiscard]] QStringList droppedFiles(const QMimeData &data);

@@ -1,0 +1,162 @@
+#include "mainservices.h"
+#include "dockwindow.h"
+#include "ideapplication.h"
+#include "mainwindow.h"
+#include "navigator.h"
+#include "outputwindow.h"
+#include "project.h"
+#include "viewmanager.h"
+#include "windowparts.h"
+#include "workspace.h"
+#include <QStatusBar>
+
+// Parts of the window
+
+QWidget *MainServices::dialogParent()
+{
+    return &m_parts.window;
+}
+
+Workspace *MainServices::workspace() const
+{
+    return m_parts.workspace.get();
+}
+
+ViewManager *MainServices::viewManager() const
+{
+    return m_parts.viewManager.get();
+}
+
+Navigator *MainServices::navigator() const
+{
+    return m_parts.navigator;
+}
+
+OutputWindow *MainServices::outputWindow() const
+{
+    return m_parts.outputWindow;
+}
+
+int MainServices::currentLine() const
+{
+    return m_parts.status.line();
+}
+
+QAction *MainServices::action(const QString &name) const
+{
+    return m_parts.ui.action(name);
+}
+
+QIcon MainServices::icon(const QString &name) const
+{
+    return IDEApplication::instance()->loadIcon(name);
+}
+
+// Files and settings
+
+QSettings &MainServices::settings() const
+{
+    return *IDEApplication::instance()->settings();
+}
+
+LastDirectories &MainServices::directories()
+{
+    return m_parts.directories;
+}
+
+QString MainServices::sourceFilter() const
+{
+    return ::sourceFilter(m_parts.sourceExtensions);
+}
+
+bool MainServices::openFile(const QString &path, bool addToRecent)
+{
+    return m_parts.fileCommands->openFile(path, addToRecent);
+}
+
+bool MainServices::fileSaveAll()
+{
+    if (!m_parts.fileCommands->mayOverwriteNewer())
+        return false;
+    const bool documentsSaved = m_parts.workspace->saveAll(true);
+    return m_parts.projectCommands->saveModified() && documentsSaved;
+}
+
+void MainServices::checkFileChanges()
+{
+    m_parts.fileCommands->checkFileChanges();
+}
+
+// Docks and the status bar
+
+DockWindow *MainServices::addDock(const QString &objectName, const QString &caption, Qt::DockWidgetArea area)
+{
+    return m_parts.addDock(objectName, caption, area);
+}
+
+void MainServices::saveDockLayout()
+{
+    m_parts.layout.save(m_parts.activity.state());
+}
+
+void MainServices::restoreDockLayout()
+{
+    m_parts.layout.restore(m_parts.activity.state());
+}
+
+void MainServices::showOutputDock()
+{
+    m_parts.outputDock->bringUp();
+}
+
+void MainServices::showMessage(const QString &text, int milliseconds)
+{
+    QStatusBar *bar = m_parts.window.statusBar();
+    bar->showMessage(text, milliseconds);
+    bar->repaint(); // long work may follow
+}
+
+void MainServices::showStatusInfo(const QString &text, int position)
+{
+    m_parts.status.showInfo(text, position);
+}
+
+// Plug-ins, scripts and editors
+
+IPluginObject *MainServices::createPlugin(const QString &feature) const
+{
+    return IDEApplication::instance()->createPlugin(feature);
+}
+
+void MainServices::runPyFile(const QString &path)
+{
+    const Project *project = m_parts.activity.currentProject();
+    const bool relative = project && QDir::isRelativePath(path);
+    m_parts.outputWindow->runScript(
+        QDir::cleanPath(relative ? QDir(project->basePath()).absoluteFilePath(path) : path));
+}
+
+void MainServices::fireEvent(const QString &name)
+{
+    m_parts.events.fire(name);
+}
+
+EventHandlers &MainServices::eventHandlers()
+{
+    return m_parts.events;
+}
+
+QString MainServices::markerToolTip(const QString &filename, int line)
+{
+    return m_parts.debugControl->breakpointToolTip(filename, line);
+}
+
+QAction *MainServices::sharedAction(const QString &name)
+{
+    return m_parts.ui.action(name);
+}
+
+QPixmap MainServices::picture(const QString &name)
+{
+    return IDEApplication::instance()->loadPixmap(name);
+}

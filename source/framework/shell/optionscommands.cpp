@@ -1,0 +1,127 @@
+#include "optionscommands.h"
+#include "debugoptions.h"
+#include "documentkinds.h"
+#include "formatchoice.h"
+#include "optionsdialog.h"
+#include "toolscommands.h"
+#include "toolsdialog.h"
+#include "windowservices.h"
+#include <QPointer>
+#include <QSettings>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+const auto SplashKey = u"Startup/DisableSplashScreen"_s;
+const auto AddressKey = u"Startup/AutomationAddress"_s;
+} // namespace
+
+OptionsCommands::OptionsCommands(WindowServices &window, QDir config, TextFormats &formats, DebugOptions &debugOptions,
+                                 ToolsCommands &tools, QObject *parent)
+    : QObject(parent)
+    , m_window(window)
+    , m_config(std::move(config))
+    , m_formats(formats)
+    , m_debugOptions(debugOptions)
+    , m_tools(tools)
+{}
+
+void OptionsCommands::showOptions()
+{
+    if (m_dialog)
+        return m_dialog->raise(); // a script asks while it is open
+    const QPointer<OptionsCommands> self(this);
+    const QPointer<OptionsDialog> dialog =
+        new OptionsDialog(values(), choices(), m_window.dialogParent(), u"optionsDialog"_s);
+    m_dialog = dialog;
+    ExternalTools &tools = m_tools.tools();
+    ToolsDialog *page = dialog->toolsPage();
+    for (const ExternalTool *tool : tools.runningTools())
+        page->setRunning(tool->entry().id, true);
+    connect(&tools, &ExternalTools::runningChanged, page, &ToolsDialog::setRunning);
+    connect(page, &ToolsDialog::stopRequested, &tools, &ExternalTools::stop);
+
+    const int result = dialog->exec();
+    if (!self || !dialog)
+        return; // the window was closed meanwhile
+    const OptionValues values = dialog->values();
+    delete dialog;
+    if (result == QDialog::Accepted)
+        apply(values);
+}
+
+OptionValues OptionsCommands::values() const
+{
+    QList<int> actions;
+    for (int event = RunEvent; event <= BreakpointEvent; ++event)
+        actions.append(m_debugOptions.action(DebugEvent(event)));
+    return {.editor = readEditorOptions(m_window.settings()),
+            .disableSplash = m_window.settings().value(SplashKey, 0).toInt() != 0,
+            .formats = m_formats,
+            .tools = m_tools.tools().entries(),
+            .debugActions = actions,
+            .more = readMoreOptions(m_window.settings())};
+}
+
+OptionChoices OptionsCommands::choices() const
+{
+    QList<QStringList> texts;
+    for (int event = RunEvent; event <= BreakpointEvent; ++event)
+        texts.append(debugActionTexts(DebugEvent(event)));
+    return {.defaultFormats = [config = m_config] { return productFormats(config); }, .debugTexts = texts};
+}
+
+/// Formats are not written here: the program stores them when it ends.
+void OptionsCommands::apply(const OptionValues &values)
+{
+    QSettings &settings = m_window.settings();
+    writeEditorOptions(settings, values.editor);
+    settings.setValue(SplashKey, int(values.disableSplash));
+    m_tools.tools().setEntries(values.tools);
+    m_tools.tools().save(settings);
+    for (int event = RunEvent; event <= BreakpointEvent; ++event)
+        m_debugOptions.setAction(DebugEvent(event), DebugAction(values.debugActions[event]));
+    m_debugOptions.save(settings);
+    writeMoreOptions(settings, values.more);
+    // The desktop may have become dark or light while the dialog was open.
+    const bool isProducts = areProductFormats(values.formats, m_config);
+    m_formats = isProducts ? productFormats(m_config) : values.formats;
+    applyEditorSettings(*m_window.workspace(), settings);
+    Q_EMIT appearanceChanged();
+}
+
+EditorOptions readEditorOptions(const QSettings &settings)
+{
+    return {.mdi = settings.value(u"Editor/WorkspaceStyle"_s, 0).toInt() != 0,
+            .tabSize = settings.value(u"Editor/TabSize"_s, 4).toInt(),
+            .keepTabs = settings.value(u"Editor/KeepTabs"_s, 4).toInt() == 1, // the editor keeps tabs for any but 0
+            .indentMode = settings.value(u"Editor/IndentMode"_s, 2).toInt()};
+}
+
+void writeEditorOptions(QSettings &settings, const EditorOptions &options)
+{
+    settings.setValue(u"Editor/WorkspaceStyle"_s, int(options.mdi));
+    settings.setValue(u"Editor/TabSize"_s, options.tabSize);
+    settings.setValue(u"Editor/KeepTabs"_s, int(options.keepTabs));
+    settings.setValue(u"Editor/IndentMode"_s, options.indentMode);
+}
+
+MoreOptions readMoreOptions(const QSettings &settings)
+{
+    std::optional<QString> address;
+    if (settings.contains(AddressKey))
+        address = settings.value(AddressKey).toString();
+    return {.lineNumbers = settings.value(u"Editor/LineNumbers"_s, 0).toInt() != 0,
+            .currentLine = settings.value(u"Editor/CurrentLine"_s, 0).toInt() != 0,
+            .automationAddress = address};
+}
+
+void writeMoreOptions(QSettings &settings, const MoreOptions &options)
+{
+    settings.setValue(u"Editor/LineNumbers"_s, int(options.lineNumbers));
+    settings.setValue(u"Editor/CurrentLine"_s, int(options.currentLine));
+    if (options.automationAddress)
+        settings.setValue(AddressKey, *options.automationAddress);
+    else
+        settings.remove(AddressKey);
+}

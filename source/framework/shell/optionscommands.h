@@ -1,0 +1,47 @@
+#pragma once
+#include "optionvalues.h"
+#include <QDir>
+#include <QObject>
+#include <QPointer>
+class DebugOptions;
+class OptionsDialog;
+class QSettings;
+class ToolsCommands;
+class WindowServices;
+
+/// The command that opens the options dialog, and what happens when the user accepts it.
+class OptionsCommands : public QObject
+{
+    Q_OBJECT
+public:
+    /// All arguments but @p config outlive this object. The dialog edits the settings and the last three arguments.
+    /// @p config is the directory with the product's formats.
+    OptionsCommands(WindowServices &window, QDir config, TextFormats &formats, DebugOptions &debugOptions,
+                    ToolsCommands &tools, QObject *parent = nullptr);
+
+    /// Shows the dialog until the user closes it. There is one at a time.
+    void showOptions();
+
+Q_SIGNALS:
+    /// The formats or the editor's settings have changed: all views must be refreshed in full.
+    void appearanceChanged();
+
+private:
+    [[nodiscard]] OptionValues values() const;
+    [[nodiscard]] OptionChoices choices() const;
+    void apply(const OptionValues &values);
+
+    WindowServices &m_window;
+    const QDir m_config;
+    TextFormats &m_formats;
+    DebugOptions &m_debugOptions;
+    ToolsCommands &m_tools;
+    QPointer<OptionsDialog> m_dialog; ///< null while it is not shown
+};
+
+// How the options are kept in the settings.
+
+[[nodiscard]] EditorOptions readEditorOptions(const QSettings &settings);
+void writeEditorOptions(QSettings &settings, const EditorOptions &options);
+[[nodiscard]] MoreOptions readMoreOptions(const QSettings &settings);
+void writeMoreOptions(QSettings &settings, const MoreOptions &options);

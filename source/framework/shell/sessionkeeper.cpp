@@ -1,0 +1,93 @@
+#include "sessionkeeper.h"
+#include "activity.h"
+#include "applicationpaths.h"
+#include "document.h"
+#include "projectworkspace.h"
+#include "viewmanager.h"
+#include "windowservices.h"
+#include <QSettings>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+const auto LastWorkspaceKey = u"Session/Workspace"_s;
+
+/// The files of @p session that have no view any more.
+Session closedSince(Session session, ViewManager &viewManager)
+{
+    QStringList open;
+    for (View *view : viewManager.views())
+        open.append(view->document()->filename());
+    Session closed;
+    for (int i = 0; i < session.files.size(); ++i) {
+        if (open.removeOne(session.files[i].path))
+            continue;
+        if (i == session.active)
+            closed.active = int(closed.files.size());
+        closed.files.append(session.files[i]);
+    }
+    return closed;
+}
+} // namespace
+
+SessionKeeper::SessionKeeper(Activity &activity, WindowServices &window, QObject *parent)
+    : QObject(parent), m_activity(activity), m_window(window), m_store(stateDirectory().filePath(u"sessions"_s))
+{
+    connect(&activity, &Activity::workspaceReady, this, &SessionKeeper::restoreFiles);
+    connect(&activity, &Activity::workspaceClosing, this, &SessionKeeper::keepOpenFiles);
+}
+
+void SessionKeeper::restoreLastFiles()
+{
+    if (m_enabled)
+        restoreSession(m_store.load(QString()), *m_window.workspace(), *m_window.viewManager());
+}
+
+QString SessionKeeper::lastWorkspace() const
+{
+    return m_enabled ? m_window.settings().value(LastWorkspaceKey).toString() : QString();
+}
+
+void SessionKeeper::restoreFiles()
+{
+    if (m_enabled)
+        restoreSession(m_store.load(m_activity.workspace()->fileName()), *m_window.workspace(),
+                       *m_window.viewManager());
+}
+
+/// While the window closes, its views are closed before the workspace.
+void SessionKeeper::keepOpenFiles()
+{
+    if (!m_closing)
+        save(m_activity.workspace()->fileName(), currentSession(*m_window.viewManager()));
+}
+
+void SessionKeeper::save(const QString &workspace, const Session &session) const
+{
+    if (m_enabled && !m_store.save(workspace, session))
+        qWarning("SessionKeeper::save: the open files cannot be remembered");
+}
+
+void SessionKeeper::beginClosing()
+{
+    const ProjectWorkspace *workspace = m_activity.workspace();
+    m_closingSession = currentSession(*m_window.viewManager());
+    m_closingWorkspace = workspace ? workspace->fileName() : QString();
+    m_closing = true;
+}
+
+void SessionKeeper::cancelClosing()
+{
+    m_closing = false;
+    restoreSession(closedSince(m_closingSession, *m_window.viewManager()), *m_window.workspace(),
+                   *m_window.viewManager());
+}
+
+void SessionKeeper::endClosing()
+{
+    m_closing = false;
+    if (!m_enabled)
+        return;
+    save(m_closingWorkspace, m_closingSession);
+    m_window.settings().setValue(LastWorkspaceKey, m_closingWorkspace);
+}

@@ -1,0 +1,40 @@
+#pragma once
+#include "session.h"
+#include <QObject>
+class Activity;
+class WindowServices;
+
+/// Remembers which files are open in each workspace, and what was open when the program ended.
+class SessionKeeper : public QObject
+{
+    Q_OBJECT
+public:
+    /// Both arguments outlive this object.
+    SessionKeeper(Activity &activity, WindowServices &window, QObject *parent = nullptr);
+
+    /// From now on nothing is remembered or opened again: the user has named what to open.
+    void disable() { m_enabled = false; }
+    /// Opens the files that were open when the program ended without a workspace.
+    void restoreLastFiles();
+    /// The workspace that was open when the program ended; empty for none, and if sessions are disabled.
+    [[nodiscard]] QString lastWorkspace() const;
+
+    /// The window is about to close its views: what is open now is what a later start opens again.
+    void beginClosing();
+    /// The user has cancelled: opens again what has been closed since beginClosing().
+    void cancelClosing();
+    void endClosing(); ///< Everything is closed.
+
+private:
+    void keepOpenFiles();
+    void restoreFiles();
+    void save(const QString &workspace, const Session &session) const;
+
+    Activity &m_activity;
+    WindowServices &m_window;
+    SessionStore m_store;
+    bool m_enabled = true;
+    bool m_closing = false;
+    Session m_closingSession;
+    QString m_closingWorkspace; ///< its file; empty for none
+};

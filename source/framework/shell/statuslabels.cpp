@@ -1,0 +1,42 @@
+#include "statuslabels.h"
+#include <QCoreApplication>
+#include <QLabel>
+#include <QStatusBar>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+constexpr int InfoLabelCount = 4;
+}
+
+StatusLabels::StatusLabels(QStatusBar *bar) : m_cursorLabel(new QLabel(bar))
+{
+    for (int i = 0; i < InfoLabelCount; ++i) {
+        auto *label = new QLabel(bar);
+        m_infoLabels.prepend(label);
+        bar->addPermanentWidget(label, 0);
+    }
+    hideInfo(); // a status bar shows the widgets that it takes
+    m_cursorLabel->setObjectName(u"cursorLabel"_s);
+    bar->addPermanentWidget(m_cursorLabel, 0);
+}
+
+void StatusLabels::showInfo(const QString &text, int position) const
+{
+    if (position < 0 || position >= m_infoLabels.size())
+        return;
+    m_infoLabels[position]->setText(text);
+    m_infoLabels[position]->show();
+}
+
+void StatusLabels::hideInfo() const
+{
+    for (QLabel *label : std::as_const(m_infoLabels))
+        label->hide();
+}
+
+void StatusLabels::setCursor(int line, int column)
+{
+    m_line = line + 1;
+    m_cursorLabel->setText(QCoreApplication::translate("MainWindow", " Ln %1, Col %2").arg(m_line).arg(column + 1));
+}

@@ -1,0 +1,48 @@
+#include "windowformats.h"
+#include "formatchoice.h"
+#include "ideapplication.h"
+#include "outputwindow.h"
+#include "viewmanager.h"
+#include "windowservices.h"
+
+namespace {
+QDir configDirectory()
+{
+    return IDEApplication::instance()->path(PathConfig);
+}
+} // namespace
+
+void WindowFormats::load()
+{
+    m_formats = chosenFormats(m_window.settings(), configDirectory());
+    apply();
+}
+
+void WindowFormats::save()
+{
+    m_formats.saveToSettings(m_window.settings());
+}
+
+void WindowFormats::apply()
+{
+    m_table = m_formats.formatTable();
+    m_window.viewManager()->updateAllDocuments(true);
+    const QString section = m_formats.sections().value(1);
+    const QString format = m_formats.formats(section).value(0);
+    QFont font(m_formats.fontFamily(section, format), m_formats.fontSize(section, format));
+    font.setStyleHint(QFont::TypeWriter);
+    font.setBold(m_formats.bold(section, format));
+    font.setItalic(m_formats.italic(section, format));
+    OutputWindow *output = m_window.outputWindow();
+    output->setFont(font);
+    output->setTextColour(m_formats.fgColour(section, format));
+    output->setPaperColour(m_formats.bgColour(section, format));
+}
+
+void WindowFormats::followPalette()
+{
+    if (!areProductFormats(m_formats, configDirectory()))
+        return;
+    m_formats = productFormats(configDirectory());
+    apply();
+}

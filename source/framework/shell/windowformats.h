@@ -1,0 +1,26 @@
+#pragma once
+#include "syntaxhighlighter.h"
+#include "textformats.h"
+class WindowServices;
+
+/// The fonts and colours in which the windows show text: those of the user, or those of the product.
+class WindowFormats
+{
+public:
+    /// @p window outlives this object.
+    explicit WindowFormats(WindowServices &window) : m_window(window) {}
+
+    [[nodiscard]] TextFormats &formats() { return m_formats; }
+    [[nodiscard]] const FormatTable *table() const { return &m_table; } ///< What the editors paint with.
+
+    void load();
+    void save();
+    void apply(); ///< Has all windows show formats() as they are now.
+    /// The desktop's palette has changed: colours that the user has not chosen follow it.
+    void followPalette();
+
+private:
+    WindowServices &m_window;
+    TextFormats m_formats;
+    FormatTable m_table;
+};

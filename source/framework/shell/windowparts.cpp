@@ -1,0 +1,272 @@
+#include "windowparts.h"
+#include "dockwindow.h"
+#include "documentkinds.h"
+#include "ideapplication.h"
+#include "mainwindow.h"
+#include "mdiviewmanager.h"
+#include "navigator.h"
+#include "outputpage.h"
+#include "outputwindow.h"
+#include "pictures.h"
+#include "plugindocuments.h"
+#include "projectdropdown.h"
+#include "projectfile.h"
+#include "projectworkspace.h"
+#include "pythonruntime.h"
+#include "scriptdirectories.h"
+#include "searchbox.h"
+#include "tabbedviewmanager.h"
+#include "toolbar.h"
+#include "uidocument.h"
+#include <QAction>
+#include <QScreen>
+#include <QSettings>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+IDEApplication *application()
+{
+    return IDEApplication::instance();
+}
+
+/// Optional: no warning if it is missing.
+QPixmap outputArtwork()
+{
+    const QString name = u"marketing_output.png"_s;
+    const QString images = application()->path(PathPlugInRoot).filePath(u"images"_s);
+    return findPicture(images, name).exists() ? application()->loadPixmap(name) : QPixmap();
+}
+} // namespace
+
+WindowParts::WindowParts(MainWindow &window)
+    : window(window)
+    , services(*this)
+    , objectModel(services)
+    , ui(&window, application()->path(PathConfig).filePath(uiConfigFileName),
+         [](const QString &name) { return application()->loadIcon(name); })
+    , directories(application()->settings(), application()->path(PathUserDocuments).path())
+    , layout(&window, application()->settings(), [this] { return dockWindows(); })
+    , formats(services)
+    , status(window.statusBar())
+{}
+
+/// The views go before the kinds of their documents, and both before what they refer to.
+WindowParts::~WindowParts()
+{
+    viewManager.reset();
+    workspace.reset();
+}
+
+void WindowParts::setUp()
+{
+    setUpWorkspace();
+    ui.setupActions();
+    ui.setActionVisible(u"debugTogglePeripheralWindow"_s, false);
+    ui.setActionVisible(u"projectRepopulate"_s, false);
+    setUpToolBars();
+    ui.setupMenus();
+    ui.setActionEnabled(u"windowCascade"_s, viewManager->canCascade());
+    ui.setActionEnabled(u"windowTile"_s, viewManager->canTile());
+    title = ui.title();
+    setUpDocks();
+    setUpCommands();
+    restoreLayout();
+    formats.load();
+    disableUnavailableActions();
+    followState();
+}
+
+void WindowParts::setUpWorkspace()
+{
+    QSettings *settings = application()->settings();
+    workspace = std::make_unique<Workspace>();
+    workspace->setObjectName(u"workspace"_s);
+    if (settings->value(u"Editor/WorkspaceStyle"_s, 0).toInt() == 0)
+        viewManager = std::make_unique<TabbedViewManager>(&window);
+    else
+        viewManager = std::make_unique<MDIViewManager>(settings, &window);
+    viewManager->setObjectName(u"viewManager"_s);
+    viewManager->setBackgroundRole(QPalette::Mid);
+    viewManager->setAutoFillBackground(true);
+    workspace->setViewManager(viewManager.get());
+    window.setCentralWidget(viewManager.get());
+    connectViews();
+    const PluginSource plugins{application()->plugins(),
+                               [](const QString &feature) { return application()->createPlugin(feature); }};
+    registerDocumentKinds(*workspace, {formats.table(), &services, stateDirectory().filePath(u"swap"_s)},
+                          [&] { addPluginDocuments(plugins, workspace.get(), formats.table(), &sourceExtensions); });
+    applyEditorSettings(*workspace, *settings);
+}
+
+void WindowParts::connectViews() const
+{
+    const ViewManager *views = viewManager.get();
+    QObject::connect(views, &ViewManager::viewActivated, &window, &MainWindow::viewActivated);
+    QObject::connect(views, &ViewManager::cursorPositionChanged, &window, &MainWindow::cursorPositionChanged);
+    QObject::connect(views, &ViewManager::undoAvailable, &window, &MainWindow::undoAvailable);
+    QObject::connect(views, &ViewManager::redoAvailable, &window, &MainWindow::redoAvailable);
+    QObject::connect(views, &ViewManager::copyAvailable, &window, &MainWindow::copyAvailable);
+    QObject::connect(views, &ViewManager::cutAvailable, &window, &MainWindow::cutAvailable);
+    QObject::connect(views, &ViewManager::pasteAvailable, &window, &MainWindow::pasteAvailable);
+    QObject::connect(views, &ViewManager::backAvailable, &window, &MainWindow::backAvailable);
+    QObject::connect(views, &ViewManager::forwardAvailable, &window, &MainWindow::forwardAvailable);
+    QObject::connect(views, &ViewManager::nextAvailable, &window, &MainWindow::nextAvailable);
+    QObject::connect(views, &ViewManager::previousAvailable, &window, &MainWindow::previousAvailable);
+}
+
+void WindowParts::setUpToolBars()
+{
+    ui.addCompanion(u"editFind"_s, [this](ToolBar *bar) {
+        auto *box = new SearchBox(bar);
+        QObject::connect(box, &SearchBox::find, &window, &MainWindow::searchBoxFind);
+        QObject::connect(box, &SearchBox::findAgain, &window, &MainWindow::searchBoxFindAgain);
+        QObject::connect(&window, &MainWindow::textNavigationAvailable, box, &QWidget::setEnabled);
+        bar->addWidget(box);
+    });
+    ui.addCompanion(u"debugStepInto"_s, [this](ToolBar *bar) { new ProjectDropdown(activity, bar); });
+    ui.setupToolbars();
+}
+
+// Docks
+
+DockWindow *WindowParts::addDock(const QString &objectName, const QString &caption, Qt::DockWidgetArea area)
+{
+    auto *dock = new DockWindow(objectName, caption, &window);
+    window.addDockWidget(area, dock);
+    docks.removeAll(nullptr);
+    docks.append(dock);
+    return dock;
+}
+
+QList<QWidget *> WindowParts::dockWindows() const
+{
+    QList<QWidget *> windows;
+    for (ToolBar *bar : ui.toolBars())
+        windows.append(bar);
+    for (const QPointer<DockWindow> &dock : docks) {
+        if (dock)
+            windows.append(dock);
+    }
+    return windows;
+}
+
+void WindowParts::setUpDocks()
+{
+    navigator = new Navigator(activity, services);
+    navigator->setObjectName(u"navigator"_s);
+    navigatorDock = addDock(u"navigatorDockWindow"_s, MainWindow::tr("Navigator"), Qt::LeftDockWidgetArea);
+    navigatorDock->setWidget(navigator);
+    outputWindow = new OutputWindow(nullptr, outputArtwork());
+    outputWindow->setObjectName(u"outputWindow"_s);
+    outputDock = addDock(u"outputDockWindow"_s, MainWindow::tr("Output"), Qt::BottomDockWidgetArea);
+    outputDock->setWidget(outputWindow);
+    debugWindows = std::make_unique<DebugWindows>(activity, services);
+    addDock(u"pythonOutputDockWindow"_s, MainWindow::tr("Python Output"), Qt::RightDockWidgetArea)->hide();
+    window.setCorner(Qt::BottomLeftCorner, Qt::LeftDockWidgetArea);
+    QObject::connect(outputWindow, &OutputWindow::lookupSource, &window, &MainWindow::lookupSource);
+    connectNavigator();
+}
+
+void WindowParts::connectNavigator() const
+{
+    QObject::connect(navigator, &Navigator::openFile, &window, qOverload<const QString &>(&MainWindow::openFile));
+    QObject::connect(navigator, &Navigator::runPyFile, &window, &MainWindow::runPyFile);
+    QObject::connect(navigator, &Navigator::openHelp, &window, &MainWindow::openHelp);
+    QObject::connect(navigator, &Navigator::fileSelected, &window, &MainWindow::fileSelected);
+    QObject::connect(navigator, &Navigator::displayFileProperties, &window, &MainWindow::displayFileProperties);
+    QObject::connect(navigator, &Navigator::cutAvailable, &window, &MainWindow::cutAvailable);
+    QObject::connect(navigator, &Navigator::pasteAvailable, &window, &MainWindow::pasteAvailable);
+    QObject::connect(navigator, &Navigator::previousAvailable, &window, &MainWindow::previousAvailable);
+    QObject::connect(navigator, &Navigator::nextAvailable, &window, &MainWindow::nextAvailable);
+    QObject::connect(viewManager.get(), &ViewManager::sourceChanged, navigator, &Navigator::helpSourceChanged);
+}
+
+/// Dock windows take their sizes as parts of the window's, so it must have the size that it will be shown in.
+void WindowParts::restoreLayout() const
+{
+    const QRect available = QGuiApplication::primaryScreen()->availableGeometry();
+    const WindowPlacement placement =
+        restoredPlacement(loadPlacement(*application()->settings(), available), available);
+    window.resize(placement.maximised ? available.size() : QSize(placement.width, placement.height));
+    window.resizeDocks({navigatorDock}, {qMax(1, window.width() / 5)}, Qt::Horizontal);
+    window.resizeDocks({outputDock}, {qMax(1, window.height() / 4)}, Qt::Vertical);
+    layout.restore(StateIdle);
+}
+
+void WindowParts::startConsole()
+{
+    if (startPython())
+        outputWindow->startConsole(application()->scriptDirectories());
+}
+
+// Commands
+
+/// Signals of the activity reach the commands in the order in which these are made.
+void WindowParts::setUpCommands()
+{
+    fileCommands = std::make_unique<FileCommands>(activity, services);
+    editCommands = std::make_unique<EditCommands>(activity, services);
+    findCommands = std::make_unique<FindCommands>(services);
+    buildControl = std::make_unique<BuildControl>(activity, services);
+    debugControl = std::make_unique<DebugControl>(activity, services, *buildControl);
+    debugControl->options().load(*application()->settings());
+    projectCommands = std::make_unique<ProjectCommands>(activity, services);
+    pluginBinder = std::make_unique<PluginBinder>(activity, services);
+    toolsCommands = std::make_unique<ToolsCommands>(activity, services);
+    optionsCommands = std::make_unique<OptionsCommands>(services, application()->path(PathConfig), formats.formats(),
+                                                        debugControl->options(), *toolsCommands);
+    sessions = std::make_unique<SessionKeeper>(activity, services);
+    menus = std::make_unique<WindowMenus>(*this);
+    QObject::connect(buildControl.get(), &BuildControl::compileAvailable, &window, &MainWindow::compileAvailable);
+    QObject::connect(projectCommands.get(), &ProjectCommands::sessionEndRequested, debugControl.get(),
+                     &DebugControl::debugStop);
+    QObject::connect(toolsCommands.get(), &ToolsCommands::output, outputWindow->page(OutputWindow::Debug),
+                     &OutputPage::outputLine);
+    QObject::connect(optionsCommands.get(), &OptionsCommands::appearanceChanged, &window, [this] { formats.apply(); });
+    connectReports();
+}
+
+void WindowParts::disableUnavailableActions() const
+{
+    for (const QString &name : {u"fileNew"_s, u"projectNew"_s, u"helpSearch"_s, u"helpHome"_s})
+        ui.setActionEnabled(name, false);
+}
+
+void WindowParts::connectReports() const
+{
+    const PluginBinder *binder = pluginBinder.get();
+    const DebugControl *debug = debugControl.get();
+    QObject::connect(binder, &PluginBinder::buildFinished, buildControl.get(), &BuildControl::buildFinished);
+    QObject::connect(binder, &PluginBinder::xmlFeedback, buildControl.get(), &BuildControl::xmlFeedback);
+    QObject::connect(binder, &PluginBinder::programStatusChanged, debug, &DebugControl::programStatusChanged);
+    QObject::connect(binder, &PluginBinder::statusInfo, debug, &DebugControl::statusInfo);
+    QObject::connect(binder, &PluginBinder::breakpointsChanged, debug, &DebugControl::breakpointsChanged);
+    QObject::connect(viewManager.get(), &ViewManager::toggleBreakpoint, debug, &DebugControl::toggleBreakpoint);
+    QObject::connect(fileCommands.get(), &FileCommands::fileOpened, debug, &DebugControl::fileOpened);
+    QObject::connect(workspace.get(), &Workspace::documentReopened, debug, &DebugControl::fileOpened);
+    QObject::connect(debug, &DebugControl::updateRegisterWindow, debugWindows.get(), &DebugWindows::updateRegisters);
+    QObject::connect(debug, &DebugControl::updateDataWindows, debugWindows.get(), &DebugWindows::updateData);
+}
+
+// State
+
+void WindowParts::followState() const
+{
+    QObject::connect(&activity, &Activity::stateChanging, &window, [this](ActivityState next) {
+        if (isDebugState(next) != isDebugState(activity.state())) {
+            layout.save(activity.state());
+            layout.restore(next);
+        }
+        if (!isDebugState(next))
+            status.hideInfo();
+    });
+    QObject::connect(&activity, &Activity::availabilityChanged, &window, &MainWindow::emitActivity);
+    QObject::connect(&activity, &Activity::stateEntered, &window, [this] { window.setWindowTitle(caption()); });
+}
+
+QString WindowParts::caption() const
+{
+    const ProjectWorkspace *open = activity.workspace();
+    return title + (open ? u" - "_s + open->name() : QString()) + captionSuffix(activity.state());
+}

@@ -1,0 +1,92 @@
+#pragma once
+#include "activity.h"
+#include "buildcontrol.h"
+#include "debugcontrol.h"
+#include "debugwindows.h"
+#include "docklayout.h"
+#include "editcommands.h"
+#include "eventhandlers.h"
+#include "filecommands.h"
+#include "findcommands.h"
+#include "lastdirectories.h"
+#include "mainservices.h"
+#include "objectmodel.h"
+#include "optionscommands.h"
+#include "pluginbinder.h"
+#include "projectcommands.h"
+#include "sessionkeeper.h"
+#include "statuslabels.h"
+#include "toolscommands.h"
+#include "uiconfig.h"
+#include "viewmanager.h"
+#include "windowformats.h"
+#include "windowgeometry.h"
+#include "windowmenus.h"
+#include "workspace.h"
+#include <QPointer>
+class DockWindow;
+class MainWindow;
+class Navigator;
+class OutputWindow;
+
+/// What the main window is made of, and how it is wired. Members stand in the order in which they are made; setUp()
+/// makes those that are pointers, and none of them is null from then on.
+struct WindowParts
+{
+    explicit WindowParts(MainWindow &window);
+    ~WindowParts();
+
+    void setUp();
+    void startConsole(); ///< Runs "startup.py" as well, which may use the whole window.
+
+    DockWindow *addDock(const QString &objectName, const QString &caption, Qt::DockWidgetArea area);
+    /// Tool bars in the order of the UI file, then dock windows in the order in which they were made.
+    [[nodiscard]] QList<QWidget *> dockWindows() const;
+    [[nodiscard]] QString caption() const; ///< Of the window, in the present state.
+
+    MainWindow &window;
+    bool ready = false; ///< the constructor of the window is done
+    NormalGeometry normalGeometry;
+    MainServices services;
+    Activity activity;
+    ObjectModel objectModel;
+    EventHandlers events;
+    UiConfig ui;
+    LastDirectories directories;
+    QStringList sourceExtensions; ///< those that plug-ins have added
+    DockLayout layout;
+    WindowFormats formats;
+    StatusLabels status;
+    std::unique_ptr<Workspace> workspace;
+    std::unique_ptr<ViewManager> viewManager;
+    QString title;                     ///< the caption without a workspace
+    QList<QPointer<DockWindow>> docks; ///< in the order in which they were made; plug-ins delete theirs
+    DockWindow *navigatorDock = nullptr;
+    DockWindow *outputDock = nullptr;
+    Navigator *navigator = nullptr;
+    OutputWindow *outputWindow = nullptr;
+    std::unique_ptr<DebugWindows> debugWindows;
+    std::unique_ptr<FileCommands> fileCommands;
+    std::unique_ptr<EditCommands> editCommands;
+    std::unique_ptr<FindCommands> findCommands;
+    std::unique_ptr<BuildControl> buildControl;
+    std::unique_ptr<DebugControl> debugControl;
+    std::unique_ptr<ProjectCommands> projectCommands;
+    std::unique_ptr<PluginBinder> pluginBinder;
+    std::unique_ptr<ToolsCommands> toolsCommands;
+    std::unique_ptr<OptionsCommands> optionsCommands;
+    std::unique_ptr<SessionKeeper> sessions;
+    std::unique_ptr<WindowMenus> menus;
+
+private:
+    void setUpWorkspace();
+    void setUpToolBars();
+    void setUpDocks();
+    void setUpCommands();
+    void disableUnavailableActions() const;
+    void connectViews() const;
+    void connectReports() const;
+    void connectNavigator() const;
+    void followState() const;
+    void restoreLayout() const;
+};

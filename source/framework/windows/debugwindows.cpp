@@ -1,0 +1,107 @@
+#include "debugwindows.h"
+#include "activity.h"
+#include "dockwindow.h"
+#include "multiwidget.h"
+#include "windowservices.h"
+#include <QAction>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+/// A window's dock, and the action that shows and hides it.
+struct Description
+{
+    const char *objectName;
+    const char *caption;
+    const char *action;
+    Qt::DockWidgetArea area;
+    bool newLine;
+};
+
+constexpr std::array<Description, DebugWindows::WindowCount> Descriptions{{
+    {"registerDockWindow", QT_TRANSLATE_NOOP("DebugWindows", "Registers"), "debugToggleRegisterWindow",
+     Qt::RightDockWidgetArea, false},
+    {"peripheralDockWindow", QT_TRANSLATE_NOOP("DebugWindows", "Peripherals"), "debugTogglePeripheralWindow",
+     Qt::RightDockWidgetArea, false},
+    {"watchDockWindow", QT_TRANSLATE_NOOP("DebugWindows", "Watches"), "debugToggleWatchWindow", Qt::RightDockWidgetArea,
+     true},
+    {"memoryDockWindow", QT_TRANSLATE_NOOP("DebugWindows", "Memory"), "debugToggleMemoryWindow", Qt::TopDockWidgetArea,
+     true},
+}};
+} // namespace
+
+DebugWindows::DebugWindows(const Activity &activity, WindowServices &services, QObject *parent)
+    : QObject(parent), m_activity(activity), m_services(services)
+{
+    for (int i = 0; i < WindowCount; ++i) {
+        const Description &description = Descriptions[size_t(i)];
+        DockWindow *dock =
+            services.addDock(QString::fromLatin1(description.objectName), tr(description.caption), description.area);
+        dock->setNewLine(description.newLine);
+        dock->hide();
+        m_windows[size_t(i)].dock = dock;
+        connect(dock, &QDockWidget::visibilityChanged, this,
+                [this, i](bool visible) { visibilityChanged(Window(i), visible); });
+    }
+    connect(&activity, &Activity::stateEntering, this, [this](ActivityState next) { setPaused(next == StatePaused); });
+}
+
+void DebugWindows::setContent(Window window, MultiWidget *content)
+{
+    Entry &entry = m_windows[window];
+    entry.content = content;
+    entry.dock->setWidget(content);
+    content->setPaused(m_activity.state() == StatePaused);
+}
+
+void DebugWindows::toggle(Window window)
+{
+    Entry &entry = m_windows[window];
+    if (entry.dock->isHidden())
+        entry.outdated = true;
+    entry.dock->toggleVisible();
+}
+
+void DebugWindows::updateCheckMarks()
+{
+    for (int i = 0; i < WindowCount; ++i) {
+        QAction *action = m_services.action(QString::fromLatin1(Descriptions[size_t(i)].action));
+        if (!action)
+            continue;
+        const QSignalBlocker blocker(action); // the mark alone changes
+        action->setChecked(m_windows[size_t(i)].dock->isVisible());
+    }
+}
+
+void DebugWindows::updateRegisters()
+{
+    update(Registers);
+}
+
+void DebugWindows::updateData()
+{
+    for (const Window window : {Peripherals, Watches, Memory})
+        update(window);
+}
+
+void DebugWindows::update(Window window)
+{
+    Entry &entry = m_windows[window];
+    entry.outdated = !entry.content || !entry.content->isVisible();
+    if (!entry.outdated)
+        entry.content->update();
+}
+
+void DebugWindows::visibilityChanged(Window window, bool visible)
+{
+    if (visible && m_windows[window].outdated)
+        update(window);
+}
+
+void DebugWindows::setPaused(bool paused)
+{
+    for (const Entry &entry : m_windows) {
+        if (entry.content)
+            entry.content->setPaused(paused);
+    }
+}

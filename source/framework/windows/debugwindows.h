@@ -1,0 +1,46 @@
+#pragma once
+#include <array>
+#include <QObject>
+class Activity;
+class DockWindow;
+class MultiWidget;
+class WindowServices;
+
+/// The dock windows that show the state of processors: registers, peripherals, watches and memory. Each holds one pane
+/// per project, and is refreshed only while it is visible; a hidden one is refreshed when it appears.
+class DebugWindows : public QObject
+{
+    Q_OBJECT
+public:
+    enum Window { Registers, Peripherals, Watches, Memory };
+    static constexpr int WindowCount = Memory + 1;
+
+    /// Both arguments outlive this object. The docks are hidden at first.
+    DebugWindows(const Activity &activity, WindowServices &services, QObject *parent = nullptr);
+
+    /// Puts the panes of a window into its dock, which takes over @p content.
+    void setContent(Window window, MultiWidget *content);
+    [[nodiscard]] DockWindow *dock(Window window) const { return m_windows[window].dock; }
+    void toggle(Window window);
+    void updateCheckMarks(); ///< Has the menu items show which docks are visible.
+
+public Q_SLOTS:
+    void updateRegisters();
+    void updateData(); ///< Peripherals, watches and memory.
+
+private:
+    struct Entry
+    {
+        DockWindow *dock = nullptr;
+        MultiWidget *content = nullptr; ///< null for a window without panes
+        bool outdated = false;          ///< to be refreshed when it appears
+    };
+
+    void update(Window window);
+    void visibilityChanged(Window window, bool visible);
+    void setPaused(bool paused);
+
+    const Activity &m_activity;
+    WindowServices &m_services;
+    std::array<Entry, WindowCount> m_windows;
+};

@@ -1,0 +1,129 @@
+#include "multiwidget.h"
+#include "activity.h"
+#include "debugpane.h"
+#include "project.h"
+#include "projectworkspace.h"
+#include <QBoxLayout>
+#include <QPointer>
+#include <QTabWidget>
+
+namespace {
+/// Deletes the pane in the next turn of the event loop: its menu or editor may be the sender of the current signal.
+void dispose(DebugPane *pane)
+{
+    pane->releaseEnvironment();
+    pane->hide();
+    pane->setParent(nullptr);
+    pane->deleteLater();
+}
+} // namespace
+
+MultiWidget::MultiWidget(const Activity &activity, QWidget *parent)
+    : QWidget(parent), m_activity(activity), m_tabs(new QTabWidget(this))
+{
+    auto *layout = new QVBoxLayout(this);
+    layout->setContentsMargins({});
+    layout->setSpacing(0);
+    layout->addWidget(m_tabs);
+    m_tabs->setTabPosition(QTabWidget::South);
+    m_tabs->hide();
+    connect(&activity, &Activity::workspaceOpened, this, &MultiWidget::workspaceChanged);
+    connect(&activity, &Activity::projectsChanged, this, &MultiWidget::workspaceChanged);
+    connect(&activity, &Activity::projectActivityChanged, this, &MultiWidget::workspaceChanged);
+    connect(&activity, &Activity::currentProjectChanged, this, &MultiWidget::currentProjectChanged);
+    connect(&activity, &Activity::workspaceClosing, this, &MultiWidget::releasePanes);
+}
+
+QList<DebugPane *> MultiWidget::widgets() const
+{
+    QList<DebugPane *> panes;
+    if (m_singlePane)
+        panes += m_singlePane;
+    for (int i = 0; i < m_tabs->count(); ++i)
+        panes += static_cast<DebugPane *>(m_tabs->widget(i));
+    return panes;
+}
+
+void MultiWidget::update()
+{
+    Q_EMIT doUpdate();
+}
+
+void MultiWidget::setPaused(bool paused)
+{
+    m_paused = paused;
+    for (DebugPane *pane : widgets())
+        pane->setPaused(paused);
+}
+
+void MultiWidget::currentProjectChanged()
+{
+    if (const ProjectWorkspace *workspace = m_activity.workspace())
+        m_tabs->setCurrentIndex(workspace->currentProjectIndex());
+}
+
+void MultiWidget::workspaceChanged()
+{
+    removePanes();
+    const QList<QPointer<Project>> projects = m_activity.projects();
+    const bool tabbed = projects.size() > 1;
+    m_tabs->setVisible(tabbed);
+    if (projects.isEmpty())
+        return showSinglePane(newPane(this, nullptr, true));
+    for (const QPointer<Project> &project : projects) {
+        if (project)
+            addPane(project, tabbed);
+    }
+    currentProjectChanged();
+}
+
+/// The environments are about to go.
+void MultiWidget::releasePanes()
+{
+    removePanes();
+    m_tabs->hide();
+    showSinglePane(newPane(this, nullptr, true));
+}
+
+void MultiWidget::removePanes()
+{
+    const QList<DebugPane *> panes = widgets();
+    m_singlePane = nullptr;
+    m_tabs->clear();
+    for (DebugPane *pane : panes)
+        dispose(pane);
+}
+
+void MultiWidget::addPane(Project *project, bool tabbed)
+{
+    IExecutionEnvironment *environment = project->executionInterface();
+    if (!project->isActive() || !environment)
+        return;
+    DebugPane *pane = newPane(tabbed ? static_cast<QWidget *>(m_tabs) : this, environment, false);
+    if (!pane)
+        return;
+    if (!tabbed)
+        return showSinglePane(pane);
+    const int index = m_tabs->addTab(pane, project->displayName().replace(u'&', QStringLiteral("&&")));
+    m_tabs->setTabToolTip(index, project->executionEnvironmentName());
+}
+
+DebugPane *MultiWidget::newPane(QWidget *parent, IExecutionEnvironment *environment, bool force)
+{
+    DebugPane *pane = createWidget(parent, environment, force);
+    if (!pane)
+        return nullptr;
+    pane->setPaused(m_paused);
+    connect(pane, &DebugPane::doUpdate, this, &MultiWidget::update);
+    connect(this, &MultiWidget::doUpdate, pane, &DebugPane::update);
+    return pane;
+}
+
+void MultiWidget::showSinglePane(DebugPane *pane)
+{
+    if (!pane)
+        return;
+    m_singlePane = pane;
+    layout()->addWidget(pane);
+    pane->show();
+}

@@ -1,0 +1,142 @@
+#include "activity.h"
+#include "callplugin.h"
+#include "project.h"
+#include "projectworkspace.h"
+#include "varnelassert.h"
+
+Activity::Activity(QObject *parent) : QObject(parent) {}
+
+Activity::~Activity()
+{
+    VARNEL_ASSERT(!m_workspace);
+    deleteWorkspace();
+}
+
+// State
+
+void Activity::setState(ActivityState next)
+{
+    const int change = ++m_stateChanges;
+    Q_EMIT stateEntering(next);
+    if (change != m_stateChanges)
+        return;
+    if (next != m_state) {
+        Q_EMIT stateChanging(next);
+        const ActivityAvailability available = availability(next); // asks a plug-in, which may report a state
+        if (change != m_stateChanges)
+            return;
+        Q_EMIT availabilityChanged(available);
+    }
+    m_state = next;
+    Q_EMIT stateEntered(next);
+}
+
+bool Activity::isDebugging() const
+{
+    return currentProject() && isDebugState(m_state);
+}
+
+ActivityAvailability Activity::availability(ActivityState state) const
+{
+    const Environment environment = currentEnvironment();
+    const auto canAttach = [&] { return environment->canAttach(); };
+    return activityAvailability(state,
+                                {.workspace = m_workspace != nullptr,
+                                 .project = currentProject() != nullptr,
+                                 .executionEnvironment = environment != nullptr,
+                                 .canAttach = environment && askPlugin("IExecutionEnvironment::canAttach", canAttach)});
+}
+
+// Workspace
+
+void Activity::openWorkspace(std::unique_ptr<ProjectWorkspace> workspace)
+{
+    if (m_workspace)
+        deleteWorkspace();
+    m_workspace = std::move(workspace);
+    const QPointer<ProjectWorkspace> opened(m_workspace.get()); // plug-ins may close it
+    connect(opened, &ProjectWorkspace::currentProjectChanged, this, &Activity::reportCurrentProject);
+    connect(opened, &ProjectWorkspace::workspaceChanged, this, &Activity::projectsChanged);
+    connect(opened, &ProjectWorkspace::projectActivityChanged, this, &Activity::projectActivityChanged);
+    for (const QPointer<Project> &project : projects()) {
+        if (project && project->openedOK())
+            Q_EMIT projectLoaded(project);
+    }
+    if (opened)
+        Q_EMIT workspaceOpened();
+    if (opened)
+        Q_EMIT projectsChanged();
+    if (opened)
+        setState(StateIdle);
+    if (opened)
+        Q_EMIT workspaceReady();
+}
+
+void Activity::closeWorkspace()
+{
+    VARNEL_ASSERT(m_workspace);
+    if (!m_workspace)
+        return;
+    deleteWorkspace();
+    setState(StateNoWorkspace);
+    Q_EMIT workspaceClosed();
+}
+
+/// The workspace is out of reach before its projects and their plug-ins go: they may call back.
+void Activity::deleteWorkspace()
+{
+    if (m_workspace)
+        Q_EMIT workspaceClosing();
+    const std::unique_ptr<ProjectWorkspace> closed = std::move(m_workspace);
+    if (closed)
+        closed->disconnect(this);
+}
+
+void Activity::addProject(std::unique_ptr<Project> project)
+{
+    VARNEL_ASSERT(m_workspace);
+    if (!m_workspace)
+        return;
+    const QPointer<ProjectWorkspace> workspace(m_workspace.get());
+    if (project->openedOK())
+        Q_EMIT projectLoaded(project.get());
+    if (workspace)
+        workspace->addProject(project.release());
+}
+
+void Activity::reportCurrentProject()
+{
+    Q_EMIT currentProjectChanged();
+    Q_EMIT availabilityChanged(availability(m_state));
+}
+
+// Projects and environments
+
+QList<QPointer<Project>> Activity::projects() const
+{
+    QList<QPointer<Project>> all;
+    for (int i = 0; m_workspace && i < m_workspace->count(); ++i)
+        all.append(m_workspace->project(i));
+    return all;
+}
+
+Project *Activity::currentProject() const
+{
+    return m_workspace ? m_workspace->currentProject() : nullptr;
+}
+
+std::vector<Activity::Environment> Activity::environments() const
+{
+    std::vector<Environment> all;
+    for (const QPointer<Project> &project : projects()) {
+        if (project->executionInterface())
+            all.push_back(shareInterface(project->executionInterface()));
+    }
+    return all;
+}
+
+Activity::Environment Activity::currentEnvironment() const
+{
+    const Project *project = currentProject();
+    return shareInterface(project ? project->executionInterface() : nullptr);
+}

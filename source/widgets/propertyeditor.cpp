@@ -1,0 +1,467 @@
+#include "propertyeditor.h"
+#include "projecttreeitem.h"
+#include "propertydefinitions.h"
+#include "propertylist.h"
+#include "propertyrows.h"
+#include "propertysubsectionitem.h"
+#include "smallicons.h"
+#include "varnelassert.h"
+#include <QHBoxLayout>
+#include <QHeaderView>
+#include <QKeyEvent>
+#include <QLineEdit>
+#include <QMenu>
+#include <QSplitter>
+#include <QTextBrowser>
+
+using namespace Qt::StringLiterals;
+
+struct PropertyEditor::Entry
+{
+    PropertyRecord record;
+    ProjectTreeItem *page;
+};
+
+struct PropertyEditor::Page
+{
+    QList<Entry *> entries; ///< in the order of the definitions
+    int differing = 0;      ///< the number of values that are not the default ones
+};
+
+namespace {
+enum TreeItem { GroupItem, PageItem };
+constexpr int HelpHeight = 200;
+constexpr QSize MinimumListSize(260, 100);
+
+bool matches(const PropertyRecord &record, const QString &text)
+{
+    const auto contains = [&](const QString &where) { return where.contains(text, Qt::CaseInsensitive); };
+    return contains(record.m_name) || contains(record.m_key) || contains(record.m_description)
+           || std::ranges::any_of(record.m_labels, contains);
+}
+
+/// "Group / Page".
+QString pathOf(const ListViewItem *item)
+{
+    QStringList names;
+    for (; item; item = item->parent())
+        names.prepend(item->text(0));
+    return names.join(" / "_L1);
+}
+} // namespace
+
+PropertyEditor::PropertyEditor(QWidget *parent) : QWidget(parent)
+{
+    auto *layout = new QHBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    auto *splitter = new QSplitter(this);
+    splitter->setChildrenCollapsible(false);
+    splitter->addWidget(makeLeftSide());
+    splitter->addWidget(makeRightSide());
+    splitter->setStretchFactor(0, 0); // keeps its size
+    splitter->setStretchFactor(1, 1);
+    splitter->setSizes({180, 200});
+    layout->addWidget(splitter);
+    updateHelpColors();
+    connect(m_groupTree, &QTreeWidget::currentItemChanged, this,
+            [this](QTreeWidgetItem *item) { propertyGroupChanged(static_cast<ListViewItem *>(item)); });
+    connect(m_groupTree, &QTreeWidget::itemClicked, this, [this](QTreeWidgetItem *item) {
+        if (!m_filterEdit->text().isEmpty())
+            propertyGroupChanged(static_cast<ListViewItem *>(item));
+    });
+    connect(m_filterEdit, &QLineEdit::textChanged, this, &PropertyEditor::filterChanged);
+    connect(m_list, &PropertyList::propertySelected, this, &PropertyEditor::propertySelected);
+    connect(m_list, &PropertyList::valueChanged, this, &PropertyEditor::propertyValueChanged);
+    connect(m_list, &ListView::contextMenuRequested, this, &PropertyEditor::showContextMenu);
+}
+
+PropertyEditor::~PropertyEditor()
+{
+    m_list->disconnect(this);
+    m_groupTree->disconnect(this);
+}
+
+QWidget *PropertyEditor::makeLeftSide()
+{
+    auto *side = new QWidget(this);
+    auto *layout = new QVBoxLayout(side);
+    layout->setContentsMargins(0, 0, 0, 0);
+    m_filterEdit = new QLineEdit(side);
+    m_filterEdit->setObjectName(u"FilterEdit"_s);
+    m_filterEdit->setPlaceholderText(tr("Filter"));
+    m_filterEdit->setToolTip(tr("Shows the properties of all pages that contain this text"));
+    m_filterEdit->setClearButtonEnabled(true);
+    m_filterEdit->installEventFilter(this);
+    layout->addWidget(m_filterEdit);
+    m_groupTree = new ListView(side);
+    m_groupTree->setObjectName(u"GroupTree"_s);
+    m_groupTree->setHeaderLabels({u"Column1"_s});
+    m_groupTree->setHeaderHidden(true);
+    m_groupTree->setIndentation(14);
+    m_groupTree->setIconSize(QSize(12, 12));
+    layout->addWidget(m_groupTree);
+    return side;
+}
+
+QWidget *PropertyEditor::makeRightSide()
+{
+    auto *side = new QWidget(this);
+    auto *layout = new QVBoxLayout(side);
+    layout->setContentsMargins(0, 0, 0, 0);
+    m_list = new PropertyList(tr("Property"), tr("Value"), side);
+    m_list->setObjectName(u"PropertyList"_s);
+    m_list->setMinimumSize(MinimumListSize);
+    layout->addWidget(m_list);
+    m_helpView = new QTextBrowser(side);
+    m_helpView->setObjectName(u"HelpView"_s);
+    m_helpView->setFixedHeight(HelpHeight);
+    layout->addWidget(m_helpView);
+    return side;
+}
+
+void PropertyEditor::updateHelpColors()
+{
+    QPalette colors = palette();
+    colors.setColor(QPalette::Base, colors.color(QPalette::Window));
+    colors.setColor(QPalette::Text, colors.color(QPalette::WindowText));
+    m_helpView->setPalette(colors);
+    if (m_page)
+        m_page->setPixmap(currentPageIcon(palette()));
+}
+
+void PropertyEditor::changeEvent(QEvent *event)
+{
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange && m_helpView)
+        updateHelpColors();
+}
+
+bool PropertyEditor::setPropertyDefinitions(const QString &text, const QString &selector)
+{
+    const auto nodes = readPropertyDefinitions(text, selector);
+    if (!nodes) {
+        qWarning("PropertyEditor::setPropertyDefinitions: failed to parse property definitions.");
+        return false;
+    }
+    for (const PropertyNode &node : *nodes)
+        m_lastGroup = addNode(node, nullptr, m_lastGroup);
+    ListViewItem *first = m_groupTree->firstChild();
+    if (first && m_groupTree->currentItem() != first)
+        m_groupTree->setCurrentItem(first);
+    else if (first)
+        propertyGroupChanged(first); // a property of its page may have been replaced
+    return true;
+}
+
+ProjectTreeItem *PropertyEditor::addNode(const PropertyNode &node, ProjectTreeItem *parent, ListViewItem *after)
+{
+    const int rtti = node.isPage ? PageItem : GroupItem;
+    auto *item = parent ? new ProjectTreeItem(parent, after, node.name, nullptr, nullptr, rtti, false, noIcon())
+                        : new ProjectTreeItem(m_groupTree, after, node.name, nullptr, nullptr, rtti, false, noIcon());
+    if (!node.isPage)
+        item->setPixmap({});
+    if (node.isPage && parent)
+        parent->setPaintBranches(false);
+    if (node.isPage)
+        m_pages[item];
+    ListViewItem *last = nullptr;
+    for (const PropertyNode &child : node.children)
+        last = addNode(child, item, last);
+    for (const PropertyRecord &record : node.records)
+        addRecord(record, item);
+    return item;
+}
+
+void PropertyEditor::addRecord(const PropertyRecord &record, ProjectTreeItem *page)
+{
+    if (Entry *old = entry(record.m_key)) {
+        assign(*old, old->record.m_default); // the page does not count it any more
+        m_pages[old->page].entries.removeOne(old);
+        m_rows.remove(record.m_key);
+        std::erase_if(m_records, [old](const auto &other) { return other.get() == old; });
+    }
+    m_records.push_back(std::make_unique<Entry>(Entry{record, page}));
+    m_entries.insert(record.m_key, m_records.back().get());
+    m_pages[page].entries += m_records.back().get();
+}
+
+PropertyEditor::Entry *PropertyEditor::entry(const QString &key) const
+{
+    return m_entries.value(key);
+}
+
+/// Gives a record a value and keeps the mark of its page up to date.
+void PropertyEditor::assign(Entry &entry, const QVariant &value)
+{
+    const bool differed = entry.record.differsFromDefault();
+    entry.record.m_value = value;
+    Page &page = m_pages[entry.page];
+    page.differing += int(entry.record.differsFromDefault()) - int(differed);
+    const bool isMarked = page.differing > 0;
+    if (entry.page->isBold() == isMarked)
+        return;
+    entry.page->setBold(isMarked);
+    entry.page->setToolTip(0, isMarked ? tr("Has values other than the default ones") : QString());
+}
+
+void PropertyEditor::clearValues()
+{
+    endEdit();
+    for (const auto &entry : m_records) {
+        assign(*entry, entry->record.m_default);
+        entry->record.m_loaded = entry->record.m_default;
+        entry->record.m_changed = false;
+    }
+    filterChanged(m_filterEdit->text());
+}
+
+bool PropertyEditor::setValue(const QString &key, const QVariant &value)
+{
+    Entry *entry = this->entry(key);
+    if (!entry)
+        return false;
+    PropertyItem *row = m_rows.value(key);
+    if (row && row == m_list->currentItem())
+        row->acceptEditor();
+    assign(*entry, value);
+    entry->record.m_loaded = value;
+    entry->record.m_changed = false;
+    row = m_rows.value(key);
+    if (!row)
+        return true;
+    row->setValue(value, false); // not entered by the user
+    row->setWarning(entry->record.problem());
+    row->setChanged(false);
+    return true;
+}
+
+QVariant PropertyEditor::value(const QString &key, bool *changed) const
+{
+    const Entry *entry = this->entry(key);
+    if (changed)
+        *changed = entry && entry->record.m_changed;
+    return entry ? entry->record.m_value : QVariant();
+}
+
+QStringList PropertyEditor::keys() const
+{
+    QStringList keys;
+    for (const auto &entry : m_records)
+        keys += entry->record.m_key;
+    return keys;
+}
+
+void PropertyEditor::setTabOrderBetween(QWidget *before, QWidget *after)
+{
+    for (QWidget *next : {static_cast<QWidget *>(m_filterEdit), static_cast<QWidget *>(m_groupTree),
+                          static_cast<QWidget *>(m_list), static_cast<QWidget *>(m_helpView), after}) {
+        setTabOrder(before, next);
+        before = next;
+    }
+}
+
+void PropertyEditor::endEdit()
+{
+    m_list->endEdit();
+}
+
+void PropertyEditor::setBaseDirectory(const QString &directory)
+{
+    m_list->setBaseDirectory(directory);
+}
+
+void PropertyEditor::propertyGroupChanged(ListViewItem *item)
+{
+    endEdit();
+    if (!m_filterEdit->text().isEmpty()) {
+        const QSignalBlocker blocker(m_filterEdit);
+        m_filterEdit->clear();
+    }
+    while (item && item->rtti() != PageItem) {
+        item->setOpen(true);
+        item = item->firstChild();
+    }
+    setCurrentPage(static_cast<ProjectTreeItem *>(item));
+    fillPage();
+}
+
+void PropertyEditor::setCurrentPage(ProjectTreeItem *page)
+{
+    if (m_page)
+        m_page->setPixmap(noIcon());
+    m_page = page;
+    if (m_page)
+        m_page->setPixmap(currentPageIcon(palette()));
+}
+
+void PropertyEditor::fillPage()
+{
+    m_list->clear();
+    m_rows.clear();
+    PropertyItem *last = nullptr;
+    for (const Entry *entry : m_page ? m_pages[m_page].entries : QList<Entry *>()) {
+        PropertyItem *row = makePropertyRow(entry->record, m_list, last);
+        if (!row)
+            continue;
+        m_rows.insert(entry->record.m_key, row);
+        last = row;
+    }
+    rowsMade(hasProperties() ? QString() : tr("There are no properties to edit here."));
+}
+
+/// The rows of all pages with @p text in them, each page below a heading.
+void PropertyEditor::fillMatches(const QString &text)
+{
+    m_list->clear();
+    m_rows.clear();
+    PropertySubsectionItem *heading = nullptr;
+    PropertyItem *last = nullptr;
+    const ListViewItem *page = nullptr;
+    for (const auto &entry : m_records) {
+        if (entry->record.m_type == UnknownProperty || !matches(entry->record, text))
+            continue;
+        if (!heading || entry->page != page) {
+            heading = new PropertySubsectionItem(pathOf(entry->page), m_list, heading);
+            heading->setOpen(true);
+            page = entry->page;
+            last = nullptr;
+        }
+        last = makePropertyRow(entry->record, heading, last);
+        m_rows.insert(entry->record.m_key, last);
+    }
+    rowsMade(tr("No property contains this text."));
+}
+
+void PropertyEditor::rowsMade(const QString &emptyText)
+{
+    const int room = m_list->viewport()->width() * 3 / 5;
+    const int wanted = static_cast<QAbstractItemView *>(m_list)->sizeHintForColumn(0) + m_list->treeStepSize();
+    m_list->header()->resizeSection(0, std::clamp(wanted, 100, std::max(100, room)));
+    PropertyItem *first = m_list->firstChild();
+    if (first && first->childCount() > 0)
+        first = static_cast<PropertyItem *>(first->ListViewItem::firstChild());
+    if (first)
+        propertySelected(first);
+    else
+        m_helpView->setPlainText(emptyText);
+}
+
+void PropertyEditor::filterChanged(const QString &text)
+{
+    endEdit();
+    if (text.isEmpty())
+        fillPage();
+    else
+        fillMatches(text);
+}
+
+void PropertyEditor::propertySelected(PropertyItem *item)
+{
+    VARNEL_ASSERT(item);
+    if (!item)
+        return;
+    QString help = propertyHelp(item->name(), item->description());
+    if (!item->warning().isEmpty())
+        help += u"<p style=\"color:%1\">%2</p>"_s.arg(m_list->warningColor().name(), item->warning().toHtmlEscaped());
+    m_helpView->setHtml(help);
+}
+
+void PropertyEditor::propertyValueChanged(PropertyItem *item)
+{
+    VARNEL_ASSERT(item);
+    Entry *prop = item ? entry(item->key()) : nullptr;
+    VARNEL_ASSERT(prop);
+    if (!prop)
+        return;
+    const QVariant value = item->value();
+    const bool isOther = value.isValid() && !sameValue(value, prop->record.m_loaded);
+    if (isOther)
+        prop->record.m_changed = true;
+    if (prop->record.m_changed && value.isValid())
+        assign(*prop, value); // what is typed back is written, too
+    item->setChanged(isOther);
+    item->setWarning(prop->record.problem());
+    m_list->repaintItem(item);
+    if (item == m_list->currentItem())
+        propertySelected(item);
+}
+
+QString PropertyEditor::firstInvalidKey() const
+{
+    const auto isWrong = [](const auto &entry) {
+        return entry->record.m_changed && !entry->record.problem().isEmpty();
+    };
+    const auto wrong = std::ranges::find_if(m_records, isWrong);
+    return wrong == m_records.end() ? QString() : (*wrong)->record.m_key;
+}
+
+QString PropertyEditor::problem(const QString &key) const
+{
+    const Entry *entry = this->entry(key);
+    return entry ? entry->record.m_name + ": "_L1 + entry->record.problem() : QString();
+}
+
+void PropertyEditor::showProperty(const QString &key)
+{
+    const Entry *entry = this->entry(key);
+    if (!entry)
+        return;
+    if (!m_rows.contains(key))
+        m_groupTree->setCurrentItem(entry->page);
+    if (!m_rows.contains(key))
+        propertyGroupChanged(entry->page); // it was the current one behind the filter
+    PropertyItem *row = m_rows.value(key);
+    if (!row)
+        return;
+    m_list->setFocus();
+    m_list->setCurrentItem(row);
+    if (!row->isEditing())
+        row->showEditor();
+}
+
+void PropertyEditor::resetToDefault(const QString &key)
+{
+    const Entry *entry = this->entry(key);
+    PropertyItem *row = m_rows.value(key);
+    if (!entry || !row)
+        return;
+    row->rejectEditor();
+    row->setValue(entry->record.m_default, true);
+}
+
+void PropertyEditor::showContextMenu(ListViewItem *item, const QPoint &position)
+{
+    const Entry *entry = item ? this->entry(static_cast<PropertyItem *>(item)->key()) : nullptr;
+    if (!entry || m_rows.value(entry->record.m_key) != item)
+        return;
+    auto *menu = new QMenu(this);
+    menu->setObjectName(u"propertyMenu"_s);
+    menu->setAttribute(Qt::WA_DeleteOnClose);
+    QAction *reset = menu->addAction(tr("&Reset to Default"));
+    reset->setObjectName(u"resetToDefault"_s);
+    reset->setEnabled(entry->record.differsFromDefault());
+    connect(reset, &QAction::triggered, this, [this, key = entry->record.m_key] { resetToDefault(key); });
+    menu->popup(position);
+}
+
+/// Keys of the filter: Down and Return lead to what it has found, Escape clears it.
+bool PropertyEditor::eventFilter(QObject *watched, QEvent *event)
+{
+    if (event->type() != QEvent::KeyPress || watched != m_filterEdit)
+        return QWidget::eventFilter(watched, event);
+    switch (static_cast<QKeyEvent *>(event)->key()) {
+    case Qt::Key_Down:
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+        if (!m_rows.isEmpty())
+            m_list->setFocus(Qt::TabFocusReason);
+        return true;
+    case Qt::Key_Escape:
+        if (m_filterEdit->text().isEmpty())
+            return false;
+        m_filterEdit->clear();
+        return true;
+    default:
+        return false;
+    }
+}

@@ -1,0 +1,90 @@
+#pragma once
+#include "listview.h"
+#include <QVariant>
+class PropertyList;
+
+/// A row of a PropertyList: a name and a value, which is painted as text. Only the current row of the list has a
+/// widget to edit it, over the value's cell; it is made when the row becomes current and goes when another one does.
+///
+/// A subclass for a kind of value makes the editor, moves the value to it and back, and gives the text that is shown.
+class PropertyItem : public QObject, public ListViewItem
+{
+    Q_OBJECT
+public:
+    PropertyItem(const QString &name, const QVariant &value, PropertyList *list, ListViewItem *after);
+    PropertyItem(const QString &name, const QVariant &value, PropertyItem *parent, ListViewItem *after);
+    ~PropertyItem() override;
+    using ListViewItem::parent;
+
+    virtual void showEditor();
+    virtual void editorClicked(const QPoint &position); ///< A press brought the editor up, at @p position in it.
+    virtual void placeEditor();                         ///< Puts the editor over the cell, which is scrolled into view.
+    virtual void setValue(const QVariant &value, bool notify); ///< Nothing happens if the value is the same.
+
+public Q_SLOTS:
+    /// Ends the edit: takes over what the user has entered and hides the editor.
+    virtual void acceptEditor();
+
+public:
+    [[nodiscard]] virtual QWidget *createEditor(); ///< Null if the row cannot be edited.
+    virtual void transferEditor(bool toValue);     ///< Moves the editor's contents to the value, or the other way.
+    virtual void hideEditor();
+
+    void rejectEditor(); ///< Ends the edit and leaves the value as it is.
+    void dropEditor();   ///< Hides the editor and deletes it as soon as no event of it is being handled.
+
+    [[nodiscard]] PropertyList *propertyList() const;
+    [[nodiscard]] QString name() const { return m_name; }
+    [[nodiscard]] QVariant value() const { return m_value; }
+    [[nodiscard]] QWidget *editor() const { return m_editor; }
+    [[nodiscard]] bool isEditing() const; ///< The editor is shown.
+    [[nodiscard]] bool acceptsOnFocusOut() const { return m_acceptOnFocusOut; }
+    [[nodiscard]] QString key() const { return m_key.isNull() ? m_name : m_key; }
+    void setKey(const QString &key) { m_key = key; }
+    [[nodiscard]] QString description() const { return m_description; }
+    void setDescription(const QString &description);
+    [[nodiscard]] bool isChanged() const { return m_changed; } ///< The name is painted bold.
+    void setChanged(bool changed);
+    [[nodiscard]] bool isReadOnly() const { return m_readOnly; }
+    void setReadOnly(bool readOnly) { m_readOnly = readOnly; }
+    [[nodiscard]] QString warning() const { return m_warning; }
+    /// What is wrong with the value, which is painted in red then. Empty: nothing.
+    void setWarning(const QString &warning);
+
+    void initStyleOption(QStyleOptionViewItem *option, int column) const override;
+    void paintCell(QPainter *painter, const QStyleOptionViewItem &option, int column) const override;
+    [[nodiscard]] virtual QRect openBox(const QRect &row) const; ///< The plus or minus; empty without rows below.
+    [[nodiscard]] virtual int textIndent() const;                ///< Where the name begins in its cell.
+
+Q_SIGNALS:
+    void valueChanged(PropertyItem *item);
+    void descriptionChanged(PropertyItem *item);
+
+protected:
+    /// For setValue(): stores a value, if it is another one, and shows @p text for it.
+    void storeValue(const QVariant &value, const QString &text, bool notify);
+    /// For the signals of editors: there is something to take over.
+    void setEdited() { m_edited = true; }
+    void setAcceptOnFocusOut(bool accept) { m_acceptOnFocusOut = accept; }
+    void paintOpenBox(QPainter *painter, const QRect &row) const;
+
+private:
+    void initialise(const QVariant &value);
+    void loadEditor();
+
+    const QString m_name;
+    QPointer<PropertyList> m_list;
+    QPointer<QWidget> m_editor;
+    bool m_acceptOnFocusOut = true; ///< false while the row has a dialog open
+    QVariant m_value;
+    QString m_description;
+    QString m_key; ///< null: the name
+    bool m_changed = false;
+    bool m_readOnly = false;
+    bool m_edited = false; ///< the editor holds something else than the value
+    QString m_warning;
+};
+
+/// Whether two values mean the same, as the one from a file, a text, and the one from an editor, maybe a number.
+/// An invalid value, which stands for several ones, only equals another invalid one.
+[[nodiscard]] bool sameValue(const QVariant &left, const QVariant &right);

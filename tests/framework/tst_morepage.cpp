@@ -1,0 +1,77 @@
+#include "dialogprobe.h"
+#include "morepage.h"
+
+using namespace Qt::StringLiterals;
+
+class MorePageTest : public QObject
+{
+    Q_OBJECT
+
+private:
+    QDialog m_dialog;
+    MorePage *m_page = nullptr;
+
+    void open(const MoreOptions &options)
+    {
+        delete m_page;
+        m_page = new MorePage(options, &m_dialog, u"morePage"_s);
+    }
+
+private Q_SLOTS:
+    void init() { QTest::failOnWarning(QRegularExpression(u"^(?!This plugin does not support)"_s)); }
+
+    void optionsComeBackAsTheyWereGiven_data()
+    {
+        QTest::addColumn<bool>("lineNumbers");
+        QTest::addColumn<bool>("currentLine");
+        QTest::addColumn<std::optional<QString>>("address");
+        QTest::addColumn<QString>("shown");
+        const auto row = [](const char *name, bool lineNumbers, bool currentLine, const std::optional<QString> &address,
+                            const QString &shown) {
+            QTest::newRow(name) << lineNumbers << currentLine << address << shown;
+        };
+        row("none", false, false, {}, u"All computers"_s);
+        row("numbers", true, false, u"127.0.0.1"_s, u"This computer only"_s);
+        row("current line", false, true, u"192.168.1.5"_s, u"The network of \"192.168.1.5\""_s);
+        row("an empty address", false, false, u""_s, u"The network of \"\""_s);
+    }
+    void optionsComeBackAsTheyWereGiven()
+    {
+        QFETCH(bool, lineNumbers);
+        QFETCH(bool, currentLine);
+        QFETCH(std::optional<QString>, address);
+        const MoreOptions options{lineNumbers, currentLine, address};
+        open(options);
+        QCOMPARE(m_page->options(), options);
+        QTEST(combo(m_dialog, "AutomationCombo")->currentText(), "shown");
+    }
+
+    void everyControlIsWired()
+    {
+        open({});
+        showActive(m_dialog);
+        m_dialog.resize(500, 300);
+        m_page->resize(500, 300);
+        QTest::keyClick(button(m_dialog, "LineNumbersCheck"), Qt::Key_Space);
+        QCOMPARE(m_page->options(), (MoreOptions{true, false, {}}));
+        QTest::keyClick(button(m_dialog, "CurrentLineCheck"), Qt::Key_Space);
+        QCOMPARE(m_page->options(), (MoreOptions{true, true, {}}));
+        QTest::keyClick(combo(m_dialog, "AutomationCombo"), Qt::Key_Down);
+        QCOMPARE(m_page->options(), (MoreOptions{true, true, u"127.0.0.1"_s}));
+        QTest::keyClick(combo(m_dialog, "AutomationCombo"), Qt::Key_Up);
+        QCOMPARE(m_page->options().automationAddress, std::optional<QString>());
+    }
+
+    void theTexts()
+    {
+        open({});
+        QCOMPARE(m_page->windowTitle(), u"More"_s);
+        QCOMPARE(button(m_dialog, "LineNumbersCheck")->text(), u"Show line numbers"_s);
+        QCOMPARE(button(m_dialog, "CurrentLineCheck")->text(), u"Highlight the line of the cursor"_s);
+        QCOMPARE(entries(combo(m_dialog, "AutomationCombo")),
+                 (QStringList{u"All computers"_s, u"This computer only"_s}));
+    }
+};
+
+QTEST_MAIN(MorePageTest)
+#include "tst_morepage.moc"

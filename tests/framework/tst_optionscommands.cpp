@@ -1,0 +1,324 @@
+#include "../workspace/editorfixture.h"
+#include "activity.h"
+#include "debugoptions.h"
+#include "dialoganswers.h"
+#include "fakeservices.h"
+#include "formatchoice.h"
+#include "optionscommands.h"
+#include "optionsdialog.h"
+#include "textmarkerwidget.h"
+#include "toolscommands.h"
+#include "toolsdialog.h"
+#include "workspace.h"
+#include <QCheckBox>
+#include <QComboBox>
+#include <QListWidget>
+#include <QRadioButton>
+#include <QSettings>
+#include <QSpinBox>
+#include <QtTest>
+
+using namespace Qt::StringLiterals;
+
+class OptionsCommandsTest : public QObject, public FakeServices
+{
+    Q_OBJECT
+
+private:
+    std::unique_ptr<QTemporaryDir> m_directory;
+    std::unique_ptr<QSettings> m_settings;
+    std::unique_ptr<Workspace> m_workspace;
+    std::unique_ptr<ToolsCommands> m_tools;
+    std::unique_ptr<QWidget> m_window;
+    QPointer<OptionsCommands> m_commands;
+    TextFormats m_formats;
+    DebugOptions m_debugOptions;
+    int m_changes = 0;
+    Activity m_activity;
+
+    QWidget *dialogParent() override { return m_window.get(); }
+    Workspace *workspace() const override { return m_workspace.get(); }
+    QSettings &settings() const override { return *m_settings; }
+
+    void writeFormats(const QString &name, const QByteArray &colour)
+    {
+        QFile file(m_directory->filePath(name));
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.write("<f><s name='Text editor'><format name='Standard text' fontFamily='DejaVu Sans Mono' fontSize='9' "
+                   "fgColour='"
+                   + colour + "' bgColour='ffffff'/></s></f>");
+    }
+
+    /// Opens the dialog, does @p use in it and presses a button of it.
+    void run(const std::function<void(QDialog *)> &use, const char *button)
+    {
+        DialogAnswers answers;
+        answers.meet([&](QDialog *dialog) {
+            use(dialog);
+            if (button)
+                find<QAbstractButton>(dialog, button)->click();
+        });
+        m_commands->showOptions();
+        QVERIFY(answers.allGiven());
+    }
+    void accept(const std::function<void(QDialog *)> &use = [](QDialog *) {}) { run(use, "OKButton"); }
+    void cancel(const std::function<void(QDialog *)> &use) { run(use, "CancelButton"); }
+
+    template <typename T>
+    static T *find(QObject *dialog, const char *name)
+    {
+        return dialog->findChild<T *>(QString::fromLatin1(name));
+    }
+
+    QString stored(const QString &key) { return m_settings->value(key, u"absent"_s).toString(); }
+    QString colour() { return m_formats.fgColour(u"Text editor"_s, u"Standard text"_s).name(); }
+
+    static void setDark(bool dark)
+    {
+        QPalette palette;
+        palette.setColor(QPalette::Window, dark ? Qt::black : Qt::white);
+        palette.setColor(QPalette::WindowText, dark ? Qt::white : Qt::black);
+        QGuiApplication::setPalette(palette);
+    }
+
+private Q_SLOTS:
+    void init()
+    {
+        QTest::failOnWarning(QRegularExpression(u"^(?!This plugin does not support)"_s));
+        setDark(false);
+        m_directory = std::make_unique<QTemporaryDir>();
+        m_settings = std::make_unique<QSettings>(m_directory->filePath(u"s.ini"_s), QSettings::IniFormat);
+        writeFormats(u"textformats.xml"_s, "111111");
+        writeFormats(u"textformats-dark.xml"_s, "eeeeee");
+        m_formats = productFormats(QDir(m_directory->path()));
+        m_debugOptions = DebugOptions();
+        m_workspace = std::make_unique<Workspace>();
+        m_workspace->addTemplate(new TextDocumentTemplate(u"C"_s, {}, {}, {u"c"_s}, std::make_unique<CppHighlighter>(),
+                                                          std::make_unique<CppIndent>()));
+        m_tools = std::make_unique<ToolsCommands>(m_activity, *this);
+        m_window = std::make_unique<QWidget>();
+        m_commands =
+            new OptionsCommands(*this, QDir(m_directory->path()), m_formats, m_debugOptions, *m_tools, m_window.get());
+        m_changes = 0;
+        connect(m_commands, &OptionsCommands::appearanceChanged, this, [this] { ++m_changes; });
+    }
+    void cleanup()
+    {
+        m_window.reset();
+        m_tools.reset();
+        m_workspace.reset();
+    }
+
+    void acceptingWithNothingStoredWritesTheDefaults()
+    {
+        accept([](QDialog *dialog) {
+            QCOMPARE(dialog->objectName(), u"optionsDialog"_s);
+            QVERIFY(dialog->isModal());
+        });
+        QStringList lines;
+        for (const QString &key : m_settings->allKeys())
+            lines << key + u'=' + stored(key);
+        QCOMPARE(lines,
+                 (QStringList{u"Debug/action0=1"_s, u"Debug/action1=1"_s, u"Debug/action2=1"_s, u"Debug/action3=1"_s,
+                              u"Debug/action4=1"_s, u"Editor/CurrentLine=0"_s, u"Editor/IndentMode=2"_s,
+                              u"Editor/KeepTabs=0"_s, u"Editor/LineNumbers=0"_s, u"Editor/TabSize=4"_s,
+                              u"Editor/WorkspaceStyle=0"_s, u"Startup/DisableSplashScreen=0"_s}));
+        QCOMPARE(m_changes, 1);
+        QVERIFY(m_window->findChildren<QDialog *>().isEmpty());
+    }
+
+    void cancellingWritesNothing()
+    {
+        m_tools->tools().add(u"A"_s, {}, {}, {});
+        cancel([](QDialog *dialog) {
+            find<QSpinBox>(dialog, "TabSizeSpin")->setValue(7);
+            find<QCheckBox>(dialog, "BoldCheckbox")->setChecked(true);
+            find<QAbstractButton>(dialog, "RemoveButton")->click();
+            find<QComboBox>(dialog, "RunComboBox")->setCurrentIndex(0);
+            find<QAbstractButton>(dialog, "DefaultsButton")->click();
+        });
+        QCOMPARE(m_settings->allKeys(), QStringList());
+        QCOMPARE(m_formats, productFormats(QDir(m_directory->path())));
+        QCOMPARE(m_tools->tools().tools().size(), 1);
+        QCOMPARE(m_debugOptions.action(RunEvent), AllProcessors);
+        QCOMPARE(m_changes, 0);
+    }
+
+    void absentKeepTabsKeepsTabsInTheEditorShowsInsertSpacesAndIsWrittenAs0()
+    {
+        auto *text = qobject_cast<TextDocumentTemplate *>(m_workspace->templates().first());
+        text->readSettings(*m_settings);
+        QVERIFY(text->indenter()->keepTabs());
+        accept([](QDialog *dialog) { QVERIFY(find<QRadioButton>(dialog, "InsertSpacesRadio")->isChecked()); });
+        QCOMPARE(stored(u"Editor/KeepTabs"_s), u"0"_s);
+        QVERIFY(!text->indenter()->keepTabs());
+    }
+
+    void theEditorsOptionsAreReadAndWritten_data()
+    {
+        QTest::addColumn<QString>("key");
+        QTest::addColumn<QString>("before");
+        QTest::addColumn<QString>("after");
+        QTest::newRow("tabbed") << u"WorkspaceStyle"_s << u"0"_s << u"0"_s;
+        QTest::newRow("MDI") << u"WorkspaceStyle"_s << u"1"_s << u"1"_s;
+        QTest::newRow("any other style is MDI") << u"WorkspaceStyle"_s << u"7"_s << u"1"_s;
+        QTest::newRow("tab size") << u"TabSize"_s << u"8"_s << u"8"_s;
+        QTest::newRow("tab size of 0") << u"TabSize"_s << u"0"_s << u"1"_s;
+        QTest::newRow("spaces") << u"KeepTabs"_s << u"0"_s << u"0"_s;
+        QTest::newRow("tabs") << u"KeepTabs"_s << u"1"_s << u"1"_s;
+        QTest::newRow("only 1 means tabs") << u"KeepTabs"_s << u"4"_s << u"0"_s;
+        QTest::newRow("no indentation") << u"IndentMode"_s << u"0"_s << u"0"_s;
+        QTest::newRow("simple") << u"IndentMode"_s << u"1"_s << u"1"_s;
+        QTest::newRow("smart") << u"IndentMode"_s << u"2"_s << u"2"_s;
+        QTest::newRow("another number") << u"IndentMode"_s << u"3"_s << u"0"_s;
+        QTest::newRow("a negative number") << u"IndentMode"_s << u"-1"_s << u"0"_s;
+        QTest::newRow("line numbers") << u"LineNumbers"_s << u"1"_s << u"1"_s;
+        QTest::newRow("current line") << u"CurrentLine"_s << u"1"_s << u"1"_s;
+    }
+    void theEditorsOptionsAreReadAndWritten()
+    {
+        QFETCH(QString, key);
+        QFETCH(QString, before);
+        m_settings->setValue(u"Editor/"_s + key, before);
+        accept();
+        QTEST(stored(u"Editor/"_s + key), "after");
+    }
+
+    void theSplashScreen()
+    {
+        accept([](QDialog *dialog) { find<QCheckBox>(dialog, "DisableSplashCheck")->click(); });
+        QCOMPARE(stored(u"Startup/DisableSplashScreen"_s), u"1"_s);
+        accept([](QDialog *dialog) { QVERIFY(find<QCheckBox>(dialog, "DisableSplashCheck")->isChecked()); });
+        QCOMPARE(stored(u"Startup/DisableSplashScreen"_s), u"1"_s);
+    }
+
+    void theAutomationAddress()
+    {
+        accept();
+        QCOMPARE(stored(u"Startup/AutomationAddress"_s), u"absent"_s); // all interfaces
+        accept([](QDialog *dialog) { find<QComboBox>(dialog, "AutomationCombo")->setCurrentIndex(1); });
+        QCOMPARE(stored(u"Startup/AutomationAddress"_s), u"127.0.0.1"_s);
+        accept();
+        QCOMPARE(stored(u"Startup/AutomationAddress"_s), u"127.0.0.1"_s);
+        accept([](QDialog *dialog) { find<QComboBox>(dialog, "AutomationCombo")->setCurrentIndex(0); });
+        QCOMPARE(stored(u"Startup/AutomationAddress"_s), u"absent"_s);
+    }
+
+    void anAddressThatWasStoredByHandStays()
+    {
+        for (const QString &address : {u"::1"_s, u""_s}) {
+            m_settings->setValue(u"Startup/AutomationAddress"_s, address);
+            accept();
+            QCOMPARE(stored(u"Startup/AutomationAddress"_s), address);
+        }
+    }
+
+    void acceptedFormatsAreNotWrittenToTheSettings()
+    {
+        accept([](QDialog *dialog) { find<QCheckBox>(dialog, "BoldCheckbox")->click(); });
+        QVERIFY(m_formats.bold(u"Text editor"_s, u"Standard text"_s));
+        QVERIFY(!m_settings->childGroups().contains(u"TextFormats"_s));
+        QCOMPARE(m_changes, 1);
+    }
+
+    void useDefaultsGivesTheFormatsOfTheProduct()
+    {
+        m_formats.setFgColour(u"Text editor"_s, u"Standard text"_s, Qt::red);
+        accept([](QDialog *dialog) { find<QAbstractButton>(dialog, "DefaultsButton")->click(); });
+        QCOMPARE(colour(), u"#111111"_s);
+        setDark(true);
+        accept([](QDialog *dialog) { find<QAbstractButton>(dialog, "DefaultsButton")->click(); });
+        QCOMPARE(colour(), u"#eeeeee"_s);
+    }
+
+    void productFormatsFollowAPaletteThatChangesMeanwhile()
+    {
+        accept([](QDialog *) { setDark(true); });
+        QCOMPARE(colour(), u"#eeeeee"_s);
+    }
+
+    void theEditorFollowsAtOnce()
+    {
+        auto *text = qobject_cast<TextDocumentTemplate *>(m_workspace->templates().first());
+        accept([](QDialog *dialog) {
+            find<QSpinBox>(dialog, "TabSizeSpin")->setValue(7);
+            find<QRadioButton>(dialog, "SimpleIndentRadio")->click();
+            find<QRadioButton>(dialog, "KeepTabsRadio")->click();
+            find<QCheckBox>(dialog, "LineNumbersCheck")->click();
+        });
+        QCOMPARE(text->indenter()->tabSize(), 7);
+        QCOMPARE(text->indenter()->indentMode(), 1);
+        QVERIFY(text->indenter()->keepTabs());
+        QVERIFY(text->showsLineNumbers() && !text->showsCurrentLine());
+    }
+
+    void debugActionsTakeEffectAndAreSaved()
+    {
+        m_debugOptions.setAction(PauseEvent, AskForProcessors); // in memory only, as after "Don't ask again"
+        accept([](QDialog *dialog) {
+            QCOMPARE(find<QComboBox>(dialog, "PauseComboBox")->currentText(), u"Ask"_s);
+            QCOMPARE(find<QComboBox>(dialog, "BreakpointComboBox")->count(), 2);
+            find<QComboBox>(dialog, "RunComboBox")->setCurrentIndex(0);
+        });
+        QCOMPARE(m_debugOptions.action(RunEvent), CurrentProcessor);
+        QCOMPARE(stored(u"Debug/action0"_s) + stored(u"Debug/action1"_s), u"02"_s);
+    }
+
+    void toolsAreTakenOverAndSaved()
+    {
+        m_tools->tools().add(u"A"_s, u"/bin/a"_s, {}, u"/x"_s);
+        accept([](QDialog *dialog) {
+            find<QAbstractButton>(dialog, "NewButton")->click();
+            QTest::keyClicks(find<QLineEdit>(dialog, "NameEdit"), u"B"_s);
+        });
+        QCOMPARE(m_tools->tools().tools().size(), 2);
+        QCOMPARE(stored(u"Tools/tool0initialdir"_s), u"/x"_s);
+        QCOMPARE(stored(u"Tools/tool1name"_s), u"B"_s);
+        ToolsCommands next(m_activity, *this); // the next start
+        QCOMPARE(next.tools().tools().at(0)->initialDir(), u"/x"_s);
+    }
+
+    void aRunningToolIsStoppedFromTheDialog()
+    {
+        ExternalTool *tool = m_tools->tools().add(u"A"_s, u"/bin/sleep"_s, u"30"_s, {});
+        QVERIFY(tool->execute({}));
+        cancel([&](QDialog *dialog) {
+            auto *stop = find<QAbstractButton>(dialog, "StopButton");
+            QVERIFY(stop->isEnabled());
+            stop->click();
+            QTRY_VERIFY(!tool->isRunning());
+            QVERIFY(!stop->isEnabled());
+        });
+    }
+
+    void aToolGoesOnRunningWhenItsEntryIsEdited()
+    {
+        ExternalTool *tool = m_tools->tools().add(u"A"_s, u"/bin/sleep"_s, u"30"_s, {});
+        QVERIFY(tool->execute({}));
+        accept([](QDialog *dialog) { find<QLineEdit>(dialog, "NameEdit")->setText(u"B"_s); });
+        QCOMPARE(m_tools->tools().tools().at(0), tool);
+        QCOMPARE(tool->name(), u"B"_s);
+        QVERIFY(tool->isRunning());
+        tool->stop();
+        QTRY_VERIFY(!tool->isRunning());
+    }
+
+    void aSecondCallWhileTheDialogIsOpenOpensNoOther()
+    {
+        accept([this](QDialog *) {
+            m_commands->showOptions();
+            QCOMPARE(m_window->findChildren<OptionsDialog *>().size(), 1);
+        });
+        accept(); // it can be opened again
+    }
+
+    void deletingTheWindowWhileTheDialogIsOpenStoresNothing()
+    {
+        run([this](QDialog *) { m_window.reset(); }, nullptr);
+        QVERIFY(!m_commands);
+        QCOMPARE(m_settings->allKeys(), QStringList());
+    }
+};
+
+QTEST_MAIN(OptionsCommandsTest)
+#include "tst_optionscommands.moc"

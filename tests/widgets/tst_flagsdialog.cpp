@@ -1,0 +1,51 @@
+#include "flagsdialog.h"
+#include <QCheckBox>
+#include <QLabel>
+#include <QSignalSpy>
+#include <QtTest>
+
+using namespace Qt::StringLiterals;
+
+class FlagsDialogTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init() { QTest::failOnWarning(QRegularExpression(u"^(?!This plugin does not support)"_s)); }
+
+    void firstNameIsTheHighestBit()
+    {
+        FlagsDialog dialog(u"status"_s, {u"Z"_s, u"N"_s, u"C&V"_s}, nullptr);
+        QCOMPARE(dialog.windowTitle(), u"status"_s);
+        QVERIFY(!dialog.isModal());
+        dialog.setValue(0xfffffffc);
+        const auto boxes = dialog.findChildren<QCheckBox *>();
+        QVERIFY(boxes[0]->isChecked() && !boxes[1]->isChecked() && !boxes[2]->isChecked());
+        QCOMPARE(dialog.value(), 4u);
+        QStringList labels;
+        for (const QLabel *label : dialog.findChildren<QLabel *>())
+            labels += label->text();
+        QCOMPARE(labels, QStringList({u"Z"_s, u"N"_s, u"C&V"_s}));
+    }
+
+    void clickReportsTheNewValue()
+    {
+        FlagsDialog dialog(QString(), {u"Z"_s, u"N"_s}, nullptr);
+        QSignalSpy changed(&dialog, &FlagsDialog::valueChanged);
+        dialog.setValue(1);
+        QCOMPARE(changed.count(), 0);
+        dialog.show();
+        QTest::mouseClick(dialog.findChild<QCheckBox *>(), Qt::LeftButton);
+        QCOMPARE(changed, (QList<QList<QVariant>>{{3u}}));
+    }
+
+    void moreThan32NamesAreShown()
+    {
+        FlagsDialog dialog(QString(), QStringList(40, u"x"_s), nullptr);
+        dialog.setValue(0xffffffff);
+        QCOMPARE(dialog.value(), 0xffffffffu);
+    }
+};
+
+QTEST_MAIN(FlagsDialogTest)
+#include "tst_flagsdialog.moc"

@@ -1,0 +1,413 @@
+#include "projecttreeitem.h"
+#include "propertybooleanitem.h"
+#include "propertyeditor.h"
+#include "propertyfilelistitem.h"
+#include "propertyintegercomboitem.h"
+#include "propertyintegeritem.h"
+#include "propertylist.h"
+#include "propertysubsectionitem.h"
+#include <QApplication>
+#include <QComboBox>
+#include <QLineEdit>
+#include <QMenu>
+#include <QSpinBox>
+#include <QSplitter>
+#include <QTextBrowser>
+#include <QtTest>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+const QString definitions = uR"(<properties>
+  <group name="Build">
+    <propertygroup name="Code">
+      <property key="opt" name="Optimisation" type="list" defaultvalue="2">
+        <description>How much.</description>
+        <option key="0">None</option><option key="2">Speed</option><option>Odd</option>
+      </property>
+      <property key="warn" name="Warnings" type="boolean" defaultvalue="true"/>
+      <property key="colour" name="Colour" type="text" defaultvalue="red" pattern="[a-z]+" invalidtext="Small letters."/>
+    </propertygroup>
+    <propertygroup name="Files">
+      <property key="out" name="Output" type="file" defaultvalue=""/>
+      <property key="dir" name="Directory" type="directory" defaultvalue="."/>
+      <property key="sources" name="Sources" type="filelist" defaultvalue="a;b"/>
+      <property key="incs" name="Includes" type="directorylist" defaultvalue=""/>
+      <property key="jobs" name="Jobs" type="integer" defaultvalue="4" maximum="100000"/>
+      <property key="baud" name="Baud rate" type="integercombo" defaultvalue="9600"><option>9600</option></property>
+      <property key="cpu" name="Processor" type="textcombo" defaultvalue="7"><option>m3</option></property>
+    </propertygroup>
+  </group>
+</properties>)"_s;
+const QString more = uR"(<x><group name="Debug"><group name="Inner"><propertygroup name="Target">
+      <property key="target" name="Target" type="text" defaultvalue="qemu"/>
+    </propertygroup></group></group></x>)"_s;
+} // namespace
+
+class PropertyEditorTest : public QObject
+{
+    Q_OBJECT
+
+private:
+    std::unique_ptr<PropertyEditor> m_editor;
+
+    PropertyList *list() { return m_editor->findChild<PropertyList *>(); }
+    ListView *tree() { return m_editor->findChild<ListView *>(u"GroupTree"_s); }
+    QLineEdit *filter() { return m_editor->findChild<QLineEdit *>(u"FilterEdit"_s); }
+    QString help() { return m_editor->findChild<QTextBrowser *>()->toPlainText(); }
+
+    PropertyItem *row(const QString &name)
+    {
+        const auto found = list()->findItems(name, Qt::MatchExactly | Qt::MatchRecursive);
+        return found.isEmpty() ? nullptr : static_cast<PropertyItem *>(found.first());
+    }
+
+    ListViewItem *page(const QString &name)
+    {
+        return static_cast<ListViewItem *>(tree()->findItems(name, Qt::MatchExactly | Qt::MatchRecursive).value(0));
+    }
+
+    /// The rows as the user sees them, those with a bold name marked by "*".
+    QString rows()
+    {
+        QString text;
+        for (QTreeWidgetItemIterator it(list()); *it; ++it) {
+            const auto *item = static_cast<PropertyItem *>(*it);
+            text += QString(item->parent() ? 2 : 0, u' ') + (item->isChanged() ? u"*"_s : QString()) + item->text(0)
+                    + (item->text(1).isEmpty() ? QString() : u"="_s + item->text(1)) + u'\n';
+        }
+        return text;
+    }
+
+    void typeInto(PropertyItem *item, const QString &text)
+    {
+        list()->setFocus();
+        list()->setCurrentItem(item);
+        if (!item->isEditing())
+            QTest::keyClick(list(), Qt::Key_F2);
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_A, Qt::ControlModifier);
+        QTest::keyClicks(QApplication::focusWidget(), text);
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+    }
+
+    bool isChanged(const QString &key)
+    {
+        bool changed = false;
+        (void)m_editor->value(key, &changed);
+        return changed;
+    }
+
+private Q_SLOTS:
+    void init()
+    {
+        QTest::failOnWarning(QRegularExpression(u"^(?!This plugin does not support)"_s));
+        m_editor = std::make_unique<PropertyEditor>();
+        m_editor->resize(700, 600);
+        m_editor->show();
+        m_editor->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(m_editor.get()));
+        QVERIFY(m_editor->setPropertyDefinitions(definitions, u"project"_s));
+    }
+
+    void cleanup() { m_editor.reset(); }
+
+    void looksAsItShould()
+    {
+        QCOMPARE(list()->headerItem()->text(0), u"Property"_s);
+        QCOMPARE(list()->headerItem()->text(1), u"Value"_s);
+        QVERIFY(tree()->isHeaderHidden());
+        QCOMPARE(tree()->headerItem()->text(0), u"Column1"_s);
+        QCOMPARE(tree()->indentation(), 14);
+        QVERIFY(tree()->rootIsDecorated());
+        QCOMPARE(m_editor->findChild<QTextBrowser *>()->height(), 200);
+        QCOMPARE(m_editor->findChild<QSplitter *>()->sizes().first(), 180);
+        QCOMPARE(page(u"Build"_s)->rtti(), 0);
+        QCOMPARE(page(u"Code"_s)->rtti(), 1);
+        QVERIFY(!page(u"Build"_s)->paintsBranches());
+    }
+
+    void firstPageIsShownWithItsDefaults()
+    {
+        QCOMPARE(rows(), u"Optimisation=Speed\nWarnings=Yes\nColour=red\n"_s);
+        QCOMPARE(help(), u"Optimisation\nHow much."_s);
+        QVERIFY(page(u"Build"_s)->isOpen());
+        QCOMPARE(tree()->currentItem(), page(u"Build"_s));
+    }
+
+    void currentPageHasTheMarker()
+    {
+        const auto picture = [this](const QString &name) { return page(name)->icon(0).pixmap(12, 12).toImage(); };
+        QCOMPARE(page(u"Code"_s)->icon(0).actualSize(QSize(12, 12)),
+                 page(u"Files"_s)->icon(0).actualSize(QSize(12, 12)));
+        const QImage marker = picture(u"Code"_s);
+        const QImage plain = picture(u"Files"_s);
+        QVERIFY(marker != plain);
+        tree()->setCurrentItem(page(u"Files"_s));
+        QCOMPARE(picture(u"Code"_s), plain);
+        QCOMPARE(picture(u"Files"_s), marker);
+    }
+
+    void everyTypeHasItsRow()
+    {
+        QVERIFY(qobject_cast<PropertyListItem *>(row(u"Optimisation"_s)));
+        QVERIFY(qobject_cast<PropertyBooleanItem *>(row(u"Warnings"_s)));
+        QVERIFY(qobject_cast<PropertyTextItem *>(row(u"Colour"_s)));
+        tree()->setCurrentItem(page(u"Files"_s));
+        QCOMPARE(rows(), u"Output\nDirectory=.\nSources=a;b\nIncludes\nJobs=4\nBaud rate=9600\nProcessor=7\n"_s);
+        QVERIFY(qobject_cast<PropertyFileItem *>(row(u"Output"_s)));
+        QVERIFY(qobject_cast<PropertyFileItem *>(row(u"Directory"_s)));
+        QVERIFY(qobject_cast<PropertyFileListItem *>(row(u"Sources"_s)));
+        QVERIFY(qobject_cast<PropertyFileListItem *>(row(u"Includes"_s)));
+        QVERIFY(qobject_cast<PropertyIntegerItem *>(row(u"Jobs"_s)));
+        QVERIFY(qobject_cast<PropertyIntegerComboItem *>(row(u"Baud rate"_s)));
+        QVERIFY(qobject_cast<PropertyComboItem *>(row(u"Processor"_s)));
+        list()->setCurrentItem(row(u"Jobs"_s));
+        QCOMPARE(qobject_cast<QSpinBox *>(row(u"Jobs"_s)->editor())->maximum(), 100000);
+    }
+
+    void unknownTypeHasARecordAndNoRow()
+    {
+        QTest::ignoreMessage(QtWarningMsg, "PropertyEditor::fillTree: Invalid property type 'colour'");
+        PropertyEditor editor;
+        QVERIFY(editor.setPropertyDefinitions(
+            u"<x><group><propertygroup><property key=\"k\" name=\"N\" type=\"colour\" defaultvalue=\"d\"/>"
+            "</propertygroup></group></x>"_s,
+            {}));
+        QCOMPARE(editor.keys(), QStringList{u"k"_s});
+        QCOMPARE(editor.findChild<PropertyList *>()->topLevelItemCount(), 0);
+        QVERIFY(editor.setValue(u"k"_s, u"v"_s));
+        QCOMPARE(editor.value(u"k"_s), u"v"_s);
+    }
+
+    void brokenDefinitionsAreRefused()
+    {
+        QTest::ignoreMessage(QtWarningMsg,
+                             "PropertyEditor::setPropertyDefinitions: failed to parse property definitions.");
+        QVERIFY(!m_editor->setPropertyDefinitions(u"<x>"_s, u"project"_s));
+        QCOMPARE(rows(), u"Optimisation=Speed\nWarnings=Yes\nColour=red\n"_s); // what was there stays
+    }
+
+    void secondDefinitionsAreAppended()
+    {
+        QVERIFY(m_editor->setPropertyDefinitions(more, u"project"_s));
+        QCOMPARE(tree()->topLevelItemCount(), 2);
+        QCOMPARE(tree()->topLevelItem(1)->text(0), u"Debug"_s);
+        QCOMPARE(m_editor->keys().last(), u"target"_s);
+        tree()->setCurrentItem(page(u"Debug"_s)); // leads to the first page in it
+        QVERIFY(page(u"Inner"_s)->isOpen());
+        QCOMPARE(rows(), u"Target=qemu\n"_s);
+    }
+
+    void groupWithoutPagesShowsNothing()
+    {
+        QVERIFY(m_editor->setPropertyDefinitions(u"<x><group name=\"Empty\"/></x>"_s, u"project"_s));
+        tree()->setCurrentItem(page(u"Empty"_s));
+        QCOMPARE(rows(), QString());
+        QCOMPARE(help(), QString());
+    }
+
+    void laterPropertyReplacesTheOneWithItsKey()
+    {
+        QVERIFY(m_editor->setPropertyDefinitions(u"<x><group><propertygroup name=\"New\"><property key=\"opt\" "
+                                                 u"name=\"Other\" type=\"text\"/></propertygroup>"
+                                                 "</group></x>"_s,
+                                                 u"project"_s));
+        QCOMPARE(rows(), u"Warnings=Yes\nColour=red\n"_s);
+        QCOMPARE(m_editor->keys().count(u"opt"_s), 1);
+        QCOMPARE(m_editor->value(u"opt"_s), QString());
+    }
+
+    void keysAreInTheOrderOfTheDefinitions()
+    {
+        QCOMPARE(m_editor->keys().join(u' '), u"opt warn colour out dir sources incs jobs baud cpu"_s);
+    }
+
+    void unknownKeyHasNoValue()
+    {
+        QVERIFY(!m_editor->setValue(u"none"_s, 1));
+        bool changed = true;
+        QVERIFY(!m_editor->value(u"none"_s, &changed).isValid());
+        QVERIFY(!changed);
+    }
+
+    void setValueCountsAsUnchanged()
+    {
+        QVERIFY(m_editor->setValue(u"opt"_s, u"0"_s));
+        QCOMPARE(row(u"Optimisation"_s)->text(1), u"None"_s);
+        QVERIFY(!isChanged(u"opt"_s));
+        QCOMPARE(m_editor->value(u"opt"_s), u"0"_s);
+        m_editor->setValue(u"opt"_s, u"2"_s); // an option without a key has its index
+        QCOMPARE(row(u"Optimisation"_s)->text(1), u"Speed"_s);
+    }
+
+    void oddStoredValuesAreNotChangedByShowingThem()
+    {
+        m_editor->setValue(u"warn"_s, u"true"_s);
+        m_editor->setValue(u"opt"_s, u"other"_s);
+        m_editor->setValue(u"jobs"_s, u"many"_s);
+        tree()->setCurrentItem(page(u"Files"_s));
+        tree()->setCurrentItem(page(u"Code"_s));
+        for (const QString &key : m_editor->keys())
+            QVERIFY2(!isChanged(key), qPrintable(key));
+    }
+
+    void severalValuesShowAnEmptyCell()
+    {
+        for (const QString &key : {u"opt"_s, u"warn"_s, u"colour"_s}) {
+            m_editor->setValue(key, QVariant());
+            QVERIFY(!m_editor->value(key).isValid());
+        }
+        QCOMPARE(rows(), u"Optimisation\nWarnings\nColour\n"_s);
+        list()->setFocus();
+        for (int i = 0; i < 3; ++i)
+            QTest::keyClick(QApplication::focusWidget(), Qt::Key_Down);
+        QVERIFY(!isChanged(u"opt"_s) && !isChanged(u"warn"_s) && !isChanged(u"colour"_s));
+    }
+
+    void typedValueIsBoldAndMarked()
+    {
+        typeInto(row(u"Colour"_s), u"blue"_s);
+        QCOMPARE(rows(), u"Optimisation=Speed\nWarnings=Yes\n*Colour=blue\n"_s);
+        QVERIFY(isChanged(u"colour"_s));
+        QCOMPARE(m_editor->value(u"colour"_s), u"blue"_s);
+        tree()->setCurrentItem(page(u"Files"_s));
+        tree()->setCurrentItem(page(u"Code"_s));
+        QVERIFY(row(u"Colour"_s)->isChanged());
+    }
+
+    void valueTypedBackLosesTheBoldButIsStillWritten()
+    {
+        typeInto(row(u"Colour"_s), u"blue"_s);
+        typeInto(row(u"Colour"_s), u"red"_s);
+        QVERIFY(!row(u"Colour"_s)->isChanged());
+        QVERIFY(isChanged(u"colour"_s));
+        QCOMPARE(m_editor->value(u"colour"_s), u"red"_s); // what the user sees
+    }
+
+    void setValueEndsTheEditOfItsRowFirst()
+    {
+        list()->setFocus();
+        list()->setCurrentItem(row(u"Colour"_s));
+        QTest::keyClicks(QApplication::focusWidget(), u"x"_s);
+        m_editor->setValue(u"colour"_s, u"green"_s);
+        QCOMPARE(row(u"Colour"_s)->text(1), u"green"_s);
+        QVERIFY(!row(u"Colour"_s)->isEditing());
+        QVERIFY(!isChanged(u"colour"_s));
+        QVERIFY(!row(u"Colour"_s)->isChanged());
+    }
+
+    void clearValuesGivesBackTheDefaults()
+    {
+        typeInto(row(u"Colour"_s), u"blue"_s);
+        m_editor->setValue(u"opt"_s, u"0"_s);
+        m_editor->clearValues();
+        QCOMPARE(rows(), u"Optimisation=Speed\nWarnings=Yes\nColour=red\n"_s);
+        QVERIFY(!isChanged(u"colour"_s));
+    }
+
+    void pageWithOtherValuesThanTheDefaultsIsBold()
+    {
+        const auto *code = static_cast<ProjectTreeItem *>(page(u"Code"_s));
+        const auto *files = static_cast<ProjectTreeItem *>(page(u"Files"_s));
+        QVERIFY(!code->isBold());
+        m_editor->setValue(u"warn"_s, u"1"_s);
+        QVERIFY(!code->isBold());
+        m_editor->setValue(u"warn"_s, u"0"_s);
+        m_editor->setValue(u"opt"_s, u"0"_s);
+        QVERIFY(code->isBold() && !files->isBold());
+        QVERIFY(!code->toolTip(0).isEmpty());
+        m_editor->setValue(u"warn"_s, u"1"_s);
+        QVERIFY(code->isBold());
+        m_editor->setValue(u"opt"_s, u"2"_s);
+        QVERIFY(!code->isBold());
+    }
+
+    void filterShowsMatchingRowsOfAllPages()
+    {
+        QVERIFY(m_editor->setPropertyDefinitions(more, u"project"_s));
+        filter()->setFocus();
+        QTest::keyClicks(filter(), u"TAR"_s);
+        QCOMPARE(rows(), u"Debug / Inner / Target\n  Target=qemu\n"_s);
+        QTest::keyClick(filter(), Qt::Key_A, Qt::ControlModifier);
+        QTest::keyClicks(filter(), u"out"_s);
+        QCOMPARE(rows(), u"Build / Files\n  Output\n"_s);
+        QTest::keyClick(filter(), Qt::Key_Down); // to the first row
+        QVERIFY(list()->hasFocusInside());
+        filter()->setFocus();
+        QTest::keyClick(filter(), Qt::Key_Escape);
+        QCOMPARE(rows(), u"Optimisation=Speed\nWarnings=Yes\nColour=red\n"_s);
+    }
+
+    void filterWithoutMatchShowsANotice()
+    {
+        filter()->setText(u"zzz"_s);
+        QCOMPARE(rows(), QString());
+        QCOMPARE(help(), u"No property contains this text."_s);
+    }
+
+    void rowsOfTheFilterAreEdited()
+    {
+        filter()->setText(u"colour"_s);
+        typeInto(row(u"Colour"_s), u"blue"_s);
+        QVERIFY(isChanged(u"colour"_s));
+        QTest::mouseClick(tree()->viewport(), Qt::LeftButton, {}, tree()->visualItemRect(page(u"Build"_s)).center());
+        QCOMPARE(filter()->text(), QString()); // a click on the tree shows its page, also on the current one
+        QCOMPARE(rows(), u"Optimisation=Speed\nWarnings=Yes\n*Colour=blue\n"_s);
+    }
+
+    void contextMenuResetsARowToItsDefault()
+    {
+        m_editor->setValue(u"warn"_s, u"0"_s);
+        list()->setFocus();
+        list()->setCurrentItem(row(u"Warnings"_s));
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+        QTest::keyClick(list(), Qt::Key_F10, Qt::ShiftModifier);
+        auto *menu = qobject_cast<QMenu *>(QApplication::activePopupWidget());
+        QVERIFY(menu);
+        QCOMPARE(menu->actions().first()->text(), u"&Reset to Default"_s);
+        QVERIFY(menu->actions().first()->isEnabled());
+        QTest::keyClick(menu, Qt::Key_R);
+        QVERIFY(isChanged(u"warn"_s));
+        QCOMPARE(m_editor->value(u"warn"_s).toString(), u"1"_s); // as booleans are stored
+        QCOMPARE(row(u"Warnings"_s)->text(1), u"Yes"_s);
+        QVERIFY(row(u"Warnings"_s)->isChanged());
+    }
+
+    void defaultValueCannotBeReset()
+    {
+        list()->setFocus();
+        list()->setCurrentItem(row(u"Warnings"_s));
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+        QTest::keyClick(list(), Qt::Key_Menu);
+        auto *menu = qobject_cast<QMenu *>(QApplication::activePopupWidget());
+        QVERIFY(menu);
+        QVERIFY(!menu->actions().first()->isEnabled());
+        menu->close();
+    }
+
+    void forbiddenValueIsExplained()
+    {
+        QVERIFY(m_editor->firstInvalidKey().isNull());
+        typeInto(row(u"Colour"_s), u"RED"_s);
+        QCOMPARE(m_editor->firstInvalidKey(), u"colour"_s);
+        QCOMPARE(m_editor->problem(u"colour"_s), u"Colour: Small letters."_s);
+        QVERIFY(help().contains(u"Small letters."_s));
+        QCOMPARE(row(u"Colour"_s)->warning(), u"Small letters."_s);
+        tree()->setCurrentItem(page(u"Files"_s));
+        m_editor->showProperty(u"colour"_s);
+        QVERIFY(row(u"Colour"_s)->isEditing());
+        typeInto(row(u"Colour"_s), u"blue"_s);
+        QVERIFY(m_editor->firstInvalidKey().isNull());
+        QVERIFY(row(u"Colour"_s)->warning().isEmpty());
+    }
+
+    void forbiddenValueThatWasLoadedDoesNotCount()
+    {
+        m_editor->setValue(u"colour"_s, u"RED"_s);
+        QVERIFY(m_editor->firstInvalidKey().isNull());
+        QVERIFY(!row(u"Colour"_s)->warning().isEmpty());
+    }
+};
+
+QTEST_MAIN(PropertyEditorTest)
+#include "tst_propertyeditor.moc"
