@@ -18,7 +18,7 @@ struct PropertyDefinition
     QString defaultValue; ///< also the meaning of a missing value
     QString description;
     QList<Choice> choices = {};
-    QStringList selectors = {}; ///< what the option applies to; empty: all that its page applies to
+    QStringList selectors = {};      ///< what the option applies to; empty: all that its page applies to
     std::optional<int> maximum = {}; ///< of an integer
 };
 

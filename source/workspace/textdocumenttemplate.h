@@ -24,8 +24,8 @@ public:
     void setEditorHost(EditorHost *host) { m_host = host; }
     /// The directory for the copies of unsaved texts of this kind; empty for no copies.
     void setSwapDirectory(const QString &directory) { m_swapDirectory = directory; }
-    /// Reads "TabSize", "KeepTabs", "IndentMode", "LineNumbers" and "CurrentLine" of the group "Editor". Views follow at
-    /// their next full update.
+    /// Reads "TabSize", "KeepTabs", "IndentMode", "LineNumbers" and "CurrentLine" of the group "Editor". Views follow
+    /// at their next full update.
     void readSettings(const QSettings &settings);
 
     [[nodiscard]] bool canCreate() override { return true; }

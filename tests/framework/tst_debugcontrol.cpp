@@ -905,8 +905,9 @@ private Q_SLOTS:
         be(StateFinished);
         m_line = 2;
         m_control->debugRunToCursor();
-        QCOMPARE(m_story + m_stub->takeCalls(),
-                 (QStringList{u"state 4"_s, u"fw.runTo(%1, 2)"_s.arg(path(u"notes.txt"_s))}));
+        QStringList lines = m_story + m_stub->takeCalls();
+        lines.removeAll(u"fw.canAttach()"_s);
+        QCOMPARE(lines, (QStringList{u"state 4"_s, u"fw.runTo(%1, 2)"_s.arg(path(u"notes.txt"_s))}));
         m_story.clear();
     }
 

@@ -8,7 +8,7 @@
 #include "projectworkspace.h"
 #include <QAction>
 #include <QMainWindow>
-#include <QtTest>
+#include <QTest>
 
 using namespace Qt::StringLiterals;
 

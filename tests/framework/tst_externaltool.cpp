@@ -1,6 +1,6 @@
 #include "externaltool.h"
 #include <csignal>
-#include <QtTest>
+#include <QTest>
 
 using namespace Qt::StringLiterals;
 

@@ -1,6 +1,6 @@
 #include "externaltools.h"
 #include <QSettings>
-#include <QtTest>
+#include <QTest>
 
 using namespace Qt::StringLiterals;
 

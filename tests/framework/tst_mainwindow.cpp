@@ -583,10 +583,10 @@ private Q_SLOTS:
     void menusWithNothingToAddStayAsTheFileHasThem()
     {
         QFETCH(QByteArray, name);
-        open({"fileNew"},
-             "<menus><menu name='" + name + "'><separator/><action name='fileNew'/><separator/></menu></menus>");
+        open({"fileOpen"},
+             "<menus><menu name='" + name + "'><separator/><action name='fileOpen'/><separator/></menu></menus>");
         for (int i = 0; i < 2; ++i)
-            QCOMPARE(opened(name), u"- fileNew -"_s);
+            QCOMPARE(opened(name), u"- fileOpen -"_s);
     }
 
     void theDebugMenuLosesItsTrailingSeparators()

@@ -16,7 +16,7 @@
 #include <QRadioButton>
 #include <QSettings>
 #include <QSpinBox>
-#include <QtTest>
+#include <QTest>
 
 using namespace Qt::StringLiterals;
 

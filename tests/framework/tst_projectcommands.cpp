@@ -289,8 +289,10 @@ private Q_SLOTS:
         QCoreApplication::processEvents();
         const PaintedStatus status(f.window->statusBar());
         QVERIFY(f.window->openWorkspace(path, false));
-        QCOMPARE(status.shown, (QStringList{u"Opening %1..."_s.arg(path), u"Opening the project fw..."_s,
-                                            u"Opening the project lib..."_s}));
+        QCOMPARE(
+            status.shown,
+            (QStringList{
+                u"Opening %1..."_s.arg(path), u"Opening the project fw..."_s, u"Opening the project lib..."_s, {}}));
         QCOMPARE(f.status(), QString());
     }
 

@@ -7,9 +7,9 @@
 #include <QApplication>
 #include <QComboBox>
 #include <QSpinBox>
+#include <QTest>
 #include <QTextBrowser>
 #include <QToolButton>
-#include <QtTest>
 
 using namespace Qt::StringLiterals;
 
@@ -86,7 +86,7 @@ private Q_SLOTS:
         QTest::addColumn<QString>("names");
         QTest::newRow("project") << u"project"_s
                                  << u"Target, Tools, Code, Warnings, Preprocessor, Language and flags, Linker, "
-                                    "Commands, Files, Target, Emulated board, Target at an address, "
+                                    "Commands, Files, Target, Emulated board, Debug server, "
                                     "Program of this computer, Symbols and windows"_s;
         QTest::newRow("C") << u"c"_s << u"Code, Warnings, Preprocessor, Language and flags, This file"_s;
         QTest::newRow("assembler") << u"s"_s << u"Code, Language and flags, This file"_s;
@@ -139,7 +139,7 @@ private Q_SLOTS:
         open(u"project"_s);
         tree()->setCurrentItem(pages().at(1));
         QVERIFY(m_editor->findChild<QTextBrowser *>()->toPlainText().contains(
-            u"What stands ahead of \"gcc\" in the compiler's name"_s));
+            u"Prefix of \"gcc\" in the compiler's path"_s));
     }
 
     void processNumbersOfThisComputerCanBeEntered()

@@ -218,15 +218,32 @@ private Q_SLOTS:
         QVERIFY(f.openFiles().isEmpty());
     }
 
-    void aCloseThatIsRefusedForgetsNothing()
+    void cancelledCloseOpensTheClosedViewsAgain()
     {
         WindowFixture f;
         f.open(u"a.c"_s);
+        f.view()->gotoLine(2);
         f.open(u"b.c"_s);
         f.type(u"new"_s);
         f.answers->press(QMessageBox::Cancel);
         QVERIFY(!f.window->close());
-        QCOMPARE(f.openFiles(), QStringList(u"b.c *"_s));
+        QCOMPARE(f.openFiles(), (QStringList{u"b.c *"_s, u"a.c"_s}));
+        QCOMPARE(f.view()->title(), u"b.c *"_s);
+        f.window->viewManager()->activateView(f.window->viewManager()->views().last(), true);
+        QCOMPARE(f.view()->currentEdit()->textCursor().blockNumber(), 1);
+    }
+
+    void cancelledQuestionAboutTheWorkspaceKeepsItOpenWithItsViews()
+    {
+        WindowFixture f;
+        f.writeProject(u"fw.vnp"_s, {u"a.c"_s});
+        QVERIFY(f.window->openWorkspace(f.writeWorkspace(u"all.vnw"_s, {u"fw.vnp"_s}), false));
+        f.open(u"a.c"_s);
+        f.window->activity().currentProject()->setModified(true);
+        f.answers->press(QMessageBox::Cancel);
+        QVERIFY(!f.window->close());
+        QVERIFY(f.window->projectWorkspace());
+        QCOMPARE(f.openFiles(), QStringList(u"a.c"_s));
     }
 
     void aDamagedSessionIsNone_data()
@@ -268,7 +285,7 @@ private Q_SLOTS:
         WindowFixture f;
         f.installation.write(u"state"_s, "a file where the directory should be");
         f.open(u"a.c"_s);
-        QTest::ignoreMessage(QtWarningMsg, "MainWindow::keepSession: the open files cannot be remembered");
+        QTest::ignoreMessage(QtWarningMsg, "SessionKeeper::save: the open files cannot be remembered");
         QVERIFY(f.window->close());
     }
 

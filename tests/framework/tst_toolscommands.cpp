@@ -7,7 +7,7 @@
 #include "toolscommands.h"
 #include <csignal>
 #include <QSettings>
-#include <QtTest>
+#include <QTest>
 
 using namespace Qt::StringLiterals;
 

@@ -5,7 +5,8 @@
 #include <QListWidget>
 #include <QMenu>
 #include <QPushButton>
-#include <QtTest>
+#include <QSignalSpy>
+#include <QTest>
 
 using namespace Qt::StringLiterals;
 

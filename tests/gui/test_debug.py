@@ -25,9 +25,13 @@ class DebugTest(ProgramTest):
     workspace = None
     project = None
 
+    @classmethod
+    def setUpClass(cls):
+        """The tests of a class share a copy of the examples, so that each program is built once."""
+        parent = cls.enterClassContext(tempfile.TemporaryDirectory(prefix="varnel-debug."))
+        cls.examples = copy_of_examples(parent)
+
     def setUp(self):
-        parent = self.enterContext(tempfile.TemporaryDirectory(prefix="varnel-debug."))
-        self.examples = copy_of_examples(parent)
         screen = Screen(1440, 900)
         self.addCleanup(screen.close)
         self.launch("-w", self.examples / self.workspace, screen=screen)
@@ -66,6 +70,7 @@ class NativeTest(DebugTest):
     project = "calculator"
 
     def test_native_program_is_stepped_changed_and_restarted(self):
+        (self.examples / "calculator/main.cpp").touch()  # not up to date, whether built already or not
         main = self.examples / "calculator/main.cpp"
         call = line_of(main, "work(text, variables);")
         self.user.open_file(main, 1)

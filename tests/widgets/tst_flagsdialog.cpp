@@ -2,7 +2,7 @@
 #include <QCheckBox>
 #include <QLabel>
 #include <QSignalSpy>
-#include <QtTest>
+#include <QTest>
 
 using namespace Qt::StringLiterals;
 

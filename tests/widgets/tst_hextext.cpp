@@ -1,5 +1,5 @@
 #include "hextext.h"
-#include <QtTest>
+#include <QTest>
 
 using namespace Qt::StringLiterals;
 

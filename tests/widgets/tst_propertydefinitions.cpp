@@ -1,5 +1,5 @@
 #include "propertydefinitions.h"
-#include <QtTest>
+#include <QTest>
 
 using namespace Qt::StringLiterals;
 

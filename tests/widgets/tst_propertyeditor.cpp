@@ -12,8 +12,8 @@
 #include <QMenu>
 #include <QSpinBox>
 #include <QSplitter>
+#include <QTest>
 #include <QTextBrowser>
-#include <QtTest>
 
 using namespace Qt::StringLiterals;
 

@@ -19,8 +19,8 @@
 #include <QSignalSpy>
 #include <QSpinBox>
 #include <QTemporaryDir>
+#include <QTest>
 #include <QToolButton>
-#include <QtTest>
 #include <QVBoxLayout>
 
 using namespace Qt::StringLiterals;

@@ -1,7 +1,8 @@
 #include "editorfixture.h"
 #include "textmarkerwidget.h"
 #include <QSettings>
-#include <QtTest>
+#include <QSignalSpy>
+#include <QTest>
 
 using namespace Qt::StringLiterals;
 

@@ -73,6 +73,7 @@ void SessionKeeper::beginClosing()
     const ProjectWorkspace *workspace = m_activity.workspace();
     m_closingSession = currentSession(*m_window.viewManager());
     m_closingWorkspace = workspace ? workspace->fileName() : QString();
+    m_closingView = m_window.viewManager()->currentView();
     m_closing = true;
 }
 
@@ -81,6 +82,8 @@ void SessionKeeper::cancelClosing()
     m_closing = false;
     restoreSession(closedSince(m_closingSession, *m_window.viewManager()), *m_window.workspace(),
                    *m_window.viewManager());
+    if (m_closingView)
+        m_window.viewManager()->activateView(m_closingView, true);
 }
 
 void SessionKeeper::endClosing()

@@ -1,7 +1,9 @@
 #pragma once
 #include "session.h"
 #include <QObject>
+#include <QPointer>
 class Activity;
+class View;
 class WindowServices;
 
 /// Remembers which files are open in each workspace, and what was open when the program ended.
@@ -36,5 +38,6 @@ private:
     bool m_enabled = true;
     bool m_closing = false;
     Session m_closingSession;
-    QString m_closingWorkspace; ///< its file; empty for none
+    QString m_closingWorkspace;   ///< its file; empty for none
+    QPointer<View> m_closingView; ///< the current one
 };

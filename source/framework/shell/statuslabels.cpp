@@ -9,14 +9,16 @@ namespace {
 constexpr int InfoLabelCount = 4;
 }
 
-StatusLabels::StatusLabels(QStatusBar *bar) : m_cursorLabel(new QLabel(bar))
+StatusLabels::StatusLabels(QStatusBar *bar)
 {
     for (int i = 0; i < InfoLabelCount; ++i) {
         auto *label = new QLabel(bar);
+        label->hide();
         m_infoLabels.prepend(label);
         bar->addPermanentWidget(label, 0);
     }
     hideInfo(); // a status bar shows the widgets that it takes
+    m_cursorLabel = new QLabel(bar);
     m_cursorLabel->setObjectName(u"cursorLabel"_s);
     bar->addPermanentWidget(m_cursorLabel, 0);
 }

@@ -18,6 +18,6 @@ public:
 
 private:
     QList<QLabel *> m_infoLabels; ///< hidden until there is something to show
-    QLabel *m_cursorLabel;
+    QLabel *m_cursorLabel = nullptr;
     int m_line = 1;
 };

@@ -70,6 +70,11 @@ void WindowParts::setUp()
     ui.setActionEnabled(u"windowTile"_s, viewManager->canTile());
     title = ui.title();
     setUpDocks();
+    // The labels change before the commands are informed, the caption after them.
+    QObject::connect(&activity, &Activity::stateEntered, &window, [this](ActivityState state, ActivityState previous) {
+        if (state != previous && !isDebugState(state))
+            status.hideInfo();
+    });
     setUpCommands();
     restoreLayout();
     formats.load();
@@ -258,8 +263,6 @@ void WindowParts::followState() const
             layout.save(activity.state());
             layout.restore(next);
         }
-        if (!isDebugState(next))
-            status.hideInfo();
     });
     QObject::connect(&activity, &Activity::availabilityChanged, &window, &MainWindow::emitActivity);
     QObject::connect(&activity, &Activity::stateEntered, &window, [this] { window.setWindowTitle(caption()); });

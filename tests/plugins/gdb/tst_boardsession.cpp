@@ -3,14 +3,12 @@
 #include "targetconsole.h"
 #include <csignal>
 #include <QLineEdit>
-#include <QTcpServer>
-#include <QTcpSocket>
 #include <QTreeWidget>
 #include <QVBoxLayout>
 
 using Env = IExecutionEnvironment;
 
-/// Sessions with firmware on emulated boards, and with debug servers.
+/// Sessions with firmware on emulated boards.
 class tst_BoardSession : public QObject
 {
     Q_OBJECT
@@ -46,11 +44,6 @@ private Q_SLOTS:
     void lockedUpProcessorEndsTheSessionWithAMessage();
     void hangingEmulatorMakesQueriesFailUntilItContinues();
     void unknownBoardOrMissingQemuIsReported();
-    void attachLeavesTheServerRunning();
-    void gdbserverProgramRunsButCannotRestart();
-    void refusedConnectionIsReported();
-    void serverWithoutAnswerIsReported();
-    void lostConnectionIsReported();
     void logCommandShowsCommandsAndAnswers();
     void reloadKeepsBreakpoints();
 
@@ -607,115 +600,6 @@ void tst_BoardSession::unknownBoardOrMissingQemuIsReported()
     LiveSession missing(option(u";qemu=/nowhere/qemu"_s));
     QVERIFY(!missing.env->start(false));
     QVERIFY2(missing.events.serious.startsWith(u"Cannot run '/nowhere/qemu': "_s), qPrintable(missing.events.serious));
-}
-
-namespace {
-/// A QEMU that does not belong to the session, with a debug server on a socket.
-class ForeignBoard
-{
-public:
-    explicit ForeignBoard(const QString &image)
-    {
-        m_process.start(u"qemu-system-arm"_s,
-                        {u"-M"_s, u"mps2-an385"_s, u"-display"_s, u"none"_s, u"-monitor"_s, u"none"_s, u"-serial"_s,
-                         u"null"_s, u"-kernel"_s, image, u"-chardev"_s,
-                         u"socket,id=g,path=%1,server=on,wait=off"_s.arg(address()), u"-gdb"_s, u"chardev:g"_s});
-    }
-    ~ForeignBoard() { end(); }
-    Q_DISABLE_COPY_MOVE(ForeignBoard)
-
-    QString address() const { return m_directory.filePath(u"gdb"_s); }
-    bool isUp() const { return QFile::exists(address()); }
-    bool isRunning() const { return m_process.state() == QProcess::Running; }
-    void end()
-    {
-        m_process.kill();
-        m_process.waitForFinished();
-    }
-
-private:
-    QTemporaryDir m_directory;
-    QProcess m_process;
-};
-} // namespace
-
-void tst_BoardSession::attachLeavesTheServerRunning()
-{
-    ForeignBoard board(m_image);
-    QTRY_VERIFY(board.isUp());
-    LiveSession session(u"remote:%1;image=%2"_s.arg(board.address(), m_image));
-    QVERIFY(session.env->canAttach());
-    QVERIFY(session.start(true));
-    QVERIFY2(session.location().startsWith(u"firmware.c, "_s), qPrintable(session.location()));
-    session.env->stop();
-    QVERIFY(board.isRunning());
-    QVERIFY(session.start(false)); // loads the program
-    QCOMPARE(session.location(), atMain());
-    session.env->run();
-    QVERIFY(session.waitFor(Env::ProgramRunning));
-    session.env->stop();
-    QVERIFY(board.isRunning());
-}
-
-void tst_BoardSession::gdbserverProgramRunsButCannotRestart()
-{
-    const QString image = m_programs.native(u"served"_s);
-    QTcpServer probe; // finds a free port
-    QVERIFY(probe.listen(QHostAddress::LocalHost));
-    const QString address = u"127.0.0.1:%1"_s.arg(probe.serverPort());
-    probe.close();
-    QProcess server;
-    server.setProcessChannelMode(QProcess::MergedChannels);
-    server.start(u"gdbserver"_s, {u"--once"_s, address, image});
-    QTRY_VERIFY(server.peek(1000).contains("Listening"));
-    LiveSession session(u"remote:%1;image=%2"_s.arg(address, image));
-    QVERIFY(session.start());
-    QCOMPARE(session.evaluate(u"origin"_s), u"{x = 3, y = 4}"_s);
-    session.get<IBreakpoints>()->setBreakpoint(Programs::source(u"native.c"_s),
-                                               Programs::lineOf(u"native.c"_s, u"return result"_s), BreakpointEnabled);
-    session.env->run();
-    QVERIFY(session.waitFor(Env::ProgramBreakpointHit));
-    session.env->restart();
-    QVERIFY2(session.events.serious.contains(u"cannot start its program again"_s), qPrintable(session.events.serious));
-    QVERIFY(session.waitFor(Env::ProgramUnknown));
-    server.kill();
-    QVERIFY(server.waitForFinished());
-}
-
-void tst_BoardSession::refusedConnectionIsReported()
-{
-    QTcpServer server;
-    QVERIFY(server.listen(QHostAddress::LocalHost));
-    const quint16 port = server.serverPort();
-    server.close();
-    LiveSession session(u"remote:127.0.0.1:%1;image=%2"_s.arg(port).arg(m_image));
-    QVERIFY(!session.env->start(true));
-    QVERIFY2(session.events.serious.startsWith(u"gdb cannot connect to '127.0.0.1:%1': "_s.arg(port)),
-             qPrintable(session.events.serious));
-    QCOMPARE(session.env->programStatus(), Env::ProgramUnknown);
-}
-
-void tst_BoardSession::serverWithoutAnswerIsReported()
-{
-    QTcpServer server; // accepts the connection but does not answer, like a server that serves another debugger
-    QVERIFY(server.listen(QHostAddress::LocalHost));
-    LiveSession session(u"remote:127.0.0.1:%1;image=%2"_s.arg(server.serverPort()).arg(m_image));
-    QVERIFY(!session.env->start(true));
-    QVERIFY2(session.events.serious.contains(u"no other debugger on it?"_s), qPrintable(session.events.serious));
-}
-
-void tst_BoardSession::lostConnectionIsReported()
-{
-    ForeignBoard board(m_image);
-    QTRY_VERIFY(board.isUp());
-    LiveSession session(u"remote:%1;image=%2"_s.arg(board.address(), m_image));
-    QVERIFY(session.start(true));
-    session.env->run();
-    QVERIFY(session.waitFor(Env::ProgramRunning));
-    board.end();
-    QVERIFY(session.waitFor(Env::ProgramUnknown));
-    QVERIFY2(session.events.serious.contains(u"The connection to '%1' is lost."_s.arg(board.address())),
-             qPrintable(session.events.serious));
 }
 
 void tst_BoardSession::logCommandShowsCommandsAndAnswers()

@@ -72,12 +72,11 @@ private:
     }
 
 private Q_SLOTS:
-    void init()
+    void initTestCase()
     {
-        QTest::failOnWarning(QRegularExpression(u".?"_s));
-        std::filesystem::remove_all(m_copy.toStdString());
         std::filesystem::copy(Examples.toStdString(), m_copy.toStdString(), std::filesystem::copy_options::recursive);
     }
+    void init() { QTest::failOnWarning(QRegularExpression(u".?"_s)); }
 
     void savedProjectsAreUnchanged_data() { eachProject(); }
 
@@ -120,6 +119,7 @@ private Q_SLOTS:
     void examplesBuildWithoutWarnings()
     {
         QFETCH(QString, name);
+        std::filesystem::remove_all(QFileInfo(m_copy + u'/' + name).dir().filePath(u"build"_s).toStdString());
         Example example(m_copy + u'/' + name);
         const QStringList configurations = {u"Debug"_s, u"Release"_s};
         QVERIFY2(example.build(configurations), qPrintable(example.events->text));
