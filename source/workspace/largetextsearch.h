@@ -7,7 +7,7 @@
 class LargeFile;
 
 /// A search in a large file on a thread of its own. It finds the nearest match first, going round at the end of the
-/// file, and then counts all of them. A search that takes long waits to be told to go on.
+/// file, and then counts all of them. After five seconds a search waits until it is resumed.
 ///
 /// The thread is left behind when the search is over for its owner: a read that a slow disk blocks holds nothing up.
 class LargeTextSearch : public QObject
