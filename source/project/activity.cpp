@@ -27,8 +27,8 @@ void Activity::setState(ActivityState next)
             return;
         Q_EMIT availabilityChanged(available);
     }
-    m_state = next;
-    Q_EMIT stateEntered(next);
+    const ActivityState previous = std::exchange(m_state, next);
+    Q_EMIT stateEntered(next, previous);
 }
 
 bool Activity::isDebugging() const

@@ -47,7 +47,7 @@ Q_SIGNALS:                                  // in the order in which a change em
     void stateChanging(ActivityState next); ///< Only if @p next differs from state(), which is the old one.
     /// After stateChanging(), and after currentProjectChanged().
     void availabilityChanged(const ActivityAvailability &available);
-    void stateEntered(ActivityState state); ///< Also if it is the one that was there before.
+    void stateEntered(ActivityState state, ActivityState previous); ///< Both may be the same.
 
     void projectLoaded(Project *project); ///< A project is about to be shown; it was read without an error.
     void workspaceOpened();               ///< Its projects have been announced by projectLoaded().

@@ -25,6 +25,11 @@ uint keyOfDisassembly(const QString &file)
     return file.mid(KeyPrefix.size(), KeyDigits).toUInt(nullptr, 16);
 }
 
+QString processorOfDisassembly(const QString &file)
+{
+    return isDisassemblyName(file) ? file.section(u':', 2, 2) : QString();
+}
+
 int lineOfAddress(uint address)
 {
     return int(address + 1);

@@ -12,6 +12,8 @@
 [[nodiscard]] bool isDisassemblyName(const QString &file);
 /// The number in a name that disassemblyName() has made; 0 in any other name.
 [[nodiscard]] uint keyOfDisassembly(const QString &file);
+/// The processor in the name of a disassembly, up to the next colon; empty if there is none.
+[[nodiscard]] QString processorOfDisassembly(const QString &file);
 [[nodiscard]] int lineOfAddress(uint address);
 [[nodiscard]] uint addressOfLine(int line);
 

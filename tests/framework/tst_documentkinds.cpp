@@ -6,6 +6,7 @@
 #include "pythonindent.h"
 #include "textdocumenttemplate.h"
 #include "windowfixture.h"
+#include <QTemporaryFile>
 
 using namespace Qt::StringLiterals;
 
@@ -104,7 +105,34 @@ private Q_SLOTS:
         Workspace workspace;
         auto *assembler = new TextDocumentTemplate(u"Assembler"_s, {}, {}, {u"s"_s}, nullptr, nullptr);
         registerDocumentKinds(workspace, {}, [&] { workspace.addTemplate(assembler); });
-        QCOMPARE(workspace.templates().indexOf(assembler), workspace.templates().size() - 2);
+        QCOMPARE(workspace.templates().indexOf(assembler), workspace.templates().size() - 3);
+    }
+
+    void disassembliesHaveTheirKind()
+    {
+        const WindowFixture f;
+        const QList<DocumentTemplate *> kinds = f.window->workspace()->templates();
+        const auto takes = [](DocumentTemplate *kind) { return kind->canOpen(u"disassembler:0x00000001:main.c"_s); };
+        const auto first = std::ranges::find_if(kinds, takes);
+        QVERIFY((*first)->inherits("DisassemblerDocumentTemplate"));
+        QCOMPARE((*first)->name(), u"Disassembler View"_s);
+        QCOMPARE((*first)->description(), u"View disassembly"_s);
+        QCOMPARE((*std::prev(first))->name(), u"Python File"_s);
+    }
+
+    void largeFilesGoToTheLastKind()
+    {
+        const WindowFixture f;
+        const QList<DocumentTemplate *> kinds = f.window->workspace()->templates();
+        QVERIFY(kinds.last()->inherits("LargeTextDocumentTemplate"));
+        QVERIFY(kinds.last()->name().isEmpty() && kinds.last()->description().isEmpty());
+        QCOMPARE(kinds.at(kinds.size() - 2)->name(), u"Text File"_s);
+        QTemporaryFile file(QDir::temp().filePath(u"XXXXXX.py"_s));
+        QVERIFY(file.open() && file.resize(10'000'000));
+        QCOMPARE(kindOf(f, file.fileName())->name(), u"Python File"_s);
+        QVERIFY(file.resize(10'000'001));
+        for (DocumentTemplate *kind : kinds)
+            QCOMPARE(kind->canOpen(file.fileName()), kind == kinds.last());
     }
 };
 

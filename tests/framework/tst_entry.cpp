@@ -383,7 +383,8 @@ private Q_SLOTS:
                                                        QLatin1StringView(reader), QLatin1StringView(problem), ui)));
         };
         expect("IDEApplication::getAppFeature");
-        for (const char *picture : {"appicon", "headerfile", "csourcefile", "pythonsourcefile", "textfile"})
+        for (const char *picture :
+             {"appicon", "headerfile", "csourcefile", "pythonsourcefile", "textfile", "textfile", "textfile"})
             QTest::ignoreMessage(QtWarningMsg,
                                  qPrintable(u"IDEApplication::loadPixmap: cannot find pixmap (%1.png)"_s.arg(
                                      QLatin1StringView(picture))));

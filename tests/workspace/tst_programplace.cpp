@@ -42,6 +42,14 @@ private Q_SLOTS:
         QTEST(keyOfDisassembly(name), "key");
     }
 
+    void processorIsTheThirdPartOfTheName()
+    {
+        QCOMPARE(processorOfDisassembly(disassemblyName(1u, u"my fw"_s)), u"my fw"_s);
+        QCOMPARE(processorOfDisassembly(u"disassembler:0x00000001:a:b"_s), u"a"_s);
+        QCOMPARE(processorOfDisassembly(u"disassembler:0x00000001"_s), QString());
+        QCOMPARE(processorOfDisassembly(u"/src/disassembler:0x00000001:fw"_s), QString());
+    }
+
     void lineIsTheAddressPlusOne_data()
     {
         QTest::addColumn<uint>("address");

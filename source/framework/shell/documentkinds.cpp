@@ -1,7 +1,9 @@
 #include "documentkinds.h"
 #include "cpphighlighter.h"
 #include "cppindent.h"
+#include "disassemblerdocumenttemplate.h"
 #include "ideapplication.h"
+#include "largetextdocumenttemplate.h"
 #include "pythonhighlighter.h"
 #include "pythonindent.h"
 #include "textdocumenttemplate.h"
@@ -45,9 +47,17 @@ void registerDocumentKinds(Workspace &workspace, const EditorSetup &setup, const
                                                   QObject::tr("Creates a Python source file"),
                                                   {u"py"_s},
                                                   u"pythonsourcefile.png"_s});
+    auto *disassembly =
+        new DisassemblerDocumentTemplate(QObject::tr("Disassembler View"), QObject::tr("View disassembly"),
+                                         IDEApplication::instance()->loadIcon(u"textfile.png"_s), setup.formats);
+    disassembly->setEditorHost(setup.host);
+    workspace.addTemplate(disassembly);
     addPluginKinds();
     addTextKind<SyntaxHighlighter, BaseIndent>(
         workspace, setup, {QObject::tr("Text File"), QObject::tr("Creates a text file"), {}, u"textfile.png"_s});
+    auto *large = new LargeTextDocumentTemplate(IDEApplication::instance()->loadIcon(u"textfile.png"_s), setup.formats);
+    large->setEditorHost(setup.host);
+    workspace.addTemplate(large); // what is too large for all others
     for (DocumentTemplate *docTemplate : workspace.templates()) {
         if (auto *text = qobject_cast<TextDocumentTemplate *>(docTemplate)) {
             text->setEditorHost(setup.host);

@@ -15,7 +15,8 @@ struct EditorSetup
 };
 
 /// Gives @p workspace the kinds of documents that the program opens. A file goes to the first kind that takes it: those
-/// of the program that know their extensions, then those that @p addPluginKinds adds, then plain text.
+/// of the program that know their extensions, then those that @p addPluginKinds adds, then plain text, and last the
+/// viewer of large files.
 void registerDocumentKinds(Workspace &workspace, const EditorSetup &setup, const std::function<void()> &addPluginKinds);
 
 /// Has every kind of text take over the editor's settings.

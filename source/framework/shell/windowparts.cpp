@@ -71,8 +71,8 @@ void WindowParts::setUp()
     title = ui.title();
     setUpDocks();
     // The labels change before the commands are informed, the caption after them.
-    QObject::connect(&activity, &Activity::stateEntered, &window, [this](ActivityState state) {
-        if (!isDebugState(state))
+    QObject::connect(&activity, &Activity::stateEntered, &window, [this](ActivityState state, ActivityState previous) {
+        if (state != previous && !isDebugState(state))
             status.hideInfo();
     });
     setUpCommands();

@@ -1,0 +1,250 @@
+// The viewer of large files on a log of 1 GiB, each time beside the bare operation that it cannot do without.
+#include "bytesearch.h"
+#include "largefile.h"
+#include "largetextdocument.h"
+#include "largetextdocumenttemplate.h"
+#include "largetextscan.h"
+#include "largetextview.h"
+#include "lineindex.h"
+#include "textlineview.h"
+#include <benchmark/benchmark.h>
+#include <cstring>
+#include <malloc.h>
+#include <QApplication>
+#include <QElapsedTimer>
+#include <QProcess>
+#include <QScrollBar>
+#include <QStandardPaths>
+#include <QTemporaryDir>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+constexpr qint64 Gigabyte = 1ll << 30;
+const auto RareWord = u"needle_in_a_haystack"_s;
+
+const QString &fileOf(qint64 size)
+{
+    static const QTemporaryDir directory;
+    static QHash<qint64, QString> files;
+    QString &path = files[size];
+    if (!path.isEmpty())
+        return path;
+    path = directory.filePath(QString::number(size));
+    QFile file(path);
+    if (!file.open(QIODevice::WriteOnly))
+        qFatal("cannot write the log");
+    QByteArray block;
+    for (int i = 0; block.size() < 1 << 20; ++i)
+        block += "2026-11-21 12:00:" + QByteArray::number(i % 60) + " [uart" + QByteArray::number(i % 7)
+                 + "] info: received frame " + QByteArray::number(i) + ", crc ok\n";
+    while (file.pos() < size)
+        file.write(block.constData(), std::min<qint64>(block.size(), size - file.pos()));
+    file.seek(size - 100);
+    file.write(RareWord.toLatin1() + '\n');
+    return path;
+}
+
+/// A log of very short lines.
+const QString &shortLines(qint64 count)
+{
+    static const QTemporaryDir directory;
+    static const QString path = [&] {
+        QFile file(directory.filePath(u"short"_s));
+        if (!file.open(QIODevice::WriteOnly))
+            qFatal("cannot write the log");
+        const QByteArray block = QByteArray("line of text\n").repeated(100'000);
+        for (qint64 i = 0; i < count; i += 100'000)
+            file.write(block);
+        return file.fileName();
+    }();
+    return path;
+}
+
+struct Shown
+{
+    explicit Shown(const QString &file) : docTemplate({}, nullptr), document(&docTemplate)
+    {
+        if (!document.open(file))
+            qFatal("cannot open the log");
+        view = std::make_unique<LargeTextView>(&document, nullptr, nullptr);
+        view->resize(900, 700);
+        view->show();
+        view->setFocus();
+        QCoreApplication::processEvents();
+        view->repaint();
+    }
+    ~Shown() { view.reset(); }
+    void waitForIndex()
+    {
+        while (!document.isIndexed())
+            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    }
+
+    LargeTextDocumentTemplate docTemplate;
+    LargeTextDocument document;
+    std::unique_ptr<LargeTextView> view;
+};
+
+void firstScreen(benchmark::State &state)
+{
+    const QString &file = fileOf(state.range(0));
+    for (auto _ : state)
+        const Shown shown(file);
+}
+
+void lastScreen(benchmark::State &state)
+{
+    const QString &file = fileOf(state.range(0));
+    for (auto _ : state) {
+        const Shown shown(file);
+        QKeyEvent end(QEvent::KeyPress, Qt::Key_End, Qt::ControlModifier);
+        QCoreApplication::sendEvent(shown.view->lineView(), &end);
+        shown.view->repaint();
+    }
+}
+
+template <typename Read>
+void readBlocks(const QString &path, const Read &read)
+{
+    const auto file = LargeFile::open(path);
+    std::vector<char> buffer(1 << 18);
+    for (qint64 at = 0; at < file->size();) {
+        const qint64 length = file->read(at, buffer.data(), qint64(buffer.size()));
+        read(buffer.data(), length);
+        at += length;
+    }
+}
+
+void index(benchmark::State &state)
+{
+    const QString &file = fileOf(Gigabyte);
+    for (auto _ : state) {
+        LineIndex lines;
+        readBlocks(file, [&](const char *bytes, qint64 length) { lines.append({bytes, size_t(length)}); });
+        benchmark::DoNotOptimize(lines.lineCount());
+        state.counters["index_bytes"] = double(lines.memory());
+    }
+    state.SetBytesProcessed(int64_t(state.iterations()) * Gigabyte);
+}
+
+void indexPeerMemchr(benchmark::State &state)
+{
+    const QString &file = fileOf(Gigabyte);
+    for (auto _ : state) {
+        qint64 lines = 0;
+        readBlocks(file, [&](const char *bytes, qint64 length) {
+            for (const char *at = bytes;
+                 (at = static_cast<const char *>(memchr(at, '\n', size_t(bytes + length - at))));)
+                ++lines, ++at;
+        });
+        benchmark::DoNotOptimize(lines);
+    }
+    state.SetBytesProcessed(int64_t(state.iterations()) * Gigabyte);
+}
+
+void indexPeerReading(benchmark::State &state)
+{
+    const QString &file = fileOf(Gigabyte);
+    for (auto _ : state)
+        readBlocks(file, [](const char *bytes, qint64) { benchmark::DoNotOptimize(bytes); });
+    state.SetBytesProcessed(int64_t(state.iterations()) * Gigabyte);
+}
+
+void find(benchmark::State &state)
+{
+    const QString &path = fileOf(Gigabyte);
+    const auto file = LargeFile::open(path);
+    const LargeTextScan scan(file, file->size(), {RareWord, state.range(0) != 0, false});
+    for (auto _ : state) {
+        if (!scan.next(0, file->size(), [](qint64) { return true; }))
+            qFatal("not found");
+    }
+    state.SetBytesProcessed(int64_t(state.iterations()) * Gigabyte);
+}
+
+void findPeer(benchmark::State &state, const QString &program, const QStringList &arguments)
+{
+    const QString &path = fileOf(Gigabyte);
+    if (QStandardPaths::findExecutable(program).isEmpty()) {
+        state.SkipWithError("not installed");
+        return;
+    }
+    for (auto _ : state) {
+        if (QProcess::execute(program, arguments + QStringList{u"-q"_s, RareWord, path}) != 0)
+            qFatal("not found");
+    }
+    state.SetBytesProcessed(int64_t(state.iterations()) * Gigabyte);
+}
+
+void pageDown(benchmark::State &state)
+{
+    Shown shown(fileOf(state.range(0)));
+    shown.waitForIndex();
+    shown.view->lineView()->setCursor(shown.document.lineCount() / 2, 0);
+    for (auto _ : state) {
+        QKeyEvent down(QEvent::KeyPress, Qt::Key_PageDown, Qt::NoModifier);
+        QCoreApplication::sendEvent(shown.view->lineView(), &down);
+        shown.view->repaint();
+    }
+}
+
+/// Private memory of the document, once its lines are counted.
+void memoryOfTenMillionLines(benchmark::State &state)
+{
+    const QString &file = shortLines(10'000'000);
+    LargeTextDocumentTemplate docTemplate({}, nullptr);
+    for (auto _ : state) {
+        malloc_trim(0);
+        const auto before = mallinfo2();
+        LargeTextDocument document(&docTemplate);
+        if (!document.open(file))
+            qFatal("cannot open the log");
+        while (!document.isIndexed())
+            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+        for (int line = 0; line < document.lineCount(); line += 999)
+            benchmark::DoNotOptimize(document.line(line));
+        const auto after = mallinfo2();
+        state.counters["private_bytes"] =
+            double(after.uordblks + after.hblkhd) - double(before.uordblks + before.hblkhd);
+    }
+}
+
+BENCHMARK(firstScreen)->Name("first screen, bytes")->Arg(64 << 10)->Arg(Gigabyte)->Unit(benchmark::kMillisecond);
+BENCHMARK(lastScreen)
+    ->Name("first screen and Ctrl+End, bytes")
+    ->Arg(64 << 10)
+    ->Arg(Gigabyte)
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK(index)->Name("index of 1 GiB")->Unit(benchmark::kMillisecond);
+BENCHMARK(indexPeerMemchr)->Name("index of 1 GiB, peer: memchr")->Unit(benchmark::kMillisecond);
+BENCHMARK(indexPeerReading)->Name("index of 1 GiB, peer: reading alone")->Unit(benchmark::kMillisecond);
+BENCHMARK(find)->Name("find in 1 GiB, with case")->Arg(1)->Unit(benchmark::kMillisecond);
+BENCHMARK(find)->Name("find in 1 GiB, without case")->Arg(0)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(findPeer, grep, u"grep"_s, {u"-F"_s})
+    ->Name("find in 1 GiB, peer: grep -F")
+    ->Unit(benchmark::kMillisecond)
+    ->UseRealTime();
+BENCHMARK_CAPTURE(findPeer, grepCase, u"grep"_s, {u"-F"_s, u"-i"_s})
+    ->Name("find in 1 GiB, peer: grep -Fi")
+    ->Unit(benchmark::kMillisecond)
+    ->UseRealTime();
+BENCHMARK_CAPTURE(findPeer, rg, u"rg"_s, {u"-F"_s})
+    ->Name("find in 1 GiB, peer: rg -F")
+    ->Unit(benchmark::kMillisecond)
+    ->UseRealTime();
+BENCHMARK_CAPTURE(findPeer, rgCase, u"rg"_s, {u"-F"_s, u"-i"_s})
+    ->Name("find in 1 GiB, peer: rg -Fi")
+    ->Unit(benchmark::kMillisecond)
+    ->UseRealTime();
+BENCHMARK(pageDown)->Name("page down, bytes")->Arg(64 << 10)->Arg(Gigabyte)->Unit(benchmark::kMillisecond);
+BENCHMARK(memoryOfTenMillionLines)->Name("memory for 10 million lines")->Unit(benchmark::kMillisecond);
+} // namespace
+
+int main(int argc, char **argv)
+{
+    const QApplication application(argc, argv);
+    benchmark::Initialize(&argc, argv);
+    benchmark::RunSpecifiedBenchmarks();
+    return 0;
+}

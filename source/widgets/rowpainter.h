@@ -1,0 +1,51 @@
+#pragma once
+#include "rowtext.h"
+#include <QCache>
+#include <QFont>
+#include <QPalette>
+class QPainter;
+
+/// The columns of a row that are selected.
+struct SelectedColumns
+{
+    static constexpr int ToEnd = -1;
+
+    int from = 0;
+    int to = 0; ///< behind the last one; ToEnd for the whole rest of the row
+
+    [[nodiscard]] bool isEmpty() const { return to != ToEnd && to <= from; }
+};
+
+/// Draws lines of rich text in rows, in a font whose characters all take charWidth() pixels.
+class RowPainter
+{
+public:
+    RowPainter();
+
+    void setFont(const QFont &font);
+    [[nodiscard]] int lineHeight() const { return m_lineHeight; }
+    [[nodiscard]] int charWidth() const { return m_charWidth; }
+
+    /// Draws what lies between @p clip's left and right of a row whose first column is at @p left.
+    void draw(QPainter &painter, const QString &line, int left, const QRect &clip, SelectedColumns selected,
+              const QPalette &palette);
+    /// Between columns of the text and pixels from its left; both go on counting behind its end.
+    [[nodiscard]] int xOf(const QString &line, int column);
+    [[nodiscard]] int columnAt(const QString &line, int x);
+    [[nodiscard]] int width(const QString &line);
+    [[nodiscard]] RowText row(const QString &line);
+
+private:
+    void drawText(QPainter &painter, const RowText &row, int left, const QRect &clip, const QColor &colour,
+                  const QColor &paper, bool withColours);
+    void layOut(QTextLayout &layout, const QList<QTextLayout::FormatRange> &formats) const;
+
+    QFont m_font;
+    int m_lineHeight = 1;
+    int m_charWidth = 1;
+    int m_baseline = 0;
+    QCache<QString, RowText> m_rich; ///< the rows of lines with markup, which take long to read
+};
+
+/// @p colour, made lighter or darker as far as it takes to be read on @p paper.
+[[nodiscard]] QColor readableOn(const QColor &paper, const QColor &colour);

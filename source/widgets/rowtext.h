@@ -1,0 +1,29 @@
+#pragma once
+#include <QList>
+#include <QString>
+#include <QTextLayout>
+
+/// One line of rich text as it stands in one row of a read-only view.
+///
+/// Tags that change the look of characters count, all others are dropped: nothing in a line can load a picture, make
+/// the row higher or take long to lay out. A "<" without a ">" behind it stands for itself. Blanks are kept.
+struct RowText
+{
+    QString text;  ///< without markup, with its line end: what is copied, and what columns count
+    QString shown; ///< what is drawn: without line end, with blanks for tabs and dots for control characters
+    QList<QTextLayout::FormatRange> formats; ///< in positions of shown
+    bool isSimple = true;                    ///< printable ASCII characters of one format, each one column wide
+    QList<int> tabColumns;                   ///< where each column stands in shown; empty if there are no tabs
+
+    [[nodiscard]] int length() const; ///< of the text without its line end
+    /// Between columns of the text and of what is shown; columns behind the end go on counting.
+    [[nodiscard]] int shownColumn(int column) const;
+    [[nodiscard]] int textColumn(int shownColumn) const;
+};
+
+[[nodiscard]] RowText rowText(const QString &line);
+/// RowText::text alone, which takes less time.
+[[nodiscard]] QString plainText(const QString &line);
+
+/// Whether @p line has to be read as markup.
+[[nodiscard]] bool hasMarkup(QStringView line);

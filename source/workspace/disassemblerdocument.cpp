@@ -1,0 +1,154 @@
+#include "disassemblerdocument.h"
+#include "environmentkey.h"
+#include "iexecutionenvironment.h"
+#include "imemory.h"
+#include "isourcemapping.h"
+#include "varnelassert.h"
+#include <limits>
+#include <QRegularExpression>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+/// Makes a call into a plug-in; an exception ends here.
+template <typename Call>
+void guarded(const char *operation, const Call &call)
+{
+    try {
+        call();
+    } catch (const std::exception &exception) {
+        qWarning("%s: an exception has left the plug-in (%s)", operation, exception.what());
+    } catch (...) {
+        qWarning("%s: an exception has left the plug-in (unknown exception)", operation);
+    }
+}
+
+std::optional<quint64> symbolAddress(uint key, const QString &symbol)
+{
+    const auto environment = shareInterface(key ? environmentOfKey(key) : nullptr);
+    const auto mapping = queryInterface<ISourceMapping>(environment.get());
+    uint address = 0;
+    bool found = false;
+    if (mapping)
+        guarded("ISourceMapping::symbolAddress", [&] { found = mapping->symbolAddress(symbol, address); });
+    return found ? std::optional<quint64>(address) : std::nullopt;
+}
+
+std::optional<quint64> addressIn(uint key, const QString &text)
+{
+    static const QRegularExpression sum(u"^([^+]+?)\\s*\\+\\s*(0x)?([0-9a-fA-F]+)$"_s);
+    if (text.isEmpty())
+        return {};
+    if (const auto address = symbolAddress(key, text))
+        return address;
+    if (const QRegularExpressionMatch match = sum.match(text); match.hasMatch()) {
+        if (const auto base = addressIn(key, match.captured(1)))
+            return *base + match.captured(3).toULongLong(nullptr, match.captured(2).isEmpty() ? 10 : 16);
+    }
+    bool isNumber = false;
+    const quint64 address = text.toULongLong(&isNumber, 16);
+    return isNumber ? std::optional(address) : std::nullopt;
+}
+} // namespace
+
+DisassemblerDocument::DisassemblerDocument(DocumentTemplate *docTemplate) : Document(docTemplate) {}
+
+DisassemblerDocument::~DisassemblerDocument() = default;
+
+bool DisassemblerDocument::open(const QString &filename)
+{
+    if (!isDisassemblyName(filename))
+        return false;
+    m_filename = filename;
+    m_name = processorOfDisassembly(filename);
+    m_key = keyOfDisassembly(filename);
+    const auto environment = shareInterface(m_key ? environmentOfKey(m_key) : nullptr);
+    m_disassembly = queryInterface<IDisassembly>(environment.get());
+    m_address = queryInterface<IDisassemblyAddress>(environment.get());
+    readRegion(environment.get());
+    return true;
+}
+
+void DisassemblerDocument::readRegion(QUnknownInterface *environment)
+{
+    m_paraCount = 0;
+    const auto memory = queryInterface<IMemory>(environment);
+    if (!memory)
+        return;
+    QList<MemoryRegion> regions;
+    guarded("IMemory::regions", [&] { regions = memory->regions(); });
+    if (regions.isEmpty() || regions.first().highAddress < regions.first().lowAddress)
+        return;
+    m_lowAddress = regions.first().lowAddress;
+    const quint64 count = quint64(regions.first().highAddress) - m_lowAddress + 1;
+    m_paraCount = int(std::min<quint64>(count, std::numeric_limits<int>::max()));
+}
+
+bool DisassemblerDocument::create(const QString &)
+{
+    VARNEL_ASSERT(false);
+    return false;
+}
+
+bool DisassemblerDocument::save()
+{
+    VARNEL_ASSERT(false);
+    return false;
+}
+
+bool DisassemblerDocument::saveAs(const QString &)
+{
+    VARNEL_ASSERT(false);
+    return false;
+}
+
+QDateTime DisassemblerDocument::lastModified()
+{
+    return QDateTime::currentDateTime();
+}
+
+QString DisassemblerDocument::title()
+{
+    return tr("Disassembly: ") + m_name;
+}
+
+/// The document may be gone when a call returns: a plug-in can have its view closed.
+QStringList DisassemblerDocument::para(int index)
+{
+    if (index < 0 || index >= m_paraCount)
+        return {};
+    QString text;
+    QStringList lines;
+    if (const auto address = shareInterface(m_address.get())) {
+        guarded("IDisassemblyAddress::text", [&] { text = address->text(index); });
+        if (!text.isNull())
+            guarded("IDisassemblyAddress::sourceLines", [&] { lines = address->sourceLines(index); });
+    } else if (const auto disassembly = shareInterface(m_disassembly.get())) {
+        guarded("IDisassembly::text", [&] { text = disassembly->text(index); });
+    }
+    if (!text.isNull())
+        lines.append(text);
+    return lines;
+}
+
+int DisassemblerDocument::lineOf(int para) const
+{
+    return lineOfAddress(m_lowAddress + uint(para));
+}
+
+int DisassemblerDocument::paraOf(int line) const
+{
+    return paraOfAddress(addressOfLine(line));
+}
+
+/// The region names addresses by 32 bits; those of a larger processor all have the same upper half there.
+int DisassemblerDocument::paraOfAddress(quint64 address) const
+{
+    const uint index = uint(address) - m_lowAddress;
+    return index < uint(m_paraCount) ? int(index) : -1;
+}
+
+std::optional<quint64> DisassemblerDocument::addressOf(const QString &text) const
+{
+    return addressIn(m_key, text.trimmed());
+}

@@ -1,0 +1,48 @@
+#pragma once
+#include "document.h"
+#include "idisassembly.h"
+#include "idisassemblyaddress.h"
+#include "linesource.h"
+#include <optional>
+
+/// The instructions that an execution environment has in its first region of memory, a paragraph for each address: the
+/// source lines of an address, if there are any, and the instruction. An address without an instruction has no lines.
+///
+/// The rest of the program names an address by a line, see lineOfAddress().
+class DisassemblerDocument : public Document, public IParaSource
+{
+    Q_OBJECT
+public:
+    explicit DisassemblerDocument(DocumentTemplate *docTemplate);
+    ~DisassemblerDocument() override;
+
+    /// @p filename is what disassemblyName() gives. The document is empty if the environment is gone, or has no memory.
+    bool open(const QString &filename) override;
+    bool create(const QString &filename) override;
+    bool save() override;
+    bool saveAs(const QString &filename) override;
+    [[nodiscard]] QDateTime lastModified() override;
+    [[nodiscard]] QString filename() override { return m_filename; }
+    [[nodiscard]] QString title() override;
+
+    [[nodiscard]] QStringList para(int index) override;
+    [[nodiscard]] int paraCount() override { return m_paraCount; }
+
+    [[nodiscard]] int lineOf(int para) const; ///< as the rest of the program names it
+    /// The paragraph of such a line, or of an address; -1 if it is not shown here.
+    [[nodiscard]] int paraOf(int line) const;
+    [[nodiscard]] int paraOfAddress(quint64 address) const;
+    /// The address that a user's text means: a symbol, with a number added perhaps, or a number in hexadecimal digits.
+    [[nodiscard]] std::optional<quint64> addressOf(const QString &text) const;
+
+private:
+    void readRegion(QUnknownInterface *environment);
+
+    QString m_filename;
+    QString m_name; ///< of the processor
+    uint m_key = 0; ///< of the environment
+    int m_paraCount = 0;
+    uint m_lowAddress = 0;
+    InterfacePtr<IDisassembly> m_disassembly;
+    InterfacePtr<IDisassemblyAddress> m_address;
+};

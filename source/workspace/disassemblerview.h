@@ -1,0 +1,79 @@
+#pragma once
+#include "branchtarget.h"
+#include "syntaxhighlighter.h"
+#include "textparaview.h"
+#include "viewinterfaces.h"
+class DisassemblerDocument;
+class EditorHost;
+class QLabel;
+class QLineEdit;
+class TextParaMarkerWidget;
+
+/// Shows the instructions of a program that is debugged. A click on a call or branch goes to its target, Alt+Left back.
+class DisassemblerView : public View, public IViewWithMarkers, public ITextNavigation
+{
+    Q_OBJECT
+public:
+    static constexpr int FindTimeLimit = 5000;           ///< milliseconds
+    static constexpr qsizetype LongestCopy = 16'000'000; ///< characters
+
+    /// @p document must be a DisassemblerDocument; @p formats and @p host may be null.
+    DisassemblerView(Document *document, const FormatTable *formats, EditorHost *host, QWidget *parent = nullptr);
+
+    void print() override {}
+    bool queryInterface(const QString &name, void **out) override;
+    void copy() override;
+    void selectAll() override;
+    void back() override;
+    void forward() override;
+    using View::update;
+    void update(View *source, bool full) override;
+
+    // A line is that of an address, see lineOfAddress(); lines outside the document are ignored.
+    void setMarker(int line, int mask, bool on, bool alternate) override;
+    void clearMarkers(int mask) override;
+    [[nodiscard]] bool hasMarker(int line, int mask) override;
+    [[nodiscard]] bool hasMarkerAtCursor(int mask) override;
+
+    void gotoLine(int line) override;
+    /// Searches what is shown, from paragraph to paragraph, and gives up after some seconds. Otherwise as in the views
+    /// of large files.
+    bool find(const QString &text, bool caseSensitive, bool wholeWord, bool forward, bool fromCursor) override;
+    [[nodiscard]] QString selectedText() override;
+    /// The line less 1, and the column.
+    void getCursorPosition(int *para, int *index) override;
+
+    [[nodiscard]] TextParaView *paraView() const { return m_paras; }
+    void setFindTimeLimit(int milliseconds) { m_findTimeLimit = milliseconds; }
+    /// Goes to an address or symbol as the user writes it; says so if there is none.
+    bool goTo(const QString &text);
+
+Q_SIGNALS:
+    void toggleBreakpoint(int line);
+
+protected:
+    bool eventFilter(QObject *object, QEvent *event) override;
+    void keyPressEvent(QKeyEvent *event) override;
+
+private:
+    void layOut();
+    void slotSelectionChanged();
+    void slotCursorMoved(int para, int column);
+    void placeMargin();
+    void updateArrow();
+    void followBranch(const TextParaView::Place &place);
+    [[nodiscard]] std::optional<BranchTarget> branchAt(const TextParaView::Place &place) const;
+    void showHand(const QPoint &position);
+    void jump(int para);
+    void moveInHistory(int step);
+
+    DisassemblerDocument *const m_disassembly;
+    const FormatTable *const m_formats;
+    TextParaView *m_paras;
+    TextParaMarkerWidget *m_margin;
+    QLineEdit *m_goTo;
+    QLabel *m_message;
+    int m_findTimeLimit = FindTimeLimit;
+    QList<int> m_history; ///< the paragraphs that jumps have left and reached
+    int m_present = 0;    ///< where in the history the view is
+};

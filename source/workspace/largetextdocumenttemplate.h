@@ -1,0 +1,28 @@
+#pragma once
+#include "documenttemplate.h"
+#include "syntaxhighlighter.h"
+class EditorHost;
+
+/// The kind of document that takes every file which no other kind has taken: those that are too large for the editor.
+class LargeTextDocumentTemplate : public DocumentTemplate
+{
+    Q_OBJECT
+public:
+    /// @p formats may be null; it outlives the documents.
+    LargeTextDocumentTemplate(const QIcon &icon, const FormatTable *formats, QObject *parent = nullptr);
+
+    /// Where the views get their pictures from; it must outlive them. They do without if there is none.
+    void setEditorHost(EditorHost *host) { m_host = host; }
+    [[nodiscard]] EditorHost *editorHost() const { return m_host; }
+    [[nodiscard]] const FormatTable *formats() const { return m_formats; }
+
+    [[nodiscard]] bool canOpen(const QString &filename) override;
+    [[nodiscard]] Document *createDocument() override;
+    /// Says that the file is too large for the editor, for each view again. Null if the document is gone after that.
+    [[nodiscard]] View *createView(Document *document) override;
+    [[nodiscard]] QString extension() override { return {}; }
+
+private:
+    const FormatTable *const m_formats;
+    EditorHost *m_host = nullptr;
+};

@@ -1,0 +1,547 @@
+#include "disassemblerdocument.h"
+#include "disassemblerdocumenttemplate.h"
+#include "disassemblerview.h"
+#include "editorfixture.h"
+#include "environmentkey.h"
+#include "iexecutionenvironment.h"
+#include "imemory.h"
+#include "interfaceobject.h"
+#include "isourcemapping.h"
+#include "tabbedviewmanager.h"
+#include "textparamarkerwidget.h"
+#include "workspace.h"
+#include <QClipboard>
+#include <QLabel>
+#include <QLineEdit>
+#include <QSignalSpy>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+using Calls = QList<QVariantList>;
+
+/// A program of instructions of four bytes from @c low on, some with source lines.
+class FakeEnvironment
+    : public InterfaceObject<IExecutionEnvironment, IDisassembly, IDisassemblyAddress, IMemory, ISourceMapping>
+{
+public:
+    using Base = InterfaceObject<IExecutionEnvironment, IDisassembly, IDisassemblyAddress, IMemory, ISourceMapping>;
+
+    ~FakeEnvironment() override { ++destroyed; }
+    QRESULT queryInterface(const QUuid &id, QUnknownInterface **out) override
+    {
+        *out = nullptr;
+        return lacks.contains(id) ? QE_NOINTERFACE : Base::queryInterface(id, out);
+    }
+    bool initialise(IProject *, IExecutionEvents *, const QString &) override { return true; }
+    bool start(bool) override { return true; }
+    bool canAttach() override { return false; }
+    void run() override {}
+    void runTo(const QString &, int) override {}
+    void stepInto(const QString &) override {}
+    void stepOver(const QString &) override {}
+    void pause() override {}
+    void stop() override {}
+    void restart() override {}
+    void wakeUp() override {}
+    ProcessorStatus processorStatus() override { return {}; }
+    ProgramStatus programStatus() override { return ProgramPaused; }
+    bool currentLocation(QString &, int &) override { return false; }
+    int evaluate(const QString &, QString &) override { return 1; }
+    _object *pythonExtension() override { return nullptr; }
+
+    QString disassemble(uint, int) override { return {}; }
+    QString text(int index) override
+    {
+        if (const auto ask = std::exchange(whenAsked, nullptr))
+            ask();
+        if (throws)
+            throw std::runtime_error("gone");
+        return index % 4 ? QString() : instructions.value(index, u"nop&nbsp;"_s + contents);
+    }
+    QStringList sourceLines(int index) override { return sources.value(index); }
+
+    QList<MemoryRegion> regions() override { return {{u"flash"_s, 0, 0, 0, low, high, true, 1}}; }
+    int read(int, int, uint, uint *) override { return NoMemory; }
+    int write(int, int, uint, uint, bool) override { return NoMemory; }
+    void readBlock(int, int, uint, int, MemoryBlock &) override {}
+    void writeBlock(int, int, uint, int, MemoryBlock &, bool) override {}
+
+    bool symbolAddress(const QString &name, uint &address) override
+    {
+        address = symbols.value(name);
+        return symbols.contains(name);
+    }
+    bool sourceLocation(uint, int, QString &, int &) override { return false; }
+
+    uint low = 0x8000;
+    uint high = 0x8fff;
+    QString contents = u"first"_s;
+    QHash<int, QString> instructions;
+    QHash<int, QStringList> sources;
+    QHash<QString, uint> symbols;
+    QSet<QUuid> lacks;
+    bool throws = false;
+    std::function<void()> whenAsked;
+    inline static int destroyed = 0;
+};
+
+/// A view on the disassembly of one environment.
+struct Fixture
+{
+    explicit Fixture(const std::function<void(FakeEnvironment &)> &prepare = {})
+        : formats(testFormats()), kind(u"Disassembler View"_s, u"View disassembly"_s, {}, &formats)
+    {
+        environment.reset(new FakeEnvironment);
+        environment->instructions = {{0, u"<font color=\"#0000ff\">00008000</font>&nbsp;bl 0x8200 &lt;f&gt;"_s},
+                                     {0x200, u"f:&nbsp;push {r7, lr}"_s},
+                                     {0x210, u"b 0x8000"_s},
+                                     {0x214, u"bl 0x20000000"_s}};
+        environment->sources = {{8, {u"int x = <b>1</b>;"_s, u"x++;"_s}}};
+        environment->symbols = {{u"f"_s, 0x8200}, {u"main"_s, 0x8000}, {u"ram"_s, 0x20000000}, {u"add"_s, 0x8100}};
+        if (prepare)
+            prepare(*environment);
+        kind.setEditorHost(&host);
+        name = disassemblyName(environment.get(), u"fw"_s);
+        document.reset(static_cast<DisassemblerDocument *>(kind.createDocument()));
+        if (!document->open(name))
+            qFatal("cannot open the disassembly");
+        view.reset(static_cast<DisassemblerView *>(kind.createView(document.get())));
+        view->resize(500, 400);
+        view->show();
+        view->activateWindow();
+        view->setFocus();
+        [[maybe_unused]] const bool shown = QTest::qWaitForWindowActive(view.get());
+    }
+    ~Fixture()
+    {
+        view.reset();
+        document.reset();
+        keepEnvironments({});
+    }
+    [[nodiscard]] TextParaView *paras() const { return view->paraView(); }
+    [[nodiscard]] MarkerWidget *margin() const { return view->findChild<MarkerWidget *>(); }
+    [[nodiscard]] QString row(int number) const { return paras()->visibleText().section(u'\n', number, number); }
+    [[nodiscard]] QString message() const { return view->findChild<QLabel *>(u"DisassemblyMessage"_s)->text(); }
+    /// The address of the cursor.
+    [[nodiscard]] QString cursor() const { return QString::number(environment->low + paras()->cursorPlace().para, 16); }
+    void clickAt(int row, int column) const
+    {
+        const QPoint place(column * paras()->charWidth() + 2, row * paras()->lineHeight() + 2);
+        QTest::mouseClick(paras()->viewport(), Qt::LeftButton, {}, place);
+    }
+
+    FormatTable formats;
+    FakeHost host;
+    InterfacePtr<FakeEnvironment> environment;
+    DisassemblerDocumentTemplate kind;
+    QString name;
+    std::unique_ptr<DisassemblerDocument> document;
+    std::unique_ptr<DisassemblerView> view;
+};
+} // namespace
+
+class DisassemblerViewTest : public QObject
+{
+    Q_OBJECT
+private Q_SLOTS:
+    void init() { failOnWarnings(); }
+
+    // Kind and document -----------------------------------------------------------
+
+    void kindTakesDisassembliesOnly()
+    {
+        DisassemblerDocumentTemplate kind(u"Disassembler View"_s, u"View disassembly"_s, {}, nullptr);
+        QVERIFY(kind.canOpen(u"disassembler:0x00000001:fw"_s));
+        QVERIFY(kind.canOpen(u"disassembler:"_s));
+        QVERIFY(!kind.canOpen(u"Disassembler:0x00000001:fw"_s)); // names compare exactly
+        QVERIFY(!kind.canOpen(u"/src/disassembler:"_s));
+        QVERIFY(!kind.canCreate());
+    }
+
+    void otherNamesFailWithoutMessage()
+    {
+        DisassemblerDocumentTemplate kind({}, {}, {}, nullptr);
+        DisassemblerDocument document(&kind);
+        BoxAnswers boxes({});
+        QVERIFY(!document.open(u"main.c"_s));
+        QVERIFY(!document.open(u"DISASSEMBLER:0x00000001:fw"_s));
+    }
+
+    void documentIsReadOnly()
+    {
+        const Fixture f;
+        QCOMPARE(f.document->title(), u"Disassembly: fw"_s);
+        QCOMPARE(f.document->filename(), f.name);
+        QVERIFY(f.document->lastModified().secsTo(QDateTime::currentDateTime()) < 5);
+        QVERIFY(!f.document->isNewerOnDisk());
+        for (int i = 0; i < 3; ++i)
+            QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"^ASSERT: \"false\" in "_s));
+        QVERIFY(!f.document->save() && !f.document->saveAs({}) && !f.document->create({}));
+    }
+
+    void oneParagraphPerAddressOfTheFirstRegion()
+    {
+        const Fixture f;
+        QCOMPARE(f.document->paraCount(), 0x1000);
+        QCOMPARE(f.document->para(4), QStringList{u"nop&nbsp;first"_s});
+        QCOMPARE(f.document->para(8), (QStringList{u"int x = <b>1</b>;"_s, u"x++;"_s, u"nop&nbsp;first"_s}));
+        QCOMPARE(f.document->para(1), QStringList()); // no instruction starts there
+        QCOMPARE(f.document->para(-1), QStringList());
+        QCOMPARE(f.document->para(0x1000), QStringList());
+    }
+
+    void withoutAddressesThereIsOneLinePerParagraph()
+    {
+        const Fixture f([](FakeEnvironment &environment) { environment.lacks = {IDisassemblyAddress::Iid}; });
+        QCOMPARE(f.document->para(8), QStringList{u"nop&nbsp;first"_s});
+    }
+
+    void withoutMemoryTheViewIsEmpty()
+    {
+        const Fixture f([](FakeEnvironment &environment) { environment.lacks = {IMemory::Iid}; });
+        QCOMPARE(f.document->paraCount(), 0);
+        QCOMPARE(f.paras()->rowCount(), 0);
+        f.view->gotoLine(0x8001);
+        QVERIFY(!f.view->find(u"nop"_s, true, false, true, true));
+    }
+
+    void goneEnvironmentLeavesTheDocumentEmpty()
+    {
+        DisassemblerDocumentTemplate kind({}, {}, {}, nullptr);
+        for (const QString &name : {u"disassembler:0xfffffff0:fw"_s, u"disassembler:"_s}) {
+            DisassemblerDocument document(&kind);
+            QVERIFY(document.open(name));
+            QCOMPARE(document.paraCount(), 0);
+            QCOMPARE(document.para(0), QStringList());
+            QVERIFY(!document.addressOf(u"main"_s));
+        }
+    }
+
+    void allOfTheAddressSpaceIsCut()
+    {
+        const Fixture f([](FakeEnvironment &environment) {
+            environment.low = 0;
+            environment.high = 0xffffffff;
+        });
+        QCOMPARE(f.document->paraCount(), std::numeric_limits<int>::max());
+        QCOMPARE(f.document->paraOf(int(0x40000000u + 1)), 0x40000000);
+        QCOMPARE(f.document->paraOf(int(0xf0000000u + 1)), -1);
+    }
+
+    void highAddressesAreShown()
+    {
+        const Fixture f([](FakeEnvironment &environment) {
+            environment.low = 0xf0000000;
+            environment.high = 0xf0000fff;
+        });
+        QCOMPARE(f.document->lineOf(16), int(0xf0000011u));
+        QCOMPARE(f.document->paraOf(int(0xf0000011u)), 16);
+        f.view->gotoLine(int(0xf0000011u));
+        QCOMPARE(f.cursor(), u"f0000010"_s);
+    }
+
+    void referencesAreGivenBack()
+    {
+        FakeEnvironment::destroyed = 0;
+        {
+            Fixture f;
+            f.environment.reset();
+            QCOMPARE(FakeEnvironment::destroyed, 0); // the document has its own
+            keepEnvironments({});
+            f.document->notifyViews(nullptr, true);
+        }
+        QCOMPARE(FakeEnvironment::destroyed, 1);
+    }
+
+    void exceptionOfThePlugInIsAWarning()
+    {
+        const Fixture f;
+        f.environment->throws = true;
+        QTest::ignoreMessage(QtWarningMsg, "IDisassemblyAddress::text: an exception has left the plug-in (gone)");
+        QCOMPARE(f.document->para(0), QStringList());
+    }
+
+    void plugInMayCloseTheViewWhenItIsAsked()
+    {
+        for (const QString &way : {u"update"_s, u"goto"_s, u"find"_s, u"key"_s}) {
+            Fixture f;
+            f.environment->whenAsked = [&] {
+                f.view.reset();
+                f.document.reset();
+                keepEnvironments({});
+            };
+            DisassemblerView *view = f.view.get();
+            if (way == u"update"_s)
+                view->update(nullptr, true);
+            else if (way == u"goto"_s)
+                view->gotoLine(0x8c01);
+            else if (way == u"find"_s)
+                QVERIFY(!view->find(u"missing"_s, true, false, true, true));
+            else
+                QTest::keyClick(view->paraView(), Qt::Key_PageDown);
+            QVERIFY2(!f.view, qPrintable(way));
+        }
+    }
+
+    void twoProcessorsHaveTwoDocuments()
+    {
+        FormatTable formats = testFormats();
+        Workspace workspace;
+        TabbedViewManager views;
+        workspace.setViewManager(&views);
+        workspace.addTemplate(new DisassemblerDocumentTemplate({}, {}, {}, &formats));
+        const InterfacePtr<FakeEnvironment> a(new FakeEnvironment);
+        const InterfacePtr<FakeEnvironment> b(new FakeEnvironment);
+        QVERIFY(workspace.openDocument(disassemblyName(a.get(), u"a"_s), true));
+        QVERIFY(workspace.openDocument(disassemblyName(b.get(), u"b"_s), true));
+        QVERIFY(workspace.openDocument(disassemblyName(a.get(), u"a"_s), true)); // activated again
+        QCOMPARE(workspace.documents().size(), 2);
+        QCOMPARE(workspace.documents().at(0)->title(), u"Disassembly: a"_s);
+        QCOMPARE(workspace.documents().at(1)->title(), u"Disassembly: b"_s);
+        QCOMPARE(views.currentDocument(), workspace.documents().at(0));
+        QCOMPARE(views.views().size(), 2);
+        views.closeAll();
+        keepEnvironments({});
+    }
+
+    // View ------------------------------------------------------------------------
+
+    void showsInstructionsAndSource()
+    {
+        const Fixture f;
+        QCOMPARE(f.row(0), u"00008000 bl 0x8200 <f>"_s);
+        QCOMPARE(f.row(1), u"nop first"_s);
+        QCOMPARE(f.row(2), u"int x = 1;"_s);
+        QCOMPARE(f.row(3), u"x++;"_s);
+        QCOMPARE(f.row(4), u"nop first"_s);
+    }
+
+    void stopShowsNewContents()
+    {
+        const Fixture f;
+        f.environment->contents = u"second"_s;
+        QCOMPARE(f.row(1), u"nop first"_s);
+        f.document->notifyViews(nullptr, false);
+        QCOMPARE(f.row(1), u"nop second"_s);
+    }
+
+    void offersMarkersAndNavigationOnly()
+    {
+        const Fixture f;
+        QVERIFY(viewInterface<IViewWithMarkers>(f.view.get()));
+        QVERIFY(viewInterface<ITextNavigation>(f.view.get()));
+        QVERIFY(!viewInterface<ISourceView>(f.view.get()));
+        QCOMPARE(f.view->font().family(), u"Courier"_s);
+        QCOMPARE(f.view->font().pointSize(), 10);
+    }
+
+    void fullUpdateTakesOverTheFormats()
+    {
+        Fixture f;
+        QCOMPARE(f.paras()->palette().color(QPalette::Base), QColor(u"ivory"_s));
+        f.formats[FormatId::Standard].setFontPointSize(20);
+        f.formats[FormatId::Background].setForeground(QColor(Qt::yellow));
+        f.document->notifyViews(nullptr, false);
+        QCOMPARE(f.paras()->font().pointSize(), 10);
+        f.document->notifyViews(nullptr, true);
+        QCOMPARE(f.paras()->font().pointSize(), 20);
+        QCOMPARE(f.paras()->palette().color(QPalette::Base), QColor(Qt::yellow));
+        QCOMPARE(f.margin()->lineHeight(), f.paras()->lineHeight());
+    }
+
+    void focusTellsWhatIsPossible()
+    {
+        const Fixture f;
+        f.paras()->clearFocus();
+        QSignalSpy activated(f.view.get(), &View::viewActivated);
+        QSignalSpy copy(f.view.get(), &View::copyAvailable);
+        QSignalSpy cut(f.view.get(), &View::cutAvailable);
+        QSignalSpy back(f.view.get(), &View::backAvailable);
+        QSignalSpy moved(f.view.get(), &View::cursorPositionChanged);
+        f.view->setFocus();
+        QCOMPARE(activated.size(), 1);
+        QCOMPARE(copy, Calls({{false}}));
+        QCOMPARE(cut, Calls({{false}}));
+        QCOMPARE(back, Calls({{false}}));
+        QCOMPARE(moved, Calls({{0x8000, 0}}));
+        f.paras()->setSelection({0, 0, 0}, {0, 0, 8});
+        QCOMPARE(copy.last(), QVariantList{true});
+        f.view->copy();
+        QCOMPARE(QGuiApplication::clipboard()->text(), u"00008000"_s);
+        QCOMPARE(f.view->selectedText(), u"00008000"_s);
+    }
+
+    void marginStandsBesideTheText()
+    {
+        const Fixture f;
+        const QWidget *text = f.paras()->viewport();
+        QCOMPARE(f.margin()->geometry().topLeft(), QPoint(2, 2));
+        QCOMPARE(f.margin()->width(), 18);
+        QCOMPARE(text->mapTo(f.view.get(), QPoint()), QPoint(20, 2));
+        QVERIFY(std::abs(f.margin()->height() - text->height()) <= 3);
+    }
+
+    void linesAreAddressesPlusOne()
+    {
+        const Fixture f;
+        QSignalSpy toggled(f.view.get(), &DisassemblerView::toggleBreakpoint);
+        QTest::mouseClick(f.margin(), Qt::LeftButton, {}, {5, f.paras()->lineHeight() + 2});
+        QCOMPARE(toggled, Calls({{0x8005}}));
+        auto *markers = viewInterface<IViewWithMarkers>(f.view.get());
+        markers->setMarker(0x8005, 0x01, true, false);
+        markers->setMarker(5, 0x01, true, false); // outside the region
+        QVERIFY(markers->hasMarker(0x8005, 0x01));
+        QVERIFY(!markers->hasMarker(5, 0x01));
+        QCOMPARE(f.margin()->markers(), (QMap<int, int>{{5, 0x01}}));
+        f.view->gotoLine(0x8005);
+        QVERIFY(markers->hasMarkerAtCursor(0x01));
+        int para = 0;
+        int index = -1;
+        f.view->getCursorPosition(&para, &index);
+        QCOMPARE(para + 1, 0x8005);
+        f.view->gotoLine(0x8801);
+        QVERIFY(!markers->hasMarkerAtCursor(0x01));
+        f.view->gotoLine(3); // outside: ignored
+        QCOMPARE(f.cursor(), u"8800"_s);
+        markers->clearMarkers(0x07);
+        QVERIFY(!markers->hasMarker(0x8005, 0x01));
+    }
+
+    void breakpointStandsOnTheInstructionNotOnItsSource()
+    {
+        const Fixture f;
+        viewInterface<IViewWithMarkers>(f.view.get())->setMarker(0x8009, 0x01, true, false);
+        const QImage image = f.margin()->grab().toImage();
+        QString marked;
+        for (int row = 0; row < 6; ++row) {
+            const int middle = row * f.paras()->lineHeight() + f.paras()->lineHeight() / 2;
+            marked += image.pixelColor(6, middle).rgb() == FakeHost::colour(0).rgb() ? u'x' : u'.';
+        }
+        QCOMPARE(marked, u"....x."_s);
+    }
+
+    void searchesWhatIsShown()
+    {
+        const Fixture f;
+        QVERIFY(f.view->find(u"push {r7"_s, true, false, true, true));
+        QCOMPARE(f.cursor(), u"8200"_s);
+        QCOMPARE(f.paras()->cursorPlace().column, 11);
+        QVERIFY(!f.paras()->hasSelection());
+        QVERIFY(f.view->find(u"X++"_s, false, false, false, true));
+        QCOMPARE(f.cursor(), u"8008"_s);
+        QCOMPARE(f.paras()->cursorPlace().line, 1);
+        QCOMPARE(f.paras()->cursorPlace().column, 0);
+        QVERIFY(!f.view->find(u"X++"_s, true, false, true, false));
+        QVERIFY(!f.view->find(u"push"_s, true, false, false, false)); // backward from the start
+        QVERIFY(f.view->find(u"0000"_s, true, false, false, false));
+        QVERIFY(!f.view->find({}, true, false, true, false));
+        f.view->setFindTimeLimit(0);
+        QVERIFY(!f.view->find(u"push"_s, true, false, true, false));
+    }
+
+    // Beyond ------------------------------------------------------------------------
+
+    void clickOnABranchGoesThereAndBack()
+    {
+        const Fixture f;
+        QSignalSpy back(f.view.get(), &View::backAvailable);
+        QSignalSpy forward(f.view.get(), &View::forwardAvailable);
+        f.clickAt(0, 3); // the address
+        QCOMPARE(f.cursor(), u"8000"_s);
+        f.clickAt(0, 14); // the target
+        QCOMPARE(f.cursor(), u"8200"_s);
+        QVERIFY(f.paras()->isCursorVisible());
+        QCOMPARE(back.last(), QVariantList{true});
+        QTest::keyClick(f.paras(), Qt::Key_Left, Qt::AltModifier);
+        QCOMPARE(f.cursor(), u"8000"_s);
+        QCOMPARE(back.last(), QVariantList{false});
+        QCOMPARE(forward.last(), QVariantList{true});
+        QTest::keyClick(f.paras(), Qt::Key_Left, Qt::AltModifier); // nothing further back
+        QCOMPARE(f.cursor(), u"8000"_s);
+        QTest::keyClick(f.paras(), Qt::Key_Right, Qt::AltModifier);
+        QCOMPARE(f.cursor(), u"8200"_s);
+        f.view->back();
+        QCOMPARE(f.cursor(), u"8000"_s);
+        f.view->forward();
+        QCOMPARE(f.cursor(), u"8200"_s);
+    }
+
+    void branchOutOfTheMemoryIsNoLink()
+    {
+        const Fixture f;
+        f.view->gotoLine(0x8215);
+        int row = f.paras()->rowOf(0x214);
+        QVERIFY(row >= 0);
+        f.clickAt(row, 1);
+        QCOMPARE(f.cursor(), u"8214"_s);
+        const auto shapeAt = [&](int para) {
+            const QPoint place(2, f.paras()->rowOf(para) * f.paras()->lineHeight() + 2);
+            QMouseEvent move(QEvent::MouseMove, place, f.paras()->viewport()->mapToGlobal(place), Qt::NoButton,
+                             Qt::NoButton, {});
+            QApplication::sendEvent(f.paras()->viewport(), &move);
+            return f.paras()->viewport()->cursor().shape();
+        };
+        QCOMPARE(shapeAt(0x210), Qt::PointingHandCursor);
+        QCOMPARE(shapeAt(0x214), Qt::IBeamCursor);
+    }
+
+    void goesToAddressesAndSymbols_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<QString>("cursor");
+        QTest::addColumn<QString>("message");
+        QTest::newRow("symbol") << u"f"_s << u"8200"_s << QString();
+        QTest::newRow("symbol that could be a number") << u"add"_s << u"8100"_s << QString();
+        QTest::newRow("symbol and offset") << u"main+8"_s << u"8008"_s << QString();
+        QTest::newRow("symbol and offset in hexadecimal digits") << u"main + 0x10"_s << u"8010"_s << QString();
+        QTest::newRow("address") << u" 0x8300 "_s << u"8300"_s << QString();
+        QTest::newRow("address without 0x") << u"8300"_s << u"8300"_s << QString();
+        QTest::newRow("outside") << u"ram"_s << u"8000"_s << u"0x20000000 is outside the memory that is shown here."_s;
+        QTest::newRow("unknown") << u"nothing%1"_s << u"8000"_s << u"There is no symbol or address 'nothing%1'."_s;
+        QTest::newRow("empty") << u" "_s << u"8000"_s << u"There is no symbol or address ''."_s;
+    }
+
+    void goesToAddressesAndSymbols()
+    {
+        QFETCH(QString, text);
+        const Fixture f;
+        auto *field = f.view->findChild<QLineEdit *>(u"DisassemblyGoTo"_s);
+        field->setFocus();
+        field->setText(text);
+        QTest::keyClick(field, Qt::Key_Return);
+        QTEST(f.cursor(), "cursor");
+        QTEST(f.message(), "message");
+        QCOMPARE(f.paras()->hasFocus(), f.message().isEmpty());
+    }
+
+    void arrowLeadsFromTheCurrentBranch()
+    {
+        const Fixture f;
+        auto *markers = viewInterface<IViewWithMarkers>(f.view.get());
+        const auto picture = [&] { return f.margin()->grab().toImage(); };
+        const QImage none = picture();
+        markers->setMarker(0x8001, 0x08, true, false);
+        const QImage branch = picture();
+        const QPoint onSpine(MarkerWidget::Width - 4, 3 * f.paras()->lineHeight());
+        QVERIFY(branch.pixelColor(onSpine) != none.pixelColor(onSpine));
+        markers->clearMarkers(0x08);
+        QCOMPARE(picture(), none);
+        markers->setMarker(0x8005, 0x08, true, false); // no branch
+        QCOMPARE(picture().pixelColor(onSpine), none.pixelColor(onSpine));
+    }
+
+    void historyIsBounded()
+    {
+        const Fixture f;
+        for (int i = 0; i < 500; ++i)
+            QVERIFY(f.view->goTo(i % 2 ? u"f"_s : u"main"_s));
+        for (int i = 0; i < 1000; ++i)
+            f.view->back();
+        f.view->forward();
+        QVERIFY(!f.cursor().isEmpty());
+    }
+};
+
+QTEST_MAIN(DisassemblerViewTest)
+#include "tst_disassemblerview.moc"

@@ -1,0 +1,599 @@
+#include "largefixture.h"
+#include "tabbedviewmanager.h"
+#include "viewmanager.h"
+#include "workspace.h"
+#include <QCheckBox>
+#include <QClipboard>
+#include <QLabel>
+#include <QLineEdit>
+#include <QProgressBar>
+#include <QScrollBar>
+#include <QSettings>
+#include <QSignalSpy>
+#include <QToolButton>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+using Calls = QList<QVariantList>;
+
+QByteArray numbered(int count)
+{
+    QByteArray bytes;
+    for (int i = 0; i < count; ++i)
+        bytes += "line " + QByteArray::number(i) + '\n';
+    return bytes;
+}
+
+template <typename Widget>
+Widget *part(const LargeFixture &f, const char *name)
+{
+    auto *found = f.view->findChild<Widget *>(QLatin1String(name));
+    if (!found)
+        qFatal("no widget of that name");
+    return found;
+}
+
+QString result(const LargeFixture &f)
+{
+    return part<QLabel>(f, "LargeTextResult")->text();
+}
+
+QString notice(const LargeFixture &f)
+{
+    return part<QLabel>(f, "LargeTextNotice")->text();
+}
+
+QString status(const LargeFixture &f)
+{
+    return part<QLabel>(f, "LargeTextStatus")->text();
+}
+
+void click(const LargeFixture &f, const char *name)
+{
+    QTest::mouseClick(part<QToolButton>(f, name), Qt::LeftButton);
+}
+
+QString selection(const LargeFixture &f)
+{
+    const TextLineView::Place a = f.lines()->selectionStart();
+    const TextLineView::Place b = f.lines()->selectionEnd();
+    return u"%1,%2-%3,%4"_s.arg(a.line).arg(a.column).arg(b.line).arg(b.column);
+}
+} // namespace
+
+class LargeTextViewTest : public QObject
+{
+    Q_OBJECT
+private Q_SLOTS:
+    void init() { failOnWarnings(); }
+
+    // Kind ------------------------------------------------------------------
+
+    void kindTakesEveryName()
+    {
+        LargeTextDocumentTemplate kind({}, nullptr);
+        QVERIFY(kind.canOpen(u"a.c"_s));
+        QVERIFY(kind.canOpen(u"disassembler:0x1:fw"_s));
+        QVERIFY(!kind.canCreate());
+        QVERIFY(kind.name().isEmpty() && kind.description().isEmpty() && kind.extension().isEmpty());
+    }
+
+    void fileAboveTheEditorsLimitOpensReadOnlyWithOneMessage()
+    {
+        LargeFixture f;
+        Workspace workspace;
+        TabbedViewManager views;
+        workspace.setViewManager(&views);
+        auto *text = new TextDocumentTemplate(u"Text"_s, {}, {}, {}, std::make_unique<SyntaxHighlighter>(), nullptr);
+        text->highlighter()->setFormats(&f.formats);
+        workspace.addTemplate(text);
+        QPixmap pixmap(16, 16);
+        pixmap.fill(Qt::red);
+        workspace.addTemplate(new LargeTextDocumentTemplate(QIcon(pixmap), &f.formats));
+        const QString file = f.writeSparse(u"a.py"_s, 10'000'001);
+        {
+            BoxAnswers boxes({QMessageBox::Ok});
+            QVERIFY(workspace.openDocument(file, true));
+            QCOMPARE(boxes.texts, QStringList{u"The file is too large to open for editing.\n\n"
+                                              "It will be opened read-only."_s});
+            QCOMPARE(boxes.captions, QStringList{u"File Open"_s});
+            QCOMPARE(boxes.icons, QList<QMessageBox::Icon>{QMessageBox::Information});
+        }
+        QVERIFY(qobject_cast<LargeTextView *>(views.currentView()));
+        QVERIFY(!views.currentView()->windowIcon().isNull());
+        {
+            BoxAnswers boxes({}); // the open document is shown again
+            QVERIFY(workspace.openDocument(file, true));
+        }
+        {
+            BoxAnswers boxes({QMessageBox::Ok}); // the notice comes for each view
+            views.newView();
+            QCOMPARE(boxes.texts.size(), 1);
+        }
+        const QString small = f.writeSparse(u"b.py"_s, 10'000'000);
+        QVERIFY(workspace.templates().first()->canOpen(small));
+        views.closeAll();
+    }
+
+    void documentThatGoesDuringTheMessageGetsNoView()
+    {
+        LargeFixture f;
+        QVERIFY(f.open(f.write(u"a.log"_s, "a\n")));
+        QTimer::singleShot(0, this, [&] { f.document.reset(); });
+        BoxAnswers boxes({QMessageBox::Ok});
+        QCOMPARE(f.docTemplate.createView(f.document.get()), nullptr);
+    }
+
+    // View ------------------------------------------------------------------
+
+    void offersMarkersAndNavigationOnly()
+    {
+        LargeFixture f;
+        f.openAndShow("a\n");
+        QVERIFY(viewInterface<IViewWithMarkers>(f.view.get()));
+        QVERIFY(viewInterface<ITextNavigation>(f.view.get()));
+        QVERIFY(!viewInterface<ISourceView>(f.view.get()));
+    }
+
+    void fullUpdateTakesOverTheFormats()
+    {
+        LargeFixture f;
+        f.openAndShow(numbered(5));
+        QCOMPARE(f.lines()->palette().color(QPalette::Base), QColor(u"ivory"_s));
+        QCOMPARE(f.lines()->palette().color(QPalette::Text), QColor(Qt::black));
+        f.formats[FormatId::Standard].setFontPointSize(20);
+        f.formats[FormatId::Standard].setForeground(QColor(Qt::blue));
+        f.formats[FormatId::Background].setForeground(QColor(Qt::yellow));
+        f.document->notifyViews(nullptr, false);
+        QCOMPARE(f.lines()->font().pointSize(), 10);
+        f.document->notifyViews(nullptr, true);
+        QCOMPARE(f.lines()->font().pointSize(), 20);
+        QCOMPARE(f.lines()->palette().color(QPalette::Base), QColor(Qt::yellow));
+        QCOMPARE(f.lines()->palette().color(QPalette::Text), QColor(Qt::blue));
+        QCOMPARE(f.view->findChild<MarkerWidget *>()->lineHeight(), f.lines()->lineHeight());
+    }
+
+    void focusTellsWhatIsPossible()
+    {
+        LargeFixture f;
+        f.openAndShow(numbered(5));
+        QStringList order;
+        connect(f.view.get(), &View::viewActivated, this, [&] { order << u"activated"_s; });
+        const auto note = [&](void (View::*signal)(bool), const QString &name) {
+            connect(f.view.get(), signal, this, [&, name](bool on) { order << name + (on ? u" on"_s : u" off"_s); });
+        };
+        note(&View::copyAvailable, u"copy"_s);
+        note(&View::cutAvailable, u"cut"_s);
+        note(&View::undoAvailable, u"undo"_s);
+        note(&View::redoAvailable, u"redo"_s);
+        note(&View::pasteAvailable, u"paste"_s);
+        note(&View::backAvailable, u"back"_s);
+        note(&View::forwardAvailable, u"forward"_s);
+        note(&View::previousAvailable, u"previous"_s);
+        note(&View::nextAvailable, u"next"_s);
+        connect(f.view.get(), &View::cursorPositionChanged, this,
+                [&](int line, int column) { order << u"at %1,%2"_s.arg(line).arg(column); });
+        f.lines()->setCursor(3, 2);
+        order.clear();
+        f.lines()->clearFocus();
+        f.view->setFocus();
+        const QStringList off{u"cut off"_s,  u"undo off"_s,    u"redo off"_s,     u"paste off"_s,
+                              u"back off"_s, u"forward off"_s, u"previous off"_s, u"next off"_s};
+        QCOMPARE(order, QStringList{u"activated"_s} + QStringList{u"copy off"_s} + off + QStringList{u"at 3,2"_s});
+        order.clear();
+        f.lines()->setSelection({1, 1}, {2, 2});
+        QCOMPARE(order, QStringList{u"copy on"_s} + off);
+    }
+
+    void viewMayBeClosedWhenItIsActivated()
+    {
+        LargeFixture f;
+        f.openAndShow(numbered(5));
+        f.lines()->clearFocus();
+        connect(f.view.get(), &View::viewActivated, this, [&](View *view) {
+            f.view.release();
+            delete view;
+        });
+        QFocusEvent event(QEvent::FocusIn);
+        QApplication::sendEvent(f.lines(), &event);
+        QVERIFY(!f.view);
+    }
+
+    void marginStandsBesideTheLines()
+    {
+        LargeFixture f;
+        f.openAndShow(numbered(500));
+        const auto *margin = f.view->findChild<MarkerWidget *>();
+        const auto matches = [&] {
+            const QWidget *lines = f.lines()->viewport();
+            const QRect text(lines->mapTo(f.view.get(), QPoint()), lines->size());
+            return margin->geometry().topLeft() == QPoint(2, 2) && margin->width() == 18
+                   && text.left() == margin->geometry().right() + 1 && text.top() == 2
+                   && std::abs(text.bottom() - margin->geometry().bottom()) <= 2;
+        };
+        QVERIFY(matches());
+        f.view->resize(300, 200);
+        QVERIFY(matches());
+        f.view->resize(3000, 300);
+        QTRY_VERIFY(matches());
+    }
+
+    void marginFollowsTheLines()
+    {
+        LargeFixture f;
+        f.openAndShow(numbered(500));
+        auto *margin = f.view->findChild<MarkerWidget *>();
+        QSignalSpy toggled(f.view.get(), &LargeTextView::toggleBreakpoint);
+        f.lines()->setContentsPos(0, 100ll * f.lines()->lineHeight());
+        QCOMPARE(margin->offset(), 100ll * f.lines()->lineHeight());
+        QTest::mouseClick(margin, Qt::LeftButton, {}, {5, f.lines()->lineHeight() + 2});
+        QCOMPARE(toggled, Calls({{102}}));
+    }
+
+    void marksStayOnTheirNumbers()
+    {
+        LargeFixture f;
+        f.openAndShow(numbered(500));
+        auto *markers = viewInterface<IViewWithMarkers>(f.view.get());
+        markers->setMarker(3, 0x01, true, true);
+        markers->setMarker(4, 0x08, true, false);
+        QVERIFY(markers->hasMarker(3, 0x01));
+        markers->clearMarkers(0x08);
+        QVERIFY(!markers->hasMarker(4, 0x08));
+        f.lines()->setCursor(2, 0);
+        QVERIFY(markers->hasMarkerAtCursor(0x07));
+        QVERIFY(!markers->hasMarkerAtCursor(0x08));
+        f.lines()->setContentsPos(0, 100ll * f.lines()->lineHeight());
+        QVERIFY(!markers->hasMarkerAtCursor(0x07)); // the cursor is not on screen
+    }
+
+    void copiesTheSelectionAndNothingElse()
+    {
+        LargeFixture f;
+        f.openAndShow(numbered(50));
+        QGuiApplication::clipboard()->setText(u"before"_s);
+        f.view->copy();
+        f.view->cut();
+        f.view->paste();
+        f.view->undo();
+        f.view->redo();
+        f.view->remove();
+        f.view->split();
+        f.view->print();
+        QCOMPARE(QGuiApplication::clipboard()->text(), u"before"_s);
+        f.lines()->setSelection({1, 2}, {3, 1});
+        f.view->copy();
+        QCOMPARE(QGuiApplication::clipboard()->text(), u"ne 1\nline 2\nl"_s);
+        QCOMPARE(f.view->selectedText(), u"ne 1\nline 2\nl"_s);
+    }
+
+    void selectionThatIsTooLargeIsNotCopied()
+    {
+        LargeFixture f;
+        f.openAndShow(QByteArray("a line that is repeated very often to get to a large file\n").repeated(300'000));
+        QTRY_VERIFY(f.document->isIndexed());
+        QGuiApplication::clipboard()->setText(u"before"_s);
+        f.view->selectAll();
+        BoxAnswers boxes({QMessageBox::Ok});
+        f.view->copy();
+        QVERIFY(boxes.texts.value(0).startsWith(u"The selection is too large to be copied."_s));
+        QCOMPARE(QGuiApplication::clipboard()->text(), u"before"_s);
+    }
+
+    void linesCountFromOneAtTheInterface()
+    {
+        LargeFixture f;
+        f.openAndShow(numbered(50));
+        f.view->gotoLine(7);
+        int para = -1;
+        int index = -1;
+        f.view->getCursorPosition(&para, &index);
+        QCOMPARE(para, 6);
+        QCOMPARE(index, 0);
+        f.view->gotoLine(50); // the bound is strict
+        QCOMPARE(f.cursor(), u"6,0"_s);
+        f.view->gotoLine(49);
+        QCOMPARE(f.cursor(), u"48,0"_s);
+    }
+
+    void lineIsGoneToWhenItsNumberIsKnown()
+    {
+        LargeFixture f;
+        QVERIFY(f.open(
+            f.write(u"a.log"_s, QByteArray(100, '\n') + QByteArray("0123456789 0123456789\n").repeated(8'000'000))));
+        f.show();
+        f.view->gotoLine(8'000'000);
+        QTRY_VERIFY(f.document->isIndexed());
+        QTRY_COMPARE(f.cursor(), u"7999999,0"_s);
+        QVERIFY(f.lines()->isCursorVisible());
+    }
+
+    // Find as the program's dialog uses it ------------------------------------
+
+    void findsFromTheCursor_data()
+    {
+        QTest::addColumn<QString>("cursor");
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<bool>("caseSensitive");
+        QTest::addColumn<bool>("forward");
+        QTest::addColumn<bool>("fromCursor");
+        QTest::addColumn<QString>("found"); ///< empty if nothing is
+        const auto row = [](const char *name, const char *cursor, const char *text, bool caseSensitive, bool forward,
+                            bool fromCursor, const char *found) {
+            QTest::newRow(name) << QString::fromLatin1(cursor) << QString::fromLatin1(text) << caseSensitive << forward
+                                << fromCursor << QString::fromLatin1(found);
+        };
+        row("forward, cursor behind the match", "0,0", "beta", true, true, true, "0,10");
+        row("forward skips the cursor's column", "0,6", "beta", true, true, true, "1,4");
+        row("forward from the start", "2,0", "alpha", true, true, false, "0,5");
+        row("backward, cursor before the match", "2,3", "beta", true, false, true, "1,0");
+        row("backward from within a match", "1,2", "beta", true, false, true, "1,0");
+        row("backward from the start of a line", "1,0", "beta", true, false, true, "0,6");
+        row("backward without cursor looks at the first line only", "2,3", "beta", true, false, false, "");
+        row("backward without cursor finds the very start", "2,3", "alpha", true, false, false, "0,0");
+        row("without case", "0,8", "BETA", false, true, true, "1,4");
+        row("with case", "0,0", "BETA", true, true, true, "");
+        row("whole words are not heeded", "0,0", "bet", true, true, true, "0,9");
+        row("not there", "0,0", "delta", true, true, true, "");
+        row("empty", "0,0", "", true, true, true, "");
+        row("behind the last", "1,2", "beta", true, true, true, "");
+        row("markup is searched as it is stored", "0,0", "<b>", true, true, true, "2,3");
+        row("line end", "0,0", "gamma\n", true, true, true, "1,11");
+        row("not across lines", "0,0", "beta\nbeta", true, true, true, "");
+    }
+
+    void findsFromTheCursor()
+    {
+        QFETCH(QString, cursor);
+        QFETCH(QString, text);
+        QFETCH(bool, caseSensitive);
+        QFETCH(bool, forward);
+        QFETCH(bool, fromCursor);
+        QFETCH(QString, found);
+        LargeFixture f;
+        f.openAndShow("alpha beta\nbeta gamma\n<b>x</b>\n");
+        f.lines()->setCursor(cursor.section(u',', 0, 0).toInt(), cursor.section(u',', 1).toInt());
+        QCOMPARE(f.view->find(text, caseSensitive, true, forward, fromCursor), !found.isEmpty());
+        QCOMPARE(f.cursor(), found.isEmpty() ? cursor : found);
+        QVERIFY(!f.lines()->hasSelection());
+    }
+
+    void matchOverTwoPiecesOfALineIsNone()
+    {
+        LargeFixture f;
+        f.openAndShow(QByteArray(996, 'x') + "needle and needle\n");
+        QVERIFY(f.view->find(u"needle"_s, true, false, true, true));
+        QCOMPARE(f.cursor(), u"1,14"_s); // the first one is in two pieces
+        QVERIFY(!f.view->find(u"needle"_s, true, false, false, true) || f.cursor() == u"1,8"_s);
+    }
+
+    void findGivesUpAfterItsTimeAndOffersToGoOn()
+    {
+        LargeFixture f;
+        QVERIFY(f.open(f.writeSparse(u"a.log"_s, 50'000'000, {}, "needle\n")));
+        f.show();
+        QCOMPARE(LargeTextView::FindTimeLimit, 5000);
+        f.view->setFindTimeLimit(0); // over at once
+        QVERIFY(!f.view->find(u"needle"_s, true, false, true, true));
+        QCOMPARE(f.cursor(), u"0,0"_s);
+        QVERIFY(f.view->findBar()->isVisible());
+        QCOMPARE(result(f), u"Not found so far"_s);
+        QVERIFY(f.lines()->hasFocus());
+        click(f, "LargeTextGoOn");
+        QTRY_COMPARE(result(f), u"1 of 1"_s);
+        QVERIFY(f.lines()->cursorPlace().line > 50'000);
+        QCOMPARE(f.lines()->selectedText(), u"needle"_s);
+    }
+
+    // Find bar ----------------------------------------------------------------
+
+    void findBarFindsAndCounts()
+    {
+        LargeFixture f;
+        f.openAndShow("Cat cat concat\ncat dog\nCAT\n");
+        click(f, "LargeTextFind");
+        auto *what = part<QLineEdit>(f, "LargeTextFindWhat");
+        QVERIFY(what->hasFocus());
+        QTest::keyClicks(what, u"cat"_s);
+        QTest::keyClick(what, Qt::Key_Return);
+        QTRY_COMPARE(result(f), u"1 of 5"_s);
+        QCOMPARE(selection(f), u"0,0-0,3"_s);
+        QVERIFY(what->hasFocus());
+        QTest::keyClick(what, Qt::Key_Return);
+        QTRY_COMPARE(result(f), u"2 of 5"_s);
+        QCOMPARE(selection(f), u"0,4-0,7"_s);
+        QTest::keyClick(what, Qt::Key_Return, Qt::ShiftModifier);
+        QTRY_COMPARE(result(f), u"1 of 5"_s);
+        QTest::keyClick(what, Qt::Key_Return, Qt::ShiftModifier);
+        QTRY_COMPARE(result(f), u"5 of 5, past the end of the file"_s);
+        QCOMPARE(selection(f), u"2,0-2,3"_s);
+
+        part<QCheckBox>(f, "LargeTextMatchCase")->setChecked(true);
+        part<QCheckBox>(f, "LargeTextWholeWords")->setChecked(true);
+        click(f, "LargeTextNext");
+        QTRY_COMPARE(result(f), u"1 of 2, past the end of the file"_s);
+        QCOMPARE(selection(f), u"0,4-0,7"_s);
+        click(f, "LargeTextNext");
+        QTRY_COMPARE(selection(f), u"1,0-1,3"_s);
+        click(f, "LargeTextPrevious");
+        QTRY_COMPARE(selection(f), u"0,4-0,7"_s);
+
+        QTest::keyClick(what, Qt::Key_Escape);
+        QVERIFY(!f.view->findBar()->isVisible());
+        QVERIFY(f.lines()->hasFocus());
+        click(f, "LargeTextFind"); // the selection is proposed
+        QCOMPARE(what->text(), u"cat"_s);
+    }
+
+    void findBarFindsMatchesOverTwoPieces()
+    {
+        LargeFixture f;
+        f.openAndShow(QByteArray(996, 'x') + "needle\n");
+        f.view->openFindBar();
+        auto *what = part<QLineEdit>(f, "LargeTextFindWhat");
+        what->setText(u"needle"_s);
+        QTest::keyClick(what, Qt::Key_Return);
+        QTRY_COMPARE(result(f), u"1 of 1"_s);
+        QCOMPARE(selection(f), u"0,996-1,3"_s);
+    }
+
+    void whatIsNotThereIsNotFound()
+    {
+        LargeFixture f;
+        f.openAndShow(numbered(50));
+        f.view->openFindBar();
+        auto *what = part<QLineEdit>(f, "LargeTextFindWhat");
+        QTest::keyClick(what, Qt::Key_Return); // nothing to look for
+        QCOMPARE(result(f), QString());
+        what->setText(u"needle"_s);
+        QTest::keyClick(what, Qt::Key_Return);
+        QTRY_COMPARE(result(f), u"Not found"_s);
+        QVERIFY(!part<QToolButton>(f, "LargeTextCancel")->isVisible());
+        QCOMPARE(f.cursor(), u"0,0"_s);
+    }
+
+    void longSearchCanBeCancelledOrGoesOn()
+    {
+        LargeFixture f;
+        QVERIFY(f.open(f.writeSparse(u"a.log"_s, 100ll << 30)));
+        f.show();
+        f.view->findBar()->search().setTimeLimit(50);
+        f.view->openFindBar();
+        part<QLineEdit>(f, "LargeTextFindWhat")->setText(u"needle"_s);
+        click(f, "LargeTextNext");
+        QVERIFY(part<QProgressBar>(f, "LargeTextProgress")->isVisible());
+        QTRY_COMPARE(result(f), u"Not found so far"_s);
+        QVERIFY(part<QToolButton>(f, "LargeTextGoOn")->isVisible());
+        click(f, "LargeTextGoOn");
+        QCOMPARE(result(f), u"Searching..."_s);
+        QTest::qWait(100);
+        QCOMPARE(result(f), u"Searching..."_s); // without a limit now
+        click(f, "LargeTextCancel");
+        QCOMPARE(result(f), u"Cancelled"_s);
+        QVERIFY(!part<QProgressBar>(f, "LargeTextProgress")->isVisible());
+        QVERIFY(!f.view->findBar()->search().isRunning());
+    }
+
+    void viewMayBeClosedDuringASearch()
+    {
+        LargeFixture f;
+        QVERIFY(f.open(f.writeSparse(u"a.log"_s, 100ll << 30)));
+        f.show();
+        f.view->findBar()->search().setTimeLimit(0);
+        f.view->openFindBar();
+        part<QLineEdit>(f, "LargeTextFindWhat")->setText(u"needle"_s);
+        click(f, "LargeTextNext");
+        QTRY_COMPARE(result(f), u"Not found so far"_s);
+        f.view.reset();
+        f.document.reset();
+    }
+
+    // Changes of the file -------------------------------------------------------
+
+    void statusShowsSizeAndLines()
+    {
+        LargeFixture f;
+        f.openAndShow(numbered(1500));
+        QTRY_VERIFY(f.document->isIndexed());
+        QCOMPARE(status(f),
+                 QLocale().formattedDataSize(f.document->size()) + u", "_s + QLocale().toString(1500) + u" lines"_s);
+        QVERIFY(!part<QToolButton>(f, "LargeTextReload")->isVisible());
+        LargeFixture unready;
+        QVERIFY(unready.open(unready.writeSparse(u"a.log"_s, 100ll << 30)));
+        unready.show();
+        QVERIFY2(status(unready).contains(u"counting lines: "_s), qPrintable(status(unready)));
+    }
+
+    void changedFileIsOfferedForReloading()
+    {
+        LargeFixture f;
+        f.openAndShow(numbered(100));
+        f.lines()->setCursor(50, 3);
+        f.write(u"large.log"_s, numbered(40));
+        f.document->checkFile();
+        QCOMPARE(notice(f), u"The file has become shorter."_s);
+        click(f, "LargeTextReload");
+        QCOMPARE(notice(f), QString());
+        QCOMPARE(f.document->lineCount(), 40);
+        QCOMPARE(f.lines()->contentsHeight(), 40ll * f.lines()->lineHeight());
+        f.write(u"large.log"_s, "x\n", QIODevice::Append);
+        f.document->checkFile();
+        QVERIFY(notice(f).startsWith(u"The file has grown by 2 "_s));
+        QVERIFY(QFile::remove(f.path(u"large.log"_s)));
+        f.document->checkFile();
+        QCOMPARE(notice(f), u"The file has been deleted or moved."_s);
+        QVERIFY(!part<QToolButton>(f, "LargeTextReload")->isEnabled());
+        f.write(u"large.log"_s, numbered(3));
+        f.document->checkFile();
+        QCOMPARE(notice(f), u"The file has been replaced by another one."_s);
+        click(f, "LargeTextReload");
+        QCOMPARE(f.document->lineCount(), 3);
+    }
+
+    void fileThatCannotBeReloadedStays()
+    {
+        LargeFixture f;
+        f.openAndShow(numbered(10));
+        QVERIFY(QFile::remove(f.path(u"large.log"_s)));
+        QVERIFY(QDir(f.directory.path()).mkdir(u"large.log"_s));
+        f.document->checkFile();
+        click(f, "LargeTextReload");
+        QCOMPARE(notice(f), u"The file cannot be read."_s);
+        QCOMPARE(f.document->line(9), u"line 9\n"_s);
+    }
+
+    void truncatedFileIsPaintedWithoutHarm()
+    {
+        LargeFixture f;
+        f.openAndShow(numbered(1'000'000));
+        QTRY_VERIFY(f.document->isIndexed());
+        QVERIFY(QFile::resize(f.path(u"large.log"_s), 100));
+        for (const int line : {0, 500'000, 999'990}) {
+            f.lines()->setContentsPos(0, qint64(line) * f.lines()->lineHeight());
+            QVERIFY(!f.view->grab().isNull());
+        }
+        QTest::keyClick(f.lines(), Qt::Key_End, Qt::ControlModifier);
+        QVERIFY(!f.view->find(u"line 9999"_s, true, false, true, false));
+        f.view->selectAll();
+        f.view->copy();
+    }
+
+    void followingKeepsTheEndOnScreen()
+    {
+        LargeFixture f;
+        f.openAndShow(numbered(500));
+        part<QCheckBox>(f, "LargeTextFollow")->click();
+        QVERIFY(f.document->isFollowing());
+        QCOMPARE(f.lines()->contentsY(), f.lines()->bottomContentsY());
+        f.write(u"large.log"_s, numbered(100), QIODevice::Append);
+        f.document->checkFile();
+        QCOMPARE(f.document->lineCount(), 600);
+        QCOMPARE(f.lines()->contentsHeight(), 600ll * f.lines()->lineHeight());
+        QCOMPARE(f.lines()->contentsY(), f.lines()->bottomContentsY());
+        f.lines()->setContentsPos(0, 100ll * f.lines()->lineHeight()); // somewhere else to read
+        f.write(u"large.log"_s, numbered(100), QIODevice::Append);
+        f.document->checkFile();
+        QCOMPARE(f.document->lineCount(), 700);
+        QCOMPARE(f.lines()->contentsY(), 100ll * f.lines()->lineHeight());
+        QVERIFY(notice(f).isEmpty());
+    }
+
+    void pictureStaysWhenLinesGetTheirNumbers()
+    {
+        LargeFixture f;
+        QByteArray bytes = QByteArray(200'000, '\n');
+        for (int i = 0; i < 6'000'000; ++i)
+            bytes += "numbered line " + QByteArray::number(i) + '\n';
+        QVERIFY(f.open(f.write(u"a.log"_s, bytes)));
+        f.show();
+        f.lines()->setContentsPos(0, f.lines()->bottomContentsY() / 2);
+        const QString shown = f.lines()->visibleText();
+        QTRY_VERIFY(f.document->isIndexed());
+        QCOMPARE(f.lines()->visibleText(), shown);
+        QCOMPARE(f.document->lineCount(), 6'200'000);
+    }
+};
+
+QTEST_MAIN(LargeTextViewTest)
+#include "tst_largetextview.moc"
