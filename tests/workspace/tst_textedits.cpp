@@ -246,10 +246,11 @@ private Q_SLOTS:
         QCOMPARE(f.text(), editing.model.text());
         QCOMPARE(f.markers(), editing.model.markers());
         QCOMPARE(editing.highlighted(), editing.highlightedFromScratch());
-        while (text->isUndoAvailable())
+        int undone = 0; // the last of the edits may have been an undo, so that more can be redone
+        for (; text->isUndoAvailable(); ++undone)
             f.view->undo();
         QCOMPARE(f.text(), QString());
-        while (text->isRedoAvailable())
+        for (; undone > 0; --undone)
             f.view->redo();
         f.view->clearMarkers(0xFFFF);
         QCOMPARE(f.markers(), QString());
