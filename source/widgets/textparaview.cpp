@@ -74,7 +74,7 @@ QStringList TextParaView::linesOf(int para)
     if (const QStringList *known = m_paras[para])
         return *known;
     const QPointer<TextParaView> self(this);
-    const QStringList lines = m_paraSource->para(para);
+    QStringList lines = m_paraSource->para(para);
     if (self)
         m_paras.insert(para, new QStringList(lines));
     return lines;

@@ -141,7 +141,7 @@ private Q_SLOTS:
         QVERIFY(f.document->indexedPercent() < 50);
         const int count = f.document->lineCount();
         QVERIFY(count > 10'000'000);
-        for (const int line : {0, 1, 2000})
+        for (const int line : {0, 1, 150}) // the first screen
             QCOMPARE(f.document->line(line), u"first %1\n"_s.arg(line));
         for (const int line : {0, 1, 20, 900})
             QCOMPARE(f.document->line(count - 1 - line), u"last %1\n"_s.arg(2999 - line));
