@@ -186,7 +186,7 @@ void TextLineView::gotoLine(int line)
     if (line <= 0 || line >= m_lineSource->lineCount())
         return;
     setCursor(line - 1, 0);
-    ensureVisible(0, qint64(lineHeight()) * (line - 1), 0, 4 * lineHeight());
+    ensureVisible(0, qint64(lineHeight()) * (line - 1), 0, 4 * qint64(lineHeight()));
 }
 
 int TextLineView::endColumn(int line) const

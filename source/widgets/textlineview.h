@@ -16,7 +16,7 @@ public:
         int line = 0;
         int column = 0;
 
-        auto operator<=>(const Place &other) const = default;
+        auto operator<=>(const Place &other) const = default; // NOLINT(modernize-use-nullptr): a false finding
     };
     static constexpr int Columns = 160; ///< of the contents; longer lines widen them when they are shown
 

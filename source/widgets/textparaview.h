@@ -24,7 +24,7 @@ public:
         int line = 0;
         int column = 0;
 
-        auto operator<=>(const Place &other) const = default;
+        auto operator<=>(const Place &other) const = default; // NOLINT(modernize-use-nullptr): a false finding
     };
     static constexpr int Columns = 160;    ///< of the contents
     static constexpr int LongestGap = 256; ///< paragraphs without lines that are passed over
