@@ -6,6 +6,7 @@
 #include "pythonindent.h"
 #include "textdocumenttemplate.h"
 #include "windowfixture.h"
+#include <QTemporaryFile>
 
 using namespace Qt::StringLiterals;
 
