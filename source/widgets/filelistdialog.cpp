@@ -2,7 +2,6 @@
 #include "propertyfileitem.h"
 #include "propertylist.h"
 #include "smallicons.h"
-#include <QDialogButtonBox>
 #include <QHeaderView>
 #include <QPushButton>
 #include <QToolButton>
@@ -31,14 +30,7 @@ FileListDialog::FileListDialog(const QString &caption, const QString &text, bool
     m_list->header()->resizeSection(0, 0);
     m_list->header()->setSectionResizeMode(0, QHeaderView::Fixed);
     layout->addWidget(m_list);
-    auto *buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);
-    buttons->button(QDialogButtonBox::Ok)->setText(tr("OK"));
-    buttons->button(QDialogButtonBox::Ok)->setObjectName(u"OkButton"_s);
-    buttons->button(QDialogButtonBox::Cancel)->setText(tr("Cancel"));
-    buttons->button(QDialogButtonBox::Cancel)->setObjectName(u"CancelButton"_s);
-    connect(buttons, &QDialogButtonBox::accepted, this, &FileListDialog::accept);
-    connect(buttons, &QDialogButtonBox::rejected, this, &FileListDialog::reject);
-    layout->addWidget(buttons);
+    layout->addLayout(makeDialogButtons());
     for (const QString &path : text.split(u';', Qt::SkipEmptyParts))
         addItem(path, lastItem());
     connect(m_list, &PropertyList::propertySelected, this, &FileListDialog::updateButtons);
@@ -68,6 +60,23 @@ QToolButton *FileListDialog::makeButton(const QString &name, const QString &tool
     return button;
 }
 
+/// In the order of all dialogs of the program, which is not that of every desktop.
+QLayout *FileListDialog::makeDialogButtons()
+{
+    auto *ok = new QPushButton(tr("OK"), this);
+    ok->setObjectName(u"OkButton"_s);
+    ok->setDefault(true);
+    connect(ok, &QPushButton::clicked, this, &FileListDialog::accept);
+    auto *cancel = new QPushButton(tr("Cancel"), this);
+    cancel->setObjectName(u"CancelButton"_s);
+    connect(cancel, &QPushButton::clicked, this, &FileListDialog::reject);
+    auto *buttons = new QHBoxLayout;
+    buttons->addStretch();
+    buttons->addWidget(ok);
+    buttons->addWidget(cancel);
+    return buttons;
+}
+
 PropertyItem *FileListDialog::addItem(const QString &path, ListViewItem *after)
 {
     const auto mode = m_directories ? PropertyFileItem::Directory : PropertyFileItem::File;
@@ -84,6 +93,7 @@ QString FileListDialog::text() const
     QStringList paths;
     for (int i = 0; i < m_list->topLevelItemCount(); ++i)
         paths += static_cast<PropertyItem *>(m_list->topLevelItem(i))->value().toString();
+    paths.removeAll(QString()); // rows that were added and not filled in
     return paths.join(u';');
 }
 

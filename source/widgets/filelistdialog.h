@@ -13,7 +13,7 @@ public:
     /// @p text has the paths, separated by ";".
     FileListDialog(const QString &caption, const QString &text, bool directories, QWidget *parent, const QString &name);
 
-    [[nodiscard]] QString text() const;
+    [[nodiscard]] QString text() const; ///< The paths, without empty ones, in the form of the constructor's text.
     void setBaseDirectory(const QString &directory); ///< Where file dialogs begin for a relative path.
     void accept() override;
 
@@ -26,6 +26,7 @@ public Q_SLOTS:
 
 private:
     void makeButtons();
+    [[nodiscard]] QLayout *makeDialogButtons();
     QToolButton *makeButton(const QString &name, const QString &toolTip, void (FileListDialog::*slot)());
     PropertyItem *addItem(const QString &path, ListViewItem *after);
     [[nodiscard]] ListViewItem *lastItem() const;

@@ -58,7 +58,7 @@ PropertyItem *makeFilledRow(const PropertyRecord &record, Parent *parent, ListVi
     PropertyItem *row = makeRow(record, parent, after);
     if (!row)
         return nullptr;
-    row->setChanged(record.m_changed);
+    row->setChanged(record.m_changed && !sameValue(record.m_value, record.m_loaded));
     row->setDescription(record.m_description);
     row->setKey(record.m_key);
     row->setWarning(record.problem());

@@ -462,6 +462,19 @@ private Q_SLOTS:
                                          u"Page: DejaVu Sans Mono 10 -- #112233 #dddddd"_s}));
     }
 
+    void takingTheSelectionAwayKeepsTheEdits()
+    {
+        open(m_values);
+        select(u"Keyword"_s);
+        click("ItalicCheckbox");
+        QTest::mouseClick(items()->viewport(), Qt::LeftButton, Qt::ControlModifier,
+                          items()->visualItemRect(items()->currentItem()).center());
+        QVERIFY(items()->selectedItems().isEmpty());
+        QCOMPARE(checked({"BoldCheckbox", "ItalicCheckbox"}), u"Bold, Italic"_s);
+        click("OKButton");
+        QCOMPARE(formats().at(2), u"Keyword: DejaVu Sans Mono 10 bi #112233 none"_s);
+    }
+
     void theButtonsShowTheColours()
     {
         open(m_values);

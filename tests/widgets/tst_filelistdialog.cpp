@@ -2,12 +2,31 @@
 #include "propertyfilelistitem.h"
 #include "propertylist.h"
 #include <QApplication>
+#include <QDialogButtonBox>
+#include <QLayout>
 #include <QLineEdit>
+#include <QProxyStyle>
 #include <QPushButton>
 #include <QTest>
 #include <QToolButton>
 
 using namespace Qt::StringLiterals;
+
+namespace {
+/// The style of a desktop that puts Cancel before OK.
+class CancelFirstStyle : public QProxyStyle
+{
+public:
+    CancelFirstStyle() : QProxyStyle(u"fusion"_s) {}
+    int styleHint(StyleHint hint, const QStyleOption *option, const QWidget *widget,
+                  QStyleHintReturn *data) const override
+    {
+        if (hint == SH_DialogButtonLayout)
+            return QDialogButtonBox::GnomeLayout;
+        return QProxyStyle::styleHint(hint, option, widget, data);
+    }
+};
+} // namespace
 
 class FileListDialogTest : public QObject
 {
@@ -61,6 +80,20 @@ private Q_SLOTS:
         QCOMPARE(list()->headerItem()->text(1), u"Directories"_s);
     }
 
+    void okStandsBeforeCancelOnEveryDesktop()
+    {
+        const QString before = QApplication::style()->name();
+        QApplication::setStyle(new CancelFirstStyle);
+        open(u"a"_s);
+        const auto *ok = m_dialog->findChild<QPushButton *>(u"OkButton"_s);
+        const auto *cancel = m_dialog->findChild<QPushButton *>(u"CancelButton"_s);
+        QVERIFY(ok->isDefault());
+        QVERIFY(ok->x() < cancel->x());
+        QCOMPARE(m_dialog->width() - cancel->geometry().right() - 1, m_dialog->layout()->contentsMargins().right());
+        m_dialog.reset();
+        QApplication::setStyle(before);
+    }
+
     void textKeepsOrderAndDropsEmptyParts_data()
     {
         QTest::addColumn<QString>("text");
@@ -88,6 +121,27 @@ private Q_SLOTS:
         QTest::mouseClick(m_dialog->findChild<QPushButton *>(u"OkButton"_s), Qt::LeftButton);
         QCOMPARE(m_dialog->result(), int(QDialog::Accepted));
         QCOMPARE(m_dialog->text(), u"a;new"_s);
+    }
+
+    void rowsLeftEmptyAreNotInTheText()
+    {
+        open(u"a;b"_s);
+        click("NewButton");
+        click("NewButton");
+        select(0);
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_A, Qt::ControlModifier);
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Delete);
+        QTest::mouseClick(m_dialog->findChild<QPushButton *>(u"OkButton"_s), Qt::LeftButton);
+        QCOMPARE(list()->topLevelItemCount(), 4);
+        QCOMPARE(m_dialog->text(), u"b"_s);
+    }
+
+    void cancelRejects()
+    {
+        open(u"a"_s);
+        QTest::mouseClick(m_dialog->findChild<QPushButton *>(u"CancelButton"_s), Qt::LeftButton);
+        QVERIFY(!m_dialog->isVisible());
+        QCOMPARE(m_dialog->result(), int(QDialog::Rejected));
     }
 
     void itemsMoveAndGo()

@@ -284,6 +284,16 @@ private Q_SLOTS:
         QCOMPARE(m_editor->value(u"colour"_s), u"red"_s); // what the user sees
     }
 
+    void valueTypedBackIsNotBoldAfterAnotherPage()
+    {
+        typeInto(row(u"Colour"_s), u"blue"_s);
+        typeInto(row(u"Colour"_s), u"red"_s);
+        tree()->setCurrentItem(page(u"Files"_s));
+        tree()->setCurrentItem(page(u"Code"_s));
+        QVERIFY(!row(u"Colour"_s)->isChanged());
+        QVERIFY(isChanged(u"colour"_s));
+    }
+
     void setValueEndsTheEditOfItsRowFirst()
     {
         list()->setFocus();

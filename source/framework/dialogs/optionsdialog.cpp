@@ -183,6 +183,8 @@ void OptionsDialog::formatSectionChanged()
 void OptionsDialog::formatItemChanged()
 {
     const QListWidgetItem *selected = m_ui->ItemList->selectedItems().value(0);
+    if (!selected && !m_currentItem.isEmpty())
+        return; // Ctrl and a click take the selection away: the item stays the current one, with its edits
     if (selected && selected->text() != m_currentItem) {
         applyTextFormat();
         m_currentItem = selected->text();
