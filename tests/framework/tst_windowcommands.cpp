@@ -244,6 +244,27 @@ private Q_SLOTS:
         QVERIFY(f.answers->said.isEmpty());
     }
 
+    // Properties
+
+    void filePropertiesAreThoseOfTheFileInFrontIfNoneIsSelected()
+    {
+        const WindowFixture f;
+        f.writeProject(u"fw.vnp"_s, {u"a.c"_s});
+        QVERIFY(f.window->openWorkspace(f.writeWorkspace(u"fw.vnw"_s, {u"fw.vnp"_s}), false));
+        f.window->fileProperties();
+        QCOMPARE(f.status(), u"No file of a project is selected"_s);
+        f.open(u"b.c"_s);
+        f.window->fileProperties();
+        QCOMPARE(f.answers->said, QStringList());
+        f.open(u"a.c"_s);
+        f.answers->meet([](QDialog *dialog) {
+            QCOMPARE(dialog->objectName(), u"propertyEditorDialog"_s);
+            dialog->reject();
+        });
+        f.window->fileProperties();
+        QVERIFY(f.answers->allGiven());
+    }
+
     // Looks
 
     void coloursThatNobodyChoseFollowTheDesktop()

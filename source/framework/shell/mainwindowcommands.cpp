@@ -75,7 +75,7 @@ void MainWindow::fileExit()
 
 void MainWindow::fileProperties()
 {
-    m_parts->navigator->showFileProperties();
+    m_parts->projectCommands->showFileProperties();
 }
 
 void MainWindow::fileRevert()

@@ -30,6 +30,8 @@ public:
     /// Saves what is modified of projects and workspace. False if something could not be saved.
     bool saveModified();
     void insertFiles(Project *project);
+    /// Shows the properties of the file that is selected in the navigator; if none is, of the file in the current view.
+    void showFileProperties();
     void insertProject();
 
     [[nodiscard]] const QStringList &recentWorkspaces() const { return m_recentWorkspaces.paths(); }
