@@ -28,7 +28,7 @@ bool allLoaded(const Activity &activity)
     return std::ranges::all_of(projects, [](const Project *project) { return project && project->openedOK(); });
 }
 
-/// The project that was read from @p path, by whatever path it was opened; null if there is none.
+/// The open project of the file @p path, also if it was opened by another path; null if there is none.
 const Project *projectOfFile(const Activity &activity, const QString &path)
 {
     const QString canonical = QFileInfo(path).canonicalFilePath();
@@ -219,8 +219,8 @@ bool ProjectCommands::offerToSave()
     return result;
 }
 
-/// A project that could not be loaded is empty: saved, it would take the place of the one in the file. One that is gone
-/// by now needs no saving.
+/// A project that could not be loaded is not saved: it is empty and would overwrite the file. Returns true for null, a
+/// project that was closed meanwhile.
 bool ProjectCommands::saveProject(Project *project)
 {
     if (!project || (project->openedOK() && project->save()))
