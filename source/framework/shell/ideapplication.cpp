@@ -99,7 +99,8 @@ QIcon IDEApplication::loadIcon(const QString &name) const
 
 ScriptDirectories IDEApplication::scriptDirectories() const
 {
-    return {path(PathPython).path(), path(PathUserData).filePath(u"python"_s)};
+    return {path(PathPython).path(), path(PathUserData).filePath(u"python"_s),
+            m_settings->value(u"Python/VirtualEnvironment"_s).toString()};
 }
 
 QStringList IDEApplication::plugins() const

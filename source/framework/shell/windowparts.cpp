@@ -221,6 +221,7 @@ void WindowParts::setUpCommands()
     toolsCommands = std::make_unique<ToolsCommands>(activity, services);
     optionsCommands = std::make_unique<OptionsCommands>(services, application()->path(PathConfig), formats.formats(),
                                                         debugControl->options(), *toolsCommands);
+    zoomCommands = std::make_unique<ZoomCommands>(services);
     sessions = std::make_unique<SessionKeeper>(activity, services);
     menus = std::make_unique<WindowMenus>(*this);
     QObject::connect(buildControl.get(), &BuildControl::compileAvailable, &window, &MainWindow::compileAvailable);
@@ -229,6 +230,7 @@ void WindowParts::setUpCommands()
     QObject::connect(toolsCommands.get(), &ToolsCommands::output, outputWindow->page(OutputWindow::Debug),
                      &OutputPage::outputLine);
     QObject::connect(optionsCommands.get(), &OptionsCommands::appearanceChanged, &window, [this] { formats.apply(); });
+    QObject::connect(zoomCommands.get(), &ZoomCommands::zoomChanged, &window, [this] { formats.apply(); });
     connectReports();
 }
 

@@ -23,6 +23,7 @@
 #include "windowgeometry.h"
 #include "windowmenus.h"
 #include "workspace.h"
+#include "zoomcommands.h"
 #include <QPointer>
 class DockWindow;
 class MainWindow;
@@ -75,6 +76,7 @@ struct WindowParts
     std::unique_ptr<PluginBinder> pluginBinder;
     std::unique_ptr<ToolsCommands> toolsCommands;
     std::unique_ptr<OptionsCommands> optionsCommands;
+    std::unique_ptr<ZoomCommands> zoomCommands;
     std::unique_ptr<SessionKeeper> sessions;
     std::unique_ptr<WindowMenus> menus;
 
