@@ -203,7 +203,11 @@ private Q_SLOTS:
     void everyCommandIsBound()
     {
         open(plainCommands() + toggleCommands(), {});
-        QCOMPARE(m_window->actions().size(), 88);
+        const QStringList zoom{u"viewZoomIn"_s, u"viewZoomOut"_s, u"viewZoomReset"_s}; // not in the UI file
+        int bound = 0;
+        for (const QAction *action : m_window->actions())
+            bound += zoom.contains(action->objectName()) ? 0 : 1;
+        QCOMPARE(bound, 88);
     }
 
     void everyCommandIsHarmlessWithNothingOpenHostile()
@@ -574,8 +578,8 @@ private Q_SLOTS:
     void menusWithoutAdditionsHaveTheItemsOfTheFile_data()
     {
         QTest::addColumn<QByteArray>("name");
-        for (const char *name : {"viewMenu", "windowMenu", "toolsMenu", "buildMenu", "debugWindowsMenu",
-                                 "buildConfigurationsMenu", "toolMacroMenu"})
+        for (const char *name :
+             {"windowMenu", "toolsMenu", "buildMenu", "debugWindowsMenu", "buildConfigurationsMenu", "toolMacroMenu"})
             QTest::newRow(name) << QByteArray(name);
     }
 
