@@ -21,6 +21,8 @@ public:
     /// Opens a workspace. False if it or one of its projects could not be loaded; in the latter case it is open. The
     /// status bar shows the progress and a failure.
     bool openWorkspace(const QString &path, bool addToRecent);
+    /// Creates a workspace file with one project, and opens it like openWorkspace().
+    bool createWorkspace(const QString &workspacePath, const QString &projectPath);
     /// Closes the open workspace, with the question about saving. False if the user refused, or if a document did: then
     /// the workspace is gone all the same.
     bool closeWorkspace();
@@ -31,6 +33,9 @@ public:
     bool saveModified();
     void insertFiles(Project *project);
     void insertProject();
+    /// Adds the project in a file to the open workspace, which must not be null. One that is in the workspace already
+    /// becomes the current one.
+    void addProject(const QString &path);
 
     [[nodiscard]] const QStringList &recentWorkspaces() const { return m_recentWorkspaces.paths(); }
     void saveRecentWorkspaces() const { m_recentWorkspaces.save(); }
