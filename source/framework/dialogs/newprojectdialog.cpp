@@ -43,7 +43,7 @@ NewProjectDialog::NewProjectDialog(NewProjectChoices choices, QWidget *parent, c
     m_ui->DescriptionLabel->setFixedHeight(DescriptionLines * metrics.lineSpacing());
     m_ui->TemplateIconView->setGridSize({CharactersOfName * metrics.averageCharWidth(),
                                          m_ui->TemplateIconView->iconSize().height() + 4 * metrics.lineSpacing()});
-    m_ui->TemplateSplitter->setSizes({1, 2}); // shares of the width
+    m_ui->TemplateSplitter->setSizes({210, 450});
     m_ui->LocationLineEdit->setText(QDir::toNativeSeparators(m_choices.location));
 
     connect(m_ui->TemplateListView, &QTreeWidget::currentItemChanged, this, &NewProjectDialog::templateFolderChanged);
@@ -68,6 +68,8 @@ void NewProjectDialog::setWorkspaceChoiceEnabled(bool enabled)
 {
     m_ui->CreateWorkspaceRadio->setEnabled(enabled);
     m_ui->AddWorkspaceRadio->setEnabled(enabled);
+    if (!enabled)
+        m_ui->CreateWorkspaceRadio->setChecked(true);
 }
 
 bool NewProjectDialog::addToWorkspace() const
