@@ -46,7 +46,7 @@ private Q_SLOTS:
         QTEST(combo(m_dialog, "AutomationCombo")->currentText(), "shown");
     }
 
-    void everyControlIsWired()
+    void everyControlChangesItsOption()
     {
         open({});
         showActive(m_dialog);

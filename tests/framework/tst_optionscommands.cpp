@@ -49,7 +49,7 @@ private:
                    + colour + "' bgColour='ffffff'/></s></f>");
     }
 
-    /// Opens the dialog, does @p use in it and presses a button of it.
+    /// Opens the dialog, calls @p use and presses a button of the dialog.
     void run(const std::function<void(QDialog *)> &use, const char *button)
     {
         DialogAnswers answers;
@@ -291,7 +291,7 @@ private Q_SLOTS:
         });
     }
 
-    void aToolGoesOnRunningWhenItsEntryIsEdited()
+    void toolKeepsRunningWhenItsEntryIsEdited()
     {
         ExternalTool *tool = m_tools->tools().add(u"A"_s, u"/bin/sleep"_s, u"30"_s, {});
         QVERIFY(tool->execute({}));
@@ -303,7 +303,7 @@ private Q_SLOTS:
         QTRY_VERIFY(!tool->isRunning());
     }
 
-    void aSecondCallWhileTheDialogIsOpenOpensNoOther()
+    void secondCallWhileTheDialogIsOpenOpensNoOtherDialog()
     {
         accept([this](QDialog *) {
             m_commands->showOptions();

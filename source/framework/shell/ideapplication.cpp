@@ -22,7 +22,7 @@ bool isAbsolutePicture(const QString &name)
     return name.startsWith(u'/') || name.startsWith(u'\\') || (name.size() > 1 && name[1] == u':');
 }
 
-/// Compiled-in pictures win over those of the installation.
+/// Compiled-in pictures take precedence over those of the installation.
 PictureFiles pictureFiles(const QDir &root, const QString &name)
 {
     if (isAbsolutePicture(name))

@@ -29,7 +29,7 @@ OptionsCommands::OptionsCommands(WindowServices &window, QDir config, TextFormat
 void OptionsCommands::showOptions()
 {
     if (m_dialog)
-        return m_dialog->raise(); // a script asks while it is open
+        return m_dialog->raise(); // called by a script while the dialog is open
     const QPointer<OptionsCommands> self(this);
     const QPointer<OptionsDialog> dialog =
         new OptionsDialog(values(), choices(), m_window.dialogParent(), u"optionsDialog"_s);

@@ -61,7 +61,7 @@ WindowParts::WindowParts(MainWindow &window)
     , status(window.statusBar())
 {}
 
-/// The views go before the kinds of their documents, and both before what they refer to.
+/// Deletes the views before the kinds of their documents, and both before the objects that they refer to.
 WindowParts::~WindowParts()
 {
     viewManager.reset();
@@ -80,7 +80,7 @@ void WindowParts::setUp()
     ui.setActionEnabled(u"windowTile"_s, viewManager->canTile());
     title = ui.title();
     setUpDocks();
-    // The labels change before the commands are informed, the caption after them.
+    // The labels are updated before the commands receive the signal, the caption after them.
     QObject::connect(&activity, &Activity::stateEntered, &window, [this](ActivityState state, ActivityState previous) {
         if (state != previous && !isDebugState(state))
             status.hideInfo();
@@ -197,7 +197,7 @@ void WindowParts::connectNavigator() const
     QObject::connect(viewManager.get(), &ViewManager::sourceChanged, navigator, &Navigator::helpSourceChanged);
 }
 
-/// Dock windows take their sizes as parts of the window's, so it must have the size that it will be shown in.
+/// The sizes of dock windows are parts of the window's size, so it must already have its final size.
 void WindowParts::restoreLayout() const
 {
     const QRect available = QGuiApplication::primaryScreen()->availableGeometry();
@@ -217,7 +217,7 @@ void WindowParts::startConsole()
 
 // Commands
 
-/// Signals of the activity reach the commands in the order in which these are made.
+/// The commands receive signals of the activity in the order in which they are created.
 void WindowParts::setUpCommands()
 {
     fileCommands = std::make_unique<FileCommands>(activity, services);
