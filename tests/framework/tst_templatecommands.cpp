@@ -56,7 +56,7 @@ struct TemplateFixture : WindowFixture
             dialog->findChild<QLineEdit *>(u"NameLineEdit"_s)->setText(name);
             if (last)
                 last(static_cast<NewProjectDialog *>(dialog));
-            dialog->accept();
+            QMetaObject::invokeMethod(dialog, "accept", Qt::QueuedConnection); // it may show a message itself
         });
     }
     static void add(NewProjectDialog *dialog)
@@ -95,7 +95,7 @@ struct TemplateFixture : WindowFixture
             dialog->findChild<QLineEdit *>(u"nameEdit"_s)->setText(name);
             if (last)
                 last(static_cast<NewFileDialog *>(dialog));
-            dialog->accept();
+            QMetaObject::invokeMethod(dialog, "accept", Qt::QueuedConnection); // it may show a message itself
         });
     }
     QStringList createFile(const QString &kind, const QString &name,

@@ -43,7 +43,7 @@ NewProjectDialog::NewProjectDialog(NewProjectChoices choices, QWidget *parent, c
     m_ui->DescriptionLabel->setFixedHeight(DescriptionLines * metrics.lineSpacing());
     m_ui->TemplateIconView->setGridSize({CharactersOfName * metrics.averageCharWidth(),
                                          m_ui->TemplateIconView->iconSize().height() + 4 * metrics.lineSpacing()});
-    m_ui->TemplateSplitter->setSizes({210, 450});
+    m_ui->TemplateSplitter->setSizes({240, 420});
     m_ui->LocationLineEdit->setText(QDir::toNativeSeparators(m_choices.location));
 
     connect(m_ui->TemplateListView, &QTreeWidget::currentItemChanged, this, &NewProjectDialog::templateFolderChanged);

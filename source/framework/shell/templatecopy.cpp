@@ -85,7 +85,7 @@ CopyResult copyTemplate(const TemplateCopy &copy, const OverwriteQuestion &ask)
     if (!overwriting.mayReplace(copy.projectPath, copy.name + u".vnp"_s))
         return {CopyOutcome::Cancelled};
     QFile::remove(copy.projectFile());
-    if (const CopyResult result = copyFiles(copy, overwriting); result.outcome != CopyOutcome::Done)
+    if (CopyResult result = copyFiles(copy, overwriting); result.outcome != CopyOutcome::Done)
         return result;
     return renameProject(copy) ? CopyResult{} : CopyResult{CopyOutcome::CannotRename, copy.projectFile()};
 }
