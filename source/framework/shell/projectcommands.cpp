@@ -71,6 +71,22 @@ QString workspacePathOf(const QString &projectPath)
     return projectPath.left(projectPath.lastIndexOf(u'.')) + u".vnw"_s;
 }
 
+/// Writes a workspace file with one project, which is in the list even if it cannot be loaded.
+bool writeWorkspace(const QString &workspacePath, const QString &projectPath)
+{
+    ProjectWorkspace workspace(workspacePath);
+    auto *project = new Project(QString(), QString());
+    project->load(projectPath);
+    workspace.addProject(project);
+    return workspace.save();
+}
+
+QString workspaceNotSaved()
+{
+    return ProjectCommands::tr("The workspace could not be saved.\n\n"
+                               "Please make sure that the workspace file is not read-only.");
+}
+
 } // namespace
 
 ProjectCommands::ProjectCommands(Activity &activity, WindowServices &window, QObject *parent)
@@ -122,13 +138,17 @@ bool ProjectCommands::openProject(const QString &path, bool addToRecent)
         showInformation(m_window.dialogParent(), tr("A corresponding workspace has been found.\n\n"
                                                     "It will be opened instead of the specified project."));
     } else {
-        ProjectWorkspace workspace(workspacePath);
-        auto *project = new Project(QString(), QString());
-        project->load(path);
-        workspace.addProject(project);
-        workspace.save();
+        (void)writeWorkspace(workspacePath, path);
     }
     return openWorkspace(workspacePath, addToRecent);
+}
+
+bool ProjectCommands::createWorkspace(const QString &workspacePath, const QString &projectPath)
+{
+    if (writeWorkspace(workspacePath, projectPath))
+        return openWorkspace(workspacePath, true);
+    showWarning(m_window.dialogParent(), workspaceNotSaved());
+    return false;
 }
 
 bool ProjectCommands::openWorkspace(const QString &path, bool addToRecent)
@@ -235,8 +255,7 @@ bool ProjectCommands::saveWorkspace()
 {
     if (!m_activity.workspace() || m_activity.workspace()->save())
         return true;
-    showWarning(m_window.dialogParent(), tr("The workspace could not be saved.\n\n"
-                                            "Please make sure that the workspace file is not read-only."));
+    showWarning(m_window.dialogParent(), workspaceNotSaved());
     return false;
 }
 
@@ -298,8 +317,13 @@ void ProjectCommands::insertProject()
     if (path.isEmpty() || !workspace)
         return;
     m_window.directories().remember(u"Projects"_s, path);
+    addProject(path);
+}
+
+void ProjectCommands::addProject(const QString &path)
+{
     if (const Project *present = projectOfFile(m_activity, path)) {
-        workspace->setCurrentProject(present);
+        m_activity.workspace()->setCurrentProject(present);
         return m_window.showMessage(tr("The project '%1' is in the workspace already.").arg(present->name()));
     }
     auto project = std::make_unique<Project>(QString(), QString());

@@ -9,6 +9,7 @@
 #include "outputwindow.h"
 #include "pictures.h"
 #include "plugindocuments.h"
+#include "project.h"
 #include "projectdropdown.h"
 #include "projectfile.h"
 #include "projectworkspace.h"
@@ -28,6 +29,15 @@ namespace {
 IDEApplication *application()
 {
     return IDEApplication::instance();
+}
+
+TemplateDirectories templateDirectories()
+{
+    const auto below = [](PathId id, const QString &folder) { return application()->path(id).filePath(folder); };
+    return {.installed = below(PathPlugInRoot, u"templates"_s),
+            .user = below(PathUserData, u"mytemplates"_s),
+            .files = below(PathData, u"filetemplates"_s),
+            .userFiles = below(PathUserData, u"filetemplates"_s)};
 }
 
 /// Optional: no warning if it is missing.
@@ -217,6 +227,7 @@ void WindowParts::setUpCommands()
     debugControl = std::make_unique<DebugControl>(activity, services, *buildControl);
     debugControl->options().load(*application()->settings());
     projectCommands = std::make_unique<ProjectCommands>(activity, services);
+    templateCommands = std::make_unique<TemplateCommands>(activity, services, *projectCommands, templateDirectories());
     pluginBinder = std::make_unique<PluginBinder>(activity, services);
     toolsCommands = std::make_unique<ToolsCommands>(activity, services);
     optionsCommands = std::make_unique<OptionsCommands>(services, application()->path(PathConfig), formats.formats(),
@@ -231,12 +242,13 @@ void WindowParts::setUpCommands()
                      &OutputPage::outputLine);
     QObject::connect(optionsCommands.get(), &OptionsCommands::appearanceChanged, &window, [this] { formats.apply(); });
     QObject::connect(zoomCommands.get(), &ZoomCommands::zoomChanged, &window, [this] { formats.apply(); });
+    QObject::connect(navigator, &Navigator::saveAsTemplate, templateCommands.get(), &TemplateCommands::saveAsTemplate);
     connectReports();
 }
 
 void WindowParts::disableUnavailableActions() const
 {
-    for (const QString &name : {u"fileNew"_s, u"projectNew"_s, u"helpSearch"_s, u"helpHome"_s})
+    for (const QString &name : {u"helpSearch"_s, u"helpHome"_s})
         ui.setActionEnabled(name, false);
 }
 

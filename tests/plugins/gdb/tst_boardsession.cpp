@@ -451,6 +451,7 @@ void tst_BoardSession::semihostingOutputIsShownAndExitEndsTheProgram()
     session.env->run();
     QVERIFY(session.waitFor(Env::ProgramFinished));
     QTRY_VERIFY2(output.contains("by semihosting\n"), output.constData());
+    QTRY_VERIFY2(output.contains("by a stream\n"), output.constData());
     QTRY_VERIFY2(session.events.text.contains(u"ended with code 5."_s), qPrintable(session.events.text));
     session.env->restart();
     QVERIFY(session.waitFor(Env::ProgramPaused));
