@@ -117,7 +117,7 @@ MemoryEditRange memoryEditRange(int addressDigits, int columns, int width)
 QString memoryLineText(const MemoryLine &line, int addressDigits, int width)
 {
     QString text;
-    text.reserve(addressDigits + line.cells.size() * (2 * width + 2) + 1);
+    text.reserve(addressDigits + line.cells.size() * qsizetype(2 * width + 2) + 1);
     appendHex(text, line.address, addressDigits);
     for (const MemoryCell &cell : line.cells) {
         text += u' ';
