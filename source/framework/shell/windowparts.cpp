@@ -1,4 +1,5 @@
 #include "windowparts.h"
+#include "debugcontents.h"
 #include "dockwindow.h"
 #include "documentkinds.h"
 #include "ideapplication.h"
@@ -177,6 +178,8 @@ void WindowParts::setUpDocks()
     outputDock = addDock(u"outputDockWindow"_s, MainWindow::tr("Output"), Qt::BottomDockWidgetArea);
     outputDock->setWidget(outputWindow);
     debugWindows = std::make_unique<DebugWindows>(activity, services);
+    addDebugContents(*debugWindows, activity);
+    formats.setDebugWindows(debugWindows.get());
     addDock(u"pythonOutputDockWindow"_s, MainWindow::tr("Python Output"), Qt::RightDockWidgetArea)->hide();
     window.setCorner(Qt::BottomLeftCorner, Qt::LeftDockWidgetArea);
     QObject::connect(outputWindow, &OutputWindow::lookupSource, &window, &MainWindow::lookupSource);

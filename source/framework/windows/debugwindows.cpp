@@ -54,6 +54,14 @@ void DebugWindows::setContent(Window window, MultiWidget *content)
     content->setPaused(m_activity.state() == StatePaused);
 }
 
+void DebugWindows::setAppearance(const PaneAppearance &appearance)
+{
+    for (const Entry &entry : m_windows) {
+        if (entry.content)
+            entry.content->setAppearance(appearance);
+    }
+}
+
 void DebugWindows::toggle(Window window)
 {
     Entry &entry = m_windows[window];
