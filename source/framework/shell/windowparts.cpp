@@ -1,9 +1,11 @@
 #include "windowparts.h"
+#include "debugcontents.h"
 #include "dockwindow.h"
 #include "documentkinds.h"
 #include "ideapplication.h"
 #include "mainwindow.h"
 #include "mdiviewmanager.h"
+#include "multiwatchwindow.h"
 #include "navigator.h"
 #include "outputpage.h"
 #include "outputwindow.h"
@@ -167,6 +169,7 @@ void WindowParts::setUpDocks()
     outputDock = addDock(u"outputDockWindow"_s, MainWindow::tr("Output"), Qt::BottomDockWidgetArea);
     outputDock->setWidget(outputWindow);
     debugWindows = std::make_unique<DebugWindows>(activity, services);
+    addDebugContents(*debugWindows, activity);
     addDock(u"pythonOutputDockWindow"_s, MainWindow::tr("Python Output"), Qt::RightDockWidgetArea)->hide();
     window.setCorner(Qt::BottomLeftCorner, Qt::LeftDockWidgetArea);
     QObject::connect(outputWindow, &OutputWindow::lookupSource, &window, &MainWindow::lookupSource);
@@ -222,6 +225,7 @@ void WindowParts::setUpCommands()
     optionsCommands = std::make_unique<OptionsCommands>(services, application()->path(PathConfig), formats.formats(),
                                                         debugControl->options(), *toolsCommands);
     sessions = std::make_unique<SessionKeeper>(activity, services);
+    keepWatches();
     menus = std::make_unique<WindowMenus>(*this);
     QObject::connect(buildControl.get(), &BuildControl::compileAvailable, &window, &MainWindow::compileAvailable);
     QObject::connect(projectCommands.get(), &ProjectCommands::sessionEndRequested, debugControl.get(),
@@ -230,6 +234,13 @@ void WindowParts::setUpCommands()
                      &OutputPage::outputLine);
     QObject::connect(optionsCommands.get(), &OptionsCommands::appearanceChanged, &window, [this] { formats.apply(); });
     connectReports();
+}
+
+void WindowParts::keepWatches() const
+{
+    auto *watches = debugWindows->dock(DebugWindows::Watches)->findChild<MultiWatchWindow *>();
+    sessions->addPart({u"watches"_s, [watches] { return watches->watches(); },
+                       [watches](const QJsonValue &value) { watches->setWatches(value.toObject()); }});
 }
 
 void WindowParts::disableUnavailableActions() const
