@@ -5,6 +5,7 @@
 #include "ideapplication.h"
 #include "mainwindow.h"
 #include "mdiviewmanager.h"
+#include "multiwatchwindow.h"
 #include "navigator.h"
 #include "outputpage.h"
 #include "outputwindow.h"
@@ -237,6 +238,7 @@ void WindowParts::setUpCommands()
                                                         debugControl->options(), *toolsCommands);
     zoomCommands = std::make_unique<ZoomCommands>(services);
     sessions = std::make_unique<SessionKeeper>(activity, services);
+    keepWatches();
     menus = std::make_unique<WindowMenus>(*this);
     QObject::connect(buildControl.get(), &BuildControl::compileAvailable, &window, &MainWindow::compileAvailable);
     QObject::connect(projectCommands.get(), &ProjectCommands::sessionEndRequested, debugControl.get(),
@@ -247,6 +249,13 @@ void WindowParts::setUpCommands()
     QObject::connect(zoomCommands.get(), &ZoomCommands::zoomChanged, &window, [this] { formats.apply(); });
     QObject::connect(navigator, &Navigator::saveAsTemplate, templateCommands.get(), &TemplateCommands::saveAsTemplate);
     connectReports();
+}
+
+void WindowParts::keepWatches() const
+{
+    auto *watches = debugWindows->dock(DebugWindows::Watches)->findChild<MultiWatchWindow *>();
+    sessions->addPart({u"watches"_s, [watches] { return watches->watches(); },
+                       [watches](const QJsonValue &value) { watches->setWatches(value.toObject()); }});
 }
 
 void WindowParts::disableUnavailableActions() const

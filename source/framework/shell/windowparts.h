@@ -87,6 +87,7 @@ private:
     void setUpToolBars();
     void setUpDocks();
     void setUpCommands();
+    void keepWatches() const;
     void disableUnavailableActions() const;
     void connectViews() const;
     void connectReports() const;

@@ -39,10 +39,12 @@ private:
     };
 
     void update(Window window);
+    void updateOthers(Window written);
     void visibilityChanged(Window window, bool visible);
     void setPaused(bool paused);
 
     const Activity &m_activity;
     WindowServices &m_services;
     std::array<Entry, WindowCount> m_windows;
+    bool m_updating = false; ///< a window is refreshed from here; otherwise a pane has written values
 };

@@ -81,6 +81,20 @@ void MultiWidget::workspaceChanged()
             addPane(project, tabbed);
     }
     currentProjectChanged();
+    if (m_paused && isVisible())
+        fillPanes();
+}
+
+/// Reads the values of new panes. A plug-in may call back and have panes removed.
+void MultiWidget::fillPanes()
+{
+    QList<QPointer<DebugPane>> panes;
+    for (DebugPane *pane : widgets())
+        panes += pane;
+    for (const QPointer<DebugPane> &pane : std::as_const(panes)) {
+        if (pane)
+            pane->update();
+    }
 }
 
 /// The environments are about to go.
@@ -108,6 +122,7 @@ void MultiWidget::addPane(Project *project, bool tabbed)
     DebugPane *pane = newPane(tabbed ? static_cast<QWidget *>(m_tabs) : this, environment, false);
     if (!pane)
         return;
+    pane->setObjectName(project->name() + u'/' + pane->objectName()); // test drivers find it by the project
     if (!tabbed)
         return showSinglePane(pane);
     const int index = m_tabs->addTab(pane, project->displayName().replace(u'&', QStringLiteral("&&")));

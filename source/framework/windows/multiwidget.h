@@ -31,9 +31,11 @@ protected:
     /// Creates a pane for @p environment, which is null for the idle pane. Null if the environment does not offer the
     /// data for the pane, unless @p force is true.
     virtual DebugPane *createWidget(QWidget *parent, IExecutionEnvironment *environment, bool force) = 0;
+    [[nodiscard]] const Activity &activity() const { return m_activity; }
 
 private:
     void removePanes();
+    void fillPanes();
     void addPane(Project *project, bool tabbed);
     DebugPane *newPane(QWidget *parent, IExecutionEnvironment *environment, bool force);
     void showSinglePane(DebugPane *pane);
