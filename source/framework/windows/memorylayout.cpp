@@ -124,7 +124,7 @@ QString memoryLineText(const MemoryLine &line, int addressDigits, int width)
         if (isShown(cell))
             appendHex(text, cell.value, 2 * width);
         else
-            text.resize(text.size() + 2 * width, u'?');
+            text.resize(text.size() + qsizetype(2) * width, u'?');
     }
     if (width != 1)
         return text;
