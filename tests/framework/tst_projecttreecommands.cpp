@@ -35,6 +35,15 @@ private:
         return data ? data->data(u"application/x-tarnprojectitems"_s) : QByteArray();
     }
 
+    /// A new folder "inner", which is listed below @p parent and in the root of the project "lib", where it has a row.
+    std::unique_ptr<ProjectFolder> folderInBothProjects(ProjectFolder *parent)
+    {
+        auto inner = std::make_unique<ProjectFolder>(u"inner"_s);
+        parent->addFolder(inner.get(), false);
+        m_lib->addFolder(inner.get(), false);
+        return inner;
+    }
+
     static QByteArray address(const void *object) { return "0x" + QByteArray::number(quintptr(object), 16) + '\n'; }
 
     static QMenu *menuUp() { return qobject_cast<QMenu *>(QApplication::activePopupWidget()); }
@@ -604,6 +613,38 @@ private Q_SLOTS:
         QVERIFY(m_signals.contains(u"no paste"_s));
         m_tree->paste();
         QCOMPARE(folderIn(m_fw->folders(), u"src"_s)->files().size(), 2);
+    }
+
+    void cutFolderIsNotPastedIntoItsOwnSubfolder()
+    {
+        ProjectFolder *src = folderIn(m_fw->folders(), u"src"_s);
+        const std::unique_ptr<ProjectFolder> inner = folderInBothProjects(src);
+        select(*m_tree, {u"src"_s});
+        m_tree->cut();
+        m_signals.clear();
+        select(*m_tree, {u"inner"_s});
+        QVERIFY(m_signals.contains(u"no paste"_s));
+        QVERIFY(!m_signals.contains(u"paste"_s));
+        m_tree->paste();
+        QVERIFY(!clipboardText().isEmpty());
+        select(*m_tree, {u" - fw"_s});
+        m_tree->paste();
+        QCOMPARE(treeOf(*m_fw), u"src/ \n  inner/ \n  main.c\n  adc.c\ndoc/ \nlink.ld\nboot.py\n"_s);
+        src->removeFolder(inner.get());
+        m_lib->removeFolder(inner.get());
+    }
+
+    void cutFolderThatIsDeletedInAnotherProjectIsNotPasted()
+    {
+        ProjectFolder *src = folderIn(m_fw->folders(), u"src"_s);
+        std::unique_ptr<ProjectFolder> inner = folderInBothProjects(src);
+        select(*m_tree, {u"inner"_s, u"link.ld"_s});
+        m_tree->cut();
+        src->removeFolder(inner.get());
+        inner.reset();
+        select(*m_tree, {u" - lib"_s});
+        m_tree->paste();
+        QCOMPARE(treeOf(*m_lib), u"math/ \n  fixed/ \n    q15.c\n  sin.c\nlink.ld\n"_s);
     }
 
     void fileCutWithItsFolderIsRemovedFromIt()

@@ -450,9 +450,16 @@ void ProjectTree::slotSelectionChanged()
     const ProjectTreeItem *item = selectedItem();
     const ProjectFile *file = fileOf(item);
     const bool canCut = item && item->rtti() != ProjectRTTI;
-    const bool canPaste = item && item->rtti() != FileRTTI && ProjectItemDrag::fromClipboard();
     const QString path = file ? file->path() : u""_s;
     Q_EMIT cutAvailable(canCut);
-    Q_EMIT pasteAvailable(canPaste);
+    Q_EMIT pasteAvailable(canPaste());
     Q_EMIT fileSelected(path);
+}
+
+/// A folder that lies in two projects may be selected in one of them while its parent in the other is on the clipboard.
+bool ProjectTree::canPaste() const
+{
+    const ProjectTreeItem *item = selectedItem();
+    const ProjectItemDrag *drag = ProjectItemDrag::fromClipboard();
+    return item && item->rtti() != FileRTTI && drag && allFitInto(drag->keptItems(), folderOf(item));
 }

@@ -123,7 +123,10 @@ private:
     [[nodiscard]] QString selectedPath() const;
 
     // Clipboard, drag and drop
+    [[nodiscard]] static bool allFitInto(const QList<ProjectItemDrag::Item> &items, const ProjectFolder *target);
+    [[nodiscard]] bool canPaste() const;
     [[nodiscard]] bool isInTree(const ProjectItemDrag::Item &item) const;
+    [[nodiscard]] QList<ProjectItemDrag::Item> itemsInTree(const QMimeData &data) const;
     void editModel(const std::function<void()> &work);
     [[nodiscard]] ProjectItemDrag *dragObject() const;
     [[nodiscard]] bool isOwnDrag(const QDropEvent *event) const;

@@ -202,7 +202,8 @@ void ProjectTree::cut()
 {
     auto *drag = new ProjectItemDrag(*this);
     QGuiApplication::clipboard()->setMimeData(drag);
-    const QList<ProjectItemDrag::Item> items = ProjectItemDrag::items(*drag);
+    const QList<ProjectItemDrag::Item> items = itemsInTree(*drag);
+    drag->keep(items);
     editModel([&] {
         for (const ProjectItemDrag::Item &item : items)
             item.takeOut();
@@ -219,7 +220,9 @@ void ProjectTree::paste()
     VARNEL_ASSERT(project);
     if (!project)
         return;
-    const QList<ProjectItemDrag::Item> items = ProjectItemDrag::items(*drag);
+    const QList<ProjectItemDrag::Item> items = drag->keptItems();
+    if (!allFitInto(items, target))
+        return; // they stay on the clipboard, which is the only place where they are
     editModel([&] {
         for (const ProjectItemDrag::Item &item : items)
             item.putInto(project, target, true);
@@ -241,9 +244,22 @@ void ProjectTree::remove()
     });
 }
 
+bool ProjectTree::allFitInto(const QList<ProjectItemDrag::Item> &items, const ProjectFolder *target)
+{
+    return std::ranges::all_of(items, [target](const auto &item) { return item.fitsInto(target); });
+}
+
 bool ProjectTree::isInTree(const ProjectItemDrag::Item &item) const
 {
     return item.folder ? m_folderItems.value(item.folder) : m_fileItems.value(item.file);
+}
+
+/// Without those that scripts have deleted during the drag, and those whose row has lost its object.
+QList<ProjectItemDrag::Item> ProjectTree::itemsInTree(const QMimeData &data) const
+{
+    QList<ProjectItemDrag::Item> items = ProjectItemDrag::items(data);
+    items.removeIf([this](const auto &item) { return !isInTree(item); });
+    return items;
 }
 
 /// Runs a function that changes the model; emits the signals about available commands once, at the end. If the current
