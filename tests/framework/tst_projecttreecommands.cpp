@@ -615,6 +615,19 @@ private Q_SLOTS:
         QCOMPARE(folderIn(m_fw->folders(), u"src"_s)->files().size(), 2);
     }
 
+    void pastedFilesNameTheSameFiles()
+    {
+        ProjectFile *link = fileIn(m_fw->rootFiles(), u"link.ld"_s);
+        ProjectFile *adc = fileIn(folderIn(m_fw->folders(), u"src"_s)->files(), u"adc.c"_s);
+        select(*m_tree, {u"src"_s, u"link.ld"_s});
+        m_tree->cut();
+        m_workspace->removeProject(m_fw); // the paths are relative to a project that is gone
+        select(*m_tree, {u" - lib"_s});
+        m_tree->paste();
+        QCOMPARE(link->path(), u"../fw/link.ld"_s);
+        QCOMPARE(adc->path(), u"../fw/adc.c"_s);
+    }
+
     void cutFolderIsNotPastedIntoItsOwnSubfolder()
     {
         ProjectFolder *src = folderIn(m_fw->folders(), u"src"_s);

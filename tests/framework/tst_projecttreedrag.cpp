@@ -286,7 +286,79 @@ private Q_SLOTS:
                                  "          adc.c\n"
                                  "          q15.c\n"
                                  "        sin.c\n"_s);
-        QCOMPARE(selected(*m_tree), QStringList{u"fixed"_s});
+        QCOMPARE(selected(*m_tree), (QStringList{u"doc"_s, u"adc.c"_s}));
+    }
+
+    void droppedItemsAreSelected()
+    {
+        open(*m_tree, {u"src"_s});
+        select(*m_tree, {u"adc.c"_s, u"boot.py"_s, u"src"_s});
+        drag([&] {
+            enter(payload());
+            moveTo(u"doc"_s);
+            dropOn(u"doc"_s);
+        });
+        QCOMPARE(selected(*m_tree), (QStringList{u"src"_s, u"adc.c"_s, u"boot.py"_s}));
+        QCOMPARE(m_tree->selectedItem()->parent()->text(0), u"doc"_s);
+    }
+
+    void droppedFilesNameTheSameFiles_data()
+    {
+        QTest::addColumn<QString>("path");
+        QTest::addColumn<QString>("moved");
+        QTest::newRow("in the directory") << u"a.c"_s << u"../fw/a.c"_s;
+        QTest::newRow("below it") << u"src/a.c"_s << u"../fw/src/a.c"_s;
+        QTest::newRow("above it") << u"../common/a.c"_s << u"../common/a.c"_s;
+        QTest::newRow("in the other directory") << u"../lib/a.c"_s << u"a.c"_s;
+        QTest::newRow("absolute") << u"/work/lib/a.c"_s << u"a.c"_s;
+        QTest::newRow("absolute with nothing in common") << u"c:/a.c"_s << u"../fw/c:/a.c"_s;
+    }
+    void droppedFilesNameTheSameFiles()
+    {
+        QFETCH(const QString, path);
+        QFETCH(const QString, moved);
+        auto *file = new ProjectFile(u"a.c"_s, path);
+        auto *inFolder = new ProjectFile(u"a.c"_s, path);
+        const QString meant = m_fw->absolutePath(path);
+        ProjectFolder *doc = folderIn(m_fw->folders(), u"doc"_s);
+        m_fw->addFile(file);
+        doc->addFolder(new ProjectFolder(u"inner"_s), false);
+        doc->folders().constFirst()->addFile(inFolder);
+        select(*m_tree, {u"a.c"_s, u"doc"_s});
+        drag([&] {
+            enter(payload());
+            moveTo(u" - lib"_s);
+            dropOn(u" - lib"_s);
+        });
+        QCOMPARE(file->path(), moved);
+        QCOMPARE(inFolder->path(), moved);
+        QCOMPARE(m_lib->absolutePath(file->path()), meant);
+    }
+
+    void fileListedInBothProjectsGetsAnAbsolutePath()
+    {
+        open(*m_tree, {u"src"_s});
+        ProjectFile *adc = fileIn(folderIn(m_fw->folders(), u"src"_s)->files(), u"adc.c"_s);
+        select(*m_tree, {u"adc.c"_s});
+        drag([&] {
+            enter(payload());
+            moveTo(u" - lib"_s);
+            expectAssert(u"m_files.find(file) >= 0"_s);
+            dropOn(u" - lib"_s);
+        });
+        QCOMPARE(adc->path(), u"/work/fw/adc.c"_s);
+    }
+
+    void moveWithinAProjectKeepsThePath()
+    {
+        ProjectFile *boot = fileIn(m_fw->rootFiles(), u"boot.py"_s);
+        select(*m_tree, {u"boot.py"_s});
+        drag([&] {
+            enter(payload());
+            moveTo(u"doc"_s);
+            dropOn(u"doc"_s);
+        });
+        QCOMPARE(boot->path(), u"boot.py"_s);
     }
 
     void innerItemDroppedOnAnotherProjectIsListedInBoth_data()

@@ -82,6 +82,15 @@ void ProjectItemDrag::Item::takeOut() const
         file->project()->removeFile(file);
 }
 
+/// An item that has been taken out is listed once less.
+void ProjectItemDrag::Item::rebase(const Project &to) const
+{
+    if (folder)
+        folder->rebase(base, to, folder->listings() > 0);
+    else
+        file->rebase(base, to, file->listings() > 0);
+}
+
 bool ProjectItemDrag::Item::fitsInto(const ProjectFolder *target) const
 {
     return !folder || !wouldContainItself(folder, target);
@@ -89,6 +98,8 @@ bool ProjectItemDrag::Item::fitsInto(const ProjectFolder *target) const
 
 void ProjectItemDrag::Item::putInto(Project *project, ProjectFolder *target, bool prepend) const
 {
+    if (!base.isNull())
+        rebase(*project);
     if (folder && target)
         target->addFolder(folder, prepend);
     else if (folder)

@@ -17,9 +17,12 @@ public:
     {
         ProjectFolder *folder;
         ProjectFile *file;
+        QString base = {}; ///< the directory of its project when it was taken out; null if it is new
 
         [[nodiscard]] Project *project() const;
         void takeOut() const; ///< Removes it from its folder or project; then it has no owner.
+        /// Rewrites the stored paths for a move to the project @p to: they name the same files.
+        void rebase(const Project &to) const;
         /// Whether it can be put into @p target: a folder not into itself. Null is the root of a project.
         [[nodiscard]] bool fitsInto(const ProjectFolder *target) const;
         /// Adds it to @p target, or to the root of @p project if that is null. Files are always appended.

@@ -133,6 +133,7 @@ private:
     [[nodiscard]] ProjectTreeItem *dropItemAt(const QPoint &position) const;
     void setDropItem(ProjectTreeItem *item);
     void scrollWhileDragging(int y);
+    void selectItems(const QList<ProjectItemDrag::Item> &items);
     void drop(const ProjectItemDrag::Item &item, Project *project, ProjectFolder *target);
 
     const Activity &m_activity;

@@ -259,6 +259,8 @@ QList<ProjectItemDrag::Item> ProjectTree::itemsInTree(const QMimeData &data) con
 {
     QList<ProjectItemDrag::Item> items = ProjectItemDrag::items(data);
     items.removeIf([this](const auto &item) { return !isInTree(item); });
+    for (ProjectItemDrag::Item &item : items)
+        item.base = item.project()->basePath();
     return items;
 }
 

@@ -65,6 +65,7 @@ void ProjectTree::dropEvent(QDropEvent *event)
     editModel([&] {
         for (const ProjectItemDrag::Item &item : items)
             drop(item, project, target);
+        selectItems(items);
     });
     event->setDropAction(Qt::MoveAction);
     event->accept();
@@ -86,6 +87,15 @@ void ProjectTree::drop(const ProjectItemDrag::Item &item, Project *project, Proj
     else
         item.project()->removeFile(item.file);
     item.putInto(project, target, false);
+}
+
+void ProjectTree::selectItems(const QList<ProjectItemDrag::Item> &items)
+{
+    clearSelection();
+    for (const ProjectItemDrag::Item &item : items) {
+        if (ProjectTreeItem *row = item.folder ? itemOf(item.folder) : itemOf(item.file))
+            row->setSelected(true);
+    }
 }
 
 bool ProjectTree::isOwnDrag(const QDropEvent *event) const
