@@ -1,4 +1,5 @@
 #include "textdocument.h"
+#include "callplugin.h"
 #include "highlightdriver.h"
 #include "swapfile.h"
 #include "syntaxhighlighter.h"
@@ -197,14 +198,19 @@ TextIndent *TextDocument::indenter() const
     return m_template->indenter();
 }
 
+QTextCharFormat TextDocument::format(int id) const
+{
+    return askPlugin("SyntaxHighlighter::format", [&] { return highlighter()->format(id); });
+}
+
 QColor TextDocument::paperColour() const
 {
-    return highlighter()->format(FormatId::Background).foreground().color();
+    return format(FormatId::Background).foreground().color();
 }
 
 QColor TextDocument::textColour() const
 {
-    return highlighter()->format(FormatId::Standard).foreground().color();
+    return format(FormatId::Standard).foreground().color();
 }
 
 int TextDocument::lineSpacing() const
@@ -215,7 +221,7 @@ int TextDocument::lineSpacing() const
 /// Sets the font and the tab stops of standard text, and highlights everything again.
 void TextDocument::applyFormats()
 {
-    const QFont font = highlighter()->format(FormatId::Standard).font();
+    const QFont font = format(FormatId::Standard).font();
     if (m_text->defaultFont() != font)
         m_text->setDefaultFont(font); // touches all lines
     QTextOption option = m_text->defaultTextOption();

@@ -69,6 +69,7 @@ Q_SIGNALS:
 
 private:
     void setFormat(const TextFileFormat &format);
+    [[nodiscard]] QTextCharFormat format(int id) const;
     void applyFormats();
     void releaseRawText();
     void searchBracket();

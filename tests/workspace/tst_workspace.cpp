@@ -264,6 +264,52 @@ private Q_SLOTS:
         QVERIFY(!f.workspace.anyModified());
     }
 
+    void exceptionInCanOpenCountsAsNo()
+    {
+        Fixture f;
+        f.c->throwing = "canOpen";
+        QTest::ignoreMessage(QtWarningMsg, "DocumentTemplate::canOpen: an exception has left the plug-in (boom)");
+        QVERIFY(f.workspace.openDocument(u"/x/a.c"_s, true));
+        QCOMPARE(f.document(u"/x/a.c"_s)->documentTemplate(), f.any);
+    }
+
+    void exceptionWhileOpeningIsShown_data()
+    {
+        QTest::addColumn<QByteArray>("function");
+        QTest::addColumn<QByteArray>("operation");
+        QTest::newRow("createDocument") << QByteArray("createDocument") << QByteArray("createDocument");
+        QTest::newRow("open") << QByteArray("open") << QByteArray("createDocument");
+        QTest::newRow("createView") << QByteArray("createView") << QByteArray("createView");
+    }
+    void exceptionWhileOpeningIsShown()
+    {
+        QFETCH(const QByteArray, function);
+        QFETCH(const QByteArray, operation);
+        Fixture f;
+        f.c->throwing = function;
+        const BoxAnswers box({QMessageBox::Ok});
+        QTest::ignoreMessage(
+            QtWarningMsg,
+            QByteArray("DocumentTemplate::" + operation + ": an exception has left the plug-in (boom)").constData());
+        if (function == "createView")
+            QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"^ASSERT: \"view\""_s));
+        QVERIFY(!f.workspace.openDocument(u"/x/a.c"_s, true));
+        QCOMPARE(box.texts, QStringList{u"The following file could not be opened:\n/x/a.c"_s});
+        QVERIFY(f.workspace.documents().isEmpty());
+        QVERIFY(f.manager.views().isEmpty());
+    }
+
+    void exceptionInANewViewKeepsTheFirstView()
+    {
+        Fixture f;
+        QVERIFY(f.workspace.openDocument(u"/x/a.c"_s, true));
+        f.c->throwing = "createView";
+        QTest::ignoreMessage(QtWarningMsg, "DocumentTemplate::createView: an exception has left the plug-in (boom)");
+        QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"^ASSERT: \"newView\""_s));
+        f.manager.newView();
+        QCOMPARE(f.titles(), u"a.c"_s);
+    }
+
     void documentModifiedIsEmittedOnChangesOnly()
     {
         QStringList log;

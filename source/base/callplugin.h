@@ -2,10 +2,10 @@
 #include <exception>
 #include <type_traits>
 
-/// Tells the warning channel that an exception has left a plug-in.
+/// Reports on the warning channel that an exception has left a plug-in.
 void warnOfException(const char *operation, const char *what);
 
-/// Makes a call into a plug-in. An exception, which must not leave one, ends here: it is told on the warning channel
+/// Makes a call into a plug-in. An exception, which must not leave one, ends here: it is reported on the warning channel
 /// with @p operation, "Class::method", and the result is false.
 template <typename Call>
 bool runPlugin(const char *operation, const Call &call)
