@@ -2,6 +2,7 @@
 #include "windowfixture.h"
 #include "windowmenus.h"
 #include <QPrintDialog>
+#include <sys/stat.h>
 
 using namespace Qt::StringLiterals;
 
@@ -439,6 +440,18 @@ private Q_SLOTS:
                                                "e")});
         f.window->editInsertFile();
         QCOMPARE(f.text(), u"Gr\u00fc\u00dfe"_s);
+    }
+
+    void pipeIsNotInserted()
+    {
+        const WindowFixture f;
+        f.open(u"a.c"_s, "old");
+        QCOMPARE(::mkfifo(QFile::encodeName(f.path(u"pipe"_s)).constData(), 0600), 0);
+        f.answers->choose({f.path(u"pipe"_s)});
+        f.answers->press(QMessageBox::Ok);
+        f.window->editInsertFile();
+        QCOMPARE(f.answers->said.value(1), u"Could not open file:/n/n"_s + f.path(u"pipe"_s));
+        QCOMPARE(f.text(), u"old"_s);
     }
 
     void aFileThatCannotBeInsertedIsToldWithItsSlashes()

@@ -139,6 +139,16 @@ private Q_SLOTS:
         QCOMPARE(files(f.state), QStringList());
     }
 
+    void copyHasTheCharactersThatTheKernelReserves()
+    {
+        const Fixture f;
+        f.document->recover(u"a\u2029b\n\uFDD0"_s);
+        f.swap->flush();
+        const QFileInfoList copies = QDir(f.state).entryInfoList({u"*.swap"_s});
+        QCOMPARE(copies.size(), 1);
+        QCOMPARE(recoverText({copies.first().filePath(), {}, {}}), u"a\u2029b\n\uFDD0"_s);
+    }
+
     void undoRemovesTheCopy()
     {
         Fixture f;

@@ -11,7 +11,6 @@
 #include "windowservices.h"
 #include "workspace.h"
 #include <QDir>
-#include <QFile>
 #include <QFileInfo>
 
 using namespace Qt::StringLiterals;
@@ -169,9 +168,8 @@ void FileCommands::insertFile()
     if (path.isEmpty())
         return;
     m_window.directories().remember(u"Files"_s, path);
-    QFile file(path);
-    if (file.open(QIODevice::ReadOnly))
-        m_window.viewManager()->insertInCurrent(decodeText(file.readAll()).text);
+    if (const std::optional<QByteArray> bytes = readFile(path))
+        m_window.viewManager()->insertInCurrent(decodeText(*bytes).text);
     else
         showWarning(m_window.dialogParent(), tr("Could not open file:/n/n%1").arg(path));
 }
