@@ -122,10 +122,45 @@ void FileCommands::saveAs()
     const QString path = askForSaveFile(
         m_window.dialogParent(), {u"saveFileDialog"_s, tr("Save File"), QFileInfo(document->filename()).absolutePath(),
                                   u"Source Files (*.c *.cpp *.h *.kor);;Python Files (*.py);;All Files (*.*)"_s});
-    if (path.isEmpty() || !document)
+    if (path.isEmpty() || !document || !closeOthersOn(path, document) || !document)
         return;
     document->saveAs(path);
     m_window.directories().remember(u"Files"_s, path);
+}
+
+/// Two documents on one file would overwrite each other's changes. False if the user keeps another one open.
+bool FileCommands::closeOthersOn(const QString &path, const Document *document)
+{
+    const QPointer<Document> other = otherDocumentOn(path, document);
+    if (!other)
+        return true;
+    const QString question = other->modified()
+                                 ? tr("The following file is open and has unsaved changes:\n\n%1\n\n"
+                                      "Are you sure that you want to discard them and to overwrite the file?")
+                                 : tr("The following file is open:\n\n%1\n\n"
+                                      "Are you sure that you want to close it and to overwrite it?");
+    const auto answer = showInformation(m_window.dialogParent(), question.arg(QDir::toNativeSeparators(path)),
+                                        {QMessageBox::Ok, QMessageBox::Cancel});
+    if (answer != QMessageBox::Ok)
+        return false;
+    if (other) {
+        other->setModified(false); // its views would ask
+        m_window.viewManager()->closeDocument(other);
+    }
+    return true;
+}
+
+Document *FileCommands::otherDocumentOn(const QString &path, const Document *document) const
+{
+    const QString canonical = QFileInfo(path).canonicalFilePath();
+    const auto isSame = [&](Document *other) {
+        const QString name = other->filename();
+        return other != document
+               && (name == path || (!canonical.isEmpty() && QFileInfo(name).canonicalFilePath() == canonical));
+    };
+    const QList<Document *> &documents = m_window.workspace()->documents();
+    const auto found = std::ranges::find_if(documents, isSame);
+    return found == documents.end() ? nullptr : *found;
 }
 
 QList<Document *> FileCommands::newerDocuments() const

@@ -41,6 +41,8 @@ Q_SIGNALS:
 private:
     bool openAndRemember(const QString &path);
     [[nodiscard]] QList<Document *> newerDocuments() const;
+    [[nodiscard]] bool closeOthersOn(const QString &path, const Document *document);
+    [[nodiscard]] Document *otherDocumentOn(const QString &path, const Document *document) const;
 
     const Activity &m_activity;
     WindowServices &m_window;
