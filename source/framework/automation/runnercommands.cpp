@@ -205,9 +205,11 @@ QString RunnerCommands::doAction(CommandWords &words) const
     return Ok;
 }
 
+/// The first one, each object before its children and those before the next object: a single search of the toolkit
+/// would look at all children first.
 QObject *RunnerCommands::findChild(const QString &name) const
 {
-    return m_mainWidget && !name.isEmpty() ? m_mainWidget->findChild<QObject *>(name) : nullptr;
+    return m_mainWidget && !name.isEmpty() ? m_mainWidget->findChildren<QObject *>(name).value(0) : nullptr;
 }
 
 QObject *RunnerCommands::findObject(const QString &name) const
