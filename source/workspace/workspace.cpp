@@ -181,12 +181,12 @@ bool Workspace::load(DocumentTemplate *docTemplate, Loader loader, const QString
 bool Workspace::show(DocumentTemplate *docTemplate, std::unique_ptr<Document> loaded, bool activate,
                      Placement placement)
 {
-    Document *doc = loaded.get();
+    const QPointer<Document> doc = loaded.get();
+    const QString filename = doc->filename();
     addDocument(loaded.release());
     View *view = askPlugin("DocumentTemplate::createView", [&] { return docTemplate->createView(doc); });
     VARNEL_ASSERT(view);
     if (!view) {
-        const QString filename = doc->filename();
         delete doc; // nothing else would
         warnNotOpened(filename);
         return false;
