@@ -363,9 +363,10 @@ void ProjectTree::forgetChildren(const QTreeWidgetItem *item)
     for (int i = 0; i < item->childCount(); ++i) {
         const auto *child = static_cast<const ProjectTreeItem *>(item->child(i));
         forgetChildren(child);
-        if (isFolder(child))
+        // An object that lies in two projects has another row, which stays.
+        if (isFolder(child) && m_folderItems.value(child->object<ProjectFolder>()) == child)
             m_folderItems.remove(child->object<ProjectFolder>());
-        else
+        else if (!isFolder(child) && m_fileItems.value(child->object<ProjectFile>()) == child)
             m_fileItems.remove(child->object<ProjectFile>());
     }
 }
