@@ -43,7 +43,7 @@ void ProjectFile::read(ProjectXmlReader &xml)
         if (xml.isAt("properties"_L1))
             m_properties.read(xml);
         else
-            xml.skipCurrentElement();
+            xml.skipForeignElement();
     }
 }
 

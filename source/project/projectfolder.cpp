@@ -152,10 +152,11 @@ void ProjectFolder::read(ProjectXmlReader &xml)
             folder = child;
             if (++depth > MaximumDepth)
                 xml.raiseError(u"Folders are nested too deeply."_s);
-        } else {
-            if (xml.isAt("extension"_L1))
-                folder->m_extensions += xml.sharedAttribute("name"_L1);
+        } else if (xml.isAt("extension"_L1)) {
+            folder->m_extensions += xml.sharedAttribute("name"_L1);
             xml.skipCurrentElement();
+        } else {
+            xml.skipForeignElement();
         }
     }
 }

@@ -465,7 +465,7 @@ private Q_SLOTS:
         const WindowFixture f;
         QVERIFY(!f.window->openProject(f.path(u"gone/fw.vnp"_s), true));
         QVERIFY(!f.window->projectWorkspace());
-        QCOMPARE(f.status(), u"The workspace %1 could not be opened."_s.arg(f.path(u"gone/fw.vnw"_s)));
+        QCOMPARE(f.status(), u"The project %1 could not be opened."_s.arg(f.path(u"gone/fw.vnp"_s)));
     }
 
     // The open command

@@ -4,6 +4,8 @@
 #include "lastdirectories.h"
 #include "messages.h"
 #include "project.h"
+#include "projectsaving.h"
+#include "projectworkspace.h"
 #include "questions.h"
 #include "textfile.h"
 #include "varnelassert.h"
@@ -103,11 +105,7 @@ void FileCommands::save()
         return;
     if (document->isNewerOnDisk()) {
         m_changeCheck.noteTold(document);
-        const QString question = tr("A newer version of this file exists on disk:\n\n%1\n\n"
-                                    "Are you sure that you want to overwrite the newer version?");
-        if (showInformation(m_window.dialogParent(), question.arg(document->filename()),
-                            {QMessageBox::Ok, QMessageBox::Cancel})
-            != QMessageBox::Ok)
+        if (!::mayOverwriteNewer(m_window.dialogParent(), document->filename()))
             return;
     }
     if (document)
@@ -181,12 +179,22 @@ bool FileCommands::mayOverwriteNewer()
         m_changeCheck.noteTold(document);
         paths.append(document->filename());
     }
-    const QString question = tr("Newer versions of the following files exists on disk:\n\n%1\n\n"
-                                "Are you sure that you want to overwrite them?");
-    return paths.isEmpty()
-           || showInformation(m_window.dialogParent(), question.arg(paths.join(u'\n')),
-                              {QMessageBox::Ok, QMessageBox::Cancel})
-                  == QMessageBox::Ok;
+    paths += newerProjectFiles();
+    return ::mayOverwriteNewer(m_window.dialogParent(), paths);
+}
+
+/// Those that have changes, which saving all would write.
+QStringList FileCommands::newerProjectFiles() const
+{
+    QStringList paths;
+    for (const QPointer<Project> &project : m_activity.projects()) {
+        if (project && project->isModified() && project->isNewerOnDisk())
+            paths.append(project->fileName());
+    }
+    const ProjectWorkspace *workspace = m_activity.workspace();
+    if (workspace && workspace->isModified() && workspace->isNewerOnDisk())
+        paths.append(workspace->fileName());
+    return paths;
 }
 
 void FileCommands::print()

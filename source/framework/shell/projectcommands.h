@@ -1,8 +1,10 @@
 #pragma once
+#include "projectfilecheck.h"
 #include "recentfilelist.h"
 #include <QObject>
 class Activity;
 class Project;
+class ProjectWorkspace;
 class WindowServices;
 
 /// Opens and closes workspaces and projects, and saves what they hold.
@@ -16,7 +18,8 @@ public:
     /// Asks for a workspace or a project and opens it, in place of the open one.
     void open();
     void openRecent(int index);
-    /// Opens the workspace beside a project file, which is made if it is not there.
+    /// Opens the workspace beside a project file, which is made if it is not there. Where it cannot be written the
+    /// project is opened all the same, in a workspace without a file.
     bool openProject(const QString &path, bool addToRecent);
     /// Opens a workspace. False if it or one of its projects could not be loaded; in the latter case it is open. The
     /// status bar shows the progress and a failure.
@@ -27,10 +30,12 @@ public:
 
     /// Saves all projects and the workspace, modified or not.
     void save();
-    /// Saves what is modified of projects and workspace. False if something could not be saved.
+    /// Saves what is modified of projects and workspace, also over newer files. False if something could not be saved.
     bool saveModified();
     void insertFiles(Project *project);
     void insertProject();
+    /// Offers to reload project and workspace files that other programs have changed.
+    void checkFileChanges();
 
     [[nodiscard]] const QStringList &recentWorkspaces() const { return m_recentWorkspaces.paths(); }
     void saveRecentWorkspaces() const { m_recentWorkspaces.save(); }
@@ -39,9 +44,9 @@ Q_SIGNALS:
     void sessionEndRequested(); ///< The debug session has to end before the workspace is closed.
 
 private:
-    [[nodiscard]] bool saveProject(Project *project);
-    [[nodiscard]] bool saveWorkspace();
     [[nodiscard]] bool offerToSave();
+    bool show(std::unique_ptr<ProjectWorkspace> workspace, const QString &path, bool addToRecent);
+    bool refuse(const QString &message);
     void rememberDirectories(const QString &path);
     void showProjectBeingOpened(const Project *project);
     void showOutcome();
@@ -49,4 +54,5 @@ private:
     Activity &m_activity;
     WindowServices &m_window;
     RecentFileList m_recentWorkspaces;
+    ProjectFileCheck m_fileCheck;
 };

@@ -85,6 +85,7 @@ ProjectTree::ProjectTree(const Activity &activity, WindowServices &window, QWidg
     m_pyFileMenu->addSeparator();
     m_pyFileMenu->addAction(tr("&Run"), this, [this] { runPyFile(); });
 
+    connect(&activity, &Activity::projectReloading, this, &ProjectTree::releaseWorkspace);
     m_showTimer.setSingleShot(true);
     m_showTimer.setInterval(0);
     connect(&m_showTimer, &QTimer::timeout, this, [this] { scrollTo(m_itemToShow); });
