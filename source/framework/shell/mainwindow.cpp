@@ -159,6 +159,11 @@ bool MainWindow::closeWorkspace()
     return m_parts->projectCommands->closeWorkspace();
 }
 
+void MainWindow::runScriptsUnasked()
+{
+    m_parts->projectCommands->runScriptsUnasked();
+}
+
 void MainWindow::disableSessions()
 {
     m_parts->sessions->disable();

@@ -32,8 +32,9 @@ public:
     /// False if the user refused, or if a document did: then the workspace is gone all the same.
     bool closeWorkspace();
 
-    void disableSessions(); ///< What was open is neither remembered nor opened again.
-    void continueLastRun(); ///< Opens what was open when the program ended, and offers what a crash has left.
+    void runScriptsUnasked(); ///< Scripts of workspaces run without a question.
+    void disableSessions();   ///< What was open is neither remembered nor opened again.
+    void continueLastRun();   ///< Opens what was open when the program ended, and offers what a crash has left.
 
     [[nodiscard]] Activity &activity() const;
     [[nodiscard]] ProjectWorkspace *projectWorkspace() const; ///< Null while no workspace is open.
@@ -89,6 +90,7 @@ public Q_SLOTS:
     void projectInsertProject();
     void projectProperties();
     void projectPropertiesAlt();
+    void projectForgetTrust();
     // Build
     void buildCompileFile();
     void buildBuild();

@@ -56,6 +56,7 @@ ProjectCommands::ProjectCommands(Activity &activity, WindowServices &window, QOb
     , m_activity(activity)
     , m_window(window)
     , m_recentWorkspaces(u"RecentFiles/Workspace"_s, &window.settings())
+    , m_trust(window)
     , m_fileCheck(activity, window)
 {
     m_recentWorkspaces.load();
@@ -148,11 +149,27 @@ bool ProjectCommands::show(std::unique_ptr<ProjectWorkspace> workspace, const QS
     const bool mayPopulate = populateWorkspace(m_activity);
     if (QAction *repopulate = m_window.action(u"projectRepopulate"_s))
         repopulate->setVisible(mayPopulate);
-    runProjectScripts(m_activity, [this](const QString &script) { m_window.runPyFile(script); });
+    runScripts();
     if (!opened)
         return false;
     m_window.fireEvent(u"onWorkspaceLoaded"_s);
     return true;
+}
+
+void ProjectCommands::runScripts()
+{
+    const QPointer<ProjectWorkspace> workspace(m_activity.workspace()); // it may close during the question
+    if (workspace && hasProjectScripts(m_activity) && m_trust.mayRun(workspace->fileName()) && workspace)
+        runProjectScripts(m_activity, [this](const QString &script) { m_window.runPyFile(script); });
+}
+
+void ProjectCommands::forgetTrust()
+{
+    if (!m_activity.workspace())
+        return;
+    m_window.showMessage(m_trust.forget(m_activity.workspace()->fileName())
+                             ? tr("You will be asked again when a workspace in this folder names scripts to be run.")
+                             : tr("There is no answer for this folder that could be forgotten."));
 }
 
 void ProjectCommands::checkFileChanges()

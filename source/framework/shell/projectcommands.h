@@ -1,6 +1,7 @@
 #pragma once
 #include "projectfilecheck.h"
 #include "recentfilelist.h"
+#include "scripttrust.h"
 #include <QObject>
 class Activity;
 class Project;
@@ -37,6 +38,10 @@ public:
     /// Offers to reload project and workspace files that other programs have changed.
     void checkFileChanges();
 
+    void runScriptsUnasked() { m_trust.setUnattended(); } ///< No user is there to answer questions.
+    /// Forgets whether the scripts of the open workspace are trusted.
+    void forgetTrust();
+
     [[nodiscard]] const QStringList &recentWorkspaces() const { return m_recentWorkspaces.paths(); }
     void saveRecentWorkspaces() const { m_recentWorkspaces.save(); }
 
@@ -47,6 +52,7 @@ private:
     [[nodiscard]] bool offerToSave();
     bool show(std::unique_ptr<ProjectWorkspace> workspace, const QString &path, bool addToRecent);
     bool refuse(const QString &message);
+    void runScripts();
     void rememberDirectories(const QString &path);
     void showProjectBeingOpened(const Project *project);
     void showOutcome();
@@ -54,5 +60,6 @@ private:
     Activity &m_activity;
     WindowServices &m_window;
     RecentFileList m_recentWorkspaces;
+    ScriptTrust m_trust;
     ProjectFileCheck m_fileCheck;
 };
