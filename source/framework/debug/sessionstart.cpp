@@ -33,7 +33,7 @@ bool SessionStart::start(bool attachOnly)
 bool SessionStart::prepare()
 {
     const QPointer<ProjectWorkspace> workspace(m_activity.workspace()); // another one may be open after a question
-    m_build.clearBuildStopped(); // of a build that has nothing to do with this session
+    m_build.clearBuildStopped();                                        // from an earlier build
     m_window.showOutputDock();
     if (!m_window.fileSaveAll() || !workspace || !m_activity.currentProject())
         return false;
@@ -78,7 +78,7 @@ bool SessionStart::offerRebuild()
     return m_activity.currentProject() && isUpToDate();
 }
 
-/// Closing the workspace, and so ending the program, ends the building state as well.
+/// Closing the workspace, and so the end of the program, ends the building state as well.
 void SessionStart::waitForBuild() const
 {
     while (m_activity.state() == StateBuilding)
@@ -105,7 +105,7 @@ bool SessionStart::startProjects(bool attachOnly)
     return true;
 }
 
-/// A project that starts after the current one has reported puts the state back to initialising.
+/// A project that starts after the current one has reported sets the state back to initialising.
 void SessionStart::adoptReportedState()
 {
     if (m_activity.state() != StateInitialising)

@@ -104,7 +104,7 @@ void FileCommands::save()
     if (!document)
         return;
     if (document->isNewerOnDisk()) {
-        m_changeCheck.noteTold(document);
+        m_changeCheck.noteReported(document);
         if (!::mayOverwriteNewer(m_window.dialogParent(), document->filename()))
             return;
     }
@@ -176,7 +176,7 @@ bool FileCommands::mayOverwriteNewer()
 {
     QStringList paths;
     for (Document *document : newerDocuments()) {
-        m_changeCheck.noteTold(document);
+        m_changeCheck.noteReported(document);
         paths.append(document->filename());
     }
     paths += newerProjectFiles();

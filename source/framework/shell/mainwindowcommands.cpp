@@ -16,7 +16,7 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-/// For commands whose actions are disabled; scripts can call them all the same.
+/// For commands whose actions are disabled; scripts can still call them.
 void warnUnavailable(const char *command)
 {
     qWarning("MainWindow::%s: not available", command);
@@ -75,7 +75,7 @@ void MainWindow::fileExit()
 
 void MainWindow::fileProperties()
 {
-    m_parts->navigator->showFileProperties();
+    m_parts->projectCommands->showFileProperties();
 }
 
 void MainWindow::fileRevert()

@@ -1,7 +1,10 @@
 #include "projectcommands.h"
 #include "activity.h"
+#include "document.h"
+#include "editproperties.h"
 #include "lastdirectories.h"
 #include "messages.h"
+#include "navigator.h"
 #include "population.h"
 #include "project.h"
 #include "projectfile.h"
@@ -9,6 +12,7 @@
 #include "projectworkspace.h"
 #include "questions.h"
 #include "varnelassert.h"
+#include "view.h"
 #include "viewmanager.h"
 #include "windowservices.h"
 #include <algorithm>
@@ -25,7 +29,7 @@ bool allLoaded(const Activity &activity)
     return std::ranges::all_of(projects, [](const Project *project) { return project && project->openedOK(); });
 }
 
-/// The project that was read from @p path, by whatever path it was opened; null if there is none.
+/// The open project of the file @p path, also if it was opened by another path; null if there is none.
 const Project *projectOfFile(const Activity &activity, const QString &path)
 {
     const QString canonical = QFileInfo(path).canonicalFilePath();
@@ -36,7 +40,26 @@ const Project *projectOfFile(const Activity &activity, const QString &path)
     return nullptr;
 }
 
+/// The file that @p view shows, in the current project or else in another one; null if it is in no project.
+ProjectFile *fileInView(const Activity &activity, View *view)
+{
+    if (!view)
+        return nullptr;
+    QList<QPointer<Project>> projects = activity.projects();
+    projects.prepend(activity.currentProject());
+    for (const QPointer<Project> &project : std::as_const(projects)) {
+        const QList<ProjectFile *> files = project ? project->files({}, nullptr) : QList<ProjectFile *>();
+        const auto found = std::ranges::find_if(files, [&](const ProjectFile *file) {
+            return project->absolutePath(file->path()) == view->document()->filename();
+        });
+        if (found != files.end())
+            return *found;
+    }
+    return nullptr;
+}
+
 constexpr int PendingEventsTime = 1000; // milliseconds
+constexpr int NoticeTime = 5000;        // milliseconds
 
 /// Repaints the area of a closed dialog before a long piece of work, without letting the user do anything.
 void processPendingEvents()
@@ -271,6 +294,16 @@ void ProjectCommands::insertFiles(Project *project)
     m_window.directories().remember(u"Files"_s, paths.first());
     if (alive)
         project->addFiles(paths, nullptr);
+}
+
+void ProjectCommands::showFileProperties()
+{
+    if (m_window.navigator()->isFileSelected())
+        m_window.navigator()->showFileProperties();
+    else if (ProjectFile *file = fileInView(m_activity, m_window.viewManager()->currentView()))
+        editFileProperties(file, m_window.dialogParent());
+    else
+        m_window.showMessage(tr("No file of a project is selected"), NoticeTime);
 }
 
 void ProjectCommands::insertProject()

@@ -8,7 +8,7 @@ class Project;
 class ProjectWorkspace;
 class WindowServices;
 
-/// Opens and closes workspaces and projects, and saves what they hold.
+/// Opens, closes and saves workspaces and projects.
 class ProjectCommands : public QObject
 {
     Q_OBJECT
@@ -16,24 +16,27 @@ public:
     /// Both arguments outlive this object.
     ProjectCommands(Activity &activity, WindowServices &window, QObject *parent = nullptr);
 
-    /// Asks for a workspace or a project and opens it, in place of the open one.
+    /// Asks for a workspace or a project and opens it; the open workspace is closed.
     void open();
     void openRecent(int index);
-    /// Opens the workspace beside a project file, which is made if it is not there. Where it cannot be written the
-    /// project is opened all the same, in a workspace without a file.
+    /// Opens the workspace next to a project file; creates it if it does not exist. If it cannot be written, the
+    /// project is opened in a workspace without a file.
     bool openProject(const QString &path, bool addToRecent);
     /// Opens a workspace. False if it or one of its projects could not be loaded; in the latter case it is open. The
     /// status bar shows the progress and a failure.
     bool openWorkspace(const QString &path, bool addToRecent);
-    /// Closes the open workspace, with the question about saving. False if the user refused, or if a document did: then
-    /// the workspace is gone all the same.
+    /// Closes the open workspace, with the question about saving. Returns false if the user refused, or if a document
+    /// cannot be closed; in the latter case the workspace is closed.
     bool closeWorkspace();
 
     /// Saves all projects and the workspace, modified or not.
     void save();
-    /// Saves what is modified of projects and workspace, also over newer files. False if something could not be saved.
+    /// Saves the modified projects and the workspace if it is modified, also over newer files. Returns false if
+    /// something could not be saved.
     bool saveModified();
     void insertFiles(Project *project);
+    /// Shows the properties of the file that is selected in the navigator; if none is, of the file in the current view.
+    void showFileProperties();
     void insertProject();
     /// Offers to reload project and workspace files that other programs have changed.
     void checkFileChanges();

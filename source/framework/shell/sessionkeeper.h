@@ -6,7 +6,7 @@ class Activity;
 class View;
 class WindowServices;
 
-/// Remembers which files are open in each workspace, and what was open when the program ended.
+/// Stores which files are open in each workspace, and which workspace and files were open when the program ended.
 class SessionKeeper : public QObject
 {
     Q_OBJECT
@@ -14,14 +14,14 @@ public:
     /// Both arguments outlive this object.
     SessionKeeper(Activity &activity, WindowServices &window, QObject *parent = nullptr);
 
-    /// From now on nothing is remembered or opened again: the user has named what to open.
+    /// From now on nothing is stored or opened again: the command line has named the files to open.
     void disable() { m_enabled = false; }
     /// Opens the files that were open when the program ended without a workspace.
     void restoreLastFiles();
     /// The workspace that was open when the program ended; empty for none, and if sessions are disabled.
     [[nodiscard]] QString lastWorkspace() const;
 
-    /// The window is about to close its views: what is open now is what a later start opens again.
+    /// The window is about to close its views: the next start opens the files that are open now.
     void beginClosing();
     /// The user has cancelled: opens again what has been closed since beginClosing().
     void cancelClosing();

@@ -4,6 +4,7 @@
 #include "outputwindow.h"
 #include "viewmanager.h"
 #include "windowservices.h"
+#include "zoomcommands.h"
 
 namespace {
 QDir configDirectory()
@@ -25,7 +26,7 @@ void WindowFormats::save()
 
 void WindowFormats::apply()
 {
-    m_table = m_formats.formatTable();
+    m_table = zoomedFormats(m_formats, readZoom(m_window.settings())).formatTable();
     m_window.viewManager()->updateAllDocuments(true);
     const QString section = m_formats.sections().value(1);
     const QString format = m_formats.formats(section).value(0);

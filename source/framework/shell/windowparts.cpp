@@ -51,7 +51,7 @@ WindowParts::WindowParts(MainWindow &window)
     , status(window.statusBar())
 {}
 
-/// The views go before the kinds of their documents, and both before what they refer to.
+/// Deletes the views before the kinds of their documents, and both before the objects that they refer to.
 WindowParts::~WindowParts()
 {
     viewManager.reset();
@@ -70,7 +70,7 @@ void WindowParts::setUp()
     ui.setActionEnabled(u"windowTile"_s, viewManager->canTile());
     title = ui.title();
     setUpDocks();
-    // The labels change before the commands are informed, the caption after them.
+    // The labels are updated before the commands receive the signal, the caption after them.
     QObject::connect(&activity, &Activity::stateEntered, &window, [this](ActivityState state, ActivityState previous) {
         if (state != previous && !isDebugState(state))
             status.hideInfo();
@@ -187,7 +187,7 @@ void WindowParts::connectNavigator() const
     QObject::connect(viewManager.get(), &ViewManager::sourceChanged, navigator, &Navigator::helpSourceChanged);
 }
 
-/// Dock windows take their sizes as parts of the window's, so it must have the size that it will be shown in.
+/// The sizes of dock windows are parts of the window's size, so it must already have its final size.
 void WindowParts::restoreLayout() const
 {
     const QRect available = QGuiApplication::primaryScreen()->availableGeometry();
@@ -207,7 +207,7 @@ void WindowParts::startConsole()
 
 // Commands
 
-/// Signals of the activity reach the commands in the order in which these are made.
+/// The commands receive signals of the activity in the order in which they are created.
 void WindowParts::setUpCommands()
 {
     fileCommands = std::make_unique<FileCommands>(activity, services);
@@ -221,6 +221,7 @@ void WindowParts::setUpCommands()
     toolsCommands = std::make_unique<ToolsCommands>(activity, services);
     optionsCommands = std::make_unique<OptionsCommands>(services, application()->path(PathConfig), formats.formats(),
                                                         debugControl->options(), *toolsCommands);
+    zoomCommands = std::make_unique<ZoomCommands>(services);
     sessions = std::make_unique<SessionKeeper>(activity, services);
     menus = std::make_unique<WindowMenus>(*this);
     QObject::connect(buildControl.get(), &BuildControl::compileAvailable, &window, &MainWindow::compileAvailable);
@@ -229,6 +230,7 @@ void WindowParts::setUpCommands()
     QObject::connect(toolsCommands.get(), &ToolsCommands::output, outputWindow->page(OutputWindow::Debug),
                      &OutputPage::outputLine);
     QObject::connect(optionsCommands.get(), &OptionsCommands::appearanceChanged, &window, [this] { formats.apply(); });
+    QObject::connect(zoomCommands.get(), &ZoomCommands::zoomChanged, &window, [this] { formats.apply(); });
     connectReports();
 }
 

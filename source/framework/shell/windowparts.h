@@ -23,21 +23,22 @@
 #include "windowgeometry.h"
 #include "windowmenus.h"
 #include "workspace.h"
+#include "zoomcommands.h"
 #include <QPointer>
 class DockWindow;
 class MainWindow;
 class Navigator;
 class OutputWindow;
 
-/// What the main window is made of, and how it is wired. Members stand in the order in which they are made; setUp()
-/// makes those that are pointers, and none of them is null from then on.
+/// The parts of the main window and their connections. Members are in the order of their creation; setUp() creates
+/// those that are pointers, and none of them is null after that.
 struct WindowParts
 {
     explicit WindowParts(MainWindow &window);
     ~WindowParts();
 
     void setUp();
-    void startConsole(); ///< Runs "startup.py" as well, which may use the whole window.
+    void startConsole(); ///< Also runs "startup.py", which may use the whole window.
 
     DockWindow *addDock(const QString &objectName, const QString &caption, Qt::DockWidgetArea area);
     /// Tool bars in the order of the UI file, then dock windows in the order in which they were made.
@@ -75,6 +76,7 @@ struct WindowParts
     std::unique_ptr<PluginBinder> pluginBinder;
     std::unique_ptr<ToolsCommands> toolsCommands;
     std::unique_ptr<OptionsCommands> optionsCommands;
+    std::unique_ptr<ZoomCommands> zoomCommands;
     std::unique_ptr<SessionKeeper> sessions;
     std::unique_ptr<WindowMenus> menus;
 

@@ -71,6 +71,11 @@ Project *Navigator::selectedProject() const
     return m_tree ? m_tree->selectedProject() : nullptr;
 }
 
+bool Navigator::isFileSelected() const
+{
+    return m_tree && m_tree->selectedFile();
+}
+
 bool Navigator::treeHasFocus() const
 {
     return m_tree && QApplication::focusWidget() == m_tree;

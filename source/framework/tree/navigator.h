@@ -32,6 +32,7 @@ public:
     }
     void showWorkspace();                           ///< Shows the projects of the open workspace again, from the start.
     [[nodiscard]] Project *selectedProject() const; ///< Null for none.
+    [[nodiscard]] bool isFileSelected() const;
     [[nodiscard]] bool hasHelp() const { return m_helpWidget; }
 
 public Q_SLOTS:

@@ -408,6 +408,11 @@ ProjectTreeItem *ProjectTree::selectedItem() const
     return static_cast<ProjectTreeItem *>(firstSelectedItem());
 }
 
+ProjectFile *ProjectTree::selectedFile() const
+{
+    return fileOf(selectedItem());
+}
+
 Project *ProjectTree::selectedProject() const
 {
     const ProjectTreeItem *item = selectedItem();
@@ -420,7 +425,7 @@ Project *ProjectTree::selectedProject() const
 
 QString ProjectTree::selectedPath() const
 {
-    const ProjectFile *file = fileOf(selectedItem());
+    const ProjectFile *file = selectedFile();
     return file ? file->project()->absolutePath(file->path()) : QString();
 }
 

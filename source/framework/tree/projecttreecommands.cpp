@@ -117,7 +117,7 @@ void ProjectTree::runPyFile()
 
 void ProjectTree::showFileProperties()
 {
-    if (ProjectFile *file = fileOf(selectedItem()))
+    if (ProjectFile *file = selectedFile())
         Q_EMIT displayFileProperties(file);
 }
 
