@@ -1,0 +1,57 @@
+#pragma once
+#include <functional>
+#include <optional>
+#include <QByteArray>
+#include <QHash>
+#include <QStringList>
+
+/// Which words occur in which documents, and how often. A document is named by its number.
+class WordIndex
+{
+public:
+    /// The occurrences of a word in one document.
+    struct Doc
+    {
+        qint16 docNumber = -1; ///< the lower half of the document's number
+        quint16 frequency = 0;
+
+        bool operator==(const Doc &) const = default;
+        /// Better documents first.
+        bool operator<(const Doc &other) const { return frequency > other.frequency; }
+    };
+
+    WordIndex() = default;
+    WordIndex(QString docPath, QStringList docList);
+
+    /// The directory that was indexed.
+    [[nodiscard]] const QString &docPath() const { return m_docPath; }
+    /// The paths of the documents; a document's number is its position here.
+    [[nodiscard]] const QStringList &docList() const { return m_docList; }
+    [[nodiscard]] bool isEmpty() const { return m_dict.isEmpty(); }
+    /// The documents of a word, the one that was inserted last first.
+    [[nodiscard]] QList<Doc> documents(const QByteArray &word) const { return m_dict.value(word); }
+
+    /// Counts an occurrence. The words of a document must be inserted one after the other, without those of others.
+    void insert(const QByteArray &word, qsizetype docNumber);
+
+    /// The paths of the documents that have all words of @p query, which are separated by blanks; those with most
+    /// occurrences first. Case is ignored. A word with "*" or "?" is a pattern that matches at any place in a word of
+    /// the documents; a document that has several such words is found once for each.
+    [[nodiscard]] QStringList search(const QString &query) const;
+
+    /// The content of the index file.
+    [[nodiscard]] QByteArray toBytes() const;
+    /// Reads the content of an index file; nothing if it is damaged. Also nothing if @p goOn, which is called from time
+    /// to time, returns false.
+    [[nodiscard]] static std::optional<WordIndex> fromBytes(const QByteArray &bytes,
+                                                            const std::function<bool()> &goOn = {});
+
+private:
+    [[nodiscard]] QList<Doc> documentsOfTerm(const QString &term) const;
+    [[nodiscard]] bool isKnown(Doc doc) const { return quint16(doc.docNumber) < m_docList.size(); }
+    bool readRecord(QDataStream &stream);
+
+    QString m_docPath;
+    QStringList m_docList;
+    QHash<QByteArray, QList<Doc>> m_dict;
+};
