@@ -1,4 +1,6 @@
 #include "textprint.h"
+#include <memory>
+#include <QAbstractTextDocumentLayout>
 #include <QPainter>
 #include <QPrinter>
 #include <QTextBlock>
@@ -7,6 +9,20 @@
 
 namespace {
 constexpr int NumberDistance = 5; ///< pixels of the screen between text and page number
+
+/// The page without its margins.
+QRectF bodyOf(const QPrinter &printer)
+{
+    const QSizeF inch(printer.logicalDpiX(), printer.logicalDpiY());
+    return QRectF(0, 0, printer.width(), printer.height())
+        .adjusted(inch.width(), inch.height(), -inch.width(), -inch.height());
+}
+
+void drawNumber(QPainter &painter, const QRectF &body, int page, int dpi)
+{
+    const QRectF foot(body.left(), body.bottom() + NumberDistance * dpi / 96.0, body.width(), dpi);
+    painter.drawText(foot, Qt::AlignRight | Qt::AlignTop, QString::number(page));
+}
 
 /// Fills pages with lines.
 class Pages
@@ -17,9 +33,7 @@ public:
         , m_painter(&printer)
         , m_font(document.defaultFont(), &printer)
         , m_option(document.defaultTextOption())
-        , m_body(QRectF(0, 0, printer.width(), printer.height())
-                     .adjusted(printer.logicalDpiX(), printer.logicalDpiY(), -printer.logicalDpiX(),
-                               -printer.logicalDpiY()))
+        , m_body(bodyOf(printer))
         , m_y(m_body.top())
     {
         m_option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
@@ -52,12 +66,7 @@ private:
         m_y += line.height();
     }
 
-    void printNumber()
-    {
-        const qreal distance = NumberDistance * m_printer.logicalDpiY() / 96.0;
-        const QRectF foot(m_body.left(), m_body.bottom() + distance, m_body.width(), m_printer.logicalDpiY());
-        m_painter.drawText(foot, Qt::AlignRight | Qt::AlignTop, QString::number(m_page));
-    }
+    void printNumber() { drawNumber(m_painter, m_body, m_page, m_printer.logicalDpiY()); }
 
     QPrinter &m_printer;
     QPainter m_painter;
@@ -74,4 +83,29 @@ void printText(const QTextDocument &document, QPrinter &printer)
     Pages pages(document, printer);
     for (QTextBlock block = document.begin(); block.isValid(); block = block.next())
         pages.printParagraph(block.text());
+}
+
+void printRichText(const QTextDocument &document, const QFont &font, QPrinter &printer)
+{
+    const QRectF body = bodyOf(printer);
+    const std::unique_ptr<QTextDocument> copy(document.clone());
+    copy->documentLayout()->setPaintDevice(&printer);
+    copy->setDefaultFont(font);
+    copy->setDocumentMargin(0);
+    copy->setPageSize(body.size());
+    QPainter painter(&printer);
+    painter.setFont(QFont(font, &printer));
+    QAbstractTextDocumentLayout::PaintContext context;
+    context.palette.setColor(QPalette::Text, Qt::black); // on paper, with any theme
+    for (int page = 0; page < copy->pageCount(); ++page) {
+        if (page > 0)
+            printer.newPage();
+        context.clip = QRectF(0, page * body.height(), body.width(), body.height());
+        painter.save();
+        painter.translate(body.left(), body.top() - context.clip.top());
+        painter.setClipRect(context.clip);
+        copy->documentLayout()->draw(&painter, context);
+        painter.restore();
+        drawNumber(painter, body, page + 1, printer.logicalDpiY());
+    }
 }

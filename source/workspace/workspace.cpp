@@ -14,6 +14,14 @@ void warnNotOpened(const QString &filename)
     showDocumentWarning(
         Workspace::tr("The following file could not be opened:\n%1").arg(QDir::toNativeSeparators(filename)));
 }
+
+/// Null if no help page is open.
+Document *helpDocument(const ObjectList<Document> &documents)
+{
+    const auto isHelp = [](Document *doc) { return doc->inherits("HelpDocument"); };
+    const auto found = std::find_if(documents.cbegin(), documents.cend(), isHelp);
+    return found == documents.cend() ? nullptr : *found;
+}
 } // namespace
 
 Workspace::Workspace(QObject *parent) : QObject(parent) {}
@@ -43,6 +51,8 @@ bool Workspace::openDocument(const QString &filename, bool activate)
         return true;
     }
     DocumentTemplate *docTemplate = templateFor(filename, "DocumentTemplate");
+    if (docTemplate && docTemplate->inherits("HelpDocumentTemplate") && helpDocument(m_documents))
+        return openHelp(filename); // there is one document for all help pages
     return docTemplate && load(docTemplate, &Document::open, filename, activate);
 }
 
@@ -77,10 +87,7 @@ bool Workspace::reopenDocument(QString filename) // NOLINT(performance-unnecessa
 
 bool Workspace::openHelp(const QString &filename)
 {
-    const auto isHelp = [](Document *doc) { return doc->inherits("HelpDocument"); };
-    if (const auto found = std::find_if(m_documents.cbegin(), m_documents.cend(), isHelp);
-        found != m_documents.cend()) {
-        const QPointer<Document> doc = *found;
+    if (const QPointer<Document> doc = helpDocument(m_documents)) {
         doc->open(filename);
         if (!doc)
             return true;

@@ -45,14 +45,6 @@ private:
     QStringList *m_log;
 };
 
-/// A document of the class name that openHelp() looks for.
-class HelpDocument : public FakeDocument
-{
-    Q_OBJECT
-public:
-    using FakeDocument::FakeDocument;
-};
-
 /// A view that records its commands, and offers the side interfaces on request.
 class FakeView : public View, public IViewWithMarkers, public ITextNavigation, public ISourceView
 {
@@ -166,12 +158,4 @@ protected:
 
     QStringList m_extensions;
     QStringList *m_log;
-};
-
-class HelpDocumentTemplate : public FakeTemplate
-{
-    Q_OBJECT
-public:
-    using FakeTemplate::FakeTemplate;
-    Document *createDocument() override { return new HelpDocument(this, m_log); }
 };

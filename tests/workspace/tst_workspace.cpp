@@ -1,9 +1,11 @@
 #include "boxanswers.h"
 #include "fakedocuments.h"
+#include "helpdocumenttemplate.h"
 #include "tabbedviewmanager.h"
 #include "workspace.h"
 #include <QSignalSpy>
 #include <QTabBar>
+#include <QTemporaryDir>
 
 using namespace Qt::StringLiterals;
 
@@ -42,6 +44,15 @@ struct Fixture
     FakeTemplate *c;
     FakeTemplate *any;
 };
+
+/// Writes an HTML file and returns its path.
+QString page(const QTemporaryDir &directory, const QString &name)
+{
+    QFile file(directory.filePath(name));
+    if (!file.open(QIODevice::WriteOnly) || file.write("<html>page</html>") < 0)
+        qFatal("cannot write %s", qPrintable(file.fileName()));
+    return file.fileName();
+}
 } // namespace
 
 class TestWorkspace : public QObject
@@ -205,24 +216,34 @@ private Q_SLOTS:
     void helpShowsPagesInOneDocument()
     {
         Fixture f;
+        const QTemporaryDir pages;
         QTest::ignoreMessage(QtWarningMsg, "Workspace::openDocument: No template found for document (/x/one.html)");
         QVERIFY(!f.workspace.openHelp(u"/x/one.html"_s)); // only a template for other documents could open it
-        f.workspace.addTemplate(new HelpDocumentTemplate({u"html"_s}, &f.log));
-        QVERIFY(f.workspace.openHelp(u"/x/one.html"_s));
+        f.workspace.addTemplate(new HelpDocumentTemplate(u"Help File"_s, {}, {}));
+        f.any->opens = false;
+        const QString one = page(pages, u"one.html"_s);
+        const QString two = page(pages, u"two.html"_s);
+        const QString three = page(pages, u"three.htm"_s);
+        QVERIFY(f.workspace.openHelp(one));
         QVERIFY(f.workspace.openDocument(u"/x/a.c"_s, true));
-        QVERIFY(f.workspace.openHelp(u"/x/two.html"_s));
-        QCOMPARE(f.log, (QStringList{u"open /x/one.html"_s, u"open /x/a.c"_s, u"open /x/two.html"_s, u"update"_s}));
+        QVERIFY(f.workspace.openHelp(two));
+        QCOMPARE(f.manager.currentDocument()->filename(), two);
+        QVERIFY(f.workspace.openDocument(u"/x/a.c"_s, true));
+        QVERIFY(f.workspace.openDocument(three, true)); // as a file
+        QCOMPARE(f.manager.currentDocument()->filename(), three);
         QCOMPARE(f.manager.views().size(), 2);
-        QCOMPARE(f.manager.currentDocument()->filename(), u"/x/two.html"_s);
     }
 
     void failedHelpPageStillShowsTheHelpDocument()
     {
         Fixture f;
-        f.workspace.addTemplate(new HelpDocumentTemplate({u"html"_s}, &f.log));
-        QVERIFY(f.workspace.openHelp(u"/x/one.html"_s));
+        const QTemporaryDir pages;
+        f.workspace.addTemplate(new HelpDocumentTemplate(u"Help File"_s, {}, {}));
+        f.any->opens = false;
+        QVERIFY(f.workspace.openHelp(page(pages, u"one.html"_s)));
         QVERIFY(f.workspace.openDocument(u"/x/a.c"_s, true));
-        QVERIFY(f.workspace.openHelp(u"/x/bad.html"_s));
+        const BoxAnswers boxes({QMessageBox::No});
+        QVERIFY(f.workspace.openHelp(pages.filePath(u"missing.html"_s)));
         QVERIFY(f.manager.currentDocument()->inherits("HelpDocument"));
         QCOMPARE(f.manager.views().size(), 2);
     }

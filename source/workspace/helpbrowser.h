@@ -1,0 +1,25 @@
+#pragma once
+#include "helphost.h"
+#include <QTextBrowser>
+
+/// Shows an HTML file. Everything that the page names must be a regular file of limited size; nothing is loaded from a
+/// network.
+///
+/// Links with "execute://" lose the two slashes, because the name of a host, which follows there in a URL, has no case.
+class HelpBrowser : public QTextBrowser
+{
+    Q_OBJECT
+public:
+    static constexpr qint64 LargestPage = 1'000'000; ///< bytes
+    static constexpr qint64 LargestPicture = 10'000'000;
+
+    /// @p site outlives this object.
+    explicit HelpBrowser(const HelpSite &site, QWidget *parent = nullptr);
+
+    QVariant loadResource(int type, const QUrl &name) override;
+
+private:
+    [[nodiscard]] QString page(const QString &path) const;
+
+    const HelpSite &m_site;
+};

@@ -1,0 +1,543 @@
+#include "boxanswers.h"
+#include "helpbrowser.h"
+#include "helpdocument.h"
+#include "helpdocumenttemplate.h"
+#include "helpview.h"
+#include "textprint.h"
+#include <QClipboard>
+#include <QFile>
+#include <QPrintDialog>
+#include <QPrinter>
+#include <QScrollBar>
+#include <QSignalSpy>
+#include <QTemporaryDir>
+#include <QTextBlock>
+#include <sys/stat.h>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+/// Records what a page asks for.
+class FakeHelpHost : public HelpHost
+{
+public:
+    bool start(const QString &path, const QString &directory) override
+    {
+        calls += path + u" in "_s + directory;
+        return succeeds;
+    }
+    bool openExternally(const QUrl &url) override
+    {
+        calls += url.toString();
+        return succeeds;
+    }
+    bool runCommand(const QString &name, const QString &argument) override
+    {
+        calls += u"command "_s + name + u'(' + argument + u')';
+        return succeeds;
+    }
+    QString filledIn(const QString &page) override { return QString(page).replace(u"$(Name)"_s, u"Varnel"_s); }
+
+    QStringList calls;
+    bool succeeds = true;
+};
+
+/// A directory of pages and a view; the pages below "help" are those of the program.
+class Fixture
+{
+public:
+    Fixture()
+    {
+        kind.setSite({m_directory.filePath(u"help"_s), &host});
+        for (const auto &name : {u"help"_s, u"elsewhere"_s})
+            QDir(m_directory.path()).mkdir(name);
+    }
+    ~Fixture() { delete view; }
+
+    [[nodiscard]] QString path(const QString &name) const { return m_directory.filePath(name); }
+    QString write(const QString &name, const QByteArray &content) const
+    {
+        QFile file(path(name));
+        if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size())
+            qFatal("cannot write %s", qPrintable(file.fileName()));
+        return file.fileName();
+    }
+
+    void open(const QString &name)
+    {
+        QVERIFY(document.open(path(name)));
+        if (view)
+            return document.notifyViews(nullptr, false);
+        view = static_cast<HelpView *>(kind.createView(&document));
+        view->resize(400, 300);
+    }
+    void show() const
+    {
+        view->show();
+        QVERIFY(QTest::qWaitForWindowExposed(view));
+    }
+    [[nodiscard]] HelpBrowser *browser() const { return view->findChild<HelpBrowser *>(); }
+    [[nodiscard]] QString text() const { return browser()->toPlainText(); }
+    /// Clicks on the first link of the page, which must be at its start.
+    void clickLink() const
+    {
+        const QPoint point = browser()->cursorRect(QTextCursor(browser()->document()->firstBlock())).center();
+        QTest::mouseClick(browser()->viewport(), Qt::LeftButton, {}, point + QPoint(5, 0));
+    }
+
+    HelpDocumentTemplate kind{u"Help File"_s, u"View Online Help file"_s, {}};
+    HelpDocument document{&kind};
+    FakeHelpHost host;
+    QPointer<HelpView> view;
+
+private:
+    QTemporaryDir m_directory;
+};
+
+void record(const HelpView *view, QStringList *log)
+{
+    const auto note = [=](const char *what) {
+        return [=](bool available) { log->append(QLatin1String(what) + (available ? u" on"_s : u" off"_s)); };
+    };
+    QObject::connect(view, &View::viewActivated, view, [=](View *shown) {
+        QCOMPARE(shown, view);
+        log->append(u"activated"_s);
+    });
+    QObject::connect(view, &View::undoAvailable, view, note("undo"));
+    QObject::connect(view, &View::redoAvailable, view, note("redo"));
+    QObject::connect(view, &View::cutAvailable, view, note("cut"));
+    QObject::connect(view, &View::copyAvailable, view, note("copy"));
+    QObject::connect(view, &View::pasteAvailable, view, note("paste"));
+    QObject::connect(view, &View::backAvailable, view, note("back"));
+    QObject::connect(view, &View::forwardAvailable, view, note("forward"));
+    QObject::connect(view, &View::previousAvailable, view, note("previous"));
+    QObject::connect(view, &View::nextAvailable, view, note("next"));
+    QObject::connect(view, &View::cursorPositionChanged, view,
+                     [=](int para, int index) { log->append(u"cursor %1 %2"_s.arg(para).arg(index)); });
+    QObject::connect(view, &View::sourceChanged, view,
+                     [=](const QString &source) { log->append(u"source "_s + QFileInfo(source).fileName()); });
+}
+} // namespace
+
+class TestHelpView : public QObject
+{
+    Q_OBJECT
+private Q_SLOTS:
+    void init() { failOnWarnings(); }
+
+    // The kind of document
+
+    void htmlFilesAreHelpPages_data()
+    {
+        QTest::addColumn<QString>("filename");
+        QTest::addColumn<bool>("opens");
+        QTest::newRow("html") << u"/a/b.html"_s << true;
+        QTest::newRow("htm") << u"/a/b.htm"_s << true;
+        QTest::newRow("capitals") << u"/a/B.HTML"_s << true;
+        QTest::newRow("last extension") << u"/a/b.c.html"_s << true;
+        QTest::newRow("other") << u"/a/b.html.c"_s << false;
+        QTest::newRow("none") << u"/a/html"_s << false;
+    }
+
+    void htmlFilesAreHelpPages()
+    {
+        QFETCH(QString, filename);
+        Fixture f;
+        QTEST(f.kind.canOpen(filename), "opens");
+        QCOMPARE(f.kind.extension(), u"html"_s);
+        QVERIFY(!f.kind.canCreate());
+    }
+
+    // The document
+
+    void documentKeepsNameAndTime()
+    {
+        Fixture f;
+        const QString page = f.write(u"help/a.html"_s, "text");
+        QVERIFY(f.document.open(page));
+        QCOMPARE(f.document.title(), u"Help"_s);
+        QCOMPARE(f.document.filename(), page);
+        QCOMPARE(f.document.lastModified(), QFileInfo(page).lastModified());
+        QVERIFY(!f.document.modified());
+        QVERIFY(!f.document.isNewerOnDisk());
+        QVERIFY(f.document.save());
+    }
+
+    void missingPageAsksWhetherToCreateIt_data()
+    {
+        QTest::addColumn<QMessageBox::StandardButton>("answer");
+        QTest::newRow("yes") << QMessageBox::Yes;
+        QTest::newRow("no") << QMessageBox::No;
+    }
+
+    void missingPageAsksWhetherToCreateIt()
+    {
+        QFETCH(QMessageBox::StandardButton, answer);
+        Fixture f;
+        const QString page = f.path(u"help/missing.html"_s);
+        BoxAnswers boxes({answer});
+        QCOMPARE(f.document.open(page), answer == QMessageBox::Yes);
+        QCOMPARE(boxes.texts.value(0),
+                 u"The following file does not exist:\n%1\n\nDo you want to create it?"_s.arg(page));
+        QCOMPARE(f.document.filename(), answer == QMessageBox::Yes ? page : QString());
+        QVERIFY(!QFile::exists(page));
+        QVERIFY(!f.document.modified()); // there is nothing to save
+        const std::unique_ptr<View> view(f.kind.createView(&f.document));
+        QCOMPARE(view->findChild<HelpBrowser *>()->toPlainText().trimmed(), QString());
+    }
+
+    void directoryOrPipeCannotBeOpened()
+    {
+        Fixture f;
+        QCOMPARE(::mkfifo(QFile::encodeName(f.path(u"help/pipe.html"_s)).constData(), 0600), 0);
+        BoxAnswers boxes({QMessageBox::Ok, QMessageBox::Ok});
+        QVERIFY(!f.document.open(f.path(u"help"_s)));
+        QVERIFY(!f.document.open(f.path(u"help/pipe.html"_s)));
+        QCOMPARE(boxes.texts.value(0), u"The following file could not be opened:\n"_s + f.path(u"help"_s));
+    }
+
+    void savingUnderAnotherNameCopiesThePage()
+    {
+        Fixture f;
+        f.write(u"help/a.html"_s, "<b>text</b>");
+        f.open(u"help/a.html"_s);
+        const QString copy = f.path(u"elsewhere/copy.html"_s);
+        QVERIFY(f.document.saveAs(copy));
+        QFile file(copy);
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        QCOMPARE(file.readAll(), QByteArray("<b>text</b>"));
+        QCOMPARE(f.document.filename(), f.path(u"help/a.html"_s));
+        BoxAnswers boxes({QMessageBox::Ok});
+        QVERIFY(!f.document.saveAs(f.path(u"nowhere/copy.html"_s)));
+        QVERIFY(boxes.texts.value(0).startsWith(u"The following file could not be written:\n"_s));
+    }
+
+    // Pages
+
+    void viewShowsThePageOfTheDocument()
+    {
+        Fixture f;
+        f.write(u"help/a.html"_s, "<h1>One</h1>");
+        f.write(u"help/b.html"_s, "<h1>Two</h1>");
+        f.open(u"help/a.html"_s);
+        QCOMPARE(f.text(), u"One"_s);
+        QCOMPARE(f.browser()->frameStyle(), int(QFrame::NoFrame));
+        QSignalSpy source(f.view, &View::sourceChanged);
+        f.open(u"help/b.html"_s);
+        QCOMPARE(f.text(), u"Two"_s);
+        QCOMPARE(source.value(0).value(0).toString(), f.path(u"help/b.html"_s));
+        QCOMPARE(f.view->title(), u"Help"_s);
+    }
+
+    void changedFormatsDoNotLeaveThePageOfALink()
+    {
+        Fixture f;
+        f.write(u"help/a.html"_s, "<a href='b.html'>link</a>");
+        f.write(u"help/b.html"_s, "<h1>Two</h1>");
+        f.open(u"help/a.html"_s);
+        f.show();
+        f.clickLink();
+        QCOMPARE(f.text(), u"Two"_s);
+        f.document.notifyViews(nullptr, true);
+        QCOMPARE(f.text(), u"Two"_s);
+        f.open(u"help/a.html"_s);
+        QCOMPARE(f.text(), u"link"_s);
+    }
+
+    void onlyRegularLocalFilesOfLimitedSizeAreLoaded()
+    {
+        Fixture f;
+        f.write(u"help/a.html"_s, "text<img src='/dev/zero'><img src='http://127.0.0.1:1/a.png'><img src='no.png'>");
+        f.write(u"help/large.html"_s, QByteArray(1'000'001, 'a'));
+        f.open(u"help/a.html"_s);
+        f.show();
+        QVERIFY(f.text().startsWith(u"text"_s));
+        f.open(u"help/large.html"_s);
+        QCOMPARE(f.text(), u"This page is too large to be shown here."_s);
+    }
+
+    void pageInAForeignEncodingIsShown()
+    {
+        Fixture f;
+        f.write(u"help/a.html"_s, "<html><head><meta charset='no-such-charset'></head><body>text</body></html>");
+        f.open(u"help/a.html"_s);
+        QCOMPARE(f.text(), u"text"_s);
+    }
+
+    void placeholdersAreFilledInOnPagesOfTheProgram()
+    {
+        Fixture f;
+        f.write(u"help/a.html"_s, "$(Name)");
+        f.write(u"elsewhere/a.html"_s, "$(Name)");
+        f.open(u"help/a.html"_s);
+        QCOMPARE(f.text(), u"Varnel"_s);
+        f.open(u"elsewhere/a.html"_s);
+        QCOMPARE(f.text(), u"$(Name)"_s);
+    }
+
+    // Links
+
+    void linkLeadsToAnotherPageAndBack()
+    {
+        Fixture f;
+        f.write(u"help/a.html"_s, "<a href='b.html#part'>link</a>");
+        f.write(u"help/b.html"_s, "<h1>Two</h1>" + QByteArray("<p>text</p>").repeated(100) + "<a name='part'>part</a>");
+        f.open(u"help/a.html"_s);
+        f.show();
+        QStringList log;
+        record(f.view, &log);
+        f.clickLink();
+        QVERIFY(f.text().startsWith(u"Two"_s));
+        QVERIFY(f.browser()->verticalScrollBar()->value() > 0);
+        QVERIFY(log.contains(u"source b.html"_s) && log.contains(u"back on"_s));
+        log.clear();
+        f.view->back();
+        QCOMPARE(f.text(), u"link"_s);
+        QVERIFY(log.contains(u"source a.html"_s) && log.contains(u"back off"_s) && log.contains(u"forward on"_s));
+        f.view->forward();
+        QVERIFY(f.text().startsWith(u"Two"_s));
+    }
+
+    void linksOfPagesOfTheProgram_data()
+    {
+        QTest::addColumn<QByteArray>("link");
+        QTest::addColumn<QString>("called");
+        QTest::newRow("program") << QByteArray("execute://Tools/Run me.sh") << u"%1/help/Tools/Run me.sh in %1/help"_s;
+        QTest::newRow("above") << QByteArray("execute://../examples/A_b.vnw") << u"%1/examples/A_b.vnw in %1/help"_s;
+        QTest::newRow("capitals") << QByteArray("EXECUTE://a") << u"%1/help/a in %1/help"_s;
+        QTest::newRow("command") << QByteArray("command:projectNew") << u"command projectNew()"_s;
+        QTest::newRow("with an argument") << QByteArray("command:open?/a b/c.vnw") << u"command open(/a b/c.vnw)"_s;
+        QTest::newRow("web") << QByteArray("https://varnel.example/a") << u"https://varnel.example/a"_s;
+    }
+
+    void linksOfPagesOfTheProgram()
+    {
+        QFETCH(QByteArray, link);
+        QFETCH(QString, called);
+        Fixture f;
+        f.write(u"help/a.html"_s, "<a href=\"" + link + "\">link</a>");
+        f.open(u"help/a.html"_s);
+        f.show();
+        QSignalSpy source(f.view, &View::sourceChanged);
+        f.clickLink();
+        QCOMPARE(f.host.calls,
+                 QStringList(called.contains(u'%') ? called.arg(QFileInfo(f.path(u"help"_s)).path()) : called));
+        QCOMPARE(f.text(), u"link"_s); // the page stays
+        QVERIFY(source.isEmpty());
+    }
+
+    void linksThatCannotBeFollowedAreReported_data()
+    {
+        QTest::addColumn<QString>("page");
+        QTest::addColumn<QByteArray>("link");
+        QTest::addColumn<QString>("shown");
+        QTest::newRow("missing page") << u"help/a.html"_s << QByteArray("/no/b.html") << u"file:///no/b.html"_s;
+        QTest::newRow("device") << u"help/a.html"_s << QByteArray("/dev/null") << u"file:///dev/null"_s;
+        QTest::newRow("script") << u"help/a.html"_s << QByteArray("javascript:alert()") << u"javascript:alert()"_s;
+        QTest::newRow("program, elsewhere")
+            << u"elsewhere/a.html"_s << QByteArray("execute:///bin/true") << u"execute:/bin/true"_s;
+        QTest::newRow("one slash less") << u"elsewhere/a.html"_s << QByteArray("execute:/bin/true")
+                                        << u"execute:/bin/true"_s;
+        QTest::newRow("command, elsewhere")
+            << u"elsewhere/a.html"_s << QByteArray("command:fileExit") << u"command:fileExit"_s;
+    }
+
+    void linksThatCannotBeFollowedAreReported()
+    {
+        QFETCH(QString, page);
+        QFETCH(QByteArray, link);
+        QFETCH(QString, shown);
+        Fixture f;
+        f.write(page, "<a href='" + link + "'>link</a>");
+        f.open(page);
+        f.show();
+        BoxAnswers boxes({QMessageBox::Ok});
+        f.clickLink();
+        QCOMPARE(boxes.texts.value(0), u"This link cannot be followed:\n"_s + shown);
+        QVERIFY(f.host.calls.isEmpty());
+        QCOMPARE(f.text(), u"link"_s);
+    }
+
+    void linkOutOfTheHelpDirectoryIsNotOfTheProgram()
+    {
+        Fixture f;
+        f.write(u"elsewhere/a.html"_s, "<a href='execute://x'>link</a>");
+        QVERIFY(QFile::link(f.path(u"elsewhere/a.html"_s), f.path(u"help/a.html"_s)));
+        f.open(u"help/a.html"_s);
+        f.show();
+        BoxAnswers boxes({QMessageBox::Ok});
+        f.clickLink();
+        QVERIFY(f.host.calls.isEmpty());
+    }
+
+    void programThatDoesNotStartIsReported()
+    {
+        Fixture f;
+        f.write(u"help/a.html"_s, "<a href='execute://x'>link</a>");
+        f.open(u"help/a.html"_s);
+        f.show();
+        f.host.succeeds = false;
+        BoxAnswers boxes({QMessageBox::Ok});
+        f.clickLink();
+        QCOMPARE(f.host.calls.size(), 1);
+    }
+
+    void hostStartsProgramsInTheirDirectory()
+    {
+        const Fixture f;
+        const QString script = f.write(u"help/run.sh"_s, "#!/bin/sh\npwd > result\n");
+        QFile::setPermissions(script, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+        HelpHost host;
+        QVERIFY(host.start(script, f.path(u"elsewhere"_s)));
+        QTRY_VERIFY(QFileInfo(f.path(u"elsewhere/result"_s)).size() > 0);
+        QVERIFY(!host.start(f.path(u"missing"_s), f.path(u"help"_s)));
+        QVERIFY(!host.runCommand(u"fileExit"_s, {}));
+    }
+
+    // Availability
+
+    void shownViewReportsWhatIsAvailable()
+    {
+        Fixture f;
+        f.write(u"help/a.html"_s, "text");
+        f.open(u"help/a.html"_s);
+        QGuiApplication::clipboard()->setText(u"text"_s);
+        QStringList log;
+        record(f.view, &log);
+        QShowEvent shown;
+        QCoreApplication::sendEvent(f.browser(), &shown);
+        QCOMPARE(log.join(u", "_s),
+                 u"activated, undo off, redo off, cut off, copy off, paste on, back off, forward off, previous off, "
+                 "next off, cursor 0 0, source a.html"_s);
+        QGuiApplication::clipboard()->clear();
+        f.browser()->selectAll();
+        log.clear();
+        QCoreApplication::sendEvent(f.browser(), &shown);
+        QVERIFY(log.contains(u"copy on"_s) && log.contains(u"paste off"_s));
+    }
+
+    void selectionCanBeCopied()
+    {
+        Fixture f;
+        f.write(u"help/a.html"_s, "<b>one</b> two");
+        f.open(u"help/a.html"_s);
+        QSignalSpy copy(f.view, &View::copyAvailable);
+        f.view->selectAll();
+        QCOMPARE(copy.size(), 1);
+        f.view->copy();
+        QCOMPARE(QGuiApplication::clipboard()->text(), u"one two"_s);
+    }
+
+    // Navigation in the text
+
+    void onlyTextNavigationIsOffered()
+    {
+        Fixture f;
+        f.write(u"help/a.html"_s, "text");
+        f.open(u"help/a.html"_s);
+        QCOMPARE(viewInterface<ITextNavigation>(f.view), static_cast<ITextNavigation *>(f.view));
+        QVERIFY(!viewInterface<IViewWithMarkers>(f.view));
+        QVERIFY(!viewInterface<ISourceView>(f.view));
+    }
+
+    void findSelectsTheMatch_data()
+    {
+        QTest::addColumn<QString>("selection"); // before the search
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<bool>("caseSensitive");
+        QTest::addColumn<bool>("wholeWord");
+        QTest::addColumn<bool>("forward");
+        QTest::addColumn<bool>("fromCursor");
+        QTest::addColumn<int>("at"); // -1: not found
+        // "one two One twofold one"
+        QTest::newRow("from the start") << u""_s << u"one"_s << true << false << true << false << 0;
+        QTest::newRow("no selection") << u""_s << u"one"_s << true << false << true << true << 0;
+        QTest::newRow("after the selection") << u"two"_s << u"one"_s << false << false << true << true << 8;
+        QTest::newRow("case") << u"two"_s << u"one"_s << true << false << true << true << 20;
+        QTest::newRow("start in spite of a selection") << u"two"_s << u"one"_s << true << false << true << false << 0;
+        QTest::newRow("whole word") << u"two"_s << u"two"_s << true << true << true << true << -1;
+        QTest::newRow("part of a word") << u"two"_s << u"two"_s << true << false << true << true << 12;
+        QTest::newRow("backward") << u"two"_s << u"one"_s << true << false << false << true << 0;
+        QTest::newRow("backward from the end") << u"two"_s << u"one"_s << true << false << false << false << 20;
+        QTest::newRow("missing") << u""_s << u"three"_s << true << false << true << false << -1;
+    }
+
+    void findSelectsTheMatch()
+    {
+        QFETCH(QString, selection);
+        QFETCH(QString, text);
+        QFETCH(bool, caseSensitive);
+        QFETCH(bool, wholeWord);
+        QFETCH(bool, forward);
+        QFETCH(bool, fromCursor);
+        QFETCH(int, at);
+        Fixture f;
+        f.write(u"help/a.html"_s, "one two One twofold one");
+        f.open(u"help/a.html"_s);
+        if (!selection.isEmpty())
+            QVERIFY(f.browser()->find(selection));
+        QCOMPARE(f.view->find(text, caseSensitive, wholeWord, forward, fromCursor), at >= 0);
+        QCOMPARE(f.browser()->textCursor().hasSelection() && at >= 0, at >= 0);
+        if (at >= 0)
+            QCOMPARE(f.browser()->textCursor().selectionStart(), at);
+    }
+
+    void linesAreParagraphs()
+    {
+        Fixture f;
+        f.write(u"help/a.html"_s, "<p>one</p><p>two</p>");
+        f.open(u"help/a.html"_s);
+        f.view->gotoLine(2);
+        int para = 0;
+        int index = 5;
+        f.view->getCursorPosition(&para, &index);
+        QCOMPARE(para, 1);
+        QCOMPARE(index, 0);
+        f.view->gotoLine(100);
+        f.view->gotoLine(0);
+        f.view->getCursorPosition(&para, &index);
+        QCOMPARE(para, 1);
+        f.view->selectAll();
+        QCOMPARE(f.view->selectedText(), u"one\ntwo"_s);
+    }
+
+    // Printing
+
+    void pagesArePrintedWithNumbers()
+    {
+        const Fixture f;
+        QTextDocument page;
+        page.setHtml(u"<p>line</p>"_s.repeated(100));
+        QPrinter printer(QPrinter::HighResolution);
+        printer.setOutputFormat(QPrinter::PdfFormat);
+        printer.setOutputFileName(f.path(u"out.pdf"_s));
+        printer.setFullPage(true);
+        printer.setPageSize(QPageSize(QPageSize::A4));
+        printRichText(page, QFont(u"DejaVu Sans"_s, 10), printer);
+        QFile file(printer.outputFileName());
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        const QByteArray pdf = file.readAll();
+        QVERIFY(pdf.startsWith("%PDF"));
+        const auto count = pdf.count("/Type /Page\n");
+        QVERIFY2(count >= 3 && count <= 6, qPrintable(QString::number(count)));
+    }
+
+    void printingShowsTheDialog()
+    {
+        Fixture f;
+        f.write(u"help/a.html"_s, "text");
+        f.open(u"help/a.html"_s);
+        bool asked = false;
+        QTimer::singleShot(0, this, [&] {
+            auto *dialog = qobject_cast<QPrintDialog *>(QApplication::activeModalWidget());
+            asked = dialog;
+            if (dialog)
+                dialog->reject();
+        });
+        f.view->print();
+        QVERIFY(asked);
+    }
+};
+
+QTEST_MAIN(TestHelpView)
+#include "tst_helpview.moc"
