@@ -117,6 +117,18 @@ private Q_SLOTS:
         QVERIFY((*first)->inherits("DisassemblerDocumentTemplate"));
         QCOMPARE((*first)->name(), u"Disassembler View"_s);
         QCOMPARE((*first)->description(), u"View disassembly"_s);
+        QCOMPARE((*std::prev(first))->name(), u"Help File"_s);
+    }
+
+    void helpPagesHaveTheirKind()
+    {
+        const WindowFixture f;
+        const QList<DocumentTemplate *> kinds = f.window->workspace()->templates();
+        const auto first =
+            std::ranges::find_if(kinds, [](DocumentTemplate *kind) { return kind->canOpen(u"a.htm"_s); });
+        QVERIFY((*first)->inherits("HelpDocumentTemplate"));
+        QCOMPARE((*first)->name(), u"Help File"_s);
+        QCOMPARE((*first)->description(), u"View Online Help file"_s);
         QCOMPARE((*std::prev(first))->name(), u"Python File"_s);
     }
 

@@ -3,6 +3,8 @@
 #include "ideapplication.h"
 #include "installation.h"
 #include "mainwindow.h"
+#include "view.h"
+#include "viewmanager.h"
 #include <QAbstractButton>
 #include <QMessageBox>
 #include <QScreen>
@@ -136,6 +138,22 @@ private Q_SLOTS:
         const Outcome outcome = run(*m_installation, {"varnel"});
         QVERIFY(outcome.loopEntered);
         QCOMPARE(outcome.exitCode, 0);
+    }
+
+    void withoutArgumentsTheHelpHomePageIsShown()
+    {
+        m_installation->write(u"help/html/index.html"_s, "<html>home</html>");
+        QStringList titles;
+        const auto look = [&titles] {
+            for (const View *view : mainWindow()->viewManager()->arrangedViews())
+                titles.append(view->title());
+            mainWindow()->close();
+        };
+        run(*m_installation, {"varnel"}, look);
+        QCOMPARE(titles, QStringList(u"Help"_s));
+        titles.clear();
+        run(*m_installation, {"varnel", "main.c"}, look);
+        QVERIFY(titles.contains(u"Help"_s));
     }
 
     void exitCodeIsThatOfTheEventLoop()
@@ -383,8 +401,8 @@ private Q_SLOTS:
                                                        QLatin1StringView(reader), QLatin1StringView(problem), ui)));
         };
         expect("IDEApplication::getAppFeature");
-        for (const char *picture :
-             {"appicon", "headerfile", "csourcefile", "pythonsourcefile", "textfile", "textfile", "textfile"})
+        for (const char *picture : {"appicon", "headerfile", "csourcefile", "pythonsourcefile", "textfile", "textfile",
+                                    "textfile", "textfile"})
             QTest::ignoreMessage(QtWarningMsg,
                                  qPrintable(u"IDEApplication::loadPixmap: cannot find pixmap (%1.png)"_s.arg(
                                      QLatin1StringView(picture))));

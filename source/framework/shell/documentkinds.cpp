@@ -2,6 +2,7 @@
 #include "cpphighlighter.h"
 #include "cppindent.h"
 #include "disassemblerdocumenttemplate.h"
+#include "helpdocumenttemplate.h"
 #include "ideapplication.h"
 #include "largetextdocumenttemplate.h"
 #include "pythonhighlighter.h"
@@ -47,6 +48,8 @@ void registerDocumentKinds(Workspace &workspace, const EditorSetup &setup, const
                                                   QObject::tr("Creates a Python source file"),
                                                   {u"py"_s},
                                                   u"pythonsourcefile.png"_s});
+    workspace.addTemplate(new HelpDocumentTemplate(QObject::tr("Help File"), QObject::tr("View Online Help file"),
+                                                   IDEApplication::instance()->loadIcon(u"textfile.png"_s)));
     auto *disassembly =
         new DisassemblerDocumentTemplate(QObject::tr("Disassembler View"), QObject::tr("View disassembly"),
                                          IDEApplication::instance()->loadIcon(u"textfile.png"_s), setup.formats);

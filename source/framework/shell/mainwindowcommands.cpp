@@ -1,6 +1,7 @@
 #include "dockwindow.h"
 #include "editablescript.h"
 #include "editproperties.h"
+#include "helpcommands.h"
 #include "ideapplication.h"
 #include "mainwindow.h"
 #include "navigator.h"
@@ -16,12 +17,6 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-/// For commands whose actions are disabled; scripts can still call them.
-void warnUnavailable(const char *command)
-{
-    qWarning("MainWindow::%s: not available", command);
-}
-
 void warnNotImplemented(const char *command)
 {
     qWarning("Slot not implemented: %s", command);
@@ -452,7 +447,7 @@ void MainWindow::windowPrev()
 
 void MainWindow::helpSearch()
 {
-    warnUnavailable("helpSearch");
+    m_parts->helpCommands->search();
 }
 
 void MainWindow::helpHome()

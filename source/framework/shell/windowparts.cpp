@@ -2,6 +2,8 @@
 #include "debugcontents.h"
 #include "dockwindow.h"
 #include "documentkinds.h"
+#include "helpcommands.h"
+#include "helpwidget.h"
 #include "ideapplication.h"
 #include "mainwindow.h"
 #include "mdiviewmanager.h"
@@ -40,6 +42,12 @@ TemplateDirectories templateDirectories()
             .user = below(PathUserData, u"mytemplates"_s),
             .files = below(PathData, u"filetemplates"_s),
             .userFiles = below(PathUserData, u"filetemplates"_s)};
+}
+
+HelpFiles helpFiles()
+{
+    return {.directory = application()->path(PathHelp).path(),
+            .userIndex = application()->path(PathUserData).filePath(u"help/index"_s)};
 }
 
 /// Optional: no warning if it is missing.
@@ -90,7 +98,6 @@ void WindowParts::setUp()
     setUpCommands();
     restoreLayout();
     formats.load();
-    disableUnavailableActions();
     followState();
 }
 
@@ -232,6 +239,7 @@ void WindowParts::setUpCommands()
     debugControl->options().load(*application()->settings());
     projectCommands = std::make_unique<ProjectCommands>(activity, services);
     templateCommands = std::make_unique<TemplateCommands>(activity, services, *projectCommands, templateDirectories());
+    helpCommands = std::make_unique<HelpCommands>(activity, services, *projectCommands, helpFiles());
     pluginBinder = std::make_unique<PluginBinder>(activity, services);
     toolsCommands = std::make_unique<ToolsCommands>(activity, services);
     optionsCommands = std::make_unique<OptionsCommands>(services, application()->path(PathConfig), formats.formats(),
@@ -256,12 +264,6 @@ void WindowParts::keepWatches() const
     auto *watches = debugWindows->dock(DebugWindows::Watches)->findChild<MultiWatchWindow *>();
     sessions->addPart({u"watches"_s, [watches] { return watches->watches(); },
                        [watches](const QJsonValue &value) { watches->setWatches(value.toObject()); }});
-}
-
-void WindowParts::disableUnavailableActions() const
-{
-    for (const QString &name : {u"helpSearch"_s, u"helpHome"_s})
-        ui.setActionEnabled(name, false);
 }
 
 void WindowParts::connectReports() const

@@ -27,6 +27,7 @@
 #include "zoomcommands.h"
 #include <QPointer>
 class DockWindow;
+class HelpCommands;
 class MainWindow;
 class Navigator;
 class OutputWindow;
@@ -75,6 +76,7 @@ struct WindowParts
     std::unique_ptr<DebugControl> debugControl;
     std::unique_ptr<ProjectCommands> projectCommands;
     std::unique_ptr<TemplateCommands> templateCommands;
+    std::unique_ptr<HelpCommands> helpCommands;
     std::unique_ptr<PluginBinder> pluginBinder;
     std::unique_ptr<ToolsCommands> toolsCommands;
     std::unique_ptr<OptionsCommands> optionsCommands;
@@ -88,7 +90,6 @@ private:
     void setUpDocks();
     void setUpCommands();
     void keepWatches() const;
-    void disableUnavailableActions() const;
     void connectViews() const;
     void connectReports() const;
     void connectNavigator() const;

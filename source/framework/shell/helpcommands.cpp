@@ -1,0 +1,85 @@
+#include "helpcommands.h"
+#include "activity.h"
+#include "helpdocumenttemplate.h"
+#include "helpsearchdialog.h"
+#include "helpwidget.h"
+#include "navigator.h"
+#include "projectcommands.h"
+#include "windowservices.h"
+#include "workspace.h"
+#include <QAction>
+#include <QDir>
+#include <QFileInfo>
+#include <QTimer>
+#include <QUrl>
+
+using namespace Qt::StringLiterals;
+
+HelpCommands::HelpCommands(const Activity &activity, WindowServices &window, ProjectCommands &projects,
+                           const HelpFiles &files, QObject *parent)
+    : QObject(parent)
+    , m_activity(activity)
+    , m_window(window)
+    , m_projects(projects)
+    , m_directory(files.directory)
+    , m_contents(new HelpWidget(files, window))
+{
+    m_window.navigator()->setHelpWidget(m_contents.get());
+    for (DocumentTemplate *docTemplate : m_window.workspace()->templates()) {
+        if (auto *help = qobject_cast<HelpDocumentTemplate *>(docTemplate))
+            help->setSite({m_directory, this});
+    }
+}
+
+void HelpCommands::search()
+{
+    if (m_dialog || !m_contents)
+        return;
+    const QPointer<HelpCommands> self(this);
+    m_dialog = new HelpSearchDialog(m_contents->searchText(), m_window.dialogParent(), u"helpSearchDialog"_s);
+    const QPointer<HelpSearchDialog> dialog = m_dialog; // it is deleted with the window
+    const bool accepted = dialog->exec() == QDialog::Accepted && dialog;
+    const QString text = accepted ? dialog->text() : QString();
+    delete dialog;
+    if (self && m_contents && accepted)
+        m_contents->search(text);
+}
+
+// Links of pages ----------------------------------------------------------
+
+bool HelpCommands::runCommand(const QString &name, const QString &argument)
+{
+    if (name == "openWorkspace"_L1) {
+        const QString path = QDir::cleanPath(QDir(m_directory).absoluteFilePath(argument));
+        if (!QFileInfo(path).isFile() || m_activity.state() > StateIdle)
+            return false;
+        QTimer::singleShot(0, this, [this, path] {
+            if (m_projects.closeWorkspace())
+                m_projects.openWorkspace(path, true);
+        });
+        return true;
+    }
+    QAction *action = m_window.action(name);
+    if (!action || !action->isEnabled())
+        return false;
+    QTimer::singleShot(0, action, &QAction::trigger);
+    return true;
+}
+
+QString HelpCommands::filledIn(const QString &page)
+{
+    return QString(page).replace(u"$(RecentWorkspaces)"_s, recentWorkspaces());
+}
+
+QString HelpCommands::recentWorkspaces() const
+{
+    QString items;
+    for (const QString &path : m_projects.recentWorkspaces()) {
+        const QString argument = QString::fromLatin1(QUrl::toPercentEncoding(path, "/"));
+        const QString name = QFileInfo(path).completeBaseName().toHtmlEscaped();
+        const QString directory = QDir::toNativeSeparators(QFileInfo(path).path()).toHtmlEscaped();
+        items += u"<li><a href=\"command:openWorkspace?%1\">%2</a> (%3)</li>"_s.arg(argument, name, directory);
+    }
+    return items.isEmpty() ? u"<p>"_s + tr("No workspace has been opened yet.") + u"</p>"_s
+                           : u"<ul>"_s + items + u"</ul>"_s;
+}

@@ -1,0 +1,39 @@
+#pragma once
+#include "helphost.h"
+#include <QObject>
+#include <QPointer>
+class Activity;
+class HelpSearchDialog;
+class HelpWidget;
+class ProjectCommands;
+class WindowServices;
+struct HelpFiles;
+
+/// The help: adds its contents to the navigator, asks what to search for, and does what pages of the help ask for.
+class HelpCommands : public QObject, public HelpHost
+{
+    Q_OBJECT
+public:
+    /// The references outlive this object.
+    HelpCommands(const Activity &activity, WindowServices &window, ProjectCommands &projects, const HelpFiles &files,
+                 QObject *parent = nullptr);
+
+    /// Shows the dialog for a search, and searches. There is one dialog at a time.
+    void search();
+
+    /// The name of an action, or "openWorkspace" with the path of a workspace, absolute or relative to the pages'
+    /// directory. It is carried out when the link's event has been handled, since it may close the page.
+    bool runCommand(const QString &name, const QString &argument) override;
+    /// Replaces "$(RecentWorkspaces)" by links to the workspaces that were opened last.
+    [[nodiscard]] QString filledIn(const QString &page) override;
+
+private:
+    [[nodiscard]] QString recentWorkspaces() const;
+
+    const Activity &m_activity;
+    WindowServices &m_window;
+    ProjectCommands &m_projects;
+    const QString m_directory;
+    QPointer<HelpWidget> m_contents; ///< owned by the navigator
+    QPointer<HelpSearchDialog> m_dialog;
+};

@@ -1,0 +1,200 @@
+#include "helpwidget.h"
+#include "windowfixture.h"
+#include <QAction>
+#include <QPushButton>
+#include <QTextBlock>
+#include <QTextBrowser>
+#include <QTreeWidget>
+
+// The help in the whole window.
+
+using namespace Qt::StringLiterals;
+
+namespace {
+const QByteArray uiFile = R"(<ui><actions><action name="helpSearch"/><action name="helpHome"/>
+<action name="helpBack"><enable signal="backAvailable"/></action>
+<action name="helpPrevious"><enable signal="previousAvailable"/></action>
+<action name="helpNext"><enable signal="nextAvailable"/></action>
+<action name="windowCloseAll"/><action name="fileSave"><enable signal="undoAvailable"/></action></actions></ui>)";
+
+/// A window with three pages of help.
+class HelpFixture : public WindowFixture
+{
+public:
+    HelpFixture()
+    {
+        qputenv("HOME", QFile::encodeName(installation.path(u"home"_s)));
+        QDir().mkpath(installation.path(u"home"_s));
+        installation.write(u"config/uiconfig.xml"_s, uiFile);
+        for (const char *picture : {"treebook", "treebookopen", "treepage"})
+            installation.write(u"images/%1.svg"_s.arg(QLatin1StringView(picture)),
+                               "<svg xmlns='http://www.w3.org/2000/svg' width='8' height='8'/>");
+        installation.write(u"help/a.xml"_s, R"(<help><page name="Home" path="html/index.html"/>)"
+                                            R"(<page name="Two" path="html/two.html"/></help>)");
+        page(u"index.html"_s, "home");
+        page(u"two.html"_s, "needle");
+        FullTextIndex index; // or its progress would be shown
+        QVERIFY(index.build(installation.path(u"help"_s)) && index.save(installation.path(u"help/index"_s)));
+        restart();
+    }
+
+    void page(const QString &name, const QByteArray &body) const
+    {
+        installation.write(u"help/html/"_s + name, "<html><body>" + body + "</body></html>\n");
+    }
+    [[nodiscard]] QTextBrowser *browser() const
+    {
+        const View *view = window->viewManager()->currentView();
+        return view ? view->findChild<QTextBrowser *>(u"HelpBrowser"_s) : nullptr;
+    }
+    [[nodiscard]] QString text() const { return browser() ? browser()->toPlainText().trimmed() : u"(no help)"_s; }
+    [[nodiscard]] bool isEnabled(const QString &name) const { return window->findChild<QAction *>(name)->isEnabled(); }
+    void trigger(const QString &name) const { window->findChild<QAction *>(name)->trigger(); }
+    void follow(const QString &link) const { Q_EMIT browser()->anchorClicked(QUrl(link)); }
+};
+} // namespace
+
+class HelpCommandsTest : public QObject
+{
+    Q_OBJECT
+private Q_SLOTS:
+    void initTestCase() { m_home = qgetenv("HOME"); }
+    void cleanupTestCase() { qputenv("HOME", m_home); }
+    void init() { QTest::failOnWarning(QRegularExpression(u"^(?!This plugin does not support)"_s)); }
+
+    void homePageIsShownInTheDocuments()
+    {
+        const HelpFixture f;
+        QVERIFY(f.isEnabled(u"helpHome"_s) && f.isEnabled(u"helpSearch"_s));
+        f.trigger(u"helpHome"_s);
+        QCOMPARE(f.text(), u"home"_s);
+        f.trigger(u"helpHome"_s);
+        QCOMPARE(f.openFiles(), QStringList(u"Help"_s));
+    }
+
+    void nextAndPreviousFollowTheContents()
+    {
+        const HelpFixture f;
+        QVERIFY(!f.isEnabled(u"helpNext"_s));
+        f.trigger(u"helpHome"_s);
+        QVERIFY(f.isEnabled(u"helpNext"_s) && !f.isEnabled(u"helpPrevious"_s) && !f.isEnabled(u"helpBack"_s));
+        f.trigger(u"helpNext"_s);
+        QCOMPARE(f.text(), u"needle"_s);
+        QVERIFY(!f.isEnabled(u"helpNext"_s) && f.isEnabled(u"helpPrevious"_s) && f.isEnabled(u"helpBack"_s));
+        f.trigger(u"helpBack"_s);
+        QCOMPARE(f.text(), u"home"_s);
+        f.open(u"a.c"_s);
+        f.window->viewManager()->activateView(f.window->viewManager()->arrangedViews().first(), true);
+        QVERIFY(f.isEnabled(u"helpNext"_s)); // back from another view
+    }
+
+    void fileThatIsListedIsSelectedInTheContents()
+    {
+        const HelpFixture f;
+        QVERIFY(f.window->openFile(f.installation.path(u"help/html/two.html"_s), false));
+        QCOMPARE(f.text(), u"needle"_s);
+        const auto *list = f.window->findChild<QTreeWidget *>(u"HelpListView"_s);
+        QCOMPARE(list->currentItem()->text(0), u"Two"_s);
+    }
+
+    void searchAsksForTheText()
+    {
+        const HelpFixture f;
+        f.answers->meet([](QDialog *dialog) {
+            QCOMPARE(dialog->objectName(), u"helpSearchDialog"_s);
+            auto *ok = dialog->findChild<QPushButton *>(u"buttonOk"_s);
+            QVERIFY(!ok->isEnabled());
+            QTest::keyClicks(dialog->findChild<QLineEdit *>(), u"needle"_s);
+            QVERIFY(ok->isEnabled());
+            ok->click();
+        });
+        f.trigger(u"helpSearch"_s);
+        QVERIFY2(f.text().startsWith(u"Search results for \"needle\":"_s), qPrintable(f.text()));
+        f.answers->meet([](QDialog *dialog) {
+            QCOMPARE(dialog->findChild<QLineEdit *>()->text(), u"needle"_s); // the last text is proposed
+            dialog->reject();
+        });
+        f.trigger(u"helpSearch"_s);
+        QVERIFY(f.answers->allGiven());
+    }
+
+    void contentsMayGoWhileTheDialogIsShown()
+    {
+        HelpFixture f;
+        f.answers->meet([&](QDialog *dialog) {
+            delete f.window->findChild<HelpWidget *>();
+            dialog->accept();
+        });
+        f.trigger(u"helpSearch"_s);
+        QVERIFY(f.answers->allGiven());
+    }
+
+    // Links
+
+    void linkTriggersAnAction()
+    {
+        const HelpFixture f;
+        f.trigger(u"helpHome"_s);
+        f.follow(u"command:windowCloseAll"_s);
+        QCOMPARE(f.text(), u"home"_s); // not while the link's event is handled
+        QTRY_VERIFY(f.openFiles().isEmpty());
+    }
+
+    void unknownOrDisabledActionIsReported_data()
+    {
+        QTest::addColumn<QString>("link");
+        QTest::newRow("unknown") << u"command:noSuchAction"_s;
+        QTest::newRow("disabled") << u"command:fileSave"_s;
+        QTest::newRow("missing workspace") << u"command:openWorkspace?../examples/none.vnw"_s;
+    }
+
+    void unknownOrDisabledActionIsReported()
+    {
+        QFETCH(QString, link);
+        const HelpFixture f;
+        f.trigger(u"helpHome"_s);
+        f.answers->press(QMessageBox::Ok);
+        f.follow(link);
+        QCOMPARE(f.answers->said, QStringList(u"This link cannot be followed:\n"_s + link));
+    }
+
+    void linkOpensAWorkspaceRelativeToTheHelp()
+    {
+        const HelpFixture f;
+        f.installation.write(u"examples/my ex/a.vnw"_s, "<workspace><project path='a.vnp'/></workspace>");
+        f.installation.write(u"examples/my ex/a.vnp"_s,
+                             "<project><properties currentconfiguration='Default'><configuration name='Default'/>"
+                             "</properties></project>");
+        f.trigger(u"helpHome"_s);
+        f.follow(u"command:openWorkspace?../examples/my%20ex/a.vnw"_s);
+        QTRY_COMPARE(f.projects(), QStringList(u"a"_s));
+    }
+
+    void startPageListsTheRecentWorkspaces()
+    {
+        HelpFixture f;
+        f.page(u"index.html"_s, "$(RecentWorkspaces)");
+        f.trigger(u"helpHome"_s);
+        QCOMPARE(f.text(), u"No workspace has been opened yet."_s);
+        f.writeProject(u"a&b/a.vnp"_s);
+        const QString workspace = f.writeWorkspace(u"a&b/a.vnw"_s, {u"a.vnp"_s});
+        QVERIFY(f.window->openWorkspace(workspace, true));
+        QVERIFY(f.window->closeWorkspace());
+        f.window->viewManager()->closeAll();
+        f.trigger(u"helpHome"_s);
+        QCOMPARE(f.text(), u"a (%1)"_s.arg(QFileInfo(workspace).path()));
+        const QString link = f.browser()->document()->firstBlock().begin().fragment().charFormat().anchorHref();
+        f.follow(link);
+        QTRY_COMPARE(f.projects(), QStringList(u"a"_s));
+    }
+
+private:
+    QByteArray m_home;
+};
+
+int main(int argc, char **argv)
+{
+    HelpCommandsTest test; // makes an application in each function
+    return QTest::qExec(&test, argc, argv);
+}
+#include "tst_helpcommands.moc"
