@@ -49,6 +49,40 @@ QStringList links(const QTextDocument &document)
     return result;
 }
 
+/// Whether the program carries out the link, instead of showing another page.
+bool isCommand(const QString &link)
+{
+    return link.startsWith(u"command:");
+}
+
+QDomElement actionsOfTheProgram()
+{
+    QDomDocument document;
+    document.setContent(read(u"" VARNEL_SOURCE_DIR "/config/uiconfig.xml"_s));
+    return document.documentElement().firstChildElement(u"actions"_s);
+}
+
+/// The names of the actions, and with them the texts.
+QMap<QString, QString> actionTexts()
+{
+    QMap<QString, QString> result;
+    const QDomElement actions = actionsOfTheProgram();
+    for (QDomElement action = actions.firstChildElement(); !action.isNull(); action = action.nextSiblingElement())
+        result.insert(action.attribute(u"name"_s), action.firstChildElement(u"text"_s).text());
+    return result;
+}
+
+/// The anchors of a page to which links lead.
+QStringList anchors(const QTextDocument &document)
+{
+    QStringList result;
+    for (QTextBlock block = document.begin(); block.isValid(); block = block.next()) {
+        for (const QTextLayout::FormatRange &range : block.textFormats())
+            result += range.format.anchorNames();
+    }
+    return result;
+}
+
 /// The target page of a link on another page, relative to the help directory.
 QString target(const QString &page, const QString &link)
 {
@@ -139,6 +173,11 @@ private Q_SLOTS:
     void titlesAreUnique();
     void linkTargetsExist_data() { pageRows(); }
     void linkTargetsExist();
+    void commandLinksNameActionsAndWorkspaces_data() { pageRows(); }
+    void commandLinksNameActionsAndWorkspaces();
+    void picturesExist_data() { pageRows(); }
+    void picturesExist();
+    void everyActionIsNamed();
     void homePageLinksToAllPages();
     void pageSetsNoColours_data() { pageRows(); }
     void pageSetsNoColours();
@@ -200,8 +239,47 @@ void TestHelp::linkTargetsExist()
 {
     QFETCH(QString, page);
     const auto document = show(page);
-    for (const QString &link : links(*document))
+    for (const QString &link : links(*document)) {
+        if (isCommand(link))
+            continue;
         QVERIFY2(pages().contains(target(page, link)), qPrintable(link));
+        const QString anchor = link.section(u'#', 1);
+        QVERIFY2(anchor.isEmpty() || anchors(*show(target(page, link))).contains(anchor), qPrintable(link));
+    }
+}
+
+void TestHelp::commandLinksNameActionsAndWorkspaces()
+{
+    QFETCH(QString, page);
+    const auto document = show(page);
+    for (const QString &link : links(*document)) {
+        const QString name = link.section(u':', 1).section(u'?', 0, 0);
+        if (isCommand(link) && name != "openWorkspace"_L1)
+            QVERIFY2(actionTexts().contains(name), qPrintable(link));
+        else if (isCommand(link))
+            QVERIFY2(QFile::exists(helpDirectory.filePath(link.section(u'?', 1))), qPrintable(link));
+    }
+}
+
+void TestHelp::picturesExist()
+{
+    QFETCH(QString, page);
+    static const QRegularExpression picture(u"<img[^>]*\\ssrc=\"([^\"]*)\""_s);
+    QRegularExpressionMatchIterator it = picture.globalMatch(read(helpDirectory.filePath(page)));
+    while (it.hasNext()) {
+        const QString source = it.next().captured(1);
+        QVERIFY2(helpDirectory.exists(target(page, source)), qPrintable(source));
+    }
+}
+
+void TestHelp::everyActionIsNamed()
+{
+    QString manual;
+    for (const QString &page : pages())
+        manual += show(page)->toPlainText().simplified() + u'\n';
+    QVERIFY(actionTexts().size() >= 88);
+    for (const QString &text : actionTexts())
+        QVERIFY2(manual.contains(text), qPrintable(text));
 }
 
 void TestHelp::homePageLinksToAllPages()
@@ -209,8 +287,11 @@ void TestHelp::homePageLinksToAllPages()
     const QString home = u"html/index.html"_s;
     QStringList reached{home};
     const auto document = show(home);
-    for (const QString &link : links(*document))
-        reached.append(target(home, link));
+    for (const QString &link : links(*document)) {
+        if (!isCommand(link))
+            reached.append(target(home, link));
+    }
+    reached.removeDuplicates();
     reached.sort();
     QCOMPARE(reached, pages());
 }
