@@ -27,6 +27,12 @@ void addScriptPath(const ScriptDirectories &directories)
     PyRun_SimpleString(script.toUtf8().constData());
 }
 
+/// Where a virtual environment keeps the packages of this Python.
+QString packageDirectory(const QString &virtualEnvironment)
+{
+    return virtualEnvironment + u"/lib/python%1.%2/site-packages"_s.arg(PY_MAJOR_VERSION).arg(PY_MINOR_VERSION);
+}
+
 PythonReference createGlobals()
 {
     PythonReference globals(PyDict_New());
@@ -74,15 +80,30 @@ PythonInterpreter::PythonInterpreter(const ScriptDirectories &directories, QObje
     m_output = std::make_unique<PythonOutput>(reinterpret_cast<quintptr>(this));
     connect(m_output.get(), &PythonOutput::written, this, &PythonInterpreter::outputLine);
     addScriptPath(directories);
+    addVirtualEnvironment(directories.virtualEnvironment);
     m_globals = createGlobals();
 }
 
 PythonInterpreter::~PythonInterpreter() = default;
 
+void PythonInterpreter::addVirtualEnvironment(const QString &directory)
+{
+    if (directory.isEmpty())
+        return;
+    const QString packages = packageDirectory(directory);
+    if (QFileInfo(packages).isDir())
+        PyRun_SimpleString(u"import site; site.addsitedir(%1)\n"_s.arg(pythonLiteral(packages)).toUtf8().constData());
+    else
+        m_notice = tr("The virtual environment '%1' has no packages for Python %2.%3.\n")
+                       .arg(directory, QString::number(PY_MAJOR_VERSION), QString::number(PY_MINOR_VERSION));
+}
+
 void PythonInterpreter::start(const QString &startupPath)
 {
     sendOutput(tr("Varnel Command Line (Python %1 on %2)\n")
                    .arg(QString::fromUtf8(Py_GetVersion()), QString::fromUtf8(Py_GetPlatform())));
+    if (!m_notice.isEmpty())
+        sendOutput(m_notice);
     if (QFileInfo::exists(startupPath))
         runFile(startupPath);
     sendOutput(m_primaryPrompt);

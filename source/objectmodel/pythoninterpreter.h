@@ -10,7 +10,8 @@ class PythonInterpreter : public QObject
 {
     Q_OBJECT
 public:
-    /// Redirects sys.stdout and sys.stderr to this object and appends the directories to sys.path.
+    /// Redirects sys.stdout and sys.stderr to this object, and appends the directories to sys.path, the packages of the
+    /// virtual environment behind them.
     explicit PythonInterpreter(const ScriptDirectories &directories, QObject *parent = nullptr);
     ~PythonInterpreter() override;
 
@@ -36,12 +37,14 @@ Q_SIGNALS:
     void outputLine(const QString &text);
 
 private:
+    void addVirtualEnvironment(const QString &directory);
     void addLine(const QString &line);
     void run(const PythonReference &code);
 
     std::unique_ptr<PythonOutput> m_output;
     PythonReference m_globals; ///< a dictionary other than that of the module __main__
     QString m_block;           ///< the lines of the current statement, each with its line break
+    QString m_notice;          ///< printed at the start
     bool m_continuing = false; ///< the current statement has more than one line
     const QString m_primaryPrompt = QStringLiteral(">>> ");
     const QString m_continuationPrompt = QStringLiteral("... ");

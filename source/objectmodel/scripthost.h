@@ -2,7 +2,7 @@
 #include "windowservices.h"
 class EventHandlers;
 
-/// What scripts reach of the main window: the services of its commands, and the event handlers.
+/// The part of the main window for scripts: the services of its commands, and the event handlers.
 class ScriptHost : public WindowServices
 {
 public:

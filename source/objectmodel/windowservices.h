@@ -12,8 +12,8 @@ class QWidget;
 class ViewManager;
 class Workspace;
 
-/// What the main window does for the classes behind its commands and docks. They get this interface and the Activity,
-/// and know no other class of the window.
+/// The services of the main window for the classes behind its commands and docks. They use this interface and the
+/// Activity, and no other class of the window.
 class WindowServices
 {
 public:
@@ -33,7 +33,7 @@ public:
     [[nodiscard]] virtual QSettings &settings() const = 0;
     [[nodiscard]] virtual LastDirectories &directories() = 0;
     [[nodiscard]] virtual QString sourceFilter() const = 0; ///< Of dialogs that ask for source files.
-    /// Opens a file, or a document with another kind of name, in front. False if that fails; the user has seen why.
+    /// Opens a file, or a document with another kind of name, in front. False, after a message, if that fails.
     virtual bool openFile(const QString &path, bool addToRecent) = 0;
     /// Saves all modified documents, projects and the workspace. False if the user or a file refuses.
     virtual bool fileSaveAll() = 0;
@@ -57,7 +57,7 @@ public:
     // Plug-ins and scripts
     /// A new plug-in object with one reference for the caller; null if no plug-in offers @p feature.
     [[nodiscard]] virtual IPluginObject *createPlugin(const QString &feature) const = 0;
-    virtual void runPyFile(const QString &path) = 0; ///< A relative path belongs to the current project's directory.
+    virtual void runPyFile(const QString &path) = 0; ///< The path may be relative to the current project's directory.
     virtual void fireEvent(const QString &name) = 0; ///< Calls the script's handler of the event.
 
 protected:

@@ -22,7 +22,7 @@ void Activity::setState(ActivityState next)
         return;
     if (next != m_state) {
         Q_EMIT stateChanging(next);
-        const ActivityAvailability available = availability(next); // asks a plug-in, which may report a state
+        const ActivityAvailability available = availability(next); // calls a plug-in, which may report a state
         if (change != m_stateChanges)
             return;
         Q_EMIT availabilityChanged(available);
@@ -82,7 +82,7 @@ void Activity::closeWorkspace()
     Q_EMIT workspaceClosed();
 }
 
-/// The workspace is out of reach before its projects and their plug-ins go: they may call back.
+/// workspace() is null before its projects and their plug-ins are deleted: they may call back.
 void Activity::deleteWorkspace()
 {
     if (m_workspace)

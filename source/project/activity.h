@@ -8,10 +8,10 @@
 class Project;
 class ProjectWorkspace;
 
-/// What the whole program asks about: the open workspace, which it owns, and the activity state.
+/// The state that the whole program shares: the open workspace, which it owns, and the activity state.
 ///
 /// It is the only class that changes the state. Receivers of its signals may run event loops and may change state or
-/// workspace again; a change of state that was overtaken by a newer one in this way is dropped.
+/// workspace again; a change of state that is followed by a newer one in this way is dropped.
 class Activity : public QObject
 {
     Q_OBJECT
@@ -26,10 +26,10 @@ public:
     [[nodiscard]] bool isDebugging() const; ///< There is a current project, and the state is one of a debug session.
 
     [[nodiscard]] ProjectWorkspace *workspace() const { return m_workspace.get(); } ///< Null while none is open.
-    /// Takes over a workspace that was loaded, in place of the open one, and leads to the idle state. Receivers of the
+    /// Takes ownership of a loaded workspace, which replaces the open one, and sets the idle state. Receivers of the
     /// signals may have closed it again when this returns.
     void openWorkspace(std::unique_ptr<ProjectWorkspace> workspace);
-    /// Deletes the open workspace, which must not be null. Leads to the state without a workspace.
+    /// Deletes the open workspace, which must not be null. Sets the state without a workspace.
     void closeWorkspace();
     /// Adds a project to the open workspace, which must not be null, and makes it the current one.
     void addProject(std::unique_ptr<Project> project);
@@ -43,7 +43,7 @@ public:
     [[nodiscard]] Environment currentEnvironment() const; ///< That of the current project; null if there is none.
 
 Q_SIGNALS:                                  // in the order in which a change emits them
-    void stateEntering(ActivityState next); ///< state() is the old one; the change may still be overtaken.
+    void stateEntering(ActivityState next); ///< state() is the old one; the change may still be dropped.
     void stateChanging(ActivityState next); ///< Only if @p next differs from state(), which is the old one.
     /// After stateChanging(), and after currentProjectChanged().
     void availabilityChanged(const ActivityAvailability &available);
@@ -55,7 +55,7 @@ Q_SIGNALS:                                  // in the order in which a change em
     void projectActivityChanged();        ///< A project became active or inactive.
     void currentProjectChanged();
     void workspaceReady();   ///< The state is idle, the windows show the workspace.
-    void workspaceClosing(); ///< workspace() is still valid: give back everything that refers to it.
+    void workspaceClosing(); ///< workspace() is still valid: release everything that refers to it.
     void workspaceClosed();  ///< workspace() is null; the state is the one without a workspace.
 
 private:

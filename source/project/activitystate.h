@@ -1,7 +1,7 @@
 #pragma once
 #include <QString>
 
-/// What the program is busy with. The numbers are fixed: scripts see them.
+/// The activity of the program. The numbers are fixed: scripts use them.
 enum ActivityState {
     StateNoWorkspace = 0,  ///< no workspace is open
     StateIdle = 1,         ///< a workspace is open, no activity
@@ -13,7 +13,7 @@ enum ActivityState {
     StateUnknown = 7       ///< the target's state is not known
 };
 
-/// What the state alone does not tell about the open workspace.
+/// Properties of the open workspace that do not follow from the state.
 struct ActivityContext
 {
     bool workspace = false;            ///< a workspace is open
@@ -51,5 +51,5 @@ struct ActivityAvailability
     return state >= StateInitialising;
 }
 
-/// What the caption of the main window says of @p state; empty for the states that need no words.
+/// The text for @p state in the caption of the main window; empty for the states that are not shown.
 [[nodiscard]] QString captionSuffix(ActivityState state);

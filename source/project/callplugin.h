@@ -2,11 +2,11 @@
 #include <exception>
 #include <type_traits>
 
-/// Tells the warning channel that an exception has left a plug-in.
+/// Prints a warning about an exception that a plug-in has thrown.
 void warnOfException(const char *operation, const char *what);
 
-/// Makes a call into a plug-in. An exception, which must not leave one, ends here: it is told on the warning channel
-/// with @p operation, "Class::method", and the result is false.
+/// Makes a call into a plug-in. Catches exceptions, which a plug-in must not throw: prints a warning with @p operation,
+/// "Class::method", and returns false.
 template <typename Call>
 bool runPlugin(const char *operation, const Call &call)
 {

@@ -61,5 +61,5 @@ private:
 };
 
 /// Whether @p folder cannot move into @p target because it is the target or contains it. A null target is the root of a
-/// project, which takes every folder.
+/// project, into which every folder can move.
 [[nodiscard]] bool wouldContainItself(ProjectFolder *folder, const ProjectFolder *target);

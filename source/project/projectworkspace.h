@@ -16,7 +16,7 @@ public:
     ~ProjectWorkspace() override;
 
     /// False if the file cannot be read or is not XML; then the workspace is empty. A project that could not be loaded
-    /// is in the list all the same, with openedOK() false. No signal is emitted.
+    /// is also in the list, with openedOK() false. No signal is emitted.
     bool load(const QString &fileName);
     /// Writes the list of projects, not the projects. False if the file cannot be written completely.
     bool save();

@@ -10,6 +10,7 @@ LineEditor::LineEditor(Button button, QWidget *parent) : QWidget(parent), m_edit
     auto *layout = new QHBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);
+    m_edit->setObjectName(u"propertyEdit"_s);
     m_edit->setFrame(false);
     m_edit->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Ignored);
     layout->addWidget(m_edit);

@@ -337,13 +337,26 @@ void PropertyEditor::rowsMade(const QString &emptyText)
     const int room = m_list->viewport()->width() * 3 / 5;
     const int wanted = static_cast<QAbstractItemView *>(m_list)->sizeHintForColumn(0) + m_list->treeStepSize();
     m_list->header()->resizeSection(0, std::clamp(wanted, 100, std::max(100, room)));
-    PropertyItem *first = m_list->firstChild();
-    if (first && first->childCount() > 0)
-        first = static_cast<PropertyItem *>(first->ListViewItem::firstChild());
-    if (first)
+    if (PropertyItem *first = firstProperty())
         propertySelected(first);
     else
         m_helpView->setPlainText(emptyText);
+}
+
+/// The first row that is not a heading; null if there is none.
+PropertyItem *PropertyEditor::firstProperty() const
+{
+    PropertyItem *first = m_list->firstChild();
+    return first && first->childCount() > 0 ? static_cast<PropertyItem *>(first->ListViewItem::firstChild()) : first;
+}
+
+void PropertyEditor::enterList()
+{
+    PropertyItem *first = firstProperty();
+    if (!first)
+        return;
+    m_list->setCurrentItem(first);
+    m_list->setFocus(Qt::TabFocusReason);
 }
 
 void PropertyEditor::filterChanged(const QString &text)
@@ -453,8 +466,7 @@ bool PropertyEditor::eventFilter(QObject *watched, QEvent *event)
     case Qt::Key_Down:
     case Qt::Key_Return:
     case Qt::Key_Enter:
-        if (!m_rows.isEmpty())
-            m_list->setFocus(Qt::TabFocusReason);
+        enterList();
         return true;
     case Qt::Key_Escape:
         if (m_filterEdit->text().isEmpty())

@@ -71,6 +71,8 @@ private:
     void fillPage();
     void fillMatches(const QString &text);
     void rowsMade(const QString &emptyText);
+    [[nodiscard]] PropertyItem *firstProperty() const;
+    void enterList(); ///< Gives the keyboard focus to the first property.
     void filterChanged(const QString &text);
     void setCurrentPage(ProjectTreeItem *page);
     void showContextMenu(ListViewItem *item, const QPoint &position);

@@ -50,7 +50,7 @@ DisassemblerView::DisassemblerView(Document *document, const FormatTable *format
         if (goTo(m_goTo->text()))
             m_paras->setFocus();
     });
-    update(nullptr, true);
+    DisassemblerView::update(nullptr, true);
 }
 
 void DisassemblerView::layOut()

@@ -11,7 +11,7 @@ constexpr int IndexPatience = 30;  ///< milliseconds that opening waits for the 
 constexpr int IndexInterval = 100; ///< milliseconds
 constexpr int FileInterval = 1000; ///< milliseconds
 constexpr qint64 QuicklyIndexed = 50'000'000; ///< bytes
-constexpr qint64 ReadSize = 256 * 1024;       ///< bytes
+constexpr qint64 ReadSize = 262'144;          ///< bytes
 constexpr int MostContinuations = 3;          ///< bytes of a character behind its first one
 
 bool continuesCharacter(char byte)

@@ -2,8 +2,8 @@
 #include "largefile.h"
 
 namespace {
-constexpr qint64 BlockSize = 256 * 1024; ///< bytes
-constexpr qint64 Around = 8;             ///< bytes of a character, and of the one beside it
+constexpr qint64 BlockSize = 262'144; ///< bytes
+constexpr qint64 Around = 8;          ///< bytes of a character, and of the one beside it
 
 bool continuesCharacter(char byte)
 {

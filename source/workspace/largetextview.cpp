@@ -8,6 +8,7 @@
 #include "messages.h"
 #include "textlineview.h"
 #include <QElapsedTimer>
+#include <QFileInfo>
 #include <QLocale>
 #include <QPointer>
 #include <QScrollBar>
@@ -44,7 +45,7 @@ LargeTextView::LargeTextView(LargeTextDocument *document, const FormatTable *for
     connect(m_margin, &MarkerWidget::toggleBreakpoint, this, &LargeTextView::toggleBreakpoint);
     connectDocument();
     connectFindBar();
-    update(nullptr, true);
+    LargeTextView::update(nullptr, true);
 }
 
 void LargeTextView::layOut()

@@ -24,7 +24,7 @@ quint64 lineEnds(const char *bytes)
 #ifdef __SSE2__
     const __m128i wanted = _mm_set1_epi8('\n');
     for (int i = 0; i < 4; ++i) {
-        const __m128i part = _mm_loadu_si128(reinterpret_cast<const __m128i *>(bytes + 16 * i));
+        const __m128i part = _mm_loadu_si128(reinterpret_cast<const __m128i *>(bytes + std::ptrdiff_t(16) * i));
         found |= quint64(quint32(_mm_movemask_epi8(_mm_cmpeq_epi8(part, wanted)))) << 16 * i;
     }
 #else

@@ -21,7 +21,7 @@ public:
     [[nodiscard]] qint64 size() const { return m_size; } ///< bytes that have been counted
     /// The lines that begin in the counted bytes.
     [[nodiscard]] qint64 lineCount() const { return linesBefore(m_size); }
-    [[nodiscard]] qint64 memory() const { return qint64(m_blocks.capacity() * sizeof(quint64)); } ///< bytes
+    [[nodiscard]] qint64 memory() const { return qint64(sizeof(quint64)) * qint64(m_blocks.capacity()); } ///< bytes
 
     /// A place from which lines can be counted on.
     struct Start

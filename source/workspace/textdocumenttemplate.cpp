@@ -23,8 +23,8 @@ TextDocumentTemplate::~TextDocumentTemplate() = default;
 
 void TextDocumentTemplate::readSettings(const QSettings &settings)
 {
-    m_lineNumbers = settings.value(u"Editor/LineNumbers"_s, 0).toInt() != 0;
-    m_currentLine = settings.value(u"Editor/CurrentLine"_s, 0).toInt() != 0;
+    m_lineNumbers = settings.value(u"Editor/LineNumbers"_s, 1).toInt() != 0;
+    m_currentLine = settings.value(u"Editor/CurrentLine"_s, 1).toInt() != 0;
     if (!m_indenter)
         return;
     m_indenter->setTabSize(settings.value(u"Editor/TabSize"_s, 4).toInt());

@@ -17,7 +17,7 @@
 #include <QLabel>
 
 /// The control of debug sessions and of builds with the real activity, documents and views, the stub's processors and
-/// services that only write down their calls. story() lists what happened, a line each.
+/// services that only record their calls. story() returns the recorded events, one per line.
 class DebugFixture : protected StubFixture, public FakeServices
 {
 protected:
@@ -50,7 +50,7 @@ protected:
     void tearDown()
     {
         QVERIFY(m_answers->allGiven());
-        QCOMPARE(m_answers->said, QStringList()); // of dialogs that nobody expects
+        QCOMPARE(m_answers->said, QStringList()); // no unexpected dialogs
         m_views->closeAll();
         StubFixture::tearDown();
         m_control.reset();
@@ -95,7 +95,7 @@ protected:
             action();
     }
 
-    /// As the commands of the window do it.
+    /// Closes it like the commands of the window.
     void closeWorkspace()
     {
         if (m_activity->state() >= StateRunning)
@@ -111,18 +111,17 @@ protected:
         closeWorkspace();
     }
 
-    /// As if there had never been one.
+    /// Also clears the recorded events.
     void dropWorkspace()
     {
         StubFixture::dropWorkspace();
         story();
     }
 
-    // The story
+    // Recorded events
     void note(const QString &text) { m_story += m_stub->takeCalls() + QStringList{text}; }
 
-    /// What has happened since the last call. Each change of state asks whether a processor can be attached to; that is
-    /// left out.
+    /// The events since the last call, one per line, without canAttach(), which each change of state calls.
     QString story()
     {
         m_story += m_stub->takeCalls();
@@ -130,8 +129,8 @@ protected:
         lines.removeIf([](const QString &line) { return line.endsWith(QStringLiteral(".canAttach()")); });
         return lines.join(u'\n').remove(m_directory->path() + u'/');
     }
-    /// The same without what is only asked of plug-ins to show it.
-    QString deeds()
+    /// The same without the queries of plug-ins for data to be shown.
+    QString effects()
     {
         using namespace Qt::StringLiterals;
         const QStringList questions{u".currentLocation()"_s, u".breakpoints()"_s, u".programStatus()"_s};
@@ -152,7 +151,7 @@ protected:
     }
     StubScript &scriptOf(const QString &label) { return m_stub->script(u'{' + label + u'}'); }
 
-    /// The current project from now on, on a processor that stands in line 7 of "main.c".
+    /// Adds the new current project, with a processor that is paused at line 7 of "main.c".
     Project *addProcessor(const QString &name, const QSet<QUuid> &offers = {}, const QString &files = {})
     {
         using namespace Qt::StringLiterals;
@@ -193,7 +192,7 @@ protected:
     {
         m_control->programStatusChanged(IExecutionEnvironment::ProgramStatus(status), project->executionInterface());
     }
-    /// As it is while the program runs or stands, without what led to it.
+    /// Sets the state and clears the recorded events.
     void be(ActivityState state)
     {
         m_activity->setState(state);
@@ -214,7 +213,7 @@ protected:
         }
         return nullptr;
     }
-    /// What is in front, without its directory.
+    /// The document in front, without its directory.
     QString front() const
     {
         Document *document = m_views->currentDocument();
@@ -236,13 +235,13 @@ protected:
             QCOMPARE(box->windowTitle(), QStringLiteral("Varnel"));
             QCOMPARE(box->icon(), QMessageBox::Information);
             QCOMPARE(box->parentWidget(), m_window.get());
-            note(QStringLiteral("says ") + box->text().replace(u'\n', u'|') + buttons(*box));
+            note(QStringLiteral("message ") + box->text().replace(u'\n', u'|') + buttons(*box));
             if (meanwhile)
                 meanwhile();
             box->button(button)->click();
         });
     }
-    /// Expects to be asked about processors, does something meanwhile, and presses a button; null closes the dialog.
+    /// Expects the question about processors, does something meanwhile, and presses a button; null closes the dialog.
     void expectQuestion(const char *button, bool dontAskAgain = false, const std::function<void()> &meanwhile = {})
     {
         m_answers->meet([this, button, dontAskAgain, meanwhile](QDialog *dialog) {
@@ -250,7 +249,7 @@ protected:
             const auto text = [&](const char *name) {
                 return dialog->findChild<QAbstractButton *>(QString::fromLatin1(name))->text();
             };
-            note(QStringLiteral("asks %1 [%2|%3]")
+            note(QStringLiteral("question %1 [%2|%3]")
                      .arg(dialog->findChild<QLabel *>(QStringLiteral("QuestionLabel"))->text(), text("Button1"),
                           text("Button2")));
             dialog->findChild<QCheckBox *>(QStringLiteral("DontAskCheck"))->setChecked(dontAskAgain);
@@ -276,11 +275,11 @@ protected:
     bool m_savesAll = true;
     int m_line = 1;
     std::function<void()> m_whileSaving;
-    QHash<QString, std::function<void()>> m_onEvent; ///< what scripts do on events
+    QHash<QString, std::function<void()>> m_onEvent; ///< the actions of scripts by event
     QStringList m_story;
 
 private:
-    /// Empty for a message that can only be taken note of.
+    /// The names of the buttons; empty if there is only OK.
     static QString buttons(const QMessageBox &box)
     {
         QStringList names;

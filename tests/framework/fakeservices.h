@@ -3,7 +3,7 @@
 #include <memory>
 #include <QString>
 
-/// Window services that do nothing: tests override what they look at.
+/// Window services that do nothing: tests override the functions that they check.
 class FakeServices : public ScriptHost
 {
 public:

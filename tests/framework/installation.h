@@ -5,7 +5,7 @@
 #include <QSettings>
 #include <QTemporaryDir>
 
-/// An installation below a temporary directory. While it is the last one made, the settings lie there as well.
+/// An installation below a temporary directory. While it is the newest one, the settings are stored there as well.
 class Installation
 {
 public:
@@ -17,7 +17,7 @@ public:
     [[nodiscard]] QString path(const QString &name) const { return m_root.filePath(name); }
     [[nodiscard]] QString settingsFile() const { return path(QStringLiteral("settings/Ostrand Labs/Varnel/1.0.ini")); }
 
-    /// The table of its directories; it is the user's data directory and documents folder, too.
+    /// The table of its directories; it is also the user's data directory and documents folder.
     [[nodiscard]] std::function<ApplicationPaths()> paths() const
     {
         return [root = QDir(m_root.path())] { return ApplicationPaths(root, [] { return std::nullopt; }); };
@@ -31,7 +31,7 @@ public:
             qFatal("cannot write %s", qPrintable(file.fileName()));
     }
 
-    /// What a main window looks for, in a plain form.
+    /// Writes minimal versions of the files that a main window needs.
     void writeWindowFiles() const
     {
         write(QStringLiteral("config/uiconfig.xml"), "<ui/>");
@@ -60,7 +60,7 @@ private:
     QTemporaryDir m_root;
 };
 
-/// The arguments of a program as main() gets them.
+/// The arguments of a program in the form of the parameters of main().
 class Arguments
 {
 public:

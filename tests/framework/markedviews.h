@@ -7,7 +7,7 @@
 #include <QMap>
 #include <QSet>
 
-/// A document of any name, which has nothing in it.
+/// An empty document of any name.
 class EmptyDocument : public Document
 {
 public:
@@ -28,7 +28,7 @@ private:
     QString m_filename;
 };
 
-/// A view with a margin and a cursor, and nothing else.
+/// A view that has only a margin and a cursor.
 class MarkedView : public View, public IViewWithMarkers, public ITextNavigation
 {
     Q_OBJECT
@@ -93,7 +93,7 @@ private:
     QMap<int, int> m_markers;
 };
 
-/// A view that offers nothing at all.
+/// A view without any optional interface.
 class BlankView : public View
 {
 public:
@@ -123,5 +123,5 @@ public:
     }
     QString extension() override { return {}; }
 
-    const char *refuses = nullptr; ///< names that it does not open contain this
+    const char *refuses = nullptr; ///< names that contain this are not opened
 };

@@ -3,8 +3,7 @@
 #include <sys/syscall.h>
 #include <unistd.h>
 
-/// Takes from this process the right to pass over file permissions, so that a read-only file is one for root as well.
-/// False if they hold nevertheless not.
+/// Removes the right of this process to ignore file permissions, so that they also apply to root. False if that fails.
 inline bool becomeOrdinaryUser()
 {
     __user_cap_header_struct header{_LINUX_CAPABILITY_VERSION_3, 0};

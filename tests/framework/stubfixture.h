@@ -32,7 +32,7 @@ protected:
         m_workspace = m_activity->workspace();
     }
 
-    /// After the end of the workspace no reference to a plug-in object is left, and none that was given to one.
+    /// Closes the workspace. Afterwards no reference to a plug-in object is left, and none that was passed to one.
     void tearDown()
     {
         dropWorkspace();
@@ -63,7 +63,7 @@ protected:
         return script(label, QSet<QUuid>{IExecutionEnvironment::Iid} + more);
     }
 
-    /// As the program makes objects: through a manager that has loaded the library.
+    /// Creates an object like the program: through a manager that has loaded the library.
     [[nodiscard]] IPluginObject *create(const QString &feature) const
     {
         return PluginManager({QFileInfo(QStringLiteral(TESTPLUGIN_STUB)).path()}).create(feature);
@@ -71,8 +71,8 @@ protected:
 
     [[nodiscard]] QString path(const QString &name) const { return m_directory->filePath(name); }
 
-    /// A project in a file of its own, which joins the workspace and is the current one. It names the plug-in objects
-    /// with these labels, none for an empty one, by the names "<label> tools" and with the options "<label> option".
+    /// Adds a project with a file of its own to the workspace, as the current one. Its plug-in objects have these
+    /// labels, none for an empty one, the names "<label> tools" and the options "<label> option".
     Project *addProject(const QString &name, const QString &build, const QString &execution,
                         const QString &contents = {})
     {
@@ -88,7 +88,7 @@ protected:
         return project;
     }
 
-    /// Presses @p button in each of the next @p count message boxes and writes down their icons, captions and texts.
+    /// Presses @p button in each of the next @p count message boxes and records their icons, captions and texts.
     void answer(QMessageBox::StandardButton button = QMessageBox::Ok, qsizetype count = 1)
     {
         if (count == 0)

@@ -61,14 +61,14 @@ private Q_SLOTS:
         QCOMPARE(paths.path(PathId(0)).path(), u"/opt/varnel"_s);
     }
 
-    void withoutARouteTheUserHasTheInstallationRoot()
+    void userDirectoriesDefaultToTheInstallationRoot()
     {
         const ApplicationPaths paths(QDir(u"/opt/varnel"_s), noRoute);
         QCOMPARE(paths.path(PathUserData).path(), u"/opt/varnel"_s);
         QCOMPARE(paths.path(PathUserDocuments).path(), u"/opt/varnel"_s);
     }
 
-    void aDirectoryThatIsTakenOutMayBeChanged()
+    void returnedDirectoryIsACopy()
     {
         const QTemporaryDir root;
         QDir(root.path()).mkdir(u"config"_s);

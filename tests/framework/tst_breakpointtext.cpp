@@ -11,7 +11,7 @@ class BreakpointTextTest : public QObject
 private Q_SLOTS:
     void init() { QTest::failOnWarning(QRegularExpression(u".?"_s)); }
 
-    void aPlaceIsWritten_data()
+    void placeIsFormattedAsText_data()
     {
         QTest::addColumn<QString>("file");
         QTest::addColumn<int>("line");
@@ -25,14 +25,14 @@ private Q_SLOTS:
         QTest::newRow("somewhere in the name") << u"/x/disassembler:0x1:fw"_s << 17 << u"disassembler, 0x10"_s;
     }
 
-    void aPlaceIsWritten()
+    void placeIsFormattedAsText()
     {
         QFETCH(QString, file);
         QFETCH(int, line);
         QTEST(breakpointText({file, line}), "text");
     }
 
-    void aTextIsRead_data()
+    void textIsParsedAsPlace_data()
     {
         QTest::addColumn<QString>("text");
         QTest::addColumn<QString>("place"); // file|line, with a star for an address; empty for none
@@ -63,7 +63,7 @@ private Q_SLOTS:
         QTest::newRow("something before") << u"a disassembler, 0x1f"_s << QString();
     }
 
-    void aTextIsRead()
+    void textIsParsedAsPlace()
     {
         QFETCH(QString, text);
         const auto place = breakpointPlace(text);

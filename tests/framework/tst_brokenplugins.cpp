@@ -5,7 +5,7 @@
 
 using namespace Qt::StringLiterals;
 
-/// The start of a program whose plug-in directory is full of libraries that fail, each in its own way.
+/// The start of a program whose plug-in directory contains libraries that fail in different ways.
 class BrokenPluginsTest : public QObject
 {
     Q_OBJECT
@@ -13,7 +13,7 @@ class BrokenPluginsTest : public QObject
 private Q_SLOTS:
     void init() { QTest::failOnWarning(QRegularExpression(u".?"_s)); }
 
-    void theProgramStartsWithTheGoodOnesAndTellsOfTheOthers()
+    void brokenPluginsAreReportedAndTheOthersLoaded()
     {
         const Installation installation;
         installation.write(u"config/uiconfig.xml"_s, "<ui/>");

@@ -27,7 +27,7 @@ public:
     QString extension() override { return {}; }
 };
 
-/// A document in memory that says when it is saved.
+/// A document in memory that records when it is saved.
 class NotedDocument : public Document
 {
 public:
@@ -54,7 +54,7 @@ private:
 };
 } // namespace
 
-/// Builds, from the command to their end, told as the stories of what was asked of the plug-in and of the window.
+/// Builds from the command to their end. The calls of the plug-in and of the window are recorded in one list.
 class BuildControlTest : public QObject, protected StubFixture, public FakeServices
 {
     Q_OBJECT
@@ -104,7 +104,7 @@ private:
 
     void note(const QString &text) { m_story += m_stub->takeCalls() + QStringList{text}; }
 
-    /// What has happened since the last time, a line each, windows and plug-ins in one order.
+    /// The calls of the window and of plug-ins since the last time, in order, one per line.
     QString story()
     {
         m_story += m_stub->takeCalls();
@@ -118,7 +118,7 @@ private:
         return queryInterface<Environment>(object.get());
     }
 
-    /// The current project from now on, with a build environment of its name and the configurations Debug and Release.
+    /// Adds the new current project, with a build environment of its name and the configurations Debug and Release.
     Project *addBuildProject(const QString &name, const QString &files = {}, const QSet<QUuid> &more = {})
     {
         QString contents;
@@ -137,13 +137,13 @@ private:
     NotedDocument *addDocument(const QString &name, bool modified)
     {
         auto *document = new NotedDocument(&m_template, path(name), [this](const QString &text) { note(text); });
-        document->setParent(m_documents.get()); // goes before the list of documents does
+        document->setParent(m_documents.get()); // deleted before the list of documents
         m_documents->addDocument(document);
         document->setModified(modified);
         return document;
     }
 
-    /// Where the build page finds a place in @p line now; empty if it does not.
+    /// The place that the build page now finds in @p line; empty if there is none.
     QString lookup(const QString &line)
     {
         m_output->clearPage(OutputWindow::Build);
@@ -222,7 +222,7 @@ private Q_SLOTS:
 
     // Build, rebuild, clean
 
-    void theProjectIsSavedThePageClearedThePluginStarted_data()
+    void commandSavesClearsThePageAndCallsThePlugin_data()
     {
         QTest::addColumn<QString>("command");
         QTest::addColumn<QString>("call");
@@ -231,7 +231,7 @@ private Q_SLOTS:
         QTest::newRow("clean") << u"buildClean"_s << u"fw.clean([Debug])"_s;
     }
 
-    void theProjectIsSavedThePageClearedThePluginStarted()
+    void commandSavesClearsThePageAndCallsThePlugin()
     {
         QFETCH(QString, command);
         QFETCH(QString, call);
@@ -252,10 +252,10 @@ private Q_SLOTS:
         m_control->buildBuild();
         QVERIFY(story().endsWith(u"fw.build([Release], false)"_s));
         QCOMPARE(lookup(u"12: a.c;\n"_s), QString());
-        QCOMPARE(lookup(u"a.c(12)\n"_s), u"a.c at 12"_s); // a project without a pattern has the usual one
+        QCOMPARE(lookup(u"a.c(12)\n"_s), u"a.c at 12"_s); // the default pattern of a project without one
     }
 
-    void aPatternIsNotGreedy()
+    void buildPatternIsNotGreedy()
     {
         Project *project = addBuildProject(u"fw"_s);
         project->properties()->setProperty(u"buildMatch"_s, u"(file)\\((line)\\)"_s, u"Debug"_s);
@@ -263,14 +263,14 @@ private Q_SLOTS:
         QCOMPARE(lookup(u"a.c(1) b.c(2)\n"_s), u"a.c at 1"_s);
     }
 
-    void aRefusalToSaveStopsBeforeThePageIsCleared_data()
+    void failedSaveStopsTheCommandBeforeThePageIsCleared_data()
     {
         QTest::addColumn<QString>("command");
         for (const QString &command : {u"buildBuild"_s, u"buildRebuild"_s, u"buildClean"_s})
             QTest::newRow(qPrintable(command)) << command;
     }
 
-    void aRefusalToSaveStopsBeforeThePageIsCleared()
+    void failedSaveStopsTheCommandBeforeThePageIsCleared()
     {
         QFETCH(QString, command);
         addBuildProject(u"fw"_s);
@@ -281,29 +281,29 @@ private Q_SLOTS:
         QCOMPARE(m_activity->state(), StateIdle);
     }
 
-    void withoutEnvironmentBuildsSayWhyAndCleanIsSilent_data()
+    void withoutEnvironmentBuildShowsAMessageAndCleanDoesNot_data()
     {
         QTest::addColumn<QString>("command");
-        QTest::addColumn<bool>("says");
+        QTest::addColumn<bool>("shows");
         QTest::newRow("build") << u"buildBuild"_s << true;
         QTest::newRow("rebuild") << u"buildRebuild"_s << true;
         QTest::newRow("clean") << u"buildClean"_s << false;
     }
 
-    void withoutEnvironmentBuildsSayWhyAndCleanIsSilent()
+    void withoutEnvironmentBuildShowsAMessageAndCleanDoesNot()
     {
         QFETCH(QString, command);
-        QFETCH(bool, says);
+        QFETCH(bool, shows);
         addProject(u"fw"_s, {}, {});
-        answer(QMessageBox::Ok, says);
+        answer(QMessageBox::Ok, shows);
         call(command);
         const QString message = u"information Varnel: The project cannot be built.\n\n"
                                 "No build environment is available."_s;
-        QCOMPARE(takeMessages(), says ? QStringList{message} : QStringList());
+        QCOMPARE(takeMessages(), shows ? QStringList{message} : QStringList());
         QCOMPARE(story(), u"window.showOutputDock"_s);
     }
 
-    void withoutWorkspaceOrProjectTheSame()
+    void withoutWorkspaceOrProjectBuildShowsAMessageAndCleanDoesNot()
     {
         answer();
         m_control->buildBuild(); // an empty workspace
@@ -320,7 +320,7 @@ private Q_SLOTS:
         QVERIFY(!story().contains(u"fileSaveAll"_s));
     }
 
-    void aProjectThatGoesWhileFilesAreSavedIsNotBuilt()
+    void projectRemovedWhileFilesAreSavedIsNotBuilt()
     {
         Project *project = addBuildProject(u"fw"_s);
         m_whileSaving = [&] { m_workspace->removeProject(project); };
@@ -328,7 +328,7 @@ private Q_SLOTS:
         QCOMPARE(story(), u"window.showOutputDock\nwindow.fileSaveAll"_s);
     }
 
-    void aPluginMayEndItsWorkInTheVeryCall()
+    void buildMayFinishInsideTheCall()
     {
         addBuildProject(u"fw"_s);
         m_stub->script(u"{fw}"_s).on[u"build"_s] = [&] { m_control->buildFinished(true); };
@@ -341,7 +341,7 @@ private Q_SLOTS:
                           "window.checkFileChanges"_s);
     }
 
-    void aPluginMayCloseItsWorkspaceInTheVeryCall()
+    void pluginMayCloseTheWorkspaceInsideTheCall()
     {
         addBuildProject(u"fw"_s);
         m_stub->script(u"{fw}"_s).on[u"build"_s] = [&] { dropWorkspace(); };
@@ -349,7 +349,7 @@ private Q_SLOTS:
         QCOMPARE(m_stub->objectCount(), 0);
     }
 
-    void anExceptionEndsTheBuild_data()
+    void exceptionEndsTheBuildAsAFailure_data()
     {
         QTest::addColumn<QString>("command");
         QTest::addColumn<QString>("call");
@@ -358,7 +358,7 @@ private Q_SLOTS:
         QTest::newRow("compile") << u"buildCompileFile"_s << u"compile"_s;
     }
 
-    void anExceptionEndsTheBuild()
+    void exceptionEndsTheBuildAsAFailure()
     {
         QFETCH(QString, command);
         QFETCH(QString, call);
@@ -374,7 +374,7 @@ private Q_SLOTS:
 
     // The project selected in the navigator
 
-    void theOtherCommandsActOnTheProjectSelectedInTheNavigator_data()
+    void altCommandsActOnTheProjectSelectedInTheNavigator_data()
     {
         QTest::addColumn<QString>("command");
         QTest::addColumn<QString>("call");
@@ -383,7 +383,7 @@ private Q_SLOTS:
         QTest::newRow("clean") << u"buildCleanAlt"_s << u"fw.clean([Debug])"_s;
     }
 
-    void theOtherCommandsActOnTheProjectSelectedInTheNavigator()
+    void altCommandsActOnTheProjectSelectedInTheNavigator()
     {
         QFETCH(QString, command);
         QFETCH(QString, call);
@@ -395,14 +395,14 @@ private Q_SLOTS:
         QCOMPARE(story(), u"window.fileSaveAll\nwindow.state 2, clear page\n"_s + call);
     }
 
-    void theOtherCommandsDoNothingWithoutTheFocus_data()
+    void altCommandsDoNothingWithoutTheFocus_data()
     {
         QTest::addColumn<QString>("command");
         for (const QString &command : {u"buildBuildAlt"_s, u"buildRebuildAlt"_s, u"buildCleanAlt"_s})
             QTest::newRow(qPrintable(command)) << command;
     }
 
-    void theOtherCommandsDoNothingWithoutTheFocus()
+    void altCommandsDoNothingWithoutTheFocus()
     {
         QFETCH(QString, command);
         addBuildProject(u"fw"_s);
@@ -414,7 +414,7 @@ private Q_SLOTS:
         QCOMPARE(story(), QString());
     }
 
-    void noProjectSelectedIsNoProject()
+    void altCommandsWithoutASelectedProjectBuildNothing()
     {
         addBuildProject(u"fw"_s);
         giveNavigatorTheFocus();
@@ -428,7 +428,7 @@ private Q_SLOTS:
 
     // Stop and end
 
-    void stopGoesToTheCurrentProjectOnlyAndTheStateStays()
+    void stopIsSentToTheCurrentProjectOnlyAndKeepsTheState()
     {
         addBuildProject(u"other"_s);
         addBuildProject(u"fw"_s);
@@ -443,7 +443,7 @@ private Q_SLOTS:
         QVERIFY(m_control->buildStopped());
     }
 
-    void stopWithoutWorkspaceProjectOrEnvironmentIsQuiet()
+    void stopWithoutWorkspaceProjectOrEnvironmentOnlySetsTheFlag()
     {
         m_control->buildStopBuild();
         addProject(u"fw"_s, {}, {});
@@ -455,7 +455,7 @@ private Q_SLOTS:
         QCOMPARE(story(), QString());
     }
 
-    void anExceptionOfStopEndsAtTheBorder()
+    void exceptionInStopIsReportedAndTheFlagSet()
     {
         addBuildProject(u"fw"_s);
         m_stub->script(u"{fw}"_s).on[u"stop"_s] = throwError;
@@ -464,7 +464,7 @@ private Q_SLOTS:
         QVERIFY(m_control->buildStopped());
     }
 
-    void aBuildForgetsAnEarlierStopAndCleanDoesNot()
+    void buildClearsTheStopFlagAndCleanDoesNot()
     {
         addBuildProject(u"fw"_s);
         m_control->buildStopBuild();
@@ -480,7 +480,7 @@ private Q_SLOTS:
         QVERIFY(!m_control->buildStopped());
     }
 
-    void aStopIsForgottenEvenIfNothingCanBeBuilt()
+    void buildClearsTheStopFlagEvenIfNothingCanBeBuilt()
     {
         addProject(u"fw"_s, {}, {});
         m_control->buildStopBuild();
@@ -489,14 +489,14 @@ private Q_SLOTS:
         QVERIFY(!m_control->buildStopped());
     }
 
-    void theEndOfABuildReturnsToIdleThenLooksForChangedFiles_data()
+    void endOfABuildSetsIdleThenChecksForChangedFiles_data()
     {
         QTest::addColumn<bool>("success");
         QTest::newRow("success") << true;
         QTest::newRow("failure") << false;
     }
 
-    void theEndOfABuildReturnsToIdleThenLooksForChangedFiles()
+    void endOfABuildSetsIdleThenChecksForChangedFiles()
     {
         QFETCH(bool, success);
         be(StateBuilding);
@@ -508,14 +508,14 @@ private Q_SLOTS:
         QCOMPARE(m_control->buildSucceeded(), success);
     }
 
-    void theEndOfABuildThatNobodyStartedLeavesTheStateAlone_data()
+    void endOfABuildOutsideTheBuildingStateKeepsTheState_data()
     {
         QTest::addColumn<int>("state");
         for (const int state : {0, 1, 3, 4, 5, 6, 7})
             QTest::newRow(qPrintable(QString::number(state))) << state;
     }
 
-    void theEndOfABuildThatNobodyStartedLeavesTheStateAlone()
+    void endOfABuildOutsideTheBuildingStateKeepsTheState()
     {
         QFETCH(int, state);
         be(ActivityState(state));
@@ -524,7 +524,7 @@ private Q_SLOTS:
         QVERIFY(m_control->buildSucceeded());
     }
 
-    void aPluginThatGoesWithItsWorkspaceEndsNothing()
+    void endReportedWhileTheWorkspaceIsDeletedIsIgnored()
     {
         addBuildProject(u"fw"_s);
         m_control->buildBuild();
@@ -537,7 +537,7 @@ private Q_SLOTS:
 
     // New contents
 
-    void newContentsReplaceThoseOfTheCurrentProjectAndTheTreeShowsThem()
+    void xmlFeedbackReplacesTheCurrentProjectAndUpdatesTheTree()
     {
         Project *other = addBuildProject(u"other"_s, u"o.c"_s);
         Project *project = addBuildProject(u"fw"_s, u"a.c b.c"_s);
@@ -551,7 +551,7 @@ private Q_SLOTS:
         QVERIFY(!shown(*tree()).contains(u"a.c"_s));
     }
 
-    void contentsThatAreNoXmlEmptyTheProject()
+    void invalidXmlFeedbackEmptiesTheProject()
     {
         Project *project = addBuildProject(u"fw"_s, u"a.c"_s);
         giveNavigatorTheFocus();
@@ -560,7 +560,7 @@ private Q_SLOTS:
         QVERIFY(!shown(*tree()).contains(u"a.c"_s));
     }
 
-    void newContentsForNobodyAreDropped()
+    void xmlFeedbackWithoutAProjectIsIgnored()
     {
         m_control->xmlFeedback(u"<project/>"_s);
         dropWorkspace();
@@ -571,7 +571,7 @@ private Q_SLOTS:
 
     // One file
 
-    void aFileIsCompiledWithoutSavingOthers()
+    void compileSavesTheProjectAndTheFileOnly()
     {
         Project *project = addBuildProject(u"fw"_s, u"main.c"_s);
         project->setModified(true);
@@ -589,7 +589,7 @@ private Q_SLOTS:
         QCOMPARE(lookup(u"12: a.c;\n"_s), u"a.c at 12"_s);
     }
 
-    void aFileKnownByItsStoredPathIsCompiledByIt()
+    void fileWithARelativePathIsCompiledByThatPath()
     {
         addBuildProject(u"fw"_s, u"src/main.c"_s);
         addDocument(u"src/main.c"_s, true);
@@ -601,7 +601,7 @@ private Q_SLOTS:
                           "fw.compile(src/main.c, Debug)"_s);
     }
 
-    void whatIsNotModifiedIsNotSaved()
+    void compileDoesNotSaveUnmodifiedFiles()
     {
         Project *project = addBuildProject(u"fw"_s, u"main.c"_s);
         addDocument(u"main.c"_s, false);
@@ -612,11 +612,11 @@ private Q_SLOTS:
         QVERIFY(!QFile::exists(project->fileName()));
     }
 
-    void aProjectThatCannotBeSavedIsToldAndTheFileCompiled()
+    void unsavableProjectShowsAMessageAndTheFileIsCompiled()
     {
         Project *project = addBuildProject(u"fw"_s, u"main.c"_s);
         project->setModified(true);
-        m_directory->remove(); // nothing can be written there
+        m_directory->remove(); // so that the project cannot be saved
         m_control->setCurrentFile(path(u"main.c"_s));
         answer();
         m_control->buildCompileFile();
@@ -648,7 +648,7 @@ private Q_SLOTS:
         QVERIFY(story().endsWith(compiler + u".compile(%1, Debug)"_s.arg(path(u"shared.c"_s))));
     }
 
-    void nothingToCompileDoesNothing()
+    void compileWithoutFileProjectOrEnvironmentDoesNothing()
     {
         addBuildProject(u"fw"_s, u"main.c"_s);
         m_control->buildCompileFile(); // no file
@@ -676,7 +676,7 @@ private Q_SLOTS:
         QCOMPARE(m_compile->text(), u"&Compile file"_s);
     }
 
-    void withoutACompileCommandItsAvailabilityIsToldAllTheSame()
+    void compileAvailableIsEmittedWithoutACompileAction()
     {
         delete m_compile;
         m_control->setCurrentFile(u"/work/src/main.c"_s);
@@ -684,7 +684,7 @@ private Q_SLOTS:
         QCOMPARE(m_control->currentFile(), u"/work/src/main.c"_s);
     }
 
-    void compilingIsPossibleIfThePluginSaysSo_data()
+    void compileIsAvailableIfThePluginCanCompile_data()
     {
         QTest::addColumn<QString>("file");
         QTest::addColumn<int>("state");
@@ -692,15 +692,15 @@ private Q_SLOTS:
         QTest::addColumn<bool>("asked");
         QTest::addColumn<bool>("available");
         QTest::newRow("yes") << u"main.c"_s << 1 << true << true << true;
-        QTest::newRow("the plug-in says no") << u"main.c"_s << 1 << false << true << false;
+        QTest::newRow("the plug-in returns false") << u"main.c"_s << 1 << false << true << false;
         QTest::newRow("while building") << u"main.c"_s << 2 << true << false << false;
         QTest::newRow("in a session") << u"main.c"_s << 5 << true << true << true;
-        QTest::newRow("a file of nobody") << u"else.c"_s << 1 << true << false << false;
+        QTest::newRow("a file of no project") << u"else.c"_s << 1 << true << false << false;
         QTest::newRow("no environment") << u"plain.c"_s << 1 << true << false << false;
         QTest::newRow("no file") << QString() << 1 << true << false << false;
     }
 
-    void compilingIsPossibleIfThePluginSaysSo()
+    void compileIsAvailableIfThePluginCanCompile()
     {
         QFETCH(QString, file);
         QFETCH(int, state);
@@ -718,7 +718,7 @@ private Q_SLOTS:
         QCOMPARE(m_compileAvailable, (QList<bool>{available, available}));
     }
 
-    void anExceptionIsNoYes()
+    void exceptionInCanCompileCountsAsNo()
     {
         addBuildProject(u"fw"_s, u"main.c"_s);
         m_compileAvailable.clear();
@@ -728,9 +728,9 @@ private Q_SLOTS:
         QCOMPARE(m_compileAvailable, QList<bool>{false});
     }
 
-    // The batch
+    // Batch build
 
-    void theWindowIsBuildingBeforeTheBatchIsAsked()
+    void buildingStateIsSetBeforeTheBatchDialogOpens()
     {
         addBuildProject(u"fw"_s);
         whenAsked([&](QDialog *dialog) {
@@ -745,7 +745,7 @@ private Q_SLOTS:
         QCOMPARE(m_activity->state(), StateBuilding);
     }
 
-    void aBatchThatIsRejectedReturnsToIdle()
+    void rejectedBatchDialogReturnsToIdle()
     {
         addBuildProject(u"fw"_s);
         whenAsked([&](QDialog *dialog) { dialog->reject(); });
@@ -757,7 +757,7 @@ private Q_SLOTS:
         QCOMPARE(m_output->page(OutputWindow::Build)->toPlainText(), QString());
     }
 
-    void aBatchThatEndsAtOnceStaysIdle()
+    void batchThatEndsInsideTheCallStaysIdle()
     {
         addBuildProject(u"fw"_s);
         m_stub->script(u"{fw}"_s).on[u"clean"_s] = [&] { m_control->buildFinished(true); };
@@ -776,7 +776,7 @@ private Q_SLOTS:
         QCOMPARE(m_activity->state(), StateIdle);
     }
 
-    void aBatchWithoutEnvironmentIsAMistakeThatBuildsNothing()
+    void batchWithoutEnvironmentFailsAnAssertion()
     {
         addProject(u"fw"_s, {}, {});
         expectAssert(u"buildEnvironment"_s);
@@ -785,7 +785,7 @@ private Q_SLOTS:
         QCOMPARE(m_activity->state(), StateIdle);
     }
 
-    void aRefusalToSaveStopsTheBatch()
+    void failedSaveStopsTheBatch()
     {
         addBuildProject(u"fw"_s);
         m_savesAll = false;
@@ -793,7 +793,7 @@ private Q_SLOTS:
         QCOMPARE(story(), u"window.fileSaveAll"_s);
     }
 
-    void commandsForAProjectThatIsNotThereAreMistakes_data()
+    void commandsWithoutAProjectFailAnAssertion_data()
     {
         QTest::addColumn<QString>("command");
         for (const QString &command :
@@ -801,7 +801,7 @@ private Q_SLOTS:
             QTest::newRow(qPrintable(command)) << command;
     }
 
-    void commandsForAProjectThatIsNotThereAreMistakes()
+    void commandsWithoutAProjectFailAnAssertion()
     {
         QFETCH(QString, command);
         expectAssert(u"project"_s);
@@ -815,7 +815,7 @@ private Q_SLOTS:
 
     // Configurations, population, work before a session
 
-    void theConfigurationDialogsAreForTheCurrentProject()
+    void configurationDialogsEditTheCurrentProject()
     {
         Project *project = addBuildProject(u"fw"_s);
         whenAsked([&](QDialog *dialog) {
@@ -832,7 +832,7 @@ private Q_SLOTS:
         m_control->buildConfigurationsEdit();
     }
 
-    void repopulatingAsksTheCurrentProjectsEnvironment()
+    void repopulateCallsTheEnvironmentOfTheCurrentProject()
     {
         addBuildProject(u"fw"_s, {}, {IProjectPopulate::Iid});
         m_control->projectRepopulate();
@@ -842,13 +842,13 @@ private Q_SLOTS:
         QCOMPARE(story(), QString());
     }
 
-    void workBeforeASessionIsABuild()
+    void buildForDebugSetsTheBuildingState()
     {
         Project *project = addBuildProject(u"fw"_s, {}, {IDebugBuild::Iid});
         m_control->buildStopBuild();
         story();
         QVERIFY(m_control->buildForDebug(project));
-        QCOMPARE(story(), u"window.state 2\nfw.buildForDebug(Debug)"_s); // the page keeps its lines
+        QCOMPARE(story(), u"window.state 2\nfw.buildForDebug(Debug)"_s); // the page is not cleared
         QCOMPARE(m_output->currentPage(), m_output->page(OutputWindow::Build));
         QVERIFY(!m_control->buildStopped());
         m_stub->script(u"{fw}"_s).on[u"buildForDebug"_s] = throwError;
@@ -857,7 +857,7 @@ private Q_SLOTS:
         QCOMPARE(m_activity->state(), StateIdle);
     }
 
-    void withoutWorkBeforeASessionNothingHappens()
+    void buildForDebugWithoutTheInterfaceDoesNothing()
     {
         Project *project = addBuildProject(u"fw"_s);
         m_control->buildStopBuild();

@@ -6,7 +6,7 @@
 
 using namespace Qt::StringLiterals;
 
-/// What the build commands decide, without windows and plug-ins.
+/// The decisions of the build commands, without windows and plug-ins.
 class BuildDecisionsTest : public QObject
 {
     Q_OBJECT
@@ -14,7 +14,7 @@ class BuildDecisionsTest : public QObject
 private Q_SLOTS:
     void init() { QTest::failOnWarning(QRegularExpression(u".?"_s)); }
 
-    void theCompileTextNamesTheFile_data()
+    void compileTextContainsTheFileName_data()
     {
         QTest::addColumn<QString>("pattern");
         QTest::addColumn<QString>("file");
@@ -24,10 +24,10 @@ private Q_SLOTS:
         QTest::newRow("relative") << u"&Compile %1"_s << u"../lib/q15.c"_s << u"&Compile q15.c"_s;
         QTest::newRow("bare") << u"&Compile %1"_s << u"main.c"_s << u"&Compile main.c"_s;
         QTest::newRow("with a percent sign") << u"%1 (%1)"_s << u"a%1.c"_s << u"a%1.c (a%1.c)"_s;
-        QTest::newRow("a text without a place") << u"Compile"_s << u"main.c"_s << u"Compile"_s;
+        QTest::newRow("a text without %1") << u"Compile"_s << u"main.c"_s << u"Compile"_s;
     }
 
-    void theCompileTextNamesTheFile()
+    void compileTextContainsTheFileName()
     {
         QFETCH(QString, pattern);
         QFETCH(QString, file);
@@ -40,7 +40,7 @@ private Q_SLOTS:
         QTest::addColumn<QString>("owners"); // the projects a, b and c that have the file
         QTest::addColumn<int>("current");
         QTest::addColumn<QString>("project");
-        QTest::newRow("nobody") << QString() << 0 << QString();
+        QTest::newRow("no project") << QString() << 0 << QString();
         QTest::newRow("one, current") << u"b"_s << 1 << u"b"_s;
         QTest::newRow("one, not current") << u"b"_s << 2 << u"b"_s;
         QTest::newRow("all, the first current") << u"abc"_s << 0 << u"a"_s;
@@ -65,9 +65,9 @@ private Q_SLOTS:
         QCOMPARE(found ? found->name() : QString(), project);
     }
 
-    void withoutWorkspaceAFileBelongsToNobody() { QVERIFY(!compilingProject(nullptr, u"/work/main.c"_s)); }
+    void withoutWorkspaceNoProjectCompilesAFile() { QVERIFY(!compilingProject(nullptr, u"/work/main.c"_s)); }
 
-    void aPluginIsAskedInEveryStateButBuilding_data()
+    void compilingIsPossibleInEveryStateExceptBuilding_data()
     {
         QTest::addColumn<int>("state");
         QTest::addColumn<bool>("asked");
@@ -75,7 +75,7 @@ private Q_SLOTS:
             QTest::newRow(qPrintable(QString::number(state))) << state << (state != StateBuilding);
     }
 
-    void aPluginIsAskedInEveryStateButBuilding()
+    void compilingIsPossibleInEveryStateExceptBuilding()
     {
         QFETCH(int, state);
         QFETCH(bool, asked);

@@ -22,7 +22,7 @@ class CommandLineTest : public QObject
 private Q_SLOTS:
     void init() { QTest::failOnWarning(QRegularExpression(u".?"_s)); }
 
-    void walksTheArguments_data()
+    void argumentsAreHandledInOrder_data()
     {
         QTest::addColumn<QString>("arguments");
         QTest::addColumn<bool>("good");
@@ -59,7 +59,7 @@ private Q_SLOTS:
         QTest::newRow("an argument behind a blank only") << u"-p/a -r5"_s << true << QString();
     }
 
-    void walksTheArguments()
+    void argumentsAreHandledInOrder()
     {
         QFETCH(QString, arguments);
         QFETCH(bool, good);
@@ -69,7 +69,7 @@ private Q_SLOTS:
         QTEST(recorder.calls.join(u", "_s), "calls");
     }
 
-    void theNameOfTheProgramIsNoOption()
+    void programNameIsNotReadAsAnOption()
     {
         Recorder recorder;
         QVERIFY(walkCommandLine({u"-p"_s, u"/a"_s}, recorder));
@@ -98,7 +98,7 @@ private Q_SLOTS:
         QCOMPARE(recorder.calls, QStringList{u"workspace "_s});
     }
 
-    void usageIsToTheLetter()
+    void usageTextIsExact()
     {
         QCOMPARE(commandLineUsage(), u"Incorrect options were specified.\n\nUsage: varnel [option]\nOptions:\n"
                                      "-p <project file>\\Varnel opens the specified project\n"_s);

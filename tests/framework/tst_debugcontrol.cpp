@@ -10,8 +10,8 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-const auto CannotStart = u"says Cannot start debugger.||Please see Debug Output window for details."_s;
-const auto NeedsRebuilding = u"says The project 'fw' needs rebuilding.||Do you want rebuild the project before "
+const auto CannotStart = u"message Cannot start debugger.||Please see Debug Output window for details."_s;
+const auto NeedsRebuilding = u"message The project 'fw' needs rebuilding.||Do you want rebuild the project before "
                              "continuing? [Yes No Cancel]"_s;
 } // namespace
 
@@ -55,25 +55,25 @@ private:
         scriptOf(name).syncOperations = operations;
     }
 
-    /// What the user or somebody else does while a loop waits.
-    void doMeanwhile(const QString &deed, const Project *current, const Project *other)
+    /// An action of the user or of a script during a nested event loop.
+    void doMeanwhile(const QString &event, const Project *current, const Project *other)
     {
         note(u"meanwhile"_s);
-        if (deed == u"close workspace"_s)
+        if (event == u"close workspace"_s)
             closeWorkspace();
-        if (deed == u"close window"_s)
+        if (event == u"close window"_s)
             closeWindow();
-        if (deed == u"stop session"_s)
+        if (event == u"stop session"_s)
             m_control->debugStop();
-        if (deed == u"stop build"_s)
+        if (event == u"stop build"_s)
             m_build->buildStopBuild();
-        if (deed == u"remove all"_s || deed == u"remove current"_s)
+        if (event == u"remove all"_s || event == u"remove current"_s)
             m_workspace->removeProject(current);
-        if (deed == u"remove all"_s || deed == u"remove other"_s)
+        if (event == u"remove all"_s || event == u"remove other"_s)
             m_workspace->removeProject(other);
     }
 
-    /// Starts a session of the project "fw" that comes to the @p loop in which @p act is done.
+    /// Starts a session of the project "fw" and calls @p act in the nested event loop @p loop.
     void startInto(const QString &loop, StubScript &build, const std::function<void()> &act)
     {
         StubScript &processor = scriptOf(u"fw"_s);
@@ -151,7 +151,7 @@ private Q_SLOTS:
         QCOMPARE(m_output->currentPage(), m_output->page(OutputWindow::Debug));
     }
 
-    void laterCommandsFindTheSessionStarted_data()
+    void laterCommandsDoNotStartTheSessionAgain_data()
     {
         QTest::addColumn<int>("state");
         QTest::newRow("initialising") << 3;
@@ -161,7 +161,7 @@ private Q_SLOTS:
         QTest::newRow("unknown") << 7;
     }
 
-    void laterCommandsFindTheSessionStarted()
+    void laterCommandsDoNotStartTheSessionAgain()
     {
         QFETCH(int, state);
         addProcessor(u"fw"_s);
@@ -170,7 +170,7 @@ private Q_SLOTS:
         QCOMPARE(story(), u"state 4\nfw.run()"_s);
     }
 
-    void aRefusalToSaveEndsTheStart()
+    void failedSaveEndsTheStart()
     {
         addBuild(addProcessor(u"fw"_s));
         m_output->outputLine(OutputWindow::Debug, u"old\n"_s);
@@ -180,7 +180,7 @@ private Q_SLOTS:
         QCOMPARE(output(OutputWindow::Debug), u"old"_s);
     }
 
-    void aProjectThatIsNotUpToDateIsAskedAbout_data()
+    void outOfDateProjectShowsAQuestion_data()
     {
         QTest::addColumn<QMessageBox::StandardButton>("answer");
         QTest::addColumn<QString>("rest");
@@ -188,7 +188,7 @@ private Q_SLOTS:
         QTest::newRow("Cancel") << QMessageBox::Cancel << u"state 1"_s;
     }
 
-    void aProjectThatIsNotUpToDateIsAskedAbout()
+    void outOfDateProjectShowsAQuestion()
     {
         QFETCH(QMessageBox::StandardButton, answer);
         QFETCH(QString, rest);
@@ -251,19 +251,19 @@ private Q_SLOTS:
         addBuild(addProcessor(u"dsp"_s)).upToDate = false;
         addBuild(addProcessor(u"fw"_s));
         m_control->debugRun();
-        QCOMPARE(deeds(), u"showOutputDock\n"
-                          "fileSaveAll\n"
-                          "fw-build.isUpToDate(Debug)\n"
-                          "state 3\n"
-                          "dsp.start(false)\n"
-                          "state 3\n"
-                          "fw.start(false)\n"
-                          "state 4\n"
-                          "dsp.run()\n"
-                          "fw.run()"_s);
+        QCOMPARE(effects(), u"showOutputDock\n"
+                            "fileSaveAll\n"
+                            "fw-build.isUpToDate(Debug)\n"
+                            "state 3\n"
+                            "dsp.start(false)\n"
+                            "state 3\n"
+                            "fw.start(false)\n"
+                            "state 4\n"
+                            "dsp.run()\n"
+                            "fw.run()"_s);
     }
 
-    void whatIsAskedOfABuildEnvironmentMayFail()
+    void exceptionOfTheBuildEnvironmentIsReported()
     {
         addBuild(addProcessor(u"fw"_s)).on[u"isUpToDate"_s] = throwError;
         expectException("IBuildEnvironment::isUpToDate");
@@ -300,7 +300,7 @@ private Q_SLOTS:
     void aBuildThatFailsEndsTheStart_data()
     {
         QTest::addColumn<bool>("throws");
-        QTest::newRow("told") << false;
+        QTest::newRow("reported") << false;
         QTest::newRow("thrown") << true;
     }
 
@@ -354,12 +354,12 @@ private Q_SLOTS:
         });
         expectBox(QMessageBox::Yes);
         m_control->debugRun();
-        const QString told = story();
-        QVERIFY(told.endsWith(u"state 1"_s));
-        QVERIFY(!told.contains(u"fw.start"_s));
+        const QString events = story();
+        QVERIFY(events.endsWith(u"state 1"_s));
+        QVERIFY(!events.contains(u"fw.start"_s));
     }
 
-    void aStopOfAnEarlierBuildHasNothingToDoWithASession()
+    void stopOfAnEarlierBuildDoesNotEndTheStart()
     {
         addBuild(addProcessor(u"fw"_s));
         m_build->buildStopBuild();
@@ -394,7 +394,7 @@ private Q_SLOTS:
                           "dsp.run()"_s);
     }
 
-    // What keeps a session from starting
+    // Reasons why a session does not start
 
     void aProjectWithoutEnvironmentCannotStart()
     {
@@ -416,14 +416,14 @@ private Q_SLOTS:
         QVERIFY(!story().contains(u"buildForDebug"_s));
     }
 
-    void aTargetThatDoesNotAnswerEndsTheStart_data()
+    void failedStartOfTheEnvironmentEndsTheStart_data()
     {
         QTest::addColumn<bool>("throws");
-        QTest::newRow("told") << false;
+        QTest::newRow("returns false") << false;
         QTest::newRow("thrown") << true;
     }
 
-    void aTargetThatDoesNotAnswerEndsTheStart()
+    void failedStartOfTheEnvironmentEndsTheStart()
     {
         QFETCH(bool, throws);
         addProcessor(u"fw"_s);
@@ -437,24 +437,24 @@ private Q_SLOTS:
         QCOMPARE(story(), u"showOutputDock\nfileSaveAll\nstate 3\nfw.start(false)\n"_s + CannotStart + u"\nstate 1"_s);
     }
 
-    void aFailureLeavesTheEarlierOnesStarted()
+    void failedStartKeepsEarlierEnvironmentsStarted()
     {
         for (const QString &name : {u"one"_s, u"two"_s, u"three"_s})
             addProcessor(name);
         scriptOf(u"two"_s).started = false;
         expectBox();
         m_control->debugRun();
-        QCOMPARE(deeds(), u"showOutputDock\n"
-                          "fileSaveAll\n"
-                          "state 3\n"
-                          "one.start(false)\n"
-                          "state 3\n"
-                          "two.start(false)\n"_s
-                              + CannotStart + u"\nstate 1"_s);
+        QCOMPARE(effects(), u"showOutputDock\n"
+                            "fileSaveAll\n"
+                            "state 3\n"
+                            "one.start(false)\n"
+                            "state 3\n"
+                            "two.start(false)\n"_s
+                                + CannotStart + u"\nstate 1"_s);
     }
 
-    /// What is under way when a project has been started, or not, comes in before the next thing happens.
-    void pendingReportsComeInAfterEachProject()
+    /// Reports that are pending after the start of a project are handled before the next step, also after a failure.
+    void pendingReportsAreHandledAfterEachProject()
     {
         const Project *one = addProcessor(u"one"_s);
         const Project *two = addProcessor(u"two"_s);
@@ -464,8 +464,8 @@ private Q_SLOTS:
         scriptOf(u"one"_s).on[u"start"_s] = reportsLater(one);
         scriptOf(u"two"_s).on[u"start"_s] = reportsLater(two);
         m_control->debugRun();
-        QVERIFY(
-            deeds().endsWith(u"one.start(false)\nstate 3\ntwo.start(false)\nstate 7\nstate 4\none.run()\ntwo.run()"_s));
+        QVERIFY(effects().endsWith(
+            u"one.start(false)\nstate 3\ntwo.start(false)\nstate 7\nstate 4\none.run()\ntwo.run()"_s));
         StubScript &build = addBuild(m_workspace->project(1), {IDebugBuild::Iid});
         buildsLater(build, u"buildForDebug"_s, false, [&] {
             m_build->buildStopBuild();
@@ -473,7 +473,7 @@ private Q_SLOTS:
         });
         be(StateIdle);
         m_control->debugRun();
-        QVERIFY(deeds().endsWith(u"checkFileChanges\nstate 3\nstate 7\nstate 1"_s));
+        QVERIFY(effects().endsWith(u"checkFileChanges\nstate 3\nstate 7\nstate 1"_s));
     }
 
     void aSessionThatEndsAtOnceIsNotRun()
@@ -486,7 +486,7 @@ private Q_SLOTS:
             });
         };
         m_control->debugRun();
-        QVERIFY(deeds().endsWith(u"fw.start(false)\nstate 5\nfw.stop()\nstate 1\nfire onStopped"_s));
+        QVERIFY(effects().endsWith(u"fw.start(false)\nstate 5\nfw.stop()\nstate 1\nfire onStopped"_s));
     }
 
     void withoutAnyProjectLeftNoSessionIsStarted()
@@ -494,10 +494,10 @@ private Q_SLOTS:
         const Project *project = addProcessor(u"fw"_s);
         scriptOf(u"fw"_s).on[u"start"_s] = [&] { later([&] { m_workspace->removeProject(project); }); };
         m_control->debugRun();
-        QVERIFY(deeds().endsWith(u"fw.start(false)\nfire onCurrentProjectChanged\nstate 1"_s));
+        QVERIFY(effects().endsWith(u"fw.start(false)\nfire onCurrentProjectChanged\nstate 1"_s));
     }
 
-    void aPluginMayCloseItsWorkspaceInTheVeryCall_data()
+    void pluginMayCloseTheWorkspaceInsideTheCall_data()
     {
         QTest::addColumn<QString>("command");
         QTest::addColumn<QString>("operation");
@@ -510,7 +510,7 @@ private Q_SLOTS:
         QTest::newRow("wake up") << u"debugWakeup"_s << u"wakeUp"_s;
     }
 
-    void aPluginMayCloseItsWorkspaceInTheVeryCall()
+    void pluginMayCloseTheWorkspaceInsideTheCall()
     {
         QFETCH(QString, command);
         QFETCH(QString, operation);
@@ -518,7 +518,7 @@ private Q_SLOTS:
         addProcessor(u"two"_s);
         open(u"main.c"_s);
         scriptOf(u"two"_s).on[operation] = [this, operation] {
-            scriptOf(u"two"_s).on.remove(operation); // it may be told once more
+            scriptOf(u"two"_s).on.remove(operation); // it may be called again
             closeWorkspace();
         };
         be(operation == u"start"_s ? StateIdle : StatePaused);
@@ -528,14 +528,14 @@ private Q_SLOTS:
         story();
     }
 
-    void commandsForAProjectThatIsNotThereAreMistakes_data()
+    void commandsWithoutAProjectFailAnAssertion_data()
     {
         QTest::addColumn<QString>("command");
         for (const QString &command : {u"debugRun"_s, u"debugRunToCursor"_s, u"debugStepOver"_s, u"debugStepInto"_s})
             QTest::newRow(qPrintable(command)) << command;
     }
 
-    void commandsForAProjectThatIsNotThereAreMistakes()
+    void commandsWithoutAProjectFailAnAssertion()
     {
         QFETCH(QString, command);
         openText(u"notes.txt"_s);
@@ -547,7 +547,7 @@ private Q_SLOTS:
         QCOMPARE(story(), QString());
     }
 
-    void commandsWithNothingToActOnAreSilent_data()
+    void commandsWithoutAnEnvironmentDoNothing_data()
     {
         QTest::addColumn<QString>("command");
         for (const QString &command : {u"debugAttach"_s, u"debugPause"_s, u"debugStop"_s, u"debugRestart"_s,
@@ -555,7 +555,7 @@ private Q_SLOTS:
             QTest::newRow(qPrintable(command)) << command;
     }
 
-    void commandsWithNothingToActOnAreSilent()
+    void commandsWithoutAnEnvironmentDoNothing()
     {
         QFETCH(QString, command);
         call(command);
@@ -570,7 +570,7 @@ private Q_SLOTS:
 
     // Attaching
 
-    void attachingTellsScriptsBeforeAndAfter()
+    void attachingFiresScriptEventsBeforeAndAfter()
     {
         StubScript &build = addBuild(addProcessor(u"fw"_s), {IDebugBuild::Iid});
         scriptOf(u"fw"_s).canAttach = true;
@@ -586,7 +586,7 @@ private Q_SLOTS:
         QVERIFY(build.on.isEmpty());
     }
 
-    void attachingThatFailsHasNoSecondEvent()
+    void failedAttachFiresNoSecondEvent()
     {
         addProcessor(u"fw"_s);
         scriptOf(u"fw"_s).canAttach = true;
@@ -596,7 +596,7 @@ private Q_SLOTS:
         QVERIFY(story().endsWith(u"fw.start(true)\n"_s + CannotStart + u"\nstate 1"_s));
     }
 
-    void attachingNeedsAnIdleProgramAndATargetThatCan_data()
+    void attachingNeedsTheIdleStateAndASupportingTarget_data()
     {
         QTest::addColumn<int>("state");
         QTest::addColumn<bool>("canAttach");
@@ -605,7 +605,7 @@ private Q_SLOTS:
             QTest::addRow("state %d", state) << state << true;
     }
 
-    void attachingNeedsAnIdleProgramAndATargetThatCan()
+    void attachingNeedsTheIdleStateAndASupportingTarget()
     {
         QFETCH(int, state);
         QFETCH(bool, canAttach);
@@ -616,7 +616,7 @@ private Q_SLOTS:
         QVERIFY(!story().contains(u"fire"_s));
     }
 
-    void attachingToWhatCannotTellEndsThere()
+    void exceptionInCanAttachEndsTheAttach()
     {
         addProcessor(u"fw"_s);
         scriptOf(u"fw"_s).on[u"canAttach"_s] = throwError;
@@ -636,7 +636,7 @@ private Q_SLOTS:
 
     // One processor or all
 
-    void oneProcessorIsNeverAskedAbout_data()
+    void withOneProcessorNoQuestionIsShown_data()
     {
         QTest::addColumn<int>("action");
         QTest::newRow("current") << 0;
@@ -644,7 +644,7 @@ private Q_SLOTS:
         QTest::newRow("ask") << 2;
     }
 
-    void oneProcessorIsNeverAskedAbout()
+    void withOneProcessorNoQuestionIsShown()
     {
         QFETCH(int, action);
         addSynchronised(u"fw"_s, 0xf000f);
@@ -660,10 +660,10 @@ private Q_SLOTS:
         QCOMPARE(story(), u"state 4\nfw.run()\nfw.pause()\nfw.wakeUp()"_s);
         be(StatePaused);
         m_control->debugRestart();
-        QCOMPARE(deeds(), u"fw.restart()\nstate 5\nfire onRestart"_s);
+        QCOMPARE(effects(), u"fw.restart()\nstate 5\nfire onRestart"_s);
     }
 
-    void theCommandsOfSeveralProcessors_data()
+    void commandsFollowTheActionForSeveralProcessors_data()
     {
         QTest::addColumn<QString>("command");
         QTest::addColumn<int>("action");
@@ -682,22 +682,22 @@ private Q_SLOTS:
             u"one.restart()\ntwo.restart()\nthree.restart()\nstate 5\nfire onRestart"_s);
     }
 
-    void theCommandsOfSeveralProcessors()
+    void commandsFollowTheActionForSeveralProcessors()
     {
         QFETCH(QString, command);
         QFETCH(int, action);
         QFETCH(QString, expected);
         for (const QString &name : {u"one"_s, u"two"_s, u"three"_s})
             addProcessor(name);
-        addProject(u"none"_s, {}, {}); // has no environment and is passed over
+        addProject(u"none"_s, {}, {}); // has no environment and is skipped
         m_workspace->setCurrentProject(1);
         setAllActions(DebugAction(action));
         be(StatePaused);
         call(command);
-        QCOMPARE(deeds(), expected);
+        QCOMPARE(effects(), expected);
     }
 
-    void theQuestionsOfSeveralProcessors_data()
+    void commandsAskForOneOrAllProcessors_data()
     {
         QTest::addColumn<QString>("command");
         QTest::addColumn<QString>("question");
@@ -705,25 +705,25 @@ private Q_SLOTS:
         QTest::addColumn<QString>("all");
         QTest::addColumn<QString>("none");
         QTest::newRow("run") << u"debugRun"_s
-                             << u"asks Do you want to start the current processor or all processors? "
+                             << u"question Do you want to start the current processor or all processors? "
                                 "[Start current processor|Start all processors]"_s
                              << u"state 4\ntwo.run()"_s << u"state 4\none.run()\ntwo.run()"_s << QString();
         QTest::newRow("pause") << u"debugPause"_s
-                               << u"asks Do you want to pause the current processor or all processors? "
+                               << u"question Do you want to pause the current processor or all processors? "
                                   "[Pause current processor|Pause all processors]"_s
                                << u"two.pause()"_s << u"one.pause()\ntwo.pause()"_s << QString();
         QTest::newRow("restart") << u"debugRestart"_s
-                                 << u"asks Do you want to restart the current processor or all processors? "
+                                 << u"question Do you want to restart the current processor or all processors? "
                                     "[Restart current processor|Restart all processors]"_s
                                  << u"two.restart()\nstate 5\nfire onRestart"_s
                                  << u"one.restart()\ntwo.restart()\nstate 5\nfire onRestart"_s << u"fire onRestart"_s;
         QTest::newRow("wake up") << u"debugWakeup"_s
-                                 << u"asks Do you want to wake up the current processor or all processors? "
+                                 << u"question Do you want to wake up the current processor or all processors? "
                                     "[Wakeup current processor|Wakeup all processors]"_s
                                  << u"two.wakeUp()"_s << u"one.wakeUp()\ntwo.wakeUp()"_s << QString();
     }
 
-    void theQuestionsOfSeveralProcessors()
+    void commandsAskForOneOrAllProcessors()
     {
         QFETCH(QString, command);
         QFETCH(QString, question);
@@ -734,7 +734,7 @@ private Q_SLOTS:
             be(StatePaused);
             expectQuestion(button, dontAskAgain);
             call(command);
-            return deeds();
+            return effects();
         };
         const auto answer = [&](const QString &rest) { return rest.isEmpty() ? question : question + u'\n' + rest; };
         QFETCH(QString, one);
@@ -747,7 +747,7 @@ private Q_SLOTS:
         QCOMPARE(asked("Button1", true), answer(one));
         be(StatePaused);
         call(command);
-        QCOMPARE(deeds(), one);
+        QCOMPARE(effects(), one);
     }
 
     void theChoiceIsKeptInMemoryOnly()
@@ -776,7 +776,7 @@ private Q_SLOTS:
         QVERIFY(!story().contains(u"run()"_s));
     }
 
-    void exceptionsOfRunControlEndThere_data()
+    void exceptionsInRunControlAreReported_data()
     {
         QTest::addColumn<QString>("command");
         QTest::addColumn<QString>("operation");
@@ -787,7 +787,7 @@ private Q_SLOTS:
         QTest::newRow("stop") << u"debugStop"_s << u"stop"_s;
     }
 
-    void exceptionsOfRunControlEndThere()
+    void exceptionsInRunControlAreReported()
     {
         QFETCH(QString, command);
         QFETCH(QString, operation);
@@ -802,7 +802,7 @@ private Q_SLOTS:
 
     // All at once, in hardware
 
-    void oneLeadsTheOthers_data()
+    void leaderOperatesAllProcessors_data()
     {
         QTest::addColumn<QString>("command");
         QTest::addColumn<int>("bit");
@@ -814,7 +814,7 @@ private Q_SLOTS:
         QTest::newRow("wake up") << u"debugWakeup"_s << 8 << u"syncWakeup"_s << u"wakeUp"_s;
     }
 
-    void oneLeadsTheOthers()
+    void leaderOperatesAllProcessors()
     {
         QFETCH(QString, command);
         QFETCH(int, bit);
@@ -823,30 +823,30 @@ private Q_SLOTS:
         addSynchronised(u"one"_s, bit << 16);
         addSynchronised(u"two"_s, bit | bit << 16);
         addSynchronised(u"three"_s, bit | bit << 16);
-        addProcessor(u"plain"_s); // takes no part, and the leader acts without it
+        addProcessor(u"plain"_s); // does not take part
         be(StatePaused);
         call(command);
-        const QString told = deeds();
-        QVERIFY(told.contains(u"one.groupId()\ntwo.groupId()\nthree.groupId()\n"
-                              "one.supportedOperations(probe of one)\n"
-                              "two.supportedOperations(probe of two)\n"
-                              "one.supportedOperations(probe of two)\n"
-                              "two.supportedOperations(probe of two)\n"
-                              "three.supportedOperations(probe of two)\n"
-                              "two."_s
-                              + operation + u"()"_s));
-        QVERIFY(!told.contains(u'.' + single + u"()"_s));
+        const QString events = effects();
+        QVERIFY(events.contains(u"one.groupId()\ntwo.groupId()\nthree.groupId()\n"
+                                "one.supportedOperations(probe of one)\n"
+                                "two.supportedOperations(probe of two)\n"
+                                "one.supportedOperations(probe of two)\n"
+                                "two.supportedOperations(probe of two)\n"
+                                "three.supportedOperations(probe of two)\n"
+                                "two."_s
+                                + operation + u"()"_s));
+        QVERIFY(!events.contains(u'.' + single + u"()"_s));
     }
 
-    void ifOneCannotFollowEachIsCalled()
+    void ifOneCannotFollowEachProcessorIsCalled()
     {
         addSynchronised(u"one"_s, 0x10001);
         addSynchronised(u"two"_s, 0x00001);
         be(StatePaused);
         m_control->debugRun();
-        const QString told = story();
-        QVERIFY(told.endsWith(u"one.run()\ntwo.run()"_s));
-        QVERIFY(!told.contains(u"sync"_s));
+        const QString events = story();
+        QVERIFY(events.endsWith(u"one.run()\ntwo.run()"_s));
+        QVERIFY(!events.contains(u"sync"_s));
     }
 
     void theCurrentProcessorAloneIsNotSynchronised()
@@ -859,30 +859,30 @@ private Q_SLOTS:
         QCOMPARE(story(), u"two.pause()"_s);
     }
 
-    void exceptionsOfSynchronisationEndThere_data()
+    void exceptionsInSynchronisationAreReported_data()
     {
         QTest::addColumn<QString>("throws");
-        QTest::addColumn<QByteArray>("told");
+        QTest::addColumn<QByteArray>("operation");
         QTest::newRow("group") << u"groupId"_s << QByteArray("IMultiProcessorSync::groupId");
         QTest::newRow("operations") << u"supportedOperations"_s
                                     << QByteArray("IMultiProcessorSync::supportedOperations");
     }
 
-    void exceptionsOfSynchronisationEndThere()
+    void exceptionsInSynchronisationAreReported()
     {
         QFETCH(QString, throws);
-        QFETCH(QByteArray, told);
+        QFETCH(QByteArray, operation);
         addSynchronised(u"one"_s, 0xf000f);
         addProcessor(u"two"_s);
         scriptOf(u"one"_s).on[throws] = throwError;
         be(StateRunning);
-        expectException(told.constData());
+        expectException(operation.constData());
         m_control->debugPause();
         QCOMPARE(m_activity->state(), StateRunning);
         story();
     }
 
-    void anExceptionOfTheLeaderIsTheEndOfIt()
+    void afterAnExceptionOfTheLeaderOthersAreNotCalled()
     {
         addSynchronised(u"one"_s, 0xf000f);
         addProcessor(u"two"_s);
@@ -914,7 +914,7 @@ private Q_SLOTS:
     void runningToTheCursorNeedsATextView()
     {
         addProcessor(u"fw"_s);
-        m_control->debugRunToCursor(); // no view at all
+        m_control->debugRunToCursor(); // no view is open
         open(u"main.c"_s);
         m_control->debugRunToCursor();
         QCOMPARE(story(), QString());
@@ -960,12 +960,12 @@ private Q_SLOTS:
         be(StateIdle);
         call(command);
         QVERIFY(
-            deeds().startsWith(u"showOutputDock\nfileSaveAll\nstate 3\nother.start(false)\nstate 3\nfw.start(false)\n"
-                               "state 4\nfw."_s
-                               + operation));
+            effects().startsWith(u"showOutputDock\nfileSaveAll\nstate 3\nother.start(false)\nstate 3\nfw.start(false)\n"
+                                 "state 4\nfw."_s
+                                 + operation));
     }
 
-    void exceptionsOfStepsEndThere()
+    void exceptionsInStepsAreReported()
     {
         addProcessor(u"fw"_s);
         openText(u"notes.txt"_s);
@@ -1004,10 +1004,10 @@ private Q_SLOTS:
         addProcessor(u"fw"_s);
         be(ActivityState(state));
         m_control->debugRestart();
-        QTEST(deeds(), "expected");
+        QTEST(effects(), "expected");
     }
 
-    void aStartThatFailsIsNoRestart()
+    void failedStartDoesNotRestart()
     {
         addProcessor(u"fw"_s);
         scriptOf(u"fw"_s).started = false;
@@ -1045,7 +1045,7 @@ private Q_SLOTS:
         QCOMPARE(story(), QString());
     }
 
-    void stoppingForgetsWhatTheProcessorsSaid()
+    void stoppingRemovesTheReportsOfTheProcessors()
     {
         const Project *one = addProcessor(u"one"_s);
         const Project *two = addProcessor(u"two"_s);
@@ -1056,16 +1056,16 @@ private Q_SLOTS:
         be(StateRunning);
         speaks(one);
         speaks(two);
-        scriptOf(u"one"_s).on[u"stop"_s] = [&] { speaks(one); }; // their last words
+        scriptOf(u"one"_s).on[u"stop"_s] = [&] { speaks(one); }; // reports during stop()
         scriptOf(u"two"_s).on[u"stop"_s] = [&] { speaks(two); };
         m_control->debugStop();
         story();
         m_workspace->setCurrentProject(0);
-        QCOMPARE(deeds(), u"fire onCurrentProjectChanged"_s);
+        QCOMPARE(effects(), u"fire onCurrentProjectChanged"_s);
         QCOMPARE(m_activity->state(), StateIdle);
     }
 
-    void whatWasSaidIsForgottenEvenIfThereIsNothingToStop()
+    void stoppingRemovesReportsEvenWithoutASession()
     {
         const Project *one = addProcessor(u"one"_s);
         addProcessor(u"two"_s);
@@ -1076,57 +1076,57 @@ private Q_SLOTS:
         story();
     }
 
-    // Whatever happens meanwhile
+    // Events during nested event loops
 
-    void theWorldMayEndInEveryLoop_data()
+    void workspaceMayCloseInEveryNestedLoop_data()
     {
         QTest::addColumn<QString>("loop");
-        QTest::addColumn<QString>("deed");
+        QTest::addColumn<QString>("event");
         for (const QString &loop :
              {u"saving"_s, u"rebuild question, Yes"_s, u"rebuild question, No"_s, u"rebuild"_s,
               u"build for debugging"_s, u"start"_s, u"start message"_s, u"question of debugRun"_s,
               u"question of debugPause"_s, u"question of debugRestart"_s, u"question of debugWakeup"_s,
               u"hit message"_s, u"no source message"_s, u"no source message, again"_s}) {
-            for (const QString &deed : {u"close workspace"_s, u"close window"_s, u"remove all"_s, u"remove current"_s,
-                                        u"remove other"_s, u"stop session"_s, u"stop build"_s})
-                QTest::addRow("%s, %s", qPrintable(deed), qPrintable(loop)) << loop << deed;
+            for (const QString &event : {u"close workspace"_s, u"close window"_s, u"remove all"_s, u"remove current"_s,
+                                         u"remove other"_s, u"stop session"_s, u"stop build"_s})
+                QTest::addRow("%s, %s", qPrintable(event), qPrintable(loop)) << loop << event;
         }
     }
 
-    void theWorldMayEndInEveryLoop()
+    void workspaceMayCloseInEveryNestedLoop()
     {
         QFETCH(QString, loop);
-        QFETCH(QString, deed);
+        QFETCH(QString, event);
         Project *other = addProcessor(u"other"_s);
         Project *current = addProcessor(u"fw"_s);
         StubScript &build = addBuild(current);
         open(u"main.c"_s);
-        const auto act = [=, this] { doMeanwhile(deed, current, other); };
+        const auto act = [=, this] { doMeanwhile(event, current, other); };
         const bool starts = loop == u"saving"_s || loop.startsWith(u"rebuild"_s) || loop.startsWith(u"build"_s)
                             || loop.startsWith(u"start"_s);
-        if (loop == u"build for debugging"_s && (deed == u"remove all"_s || deed == u"remove current"_s))
-            expectBox(); // there is nothing to start any more
+        if (loop == u"build for debugging"_s && (event == u"remove all"_s || event == u"remove current"_s))
+            expectBox(); // no project is left to start
         if (starts)
             startInto(loop, build, act);
         else
             controlInto(loop, current, other, act);
 
-        const QStringList calls = deeds().section(u"meanwhile"_s, 1).split(u'\n').filter(u"()"_s);
-        if (deed.startsWith(u"close"_s)) {
+        const QStringList calls = effects().section(u"meanwhile"_s, 1).split(u'\n').filter(u"()"_s);
+        if (event.startsWith(u"close"_s)) {
             QCOMPARE(m_activity->state(), StateNoWorkspace);
             QCOMPARE(m_stub->objectCount(), 0);
             QCOMPARE(calls.filter(u".stop()"_s), calls);
-        } else if (deed == u"remove all"_s) {
+        } else if (event == u"remove all"_s) {
             QVERIFY(m_activity->state() != StateRunning || loop == u"hit message"_s);
             QCOMPARE(m_stub->objectCount(), 0);
             QCOMPARE(calls, QStringList());
-        } else if (deed == u"remove current"_s) {
+        } else if (event == u"remove current"_s) {
             QCOMPARE(calls.filter(u"fw"_s), QStringList());
-        } else if (deed == u"remove other"_s) {
+        } else if (event == u"remove other"_s) {
             QCOMPARE(calls.filter(u"other"_s), QStringList());
         } else if (calls.contains(u"fw.stop()"_s)) {
             QCOMPARE(calls.last(), u"fw.stop()"_s);
-        } else if (deed == u"stop build"_s && starts && !loop.endsWith(u"Yes"_s)) {
+        } else if (event == u"stop build"_s && starts && !loop.endsWith(u"Yes"_s)) {
             QCOMPARE(m_activity->state(), StateIdle);
             QCOMPARE(calls, QStringList(u"fw-build.stop()"_s));
         }

@@ -5,11 +5,11 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-const auto NoStatement = u"says Cannot display next statment.||No corresponding source file found."_s;
-const auto Hit = u"says A breakpoint has been hit in project 'one'.||The current project will be switched."_s;
+const auto NoStatement = u"message Cannot display next statment.||No corresponding source file found."_s;
+const auto Hit = u"message A breakpoint has been hit in project 'one'.||The current project will be switched."_s;
 } // namespace
 
-/// What processors report, and what is shown of where their programs stand and where they will stop.
+/// Reports of processors, and the display of next statements and breakpoints.
 class DebugControlViewsTest : public QObject, protected DebugFixture
 {
     Q_OBJECT
@@ -55,18 +55,18 @@ private Q_SLOTS:
         QTEST(states.join(u' '), "states");
     }
 
-    void theEventOfAHitComesAfterTheState()
+    void scriptEventOfAHitIsFiredAfterTheStateChange()
     {
         const Project *project = addProcessor(u"fw"_s);
         be(StateRunning);
         report(project, 5);
-        QCOMPARE(deeds(), u"state 5\nfire onBreakpointHit"_s);
+        QCOMPARE(effects(), u"state 5\nfire onBreakpointHit"_s);
     }
 
-    void aReportOfAnotherProjectIsKeptForLater_data()
+    void reportOfAnotherProjectIsUsedWhenItBecomesCurrent_data()
     {
         QTest::addColumn<int>("status");
-        QTest::addColumn<int>("state"); // once it is current
+        QTest::addColumn<int>("state"); // when its project becomes current
         QTest::newRow("paused") << 0 << 5;
         QTest::newRow("running") << 1 << 4;
         QTest::newRow("sleeping") << 2 << 4;
@@ -75,7 +75,7 @@ private Q_SLOTS:
         QTest::newRow("no status") << 6 << 7;
     }
 
-    void aReportOfAnotherProjectIsKeptForLater()
+    void reportOfAnotherProjectIsUsedWhenItBecomesCurrent()
     {
         QFETCH(int, status);
         const Project *one = addProcessor(u"one"_s);
@@ -85,10 +85,10 @@ private Q_SLOTS:
         QCOMPARE(story(), QString());
         m_workspace->setCurrentProject(0);
         QTEST(int(m_activity->state()), "state");
-        QVERIFY(deeds().endsWith(u"fire onCurrentProjectChanged"_s));
+        QVERIFY(effects().endsWith(u"fire onCurrentProjectChanged"_s));
     }
 
-    void reportsWithoutAProjectOrAProcessorAreMistakes()
+    void reportsWithoutAProjectOrAnEnvironmentFailAnAssertion()
     {
         const Project *project = addProcessor(u"fw"_s);
         expectAssert(u"currentProject() && environment"_s);
@@ -104,7 +104,7 @@ private Q_SLOTS:
         QCOMPARE(story(), QString());
     }
 
-    void aHitElsewhereIsToldAndItsProjectBecomesTheCurrentOne()
+    void hitInAnotherProjectShowsAMessageAndMakesItCurrent()
     {
         const Project *one = addProcessor(u"one"_s);
         addProcessor(u"two"_s);
@@ -112,26 +112,26 @@ private Q_SLOTS:
         be(StateRunning);
         expectBox();
         report(one, 5);
-        QCOMPARE(deeds(), u"two.pause()\n"
-                          "three.pause()\n"_s
-                              + Hit
-                              + u"\nstate 5\n"
-                                "fire onCurrentProjectChanged\n"
-                                "state 5\n"
-                                "fire onBreakpointHit"_s);
+        QCOMPARE(effects(), u"two.pause()\n"
+                            "three.pause()\n"_s
+                                + Hit
+                                + u"\nstate 5\n"
+                                  "fire onCurrentProjectChanged\n"
+                                  "state 5\n"
+                                  "fire onBreakpointHit"_s);
         QCOMPARE(m_workspace->currentProject(), one);
     }
 
-    void aHitMayLeaveTheOthersRunning_data()
+    void hitPausesTheOthersIfTheOptionIsSet_data()
     {
         QTest::addColumn<int>("action");
         QTest::addColumn<bool>("pauses");
         QTest::newRow("leave them") << 0 << false;
         QTest::newRow("pause them") << 1 << true;
-        QTest::newRow("ask, which nobody does") << 2 << false;
+        QTest::newRow("ask, which is not supported") << 2 << false;
     }
 
-    void aHitMayLeaveTheOthersRunning()
+    void hitPausesTheOthersIfTheOptionIsSet()
     {
         QFETCH(int, action);
         QFETCH(bool, pauses);
@@ -140,19 +140,19 @@ private Q_SLOTS:
         m_control->options().setAction(BreakpointEvent, DebugAction(action));
         be(StateRunning);
         report(two, 5);
-        QCOMPARE(deeds(), (pauses ? u"one.pause()\n"_s : QString()) + u"state 5\nfire onBreakpointHit"_s);
+        QCOMPARE(effects(), (pauses ? u"one.pause()\n"_s : QString()) + u"state 5\nfire onBreakpointHit"_s);
     }
 
-    void aHitOutsideASessionIsToldAllTheSame()
+    void hitOutsideASessionAlsoShowsTheMessage()
     {
         const Project *one = addProcessor(u"one"_s);
         addProcessor(u"two"_s);
         expectBox();
         report(one, 5);
-        QVERIFY(deeds().startsWith(u"two.pause()\n"_s + Hit));
+        QVERIFY(effects().startsWith(u"two.pause()\n"_s + Hit));
     }
 
-    void aProcessorThatFailsToPauseKeepsNobodyFromPausing()
+    void otherProcessorsPauseAfterOneHasFailedToPause()
     {
         addProcessor(u"one"_s);
         addProcessor(u"two"_s);
@@ -161,12 +161,12 @@ private Q_SLOTS:
         be(StateRunning);
         expectException("IExecutionEnvironment::pause");
         report(three, 5);
-        QVERIFY(deeds().startsWith(u"one.pause()\ntwo.pause()\nstate 5"_s));
+        QVERIFY(effects().startsWith(u"one.pause()\ntwo.pause()\nstate 5"_s));
     }
 
-    // What processors say in the status bar
+    // Texts of processors in the status bar
 
-    void theCurrentProcessorsTextIsShownAtOnceOthersLater()
+    void statusTextIsShownWhenItsProcessorIsCurrent()
     {
         const Project *one = addProcessor(u"one"_s);
         const Project *two = addProcessor(u"two"_s);
@@ -185,7 +185,7 @@ private Q_SLOTS:
 
     // Another project
 
-    void theProcessorIsAskedForNothingButTheEffect()
+    void programStatusIsCalledAndItsResultIgnored()
     {
         addProcessor(u"one"_s);
         addProcessor(u"two"_s);
@@ -200,7 +200,7 @@ private Q_SLOTS:
         story();
     }
 
-    void anotherProjectShowsWhereItsProgramStands()
+    void newCurrentProjectShowsItsNextStatement()
     {
         addProcessor(u"one"_s);
         addProcessor(u"two"_s);
@@ -218,11 +218,11 @@ private Q_SLOTS:
         QCOMPARE(data.size(), 1);
         be(StateRunning);
         m_workspace->setCurrentProject(1);
-        QCOMPARE(view->marks(), u"3=8"_s); // where the program stood last
+        QCOMPARE(view->marks(), u"3=8"_s); // the last position of the program
         story();
     }
 
-    void withoutAnyProjectOnlyTheEventIsLeft()
+    void removingTheLastProjectOnlyFiresTheEvent()
     {
         const Project *project = addProcessor(u"fw"_s);
         be(StatePaused);
@@ -230,7 +230,7 @@ private Q_SLOTS:
         QCOMPARE(story(), u"fire onCurrentProjectChanged"_s);
     }
 
-    // What a state shows
+    // The display in a state
 
     void thePausedStateUpdatesEveryWindow()
     {
@@ -251,7 +251,7 @@ private Q_SLOTS:
         story();
     }
 
-    void theEndOfASessionTakesTheMarkerAway_data()
+    void endOfASessionRemovesTheExecutionMarker_data()
     {
         QTest::addColumn<int>("from");
         QTest::addColumn<int>("to");
@@ -263,7 +263,7 @@ private Q_SLOTS:
         QTest::newRow("between sessions") << 1 << 1 << false;
     }
 
-    void theEndOfASessionTakesTheMarkerAway()
+    void endOfASessionRemovesTheExecutionMarker()
     {
         QFETCH(int, from);
         QFETCH(int, to);
@@ -320,14 +320,14 @@ private Q_SLOTS:
         story();
     }
 
-    void thePathOfAPlaceMayBeRoundabout_data()
+    void locationMayHaveADetourInItsPath_data()
     {
         QTest::addColumn<QString>("file");
         QTest::newRow("through a directory") << u"src/../main.c"_s;
         QTest::newRow("with dots") << u"./main.c"_s;
     }
 
-    void thePathOfAPlaceMayBeRoundabout()
+    void locationMayHaveADetourInItsPath()
     {
         QFETCH(QString, file);
         addProcessor(u"fw"_s);
@@ -372,7 +372,7 @@ private Q_SLOTS:
         story();
     }
 
-    void inItsDisassemblyTheProgramStaysThere()
+    void locationInTheDisassemblyInFrontStaysInIt()
     {
         const Project *project = addProcessor(u"fw"_s, {IDisassembly::Iid});
         scriptOf(u"fw"_s).locationsFrom[disassemblyOf(project)] = {disassemblyOf(project), 0x101};
@@ -383,7 +383,7 @@ private Q_SLOTS:
         QVERIFY(!story().contains(u"openFile"_s));
     }
 
-    void theDisassemblyOfAnotherProcessorDoesNotCount()
+    void disassemblyOfAnotherProcessorIsNotUsed()
     {
         const Project *other = addProcessor(u"other"_s, {IDisassembly::Iid});
         addProcessor(u"fw"_s, {IDisassembly::Iid});
@@ -395,7 +395,7 @@ private Q_SLOTS:
         story();
     }
 
-    void withNeitherSourceNorDisassemblyTheUserIsTold_data()
+    void withNeitherSourceNorDisassemblyAMessageIsShown_data()
     {
         QTest::addColumn<QString>("inFront");
         QTest::addColumn<QString>("file");
@@ -406,7 +406,7 @@ private Q_SLOTS:
         QTest::newRow("another processor's disassembly in front") << u"foreign"_s << u"gone.c"_s;
     }
 
-    void withNeitherSourceNorDisassemblyTheUserIsTold()
+    void withNeitherSourceNorDisassemblyAMessageIsShown()
     {
         QFETCH(QString, inFront);
         QFETCH(QString, file);
@@ -424,7 +424,7 @@ private Q_SLOTS:
             QCOMPARE(viewOf(name)->cursor, 3);
     }
 
-    void aDisassemblyThatCannotBeOpenedIsNone()
+    void unopenableDisassemblyCountsAsMissing()
     {
         addProcessor(u"fw"_s, {IDisassembly::Iid});
         scriptOf(u"fw"_s).location = {};
@@ -437,7 +437,7 @@ private Q_SLOTS:
         story();
     }
 
-    void aFileThatCannotBeOpenedIsNone()
+    void unopenableSourceShowsTheDisassembly()
     {
         const Project *project = addProcessor(u"fw"_s, {IDisassembly::Iid});
         scriptOf(u"fw"_s).locationsFrom[disassemblyOf(project)] = {disassemblyOf(project), 0x101};
@@ -448,7 +448,7 @@ private Q_SLOTS:
         story();
     }
 
-    void aDisassemblyThatDoesNotKnowThePlaceIsToldOf()
+    void locationUnknownToTheDisassemblyShowsAMessage()
     {
         const Project *project = addProcessor(u"fw"_s, {IDisassembly::Iid});
         scriptOf(u"fw"_s).location = {};
@@ -458,7 +458,7 @@ private Q_SLOTS:
         QVERIFY(story().contains(NoStatement));
     }
 
-    void aPlaceThatThrowsIsNone()
+    void exceptionInCurrentLocationCountsAsNoLocation()
     {
         addProcessor(u"fw"_s);
         scriptOf(u"fw"_s).on[u"currentLocation"_s] = throwError;
@@ -468,7 +468,7 @@ private Q_SLOTS:
         story();
     }
 
-    void aProjectWithoutProcessorHasNoStatement()
+    void projectWithoutEnvironmentShowsNoStatement()
     {
         addProject(u"fw"_s, {}, {});
         story();
@@ -480,7 +480,7 @@ private Q_SLOTS:
 
     // "Show next statement"
 
-    void fromTheSourceThatIsMarkedNothingElseOpens()
+    void showNextInTheMarkedSourceOpensNoOtherView()
     {
         addProcessor(u"fw"_s);
         MarkedView *view = open(u"main.c"_s);
@@ -492,7 +492,7 @@ private Q_SLOTS:
         story();
     }
 
-    void fromTheDisassemblyOneComesToTheSource()
+    void showNextInTheDisassemblyOpensTheSource()
     {
         const Project *project = addProcessor(u"fw"_s, {IDisassembly::Iid});
         scriptOf(u"fw"_s).locationsFrom[disassemblyOf(project)] = {disassemblyOf(project), 0x101};
@@ -505,7 +505,7 @@ private Q_SLOTS:
         story();
     }
 
-    void fromTheDisassemblyThatIsNotMarkedOneStaysThere()
+    void showNextInAnUnmarkedDisassemblyStaysInIt()
     {
         const Project *project = addProcessor(u"fw"_s, {IDisassembly::Iid});
         scriptOf(u"fw"_s).locationsFrom[disassemblyOf(project)] = {disassemblyOf(project), 0x101};
@@ -516,7 +516,7 @@ private Q_SLOTS:
         story();
     }
 
-    void aSourceThatIsGoneLeavesOneInTheDisassembly()
+    void showNextWithAMissingSourceStaysInTheDisassembly()
     {
         const Project *project = addProcessor(u"fw"_s, {IDisassembly::Iid});
         scriptOf(u"fw"_s).location = {u"gone.c"_s, 1};
@@ -528,7 +528,7 @@ private Q_SLOTS:
         story();
     }
 
-    void showingUpdatesAllWindowsInAnyCase()
+    void showNextAlwaysUpdatesAllWindows()
     {
         addProcessor(u"fw"_s, {IBreakpoints::Iid});
         QSignalSpy registers(m_control.get(), &DebugControl::updateRegisterWindow);
@@ -557,7 +557,7 @@ private Q_SLOTS:
         story();
     }
 
-    void whatIsNotOfferedIsNotOpened()
+    void disassemblyIsNotOpenedIfNotOffered()
     {
         addProcessor(u"fw"_s);
         m_control->debugViewDisassembly();
@@ -565,7 +565,7 @@ private Q_SLOTS:
         QCOMPARE(story(), QString());
     }
 
-    void aDisassemblyGoesWithItsProcessor()
+    void disassemblyClosesWithItsEnvironment()
     {
         const Project *one = addProcessor(u"one"_s, {IDisassembly::Iid});
         const Project *two = addProcessor(u"two"_s, {IDisassembly::Iid});
@@ -582,7 +582,7 @@ private Q_SLOTS:
         story();
     }
 
-    // Markers follow what happens
+    // Markers follow events
 
     void anOpenedFileIsMarked()
     {
@@ -598,7 +598,7 @@ private Q_SLOTS:
         be(StateIdle);
         dropWorkspace();
         m_control->fileOpened();
-        QCOMPARE(view->marks(), u"2=1"_s); // breakpoints stay until there is a workspace again
+        QCOMPARE(view->marks(), u"2=1"_s); // markers stay until a workspace is opened
         story();
     }
 
@@ -631,7 +631,7 @@ private Q_SLOTS:
 
     // Toggling breakpoints
 
-    void togglingGoesRound_data()
+    void toggledStatesAreEnabledDisabledRemoved_data()
     {
         QTest::addColumn<int>("state");
         QTest::addColumn<int>("next");
@@ -642,7 +642,7 @@ private Q_SLOTS:
         QTest::newRow("several") << 3 << 3;
     }
 
-    void togglingGoesRound()
+    void toggledStatesAreEnabledDisabledRemoved()
     {
         QFETCH(int, state);
         QFETCH(int, next);
@@ -682,13 +682,13 @@ private Q_SLOTS:
         open(u"main.c"_s);
         m_control->toggleBreakpoint(1);
         QVERIFY(story().endsWith(u"one.setBreakpoint(main.c, 1, 1)"_s));
-        m_workspace->setCurrentProject(1); // the current one stands in front
+        m_workspace->setCurrentProject(1); // the current project is listed first
         story();
         m_control->toggleBreakpoint(1);
         QVERIFY(story().endsWith(u"two.setBreakpoint(main.c, 1, 1)"_s));
         open(u"other.c"_s);
         m_control->toggleBreakpoint(1);
-        QVERIFY(story().endsWith(u"two.setBreakpoint(other.c, 1, 1)"_s)); // nobody has it
+        QVERIFY(story().endsWith(u"two.setBreakpoint(other.c, 1, 1)"_s)); // in no project
     }
 
     void inADisassemblyItsProcessorGetsIt()
@@ -701,22 +701,22 @@ private Q_SLOTS:
         QVERIFY(story().endsWith(u"one.setBreakpoint(disassembler:, 257, 2)"_s));
     }
 
-    void whatHasNoBreakpointsIsTold_data()
+    void documentWithoutBreakpointsShowsAMessage_data()
     {
         QTest::addColumn<QString>("file");
         QTest::newRow("a file") << u"main.c"_s;
-        QTest::newRow("a disassembly of nobody") << u"disassembler:0xffffffff:fw"_s;
+        QTest::newRow("a disassembly of no environment") << u"disassembler:0xffffffff:fw"_s;
         QTest::newRow("a disassembly without number") << u"disassembler:"_s;
     }
 
-    void whatHasNoBreakpointsIsTold()
+    void documentWithoutBreakpointsShowsAMessage()
     {
         QFETCH(QString, file);
         addProcessor(u"fw"_s, file == u"main.c"_s ? QSet<QUuid>{} : QSet<QUuid>{IBreakpoints::Iid});
         open(file);
         expectBox();
         m_control->toggleBreakpoint(1);
-        QCOMPARE(story(), u"says The breakpoint cannot be set.||Breakpoints are not supported in this file."_s);
+        QCOMPARE(story(), u"message The breakpoint cannot be set.||Breakpoints are not supported in this file."_s);
     }
 
     void aProjectWithoutProcessorHasNoBreakpoints()
@@ -732,14 +732,14 @@ private Q_SLOTS:
         QCOMPARE(story().count(u"Breakpoints are not supported in this file."_s), 2);
     }
 
-    void whileTheProgramRunsBreakpointsStay_data()
+    void breakpointsCannotBeToggledWhileTheProgramRuns_data()
     {
         QTest::addColumn<int>("state");
         for (int state = StateIdle; state <= StateUnknown; ++state)
             QTest::addRow("%d", state) << state;
     }
 
-    void whileTheProgramRunsBreakpointsStay()
+    void breakpointsCannotBeToggledWhileTheProgramRuns()
     {
         QFETCH(int, state);
         addProcessor(u"fw"_s, {IBreakpoints::Iid});
@@ -750,7 +750,7 @@ private Q_SLOTS:
         m_control->toggleBreakpoint(1);
         QCOMPARE(story(),
                  state == StateRunning
-                     ? u"says Breakpoints cannot be modified while the processor is running.||Please pause the "
+                     ? u"message Breakpoints cannot be modified while the processor is running.||Please pause the "
                        "processor and try again."_s
                      : u"fw.breakpoints()\nfw.setBreakpoint(main.c, 1, 1)"_s);
     }
@@ -766,14 +766,14 @@ private Q_SLOTS:
         QCOMPARE(story(), QString());
     }
 
-    void aBreakpointThatIsRefusedIsTold_data()
+    void refusedBreakpointShowsAMessage_data()
     {
         QTest::addColumn<bool>("throws");
-        QTest::newRow("told") << false;
+        QTest::newRow("returns an error") << false;
         QTest::newRow("thrown") << true;
     }
 
-    void aBreakpointThatIsRefusedIsTold()
+    void refusedBreakpointShowsAMessage()
     {
         QFETCH(bool, throws);
         addProcessor(u"fw"_s, {IBreakpoints::Iid});
@@ -785,7 +785,7 @@ private Q_SLOTS:
         open(u"main.c"_s);
         expectBox();
         m_control->toggleBreakpoint(1);
-        QVERIFY(story().endsWith(u"says The breakpoint could not be modified."_s));
+        QVERIFY(story().endsWith(u"message The breakpoint could not be modified."_s));
     }
 
     void breakpointsThatCannotBeListedCountAsNone()
@@ -805,17 +805,17 @@ private Q_SLOTS:
         dropWorkspace();
         expectBox();
         m_control->debugBreakpoints();
-        QCOMPARE(story(), u"says Cannot edit breakpoints.||Open a project that supports breakpoints first."_s);
+        QCOMPARE(story(), u"message Cannot edit breakpoints.||Open a project that supports breakpoints first."_s);
     }
 
-    void theDialogIsFollowedByTheMarkers_data()
+    void markersAreRefreshedAfterTheDialog_data()
     {
         QTest::addColumn<bool>("accepts");
         QTest::newRow("accepted") << true;
         QTest::newRow("closed") << false;
     }
 
-    void theDialogIsFollowedByTheMarkers()
+    void markersAreRefreshedAfterTheDialog()
     {
         QFETCH(bool, accepts);
         addProcessor(u"fw"_s, {IBreakpoints::Iid});
@@ -830,7 +830,7 @@ private Q_SLOTS:
         story();
     }
 
-    void theWorkspaceMayGoWhileTheDialogIsUp()
+    void workspaceMayCloseWhileTheDialogIsOpen()
     {
         addProcessor(u"fw"_s, {IBreakpoints::Iid});
         open(u"main.c"_s);
@@ -857,9 +857,9 @@ private Q_SLOTS:
         story();
     }
 
-    // Nobody is remembered who is gone
+    // Deleted environments
 
-    void whatAProcessorSaidGoesWithIt()
+    void reportsAreRemovedWithTheirEnvironment()
     {
         const Project *one = addProcessor(u"one"_s);
         addProcessor(u"two"_s);
@@ -868,7 +868,7 @@ private Q_SLOTS:
         const uint key = environmentKey(one->executionInterface());
         m_workspace->removeProject(one);
         QVERIFY(!environmentOfKey(key));
-        const Project *next = addProcessor(u"one"_s); // maybe at the same place
+        const Project *next = addProcessor(u"one"_s); // possibly at the same address
         QVERIFY(environmentKey(next->executionInterface()) != key);
         QCOMPARE(m_activity->state(), StateIdle);
         story();

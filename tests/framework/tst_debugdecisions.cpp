@@ -4,7 +4,7 @@
 using namespace Qt::StringLiterals;
 using ProgramStatus = IExecutionEnvironment::ProgramStatus;
 
-/// What debugging decides, without windows and plug-ins.
+/// The decisions of debugging, without windows and plug-ins.
 class DebugDecisionsTest : public QObject
 {
     Q_OBJECT
@@ -101,7 +101,7 @@ private Q_SLOTS:
         QCOMPARE(restart, u"-x---xx-"_s);
     }
 
-    void theFirstThatCanLeadsIfAllCanFollow_data()
+    void firstPossibleLeaderLeadsIfAllCanFollow_data()
     {
         using enum IMultiProcessorSync::Operation;
         constexpr int FollowRun = RunOperation << 16;
@@ -113,7 +113,7 @@ private Q_SLOTS:
         const auto a = u"a"_s;
         const auto b = u"b"_s;
 
-        QTest::newRow("nobody") << Members{} << int(RunOperation) << -1;
+        QTest::newRow("no members") << Members{} << int(RunOperation) << -1;
         QTest::newRow("one that leads and follows")
             << Members{{a, {{a, RunOperation | FollowRun}}}} << int(RunOperation) << 0;
         QTest::newRow("a leader that cannot follow itself")
@@ -145,7 +145,7 @@ private Q_SLOTS:
         QTest::newRow("wake-up by another's bits") << Members{{a, {{a, 0x70007}}}} << int(WakeupOperation) << -1;
     }
 
-    void theFirstThatCanLeadsIfAllCanFollow()
+    void firstPossibleLeaderLeadsIfAllCanFollow()
     {
         using Answers = QMap<QString, int>;
         using Members = QList<QPair<QString, Answers>>;
@@ -157,7 +157,7 @@ private Q_SLOTS:
         QTEST(syncLeader(asked, IMultiProcessorSync::Operation(operation)), "leader");
     }
 
-    void thoseBehindTheLeaderAreAskedInItsGroupOnly()
+    void followersAreQueriedForTheLeadersGroupOnly()
     {
         QStringList calls;
         const auto member = [&](const QString &name, const QString &group, int operations) {
@@ -198,7 +198,7 @@ private Q_SLOTS:
         QTEST(breakpointStateAt(records, {file, line}), "state");
     }
 
-    void togglingGoesRound()
+    void toggledStatesAreEnabledDisabledRemoved()
     {
         QList<int> states;
         for (int state = 0; state < 4; ++state)
@@ -206,7 +206,7 @@ private Q_SLOTS:
         QCOMPARE(states, (QList<int>{1, 2, 0, 3}));
     }
 
-    void markersOfALineMix_data()
+    void markersOfSeveralBreakpointsAreCombined_data()
     {
         QTest::addColumn<QList<int>>("states"); // of the breakpoints on the line
         QTest::addColumn<int>("markers");
@@ -222,10 +222,10 @@ private Q_SLOTS:
         QTest::newRow("mixed ones stay so") << QList<int>{1, 2, 1} << 4;
     }
 
-    void markersOfALineMix()
+    void markersOfSeveralBreakpointsAreCombined()
     {
         QFETCH(const QList<int>, states);
-        int markers = 8; // the execution marker has nothing to do with it
+        int markers = 8; // the execution marker, which must not change
         for (int state : states) {
             const MarkerChange change = markerChange(markers, state);
             QCOMPARE(markers & change.clear, change.clear);
@@ -235,7 +235,7 @@ private Q_SLOTS:
         QVERIFY(markers & 8);
     }
 
-    /// The second marker of a kind may be drawn otherwise than the first.
+    /// The second marker of a kind may be drawn differently from the first.
     void aMarkerIsSetAgain() { QCOMPARE(markerChange(1, BreakpointEnabled), (MarkerChange{0, 1})); }
 
     void theToolTipListsTheProjects()

@@ -17,7 +17,7 @@ private:
     std::unique_ptr<TabbedViewManager> m_views;
     std::unique_ptr<Workspace> m_documents;
 
-    /// The current project from now on, with a processor of its name.
+    /// Adds the new current project, with a processor of its name.
     Project *addProcessor(const QString &name, const QList<BreakpointRecord> &breakpoints = {},
                           const QString &contents = {})
     {
@@ -84,7 +84,7 @@ private Q_SLOTS:
         QVERIFY(!isForeignDisassembly(u"main.c"_s, one->executionInterface()));
     }
 
-    // Where the program stands
+    // The position of the program
 
     void thePlaceIsMarkedInEveryViewOfIt()
     {
@@ -125,14 +125,14 @@ private Q_SLOTS:
         QCOMPARE(view->marks(), u"7=1*"_s);
     }
 
-    void anUnknownPlaceOnlyTakesTheMarkerAway_data()
+    void unknownLocationOnlyRemovesTheMarker_data()
     {
         QTest::addColumn<QString>("why");
         for (const QString &why : {u"unknown"_s, u"no project"_s, u"no processor"_s, u"exception"_s})
             QTest::newRow(qPrintable(why)) << why;
     }
 
-    void anUnknownPlaceOnlyTakesTheMarkerAway()
+    void unknownLocationOnlyRemovesTheMarker()
     {
         QFETCH(QString, why);
         Project *project = addProcessor(u"fw"_s);
@@ -161,7 +161,7 @@ private Q_SLOTS:
         MarkedView *second = open(disassemblyOf(two));
         m_stub->takeCalls();
         refreshExecutionMarker(two, *m_views);
-        QCOMPARE(m_stub->takeCalls(), QStringList(u"two.currentLocation()"_s)); // not for the other one's
+        QCOMPARE(m_stub->takeCalls(), QStringList(u"two.currentLocation()"_s)); // not for the other disassembly
         QCOMPARE(first->marks(), QString());
         QCOMPARE(second->marks(), u"17=8"_s);
         refreshExecutionMarker(one, *m_views);
@@ -169,7 +169,7 @@ private Q_SLOTS:
         QCOMPARE(second->marks(), QString());
     }
 
-    void aViewMayCloseWhileThePlaceIsAsked()
+    void viewMayCloseDuringTheQueryOfTheLocation()
     {
         const Project *project = addProcessor(u"fw"_s);
         scriptOf(u"fw"_s).location = {u"main.c"_s, 7};
@@ -221,7 +221,7 @@ private Q_SLOTS:
         QCOMPARE(header->marks(), u"9=1"_s);
     }
 
-    void oldMarkersGoButNotTheOthers()
+    void oldBreakpointMarkersAreRemovedAndOthersKept()
     {
         addProcessor(u"fw"_s, {{{{u"main.c"_s, 5}}, 1}});
         MarkedView *view = open(u"main.c"_s);
@@ -234,7 +234,7 @@ private Q_SLOTS:
         QCOMPARE(view->marks(), u"5=1 6=24"_s);
     }
 
-    void theCurrentProjectComesLast_data()
+    void breakpointsOfTheCurrentProjectAreMarkedLast_data()
     {
         QTest::addColumn<int>("foreign"); // states of the breakpoints on one line
         QTest::addColumn<int>("own");
@@ -247,7 +247,7 @@ private Q_SLOTS:
         QTest::newRow("another's has no marker") << 3 << 2 << u"5=2"_s;
     }
 
-    void theCurrentProjectComesLast()
+    void breakpointsOfTheCurrentProjectAreMarkedLast()
     {
         QFETCH(int, foreign);
         QFETCH(int, own);
@@ -261,7 +261,7 @@ private Q_SLOTS:
         QTEST(view->marks(), "marks");
     }
 
-    void mixedAmongOthersIsForeignStill()
+    void mixedBreakpointsOfOtherProjectsAreForeign()
     {
         addProcessor(u"one"_s, {{{{u"main.c"_s, 5}}, 1}});
         addProcessor(u"two"_s, {{{{u"main.c"_s, 5}}, 2}});
@@ -279,14 +279,14 @@ private Q_SLOTS:
         scriptOf(u"two"_s).breakpoints = {{{{u"disassembler:"_s, 7}}, 1}};
         MarkedView *first = open(disassemblyOf(one));
         MarkedView *second = open(disassemblyOf(two));
-        MarkedView *nobody = open(u"disassembler:0xffffffff:one"_s);
+        MarkedView *unknown = open(u"disassembler:0xffffffff:one"_s);
         markBreakpoints();
         QCOMPARE(first->marks(), u"5=1* 6=2*"_s);
         QCOMPARE(second->marks(), u"7=1"_s);
-        QCOMPARE(nobody->marks(), QString());
+        QCOMPARE(unknown->marks(), QString());
     }
 
-    void whoHasNoBreakpointsIsPassedOver()
+    void projectsWithoutBreakpointsAreSkipped()
     {
         addProcessor(u"one"_s, {{{{u"main.c"_s, 5}}, 1}});
         scriptOf(u"one"_s).offers.remove(IBreakpoints::Iid);
@@ -328,12 +328,12 @@ private Q_SLOTS:
         QCOMPARE(breakpointToolTip(*m_activity, path(u"main.c"_s), 6),
                  u"<b>Breakpoint status</b><br>Disabled [one]<br>"_s);
         QCOMPARE(breakpointToolTip(*m_activity, path(u"main.c"_s), 7), QString());
-        m_workspace->setCurrentProject(1); // stands in front then
+        m_workspace->setCurrentProject(1); // is listed first then
         QCOMPARE(breakpointToolTip(*m_activity, path(u"main.c"_s), 5),
                  u"<b>Breakpoint status</b><br>Disabled [two]<br>Multiple [two]<br>Enabled [one]<br>"_s);
     }
 
-    void aFileOfNobodyIsTheCurrentProjects()
+    void fileOfNoProjectCountsAsTheCurrentProjects()
     {
         addProcessor(u"one"_s, {{{{u"main.c"_s, 5}}, 1}});
         addProcessor(u"two"_s, {{{{u"main.c"_s, 5}}, 0}});

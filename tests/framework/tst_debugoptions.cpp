@@ -83,7 +83,7 @@ private Q_SLOTS:
         QTEST(textOf(options), "loaded");
     }
 
-    void whatLaterVersionsStoreIsKept()
+    void actionsOfLaterVersionsAreKept()
     {
         for (int event = 0; event <= 5; ++event)
             m_settings->setValue(u"Debug/action%1"_s.arg(event), 0);
@@ -94,7 +94,7 @@ private Q_SLOTS:
         QCOMPARE(m_settings->value(u"Debug/action5"_s), QVariant(0));
     }
 
-    void theTextsOfEachEvent_data()
+    void eachEventHasItsTexts_data()
     {
         QTest::addColumn<int>("event");
         QTest::addColumn<QString>("question");
@@ -111,14 +111,14 @@ private Q_SLOTS:
                                         << QStringList{u"Leave other processors running"_s, u"Pause all processors"_s};
     }
 
-    void theTextsOfEachEvent()
+    void eachEventHasItsTexts()
     {
         QFETCH(int, event);
         QTEST(debugQuestion(DebugEvent(event)), "question");
         QTEST(debugActionTexts(DebugEvent(event)), "actions");
     }
 
-    void aStoredActionAsksNobody()
+    void storedActionShowsNoQuestion()
     {
         DebugOptions options = optionsOf(u"01222"_s);
         DialogAnswers answers;
@@ -127,7 +127,7 @@ private Q_SLOTS:
         QCOMPARE(answers.said, QStringList());
     }
 
-    void theUserIsAskedInTheWordsOfTheEvent()
+    void questionHasTheTextsOfTheEvent()
     {
         DebugOptions options = optionsOf(u"22222"_s);
         QStringList seen;
@@ -146,7 +146,7 @@ private Q_SLOTS:
         QCOMPARE(textOf(options), u"22222"_s);
     }
 
-    void anAnswerForGoodIsStoredForItsEvent()
+    void answerNotToBeAskedAgainIsStoredForItsEvent()
     {
         DebugOptions options = optionsOf(u"22222"_s);
         DialogAnswers answers;

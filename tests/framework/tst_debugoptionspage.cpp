@@ -68,7 +68,7 @@ private Q_SLOTS:
         QCOMPARE(m_page->actions(), (QList<int>{1, 1, 0, 0, 1}));
     }
 
-    void anActionThatIsNoChoiceStaysUntilOneIsMade()
+    void actionOutsideTheChoicesStaysUntilTheUserChooses()
     {
         open({0, 0, 0, 0, 2});
         QCOMPARE(combo(m_dialog, "BreakpointComboBox")->currentIndex(), -1);

@@ -100,7 +100,7 @@ private Q_SLOTS:
         QCOMPARE(DockPlacement::fromText(text), placement);
     }
 
-    void oddEntriesAreReadAsFarAsTheyGo_data()
+    void damagedEntriesAreReadUpToTheDamage_data()
     {
         QTest::addColumn<QString>("text");
         QTest::addColumn<int>("edge");
@@ -112,7 +112,7 @@ private Q_SLOTS:
         QTest::newRow("other brackets") << u"(4,0,0,10,10,1)"_s << 4 << true;
     }
 
-    void oddEntriesAreReadAsFarAsTheyGo()
+    void damagedEntriesAreReadUpToTheDamage()
     {
         QFETCH(QString, text);
         const DockPlacement placement = DockPlacement::fromText(text);
@@ -120,7 +120,7 @@ private Q_SLOTS:
         QTEST(placement.visible, "visible");
     }
 
-    void theDesktopIsSubtractedOnce_data()
+    void positionBeyondTheDesktopIsReducedOnce_data()
     {
         QTest::addColumn<QPoint>("stored");
         QTest::addColumn<QPoint>("shown");
@@ -131,7 +131,7 @@ private Q_SLOTS:
         QTest::newRow("before it") << QPoint(-50, -60) << QPoint(-50, -60);
     }
 
-    void theDesktopIsSubtractedOnce()
+    void positionBeyondTheDesktopIsReducedOnce()
     {
         QFETCH(QPoint, stored);
         QFETCH(QPoint, shown);
@@ -237,7 +237,7 @@ private Q_SLOTS:
         QCOMPARE(windows.first->size(), QSize(300, 200));
     }
 
-    void theWalkEndsAtTheFirstWindowWithoutAnEntry()
+    void restoreStopsAtTheFirstWindowWithoutAnEntry()
     {
         m_settings->setValue(u"Geometry/Editor/bar"_s, u"[2,0,0,100,30,0]"_s);
         m_settings->setValue(u"Geometry/Editor/second"_s, u"[4,0,0,100,100,0]"_s);
@@ -257,7 +257,7 @@ private Q_SLOTS:
         QCOMPARE(windows.window.saveState(), before);
     }
 
-    void aDamagedExactStateIsPassedOver()
+    void damagedExactStateIsIgnored()
     {
         {
             Windows windows(*m_settings);

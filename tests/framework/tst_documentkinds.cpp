@@ -27,7 +27,7 @@ class DocumentKindsTest : public QObject
 private Q_SLOTS:
     void init() { QTest::failOnWarning(QRegularExpression(u"^(?!This plugin does not support)"_s)); }
 
-    void eachKindHasItsWordsAndPlace()
+    void eachKindHasItsTextsAndPosition()
     {
         const WindowFixture f;
         QStringList kinds;

@@ -15,7 +15,7 @@ QString itemText(const QAction *action)
     return action->isEnabled() ? text : u'(' + text + u')';
 }
 
-/// The menu as the user reads it: a line an item, checks in brackets, greyed items in parentheses, "-" for a separator.
+/// The menu as text: one item per line, check marks in brackets, disabled items in parentheses, "-" for a separator.
 QString contents(const PopupMenu &menu)
 {
     QStringList lines;
@@ -48,7 +48,7 @@ private:
         return [this](int id) { m_activated.append(id); };
     }
 
-    /// Adds what the UI file declares: actions of the window by their texts, and separators.
+    /// Adds the items of the UI file: actions of the window by their texts, and separators.
     void declare(const QStringList &texts)
     {
         for (const QString &text : texts)
@@ -79,14 +79,14 @@ private Q_SLOTS:
         QCOMPARE(numberedText(11, u"100%1"_s), u"&12 100%1"_s);
     }
 
-    void aCommandBearsItsProjectsNameIfThereAreSeveral()
+    void commandShowsItsProjectIfThereAreSeveral()
     {
         QCOMPARE(commandText(u"Reset"_s, u"core0"_s, 1), u"Reset"_s);
         QCOMPARE(commandText(u"Reset"_s, u"core0"_s, 2), u"Reset (core0)"_s);
         QCOMPARE(commandText(u"%1"_s, u"%2"_s, 2), u"%1 (%2)"_s);
     }
 
-    void aRecentListHasTheMenuForItself()
+    void recentListReplacesAllItemsOfTheMenu()
     {
         declare({u"stale"_s, u"-"_s});
         fillRecentList(m_menu.get(), {u"/a/b.c"_s, u"/a/c.c"_s}, true, record());
@@ -96,7 +96,7 @@ private Q_SLOTS:
         QCOMPARE(m_activated, QList<int>{1});
     }
 
-    void aRecentListCanBeGreyed()
+    void recentListCanBeDisabled()
     {
         fillRecentList(m_menu.get(), {u"/a.vnw"_s}, false, record());
         QCOMPARE(contents(*m_menu), u"(&1 /a.vnw)"_s);
@@ -111,7 +111,7 @@ private Q_SLOTS:
         QVERIFY(m_menu->isEmpty());
     }
 
-    void windowsStandBehindASeparator()
+    void windowsFollowASeparator()
     {
         declare({u"Close"_s});
         fillWindowMenu(m_menu.get(), {{.text = u"a.c"_s, .checked = false}, {.text = u"b.c"_s, .checked = true}},
@@ -131,7 +131,7 @@ private Q_SLOTS:
         QCOMPARE(m_activated, QList<int>{2});
     }
 
-    void toolsStandAtTheTopBeforeASeparator()
+    void toolsAreAtTheTopBeforeASeparator()
     {
         declare({u"Options..."_s});
         fillToolsMenu(m_menu.get(), {u"Terminal"_s, u"Flash"_s}, record());
@@ -141,7 +141,7 @@ private Q_SLOTS:
         QCOMPARE(m_activated, QList<int>{1});
     }
 
-    void withoutToolsNoSeparatorStandsAtTheTop()
+    void withoutToolsThereIsNoSeparatorAtTheTop()
     {
         declare({u"Options..."_s});
         fillToolsMenu(m_menu.get(), {u"Terminal"_s}, record());
@@ -165,7 +165,7 @@ private Q_SLOTS:
         QCOMPARE(contents(*m_menu), u"-\nOptions...\n-"_s);
     }
 
-    void aRebuildRemovesOneMoreItemBesideTheDynamicOnes()
+    void rebuildRemovesOneItemBesidesTheDynamicOnes()
     {
         declare({u"Options..."_s, u"-"_s});
         fillAtEnd(m_menu.get(), {{.text = u"a"_s}}, record());
@@ -197,7 +197,7 @@ private Q_SLOTS:
         QVERIFY(m_menu->item(1)->whatsThis().isEmpty());
     }
 
-    void groupsStandBehindSeparatorsAndCountOn()
+    void groupsFollowSeparatorsAndContinueTheNumbers()
     {
         declare({u"Run"_s});
         fillGroupsAtEnd(m_menu.get(), {{{.text = u"a"_s}, {.text = u"b"_s}}, {}, {{.text = u"c"_s}}}, record());
@@ -217,7 +217,7 @@ private Q_SLOTS:
         QCOMPARE(contents(*m_menu), u"-\nRun"_s);
     }
 
-    void separatorsBetweenGroupsDoNotPileUp()
+    void separatorsBetweenGroupsAreNotRepeated()
     {
         declare({u"Run"_s, u"-"_s});
         for (int i = 0; i < 3; ++i)
@@ -247,7 +247,7 @@ private Q_SLOTS:
         QCOMPARE(contents(*m_menu), u"Edit..."_s);
     }
 
-    void aMenuThatTheFileLacksIsPassedOver()
+    void menuThatTheFileLacksIsIgnored()
     {
         fillRecentList(nullptr, {u"a"_s}, true, record());
         fillWindowMenu(nullptr, {{.text = u"a"_s}}, record());

@@ -62,7 +62,7 @@ private Q_SLOTS:
         QCOMPARE(read(copy()), QByteArray("mine\n"));
     }
 
-    void whereNoCopyCanBeMadeTheInstalledFileIsShown()
+    void withoutACopyTheInstalledFileIsShown()
     {
         QFile::setPermissions(installed(), QFile::ReadOwner);
         write(m_directory->filePath(u"data"_s), "a file in the place of the directory");
@@ -71,7 +71,7 @@ private Q_SLOTS:
         QCOMPARE(edited(), installed());
     }
 
-    void aScriptThatIsNotThereIsThatOfTheInstallation()
+    void missingScriptHasThePathInTheInstallation()
     {
         QFile::remove(installed());
         QCOMPARE(edited(), installed());

@@ -10,7 +10,7 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-/// A window in front with a file in it that has the focus.
+/// An active window with an open file that has the focus.
 struct EditedFile : WindowFixture
 {
     explicit EditedFile(const QByteArray &content = "one\ntwo\nthree\n")
@@ -59,7 +59,7 @@ private Q_SLOTS:
         QCOMPARE(f.text(), QString());
     }
 
-    void withoutTheFocusTheFileIsLeftAlone()
+    void commandsWithoutTheFocusDoNotChangeTheFile()
     {
         const EditedFile f;
         f.type(u"new "_s);
@@ -82,7 +82,7 @@ private Q_SLOTS:
         QVERIFY(!f.view()->currentEdit()->textCursor().hasSelection());
     }
 
-    void theTreeComesFirstForCutPasteAndRemove()
+    void cutPasteAndRemoveActOnTheTreeFirst()
     {
         const EditedFile f;
         f.writeProject(u"fw.vnp"_s, {u"main.c"_s});
@@ -131,7 +131,7 @@ private Q_SLOTS:
         QCOMPARE(f.answers->said.size(), 1);
     }
 
-    // Going to a line
+    // Go to line
 
     void theLineMayBeASymbolAnAddressOrANumber_data()
     {
@@ -173,7 +173,7 @@ private Q_SLOTS:
         QCOMPARE(f.line(), 1);
     }
 
-    void aCancelledQuestionGoesNowhere()
+    void cancelledQuestionKeepsTheCursor()
     {
         const EditedFile f;
         f.answers->type(u"3"_s);
@@ -185,7 +185,7 @@ private Q_SLOTS:
 
     // Finding
 
-    void aTextIsSearchedFromTheCursorOnAndOnceFromTheStart()
+    void searchContinuesOnceAtTheStartOfTheText()
     {
         const EditedFile f("one two one");
         f.window->searchBoxFindAgain(u"one"_s);
@@ -199,7 +199,7 @@ private Q_SLOTS:
         QVERIFY(f.answers->said.isEmpty());
     }
 
-    void aTextThatIsNotThereIsTold()
+    void missingTextShowsAMessage()
     {
         const EditedFile f;
         f.answers->press(QMessageBox::Ok);
@@ -209,7 +209,7 @@ private Q_SLOTS:
         QCOMPARE(f.status(), QString());
     }
 
-    void theSearchBoxWarnsOfEachTextThatIsNotThere()
+    void searchBoxShowsAMessageForEachMissingText()
     {
         EditedFile f;
         f.installation.write(u"config/uiconfig.xml"_s, R"(<ui><actions><action name="editFind"/></actions><toolbars>

@@ -15,11 +15,11 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// What is left to tell of a program that has ended.
+/// The results of a program that has ended.
 struct Outcome
 {
     int exitCode = -1;
-    bool loopEntered = false; ///< and left; nested loops of message boxes do not count
+    bool loopEntered = false; ///< the main event loop, not those of message boxes
     QMessageBox::Icon boxIcon = QMessageBox::NoIcon;
     QString boxTitle;
     QString boxText;
@@ -50,7 +50,7 @@ void readBox(const QMessageBox &box, Outcome *outcome)
     outcome->serverBehindBox = server();
 }
 
-/// Runs the main window in @p installation, calls @p use as soon as events are handled, and has the program end then.
+/// Runs the main window in @p installation, and calls @p use, which ends the program, when events are handled.
 Outcome run(
     const Installation &installation, const QList<QByteArray> &arguments,
     const std::function<void()> &use = [] { mainWindow()->close(); })
@@ -62,7 +62,7 @@ Outcome run(
     QTimer timer;
     QObject::connect(&timer, &QTimer::timeout, [&] {
         if (QThread::currentThread()->loopLevel() == 0)
-            return; // events are handled before the loop as well
+            return; // events are also handled before the main event loop
         timer.stop();
         auto *box = qobject_cast<QMessageBox *>(QApplication::activeModalWidget());
         if (!box)
@@ -85,7 +85,7 @@ QSplashScreen *splashScreen()
     return nullptr;
 }
 
-/// Calls a function when a main window takes in an action: it is being built then.
+/// Calls a function when an action is added to a main window, so while the window is being constructed.
 class WhenActionAdded : public QObject
 {
 public:
@@ -124,7 +124,7 @@ private:
 private Q_SLOTS:
     void init()
     {
-        // The offscreen platform says of every window what it does not support.
+        // The offscreen platform prints a warning for every window.
         QTest::failOnWarning(QRegularExpression(u"^(?!This plugin does not support)"_s));
         m_installation = std::make_unique<Installation>();
         m_installation->writeWindowFiles();
@@ -138,12 +138,12 @@ private Q_SLOTS:
         QCOMPARE(outcome.exitCode, 0);
     }
 
-    void theExitCodeIsThatOfTheLoop()
+    void exitCodeIsThatOfTheEventLoop()
     {
         QCOMPARE(run(*m_installation, {"varnel"}, [] { QCoreApplication::exit(7); }).exitCode, 7);
     }
 
-    void theWindowIsTheMainWidget()
+    void windowIsTheMainWidgetOfTheApplication()
     {
         QString name;
         bool visible = false;
@@ -156,7 +156,7 @@ private Q_SLOTS:
         QVERIFY(visible);
     }
 
-    void badOptionsEndTheProgramBeforeTheLoop_data()
+    void badOptionsEndTheProgramBeforeTheEventLoop_data()
     {
         QTest::addColumn<QList<QByteArray>>("arguments");
         QTest::newRow("project") << QList<QByteArray>{"varnel", "-p"};
@@ -165,7 +165,7 @@ private Q_SLOTS:
         QTest::newRow("behind others") << QList<QByteArray>{"varnel", "main.c", "-p"};
     }
 
-    void badOptionsEndTheProgramBeforeTheLoop()
+    void badOptionsEndTheProgramBeforeTheEventLoop()
     {
         QFETCH(QList<QByteArray>, arguments);
         const Outcome outcome = run(*m_installation, arguments);
@@ -180,7 +180,7 @@ private Q_SLOTS:
         QVERIFY(outcome.windowShownBehindBox);
     }
 
-    void whatStoodBeforeABadOptionIsDone()
+    void optionsBeforeABadOneAreExecuted()
     {
         store("[Startup]\nAutomationAddress=127.0.0.1\n");
         const Outcome outcome = run(*m_installation, {"varnel", "-r", "0", "-p"});
@@ -188,14 +188,14 @@ private Q_SLOTS:
         QVERIFY(outcome.serverBehindBox);
     }
 
-    void theServerListensWhereTheSettingsSay_data()
+    void serverListensAtTheAddressOfTheSettings_data()
     {
         QTest::addColumn<QByteArray>("port");
         QTest::newRow("a free port") << QByteArray("0");
         QTest::newRow("no number") << QByteArray("port");
     }
 
-    void theServerListensWhereTheSettingsSay()
+    void serverListensAtTheAddressOfTheSettings()
     {
         QFETCH(QByteArray, port);
         store("[Startup]\nAutomationAddress=127.0.0.1\n");
@@ -239,14 +239,14 @@ private Q_SLOTS:
         QCOMPARE(outcome.exitCode, 0);
     }
 
-    void aFailedOpenCountsAsGoodOptions_data()
+    void failedOpenDoesNotCountAsABadOption_data()
     {
         QTest::addColumn<QList<QByteArray>>("arguments");
         QTest::newRow("project") << QList<QByteArray>{"varnel", "-p", "/nowhere/a.vnp"};
         QTest::newRow("workspace") << QList<QByteArray>{"varnel", "-w", "/nowhere/a.vnw"};
     }
 
-    void aFailedOpenCountsAsGoodOptions()
+    void failedOpenDoesNotCountAsABadOption()
     {
         QFETCH(QList<QByteArray>, arguments);
         const Outcome outcome = run(*m_installation, arguments);
@@ -297,7 +297,7 @@ private Q_SLOTS:
         QRect geometry;
         bool maximised = false;
         run(*m_installation, {"varnel"}, [&] {
-            geometry = mainWindow()->geometry(); // this platform maximises a window later, if at all
+            geometry = mainWindow()->geometry(); // this platform maximises a window later or never
             maximised = mainWindow()->isMaximized();
             QCoreApplication::exit();
         });
@@ -305,13 +305,13 @@ private Q_SLOTS:
         QTEST(maximised, "maximised");
     }
 
-    void theNormalPlaceSurvivesAMaximisedSession()
+    void normalPlaceIsKeptThroughAMaximisedSession()
     {
         store("[Geometry]\nMainWindowX=30\nMainWindowY=40\nMainWindowWidth=500\nMainWindowHeight=300\nMainWindowMax="
               "true\n");
         for (int session = 0; session < 2; ++session) {
             run(*m_installation, {"varnel"}, [] {
-                // This platform leaves out what others tell a window that starts maximised.
+                // Other platforms send these events to a window that starts maximised; this one does not.
                 QResizeEvent resized(available().size(), mainWindow()->size());
                 QMoveEvent moved(available().topLeft(), mainWindow()->geometry().topLeft());
                 QCoreApplication::sendEvent(mainWindow(), &resized);
@@ -351,7 +351,7 @@ private Q_SLOTS:
         QVERIFY(run(*m_installation, {"varnel"}).loopEntered);
     }
 
-    void theSplashScreenStandsUntilTheWindowIsUp()
+    void splashScreenIsShownUntilTheWindowIsShown()
     {
         m_installation->copy(QStringLiteral(TESTBRANDING), u"bin/libbranding.so"_s);
         Arguments arguments;
@@ -360,7 +360,7 @@ private Q_SLOTS:
         bool inTheLoop = true;
         WhenActionAdded filter([&] { whileBuilding = splashScreen()->isVisible(); });
         application.installEventFilter(&filter);
-        QTimer timer; // its end lets events be handled before the loop
+        QTimer timer; // also times out while events are handled before the main event loop
         connect(&timer, &QTimer::timeout, this, [&] {
             if (QThread::currentThread()->loopLevel() == 0)
                 return;

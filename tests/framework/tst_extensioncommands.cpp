@@ -4,7 +4,7 @@
 
 using namespace Qt::StringLiterals;
 
-/// The commands that plug-ins add to the menus, and what choosing one carries out.
+/// The commands that plug-ins add to the menus, and their execution.
 class ExtensionCommandsTest : public QObject, protected StubFixture
 {
     Q_OBJECT
@@ -42,7 +42,7 @@ private:
         return project;
     }
 
-    /// A project "p0", "p1" and so on for each entry; "none" has no commands to offer.
+    /// A project "p0", "p1" and so on for each entry; "none" offers no commands.
     void addDebugProjects(const QString &commands)
     {
         for (const QString &each : commands.split(u';')) {
@@ -75,13 +75,13 @@ private Q_SLOTS:
     void init() { setUp(); }
     void cleanup() { tearDown(); }
 
-    void theBuildMenuShowsTheCommandsAsTheyAre()
+    void buildMenuShowsTheCommandsWithTheirFlags()
     {
         QCOMPARE(textOf(buildExtensionEntries(addBuildProject(u"a -b +c"_s))),
                  u"[ ] A: does a, ([ ] B: does b), [x] C: does c"_s);
     }
 
-    void withoutEnvironmentOrOffersTheBuildMenuStaysAsItIs()
+    void withoutEnvironmentOrInterfaceThereAreNoBuildEntries()
     {
         QCOMPARE(buildExtensionEntries(nullptr).size(), 0);
         Project *project = addProject(u"fw"_s, {}, {});
@@ -91,7 +91,7 @@ private Q_SLOTS:
         QCOMPARE(buildExtensionEntries(project).size(), 0);
     }
 
-    void aBuildCommandIsCarriedOutIfItIsEnabled_data()
+    void buildCommandIsExecutedIfEnabled_data()
     {
         QTest::addColumn<int>("index");
         QTest::addColumn<QStringList>("calls");
@@ -101,7 +101,7 @@ private Q_SLOTS:
         QTest::newRow("there were more when the menu opened") << 3 << QStringList{};
     }
 
-    void aBuildCommandIsCarriedOutIfItIsEnabled()
+    void buildCommandIsExecutedIfEnabled()
     {
         QFETCH(int, index);
         QFETCH(QStringList, calls);
@@ -109,7 +109,7 @@ private Q_SLOTS:
         QCOMPARE(executed(), calls);
     }
 
-    void aBuildCommandWithoutCommandsIsAMistake()
+    void buildCommandWithoutTheInterfaceFailsAnAssertion()
     {
         expectAssert(u"commandsIFace"_s);
         executeBuildExtension(addProject(u"fw"_s, {}, {}), 0);
@@ -169,7 +169,7 @@ private Q_SLOTS:
         executeDebugExtension(*m_activity, 0);
     }
 
-    void anExceptionEndsAtTheBorder()
+    void exceptionsOfThePluginAreReported()
     {
         Project *project = addBuildProject(u"a"_s);
         addDebugProjects(u"a"_s);

@@ -4,7 +4,7 @@
 
 using namespace Qt::StringLiterals;
 
-/// Starts real programs and compares what they print as the user reads it.
+/// Starts real programs and compares the output that the user sees.
 class ExternalToolTest : public QObject
 {
     Q_OBJECT
@@ -137,7 +137,7 @@ private Q_SLOTS:
         QVERIFY(!m_tool->isRunning());
     }
 
-    void aToolThatCannotStartSaysSoOnce_data()
+    void failedStartIsReportedOnce_data()
     {
         QTest::addColumn<QString>("command");
         QTest::newRow("missing") << u"/no/such/program"_s;
@@ -145,7 +145,7 @@ private Q_SLOTS:
         QTest::newRow("a directory") << u"/"_s;
         QTest::newRow("empty") << QString();
     }
-    void aToolThatCannotStartSaysSoOnce()
+    void failedStartIsReportedOnce()
     {
         QFETCH(QString, command);
         QVERIFY(!tool(command).execute({}));
@@ -154,7 +154,7 @@ private Q_SLOTS:
         QCOMPARE(m_output, u"Running '%1 '...\nCould not start process\n"_s.arg(command));
         QCOMPARE(m_running.value(m_running.size() - 1, u"ended"_s), u"ended"_s);
         m_tool->setEntry({.name = u"name"_s, .command = u"/bin/true"_s});
-        QVERIFY(m_tool->execute({})); // it may be tried again
+        QVERIFY(m_tool->execute({})); // a later start is possible
         QVERIFY(ends());
     }
 
@@ -178,7 +178,7 @@ private Q_SLOTS:
         QCOMPARE(printed(), u"one\ntwo\nthree"_s);
     }
 
-    void thereIsNoInput()
+    void toolHasNoInput()
     {
         tool(u"/bin/cat"_s).execute({});
         QVERIFY(ends());
@@ -220,7 +220,7 @@ private Q_SLOTS:
         QCOMPARE(printed(), u"x\u00e4y"_s);
     }
 
-    void zerosAndBrokenCharactersDoNoHarm()
+    void zerosAndInvalidCharactersAreShown()
     {
         tool(script("printf 'a\\000b\\377c'")).execute({});
         QVERIFY(ends());
@@ -251,7 +251,7 @@ private Q_SLOTS:
         QTRY_VERIFY_WITH_TIMEOUT(m_output.endsWith(u"y\nFurther output of '/usr/bin/yes' is not shown\n"_s), 20'000);
         QCOMPARE(m_output.count(u'\n'), ExternalTool::MostLines + 2);
         const qsizetype size = m_output.size();
-        for (int i = 0; i < 20; ++i) // it goes on writing
+        for (int i = 0; i < 20; ++i) // it continues to write
             QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
         QCOMPARE(m_output.size(), size);
         m_tool->stop();
@@ -280,7 +280,7 @@ private Q_SLOTS:
         QCOMPARE(m_output, u"Running '/bin/sleep 30'...\nProcess '/bin/sleep' exited prematurely\n"_s);
     }
 
-    void stoppingEndsWhatTheProcessHasStarted()
+    void stoppingEndsTheChildProcesses()
     {
         tool(script("sleep 30 &\necho $!\nwait")).execute({});
         QTRY_COMPARE(m_output.count(u'\n'), 2);
@@ -327,7 +327,7 @@ private Q_SLOTS:
         QCOMPARE(m_output, QString());
     }
 
-    void aProcessOutlivesItsTool()
+    void processKeepsRunningAfterItsToolIsDeleted()
     {
         tool(script("echo ready\nwhile [ ! -e go ]; do echo more; sleep 0.01; done; echo x > done; sleep 30"), {},
              m_directory->path())
@@ -341,7 +341,7 @@ private Q_SLOTS:
         QTRY_VERIFY(::kill(process, 0) != 0); // and is not left as a zombie
     }
 
-    void anEditWhileItRunsDoesNotChangeTheReport()
+    void entryChangedDuringARunDoesNotChangeItsReport()
     {
         tool(u"/bin/sleep"_s, u"30"_s).execute({});
         m_tool->setEntry({.name = u"other"_s, .command = u"/bin/other"_s});

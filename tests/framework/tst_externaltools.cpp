@@ -12,7 +12,7 @@ private:
     std::unique_ptr<QTemporaryDir> m_directory;
     std::unique_ptr<QSettings> m_settings;
 
-    /// The list as the user reads it: "name|command|arguments|directory" for each tool.
+    /// The list as text: "name|command|arguments|directory" for each tool.
     static QStringList listOf(const ExternalTools &tools)
     {
         QStringList list;

@@ -15,7 +15,7 @@ private:
 private Q_SLOTS:
     void init() { QTest::failOnWarning(QRegularExpression(u"^(?!This plugin does not support)"_s)); }
 
-    void anUnchangedFileIsNoNews()
+    void unchangedFileShowsNoQuestion()
     {
         const WindowFixture f;
         f.open(u"a.c"_s);
@@ -54,7 +54,7 @@ private Q_SLOTS:
         QCOMPARE(f.text(), u"newer"_s);
     }
 
-    void eachChangedFileIsAskedAboutOnceHoweverManyViewsItHas()
+    void eachChangedFileShowsOneQuestionForAllItsViews()
     {
         const WindowFixture f;
         f.open(u"a.c"_s, "old");
@@ -71,7 +71,7 @@ private Q_SLOTS:
         QCOMPARE(said, (QStringList{question(f.path(u"a.c"_s)), question(f.path(u"c.c"_s))}));
     }
 
-    void aFileThatIsGoneIsNoNews()
+    void missingFileShowsNoQuestion()
     {
         const WindowFixture f;
         f.open(u"a.c"_s, "old");
@@ -81,7 +81,7 @@ private Q_SLOTS:
         QCOMPARE(f.text(), u"old"_s);
     }
 
-    void anActivationWhileItAsksAsksNothing()
+    void activationDuringAQuestionShowsNoOther()
     {
         const WindowFixture f;
         f.open(u"a.c"_s, "old");
@@ -100,7 +100,7 @@ private Q_SLOTS:
         QVERIFY(f.answers->allGiven());
     }
 
-    void aDocumentClosedWhileItAsksIsLeftAlone()
+    void documentClosedDuringAQuestionIsSkipped()
     {
         const WindowFixture f;
         f.open(u"a.c"_s, "old");
@@ -116,7 +116,7 @@ private Q_SLOTS:
         QVERIFY(f.answers->said.isEmpty());
     }
 
-    void aSavedFileIsItsOwnChange()
+    void fileSavedByTheEditorShowsNoQuestion()
     {
         const WindowFixture f;
         f.open(u"a.c"_s, "old");

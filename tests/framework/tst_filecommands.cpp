@@ -69,7 +69,7 @@ private Q_SLOTS:
         QCOMPARE(f.settings()->value(u"RecentFiles/File0"_s).toString(), f.path(u"fw/src/main.c"_s));
     }
 
-    void aPathThatIsEmptyIsAnAssertion()
+    void emptyPathFailsAnAssertion()
     {
         const WindowFixture f;
         QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"^ASSERT: \"!path.isEmpty\\(\\)\" in "_s));
@@ -91,7 +91,7 @@ private Q_SLOTS:
         QVERIFY(f.view()->hasMarker(3, IViewWithMarkers::LookupMarker));
     }
 
-    void aFileThatIsGoneIsOfferedToBeMade()
+    void missingFileShowsAQuestionWhetherToCreateIt()
     {
         const WindowFixture f;
         f.answers->press(QMessageBox::No);
@@ -102,7 +102,7 @@ private Q_SLOTS:
         QVERIFY(f.recent(u"File"_s).isEmpty());
     }
 
-    void aDirectoryIsNoFile()
+    void directoryIsNotOpenedAsAFile()
     {
         const WindowFixture f;
         f.answers->press(QMessageBox::Ok);
@@ -113,7 +113,7 @@ private Q_SLOTS:
 
     // Recent files
 
-    void theFifthRecentFilePushesOutTheOldest()
+    void fifthRecentFileRemovesTheOldest()
     {
         const WindowFixture f;
         for (const QString &name : {u"1.c"_s, u"2.c"_s, u"3.c"_s, u"4.c"_s, u"5.c"_s})
@@ -267,7 +267,7 @@ private Q_SLOTS:
                                               + u"\n\nAre you sure that you want to overwrite the newer version?"_s));
         QCOMPARE(f.answers->lastBox(), AskOkCancel);
         QTEST(f.read(u"a.c"_s), "content");
-        f.activate(); // it has been told of already
+        f.activate(); // it was reported before
         QCOMPARE(f.answers->said.size(), 1);
     }
 
@@ -342,11 +342,11 @@ private Q_SLOTS:
         QCOMPARE(f.read(u"a.c"_s), QByteArray("theirs"));
         QCOMPARE(f.read(u"b.c"_s), QByteArray("old"));
         QVERIFY(f.window->projectWorkspace()->currentProject()->isModified());
-        f.activate(); // they have been told of already
+        f.activate(); // they were reported before
         QCOMPARE(f.answers->said.size(), 1);
     }
 
-    void savingAllOverNewerFilesMayBeWanted()
+    void savingAllOverNewerFilesIsDoneIfConfirmed()
     {
         const WindowFixture f;
         f.open(u"a.c"_s, "old");
@@ -355,13 +355,13 @@ private Q_SLOTS:
         f.changeOutside(u"a.c"_s, "theirs");
         f.answers->press(QMessageBox::Ok);
         QVERIFY(f.window->fileSaveAll());
-        QCOMPARE(f.answers->said.value(0).count(f.path(u"a.c"_s)), 1); // though it has two views
+        QCOMPARE(f.answers->said.value(0).count(f.path(u"a.c"_s)), 1); // although it has two views
         QCOMPARE(f.read(u"a.c"_s), QByteArray("mine old"));
     }
 
-    // What cannot be written
+    // Files that cannot be written
 
-    void aReadOnlyFileKeepsItsTextAndTheDocumentItsMark()
+    void failedSaveOfAReadOnlyFileKeepsTheDocumentModified()
     {
         const WindowFixture f;
         f.open(u"a.c"_s, "old");
@@ -380,7 +380,7 @@ private Q_SLOTS:
         QCOMPARE(f.text(), u"new old"_s);
     }
 
-    void aFullDiskLosesNothing()
+    void failedSaveOnAFullDiskKeepsTheText()
     {
         const WindowFixture f;
         f.open(u"a.c"_s, "text");
@@ -394,7 +394,7 @@ private Q_SLOTS:
         QCOMPARE(f.text(), u"new text"_s);
     }
 
-    void aVanishedDirectoryIsNoPlaceToSave()
+    void savingInADeletedDirectoryShowsAMessage()
     {
         const WindowFixture f;
         f.open(u"gone/a.c"_s, "old");
@@ -406,7 +406,7 @@ private Q_SLOTS:
         QVERIFY(f.document()->modified());
     }
 
-    void aVanishedDirectoryIsNoPlaceToBegin()
+    void deletedDirectoryIsNotUsedByTheFileDialog()
     {
         const WindowFixture f;
         f.settings()->setValue(u"Paths/Files"_s, f.path(u"gone"_s));
@@ -415,7 +415,7 @@ private Q_SLOTS:
         QCOMPARE(f.answers->directory, QDir(f.installation.path({})).path());
     }
 
-    // Inserting
+    // Insert file
 
     void insertingAFilePutsItsTextAtTheCursor()
     {
@@ -431,7 +431,7 @@ private Q_SLOTS:
         QVERIFY(f.document()->modified());
     }
 
-    void aTextInAnOlderEncodingIsInsertedAsItReads()
+    void textInAnOlderEncodingIsInsertedDecoded()
     {
         const WindowFixture f;
         f.open(u"a.c"_s, "");
@@ -441,7 +441,7 @@ private Q_SLOTS:
         QCOMPARE(f.text(), u"Gr\u00fc\u00dfe"_s);
     }
 
-    void aFileThatCannotBeInsertedIsToldWithItsSlashes()
+    void failedInsertShowsAMessageWithSlashesForLineBreaks()
     {
         const WindowFixture f;
         f.open(u"a.c"_s, "old");
@@ -467,7 +467,7 @@ private Q_SLOTS:
 
     // Others
 
-    void printingIsTheCurrentViews()
+    void printCommandOpensThePrintDialogOfTheCurrentView()
     {
         const WindowFixture f;
         f.open(u"a.c"_s);

@@ -53,7 +53,7 @@ private Q_SLOTS:
         write(u"textformats-dark.xml"_s, formats("eeeeee"));
     }
 
-    void theProductsFormatsGoWithThePalette()
+    void formatsOfTheProductFollowThePalette()
     {
         setDark(false);
         QCOMPARE(colourOf(productFormats(config())), u"#111111"_s);
@@ -63,7 +63,7 @@ private Q_SLOTS:
         QCOMPARE(colourOf(productFormats(config())), u"#111111"_s);
     }
 
-    void withoutAChoiceTheyAreTheProducts()
+    void withoutAChoiceTheFormatsAreTheProducts()
     {
         setDark(false);
         QCOMPARE(colourOf(chosenFormats(*m_settings, config())), u"#111111"_s);
@@ -82,7 +82,7 @@ private Q_SLOTS:
         QVERIFY(!areProductFormats(mine, config()));
     }
 
-    void savedFormatsOfTheProductAreNoChoice()
+    void storedFormatsOfTheProductDoNotCountAsAChoice()
     {
         setDark(true);
         productFormats(config()).saveToSettings(*m_settings);

@@ -6,7 +6,7 @@
 
 using namespace Qt::StringLiterals;
 
-/// The counted object that a build environment speaks to.
+/// The object that receives the reports of a build environment, and its reference count.
 class IBuildEventsImplTest : public QObject
 {
     Q_OBJECT
@@ -14,7 +14,7 @@ class IBuildEventsImplTest : public QObject
 private Q_SLOTS:
     void init() { QTest::failOnWarning(QRegularExpression(u".?"_s)); }
 
-    void eachCallIsASignal()
+    void eachCallEmitsASignal()
     {
         const auto events = shareInterface(new IBuildEventsImpl);
         QSignalSpy finished(events.get(), &IBuildEventsImpl::sigBuildFinished);
@@ -30,7 +30,7 @@ private Q_SLOTS:
         QCOMPARE(xmlFeedback, (QList<QVariantList>{{u"<project/>"_s}}));
     }
 
-    void itBeginsWithoutAReferenceAndGoesWithTheLast()
+    void startsWithoutAReferenceAndIsDeletedWithTheLast()
     {
         const QPointer<IBuildEventsImpl> events = new IBuildEventsImpl;
         QCOMPARE(events->addRef(), 0ul);
@@ -41,7 +41,7 @@ private Q_SLOTS:
         QVERIFY(!events);
     }
 
-    void itAnswersForItselfAndTheBaseOnly()
+    void queryFindsItsOwnInterfaceAndTheCommonOneOnly()
     {
         const auto events = shareInterface(new IBuildEventsImpl);
         QUnknownInterface *out = nullptr;
@@ -54,7 +54,7 @@ private Q_SLOTS:
         QCOMPARE(out, nullptr);
     }
 
-    void whoListensMayLetItGo()
+    void receiverMayReleaseTheLastReference()
     {
         const QPointer<IBuildEventsImpl> events = new IBuildEventsImpl;
         events->addRef();

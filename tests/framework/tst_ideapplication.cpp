@@ -47,7 +47,7 @@ QSplashScreen *splashScreen()
     return nullptr;
 }
 
-/// How many pictures the branding library of @p installation has made.
+/// The number of pictures that the branding library of @p installation has created.
 int splashesMade(const Installation &installation)
 {
     const auto count =
@@ -55,7 +55,7 @@ int splashesMade(const Installation &installation)
     return count ? count() : -1;
 }
 
-/// The rectangle that @p colour covers in @p image, null if there is none of it.
+/// The rectangle that @p colour covers in @p image, null if the colour does not occur.
 QRect areaOf(const QImage &image, const QColor &colour)
 {
     QRect area;
@@ -68,7 +68,7 @@ QRect areaOf(const QImage &image, const QColor &colour)
     return area;
 }
 
-/// The rectangle that text in shades of grey covers in the lowest rows of @p image, between two columns.
+/// The bounding rectangle of text in shades of grey in the lowest rows of @p image, between two columns.
 QRect textBetween(const QImage &image, int left, int right)
 {
     QRect area;
@@ -100,13 +100,13 @@ private:
 private Q_SLOTS:
     void init()
     {
-        // The offscreen platform says of every window what it does not support.
+        // The offscreen platform prints a warning for every window.
         QTest::failOnWarning(QRegularExpression(u"^(?!This plugin does not support)"_s));
         m_installation = std::make_unique<Installation>();
         m_installation->write(u"config/uiconfig.xml"_s, R"(<ui title="Board Studio" board="k3"/>)");
     }
 
-    void isTheOneApplication()
+    void instanceReturnsTheApplication()
     {
         QVERIFY(!IDEApplication::instance());
         {
@@ -117,7 +117,7 @@ private Q_SLOTS:
         QVERIFY(!IDEApplication::instance());
     }
 
-    void settingsLieInTheUsersPlaceForThem()
+    void settingsAreStoredInTheUsersSettingsFile()
     {
         {
             const Program program(*m_installation);
@@ -130,7 +130,7 @@ private Q_SLOTS:
         QCOMPARE(file.readAll(), QByteArray("[Startup]\nKey=5\n"));
     }
 
-    void knowsTheDirectoriesOfItsInstallation()
+    void directoriesAreThoseOfItsInstallation()
     {
         const Program program(*m_installation);
         QCOMPARE(program.application.path(PathHelp).path(), m_installation->path(u"help"_s));
@@ -160,7 +160,7 @@ private Q_SLOTS:
         QCOMPARE(program.application.getAppFeature(u"missing"_s), QString());
     }
 
-    void featuresAreReadAnewOnEachCall()
+    void featuresAreReadAgainOnEachCall()
     {
         const Program program(*m_installation);
         m_installation->write(u"config/uiconfig.xml"_s, R"(<other board="k4" title="Late"/>)");
@@ -225,7 +225,7 @@ private Q_SLOTS:
         QCOMPARE(firstPixel(program.application.loadIcon(name).pixmap(QSize(3, 3), 1.0)), QColor(Qt::red));
     }
 
-    void aPictureThatCannotBeHadIsReportedAndNull_data()
+    void unreadablePictureIsNullWithAWarning_data()
     {
         QTest::addColumn<QString>("name");
         QTest::newRow("missing") << u"missing.png"_s;
@@ -237,7 +237,7 @@ private Q_SLOTS:
         QTest::newRow("absolute, with a drive") << u"c:new.png"_s;
     }
 
-    void aPictureThatCannotBeHadIsReportedAndNull()
+    void unreadablePictureIsNullWithAWarning()
     {
         QFETCH(QString, name);
         m_installation->write(u"images/\\new.png"_s, squarePicture("red"));
@@ -252,7 +252,7 @@ private Q_SLOTS:
         QVERIFY(program.application.loadIcon(name).isNull());
     }
 
-    void plugInsAreFoundAndMade()
+    void pluginsAreFoundAndCreateObjects()
     {
         m_installation->copy(Red, u"plugins/b.so"_s);
         m_installation->copy(Blue, u"plugins/a.so"_s);
@@ -299,7 +299,7 @@ private Q_SLOTS:
         QCOMPARE(splashesMade(*m_installation), 1);
     }
 
-    void closingTheSplashScreenKeepsIt()
+    void closedSplashScreenIsNotCreatedAgain()
     {
         m_installation->copy(Branding, u"bin/libbranding.so"_s);
         Program program(*m_installation);
@@ -318,7 +318,7 @@ private Q_SLOTS:
         QVERIFY(!splashScreen());
     }
 
-    void theSplashScreenGoesWithTheApplication()
+    void splashScreenIsDeletedWithTheApplication()
     {
         m_installation->copy(Branding, u"bin/libbranding.so"_s);
         QPointer<QSplashScreen> splash;
@@ -383,7 +383,7 @@ private Q_SLOTS:
         QCOMPARE(text, textBetween(expected, 0, 200));
     }
 
-    void theAboutBoxIsToldOfPlugInsAndVersion()
+    void aboutBoxGetsThePluginNamesAndTheVersion()
     {
         m_installation->copy(Branding, u"bin/libbranding.so"_s);
         m_installation->copy(Red, u"plugins/a.so"_s);

@@ -5,7 +5,7 @@
 
 using namespace Qt::StringLiterals;
 
-/// One project's reach into the plug-in objects of the others.
+/// The access of one project to the plug-in objects of the others.
 class IQueryPluginInterfaceImplTest : public QObject, protected StubFixture
 {
     Q_OBJECT
@@ -20,8 +20,8 @@ private:
         return queryInterface<Environment>(object.get());
     }
 
-    /// A project for each entry, "b1" for a build environment, "x1" for an execution environment, both or none; the
-    /// first project asks. A "!" marks those that have the interface in question.
+    /// A project for each entry, "b1" for a build environment, "x1" for an execution environment, both or none. The
+    /// first project makes the queries. A "!" marks those that have the interface.
     void makeProjects(const QString &projects)
     {
         for (const QString &each : projects.split(u';')) {
@@ -41,7 +41,7 @@ private:
         m_query = shareInterface(new IQueryPluginInterfaceImpl(m_activity.get(), m_workspace->project(0)));
     }
 
-    /// Asks with an index and gives the label of what is found, whose reference is given back.
+    /// Queries with an index and returns the label of the found object, whose reference is released.
     QString find(int index)
     {
         QUnknownInterface *found = reinterpret_cast<QUnknownInterface *>(this);
@@ -55,7 +55,8 @@ private:
         return m_stub->takeCalls().value(0).section(u'.', 0, 0);
     }
 
-    /// Gives back the references on hits that were stored for @p index and then replaced, which nobody else ever does.
+    /// Releases the references of hits that were stored for @p index and then replaced, which are not released
+    /// otherwise.
     void releaseReplaced(int index)
     {
         QList<QUnknownInterface *> hits;
@@ -77,20 +78,20 @@ private Q_SLOTS:
         tearDown();
     }
 
-    void theLastHitFromTheIndexOnWins_data()
+    void lastHitFromTheIndexOnIsReturned_data()
     {
         QTest::addColumn<QString>("projects");
         QTest::addColumn<QStringList>("found"); // for the indices 0, 1 and so on
         QTest::addColumn<int>("count");
-        QTest::newRow("nobody else") << u"b0! x0!"_s << QStringList{{}, {}} << 0;
-        QTest::newRow("nobody has it") << u";b1 x1"_s << QStringList{{}, {}} << 0;
+        QTest::newRow("no other project") << u"b0! x0!"_s << QStringList{{}, {}} << 0;
+        QTest::newRow("no object has it") << u";b1 x1"_s << QStringList{{}, {}} << 0;
         QTest::newRow("one") << u"b0!;x1!"_s << QStringList{u"x1"_s, u"x1"_s, {}} << 1;
         QTest::newRow("two") << u"x0!;x1!;x2!"_s << QStringList{u"x2"_s, u"x2"_s, u"x2"_s, {}} << 2;
         QTest::newRow("build before execution") << u";b1! x1!"_s << QStringList{u"x1"_s, u"x1"_s, u"x1"_s, {}} << 2;
         QTest::newRow("between others") << u";b1;b2! x2;b3 x3"_s << QStringList{u"b2"_s, u"b2"_s, {}} << 1;
     }
 
-    void theLastHitFromTheIndexOnWins()
+    void lastHitFromTheIndexOnIsReturned()
     {
         QFETCH(QString, projects);
         QFETCH(QStringList, found);
@@ -112,7 +113,7 @@ private Q_SLOTS:
         QCOMPARE(m_stub->objectCount(), 0);
     }
 
-    void aHitThatIsReplacedKeepsAReferenceForEver()
+    void replacedHitIsNeverReleased()
     {
         makeProjects(u"x0!;x1!;x2!"_s);
         QCOMPARE(find(1), u"x2"_s);
@@ -121,10 +122,10 @@ private Q_SLOTS:
         dropWorkspace();
         QCOMPARE(m_stub->objectCount(), 1);
         QVERIFY(m_stub->object(u"x1"_s));
-        x1->release(); // the one that nobody holds
+        x1->release(); // the reference that was not released
     }
 
-    void thereIsNoPlaceForTheResult()
+    void nullResultPointerIsRefused()
     {
         makeProjects(u";x1!"_s);
         QCOMPARE(m_query->queryInterface(IMemory::Iid, nullptr, 1), QE_NOINTERFACE);
@@ -133,7 +134,7 @@ private Q_SLOTS:
         QCOMPARE(m_stub->objectCount(), 0);
     }
 
-    void theProjectsAreThoseOfNow()
+    void removedProjectsAreNotFound()
     {
         makeProjects(u";x1!"_s);
         QCOMPARE(m_query->interfaceCount(IMemory::Iid), 1);
@@ -142,7 +143,7 @@ private Q_SLOTS:
         QCOMPARE(find(1), QString());
     }
 
-    void aWorkspaceThatHasGoneHasNothingToFind()
+    void afterTheWorkspaceIsClosedNothingIsFound()
     {
         makeProjects(u";x1!"_s);
         dropWorkspace();
@@ -150,7 +151,7 @@ private Q_SLOTS:
         QCOMPARE(find(1), QString());
     }
 
-    void itAnswersForItselfAndTheBaseOnly()
+    void queryFindsItsOwnInterfaceAndTheCommonOneOnly()
     {
         makeProjects(u";x1!"_s);
         QUnknownInterface *out = nullptr;
@@ -162,7 +163,7 @@ private Q_SLOTS:
         QCOMPARE(m_query->queryInterface(IMemory::Iid, &out), QE_NOINTERFACE);
     }
 
-    void nobodyAskingIsAMistake()
+    void nullProjectFailsAnAssertion()
     {
         expectAssert(u"selfProject"_s);
         m_query = shareInterface(new IQueryPluginInterfaceImpl(m_activity.get(), nullptr));

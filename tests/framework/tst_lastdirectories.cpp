@@ -20,7 +20,7 @@ private Q_SLOTS:
         m_settings = std::make_unique<QSettings>(m_directory->filePath(u"settings.ini"_s), QSettings::IniFormat);
     }
 
-    void whatWasNeverStoredIsTheDocumentsFolder()
+    void missingEntryGivesTheDocumentsFolder()
     {
         const LastDirectories directories(m_settings.get(), u"/documents"_s);
         for (const QString &kind : {u"Files"_s, u"Workspaces"_s, u"Projects"_s})
@@ -36,7 +36,7 @@ private Q_SLOTS:
         QCOMPARE(directories.directory(u"Projects"_s), u"/documents"_s);
     }
 
-    void aDirectoryThatIsGoneIsTheDocumentsFolder()
+    void missingDirectoryGivesTheDocumentsFolder()
     {
         LastDirectories directories(m_settings.get(), u"/documents"_s);
         directories.setDirectory(u"Files"_s, m_directory->filePath(u"gone"_s));
@@ -45,7 +45,7 @@ private Q_SLOTS:
         QCOMPARE(directories.directory(u"Files"_s), m_directory->filePath(u"gone"_s));
     }
 
-    void theFilterNamesTheExtensionsOfPlugIns()
+    void filterContainsTheExtensionsOfPlugins()
     {
         QCOMPARE(sourceFilter({}), u"Source Files (*.c *.cpp *.h);;Python Files (*.py);;All Files (*.*)"_s);
         QCOMPARE(sourceFilter({u"s"_s, u"ld"_s}),

@@ -7,7 +7,7 @@ using namespace Qt::StringLiterals;
 using Buttons = QList<QMessageBox::StandardButton>;
 
 namespace {
-/// Calls @p use with the message box that comes up next; it has to close it.
+/// Calls @p use with the next message box; it has to close it.
 void whenBoxIsUp(QObject *context, const std::function<void(QMessageBox *)> &use)
 {
     QTimer::singleShot(0, context, [use] {
@@ -17,7 +17,7 @@ void whenBoxIsUp(QObject *context, const std::function<void(QMessageBox *)> &use
     });
 }
 
-/// The buttons as they stand on the screen, from left to right.
+/// The buttons on the screen, from left to right.
 Buttons fromLeftToRight(const QMessageBox &box)
 {
     QList<QAbstractButton *> shown = box.buttons();
@@ -36,20 +36,20 @@ class MessagesTest : public QObject
 private Q_SLOTS:
     void init()
     {
-        // The offscreen platform says of every window what it does not support.
+        // The offscreen platform prints a warning for every window.
         QTest::failOnWarning(QRegularExpression(u"^(?!This plugin does not support)"_s));
     }
 
-    void theCaptionIsTheConstant() { QCOMPARE(messageCaption(), u"Varnel"_s); }
+    void captionIsTheProgramName() { QCOMPARE(messageCaption(), u"Varnel"_s); }
 
-    void showsWhatItIsGiven_data()
+    void boxShowsItsArguments_data()
     {
         QTest::addColumn<int>("icon");
         QTest::newRow("information") << int(QMessageBox::Information);
         QTest::newRow("warning") << int(QMessageBox::Warning);
     }
 
-    void showsWhatItIsGiven()
+    void boxShowsItsArguments()
     {
         QFETCH(int, icon);
         QWidget window;
@@ -67,7 +67,7 @@ private Q_SLOTS:
         icon == QMessageBox::Warning ? showWarning(&window, text) : showInformation(&window, text);
     }
 
-    void buttonsStandInTheirOrder_data()
+    void buttonsAreInOrder_data()
     {
         QTest::addColumn<Buttons>("buttons");
         QTest::addColumn<QMessageBox::StandardButton>("escape");
@@ -81,7 +81,7 @@ private Q_SLOTS:
         QTest::newRow("Retry, Ignore") << Buttons{Retry, Ignore} << Ignore;
     }
 
-    void buttonsStandInTheirOrder()
+    void buttonsAreInOrder()
     {
         QFETCH(Buttons, buttons);
         whenBoxIsUp(this, [&](QMessageBox *box) {
@@ -92,7 +92,7 @@ private Q_SLOTS:
         showInformation(nullptr, u"Sure?"_s, buttons);
     }
 
-    void returnChoosesTheFirst_data() { buttonsStandInTheirOrder_data(); }
+    void returnChoosesTheFirst_data() { buttonsAreInOrder_data(); }
 
     void returnChoosesTheFirst()
     {
@@ -101,18 +101,18 @@ private Q_SLOTS:
         QCOMPARE(showInformation(nullptr, u"Sure?"_s, buttons), buttons.first());
     }
 
-    void escapeChoosesTheMildest_data() { buttonsStandInTheirOrder_data(); }
+    void escapeReturnsTheLeastHarmfulButton_data() { buttonsAreInOrder_data(); }
 
-    void escapeChoosesTheMildest()
+    void escapeReturnsTheLeastHarmfulButton()
     {
         QFETCH(Buttons, buttons);
         whenBoxIsUp(this, [](QMessageBox *box) { QTest::keyClick(box, Qt::Key_Escape); });
         QTEST(showWarning(nullptr, u"Sure?"_s, buttons), "escape");
     }
 
-    void anEndFromElsewhereChoosesTheMildest_data() { buttonsStandInTheirOrder_data(); }
+    void boxClosedByCodeReturnsTheLeastHarmfulButton_data() { buttonsAreInOrder_data(); }
 
-    void anEndFromElsewhereChoosesTheMildest()
+    void boxClosedByCodeReturnsTheLeastHarmfulButton()
     {
         QFETCH(Buttons, buttons);
         whenBoxIsUp(this, [](QMessageBox *box) { box->reject(); });

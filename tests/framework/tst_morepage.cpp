@@ -1,5 +1,8 @@
+#include "dialoganswers.h"
 #include "dialogprobe.h"
 #include "morepage.h"
+#include <QSpinBox>
+#include <QTemporaryDir>
 
 using namespace Qt::StringLiterals;
 
@@ -40,26 +43,46 @@ private Q_SLOTS:
         QFETCH(bool, lineNumbers);
         QFETCH(bool, currentLine);
         QFETCH(std::optional<QString>, address);
-        const MoreOptions options{lineNumbers, currentLine, address};
+        const MoreOptions options{lineNumbers, currentLine, 130, u"/home/me/venv"_s, address};
         open(options);
         QCOMPARE(m_page->options(), options);
         QTEST(combo(m_dialog, "AutomationCombo")->currentText(), "shown");
     }
 
-    void everyControlIsWired()
+    void everyControlChangesItsOption()
     {
-        open({});
+        open({.lineNumbers = false, .currentLine = false});
         showActive(m_dialog);
-        m_dialog.resize(500, 300);
-        m_page->resize(500, 300);
+        m_dialog.resize(500, 400);
+        m_page->resize(500, 400);
         QTest::keyClick(button(m_dialog, "LineNumbersCheck"), Qt::Key_Space);
-        QCOMPARE(m_page->options(), (MoreOptions{true, false, {}}));
+        QCOMPARE(m_page->options(), (MoreOptions{true, false}));
         QTest::keyClick(button(m_dialog, "CurrentLineCheck"), Qt::Key_Space);
-        QCOMPARE(m_page->options(), (MoreOptions{true, true, {}}));
+        QCOMPARE(m_page->options(), (MoreOptions{true, true}));
         QTest::keyClick(combo(m_dialog, "AutomationCombo"), Qt::Key_Down);
-        QCOMPARE(m_page->options(), (MoreOptions{true, true, u"127.0.0.1"_s}));
+        QCOMPARE(m_page->options(), (MoreOptions{true, true, 100, {}, u"127.0.0.1"_s}));
         QTest::keyClick(combo(m_dialog, "AutomationCombo"), Qt::Key_Up);
         QCOMPARE(m_page->options().automationAddress, std::optional<QString>());
+        auto *zoom = m_dialog.findChild<QSpinBox *>(u"ZoomSpin"_s);
+        QTest::keyClick(zoom, Qt::Key_Up);
+        QCOMPARE(m_page->options().zoom, 110);
+        QTest::keyClicks(m_dialog.findChild<QLineEdit *>(u"VirtualEnvironmentEdit"_s), u" /venv "_s);
+        QCOMPARE(m_page->options().virtualEnvironment, u"/venv"_s);
+    }
+
+    void virtualEnvironmentIsChosenInADialog()
+    {
+        QTemporaryDir directory;
+        open({});
+        showActive(m_dialog);
+        DialogAnswers answers;
+        answers.choose({directory.path()});
+        QTest::mouseClick(button(m_dialog, "VirtualEnvironmentButton"), Qt::LeftButton);
+        QVERIFY(answers.said.value(0).startsWith(u"virtualEnvironmentDialog|Virtual Environment"_s));
+        QCOMPARE(m_page->options().virtualEnvironment, directory.path());
+        answers.choose({});
+        QTest::mouseClick(button(m_dialog, "VirtualEnvironmentButton"), Qt::LeftButton);
+        QCOMPARE(m_page->options().virtualEnvironment, directory.path());
     }
 
     void theTexts()

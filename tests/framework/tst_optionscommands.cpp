@@ -49,7 +49,7 @@ private:
                    + colour + "' bgColour='ffffff'/></s></f>");
     }
 
-    /// Opens the dialog, does @p use in it and presses a button of it.
+    /// Opens the dialog, calls @p use and presses a button of the dialog.
     void run(const std::function<void(QDialog *)> &use, const char *button)
     {
         DialogAnswers answers;
@@ -120,9 +120,9 @@ private Q_SLOTS:
             lines << key + u'=' + stored(key);
         QCOMPARE(lines,
                  (QStringList{u"Debug/action0=1"_s, u"Debug/action1=1"_s, u"Debug/action2=1"_s, u"Debug/action3=1"_s,
-                              u"Debug/action4=1"_s, u"Editor/CurrentLine=0"_s, u"Editor/IndentMode=2"_s,
-                              u"Editor/KeepTabs=0"_s, u"Editor/LineNumbers=0"_s, u"Editor/TabSize=4"_s,
-                              u"Editor/WorkspaceStyle=0"_s, u"Startup/DisableSplashScreen=0"_s}));
+                              u"Debug/action4=1"_s, u"Editor/CurrentLine=1"_s, u"Editor/IndentMode=2"_s,
+                              u"Editor/KeepTabs=0"_s, u"Editor/LineNumbers=1"_s, u"Editor/TabSize=4"_s,
+                              u"Editor/WorkspaceStyle=0"_s, u"Editor/Zoom=100"_s, u"Startup/DisableSplashScreen=0"_s}));
         QCOMPARE(m_changes, 1);
         QVERIFY(m_window->findChildren<QDialog *>().isEmpty());
     }
@@ -172,8 +172,11 @@ private Q_SLOTS:
         QTest::newRow("smart") << u"IndentMode"_s << u"2"_s << u"2"_s;
         QTest::newRow("another number") << u"IndentMode"_s << u"3"_s << u"0"_s;
         QTest::newRow("a negative number") << u"IndentMode"_s << u"-1"_s << u"0"_s;
-        QTest::newRow("line numbers") << u"LineNumbers"_s << u"1"_s << u"1"_s;
-        QTest::newRow("current line") << u"CurrentLine"_s << u"1"_s << u"1"_s;
+        QTest::newRow("no line numbers") << u"LineNumbers"_s << u"0"_s << u"0"_s;
+        QTest::newRow("no current line") << u"CurrentLine"_s << u"0"_s << u"0"_s;
+        QTest::newRow("zoom") << u"Zoom"_s << u"140"_s << u"140"_s;
+        QTest::newRow("zoom out of range") << u"Zoom"_s << u"9999"_s << u"400"_s;
+        QTest::newRow("zoom that is no number") << u"Zoom"_s << u"big"_s << u"100"_s;
     }
     void theEditorsOptionsAreReadAndWritten()
     {
@@ -249,7 +252,7 @@ private Q_SLOTS:
         QCOMPARE(text->indenter()->tabSize(), 7);
         QCOMPARE(text->indenter()->indentMode(), 1);
         QVERIFY(text->indenter()->keepTabs());
-        QVERIFY(text->showsLineNumbers() && !text->showsCurrentLine());
+        QVERIFY(!text->showsLineNumbers() && text->showsCurrentLine());
     }
 
     void debugActionsTakeEffectAndAreSaved()
@@ -291,7 +294,7 @@ private Q_SLOTS:
         });
     }
 
-    void aToolGoesOnRunningWhenItsEntryIsEdited()
+    void toolKeepsRunningWhenItsEntryIsEdited()
     {
         ExternalTool *tool = m_tools->tools().add(u"A"_s, u"/bin/sleep"_s, u"30"_s, {});
         QVERIFY(tool->execute({}));
@@ -303,7 +306,7 @@ private Q_SLOTS:
         QTRY_VERIFY(!tool->isRunning());
     }
 
-    void aSecondCallWhileTheDialogIsOpenOpensNoOther()
+    void secondCallWhileTheDialogIsOpenOpensNoOtherDialog()
     {
         accept([this](QDialog *) {
             m_commands->showOptions();

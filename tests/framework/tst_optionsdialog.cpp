@@ -252,8 +252,11 @@ private Q_SLOTS:
                                << QStringList{u"RunComboBox"_s, u"PauseComboBox"_s, u"RestartComboBox"_s,
                                               u"WakeupComboBox"_s, u"BreakpointComboBox"_s}
                                       + end;
-        QTest::newRow("more") << 5 << u"LineNumbersCheck"_s
-                              << QStringList{u"LineNumbersCheck"_s, u"CurrentLineCheck"_s, u"AutomationCombo"_s} + end;
+        QTest::newRow("more")
+            << 5 << u"LineNumbersCheck"_s
+            << QStringList{u"LineNumbersCheck"_s,       u"CurrentLineCheck"_s,         u"ZoomSpin"_s,
+                           u"VirtualEnvironmentEdit"_s, u"VirtualEnvironmentButton"_s, u"AutomationCombo"_s}
+                   + end;
     }
     void tabGoesThroughTheWidgetsOfATab()
     {

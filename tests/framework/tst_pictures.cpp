@@ -8,7 +8,7 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-/// A circle on nothing, 20 x 10 in its own size.
+/// A circle on a transparent background, 20 x 10 in its own size.
 QByteArray vectorPicture(const QByteArray &colour)
 {
     return R"(<svg xmlns="http://www.w3.org/2000/svg" width="20" height="10" viewBox="0 0 20 10">
@@ -126,7 +126,7 @@ private Q_SLOTS:
         QCOMPARE(pixmap.toImage().pixelColor(0, 0).alpha(), 0);
     }
 
-    void aBitmapIsTakenAsItIs()
+    void bitmapIsLoadedUnscaled()
     {
         write(u"new.png"_s, bitmap(Qt::green));
         const QPixmap pixmap = loadPicture(path(u"new.png"_s));
@@ -135,7 +135,7 @@ private Q_SLOTS:
         QCOMPARE(centre(pixmap), QColor(Qt::green));
     }
 
-    void whatCannotBeReadIsNull()
+    void unreadablePictureIsNull()
     {
         write(u"broken.png"_s, "no picture");
         QVERIFY(loadPicture(path(u"broken.png"_s)).isNull());
@@ -145,7 +145,7 @@ private Q_SLOTS:
         QVERIFY(loadPicture(path(u"missing.svg"_s)).isNull());
     }
 
-    void whatCanBeReadIsTold()
+    void readablePicturesAreRecognised()
     {
         write(u"broken.png"_s, "no picture");
         write(u"new.png"_s, bitmap(Qt::green));
@@ -158,7 +158,7 @@ private Q_SLOTS:
         QVERIFY(!canReadPicture(QString()));
     }
 
-    void anIconOfNothingIsNull() { QVERIFY(pictureIcon({}).isNull()); }
+    void iconWithoutFilesIsNull() { QVERIFY(pictureIcon({}).isNull()); }
 
     void anIconIsSharpInEverySize()
     {

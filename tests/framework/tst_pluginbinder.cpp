@@ -13,7 +13,7 @@
 
 using namespace Qt::StringLiterals;
 
-/// The binding of projects to plug-in objects, and the way of every event from a plug-in to the window.
+/// The binding of projects to plug-in objects, and the events from plug-ins to the window.
 class PluginBinderTest : public QObject, protected StubFixture, public FakeServices
 {
     Q_OBJECT
@@ -23,8 +23,8 @@ private:
     OutputWindow *m_output = nullptr;
     QAction *m_peripherals = nullptr;
     std::unique_ptr<PluginBinder> m_binder;
-    QStringList m_heard;
-    QStringList m_layout; ///< what the dock windows were when the layout was saved and restored
+    QStringList m_reports;
+    QStringList m_layout; ///< the dock windows when the layout was saved and restored
 
     // WindowServices
     IPluginObject *createPlugin(const QString &feature) const override { return create(feature); }
@@ -56,29 +56,29 @@ private:
                 if (m_workspace->project(i)->executionInterface() == environment)
                     return m_workspace->project(i)->name();
             }
-            return u"nobody"_s;
+            return u"none"_s;
         };
         connect(m_binder.get(), &PluginBinder::buildFinished, this,
-                [this](bool success) { m_heard += u"finished %1"_s.arg(success); });
+                [this](bool success) { m_reports += u"finished %1"_s.arg(success); });
         connect(m_binder.get(), &PluginBinder::xmlFeedback, this,
-                [this](const QString &xml) { m_heard += u"xml "_s + xml; });
+                [this](const QString &xml) { m_reports += u"xml "_s + xml; });
         connect(m_binder.get(), &PluginBinder::processorStatusChanged, this, [=, this](auto status, auto *environment) {
-            m_heard += u"processor %1 of %2"_s.arg(status).arg(nameOf(environment));
+            m_reports += u"processor %1 of %2"_s.arg(status).arg(nameOf(environment));
         });
         connect(m_binder.get(), &PluginBinder::programStatusChanged, this, [=, this](auto status, auto *environment) {
-            m_heard += u"program %1 of %2"_s.arg(status).arg(nameOf(environment));
+            m_reports += u"program %1 of %2"_s.arg(status).arg(nameOf(environment));
         });
         connect(m_binder.get(), &PluginBinder::statusInfo, this,
                 [=, this](const QString &text, int position, auto *environment) {
-                    m_heard += u"status %1 at %2 of %3"_s.arg(text).arg(position).arg(nameOf(environment));
+                    m_reports += u"status %1 at %2 of %3"_s.arg(text).arg(position).arg(nameOf(environment));
                 });
         connect(m_binder.get(), &PluginBinder::breakpointsChanged, this,
-                [=, this](auto *environment) { m_heard += u"breakpoints of "_s + nameOf(environment); });
+                [=, this](auto *environment) { m_reports += u"breakpoints of "_s + nameOf(environment); });
     }
 
     QString page(uint number) const { return m_output->page(number)->toPlainText(); }
     QStringList calls() { return m_stub->takeCalls(); }
-    QStringList heard() { return std::exchange(m_heard, {}); }
+    QStringList reports() { return std::exchange(m_reports, {}); }
     StubObjectState &object(const QString &label) { return *m_stub->object(label); }
 
     static QWidget *widget(const QString &title)
@@ -107,11 +107,11 @@ private Q_SLOTS:
         m_binder.reset();
         tearDown();
         m_window.reset();
-        m_heard.clear();
+        m_reports.clear();
         m_layout.clear();
     }
 
-    // The sequence
+    // The order of calls
 
     void aProjectWithoutEnvironmentsGetsNoneAndNoMessage()
     {
@@ -124,7 +124,7 @@ private Q_SLOTS:
         QCOMPARE(takeMessages(), QStringList());
     }
 
-    void aBuildEnvironmentIsInitialisedThenGivenItsProjectThenTheWorkspace()
+    void buildEnvironmentGetsEventsThenProjectThenWorkspace()
     {
         buildScript(u"gcc"_s, {IWorkspaceClient::Iid});
         Project *project = addProject(u"fw"_s, u"gcc"_s, {});
@@ -145,7 +145,7 @@ private Q_SLOTS:
         QVERIFY(project->executionInterface());
     }
 
-    void theBuildEnvironmentComesFirst()
+    void buildEnvironmentIsBoundFirst()
     {
         buildScript(u"gcc"_s);
         executionScript(u"sim"_s);
@@ -154,7 +154,7 @@ private Q_SLOTS:
                                        u"sim.initialise(fw, sim option)"_s}));
     }
 
-    void oneFeatureForBothIsCreatedTwice()
+    void commonFeatureCreatesTwoObjects()
     {
         script(u"all"_s, {IBuildEnvironment::Iid, IExecutionEnvironment::Iid});
         Project *project = addProject(u"fw"_s, u"all"_s, u"all"_s);
@@ -164,7 +164,7 @@ private Q_SLOTS:
         QVERIFY(project->executionInterface());
     }
 
-    void theProjectIsBoundWhileItsPluginIsInitialised()
+    void environmentIsSetBeforeItIsInitialised()
     {
         StubScript &gcc = buildScript(u"gcc"_s);
         Project *project = addProject(u"fw"_s, u"gcc"_s, {});
@@ -173,7 +173,7 @@ private Q_SLOTS:
         QCOMPARE(calls().size(), 2);
     }
 
-    void bothGoWithTheirProjectTheExecutionEnvironmentFirst()
+    void executionEnvironmentIsReleasedFirstWithItsProject()
     {
         QStringList gone;
         buildScript(u"gcc"_s).on[u"delete"_s] = [&] { gone += u"gcc"_s; };
@@ -200,9 +200,9 @@ private Q_SLOTS:
         QCOMPARE(calls().count(u"gcc.initialise(gcc option)"_s), 2);
     }
 
-    // What goes wrong
+    // Failures
 
-    void aMissingBuildEnvironmentIsToldAndTheOtherBound()
+    void missingBuildEnvironmentShowsAMessageAndTheOtherIsBound()
     {
         executionScript(u"sim"_s);
         Project *project = addProject(u"fw"_s, u"gcc"_s, u"sim"_s);
@@ -215,7 +215,7 @@ private Q_SLOTS:
         QVERIFY(project->executionInterface());
     }
 
-    void aMissingExecutionEnvironmentIsTold()
+    void missingExecutionEnvironmentShowsAMessage()
     {
         buildScript(u"gcc"_s);
         Project *project = addProject(u"fw"_s, u"gcc"_s, u"sim"_s);
@@ -228,7 +228,7 @@ private Q_SLOTS:
         QVERIFY(!project->executionInterface());
     }
 
-    void featuresAreComparedLetterByLetter()
+    void featuresAreComparedExactly()
     {
         buildScript(u"GCC"_s);
         answer();
@@ -236,7 +236,7 @@ private Q_SLOTS:
         QCOMPARE(takeMessages().size(), 1);
     }
 
-    void aPluginWithoutTheMainInterfaceIsIgnoredWithoutAWord()
+    void pluginWithoutTheMainInterfaceIsIgnoredSilently()
     {
         script(u"other"_s, {IWorkspaceClient::Iid});
         Project *project = addProject(u"fw"_s, u"other"_s, u"other"_s);
@@ -273,7 +273,7 @@ private Q_SLOTS:
         QVERIFY(m_peripherals->isVisible());
     }
 
-    void aProjectThatGoesWhileAMessageIsUpIsLeftAlone()
+    void projectRemovedDuringAMessageIsNotBound()
     {
         buildScript(u"gcc"_s).initialised = false;
         executionScript(u"sim"_s);
@@ -285,7 +285,7 @@ private Q_SLOTS:
         QCOMPARE(m_stub->objectCount(), 0);
     }
 
-    void anExceptionOfACallEndsAtTheBorder_data()
+    void exceptionsOfThePluginAreReported_data()
     {
         QTest::addColumn<QString>("call");
         QTest::addColumn<QString>("operation");
@@ -314,7 +314,7 @@ private Q_SLOTS:
             << none;
     }
 
-    void anExceptionOfACallEndsAtTheBorder()
+    void exceptionsOfThePluginAreReported()
     {
         QFETCH(QString, call);
         QFETCH(QString, operation);
@@ -331,16 +331,16 @@ private Q_SLOTS:
         QCOMPARE(m_stub->objectCount(), call == u"create"_s ? 0 : 2);
     }
 
-    // What a build environment says
+    // Reports of a build environment
 
-    void theEndOfABuildAndNewContentsArePassedOn()
+    void buildFinishedAndXmlFeedbackAreForwarded()
     {
         buildScript(u"gcc"_s);
         m_binder->bindProjectPlugins(addProject(u"fw"_s, u"gcc"_s, {}));
         object(u"gcc"_s).buildEvents->buildFinished(true);
         object(u"gcc"_s).buildEvents->buildFinished(false);
         object(u"gcc"_s).buildEvents->xmlFeedback(u"<project/>"_s);
-        QCOMPARE(heard(), (QStringList{u"finished 1"_s, u"finished 0"_s, u"xml <project/>"_s}));
+        QCOMPARE(reports(), (QStringList{u"finished 1"_s, u"finished 0"_s, u"xml <project/>"_s}));
     }
 
     void buildFeedbackGoesToTheBuildPageAlsoWhileInitialising()
@@ -354,7 +354,7 @@ private Q_SLOTS:
         QCOMPARE(page(OutputWindow::Debug), QString());
     }
 
-    void whatThePluginKeepsNobodyElseKeeps()
+    void onlyThePluginHoldsTheEventsObject()
     {
         buildScript(u"gcc"_s);
         executionScript(u"sim"_s);
@@ -368,7 +368,7 @@ private Q_SLOTS:
         QVERIFY(!execution);
     }
 
-    void theHostLetsGoOfTheBuildEventsOnceTheyAreHandedOver()
+    void hostReleasesTheBuildEventsAfterInitialise()
     {
         QPointer<QObject> events;
         bool goneInTime = false;
@@ -383,7 +383,7 @@ private Q_SLOTS:
         QVERIFY(goneInTime);
     }
 
-    void anObjectThatOutlivesItsProjectIsNotHeard()
+    void reportsAfterTheEndOfTheProjectAreIgnored()
     {
         buildScript(u"gcc"_s);
         executionScript(u"sim"_s);
@@ -397,14 +397,14 @@ private Q_SLOTS:
         object(u"gcc"_s).buildEvents->feedback(u"late\n"_s);
         object(u"sim"_s).executionEvents->programStatusChanged(IExecutionEnvironment::ProgramPaused);
         object(u"sim"_s).executionEvents->feedback(u"late\n"_s, {}, true);
-        QCOMPARE(heard(), QStringList());
+        QCOMPARE(reports(), QStringList());
         QCOMPARE(page(OutputWindow::Build) + page(OutputWindow::Debug), QString());
         QCOMPARE(object(u"gcc"_s).project->name(), QString());
     }
 
-    // What an execution environment says
+    // Reports of an execution environment
 
-    void reportsTellWhichEnvironmentSpoke()
+    void reportsContainTheirEnvironment()
     {
         executionScript(u"sim"_s);
         executionScript(u"probe"_s);
@@ -414,19 +414,19 @@ private Q_SLOTS:
         object(u"sim"_s).executionEvents->programStatusChanged(IExecutionEnvironment::ProgramBreakpointHit);
         object(u"probe"_s).executionEvents->statusInfo(u"123 cycles"_s, 2);
         object(u"sim"_s).executionEvents->breakpointsChanged();
-        QCOMPARE(heard(), (QStringList{u"processor 7 of dsp"_s, u"program 5 of fw"_s,
-                                       u"status 123 cycles at 2 of dsp"_s, u"breakpoints of fw"_s}));
+        QCOMPARE(reports(), (QStringList{u"processor 7 of dsp"_s, u"program 5 of fw"_s,
+                                         u"status 123 cycles at 2 of dsp"_s, u"breakpoints of fw"_s}));
     }
 
-    void reportsAreHeardWhileInitialising()
+    void reportsDuringInitialiseAreForwarded()
     {
         StubScript &sim = executionScript(u"sim"_s);
         sim.on[u"initialise"_s] = [&] { object(u"sim"_s).executionEvents->statusInfo(u"USB"_s, 0); };
         m_binder->bindProjectPlugins(addProject(u"fw"_s, {}, u"sim"_s));
-        QCOMPARE(heard(), QStringList{u"status USB at 0 of fw"_s});
+        QCOMPARE(reports(), QStringList{u"status USB at 0 of fw"_s});
     }
 
-    void debugFeedbackGoesToThePageItNames()
+    void debugFeedbackIsShownOnTheNamedPage()
     {
         executionScript(u"sim"_s);
         m_binder->bindProjectPlugins(addProject(u"fw"_s, {}, u"sim"_s));
@@ -439,7 +439,7 @@ private Q_SLOTS:
         QCOMPARE(page(3), u"hello"_s);
     }
 
-    void seriousFeedbackBringsItsPageForward()
+    void seriousFeedbackShowsItsPage()
     {
         executionScript(u"sim"_s);
         m_binder->bindProjectPlugins(addProject(u"fw"_s, {}, u"sim"_s));
@@ -452,7 +452,7 @@ private Q_SLOTS:
 
     // Peripherals
 
-    void thePeripheralCommandOnceShownStays()
+    void shownPeripheralCommandStaysVisible()
     {
         executionScript(u"plain"_s);
         executionScript(u"sim"_s, {IPeripherals::Iid});
@@ -466,7 +466,7 @@ private Q_SLOTS:
         QVERIFY(m_peripherals->isVisible());
     }
 
-    void aUserInterfaceWithoutThePeripheralCommandIsFine()
+    void missingPeripheralCommandIsAccepted()
     {
         delete m_peripherals;
         executionScript(u"sim"_s, {IPeripherals::Iid});
@@ -508,12 +508,12 @@ private Q_SLOTS:
         Project *dsp = addProject(u"dsp"_s, {}, u"probe"_s);
         m_binder->bindProjectPlugins(fw);
         m_binder->bindProjectPlugins(dsp);
-        QCOMPARE(dockNames(), u"pluginTrace pluginTrace (dsp)"_s); // each has a place of its own in the layout
+        QCOMPARE(dockNames(), u"pluginTrace pluginTrace (dsp)"_s); // each has its own position in the layout
         QCOMPARE(m_binder->extensionDocks()[0]->windowTitle(), u"Trace (fw)"_s);
         QCOMPARE(m_binder->extensionDocks()[1]->windowTitle(), u"Trace (dsp)"_s);
     }
 
-    void dockWindowsAreAskedOfExecutionEnvironmentsOnly()
+    void onlyExecutionEnvironmentsHaveDockWindows()
     {
         buildScript(u"gcc"_s, {IDockExtension::Iid});
         m_binder->bindProjectPlugins(addProject(u"fw"_s, u"gcc"_s, {}));
@@ -544,7 +544,7 @@ private Q_SLOTS:
         QCOMPARE(shown(), u"[x] Trace [ ] LEDs"_s);
     }
 
-    void theOwnerOfDockWindowsLivesUntilTheyAreDeleted()
+    void ownerOfDockWindowsIsKeptUntilTheyAreDeleted()
     {
         QPointer<QWidget> trace;
         bool widgetWasGone = false;
@@ -564,7 +564,7 @@ private Q_SLOTS:
         QCOMPARE(m_stub->objectCount(), 0);
     }
 
-    void anEnvironmentWithoutWidgetsGoesWithItsProject()
+    void environmentWithoutWidgetsIsDeletedWithItsProject()
     {
         executionScript(u"sim"_s, {IDockExtension::Iid});
         m_binder->bindProjectPlugins(addProject(u"fw"_s, {}, u"sim"_s));
@@ -572,7 +572,7 @@ private Q_SLOTS:
         QCOMPARE(m_stub->objectCount(), 0);
     }
 
-    void aDockWindowThatIsDeletedElsewhereIsForgotten()
+    void deletedDockWindowIsRemovedFromTheList()
     {
         executionScript(u"sim"_s, {IDockExtension::Iid}).widgets = [] {
             return QList<QWidget *>{widget(u"Trace"_s), widget(u"LEDs"_s)};
@@ -584,7 +584,7 @@ private Q_SLOTS:
 
     // Changes of the workspace
 
-    void everyEnvironmentHearsOfTheWorkspaceBuildBeforeExecution()
+    void environmentsAreNotifiedOfWorkspaceChangesBuildFirst()
     {
         buildScript(u"gcc"_s, {IWorkspaceClient::Iid});
         executionScript(u"sim"_s, {IWorkspaceClient::Iid});
@@ -599,7 +599,7 @@ private Q_SLOTS:
                                        u"probe.workspaceChanged()"_s}));
     }
 
-    void aWorkspaceThatGoesOnTheWayHarmsNobody()
+    void workspaceMayCloseDuringTheNotification()
     {
         buildScript(u"gcc"_s, {IWorkspaceClient::Iid}).on[u"workspaceChanged"_s] = [&] { dropWorkspace(); };
         executionScript(u"sim"_s, {IWorkspaceClient::Iid});
@@ -609,7 +609,7 @@ private Q_SLOTS:
         Q_EMIT m_activity->projectsChanged();
     }
 
-    void aPluginReachesThoseOfTheOtherProjects()
+    void pluginFindsInterfacesOfOtherProjects()
     {
         buildScript(u"gcc"_s, {IWorkspaceClient::Iid});
         executionScript(u"sim"_s);
@@ -624,7 +624,7 @@ private Q_SLOTS:
         found->release();
     }
 
-    void noProjectIsAMistake()
+    void nullProjectFailsAnAssertion()
     {
         expectAssert(u"project"_s);
         m_binder->bindProjectPlugins(nullptr);

@@ -42,7 +42,7 @@ QPixmap redPicture()
 }
 } // namespace
 
-/// Kinds of documents and languages of the editor that plug-ins bring.
+/// Kinds of documents and languages of the editor from plug-ins.
 class PluginDocumentsTest : public QObject, protected StubFixture
 {
     Q_OBJECT
@@ -104,7 +104,7 @@ private Q_SLOTS:
         tearDown();
     }
 
-    void kindsOfDocumentsComeBeforeLanguages()
+    void documentKindsAreAddedBeforeLanguages()
     {
         addLanguage(u"a"_s, {u"asm"_s});
         addDocumentKind(u"b"_s, u"png"_s);
@@ -141,7 +141,7 @@ private Q_SLOTS:
         QCOMPARE(m_extensions, (QStringList{u"c"_s, u"asm"_s}));
     }
 
-    void aLanguageMayBringItsHighlighterAndItsIndenter()
+    void languageUsesItsHighlighterAndIndenter()
     {
         StubScript &script = addLanguage(u"a"_s, {u"asm"_s});
         script.syntaxHighlighter = [] { return new LoudHighlighter; };
@@ -153,7 +153,7 @@ private Q_SLOTS:
         QCOMPARE(language(0)->highlighter()->format(FormatId::Comment).foreground().color(), QColor(Qt::green));
     }
 
-    void aLanguageWithoutThemGetsThePlainOnes()
+    void languageWithoutHighlighterAndIndenterGetsPlainOnes()
     {
         addLanguage(u"a"_s, {u"asm"_s});
         m_formats[FormatId::Standard].setForeground(Qt::blue);
@@ -167,7 +167,7 @@ private Q_SLOTS:
         QVERIFY(typeid(*indenter) == typeid(BaseIndent));
     }
 
-    void everyFeatureIsMadeTwiceAndReleasedTwice()
+    void everyFeatureIsCreatedAndReleasedTwice()
     {
         int made = 0;
         int gone = 0;
@@ -181,7 +181,7 @@ private Q_SLOTS:
         QCOMPARE(gone, 4);
     }
 
-    void environmentsAreNotAskedForDocuments()
+    void environmentsAddNoDocumentKinds()
     {
         StubScript &gcc = buildScript(u"gcc"_s, {ICustomDocumentPlugin::Iid, ITextDocumentPlugin::Iid});
         for (const int type : {1, 2, 3, 5, -1}) {
@@ -192,7 +192,7 @@ private Q_SLOTS:
         QCOMPARE(m_stub->takeCalls(), QStringList());
     }
 
-    void aTypeWithoutItsInterfaceIsAMistake()
+    void typeWithoutItsInterfaceFailsAnAssertion()
     {
         script(u"a"_s, {ITextDocumentPlugin::Iid}).type = IPluginObject::CustomDocument;
         script(u"b"_s, {ICustomDocumentPlugin::Iid}).type = IPluginObject::TextDocument;
@@ -202,7 +202,7 @@ private Q_SLOTS:
         QCOMPARE(names(), QStringList());
     }
 
-    void aKindWithoutATemplateIsPassedOver()
+    void kindWithoutATemplateIsSkipped()
     {
         addDocumentKind(u"a"_s, u"png"_s);
         m_stub->script(u"{a}"_s).documentTemplate = nullptr;
@@ -212,14 +212,14 @@ private Q_SLOTS:
         QCOMPARE(m_extensions, (QStringList{u"c"_s, u"vcd"_s}));
     }
 
-    void anExceptionCostsOneKindOnly_data()
+    void exceptionSkipsOneKindOnly_data()
     {
         QTest::addColumn<QString>("call");
         for (const QString &call : {u"documentTemplate"_s, u"title"_s, u"syntaxHighlighter"_s, u"extensions"_s})
             QTest::newRow(qPrintable(call)) << call;
     }
 
-    void anExceptionCostsOneKindOnly()
+    void exceptionSkipsOneKindOnly()
     {
         QFETCH(QString, call);
         addDocumentKind(u"a"_s, u"png"_s);
@@ -235,7 +235,7 @@ private Q_SLOTS:
         QCOMPARE(names(), good);
     }
 
-    void anObjectThatCannotBeMadeIsPassedOver()
+    void featureWithoutAnObjectIsSkipped()
     {
         addDocumentKind(u"a"_s, u"png"_s);
         m_stub->script(u"{a}"_s).on[u"create"_s] = throwError;

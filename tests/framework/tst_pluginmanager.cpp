@@ -26,7 +26,7 @@ void write(const QString &path, const QByteArray &bytes)
     file.write(bytes);
 }
 
-/// A library as if it had been built for a later Qt. Behind the mark stand the layout's version, then Qt's two numbers.
+/// A library changed to look as if built for a later Qt. The layout's version and Qt's two numbers follow the mark.
 QByteArray forAnotherQt(QByteArray library)
 {
     const QByteArray mark("qt-project!", 12);
@@ -35,7 +35,7 @@ QByteArray forAnotherQt(QByteArray library)
     return library;
 }
 
-/// The warning about @p file, in the loader's own words.
+/// Expects the warning about @p file, with the loader's reason.
 void expectReport(const QString &file)
 {
     QPluginLoader loader(file);
@@ -53,7 +53,7 @@ class PluginManagerTest : public QObject
 private:
     std::unique_ptr<QTemporaryDir> m_root;
 
-    /// A directory of libraries below the temporary one, which is made when it is first asked for.
+    /// A directory of libraries below the temporary one, created at the first call.
     QString directory(const QString &name) const
     {
         QDir(m_root->path()).mkpath(name);
@@ -81,7 +81,7 @@ private Q_SLOTS:
         QVERIFY(!manager.create(u"{red}"_s));
     }
 
-    void featuresFollowDirectoriesThenFilesThenTheLibrarysOwnList()
+    void featuresAreOrderedByDirectoryFileAndLibrary()
     {
         install(Red, u"first/b.so"_s);
         install(Blue, u"first/a.so"_s);
@@ -92,7 +92,7 @@ private Q_SLOTS:
         QCOMPARE(other.featureList().join(u' '), u"{shared} {green} {blue} {red}"_s);
     }
 
-    void theFirstLibraryThatOffersAFeatureMakesIt()
+    void firstLibraryWithAFeatureCreatesItsObjects()
     {
         install(Green, u"first/z.so"_s);
         install(Red, u"second/a.so"_s);
@@ -103,7 +103,7 @@ private Q_SLOTS:
         QCOMPARE(own->type(), 11);
     }
 
-    void featuresAreComparedLetterByLetter()
+    void featuresAreComparedExactly()
     {
         install(Red, u"plugins/a.so"_s);
         const PluginManager manager({directory(u"plugins"_s)});
@@ -125,7 +125,7 @@ private Q_SLOTS:
         QCOMPARE(object->release(), 0ul);
     }
 
-    void otherComponentsOfTheToolkitArePassedOver()
+    void otherComponentsOfTheToolkitAreSkipped()
     {
         install(Stranger, u"plugins/a.so"_s);
         install(Blue, u"plugins/b.so"_s);
@@ -135,10 +135,10 @@ private Q_SLOTS:
         QVERIFY2(!stranger.isLoaded(), "it was not even loaded");
     }
 
-    void whatCannotBeUsedIsReportedAndTheNextIsLoaded_data()
+    void unusableLibraryIsReportedAndTheNextIsLoaded_data()
     {
         QTest::addColumn<QByteArray>("library");
-        QTest::addColumn<QString>("toolkitSays");
+        QTest::addColumn<QString>("toolkitWarning");
         QTest::newRow("a text") << QByteArray("This is no library.\n") << QString();
         QTest::newRow("empty") << QByteArray() << u"failed to map to memory"_s;
         QTest::newRow("cut off") << bytesOf(Red).first(3000) << QString();
@@ -147,12 +147,12 @@ private Q_SLOTS:
         QTest::newRow("for another Qt") << forAnotherQt(bytesOf(Red)) << u"Plugin uses incompatible Qt library"_s;
     }
 
-    void whatCannotBeUsedIsReportedAndTheNextIsLoaded()
+    void unusableLibraryIsReportedAndTheNextIsLoaded()
     {
         QFETCH(QByteArray, library);
-        QFETCH(QString, toolkitSays);
-        for (int i = 0; i < 2 && !toolkitSays.isEmpty(); ++i) // to us and to the manager
-            QTest::ignoreMessage(QtWarningMsg, QRegularExpression(toolkitSays));
+        QFETCH(QString, toolkitWarning);
+        for (int i = 0; i < 2 && !toolkitWarning.isEmpty(); ++i) // to us and to the manager
+            QTest::ignoreMessage(QtWarningMsg, QRegularExpression(toolkitWarning));
         const QString broken = directory(u"plugins"_s) + u"/a.so"_s;
         write(broken, library);
         install(Blue, u"plugins/b.so"_s);
@@ -161,7 +161,7 @@ private Q_SLOTS:
         QCOMPARE(manager.featureList(), QStringList{u"{blue}"_s});
     }
 
-    void aLibraryThatLacksAFunctionIsReportedBeforeAnybodyCallsIt()
+    void libraryWithAnUndefinedSymbolIsReportedAtLoading()
     {
         install(QStringLiteral(TESTPLUGIN_BROKEN_SYMBOL), u"plugins/a.so"_s);
         install(Blue, u"plugins/b.so"_s);
@@ -171,7 +171,7 @@ private Q_SLOTS:
         QCOMPARE(manager.featureList(), QStringList{u"{blue}"_s});
     }
 
-    void anExceptionOfAFactoryThatIntroducesItselfIsReported_data()
+    void exceptionWhileReadingTheFactoryIsReported_data()
     {
         QTest::addColumn<QString>("library");
         QTest::newRow("constructor") << QStringLiteral(TESTPLUGIN_BROKEN_CONSTRUCTOR);
@@ -179,7 +179,7 @@ private Q_SLOTS:
         QTest::newRow("name") << QStringLiteral(TESTPLUGIN_BROKEN_NAME);
     }
 
-    void anExceptionOfAFactoryThatIntroducesItselfIsReported()
+    void exceptionWhileReadingTheFactoryIsReported()
     {
         QFETCH(QString, library);
         const QString file = install(library, u"plugins/a.so"_s);
@@ -190,7 +190,7 @@ private Q_SLOTS:
         QCOMPARE(manager.featureList(), QStringList{u"{blue}"_s});
     }
 
-    void anExceptionGivesNoObject()
+    void exceptionInCreateGivesNull()
     {
         install(QStringLiteral(TESTPLUGIN_BROKEN_CREATE), u"plugins/a.so"_s);
         const PluginManager manager({directory(u"plugins"_s)});
@@ -199,7 +199,7 @@ private Q_SLOTS:
         QVERIFY(!manager.create(u"{broken}"_s));
     }
 
-    void filesThatAreNoLibrariesByNameArePassedOver()
+    void filesWithoutALibrarySuffixAreSkipped()
     {
         write(directory(u"plugins"_s) + u"/README.txt"_s, "text");
         directory(u"plugins/folder.so"_s);
@@ -215,7 +215,7 @@ private Q_SLOTS:
         QVERIFY(manager.featureList().isEmpty());
     }
 
-    void theProgramsOwnDirectoryMayHoldOtherLibraries()
+    void otherLibrariesInTheOwnDirectoryAreNotReported()
     {
         install(NoPlugin, u"bin/a.so"_s);
         write(directory(u"bin"_s) + u"/text.so"_s, "This is no library.\n");
@@ -224,7 +224,7 @@ private Q_SLOTS:
         QCOMPARE(manager.featureList(), QStringList{u"{blue}"_s});
     }
 
-    void aFactoryOutlivesItsManager()
+    void factoryIsValidAfterItsManagerIsDeleted()
     {
         install(Red, u"plugins/a.so"_s);
         IPluginFactory *factory = PluginManager({directory(u"plugins"_s)}).factory(u"{red}"_s);

@@ -5,13 +5,13 @@
 
 using namespace Qt::StringLiterals;
 
-/// What fills the projects of a workspace that has been opened, and which of their scripts run.
+/// The population of projects and the start of their scripts when a workspace has been opened.
 class PopulationTest : public QObject, protected StubFixture
 {
     Q_OBJECT
 
 private:
-    /// A project of the configuration "Debug"; @p autoPopulate is the value of its property, none if it is null.
+    /// A project with the configuration "Debug"; @p autoPopulate is the value of its property, null for none.
     Project *add(const QString &name, bool offers, const QString &autoPopulate = {})
     {
         buildScript(name, offers ? QSet<QUuid>{IProjectPopulate::Iid} : QSet<QUuid>{});
@@ -32,7 +32,7 @@ private:
             file->properties()->setProperty(u"runAtProjectLoad"_s, run, configuration);
     }
 
-    /// Runs the scripts and tells "current project: file" for each.
+    /// Runs the scripts and returns "current project: file" for each.
     QString run()
     {
         QStringList runs;
@@ -56,7 +56,7 @@ private Q_SLOTS:
         QCOMPARE(m_stub->takeCalls(), (QStringList{u"fw.populate(Debug)"_s, u"fw.populate(Release)"_s}));
     }
 
-    void whereNothingIsOfferedNothingHappens()
+    void populateWithoutTheInterfaceDoesNothing()
     {
         populate(add(u"fw"_s, false));
         populate(addProject(u"plain"_s, {}, {}));
@@ -64,7 +64,7 @@ private Q_SLOTS:
         QCOMPARE(m_stub->takeCalls(), QStringList());
     }
 
-    void anExceptionEndsAtTheBorder()
+    void exceptionsOfThePluginAreReported()
     {
         Project *project = add(u"fw"_s, true);
         m_stub->script(u"{fw}"_s).on[u"populate"_s] = throwError;
@@ -72,15 +72,15 @@ private Q_SLOTS:
         populate(project);
     }
 
-    void theOpeningWalkPopulatesTheCurrentProjectOnceForEachThatAsks_data()
+    void currentProjectIsPopulatedOnceForEachRequest_data()
     {
         QTest::addColumn<QStringList>("projects"); // "+" before the name: offers to populate; then the property
         QTest::addColumn<int>("current");
         QTest::addColumn<QString>("calls");
         QTest::addColumn<bool>("offered");
         QTest::newRow("none") << QStringList{} << -1 << QString() << false;
-        QTest::newRow("nobody asks") << QStringList{u"+a"_s, u"+b"_s} << 0 << QString() << true;
-        QTest::newRow("nobody offers") << QStringList{u"a 1"_s, u"b"_s} << 0 << QString() << false;
+        QTest::newRow("no project requests it") << QStringList{u"+a"_s, u"+b"_s} << 0 << QString() << true;
+        QTest::newRow("no environment offers it") << QStringList{u"a 1"_s, u"b"_s} << 0 << QString() << false;
         QTest::newRow("the current one asks") << QStringList{u"+a 1"_s, u"+b"_s} << 0 << u"a"_s << true;
         QTest::newRow("another one asks") << QStringList{u"+a"_s, u"+b 1"_s} << 0 << u"a"_s << true;
         QTest::newRow("both ask") << QStringList{u"+a 1"_s, u"+b 1"_s} << 1 << u"b b"_s << true;
@@ -89,7 +89,7 @@ private Q_SLOTS:
         QTest::newRow("other values") << QStringList{u"+a 0"_s, u"+b true"_s, u"+c 11"_s} << 0 << QString() << true;
     }
 
-    void theOpeningWalkPopulatesTheCurrentProjectOnceForEachThatAsks()
+    void currentProjectIsPopulatedOnceForEachRequest()
     {
         QFETCH(QStringList, projects);
         QFETCH(int, current);
@@ -117,7 +117,7 @@ private Q_SLOTS:
         QVERIFY(!populateWorkspace(*m_activity));
     }
 
-    void scriptsThatAskForItRunInTheirProject()
+    void scriptsWithThePropertyRunInTheirProject()
     {
         Project *a = add(u"a"_s, false);
         addFile(a, u"boot.py"_s, u"1"_s);
@@ -137,7 +137,7 @@ private Q_SLOTS:
         QCOMPARE(m_workspace->currentProjectIndex(), 0);
     }
 
-    void aProjectMayAskForAllItsScripts()
+    void propertyOfTheProjectAppliesToAllItsScripts()
     {
         Project *project = add(u"a"_s, false);
         project->properties()->setProperty(u"runAtProjectLoad"_s, u"1"_s, u"Debug"_s);
@@ -146,7 +146,7 @@ private Q_SLOTS:
         QCOMPARE(run(), u"a: boot.py"_s);
     }
 
-    void theFirstProjectIsTheCurrentOneInTheEnd()
+    void afterTheScriptsTheFirstProjectIsCurrent()
     {
         add(u"a"_s, false);
         add(u"b"_s, false);

@@ -58,7 +58,7 @@ Project *project(const WindowFixture &f, int index = 0)
     return f.window->projectWorkspace()->project(index);
 }
 
-/// Writes down which configuration it was asked to populate.
+/// Records the configuration that it is to populate.
 class PopulatingEnvironment : public InterfaceObject<IBuildEnvironment, IProjectPopulate>
 {
 public:
@@ -78,8 +78,8 @@ private:
     QStringList *const m_log;
 };
 
-/// The commands with services and an activity that write down what happens. Each loaded project whose name is in
-/// `populating` is bound to an environment that offers to populate it.
+/// The commands with services and an activity that record events. Each loaded project whose name is in `populating`
+/// is bound to an environment that offers to populate it.
 class BareCommands : public FakeServices
 {
 public:
@@ -137,7 +137,7 @@ public:
     ProjectCommands commands{activity, *this};
 };
 
-/// Writes down what a status bar shows each time it is painted.
+/// Records the text of a status bar each time it is painted.
 class PaintedStatus : public QObject
 {
 public:
@@ -184,7 +184,7 @@ private Q_SLOTS:
         QCOMPARE(f.recent(u"Workspace"_s), QStringList(u"all.vnw"_s));
     }
 
-    void aWorkspaceIsRememberedOnlyIfAsked()
+    void workspaceIsAddedToTheRecentOnesOnRequestOnly()
     {
         const WindowFixture f;
         QVERIFY(f.window->openWorkspace(writeTwoProjects(f), false));
@@ -201,7 +201,7 @@ private Q_SLOTS:
         QVERIFY(f.window->closeWorkspace());
     }
 
-    void whatIsNoWorkspaceIsRefused_data()
+    void invalidWorkspaceFileIsRefused_data()
     {
         QTest::addColumn<QString>("name");
         QTest::newRow("missing") << u"gone.vnw"_s;
@@ -210,7 +210,7 @@ private Q_SLOTS:
         QTest::newRow("unreadable") << u"secret.vnw"_s;
     }
 
-    void whatIsNoWorkspaceIsRefused()
+    void invalidWorkspaceFileIsRefused()
     {
         QFETCH(QString, name);
         const WindowFixture f;
@@ -225,7 +225,7 @@ private Q_SLOTS:
         QVERIFY(f.recent(u"Workspace"_s).isEmpty());
     }
 
-    void aRefusedWorkspaceLeavesTheOldOneOpenInTheFirstState()
+    void refusedWorkspaceKeepsTheOpenOneInStateNoWorkspace()
     {
         const WindowFixture f;
         QVERIFY(f.window->openWorkspace(writeTwoProjects(f), false));
@@ -243,7 +243,7 @@ private Q_SLOTS:
         QCOMPARE(f.projects(), QStringList(u"app"_s));
     }
 
-    void theEmptyPathIsAnAssertion()
+    void emptyPathFailsAnAssertion()
     {
         const WindowFixture f;
         QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"^ASSERT: \"!path.isEmpty\\(\\)\" in "_s));
@@ -275,14 +275,14 @@ private Q_SLOTS:
         QCOMPARE(f.projects(), (QStringList{u"(bad)"_s, u"fw"_s}));
         QCOMPARE(f.window->activity().state(), StateIdle);
         QVERIFY(treeIsShown(f));
-        QVERIFY(!QFile::exists(f.path(u"ran"_s))); // start files stay where they are
+        QVERIFY(!QFile::exists(f.path(u"ran"_s))); // start files do not run here
         QVERIFY(f.answers->said.isEmpty());
         QCOMPARE(f.status(), u"These projects could not be loaded: "_s + f.path(u"bad.vnp"_s));
         f.window->close();
         QCOMPARE(f.recent(u"Workspace"_s), QStringList(u"all.vnw"_s));
     }
 
-    void theStatusBarTellsHowFarItIs()
+    void statusBarShowsTheProgress()
     {
         const WindowFixture f;
         const QString path = writeTwoProjects(f);
@@ -296,7 +296,7 @@ private Q_SLOTS:
         QCOMPARE(f.status(), QString());
     }
 
-    void theDropDownIsShownForTwoProjectsAndMore()
+    void dropDownIsShownForTwoOrMoreProjects()
     {
         WindowFixture f;
         f.installation.write(u"config/uiconfig.xml"_s,
@@ -333,7 +333,7 @@ private Q_SLOTS:
         auto *box = f.window->findChild<QComboBox *>(u"projectDropdown"_s);
         QCOMPARE(box->count(), 2);
         QCOMPARE(f.window->projectWorkspace()->currentProjectIndex(), 1);
-        QCOMPARE(box->currentText(), u"c"_s); // b is the current project, but stands at 0 now
+        QCOMPARE(box->currentText(), u"c"_s); // b is the current project, but its index is 0 now
         Q_EMIT box->activated(0);
         QCOMPARE(f.window->projectWorkspace()->currentProject()->name(), u"a"_s);
     }
@@ -356,7 +356,7 @@ private Q_SLOTS:
         QCOMPARE(f.window->projectWorkspace()->currentProjectIndex(), 0);
     }
 
-    void aStartFileThatRaisesStopsNothing()
+    void exceptionInAStartFileDoesNotStopTheOpening()
     {
         const WindowFixture f;
         f.write(u"boot.py"_s, "raise ValueError\n");
@@ -365,7 +365,7 @@ private Q_SLOTS:
         QCOMPARE(f.projects(), QStringList(u"fw"_s));
     }
 
-    void openingGoesItsSteps()
+    void openingAWorkspaceHasItsStepsInOrder()
     {
         const WindowFixture f;
         BareCommands bare;
@@ -393,7 +393,7 @@ private Q_SLOTS:
         QVERIFY(bare.commands.closeWorkspace());
     }
 
-    void theOpeningWalkPopulatesTheCurrentProjectWhicheverWantsIt()
+    void openingPopulatesTheCurrentProjectForAnotherOnesRequest()
     {
         const WindowFixture f;
         BareCommands bare;
@@ -434,7 +434,7 @@ private Q_SLOTS:
 
     // Opening projects
 
-    void aProjectWithoutWorkspaceGetsOneBesideIt()
+    void projectWithoutWorkspaceGetsOneInItsDirectory()
     {
         const WindowFixture f;
         QVERIFY(f.window->openProject(f.writeProject(u"dir.d/fw.vnp"_s), true));
@@ -446,7 +446,7 @@ private Q_SLOTS:
         QCOMPARE(f.recent(u"Workspace"_s), QStringList(u"fw.vnw"_s)); // never a project
     }
 
-    void aProjectWithAWorkspaceOpensThatWithANotice()
+    void projectWithAWorkspaceOpensTheWorkspaceWithAMessage()
     {
         const WindowFixture f;
         f.writeProject(u"lib.vnp"_s);
@@ -460,7 +460,7 @@ private Q_SLOTS:
         QCOMPARE(f.projects(), QStringList(u"lib"_s));
     }
 
-    void aProjectInADirectoryThatIsGoneIsRefused()
+    void projectInAMissingDirectoryIsRefused()
     {
         const WindowFixture f;
         QVERIFY(!f.window->openProject(f.path(u"gone/fw.vnp"_s), true));
@@ -548,7 +548,7 @@ private Q_SLOTS:
         QVERIFY(f.recent(u"Workspace"_s).isEmpty());
     }
 
-    void aRecentWorkspaceWaitsForTheOpenOneToClose()
+    void recentWorkspaceIsNotOpenedIfClosingIsRefused()
     {
         const WindowFixture f;
         QVERIFY(f.window->openWorkspace(writeTwoProjects(f), true));
@@ -568,7 +568,7 @@ private Q_SLOTS:
         QVERIFY(f.answers->said.isEmpty());
     }
 
-    void closingTakesTheTreeAndTheViewsAway()
+    void closingRemovesTheTreeAndTheViews()
     {
         const WindowFixture f;
         QVERIFY(f.window->openWorkspace(writeTwoProjects(f), false));
@@ -645,7 +645,7 @@ private Q_SLOTS:
         QVERIFY(f.window->projectWorkspace());
     }
 
-    void aDocumentThatRefusesMakesTheResultFalseThoughTheWorkspaceIsGone()
+    void documentThatRefusesGivesFalseAndTheWorkspaceIsClosed()
     {
         const WindowFixture f;
         QVERIFY(f.window->openWorkspace(writeTwoProjects(f), false));
@@ -657,7 +657,7 @@ private Q_SLOTS:
         QCOMPARE(f.openFiles(), QStringList(u"a.c *"_s));
     }
 
-    void aWorkspaceClosedBehindTheQuestionsBackIsClosed()
+    void closingSucceedsIfTheWorkspaceClosesDuringTheQuestion()
     {
         const WindowFixture f;
         QVERIFY(f.window->openWorkspace(writeTwoProjects(f), false));
@@ -671,7 +671,7 @@ private Q_SLOTS:
         QVERIFY(!f.read(u"fw/fw.vnp"_s).contains("new.c"));
     }
 
-    void theProgramStaysIfItsWorkspaceDoes()
+    void windowStaysOpenIfTheWorkspaceDoes()
     {
         const WindowFixture f;
         QVERIFY(f.window->openWorkspace(writeTwoProjects(f), false));
@@ -682,7 +682,7 @@ private Q_SLOTS:
         QVERIFY(f.window->projectWorkspace());
     }
 
-    void theProgramStaysIfADocumentDoes()
+    void windowStaysOpenIfADocumentDoes()
     {
         const WindowFixture f;
         QVERIFY(f.window->openWorkspace(writeTwoProjects(f), false));
@@ -710,7 +710,7 @@ private Q_SLOTS:
         QVERIFY(f.answers->said.isEmpty());
     }
 
-    void savingGoesOnAfterAFailure()
+    void savingContinuesAfterAFailure()
     {
         const WindowFixture f;
         QVERIFY(f.window->openWorkspace(writeTwoProjects(f), false));
@@ -728,7 +728,7 @@ private Q_SLOTS:
         QCOMPARE(f.answers->said.size(), 2);
     }
 
-    void savingAllTellsOfTheWorkspaceAsWell()
+    void failedSaveOfTheWorkspaceShowsAMessage()
     {
         const WindowFixture f;
         QVERIFY(f.window->openWorkspace(writeTwoProjects(f), false));
@@ -773,7 +773,7 @@ private Q_SLOTS:
         QCOMPARE(project(f, 0)->files({}, nullptr).size(), 3);
     }
 
-    void filesGoToTheProjectSelectedInTheTreeIfThatHasTheFocus()
+    void filesAreAddedToTheProjectSelectedInTheFocusedTree()
     {
         const WindowFixture f;
         QVERIFY(f.window->openWorkspace(writeTwoProjects(f), false));
@@ -792,7 +792,7 @@ private Q_SLOTS:
         QCOMPARE(project(f, 0)->files({}, nullptr).size(), 2);
     }
 
-    void aProjectIsInsertedBehindTheOthersAndBecomesTheCurrentOne()
+    void insertedProjectIsTheLastAndTheCurrentOne()
     {
         const WindowFixture f;
         QVERIFY(f.window->openWorkspace(writeTwoProjects(f), false));
@@ -808,7 +808,7 @@ private Q_SLOTS:
         QCOMPARE(f.settings()->value(u"Paths/Projects"_s).toString(), f.path(u"app"_s));
     }
 
-    void aProjectThatCannotBeLoadedIsInsertedAllTheSame()
+    void unloadableProjectIsInserted()
     {
         const WindowFixture f;
         QVERIFY(f.window->openWorkspace(writeTwoProjects(f), false));
@@ -818,7 +818,7 @@ private Q_SLOTS:
         QCOMPARE(f.status(), u"These projects could not be loaded: "_s + f.path(u"bad.vnp"_s));
     }
 
-    void commandsWithoutAWorkspaceAreAssertions_data()
+    void commandsWithoutAWorkspaceFailAnAssertion_data()
     {
         QTest::addColumn<QByteArray>("command");
         for (const char *command : {"projectSave", "projectInsertFiles", "projectInsertFilesAlt",
@@ -826,7 +826,7 @@ private Q_SLOTS:
             QTest::newRow(command) << QByteArray(command);
     }
 
-    void commandsWithoutAWorkspaceAreAssertions()
+    void commandsWithoutAWorkspaceFailAnAssertion()
     {
         QFETCH(QByteArray, command);
         const WindowFixture f;

@@ -64,20 +64,20 @@ private Q_SLOTS:
         m_fw->addFile(new ProjectFile(u"above.c"_s, u"../common/above.c"_s));
         m_fw->addFile(new ProjectFile(u"else.c"_s, u"/opt/else.c"_s));
         select(*m_tree, {text});
-        const auto told = [&](const std::function<void()> &act) {
+        const auto emitted = [&](const std::function<void()> &act) {
             m_signals.clear();
             act();
             return m_signals.join(u'|');
         };
         const QString open = path.isEmpty() ? QString() : u"open "_s + path;
         const QString run = path.isEmpty() ? QString() : u"run "_s + path;
-        QCOMPARE(told([&] { m_tree->openFile(); }), open);
-        QCOMPARE(told([&] { m_tree->runPyFile(); }), run);
-        QCOMPARE(told([&] { QTest::keyClick(m_tree, Qt::Key_Return); }), open);
-        QCOMPARE(told([&] { QTest::keyClick(m_tree, Qt::Key_Enter); }), open);
+        QCOMPARE(emitted([&] { m_tree->openFile(); }), open);
+        QCOMPARE(emitted([&] { m_tree->runPyFile(); }), run);
+        QCOMPARE(emitted([&] { QTest::keyClick(m_tree, Qt::Key_Return); }), open);
+        QCOMPARE(emitted([&] { QTest::keyClick(m_tree, Qt::Key_Enter); }), open);
         m_tree->scrollToItem(row(*m_tree, text));
         QTest::mouseClick(m_tree->viewport(), Qt::LeftButton, {}, centerOf(text));
-        QCOMPARE(told([&] { QTest::mouseDClick(m_tree->viewport(), Qt::LeftButton, {}, centerOf(text)); }), open);
+        QCOMPARE(emitted([&] { QTest::mouseDClick(m_tree->viewport(), Qt::LeftButton, {}, centerOf(text)); }), open);
     }
 
     void openWithoutASelectionDoesNothing()
@@ -118,7 +118,9 @@ private Q_SLOTS:
                                                 "Set as Acti&ve Project\n"
                                                 "&Remove Project from Workspace\n"
                                                 "---\n"
-                                                "projectPropertiesAlt\n"_s);
+                                                "projectPropertiesAlt\n"
+                                                "---\n"
+                                                "Save as &Template...\n"_s);
         QCOMPARE(menu(u"folderContextMenu"_s), u"Add &Files to Folder...\n"
                                                "&New Folder\n"
                                                "---\n"

@@ -422,7 +422,7 @@ private Q_SLOTS:
         QCOMPARE(list()->topLevelItemCount(), 0);
     }
 
-    void hintStandsWhereThereIsNothingToEdit()
+    void hintIsShownIfThereIsNothingToEdit()
     {
         m_project->setBuildInterface(nullptr);
         m_project->setExecutionInterface(nullptr);

@@ -101,14 +101,14 @@ private Q_SLOTS:
         QTEST(pageNames(), "names");
     }
 
-    void everyRowIsShownExplainedAndEdited_data()
+    void everyRowHasAnExplanationAndAnEditor_data()
     {
         QTest::addColumn<QString>("selector");
         for (const char *selector : {"project", "c", "cpp", "S", "py"})
             QTest::newRow(selector) << QString::fromLatin1(selector);
     }
 
-    void everyRowIsShownExplainedAndEdited()
+    void everyRowHasAnExplanationAndAnEditor()
     {
         QFETCH(QString, selector);
         open(selector);

@@ -22,7 +22,7 @@ private Q_SLOTS:
         m_settings = std::make_unique<QSettings>(m_directory->filePath(u"settings.ini"_s), QSettings::IniFormat);
     }
 
-    void theNewestStandsFirst()
+    void newestEntryIsFirst()
     {
         RecentFileList list = makeList();
         list.add(u"a"_s);
@@ -38,7 +38,7 @@ private Q_SLOTS:
         QCOMPARE(list.paths(), (QStringList{u"a"_s, u"d"_s, u"c"_s, u"b"_s}));
     }
 
-    void theFifthPushesOutTheOldest()
+    void fifthEntryRemovesTheOldest()
     {
         RecentFileList list = makeList();
         for (const auto &path : {u"a"_s, u"b"_s, u"c"_s, u"d"_s, u"e"_s})
@@ -46,7 +46,7 @@ private Q_SLOTS:
         QCOMPARE(list.paths(), (QStringList{u"e"_s, u"d"_s, u"c"_s, u"b"_s}));
     }
 
-    void pathsAreComparedLetterByLetter()
+    void pathsAreComparedExactly()
     {
         RecentFileList list = makeList();
         list.add(u"/x/main.c"_s);
@@ -102,7 +102,7 @@ private Q_SLOTS:
         QCOMPARE(atNextStart.paths(), (QStringList{u"new"_s, u"old"_s}));
     }
 
-    void listsWithOtherKeysAreApart()
+    void listsWithOtherKeysAreIndependent()
     {
         RecentFileList files = makeList();
         RecentFileList workspaces(u"RecentFiles/Workspace"_s, m_settings.get());

@@ -24,7 +24,7 @@ qsizetype copies(const WindowFixture &f)
     return recoverableTexts(swapDirectory(f).path()).size();
 }
 
-/// Leaves a copy of @p text behind as a crash does.
+/// Writes a copy of @p text like those that remain after a crash.
 void crash(const WindowFixture &f, const QString &name, const QString &text)
 {
     QVERIFY(f.window->openFile(f.path(name), false));
@@ -45,7 +45,7 @@ class RecoveryTest : public QObject
 private Q_SLOTS:
     void init() { QTest::failOnWarning(QRegularExpression(u"^(?!This plugin does not support)"_s)); }
 
-    void nothingLeftIsNoQuestion()
+    void withoutCopiesThereIsNoQuestion()
     {
         const WindowFixture f;
         f.window->continueLastRun();
@@ -72,11 +72,11 @@ private Q_SLOTS:
         QCOMPARE(f.text(), u"A old"_s);
         QCOMPARE(f.read(u"a.c"_s), QByteArray("old"));
         QCOMPARE(copies(f), 0);
-        static_cast<TextDocument *>(f.document())->swapFile()->flush(); // it has one of its own
+        static_cast<TextDocument *>(f.document())->swapFile()->flush(); // it has its own copy
         QCOMPARE(swapDirectory(f).entryList({u"*.swap"_s}).size(), 2);
     }
 
-    void noThrowsTheChangesAway()
+    void noDeletesTheCopies()
     {
         const WindowFixture f;
         f.write(u"a.c"_s, "old");
@@ -87,7 +87,7 @@ private Q_SLOTS:
         QCOMPARE(copies(f), 0);
     }
 
-    void cancelPutsItOff()
+    void cancelKeepsTheCopiesForTheNextStart()
     {
         const WindowFixture f;
         f.write(u"a.c"_s, "old");
@@ -101,7 +101,7 @@ private Q_SLOTS:
         QCOMPARE(copies(f), 0);
     }
 
-    void aTextWhoseFileIsGoneIsMadeAnew()
+    void textOfAMissingFileIsRecovered()
     {
         const WindowFixture f;
         f.write(u"a.c"_s, "old");
@@ -116,7 +116,7 @@ private Q_SLOTS:
         QCOMPARE(f.read(u"a.c"_s), QByteArray("A old"));
     }
 
-    void ofSeveralTextsTheNewestIsTaken()
+    void newestOfSeveralCopiesIsUsed()
     {
         const WindowFixture f;
         f.write(u"a.c"_s, "old");
@@ -129,7 +129,7 @@ private Q_SLOTS:
         QCOMPARE(copies(f), 0);
     }
 
-    void whatAnotherWindowIsWorkingOnIsNotOffered()
+    void copiesInUseByAnotherWindowAreNotOffered()
     {
         const WindowFixture f;
         f.open(u"a.c"_s, "old");
@@ -143,7 +143,7 @@ private Q_SLOTS:
         QCOMPARE(f.text(), u"A old"_s);
     }
 
-    void recoveredTextsComeBesidesTheSession()
+    void recoveredTextsAreOpenedInAdditionToTheSession()
     {
         WindowFixture f;
         f.open(u"a.c"_s, "old");
@@ -155,7 +155,7 @@ private Q_SLOTS:
         QCOMPARE(f.openFiles(), (QStringList{u"a.c *"_s, u"b.c"_s}));
     }
 
-    void aDamagedCopyStopsNothing()
+    void damagedCopyShowsAMessageAndIsKept()
     {
         const WindowFixture f;
         f.write(u"a.c"_s, "old");

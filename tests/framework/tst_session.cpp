@@ -21,7 +21,7 @@ QString cursorIn(const TextViewEdit *edit)
     return u"%1,%2"_s.arg(cursor.blockNumber()).arg(cursor.positionInBlock());
 }
 
-/// Starts the program again as its user does.
+/// Ends the program and starts it again like the user.
 void restart(WindowFixture &f)
 {
     f.restart();
@@ -52,7 +52,7 @@ class SessionTest : public QObject
 private Q_SLOTS:
     void init() { QTest::failOnWarning(QRegularExpression(u"^(?!This plugin does not support)"_s)); }
 
-    void filesComeBackInTheirOrderWithTheOneInFront()
+    void filesAreRestoredInOrderWithTheCurrentOne()
     {
         WindowFixture f;
         for (const QString &name : {u"a.c"_s, u"b.c"_s, u"c.c"_s})
@@ -64,7 +64,7 @@ private Q_SLOTS:
         QVERIFY(f.answers->said.isEmpty());
     }
 
-    void cursorAndPlaceComeBack()
+    void cursorAndScrollPositionAreRestored()
     {
         WindowFixture f;
         f.open(u"a.c"_s, HundredLines);
@@ -76,14 +76,14 @@ private Q_SLOTS:
         QCOMPARE(f.view()->currentEdit()->verticalScrollBar()->value(), top);
     }
 
-    void panesComeBack_data()
+    void panesAreRestored_data()
     {
         QTest::addColumn<int>("active");
         QTest::newRow("the upper one in use") << 0;
         QTest::newRow("the lower one in use") << 1;
     }
 
-    void panesComeBack()
+    void panesAreRestored()
     {
         QFETCH(int, active);
         WindowFixture f;
@@ -100,7 +100,7 @@ private Q_SLOTS:
         QCOMPARE(cursorIn(f.view()->shownEdits()[1]), u"20,2"_s);
     }
 
-    void severalViewsOnAFileComeBackInTheirPlaces()
+    void severalViewsOfAFileAreRestoredInOrder()
     {
         WindowFixture f;
         f.open(u"a.c"_s);
@@ -114,7 +114,7 @@ private Q_SLOTS:
         QCOMPARE(f.window->workspace()->documents().size(), 2);
     }
 
-    void aFileThatIsGoneIsLeftOut()
+    void missingFileIsNotRestored()
     {
         WindowFixture f;
         f.open(u"a.c"_s);
@@ -138,7 +138,7 @@ private Q_SLOTS:
         QCOMPARE(cursorIn(f.view()->currentEdit()), u"1,2"_s);
     }
 
-    void theWorkspaceComesBackWithItsFiles()
+    void workspaceIsRestoredWithItsFiles()
     {
         WindowFixture f;
         f.writeProject(u"fw.vnp"_s);
@@ -179,7 +179,7 @@ private Q_SLOTS:
         QCOMPARE(f.openFiles(), QStringList(u"a.c"_s));
     }
 
-    void aWorkspaceThatIsGoneIsTold()
+    void missingWorkspaceIsReportedInTheStatusBar()
     {
         WindowFixture f;
         QVERIFY(f.window->openWorkspace(f.writeWorkspace(u"all.vnw"_s, {}), false));
@@ -190,7 +190,7 @@ private Q_SLOTS:
         QCOMPARE(f.status(), u"The workspace %1 could not be opened."_s.arg(f.path(u"all.vnw"_s)));
     }
 
-    void nothingIsRememberedWhereTheUserHasSaidWhatToOpen()
+    void disabledSessionsAreNeitherStoredNorRestored()
     {
         WindowFixture f;
         f.open(u"a.c"_s);
@@ -205,9 +205,9 @@ private Q_SLOTS:
         QVERIFY(f.openFiles().isEmpty());
     }
 
-    void theCommandLineSaysWhatToOpen()
+    void commandLineDisablesSessions()
     {
-        // as the entry function has it
+        // the calls of the entry function
         WindowFixture f;
         const QString path = f.writeWorkspace(u"all.vnw"_s, {});
         QVERIFY(f.window->openWorkspace(path, false));
@@ -246,7 +246,7 @@ private Q_SLOTS:
         QCOMPARE(f.openFiles(), QStringList(u"a.c"_s));
     }
 
-    void aDamagedSessionIsNone_data()
+    void damagedSessionIsIgnored_data()
     {
         QTest::addColumn<QByteArray>("content");
         QTest::addColumn<int>("files");
@@ -265,7 +265,7 @@ private Q_SLOTS:
                                       << 1;
     }
 
-    void aDamagedSessionIsNone()
+    void damagedSessionIsIgnored()
     {
         QFETCH(QByteArray, content);
         WindowFixture f;
@@ -280,7 +280,7 @@ private Q_SLOTS:
         QVERIFY(f.window->close());
     }
 
-    void aSessionThatCannotBeWrittenIsTold()
+    void unwritableSessionIsReported()
     {
         WindowFixture f;
         f.installation.write(u"state"_s, "a file where the directory should be");
@@ -289,7 +289,7 @@ private Q_SLOTS:
         QVERIFY(f.window->close());
     }
 
-    void theStoreGivesBackWhatItTook()
+    void storedSessionIsLoadedUnchanged()
     {
         const QTemporaryDir directory;
         const SessionStore store(directory.filePath(u"sub/sessions"_s));

@@ -27,7 +27,7 @@ private:
     ViewManager *viewManager() const override { return m_views.get(); }
     QSettings &settings() const override { return *m_settings; }
 
-    /// A menu with two fixed items, as the UI file has them.
+    /// A menu with two fixed items, like those of the UI file.
     void open()
     {
         m_commands = std::make_unique<ToolsCommands>(m_activity, *this);
@@ -80,7 +80,7 @@ private Q_SLOTS:
         m_views.reset();
     }
 
-    void theToolsOfTheSettingsAreThere()
+    void toolsAreLoadedFromTheSettings()
     {
         m_settings->setValue(u"Tools/tool0name"_s, u"Count"_s);
         m_settings->setValue(u"Tools/tool1name"_s, u"Sort"_s);
@@ -89,7 +89,7 @@ private Q_SLOTS:
         QCOMPARE(items().size(), 5); // filled again
     }
 
-    void withoutToolsNoSeparatorStandsAtTheTop()
+    void withoutToolsThereIsNoSeparatorAtTheTop()
     {
         open();
         QCOMPARE(items(), (QStringList{u"Customise"_s, u"Options"_s}));
@@ -196,7 +196,7 @@ private Q_SLOTS:
         QTEST(lines, "expected");
     }
 
-    void aProcessOutlivesTheCommands()
+    void processKeepsRunningAfterTheCommandsAreDeleted()
     {
         open();
         add(u"A"_s, u"/bin/sleep"_s, u"30"_s);

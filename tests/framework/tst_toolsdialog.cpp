@@ -245,7 +245,7 @@ private Q_SLOTS:
         QCOMPARE(result(), u"Z1 B2 C3"_s);
     }
 
-    void equalNamesAreToldApartByTheirRows()
+    void toolsWithEqualNamesAreDistinguishedByRow()
     {
         open(u"AAA"_s);
         select(1);

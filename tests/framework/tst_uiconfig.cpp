@@ -25,7 +25,7 @@ Q_SIGNALS:
     void cutAvailable(bool available);
 };
 
-/// A tool bar or a menu as it reads: names of actions, "-" for separators, sub-menus in brackets, widgets in braces.
+/// A tool bar or a menu as text: names of actions, "-" for separators, sub-menus in brackets, widgets in braces.
 QString contents(const QWidget *widget)
 {
     QStringList items;
@@ -64,7 +64,7 @@ private:
     std::unique_ptr<QTemporaryDir> m_directory;
     std::unique_ptr<Window> m_window;
     std::unique_ptr<UiConfig> m_ui;
-    QStringList m_icons; ///< the names that were asked for
+    QStringList m_icons; ///< the requested names
 
     QString file() const { return m_directory->filePath(u"uiconfig.xml"_s); }
 
@@ -98,7 +98,7 @@ private:
 private Q_SLOTS:
     void init()
     {
-        // The offscreen platform says of every window what it does not support.
+        // The offscreen platform prints a warning for every window.
         QTest::failOnWarning(QRegularExpression(u"^(?!This plugin does not support)"_s));
         m_directory = std::make_unique<QTemporaryDir>();
         m_window = std::make_unique<Window>();
@@ -132,7 +132,7 @@ private Q_SLOTS:
         QVERIFY(m_window->actions().contains(action));
     }
 
-    void whatIsMissingStaysEmpty()
+    void missingElementsLeaveTextsEmpty()
     {
         buildActions(R"(<action name="fileNew"/>)");
         const QAction *action = m_ui->action(u"fileNew"_s);
@@ -144,7 +144,7 @@ private Q_SLOTS:
         QVERIFY(m_icons.isEmpty());
     }
 
-    void theTextServesWhereNoMenuTextIs()
+    void textIsUsedIfThereIsNoMenuText()
     {
         buildActions(R"(<action name="fileNew"><text>New</text></action>)");
         QCOMPARE(m_ui->action(u"fileNew"_s)->text(), u"New"_s);
@@ -232,7 +232,7 @@ private Q_SLOTS:
         QVERIFY(m_ui->action(u"fileNew"_s)->isEnabled());
     }
 
-    void namesThatMatchNothingAreTheToolkitsAffair_data()
+    void unknownNamesAreReportedByTheToolkit_data()
     {
         QTest::addColumn<QByteArray>("action");
         QTest::addColumn<QString>("warning");
@@ -251,12 +251,12 @@ private Q_SLOTS:
             << u"No such signal .*cutAvailable\\(bool\\)\\(bool\\)"_s;
     }
 
-    void namesThatMatchNothingAreTheToolkitsAffair()
+    void unknownNamesAreReportedByTheToolkit()
     {
         QFETCH(QByteArray, action);
         QFETCH(QString, warning);
         QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"^QObject::connect: "_s + warning));
-        if (action != "<action/>") // the toolkit names the object as well
+        if (action != "<action/>") // the toolkit also prints the name of the object
             QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"^QObject::connect:  \\((sender|receiver) name:"_s));
         buildActions(action + R"(<action name="fileOpen"/>)");
         QCOMPARE(m_window->actions().size(), 2);
@@ -264,7 +264,7 @@ private Q_SLOTS:
         QCOMPARE(m_window->calls, QStringList{u"fileOpen"_s});
     }
 
-    void actionsAndToolBarsStandAtAnyDepth()
+    void actionsAndToolBarsAreFoundAtAnyDepth()
     {
         buildAll(document(R"(<actions><group><group><action name="fileNew"/></group></group></actions>
             <toolbars><group><toolbar name="deep"><action name="fileNew"/></toolbar></group></toolbars>)"));
@@ -272,7 +272,7 @@ private Q_SLOTS:
         QCOMPARE(contents(m_ui->toolBars()[0]), u"fileNew"_s);
     }
 
-    void onlyTheSectionDeclares()
+    void elementsOutsideTheirSectionAreIgnored()
     {
         buildAll(document(R"(<other><action name="fileNew"/><toolbar name="a"/><menu name="b"/></other>
             <action name="fileOpen"/><toolbar name="c"/><menu name="d"/>)"));
@@ -289,7 +289,7 @@ private Q_SLOTS:
         QCOMPARE(m_ui->action(u"fileNew"_s)->text(), u"Second"_s);
     }
 
-    void namesOfActionsKnowCase()
+    void namesOfActionsAreCaseSensitive()
     {
         buildActions(R"(<action name="fileNew"/>)");
         QVERIFY(!m_ui->action(u"FileNew"_s));
@@ -325,7 +325,7 @@ private Q_SLOTS:
         QCOMPARE(contents(m_ui->menu(u"m"_s)), u"fileNew fileOpen"_s);
     }
 
-    void companionsStandStraightBehindTheirActionInAnyToolBarAsOftenAsItIsNamed()
+    void companionsDirectlyFollowEachOccurrenceOfTheirAction()
     {
         int count = 0;
         m_ui->addCompanion(u"fileNew"_s, [&count](ToolBar *bar) {
@@ -337,7 +337,7 @@ private Q_SLOTS:
             <toolbars><toolbar name="a"><action name="fileNew"/><action name="fileOpen"/><action name="fileNew"/>
             </toolbar><toolbar name="b"><action name="fileOpen"/></toolbar>
             <toolbar name="c"><separator/><action name="fileNew"/><separator/></toolbar></toolbars>)"));
-        // A bar shows an action once, at its last place; what follows it by name stays.
+        // A bar shows an action once, at its last position; its companions stay at each position.
         QCOMPARE(contents(m_ui->toolBars()[0]), u"{box1} fileOpen fileNew {box2}"_s);
         QCOMPARE(contents(m_ui->toolBars()[1]), u"fileOpen"_s);
         QCOMPARE(contents(m_ui->toolBars()[2]), u"- fileNew {box3} -"_s);
@@ -392,7 +392,7 @@ private Q_SLOTS:
         QTEST(m_ui->title(), "title");
     }
 
-    void eachStepReadsTheFileAnew()
+    void eachStepReadsTheFileAgain()
     {
         buildActions(R"(<action name="fileNew"/>)");
         write(document(R"(<toolbars><toolbar name="a"><action name="fileNew"/></toolbar></toolbars>)"));
@@ -454,14 +454,14 @@ private Q_SLOTS:
         QCOMPARE(m_window->findChildren<PopupMenu *>().size(), menus);
     }
 
-    void theReaderIsNamedInItsReports()
+    void warningsContainTheReadersName()
     {
         QTest::ignoreMessage(QtWarningMsg, qPrintable(u"Reader::read: Cannot open ui config file (%1)"_s.arg(file())));
         QTest::ignoreMessage(QtWarningMsg, qPrintable(u"Reader::read: Cannot parse ui config file (%1)"_s.arg(file())));
         QVERIFY(readUiDocument(file(), "Reader::read").isNull());
     }
 
-    void tenMegabytesAreNoHardship_data()
+    void tenMegabytesAreRead_data()
     {
         QTest::addColumn<QByteArray>("actions");
         const QByteArray one = R"(<action name="fileNew"><text>New</text></action>)";
@@ -474,7 +474,7 @@ private Q_SLOTS:
         QTest::newRow("many actions") << one.repeated(50'000) + QByteArray(7'500'000, ' ');
     }
 
-    void tenMegabytesAreNoHardship()
+    void tenMegabytesAreRead()
     {
         QFETCH(QByteArray, actions);
         buildActions(actions);

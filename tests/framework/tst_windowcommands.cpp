@@ -7,7 +7,7 @@
 #include <QLabel>
 #include <QMimeData>
 
-// The commands of the menus View and Window, what is dropped on the window, and its looks.
+// The commands of the menus View and Window, drag and drop, and the appearance of the window.
 
 using namespace Qt::StringLiterals;
 
@@ -27,7 +27,7 @@ QStringList items(const QMenu *menu)
     return texts;
 }
 
-/// Drops @p data on the window; false if it does not take it.
+/// Drops @p data on the window; false if it is not accepted.
 bool drop(const WindowFixture &f, const QMimeData &data)
 {
     QDragEnterEvent enter({10, 10}, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
@@ -166,7 +166,7 @@ private Q_SLOTS:
 
     // Docks
 
-    void dockCommandsToggleWhateverTheyAreTold_data()
+    void dockCommandsToggleForAnyArgument_data()
     {
         QTest::addColumn<QByteArray>("command");
         QTest::addColumn<QString>("dock");
@@ -178,7 +178,7 @@ private Q_SLOTS:
         QTest::newRow("memory") << QByteArray("debugToggleMemoryWindow") << u"memoryDockWindow"_s;
     }
 
-    void dockCommandsToggleWhateverTheyAreTold()
+    void dockCommandsToggleForAnyArgument()
     {
         QFETCH(QByteArray, command);
         QFETCH(QString, dock);
@@ -223,7 +223,7 @@ private Q_SLOTS:
         QCOMPARE(f.openFiles(), (QStringList{u"a b.c"_s, u"\u00e9%.c"_s}));
     }
 
-    void whatIsNoFileIsIgnored_data()
+    void droppedDataWithoutFilesIsIgnored_data()
     {
         QTest::addColumn<QString>("text");
         QTest::newRow("a text") << u"main.c"_s;
@@ -233,7 +233,7 @@ private Q_SLOTS:
         QTest::newRow("nothing") << QString();
     }
 
-    void whatIsNoFileIsIgnored()
+    void droppedDataWithoutFilesIsIgnored()
     {
         QFETCH(QString, text);
         const WindowFixture f;
@@ -244,9 +244,30 @@ private Q_SLOTS:
         QVERIFY(f.answers->said.isEmpty());
     }
 
+    // Properties
+
+    void filePropertiesAreThoseOfTheFileInFrontIfNoneIsSelected()
+    {
+        const WindowFixture f;
+        f.writeProject(u"fw.vnp"_s, {u"a.c"_s});
+        QVERIFY(f.window->openWorkspace(f.writeWorkspace(u"fw.vnw"_s, {u"fw.vnp"_s}), false));
+        f.window->fileProperties();
+        QCOMPARE(f.status(), u"No file of a project is selected"_s);
+        f.open(u"b.c"_s);
+        f.window->fileProperties();
+        QCOMPARE(f.answers->said, QStringList());
+        f.open(u"a.c"_s);
+        f.answers->meet([](QDialog *dialog) {
+            QCOMPARE(dialog->objectName(), u"propertyEditorDialog"_s);
+            dialog->reject();
+        });
+        f.window->fileProperties();
+        QVERIFY(f.answers->allGiven());
+    }
+
     // Looks
 
-    void coloursThatNobodyChoseFollowTheDesktop()
+    void unchangedColoursFollowTheDesktop()
     {
         WindowFixture f;
         f.installation.write(u"config/textformats.xml"_s, formats("000000", "ffffff"));
@@ -271,7 +292,7 @@ private Q_SLOTS:
 
     // Tools
 
-    void theUsersMacrosAreEdited()
+    void macroCommandOpensTheMacroFile()
     {
         const WindowFixture f;
         f.installation.write(u"python/macros.py"_s, "installed\n");
@@ -279,9 +300,9 @@ private Q_SLOTS:
         QCOMPARE(f.document()->filename(), f.installation.path(u"python/macros.py"_s));
     }
 
-    // What cannot be written
+    // Unwritable settings
 
-    void settingsThatCannotBeWrittenKeepNobodyFromLeaving()
+    void windowClosesIfTheSettingsCannotBeWritten()
     {
         WindowFixture f;
         f.settings()->sync();
@@ -302,7 +323,7 @@ private Q_SLOTS:
         QVERIFY(other.openFile(f.write(u"b.c"_s, "x"), true));
         QVERIFY(f.window->close());
         QVERIFY(other.close());
-        QCOMPARE(f.recent(u"File"_s), QStringList(u"b.c"_s)); // the last to go has its way
+        QCOMPARE(f.recent(u"File"_s), QStringList(u"b.c"_s)); // the window that is closed last writes its list
     }
 };
 

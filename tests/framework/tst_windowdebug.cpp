@@ -16,7 +16,7 @@
 #include <QLabel>
 #include <QPluginLoader>
 
-// Debug sessions in the main window, from a plug-in's report to what the user sees.
+// Debug sessions in the main window, from a plug-in's report to the display.
 
 using namespace Qt::StringLiterals;
 
@@ -31,7 +31,7 @@ StubScript &script(const QString &label)
     return stub()->script(u'{' + label + u'}');
 }
 
-/// What the program's plug-ins can be: a processor named "fw", one named "dsp", and a tool chain named "cc".
+/// The plug-in objects of the tests: processors named "fw" and "dsp", and a tool chain named "cc".
 struct Plugins
 {
     Plugins()
@@ -66,7 +66,7 @@ public:
         calls();
     }
 
-    /// What processors and tool chains were told to do since the last time.
+    /// The commands to processors and tool chains since the last call.
     static QString calls()
     {
         QStringList calls = stub()->takeCalls();
@@ -122,7 +122,7 @@ public:
         return window->findChild<DockWindow *>(QString::fromLatin1(name));
     }
 
-    /// Writes down in Python which events come.
+    /// Records the script events in Python.
     void listen() const
     {
         PyObject *globals = PyModule_GetDict(PyImport_AddModule("__main__"));
@@ -192,7 +192,7 @@ private Q_SLOTS:
         QVERIFY(f.recent(u"File"_s).isEmpty());
     }
 
-    void theCommandsReachTheirOwner_data()
+    void commandsCallTheEnvironment_data()
     {
         QTest::addColumn<QByteArray>("command");
         QTest::addColumn<QString>("calls");
@@ -211,7 +211,7 @@ private Q_SLOTS:
         QTest::newRow("attach, in a session") << QByteArray("debugAttach") << QString();
     }
 
-    void theCommandsReachTheirOwner()
+    void commandsCallTheEnvironment()
     {
         QFETCH(QByteArray, command);
         const DebugWindow f;
@@ -223,7 +223,7 @@ private Q_SLOTS:
         QTEST(f.calls().remove(QFileInfo(f.path(u"main.c"_s)).path() + u'/'), "calls");
     }
 
-    void scriptsHearOfEvents()
+    void scriptEventsAreFired()
     {
         const DebugWindow f(2);
         f.listen();
@@ -256,7 +256,7 @@ private Q_SLOTS:
         QCOMPARE(stub()->objectCount(), 0);
     }
 
-    void aSessionThatOnlyStartsIsNotStopped()
+    void startingSessionIsNotStopped()
     {
         const DebugWindow f;
         f.window->activity().setState(StateInitialising);
@@ -264,7 +264,7 @@ private Q_SLOTS:
         QVERIFY(!f.calls().contains(u"stop"_s));
     }
 
-    void theStoredChoicesCount()
+    void storedActionsAreUsed()
     {
         DebugWindow f(2);
         f.settings()->setValue(u"Debug/action0"_s, 0);
@@ -299,7 +299,7 @@ private Q_SLOTS:
 
     // The status bar
 
-    void textsStandByTheirPositionsFromTheCursorOn()
+    void statusTextsAreOrderedByPosition()
     {
         const DebugWindow f;
         f.window->activity().setState(StateRunning);
@@ -317,14 +317,14 @@ private Q_SLOTS:
         QTRY_COMPARE(f.labels(), u"first changed third fourth"_s);
     }
 
-    void textsAreOfTheSession_data()
+    void statusTextsAreHiddenOutsideASession_data()
     {
         QTest::addColumn<int>("state");
         for (int state = StateNoWorkspace; state <= StateUnknown; ++state)
             QTest::addRow("%d", state) << state;
     }
 
-    void textsAreOfTheSession()
+    void statusTextsAreHiddenOutsideASession()
     {
         QFETCH(int, state);
         const DebugWindow f;
@@ -336,7 +336,7 @@ private Q_SLOTS:
 
     // A change of state
 
-    void aChangeGoesInItsOrder()
+    void stateChangeUpdatesTheWindowInOrder()
     {
         const DebugWindow f;
         QVERIFY(f.window->openFile(f.path(u"main.c"_s), false));
@@ -362,7 +362,7 @@ private Q_SLOTS:
                 .join(u'\n'));
     }
 
-    void theWindowsAreUpdatedBeforeTheStateIsThere()
+    void windowsAreUpdatedBeforeTheStateIsSet()
     {
         const DebugWindow f;
         f.window->activity().setState(StateRunning);
@@ -376,7 +376,7 @@ private Q_SLOTS:
         QCOMPARE(f.marks(), u"2=8"_s);
     }
 
-    void onlyTheBorderOfASessionMovesTheDocks_data()
+    void docksMoveOnlyAtStartAndEndOfASession_data()
     {
         QTest::addColumn<int>("from");
         QTest::addColumn<int>("to");
@@ -391,7 +391,7 @@ private Q_SLOTS:
         QTest::newRow("idle to idle") << 1 << 1 << false;
     }
 
-    void onlyTheBorderOfASessionMovesTheDocks()
+    void docksMoveOnlyAtStartAndEndOfASession()
     {
         QFETCH(int, from);
         QFETCH(int, to);
@@ -406,9 +406,9 @@ private Q_SLOTS:
         QCOMPARE(keys.filter(saved), keys);
     }
 
-    void aStateThatEndsMeanwhileIsNotEntered_data()
+    void stateReplacedDuringTheMessageIsNotEntered_data()
     {
-        QTest::addColumn<QString>("deed");
+        QTest::addColumn<QString>("event");
         QTest::addColumn<int>("state");
         QTest::addColumn<QString>("caption");
         QTest::newRow("workspace closed") << u"close"_s << 0 << u"Varnel"_s;
@@ -417,9 +417,9 @@ private Q_SLOTS:
         QTest::newRow("nothing") << u"nothing"_s << 5 << u"Varnel - all [paused]"_s;
     }
 
-    void aStateThatEndsMeanwhileIsNotEntered()
+    void stateReplacedDuringTheMessageIsNotEntered()
     {
-        QFETCH(QString, deed);
+        QFETCH(QString, event);
         const DebugWindow f;
         script(u"fw"_s).location = {u"gone.c"_s, 1};
         f.window->activity().setState(StateRunning);
@@ -427,18 +427,18 @@ private Q_SLOTS:
         const QObject ears;
         connect(f.window.get(), &MainWindow::showNextAvailable, &ears, [&](bool available) { showNext |= available; });
         f.answers->meet([&](QDialog *dialog) {
-            if (deed == u"close"_s)
+            if (event == u"close"_s)
                 f.window->closeWorkspace();
-            else if (deed == u"stop"_s)
+            else if (event == u"stop"_s)
                 f.window->debugStop();
-            else if (deed == u"run"_s)
+            else if (event == u"run"_s)
                 f.report(u"fw"_s, IExecutionEnvironment::ProgramRunning);
             dialog->accept();
         });
         f.report(u"fw"_s, IExecutionEnvironment::ProgramPaused);
         QTEST(int(f.window->activity().state()), "state");
         QTEST(f.caption(), "caption");
-        QCOMPARE(showNext, deed == u"nothing"_s);
+        QCOMPARE(showNext, event == u"nothing"_s);
         QVERIFY(f.answers->allGiven());
     }
 
@@ -501,7 +501,7 @@ private Q_SLOTS:
         QCOMPARE(f.marks(), QString());
     }
 
-    void whatThePluginSaysOfBreakpointsIsMarked()
+    void breakpointsReportedByThePluginAreMarked()
     {
         const DebugWindow f;
         QVERIFY(f.window->openFile(f.path(u"main.c"_s), false));
@@ -510,7 +510,7 @@ private Q_SLOTS:
         QCOMPARE(f.marks(), u"3=1"_s);
     }
 
-    void theMarginTellsHowABreakpointStands()
+    void markerToolTipShowsTheBreakpointState()
     {
         const DebugWindow f(2);
         script(u"dsp"_s).breakpoints = {{{{u"main.c"_s, 3}}, BreakpointDisabled}};

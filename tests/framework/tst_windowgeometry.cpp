@@ -49,7 +49,7 @@ private Q_SLOTS:
         m_directory = std::make_unique<QTemporaryDir>();
     }
 
-    void comesBackWhereItWas_data()
+    void positionIsRestored_data()
     {
         QTest::addColumn<QRect>("available");
         QTest::addColumn<int>("x");
@@ -73,7 +73,7 @@ private Q_SLOTS:
         QTest::newRow("no screen at all") << QRect() << 300 << 200 << QPoint(300, 200);
     }
 
-    void comesBackWhereItWas()
+    void positionIsRestored()
     {
         QFETCH(QRect, available);
         QFETCH(int, x);
@@ -88,7 +88,7 @@ private Q_SLOTS:
         QCOMPARE(restoredPlacement(huge, Screen), huge);
     }
 
-    void theFirstStartLeavesAMarginAllRound()
+    void firstStartLeavesAMarginOnAllSides()
     {
         QSettings settings(file(), QSettings::IniFormat);
         QCOMPARE(text(loadPlacement(settings, Screen)), u"50,50 1180x900"_s);
@@ -102,7 +102,7 @@ private Q_SLOTS:
         QCOMPARE(text(loadPlacement(settings, Screen)), u"50,7 640x900"_s);
     }
 
-    void whatIsNoNumberCountsAsMissing()
+    void invalidNumberCountsAsMissing()
     {
         store("[Geometry]\nMainWindowX=left\nMainWindowY=\nMainWindowWidth=99999999999\nMainWindowHeight=1,2\n");
         QSettings settings(file(), QSettings::IniFormat);
@@ -138,7 +138,7 @@ private Q_SLOTS:
         QCOMPARE(text(loadPlacement(settings, Screen)), text(placement));
     }
 
-    void aNormalWindowComesBackToItsOwnGeometry()
+    void normalWindowIsStoredWithItsOwnGeometry()
     {
         QWidget window;
         window.setGeometry(30, 40, 500, 300);

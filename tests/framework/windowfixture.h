@@ -54,7 +54,7 @@ public:
         window->closeWorkspace();
     }
 
-    /// Ends the program and starts it once more.
+    /// Ends the program and starts it again.
     void restart()
     {
         if (window)
@@ -101,7 +101,7 @@ public:
         return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
     }
 
-    /// Changes a file behind the editor's back, @p seconds into the future.
+    /// Changes a file like another program, with a modification time @p seconds in the future.
     void changeOutside(const QString &name, const QByteArray &content, int seconds = 10) const
     {
         write(name, content);
@@ -111,7 +111,7 @@ public:
             qFatal("cannot date %s", qPrintable(file.fileName()));
     }
 
-    /// Gives the window the focus as the desktop does.
+    /// Activates the window like the desktop.
     void activate() const
     {
         QEvent event(QEvent::WindowActivate);
@@ -136,10 +136,10 @@ public:
     [[nodiscard]] Document *document() const { return window->viewManager()->currentDocument(); }
     [[nodiscard]] TextView *view() const { return qobject_cast<TextView *>(window->viewManager()->currentView()); }
     [[nodiscard]] QString text() const { return view()->textDocument()->text()->toPlainText(); }
-    /// Puts @p text at the cursor, as by the keyboard.
+    /// Inserts @p text at the cursor like the keyboard.
     void type(const QString &text) const { view()->insertText(text); }
 
-    /// The names of the open projects; those that could not be loaded stand in brackets.
+    /// The names of the open projects; those that could not be loaded are in brackets.
     [[nodiscard]] QStringList projects() const
     {
         QStringList names;

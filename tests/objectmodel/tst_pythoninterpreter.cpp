@@ -58,6 +58,29 @@ private Q_SLOTS:
         QVERIFY(!PyErr_Occurred());
     }
 
+    void packagesOfTheVirtualEnvironmentCanBeImported()
+    {
+        const QString venv = m_directory.filePath(u"my venv"_s);
+        const QString packages = venv + u"/lib/python%1.%2/site-packages"_s.arg(PY_MAJOR_VERSION).arg(PY_MINOR_VERSION);
+        QVERIFY(QDir().mkpath(packages));
+        QFile module(packages + u"/answers.py"_s);
+        QVERIFY(module.open(QIODevice::WriteOnly) && module.write("answer = 42\n") > 0);
+        module.close();
+        create({m_directory.path(), QString(), venv});
+        QCOMPARE(shown({u"import answers; answers.answer"_s}), u"42\n>>> "_s);
+        m_interpreter->start({});
+        QVERIFY(!m_shown.contains(u"virtual environment"_s));
+    }
+
+    void virtualEnvironmentWithoutPackagesIsReported()
+    {
+        create({m_directory.path(), QString(), u"/nowhere"_s});
+        m_interpreter->start({});
+        QVERIFY(m_shown.endsWith(
+            u"The virtual environment '/nowhere' has no packages for Python %1.%2.\n>>> "_s.arg(PY_MAJOR_VERSION)
+                .arg(PY_MINOR_VERSION)));
+    }
+
     void linesAreExecuted_data()
     {
         QTest::addColumn<QStringList>("lines");

@@ -7,7 +7,7 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-/// An environment that can be attached to and that may do something when it is asked about that.
+/// An environment that can be attached to, and that calls a function when this is queried.
 class FakeEnvironment : public InterfaceObject<IExecutionEnvironment>
 {
 public:
@@ -122,20 +122,20 @@ private Q_SLOTS:
 
     // State
 
-    void aNewStateIsAnnouncedInFourSteps()
+    void newStateEmitsFourSignalsInOrder()
     {
         m_activity->setState(StateBuilding);
         QCOMPARE(takeLog(),
                  (QStringList{u"entering 2 in 1"_s, u"changing 2 in 1"_s, u"availability"_s, u"entered 2 in 2"_s}));
     }
 
-    void theSameStateIsEnteredWithoutAChange()
+    void sameStateEmitsNoStateChanging()
     {
         m_activity->setState(StateIdle);
         QCOMPARE(takeLog(), (QStringList{u"entering 1 in 1"_s, u"entered 1 in 1"_s}));
     }
 
-    void aChangeThatIsOvertakenWhileEnteringIsDropped()
+    void changeReplacedWhileEnteringIsDropped()
     {
         bool once = true;
         connect(m_activity.get(), &Activity::stateEntering, this, [&](ActivityState next) {
@@ -147,7 +147,7 @@ private Q_SLOTS:
         QCOMPARE(m_log.filter(u"entered"_s), QStringList{u"entered 6 in 6"_s});
     }
 
-    void aReportWhileThePluginIsAskedOvertakesTheChange()
+    void reportDuringThePluginCallReplacesTheChange()
     {
         auto *environment = new FakeEnvironment;
         auto workspace = makeWorkspace({u"fw"_s});
@@ -174,7 +174,7 @@ private Q_SLOTS:
 
     // Workspace
 
-    void openingAWorkspaceAnnouncesProjectsThenTheWorkspaceThenIdle()
+    void openingEmitsProjectsThenTheWorkspaceThenIdle()
     {
         m_activity->setState(StateNoWorkspace);
         takeLog();
@@ -186,7 +186,7 @@ private Q_SLOTS:
         QCOMPARE(m_activity->currentProject()->name(), u"fw"_s);
     }
 
-    void aProjectThatCouldNotBeReadIsNotAnnounced()
+    void unreadableProjectIsNotEmitted()
     {
         auto workspace = makeWorkspace({u"fw"_s, u"lib"_s});
         QVERIFY(QFile::remove(m_directory->filePath(u"lib.vnp"_s)));
@@ -196,7 +196,7 @@ private Q_SLOTS:
         QCOMPARE(names().size(), 2);
     }
 
-    void closingDeletesTheWorkspaceBetweenItsSignals()
+    void workspaceIsDeletedBetweenTheTwoSignalsOfClosing()
     {
         m_activity->openWorkspace(makeWorkspace({u"fw"_s}));
         connect(m_activity->workspace(), &QObject::destroyed, this,
@@ -252,7 +252,7 @@ private Q_SLOTS:
         QCOMPARE(m_activity->state(), StateNoWorkspace);
     }
 
-    void closingNeedsAWorkspace()
+    void closingWithoutAWorkspaceFailsAnAssertion()
     {
         QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"^ASSERT: \"m_workspace\""_s));
         m_activity->closeWorkspace();
@@ -261,7 +261,7 @@ private Q_SLOTS:
 
     // Projects
 
-    void theFirstProjectOfAnEmptyWorkspaceChangesWhatIsAvailable()
+    void firstProjectOfAnEmptyWorkspaceEmitsAvailability()
     {
         m_activity->openWorkspace(makeWorkspace({}));
         QSignalSpy available(m_activity.get(), &Activity::availabilityChanged);
@@ -271,7 +271,7 @@ private Q_SLOTS:
         QCOMPARE(m_activity->currentProject()->name(), u"fw"_s);
     }
 
-    void aProjectIsAnnouncedBeforeItIsAdded()
+    void projectLoadedIsEmittedBeforeAProjectIsAdded()
     {
         m_activity->openWorkspace(makeWorkspace({u"fw"_s}));
         takeLog();

@@ -19,7 +19,7 @@ const QStringList AllNames{u"projectOpen"_s,
                            u"showNext"_s,
                            u"attach"_s};
 
-/// The names of what is possible, in the order of the fields.
+/// The names of the available commands, in the order of the fields.
 QStringList names(const ActivityAvailability &can)
 {
     const QList<bool> fields{can.projectOpen,
@@ -67,7 +67,7 @@ private Q_SLOTS:
         QCOMPARE(int(StateUnknown), 7);
     }
 
-    void theStateDecides_data()
+    void availabilityFollowsFromTheState_data()
     {
         QTest::addColumn<int>("state");
         QTest::addColumn<QString>("possible");
@@ -83,13 +83,13 @@ private Q_SLOTS:
         QTest::newRow("unknown") << 7 << u"stop"_s;
     }
 
-    void theStateDecides()
+    void availabilityFollowsFromTheState()
     {
         QFETCH(int, state);
         QTEST(names(activityAvailability(ActivityState(state), Everything)).join(u' '), "possible");
     }
 
-    void whatIsAbsentMakesItsCommandsImpossible_data()
+    void missingPartsDisableTheirCommands_data()
     {
         QTest::addColumn<ActivityContext>("context");
         QTest::addColumn<QString>("impossible");
@@ -109,7 +109,7 @@ private Q_SLOTS:
         QTest::newRow("no workspace") << context << ofTarget + u' ' + ofProject + u" workspaceEditing"_s;
     }
 
-    void whatIsAbsentMakesItsCommandsImpossible()
+    void missingPartsDisableTheirCommands()
     {
         QFETCH(ActivityContext, context);
         QFETCH(QString, impossible);
@@ -135,7 +135,7 @@ private Q_SLOTS:
         QTEST(isDebugState(ActivityState(state)), "debug");
     }
 
-    void theCaptionTellsOfTheTarget_data()
+    void captionShowsTheStateOfTheTarget_data()
     {
         QTest::addColumn<int>("state");
         QTest::addColumn<QString>("suffix");
@@ -149,7 +149,7 @@ private Q_SLOTS:
         QTest::newRow("unknown") << 7 << u" [unknown]"_s;
     }
 
-    void theCaptionTellsOfTheTarget()
+    void captionShowsTheStateOfTheTarget()
     {
         QFETCH(int, state);
         QTEST(captionSuffix(ActivityState(state)), "suffix");

@@ -343,6 +343,8 @@ private Q_SLOTS:
         QCOMPARE(rows(), u"Build / Files\n  Output\n"_s);
         QTest::keyClick(filter(), Qt::Key_Down); // to the first row
         QVERIFY(list()->hasFocusInside());
+        QCOMPARE(list()->currentItem(), row(u"Output"_s));
+        QVERIFY(list()->currentItem()->isEditing());
         filter()->setFocus();
         QTest::keyClick(filter(), Qt::Key_Escape);
         QCOMPARE(rows(), u"Optimisation=Speed\nWarnings=Yes\nColour=red\n"_s);

@@ -231,14 +231,14 @@ private Q_SLOTS:
         QFETCH(const quint32, seed);
         QFETCH(const int, pastedLines);
         Editing editing(seed, pastedLines);
-        for (int step = 0; step < 1500; ++step) {
+        for (int step = 0; step < 1200; ++step) {
             editing.edit(step);
             if (step % 50 == 0 || editing.model.lineCount() < 100) {
                 QCOMPARE(editing.f.document->text()->blockCount(), editing.model.lineCount());
                 QCOMPARE(editing.f.markers(), editing.model.markers());
                 QCoreApplication::processEvents();
             }
-            if (step % 500 == 499)
+            if (step % 400 == 399)
                 QCOMPARE(editing.highlighted(), editing.highlightedFromScratch());
         }
         const EditorFixture &f = editing.f;

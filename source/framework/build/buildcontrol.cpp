@@ -102,7 +102,7 @@ void BuildControl::run(Work work, Project *project)
         start("IBuildEnvironment::clean", project, [&](auto *environment) { environment->clean(configurations); });
 }
 
-/// Whatever ends the work without a word of the plug-in ends the building state, too.
+/// If the call throws, the plug-in reports no end of the work, so the building state ends here.
 void BuildControl::start(const char *operation, const Project *project,
                          const std::function<void(IBuildEnvironment *)> &work)
 {
@@ -141,7 +141,7 @@ void BuildControl::buildFinished(bool success)
 {
     m_buildSucceeded = success;
     if (!m_activity.workspace())
-        return; // said by a plug-in that goes with its workspace
+        return; // reported by a plug-in that is deleted with its workspace
     leaveBuilding();
     m_window.checkFileChanges();
 }
@@ -217,7 +217,7 @@ bool BuildControl::canCompile() const
     });
 }
 
-// What else the menu has
+// Other commands of the menu
 
 void BuildControl::buildBatchBuild()
 {
@@ -226,7 +226,7 @@ void BuildControl::buildBatchBuild()
     if (!project || !m_window.fileSaveAll() || !alive)
         return;
     setLookupPattern(project);
-    // the name of another dialog: scripts and test drivers know this one by it
+    // the name of another dialog: scripts and test drivers find this one by it
     BatchBuildDialog dialog(project, project->buildInterface(), m_window.dialogParent(), u"newConfigurationDialog"_s);
     m_window.showOutputDock();
     displayBuildPage();

@@ -8,8 +8,8 @@ class Project;
 class QAction;
 class WindowServices;
 
-/// The commands of the "Build" menu: a build from the command to buildFinished(). The work itself is done by the build
-/// environments of projects, one piece at a time; while it runs the program is in its building state.
+/// The commands of the "Build" menu: a build from the command to buildFinished(). The build environments of projects do
+/// the work, one build at a time; while it runs the program is in its building state.
 class BuildControl : public QObject
 {
     Q_OBJECT
@@ -19,11 +19,11 @@ public:
     ~BuildControl() override;
 
     [[nodiscard]] QString currentFile() const { return m_currentFile; }    ///< What the compile command acts on.
-    [[nodiscard]] bool buildSucceeded() const { return m_buildSucceeded; } ///< What the last build ended with.
-    [[nodiscard]] bool buildStopped() const { return m_buildStopped; }     ///< The user broke off the last build.
+    [[nodiscard]] bool buildSucceeded() const { return m_buildSucceeded; } ///< The result of the last build.
+    [[nodiscard]] bool buildStopped() const { return m_buildStopped; }     ///< The user stopped the last build.
     void clearBuildStopped() { m_buildStopped = false; }
-    /// Starts the work that the build environment of @p project, which may be null, wants done before each debug
-    /// session. False, and nothing happens, if it does not offer any.
+    /// Starts the work that the build environment of @p project, which may be null, does before each debug session.
+    /// Returns false, and does nothing, if it does not offer any.
     bool buildForDebug(const Project *project);
 
 public Q_SLOTS:
@@ -35,7 +35,7 @@ public Q_SLOTS:
     void buildBuildAlt();
     void buildRebuildAlt();
     void buildCleanAlt();
-    void buildStopBuild(); ///< The building state lasts until buildFinished() all the same.
+    void buildStopBuild(); ///< The building state still lasts until buildFinished().
     void buildBatchBuild();
     void buildConfigurationsNew();
     void buildConfigurationsEdit();

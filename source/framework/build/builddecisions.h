@@ -4,15 +4,15 @@
 class Project;
 class ProjectWorkspace;
 
-/// What the compile command says: "%1" in @p pattern stands for the name of @p file, or for "file" if it is empty.
+/// The text of the compile command: "%1" in @p pattern stands for the name of @p file, or for "file" if it is empty.
 [[nodiscard]] QString compileText(const QString &pattern, const QString &file);
 
 /// The project that compiles @p file: the current one if the file is among its files, else the first that has it, else
 /// null. @p workspace may be null.
 [[nodiscard]] Project *compilingProject(const ProjectWorkspace *workspace, const QString &file);
 
-/// Whether it is worth asking the environment of @p project, which may be null, if it can compile @p file.
+/// Whether the environment of @p project, which may be null, is to be asked if it can compile @p file.
 [[nodiscard]] bool mayCompile(ActivityState state, const QString &file, const Project *project);
 
-/// The pattern by which lines of the build output lead to the source, in the current configuration of @p project.
+/// The pattern of source lines in the build output, in the current configuration of @p project.
 [[nodiscard]] QString buildMatch(const Project &project);

@@ -34,7 +34,7 @@ DebugControl::~DebugControl() = default;
 
 void DebugControl::enterState(ActivityState next)
 {
-    if (next == StateIdle && isDebugState(m_activity.state())) // also after a start that failed at a later processor
+    if (next == StateIdle && isDebugState(m_activity.state())) // also if the start failed at a later processor
         m_nextStatement.clearMarker();
     if (next == StatePaused)
         updateDebugWindows(AllParts);
@@ -53,7 +53,7 @@ void DebugControl::updateDebugWindows(int parts)
 void DebugControl::currentProjectChanged()
 {
     if (const Activity::Environment environment = m_activity.currentEnvironment()) {
-        // Some environments become ready for what follows by this question.
+        // Some environments need this call before the following ones.
         runPlugin("IExecutionEnvironment::programStatus", [&] { (void)environment->programStatus(); });
         if (const auto info = m_reports.info(environment.get()))
             m_window.showStatusInfo(info->text, info->position);

@@ -9,13 +9,13 @@
 class BuildControl;
 
 /// The commands of the "Debug" menu, and what the execution environments report: a session from its start to its end,
-/// with one processor for each project of the workspace. Each subject has a class of its own; this one hands commands
-/// over to them and reacts to reports and changes of state.
+/// with one processor for each project of the workspace. Each subject has a class of its own; this one calls them and
+/// reacts to reports and changes of state.
 class DebugControl : public QObject
 {
     Q_OBJECT
 public:
-    /// What updateDebugWindows() refreshes.
+    /// The parts that updateDebugWindows() refreshes.
     enum Part { DataWindows = 1, RegisterWindow = 2, NextStatementPart = 4, AllParts = 7 };
 
     /// All arguments outlive this object. Sessions begin with a build, so that it needs the build control.
@@ -54,7 +54,7 @@ public Q_SLOTS:
     void fileOpened(); ///< A document came to the front, or was reloaded.
 
 Q_SIGNALS:
-    void updateRegisterWindow(); ///< What is shown of registers is out of date.
+    void updateRegisterWindow(); ///< Registers have changed.
     void updateDataWindows();    ///< The same for peripherals, watches and memory.
 
 private:

@@ -26,7 +26,7 @@ std::optional<ActivityState> stateForStatus(IExecutionEnvironment::ProgramStatus
     case IExecutionEnvironment::ProgramFinished:
         return StateFinished;
     }
-    return std::nullopt; // a plug-in may say any number
+    return std::nullopt; // a plug-in may return any number
 }
 
 std::optional<ActivityState> stateAfterReport(ActivityState state, IExecutionEnvironment::ProgramStatus status)

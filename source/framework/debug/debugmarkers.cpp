@@ -42,13 +42,13 @@ QList<BreakpointRecord> breakpointsOf(const Project &project)
     return askPlugin("IBreakpoints::breakpoints", [&] { return breakpoints->breakpoints(); });
 }
 
-/// A place as documents name it: with an absolute path, or in the disassembly.
+/// A place with the file name of its document: an absolute path, or the name of a disassembly.
 BreakpointLocation documentPlace(const Project &project, const BreakpointLocation &place)
 {
     return {isDisassemblyName(place.file) ? place.file : project.absolutePath(place.file), place.line};
 }
 
-/// What the breakpoints of a line come to.
+/// The combined mark for the breakpoints of a line.
 struct LineMark
 {
     int markers = 0;
@@ -58,7 +58,7 @@ struct LineMark
 /// The marks by line, by document.
 using Marks = QHash<QString, QMap<int, LineMark>>;
 
-/// A record need not say whose disassembly it means, a document does.
+/// A document's name contains the environment of its disassembly; a record may leave it out.
 QString markName(const QString &file, IExecutionEnvironment *environment)
 {
     return isDisassemblyName(file) ? disassemblyName(environment, {}) : file;
@@ -120,7 +120,7 @@ void refreshExecutionMarker(const Project *project, const ViewManager &views)
         int line = 0;
         const bool known = askPlugin("IExecutionEnvironment::currentLocation",
                                      [&] { return environment->currentLocation(file, line); });
-        IViewWithMarkers *markers = view.markers(); // a plug-in that was asked may have closed the view
+        IViewWithMarkers *markers = view.markers(); // the plug-in may have closed the view in the call
         if (known && markers && (file == path || file == view.file))
             markers->setMarker(line, IViewWithMarkers::CurrentLineMarker, true, false);
     }

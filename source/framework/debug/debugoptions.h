@@ -4,7 +4,7 @@
 class QSettings;
 class QWidget;
 
-/// What may concern one or all processors when there are several projects. The numbers are those of the settings.
+/// Events that concern one or all processors if there are several projects. The numbers are those of the settings.
 enum DebugEvent { RunEvent = 0, PauseEvent = 1, RestartEvent = 2, WakeupEvent = 3, BreakpointEvent = 4 };
 
 /// Which processors an event concerns.
@@ -12,15 +12,15 @@ enum DebugAction {
     CurrentProcessor = 0,
     AllProcessors = 1,
     AskForProcessors = 2,
-    NoProcessor = 3 ///< the user was asked and gave none; never stored
+    NoProcessor = 3 ///< the user cancelled the question; never stored
 };
 
-/// The question by which the user is asked about @p event; empty for BreakpointEvent, which is never asked about.
+/// The question to the user about @p event; empty for BreakpointEvent, for which there is no question.
 [[nodiscard]] QString debugQuestion(DebugEvent event);
-/// The words for the actions of @p event from CurrentProcessor on; BreakpointEvent has no words for asking.
+/// The texts for the actions of @p event from CurrentProcessor on; BreakpointEvent has none for the question.
 [[nodiscard]] QStringList debugActionTexts(DebugEvent event);
 
-/// The user's choice for each event. At first all processors are concerned.
+/// The user's choice for each event. The default is all processors.
 class DebugOptions
 {
 public:
@@ -28,7 +28,7 @@ public:
 
     [[nodiscard]] DebugAction action(DebugEvent event) const;
     void setAction(DebugEvent event, DebugAction action);
-    /// In the group "Debug". Numbers that are no actions leave what there is.
+    /// Reads the group "Debug". Invalid numbers are ignored.
     void load(const QSettings &settings);
     void save(QSettings &settings) const;
 
@@ -36,6 +36,6 @@ private:
     QMap<int, int> m_actions;
 };
 
-/// The processors that @p event concerns. Asks the user if that is stored so, and stores the answer, in @p options
-/// only, if the user does not want to be asked again.
+/// The processors that @p event concerns. Asks the user if the options require that. If the user chooses not to be
+/// asked again, stores the answer, in @p options only.
 [[nodiscard]] DebugAction resolveAction(DebugOptions &options, DebugEvent event, QWidget *parent);

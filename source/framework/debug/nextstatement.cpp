@@ -91,7 +91,7 @@ void NextStatement::showSource()
     auto *markers = viewInterface<IViewWithMarkers>(m_window.viewManager()->currentView());
     if (!known || !markers || !markers->hasMarker(line, IViewWithMarkers::CurrentLineMarker))
         return;
-    file.clear(); // asks for the place in the source
+    file.clear(); // requests the place in the source
     if (askLocation(environment.get(), ask))
         (void)openSource(file);
 }

@@ -4,7 +4,7 @@ class Activity;
 class Breakpoints;
 class WindowServices;
 
-/// Shows where the program of the current project stands: in its source, or in the disassembly.
+/// Shows the next statement of the current project's program: in its source, or in the disassembly.
 class NextStatement : public QObject
 {
     Q_OBJECT
@@ -14,7 +14,7 @@ public:
 
     /// Goes to the next statement and marks it. Shows a message if there is no place to go to.
     void show();
-    /// From the disassembly goes to the source of the next statement; elsewhere only marks what is to be marked.
+    /// In the disassembly, goes to the source of the next statement; in other views only updates the markers.
     void showSource();
     void viewDisassembly();
     void refreshMarker();

@@ -3,8 +3,8 @@
 #include <optional>
 #include <QHash>
 
-/// What each execution environment has reported last. Environments are kept by their keys, so one that is gone is never
-/// mistaken for a later one at its address.
+/// The last report of each execution environment. Environments are stored by their keys, so that a deleted one is never
+/// confused with a later one at the same address.
 class ProcessorReports
 {
 public:
@@ -17,7 +17,7 @@ public:
     struct Status
     {
         IExecutionEnvironment::ProgramStatus status = IExecutionEnvironment::ProgramUnknown;
-        int count = 0; ///< how many reports there were so far
+        int count = 0; ///< the number of reports so far
     };
 
     void addStatus(IExecutionEnvironment *environment, IExecutionEnvironment::ProgramStatus status);

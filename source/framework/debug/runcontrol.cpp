@@ -29,8 +29,8 @@ RunControl::RunControl(Activity &activity, WindowServices &window, SessionStart 
     : QObject(parent), m_activity(activity), m_window(window), m_session(session), m_reports(reports)
 {}
 
-/// With one processor there is nothing to choose. The session may end while the user is asked; then there is nothing to
-/// do any more.
+/// With one processor there is nothing to choose. The session may end while the question is open; then nothing is left
+/// to do.
 DebugAction RunControl::resolve(DebugEvent event)
 {
     if (m_activity.projects().size() < 2)
@@ -40,7 +40,7 @@ DebugAction RunControl::resolve(DebugEvent event)
     return wasDebugging && !m_activity.isDebugging() ? NoProcessor : action;
 }
 
-/// False if the user was asked and gave no processor, or if the session has ended meanwhile.
+/// False if the user cancelled the question, or if the session has ended meanwhile.
 bool RunControl::carryOut(const Command &command)
 {
     const DebugAction action = resolve(command.event);
@@ -64,7 +64,7 @@ void RunControl::carryOut(const Command &command, DebugAction action) const
     }
 }
 
-/// By the environment that can operate all processors at once. False if there is none.
+/// Uses the environment that can operate all processors at once. False if there is none.
 bool RunControl::carryOutTogether(const Command &command) const
 {
     std::vector<InterfacePtr<IMultiProcessorSync>> offers;
@@ -191,7 +191,7 @@ void RunControl::stop()
         return;
     for (const Activity::Environment &environment : m_activity.environments())
         runPlugin("IExecutionEnvironment::stop", [&] { environment->stop(); });
-    m_reports.clear(); // of reports that came while they stopped
+    m_reports.clear(); // reports that arrived while the processors stopped
     if (m_activity.workspace())
         m_activity.setState(StateIdle);
     m_window.fireEvent(u"onStopped"_s);

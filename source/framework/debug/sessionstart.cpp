@@ -32,7 +32,7 @@ bool SessionStart::start(bool attachOnly)
 
 bool SessionStart::prepare()
 {
-    m_build.clearBuildStopped(); // of a build that has nothing to do with this session
+    m_build.clearBuildStopped(); // from an earlier build
     m_window.showOutputDock();
     if (!m_window.fileSaveAll() || !m_activity.currentProject())
         return false;
@@ -77,7 +77,7 @@ bool SessionStart::offerRebuild()
     return m_activity.currentProject() && isUpToDate();
 }
 
-/// Closing the workspace, and so ending the program, ends the building state as well.
+/// Closing the workspace, and so the end of the program, ends the building state as well.
 void SessionStart::waitForBuild() const
 {
     while (m_activity.state() == StateBuilding)
@@ -104,7 +104,7 @@ bool SessionStart::startProjects(bool attachOnly)
     return true;
 }
 
-/// A project that starts after the current one has reported puts the state back to initialising.
+/// A project that starts after the current one has reported sets the state back to initialising.
 void SessionStart::adoptReportedState()
 {
     if (m_activity.state() != StateInitialising)

@@ -1,5 +1,7 @@
 #include "morepage.h"
+#include "questions.h"
 #include "ui_morepagebase.h"
+#include <QPointer>
 
 using namespace Qt::StringLiterals;
 
@@ -10,6 +12,9 @@ MorePage::MorePage(const MoreOptions &options, QWidget *parent, const QString &n
     setObjectName(name);
     m_ui->LineNumbersCheck->setChecked(options.lineNumbers);
     m_ui->CurrentLineCheck->setChecked(options.currentLine);
+    m_ui->ZoomSpin->setValue(options.zoom);
+    m_ui->VirtualEnvironmentEdit->setText(options.virtualEnvironment);
+    connect(m_ui->VirtualEnvironmentButton, &QPushButton::clicked, this, &MorePage::chooseVirtualEnvironment);
     fillAddresses(options.automationAddress);
 }
 
@@ -27,9 +32,20 @@ void MorePage::fillAddresses(const std::optional<QString> &current)
     m_ui->AutomationCombo->setCurrentIndex(int(m_addresses.indexOf(current)));
 }
 
+void MorePage::chooseVirtualEnvironment()
+{
+    const QPointer<MorePage> self(this);
+    const QString directory = askForDirectory(
+        this, {u"virtualEnvironmentDialog"_s, tr("Virtual Environment"), m_ui->VirtualEnvironmentEdit->text(), {}});
+    if (self && !directory.isEmpty())
+        m_ui->VirtualEnvironmentEdit->setText(directory);
+}
+
 MoreOptions MorePage::options() const
 {
     return {.lineNumbers = m_ui->LineNumbersCheck->isChecked(),
             .currentLine = m_ui->CurrentLineCheck->isChecked(),
+            .zoom = m_ui->ZoomSpin->value(),
+            .virtualEnvironment = m_ui->VirtualEnvironmentEdit->text().trimmed(),
             .automationAddress = m_addresses[m_ui->AutomationCombo->currentIndex()]};
 }

@@ -17,6 +17,7 @@ public:
     [[nodiscard]] MoreOptions options() const;
 
 private:
+    void chooseVirtualEnvironment();
     void fillAddresses(const std::optional<QString> &current);
 
     const std::unique_ptr<Ui::MorePageBase> m_ui;

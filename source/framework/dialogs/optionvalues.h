@@ -18,8 +18,10 @@ struct EditorOptions
 /// What the tab "More" of the options dialog edits.
 struct MoreOptions
 {
-    bool lineNumbers = false;
-    bool currentLine = false;
+    bool lineNumbers = true;
+    bool currentLine = true;
+    int zoom = 100;                                ///< of documents, in percent
+    QString virtualEnvironment = {};               ///< a directory; empty for none
     std::optional<QString> automationAddress = {}; ///< none for all interfaces of this computer
 
     bool operator==(const MoreOptions &) const = default;

@@ -16,7 +16,7 @@ QList<ExtensionCommand> commandsOf(IExtensionCommands *interface)
 
 MenuEntry entryOf(const ExtensionCommand &command, const QString &text)
 {
-    const std::optional<bool> checked = command.checked ? std::optional(true) : std::nullopt; // most are no switches
+    const std::optional<bool> checked = command.checked ? std::optional(true) : std::nullopt; // most are not checkable
     return {.text = text, .checked = checked, .enabled = command.enabled, .whatsThis = command.whatsThis};
 }
 

@@ -3,7 +3,7 @@
 #include "interfaceobject.h"
 #include <QObject>
 
-/// What a build environment says, as signals. Begins without a reference and lives as long as somebody holds one.
+/// The reports of a build environment, as signals. Starts with no reference; the last release() deletes it.
 class IBuildEventsImpl : public QObject, public InterfaceObject<IBuildEvents>
 {
     Q_OBJECT

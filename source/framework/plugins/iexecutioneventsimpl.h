@@ -4,8 +4,8 @@
 #include "interfaceobject.h"
 #include <QObject>
 
-/// What an execution environment says, as signals that tell which one spoke. Begins without a reference and lives as
-/// long as somebody holds one.
+/// The reports of an execution environment, as signals that have the environment as an argument. Starts with no
+/// reference; the last release() deletes it.
 class IExecutionEventsImpl : public QObject, public InterfaceObject<IExecutionEvents>
 {
     Q_OBJECT
@@ -13,7 +13,7 @@ public:
     using ProcessorStatus = IExecutionEnvironment::ProcessorStatus;
     using ProgramStatus = IExecutionEnvironment::ProgramStatus;
 
-    /// @p environment is the one that it stands for; no reference is taken.
+    /// @p environment is the argument of the signals; no reference is taken.
     explicit IExecutionEventsImpl(IExecutionEnvironment *environment);
     ~IExecutionEventsImpl() override;
 
@@ -24,7 +24,7 @@ public:
     void breakpointsChanged() override;
 
 Q_SIGNALS:
-    void sigFeedback(const QString &page, const QString &text, bool serious); ///< The page comes first here.
+    void sigFeedback(const QString &page, const QString &text, bool serious); ///< In feedback(), the text is first.
     void sigProcessorStatusChanged(IExecutionEnvironment::ProcessorStatus status, IExecutionEnvironment *environment);
     void sigProgramStatusChanged(IExecutionEnvironment::ProgramStatus status, IExecutionEnvironment *environment);
     void sigStatusInfo(const QString &text, int position, IExecutionEnvironment *environment);

@@ -24,7 +24,7 @@ QRESULT IQueryPluginInterfaceImpl::queryInterface(const QUuid &id, QUnknownInter
         if (--index > 0)
             hit->release();
         else
-            *out = hit; // plug-ins rely on the last one, so a hit that was stored before is let go unreleased
+            *out = hit; // plug-ins expect the last hit; an earlier one is overwritten, not released
     }
     return QS_OK;
 }
@@ -37,7 +37,7 @@ int IQueryPluginInterfaceImpl::interfaceCount(const QUuid &id)
     return int(hits.size());
 }
 
-/// What the environments of the other projects give for @p id, in order, each with a reference for the caller.
+/// The interfaces @p id of the environments of the other projects, in order, each with a reference for the caller.
 QList<QUnknownInterface *> IQueryPluginInterfaceImpl::offers(const QUuid &id) const
 {
     QList<QUnknownInterface *> environments;

@@ -5,12 +5,12 @@
 class Activity;
 class Project;
 
-/// Gives one project access to the environments of the others in its workspace. Begins without a reference. When the
-/// project is gone it finds nothing.
+/// Gives one project access to the environments of the others in its workspace. Starts with no reference. After the
+/// project was deleted it finds nothing.
 class IQueryPluginInterfaceImpl : public InterfaceObject<IQueryPluginInterface>
 {
 public:
-    /// @p selfProject, which must not be null, is the one that asks.
+    /// @p selfProject, which must not be null, is the project that gets access.
     IQueryPluginInterfaceImpl(const Activity *activity, Project *selfProject);
     ~IQueryPluginInterfaceImpl() override;
 

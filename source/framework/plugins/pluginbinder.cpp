@@ -98,7 +98,7 @@ void PluginBinder::bindExecutionEnvironment(Project *project)
 }
 
 /// A new object of the plug-in @p feature as its interface Environment. A plug-in that has another main interface is
-/// ignored without a word.
+/// ignored without a message.
 template <typename Environment>
 InterfacePtr<Environment> PluginBinder::create(const QString &feature, const QString &ifMissing)
 {
@@ -117,7 +117,7 @@ InterfacePtr<IBuildEvents> PluginBinder::makeBuildEvents(const Project *project)
     connect(events, &IBuildEventsImpl::sigXmlFeedback, this, &PluginBinder::xmlFeedback);
     connect(events, &IBuildEventsImpl::sigFeedback, m_window.outputWindow()->page(OutputWindow::Build),
             &OutputPage::outputLine);
-    // a plug-in object that outlives its project, because somebody else has a reference, has nothing more to say
+    // reports of a plug-in object that outlives its project, because of another reference, are ignored
     connect(project, &QObject::destroyed, events, [events] { events->disconnect(); });
     return shareInterface<IBuildEvents>(events);
 }
@@ -174,12 +174,12 @@ void PluginBinder::addDockWindow(QWidget *widget, const Project *project)
     const QString caption = widget->windowTitle();
     const QString title = DynamicMenus::commandText(caption, project->name(), int(m_activity.projects().size()));
     QString name = u"plugin"_s + caption;
-    if (hasExtensionDock(name)) // of another project: the layout knows windows by their names
+    if (hasExtensionDock(name)) // of another project: the layout identifies windows by their names
         name = u"plugin"_s + title;
     QDockWidget *dock = m_window.addDock(name, title, Qt::RightDockWidgetArea);
     dock->setFeatures(QDockWidget::DockWidgetClosable | QDockWidget::DockWidgetMovable
                       | QDockWidget::DockWidgetFloatable);
-    dock->setWidget(widget); // and shows it there
+    dock->setWidget(widget); // this also shows the widget
     dock->hide();
     m_extensionDocks.append(dock);
 }

@@ -14,7 +14,7 @@ class Project;
 class QDockWidget;
 class WindowServices;
 
-/// Gives projects the objects of the plug-ins that they name, passes on what these report, and owns their dock windows.
+/// Creates the plug-in objects that projects name, forwards their reports, and owns their dock windows.
 class PluginBinder : public QObject
 {
     Q_OBJECT
@@ -23,8 +23,8 @@ public:
     PluginBinder(const Activity &activity, WindowServices &window, QObject *parent = nullptr);
     ~PluginBinder() override;
 
-    /// Binds a project that has been loaded well. The user is told of a plug-in that is missing or that could not be
-    /// initialised; the latter stays bound.
+    /// Binds a project that was loaded without an error. Shows a message if a plug-in is missing or cannot be
+    /// initialised; in the latter case it stays bound.
     void bindProjectPlugins(Project *project);
     /// Shows the widgets of a project's environment as hidden dock windows.
     void addPluginDockWindows(IDockExtension *iface, const Project *project);
@@ -34,10 +34,10 @@ public:
     [[nodiscard]] QList<MenuEntry> extensionDockEntries() const; ///< Their menu items, checked while shown.
     /// Shows the dock window at @p index if it is hidden, and hides it if not. Other numbers do nothing.
     void toggleExtensionDock(int index) const;
-    /// For the end of the workspace, after its projects have gone.
+    /// To be called at the end of the workspace, after its projects were deleted.
     void deleteExtensionDocks();
 
-Q_SIGNALS: // what the environments say
+Q_SIGNALS: // the reports of the environments
     void buildFinished(bool success);
     void xmlFeedback(const QString &xml);
     void processorStatusChanged(IExecutionEnvironment::ProcessorStatus status, IExecutionEnvironment *environment);
@@ -62,5 +62,5 @@ private:
     const Activity &m_activity;
     WindowServices &m_window;
     QList<QPointer<QDockWidget>> m_extensionDocks;
-    std::vector<InterfacePtr<IDockExtension>> m_dockOwners; ///< live until their widgets are gone
+    std::vector<InterfacePtr<IDockExtension>> m_dockOwners; ///< kept until their widgets are deleted
 };

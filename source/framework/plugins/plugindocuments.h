@@ -5,7 +5,8 @@
 class IPluginObject;
 class Workspace;
 
-/// The plug-ins of the program: their features, and what makes an object of one, with a reference for the caller.
+/// The plug-ins of the program: their features, and the function that creates an object of one, with a reference for
+/// the caller.
 struct PluginSource
 {
     QStringList features;

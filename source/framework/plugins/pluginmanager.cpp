@@ -32,7 +32,7 @@ void PluginManager::loadLibrary(const QString &file, bool reportStrangers)
     if (!metaData.isEmpty() && metaData.value("IID"_L1) != QLatin1StringView(VarnelPluginFactoryIid))
         return; // another component of the toolkit
     loader.setLoadHints(QLibrary::PreventUnloadHint
-                        | QLibrary::ResolveAllSymbolsHint); // to call a function that is not there would be the end
+                        | QLibrary::ResolveAllSymbolsHint); // a call of a missing function would end the program
     const QByteArray operation = "PluginManager::loadLibrary (" + QFile::encodeName(file) + ')';
     QObject *root = nullptr;
     if (!runPlugin(operation, [&] { root = loader.instance(); }))
@@ -46,7 +46,7 @@ void PluginManager::loadLibrary(const QString &file, bool reportStrangers)
     QStringList features;
     const auto introduce = [&] {
         features = factory->featureList();
-        static_cast<void>(factory->name()); // whoever cannot tell it would fail at the splash screen
+        static_cast<void>(factory->name()); // if this throws, the splash screen could not call it either
     };
     if (!runPlugin(operation, introduce))
         return;

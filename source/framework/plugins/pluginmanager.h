@@ -4,7 +4,7 @@
 class IPluginFactory;
 class IPluginObject;
 
-/// Finds the plug-in libraries and gives out their factories. Libraries stay loaded until the program ends.
+/// Finds the plug-in libraries and their factories. Libraries stay loaded until the program ends.
 class PluginManager
 {
 public:
@@ -15,17 +15,17 @@ public:
         IPluginFactory *factory = nullptr;
     };
 
-    /// Loads every library in @p directories whose metadata bears the id of IPluginFactory: directory by directory,
-    /// files sorted by name. A library that cannot be used, or that lets an exception out when it is asked what it
-    /// offers, is reported on the warning channel and passed over.
-    /// @p ownDirectory is the program's own: libraries there that are no plug-ins are nothing to report.
+    /// Loads every library in @p directories whose metadata contains the id of IPluginFactory: directory by directory,
+    /// files sorted by name. A library that cannot be used, or that throws an exception when its features are queried,
+    /// is reported on the warning channel and skipped.
+    /// @p ownDirectory is the program's own: libraries there that are not plug-ins are not reported.
     explicit PluginManager(const QStringList &directories, const QString &ownDirectory = {});
 
     /// All features, each once, in the order of directories, files and the libraries' own lists.
     [[nodiscard]] QStringList featureList() const;
-    /// The first factory that offers @p feature, null if there is none. It lives as long as the program.
+    /// The first factory that offers @p feature, null if there is none. It is valid until the program ends.
     [[nodiscard]] IPluginFactory *factory(const QString &feature) const;
-    /// A new object with one reference for the caller; null if no library offers @p feature or makes one.
+    /// A new object with one reference for the caller; null if no library offers @p feature or if it creates none.
     [[nodiscard]] IPluginObject *create(const QString &feature) const;
 
 private:

@@ -19,7 +19,7 @@ std::optional<UserDirectories> standardUserDirectories()
     if (data.isEmpty() || documents.isEmpty())
         return std::nullopt;
     const QDir own = below(QDir(data), u"Ostrand Labs/Varnel"_s);
-    own.mkpath(u"."_s); // whoever writes there reports that it cannot be written
+    own.mkpath(u"."_s); // an error is reported later, by the writer of a file
     return UserDirectories{own, QDir(documents)};
 }
 

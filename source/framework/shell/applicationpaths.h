@@ -16,20 +16,20 @@ enum PathId {
     PathPython = 7         ///< startup.py, macros.py
 };
 
-/// Directories that belong to the user, as the desktop system tells them.
+/// Directories of the user, as the desktop system defines them.
 struct UserDirectories
 {
     QDir data;
     QDir documents;
 };
 
-/// Finds the user's directories; nothing if the system has no way to tell them.
+/// Finds the user's directories; nothing if the system does not define them.
 using UserDirectoryResolver = std::function<std::optional<UserDirectories>()>;
 
 /// The desktop's own places: its application-data directory for Varnel, which is created, and the documents folder.
 [[nodiscard]] std::optional<UserDirectories> standardUserDirectories();
 
-/// The table of well-known directories. A value; copies share.
+/// The table of well-known directories. A value type; copies share their data.
 class ApplicationPaths
 {
 public:
@@ -44,8 +44,8 @@ private:
     QMap<int, QDir> m_directories;
 };
 
-/// Where the program keeps what it remembers for this user between two runs: sessions, copies of unsaved texts.
-/// $XDG_STATE_HOME, or what stands for it, and the program's own folder below it.
+/// Where the program stores data of this user between two runs: sessions, copies of unsaved texts. The program's own
+/// folder below $XDG_STATE_HOME, or below its default if that is not set.
 [[nodiscard]] QDir stateDirectory();
 
 /// The parent of the directory that holds the executable.

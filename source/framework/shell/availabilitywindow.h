@@ -9,7 +9,7 @@ class AvailabilityWindow : public QMainWindow
 public:
     using QMainWindow::QMainWindow;
 
-    /// For the start: there is no view.
+    /// To be called at start-up, when there is no view.
     void emitNothingAvailable();
     void emitActivity(const ActivityAvailability &available);
 

@@ -9,6 +9,6 @@ class QPixmap;
 [[nodiscard]] std::unique_ptr<QPixmap> brandingSplash(const QDir &bin, const QString &version);
 
 /// The about box from the branding library in @p bin, to be run by the caller; null if there is no such library.
-/// @p pluginNames and @p text are what it shows.
+/// It shows @p pluginNames and @p text.
 [[nodiscard]] std::unique_ptr<QDialog> brandingAboutBox(const QDir &bin, const QStringList &pluginNames,
                                                         const QString &text);

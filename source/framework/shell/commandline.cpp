@@ -24,7 +24,7 @@ bool walkCommandLine(const QStringList &arguments, CommandLineTarget &target)
             if (++i == count)
                 return false;
             target.startServer(arguments[i].toUShort(nullptr, 10));
-            // The port is still looked at below, so that "-r -p file" serves on port 0 and opens the file.
+            // The next argument is still handled below, so that "-r -p file" serves on port 0 and opens the file.
         }
         const bool project = isOption(arguments[i], u'p');
         if (!project && !isOption(arguments[i], u'w'))

@@ -1,7 +1,7 @@
 #pragma once
 #include <QStringList>
 
-/// What the options of the command line ask for.
+/// Performs the options of the command line.
 class CommandLineTarget
 {
 public:
@@ -12,11 +12,11 @@ public:
     virtual void openWorkspace(const QString &path) = 0;
 };
 
-/// Walks the arguments behind the program's name and does what they ask for. Returns false if an option lacks its
-/// argument; what stood before it has been done then.
+/// Handles the arguments after the program's name in order. Returns false if an option lacks its argument; the
+/// arguments before it have been handled then.
 ///
-/// Unknown arguments are skipped. A project or a workspace ends the walk: what follows it is ignored. Paths are made
-/// absolute, since the working directory is the user's and not the project's.
+/// Unknown arguments are skipped. Arguments after a project or a workspace are ignored. Paths are made absolute, since
+/// the working directory is the user's and not the project's.
 bool walkCommandLine(const QStringList &arguments, CommandLineTarget &target);
 
 /// The text of the warning for bad options.

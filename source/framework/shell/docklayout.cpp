@@ -181,7 +181,7 @@ DockLayout::DockLayout(QMainWindow *window, QSettings *settings, Windows windows
 DockPlacement DockLayout::placementOf(QWidget *window) const
 {
     DockPlacement placement;
-    placement.visible = !window->isHidden(); // a window behind others in tabs counts as shown
+    placement.visible = !window->isHidden(); // a window hidden behind another tab counts as visible
     if (isTornOff(window)) {
         placement.edge = DockPlacement::TornOff;
         placement.geometry = window->geometry();

@@ -21,28 +21,28 @@ struct DockPlacement
 
     /// The entry of the settings, "[edge,...,visible]".
     [[nodiscard]] QString text() const;
-    /// What @p text tells; a number that is missing or no number is 0.
+    /// Parses @p text; a missing or invalid number is 0.
     [[nodiscard]] static DockPlacement fromText(const QString &text);
 
     bool operator==(const DockPlacement &) const = default;
 };
 
-/// The position of a torn-off window on a desktop of the size @p desktop: one that lies beyond its far edge comes back
+/// The position of a torn-off window on a desktop of the size @p desktop: a window beyond the far edge is moved back
 /// by the size of the desktop, once.
 [[nodiscard]] QRect ontoDesktop(QRect geometry, QSize desktop);
 
-/// Saves and restores where the dock windows and tool bars of a window stand: once for the states in which one edits
-/// and builds, once for those of a debug session.
+/// Saves and restores the positions of the dock windows and tool bars of a window. There are two layouts: one for the
+/// states of editing and building, one for those of a debug session.
 class DockLayout
 {
 public:
     using Windows = std::function<QList<QWidget *>()>;
 
-    /// @p windows tells the dock windows and tool bars, always in the same order.
+    /// @p windows returns the dock windows and tool bars, always in the same order.
     DockLayout(QMainWindow *window, QSettings *settings, Windows windows);
 
     void save(ActivityState state) const;
-    /// The walk over the windows ends at the first without an entry; that one and the later ones stay as they are.
+    /// Stops at the first window without an entry; that one and the later ones stay as they are.
     void restore(ActivityState state) const;
 
 private:

@@ -57,7 +57,7 @@ void registerDocumentKinds(Workspace &workspace, const EditorSetup &setup, const
         workspace, setup, {QObject::tr("Text File"), QObject::tr("Creates a text file"), {}, u"textfile.png"_s});
     auto *large = new LargeTextDocumentTemplate(IDEApplication::instance()->loadIcon(u"textfile.png"_s), setup.formats);
     large->setEditorHost(setup.host);
-    workspace.addTemplate(large); // what is too large for all others
+    workspace.addTemplate(large); // for files that are too large for all others
     for (DocumentTemplate *docTemplate : workspace.templates()) {
         if (auto *text = qobject_cast<TextDocumentTemplate *>(docTemplate)) {
             text->setEditorHost(setup.host);

@@ -6,7 +6,7 @@ class EditorHost;
 class QSettings;
 class Workspace;
 
-/// What the text editors of the program have in common.
+/// The objects that all text editors of the program share.
 struct EditorSetup
 {
     const FormatTable *formats; ///< outlives the documents, as does the host
@@ -14,10 +14,10 @@ struct EditorSetup
     QString swapDirectory;
 };
 
-/// Gives @p workspace the kinds of documents that the program opens. A file goes to the first kind that takes it: those
-/// of the program that know their extensions, then those that @p addPluginKinds adds, then plain text, and last the
+/// Adds the kinds of documents that the program opens to @p workspace. The first kind that accepts a file opens it: the
+/// program's kinds for certain extensions, then the kinds that @p addPluginKinds adds, then plain text, and last the
 /// viewer of large files.
 void registerDocumentKinds(Workspace &workspace, const EditorSetup &setup, const std::function<void()> &addPluginKinds);
 
-/// Has every kind of text take over the editor's settings.
+/// Applies the editor's settings to every kind of text.
 void applyEditorSettings(const Workspace &workspace, const QSettings &settings);

@@ -4,11 +4,11 @@
 class Activity;
 class WindowServices;
 
-/// The line that the text of the go-to-line box means, counted from 1: first a symbol that @p lineOfSymbol knows, then
-/// an address "0x...", whose line is one more, then a decimal number. 0 for a text that is none of these.
+/// The line, counted from 1, for the text of the go-to-line box. The text is read as a symbol that @p lineOfSymbol
+/// finds, else as an address "0x...", whose line is the address plus 1, else as a decimal number. Otherwise 0.
 [[nodiscard]] int lineOfText(const QString &text, const std::function<int(const QString &)> &lineOfSymbol);
 
-/// The commands of the Edit menu. What they act on is where the keyboard focus is.
+/// The commands of the Edit menu. They act on the part of the window that has the keyboard focus.
 class EditCommands : public QObject
 {
     Q_OBJECT

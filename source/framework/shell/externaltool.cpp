@@ -9,12 +9,12 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-constexpr int StartWait = 100; ///< milliseconds; a command on a slow drive may take longer, and reports later
-constexpr int StopWait = 2000; ///< milliseconds that a process has to end by itself
-/// Bytes that arrive at once. With 64 KB of short lines the output window is busy for 100 ms.
+constexpr int StartWait = 100; ///< milliseconds; a command on a slow drive may take longer; errors are reported then
+constexpr int StopWait = 2000; ///< milliseconds after which a process that has not ended is killed
+/// Bytes that one read returns at most. With 64 KB of short lines the output window would be busy for 100 ms.
 constexpr int PipeSize = 16384;
 
-/// Runs in the new process: with a group of its own, a stop reaches all that it starts.
+/// Runs in the new process: creates a process group, so that a stop also reaches its child processes.
 void setUpChild()
 {
     ::setpgid(0, 0);

@@ -12,12 +12,12 @@ class ExternalTool : public QObject
     Q_OBJECT
 public:
     using Macros = QMap<QString, QString>;
-    // What one run shows at most. The output window holds all of it.
+    // Limits for the output of one run. The output window keeps all of it.
     static constexpr int MostLines = 100'000;
     static constexpr int LongestLine = 10'000; ///< characters; the rest of a line is shown as a new one
 
     explicit ExternalTool(const ToolEntry &entry, QObject *parent = nullptr);
-    /// A process that runs is not ended: it may be an editor with unsaved text. Its output is dropped.
+    /// Does not end a running process: it may be an editor with unsaved text. Its output is dropped.
     ~ExternalTool() override;
 
     [[nodiscard]] const ToolEntry &entry() const { return m_entry; }
@@ -25,13 +25,13 @@ public:
     [[nodiscard]] QString command() const { return m_entry.command; }
     [[nodiscard]] QString arguments() const { return m_entry.arguments; }
     [[nodiscard]] QString initialDir() const { return m_entry.initialDir; }
-    void setEntry(const ToolEntry &entry) { m_entry = entry; } ///< A process that runs is not affected.
+    void setEntry(const ToolEntry &entry) { m_entry = entry; } ///< A running process is not affected.
 
     [[nodiscard]] bool isRunning() const { return m_process != nullptr; }
     [[nodiscard]] qint64 processId() const { return m_process ? m_process->processId() : 0; }
     /// Starts the command. Returns false if it is still running or cannot be started.
     bool execute(const Macros &macros);
-    /// Asks the process and those that it has started to end; after a while, or the second time, they are killed.
+    /// Terminates the process and its child processes; kills them after two seconds, or at the second call.
     void stop();
 
 public Q_SLOTS:

@@ -130,7 +130,7 @@ std::unique_ptr<ExternalTool> ExternalTools::take(int id)
     return nullptr;
 }
 
-/// A tool that was removed has no more to do. It is on the stack: its signal has called this.
+/// Deletes a removed tool after its process has ended. Not at once: this is called by a signal of the tool.
 void ExternalTools::toolEnded(const ExternalTool *ended)
 {
     const auto it = std::ranges::find(m_removed, ended, &std::unique_ptr<ExternalTool>::get);

@@ -22,8 +22,8 @@ public:
     [[nodiscard]] QList<ExternalTool *> runningTools() const;
 
     [[nodiscard]] QList<ToolEntry> entries() const;
-    /// Replaces the list. Tools that @p entries name by id stay, with their process; a tool that is removed while its
-    /// process runs stays among the running ones until the process ends.
+    /// Replaces the list. Tools whose ids are in @p entries stay, with their process; a tool that is removed while its
+    /// process runs stays in runningTools() until the process ends.
     void setEntries(const QList<ToolEntry> &entries);
 
     void stop(int id); ///< Stops the process of a tool, if it runs.

@@ -11,15 +11,15 @@
 void FileChangeCheck::run()
 {
     if (m_running)
-        return; // a message box gives the window the focus back
+        return; // called again when a message box closes and the window becomes active
     const QScopedValueRollback<bool> running(m_running, true);
     QList<QPointer<View>> views;
     for (View *view : m_window.viewManager()->views())
         views.append(view);
     for (const QPointer<View> &view : std::as_const(views)) {
-        if (!view || !isNews(view->document()))
+        if (!view || !isUnreported(view->document()))
             continue;
-        noteTold(view->document());
+        noteReported(view->document());
         const QString path = view->document()->filename();
         const QString question =
             QObject::tr("%1\n\nThis file has been modified outside of the editor. Do you want to reload it?")
@@ -30,13 +30,13 @@ void FileChangeCheck::run()
     }
 }
 
-void FileChangeCheck::noteTold(Document *document)
+void FileChangeCheck::noteReported(Document *document)
 {
     const QString path = document->filename();
     m_fileTimes.insert(path, QFileInfo(path).lastModified());
 }
 
-bool FileChangeCheck::isNews(Document *document) const
+bool FileChangeCheck::isUnreported(Document *document) const
 {
     const QString path = document->filename();
     return document->isNewerOnDisk() && m_fileTimes.value(path) != QFileInfo(path).lastModified();

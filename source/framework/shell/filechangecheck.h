@@ -4,22 +4,23 @@
 class Document;
 class WindowServices;
 
-/// Tells the user of files that were changed behind the editor's back: once for each new time on disk. A refusal to
-/// reload is remembered until the file changes again.
+/// Asks the user whether to reload files that other programs have changed: once for each new modification time. After a
+/// refusal it does not ask until the file changes again.
 class FileChangeCheck
 {
 public:
     explicit FileChangeCheck(WindowServices &window) : m_window(window) {}
 
-    /// Asks about every open document whose file is newer than it. Does nothing while it is asking already.
+    /// Asks about every open document whose file is newer than it. Does nothing while a question is open.
     void run();
-    /// The user is being told about the file of @p document as it is now, in other words than those of run().
-    void noteTold(Document *document);
+    /// To be called when another message informs the user about the file of @p document: run() does not ask about it
+    /// then.
+    void noteReported(Document *document);
 
 private:
-    [[nodiscard]] bool isNews(Document *document) const;
+    [[nodiscard]] bool isUnreported(Document *document) const;
 
     WindowServices &m_window;
-    QHash<QString, QDateTime> m_fileTimes; ///< the modification times that the user has been told about, by path
+    QHash<QString, QDateTime> m_fileTimes; ///< by path, the modification times that were reported to the user
     bool m_running = false;
 };

@@ -103,7 +103,7 @@ void FileCommands::save()
     if (!document)
         return;
     if (document->isNewerOnDisk()) {
-        m_changeCheck.noteTold(document);
+        m_changeCheck.noteReported(document);
         const QString question = tr("A newer version of this file exists on disk:\n\n%1\n\n"
                                     "Are you sure that you want to overwrite the newer version?");
         if (showInformation(m_window.dialogParent(), question.arg(document->filename()),
@@ -144,7 +144,7 @@ bool FileCommands::mayOverwriteNewer()
 {
     QStringList paths;
     for (Document *document : newerDocuments()) {
-        m_changeCheck.noteTold(document);
+        m_changeCheck.noteReported(document);
         paths.append(document->filename());
     }
     const QString question = tr("Newer versions of the following files exists on disk:\n\n%1\n\n"

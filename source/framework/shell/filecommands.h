@@ -13,8 +13,8 @@ public:
     /// Both arguments outlive this object.
     FileCommands(const Activity &activity, WindowServices &window, QObject *parent = nullptr);
 
-    /// Opens a file; a relative path belongs to the current project's directory. The user has been told why if it
-    /// returns false.
+    /// Opens a file; a relative path is relative to the current project's directory. Returns false after a message to
+    /// the user if it cannot be opened.
     bool openFile(const QString &path, bool addToRecent);
     void open();
     void openRecent(int index);
@@ -26,7 +26,7 @@ public:
     /// Asks whether to overwrite open files that are newer on disk, if there are any. False if the user refuses.
     [[nodiscard]] bool mayOverwriteNewer();
     void print();
-    /// Puts the contents of a file at the cursor.
+    /// Inserts the contents of a file at the cursor.
     void insertFile();
     /// Asks about open documents whose files other programs have changed.
     void checkFileChanges() { m_changeCheck.run(); }

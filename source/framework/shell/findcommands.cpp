@@ -59,7 +59,7 @@ void FindCommands::replace()
         return;
     const QString selected = view->selectedText();
     m_replaceDialog->setView(view);
-    m_replaceDialog->setHasSelection(selected.contains(u'\n')); // less than a line is what to search for
+    m_replaceDialog->setHasSelection(selected.contains(u'\n')); // a selection within one line is the text to search for
     if (!selected.isEmpty() && !selected.contains(u'\n'))
         m_replaceDialog->setFindText(selected);
     m_replaceDialog->run();

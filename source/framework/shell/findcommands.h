@@ -6,7 +6,7 @@ class ReplaceDialog;
 class View;
 class WindowServices;
 
-/// Find, replace and find in files: shows their dialogs and what they find.
+/// Find, replace and find in files: shows their dialogs and results.
 class FindCommands : public QObject
 {
     Q_OBJECT
@@ -19,10 +19,10 @@ public:
     void findInFiles();
     /// Ends a search in files and waits for it.
     void stop();
-    void viewActivated(View *view); ///< The one in which to replace; may be null.
+    void viewActivated(View *view); ///< Sets the view for replacing; may be null.
 
-    /// Searches in the current view; from the cursor on, it goes on at the start of the text once and shows that it
-    /// did. A message says that a text was not found.
+    /// Searches in the current view. With @p fromCursor it continues once at the start of the text, and the status bar
+    /// shows this. Shows a message if the text was not found.
     void find(const QString &text, bool caseSensitive, bool wholeWord, bool forward, bool fromCursor);
 
 private:

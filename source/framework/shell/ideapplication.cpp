@@ -22,7 +22,7 @@ bool isAbsolutePicture(const QString &name)
     return name.startsWith(u'/') || name.startsWith(u'\\') || (name.size() > 1 && name[1] == u':');
 }
 
-/// Compiled-in pictures win over those of the installation.
+/// Compiled-in pictures take precedence over those of the installation.
 PictureFiles pictureFiles(const QDir &root, const QString &name)
 {
     if (isAbsolutePicture(name))
@@ -99,7 +99,8 @@ QIcon IDEApplication::loadIcon(const QString &name) const
 
 ScriptDirectories IDEApplication::scriptDirectories() const
 {
-    return {path(PathPython).path(), path(PathUserData).filePath(u"python"_s)};
+    return {path(PathPython).path(), path(PathUserData).filePath(u"python"_s),
+            m_settings->value(u"Python/VirtualEnvironment"_s).toString()};
 }
 
 QStringList IDEApplication::plugins() const

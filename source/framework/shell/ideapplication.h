@@ -31,7 +31,7 @@ public:
     [[nodiscard]] QDir path(PathId id) const { return m_paths.path(id); }
     void path(PathId id, QDir *directory) const { *directory = m_paths.path(id); }
 
-    /// The attribute @p name of the root element of uiconfig.xml, read anew; @p defaultValue if there is none.
+    /// The attribute @p name of the root element of uiconfig.xml; @p defaultValue if there is none. Reads the file.
     [[nodiscard]] QString getAppFeature(const QString &name, const QString &defaultValue = {}) const;
     /// The picture @p name: an absolute path, a compiled-in picture, or one of the installation. A picture that is
     /// not found gives a warning and a null pixmap.
@@ -56,7 +56,7 @@ public:
 
     /// Shows the splash screen of the branding library, once.
     void showSplash();
-    /// Ends the splash screen when the main window is up. May be called twice.
+    /// Closes the splash screen when the main window is shown. May be called twice.
     void closeSplash();
     /// The about box of the branding library; null if there is none.
     [[nodiscard]] std::unique_ptr<QDialog> aboutBox() const;

@@ -40,9 +40,9 @@ void saveSettings(WindowParts &parts, const WindowPlacement &placement)
 
 MainWindow::MainWindow(QWidget *parent) : AvailabilityWindow(parent)
 {
-    m_parts = std::make_unique<WindowParts>(*this); // not earlier: events arrive while it is made
+    m_parts = std::make_unique<WindowParts>(*this); // not in the initialiser list: the window gets events during this
     setWindowIcon(IDEApplication::instance()->loadIcon(u"appicon.png"_s));
-    setIconSize(QSize(22, 22)); // what the pictures are drawn for
+    setIconSize(QSize(22, 22)); // the size for which the pictures are drawn
     setDockNestingEnabled(true);
     m_parts->setUp();
     setWindowTitle(m_parts->title);
@@ -128,7 +128,7 @@ void MainWindow::fileSelected(const QString &path)
 
 void MainWindow::viewActivated(View *view)
 {
-    if (m_parts->buildControl) { // the commands are made after the views
+    if (m_parts->buildControl) { // null at first: the commands are created after the views
         m_parts->buildControl->setCurrentFile(view ? view->document()->filename() : QString());
         m_parts->findCommands->viewActivated(view);
     }

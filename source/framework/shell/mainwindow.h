@@ -12,8 +12,8 @@ class ViewManager;
 class Workspace;
 struct WindowParts;
 
-/// The main window. Its slots are what the actions of the user interface file call; each hands over to the class that
-/// owns the subject.
+/// The main window. The actions of the user interface file call its slots; each slot calls the class that implements
+/// the command.
 class MainWindow : public AvailabilityWindow
 {
     Q_OBJECT
@@ -23,17 +23,17 @@ public:
     explicit MainWindow(QWidget *parent = nullptr);
     ~MainWindow() override;
 
-    /// Opens a file; a relative path belongs to the current project's directory. False if that fails.
+    /// Opens a file; a relative path is relative to the current project's directory. Returns false if that fails.
     bool openFile(const QString &path, bool addToRecent);
-    /// Opens the project's workspace, which is made if there is none. False if that fails.
+    /// Opens the project's workspace, which is created if there is none. Returns false if that fails.
     bool openProject(const QString &path, bool addToRecent);
-    /// False as well if one of its projects could not be loaded; the workspace is open then.
+    /// Returns false also if one of its projects could not be loaded; the workspace is open then.
     bool openWorkspace(const QString &path, bool addToRecent);
-    /// False if the user refused, or if a document did: then the workspace is gone all the same.
+    /// False if the user refused, or if a document cannot be closed; in the latter case the workspace is closed.
     bool closeWorkspace();
 
-    void disableSessions(); ///< What was open is neither remembered nor opened again.
-    void continueLastRun(); ///< Opens what was open when the program ended, and offers what a crash has left.
+    void disableSessions(); ///< Open files are neither stored nor opened again.
+    void continueLastRun(); ///< Opens the files of the last run again, and offers to recover unsaved texts.
 
     [[nodiscard]] Activity &activity() const;
     [[nodiscard]] ProjectWorkspace *projectWorkspace() const; ///< Null while no workspace is open.

@@ -16,7 +16,7 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-/// For commands whose actions are disabled; scripts can call them all the same.
+/// For commands whose actions are disabled; scripts can still call them.
 void warnUnavailable(const char *command)
 {
     qWarning("MainWindow::%s: not available", command);
@@ -30,7 +30,7 @@ void warnNotImplemented(const char *command)
 
 void MainWindow::fileNew()
 {
-    warnUnavailable("fileNew");
+    m_parts->templateCommands->fileNew();
 }
 
 void MainWindow::fileOpen()
@@ -75,7 +75,7 @@ void MainWindow::fileExit()
 
 void MainWindow::fileProperties()
 {
-    m_parts->navigator->showFileProperties();
+    m_parts->projectCommands->showFileProperties();
 }
 
 void MainWindow::fileRevert()
@@ -185,7 +185,7 @@ void MainWindow::displayFileProperties(ProjectFile *file)
 
 void MainWindow::projectNew()
 {
-    warnUnavailable("projectNew");
+    m_parts->templateCommands->projectNew();
 }
 
 void MainWindow::projectOpen()

@@ -6,6 +6,7 @@
 #include "toolscommands.h"
 #include "toolsdialog.h"
 #include "windowservices.h"
+#include "zoomcommands.h"
 #include <QPointer>
 #include <QSettings>
 
@@ -13,6 +14,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 const auto SplashKey = u"Startup/DisableSplashScreen"_s;
+const auto VirtualEnvironmentKey = u"Python/VirtualEnvironment"_s;
 const auto AddressKey = u"Startup/AutomationAddress"_s;
 } // namespace
 
@@ -29,7 +31,7 @@ OptionsCommands::OptionsCommands(WindowServices &window, QDir config, TextFormat
 void OptionsCommands::showOptions()
 {
     if (m_dialog)
-        return m_dialog->raise(); // a script asks while it is open
+        return m_dialog->raise(); // called by a script while the dialog is open
     const QPointer<OptionsCommands> self(this);
     const QPointer<OptionsDialog> dialog =
         new OptionsDialog(values(), choices(), m_window.dialogParent(), u"optionsDialog"_s);
@@ -111,8 +113,10 @@ MoreOptions readMoreOptions(const QSettings &settings)
     std::optional<QString> address;
     if (settings.contains(AddressKey))
         address = settings.value(AddressKey).toString();
-    return {.lineNumbers = settings.value(u"Editor/LineNumbers"_s, 0).toInt() != 0,
-            .currentLine = settings.value(u"Editor/CurrentLine"_s, 0).toInt() != 0,
+    return {.lineNumbers = settings.value(u"Editor/LineNumbers"_s, 1).toInt() != 0,
+            .currentLine = settings.value(u"Editor/CurrentLine"_s, 1).toInt() != 0,
+            .zoom = readZoom(settings),
+            .virtualEnvironment = settings.value(VirtualEnvironmentKey).toString(),
             .automationAddress = address};
 }
 
@@ -120,6 +124,11 @@ void writeMoreOptions(QSettings &settings, const MoreOptions &options)
 {
     settings.setValue(u"Editor/LineNumbers"_s, int(options.lineNumbers));
     settings.setValue(u"Editor/CurrentLine"_s, int(options.currentLine));
+    settings.setValue(u"Editor/Zoom"_s, options.zoom);
+    if (options.virtualEnvironment.isEmpty())
+        settings.remove(VirtualEnvironmentKey);
+    else
+        settings.setValue(VirtualEnvironmentKey, options.virtualEnvironment);
     if (options.automationAddress)
         settings.setValue(AddressKey, *options.automationAddress);
     else

@@ -9,7 +9,7 @@ class QSettings;
 class ToolsCommands;
 class WindowServices;
 
-/// The command that opens the options dialog, and what happens when the user accepts it.
+/// The command that opens the options dialog, and applies the values when the user accepts it.
 class OptionsCommands : public QObject
 {
     Q_OBJECT
@@ -19,7 +19,7 @@ public:
     OptionsCommands(WindowServices &window, QDir config, TextFormats &formats, DebugOptions &debugOptions,
                     ToolsCommands &tools, QObject *parent = nullptr);
 
-    /// Shows the dialog until the user closes it. There is one at a time.
+    /// Shows the dialog until the user closes it. Only one is open at a time.
     void showOptions();
 
 Q_SIGNALS:
@@ -39,7 +39,7 @@ private:
     QPointer<OptionsDialog> m_dialog; ///< null while it is not shown
 };
 
-// How the options are kept in the settings.
+// How the options are stored in the settings.
 
 [[nodiscard]] EditorOptions readEditorOptions(const QSettings &settings);
 void writeEditorOptions(QSettings &settings, const EditorOptions &options);

@@ -11,7 +11,7 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-constexpr qreal DisabledOpacity = 0.35; // as faint as disabled text
+constexpr qreal DisabledOpacity = 0.35; // similar to disabled text
 
 bool isVectorPicture(const QString &file)
 {
@@ -117,7 +117,7 @@ PictureFiles findPicture(const QString &directory, const QString &name)
 
 bool canReadPicture(const QString &file)
 {
-    // A vector picture is read when it is first drawn; what is wrong with it the toolkit reports then.
+    // A vector picture is read when it is first drawn; the toolkit reports its errors then.
     return QFileInfo(file).isFile() && (isVectorPicture(file) || QImageReader(file).canRead());
 }
 

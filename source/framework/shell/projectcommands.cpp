@@ -1,13 +1,17 @@
 #include "projectcommands.h"
 #include "activity.h"
+#include "document.h"
+#include "editproperties.h"
 #include "lastdirectories.h"
 #include "messages.h"
+#include "navigator.h"
 #include "population.h"
 #include "project.h"
 #include "projectfile.h"
 #include "projectworkspace.h"
 #include "questions.h"
 #include "varnelassert.h"
+#include "view.h"
 #include "viewmanager.h"
 #include "windowservices.h"
 #include <algorithm>
@@ -24,7 +28,7 @@ bool allLoaded(const Activity &activity)
     return std::ranges::all_of(projects, [](const Project *project) { return project && project->openedOK(); });
 }
 
-/// The project that was read from @p path, by whatever path it was opened; null if there is none.
+/// The open project of the file @p path, also if it was opened by another path; null if there is none.
 const Project *projectOfFile(const Activity &activity, const QString &path)
 {
     const QString canonical = QFileInfo(path).canonicalFilePath();
@@ -35,7 +39,26 @@ const Project *projectOfFile(const Activity &activity, const QString &path)
     return nullptr;
 }
 
+/// The file that @p view shows, in the current project or else in another one; null if it is in no project.
+ProjectFile *fileInView(const Activity &activity, View *view)
+{
+    if (!view)
+        return nullptr;
+    QList<QPointer<Project>> projects = activity.projects();
+    projects.prepend(activity.currentProject());
+    for (const QPointer<Project> &project : std::as_const(projects)) {
+        const QList<ProjectFile *> files = project ? project->files({}, nullptr) : QList<ProjectFile *>();
+        const auto found = std::ranges::find_if(files, [&](const ProjectFile *file) {
+            return project->absolutePath(file->path()) == view->document()->filename();
+        });
+        if (found != files.end())
+            return *found;
+    }
+    return nullptr;
+}
+
 constexpr int PendingEventsTime = 1000; // milliseconds
+constexpr int NoticeTime = 5000;        // milliseconds
 
 /// Repaints the area of a closed dialog before a long piece of work, without letting the user do anything.
 void processPendingEvents()
@@ -46,6 +69,22 @@ void processPendingEvents()
 QString workspacePathOf(const QString &projectPath)
 {
     return projectPath.left(projectPath.lastIndexOf(u'.')) + u".vnw"_s;
+}
+
+/// Writes a workspace file with one project, which is in the list even if it cannot be loaded.
+bool writeWorkspace(const QString &workspacePath, const QString &projectPath)
+{
+    ProjectWorkspace workspace(workspacePath);
+    auto *project = new Project(QString(), QString());
+    project->load(projectPath);
+    workspace.addProject(project);
+    return workspace.save();
+}
+
+QString workspaceNotSaved()
+{
+    return ProjectCommands::tr("The workspace could not be saved.\n\n"
+                               "Please make sure that the workspace file is not read-only.");
 }
 
 } // namespace
@@ -99,13 +138,17 @@ bool ProjectCommands::openProject(const QString &path, bool addToRecent)
         showInformation(m_window.dialogParent(), tr("A corresponding workspace has been found.\n\n"
                                                     "It will be opened instead of the specified project."));
     } else {
-        ProjectWorkspace workspace(workspacePath);
-        auto *project = new Project(QString(), QString());
-        project->load(path);
-        workspace.addProject(project);
-        workspace.save();
+        (void)writeWorkspace(workspacePath, path);
     }
     return openWorkspace(workspacePath, addToRecent);
+}
+
+bool ProjectCommands::createWorkspace(const QString &workspacePath, const QString &projectPath)
+{
+    if (writeWorkspace(workspacePath, projectPath))
+        return openWorkspace(workspacePath, true);
+    showWarning(m_window.dialogParent(), workspaceNotSaved());
+    return false;
 }
 
 bool ProjectCommands::openWorkspace(const QString &path, bool addToRecent)
@@ -196,8 +239,8 @@ bool ProjectCommands::offerToSave()
     return result;
 }
 
-/// A project that could not be loaded is empty: saved, it would take the place of the one in the file. One that is gone
-/// by now needs no saving.
+/// A project that could not be loaded is not saved: it is empty and would overwrite the file. Returns true for null, a
+/// project that was closed meanwhile.
 bool ProjectCommands::saveProject(Project *project)
 {
     if (!project || (project->openedOK() && project->save()))
@@ -212,8 +255,7 @@ bool ProjectCommands::saveWorkspace()
 {
     if (!m_activity.workspace() || m_activity.workspace()->save())
         return true;
-    showWarning(m_window.dialogParent(), tr("The workspace could not be saved.\n\n"
-                                            "Please make sure that the workspace file is not read-only."));
+    showWarning(m_window.dialogParent(), workspaceNotSaved());
     return false;
 }
 
@@ -253,6 +295,16 @@ void ProjectCommands::insertFiles(Project *project)
         project->addFiles(paths, nullptr);
 }
 
+void ProjectCommands::showFileProperties()
+{
+    if (m_window.navigator()->isFileSelected())
+        m_window.navigator()->showFileProperties();
+    else if (ProjectFile *file = fileInView(m_activity, m_window.viewManager()->currentView()))
+        editFileProperties(file, m_window.dialogParent());
+    else
+        m_window.showMessage(tr("No file of a project is selected"), NoticeTime);
+}
+
 void ProjectCommands::insertProject()
 {
     VARNEL_ASSERT_TEXT(m_activity.workspace(), "m_projectWorkspace");
@@ -265,8 +317,13 @@ void ProjectCommands::insertProject()
     if (path.isEmpty() || !workspace)
         return;
     m_window.directories().remember(u"Projects"_s, path);
+    addProject(path);
+}
+
+void ProjectCommands::addProject(const QString &path)
+{
     if (const Project *present = projectOfFile(m_activity, path)) {
-        workspace->setCurrentProject(present);
+        m_activity.workspace()->setCurrentProject(present);
         return m_window.showMessage(tr("The project '%1' is in the workspace already.").arg(present->name()));
     }
     auto project = std::make_unique<Project>(QString(), QString());

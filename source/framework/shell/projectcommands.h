@@ -5,7 +5,7 @@ class Activity;
 class Project;
 class WindowServices;
 
-/// Opens and closes workspaces and projects, and saves what they hold.
+/// Opens, closes and saves workspaces and projects.
 class ProjectCommands : public QObject
 {
     Q_OBJECT
@@ -13,24 +13,31 @@ public:
     /// Both arguments outlive this object.
     ProjectCommands(Activity &activity, WindowServices &window, QObject *parent = nullptr);
 
-    /// Asks for a workspace or a project and opens it, in place of the open one.
+    /// Asks for a workspace or a project and opens it; the open workspace is closed.
     void open();
     void openRecent(int index);
-    /// Opens the workspace beside a project file, which is made if it is not there.
+    /// Opens the workspace next to a project file; creates it if it does not exist.
     bool openProject(const QString &path, bool addToRecent);
     /// Opens a workspace. False if it or one of its projects could not be loaded; in the latter case it is open. The
     /// status bar shows the progress and a failure.
     bool openWorkspace(const QString &path, bool addToRecent);
-    /// Closes the open workspace, with the question about saving. False if the user refused, or if a document did: then
-    /// the workspace is gone all the same.
+    /// Creates a workspace file with one project, and opens it like openWorkspace().
+    bool createWorkspace(const QString &workspacePath, const QString &projectPath);
+    /// Closes the open workspace, with the question about saving. Returns false if the user refused, or if a document
+    /// cannot be closed; in the latter case the workspace is closed.
     bool closeWorkspace();
 
     /// Saves all projects and the workspace, modified or not.
     void save();
-    /// Saves what is modified of projects and workspace. False if something could not be saved.
+    /// Saves the modified projects and the workspace if it is modified. Returns false if something could not be saved.
     bool saveModified();
     void insertFiles(Project *project);
+    /// Shows the properties of the file that is selected in the navigator; if none is, of the file in the current view.
+    void showFileProperties();
     void insertProject();
+    /// Adds the project in a file to the open workspace, which must not be null. One that is in the workspace already
+    /// becomes the current one.
+    void addProject(const QString &path);
 
     [[nodiscard]] const QStringList &recentWorkspaces() const { return m_recentWorkspaces.paths(); }
     void saveRecentWorkspaces() const { m_recentWorkspaces.save(); }

@@ -3,7 +3,7 @@
 class Activity;
 class ToolBar;
 
-/// The list of active projects in a tool bar, by which the user chooses the current one. It is shown while the
+/// The list of active projects in a tool bar, in which the user chooses the current one. It is shown while the
 /// workspace has two or more projects.
 class ProjectDropdown : public QComboBox
 {

@@ -10,7 +10,7 @@ public:
     RecentFileList(QString key, QSettings *settings, int maximum = 4);
 
     [[nodiscard]] const QStringList &paths() const { return m_paths; }
-    /// Moves @p path to the front, or puts it there; the oldest entry gives way if there are too many.
+    /// Moves or inserts @p path at the front; removes the oldest entry if there are too many.
     void add(const QString &path);
     void remove(const QString &path);
 

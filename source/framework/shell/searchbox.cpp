@@ -24,7 +24,7 @@ void SearchBox::keyPressEvent(QKeyEvent *event)
     QComboBox::keyPressEvent(event);
 }
 
-/// Removes the oldest text before a new one comes: a full box would ignore the key.
+/// Removes the oldest text before a new one is added: a full box would ignore the Return key.
 void SearchBox::makeRoom()
 {
     const QString text = currentText();

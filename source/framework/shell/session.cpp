@@ -44,7 +44,7 @@ void restorePanes(TextView &view, const Session::File &file)
         restorePane(*edits[i], panes[i]);
     if (TextViewEdit *active = edits.value(file.activePane)) {
         view.setCurrentEdit(active);
-        active->setFocus(); // a tab gives the focus to what has had it
+        active->setFocus(); // when the tab is shown, this pane gets the focus
     }
 }
 
@@ -61,7 +61,7 @@ Session::File fileOf(View *view)
     return file;
 }
 
-/// A view on a file, which may be open already, or a further one. Null if the file is gone.
+/// Opens a view of a file, which may be open already; a second view if @p further is true. Null if the file is missing.
 View *openView(const QString &path, bool further, Workspace &workspace, ViewManager &viewManager)
 {
     if (!workspace.findDocument(path) && !QFileInfo(path).isFile())

@@ -5,7 +5,7 @@
 class ViewManager;
 class Workspace;
 
-/// Which files are open and where one works in them.
+/// The open files, with the cursor and the panes of each.
 struct Session
 {
     struct Pane
@@ -20,34 +20,34 @@ struct Session
     struct File
     {
         QString path;
-        QList<Pane> panes;  ///< empty for a view that is no text
+        QList<Pane> panes;  ///< empty for a view that is not a text view
         int activePane = 0; ///< the one that had the focus last
 
         bool operator==(const File &) const = default;
     };
 
-    QList<File> files; ///< in the order in which their views are shown; one with several views stands several times
+    QList<File> files; ///< in the order of their views; a file with several views occurs several times
     int active = -1;   ///< the file in front, -1 for none
     QJsonObject parts; ///< what other parts of the window keep, by their names
 
     bool operator==(const Session &) const = default;
 };
 
-/// What is open now. Documents that are no files are left out.
+/// The files that are open now. Documents that are not files are left out.
 [[nodiscard]] Session currentSession(ViewManager &viewManager);
-/// Opens what @p session names, as far as it still exists, without a word about what does not.
+/// Opens the files of @p session that still exist; no message for missing ones.
 void restoreSession(const Session &session, Workspace &workspace, ViewManager &viewManager);
 
-/// Keeps one session for each workspace in a directory of the user.
+/// Stores one session for each workspace in a directory of the user.
 class SessionStore
 {
 public:
     explicit SessionStore(QString directory);
 
-    /// The session of a workspace file; @p workspace is empty for the time without one. An empty session if there is
-    /// none, or if it cannot be read.
+    /// The session of a workspace file; @p workspace is empty for the session without a workspace. Returns an empty
+    /// session if there is none, or if it cannot be read.
     [[nodiscard]] Session load(const QString &workspace) const;
-    /// Writes it whole or not at all.
+    /// Writes the whole file or leaves the old one.
     bool save(const QString &workspace, const Session &session) const;
 
 private:

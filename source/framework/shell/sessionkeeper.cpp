@@ -12,7 +12,7 @@ using namespace Qt::StringLiterals;
 namespace {
 const auto LastWorkspaceKey = u"Session/Workspace"_s;
 
-/// The files of @p session that have no view any more.
+/// The files of @p session whose views have been closed.
 Session closedSince(Session session, ViewManager &viewManager)
 {
     QStringList open;
@@ -68,7 +68,7 @@ Session SessionKeeper::openSession() const
     return session;
 }
 
-/// While the window closes, its views are closed before the workspace.
+/// Does nothing while the window closes, because its views are closed before the workspace.
 void SessionKeeper::keepOpenFiles()
 {
     if (!m_closing)

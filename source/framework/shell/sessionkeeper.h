@@ -15,7 +15,7 @@ struct SessionPart
     std::function<void(const QJsonValue &)> restore;
 };
 
-/// Remembers which files are open in each workspace, and what was open when the program ended.
+/// Stores which files are open in each workspace, and which workspace and files were open when the program ended.
 class SessionKeeper : public QObject
 {
     Q_OBJECT
@@ -25,14 +25,14 @@ public:
 
     /// The parts of a workspace are restored when it is opened.
     void addPart(const SessionPart &part) { m_parts.append(part); }
-    /// From now on nothing is remembered or opened again: the user has named what to open.
+    /// From now on nothing is stored or opened again: the command line has named the files to open.
     void disable() { m_enabled = false; }
     /// Opens the files that were open when the program ended without a workspace.
     void restoreLastFiles();
     /// The workspace that was open when the program ended; empty for none, and if sessions are disabled.
     [[nodiscard]] QString lastWorkspace() const;
 
-    /// The window is about to close its views: what is open now is what a later start opens again.
+    /// The window is about to close its views: the next start opens the files that are open now.
     void beginClosing();
     /// The user has cancelled: opens again what has been closed since beginClosing().
     void cancelClosing();

@@ -17,7 +17,7 @@ StatusLabels::StatusLabels(QStatusBar *bar)
         m_infoLabels.prepend(label);
         bar->addPermanentWidget(label, 0);
     }
-    hideInfo(); // a status bar shows the widgets that it takes
+    hideInfo(); // adding them to the status bar has shown them
     m_cursorLabel = new QLabel(bar);
     m_cursorLabel->setObjectName(u"cursorLabel"_s);
     bar->addPermanentWidget(m_cursorLabel, 0);

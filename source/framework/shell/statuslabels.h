@@ -4,7 +4,7 @@
 class QLabel;
 class QStatusBar;
 
-/// The labels at the right end of the status bar: what processors report, and where the cursor is.
+/// The labels at the right end of the status bar: the status of processors, and the position of the cursor.
 class StatusLabels
 {
 public:
@@ -17,7 +17,7 @@ public:
     [[nodiscard]] int line() const { return m_line; } ///< Of the cursor, counted from 1.
 
 private:
-    QList<QLabel *> m_infoLabels; ///< hidden until there is something to show
+    QList<QLabel *> m_infoLabels; ///< hidden until there is a text to show
     QLabel *m_cursorLabel = nullptr;
     int m_line = 1;
 };

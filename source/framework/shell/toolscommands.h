@@ -5,7 +5,7 @@ class PopupMenu;
 class Project;
 class WindowServices;
 
-/// The external tools of the Tools menu: the list, its entries in the menu, and running them.
+/// The external tools of the Tools menu: keeps the list, fills the menu, and starts and stops the tools.
 class ToolsCommands : public QObject
 {
     Q_OBJECT
@@ -14,13 +14,13 @@ public:
     ToolsCommands(const Activity &activity, WindowServices &window, QObject *parent = nullptr);
 
     [[nodiscard]] ExternalTools &tools() { return m_tools; }
-    /// Puts the tools at the top of @p menu, and below them a "Stop" for each that runs. Null is ignored.
+    /// Inserts the tools at the top of @p menu, and below them a "Stop" for each running one. Null is ignored.
     void updateMenu(PopupMenu *menu);
     /// Starts tool @p index of the list. Other numbers do nothing.
     void execute(int index);
 
 Q_SIGNALS:
-    void output(const QString &text); ///< what the tools print, and when they start and end
+    void output(const QString &text); ///< the tools' output, and messages at their start and end
 
 private:
     const Activity &m_activity;
@@ -28,6 +28,6 @@ private:
     ExternalTools m_tools;
 };
 
-/// The values that a tool gets in its arguments: the current project's, empty for null, and those of the path of the
+/// The macros for a tool's arguments: those of the current project, empty for null, and those of the path of the
 /// current document, empty without one.
 [[nodiscard]] ExternalTool::Macros toolMacros(const Project *project, const QString &documentPath);

@@ -14,13 +14,13 @@ QString childText(const QDomElement &element, const QString &name)
     return element.firstChildElement(name).text();
 }
 
-/// A child of the root. Lists of its elements are searched anew at each step once @p document has gone.
+/// A child of the root. Keep @p document while using it: otherwise each access to a list of elements searches again.
 QDomElement section(const QDomDocument &document, const QString &name)
 {
     return document.documentElement().namedItem(name).toElement();
 }
 
-/// The name of a member function as the string-based connect takes it: '1' stands for a slot, '2' for a signal.
+/// The name of a member function in the form for the string-based connect: '1' stands for a slot, '2' for a signal.
 QByteArray memberName(char kind, const QString &name, const char *arguments)
 {
     return kind + name.toUtf8() + arguments;

@@ -13,7 +13,7 @@ class ToolBar;
 /// Builds the actions, tool bars and menus of a window as uiconfig.xml declares them.
 ///
 /// Actions are bound by name: an action calls the window's slot of the same name, and is enabled by the window's signal
-/// that the file names. The set-up steps read the file anew. What is wrong in it is reported on the warning channel.
+/// that the file names. Each set-up step reads the file again. Errors in it are reported on the warning channel.
 class UiConfig
 {
 public:
@@ -22,7 +22,7 @@ public:
 
     UiConfig(QMainWindow *window, QString fileName, IconSource loadIcon);
 
-    /// Has @p companion called for a tool bar each time that the action @p name was added to it.
+    /// @p companion is called with a tool bar each time after the action @p name was added to it.
     void addCompanion(const QString &name, const Companion &companion);
 
     void setupActions();
@@ -37,7 +37,7 @@ public:
     // These do nothing for a name that the file does not declare.
     void setActionVisible(const QString &name, bool visible) const;
     void setActionEnabled(const QString &name, bool enabled) const;
-    void setActionChecked(const QString &name, bool checked) const; ///< The mark alone: the action does nothing.
+    void setActionChecked(const QString &name, bool checked) const; ///< Does not trigger the action.
     /// In the order of the file.
     [[nodiscard]] const QList<ToolBar *> &toolBars() const { return m_toolBars; }
 

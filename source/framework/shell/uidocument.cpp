@@ -8,7 +8,7 @@ constexpr int MaximumDepth = 1000;
 bool isShallow(const QByteArray &content)
 {
     if (content.count('<') - content.count("</") <= MaximumDepth)
-        return true; // it has not even so many start tags
+        return true; // it does not have enough start tags for more levels
     QXmlStreamReader reader(content);
     for (int depth = 0; !reader.atEnd();) {
         reader.readNext();
@@ -17,14 +17,14 @@ bool isShallow(const QByteArray &content)
         if (reader.isEndElement())
             --depth;
     }
-    return true; // what else is wrong with it the parser says
+    return true; // the parser reports other errors
 }
 
-/// The document that @p content makes; null if it makes none. The last one is kept, because start-up reads the same
-/// file several times over.
+/// The parsed @p content; a null document if it cannot be parsed. The last one is cached, because start-up reads the
+/// same file several times.
 QDomDocument parsed(const QByteArray &content)
 {
-    static auto &last = *new QPair<QByteArray, QDomDocument>; // lives longer than every static object
+    static auto &last = *new QPair<QByteArray, QDomDocument>; // never deleted: static objects may use it at exit
     if (last.second.isNull() || last.first != content) {
         QDomDocument document;
         const bool isGood = isShallow(content) && document.setContent(content);

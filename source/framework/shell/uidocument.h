@@ -5,8 +5,8 @@
 /// The file in the configuration directory that declares actions, tool bars and menus.
 inline constexpr QLatin1StringView uiConfigFileName{"uiconfig.xml"};
 
-/// Reads the file @p path, which declares the user interface, anew. A file that cannot be opened or parsed is reported
-/// on the warning channel in the name of @p reader, and gives an empty document.
+/// Reads the file @p path, which declares the user interface. If it cannot be opened or parsed, prints a warning that
+/// begins with @p reader, and returns a null document.
 ///
 /// Elements nested deeper than 1000 levels count as unparsable: no menu needs them, and the document tree is
 /// destroyed by recursion.

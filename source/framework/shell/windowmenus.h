@@ -8,10 +8,10 @@ class WindowMenus : public QObject
 {
     Q_OBJECT
 public:
-    /// @p parts, which outlives this object, has its menus already.
+    /// @p parts outlives this object. Its menus must exist.
     explicit WindowMenus(WindowParts &parts);
 
-public Q_SLOTS: // by position in the menu; positions that it does not have are ignored
+public Q_SLOTS: // the argument is the position in the menu; positions out of range are ignored
     void recentFileSelected(int index);
     void recentWorkspaceSelected(int index);
     void activateView(int index);

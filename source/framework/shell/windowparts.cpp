@@ -11,6 +11,7 @@
 #include "outputwindow.h"
 #include "pictures.h"
 #include "plugindocuments.h"
+#include "project.h"
 #include "projectdropdown.h"
 #include "projectfile.h"
 #include "projectworkspace.h"
@@ -30,6 +31,15 @@ namespace {
 IDEApplication *application()
 {
     return IDEApplication::instance();
+}
+
+TemplateDirectories templateDirectories()
+{
+    const auto below = [](PathId id, const QString &folder) { return application()->path(id).filePath(folder); };
+    return {.installed = below(PathPlugInRoot, u"templates"_s),
+            .user = below(PathUserData, u"mytemplates"_s),
+            .files = below(PathData, u"filetemplates"_s),
+            .userFiles = below(PathUserData, u"filetemplates"_s)};
 }
 
 /// Optional: no warning if it is missing.
@@ -53,7 +63,7 @@ WindowParts::WindowParts(MainWindow &window)
     , status(window.statusBar())
 {}
 
-/// The views go before the kinds of their documents, and both before what they refer to.
+/// Deletes the views before the kinds of their documents, and both before the objects that they refer to.
 WindowParts::~WindowParts()
 {
     viewManager.reset();
@@ -72,7 +82,7 @@ void WindowParts::setUp()
     ui.setActionEnabled(u"windowTile"_s, viewManager->canTile());
     title = ui.title();
     setUpDocks();
-    // The labels change before the commands are informed, the caption after them.
+    // The labels are updated before the commands receive the signal, the caption after them.
     QObject::connect(&activity, &Activity::stateEntered, &window, [this](ActivityState state, ActivityState previous) {
         if (state != previous && !isDebugState(state))
             status.hideInfo();
@@ -170,6 +180,7 @@ void WindowParts::setUpDocks()
     outputDock->setWidget(outputWindow);
     debugWindows = std::make_unique<DebugWindows>(activity, services);
     addDebugContents(*debugWindows, activity);
+    formats.setDebugWindows(debugWindows.get());
     addDock(u"pythonOutputDockWindow"_s, MainWindow::tr("Python Output"), Qt::RightDockWidgetArea)->hide();
     window.setCorner(Qt::BottomLeftCorner, Qt::LeftDockWidgetArea);
     QObject::connect(outputWindow, &OutputWindow::lookupSource, &window, &MainWindow::lookupSource);
@@ -190,7 +201,7 @@ void WindowParts::connectNavigator() const
     QObject::connect(viewManager.get(), &ViewManager::sourceChanged, navigator, &Navigator::helpSourceChanged);
 }
 
-/// Dock windows take their sizes as parts of the window's, so it must have the size that it will be shown in.
+/// The sizes of dock windows are parts of the window's size, so it must already have its final size.
 void WindowParts::restoreLayout() const
 {
     const QRect available = QGuiApplication::primaryScreen()->availableGeometry();
@@ -210,7 +221,7 @@ void WindowParts::startConsole()
 
 // Commands
 
-/// Signals of the activity reach the commands in the order in which these are made.
+/// The commands receive signals of the activity in the order in which they are created.
 void WindowParts::setUpCommands()
 {
     fileCommands = std::make_unique<FileCommands>(activity, services);
@@ -220,10 +231,12 @@ void WindowParts::setUpCommands()
     debugControl = std::make_unique<DebugControl>(activity, services, *buildControl);
     debugControl->options().load(*application()->settings());
     projectCommands = std::make_unique<ProjectCommands>(activity, services);
+    templateCommands = std::make_unique<TemplateCommands>(activity, services, *projectCommands, templateDirectories());
     pluginBinder = std::make_unique<PluginBinder>(activity, services);
     toolsCommands = std::make_unique<ToolsCommands>(activity, services);
     optionsCommands = std::make_unique<OptionsCommands>(services, application()->path(PathConfig), formats.formats(),
                                                         debugControl->options(), *toolsCommands);
+    zoomCommands = std::make_unique<ZoomCommands>(services);
     sessions = std::make_unique<SessionKeeper>(activity, services);
     keepWatches();
     menus = std::make_unique<WindowMenus>(*this);
@@ -233,6 +246,8 @@ void WindowParts::setUpCommands()
     QObject::connect(toolsCommands.get(), &ToolsCommands::output, outputWindow->page(OutputWindow::Debug),
                      &OutputPage::outputLine);
     QObject::connect(optionsCommands.get(), &OptionsCommands::appearanceChanged, &window, [this] { formats.apply(); });
+    QObject::connect(zoomCommands.get(), &ZoomCommands::zoomChanged, &window, [this] { formats.apply(); });
+    QObject::connect(navigator, &Navigator::saveAsTemplate, templateCommands.get(), &TemplateCommands::saveAsTemplate);
     connectReports();
 }
 
@@ -245,7 +260,7 @@ void WindowParts::keepWatches() const
 
 void WindowParts::disableUnavailableActions() const
 {
-    for (const QString &name : {u"fileNew"_s, u"projectNew"_s, u"helpSearch"_s, u"helpHome"_s})
+    for (const QString &name : {u"helpSearch"_s, u"helpHome"_s})
         ui.setActionEnabled(name, false);
 }
 

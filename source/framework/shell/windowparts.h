@@ -16,6 +16,7 @@
 #include "projectcommands.h"
 #include "sessionkeeper.h"
 #include "statuslabels.h"
+#include "templatecommands.h"
 #include "toolscommands.h"
 #include "uiconfig.h"
 #include "viewmanager.h"
@@ -23,21 +24,22 @@
 #include "windowgeometry.h"
 #include "windowmenus.h"
 #include "workspace.h"
+#include "zoomcommands.h"
 #include <QPointer>
 class DockWindow;
 class MainWindow;
 class Navigator;
 class OutputWindow;
 
-/// What the main window is made of, and how it is wired. Members stand in the order in which they are made; setUp()
-/// makes those that are pointers, and none of them is null from then on.
+/// The parts of the main window and their connections. Members are in the order of their creation; setUp() creates
+/// those that are pointers, and none of them is null after that.
 struct WindowParts
 {
     explicit WindowParts(MainWindow &window);
     ~WindowParts();
 
     void setUp();
-    void startConsole(); ///< Runs "startup.py" as well, which may use the whole window.
+    void startConsole(); ///< Also runs "startup.py", which may use the whole window.
 
     DockWindow *addDock(const QString &objectName, const QString &caption, Qt::DockWidgetArea area);
     /// Tool bars in the order of the UI file, then dock windows in the order in which they were made.
@@ -72,9 +74,11 @@ struct WindowParts
     std::unique_ptr<BuildControl> buildControl;
     std::unique_ptr<DebugControl> debugControl;
     std::unique_ptr<ProjectCommands> projectCommands;
+    std::unique_ptr<TemplateCommands> templateCommands;
     std::unique_ptr<PluginBinder> pluginBinder;
     std::unique_ptr<ToolsCommands> toolsCommands;
     std::unique_ptr<OptionsCommands> optionsCommands;
+    std::unique_ptr<ZoomCommands> zoomCommands;
     std::unique_ptr<SessionKeeper> sessions;
     std::unique_ptr<WindowMenus> menus;
 

@@ -32,6 +32,7 @@ public:
     }
     void showWorkspace();                           ///< Shows the projects of the open workspace again, from the start.
     [[nodiscard]] Project *selectedProject() const; ///< Null for none.
+    [[nodiscard]] bool isFileSelected() const;
     [[nodiscard]] bool hasHelp() const { return m_helpWidget; }
 
 public Q_SLOTS:
@@ -55,6 +56,7 @@ Q_SIGNALS:
     void previousAvailable(bool available);
     void nextAvailable(bool available);
     void displayFileProperties(ProjectFile *file);
+    void saveAsTemplate(Project *project);
 
 private:
     struct HelpCommands

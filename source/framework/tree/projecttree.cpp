@@ -406,6 +406,11 @@ ProjectTreeItem *ProjectTree::selectedItem() const
     return static_cast<ProjectTreeItem *>(firstSelectedItem());
 }
 
+ProjectFile *ProjectTree::selectedFile() const
+{
+    return fileOf(selectedItem());
+}
+
 Project *ProjectTree::selectedProject() const
 {
     const ProjectTreeItem *item = selectedItem();
@@ -418,7 +423,7 @@ Project *ProjectTree::selectedProject() const
 
 QString ProjectTree::selectedPath() const
 {
-    const ProjectFile *file = fileOf(selectedItem());
+    const ProjectFile *file = selectedFile();
     return file ? file->project()->absolutePath(file->path()) : QString();
 }
 

@@ -42,6 +42,7 @@ public:
     [[nodiscard]] Project *
     selectedProject() const; ///< That of the first selected item; null if none or the root is selected.
     [[nodiscard]] ProjectTreeItem *selectedItem() const; ///< the first one from the top
+    [[nodiscard]] ProjectFile *selectedFile() const;     ///< null if the first selected item is not a file
 
 public Q_SLOTS:
     void slotContextMenuRequested(ListViewItem *item, const QPoint &point);
@@ -73,6 +74,7 @@ Q_SIGNALS:
     void pasteAvailable(bool available);
     void fileSelected(const QString &path); ///< As stored, possibly relative; empty if no file is selected.
     void displayFileProperties(ProjectFile *file);
+    void saveAsTemplate(Project *project);
 
 protected:
     void keyPressEvent(QKeyEvent *event) override;

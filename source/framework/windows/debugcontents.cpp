@@ -1,6 +1,7 @@
 #include "debugcontents.h"
 #include "debugwindows.h"
 #include "interfacepanes.h"
+#include "multimemorywindow.h"
 #include "multiwatchwindow.h"
 #include "peripheralwidget.h"
 #include "registerwidget.h"
@@ -23,4 +24,5 @@ void addDebugContents(DebugWindows &windows, const Activity &activity)
     windows.setContent(DebugWindows::Registers, named(u"registerWidget"_s, new MultiRegisterWindow(activity)));
     windows.setContent(DebugWindows::Peripherals, named(u"peripheralWidget"_s, new MultiPeripheralWindow(activity)));
     windows.setContent(DebugWindows::Watches, named(u"watchWindow"_s, new MultiWatchWindow(activity)));
+    windows.setContent(DebugWindows::Memory, named(u"memoryWindow"_s, new MultiMemoryWindow(activity)));
 }

@@ -56,6 +56,14 @@ void DebugWindows::setContent(Window window, MultiWidget *content)
     connect(content, &MultiWidget::doUpdate, this, [this, window] { updateOthers(window); });
 }
 
+void DebugWindows::setAppearance(const PaneAppearance &appearance)
+{
+    for (const Entry &entry : m_windows) {
+        if (entry.content)
+            entry.content->setAppearance(appearance);
+    }
+}
+
 void DebugWindows::toggle(Window window)
 {
     Entry &entry = m_windows[window];

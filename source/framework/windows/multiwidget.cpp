@@ -1,6 +1,5 @@
 #include "multiwidget.h"
 #include "activity.h"
-#include "debugpane.h"
 #include "project.h"
 #include "projectworkspace.h"
 #include <QBoxLayout>
@@ -54,6 +53,13 @@ void MultiWidget::setPaused(bool paused)
     m_paused = paused;
     for (DebugPane *pane : widgets())
         pane->setPaused(paused);
+}
+
+void MultiWidget::setAppearance(const PaneAppearance &appearance)
+{
+    m_appearance = appearance;
+    for (DebugPane *pane : widgets())
+        pane->setAppearance(appearance);
 }
 
 void MultiWidget::currentProjectChanged()
@@ -129,6 +135,8 @@ DebugPane *MultiWidget::newPane(QWidget *parent, IExecutionEnvironment *environm
     if (!pane)
         return nullptr;
     pane->setPaused(m_paused);
+    if (m_appearance)
+        pane->setAppearance(*m_appearance);
     connect(pane, &DebugPane::doUpdate, this, &MultiWidget::update);
     connect(this, &MultiWidget::doUpdate, pane, &DebugPane::update);
     return pane;

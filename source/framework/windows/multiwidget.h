@@ -1,7 +1,7 @@
 #pragma once
-#include <QWidget>
+#include "debugpane.h"
+#include <optional>
 class Activity;
-class DebugPane;
 class IExecutionEnvironment;
 class Project;
 class QTabWidget;
@@ -16,6 +16,7 @@ public:
     explicit MultiWidget(const Activity &activity, QWidget *parent = nullptr);
 
     [[nodiscard]] QList<DebugPane *> widgets() const;
+    void setAppearance(const PaneAppearance &appearance); ///< Of all panes, those that are made later included.
 
 public Q_SLOTS:
     void update();               ///< All panes read everything again.
@@ -45,4 +46,5 @@ private:
     QTabWidget *m_tabs;
     DebugPane *m_singlePane = nullptr;
     bool m_paused = false;
+    std::optional<PaneAppearance> m_appearance;
 };

@@ -31,6 +31,8 @@ class Keyboard:
     def press(self, combination):
         """Presses and releases keys together: press("Ctrl+S"), press("F4"), press("x")."""
         *modifiers, key = keys.split(combination)
+        if modifiers and len(key) == 1:
+            key = key.lower()  # the S of Ctrl+S is not typed with Shift
         code, shifted = self._codes[_SYMBOLS.get(key) or ord(key)]
         held = [self._codes[_SYMBOLS[modifier]][0] for modifier in modifiers]
         if shifted and "Shift" not in modifiers:

@@ -108,7 +108,8 @@ public:
         return 0;
     }
 
-    QString native(const QString &name, const QStringList &options = {u"-g"_s}) const
+    /// Without shared libraries, whose symbols gdb would read for each session.
+    QString native(const QString &name, const QStringList &options = {u"-g"_s, u"-static-pie"_s}) const
     {
         const QString image = m_directory.filePath(name);
         return run(u"gcc"_s, QStringList{u"-O0"_s, source(u"native.c"_s), u"-o"_s, image} + options) ? image

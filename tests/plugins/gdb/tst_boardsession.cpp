@@ -1,7 +1,5 @@
-#include "livesession.h"
-#include "qemutarget.h"
+#include "boardfirmware.h"
 #include "targetconsole.h"
-#include <csignal>
 #include <QLineEdit>
 #include <QTreeWidget>
 #include <QVBoxLayout>
@@ -9,7 +7,7 @@
 using Env = IExecutionEnvironment;
 
 /// Sessions with firmware on emulated boards.
-class tst_BoardSession : public QObject
+class tst_BoardSession : public QObject, private BoardFirmware
 {
     Q_OBJECT
 private Q_SLOTS:
@@ -37,25 +35,9 @@ private Q_SLOTS:
     void fieldsOfPeripheralsAreKnown();
     void wakeUpEndsSleep();
     void selectedCallerChangesLocals();
-    void twoCoresStopTogether();
-    void twoBoardsRunAndPauseTogether();
-    void killedProcessIsReported_data();
-    void killedProcessIsReported();
     void semihostingOutputIsShownAndExitEndsTheProgram();
-    void lockedUpProcessorEndsTheSessionWithAMessage();
-    void hangingEmulatorMakesQueriesFailUntilItContinues();
-    void unknownBoardOrMissingQemuIsReported();
     void logCommandShowsCommandsAndAnswers();
     void reloadKeepsBreakpoints();
-
-private:
-    Programs m_programs;
-    QString m_image;
-    QString option(const QString &more = {}) const { return u"qemu:mps2-an385;image="_s + m_image + more; }
-    static QString at(const QString &text) { return u"firmware.c, %1"_s.arg(Programs::lineOf(u"firmware.c"_s, text)); }
-    static QString atMain() { return u"firmware.c, %1"_s.arg(line(u"UART_BAUDDIV = 16"_s) - 1); }
-    static QString file() { return Programs::source(u"firmware.c"_s); }
-    static int line(const QString &text) { return Programs::lineOf(u"firmware.c"_s, text); }
 };
 
 namespace {
@@ -74,8 +56,7 @@ bool isInItsLoop(const LiveSession &session)
 
 void tst_BoardSession::initTestCase()
 {
-    m_image = m_programs.firmware(u"firmware.elf"_s);
-    QVERIFY(!m_image.isEmpty());
+    QVERIFY(build());
 }
 
 void tst_BoardSession::init()
@@ -484,93 +465,6 @@ void tst_BoardSession::selectedCallerChangesLocals()
     QTRY_COMPARE(session.evaluate(u"sum"_s), u"40"_s);
 }
 
-void tst_BoardSession::twoCoresStopTogether()
-{
-    const QString first = m_programs.firmware(u"core0.elf"_s, u"core0.ld"_s, {u"-mcpu=cortex-m33"_s, u"-DCORE0"_s});
-    const QString second = m_programs.firmware(u"core1.elf"_s, u"core1.ld"_s, {u"-mcpu=cortex-m33"_s, u"-DCORE1"_s});
-    QVERIFY(!first.isEmpty() && !second.isEmpty());
-    LiveSession session(u"qemu:mps2-an521;image=%1;secondImage=%2"_s.arg(first, second));
-    QVERIFY(session.start());
-    QCOMPARE(session.env->session()->frame().function, u"main"_s);
-    session.get<IBreakpoints>()->setBreakpoint(file(), line(u"cores = cores + 1"_s), BreakpointEnabled);
-    session.env->run();
-    QVERIFY(session.waitFor(Env::ProgramBreakpointHit));
-    QCOMPARE(session.env->session()->threadId(), u"2"_s);
-    QCOMPARE(session.location(), at(u"cores = cores + 1"_s));
-    QVERIFY(session.env->session()->selectThread(u"1"_s));
-    QVERIFY(session.waitFor(Env::ProgramPaused));
-    QCOMPARE(session.env->session()->frame().function, u"spin"_s);
-    session.env->restart();
-    QVERIFY(session.waitFor(Env::ProgramPaused));
-}
-
-void tst_BoardSession::twoBoardsRunAndPauseTogether()
-{
-    LiveSession first(option(u";group=pair"_s));
-    LiveSession second(option(u";group=pair"_s));
-    LiveSession otherGroup(option());
-    const auto leader = first.get<IMultiProcessorSync>();
-    QCOMPARE(leader->groupId(), u"pair"_s);
-    QCOMPARE(leader->supportedOperations(u"pair"_s), 0x000F000F);
-    QCOMPARE(second.get<IMultiProcessorSync>()->supportedOperations(u"pair"_s), 0x000F000F);
-    QCOMPARE(second.get<IMultiProcessorSync>()->supportedOperations(u"other"_s), 0);
-    QCOMPARE(otherGroup.get<IMultiProcessorSync>()->supportedOperations(QString()), 0);
-    QVERIFY(first.start() && second.start() && otherGroup.start());
-    for (int round = 0; round < 3; ++round) {
-        leader->syncRun();
-        QVERIFY(first.waitFor(Env::ProgramRunning) && second.waitFor(Env::ProgramRunning));
-        leader->syncPause();
-        QVERIFY(first.waitFor(Env::ProgramPaused) && second.waitFor(Env::ProgramPaused));
-    }
-    const QList<QWidget *> widgets = second.get<IDockExtension>()->widgets();
-    auto *console = static_cast<TargetConsole *>(widgets[2]);
-    console->append("from the run before");
-    leader->syncRestart();
-    QCOMPARE(second.location(), atMain());
-    QCOMPARE(console->text(), QString());
-    qDeleteAll(widgets);
-    QCOMPARE(otherGroup.env->programStatus(), Env::ProgramPaused);
-}
-
-void tst_BoardSession::killedProcessIsReported_data()
-{
-    QTest::addColumn<QString>("victim");
-    QTest::addColumn<bool>("running");
-    QTest::addColumn<int>("status");
-    QTest::addColumn<QString>("words");
-    QTest::newRow("gdb, paused") << u"gdb"_s << false << int(Env::ProgramUnknown) << u"gdb has ended unexpectedly."_s;
-    QTest::newRow("gdb, running") << u"gdb"_s << true << int(Env::ProgramUnknown) << u"gdb has ended unexpectedly."_s;
-    QTest::newRow("QEMU, paused") << u"qemu"_s << false << int(Env::ProgramFinished)
-                                  << u"'qemu-system-arm' was ended by a signal."_s;
-    QTest::newRow("QEMU, running") << u"qemu"_s << true << int(Env::ProgramFinished)
-                                   << u"'qemu-system-arm' was ended by a signal."_s;
-}
-
-void tst_BoardSession::killedProcessIsReported()
-{
-    QFETCH(QString, victim);
-    QFETCH(bool, running);
-    QFETCH(int, status);
-    QFETCH(QString, words);
-    LiveSession session(option());
-    QVERIFY(session.start());
-    if (running) {
-        session.env->run();
-        QVERIFY(session.waitFor(Env::ProgramRunning));
-    }
-    const auto *target = static_cast<QemuTarget *>(session.env->session()->target());
-    ::kill(pid_t(victim == u"gdb" ? session.env->session()->gdb()->processId() : target->processId()), SIGKILL);
-    QVERIFY(session.waitFor(Env::ProgramStatus(status)));
-    QTRY_VERIFY2(session.events.text.contains(words), qPrintable(session.events.text));
-    uint value = 0;
-    QCOMPARE(session.get<IMemory>()->read(0, IMemory::Byte, 0, &value), int(IMemory::NoMemory));
-    session.env->pause();
-    session.env->stepOver(u"firmware.c"_s);
-    session.env->restart();
-    QVERIFY(session.waitFor(Env::ProgramPaused));
-    QCOMPARE(session.location(), atMain());
-}
-
 void tst_BoardSession::semihostingOutputIsShownAndExitEndsTheProgram()
 {
     LiveSession session(option());
@@ -581,49 +475,11 @@ void tst_BoardSession::semihostingOutputIsShownAndExitEndsTheProgram()
     session.env->run();
     QVERIFY(session.waitFor(Env::ProgramFinished));
     QTRY_VERIFY2(output.contains("by semihosting\n"), output.constData());
+    QTRY_VERIFY2(output.contains("by a stream\n"), output.constData());
     QTRY_VERIFY2(session.events.text.contains(u"ended with code 5."_s), qPrintable(session.events.text));
     session.env->restart();
     QVERIFY(session.waitFor(Env::ProgramPaused));
     QCOMPARE(session.location(), atMain());
-}
-
-void tst_BoardSession::lockedUpProcessorEndsTheSessionWithAMessage()
-{
-    LiveSession session(option());
-    QVERIFY(session.start());
-    QCOMPARE(session.evaluate(u"command=6"_s), u"6"_s); // a fault in the fault handler locks up the processor
-    session.env->run();
-    QVERIFY(session.waitFor(Env::ProgramFinished));
-    QTRY_VERIFY2(session.events.text.contains(u"Lockup"_s), qPrintable(session.events.text));
-}
-
-void tst_BoardSession::hangingEmulatorMakesQueriesFailUntilItContinues()
-{
-    LiveSession session(option());
-    QVERIFY(session.start());
-    const auto emulator = pid_t(static_cast<QemuTarget *>(session.env->session()->target())->processId());
-    ::kill(emulator, SIGSTOP);
-    session.env->session()->targetChanged();
-    const QString first = session.evaluate(u"*(int *)0x20001000"_s);
-    QVERIFY2(
-        first.startsWith(u"error: gdb did not answer '-data-evaluate-expression \"*(int *)0x20001000\"' within "_s),
-        qPrintable(first));
-    QCOMPARE(session.evaluate(u"1"_s), u"error: gdb does not answer."_s); // at once
-    ::kill(emulator, SIGCONT);
-    QTRY_COMPARE(session.evaluate(u"1"_s), u"1"_s);
-    session.env->stepOver(u"firmware.c"_s);
-    QVERIFY(session.waitFor(Env::ProgramPaused));
-}
-
-void tst_BoardSession::unknownBoardOrMissingQemuIsReported()
-{
-    LiveSession session(u"qemu:nosuchboard;image="_s + m_image);
-    QVERIFY(!session.env->start(false));
-    QVERIFY2(session.events.serious.startsWith(u"'qemu-system-arm' ended at once: "_s),
-             qPrintable(session.events.serious));
-    LiveSession missing(option(u";qemu=/nowhere/qemu"_s));
-    QVERIFY(!missing.env->start(false));
-    QVERIFY2(missing.events.serious.startsWith(u"Cannot run '/nowhere/qemu': "_s), qPrintable(missing.events.serious));
 }
 
 void tst_BoardSession::logCommandShowsCommandsAndAnswers()
