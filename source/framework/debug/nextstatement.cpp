@@ -76,9 +76,25 @@ void NextStatement::viewDisassembly()
     const Activity::Environment environment = m_activity.currentEnvironment();
     if (!queryInterface<IDisassembly>(environment.get()))
         return;
-    m_window.workspace()->openDocument(disassemblyName(environment.get(), m_activity.currentProject()->name()), true);
+    QString name = disassemblyName(environment.get(), m_activity.currentProject()->name());
+    const bool wasOpen = m_window.workspace()->findDocument(name);
+    m_window.workspace()->openDocument(name, true);
+    int line = 0;
+    const auto ask = [&](IExecutionEnvironment *target) { return target->currentLocation(name, line); };
+    auto *navigation = viewInterface<ITextNavigation>(m_window.viewManager()->currentView());
+    if (!wasOpen && navigation && m_activity.state() == StatePaused && currentFile() == name
+        && askLocation(environment.get(), ask) && isDisassemblyName(name))
+        navigation->gotoLine(line);
     refreshMarker();
     m_breakpoints.refreshMarkers();
+}
+
+void NextStatement::refreshDisassemblies()
+{
+    for (const QPointer<View> &view : m_window.viewManager()->views().guarded()) {
+        if (view && isDisassemblyName(view->document()->filename()))
+            view->update(nullptr, false);
+    }
 }
 
 void NextStatement::showSource()

@@ -16,7 +16,8 @@ public:
     void show();
     /// In the disassembly, goes to the source of the next statement; in other views only updates the markers.
     void showSource();
-    void viewDisassembly();
+    void viewDisassembly();      ///< Opens it where a paused program is, or brings it to the front as it is.
+    void refreshDisassemblies(); ///< Has the open ones read the instructions again.
     void refreshMarker();
     void clearMarker();
     void closeOrphanedDisassemblies(); ///< Those of environments that environmentOfKey() does not find.
