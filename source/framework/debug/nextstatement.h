@@ -24,6 +24,7 @@ public:
 
 private:
     [[nodiscard]] bool goToLocation();
+    void goToInstruction();
     [[nodiscard]] bool openSource(const QString &file);
     [[nodiscard]] QString currentFile() const;
 
