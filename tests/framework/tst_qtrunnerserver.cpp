@@ -240,6 +240,29 @@ private Q_SLOTS:
         QCOMPARE(Driver(*m_fixture).ask("GETCLASS edit\n"), "OK QLineEdit\r\n");
     }
 
+    void descendantsOfAnEarlierChildPrecedeALaterChild()
+    {
+        auto *button = new QPushButton(new QWidget(new QWidget(&m_fixture->window)));
+        button->setObjectName(u"twice"_s);
+        (new QLineEdit(&m_fixture->window))->setObjectName(u"twice"_s);
+        QCOMPARE(Driver(*m_fixture).ask("GETCLASS twice\n"), "OK QPushButton\r\n");
+    }
+
+    void visibleObjectOfANamePrecedesHiddenOnes()
+    {
+        auto *edit = m_fixture->window.findChild<QLineEdit *>(u"edit"_s);
+        auto *second = new QPushButton(&m_fixture->window);
+        second->setObjectName(u"edit"_s);
+        m_fixture->window.show();
+        second->show();
+        Driver driver(*m_fixture);
+        QCOMPARE(driver.ask("GETCLASS edit\n"), "OK QLineEdit\r\n");
+        edit->hide();
+        QCOMPARE(driver.ask("GETCLASS edit\n"), "OK QPushButton\r\n");
+        second->hide();
+        QCOMPARE(driver.ask("GETCLASS edit\n"), "OK QLineEdit\r\n");
+    }
+
     // Events ------------------------------------------------------------------
 
     void postedEventsArriveAsDescribed_data()

@@ -3,6 +3,7 @@
 #include "eventtext.h"
 #include "objectmodel.h"
 #include "qt3numbers.h"
+#include <algorithm>
 #include <QAction>
 #include <QCoreApplication>
 #include <QMetaMethod>
@@ -205,9 +206,17 @@ QString RunnerCommands::doAction(CommandWords &words) const
     return Ok;
 }
 
+/// Dialogs have fields of the same names, so a visible widget precedes hidden ones.
 QObject *RunnerCommands::findChild(const QString &name) const
 {
-    return m_mainWidget && !name.isEmpty() ? m_mainWidget->findChild<QObject *>(name) : nullptr;
+    if (!m_mainWidget || name.isEmpty())
+        return nullptr;
+    const QList<QObject *> objects = m_mainWidget->findChildren<QObject *>(name);
+    const auto visible = std::ranges::find_if(objects, [](const QObject *object) {
+        const auto *widget = qobject_cast<const QWidget *>(object);
+        return widget && widget->isVisible();
+    });
+    return visible != objects.end() ? *visible : objects.value(0);
 }
 
 QObject *RunnerCommands::findObject(const QString &name) const

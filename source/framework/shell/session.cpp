@@ -3,6 +3,7 @@
 #include "textview.h"
 #include "textviewedit.h"
 #include "viewmanager.h"
+#include "wholefile.h"
 #include "workspace.h"
 #include <QCryptographicHash>
 #include <QDir>
@@ -138,16 +139,15 @@ QString SessionStore::fileOf(const QString &workspace) const
 
 Session SessionStore::load(const QString &workspace) const
 {
-    QFile file(fileOf(workspace));
-    if (!file.open(QIODevice::ReadOnly))
-        return {};
-    const QJsonObject root = QJsonDocument::fromJson(file.readAll()).object();
+    const QByteArray bytes = readFile(fileOf(workspace)).value_or(QByteArray());
+    const QJsonObject root = QJsonDocument::fromJson(bytes).object();
     if (root[u"version"_s].toInt() != FormatVersion)
         return {};
     Session session;
     session.active = root[u"active"_s].toInt(-1);
     for (const auto &value : root[u"files"_s].toArray())
         session.files.append(fileFromJson(value.toObject()));
+    session.parts = root[u"parts"_s].toObject();
     return session;
 }
 
@@ -156,8 +156,11 @@ bool SessionStore::save(const QString &workspace, const Session &session) const
     QJsonArray files;
     for (const Session::File &file : session.files)
         files.append(toJson(file));
-    const QJsonObject root{
-        {u"version"_s, FormatVersion}, {u"workspace"_s, workspace}, {u"active"_s, session.active}, {u"files"_s, files}};
+    const QJsonObject root{{u"version"_s, FormatVersion},
+                           {u"workspace"_s, workspace},
+                           {u"active"_s, session.active},
+                           {u"files"_s, files},
+                           {u"parts"_s, session.parts}};
     QSaveFile file(fileOf(workspace));
     return QDir().mkpath(m_directory) && file.open(QIODevice::WriteOnly)
            && file.write(QJsonDocument(root).toJson()) >= 0 && file.commit();
