@@ -36,9 +36,9 @@ BranchTarget targetOf(const QRegularExpressionMatch &match)
 
 std::optional<BranchTarget> branchTarget(const QString &line)
 {
-    // Some processors name the distance, and the address in a comment.
+    // Some processors have the distance or the bare address in the operand, and the symbol in a comment.
     static const QRegularExpression relative(
-        u"(?:^|\\s)([a-z]+)\\s+\\.[+-][0-9]+\\s*;\\s*0x([0-9a-f]{1,16})((?:\\s*<[^>]*>)?)"_s,
+        u"(?:^|\\s)([a-z]+)\\s+(?:\\.[+-][0-9]+|0x[0-9a-f]+)\\s*;\\s*0x([0-9a-f]{1,16})((?:\\s*<[^>]*>)?)"_s,
         QRegularExpression::CaseInsensitiveOption);
     static const QRegularExpression comment(u"\\s(?:;|//|@|#\\s)"_s);
     static const QRegularExpression instruction(
