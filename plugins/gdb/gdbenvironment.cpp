@@ -1,4 +1,5 @@
 #include "gdbenvironment.h"
+#include "formattedexpression.h"
 #include "iprojectfile.h"
 #include "iprojectfolder.h"
 #include "iprojectproperties.h"
@@ -307,8 +308,18 @@ int GdbEnvironment::evaluate(const QString &expression, QString &result)
         result = tr("no program is being debugged");
         return 1;
     }
-    const MiRecord answer = m_session.gdb()->ask("-data-evaluate-expression " + miQuoted(expression), EvaluateLimit);
-    result = answer.isDone() ? answer.results.text(u"value") : answer.errorText().section(u'\n', 0, 0);
+    const FormattedExpression parts = parseFormattedExpression(expression);
+    MiRecord answer;
+    if (parts.format.isNull()) {
+        answer = m_session.gdb()->ask("-data-evaluate-expression " + miQuoted(expression), EvaluateLimit);
+        result = answer.results.text(u"value");
+    } else { // the other command has no formats
+        QString line = u"output/%1 %2"_s.arg(parts.format).arg(parts.expression);
+        result.clear();
+        answer = m_session.gdb()->askConsole(line.replace(u'\n', u' '), &result, EvaluateLimit);
+    }
+    if (!answer.isDone())
+        result = answer.errorText().section(u'\n', 0, 0);
     if (answer.isDone() && expression.contains(u'='))
         m_session.targetChanged();
     return answer.isDone() ? 0 : 1;

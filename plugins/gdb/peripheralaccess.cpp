@@ -1,6 +1,5 @@
 #include "peripheralaccess.h"
 #include "memoryaccess.h"
-#include <algorithm>
 #include <QDateTime>
 #include <QFile>
 #include <QFileInfo>
@@ -8,12 +7,9 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-bool usesUpperHalf(const SvdRegister &device)
+uint maskedTo(uint value, int width)
 {
-    return device.width > 16
-           && (device.fields.isEmpty()
-               || std::any_of(device.fields.begin(), device.fields.end(),
-                              [](const SvdField &field) { return field.lowBit + field.width > 16; }));
+    return width < 32 ? value & ((1u << width) - 1) : value;
 }
 
 QString fieldText(const SvdField &field, uint value)
@@ -28,6 +24,14 @@ QString fieldText(const SvdField &field, uint value)
             text += u" "_s + name;
     }
     return (text + (field.description.isEmpty() ? QString() : u": "_s + field.description)).toHtmlEscaped();
+}
+PeripheralFieldInfo fieldInfo(const SvdField &field)
+{
+    PeripheralFieldInfo info{
+        field.name, field.lowBit, field.width, field.readable, field.writable, {}, field.description.toHtmlEscaped()};
+    for (const auto &[number, name] : field.names)
+        info.values.append({uint(number), name});
+    return info;
 }
 } // namespace
 
@@ -62,23 +66,14 @@ void PeripheralAccess::build(const QList<SvdPeripheral> &peripherals)
     }
     for (const SvdPeripheral &peripheral : peripherals) {
         PeripheralInfo info{peripheral.name, {}};
-        for (const SvdRegister &device : peripheral.registers)
-            appendRows(peripheral, device, uses.value(device.name) == 1, &info);
+        for (const SvdRegister &device : peripheral.registers) {
+            const QString name = uses.value(device.name) == 1 ? device.name : peripheral.name + u'.' + device.name;
+            info.registers.append({name, device.width, !device.writable});
+            m_rows.insert(name, {device, 0});
+        }
         m_infos.append(info);
         m_descriptions.insert(peripheral.name, peripheral.description);
     }
-}
-
-void PeripheralAccess::appendRows(const SvdPeripheral &peripheral, const SvdRegister &device, bool unique,
-                                  PeripheralInfo *info)
-{
-    const QString name = unique ? device.name : peripheral.name + u'.' + device.name;
-    info->registers.append({name, 0, !device.writable});
-    m_rows.insert(name, {device, false, 0});
-    if (!usesUpperHalf(device))
-        return;
-    info->registers.append({name + u"[31:16]"_s, 0, !device.writable});
-    m_rows.insert(name + u"[31:16]"_s, {device, true, 0});
 }
 
 PeripheralAccess::Row *PeripheralAccess::find(const QString &peripheral, const QString &registerName)
@@ -94,11 +89,16 @@ QList<PeripheralInfo> PeripheralAccess::peripherals()
     return m_infos;
 }
 
-bool PeripheralAccess::refresh(Row *row)
+bool PeripheralAccess::isSensitive(const SvdRegister &device) const
 {
-    if (!row->device.readable || (row->device.readingChanges && !m_readSensitive))
-        return false;
-    return m_memory->readWord(row->device.address, row->device.width / 8, &row->last);
+    return device.readingChanges && !m_readSensitive;
+}
+
+void PeripheralAccess::read(Row *row)
+{
+    uint value = 0;
+    if (row->device.readable && m_memory->readWord(row->device.address, row->device.width / 8, &value))
+        row->last = value;
 }
 
 uint PeripheralAccess::value(const QString &peripheral, const QString &registerName)
@@ -106,24 +106,40 @@ uint PeripheralAccess::value(const QString &peripheral, const QString &registerN
     Row *row = find(peripheral, registerName);
     if (!row)
         return 0;
-    refresh(row);
-    return row->upper ? row->last >> 16 : row->last & 0xffff;
+    if (!isSensitive(row->device))
+        read(row);
+    return row->last;
 }
 
-/// The other half keeps its value; in a register whose bits are cleared by writing ones, zeros are written to it.
+uint PeripheralAccess::readNow(const QString &peripheral, const QString &registerName)
+{
+    Row *row = find(peripheral, registerName);
+    if (!row)
+        return 0;
+    read(row);
+    return row->last;
+}
+
 void PeripheralAccess::setValue(const QString &peripheral, const QString &registerName, uint value)
 {
     Row *row = find(peripheral, registerName);
     if (!row || !row->device.writable)
         return;
-    uint other = 0;
-    if (row->device.width > 16 && !row->device.onesClear) {
-        refresh(row);
-        other = row->last & (row->upper ? 0xffffu : 0xffff0000u);
-    }
-    const uint half = value & 0xffff;
-    row->last = row->device.width > 16 ? (row->upper ? half << 16 | other : half | other) : half;
+    row->last = maskedTo(value, row->device.width);
     m_memory->writeWord(row->device.address, row->device.width / 8, row->last);
+}
+
+PeripheralRegisterDetails PeripheralAccess::details(const QString &peripheral, const QString &registerName)
+{
+    const Row *row = find(peripheral, registerName);
+    if (!row)
+        return {};
+    PeripheralRegisterDetails details{{}, isSensitive(row->device), row->device.onesClear};
+    for (const SvdField &field : row->device.fields) {
+        if (field.lowBit < row->device.width)
+            details.fields.append(fieldInfo(field));
+    }
+    return details;
 }
 
 QString PeripheralAccess::description(const QString &peripheral, const QString &registerName)
@@ -140,8 +156,8 @@ QString PeripheralAccess::description(const QString &peripheral, const QString &
         u"<b>%1</b> 0x%2"_s.arg(device.name.toHtmlEscaped(), QString::number(device.address, 16).toUpper())};
     if (!device.description.isEmpty())
         lines.append(device.description.toHtmlEscaped());
-    if (device.readingChanges && !m_readSensitive)
-        lines.append(tr("The register changes when read, so it is not read."));
+    if (isSensitive(device))
+        lines.append(tr("The register changes when read, so it is read only on request."));
     for (const SvdField &field : device.fields)
         lines.append(fieldText(field, row->last));
     return lines.join("<br>"_L1);

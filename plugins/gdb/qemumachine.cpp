@@ -58,12 +58,12 @@ bool QemuMachine::start(QString *error)
         return false;
     m_process = std::make_unique<ChildProcess>();
     m_process->setStandardInputFile(QProcess::nullDevice());
-    m_process->setStandardOutputFile(QProcess::nullDevice());
     if (!m_process->launch(m_setup.program, commandLine(), error) || !waitUntilReady(error)) {
         end();
         return false;
     }
     takeSockets();
+    connect(m_process.get(), &QProcess::readyReadStandardOutput, this, &QemuMachine::readStreams);
     connect(m_process.get(), &QProcess::readyReadStandardError, this, &QemuMachine::readComplaints);
     connect(m_process.get(), &QProcess::finished, this, &QemuMachine::processEnded);
     readComplaints();
@@ -259,6 +259,13 @@ void QemuMachine::writeSerial(const QByteArray &bytes)
     m_serial->flush();
 }
 
+/// What C libraries write to their streams by semihosting goes to the emulator's output, not to its channel.
+void QemuMachine::readStreams()
+{
+    if (const QByteArray bytes = m_process->readAllStandardOutput(); !bytes.isEmpty())
+        Q_EMIT output(bytes);
+}
+
 void QemuMachine::readComplaints()
 {
     m_complaints += QString::fromLocal8Bit(m_process->readAllStandardError());
@@ -280,6 +287,7 @@ void QemuMachine::readLastOutput()
 void QemuMachine::processEnded()
 {
     readComplaints();
+    readStreams();
     readLastOutput();
     const bool crashed = m_process->exitStatus() == QProcess::CrashExit;
     const QString reason = crashed ? tr("'%1' was ended by a signal.").arg(m_setup.program)

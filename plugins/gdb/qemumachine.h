@@ -56,6 +56,7 @@ private:
     void takeSockets();
     QByteArray askQtest(const QByteArray &line);
     QByteArray askQmp(const QByteArray &line);
+    void readStreams();
     void readComplaints();
     void readLastOutput();
     void processEnded();

@@ -260,13 +260,26 @@ void readRange(const Element &element, SvdField *field)
     field->width = int(std::clamp<quint64>(high >= low ? high - low + 1 : 1, 1, 64 - quint64(field->lowBit)));
 }
 
-QList<SvdField> readFields(const Element &element)
+bool isReadable(const QString &access)
+{
+    return !access.startsWith("write"_L1);
+}
+
+bool isWritable(const QString &access)
+{
+    return access != u"read-only";
+}
+
+/// @p access is that of the register.
+QList<SvdField> readFields(const Element &element, const QString &access)
 {
     QList<SvdField> fields;
     const Element *list = element.child(u"fields");
     for (const Element &entry : list ? list->children : QList<Element>()) {
         SvdField field;
         field.description = entry.textOf(u"description");
+        field.readable = isReadable(entry.textOf(u"access", access));
+        field.writable = isWritable(entry.textOf(u"access", access));
         readRange(entry, &field);
         if (const Element *values = entry.child(u"enumeratedValues")) {
             for (const Element &value : values->children) {
@@ -296,11 +309,11 @@ SvdRegister readRegister(const Element &element, const Defaults &defaults)
     const QString access = defaults.access;
     result.description = element.textOf(u"description");
     result.width = accessWidth(number(defaults.size, 32));
-    result.readable = !access.startsWith("write"_L1);
-    result.writable = access != u"read-only";
+    result.readable = isReadable(access);
+    result.writable = isWritable(access);
     result.readingChanges = element.child(u"readAction") != nullptr;
     result.onesClear = element.textOf(u"modifiedWriteValues") == u"oneToClear";
-    result.fields = readFields(element);
+    result.fields = readFields(element, access);
     if (const Element *list = element.child(u"fields")) {
         for (const Element &field : list->children)
             result.readingChanges = result.readingChanges || field.child(u"readAction");

@@ -9,6 +9,8 @@ struct SvdField
     QString description;
     int lowBit = 0;
     int width = 1;
+    bool readable = true;
+    bool writable = true;
     QList<std::pair<quint64, QString>> names; ///< of enumerated values
 };
 

@@ -12,8 +12,8 @@ struct _object; // a Python object, without Python's own header
 /// of its own. run() and the other commands only start an action of the target: IExecutionEvents::programStatusChanged
 /// reports the result. Functions that return a result wait for the target, so they need a time limit. Optional
 /// interfaces: IBreakpoints, ISourceMapping, ISymbolLookup, IMemory, IMemoryVerify, IRegisters, IPeripherals,
-/// IDisassembly, IDisassemblyAddress, IMultiProcessorSync, IPropertyDefinitions, IExtensionCommands, IDockExtension,
-/// IWorkspaceClient.
+/// IPeripheralFields, IDisassembly, IDisassemblyAddress, IMultiProcessorSync, IPropertyDefinitions,
+/// IExtensionCommands, IDockExtension, IWorkspaceClient.
 class IExecutionEnvironment : public QUnknownInterface
 {
 public:
@@ -59,7 +59,8 @@ public:
     /// which the place will be shown, as for stepInto(), so that a line of the disassembly can be returned for it.
     virtual bool currentLocation(QString &file, int &line) = 0;
     /// Evaluates an expression of the program's language, which may be an assignment. Returns 0 and the value as text
-    /// in @p result, or another number and an error message in @p result.
+    /// in @p result, or another number and an error message in @p result. An environment may accept a format behind a
+    /// last comma, such as "counter,x"; the watch window leaves it out when the user assigns a value.
     virtual int evaluate(const QString &expression, QString &result) = 0;
     /// A Python object of the plug-in for scripts (attribute "extension" of a processor), with a new reference for the
     /// caller, or null. Called once for each processor.

@@ -2,11 +2,11 @@
 #include "unknown.h"
 #include <QString>
 
-/// One register of a peripheral. The peripheral window shows 16 bits of it.
+/// One register of a peripheral.
 struct PeripheralRegisterInfo
 {
     QString name;
-    int reserved = 0;
+    int bits = 0; ///< the width, up to 32; 0 for 16
     bool readOnly = false;
 };
 
@@ -22,6 +22,7 @@ struct PeripheralInfo
 /// The window does not always know both names. It reads the registers of a single peripheral with an empty peripheral
 /// name, reads the value of the peripheral itself with its name as the register name and an empty peripheral name, and
 /// writes with the register name in both arguments. Find such a register by its own name; if there is none, return 0.
+/// The optional interface IPeripheralFields offers the fields of the registers.
 class IPeripherals : public QUnknownInterface
 {
 public:

@@ -8,6 +8,7 @@ namespace {
 constexpr int TextMargin = 2;
 constexpr int BoxSize = 9;
 constexpr int BoxX = 6;
+constexpr int BoxMargin = 5; ///< between the box and the name
 
 QString textOf(const QVariant &value)
 {
@@ -79,6 +80,12 @@ void PropertyItem::loadEditor()
     m_edited = false;
 }
 
+void PropertyItem::reloadEditor()
+{
+    if (isEditing() && !m_edited)
+        loadEditor();
+}
+
 void PropertyItem::editorClicked(const QPoint &) {}
 
 void PropertyItem::placeEditor()
@@ -101,8 +108,7 @@ void PropertyItem::storeValue(const QVariant &value, const QString &text, bool n
     if (value.metaType() == m_value.metaType() && value == m_value)
         return;
     m_value = value;
-    if (isEditing() && !m_edited)
-        loadEditor();
+    reloadEditor();
     if (notify)
         Q_EMIT valueChanged(this);
 }
@@ -197,7 +203,7 @@ void PropertyItem::paintCell(QPainter *painter, const QStyleOptionViewItem &opti
     else if (isCurrent && column == 0)
         background = palette.base();
     painter->fillRect(option.rect, background.color());
-    if (column == 0 && !parent())
+    if (column == 0)
         paintOpenBox(painter, option.rect);
     const bool isWarned = column == 1 && !m_warning.isEmpty();
     const QColor textColor = isHighlighted ? palette.color(QPalette::HighlightedText) : palette.color(QPalette::Text);
@@ -219,12 +225,13 @@ QRect PropertyItem::openBox(const QRect &row) const
 {
     if (childCount() == 0)
         return {};
-    return {row.x() + BoxX, row.y() + (row.height() - BoxSize) / 2, BoxSize, BoxSize};
+    const int x = m_indent < 0 ? BoxX : m_indent - BoxSize - BoxMargin;
+    return {row.x() + x, row.y() + (row.height() - BoxSize) / 2, BoxSize, BoxSize};
 }
 
 int PropertyItem::textIndent() const
 {
-    return m_list->treeStepSize();
+    return m_indent < 0 ? m_list->treeStepSize() : m_indent;
 }
 
 void PropertyItem::paintOpenBox(QPainter *painter, const QRect &row) const

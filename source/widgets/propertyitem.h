@@ -47,6 +47,9 @@ public:
     void setChanged(bool changed);
     [[nodiscard]] bool isReadOnly() const { return m_readOnly; }
     void setReadOnly(bool readOnly) { m_readOnly = readOnly; }
+    /// Where the name begins in its cell, in pixels, with the box to open the row before it. Without a call it is the
+    /// tree step of the list.
+    void setIndent(int pixels) { m_indent = pixels; }
     [[nodiscard]] QString warning() const { return m_warning; }
     /// What is wrong with the value, which is painted in red then. Empty: nothing.
     void setWarning(const QString &warning);
@@ -65,6 +68,7 @@ protected:
     void storeValue(const QVariant &value, const QString &text, bool notify);
     /// For the signals of editors: there is something to take over.
     void setEdited() { m_edited = true; }
+    void reloadEditor(); ///< Shows the value in the editor again, unless it holds something that the user has typed.
     void setAcceptOnFocusOut(bool accept) { m_acceptOnFocusOut = accept; }
     void paintOpenBox(QPainter *painter, const QRect &row) const;
 
@@ -83,6 +87,7 @@ private:
     bool m_readOnly = false;
     bool m_edited = false; ///< the editor holds something else than the value
     QString m_warning;
+    int m_indent = -1; ///< negative: the tree step of the list
 };
 
 /// Whether two values mean the same, as the one from a file, a text, and the one from an editor, maybe a number.

@@ -1,4 +1,5 @@
 #include "propertylist.h"
+#include "propertysubsectionitem.h"
 #include <QApplication>
 #include <QHeaderView>
 #include <QHelpEvent>
@@ -11,6 +12,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 constexpr int DefaultTreeStep = 20;
+constexpr int NameMargin = 8;          ///< in pixels, around a name in its cell
 constexpr int MaximumEmptyRows = 1000; ///< on a screen of any size
 
 PropertyItem *row(ListViewItem *item)
@@ -48,7 +50,7 @@ PropertyList::PropertyList(const QString &nameTitle, const QString &valueTitle, 
     setAllColumnsShowFocus(true);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     updateColors();
-    connect(header(), &QHeaderView::sectionResized, this, &PropertyList::updateEditorSize);
+    connect(header(), &QHeaderView::sectionResized, this, &PropertyList::columnResized);
     connect(this, &QTreeWidget::itemExpanded, this, &PropertyList::expandedOrCollapsed);
     connect(this, &QTreeWidget::itemCollapsed, this, &PropertyList::expandedOrCollapsed);
 }
@@ -92,6 +94,42 @@ void PropertyList::endEdit()
 {
     if (m_current)
         m_current->acceptEditor();
+}
+
+void PropertyList::fitNames()
+{
+    QFont bold = font();
+    bold.setBold(true);
+    const QFontMetrics metrics(bold);
+    m_namesWidth = header()->sectionSizeHint(0);
+    for (QTreeWidgetItemIterator it(this); *it; ++it) {
+        const PropertyItem *item = row(static_cast<ListViewItem *>(*it));
+        if (!qobject_cast<const PropertySubsectionItem *>(item)) // its name goes through both columns
+            m_namesWidth =
+                std::max(m_namesWidth, item->textIndent() + metrics.horizontalAdvance(item->name()) + NameMargin);
+    }
+    applyNamesWidth();
+}
+
+void PropertyList::applyNamesWidth()
+{
+    if (m_namesWidth == 0 || m_columnsMovedByUser)
+        return;
+    const QScopedValueRollback applying(m_applyingWidth, true);
+    header()->resizeSection(0, std::min(m_namesWidth, viewport()->width() * 3 / 5));
+}
+
+void PropertyList::columnResized(int column)
+{
+    if (column == 0 && !m_applyingWidth && m_namesWidth > 0)
+        m_columnsMovedByUser = true;
+    updateEditorSize();
+}
+
+void PropertyList::resizeEvent(QResizeEvent *event)
+{
+    ListView::resizeEvent(event);
+    applyNamesWidth();
 }
 
 bool PropertyList::hasFocusInside() const
@@ -181,8 +219,15 @@ void PropertyList::updateEditorSize()
 void PropertyList::updateEditorGeometries()
 {
     ListView::updateEditorGeometries();
-    if (m_current && m_current->isEditing())
+    if (m_current && m_current->isEditing() && !m_inserting)
         m_current->editor()->setGeometry(valueRect(m_current));
+}
+
+void PropertyList::rowsInserted(const QModelIndex &parent, int start, int end)
+{
+    const QScopedValueRollback inserting(m_inserting, true);
+    ListView::rowsInserted(parent, start, end);
+    scheduleDelayedItemsLayout(); // which places the editor
 }
 
 void PropertyList::scrollContentsBy(int dx, int dy)
@@ -353,6 +398,8 @@ void PropertyList::changeEvent(QEvent *event)
     ListView::changeEvent(event);
     if (event->type() == QEvent::PaletteChange || event->type() == QEvent::StyleChange)
         updateColors();
+    if (event->type() == QEvent::FontChange && m_namesWidth > 0)
+        fitNames();
 }
 
 /// On a dark base the shades are lighter, or they could not be seen.

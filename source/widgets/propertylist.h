@@ -21,6 +21,9 @@ public:
     void setReadOnly(bool readOnly); ///< No row has an editor.
     [[nodiscard]] bool isReadOnly() const { return m_readOnly; }
     void setShowFocusRect(bool show) { m_showFocusRect = show; }
+    /// Makes the first column as wide as the longest name in bold needs, but leaves room for values when the list is
+    /// narrow. Ends when the user has moved the border between the columns.
+    void fitNames();
     void setTreeStepSize(int pixels) { setIndentation(pixels); }
     [[nodiscard]] int treeStepSize() const { return indentation(); }
     /// Where file dialogs begin for a relative path.
@@ -63,11 +66,15 @@ protected:
     bool viewportEvent(QEvent *event) override;
     bool eventFilter(QObject *watched, QEvent *event) override;
     void updateEditorGeometries() override;
+    void rowsInserted(const QModelIndex &parent, int start, int end) override;
     void scrollContentsBy(int dx, int dy) override;
+    void resizeEvent(QResizeEvent *event) override;
     void drawRow(QPainter *painter, const QStyleOptionViewItem &option, const QModelIndex &index) const override;
 
 private:
     void updateColors();
+    void applyNamesWidth();
+    void columnResized(int column);
     void leaveRow();
     void focusLeft();
     void expandedOrCollapsed();
@@ -83,6 +90,10 @@ private:
     bool m_showFocusRect = true;
     bool m_readOnly = false;
     bool m_takingFocus = false;
+    bool m_inserting = false; ///< a row is being constructed and must not be laid out yet
+    bool m_columnsMovedByUser = false;
+    bool m_applyingWidth = false;
+    int m_namesWidth = 0;              ///< what the names need; 0 while fitNames() was not called
     PropertyItem *m_current = nullptr; ///< the row whose editor may be shown
     QString m_baseDirectory;
 };

@@ -10,6 +10,8 @@ public:
     /// Shows the label whose index is the value, so the value is set again once all options are there.
     void addOption(const QString &label, const QString &key);
 
+    [[nodiscard]] bool hasKey(const QString &key) const { return m_keys.contains(key); }
+
     /// Shows the first label for an unknown key, and nothing for an invalid value.
     void setValue(const QVariant &value, bool notify) override;
     [[nodiscard]] QWidget *createEditor() override;

@@ -15,6 +15,11 @@ PropertySubsectionItem::PropertySubsectionItem(const QString &name, PropertyItem
     : PropertyItem(name, {}, parent, after)
 {}
 
+void PropertySubsectionItem::setValue(const QVariant &value, bool notify)
+{
+    storeValue(value, {}, notify);
+}
+
 void PropertySubsectionItem::paintCell(QPainter *painter, const QStyleOptionViewItem &option, int column) const
 {
     const bool isHighlighted = propertyList()->currentItem() == this && propertyList()->hasFocusInside();
@@ -24,13 +29,15 @@ void PropertySubsectionItem::paintCell(QPainter *painter, const QStyleOptionView
         paintOpenBox(painter, option.rect);
     const QRect row(propertyList()->columnViewportPosition(0), option.rect.y(), propertyList()->viewport()->width(),
                     option.rect.height());
-    painter->setFont(option.font);
+    QFont font = option.font;
+    font.setBold(isChanged()); // in the second column, too
+    painter->setFont(font);
     painter->setPen(palette.color(isHighlighted ? QPalette::HighlightedText : QPalette::ButtonText));
     const QRect rect = row.adjusted(NameX, 0, 0, 0); // one text that each column shows its part of
     painter->save();
     painter->setClipRect(option.rect, Qt::IntersectClip);
     painter->drawText(rect, Qt::AlignVCenter | Qt::TextSingleLine,
-                      QFontMetrics(option.font).elidedText(name(), Qt::ElideRight, rect.width()));
+                      QFontMetrics(font).elidedText(name(), Qt::ElideRight, rect.width()));
     painter->restore();
     painter->setPen(propertyList()->gridColor());
     painter->drawLine(option.rect.bottomLeft(), option.rect.bottomRight());

@@ -127,7 +127,9 @@ private Q_SLOTS:
                                                 "Set as Acti&ve Project\n"
                                                 "&Remove Project from Workspace\n"
                                                 "---\n"
-                                                "projectPropertiesAlt\n"_s);
+                                                "projectPropertiesAlt\n"
+                                                "---\n"
+                                                "Save as &Template...\n"_s);
         QCOMPARE(menu(u"folderContextMenu"_s), u"Add &Files to Folder...\n"
                                                "&New Folder\n"
                                                "---\n"

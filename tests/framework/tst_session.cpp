@@ -293,7 +293,8 @@ private Q_SLOTS:
     {
         const QTemporaryDir directory;
         const SessionStore store(directory.filePath(u"sub/sessions"_s));
-        const Session session{{{u"/a b/\u00e9.c"_s, {{100, 5, 6, 2}, {50, 0, 0, 0}}}, {u"/x"_s, {}}}, 1};
+        const Session session{
+            {{u"/a b/\u00e9.c"_s, {{100, 5, 6, 2}, {50, 0, 0, 0}}}, {u"/x"_s, {}}}, 1, {{u"part"_s, u"value"_s}}};
         QVERIFY(store.save(u"/w/all.vnw"_s, session));
         QCOMPARE(store.load(u"/w/all.vnw"_s), session);
         QCOMPARE(store.load(u"/w/../w/all.vnw"_s), session);

@@ -9,6 +9,7 @@
 #include "iexecutionevents.h"
 #include "pythonreference.h"
 #include "textdocumenttemplate.h"
+#include "watchwindow.h"
 #include "windowfixture.h"
 #include <Python.h>
 #include <QComboBox>
@@ -151,6 +152,19 @@ private Q_SLOTS:
     void init() { QTest::failOnWarning(QRegularExpression(u"^(?!This plugin does not support)"_s)); }
 
     // A session
+
+    void watchesComeBackWithTheirWorkspace()
+    {
+        DebugWindow f;
+        auto *watches = f.window->findChild<WatchWindow *>(u"fw/watches"_s);
+        QVERIFY(watches);
+        watches->addItem(u"counter,x"_s);
+        f.restart();
+        f.window->continueLastRun();
+        watches = f.window->findChild<WatchWindow *>(u"fw/watches"_s);
+        QVERIFY(watches);
+        QCOMPARE(watches->watches(), QStringList(u"counter,x"_s));
+    }
 
     void aSessionFromItsStartToItsEnd()
     {

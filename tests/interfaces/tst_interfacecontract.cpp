@@ -15,6 +15,7 @@
 #include "imemoryverify.h"
 #include "imultiprocessorsync.h"
 #include "interfaceobject.h"
+#include "iperipheralfields.h"
 #include "iperipherals.h"
 #include "iproject.h"
 #include "iprojectfile.h"
@@ -126,9 +127,21 @@ static_assert(areInOrder(offsetof(RegisterInfo, name), offsetof(RegisterInfo, wi
 static_assert(std::is_standard_layout_v<PeripheralInfo> && sizeof(PeripheralInfo) == 48);
 static_assert(areInOrder(offsetof(PeripheralInfo, name), offsetof(PeripheralInfo, registers)));
 static_assert(std::is_standard_layout_v<PeripheralRegisterInfo> && sizeof(PeripheralRegisterInfo) == 32);
-static_assert(areInOrder(offsetof(PeripheralRegisterInfo, name), offsetof(PeripheralRegisterInfo, reserved),
+static_assert(areInOrder(offsetof(PeripheralRegisterInfo, name), offsetof(PeripheralRegisterInfo, bits),
                          offsetof(PeripheralRegisterInfo, readOnly)));
-static_assert(std::is_same_v<decltype(PeripheralRegisterInfo::reserved), int>);
+static_assert(std::is_same_v<decltype(PeripheralRegisterInfo::bits), int>);
+
+static_assert(std::is_standard_layout_v<PeripheralValueName> && sizeof(PeripheralValueName) == 32);
+static_assert(areInOrder(offsetof(PeripheralValueName, value), offsetof(PeripheralValueName, name)));
+static_assert(std::is_standard_layout_v<PeripheralFieldInfo> && sizeof(PeripheralFieldInfo) == 88);
+static_assert(areInOrder(offsetof(PeripheralFieldInfo, name), offsetof(PeripheralFieldInfo, lowBit),
+                         offsetof(PeripheralFieldInfo, width), offsetof(PeripheralFieldInfo, readable),
+                         offsetof(PeripheralFieldInfo, writable), offsetof(PeripheralFieldInfo, values),
+                         offsetof(PeripheralFieldInfo, description)));
+static_assert(std::is_standard_layout_v<PeripheralRegisterDetails> && sizeof(PeripheralRegisterDetails) == 32);
+static_assert(areInOrder(offsetof(PeripheralRegisterDetails, fields),
+                         offsetof(PeripheralRegisterDetails, readingChanges),
+                         offsetof(PeripheralRegisterDetails, onesClear)));
 
 static_assert(QS_OK == 0 && QE_NOINTERFACE == 0x80000004);
 static_assert(IPluginObject::CustomDocument == 0 && IPluginObject::TextDocument == 4);
@@ -291,6 +304,10 @@ private Q_SLOTS:
             using I = IPeripherals;
             contract<I>("IPeripherals", "{3e864d1e-a61b-11d7-bded-0050dadfe87d}",
                         {F(peripherals), F(value), F(setValue), F(description)});
+        }
+        {
+            using I = IPeripheralFields;
+            contract<I>("IPeripheralFields", "{6d9ecac3-2513-4291-9ec2-b8961bffafa1}", {F(details), F(readNow)});
         }
         {
             using I = ICustomDocumentPlugin;

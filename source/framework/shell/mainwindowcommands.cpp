@@ -30,7 +30,7 @@ void warnNotImplemented(const char *command)
 
 void MainWindow::fileNew()
 {
-    warnUnavailable("fileNew");
+    m_parts->templateCommands->fileNew();
 }
 
 void MainWindow::fileOpen()
@@ -185,7 +185,7 @@ void MainWindow::displayFileProperties(ProjectFile *file)
 
 void MainWindow::projectNew()
 {
-    warnUnavailable("projectNew");
+    m_parts->templateCommands->projectNew();
 }
 
 void MainWindow::projectOpen()

@@ -71,7 +71,6 @@ QString workspacePathOf(const QString &projectPath)
 {
     return projectPath.left(projectPath.lastIndexOf(u'.')) + u".vnw"_s;
 }
-
 } // namespace
 
 ProjectCommands::ProjectCommands(Activity &activity, WindowServices &window, QObject *parent)
@@ -135,6 +134,15 @@ bool ProjectCommands::openProject(const QString &path, bool addToRecent)
         return openWorkspace(workspacePath, addToRecent);
     workspace->setModified(false); // or every build would try to write it again
     return show(std::move(workspace), path, false);
+}
+
+bool ProjectCommands::createWorkspace(const QString &workspacePath, const QString &projectPath)
+{
+    ProjectWorkspace workspace(workspacePath);
+    auto *project = new Project(QString(), QString());
+    project->load(projectPath); // it is in the list even if it cannot be loaded
+    workspace.addProject(project);
+    return saveWorkspace(m_window.dialogParent(), &workspace, IfNewer::Overwrite) && openWorkspace(workspacePath, true);
 }
 
 bool ProjectCommands::openWorkspace(const QString &path, bool addToRecent)
@@ -318,8 +326,13 @@ void ProjectCommands::insertProject()
     if (path.isEmpty() || !workspace)
         return;
     m_window.directories().remember(u"Projects"_s, path);
+    addProject(path);
+}
+
+void ProjectCommands::addProject(const QString &path)
+{
     if (const Project *present = projectOfFile(m_activity, path)) {
-        workspace->setCurrentProject(present);
+        m_activity.workspace()->setCurrentProject(present);
         return m_window.showMessage(tr("The project '%1' is in the workspace already.").arg(present->name()));
     }
     auto project = std::make_unique<Project>(QString(), QString());

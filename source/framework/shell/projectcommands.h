@@ -25,6 +25,8 @@ public:
     /// Opens a workspace. False if it or one of its projects could not be loaded; in the latter case it is open. The
     /// status bar shows the progress and a failure.
     bool openWorkspace(const QString &path, bool addToRecent);
+    /// Creates a workspace file with one project, and opens it like openWorkspace().
+    bool createWorkspace(const QString &workspacePath, const QString &projectPath);
     /// Closes the open workspace, with the question about saving. Returns false if the user refused, or if a document
     /// cannot be closed; in the latter case the workspace is closed.
     bool closeWorkspace();
@@ -38,6 +40,9 @@ public:
     /// Shows the properties of the file that is selected in the navigator; if none is, of the file in the current view.
     void showFileProperties();
     void insertProject();
+    /// Adds the project in a file to the open workspace, which must not be null. One that is in the workspace already
+    /// becomes the current one.
+    void addProject(const QString &path);
     /// Offers to reload project and workspace files that other programs have changed.
     void checkFileChanges();
 

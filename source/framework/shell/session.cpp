@@ -147,6 +147,7 @@ Session SessionStore::load(const QString &workspace) const
     session.active = root[u"active"_s].toInt(-1);
     for (const auto &value : root[u"files"_s].toArray())
         session.files.append(fileFromJson(value.toObject()));
+    session.parts = root[u"parts"_s].toObject();
     return session;
 }
 
@@ -155,8 +156,11 @@ bool SessionStore::save(const QString &workspace, const Session &session) const
     QJsonArray files;
     for (const Session::File &file : session.files)
         files.append(toJson(file));
-    const QJsonObject root{
-        {u"version"_s, FormatVersion}, {u"workspace"_s, workspace}, {u"active"_s, session.active}, {u"files"_s, files}};
+    const QJsonObject root{{u"version"_s, FormatVersion},
+                           {u"workspace"_s, workspace},
+                           {u"active"_s, session.active},
+                           {u"files"_s, files},
+                           {u"parts"_s, session.parts}};
     QSaveFile file(fileOf(workspace));
     return QDir().mkpath(m_directory) && file.open(QIODevice::WriteOnly)
            && file.write(QJsonDocument(root).toJson()) >= 0 && file.commit();

@@ -1,4 +1,5 @@
 #pragma once
+#include <QJsonObject>
 #include <QList>
 #include <QString>
 class ViewManager;
@@ -27,6 +28,7 @@ struct Session
 
     QList<File> files; ///< in the order of their views; a file with several views occurs several times
     int active = -1;   ///< the file in front, -1 for none
+    QJsonObject parts; ///< what other parts of the window keep, by their names
 
     bool operator==(const Session &) const = default;
 };

@@ -50,16 +50,29 @@ QString SessionKeeper::lastWorkspace() const
 
 void SessionKeeper::restoreFiles()
 {
-    if (m_enabled)
-        restoreSession(m_store.load(m_activity.workspace()->fileName()), *m_window.workspace(),
-                       *m_window.viewManager());
+    if (!m_enabled)
+        return;
+    const Session session = m_store.load(m_activity.workspace()->fileName());
+    for (const SessionPart &part : std::as_const(m_parts))
+        part.restore(session.parts.value(part.name));
+    restoreSession(session, *m_window.workspace(), *m_window.viewManager());
+}
+
+Session SessionKeeper::openSession() const
+{
+    Session session = currentSession(*m_window.viewManager());
+    if (!m_activity.workspace())
+        return session;
+    for (const SessionPart &part : m_parts)
+        session.parts.insert(part.name, part.value());
+    return session;
 }
 
 /// Does nothing while the window closes, because its views are closed before the workspace.
 void SessionKeeper::keepOpenFiles()
 {
     if (!m_closing)
-        save(m_activity.workspace()->fileName(), currentSession(*m_window.viewManager()));
+        save(m_activity.workspace()->fileName(), openSession());
 }
 
 void SessionKeeper::save(const QString &workspace, const Session &session) const
@@ -71,7 +84,7 @@ void SessionKeeper::save(const QString &workspace, const Session &session) const
 void SessionKeeper::beginClosing()
 {
     const ProjectWorkspace *workspace = m_activity.workspace();
-    m_closingSession = currentSession(*m_window.viewManager());
+    m_closingSession = openSession();
     m_closingWorkspace = workspace ? workspace->fileName() : QString();
     m_closingView = m_window.viewManager()->currentView();
     m_closing = true;

@@ -1,10 +1,19 @@
 #pragma once
 #include "session.h"
+#include <functional>
 #include <QObject>
 #include <QPointer>
 class Activity;
 class View;
 class WindowServices;
+
+/// What a part of the window keeps with the session of a workspace. The value is undefined where nothing was kept.
+struct SessionPart
+{
+    QString name; ///< in the file
+    std::function<QJsonValue()> value;
+    std::function<void(const QJsonValue &)> restore;
+};
 
 /// Stores which files are open in each workspace, and which workspace and files were open when the program ended.
 class SessionKeeper : public QObject
@@ -14,6 +23,8 @@ public:
     /// Both arguments outlive this object.
     SessionKeeper(Activity &activity, WindowServices &window, QObject *parent = nullptr);
 
+    /// The parts of a workspace are restored when it is opened.
+    void addPart(const SessionPart &part) { m_parts.append(part); }
     /// From now on nothing is stored or opened again: the command line has named the files to open.
     void disable() { m_enabled = false; }
     /// Opens the files that were open when the program ended without a workspace.
@@ -30,11 +41,13 @@ public:
 private:
     void keepOpenFiles();
     void restoreFiles();
+    [[nodiscard]] Session openSession() const;
     void save(const QString &workspace, const Session &session) const;
 
     Activity &m_activity;
     WindowServices &m_window;
     SessionStore m_store;
+    QList<SessionPart> m_parts;
     bool m_enabled = true;
     bool m_closing = false;
     Session m_closingSession;

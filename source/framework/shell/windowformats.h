@@ -1,6 +1,8 @@
 #pragma once
 #include "syntaxhighlighter.h"
 #include "textformats.h"
+#include <QPointer>
+class DebugWindows;
 class WindowServices;
 
 /// The fonts and colours of the text in all windows: those of the user, or those of the product.
@@ -9,6 +11,8 @@ class WindowFormats
 public:
     /// @p window outlives this object.
     explicit WindowFormats(WindowServices &window) : m_window(window) {}
+
+    void setDebugWindows(DebugWindows *windows);
 
     [[nodiscard]] TextFormats &formats() { return m_formats; }
     [[nodiscard]] const FormatTable *table() const { return &m_table; } ///< Used by the editors for painting.
@@ -20,7 +24,11 @@ public:
     void followPalette();
 
 private:
+    [[nodiscard]] QFont fontOf(const QString &section, const QString &format) const;
+    void applyToDebugWindows();
+
     WindowServices &m_window;
+    QPointer<DebugWindows> m_debugWindows;
     TextFormats m_formats;
     FormatTable m_table;
 };

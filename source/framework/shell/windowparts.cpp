@@ -1,14 +1,17 @@
 #include "windowparts.h"
+#include "debugcontents.h"
 #include "dockwindow.h"
 #include "documentkinds.h"
 #include "ideapplication.h"
 #include "mainwindow.h"
 #include "mdiviewmanager.h"
+#include "multiwatchwindow.h"
 #include "navigator.h"
 #include "outputpage.h"
 #include "outputwindow.h"
 #include "pictures.h"
 #include "plugindocuments.h"
+#include "project.h"
 #include "projectdropdown.h"
 #include "projectfile.h"
 #include "projectworkspace.h"
@@ -28,6 +31,15 @@ namespace {
 IDEApplication *application()
 {
     return IDEApplication::instance();
+}
+
+TemplateDirectories templateDirectories()
+{
+    const auto below = [](PathId id, const QString &folder) { return application()->path(id).filePath(folder); };
+    return {.installed = below(PathPlugInRoot, u"templates"_s),
+            .user = below(PathUserData, u"mytemplates"_s),
+            .files = below(PathData, u"filetemplates"_s),
+            .userFiles = below(PathUserData, u"filetemplates"_s)};
 }
 
 /// Optional: no warning if it is missing.
@@ -167,6 +179,8 @@ void WindowParts::setUpDocks()
     outputDock = addDock(u"outputDockWindow"_s, MainWindow::tr("Output"), Qt::BottomDockWidgetArea);
     outputDock->setWidget(outputWindow);
     debugWindows = std::make_unique<DebugWindows>(activity, services);
+    addDebugContents(*debugWindows, activity);
+    formats.setDebugWindows(debugWindows.get());
     addDock(u"pythonOutputDockWindow"_s, MainWindow::tr("Python Output"), Qt::RightDockWidgetArea)->hide();
     window.setCorner(Qt::BottomLeftCorner, Qt::LeftDockWidgetArea);
     QObject::connect(outputWindow, &OutputWindow::lookupSource, &window, &MainWindow::lookupSource);
@@ -217,12 +231,14 @@ void WindowParts::setUpCommands()
     debugControl = std::make_unique<DebugControl>(activity, services, *buildControl);
     debugControl->options().load(*application()->settings());
     projectCommands = std::make_unique<ProjectCommands>(activity, services);
+    templateCommands = std::make_unique<TemplateCommands>(activity, services, *projectCommands, templateDirectories());
     pluginBinder = std::make_unique<PluginBinder>(activity, services);
     toolsCommands = std::make_unique<ToolsCommands>(activity, services);
     optionsCommands = std::make_unique<OptionsCommands>(services, application()->path(PathConfig), formats.formats(),
                                                         debugControl->options(), *toolsCommands);
     zoomCommands = std::make_unique<ZoomCommands>(services);
     sessions = std::make_unique<SessionKeeper>(activity, services);
+    keepWatches();
     menus = std::make_unique<WindowMenus>(*this);
     QObject::connect(buildControl.get(), &BuildControl::compileAvailable, &window, &MainWindow::compileAvailable);
     QObject::connect(projectCommands.get(), &ProjectCommands::sessionEndRequested, debugControl.get(),
@@ -231,12 +247,20 @@ void WindowParts::setUpCommands()
                      &OutputPage::outputLine);
     QObject::connect(optionsCommands.get(), &OptionsCommands::appearanceChanged, &window, [this] { formats.apply(); });
     QObject::connect(zoomCommands.get(), &ZoomCommands::zoomChanged, &window, [this] { formats.apply(); });
+    QObject::connect(navigator, &Navigator::saveAsTemplate, templateCommands.get(), &TemplateCommands::saveAsTemplate);
     connectReports();
+}
+
+void WindowParts::keepWatches() const
+{
+    auto *watches = debugWindows->dock(DebugWindows::Watches)->findChild<MultiWatchWindow *>();
+    sessions->addPart({u"watches"_s, [watches] { return watches->watches(); },
+                       [watches](const QJsonValue &value) { watches->setWatches(value.toObject()); }});
 }
 
 void WindowParts::disableUnavailableActions() const
 {
-    for (const QString &name : {u"fileNew"_s, u"projectNew"_s, u"helpSearch"_s, u"helpHome"_s})
+    for (const QString &name : {u"helpSearch"_s, u"helpHome"_s})
         ui.setActionEnabled(name, false);
 }
 
@@ -254,6 +278,7 @@ void WindowParts::connectReports() const
     QObject::connect(workspace.get(), &Workspace::documentReopened, debug, &DebugControl::fileOpened);
     QObject::connect(debug, &DebugControl::updateRegisterWindow, debugWindows.get(), &DebugWindows::updateRegisters);
     QObject::connect(debug, &DebugControl::updateDataWindows, debugWindows.get(), &DebugWindows::updateData);
+    QObject::connect(debugWindows.get(), &DebugWindows::valuesWritten, debug, &DebugControl::memoryWritten);
 }
 
 // State

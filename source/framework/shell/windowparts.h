@@ -16,6 +16,7 @@
 #include "projectcommands.h"
 #include "sessionkeeper.h"
 #include "statuslabels.h"
+#include "templatecommands.h"
 #include "toolscommands.h"
 #include "uiconfig.h"
 #include "viewmanager.h"
@@ -73,6 +74,7 @@ struct WindowParts
     std::unique_ptr<BuildControl> buildControl;
     std::unique_ptr<DebugControl> debugControl;
     std::unique_ptr<ProjectCommands> projectCommands;
+    std::unique_ptr<TemplateCommands> templateCommands;
     std::unique_ptr<PluginBinder> pluginBinder;
     std::unique_ptr<ToolsCommands> toolsCommands;
     std::unique_ptr<OptionsCommands> optionsCommands;
@@ -85,6 +87,7 @@ private:
     void setUpToolBars();
     void setUpDocks();
     void setUpCommands();
+    void keepWatches() const;
     void disableUnavailableActions() const;
     void connectViews() const;
     void connectReports() const;

@@ -1,5 +1,6 @@
 #include "navigator.h"
 #include "activity.h"
+#include "project.h"
 #include "projectfile.h"
 #include "projecttree.h"
 #include "varnelassert.h"
@@ -49,6 +50,7 @@ void Navigator::addTree()
     connect(m_tree, &ProjectTree::pasteAvailable, this, &Navigator::pasteAvailable);
     connect(m_tree, &ProjectTree::fileSelected, this, &Navigator::fileSelected);
     connect(m_tree, &ProjectTree::displayFileProperties, this, &Navigator::displayFileProperties);
+    connect(m_tree, &ProjectTree::saveAsTemplate, this, &Navigator::saveAsTemplate);
     m_tabs->insertTab(0, m_tree, tr("Files"));
 }
 

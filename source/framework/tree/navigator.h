@@ -56,6 +56,7 @@ Q_SIGNALS:
     void previousAvailable(bool available);
     void nextAvailable(bool available);
     void displayFileProperties(ProjectFile *file);
+    void saveAsTemplate(Project *project);
 
 private:
     struct HelpCommands

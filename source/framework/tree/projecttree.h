@@ -74,6 +74,7 @@ Q_SIGNALS:
     void pasteAvailable(bool available);
     void fileSelected(const QString &path); ///< As stored, possibly relative; empty if no file is selected.
     void displayFileProperties(ProjectFile *file);
+    void saveAsTemplate(Project *project);
 
 protected:
     void keyPressEvent(QKeyEvent *event) override;

@@ -63,6 +63,11 @@ void ProjectTree::fillProjectMenu()
     m_projectMenu->addAction(tr("&Remove Project from Workspace"), this, &ProjectTree::removeProject);
     m_projectMenu->addSeparator();
     addSharedActions(m_projectMenu, {u"projectPropertiesAlt"_s});
+    m_projectMenu->addSeparator();
+    m_projectMenu->addAction(tr("Save as &Template..."), this, [this] {
+        if (Project *project = selectedProject())
+            Q_EMIT saveAsTemplate(project);
+    });
 }
 
 void ProjectTree::fillFolderMenu()

@@ -1,5 +1,15 @@
 #pragma once
+#include <QColor>
+#include <QFont>
 #include <QWidget>
+
+/// The font and colours that the user has chosen for the contents of such windows.
+struct PaneAppearance
+{
+    QFont font;
+    QColor text;
+    QColor paper;
+};
 
 /// The part of a MultiWidget for one execution environment: its memory, its registers and so on.
 class DebugPane : public QWidget
@@ -13,6 +23,7 @@ public:
     virtual void releaseEnvironment() = 0;
     /// Whether the program is paused, so that the target can be read.
     virtual void setPaused(bool /*paused*/) {}
+    virtual void setAppearance(const PaneAppearance &appearance);
 
 public Q_SLOTS:
     virtual void update() = 0; ///< Reads everything again.

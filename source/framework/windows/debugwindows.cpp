@@ -4,6 +4,7 @@
 #include "multiwidget.h"
 #include "windowservices.h"
 #include <QAction>
+#include <QScopedValueRollback>
 
 using namespace Qt::StringLiterals;
 
@@ -52,6 +53,15 @@ void DebugWindows::setContent(Window window, MultiWidget *content)
     entry.content = content;
     entry.dock->setWidget(content);
     content->setPaused(m_activity.state() == StatePaused);
+    connect(content, &MultiWidget::doUpdate, this, [this, window] { updateOthers(window); });
+}
+
+void DebugWindows::setAppearance(const PaneAppearance &appearance)
+{
+    for (const Entry &entry : m_windows) {
+        if (entry.content)
+            entry.content->setAppearance(appearance);
+    }
 }
 
 void DebugWindows::toggle(Window window)
@@ -88,8 +98,22 @@ void DebugWindows::update(Window window)
 {
     Entry &entry = m_windows[window];
     entry.outdated = !entry.content || !entry.content->isVisible();
-    if (!entry.outdated)
-        entry.content->update();
+    if (entry.outdated)
+        return;
+    const QScopedValueRollback updating(m_updating, true);
+    entry.content->update();
+}
+
+/// A pane of @p written has changed the target, and the other panes of that window have been refreshed.
+void DebugWindows::updateOthers(Window written)
+{
+    if (m_updating)
+        return;
+    for (int i = 0; i < WindowCount; ++i) {
+        if (i != written)
+            update(Window(i));
+    }
+    Q_EMIT valuesWritten();
 }
 
 void DebugWindows::visibilityChanged(Window window, bool visible)

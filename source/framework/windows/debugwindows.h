@@ -5,6 +5,7 @@ class Activity;
 class DockWindow;
 class MultiWidget;
 class WindowServices;
+struct PaneAppearance;
 
 /// The dock windows that show the state of processors: registers, peripherals, watches and memory. Each holds one pane
 /// per project, and is refreshed only while it is visible; a hidden one is refreshed when it appears.
@@ -21,12 +22,16 @@ public:
     /// Puts the panes of a window into its dock, which takes over @p content.
     void setContent(Window window, MultiWidget *content);
     [[nodiscard]] DockWindow *dock(Window window) const { return m_windows[window].dock; }
+    void setAppearance(const PaneAppearance &appearance);
     void toggle(Window window);
     void updateCheckMarks(); ///< Has the menu items show which docks are visible.
 
 public Q_SLOTS:
     void updateRegisters();
     void updateData(); ///< Peripherals, watches and memory.
+
+Q_SIGNALS:
+    void valuesWritten(); ///< By the user, in one of the windows.
 
 private:
     struct Entry
@@ -37,10 +42,12 @@ private:
     };
 
     void update(Window window);
+    void updateOthers(Window written);
     void visibilityChanged(Window window, bool visible);
     void setPaused(bool paused);
 
     const Activity &m_activity;
     WindowServices &m_services;
     std::array<Entry, WindowCount> m_windows;
+    bool m_updating = false; ///< a window is refreshed from here; otherwise a pane has written values
 };

@@ -1,6 +1,5 @@
 #include "multiwidget.h"
 #include "activity.h"
-#include "debugpane.h"
 #include "project.h"
 #include "projectworkspace.h"
 #include <QBoxLayout>
@@ -56,6 +55,13 @@ void MultiWidget::setPaused(bool paused)
         pane->setPaused(paused);
 }
 
+void MultiWidget::setAppearance(const PaneAppearance &appearance)
+{
+    m_appearance = appearance;
+    for (DebugPane *pane : widgets())
+        pane->setAppearance(appearance);
+}
+
 void MultiWidget::currentProjectChanged()
 {
     if (const ProjectWorkspace *workspace = m_activity.workspace())
@@ -75,6 +81,20 @@ void MultiWidget::workspaceChanged()
             addPane(project, tabbed);
     }
     currentProjectChanged();
+    if (m_paused && isVisible())
+        fillPanes();
+}
+
+/// Reads the values of new panes. A plug-in may call back and have panes removed.
+void MultiWidget::fillPanes()
+{
+    QList<QPointer<DebugPane>> panes;
+    for (DebugPane *pane : widgets())
+        panes += pane;
+    for (const QPointer<DebugPane> &pane : std::as_const(panes)) {
+        if (pane)
+            pane->update();
+    }
 }
 
 /// The environments are about to go.
@@ -102,6 +122,7 @@ void MultiWidget::addPane(Project *project, bool tabbed)
     DebugPane *pane = newPane(tabbed ? static_cast<QWidget *>(m_tabs) : this, environment, false);
     if (!pane)
         return;
+    pane->setObjectName(project->name() + u'/' + pane->objectName()); // test drivers find it by the project
     if (!tabbed)
         return showSinglePane(pane);
     const int index = m_tabs->addTab(pane, project->displayName().replace(u'&', QStringLiteral("&&")));
@@ -114,6 +135,8 @@ DebugPane *MultiWidget::newPane(QWidget *parent, IExecutionEnvironment *environm
     if (!pane)
         return nullptr;
     pane->setPaused(m_paused);
+    if (m_appearance)
+        pane->setAppearance(*m_appearance);
     connect(pane, &DebugPane::doUpdate, this, &MultiWidget::update);
     connect(this, &MultiWidget::doUpdate, pane, &DebugPane::update);
     return pane;

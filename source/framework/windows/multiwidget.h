@@ -1,7 +1,7 @@
 #pragma once
-#include <QWidget>
+#include "debugpane.h"
+#include <optional>
 class Activity;
-class DebugPane;
 class IExecutionEnvironment;
 class Project;
 class QTabWidget;
@@ -16,6 +16,7 @@ public:
     explicit MultiWidget(const Activity &activity, QWidget *parent = nullptr);
 
     [[nodiscard]] QList<DebugPane *> widgets() const;
+    void setAppearance(const PaneAppearance &appearance); ///< Of all panes, those that are made later included.
 
 public Q_SLOTS:
     void update();               ///< All panes read everything again.
@@ -30,9 +31,11 @@ protected:
     /// Creates a pane for @p environment, which is null for the idle pane. Null if the environment does not offer the
     /// data for the pane, unless @p force is true.
     virtual DebugPane *createWidget(QWidget *parent, IExecutionEnvironment *environment, bool force) = 0;
+    [[nodiscard]] const Activity &activity() const { return m_activity; }
 
 private:
     void removePanes();
+    void fillPanes();
     void addPane(Project *project, bool tabbed);
     DebugPane *newPane(QWidget *parent, IExecutionEnvironment *environment, bool force);
     void showSinglePane(DebugPane *pane);
@@ -43,4 +46,5 @@ private:
     QTabWidget *m_tabs;
     DebugPane *m_singlePane = nullptr;
     bool m_paused = false;
+    std::optional<PaneAppearance> m_appearance;
 };

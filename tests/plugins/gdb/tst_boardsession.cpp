@@ -32,6 +32,7 @@ private Q_SLOTS:
     void registersOf32And64BitsAreWritten();
     void disassemblyShowsSourceLines();
     void peripheralsAreReadAndWritten();
+    void fieldsOfPeripheralsAreKnown();
     void wakeUpEndsSleep();
     void selectedCallerChangesLocals();
     void semihostingOutputIsShownAndExitEndsTheProgram();
@@ -359,6 +360,7 @@ void tst_BoardSession::disassemblyShowsSourceLines()
     QVERIFY2(lines->sourceLines(index).join(u'\n').contains(u"{"_s), qPrintable(lines->sourceLines(index).join(u'\n')));
     QVERIFY(lines->text(index + 1).isNull());
     QVERIFY(lines->sourceLines(index + 1).isEmpty());
+    QVERIFY(lines->sourceLines(0).isEmpty()); // the vectors are no code
 }
 
 void tst_BoardSession::peripheralsAreReadAndWritten()
@@ -369,8 +371,8 @@ void tst_BoardSession::peripheralsAreReadAndWritten()
     QStringList names;
     const PeripheralInfo second = devices->peripherals().at(1);
     for (const PeripheralRegisterInfo &info : second.registers)
-        names.append(info.name + (info.readOnly ? u" r"_s : QString()));
-    QCOMPARE(names, (QStringList{u"UART1.DATA"_s, u"UART1.STATE r"_s, u"UART1.BAUDDIV"_s, u"UART1.BAUDDIV[31:16]"_s}));
+        names.append(u"%1 %2%3"_s.arg(info.name).arg(info.bits).arg(info.readOnly ? u" r"_s : QString()));
+    QCOMPARE(names, (QStringList{u"UART1.DATA 8"_s, u"UART1.STATE 32 r"_s, u"UART1.BAUDDIV 32"_s}));
     QCOMPARE(devices->value(u"UART0"_s, u"BAUDDIV"_s), 0u); // no session
     QVERIFY(session.start());
     session.env->runTo(file(), line(u"print(banner)"_s));
@@ -380,16 +382,39 @@ void tst_BoardSession::peripheralsAreReadAndWritten()
     devices->setValue(u"UART1.BAUDDIV"_s, u"UART1.BAUDDIV"_s, 99);
     QCOMPARE(devices->value(u"UART1"_s, u"UART1.BAUDDIV"_s), 99u);
     QCOMPARE(devices->value({}, u"UART1"_s), 0u); // the row of the peripheral itself
-    devices->setValue(u"BLOCK1.LOAD"_s, u"BLOCK1.LOAD"_s, 0x1234);
-    devices->setValue(u"BLOCK1.LOAD[31:16]"_s, u"BLOCK1.LOAD[31:16]"_s, 7);
-    QCOMPARE(devices->value(u"DUALTIMER"_s, u"BLOCK1.LOAD"_s), 0x1234u);
-    QCOMPARE(devices->value(u"DUALTIMER"_s, u"BLOCK1.LOAD[31:16]"_s), 7u);
+    devices->setValue(u"BLOCK1.LOAD"_s, u"BLOCK1.LOAD"_s, 0x71234);
+    QCOMPARE(devices->value(u"DUALTIMER"_s, u"BLOCK1.LOAD"_s), 0x71234u);
     session.get<IPeripherals>()->value(u"UART0"_s, u"UART0.STATE"_s);
     QVERIFY2(devices->description(u"UART0"_s, u"UART0.STATE"_s).contains(u"[1] RXFULL = 0 Empty: A letter has come"_s),
              qPrintable(devices->description(u"UART0"_s, u"UART0.STATE"_s)));
-    QVERIFY(devices->description(u"UART0"_s, u"UART0.DATA"_s).contains(u"it is not read"_s));
+    QVERIFY(devices->description(u"UART0"_s, u"UART0.DATA"_s).contains(u"only on request"_s));
     QCOMPARE(devices->description(u"UART1"_s, {}), u"Serial port"_s);
     QCOMPARE(devices->description(u"UART9"_s, {}), QString());
+}
+
+void tst_BoardSession::fieldsOfPeripheralsAreKnown()
+{
+    LiveSession session(option(u";svdFile="_s + Programs::source(u"board.svd"_s)));
+    const auto fields = session.get<IPeripheralFields>();
+    QVERIFY(fields);
+    QStringList texts;
+    for (const PeripheralFieldInfo &info : fields->details(u"UART0"_s, u"UART0.STATE"_s).fields) {
+        texts.append(u"%1 %2+%3 %4%5"_s.arg(info.name)
+                         .arg(info.lowBit)
+                         .arg(info.width)
+                         .arg(info.writable ? u"w"_s : u"r"_s, info.description));
+        for (const PeripheralValueName &value : info.values)
+            texts.last() += u" %1=%2"_s.arg(value.name).arg(value.value);
+    }
+    QCOMPARE(texts, (QStringList{u"TXFULL 0+1 r"_s, u"RXFULL 1+1 rA letter has come Empty=0"_s}));
+    QVERIFY(fields->details(u"UART0"_s, u"UART0.DATA"_s).readingChanges);
+    QVERIFY(!fields->details(u"UART0"_s, u"UART0.STATE"_s).readingChanges);
+    QVERIFY(fields->details(u"UART0"_s, u"nothing"_s).fields.isEmpty());
+    QVERIFY(session.start());
+    session.env->runTo(file(), line(u"print(banner)"_s));
+    QVERIFY(session.waitFor(Env::ProgramPaused));
+    QCOMPARE(fields->readNow(u"UART0"_s, u"UART0.BAUDDIV"_s), 16u);
+    QCOMPARE(fields->readNow(u"UART0"_s, u"nothing"_s), 0u);
 }
 
 void tst_BoardSession::wakeUpEndsSleep()
@@ -451,6 +476,7 @@ void tst_BoardSession::semihostingOutputIsShownAndExitEndsTheProgram()
     session.env->run();
     QVERIFY(session.waitFor(Env::ProgramFinished));
     QTRY_VERIFY2(output.contains("by semihosting\n"), output.constData());
+    QTRY_VERIFY2(output.contains("by a stream\n"), output.constData());
     QTRY_VERIFY2(session.events.text.contains(u"ended with code 5."_s), qPrintable(session.events.text));
     session.env->restart();
     QVERIFY(session.waitFor(Env::ProgramPaused));

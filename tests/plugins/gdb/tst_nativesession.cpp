@@ -24,6 +24,7 @@ private Q_SLOTS:
     void breakpointSetDuringAPauseLeavesTheProgramPaused();
     void pauseOfAPausedProgramHasNoEffect();
     void expressionsAreEvaluatedAndAssigned();
+    void valuesAreShownInTheFormatBehindTheExpression();
     void exitCodeIsReported();
     void crashPausesWithItsSignal();
     void restartWorksTenTimes();
@@ -246,6 +247,23 @@ void tst_NativeSession::expressionsAreEvaluatedAndAssigned()
     QCOMPARE(session.evaluate(u"origin.y=9"_s), u"9"_s);
     QCOMPARE(session.evaluate(u"origin.y * 2"_s), u"18"_s);
     QCOMPARE(session.evaluate(u"nothing"_s), u"error: No symbol \"nothing\" in current context."_s);
+}
+
+void tst_NativeSession::valuesAreShownInTheFormatBehindTheExpression()
+{
+    LiveSession session(option());
+    QCOMPARE(session.evaluate(u"origin.x,x"_s), u"error: no program is being debugged"_s);
+    QVERIFY(session.start());
+    QCOMPARE(session.evaluate(u"origin.x = 65"_s), u"65"_s);
+    QStringList values;
+    for (const QChar format : u"xduotc"_s)
+        values += session.evaluate(u"origin.x,"_s + format);
+    QCOMPARE(values.join(u' '), u"0x41 65 65 0101 1000001 65 'A'"_s);
+    QVERIFY(session.evaluate(u"arguments[0] , s"_s).endsWith(u"/demo\""_s));
+    QCOMPARE(session.evaluate(u"origin,x"_s), u"{x = 0x41, y = 0x4}"_s);
+    QCOMPARE(session.evaluate(u"origin.x +\n1,x"_s), u"0x42"_s);
+    QCOMPARE(session.evaluate(u"nothing,x"_s), u"error: No symbol \"nothing\" in current context."_s);
+    QCOMPARE(session.evaluate(u"twice(2,x"_s).section(u':', 0, 0), u"error"_s);
 }
 
 void tst_NativeSession::exitCodeIsReported()

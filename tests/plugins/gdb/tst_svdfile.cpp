@@ -124,6 +124,8 @@ void tst_SvdFile::fieldsAreRead_data()
     QTest::newRow("first and last") << QByteArray("<lsb>8</lsb><msb>15</msb>") << u"f 8+8"_s;
     QTest::newRow("range") << QByteArray("<bitRange>[31:16]</bitRange>") << u"f 16+16"_s;
     QTest::newRow("range the wrong way round") << QByteArray("<bitRange>[0:7]</bitRange>") << u"f 7+1"_s;
+    QTest::newRow("read-only") << QByteArray("<bitOffset>4</bitOffset><access>read-only</access>") << u"f 4+1 r"_s;
+    QTest::newRow("write-only") << QByteArray("<bitOffset>4</bitOffset><access>write-only</access>") << u"f 4+1 w"_s;
     QTest::newRow("names") << QByteArray(
         "<bitOffset>0</bitOffset><enumeratedValues><enumeratedValue><name>On</name><value>0b1</value></enumeratedValue>"
         "<enumeratedValue><name>Rest</name><isDefault>true</isDefault></enumeratedValue></enumeratedValues>")
@@ -144,6 +146,8 @@ void tst_SvdFile::fieldsAreRead()
     QStringList parts;
     for (const SvdField &read : peripherals.first().registers.first().fields) {
         QString part = u"%1 %2+%3"_s.arg(read.name).arg(read.lowBit).arg(read.width);
+        if (!read.readable || !read.writable)
+            part += read.readable ? u" r"_s : u" w"_s;
         for (const auto &[value, name] : read.names)
             part += u" %1=%2"_s.arg(value).arg(name);
         parts.append(part);

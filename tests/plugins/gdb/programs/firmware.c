@@ -70,17 +70,28 @@ void doze(void)
     }
 }
 
-static void semihosting(int operation, const void *argument)
+static int semihosting(int operation, const void *argument)
 {
     register int r0 __asm__("r0") = operation;
     register const void *r1 __asm__("r1") = argument;
     __asm__ volatile("bkpt 0xab" : "+r"(r0) : "r"(r1) : "memory");
+    return r0;
+}
+
+/* Writes to the standard output as a C library does. */
+static void write_stream(const char *text, uint32_t length)
+{
+    static const char name[] = ":tt";
+    const uint32_t open[] = {(uint32_t)name, 4, sizeof name - 1};
+    const uint32_t write[] = {(uint32_t)semihosting(1, open), (uint32_t)text, length};
+    semihosting(5, write);
 }
 
 void report(void)
 {
     static const uint32_t end[] = {0x20026, 5};
     semihosting(4, "by semihosting\n");
+    write_stream("by a stream\n", 12);
     semihosting(0x20, end);
 }
 

@@ -1,0 +1,6 @@
+    .section .text.$identifier$
+    .globl  $identifier$
+    .type   $identifier$, %function
+$identifier$:
+    $cursor$
+    .size   $identifier$, . - $identifier$

@@ -1,0 +1,6 @@
+#ifndef $IDENTIFIER$_H
+#define $IDENTIFIER$_H
+
+
+
+#endif

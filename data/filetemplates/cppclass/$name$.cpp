@@ -1,0 +1,6 @@
+#include "$name$.h"
+
+$identifier$::$identifier$()
+{
+    $cursor$
+}

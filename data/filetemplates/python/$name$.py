@@ -1,0 +1,9 @@
+"""$cursor$"""
+
+
+def main():
+    pass
+
+
+if __name__ == "__main__":
+    main()

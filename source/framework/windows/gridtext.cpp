@@ -1,0 +1,27 @@
+#include "gridtext.h"
+#include "listview.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+constexpr int ReadableCharacters = 30;
+constexpr int ReadableLines = 4; ///< the header included
+} // namespace
+
+QString gridText(const ListView &list)
+{
+    QString text;
+    for (const ListViewItem *row = list.firstChild(); row; row = row->itemBelow()) {
+        for (const ListViewItem *above = row->parent(); above; above = above->parent())
+            text += u"  "_s;
+        text += u"%1 = %2\n"_s.arg(row->text(0), row->text(1));
+    }
+    return text;
+}
+
+QSize readableSize(const ListView &list)
+{
+    const QFontMetrics metrics(list.font());
+    return {metrics.horizontalAdvance(u'0') * ReadableCharacters,
+            (metrics.height() + 2 * list.itemMargin()) * ReadableLines};
+}

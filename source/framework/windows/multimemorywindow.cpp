@@ -1,0 +1,15 @@
+#include "multimemorywindow.h"
+#include "callplugin.h"
+#include "iexecutionenvironment.h"
+#include "memorywindow.h"
+
+DebugPane *MultiMemoryWindow::createWidget(QWidget *parent, IExecutionEnvironment *environment, bool force)
+{
+    const auto memory =
+        askPlugin("IExecutionEnvironment::queryInterface", [&] { return queryInterface<IMemory>(environment); });
+    if (!memory && !force)
+        return nullptr;
+    auto *window = new MemoryWindow(parent);
+    window->setInterface(memory.get());
+    return window;
+}

@@ -1,0 +1,457 @@
+#include "peripheralwidget.h"
+#include "callplugin.h"
+#include "gridtext.h"
+#include "hextext.h"
+#include "peripheralwidgettooltip.h"
+#include "popupmenu.h"
+#include "propertyhexitem.h"
+#include "propertylist.h"
+#include "propertylistitem.h"
+#include "propertysubsectionitem.h"
+#include "varnelassert.h"
+#include <algorithm>
+#include <QScrollBar>
+#include <QVBoxLayout>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+constexpr int ToldWidth = 16; ///< of a register whose width is not known
+constexpr int WidestRegister = 32;
+constexpr int TreeStep = 10;
+constexpr int SectionStep = 14; ///< registers below a heading stand further right by this
+constexpr int RegisterIndent = 20;
+constexpr int FieldIndent = 34;
+
+bool sameRegister(const PeripheralRegisterInfo &left, const PeripheralRegisterInfo &right)
+{
+    return left.name == right.name && left.bits == right.bits && left.readOnly == right.readOnly;
+}
+
+bool sameInfo(const PeripheralInfo &left, const PeripheralInfo &right)
+{
+    return left.name == right.name
+           && (left.registers.isSharedWith(right.registers)
+               || std::ranges::equal(left.registers, right.registers, sameRegister));
+}
+
+int widthOf(const PeripheralRegisterInfo &info)
+{
+    return info.bits <= 0 ? ToldWidth : std::min(info.bits, WidestRegister);
+}
+
+PropertyItem *lastChild(const PropertyItem *row)
+{
+    return static_cast<PropertyItem *>(row->child(row->childCount() - 1));
+}
+
+quint32 maskOf(const PeripheralFieldInfo &field)
+{
+    return maskedToWidth(~0u, field.width) << field.lowBit;
+}
+
+quint32 valueIn(const PeripheralFieldInfo &field, quint32 value)
+{
+    return maskedToWidth(value >> field.lowBit, field.width);
+}
+
+/// "MODE [5:4]"
+QString titleOf(const PeripheralFieldInfo &field)
+{
+    return field.width == 1 ? u"%1 [%2]"_s.arg(field.name).arg(field.lowBit)
+                            : u"%1 [%2:%3]"_s.arg(field.name).arg(field.lowBit + field.width - 1).arg(field.lowBit);
+}
+
+/// Those that lie in a register, with possible widths.
+QList<PeripheralFieldInfo> possibleFields(QList<PeripheralFieldInfo> fields)
+{
+    fields.removeIf([](const auto &field) { return field.lowBit < 0 || field.lowBit >= WidestRegister; });
+    for (PeripheralFieldInfo &field : fields)
+        field.width = std::clamp(field.width, 1, WidestRegister - field.lowBit);
+    return fields;
+}
+
+PropertyItem *makeFieldRow(const PeripheralFieldInfo &field, PropertyItem *owner)
+{
+    PropertyItem *after = lastChild(owner);
+    if (field.values.isEmpty())
+        return new PropertyHexItem(titleOf(field), 0u, field.width, owner, after);
+    auto *row = new PropertyListItem(titleOf(field), QString(), owner, after);
+    for (const PeripheralValueName &value : field.values)
+        row->addOption(u"%1 (%2)"_s.arg(value.name).arg(value.value), QString::number(value.value));
+    return row;
+}
+
+/// A value without a name becomes a choice of its own.
+void showFieldValue(PropertyItem *row, const PeripheralFieldInfo &field, quint32 value)
+{
+    auto *choice = qobject_cast<PropertyListItem *>(row);
+    if (!choice)
+        return row->setValue(value, false);
+    const QString key = QString::number(value);
+    if (!choice->hasKey(key))
+        choice->addOption(hexText(value, field.width), key);
+    choice->setValue(key, false);
+}
+} // namespace
+
+PeripheralWidget::PeripheralWidget(QWidget *parent)
+    : DebugPane(parent), m_list(new PropertyList(tr("Peripheral Register"), tr("Value"), this))
+{
+    setObjectName(u"peripherals"_s);
+    auto *layout = new QVBoxLayout(this);
+    layout->setContentsMargins({});
+    layout->addWidget(m_list);
+    setFocusProxy(m_list);
+    m_list->setMinimumSize(readableSize(*m_list));
+    m_list->setObjectName(u"peripheralList"_s);
+    m_list->setAccessibleName(tr("Peripherals"));
+    m_list->setTreeStepSize(TreeStep);
+    m_readTimer.setSingleShot(true);
+    connect(&m_readTimer, &QTimer::timeout, this, [this] {
+        if (m_paused)
+            readVisible();
+    });
+    connect(m_list, &PropertyList::valueChanged, this, &PeripheralWidget::setRegister);
+    connect(m_list, &ListView::contextMenuRequested, this, &PeripheralWidget::rightButtonClicked);
+    connect(m_list, &QTreeWidget::itemExpanded, this,
+            [this](QTreeWidgetItem *item) { expanded(static_cast<ListViewItem *>(item)); });
+    connect(m_list, &QTreeWidget::itemCollapsed, this, [this] { m_readTimer.start(0); });
+    connect(m_list->verticalScrollBar(), &QScrollBar::valueChanged, this, [this] { m_readTimer.start(0); });
+}
+
+PeripheralWidget::~PeripheralWidget() = default;
+
+QString PeripheralWidget::text() const
+{
+    return gridText(*m_list);
+}
+
+void PeripheralWidget::showEvent(QShowEvent *event)
+{
+    DebugPane::showEvent(event);
+    m_readTimer.start(0);
+}
+
+void PeripheralWidget::resizeEvent(QResizeEvent *event)
+{
+    DebugPane::resizeEvent(event);
+    m_readTimer.start(0);
+}
+
+// The rows ------------------------------------------------------------------------------------------------------------
+
+void PeripheralWidget::setPeripherals(IPeripherals *peripherals)
+{
+    const auto kept = shareInterface(peripherals);
+    m_peripherals = shareInterface(peripherals);
+    m_toolTip.reset();
+    m_fieldsOf.reset();
+    rebuild({});
+    if (!peripherals)
+        return;
+    m_toolTip = std::make_unique<PeripheralWidgetToolTip>(m_list, peripherals);
+    const QPointer<PeripheralWidget> self(this);
+    auto fields =
+        askPlugin("IPeripherals::queryInterface", [&] { return queryInterface<IPeripheralFields>(kept.get()); });
+    const auto infos = askPlugin("IPeripherals::peripherals", [&] { return kept->peripherals(); });
+    if (!self || m_peripherals != kept)
+        return;
+    m_fieldsOf = std::move(fields);
+    rebuild(infos);
+}
+
+void PeripheralWidget::rebuild(const QList<PeripheralInfo> &infos)
+{
+    m_list->clear();
+    m_registers.clear();
+    m_fields.clear();
+    m_infos = infos;
+    const bool hasSections = infos.size() > 1;
+    PropertyItem *section = nullptr;
+    for (const PeripheralInfo &info : infos) {
+        if (hasSections) {
+            section = new PropertySubsectionItem(info.name, m_list, section);
+            section->setValue(0u, false);
+        }
+        addRegisters(info, section);
+    }
+    m_list->fitNames();
+    if (!hasSections)
+        addFieldsBelow(nullptr);
+}
+
+void PeripheralWidget::addRegisters(const PeripheralInfo &info, PropertyItem *section)
+{
+    PropertyItem *last = nullptr;
+    for (const PeripheralRegisterInfo &entry : info.registers) {
+        last = section ? new PropertyHexItem(entry.name, 0u, widthOf(entry), section, last)
+                       : new PropertyHexItem(entry.name, 0u, widthOf(entry), m_list, last);
+        last->setReadOnly(entry.readOnly);
+        if (m_fieldsOf)
+            last->setIndent(RegisterIndent + (section ? SectionStep : 0));
+    }
+}
+
+void PeripheralWidget::expanded(ListViewItem *item)
+{
+    addFieldsBelow(item);
+    m_readTimer.start(0);
+}
+
+/// Adds the fields of the registers in a section, or at the top level for null. Ends at the first exception.
+void PeripheralWidget::addFieldsBelow(ListViewItem *section)
+{
+    if (!m_fieldsOf || m_registers.value(static_cast<PropertyItem *>(section)).isDetailed)
+        return; // the row of a register
+    QList<QPointer<PropertyItem>> rows;
+    QTreeWidgetItem *above = section ? static_cast<QTreeWidgetItem *>(section) : m_list->invisibleRootItem();
+    for (int i = 0; i < above->childCount(); ++i)
+        rows += static_cast<PropertyItem *>(above->child(i));
+    const QPointer<PeripheralWidget> self(this);
+    for (const QPointer<PropertyItem> &row : std::as_const(rows)) {
+        if (!self || !row || !addFields(row))
+            return;
+    }
+    m_list->fitNames();
+}
+
+bool PeripheralWidget::addFields(PropertyItem *item)
+{
+    if (m_registers.value(item).isDetailed)
+        return true;
+    const QPointer<PeripheralWidget> self(this);
+    const QPointer<PropertyItem> row(item);
+    const auto fieldsOf = shareInterface(m_fieldsOf.get());
+    const QString peripheral = peripheralOf(item);
+    const QString name = item->name();
+    PeripheralRegisterDetails details;
+    if (!runPlugin("IPeripheralFields::details", [&] { details = fieldsOf->details(peripheral, name); }) || !self
+        || !row)
+        return false;
+    Register &entry = m_registers[row];
+    entry.details = details;
+    entry.isDetailed = true;
+    for (const PeripheralFieldInfo &field : possibleFields(details.fields)) {
+        PropertyItem *fieldRow = makeFieldRow(field, row);
+        fieldRow->setReadOnly(row->isReadOnly() || !field.writable);
+        fieldRow->setIndent(row->textIndent() + FieldIndent - RegisterIndent);
+        fieldRow->setDescription(field.description);
+        PeripheralWidgetToolTip::setField(fieldRow);
+        m_fields.insert(fieldRow, {row, field});
+        entry.fields += fieldRow;
+    }
+    showFields(row);
+    if (!details.readingChanges)
+        return true;
+    row->setText(1, tr("not read"));
+    for (PropertyItem *fieldRow : std::as_const(entry.fields))
+        fieldRow->setText(1, tr("not read"));
+    return true;
+}
+
+QString PeripheralWidget::peripheralOf(const PropertyItem *row) const
+{
+    const auto *section = static_cast<const PropertyItem *>(row->parent());
+    return section ? section->name() : QString();
+}
+
+// Values --------------------------------------------------------------------------------------------------------------
+
+void PeripheralWidget::update()
+{
+    if (!m_peripherals || m_reading || m_reporting)
+        return;
+    const QPointer<PeripheralWidget> self(this);
+    const auto peripherals = shareInterface(m_peripherals.get());
+    ++m_update;
+    m_reading = true;
+    QList<PeripheralInfo> infos;
+    const bool isListed = runPlugin("IPeripherals::peripherals", [&] { infos = peripherals->peripherals(); });
+    if (!self)
+        return;
+    m_reading = false;
+    if (!isListed || m_peripherals != peripherals)
+        return;
+    if (!infos.isSharedWith(m_infos) && !std::ranges::equal(infos, m_infos, sameInfo))
+        rebuild(infos);
+    readVisible();
+}
+
+/// The rows of headings and registers, also of registers whose fields are on the screen.
+QList<PropertyItem *> PeripheralWidget::rowsOnScreen() const
+{
+    QList<PropertyItem *> rows;
+    const int bottom = m_list->viewport()->height();
+    for (ListViewItem *item = m_list->itemAt(QPoint(1, 1)); item; item = item->itemBelow()) {
+        if (m_list->visualItemRect(item).top() >= bottom)
+            break;
+        auto *row = static_cast<PropertyItem *>(item);
+        const auto field = m_fields.constFind(row);
+        if (field != m_fields.cend())
+            row = field->owner;
+        if (!rows.contains(row))
+            rows += row;
+    }
+    return rows;
+}
+
+/// Reads the rows on the screen that were not read since the last update. Ends at the first exception.
+void PeripheralWidget::readVisible()
+{
+    if (!m_peripherals || m_reading)
+        return;
+    const QPointer<PeripheralWidget> self(this);
+    QList<QPointer<PropertyItem>> rows;
+    for (PropertyItem *row : rowsOnScreen())
+        rows += row;
+    for (const QPointer<PropertyItem> &row : std::as_const(rows)) {
+        if (!row || (m_registers.value(row).update != m_update && !readRow(row)) || !self)
+            return;
+    }
+}
+
+/// False if the rows behind it shall not be read.
+bool PeripheralWidget::readRow(PropertyItem *row)
+{
+    m_registers[row].update = m_update;
+    if (m_registers.value(row).details.readingChanges)
+        return true;
+    quint32 value = 0;
+    if (!ask(row, &value))
+        return false;
+    showValue(row, value);
+    return true;
+}
+
+/// False after an exception, and if the row went meanwhile.
+bool PeripheralWidget::ask(PropertyItem *item, uint *value)
+{
+    const QPointer<PeripheralWidget> self(this);
+    const QPointer<PropertyItem> row(item);
+    const auto peripherals = shareInterface(m_peripherals.get());
+    const QString peripheral = peripheralOf(item);
+    const QString name = item->name();
+    m_reading = true;
+    const bool isRead = runPlugin("IPeripherals::value", [&] { *value = peripherals->value(peripheral, name); });
+    if (self)
+        m_reading = false;
+    return isRead && self && row;
+}
+
+void PeripheralWidget::showValue(PropertyItem *row, uint value)
+{
+    const QVariant before = row->value();
+    row->setValue(value, false);
+    row->setChanged(row->value() != before);
+    showFields(row);
+}
+
+void PeripheralWidget::showFields(PropertyItem *row)
+{
+    const quint32 value = row->value().toUInt();
+    for (PropertyItem *fieldRow : m_registers.value(row).fields) {
+        const quint32 before = fieldRow->value().toUInt();
+        const PeripheralFieldInfo &field = m_fields[fieldRow].info;
+        showFieldValue(fieldRow, field, valueIn(field, value));
+        fieldRow->setChanged(fieldRow->value().toUInt() != before);
+    }
+}
+
+// Changes by the user -------------------------------------------------------------------------------------------------
+
+void PeripheralWidget::setRegister(PropertyItem *item)
+{
+    VARNEL_ASSERT_TEXT(item && m_peripherals, "item && m_peripherals");
+    if (!item || !m_peripherals)
+        return;
+    const QPointer<PeripheralWidget> self(this);
+    const QPointer<PropertyItem> row(item);
+    if (m_fields.contains(item)) {
+        writeField(item, m_fields.value(item));
+    } else {
+        write(item, item->value().toUInt());
+        if (self && row)
+            showFields(row);
+    }
+    if (row)
+        row->setChanged(true);
+    if (self)
+        reportWrite();
+}
+
+/// The environment gets the name of the register in place of the peripheral's, too.
+void PeripheralWidget::write(PropertyItem *row, uint value)
+{
+    const auto peripherals = shareInterface(m_peripherals.get());
+    const QString name = row->name();
+    runPlugin("IPeripherals::setValue", [&] { peripherals->setValue(name, name, value); });
+}
+
+void PeripheralWidget::writeField(PropertyItem *item, const Field &field)
+{
+    const QPointer<PeripheralWidget> self(this);
+    const QPointer<PropertyItem> owner(field.owner);
+    const PeripheralRegisterDetails details = m_registers.value(owner).details;
+    const quint32 typed = item->value().toUInt() << field.info.lowBit & maskOf(field.info);
+    quint32 value = owner->value().toUInt();
+    if (!details.readingChanges && !ask(owner, &value))
+        return;
+    const quint32 others = details.onesClear ? 0 : value & ~maskOf(field.info);
+    write(owner, others | typed);
+    if (!self || !owner)
+        return;
+    value = others | typed;
+    if (!details.readingChanges && !ask(owner, &value))
+        return;
+    showValue(owner, value);
+    owner->setChanged(true);
+}
+
+void PeripheralWidget::reportWrite()
+{
+    const QPointer<PeripheralWidget> self(this);
+    m_reporting = true;
+    Q_EMIT doUpdate();
+    if (self)
+        m_reporting = false;
+}
+
+// Registers that change when they are read ----------------------------------------------------------------------------
+
+void PeripheralWidget::rightButtonClicked(ListViewItem *item, const QPoint &point)
+{
+    auto *clicked = static_cast<PropertyItem *>(item);
+    const QPointer<PropertyItem> row(m_fields.contains(clicked) ? m_fields.value(clicked).owner : clicked);
+    if (!row || !m_registers.value(row).details.readingChanges)
+        return;
+    auto *menu = new PopupMenu(m_list);
+    menu->setObjectName(u"peripheralMenu"_s);
+    menu->setAttribute(Qt::WA_DeleteOnClose);
+    menu->insertItem(tr("Read now"), 0, [this, row](int) {
+        if (row)
+            readNow(row);
+    });
+    menu->popup(point);
+}
+
+void PeripheralWidget::readNow(PropertyItem *item)
+{
+    if (!m_fieldsOf || m_reading)
+        return;
+    const QPointer<PeripheralWidget> self(this);
+    const QPointer<PropertyItem> row(item);
+    const auto fieldsOf = shareInterface(m_fieldsOf.get());
+    const QString peripheral = peripheralOf(item);
+    const QString name = item->name();
+    quint32 value = 0;
+    m_reading = true;
+    const bool isRead = runPlugin("IPeripheralFields::readNow", [&] { value = fieldsOf->readNow(peripheral, name); });
+    if (!self)
+        return;
+    m_reading = false;
+    if (isRead && row) {
+        showValue(row, value);
+        reportWrite(); // it may have changed other registers
+    }
+}

@@ -1,0 +1,258 @@
+#include "watchwindow.h"
+#include "callplugin.h"
+#include "gridtext.h"
+#include "popupmenu.h"
+#include "projecttreeitem.h"
+#include "watchlistview.h"
+#include <QHeaderView>
+#include <QLineEdit>
+#include <QRegularExpression>
+#include <QVBoxLayout>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+constexpr qsizetype LongestValue = 10000; ///< in characters; a cell has no room for more
+
+/// A value as one line, since rows have equal heights.
+QString shownValue(const QString &value)
+{
+    QString line = value.left(LongestValue);
+    return line.replace(u'\n', u' ').replace(u'\r', u' ');
+}
+} // namespace
+
+WatchWindow::WatchWindow(QWidget *parent)
+    : DebugPane(parent), m_list(new WatchListView(this)), m_menu(new PopupMenu(this))
+{
+    setObjectName(u"watches"_s);
+    auto *layout = new QVBoxLayout(this);
+    layout->setContentsMargins({});
+    layout->addWidget(m_list);
+    setFocusProxy(m_list);
+    m_list->setMinimumSize(readableSize(*m_list));
+    m_list->setAccessibleName(tr("Watches"));
+    m_menu->setObjectName(u"watchMenu"_s);
+    m_menu->insertItem(tr("Remove Watch"), 0, [this](int) { removeWatch(); });
+    connect(m_menu, &QMenu::aboutToShow, this, &WatchWindow::updateMenu);
+    connect(m_list, &QTreeWidget::itemClicked, this, [this](QTreeWidgetItem *item, int column) {
+        clicked(static_cast<ListViewItem *>(item), QCursor::pos(), column);
+    });
+    connect(m_list, &WatchListView::editRequested, this,
+            [this](ListViewItem *item, int column) { clicked(item, {}, column); });
+    connect(m_list, &WatchListView::removeRequested, this, &WatchWindow::removeWatch);
+    connect(m_list, &WatchListView::drop, this, &WatchWindow::addItem);
+    connect(m_list, &ListView::itemRenamed, this, &WatchWindow::itemRenamed);
+    connect(m_list, &ListView::contextMenuRequested, this, &WatchWindow::contextMenuRequested);
+    addPlaceholder();
+}
+
+WatchWindow::~WatchWindow()
+{
+    disconnect(m_list, nullptr, this, nullptr); // its end may end a rename
+}
+
+void WatchWindow::setEnvironment(IExecutionEnvironment *environment)
+{
+    clear();
+    m_environment = shareInterface(environment);
+}
+
+QStringList WatchWindow::watches() const
+{
+    QStringList expressions;
+    for (int i = 0; i < m_list->topLevelItemCount() - 1; ++i)
+        expressions += m_list->topLevelItem(i)->text(0);
+    return expressions;
+}
+
+void WatchWindow::setWatches(const QStringList &expressions)
+{
+    clear();
+    for (const QString &expression : expressions) {
+        auto *item = static_cast<ListViewItem *>(m_list->topLevelItem(m_list->topLevelItemCount() - 1));
+        item->setText(0, expression);
+        finishPlaceholder(item);
+    }
+    if (isVisible())
+        update();
+}
+
+QString WatchWindow::text() const
+{
+    return gridText(*m_list);
+}
+
+// Rows ----------------------------------------------------------------------------------------------------------------
+
+void WatchWindow::clear()
+{
+    m_list->endRename(ListView::Reject);
+    ++m_removals;
+    m_list->clear();
+    addPlaceholder();
+}
+
+void WatchWindow::addPlaceholder()
+{
+    auto *last = static_cast<ListViewItem *>(m_list->topLevelItem(m_list->topLevelItemCount() - 1));
+    auto *item = new ProjectTreeItem(m_list, last, tr("Click to add new"), nullptr, nullptr, ListViewItem::Type, false);
+    item->setGrid(true);
+    item->setItalic(true);
+    item->setBackground(true);
+    item->setRenameEnabled(0, true);
+}
+
+bool WatchWindow::isPlaceholder(const ListViewItem *item) const
+{
+    return item == m_list->topLevelItem(m_list->topLevelItemCount() - 1);
+}
+
+bool WatchWindow::isBeingTyped(const ListViewItem *item) const
+{
+    return m_list->renameEdit() && m_list->currentItem() == item;
+}
+
+/// An empty row goes; the others become watches.
+void WatchWindow::finishPlaceholder(ListViewItem *item)
+{
+    item->setRenameEnabled(1, true);
+    if (item->text(0).isEmpty()) {
+        ++m_removals;
+        delete item;
+    } else {
+        static_cast<ProjectTreeItem *>(item)->setItalic(false);
+    }
+    addPlaceholder();
+}
+
+void WatchWindow::clicked(ListViewItem *item, const QPoint &, int column)
+{
+    if (!item)
+        return;
+    const bool isNew = isPlaceholder(item);
+    item->startRename(isNew ? 0 : column);
+    if (isNew && m_list->renameEdit())
+        m_list->renameEdit()->clear(); // and the row has its text again if the user gives up
+}
+
+void WatchWindow::itemRenamed(ListViewItem *item, int column, const QString &)
+{
+    const QPointer<WatchWindow> self(this);
+    const int removals = m_removals;
+    if (isPlaceholder(item)) {
+        const bool isEmpty = item->text(0).isEmpty();
+        finishPlaceholder(item);
+        if (isEmpty)
+            return;
+    } else if (column == 1 && m_environment) {
+        assign(item);
+    }
+    if (self && m_removals == removals)
+        evaluate(item);
+    if (!self)
+        return;
+    Q_EMIT watchesChanged();
+    if (column == 1)
+        reportWrite();
+}
+
+void WatchWindow::addItem(const QString &text)
+{
+    m_list->endRename(ListView::Accept);
+    auto *item = static_cast<ListViewItem *>(m_list->topLevelItem(m_list->topLevelItemCount() - 1));
+    item->setText(0, text.simplified());
+    itemRenamed(item, 0, item->text(0));
+}
+
+void WatchWindow::removeWatch()
+{
+    ListViewItem *item = m_list->currentItem();
+    if (!item || isPlaceholder(item))
+        return;
+    m_list->endRename(ListView::Reject);
+    ++m_removals;
+    delete item;
+    Q_EMIT watchesChanged();
+}
+
+void WatchWindow::contextMenuRequested(ListViewItem *item, const QPoint &point, int column)
+{
+    if (!item || isPlaceholder(item))
+        return;
+    m_list->setCurrentItem(item, std::max(0, column));
+    m_menu->popup(point);
+}
+
+void WatchWindow::updateMenu()
+{
+    m_menuFlag = !m_menuFlag;
+}
+
+// Values --------------------------------------------------------------------------------------------------------------
+
+void WatchWindow::update()
+{
+    if (m_reading || m_reporting)
+        return;
+    const QPointer<WatchWindow> self(this);
+    const int removals = m_removals; // a plug-in may call back and have rows removed
+    for (int i = 0; self && m_removals == removals && i < m_list->topLevelItemCount() - 1; ++i) {
+        auto *row = static_cast<ListViewItem *>(m_list->topLevelItem(i));
+        if (!isBeingTyped(row))
+            evaluate(row);
+    }
+}
+
+/// False if this pane, its environment or its rows went meanwhile.
+bool WatchWindow::ask(const QString &expression, QString &value)
+{
+    const QPointer<WatchWindow> self(this);
+    const auto environment = shareInterface(m_environment.get());
+    m_reading = true;
+    runPlugin("IExecutionEnvironment::evaluate", [&] { (void)environment->evaluate(expression, value); });
+    if (!self)
+        return false;
+    m_reading = false;
+    return m_environment == environment;
+}
+
+void WatchWindow::evaluate(ListViewItem *item)
+{
+    if (m_reading)
+        return;
+    const int removals = m_removals;
+    QString value;
+    if (!m_environment)
+        value = tr("????");
+    else if (!ask(item->text(0), value) || m_removals != removals)
+        return;
+    value = shownValue(value);
+    auto *row = static_cast<ProjectTreeItem *>(item);
+    row->setBold(value != row->text(1));
+    row->setItalic(false);
+    row->setText(1, value);
+    m_list->viewport()->update();
+}
+
+void WatchWindow::assign(ListViewItem *item)
+{
+    QString ignored;
+    if (!m_reading)
+        (void)ask(assignedExpression(item->text(0)) + u'=' + item->text(1), ignored);
+}
+
+void WatchWindow::reportWrite()
+{
+    const QPointer<WatchWindow> self(this);
+    m_reporting = true;
+    Q_EMIT doUpdate();
+    if (self)
+        m_reporting = false;
+}
+
+QString assignedExpression(const QString &watch)
+{
+    static const QRegularExpression format(u"\\s*,\\s*[xduotcs]\\s*\\z"_s);
+    return QString(watch).remove(format);
+}

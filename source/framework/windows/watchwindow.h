@@ -1,0 +1,60 @@
+#pragma once
+#include "debugpane.h"
+#include "iexecutionenvironment.h"
+class ListViewItem;
+class PopupMenu;
+class ProjectTreeItem;
+class WatchListView;
+
+/// Expressions that the user follows, with the values that one execution environment gives for them. The last row is a
+/// placeholder for a new expression. A bold expression marks a value that differs from the one before.
+class WatchWindow : public DebugPane
+{
+    Q_OBJECT
+    Q_PROPERTY(QString text READ text)
+public:
+    explicit WatchWindow(QWidget *parent = nullptr);
+    ~WatchWindow() override;
+
+    void setEnvironment(IExecutionEnvironment *environment); ///< Null for none. All watches are removed.
+    void releaseEnvironment() override { setEnvironment(nullptr); }
+    [[nodiscard]] QStringList watches() const;       ///< The expressions.
+    void setWatches(const QStringList &expressions); ///< They have no value before update() if the pane is hidden.
+    [[nodiscard]] QString text() const;              ///< "expression = value", a line each; see gridText().
+    [[nodiscard]] bool menuFlag() const { return m_menuFlag; }
+
+public Q_SLOTS:
+    void update() override;
+    void clicked(ListViewItem *item, const QPoint &point, int column);
+    void itemRenamed(ListViewItem *item, int column, const QString &text);
+    void contextMenuRequested(ListViewItem *item, const QPoint &point, int column);
+    void removeWatch(); ///< Removes the current row.
+    void updateMenu();
+    void addItem(const QString &text); ///< Adds a watch.
+
+Q_SIGNALS:
+    void watchesChanged(); ///< By the user.
+
+private:
+    void clear();
+    void addPlaceholder();
+    [[nodiscard]] bool isPlaceholder(const ListViewItem *item) const;
+    [[nodiscard]] bool isBeingTyped(const ListViewItem *item) const;
+    void finishPlaceholder(ListViewItem *item);
+    void assign(ListViewItem *item);
+    bool ask(const QString &expression, QString &value);
+    void evaluate(ListViewItem *item);
+    void reportWrite();
+
+    WatchListView *const m_list;
+    PopupMenu *const m_menu;
+    InterfacePtr<IExecutionEnvironment> m_environment; ///< null without one
+    int m_removals = 0;                                ///< grows when rows are deleted
+    bool m_menuFlag = true;                            ///< inverted each time the menu is shown
+    bool m_reading = false;                            ///< a plug-in is being asked, which may call back
+    bool m_reporting = false;                          ///< other panes are refreshed; this one has its values
+};
+
+/// The expression that is assigned to when the user changes the value of @p watch: without the format behind the last
+/// comma, as in "counter,x".
+[[nodiscard]] QString assignedExpression(const QString &watch);

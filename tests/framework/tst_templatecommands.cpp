@@ -1,0 +1,667 @@
+#include "navigator.h"
+#include "newfiledialog.h"
+#include "newprojectdialog.h"
+#include "ordinaryuser.h"
+#include "projectfile.h"
+#include "projectfolder.h"
+#include "templatesave.h"
+#include "windowfixture.h"
+#include <QAction>
+#include <QListWidget>
+#include <QMenu>
+#include <QRadioButton>
+#include <QTreeWidget>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+const QByteArray ProjectText = "<project><folder name='Sources'><extension name='c'/><file path='main.c'/></folder>"
+                               "</project>";
+const auto ReadDetails = u"\n\nSee Python Command Window for details"_s;
+
+/// A window whose installation has templates.
+struct TemplateFixture : WindowFixture
+{
+    TemplateFixture()
+    {
+        installation.writeWindowFiles();
+        installation.write(u"images/projecttemplate.svg"_s, "<svg xmlns='http://www.w3.org/2000/svg'/>");
+        addTemplate(u"plain"_s, {}, {{u"project.vnp"_s, ProjectText}, {u"main.c"_s, "int main;"}});
+        settings()->setValue(u"Paths/NewProjects"_s, path(u"home"_s));
+        QDir().mkpath(path(u"home"_s));
+    }
+
+    void addTemplate(const QString &name, const QByteArray &xml, const QMap<QString, QByteArray> &files) const
+    {
+        const QString directory = u"templates/group/"_s + name + u'/';
+        if (!xml.isEmpty())
+            installation.write(directory + u"template.xml"_s, xml);
+        for (auto file = files.begin(); file != files.end(); ++file)
+            installation.write(directory + file.key(), file.value());
+    }
+    void addScript(const QByteArray &script) const
+    {
+        addTemplate(u"script"_s, "<t type='script'><script module='builder'/></t>", {{u"builder.py"_s, script}});
+    }
+
+    /// Fills in the next new-project dialog; @p last runs before it is accepted.
+    void answer(const QString &templateName, const QString &name,
+                const std::function<void(NewProjectDialog *)> &last = {}) const
+    {
+        answers->meet([=](QDialog *dialog) {
+            auto *list = dialog->findChild<QListWidget *>(u"TemplateIconView"_s);
+            auto *tree = dialog->findChild<QTreeWidget *>(u"TemplateListView"_s);
+            tree->setCurrentItem(tree->findItems(u"group"_s, Qt::MatchExactly).value(0));
+            list->setCurrentItem(list->findItems(templateName, Qt::MatchExactly).value(0));
+            dialog->findChild<QLineEdit *>(u"NameLineEdit"_s)->setText(name);
+            if (last)
+                last(static_cast<NewProjectDialog *>(dialog));
+            QMetaObject::invokeMethod(dialog, "accept", Qt::QueuedConnection); // it may show a message itself
+        });
+    }
+    static void add(NewProjectDialog *dialog)
+    {
+        dialog->findChild<QRadioButton *>(u"AddWorkspaceRadio"_s)->setChecked(true);
+    }
+
+    /// Creates a project and returns the messages.
+    QStringList create(const QString &templateName, const QString &name = u"fw"_s,
+                       const std::function<void(NewProjectDialog *)> &last = {}) const
+    {
+        answers->said.clear();
+        answer(templateName, name, last);
+        window->projectNew();
+        return answers->said;
+    }
+    QString openOther() const
+    {
+        const QString other = writeWorkspace(u"other.vnw"_s, {});
+        return window->openWorkspace(other, false) ? other : QString();
+    }
+    QString openWorkspaceFile() const
+    {
+        return window->projectWorkspace() ? window->projectWorkspace()->fileName() : u"none"_s;
+    }
+    QString templatePath(const QString &name) const { return installation.path(u"templates/group/"_s + name); }
+
+    // Files
+
+    void answerFile(const QString &kind, const QString &name,
+                    const std::function<void(NewFileDialog *)> &last = {}) const
+    {
+        answers->meet([=](QDialog *dialog) {
+            auto *list = dialog->findChild<QListWidget *>(u"fileIconView"_s);
+            list->setCurrentItem(list->findItems(kind, Qt::MatchExactly).value(0));
+            dialog->findChild<QLineEdit *>(u"nameEdit"_s)->setText(name);
+            if (last)
+                last(static_cast<NewFileDialog *>(dialog));
+            QMetaObject::invokeMethod(dialog, "accept", Qt::QueuedConnection); // it may show a message itself
+        });
+    }
+    QStringList createFile(const QString &kind, const QString &name,
+                           const std::function<void(NewFileDialog *)> &last = {}) const
+    {
+        answers->said.clear();
+        answerFile(kind, name, last);
+        window->fileNew();
+        return answers->said;
+    }
+    QStringList projectFiles() const
+    {
+        QStringList paths;
+        for (const ProjectFile *file : window->activity().currentProject()->files({}, nullptr))
+            paths.append((file->folder() ? file->folder()->name() + u'/' : QString()) + file->path());
+        return paths;
+    }
+};
+
+QString overwrite(const QString &file)
+{
+    return u"The file '%1' already exists in the project folder.\n\n Do you want to overwrite it?"_s.arg(file);
+}
+} // namespace
+
+/// The commands that create projects and files from templates.
+class TemplateCommandsTest : public QObject
+{
+    Q_OBJECT
+private Q_SLOTS:
+    void init() { QTest::failOnWarning(QRegularExpression(u"^(?!This plugin does not support)"_s)); }
+
+    // Projects from copied templates
+
+    void projectIsCreatedInANewWorkspaceAndOpened()
+    {
+        const TemplateFixture f;
+        QVERIFY(f.create(u"plain"_s).isEmpty());
+        QCOMPARE(f.openWorkspaceFile(), f.path(u"home/fw/fw.vnw"_s));
+        QCOMPARE(f.projects(), QStringList(u"fw"_s));
+        QCOMPARE(f.projectFiles(), QStringList(u"Sources/main.c"_s));
+        QCOMPARE(f.read(u"home/fw/main.c"_s), QByteArray("int main;"));
+        QVERIFY(f.read(u"home/fw/fw.vnw"_s).contains("path=\"fw.vnp\""));
+    }
+
+    void specialNamesWork_data()
+    {
+        QTest::addColumn<QString>("name");
+        for (const QString &name :
+             {u"two words"_s, u"Gr\u00f6\u00dfe"_s, u"a%1b"_s, u"it's \"q\""_s, u"a.b"_s, u"project"_s})
+            QTest::newRow(qPrintable(name)) << name;
+    }
+
+    void specialNamesWork()
+    {
+        QFETCH(QString, name);
+        const TemplateFixture f;
+        QVERIFY(f.create(u"plain"_s, name).isEmpty());
+        QCOMPARE(f.openWorkspaceFile(), f.path(u"home/%2/%2.vnw"_s.replace(u"%2"_s, name)));
+        QCOMPARE(f.projects(), QStringList(name));
+    }
+
+    void settingsAreWritten()
+    {
+        const TemplateFixture f;
+        f.addScript("def createProject(name, template, path): pass");
+        f.create(u"script"_s);
+        QCOMPARE(f.settings()->value(u"Paths/NewProjects"_s).toString(), f.path(u"home"_s));
+        QCOMPARE(f.settings()->value(u"Paths/Projects"_s).toString(), f.path(u"home/fw"_s));
+        QCOMPARE(f.settings()->value(u"Paths/Files"_s).toString(), f.path(u"home/fw"_s));
+    }
+
+    void cancelledDialogChangesNothing()
+    {
+        const TemplateFixture f;
+        const QString other = f.openOther();
+        f.answers->meet([](QDialog *dialog) { dialog->reject(); });
+        f.window->projectNew();
+        QCOMPARE(f.openWorkspaceFile(), other);
+        QVERIFY(!f.settings()->contains(u"Templates/Recent0"_s));
+    }
+
+    void openWorkspaceIsReplacedOrGetsTheProject()
+    {
+        const TemplateFixture f;
+        f.openOther();
+        QVERIFY(f.create(u"plain"_s).isEmpty());
+        QCOMPARE(f.openWorkspaceFile(), f.path(u"home/fw/fw.vnw"_s));
+        QVERIFY(f.create(u"plain"_s, u"second"_s, TemplateFixture::add).isEmpty());
+        QCOMPARE(f.openWorkspaceFile(), f.path(u"home/fw/fw.vnw"_s));
+        QCOMPARE(f.projects(), (QStringList{u"fw"_s, u"second"_s}));
+        QCOMPARE(f.window->activity().currentProject()->name(), u"second"_s);
+        QVERIFY(!QFileInfo::exists(f.path(u"home/second/second.vnw"_s)));
+    }
+
+    void refusedCloseStopsTheCommand()
+    {
+        const TemplateFixture f;
+        const QString other = f.openOther();
+        f.window->projectWorkspace()->setModified(true);
+        f.answer(u"plain"_s, u"fw"_s);
+        f.answers->press(QMessageBox::Cancel);
+        f.window->projectNew();
+        QCOMPARE(f.openWorkspaceFile(), other);
+        QVERIFY(QDir(f.path(u"home/fw"_s)).isEmpty()); // the dialog has created it
+    }
+
+    void workspaceChoiceFollowsTheWorkspaceWhileTheDialogIsOpen()
+    {
+        const TemplateFixture f;
+        f.openOther();
+        QVERIFY(f.create(u"plain"_s, u"fw"_s, [&f](NewProjectDialog *dialog) {
+                     const auto *radio = dialog->findChild<QRadioButton *>(u"AddWorkspaceRadio"_s);
+                     QVERIFY(radio->isEnabled());
+                     TemplateFixture::add(dialog);
+                     f.window->closeWorkspace();
+                     QVERIFY(!radio->isEnabled());
+                     QVERIFY(!dialog->addToWorkspace());
+                 }).isEmpty());
+        QCOMPARE(f.openWorkspaceFile(), f.path(u"home/fw/fw.vnw"_s));
+    }
+
+    void projectThatCannotBeLoadedIsAddedAllTheSame()
+    {
+        const TemplateFixture f;
+        f.addTemplate(u"broken"_s, {}, {{u"project.vnp"_s, "<project"}});
+        f.openOther();
+        QVERIFY(f.create(u"broken"_s, u"bad"_s, TemplateFixture::add).isEmpty());
+        QCOMPARE(f.projects(), QStringList(u"(bad)"_s));
+        QVERIFY(f.create(u"broken"_s, u"worse"_s).size() <= 1); // the question about the changed workspace
+    }
+
+    void secondCommandWhileTheDialogIsOpenShowsNoSecondDialog()
+    {
+        const TemplateFixture f;
+        QVERIFY(f.create(u"plain"_s, u"fw"_s, [&f](NewProjectDialog *) {
+                     f.window->projectNew();
+                     f.window->fileNew();
+                 }).isEmpty());
+        QCOMPARE(f.projects(), QStringList(u"fw"_s));
+    }
+
+    void existingFilesAreAskedAbout()
+    {
+        const TemplateFixture f;
+        f.write(u"home/fw.vnp"_s, "old");
+        f.write(u"home/main.c"_s, "old");
+        const auto here = [](NewProjectDialog *dialog) {
+            dialog->findChild<QAbstractButton *>(u"ProjectFolderCheckBox"_s)->setChecked(false);
+        };
+        f.answer(u"plain"_s, u"fw"_s, here);
+        f.answers->press(QMessageBox::Yes);
+        f.answers->press(QMessageBox::Cancel);
+        f.window->projectNew();
+        QCOMPARE(f.answers->said, (QStringList{overwrite(u"fw.vnp"_s), overwrite(u"main.c"_s)}));
+        QCOMPARE(f.answers->boxes.last().buttons, QMessageBox::Yes | QMessageBox::YesToAll | QMessageBox::Cancel);
+        QVERIFY(!f.window->projectWorkspace());
+        QVERIFY(!QFileInfo::exists(f.path(u"home/fw.vnp"_s))); // nothing is rolled back
+
+        f.write(u"home/fw.vnp"_s, "old");
+        f.answers->said.clear();
+        f.answer(u"plain"_s, u"fw"_s, here);
+        f.answers->press(QMessageBox::YesToAll);
+        f.window->projectNew();
+        QCOMPARE(f.answers->said, QStringList{overwrite(u"fw.vnp"_s)});
+        QCOMPARE(f.read(u"home/main.c"_s), QByteArray("int main;"));
+        QCOMPARE(f.projects(), QStringList(u"fw"_s));
+    }
+
+    void failuresOfCopyingAreReported()
+    {
+        const TemplateFixture f;
+        f.addTemplate(u"bare"_s, {}, {{u"main.c"_s, "x"}});
+        f.addTemplate(u"locked"_s, {}, {{u"project.vnp"_s, ProjectText}, {u"z.c"_s, "x"}});
+        QFile::setPermissions(f.templatePath(u"locked/z.c"_s), {});
+        const auto failure = [&f](const QString &name, const QString &project) {
+            f.answer(name, project);
+            f.answers->press(QMessageBox::Ok);
+            f.answers->said.clear();
+            f.window->projectNew();
+            return f.answers->said.join(u'|');
+        };
+        const QString end = u"' .\n\nThe project has not been created"_s;
+        QCOMPARE(failure(u"bare"_s, u"a"_s),
+                 u"Could not rename the project file '"_s + f.path(u"home/a/a.vnp"_s) + end);
+        QCOMPARE(f.read(u"home/a/main.c"_s), QByteArray("x"));
+        QCOMPARE(f.answers->lastBox(), u"warning Varnel [Ok]"_s);
+        QCOMPARE(failure(u"locked"_s, u"b %1"_s),
+                 u"Could not read from file '"_s + f.templatePath(u"locked/z.c"_s) + end);
+        QVERIFY(!f.window->projectWorkspace());
+    }
+
+    void readOnlyLocationIsReported()
+    {
+        const TemplateFixture f;
+        QFile::setPermissions(f.path(u"home"_s), QFile::ReadOwner | QFile::ExeOwner);
+        f.answer(u"plain"_s, u"fw"_s);
+        f.answers->press(QMessageBox::Ok);
+        f.answers->press(QMessageBox::Ok);
+        f.window->projectNew();
+        QCOMPARE(f.answers->said,
+                 (QStringList{u"Could not create the project folder '"_s + f.path(u"home/fw"_s) + u"'."_s,
+                              u"Could not write to file '"_s + f.path(u"home/fw/main.c"_s)
+                                  + u"' .\n\nThe project has not been created"_s}));
+        QFile::setPermissions(f.path(u"home"_s), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    }
+
+    void workspaceThatCannotBeWrittenIsReported()
+    {
+        const TemplateFixture f;
+        QDir().mkpath(f.path(u"home/fw.vnw"_s));
+        f.answer(u"plain"_s, u"fw"_s, [](NewProjectDialog *dialog) {
+            dialog->findChild<QAbstractButton *>(u"ProjectFolderCheckBox"_s)->setChecked(false);
+        });
+        f.answers->press(QMessageBox::Ok);
+        f.window->projectNew();
+        QCOMPARE(f.answers->said,
+                 QStringList(u"The workspace could not be saved.\n\nPlease make sure that the workspace "
+                             "file is not read-only."_s));
+        QVERIFY(!f.window->projectWorkspace());
+    }
+
+    void templatesOfTheSettingsAndTheUserAreOffered()
+    {
+        const TemplateFixture f;
+        QDir().mkpath(f.path(u"mine/t"_s));
+        f.settings()->setValue(u"Paths/Templates"_s, QString(f.path(u"mine"_s) + u";;/no/such/directory"_s));
+        f.installation.write(u"mytemplates/template.xml"_s, "<t type='folder'><displayname>Own</displayname></t>");
+        QStringList rows;
+        f.answers->meet([&rows](QDialog *dialog) {
+            const auto *tree = dialog->findChild<QTreeWidget *>(u"TemplateListView"_s);
+            for (int i = 0; i < tree->topLevelItemCount(); ++i)
+                rows.append(tree->topLevelItem(i)->text(0));
+            dialog->reject();
+        });
+        f.window->projectNew();
+        QCOMPARE(rows, (QStringList{u"group"_s, u"mine"_s, u"Own"_s}));
+    }
+
+    void recentTemplatesAreOfferedFirst()
+    {
+        const TemplateFixture f;
+        f.addTemplate(u"second"_s, {}, {{u"project.vnp"_s, ProjectText}});
+        f.create(u"plain"_s, u"a"_s);
+        f.create(u"second"_s, u"b"_s);
+        f.create(u"second"_s, u"c"_s);
+        QStringList rows;
+        const auto look = [&rows](QDialog *dialog) {
+            const auto *list = dialog->findChild<QListWidget *>(u"TemplateIconView"_s);
+            rows = {dialog->findChild<QTreeWidget *>(u"TemplateListView"_s)->topLevelItem(0)->text(0)};
+            for (int i = 0; i < list->count(); ++i)
+                rows.append(list->item(i)->text());
+            dialog->reject();
+        };
+        f.answers->meet(look);
+        f.window->projectNew();
+        QCOMPARE(rows, (QStringList{u"Recently used"_s, u"second"_s, u"plain"_s}));
+        QDir(f.templatePath(u"second"_s)).removeRecursively();
+        f.answers->meet(look);
+        f.window->projectNew();
+        QCOMPARE(rows, (QStringList{u"Recently used"_s, u"plain"_s}));
+    }
+
+    // Projects from scripts
+
+    void scriptCanReturnAProject()
+    {
+        const TemplateFixture f;
+        f.addScript("import os\ndef createProject(name, template, path):\n    file = os.path.join(path, 'x.vnp')\n"
+                    "    open(file, 'w').write('<project/>')\n    return file");
+        QVERIFY(f.create(u"script"_s).isEmpty());
+        QCOMPARE(f.openWorkspaceFile(), f.path(u"home/fw/fw.vnw"_s));
+        QCOMPARE(f.projects(), QStringList(u"x"_s));
+        QVERIFY(f.create(u"script"_s, u"more"_s, TemplateFixture::add).isEmpty());
+        QCOMPARE(f.projects(), (QStringList{u"x"_s, u"x"_s}));
+    }
+
+    void scriptCanReturnAWorkspace()
+    {
+        const TemplateFixture f;
+        f.addScript("import os\ndef createProject(name, template, path):\n    file = os.path.join(path, 'all.vnw')\n"
+                    "    open(file, 'w').write('<workspace/>')\n    return file");
+        f.openOther();
+        QVERIFY(f.create(u"script"_s, u"fw"_s, TemplateFixture::add).isEmpty());
+        QCOMPARE(f.openWorkspaceFile(), f.path(u"home/fw/all.vnw"_s));
+    }
+
+    void scriptThatReturnsNoneLeavesTheWorkspaceClosed()
+    {
+        const TemplateFixture f;
+        f.addScript("def createProject(name, template, path): pass");
+        const QString other = f.openOther();
+        QVERIFY(f.create(u"script"_s, u"a"_s, TemplateFixture::add).isEmpty());
+        QCOMPARE(f.openWorkspaceFile(), other);
+        QVERIFY(f.create(u"script"_s, u"b"_s).isEmpty());
+        QCOMPARE(f.openWorkspaceFile(), u"none"_s);
+    }
+
+    void failuresOfScriptsAreReported_data()
+    {
+        QTest::addColumn<QByteArray>("script");
+        QTest::addColumn<QString>("message");
+        const QByteArray head = "def createProject(name, template, path):\n    ";
+        QTest::newRow("module") << QByteArray("1 / 0") << u"Error loading Python module 'builder'."_s + ReadDetails;
+        QTest::newRow("function") << QByteArray("x = 1")
+                                  << u"createProject Python function not found in module 'builder'."_s + ReadDetails;
+        QTest::newRow("exception") << head + "raise OSError"
+                                   << u"Error in createProject Python function."_s + ReadDetails;
+        QTest::newRow("other type")
+            << head + "return 5"
+            << u"createProject Python function must return:\n\n    path to project file "
+               "(.vnp)\n\n    OR\n\n    path to workspace file (.vnw)\n\n    OR\n\n    Nothing"_s;
+        QTest::newRow("missing file") << head + "return '/no %1/such.vnp'"
+                                      << u"File returned from createProject Python function does not exist:\n\n"
+                                         "/no %1/such.vnp"_s;
+        for (const QByteArray name : {"x.VNP", "x.a.vnp", "x.c", "x"})
+            QTest::newRow(name.constData())
+                << head + "open(path + '/" + name + "', 'w'); return path + '/" + name + "'"
+                << u"File returned from createProject Python function is not a workspace file (.vnw) or a project file "
+                   "(.vnp):\n\n@/"_s
+                       + QString::fromLatin1(name);
+    }
+
+    void failuresOfScriptsAreReported()
+    {
+        QFETCH(QByteArray, script);
+        QFETCH(QString, message);
+        const TemplateFixture f;
+        f.addScript(script);
+        f.openOther();
+        f.answer(u"script"_s, u"fw"_s);
+        f.answers->press(QMessageBox::Ok);
+        f.window->projectNew();
+        QCOMPARE(f.answers->said, QStringList(message.replace(u"@"_s, f.path(u"home/fw"_s))));
+        QCOMPARE(f.answers->lastBox(), u"warning Varnel [Ok]"_s);
+        QCOMPARE(f.openWorkspaceFile(), u"none"_s);
+    }
+
+    void scriptTemplateWithoutModuleIsReported()
+    {
+        const TemplateFixture f;
+        f.addTemplate(u"script"_s, "<t type='script'><script/></t>", {});
+        f.answer(u"script"_s, u"fw"_s);
+        f.answers->press(QMessageBox::Ok);
+        f.window->projectNew();
+        QCOMPARE(f.answers->said,
+                 QStringList(u"No script specified in template '"_s + f.templatePath(u"script"_s) + u"' "_s));
+    }
+
+    void templateThatChangesWhileTheDialogIsOpenIsReadAgain()
+    {
+        const TemplateFixture f;
+        QVERIFY(f.create(u"plain"_s, u"fw"_s, [&f](NewProjectDialog *) {
+                     f.addTemplate(u"plain"_s, "<t type='script'><script module='late'/></t>",
+                                   {{u"late.py"_s, "def createProject(*given): pass"}});
+                 }).isEmpty());
+        QCOMPARE(f.openWorkspaceFile(), u"none"_s);
+    }
+
+    // Files
+
+    void newFileIsADocumentOfItsKind()
+    {
+        const TemplateFixture f;
+        f.settings()->setValue(u"Paths/Files"_s, f.path(u"home"_s));
+        QVERIFY(f.createFile(u"C Source File"_s, u"a %1"_s).isEmpty());
+        QCOMPARE(f.openFiles(), QStringList(u"a %1.c *"_s));
+        QCOMPARE(f.document()->filename(), f.path(u"home/a %1.c"_s));
+        QVERIFY(!QFileInfo::exists(f.path(u"home/a %1.c"_s)));
+        QCOMPARE(f.settings()->value(u"Paths/Files"_s).toString(), f.path(u"home"_s));
+        QVERIFY(f.document()->save());
+    }
+
+    void newFileIsAddedToTheCurrentProject()
+    {
+        const TemplateFixture f;
+        f.create(u"plain"_s);
+        QVERIFY(f.createFile(u"C Source File"_s, u"uart"_s).isEmpty());
+        QCOMPARE(f.projectFiles(), (QStringList{u"Sources/main.c"_s, u"Sources/uart.c"_s}));
+        QVERIFY(f.window->activity().currentProject()->isModified());
+        QVERIFY(f.createFile(u"C Source File"_s, u"other"_s, [](NewFileDialog *dialog) {
+                     dialog->findChild<QAbstractButton *>(u"addCheck"_s)->setChecked(false);
+                 }).isEmpty());
+        QCOMPARE(f.projectFiles().size(), 2);
+    }
+
+    void workspaceClosedWhileTheFileDialogIsOpen()
+    {
+        const TemplateFixture f;
+        f.create(u"plain"_s);
+        QVERIFY(f.createFile(u"C Source File"_s, u"uart"_s, [&f](NewFileDialog *dialog) {
+                     QVERIFY(dialog->addToProject());
+                     f.discard();
+                     QVERIFY(!dialog->addToProject());
+                 }).isEmpty());
+        QCOMPARE(f.openFiles(), QStringList(u"uart.c *"_s));
+    }
+
+    void openDocumentOfAnOverwrittenFileIsReplaced()
+    {
+        const TemplateFixture f;
+        f.create(u"plain"_s);
+        QVERIFY(f.window->openFile(f.path(u"home/fw/main.c"_s), false));
+        f.answerFile(u"C Source File"_s, u"main"_s, [&f](NewFileDialog *) { f.answers->press(QMessageBox::Yes); });
+        f.window->fileNew();
+        QCOMPARE(f.openFiles(), QStringList(u"main.c *"_s));
+        QCOMPARE(f.text(), QString());
+        QCOMPARE(f.projectFiles(), QStringList(u"Sources/main.c"_s)); // not a second time
+    }
+
+    void refusedCloseOfAnOverwrittenDocumentKeepsIt()
+    {
+        const TemplateFixture f;
+        f.settings()->setValue(u"Paths/Files"_s, f.path(u"home"_s));
+        f.open(u"home/a.c"_s);
+        f.type(u"new"_s);
+        f.answerFile(u"C Source File"_s, u"a"_s, [&f](NewFileDialog *) {
+            f.answers->press(QMessageBox::Yes);
+            f.answers->press(QMessageBox::Cancel);
+        });
+        f.window->fileNew();
+        QCOMPARE(f.openFiles(), QStringList(u"a.c *"_s));
+        QVERIFY(f.text().startsWith(u"new"_s));
+    }
+
+    void templateWithTextOpensAllItsFilesWithTheCursorInPlace()
+    {
+        const TemplateFixture f;
+        f.installation.write(u"data/filetemplates/pair/$name$.c"_s, "#include \"$name$.h\"\n\n  $cursor$\n");
+        f.installation.write(u"data/filetemplates/pair/$name$.h"_s, "#define $IDENTIFIER$_H\n");
+        f.create(u"plain"_s);
+        QVERIFY(f.createFile(u"pair"_s, u"uart"_s).isEmpty());
+        QCOMPARE(f.openFiles(), (QStringList{u"uart.h *"_s, u"uart.c *"_s}));
+        QCOMPARE(f.text(), u"#include \"uart.h\"\n\n  \n"_s);
+        QCOMPARE(f.view()->currentEdit()->textCursor().position(), 21);
+        QVERIFY(f.projectFiles().contains(u"Sources/uart.c"_s));
+        QVERIFY(f.projectFiles().contains(u"uart.h"_s));
+        QVERIFY(f.window->fileSaveAll());
+        QCOMPARE(f.read(u"home/fw/uart.h"_s), QByteArray("#define UART_H\n"));
+    }
+
+    void furtherFilesOfATemplateDoNotReplaceFiles()
+    {
+        const TemplateFixture f;
+        f.installation.write(u"data/filetemplates/pair/$name$.c"_s, "$cursor$");
+        f.installation.write(u"data/filetemplates/pair/$name$.h"_s, "new");
+        f.settings()->setValue(u"Paths/Files"_s, f.path(u"home"_s));
+        f.write(u"home/uart.h"_s, "old");
+        QVERIFY(f.createFile(u"pair"_s, u"uart"_s).isEmpty());
+        QCOMPARE(f.openFiles(), QStringList(u"uart.c *"_s));
+        QCOMPARE(f.status(), u"This file exists already and was not changed: "_s + f.path(u"home/uart.h"_s));
+    }
+
+    void vanishedFileTemplateIsReported()
+    {
+        const TemplateFixture f;
+        f.installation.write(u"data/filetemplates/pair/$name$.c"_s, "$cursor$");
+        f.settings()->setValue(u"Paths/Files"_s, f.path(u"home"_s));
+        f.answerFile(u"pair"_s, u"uart"_s, [&f](NewFileDialog *) {
+            QDir(f.installation.path(u"data/filetemplates"_s)).removeRecursively();
+            f.answers->press(QMessageBox::Ok);
+        });
+        f.window->fileNew();
+        QCOMPARE(f.answers->said, QStringList(u"The files of the template 'pair' cannot be read."_s));
+        QVERIFY(f.openFiles().isEmpty());
+    }
+
+    // Templates of the user's own
+
+    void projectIsSavedAsTemplate()
+    {
+        const TemplateFixture f;
+        f.create(u"plain"_s);
+        f.write(u"home/fw/unlisted.h"_s, "header");
+        f.answers->type(u"My <board>"_s);
+        auto *tree = f.window->findChild<QTreeWidget *>(u"ProjectTree"_s);
+        tree->setCurrentItem(tree->topLevelItem(0)->child(0));
+        for (QAction *action : f.window->findChild<QMenu *>(u"projectContextMenu"_s)->actions()) {
+            if (action->text() == u"Save as &Template...")
+                action->trigger();
+        }
+        QCOMPARE(f.answers->said, QStringList(u"Varnel|Name of the new project template:"_s));
+        const QDir saved(f.installation.path(u"mytemplates/My <board>"_s));
+        QCOMPARE(saved.entryList(QDir::Files).join(u' '), u"main.c project.vnp template.xml unlisted.h"_s);
+        QCOMPARE(readTemplate(saved.path()).name(), u"My <board>"_s);
+        QVERIFY(f.status().startsWith(u"The template 'My <board>' was saved."_s));
+
+        f.answers->said.clear();
+        f.answers->meet([](QDialog *dialog) {
+            auto *folders = dialog->findChild<QTreeWidget *>(u"TemplateListView"_s);
+            folders->setCurrentItem(folders->findItems(u"My templates"_s, Qt::MatchExactly).value(0));
+            dialog->findChild<QListWidget *>(u"TemplateIconView"_s)->setCurrentRow(0);
+            dialog->findChild<QLineEdit *>(u"NameLineEdit"_s)->setText(u"copy"_s);
+            dialog->accept();
+        });
+        f.window->projectNew();
+        QVERIFY(f.answers->said.isEmpty());
+        QCOMPARE(f.projects(), QStringList(u"copy"_s));
+        QCOMPARE(f.projectFiles(), QStringList(u"Sources/main.c"_s));
+    }
+
+    void filesElsewhereAreSharedAndListed()
+    {
+        const TemplateFixture f;
+        f.writeProject(u"fw/fw.vnp"_s, {u"a.c"_s, u"sub/b.c"_s, u"../lib/c.c"_s});
+        Project project{QString(), QString()};
+        QVERIFY(project.load(f.path(u"fw/fw.vnp"_s)));
+        QCOMPARE(filesElsewhere(project), (QStringList{u"sub/b.c"_s, u"../lib/c.c"_s}));
+        const QString text = templateProjectText(project);
+        for (const QString &path : {u"a.c"_s, f.path(u"fw/sub/b.c"_s), f.path(u"lib/c.c"_s)})
+            QVERIFY2(text.contains(u"path=\""_s + path + u'"'), qPrintable(text));
+        Project copy{QString(), QString()};
+        f.write(u"t/project.vnp"_s, text.toUtf8());
+        QVERIFY(copy.load(f.path(u"t/project.vnp"_s)));
+        QCOMPARE(copy.files({}, nullptr).size(), 3);
+    }
+
+    void existingTemplateIsReplacedOnRequest()
+    {
+        const TemplateFixture f;
+        f.create(u"plain"_s);
+        f.installation.write(u"mytemplates/a_b/old.c"_s, "old");
+        auto *tree = f.window->findChild<QTreeWidget *>(u"ProjectTree"_s);
+        tree->setCurrentItem(tree->topLevelItem(0)->child(0));
+        const auto save = [&](QMessageBox::StandardButton button) {
+            f.answers->said.clear();
+            f.answers->type(u"a/b"_s);
+            f.answers->press(button);
+            for (QAction *action : f.window->findChild<QMenu *>(u"projectContextMenu"_s)->actions()) {
+                if (action->text() == u"Save as &Template...")
+                    action->trigger();
+            }
+            return QDir(f.installation.path(u"mytemplates/a_b"_s)).entryList(QDir::Files).join(u' ');
+        };
+        QCOMPARE(save(QMessageBox::No), u"old.c"_s);
+        QCOMPARE(f.answers->said.last(), u"A template with that name exists already. Do you want to replace it?"_s);
+        QCOMPARE(save(QMessageBox::Yes), u"main.c project.vnp template.xml"_s);
+    }
+
+    void workspaceClosedWhileTheNameIsAsked()
+    {
+        const TemplateFixture f;
+        f.create(u"plain"_s);
+        auto *tree = f.window->findChild<QTreeWidget *>(u"ProjectTree"_s);
+        tree->setCurrentItem(tree->topLevelItem(0)->child(0));
+        f.answers->meet([&f](QDialog *dialog) {
+            f.discard();
+            static_cast<QInputDialog *>(dialog)->setTextValue(u"late"_s);
+            dialog->accept();
+        });
+        Q_EMIT f.window->findChild<Navigator *>()->saveAsTemplate(f.window->activity().currentProject());
+        QVERIFY(!QFileInfo::exists(f.installation.path(u"mytemplates"_s)));
+    }
+
+    void directoryNamesAreSafe()
+    {
+        QCOMPARE(directoryNameOf(u" a/b \t c "_s), u"a_b c"_s);
+        QCOMPARE(directoryNameOf(u"../x"_s), u"_._x"_s);
+    }
+};
+
+int main(int argc, char **argv)
+{
+    if (!becomeOrdinaryUser())
+        qFatal("files cannot be made unreadable for this user");
+    TemplateCommandsTest test; // makes an application in each function
+    return QTest::qExec(&test, argc, argv);
+}
+#include "tst_templatecommands.moc"

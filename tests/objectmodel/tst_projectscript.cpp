@@ -1,0 +1,141 @@
+#include "projectscript.h"
+#include "pythoncall.h"
+#include "pythonoutput.h"
+#include "pythonreference.h"
+#include "pythonruntime.h"
+#include <Python.h>
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+#include <QTest>
+using namespace Qt::StringLiterals;
+
+/// The Python functions of templates.
+class ProjectScriptTest : public QObject
+{
+    Q_OBJECT
+private:
+    std::unique_ptr<PythonOutput> m_output;
+    QString m_shown;
+    std::unique_ptr<QTemporaryDir> m_directory;
+
+    void write(const QString &name, const QByteArray &text) const
+    {
+        QFile file(m_directory->filePath(name));
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.write(text);
+    }
+
+    ProjectScriptResult run(const QByteArray &script)
+    {
+        write(u"builder.py"_s, script);
+        return runProjectScript(u"builder"_s, u"n\u00e4me"_s, m_directory->path(), u"/projects/n\u00e4me"_s);
+    }
+
+    static QString value(const char *expression)
+    {
+        PyObject *globals = PyModule_GetDict(PyImport_AddModule("__main__"));
+        const PythonReference result(PyRun_String(expression, Py_eval_input, globals, globals));
+        return result ? QString::fromUtf8(PyUnicode_AsUTF8(result.get())) : u"error"_s;
+    }
+
+private Q_SLOTS:
+    void initTestCase()
+    {
+        QVERIFY(startPython());
+        PyRun_SimpleString("import sys");
+        m_output = std::make_unique<PythonOutput>(1);
+        connect(m_output.get(), &PythonOutput::written, this, [this](const QString &text) { m_shown += text; });
+    }
+    void init()
+    {
+        QTest::failOnWarning(QRegularExpression(u".?"_s));
+        m_directory = std::make_unique<QTemporaryDir>();
+        PyRun_SimpleString("import importlib\nimportlib.invalidate_caches()");
+        m_shown.clear();
+    }
+    void cleanup()
+    {
+        QVERIFY(!PyErr_Occurred());
+        QVERIFY(!PythonCall::isRunning());
+    }
+
+    void functionGetsNameTemplateAndPath()
+    {
+        const ProjectScriptResult result = run("def createProject(*given): return '|'.join(given)");
+        QCOMPARE(result.outcome, ProjectScriptResult::Path);
+        QCOMPARE(result.path, u"n\u00e4me|"_s + m_directory->path() + u"|/projects/n\u00e4me"_s);
+    }
+
+    void outcomeDependsOnTheScript_data()
+    {
+        QTest::addColumn<QByteArray>("script");
+        QTest::addColumn<ProjectScriptResult::Outcome>("outcome");
+        QTest::addColumn<QString>("printed");
+        using enum ProjectScriptResult::Outcome;
+        const QByteArray head = "def createProject(name, template, path): ";
+        QTest::newRow("None") << head + "pass" << Nothing << QString();
+        QTest::newRow("empty string") << head + "return ''" << Path << QString();
+        QTest::newRow("number") << head + "return 7" << OtherType << QString();
+        QTest::newRow("bytes") << head + "return b'x.vnp'" << OtherType << QString();
+        QTest::newRow("false") << head + "return False" << OtherType << QString();
+        QTest::newRow("exception") << head + "raise OSError('no room')" << Failed << u"OSError: no room\n"_s;
+        QTest::newRow("wrong arguments")
+            << QByteArray("def createProject(): pass") << Failed
+            << u"TypeError: createProject() takes 0 positional arguments but 3 were given\n"_s;
+        QTest::newRow("no function") << QByteArray("x = 1") << NoFunction << QString();
+        QTest::newRow("not callable") << QByteArray("createProject = 'x.vnp'") << NoFunction << QString();
+        QTest::newRow("syntax error") << QByteArray("def createProject(:") << NoModule << u"SyntaxError"_s;
+        QTest::newRow("exception while importing") << QByteArray("1 / 0") << NoModule << u"ZeroDivisionError"_s;
+        QTest::newRow("replaces the search path")
+            << QByteArray("import sys\nsys.path = sys.path[1:] + ['x']\n") + head + "return 'a'" << Path << QString();
+        QTest::newRow("is no module") << QByteArray("import sys\nsys.modules['builder'] = 5") << NoFunction
+                                      << QString();
+    }
+
+    void outcomeDependsOnTheScript()
+    {
+        QFETCH(QByteArray, script);
+        QFETCH(QString, printed);
+        QTEST(run(script).outcome, "outcome");
+        QVERIFY2(printed.isEmpty() ? m_shown.isEmpty() : m_shown.contains(printed), qPrintable(m_shown));
+    }
+
+    void missingModuleIsAnError()
+    {
+        using Outcome = ProjectScriptResult::Outcome;
+        QCOMPARE(runProjectScript(u"no_such_module"_s, {}, {}, {}).outcome, Outcome::NoModule);
+        QVERIFY(m_shown.contains(u"ModuleNotFoundError"_s));
+        QCOMPARE(runProjectScript(QString(), {}, {}, {}).outcome, Outcome::NoModule);
+        QCOMPARE(runProjectScript(u"../evil"_s, {}, {}, {}).outcome, Outcome::NoModule);
+    }
+
+    void searchPathAndModulesAreAsBefore()
+    {
+        const QString path = value("'|'.join(sys.path)");
+        run("import sys\ndef createProject(*given): return sys.path[0]");
+        QCOMPARE(value("'|'.join(sys.path)"), path);
+        QCOMPARE(value("str('builder' in sys.modules)"), u"False"_s);
+        QCOMPARE(value("str(sys.dont_write_bytecode)"), u"False"_s);
+        QCOMPARE(QDir(m_directory->path()).entryList(QDir::AllEntries | QDir::NoDotAndDotDot),
+                 QStringList(u"builder.py"_s));
+    }
+
+    void changedScriptIsReadAgain()
+    {
+        QCOMPARE(run("def createProject(*given): return 'one'").path, u"one"_s);
+        QCOMPARE(run("def createProject(*given): return 'second'").path, u"second"_s);
+    }
+
+    void moduleThatWasImportedBeforeIsUsedAndStays()
+    {
+        PyRun_SimpleString("import types\nsys.modules['builder'] = types.ModuleType('builder')\n"
+                           "sys.modules['builder'].createProject = lambda *given: 'present'");
+        QCOMPARE(run("def createProject(*given): return 'file'").path, u"present"_s);
+        QCOMPARE(value("str('builder' in sys.modules)"), u"True"_s);
+        PyRun_SimpleString("del sys.modules['builder']");
+    }
+};
+
+QTEST_GUILESS_MAIN(ProjectScriptTest)
+#include "tst_projectscript.moc"
