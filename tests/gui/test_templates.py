@@ -60,6 +60,9 @@ class TemplateTest(ProgramTest):
         project = self.create(0, 0)
         self.build()
         self.assertTrue((project / "build/Debug/demo project.elf").exists())
+        self.debug(project / "main.c", "uart_text(text);")
+        self.varnel.wait_until(lambda: "started" in self.user.console(), "the program's output")
+        self.stop()
 
     def test_cortexm_firmware(self):
         project = self.create(0, 1)
