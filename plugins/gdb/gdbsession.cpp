@@ -87,8 +87,9 @@ void GdbSession::setUp()
 {
     for (const char *setting :
          {"mi-async on", "confirm off", "pagination off", "width 0", "height 0", "breakpoint pending off",
-          "print elements 200", "print sevenbit-strings off", "tcp connect-timeout 3", "tcp auto-retry off",
-          "startup-with-shell on", "print repeats 10", "print entry-values no", "python print-stack none"})
+          "print elements 200", "print sevenbit-strings off", "print asm-demangle on", "tcp connect-timeout 3",
+          "tcp auto-retry off", "startup-with-shell on", "print repeats 10", "print entry-values no",
+          "python print-stack none"})
         m_gdb.send(QByteArray("-gdb-set ") + setting);
     if (!m_options.callFunctions)
         m_gdb.send("-gdb-set may-call-functions off");
