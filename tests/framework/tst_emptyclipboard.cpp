@@ -85,7 +85,7 @@ private Q_SLOTS:
         widget->show();
         const QString before = textOf(widget);
         emptyClipboard();
-        QTest::keyClick(widget, Qt::Key_V, Qt::ControlModifier);
+        QTest::sendKeyEvent(QTest::Click, widget, Qt::Key_V, u"\x16"_s, Qt::ControlModifier); // as a keyboard sends it
         QTest::keyClick(widget, Qt::Key_Insert, Qt::ShiftModifier);
         QTest::mouseClick(widget, Qt::MiddleButton);
         QCOMPARE(textOf(widget), before);

@@ -359,7 +359,8 @@ void ModalDialogsTest::addDebugRows()
         f.window->debugRun();
     });
     row("one processor or all", [](auto &f) {
-        f.settings()->setValue(u"Debug/action1"_s, 2);
+        for (const QString &key : {u"Debug/action0"_s, u"Debug/action1"_s})
+            f.settings()->setValue(key, 2);
         f.discard();
         f.restart();
         f.reopen();

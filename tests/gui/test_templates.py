@@ -43,7 +43,12 @@ class TemplateTest(ProgramTest):
         """Starts a session by F5 with a breakpoint, and waits until it is hit."""
         line = line_of(source, breakpoint_text)
         self.user.open_file(source, 1)
-        self.user.click_margin(source.name, line)
+        self.varnel.choose("viewGotoLine")
+        self.varnel.wait_for("inputDialog", "isActiveWindow", True)
+        self.keyboard.type(f"{line}\n")
+        self.varnel.wait_for("cursorLabel", "text", f" Ln {line}, Col 1")
+        self.wait_for_keyboard()
+        self.varnel.choose("debugToggleBreakpoint")
         self.keyboard.press("F5")
         self.user.wait_for_stop(line)
         self.user.show_docks()
@@ -60,6 +65,8 @@ class TemplateTest(ProgramTest):
         project = self.create(0, 0)
         self.build()
         self.assertTrue((project / "build/Debug/demo project.elf").exists())
+        self.debug(project / "main.c", "uart_text(text);")
+        self.stop()
 
     def test_cortexm_firmware(self):
         project = self.create(0, 1)
