@@ -230,6 +230,7 @@ void WindowParts::setUpCommands()
     buildControl = std::make_unique<BuildControl>(activity, services);
     debugControl = std::make_unique<DebugControl>(activity, services, *buildControl);
     debugControl->options().load(*application()->settings());
+    processorDock = std::make_unique<ProcessorDock>(activity, services, *debugControl);
     projectCommands = std::make_unique<ProjectCommands>(activity, services);
     templateCommands = std::make_unique<TemplateCommands>(activity, services, *projectCommands, templateDirectories());
     pluginBinder = std::make_unique<PluginBinder>(activity, services);
