@@ -13,9 +13,10 @@ file(GLOB headers CONFIGURE_DEPENDS RELATIVE "${PROJECT_SOURCE_DIR}/source/inter
 varnel_stage_headers(interfaces varnel ${headers})
 # The base classes of languages and document types, and the headers that they include.
 varnel_stage_headers(base varnel/editor wholefile.h)
+varnel_stage_headers(widgets varnel/editor pasteguard.h)
 varnel_stage_headers(workspace varnel/editor
     baseindent.h bracketmatcher.h cpphighlighter.h cppindent.h document.h documenttemplate.h editorhost.h markedlines.h
-    paragdata.h pythonhighlighter.h pythonindent.h syntaxhighlighter.h tablehighlighter.h textdocument.h
+    paragdata.h pythonhighlighter.h pythonindent.h standins.h syntaxhighlighter.h tablehighlighter.h textdocument.h
     textdocumenttemplate.h textfile.h textindent.h textview.h textviewedit.h view.h viewinterfaces.h)
 
 configure_package_config_file("${CMAKE_CURRENT_LIST_DIR}/VarnelConfig.cmake.in"

@@ -8,13 +8,22 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-constexpr quint64 Piece = 256;     ///< minimum number of bytes to decode
-constexpr quint64 Furthest = 2048; ///< maximum distance in bytes between the start of decoding and an instruction
+constexpr quint64 Piece = 256;         ///< minimum number of bytes to decode
+constexpr quint64 LargestPiece = 4096; ///< the same for a caller that reads on and on, such as a search
+constexpr quint64 Furthest = 2048;     ///< maximum distance in bytes between the start of decoding and an instruction
 constexpr int MostSourceLines = 12;
+constexpr qsizetype MostInstructions = 200'000; ///< kept; a search can pass through all of the memory
 
 QString rich(const QString &text)
 {
     return text.toHtmlEscaped().replace(u'\t', u' ').replace(u' ', u"&nbsp;"_s);
+}
+
+/// The columns for the bytes of most instructions.
+qsizetype bytesWidth(const ElfImage &elf)
+{
+    const bool isLong = elf.machine == ElfImage::X86_64 || elf.machine == ElfImage::I386;
+    return isLong ? 24 : 12;
 }
 } // namespace
 
@@ -54,7 +63,7 @@ QString Disassembler::text(int index)
     const QString digits = QString::number(address, 16).toUpper().rightJustified(8, u'0');
     const QString place = instruction->place.isEmpty() ? QString() : u"  ; "_s + instruction->place;
     return u"<font color=\"#0000ff\">%1</font>&nbsp;%2%3"_s.arg(
-        digits, rich(instruction->bytes.leftJustified(12) + u' ' + instruction->text),
+        digits, rich(instruction->bytes.leftJustified(bytesWidth(m_session->program().elf)) + u' ' + instruction->text),
         place.isEmpty() ? QString() : u"<font color=\"#808080\">%1</font>"_s.arg(rich(place)));
 }
 
@@ -69,6 +78,8 @@ QStringList Disassembler::sourceLines(int index)
     const LineTable::Row *before = address > 0 ? lines.at(address - 1) : nullptr;
     const QList<quint64> &functions = m_session->program().elf.functions;
     const bool begins = std::binary_search(functions.begin(), functions.end(), address);
+    if (!begins && before && before->file == row->file && before->line == row->line)
+        return {}; // shown above an instruction before
     const bool follows = !begins && before && before->file == row->file && before->line < row->line;
     const int first = follows ? std::max(before->line + 1, row->line - MostSourceLines + 1) : row->line;
     const QStringList source = sourceOf(file);
@@ -130,12 +141,17 @@ quint64 Disassembler::startFor(quint64 address)
 void Disassembler::decode(quint64 address)
 {
     const quint64 start = startFor(address);
-    const auto known = std::lower_bound(m_starts.begin(), m_starts.end(), address + Piece);
-    quint64 end = known != m_starts.end() && *known - address <= Furthest ? *known : address + Piece;
+    m_piece = start == m_lastEnd ? std::min(m_piece * 2, LargestPiece) : Piece;
+    const auto known = std::lower_bound(m_starts.begin(), m_starts.end(), address + m_piece);
+    quint64 end = known != m_starts.end() && *known - address <= Furthest ? *known : address + m_piece;
     if (const TargetRegion *region = m_memory->table().at(address))
         end = std::min(end, region->end());
     if (const auto next = m_decoded.upperBound(start); next != m_decoded.end())
         end = std::min(end, next.key());
+    if (m_instructions.size() > MostInstructions) {
+        m_instructions.clear();
+        m_decoded.clear();
+    }
     m_decoded.insert(start, end); // also if the read fails, so that it is tried once
     const MiRecord answer = m_session->gdb()->ask("-data-disassemble -s 0x" + QByteArray::number(start, 16) + " -e 0x"
                                                   + QByteArray::number(end, 16) + " -- 2");
@@ -146,5 +162,9 @@ void Disassembler::decode(quint64 address)
                                                         offset == u"0"       ? function
                                                         : function.isEmpty() ? function
                                                                              : function + u'+' + offset});
+        const auto length = quint64(row.text(u"opcodes").count(u' ') + 1);
+        end = std::max(end, row.address(u"address") + length); // the last one may reach over the end
     }
+    m_decoded.insert(start, end);
+    m_lastEnd = end;
 }

@@ -45,6 +45,8 @@ private:
     int m_generation = -1;
     QMap<quint64, Instruction> m_instructions;
     QMap<quint64, quint64> m_decoded; ///< from start address to end address of a piece
+    quint64 m_lastEnd = 0;            ///< of the piece decoded last
+    quint64 m_piece = 0;              ///< minimum number of bytes to decode
     QList<quint64> m_starts;          ///< addresses at which an instruction is known to start, ascending
     QHash<QString, QStringList> m_sources;
 };

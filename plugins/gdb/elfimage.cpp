@@ -48,7 +48,9 @@ constexpr int MostHeaders = 4096;
 constexpr quint64 MostSymbols = 4'000'000;
 constexpr int MostFiles = 20000; ///< that a search for a program examines
 constexpr int SymbolTable = 2;
+constexpr int VariableSymbol = 1;
 constexpr int FunctionSymbol = 2;
+constexpr quint64 ReservedSections = 0xff00;
 
 QList<Section> readSections(const Bytes &bytes, bool wide)
 {
@@ -82,25 +84,30 @@ QList<ElfImage::Segment> readSegments(const Bytes &bytes, bool wide)
     return segments;
 }
 
-QList<quint64> readFunctions(const Bytes &bytes, const QList<Section> &sections, bool wide, quint64 addressMask)
+void readSymbols(const Bytes &bytes, const QList<Section> &sections, quint64 addressMask, ElfImage &image)
 {
-    QList<quint64> functions;
+    const bool wide = image.wide;
+    QList<quint64> &functions = image.functions;
     const quint64 step = wide ? 24 : 16;
-    for (const Section &section : sections) {
-        if (section.type != SymbolTable)
+    for (const Section &table : sections) {
+        if (table.type != SymbolTable)
             continue;
-        const quint64 count = std::min(section.size / step, MostSymbols);
+        const quint64 count = std::min(table.size / step, MostSymbols);
         for (quint64 i = 0; i < count; ++i) {
-            const quint64 at = section.offset + i * step;
+            const quint64 at = table.offset + i * step;
             const quint64 info = bytes.number(at + (wide ? 4 : 12), 1);
             const quint64 value = wide ? bytes.number(at + 8, 8) : bytes.number(at + 4, 4);
-            if ((info & 15) == FunctionSymbol && value)
+            const quint64 section = bytes.number(at + (wide ? 6 : 14), 2);
+            if (section == 0 || section >= ReservedSections)
+                continue; // of another program, or a number and no address
+            if ((info & 15) == FunctionSymbol)
                 functions.append(value & addressMask);
+            else if ((info & 15) == VariableSymbol && value == 0)
+                image.dataAtZero = true;
         }
     }
     std::sort(functions.begin(), functions.end());
     functions.erase(std::unique(functions.begin(), functions.end()), functions.end());
-    return functions;
 }
 
 bool hasDebugInformation(const Bytes &bytes, const QList<Section> &sections)
@@ -164,7 +171,7 @@ ElfImage readElfImage(const QByteArray &contents)
     image.entry = bytes.number(24, image.wide ? 8 : 4) & addressMask;
     image.segments = readSegments(bytes, image.wide);
     const QList<Section> sections = readSections(bytes, image.wide);
-    image.functions = readFunctions(bytes, sections, image.wide, addressMask);
+    readSymbols(bytes, sections, addressMask, image);
     image.debugInformation = hasDebugInformation(bytes, sections);
     return image;
 }

@@ -20,6 +20,7 @@ struct ElfImage
     bool program = false;     ///< executable; object files and archives are not
     bool relocatable = false; ///< its address is chosen when it is loaded
     bool debugInformation = false;
+    bool dataAtZero = false; ///< whether a variable is at address 0, such as a table of vectors
     quint64 entry = 0;
     QList<Segment> segments;
     QList<quint64> functions; ///< start addresses in ascending order

@@ -61,14 +61,17 @@ bool GdbSession::start(const TargetOptions &options, const Target::Program &prog
     m_options = options;
     m_program = program;
     m_attached = attachOnly;
-    m_target = Target::create(options, program);
+    const std::shared_ptr<Target> target(Target::create(options, program).release(),
+                                         [](Target *each) { each->deleteLater(); }); // it may call what deletes it
+    m_target = target;
     connect(m_target.get(), &Target::output, this, &GdbSession::output);
     connect(m_target.get(), &Target::complaint, this, [this](const QString &text) { Q_EMIT message(text, false); });
     connect(m_target.get(), &Target::died, this, &GdbSession::targetDied);
     QString error;
-    if (openGdb(&error) && loadSymbols(&error) && m_target->bringUp(&error) && beginProgram(&error))
+    if (openGdb(&error) && loadSymbols(&error) && target->bringUp(&error) && m_target == target && beginProgram(&error))
         return true;
-    fail(error);
+    if (m_target == target) // else the session was ended meanwhile
+        fail(error);
     return false;
 }
 
@@ -84,8 +87,9 @@ void GdbSession::setUp()
 {
     for (const char *setting :
          {"mi-async on", "confirm off", "pagination off", "width 0", "height 0", "breakpoint pending off",
-          "print elements 200", "print sevenbit-strings off", "tcp connect-timeout 3", "tcp auto-retry off",
-          "startup-with-shell on", "print repeats 10", "print entry-values no", "python print-stack none"})
+          "print elements 200", "print sevenbit-strings off", "print asm-demangle on", "tcp connect-timeout 3",
+          "tcp auto-retry off", "startup-with-shell on", "print repeats 10", "print entry-values no",
+          "python print-stack none"})
         m_gdb.send(QByteArray("-gdb-set ") + setting);
     if (!m_options.callFunctions)
         m_gdb.send("-gdb-set may-call-functions off");
@@ -180,8 +184,10 @@ bool GdbSession::restart()
         return start(TargetOptions(m_options), Target::Program(m_program), false);
     m_state = {}; // later events belong to the new program
     QString error;
-    if (!m_target->rewind(&m_gdb, &error)) {
-        fail(error);
+    const std::shared_ptr<Target> target = m_target;
+    if (!target->rewind(&m_gdb, &error)) {
+        if (m_target == target) // else the session was ended meanwhile
+            fail(error);
         return false;
     }
     apply(TargetEvent::Connected);
@@ -198,13 +204,13 @@ void GdbSession::fail(const QString &text)
 
 void GdbSession::end()
 {
-    if (m_state.phase == TargetState::Running && !m_target->endsWithConnection())
+    if (m_state.phase == TargetState::Running && m_target->isPausedToEnd())
         interrupt(); // a running target does not accept a disconnection
     apply(TargetEvent::Closed);
     if (m_target) {
         m_target->disconnect(this);
         m_target->end(&m_gdb);
-        m_target.release()->deleteLater(); // it may be in a call to this function
+        m_target.reset();
     }
     m_gdb.close();
     m_frame = {};

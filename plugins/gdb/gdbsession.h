@@ -98,7 +98,7 @@ private:
     void takeFrame(const MiValue &frame);
 
     MiConnection m_gdb;
-    std::unique_ptr<Target> m_target;
+    std::shared_ptr<Target> m_target; ///< shared with start() and restart(), which may process events
     TargetOptions m_options;
     Target::Program m_program;
     bool m_attached = false;

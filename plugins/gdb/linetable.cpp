@@ -1,6 +1,7 @@
 #include "linetable.h"
 #include "mirecord.h"
 #include <algorithm>
+#include <limits>
 
 void LineTable::add(const QString &file, const MiValue &lines)
 {
@@ -10,10 +11,29 @@ void LineTable::add(const QString &file, const MiValue &lines)
         m_rows.append({row.address(u"pc"), index, row.number(u"line")});
 }
 
+/// A file with lines at address 0, where none of its code can be, has its first line at the first of its functions.
+void LineTable::removeDiscarded(int file, const QList<quint64> &functions, bool dataAtZero)
+{
+    const auto inFile = [file](const Row &row) { return row.file == file; };
+    const bool startsAtZero =
+        std::any_of(m_rows.begin(), m_rows.end(), [&](const Row &row) { return inFile(row) && row.address == 0; });
+    if (!startsAtZero || std::binary_search(functions.begin(), functions.end(), quint64(0)))
+        return;
+    quint64 first = std::numeric_limits<quint64>::max();
+    for (const Row &row : std::as_const(m_rows)) {
+        if (inFile(row) && row.line > 0 && std::binary_search(functions.begin(), functions.end(), row.address))
+            first = std::min(first, row.address);
+    }
+    if (dataAtZero || first != std::numeric_limits<quint64>::max())
+        m_rows.removeIf([&](const Row &row) { return inFile(row) && row.address < first; });
+}
+
 /// Of several rows at one address the last one is used: the others have no code. A row that starts code has priority
 /// over one that marks the end of another file's code.
-void LineTable::finish()
+void LineTable::finish(const QList<quint64> &functions, bool dataAtZero)
 {
+    for (int file = 0; file < m_files.size(); ++file)
+        removeDiscarded(file, functions, dataAtZero);
     std::stable_sort(m_rows.begin(), m_rows.end(), [](const Row &left, const Row &right) {
         return left.address < right.address || (left.address == right.address && left.line == 0 && right.line != 0);
     });

@@ -18,7 +18,10 @@ public:
 
     /// Adds a file's rows, as gdb lists them.
     void add(const QString &file, const MiValue &lines);
-    void finish(); ///< Must be called after the last add(), before any query.
+    /// Must be called after the last add(), before any query. Code that the linker has discarded still has lines, as if
+    /// it began at address 0: @p functions, the start addresses of functions in ascending order, shows which lines
+    /// those are. @p dataAtZero if a variable is at address 0, such as a table of vectors.
+    void finish(const QList<quint64> &functions = {}, bool dataAtZero = false);
 
     [[nodiscard]] bool isEmpty() const { return m_rows.isEmpty(); }
     [[nodiscard]] const QStringList &files() const { return m_files; }
@@ -30,6 +33,8 @@ public:
     [[nodiscard]] QList<quint64> starts() const;
 
 private:
+    void removeDiscarded(int file, const QList<quint64> &functions, bool dataAtZero);
+
     QStringList m_files;
     QList<Row> m_rows; ///< in ascending order, one for each address
     QList<Row> m_all;  ///< in ascending order, all of them

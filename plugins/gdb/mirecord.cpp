@@ -1,5 +1,6 @@
 #include "mirecord.h"
 #include <limits>
+#include <QRegularExpression>
 
 using namespace Qt::StringLiterals;
 
@@ -263,4 +264,11 @@ QByteArray miQuoted(const QString &text)
             quoted += letter;
     }
     return quoted + '"';
+}
+
+quint64 pointerValue(const QString &text)
+{
+    static const QRegularExpression pointer(u"^\\(.*\\) (0x[0-9a-f]+)( <.*>)?$"_s);
+    const QRegularExpressionMatch match = pointer.match(text);
+    return (match.hasMatch() ? match.captured(1) : text.section(u' ', 0, 0)).toULongLong(nullptr, 0);
 }

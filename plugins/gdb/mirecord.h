@@ -72,3 +72,6 @@ struct MiRecord
 
 /// @p text as an argument of a command: quoted and escaped for gdb.
 [[nodiscard]] QByteArray miQuoted(const QString &text);
+
+/// The number of a pointer as gdb prints it, with its type and symbol: "(int (*)(void)) 0x90 <twice>", or a number.
+[[nodiscard]] quint64 pointerValue(const QString &text);

@@ -13,13 +13,12 @@ public:
 
     [[nodiscard]] QString name() const { return m_name; } ///< Of the device; empty if none could be opened.
     void write(const QByteArray &bytes);
+    void readAvailable(); ///< Reads what has been written to it, before the event loop does.
 
 Q_SIGNALS:
     void output(const QByteArray &bytes);
 
 private:
-    void readAvailable();
-
     int m_ours = -1;
     int m_programs = -1; ///< kept open, so that reading does not fail between two runs of the program
     QString m_name;

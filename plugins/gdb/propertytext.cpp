@@ -113,6 +113,13 @@ PropertyPage remotePage()
         tr("Debug server"),
         {},
         {{u"gdbAddress"_s, tr("Address"), u"text"_s, {}, tr("host:port, or the path of a socket."), {}},
+         {u"gdbServer"_s,
+          tr("Start this server"),
+          u"text"_s,
+          {},
+          tr("Command line of a server that is started and ended with the session, such as 'openocd -f board.cfg'. "
+             "$(Program) is the program, $(Port) a free port, also in the address. Empty if the server runs already."),
+          {}},
          {u"gdbLoad"_s, tr("Load the program"), u"boolean"_s, u"true"_s, tr("Sends the program to the target."), {}},
          {u"gdbResetCommand"_s,
           tr("Reset command"),

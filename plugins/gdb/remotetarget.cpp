@@ -1,5 +1,7 @@
 #include "remotetarget.h"
+#include "debugserver.h"
 #include "miconnection.h"
+#include <QProcess>
 
 using namespace Qt::StringLiterals;
 
@@ -8,24 +10,54 @@ constexpr int ConnectLimit = 5000;
 constexpr int EndLimit = 2000;
 } // namespace
 
-RemoteTarget::RemoteTarget(const TargetOptions &options, const Program &program) : Target(options, program) {}
+RemoteTarget::RemoteTarget(const TargetOptions &options, const Program &program)
+    : Target(options, program), m_address(options.address)
+{
+    if (!options.server.isEmpty())
+        prepareServer();
+}
+
+RemoteTarget::~RemoteTarget() = default;
+
+/// Each argument is replaced by itself, so that a path may contain blanks.
+void RemoteTarget::prepareServer()
+{
+    const QString port = QString::number(freePort());
+    m_address.replace(u"$(Port)"_s, port);
+    QStringList command = QProcess::splitCommand(m_options.server);
+    for (QString &argument : command)
+        argument.replace(u"$(Port)"_s, port).replace(u"$(Program)"_s, m_program.file);
+    m_server = std::make_unique<DebugServer>(DebugServer::Setup{command, m_options.workingDirectory, m_address});
+    connect(m_server.get(), &DebugServer::output, this, &Target::output);
+    connect(m_server.get(), &DebugServer::complaint, this, &Target::complaint);
+    connect(m_server.get(), &DebugServer::died, this, &Target::died);
+}
 
 bool RemoteTarget::bringUp(QString *error)
 {
-    if (m_options.address.isEmpty())
+    if (m_address.isEmpty()) {
         *error = tr("The project property \"Address\" of the target is empty.");
-    return !m_options.address.isEmpty();
+        return false;
+    }
+    return !m_server || m_server->start(error);
 }
 
 bool RemoteTarget::connectGdb(MiConnection *gdb, bool attachOnly, QString *error)
 {
-    const MiRecord answer = gdb->ask("-target-select remote " + m_options.address.toUtf8(), ConnectLimit);
+    if (m_server)
+        return connectServer(gdb, error) && (attachOnly || !loads() || load(gdb, error));
+    const MiRecord answer = gdb->ask("-target-select remote " + m_address.toUtf8(), ConnectLimit);
     if (answer.isError()) {
         *error = tr("gdb cannot connect to '%1': %2\nIs the target's server running, and no other debugger on it?")
                      .arg(title(), answer.errorText());
         return false;
     }
     return attachOnly || !loads() || load(gdb, error);
+}
+
+bool RemoteTarget::connectServer(MiConnection *gdb, QString *error)
+{
+    return m_server->connectGdb(gdb, m_options.timeLimit * 1000, error);
 }
 
 /// A native server runs its program already, and AVR simulators get theirs on the command line.
@@ -55,6 +87,11 @@ bool RemoteTarget::rewind(MiConnection *gdb, QString *error)
 {
     if (!m_options.resetCommand.isEmpty())
         return reset(gdb, error);
+    if (m_server) { // a server that starts again resets its devices as well
+        (void)gdb->ask("-target-disconnect", EndLimit);
+        m_server->end();
+        return m_server->start(error) && connectGdb(gdb, false, error);
+    }
     if (m_program.elf.isNative()) {
         *error = tr("'%1' cannot start its program again.").arg(title());
         return false;
@@ -70,6 +107,8 @@ void RemoteTarget::end(MiConnection *gdb)
 {
     if (gdb->isOpen())
         (void)gdb->ask(m_options.leaveRunning ? "-target-detach" : "-target-disconnect", EndLimit);
+    if (m_server)
+        m_server->end();
 }
 
 RegionTable RemoteTarget::regions(MiConnection *gdb) const

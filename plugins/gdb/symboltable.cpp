@@ -115,7 +115,8 @@ const LineTable &SymbolTable::lines()
         });
     }
     m_session->gdb()->waitUntil([open] { return *open == 0; }, SymbolLimit);
-    table->finish();
+    const ElfImage &elf = m_session->program().elf;
+    table->finish(elf.relocatable ? QList<quint64>() : elf.functions, elf.dataAtZero);
     m_lines = *table;
     return m_lines;
 }
@@ -133,10 +134,12 @@ bool SymbolTable::symbolAddress(const QString &name, uint &address)
 {
     if (!m_session->isAlive() || name.isEmpty())
         return false;
+    const int machine = m_session->program().elf.machine;
+    const QString cast = machine == ElfImage::Avr ? QString() : u"(unsigned long)"_s; // would count words of code there
     const MiRecord answer =
-        m_session->gdb()->ask("-data-evaluate-expression " + miQuoted(u"(unsigned long)&("_s + name + u')'));
-    const quint64 found = answer.results.address(u"value");
-    address = uint(m_session->program().elf.machine == ElfImage::Arm ? found & ~quint64(1) : found);
+        m_session->gdb()->ask("-data-evaluate-expression " + miQuoted(cast + u"&("_s + name + u')'));
+    const quint64 found = pointerValue(answer.results.text(u"value"));
+    address = uint(machine == ElfImage::Arm ? found & ~quint64(1) : found);
     return answer.isDone();
 }
 

@@ -51,6 +51,8 @@ public:
     [[nodiscard]] virtual bool stopsAtItsEnd() const { return false; }
     /// Whether a lost connection means that the target has ended, because it belongs to the session.
     [[nodiscard]] virtual bool endsWithConnection() const { return false; }
+    /// Whether a running program has to be paused before end().
+    [[nodiscard]] virtual bool isPausedToEnd() const { return !endsWithConnection(); }
 
 Q_SIGNALS:
     void output(const QByteArray &bytes);

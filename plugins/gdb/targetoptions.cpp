@@ -26,6 +26,7 @@ const QList<Key> &keys()
         {u"semihosting"_s, &TargetOptions::semihosting},
         {u"secondImage"_s, &TargetOptions::secondImage},
         {u"address"_s, &TargetOptions::address},
+        {u"server"_s, &TargetOptions::server},
         {u"load"_s, &TargetOptions::load},
         {u"resetCommand"_s, &TargetOptions::resetCommand},
         {u"leaveRunning"_s, &TargetOptions::leaveRunning},

@@ -20,6 +20,7 @@ struct TargetOptions
     QString qemuArguments; ///< further arguments, as on a command line
     QString secondImage;   ///< program of the second core of a board with two cores
     QString address;       ///< "host:port", or the path of a socket
+    QString server;        ///< command line of the server that a remote target starts; empty if it runs already
     QString resetCommand;  ///< for a remote target's "monitor"
     QString arguments;     ///< of a native program, as on a command line
     QString workingDirectory;

@@ -17,6 +17,7 @@ public:
     explicit WindowCommandLine(MainWindow &window) : m_window(window) {}
     void startServer(quint16 port) override
     {
+        m_window.runScriptsUnasked();
         startAutomation(port, &m_window, m_window.objectModel(), *IDEApplication::instance()->settings());
     }
     void openProject(const QString &path) override

@@ -45,13 +45,22 @@ struct InterfaceReleaser
 template <typename T>
 using InterfacePtr = std::unique_ptr<T, InterfaceReleaser>;
 
-/// The interface T of @p object, which may be null; null if it does not offer it.
+/// The interface T of @p object, which may be null; null if it does not offer it. The same if it throws, which it must
+/// not do: the exception is reported on the warning channel.
 template <typename T>
 [[nodiscard]] InterfacePtr<T> queryInterface(QUnknownInterface *object)
 {
     QUnknownInterface *found = nullptr;
-    if (!object || object->queryInterface(T::Iid, &found) != QS_OK)
+    QT_TRY
+    {
+        if (!object || object->queryInterface(T::Iid, &found) != QS_OK)
+            return nullptr;
+    }
+    QT_CATCH(...)
+    {
+        qWarning("QUnknownInterface::queryInterface: an exception has left the plug-in");
         return nullptr;
+    }
     return InterfacePtr<T>(static_cast<T *>(found));
 }
 

@@ -1,6 +1,7 @@
 #include "projectscript.h"
 #include "pythoncall.h"
 #include "pythonstring.h"
+#include "scriptwatch.h"
 #include <Python.h>
 #include <QDir>
 
@@ -82,7 +83,7 @@ ProjectScriptResult resultOf(_object *value)
 } // namespace
 
 ProjectScriptResult runProjectScript(const QString &module, const QString &name, const QString &templateDirectory,
-                                     const QString &projectPath)
+                                     const QString &projectPath, const std::function<bool()> &keepRunning)
 {
     if (!Py_IsInitialized())
         return {Outcome::NoModule};
@@ -92,6 +93,7 @@ ProjectScriptResult runProjectScript(const QString &module, const QString &name,
     const WithoutCompiledFiles withoutCompiledFiles;
     const PythonReference moduleName = toPython(module);
     const ImportedForOnce once(moduleName.get());
+    const ScriptWatch watch(keepRunning);
     const PythonReference imported(PyImport_Import(moduleName.get()));
     if (!imported)
         return {Outcome::NoModule};

@@ -1,4 +1,5 @@
 #pragma once
+#include <functional>
 #include <QString>
 
 /// How the call of a template's Python function ended. Its errors have been printed.
@@ -18,6 +19,8 @@ struct ProjectScriptResult
 
 /// Imports the Python module @p module and calls its function `createProject(name, templateDirectory, projectPath)`.
 /// The directory of the template is the first one in which the module is searched. A module that was not imported
-/// before is forgotten afterwards, since templates may have modules of the same name.
+/// before is forgotten afterwards, since templates may have modules of the same name. @p keepRunning is called several
+/// times per second while Python code runs; when it returns false, KeyboardInterrupt is raised in the script.
 [[nodiscard]] ProjectScriptResult runProjectScript(const QString &module, const QString &name,
-                                                   const QString &templateDirectory, const QString &projectPath);
+                                                   const QString &templateDirectory, const QString &projectPath,
+                                                   const std::function<bool()> &keepRunning = {});

@@ -104,6 +104,29 @@ void Activity::addProject(std::unique_ptr<Project> project)
         workspace->addProject(project.release());
 }
 
+void Activity::reloadProject(Project *project)
+{
+    const auto environments = [project] {
+        return QStringList{project->buildEnvironment(), project->buildEnvironmentOption(),
+                           project->executionEnvironment(), project->executionEnvironmentOption()};
+    };
+    const QPointer<Project> alive(project);
+    const QStringList before = environments();
+    Q_EMIT projectReloading(project);
+    if (!alive)
+        return;
+    const bool loaded = project->load(project->fileName());
+    if (loaded && environments() != before) {
+        project->setExecutionEnvironment(nullptr);
+        project->setBuildEnvironment(nullptr);
+        Q_EMIT projectLoaded(project);
+    }
+    if (m_workspace)
+        Q_EMIT projectsChanged();
+    if (alive && alive == currentProject())
+        reportCurrentProject();
+}
+
 void Activity::reportCurrentProject()
 {
     Q_EMIT currentProjectChanged();

@@ -34,6 +34,9 @@ public:
     /// Adds a project to the open workspace, which must not be null, and makes it the current one.
     void addProject(std::unique_ptr<Project> project);
 
+    /// Reads the file of a project of the open workspace again. Plug-ins are bound again if the project names others.
+    void reloadProject(Project *project);
+
     /// In the order of the workspace; empty while none is open. Guarded, since plug-ins and dialogs may remove
     /// projects.
     [[nodiscard]] QList<QPointer<Project>> projects() const;
@@ -49,10 +52,11 @@ Q_SIGNALS:                                  // in the order in which a change em
     void availabilityChanged(const ActivityAvailability &available);
     void stateEntered(ActivityState state, ActivityState previous); ///< Both may be the same.
 
-    void projectLoaded(Project *project); ///< A project is about to be shown; it was read without an error.
-    void workspaceOpened();               ///< Its projects have been announced by projectLoaded().
-    void projectsChanged();               ///< Projects were opened, added or removed.
-    void projectActivityChanged();        ///< A project became active or inactive.
+    void projectLoaded(Project *project);    ///< A project is about to be shown; it was read without an error.
+    void projectReloading(Project *project); ///< Its folders and files are about to be deleted.
+    void workspaceOpened();                  ///< Its projects have been announced by projectLoaded().
+    void projectsChanged();                  ///< Projects were opened, added or removed.
+    void projectActivityChanged();           ///< A project became active or inactive.
     void currentProjectChanged();
     void workspaceReady();   ///< The state is idle, the windows show the workspace.
     void workspaceClosing(); ///< workspace() is still valid: release everything that refers to it.

@@ -74,6 +74,7 @@ bool Project::load(const QString &path)
     for (const RootAttribute &attribute : rootAttributes)
         this->*attribute.field = ProjectXmlReader::valueOf(attributes, attribute.name).toString();
     m_openedOK = true;
+    m_stamp.take(path, xml.hasForeignContent());
     m_modified = true; // set by the insertions
     blocker.unblock();
     setModified(false);
@@ -101,7 +102,7 @@ bool Project::loadFromXml(const QString &text)
 bool Project::read(ProjectXmlReader &xml, QXmlStreamAttributes *attributes)
 {
     const QString oldConfiguration = m_currentConfiguration;
-    xml.readNextStartElement(); // the root, with any tag
+    xml.readRoot("project"_L1);
     *attributes = xml.attributes();
     while (xml.readNextStartElement())
         readChild(xml);
@@ -134,8 +135,13 @@ void Project::readChild(ProjectXmlReader &xml)
             m_currentConfiguration = current;
         m_properties.read(xml);
     } else {
-        xml.skipCurrentElement();
+        xml.skipForeignElement();
     }
+}
+
+bool Project::isNewerOnDisk() const
+{
+    return m_stamp.isOlderThan(m_fileName);
 }
 
 bool Project::save()
@@ -145,7 +151,7 @@ bool Project::save()
         qWarning("Project::save: Folders are nested too deeply (%s)", qPrintable(m_fileName));
         return false;
     }
-    if (!writeFileSafely(m_fileName, toXml().toUtf8()))
+    if (!writeProjectFile(m_fileName, toXml(), m_stamp))
         return false;
     setModified(false);
     return true;

@@ -1,4 +1,5 @@
 #pragma once
+#include "filestamp.h"
 #include "projectchildren.h"
 #include "projectproperties.h"
 #include "unknown.h"
@@ -33,9 +34,10 @@ public:
     /// is empty.
     bool loadFromXml(const QString &text);
     /// False if the file cannot be written completely, or if folders are nested too deeply to be loaded again; then the
-    /// old file is unchanged.
+    /// old file is unchanged. A file with content that is not written again is copied to NAME~ the first time.
     bool save();
-    [[nodiscard]] QString toXml() const; ///< The text that save() writes.
+    [[nodiscard]] bool isNewerOnDisk() const; ///< Another program has written the file since it was read or written.
+    [[nodiscard]] QString toXml() const;      ///< The text that save() writes.
 
     [[nodiscard]] QString name() const { return m_name; } ///< The name of the file without its last suffix.
     [[nodiscard]] QString fileName() const { return m_fileName; }
@@ -119,6 +121,7 @@ private:
     QString m_name;
     QDir m_dir;
     QString m_fileName;
+    FileStamp m_stamp;
     bool m_modified = false;
     bool m_openedOK = false;
     bool m_batching = false;     ///< during a move

@@ -28,6 +28,14 @@ void ProjectFile::setProject(Project *project)
         m_properties.setProject(project);
 }
 
+void ProjectFile::rebase(const QString &from, const Project &to, bool staysInOther)
+{
+    if (from == to.basePath())
+        return;
+    const QString absolute = absolutePath(QDir(from), m_path);
+    m_path = staysInOther ? absolute : to.relativePath(absolute);
+}
+
 void ProjectFile::read(ProjectXmlReader &xml)
 {
     m_path = xml.attribute("path"_L1);
@@ -35,7 +43,7 @@ void ProjectFile::read(ProjectXmlReader &xml)
         if (xml.isAt("properties"_L1))
             m_properties.read(xml);
         else
-            xml.skipCurrentElement();
+            xml.skipForeignElement();
     }
 }
 

@@ -23,6 +23,11 @@ public:
     void setProject(Project *project); ///< Null is ignored.
     void setFolder(ProjectFolder *folder) { m_folder = folder; }
 
+    /// For a move from a project in the directory @p from to the project @p to: the path names the same file from
+    /// there. It becomes absolute if the file @p staysInOther: it is listed in the former project, too.
+    void rebase(const QString &from, const Project &to, bool staysInOther);
+    [[nodiscard]] quint32 listings() const { return m_listings; } ///< The number of lists that contain it.
+
     void read(ProjectXmlReader &xml); ///< Reads the current element and its end tag.
     void write(ProjectXmlWriter &xml) const;
 
@@ -34,5 +39,5 @@ private:
     QString m_path;
     ProjectFolder *m_folder = nullptr;
     [[no_unique_address]] ProjectProperties m_properties; ///< also stores the project
-    quint32 m_listings = 0;                               ///< the number of lists that contain it
+    quint32 m_listings = 0;
 };

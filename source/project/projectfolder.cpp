@@ -126,6 +126,14 @@ void ProjectFolder::setProject(Project *project)
     }
 }
 
+void ProjectFolder::rebase(const QString &from, const Project &to, bool staysInOther)
+{
+    for (ProjectFile *file : m_files.items())
+        file->rebase(from, to, staysInOther || file->listings() > 1);
+    for (ProjectFolder *folder : m_folders.items())
+        folder->rebase(from, to, staysInOther || folder->listings() > 1);
+}
+
 void ProjectFolder::read(ProjectXmlReader &xml)
 {
     m_name = xml.attribute("name"_L1);
@@ -144,10 +152,11 @@ void ProjectFolder::read(ProjectXmlReader &xml)
             folder = child;
             if (++depth > MaximumDepth)
                 xml.raiseError(u"Folders are nested too deeply."_s);
-        } else {
-            if (xml.isAt("extension"_L1))
-                folder->m_extensions += xml.sharedAttribute("name"_L1);
+        } else if (xml.isAt("extension"_L1)) {
+            folder->m_extensions += xml.sharedAttribute("name"_L1);
             xml.skipCurrentElement();
+        } else {
+            xml.skipForeignElement();
         }
     }
 }

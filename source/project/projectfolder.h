@@ -40,6 +40,10 @@ public:
     void setProject(Project *project); ///< For the whole subtree. Null is ignored.
     void setParent(ProjectFolder *parent) { m_parent = parent; }
 
+    /// Calls ProjectFile::rebase() for all files below.
+    void rebase(const QString &from, const Project &to, bool staysInOther);
+    [[nodiscard]] quint32 listings() const { return m_listings; } ///< The number of lists that contain it.
+
     void read(ProjectXmlReader &xml); ///< The current element with its end tag. Too deep nesting is an error of @p xml.
     void write(ProjectXmlWriter &xml) const;
 
@@ -57,7 +61,7 @@ private:
     ProjectChildren<ProjectFile> m_files;
     Project *m_project = nullptr;
     ProjectFolder *m_parent = nullptr;
-    quint32 m_listings = 0; ///< the number of lists that contain it
+    quint32 m_listings = 0;
 };
 
 /// Whether @p folder cannot move into @p target because it is the target or contains it. A null target is the root of a

@@ -54,7 +54,7 @@ void ProjectProperties::read(ProjectXmlReader &xml)
         if (xml.isAt("configuration"_L1))
             readConfiguration(xml);
         else
-            xml.skipCurrentElement();
+            xml.skipForeignElement();
     }
     m_modified = false;
 }

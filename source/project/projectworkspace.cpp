@@ -11,15 +11,17 @@ using namespace Qt::StringLiterals;
 namespace {
 
 /// The paths in a workspace file, in its order; nothing if it is not XML.
-std::optional<QStringList> readPaths(const QByteArray &bytes)
+std::optional<QStringList> readPaths(ProjectXmlReader &xml)
 {
     QStringList paths;
-    ProjectXmlReader xml(bytes);
-    xml.readNextStartElement(); // the root, with any tag
+    xml.readRoot("workspace"_L1);
     while (xml.readNextStartElement()) {
-        if (xml.isAt("project"_L1))
+        if (xml.isAt("project"_L1)) {
             paths += xml.attribute("path"_L1);
-        xml.skipCurrentElement();
+            xml.skipCurrentElement();
+        } else {
+            xml.skipForeignElement();
+        }
     }
     return xml.finish() ? std::optional(paths) : std::nullopt;
 }
@@ -55,9 +57,11 @@ bool ProjectWorkspace::load(const QString &fileName)
     deleteProjects();
     m_fileName = fileName;
     const std::optional<QByteArray> bytes = readFile(fileName);
-    const std::optional<QStringList> paths = bytes ? readPaths(*bytes) : std::nullopt;
+    ProjectXmlReader xml(bytes.value_or(QByteArray()));
+    const std::optional<QStringList> paths = bytes ? readPaths(xml) : std::nullopt;
     if (!paths)
         return false;
+    m_stamp.take(fileName, xml.hasForeignContent());
     setLocation(fileName);
     for (const QString &path : *paths) {
         auto project = std::make_unique<Project>(QString(), QString());
@@ -79,10 +83,15 @@ bool ProjectWorkspace::save()
         xml.endElement();
     }
     xml.endElement();
-    if (!writeFileSafely(m_fileName, xml.xml().toUtf8()))
+    if (!writeProjectFile(m_fileName, xml.xml(), m_stamp))
         return false;
     setModified(false);
     return true;
+}
+
+bool ProjectWorkspace::isNewerOnDisk() const
+{
+    return m_stamp.isOlderThan(m_fileName);
 }
 
 QString ProjectWorkspace::relativePath(const QString &path) const

@@ -1,4 +1,5 @@
 #pragma once
+#include "filestamp.h"
 #include <memory>
 #include <QDir>
 #include <QObject>
@@ -19,7 +20,9 @@ public:
     /// is also in the list, with openedOK() false. No signal is emitted.
     bool load(const QString &fileName);
     /// Writes the list of projects, not the projects. False if the file cannot be written completely.
+    /// A file with content that is not written again is copied to NAME~ the first time.
     bool save();
+    [[nodiscard]] bool isNewerOnDisk() const; ///< Another program has written the file since it was read or written.
 
     [[nodiscard]] QString fileName() const { return m_fileName; }
     [[nodiscard]] QString name() const { return m_name; } ///< The name of the file without its last suffix.
@@ -54,6 +57,7 @@ private:
     [[nodiscard]] int indexOf(const Project *project) const;
 
     QString m_fileName;
+    FileStamp m_stamp;
     QString m_name;
     QDir m_dir;
     bool m_modified = true;

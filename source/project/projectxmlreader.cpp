@@ -34,6 +34,17 @@ QString ProjectXmlReader::sharedAttribute(QLatin1StringView name)
     return known != m_shared.constEnd() ? *known : *m_shared.insert(value.toString());
 }
 
+void ProjectXmlReader::skipForeignElement()
+{
+    m_foreign = true;
+    skipCurrentElement();
+}
+
+void ProjectXmlReader::readRoot(QLatin1StringView tag)
+{
+    m_foreign = !readNextStartElement() || !isAt(tag);
+}
+
 QString ProjectXmlReader::elementText()
 {
     QString result = u""_s;

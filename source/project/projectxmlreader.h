@@ -17,6 +17,11 @@ public:
     [[nodiscard]] QString attribute(QLatin1StringView name) const;
     /// The same for frequent texts: equal ones share their memory.
     [[nodiscard]] QString sharedAttribute(QLatin1StringView name);
+    /// Skips an element that is none of ours: written again, the file will lack it.
+    void skipForeignElement();
+    [[nodiscard]] bool hasForeignContent() const { return m_foreign; }
+    /// Reads the start tag of the root. Another tag than @p tag is read as well, but is foreign.
+    void readRoot(QLatin1StringView tag);
     /// All text in the current element; reads its end tag. White space between elements is not text.
     [[nodiscard]] QString elementText();
     /// Reads the rest of the document after the root element. Returns whether the whole document is well-formed.
@@ -24,4 +29,5 @@ public:
 
 private:
     QSet<QString> m_shared;
+    bool m_foreign = false;
 };

@@ -1,5 +1,6 @@
 #include "messages.h"
 #include <QAbstractButton>
+#include <QPointer>
 
 using namespace Qt::StringLiterals;
 
@@ -22,15 +23,20 @@ QString messageCaption()
 QMessageBox::StandardButton showMessage(QMessageBox::Icon icon, QWidget *parent, const QString &text,
                                         const QList<QMessageBox::StandardButton> &buttons, const QString &caption)
 {
-    QMessageBox box(icon, caption, text, QMessageBox::NoButton, parent);
-    box.setObjectName(u"messageBox"_s);
-    box.setTextFormat(Qt::PlainText); // the texts contain names of files and projects
+    // On the heap, since the parent may be deleted while the box is open, and the box with it.
+    const QPointer<QMessageBox> box = new QMessageBox(icon, caption, text, QMessageBox::NoButton, parent);
+    box->setObjectName(u"messageBox"_s);
+    box->setTextFormat(Qt::PlainText); // the texts contain names of files and projects
     for (const auto button : buttons)
-        box.addButton(button);
-    box.setDefaultButton(buttons.first());
-    box.setEscapeButton(escapeButton(buttons));
-    box.exec();
-    return box.clickedButton() ? box.standardButton(box.clickedButton()) : escapeButton(buttons);
+        box->addButton(button);
+    box->setDefaultButton(buttons.first());
+    box->setEscapeButton(escapeButton(buttons));
+    box->exec();
+    if (!box)
+        return escapeButton(buttons);
+    const auto answer = box->clickedButton() ? box->standardButton(box->clickedButton()) : escapeButton(buttons);
+    delete box;
+    return answer;
 }
 
 QMessageBox::StandardButton showInformation(QWidget *parent, const QString &text,

@@ -4,6 +4,7 @@
 #include <QFileSystemModel>
 #include <QInputDialog>
 #include <QLabel>
+#include <QPointer>
 
 using namespace Qt::StringLiterals;
 
@@ -20,30 +21,35 @@ void widenFilter(const QFileDialog &dialog)
 QStringList ask(QWidget *parent, const FileQuestion &question, QFileDialog::AcceptMode accept,
                 QFileDialog::FileMode mode)
 {
-    QFileDialog dialog(parent, question.caption, question.directory, question.filter);
-    dialog.setOption(QFileDialog::DontUseNativeDialog);
-    dialog.setObjectName(question.objectName);
-    dialog.setAcceptMode(accept);
-    dialog.setFileMode(mode);
-    QObject::connect(&dialog, &QFileDialog::filterSelected, &dialog, [&dialog] { widenFilter(dialog); });
+    // On the heap, since the parent may be deleted while the dialog is open, and the dialog with it.
+    const QPointer<QFileDialog> dialog = new QFileDialog(parent, question.caption, question.directory, question.filter);
+    dialog->setOption(QFileDialog::DontUseNativeDialog);
+    dialog->setObjectName(question.objectName);
+    dialog->setAcceptMode(accept);
+    dialog->setFileMode(mode);
+    QObject::connect(dialog, &QFileDialog::filterSelected, dialog, [dialog] { widenFilter(*dialog); });
     if (!question.selectedFilter.isEmpty())
-        dialog.selectNameFilter(question.selectedFilter);
-    widenFilter(dialog);
-    return dialog.exec() == QDialog::Accepted ? dialog.selectedFiles() : QStringList();
+        dialog->selectNameFilter(question.selectedFilter);
+    widenFilter(*dialog);
+    const bool accepted = dialog->exec() == QDialog::Accepted && dialog;
+    const QStringList files = accepted ? dialog->selectedFiles() : QStringList();
+    delete dialog;
+    return files;
 }
 } // namespace
 
 std::optional<QString> askForText(QWidget *parent, const QString &label, const QString &text)
 {
-    QInputDialog dialog(parent);
-    dialog.setObjectName(u"inputDialog"_s);
-    dialog.setWindowTitle(messageCaption());
-    dialog.setLabelText(QString(label).replace(u'&', u"&&"_s)); // the label may contain names
-    dialog.findChild<QLabel *>()->setTextFormat(Qt::PlainText);
-    dialog.setTextValue(text);
-    if (dialog.exec() == QDialog::Rejected)
-        return {};
-    return dialog.textValue();
+    const QPointer<QInputDialog> dialog = new QInputDialog(parent);
+    dialog->setObjectName(u"inputDialog"_s);
+    dialog->setWindowTitle(messageCaption());
+    dialog->setLabelText(QString(label).replace(u'&', u"&&"_s)); // the label may contain names
+    dialog->findChild<QLabel *>()->setTextFormat(Qt::PlainText);
+    dialog->setTextValue(text);
+    const bool accepted = dialog->exec() == QDialog::Accepted && dialog;
+    const std::optional<QString> answer = accepted ? std::optional(dialog->textValue()) : std::nullopt;
+    delete dialog;
+    return answer;
 }
 
 QStringList askForOpenFiles(QWidget *parent, const FileQuestion &question)

@@ -94,7 +94,7 @@ void TextLineView::paintLine(QPainter &painter, int line, const QRect &dirty)
 {
     const int top = int(qint64(line) * lineHeight() - contentsY());
     const QString text = m_lineSource->line(line);
-    const SelectedColumns selected = hasFocus() ? selectedColumns(line) : SelectedColumns();
+    const SelectedColumns selected = hasFocus() || m_isMatch ? selectedColumns(line) : SelectedColumns();
     m_rows.draw(painter, text, -contentsX(), QRect(dirty.left(), top, dirty.width(), lineHeight()), selected,
                 palette());
     if (text.size() > Columns / 2)
@@ -310,8 +310,16 @@ void TextLineView::extendSelection()
     setSelection(m_anchor, m_cursor);
 }
 
+void TextLineView::showMatch(const Place &a, const Place &b)
+{
+    setSelection(a, b);
+    m_isMatch = true;
+    viewport()->update();
+}
+
 void TextLineView::setSelection(Place a, Place b)
 {
+    m_isMatch = false;
     m_anchor = a;
     if (b < a)
         std::swap(a, b);

@@ -9,6 +9,8 @@ class TextLineView : public ScrollView
 {
     Q_OBJECT
     Q_PROPERTY(QString text READ visibleText)
+    Q_PROPERTY(int lineHeight READ lineHeight)
+    Q_PROPERTY(int charWidth READ charWidth)
 public:
     /// Both count from 0.
     struct Place
@@ -36,6 +38,8 @@ public:
 
     /// Selects what is between two places, in any order.
     void setSelection(Place a, Place b);
+    /// Selects a match of a search, which is shown without the focus too: that may be where the text was entered.
+    void showMatch(const Place &a, const Place &b);
     [[nodiscard]] bool hasSelection() const { return m_start != m_end; }
     [[nodiscard]] Place selectionStart() const { return m_start; }
     [[nodiscard]] Place selectionEnd() const { return m_end; }
@@ -92,6 +96,7 @@ private:
     Place m_anchor; ///< where a selection by mouse or keys has begun
     bool m_blockMode = false;
     bool m_dragging = false;
+    bool m_isMatch = false; ///< whether the selection is the match of a search
     bool m_cursorVisible = true;
     int m_columnStep = 0; ///< how far the mouse is beyond the edge during a drag
     int m_lineStep = 0;

@@ -156,6 +156,11 @@ bool TextParaView::isLastLine(int row) const
     return row >= 0 && row < m_rows.size() && m_rows[row].isLast;
 }
 
+bool TextParaView::hasText() const
+{
+    return std::ranges::any_of(m_rows, [](const Row &row) { return !row.isGap; });
+}
+
 int TextParaView::rowOf(int para) const
 {
     for (int row = 0; row < m_rows.size(); ++row) {
@@ -276,7 +281,7 @@ void TextParaView::paintEvent(QPaintEvent *event)
     painter.fillRect(dirty, palette().color(QPalette::Base));
     const int last = std::min(int(m_rows.size()) - 1, dirty.bottom() / lineHeight());
     for (int i = std::max(0, dirty.top() / lineHeight()); i <= last; ++i) {
-        const SelectedColumns selected = hasFocus() ? selectedColumns(m_rows[i]) : SelectedColumns();
+        const SelectedColumns selected = hasFocus() || m_isMatch ? selectedColumns(m_rows[i]) : SelectedColumns();
         const QRect row(dirty.left(), i * lineHeight(), dirty.width(), lineHeight());
         m_painter.draw(painter, m_rows[i].text, -contentsX(), row, selected, palette());
     }

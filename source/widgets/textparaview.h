@@ -16,6 +16,8 @@ class TextParaView : public ScrollView
 {
     Q_OBJECT
     Q_PROPERTY(QString text READ visibleText)
+    Q_PROPERTY(int lineHeight READ lineHeight)
+    Q_PROPERTY(int charWidth READ charWidth)
 public:
     /// All count from 0.
     struct Place
@@ -46,6 +48,8 @@ public:
     [[nodiscard]] bool isCursorVisible() const;
 
     void setSelection(Place a, Place b);
+    /// Selects a match of a search, which is shown without the focus too: that may be where the text was entered.
+    void showMatch(const Place &a, const Place &b);
     [[nodiscard]] bool hasSelection() const { return m_start != m_end; }
     /// The selected text without markup, as far as it has not more than @p limit characters.
     [[nodiscard]] QString selectedText(qsizetype limit = std::numeric_limits<qsizetype>::max());
@@ -55,6 +59,7 @@ public:
     bool rowToPara(int row, int *para, int *line) const;
     [[nodiscard]] bool isLastLine(int row) const; ///< whether the row shows the last line of its paragraph
     [[nodiscard]] int rowOf(int para) const;      ///< of a paragraph's last line; -1 if it is not on screen
+    [[nodiscard]] bool hasText() const;           ///< whether a paragraph on screen has lines
     [[nodiscard]] int rowCount() const { return int(m_rows.size()); }
     [[nodiscard]] Place placeAt(const QPoint &position) const;
     [[nodiscard]] QString lineAt(const Place &place) const; ///< as the source gave it; empty if it is not on screen
@@ -131,6 +136,7 @@ private:
     Place m_anchor;
     QPoint m_pressed;
     bool m_dragging = false;
+    bool m_isMatch = false; ///< whether the selection is the match of a search
     bool m_cursorVisible = true;
     int m_columnStep = 0; ///< how far the mouse is beyond the edge during a drag
     int m_lineStep = 0;

@@ -208,8 +208,16 @@ void TextParaView::extendSelection()
     setSelection(m_anchor, m_cursor);
 }
 
+void TextParaView::showMatch(const Place &a, const Place &b)
+{
+    setSelection(a, b);
+    m_isMatch = true;
+    viewport()->update();
+}
+
 void TextParaView::setSelection(Place a, Place b)
 {
+    m_isMatch = false;
     m_anchor = a;
     if (b < a)
         std::swap(a, b);

@@ -112,6 +112,12 @@ QString DisassemblerDocument::title()
     return tr("Disassembly: ") + m_name;
 }
 
+QString DisassemblerDocument::objectNames() const
+{
+    static const QRegularExpression separators(u"[\\s.]"_s);
+    return u"disassembly/"_s + QString(m_name).replace(separators, u"-"_s);
+}
+
 /// The document may be gone when a call returns: a plug-in can have its view closed.
 QStringList DisassemblerDocument::para(int index)
 {

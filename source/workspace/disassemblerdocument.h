@@ -28,6 +28,8 @@ public:
     [[nodiscard]] QStringList para(int index) override;
     [[nodiscard]] int paraCount() override { return m_paraCount; }
 
+    /// The start of the names of the objects of a view, without blanks and full stops.
+    [[nodiscard]] QString objectNames() const;
     [[nodiscard]] int lineOf(int para) const; ///< as the rest of the program names it
     /// The paragraph of such a line, or of an address; -1 if it is not shown here.
     [[nodiscard]] int paraOf(int line) const;

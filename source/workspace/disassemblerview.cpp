@@ -1,14 +1,14 @@
 #include "disassemblerview.h"
+#include "disassemblerbar.h"
 #include "disassemblerdocument.h"
 #include "editorhost.h"
+#include "parasearch.h"
 #include "rowtext.h"
 #include "textparamarkerwidget.h"
 #include "varnelassert.h"
 #include <QApplication>
 #include <QElapsedTimer>
 #include <QKeyEvent>
-#include <QLabel>
-#include <QLineEdit>
 #include <QPointer>
 #include <QScrollBar>
 #include <QVBoxLayout>
@@ -26,8 +26,8 @@ DisassemblerView::DisassemblerView(Document *document, const FormatTable *format
     , m_formats(formats)
     , m_paras(new TextParaView(m_disassembly))
     , m_margin(new TextParaMarkerWidget(m_paras, this))
-    , m_goTo(new QLineEdit)
-    , m_message(new QLabel)
+    , m_bar(new DisassemblerBar)
+    , m_search(new ParaSearch(m_paras, m_disassembly, this))
 {
     VARNEL_ASSERT(document->inherits("DisassemblerDocument"));
     setFont(QFont(u"Courier"_s, 10));
@@ -38,6 +38,12 @@ DisassemblerView::DisassemblerView(Document *document, const FormatTable *format
             return host->markerToolTip(m_disassembly->filename(), m_disassembly->lineOf(line - 1));
         });
     }
+    connectParts();
+    DisassemblerView::update(nullptr, true);
+}
+
+void DisassemblerView::connectParts()
+{
     m_paras->installEventFilter(this);
     m_paras->viewport()->installEventFilter(this);
     connect(m_paras, &TextParaView::selectionChanged, this, &DisassemblerView::slotSelectionChanged);
@@ -46,25 +52,28 @@ DisassemblerView::DisassemblerView(Document *document, const FormatTable *format
     connect(m_paras, &ScrollView::contentsMoving, m_margin, &MarkerWidget::setPosition);
     connect(m_margin, &MarkerWidget::toggleBreakpoint, this,
             [this](int line) { Q_EMIT toggleBreakpoint(m_disassembly->lineOf(line - 1)); });
-    connect(m_goTo, &QLineEdit::returnPressed, this, [this] {
-        if (goTo(m_goTo->text()))
+    connect(m_bar, &DisassemblerBar::goToRequested, this, [this](const QString &text) {
+        if (goTo(text))
             m_paras->setFocus();
     });
-    DisassemblerView::update(nullptr, true);
+    connect(m_bar, &DisassemblerBar::cancelled, this, [this] { startFind({}, false, true, true); });
+    connect(m_search, &ParaSearch::progress, m_bar, &DisassemblerBar::setProgress);
+    connect(m_search, &ParaSearch::found, this, &DisassemblerView::showFound);
+    connect(m_search, &ParaSearch::notFound, this, [this] {
+        m_bar->endProgress();
+        m_bar->setMessage(tr("Cannot find the string %1.").arg(m_wanted));
+    });
 }
 
 void DisassemblerView::layOut()
 {
-    m_paras->setObjectName(u"disassembly/lines"_s);
-    m_margin->setObjectName(u"disassembly/margin"_s);
-    m_goTo->setObjectName(u"DisassemblyGoTo"_s);
-    m_message->setObjectName(u"DisassemblyMessage"_s);
-    m_goTo->setPlaceholderText(tr("Go to address or symbol"));
-    m_goTo->setFixedWidth(240);
+    const QString name = m_disassembly->objectNames();
+    m_paras->setObjectName(name + u"/lines"_s);
+    m_paras->viewport()->setObjectName(name + u"/text"_s);
+    m_margin->setObjectName(name + u"/margin"_s);
     QFont plain = QApplication::font();
     plain.setResolveMask(QFont::AllPropertiesResolved); // not the view's font
-    for (QWidget *widget : std::initializer_list<QWidget *>{m_goTo, m_message})
-        widget->setFont(plain);
+    m_bar->setFont(plain);
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);
@@ -74,12 +83,7 @@ void DisassemblerView::layOut()
     m_paras->setContentMargin(MarkerWidget::Width);
     text->addWidget(m_paras);
     layout->addLayout(text, 1);
-    auto *row = new QHBoxLayout;
-    row->setContentsMargins(4, 2, 4, 2);
-    row->addWidget(m_goTo);
-    row->addSpacing(8);
-    row->addWidget(m_message, 1);
-    layout->addLayout(row);
+    layout->addWidget(m_bar);
     m_margin->raise();
     setFocusProxy(m_paras);
 }
@@ -145,6 +149,19 @@ void DisassemblerView::update(View *, bool full)
         return;
     m_margin->setLineHeight(m_paras->lineHeight());
     updateArrow();
+    if (self)
+        showWhetherReadable();
+}
+
+/// Without a session most debuggers have no instructions.
+void DisassemblerView::showWhetherReadable()
+{
+    const bool unreadable = m_paras->rowCount() > 0 && !m_paras->hasText();
+    if (unreadable)
+        m_bar->setMessage(tr("No instructions can be read here."));
+    else if (m_unreadable)
+        m_bar->setMessage({});
+    m_unreadable = unreadable;
 }
 
 bool DisassemblerView::queryInterface(const QString &name, void **out)
@@ -236,40 +253,61 @@ void DisassemblerView::getCursorPosition(int *para, int *index)
     *index = cursor.column;
 }
 
+ParaScan::Pattern DisassemblerView::pattern(const QString &text, bool caseSensitive, bool forward)
+{
+    return {text, caseSensitive ? Qt::CaseSensitive : Qt::CaseInsensitive, forward};
+}
+
+TextParaView::Place DisassemblerView::findStart(bool forward, bool fromCursor) const
+{
+    if (!fromCursor)
+        return {};
+    TextParaView::Place place = m_paras->cursorPlace();
+    place.column += forward ? 1 : -1;
+    return place;
+}
+
 bool DisassemblerView::find(const QString &text, bool caseSensitive, bool, bool forward, bool fromCursor)
 {
-    const auto sensitivity = caseSensitive ? Qt::CaseSensitive : Qt::CaseInsensitive;
     const QPointer<DisassemblerView> self(this);
-    TextParaView::Place place = fromCursor ? m_paras->cursorPlace() : TextParaView::Place();
-    qsizetype from = fromCursor ? place.column + (forward ? 1 : -1) : 0;
-    bool inLine = from >= 0; // before the first column there is nothing
+    ParaScan scan(pattern(text, caseSensitive, forward), findStart(forward, fromCursor));
     QElapsedTimer time;
     time.start();
-    for (; place.para >= 0 && place.para < m_disassembly->paraCount() && !text.isEmpty();) {
-        const QStringList lines = m_paras->linesOf(place.para);
+    while (scan.para() >= 0 && scan.para() < m_disassembly->paraCount() && !text.isEmpty()) {
+        const QStringList lines = m_paras->linesOf(scan.para());
         if (!self || time.elapsed() >= m_findTimeLimit)
             return false;
-        for (; place.line >= 0 && place.line < lines.size(); place.line += forward ? 1 : -1) {
-            const QString line = plainText(lines[place.line]);
-            const qsizetype at = !inLine   ? -1
-                                 : forward ? line.indexOf(text, from, sensitivity)
-                                           : line.lastIndexOf(text, from, sensitivity);
-            if (at >= 0) {
-                place.column = int(at + (forward ? text.size() : 0));
-                m_paras->setCursor(place);
-                return true;
-            }
-            from = forward ? 0 : -1;
-            inLine = true;
+        if (scan.find(lines)) {
+            m_paras->setCursor(scan.place());
+            return true;
         }
-        from = forward ? 0 : -1;
-        inLine = true;
-        place.para += forward ? 1 : -1;
-        place.line = forward ? 0 : int(m_paras->linesOf(place.para).size()) - 1;
-        if (!self)
-            return false;
     }
     return false;
+}
+
+void DisassemblerView::startFind(const QString &text, bool caseSensitive, bool forward, bool fromCursor)
+{
+    m_search->cancel();
+    m_bar->endProgress();
+    m_bar->setMessage({});
+    m_wanted = text;
+    m_wantedForward = forward;
+    if (text.isEmpty())
+        return;
+    m_bar->setMessage(tr("Searching..."));
+    m_search->start(pattern(text, caseSensitive, forward), findStart(forward, fromCursor));
+}
+
+void DisassemblerView::showFound(const TextParaView::Place &place, bool wrapped)
+{
+    m_bar->endProgress();
+    m_bar->setMessage(wrapped ? tr("Passed the end of the disassembly") : QString());
+    const QPointer<DisassemblerView> self(this);
+    TextParaView::Place other = place;
+    other.column += int(m_wanted.size()) * (m_wantedForward ? -1 : 1);
+    m_paras->setCursor(place);
+    if (self)
+        m_paras->showMatch(other, place);
 }
 
 bool DisassemblerView::goTo(const QString &text)
@@ -280,15 +318,30 @@ bool DisassemblerView::goTo(const QString &text)
         return false;
     const int para = address ? m_disassembly->paraOfAddress(*address) : -1;
     if (!address)
-        m_message->setText(tr("There is no symbol or address '%1'.").arg(text.trimmed()));
+        m_bar->setMessage(tr("There is no symbol or address '%1'.").arg(text.trimmed()));
     else if (para < 0)
-        m_message->setText(tr("0x%1 is outside the memory that is shown here.").arg(*address, 0, 16));
+        m_bar->setMessage(tr("0x%1 is outside the memory that is shown here.").arg(*address, 0, 16));
     else
-        m_message->clear();
+        m_bar->setMessage({});
     if (para < 0)
         return false;
-    jump(para);
+    const int instruction = instructionAt(para);
+    if (self)
+        jump(instruction);
     return self;
+}
+
+/// The paragraph of the instruction that covers a paragraph's address; that paragraph itself if there is none.
+int DisassemblerView::instructionAt(int para) const
+{
+    constexpr int LongestInstruction = 15; // bytes
+    const QPointer<const DisassemblerView> self(this);
+    for (int before = 0; before < LongestInstruction && before <= para; ++before) {
+        const bool starts = !m_paras->linesOf(para - before).isEmpty();
+        if (!self || starts)
+            return para - before;
+    }
+    return para;
 }
 
 std::optional<BranchTarget> DisassemblerView::branchAt(const TextParaView::Place &place) const
@@ -359,6 +412,8 @@ void DisassemblerView::keyPressEvent(QKeyEvent *event)
     else if (event->matches(QKeySequence::Forward)
              || (event->modifiers() == Qt::AltModifier && event->key() == Qt::Key_Right))
         forward();
+    else if (event->key() == Qt::Key_Escape && m_search->isRunning())
+        startFind({}, false, true, true);
     else
         View::keyPressEvent(event);
 }

@@ -1,12 +1,13 @@
 #pragma once
 #include "branchtarget.h"
+#include "parascan.h"
 #include "syntaxhighlighter.h"
 #include "textparaview.h"
 #include "viewinterfaces.h"
+class DisassemblerBar;
 class DisassemblerDocument;
 class EditorHost;
-class QLabel;
-class QLineEdit;
+class ParaSearch;
 class TextParaMarkerWidget;
 
 /// Shows the instructions of a program that is debugged. A click on a call or branch goes to its target, Alt+Left back.
@@ -43,6 +44,10 @@ public:
     /// The line less 1, and the column.
     void getCursorPosition(int *para, int *index) override;
 
+    /// The same in pieces from the event loop, round at the end, for commands of the user. The row below the text shows
+    /// how far it is, and what came of it. An empty text ends the search.
+    void startFind(const QString &text, bool caseSensitive, bool forward, bool fromCursor);
+
     [[nodiscard]] TextParaView *paraView() const { return m_paras; }
     void setFindTimeLimit(int milliseconds) { m_findTimeLimit = milliseconds; }
     /// Goes to an address or symbol as the user writes it; says so if there is none.
@@ -57,22 +62,31 @@ protected:
 
 private:
     void layOut();
+    void connectParts();
     void slotSelectionChanged();
     void slotCursorMoved(int para, int column);
     void placeMargin();
     void updateArrow();
+    void showWhetherReadable();
     void followBranch(const TextParaView::Place &place);
     [[nodiscard]] std::optional<BranchTarget> branchAt(const TextParaView::Place &place) const;
     void showHand(const QPoint &position);
+    [[nodiscard]] int instructionAt(int para) const;
     void jump(int para);
+    void showFound(const TextParaView::Place &place, bool wrapped);
+    [[nodiscard]] static ParaScan::Pattern pattern(const QString &text, bool caseSensitive, bool forward);
+    [[nodiscard]] TextParaView::Place findStart(bool forward, bool fromCursor) const;
     void moveInHistory(int step);
 
     DisassemblerDocument *const m_disassembly;
     const FormatTable *const m_formats;
     TextParaView *m_paras;
     TextParaMarkerWidget *m_margin;
-    QLineEdit *m_goTo;
-    QLabel *m_message;
+    DisassemblerBar *m_bar;
+    ParaSearch *m_search;
+    QString m_wanted; ///< the text that is searched for
+    bool m_wantedForward = true;
+    bool m_unreadable = false; ///< whether a message says that there are no instructions
     int m_findTimeLimit = FindTimeLimit;
     QList<int> m_history; ///< the paragraphs that jumps have left and reached
     int m_present = 0;    ///< where in the history the view is

@@ -1,4 +1,5 @@
 #include "highlightdriver.h"
+#include "callplugin.h"
 #include "syntaxhighlighter.h"
 #include <QDeadlineTimer>
 #include <QTextDocument>
@@ -31,6 +32,7 @@ bool HighlightDriver::isProcessed(const QTextBlock &block) const
 
 void HighlightDriver::rehighlight()
 {
+    m_failed = false;
     addRange({0, m_blockCount - 1});
     m_idle.start(0, this);
 }
@@ -107,8 +109,20 @@ void HighlightDriver::processFirst()
     const QTextBlock block = m_document->findBlockByNumber(range.first);
     if (range.first++ == range.last)
         m_due.erase(m_due.begin());
-    m_highlighter->process(m_document, block, 0, true);
+    process(block);
     const QTextBlock next = block.next();
     if (next.isValid() && next.userState() == -1)
         addRange({next.blockNumber(), next.blockNumber()});
+}
+
+/// After an exception the following lines are plain: one message, not one for each line.
+void HighlightDriver::process(QTextBlock block)
+{
+    if (!m_failed)
+        m_failed =
+            !runPlugin("SyntaxHighlighter::process", [&] { m_highlighter->process(m_document, block, 0, true); });
+    if (!m_failed)
+        return;
+    block.layout()->clearFormats();
+    block.setUserState(0);
 }

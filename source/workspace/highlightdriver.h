@@ -43,10 +43,12 @@ private:
     void addRange(Range added);
     void processUpTo(int blockNumber);
     void processFirst();
+    void process(QTextBlock block);
 
     QTextDocument *const m_document;
     SyntaxHighlighter *const m_highlighter;
     std::vector<Range> m_due; ///< ascending and disjoint; the first block of a range is highlighted first
     int m_blockCount;
+    bool m_failed = false; ///< the highlighter has thrown an exception
     QBasicTimer m_idle;
 };

@@ -16,6 +16,8 @@ LargeTextBar::LargeTextBar(LargeTextDocument *document, QWidget *parent)
     , m_reload(new QToolButton)
     , m_follow(new QCheckBox(tr("F&ollow the end")))
 {
+    setBackgroundRole(QPalette::Window); // the space around documents is darker
+    setAutoFillBackground(true);
     auto *find = new QToolButton;
     find->setText(tr("Find..."));
     m_reload->setText(tr("Reload"));

@@ -59,6 +59,8 @@ LargeTextFindBar::LargeTextFindBar(LargeTextDocument *document, QWidget *parent)
 
 void LargeTextFindBar::layOut()
 {
+    setBackgroundRole(QPalette::Window); // the space around documents is darker
+    setAutoFillBackground(true);
     m_text->setObjectName(u"LargeTextFindWhat"_s);
     m_text->setPlaceholderText(tr("Find in the file"));
     m_text->setMinimumWidth(80);
@@ -85,17 +87,23 @@ void LargeTextFindBar::open(const QString &text)
     m_text->setFocus();
 }
 
-void LargeTextFindBar::offerToGoOn(const BytePattern &pattern, qint64 offset, bool forward)
+void LargeTextFindBar::prepare(const BytePattern &pattern)
 {
     cancel();
     m_text->setText(pattern.text);
     m_matchCase->setChecked(pattern.caseSensitive);
     m_wholeWords->setChecked(pattern.wholeWord);
+    m_result->clear();
+    show();
+}
+
+void LargeTextFindBar::offerToGoOn(const BytePattern &pattern, qint64 offset, bool forward)
+{
+    prepare(pattern);
     m_resumeAt = offset;
     m_resumeForward = forward;
     const qint64 size = std::max<qint64>(1, m_document->size());
     const qint64 done = forward ? offset : size - offset;
-    show();
     showWaiting(int(done * 100 / size));
 }
 
@@ -167,6 +175,8 @@ void LargeTextFindBar::keyPressEvent(QKeyEvent *event)
 {
     if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)
         Q_EMIT startRequested(!(event->modifiers() & Qt::ShiftModifier));
+    else if (event->matches(QKeySequence::FindNext) || event->matches(QKeySequence::FindPrevious))
+        Q_EMIT startRequested(event->matches(QKeySequence::FindNext));
     else if (event->key() == Qt::Key_Escape)
         Q_EMIT closed();
     else

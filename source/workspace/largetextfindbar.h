@@ -17,6 +17,8 @@ public:
 
     /// Shows the row for a new search; @p text is proposed if it is not empty.
     void open(const QString &text);
+    /// Shows the row with that pattern, without the focus.
+    void prepare(const BytePattern &pattern);
     /// Shows the row for a search that has reached @p offset and then ran out of time.
     void offerToGoOn(const BytePattern &pattern, qint64 offset, bool forward);
     [[nodiscard]] LargeTextSearch &search() { return m_search; }

@@ -9,6 +9,7 @@
 #include "textlineview.h"
 #include <QElapsedTimer>
 #include <QFileInfo>
+#include <QKeyEvent>
 #include <QLocale>
 #include <QPointer>
 #include <QScrollBar>
@@ -52,6 +53,7 @@ void LargeTextView::layOut()
 {
     const QString file = QFileInfo(m_text->filename()).completeBaseName();
     m_lines->setObjectName(file + u"/lines"_s);
+    m_lines->viewport()->setObjectName(file + u"/text"_s);
     m_margin->setObjectName(file + u"/margin"_s);
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
@@ -87,7 +89,7 @@ void LargeTextView::connectDocument()
 void LargeTextView::connectFindBar()
 {
     connect(m_bar, &LargeTextBar::findRequested, this, &LargeTextView::openFindBar);
-    connect(m_findBar, &LargeTextFindBar::startRequested, this, &LargeTextView::startFind);
+    connect(m_findBar, &LargeTextFindBar::startRequested, this, &LargeTextView::findFromCursor);
     connect(m_findBar, &LargeTextFindBar::found, this, &LargeTextView::showMatch);
     connect(m_findBar, &LargeTextFindBar::closed, this, [this] {
         m_findBar->search().cancel();
@@ -175,9 +177,13 @@ void LargeTextView::restoreLines()
     QList<int> lines;
     for (const qint64 offset : std::as_const(m_heldOffsets))
         lines.append(m_text->placeOf(offset).line);
+    const int before = m_lines->cursorPlace().line;
     if (!lines.isEmpty())
         m_lines->setHeldLines(lines);
     m_heldOffsets.clear();
+    const TextLineView::Place cursor = m_lines->cursorPlace();
+    if (cursor.line != before && m_lines->hasFocus())
+        Q_EMIT cursorPositionChanged(cursor.line, cursor.column);
     if (m_atEnd)
         showEnd();
     if (m_awaitedLine && m_text->isIndexed(m_awaitedLine - 1))
@@ -244,7 +250,27 @@ void LargeTextView::openFindBar()
     m_findBar->open(selected.contains(u'\n') ? QString() : selected);
 }
 
-void LargeTextView::startFind(bool forward)
+void LargeTextView::startFind(const BytePattern &pattern, bool forward, bool fromCursor)
+{
+    m_findBar->prepare(pattern);
+    if (fromCursor)
+        findFromCursor(forward);
+    else
+        m_findBar->searchFrom(forward ? 0 : m_text->size(), forward);
+}
+
+/// F3 repeats the search, as in the find bar.
+void LargeTextView::keyPressEvent(QKeyEvent *event)
+{
+    if (event->matches(QKeySequence::FindNext))
+        findFromCursor(true);
+    else if (event->matches(QKeySequence::FindPrevious))
+        findFromCursor(false);
+    else
+        View::keyPressEvent(event);
+}
+
+void LargeTextView::findFromCursor(bool forward)
 {
     const TextLineView::Place from = !m_lines->hasSelection() ? m_lines->cursorPlace()
                                      : forward                ? m_lines->selectionEnd()
@@ -258,7 +284,7 @@ void LargeTextView::showMatch(qint64 offset, qint64 length)
     LargeTextDocument::Place end = m_text->placeOf(offset + length);
     m_lines->setCursor(end.line, end.column);
     m_lines->setCursor(start.line, start.column); // the whole match is on screen if it fits there
-    m_lines->setSelection({start.line, start.column}, {end.line, end.column});
+    m_lines->showMatch({start.line, start.column}, {end.line, end.column});
 }
 
 // Selection and marks -----------------------------------------------------

@@ -44,12 +44,16 @@ public:
     [[nodiscard]] LargeTextFindBar *findBar() const { return m_findBar; }
     void setFindTimeLimit(int milliseconds) { m_findTimeLimit = milliseconds; }
     void openFindBar();
+    /// Searches on a thread, for commands of the user: the find bar shows what comes of it. An empty text ends the
+    /// search.
+    void startFind(const BytePattern &pattern, bool forward, bool fromCursor);
 
 Q_SIGNALS:
     void toggleBreakpoint(int line); ///< counts from 1
 
 protected:
     bool eventFilter(QObject *object, QEvent *event) override;
+    void keyPressEvent(QKeyEvent *event) override;
 
 private:
     void layOut();
@@ -61,7 +65,7 @@ private:
     void restoreLines();
     void showEnd();
     void showMatch(qint64 offset, qint64 length);
-    void startFind(bool forward);
+    void findFromCursor(bool forward);
 
     LargeTextDocument *const m_text;
     const FormatTable *const m_formats;

@@ -92,10 +92,12 @@ void SwapFile::write()
 {
     if (!m_document->modified() || (!m_lock.isLocked() && !m_lock.tryLock()))
         return;
-    m_writer.start(
-        [path = m_path, filename = m_document->filename(), text = m_document->text()->toRawText()]() mutable {
-            writeSwapFile(path, filename, text.replace(QChar::ParagraphSeparator, u'\n'));
-        });
+    m_writer.start([path = m_path, filename = m_document->filename(), text = m_document->text()->toRawText(),
+                    standIns = m_document->standIns()]() mutable {
+        text.replace(QChar::ParagraphSeparator, u'\n');
+        standIns.takeOutOf(text);
+        writeSwapFile(path, filename, text);
+    });
 }
 
 void SwapFile::remove()

@@ -1,4 +1,5 @@
 #include "textdocument.h"
+#include "callplugin.h"
 #include "highlightdriver.h"
 #include "swapfile.h"
 #include "syntaxhighlighter.h"
@@ -88,11 +89,13 @@ QString TextDocument::title()
 
 bool TextDocument::open(const QString &filename)
 {
-    QFile file(filename);
-    if (file.open(QIODevice::ReadOnly))
-        return load(file);
+    const std::optional<QByteArray> bytes = readFile(filename);
+    if (bytes) {
+        load(filename, *bytes);
+        return true;
+    }
     const QString native = QDir::toNativeSeparators(filename);
-    if (!file.exists()) {
+    if (!QFileInfo::exists(filename)) {
         const QString question = tr("The following file does not exist:\n%1\n\nDo you want to create it?").arg(native);
         const QPointer<TextDocument> self(this);
         return showDocumentWarning(question, {QMessageBox::Yes, QMessageBox::No}) == QMessageBox::Yes && self
@@ -102,16 +105,17 @@ bool TextDocument::open(const QString &filename)
     return false;
 }
 
-bool TextDocument::load(QFile &file)
+void TextDocument::load(const QString &filename, const QByteArray &bytes)
 {
-    m_filename = file.fileName();
-    const DecodedText decoded = decodeText(file.readAll());
+    m_filename = filename;
+    DecodedText decoded = decodeText(bytes);
+    m_standIns = {};
+    m_standIns.putInto(decoded.text);
     m_text->setPlainText(decoded.text);
     setFormat(decoded.format);
     m_text->setModified(false);
     setModified(false);
     m_lastModified = QFileInfo(m_filename).lastModified();
-    return true;
 }
 
 void TextDocument::setFormat(const TextFileFormat &format)
@@ -134,6 +138,7 @@ bool TextDocument::save()
     TextFileFormat format = m_format;
     QString text = m_text->toRawText();
     text.replace(QChar::ParagraphSeparator, u'\n');
+    m_standIns.takeOutOf(text);
     if (!writeFileSafely(m_filename, encodeText(text, format))) {
         showDocumentWarning(tr("The following file could not be written:\n%1\n\nPlease check that this file is not "
                                "read-only and you have permission to write to it.")
@@ -163,8 +168,9 @@ bool TextDocument::isNewerOnDisk()
     return info.exists() && info.lastModified() > m_lastModified;
 }
 
-void TextDocument::recover(const QString &text)
+void TextDocument::recover(QString text)
 {
+    m_standIns.putInto(text);
     QTextCursor cursor(m_text.get());
     cursor.select(QTextCursor::Document);
     cursor.insertText(text);
@@ -197,14 +203,19 @@ TextIndent *TextDocument::indenter() const
     return m_template->indenter();
 }
 
+QTextCharFormat TextDocument::format(int id) const
+{
+    return askPlugin("SyntaxHighlighter::format", [&] { return highlighter()->format(id); });
+}
+
 QColor TextDocument::paperColour() const
 {
-    return highlighter()->format(FormatId::Background).foreground().color();
+    return format(FormatId::Background).foreground().color();
 }
 
 QColor TextDocument::textColour() const
 {
-    return highlighter()->format(FormatId::Standard).foreground().color();
+    return format(FormatId::Standard).foreground().color();
 }
 
 int TextDocument::lineSpacing() const
@@ -215,7 +226,7 @@ int TextDocument::lineSpacing() const
 /// Sets the font and the tab stops of standard text, and highlights everything again.
 void TextDocument::applyFormats()
 {
-    const QFont font = highlighter()->format(FormatId::Standard).font();
+    const QFont font = format(FormatId::Standard).font();
     if (m_text->defaultFont() != font)
         m_text->setDefaultFont(font); // touches all lines
     QTextOption option = m_text->defaultTextOption();

@@ -2,11 +2,11 @@
 #include "bracketmatcher.h"
 #include "document.h"
 #include "markedlines.h"
+#include "standins.h"
 #include "textfile.h"
 #include <QTextCursor>
 #include <QTimer>
 class HighlightDriver;
-class QFile;
 class SwapFile;
 class SyntaxHighlighter;
 class TextDocumentTemplate;
@@ -42,11 +42,12 @@ public:
     /// Whether the file is not valid UTF-8, so that it is read and written as Latin-1.
     [[nodiscard]] bool isLatin1() const { return m_format.encoding == TextFileFormat::Latin1; }
     [[nodiscard]] SwapFile *swapFile() const { return m_swap.get(); } ///< null if there is no copy
+    [[nodiscard]] const StandIns &standIns() const { return m_standIns; }
     /// The whole text, its lines separated by ParagraphSeparator. The copy is kept for further searches until the text
     /// changes or was not used for some seconds: it takes twice the size of the file.
     [[nodiscard]] QString rawText();
     /// Sets a text that was recovered after a crash; the file is unchanged until the next save.
-    void recover(const QString &text);
+    void recover(QString text);
 
     /// Markers of lines, counted from 1. A line outside the text is ignored.
     void setMarker(int line, int mask, bool on, bool alternate);
@@ -69,17 +70,19 @@ Q_SIGNALS:
 
 private:
     void setFormat(const TextFileFormat &format);
+    [[nodiscard]] QTextCharFormat format(int id) const;
     void applyFormats();
     void releaseRawText();
     void searchBracket();
     void setBracketMatch(const QTextCursor &match);
-    bool load(QFile &file);
+    void load(const QString &filename, const QByteArray &bytes);
     [[nodiscard]] QString nativeFilename() const;
 
     TextDocumentTemplate *const m_template;
     QString m_filename;
     QDateTime m_lastModified;
     TextFileFormat m_format = newTextFileFormat();
+    StandIns m_standIns;
     std::unique_ptr<MarkedLines> m_marked; ///< must outlive the text
     std::unique_ptr<QTextDocument> m_text;
     std::unique_ptr<HighlightDriver> m_driver; ///< destroyed before the text; the template owns the highlighter

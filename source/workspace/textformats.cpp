@@ -1,6 +1,7 @@
 #include "textformats.h"
+#include "wholefile.h"
 #include <algorithm>
-#include <QFile>
+
 #include <QSettings>
 #include <QXmlStreamReader>
 
@@ -58,12 +59,12 @@ QString keyOf(qsizetype index, const QString &name)
 
 bool TextFormats::loadFromFile(const QString &fileName)
 {
-    QFile file(fileName);
-    if (!file.open(QIODevice::ReadOnly)) {
+    const std::optional<QByteArray> bytes = readFile(fileName);
+    if (!bytes) {
         qWarning("TextFormats::loadFromFile: Cannot open config file (%s)", qPrintable(fileName));
         return false;
     }
-    QXmlStreamReader reader(&file);
+    QXmlStreamReader reader(*bytes);
     reader.setNamespaceProcessing(false);
     const QList<Section> sections = readSections(reader);
     if (reader.hasError()) {

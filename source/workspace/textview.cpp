@@ -231,9 +231,10 @@ void TextView::print()
     printer.setFullPage(true);
     printer.setDocName(m_textDocument->title());
     const QPointer<TextView> self(this);
-    QPrintDialog dialog(&printer, this);
-    if (dialog.exec() == QDialog::Accepted && self)
+    const QPointer<QPrintDialog> dialog = new QPrintDialog(&printer, this); // it is deleted with the view
+    if (dialog->exec() == QDialog::Accepted && self)
         printText(*m_textDocument->text(), printer);
+    delete dialog;
 }
 
 void TextView::undo()

@@ -1,4 +1,5 @@
 #include "textviewedit.h"
+#include "callplugin.h"
 #include "editorhost.h"
 #include "textdocument.h"
 #include "textdocumenttemplate.h"
@@ -253,7 +254,9 @@ void TextViewEdit::indent()
     const int index = cursor.positionInBlock();
     int oldIndent = 0;
     int newIndent = 0;
-    indenter->indent(m_document->text(), block, &oldIndent, &newIndent);
+    const auto work = [&] { indenter->indent(m_document->text(), block, &oldIndent, &newIndent); };
+    if (!runPlugin("TextIndent::indent", work))
+        return;
     const int moved = index >= oldIndent ? index + newIndent - oldIndent : newIndent;
     cursor.setPosition(block.position() + std::clamp(moved, 0, block.length() - 1));
     setTextCursor(cursor);

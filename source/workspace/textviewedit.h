@@ -1,4 +1,5 @@
 #pragma once
+#include "pasteguard.h"
 #include <QPlainTextEdit>
 #include <QTextBlock>
 class QMenu;
@@ -8,7 +9,7 @@ class TextMarkerWidget;
 class TextView;
 
 /// One pane of a text view: the editor with the margin on its left and the split handle above its scroll bar.
-class TextViewEdit : public QPlainTextEdit
+class TextViewEdit : public PasteGuard<QPlainTextEdit>
 {
     Q_OBJECT
 public:

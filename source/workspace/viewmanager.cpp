@@ -1,4 +1,5 @@
 #include "viewmanager.h"
+#include "callplugin.h"
 #include "document.h"
 #include "documenttemplate.h"
 #include "varnelassert.h"
@@ -129,7 +130,8 @@ void ViewManager::newView()
     Document *document = currentDocument();
     if (!document)
         return;
-    View *view = document->documentTemplate()->createView(document);
+    const auto create = [&] { return document->documentTemplate()->createView(document); };
+    View *view = askPlugin("DocumentTemplate::createView", create);
     VARNEL_ASSERT_TEXT(view, "newView");
     if (!view)
         return;

@@ -1,10 +1,20 @@
 #include "workspace.h"
+#include "callplugin.h"
 #include "document.h"
 #include "documenttemplate.h"
 #include "varnelassert.h"
 #include "view.h"
 #include "viewmanager.h"
+#include <QDir>
 #include <QFileInfo>
+
+namespace {
+void warnNotOpened(const QString &filename)
+{
+    showDocumentWarning(
+        Workspace::tr("The following file could not be opened:\n%1").arg(QDir::toNativeSeparators(filename)));
+}
+} // namespace
 
 Workspace::Workspace(QObject *parent) : QObject(parent) {}
 
@@ -140,7 +150,8 @@ bool Workspace::anyModified() const
 DocumentTemplate *Workspace::templateFor(const QString &filename, const char *inherits) const
 {
     for (DocumentTemplate *docTemplate : m_templates) {
-        if (docTemplate->canOpen(filename) && docTemplate->inherits(inherits))
+        const auto canOpen = [&] { return docTemplate->canOpen(filename); };
+        if (docTemplate->inherits(inherits) && askPlugin("DocumentTemplate::canOpen", canOpen))
             return docTemplate;
     }
     qWarning("Workspace::openDocument: No template found for document (%s)", qPrintable(filename));
@@ -149,11 +160,16 @@ DocumentTemplate *Workspace::templateFor(const QString &filename, const char *in
 
 std::unique_ptr<Document> Workspace::create(DocumentTemplate *docTemplate, Loader loader, const QString &filename)
 {
-    std::unique_ptr<Document> doc(docTemplate->createDocument());
-    VARNEL_ASSERT(doc);
-    if (!doc || !(doc.get()->*loader)(filename))
-        return nullptr;
-    return doc;
+    std::unique_ptr<Document> doc;
+    bool loaded = false;
+    const bool returned = runPlugin("DocumentTemplate::createDocument", [&] {
+        doc.reset(docTemplate->createDocument());
+        VARNEL_ASSERT(doc);
+        loaded = doc && (doc.get()->*loader)(filename);
+    });
+    if (!returned)
+        warnNotOpened(filename); // a document that could not be loaded has shown a message itself
+    return loaded ? std::move(doc) : nullptr;
 }
 
 bool Workspace::load(DocumentTemplate *docTemplate, Loader loader, const QString &filename, bool activate)
@@ -165,12 +181,16 @@ bool Workspace::load(DocumentTemplate *docTemplate, Loader loader, const QString
 bool Workspace::show(DocumentTemplate *docTemplate, std::unique_ptr<Document> loaded, bool activate,
                      Placement placement)
 {
-    Document *doc = loaded.get();
+    const QPointer<Document> doc = loaded.get();
+    const QString filename = doc->filename();
     addDocument(loaded.release());
-    View *view = docTemplate->createView(doc);
+    View *view = askPlugin("DocumentTemplate::createView", [&] { return docTemplate->createView(doc); });
     VARNEL_ASSERT(view);
-    if (!view)
+    if (!view) {
+        delete doc; // nothing else would
+        warnNotOpened(filename);
         return false;
+    }
     if (placement == Placement::InPlace)
         m_viewManager->addViewInPlace(view, activate);
     else

@@ -12,7 +12,7 @@ inline QByteArrayList plainCommands()
                "viewGotoLine "
                "projectNew projectOpen projectRepopulate projectGenerateMakefile projectClose projectSave "
                "projectInsertFiles projectInsertFilesAlt projectInsertProject projectProperties "
-               "projectPropertiesAlt "
+               "projectPropertiesAlt projectForgetTrust "
                "buildCompileFile buildBuild buildRebuild buildClean buildBuildAlt buildRebuildAlt buildCleanAlt "
                "buildStopBuild buildBatchBuild buildConfigurationsNew buildConfigurationsEdit "
                "debugRun debugAttach debugRunToCursor debugStepOver debugStepInto debugPause debugStop "

@@ -65,6 +65,8 @@ public:
         });
     }
 
+    /// Calls a function with the next dialog, before all other answers.
+    void prepend(const std::function<void(QDialog *)> &use) { m_answers.prepend(use); }
     /// Calls a function with the next dialog, which must close it.
     void meet(const std::function<void(QDialog *)> &use) { m_answers.append(use); }
 

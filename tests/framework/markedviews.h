@@ -58,7 +58,7 @@ public:
         return *out;
     }
     using View::update;
-    void update(View *, bool) override {}
+    void update(View *, bool) override { ++updates; }
 
     void setMarker(int line, int mask, bool on, bool alternate) override
     {
@@ -85,6 +85,7 @@ public:
     }
 
     int cursor = 1; ///< its line, from 1
+    int updates = 0;
 
 Q_SIGNALS:
     void toggleBreakpoint(int line);

@@ -557,6 +557,49 @@ private Q_SLOTS:
         story();
     }
 
+    void disassemblyOpensWhereThePausedProgramIs()
+    {
+        const Project *project = addProcessor(u"fw"_s, {IDisassembly::Iid});
+        scriptOf(u"fw"_s).locationsFrom[disassemblyOf(project)] = {disassemblyOf(project), 9};
+        be(StateRunning);
+        m_control->debugViewDisassembly();
+        QCOMPARE(viewOf(front())->cursor, 1); // the place of a running program is not known
+        viewOf(front())->close();
+        be(StatePaused);
+        open(u"main.c"_s);
+        m_control->debugViewDisassembly();
+        QCOMPARE(front(), disassemblyOf(project));
+        QCOMPARE(viewOf(front())->cursor, 9);
+        viewOf(front())->cursor = 5;
+        m_control->debugViewDisassembly(); // an open one stays as it is
+        QCOMPARE(viewOf(front())->cursor, 5);
+        story();
+    }
+
+    void disassembliesAreRefreshedAtEachStopAndAfterWritesToMemory()
+    {
+        const Project *one = addProcessor(u"one"_s, {IDisassembly::Iid});
+        const Project *two = addProcessor(u"two"_s, {IDisassembly::Iid});
+        const QList<MarkedView *> views{open(disassemblyOf(one)), open(disassemblyOf(two))};
+        const MarkedView *source = open(u"main.c"_s);
+        const auto updates = [&] {
+            return u"%1 %2 %3"_s.arg(views[0]->updates).arg(views[1]->updates).arg(source->updates);
+        };
+        be(StateRunning);
+        QCOMPARE(updates(), u"0 0 0"_s);
+        be(StatePaused);
+        QCOMPARE(updates(), u"1 1 0"_s);
+        report(two, IExecutionEnvironment::ProgramPaused); // after a step, or when the program was loaded again
+        QCOMPARE(updates(), u"2 2 0"_s);
+        m_control->memoryWritten();
+        QCOMPARE(updates(), u"3 3 0"_s);
+        m_control->updateDebugWindows(DebugControl::RegisterWindow);
+        QCOMPARE(updates(), u"3 3 0"_s);
+        be(StateIdle); // there is no session any more
+        QCOMPARE(updates(), u"4 4 0"_s);
+        story();
+    }
+
     void disassemblyIsNotOpenedIfNotOffered()
     {
         addProcessor(u"fw"_s);

@@ -8,6 +8,7 @@
 #include "projectworkspace.h"
 #include <QAction>
 #include <QMainWindow>
+#include <QSignalSpy>
 #include <QTest>
 
 using namespace Qt::StringLiterals;
@@ -134,6 +135,17 @@ private Q_SLOTS:
         m_windows->dock(DebugWindows::Memory)->hide();
         m_windows->dock(DebugWindows::Memory)->show(); // nothing has changed meanwhile
         QCOMPARE(memory->updates, 1);
+    }
+
+    void valuesThatAPaneHasWrittenAreReported()
+    {
+        FakePane *pane = addPanes(DebugWindows::Memory);
+        m_windows->toggle(DebugWindows::Memory);
+        QSignalSpy written(m_windows.get(), &DebugWindows::valuesWritten);
+        m_windows->updateData();
+        QCOMPARE(written.size(), 0);
+        Q_EMIT pane->doUpdate();
+        QCOMPARE(written.size(), 1);
     }
 
     void panesGetThePausedStateBeforeItIsEntered()

@@ -131,7 +131,7 @@ private Q_SLOTS:
         m_installation->write(u"config/uiconfig.xml"_s, R"(<ui><actions><action name="fileExit"/></actions></ui>)");
     }
 
-    void withoutArgumentsTheHelpHomePageIsShown()
+    void withoutArgumentsTheEventLoopIsEntered()
     {
         const Outcome outcome = run(*m_installation, {"varnel"});
         QVERIFY(outcome.loopEntered);

@@ -147,6 +147,7 @@ private Q_SLOTS:
         QTest::newRow("empty and absent lists") << u";none;a"_s << 0 << QStringList{u"p2(a)"_s};
         QTest::newRow("disabled here, enabled there") << u"-a;b"_s << 0 << QStringList{u"p1(b)"_s};
         QTest::newRow("beyond all") << u"a;b"_s << 2 << QStringList{};
+        QTest::newRow("negative") << u"a;b"_s << -1 << QStringList{};
     }
 
     void aDebugCommandRunsInTheFirstProjectThatHasItAndInLaterOnes()

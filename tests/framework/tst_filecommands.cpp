@@ -2,6 +2,7 @@
 #include "windowfixture.h"
 #include "windowmenus.h"
 #include <QPrintDialog>
+#include <sys/stat.h>
 
 using namespace Qt::StringLiterals;
 
@@ -288,6 +289,59 @@ private Q_SLOTS:
         QCOMPARE(f.settings()->value(u"Paths/Files"_s).toString(), f.path(u"other"_s));
     }
 
+    void saveAsOnAnOpenFileAsksAndClosesIt_data()
+    {
+        QTest::addColumn<bool>("modified");
+        QTest::addColumn<bool>("byLink");
+        QTest::addColumn<bool>("agrees");
+        QTest::addColumn<QString>("question");
+        const QString closes = u"The following file is open:\n\n%1\n\n"
+                               "Are you sure that you want to close it and to overwrite it?"_s;
+        const QString discards = u"The following file is open and has unsaved changes:\n\n%1\n\n"
+                                 "Are you sure that you want to discard them and to overwrite the file?"_s;
+        QTest::newRow("unmodified, yes") << false << false << true << closes;
+        QTest::newRow("unmodified, no") << false << false << false << closes;
+        QTest::newRow("modified, yes") << true << false << true << discards;
+        QTest::newRow("modified, no") << true << false << false << discards;
+        QTest::newRow("by a symbolic link") << true << true << true << discards;
+    }
+    void saveAsOnAnOpenFileAsksAndClosesIt()
+    {
+        QFETCH(const bool, modified);
+        QFETCH(const bool, byLink);
+        QFETCH(const bool, agrees);
+        QFETCH(const QString, question);
+        const WindowFixture f;
+        f.open(u"a.c"_s, "a");
+        if (modified)
+            f.type(u"unsaved "_s);
+        f.open(u"b.c"_s, "b");
+        QVERIFY(QFile::link(f.path(u"a.c"_s), f.path(u"link.c"_s)));
+        const QString path = f.path(byLink ? u"link.c"_s : u"a.c"_s);
+        f.answers->choose({path});
+        f.answers->press(QMessageBox::Yes); // the file dialog asks whether to overwrite
+        f.answers->press(agrees ? QMessageBox::Ok : QMessageBox::Cancel);
+        f.window->fileSaveAs();
+        QCOMPARE(f.answers->said.last(), question.arg(path));
+        QCOMPARE(f.answers->lastBox(), AskOkCancel);
+        QCOMPARE(f.read(u"a.c"_s), QByteArray(agrees ? "b" : "a"));
+        const QString other = modified ? u"a.c *"_s : u"a.c"_s;
+        const QStringList kept{other, u"b.c"_s};
+        QCOMPARE(f.openFiles(), agrees ? QStringList(QFileInfo(path).fileName()) : kept);
+    }
+
+    void saveAsOnTheDocumentsOwnFileAsksNothingMore()
+    {
+        const WindowFixture f;
+        f.open(u"a.c"_s, "a");
+        f.type(u"new "_s);
+        f.answers->choose({f.path(u"a.c"_s)});
+        f.answers->press(QMessageBox::Yes);
+        f.window->fileSaveAs();
+        QCOMPARE(f.answers->said.size(), 2);
+        QCOMPARE(f.read(u"a.c"_s), QByteArray("new a"));
+    }
+
     void aCancelledSaveAsChangesNothing()
     {
         const WindowFixture f;
@@ -439,6 +493,18 @@ private Q_SLOTS:
                                                "e")});
         f.window->editInsertFile();
         QCOMPARE(f.text(), u"Gr\u00fc\u00dfe"_s);
+    }
+
+    void pipeIsNotInserted()
+    {
+        const WindowFixture f;
+        f.open(u"a.c"_s, "old");
+        QCOMPARE(::mkfifo(QFile::encodeName(f.path(u"pipe"_s)).constData(), 0600), 0);
+        f.answers->choose({f.path(u"pipe"_s)});
+        f.answers->press(QMessageBox::Ok);
+        f.window->editInsertFile();
+        QCOMPARE(f.answers->said.value(1), u"Could not open file:/n/n"_s + f.path(u"pipe"_s));
+        QCOMPARE(f.text(), u"old"_s);
     }
 
     void failedInsertShowsAMessageWithSlashesForLineBreaks()

@@ -159,14 +159,14 @@ private Q_SLOTS:
 
     void cleanup() { m_window.reset(); }
 
-    void windowHasEightyEightCommandSlots()
+    void everyCommandHasItsSlot()
     {
         QByteArrayList expected;
         for (const QByteArray &name : plainCommands())
             expected.append(name + "()");
         for (const QByteArray &name : toggleCommands())
             expected.append(name + "(bool)");
-        QCOMPARE(expected.size(), 88);
+        QCOMPARE(expected.size(), 88 + 1); // the given ones and our own
         const QByteArrayList others{
             "openFile(QString)",      "lookupSource(QString,int)",      "runPyFile(QString)",
             "openHelp(QString)",      "fileSelected(QString)",          "displayFileProperties(ProjectFile*)",
@@ -208,7 +208,7 @@ private Q_SLOTS:
         int bound = 0;
         for (const QAction *action : m_window->actions())
             bound += others.contains(action->objectName()) ? 0 : 1;
-        QCOMPARE(bound, 88);
+        QCOMPARE(bound, 88 + 1);
     }
 
     void everyCommandIsHarmlessWithNothingOpenHostile()

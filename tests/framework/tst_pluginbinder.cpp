@@ -499,6 +499,15 @@ private Q_SLOTS:
         QCOMPARE(docks[1]->windowTitle(), u"LEDs"_s);
     }
 
+    void nullAmongTheWidgetsIsSkipped()
+    {
+        executionScript(u"sim"_s, {IDockExtension::Iid}).widgets = [] {
+            return QList<QWidget *>{nullptr, widget(u"Trace"_s), nullptr};
+        };
+        m_binder->bindProjectPlugins(addProject(u"fw"_s, {}, u"sim"_s));
+        QCOMPARE(dockNames(), u"pluginTrace"_s);
+    }
+
     void withSeveralProjectsTheirCaptionsNameTheProject()
     {
         for (const QString &label : {u"sim"_s, u"probe"_s}) {

@@ -350,6 +350,7 @@ private Q_SLOTS:
         f.writeProject(u"fw/fw.vnp"_s, {u"boot.py"_s}, Script);
         f.writeProject(u"plain/plain.vnp"_s, {u"../fw/other.py"_s});
         f.writeProject(u"lib/lib.vnp"_s, {u"tools/init.py"_s, u"main.c"_s}, Script);
+        f.window->runScriptsUnasked();
         QVERIFY(f.window->openWorkspace(
             f.writeWorkspace(u"all.vnw"_s, {u"fw/fw.vnp"_s, u"plain/plain.vnp"_s, u"lib/lib.vnp"_s}), false));
         QCOMPARE(f.read(u"log"_s), QByteArray("boot init "));
@@ -359,6 +360,7 @@ private Q_SLOTS:
     void exceptionInAStartFileDoesNotStopTheOpening()
     {
         const WindowFixture f;
+        f.window->runScriptsUnasked();
         f.write(u"boot.py"_s, "raise ValueError\n");
         f.writeProject(u"fw.vnp"_s, {u"boot.py"_s}, Script);
         QVERIFY(f.window->openWorkspace(f.writeWorkspace(u"all.vnw"_s, {u"fw.vnp"_s}), false));
@@ -370,6 +372,7 @@ private Q_SLOTS:
         const WindowFixture f;
         BareCommands bare;
         bare.populating = QStringList(u"lib"_s);
+        bare.commands.runScriptsUnasked();
         f.writeProject(u"fw/fw.vnp"_s);
         f.writeProject(u"lib/lib.vnp"_s, {u"boot.py"_s}, Script);
         QVERIFY(bare.commands.openWorkspace(f.writeWorkspace(u"all.vnw"_s, {u"fw/fw.vnp"_s, u"lib/lib.vnp"_s}), false));
@@ -465,7 +468,7 @@ private Q_SLOTS:
         const WindowFixture f;
         QVERIFY(!f.window->openProject(f.path(u"gone/fw.vnp"_s), true));
         QVERIFY(!f.window->projectWorkspace());
-        QCOMPARE(f.status(), u"The workspace %1 could not be opened."_s.arg(f.path(u"gone/fw.vnw"_s)));
+        QCOMPARE(f.status(), u"The project %1 could not be opened."_s.arg(f.path(u"gone/fw.vnp"_s)));
     }
 
     // The open command

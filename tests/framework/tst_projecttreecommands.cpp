@@ -35,6 +35,15 @@ private:
         return data ? data->data(u"application/x-tarnprojectitems"_s) : QByteArray();
     }
 
+    /// A new folder "inner", which is listed below @p parent and in the root of the project "lib", where it has a row.
+    std::unique_ptr<ProjectFolder> folderInBothProjects(ProjectFolder *parent)
+    {
+        auto inner = std::make_unique<ProjectFolder>(u"inner"_s);
+        parent->addFolder(inner.get(), false);
+        m_lib->addFolder(inner.get(), false);
+        return inner;
+    }
+
     static QByteArray address(const void *object) { return "0x" + QByteArray::number(quintptr(object), 16) + '\n'; }
 
     static QMenu *menuUp() { return qobject_cast<QMenu *>(QApplication::activePopupWidget()); }
@@ -547,9 +556,9 @@ private Q_SLOTS:
         QTest::addColumn<QString>("fw");
         QTest::addColumn<QString>("lib");
         QTest::newRow("into a project") << u" - lib"_s << u"src/ \n  main.c\n  adc.c\nboot.py\n"_s
-                                        << u"doc/ \nmath/ \n  fixed/ \n    q15.c\n  sin.c\nlink.ld\n"_s;
+                                        << u"doc/ \nmath/ \n  fixed/ \n    q15.c\n  sin.c\n../fw/link.ld\n"_s;
         QTest::newRow("into a folder") << u"math"_s << u"src/ \n  main.c\n  adc.c\nboot.py\n"_s
-                                       << u"math/ \n  doc/ \n  fixed/ \n    q15.c\n  sin.c\n  link.ld\n"_s;
+                                       << u"math/ \n  doc/ \n  fixed/ \n    q15.c\n  sin.c\n  ../fw/link.ld\n"_s;
         QTest::newRow("back") << u" - fw"_s << u"doc/ \nsrc/ \n  main.c\n  adc.c\nboot.py\nlink.ld\n"_s
                               << u"math/ \n  fixed/ \n    q15.c\n  sin.c\n"_s;
     }
@@ -606,6 +615,52 @@ private Q_SLOTS:
         QVERIFY(m_signals.contains(u"no paste"_s));
         m_tree->paste();
         QCOMPARE(folderIn(m_fw->folders(), u"src"_s)->files().size(), 2);
+    }
+
+    void pastedFilesNameTheSameFiles()
+    {
+        ProjectFile *link = fileIn(m_fw->rootFiles(), u"link.ld"_s);
+        ProjectFile *adc = fileIn(folderIn(m_fw->folders(), u"src"_s)->files(), u"adc.c"_s);
+        select(*m_tree, {u"src"_s, u"link.ld"_s});
+        m_tree->cut();
+        m_workspace->removeProject(m_fw); // the paths are relative to a project that is gone
+        select(*m_tree, {u" - lib"_s});
+        m_tree->paste();
+        QCOMPARE(link->path(), u"../fw/link.ld"_s);
+        QCOMPARE(adc->path(), u"../fw/adc.c"_s);
+    }
+
+    void cutFolderIsNotPastedIntoItsOwnSubfolder()
+    {
+        ProjectFolder *src = folderIn(m_fw->folders(), u"src"_s);
+        const std::unique_ptr<ProjectFolder> inner = folderInBothProjects(src);
+        select(*m_tree, {u"src"_s});
+        m_tree->cut();
+        m_signals.clear();
+        select(*m_tree, {u"inner"_s});
+        QVERIFY(m_signals.contains(u"no paste"_s));
+        QVERIFY(!m_signals.contains(u"paste"_s));
+        m_tree->paste();
+        QVERIFY(!clipboardText().isEmpty());
+        select(*m_tree, {u" - fw"_s});
+        m_tree->paste();
+        QCOMPARE(treeOf(*m_fw), u"src/ \n  inner/ \n  main.c\n  adc.c\ndoc/ \nlink.ld\nboot.py\n"_s);
+        src->removeFolder(inner.get());
+        m_lib->removeFolder(inner.get());
+    }
+
+    void cutFolderThatIsDeletedInAnotherProjectIsNotPasted()
+    {
+        ProjectFolder *src = folderIn(m_fw->folders(), u"src"_s);
+        std::unique_ptr<ProjectFolder> inner = folderInBothProjects(src);
+        select(*m_tree, {u"inner"_s, u"link.ld"_s});
+        m_tree->cut();
+        expectAssert(u"m_folderItems[folder]"_s); // its only row is gone
+        src->removeFolder(inner.get());
+        inner.reset();
+        select(*m_tree, {u" - lib"_s});
+        m_tree->paste();
+        QCOMPARE(treeOf(*m_lib), u"math/ \n  fixed/ \n    q15.c\n  sin.c\n../fw/link.ld\n"_s);
     }
 
     void fileCutWithItsFolderIsRemovedFromIt()

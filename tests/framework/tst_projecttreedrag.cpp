@@ -219,10 +219,10 @@ private Q_SLOTS:
                                  << u"src/ \n  doc/ \n  main.c\n  adc.c\n  boot.py\n  link.ld\n"_s << lib;
         QTest::newRow("root file to another project")
             << QStringList{u"boot.py"_s} << u" - lib"_s << u"src/ \n  main.c\n  adc.c\ndoc/ \nlink.ld\n"_s
-            << lib + u"boot.py\n"_s;
+            << lib + u"../fw/boot.py\n"_s;
         QTest::newRow("root file to a folder of another project")
             << QStringList{u"boot.py"_s} << u"fixed"_s << u"src/ \n  main.c\n  adc.c\ndoc/ \nlink.ld\n"_s
-            << u"math/ \n  fixed/ \n    q15.c\n    boot.py\n  sin.c\n"_s;
+            << u"math/ \n  fixed/ \n    q15.c\n    ../fw/boot.py\n  sin.c\n"_s;
         QTest::newRow("top-level folder to another project is appended")
             << QStringList{u"doc"_s} << u" - lib"_s << u"src/ \n  main.c\n  adc.c\nlink.ld\nboot.py\n"_s
             << u"math/ \n  fixed/ \n    q15.c\n  sin.c\ndoc/ \n"_s;
@@ -286,7 +286,79 @@ private Q_SLOTS:
                                  "          adc.c\n"
                                  "          q15.c\n"
                                  "        sin.c\n"_s);
-        QCOMPARE(selected(*m_tree), QStringList{u"fixed"_s});
+        QCOMPARE(selected(*m_tree), (QStringList{u"doc"_s, u"adc.c"_s}));
+    }
+
+    void droppedItemsAreSelected()
+    {
+        open(*m_tree, {u"src"_s});
+        select(*m_tree, {u"adc.c"_s, u"boot.py"_s, u"src"_s});
+        drag([&] {
+            enter(payload());
+            moveTo(u"doc"_s);
+            dropOn(u"doc"_s);
+        });
+        QCOMPARE(selected(*m_tree), (QStringList{u"src"_s, u"adc.c"_s, u"boot.py"_s}));
+        QCOMPARE(m_tree->selectedItem()->parent()->text(0), u"doc"_s);
+    }
+
+    void droppedFilesNameTheSameFiles_data()
+    {
+        QTest::addColumn<QString>("path");
+        QTest::addColumn<QString>("moved");
+        QTest::newRow("in the directory") << u"a.c"_s << u"../fw/a.c"_s;
+        QTest::newRow("below it") << u"src/a.c"_s << u"../fw/src/a.c"_s;
+        QTest::newRow("above it") << u"../common/a.c"_s << u"../common/a.c"_s;
+        QTest::newRow("in the other directory") << u"../lib/a.c"_s << u"a.c"_s;
+        QTest::newRow("absolute") << u"/work/lib/a.c"_s << u"a.c"_s;
+        QTest::newRow("absolute with nothing in common") << u"c:/a.c"_s << u"../fw/c:/a.c"_s;
+    }
+    void droppedFilesNameTheSameFiles()
+    {
+        QFETCH(const QString, path);
+        QFETCH(const QString, moved);
+        auto *file = new ProjectFile(u"a.c"_s, path);
+        auto *inFolder = new ProjectFile(u"b.c"_s, QString(path).replace(u"a.c"_s, u"b.c"_s));
+        const QString meant = m_fw->absolutePath(path);
+        ProjectFolder *doc = folderIn(m_fw->folders(), u"doc"_s);
+        m_fw->addFile(file);
+        doc->addFolder(new ProjectFolder(u"inner"_s), false);
+        doc->folders().constFirst()->addFile(inFolder);
+        select(*m_tree, {u"a.c"_s, u"doc"_s});
+        drag([&] {
+            enter(payload());
+            moveTo(u" - lib"_s);
+            dropOn(u" - lib"_s);
+        });
+        QCOMPARE(file->path(), moved);
+        QCOMPARE(inFolder->path(), QString(moved).replace(u"a.c"_s, u"b.c"_s));
+        QCOMPARE(m_lib->absolutePath(file->path()), meant);
+    }
+
+    void fileListedInBothProjectsGetsAnAbsolutePath()
+    {
+        open(*m_tree, {u"src"_s});
+        ProjectFile *adc = fileIn(folderIn(m_fw->folders(), u"src"_s)->files(), u"adc.c"_s);
+        select(*m_tree, {u"adc.c"_s});
+        drag([&] {
+            enter(payload());
+            moveTo(u" - lib"_s);
+            expectAssert(u"m_files.find(file) >= 0"_s);
+            dropOn(u" - lib"_s);
+        });
+        QCOMPARE(adc->path(), u"/work/fw/adc.c"_s);
+    }
+
+    void moveWithinAProjectKeepsThePath()
+    {
+        ProjectFile *boot = fileIn(m_fw->rootFiles(), u"boot.py"_s);
+        select(*m_tree, {u"boot.py"_s});
+        drag([&] {
+            enter(payload());
+            moveTo(u"doc"_s);
+            dropOn(u"doc"_s);
+        });
+        QCOMPARE(boot->path(), u"boot.py"_s);
     }
 
     void innerItemDroppedOnAnotherProjectIsListedInBoth_data()
@@ -295,7 +367,7 @@ private Q_SLOTS:
         QTest::addColumn<QString>("expression");
         QTest::addColumn<QString>("lib");
         QTest::newRow("file") << u"adc.c"_s << u"m_files.find(file) >= 0"_s
-                              << u"math/ \n  fixed/ \n    q15.c\n  sin.c\nadc.c\n"_s;
+                              << u"math/ \n  fixed/ \n    q15.c\n  sin.c\n/work/fw/adc.c\n"_s;
         QTest::newRow("folder") << u"inner"_s << u"m_folders.find(folder) >= 0"_s
                                 << u"math/ \n  fixed/ \n    q15.c\n  sin.c\ninner/ \n"_s;
     }
@@ -306,7 +378,8 @@ private Q_SLOTS:
         QFETCH(QString, expression);
         QFETCH(QString, lib);
         folderIn(m_fw->folders(), u"src"_s)->addFolder(new ProjectFolder(u"inner"_s), false);
-        const QString fw = treeOf(*m_fw);
+        QString fw = treeOf(*m_fw);
+        fw.replace(u"  adc.c"_s, item == u"adc.c"_s ? u"  /work/fw/adc.c"_s : u"  adc.c"_s); // valid in both projects
         open(*m_tree, {u"src"_s});
         select(*m_tree, {item});
         drag([&] {

@@ -240,6 +240,14 @@ private Q_SLOTS:
         QCOMPARE(Driver(*m_fixture).ask("GETCLASS edit\n"), "OK QLineEdit\r\n");
     }
 
+    void descendantsOfAnEarlierChildPrecedeALaterChild()
+    {
+        auto *button = new QPushButton(new QWidget(new QWidget(&m_fixture->window)));
+        button->setObjectName(u"twice"_s);
+        (new QLineEdit(&m_fixture->window))->setObjectName(u"twice"_s);
+        QCOMPARE(Driver(*m_fixture).ask("GETCLASS twice\n"), "OK QPushButton\r\n");
+    }
+
     void visibleObjectOfANamePrecedesHiddenOnes()
     {
         auto *edit = m_fixture->window.findChild<QLineEdit *>(u"edit"_s);

@@ -9,6 +9,8 @@
 #include <QAction>
 #include <QListWidget>
 #include <QMenu>
+#include <QProgressDialog>
+#include <QPushButton>
 #include <QRadioButton>
 #include <QTreeWidget>
 
@@ -114,6 +116,13 @@ struct TemplateFixture : WindowFixture
         return paths;
     }
 };
+
+/// Makes a file without blocks on the disk, which takes a while to copy.
+void makeLarge(const QString &path)
+{
+    QFile file(path);
+    QVERIFY(file.open(QIODevice::WriteOnly) && file.resize(400'000'000));
+}
 
 QString overwrite(const QString &file)
 {
@@ -361,6 +370,19 @@ private Q_SLOTS:
 
     // Projects from scripts
 
+    void windowDeletedWhileATemplateIsCopiedEndsTheCopy()
+    {
+        TemplateFixture f;
+        f.addTemplate(u"plain"_s, {}, {{u"a.c"_s, "a"}});
+        makeLarge(f.templatePath(u"plain/large.bin"_s));
+        f.answer(u"plain"_s, u"fw"_s, [&](NewProjectDialog *dialog) {
+            connect(dialog, &QDialog::accepted, qApp, [&] { QTimer::singleShot(0, qApp, [&] { f.window.reset(); }); });
+        });
+        f.window->projectNew();
+        QVERIFY(!f.window);
+        QCOMPARE(QDir(f.path(u"home/fw"_s)).entryList(QDir::Files), QStringList(u"a.c"_s));
+    }
+
     void scriptCanReturnAProject()
     {
         const TemplateFixture f;
@@ -432,6 +454,54 @@ private Q_SLOTS:
         QCOMPARE(f.answers->said, QStringList(message.replace(u"@"_s, f.path(u"home/fw"_s))));
         QCOMPARE(f.answers->lastBox(), u"warning Varnel [Ok]"_s);
         QCOMPARE(f.openWorkspaceFile(), u"none"_s);
+    }
+
+    void scriptThatRunsForEverCanBeCancelled()
+    {
+        const TemplateFixture f;
+        f.addScript("def createProject(name, template, path):\n    while True: pass");
+        f.answer(u"script"_s, u"fw"_s);
+        QString shown;
+        f.answers->meet([&](QDialog *dialog) {
+            auto *progress = qobject_cast<QProgressDialog *>(dialog);
+            QVERIFY(progress);
+            shown = progress->labelText();
+            QTest::mouseClick(progress->findChild<QPushButton *>(), Qt::LeftButton);
+        });
+        f.answers->press(QMessageBox::Ok);
+        f.window->projectNew();
+        QCOMPARE(shown, u"The template 'script' creates the project..."_s);
+        QCOMPARE(f.answers->said, QStringList(u"Error in createProject Python function."_s + ReadDetails));
+        QVERIFY(!f.window->findChild<QProgressDialog *>());
+    }
+
+    void workspaceClosedWhileTheScriptRunsIsReplaced()
+    {
+        const TemplateFixture f;
+        f.addScript("import time\ndef createProject(name, template, path):\n    end = time.monotonic() + 0.3\n"
+                    "    while time.monotonic() < end: pass\n"
+                    "    open(path + '/a.vnp', 'w').write('<project/>'); return path + '/a.vnp'");
+        f.openOther();
+        f.answer(u"script"_s, u"fw"_s, [&](NewProjectDialog *dialog) {
+            TemplateFixture::add(dialog);
+            connect(dialog, &QDialog::accepted, f.window.get(),
+                    [&] { QTimer::singleShot(0, f.window.get(), [&] { f.window->closeWorkspace(); }); });
+        });
+        f.window->projectNew();
+        QCOMPARE(f.openWorkspaceFile(), f.path(u"home/fw/fw.vnw"_s));
+        QCOMPARE(f.projects(), QStringList(u"a"_s));
+    }
+
+    void windowDeletedWhileTheScriptRunsInterruptsIt()
+    {
+        TemplateFixture f;
+        f.addScript("def createProject(name, template, path):\n    while True: pass");
+        f.answer(u"script"_s, u"fw"_s, [&](NewProjectDialog *dialog) {
+            connect(dialog, &QDialog::accepted, qApp, [&] { QTimer::singleShot(0, qApp, [&] { f.window.reset(); }); });
+        });
+        f.window->projectNew();
+        QVERIFY(!f.window);
+        QVERIFY(f.answers->said.isEmpty());
     }
 
     void scriptTemplateWithoutModuleIsReported()
@@ -611,6 +681,31 @@ private Q_SLOTS:
         f.write(u"t/project.vnp"_s, text.toUtf8());
         QVERIFY(copy.load(f.path(u"t/project.vnp"_s)));
         QCOMPARE(copy.files({}, nullptr).size(), 3);
+    }
+
+    void windowDeletedWhileATemplateIsSavedLeavesNoTemplate()
+    {
+        TemplateFixture f;
+        f.create(u"plain"_s);
+        makeLarge(f.path(u"home/fw/large.bin"_s));
+        f.answers->meet([&](QDialog *dialog) {
+            static_cast<QInputDialog *>(dialog)->setTextValue(u"mine"_s);
+            dialog->accept();
+            QTimer::singleShot(0, qApp, [&] {
+                f.discard();
+                f.window.reset();
+            });
+        });
+        const QString saved = f.installation.path(u"mytemplates/mine"_s);
+        auto *tree = f.window->findChild<QTreeWidget *>(u"ProjectTree"_s);
+        tree->setCurrentItem(tree->topLevelItem(0)->child(0));
+        const QList<QAction *> actions = f.window->findChild<QMenu *>(u"projectContextMenu"_s)->actions();
+        const auto save = std::find_if(actions.begin(), actions.end(),
+                                       [](const QAction *action) { return action->text() == u"Save as &Template..."; });
+        QVERIFY(save != actions.end());
+        (*save)->trigger();
+        QVERIFY(!f.window);
+        QVERIFY(!QFileInfo::exists(saved));
     }
 
     void existingTemplateIsReplacedOnRequest()

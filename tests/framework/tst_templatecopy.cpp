@@ -1,9 +1,11 @@
 #include "ordinaryuser.h"
 #include "templatecopy.h"
+#include <csignal>
 #include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
 #include <QTest>
+#include <sys/resource.h>
 
 using namespace Qt::StringLiterals;
 using enum OverwriteAnswer;
@@ -174,6 +176,59 @@ private Q_SLOTS:
         const CopyResult result = copy(u"fw"_s, {Yes});
         QCOMPARE(result.outcome, CopyOutcome::CannotWrite);
         QCOMPARE(result.file, path(u"p/main.c"_s));
+    }
+
+    void incompleteFileIsRemovedAndEarlierOnesStay()
+    {
+        write(u"t/a.c"_s, "a");
+        write(u"t/large.bin"_s, QByteArray(2'000'000, 'x'));
+        rlimit before{};
+        getrlimit(RLIMIT_FSIZE, &before);
+        const rlimit limit{1'000'000, before.rlim_max};
+        signal(SIGXFSZ, SIG_IGN);
+        setrlimit(RLIMIT_FSIZE, &limit);
+        const CopyResult result = copy();
+        setrlimit(RLIMIT_FSIZE, &before);
+        QCOMPARE(result.outcome, CopyOutcome::CannotWrite);
+        QCOMPARE(result.file, path(u"p/large.bin"_s));
+        QCOMPARE(filesIn(u"p"_s), u"a.c"_s);
+    }
+
+    void executableFileStaysExecutableAndWritable()
+    {
+        QFile::setPermissions(path(u"t/main.c"_s), QFile::ReadOwner | QFile::ExeOwner);
+        QCOMPARE(copy().outcome, CopyOutcome::Done);
+        const QFileInfo copied(path(u"p/main.c"_s));
+        QVERIFY(copied.isExecutable() && copied.isWritable());
+        QVERIFY(!QFileInfo(path(u"p/fw.vnp"_s)).isExecutable());
+    }
+
+    void progressRisesToTheEnd()
+    {
+        write(u"t/large.bin"_s, QByteArray(2'000'000, 'x'));
+        QList<int> steps;
+        const CopyResult result = copyTemplate(
+            {u"fw"_s, path(u"t"_s), path(u"p"_s)}, [](const QString &) { return Cancel; },
+            [&](int percent) {
+                steps.append(percent);
+                return true;
+            });
+        QCOMPARE(result.outcome, CopyOutcome::Done);
+        QVERIFY(steps.size() > 5);
+        QVERIFY(std::is_sorted(steps.begin(), steps.end()));
+        QVERIFY(steps.first() < 50);
+        QCOMPARE(steps.last(), 100);
+    }
+
+    void cancelledCopyLeavesNoIncompleteFile()
+    {
+        write(u"t/a.c"_s, "a");
+        write(u"t/large.bin"_s, QByteArray(2'000'000, 'x'));
+        const CopyResult result = copyTemplate(
+            {u"fw"_s, path(u"t"_s), path(u"p"_s)}, [](const QString &) { return Yes; },
+            [](int percent) { return percent < 50; });
+        QCOMPARE(result.outcome, CopyOutcome::Cancelled);
+        QCOMPARE(filesIn(u"p"_s), u"a.c"_s);
     }
 
     void templateIsNotCopiedOntoItself()

@@ -302,6 +302,13 @@ private Q_SLOTS:
 
     // Unwritable settings
 
+    void addressAboveTwoGigabytesIsNoNegativeLine()
+    {
+        const WindowFixture f;
+        f.window->cursorPositionChanged(int(0x80000118u), 0);
+        QCOMPARE(f.window->findChild<QLabel *>(u"cursorLabel"_s)->text(), u" Ln 2147483929, Col 1"_s);
+    }
+
     void windowClosesIfTheSettingsCannotBeWritten()
     {
         WindowFixture f;

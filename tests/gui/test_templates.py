@@ -60,6 +60,8 @@ class TemplateTest(ProgramTest):
         project = self.create(0, 0)
         self.build()
         self.assertTrue((project / "build/Debug/demo project.elf").exists())
+        self.debug(project / "main.c", "uart_text(text);")
+        self.stop()
 
     def test_cortexm_firmware(self):
         project = self.create(0, 1)

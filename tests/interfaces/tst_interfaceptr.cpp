@@ -22,6 +22,12 @@ private:
     int *const m_destroyed;
 };
 
+class ThrowingBuild : public Build
+{
+public:
+    QRESULT queryInterface(const QUuid &, QUnknownInterface **) override { throw 1; }
+};
+
 unsigned long references(QUnknownInterface *object)
 {
     object->addRef();
@@ -45,6 +51,14 @@ private Q_SLOTS:
             QCOMPARE(destroyed, 0);
         }
         QCOMPARE(destroyed, 1);
+    }
+
+    void exceptionInAQueryCountsAsNotOffered()
+    {
+        const InterfacePtr<Build> object(new ThrowingBuild);
+        QTest::ignoreMessage(QtWarningMsg, "QUnknownInterface::queryInterface: an exception has left the plug-in");
+        QVERIFY(!queryInterface<IDebugBuild>(object.get()));
+        QCOMPARE(references(object.get()), 1ul);
     }
 
     void queryOfAnOfferedInterfaceAddsAReference()

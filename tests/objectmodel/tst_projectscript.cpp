@@ -127,6 +127,43 @@ private Q_SLOTS:
         QCOMPARE(run("def createProject(*given): return 'second'").path, u"second"_s);
     }
 
+    void scriptThatRunsForEverIsInterrupted_data()
+    {
+        QTest::addColumn<QByteArray>("script");
+        QTest::addColumn<ProjectScriptResult::Outcome>("outcome");
+        using enum ProjectScriptResult::Outcome;
+        const QByteArray head = "def createProject(name, template, path):\n ";
+        QTest::newRow("function") << head + "while True: pass" << Failed;
+        QTest::newRow("module") << QByteArray("while True: pass") << NoModule;
+        QTest::newRow("ignores the first interrupt")
+            << head + "try:\n  while True: pass\n except KeyboardInterrupt:\n  while True: pass" << Failed;
+    }
+
+    void scriptThatRunsForEverIsInterrupted()
+    {
+        QFETCH(QByteArray, script);
+        write(u"builder.py"_s, script);
+        int calls = 0;
+        const ProjectScriptResult result =
+            runProjectScript(u"builder"_s, u"n"_s, m_directory->path(), u"/n"_s, [&] { return ++calls < 3; });
+        QTEST(result.outcome, "outcome");
+        QVERIFY(calls >= 3);
+        QVERIFY2(m_shown.contains(u"KeyboardInterrupt"_s), qPrintable(m_shown));
+    }
+
+    void watchEndsWithTheScript()
+    {
+        write(u"builder.py"_s, "import time\ndef createProject(*given):\n end = time.monotonic() + 0.2\n"
+                               " while time.monotonic() < end: pass\n return 'x'");
+        int calls = 0;
+        const auto count = [&] { return ++calls > 0; };
+        QCOMPARE(runProjectScript(u"builder"_s, u"n"_s, m_directory->path(), u"/n"_s, count).path, u"x"_s);
+        QVERIFY(calls > 0);
+        const int before = calls;
+        QCOMPARE(value("str(sum(x for x in range(2000000)))"), u"1999999000000"_s); // takes longer than the interval
+        QCOMPARE(calls, before);
+    }
+
     void moduleThatWasImportedBeforeIsUsedAndStays()
     {
         PyRun_SimpleString("import types\nsys.modules['builder'] = types.ModuleType('builder')\n"

@@ -234,17 +234,17 @@ private Q_SLOTS:
     {
         // the script processes an event that enters the next line, like a key press
         connect(m_interpreter.get(), &PythonInterpreter::outputLine, m_interpreter.get(), [this](const QString &text) {
-            if (text == u"pump\n"_s)
+            if (text == u"<html>pump</html>"_s) // rich text is shown at once
                 m_interpreter->inputLine(u"print('inner')"_s);
         });
         QCOMPARE(shown({u"import sys"_s}), u">>> "_s);
         m_shown.clear();
         m_interpreter->inputLine(u"for i in range(1):"_s);
-        m_interpreter->inputLine(u"\tprint('<html>')"_s);
+        m_interpreter->inputLine(u"\tprint('<html>pump</html>')"_s);
         m_interpreter->inputLine(u"\tprint('outer')"_s);
         QVERIFY(m_shown.endsWith(u"... "_s));
         m_interpreter->inputLine(QString());
-        QVERIFY2(m_shown.endsWith(u"<html>\nouter\n>>> "_s), qPrintable(m_shown));
+        QVERIFY2(m_shown.endsWith(u"<html>pump</html>inner\n>>> \nouter\n>>> "_s), qPrintable(m_shown));
     }
 
     void nestedBlockContinuesTheCurrentStatement()

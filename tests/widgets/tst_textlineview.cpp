@@ -383,6 +383,17 @@ private Q_SLOTS:
         QVERIFY(!f.has(f.image(), 3, 0, highlight));
     }
 
+    void matchIsPaintedWithoutFocusUntilTheSelectionChanges()
+    {
+        Fixture f;
+        f.view->clearFocus();
+        const QColor highlight = f.view->palette().color(QPalette::Highlight);
+        f.view->showMatch({2, 2}, {2, 4});
+        QVERIFY(f.has(f.image(), 2, 2, highlight));
+        f.view->setSelection({2, 2}, {2, 4});
+        QVERIFY(!f.has(f.image(), 2, 2, highlight));
+    }
+
     void blockSelectionIsPaintedInColumns()
     {
         Fixture f;

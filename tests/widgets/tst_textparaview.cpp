@@ -317,6 +317,22 @@ private Q_SLOTS:
         QCOMPARE(f.view->selectedText(3), u"de "_s);
     }
 
+    void matchIsPaintedWithoutFocusUntilTheSelectionChanges()
+    {
+        const Fixture f;
+        const auto isHighlighted = [&] {
+            const QImage image = f.view->viewport()->grab().toImage();
+            return image.pixelColor(f.at(0, 2)) == f.view->palette().color(QPalette::Highlight)
+                   || image.pixelColor(f.at(0, 2) + QPoint(0, f.view->lineHeight() - 3))
+                          == f.view->palette().color(QPalette::Highlight);
+        };
+        f.view->clearFocus();
+        f.view->showMatch({0, 0, 1}, {0, 0, 6});
+        QVERIFY(isHighlighted());
+        f.view->setSelection({0, 0, 1}, {0, 0, 6});
+        QVERIFY(!isHighlighted());
+    }
+
     void dragBeyondTheEdgeScrolls()
     {
         Fixture f;

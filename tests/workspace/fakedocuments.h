@@ -3,6 +3,7 @@
 #include "documenttemplate.h"
 #include "viewinterfaces.h"
 #include <QEvent>
+#include <stdexcept>
 
 /// A document in memory that records the calls of its functions.
 class FakeDocument : public Document
@@ -27,10 +28,13 @@ public:
     QString title() override { return m_filename.section(QChar::fromLatin1('/'), -1); }
 
     bool saves = true;
+    bool throws = false;
 
 private:
     bool named(const QString &what, const QString &filename)
     {
+        if (throws)
+            throw std::runtime_error("boom");
         m_filename = filename;
         note(what);
         return !filename.contains(QStringLiteral("bad"));
@@ -115,7 +119,8 @@ private:
     bool m_offers;
 };
 
-/// Opens names that end in one of its extensions; an empty list opens every name.
+/// Opens names that end in one of its extensions; an empty list opens every name. The function named in "throwing"
+/// throws an exception.
 class FakeTemplate : public DocumentTemplate
 {
     Q_OBJECT
@@ -126,13 +131,22 @@ public:
 
     bool canOpen(const QString &filename) override
     {
+        throwIn("canOpen");
         return opens
                && (m_extensions.isEmpty()
                    || m_extensions.contains(filename.section(QChar::fromLatin1('.'), -1).toLower()));
     }
-    Document *createDocument() override { return givesDocument ? new FakeDocument(this, m_log) : nullptr; }
+    Document *createDocument() override
+    {
+        throwIn("createDocument");
+        auto *document = givesDocument ? new FakeDocument(this, m_log) : nullptr;
+        if (document && throwing == "open")
+            document->throws = true;
+        return document;
+    }
     View *createView(Document *document) override
     {
+        throwIn("createView");
         return givesView ? new FakeView(document, m_log, offers) : nullptr;
     }
     QString extension() override { return m_extensions.value(0); }
@@ -141,8 +155,15 @@ public:
     bool givesDocument = true;
     bool givesView = true;
     bool offers = true;
+    QByteArray throwing;
 
 protected:
+    void throwIn(const char *function) const
+    {
+        if (throwing == function)
+            throw std::runtime_error("boom");
+    }
+
     QStringList m_extensions;
     QStringList *m_log;
 };

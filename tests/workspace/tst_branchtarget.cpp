@@ -28,8 +28,14 @@ private Q_SLOTS:
         row("callq  401136 <twice>", "401136 0-21");
         row("jmp    0x1139", "1139 0-13");
         row("e8 00 00 00 00  jne 0x1139 <a::b(int, char)>", "1139 16-44");
+        row("call 0x1139 <std::vector<int, std::allocator<int> >::size() const>", "1139 0-66");
         row("jal ra,0x20400194 <f>", "20400194 0-21");
         row("beqz a5,0x2040", "2040 0-14");
+        row("10 f0        brcs .+4       ; 0xb0 <main+24>  ; main+18", "b0 13-44");
+        row("f6 cf        rjmp .-20", "");
+        row("0e 94 48 00  call 0x90 ; 0x90 <twice>", "90 13-37");
+        row("bst r24, 6", "");
+        row("bset 7", "");
         row("bx lr", "");
         row("blx r3", "");
         row("jmp *%rax", "");

@@ -14,6 +14,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QSignalSpy>
+#include <QToolButton>
 
 using namespace Qt::StringLiterals;
 
@@ -57,7 +58,7 @@ public:
             ask();
         if (throws)
             throw std::runtime_error("gone");
-        return index % 4 ? QString() : instructions.value(index, u"nop&nbsp;"_s + contents);
+        return isSilent || index % 4 ? QString() : instructions.value(index, u"nop&nbsp;"_s + contents);
     }
     QStringList sourceLines(int index) override { return sources.value(index); }
 
@@ -82,6 +83,7 @@ public:
     QHash<QString, uint> symbols;
     QSet<QUuid> lacks;
     bool throws = false;
+    bool isSilent = false;
     std::function<void()> whenAsked;
     inline static int destroyed = 0;
 };
@@ -326,6 +328,18 @@ private Q_SLOTS:
         QCOMPARE(f.row(1), u"nop second"_s);
     }
 
+    void missingInstructionsAreReported()
+    {
+        Fixture f;
+        QCOMPARE(f.message(), QString());
+        f.environment->isSilent = true; // as after the end of a session
+        f.document->notifyViews(nullptr, false);
+        QCOMPARE(f.message(), u"No instructions can be read here."_s);
+        f.environment->isSilent = false;
+        f.document->notifyViews(nullptr, false);
+        QCOMPARE(f.message(), QString());
+    }
+
     void offersMarkersAndNavigationOnly()
     {
         const Fixture f;
@@ -499,7 +513,7 @@ private Q_SLOTS:
         QTest::newRow("address without 0x") << u"8300"_s << u"8300"_s << QString();
         QTest::newRow("outside") << u"ram"_s << u"8000"_s << u"0x20000000 is outside the memory that is shown here."_s;
         QTest::newRow("unknown") << u"nothing%1"_s << u"8000"_s << u"There is no symbol or address 'nothing%1'."_s;
-        QTest::newRow("empty") << u" "_s << u"8000"_s << u"There is no symbol or address ''."_s;
+        QTest::newRow("amid an instruction") << u"0x8203"_s << u"8200"_s << QString();
     }
 
     void goesToAddressesAndSymbols()
@@ -513,6 +527,61 @@ private Q_SLOTS:
         QTEST(f.cursor(), "cursor");
         QTEST(f.message(), "message");
         QCOMPARE(f.paras()->hasFocus(), f.message().isEmpty());
+    }
+
+    void emptyFieldGoesNowhere()
+    {
+        const Fixture f;
+        auto *field = f.view->findChild<QLineEdit *>(u"DisassemblyGoTo"_s);
+        field->setFocus();
+        field->setText(u" "_s);
+        QTest::keyClick(field, Qt::Key_Return);
+        QCOMPARE(f.cursor(), u"8000"_s);
+        QCOMPARE(f.message(), QString());
+        QVERIFY(field->hasFocus());
+    }
+
+    void searchOfTheUserShowsTheMatchAndMessages()
+    {
+        const Fixture f;
+        f.view->startFind(u"PUSH"_s, false, true, true);
+        QTRY_COMPARE(f.cursor(), u"8200"_s);
+        QCOMPARE(f.view->selectedText(), u"push"_s);
+        QCOMPARE(f.message(), QString());
+        f.view->startFind(u"00008000"_s, true, true, true);
+        QTRY_COMPARE(f.message(), u"Passed the end of the disassembly"_s);
+        QCOMPARE(f.cursor(), u"8000"_s);
+        f.view->startFind(u"needle"_s, true, true, true);
+        QTRY_COMPARE(f.message(), u"Cannot find the string needle."_s);
+        f.view->startFind({}, true, true, true);
+        QCOMPARE(f.message(), QString());
+    }
+
+    void longSearchIsCancelledByEscapeAndButton()
+    {
+        const Fixture f([](FakeEnvironment &environment) { environment.high = 0xffffffff; });
+        auto *cancel = f.view->findChild<QToolButton *>(u"DisassemblyCancel"_s);
+        QVERIFY(!cancel->isVisible());
+        f.view->startFind(u"needle"_s, true, true, true);
+        QTRY_VERIFY(cancel->isVisible());
+        QTest::keyClick(f.paras(), Qt::Key_Escape);
+        QVERIFY(!cancel->isVisible());
+        f.view->startFind(u"needle"_s, true, true, true);
+        QTRY_VERIFY(cancel->isVisible());
+        QTest::mouseClick(cancel, Qt::LeftButton);
+        QVERIFY(!cancel->isVisible());
+        QCOMPARE(f.message(), QString());
+    }
+
+    void objectsAreNamedAfterTheProcessor()
+    {
+        const Fixture f;
+        QVERIFY(f.view->findChild<TextParaView *>(u"disassembly/fw/lines"_s));
+        QCOMPARE(f.paras()->viewport()->objectName(), u"disassembly/fw/text"_s);
+        QCOMPARE(f.margin()->objectName(), u"disassembly/fw/margin"_s);
+        DisassemblerDocument other(f.document->documentTemplate());
+        QVERIFY(other.open(disassemblyName(f.environment.get(), u"my board.v2"_s)));
+        QCOMPARE(other.objectNames(), u"disassembly/my-board-v2"_s);
     }
 
     void arrowLeadsFromTheCurrentBranch()

@@ -6,6 +6,7 @@
 #include <QRandomGenerator>
 #include <QSignalSpy>
 #include <QTest>
+#include <stdexcept>
 
 using namespace Qt::StringLiterals;
 
@@ -93,6 +94,7 @@ private Q_SLOTS:
     void oneHighlighterServesManyDocuments();
     void highlightingDoesNotModifyTheDocument();
     void undoIsHighlighted();
+    void exceptionLeavesTheRestPlainUntilTheFormatsChange();
     void driverMayBeDeletedBeforeItsDocument();
     void randomEditsGiveTheResultOfACompleteRun_data();
     void randomEditsGiveTheResultOfACompleteRun();
@@ -310,6 +312,36 @@ void tst_HighlightDriver::undoIsHighlighted()
     editor.document->undo();
     editor.finish();
     QCOMPARE(painted(*editor.document), before);
+}
+
+void tst_HighlightDriver::exceptionLeavesTheRestPlainUntilTheFormatsChange()
+{
+    class Throwing : public CppHighlighter
+    {
+    public:
+        using CppHighlighter::CppHighlighter;
+        void process(QTextDocument *document, QTextBlock block, int start, bool invalidate) override
+        {
+            if (block.text() == "bad"_L1)
+                throw std::runtime_error("boom");
+            CppHighlighter::process(document, block, start, invalidate);
+        }
+    };
+    const FormatTable formats = readableFormats();
+    Throwing highlighter(&formats);
+    const auto document = plainDocument(u"int\nbad\nint\nbad"_s);
+    HighlightDriver driver(document.get(), &highlighter);
+    const char *message = "SyntaxHighlighter::process: an exception has left the plug-in (boom)";
+    QTest::ignoreMessage(QtWarningMsg, message); // once for the document
+    driver.ensureProcessed(document->lastBlock());
+    QCOMPARE(painted(document->firstBlock()), u"666"_s);
+    for (int line = 1; line < 4; ++line) {
+        QVERIFY(document->findBlockByNumber(line).layout()->formats().isEmpty());
+        QCOMPARE(document->findBlockByNumber(line).userState(), 0);
+    }
+    QTest::ignoreMessage(QtWarningMsg, message);
+    driver.rehighlight();
+    driver.ensureProcessed(document->lastBlock());
 }
 
 void tst_HighlightDriver::driverMayBeDeletedBeforeItsDocument()

@@ -426,6 +426,23 @@ private Q_SLOTS:
         QCOMPARE(what->text(), u"cat"_s);
     }
 
+    void functionKeyRepeatsTheSearch()
+    {
+        LargeFixture f;
+        f.openAndShow("cat\ncat\ndog cat\n");
+        f.view->startFind({u"cat"_s}, true, false);
+        QTRY_COMPARE(result(f), u"1 of 3"_s);
+        QVERIFY(f.lines()->hasFocus());
+        QTest::keyClick(f.lines(), Qt::Key_F3);
+        QTRY_COMPARE(result(f), u"2 of 3"_s);
+        QTest::keyClick(f.lines(), Qt::Key_F3, Qt::ShiftModifier);
+        QTRY_COMPARE(result(f), u"1 of 3"_s);
+        f.view->startFind({u"cat"_s}, false, false); // from the end
+        QTRY_COMPARE(result(f), u"3 of 3"_s);
+        f.view->startFind({}, true, true);
+        QCOMPARE(result(f), QString());
+    }
+
     void findBarFindsMatchesOverTwoPieces()
     {
         LargeFixture f;
@@ -577,6 +594,18 @@ private Q_SLOTS:
         QCOMPARE(f.document->lineCount(), 700);
         QCOMPARE(f.lines()->contentsY(), 100ll * f.lines()->lineHeight());
         QVERIFY(notice(f).isEmpty());
+    }
+
+    void positionIsReportedAgainWhenTheCursorsLineGetsItsNumber()
+    {
+        LargeFixture f;
+        const QByteArray bytes = QByteArray(200'000, '\n') + (QByteArray(119, 'x') + '\n').repeated(500'000);
+        QVERIFY(f.open(f.write(u"a.log"_s, bytes)));
+        f.show();
+        QSignalSpy positions(f.view.get(), &View::cursorPositionChanged);
+        QTest::keyClick(f.lines(), Qt::Key_End, Qt::ControlModifier);
+        QTRY_VERIFY(f.document->isIndexed());
+        QCOMPARE(positions.last(), (QVariantList{699'999, 119}));
     }
 
     void pictureStaysWhenLinesGetTheirNumbers()

@@ -4,6 +4,7 @@
 #include "tabbedviewmanager.h"
 #include "workspace.h"
 #include <QProcess>
+#include <sys/stat.h>
 
 using namespace Qt::StringLiterals;
 
@@ -137,6 +138,30 @@ private Q_SLOTS:
         QCOMPARE(rescued(f.state), QString());  // its owner is running
         QVERIFY(f.document->save());
         QCOMPARE(files(f.state), QStringList());
+    }
+
+    void copyHasTheCharactersThatTheKernelReserves()
+    {
+        const Fixture f;
+        QVERIFY(f.document->saveAs(f.path(u"a.c"_s)));
+        f.document->recover(u"a\u2029b\n\uFDD0"_s);
+        f.swap->flush();
+        const QFileInfoList copies = QDir(f.state).entryInfoList({u"*.swap"_s});
+        QCOMPARE(copies.size(), 1);
+        QCOMPARE(recoverText({copies.first().filePath(), {}, {}}), u"a\u2029b\n\uFDD0"_s);
+    }
+
+    void onlyTheUserMayReadTheCopy()
+    {
+        const Fixture f;
+        QVERIFY(f.document->saveAs(f.path(u"a.c"_s)));
+        f.view->insertText(u"x"_s);
+        f.swap->flush();
+        const QFileInfoList copies = QDir(f.state).entryInfoList({u"*.swap"_s});
+        QCOMPARE(copies.size(), 1);
+        struct stat status = {};
+        QCOMPARE(::stat(QFile::encodeName(copies.first().filePath()).constData(), &status), 0);
+        QCOMPARE(status.st_mode & 0777U, 0600U);
     }
 
     void undoRemovesTheCopy()

@@ -6,6 +6,7 @@
 #include <QSettings>
 #include <QSignalSpy>
 #include <sys/resource.h>
+#include <sys/stat.h>
 
 using namespace Qt::StringLiterals;
 
@@ -124,6 +125,10 @@ private Q_SLOTS:
                                        << QByteArray("\xEF\xBB\xBFXa\r\nb");
         QTest::newRow("no-break space") << QByteArray("\xC2\xA0\n") << QByteArray("X\xC2\xA0\n");
         QTest::newRow("invalid bytes") << QByteArray("\xE9\xFF\n") << QByteArray("X\xE9\xFF\n");
+        const QByteArray reserved = "a\xE2\x80\xA9 \xEF\xB7\x90 \xEF\xB7\x91\n";
+        QTest::newRow("U+2029, U+FDD0 and U+FDD1") << reserved << 'X' + reserved;
+        const QByteArray others = reserved + "\xEF\xB7\x92\xEF\xB7\x94";
+        QTest::newRow("and others that could stand for them") << others << 'X' + others;
     }
     void fileIsReadAndWrittenUnchanged()
     {
@@ -186,12 +191,24 @@ private Q_SLOTS:
         QCOMPARE(contents(path), "");
     }
 
-    void otherThanRegularFilesCannotBeOpened()
+    void otherThanReadableRegularFilesCannotBeOpened_data()
     {
+        QTest::addColumn<QString>("path"); // an absolute one replaces the directory
+        QTest::newRow("directory") << u"."_s;
+        QTest::newRow("pipe without a writer") << u"pipe"_s;
+        QTest::newRow("device without an end") << u"/dev/zero"_s;
+        QTest::newRow("file that cannot be read to its end") << u"/proc/self/mem"_s;
+    }
+    void otherThanReadableRegularFilesCannotBeOpened()
+    {
+        QFETCH(QString, path);
         EditorFixture f;
+        path = QDir(f.directory.path()).filePath(path);
+        if (path.endsWith(u"pipe"_s))
+            QCOMPARE(::mkfifo(QFile::encodeName(path).constData(), 0600), 0);
         BoxAnswers answers({QMessageBox::Ok});
-        QVERIFY(!f.document->open(f.directory.path()));
-        QCOMPARE(answers.texts, QStringList{u"The following file could not be opened:\n"_s + f.directory.path()});
+        QVERIFY(!f.document->open(path));
+        QCOMPARE(answers.texts, QStringList{u"The following file could not be opened:\n"_s + path});
         QCOMPARE(answers.captions, QStringList{u"Varnel"_s});
         QCOMPARE(answers.icons, QList{QMessageBox::Warning});
         QCOMPARE(answers.buttons.first(), QList{QMessageBox::Ok});
@@ -482,6 +499,19 @@ private Q_SLOTS:
         f.document->text()->setPlainText(u"other"_s);
         f.view->clearMarkers(0xFFFF); // of lines that were removed
         QCOMPARE(f.markers(), QString());
+    }
+
+    void recoveredTextKeepsReservedCharacters()
+    {
+        EditorFixture f;
+        const QString path = f.path(u"a.c"_s);
+        put(path, "a");
+        QVERIFY(f.document->open(path));
+        f.document->recover(u"b\u2029c\n"_s);
+        QCOMPARE(f.document->text()->blockCount(), 2);
+        QVERIFY(f.document->save());
+        QCOMPARE(contents(path), "b\xE2\x80\xA9"
+                                 "c\n");
     }
 
     void recoveredTextIsAnUnsavedChange()

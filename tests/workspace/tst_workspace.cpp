@@ -131,7 +131,7 @@ private Q_SLOTS:
         f.workspace.addDocument(nullptr);
     }
 
-    void templateWithoutViewFailsAnAssertion()
+    void templateWithoutViewFailsAnAssertionAndOpensNothing()
     {
         QStringList log;
         TabbedViewManager manager;
@@ -141,8 +141,8 @@ private Q_SLOTS:
         workspace.setViewManager(&manager);
         workspace.addTemplate(docTemplate);
         QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"^ASSERT: \"view\" in "_s));
+        const BoxAnswers box({QMessageBox::Ok});
         QVERIFY(!workspace.openDocument(u"/x/a.c"_s, true));
-        delete workspace.documents().first();
         QVERIFY(workspace.documents().isEmpty());
     }
 
@@ -262,6 +262,52 @@ private Q_SLOTS:
         f.document(u"/x/a.c"_s)->saves = true;
         QVERIFY(f.workspace.saveAll(onlyModified));
         QVERIFY(!f.workspace.anyModified());
+    }
+
+    void exceptionInCanOpenCountsAsNo()
+    {
+        Fixture f;
+        f.c->throwing = "canOpen";
+        QTest::ignoreMessage(QtWarningMsg, "DocumentTemplate::canOpen: an exception has left the plug-in (boom)");
+        QVERIFY(f.workspace.openDocument(u"/x/a.c"_s, true));
+        QCOMPARE(f.document(u"/x/a.c"_s)->documentTemplate(), f.any);
+    }
+
+    void exceptionWhileOpeningIsShown_data()
+    {
+        QTest::addColumn<QByteArray>("function");
+        QTest::addColumn<QByteArray>("operation");
+        QTest::newRow("createDocument") << QByteArray("createDocument") << QByteArray("createDocument");
+        QTest::newRow("open") << QByteArray("open") << QByteArray("createDocument");
+        QTest::newRow("createView") << QByteArray("createView") << QByteArray("createView");
+    }
+    void exceptionWhileOpeningIsShown()
+    {
+        QFETCH(const QByteArray, function);
+        QFETCH(const QByteArray, operation);
+        Fixture f;
+        f.c->throwing = function;
+        const BoxAnswers box({QMessageBox::Ok});
+        QTest::ignoreMessage(
+            QtWarningMsg,
+            QByteArray("DocumentTemplate::" + operation + ": an exception has left the plug-in (boom)").constData());
+        if (function == "createView")
+            QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"^ASSERT: \"view\""_s));
+        QVERIFY(!f.workspace.openDocument(u"/x/a.c"_s, true));
+        QCOMPARE(box.texts, QStringList{u"The following file could not be opened:\n/x/a.c"_s});
+        QVERIFY(f.workspace.documents().isEmpty());
+        QVERIFY(f.manager.views().isEmpty());
+    }
+
+    void exceptionInANewViewKeepsTheFirstView()
+    {
+        Fixture f;
+        QVERIFY(f.workspace.openDocument(u"/x/a.c"_s, true));
+        f.c->throwing = "createView";
+        QTest::ignoreMessage(QtWarningMsg, "DocumentTemplate::createView: an exception has left the plug-in (boom)");
+        QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"^ASSERT: \"newView\""_s));
+        f.manager.newView();
+        QCOMPARE(f.titles(), u"a.c"_s);
     }
 
     void documentModifiedIsEmittedOnChangesOnly()

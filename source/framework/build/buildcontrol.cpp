@@ -13,6 +13,7 @@
 #include "outputwindow.h"
 #include "population.h"
 #include "project.h"
+#include "projectsaving.h"
 #include "projectworkspace.h"
 #include "varnelassert.h"
 #include "windowservices.h"
@@ -185,10 +186,8 @@ void BuildControl::buildCompileFile()
 void BuildControl::saveForCompile(Project *project) const
 {
     const QString path = project->absolutePath(m_currentFile);
-    if (project->isModified() && !project->save())
-        showWarning(m_window.dialogParent(), tr("The project '%1' could not be saved.\n\nPlease make sure that the "
-                                                "project file is not read-only.")
-                                                 .arg(project->displayName()));
+    if (project->isModified())
+        saveProject(m_window.dialogParent(), project);
     Document *document = m_window.workspace()->findDocument(path);
     if (document && document->modified())
         document->save();
@@ -231,7 +230,7 @@ void BuildControl::buildBatchBuild()
     m_window.showOutputDock();
     displayBuildPage();
     m_activity.setState(StateBuilding);
-    if (dialog.exec() == QDialog::Rejected)
+    if (dialog.exec() == QDialog::Rejected && alive)
         leaveBuilding();
 }
 

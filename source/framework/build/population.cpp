@@ -52,6 +52,11 @@ bool populateWorkspace(const Activity &activity)
     return offered;
 }
 
+bool hasProjectScripts(const Activity &activity)
+{
+    return std::ranges::any_of(activity.projects(), [](const auto &project) { return !scriptsOf(*project).isEmpty(); });
+}
+
 void runProjectScripts(const Activity &activity, const std::function<void(const QString &path)> &runFile)
 {
     const QPointer<ProjectWorkspace> workspace(activity.workspace()); // scripts may close it

@@ -34,8 +34,10 @@ DebugControl::~DebugControl() = default;
 
 void DebugControl::enterState(ActivityState next)
 {
-    if (next == StateIdle && isDebugState(m_activity.state())) // also if the start failed at a later processor
+    if (next == StateIdle && isDebugState(m_activity.state())) { // also if the start failed at a later processor
         m_nextStatement.clearMarker();
+        m_nextStatement.refreshDisassemblies();
+    }
     if (next == StatePaused)
         updateDebugWindows(AllParts);
 }
@@ -44,8 +46,10 @@ void DebugControl::updateDebugWindows(int parts)
 {
     if (parts & RegisterWindow)
         Q_EMIT updateRegisterWindow();
-    if (parts & DataWindows)
+    if (parts & DataWindows) {
+        m_nextStatement.refreshDisassemblies();
         Q_EMIT updateDataWindows();
+    }
     if (parts & NextStatementPart)
         m_nextStatement.show();
 }

@@ -56,7 +56,8 @@ public Q_SLOTS:
     void programStatusChanged(IExecutionEnvironment::ProgramStatus status, IExecutionEnvironment *environment);
     void statusInfo(const QString &text, int position, IExecutionEnvironment *environment);
     void breakpointsChanged();
-    void fileOpened(); ///< A document came to the front, or was reloaded.
+    void memoryWritten() { m_nextStatement.refreshDisassemblies(); } ///< By the user, in a window.
+    void fileOpened();                                               ///< A document came to the front, or was reloaded.
 
 Q_SIGNALS:
     void updateRegisterWindow(); ///< Registers have changed.

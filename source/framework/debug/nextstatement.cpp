@@ -76,9 +76,33 @@ void NextStatement::viewDisassembly()
     const Activity::Environment environment = m_activity.currentEnvironment();
     if (!queryInterface<IDisassembly>(environment.get()))
         return;
-    m_window.workspace()->openDocument(disassemblyName(environment.get(), m_activity.currentProject()->name()), true);
+    const QString name = disassemblyName(environment.get(), m_activity.currentProject()->name());
+    const bool wasOpen = m_window.workspace()->findDocument(name);
+    m_window.workspace()->openDocument(name, true);
+    if (!wasOpen && m_activity.state() == StatePaused && currentFile() == name)
+        goToInstruction();
     refreshMarker();
     m_breakpoints.refreshMarkers();
+}
+
+/// In the disassembly in front. A plug-in that is asked may close it.
+void NextStatement::goToInstruction()
+{
+    QString file = currentFile();
+    int line = 0;
+    const auto ask = [&](IExecutionEnvironment *target) { return target->currentLocation(file, line); };
+    if (!askLocation(m_activity.currentEnvironment().get(), ask) || !isDisassemblyName(file))
+        return;
+    if (auto *navigation = viewInterface<ITextNavigation>(m_window.viewManager()->currentView()))
+        navigation->gotoLine(line);
+}
+
+void NextStatement::refreshDisassemblies()
+{
+    for (const QPointer<View> &view : m_window.viewManager()->views().guarded()) {
+        if (view && isDisassemblyName(view->document()->filename()))
+            view->update(nullptr, false);
+    }
 }
 
 void NextStatement::showSource()

@@ -16,13 +16,15 @@ public:
     void show();
     /// In the disassembly, goes to the source of the next statement; in other views only updates the markers.
     void showSource();
-    void viewDisassembly();
+    void viewDisassembly();      ///< Opens it where a paused program is, or brings it to the front as it is.
+    void refreshDisassemblies(); ///< Has the open ones read the instructions again.
     void refreshMarker();
     void clearMarker();
     void closeOrphanedDisassemblies(); ///< Those of environments that environmentOfKey() does not find.
 
 private:
     [[nodiscard]] bool goToLocation();
+    void goToInstruction();
     [[nodiscard]] bool openSource(const QString &file);
     [[nodiscard]] QString currentFile() const;
 

@@ -6,6 +6,7 @@
 #include "document.h"
 #include "processorreports.h"
 #include "project.h"
+#include "projectworkspace.h"
 #include "sessionstart.h"
 #include "textview.h"
 #include "varnelassert.h"
@@ -36,9 +37,10 @@ DebugAction RunControl::resolve(DebugEvent event)
 {
     if (m_activity.projects().size() < 2)
         return CurrentProcessor;
+    const QPointer<ProjectWorkspace> workspace(m_activity.workspace()); // another one may be open after the question
     const bool wasDebugging = m_activity.isDebugging();
     const DebugAction action = resolveAction(m_options, event, m_window.dialogParent());
-    return wasDebugging && !m_activity.isDebugging() ? NoProcessor : action;
+    return workspace && (!wasDebugging || m_activity.isDebugging()) ? action : NoProcessor;
 }
 
 /// False if the user cancelled the question, or if the session has ended meanwhile.

@@ -32,13 +32,14 @@ bool SessionStart::start(bool attachOnly)
 
 bool SessionStart::prepare()
 {
-    m_build.clearBuildStopped(); // from an earlier build
+    const QPointer<ProjectWorkspace> workspace(m_activity.workspace()); // another one may be open after a question
+    m_build.clearBuildStopped();                                        // from an earlier build
     m_window.showOutputDock();
-    if (!m_window.fileSaveAll() || !m_activity.currentProject())
+    if (!m_window.fileSaveAll() || !workspace || !m_activity.currentProject())
         return false;
     if (!isUpToDate() && !offerRebuild())
         return false;
-    if (!m_activity.currentProject())
+    if (!workspace || !m_activity.currentProject())
         return false;
     OutputWindow *output = m_window.outputWindow();
     output->removePagesAfter(OutputWindow::FindInFiles);

@@ -9,6 +9,7 @@ BatchBuildDialog::BatchBuildDialog(const Project *project, IBuildEnvironment *bu
                                    const QString &name)
     : QDialog(parent)
     , m_ui(std::make_unique<Ui::BatchBuildDialogBase>())
+    , m_project(project)
     , m_buildEnvironment(shareInterface(buildEnvironment))
 {
     VARNEL_ASSERT(project);
@@ -53,10 +54,11 @@ void BatchBuildDialog::clean()
     start("IBuildEnvironment::clean", [this] { m_buildEnvironment->clean(tickedConfigurations()); });
 }
 
-/// Does not accept the dialog if the build could not be started, because then no end would be reported.
+/// Does not accept the dialog if the build could not be started, because then no end would be reported. The environment
+/// of a project that is gone builds nothing.
 void BatchBuildDialog::start(const char *operation, const std::function<void()> &work)
 {
-    if (m_buildEnvironment && runPlugin(operation, work))
+    if (m_project && m_buildEnvironment && runPlugin(operation, work))
         accept();
     else
         reject();

@@ -3,6 +3,7 @@
 #include <functional>
 #include <memory>
 #include <QDialog>
+#include <QPointer>
 class IBuildEnvironment;
 class Project;
 namespace Ui {
@@ -30,5 +31,6 @@ private:
     void start(const char *operation, const std::function<void()> &work);
 
     const std::unique_ptr<Ui::BatchBuildDialogBase> m_ui;
+    const QPointer<const Project> m_project;
     const InterfacePtr<IBuildEnvironment> m_buildEnvironment;
 };

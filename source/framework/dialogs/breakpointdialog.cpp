@@ -62,7 +62,10 @@ void clearOld(const BreakpointItem *item)
 } // namespace
 
 BreakpointDialog::BreakpointDialog(const Activity &activity, QWidget *parent, const QString &name)
-    : QDialog(parent), m_ui(std::make_unique<Ui::BreakpointDialogBase>()), m_activity(activity)
+    : QDialog(parent)
+    , m_ui(std::make_unique<Ui::BreakpointDialogBase>())
+    , m_activity(activity)
+    , m_workspace(activity.workspace())
 {
     VARNEL_ASSERT_TEXT(activity.workspace(), "workspace");
     m_ui->setupUi(this);
@@ -198,6 +201,8 @@ void BreakpointDialog::accept()
 {
     ListView *list = m_ui->BreakpointList;
     for (ListViewItem *item = list->firstChild(); item != m_last; item = item->itemBelow()) {
+        if (!m_workspace)
+            return reject(); // it was closed during a message; another one may be open
         if (apply(static_cast<BreakpointItem *>(item)))
             continue;
         list->setCurrentItem(item);
@@ -257,8 +262,9 @@ Project *BreakpointDialog::projectFor(const QString &file)
         showInformation(this, tr("Breakpoints cannot be set in file:\n\n'%1'.").arg(file));
     if (projects.size() < 2)
         return projects.value(0);
+    const QPointer<Project> current = m_activity.currentProject();
     showInformation(this, tr("The file you have specified is included in more than one project.\n\n%1\n\nThe "
                              "breakpoint will be set in the currently active project (%2)")
-                              .arg(file, nameOf(m_activity.currentProject())));
-    return m_activity.currentProject();
+                              .arg(file, nameOf(current)));
+    return current;
 }

@@ -8,6 +8,7 @@ class Activity;
 class BreakpointItem;
 class ListViewItem;
 class Project;
+class ProjectWorkspace;
 class ProjectTreeItem;
 struct BreakpointPlace;
 namespace Ui {
@@ -49,6 +50,7 @@ private:
 
     const std::unique_ptr<Ui::BreakpointDialogBase> m_ui;
     const Activity &m_activity;
+    const QPointer<ProjectWorkspace> m_workspace;
     ProjectTreeItem *m_last = nullptr;                      ///< the row for a new breakpoint
     std::vector<std::unique_ptr<BreakpointItem>> m_removed; ///< their breakpoints are still set
 };

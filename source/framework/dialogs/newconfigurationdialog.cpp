@@ -23,13 +23,15 @@ NewConfigurationDialog::~NewConfigurationDialog() = default;
 
 void NewConfigurationDialog::accept()
 {
+    if (!m_properties)
+        return reject();
     const QString name = m_ui->ConfigNameEdit->text();
     if (name.isEmpty())
         return refuse(tr("Please enter a name for the new configuration."));
     if (m_properties->configurations().contains(name))
         return refuse(tr("A configuration with that name already exists."));
     if (const QListWidgetItem *base = m_ui->ConfigListBox->currentItem())
-        copyConfiguration(m_properties, base->text(), name);
+        copyConfiguration(m_properties.get(), base->text(), name);
     else
         m_properties->addConfiguration(name);
     QDialog::accept();

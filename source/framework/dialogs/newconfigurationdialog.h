@@ -1,7 +1,7 @@
 #pragma once
+#include "projectproperties.h"
 #include <memory>
 #include <QDialog>
-class ProjectProperties;
 namespace Ui {
 class NewConfigurationDialogBase;
 }
@@ -21,7 +21,7 @@ private:
     void refuse(const QString &reason);
 
     const std::unique_ptr<Ui::NewConfigurationDialogBase> m_ui;
-    ProjectProperties *m_properties;
+    const ModelPointer<ProjectProperties> m_properties; ///< null when the workspace was closed
 };
 
 /// Adds the configuration @p name with the values of @p base.

@@ -70,6 +70,8 @@ void executeBuildExtension(const Project *project, int index)
 
 void executeDebugExtension(const Activity &activity, int index)
 {
+    if (index < 0)
+        return;
     for (const QPointer<Project> &project : activity.projects()) { // a command may close the workspace
         const auto interface = queryInterface<IExtensionCommands>(project ? project->executionInterface() : nullptr);
         if (!interface)

@@ -161,8 +161,9 @@ void PluginBinder::notifyWorkspaceChanged() const
 void PluginBinder::addPluginDockWindows(IDockExtension *iface, const Project *project)
 {
     m_window.saveDockLayout();
-    const QList<QWidget *> widgets = askPlugin("IDockExtension::widgets", [&] { return iface->widgets(); });
-    for (QWidget *widget : widgets)
+    QList<QWidget *> widgets = askPlugin("IDockExtension::widgets", [&] { return iface->widgets(); });
+    widgets.removeAll(nullptr);
+    for (QWidget *widget : std::as_const(widgets))
         addDockWindow(widget, project);
     if (!widgets.isEmpty())
         m_dockOwners.push_back(shareInterface(iface));

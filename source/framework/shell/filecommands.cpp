@@ -4,6 +4,8 @@
 #include "lastdirectories.h"
 #include "messages.h"
 #include "project.h"
+#include "projectsaving.h"
+#include "projectworkspace.h"
 #include "questions.h"
 #include "textfile.h"
 #include "varnelassert.h"
@@ -11,7 +13,6 @@
 #include "windowservices.h"
 #include "workspace.h"
 #include <QDir>
-#include <QFile>
 #include <QFileInfo>
 
 using namespace Qt::StringLiterals;
@@ -104,11 +105,7 @@ void FileCommands::save()
         return;
     if (document->isNewerOnDisk()) {
         m_changeCheck.noteReported(document);
-        const QString question = tr("A newer version of this file exists on disk:\n\n%1\n\n"
-                                    "Are you sure that you want to overwrite the newer version?");
-        if (showInformation(m_window.dialogParent(), question.arg(document->filename()),
-                            {QMessageBox::Ok, QMessageBox::Cancel})
-            != QMessageBox::Ok)
+        if (!::mayOverwriteNewer(m_window.dialogParent(), document->filename()))
             return;
     }
     if (document)
@@ -123,10 +120,45 @@ void FileCommands::saveAs()
     const QString path = askForSaveFile(
         m_window.dialogParent(), {u"saveFileDialog"_s, tr("Save File"), QFileInfo(document->filename()).absolutePath(),
                                   u"Source Files (*.c *.cpp *.h *.kor);;Python Files (*.py);;All Files (*.*)"_s});
-    if (path.isEmpty() || !document)
+    if (path.isEmpty() || !document || !closeOthersOn(path, document) || !document)
         return;
     document->saveAs(path);
     m_window.directories().remember(u"Files"_s, path);
+}
+
+/// Two documents on one file would overwrite each other's changes. False if the user keeps another one open.
+bool FileCommands::closeOthersOn(const QString &path, const Document *document)
+{
+    const QPointer<Document> other = otherDocumentOn(path, document);
+    if (!other)
+        return true;
+    const QString question = other->modified()
+                                 ? tr("The following file is open and has unsaved changes:\n\n%1\n\n"
+                                      "Are you sure that you want to discard them and to overwrite the file?")
+                                 : tr("The following file is open:\n\n%1\n\n"
+                                      "Are you sure that you want to close it and to overwrite it?");
+    const auto answer = showInformation(m_window.dialogParent(), question.arg(QDir::toNativeSeparators(path)),
+                                        {QMessageBox::Ok, QMessageBox::Cancel});
+    if (answer != QMessageBox::Ok)
+        return false;
+    if (other) {
+        other->setModified(false); // its views would ask
+        m_window.viewManager()->closeDocument(other);
+    }
+    return true;
+}
+
+Document *FileCommands::otherDocumentOn(const QString &path, const Document *document) const
+{
+    const QString canonical = QFileInfo(path).canonicalFilePath();
+    const auto isSame = [&](Document *other) {
+        const QString name = other->filename();
+        return other != document
+               && (name == path || (!canonical.isEmpty() && QFileInfo(name).canonicalFilePath() == canonical));
+    };
+    const QList<Document *> &documents = m_window.workspace()->documents();
+    const auto found = std::ranges::find_if(documents, isSame);
+    return found == documents.end() ? nullptr : *found;
 }
 
 QList<Document *> FileCommands::newerDocuments() const
@@ -147,12 +179,22 @@ bool FileCommands::mayOverwriteNewer()
         m_changeCheck.noteReported(document);
         paths.append(document->filename());
     }
-    const QString question = tr("Newer versions of the following files exists on disk:\n\n%1\n\n"
-                                "Are you sure that you want to overwrite them?");
-    return paths.isEmpty()
-           || showInformation(m_window.dialogParent(), question.arg(paths.join(u'\n')),
-                              {QMessageBox::Ok, QMessageBox::Cancel})
-                  == QMessageBox::Ok;
+    paths += newerProjectFiles();
+    return ::mayOverwriteNewer(m_window.dialogParent(), paths);
+}
+
+/// Those that have changes, which saving all would write.
+QStringList FileCommands::newerProjectFiles() const
+{
+    QStringList paths;
+    for (const QPointer<Project> &project : m_activity.projects()) {
+        if (project && project->isModified() && project->isNewerOnDisk())
+            paths.append(project->fileName());
+    }
+    const ProjectWorkspace *workspace = m_activity.workspace();
+    if (workspace && workspace->isModified() && workspace->isNewerOnDisk())
+        paths.append(workspace->fileName());
+    return paths;
 }
 
 void FileCommands::print()
@@ -169,9 +211,8 @@ void FileCommands::insertFile()
     if (path.isEmpty())
         return;
     m_window.directories().remember(u"Files"_s, path);
-    QFile file(path);
-    if (file.open(QIODevice::ReadOnly))
-        m_window.viewManager()->insertInCurrent(decodeText(file.readAll()).text);
+    if (const std::optional<QByteArray> bytes = readFile(path))
+        m_window.viewManager()->insertInCurrent(decodeText(*bytes).text);
     else
         showWarning(m_window.dialogParent(), tr("Could not open file:/n/n%1").arg(path));
 }

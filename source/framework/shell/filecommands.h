@@ -23,7 +23,8 @@ public:
     void revert();
     void save();
     void saveAs();
-    /// Asks whether to overwrite open files that are newer on disk, if there are any. False if the user refuses.
+    /// Asks whether to overwrite open files, and project files with changes, that are newer on disk, if there are any.
+    /// False if the user refuses.
     [[nodiscard]] bool mayOverwriteNewer();
     void print();
     /// Inserts the contents of a file at the cursor.
@@ -41,6 +42,9 @@ Q_SIGNALS:
 private:
     bool openAndRemember(const QString &path);
     [[nodiscard]] QList<Document *> newerDocuments() const;
+    [[nodiscard]] QStringList newerProjectFiles() const;
+    [[nodiscard]] bool closeOthersOn(const QString &path, const Document *document);
+    [[nodiscard]] Document *otherDocumentOn(const QString &path, const Document *document) const;
 
     const Activity &m_activity;
     WindowServices &m_window;

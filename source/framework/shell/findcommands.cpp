@@ -1,6 +1,9 @@
 #include "findcommands.h"
+#include "bytesearch.h"
+#include "disassemblerview.h"
 #include "finddialog.h"
 #include "findinfilesdialog.h"
+#include "largetextview.h"
 #include "messages.h"
 #include "outputwindow.h"
 #include "replacedialog.h"
@@ -29,7 +32,12 @@ FindCommands::FindCommands(WindowServices &window, QObject *parent)
 
 void FindCommands::find()
 {
-    auto *navigation = viewInterface<ITextNavigation>(m_window.viewManager()->currentView());
+    View *view = m_window.viewManager()->currentView();
+    if (auto *large = qobject_cast<LargeTextView *>(view)) {
+        large->openFindBar();
+        return;
+    }
+    auto *navigation = viewInterface<ITextNavigation>(view);
     if (!navigation)
         return;
     const QString selected = navigation->selectedText();
@@ -40,7 +48,16 @@ void FindCommands::find()
 
 void FindCommands::find(const QString &text, bool caseSensitive, bool wholeWord, bool forward, bool fromCursor)
 {
-    auto *navigation = viewInterface<ITextNavigation>(m_window.viewManager()->currentView());
+    View *view = m_window.viewManager()->currentView();
+    if (auto *large = qobject_cast<LargeTextView *>(view)) {
+        large->startFind({text, caseSensitive, wholeWord}, forward, fromCursor);
+        return;
+    }
+    if (auto *disassembly = qobject_cast<DisassemblerView *>(view)) {
+        disassembly->startFind(text, caseSensitive, forward, fromCursor);
+        return;
+    }
+    auto *navigation = viewInterface<ITextNavigation>(view);
     if (!navigation || navigation->find(text, caseSensitive, wholeWord, forward, fromCursor))
         return;
     if (fromCursor && navigation->find(text, caseSensitive, wholeWord, forward, false)) {

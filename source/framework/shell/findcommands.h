@@ -21,7 +21,8 @@ public:
     void stop();
     void viewActivated(View *view); ///< Sets the view for replacing; may be null.
 
-    /// Searches in the current view. With @p fromCursor it continues once at the start of the text, and the status bar
+    /// Searches in the current view. A large file and a disassembly are searched in the background and show the result
+    /// themselves. With @p fromCursor it continues once at the start of the text, and the status bar
     /// shows this. Shows a message if the text was not found.
     void find(const QString &text, bool caseSensitive, bool wholeWord, bool forward, bool fromCursor);
 

@@ -85,6 +85,7 @@ bool MainServices::fileSaveAll()
 void MainServices::checkFileChanges()
 {
     m_parts.fileCommands->checkFileChanges();
+    m_parts.projectCommands->checkFileChanges();
 }
 
 // Docks and the status bar

@@ -159,6 +159,11 @@ bool MainWindow::closeWorkspace()
     return m_parts->projectCommands->closeWorkspace();
 }
 
+void MainWindow::runScriptsUnasked()
+{
+    m_parts->projectCommands->runScriptsUnasked();
+}
+
 void MainWindow::disableSessions()
 {
     m_parts->sessions->disable();
@@ -182,7 +187,7 @@ bool MainWindow::event(QEvent *event)
         return QMainWindow::event(event);
     m_parts->normalGeometry.watch(this, event);
     if (m_parts->ready && event->type() == QEvent::WindowActivate) // a message box must not run inside the event
-        QTimer::singleShot(0, this, [this] { m_parts->fileCommands->checkFileChanges(); });
+        QTimer::singleShot(0, this, [this] { m_parts->services.checkFileChanges(); });
     return QMainWindow::event(event);
 }
 

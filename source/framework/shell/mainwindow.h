@@ -32,8 +32,9 @@ public:
     /// False if the user refused, or if a document cannot be closed; in the latter case the workspace is closed.
     bool closeWorkspace();
 
-    void disableSessions(); ///< Open files are neither stored nor opened again.
-    void continueLastRun(); ///< Opens the files of the last run again, and offers to recover unsaved texts.
+    void runScriptsUnasked(); ///< Scripts of workspaces run without a question.
+    void disableSessions();   ///< Open files are neither stored nor opened again.
+    void continueLastRun();   ///< Opens the files of the last run again, and offers to recover unsaved texts.
 
     [[nodiscard]] Activity &activity() const;
     [[nodiscard]] ProjectWorkspace *projectWorkspace() const; ///< Null while no workspace is open.
@@ -89,6 +90,7 @@ public Q_SLOTS:
     void projectInsertProject();
     void projectProperties();
     void projectPropertiesAlt();
+    void projectForgetTrust();
     // Build
     void buildCompileFile();
     void buildBuild();

@@ -244,6 +244,11 @@ void MainWindow::projectPropertiesAlt()
         editProjectProperties(project, this);
 }
 
+void MainWindow::projectForgetTrust()
+{
+    m_parts->projectCommands->forgetTrust();
+}
+
 void MainWindow::buildCompileFile()
 {
     m_parts->buildControl->buildCompileFile();

@@ -8,6 +8,7 @@
 #include "population.h"
 #include "project.h"
 #include "projectfile.h"
+#include "projectsaving.h"
 #include "projectworkspace.h"
 #include "questions.h"
 #include "varnelassert.h"
@@ -70,23 +71,6 @@ QString workspacePathOf(const QString &projectPath)
 {
     return projectPath.left(projectPath.lastIndexOf(u'.')) + u".vnw"_s;
 }
-
-/// Writes a workspace file with one project, which is in the list even if it cannot be loaded.
-bool writeWorkspace(const QString &workspacePath, const QString &projectPath)
-{
-    ProjectWorkspace workspace(workspacePath);
-    auto *project = new Project(QString(), QString());
-    project->load(projectPath);
-    workspace.addProject(project);
-    return workspace.save();
-}
-
-QString workspaceNotSaved()
-{
-    return ProjectCommands::tr("The workspace could not be saved.\n\n"
-                               "Please make sure that the workspace file is not read-only.");
-}
-
 } // namespace
 
 ProjectCommands::ProjectCommands(Activity &activity, WindowServices &window, QObject *parent)
@@ -94,6 +78,8 @@ ProjectCommands::ProjectCommands(Activity &activity, WindowServices &window, QOb
     , m_activity(activity)
     , m_window(window)
     , m_recentWorkspaces(u"RecentFiles/Workspace"_s, &window.settings())
+    , m_trust(window)
+    , m_fileCheck(activity, window)
 {
     m_recentWorkspaces.load();
     connect(&activity, &Activity::projectLoaded, this, &ProjectCommands::showProjectBeingOpened);
@@ -108,7 +94,7 @@ void ProjectCommands::open()
         askForOpenFile(m_window.dialogParent(), {u"openWorkspaceDialog"_s, tr("Open Workspace"),
                                                  m_window.directories().directory(u"Workspaces"_s),
                                                  u"Workspaces (*.vnw);;Projects (*.vnp);;All Files (*.*)"_s});
-    if (path.isEmpty())
+    if (path.isEmpty() || !closeWorkspace()) // a script may have opened one meanwhile
         return;
     rememberDirectories(path);
     if (QFileInfo(path).suffix() == "vnp"_L1)
@@ -137,18 +123,26 @@ bool ProjectCommands::openProject(const QString &path, bool addToRecent)
     if (QFileInfo::exists(workspacePath)) {
         showInformation(m_window.dialogParent(), tr("A corresponding workspace has been found.\n\n"
                                                     "It will be opened instead of the specified project."));
-    } else {
-        (void)writeWorkspace(workspacePath, path);
+        return openWorkspace(workspacePath, addToRecent);
     }
-    return openWorkspace(workspacePath, addToRecent);
+    auto project = std::make_unique<Project>(QString(), QString());
+    if (!project->load(path))
+        return refuse(tr("The project %1 could not be opened.").arg(QDir::toNativeSeparators(path)));
+    auto workspace = std::make_unique<ProjectWorkspace>(workspacePath);
+    workspace->addProject(project.release());
+    if (workspace->save())
+        return openWorkspace(workspacePath, addToRecent);
+    workspace->setModified(false); // or every build would try to write it again
+    return show(std::move(workspace), path, false);
 }
 
 bool ProjectCommands::createWorkspace(const QString &workspacePath, const QString &projectPath)
 {
-    if (writeWorkspace(workspacePath, projectPath))
-        return openWorkspace(workspacePath, true);
-    showWarning(m_window.dialogParent(), workspaceNotSaved());
-    return false;
+    ProjectWorkspace workspace(workspacePath);
+    auto *project = new Project(QString(), QString());
+    project->load(projectPath); // it is in the list even if it cannot be loaded
+    workspace.addProject(project);
+    return saveWorkspace(m_window.dialogParent(), &workspace, IfNewer::Overwrite) && openWorkspace(workspacePath, true);
 }
 
 bool ProjectCommands::openWorkspace(const QString &path, bool addToRecent)
@@ -159,11 +153,20 @@ bool ProjectCommands::openWorkspace(const QString &path, bool addToRecent)
     processPendingEvents();
     auto workspace = std::make_unique<ProjectWorkspace>();
     m_window.showMessage(tr("Opening %1...").arg(QDir::toNativeSeparators(path)));
-    if (!workspace->load(path)) {
-        m_window.showMessage(tr("The workspace %1 could not be opened.").arg(QDir::toNativeSeparators(path)));
-        m_activity.setState(StateNoWorkspace);
-        return false;
-    }
+    if (!workspace->load(path))
+        return refuse(tr("The workspace %1 could not be opened.").arg(QDir::toNativeSeparators(path)));
+    return show(std::move(workspace), path, addToRecent);
+}
+
+bool ProjectCommands::refuse(const QString &message)
+{
+    m_window.showMessage(message);
+    m_activity.setState(StateNoWorkspace);
+    return false;
+}
+
+bool ProjectCommands::show(std::unique_ptr<ProjectWorkspace> workspace, const QString &path, bool addToRecent)
+{
     if (addToRecent)
         m_recentWorkspaces.add(path);
     rememberDirectories(path);
@@ -177,11 +180,36 @@ bool ProjectCommands::openWorkspace(const QString &path, bool addToRecent)
     const bool mayPopulate = populateWorkspace(m_activity);
     if (QAction *repopulate = m_window.action(u"projectRepopulate"_s))
         repopulate->setVisible(mayPopulate);
-    runProjectScripts(m_activity, [this](const QString &script) { m_window.runPyFile(script); });
+    runScripts();
     if (!opened)
         return false;
     m_window.fireEvent(u"onWorkspaceLoaded"_s);
     return true;
+}
+
+void ProjectCommands::runScripts()
+{
+    const QPointer<ProjectWorkspace> workspace(m_activity.workspace()); // it may close during the question
+    if (workspace && hasProjectScripts(m_activity) && m_trust.mayRun(workspace->fileName()) && workspace)
+        runProjectScripts(m_activity, [this](const QString &script) { m_window.runPyFile(script); });
+}
+
+void ProjectCommands::forgetTrust()
+{
+    if (!m_activity.workspace())
+        return;
+    m_window.showMessage(m_trust.forget(m_activity.workspace()->fileName())
+                             ? tr("You will be asked again when a workspace in this folder names scripts to be run.")
+                             : tr("There is no answer for this folder that could be forgotten."));
+}
+
+void ProjectCommands::checkFileChanges()
+{
+    if (!m_fileCheck.run())
+        return;
+    const QString path = m_activity.workspace()->fileName();
+    if (closeWorkspace() || !m_activity.workspace())
+        openWorkspace(path, false);
 }
 
 void ProjectCommands::showProjectBeingOpened(const Project *project)
@@ -215,16 +243,16 @@ bool ProjectCommands::closeWorkspace()
     return m_window.viewManager()->views().isEmpty();
 }
 
+/// A workspace that closes while a question is shown needs no saving, and the answer does not apply to another one that
+/// was opened by then.
 bool ProjectCommands::offerToSave()
 {
+    const QPointer<ProjectWorkspace> workspace(m_activity.workspace());
+    QWidget *parent = m_window.dialogParent();
     QMessageBox::StandardButton answer = QMessageBox::NoButton;
     const auto wantsToSave = [&] {
         if (answer == QMessageBox::NoButton)
-            answer = showInformation(m_window.dialogParent(),
-                                     tr("You have made changes to the '%1' workspace and/or one of the projects it "
-                                        "contains.\n\nDo you want to save the changes?")
-                                         .arg(m_activity.workspace()->name()),
-                                     {QMessageBox::Yes, QMessageBox::No, QMessageBox::Cancel});
+            answer = askToSaveChanges(parent, workspace->name());
         return answer == QMessageBox::Yes;
     };
     bool result = true;
@@ -232,50 +260,31 @@ bool ProjectCommands::offerToSave()
         if (!result)
             return false;
         if (project && project->isModified())
-            result = wantsToSave() ? saveProject(project) : answer != QMessageBox::Cancel;
+            result = wantsToSave() ? saveProject(parent, project) : answer != QMessageBox::Cancel;
     }
-    if (result && m_activity.workspace() && m_activity.workspace()->isModified())
-        result = wantsToSave() ? saveWorkspace() : answer != QMessageBox::Cancel;
+    if (result && workspace && workspace->isModified())
+        result = wantsToSave() ? saveWorkspace(parent, workspace) : answer != QMessageBox::Cancel;
     return result;
-}
-
-/// A project that could not be loaded is not saved: it is empty and would overwrite the file. Returns true for null, a
-/// project that was closed meanwhile.
-bool ProjectCommands::saveProject(Project *project)
-{
-    if (!project || (project->openedOK() && project->save()))
-        return true;
-    showWarning(m_window.dialogParent(), tr("The project '%1' could not be saved.\n\n"
-                                            "Please make sure that the project file is not read-only.")
-                                             .arg(project->displayName()));
-    return false;
-}
-
-bool ProjectCommands::saveWorkspace()
-{
-    if (!m_activity.workspace() || m_activity.workspace()->save())
-        return true;
-    showWarning(m_window.dialogParent(), workspaceNotSaved());
-    return false;
 }
 
 void ProjectCommands::save()
 {
     VARNEL_ASSERT_TEXT(m_activity.workspace(), "m_projectWorkspace");
-    if (!m_activity.workspace())
-        return;
+    const QPointer<ProjectWorkspace> workspace(m_activity.workspace());
     for (const QPointer<Project> &project : m_activity.projects())
-        (void)saveProject(project);
-    (void)saveWorkspace();
+        saveProject(m_window.dialogParent(), project);
+    saveWorkspace(m_window.dialogParent(), workspace);
 }
 
 bool ProjectCommands::saveModified()
 {
+    const QPointer<ProjectWorkspace> workspace(m_activity.workspace());
     bool result = true;
     for (const QPointer<Project> &project : m_activity.projects())
-        result &= !project || !project->isModified() || saveProject(project);
-    if (m_activity.workspace() && m_activity.workspace()->isModified())
-        result &= saveWorkspace();
+        result &=
+            !project || !project->isModified() || saveProject(m_window.dialogParent(), project, IfNewer::Overwrite);
+    if (workspace && workspace->isModified())
+        result &= saveWorkspace(m_window.dialogParent(), workspace, IfNewer::Overwrite);
     return result;
 }
 

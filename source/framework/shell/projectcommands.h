@@ -1,8 +1,11 @@
 #pragma once
+#include "projectfilecheck.h"
 #include "recentfilelist.h"
+#include "scripttrust.h"
 #include <QObject>
 class Activity;
 class Project;
+class ProjectWorkspace;
 class WindowServices;
 
 /// Opens, closes and saves workspaces and projects.
@@ -16,7 +19,8 @@ public:
     /// Asks for a workspace or a project and opens it; the open workspace is closed.
     void open();
     void openRecent(int index);
-    /// Opens the workspace next to a project file; creates it if it does not exist.
+    /// Opens the workspace next to a project file; creates it if it does not exist. If it cannot be written, the
+    /// project is opened in a workspace without a file.
     bool openProject(const QString &path, bool addToRecent);
     /// Opens a workspace. False if it or one of its projects could not be loaded; in the latter case it is open. The
     /// status bar shows the progress and a failure.
@@ -29,7 +33,8 @@ public:
 
     /// Saves all projects and the workspace, modified or not.
     void save();
-    /// Saves the modified projects and the workspace if it is modified. Returns false if something could not be saved.
+    /// Saves the modified projects and the workspace if it is modified, also over newer files. Returns false if
+    /// something could not be saved.
     bool saveModified();
     void insertFiles(Project *project);
     /// Shows the properties of the file that is selected in the navigator; if none is, of the file in the current view.
@@ -38,6 +43,12 @@ public:
     /// Adds the project in a file to the open workspace, which must not be null. One that is in the workspace already
     /// becomes the current one.
     void addProject(const QString &path);
+    /// Offers to reload project and workspace files that other programs have changed.
+    void checkFileChanges();
+
+    void runScriptsUnasked() { m_trust.setUnattended(); } ///< No user is there to answer questions.
+    /// Forgets whether the scripts of the open workspace are trusted.
+    void forgetTrust();
 
     [[nodiscard]] const QStringList &recentWorkspaces() const { return m_recentWorkspaces.paths(); }
     void saveRecentWorkspaces() const { m_recentWorkspaces.save(); }
@@ -46,9 +57,10 @@ Q_SIGNALS:
     void sessionEndRequested(); ///< The debug session has to end before the workspace is closed.
 
 private:
-    [[nodiscard]] bool saveProject(Project *project);
-    [[nodiscard]] bool saveWorkspace();
     [[nodiscard]] bool offerToSave();
+    bool show(std::unique_ptr<ProjectWorkspace> workspace, const QString &path, bool addToRecent);
+    bool refuse(const QString &message);
+    void runScripts();
     void rememberDirectories(const QString &path);
     void showProjectBeingOpened(const Project *project);
     void showOutcome();
@@ -56,4 +68,6 @@ private:
     Activity &m_activity;
     WindowServices &m_window;
     RecentFileList m_recentWorkspaces;
+    ScriptTrust m_trust;
+    ProjectFileCheck m_fileCheck;
 };

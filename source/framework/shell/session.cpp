@@ -3,6 +3,7 @@
 #include "textview.h"
 #include "textviewedit.h"
 #include "viewmanager.h"
+#include "wholefile.h"
 #include "workspace.h"
 #include <QCryptographicHash>
 #include <QDir>
@@ -138,10 +139,8 @@ QString SessionStore::fileOf(const QString &workspace) const
 
 Session SessionStore::load(const QString &workspace) const
 {
-    QFile file(fileOf(workspace));
-    if (!file.open(QIODevice::ReadOnly))
-        return {};
-    const QJsonObject root = QJsonDocument::fromJson(file.readAll()).object();
+    const QByteArray bytes = readFile(fileOf(workspace)).value_or(QByteArray());
+    const QJsonObject root = QJsonDocument::fromJson(bytes).object();
     if (root[u"version"_s].toInt() != FormatVersion)
         return {};
     Session session;

@@ -39,6 +39,7 @@ void StatusLabels::hideInfo() const
 
 void StatusLabels::setCursor(int line, int column)
 {
-    m_line = line + 1;
-    m_cursorLabel->setText(QCoreApplication::translate("MainWindow", " Ln %1, Col %2").arg(m_line).arg(column + 1));
+    m_line = int(uint(line) + 1);
+    const QString text = QCoreApplication::translate("MainWindow", " Ln %1, Col %2");
+    m_cursorLabel->setText(text.arg(uint(m_line)).arg(column + 1)); // a line of a disassembly is an address
 }

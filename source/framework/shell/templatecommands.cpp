@@ -12,6 +12,7 @@
 #include "templatecopy.h"
 #include "templatesave.h"
 #include "windowservices.h"
+#include "workprogress.h"
 #include <QDir>
 #include <QFileInfo>
 #include <QSettings>
@@ -35,6 +36,12 @@ QString absolute(const QString &path)
 bool isTemplate(const QString &directory)
 {
     return QFileInfo(directory).isDir() && !readTemplate(directory).isFolder();
+}
+
+void removeFiles(const QString &directory)
+{
+    for (const QFileInfo &file : QDir(directory).entryInfoList(QDir::Files))
+        QFile::remove(file.filePath());
 }
 
 /// Why copying failed; null if there is nothing to say.
@@ -114,13 +121,13 @@ void TemplateCommands::projectNew()
     const int result = dialog->exec();
     if (!self || !dialog)
         return; // the window was closed meanwhile
-    const std::unique_ptr<NewProjectDialog> owner(dialog);
+    std::unique_ptr<NewProjectDialog> owner(dialog);
     if (result != QDialog::Accepted)
         return;
     rememberChoice(*dialog);
     const TemplateCopy order{dialog->projectName(), dialog->templateDir(), absolute(dialog->projectPath())};
     const bool add = dialog->addToWorkspace();
-    m_dialog = nullptr; // the dialog is done, and a script may show the next one
+    owner.reset(); // a script may show the next one, or close the window, which would delete it as well
     createProject(order, add);
 }
 
@@ -197,7 +204,9 @@ void TemplateCommands::copyProject(const TemplateCopy &order, bool add)
                : answer == QMessageBox::YesToAll ? OverwriteAnswer::YesToAll
                                                  : OverwriteAnswer::Cancel;
     };
-    const CopyResult result = copyTemplate(order, ask);
+    WorkProgress progress(m_window.dialogParent(), tr("Copying the template..."));
+    const CopyResult result = copyTemplate(order, ask, [&](int percent) { return progress.update(percent); });
+    progress.end();
     if (!self)
         return;
     if (const QString message = messageOf(result); !message.isNull())
@@ -219,8 +228,10 @@ void TemplateCommands::openProject(const TemplateCopy &order, const QString &pro
 void TemplateCommands::runScript(const TemplateCopy &order, const ProjectTemplate &info, bool add)
 {
     const QPointer<TemplateCommands> self(this);
-    const ProjectScriptResult result =
-        runProjectScript(*info.scriptModule, order.name, order.templateDir, order.projectPath);
+    WorkProgress progress(m_window.dialogParent(), tr("The template '%1' creates the project...").arg(info.name()));
+    const ProjectScriptResult result = runProjectScript(*info.scriptModule, order.name, order.templateDir,
+                                                        order.projectPath, [&] { return progress.update(); });
+    progress.end();
     if (!self)
         return; // the script has closed the window
     if (const QString message = messageOf(result, *info.scriptModule); !message.isNull())
@@ -272,25 +283,41 @@ bool TemplateCommands::mayReplaceTemplate(const QString &directory) const
                                         {QMessageBox::Yes, QMessageBox::No});
     if (answer != QMessageBox::Yes)
         return false;
-    for (const QFileInfo &file : QDir(directory).entryInfoList(QDir::Files))
-        QFile::remove(file.filePath());
+    removeFiles(directory);
     return true;
 }
 
 void TemplateCommands::writeTemplate(const Project &project, const QString &name, const QString &directory)
 {
+    const QPointer<TemplateCommands> self(this);
     const QString folderFile = QDir(m_directories.user).filePath(u"template.xml"_s);
     const QString description = tr("A project like %1.").arg(project.name());
+    const QStringList elsewhere = filesElsewhere(project); // it may be closed during the copy
     const bool hasFolder = QDir().mkpath(m_directories.user)
                            && (QFileInfo::exists(folderFile)
                                || writeTemplateFile(m_directories.user, u"folder"_s, tr("My templates"),
                                                     tr("Templates that were made of your projects.")));
-    if (!hasFolder || !saveTemplate(project, {name, description, directory}))
+    WorkProgress progress(m_window.dialogParent(), tr("Saving the template..."));
+    const CopyOutcome outcome = hasFolder ? saveTemplate(project, {name, description, directory},
+                                                         [&](int percent) { return progress.update(percent); })
+                                          : CopyOutcome::CannotWrite;
+    progress.end();
+    if (outcome == CopyOutcome::Cancelled) {
+        removeFiles(directory); // an incomplete template would be offered
+        QDir().rmdir(directory);
+    }
+    if (self && outcome != CopyOutcome::Cancelled)
+        reportTemplate(name, directory, outcome == CopyOutcome::Done, elsewhere);
+}
+
+void TemplateCommands::reportTemplate(const QString &name, const QString &directory, bool saved,
+                                      const QStringList &elsewhere) const
+{
+    if (!saved)
         return warn(tr("The template could not be saved.\n\nPlease make sure that the folder '%1' can be written.")
                         .arg(QDir::toNativeSeparators(directory)));
     m_window.showMessage(
         tr("The template '%1' was saved. The folder \"My templates\" of the new-project dialog has it.").arg(name));
-    const QStringList elsewhere = filesElsewhere(project);
     if (!elsewhere.isEmpty())
         showInformation(m_window.dialogParent(), tr("These files are not in the folder of the project. New projects "
                                                     "will use them where they are now:\n\n%1")

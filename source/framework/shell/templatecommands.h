@@ -53,6 +53,7 @@ private:
     void openProject(const TemplateCopy &order, const QString &projectFile, bool add);
     [[nodiscard]] bool mayReplaceTemplate(const QString &directory) const;
     void writeTemplate(const Project &project, const QString &name, const QString &directory);
+    void reportTemplate(const QString &name, const QString &directory, bool saved, const QStringList &elsewhere) const;
 
     // Files
     void createFiles(const NewFileDialog &choice);

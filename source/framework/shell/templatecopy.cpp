@@ -6,7 +6,6 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-constexpr qint64 BlockSize = 1 << 20; // bytes
 const auto ProjectInTemplate = u"project.vnp"_s;
 
 /// Asks about each existing file until the answer is for all of them.
@@ -34,33 +33,22 @@ bool isCopied(const QFileInfo &file)
     return file.fileName() != "template.xml"_L1 && file.completeSuffix() != "png"_L1;
 }
 
-CopyOutcome copyFile(const QString &from, const QString &to)
+QFileInfoList copiedFiles(const QString &directory)
 {
-    QFile source(from);
-    if (!source.open(QIODevice::ReadOnly))
-        return CopyOutcome::CannotRead;
-    QFile target(to);
-    if (QFileInfo(from) == QFileInfo(to) || !target.open(QIODevice::WriteOnly))
-        return CopyOutcome::CannotWrite;
-    while (!source.atEnd()) {
-        const QByteArray block = source.read(BlockSize);
-        if (block.isEmpty())
-            return CopyOutcome::CannotRead;
-        if (target.write(block) != block.size())
-            return CopyOutcome::CannotWrite;
-    }
-    return target.flush() ? CopyOutcome::Done : CopyOutcome::CannotWrite;
+    QFileInfoList files = QDir(directory).entryInfoList(QDir::Files);
+    files.removeIf([](const QFileInfo &file) { return !isCopied(file); });
+    return files;
 }
 
-CopyResult copyFiles(const TemplateCopy &copy, Overwriting &overwriting)
+CopyResult copyFiles(const TemplateCopy &copy, Overwriting &overwriting, const CopyProgress &progress)
 {
-    for (const QFileInfo &source : QDir(copy.templateDir).entryInfoList(QDir::Files)) {
-        if (!isCopied(source))
-            continue;
+    const QFileInfoList files = copiedFiles(copy.templateDir);
+    FileCopier copier(files, progress);
+    for (const QFileInfo &source : files) {
         if (!overwriting.mayReplace(copy.projectPath, source.fileName()))
             return {CopyOutcome::Cancelled};
         const QString target = QDir(copy.projectPath).filePath(source.fileName());
-        const CopyOutcome outcome = copyFile(source.filePath(), target);
+        const CopyOutcome outcome = copier.copyFile(source.filePath(), target);
         if (outcome != CopyOutcome::Done)
             return {outcome, outcome == CopyOutcome::CannotRead ? source.filePath() : target};
     }
@@ -79,13 +67,13 @@ QString TemplateCopy::projectFile() const
     return QDir(projectPath).filePath(name + u".vnp"_s);
 }
 
-CopyResult copyTemplate(const TemplateCopy &copy, const OverwriteQuestion &ask)
+CopyResult copyTemplate(const TemplateCopy &copy, const OverwriteQuestion &ask, const CopyProgress &progress)
 {
     Overwriting overwriting(ask);
     if (!overwriting.mayReplace(copy.projectPath, copy.name + u".vnp"_s))
         return {CopyOutcome::Cancelled};
     QFile::remove(copy.projectFile());
-    if (CopyResult result = copyFiles(copy, overwriting); result.outcome != CopyOutcome::Done)
+    if (CopyResult result = copyFiles(copy, overwriting, progress); result.outcome != CopyOutcome::Done)
         return result;
     return renameProject(copy) ? CopyResult{} : CopyResult{CopyOutcome::CannotRename, copy.projectFile()};
 }

@@ -1,6 +1,5 @@
 #pragma once
-#include <functional>
-#include <QString>
+#include "filecopier.h"
 
 /// A template to be copied into a project's folder, and the name of the project.
 struct TemplateCopy
@@ -16,7 +15,6 @@ enum class OverwriteAnswer { Yes, YesToAll, Cancel };
 /// Asks about a file that is in the project's folder already, by its name.
 using OverwriteQuestion = std::function<OverwriteAnswer(const QString &file)>;
 
-enum class CopyOutcome { Done, Cancelled, CannotRead, CannotWrite, CannotRename };
 struct CopyResult
 {
     CopyOutcome outcome = CopyOutcome::Done;
@@ -24,5 +22,6 @@ struct CopyResult
 };
 
 /// Copies the files of a template, but neither its subdirectories, its description nor its pictures, and renames the
-/// project file. What was copied before a failure stays.
-[[nodiscard]] CopyResult copyTemplate(const TemplateCopy &copy, const OverwriteQuestion &ask);
+/// project file. The files that were copied before a failure stay; an incomplete one is removed.
+[[nodiscard]] CopyResult copyTemplate(const TemplateCopy &copy, const OverwriteQuestion &ask,
+                                      const CopyProgress &progress = {});

@@ -3,7 +3,6 @@
 #include "projectfile.h"
 #include "wholefile.h"
 #include <QDir>
-#include <QFile>
 #include <QFileInfo>
 #include <QXmlStreamReader>
 #include <QXmlStreamWriter>
@@ -20,12 +19,6 @@ bool belongsToTemplate(const QFileInfo &file)
 {
     const QString suffix = file.suffix();
     return suffix != "vnp"_L1 && suffix != "vnw"_L1 && !suffix.endsWith(u'~') && file.fileName() != "template.xml"_L1;
-}
-
-bool replaceFile(const QString &from, const QString &to)
-{
-    QFile::remove(to);
-    return QFile::copy(from, to);
 }
 
 void copyElement(const QXmlStreamReader &reader, QXmlStreamWriter &writer, const Project &project)
@@ -82,17 +75,23 @@ bool writeTemplateFile(const QString &directory, const QString &type, const QStr
     return writeFileSafely(QDir(directory).filePath(u"template.xml"_s), text.trimmed() + '\n');
 }
 
-bool saveTemplate(const Project &project, const SavedTemplate &saved)
+CopyOutcome saveTemplate(const Project &project, const SavedTemplate &saved, const CopyProgress &progress)
 {
     const QDir target(saved.directory);
     if (!target.mkpath(u"."_s))
-        return false;
-    for (const QFileInfo &file : QDir(project.basePath()).entryInfoList(QDir::Files)) {
-        if (belongsToTemplate(file) && !replaceFile(file.filePath(), target.filePath(file.fileName())))
-            return false;
+        return CopyOutcome::CannotWrite;
+    QFileInfoList files = QDir(project.basePath()).entryInfoList(QDir::Files);
+    files.removeIf([](const QFileInfo &file) { return !belongsToTemplate(file); });
+    const QString text = templateProjectText(project); // before the copy, in which the project may be closed
+    FileCopier copier(files, progress);
+    for (const QFileInfo &file : files) {
+        const CopyOutcome outcome = copier.copyFile(file.filePath(), target.filePath(file.fileName()));
+        if (outcome != CopyOutcome::Done)
+            return outcome;
     }
-    return writeFileSafely(target.filePath(u"project.vnp"_s), templateProjectText(project).toUtf8())
-           && writeTemplateFile(saved.directory, {}, saved.name, saved.description);
+    const bool written = writeFileSafely(target.filePath(u"project.vnp"_s), text.toUtf8())
+                         && writeTemplateFile(saved.directory, {}, saved.name, saved.description);
+    return written ? CopyOutcome::Done : CopyOutcome::CannotWrite;
 }
 
 QString directoryNameOf(const QString &name)

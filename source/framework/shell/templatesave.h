@@ -1,5 +1,5 @@
 #pragma once
-#include <QString>
+#include "filecopier.h"
 class Project;
 
 /// A template that is made out of a project.
@@ -10,9 +10,10 @@ struct SavedTemplate
     QString directory; ///< is created
 };
 
-/// Writes the files of the project's directory and its project file into the template. False if one cannot be written;
-/// those written before stay.
-[[nodiscard]] bool saveTemplate(const Project &project, const SavedTemplate &saved);
+/// Writes the files of the project's directory and its project file into the template. Those written before a failure
+/// or a cancellation stay.
+[[nodiscard]] CopyOutcome saveTemplate(const Project &project, const SavedTemplate &saved,
+                                       const CopyProgress &progress = {});
 
 /// The text of the project file, with the files of other directories by their absolute paths, since only those of the
 /// project's own directory are copied.

@@ -1,5 +1,5 @@
 #include "uidocument.h"
-#include <QFile>
+#include "wholefile.h"
 #include <QXmlStreamReader>
 
 namespace {
@@ -36,13 +36,10 @@ QDomDocument parsed(const QByteArray &content)
 
 QDomDocument readUiDocument(const QString &path, const char *reader)
 {
-    QFile file(path);
-    QByteArray content;
-    if (file.open(QIODevice::ReadOnly))
-        content = file.readAll();
-    else
+    const std::optional<QByteArray> content = readFile(path);
+    if (!content)
         qWarning("%s: Cannot open ui config file (%s)", reader, qPrintable(path));
-    const QDomDocument document = parsed(content);
+    const QDomDocument document = parsed(content.value_or(QByteArray()));
     if (document.isNull())
         qWarning("%s: Cannot parse ui config file (%s)", reader, qPrintable(path));
     return document;

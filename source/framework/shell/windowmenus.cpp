@@ -118,8 +118,9 @@ void WindowMenus::activateConfiguration(int index)
 {
     Project *project = m_parts.activity.currentProject();
     VARNEL_ASSERT(project);
-    if (project)
-        project->setCurrentConfiguration(project->properties()->configurations().value(index));
+    const QStringList names = project ? project->properties()->configurations() : QStringList();
+    if (index >= 0 && index < names.size())
+        project->setCurrentConfiguration(names[index]);
 }
 
 void WindowMenus::updateToolsMenu()

@@ -279,6 +279,7 @@ void WindowParts::connectReports() const
     QObject::connect(workspace.get(), &Workspace::documentReopened, debug, &DebugControl::fileOpened);
     QObject::connect(debug, &DebugControl::updateRegisterWindow, debugWindows.get(), &DebugWindows::updateRegisters);
     QObject::connect(debug, &DebugControl::updateDataWindows, debugWindows.get(), &DebugWindows::updateData);
+    QObject::connect(debugWindows.get(), &DebugWindows::valuesWritten, debug, &DebugControl::memoryWritten);
 }
 
 // State

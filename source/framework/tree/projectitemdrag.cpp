@@ -49,6 +49,22 @@ QList<ProjectItemDrag::Item> ProjectItemDrag::items(const QMimeData &data)
     return items;
 }
 
+void ProjectItemDrag::keep(const QList<Item> &items)
+{
+    for (const Item &item : items)
+        m_kept.append({item, ModelPointer(item.folder), ModelPointer(item.file)});
+}
+
+QList<ProjectItemDrag::Item> ProjectItemDrag::keptItems() const
+{
+    QList<Item> alive;
+    for (const Kept &kept : m_kept) {
+        if (kept.folder || kept.file)
+            alive.append(kept.item);
+    }
+    return alive;
+}
+
 Project *ProjectItemDrag::Item::project() const
 {
     return folder ? folder->project() : file->project();
@@ -66,8 +82,24 @@ void ProjectItemDrag::Item::takeOut() const
         file->project()->removeFile(file);
 }
 
+/// An item that has been taken out is listed once less.
+void ProjectItemDrag::Item::rebase(const Project &to) const
+{
+    if (folder)
+        folder->rebase(base, to, folder->listings() > 0);
+    else
+        file->rebase(base, to, file->listings() > 0);
+}
+
+bool ProjectItemDrag::Item::fitsInto(const ProjectFolder *target) const
+{
+    return !folder || !wouldContainItself(folder, target);
+}
+
 void ProjectItemDrag::Item::putInto(Project *project, ProjectFolder *target, bool prepend) const
 {
+    if (!base.isNull())
+        rebase(*project);
     if (folder && target)
         target->addFolder(folder, prepend);
     else if (folder)

@@ -1,9 +1,10 @@
 #pragma once
+#include "modelpointer.h"
+#include "projectfile.h"
+#include "projectfolder.h"
 #include <QMimeData>
 class ListView;
 class Project;
-class ProjectFile;
-class ProjectFolder;
 
 /// The selected folders and files of a project tree, for drag and drop or the clipboard: for each the line "folder" or
 /// "file" and a line with the address of the object. Valid inside this process only.
@@ -16,9 +17,14 @@ public:
     {
         ProjectFolder *folder;
         ProjectFile *file;
+        QString base = {}; ///< the directory of its project when it was taken out; null if it is new
 
         [[nodiscard]] Project *project() const;
         void takeOut() const; ///< Removes it from its folder or project; then it has no owner.
+        /// Rewrites the stored paths for a move to the project @p to: they name the same files.
+        void rebase(const Project &to) const;
+        /// Whether it can be put into @p target: a folder not into itself. Null is the root of a project.
+        [[nodiscard]] bool fitsInto(const ProjectFolder *target) const;
         /// Adds it to @p target, or to the root of @p project if that is null. Files are always appended.
         void putInto(Project *project, ProjectFolder *target, bool prepend) const;
     };
@@ -32,4 +38,16 @@ public:
     /// Reads the text in pairs of lines. An invalid line shifts the pairs, so that the following items are skipped up
     /// to the next invalid line.
     [[nodiscard]] static QList<Item> items(const QMimeData &data);
+    /// Keeps items that have been cut. They have no owner, except for those that are in another project as well.
+    void keep(const QList<Item> &items);
+    [[nodiscard]] QList<Item> keptItems() const; ///< Without those that have been deleted in another project.
+
+private:
+    struct Kept
+    {
+        Item item;
+        ModelPointer<ProjectFolder> folder;
+        ModelPointer<ProjectFile> file;
+    };
+    QList<Kept> m_kept;
 };

@@ -85,6 +85,7 @@ ProjectTree::ProjectTree(const Activity &activity, WindowServices &window, QWidg
     m_pyFileMenu->addSeparator();
     m_pyFileMenu->addAction(tr("&Run"), this, [this] { runPyFile(); });
 
+    connect(&activity, &Activity::projectReloading, this, &ProjectTree::releaseWorkspace);
     m_showTimer.setSingleShot(true);
     m_showTimer.setInterval(0);
     connect(&m_showTimer, &QTimer::timeout, this, [this] { scrollTo(m_itemToShow); });
@@ -363,9 +364,10 @@ void ProjectTree::forgetChildren(const QTreeWidgetItem *item)
     for (int i = 0; i < item->childCount(); ++i) {
         const auto *child = static_cast<const ProjectTreeItem *>(item->child(i));
         forgetChildren(child);
-        if (isFolder(child))
+        // An object that lies in two projects has another row, which stays.
+        if (isFolder(child) && m_folderItems.value(child->object<ProjectFolder>()) == child)
             m_folderItems.remove(child->object<ProjectFolder>());
-        else
+        else if (!isFolder(child) && m_fileItems.value(child->object<ProjectFile>()) == child)
             m_fileItems.remove(child->object<ProjectFile>());
     }
 }
@@ -455,9 +457,16 @@ void ProjectTree::slotSelectionChanged()
     const ProjectTreeItem *item = selectedItem();
     const ProjectFile *file = fileOf(item);
     const bool canCut = item && item->rtti() != ProjectRTTI;
-    const bool canPaste = item && item->rtti() != FileRTTI && ProjectItemDrag::fromClipboard();
     const QString path = file ? file->path() : u""_s;
     Q_EMIT cutAvailable(canCut);
-    Q_EMIT pasteAvailable(canPaste);
+    Q_EMIT pasteAvailable(canPaste());
     Q_EMIT fileSelected(path);
+}
+
+/// A folder that lies in two projects may be selected in one of them while its parent in the other is on the clipboard.
+bool ProjectTree::canPaste() const
+{
+    const ProjectTreeItem *item = selectedItem();
+    const ProjectItemDrag *drag = ProjectItemDrag::fromClipboard();
+    return item && item->rtti() != FileRTTI && drag && allFitInto(drag->keptItems(), folderOf(item));
 }

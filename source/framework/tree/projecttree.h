@@ -125,13 +125,17 @@ private:
     [[nodiscard]] QString selectedPath() const;
 
     // Clipboard, drag and drop
+    [[nodiscard]] static bool allFitInto(const QList<ProjectItemDrag::Item> &items, const ProjectFolder *target);
+    [[nodiscard]] bool canPaste() const;
     [[nodiscard]] bool isInTree(const ProjectItemDrag::Item &item) const;
+    [[nodiscard]] QList<ProjectItemDrag::Item> itemsInTree(const QMimeData &data) const;
     void editModel(const std::function<void()> &work);
     [[nodiscard]] ProjectItemDrag *dragObject() const;
     [[nodiscard]] bool isOwnDrag(const QDropEvent *event) const;
     [[nodiscard]] ProjectTreeItem *dropItemAt(const QPoint &position) const;
     void setDropItem(ProjectTreeItem *item);
     void scrollWhileDragging(int y);
+    void selectItems(const QList<ProjectItemDrag::Item> &items);
     void drop(const ProjectItemDrag::Item &item, Project *project, ProjectFolder *target);
 
     const Activity &m_activity;

@@ -5,6 +5,7 @@
 #include "project.h"
 #include "projectfile.h"
 #include "projectfolder.h"
+#include "projectsaving.h"
 #include "projecttree.h"
 #include "projecttreeitem.h"
 #include "projectworkspace.h"
@@ -22,6 +23,16 @@ using namespace Qt::StringLiterals;
 
 namespace {
 constexpr int SetActiveId = 1;
+
+/// False if the project is to stay.
+bool offerToSave(QWidget *parent, Project *project, const QString &workspace)
+{
+    if (!project->isModified() || !project->openedOK())
+        return true;
+    const QPointer<Project> alive(project);
+    const auto answer = askToSaveChanges(parent, workspace);
+    return answer == QMessageBox::No || (answer == QMessageBox::Yes && saveProject(parent, alive));
+}
 } // namespace
 
 PopupMenu *ProjectTree::newMenu(const QString &name)
@@ -163,7 +174,7 @@ void ProjectTree::folderProperties()
         return;
     const ModelPointer<ProjectFolder> folder(selected); // scripts and plug-ins may delete it while the dialog is open
     const QString label = tr("Enter file extensions for this folder:");
-    const std::optional<QString> text = askForText(this, label, selected->extensions().join(u';'));
+    const std::optional<QString> text = askForText(m_window.dialogParent(), label, selected->extensions().join(u';'));
     if (text && folder)
         folder->setExtensions(text->split(u';', Qt::SkipEmptyParts));
 }
@@ -175,9 +186,9 @@ void ProjectTree::addFilesToFolder()
     if (!folderOf(item))
         return;
     const ModelPointer<ProjectFolder> folder(folderOf(item));
-    const QStringList paths =
-        askForOpenFiles(this, {u"addFilesDialog"_s, tr("Add Files to Folder"),
-                               m_window.directories().directory(u"Files"_s), m_window.sourceFilter()});
+    const QStringList paths = askForOpenFiles(m_window.dialogParent(),
+                                              {u"addFilesDialog"_s, tr("Add Files to Folder"),
+                                               m_window.directories().directory(u"Files"_s), m_window.sourceFilter()});
     if (paths.isEmpty())
         return;
     m_window.directories().remember(u"Files"_s, paths.first());
@@ -197,17 +208,21 @@ void ProjectTree::removeProject()
     VARNEL_ASSERT(project);
     if (!project)
         return;
-    const auto answer = showInformation(this, tr("Are you sure that you want to remove the project?"),
+    const QPointer<ProjectWorkspace> workspace(m_workspace); // with it, this tree may be deleted
+    QWidget *parent = m_window.dialogParent();
+    const auto answer = showInformation(parent, tr("Are you sure that you want to remove the project?"),
                                         {QMessageBox::Ok, QMessageBox::Cancel});
-    if (answer == QMessageBox::Ok && project && m_workspace)
-        m_workspace->removeProject(project);
+    if (answer == QMessageBox::Ok && project && workspace && offerToSave(parent, project, workspace->name()) && project
+        && workspace)
+        workspace->removeProject(project);
 }
 
 void ProjectTree::cut()
 {
     auto *drag = new ProjectItemDrag(*this);
     QGuiApplication::clipboard()->setMimeData(drag);
-    const QList<ProjectItemDrag::Item> items = ProjectItemDrag::items(*drag);
+    const QList<ProjectItemDrag::Item> items = itemsInTree(*drag);
+    drag->keep(items);
     editModel([&] {
         for (const ProjectItemDrag::Item &item : items)
             item.takeOut();
@@ -224,7 +239,9 @@ void ProjectTree::paste()
     VARNEL_ASSERT(project);
     if (!project)
         return;
-    const QList<ProjectItemDrag::Item> items = ProjectItemDrag::items(*drag);
+    const QList<ProjectItemDrag::Item> items = drag->keptItems();
+    if (!allFitInto(items, target))
+        return; // they stay on the clipboard, which is the only place where they are
     editModel([&] {
         for (const ProjectItemDrag::Item &item : items)
             item.putInto(project, target, true);
@@ -246,9 +263,24 @@ void ProjectTree::remove()
     });
 }
 
+bool ProjectTree::allFitInto(const QList<ProjectItemDrag::Item> &items, const ProjectFolder *target)
+{
+    return std::ranges::all_of(items, [target](const auto &item) { return item.fitsInto(target); });
+}
+
 bool ProjectTree::isInTree(const ProjectItemDrag::Item &item) const
 {
     return item.folder ? m_folderItems.value(item.folder) : m_fileItems.value(item.file);
+}
+
+/// Without those that scripts have deleted during the drag, and those whose row has lost its object.
+QList<ProjectItemDrag::Item> ProjectTree::itemsInTree(const QMimeData &data) const
+{
+    QList<ProjectItemDrag::Item> items = ProjectItemDrag::items(data);
+    items.removeIf([this](const auto &item) { return !isInTree(item); });
+    for (ProjectItemDrag::Item &item : items)
+        item.base = item.project()->basePath();
+    return items;
 }
 
 /// Runs a function that changes the model; emits the signals about available commands once, at the end. If the current

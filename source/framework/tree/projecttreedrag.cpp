@@ -61,11 +61,11 @@ void ProjectTree::dropEvent(QDropEvent *event)
     Project *project = target ? target->project() : projectOf(dropItem);
     if (!project || !isOwnDrag(event))
         return;
-    QList<ProjectItemDrag::Item> items = ProjectItemDrag::items(*event->mimeData());
-    items.removeIf([this](const auto &item) { return !isInTree(item); }); // deleted by scripts during the drag
+    const QList<ProjectItemDrag::Item> items = itemsInTree(*event->mimeData());
     editModel([&] {
-        for (const ProjectItemDrag::Item &item : std::as_const(items))
+        for (const ProjectItemDrag::Item &item : items)
             drop(item, project, target);
+        selectItems(items);
     });
     event->setDropAction(Qt::MoveAction);
     event->accept();
@@ -74,7 +74,7 @@ void ProjectTree::dropEvent(QDropEvent *event)
 void ProjectTree::drop(const ProjectItemDrag::Item &item, Project *project, ProjectFolder *target)
 {
     const bool inSameProject = item.project() == project;
-    if (item.folder && wouldContainItself(item.folder, target))
+    if (!item.fitsInto(target))
         return;
     if (item.file && inSameProject && item.file->folder() == target)
         return;
@@ -87,6 +87,15 @@ void ProjectTree::drop(const ProjectItemDrag::Item &item, Project *project, Proj
     else
         item.project()->removeFile(item.file);
     item.putInto(project, target, false);
+}
+
+void ProjectTree::selectItems(const QList<ProjectItemDrag::Item> &items)
+{
+    clearSelection();
+    for (const ProjectItemDrag::Item &item : items) {
+        if (ProjectTreeItem *row = item.folder ? itemOf(item.folder) : itemOf(item.file))
+            row->setSelected(true);
+    }
 }
 
 bool ProjectTree::isOwnDrag(const QDropEvent *event) const

@@ -113,6 +113,7 @@ void DebugWindows::updateOthers(Window written)
         if (i != written)
             update(Window(i));
     }
+    Q_EMIT valuesWritten();
 }
 
 void DebugWindows::visibilityChanged(Window window, bool visible)

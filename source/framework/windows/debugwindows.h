@@ -30,6 +30,9 @@ public Q_SLOTS:
     void updateRegisters();
     void updateData(); ///< Peripherals, watches and memory.
 
+Q_SIGNALS:
+    void valuesWritten(); ///< By the user, in one of the windows.
+
 private:
     struct Entry
     {

@@ -4,8 +4,8 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-constexpr int ReadableCharacters = 26;
-constexpr int ReadableLines = 6; ///< the header included
+constexpr int ReadableCharacters = 30;
+constexpr int ReadableLines = 4; ///< the header included
 } // namespace
 
 QString gridText(const ListView &list)

@@ -6,7 +6,7 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-constexpr int WatchCharacters = 12; ///< width of the first column
+constexpr int WatchCharacters = 16; ///< width of the first column
 
 /// A copy: an editor must not delete the text that was dragged from it.
 void acceptText(QDropEvent *event)

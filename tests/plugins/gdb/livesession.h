@@ -135,6 +135,12 @@ public:
                                   u"-lgcc"_s};
         return run(u"arm-none-eabi-gcc"_s, line + options) ? image : QString();
     }
+    QString avr(const QString &name) const
+    {
+        const QString image = m_directory.filePath(name);
+        const QStringList line = {u"-mmcu=atmega328p"_s, u"-gdwarf-2"_s, u"-Og"_s, u"-o"_s, image, source(u"avr.c"_s)};
+        return run(u"avr-gcc"_s, line) ? image : QString();
+    }
     QString directory() const { return m_directory.path(); }
 
 private:

@@ -360,6 +360,7 @@ void tst_BoardSession::disassemblyShowsSourceLines()
     QVERIFY2(lines->sourceLines(index).join(u'\n').contains(u"{"_s), qPrintable(lines->sourceLines(index).join(u'\n')));
     QVERIFY(lines->text(index + 1).isNull());
     QVERIFY(lines->sourceLines(index + 1).isEmpty());
+    QVERIFY(lines->sourceLines(0).isEmpty()); // the vectors are no code
 }
 
 void tst_BoardSession::peripheralsAreReadAndWritten()

@@ -19,6 +19,7 @@ void tst_ElfImage::nativeProgramIsRead()
     const ElfImage image = loadElfImage(programs.native(u"demo"_s));
     QVERIFY(image.isValid() && image.isNative() && image.program && image.debugInformation);
     QVERIFY(image.functions.size() > 3);
+    QVERIFY(!image.dataAtZero);
     QVERIFY(std::any_of(image.segments.begin(), image.segments.end(),
                         [](const auto &segment) { return segment.executable && !segment.writable; }));
     QVERIFY(!loadElfImage(programs.native(u"bare"_s, {u"-s"_s})).debugInformation);
@@ -32,6 +33,8 @@ void tst_ElfImage::firmwareIsRead()
     QVERIFY(!image.wide && !image.bigEndian && !image.isNative() && !image.relocatable);
     QCOMPARE(image.entry & 1, 0u); // the Thumb bit is not part of the address
     QVERIFY(image.functions.contains(image.entry));
+    QVERIFY(!image.functions.contains(0));
+    QVERIFY(image.dataAtZero); // the vectors
 }
 
 void tst_ElfImage::otherFilesAreInvalid_data()

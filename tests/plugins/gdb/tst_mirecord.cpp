@@ -12,6 +12,8 @@ private Q_SLOTS:
     void recordIsParsed();
     void numbersAreRead();
     void tooDeepNestingIsKindOther();
+    void pointersAreRead_data();
+    void pointersAreRead();
     void quotedTextIsReadBackUnchanged_data();
     void quotedTextIsReadBackUnchanged();
 };
@@ -112,6 +114,25 @@ void tst_MiRecord::tooDeepNestingIsKindOther()
 {
     QCOMPARE(parseMiRecord("^done,a=" + QByteArray(60, '[') + QByteArray(60, ']')).kind, MiRecord::Kind::Result);
     QCOMPARE(parseMiRecord("^done,a=" + QByteArray(100000, '[')).kind, MiRecord::Kind::Other);
+}
+
+void tst_MiRecord::pointersAreRead_data()
+{
+    QTest::addColumn<QString>("printed");
+    QTest::addColumn<quint64>("value");
+    QTest::newRow("number") << u"5368709120"_s << Q_UINT64_C(5368709120);
+    QTest::newRow("function") << u"(unsigned char (*)(unsigned char)) 0x90 <twice>"_s << Q_UINT64_C(0x90);
+    QTest::newRow("variable") << u"(volatile unsigned char *) 0x800100 <count>"_s << Q_UINT64_C(0x800100);
+    QTest::newRow("without a symbol") << u"(int *) 0x20000000"_s << Q_UINT64_C(0x20000000);
+    QTest::newRow("without a type") << u"0x68 <__trampolines_start>"_s << Q_UINT64_C(0x68);
+    QTest::newRow("C++") << u"(void (*)(std::map<int, int> &)) 0x1139 <f(std::map<int, int>&)>"_s << Q_UINT64_C(0x1139);
+    QTest::newRow("no number") << u"<optimized out>"_s << Q_UINT64_C(0);
+}
+
+void tst_MiRecord::pointersAreRead()
+{
+    QFETCH(QString, printed);
+    QTEST(pointerValue(printed), "value");
 }
 
 void tst_MiRecord::quotedTextIsReadBackUnchanged_data()

@@ -1,0 +1,70 @@
+#pragma once
+#include <functional>
+#include <memory>
+#include <QObject>
+#include <QStringList>
+class ChildProcess;
+class MiConnection;
+class NativeTerminal;
+class QDeadlineTimer;
+
+/// A debug server that a session starts and ends, such as simavr or OpenOCD.
+///
+/// It gets a terminal for its standard output, since programs that write to a pipe keep their output back.
+class DebugServer : public QObject
+{
+    Q_OBJECT
+public:
+    struct Setup
+    {
+        QStringList command; ///< the program and its arguments
+        QString directory;
+        QString address; ///< where gdb connects: "host:port", or the path of a socket
+    };
+
+    explicit DebugServer(const Setup &setup, QObject *parent = nullptr);
+    ~DebugServer() override;
+
+    /// Starts the server. False with @p error set if that fails.
+    bool start(QString *error);
+    /// Connects gdb as soon as the server accepts it, and processes events until then; after half a second a dialog
+    /// offers to stop. False with @p error set if that lasts longer than @p limit milliseconds, if the server ends or
+    /// the user stops. A call of end() meanwhile makes it return false.
+    bool connectGdb(MiConnection *gdb, int limit, QString *error);
+    /// Ends the server and its children. Emits no signal.
+    void end();
+    [[nodiscard]] bool isRunning() const;
+
+Q_SIGNALS:
+    void output(const QByteArray &bytes); ///< without the control sequences for colours
+    void complaint(const QString &text);  ///< from the standard error
+    void died(const QString &reason);     ///< ended after gdb was connected, without a call of end()
+
+private:
+    [[nodiscard]] QString name() const;
+    [[nodiscard]] QString lastWords() const;
+    [[nodiscard]] QString failure(const QString &answer, int limit) const;
+    bool tryToConnect(MiConnection *gdb, const QDeadlineTimer &deadline, QString *answer);
+    bool waitForFreePort(QString *error);
+    void waitUntil(const std::function<bool()> &condition, const QDeadlineTimer &deadline) const;
+    void takeOutput(const QByteArray &bytes);
+    void takeComplaint();
+    void processEnded();
+    void remember(const QString &text);
+
+    const Setup m_setup;
+    std::unique_ptr<NativeTerminal> m_terminal;
+    std::unique_ptr<ChildProcess> m_process;
+    QByteArray m_incomplete; ///< the beginning of a control sequence
+    QString m_words;         ///< the last lines of both outputs
+    bool m_connected = false;
+    bool m_stopped = false; ///< by the user
+    bool m_ended = true;    ///< by end()
+};
+
+/// A port of this computer that no program listens at; 0 if there is none.
+[[nodiscard]] int freePort();
+
+/// @p bytes without the sequences that set colours. The beginning of one at the end is left in @p incomplete, which is
+/// put in front of the next bytes.
+[[nodiscard]] QByteArray withoutColours(const QByteArray &bytes, QByteArray *incomplete);

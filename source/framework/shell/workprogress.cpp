@@ -1,0 +1,55 @@
+#include "workprogress.h"
+#include <QCoreApplication>
+#include <QProgressDialog>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+constexpr int ShowDelay = 500; // milliseconds
+constexpr int Interval = 30;   // milliseconds between two looks at the events
+} // namespace
+
+WorkProgress::WorkProgress(QWidget *parent, const QString &text) : m_parent(parent), m_hasParent(parent), m_text(text)
+{
+    m_start.start();
+    m_last.start();
+}
+
+WorkProgress::~WorkProgress()
+{
+    end();
+}
+
+void WorkProgress::end()
+{
+    delete m_dialog;
+}
+
+bool WorkProgress::update(int percent)
+{
+    if (!parentIsGone() && m_last.hasExpired(Interval))
+        refresh(percent);
+    return !parentIsGone() && !(m_dialog && m_dialog->wasCanceled());
+}
+
+void WorkProgress::refresh(int percent)
+{
+    if (!m_dialog && m_start.hasExpired(ShowDelay))
+        show();
+    if (m_dialog && percent >= 0) {
+        m_dialog->setMaximum(100);
+        m_dialog->setValue(std::min(percent, 99)); // at the maximum the dialog would close itself
+    }
+    // Without the dialog, which is modal, nothing but painting may happen during the work.
+    QCoreApplication::processEvents(m_dialog ? QEventLoop::AllEvents : QEventLoop::ExcludeUserInputEvents);
+    m_last.start();
+}
+
+void WorkProgress::show()
+{
+    m_dialog = new QProgressDialog(m_text, QProgressDialog::tr("Cancel"), 0, 0, m_parent);
+    m_dialog->setObjectName(u"workProgressDialog"_s);
+    m_dialog->setWindowModality(Qt::ApplicationModal);
+    m_dialog->setMinimumDuration(0);
+    m_dialog->show();
+}

@@ -1,0 +1,33 @@
+#include "filestamp.h"
+#include "wholefile.h"
+#include <QFileInfo>
+
+namespace {
+bool leaveCopy(const QString &path)
+{
+    if (!QFileInfo::exists(path))
+        return true;
+    const std::optional<QByteArray> bytes = readFile(path);
+    return bytes && writeFileSafely(path + u'~', *bytes);
+}
+} // namespace
+
+void FileStamp::take(const QString &path, bool foreign)
+{
+    modified = QFileInfo(path).lastModified();
+    isForeign = foreign;
+}
+
+bool FileStamp::isOlderThan(const QString &path) const
+{
+    const QFileInfo info(path);
+    return modified.isValid() && info.exists() && info.lastModified() > modified;
+}
+
+bool writeProjectFile(const QString &path, const QString &xml, FileStamp &stamp)
+{
+    if ((stamp.isForeign && !leaveCopy(path)) || !writeFileSafely(path, xml.toUtf8()))
+        return false;
+    stamp.take(path, false);
+    return true;
+}

@@ -1,0 +1,16 @@
+#pragma once
+#include <QString>
+
+/// The characters of a file that QTextDocument cannot hold, since it uses them for its own structure: U+2029, U+FDD0
+/// and U+FDD1. In the document others that the text does not contain stand for them, so that they survive a save.
+class StandIns
+{
+public:
+    /// Puts stand-ins into the text of a file. The first text that needs them chooses them.
+    void putInto(QString &text);
+    /// Puts the characters of the file back into a text of the document whose lines end in "\n".
+    void takeOutOf(QString &text) const;
+
+private:
+    QString m_characters; ///< one for each of the three; empty if none are needed
+};

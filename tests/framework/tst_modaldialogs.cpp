@@ -1,0 +1,434 @@
+#include "../plugins/stub/stub.h"
+#include "ibreakpoints.h"
+#include "ibuildenvironment.h"
+#include "iexecutionenvironment.h"
+#include "projectfile.h"
+#include "projectfolder.h"
+#include "projecttree.h"
+#include "windowfixture.h"
+#include <QListWidget>
+#include <QPluginLoader>
+#include <QPrintDialog>
+
+// Every dialog and every message box: the workspace closes while it is open, and then the user answers it.
+
+using namespace Qt::StringLiterals;
+
+namespace {
+StubControl *stub()
+{
+    return qobject_cast<StubControl *>(QPluginLoader(QStringLiteral(TESTPLUGIN_STUB)).instance());
+}
+
+/// Plug-ins "fw" and "dsp", which run programs, and "cc", which builds.
+struct Plugins
+{
+    Plugins()
+    {
+        stub()->reset();
+        for (const QString &name : {u"fw"_s, u"dsp"_s, u"cc"_s}) {
+            StubScript &script = stub()->script(u'{' + name + u'}');
+            script.label = name;
+            script.offers =
+                name == "cc"_L1 ? QSet{IBuildEnvironment::Iid} : QSet{IExecutionEnvironment::Iid, IBreakpoints::Iid};
+        }
+        QCoreApplication::addLibraryPath(QFileInfo(QStringLiteral(TESTPLUGIN_STUB)).path());
+    }
+};
+
+/// A window with the workspace "all" of the projects "fw" and "dsp" and the open file "main.c"; and the files of
+/// another workspace.
+class Fixture : private Plugins, public WindowFixture
+{
+public:
+    Fixture()
+    {
+        write(u"main.c"_s, "one\ntwo\n");
+        for (const QString &name : {u"fw"_s, u"dsp"_s})
+            writeBound(name, "buildenvironment='{cc}' executionenvironment='{" + name.toLatin1() + "}'");
+        all = writeWorkspace(u"all.vnw"_s, {u"fw.vnp"_s, u"dsp.vnp"_s});
+        writeProject(u"other/other.vnp"_s, {u"main.c"_s});
+        other = writeWorkspace(u"other/other.vnw"_s, {u"other.vnp"_s});
+        writeProject(u"chosen.vnp"_s);
+        write(u"chosen.c"_s, "chosen\n");
+        reopen();
+    }
+
+    void reopen() const
+    {
+        QVERIFY(window->openWorkspace(all, false));
+        QVERIFY(window->openFile(path(u"main.c"_s), false));
+    }
+    void writeBound(const QString &name, const QByteArray &environments) const
+    {
+        write(name + u".vnp"_s, "<project " + environments
+                                    + "><folder name='src'><file path='main.c'/></folder><properties "
+                                      "currentconfiguration='Debug'><configuration name='Debug'/>"
+                                      "<configuration name='Release'/></properties></project>");
+    }
+
+    static StubScript &script(const QString &label) { return stub()->script(u'{' + label + u'}'); }
+    [[nodiscard]] Project *project() const { return window->projectWorkspace()->project(0); }
+    void change() const { project()->addFiles({path(u"added.c"_s)}, nullptr); }
+    void set(ActivityState state) const { window->activity().setState(state); }
+
+    /// Selects a row of the tree: the project, or its folder.
+    [[nodiscard]] ProjectTree *select(bool folder) const
+    {
+        auto *tree = window->findChild<ProjectTree *>();
+        tree->clearSelection();
+        QTreeWidgetItem *row = tree->topLevelItem(0)->child(0);
+        (folder ? row->child(0) : row)->setSelected(true);
+        return tree;
+    }
+
+    QString all;
+    QString other;
+};
+
+using Command = std::function<void(Fixture &)>;
+
+void click(QDialog *dialog, const char *name)
+{
+    if (auto *button = dialog->findChild<QAbstractButton *>(QString::fromLatin1(name)))
+        button->click();
+}
+
+/// Agrees to everything, with "typed" or the file "chosen" as the answer.
+void agree(const Fixture &f, QDialog *dialog)
+{
+    if (auto *box = qobject_cast<QMessageBox *>(dialog)) {
+        for (const auto button : {QMessageBox::Yes, QMessageBox::Ok}) {
+            if (box->button(button))
+                return box->button(button)->click();
+        }
+    } else if (auto *chooser = qobject_cast<QFileDialog *>(dialog)) {
+        const bool project = chooser->objectName() == "insertProjectDialog"_L1;
+        const bool workspace = chooser->objectName() == "openWorkspaceDialog"_L1;
+        const QString file = project ? u"chosen.vnp"_s : workspace ? u"other/other.vnw"_s : u"chosen.c"_s;
+        chooser->findChild<QLineEdit *>(u"fileNameEdit"_s)->setText(f.path(file));
+        QMetaObject::invokeMethod(dialog, "accept", Qt::QueuedConnection); // it may show a question itself
+    } else if (qobject_cast<QPrintDialog *>(dialog)) {
+        dialog->reject(); // there is no printer
+    } else if (dialog->findChild<QAbstractButton *>(u"BuildButton"_s)) {
+        click(dialog, "BuildButton");
+        if (dialog->isVisible())
+            dialog->reject();
+    } else {
+        for (QLineEdit *edit : dialog->findChildren<QLineEdit *>())
+            edit->setText(u"typed"_s);
+        QMetaObject::invokeMethod(dialog, "accept");
+        dialog->reject(); // if it has refused that
+    }
+}
+
+/// Operates the next dialog by a function that opens another dialog: not at once, since the timer of the answers must
+/// fire for that one.
+void operate(const Fixture &f, const std::function<void(QDialog *)> &use)
+{
+    f.answers->prepend([use](QDialog *dialog) { QTimer::singleShot(0, dialog, [use, dialog] { use(dialog); }); });
+}
+
+/// Opens a dialog that a dialog asks in turn, by clicking @p button in it.
+Command nested(const Command &command, const char *button)
+{
+    return [command, button](Fixture &f) {
+        operate(f, [button](QDialog *dialog) {
+            if (auto *list = dialog->findChild<QListWidget *>())
+                list->setCurrentRow(0);
+            click(dialog, button);
+            dialog->reject();
+        });
+        command(f);
+    };
+}
+} // namespace
+Q_DECLARE_METATYPE(Command)
+
+class ModalDialogsTest : public QObject
+{
+    Q_OBJECT
+
+private:
+    static void addFileRows();
+    static void addProjectRows();
+    static void addTreeRows();
+    static void addBuildRows();
+    static void addDebugRows();
+    static void addOtherRows();
+
+private Q_SLOTS:
+    void init() { QTest::failOnWarning(QRegularExpression(u"^(?!This plugin does not support)"_s)); }
+
+    void answerAfterTheWorkspaceHasClosedChangesNothing_data()
+    {
+        QTest::addColumn<Command>("command");
+        addFileRows();
+        addProjectRows();
+        addTreeRows();
+        addBuildRows();
+        addDebugRows();
+        addOtherRows();
+    }
+
+    void answerAfterTheWorkspaceHasClosedChangesNothing()
+    {
+        QFETCH(const Command, command);
+        for (const bool another : {false, true}) {
+            Fixture f;
+            const QByteArray workspace = f.read(u"other/other.vnw"_s);
+            const QByteArray project = f.read(u"other/other.vnp"_s);
+            bool asked = false;
+            f.answers->meet([&](QDialog *dialog) {
+                asked = true;
+                const QPointer<QDialog> alive(dialog);
+                f.discard();
+                if (another)
+                    QVERIFY(f.window->openWorkspace(f.other, false));
+                stub()->takeCalls();
+                if (alive)
+                    agree(f, alive);
+            });
+            command(f);
+            QCoreApplication::processEvents();
+            QVERIFY(asked);
+            QCOMPARE(f.read(u"other/other.vnw"_s), workspace);
+            QCOMPARE(f.read(u"other/other.vnp"_s), project);
+            if (another) {
+                QCOMPARE(f.projects(), QStringList(u"other"_s));
+                QVERIFY(!f.window->projectWorkspace()->isModified());
+                QVERIFY(!f.window->activity().currentProject()->isModified());
+                QCOMPARE(f.window->activity().state(), StateIdle);
+            }
+            const QRegularExpression work(u"\\.(build|clean|compile|start|run|pause|setBreakpoint)\\("_s);
+            QCOMPARE(stub()->takeCalls().filter(work), QStringList());
+        }
+    }
+};
+
+namespace {
+void row(const char *name, const Command &command)
+{
+    QTest::newRow(name) << command;
+}
+} // namespace
+
+void ModalDialogsTest::addFileRows()
+{
+    row("open file", [](auto &f) { f.window->fileOpen(); });
+    row("save as", [](auto &f) { f.window->fileSaveAs(); });
+    row("insert file", [](auto &f) { f.window->editInsertFile(); });
+    row("print", [](auto &f) { f.window->filePrint(); });
+    row("revert", [](auto &f) { f.window->fileRevert(); });
+    row("close a file with changes", [](auto &f) {
+        f.type(u"x"_s);
+        f.window->fileClose();
+    });
+    row("save over a newer file", [](auto &f) {
+        f.changeOutside(u"main.c"_s, "new\n");
+        f.window->fileSave();
+    });
+    row("save all over newer files", [](auto &f) {
+        f.changeOutside(u"main.c"_s, "new\n");
+        (void)f.window->fileSaveAll();
+    });
+    row("file that cannot be written", [](auto &f) {
+        f.open(u"gone/a.c"_s);
+        QDir(f.path(u"gone"_s)).removeRecursively();
+        f.window->fileSave();
+    });
+    row("file that does not exist", [](auto &f) { (void)f.window->openFile(f.path(u"missing.c"_s), false); });
+    row("file that cannot be opened", [](auto &f) { (void)f.window->openFile(f.path(u"other"_s), false); });
+    row("file that was changed outside", [](auto &f) {
+        f.changeOutside(u"main.c"_s, "new\n");
+        f.activate();
+    });
+}
+
+void ModalDialogsTest::addProjectRows()
+{
+    row("open workspace", [](auto &f) { f.window->projectOpen(); });
+    row("save changes", [](auto &f) {
+        f.change();
+        (void)f.window->closeWorkspace();
+    });
+    row("project that cannot be saved", [](auto &f) {
+        QFile::remove(f.path(u"fw.vnp"_s));
+        QDir().mkpath(f.path(u"fw.vnp"_s));
+        f.window->projectSave();
+    });
+    row("workspace that cannot be saved", [](auto &f) {
+        QFile::remove(f.all);
+        QDir().mkpath(f.all);
+        f.window->projectSave();
+    });
+    row("save over a newer project", [](auto &f) {
+        f.changeOutside(u"fw.vnp"_s, "<project/>");
+        f.window->projectSave();
+    });
+    row("save over a newer workspace", [](auto &f) {
+        f.changeOutside(u"all.vnw"_s, "<workspace/>");
+        f.window->projectSave();
+    });
+    row("project that was changed outside", [](auto &f) {
+        f.changeOutside(u"fw.vnp"_s, "<project/>");
+        f.activate();
+    });
+    row("workspace that was changed outside", [](auto &f) {
+        f.changeOutside(u"all.vnw"_s, "<workspace/>");
+        f.activate();
+    });
+    row("insert files", [](auto &f) { f.window->projectInsertFiles(); });
+    row("insert project", [](auto &f) { f.window->projectInsertProject(); });
+    row("missing build environment", [](auto &f) {
+        f.writeBound(u"fw"_s, "buildenvironment='{none}'");
+        (void)f.window->openWorkspace(f.all, false);
+    });
+    row("missing execution environment", [](auto &f) {
+        f.writeBound(u"fw"_s, "executionenvironment='{none}'");
+        (void)f.window->openWorkspace(f.all, false);
+    });
+    row("build environment that fails", [](auto &f) {
+        f.script(u"cc"_s).initialised = false;
+        (void)f.window->openWorkspace(f.all, false);
+    });
+    row("execution environment that fails", [](auto &f) {
+        f.script(u"fw"_s).initialised = false;
+        (void)f.window->openWorkspace(f.all, false);
+    });
+    row("missing environment of an inserted project", [](auto &f) {
+        f.writeBound(u"new"_s, "buildenvironment='{none}'");
+        f.answers->prepend([&f](QDialog *dialog) {
+            dialog->findChild<QLineEdit *>(u"fileNameEdit"_s)->setText(f.path(u"new.vnp"_s));
+            QMetaObject::invokeMethod(dialog, "accept", Qt::QueuedConnection);
+        });
+        f.window->projectInsertProject();
+    });
+    row("scripts of a workspace", [](auto &f) {
+        f.writeProject(u"scripted/fw.vnp"_s, {u"boot.py"_s},
+                       "<properties><configuration name='Default'><property key='runAtProjectLoad'>1</property>"
+                       "</configuration></properties>");
+        (void)f.window->openWorkspace(f.writeWorkspace(u"scripted/all.vnw"_s, {u"fw.vnp"_s}), false);
+    });
+}
+
+void ModalDialogsTest::addTreeRows()
+{
+    row("remove project", [](auto &f) { f.select(false)->removeProject(); });
+    row("changes of a removed project", [](auto &f) {
+        f.change();
+        f.answers->prepend([](QDialog *box) { static_cast<QMessageBox *>(box)->button(QMessageBox::Ok)->click(); });
+        f.select(false)->removeProject();
+    });
+    row("add files to folder", [](auto &f) { f.select(true)->addFilesToFolder(); });
+    row("properties of a folder", [](auto &f) { f.select(true)->folderProperties(); });
+    row("properties of a project", [](auto &f) { f.window->projectProperties(); });
+    row("properties of a file",
+        [](auto &f) { f.window->displayFileProperties(f.project()->folders().first()->files().first()); });
+}
+
+void ModalDialogsTest::addBuildRows()
+{
+    const Command edit = [](Fixture &f) { f.window->buildConfigurationsEdit(); };
+    row("no build environment", [](auto &f) {
+        f.project()->setBuildInterface(nullptr);
+        f.window->buildBuild();
+    });
+    row("batch build", [](auto &f) { f.window->buildBatchBuild(); });
+    row("new configuration", [](auto &f) { f.window->buildConfigurationsNew(); });
+    row("edit configurations", edit);
+    row("rename configuration", nested(edit, "RenameButton"));
+    row("remove configuration", nested(edit, "RemoveButton"));
+    row("project that cannot be saved for a compilation", [](auto &f) {
+        f.change();
+        QFile::remove(f.path(u"fw.vnp"_s));
+        QDir().mkpath(f.path(u"fw.vnp"_s));
+        f.window->fileSelected(u"main.c"_s);
+        f.window->buildCompileFile();
+    });
+}
+
+void ModalDialogsTest::addDebugRows()
+{
+    row("project needs rebuilding", [](auto &f) {
+        f.script(u"cc"_s).upToDate = false;
+        f.window->debugRun();
+    });
+    row("debugger does not start", [](auto &f) {
+        f.script(u"fw"_s).started = false;
+        f.window->debugRun();
+    });
+    row("one processor or all", [](auto &f) {
+        for (const QString &key : {u"Debug/action0"_s, u"Debug/action1"_s})
+            f.settings()->setValue(key, 2);
+        f.discard();
+        f.restart();
+        f.reopen();
+        f.set(StateRunning);
+        f.window->debugPause();
+    });
+    row("no source for the next statement", [](auto &f) {
+        f.script(u"fw"_s).location = {u"missing.c"_s, 1};
+        f.set(StatePaused);
+    });
+    row("hit in another project", [](auto &f) {
+        f.set(StateRunning);
+        stub()->object(u"dsp"_s)->executionEvents->programStatusChanged(IExecutionEnvironment::ProgramBreakpointHit);
+    });
+    row("breakpoints", [](auto &f) { f.window->debugBreakpoints(); });
+    row("breakpoints without a workspace", [](auto &f) {
+        f.discard();
+        f.window->debugBreakpoints();
+    });
+    row("breakpoint of wrong syntax", [](auto &f) {
+        operate(f, [](QDialog *dialog) {
+            dialog->findChild<QLineEdit *>(u"LocationEdit"_s)->setText(u"nowhere"_s);
+            dialog->accept();
+        });
+        f.window->debugBreakpoints();
+    });
+    row("breakpoint in a file of two projects", [](auto &f) {
+        operate(f, [&f](QDialog *dialog) {
+            dialog->findChild<QLineEdit *>(u"LocationEdit"_s)->setText(f.path(u"main.c"_s) + u", 1"_s);
+            dialog->accept();
+        });
+        f.window->debugBreakpoints();
+    });
+    row("breakpoint while the program runs", [](auto &f) {
+        f.set(StateRunning);
+        f.window->debugToggleBreakpoint();
+    });
+    row("breakpoint that is refused", [](auto &f) {
+        f.script(u"fw"_s).setBreakpointResult = -1;
+        f.window->debugToggleBreakpoint();
+    });
+}
+
+void ModalDialogsTest::addOtherRows()
+{
+    row("find in files", [](auto &f) { f.window->editFindInFiles(); });
+    row("text that is not found", [](auto &f) { f.window->find(u"missing"_s, false, false, true, true); });
+    row("go to line", [](auto &f) { f.window->viewGotoLine(); });
+    row("options", [](auto &f) { f.window->toolsOptions(); });
+    row("recovery", [](auto &f) {
+        const QString swap = f.installation.path(u"state/Ostrand Labs/Varnel/swap"_s);
+        QDir().mkpath(swap);
+        QFile file(swap + u"/lost.swap"_s);
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        QDataStream stream(&file);
+        stream.setVersion(QDataStream::Qt_6_4);
+        stream << quint32(0x56535731) << f.path(u"lost.c"_s) << QDateTime::currentDateTimeUtc() << QByteArray("x");
+        file.close();
+        f.window->disableSessions();
+        f.window->continueLastRun();
+    });
+    row("file that is too large",
+        [](auto &f) { (void)f.window->openFile(f.write(u"large.txt"_s, QByteArray(10'000'001, 'x')), false); });
+}
+
+int main(int argc, char *argv[])
+{
+    ModalDialogsTest test; // makes an application in each function
+    return QTest::qExec(&test, argc, argv);
+}
+#include "tst_modaldialogs.moc"
