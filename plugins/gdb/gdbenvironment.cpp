@@ -33,6 +33,7 @@ GdbEnvironment::GdbEnvironment(const ProcessorGroup::Registry &processors)
     : m_symbols(&m_session, static_cast<IPluginObject *>(this))
     , m_breakpoints(&m_session, &m_symbols, static_cast<IPluginObject *>(this))
     , m_memory(&m_session, static_cast<IPluginObject *>(this))
+    , m_live(&m_session, &m_memory, static_cast<IPluginObject *>(this))
     , m_registers(&m_session, static_cast<IPluginObject *>(this))
     , m_peripherals(&m_memory, static_cast<IPluginObject *>(this))
     , m_disassembler(&m_session, &m_symbols, &m_memory, static_cast<IPluginObject *>(this))
@@ -40,7 +41,7 @@ GdbEnvironment::GdbEnvironment(const ProcessorGroup::Registry &processors)
           processors, &m_session, [this] { restart(); }, static_cast<IPluginObject *>(this))
     , m_docks(&m_session, static_cast<IPluginObject *>(this))
     , m_facets(
-          {&m_symbols, &m_breakpoints, &m_memory, &m_registers, &m_peripherals, &m_disassembler, &m_group, &m_docks})
+          {&m_symbols, &m_breakpoints, &m_memory, &m_live, &m_registers, &m_peripherals, &m_disassembler, &m_group, &m_docks})
 {
     connectParts();
 }
@@ -208,6 +209,7 @@ bool GdbEnvironment::start(bool attachOnly)
 /// Called when the program is loaded and its addresses are final.
 void GdbEnvironment::loadTargetTables()
 {
+    m_live.reset();
     m_symbols.reset();
     m_disassembler.reset();
     const TargetOptions now = options();

@@ -10,6 +10,7 @@
 #include "ipropertydefinitions.h"
 #include "iqueryplugininterface.h"
 #include "iworkspaceclient.h"
+#include "livememory.h"
 #include "memoryaccess.h"
 #include "peripheralaccess.h"
 #include "pluginfactory.h"
@@ -83,6 +84,7 @@ private:
     SymbolTable m_symbols;
     BreakpointList m_breakpoints;
     MemoryAccess m_memory;
+    LiveMemory m_live;
     RegisterAccess m_registers;
     PeripheralAccess m_peripherals;
     Disassembler m_disassembler;

@@ -18,6 +18,7 @@ public:
     void end(MiConnection *gdb) override;
     [[nodiscard]] bool severalCores() const override { return !m_options.secondImage.isEmpty(); }
     [[nodiscard]] RegionTable regions(MiConnection *gdb) const override;
+    [[nodiscard]] bool readsDirectly() const override { return true; }
     bool readDirectly(quint64 address, int length, QByteArray *bytes) override;
     bool writeDirectly(quint64 address, const QByteArray &bytes) override;
     [[nodiscard]] bool canWakeUp() const override;

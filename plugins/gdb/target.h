@@ -38,6 +38,8 @@ public:
     [[nodiscard]] virtual RegionTable regions(MiConnection *gdb) const = 0;
     /// Whether gdb can read memory while the program runs.
     [[nodiscard]] virtual bool readsWhileRunning() const { return false; }
+    /// Whether readDirectly() is supported.
+    [[nodiscard]] virtual bool readsDirectly() const { return false; }
     /// Reads and writes without gdb, also while the program runs: 1, 2 or 4 bytes in one access, or any other number.
     /// False if the target does not support that.
     virtual bool readDirectly(quint64 address, int length, QByteArray *bytes);

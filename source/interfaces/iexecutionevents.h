@@ -13,7 +13,9 @@ public:
     virtual void processorStatusChanged(IExecutionEnvironment::ProcessorStatus status) = 0;
     /// Moves the host to its paused, running, finished or unknown state and refreshes what it shows.
     virtual void programStatusChanged(IExecutionEnvironment::ProgramStatus status) = 0;
-    /// Shows a short text in the status bar. Positions are 0 to 3; 0 is next to the cursor position.
+    /// Shows a short text in the status bar. Positions are 0 to 3; 0 is next to the cursor position. The text at
+    /// position 1 is also shown as the reason of the last stop in the list of processors: set it before the report of
+    /// the stop, empty if there is nothing to say.
     virtual void statusInfo(const QString &text, int position) = 0;
     virtual void breakpointsChanged() = 0; ///< The host calls IBreakpoints::breakpoints() again and marks the lines.
 

@@ -203,10 +203,11 @@ private Q_SLOTS:
     void everyCommandIsBound()
     {
         open(plainCommands() + toggleCommands(), {});
-        const QStringList zoom{u"viewZoomIn"_s, u"viewZoomOut"_s, u"viewZoomReset"_s}; // not in the UI file
+        const QStringList others{u"viewZoomIn"_s, u"viewZoomOut"_s, u"viewZoomReset"_s,
+                                 u"debugToggleProcessorWindow"_s}; // not in the UI file
         int bound = 0;
         for (const QAction *action : m_window->actions())
-            bound += zoom.contains(action->objectName()) ? 0 : 1;
+            bound += others.contains(action->objectName()) ? 0 : 1;
         QCOMPARE(bound, 88 + 1);
     }
 
@@ -578,8 +579,7 @@ private Q_SLOTS:
     void menusWithoutAdditionsHaveTheItemsOfTheFile_data()
     {
         QTest::addColumn<QByteArray>("name");
-        for (const char *name :
-             {"windowMenu", "toolsMenu", "buildMenu", "debugWindowsMenu", "buildConfigurationsMenu", "toolMacroMenu"})
+        for (const char *name : {"windowMenu", "toolsMenu", "buildMenu", "buildConfigurationsMenu", "toolMacroMenu"})
             QTest::newRow(name) << QByteArray(name);
     }
 
@@ -590,6 +590,13 @@ private Q_SLOTS:
              "<menus><menu name='" + name + "'><separator/><action name='fileOpen'/><separator/></menu></menus>");
         for (int i = 0; i < 2; ++i)
             QCOMPARE(opened(name), u"- fileOpen -"_s);
+    }
+
+    void theMenuOfDebugWindowsEndsWithTheProcessors()
+    {
+        open({"fileOpen"}, R"(<menus><menu name="debugWindowsMenu"><action name="fileOpen"/></menu></menus>)");
+        for (int i = 0; i < 2; ++i)
+            QCOMPARE(opened("debugWindowsMenu"), u"fileOpen [ ]&Processors"_s);
     }
 
     void theDebugMenuLosesItsTrailingSeparators()

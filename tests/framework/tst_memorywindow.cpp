@@ -101,7 +101,7 @@ private:
     {
         QContextMenuEvent event(QContextMenuEvent::Keyboard, {5, 5}, edit()->mapToGlobal(QPoint(5, 5)));
         QApplication::sendEvent(edit(), &event);
-        return m_window->findChild<QMenu *>();
+        return m_window->findChild<QMenu *>(u"memoryMenu"_s);
     }
     static QString textOf(const QMenu *menu)
     {

@@ -11,6 +11,7 @@
 #include "iexecutionenvironment.h"
 #include "iexecutionevents.h"
 #include "iextensioncommands.h"
+#include "ilivememory.h"
 #include "imemory.h"
 #include "imemoryverify.h"
 #include "imultiprocessorsync.h"
@@ -291,6 +292,11 @@ private Q_SLOTS:
             using I = IMemory;
             contract<I>("IMemory", "{ce81cf33-ffe6-4d5c-9c28-d779e567a8fc}",
                         {F(regions), F(read), F(write), F(readBlock), F(writeBlock)});
+        }
+        {
+            using I = ILiveMemory;
+            contract<I>("ILiveMemory", "{1a641ed1-cbd3-428b-a2db-cccc285153a6}",
+                        {F(canReadLive), F(readLive), F(prepareLive), F(evaluateLive)});
         }
         {
             using I = IMemoryVerify;

@@ -104,6 +104,7 @@ void DebugControl::programStatusChanged(IExecutionEnvironment::ProgramStatus sta
         return;
     const Activity::Environment kept = shareInterface(environment);
     m_reports.addStatus(environment, status);
+    Q_EMIT processorReported();
     reactToBreakpoint(status, environment);
     if (environment != m_activity.currentEnvironment().get())
         return;
@@ -145,6 +146,7 @@ void DebugControl::statusInfo(const QString &text, int position, IExecutionEnvir
     if (!m_activity.currentProject() || !environment)
         return;
     m_reports.setInfo(environment, {text, position});
+    Q_EMIT processorReported();
     if (environment == m_activity.currentEnvironment().get())
         m_window.showStatusInfo(text, position);
 }

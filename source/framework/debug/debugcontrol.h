@@ -31,6 +31,7 @@ public:
         return m_breakpoints.toolTip(file, line);
     }
     void updateDebugWindows(int parts); ///< A set of Part.
+    [[nodiscard]] const ProcessorReports &reports() const { return m_reports; }
 
 public Q_SLOTS:
     void debugRun() { m_run.run(); }
@@ -42,6 +43,10 @@ public Q_SLOTS:
     void debugStop() { m_run.stop(); }
     void debugRestart() { m_run.restart(); }
     void debugWakeup() { m_run.wakeUp(); }
+    void runProcessor(Project *project) { m_run.runProcessor(project); }
+    void pauseProcessor(Project *project) { m_run.pauseProcessor(project); }
+    void runAllProcessors() { m_run.runAll(); }
+    void pauseAllProcessors() { m_run.pauseAll(); }
     void debugShowNext();
     void debugBreakpoints() { m_breakpoints.edit(); }
     void debugToggleBreakpoint() { m_breakpoints.toggleAtCursor(); }
@@ -57,6 +62,7 @@ public Q_SLOTS:
 Q_SIGNALS:
     void updateRegisterWindow(); ///< Registers have changed.
     void updateDataWindows();    ///< The same for peripherals, watches and memory.
+    void processorReported();    ///< reports() has changed.
 
 private:
     void enterState(ActivityState next);

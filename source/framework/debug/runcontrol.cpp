@@ -5,6 +5,7 @@
 #include "debugmarkers.h"
 #include "document.h"
 #include "processorreports.h"
+#include "project.h"
 #include "projectworkspace.h"
 #include "sessionstart.h"
 #include "textview.h"
@@ -156,6 +157,43 @@ void RunControl::pause()
 void RunControl::wakeUp()
 {
     carryOut(Wakeup);
+}
+
+// Chosen processors
+
+/// The state is that of the current project, so it does not follow when another one runs.
+void RunControl::runProcessor(Project *project)
+{
+    const QPointer<Project> alive(project);
+    if (!project || !m_activity.currentProject() || !m_session.start(false) || !alive)
+        return;
+    const Activity::Environment environment = shareInterface(alive->executionInterface());
+    if (!environment)
+        return;
+    if (alive == m_activity.currentProject())
+        m_activity.setState(StateRunning);
+    runPlugin(Run.name, [&] { environment->run(); });
+}
+
+void RunControl::pauseProcessor(Project *project)
+{
+    const Activity::Environment environment = shareInterface(project ? project->executionInterface() : nullptr);
+    if (environment && m_activity.isDebugging())
+        runPlugin(Pause.name, [&] { environment->pause(); });
+}
+
+void RunControl::runAll()
+{
+    if (!m_activity.currentProject() || !m_session.start(false))
+        return;
+    m_activity.setState(StateRunning);
+    carryOut(Run, AllProcessors);
+}
+
+void RunControl::pauseAll()
+{
+    if (m_activity.isDebugging())
+        carryOut(Pause, AllProcessors);
 }
 
 void RunControl::pauseOthers(const IExecutionEnvironment *environment)

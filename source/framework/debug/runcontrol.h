@@ -5,6 +5,7 @@
 #include <QObject>
 class Activity;
 class ProcessorReports;
+class Project;
 class SessionStart;
 class WindowServices;
 
@@ -28,6 +29,11 @@ public:
     void wakeUp();
     void restart();
     void stop();
+    // The same without a question which processors are meant.
+    void runProcessor(Project *project);
+    void pauseProcessor(Project *project);
+    void runAll();
+    void pauseAll();
     void pauseOthers(const IExecutionEnvironment *environment); ///< All processors but this one.
 
 private:

@@ -237,6 +237,7 @@ void WindowParts::setUpCommands()
     buildControl = std::make_unique<BuildControl>(activity, services);
     debugControl = std::make_unique<DebugControl>(activity, services, *buildControl);
     debugControl->options().load(*application()->settings());
+    processorDock = std::make_unique<ProcessorDock>(activity, services, *debugControl);
     projectCommands = std::make_unique<ProjectCommands>(activity, services);
     templateCommands = std::make_unique<TemplateCommands>(activity, services, *projectCommands, templateDirectories());
     helpCommands = std::make_unique<HelpCommands>(activity, services, *projectCommands, helpFiles());

@@ -13,6 +13,7 @@
 #include "objectmodel.h"
 #include "optionscommands.h"
 #include "pluginbinder.h"
+#include "processordock.h"
 #include "projectcommands.h"
 #include "sessionkeeper.h"
 #include "statuslabels.h"
@@ -74,6 +75,7 @@ struct WindowParts
     std::unique_ptr<FindCommands> findCommands;
     std::unique_ptr<BuildControl> buildControl;
     std::unique_ptr<DebugControl> debugControl;
+    std::unique_ptr<ProcessorDock> processorDock;
     std::unique_ptr<ProjectCommands> projectCommands;
     std::unique_ptr<TemplateCommands> templateCommands;
     std::unique_ptr<HelpCommands> helpCommands;

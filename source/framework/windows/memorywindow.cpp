@@ -1,17 +1,14 @@
 #include "memorywindow.h"
 #include "callplugin.h"
+#include "liveswitch.h"
 #include "memoryedit.h"
 #include <algorithm>
-#include <array>
 #include <limits>
-#include <QAction>
-#include <QActionGroup>
 #include <QComboBox>
 #include <QCoreApplication>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
-#include <QMenu>
 #include <QPointer>
 #include <QPushButton>
 #include <QRegularExpressionValidator>
@@ -42,6 +39,7 @@ MemoryWindow::MemoryWindow(QWidget *parent)
     : DebugPane(parent)
     , m_addressBox(named(new QComboBox, u"memoryAddress"_s))
     , m_regionBox(named(new QComboBox, u"memoryRegion"_s))
+    , m_live(new LiveSwitch)
     , m_writeButton(named(new QPushButton(tr("Write Changes")), u"memoryWrite"_s))
     , m_readButton(named(new QPushButton(tr("Read Memory")), u"memoryRead"_s))
     , m_edit(named(new MemoryEdit, u"memoryEdit"_s))
@@ -70,6 +68,7 @@ void MemoryWindow::createLayout()
     top->addWidget(labelFor(m_regionBox, tr("Region:")));
     top->addWidget(m_regionBox);
     top->addStretch();
+    top->addWidget(m_live);
     top->addWidget(m_writeButton);
     top->addWidget(m_readButton);
     auto *bottom = new QHBoxLayout;
@@ -89,6 +88,7 @@ void MemoryWindow::connectControls()
     connect(m_regionBox, &QComboBox::activated, this, &MemoryWindow::selectRegion);
     connect(m_writeButton, &QPushButton::clicked, this, &MemoryWindow::userUpdateMemory);
     connect(m_readButton, &QPushButton::clicked, this, &MemoryWindow::userRefreshDisplay);
+    connect(m_live, &LiveSwitch::refresh, this, &MemoryWindow::readLive);
     connect(m_scrollBar, &QScrollBar::valueChanged, this, &MemoryWindow::scrollValueChanged);
     connect(m_edit, &MemoryEdit::updateMemory, this, &MemoryWindow::userUpdateMemory);
     connect(m_edit, &MemoryEdit::hexChanged, this, &MemoryWindow::hexChanged);
@@ -261,9 +261,50 @@ void MemoryWindow::redraw(bool force)
     measure();
     if ((force || m_autoRead) && !readCells())
         return;
+    showCells();
+}
+
+void MemoryWindow::showCells()
+{
     buildLines();
     m_edit->showLines(m_lines, addressDigits(m_region), m_columns, m_width);
     updateScrollBar();
+}
+
+void MemoryWindow::setLive(IExecutionEnvironment *environment)
+{
+    m_live->setEnvironment(environment);
+}
+
+void MemoryWindow::releaseEnvironment()
+{
+    m_memory.reset();
+    m_live->setEnvironment(nullptr);
+}
+
+void MemoryWindow::setPaused(bool paused)
+{
+    setAutoRead(paused);
+    m_live->follow();
+}
+
+/// Not while there are changes of the user, which it would undo.
+void MemoryWindow::readLive()
+{
+    const InterfacePtr<ILiveMemory> live = m_live->memory();
+    if (!live || !m_memory || m_asking || m_regionIndex < 0 || !changes().isEmpty())
+        return;
+    measure();
+    MemoryCache cache{m_region.id, memoryMode(m_width), m_address, {}};
+    const int count = cellsToRead();
+    bool read = false;
+    const auto call = [&](IMemory &) {
+        read = live->readLive(cache.region, cache.mode, cache.address, count, cache.block);
+    };
+    if (count <= 0 || !ask("ILiveMemory::readLive", call) || !read)
+        return;
+    m_cache = cache;
+    showCells();
 }
 
 void MemoryWindow::measure()
@@ -402,41 +443,6 @@ void MemoryWindow::userUpdateMemory()
 }
 
 // Events ------------------------------------------------------------------------
-
-void MemoryWindow::showPopup(QPoint position)
-{
-    QMenu *menu = createPopupMenu();
-    if (menu->isEmpty())
-        return delete menu;
-    menu->setAttribute(Qt::WA_DeleteOnClose);
-    menu->popup(m_edit->viewport()->mapToGlobal(position));
-}
-
-QMenu *MemoryWindow::createPopupMenu()
-{
-    struct Item
-    {
-        QString text;
-        int width;
-        void (MemoryWindow::*select)();
-    };
-    const std::array<Item, 4> items{{{tr("&Byte View"), 1, &MemoryWindow::selectByteView},
-                                     {tr("16-bit Word View"), 2, &MemoryWindow::selectWord16View},
-                                     {tr("24-bit Word View"), 3, &MemoryWindow::selectWord24View},
-                                     {tr("32-bit Word View"), 4, &MemoryWindow::selectWord32View}}};
-    auto *menu = new QMenu(this);
-    menu->setObjectName(u"memoryMenu"_s);
-    auto *group = new QActionGroup(menu);
-    for (const Item &item : items) {
-        if (m_regionIndex < 0 || !supportsWidth(m_region, item.width))
-            continue;
-        QAction *action = menu->addAction(item.text, this, item.select);
-        action->setCheckable(true);
-        action->setChecked(item.width == m_width);
-        group->addAction(action);
-    }
-    return menu;
-}
 
 void MemoryWindow::showEvent(QShowEvent *event)
 {

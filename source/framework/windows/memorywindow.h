@@ -1,6 +1,8 @@
 #pragma once
 #include "debugpane.h"
 #include "memorylayout.h"
+class IExecutionEnvironment;
+class LiveSwitch;
 class MemoryEdit;
 class QComboBox;
 class QLabel;
@@ -25,8 +27,9 @@ public:
     void setFont(const QFont &font);
     void setColours(const QColor &text, const QColor &base);
 
-    void releaseEnvironment() override { m_memory.reset(); }
-    void setPaused(bool paused) override { setAutoRead(paused); }
+    void setLive(IExecutionEnvironment *environment); ///< Offers to read it while it runs; not for null.
+    void releaseEnvironment() override;
+    void setPaused(bool paused) override;
     void setAppearance(const PaneAppearance &appearance) override;
 
 public Q_SLOTS:
@@ -84,6 +87,8 @@ private:
 
     void updateIfOutdated();
     void redraw(bool force);
+    void showCells();
+    void readLive();
     void measure();
     bool readCells();
     bool readBlock();
@@ -116,6 +121,7 @@ private:
 
     QComboBox *m_addressBox;
     QComboBox *m_regionBox;
+    LiveSwitch *m_live;
     QPushButton *m_writeButton;
     QPushButton *m_readButton;
     MemoryEdit *m_edit;

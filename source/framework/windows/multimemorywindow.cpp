@@ -11,5 +11,6 @@ DebugPane *MultiMemoryWindow::createWidget(QWidget *parent, IExecutionEnvironmen
         return nullptr;
     auto *window = new MemoryWindow(parent);
     window->setInterface(memory.get());
+    window->setLive(environment);
     return window;
 }

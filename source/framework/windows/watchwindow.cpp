@@ -1,9 +1,11 @@
 #include "watchwindow.h"
 #include "callplugin.h"
 #include "gridtext.h"
+#include "liveswitch.h"
 #include "popupmenu.h"
 #include "projecttreeitem.h"
 #include "watchlistview.h"
+#include <optional>
 #include <QHeaderView>
 #include <QLineEdit>
 #include <QRegularExpression>
@@ -23,11 +25,13 @@ QString shownValue(const QString &value)
 } // namespace
 
 WatchWindow::WatchWindow(QWidget *parent)
-    : DebugPane(parent), m_list(new WatchListView(this)), m_menu(new PopupMenu(this))
+    : DebugPane(parent), m_list(new WatchListView(this)), m_menu(new PopupMenu(this)), m_live(new LiveSwitch(this))
 {
     setObjectName(u"watches"_s);
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins({});
+    layout->setSpacing(2);
+    layout->addWidget(m_live, 0, Qt::AlignRight);
     layout->addWidget(m_list);
     setFocusProxy(m_list);
     m_list->setMinimumSize(readableSize(*m_list));
@@ -35,6 +39,7 @@ WatchWindow::WatchWindow(QWidget *parent)
     m_menu->setObjectName(u"watchMenu"_s);
     m_menu->insertItem(tr("Remove Watch"), 0, [this](int) { removeWatch(); });
     connect(m_menu, &QMenu::aboutToShow, this, &WatchWindow::updateMenu);
+    connect(m_live, &LiveSwitch::refresh, this, &WatchWindow::readLive);
     connect(m_list, &QTreeWidget::itemClicked, this, [this](QTreeWidgetItem *item, int column) {
         clicked(static_cast<ListViewItem *>(item), QCursor::pos(), column);
     });
@@ -56,6 +61,12 @@ void WatchWindow::setEnvironment(IExecutionEnvironment *environment)
 {
     clear();
     m_environment = shareInterface(environment);
+    m_live->setEnvironment(environment);
+}
+
+void WatchWindow::setPaused(bool)
+{
+    m_live->follow();
 }
 
 QStringList WatchWindow::watches() const
@@ -202,6 +213,52 @@ void WatchWindow::update()
         if (!isBeingTyped(row))
             evaluate(row);
     }
+    if (self)
+        prepareLive();
+}
+
+/// Calls the live memory with each row until this pane, its environment or its rows are gone.
+template <typename Call>
+void WatchWindow::forEachWatch(const char *operation, const Call &call)
+{
+    const InterfacePtr<ILiveMemory> live = m_live->memory();
+    if (!live || m_reading)
+        return;
+    const QPointer<WatchWindow> self(this);
+    const int removals = m_removals;
+    for (int i = 0; i < m_list->topLevelItemCount() - 1; ++i) {
+        auto *row = static_cast<ListViewItem *>(m_list->topLevelItem(i));
+        if (isBeingTyped(row))
+            continue;
+        const QString expression = row->text(0);
+        m_reading = true;
+        std::optional<QString> value;
+        runPlugin(operation, [&] { value = call(*live, expression); });
+        if (!self)
+            return;
+        m_reading = false;
+        if (m_removals != removals)
+            return;
+        if (value)
+            showValue(row, *value);
+    }
+}
+
+void WatchWindow::prepareLive()
+{
+    forEachWatch("ILiveMemory::prepareLive", [](ILiveMemory &live, const QString &expression) {
+        live.prepareLive(expression);
+        return std::optional<QString>();
+    });
+}
+
+/// Expressions that cannot be read keep their last values.
+void WatchWindow::readLive()
+{
+    forEachWatch("ILiveMemory::evaluateLive", [](ILiveMemory &live, const QString &expression) {
+        QString value;
+        return live.evaluateLive(expression, value) ? std::optional(value) : std::nullopt;
+    });
 }
 
 /// False if this pane, its environment or its rows went meanwhile.
@@ -227,12 +284,17 @@ void WatchWindow::evaluate(ListViewItem *item)
         value = tr("????");
     else if (!ask(item->text(0), value) || m_removals != removals)
         return;
-    value = shownValue(value);
+    showValue(item, value);
+}
+
+void WatchWindow::showValue(ListViewItem *item, const QString &value)
+{
+    const QString line = shownValue(value);
     auto *row = static_cast<ProjectTreeItem *>(item);
-    row->setBold(value != row->text(1));
+    row->setBold(line != row->text(1));
     row->setItalic(false);
-    row->setText(1, value);
-    m_list->viewport()->update();
+    row->setText(1, line);
+    row->listView()->viewport()->update();
 }
 
 void WatchWindow::assign(ListViewItem *item)

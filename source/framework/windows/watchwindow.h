@@ -2,6 +2,7 @@
 #include "debugpane.h"
 #include "iexecutionenvironment.h"
 class ListViewItem;
+class LiveSwitch;
 class PopupMenu;
 class ProjectTreeItem;
 class WatchListView;
@@ -18,6 +19,7 @@ public:
 
     void setEnvironment(IExecutionEnvironment *environment); ///< Null for none. All watches are removed.
     void releaseEnvironment() override { setEnvironment(nullptr); }
+    void setPaused(bool paused) override;
     [[nodiscard]] QStringList watches() const;       ///< The expressions.
     void setWatches(const QStringList &expressions); ///< They have no value before update() if the pane is hidden.
     [[nodiscard]] QString text() const;              ///< "expression = value", a line each; see gridText().
@@ -44,10 +46,16 @@ private:
     void assign(ListViewItem *item);
     bool ask(const QString &expression, QString &value);
     void evaluate(ListViewItem *item);
+    static void showValue(ListViewItem *item, const QString &value);
+    void prepareLive();
+    void readLive();
+    template <typename Call>
+    void forEachWatch(const char *operation, const Call &call);
     void reportWrite();
 
     WatchListView *const m_list;
     PopupMenu *const m_menu;
+    LiveSwitch *const m_live;
     InterfacePtr<IExecutionEnvironment> m_environment; ///< null without one
     int m_removals = 0;                                ///< grows when rows are deleted
     bool m_menuFlag = true;                            ///< inverted each time the menu is shown

@@ -1,0 +1,136 @@
+#include "processortext.h"
+#include "callplugin.h"
+#include "debugdecisions.h"
+#include "imemory.h"
+#include "isymbollookup.h"
+#include "programplace.h"
+#include <array>
+#include <QCoreApplication>
+#include <QDir>
+#include <QFileInfo>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+struct Text
+{
+    Q_DECLARE_TR_FUNCTIONS(ProcessorList)
+};
+
+ProcessorState stateOf(ActivityState activity)
+{
+    switch (activity) {
+    case StateRunning:
+        return ProcessorState::Running;
+    case StatePaused:
+        return ProcessorState::Paused;
+    case StateFinished:
+        return ProcessorState::Finished;
+    case StateUnknown:
+        return ProcessorState::Unknown;
+    default:
+        return ProcessorState::Starting;
+    }
+}
+
+/// The region in which programs are: that of the disassembly.
+int codeRegion(IExecutionEnvironment *environment)
+{
+    QList<MemoryRegion> regions;
+    runPlugin("IMemory::regions", [&] {
+        if (const auto memory = queryInterface<IMemory>(environment))
+            regions = memory->regions();
+    });
+    return regions.isEmpty() ? 0 : regions.first().id;
+}
+
+QString functionAt(IExecutionEnvironment *environment, const QString &file, int line)
+{
+    QString name;
+    runPlugin("ISymbolLookup::symbolAt", [&] {
+        const auto symbols = queryInterface<ISymbolLookup>(environment);
+        uint address = addressOfLine(line); // in the disassembly
+        if (!symbols || (!isDisassemblyName(file) && !symbols->addressOf(file, line, address))
+            || !symbols->symbolAt(address, codeRegion(environment), name))
+            name.clear();
+    });
+    return name.section(u" + "_s, 0, 0).simplified();
+}
+} // namespace
+
+ProcessorState processorState(ActivityState activity, bool current,
+                              std::optional<IExecutionEnvironment::ProgramStatus> report)
+{
+    if (!isDebugState(activity))
+        return ProcessorState::NoSession;
+    const std::optional<ActivityState> reported = report ? stateForStatus(*report) : std::nullopt;
+    const ActivityState state = current ? activity : reported.value_or(StateInitialising);
+    const bool sleeps = report == IExecutionEnvironment::ProgramSleeping;
+    return state == StateRunning && sleeps ? ProcessorState::Sleeping : stateOf(state);
+}
+
+QString processorStateText(ProcessorState state)
+{
+    switch (state) {
+    case ProcessorState::NoEnvironment:
+        return Text::tr("No debugger");
+    case ProcessorState::NoSession:
+        return Text::tr("Not started");
+    case ProcessorState::Starting:
+        return Text::tr("Starting");
+    case ProcessorState::Running:
+        return Text::tr("Running");
+    case ProcessorState::Sleeping:
+        return Text::tr("Sleeping");
+    case ProcessorState::Paused:
+        return Text::tr("Paused");
+    case ProcessorState::Finished:
+        return Text::tr("Finished");
+    case ProcessorState::Unknown:
+        break;
+    }
+    return Text::tr("Unknown");
+}
+
+QString stopReasonText(std::optional<IExecutionEnvironment::ProgramStatus> lastStop, const QString &environmentText)
+{
+    if (!lastStop)
+        return {};
+    if (!environmentText.isEmpty())
+        return environmentText.simplified();
+    switch (*lastStop) {
+    case IExecutionEnvironment::ProgramBreakpointHit:
+        return Text::tr("Breakpoint");
+    case IExecutionEnvironment::ProgramPaused:
+        return Text::tr("Pause or step");
+    case IExecutionEnvironment::ProgramFinished:
+        return Text::tr("End of the program");
+    default:
+        return {};
+    }
+}
+
+QString elapsedText(qint64 milliseconds)
+{
+    const qint64 seconds = qMax<qint64>(0, milliseconds) / 1000;
+    const auto twoDigits = [](qint64 number) { return u"%1"_s.arg(number, 2, 10, QLatin1Char('0')); };
+    const QString minutes = seconds < 3600 ? QString::number(seconds / 60)
+                                           : QString::number(seconds / 3600) + u':' + twoDigits(seconds / 60 % 60);
+    return minutes + u':' + twoDigits(seconds % 60);
+}
+
+ProgramSpot programSpot(IExecutionEnvironment *environment, const QString &directory)
+{
+    const auto kept = shareInterface(environment);
+    QString file;
+    int line = 0;
+    const auto locate = [&] { return kept->currentLocation(file, line); };
+    if (!askPlugin("IExecutionEnvironment::currentLocation", locate) || file.isEmpty())
+        return {};
+    const QString path =
+        isDisassemblyName(file) ? file : QDir::cleanPath(QDir(directory).absoluteFilePath(file)); // for ISymbolLookup
+    ProgramSpot spot{functionAt(kept.get(), path, line), {}};
+    spot.place = isDisassemblyName(file) ? u"0x%1"_s.arg(addressOfLine(line), 8, 16, QLatin1Char('0'))
+                                         : u"%1:%2"_s.arg(QFileInfo(file).fileName()).arg(line);
+    return spot;
+}
