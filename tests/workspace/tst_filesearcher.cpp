@@ -54,7 +54,8 @@ private:
     {
         m_reported.clear();
         start(wanted);
-        if (!QTest::qWaitFor([this] { return m_reported.endsWith(u"finished"_s); }, 60'000))
+        QSignalSpy finished(m_searcher.get(), &FileSearcher::finished);
+        if (!finished.wait(60'000)) // its event loop does not pause between two events
             return {u"no end"_s};
         m_reported.removeLast();
         return m_reported;
