@@ -5,6 +5,7 @@
 #include "projectcollection.h"
 #include "projectworkspace.h"
 #include "pythonoutput.h"
+#include "scriptdebugger.h"
 #include "scriptdialogs.h"
 #include "scripteditor.h"
 #include "scriptoutputwindow.h"
@@ -63,17 +64,27 @@ void ScriptApp::saveWorkspace() const
 
 // Projects
 
+/// The object of the open workspace in @p kept, which may be that of an earlier one; null if none is open.
+template <typename T>
+static PythonReference currentObject(ObjectModel &model, PythonReference &kept)
+{
+    ProjectWorkspace *workspace = model.activity().workspace();
+    const auto isCurrent = [&] { return py::cast<T &>(py::handle(kept.get())).workspace() == workspace; };
+    if (kept && !(workspace && isCurrent()))
+        kept.reset();
+    if (workspace && !kept)
+        kept = newScriptObject<T>(model, workspace);
+    return newPythonReference(kept.get());
+}
+
 PythonReference ScriptApp::projects()
 {
-    ProjectWorkspace *workspace = model().activity().workspace();
-    const auto isCurrent = [&] {
-        return py::cast<ProjectCollection &>(py::handle(m_projects.get())).workspace() == workspace;
-    };
-    if (m_projects && !(workspace && isCurrent()))
-        m_projects.reset();
-    if (workspace && !m_projects)
-        m_projects = newScriptObject<ProjectCollection>(model(), workspace);
-    return newPythonReference(m_projects.get());
+    return currentObject<ProjectCollection>(model(), m_projects);
+}
+
+PythonReference ScriptApp::debugger()
+{
+    return currentObject<ScriptDebugger>(model(), m_debugger);
 }
 
 PythonReference ScriptApp::objectOf(Project &project)
@@ -137,6 +148,8 @@ void defineAttributes(py::class_<ScriptApp> &type)
     type.def_property_readonly(
         "outputWindow", [](const ScriptApp &app) { return newScriptObject<ScriptOutputWindow>(app.model()); },
         "The Python output window [R]");
+    type.def_property_readonly("debugger", &ScriptApp::debugger,
+                               "The debugger object. This is 'None' if no workspace is loaded [R]");
     defineHandler(type, "onCurrentProjectChanged", "Event handler called when current project changes [RW]");
     defineHandler(type, "onWorkspaceLoaded", "Event handler called after workspace loaded successfully[RW]");
 }

@@ -18,10 +18,12 @@ public:
     void setCurrentProject(const py::handle &value) const;
     /// The collection of the open workspace, always the same object; null if none is open.
     [[nodiscard]] PythonReference projects();
+    [[nodiscard]] PythonReference debugger();                 ///< The same for the debugger.
     [[nodiscard]] PythonReference objectOf(Project &project); ///< Its object in projects(); null if none is open.
 
 private:
     PythonReference m_projects;
+    PythonReference m_debugger;
 };
 
 /// How many milliseconds app.processEvents(@p time) handles events at most.

@@ -1,13 +1,19 @@
 #include "scriptmodule.h"
+#include "processorcollection.h"
 #include "projectcollection.h"
 #include "scriptapp.h"
+#include "scriptdebugger.h"
 #include "scriptdocument.h"
 #include "scripteditor.h"
+#include "scriptmemory.h"
 #include "scriptoutputwindow.h"
+#include "scriptperipherals.h"
+#include "scriptprocessor.h"
 #include "scriptproject.h"
 #include "scriptprojectfile.h"
 #include "scriptprojectfolder.h"
 #include "scriptprojectproperties.h"
+#include "scriptregisters.h"
 #include "scripttypes.h"
 
 namespace {
@@ -27,7 +33,14 @@ constexpr TypeEntry Types[] = {
     {"ProjectFolder", bindProjectFolder},
     {"ProjectFile", bindProjectFile},
     {"ProjectProperties", bindProjectProperties},
+    {"Debugger", bindDebugger},
+    {"Processor", bindProcessor},
+    {"Registers", bindRegisters},
+    {"Memory", bindMemory},
+    {"Peripherals", bindPeripherals},
+    {"Peripheral", bindPeripheral},
     {nullptr, bindProjectCollection},
+    {nullptr, bindProcessorCollection},
 };
 
 struct Constant

@@ -68,11 +68,11 @@ struct type_caster<PythonReference>
 } // namespace pybind11::detail
 
 /// A new type. Scripts cannot create instances of it or derive from it. @p name is the one of the type; the module may
-/// offer it under another one.
-template <typename T>
-py::class_<T> newScriptType(const char *name, const char *documentation)
+/// offer it under another one. @p extra are further options of py::class_.
+template <typename T, typename... Extra>
+py::class_<T> newScriptType(const char *name, const char *documentation, const Extra &...extra)
 {
-    py::class_<T> type(py::handle(), name, documentation, py::is_final(), py::module_local());
+    py::class_<T> type(py::handle(), name, documentation, py::is_final(), py::module_local(), extra...);
     type.attr("__module__") = "varnel";
     auto *record = reinterpret_cast<PyTypeObject *>(type.ptr());
     record->tp_new = nullptr;
