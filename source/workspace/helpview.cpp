@@ -181,6 +181,14 @@ bool HelpView::useHost(const QUrl &link)
 
 // Navigation --------------------------------------------------------------
 
+void HelpView::showAnchor(const QString &name)
+{
+    if (name.isEmpty())
+        m_browser->moveCursor(QTextCursor::Start);
+    else
+        m_browser->scrollToAnchor(name);
+}
+
 void HelpView::gotoLine(int line)
 {
     const QTextBlock block = m_browser->document()->findBlockByNumber(line - 1);
