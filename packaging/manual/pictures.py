@@ -21,6 +21,7 @@ from debugging import Debugging, copy_of_examples, line_of  # noqa: E402
 from driver import Program, Screen  # noqa: E402
 
 WIDTH, HEIGHT = 1200, 760
+DOCK_HEIGHT, DOCUMENT_HEIGHT = 230, 420
 COLOURS = 200  # of a picture: enough for a window, and a third of the size
 SETTLED = 0.4  # seconds without a change of the screen
 LONGEST = 10.0
@@ -37,17 +38,20 @@ class Camera:
 
     def window(self, name):
         """The whole main window."""
-        self._save(name, 0, 0, WIDTH, HEIGHT)
+        self._wait_until_settled()
+        self._save(name, *self._place("mainWindow"))
 
     def dialog(self, name, dialog):
         self.varnel.wait_for(dialog, "visible", True)
+        self._wait_until_settled()
         self._save(name, *self._place(dialog))
 
-    def dock(self, name, dock):
-        """A dock window, or the documents ("viewManager")."""
+    def dock(self, name, dock, highest=HEIGHT):
+        """A dock window, or the documents ("viewManager"), cut off below `highest`."""
+        self._wait_until_settled()
         left, top = (self.varnel.read("mainWindow", side) for side in ("x", "y"))
         x, y, width, height = self._place(dock)
-        self._save(name, left + x, top + y, width, height)
+        self._save(name, left + x, top + y, width, min(height, highest))
 
     def _place(self, name):
         return tuple(self.varnel.read(name, side) for side in ("x", "y", "width", "height"))
@@ -63,7 +67,6 @@ class Camera:
                 last, since = now, time.monotonic()
 
     def _save(self, name, x, y, width, height):
-        self._wait_until_settled()
         with tempfile.NamedTemporaryFile(suffix=".png") as whole:
             self._screen.screenshot(whole.name)
             subprocess.run(["convert", whole.name, "-crop", f"{width}x{height}+{x}+{y}", "+repage", "-strip", "+dither",
@@ -99,7 +102,7 @@ def without_session(camera, screen, examples):
         for key in "Home Down Right Down Right".split():
             varnel.press(key, on="ProjectTree")
         camera.window("mainwindow")
-        camera.dock("navigator", "navigatorDockWindow")
+        camera.dock("navigator", "navigatorDockWindow", DOCK_HEIGHT)
         camera.dock("output", "outputDockWindow")
         with_dialog(camera, "projectProperties", "propertyEditorDialog", "properties")
         with_dialog(camera, "toolsOptions", "optionsDialog", "options")
@@ -129,13 +132,15 @@ def python_pages(camera, screen, help_folder):
 def choose_template(varnel):
     varnel.press("Home", on="TemplateListView")
     varnel.press("Home", on="TemplateIconView")
+    varnel.press("Right", on="TemplateIconView")
     varnel.write("NameLineEdit", "text", "blink")
     varnel.write("LocationLineEdit", "text", "/home/user/projects")
 
 
 def show_console(varnel):
     varnel.write("outputTabs", "currentIndex", 3)
-    for statement in ("from varnel import app", "for number in range(3):", "    print(number, number ** 2)", "", "dir(app)"):
+    for statement in ("from varnel import app", "for project in app.projects:", "    print(project.name)", "",
+                      "app.currentProject.configurations"):
         varnel.type("commandWindow", statement + "\n")
 
 
@@ -146,6 +151,7 @@ def with_session(camera, screen, examples):
         user.wait_for_state("")
         file = examples / "thermostat/regulator.c"
         user.open_file(file, 1)
+        user.build()
         line = line_of(file, "regulator->power = limited(")
         user.click_margin("regulator.c", line)
         with_dialog(camera, "debugBreakpoints", "breakpointDialog", "breakpoints")
@@ -154,25 +160,31 @@ def with_session(camera, screen, examples):
         user.wait_for_function(f"regulator_step regulator.c, {line}")
         user.wait_for_state("paused")
         varnel.call("outputDockWindow", "hide()")
-        session_windows(camera, varnel, user)
+        session_windows(camera, varnel, user, screen.keyboard)
         varnel.choose("debugStop")
         user.wait_for_state("")
 
 
-def session_windows(camera, varnel, user):
+def session_windows(camera, varnel, user, keyboard):
     user.open_local("regulator")
     varnel.call("watchDockWindow", "bringUp()")
+    for expression in ("regulator->target", "*regulator", "$sp,x"):
+        varnel.press("End", on="watchListView")
+        varnel.press("F2", on="watchListView")
+        keyboard.type(expression + "\n")
+        varnel.wait_for("thermostat/watches", "text", lambda text, wanted=expression: wanted in text)
     camera.window("session")
-    for picture, dock in (("callstack", "pluginCall stack"), ("locals", "pluginLocals"),
-                          ("targetconsole", "pluginTarget console"), ("watches", "watchDockWindow"),
-                          ("registers", "registerDockWindow"), ("memory", "memoryDockWindow"),
-                          ("processors", "processorDockWindow")):
+    shown = {"callstack": "pluginCall stack", "locals": "pluginLocals", "targetconsole": "pluginTarget console",
+             "watches": "watchDockWindow", "registers": "registerDockWindow", "memory": "memoryDockWindow",
+             "processors": "processorDockWindow"}
+    for picture, dock in shown.items():
+        for other in shown.values():
+            varnel.call(other, "hide()")
         varnel.call(dock, "bringUp()")
-        camera.dock(picture, dock)
-    for dock in ("memoryDockWindow", "processorDockWindow"):
-        varnel.call(dock, "hide()")
+        camera.dock(picture, dock, DOCK_HEIGHT)
+    varnel.call("processorDockWindow", "hide()")
     varnel.choose("debugViewDisassembly")
-    camera.dock("disassembly", "viewManager")
+    camera.dock("disassembly", "viewManager", DOCUMENT_HEIGHT)
 
 
 def main():
@@ -182,7 +194,7 @@ def main():
     options = parser.parse_args()
     folder = options.help.resolve() / "pictures"
     folder.mkdir(exist_ok=True)
-    screen = Screen(WIDTH, HEIGHT)
+    screen = Screen(WIDTH, HEIGHT, pointer=False)
     camera = Camera(screen, folder)
     try:
         with tempfile.TemporaryDirectory(prefix="varnel-manual.") as directory:

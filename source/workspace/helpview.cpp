@@ -13,6 +13,7 @@
 #include <QPointer>
 #include <QPrintDialog>
 #include <QPrinter>
+#include <QScrollBar>
 #include <QTextBlock>
 
 using namespace Qt::StringLiterals;
@@ -184,7 +185,7 @@ bool HelpView::useHost(const QUrl &link)
 void HelpView::showAnchor(const QString &name)
 {
     if (name.isEmpty())
-        m_browser->moveCursor(QTextCursor::Start);
+        m_browser->verticalScrollBar()->setValue(0);
     else
         m_browser->scrollToAnchor(name);
 }

@@ -385,7 +385,7 @@ void TestHelp::windowsAndCommandsWithPagesExist()
     for (const QString &name : pagesOf(u"action"_s).keys())
         QVERIFY2(actionTexts().contains(name) || code.contains(u'"' + name + u'"'), qPrintable(name));
     for (const QString &name : pagesOf(u"window"_s).keys())
-        QVERIFY2(code.contains(u'"' + name + u'"') || code.contains(u' ' + name + u"::"_s + name), qPrintable(name));
+        QVERIFY2(code.contains(u'"' + name + u'"') || code.contains(name + u"::"_s + name), qPrintable(name));
 }
 
 // Samples and pictures ----------------------------------------------------

@@ -311,7 +311,7 @@ private Q_SLOTS:
         f.write(u"help/a.html"_s, "<p>text</p>");
         f.open(u"help/a.html"_s);
         f.show();
-        QCOMPARE(f.browser()->lineWrapColumnOrWidth(), f.browser()->viewport()->width());
+        QVERIFY(f.browser()->lineWrapColumnOrWidth() <= f.browser()->viewport()->width());
         f.view->resize(5000, 300);
         QTRY_VERIFY(f.browser()->viewport()->width() > 4000);
         QVERIFY(f.browser()->lineWrapColumnOrWidth() < 2000);

@@ -57,7 +57,7 @@ QString ContextHelp::pageOf(const QObject *widget) const
 {
     for (const QObject *object = widget; object; object = object->parent()) {
         const QString ofName = m_windows.value(ownName(object));
-        const QString page = m_windows.value(QString::fromLatin1(object->metaObject()->className()), ofName);
+        QString page = m_windows.value(QString::fromLatin1(object->metaObject()->className()), ofName);
         if (!page.isEmpty())
             return page;
     }
