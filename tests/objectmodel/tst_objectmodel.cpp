@@ -1,4 +1,5 @@
 #include "../framework/fakeservices.h"
+#include "activity.h"
 #include "objectmodel.h"
 #include <QAction>
 #include <QSignalSpy>
@@ -20,6 +21,7 @@ class ObjectModelTest : public QObject
     Q_OBJECT
 
 private:
+    Activity m_activity;
     std::unique_ptr<Actions> m_host;
     std::unique_ptr<ObjectModel> m_model;
     std::unique_ptr<QAction> m_first;
@@ -33,7 +35,7 @@ private Q_SLOTS:
         m_second = std::make_unique<QAction>();
         m_host = std::make_unique<Actions>();
         m_host->actions = {{u"first"_s, m_first.get()}, {u"second"_s, m_second.get()}};
-        m_model = std::make_unique<ObjectModel>(*m_host);
+        m_model = std::make_unique<ObjectModel>(m_activity, *m_host);
     }
 
     void doActionRunsTheNamedActionOnly()

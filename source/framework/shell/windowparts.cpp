@@ -18,7 +18,7 @@
 #include "projectdropdown.h"
 #include "projectfile.h"
 #include "projectworkspace.h"
-#include "pythonruntime.h"
+#include "pythonoutputpanel.h"
 #include "scriptdirectories.h"
 #include "searchbox.h"
 #include "tabbedviewmanager.h"
@@ -63,7 +63,7 @@ QPixmap outputArtwork()
 WindowParts::WindowParts(MainWindow &window)
     : window(window)
     , services(*this)
-    , objectModel(services)
+    , objectModel(activity, services)
     , ui(&window, application()->path(PathConfig).filePath(uiConfigFileName),
          [](const QString &name) { return application()->loadIcon(name); })
     , directories(application()->settings(), application()->path(PathUserDocuments).path())
@@ -189,7 +189,10 @@ void WindowParts::setUpDocks()
     debugWindows = std::make_unique<DebugWindows>(activity, services);
     addDebugContents(*debugWindows, activity);
     formats.setDebugWindows(debugWindows.get());
-    addDock(u"pythonOutputDockWindow"_s, MainWindow::tr("Python Output"), Qt::RightDockWidgetArea)->hide();
+    DockWindow *pythonDock =
+        addDock(u"pythonOutputDockWindow"_s, MainWindow::tr("Python Output"), Qt::RightDockWidgetArea);
+    pythonDock->setWidget(pythonOutput = new PythonOutputPanel);
+    pythonDock->hide();
     window.setCorner(Qt::BottomLeftCorner, Qt::LeftDockWidgetArea);
     QObject::connect(outputWindow, &OutputWindow::lookupSource, &window, &MainWindow::lookupSource);
     connectNavigator();
@@ -223,7 +226,7 @@ void WindowParts::restoreLayout() const
 
 void WindowParts::startConsole()
 {
-    if (startPython())
+    if (objectModel.startScripting())
         outputWindow->startConsole(application()->scriptDirectories());
 }
 

@@ -33,6 +33,7 @@ class HelpCommands;
 class MainWindow;
 class Navigator;
 class OutputWindow;
+class PythonOutputPanel;
 
 /// The parts of the main window and their connections. Members are in the order of their creation; setUp() creates
 /// those that are pointers, and none of them is null after that.
@@ -70,6 +71,7 @@ struct WindowParts
     DockWindow *outputDock = nullptr;
     Navigator *navigator = nullptr;
     OutputWindow *outputWindow = nullptr;
+    PythonOutputPanel *pythonOutput = nullptr;
     std::unique_ptr<DebugWindows> debugWindows;
     std::unique_ptr<FileCommands> fileCommands;
     std::unique_ptr<EditCommands> editCommands;
