@@ -22,6 +22,7 @@ from driver import Program, Screen  # noqa: E402
 
 WIDTH, HEIGHT = 1200, 760
 DOCK_HEIGHT, DOCUMENT_HEIGHT = 230, 420
+NARROW = 720
 COLOURS = 200  # of a picture: enough for a window, and a third of the size
 SETTLED = 0.4  # seconds without a change of the screen
 LONGEST = 10.0
@@ -52,6 +53,10 @@ class Camera:
         left, top = (self.varnel.read("mainWindow", side) for side in ("x", "y"))
         x, y, width, height = self._place(dock)
         self._save(name, left + x, top + y, width, min(height, highest))
+
+    def narrow(self):
+        """Makes the window so narrow that wide dock windows fit on a page in their own size."""
+        self.varnel.write("mainWindow", "maximumWidth", NARROW)
 
     def _place(self, name):
         return tuple(self.varnel.read(name, side) for side in ("x", "y", "width", "height"))
@@ -103,13 +108,14 @@ def without_session(camera, screen, examples):
             varnel.press(key, on="ProjectTree")
         camera.window("mainwindow")
         camera.dock("navigator", "navigatorDockWindow", DOCK_HEIGHT)
-        camera.dock("output", "outputDockWindow")
         with_dialog(camera, "projectProperties", "propertyEditorDialog", "properties")
         with_dialog(camera, "toolsOptions", "optionsDialog", "options")
         with_dialog(camera, "editFindInFiles", "findInFilesDialog", "findinfiles",
                     lambda: (varnel.write("LookInCombo", "currentText", "thermostat"),
                              varnel.write("FindWhatCombo", "currentText", "regulator_")))
         with_dialog(camera, "projectNew", "newProjectDialog", "newproject", lambda: choose_template(varnel))
+        camera.narrow()
+        camera.dock("output", "outputDockWindow")
         show_console(varnel)
         camera.dock("console", "outputDockWindow")
 
@@ -174,17 +180,24 @@ def session_windows(camera, varnel, user, keyboard):
         keyboard.type(expression + "\n")
         varnel.wait_for("thermostat/watches", "text", lambda text, wanted=expression: wanted in text)
     camera.window("session")
-    shown = {"callstack": "pluginCall stack", "locals": "pluginLocals", "targetconsole": "pluginTarget console",
-             "watches": "watchDockWindow", "registers": "registerDockWindow", "memory": "memoryDockWindow",
-             "processors": "processorDockWindow"}
-    for picture, dock in shown.items():
-        for other in shown.values():
+    narrow = {"callstack": "pluginCall stack", "locals": "pluginLocals", "targetconsole": "pluginTarget console",
+              "watches": "watchDockWindow", "registers": "registerDockWindow"}
+    wide = {"processors": "processorDockWindow", "memory": "memoryDockWindow"}
+    docks(camera, varnel, narrow, {**narrow, **wide})
+    varnel.choose("debugViewDisassembly")
+    camera.dock("disassembly", "viewManager", DOCUMENT_HEIGHT)
+    camera.narrow()
+    varnel.call("navigatorDockWindow", "hide()")
+    docks(camera, varnel, wide, {**narrow, **wide})
+
+
+def docks(camera, varnel, pictures, all_docks):
+    """Shows one dock window at a time, so that it has enough room."""
+    for picture, dock in pictures.items():
+        for other in all_docks.values():
             varnel.call(other, "hide()")
         varnel.call(dock, "bringUp()")
         camera.dock(picture, dock, DOCK_HEIGHT)
-    varnel.call("processorDockWindow", "hide()")
-    varnel.choose("debugViewDisassembly")
-    camera.dock("disassembly", "viewManager", DOCUMENT_HEIGHT)
 
 
 def main():

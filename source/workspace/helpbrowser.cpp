@@ -29,10 +29,12 @@ QString readable(const QColor &link, const QColor &base, const QColor &text)
     return isReadable ? link.name() : mixed(link, text, 0.6);
 }
 
-/// A box with a background and a margin inside, which only table cells have.
+/// Adds boxes around code and pictures: only table cells have a background with a margin, and a border.
 QString withBoxes(QString page)
 {
-    return page.replace(u"<pre>"_s, u"<table class=\"code\" width=\"100%\"><tr><td><pre>"_s)
+    static const QRegularExpression picture(u"<p class=\"picture\">(<img[^>]*>)</p>"_s);
+    return page.replace(picture, u"<table class=\"picture\"><tr><td>\\1</td></tr></table>"_s)
+        .replace(u"<pre>"_s, u"<table class=\"code\" width=\"100%\"><tr><td><pre>"_s)
         .replace(u"</pre>"_s, u"</pre></td></tr></table>"_s);
 }
 
@@ -72,7 +74,8 @@ QString helpStyleSheet(const QPalette &palette)
            "none; }"
            "table.code { border: none; } table.code td { background-color: %2; padding: 9px 14px 9px 14px; border: "
            "none; }"
-           "p.picture { margin-top: 10px; margin-bottom: 14px; }"_s.arg(link, shade, line, accent);
+           "table.picture { margin-top: 12px; margin-bottom: 16px; } table.picture td { padding: 0px; }"_s.arg(
+               link, shade, line, accent);
 }
 
 HelpBrowser::HelpBrowser(const HelpSite &site, QWidget *parent) : QTextBrowser(parent), m_site(site)
