@@ -2,5 +2,5 @@ from varnel import app
 
 for project in app.projects:
     for configuration in project.configurations:
-        project.properties.setProperty("buildWarnings", "extra", configuration)
+        project.properties.setProperty("buildWarningsAsErrors", "true", configuration)
     project.save()

@@ -62,7 +62,7 @@ class ManualTest(ProgramTest):
     def test_sample_setoption(self):
         self.run_sample("setoption.py")
         project = (self.examples / "calculator/calculator.vnp").read_text(encoding="utf-8")
-        self.assertIn('<property key="buildWarnings">extra</property>', project)
+        self.assertIn('<property key="buildWarningsAsErrors">true</property>', project)
 
     def test_sample_savememory_asks_for_the_file(self):
         self.need("debugger")
