@@ -11,7 +11,7 @@ ROOT = pathlib.Path(__file__).parents[2]
 SAMPLES = ROOT / "help/samples"
 CONSOLE = 3  # its page of the output window
 NEEDED = {"logvariable.py": "debugger", "savememory.py": "debugger", "setoption.py": "projects",
-          "showvalues.py": "outputWindow", "watchpanel.py": "createUI", "saveandbuild.py": "addMacro"}
+          "showvalues.py": "debugger", "watchpanel.py": "createUI", "saveandbuild.py": "addMacro"}
 
 
 class ManualTest(ProgramTest):
