@@ -137,7 +137,7 @@ Statement prepare(const Database &database, const char *sql)
     return {statement, &sqlite3_finalize};
 }
 
-void bind(const Statement &statement, int position, const QByteArray &text)
+void bindText(const Statement &statement, int position, const QByteArray &text)
 {
     sqlite3_bind_text(statement.get(), position, text.constData(), int(text.size()), SQLITE_TRANSIENT);
 }
@@ -174,8 +174,8 @@ void buildDatabase()
             sqlite3_reset(statement->get());
             sqlite3_bind_int(statement->get(), 1, id);
         }
-        bind(insertText, 2, withoutTags(readFile(file.filePath()).value_or(QByteArray())));
-        bind(insertPath, 2, file.filePath().toLocal8Bit());
+        bindText(insertText, 2, withoutTags(readFile(file.filePath()).value_or(QByteArray())));
+        bindText(insertPath, 2, file.filePath().toLocal8Bit());
         require(sqlite3_step(insertText.get()) == SQLITE_DONE && sqlite3_step(insertPath.get()) == SQLITE_DONE,
                 "cannot insert");
     }
@@ -186,7 +186,7 @@ qsizetype matches(const Database &database, const QByteArray &text)
 {
     const Statement select =
         prepare(database, "SELECT path FROM pages JOIN paths ON id = pages.rowid WHERE pages MATCH ? ORDER BY rank");
-    bind(select, 1, text);
+    bindText(select, 1, text);
     qsizetype found = 0;
     while (sqlite3_step(select.get()) == SQLITE_ROW)
         ++found;

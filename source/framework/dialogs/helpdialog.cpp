@@ -18,7 +18,7 @@ HelpDialog::HelpDialog(QWidget *dialog) : QDialog(dialog), m_browser(new HelpBro
     layout->addWidget(buttons);
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::close);
     connect(m_browser, &QTextBrowser::anchorClicked, this, &HelpDialog::follow);
-    resize(fontMetrics().averageCharWidth() * 90, fontMetrics().height() * 34);
+    resize(fontMetrics().averageCharWidth() * 120, fontMetrics().height() * 34);
 }
 
 void HelpDialog::showPage(const QUrl &page, QWidget *dialog)
