@@ -13,6 +13,7 @@
 #include <QPointer>
 #include <QPrintDialog>
 #include <QPrinter>
+#include <QScrollBar>
 #include <QTextBlock>
 
 using namespace Qt::StringLiterals;
@@ -180,6 +181,14 @@ bool HelpView::useHost(const QUrl &link)
 }
 
 // Navigation --------------------------------------------------------------
+
+void HelpView::showAnchor(const QString &name)
+{
+    if (name.isEmpty())
+        m_browser->verticalScrollBar()->setValue(0);
+    else
+        m_browser->scrollToAnchor(name);
+}
 
 void HelpView::gotoLine(int line)
 {

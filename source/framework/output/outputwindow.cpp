@@ -59,6 +59,7 @@ void OutputWindow::createLayout(const QPixmap &artwork)
     inner->setSpacing(6);
     if (!artwork.isNull())
         inner->addWidget(artworkLabel(artwork));
+    m_tabs->setObjectName(u"outputTabs"_s);
     m_tabs->setTabPosition(QTabWidget::South);
     m_tabs->setTabShape(QTabWidget::Triangular);
     inner->addWidget(m_tabs, 1);
@@ -70,6 +71,7 @@ void OutputWindow::startConsole(const ScriptDirectories &scripts)
 {
     m_interpreter = std::make_unique<PythonInterpreter>(scripts);
     m_commandWindow = new CommandLineWindow;
+    m_commandWindow->setObjectName(u"commandWindow"_s); // for test drivers, as for the tabs
     m_commandWindow->setFont(m_font);
     m_commandWindow->setPalette(m_pages.front()->palette());
     m_commandWindow->setCompleter([this](const QString &word) { return m_interpreter->completions(word); });

@@ -1,13 +1,17 @@
 #include "helpcommands.h"
 #include "activity.h"
+#include "helpdialog.h"
 #include "helpdocumenttemplate.h"
 #include "helpsearchdialog.h"
+#include "helpview.h"
 #include "helpwidget.h"
 #include "navigator.h"
 #include "projectcommands.h"
+#include "viewmanager.h"
 #include "windowservices.h"
 #include "workspace.h"
 #include <QAction>
+#include <QApplication>
 #include <QDir>
 #include <QFileInfo>
 #include <QTimer>
@@ -43,6 +47,18 @@ void HelpCommands::search()
     delete dialog;
     if (self && m_contents && accepted)
         m_contents->search(text);
+}
+
+void HelpCommands::showPage(const QString &page)
+{
+    QUrl url = QUrl::fromLocalFile(QDir(m_directory).filePath(u"html/"_s + page.section(u'#', 0, 0)));
+    url.setFragment(page.section(u'#', 1));
+    if (QWidget *dialog = QApplication::activeModalWidget())
+        HelpDialog::showPage(url, dialog);
+    else if (!m_window.workspace()->openHelp(url.toLocalFile()))
+        return;
+    else if (auto *view = qobject_cast<HelpView *>(m_window.viewManager()->currentView()))
+        view->showAnchor(url.fragment());
 }
 
 // Links of pages ----------------------------------------------------------

@@ -20,6 +20,9 @@ public:
 
     /// Shows the dialog for a search, and searches. There is one dialog at a time.
     void search();
+    /// Shows a page, which may end in an anchor, in the documents or, while a dialog blocks them, beside the dialog.
+    /// @p page is relative to the directory "html" of the help.
+    void showPage(const QString &page);
 
     /// The name of an action, or "openWorkspace" with the path of a workspace, absolute or relative to the pages'
     /// directory. It is carried out when the link's event has been handled, since it may close the page.

@@ -1,4 +1,5 @@
 #include "windowparts.h"
+#include "contexthelp.h"
 #include "debugcontents.h"
 #include "dockwindow.h"
 #include "documentkinds.h"
@@ -250,6 +251,8 @@ void WindowParts::setUpCommands()
     optionsCommands = std::make_unique<OptionsCommands>(services, application()->path(PathConfig), formats.formats(),
                                                         debugControl->options(), *toolsCommands);
     zoomCommands = std::make_unique<ZoomCommands>(services);
+    contextHelp = std::make_unique<ContextHelp>(application()->path(PathConfig).filePath(u"helppages.xml"_s), &window);
+    QObject::connect(contextHelp.get(), &ContextHelp::pageRequested, helpCommands.get(), &HelpCommands::showPage);
     sessions = std::make_unique<SessionKeeper>(activity, services);
     keepWatches();
     menus = std::make_unique<WindowMenus>(*this);

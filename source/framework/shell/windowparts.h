@@ -28,6 +28,7 @@
 #include "workspace.h"
 #include "zoomcommands.h"
 #include <QPointer>
+class ContextHelp;
 class DockWindow;
 class HelpCommands;
 class MainWindow;
@@ -87,6 +88,7 @@ struct WindowParts
     std::unique_ptr<ToolsCommands> toolsCommands;
     std::unique_ptr<OptionsCommands> optionsCommands;
     std::unique_ptr<ZoomCommands> zoomCommands;
+    std::unique_ptr<ContextHelp> contextHelp;
     std::unique_ptr<SessionKeeper> sessions;
     std::unique_ptr<WindowMenus> menus;
 
