@@ -234,6 +234,7 @@ void WindowParts::setUpCommands()
     fileCommands = std::make_unique<FileCommands>(activity, services);
     editCommands = std::make_unique<EditCommands>(activity, services);
     findCommands = std::make_unique<FindCommands>(services);
+    fileFindCommands = std::make_unique<FileFindCommands>(activity, services);
     buildControl = std::make_unique<BuildControl>(activity, services);
     debugControl = std::make_unique<DebugControl>(activity, services, *buildControl);
     debugControl->options().load(*application()->settings());
@@ -254,7 +255,7 @@ void WindowParts::setUpCommands()
     QObject::connect(projectCommands.get(), &ProjectCommands::sessionEndRequested, debugControl.get(),
                      &DebugControl::debugStop);
     QObject::connect(toolsCommands.get(), &ToolsCommands::output, outputWindow->page(OutputWindow::Debug),
-                     &OutputPage::outputLine);
+                     qOverload<const QString &>(&OutputPage::outputLine));
     QObject::connect(optionsCommands.get(), &OptionsCommands::appearanceChanged, &window, [this] { formats.apply(); });
     QObject::connect(zoomCommands.get(), &ZoomCommands::zoomChanged, &window, [this] { formats.apply(); });
     QObject::connect(navigator, &Navigator::saveAsTemplate, templateCommands.get(), &TemplateCommands::saveAsTemplate);

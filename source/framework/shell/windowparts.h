@@ -7,6 +7,7 @@
 #include "editcommands.h"
 #include "eventhandlers.h"
 #include "filecommands.h"
+#include "filefindcommands.h"
 #include "findcommands.h"
 #include "lastdirectories.h"
 #include "mainservices.h"
@@ -74,6 +75,7 @@ struct WindowParts
     std::unique_ptr<FileCommands> fileCommands;
     std::unique_ptr<EditCommands> editCommands;
     std::unique_ptr<FindCommands> findCommands;
+    std::unique_ptr<FileFindCommands> fileFindCommands;
     std::unique_ptr<BuildControl> buildControl;
     std::unique_ptr<DebugControl> debugControl;
     std::unique_ptr<ProcessorDock> processorDock;
