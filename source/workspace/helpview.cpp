@@ -23,6 +23,7 @@ HelpView::HelpView(Document *document, const HelpSite &site, QWidget *parent)
 {
     VARNEL_ASSERT(document->inherits("HelpDocument"));
     m_browser->setObjectName(u"HelpBrowser"_s);
+    m_browser->setAccessibleName(tr("Help page"));
     m_browser->installEventFilter(this);
     auto *layout = new QHBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);

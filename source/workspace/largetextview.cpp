@@ -55,6 +55,7 @@ void LargeTextView::layOut()
     m_lines->setObjectName(file + u"/lines"_s);
     m_lines->viewport()->setObjectName(file + u"/text"_s);
     m_margin->setObjectName(file + u"/margin"_s);
+    m_lines->setAccessibleName(tr("Text of %1").arg(file));
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);

@@ -45,6 +45,7 @@ TextViewEdit::TextViewEdit(TextView *view, TextDocument *document)
     setMinimumSize(1, 1); // it is collapsed at a larger size
     const QString file = QFileInfo(document->filename()).fileName();
     m_margin->setObjectName(file + u"/margin"_s);
+    setAccessibleName(tr("Text of %1").arg(file));
     viewport()->setObjectName(file + u"/text"_s);
     refresh(true);
     setDocument(document->text());

@@ -72,6 +72,7 @@ void OutputWindow::startConsole(const ScriptDirectories &scripts)
     m_interpreter = std::make_unique<PythonInterpreter>(scripts);
     m_commandWindow = new CommandLineWindow;
     m_commandWindow->setObjectName(u"commandWindow"_s); // for test drivers, as for the tabs
+    m_commandWindow->setAccessibleName(tr("Command Window"));
     m_commandWindow->setFont(m_font);
     m_commandWindow->setPalette(m_pages.front()->palette());
     m_commandWindow->setCompleter([this](const QString &word) { return m_interpreter->completions(word); });
@@ -95,6 +96,7 @@ void OutputWindow::addPage(const QString &name)
     auto *page = new OutputPage;
     page->setObjectName(name + u"Page"_s);
     page->setWindowTitle(name);
+    page->setAccessibleName(name);
     page->setFont(m_font);
     if (!m_pages.empty())
         page->setPalette(m_pages.front()->palette());

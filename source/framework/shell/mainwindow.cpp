@@ -172,6 +172,16 @@ void MainWindow::disableSessions()
     m_parts->sessions->disable();
 }
 
+void MainWindow::skipLastRun()
+{
+    m_parts->sessions->skipLastRun();
+}
+
+void MainWindow::openNamed(const QStringList &paths)
+{
+    m_parts->namedFiles->open(paths);
+}
+
 void MainWindow::continueLastRun()
 {
     const QString workspace = m_parts->sessions->lastWorkspace();

@@ -245,6 +245,7 @@ void WindowParts::setUpCommands()
     processorDock = std::make_unique<ProcessorDock>(activity, services, *debugControl);
     projectCommands = std::make_unique<ProjectCommands>(activity, services);
     templateCommands = std::make_unique<TemplateCommands>(activity, services, *projectCommands, templateDirectories());
+    namedFiles = std::make_unique<NamedFiles>(services, *projectCommands, templateDirectories().installed);
     helpCommands = std::make_unique<HelpCommands>(activity, services, *projectCommands, helpFiles());
     pluginBinder = std::make_unique<PluginBinder>(activity, services);
     toolsCommands = std::make_unique<ToolsCommands>(activity, services);

@@ -11,6 +11,7 @@
 #include "findcommands.h"
 #include "lastdirectories.h"
 #include "mainservices.h"
+#include "namedfiles.h"
 #include "objectmodel.h"
 #include "optionscommands.h"
 #include "pluginbinder.h"
@@ -83,6 +84,7 @@ struct WindowParts
     std::unique_ptr<ProcessorDock> processorDock;
     std::unique_ptr<ProjectCommands> projectCommands;
     std::unique_ptr<TemplateCommands> templateCommands;
+    std::unique_ptr<NamedFiles> namedFiles;
     std::unique_ptr<HelpCommands> helpCommands;
     std::unique_ptr<PluginBinder> pluginBinder;
     std::unique_ptr<ToolsCommands> toolsCommands;
