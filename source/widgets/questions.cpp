@@ -38,11 +38,11 @@ QStringList ask(QWidget *parent, const FileQuestion &question, QFileDialog::Acce
 }
 } // namespace
 
-std::optional<QString> askForText(QWidget *parent, const QString &label, const QString &text)
+std::optional<QString> askForText(QWidget *parent, const QString &label, const QString &text, const QString &caption)
 {
     const QPointer<QInputDialog> dialog = new QInputDialog(parent);
     dialog->setObjectName(u"inputDialog"_s);
-    dialog->setWindowTitle(messageCaption());
+    dialog->setWindowTitle(caption.isNull() ? messageCaption() : caption);
     dialog->setLabelText(QString(label).replace(u'&', u"&&"_s)); // the label may contain names
     dialog->findChild<QLabel *>()->setTextFormat(Qt::PlainText);
     dialog->setTextValue(text);

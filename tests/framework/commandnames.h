@@ -24,6 +24,13 @@ inline QByteArrayList plainCommands()
         .split(' ');
 }
 
+/// The actions that the class of their subject connects.
+inline QByteArrayList commandsWithoutSlot()
+{
+    return QByteArray("editNextMessage editPreviousMessage editFindNext editFindPrevious editStopFindInFiles")
+        .split(' ');
+}
+
 inline QByteArrayList toggleCommands()
 {
     return QByteArray("viewNavigator viewOutput debugToggleRegisterWindow debugTogglePeripheralWindow "

@@ -144,7 +144,8 @@ public Q_SLOTS:
     void helpAbout();
 
     void openFile(const QString &path) { openFile(path, false); }
-    void lookupSource(const QString &file, int line); ///< Opens the file and marks the line, which counts from 1.
+    /// Opens the file and marks the line. Lines and columns count from 1; column 0 is the start of the line.
+    void lookupSource(const QString &file, int line, int column = 0);
     void runPyFile(const QString &file);
     void openHelp(const QString &file);
     void fileSelected(const QString &path); ///< The file selected in the project tree.

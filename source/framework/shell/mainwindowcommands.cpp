@@ -145,7 +145,7 @@ void MainWindow::editReplace()
 
 void MainWindow::editFindInFiles()
 {
-    m_parts->findCommands->findInFiles();
+    m_parts->fileFindCommands->findInFiles();
 }
 
 void MainWindow::editSelectAll()

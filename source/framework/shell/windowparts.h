@@ -7,6 +7,7 @@
 #include "editcommands.h"
 #include "eventhandlers.h"
 #include "filecommands.h"
+#include "filefindcommands.h"
 #include "findcommands.h"
 #include "lastdirectories.h"
 #include "mainservices.h"
@@ -32,6 +33,7 @@ class HelpCommands;
 class MainWindow;
 class Navigator;
 class OutputWindow;
+class PythonOutputPanel;
 
 /// The parts of the main window and their connections. Members are in the order of their creation; setUp() creates
 /// those that are pointers, and none of them is null after that.
@@ -69,10 +71,12 @@ struct WindowParts
     DockWindow *outputDock = nullptr;
     Navigator *navigator = nullptr;
     OutputWindow *outputWindow = nullptr;
+    PythonOutputPanel *pythonOutput = nullptr;
     std::unique_ptr<DebugWindows> debugWindows;
     std::unique_ptr<FileCommands> fileCommands;
     std::unique_ptr<EditCommands> editCommands;
     std::unique_ptr<FindCommands> findCommands;
+    std::unique_ptr<FileFindCommands> fileFindCommands;
     std::unique_ptr<BuildControl> buildControl;
     std::unique_ptr<DebugControl> debugControl;
     std::unique_ptr<ProcessorDock> processorDock;
