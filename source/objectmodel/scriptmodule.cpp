@@ -9,6 +9,7 @@
 #include "scriptprojectfolder.h"
 #include "scriptprojectproperties.h"
 #include "scripttypes.h"
+#include "scriptwidgets.h"
 
 namespace {
 struct TypeEntry
@@ -27,6 +28,8 @@ constexpr TypeEntry Types[] = {
     {"ProjectFolder", bindProjectFolder},
     {"ProjectFile", bindProjectFile},
     {"ProjectProperties", bindProjectProperties},
+    {nullptr, bindQtWrapper},
+    {nullptr, bindQtSlot},
     {nullptr, bindProjectCollection},
 };
 

@@ -265,7 +265,7 @@ void TestUiConfig::reservedActionsHaveATextForNoFunction()
     }
     QCOMPARE(
         reserved,
-        u"editComment editUncomment editUnindent projectGenerateMakefile toolsMacroNew toolsCustomise"_s.split(u' '));
+        u"editComment editUncomment editUnindent projectGenerateMakefile toolsCustomise"_s.split(u' '));
 }
 
 void TestUiConfig::acceleratorsAreValidAndUnique()
