@@ -43,6 +43,14 @@ void PythonOutputPanel::clear()
     m_list->clear();
 }
 
+QString PythonOutputPanel::text() const
+{
+    QString text;
+    for (int i = 0; i < m_list->topLevelItemCount(); ++i)
+        text += m_list->topLevelItem(i)->text(0) + u" = "_s + m_list->topLevelItem(i)->text(1) + u'\n';
+    return text;
+}
+
 /// The titles keep the font of the program.
 void PythonOutputPanel::setFont(const QFont &font)
 {

@@ -8,6 +8,7 @@ class PropertyList;
 class PythonOutputPanel : public QWidget
 {
     Q_OBJECT
+    Q_PROPERTY(QString text READ text) // for test drivers
 public:
     explicit PythonOutputPanel(QWidget *parent = nullptr);
 
@@ -15,6 +16,7 @@ public:
     [[nodiscard]] QString value(const QString &name) const;   ///< Null for an unknown name.
     void remove(const QString &name);
     void clear();
+    [[nodiscard]] QString text() const; ///< The rows: "name = value", a line each.
 
     void setFont(const QFont &font);
 
