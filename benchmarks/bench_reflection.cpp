@@ -3,7 +3,7 @@
 #include "pythonruntime.h"
 #include "qtwrapper.h"
 #include <benchmark/benchmark.h>
-#include <pybind11/pybind11.h>
+#include <pybind11/eval.h>
 #include <QApplication>
 #include <QLabel>
 #include <QPushButton>

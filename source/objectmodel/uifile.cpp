@@ -1,6 +1,7 @@
 #include "uifile.h"
 #include "wholefile.h"
 #include <QBuffer>
+#include <QDir>
 #include <QFileInfo>
 #include <QtUiTools/QUiLoader>
 #include <QXmlStreamReader>
@@ -26,7 +27,7 @@ bool isTooDeep(const QByteArray &xml)
 
 QWidget *loadUiFile(const QString &path)
 {
-    constexpr qint64 MaximumSize = 16 * 1024 * 1024;
+    constexpr qint64 MaximumSize = qint64(16) * 1024 * 1024;
     if (QFileInfo(path).size() > MaximumSize)
         return nullptr;
     std::optional<QByteArray> content = readFile(path);

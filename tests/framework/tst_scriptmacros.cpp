@@ -188,7 +188,7 @@ private Q_SLOTS:
         const auto expected = u"# mine\n\nfrom varnel import app\n\n\ndef macro1():\n    pass\n\n\n"
                               "app.addMacro(macro1, \"Macro 1\")\n"_s;
         QCOMPARE(m_fixture->text(), expected);
-        QVERIFY(m_fixture->document()->isModified());
+        QVERIFY(m_fixture->document()->modified());
         m_fixture->view()->selectAll();
         window().viewManager()->activateView(m_fixture->view(), true);
         window().toolsMacroNew();

@@ -4,6 +4,7 @@
 #include "pythonruntime.h"
 #include "pythonstring.h"
 #include <Python.h>
+#include <QRegularExpression>
 
 /// A namespace for the scripts of a test, and what they print.
 class PythonScope : public QObject
@@ -51,8 +52,10 @@ public:
     /// The exception that a script raises, as "TypeError: the text".
     QString error(const QByteArray &script)
     {
-        const QString text = run(script).trimmed();
-        return text.section(u'\n', -1);
+        static const QRegularExpression name(QStringLiteral("\\w+(Error|Warning): .*"));
+        const QStringList lines = run(script).split(u'\n');
+        const qsizetype last = lines.lastIndexOf(name); // a text of several lines begins there
+        return last < 0 ? QString() : lines[last];
     }
 
 private:
