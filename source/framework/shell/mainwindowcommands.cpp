@@ -3,6 +3,7 @@
 #include "editproperties.h"
 #include "helpcommands.h"
 #include "ideapplication.h"
+#include "macrocommands.h"
 #include "mainwindow.h"
 #include "navigator.h"
 #include "outputwindow.h"
@@ -19,6 +20,11 @@ namespace {
 void warnNotImplemented(const char *command)
 {
     qWarning("Slot not implemented: %s", command);
+}
+
+QString macroFile()
+{
+    return editableScript(IDEApplication::instance()->scriptDirectories(), u"macros.py"_s);
 }
 } // namespace
 
@@ -385,13 +391,13 @@ void MainWindow::debugToggleMemoryWindow(bool)
 
 void MainWindow::toolsMacroNew()
 {
-    warnNotImplemented("toolsMacroNew");
+    if (!addMacroTo(macroFile(), m_parts->services))
+        warnNotImplemented("toolsMacroNew");
 }
 
 void MainWindow::toolsMacroEdit()
 {
-    m_parts->workspace->openDocument(editableScript(IDEApplication::instance()->scriptDirectories(), u"macros.py"_s),
-                                     true);
+    m_parts->workspace->openDocument(macroFile(), true);
 }
 
 void MainWindow::toolsCustomise()
