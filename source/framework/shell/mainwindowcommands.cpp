@@ -120,12 +120,14 @@ void MainWindow::editInsertFile()
 
 void MainWindow::editComment()
 {
-    warnNotImplemented("editComment");
+    if (!m_parts->editCommands->comment())
+        warnNotImplemented("editComment");
 }
 
 void MainWindow::editUncomment()
 {
-    warnNotImplemented("editUncomment");
+    if (!m_parts->editCommands->uncomment())
+        warnNotImplemented("editUncomment");
 }
 
 void MainWindow::editIndent()
@@ -135,7 +137,8 @@ void MainWindow::editIndent()
 
 void MainWindow::editUnindent()
 {
-    warnNotImplemented("editUnindent");
+    if (!m_parts->editCommands->unindent())
+        warnNotImplemented("editUnindent");
 }
 
 void MainWindow::editFind()
