@@ -40,7 +40,7 @@ struct PropertyRecord
     int m_minimum = 0;            ///< of an integer
     int m_maximum = 32767;
 
-    /// Whether the value is another one than the default. Several values are.
+    /// Whether the value differs from the default one. Several values always do.
     [[nodiscard]] bool differsFromDefault() const;
     /// Whether @p text is in the name, the key, the description or an option, in capital or small letters.
     [[nodiscard]] bool contains(const QString &text) const;

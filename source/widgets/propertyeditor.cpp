@@ -83,10 +83,12 @@ QWidget *PropertyEditor::makeLeftSide()
     m_filterEdit = new FilterEdit(side);
     m_filterEdit->setObjectName(u"FilterEdit"_s);
     m_filterEdit->setPlaceholderText(tr("Filter"));
+    m_filterEdit->setAccessibleName(tr("Filter"));
     m_filterEdit->setToolTip(tr("Shows the properties of all pages that contain this text"));
     layout->addWidget(m_filterEdit);
     m_groupTree = new ListView(side);
     m_groupTree->setObjectName(u"GroupTree"_s);
+    m_groupTree->setAccessibleName(tr("Pages"));
     m_groupTree->setHeaderLabels({u"Column1"_s});
     m_groupTree->setHeaderHidden(true);
     m_groupTree->setIndentation(14);
@@ -102,11 +104,13 @@ QWidget *PropertyEditor::makeRightSide()
     layout->setContentsMargins(0, 0, 0, 0);
     m_list = new PropertyList(tr("Property"), tr("Value"), side);
     m_list->setObjectName(u"PropertyList"_s);
+    m_list->setAccessibleName(tr("Properties"));
     m_list->setMinimumSize(MinimumListSize);
     m_rows = new PropertyFiller(m_list, this);
     layout->addWidget(m_list);
     m_helpView = new QTextBrowser(side);
     m_helpView->setObjectName(u"HelpView"_s);
+    m_helpView->setAccessibleName(tr("Description"));
     m_helpView->setFixedHeight(HelpHeight);
     layout->addWidget(m_helpView);
     return side;
@@ -384,7 +388,7 @@ void PropertyEditor::propertyValueChanged(PropertyItem *item)
         prop->record.m_reset = false;
     }
     if (prop->record.m_changed && value.isValid())
-        assign(*prop, value); // what is typed back is written, too
+        assign(*prop, value); // a value that the user has changed back is also written
     showState(*prop, item);
 }
 
@@ -422,7 +426,7 @@ void PropertyEditor::showProperty(const QString &key)
     if (!m_rows->row(key))
         m_groupTree->setCurrentItem(entry->page);
     if (!m_rows->row(key))
-        propertyGroupChanged(entry->page); // it was the current one behind the filter
+        propertyGroupChanged(entry->page); // the page is the current one already, but the filter hides its options
     if (!m_rows->row(key))
         m_rows->finish();
     PropertyItem *row = m_rows->row(key);

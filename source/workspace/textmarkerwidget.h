@@ -3,7 +3,7 @@
 #include <QWidget>
 class TextViewEdit;
 
-/// The margin left of a pane, which shows the markers of the lines and, if the user wants them, their numbers.
+/// The margin left of a pane, which shows the markers of the lines and, if that is switched on, their numbers.
 class TextMarkerWidget : public QWidget
 {
     Q_OBJECT
@@ -13,6 +13,8 @@ public:
     explicit TextMarkerWidget(TextViewEdit *edit);
 
     [[nodiscard]] int wantedWidth() const; ///< pixels, with the numbers
+    /// The marks of the lines on screen, which count from 1.
+    [[nodiscard]] QMap<int, int> markers() const;
 
 Q_SIGNALS:
     void toggleBreakpoint(int line); ///< counts from 1

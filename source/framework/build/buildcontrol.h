@@ -1,5 +1,6 @@
 #pragma once
 #include <functional>
+#include <QElapsedTimer>
 #include <QObject>
 #include <QPointer>
 class Activity;
@@ -61,6 +62,8 @@ private:
     void prepareOutput(const Project *project) const;
     void displayBuildPage() const;
     void setLookupPattern(const Project *project) const;
+    void showProgress(const QString &line);
+    void showOutcome(bool success);
     void leaveBuilding();
     [[nodiscard]] bool navigatorHasFocus() const;
     [[nodiscard]] bool canCompile() const;
@@ -71,6 +74,7 @@ private:
     QPointer<QAction> m_compileAction; ///< its text names the current file; null if the program has none
     QString m_compileMenuText;         ///< "%1" stands for the file
     QString m_currentFile;
+    QElapsedTimer m_time; ///< since the start of the work that is shown in the status bar; invalid if there is none
     bool m_buildSucceeded = false;
     bool m_buildStopped = false;
 };

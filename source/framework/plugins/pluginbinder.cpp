@@ -116,7 +116,7 @@ InterfacePtr<IBuildEvents> PluginBinder::makeBuildEvents(const Project *project)
     connect(events, &IBuildEventsImpl::sigBuildFinished, this, &PluginBinder::buildFinished);
     connect(events, &IBuildEventsImpl::sigXmlFeedback, this, &PluginBinder::xmlFeedback);
     connect(events, &IBuildEventsImpl::sigFeedback, m_window.outputWindow()->page(OutputWindow::Build),
-            &OutputPage::outputLine);
+            qOverload<const QString &>(&OutputPage::outputLine));
     // reports of a plug-in object that outlives its project, because of another reference, are ignored
     connect(project, &QObject::destroyed, events, [events] { events->disconnect(); });
     return shareInterface<IBuildEvents>(events);

@@ -1,5 +1,6 @@
 #pragma once
 #include "optionvalues.h"
+#include "shortcuts.h"
 #include <QDir>
 #include <QObject>
 #include <QPointer>
@@ -7,6 +8,7 @@ class DebugOptions;
 class OptionsDialog;
 class QSettings;
 class ToolsCommands;
+class ToolsDialog;
 class WindowServices;
 
 /// The command that opens the options dialog, and applies the values when the user accepts it.
@@ -16,11 +18,12 @@ class OptionsCommands : public QObject
 public:
     /// All arguments but @p config outlive this object. The dialog edits the settings and the last three arguments.
     /// @p config is the directory with the product's formats.
-    OptionsCommands(WindowServices &window, QDir config, TextFormats &formats, DebugOptions &debugOptions,
+    OptionsCommands(WindowServices &window, const QDir &config, TextFormats &formats, DebugOptions &debugOptions,
                     ToolsCommands &tools, QObject *parent = nullptr);
 
-    /// Shows the dialog until the user closes it. Only one is open at a time.
-    void showOptions();
+    /// Shows the dialog until the user closes it, with the page of that object name in front. Only one is open at a
+    /// time.
+    void showOptions(const QString &page = {});
 
 Q_SIGNALS:
     /// The formats or the editor's settings have changed: all views must be refreshed in full.
@@ -29,6 +32,7 @@ Q_SIGNALS:
 private:
     [[nodiscard]] OptionValues values() const;
     [[nodiscard]] OptionChoices choices() const;
+    void connectTools(ToolsDialog *page);
     void apply(const OptionValues &before, const OptionValues &values);
 
     WindowServices &m_window;
@@ -36,6 +40,7 @@ private:
     TextFormats &m_formats;
     DebugOptions &m_debugOptions;
     ToolsCommands &m_tools;
+    Shortcuts m_shortcuts;
     QPointer<OptionsDialog> m_dialog; ///< null while it is not shown
 };
 
