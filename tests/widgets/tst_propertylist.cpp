@@ -274,7 +274,7 @@ private Q_SLOTS:
             key(Qt::Key_Up);
             QCOMPARE(m_list->currentItem(), m_list->topLevelItem(i));
         }
-        QCOMPARE(m_said.filter(u"="_s).filter(QRegularExpression(u"^(?!<p>)"_s)), QStringList());
+        QCOMPARE(m_signals.filter(u"="_s).filter(QRegularExpression(u"^(?!<p>)"_s)), QStringList());
         QCOMPARE(m_list->topLevelItem(4)->text(1), u"99999"_s);
     }
 
@@ -351,7 +351,7 @@ private Q_SLOTS:
     {
         PropertyItem *item = addText(u"a"_s, u"4"_s);
         item->setValue(4, true);
-        QCOMPARE(m_said, QStringList());
+        QCOMPARE(m_signals, QStringList());
         auto *bytes = add<PropertyLongHexItem>(u"b"_s, QByteArray::fromHex("ff"), 8);
         bytes->setValue(QByteArray::fromHex("fe"), true); // neither is a text
         QCOMPARE(bytes->text(1), u"0xFE"_s);
