@@ -15,10 +15,10 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-QString tr(const char *text)
+struct Text
 {
-    return QCoreApplication::translate("AboutBox", text);
-}
+    Q_DECLARE_TR_FUNCTIONS(AboutBox)
+};
 
 QPixmap productIcon(int size, qreal ratio)
 {
@@ -45,11 +45,11 @@ QListWidget *pluginList(const QStringList &names)
 {
     auto *list = new QListWidget;
     list->setObjectName(u"pluginList"_s);
-    list->setAccessibleName(tr("Plug-ins"));
+    list->setAccessibleName(Text::tr("Plug-ins"));
     list->setSelectionMode(QAbstractItemView::NoSelection);
     list->addItems(names);
     if (names.isEmpty())
-        list->addItem(tr("No plug-ins are installed"));
+        list->addItem(Text::tr("No plug-ins are installed"));
     list->setMinimumSize(320, 96);
     list->setSizeAdjustPolicy(QAbstractScrollArea::AdjustToContents);
     return list;
@@ -60,7 +60,7 @@ QPlainTextEdit *detailsText()
 {
     auto *details = new QPlainTextEdit;
     details->setObjectName(u"detailsText"_s);
-    details->setAccessibleName(tr("Versions"));
+    details->setAccessibleName(Text::tr("Versions"));
     details->setReadOnly(true);
     details->setTabChangesFocus(true);
     details->setTextInteractionFlags(Qt::TextSelectableByKeyboard | Qt::TextSelectableByMouse);
@@ -97,7 +97,7 @@ QDialog *aboutBox(const QStringList &names, const QString &text)
 {
     auto *dialog = new QDialog(QApplication::activeWindow());
     dialog->setObjectName(u"aboutBox"_s);
-    dialog->setWindowTitle(tr("About Varnel"));
+    dialog->setWindowTitle(Text::tr("About Varnel"));
 
     auto *layout = new QGridLayout(dialog);
     layout->setHorizontalSpacing(16);
@@ -107,19 +107,21 @@ QDialog *aboutBox(const QStringList &names, const QString &text)
     layout->addWidget(icon, 0, 0, 2, 1, Qt::AlignTop);
 
     enlarge(addLabel(layout, 0, u"nameLabel"_s, u"Varnel"_s));
-    addLabel(layout, 1, u"versionLabel"_s, tr("Version %1").arg(text));
-    addLabel(layout, 2, u"pluginLabel"_s, tr("Plug-ins:"));
+    addLabel(layout, 1, u"versionLabel"_s, Text::tr("Version %1").arg(text));
+    addLabel(layout, 2, u"pluginLabel"_s, Text::tr("Plug-ins:"));
     layout->addWidget(pluginList(names), 3, 1);
-    addLabel(layout, 4, u"librariesLabel"_s,
-             tr("Running on Qt %1 with Python %2").arg(QLatin1StringView(qVersion()), QLatin1StringView(PY_VERSION)));
-    addLabel(layout, 5, u"licenceLabel"_s, tr("Copyright © The Varnel authors. Free software under the MIT licence."));
+    addLabel(
+        layout, 4, u"librariesLabel"_s,
+        Text::tr("Running on Qt %1 with Python %2").arg(QLatin1StringView(qVersion()), QLatin1StringView(PY_VERSION)));
+    addLabel(layout, 5, u"licenceLabel"_s,
+             Text::tr("Copyright © The Varnel authors. Free software under the MIT licence."));
 
     auto *buttons = new QDialogButtonBox(QDialogButtonBox::Ok);
     buttons->setObjectName(u"buttonBox"_s);
     QPushButton *ok = buttons->button(QDialogButtonBox::Ok);
     ok->setDefault(true);
     QObject::connect(buttons, &QDialogButtonBox::accepted, dialog, &QDialog::accept);
-    QPushButton *copy = buttons->addButton(tr("&Copy"), QDialogButtonBox::ActionRole);
+    QPushButton *copy = buttons->addButton(Text::tr("&Copy"), QDialogButtonBox::ActionRole);
     copy->setObjectName(u"copyButton"_s);
     QObject::connect(copy, &QPushButton::clicked, dialog,
                      [dialog] { QGuiApplication::clipboard()->setText(boxText(*dialog)); });

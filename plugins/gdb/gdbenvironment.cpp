@@ -352,7 +352,7 @@ void GdbEnvironment::showMessage(const QString &text, bool serious)
 void GdbEnvironment::logDialogue(const QString &line, bool fromUs)
 {
     if (m_logging && m_events)
-        m_events->feedback((fromUs ? u"> "_s : u"< "_s) + line + u'\n', tr("gdb"), false);
+        m_events->feedback((fromUs ? u"> "_s : u"< "_s) + line + u'\n', u"gdb"_s, false);
 }
 
 // Commands ------------------------------------------------------------------------------------------------------------

@@ -14,10 +14,10 @@ constexpr int LongestArray = 4096;
 constexpr int MostRegisters = 200'000;
 constexpr int MostDerivations = 16;
 
-QString tr(const char *text)
+struct Text
 {
-    return QCoreApplication::translate("SvdFile", text);
-}
+    Q_DECLARE_TR_FUNCTIONS(SvdFile)
+};
 
 /// An XML element with its text and children. Derived elements are completed in the tree before registers are read.
 struct Element
@@ -54,8 +54,8 @@ public:
             readElement(root, 0);
         if (!m_xml.hasError() && root->tag == u"device")
             return true;
-        *error = m_xml.hasError() ? tr("line %1: %2").arg(m_xml.lineNumber()).arg(m_xml.errorString())
-                                  : tr("it does not describe a device");
+        *error = m_xml.hasError() ? Text::tr("line %1: %2").arg(m_xml.lineNumber()).arg(m_xml.errorString())
+                                  : Text::tr("it does not describe a device");
         return false;
     }
 
@@ -65,7 +65,7 @@ private:
         element->tag = m_xml.name().toString();
         element->derivedFrom = m_xml.attributes().value("derivedFrom"_L1).toString();
         if (level > DeepestLevel || ++m_count > MostElements)
-            m_xml.raiseError(tr("too much in it"));
+            m_xml.raiseError(Text::tr("too much in it"));
         while (!m_xml.atEnd() && !m_xml.hasError()) {
             m_xml.readNext();
             if (m_xml.isEndElement())
@@ -375,7 +375,7 @@ bool readSvd(const QByteArray &contents, QList<SvdPeripheral> *peripherals, QStr
         readPeripheral(element, Defaults().in(device), peripherals);
         registers += peripherals->isEmpty() ? 0 : peripherals->last().registers.size();
         if (registers > MostRegisters) {
-            *error = tr("it describes too many registers");
+            *error = Text::tr("it describes too many registers");
             return false;
         }
     }

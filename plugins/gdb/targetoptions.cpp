@@ -48,10 +48,10 @@ const QList<Key> &keys()
     return table;
 }
 
-QString tr(const char *text)
+struct Text
 {
-    return QCoreApplication::translate("TargetOptions", text);
-}
+    Q_DECLARE_TR_FUNCTIONS(TargetOptions)
+};
 
 bool isTrue(const QString &text)
 {
@@ -133,7 +133,7 @@ bool applyOptionText(const QString &text, TargetOptions *options, QString *error
         const bool pair = part.contains(u'=');
         if (part.trimmed().isEmpty() || (pair ? setPair(part, options) : setTarget(part.trimmed(), options)))
             continue;
-        *error = tr("The debugger option '%1' is invalid.").arg(part.trimmed());
+        *error = Text::tr("The debugger option '%1' is invalid.").arg(part.trimmed());
         return false;
     }
     return true;

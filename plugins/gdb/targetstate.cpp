@@ -4,10 +4,10 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-QString tr(const char *text)
+struct Text
 {
-    return QCoreApplication::translate("TargetState", text);
-}
+    Q_DECLARE_TR_FUNCTIONS(TargetState)
+};
 
 bool isAlive(TargetState state)
 {
@@ -22,8 +22,8 @@ QString watchText(const MiValue &results)
         const MiValue value = results[u"value"];
         const QString expression = results[kind].text(u"exp");
         if (value.contains(u"new"))
-            return tr("%1 was %2 and is %3.").arg(expression, value.text(u"old"), value.text(u"new"));
-        return tr("%1 was read: %2.").arg(expression, value.text(u"value"));
+            return Text::tr("%1 was %2 and is %3.").arg(expression, value.text(u"old"), value.text(u"new"));
+        return Text::tr("%1 was read: %2.").arg(expression, value.text(u"value"));
     }
     return {};
 }
@@ -98,16 +98,16 @@ StopReason stopReason(const MiRecord &record)
         stop = {TargetEvent::BreakpointHit, stop.breakpoint, false, watchText(results), false};
     else if (reason == u"exited")
         stop = {TargetEvent::Exited, 0, false,
-                tr("The program ended with code %1.").arg(results.text(u"exit-code").toInt(nullptr, 8)), false};
+                Text::tr("The program ended with code %1.").arg(results.text(u"exit-code").toInt(nullptr, 8)), false};
     else if (reason == u"exited-normally")
-        stop = {TargetEvent::Exited, 0, false, tr("The program ended."), false};
+        stop = {TargetEvent::Exited, 0, false, Text::tr("The program ended."), false};
     else if (reason == u"exited-signalled")
-        stop = {TargetEvent::Exited, 0, false, tr("The program was ended by %1.").arg(results.text(u"signal-name")),
-                false};
+        stop = {TargetEvent::Exited, 0, false,
+                Text::tr("The program was ended by %1.").arg(results.text(u"signal-name")), false};
     else if (reason == u"signal-received" && results.text(u"signal-name") != u"SIGINT"
              && results.text(u"signal-name") != u"SIGTRAP" && results.text(u"signal-name") != u"0")
         stop.text =
-            tr("The program received %1, %2.").arg(results.text(u"signal-name"), results.text(u"signal-meaning"));
+            Text::tr("The program received %1, %2.").arg(results.text(u"signal-name"), results.text(u"signal-meaning"));
     stop.isPause = stop.event == TargetEvent::Stopped && stop.breakpoint == 0 && reason != u"end-stepping-range";
     return stop;
 }

@@ -7,10 +7,10 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-QString tr(const char *text)
+struct Text
 {
-    return QCoreApplication::translate("GnuBuild", text);
-}
+    Q_DECLARE_TR_FUNCTIONS(GnuBuild)
+};
 
 QStringList neededTools(const BuildDescription &description)
 {
@@ -46,11 +46,11 @@ QStringList textProblems(const BuildDescription &description)
     QStringList problems;
     const auto checkPath = [&](const QString &path) {
         if (!isPossibleNinjaPath(path))
-            problems += tr("The name '%1' has a character that ninja does not support.").arg(path);
+            problems += Text::tr("The name '%1' has a character that ninja does not support.").arg(path);
     };
     const auto checkFlags = [&](const QStringList &flags) {
         if (!std::all_of(flags.begin(), flags.end(), isPossibleNinjaValue))
-            problems += tr("An option has a line break, which ninja does not support: %1").arg(flags.join(u' '));
+            problems += Text::tr("An option has a line break, which ninja does not support: %1").arg(flags.join(u' '));
     };
     for (const SourceFile &source : description.sources) {
         checkPath(source.path);
@@ -73,13 +73,15 @@ QStringList toolProblems(const BuildDescription &description)
         problems += ninjaMissing();
     for (const QString &tool : neededTools(description)) {
         if (!isProgram(tool))
-            problems += tr("The program '%1' was not found. Install the tool chain, or set the option \"Tool prefix\".")
-                            .arg(tool);
+            problems +=
+                Text::tr("The program '%1' was not found. Install the tool chain, or set the option \"Tool prefix\".")
+                    .arg(tool);
     }
     for (const QString &launcher : launcherPrograms(description)) {
         if (!isProgram(launcher))
-            problems += tr("The program '%1' was not found. Install it, or change the option \"Compiler launcher\".")
-                            .arg(launcher);
+            problems +=
+                Text::tr("The program '%1' was not found. Install it, or change the option \"Compiler launcher\".")
+                    .arg(launcher);
     }
     return problems + textProblems(description);
 }
@@ -94,7 +96,7 @@ QStringList fileProblems(const BuildDescription &description)
         needed += source.path;
     for (const QString &path : needed) {
         if (!QFileInfo::exists(description.absolute(path)))
-            problems += tr("The file '%1' does not exist.").arg(path);
+            problems += Text::tr("The file '%1' does not exist.").arg(path);
         if (problems.size() == most)
             break;
     }
@@ -103,5 +105,5 @@ QStringList fileProblems(const BuildDescription &description)
 
 QString ninjaMissing()
 {
-    return tr("The program 'ninja' was not found. Builds need it; install it.");
+    return Text::tr("The program 'ninja' was not found. Builds need it; install it.");
 }

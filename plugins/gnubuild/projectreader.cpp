@@ -9,10 +9,10 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-QString tr(const char *text)
+struct Text
 {
-    return QCoreApplication::translate("GnuBuild", text);
-}
+    Q_DECLARE_TR_FUNCTIONS(GnuBuild)
+};
 
 void appendFiles(const QList<IProjectFile *> &files, std::vector<InterfacePtr<IProjectFile>> &all)
 {
@@ -109,10 +109,10 @@ BuildDescription ProjectReader::read(IProject *project, const QString &configura
     readFiles(project, description, problems);
     readLinking(options, description, problems);
     if (description.sources.isEmpty())
-        problems += tr("The project has no file that is compiled in the configuration '%1'.").arg(configuration);
+        problems += Text::tr("The project has no file that is compiled in the configuration '%1'.").arg(configuration);
     if (const QString other = sharedOutput(project, description); !other.isEmpty()) {
         problems +=
-            tr("The configurations '%1' and '%2' both build the file '%3'. Give one of them another output name.")
+            Text::tr("The configurations '%1' and '%2' both build the file '%3'. Give one of them another output name.")
                 .arg(configuration, other, description.output);
     }
     return description;
@@ -231,7 +231,7 @@ void ProjectReader::readLinking(const PropertyReader &options, BuildDescription 
     for (const QString &project : options.list(PropertyKey::UsedProjects)) {
         const auto library = m_findLibrary ? m_findLibrary(project, description.configuration) : std::nullopt;
         if (!library) {
-            problems += tr("The workspace has no library project '%1'.").arg(project);
+            problems += Text::tr("The workspace has no library project '%1'.").arg(project);
             continue;
         }
         description.libraries += *library;

@@ -5,10 +5,10 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-QString tr(const char *text)
+struct Text
 {
-    return QCoreApplication::translate("GnuBuild", text);
-}
+    Q_DECLARE_TR_FUNCTIONS(GnuBuild)
+};
 
 QString tableLine(const QString &name, const QString &address, const QString &size, const QString &memory)
 {
@@ -19,8 +19,8 @@ QString tableLine(const QString &name, const QString &address, const QString &si
 QString memoryOf(const SectionSize &section)
 {
     if (section.inFlash && section.inRam)
-        return tr("flash, RAM");
-    return section.inFlash ? tr("flash") : tr("RAM");
+        return Text::tr("flash, RAM");
+    return section.inFlash ? Text::tr("flash") : Text::tr("RAM");
 }
 
 } // namespace
@@ -46,12 +46,12 @@ QString sizeReport(const QList<SectionSize> &sections)
 {
     quint64 flash = 0;
     quint64 ram = 0;
-    QString text = tableLine(tr("Section"), tr("Address"), tr("Bytes"), tr("Memory"));
+    QString text = tableLine(Text::tr("Section"), Text::tr("Address"), Text::tr("Bytes"), Text::tr("Memory"));
     for (const SectionSize &section : sections) {
         text += tableLine(section.name, u"0x"_s + QString::number(section.address, 16).rightJustified(8, u'0'),
                           QString::number(section.size), memoryOf(section));
         flash += section.inFlash ? section.size : 0;
         ram += section.inRam ? section.size : 0;
     }
-    return text + tr("Flash: %1 bytes, RAM: %2 bytes").arg(flash).arg(ram) + u'\n';
+    return text + Text::tr("Flash: %1 bytes, RAM: %2 bytes").arg(flash).arg(ram) + u'\n';
 }

@@ -17,10 +17,10 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-QString tr(const char *text)
+struct Text
 {
-    return QCoreApplication::translate("App", text);
-}
+    Q_DECLARE_TR_FUNCTIONS(App)
+};
 
 void processEvents(long time)
 {
@@ -46,19 +46,19 @@ void ScriptApp::doAction(const QString &name) const
 void ScriptApp::openWorkspace(const QString &path) const
 {
     if (!model().host().replaceWorkspace(path))
-        raisePython(PyExc_OSError, tr("Cannot open workspace '%1'").arg(path));
+        raisePython(PyExc_OSError, Text::tr("Cannot open workspace '%1'").arg(path));
 }
 
 void ScriptApp::closeWorkspace() const
 {
     if (!model().host().closeOpenWorkspace())
-        raisePython(PyExc_OSError, tr("Could not close workspace"));
+        raisePython(PyExc_OSError, Text::tr("Could not close workspace"));
 }
 
 void ScriptApp::saveWorkspace() const
 {
     if (!model().activity().workspace())
-        raisePython(PyExc_RuntimeError, tr("No workspace is open"));
+        raisePython(PyExc_RuntimeError, Text::tr("No workspace is open"));
     const QString failure = model().saveWorkspace();
     if (!failure.isNull())
         raisePython(PyExc_OSError, failure);
@@ -105,19 +105,19 @@ PythonReference ScriptApp::currentProject()
 void ScriptApp::setCurrentProject(const py::handle &value) const
 {
     if (!py::isinstance<ScriptProject>(value))
-        raisePython(PyExc_TypeError, tr("Project expected"));
+        raisePython(PyExc_TypeError, Text::tr("Project expected"));
     ProjectWorkspace *workspace = model().activity().workspace();
     if (!workspace)
-        raisePython(PyExc_RuntimeError, tr("No workspace is open"));
+        raisePython(PyExc_RuntimeError, Text::tr("No workspace is open"));
     const QString name = py::cast<ScriptProject &>(value).name();
     for (int i = 0; i < workspace->count(); ++i) {
         if (workspace->project(i)->name() != name)
             continue;
         if (!workspace->project(i)->isActive())
-            raisePython(PyExc_AttributeError, tr("Project is not active"));
+            raisePython(PyExc_AttributeError, Text::tr("Project is not active"));
         return workspace->setCurrentProject(i);
     }
-    raisePython(PyExc_RuntimeError, tr("Project not found in workspace"));
+    raisePython(PyExc_RuntimeError, Text::tr("Project not found in workspace"));
 }
 
 // The type: the order of its methods and attributes is the one in which they are listed

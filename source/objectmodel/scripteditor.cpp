@@ -12,10 +12,10 @@
 #include <QCoreApplication>
 
 namespace {
-QString tr(const char *text)
+struct Text
 {
-    return QCoreApplication::translate("Editor", text);
-}
+    Q_DECLARE_TR_FUNCTIONS(Editor)
+};
 
 DocumentTemplate *templateFor(const Workspace &workspace, const QString &path)
 {
@@ -30,7 +30,7 @@ DocumentTemplate *templateFor(const Workspace &workspace, const QString &path)
 void ScriptEditor::openDocument(const QString &path) const
 {
     if (path.isEmpty() || !model().host().openFile(path, false))
-        raisePython(PyExc_OSError, tr("Error opening document '%1'.").arg(path));
+        raisePython(PyExc_OSError, Text::tr("Error opening document '%1'.").arg(path));
 }
 
 void ScriptEditor::newDocument(const QString &path, int addToProject) const
@@ -38,9 +38,9 @@ void ScriptEditor::newDocument(const QString &path, int addToProject) const
     Workspace *workspace = model().host().workspace();
     DocumentTemplate *docTemplate = templateFor(*workspace, path);
     if (!docTemplate)
-        raisePython(PyExc_ValueError, tr("No document template for '%1' could not be found.").arg(path));
+        raisePython(PyExc_ValueError, Text::tr("No document template for '%1' could not be found.").arg(path));
     if (!workspace->newDocument(docTemplate, path))
-        raisePython(PyExc_OSError, tr("Document '%1' could not be created.").arg(path));
+        raisePython(PyExc_OSError, Text::tr("Document '%1' could not be created.").arg(path));
     if (Project *project = model().activity().currentProject(); project && addToProject != 0)
         project->addFiles({path}, nullptr);
 }

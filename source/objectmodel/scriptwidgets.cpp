@@ -12,10 +12,10 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-QString tr(const char *text)
+struct Text
 {
-    return QCoreApplication::translate("App", text);
-}
+    Q_DECLARE_TR_FUNCTIONS(App)
+};
 
 /// The wrapper of a new object. At the address of a dead one it is still that of the dead one; no script could reach
 /// the new object then.
@@ -32,7 +32,7 @@ PythonReference loadUI(const ScriptApp &app, const QString &fileName)
     const QString path = QDir::cleanPath(app.model().host().scriptDirectories().file(fileName));
     QWidget *window = loadUiFile(path);
     if (!window)
-        raisePython(PyExc_OSError, tr("Failed to load UI from file %1").arg(path));
+        raisePython(PyExc_OSError, Text::tr("Failed to load UI from file %1").arg(path));
     return wrapperOfNew(window, true);
 }
 
@@ -40,20 +40,20 @@ PythonReference createUI(const ScriptApp &, const QString &className, const QStr
 {
     QWidget *widget = createUiWidget(className, name);
     if (!widget)
-        raisePython(PyExc_TypeError, tr("Failed to create widget %1").arg(className));
+        raisePython(PyExc_TypeError, Text::tr("Failed to create widget %1").arg(className));
     return wrapperOfNew(widget, true);
 }
 
 QWidget &requireWidget(const py::handle &object, const ObjectModel &model)
 {
     if (!py::isinstance(object, pyQtWrapperType()))
-        raisePython(PyExc_TypeError, tr("Widget expected"));
+        raisePython(PyExc_TypeError, Text::tr("Widget expected"));
     const QtWrapper *wrapper = QtWrapper::of(object.ptr());
     if (!wrapper || !wrapper->object())
         raiseDestroyed();
     auto *widget = qobject_cast<QWidget *>(wrapper->object());
     if (!widget || widget->isAncestorOf(model.host().dialogParent()))
-        raisePython(PyExc_TypeError, tr("Widget expected"));
+        raisePython(PyExc_TypeError, Text::tr("Widget expected"));
     return *widget;
 }
 

@@ -7,10 +7,10 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-QString tr(const char *text)
+struct Text
 {
-    return QCoreApplication::translate("AccessibleViews", text);
-}
+    Q_DECLARE_TR_FUNCTIONS(AccessibleViews)
+};
 
 void reportCursor(QWidget *view)
 {
@@ -113,15 +113,15 @@ QString markNames(int bits)
 {
     QStringList names;
     if (bits & MarkerWidget::MultipleBreakpoint)
-        names.append(tr("several breakpoints"));
+        names.append(Text::tr("several breakpoints"));
     else if (bits & MarkerWidget::EnabledBreakpoint)
-        names.append(tr("breakpoint"));
+        names.append(Text::tr("breakpoint"));
     else if (bits & MarkerWidget::DisabledBreakpoint)
-        names.append(tr("disabled breakpoint"));
+        names.append(Text::tr("disabled breakpoint"));
     if (bits & MarkerWidget::CurrentLine)
-        names.append(tr("next statement"));
+        names.append(Text::tr("next statement"));
     if (bits & MarkerWidget::Lookup)
-        names.append(tr("found line"));
+        names.append(Text::tr("found line"));
     return names.join(u", "_s);
 }
 } // namespace
@@ -135,7 +135,7 @@ void installAccessibleViews()
 // Margins
 
 AccessibleMargin::AccessibleMargin(QWidget *margin, Marks marks)
-    : QAccessibleWidget(margin, QAccessible::Indicator, tr("Margin")), m_marks(std::move(marks))
+    : QAccessibleWidget(margin, QAccessible::Indicator, Text::tr("Margin")), m_marks(std::move(marks))
 {}
 
 QString AccessibleMargin::text(QAccessible::Text text) const
@@ -148,7 +148,7 @@ QString marksText(const QMap<int, int> &marks)
     QStringList lines;
     for (auto mark = marks.constBegin(); mark != marks.constEnd(); ++mark) {
         if (const QString names = markNames(*mark); !names.isEmpty())
-            lines.append(tr("Line %1: %2").arg(QString::number(mark.key()), names));
+            lines.append(Text::tr("Line %1: %2").arg(QString::number(mark.key()), names));
     }
     return lines.join(u"; "_s);
 }

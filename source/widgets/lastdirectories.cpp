@@ -29,5 +29,5 @@ QString sourceFilter(const QStringList &extensions)
     QString patterns = u"*.c *.cpp *.h"_s;
     for (const QString &extension : extensions)
         patterns += u" *."_s + extension;
-    return u"Source Files ("_s + patterns + u");;Python Files (*.py);;All Files (*.*)"_s;
+    return QObject::tr("Source Files (%1);;Python Files (*.py);;All Files (*.*)").arg(patterns);
 }

@@ -19,7 +19,7 @@ bool mayWrite(QWidget *parent, const QPointer<Object> &object, IfNewer ifNewer)
 }
 } // namespace
 
-QMessageBox::StandardButton askToSaveChanges(QWidget *parent, const QString &name)
+SaveAnswer askToSaveChanges(QWidget *parent, const QString &name)
 {
     return showInformation(
         parent,

@@ -5,8 +5,10 @@ class ProjectWorkspace;
 
 // Saving projects and workspaces, with the questions and warnings that it needs.
 
+using SaveAnswer = QMessageBox::StandardButton;
+
 /// Asks whether to save the changes of the projects of the workspace @p name: Yes, No or Cancel.
-[[nodiscard]] QMessageBox::StandardButton askToSaveChanges(QWidget *parent, const QString &name);
+[[nodiscard]] SaveAnswer askToSaveChanges(QWidget *parent, const QString &name);
 
 /// Whether the user agrees to overwrite a file that another program has written meanwhile.
 [[nodiscard]] bool mayOverwriteNewer(QWidget *parent, const QString &path);

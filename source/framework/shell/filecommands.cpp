@@ -119,7 +119,7 @@ void FileCommands::saveAs()
         return;
     const QString path = askForSaveFile(
         m_window.dialogParent(), {u"saveFileDialog"_s, tr("Save File"), QFileInfo(document->filename()).absolutePath(),
-                                  u"Source Files (*.c *.cpp *.h *.kor);;Python Files (*.py);;All Files (*.*)"_s});
+                                  tr("Source Files (*.c *.cpp *.h *.kor);;Python Files (*.py);;All Files (*.*)")});
     if (path.isEmpty() || !document || !closeOthersOn(path, document) || !document)
         return;
     document->saveAs(path);
@@ -207,7 +207,7 @@ void FileCommands::insertFile()
 {
     const QString path =
         askForOpenFile(m_window.dialogParent(), {u"insertFileDialog"_s, tr("Insert File"),
-                                                 m_window.directories().directory(u"Files"_s), u"All Files (*.*)"_s});
+                                                 m_window.directories().directory(u"Files"_s), tr("All Files (*.*)")});
     if (path.isEmpty())
         return;
     m_window.directories().remember(u"Files"_s, path);

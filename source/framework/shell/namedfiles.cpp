@@ -13,10 +13,10 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-QString tr(const char *text)
+struct Text
 {
-    return QCoreApplication::translate("NamedFiles", text);
-}
+    Q_DECLARE_TR_FUNCTIONS(NamedFiles)
+};
 
 /// Opens in the place of the text editor: a workspace, or what leads to one.
 bool isWorkspaceLike(const QString &path)
@@ -63,7 +63,7 @@ void NamedFiles::openDirectory(const QString &directory)
     QStringList names;
     for (const QString &path : found)
         names.append(QFileInfo(path).fileName());
-    const std::optional<QString> choice = askForItem(window, tr("Which of these do you want to open?"), names);
+    const std::optional<QString> choice = askForItem(window, Text::tr("Which of these do you want to open?"), names);
     if (window && choice)
         openProjectOf(QDir(directory).absoluteFilePath(*choice));
 }
@@ -73,8 +73,8 @@ void NamedFiles::offerProject(const QString &directory)
     const QPointer<QWidget> window(m_window.dialogParent());
     const QString shown = QDir::toNativeSeparators(directory);
     const auto answer = showInformation(window,
-                                        tr("There is no workspace and no project in the folder '%1'.\n\n"
-                                           "Do you want to create a project with the source files below it?")
+                                        Text::tr("There is no workspace and no project in the folder '%1'.\n\n"
+                                                 "Do you want to create a project with the source files below it?")
                                             .arg(shown),
                                         {QMessageBox::Yes, QMessageBox::No});
     if (!window || answer != QMessageBox::Yes)
@@ -83,7 +83,8 @@ void NamedFiles::offerProject(const QString &directory)
     if (!project.isEmpty())
         m_projects.openProject(project, true);
     else
-        showWarning(window,
-                    tr("The project could not be created.\n\nPlease make sure that the folder '%1' can be written.")
-                        .arg(shown));
+        showWarning(
+            window,
+            Text::tr("The project could not be created.\n\nPlease make sure that the folder '%1' can be written.")
+                .arg(shown));
 }

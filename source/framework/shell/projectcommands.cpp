@@ -93,7 +93,7 @@ void ProjectCommands::open()
     const QString path =
         askForOpenFile(m_window.dialogParent(), {u"openWorkspaceDialog"_s, tr("Open Workspace"),
                                                  m_window.directories().directory(u"Workspaces"_s),
-                                                 u"Workspaces (*.vnw);;Projects (*.vnp);;All Files (*.*)"_s});
+                                                 tr("Workspaces (*.vnw);;Projects (*.vnp);;All Files (*.*)")});
     if (path.isEmpty() || !closeWorkspace()) // a script may have opened one meanwhile
         return;
     rememberDirectories(path);
@@ -322,7 +322,7 @@ void ProjectCommands::insertProject()
         return;
     const QString path = askForOpenFile(m_window.dialogParent(),
                                         {u"insertProjectDialog"_s, tr("Insert Project into Workspace"),
-                                         m_window.directories().directory(u"Projects"_s), u"Project Files (*.vnp)"_s});
+                                         m_window.directories().directory(u"Projects"_s), tr("Project Files (*.vnp)")});
     if (path.isEmpty() || !workspace)
         return;
     m_window.directories().remember(u"Projects"_s, path);
