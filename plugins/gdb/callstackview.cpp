@@ -24,6 +24,7 @@ CallStackView::CallStackView(GdbSession *session, QWidget *parent)
     : QWidget(parent), m_session(session), m_threads(new QComboBox), m_frames(new QTreeWidget)
 {
     setWindowTitle(tr("Call stack"));
+    setProperty("dockName", u"Call stack"_s);
     setObjectName(u"callStackView"_s);
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);

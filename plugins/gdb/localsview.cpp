@@ -53,6 +53,7 @@ LocalsView::LocalsView(GdbSession *session, QWidget *parent)
     : QWidget(parent), m_session(session), m_tree(new LocalsTree)
 {
     setWindowTitle(tr("Locals"));
+    setProperty("dockName", u"Locals"_s);
     setObjectName(u"localsView"_s);
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);

@@ -14,6 +14,7 @@ constexpr int MostLines = 10000;
 TargetConsole::TargetConsole(QWidget *parent) : QWidget(parent), m_text(new QPlainTextEdit), m_input(new QLineEdit)
 {
     setWindowTitle(tr("Target console"));
+    setProperty("dockName", u"Target console"_s);
     setObjectName(u"targetConsole"_s);
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);

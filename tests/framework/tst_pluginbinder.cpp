@@ -522,6 +522,18 @@ private Q_SLOTS:
         QCOMPARE(m_binder->extensionDocks()[1]->windowTitle(), u"Trace (dsp)"_s);
     }
 
+    void widgetWithATranslatedTitleStatesTheNameOfItsDock()
+    {
+        executionScript(u"sim"_s, {IDockExtension::Iid}).widgets = [] {
+            QWidget *trace = widget(u"Spur"_s);
+            trace->setProperty("dockName", u"Trace"_s);
+            return QList<QWidget *>{trace};
+        };
+        m_binder->bindProjectPlugins(addProject(u"fw"_s, {}, u"sim"_s));
+        QCOMPARE(dockNames(), u"pluginTrace"_s);
+        QCOMPARE(m_binder->extensionDocks()[0]->windowTitle(), u"Spur"_s);
+    }
+
     void onlyExecutionEnvironmentsHaveDockWindows()
     {
         buildScript(u"gcc"_s, {IDockExtension::Iid});

@@ -172,11 +172,15 @@ void PluginBinder::addPluginDockWindows(IDockExtension *iface, const Project *pr
 
 void PluginBinder::addDockWindow(QWidget *widget, const Project *project)
 {
-    const QString caption = widget->windowTitle();
-    const QString title = DynamicMenus::commandText(caption, project->name(), int(m_activity.projects().size()));
-    QString name = u"plugin"_s + caption;
+    const auto titled = [&](const QString &caption) {
+        return DynamicMenus::commandText(caption, project->name(), int(m_activity.projects().size()));
+    };
+    const QString title = titled(widget->windowTitle());
+    const QString stated = widget->property("dockName").toString(); // the same in every language
+    const QString ownName = stated.isEmpty() ? widget->windowTitle() : stated;
+    QString name = u"plugin"_s + ownName;
     if (hasExtensionDock(name)) // of another project: the layout identifies windows by their names
-        name = u"plugin"_s + title;
+        name = u"plugin"_s + titled(ownName);
     QDockWidget *dock = m_window.addDock(name, title, Qt::RightDockWidgetArea);
     dock->setFeatures(QDockWidget::DockWidgetClosable | QDockWidget::DockWidgetMovable
                       | QDockWidget::DockWidgetFloatable);
