@@ -26,7 +26,7 @@ QString readable(const QColor &link, const QColor &base, const QColor &text)
 {
     constexpr int LeastDifference = 90; // of brightness, from 0 to 255
     const bool isReadable = qAbs(qGray(link.rgb()) - qGray(base.rgb())) >= LeastDifference;
-    return isReadable ? link.name() : mixed(link, text, 0.6);
+    return isReadable ? link.name() : mixed(link, text, 0.7);
 }
 
 /// Adds boxes around code and pictures: only table cells have a background with a margin, and a border.

@@ -1,5 +1,6 @@
 #include "textviewedit.h"
 #include "callplugin.h"
+#include "editorcolours.h"
 #include "editorhost.h"
 #include "lineedits.h"
 #include "textdocument.h"
@@ -23,10 +24,8 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-constexpr int CollapseHeight = 20; ///< pixels
-constexpr QColor DarkCyan(0x12, 0x34,
-                          0x38); ///< behind matched brackets on dark paper: a light colour would hide light text
-constexpr int LinesAround = 4;   ///< lines that stay visible around the target line
+constexpr int CollapseHeight = 20;              ///< pixels
+constexpr int LinesAround = 4;                  ///< lines that stay visible around the target line
 constexpr qsizetype LongestMarkedLine = 10'000; ///< characters; the places of matches in longer ones take too long
 
 QTextDocument *keptDocument(QPlainTextEdit *edit)
@@ -171,12 +170,12 @@ void TextViewEdit::placeMargin()
 /// Below the text, so that formats with a background of their own and the selection stay visible.
 void TextViewEdit::paintCurrentLine(const QRect &rect)
 {
-    const bool isDark = m_document->paperColour().lightness() < 128;
+    const QColor colour = editorColours(m_document->paperColour()).currentLine;
     QPainter painter(viewport());
     for (const Line &line : linesAt(rect.top(), rect.bottom())) {
         if (line.block != textCursor().block())
             continue;
-        painter.fillRect(line.rect, isDark ? QColor(255, 255, 255, 20) : QColor(0, 0, 0, 12));
+        painter.fillRect(line.rect, colour);
         m_shownLine = line.block.blockNumber();
     }
 }
@@ -199,8 +198,7 @@ void TextViewEdit::showBracketMatch()
         setExtraSelections({});
         return;
     }
-    const bool isDark = m_document->paperColour().lightness() < 128;
-    match.format.setBackground(isDark ? DarkCyan : QColor(u"lightcyan"_s));
+    match.format.setBackground(editorColours(m_document->paperColour()).bracket);
     setExtraSelections({match});
 }
 
@@ -479,9 +477,10 @@ void TextViewEdit::markMatches(const std::shared_ptr<const TextPattern> &pattern
 /// Below the text, like the band of the current line.
 void TextViewEdit::paintMatches(const QRect &rect)
 {
-    const bool isDark = m_document->paperColour().lightness() < 128;
-    const QColor colour = isDark ? QColor(255, 193, 7, 70) : QColor(255, 213, 79, 130);
+    const EditorColours colours = editorColours(m_document->paperColour());
     QPainter painter(viewport());
+    painter.setPen(colours.matchFrame);
+    painter.setBrush(colours.match);
     for (const Line &line : linesAt(rect.top(), rect.bottom())) {
         const QString text = line.block.text();
         if (text.size() > LongestMarkedLine)
@@ -491,9 +490,8 @@ void TextViewEdit::paintMatches(const QRect &rect)
              match = m_marked->forward(text, match->position + match->length, text.size())) {
             const qreal left = layout.cursorToX(int(match->position));
             const qreal right = layout.cursorToX(int(match->position + match->length));
-            painter.fillRect(QRectF(line.rect.left() + contentOffset().x() + left, line.rect.top(), right - left,
-                                    line.rect.height()),
-                             colour);
+            painter.drawRect(QRectF(line.rect.left() + contentOffset().x() + left, line.rect.top(), right - left,
+                                    line.rect.height() - 1));
         }
     }
 }

@@ -95,7 +95,7 @@ private:
     {
         QTextCursor cursor(edit()->document()->findBlockByNumber(para));
         cursor.setPosition(cursor.position() + index + 1);
-        return cursor.charFormat().foreground().color() == Qt::red && cursor.charFormat().fontUnderline();
+        return cursor.charFormat().foreground().color().hslHue() == 0 && cursor.charFormat().fontUnderline();
     }
     QMenu *popup() const
     {

@@ -167,11 +167,9 @@ int MemoryEdit::visibleCharacters() const
 
 // Colours -----------------------------------------------------------------------
 
-/// The colours are meant for light paper.
 QColor MemoryEdit::onPaper(const QColor &colour) const
 {
-    const QColor paper = palette().color(QPalette::Base);
-    return paper.lightness() < 128 ? readableOn(paper, colour) : colour;
+    return readableOn(palette().color(QPalette::Base), colour);
 }
 
 QTextCharFormat MemoryEdit::addressFormat() const

@@ -1,0 +1,14 @@
+#pragma once
+#include <QColor>
+
+/// What the editor paints behind text, for paper of one lightness. Text of the product's formats keeps a contrast of at
+/// least 4.5 to 1 on each.
+struct EditorColours
+{
+    QColor currentLine; ///< transparent, over the paper
+    QColor bracket;     ///< behind matched brackets
+    QColor match;       ///< behind what a search finds
+    QColor matchFrame;  ///< around it
+};
+
+[[nodiscard]] EditorColours editorColours(const QColor &paper);
