@@ -99,6 +99,7 @@ void ShortcutsPage::addKeyRow(QVBoxLayout *layout)
     m_keys = new QKeySequenceEdit;
     m_keys->setObjectName(u"keysEdit"_s);
     m_keys->setAccessibleName(tr("New keys"));
+    m_keys->findChild<QLineEdit *>()->setAccessibleName(tr("New keys")); // what a screen reader finds
     m_keys->setToolTip(tr("Press the new keys, up to four one after the other. Tab leaves the field."));
     // Its own signal comes only when the user has paused for a second.
     connect(m_keys->findChild<QLineEdit *>(), &QLineEdit::textChanged, this, &ShortcutsPage::updateButtons);

@@ -1,0 +1,89 @@
+"""What a screen reader finds in the running program: a name for each control of all windows and dialogs."""
+import pathlib
+import shutil
+import tempfile
+import unittest
+
+from accessiblebus import AccessibleBus
+from driver import ProgramTest
+
+CALCULATOR = pathlib.Path(__file__).parents[2] / "examples/calculator"
+DIALOGS = (
+    "fileNew", "fileOpen", "fileSaveAs", "fileProperties", "editFind", "editReplace", "editFindInFiles", "editInsertFile",
+    "viewGotoLine", "projectNew", "projectInsertFiles", "projectInsertProject", "projectProperties", "buildBatchBuild",
+    "buildConfigurationsNew", "buildConfigurationsEdit", "debugBreakpoints", "toolsCustomise", "toolsOptions", "helpSearch",
+    "helpAbout", "helpReport",
+    "projectOpen",  # the last one: it closes the workspace first
+)
+DOCKS = ("registerDockWindow", "peripheralDockWindow", "watchDockWindow", "memoryDockWindow", "processorDockWindow",
+         "pythonOutputDockWindow")
+MENUS = ("fileMenu", "editMenu", "viewMenu", "projectMenu", "buildMenu", "debugMenu", "toolsMenu", "windowMenu", "helpMenu")
+
+
+class AccessibilityTest(ProgramTest):
+    @classmethod
+    def setUpClass(cls):
+        cls.bus = AccessibleBus()
+        cls.addClassCleanup(cls.bus.close)
+
+    def setUp(self):
+        parent = pathlib.Path(self.enterContext(tempfile.TemporaryDirectory(prefix="varnel-accessible.")))
+        directory = parent / "calculator"
+        shutil.copytree(CALCULATOR, directory, ignore=shutil.ignore_patterns("build"))
+        self.launch("-w", directory / "calculator.vnw", environment=self.bus.environment)
+        self.varnel.wait_for("mainWindow", "windowTitle", "Varnel - calculator")
+        self.varnel.choose("fileOpen")
+        self.varnel.choose_file("openFileDialog", directory / "expression.cpp")
+        self.varnel.wait_for("viewManagerTabBar", "count", 1)
+        self.application = self.varnel.wait_until(lambda: self.bus.application(self.program.process.pid), "the program in the registry")
+
+    def titles(self):
+        return self.bus.titles(self.application)
+
+    def check(self):
+        self.assertEqual(self.bus.unnamed(self.application), [])
+
+    def test_every_control_of_the_window_has_a_name(self):
+        for dock in DOCKS:
+            if self.varnel.exists(dock):
+                self.varnel.call(dock, "show()")
+        names = self.bus.names(self.application)
+        self.assertGreater(len(names), 100)
+        self.assertIn(("text", "Text of expression.cpp"), names)
+        self.check()
+
+    def test_every_item_of_the_menus_has_a_name(self):
+        self.wait_for_keyboard()
+        for menu in MENUS:
+            with self.subTest(menu):
+                title = self.varnel.read(menu, "title")
+                self.program.screen.keyboard.press("Alt+" + title[title.index("&") + 1].upper())
+                self.varnel.wait_for(menu, "visible", True)
+                self.check()
+                self.program.screen.keyboard.press("Escape")
+                self.varnel.wait_for(menu, "visible", False)
+
+    def test_every_control_of_the_dialogs_has_a_name(self):
+        for action in DIALOGS:
+            with self.subTest(action):
+                before = self.titles()
+                self.varnel.choose(action)
+                self.varnel.wait_until(lambda: len(self.titles()) > len(before), f"a dialog of {action}")
+                try:
+                    self.check_pages()
+                finally:
+                    self.program.screen.keyboard.press("Escape")
+                    self.varnel.wait_until(lambda: len(self.titles()) == len(before), "the dialog to close")
+
+    def check_pages(self):
+        """Looks at all pages of the options."""
+        self.check()
+        if not self.varnel.exists("OptionsTabs"):
+            return
+        for page in range(self.varnel.read("OptionsTabs", "count")):
+            self.varnel.write("OptionsTabs", "currentIndex", page)
+            self.check()
+
+
+if __name__ == "__main__":
+    unittest.main()
