@@ -88,7 +88,7 @@ private Q_SLOTS:
         QWidget window;
         auto *other = new QLineEdit(&window);
         auto *combo = new HistoryCombo(&window);
-        combo->setAccelerator(Qt::Key_N);
+        combo->setAccelerator(u"Fi<u>n</u>d what:"_s);
         combo->setEditText(u"text"_s);
         other->setFocus();
         window.show();

@@ -2,6 +2,7 @@
 #include "dialogprobe.h"
 #include "morepage.h"
 #include <QCheckBox>
+#include <QComboBox>
 #include <QGroupBox>
 #include <QSpinBox>
 #include <QTemporaryDir>
@@ -24,6 +25,31 @@ private:
     }
 
 private Q_SLOTS:
+    void languageOfTheSettingsIsShownAndComesBack_data()
+    {
+        QTest::addColumn<QString>("stored");
+        QTest::addColumn<QString>("shown");
+        QTest::newRow("none") << u""_s << u"English"_s;
+        QTest::newRow("installed") << u"de"_s << u"Deutsch"_s;
+        QTest::newRow("no longer installed") << u"xy"_s << u"xy"_s;
+    }
+    void languageOfTheSettingsIsShownAndComesBack()
+    {
+        QFETCH(QString, stored);
+        const MorePage page({.language = stored}, &m_dialog, u"page"_s, {{{}, u"English"_s}, {u"de"_s, u"Deutsch"_s}});
+        const auto *combo = page.findChild<QComboBox *>(u"LanguageCombo"_s);
+        QTEST(combo->currentText(), "shown");
+        QCOMPARE(page.options().language, stored);
+    }
+
+    void chosenLanguageIsGivenBack()
+    {
+        const MorePage page({.language = u"de"_s}, &m_dialog, u"page"_s, {{{}, u"English"_s}, {u"de"_s, u"Deutsch"_s}});
+        auto *combo = page.findChild<QComboBox *>(u"LanguageCombo"_s);
+        combo->setCurrentIndex(0);
+        QCOMPARE(page.options().language, QString());
+    }
+
     void init() { QTest::failOnWarning(QRegularExpression(u"^(?!This plugin does not support)"_s)); }
 
     void optionsComeBackAsTheyWereGiven_data()

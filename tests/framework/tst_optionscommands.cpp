@@ -9,6 +9,7 @@
 #include "textmarkerwidget.h"
 #include "toolscommands.h"
 #include "toolsdialog.h"
+#include "translation.h"
 #include "workspace.h"
 #include <QCheckBox>
 #include <QComboBox>
@@ -204,6 +205,27 @@ private Q_SLOTS:
         QCOMPARE(stored(u"Startup/AutomationAddress"_s), u"127.0.0.1"_s);
         accept([](QDialog *dialog) { find<QComboBox>(dialog, "AutomationCombo")->setCurrentIndex(0); });
         QCOMPARE(stored(u"Startup/AutomationAddress"_s), u"absent"_s);
+    }
+
+    void chosenLanguageIsStoredAndEnglishRemovesIt()
+    {
+        QVERIFY(QDir(m_directory->path()).mkpath(u"config"_s));
+        writeFormats(u"config/textformats.xml"_s, "111111");
+        writeFormats(u"config/textformats-dark.xml"_s, "eeeeee");
+        const QDir translations = translationDirectory(QDir(m_directory->filePath(u"config"_s)));
+        QVERIFY(QDir().mkpath(translations.path()));
+        QFile file(translations.filePath(u"varnel_de.qm"_s));
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        m_commands = new OptionsCommands(*this, QDir(m_directory->filePath(u"config"_s)), m_formats, m_debugOptions,
+                                         *m_tools, m_window.get());
+        accept([](QDialog *dialog) {
+            auto *combo = find<QComboBox>(dialog, "LanguageCombo");
+            QCOMPARE(combo->currentText(), u"English"_s);
+            combo->setCurrentText(u"Deutsch"_s);
+        });
+        QCOMPARE(stored(u"Startup/Language"_s), u"de"_s);
+        accept([](QDialog *dialog) { find<QComboBox>(dialog, "LanguageCombo")->setCurrentText(u"English"_s); });
+        QCOMPARE(stored(u"Startup/Language"_s), u"absent"_s);
     }
 
     void anAddressThatWasStoredByHandStays()

@@ -7,7 +7,7 @@ FindDialog::FindDialog(QWidget *parent, const QString &name)
 {
     m_ui->setupUi(this);
     setObjectName(name);
-    m_ui->FindWhatCombo->setAccelerator(Qt::Key_N);
+    m_ui->FindWhatCombo->setAccelerator(m_ui->FindWhatLabel->text());
     connect(m_ui->FindWhatCombo, &QComboBox::textActivated, this, &FindDialog::findWhatComboActivated);
     connect(m_ui->FindNextButton, &QPushButton::clicked, this, &FindDialog::findNext);
     connect(m_ui->FindWhatCombo, &QComboBox::editTextChanged, this, &FindDialog::refresh);

@@ -1,6 +1,9 @@
 #include "historycombo.h"
 #include <QLineEdit>
+#include <QRegularExpression>
 #include <QShortcut>
+
+using namespace Qt::StringLiterals;
 
 HistoryCombo::HistoryCombo(QWidget *parent) : QComboBox(parent)
 {
@@ -30,7 +33,10 @@ void HistoryCombo::takeFocus()
     lineEdit()->selectAll();
 }
 
-void HistoryCombo::setAccelerator(Qt::Key key)
+void HistoryCombo::setAccelerator(const QString &label)
 {
-    connect(new QShortcut(Qt::ALT | key, this), &QShortcut::activated, this, &HistoryCombo::takeFocus);
+    static const QRegularExpression underlined(u"<u>(\\w)</u>"_s);
+    const QString letter = underlined.match(label).captured(1);
+    connect(new QShortcut(QKeySequence(u"Alt+"_s + letter), this), &QShortcut::activated, this,
+            &HistoryCombo::takeFocus);
 }

@@ -13,6 +13,6 @@ public:
     void remember(const QString &text);
     /// Sets the focus and selects the text, so that typing replaces it.
     void takeFocus();
-    /// Alt and @p key set the focus here.
-    void setAccelerator(Qt::Key key);
+    /// Alt and the underlined letter of @p label set the focus here, as in "Fi<u>n</u>d what:".
+    void setAccelerator(const QString &label);
 };

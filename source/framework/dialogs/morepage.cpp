@@ -8,7 +8,8 @@
 
 using namespace Qt::StringLiterals;
 
-MorePage::MorePage(const MoreOptions &options, QWidget *parent, const QString &name)
+MorePage::MorePage(const MoreOptions &options, QWidget *parent, const QString &name,
+                   const QList<LanguageChoice> &languages)
     : QWidget(parent), m_ui(std::make_unique<Ui::MorePageBase>()), m_virtualEnvironment(options.virtualEnvironment)
 {
     m_ui->setupUi(this);
@@ -19,6 +20,7 @@ MorePage::MorePage(const MoreOptions &options, QWidget *parent, const QString &n
     m_ui->VirtualEnvironmentEdit->setText(options.virtualEnvironment);
     connect(m_ui->VirtualEnvironmentButton, &QPushButton::clicked, this, &MorePage::chooseVirtualEnvironment);
     fillAddresses(options.automationAddress);
+    fillLanguages(languages, options.language);
     m_ui->StartPageCheck->setChecked(options.startPage);
     m_ui->AskBeforeScriptsCheck->setChecked(options.askBeforeScripts);
     fillTrust(options);
@@ -36,6 +38,16 @@ void MorePage::fillAddresses(const std::optional<QString> &current)
         m_ui->AutomationCombo->addItem(tr("The network of \"%1\"").arg(*current));
     }
     m_ui->AutomationCombo->setCurrentIndex(int(m_addresses.indexOf(current)));
+}
+
+/// A language whose file is gone stays the chosen one until the user chooses another.
+void MorePage::fillLanguages(const QList<LanguageChoice> &languages, const QString &current)
+{
+    for (const LanguageChoice &language : languages)
+        m_ui->LanguageCombo->addItem(language.name, language.code);
+    if (m_ui->LanguageCombo->findData(current) < 0)
+        m_ui->LanguageCombo->addItem(current.isEmpty() ? u"English"_s : current, current);
+    m_ui->LanguageCombo->setCurrentIndex(m_ui->LanguageCombo->findData(current));
 }
 
 void MorePage::fillTrust(const MoreOptions &options)
@@ -114,6 +126,7 @@ MoreOptions MorePage::options() const
             .zoom = m_ui->ZoomSpin->value(),
             .virtualEnvironment = m_ui->VirtualEnvironmentEdit->text().trimmed(),
             .automationAddress = m_addresses[m_ui->AutomationCombo->currentIndex()],
+            .language = m_ui->LanguageCombo->currentData().toString(),
             .startPage = m_ui->StartPageCheck->isChecked(),
             .askBeforeScripts = m_ui->AskBeforeScriptsCheck->isChecked(),
             .trustedDirectories = directories(true),

@@ -11,7 +11,8 @@ class MorePage : public QWidget
 {
     Q_OBJECT
 public:
-    MorePage(const MoreOptions &options, QWidget *parent, const QString &name);
+    MorePage(const MoreOptions &options, QWidget *parent, const QString &name,
+             const QList<LanguageChoice> &languages = {});
     ~MorePage() override;
 
     [[nodiscard]] MoreOptions options() const;
@@ -22,6 +23,7 @@ public:
 private:
     void chooseVirtualEnvironment();
     void fillAddresses(const std::optional<QString> &current);
+    void fillLanguages(const QList<LanguageChoice> &languages, const QString &current);
     void fillTrust(const MoreOptions &options);
     void forgetSelected();
     void enableForget();

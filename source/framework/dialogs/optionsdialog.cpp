@@ -3,6 +3,7 @@
 #include "fixedpitch.h"
 #include "messages.h"
 #include "morepage.h"
+#include "producttext.h"
 #include "shortcutspage.h"
 #include "toolsdialog.h"
 #include "ui_optionsdialogbase.h"
@@ -25,6 +26,15 @@ void showText(QComboBox *combo, const QString &text)
 {
     combo->setPlaceholderText(text);
     combo->setCurrentIndex(combo->findText(text));
+}
+
+/// Names of sections and items of the formats, in the user's language.
+QStringList shownNames(const QStringList &names)
+{
+    QStringList shown;
+    for (const QString &name : names)
+        shown.append(productText("TextFormats", name));
+    return shown;
 }
 
 QString shownText(const QComboBox *combo)
@@ -76,7 +86,7 @@ void OptionsDialog::addPages(const OptionValues &values)
 {
     m_toolsPage = new ToolsDialog(values.tools, this, u"toolsPage"_s);
     m_debugPage = new DebugOptionsPage(m_choices.debugTexts, values.debugActions, this, u"debugPage"_s);
-    m_morePage = new MorePage(values.more, this, u"morePage"_s);
+    m_morePage = new MorePage(values.more, this, u"morePage"_s, m_choices.languages);
     m_shortcutsPage = new ShortcutsPage(values.shortcuts, m_choices.shortcuts, this, u"shortcutsPage"_s);
     const QList<QWidget *> pages{m_toolsPage, m_debugPage, m_morePage, m_shortcutsPage};
     for (QWidget *page : pages)
@@ -158,7 +168,7 @@ EditorOptions OptionsDialog::editorOptions() const
 
 void OptionsDialog::setupFormatTab()
 {
-    m_ui->SettingsCombo->addItems(m_formats.sections());
+    m_ui->SettingsCombo->addItems(shownNames(m_formats.sections()));
     fillFontCombo();
     for (const int size : QFontDatabase::standardSizes())
         m_ui->SizeCombo->addItem(QString::number(size));
@@ -197,13 +207,13 @@ void OptionsDialog::formatSectionChanged()
 {
     if (!m_currentSection.isEmpty())
         applyTextFormat();
-    m_currentSection = m_ui->SettingsCombo->currentText();
+    m_currentSection = m_formats.sections().value(m_ui->SettingsCombo->currentIndex());
     const QStringList items = m_formats.formats(m_currentSection);
     m_currentItem = items.value(0);
     {
         const QSignalBlocker quiet(m_ui->ItemList);
         m_ui->ItemList->clear();
-        m_ui->ItemList->addItems(items);
+        m_ui->ItemList->addItems(shownNames(items));
         m_ui->ItemList->setCurrentRow(0);
     }
     formatItemChanged();
@@ -214,9 +224,11 @@ void OptionsDialog::formatItemChanged()
     const QListWidgetItem *selected = m_ui->ItemList->selectedItems().value(0);
     if (!selected && !m_currentItem.isEmpty())
         return; // Ctrl and a click take the selection away: the item stays the current one, with its edits
-    if (selected && selected->text() != m_currentItem) {
+    const QString item =
+        selected ? m_formats.formats(m_currentSection).value(m_ui->ItemList->row(selected)) : QString();
+    if (selected && item != m_currentItem) {
         applyTextFormat();
-        m_currentItem = selected->text();
+        m_currentItem = item;
     }
     m_foreground = m_formats.fgColour(m_currentSection, m_currentItem);
     const bool hasBackground = m_formats.hasBackground(m_currentSection, m_currentItem);
@@ -300,8 +312,8 @@ void OptionsDialog::loadFormatDefaults()
     m_formats = defaults;
     const QString section = m_currentSection;
     m_ui->SettingsCombo->clear();
-    m_ui->SettingsCombo->addItems(m_formats.sections());
-    m_ui->SettingsCombo->setCurrentIndex(std::max(0, m_ui->SettingsCombo->findText(section)));
+    m_ui->SettingsCombo->addItems(shownNames(m_formats.sections()));
+    m_ui->SettingsCombo->setCurrentIndex(std::max(0, int(m_formats.sections().indexOf(section))));
     m_currentSection.clear();
     formatSectionChanged();
 }

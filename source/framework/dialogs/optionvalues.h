@@ -24,6 +24,7 @@ struct MoreOptions
     int zoom = 100;                                ///< of documents, in percent
     QString virtualEnvironment = {};               ///< a directory; empty for none
     std::optional<QString> automationAddress = {}; ///< none for all interfaces of this computer
+    QString language = {};                         ///< a code; empty for English
     bool startPage = true;                         ///< the first page of the help is shown when the program starts
     bool askBeforeScripts = true;                  ///< before the scripts of a workspace run for the first time
     QStringList trustedDirectories = {};           ///< whose scripts run without a question
@@ -44,10 +45,20 @@ struct OptionValues
     ShortcutOptions shortcuts = {};
 };
 
+/// A language that can be chosen: its code, empty for English, and its own name for itself.
+struct LanguageChoice
+{
+    QString code;
+    QString name;
+
+    bool operator==(const LanguageChoice &) const = default;
+};
+
 /// What the options dialog shows besides the values.
 struct OptionChoices
 {
     std::function<TextFormats()> defaultFormats; ///< what "Use Defaults" goes back to
     QList<QStringList> debugTexts;               ///< the actions for each debug event
     ShortcutChoices shortcuts = {};
+    QList<LanguageChoice> languages = {};
 };

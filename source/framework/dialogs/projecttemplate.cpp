@@ -1,4 +1,5 @@
 #include "projecttemplate.h"
+#include "producttext.h"
 #include <QDir>
 #include <QDirIterator>
 #include <QFile>
@@ -33,8 +34,8 @@ public:
         }
         if (m_reader.hasError())
             return {};
-        m_result.displayName.truncate(LongestName);
-        m_result.description.truncate(LongestDescription);
+        m_result.displayName = productText("Templates", m_result.displayName.left(LongestName));
+        m_result.description = productText("Templates", m_result.description.left(LongestDescription));
         return m_result;
     }
 

@@ -9,8 +9,8 @@ ReplaceDialog::ReplaceDialog(QWidget *parent, const QString &name)
 {
     m_ui->setupUi(this);
     setObjectName(name);
-    m_ui->FindWhatCombo->setAccelerator(Qt::Key_N);
-    m_ui->ReplaceWithCombo->setAccelerator(Qt::Key_P);
+    m_ui->FindWhatCombo->setAccelerator(m_ui->FindWhatLabel->text());
+    m_ui->ReplaceWithCombo->setAccelerator(m_ui->ReplaceWithLabel->text());
     connect(m_ui->FindWhatCombo, &QComboBox::textActivated, this, &ReplaceDialog::findWhatComboActivated);
     connect(m_ui->ReplaceWithCombo, &QComboBox::textActivated, this, &ReplaceDialog::replaceWithComboActivated);
     connect(m_ui->FindNextButton, &QPushButton::clicked, this, &ReplaceDialog::findNext);

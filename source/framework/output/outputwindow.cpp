@@ -38,8 +38,8 @@ OutputWindow::OutputWindow(QWidget *parent, const QPixmap &artwork)
 {
     setMinimumSize(200, 100);
     createLayout(artwork);
-    for (const QString &name : {u"Build"_s, u"Debug"_s, u"Find In Files"_s}) // plug-ins refer to them by these names
-        addPage(name);
+    for (const char *name : {QT_TR_NOOP("Build"), QT_TR_NOOP("Debug"), QT_TR_NOOP("Find In Files")})
+        addPage(QString::fromLatin1(name)); // plug-ins refer to them by these names
     setLookupPattern(uR"((file)\((line)\))"_s, false);
     m_pages[Build]->setDiagnostics(true);
 }
@@ -95,12 +95,13 @@ void OutputWindow::addPage(const QString &name)
 {
     auto *page = new OutputPage;
     page->setObjectName(name + u"Page"_s);
-    page->setWindowTitle(name);
-    page->setAccessibleName(name);
+    const QString caption = tr(name.toUtf8()); // plug-ins translate the names of their pages
+    page->setWindowTitle(caption);
+    page->setAccessibleName(caption);
     page->setFont(m_font);
     if (!m_pages.empty())
         page->setPalette(m_pages.front()->palette());
-    m_tabs->addTab(page, QString(name).replace(u'&', u"&&"_s));
+    m_tabs->addTab(page, QString(caption).replace(u'&', u"&&"_s));
     m_pages.push_back(page);
     connect(page, &OutputPage::lookupSource, this, &OutputWindow::lookupSource);
     connect(page, &OutputPage::countsChanged, this, [this, page] { showCounts(page); });
@@ -182,7 +183,7 @@ void OutputWindow::outputLine(const QString &name, const QString &text)
 
 void OutputWindow::outputLine(const QString &name, const QString &text, bool serious)
 {
-    const auto hasName = [&name](const OutputPage *page) { return page->windowTitle() == name; };
+    const auto hasName = [&name](const OutputPage *page) { return page->objectName() == name + u"Page"_s; };
     const auto found = std::find_if(m_pages.begin(), m_pages.end(), hasName);
     const auto pageNum = uint(found - m_pages.begin());
     if (found == m_pages.end())

@@ -6,6 +6,7 @@
 #include "pluginfactory.h"
 #include "pluginmanager.h"
 #include "scriptdirectories.h"
+#include "translation.h"
 #include "uidocument.h"
 #include <QDialog>
 #include <QPainter>
@@ -48,6 +49,7 @@ IDEApplication::IDEApplication(int &argc, char **argv, const std::function<Appli
     setDesktopFileName(u"varnel"_s);
     m_settings =
         std::make_unique<QSettings>(QSettings::IniFormat, QSettings::UserScope, u"Ostrand Labs"_s, u"Varnel/1.0"_s);
+    new Translation(translationDirectory(path(PathConfig)), m_settings->value(u"Startup/Language"_s).toString(), this);
     if (m_settings->value(u"Startup/DisableSplashScreen"_s, 0).toInt() == 0)
         showSplash();
     addLibraryPath(path(PathPlugInRoot).filePath(u"plugins"_s));
@@ -143,7 +145,8 @@ void IDEApplication::closeSplash()
 
 std::unique_ptr<QDialog> IDEApplication::aboutBox() const
 {
-    return brandingAboutBox(binaryDirectory(), m_pluginNames, version() + u" (Multi-processor support enabled)"_s);
+    return brandingAboutBox(binaryDirectory(), m_pluginNames,
+                            tr("%1 (Multi-processor support enabled)").arg(version()));
 }
 
 void IDEApplication::loadPlugins()

@@ -6,6 +6,7 @@
 #include "scripttrust.h"
 #include "toolscommands.h"
 #include "toolsdialog.h"
+#include "translation.h"
 #include "windowservices.h"
 #include "zoomcommands.h"
 #include <QPointer>
@@ -17,6 +18,7 @@ namespace {
 const auto SplashKey = u"Startup/DisableSplashScreen"_s;
 const auto VirtualEnvironmentKey = u"Python/VirtualEnvironment"_s;
 const auto AddressKey = u"Startup/AutomationAddress"_s;
+const auto LanguageKey = u"Startup/Language"_s;
 const auto StartPageKey = u"Startup/StartPage"_s;
 
 /// Stores a value that the user has changed; nothing removes the key.
@@ -116,7 +118,8 @@ OptionChoices OptionsCommands::choices() const
         texts.append(debugActionTexts(DebugEvent(event)));
     return {.defaultFormats = [config = m_config] { return productFormats(config); },
             .debugTexts = texts,
-            .shortcuts = m_shortcuts.choices()};
+            .shortcuts = m_shortcuts.choices(),
+            .languages = availableLanguages(translationDirectory(m_config))};
 }
 
 /// Formats are not written here: the program stores them when it ends. What can change while the dialog is open, by a
@@ -168,6 +171,7 @@ MoreOptions readMoreOptions(const QSettings &settings)
             .zoom = readZoom(settings),
             .virtualEnvironment = settings.value(VirtualEnvironmentKey).toString(),
             .automationAddress = address,
+            .language = settings.value(LanguageKey).toString(),
             .startPage = settings.value(StartPageKey, 1).toInt() != 0,
             .askBeforeScripts = ScriptTrust::asks(settings),
             .trustedDirectories = ScriptTrust::directories(settings, ScriptTrust::Trusted),
@@ -182,6 +186,7 @@ void writeMoreOptions(QSettings &settings, const MoreOptions &before, const More
     writeChange(settings, VirtualEnvironmentKey, textOrNothing(before.virtualEnvironment),
                 textOrNothing(after.virtualEnvironment));
     writeChange(settings, AddressKey, before.automationAddress, after.automationAddress);
+    writeChange(settings, LanguageKey, textOrNothing(before.language), textOrNothing(after.language));
     writeChange(settings, StartPageKey, int(before.startPage), int(after.startPage));
     if (after.askBeforeScripts != before.askBeforeScripts)
         ScriptTrust::setAsks(settings, after.askBeforeScripts);

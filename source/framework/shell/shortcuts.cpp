@@ -1,4 +1,5 @@
 #include "shortcuts.h"
+#include "producttext.h"
 #include "uidocument.h"
 #include <algorithm>
 #include <QAction>
@@ -66,8 +67,7 @@ QString menuOf(const QWidget *window, const QAction *action)
 
 KeySet readKeySet(const QDomElement &element)
 {
-    const QString text = element.attribute(u"text"_s);
-    KeySet set{element.attribute(u"name"_s), QCoreApplication::translate("KeySets", qPrintable(text)), {}};
+    KeySet set{element.attribute(u"name"_s), productText("KeySets", element.attribute(u"text"_s)), {}};
     for (QDomElement child = element.firstChildElement(u"command"_s); !child.isNull();
          child = child.nextSiblingElement(u"command"_s))
         set.keys.insert(child.attribute(u"name"_s), keysFromStored(child.attribute(u"keys"_s)));

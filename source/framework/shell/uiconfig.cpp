@@ -1,5 +1,6 @@
 #include "uiconfig.h"
 #include "popupmenu.h"
+#include "producttext.h"
 #include "toolbar.h"
 #include "uidocument.h"
 #include <QAction>
@@ -12,6 +13,12 @@ namespace {
 QString childText(const QDomElement &element, const QString &name)
 {
     return element.firstChildElement(name).text();
+}
+
+/// A text of @p element for the user. Translators see the element's name, since mnemonics depend on the menu.
+QString userText(const QDomElement &element, const QString &text)
+{
+    return productText("UiConfig", text, element.attribute(u"name"_s));
 }
 
 /// A child of the root. Keep @p document while using it: otherwise each access to a list of elements searches again.
@@ -48,12 +55,12 @@ void UiConfig::createAction(const QDomElement &element)
 {
     auto *action = new QAction(m_window);
     action->setObjectName(element.attribute(u"name"_s));
-    const QString text = childText(element, u"text"_s);
-    const QString menuText = childText(element, u"menutext"_s);
+    const QString text = userText(element, childText(element, u"text"_s));
+    const QString menuText = userText(element, childText(element, u"menutext"_s));
     action->setText(menuText.isEmpty() ? text : menuText);
     action->setIconText(text);
-    action->setStatusTip(childText(element, u"statustip"_s));
-    action->setWhatsThis(childText(element, u"whatsthis"_s));
+    action->setStatusTip(userText(element, childText(element, u"statustip"_s)));
+    action->setWhatsThis(userText(element, childText(element, u"whatsthis"_s)));
     action->setShortcut(QKeySequence(element.attribute(u"accel"_s)));
     if (element.hasAttribute(u"icon"_s))
         action->setIcon(m_loadIcon(element.attribute(u"icon"_s)));
@@ -93,7 +100,7 @@ void UiConfig::createToolBar(const QDomElement &element)
 {
     auto *bar = new ToolBar(m_window);
     bar->setObjectName(element.attribute(u"name"_s));
-    bar->setWindowTitle(element.attribute(u"displayname"_s));
+    bar->setWindowTitle(userText(element, element.attribute(u"displayname"_s)));
     for (QDomElement child = element.firstChildElement(); !child.isNull(); child = child.nextSiblingElement()) {
         if (child.tagName() == "separator"_L1)
             bar->addSeparator();
@@ -129,7 +136,7 @@ PopupMenu *UiConfig::createSubMenu(const QDomElement &element)
 {
     auto *menu = new PopupMenu(m_window);
     menu->setObjectName(element.attribute(u"name"_s));
-    menu->setTitle(element.attribute(u"displayname"_s));
+    menu->setTitle(userText(element, element.attribute(u"displayname"_s)));
     for (QDomElement child = element.firstChildElement(); !child.isNull(); child = child.nextSiblingElement()) {
         const QString name = child.attribute(u"name"_s);
         if (child.tagName() == "separator"_L1)
