@@ -32,12 +32,16 @@ public:
     [[nodiscard]] QList<Doc> documents(const QByteArray &word) const { return m_dict.value(word); }
 
     /// Counts an occurrence. The words of a document must be inserted one after the other, without those of others.
-    void insert(const QByteArray &word, qsizetype docNumber);
+    void insert(QByteArrayView word, qsizetype docNumber);
 
-    /// The paths of the documents that have all words of @p query, which are separated by blanks; those with most
-    /// occurrences first. Case is ignored. A word with "*" or "?" is a pattern that matches at any place in a word of
-    /// the documents; a document that has several such words is found once for each.
+    /// The documents that have all words of @p query, which are separated by blanks; those with most occurrences first.
+    /// Case is ignored. A word with "*" or "?" is a pattern that matches at any place in a word of the documents; a
+    /// document that has several such words is found once for each.
+    [[nodiscard]] QList<Doc> find(const QString &query) const;
+    /// The paths of the documents that find() returns.
     [[nodiscard]] QStringList search(const QString &query) const;
+    /// The path of a document that find() has returned.
+    [[nodiscard]] const QString &path(Doc doc) const { return m_docList[quint16(doc.docNumber)]; }
 
     /// The content of the index file.
     [[nodiscard]] QByteArray toBytes() const;
@@ -48,8 +52,8 @@ public:
 
 private:
     [[nodiscard]] QList<Doc> documentsOfTerm(const QString &term) const;
-    [[nodiscard]] bool isKnown(Doc doc) const { return quint16(doc.docNumber) < m_docList.size(); }
-    bool readRecord(QDataStream &stream);
+    bool readDocuments(QDataStream &stream);
+    bool readRecord(QDataStream &stream, const QByteArray &bytes);
 
     QString m_docPath;
     QStringList m_docList;

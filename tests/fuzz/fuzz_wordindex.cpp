@@ -12,7 +12,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
         (void)index->search(QStringLiteral("a* word"));
     }
     WordIndex words(QStringLiteral("/help"), {QStringLiteral("/help/page.html")});
-    HtmlWords reader([&words](const QByteArray &word) {
+    HtmlWords reader([&words](QByteArrayView word) {
         if (word.size() < 2 || word.size() > HtmlWords::LongestWord || word.contains('<'))
             qFatal("This is no word.");
         words.insert(word, 0);

@@ -186,11 +186,19 @@ private Q_SLOTS:
         QTest::newRow("pattern inside a word") << u"nfig?r"_s << u"config.html config.html"_s;
         QTest::newRow("? is one character") << u"f?o"_s << u"foo.html both.html"_s;
         QTest::newRow("set") << u"?[ac]r"_s << u"both.html"_s;
+        QTest::newRow("set with a range") << u"?[0-9a-b]r"_s << u"both.html"_s;
+        QTest::newRow("set of all others") << u"?[^b-z]r"_s << u"both.html"_s;
         QTest::newRow("set that does not end") << u"?[ar"_s << QString();
         QTest::newRow("set with a backslash") << u"?[\\w]r"_s << QString();
         QTest::newRow("not a valid set") << u"?[z-a]r"_s << QString();
         QTest::newRow("expression characters are plain") << u"*fo+"_s << QString();
         QTest::newRow("pattern without a match") << u"foo z*z*z"_s << QString();
+        QTest::newRow("pieces in their order") << u"s*m"_s << u"sum.html more.html"_s;
+        QTest::newRow("pieces in another order") << u"m*s"_s << QString();
+        QTest::newRow("pieces do not overlap") << u"mor*ore"_s << QString();
+        QTest::newRow("more characters than the word") << u"?sum?"_s << QString();
+        QTest::newRow("a letter outside of ASCII") << u"\u00c4*l"_s << u"latin.html"_s;
+        QTest::newRow("a letter outside of Latin-1") << u"*\u4e2d"_s << QString();
         QTest::newRow("pattern and word") << u"f*o b*r"_s << u"both.html"_s;
         QTest::newRow("not Latin-1") << u"\u4e2d\u6587"_s << QString();
         QTest::newRow("Latin-1") << u"\u00c4PFEL"_s << u"latin.html"_s;
@@ -300,6 +308,7 @@ private Q_SLOTS:
         QTest::newRow("text") << QByteArray("no index at all, but a text");
         QTest::newRow("cut off in a posting") << good.chopped(1);
         QTest::newRow("cut off in a word") << good.chopped(11);
+        QTest::newRow("more paths than bytes") << good.left(8) + QByteArray("\x7f\xff\xff\xff", 4) + good.mid(12);
         QTest::newRow("count too large") << good.chopped(8) + QByteArray("\x7f\xff\xff\xff\0\0\0\2", 8);
         QTest::newRow("negative count") << good.chopped(8) + QByteArray("\xff\xff\xff\xff\0\0\0\2", 8);
         QTest::newRow("unknown document") << good.chopped(4) + QByteArray("\0\1\0\2", 4);
