@@ -101,7 +101,7 @@ bool FullTextIndex::indexFile(const QString &path, qsizetype docNumber, WordInde
     QFile file(path);
     if (!openDocument(file))
         return true;
-    HtmlWords words([&](QByteArrayView word) { index->insert(word, docNumber); });
+    HtmlWords words([&](QByteArrayView word) { index->insert(word); });
     for (QByteArray block = file.read(BlockLength); !block.isEmpty();) {
         const QByteArray next = file.read(BlockLength);
         if (next.isEmpty())
@@ -112,6 +112,7 @@ bool FullTextIndex::indexFile(const QString &path, qsizetype docNumber, WordInde
             return false;
     }
     words.finish();
+    index->endDocument(docNumber);
     return true;
 }
 

@@ -2,8 +2,10 @@
 #include "wordpattern.h"
 #include <algorithm>
 #include <QDataStream>
+#include <QHash>
 #include <QIODevice>
 #include <QtEndian>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -15,6 +17,11 @@ constexpr qsizetype PostingLength = 4;    // bytes in the file
 constexpr qsizetype NumbersInPosting = 2; // of 16 bits each, which are converted together
 static_assert(sizeof(Doc) == PostingLength && std::is_trivially_copyable_v<Doc>);
 constexpr auto Version = QDataStream::Qt_3_3; // never change: it is the format of the file
+
+QList<Doc> newestFirst(const std::vector<Doc> &docs)
+{
+    return {docs.crbegin(), docs.crend()};
+}
 
 QHash<qint16, quint16> firstFrequencies(const QList<Doc> &docs)
 {
@@ -43,16 +50,36 @@ WordIndex::WordIndex(QString docPath, QStringList docList)
     : m_docPath(std::move(docPath)), m_docList(std::move(docList))
 {}
 
-void WordIndex::insert(QByteArrayView word, qsizetype docNumber)
+QList<Doc> WordIndex::documents(const QByteArray &word) const
 {
-    auto entry = m_dict.find(QByteArray::fromRawData(word.data(), word.size()));
-    if (entry == m_dict.end())
-        entry = m_dict.insert(word.toByteArray(), {});
-    QList<Doc> &docs = *entry;
-    if (!docs.isEmpty() && docs.first().docNumber == qint16(docNumber))
-        ++docs.first().frequency;
-    else
-        docs.prepend({qint16(docNumber), 1});
+    const auto found = m_words.find(std::string_view(word.constData(), size_t(word.size())));
+    return found == m_words.cend() ? QList<Doc>() : newestFirst(found->second.docs);
+}
+
+void WordIndex::insert(QByteArrayView word)
+{
+    const std::string_view key(word.data(), size_t(word.size()));
+    auto found = m_words.find(key);
+    if (found == m_words.end())
+        found = m_words.emplace(key, Entry()).first;
+    Entry &entry = found->second;
+    if (entry.count++ == 0)
+        m_present.push_back(&entry);
+}
+
+/// The lists of the words lie all over the memory, so they are visited once for each document instead of once for each
+/// occurrence.
+void WordIndex::endDocument(qsizetype docNumber)
+{
+    const auto number = qint16(docNumber);
+    for (Entry *entry : m_present) {
+        const auto count = quint16(std::exchange(entry->count, 0));
+        if (!entry->docs.empty() && entry->docs.back().docNumber == number)
+            entry->docs.back().frequency += count;
+        else
+            entry->docs.push_back({number, count});
+    }
+    m_present.clear();
 }
 
 // Search ------------------------------------------------------------------
@@ -60,12 +87,12 @@ void WordIndex::insert(QByteArrayView word, qsizetype docNumber)
 QList<Doc> WordIndex::documentsOfTerm(const QString &term) const
 {
     if (!term.contains(u'*') && !term.contains(u'?'))
-        return m_dict.value(term.toLatin1());
+        return documents(term.toLatin1());
     const WordPattern pattern(term);
     QList<Doc> result;
-    for (auto it = m_dict.cbegin(); it != m_dict.cend(); ++it) {
-        if (pattern.matches(it.key()))
-            result += it.value();
+    for (const auto &[word, entry] : m_words) {
+        if (pattern.matches(QByteArrayView(word.data(), qsizetype(word.size()))))
+            result += newestFirst(entry.docs);
     }
     return result;
 }
@@ -102,11 +129,11 @@ QByteArray WordIndex::toBytes() const
     stream.setVersion(Version);
     stream << m_docPath << m_docList;
     QByteArray postings;
-    for (auto it = m_dict.cbegin(); it != m_dict.cend(); ++it) {
-        const QList<Doc> &docs = it.value();
+    for (const auto &[word, entry] : m_words) {
+        const QList<Doc> docs = newestFirst(entry.docs);
         postings.resize(docs.size() * PostingLength);
         qToBigEndian<quint16>(docs.constData(), docs.size() * NumbersInPosting, postings.data());
-        stream << it.key().constData() << qint32(docs.size());
+        stream << word.c_str() << qint32(docs.size());
         stream.writeRawData(postings.constData(), int(postings.size()));
     }
     return bytes;
@@ -150,12 +177,13 @@ bool WordIndex::readRecord(QDataStream &stream, const QByteArray &bytes)
     if (stream.status() != QDataStream::Ok || !isWord || count < 0 || count > (bytes.size() - position) / PostingLength)
         return false;
     word.chop(1);
-    QList<Doc> docs(count);
-    qFromBigEndian<quint16>(bytes.constData() + position, docs.size() * NumbersInPosting, docs.data());
-    stream.skipRawData(int(docs.size() * PostingLength));
+    std::vector<Doc> docs(static_cast<size_t>(count));
+    qFromBigEndian<quint16>(bytes.constData() + position, count * NumbersInPosting, docs.data());
+    stream.skipRawData(int(count * PostingLength));
     const auto isUnknown = [size = m_docList.size()](Doc doc) { return quint16(doc.docNumber) >= size; };
     if (std::any_of(docs.cbegin(), docs.cend(), isUnknown))
         return false;
-    m_dict.insert(word, docs);
+    std::reverse(docs.begin(), docs.end());
+    m_words[word.toStdString()].docs = std::move(docs);
     return true;
 }
