@@ -23,16 +23,22 @@ HtmlWords::HtmlWords(std::function<void(QByteArrayView)> found) : m_found(std::m
 
 void HtmlWords::read(QByteArrayView bytes)
 {
+    const char *const letters = LettersAndDigits.data();
+    char *const word = m_word.data();
+    qsizetype length = m_length; // local, because this runs for each byte
     for (const char byte : bytes) {
         if (m_inTag) {
             m_inTag = byte != '>';
-        } else if (const char letter = LettersAndDigits[uchar(byte)]; letter && m_length < LongestWord) {
-            m_word[size_t(m_length++)] = letter;
+        } else if (const char letter = letters[uchar(byte)]; letter && length < LongestWord) {
+            word[length++] = letter;
         } else {
             m_inTag = byte == '<';
+            m_length = length;
             endWord();
+            length = 0;
         }
     }
+    m_length = length;
 }
 
 void HtmlWords::endWord()
