@@ -4,6 +4,7 @@
 #include "ideapplication.h"
 #include "mainwindow.h"
 #include "messages.h"
+#include "optionscommands.h"
 #include "windowgeometry.h"
 #include <QScreen>
 #include <QSettings>
@@ -64,7 +65,8 @@ int runMainWindow(IDEApplication &application)
         showWarning(nullptr, commandLineUsage());
         return 1;
     }
-    window.helpHome();
+    if (readMoreOptions(*application.settings()).startPage)
+        window.helpHome();
     QMetaObject::invokeMethod(&window, &MainWindow::continueLastRun, Qt::QueuedConnection);
     return QApplication::exec();
 }

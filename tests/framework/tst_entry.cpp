@@ -156,6 +156,18 @@ private Q_SLOTS:
         QVERIFY(titles.contains(u"Help"_s));
     }
 
+    void startPageCanBeSwitchedOff()
+    {
+        m_installation->write(u"help/html/index.html"_s, "<html>home</html>");
+        store("[Startup]\nStartPage=0\n");
+        qsizetype views = -1;
+        run(*m_installation, {"varnel"}, [&views] {
+            views = mainWindow()->viewManager()->arrangedViews().size();
+            mainWindow()->close();
+        });
+        QCOMPARE(views, 0);
+    }
+
     void exitCodeIsThatOfTheEventLoop()
     {
         QCOMPARE(run(*m_installation, {"varnel"}, [] { QCoreApplication::exit(7); }).exitCode, 7);

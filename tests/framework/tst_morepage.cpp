@@ -3,6 +3,7 @@
 #include "morepage.h"
 #include <QSpinBox>
 #include <QTemporaryDir>
+#include <QTreeWidget>
 
 using namespace Qt::StringLiterals;
 
@@ -43,7 +44,15 @@ private Q_SLOTS:
         QFETCH(bool, lineNumbers);
         QFETCH(bool, currentLine);
         QFETCH(std::optional<QString>, address);
-        const MoreOptions options{lineNumbers, currentLine, 130, u"/home/me/venv"_s, address};
+        const MoreOptions options{.lineNumbers = lineNumbers,
+                                  .currentLine = currentLine,
+                                  .zoom = 130,
+                                  .virtualEnvironment = u"/home/me/venv"_s,
+                                  .automationAddress = address,
+                                  .startPage = lineNumbers,
+                                  .askBeforeScripts = currentLine,
+                                  .trustedDirectories = {u"/work/a"_s, u"/work/c"_s},
+                                  .distrustedDirectories = {u"/work/b"_s}};
         open(options);
         QCOMPARE(m_page->options(), options);
         QTEST(combo(m_dialog, "AutomationCombo")->currentText(), "shown");
@@ -68,6 +77,33 @@ private Q_SLOTS:
         QCOMPARE(m_page->options().zoom, 110);
         QTest::keyClicks(m_dialog.findChild<QLineEdit *>(u"VirtualEnvironmentEdit"_s), u" /venv "_s);
         QCOMPARE(m_page->options().virtualEnvironment, u"/venv"_s);
+    }
+
+    void startPageAndQuestionAreSwitched()
+    {
+        open({});
+        showActive(m_dialog);
+        QTest::keyClick(button(m_dialog, "StartPageCheck"), Qt::Key_Space);
+        QCOMPARE(m_page->options(), (MoreOptions{.startPage = false}));
+        QTest::keyClick(button(m_dialog, "AskBeforeScriptsCheck"), Qt::Key_Space);
+        QCOMPARE(m_page->options(), (MoreOptions{.startPage = false, .askBeforeScripts = false}));
+    }
+
+    void answersOfTheSelectedFoldersAreForgotten()
+    {
+        open({.trustedDirectories = {u"/work/a"_s, u"/work/c"_s}, .distrustedDirectories = {u"/work/b"_s}});
+        showActive(m_dialog);
+        auto *tree = m_dialog.findChild<QTreeWidget *>(u"TrustTree"_s);
+        QVERIFY(!button(m_dialog, "ForgetButton")->isEnabled());
+        QCOMPARE(tree->topLevelItem(0)->text(1), u"Yes"_s);
+        QCOMPARE(tree->topLevelItem(2)->text(1), u"No"_s);
+        tree->setFocus();
+        QTest::keyClick(tree, Qt::Key_Home);
+        QTest::keyClick(tree, Qt::Key_Down);
+        QTest::keyClick(tree, Qt::Key_Down, Qt::ShiftModifier);
+        QTest::mouseClick(button(m_dialog, "ForgetButton"), Qt::LeftButton);
+        QCOMPARE(m_page->options(), (MoreOptions{.trustedDirectories = {u"/work/a"_s}}));
+        QVERIFY(!button(m_dialog, "ForgetButton")->isEnabled());
     }
 
     void virtualEnvironmentIsChosenInADialog()

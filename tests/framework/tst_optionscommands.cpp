@@ -122,7 +122,8 @@ private Q_SLOTS:
                  (QStringList{u"Debug/action0=1"_s, u"Debug/action1=1"_s, u"Debug/action2=1"_s, u"Debug/action3=1"_s,
                               u"Debug/action4=1"_s, u"Editor/CurrentLine=1"_s, u"Editor/IndentMode=2"_s,
                               u"Editor/KeepTabs=0"_s, u"Editor/LineNumbers=1"_s, u"Editor/TabSize=4"_s,
-                              u"Editor/WorkspaceStyle=0"_s, u"Editor/Zoom=100"_s, u"Startup/DisableSplashScreen=0"_s}));
+                              u"Editor/WorkspaceStyle=0"_s, u"Editor/Zoom=100"_s, u"Startup/AskBeforeScripts=1"_s,
+                              u"Startup/DisableSplashScreen=0"_s, u"Startup/StartPage=1"_s}));
         QCOMPARE(m_changes, 1);
         QVERIFY(m_window->findChildren<QDialog *>().isEmpty());
     }

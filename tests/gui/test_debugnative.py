@@ -35,6 +35,7 @@ class NativeTest(DebugTest):
         self.wait_for_local("value", "42")
         self.keyboard.press("F10")
         self.varnel.wait_until(lambda: self.user.console() == "1 + 2 * 3 = 42\n", "the program's output")
+        self.user.wait_for_stop(line_of(main, "&text : texts)"))
 
         self.keyboard.press("F5")
         self.user.wait_for_stop(call)

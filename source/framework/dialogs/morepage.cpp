@@ -1,6 +1,8 @@
 #include "morepage.h"
 #include "questions.h"
 #include "ui_morepagebase.h"
+#include <QDir>
+#include <QHeaderView>
 #include <QPointer>
 
 using namespace Qt::StringLiterals;
@@ -16,6 +18,9 @@ MorePage::MorePage(const MoreOptions &options, QWidget *parent, const QString &n
     m_ui->VirtualEnvironmentEdit->setText(options.virtualEnvironment);
     connect(m_ui->VirtualEnvironmentButton, &QPushButton::clicked, this, &MorePage::chooseVirtualEnvironment);
     fillAddresses(options.automationAddress);
+    m_ui->StartPageCheck->setChecked(options.startPage);
+    m_ui->AskBeforeScriptsCheck->setChecked(options.askBeforeScripts);
+    fillTrust(options);
 }
 
 MorePage::~MorePage() = default;
@@ -30,6 +35,49 @@ void MorePage::fillAddresses(const std::optional<QString> &current)
         m_ui->AutomationCombo->addItem(tr("The network of \"%1\"").arg(*current));
     }
     m_ui->AutomationCombo->setCurrentIndex(int(m_addresses.indexOf(current)));
+}
+
+void MorePage::fillTrust(const MoreOptions &options)
+{
+    QTreeWidget *tree = m_ui->TrustTree;
+    tree->header()->setStretchLastSection(false);
+    tree->header()->setSectionResizeMode(0, QHeaderView::Stretch);
+    tree->header()->setSectionResizeMode(1, QHeaderView::ResizeToContents);
+    const auto add = [tree](const QString &directory, bool trusted) {
+        auto *item = new QTreeWidgetItem(tree, {QDir::toNativeSeparators(directory), trusted ? tr("Yes") : tr("No")});
+        item->setData(0, Qt::UserRole, directory);
+        item->setData(1, Qt::UserRole, trusted);
+        item->setToolTip(0, QDir::toNativeSeparators(directory));
+    };
+    for (const QString &directory : options.trustedDirectories)
+        add(directory, true);
+    for (const QString &directory : options.distrustedDirectories)
+        add(directory, false);
+    connect(tree, &QTreeWidget::itemSelectionChanged, this, &MorePage::enableForget);
+    connect(m_ui->ForgetButton, &QPushButton::clicked, this, &MorePage::forgetSelected);
+    enableForget();
+}
+
+void MorePage::forgetSelected()
+{
+    qDeleteAll(m_ui->TrustTree->selectedItems());
+    enableForget();
+}
+
+void MorePage::enableForget()
+{
+    m_ui->ForgetButton->setEnabled(!m_ui->TrustTree->selectedItems().isEmpty());
+}
+
+QStringList MorePage::directories(bool trusted) const
+{
+    QStringList found;
+    for (int i = 0; i < m_ui->TrustTree->topLevelItemCount(); ++i) {
+        const QTreeWidgetItem *item = m_ui->TrustTree->topLevelItem(i);
+        if (item->data(1, Qt::UserRole).toBool() == trusted)
+            found.append(item->data(0, Qt::UserRole).toString());
+    }
+    return found;
 }
 
 void MorePage::chooseVirtualEnvironment()
@@ -47,5 +95,9 @@ MoreOptions MorePage::options() const
             .currentLine = m_ui->CurrentLineCheck->isChecked(),
             .zoom = m_ui->ZoomSpin->value(),
             .virtualEnvironment = m_ui->VirtualEnvironmentEdit->text().trimmed(),
-            .automationAddress = m_addresses[m_ui->AutomationCombo->currentIndex()]};
+            .automationAddress = m_addresses[m_ui->AutomationCombo->currentIndex()],
+            .startPage = m_ui->StartPageCheck->isChecked(),
+            .askBeforeScripts = m_ui->AskBeforeScriptsCheck->isChecked(),
+            .trustedDirectories = directories(true),
+            .distrustedDirectories = directories(false)};
 }

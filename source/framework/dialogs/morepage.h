@@ -19,6 +19,10 @@ public:
 private:
     void chooseVirtualEnvironment();
     void fillAddresses(const std::optional<QString> &current);
+    void fillTrust(const MoreOptions &options);
+    void forgetSelected();
+    void enableForget();
+    [[nodiscard]] QStringList directories(bool trusted) const;
 
     const std::unique_ptr<Ui::MorePageBase> m_ui;
     QList<std::optional<QString>> m_addresses; ///< as the combo box lists them

@@ -23,6 +23,10 @@ struct MoreOptions
     int zoom = 100;                                ///< of documents, in percent
     QString virtualEnvironment = {};               ///< a directory; empty for none
     std::optional<QString> automationAddress = {}; ///< none for all interfaces of this computer
+    bool startPage = true;                         ///< the first page of the help is shown when the program starts
+    bool askBeforeScripts = true;                  ///< before the scripts of a workspace run for the first time
+    QStringList trustedDirectories = {};           ///< whose scripts run without a question
+    QStringList distrustedDirectories = {};        ///< whose scripts do not run
 
     bool operator==(const MoreOptions &) const = default;
 };

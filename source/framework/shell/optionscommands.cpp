@@ -3,6 +3,7 @@
 #include "documentkinds.h"
 #include "formatchoice.h"
 #include "optionsdialog.h"
+#include "scripttrust.h"
 #include "toolscommands.h"
 #include "toolsdialog.h"
 #include "windowservices.h"
@@ -16,6 +17,7 @@ namespace {
 const auto SplashKey = u"Startup/DisableSplashScreen"_s;
 const auto VirtualEnvironmentKey = u"Python/VirtualEnvironment"_s;
 const auto AddressKey = u"Startup/AutomationAddress"_s;
+const auto StartPageKey = u"Startup/StartPage"_s;
 } // namespace
 
 OptionsCommands::OptionsCommands(WindowServices &window, QDir config, TextFormats &formats, DebugOptions &debugOptions,
@@ -117,7 +119,11 @@ MoreOptions readMoreOptions(const QSettings &settings)
             .currentLine = settings.value(u"Editor/CurrentLine"_s, 1).toInt() != 0,
             .zoom = readZoom(settings),
             .virtualEnvironment = settings.value(VirtualEnvironmentKey).toString(),
-            .automationAddress = address};
+            .automationAddress = address,
+            .startPage = settings.value(StartPageKey, 1).toInt() != 0,
+            .askBeforeScripts = ScriptTrust::asks(settings),
+            .trustedDirectories = ScriptTrust::directories(settings, ScriptTrust::Trusted),
+            .distrustedDirectories = ScriptTrust::directories(settings, ScriptTrust::Distrusted)};
 }
 
 void writeMoreOptions(QSettings &settings, const MoreOptions &options)
@@ -133,4 +139,8 @@ void writeMoreOptions(QSettings &settings, const MoreOptions &options)
         settings.setValue(AddressKey, *options.automationAddress);
     else
         settings.remove(AddressKey);
+    settings.setValue(StartPageKey, int(options.startPage));
+    ScriptTrust::setAsks(settings, options.askBeforeScripts);
+    ScriptTrust::setDirectories(settings, ScriptTrust::Trusted, options.trustedDirectories);
+    ScriptTrust::setDirectories(settings, ScriptTrust::Distrusted, options.distrustedDirectories);
 }

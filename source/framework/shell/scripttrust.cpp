@@ -9,8 +9,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 const auto AskKey = u"Startup/AskBeforeScripts"_s;
-const auto TrustedKey = u"Startup/TrustedDirectories"_s;
-const auto DistrustedKey = u"Startup/DistrustedDirectories"_s;
 
 /// The same directory by whatever path a workspace in it was opened.
 QString directoryOf(const QString &workspaceFile)
@@ -20,22 +18,17 @@ QString directoryOf(const QString &workspaceFile)
     return canonical.isEmpty() ? info.absolutePath() : canonical;
 }
 
-bool contains(const QSettings &settings, const QString &key, const QString &directory)
+QString keyOf(ScriptTrust::Answer answer)
 {
-    return settings.value(key).toStringList().contains(directory);
+    return answer == ScriptTrust::Trusted ? u"Startup/TrustedDirectories"_s : u"Startup/DistrustedDirectories"_s;
 }
 
-void add(QSettings &settings, const QString &key, const QString &directory)
+bool remove(QSettings &settings, ScriptTrust::Answer answer, const QString &directory)
 {
-    settings.setValue(key, settings.value(key).toStringList() << directory);
-}
-
-bool remove(QSettings &settings, const QString &key, const QString &directory)
-{
-    QStringList directories = settings.value(key).toStringList();
+    QStringList directories = ScriptTrust::directories(settings, answer);
     const bool found = directories.removeAll(directory) > 0;
     if (found)
-        settings.setValue(key, directories);
+        ScriptTrust::setDirectories(settings, answer, directories);
     return found;
 }
 } // namespace
@@ -43,24 +36,50 @@ bool remove(QSettings &settings, const QString &key, const QString &directory)
 bool ScriptTrust::mayRun(const QString &workspaceFile)
 {
     QSettings &settings = m_window.settings();
-    if (m_unattended || settings.value(AskKey, 1).toInt() == 0)
+    if (m_unattended || !asks(settings))
         return true;
     const QString directory = directoryOf(workspaceFile);
-    if (contains(settings, TrustedKey, directory) || contains(settings, DistrustedKey, directory))
-        return contains(settings, TrustedKey, directory);
+    if (directories(settings, Trusted).contains(directory))
+        return true;
+    if (directories(settings, Distrusted).contains(directory))
+        return false;
     const QString question = QObject::tr("Do you trust the authors of the files in this folder?\n\n%1\n\n"
                                          "The workspace names Python files that run when it is opened.");
     const bool trusted =
         showMessage(QMessageBox::Question, m_window.dialogParent(), question.arg(QDir::toNativeSeparators(directory)),
                     {QMessageBox::No, QMessageBox::Yes}) // the default runs nothing
         == QMessageBox::Yes;
-    add(settings, trusted ? TrustedKey : DistrustedKey, directory);
+    const Answer answer = trusted ? Trusted : Distrusted;
+    setDirectories(settings, answer, directories(settings, answer) << directory);
     return trusted;
 }
 
 bool ScriptTrust::forget(const QString &workspaceFile)
 {
     const QString directory = directoryOf(workspaceFile);
-    const bool wasTrusted = remove(m_window.settings(), TrustedKey, directory);
-    return remove(m_window.settings(), DistrustedKey, directory) || wasTrusted;
+    const bool wasTrusted = remove(m_window.settings(), Trusted, directory);
+    return remove(m_window.settings(), Distrusted, directory) || wasTrusted;
+}
+
+QStringList ScriptTrust::directories(const QSettings &settings, Answer answer)
+{
+    return settings.value(keyOf(answer)).toStringList();
+}
+
+void ScriptTrust::setDirectories(QSettings &settings, Answer answer, const QStringList &directories)
+{
+    if (directories.isEmpty())
+        settings.remove(keyOf(answer));
+    else
+        settings.setValue(keyOf(answer), directories);
+}
+
+bool ScriptTrust::asks(const QSettings &settings)
+{
+    return settings.value(AskKey, 1).toInt() != 0;
+}
+
+void ScriptTrust::setAsks(QSettings &settings, bool on)
+{
+    settings.setValue(AskKey, int(on));
 }

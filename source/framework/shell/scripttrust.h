@@ -1,5 +1,6 @@
 #pragma once
-#include <QString>
+#include <QStringList>
+class QSettings;
 class WindowServices;
 
 /// Decides whether the scripts of a workspace run when it is opened. The user is asked once for each directory with
@@ -16,6 +17,13 @@ public:
     [[nodiscard]] bool mayRun(const QString &workspaceFile);
     /// Forgets the answer for the directory of the workspace file. False if there was none.
     bool forget(const QString &workspaceFile);
+
+    // The answers as they are stored
+    enum Answer { Trusted, Distrusted };
+    [[nodiscard]] static QStringList directories(const QSettings &settings, Answer answer);
+    static void setDirectories(QSettings &settings, Answer answer, const QStringList &directories);
+    [[nodiscard]] static bool asks(const QSettings &settings); ///< False if all scripts run without a question.
+    static void setAsks(QSettings &settings, bool on);
 
 private:
     WindowServices &m_window;

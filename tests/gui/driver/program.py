@@ -14,7 +14,8 @@ DEFAULT_PROGRAM = pathlib.Path(__file__).parents[3] / "build/stage/bin/varnel"
 class Program:
     """A running program and a client connected to it.
 
-    `settings` are keys of its settings file by section: {"Startup": {"DisableSplashScreen": 1}}. The environment
+    `settings` are keys of its settings file by section: {"Startup": {"DisableSplashScreen": 1}}. By default the start
+    page is not shown, and only this computer can connect. The environment
     variable VARNEL_PROGRAM is the path of the executable; the default is that of the build directory. close() ends
     only processes that were started here. With `home`, the home directory of a program that has ended, the new program
     uses its settings and session; close() does not delete such a directory.
@@ -82,7 +83,9 @@ class Program:
         if self.settings_file().exists():
             return
         sections = {name: dict(keys) for name, keys in settings.items()}
-        sections.setdefault("Startup", {}).setdefault("AutomationAddress", "127.0.0.1")
+        startup = sections.setdefault("Startup", {})
+        startup.setdefault("AutomationAddress", "127.0.0.1")
+        startup.setdefault("StartPage", 0)  # only what a test opens is open
         self.settings_file().parent.mkdir(parents=True, exist_ok=True)
         with open(self.settings_file(), "w", encoding="utf-8") as file:
             for section, keys in sections.items():
