@@ -1,7 +1,128 @@
 #include "callplugin.h"
+#include <dlfcn.h>
+#include <QCoreApplication>
 #include <QDebug>
+#include <QFile>
+#include <QPointer>
+#include <QScopeGuard>
+#include <QThread>
+#include <utility>
 
-void warnOfException(const char *operation, const char *what)
+namespace {
+/// A report that waits for the end of a call.
+struct WaitingReport
+{
+    QPointer<QObject> receiver;
+    QByteArray key;
+    std::function<void()> deliver;
+};
+
+std::function<void(const PluginFailure &)> failureHandler;
+std::function<QString(const QString &)> pluginNames;
+
+constexpr int NoCall = -1;
+int callLoopLevel = NoCall; ///< the number of event loops that ran when the innermost call started
+bool callAsks = false;      ///< the innermost call is one of a function with a result
+QList<WaitingReport> waiting;
+QList<QByteArray> delivering; ///< the keys of the reports whose receivers run, the innermost last
+
+int loopLevel()
+{
+    return QThread::currentThread()->loopLevel();
+}
+
+void deliver(const WaitingReport &report)
+{
+    if (!report.receiver)
+        return;
+    delivering.append(report.key);
+    const auto end = qScopeGuard([] { delivering.removeLast(); });
+    report.deliver();
+}
+
+/// Whether a call runs, and no event loop that it has started itself: it may wait for what a report causes.
+bool isInsideCall()
+{
+    return callLoopLevel != NoCall && loopLevel() <= callLoopLevel;
+}
+
+/// Later, so that reports which cause each other do not block the window.
+void postDelivery()
+{
+    if (QCoreApplication *application = QCoreApplication::instance())
+        QMetaObject::invokeMethod(application, &deliverPluginReports, Qt::QueuedConnection);
+}
+} // namespace
+
+void setPluginFailureHandler(std::function<void(const PluginFailure &)> handler)
+{
+    failureHandler = std::move(handler);
+}
+
+void setPluginNames(std::function<QString(const QString &library)> names)
+{
+    pluginNames = std::move(names);
+}
+
+/// The library is found by the table of virtual functions, which the object's address begins with.
+QString pluginOf(const void *object)
+{
+    Dl_info info{};
+    if (!object || !pluginNames || !dladdr(*static_cast<void *const *>(object), &info) || !info.dli_fname)
+        return {};
+    return pluginNames(QFile::decodeName(info.dli_fname));
+}
+
+void warnOfException(const char *operation, const char *what, const void *object)
 {
     qWarning("%s: an exception has left the plug-in (%s)", operation, what);
+    if (const auto handler = failureHandler)
+        handler({pluginOf(object), QString::fromUtf8(operation), QString::fromUtf8(what)});
+}
+
+detail::PluginCall::PluginCall(bool asks)
+    : m_outerLoopLevel(std::exchange(callLoopLevel, loopLevel())), m_outerAsks(std::exchange(callAsks, asks))
+{}
+
+detail::PluginCall::~PluginCall()
+{
+    callLoopLevel = m_outerLoopLevel;
+    callAsks = m_outerAsks;
+}
+
+void detail::pluginCallEnded()
+{
+    if (isInsideCall() || waiting.isEmpty())
+        return;
+    if (delivering.isEmpty())
+        deliverPluginReports();
+    else
+        postDelivery();
+}
+
+void afterPluginCall(QObject *receiver, const QByteArray &key, std::function<void()> deliverReport)
+{
+    if (QThread::currentThread() != receiver->thread()) {
+        const auto deliverThere = [receiver, key, deliverReport] { afterPluginCall(receiver, key, deliverReport); };
+        QMetaObject::invokeMethod(receiver, deliverThere, Qt::QueuedConnection);
+        return;
+    }
+    const bool insideCall = isInsideCall();
+    if (insideCall && callAsks && delivering.contains(key))
+        return;
+    WaitingReport report{receiver, key, std::move(deliverReport)};
+    if (!insideCall && waiting.isEmpty())
+        return deliver(report);
+    waiting.append(std::move(report));
+    if (!insideCall)
+        postDelivery();
+}
+
+void deliverPluginReports()
+{
+    const QList<WaitingReport> reports = std::exchange(waiting, {});
+    for (const WaitingReport &report : reports)
+        deliver(report);
+    if (!waiting.isEmpty())
+        postDelivery();
 }

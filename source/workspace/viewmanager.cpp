@@ -2,8 +2,11 @@
 #include "callplugin.h"
 #include "document.h"
 #include "documenttemplate.h"
+#include "textview.h"
+#include "textviewedit.h"
 #include "varnelassert.h"
 #include "viewinterfaces.h"
+#include <QTextBlock>
 
 ViewManager::ViewManager(QWidget *parent) : QWidget(parent) {}
 
@@ -178,6 +181,17 @@ void ViewManager::gotoLine(int line, bool mark)
     }
     if (auto *markers = viewInterface<IViewWithMarkers>(current))
         markers->setMarker(line, IViewWithMarkers::LookupMarker, true, false);
+}
+
+void ViewManager::gotoColumn(int column)
+{
+    const auto *view = qobject_cast<TextView *>(currentView());
+    TextViewEdit *edit = view ? view->currentEdit() : nullptr;
+    if (!edit || column < 1)
+        return;
+    QTextCursor cursor = edit->textCursor();
+    cursor.setPosition(cursor.block().position() + std::min(column, cursor.block().length()) - 1);
+    edit->setTextCursor(cursor);
 }
 
 void ViewManager::indentCurrent()

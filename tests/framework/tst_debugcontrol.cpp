@@ -437,7 +437,7 @@ private Q_SLOTS:
         QCOMPARE(story(), u"showOutputDock\nfileSaveAll\nstate 3\nfw.start(false)\n"_s + CannotStart + u"\nstate 1"_s);
     }
 
-    void failedStartKeepsEarlierEnvironmentsStarted()
+    void failedStartStopsEarlierEnvironments()
     {
         for (const QString &name : {u"one"_s, u"two"_s, u"three"_s})
             addProcessor(name);
@@ -450,7 +450,7 @@ private Q_SLOTS:
                             "one.start(false)\n"
                             "state 3\n"
                             "two.start(false)\n"_s
-                                + CannotStart + u"\nstate 1"_s);
+                                + CannotStart + u"\none.stop()\nstate 1"_s);
     }
 
     /// Reports that are pending after the start of a project are handled before the next step, also after a failure.
@@ -582,6 +582,10 @@ private Q_SLOTS:
                           "fw-build.isUpToDate(Debug)\n"
                           "state 3\n"
                           "fw.start(true)\n"
+                          "fw.programStatus()\n"
+                          "state 5\n"
+                          "openFile main.c\n"
+                          "fw.currentLocation()\n"
                           "fire onAttach"_s);
         QVERIFY(build.on.isEmpty());
     }
@@ -765,14 +769,14 @@ private Q_SLOTS:
         story();
     }
 
-    void aSessionThatIsStartedButNotRunStaysInitialising()
+    void aSessionThatIsStartedButNotRunHasTheStatusOfItsProcessor()
     {
         addProcessor(u"one"_s);
         addProcessor(u"two"_s);
         m_control->options().setAction(RunEvent, AskForProcessors);
         expectQuestion(nullptr);
         m_control->debugRun();
-        QCOMPARE(m_activity->state(), StateInitialising);
+        QCOMPARE(m_activity->state(), StatePaused);
         QVERIFY(!story().contains(u"run()"_s));
     }
 
@@ -888,7 +892,7 @@ private Q_SLOTS:
         addProcessor(u"two"_s);
         scriptOf(u"one"_s).on[u"syncPause"_s] = throwError;
         be(StateRunning);
-        expectException("IExecutionEnvironment::pause");
+        expectException("IMultiProcessorSync::syncPause");
         m_control->debugPause();
         QVERIFY(!story().contains(u"two.pause()"_s));
     }

@@ -25,7 +25,7 @@ const QStringList actionNames =
     "toolsMacroNew toolsMacroEdit toolsCustomise toolsOptions "
     "windowNew windowSplit windowClose windowCloseAll windowCascade windowTile windowNext "
     "windowPrev "
-    "helpSearch helpHome helpBack helpForward helpPrevious helpNext helpAbout"_s.split(u' ');
+    "helpSearch helpHome helpBack helpForward helpPrevious helpNext helpAbout helpPlugins"_s.split(u' ');
 
 const QStringList signalNames =
     u"viewHasFocus textViewHasFocus textNavigationAvailable undoAvailable redoAvailable "
@@ -206,7 +206,7 @@ void TestUiConfig::sectionsAreActionsMenusToolbars()
 
 void TestUiConfig::actionIsDeclaredOnce()
 {
-    QCOMPARE(actionNames.size(), 88 + 1); // the given ones and our own
+    QCOMPARE(actionNames.size(), 88 + 2); // the given ones and our own
     QCOMPARE(sorted(names(m_actions)), sorted(actionNames));
 }
 

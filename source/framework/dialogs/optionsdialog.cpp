@@ -81,6 +81,11 @@ void OptionsDialog::addPages(const OptionValues &values)
     setTabOrder(m_ui->OKButton, m_ui->CancelButton);
 }
 
+void OptionsDialog::addPage(QWidget *page, const QString &title)
+{
+    m_ui->OptionsTabs->addTab(page, title);
+}
+
 OptionValues OptionsDialog::values() const
 {
     return {.editor = editorOptions(),

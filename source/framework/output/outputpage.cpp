@@ -1,6 +1,7 @@
 #include "outputpage.h"
 #include <QAction>
 #include <QMenu>
+#include <QPointer>
 #include <QScrollBar>
 #include <QTextBlock>
 
@@ -36,6 +37,26 @@ bool isHandled(const QKeyEvent *event)
 QString withoutLineEnd(const QString &text)
 {
     return text.chopped(text.endsWith(QLatin1String("\r\n")) ? 2 : 1);
+}
+
+/// The place of a line that was output with it.
+struct Link : QTextBlockUserData
+{
+    Link(const LookupPlace &linked, int linkedColumn) : place(linked), column(linkedColumn) {}
+
+    const LookupPlace place;
+    const int column;
+};
+
+const Link *linkOf(const QTextBlock &block)
+{
+    return dynamic_cast<const Link *>(block.userData());
+}
+
+int columnOf(const QTextBlock &block)
+{
+    const Link *link = linkOf(block);
+    return link ? link->column : 0;
 }
 
 /// A relative move would determine the text direction of the last line, which is slow for a long line.
@@ -75,6 +96,14 @@ void OutputPage::outputLine(const QString &text)
     moveCursorToEnd();
     insertAtEnd(text);
     m_lineOpen = !endsLine;
+}
+
+void OutputPage::outputLink(const QString &text, const LookupPlace &place, int column)
+{
+    if (m_lineOpen)
+        outputLine(QStringLiteral("\n"));
+    outputLine(QString(text).replace(u'\n', u' ') + u'\n');
+    document()->lastBlock().setUserData(new Link(place, column));
 }
 
 void OutputPage::appendLine(const QString &line)
@@ -187,7 +216,9 @@ void OutputPage::resizeEvent(QResizeEvent *event)
 
 bool OutputPage::lookup(QString &file, int &line) const
 {
-    const std::optional<LookupPlace> place = m_lookup.find(document()->findBlockByNumber(m_currentLine).text());
+    const QTextBlock paragraph = document()->findBlockByNumber(m_currentLine);
+    const Link *link = linkOf(paragraph);
+    const std::optional<LookupPlace> place = link ? link->place : m_lookup.find(paragraph.text());
     if (!place)
         return false;
     file = place->file;
@@ -212,7 +243,11 @@ void OutputPage::doLookup()
     cursor.movePosition(QTextCursor::EndOfBlock);
     cursor.movePosition(QTextCursor::StartOfBlock, QTextCursor::KeepAnchor); // shows the start of a long line
     setTextCursor(cursor);
+    const int column = columnOf(cursor.block());
+    const QPointer<OutputPage> self(this);
     Q_EMIT lookupSource(file, line);
+    if (self && column > 0)
+        Q_EMIT lookupColumn(column);
 }
 
 // User ----------------------------------------------------------------------

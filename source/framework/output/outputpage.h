@@ -25,6 +25,9 @@ public Q_SLOTS:
     /// when more text follows; text without "\n" at its end is continued by the next text.
     void outputLine(const QString &text);
     /// Makes the next paragraph (after the last one the first) the current line, and looks it up.
+    /// Adds a line, without "\n" at its end, that contains a place besides those of the pattern. @p column counts from
+    /// 1; 0 if it is not known.
+    void outputLink(const QString &text, const LookupPlace &place, int column);
     void lookupNextLine();
     /// Selects the current line and emits lookupSource() if the line contains a place.
     void doLookup();
@@ -32,6 +35,7 @@ public Q_SLOTS:
 
 Q_SIGNALS:
     void lookupSource(const QString &file, int line);
+    void lookupColumn(int column); ///< After lookupSource(), if the column is known.
 
 protected:
     bool event(QEvent *event) override;

@@ -98,11 +98,24 @@ void OutputWindow::addPage(const QString &name)
     m_tabs->addTab(page, QString(name).replace(u'&', u"&&"_s));
     m_pages.push_back(page);
     connect(page, &OutputPage::lookupSource, this, &OutputWindow::lookupSource);
+    connect(page, &OutputPage::lookupColumn, this, &OutputWindow::lookupColumn);
 }
 
 OutputPage *OutputWindow::page(uint pageNum) const
 {
     return pageNum < m_pages.size() ? m_pages[pageNum] : nullptr;
+}
+
+OutputPage *OutputWindow::page(const QString &name) const
+{
+    const auto hasName = [&name](const OutputPage *page) { return page->windowTitle() == name; };
+    const auto found = std::find_if(m_pages.begin(), m_pages.end(), hasName);
+    return found == m_pages.end() ? nullptr : *found;
+}
+
+void OutputWindow::showPage(OutputPage *page)
+{
+    m_tabs->setCurrentWidget(page);
 }
 
 OutputPage *OutputWindow::currentPage() const

@@ -142,6 +142,7 @@ public Q_SLOTS:
     void helpPrevious();
     void helpNext();
     void helpAbout();
+    void helpPlugins();
 
     void openFile(const QString &path) { openFile(path, false); }
     void lookupSource(const QString &file, int line); ///< Opens the file and marks the line, which counts from 1.

@@ -1,8 +1,11 @@
 #pragma once
+#include "ihost.h"
 #include "optionvalues.h"
+#include <functional>
 #include <QDir>
 #include <QObject>
 #include <QPointer>
+#include <vector>
 class DebugOptions;
 class OptionsDialog;
 class QSettings;
@@ -22,6 +25,9 @@ public:
     /// Shows the dialog until the user closes it. Only one is open at a time.
     void showOptions();
 
+    /// The pages of plug-ins, which are asked for when the dialog is opened.
+    void setPages(const std::function<std::vector<InterfacePtr<IOptionsPage>>()> &pages) { m_pages = pages; }
+
 Q_SIGNALS:
     /// The formats or the editor's settings have changed: all views must be refreshed in full.
     void appearanceChanged();
@@ -36,6 +42,7 @@ private:
     TextFormats &m_formats;
     DebugOptions &m_debugOptions;
     ToolsCommands &m_tools;
+    std::function<std::vector<InterfacePtr<IOptionsPage>>()> m_pages;
     QPointer<OptionsDialog> m_dialog; ///< null while it is not shown
 };
 

@@ -232,7 +232,7 @@ bool ProjectCommands::closeWorkspace()
 {
     if (!m_activity.workspace())
         return true;
-    if (m_activity.state() >= StateRunning)
+    if (std::max(m_activity.state(), m_activity.stateBehindBuild()) >= StateRunning)
         Q_EMIT sessionEndRequested();
     const QPointer<ProjectWorkspace> asked(m_activity.workspace());
     if (!offerToSave())

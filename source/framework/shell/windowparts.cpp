@@ -191,6 +191,7 @@ void WindowParts::setUpDocks()
     addDock(u"pythonOutputDockWindow"_s, MainWindow::tr("Python Output"), Qt::RightDockWidgetArea)->hide();
     window.setCorner(Qt::BottomLeftCorner, Qt::LeftDockWidgetArea);
     QObject::connect(outputWindow, &OutputWindow::lookupSource, &window, &MainWindow::lookupSource);
+    QObject::connect(outputWindow, &OutputWindow::lookupColumn, viewManager.get(), &ViewManager::gotoColumn);
     connectNavigator();
 }
 
@@ -245,6 +246,7 @@ void WindowParts::setUpCommands()
     toolsCommands = std::make_unique<ToolsCommands>(activity, services);
     optionsCommands = std::make_unique<OptionsCommands>(services, application()->path(PathConfig), formats.formats(),
                                                         debugControl->options(), *toolsCommands);
+    optionsCommands->setPages([this] { return pluginBinder->optionsPages(); });
     zoomCommands = std::make_unique<ZoomCommands>(services);
     sessions = std::make_unique<SessionKeeper>(activity, services);
     keepWatches();
@@ -272,7 +274,7 @@ void WindowParts::connectReports() const
     const PluginBinder *binder = pluginBinder.get();
     const DebugControl *debug = debugControl.get();
     QObject::connect(binder, &PluginBinder::buildFinished, buildControl.get(), &BuildControl::buildFinished);
-    QObject::connect(binder, &PluginBinder::xmlFeedback, buildControl.get(), &BuildControl::xmlFeedback);
+    QObject::connect(binder, &PluginBinder::xmlFeedback, buildControl.get(), &BuildControl::replaceContents);
     QObject::connect(binder, &PluginBinder::programStatusChanged, debug, &DebugControl::programStatusChanged);
     QObject::connect(binder, &PluginBinder::statusInfo, debug, &DebugControl::statusInfo);
     QObject::connect(binder, &PluginBinder::breakpointsChanged, debug, &DebugControl::breakpointsChanged);

@@ -110,12 +110,12 @@ void MemoryWindow::enableControls()
 
 /// Calls the plug-in, which may call back. Returns whether this object, and its memory, are still there afterwards.
 template <typename Call>
-bool MemoryWindow::ask(const char *operation, const Call &call)
+bool MemoryWindow::ask(const Call &call)
 {
     const InterfacePtr<IMemory> memory = shareInterface(m_memory.get());
     const QPointer<MemoryWindow> self(this);
     m_asking = true;
-    runPlugin(operation, [&] { call(*memory); });
+    call(memory);
     if (!self)
         return false;
     m_asking = false;
@@ -144,7 +144,7 @@ void MemoryWindow::update()
     if (m_outdated)
         return;
     QList<MemoryRegion> regions;
-    if (ask("IMemory::regions", [&](IMemory &memory) { regions = memory.regions(); }))
+    if (ask([&](const auto &memory) { regions = askPlugin<&IMemory::regions>(memory); }))
         setRegions(regions);
 }
 
@@ -298,10 +298,10 @@ void MemoryWindow::readLive()
     MemoryCache cache{m_region.id, memoryMode(m_width), m_address, {}};
     const int count = cellsToRead();
     bool read = false;
-    const auto call = [&](IMemory &) {
-        read = live->readLive(cache.region, cache.mode, cache.address, count, cache.block);
+    const auto call = [&](const auto &) {
+        read = askPlugin<&ILiveMemory::readLive>(live, cache.region, cache.mode, cache.address, count, cache.block);
     };
-    if (count <= 0 || !ask("ILiveMemory::readLive", call) || !read)
+    if (count <= 0 || !ask(call) || !read)
         return;
     m_cache = cache;
     showCells();
@@ -329,10 +329,10 @@ bool MemoryWindow::readBlock()
 {
     MemoryCache cache{m_region.id, memoryMode(m_width), m_address, {}};
     const int count = cellsToRead();
-    const auto read = [&](IMemory &memory) {
-        memory.readBlock(cache.region, cache.mode, cache.address, count, cache.block);
+    const auto read = [&](const auto &memory) {
+        runPlugin<&IMemory::readBlock>(memory, cache.region, cache.mode, cache.address, count, cache.block);
     };
-    if (count > 0 && !ask("IMemory::readBlock", read))
+    if (count > 0 && !ask(read))
         return false;
     m_cache = cache;
     return true;
@@ -428,8 +428,10 @@ void MemoryWindow::userUpdateMemory()
     const int region = m_region.id;
     const int mode = memoryMode(m_width);
     for (const Change &change : changed) {
-        if (!ask("IMemory::write",
-                 [&](IMemory &memory) { memory.write(region, mode, change.address, change.value, false); }))
+        const auto write = [&](const auto &memory) {
+            runPlugin<&IMemory::write>(memory, region, mode, change.address, change.value, false);
+        };
+        if (!ask(write))
             return;
     }
     const QPointer<MemoryWindow> self(this);

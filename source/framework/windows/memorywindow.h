@@ -69,7 +69,7 @@ private:
     void connectControls();
     void enableControls();
     template <typename Call>
-    bool ask(const char *operation, const Call &call);
+    bool ask(const Call &call);
 
     void setRegions(const QList<MemoryRegion> &regions);
     void showRegionNames();
