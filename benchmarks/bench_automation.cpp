@@ -1,6 +1,7 @@
 // The automation server: commands per second over the loopback device, one at a time and many at once, on a window with
 // 1,000 objects. The peer of the first is an echo server. Also the processor time of an idle server.
 #include "../tests/framework/fakeservices.h"
+#include "activity.h"
 #include "objectmodel.h"
 #include "qtrunnerserver.h"
 #include <benchmark/benchmark.h>
@@ -39,7 +40,8 @@ public:
     }
 
     FakeServices host;
-    ObjectModel model{host};
+    Activity activity;
+    ObjectModel model{activity, host};
     QtRunnerServer server{0, QHostAddress::LocalHost, &model, this};
 };
 

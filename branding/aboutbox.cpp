@@ -1,12 +1,14 @@
 #include "branding.h"
 #include <patchlevel.h>
 #include <QApplication>
+#include <QClipboard>
 #include <QDialog>
 #include <QDialogButtonBox>
 #include <QGridLayout>
 #include <QLabel>
 #include <QListWidget>
 #include <QPainter>
+#include <QPlainTextEdit>
 #include <QPushButton>
 #include <QSvgRenderer>
 
@@ -43,6 +45,7 @@ QListWidget *pluginList(const QStringList &names)
 {
     auto *list = new QListWidget;
     list->setObjectName(u"pluginList"_s);
+    list->setAccessibleName(tr("Plug-ins"));
     list->setSelectionMode(QAbstractItemView::NoSelection);
     list->addItems(names);
     if (names.isEmpty())
@@ -50,6 +53,35 @@ QListWidget *pluginList(const QStringList &names)
     list->setMinimumSize(320, 96);
     list->setSizeAdjustPolicy(QAbstractScrollArea::AdjustToContents);
     return list;
+}
+
+/// Hidden until the program sets a text.
+QPlainTextEdit *detailsText()
+{
+    auto *details = new QPlainTextEdit;
+    details->setObjectName(u"detailsText"_s);
+    details->setAccessibleName(tr("Versions"));
+    details->setReadOnly(true);
+    details->setTabChangesFocus(true);
+    details->setTextInteractionFlags(Qt::TextSelectableByKeyboard | Qt::TextSelectableByMouse);
+    details->setLineWrapMode(QPlainTextEdit::NoWrap);
+    details->hide();
+    QObject::connect(details, &QPlainTextEdit::textChanged, details, [details] { details->setVisible(true); });
+    return details;
+}
+
+/// All that the box says, for the clipboard.
+QString boxText(const QDialog &dialog)
+{
+    QStringList lines;
+    for (const QLabel *label : dialog.findChildren<QLabel *>())
+        lines.append(label->text());
+    const auto *list = dialog.findChild<QListWidget *>();
+    for (int row = 0; row < list->count(); ++row)
+        lines.append(u"  "_s + list->item(row)->text());
+    lines.append(dialog.findChild<QPlainTextEdit *>()->toPlainText());
+    lines.removeAll(QString());
+    return lines.join(u'\n') + u'\n';
 }
 
 void enlarge(QLabel *label)
@@ -87,7 +119,12 @@ QDialog *aboutBox(const QStringList &names, const QString &text)
     QPushButton *ok = buttons->button(QDialogButtonBox::Ok);
     ok->setDefault(true);
     QObject::connect(buttons, &QDialogButtonBox::accepted, dialog, &QDialog::accept);
-    layout->addWidget(buttons, 6, 0, 1, 2);
+    QPushButton *copy = buttons->addButton(tr("&Copy"), QDialogButtonBox::ActionRole);
+    copy->setObjectName(u"copyButton"_s);
+    QObject::connect(copy, &QPushButton::clicked, dialog,
+                     [dialog] { QGuiApplication::clipboard()->setText(boxText(*dialog)); });
+    layout->addWidget(detailsText(), 6, 1);
+    layout->addWidget(buttons, 7, 0, 1, 2);
     ok->setFocus();
     return dialog;
 }

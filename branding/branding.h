@@ -12,4 +12,6 @@ class QPixmap;
 extern "C" Q_DECL_EXPORT QPixmap *splashScreenPixmap(const QString &version);
 
 /// The about box. @p text is the version line, @p names are the plug-ins in the order of their discovery.
+/// If the box has a QPlainTextEdit "detailsText", the program sets its text while the box is open: the commit, and the
+/// versions of libraries and tools.
 extern "C" Q_DECL_EXPORT QDialog *aboutBox(const QStringList &names, const QString &text);

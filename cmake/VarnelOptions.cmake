@@ -40,6 +40,9 @@ target_compile_definitions(varnel_options INTERFACE QT_NO_KEYWORDS QT_NO_CAST_FR
 target_compile_options(varnel_options INTERFACE
     -Wall -Wextra -Wpedantic -Woverloaded-virtual -Wcast-align -Werror
     $<$<CXX_COMPILER_ID:GNU>:-fpch-preprocess>)
+if(CMAKE_BUILD_TYPE STREQUAL "Release") # no path of the build gets into packages
+    target_compile_options(varnel_options INTERFACE "-ffile-prefix-map=${PROJECT_BINARY_DIR}/=" "-ffile-prefix-map=${PROJECT_SOURCE_DIR}/=")
+endif()
 if(VARNEL_SANITIZE)
     target_compile_options(varnel_options INTERFACE -fsanitize=${VARNEL_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
     target_link_options(varnel_options INTERFACE -fsanitize=${VARNEL_SANITIZE})

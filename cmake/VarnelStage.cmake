@@ -42,5 +42,12 @@ function(varnel_finish_stage)
     add_dependencies(varnel_staged_files ${target})
 endfunction()
 
+# The commit, which the about box shows. It is written again only when it changes.
+add_custom_target(varnel_commit
+    COMMAND ${CMAKE_COMMAND} "-DSOURCE=${PROJECT_SOURCE_DIR}" "-DTARGET=${VARNEL_STAGE}/data/commit"
+        -P "${CMAKE_CURRENT_LIST_DIR}/commit.cmake"
+    VERBATIM)
+add_dependencies(varnel_staged_files varnel_commit)
+
 file(MAKE_DIRECTORY "${VARNEL_STAGE}/bin" "${VARNEL_STAGE}/plugins")
 install(DIRECTORY "${VARNEL_STAGE}/" DESTINATION . USE_SOURCE_PERMISSIONS)

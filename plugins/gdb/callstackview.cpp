@@ -30,6 +30,8 @@ CallStackView::CallStackView(GdbSession *session, QWidget *parent)
     layout->addWidget(m_threads);
     layout->addWidget(m_frames);
     m_threads->hide();
+    m_threads->setAccessibleName(tr("Thread"));
+    m_frames->setAccessibleName(tr("Call stack"));
     m_frames->setObjectName(u"framesTree"_s);
     m_frames->setRootIsDecorated(false);
     m_frames->setHeaderLabels({tr("Level"), tr("Function"), tr("Place")});

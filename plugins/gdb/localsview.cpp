@@ -58,6 +58,7 @@ LocalsView::LocalsView(GdbSession *session, QWidget *parent)
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(m_tree);
     m_tree->setObjectName(u"localsTree"_s);
+    m_tree->setAccessibleName(tr("Locals"));
     m_tree->setItemDelegate(new ValueDelegate(m_tree));
     m_tree->setHeaderLabels({tr("Name"), tr("Value")});
     m_tree->header()->setSectionResizeMode(NameColumn, QHeaderView::ResizeToContents);

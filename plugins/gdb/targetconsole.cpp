@@ -20,6 +20,8 @@ TargetConsole::TargetConsole(QWidget *parent) : QWidget(parent), m_text(new QPla
     layout->addWidget(m_text);
     layout->addWidget(m_input);
     m_text->setReadOnly(true);
+    m_text->setAccessibleName(tr("Output of the program"));
+    m_input->setAccessibleName(tr("Line to send to the program"));
     m_text->setLineWrapMode(QPlainTextEdit::NoWrap);
     m_text->setMaximumBlockCount(MostLines);
     m_text->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));

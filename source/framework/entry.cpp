@@ -5,7 +5,10 @@
 #include "mainwindow.h"
 #include "messages.h"
 #include "optionscommands.h"
+#include "warninglog.h"
 #include "windowgeometry.h"
+#include <cstdio>
+#include <QFile>
 #include <QScreen>
 #include <QSettings>
 
@@ -18,22 +21,34 @@ public:
     explicit WindowCommandLine(MainWindow &window) : m_window(window) {}
     void startServer(quint16 port) override
     {
+        m_unattended = true;
         m_window.runScriptsUnasked();
         startAutomation(port, &m_window, m_window.objectModel(), *IDEApplication::instance()->settings());
     }
     void openProject(const QString &path) override
     {
-        m_window.disableSessions();
+        chooseSession();
         m_window.openProject(path, false);
     }
     void openWorkspace(const QString &path) override
     {
-        m_window.disableSessions();
+        chooseSession();
         m_window.openWorkspace(path, false);
     }
+    void openNamed(const QString &path) override
+    {
+        m_window.skipLastRun();
+        m_named.append(path);
+    }
+    [[nodiscard]] QStringList named() const { return m_named; }
 
 private:
+    /// A test driver gets the workspace and nothing else.
+    void chooseSession() { m_unattended ? m_window.disableSessions() : m_window.skipLastRun(); }
+
     MainWindow &m_window;
+    QStringList m_named;
+    bool m_unattended = false;
 };
 
 void showWhereItWasLeft(MainWindow &window, QSettings &settings)
@@ -47,6 +62,14 @@ void showWhereItWasLeft(MainWindow &window, QSettings &settings)
 
 int runVarnel(int &argc, char **argv)
 {
+    QStringList arguments;
+    for (int i = 0; i < argc; ++i)
+        arguments.append(QFile::decodeName(argv[i]));
+    if (const QString answer = commandLineAnswer(arguments, IDEApplication::version()); !answer.isNull()) {
+        std::fputs(qPrintable(answer), stdout); // before the application: it needs a display
+        return 0;
+    }
+    const WarningLog log;
     IDEApplication application(argc, argv);
     return runMainWindow(application);
 }
@@ -67,6 +90,12 @@ int runMainWindow(IDEApplication &application)
     }
     if (readMoreOptions(*application.settings()).startPage)
         window.helpHome();
-    QMetaObject::invokeMethod(&window, &MainWindow::continueLastRun, Qt::QueuedConnection);
+    QMetaObject::invokeMethod(
+        &window,
+        [&window, named = target.named()] {
+            window.openNamed(named);
+            window.continueLastRun();
+        },
+        Qt::QueuedConnection);
     return QApplication::exec();
 }

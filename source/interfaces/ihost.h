@@ -15,7 +15,7 @@ struct Diagnostic
     int severity = Error;
     QString file;   ///< absolute, or relative to the project; empty for a message without a place
     int line = 0;   ///< counts from 1; 0 if it is not known
-    int column = 0; ///< counts from 1; 0 if it is not known
+    int column = 0; ///< counts from 1 and a tab up to the next multiple of 8; 0 if it is not known
     QString text;
     QString code; ///< the tool's name of the message, "-Wshadow"; may be empty
 };

@@ -1,4 +1,5 @@
 #include "markerwidget.h"
+#include "accessibleviews.h"
 #include "scrollview.h"
 #include <QHelpEvent>
 #include <QPainter>
@@ -8,6 +9,7 @@ using namespace Qt::StringLiterals;
 
 MarkerWidget::MarkerWidget(ScrollView *view, QWidget *parent) : QWidget(parent), m_view(view)
 {
+    installAccessibleViews();
     setCursor(Qt::ArrowCursor);
 }
 

@@ -89,12 +89,14 @@ QWidget *PropertyEditor::makeLeftSide()
     m_filterEdit = new QLineEdit(side);
     m_filterEdit->setObjectName(u"FilterEdit"_s);
     m_filterEdit->setPlaceholderText(tr("Filter"));
+    m_filterEdit->setAccessibleName(tr("Filter"));
     m_filterEdit->setToolTip(tr("Shows the properties of all pages that contain this text"));
     m_filterEdit->setClearButtonEnabled(true);
     m_filterEdit->installEventFilter(this);
     layout->addWidget(m_filterEdit);
     m_groupTree = new ListView(side);
     m_groupTree->setObjectName(u"GroupTree"_s);
+    m_groupTree->setAccessibleName(tr("Pages"));
     m_groupTree->setHeaderLabels({u"Column1"_s});
     m_groupTree->setHeaderHidden(true);
     m_groupTree->setIndentation(14);
@@ -110,10 +112,12 @@ QWidget *PropertyEditor::makeRightSide()
     layout->setContentsMargins(0, 0, 0, 0);
     m_list = new PropertyList(tr("Property"), tr("Value"), side);
     m_list->setObjectName(u"PropertyList"_s);
+    m_list->setAccessibleName(tr("Properties"));
     m_list->setMinimumSize(MinimumListSize);
     layout->addWidget(m_list);
     m_helpView = new QTextBrowser(side);
     m_helpView->setObjectName(u"HelpView"_s);
+    m_helpView->setAccessibleName(tr("Description"));
     m_helpView->setFixedHeight(HelpHeight);
     layout->addWidget(m_helpView);
     return side;

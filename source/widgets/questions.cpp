@@ -32,24 +32,44 @@ QStringList ask(QWidget *parent, const FileQuestion &question, QFileDialog::Acce
         dialog->selectNameFilter(question.selectedFilter);
     widenFilter(*dialog);
     const bool accepted = dialog->exec() == QDialog::Accepted && dialog;
-    const QStringList files = accepted ? dialog->selectedFiles() : QStringList();
+    QStringList files = accepted ? dialog->selectedFiles() : QStringList();
     delete dialog;
     return files;
 }
-} // namespace
 
-std::optional<QString> askForText(QWidget *parent, const QString &label, const QString &text)
+/// @p prepare sets what can be entered.
+std::optional<QString> askForValue(QWidget *parent, const QString &label,
+                                   const std::function<void(QInputDialog &)> &prepare)
 {
     const QPointer<QInputDialog> dialog = new QInputDialog(parent);
     dialog->setObjectName(u"inputDialog"_s);
     dialog->setWindowTitle(messageCaption());
+    prepare(*dialog);
     dialog->setLabelText(QString(label).replace(u'&', u"&&"_s)); // the label may contain names
     dialog->findChild<QLabel *>()->setTextFormat(Qt::PlainText);
-    dialog->setTextValue(text);
     const bool accepted = dialog->exec() == QDialog::Accepted && dialog;
-    const std::optional<QString> answer = accepted ? std::optional(dialog->textValue()) : std::nullopt;
+    std::optional<QString> answer = accepted ? std::optional(dialog->textValue()) : std::nullopt;
     delete dialog;
     return answer;
+}
+} // namespace
+
+std::optional<QString> askForText(QWidget *parent, const QString &label, const QString &text, const QString &caption)
+{
+    return askForValue(parent, label, [&](QInputDialog &dialog) {
+        dialog.setTextValue(text);
+        if (!caption.isNull())
+            dialog.setWindowTitle(caption);
+    });
+}
+
+std::optional<QString> askForItem(QWidget *parent, const QString &label, const QStringList &items)
+{
+    return askForValue(parent, label, [&](QInputDialog &dialog) {
+        dialog.setOption(QInputDialog::UseListViewForComboBoxItems);
+        dialog.setComboBoxItems(items);
+        dialog.setTextValue(items.value(0));
+    });
 }
 
 QStringList askForOpenFiles(QWidget *parent, const FileQuestion &question)

@@ -6,7 +6,12 @@ class QWidget;
 // Dialogs that ask one question each.
 
 /// Asks for a line of text under @p label, with the initial text @p text ("inputDialog"). Nothing if the user cancels.
-[[nodiscard]] std::optional<QString> askForText(QWidget *parent, const QString &label, const QString &text);
+/// A null caption stands for that of all messages.
+[[nodiscard]] std::optional<QString> askForText(QWidget *parent, const QString &label, const QString &text,
+                                                const QString &caption = {});
+
+/// Asks for one of @p items, the first being selected ("inputDialog"). Nothing if the user cancels.
+[[nodiscard]] std::optional<QString> askForItem(QWidget *parent, const QString &label, const QStringList &items);
 
 /// The properties of a file dialog. The filter is a list of entries, as in "Python Files (*.py);;All Files (*.*)";
 /// "*.*" means all files, with or without a dot.

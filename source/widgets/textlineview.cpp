@@ -1,4 +1,5 @@
 #include "textlineview.h"
+#include "accessibleviews.h"
 #include "linesource.h"
 #include <QApplication>
 #include <QClipboard>
@@ -23,6 +24,7 @@ int stepsBeyond(int position, int end, int unit)
 
 TextLineView::TextLineView(ILineSource *lineSource, QWidget *parent) : ScrollView(parent), m_lineSource(lineSource)
 {
+    installAccessibleViews();
     setFocusPolicy(Qt::StrongFocus);
     viewport()->setCursor(Qt::IBeamCursor);
     QPalette colours = palette();

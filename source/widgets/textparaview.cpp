@@ -1,4 +1,5 @@
 #include "textparaview.h"
+#include "accessibleviews.h"
 #include "linesource.h"
 #include "parascrollbar.h"
 #include <QApplication>
@@ -16,6 +17,7 @@ constexpr int CachedParas = 20'000;
 TextParaView::TextParaView(IParaSource *paraSource, QWidget *parent)
     : ScrollView(parent, Vertical::Own), m_paraSource(paraSource), m_bar(new ParaScrollBar), m_paras(CachedParas)
 {
+    installAccessibleViews();
     setFocusPolicy(Qt::StrongFocus);
     setVerticalScrollBar(m_bar);
     setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);

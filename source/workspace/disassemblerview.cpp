@@ -71,6 +71,7 @@ void DisassemblerView::layOut()
     m_paras->setObjectName(name + u"/lines"_s);
     m_paras->viewport()->setObjectName(name + u"/text"_s);
     m_margin->setObjectName(name + u"/margin"_s);
+    m_paras->setAccessibleName(tr("Machine instructions"));
     QFont plain = QApplication::font();
     plain.setResolveMask(QFont::AllPropertiesResolved); // not the view's font
     m_bar->setFont(plain);

@@ -1,13 +1,43 @@
 #include "helpbrowser.h"
 #include "wholefile.h"
+#include <algorithm>
+#include <QEvent>
 #include <QFileInfo>
 #include <QImage>
 #include <QRegularExpression>
+#include <QScrollBar>
 #include <QStringDecoder>
 
 using namespace Qt::StringLiterals;
 
 namespace {
+constexpr int PageMargin = 24;   // pixels
+constexpr int LongestLine = 130; // characters of average width
+
+QString mixed(const QColor &base, const QColor &other, qreal share)
+{
+    const auto mix = [share](int a, int b) { return int(a + (b - a) * share); };
+    return QColor(mix(base.red(), other.red()), mix(base.green(), other.green()), mix(base.blue(), other.blue()))
+        .name();
+}
+
+/// Some dark palettes keep the blue of links that is meant for white.
+QString readable(const QColor &link, const QColor &base, const QColor &text)
+{
+    constexpr int LeastDifference = 90; // of brightness, from 0 to 255
+    const bool isReadable = qAbs(qGray(link.rgb()) - qGray(base.rgb())) >= LeastDifference;
+    return isReadable ? link.name() : mixed(link, text, 0.6);
+}
+
+/// Adds boxes around code and pictures: only table cells have a background with a margin, and a border.
+QString withBoxes(QString page)
+{
+    static const QRegularExpression picture(u"<p class=\"picture\">(<img[^>]*>)</p>"_s);
+    return page.replace(picture, u"<table class=\"picture\"><tr><td>\\1</td></tr></table>"_s)
+        .replace(u"<pre>"_s, u"<table class=\"code\" width=\"100%\"><tr><td><pre>"_s)
+        .replace(u"</pre>"_s, u"</pre></td></tr></table>"_s);
+}
+
 /// Without a picture, the toolkit would open the file itself, whatever it is.
 QImage missingPicture()
 {
@@ -17,10 +47,73 @@ QImage missingPicture()
 }
 } // namespace
 
+QString helpStyleSheet(const QPalette &palette)
+{
+    const QColor base = palette.color(QPalette::Base);
+    const QColor text = palette.color(QPalette::Text);
+    const QString link = readable(palette.color(QPalette::Link), base, text);
+    const QString shade = mixed(base, text, 0.07);
+    const QString line = mixed(base, text, 0.25);
+    const QString accent = mixed(base, palette.color(QPalette::Highlight), 0.12);
+    return u"h1 { font-size: 22pt; font-weight: 300; margin-top: 4px; margin-bottom: 14px; }"
+           "h2 { font-size: 14pt; font-weight: 600; margin-top: 26px; margin-bottom: 8px; }"
+           "h3 { font-size: 11pt; font-weight: 600; margin-top: 18px; margin-bottom: 4px; }"
+           "p, li, dd, dt { line-height: 135%; }"
+           "p { margin-top: 0px; margin-bottom: 10px; }"
+           "li { margin-bottom: 4px; }"
+           "a { color: %1; text-decoration: none; }"
+           "code, pre, kbd { font-family: monospace; }"
+           "code, kbd { background-color: %2; }"
+           "pre { margin: 0px; }"
+           "table { border-collapse: collapse; border: 1px solid %3; margin-top: 6px; margin-bottom: 14px; }"
+           "th { background-color: %2; padding: 5px 9px 5px 9px; text-align: left; border: 1px solid %3; }"
+           "td { padding: 5px 9px 5px 9px; border: 1px solid %3; }"
+           "table.plain { border: none; margin-bottom: 0px; } table.plain td { border: none; padding: 4px 24px 4px "
+           "0px; }"
+           "table.note { border: none; } table.note td { background-color: %4; padding: 9px 14px 9px 14px; border: "
+           "none; }"
+           "table.code { border: none; } table.code td { background-color: %2; padding: 9px 14px 9px 14px; border: "
+           "none; }"
+           "table.picture { margin-top: 12px; margin-bottom: 16px; } table.picture td { padding: 0px; }"_s.arg(
+               link, shade, line, accent);
+}
+
 HelpBrowser::HelpBrowser(const HelpSite &site, QWidget *parent) : QTextBrowser(parent), m_site(site)
 {
     setFrameStyle(QFrame::NoFrame);
     setOpenLinks(false);
+    document()->setDocumentMargin(PageMargin);
+    setLineWrapMode(FixedPixelWidth);
+    updateStyle();
+}
+
+void HelpBrowser::updateStyle()
+{
+    document()->setDefaultStyleSheet(helpStyleSheet(palette()));
+}
+
+/// Shows the page in the new colours, at the same place.
+void HelpBrowser::changeEvent(QEvent *event)
+{
+    QTextBrowser::changeEvent(event);
+    if (event->type() != QEvent::PaletteChange && event->type() != QEvent::StyleChange)
+        return;
+    const QString style = helpStyleSheet(palette());
+    if (style == document()->defaultStyleSheet())
+        return;
+    updateStyle();
+    const int position = verticalScrollBar()->value();
+    if (source().isValid())
+        reload();
+    verticalScrollBar()->setValue(position);
+}
+
+/// Lines do not grow beyond what is easy to read.
+void HelpBrowser::resizeEvent(QResizeEvent *event)
+{
+    const int widest = fontMetrics().averageCharWidth() * LongestLine;
+    setLineWrapColumnOrWidth(std::min(viewport()->width(), widest));
+    QTextBrowser::resizeEvent(event);
 }
 
 QVariant HelpBrowser::loadResource(int type, const QUrl &name)
@@ -48,5 +141,5 @@ QString HelpBrowser::page(const QString &path) const
     text.replace(execute, u"\\1execute:"_s);
     if (m_site.host && m_site.trusts(path))
         text = m_site.host->filledIn(text);
-    return text.isEmpty() ? u" "_s : text;
+    return text.isEmpty() ? u" "_s : withBoxes(text);
 }

@@ -18,8 +18,16 @@ public:
 
     QVariant loadResource(int type, const QUrl &name) override;
 
+protected:
+    void changeEvent(QEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
+
 private:
     [[nodiscard]] QString page(const QString &path) const;
+    void updateStyle();
 
     const HelpSite &m_site;
 };
+
+/// The style sheet of pages in the colours of @p palette, which may be light or dark.
+[[nodiscard]] QString helpStyleSheet(const QPalette &palette);

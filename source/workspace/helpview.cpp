@@ -13,6 +13,7 @@
 #include <QPointer>
 #include <QPrintDialog>
 #include <QPrinter>
+#include <QScrollBar>
 #include <QTextBlock>
 
 using namespace Qt::StringLiterals;
@@ -22,6 +23,7 @@ HelpView::HelpView(Document *document, const HelpSite &site, QWidget *parent)
 {
     VARNEL_ASSERT(document->inherits("HelpDocument"));
     m_browser->setObjectName(u"HelpBrowser"_s);
+    m_browser->setAccessibleName(tr("Help page"));
     m_browser->installEventFilter(this);
     auto *layout = new QHBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
@@ -180,6 +182,14 @@ bool HelpView::useHost(const QUrl &link)
 }
 
 // Navigation --------------------------------------------------------------
+
+void HelpView::showAnchor(const QString &name)
+{
+    if (name.isEmpty())
+        m_browser->verticalScrollBar()->setValue(0);
+    else
+        m_browser->scrollToAnchor(name);
+}
 
 void HelpView::gotoLine(int line)
 {

@@ -22,6 +22,8 @@ public:
     /// Goes to the page of the document. If only formats and settings have changed, the user stays on the present page.
     void update(View *source, bool full) override;
 
+    void showAnchor(const QString &name); ///< Scrolls to a place of the page; an empty name is its start.
+
     void gotoLine(int line) override;
     /// Starts at the selection if there is one and @p fromCursor is set, otherwise at the start of the page, or at its
     /// end if the search goes backward.

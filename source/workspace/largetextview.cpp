@@ -55,6 +55,7 @@ void LargeTextView::layOut()
     m_lines->setObjectName(file + u"/lines"_s);
     m_lines->viewport()->setObjectName(file + u"/text"_s);
     m_margin->setObjectName(file + u"/margin"_s);
+    m_lines->setAccessibleName(tr("Text of %1").arg(file));
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);
@@ -89,7 +90,7 @@ void LargeTextView::connectDocument()
 void LargeTextView::connectFindBar()
 {
     connect(m_bar, &LargeTextBar::findRequested, this, &LargeTextView::openFindBar);
-    connect(m_findBar, &LargeTextFindBar::startRequested, this, &LargeTextView::findFromCursor);
+    connect(m_findBar, &LargeTextFindBar::startRequested, this, &LargeTextView::findAgain);
     connect(m_findBar, &LargeTextFindBar::found, this, &LargeTextView::showMatch);
     connect(m_findBar, &LargeTextFindBar::closed, this, [this] {
         m_findBar->search().cancel();
@@ -254,7 +255,7 @@ void LargeTextView::startFind(const BytePattern &pattern, bool forward, bool fro
 {
     m_findBar->prepare(pattern);
     if (fromCursor)
-        findFromCursor(forward);
+        findAgain(forward);
     else
         m_findBar->searchFrom(forward ? 0 : m_text->size(), forward);
 }
@@ -263,14 +264,14 @@ void LargeTextView::startFind(const BytePattern &pattern, bool forward, bool fro
 void LargeTextView::keyPressEvent(QKeyEvent *event)
 {
     if (event->matches(QKeySequence::FindNext))
-        findFromCursor(true);
+        findAgain(true);
     else if (event->matches(QKeySequence::FindPrevious))
-        findFromCursor(false);
+        findAgain(false);
     else
         View::keyPressEvent(event);
 }
 
-void LargeTextView::findFromCursor(bool forward)
+void LargeTextView::findAgain(bool forward)
 {
     const TextLineView::Place from = !m_lines->hasSelection() ? m_lines->cursorPlace()
                                      : forward                ? m_lines->selectionEnd()

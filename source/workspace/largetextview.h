@@ -47,6 +47,7 @@ public:
     /// Searches on a thread, for commands of the user: the find bar shows what comes of it. An empty text ends the
     /// search.
     void startFind(const BytePattern &pattern, bool forward, bool fromCursor);
+    void findAgain(bool forward); ///< what the find bar holds
 
 Q_SIGNALS:
     void toggleBreakpoint(int line); ///< counts from 1
@@ -65,7 +66,6 @@ private:
     void restoreLines();
     void showEnd();
     void showMatch(qint64 offset, qint64 length);
-    void findFromCursor(bool forward);
 
     LargeTextDocument *const m_text;
     const FormatTable *const m_formats;

@@ -48,6 +48,7 @@ TabbedViewManager::TabbedViewManager(QWidget *parent)
     : ViewManager(parent), m_tabBar(new QTabBar), m_closeButton(new QToolButton), m_stack(new QStackedWidget)
 {
     m_tabBar->setObjectName(u"viewManagerTabBar"_s);
+    m_tabBar->setAccessibleName(tr("Open windows"));
     m_tabBar->setExpanding(false);
     m_tabBar->setUsesScrollButtons(true);
     m_tabBar->installEventFilter(this);
@@ -55,6 +56,7 @@ TabbedViewManager::TabbedViewManager(QWidget *parent)
     m_closeButton->setEnabled(false);
     m_closeButton->setIcon(QIcon(new CrossIcon));
     m_closeButton->setToolTip(tr("Close"));
+    m_closeButton->setAccessibleName(tr("Close"));
 
     auto *row = new QHBoxLayout;
     row->setContentsMargins(0, 0, 0, 0);

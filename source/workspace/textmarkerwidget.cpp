@@ -1,4 +1,5 @@
 #include "textmarkerwidget.h"
+#include "accessibleviews.h"
 #include "editorhost.h"
 #include "paragdata.h"
 #include "textdocument.h"
@@ -14,11 +15,31 @@ using namespace Qt::StringLiterals;
 
 namespace {
 constexpr int NumberSpace = 4; ///< pixels behind the numbers
+
+QAccessibleInterface *makeInterface(const QString &className, QObject *object)
+{
+    if (className != "TextMarkerWidget"_L1)
+        return nullptr;
+    auto *margin = qobject_cast<TextMarkerWidget *>(object);
+    return margin ? new AccessibleMargin(margin, [margin] { return margin->markers(); }) : nullptr;
+}
 } // namespace
 
 TextMarkerWidget::TextMarkerWidget(TextViewEdit *edit) : QWidget(edit), m_edit(edit)
 {
+    static const bool installed = (QAccessible::installFactory(makeInterface), true);
+    Q_UNUSED(installed)
     setCursor(Qt::ArrowCursor);
+}
+
+QMap<int, int> TextMarkerWidget::markers() const
+{
+    QMap<int, int> result;
+    for (const TextViewEdit::Line &line : m_edit->linesAt(0, m_edit->viewport()->height())) {
+        if (const ParagData *data = paragDataOf(line.block); data && data->marker)
+            result.insert(line.block.blockNumber() + 1, int(data->marker));
+    }
+    return result;
 }
 
 void TextMarkerWidget::paintEvent(QPaintEvent *event)

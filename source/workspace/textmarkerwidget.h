@@ -13,6 +13,8 @@ public:
     explicit TextMarkerWidget(TextViewEdit *edit);
 
     [[nodiscard]] int wantedWidth() const; ///< pixels, with the numbers
+    /// The marks of the lines on screen, which count from 1.
+    [[nodiscard]] QMap<int, int> markers() const;
 
 Q_SIGNALS:
     void toggleBreakpoint(int line); ///< counts from 1

@@ -77,6 +77,7 @@ TextViewEdit *TextView::addPane()
     connect(
         pane, &TextViewEdit::becameSmall, this, [this, pane] { paneBecameSmall(pane); },
         Qt::QueuedConnection); // not while the splitter arranges its children
+    pane->markMatches(m_marked);
     m_edits.append(pane);
     m_splitter->addWidget(pane);
     return pane;
@@ -357,6 +358,50 @@ void TextView::gotoLine(int line)
     m_current->setTextCursor(cursor);
     m_current->showBlock(block);
     m_textDocument->clearBracketMatch();
+}
+
+/// Compilers count the columns of a terminal.
+void TextView::gotoColumn(int column)
+{
+    QTextCursor cursor = m_current->textCursor();
+    const QString text = cursor.block().text();
+    int index = 0;
+    for (int reached = 1; reached < column && index < text.size(); ++index)
+        reached = text[index] == u'\t' ? (reached + 7) / 8 * 8 + 1 : reached + 1;
+    cursor.setPosition(cursor.block().position() + index);
+    m_current->setTextCursor(cursor);
+}
+
+bool TextView::find(const TextPattern &pattern, bool forward, bool fromCursor)
+{
+    return m_edits.first()->find(pattern, forward, fromCursor);
+}
+
+bool TextView::replace(const TextPattern &pattern, const QString &replacement, bool all)
+{
+    return m_edits.first()->replace(pattern, replacement, all);
+}
+
+bool TextView::replaceInSelection(const TextPattern &pattern, const QString &replacement)
+{
+    return m_edits.first()->replaceInSelection(pattern, replacement);
+}
+
+int TextView::replacedCount() const
+{
+    return m_edits.first()->replacedCount();
+}
+
+QRect TextView::selectionOnScreen() const
+{
+    return m_edits.first()->selectionOnScreen();
+}
+
+void TextView::markMatches(const std::shared_ptr<const TextPattern> &pattern)
+{
+    m_marked = pattern;
+    for (TextViewEdit *edit : std::as_const(m_edits))
+        edit->markMatches(pattern);
 }
 
 QString TextView::selectedText()

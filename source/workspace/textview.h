@@ -2,6 +2,7 @@
 #include "viewinterfaces.h"
 class QSplitter;
 class TextDocument;
+class TextPattern;
 class TextViewEdit;
 
 /// A view of a text file: one or more panes, one above the other.
@@ -44,6 +45,14 @@ public:
                          bool forward, bool fromCursor, bool all);
     virtual bool replaceInSelection(const QString &text, const QString &replacement, bool caseSensitive,
                                     bool wholeWord);
+    // The same for a pattern, which may be an expression
+    bool find(const TextPattern &pattern, bool forward, bool fromCursor);
+    bool replace(const TextPattern &pattern, const QString &replacement, bool all);
+    bool replaceInSelection(const TextPattern &pattern, const QString &replacement);
+    [[nodiscard]] int replacedCount() const;       ///< by the last call of a replacing function
+    [[nodiscard]] QRect selectionOnScreen() const; ///< in the pane that is searched
+    /// Marks every match in all panes; see TextViewEdit.
+    void markMatches(const std::shared_ptr<const TextPattern> &pattern);
     virtual void insert(const QString &text);
     /// Moves the cursor of the current pane; @p select extends the selection. Other numbers do nothing.
     virtual void moveCursor(CursorAction action, bool select);
@@ -54,6 +63,8 @@ public:
     [[nodiscard]] bool hasMarkerAtCursor(int mask) override;
 
     void gotoLine(int line) override;
+    /// Moves the cursor in its line to @p column, counted as in LookupPlace.
+    void gotoColumn(int column);
     bool find(const QString &text, bool caseSensitive, bool wholeWord, bool forward, bool fromCursor) override;
     [[nodiscard]] QString selectedText() override;
     void getCursorPosition(int *para, int *index) override;
@@ -91,5 +102,6 @@ private:
     TextDocument *const m_textDocument;
     QSplitter *m_splitter;
     QList<TextViewEdit *> m_edits;
+    std::shared_ptr<const TextPattern> m_marked; ///< for new panes
     TextViewEdit *m_current = nullptr;
 };

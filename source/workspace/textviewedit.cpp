@@ -5,7 +5,7 @@
 #include "textdocumenttemplate.h"
 #include "textindent.h"
 #include "textmarkerwidget.h"
-#include "textsearch.h"
+#include "textpattern.h"
 #include "textsplitterwidget.h"
 #include "textview.h"
 #include "varnelassert.h"
@@ -17,6 +17,7 @@
 #include <QRubberBand>
 #include <QScrollBar>
 #include <QStyle>
+#include <QTextLayout>
 
 using namespace Qt::StringLiterals;
 
@@ -25,6 +26,7 @@ constexpr int CollapseHeight = 20; ///< pixels
 constexpr QColor DarkCyan(0x12, 0x34,
                           0x38); ///< behind matched brackets on dark paper: a light colour would hide light text
 constexpr int LinesAround = 4;   ///< lines that stay visible around the target line
+constexpr qsizetype LongestMarkedLine = 10'000; ///< characters; the places of matches in longer ones take too long
 
 QTextDocument *keptDocument(QPlainTextEdit *edit)
 {
@@ -43,6 +45,7 @@ TextViewEdit::TextViewEdit(TextView *view, TextDocument *document)
     setMinimumSize(1, 1); // it is collapsed at a larger size
     const QString file = QFileInfo(document->filename()).fileName();
     m_margin->setObjectName(file + u"/margin"_s);
+    setAccessibleName(tr("Text of %1").arg(file));
     viewport()->setObjectName(file + u"/text"_s);
     refresh(true);
     setDocument(document->text());
@@ -141,6 +144,8 @@ void TextViewEdit::paintEvent(QPaintEvent *event)
     m_document->ensureProcessed(document()->findBlockByNumber(last));
     if (m_document->textTemplate()->showsCurrentLine())
         paintCurrentLine(event->rect());
+    if (m_marked && m_marked->canMatch())
+        paintMatches(event->rect());
     QPlainTextEdit::paintEvent(event);
 }
 
@@ -359,44 +364,56 @@ void TextViewEdit::select(qsizetype position, qsizetype length)
 
 bool TextViewEdit::find(const QString &text, bool caseSensitive, bool wholeWord, bool forward, bool fromCursor)
 {
-    const SearchOptions options{caseSensitive, wholeWord};
+    return find(TextPattern(text, {{caseSensitive, wholeWord}}), forward, fromCursor);
+}
+
+bool TextViewEdit::find(const TextPattern &pattern, bool forward, bool fromCursor)
+{
     const QString raw = m_document->rawText();
     const QTextCursor cursor = textCursor();
-    qsizetype match = -1;
+    std::optional<TextPattern::Match> match;
     if (forward) {
-        match = findForward(raw, text, options, fromCursor ? cursor.selectionEnd() : 0, raw.size());
+        match = pattern.forward(raw, fromCursor ? cursor.selectionEnd() : 0, raw.size());
     } else if (!fromCursor) {
-        match = findBackward(raw, text, options, raw.size());
+        match = pattern.backward(raw, raw.size());
     } else {
         const QTextBlock block = document()->findBlock(cursor.selectionStart());
-        const qsizetype from = cursor.selectionStart() - text.size();
-        match = findBackward(raw, text, options, std::max<qsizetype>(from, block.position() - 1));
+        const qsizetype length = pattern.options().regExp ? 1 : pattern.text().size();
+        const qsizetype from = cursor.selectionStart() - length;
+        match = pattern.backward(raw, std::max<qsizetype>(from, block.position() - 1));
     }
-    if (match < 0)
+    if (!match)
         return false;
-    select(match, text.size());
+    select(match->position, match->length);
     return true;
 }
 
 bool TextViewEdit::replace(const QString &text, const QString &replacement, bool caseSensitive, bool wholeWord, bool,
                            bool, bool all)
 {
-    const QString raw = m_document->rawText();
-    if (all)
-        return replaceMatches(raw, text, replacement, caseSensitive, wholeWord, 0, raw.size());
-    const qsizetype match =
-        findForward(raw, text, {caseSensitive, wholeWord}, textCursor().selectionStart(), raw.size());
-    if (match < 0)
-        return false;
-    select(match, text.size());
-    textCursor().insertText(replacement);
-    return find(text, caseSensitive, wholeWord, true, true);
+    return replace(TextPattern(text, {{caseSensitive, wholeWord}}), replacement, all);
 }
 
-bool TextViewEdit::replaceMatches(const QString &raw, const QString &text, const QString &replacement,
-                                  bool caseSensitive, bool wholeWord, qsizetype from, qsizetype end)
+bool TextViewEdit::replace(const TextPattern &pattern, const QString &replacement, bool all)
 {
-    const QList<Replacement> matches = findReplacements(raw, text, replacement, {caseSensitive, wholeWord}, from, end);
+    const QString raw = m_document->rawText();
+    if (all)
+        return replaceMatches(pattern, replacement, 0, raw.size());
+    m_replacedCount = 0;
+    const auto match = pattern.forward(raw, textCursor().selectionStart(), raw.size());
+    if (!match)
+        return false;
+    const auto replaced = pattern.replacements(raw, replacement, match->position, match->position + match->length);
+    select(match->position, match->length);
+    textCursor().insertText(replaced.isEmpty() ? replacement : replaced.first().text);
+    m_replacedCount = 1;
+    return find(pattern, true, true);
+}
+
+bool TextViewEdit::replaceMatches(const TextPattern &pattern, const QString &replacement, qsizetype from, qsizetype end)
+{
+    const QList<TextPattern::Replaced> matches = pattern.replacements(m_document->rawText(), replacement, from, end);
+    m_replacedCount = int(matches.size());
     if (matches.isEmpty())
         return false;
     QTextCursor cursor = textCursor();
@@ -404,7 +421,7 @@ bool TextViewEdit::replaceMatches(const QString &raw, const QString &text, const
     for (auto match = matches.crbegin(); match != matches.crend(); ++match) { // backwards: positions before stay valid
         cursor.setPosition(int(match->position));
         cursor.setPosition(int(match->position + match->length), QTextCursor::KeepAnchor);
-        cursor.insertText(replacement);
+        cursor.insertText(match->text);
     }
     cursor.endEditBlock();
     return true;
@@ -412,6 +429,11 @@ bool TextViewEdit::replaceMatches(const QString &raw, const QString &text, const
 
 bool TextViewEdit::replaceInSelection(const QString &text, const QString &replacement, bool caseSensitive,
                                       bool wholeWord)
+{
+    return replaceInSelection(TextPattern(text, {{caseSensitive, wholeWord}}), replacement);
+}
+
+bool TextViewEdit::replaceInSelection(const TextPattern &pattern, const QString &replacement)
 {
     const QTextCursor selection = textCursor();
     VARNEL_ASSERT_TEXT(selection.hasSelection(), "paraFrom != -1");
@@ -423,9 +445,7 @@ bool TextViewEdit::replaceInSelection(const QString &text, const QString &replac
     };
     const auto anchor = place(selection.anchor());
     const auto cursor = place(selection.position());
-    const QTextBlock last = document()->findBlock(selection.selectionEnd());
-    const bool replaced = replaceMatches(m_document->rawText(), text, replacement, caseSensitive, wholeWord,
-                                         selection.selectionStart(), last.position() + last.length() - 1);
+    const bool replaced = replaceMatches(pattern, replacement, selection.selectionStart(), selection.selectionEnd());
 
     const auto positionOf = [this](std::pair<int, int> place) {
         const QTextBlock block = document()->findBlockByNumber(place.first);
@@ -436,4 +456,42 @@ bool TextViewEdit::replaceInSelection(const QString &text, const QString &replac
     restored.setPosition(positionOf(cursor), QTextCursor::KeepAnchor);
     setTextCursor(restored);
     return replaced;
+}
+
+void TextViewEdit::markMatches(const std::shared_ptr<const TextPattern> &pattern)
+{
+    m_marked = pattern;
+    viewport()->update();
+}
+
+/// Below the text, like the band of the current line.
+void TextViewEdit::paintMatches(const QRect &rect)
+{
+    const bool isDark = m_document->paperColour().lightness() < 128;
+    const QColor colour = isDark ? QColor(255, 193, 7, 70) : QColor(255, 213, 79, 130);
+    QPainter painter(viewport());
+    for (const Line &line : linesAt(rect.top(), rect.bottom())) {
+        const QString text = line.block.text();
+        if (text.size() > LongestMarkedLine)
+            continue;
+        const QTextLine layout = line.block.layout()->lineAt(0);
+        for (auto match = m_marked->forward(text, 0, text.size()); match && layout.isValid();
+             match = m_marked->forward(text, match->position + match->length, text.size())) {
+            const qreal left = layout.cursorToX(int(match->position));
+            const qreal right = layout.cursorToX(int(match->position + match->length));
+            painter.fillRect(QRectF(line.rect.left() + contentOffset().x() + left, line.rect.top(), right - left,
+                                    line.rect.height()),
+                             colour);
+        }
+    }
+}
+
+QRect TextViewEdit::selectionOnScreen() const
+{
+    QTextCursor start = textCursor();
+    start.setPosition(textCursor().selectionStart());
+    QTextCursor end = textCursor();
+    end.setPosition(textCursor().selectionEnd());
+    const QRect rect = cursorRect(start).united(cursorRect(end));
+    return {viewport()->mapToGlobal(rect.topLeft()), rect.size()};
 }

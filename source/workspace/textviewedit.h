@@ -6,6 +6,7 @@ class QMenu;
 class QRubberBand;
 class TextDocument;
 class TextMarkerWidget;
+class TextPattern;
 class TextView;
 
 /// One pane of a text view: the editor with the margin on its left and the split handle above its scroll bar.
@@ -29,10 +30,21 @@ public:
     /// selected. With @p all replaces every match of the text and returns whether there was one.
     virtual bool replace(const QString &text, const QString &replacement, bool caseSensitive, bool wholeWord,
                          bool forward, bool fromCursor, bool all);
-    /// Replaces every match from the start of the selection to the end of its last line. The selection gets its former
-    /// lines and columns back.
+    /// Replaces every match that lies in the selection as a whole. The selection gets its former lines and columns
+    /// back.
     virtual bool replaceInSelection(const QString &text, const QString &replacement, bool caseSensitive,
                                     bool wholeWord);
+
+    // The same for a pattern, which may be an expression
+    bool find(const TextPattern &pattern, bool forward, bool fromCursor);
+    bool replace(const TextPattern &pattern, const QString &replacement, bool all);
+    bool replaceInSelection(const TextPattern &pattern, const QString &replacement);
+    /// How many matches the last call of a replacing function has replaced.
+    [[nodiscard]] int replacedCount() const { return m_replacedCount; }
+    /// Marks every match in the visible lines, also after the text was changed. A null pattern ends that.
+    void markMatches(const std::shared_ptr<const TextPattern> &pattern);
+    /// What the cursor or the selection covers of the screen.
+    [[nodiscard]] QRect selectionOnScreen() const;
 
     [[nodiscard]] TextDocument *textDocument() const { return m_document; }
     /// Shows changed markers; with @p full also changed formats.
@@ -71,8 +83,8 @@ private:
     void pressReturn(QKeyEvent *event);
     void showBracketMatch();
     void select(qsizetype position, qsizetype length);
-    bool replaceMatches(const QString &raw, const QString &text, const QString &replacement, bool caseSensitive,
-                        bool wholeWord, qsizetype from, qsizetype end);
+    bool replaceMatches(const TextPattern &pattern, const QString &replacement, qsizetype from, qsizetype end);
+    void paintMatches(const QRect &rect);
     void placeMargin();
     void paintCurrentLine(const QRect &rect);
     void refreshCurrentLine();
@@ -84,6 +96,8 @@ private:
     TextDocument *const m_document;
     QTextDocument *const m_ownDocument; ///< set again before destruction, so that the shared document is not affected
     TextMarkerWidget *m_margin;
+    std::shared_ptr<const TextPattern> m_marked; ///< null if no matches are marked
+    int m_replacedCount = 0;
     int m_shownLine = 0;                       ///< the line of the cursor as it was painted last
     std::unique_ptr<QRubberBand> m_rubberBand; ///< null unless the splitter is dragged
 };

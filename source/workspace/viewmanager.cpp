@@ -3,10 +3,8 @@
 #include "document.h"
 #include "documenttemplate.h"
 #include "textview.h"
-#include "textviewedit.h"
 #include "varnelassert.h"
 #include "viewinterfaces.h"
-#include <QTextBlock>
 
 ViewManager::ViewManager(QWidget *parent) : QWidget(parent) {}
 
@@ -185,13 +183,8 @@ void ViewManager::gotoLine(int line, bool mark)
 
 void ViewManager::gotoColumn(int column)
 {
-    const auto *view = qobject_cast<TextView *>(currentView());
-    TextViewEdit *edit = view ? view->currentEdit() : nullptr;
-    if (!edit || column < 1)
-        return;
-    QTextCursor cursor = edit->textCursor();
-    cursor.setPosition(cursor.block().position() + std::min(column, cursor.block().length()) - 1);
-    edit->setTextCursor(cursor);
+    if (auto *view = qobject_cast<TextView *>(currentView()); view && column > 0)
+        view->gotoColumn(column);
 }
 
 void ViewManager::indentCurrent()

@@ -19,6 +19,7 @@ MAY_INCLUDE = {
     "objectmodel": {"project", "workspace", "interfaces", "widgets"},
     "framework": {"project", "workspace", "objectmodel", "interfaces", "widgets"},
     "main.cpp": {"framework"},
+    "runscript.cpp": {"framework"},
     "branding": set(),
     "plugins": {"interfaces", "workspace"},
 }

@@ -20,7 +20,14 @@ inline QByteArrayList plainCommands()
                "debugViewDisassembly "
                "toolsMacroNew toolsMacroEdit toolsCustomise toolsOptions "
                "windowNew windowSplit windowClose windowCloseAll windowCascade windowTile windowNext windowPrev "
-               "helpSearch helpHome helpBack helpForward helpPrevious helpNext helpAbout helpPlugins")
+               "helpSearch helpHome helpBack helpForward helpPrevious helpNext helpAbout helpPlugins helpReport")
+        .split(' ');
+}
+
+/// The actions that the class of their subject connects.
+inline QByteArrayList commandsWithoutSlot()
+{
+    return QByteArray("editNextMessage editPreviousMessage editFindNext editFindPrevious editStopFindInFiles")
         .split(' ');
 }
 

@@ -33,4 +33,13 @@ public:
     void runPyFile(const QString &) override {}
     void fireEvent(const QString &) override {}
     EventHandlers &eventHandlers() override { qFatal("a test uses event handlers that it does not have"); }
+    PythonOutputPanel *pythonOutput() const override { return nullptr; }
+    bool replaceWorkspace(const QString &) override { return false; }
+    bool closeOpenWorkspace() override { return true; }
+    bool mayOverwriteNewer(const QString &) override { return true; }
+    void build(bool) override {}
+    void debugStop() override {}
+    void debugRestart() override {}
+    void debugAttach() override {}
+    void updateDebugWindows(int) override {}
 };

@@ -1,4 +1,5 @@
 #pragma once
+#include "activity.h"
 #include "fakeservices.h"
 #include "objectmodel.h"
 #include "qtrunnerserver.h"
@@ -98,7 +99,8 @@ class RunnerFixture
 public:
     QWidget window;
     WindowHost host{&window};
-    ObjectModel model{host};
+    Activity activity;
+    ObjectModel model{activity, host};
     QLineEdit *edit = add<QLineEdit>("edit");
     QPushButton *button = add<QPushButton>("my button");
     QPushButton *plain = add<QPushButton>("plain");

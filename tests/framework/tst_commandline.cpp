@@ -10,6 +10,7 @@ public:
     void startServer(quint16 port) override { calls.append(u"server %1"_s.arg(port)); }
     void openProject(const QString &path) override { calls.append(u"project "_s + path); }
     void openWorkspace(const QString &path) override { calls.append(u"workspace "_s + path); }
+    void openNamed(const QString &path) override { calls.append(u"named "_s + path); }
 
     QStringList calls;
 };
@@ -53,7 +54,13 @@ private Q_SLOTS:
         QTest::newRow("a project may be called like an option") << u"-p /p"_s << true << u"project /p"_s;
         QTest::newRow("nothing after a workspace") << u"-w /a -p /b"_s << true << u"workspace /a"_s;
         QTest::newRow("nothing after a project") << u"-p /a -r 5 -w"_s << true << u"project /a"_s;
-        QTest::newRow("a bare name is skipped") << u"main.c"_s << true << QString();
+        QTest::newRow("an existing file") << u"/etc/passwd"_s << true << u"named /etc/passwd"_s;
+        QTest::newRow("an existing directory") << u"/etc"_s << true << u"named /etc"_s;
+        QTest::newRow("several") << u"/etc/passwd nothing /etc"_s << true << u"named /etc/passwd, named /etc"_s;
+        QTest::newRow("files before and after an option")
+            << u"/etc/passwd -w /a /etc"_s << true << u"named /etc/passwd, workspace /a"_s;
+        QTest::newRow("a port is not a file") << u"-r /etc/passwd"_s << true << u"server 0"_s;
+        QTest::newRow("a bare name of nothing is skipped") << u"main.c"_s << true << QString();
         QTest::newRow("unknown options are skipped") << u"-x --help -p /a"_s << true << u"project /a"_s;
         QTest::newRow("upper case is unknown") << u"-P /a -R 5"_s << true << QString();
         QTest::newRow("an argument behind a blank only") << u"-p/a -r5"_s << true << QString();
@@ -96,6 +103,44 @@ private Q_SLOTS:
         Recorder recorder;
         QVERIFY(walkCommandLine({u"varnel"_s, u"-w"_s, QString()}, recorder));
         QCOMPARE(recorder.calls, QStringList{u"workspace "_s});
+    }
+
+    void relativeNamesAreMadeAbsolute()
+    {
+        const QTemporaryDir directory;
+        const QString before = QDir::currentPath();
+        QVERIFY(QDir::setCurrent(directory.path()));
+        QVERIFY(QDir().mkdir(u"src"_s));
+        Recorder recorder;
+        walkCommandLine({u"varnel"_s, u"src"_s}, recorder);
+        const QString here = QDir::currentPath();
+        QVERIFY(QDir::setCurrent(before));
+        QCOMPARE(recorder.calls, QStringList(u"named "_s + here + u"/src"_s));
+    }
+
+    void helpAndVersionArePrinted_data()
+    {
+        QTest::addColumn<QString>("arguments");
+        QTest::addColumn<QString>("start");
+        QTest::newRow("nothing") << QString() << QString();
+        QTest::newRow("help") << u"--help"_s << u"Usage: varnel [OPTION]"_s;
+        QTest::newRow("version") << u"--version"_s << u"Varnel 2.9\n"_s;
+        QTest::newRow("the first one counts") << u"--version --help"_s << u"Varnel 2.9\n"_s;
+        QTest::newRow("behind a file") << u"main.c --version"_s << u"Varnel 2.9\n"_s;
+        QTest::newRow("as the name of a project") << u"-p --help"_s << QString();
+        QTest::newRow("behind a port") << u"-r 1 --version"_s << u"Varnel 2.9\n"_s;
+        QTest::newRow("other forms are unknown") << u"-h /help --HELP"_s << QString();
+    }
+    void helpAndVersionArePrinted()
+    {
+        QFETCH(QString, arguments);
+        QFETCH(QString, start);
+        const QStringList all = u"varnel "_s.append(arguments).split(u' ', Qt::SkipEmptyParts);
+        const QString answer = commandLineAnswer(all, u"2.9"_s);
+        QCOMPARE(answer.isNull(), start.isNull());
+        QVERIFY(answer.startsWith(start));
+        for (const QString &option : {u"  -w FILE"_s, u"  -p FILE"_s, u"  -r PORT"_s})
+            QCOMPARE(answer.contains(option), start.startsWith(u"Usage"));
     }
 
     void usageTextIsExact()

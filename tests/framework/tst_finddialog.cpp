@@ -1,5 +1,6 @@
 #include "dialogprobe.h"
 #include "finddialog.h"
+#include "textpattern.h"
 #include <QCheckBox>
 #include <QLineEdit>
 #include <QRadioButton>
@@ -35,8 +36,9 @@ private Q_SLOTS:
     {
         QCOMPARE(m_dialog->objectName(), u"findDialog"_s);
         QCOMPARE(m_dialog->windowTitle(), u"Find"_s);
-        QCOMPARE(textsOf<QLabel>(*m_dialog), QStringList{u"Fi<u>n</u>d what:"_s});
-        QCOMPARE(textsOf<QCheckBox>(*m_dialog), (QStringList{u"Match &whole word only"_s, u"Match &case"_s}));
+        QCOMPARE(textsOf<QLabel>(*m_dialog), (QStringList{u"Fi<u>n</u>d what:"_s, QString()})); // no count yet
+        QCOMPARE(textsOf<QCheckBox>(*m_dialog),
+                 (QStringList{u"Match &whole word only"_s, u"Match &case"_s, u"Regular e&xpression"_s}));
         QCOMPARE(m_dialog->findChild<QGroupBox *>()->title(), u"Direction"_s);
         QCOMPARE(textsOf<QRadioButton>(*m_dialog), (QStringList{u"&Up"_s, u"&Down"_s}));
         QCOMPARE(textsOf<QPushButton>(*m_dialog), (QStringList{u"&Find Next"_s, u"Cancel"_s}));
@@ -68,9 +70,11 @@ private Q_SLOTS:
     void tabGoesFromTopToBottom()
     {
         showActive(*m_dialog);
+        m_dialog->setFindText(u"x"_s);
         what()->setFocus();
-        QCOMPARE(tabOrder(*m_dialog), (QStringList{u"FindWhatCombo"_s, u"MatchWholeWordCheck"_s, u"MatchCaseCheck"_s,
-                                                   u"DownRadio"_s, u"FindNextButton"_s, u"CancelButton"_s}));
+        QCOMPARE(tabOrder(*m_dialog),
+                 (QStringList{u"FindWhatCombo"_s, u"MatchWholeWordCheck"_s, u"MatchCaseCheck"_s, u"RegExpCheck"_s,
+                              u"DownRadio"_s, u"FindNextButton"_s, u"CancelButton"_s}));
     }
 
     void findEmitsTheTextAndTheOptions_data()
@@ -138,20 +142,45 @@ private Q_SLOTS:
     {
         m_dialog->setFindText(u"old"_s);
         button(*m_dialog, "CancelButton")->setFocus();
-        QTimer::singleShot(0, this, [this] {
-            const auto close = qScopeGuard([this] { m_dialog->reject(); }); // also if the test fails
-            QVERIFY(QTest::qWaitForWindowActive(m_dialog.get()));
-            QCOMPARE(QApplication::activeModalWidget(), m_dialog.get());
-            QCOMPARE(QApplication::focusWidget(), what());
-            QTest::keyClicks(what()->lineEdit(), u"new"_s);
-            QTest::keyClick(m_dialog.get(), Qt::Key_F, Qt::AltModifier);
-            QTRY_COMPARE(m_asked, QStringList{u"new down cursor"_s});
-            m_dialog->run(); // an open dialog is only raised
-            QTest::mouseClick(button(*m_dialog, "CancelButton"), Qt::LeftButton);
-        });
         m_dialog->run();
+        QVERIFY(QTest::qWaitForWindowActive(m_dialog.get()));
+        QVERIFY(!QApplication::activeModalWidget()); // the editor stays usable
+        QCOMPARE(QApplication::focusWidget(), what());
+        QTest::keyClicks(what()->lineEdit(), u"new"_s);
+        QTest::keyClick(m_dialog.get(), Qt::Key_F, Qt::AltModifier);
+        QTRY_COMPARE(m_asked, QStringList{u"new down cursor"_s});
+        m_dialog->run(); // an open dialog is only raised
+        QTest::mouseClick(button(*m_dialog, "CancelButton"), Qt::LeftButton);
         QVERIFY(!m_dialog->isVisible());
         QCOMPARE(m_asked.size(), 1);
+    }
+
+    void nothingIsFoundWithoutAPattern()
+    {
+        QVERIFY(!button(*m_dialog, "FindNextButton")->isEnabled());
+        m_dialog->setFindText(u"("_s);
+        QVERIFY(button(*m_dialog, "FindNextButton")->isEnabled());
+        button(*m_dialog, "RegExpCheck")->setChecked(true);
+        QVERIFY(!button(*m_dialog, "FindNextButton")->isEnabled());
+        QVERIFY(!m_dialog->pattern().error().isEmpty());
+        m_dialog->setExpressionsAvailable(false);
+        QVERIFY(button(*m_dialog, "FindNextButton")->isEnabled());
+    }
+
+    void arrowKeysContinueFromTheTextThatWasUsedLast()
+    {
+        showActive(*m_dialog);
+        for (const QString &text : {u"a"_s, u"b"_s, u"c"_s, u"b"_s}) {
+            what()->setEditText(text);
+            m_dialog->findNext();
+        }
+        QCOMPARE(entries(what()), (QStringList{u"c"_s, u"b"_s, u"a"_s}));
+        what()->setFocus();
+        QTest::keyClick(what(), Qt::Key_Down);
+        QCOMPARE(what()->currentText(), u"a"_s);
+        QTest::keyClick(what(), Qt::Key_Up);
+        QTest::keyClick(what(), Qt::Key_Up);
+        QCOMPARE(what()->currentText(), u"c"_s);
     }
 
     void escapeClosesTheDialog()

@@ -73,6 +73,13 @@ private:
         });
     }
 
+    /// So that the search can be started.
+    void fill()
+    {
+        what()->setEditText(u"needle"_s);
+        folder()->setEditText(u"/src"_s);
+    }
+
 private Q_SLOTS:
     void init()
     {
@@ -92,7 +99,8 @@ private Q_SLOTS:
         open();
         QCOMPARE(m_dialog->objectName(), u"findInFilesDialog"_s);
         QCOMPARE(m_dialog->windowTitle(), u"Find in Files"_s);
-        QCOMPARE(textsOf<QLabel>(*m_dialog), (QStringList{u"Find what:"_s, u"File types:"_s, u"Look in:"_s}));
+        QCOMPARE(textsOf<QLabel>(*m_dialog),
+                 (QStringList{u"Find what:"_s, u"File types:"_s, u"Look in:"_s, u"&Search in:"_s}));
         QCOMPARE(button(*m_dialog, "MatchCaseCheck")->text(), u"Match &case"_s);
         QCOMPARE(button(*m_dialog, "MatchWholeWordCheck")->text(), u"Match whole &word"_s);
         QCOMPARE(button(*m_dialog, "SubfoldersCheck")->text(), u"Look in subfolders"_s);
@@ -122,10 +130,11 @@ private Q_SLOTS:
         open();
         showActive(*m_dialog);
         QCOMPARE(QApplication::focusWidget(), what());
+        fill();
         QCOMPARE(tabOrder(*m_dialog),
                  (QStringList{u"FindWhatCombo"_s, u"FileTypesCombo"_s, u"LookInCombo"_s, u"BrowseButton"_s,
-                              u"MatchCaseCheck"_s, u"MatchWholeWordCheck"_s, u"SubfoldersCheck"_s, u"RegExpCheck"_s,
-                              u"FindButton"_s, u"CancelButton"_s}));
+                              u"ScopeCombo"_s, u"MatchCaseCheck"_s, u"MatchWholeWordCheck"_s, u"SubfoldersCheck"_s,
+                              u"RegExpCheck"_s, u"FindButton"_s, u"CancelButton"_s}));
     }
 
     // Reading
@@ -179,6 +188,7 @@ private Q_SLOTS:
                 checked << each->objectName();
         }
         QCOMPARE(checked, QStringList{box});
+        fill();
         m_dialog->accept();
         for (const QString &other : {u"MatchCase"_s, u"MatchWholeWord"_s, u"LookInSubfolders"_s, u"UseRegExp"_s})
             QCOMPARE(m_settings->value(u"FindInFiles/"_s + other).toString(), other == key ? u"true"_s : u"false"_s);
@@ -229,7 +239,7 @@ private Q_SLOTS:
         button(*m_dialog, "FindButton")->click();
         QCOMPARE(m_dialog->result(), int(QDialog::Accepted));
         QCOMPARE(file(), u"FileMask=*.h Folder0=/src LookInSubfolders=true Match0=foo MatchCase=false "
-                         "MatchWholeWord=false UseRegExp=false [FindInFiles]"_s);
+                         "MatchWholeWord=false Scope=0 UseRegExp=false [FindInFiles]"_s);
     }
 
     void cancellingStoresNothing()
@@ -281,8 +291,49 @@ private Q_SLOTS:
         showActive(*m_dialog);
         QTest::keyClicks(what()->lineEdit(), u"foo"_s);
         QTest::keyClick(what()->lineEdit(), Qt::Key_Return);
+        QVERIFY(m_dialog->isVisible()); // there is no folder yet
+        folder()->setEditText(u"/src"_s);
+        QTest::keyClick(what()->lineEdit(), Qt::Key_Return);
         QCOMPARE(m_dialog->result(), int(QDialog::Accepted));
         QCOMPARE(storedHistory(u"Match"_s), QStringList{u"foo"_s});
+    }
+
+    // What can be searched
+
+    void emptyTextAndEmptyFolderAreRefused()
+    {
+        open();
+        QVERIFY(!button(*m_dialog, "FindButton")->isEnabled());
+        what()->setEditText(u"x"_s);
+        QVERIFY(!button(*m_dialog, "FindButton")->isEnabled());
+        folder()->setEditText(u" "_s);
+        QVERIFY(!button(*m_dialog, "FindButton")->isEnabled());
+        m_dialog->accept();
+        QCOMPARE(m_dialog->result(), 0);
+        folder()->setEditText(u"/src"_s);
+        QVERIFY(button(*m_dialog, "FindButton")->isEnabled());
+    }
+
+    void scopeIsChosenAndKept()
+    {
+        open();
+        auto *scope = combo(*m_dialog, "ScopeCombo");
+        QCOMPARE(entries(scope), (QStringList{u"Folder"_s, u"Files of the current project"_s,
+                                              u"Files of all projects"_s, u"Open documents"_s}));
+        what()->setEditText(u"x"_s);
+        scope->setCurrentIndex(FindInFilesDialog::OpenDocuments);
+        QVERIFY(!folder()->isEnabled() && !button(*m_dialog, "BrowseButton")->isEnabled());
+        QVERIFY(button(*m_dialog, "FindButton")->isEnabled()); // no folder is needed
+        m_dialog->accept();
+        open();
+        QCOMPARE(m_dialog->scope(), FindInFilesDialog::OpenDocuments);
+        store(u"Scope"_s, 99);
+        open();
+        QCOMPARE(m_dialog->scope(), FindInFilesDialog::OpenDocuments);
+        store(u"Scope"_s, int(FindInFilesDialog::AllProjects));
+        open();
+        m_dialog->setProjectsAvailable(false);
+        QCOMPARE(m_dialog->scope(), FindInFilesDialog::Folder);
     }
 
     // Folder

@@ -118,6 +118,25 @@ private Q_SLOTS:
         QVERIFY(f.answers->allGiven());
     }
 
+    void resultsPageStartsNoProgram()
+    {
+        HelpFixture f;
+        f.page(u"evil.html"_s, "<title><a href='execute://evil.sh'>x</a></title>trap");
+        f.answers->meet([](QDialog *dialog) {
+            QTest::keyClicks(dialog->findChild<QLineEdit *>(), u"trap"_s);
+            dialog->accept();
+        });
+        FullTextIndex index; // with the new page
+        QVERIFY(index.build(f.installation.path(u"help"_s)) && index.save(f.installation.path(u"help/index"_s)));
+        f.trigger(u"helpSearch"_s);
+        QVERIFY2(f.text().startsWith(u"Search results for \"trap\":"_s), qPrintable(f.text()));
+        for (const auto &link : {u"execute:evil.sh"_s, u"command:helpHome"_s}) {
+            f.answers->press(QMessageBox::Ok);
+            f.follow(link);
+            QCOMPARE(f.answers->said.takeFirst(), u"This link cannot be followed:\n"_s + link);
+        }
+    }
+
     void contentsMayGoWhileTheDialogIsShown()
     {
         HelpFixture f;

@@ -158,7 +158,8 @@ private Q_SLOTS:
         QStringList texts;
         for (int i = 0; i < tabs()->count(); ++i)
             texts << tabs()->tabText(i);
-        QCOMPARE(texts, (QStringList{u"Editor"_s, u"Format"_s, u"Startup"_s, u"Tools"_s, u"Debug"_s, u"More"_s}));
+        QCOMPARE(texts, (QStringList{u"Editor"_s, u"Format"_s, u"Startup"_s, u"Tools"_s, u"Debug"_s, u"More"_s,
+                                     u"Keyboard"_s}));
         QCOMPARE(button("OKButton")->text(), u"OK"_s);
         QCOMPARE(button("CancelButton")->text(), u"Cancel"_s);
     }

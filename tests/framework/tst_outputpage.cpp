@@ -6,6 +6,7 @@
 #include <QSignalSpy>
 #include <QTest>
 #include <QTextBlock>
+#include <QTextLayout>
 using namespace Qt::StringLiterals;
 
 /// A window that receives the key events that its child ignores.
@@ -204,7 +205,7 @@ private Q_SLOTS:
         output({u"a.c(1)\n"_s, u"  b.c(2): x\n"_s, u"note\n"_s});
         const QSignalSpy lookups(m_page, &OutputPage::lookupSource);
         m_page->lookupNextLine();
-        QCOMPARE(lookups, (QList<QList<QVariant>>{{u"b.c"_s, 2}}));
+        QCOMPARE(lookups, (QList<QList<QVariant>>{{u"b.c"_s, 2, 0}}));
         QCOMPARE(m_page->textCursor().selectedText(), u"  b.c(2): x"_s);
         m_page->lookupNextLine();
         QCOMPARE(lookups.size(), 1);
@@ -236,6 +237,78 @@ private Q_SLOTS:
         output({u"d.c(4)\n"_s});
         m_page->lookupNextLine();
         QCOMPARE(currentPlace(), u"d.c, 4"_s);
+    }
+
+    // Messages
+
+    void messagesAreGoneThroughInBothDirections()
+    {
+        QVERIFY(m_page->setLookupPattern(u"(file):(line):"_s, false));
+        m_page->setDiagnostics(true);
+        output({u"[1/2] Compiling a.c\n"_s, u"a.c: In function 'f':\n"_s, u"a.c:3:9: error: x\n"_s,
+                u"a.c:4:1: note: y\n"_s, u"b.c:5:2: warning: z\n"_s, u"main.c:6: undefined reference to `g'\n"_s});
+        QCOMPARE(m_page->countsText(), u"2 errors, 1 warning"_s);
+        const QSignalSpy lookups(m_page, &OutputPage::lookupSource);
+        for (const bool forward : {true, true, true, true, false, false})
+            QVERIFY(m_page->lookupMessage(forward));
+        QCOMPARE(lookups, (QList<QList<QVariant>>{{u"a.c"_s, 3, 9},
+                                                  {u"b.c"_s, 5, 2},
+                                                  {u"main.c"_s, 6, 0},
+                                                  {u"a.c"_s, 3, 9}, // after the last the first
+                                                  {u"main.c"_s, 6, 0},
+                                                  {u"b.c"_s, 5, 2}}));
+        m_page->clear();
+        QVERIFY(!m_page->lookupMessage(true));
+        output({u"c.c:7:1: error: x\n"_s, u"d.c:8:1: error: x\n"_s});
+        QVERIFY(m_page->lookupMessage(true)); // a new build begins with its first message
+        QCOMPARE(lookups.last().at(0).toString(), u"c.c"_s);
+    }
+
+    void everyPlaceIsAMessageWithoutDiagnostics()
+    {
+        output({u"a.c(1): x\n"_s, u"text\n"_s, u"b.c(2): y\n"_s});
+        const QSignalSpy lookups(m_page, &OutputPage::lookupSource);
+        QVERIFY(m_page->lookupMessage(false));
+        QVERIFY(m_page->lookupMessage(false));
+        QCOMPARE(lookups, (QList<QList<QVariant>>{{u"b.c"_s, 2, 0}, {u"a.c"_s, 1, 0}}));
+        QCOMPARE(m_page->countsText(), QString());
+    }
+
+    void errorsAndWarningsAreColoured()
+    {
+        QVERIFY(m_page->setLookupPattern(u"(file):(line):"_s, false));
+        m_page->setDiagnostics(true);
+        output({u"a.c:3: error: x\n"_s, u"text\n"_s, u"a.c:4: war"_s, u"ning: in two parts\n"_s});
+        const auto colour = [this](int line) {
+            const auto formats = m_page->document()->findBlockByNumber(line).layout()->formats();
+            return formats.isEmpty() ? QColor() : formats.first().format.foreground().color();
+        };
+        const QColor error = colour(0);
+        QVERIFY(error.isValid() && error.red() > error.green() + 80);
+        QVERIFY(!colour(1).isValid());
+        QVERIFY(colour(2).isValid() && colour(2) != error);
+        QPalette dark = m_page->palette();
+        dark.setColor(QPalette::Base, Qt::black);
+        m_page->setPalette(dark);
+        QVERIFY(colour(0).lightness() > error.lightness()); // readable on the new paper
+    }
+
+    void doubleClickAndReturnLeadToTheSource()
+    {
+        show();
+        output({u"a.c(1)\n"_s, u"text\n"_s});
+        const QSignalSpy lookups(m_page, &OutputPage::lookupSource);
+        const auto point = [this](int line) {
+            return m_page->cursorRect(QTextCursor(m_page->document()->findBlockByNumber(line))).center();
+        };
+        QTest::mouseDClick(m_page->viewport(), Qt::LeftButton, {}, point(0));
+        QCOMPARE(lookups.size(), 1);
+        press(1, Qt::LeftButton);
+        QTest::keyClick(m_page, Qt::Key_Return);
+        QCOMPARE(lookups.size(), 1); // that line has no place
+        QTest::keyClick(m_page, Qt::Key_Up);
+        QTest::keyClick(m_page, Qt::Key_Return);
+        QCOMPARE(lookups.size(), 2);
     }
 
     // Mouse, menu and keys
@@ -301,7 +374,7 @@ private Q_SLOTS:
             const std::unique_ptr<QMenu> menu(m_page->createPopupMenu());
             menu->actions().at(entry)->trigger();
         }
-        QCOMPARE(lookups, (QList<QList<QVariant>>{{u"a.c"_s, 1}}));
+        QCOMPARE(lookups, (QList<QList<QVariant>>{{u"a.c"_s, 1, 0}}));
         QCOMPARE(QGuiApplication::clipboard()->text(), u"a.c(1)"_s);
         QCOMPARE(m_page->toPlainText(), QString());
     }

@@ -208,7 +208,8 @@ private Q_SLOTS:
             m_window->displayPage(page);
             m_window->lookupNextLine();
         }
-        QCOMPARE(lookups, (QList<QList<QVariant>>{{u"a0.c"_s, 0}, {u"a1.c"_s, 1}, {u"a2.c"_s, 2}, {u"a3.c"_s, 3}}));
+        QCOMPARE(lookups,
+                 (QList<QList<QVariant>>{{u"a0.c"_s, 0, 0}, {u"a1.c"_s, 1, 0}, {u"a2.c"_s, 2, 0}, {u"a3.c"_s, 3, 0}}));
     }
     void patternIsForTheBuildPageOnly()
     {
@@ -221,9 +222,36 @@ private Q_SLOTS:
             m_window->outputLine(page, u"b.c(13)\n"_s);
             m_window->lookupNextLine();
         }
-        QCOMPARE(lookups, (QList<QList<QVariant>>{{u"a.c"_s, 12}, {u"b.c"_s, 13}}));
+        QCOMPARE(lookups, (QList<QList<QVariant>>{{u"a.c"_s, 12, 0}, {u"b.c"_s, 13, 0}}));
         QVERIFY(!m_window->setLookupPattern(u"(file)"_s, false));
     }
+    void errorsAndWarningsAreCountedOnTheTab()
+    {
+        m_window->setLookupPattern(u"(file):(line):"_s, false);
+        m_window->outputLine(OutputWindow::Build, u"a.c:1:2: error: x\n"_s);
+        QCOMPARE(captions().first(), u"Build (1 error)"_s);
+        m_window->outputLine(OutputWindow::Build, u"a.c:3:2: warning: x\n"_s);
+        m_window->outputLine(OutputWindow::Build, u"a.c:4:2: fatal error: x\n"_s);
+        QCOMPARE(captions().first(), u"Build (2 errors, 1 warning)"_s);
+        m_window->outputLine(OutputWindow::Debug, u"a.c:1:2: error: x\n"_s);
+        QCOMPARE(captions().at(1), u"Debug"_s);        // counts belong to builds
+        m_window->outputLine(u"Build"_s, u"more\n"_s); // the page is still found by its name
+        m_window->clearPage(OutputWindow::Build);
+        QCOMPARE(captions(), (QStringList{u"Build"_s, u"Debug"_s, u"Find In Files"_s}));
+    }
+
+    void messageIsLookedUpOnTheShownPage()
+    {
+        const QSignalSpy lookups(m_window.get(), &OutputWindow::lookupSource);
+        m_window->outputLine(OutputWindow::FindInFiles, u"no place\n"_s);
+        m_window->outputLine(OutputWindow::FindInFiles, u"strange(7).c(3):x\n"_s, {u"/strange(7).c"_s, 3});
+        m_window->displayPage(OutputWindow::FindInFiles);
+        QVERIFY(m_window->lookupMessage(true));
+        QCOMPARE(lookups, (QList<QList<QVariant>>{{u"/strange(7).c"_s, 3, 0}}));
+        m_window->displayPage(OutputWindow::Debug);
+        QVERIFY(!m_window->lookupMessage(true));
+    }
+
     void consoleIgnoresLookupAndSelectAll()
     {
         startConsole();

@@ -4,6 +4,7 @@
 #include <QCheckBox>
 #include <QLineEdit>
 #include <QRadioButton>
+#include <QSignalSpy>
 
 using namespace Qt::StringLiterals;
 
@@ -57,8 +58,10 @@ private Q_SLOTS:
     {
         QCOMPARE(m_dialog->objectName(), u"replaceDialog"_s);
         QCOMPARE(m_dialog->windowTitle(), u"Replace"_s);
-        QCOMPARE(textsOf<QLabel>(*m_dialog), (QStringList{u"Fi<u>n</u>d what:"_s, u"Re<u>p</u>lace with:"_s}));
-        QCOMPARE(textsOf<QCheckBox>(*m_dialog), (QStringList{u"Match &whole word only"_s, u"Match &case"_s}));
+        QCOMPARE(textsOf<QLabel>(*m_dialog),
+                 (QStringList{u"Fi<u>n</u>d what:"_s, u"Re<u>p</u>lace with:"_s, QString()}));
+        QCOMPARE(textsOf<QCheckBox>(*m_dialog),
+                 (QStringList{u"Match &whole word only"_s, u"Match &case"_s, u"Regular e&xpression"_s}));
         QCOMPARE(m_dialog->findChild<QGroupBox *>()->title(), u"Replace in"_s);
         QCOMPARE(textsOf<QRadioButton>(*m_dialog), (QStringList{u"&Selection"_s, u"Wh&ole file"_s}));
         QCOMPARE(textsOf<QPushButton>(*m_dialog),
@@ -84,10 +87,12 @@ private Q_SLOTS:
     void tabGoesFromTopToBottom()
     {
         showActive(*m_dialog);
+        m_dialog->setFindText(u"x"_s);
         what()->setFocus();
-        QCOMPARE(tabOrder(*m_dialog), (QStringList{u"FindWhatCombo"_s, u"ReplaceWithCombo"_s, u"MatchWholeWordCheck"_s,
-                                                   u"MatchCaseCheck"_s, u"WholeFileRadio"_s, u"FindNextButton"_s,
-                                                   u"ReplaceButton"_s, u"ReplaceAllButton"_s, u"CancelButton"_s}));
+        QCOMPARE(tabOrder(*m_dialog),
+                 (QStringList{u"FindWhatCombo"_s, u"ReplaceWithCombo"_s, u"MatchWholeWordCheck"_s, u"MatchCaseCheck"_s,
+                              u"RegExpCheck"_s, u"WholeFileRadio"_s, u"FindNextButton"_s, u"ReplaceButton"_s,
+                              u"ReplaceAllButton"_s, u"CancelButton"_s}));
     }
 
     void altKeysSetTheFocusToTheTexts()
@@ -103,6 +108,7 @@ private Q_SLOTS:
 
     void selectionBecomesTheScope()
     {
+        m_dialog->setFindText(u"x"_s);
         m_dialog->setHasSelection(true);
         QVERIFY(button(*m_dialog, "SelectionRadio")->isEnabled());
         QVERIFY(button(*m_dialog, "SelectionRadio")->isChecked());
@@ -110,8 +116,36 @@ private Q_SLOTS:
         QCOMPARE(enabledButtons(), u"Replace All*, Cancel"_s);
     }
 
+    void selectionCanBeOfferedOnly()
+    {
+        m_dialog->setHasSelection(true, false);
+        QVERIFY(button(*m_dialog, "SelectionRadio")->isEnabled());
+        QVERIFY(button(*m_dialog, "WholeFileRadio")->isChecked());
+    }
+
+    void buttonsNeedAPattern()
+    {
+        QCOMPARE(enabledButtons(), u"Cancel"_s);
+        m_dialog->setFindText(u"["_s);
+        QCOMPARE(enabledButtons(), u"Find Next*, Replace, Replace All, Cancel"_s);
+        button(*m_dialog, "RegExpCheck")->setChecked(true);
+        QCOMPARE(enabledButtons(), u"Cancel"_s);
+    }
+
+    void expressionsAreReplaced()
+    {
+        edit(u"a1 b22\nc"_s);
+        fill(u"([a-z])(\\d+)"_s, u"\\2\\n\\1"_s);
+        button(*m_dialog, "RegExpCheck")->setChecked(true);
+        const QSignalSpy replaced(m_dialog.get(), &ReplaceDialog::replaced);
+        button(*m_dialog, "ReplaceAllButton")->click();
+        QCOMPARE(m_editor->text(), u"1\na 22\nb\nc"_s);
+        QCOMPARE(replaced, (QList<QList<QVariant>>{{2}}));
+    }
+
     void wholeFileIsTheScopeWithoutASelection()
     {
+        m_dialog->setFindText(u"x"_s);
         for (const bool before : {false, true}) {
             m_dialog->setHasSelection(before);
             m_dialog->setHasSelection(false);
@@ -124,6 +158,7 @@ private Q_SLOTS:
 
     void scopeCanBeChosen()
     {
+        m_dialog->setFindText(u"x"_s);
         m_dialog->setHasSelection(true);
         button(*m_dialog, "WholeFileRadio")->click();
         QCOMPARE(enabledButtons(), u"Find Next*, Replace, Replace All, Cancel"_s);
@@ -188,14 +223,14 @@ private Q_SLOTS:
         QCOMPARE(entries(with()), QStringList{u"bar"_s});
     }
 
-    /// The result is that of the search for the next match.
-    void replacingTheLastMatchReportsNotFound()
+    void replacingTheLastMatchIsNoFailure()
     {
         edit(u"foo"_s);
         fill(u"foo"_s, u"bar"_s);
-        BoxAnswers answers({QMessageBox::Ok});
         button(*m_dialog, "ReplaceButton")->click();
         QCOMPARE(m_editor->text(), u"bar"_s);
+        BoxAnswers answers({QMessageBox::Ok});
+        button(*m_dialog, "ReplaceButton")->click();
         QCOMPARE(answers.texts, QStringList{u"Cannot find the string 'foo'"_s});
     }
 
@@ -313,16 +348,13 @@ private Q_SLOTS:
     {
         edit(u"foo foo"_s);
         m_dialog->setFindText(u"old"_s);
-        QTimer::singleShot(0, this, [this] {
-            const auto close = qScopeGuard([this] { m_dialog->reject(); }); // also if the test fails
-            QVERIFY(QTest::qWaitForWindowActive(m_dialog.get()));
-            QCOMPARE(QApplication::activeModalWidget(), m_dialog.get());
-            QTest::keyClicks(QApplication::focusWidget(), u"foo"_s);
-            QTest::keyClick(m_dialog.get(), Qt::Key_Return);
-            m_dialog->run(); // an open dialog is only raised
-            QTest::keyClick(m_dialog.get(), Qt::Key_Escape);
-        });
         m_dialog->run();
+        QVERIFY(QTest::qWaitForWindowActive(m_dialog.get()));
+        QVERIFY(!QApplication::activeModalWidget()); // the editor stays usable
+        QTest::keyClicks(QApplication::focusWidget(), u"foo"_s);
+        QTest::keyClick(m_dialog.get(), Qt::Key_Return);
+        m_dialog->run(); // an open dialog is only raised
+        QTest::keyClick(m_dialog.get(), Qt::Key_Escape);
         QVERIFY(!m_dialog->isVisible());
         QCOMPARE(m_editor->selection(), u"0,0-0,3"_s);
     }

@@ -1,6 +1,7 @@
 // Any lines of a test driver, executed on a window with widgets: each has a valid reply or none, and the posted events
 // are handled without errors.
 #include "../framework/fakeservices.h"
+#include "activity.h"
 #include "objectmodel.h"
 #include "qtrunnerserver.h"
 #include "runnercommands.h"
@@ -85,7 +86,8 @@ extern "C" int LLVMFuzzerInitialize(int *argc, char ***argv)
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 {
     Window window;
-    ObjectModel model(window);
+    Activity activity;
+    ObjectModel model(activity, window);
     RunnerCommands commands(&window, &model);
     const QByteArrayList lines = QByteArray(reinterpret_cast<const char *>(data), qsizetype(size)).split('\n');
     for (const QByteArray &line : lines) {

@@ -65,8 +65,14 @@ class BuildTest(ProgramTest):
         self.varnel.wait_for("viewManagerTabBar", "count", 0)
 
         self.go_to_the_error()
-        self.wait_for_cursor(EMPTY_LINE, 1)
+        self.wait_for_cursor(EMPTY_LINE, 13)
         self.wait_for_keyboard()
+        self.keyboard.press("Ctrl+Home")
+        self.wait_for_cursor(1, 1)
+        self.keyboard.press("F8")  # the only message
+        self.wait_for_cursor(EMPTY_LINE, 13)
+        self.wait_for_keyboard()
+        self.keyboard.press("Home")
         self.keyboard.press("Shift+End")
         self.wait_for_cursor(EMPTY_LINE, 1 + len(WRONG))
         self.keyboard.press("Delete")

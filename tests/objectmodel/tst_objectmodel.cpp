@@ -1,4 +1,5 @@
 #include "../framework/fakeservices.h"
+#include "activity.h"
 #include "objectmodel.h"
 #include <QAction>
 #include <QSignalSpy>
@@ -11,7 +12,12 @@ class Actions : public FakeServices
 {
 public:
     QHash<QString, QAction *> actions;
+    QStringList calls; ///< to the debugger
     [[nodiscard]] QAction *action(const QString &name) const override { return actions.value(name); }
+    void debugStop() override { calls.append(u"stop"_s); }
+    void debugRestart() override { calls.append(u"restart"_s); }
+    void debugAttach() override { calls.append(u"attach"_s); }
+    void updateDebugWindows(int parts) override { calls.append(QString::number(parts)); }
 };
 } // namespace
 
@@ -20,6 +26,7 @@ class ObjectModelTest : public QObject
     Q_OBJECT
 
 private:
+    Activity m_activity;
     std::unique_ptr<Actions> m_host;
     std::unique_ptr<ObjectModel> m_model;
     std::unique_ptr<QAction> m_first;
@@ -33,7 +40,7 @@ private Q_SLOTS:
         m_second = std::make_unique<QAction>();
         m_host = std::make_unique<Actions>();
         m_host->actions = {{u"first"_s, m_first.get()}, {u"second"_s, m_second.get()}};
-        m_model = std::make_unique<ObjectModel>(*m_host);
+        m_model = std::make_unique<ObjectModel>(m_activity, *m_host);
     }
 
     void doActionRunsTheNamedActionOnly()
@@ -96,6 +103,28 @@ private Q_SLOTS:
         connect(m_first.get(), &QAction::triggered, this, [this] { m_first.reset(); });
         QVERIFY(m_model->doAction(u"first"_s));
         QVERIFY(!m_first);
+    }
+
+    void debugCommandsReachTheWindow()
+    {
+        m_model->stop();
+        m_model->restart();
+        m_model->attach();
+        QCOMPARE(m_host->calls, (QStringList{u"stop"_s, u"restart"_s, u"attach"_s}));
+    }
+
+    void updatesOfDebugWindowsCanBeSwitchedOff()
+    {
+        QVERIFY(m_model->updatesEnabled());
+        m_model->notifyDebugWindows(ObjectModel::DataWindows);
+        m_model->setUpdatesEnabled(true); // no change
+        QCOMPARE(m_host->calls, QStringList{u"1"_s});
+        m_model->setUpdatesEnabled(false);
+        m_model->notifyDebugWindows(ObjectModel::RegisterWindow);
+        QVERIFY(!m_model->updatesEnabled());
+        QCOMPARE(m_host->calls, QStringList{u"1"_s});
+        m_model->setUpdatesEnabled(true); // refreshes everything
+        QCOMPARE(m_host->calls, (QStringList{u"1"_s, u"7"_s}));
     }
 };
 

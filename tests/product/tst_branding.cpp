@@ -1,9 +1,11 @@
 #include <patchlevel.h>
+#include <QClipboard>
 #include <QDialog>
 #include <QLabel>
 #include <QLibrary>
 #include <QListWidget>
 #include <QPixmap>
+#include <QPlainTextEdit>
 #include <QPushButton>
 #include <QScreen>
 #include <QTest>
@@ -111,6 +113,20 @@ private Q_SLOTS:
     {
         QFETCH(const QStringList, names);
         QTEST(plugins(*about(names)), "expected");
+    }
+
+    void aboutBoxShowsAndCopiesDetails()
+    {
+        const auto dialog = about({u"Alpha"_s}, u"2.9"_s);
+        auto *details = dialog->findChild<QPlainTextEdit *>(u"detailsText"_s);
+        QVERIFY(details && details->isReadOnly());
+        QVERIFY(details->isHidden());
+        details->setPlainText(u"gdb 13"_s);
+        QVERIFY(!details->isHidden());
+        QTest::mouseClick(dialog->findChild<QPushButton *>(u"copyButton"_s), Qt::LeftButton);
+        const QString copied = QGuiApplication::clipboard()->text();
+        for (const QString &line : {u"Version 2.9\n"_s, u"  Alpha\n"_s, u"gdb 13\n"_s})
+            QVERIFY2(copied.contains(line), qPrintable(copied));
     }
 
     void aboutBoxClosesByKey_data()

@@ -90,21 +90,66 @@ QString target(const QString &page, const QString &link)
     return QDir::cleanPath(path);
 }
 
-QDomElement contents()
+QDomElement rootOf(const QString &path)
 {
-    QFile file(helpDirectory.filePath(u"varnel.xml"_s));
     QDomDocument document;
-    if (!file.open(QIODevice::ReadOnly) || !document.setContent(&file))
-        return {};
+    document.setContent(read(path));
     return document.documentElement();
 }
 
+QDomElement contents(const QString &name = u"varnel.xml"_s)
+{
+    return rootOf(helpDirectory.filePath(name));
+}
+
+/// The pages of all tables of contents, in the order of the navigator.
 QStringList contentsPages()
 {
     QStringList result;
-    const QDomNodeList nodes = contents().elementsByTagName(u"page"_s);
-    for (int i = 0; i < nodes.count(); ++i)
-        result.append(nodes.at(i).toElement().attribute(u"path"_s));
+    for (const QString &name : helpDirectory.entryList({u"*.xml"_s})) {
+        const QDomElement root = contents(name);
+        const QDomNodeList nodes = root.elementsByTagName(u"page"_s);
+        for (int i = 0; i < nodes.count(); ++i)
+            result.append(nodes.at(i).toElement().attribute(u"path"_s));
+    }
+    return result;
+}
+
+/// The text of all pages.
+QString manual()
+{
+    QString text;
+    for (const QString &page : pages())
+        text += show(page)->toPlainText().simplified() + u'\n';
+    return text;
+}
+
+/// A text of the user interface without the mark of its key and the dots of commands that ask.
+QString spoken(QString text)
+{
+    return text.remove(u'&').remove(u"..."_s).remove(u"%1"_s).trimmed();
+}
+
+/// All source files of the program and its plug-ins as one text, to find names in.
+QString sources()
+{
+    QString text;
+    for (const auto &folder : {u"source"_s, u"plugins"_s, u"branding"_s}) {
+        QDirIterator it(u"" VARNEL_SOURCE_DIR "/"_s + folder, {u"*.cpp"_s, u"*.ui"_s}, QDir::Files,
+                        QDirIterator::Subdirectories);
+        while (it.hasNext())
+            text += read(it.next());
+    }
+    return text;
+}
+
+/// The entries of the table that F1 uses: page by name.
+QMap<QString, QString> pagesOf(const QString &kind)
+{
+    QMap<QString, QString> result;
+    const QDomElement table = rootOf(u"" VARNEL_SOURCE_DIR "/config/helppages.xml"_s);
+    for (QDomElement entry = table.firstChildElement(kind); !entry.isNull(); entry = entry.nextSiblingElement(kind))
+        result.insert(entry.attribute(u"name"_s), entry.attribute(u"page"_s));
     return result;
 }
 
@@ -178,6 +223,13 @@ private Q_SLOTS:
     void picturesExist_data() { pageRows(); }
     void picturesExist();
     void everyActionIsNamed();
+    void everyMenuItemIsNamed();
+    void everyDialogIsNamed();
+    void everyActionHasAPage();
+    void pagesForKeyF1Exist();
+    void windowsAndCommandsWithPagesExist();
+    void samplesAreShownAsTheyAre();
+    void picturesAreUsedAndOfModestSize();
     void homePageLinksToAllPages();
     void pageSetsNoColours_data() { pageRows(); }
     void pageSetsNoColours();
@@ -274,22 +326,109 @@ void TestHelp::picturesExist()
 
 void TestHelp::everyActionIsNamed()
 {
-    QString manual;
-    for (const QString &page : pages())
-        manual += show(page)->toPlainText().simplified() + u'\n';
+    const QString text = manual();
     QVERIFY(actionTexts().size() >= 88);
-    for (const QString &text : actionTexts())
-        QVERIFY2(manual.contains(text), qPrintable(text));
+    for (const QString &name : actionTexts())
+        QVERIFY2(text.contains(name), qPrintable(name));
+}
+
+void TestHelp::everyMenuItemIsNamed()
+{
+    const QString text = manual();
+    const QDomNodeList items = actionsOfTheProgram().elementsByTagName(u"menutext"_s);
+    for (int i = 0; i < items.count(); ++i) {
+        const QString name = spoken(items.at(i).toElement().text());
+        QVERIFY2(text.contains(name), qPrintable(name));
+    }
+}
+
+void TestHelp::everyDialogIsNamed()
+{
+    const QString text = manual();
+    const QDir dialogs(u"" VARNEL_SOURCE_DIR "/source/framework/dialogs"_s);
+    const QStringList forms = dialogs.entryList({u"*.ui"_s});
+    QVERIFY(forms.size() > 10);
+    for (const QString &form : forms) {
+        const QDomNodeList properties = rootOf(dialogs.filePath(form)).elementsByTagName(u"property"_s);
+        for (int i = 0; i < properties.count(); ++i) {
+            const QDomElement property = properties.at(i).toElement();
+            if (property.attribute(u"name"_s) == "windowTitle"_L1)
+                QVERIFY2(text.contains(spoken(property.text().trimmed())), qPrintable(form));
+        }
+    }
+}
+
+// Key F1 ------------------------------------------------------------------
+
+void TestHelp::everyActionHasAPage()
+{
+    const QMap<QString, QString> table = pagesOf(u"action"_s);
+    for (const QString &name : actionTexts().keys())
+        QVERIFY2(table.contains(name), qPrintable(name));
+}
+
+void TestHelp::pagesForKeyF1Exist()
+{
+    QVERIFY(!pagesOf(u"window"_s).isEmpty());
+    for (const QString &entry : pagesOf(u"action"_s).values() + pagesOf(u"window"_s).values()) {
+        const QString page = u"html/"_s + entry.section(u'#', 0, 0);
+        QVERIFY2(pages().contains(page), qPrintable(entry));
+        const QString anchor = entry.section(u'#', 1);
+        QVERIFY2(anchor.isEmpty() || anchors(*show(page)).contains(anchor), qPrintable(entry));
+    }
+}
+
+/// Names in the table would otherwise stay when a window or a command is renamed.
+void TestHelp::windowsAndCommandsWithPagesExist()
+{
+    const QString code = sources();
+    for (const QString &name : pagesOf(u"action"_s).keys())
+        QVERIFY2(actionTexts().contains(name) || code.contains(u'"' + name + u'"'), qPrintable(name));
+    for (const QString &name : pagesOf(u"window"_s).keys())
+        QVERIFY2(code.contains(u'"' + name + u'"') || code.contains(name + u"::"_s + name), qPrintable(name));
+}
+
+// Samples and pictures ----------------------------------------------------
+
+void TestHelp::samplesAreShownAsTheyAre()
+{
+    const QDir samples(helpDirectory.filePath(u"samples"_s));
+    const QStringList files = samples.entryList(QDir::Files);
+    QVERIFY(!files.isEmpty());
+    QString html;
+    for (const QString &page : pages())
+        html += read(helpDirectory.filePath(page));
+    html.replace(u"&lt;"_s, u"<"_s).replace(u"&gt;"_s, u">"_s).replace(u"&amp;"_s, u"&"_s);
+    for (const QString &file : files)
+        QVERIFY2(html.contains(u"<pre>\n"_s + read(samples.filePath(file)) + u"</pre>"_s), qPrintable(file));
+}
+
+void TestHelp::picturesAreUsedAndOfModestSize()
+{
+    constexpr qint64 Largest = 250'000;
+    QString html;
+    for (const QString &page : pages())
+        html += read(helpDirectory.filePath(page));
+    const QFileInfoList pictures = QDir(helpDirectory.filePath(u"pictures"_s)).entryInfoList(QDir::Files);
+    QVERIFY(!pictures.isEmpty());
+    for (const QFileInfo &picture : pictures) {
+        QVERIFY2(html.contains(u"pictures/"_s + picture.fileName()), qPrintable(picture.fileName()));
+        QVERIFY2(picture.size() < Largest, qPrintable(picture.fileName()));
+    }
 }
 
 void TestHelp::homePageLinksToAllPages()
 {
-    const QString home = u"html/index.html"_s;
-    QStringList reached{home};
-    const auto document = show(home);
-    for (const QString &link : links(*document)) {
-        if (!isCommand(link))
-            reached.append(target(home, link));
+    QStringList reached;
+    for (const auto &home : {u"html/index.html"_s, u"html/python/index.html"_s}) { // the latter has those of the types
+        if (!pages().contains(home))
+            continue;
+        reached.append(home);
+        const auto document = show(home);
+        for (const QString &link : links(*document)) {
+            if (!isCommand(link))
+                reached.append(target(home, link));
+        }
     }
     reached.removeDuplicates();
     reached.sort();

@@ -24,9 +24,9 @@ private Q_SLOTS:
         QTest::addColumn<QString>("entry");
         QTest::addColumn<QString>("command");
         QTest::newRow("project") << u"blinky.vnp"_s << u"application/x-varnel-project"_s << u"varnel-project"_s
-                                 << u"varnel -p %f"_s;
+                                 << u"varnel %f"_s;
         QTest::newRow("workspace") << u"blinky.vnw"_s << u"application/x-varnel-workspace"_s << u"varnel-workspace"_s
-                                   << u"varnel -w %f"_s;
+                                   << u"varnel %f"_s;
     }
     void desktopEntryOpensTheFileType()
     {

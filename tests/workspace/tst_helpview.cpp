@@ -12,6 +12,7 @@
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QTextBlock>
+#include <QTextTable>
 #include <sys/stat.h>
 
 using namespace Qt::StringLiterals;
@@ -262,6 +263,84 @@ private Q_SLOTS:
         f.write(u"help/a.html"_s, "<html><head><meta charset='no-such-charset'></head><body>text</body></html>");
         f.open(u"help/a.html"_s);
         QCOMPARE(f.text(), u"text"_s);
+    }
+
+    void colourOfLinksIsReadable_data()
+    {
+        QTest::addColumn<QColor>("base");
+        QTest::addColumn<QColor>("text");
+        QTest::newRow("light") << QColor(Qt::white) << QColor(Qt::black);
+        QTest::newRow("dark") << QColor(0x20, 0x20, 0x20) << QColor(Qt::white);
+    }
+
+    void colourOfLinksIsReadable()
+    {
+        QFETCH(QColor, base);
+        QFETCH(QColor, text);
+        Fixture f;
+        f.write(u"help/a.html"_s, "<p><a href='b.html'>link</a></p>");
+        f.open(u"help/a.html"_s);
+        QPalette palette;
+        palette.setColor(QPalette::Base, base);
+        palette.setColor(QPalette::Text, text);
+        palette.setColor(QPalette::Link, Qt::blue);
+        f.browser()->setPalette(palette); // while the page is shown
+        const QTextCharFormat format = f.browser()->document()->firstBlock().begin().fragment().charFormat();
+        const int difference = qAbs(qGray(format.foreground().color().rgb()) - qGray(base.rgb()));
+        QVERIFY2(difference >= 90, qPrintable(QString::number(difference)));
+    }
+
+    void newColoursKeepThePlaceOnThePage()
+    {
+        Fixture f;
+        f.write(u"help/a.html"_s, QByteArray("<p>text</p>").repeated(200));
+        f.open(u"help/a.html"_s);
+        f.show();
+        QScrollBar *bar = f.browser()->verticalScrollBar();
+        QVERIFY(bar->maximum() > 100);
+        bar->setValue(100);
+        QPalette palette;
+        palette.setColor(QPalette::Base, Qt::black);
+        f.browser()->setPalette(palette);
+        QCOMPARE(bar->value(), 100);
+    }
+
+    void linesDoNotGrowBeyondWhatIsReadable()
+    {
+        Fixture f;
+        f.write(u"help/a.html"_s, "<p>text</p>");
+        f.open(u"help/a.html"_s);
+        f.show();
+        QVERIFY(f.browser()->lineWrapColumnOrWidth() <= f.browser()->viewport()->width());
+        f.view->resize(5000, 300);
+        QTRY_VERIFY(f.browser()->viewport()->width() > 4000);
+        QVERIFY(f.browser()->lineWrapColumnOrWidth() < 2000);
+    }
+
+    void preformattedTextIsShownInABox()
+    {
+        Fixture f;
+        f.write(u"help/a.html"_s, "<p>before</p><pre>\none\n  two\n</pre><p>after</p>");
+        f.open(u"help/a.html"_s);
+        const QTextTable *table = nullptr;
+        for (const QTextFrame *frame : f.browser()->document()->rootFrame()->childFrames())
+            table = qobject_cast<const QTextTable *>(frame);
+        QVERIFY(table);
+        QCOMPARE(table->cellAt(0, 0).firstCursorPosition().block().text(), u"one"_s);
+        QVERIFY(f.text().contains(u"  two"_s));
+    }
+
+    void anchorIsScrolledTo()
+    {
+        Fixture f;
+        f.write(u"help/a.html"_s, QByteArray("<p>text</p>").repeated(200) + "<h2 id='end'>end</h2>"
+                                      + QByteArray("<p>text</p>").repeated(200));
+        f.open(u"help/a.html"_s);
+        f.show();
+        f.view->showAnchor(u"end"_s);
+        QTRY_VERIFY(f.browser()->verticalScrollBar()->value() > 0);
+        f.view->showAnchor({});
+        QTRY_COMPARE(f.browser()->verticalScrollBar()->value(), 0);
     }
 
     void placeholdersAreFilledInOnPagesOfTheProgram()

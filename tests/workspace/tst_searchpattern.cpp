@@ -82,6 +82,35 @@ private Q_SLOTS:
         }
     }
 
+    void matchHasItsLength()
+    {
+        const auto always = [] { return true; };
+        const SearchPattern::Match match = SearchPattern(u"b+"_s, true, true).find({u"abbb"_s}, 0, 4, always);
+        QCOMPARE(match.position, 1);
+        QCOMPARE(match.length, 3);
+        QCOMPARE(SearchPattern(u"b"_s, true, true).find({u"aab"_s}, 0, 2, always).position,
+                 -1); // begins behind the end
+    }
+
+    void replacementIsExpanded_data()
+    {
+        QTest::addColumn<QString>("replacement");
+        QTest::addColumn<QString>("expected");
+        QTest::newRow("plain") << u"x"_s << u"x"_s;
+        QTest::newRow("groups") << u"\\2-\\1"_s << u"2-ab"_s;
+        QTest::newRow("the whole match") << u"<\\0>"_s << u"<ab2>"_s;
+        QTest::newRow("a group that did not match") << u"[\\3]"_s << u"[]"_s;
+        QTest::newRow("no such group") << u"[\\9]"_s << u"[]"_s;
+        QTest::newRow("line end, tab, backslash") << u"\\n\\t\\\\"_s << u"\n\t\\"_s;
+        QTest::newRow("a backslash at the end") << u"x\\"_s << u"x\\"_s;
+    }
+
+    void replacementIsExpanded()
+    {
+        QFETCH(QString, replacement);
+        QTEST(SearchPattern(u"([a-z]+)(\\d)(x)?"_s, true, true).expanded(u"- ab2"_s, 2, replacement), "expected");
+    }
+
     void endsOfAPartDoNotMatchEndsOfTheText()
     {
         const SearchPattern ends(u"^a|a$"_s, true, true);

@@ -823,7 +823,8 @@ private Q_SLOTS:
         EditorFixture f(u"ab ab\nab\nab ab\nab"_s);
         f.putCursor(0, 2, 2, 3);
         QVERIFY(f.view->replaceInSelection(u"ab"_s, u"longer"_s, true, false));
-        QCOMPARE(f.text(), u"ab longer\nlonger\nlonger longer\nab"_s);
+        QCOMPARE(f.text(), u"ab longer\nlonger\nlonger ab\nab"_s); // the last match is not selected as a whole
+        QCOMPARE(f.view->replacedCount(), 3);
         QCOMPARE(f.selection(), u"0,2-2,3"_s); // as selected before
         f.view->undo();
         f.putCursor(3, 0, 3, 2);

@@ -10,6 +10,7 @@
 #include "messages.h"
 #include "navigator.h"
 #include "newconfigurationdialog.h"
+#include "outputpage.h"
 #include "outputwindow.h"
 #include "population.h"
 #include "project.h"
@@ -20,6 +21,7 @@
 #include "workspace.h"
 #include <QAction>
 #include <QApplication>
+#include <QRegularExpression>
 
 using namespace Qt::StringLiterals;
 
@@ -31,6 +33,8 @@ BuildControl::BuildControl(Activity &activity, WindowServices &window, QObject *
     refreshCompileAction();
     connect(&activity, &Activity::stateEntered, this, &BuildControl::refreshCompileAction);
     connect(&activity, &Activity::currentProjectChanged, this, &BuildControl::refreshCompileAction);
+    connect(window.outputWindow()->page(OutputWindow::Build), &OutputPage::lineAdded, this,
+            &BuildControl::showProgress);
 }
 
 BuildControl::~BuildControl() = default;
@@ -109,6 +113,7 @@ void BuildControl::run(Work work, Project *project)
 void BuildControl::start(const Project *project, const std::function<bool(IBuildEnvironment *)> &work)
 {
     const auto environment = shareInterface(project->buildInterface()); // it may close its project in the call
+    m_time.start();
     m_activity.setState(StateBuilding);
     if (!work(environment.get()))
         buildFinished(false);
@@ -144,8 +149,34 @@ void BuildControl::buildFinished(bool success)
     m_buildSucceeded = success;
     if (!m_activity.workspace())
         return; // reported by a plug-in that is deleted with its workspace
+    showOutcome(success);
     leaveBuilding();
     m_window.checkFileChanges();
+}
+
+/// The line may report how many steps are done, as in "[3/17] Compiling main.c".
+void BuildControl::showProgress(const QString &line)
+{
+    static const QRegularExpression progress(uR"(^\[(\d+)/(\d+)\] )"_s);
+    if (m_activity.state() != StateBuilding)
+        return;
+    if (const auto match = progress.match(line); match.hasMatch())
+        m_window.showMessage(tr("Building: %1 of %2").arg(match.captured(1), match.captured(2)));
+}
+
+void BuildControl::showOutcome(bool success)
+{
+    if (!m_time.isValid())
+        return;
+    const QString seconds = QString::number(double(m_time.elapsed()) / 1000, 'f', 1);
+    m_time.invalidate();
+    const QString counts = m_window.outputWindow()->page(OutputWindow::Build)->countsText();
+    QString text = m_buildStopped ? tr("Build stopped after %1 s").arg(seconds)
+                   : success      ? tr("Build finished in %1 s").arg(seconds)
+                                  : tr("Build failed after %1 s").arg(seconds);
+    if (!counts.isEmpty())
+        text += u": "_s + counts;
+    m_window.showMessage(text);
 }
 
 /// A file can be compiled during a debug session, which goes on.
@@ -274,6 +305,7 @@ bool BuildControl::buildForDebug(const Project *project)
     m_window.outputWindow()->displayPage(OutputWindow::Build);
     m_buildStopped = false;
     m_forDebug = true;
+    m_time.start();
     m_activity.setState(StateBuilding);
     const QString configuration = project->currentConfiguration();
     if (!runPlugin<&IDebugBuild::buildForDebug>(debugBuild, configuration))

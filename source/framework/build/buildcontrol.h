@@ -1,5 +1,6 @@
 #pragma once
 #include <functional>
+#include <QElapsedTimer>
 #include <QObject>
 #include <QPointer>
 class Activity;
@@ -63,6 +64,8 @@ private:
     void prepareOutput(const Project *project) const;
     void displayBuildPage() const;
     void setLookupPattern(const Project *project) const;
+    void showProgress(const QString &line);
+    void showOutcome(bool success);
     void leaveBuilding();
     [[nodiscard]] bool navigatorHasFocus() const;
     [[nodiscard]] bool canCompile() const;
@@ -74,6 +77,7 @@ private:
     QString m_compileMenuText;         ///< "%1" stands for the file
     QString m_currentFile;
     bool m_forDebug = false; ///< the build belongs to the start of a session
+    QElapsedTimer m_time; ///< since the start of the work that is shown in the status bar; invalid if there is none
     bool m_buildSucceeded = false;
     bool m_buildStopped = false;
 };

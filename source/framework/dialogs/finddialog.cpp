@@ -1,4 +1,5 @@
 #include "finddialog.h"
+#include "searchoptions.h"
 #include "ui_finddialogbase.h"
 
 FindDialog::FindDialog(QWidget *parent, const QString &name)
@@ -9,6 +10,10 @@ FindDialog::FindDialog(QWidget *parent, const QString &name)
     m_ui->FindWhatCombo->setAccelerator(Qt::Key_N);
     connect(m_ui->FindWhatCombo, &QComboBox::textActivated, this, &FindDialog::findWhatComboActivated);
     connect(m_ui->FindNextButton, &QPushButton::clicked, this, &FindDialog::findNext);
+    connect(m_ui->FindWhatCombo, &QComboBox::editTextChanged, this, &FindDialog::refresh);
+    for (const QCheckBox *box : {m_ui->MatchCaseCheck, m_ui->MatchWholeWordCheck, m_ui->RegExpCheck})
+        connect(box, &QCheckBox::toggled, this, &FindDialog::refresh);
+    refresh();
 }
 
 FindDialog::~FindDialog() = default;
@@ -21,20 +26,57 @@ void FindDialog::setFindText(const QString &text)
 void FindDialog::run()
 {
     m_ui->FindWhatCombo->takeFocus();
-    if (!isVisible()) {
-        exec();
-        return;
-    }
+    show();
     raise();
     activateWindow();
+}
+
+TextPattern FindDialog::pattern() const
+{
+    return patternOf(m_ui->FindWhatCombo, m_ui->MatchCaseCheck, m_ui->MatchWholeWordCheck, m_ui->RegExpCheck);
+}
+
+bool FindDialog::forward() const
+{
+    return m_ui->DownRadio->isChecked();
+}
+
+void FindDialog::setExpressionsAvailable(bool available)
+{
+    if (m_ui->RegExpCheck->isEnabled() == available)
+        return;
+    m_ui->RegExpCheck->setEnabled(available);
+    refresh();
+}
+
+void FindDialog::showCount(const QString &text)
+{
+    m_ui->CountLabel->setText(text);
+}
+
+void FindDialog::refresh()
+{
+    m_ui->FindNextButton->setEnabled(pattern().canMatch());
+    Q_EMIT patternChanged();
+}
+
+void FindDialog::showEvent(QShowEvent *event)
+{
+    QDialog::showEvent(event);
+    Q_EMIT patternChanged();
+}
+
+void FindDialog::hideEvent(QHideEvent *event)
+{
+    QDialog::hideEvent(event);
+    Q_EMIT patternChanged();
 }
 
 void FindDialog::findNext()
 {
     const QString text = m_ui->FindWhatCombo->currentText();
     m_ui->FindWhatCombo->remember(text);
-    Q_EMIT find(text, m_ui->MatchCaseCheck->isChecked(), m_ui->MatchWholeWordCheck->isChecked(),
-                m_ui->DownRadio->isChecked(), true);
+    Q_EMIT find(text, m_ui->MatchCaseCheck->isChecked(), m_ui->MatchWholeWordCheck->isChecked(), forward(), true);
 }
 
 void FindDialog::findWhatComboActivated(const QString &text)

@@ -4,6 +4,7 @@
 #include <QFileDialog>
 #include <QLineEdit>
 #include <QSettings>
+#include <QStandardItemModel>
 
 using namespace Qt::StringLiterals;
 
@@ -31,6 +32,10 @@ FindInFilesDialog::FindInFilesDialog(QSettings *settings, QWidget *parent, const
     m_ui->LookInCombo->lineEdit()->setPlaceholderText(QDir::toNativeSeparators(QDir::currentPath()));
     load();
     connect(m_ui->BrowseButton, &QPushButton::clicked, this, &FindInFilesDialog::browse);
+    connect(m_ui->FindWhatCombo, &QComboBox::editTextChanged, this, &FindInFilesDialog::refresh);
+    connect(m_ui->LookInCombo, &QComboBox::editTextChanged, this, &FindInFilesDialog::refresh);
+    connect(m_ui->ScopeCombo, &QComboBox::currentIndexChanged, this, &FindInFilesDialog::refresh);
+    refresh();
     m_ui->FindWhatCombo->takeFocus();
 }
 
@@ -48,6 +53,8 @@ void FindInFilesDialog::load()
     m_ui->MatchWholeWordCheck->setChecked(m_settings->value(u"MatchWholeWord"_s, false).toBool());
     m_ui->SubfoldersCheck->setChecked(m_settings->value(u"LookInSubfolders"_s, false).toBool());
     m_ui->RegExpCheck->setChecked(m_settings->value(u"UseRegExp"_s, false).toBool());
+    const int scope = m_settings->value(u"Scope"_s, int(Folder)).toInt();
+    m_ui->ScopeCombo->setCurrentIndex(std::clamp(scope, int(Folder), int(OpenDocuments)));
     m_settings->endGroup();
 }
 
@@ -72,8 +79,42 @@ void FindInFilesDialog::saveHistory(const QString &key, const HistoryCombo *comb
     }
 }
 
+/// What has no effect is disabled, and there must be something to search for, and somewhere to search.
+void FindInFilesDialog::refresh()
+{
+    const bool inFolder = scope() == Folder;
+    const std::initializer_list<QWidget *> ofFolder{m_ui->LookInCombo, m_ui->LookInLabel, m_ui->BrowseButton,
+                                                    m_ui->SubfoldersCheck};
+    for (QWidget *widget : ofFolder)
+        widget->setEnabled(inFolder);
+    const bool hasPlace = !inFolder || !m_ui->LookInCombo->currentText().trimmed().isEmpty();
+    m_ui->FindButton->setEnabled(!findText().isEmpty() && hasPlace);
+}
+
+void FindInFilesDialog::setFindText(const QString &text)
+{
+    m_ui->FindWhatCombo->setEditText(text);
+    m_ui->FindWhatCombo->takeFocus();
+}
+
+void FindInFilesDialog::setProjectsAvailable(bool available)
+{
+    const auto *model = qobject_cast<const QStandardItemModel *>(m_ui->ScopeCombo->model());
+    for (const Scope projects : {CurrentProject, AllProjects})
+        model->item(projects)->setEnabled(available);
+    if (!available && (scope() == CurrentProject || scope() == AllProjects))
+        m_ui->ScopeCombo->setCurrentIndex(Folder);
+}
+
+FindInFilesDialog::Scope FindInFilesDialog::scope() const
+{
+    return Scope(m_ui->ScopeCombo->currentIndex());
+}
+
 void FindInFilesDialog::accept()
 {
+    if (!m_ui->FindButton->isEnabled())
+        return;
     m_settings->beginGroup(u"/FindInFiles"_s);
     saveHistory(u"Match"_s, m_ui->FindWhatCombo);
     saveHistory(u"Folder"_s, m_ui->LookInCombo);
@@ -82,6 +123,7 @@ void FindInFilesDialog::accept()
     m_settings->setValue(u"MatchWholeWord"_s, wholeWord());
     m_settings->setValue(u"LookInSubfolders"_s, recursive());
     m_settings->setValue(u"UseRegExp"_s, regExp());
+    m_settings->setValue(u"Scope"_s, int(scope()));
     m_settings->endGroup();
     QDialog::accept();
 }

@@ -14,9 +14,16 @@ class FindInFilesDialog : public QDialog
 public:
     /// Answers are stored in the group "/FindInFiles" of @p settings, which must outlive the dialog.
     FindInFilesDialog(QSettings *settings, QWidget *parent, const QString &name);
+    enum Scope { Folder, CurrentProject, AllProjects, OpenDocuments };
+
     ~FindInFilesDialog() override;
 
+    void setFindText(const QString &text);
+    /// Without a project only a folder and open documents can be searched.
+    void setProjectsAvailable(bool available);
+
     [[nodiscard]] QString findText() const;
+    [[nodiscard]] Scope scope() const;
     [[nodiscard]] QString mask() const;
     [[nodiscard]] QString folder() const; ///< absolute
     [[nodiscard]] bool caseSensitive() const;
@@ -30,6 +37,7 @@ public Q_SLOTS:
 
 private:
     void load();
+    void refresh();
     void loadHistory(const QString &key, HistoryCombo *combo);
     void saveHistory(const QString &key, const HistoryCombo *combo);
 

@@ -14,8 +14,14 @@ HistoryCombo::HistoryCombo(QWidget *parent) : QComboBox(parent)
 
 void HistoryCombo::remember(const QString &text)
 {
-    if (!text.isEmpty() && findText(text, Qt::MatchExactly | Qt::MatchCaseSensitive) < 0)
+    if (text.isEmpty())
+        return;
+    const int known = findText(text, Qt::MatchExactly | Qt::MatchCaseSensitive);
+    if (known < 0)
         insertItem(0, text);
+    const QString shown = currentText(); // of another text than the current one, if a script calls
+    setCurrentIndex(std::max(known, 0));
+    setEditText(shown);
 }
 
 void HistoryCombo::takeFocus()

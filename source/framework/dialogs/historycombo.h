@@ -8,7 +8,8 @@ class HistoryCombo : public QComboBox
 public:
     explicit HistoryCombo(QWidget *parent = nullptr);
 
-    /// Adds @p text at the top of the list, unless it is empty or in the list already (exact comparison).
+    /// Adds @p text at the top of the list, unless it is empty or in the list already (exact comparison). The arrow
+    /// keys then go on from it.
     void remember(const QString &text);
     /// Sets the focus and selects the text, so that typing replaces it.
     void takeFocus();

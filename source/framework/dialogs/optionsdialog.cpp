@@ -2,6 +2,7 @@
 #include "debugoptionspage.h"
 #include "fixedpitch.h"
 #include "morepage.h"
+#include "shortcutspage.h"
 #include "toolsdialog.h"
 #include "ui_optionsdialogbase.h"
 #include <QColorDialog>
@@ -74,16 +75,24 @@ void OptionsDialog::addPages(const OptionValues &values)
     m_toolsPage = new ToolsDialog(values.tools, this, u"toolsPage"_s);
     m_debugPage = new DebugOptionsPage(m_choices.debugTexts, values.debugActions, this, u"debugPage"_s);
     m_morePage = new MorePage(values.more, this, u"morePage"_s);
-    for (QWidget *page :
-         {static_cast<QWidget *>(m_toolsPage), static_cast<QWidget *>(m_debugPage), static_cast<QWidget *>(m_morePage)})
+    m_shortcutsPage = new ShortcutsPage(values.shortcuts, m_choices.shortcuts, this, u"shortcutsPage"_s);
+    const QList<QWidget *> pages{m_toolsPage, m_debugPage, m_morePage, m_shortcutsPage};
+    for (QWidget *page : pages)
         m_ui->OptionsTabs->addTab(page, page->windowTitle());
-    setTabOrder(lastInTabOrder(m_morePage), m_ui->OKButton); // the buttons come after the pages that were added last
+    setTabOrder(lastInTabOrder(m_shortcutsPage),
+                m_ui->OKButton); // the buttons come after the pages that were added last
     setTabOrder(m_ui->OKButton, m_ui->CancelButton);
 }
 
 void OptionsDialog::addPage(QWidget *page, const QString &title)
 {
     m_ui->OptionsTabs->addTab(page, title);
+}
+
+void OptionsDialog::showPage(const QString &objectName)
+{
+    if (auto *page = findChild<QWidget *>(objectName))
+        m_ui->OptionsTabs->setCurrentWidget(page);
 }
 
 OptionValues OptionsDialog::values() const
@@ -93,7 +102,8 @@ OptionValues OptionsDialog::values() const
             .formats = m_formats,
             .tools = m_toolsPage->tools(),
             .debugActions = m_debugPage->actions(),
-            .more = m_morePage->options()};
+            .more = m_morePage->options(),
+            .shortcuts = m_shortcutsPage->options()};
 }
 
 void OptionsDialog::accept()

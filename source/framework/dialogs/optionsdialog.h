@@ -5,6 +5,7 @@
 class DebugOptionsPage;
 class MorePage;
 class QComboBox;
+class ShortcutsPage;
 class ToolsDialog;
 namespace Ui {
 class OptionsDialogBase;
@@ -21,6 +22,7 @@ public:
     [[nodiscard]] OptionValues values() const; ///< as the dialog was accepted
     [[nodiscard]] ToolsDialog *toolsPage() const { return m_toolsPage; }
     void addPage(QWidget *page, const QString &title); ///< A page whose values are not among those of this dialog.
+    void showPage(const QString &objectName); ///< Another name does nothing.
 
 public Q_SLOTS:
     void accept() override;
@@ -52,4 +54,5 @@ private:
     ToolsDialog *m_toolsPage = nullptr;
     DebugOptionsPage *m_debugPage = nullptr;
     MorePage *m_morePage = nullptr;
+    ShortcutsPage *m_shortcutsPage = nullptr;
 };

@@ -1,4 +1,5 @@
 #pragma once
+#include "shortcutkeys.h"
 #include "textformats.h"
 #include "toolentry.h"
 #include <functional>
@@ -40,6 +41,7 @@ struct OptionValues
     QList<ToolEntry> tools = {};
     QList<int> debugActions = {}; ///< for each event the number of one of its texts
     MoreOptions more = {};
+    ShortcutOptions shortcuts = {};
 };
 
 /// What the options dialog shows besides the values.
@@ -47,4 +49,5 @@ struct OptionChoices
 {
     std::function<TextFormats()> defaultFormats; ///< what "Use Defaults" goes back to
     QList<QStringList> debugTexts;               ///< the actions for each debug event
+    ShortcutChoices shortcuts = {};
 };

@@ -1,5 +1,6 @@
 #include "replacedialog.h"
 #include "messages.h"
+#include "searchoptions.h"
 #include "textview.h"
 #include "ui_replacedialogbase.h"
 
@@ -16,7 +17,11 @@ ReplaceDialog::ReplaceDialog(QWidget *parent, const QString &name)
     connect(m_ui->ReplaceButton, &QPushButton::clicked, this, &ReplaceDialog::replace);
     connect(m_ui->ReplaceAllButton, &QPushButton::clicked, this, &ReplaceDialog::replaceAll);
     connect(m_ui->SelectionRadio, &QRadioButton::toggled, this, &ReplaceDialog::selectionClicked);
+    connect(m_ui->FindWhatCombo, &QComboBox::editTextChanged, this, &ReplaceDialog::refresh);
+    for (const QCheckBox *box : {m_ui->MatchCaseCheck, m_ui->MatchWholeWordCheck, m_ui->RegExpCheck})
+        connect(box, &QCheckBox::toggled, this, &ReplaceDialog::refresh);
     setHasSelection(false);
+    refresh();
 }
 
 ReplaceDialog::~ReplaceDialog() = default;
@@ -31,21 +36,46 @@ void ReplaceDialog::setFindText(const QString &text)
     m_ui->FindWhatCombo->setEditText(text);
 }
 
-void ReplaceDialog::setHasSelection(bool hasSelection)
+void ReplaceDialog::setHasSelection(bool hasSelection, bool limit)
 {
     m_ui->SelectionRadio->setEnabled(hasSelection);
-    (hasSelection ? m_ui->SelectionRadio : m_ui->WholeFileRadio)->setChecked(true);
+    (hasSelection && limit ? m_ui->SelectionRadio : m_ui->WholeFileRadio)->setChecked(true);
 }
 
 void ReplaceDialog::run()
 {
     m_ui->FindWhatCombo->takeFocus();
-    if (!isVisible()) {
-        exec();
-        return;
-    }
+    show();
     raise();
     activateWindow();
+}
+
+TextPattern ReplaceDialog::pattern() const
+{
+    return patternOf(m_ui->FindWhatCombo, m_ui->MatchCaseCheck, m_ui->MatchWholeWordCheck, m_ui->RegExpCheck);
+}
+
+void ReplaceDialog::showCount(const QString &text)
+{
+    m_ui->CountLabel->setText(text);
+}
+
+void ReplaceDialog::refresh()
+{
+    selectionClicked();
+    Q_EMIT patternChanged();
+}
+
+void ReplaceDialog::showEvent(QShowEvent *event)
+{
+    QDialog::showEvent(event);
+    Q_EMIT patternChanged();
+}
+
+void ReplaceDialog::hideEvent(QHideEvent *event)
+{
+    QDialog::hideEvent(event);
+    Q_EMIT patternChanged();
 }
 
 void ReplaceDialog::findNext()
@@ -53,20 +83,33 @@ void ReplaceDialog::findNext()
     auto *navigation = viewInterface<ITextNavigation>(m_view);
     if (!navigation)
         return;
-    const QString text = m_ui->FindWhatCombo->currentText();
-    if (!navigation->find(text, m_ui->MatchCaseCheck->isChecked(), m_ui->MatchWholeWordCheck->isChecked(), true, true))
-        tellNotFound(text);
-    m_ui->FindWhatCombo->remember(text);
+    const TextPattern wanted = pattern();
+    const SearchOptions options = wanted.options();
+    const bool found = wanted.options().regExp
+                           ? m_view->find(wanted, true, true)
+                           : navigation->find(wanted.text(), options.caseSensitive, options.wholeWord, true, true);
+    if (found)
+        Q_EMIT matchSelected();
+    else
+        tellNotFound(wanted.text());
+    m_ui->FindWhatCombo->remember(wanted.text());
 }
 
+/// Replaces one match and selects the next one. That there is no further match is no failure.
 void ReplaceDialog::replace()
 {
     if (!m_view)
         return;
-    const QString text = m_ui->FindWhatCombo->currentText();
-    if (!m_view->replace(text, m_ui->ReplaceWithCombo->currentText(), m_ui->MatchCaseCheck->isChecked(),
-                         m_ui->MatchWholeWordCheck->isChecked(), true, true, false))
-        tellNotFound(text);
+    const TextPattern wanted = pattern();
+    const SearchOptions options = wanted.options();
+    const QString replacement = m_ui->ReplaceWithCombo->currentText();
+    const bool more = wanted.options().regExp ? m_view->replace(wanted, replacement, false)
+                                              : m_view->replace(wanted.text(), replacement, options.caseSensitive,
+                                                                options.wholeWord, true, true, false);
+    if (more)
+        Q_EMIT matchSelected();
+    else if (m_view->replacedCount() == 0)
+        tellNotFound(wanted.text());
     rememberTexts();
 }
 
@@ -74,24 +117,35 @@ void ReplaceDialog::replaceAll()
 {
     if (!m_view)
         return;
-    const QString text = m_ui->FindWhatCombo->currentText();
-    const QString replacement = m_ui->ReplaceWithCombo->currentText();
-    const bool matchCase = m_ui->MatchCaseCheck->isChecked();
-    const bool wholeWord = m_ui->MatchWholeWordCheck->isChecked();
-    const bool replaced = m_ui->SelectionRadio->isChecked()
-                              ? m_view->replaceInSelection(text, replacement, matchCase, wholeWord)
-                              : m_view->replace(text, replacement, matchCase, wholeWord, true, false, true);
-    if (!replaced)
-        tellNotFound(text);
+    const TextPattern wanted = pattern();
+    if (replaceMatches(wanted, m_ui->ReplaceWithCombo->currentText()))
+        Q_EMIT replaced(m_view->replacedCount());
+    else
+        tellNotFound(wanted.text());
     rememberTexts();
+}
+
+bool ReplaceDialog::replaceMatches(const TextPattern &pattern, const QString &replacement)
+{
+    const SearchOptions options = pattern.options();
+    const bool inSelection = m_ui->SelectionRadio->isChecked();
+    if (pattern.options().regExp)
+        return inSelection ? m_view->replaceInSelection(pattern, replacement)
+                           : m_view->replace(pattern, replacement, true);
+    return inSelection
+               ? m_view->replaceInSelection(pattern.text(), replacement, options.caseSensitive, options.wholeWord)
+               : m_view->replace(pattern.text(), replacement, options.caseSensitive, options.wholeWord, true, false,
+                                 true);
 }
 
 /// In a selection, only "Replace All" is possible.
 void ReplaceDialog::selectionClicked()
 {
     const bool inSelection = m_ui->SelectionRadio->isChecked();
-    m_ui->FindNextButton->setEnabled(!inSelection);
-    m_ui->ReplaceButton->setEnabled(!inSelection);
+    const bool canMatch = pattern().canMatch();
+    m_ui->FindNextButton->setEnabled(canMatch && !inSelection);
+    m_ui->ReplaceButton->setEnabled(canMatch && !inSelection);
+    m_ui->ReplaceAllButton->setEnabled(canMatch);
     (inSelection ? m_ui->ReplaceAllButton : m_ui->FindNextButton)->setDefault(true);
 }
 

@@ -2,6 +2,7 @@
 #include <memory>
 #include <QDialog>
 #include <QPointer>
+class TextPattern;
 class TextView;
 namespace Ui {
 class ReplaceDialogBase;
@@ -17,8 +18,11 @@ public:
 
     void setView(TextView *view);
     void setFindText(const QString &text);
-    /// Whether the view has a selection. If so, replacement is limited to it at first; otherwise that cannot be chosen.
-    void setHasSelection(bool hasSelection);
+    [[nodiscard]] TextPattern pattern() const;
+    void showCount(const QString &text); ///< of the matches, or why there can be none
+    /// Whether the view has a selection. If so, replacement is limited to it at first if @p limit is true; otherwise
+    /// that cannot be chosen.
+    void setHasSelection(bool hasSelection, bool limit = true);
     /// Shows the dialog with the focus in the text until the user closes it. If it is open, brings it to the front.
     void run();
 
@@ -30,7 +34,18 @@ public Q_SLOTS:
     void findWhatComboActivated(const QString &text);
     void replaceWithComboActivated(const QString &text);
 
+Q_SIGNALS:
+    void patternChanged();    ///< Also when the dialog was shown or hidden.
+    void matchSelected();     ///< in the view
+    void replaced(int count); ///< all matches at once
+
+protected:
+    void showEvent(QShowEvent *event) override;
+    void hideEvent(QHideEvent *event) override;
+
 private:
+    void refresh();
+    bool replaceMatches(const TextPattern &pattern, const QString &replacement);
     void tellNotFound(const QString &text);
     void rememberTexts();
 

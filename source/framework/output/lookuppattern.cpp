@@ -1,6 +1,17 @@
 #include "lookuppattern.h"
 using namespace Qt::StringLiterals;
 
+namespace {
+/// The column in "main.c:3:14: error" and "main.c(3,14) : error", for the end of the line number; 0 if there is none.
+int columnBehind(const QString &text, qsizetype end)
+{
+    static const QRegularExpression column(uR"([:,](\d{1,6})\b)"_s);
+    const auto match =
+        column.match(text, end, QRegularExpression::NormalMatch, QRegularExpression::AnchorAtOffsetMatchOption);
+    return match.captured(1).toInt();
+}
+} // namespace
+
 LookupPattern::LookupPattern()
 {
     set({}, false);
@@ -34,12 +45,15 @@ void LookupPattern::setExpression(const QString &expression, bool greedy)
     m_lookup = QRegularExpression(expression, options);
 }
 
-std::optional<LookupPlace> LookupPattern::find(const QString &text) const
+std::optional<LookupPlace> LookupPattern::find(const QString &text, qsizetype *length) const
 {
     if (!m_lookup.isValid())
         return std::nullopt;
     const QRegularExpressionMatch match = m_lookup.match(text);
     if (!match.hasMatch() || match.capturedStart() != 0)
         return std::nullopt;
-    return LookupPlace{match.captured(m_fileCapture).trimmed(), match.captured(m_lineCapture).trimmed().toInt()};
+    if (length)
+        *length = match.capturedEnd();
+    return LookupPlace{match.captured(m_fileCapture).trimmed(), match.captured(m_lineCapture).trimmed().toInt(),
+                       columnBehind(text, match.capturedEnd(m_lineCapture))};
 }

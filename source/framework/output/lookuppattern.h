@@ -8,6 +8,7 @@ struct LookupPlace
 {
     QString file;
     int line = 0;
+    int column = 0; ///< As compilers count it: from 1, and a tab extends to the next multiple of 8. 0 if none is given.
 
     bool operator==(const LookupPlace &) const = default;
 };
@@ -23,8 +24,9 @@ public:
     /// bracket. Otherwise returns false, and sets the default "file(line)". Unless @p greedy, all parts match as little
     /// as possible, except a field at the very end. A regular expression with an error is accepted and never matches.
     bool set(const QString &pattern, bool greedy);
-    /// The place at the start of @p text, nothing if there is none. A line number that is too large is read as 0.
-    [[nodiscard]] std::optional<LookupPlace> find(const QString &text) const;
+    /// The place at the start of @p text, nothing if there is none. A line number that is too large is read as 0. A
+    /// number behind the line, separated by ":" or ",", is the column. @p length is set to the length of the place.
+    [[nodiscard]] std::optional<LookupPlace> find(const QString &text, qsizetype *length = nullptr) const;
 
 private:
     void setExpression(const QString &expression, bool greedy);

@@ -1,11 +1,35 @@
 #include "outputpage.h"
 #include <QAction>
 #include <QMenu>
-#include <QPointer>
 #include <QScrollBar>
 #include <QTextBlock>
+#include <QTextLayout>
 
 namespace {
+/// What is known of a line of output.
+struct LineData : QTextBlockUserData
+{
+    std::optional<LookupPlace> place; ///< given with the line; otherwise it is searched in the text
+    OutputSeverity severity = OutputSeverity::None;
+};
+
+LineData *dataOf(const QTextBlock &line)
+{
+    return static_cast<LineData *>(line.userData());
+}
+
+LineData *newDataOf(QTextBlock &line)
+{
+    if (!line.userData())
+        line.setUserData(new LineData); // owned by the line
+    return dataOf(line);
+}
+
+bool isReturn(const QKeyEvent *event)
+{
+    return event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+}
+
 constexpr int BatchMilliseconds = 16; // about one frame of a usual screen
 
 /// State of a last paragraph whose "\n" was output, but is shown only when more text follows.
@@ -37,26 +61,6 @@ bool isHandled(const QKeyEvent *event)
 QString withoutLineEnd(const QString &text)
 {
     return text.chopped(text.endsWith(QLatin1String("\r\n")) ? 2 : 1);
-}
-
-/// The place of a line that was output with it.
-struct Link : QTextBlockUserData
-{
-    Link(const LookupPlace &linked, int linkedColumn) : place(linked), column(linkedColumn) {}
-
-    const LookupPlace place;
-    const int column;
-};
-
-const Link *linkOf(const QTextBlock &block)
-{
-    return dynamic_cast<const Link *>(block.userData());
-}
-
-int columnOf(const QTextBlock &block)
-{
-    const Link *link = linkOf(block);
-    return link ? link->column : 0;
 }
 
 /// A relative move would determine the text direction of the last line, which is slow for a long line.
@@ -94,16 +98,68 @@ void OutputPage::outputLine(const QString &text)
         return;
     }
     moveCursorToEnd();
+    const int lastLine = document()->blockCount() - 1;
     insertAtEnd(text);
     m_lineOpen = !endsLine;
+    if (text.contains(u'\n'))
+        finishLines(document()->findBlockByNumber(lastLine));
 }
 
-void OutputPage::outputLink(const QString &text, const LookupPlace &place, int column)
+void OutputPage::outputLine(const QString &text, const LookupPlace &place)
 {
     if (m_lineOpen)
         outputLine(QStringLiteral("\n"));
-    outputLine(QString(text).replace(u'\n', u' ') + u'\n');
-    document()->lastBlock().setUserData(new Link(place, column));
+    m_placeOfNext = place;
+    outputLine(text);
+    m_placeOfNext.reset();
+}
+
+/// Examines the lines from @p line on that are complete now.
+void OutputPage::finishLines(QTextBlock line)
+{
+    const int errors = m_errors;
+    const int warnings = m_warnings;
+    for (; line.isValid() && !(m_lineOpen && !line.next().isValid()); line = line.next()) {
+        if (m_placeOfNext)
+            newDataOf(line)->place = m_placeOfNext;
+        if (m_diagnostics && !line.text().isEmpty()) {
+            qsizetype length = 0;
+            const bool hasPlace = m_lookup.find(line.text(), &length).has_value();
+            const OutputSeverity severity = outputSeverity(line.text().sliced(length), hasPlace);
+            if (severity != OutputSeverity::None) {
+                newDataOf(line)->severity = severity;
+                colour(line);
+            }
+            m_errors += severity == OutputSeverity::Error;
+            m_warnings += severity == OutputSeverity::Warning;
+        }
+        Q_EMIT lineAdded(line.text());
+    }
+    if (m_errors != errors || m_warnings != warnings)
+        Q_EMIT countsChanged();
+}
+
+QString OutputPage::countsText() const
+{
+    QStringList counts;
+    if (m_errors > 0)
+        counts += m_errors == 1 ? tr("1 error") : tr("%1 errors").arg(m_errors);
+    if (m_warnings > 0)
+        counts += m_warnings == 1 ? tr("1 warning") : tr("%1 warnings").arg(m_warnings);
+    return counts.join(QStringLiteral(", "));
+}
+
+/// As a highlighter does it: the format belongs to the layout, not to the text.
+void OutputPage::colour(const QTextBlock &line) const
+{
+    const LineData *data = dataOf(line);
+    if (!data || data->severity == OutputSeverity::None)
+        return;
+    QTextLayout::FormatRange range;
+    range.start = 0;
+    range.length = line.length();
+    range.format.setForeground(outputColour(data->severity, palette()));
+    line.layout()->setFormats({range});
 }
 
 void OutputPage::appendLine(const QString &line)
@@ -113,6 +169,7 @@ void OutputPage::appendLine(const QString &line)
         cursor.insertBlock();
     cursor.insertText(line);
     cursor.block().setUserState(LineEndHeldBack);
+    finishLines(cursor.block());
 }
 
 void OutputPage::insertAtEnd(const QString &text)
@@ -144,6 +201,11 @@ void OutputPage::clear()
 {
     closeBatch();
     QPlainTextEdit::clear();
+    m_currentLine = 0;
+    m_visited = false;
+    m_errors = 0;
+    m_warnings = 0;
+    Q_EMIT countsChanged();
 }
 
 // In an edit block the document notifies its layout and view only once, also for 100,000 lines. Text and paragraphs are
@@ -214,11 +276,23 @@ void OutputPage::resizeEvent(QResizeEvent *event)
 
 // Lookup ------------------------------------------------------------------
 
+std::optional<LookupPlace> OutputPage::placeIn(const QTextBlock &line) const
+{
+    const LineData *data = dataOf(line);
+    return data && data->place ? data->place : m_lookup.find(line.text());
+}
+
+bool OutputPage::isMessage(const QTextBlock &line) const
+{
+    if (!placeIn(line))
+        return false;
+    const LineData *data = dataOf(line);
+    return !m_diagnostics || (data && data->severity != OutputSeverity::None);
+}
+
 bool OutputPage::lookup(QString &file, int &line) const
 {
-    const QTextBlock paragraph = document()->findBlockByNumber(m_currentLine);
-    const Link *link = linkOf(paragraph);
-    const std::optional<LookupPlace> place = link ? link->place : m_lookup.find(paragraph.text());
+    const std::optional<LookupPlace> place = placeIn(document()->findBlockByNumber(m_currentLine));
     if (!place)
         return false;
     file = place->file;
@@ -232,32 +306,48 @@ void OutputPage::lookupNextLine()
     doLookup();
 }
 
+bool OutputPage::lookupMessage(bool forward)
+{
+    const int count = document()->blockCount();
+    const int first = m_visited ? (forward ? m_currentLine + 1 : m_currentLine - 1) : (forward ? 0 : count - 1);
+    for (int i = 0; i < count; ++i) {
+        const int line = ((forward ? first + i : first - i) % count + count) % count;
+        if (isMessage(document()->findBlockByNumber(line))) {
+            m_currentLine = line;
+            doLookup();
+            return true;
+        }
+    }
+    return false;
+}
+
 void OutputPage::doLookup()
 {
-    QString file;
-    int line = 0;
-    if (!lookup(file, line))
+    const std::optional<LookupPlace> place = placeIn(document()->findBlockByNumber(m_currentLine));
+    if (!place)
         return;
+    m_visited = true;
     closeBatch();
     QTextCursor cursor(document()->findBlockByNumber(m_currentLine));
     cursor.movePosition(QTextCursor::EndOfBlock);
     cursor.movePosition(QTextCursor::StartOfBlock, QTextCursor::KeepAnchor); // shows the start of a long line
     setTextCursor(cursor);
-    const int column = columnOf(cursor.block());
-    const QPointer<OutputPage> self(this);
-    Q_EMIT lookupSource(file, line);
-    if (self && column > 0)
-        Q_EMIT lookupColumn(column);
+    Q_EMIT lookupSource(place->file, place->line, place->column);
 }
 
 // User ----------------------------------------------------------------------
 
 void OutputPage::keyPressEvent(QKeyEvent *event)
 {
-    if (isHandled(event))
+    if (isReturn(event) && event->modifiers() == (event->modifiers() & Qt::KeypadModifier)
+        && placeIn(textCursor().block())) {
+        m_currentLine = textCursor().blockNumber();
+        doLookup();
+    } else if (isHandled(event)) {
         QPlainTextEdit::keyPressEvent(event);
-    else
+    } else {
         event->ignore();
+    }
 }
 
 void OutputPage::mousePressEvent(QMouseEvent *event)
@@ -268,6 +358,24 @@ void OutputPage::mousePressEvent(QMouseEvent *event)
         setTextCursor(pressed);
     QPlainTextEdit::mousePressEvent(event);
     m_currentLine = right ? pressed.blockNumber() : textCursor().blockNumber();
+    m_visited = true;
+}
+
+void OutputPage::mouseDoubleClickEvent(QMouseEvent *event)
+{
+    QPlainTextEdit::mouseDoubleClickEvent(event); // selects the word in a line without a place
+    if (event->button() == Qt::LeftButton)
+        doLookup();
+}
+
+void OutputPage::changeEvent(QEvent *event)
+{
+    QPlainTextEdit::changeEvent(event);
+    if (event->type() != QEvent::PaletteChange || !m_diagnostics)
+        return;
+    for (QTextBlock line = document()->begin(); line.isValid(); line = line.next())
+        colour(line);
+    viewport()->update();
 }
 
 QMenu *OutputPage::createPopupMenu()

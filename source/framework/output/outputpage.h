@@ -1,5 +1,6 @@
 #pragma once
 #include "lookuppattern.h"
+#include "outputseverity.h"
 #include <QBasicTimer>
 #include <QPlainTextEdit>
 class QMenu;
@@ -17,6 +18,11 @@ public:
     bool setLookupPattern(const QString &pattern, bool greedy);
     /// The place in the current line; if there is none, returns false and does not change the arguments.
     bool lookup(QString &file, int &line) const;
+    /// Colours errors and warnings from now on, and counts them. Messages are then these lines only.
+    void setDiagnostics(bool on) { m_diagnostics = on; }
+    [[nodiscard]] int errors() const { return m_errors; }
+    [[nodiscard]] int warnings() const { return m_warnings; }
+    [[nodiscard]] QString countsText() const; ///< "2 errors, 1 warning"; empty without any
     /// The current context menu, owned by the caller.
     [[nodiscard]] QMenu *createPopupMenu();
 
@@ -24,18 +30,21 @@ public Q_SLOTS:
     /// Adds text at the end. A whole line, which ends in "\n", becomes a new paragraph, and its line end is shown only
     /// when more text follows; text without "\n" at its end is continued by the next text.
     void outputLine(const QString &text);
+    /// Adds a whole line whose place is known: its text is not searched for one. A line that is open ends before it.
+    void outputLine(const QString &text, const LookupPlace &place);
     /// Makes the next paragraph (after the last one the first) the current line, and looks it up.
-    /// Adds a line, without "\n" at its end, that contains a place besides those of the pattern. @p column counts from
-    /// 1; 0 if it is not known.
-    void outputLink(const QString &text, const LookupPlace &place, int column);
     void lookupNextLine();
     /// Selects the current line and emits lookupSource() if the line contains a place.
     void doLookup();
+    /// Makes the next or previous message the current line, and looks it up: the next line that contains a place and,
+    /// with diagnostics, an error or a warning. After the last message the first follows. False if there is none.
+    bool lookupMessage(bool forward);
     void clear();
 
 Q_SIGNALS:
-    void lookupSource(const QString &file, int line);
-    void lookupColumn(int column); ///< After lookupSource(), if the column is known.
+    void lookupSource(const QString &file, int line, int column = 0);
+    void lineAdded(const QString &line); ///< a whole line, without its line end
+    void countsChanged();                ///< of errors and warnings
 
 protected:
     bool event(QEvent *event) override;
@@ -44,7 +53,9 @@ protected:
     void resizeEvent(QResizeEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
     void mousePressEvent(QMouseEvent *event) override;
+    void mouseDoubleClickEvent(QMouseEvent *event) override;
     void contextMenuEvent(QContextMenuEvent *event) override;
+    void changeEvent(QEvent *event) override;
 
 private:
     void appendLine(const QString &line);
@@ -54,11 +65,20 @@ private:
     void closeBatch();
     [[nodiscard]] bool isAtEnd() const;
     void scrollToEnd();
+    [[nodiscard]] std::optional<LookupPlace> placeIn(const QTextBlock &line) const;
+    [[nodiscard]] bool isMessage(const QTextBlock &line) const;
+    void finishLines(QTextBlock line);
+    void colour(const QTextBlock &line) const;
 
     LookupPattern m_lookup;
-    bool m_lineOpen = false;     ///< the last output did not end in "\n"
-    int m_currentLine = 0;       ///< index of the paragraph to look up; may be beyond the end after clear()
-    QBasicTimer m_batch;         ///< runs while text is collected in one edit block
-    bool m_followEnd = false;    ///< the end was visible when the batch started
-    bool m_followCursor = false; ///< the batch moved the cursor to the end
+    bool m_lineOpen = false; ///< the last output did not end in "\n"
+    int m_currentLine = 0;   ///< index of the paragraph to look up
+    bool m_visited = false;  ///< the current line was pressed or looked up, so the next message is behind it
+    bool m_diagnostics = false;
+    int m_errors = 0;
+    int m_warnings = 0;
+    std::optional<LookupPlace> m_placeOfNext; ///< of the line that is being added
+    QBasicTimer m_batch;                      ///< runs while text is collected in one edit block
+    bool m_followEnd = false;                 ///< the end was visible when the batch started
+    bool m_followCursor = false;              ///< the batch moved the cursor to the end
 };

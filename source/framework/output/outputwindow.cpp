@@ -41,6 +41,7 @@ OutputWindow::OutputWindow(QWidget *parent, const QPixmap &artwork)
     for (const QString &name : {u"Build"_s, u"Debug"_s, u"Find In Files"_s}) // plug-ins refer to them by these names
         addPage(name);
     setLookupPattern(uR"((file)\((line)\))"_s, false);
+    m_pages[Build]->setDiagnostics(true);
 }
 
 OutputWindow::~OutputWindow() = default;
@@ -58,6 +59,7 @@ void OutputWindow::createLayout(const QPixmap &artwork)
     inner->setSpacing(6);
     if (!artwork.isNull())
         inner->addWidget(artworkLabel(artwork));
+    m_tabs->setObjectName(u"outputTabs"_s);
     m_tabs->setTabPosition(QTabWidget::South);
     m_tabs->setTabShape(QTabWidget::Triangular);
     inner->addWidget(m_tabs, 1);
@@ -69,6 +71,8 @@ void OutputWindow::startConsole(const ScriptDirectories &scripts)
 {
     m_interpreter = std::make_unique<PythonInterpreter>(scripts);
     m_commandWindow = new CommandLineWindow;
+    m_commandWindow->setObjectName(u"commandWindow"_s); // for test drivers, as for the tabs
+    m_commandWindow->setAccessibleName(tr("Command Window"));
     m_commandWindow->setFont(m_font);
     m_commandWindow->setPalette(m_pages.front()->palette());
     m_commandWindow->setCompleter([this](const QString &word) { return m_interpreter->completions(word); });
@@ -92,30 +96,29 @@ void OutputWindow::addPage(const QString &name)
     auto *page = new OutputPage;
     page->setObjectName(name + u"Page"_s);
     page->setWindowTitle(name);
+    page->setAccessibleName(name);
     page->setFont(m_font);
     if (!m_pages.empty())
         page->setPalette(m_pages.front()->palette());
     m_tabs->addTab(page, QString(name).replace(u'&', u"&&"_s));
     m_pages.push_back(page);
     connect(page, &OutputPage::lookupSource, this, &OutputWindow::lookupSource);
-    connect(page, &OutputPage::lookupColumn, this, &OutputWindow::lookupColumn);
+    connect(page, &OutputPage::countsChanged, this, [this, page] { showCounts(page); });
+}
+
+/// Shows the numbers of errors and warnings on the tab.
+void OutputWindow::showCounts(const OutputPage *page)
+{
+    const QString counts = page->countsText();
+    QString caption = page->windowTitle();
+    if (!counts.isEmpty())
+        caption += u" ("_s + counts + u')';
+    m_tabs->setTabText(m_tabs->indexOf(page), caption.replace(u'&', u"&&"_s));
 }
 
 OutputPage *OutputWindow::page(uint pageNum) const
 {
     return pageNum < m_pages.size() ? m_pages[pageNum] : nullptr;
-}
-
-OutputPage *OutputWindow::page(const QString &name) const
-{
-    const auto hasName = [&name](const OutputPage *page) { return page->windowTitle() == name; };
-    const auto found = std::find_if(m_pages.begin(), m_pages.end(), hasName);
-    return found == m_pages.end() ? nullptr : *found;
-}
-
-void OutputWindow::showPage(OutputPage *page)
-{
-    m_tabs->setCurrentWidget(page);
 }
 
 OutputPage *OutputWindow::currentPage() const
@@ -165,6 +168,13 @@ void OutputWindow::outputLine(uint pageNum, const QString &text, bool serious)
     page->outputLine(text);
 }
 
+void OutputWindow::outputLine(uint pageNum, const QString &text, const LookupPlace &place)
+{
+    VARNEL_ASSERT(pageNum < m_pages.size());
+    if (OutputPage *page = this->page(pageNum))
+        page->outputLine(text, place);
+}
+
 void OutputWindow::outputLine(const QString &name, const QString &text)
 {
     outputLine(name, text, false);
@@ -191,6 +201,13 @@ void OutputWindow::lookupNextLine()
 {
     if (OutputPage *page = currentPage())
         page->lookupNextLine();
+}
+
+bool OutputWindow::lookupMessage(bool forward)
+{
+    OutputPage *page = currentPage() ? currentPage() : m_pages[Build];
+    m_tabs->setCurrentWidget(page);
+    return page->lookupMessage(forward);
 }
 
 void OutputWindow::selectAll()

@@ -9,6 +9,7 @@ class CommandLineWindow;
 class OutputPage;
 class PythonInterpreter;
 class QTabWidget;
+struct LookupPlace;
 struct ScriptDirectories;
 
 /// The dock window for messages: pages of output, and the Python console in another tab.
@@ -32,10 +33,8 @@ public:
     bool runScript(const QString &path);
 
     void addPage(const QString &name);
-    [[nodiscard]] OutputPage *page(uint pageNum) const;        ///< null for a number out of range
-    [[nodiscard]] OutputPage *page(const QString &name) const; ///< null if there is none
-    void showPage(OutputPage *page);                           ///< One of the pages.
-    [[nodiscard]] OutputPage *currentPage() const;             ///< null while the console is shown
+    [[nodiscard]] OutputPage *page(uint pageNum) const; ///< null for a number out of range
+    [[nodiscard]] OutputPage *currentPage() const;      ///< null while the console is shown
     /// Deletes the pages with numbers above @p pageNum.
     void removePagesAfter(uint pageNum);
 
@@ -55,17 +54,22 @@ public Q_SLOTS:
     /// Writes to the first page with that caption; if there is none, to a new one.
     void outputLine(const QString &name, const QString &text);
     void outputLine(const QString &name, const QString &text, bool serious);
+    /// Adds a line that leads to @p place.
+    void outputLine(uint pageNum, const QString &text, const LookupPlace &place);
     void lookupNextLine();
+    /// Goes to the next or previous message of the shown page; while the console is shown, of the build page. False if
+    /// there is none.
+    bool lookupMessage(bool forward);
     void selectAll();
 
 Q_SIGNALS:
-    void lookupSource(const QString &file, int line);
-    void lookupColumn(int column); ///< After lookupSource(), if the column is known.
+    void lookupSource(const QString &file, int line, int column = 0);
 
 private:
     void createLayout(const QPixmap &artwork);
     void forEachPane(const std::function<void(QWidget *)> &change) const;
     void setPaneColour(QPalette::ColorRole role, const QColor &colour);
+    void showCounts(const OutputPage *page);
 
     QTabWidget *m_tabs;
     QFont m_font;

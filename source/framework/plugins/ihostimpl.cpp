@@ -74,7 +74,7 @@ void IHostImpl::output(const QString &page, const QString &text)
 void IHostImpl::outputLink(const QString &page, const QString &text, const QString &file, int line, int column)
 {
     if (OutputPage *target = pageOf(page, true))
-        target->outputLink(text, {m_project->absolutePath(file), line}, column);
+        target->outputLine(QString(text).replace(u'\n', u' ') + u'\n', {m_project->absolutePath(file), line, column});
 }
 
 void IHostImpl::clearOutput(const QString &page)

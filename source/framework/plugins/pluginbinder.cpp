@@ -138,7 +138,7 @@ InterfacePtr<IBuildEvents> PluginBinder::makeBuildEvents(Project *project)
     connect(events, &IBuildEventsImpl::sigXmlFeedback, this,
             [this, project](const QString &xml) { Q_EMIT xmlFeedback(xml, project); });
     connect(events, &IBuildEventsImpl::sigFeedback, m_window.outputWindow()->page(OutputWindow::Build),
-            &OutputPage::outputLine);
+            qOverload<const QString &>(&OutputPage::outputLine));
     // reports of a plug-in object that outlives its project, because of another reference, are ignored
     connect(project, &QObject::destroyed, events, [events] { events->disconnect(); });
     return shareInterface<IBuildEvents>(events);

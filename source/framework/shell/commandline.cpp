@@ -10,6 +10,11 @@ bool isOption(const QString &argument, QChar letter)
     return argument == u'-' + QString(letter) || argument == u'/' + QString(letter);
 }
 
+bool takesArgument(const QString &argument)
+{
+    return isOption(argument, u'r') || isOption(argument, u'p') || isOption(argument, u'w');
+}
+
 QString absolutePath(const QString &path)
 {
     return path.isEmpty() ? path : QFileInfo(path).absoluteFilePath();
@@ -20,15 +25,20 @@ bool walkCommandLine(const QStringList &arguments, CommandLineTarget &target)
 {
     const auto count = arguments.size();
     for (qsizetype i = 1; i < count; ++i) {
+        bool isPort = false;
         if (isOption(arguments[i], u'r')) {
             if (++i == count)
                 return false;
             target.startServer(arguments[i].toUShort(nullptr, 10));
+            isPort = true;
             // The next argument is still handled below, so that "-r -p file" serves on port 0 and opens the file.
         }
         const bool project = isOption(arguments[i], u'p');
-        if (!project && !isOption(arguments[i], u'w'))
+        if (!project && !isOption(arguments[i], u'w')) {
+            if (!isPort && QFileInfo::exists(arguments[i]))
+                target.openNamed(absolutePath(arguments[i]));
             continue;
+        }
         if (++i == count)
             return false;
         const QString path = absolutePath(arguments[i]);
@@ -36,6 +46,27 @@ bool walkCommandLine(const QStringList &arguments, CommandLineTarget &target)
         return true;
     }
     return true;
+}
+
+QString commandLineAnswer(const QStringList &arguments, const QString &version)
+{
+    for (qsizetype i = 1; i < arguments.size(); ++i) {
+        if (arguments[i] == "--version"_L1)
+            return u"Varnel %1\n"_s.arg(version);
+        if (arguments[i] == "--help"_L1)
+            return QObject::tr(
+                "Usage: varnel [OPTION]... [FILE]... [DIRECTORY]\n"
+                "Opens files, workspaces (.vnw) and projects (.vnp). A directory stands for the workspace "
+                "or project in it.\n\n"
+                "  -w FILE     open a workspace; further arguments are ignored\n"
+                "  -p FILE     open a project; further arguments are ignored\n"
+                "  -r PORT     let test drivers connect to PORT; 0 is any free port\n"
+                "  --help      print this text and end\n"
+                "  --version   print the version and end\n");
+        if (takesArgument(arguments[i]))
+            ++i;
+    }
+    return {};
 }
 
 QString commandLineUsage()

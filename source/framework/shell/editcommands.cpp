@@ -8,6 +8,7 @@
 #include "questions.h"
 #include "viewmanager.h"
 #include "windowservices.h"
+#include <QAction>
 #include <QApplication>
 
 using namespace Qt::StringLiterals;
@@ -31,7 +32,19 @@ int lineOfText(const QString &text, const std::function<int(const QString &)> &l
 
 EditCommands::EditCommands(const Activity &activity, WindowServices &window, QObject *parent)
     : QObject(parent), m_activity(activity), m_window(window)
-{}
+{
+    if (const QAction *next = window.action(u"editNextMessage"_s))
+        connect(next, &QAction::triggered, this, [this] { lookupMessage(true); });
+    if (const QAction *previous = window.action(u"editPreviousMessage"_s))
+        connect(previous, &QAction::triggered, this, [this] { lookupMessage(false); });
+}
+
+void EditCommands::lookupMessage(bool forward)
+{
+    m_window.showOutputDock();
+    if (!m_window.outputWindow()->lookupMessage(forward))
+        m_window.showMessage(tr("No line of the output leads to a source file"), 5000);
+}
 
 void EditCommands::undo()
 {

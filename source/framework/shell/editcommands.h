@@ -27,6 +27,8 @@ public:
 
     /// Asks for a line, an address or a symbol of the current project's program, and goes there.
     void gotoLine();
+    /// Goes to the next or previous message of the output window.
+    void lookupMessage(bool forward);
 
 private:
     [[nodiscard]] int lineOfSymbol(const QString &symbol) const; ///< In the disassembly; 0 if it is unknown.

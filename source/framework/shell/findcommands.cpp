@@ -2,21 +2,27 @@
 #include "bytesearch.h"
 #include "disassemblerview.h"
 #include "finddialog.h"
-#include "findinfilesdialog.h"
 #include "largetextview.h"
 #include "messages.h"
-#include "outputwindow.h"
+#include "placebeside.h"
 #include "replacedialog.h"
+#include "textdocument.h"
 #include "textview.h"
 #include "viewmanager.h"
 #include "windowservices.h"
+#include <QAction>
 #include <QApplication>
 
 using namespace Qt::StringLiterals;
 
 namespace {
 constexpr int MessageTime = 2000; // milliseconds
+
+bool isOneLine(const QString &text)
+{
+    return !text.isEmpty() && !text.contains(u'\n') && !text.contains(QChar(QChar::ParagraphSeparator));
 }
+} // namespace
 
 FindCommands::FindCommands(WindowServices &window, QObject *parent)
     : QObject(parent)
@@ -24,11 +30,41 @@ FindCommands::FindCommands(WindowServices &window, QObject *parent)
     , m_findDialog(new FindDialog(window.dialogParent(), u"findDialog"_s))
     , m_replaceDialog(new ReplaceDialog(window.dialogParent(), u"replaceDialog"_s))
 {
-    connect(m_findDialog, &FindDialog::find, this,
-            qOverload<const QString &, bool, bool, bool, bool>(&FindCommands::find));
-    connect(&m_fileSearcher, &FileSearcher::matchFound, this, &FindCommands::searchMatchFound);
-    connect(&m_fileSearcher, &FileSearcher::finished, this, &FindCommands::searchFinished);
+    connectDialogs();
+    connectAction(u"editFindNext"_s, [this] { findAgain(true); });
+    connectAction(u"editFindPrevious"_s, [this] { findAgain(false); });
 }
+
+void FindCommands::connectDialogs()
+{
+    connect(m_findDialog, &FindDialog::find, this,
+            [this](const QString &, bool, bool, bool forward) { findFromDialog(forward); });
+    connect(m_findDialog, &FindDialog::patternChanged, this, &FindCommands::refreshMarks);
+    connect(m_replaceDialog, &ReplaceDialog::patternChanged, this, &FindCommands::refreshMarks);
+    connect(m_replaceDialog, &ReplaceDialog::matchSelected, this, [this] {
+        keepMatchVisible();
+        refreshMarks();
+    });
+    connect(m_replaceDialog, &ReplaceDialog::replaced, this, [this](int count) {
+        m_window.showMessage(count == 1 ? tr("1 occurrence has been replaced.")
+                                        : tr("%1 occurrences have been replaced.").arg(count));
+        refreshMarks();
+    });
+    connect(&m_counter, &MatchCounter::counted, this, [this](int matches, bool isMore) {
+        showCount(isMore         ? tr("More than %1 matches").arg(matches)
+                  : matches == 0 ? tr("No match")
+                  : matches == 1 ? tr("1 match")
+                                 : tr("%1 matches").arg(matches));
+    });
+}
+
+void FindCommands::connectAction(const QString &name, const std::function<void()> &work)
+{
+    if (const QAction *action = m_window.action(name))
+        connect(action, &QAction::triggered, this, work);
+}
+
+// Commands ----------------------------------------------------------------
 
 void FindCommands::find()
 {
@@ -40,10 +76,34 @@ void FindCommands::find()
     auto *navigation = viewInterface<ITextNavigation>(view);
     if (!navigation)
         return;
-    const QString selected = navigation->selectedText();
-    if (!selected.isEmpty())
+    if (const QString selected = navigation->selectedText(); isOneLine(selected))
         m_findDialog->setFindText(selected);
+    m_findDialog->setExpressionsAvailable(qobject_cast<TextView *>(view));
     m_findDialog->run();
+}
+
+void FindCommands::findAgain(bool forward)
+{
+    View *view = m_window.viewManager()->currentView();
+    if (auto *large = qobject_cast<LargeTextView *>(view))
+        large->findAgain(forward);
+    else if (m_findDialog->pattern().canMatch())
+        findFromDialog(forward);
+    else
+        find();
+}
+
+void FindCommands::findFromDialog(bool forward)
+{
+    const TextPattern pattern = m_findDialog->pattern();
+    const SearchOptions options = pattern.options();
+    auto *view = qobject_cast<TextView *>(m_window.viewManager()->currentView());
+    if (!view || !pattern.options().regExp) {
+        find(pattern.text(), options.caseSensitive, options.wholeWord, forward, true);
+        return;
+    }
+    showResult(view->find(pattern, forward, true), pattern,
+               [view, pattern, forward] { return view->find(pattern, forward, false); });
 }
 
 void FindCommands::find(const QString &text, bool caseSensitive, bool wholeWord, bool forward, bool fromCursor)
@@ -58,15 +118,27 @@ void FindCommands::find(const QString &text, bool caseSensitive, bool wholeWord,
         return;
     }
     auto *navigation = viewInterface<ITextNavigation>(view);
-    if (!navigation || navigation->find(text, caseSensitive, wholeWord, forward, fromCursor))
+    if (!navigation)
         return;
-    if (fromCursor && navigation->find(text, caseSensitive, wholeWord, forward, false)) {
+    const auto again = [=] { return fromCursor && navigation->find(text, caseSensitive, wholeWord, forward, false); };
+    showResult(navigation->find(text, caseSensitive, wholeWord, forward, fromCursor),
+               TextPattern(text, {{caseSensitive, wholeWord}}), again);
+}
+
+void FindCommands::showResult(bool found, const TextPattern &pattern, const std::function<bool()> &findFromStart)
+{
+    if (!found && findFromStart()) {
+        found = true;
         m_window.showMessage(tr("Passed the end of the file"), MessageTime);
         QApplication::beep();
+    }
+    if (found) {
+        keepMatchVisible();
         return;
     }
     QWidget *asker = m_findDialog->isVisible() ? m_findDialog : m_window.dialogParent();
-    showMessage(QMessageBox::Warning, asker, tr("Cannot find the string %1.").arg(text), {QMessageBox::Ok}, tr("Find"));
+    showMessage(QMessageBox::Warning, asker, tr("Cannot find the string %1.").arg(pattern.text()), {QMessageBox::Ok},
+                tr("Find"));
 }
 
 void FindCommands::replace()
@@ -76,48 +148,59 @@ void FindCommands::replace()
         return;
     const QString selected = view->selectedText();
     m_replaceDialog->setView(view);
-    m_replaceDialog->setHasSelection(selected.contains(u'\n')); // a selection within one line is the text to search for
-    if (!selected.isEmpty() && !selected.contains(u'\n'))
+    // A selection within one line is most likely the text to search for.
+    m_replaceDialog->setHasSelection(!selected.isEmpty(), !isOneLine(selected));
+    if (isOneLine(selected))
         m_replaceDialog->setFindText(selected);
     m_replaceDialog->run();
-}
-
-void FindCommands::findInFiles()
-{
-    m_fileSearcher.stop();
-    FindInFilesDialog dialog(&m_window.settings(), m_window.dialogParent(), u"findInFilesDialog"_s);
-    if (dialog.exec() != QDialog::Accepted)
-        return;
-    m_window.showOutputDock();
-    OutputWindow *output = m_window.outputWindow();
-    output->clearPage(OutputWindow::FindInFiles);
-    output->displayPage(OutputWindow::FindInFiles);
-    output->outputLine(OutputWindow::FindInFiles, tr("Searching for '%1'...\n").arg(dialog.findText()));
-    m_matchCount = 0;
-    m_fileSearcher.start(dialog.findText(), dialog.mask(), dialog.folder(), dialog.caseSensitive(), dialog.wholeWord(),
-                         dialog.recursive(), dialog.regExp());
-}
-
-void FindCommands::stop()
-{
-    m_fileSearcher.stop();
 }
 
 void FindCommands::viewActivated(View *view)
 {
     m_replaceDialog->setView(qobject_cast<TextView *>(view));
+    m_findDialog->setExpressionsAvailable(qobject_cast<TextView *>(view));
+    refreshMarks();
 }
 
-void FindCommands::searchMatchFound(const QString &file, int line, const QString &text)
+// Matches -----------------------------------------------------------------
+
+/// Marks and counts the matches of the dialog that is open, in the view that is in front.
+void FindCommands::refreshMarks()
 {
-    ++m_matchCount;
-    const QString found = file + u'(' + QString::number(line) + u"):"_s + text + u'\n'; // may hold "%1" itself
-    m_window.outputWindow()->outputLine(OutputWindow::FindInFiles, found);
+    auto *view = qobject_cast<TextView *>(m_window.viewManager()->currentView());
+    if (m_marked && m_marked != view)
+        m_marked->markMatches(nullptr);
+    m_counter.stop();
+    showCount({});
+    const bool isOpen = m_findDialog->isVisible() || m_replaceDialog->isVisible();
+    m_marked = isOpen ? view : nullptr;
+    if (!isOpen || !view) {
+        if (view)
+            view->markMatches(nullptr);
+        return;
+    }
+    const TextPattern pattern = m_replaceDialog->isVisible() ? m_replaceDialog->pattern() : m_findDialog->pattern();
+    view->markMatches(std::make_shared<TextPattern>(pattern));
+    if (!pattern.error().isEmpty())
+        showCount(tr("Error in the expression: %1").arg(pattern.error()));
+    else if (pattern.canMatch())
+        m_counter.start(view->textDocument()->rawText(), pattern);
 }
 
-void FindCommands::searchFinished()
+void FindCommands::showCount(const QString &text)
 {
-    const QString result = m_matchCount == 1 ? tr("1 occurrence has been found.\n")
-                                             : tr("%1 occurrences have been found.\n").arg(m_matchCount);
-    m_window.outputWindow()->outputLine(OutputWindow::FindInFiles, result);
+    m_findDialog->showCount(text);
+    m_replaceDialog->showCount(text);
+}
+
+/// A dialog that covers the match is moved.
+void FindCommands::keepMatchVisible()
+{
+    const auto *view = qobject_cast<TextView *>(m_window.viewManager()->currentView());
+    if (!view)
+        return;
+    for (QDialog *dialog : std::initializer_list<QDialog *>{m_findDialog, m_replaceDialog}) {
+        if (dialog->isVisible())
+            placeBeside(dialog, view->selectionOnScreen());
+    }
 }

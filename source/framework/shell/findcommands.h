@@ -1,12 +1,14 @@
 #pragma once
-#include "filesearcher.h"
+#include "matchcounter.h"
 #include <QObject>
+#include <QPointer>
 class FindDialog;
 class ReplaceDialog;
+class TextView;
 class View;
 class WindowServices;
 
-/// Find, replace and find in files: shows their dialogs and results.
+/// Find and replace in the current view: shows their dialogs, and marks and counts the matches while one is open.
 class FindCommands : public QObject
 {
     Q_OBJECT
@@ -16,10 +18,9 @@ public:
 
     void find();
     void replace();
-    void findInFiles();
-    /// Ends a search in files and waits for it.
-    void stop();
-    void viewActivated(View *view); ///< Sets the view for replacing; may be null.
+    /// Finds the text of the last search again. Without one it opens the dialog.
+    void findAgain(bool forward);
+    void viewActivated(View *view); ///< Sets the view for replacing and for marks; may be null.
 
     /// Searches in the current view. A large file and a disassembly are searched in the background and show the result
     /// themselves. With @p fromCursor it continues once at the start of the text, and the status bar
@@ -27,12 +28,17 @@ public:
     void find(const QString &text, bool caseSensitive, bool wholeWord, bool forward, bool fromCursor);
 
 private:
-    void searchMatchFound(const QString &file, int line, const QString &text);
-    void searchFinished();
+    void connectDialogs();
+    void connectAction(const QString &name, const std::function<void()> &work);
+    void findFromDialog(bool forward);
+    void showResult(bool found, const TextPattern &pattern, const std::function<bool()> &findFromStart);
+    void refreshMarks();
+    void showCount(const QString &text);
+    void keepMatchVisible();
 
     WindowServices &m_window;
     FindDialog *m_findDialog;
     ReplaceDialog *m_replaceDialog;
-    FileSearcher m_fileSearcher;
-    int m_matchCount = 0;
+    MatchCounter m_counter;
+    QPointer<TextView> m_marked; ///< the view in which matches are marked; null if there is none
 };

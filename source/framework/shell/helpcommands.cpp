@@ -1,19 +1,41 @@
 #include "helpcommands.h"
 #include "activity.h"
+#include "helpdialog.h"
 #include "helpdocumenttemplate.h"
 #include "helpsearchdialog.h"
+#include "helpview.h"
 #include "helpwidget.h"
+#include "ideapplication.h"
 #include "navigator.h"
+#include "problemreportdialog.h"
+#include "productdetails.h"
 #include "projectcommands.h"
+#include "viewmanager.h"
+#include "warninglog.h"
 #include "windowservices.h"
 #include "workspace.h"
 #include <QAction>
+#include <QApplication>
 #include <QDir>
 #include <QFileInfo>
+#include <QPlainTextEdit>
 #include <QTimer>
 #include <QUrl>
 
 using namespace Qt::StringLiterals;
+
+namespace {
+/// Calls @p show with the versions of everything, first at once and again for each tool that answers.
+void followDetails(QDialog *dialog, const std::function<void(const QString &)> &show)
+{
+    const IDEApplication *application = IDEApplication::instance();
+    auto *details = new ProductDetails(IDEApplication::version(), application->path(PathInstallRoot),
+                                       application->pluginNames(), dialog);
+    QObject::connect(details, &ProductDetails::changed, dialog, [details, show] { show(details->text()); });
+    details->askTools(usedTools());
+    show(details->text());
+}
+} // namespace
 
 HelpCommands::HelpCommands(const Activity &activity, WindowServices &window, ProjectCommands &projects,
                            const HelpFiles &files, QObject *parent)
@@ -43,6 +65,44 @@ void HelpCommands::search()
     delete dialog;
     if (self && m_contents && accepted)
         m_contents->search(text);
+}
+
+void HelpCommands::showPage(const QString &page)
+{
+    QUrl url = QUrl::fromLocalFile(QDir(m_directory).filePath(u"html/"_s + page.section(u'#', 0, 0)));
+    url.setFragment(page.section(u'#', 1));
+    if (QWidget *dialog = QApplication::activeModalWidget())
+        HelpDialog::showPage(url, dialog);
+    else if (!m_window.workspace()->openHelp(url.toLocalFile()))
+        return;
+    else if (auto *view = qobject_cast<HelpView *>(m_window.viewManager()->currentView()))
+        view->showAnchor(url.fragment());
+}
+
+void HelpCommands::about()
+{
+    if (m_versions)
+        return;
+    const QPointer<QDialog> box = IDEApplication::instance()->aboutBox().release();
+    if (!box)
+        return;
+    m_versions = box;
+    if (auto *text = box->findChild<QPlainTextEdit *>(u"detailsText"_s))
+        followDetails(box, [text](const QString &details) { text->setPlainText(details); });
+    box->exec();
+    delete box; // null if it was deleted with its parent
+}
+
+void HelpCommands::reportProblem()
+{
+    if (m_versions)
+        return;
+    const QPointer<ProblemReportDialog> dialog =
+        new ProblemReportDialog(WarningLog::lines(), m_window.dialogParent(), u"problemReportDialog"_s);
+    m_versions = dialog;
+    followDetails(dialog, [dialog](const QString &details) { dialog->setDetails(details); });
+    dialog->exec();
+    delete dialog;
 }
 
 // Links of pages ----------------------------------------------------------

@@ -4,6 +4,7 @@
 #include <QPointer>
 class Activity;
 class HelpSearchDialog;
+class QDialog;
 class HelpWidget;
 class ProjectCommands;
 class WindowServices;
@@ -20,6 +21,13 @@ public:
 
     /// Shows the dialog for a search, and searches. There is one dialog at a time.
     void search();
+    /// Shows a page, which may end in an anchor, in the documents or, while a dialog blocks them, beside the dialog.
+    /// @p page is relative to the directory "html" of the help.
+    void showPage(const QString &page);
+    /// Shows the about box of the branding library, if there is one, with the versions of everything.
+    void about();
+    /// Shows a report of a problem that the user completes and copies.
+    void reportProblem();
 
     /// The name of an action, or "openWorkspace" with the path of a workspace, absolute or relative to the pages'
     /// directory. It is carried out when the link's event has been handled, since it may close the page.
@@ -36,4 +44,5 @@ private:
     const QString m_directory;
     QPointer<HelpWidget> m_contents; ///< owned by the navigator
     QPointer<HelpSearchDialog> m_dialog;
+    QPointer<QDialog> m_versions; ///< the about box or a report, one at a time
 };

@@ -79,7 +79,7 @@ IDEApplication *IDEApplication::instance()
     return theApplication;
 }
 
-QString IDEApplication::version() const
+QString IDEApplication::version()
 {
     return u"2.9"_s;
 }

@@ -42,7 +42,7 @@ public:
 
     [[nodiscard]] ScriptDirectories scriptDirectories() const;
     [[nodiscard]] QString title() const { return m_title; }
-    [[nodiscard]] QString version() const;
+    [[nodiscard]] static QString version();
 
     /// The features of all plug-ins.
     [[nodiscard]] QStringList plugins() const;

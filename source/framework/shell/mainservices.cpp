@@ -5,6 +5,7 @@
 #include "navigator.h"
 #include "outputwindow.h"
 #include "project.h"
+#include "projectsaving.h"
 #include "viewmanager.h"
 #include "windowparts.h"
 #include "workspace.h"
@@ -145,6 +146,58 @@ void MainServices::fireEvent(const QString &name)
 EventHandlers &MainServices::eventHandlers()
 {
     return m_parts.events;
+}
+
+PythonOutputPanel *MainServices::pythonOutput() const
+{
+    return m_parts.pythonOutput;
+}
+
+bool MainServices::replaceWorkspace(const QString &path)
+{
+    if (!m_parts.ready || !QFileInfo(path).isFile())
+        return false;
+    if (!closeOpenWorkspace() && m_parts.activity.workspace())
+        return false;
+    return m_parts.projectCommands->openWorkspace(path, true);
+}
+
+bool MainServices::closeOpenWorkspace()
+{
+    return m_parts.projectCommands->closeWorkspace();
+}
+
+bool MainServices::mayOverwriteNewer(const QString &path)
+{
+    return ::mayOverwriteNewer(dialogParent(), path);
+}
+
+void MainServices::build(bool rebuild)
+{
+    if (rebuild)
+        m_parts.buildControl->buildRebuild();
+    else
+        m_parts.buildControl->buildBuild();
+}
+
+void MainServices::debugStop()
+{
+    m_parts.debugControl->debugStop();
+}
+
+void MainServices::debugRestart()
+{
+    m_parts.debugControl->debugRestart();
+}
+
+void MainServices::debugAttach()
+{
+    m_parts.debugControl->debugAttach();
+}
+
+void MainServices::updateDebugWindows(int parts)
+{
+    m_parts.debugControl->updateDebugWindows(parts);
 }
 
 QString MainServices::markerToolTip(const QString &filename, int line)

@@ -35,6 +35,15 @@ public:
     void runPyFile(const QString &path) override;
     void fireEvent(const QString &name) override;
     [[nodiscard]] EventHandlers &eventHandlers() override;
+    [[nodiscard]] PythonOutputPanel *pythonOutput() const override;
+    bool replaceWorkspace(const QString &path) override;
+    bool closeOpenWorkspace() override;
+    bool mayOverwriteNewer(const QString &path) override;
+    void build(bool rebuild) override;
+    void debugStop() override;
+    void debugRestart() override;
+    void debugAttach() override;
+    void updateDebugWindows(int parts) override;
 
     [[nodiscard]] QString markerToolTip(const QString &filename, int line) override;
     [[nodiscard]] QAction *sharedAction(const QString &name) override;

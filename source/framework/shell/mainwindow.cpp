@@ -19,7 +19,7 @@ bool closeEverything(const WindowParts &parts)
 {
     if (parts.activity.state() == StateBuilding)
         parts.buildControl->buildStopBuild();
-    parts.findCommands->stop();
+    parts.fileFindCommands->stop();
     parts.viewManager->closeAll();
     return parts.viewManager->views().isEmpty() && parts.projectCommands->closeWorkspace();
 }
@@ -105,10 +105,12 @@ bool MainWindow::openFile(const QString &path, bool addToRecent)
     return m_parts->ready && m_parts->fileCommands->openFile(path, addToRecent);
 }
 
-void MainWindow::lookupSource(const QString &file, int line)
+void MainWindow::lookupSource(const QString &file, int line, int column)
 {
-    if (openFile(file, false))
-        m_parts->viewManager->gotoLine(line, true);
+    if (!openFile(file, false))
+        return;
+    m_parts->viewManager->gotoLine(line, true);
+    m_parts->viewManager->gotoColumn(column);
 }
 
 void MainWindow::runPyFile(const QString &file)
@@ -167,6 +169,16 @@ void MainWindow::runScriptsUnasked()
 void MainWindow::disableSessions()
 {
     m_parts->sessions->disable();
+}
+
+void MainWindow::skipLastRun()
+{
+    m_parts->sessions->skipLastRun();
+}
+
+void MainWindow::openNamed(const QStringList &paths)
+{
+    m_parts->namedFiles->open(paths);
 }
 
 void MainWindow::continueLastRun()

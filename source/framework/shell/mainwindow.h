@@ -34,7 +34,10 @@ public:
 
     void runScriptsUnasked(); ///< Scripts of workspaces run without a question.
     void disableSessions();   ///< Open files are neither stored nor opened again.
+    void skipLastRun();       ///< The files of the last run are not opened again.
     void continueLastRun();   ///< Opens the files of the last run again, and offers to recover unsaved texts.
+    /// Opens files, workspaces, projects and directories that the command line names.
+    void openNamed(const QStringList &paths);
 
     [[nodiscard]] Activity &activity() const;
     [[nodiscard]] ProjectWorkspace *projectWorkspace() const; ///< Null while no workspace is open.
@@ -143,9 +146,11 @@ public Q_SLOTS:
     void helpNext();
     void helpAbout();
     void helpPlugins();
+    void helpReport();
 
     void openFile(const QString &path) { openFile(path, false); }
-    void lookupSource(const QString &file, int line); ///< Opens the file and marks the line, which counts from 1.
+    /// Opens the file and marks the line. Lines and columns count from 1; column 0 is the start of the line.
+    void lookupSource(const QString &file, int line, int column = 0);
     void runPyFile(const QString &file);
     void openHelp(const QString &file);
     void fileSelected(const QString &path); ///< The file selected in the project tree.

@@ -10,7 +10,6 @@
 #include "varnelassert.h"
 #include "windowparts.h"
 #include <QApplication>
-#include <QDialog>
 
 // The commands of the actions, in the order of the menus.
 
@@ -145,7 +144,7 @@ void MainWindow::editReplace()
 
 void MainWindow::editFindInFiles()
 {
-    m_parts->findCommands->findInFiles();
+    m_parts->fileFindCommands->findInFiles();
 }
 
 void MainWindow::editSelectAll()
@@ -397,7 +396,7 @@ void MainWindow::toolsMacroEdit()
 
 void MainWindow::toolsCustomise()
 {
-    warnNotImplemented("toolsCustomise");
+    m_parts->optionsCommands->showOptions(u"shortcutsPage"_s);
 }
 
 void MainWindow::toolsOptions()
@@ -480,8 +479,12 @@ void MainWindow::helpNext()
 
 void MainWindow::helpAbout()
 {
-    if (const std::unique_ptr<QDialog> box = IDEApplication::instance()->aboutBox())
-        box->exec();
+    m_parts->helpCommands->about();
+}
+
+void MainWindow::helpReport()
+{
+    m_parts->helpCommands->reportProblem();
 }
 
 void MainWindow::helpPlugins()

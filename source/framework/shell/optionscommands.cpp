@@ -53,34 +53,31 @@ void applyPluginPages(const QList<PluginPage> &shown)
 }
 } // namespace
 
-OptionsCommands::OptionsCommands(WindowServices &window, QDir config, TextFormats &formats, DebugOptions &debugOptions,
-                                 ToolsCommands &tools, QObject *parent)
+OptionsCommands::OptionsCommands(WindowServices &window, const QDir &config, TextFormats &formats,
+                                 DebugOptions &debugOptions, ToolsCommands &tools, QObject *parent)
     : QObject(parent)
     , m_window(window)
-    , m_config(std::move(config))
+    , m_config(config)
     , m_formats(formats)
     , m_debugOptions(debugOptions)
     , m_tools(tools)
+    , m_shortcuts(window.dialogParent(), window.settings(), m_config.filePath(u"keys.xml"_s))
 {}
 
-void OptionsCommands::showOptions()
+void OptionsCommands::showOptions(const QString &page)
 {
-    if (m_dialog)
-        return m_dialog->raise(); // called by a script while the dialog is open
+    if (m_dialog) { // called by a script while the dialog is open
+        m_dialog->showPage(page);
+        return m_dialog->raise();
+    }
     const QPointer<OptionsCommands> self(this);
     const QPointer<OptionsDialog> dialog =
         new OptionsDialog(values(), choices(), m_window.dialogParent(), u"optionsDialog"_s);
     m_dialog = dialog;
-    ExternalTools &tools = m_tools.tools();
-    ToolsDialog *page = dialog->toolsPage();
-    for (const ExternalTool *tool : tools.runningTools())
-        page->setRunning(tool->entry().id, true);
-    connect(&tools, &ExternalTools::runningChanged, page, &ToolsDialog::setRunning);
-    connect(page, &ToolsDialog::stopRequested, &tools, &ExternalTools::stop);
-
+    dialog->showPage(page);
+    connectTools(dialog->toolsPage());
     const auto pages = m_pages ? m_pages() : std::vector<InterfacePtr<IOptionsPage>>();
     const auto shown = addPluginPages(pages, *dialog);
-
     const int result = dialog->exec();
     if (!self || !dialog)
         return; // the window was closed meanwhile
@@ -94,6 +91,15 @@ void OptionsCommands::showOptions()
         apply(values);
 }
 
+void OptionsCommands::connectTools(ToolsDialog *page)
+{
+    ExternalTools &tools = m_tools.tools();
+    for (const ExternalTool *tool : tools.runningTools())
+        page->setRunning(tool->entry().id, true);
+    connect(&tools, &ExternalTools::runningChanged, page, &ToolsDialog::setRunning);
+    connect(page, &ToolsDialog::stopRequested, &tools, &ExternalTools::stop);
+}
+
 OptionValues OptionsCommands::values() const
 {
     QList<int> actions;
@@ -104,7 +110,8 @@ OptionValues OptionsCommands::values() const
             .formats = m_formats,
             .tools = m_tools.tools().entries(),
             .debugActions = actions,
-            .more = readMoreOptions(m_window.settings())};
+            .more = readMoreOptions(m_window.settings()),
+            .shortcuts = m_shortcuts.options()};
 }
 
 OptionChoices OptionsCommands::choices() const
@@ -112,7 +119,9 @@ OptionChoices OptionsCommands::choices() const
     QList<QStringList> texts;
     for (int event = RunEvent; event <= BreakpointEvent; ++event)
         texts.append(debugActionTexts(DebugEvent(event)));
-    return {.defaultFormats = [config = m_config] { return productFormats(config); }, .debugTexts = texts};
+    return {.defaultFormats = [config = m_config] { return productFormats(config); },
+            .debugTexts = texts,
+            .shortcuts = m_shortcuts.choices()};
 }
 
 /// Formats are not written here: the program stores them when it ends.
@@ -127,6 +136,7 @@ void OptionsCommands::apply(const OptionValues &values)
         m_debugOptions.setAction(DebugEvent(event), DebugAction(values.debugActions[event]));
     m_debugOptions.save(settings);
     writeMoreOptions(settings, values.more);
+    m_shortcuts.setOptions(values.shortcuts);
     // The desktop may have become dark or light while the dialog was open.
     const bool isProducts = areProductFormats(values.formats, m_config);
     m_formats = isProducts ? productFormats(m_config) : values.formats;

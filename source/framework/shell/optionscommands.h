@@ -1,6 +1,7 @@
 #pragma once
 #include "ihost.h"
 #include "optionvalues.h"
+#include "shortcuts.h"
 #include <functional>
 #include <QDir>
 #include <QObject>
@@ -10,6 +11,7 @@ class DebugOptions;
 class OptionsDialog;
 class QSettings;
 class ToolsCommands;
+class ToolsDialog;
 class WindowServices;
 
 /// The command that opens the options dialog, and applies the values when the user accepts it.
@@ -19,11 +21,12 @@ class OptionsCommands : public QObject
 public:
     /// All arguments but @p config outlive this object. The dialog edits the settings and the last three arguments.
     /// @p config is the directory with the product's formats.
-    OptionsCommands(WindowServices &window, QDir config, TextFormats &formats, DebugOptions &debugOptions,
+    OptionsCommands(WindowServices &window, const QDir &config, TextFormats &formats, DebugOptions &debugOptions,
                     ToolsCommands &tools, QObject *parent = nullptr);
 
-    /// Shows the dialog until the user closes it. Only one is open at a time.
-    void showOptions();
+    /// Shows the dialog until the user closes it, with the page of that object name in front. Only one is open at a
+    /// time.
+    void showOptions(const QString &page = {});
 
     /// The pages of plug-ins, which are asked for when the dialog is opened.
     void setPages(const std::function<std::vector<InterfacePtr<IOptionsPage>>()> &pages) { m_pages = pages; }
@@ -35,6 +38,7 @@ Q_SIGNALS:
 private:
     [[nodiscard]] OptionValues values() const;
     [[nodiscard]] OptionChoices choices() const;
+    void connectTools(ToolsDialog *page);
     void apply(const OptionValues &values);
 
     WindowServices &m_window;
@@ -43,6 +47,7 @@ private:
     DebugOptions &m_debugOptions;
     ToolsCommands &m_tools;
     std::function<std::vector<InterfacePtr<IOptionsPage>>()> m_pages;
+    Shortcuts m_shortcuts;
     QPointer<OptionsDialog> m_dialog; ///< null while it is not shown
 };
 

@@ -12,6 +12,8 @@ SearchBox::SearchBox(QWidget *parent) : QComboBox(parent)
     setDuplicatesEnabled(false);
     setMaxCount(10);
     setMinimumWidth(150);
+    setAccessibleName(tr("Find"));
+    lineEdit()->setAccessibleName(tr("Find"));
     lineEdit()->setPlaceholderText(tr("Find"));
     connect(this, &QComboBox::editTextChanged, this, &SearchBox::find);
     connect(this, &QComboBox::textActivated, this, &SearchBox::findAgain);

@@ -39,13 +39,13 @@ SessionKeeper::SessionKeeper(Activity &activity, WindowServices &window, QObject
 
 void SessionKeeper::restoreLastFiles()
 {
-    if (m_enabled)
+    if (m_enabled && !m_skipped)
         restoreSession(m_store.load(QString()), *m_window.workspace(), *m_window.viewManager());
 }
 
 QString SessionKeeper::lastWorkspace() const
 {
-    return m_enabled ? m_window.settings().value(LastWorkspaceKey).toString() : QString();
+    return m_enabled && !m_skipped ? m_window.settings().value(LastWorkspaceKey).toString() : QString();
 }
 
 void SessionKeeper::restoreFiles()
@@ -102,7 +102,7 @@ void SessionKeeper::cancelClosing()
 void SessionKeeper::endClosing()
 {
     m_closing = false;
-    if (!m_enabled)
+    if (!m_enabled || (m_skipped && m_closingWorkspace.isEmpty()))
         return;
     save(m_closingWorkspace, m_closingSession);
     m_window.settings().setValue(LastWorkspaceKey, m_closingWorkspace);

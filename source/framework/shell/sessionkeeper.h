@@ -25,11 +25,14 @@ public:
 
     /// The parts of a workspace are restored when it is opened.
     void addPart(const SessionPart &part) { m_parts.append(part); }
-    /// From now on nothing is stored or opened again: the command line has named the files to open.
+    /// From now on nothing is stored or opened again: a test driver decides what is open.
     void disable() { m_enabled = false; }
+    /// The command line has named what to open: what was open at the last exit stays closed. It is still remembered if
+    /// no workspace is opened in this run.
+    void skipLastRun() { m_skipped = true; }
     /// Opens the files that were open when the program ended without a workspace.
     void restoreLastFiles();
-    /// The workspace that was open when the program ended; empty for none, and if sessions are disabled.
+    /// The workspace that was open when the program ended; empty for none, and if it is not to be opened again.
     [[nodiscard]] QString lastWorkspace() const;
 
     /// The window is about to close its views: the next start opens the files that are open now.
@@ -49,6 +52,7 @@ private:
     SessionStore m_store;
     QList<SessionPart> m_parts;
     bool m_enabled = true;
+    bool m_skipped = false;
     bool m_closing = false;
     Session m_closingSession;
     QString m_closingWorkspace;   ///< its file; empty for none

@@ -69,7 +69,9 @@ void UiConfig::createAction(const QDomElement &element)
 void UiConfig::connectAction(QAction *action, const QDomElement &element)
 {
     const QString name = action->objectName();
-    if (action->isCheckable())
+    if (element.attribute(u"slot"_s) == "none"_L1)
+        ; // the class of its subject connects it
+    else if (action->isCheckable())
         QObject::connect(action, SIGNAL(toggled(bool)), m_window, memberName('1', name, "(bool)"));
     else
         QObject::connect(action, SIGNAL(triggered()), m_window, memberName('1', name, "()"));

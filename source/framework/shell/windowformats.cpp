@@ -4,8 +4,9 @@
 #include "formatchoice.h"
 #include "ideapplication.h"
 #include "outputwindow.h"
+#include "pythonoutputpanel.h"
+#include "scripthost.h"
 #include "viewmanager.h"
-#include "windowservices.h"
 #include "zoomcommands.h"
 
 using namespace Qt::StringLiterals;
@@ -59,6 +60,8 @@ void WindowFormats::applyToDebugWindows()
 {
     const QString section = u"Workspace"_s;
     const QString format = u"Normal text"_s;
+    if (PythonOutputPanel *panel = m_window.pythonOutput())
+        panel->setFont(fontOf(section, format));
     if (m_debugWindows)
         m_debugWindows->setAppearance(
             {fontOf(section, format), m_formats.fgColour(section, format), m_formats.bgColour(section, format)});

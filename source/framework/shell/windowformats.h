@@ -3,14 +3,14 @@
 #include "textformats.h"
 #include <QPointer>
 class DebugWindows;
-class WindowServices;
+class ScriptHost;
 
 /// The fonts and colours of the text in all windows: those of the user, or those of the product.
 class WindowFormats
 {
 public:
     /// @p window outlives this object.
-    explicit WindowFormats(WindowServices &window) : m_window(window) {}
+    explicit WindowFormats(ScriptHost &window) : m_window(window) {}
 
     void setDebugWindows(DebugWindows *windows);
 
@@ -27,7 +27,7 @@ private:
     [[nodiscard]] QFont fontOf(const QString &section, const QString &format) const;
     void applyToDebugWindows();
 
-    WindowServices &m_window;
+    ScriptHost &m_window;
     QPointer<DebugWindows> m_debugWindows;
     TextFormats m_formats;
     FormatTable m_table;

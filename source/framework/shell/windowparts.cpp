@@ -1,4 +1,5 @@
 #include "windowparts.h"
+#include "contexthelp.h"
 #include "debugcontents.h"
 #include "dockwindow.h"
 #include "documentkinds.h"
@@ -17,7 +18,7 @@
 #include "projectdropdown.h"
 #include "projectfile.h"
 #include "projectworkspace.h"
-#include "pythonruntime.h"
+#include "pythonoutputpanel.h"
 #include "scriptdirectories.h"
 #include "searchbox.h"
 #include "tabbedviewmanager.h"
@@ -62,7 +63,7 @@ QPixmap outputArtwork()
 WindowParts::WindowParts(MainWindow &window)
     : window(window)
     , services(*this)
-    , objectModel(services)
+    , objectModel(activity, services)
     , ui(&window, application()->path(PathConfig).filePath(uiConfigFileName),
          [](const QString &name) { return application()->loadIcon(name); })
     , directories(application()->settings(), application()->path(PathUserDocuments).path())
@@ -188,10 +189,12 @@ void WindowParts::setUpDocks()
     debugWindows = std::make_unique<DebugWindows>(activity, services);
     addDebugContents(*debugWindows, activity);
     formats.setDebugWindows(debugWindows.get());
-    addDock(u"pythonOutputDockWindow"_s, MainWindow::tr("Python Output"), Qt::RightDockWidgetArea)->hide();
+    DockWindow *pythonDock =
+        addDock(u"pythonOutputDockWindow"_s, MainWindow::tr("Python Output"), Qt::RightDockWidgetArea);
+    pythonDock->setWidget(pythonOutput = new PythonOutputPanel);
+    pythonDock->hide();
     window.setCorner(Qt::BottomLeftCorner, Qt::LeftDockWidgetArea);
     QObject::connect(outputWindow, &OutputWindow::lookupSource, &window, &MainWindow::lookupSource);
-    QObject::connect(outputWindow, &OutputWindow::lookupColumn, viewManager.get(), &ViewManager::gotoColumn);
     connectNavigator();
 }
 
@@ -223,7 +226,7 @@ void WindowParts::restoreLayout() const
 
 void WindowParts::startConsole()
 {
-    if (startPython())
+    if (objectModel.startScripting())
         outputWindow->startConsole(application()->scriptDirectories());
 }
 
@@ -235,12 +238,14 @@ void WindowParts::setUpCommands()
     fileCommands = std::make_unique<FileCommands>(activity, services);
     editCommands = std::make_unique<EditCommands>(activity, services);
     findCommands = std::make_unique<FindCommands>(services);
+    fileFindCommands = std::make_unique<FileFindCommands>(activity, services);
     buildControl = std::make_unique<BuildControl>(activity, services);
     debugControl = std::make_unique<DebugControl>(activity, services, *buildControl);
     debugControl->options().load(*application()->settings());
     processorDock = std::make_unique<ProcessorDock>(activity, services, *debugControl);
     projectCommands = std::make_unique<ProjectCommands>(activity, services);
     templateCommands = std::make_unique<TemplateCommands>(activity, services, *projectCommands, templateDirectories());
+    namedFiles = std::make_unique<NamedFiles>(services, *projectCommands, templateDirectories().installed);
     helpCommands = std::make_unique<HelpCommands>(activity, services, *projectCommands, helpFiles());
     pluginBinder = std::make_unique<PluginBinder>(activity, services);
     toolsCommands = std::make_unique<ToolsCommands>(activity, services);
@@ -248,6 +253,8 @@ void WindowParts::setUpCommands()
                                                         debugControl->options(), *toolsCommands);
     optionsCommands->setPages([this] { return pluginBinder->optionsPages(); });
     zoomCommands = std::make_unique<ZoomCommands>(services);
+    contextHelp = std::make_unique<ContextHelp>(application()->path(PathConfig).filePath(u"helppages.xml"_s), &window);
+    QObject::connect(contextHelp.get(), &ContextHelp::pageRequested, helpCommands.get(), &HelpCommands::showPage);
     sessions = std::make_unique<SessionKeeper>(activity, services);
     keepWatches();
     menus = std::make_unique<WindowMenus>(*this);
@@ -255,7 +262,7 @@ void WindowParts::setUpCommands()
     QObject::connect(projectCommands.get(), &ProjectCommands::sessionEndRequested, debugControl.get(),
                      &DebugControl::debugStop);
     QObject::connect(toolsCommands.get(), &ToolsCommands::output, outputWindow->page(OutputWindow::Debug),
-                     &OutputPage::outputLine);
+                     qOverload<const QString &>(&OutputPage::outputLine));
     QObject::connect(optionsCommands.get(), &OptionsCommands::appearanceChanged, &window, [this] { formats.apply(); });
     QObject::connect(zoomCommands.get(), &ZoomCommands::zoomChanged, &window, [this] { formats.apply(); });
     QObject::connect(navigator, &Navigator::saveAsTemplate, templateCommands.get(), &TemplateCommands::saveAsTemplate);

@@ -7,9 +7,11 @@
 #include "editcommands.h"
 #include "eventhandlers.h"
 #include "filecommands.h"
+#include "filefindcommands.h"
 #include "findcommands.h"
 #include "lastdirectories.h"
 #include "mainservices.h"
+#include "namedfiles.h"
 #include "objectmodel.h"
 #include "optionscommands.h"
 #include "pluginbinder.h"
@@ -27,11 +29,13 @@
 #include "workspace.h"
 #include "zoomcommands.h"
 #include <QPointer>
+class ContextHelp;
 class DockWindow;
 class HelpCommands;
 class MainWindow;
 class Navigator;
 class OutputWindow;
+class PythonOutputPanel;
 
 /// The parts of the main window and their connections. Members are in the order of their creation; setUp() creates
 /// those that are pointers, and none of them is null after that.
@@ -69,20 +73,24 @@ struct WindowParts
     DockWindow *outputDock = nullptr;
     Navigator *navigator = nullptr;
     OutputWindow *outputWindow = nullptr;
+    PythonOutputPanel *pythonOutput = nullptr;
     std::unique_ptr<DebugWindows> debugWindows;
     std::unique_ptr<FileCommands> fileCommands;
     std::unique_ptr<EditCommands> editCommands;
     std::unique_ptr<FindCommands> findCommands;
+    std::unique_ptr<FileFindCommands> fileFindCommands;
     std::unique_ptr<BuildControl> buildControl;
     std::unique_ptr<DebugControl> debugControl;
     std::unique_ptr<ProcessorDock> processorDock;
     std::unique_ptr<ProjectCommands> projectCommands;
     std::unique_ptr<TemplateCommands> templateCommands;
+    std::unique_ptr<NamedFiles> namedFiles;
     std::unique_ptr<HelpCommands> helpCommands;
     std::unique_ptr<PluginBinder> pluginBinder;
     std::unique_ptr<ToolsCommands> toolsCommands;
     std::unique_ptr<OptionsCommands> optionsCommands;
     std::unique_ptr<ZoomCommands> zoomCommands;
+    std::unique_ptr<ContextHelp> contextHelp;
     std::unique_ptr<SessionKeeper> sessions;
     std::unique_ptr<WindowMenus> menus;
 

@@ -44,6 +44,7 @@ void Navigator::addTree()
 {
     m_tree = new ProjectTree(m_activity, m_window, m_tabs);
     m_tree->setObjectName(u"ProjectTree"_s);
+    m_tree->setAccessibleName(tr("Projects"));
     connect(m_tree, qOverload<const QString &>(&ProjectTree::openFile), this, &Navigator::openFile);
     connect(m_tree, qOverload<const QString &>(&ProjectTree::runPyFile), this, &Navigator::runPyFile);
     connect(m_tree, &ProjectTree::cutAvailable, this, &Navigator::cutAvailable);

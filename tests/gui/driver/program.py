@@ -8,17 +8,18 @@ import tempfile
 from .client import Client, wait_until
 from .screen import Screen, end_process
 
-DEFAULT_PROGRAM = pathlib.Path(__file__).parents[3] / "build/stage/bin/varnel"
+BUILT_PROGRAM = pathlib.Path(__file__).parents[3] / "build/stage/bin/varnel"
+DEFAULT_PROGRAM = BUILT_PROGRAM if BUILT_PROGRAM.exists() else "varnel"
 
 
 class Program:
     """A running program and a client connected to it.
 
     `settings` are keys of its settings file by section: {"Startup": {"DisableSplashScreen": 1}}. By default the start
-    page is not shown, and only this computer can connect. The environment
-    variable VARNEL_PROGRAM is the path of the executable; the default is that of the build directory. close() ends
-    only processes that were started here. With `home`, the home directory of a program that has ended, the new program
-    uses its settings and session; close() does not delete such a directory.
+    page is not shown, and only this computer can connect. The environment variable VARNEL_PROGRAM is the path of the
+    executable; the default is that of the build directory, or the installed one. close() ends only processes that were
+    started here. With `home`, the home directory of a program that has ended, the new program uses its settings and
+    session; close() does not delete such a directory.
     """
 
     def __init__(self, *arguments, settings=None, program=None, screen=None, environment=None, home=None,

@@ -13,15 +13,15 @@ from .keyboard import Keyboard
 
 
 class Screen:
-    """A virtual X server, which close() ends."""
+    """A virtual X server, which close() ends. Its mouse pointer can be hidden, for pictures."""
 
-    def __init__(self, width=1280, height=800):
+    def __init__(self, width=1280, height=800, pointer=True):
         self._directory = tempfile.TemporaryDirectory(prefix="varnel-screen.")
         self.keyboard = None
         reader, writer = os.pipe()
         self._server = subprocess.Popen(
             ["Xvfb", "-displayfd", str(writer), "-screen", "0", f"{width}x{height}x24", "-nolisten", "tcp", "-noreset",
-             "-fbdir", self._directory.name],
+             "-fbdir", self._directory.name, *([] if pointer else ["-nocursor"])],
             pass_fds=[writer], stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
         os.close(writer)
         with os.fdopen(reader, "rb") as numbers:

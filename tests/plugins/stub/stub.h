@@ -44,6 +44,7 @@ struct StubScript
     BreakpointLocation location;                      ///< none without a file
     QHash<QString, BreakpointLocation> locationsFrom; ///< the same for calls with this file as argument
     QHash<QString, QString> values;                   ///< of expressions; other expressions fail
+    std::function<_object *()> extension;             ///< a Python object with a reference for the caller
     // The optional interfaces of an execution environment
     std::function<QList<QWidget *>()> widgets;
     QList<BreakpointRecord> breakpoints;

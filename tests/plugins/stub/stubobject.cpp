@@ -192,7 +192,7 @@ int StubObject::evaluate(const QString &expression, QString &result)
 _object *StubObject::pythonExtension()
 {
     record(u"pythonExtension"_s);
-    return nullptr;
+    return m_script->extension ? m_script->extension() : nullptr;
 }
 
 QList<BreakpointRecord> StubObject::breakpoints()

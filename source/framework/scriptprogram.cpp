@@ -1,0 +1,125 @@
+#include "scriptprogram.h"
+#include "activity.h"
+#include "document.h"
+#include "ideapplication.h"
+#include "mainwindow.h"
+#include "project.h"
+#include "projectworkspace.h"
+#include "scriptrun.h"
+#include "viewmanager.h"
+#include "workspace.h"
+#include <csignal>
+#include <cstdio>
+#include <QAbstractButton>
+#include <QFile>
+#include <QMessageBox>
+#include <QProgressDialog>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+volatile std::sig_atomic_t interrupted = 0;
+
+/// The script is interrupted first, so that it can clean up; a second signal ends the process.
+void interrupt(int number)
+{
+    interrupted = 1;
+    std::signal(number, SIG_DFL);
+}
+
+void press(QMessageBox *box)
+{
+    for (const auto button : {QMessageBox::Cancel, QMessageBox::No, QMessageBox::Ok}) {
+        if (QAbstractButton *found = box->button(button))
+            return found->click();
+    }
+    if (!box->buttons().isEmpty())
+        box->buttons().last()->click();
+}
+
+/// Without a user, a dialog would wait for ever: writes its text and cancels it.
+class UnattendedDialogs : public QObject
+{
+public:
+    bool eventFilter(QObject *object, QEvent *event) override
+    {
+        auto *dialog = qobject_cast<QDialog *>(object);
+        if (event->type() == QEvent::Show && dialog && dialog->isModal() && !qobject_cast<QProgressDialog *>(dialog))
+            QMetaObject::invokeMethod(
+                dialog, [dialog] { refuse(dialog); }, Qt::QueuedConnection);
+        return false;
+    }
+
+private:
+    static void refuse(QDialog *dialog)
+    {
+        auto *box = qobject_cast<QMessageBox *>(dialog);
+        std::fprintf(stderr, "%s\n", qPrintable(box ? box->text() : dialog->windowTitle()));
+        box ? press(box) : dialog->reject();
+    }
+};
+
+/// Ends sessions and builds. Unsaved changes are dropped, so that no question is asked.
+void discardAll(MainWindow &window)
+{
+    if (window.activity().state() == StateBuilding)
+        window.buildStopBuild();
+    for (Document *document : window.workspace()->documents())
+        document->setModified(false);
+    for (const QPointer<Project> &project : window.activity().projects())
+        project->setModified(false);
+    if (ProjectWorkspace *workspace = window.projectWorkspace())
+        workspace->setModified(false);
+    window.viewManager()->closeAll();
+    window.closeWorkspace();
+}
+
+QStringList argumentsOf(int argc, char **argv)
+{
+    QStringList arguments;
+    for (int i = 1; i < argc; ++i)
+        arguments.append(QFile::decodeName(argv[i]));
+    return arguments;
+}
+
+int runInWindow(IDEApplication &application, const QStringList &arguments)
+{
+    MainWindow window;
+    window.setObjectName(u"mainWindow"_s);
+    application.setMainWidget(&window);
+    window.runScriptsUnasked();
+    window.disableSessions();
+    window.show();
+    application.closeSplash();
+    QMetaObject::invokeMethod(
+        &window,
+        [&] {
+            const int code = runScriptProgram(arguments, [] { return interrupted == 0; });
+            discardAll(window);
+            QCoreApplication::exit(code);
+        },
+        Qt::QueuedConnection);
+    return QApplication::exec();
+}
+
+} // namespace
+
+int runVarnelScript(int argc, char **argv)
+{
+    const QStringList arguments = argumentsOf(argc, argv);
+    if (arguments.isEmpty() || arguments == QStringList(u"-m"_s)) {
+        std::fprintf(stderr, "Usage: varnel-run SCRIPT [ARGUMENTS]\n       varnel-run -m MODULE [ARGUMENTS]\n");
+        return ScriptNotFound;
+    }
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    int ownArguments = 1; // the others are those of the script
+    char *ownValues[] = {argv[0], nullptr};
+    IDEApplication application(ownArguments, ownValues);
+    application.setQuitOnLastWindowClosed(false);
+    UnattendedDialogs dialogs;
+    application.installEventFilter(&dialogs);
+    std::signal(SIGINT, interrupt);
+    std::signal(SIGTERM, interrupt);
+    return runInWindow(application, arguments);
+}

@@ -1,0 +1,107 @@
+#include "contexthelp.h"
+#include "uidocument.h"
+#include <QAction>
+#include <QCoreApplication>
+#include <QFileInfo>
+#include <QKeyEvent>
+#include <QMenu>
+#include <QWhatsThis>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+const auto Scheme = u"help:"_s;
+
+/// Panes have the name of their project before their own.
+QString ownName(const QObject *object)
+{
+    return object->objectName().section(u'/', -1);
+}
+
+bool isExplanation(const QObject *object)
+{
+    return object->inherits("QWhatsThat"); // the toolkit's window for them, which has no public class
+}
+} // namespace
+
+ContextHelp::ContextHelp(const QString &tableFile, QWidget *window, QObject *parent) : QObject(parent)
+{
+    if (QFileInfo::exists(tableFile))
+        readTable(tableFile);
+    for (QAction *action : window->findChildren<QAction *>())
+        extendExplanation(action);
+    QCoreApplication::instance()->installEventFilter(this);
+}
+
+void ContextHelp::readTable(const QString &file)
+{
+    const QDomDocument document = readUiDocument(file, "ContextHelp::readTable");
+    for (QDomElement entry = document.documentElement().firstChildElement(); !entry.isNull();
+         entry = entry.nextSiblingElement()) {
+        auto &pages = entry.tagName() == "action"_L1 ? m_actions : m_windows;
+        pages.insert(entry.attribute(u"name"_s), entry.attribute(u"page"_s));
+    }
+}
+
+void ContextHelp::extendExplanation(QAction *action) const
+{
+    const QString page = pageOfAction(action->objectName());
+    if (page.isEmpty())
+        return;
+    const QString text = action->whatsThis().isEmpty() ? action->statusTip() : action->whatsThis();
+    action->setWhatsThis(u"<p>%1</p><p><a href=\"%2%3\">%4</a></p>"_s.arg(
+        text.toHtmlEscaped(), Scheme, page.toHtmlEscaped(), tr("More in the manual (F1)")));
+}
+
+QString ContextHelp::pageOf(const QObject *widget) const
+{
+    for (const QObject *object = widget; object; object = object->parent()) {
+        const QString ofName = m_windows.value(ownName(object));
+        QString page = m_windows.value(QString::fromLatin1(object->metaObject()->className()), ofName);
+        if (!page.isEmpty())
+            return page;
+    }
+    return {};
+}
+
+// Events ------------------------------------------------------------------
+
+bool ContextHelp::eventFilter(QObject *watched, QEvent *event)
+{
+    if (event->type() == QEvent::WhatsThisClicked) {
+        const QString link = static_cast<QWhatsThisClickedEvent *>(event)->href();
+        if (!link.startsWith(Scheme))
+            return false;
+        leaveExplanation(link.mid(Scheme.size()));
+        return true;
+    }
+    if (event->type() != QEvent::KeyPress && event->type() != QEvent::ShortcutOverride)
+        return false;
+    const QString page = pageForKey(watched, *static_cast<QKeyEvent *>(event));
+    if (page.isEmpty())
+        return false;
+    if (event->type() == QEvent::ShortcutOverride)
+        event->accept(); // the key follows, and no command gets it
+    else
+        leaveExplanation(page);
+    return true;
+}
+
+/// The page to which a key leads; empty if it keeps its meaning.
+QString ContextHelp::pageForKey(QObject *watched, const QKeyEvent &event)
+{
+    if (event.key() != Qt::Key_F1 || event.modifiers() != Qt::NoModifier || !watched->isWidgetType())
+        return {};
+    if (const auto *menu = qobject_cast<QMenu *>(watched)) {
+        m_explained = menu->activeAction() ? pageOfAction(menu->activeAction()->objectName()) : QString();
+        return {}; // the menu shows the explanation
+    }
+    return isExplanation(watched) ? m_explained : pageOf(watched);
+}
+
+void ContextHelp::leaveExplanation(const QString &page)
+{
+    QWhatsThis::hideText();
+    m_explained.clear();
+    Q_EMIT pageRequested(page);
+}

@@ -1,0 +1,165 @@
+#include "scriptapp.h"
+#include "activity.h"
+#include "handlerattribute.h"
+#include "project.h"
+#include "projectcollection.h"
+#include "projectworkspace.h"
+#include "pythonoutput.h"
+#include "scriptdebugger.h"
+#include "scriptdialogs.h"
+#include "scripteditor.h"
+#include "scriptoutputwindow.h"
+#include "scriptproject.h"
+#include <limits>
+#include <QCoreApplication>
+using namespace Qt::StringLiterals;
+
+namespace {
+QString tr(const char *text)
+{
+    return QCoreApplication::translate("App", text);
+}
+
+void processEvents(long time)
+{
+    PythonOutput::flushAll();
+    QCoreApplication::processEvents(QEventLoop::AllEvents, eventTime(time));
+}
+} // namespace
+
+int eventTime(long time)
+{
+    constexpr long Default = 3000;
+    return int(std::min<long>(time < 0 ? Default : time, std::numeric_limits<int>::max()));
+}
+
+// Methods
+
+void ScriptApp::doAction(const QString &name) const
+{
+    if (!model().doAction(name))
+        raiseNothing();
+}
+
+void ScriptApp::openWorkspace(const QString &path) const
+{
+    if (!model().host().replaceWorkspace(path))
+        raisePython(PyExc_OSError, tr("Cannot open workspace '%1'").arg(path));
+}
+
+void ScriptApp::closeWorkspace() const
+{
+    if (!model().host().closeOpenWorkspace())
+        raisePython(PyExc_OSError, tr("Could not close workspace"));
+}
+
+void ScriptApp::saveWorkspace() const
+{
+    if (!model().activity().workspace())
+        raisePython(PyExc_RuntimeError, tr("No workspace is open"));
+    const QString failure = model().saveWorkspace();
+    if (!failure.isNull())
+        raisePython(PyExc_OSError, failure);
+}
+
+// Projects
+
+/// The object of the open workspace in @p kept, which may be that of an earlier one; null if none is open.
+template <typename T>
+static PythonReference currentObject(ObjectModel &model, PythonReference &kept)
+{
+    ProjectWorkspace *workspace = model.activity().workspace();
+    const auto isCurrent = [&] { return py::cast<T &>(py::handle(kept.get())).workspace() == workspace; };
+    if (kept && !(workspace && isCurrent()))
+        kept.reset();
+    if (workspace && !kept)
+        kept = newScriptObject<T>(model, workspace);
+    return newPythonReference(kept.get());
+}
+
+PythonReference ScriptApp::projects()
+{
+    return currentObject<ProjectCollection>(model(), m_projects);
+}
+
+PythonReference ScriptApp::debugger()
+{
+    return currentObject<ScriptDebugger>(model(), m_debugger);
+}
+
+PythonReference ScriptApp::objectOf(Project &project)
+{
+    const PythonReference collection = projects();
+    return collection ? py::cast<ProjectCollection &>(py::handle(collection.get())).objectOf(project) : nullptr;
+}
+
+PythonReference ScriptApp::currentProject()
+{
+    Project *project = model().activity().currentProject();
+    return project ? objectOf(*project) : nullptr;
+}
+
+/// The projects of a workspace are compared by name.
+void ScriptApp::setCurrentProject(const py::handle &value) const
+{
+    if (!py::isinstance<ScriptProject>(value))
+        raisePython(PyExc_TypeError, tr("Project expected"));
+    ProjectWorkspace *workspace = model().activity().workspace();
+    if (!workspace)
+        raisePython(PyExc_RuntimeError, tr("No workspace is open"));
+    const QString name = py::cast<ScriptProject &>(value).name();
+    for (int i = 0; i < workspace->count(); ++i) {
+        if (workspace->project(i)->name() != name)
+            continue;
+        if (!workspace->project(i)->isActive())
+            raisePython(PyExc_AttributeError, tr("Project is not active"));
+        return workspace->setCurrentProject(i);
+    }
+    raisePython(PyExc_RuntimeError, tr("Project not found in workspace"));
+}
+
+// The type: the order of its methods and attributes is the one in which they are listed
+
+namespace {
+void defineMethods(py::class_<ScriptApp> &type)
+{
+    type.def(
+        "processEvents", [](const ScriptApp &, long time) { processEvents(time); }, py::arg() = 0,
+        "processEvents([time]) - processes UI events");
+    type.def("doAction", &ScriptApp::doAction,
+             "doAction(actionName) - performs a menu or toolbar action. Not supported");
+    defineDialogMethods(type);
+    type.def("openWorkspace", &ScriptApp::openWorkspace, "openWorkspace(filename) - opens a workspace file");
+    type.def("closeWorkspace", &ScriptApp::closeWorkspace, "closeWorkspace() - closes the workspace");
+    type.def("saveWorkspace", &ScriptApp::saveWorkspace, "saveWorkspace() - saves the workspace");
+}
+
+void defineAttributes(py::class_<ScriptApp> &type)
+{
+    type.def_property_readonly(
+        "state", [](const ScriptApp &app) { return app.model().state(); }, "The current application state");
+    type.def_property("currentProject", &ScriptApp::currentProject, &ScriptApp::setCurrentProject,
+                      "The currently active project [RW]");
+    type.def_property_readonly("projects", &ScriptApp::projects,
+                               "A list of projects in the currently-open workspace [R]");
+    type.def_property_readonly(
+        "editor", [](const ScriptApp &app) { return newScriptObject<ScriptEditor>(app.model()); },
+        "The editor object [R]");
+    type.def_property_readonly(
+        "outputWindow", [](const ScriptApp &app) { return newScriptObject<ScriptOutputWindow>(app.model()); },
+        "The Python output window [R]");
+    type.def_property_readonly("debugger", &ScriptApp::debugger,
+                               "The debugger object. This is 'None' if no workspace is loaded [R]");
+    defineHandler(type, "onCurrentProjectChanged", "Event handler called when current project changes [RW]");
+    defineHandler(type, "onWorkspaceLoaded", "Event handler called after workspace loaded successfully[RW]");
+}
+} // namespace
+
+py::object bindApp()
+{
+    auto type = newScriptType<ScriptApp>("App", "The root of the Varnel object model. A single instance of this object "
+                                                "called 'app' is available at program startup.");
+    defineMethods(type);
+    defineAttributes(type);
+    return type;
+}

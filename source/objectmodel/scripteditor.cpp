@@ -1,0 +1,82 @@
+#include "scripteditor.h"
+#include "activity.h"
+#include "callplugin.h"
+#include "documenttemplate.h"
+#include "project.h"
+#include "scriptdocument.h"
+#include "scripthost.h"
+#include "textdocument.h"
+#include "viewmanager.h"
+#include "workspace.h"
+#include <algorithm>
+#include <QCoreApplication>
+
+namespace {
+QString tr(const char *text)
+{
+    return QCoreApplication::translate("Editor", text);
+}
+
+DocumentTemplate *templateFor(const Workspace &workspace, const QString &path)
+{
+    const auto &templates = workspace.templates();
+    const auto found = std::ranges::find_if(templates, [&path](DocumentTemplate *docTemplate) {
+        return askPlugin("DocumentTemplate::canOpen", [&] { return docTemplate->canOpen(path); });
+    });
+    return found == templates.end() ? nullptr : *found;
+}
+} // namespace
+
+void ScriptEditor::openDocument(const QString &path) const
+{
+    if (path.isEmpty() || !model().host().openFile(path, false))
+        raisePython(PyExc_OSError, tr("Error opening document '%1'.").arg(path));
+}
+
+void ScriptEditor::newDocument(const QString &path, int addToProject) const
+{
+    Workspace *workspace = model().host().workspace();
+    DocumentTemplate *docTemplate = templateFor(*workspace, path);
+    if (!docTemplate)
+        raisePython(PyExc_ValueError, tr("No document template for '%1' could not be found.").arg(path));
+    if (!workspace->newDocument(docTemplate, path))
+        raisePython(PyExc_OSError, tr("Document '%1' could not be created.").arg(path));
+    if (Project *project = model().activity().currentProject(); project && addToProject != 0)
+        project->addFiles({path}, nullptr);
+}
+
+void ScriptEditor::saveAll(int modifiedOnly) const
+{
+    model().host().workspace()->saveAll(modifiedOnly != 0);
+}
+
+py::list ScriptEditor::documents() const
+{
+    py::list list;
+    for (Document *document : model().host().workspace()->documents()) {
+        if (auto *text = qobject_cast<TextDocument *>(document))
+            list.append(newScriptObject<ScriptDocument>(model(), text));
+    }
+    return list;
+}
+
+PythonReference ScriptEditor::currentDocument() const
+{
+    auto *document = qobject_cast<TextDocument *>(model().host().viewManager()->currentDocument());
+    return document ? newScriptObject<ScriptDocument>(model(), document) : nullptr;
+}
+
+py::object bindEditor()
+{
+    auto type =
+        newScriptType<ScriptEditor>("Editor", "Represents a the source editor, and provides access to Text Documents");
+    type.def("openDocument", &ScriptEditor::openDocument,
+             "openDocument(filename) - Opens document with path 'filename'");
+    type.def("newDocument", &ScriptEditor::newDocument, py::arg(), py::arg() = 0,
+             "newDocument(filename,[addToProject]) - Creates a new document with name 'filename'");
+    type.def("saveAll", &ScriptEditor::saveAll, py::arg() = 1, "saveAll([modifiedOnly]) - Saves all open documents");
+    type.def_property_readonly("documents", &ScriptEditor::documents, "List fo currently open documents [R]");
+    type.def_property_readonly("currentDocument", &ScriptEditor::currentDocument,
+                               "TexDocument object representing the currently active documents [R]");
+    return type;
+}

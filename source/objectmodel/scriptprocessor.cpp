@@ -1,0 +1,500 @@
+#include "scriptprocessor.h"
+#include "imemory.h"
+#include "iregisters.h"
+#include "isourcemapping.h"
+#include "isymbollookup.h"
+#include "programplace.h"
+#include "pythonnumber.h"
+#include "scriptapp.h"
+#include "scriptmemory.h"
+#include "scriptperipherals.h"
+#include "scriptregisters.h"
+
+using namespace Qt::StringLiterals;
+
+ScriptProcessor::ScriptProcessor(const ScriptTarget &target) : m_target(target) {}
+
+// Running
+
+QString ScriptProcessor::evaluate(const QString &expression) const
+{
+    const auto environment = m_target.environment();
+    QString result;
+    const int status =
+        askTarget("IExecutionEnvironment::evaluate", [&] { return environment->evaluate(expression, result); });
+    if (status != 0)
+        raisePython(PyExc_ValueError, QObject::tr("Could not evaluate expression: %1").arg(result));
+    return result;
+}
+
+void ScriptProcessor::run() const
+{
+    const auto environment = m_target.environment();
+    runTarget("IExecutionEnvironment::run", [&] { environment->run(); });
+}
+
+void ScriptProcessor::runTo(const QString &file, int line) const
+{
+    const auto environment = m_target.environment();
+    runTarget("IExecutionEnvironment::runTo", [&] { environment->runTo(file, line); });
+}
+
+void ScriptProcessor::pause() const
+{
+    const auto environment = m_target.environment();
+    runTarget("IExecutionEnvironment::pause", [&] { environment->pause(); });
+}
+
+void ScriptProcessor::stepInto(const QString &file) const
+{
+    const auto environment = m_target.environment();
+    runTarget("IExecutionEnvironment::stepInto", [&] { environment->stepInto(file); });
+}
+
+void ScriptProcessor::stepOver(const QString &file) const
+{
+    const auto environment = m_target.environment();
+    runTarget("IExecutionEnvironment::stepOver", [&] { environment->stepOver(file); });
+}
+
+void ScriptProcessor::wakeUp() const
+{
+    const auto environment = m_target.environment();
+    runTarget("IExecutionEnvironment::wakeUp", [&] { environment->wakeUp(); });
+}
+
+long ScriptProcessor::processorStatus() const
+{
+    const auto environment = m_target.environment();
+    return askTarget("IExecutionEnvironment::processorStatus", [&] { return environment->processorStatus(); });
+}
+
+long ScriptProcessor::programStatus() const
+{
+    const auto environment = m_target.environment();
+    return askTarget("IExecutionEnvironment::programStatus", [&] { return environment->programStatus(); });
+}
+
+BreakpointLocation ScriptProcessor::currentLocation() const
+{
+    const auto environment = m_target.environment();
+    BreakpointLocation place;
+    const bool known = askTarget("IExecutionEnvironment::currentLocation",
+                                 [&] { return environment->currentLocation(place.file, place.line); });
+    return known ? place : BreakpointLocation();
+}
+
+// Breakpoints
+
+namespace {
+constexpr auto DisassemblyPrefix = "disassembler:"_L1;
+
+/// A line as environments count it, for a line of a script.
+int environmentLine(const QString &file, int line)
+{
+    return file.contains(DisassemblyPrefix) ? lineOfAddress(uint(line)) : line;
+}
+
+QString notSet()
+{
+    return QObject::tr("Could not set breakpoint");
+}
+
+/// The first line that the environment has for an address. The kind that it is asked for first is the one at which a
+/// breakpoint is expected.
+std::optional<BreakpointLocation> breakpointPlace(ISourceMapping &mapping, uint address)
+{
+    for (const int kind : {1, 2, 0, 3}) {
+        BreakpointLocation place;
+        if (askTarget("ISourceMapping::sourceLocation",
+                      [&] { return mapping.sourceLocation(address, kind, place.file, place.line); }))
+            return place;
+    }
+    return {};
+}
+} // namespace
+
+void ScriptProcessor::setBreakpoint(const QString &file, int line) const
+{
+    changeBreakpoint(file, environmentLine(file, line), BreakpointEnabled, notSet());
+}
+
+void ScriptProcessor::setBreakpointAtAddress(uint address) const
+{
+    const auto mapping = m_target.find<ISourceMapping>();
+    const std::optional<BreakpointLocation> place = mapping ? breakpointPlace(*mapping, address) : std::nullopt;
+    if (!place)
+        raisePython(PyExc_ValueError, notSet());
+    changeBreakpoint(place->file, place->line, BreakpointEnabled, notSet());
+}
+
+void ScriptProcessor::setBreakpointAtSymbol(const QString &name) const
+{
+    const auto mapping = m_target.find<ISourceMapping>();
+    uint address = 0;
+    if (!mapping || !askTarget("ISourceMapping::symbolAddress", [&] { return mapping->symbolAddress(name, address); }))
+        raisePython(PyExc_ValueError, notSet());
+    setBreakpointAtAddress(address);
+}
+
+void ScriptProcessor::disableBreakpoint(const QString &file, int line) const
+{
+    changeBreakpoint(file, line, BreakpointDisabled, QObject::tr("Could not disable breakpoint"));
+}
+
+void ScriptProcessor::removeBreakpoint(const QString &file, int line) const
+{
+    changeBreakpoint(file, line, BreakpointRemoved, QObject::tr("Could not remove breakpoint"));
+}
+
+/// Raises @p failure if the environment has no breakpoints. Only a breakpoint that is to be set must also succeed.
+void ScriptProcessor::changeBreakpoint(const QString &file, int line, BreakpointState state,
+                                       const QString &failure) const
+{
+    const auto breakpoints = m_target.find<IBreakpoints>();
+    const bool done = breakpoints && askTarget("IBreakpoints::setBreakpoint", [&] {
+                          return breakpoints->setBreakpoint(file, line, state) == 0 || state != BreakpointEnabled;
+                      });
+    if (!done)
+        raisePython(PyExc_ValueError, failure);
+}
+
+QList<BreakpointRecord> ScriptProcessor::breakpoints() const
+{
+    QList<BreakpointRecord> list;
+    const auto breakpoints = m_target.find<IBreakpoints>();
+    if (!breakpoints)
+        return list;
+    for (const BreakpointRecord &record :
+         askTarget("IBreakpoints::breakpoints", [&] { return breakpoints->breakpoints(); })) {
+        if (!record.locations.isEmpty())
+            list.append({{record.locations.first()}, record.state});
+    }
+    return list;
+}
+
+// Symbols
+
+namespace {
+template <typename T>
+InterfacePtr<T> symbolsOf(const ScriptTarget &target, PyObject *failure)
+{
+    InterfacePtr<T> symbols = target.find<T>();
+    if (!symbols)
+        raisePython(failure, QObject::tr("The debugger that you are using does not export symbol information"));
+    return symbols;
+}
+} // namespace
+
+uint ScriptProcessor::symbolAddress(const QString &name) const
+{
+    const auto mapping = symbolsOf<ISourceMapping>(m_target, PyExc_ValueError);
+    uint address = 0;
+    if (!askTarget("ISourceMapping::symbolAddress", [&] { return mapping->symbolAddress(name, address); }))
+        raisePython(PyExc_ValueError, QObject::tr("Symbol '%1' not found").arg(name));
+    return address;
+}
+
+QString ScriptProcessor::symbolAt(uint address)
+{
+    const auto symbols = symbolsOf<ISymbolLookup>(m_target, PyExc_ValueError);
+    const int region = memoryRegion();
+    QString name;
+    if (!askTarget("ISymbolLookup::symbolAt", [&] { return symbols->symbolAt(address, region, name); }))
+        raisePython(PyExc_ValueError, QObject::tr("No symbol found at address 0x%1").arg(QString::number(address, 16)));
+    return name;
+}
+
+uint ScriptProcessor::sourceAddress(const QString &file, int line) const
+{
+    const auto symbols = symbolsOf<ISymbolLookup>(m_target, PyExc_RuntimeError); // another exception than its sisters
+    uint address = 0;
+    if (!askTarget("ISymbolLookup::addressOf", [&] { return symbols->addressOf(file, line, address); }))
+        raisePython(PyExc_ValueError, QObject::tr("Source line does not map to address"));
+    return address;
+}
+
+QList<BreakpointLocation> ScriptProcessor::sourceLines(uint address) const
+{
+    const auto mapping = symbolsOf<ISourceMapping>(m_target, PyExc_ValueError);
+    QList<BreakpointLocation> lines;
+    for (const int kind : {0, 1, 2}) {
+        BreakpointLocation place;
+        if (askTarget("ISourceMapping::sourceLocation",
+                      [&] { return mapping->sourceLocation(address, kind, place.file, place.line); }))
+            lines.append(place);
+    }
+    return lines;
+}
+
+// Objects that are kept
+
+_object *ScriptProcessor::memory()
+{
+    if (!m_memory && !m_target.find<IMemory>())
+        return Py_None;
+    if (!m_memory)
+        m_memory = newScriptObject<ScriptMemory>(m_target);
+    return m_memory.get();
+}
+
+/// The region of the memory object; 0 if the target has no memory.
+int ScriptProcessor::memoryRegion()
+{
+    const py::handle object = memory();
+    return object.is_none() ? 0 : object.cast<ScriptMemory &>().region().id;
+}
+
+_object *ScriptProcessor::extension()
+{
+    if (!m_extension) {
+        const auto environment = m_target.environment();
+        PythonReference object(
+            askTarget("IExecutionEnvironment::pythonExtension", [&] { return environment->pythonExtension(); }));
+        if (PyErr_Occurred())
+            throw py::error_already_set();
+        if (!m_extension) // the plug-in may have run scripts
+            m_extension = object ? std::move(object) : newPythonReference(Py_None);
+    }
+    return m_extension.get();
+}
+
+// The type
+
+namespace {
+
+QString toText(const char *utf8)
+{
+    return QString::fromUtf8(utf8);
+}
+
+/// A line, or an address in the disassembly, which may have 32 bits.
+int toLine(long long number)
+{
+    if (number < std::numeric_limits<int>::min() || number > std::numeric_limits<uint>::max())
+        raisePython(PyExc_OverflowError, QObject::tr("The line number is too large"));
+    return int(number);
+}
+
+/// Adds a method that takes any arguments, so that an inactive project is reported before wrong arguments.
+template <typename Call>
+void addMethod(py::class_<ScriptProcessor> &type, const char *name, const Call &call, const char *documentation)
+{
+    type.def(
+        name,
+        [call](ScriptProcessor &processor, const py::args &arguments) {
+            processor.target().requireActive();
+            return call(processor, arguments);
+        },
+        documentation);
+}
+
+void addCommand(py::class_<ScriptProcessor> &type, const char *name, const char *format,
+                void (ScriptProcessor::*command)() const, const char *documentation)
+{
+    addMethod(
+        type, name,
+        [=](const ScriptProcessor &processor, const py::args &arguments) {
+            parseArguments(arguments, format);
+            (processor.*command)();
+        },
+        documentation);
+}
+
+/// @p command takes a text, as @p format says.
+void addCommand(py::class_<ScriptProcessor> &type, const char *name, const char *format,
+                void (ScriptProcessor::*command)(const QString &text) const, const char *documentation)
+{
+    addMethod(
+        type, name,
+        [=](const ScriptProcessor &processor, const py::args &arguments) {
+            const char *text = nullptr;
+            parseArguments(arguments, format, &text);
+            (processor.*command)(toText(text));
+        },
+        documentation);
+}
+
+/// @p command takes a file and a line.
+void addCommand(py::class_<ScriptProcessor> &type, const char *name, const char *format,
+                void (ScriptProcessor::*command)(const QString &file, int line) const, const char *documentation)
+{
+    addMethod(
+        type, name,
+        [=](const ScriptProcessor &processor, const py::args &arguments) {
+            const char *file = nullptr;
+            long long line = 0;
+            parseArguments(arguments, format, &file, &line);
+            (processor.*command)(toText(file), toLine(line));
+        },
+        documentation);
+}
+
+template <typename Call>
+void addAttribute(py::class_<ScriptProcessor> &type, const char *name, const Call &call, const char *documentation)
+{
+    type.def_property_readonly(
+        name,
+        [call](ScriptProcessor &processor) {
+            processor.target().requireActive();
+            return call(processor);
+        },
+        documentation);
+}
+
+py::list breakpointTuples(const ScriptProcessor &processor)
+{
+    py::list list;
+    for (const BreakpointRecord &record : processor.breakpoints()) {
+        const BreakpointLocation &place = record.locations.first();
+        const bool disassembly = place.file.contains(DisassemblyPrefix);
+        const py::int_ line = disassembly ? py::int_(addressOfLine(place.line)) : py::int_(place.line);
+        list.append(py::make_tuple(place.file, line, record.state));
+    }
+    return list;
+}
+
+py::list placeTuples(const QList<BreakpointLocation> &places)
+{
+    py::list list;
+    for (const BreakpointLocation &place : places)
+        list.append(py::make_tuple(place.file, place.line));
+    return list;
+}
+
+void addCommands(py::class_<ScriptProcessor> &type)
+{
+    addMethod(
+        type, "evaluate",
+        [](const ScriptProcessor &processor, const py::args &arguments) {
+            const char *expression = nullptr;
+            parseArguments(arguments, "s:evaluate", &expression);
+            return processor.evaluate(toText(expression));
+        },
+        "evaluate(expression) - evaluetes 'expression' returning the result as a string");
+    addCommand(type, "run", ":run", &ScriptProcessor::run, "run() - Set processor running");
+    addCommand(type, "runTo", "sL:runTo", &ScriptProcessor::runTo,
+               "runTo(filename, lineNumber) - Run the processor to 'lineNumber' in 'filename'");
+    addCommand(type, "pause", ":pause", &ScriptProcessor::pause, "pause() - Pauses the processor.");
+    addCommand(type, "stepInto", "s:stepInto", &ScriptProcessor::stepInto,
+               "stepInto(filename) - Executes a 'Step Into' operation into 'filename'");
+    addCommand(type, "stepOver", "s:stepOver", &ScriptProcessor::stepOver,
+               "stepOver(filename) - Executes a 'Step Over' operation in 'filename'");
+    addCommand(type, "wakeUp", ":wakeUp", &ScriptProcessor::wakeUp, "wakeup() - Triggers the processor to wake up");
+}
+
+void addBreakpoints(py::class_<ScriptProcessor> &type)
+{
+    addCommand(type, "setBreakpoint", "sL:setBreakpoint", &ScriptProcessor::setBreakpoint,
+               "setBreakpont(filename,lineNumber) - Sets a breakpoint at line 'lineNumber' in file 'filename'");
+    addMethod(
+        type, "setBreakpointAtAddress",
+        [](const ScriptProcessor &processor, const py::args &arguments) {
+            long long address = 0;
+            parseArguments(arguments, "L:setBreakpointAtAddress", &address);
+            processor.setBreakpointAtAddress(uint(address));
+        },
+        "setBreakpointAtAddress(address) - Sets a breakpoint at the program address 'address'");
+    addCommand(type, "setBreakpointAtSymbol", "s:setBreakpointAtSymbol", &ScriptProcessor::setBreakpointAtSymbol,
+               "setBreakpointAtSymbol(symbolName) - Sets a breakpoint at the symbol 'symbolName'");
+    addCommand(type, "disableBreakpoint", "sL:disableBreakpoint", &ScriptProcessor::disableBreakpoint,
+               "disableBreakpoint(filename, lineNumber) - Disables the breakpoint at 'lineNumber' in 'filename'");
+    addCommand(type, "removeBreakpoint", "sL:removeBreakpoint", &ScriptProcessor::removeBreakpoint,
+               "removeBreakpoint(filename, lineNumber) - Remove the brakepoint at line 'lineNumber' and in file "
+               "'filename'");
+}
+
+void addSymbols(py::class_<ScriptProcessor> &type)
+{
+    addMethod(
+        type, "getSymbolAddress",
+        [](const ScriptProcessor &processor, const py::args &arguments) {
+            const char *name = nullptr;
+            parseArguments(arguments, "s:getSymbolAddress", &name);
+            return processor.symbolAddress(toText(name));
+        },
+        "getSymbolAddress(symbolName) - Returns the address corresponding to the given symbol.");
+    addMethod(
+        type, "getSourceLines",
+        [](const ScriptProcessor &processor, const py::args &arguments) {
+            long long address = 0;
+            parseArguments(arguments, "L:getSourceLines", &address);
+            return placeTuples(processor.sourceLines(uint(address)));
+        },
+        "getSourceLines(address) - Returns a list of source files and lines of program address 'address'");
+    addMethod(
+        type, "getSourceAddress",
+        [](const ScriptProcessor &processor, const py::args &arguments) {
+            const char *file = nullptr;
+            long long line = 0;
+            parseArguments(arguments, "sL:getSourceAddress", &file, &line);
+            return processor.sourceAddress(toText(file), toLine(line));
+        },
+        "getSourceAddress(filename,line) - Returns program address in 'filename' at 'line'");
+    addMethod(
+        type, "getSymbol",
+        [](ScriptProcessor &processor, const py::args &arguments) {
+            long long address = 0;
+            parseArguments(arguments, "L:getSymbol", &address);
+            return processor.symbolAt(uint(address));
+        },
+        "getSymbol(address) - Returns the symbol corresponding to the given address");
+}
+
+/// An object of an interface; None if the target does not offer it.
+template <typename Interface, typename Object>
+PythonReference offered(const ScriptProcessor &processor)
+{
+    return processor.target().find<Interface>() ? newScriptObject<Object>(processor.target()) : nullptr;
+}
+
+void addStatus(py::class_<ScriptProcessor> &type)
+{
+    addAttribute(
+        type, "processorStatus", [](const ScriptProcessor &processor) { return processor.processorStatus(); },
+        "Returns the current processor status [R]");
+    addAttribute(
+        type, "programStatus", [](const ScriptProcessor &processor) { return processor.programStatus(); },
+        "Returns the current program status [R]");
+    addAttribute(
+        type, "currentProgramLocation",
+        [](const ScriptProcessor &processor) {
+            const BreakpointLocation place = processor.currentLocation();
+            return py::make_tuple(place.file, place.line);
+        },
+        "Returns a tuple containing the current program location [R]");
+    addAttribute(type, "breakpoints", breakpointTuples, "Returns a list of tuples - one for each breakpoint [R]");
+}
+
+void addParts(py::class_<ScriptProcessor> &type)
+{
+    addAttribute(type, "registers", offered<IRegisters, ScriptRegisters>, "Returns the registers object");
+    addAttribute(type, "peripherals", offered<IPeripherals, ScriptPeripherals>, "Returns the peripherals object");
+    addAttribute(
+        type, "memory", [](ScriptProcessor &processor) { return newPythonReference(processor.memory()); },
+        "Returns the memory object");
+    addAttribute(
+        type, "extension", [](ScriptProcessor &processor) { return newPythonReference(processor.extension()); },
+        "Plugin specific");
+    addAttribute(
+        type, "project",
+        [](const ScriptProcessor &processor) {
+            const ScriptTarget &target = processor.target();
+            return py::cast<ScriptApp &>(py::handle(target.model().app())).objectOf(*target.project());
+        },
+        "Returns the project associated with the processor");
+}
+
+} // namespace
+
+py::object bindProcessor()
+{
+    auto type = newScriptType<ScriptProcessor>(
+        "Processor", "Provides access to an individual processor associated with an Varnel project");
+    addCommands(type);
+    addBreakpoints(type);
+    addSymbols(type);
+    addStatus(type);
+    addParts(type);
+    return type;
+}

@@ -1,0 +1,235 @@
+#include "filesearchjob.h"
+#include "filetextsearch.h"
+#include <QCoreApplication>
+#include <QDir>
+#include <thread>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+constexpr size_t MostTasks = 256;
+constexpr qsizetype MostLinesOfEvent = 100;
+constexpr qsizetype LongestEvent = 100'000; ///< characters
+constexpr qsizetype LinesTogether = 64;     ///< handed over at once after the first line of a file
+
+/// "*.*" means every file, with or without a dot.
+QStringList nameFilters(const QString &mask)
+{
+    QStringList filters = QDir::nameFiltersFromString(mask);
+    filters.removeAll(QString());
+    for (QString &filter : filters)
+        filter = filter == u"*.*"_s ? u"*"_s : filter;
+    return filters;
+}
+} // namespace
+
+/// A file to be searched.
+struct FileSearchJob::Task
+{
+    QString path;
+    QList<FoundLine> lines; ///< found and not reported yet
+    bool done = false;
+};
+
+FileSearchJob::FileSearchJob(FileSearch search, QObject *receiver) : m_search(std::move(search)), m_receiver(receiver)
+{}
+
+void FileSearchJob::start()
+{
+    const unsigned threads = std::clamp(std::thread::hardware_concurrency(), 1U, 4U);
+    for (unsigned i = 0; i < threads; ++i)
+        std::thread([job = shared_from_this()] { job->searchFiles(); }).detach();
+    std::thread([job = shared_from_this()] { job->walk(); }).detach();
+}
+
+void FileSearchJob::stop()
+{
+    m_running = false;
+    m_finished = true;
+    const std::lock_guard lock(m_mutex);
+    m_receiver = nullptr;
+    m_found.clear();
+    m_changed.notify_all();
+}
+
+// The thread that walks ---------------------------------------------------
+
+void FileSearchJob::walk()
+{
+    const QString error = FileTextSearch(m_search).error();
+    if (!error.isEmpty())
+        report({{}, 0, QObject::tr("The expression is not valid: %1").arg(error)});
+    else if (m_search.files)
+        for (const QString &path : *m_search.files)
+            add(path);
+    else if (!QFileInfo(m_search.folder).isDir())
+        report({{}, 0, QObject::tr("The folder '%1' does not exist.").arg(QDir::toNativeSeparators(m_search.folder))});
+    else
+        walkFolder(m_search.folder);
+
+    std::unique_lock lock(m_mutex);
+    m_allAdded = true;
+    m_changed.notify_all();
+    waitForTasks(lock, 0);
+    m_finished = true;
+    postNext();
+}
+
+void FileSearchJob::walkFolder(const QString &path)
+{
+    const QString canonical = QFileInfo(path).canonicalFilePath();
+    if (m_visited.contains(canonical))
+        return;
+    m_visited.insert(canonical);
+    QDir directory(path);
+    directory.setSorting(QDir::DirsFirst);
+    for (const QString &name : directory.entryList(nameFilters(m_search.mask), QDir::Files)) {
+        if (!m_running)
+            return;
+        add(directory.filePath(name));
+    }
+    if (!m_search.recursive)
+        return;
+    for (const QString &name : directory.entryList(QDir::Dirs | QDir::NoDotAndDotDot)) {
+        if (!m_running)
+            return;
+        walkFolder(directory.filePath(name));
+    }
+}
+
+void FileSearchJob::add(const QString &path)
+{
+    std::unique_lock lock(m_mutex);
+    waitForTasks(lock, MostTasks - 1);
+    m_tasks.push_back(std::make_shared<Task>(Task{path, {}, false}));
+    m_changed.notify_all();
+}
+
+/// Reports what has been found until at most @p most files are left.
+void FileSearchJob::waitForTasks(std::unique_lock<std::mutex> &lock, size_t most)
+{
+    drain();
+    while (m_tasks.size() > most && m_running) {
+        m_changed.wait(lock);
+        drain();
+    }
+}
+
+/// Called with the mutex locked. Only the first file's lines may be reported before it was searched whole.
+void FileSearchJob::drain()
+{
+    while (!m_tasks.empty()) {
+        const std::shared_ptr<Task> first = m_tasks.front();
+        for (FoundLine &line : first->lines) {
+            if (m_reported == MostLines || !m_running)
+                break;
+            ++m_reported;
+            m_found.push_back(std::move(line));
+            if (m_reported == MostLines) {
+                m_found.push_back({{}, 0, QObject::tr("The search ended after 100,000 lines.")});
+                m_running = false;
+                m_changed.notify_all();
+            }
+        }
+        first->lines.clear();
+        if (!first->done)
+            break;
+        m_tasks.pop_front();
+        --m_taken;
+    }
+    postNext();
+}
+
+void FileSearchJob::report(FoundLine line)
+{
+    const std::lock_guard lock(m_mutex);
+    m_found.push_back(std::move(line));
+    postNext();
+}
+
+// The threads that search -------------------------------------------------
+
+void FileSearchJob::searchFiles()
+{
+    FileTextSearch engine(m_search);
+    std::unique_lock lock(m_mutex);
+    while (m_running) {
+        if (m_taken == m_tasks.size()) {
+            if (m_allAdded)
+                return;
+            m_changed.wait(lock);
+            continue;
+        }
+        const std::shared_ptr<Task> task = m_tasks[m_taken++];
+        lock.unlock();
+        search(engine, task);
+        lock.lock();
+        task->done = true;
+        m_changed.notify_all();
+    }
+}
+
+void FileSearchJob::search(FileTextSearch &engine, const std::shared_ptr<Task> &task)
+{
+    QList<FoundLine> lines;
+    bool isFirst = true;
+    const auto receive = [&](int line, const QString &text) {
+        lines.append({task->path, line, text});
+        if (std::exchange(isFirst, false) || lines.size() >= LinesTogether)
+            flush(*task, lines);
+        return m_running.load();
+    };
+    const auto edited = m_search.editedTexts.constFind(task->path);
+    const FileTextSearch::Result result = edited != m_search.editedTexts.cend()
+                                              ? engine.searchText(*edited, m_running, receive)
+                                              : engine.search(task->path, m_running, receive);
+    const QString path = QDir::toNativeSeparators(task->path);
+    if (result == FileTextSearch::Result::TooManySteps)
+        lines.append({{}, 0, QObject::tr("%1 was not searched whole: the expression needs too many steps.").arg(path)});
+    else if (result == FileTextSearch::Result::ReadError)
+        lines.append({{}, 0, QObject::tr("%1 was not searched whole: it could not be read.").arg(path)});
+    flush(*task, lines);
+    ++m_filesSearched;
+}
+
+void FileSearchJob::flush(Task &task, QList<FoundLine> &lines)
+{
+    if (lines.isEmpty())
+        return;
+    const std::lock_guard lock(m_mutex);
+    task.lines += std::exchange(lines, {});
+    m_changed.notify_all();
+}
+
+// Events ------------------------------------------------------------------
+
+/// Called with the mutex locked.
+void FileSearchJob::postNext()
+{
+    if (m_underWay || !m_receiver)
+        return;
+    std::unique_ptr<Event> event;
+    if (!m_found.empty()) {
+        event = std::make_unique<Event>(MatchEvent, shared_from_this());
+        qsizetype length = 0;
+        while (!m_found.empty() && event->lines.size() < MostLinesOfEvent && length < LongestEvent) {
+            length += m_found.front().text.size();
+            event->lines.append(std::move(m_found.front()));
+            m_found.pop_front();
+        }
+    } else if (m_finished && !m_finishedPosted) {
+        m_finishedPosted = true;
+        event = std::make_unique<Event>(FinishedEvent, shared_from_this());
+    } else {
+        return;
+    }
+    m_underWay = true;
+    QCoreApplication::postEvent(m_receiver, event.release());
+}
+
+void FileSearchJob::delivered()
+{
+    const std::lock_guard lock(m_mutex);
+    m_underWay = false;
+    postNext();
+}

@@ -1,0 +1,43 @@
+#pragma once
+#include "filesearch.h"
+#include <atomic>
+#include <functional>
+#include <memory>
+class ByteSearch;
+class ExpressionSearch;
+class QIODevice;
+class SearchPattern;
+struct TextPiece;
+
+/// Finds the lines of one file after the other in which a text or an expression matches. An object is used by one
+/// thread at a time.
+class FileTextSearch
+{
+public:
+    /// Gets the first match of a line, and returns whether to go on.
+    using Receiver = std::function<bool(int line, const QString &text)>;
+    enum class Result { Whole, TooManySteps, ReadError };
+
+    explicit FileTextSearch(const FileSearch &search);
+    ~FileTextSearch();
+    Q_DISABLE_COPY_MOVE(FileTextSearch)
+
+    [[nodiscard]] QString error() const; ///< of the expression; empty if there is none
+
+    /// Searches a file; a binary file, one with a null byte near its start, gives one line that says so. A file that
+    /// cannot be opened has no lines. Ends soon after @p running has become false, unless a read blocks.
+    Result search(const QString &path, const std::atomic<bool> &running, const Receiver &receive);
+    Result searchText(const QString &text, const std::atomic<bool> &running, const Receiver &receive);
+
+private:
+    struct Piece;
+    Result searchPieces(QIODevice &file, QByteArray first, const std::atomic<bool> &running, const Receiver &receive);
+    bool searchBytes(const Piece &piece, const std::atomic<bool> &running, const Receiver &receive) const;
+    bool searchDecoded(const TextPiece &piece, int firstLine, const std::atomic<bool> &running,
+                       const Receiver &receive) const;
+    [[nodiscard]] qsizetype findBytes(const Piece &piece, qsizetype from, const std::atomic<bool> &running) const;
+
+    std::unique_ptr<SearchPattern> m_pattern;       ///< for decoded text
+    std::unique_ptr<ByteSearch> m_bytes;            ///< for UTF-8; null for expressions
+    std::unique_ptr<ExpressionSearch> m_expression; ///< for UTF-8; null for texts
+};

@@ -1,0 +1,48 @@
+#include "matchcounter.h"
+#include <QElapsedTimer>
+
+namespace {
+constexpr int Pause = 150;                   // milliseconds
+constexpr qint64 PortionTime = 5;            // milliseconds
+constexpr qsizetype PortionLength = 1 << 18; // characters
+} // namespace
+
+MatchCounter::MatchCounter(QObject *parent) : QObject(parent)
+{
+    m_timer.setSingleShot(true);
+    connect(&m_timer, &QTimer::timeout, this, &MatchCounter::countSome);
+}
+
+void MatchCounter::start(const QString &raw, const TextPattern &pattern)
+{
+    m_raw = raw;
+    m_pattern = pattern;
+    m_from = 0;
+    m_count = 0;
+    m_timer.start(Pause);
+}
+
+void MatchCounter::stop()
+{
+    m_timer.stop();
+    m_raw.clear();
+}
+
+void MatchCounter::countSome()
+{
+    QElapsedTimer time;
+    time.start();
+    while (m_from < m_raw.size() && m_count < Most && time.elapsed() < PortionTime) {
+        const qsizetype end = std::min(m_from + PortionLength, m_raw.size());
+        const auto match = m_pattern.forward(m_raw, m_from, end);
+        m_from = match ? match->position + match->length : end;
+        m_count += match.has_value();
+    }
+    if (m_from < m_raw.size() && m_count < Most) {
+        m_timer.start(0);
+        return;
+    }
+    const bool isMore = m_from < m_raw.size() && m_pattern.forward(m_raw, m_from, m_raw.size());
+    Q_EMIT counted(m_count, isMore);
+    m_raw.clear();
+}

@@ -1,0 +1,204 @@
+#include "windowfixture.h"
+#include <QAbstractSpinBox>
+#include <QAccessible>
+#include <QComboBox>
+#include <QDockWidget>
+#include <QKeySequenceEdit>
+#include <QPushButton>
+#include <QTabWidget>
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+const QSet<int> controlRoles{QAccessible::PushButton, QAccessible::CheckBox,     QAccessible::RadioButton,
+                             QAccessible::ComboBox,   QAccessible::EditableText, QAccessible::SpinBox,
+                             QAccessible::Slider,     QAccessible::List,         QAccessible::Tree,
+                             QAccessible::Table,      QAccessible::PageTab,      QAccessible::MenuItem,
+                             QAccessible::ButtonMenu, QAccessible::HotkeyField,  QAccessible::StaticText};
+
+/// Parts of the toolkit's controls that stand for their control, and labels without text.
+bool isInner(const QAccessibleInterface *accessible)
+{
+    const auto *widget = qobject_cast<QWidget *>(accessible->object());
+    if (!widget)
+        return false;
+    const QByteArray name = widget->metaObject()->className();
+    const QWidget *parent = widget->parentWidget();
+    return name == "QComboBoxListView" || name == "QToolBarExtension" || name == "QLineEditIconButton"
+           || accessible->role() == QAccessible::StaticText || qobject_cast<const QAbstractSpinBox *>(parent)
+           || qobject_cast<const QComboBox *>(parent) || qobject_cast<const QKeySequenceEdit *>(parent);
+}
+
+bool isControl(const QAccessibleInterface *accessible)
+{
+    const auto *widget = qobject_cast<QWidget *>(accessible->object());
+    const bool isPane = qobject_cast<const QTabWidget *>(widget) || (widget && widget->inherits("QTabBar"));
+    const bool takesKeys = widget && widget->focusPolicy() & Qt::TabFocus && !isPane;
+    return (controlRoles.contains(accessible->role()) || takesKeys) && !isInner(accessible);
+}
+
+QString pathOf(QAccessibleInterface *accessible)
+{
+    QString path;
+    for (const QObject *object = accessible->object(); object; object = object->parent())
+        path.prepend(u'/' + QLatin1StringView(object->metaObject()->className()) + u':' + object->objectName());
+    return path.isEmpty() ? pathOf(accessible->parent()) + u"/item"_s : path;
+}
+
+/// The controls of a tree without a name, as paths.
+QStringList unnamed(QAccessibleInterface *accessible)
+{
+    QStringList result;
+    if (!accessible || !accessible->isValid())
+        return result;
+    if (isControl(accessible) && accessible->text(QAccessible::Name).isEmpty())
+        result.append(pathOf(accessible));
+    if (accessible->tableInterface())
+        return result; // cells have their texts
+    for (int i = 0; i < accessible->childCount(); ++i)
+        result += unnamed(accessible->child(i));
+    return result;
+}
+
+QStringList unnamed(QWidget *widget)
+{
+    return unnamed(QAccessible::queryAccessibleInterface(widget));
+}
+
+/// All pages of the tabs of a dialog.
+QStringList unnamedOnAllPages(QWidget *dialog)
+{
+    QStringList result = unnamed(dialog);
+    for (QTabWidget *tabs : dialog->findChildren<QTabWidget *>()) {
+        for (int page = 0; page < tabs->count(); ++page) {
+            tabs->setCurrentIndex(page);
+            result += unnamed(dialog);
+        }
+    }
+    result.removeDuplicates();
+    return result;
+}
+
+/// A window with the menus of the product, a workspace and a file.
+class ProductWindow : public WindowFixture
+{
+public:
+    ProductWindow()
+    {
+        QFile ui(QStringLiteral(VARNEL_SOURCE_DIR "/config/uiconfig.xml"));
+        if (!ui.open(QIODevice::ReadOnly))
+            qFatal("cannot read");
+        QByteArray content = ui.readAll();
+        static const QRegularExpression icons(u" icon=\"[^\"]*\""_s);
+        installation.write(u"config/uiconfig.xml"_s, QString::fromUtf8(content).remove(icons).toUtf8());
+        installation.write(u"help/html/index.html"_s, "<html><title>Home</title>home</html>");
+        restart();
+        writeProject(u"one.vnp"_s, {u"main.c"_s});
+        write(u"main.c"_s, "int main;\n");
+        window->openWorkspace(writeWorkspace(u"one.vnw"_s, {u"one.vnp"_s}), false);
+        window->openFile(path(u"main.c"_s), false);
+    }
+};
+} // namespace
+
+class AccessibilityTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init()
+    {
+        QTest::failOnWarning(QRegularExpression(u"^(?!This plugin does not support|Slot not implemented)"_s));
+    }
+
+    void controlWithoutANameIsFound()
+    {
+        QWidget window;
+        auto *edit = new QLineEdit(&window);
+        edit->setObjectName(u"edit"_s);
+        QCOMPARE(unnamed(&window), QStringList(u"/QWidget:/QLineEdit:edit"_s));
+        edit->setAccessibleName(u"Name"_s);
+        QVERIFY(unnamed(&window).isEmpty());
+    }
+
+    void everyControlOfTheWindowHasAName()
+    {
+        ProductWindow f;
+        f.window->helpHome();
+        for (QDockWidget *dock : f.window->findChildren<QDockWidget *>())
+            dock->show();
+        QCOMPARE(unnamed(f.window.get()).join(u'\n'), QString());
+    }
+
+    void everyControlOfADialogHasAName_data()
+    {
+        QTest::addColumn<QString>("action");
+        for (const char *action :
+             {"fileNew", "fileProperties", "editFind", "editReplace", "editFindInFiles", "viewGotoLine", "projectNew",
+              "projectProperties", "buildBatchBuild", "buildConfigurationsNew", "buildConfigurationsEdit",
+              "debugBreakpoints", "toolsCustomise", "toolsOptions", "helpSearch", "helpReport"})
+            QTest::newRow(action) << QString::fromLatin1(action);
+    }
+    void everyControlOfADialogHasAName()
+    {
+        QFETCH(const QString, action);
+        ProductWindow f;
+        bool shown = false;
+        QStringList found;
+        const auto look = [&](QDialog *dialog) {
+            shown = true;
+            found = unnamedOnAllPages(dialog);
+            dialog->reject();
+        };
+        f.answers->prepend(look);
+        auto *command = f.window->findChild<QAction *>(action);
+        QVERIFY(command);
+        command->setEnabled(true);
+        command->trigger();
+        for (QWidget *widget : QApplication::topLevelWidgets()) { // the dialogs for searching are not modal
+            if (auto *dialog = qobject_cast<QDialog *>(widget); dialog && dialog->isVisible() && !shown)
+                look(dialog);
+        }
+        QVERIFY(shown);
+        QCOMPARE(found.join(u'\n'), QString());
+    }
+
+    void editorsMarginIsAccessible()
+    {
+        const ProductWindow f;
+        auto *margin = f.window->findChild<QWidget *>(u"main.c/margin"_s);
+        QAccessibleInterface *accessible = QAccessible::queryAccessibleInterface(margin);
+        QCOMPARE(accessible->text(QAccessible::Name), u"Margin"_s);
+        f.view()->setMarker(1, TextView::EnabledBreakpointMarker, true, false);
+        QCOMPARE(accessible->text(QAccessible::Value), u"Line 1: breakpoint"_s);
+    }
+
+    void everyDialogsControlsAreReachedByTab()
+    {
+        ProductWindow f;
+        QStringList missed;
+        f.answers->prepend([&](QDialog *dialog) {
+            QSet<QWidget *> reached;
+            for (int i = 0; i < 200; ++i) {
+                if (QWidget *focus = dialog->focusWidget())
+                    reached.insert(focus);
+                QTest::keyClick(dialog->focusWidget() ? dialog->focusWidget() : dialog, Qt::Key_Tab);
+            }
+            for (QPushButton *button : dialog->findChildren<QPushButton *>()) {
+                if (button->isVisible() && button->isEnabled() && !reached.contains(button))
+                    missed.append(button->objectName());
+            }
+            dialog->reject();
+        });
+        f.window->findChild<QAction *>(u"toolsCustomise"_s)->trigger();
+        QCOMPARE(missed, QStringList());
+    }
+};
+
+int main(int argc, char **argv)
+{
+    AccessibilityTest test; // makes an application in each function
+    return QTest::qExec(&test, argc, argv);
+}
+#include "tst_accessibility.moc"

@@ -1,0 +1,238 @@
+#include "folderproject.h"
+#include "projectfile.h"
+#include "windowfixture.h"
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+QStringList names(const QStringList &paths)
+{
+    QStringList result;
+    for (const QString &path : paths)
+        result.append(QFileInfo(path).fileName());
+    return result;
+}
+
+/// The files of the first project, as they are stored.
+QStringList filesOfProject(const WindowFixture &f)
+{
+    QStringList result;
+    for (const ProjectFile *file : f.window->activity().projects().value(0)->files({}, nullptr))
+        result.append(file->path());
+    result.sort();
+    return result;
+}
+} // namespace
+
+class NamedFilesTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init() { QTest::failOnWarning(QRegularExpression(u"^(?!This plugin does not support)"_s)); }
+
+    void filesAreOpenedInTheirOrder()
+    {
+        const WindowFixture f;
+        f.window->openNamed({f.write(u"b.c"_s, "b"), f.write(u"a.c"_s, "a")});
+        QCOMPARE(f.openFiles(), (QStringList{u"b.c"_s, u"a.c"_s}));
+        QVERIFY(f.answers->said.isEmpty());
+    }
+
+    void openedFilesAreRecent()
+    {
+        WindowFixture f;
+        f.window->openNamed({f.write(u"a.c"_s, "a")});
+        f.restart();
+        QCOMPARE(f.recent(u"File"_s), QStringList(u"a.c"_s));
+    }
+
+    void workspaceAndProjectAreOpenedLikeByTheirOptions_data()
+    {
+        QTest::addColumn<QString>("name");
+        QTest::newRow("workspace") << u"one.vnw"_s;
+        QTest::newRow("project") << u"one.vnp"_s;
+    }
+    void workspaceAndProjectAreOpenedLikeByTheirOptions()
+    {
+        QFETCH(QString, name);
+        WindowFixture f;
+        f.writeProject(u"one.vnp"_s);
+        if (name.endsWith(u'w'))
+            f.writeWorkspace(u"one.vnw"_s, {u"one.vnp"_s});
+        f.window->openNamed({f.path(name)});
+        QCOMPARE(f.projects(), QStringList(u"one"_s));
+        f.restart();
+        QVERIFY(f.recent(u"Workspace"_s).isEmpty());
+    }
+
+    void onlyTheFirstWorkspaceIsOpenedAndAllFiles()
+    {
+        const WindowFixture f;
+        f.writeProject(u"one.vnp"_s);
+        f.writeProject(u"two.vnp"_s);
+        const QString one = f.writeWorkspace(u"one.vnw"_s, {u"one.vnp"_s});
+        const QString two = f.writeWorkspace(u"two.vnw"_s, {u"two.vnp"_s});
+        f.window->openNamed({f.write(u"a.c"_s, "a"), one, two, f.write(u"b.c"_s, "b")});
+        QCOMPARE(f.projects(), QStringList(u"one"_s));
+        QCOMPARE(f.openFiles(), (QStringList{u"a.c"_s, u"b.c"_s}));
+    }
+
+    void openableFilesOfADirectory_data()
+    {
+        QTest::addColumn<QStringList>("present");
+        QTest::addColumn<QStringList>("expected");
+        QTest::newRow("empty") << QStringList() << QStringList();
+        QTest::newRow("neither") << QStringList{u"main.c"_s, u"a.vnx"_s} << QStringList();
+        QTest::newRow("a project with its workspace") << QStringList{u"a.vnp"_s, u"a.vnw"_s} << QStringList{u"a.vnw"_s};
+        QTest::newRow("workspaces first") << QStringList{u"a.vnp"_s, u"b.vnw"_s, u"c.vnp"_s, u"c.vnw"_s}
+                                          << QStringList{u"b.vnw"_s, u"c.vnw"_s, u"a.vnp"_s};
+        QTest::newRow("not in folders below") << QStringList{u"sub/a.vnp"_s} << QStringList();
+    }
+    void openableFilesOfADirectory()
+    {
+        QFETCH(QStringList, present);
+        const WindowFixture f;
+        for (const QString &name : present)
+            f.write(name, "");
+        QTEST(names(openableFiles(f.path(QString()))), "expected");
+    }
+
+    void directoryWithOneWorkspaceOpensIt()
+    {
+        const WindowFixture f;
+        f.writeProject(u"d/one.vnp"_s);
+        f.writeWorkspace(u"d/one.vnw"_s, {u"one.vnp"_s});
+        f.window->openNamed({f.path(u"d"_s)});
+        QCOMPARE(f.projects(), QStringList(u"one"_s));
+        QVERIFY(f.answers->said.isEmpty());
+    }
+
+    void directoryWithSeveralAsksWhichToOpen()
+    {
+        const WindowFixture f;
+        f.writeProject(u"d/one.vnp"_s);
+        f.writeProject(u"d/two.vnp"_s);
+        f.writeWorkspace(u"d/all.vnw"_s, {u"one.vnp"_s, u"two.vnp"_s});
+        f.answers->type(u"two.vnp"_s);
+        f.window->openNamed({f.path(u"d"_s)});
+        QCOMPARE(f.answers->said, QStringList(u"Varnel|Which of these do you want to open?"_s));
+        QCOMPARE(f.projects(), QStringList(u"two"_s));
+    }
+
+    void declinedChoiceOpensNothing()
+    {
+        const WindowFixture f;
+        f.writeProject(u"d/one.vnp"_s);
+        f.writeProject(u"d/two.vnp"_s);
+        f.answers->meet([](QDialog *dialog) { dialog->reject(); });
+        f.window->openNamed({f.path(u"d"_s)});
+        QVERIFY(f.projects().isEmpty());
+    }
+
+    void directoryWithoutProjectBecomesOneIfTheUserAgrees()
+    {
+        const WindowFixture f;
+        f.write(u"motor/main.c"_s, "int main;");
+        f.write(u"motor/inc/board.h"_s, "");
+        f.write(u"motor/notes.txt"_s, "");
+        f.answers->press(QMessageBox::Yes);
+        f.window->openNamed({f.path(u"motor"_s)});
+        QCOMPARE(f.projects(), QStringList(u"motor"_s));
+        QCOMPARE(filesOfProject(f), (QStringList{u"inc/board.h"_s, u"main.c"_s}));
+        QVERIFY(QFileInfo::exists(f.path(u"motor/motor.vnw"_s)));
+        QVERIFY(f.answers->said.value(0).startsWith(u"There is no workspace and no project in the folder '"));
+    }
+
+    void declinedOfferLeavesTheDirectoryAlone()
+    {
+        const WindowFixture f;
+        f.write(u"motor/main.c"_s, "");
+        f.answers->press(QMessageBox::No);
+        f.window->openNamed({f.path(u"motor"_s)});
+        QCOMPARE(QDir(f.path(u"motor"_s)).entryList(QDir::Files), QStringList(u"main.c"_s));
+    }
+
+    void projectOfAFolderHasTheSettingsOfTheTemplate()
+    {
+        const WindowFixture f;
+        f.write(u"d/main.cpp"_s, "");
+        f.write(u"d/inc/a.hpp"_s, "");
+        const QString path = createFolderProject(f.path(u"d"_s), QStringLiteral(VARNEL_SOURCE_DIR "/templates"));
+        QCOMPARE(path, f.path(u"d/d.vnp"_s));
+        const QByteArray xml = f.read(u"d/d.vnp"_s);
+        QVERIFY(xml.contains("buildenvironmentname=\"GNU Host\""));
+        QVERIFY(xml.contains("<property key=\"buildIncludes\">inc</property>"));
+        QCOMPARE(xml.count("<file "), 2);
+    }
+
+    void projectOfAFolderOverwritesNothing()
+    {
+        const WindowFixture f;
+        f.write(u"d/d.vnp"_s, "mine");
+        QVERIFY(createFolderProject(f.path(u"d"_s), {}).isEmpty());
+        QCOMPARE(f.read(u"d/d.vnp"_s), "mine");
+    }
+
+    void sourcesAreFoundBelowWithoutGeneratedOnes()
+    {
+        const WindowFixture f;
+        for (const char *name : {"z.c", "a/b.cpp", "a/B.HPP", "start.S", "board.ld", "x.txt", ".hidden/h.c",
+                                 "out/CMakeCache.txt", "out/gen.c", "out/sub/gen.c"})
+            f.write(u"d/"_s + QLatin1StringView(name), "");
+        QVERIFY(QFile::link(f.path(u"d"_s), f.path(u"d/loop"_s)));
+        QStringList found;
+        for (const QString &path : sourcesBelow(f.path(u"d"_s)))
+            found.append(QDir(f.path(u"d"_s)).relativeFilePath(path));
+        QCOMPARE(found, (QStringList{u"a/B.HPP"_s, u"a/b.cpp"_s, u"board.ld"_s, u"start.S"_s, u"z.c"_s}));
+    }
+
+    void windowThatClosesDuringTheQuestionEndsTheCommand()
+    {
+        WindowFixture f;
+        f.write(u"d/main.c"_s, "");
+        f.answers->meet([&f](QDialog *) { f.window.reset(); });
+        MainWindow *window = f.window.get();
+        window->openNamed({f.path(u"d"_s), f.write(u"a.c"_s, "")});
+        QVERIFY(!QFileInfo::exists(f.path(u"d/d.vnp"_s)));
+    }
+
+    void namedWorkspaceGetsItsFilesBackAndNotThoseOfTheLastRun()
+    {
+        WindowFixture f;
+        f.writeProject(u"one.vnp"_s);
+        const QString workspace = f.writeWorkspace(u"one.vnw"_s, {u"one.vnp"_s});
+        f.window->openNamed({workspace});
+        f.open(u"a.c"_s);
+        f.restart();
+        f.open(u"b.c"_s); // the last run is without a workspace
+        f.restart();
+        f.window->skipLastRun();
+        f.window->openNamed({workspace});
+        f.window->continueLastRun();
+        QCOMPARE(f.openFiles(), QStringList(u"a.c"_s));
+    }
+
+    void runWithNamedFilesOnlyKeepsTheLastRun()
+    {
+        WindowFixture f;
+        f.writeProject(u"one.vnp"_s);
+        f.window->openNamed({f.writeWorkspace(u"one.vnw"_s, {u"one.vnp"_s})});
+        f.restart();
+        f.window->skipLastRun();
+        f.window->openNamed({f.write(u"b.c"_s, "")});
+        f.window->continueLastRun();
+        QVERIFY(f.projects().isEmpty());
+        f.restart();
+        f.window->continueLastRun();
+        QCOMPARE(f.projects(), QStringList(u"one"_s));
+    }
+};
+
+int main(int argc, char **argv)
+{
+    NamedFilesTest test; // makes an application in each function
+    return QTest::qExec(&test, argc, argv);
+}
+#include "tst_namedfiles.moc"

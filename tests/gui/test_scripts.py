@@ -1,0 +1,287 @@
+"""Scripts that run in the whole program without a display, by `varnel-run`."""
+import os
+import pathlib
+import signal
+import subprocess
+import tempfile
+import time
+import unittest
+
+from debugging import BUILD_TIME, copy_of_examples, line_of
+from driver.program import DEFAULT_PROGRAM
+
+PROGRAM = pathlib.Path(os.environ.get("VARNEL_PROGRAM") or DEFAULT_PROGRAM).with_name("varnel-run")
+BOARD = pathlib.Path(__file__).parents[1] / "plugins/gdb/programs/board.svd"
+
+# What the debugger scripts begin with.
+BEGINNING = """
+import pathlib, sys, time
+from varnel import app
+examples = pathlib.Path(sys.argv[1])
+def wait(condition, timeout=120):
+    end = time.monotonic() + timeout
+    while not condition():
+        assert time.monotonic() < end, condition
+        app.processEvents(50)
+def build():
+    app.currentProject.build(0)
+    wait(lambda: app.state == 0, 300)
+"""
+
+
+class ScriptTest(unittest.TestCase):
+    def setUp(self):
+        self.directory = pathlib.Path(self.enterContext(tempfile.TemporaryDirectory(prefix="varnel-script.")))
+
+    def write(self, text):
+        file = self.directory / "script.py"
+        file.write_text(text, encoding="utf-8")
+        return file
+
+    def start(self, *arguments, **options):
+        environment = {name: value for name, value in os.environ.items() if name not in ("DISPLAY", "QT_QPA_PLATFORM")}
+        return subprocess.Popen([PROGRAM, *map(str, arguments)], stdout=subprocess.PIPE, stderr=subprocess.PIPE,
+                                stdin=subprocess.DEVNULL, cwd=self.directory, env=environment, text=True, **options)
+
+    def run_program(self, *arguments, timeout=BUILD_TIME):
+        process = self.start(*arguments)
+        try:
+            output, errors = process.communicate(timeout=timeout)
+        finally:
+            process.kill()
+        return process.returncode, output, errors
+
+    def run_script(self, text, *arguments):
+        return self.run_program(self.write(text), *arguments)
+
+
+class RunTest(ScriptTest):
+    def test_exit_codes(self):
+        for statement, code in (("pass", 0), ("import sys; sys.exit()", 0), ("import sys; sys.exit(0)", 0),
+                                ("import sys; sys.exit(7)", 7), ("import sys; sys.exit('broken')", 1),
+                                ("raise ValueError('broken')", 1), ("x = (", 1), ("raise KeyboardInterrupt", 130)):
+            with self.subTest(statement):
+                found, output, errors = self.run_script(statement)
+                self.assertEqual(found, code, errors)
+                self.assertEqual(output, "")
+                self.assertEqual("broken" in errors, "broken" in statement)
+
+    def test_exception_has_a_traceback_on_the_error_stream(self):
+        code, output, errors = self.run_script("def fail():\n    raise ValueError('wrong')\nfail()\n")
+        self.assertEqual((code, output), (1, ""))
+        self.assertIn(f"Traceback (most recent call last):\n  File \"{self.directory}/script.py\", line 3", errors)
+        self.assertTrue(errors.endswith("ValueError: wrong\n"), errors)
+
+    def test_output_and_arguments(self):
+        code, output, errors = self.run_script(
+            "import sys\nprint(sys.argv[1:], __name__, __file__ == sys.argv[0])\nprint('err', file=sys.stderr)\n",
+            "one", "-platform", "-r", "ü")
+        self.assertEqual((code, output), (0, "['one', '-platform', '-r', 'ü'] __main__ True\n"))
+        self.assertEqual(errors, "err\n")
+
+    def test_modules_beside_the_script_are_found(self):
+        (self.directory / "helper.py").write_text("value = 5\n", encoding="utf-8")
+        self.assertEqual(self.run_script("import helper\nprint(helper.value)\n")[:2], (0, "5\n"))
+
+    def test_module_is_run_by_its_name(self):
+        self.write("import sys\nprint(sys.argv[1:], __name__)\n")
+        self.assertEqual(self.run_program("-m", "script", "a")[:2], (0, "['a'] __main__\n"))
+        self.assertEqual(self.run_program("-m", "no_such_module")[0], 1)
+
+    def test_script_that_does_not_exist(self):
+        code, output, errors = self.run_program("none.py")
+        self.assertEqual((code, output, errors), (2, "", "varnel-run: cannot open 'none.py'\n"))
+        self.assertEqual(self.run_program()[0], 2)
+
+    def test_dialogs_are_written_and_cancelled(self):
+        code, output, errors = self.run_script(
+            "from varnel import *\nprint(app.messageBox('Title', 'Really?', mbYes, mbNo), app.inputBox('Name', 'Who'))\n")
+        self.assertEqual((code, output), (0, "4 None\n"))
+        self.assertIn("Really?\n", errors)
+
+    def test_unsaved_changes_do_not_ask(self):
+        (self.directory / "a.txt").write_text("a\n", encoding="utf-8")
+        code, output, errors = self.run_script(
+            "from varnel import app\ndocument = app.editor.open('a.txt') if hasattr(app.editor, 'open') else None\n")
+        self.assertEqual((code, output), (0, ""), errors)
+
+    def test_signal_interrupts_the_script(self):
+        script = self.write("import time\nprint('started')\ntry:\n    while True: time.sleep(0.01)\n"
+                            "finally: print('cleaned up')\n")
+        process = self.start(script)
+        self.assertEqual(process.stdout.readline(), "started\n")
+        process.send_signal(signal.SIGTERM)
+        output, errors = process.communicate(timeout=60)
+        self.assertEqual((process.returncode, output), (130, "cleaned up\n"), errors)
+
+
+class DebuggerTest(ScriptTest):
+    def setUp(self):
+        super().setUp()
+        self.examples = copy_of_examples(self.directory)
+
+    def check(self, text, *arguments):
+        """Runs a script that ends with the line "done", and returns its other output."""
+        code, output, errors = self.run_script(BEGINNING + text, self.examples, *arguments)
+        self.assertEqual(code, 0, output + errors)
+        self.assertEqual(output.splitlines()[-1:], ["done"])
+        return output
+
+    def test_native_program(self):
+        main = self.examples / "calculator/main.cpp"
+        self.check("""
+app.openWorkspace(str(examples / "calculator/calculator.vnw"))
+build()
+p = app.debugger.currentProcessor
+line = int(sys.argv[2])
+p.setBreakpoint(str(examples / "calculator/main.cpp"), line)
+hits = []
+app.debugger.onBreakpointHit = lambda: hits.append(p.currentProgramLocation)
+app.doAction("debugRun")
+wait(lambda: hits)
+assert hits[0][0].endswith("main.cpp") and hits[0][1] == line, hits
+assert p.evaluate("failures") == "0"
+file, found, state = p.breakpoints[0]
+assert (found, state) == (line, 1) and file.endswith("main.cpp")
+p.stepOver("")
+wait(lambda: p.currentProgramLocation[1] > line and p.programStatus == 0)
+assert float(p.evaluate("value")) == 7
+address = p.getSymbolAddress("main")
+assert p.getSymbol(address).startswith("main")
+assert p.getSourceLines(address)[0][0].endswith("main.cpp")
+assert p.registers["rip"] > 0 and len(p.registers) == len(p.registers.keys)
+code = [name for name in p.memory.regions]
+for name in p.memory.regions:
+    p.memory.currentRegion = name
+    if p.memory.lowAddress <= address < p.memory.highAddress:
+        break
+words = p.memory[address:address + 16]
+assert len(words) == 16 and words[0] == p.memory[address]
+assert p.memory.disassemble(address)
+p.disableBreakpoint(str(examples / "calculator/main.cpp"), line)
+assert p.breakpoints[0][2] == 2
+p.run()
+wait(lambda: p.programStatus == 4)
+try:
+    p.evaluate("value")
+except ValueError as error:
+    assert str(error).startswith("Could not evaluate expression: ")
+app.debugger.stop()
+assert app.state == 0
+print("done")
+""", line_of(main, "work(text, variables);"))
+
+    def test_two_boards(self):
+        project = self.examples / "thermostat/thermostat.vnp"
+        text = project.read_text(encoding="utf-8")
+        project.write_text(text.replace("group=examples", f"group=examples;svdFile={BOARD}"), encoding="utf-8")
+        self.check("""
+app.openWorkspace(str(examples / "twoprocessors.vnw"))
+build()
+debugger = app.debugger
+thermostat, morse = debugger.processors
+assert [p.project.name for p in debugger.processors] == ["thermostat", "morse"]
+thermostat.setBreakpoint(str(examples / "thermostat/main.c"), int(sys.argv[2]))
+morse.setBreakpoint(str(examples / "morse/lamp.c"), int(sys.argv[3]))
+hits = []
+debugger.onBreakpointHit = lambda: hits.append(app.currentProject.name)
+stopped = []
+debugger.onStopped = lambda: stopped.append(app.state)
+debugger.restart()
+wait(lambda: all(p.currentProgramLocation[0].endswith("main.c") for p in debugger.processors))
+while len(set(hits)) < 2:
+    count = len(hits)
+    app.doAction("debugRun")
+    wait(lambda: len(hits) > count)
+    assert debugger.currentProcessor.project.name == hits[-1]
+    if hits[-1] == "thermostat":
+        assert thermostat.evaluate("regulator.target") == "21000"
+        thermostat.removeBreakpoint(str(examples / "thermostat/main.c"), int(sys.argv[2]))
+    wait(lambda: all(p.programStatus != 1 for p in debugger.processors))
+
+assert chr(int(morse.evaluate("(int)letter"))) in "CQ DEVARNL"
+assert morse.registers["pc"] != 0
+assert morse.peripherals is None or morse.peripherals.keys == []
+memory = thermostat.memory
+address = thermostat.getSymbolAddress("history")
+for name in memory.regions:
+    memory.currentRegion = name
+    if memory.lowAddress <= address < memory.highAddress:
+        break
+memory.currentMode = "Word32"
+before = memory[address:address + 8]
+assert len(before) == 2
+memory[address:address + 8] = [1, 0x12345678] + [0] * 6
+assert memory[address:address + 8] == [1, 0x12345678]
+assert thermostat.evaluate("history[0].temperature") == str(0x12345678)
+memory.currentMode = "byte"
+assert memory[address + 4:address + 8] == [0x78, 0x56, 0x34, 0x12]
+thermostat.registers["r0"] = 0xCAFE
+assert thermostat.registers["r0"] == 0xCAFE
+uart = thermostat.peripherals["UART0"]
+assert "BAUDDIV" in uart.keys
+uart["BAUDDIV"] = 0x123
+assert uart["BAUDDIV"] == 0x123
+debugger.stop()
+assert stopped == [0]
+print("done")
+""", line_of(self.examples / "thermostat/main.c", "keep_sample();"),
+                   line_of(self.examples / "morse/lamp.c", "lamp->code = code_of(letter);"))
+
+    def test_processes_of_a_session_end_with_the_script(self):
+        script = self.write(BEGINNING + """
+app.openWorkspace(str(examples / "twoprocessors.vnw"))
+build()
+app.debugger.restart()
+wait(lambda: app.debugger.currentProcessor.currentProgramLocation[0])
+print("started", flush=True)
+sys.exit(3) if sys.argv[2] == "exit" else wait(lambda: False)
+""")
+        for ending, code in (("exit", 3), ("signal", 130), ("kill", -signal.SIGKILL)):
+            with self.subTest(ending):
+                process = self.start(script, self.examples, ending)
+                while "started" not in (line := process.stdout.readline()):
+                    self.assertTrue(line, "the script ended")
+                children = children_of(process.pid)
+                self.assertTrue(ending == "exit" or len(children) >= 4, children)
+                if ending != "exit":
+                    process.send_signal(signal.SIGTERM if ending == "signal" else signal.SIGKILL)
+                process.communicate(timeout=60)
+                self.assertEqual(process.returncode, code)
+                end = time.monotonic() + 30
+                while any(map(runs, children)):
+                    self.assertLess(time.monotonic(), end, "processes are left")
+                    time.sleep(0.05)
+
+    def test_tests_of_the_example(self):
+        code, output, errors = self.run_program("-m", "pytest", "-p", "no:cacheprovider", self.examples / "tests")
+        self.assertEqual(code, 0, output + errors)
+        self.assertIn("3 passed", output)
+        test = self.examples / "tests/test_twoprocessors.py"
+        test.write_text(test.read_text(encoding="utf-8").replace("== 21000", "== 21001"), encoding="utf-8")
+        code, output, _ = self.run_program("-m", "pytest", "-p", "no:cacheprovider", "-k", "heats", test)
+        self.assertEqual(code, 1)
+        self.assertIn("assert 21000 == 21001", output)
+
+
+def children_of(parent):
+    found = []
+    for file in pathlib.Path("/proc").glob("[0-9]*/stat"):
+        try:
+            fields = file.read_text(encoding="utf-8", errors="replace").rpartition(") ")[2].split()
+        except OSError:
+            continue
+        if int(fields[1]) == parent:
+            found.append(int(file.parent.name))
+    return found
+
+
+def runs(process):
+    try:
+        return pathlib.Path(f"/proc/{process}/stat").read_text(encoding="utf-8").rpartition(") ")[2][0] != "Z"
+    except OSError:
+        return False
+
+
+if __name__ == "__main__":
+    unittest.main()
