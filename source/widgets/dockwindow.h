@@ -8,7 +8,7 @@ class DockWindow : public QDockWidget
 public:
     DockWindow(const QString &objectName, const QString &caption, QWidget *parent = nullptr);
 
-    /// Whether it begins a new row or column at its edge, as the stored layout tells. Kept for the layout only.
+    /// Whether it begins a new row or column at its edge, as stored in the layout. Not used for anything else.
     [[nodiscard]] bool newLine() const { return m_newLine; }
     void setNewLine(bool newLine) { m_newLine = newLine; }
 

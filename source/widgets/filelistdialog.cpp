@@ -60,7 +60,7 @@ QToolButton *FileListDialog::makeButton(const QString &name, const QString &tool
     return button;
 }
 
-/// In the order of all dialogs of the program, which is not that of every desktop.
+/// The same order of buttons as in all dialogs of the program, on every desktop.
 QLayout *FileListDialog::makeDialogButtons()
 {
     auto *ok = new QPushButton(tr("OK"), this);

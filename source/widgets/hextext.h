@@ -9,7 +9,7 @@
 
 /// "0x" and as many upper-case digits as @p bits need: "0x0AB" for 12 bits.
 [[nodiscard]] QString hexText(quint32 value, int bits);
-/// What a typed text stands for: "0x10" is 16, "010" is octal, "10" is decimal, all else is 0. So is a bare "FF".
+/// The number in a typed text: "0x10" is 16, "010" is octal, "10" is decimal; any other text, as "FF", is 0.
 [[nodiscard]] quint32 hexValue(const QString &text);
 
 /// The number of bytes for a value of @p bits.

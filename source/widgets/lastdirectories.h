@@ -3,7 +3,7 @@
 class QSettings;
 
 /// The directories that file dialogs begin in, kept in the group "Paths": "Files", "Workspaces" or "Projects". One that
-/// was never stored, or that is gone, is the user's documents folder.
+/// was never stored, or that does not exist, is the user's documents folder.
 class LastDirectories
 {
 public:

@@ -39,7 +39,7 @@ public:
     [[nodiscard]] const QMap<int, int> &markers() const { return m_markers; }
 
 public Q_SLOTS:
-    void setPosition(int x, qint64 y); ///< The view's contents stand there.
+    void setPosition(int x, qint64 y); ///< Of the view's contents.
 
 Q_SIGNALS:
     void toggleBreakpoint(int line); ///< counts from 1

@@ -16,7 +16,7 @@ enum NumberFormat {
 /// not negative begin with "+". A width outside 1 to 32 counts as the nearest of these.
 [[nodiscard]] QString numberText(quint32 value, int bits, int format);
 
-/// What a typed text stands for, whatever the format that is shown: "+5" and "-5" are decimal, "0x1F" and "0b101" have
+/// The number in a typed text, which may have any format: "+5" and "-5" are decimal, "0x1F" and "0b101" have
 /// their prefix, a text with "." is a fraction of a number of @p bits, and all else is decimal; 0 for any other text.
 /// The result may have more bits than @p bits.
 [[nodiscard]] quint32 numberValue(const QString &text, int bits);

@@ -1,8 +1,8 @@
 #pragma once
 #include <QScrollBar>
 
-/// The scroll bar of a TextParaView. Its value is a paragraph, but it scrolls by lines: a step changes no value here,
-/// and is only reported.
+/// The scroll bar of a TextParaView. Its value is a paragraph, but it scrolls by lines: a step does not change
+/// the value but only emits a signal.
 class ParaScrollBar : public QScrollBar
 {
     Q_OBJECT

@@ -37,7 +37,7 @@ struct PropertyRecord
     int m_minimum = 0;     ///< of an integer
     int m_maximum = 32767;
 
-    /// Whether the value is another one than the default. Several values are.
+    /// Whether the value differs from the default one. Several values always do.
     [[nodiscard]] bool differsFromDefault() const;
     /// What is wrong with the value, empty if nothing is.
     [[nodiscard]] QString problem() const;

@@ -395,7 +395,7 @@ void PropertyEditor::propertyValueChanged(PropertyItem *item)
     if (isOther)
         prop->record.m_changed = true;
     if (prop->record.m_changed && value.isValid())
-        assign(*prop, value); // what is typed back is written, too
+        assign(*prop, value); // a value that the user has changed back is also written
     item->setChanged(isOther);
     item->setWarning(prop->record.problem());
     m_list->repaintItem(item);
@@ -426,7 +426,7 @@ void PropertyEditor::showProperty(const QString &key)
     if (!m_rows.contains(key))
         m_groupTree->setCurrentItem(entry->page);
     if (!m_rows.contains(key))
-        propertyGroupChanged(entry->page); // it was the current one behind the filter
+        propertyGroupChanged(entry->page); // the page is the current one already, but the filter hides its options
     PropertyItem *row = m_rows.value(key);
     if (!row)
         return;
@@ -461,7 +461,7 @@ void PropertyEditor::showContextMenu(ListViewItem *item, const QPoint &position)
     menu->popup(position);
 }
 
-/// Keys of the filter: Down and Return lead to what it has found, Escape clears it.
+/// Keys of the filter: Down and Return move to the first result, Escape clears it.
 bool PropertyEditor::eventFilter(QObject *watched, QEvent *event)
 {
     if (event->type() != QEvent::KeyPress || watched != m_filterEdit)

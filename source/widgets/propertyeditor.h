@@ -40,7 +40,7 @@ public:
     /// Puts the widgets of the editor between these two in the order of the Tab key.
     void setTabOrderBetween(QWidget *before, QWidget *after);
 
-    void endEdit();                                  ///< Takes over what is being entered.
+    void endEdit();                                  ///< Stores what is being entered.
     void setBaseDirectory(const QString &directory); ///< Where file dialogs begin for a relative path.
 
     /// The key of the first option that was changed to a value that its definition forbids; null if there is none.

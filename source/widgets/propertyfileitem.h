@@ -18,7 +18,7 @@ public Q_SLOTS:
 protected:
     [[nodiscard]] Mode mode() const { return m_mode; }
     /// Calls @p ask, which shows a dialog, with the text of the line edit. A text that it returns replaces that text.
-    /// The row may be gone by then.
+    /// The row may be deleted by then.
     void choose(const std::function<std::optional<QString>(const QString &text)> &ask);
 
 private:

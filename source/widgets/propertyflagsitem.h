@@ -3,7 +3,7 @@
 class FlagsDialog;
 
 /// A row with bits that have names: those of the set ones are shown. They are set and cleared in a dialog that stays
-/// open while the user goes on.
+/// open while the user works in other windows.
 class PropertyFlagsItem : public PropertyCustomItem
 {
     Q_OBJECT

@@ -18,5 +18,5 @@ private:
     const int m_bits;
 };
 
-/// Lets nothing be typed but what may stand in "0x1F".
+/// Accepts only characters that can occur in a number such as "0x1F".
 void allowHexDigits(QLineEdit *edit);

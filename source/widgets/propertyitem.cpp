@@ -45,7 +45,7 @@ PropertyItem::~PropertyItem()
     if (ListViewItem *above = parent())
         above->takeItem(this);
     else if (listView())
-        listView()->takeItem(this); // while it still is a whole row
+        listView()->takeItem(this); // before the base class is destroyed, since the list reads the row
 }
 
 PropertyList *PropertyItem::propertyList() const

@@ -4,9 +4,10 @@
 class PropertyList;
 
 /// A row of a PropertyList: a name and a value, which is painted as text. Only the current row of the list has a
-/// widget to edit it, over the value's cell; it is made when the row becomes current and goes when another one does.
+/// widget to edit it, over the value's cell; it exists as long as the row is the current one.
 ///
-/// A subclass for a kind of value makes the editor, moves the value to it and back, and gives the text that is shown.
+/// A subclass for a kind of value creates the editor, copies the value to it and back, and returns the text that is
+/// shown.
 class PropertyItem : public QObject, public ListViewItem
 {
     Q_OBJECT
@@ -17,7 +18,7 @@ public:
     using ListViewItem::parent;
 
     virtual void showEditor();
-    virtual void editorClicked(const QPoint &position); ///< A press brought the editor up, at @p position in it.
+    virtual void editorClicked(const QPoint &position); ///< A mouse press at @p position in it has opened the editor.
     virtual void placeEditor();                         ///< Puts the editor over the cell, which is scrolled into view.
     virtual void setValue(const QVariant &value, bool notify); ///< Nothing happens if the value is the same.
 
@@ -27,7 +28,7 @@ public Q_SLOTS:
 
 public:
     [[nodiscard]] virtual QWidget *createEditor(); ///< Null if the row cannot be edited.
-    virtual void transferEditor(bool toValue);     ///< Moves the editor's contents to the value, or the other way.
+    virtual void transferEditor(bool toValue);     ///< Copies the value to the editor, or back.
     virtual void hideEditor();
 
     void rejectEditor(); ///< Ends the edit and leaves the value as it is.
@@ -51,7 +52,7 @@ public:
     /// tree step of the list.
     void setIndent(int pixels) { m_indent = pixels; }
     [[nodiscard]] QString warning() const { return m_warning; }
-    /// What is wrong with the value, which is painted in red then. Empty: nothing.
+    /// The reason why the value is invalid; it is painted in red then. Empty for a valid value.
     void setWarning(const QString &warning);
 
     void initStyleOption(QStyleOptionViewItem *option, int column) const override;
@@ -66,7 +67,7 @@ Q_SIGNALS:
 protected:
     /// For setValue(): stores a value, if it is another one, and shows @p text for it.
     void storeValue(const QVariant &value, const QString &text, bool notify);
-    /// For the signals of editors: there is something to take over.
+    /// For the signals of editors: the user has changed the contents.
     void setEdited() { m_edited = true; }
     void reloadEditor(); ///< Shows the value in the editor again, unless it holds something that the user has typed.
     void setAcceptOnFocusOut(bool accept) { m_acceptOnFocusOut = accept; }

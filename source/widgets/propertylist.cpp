@@ -57,7 +57,7 @@ PropertyList::PropertyList(const QString &nameTitle, const QString &valueTitle, 
 
 PropertyList::~PropertyList()
 {
-    clear(); // rows put their editors away while there still is a list
+    clear(); // rows delete their editors, for which they need the list
 }
 
 PropertyItem *PropertyList::currentItem() const
@@ -104,7 +104,7 @@ void PropertyList::fitNames()
     m_namesWidth = header()->sectionSizeHint(0);
     for (QTreeWidgetItemIterator it(this); *it; ++it) {
         const PropertyItem *item = row(static_cast<ListViewItem *>(*it));
-        if (!qobject_cast<const PropertySubsectionItem *>(item)) // its name goes through both columns
+        if (!qobject_cast<const PropertySubsectionItem *>(item)) // its name extends over both columns
             m_namesWidth =
                 std::max(m_namesWidth, item->textIndent() + metrics.horizontalAdvance(item->name()) + NameMargin);
     }
@@ -261,7 +261,7 @@ void PropertyList::currentChanged(const QModelIndex &current, const QModelIndex 
     currentChanged(next);
 }
 
-/// The editor moves with its row and goes when the row is closed away.
+/// The editor moves with its row and is closed when the row is hidden.
 void PropertyList::expandedOrCollapsed()
 {
     doItemsLayout();
@@ -320,8 +320,8 @@ bool PropertyList::editorKey(QKeyEvent *event)
     }
 }
 
-/// The list stands for its editor in the order of the keys: behind the editor's last widget comes what follows the
-/// list.
+/// The editor is not in the tab order, in which the list takes its place: after the last widget of the editor comes the
+/// widget after the list.
 bool PropertyList::leaveByTab(bool forward)
 {
     const QWidget *focus = QApplication::focusWidget();
@@ -360,7 +360,7 @@ void PropertyList::focusOutEvent(QFocusEvent *event)
     focusLeft();
 }
 
-/// With no widget in focus the user is in another program, and will come back.
+/// If no widget has the focus, the user works in another program; the edit goes on when this window is active again.
 void PropertyList::focusLeft()
 {
     repaintItem(m_current);
@@ -409,7 +409,6 @@ void PropertyList::updateColors()
     const bool isDark = base.lightness() < 128;
     m_firstColor = isDark ? base.lighter(125) : base.darker(104);
     m_alternateColor = base;
-    m_furtherColor = palette().color(QPalette::Button);
     m_gridColor = isDark ? base.lighter(180) : base.darker(110);
 }
 
@@ -449,7 +448,7 @@ void PropertyList::paintEvent(QPaintEvent *event)
 {
     ListView::paintEvent(event);
     if (indexAt(QPoint(0, viewport()->height() - 1)).isValid())
-        return; // and no search for the last row, which may be far away
+        return; // the rows fill the list; a search for the last row could take long
     const QRect last = lastRowRect();
     const int height = last.isEmpty() ? fontMetrics().height() + 2 * itemMargin() : last.height();
     int y = last.isEmpty() ? 0 : last.bottom() + 1;

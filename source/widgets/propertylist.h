@@ -30,14 +30,14 @@ public:
     void setBaseDirectory(const QString &directory) { m_baseDirectory = directory; }
     [[nodiscard]] QString baseDirectory() const { return m_baseDirectory; }
 
-    void endEdit(); ///< Takes over what is being entered into the current row.
+    void endEdit(); ///< Stores what is being entered into the current row.
     [[nodiscard]] bool hasFocusInside() const;
 
     [[nodiscard]] QColor gridColor() const { return m_gridColor; }
     [[nodiscard]] QColor warningColor() const;
 
     // What rows need.
-    [[nodiscard]] QRect valueRect(const PropertyItem *item) const; ///< Where the editor goes, maybe off the screen.
+    [[nodiscard]] QRect valueRect(const PropertyItem *item) const; ///< The place of the editor, maybe off the screen.
     [[nodiscard]] static bool isFocusIn(const QWidget *widget);    ///< Windows that belong to @p widget count, too.
     void watchEditor(QWidget *editor);
     void takeFocus(); ///< The editor of the current row stays hidden.
@@ -85,7 +85,6 @@ private:
 
     QColor m_firstColor;
     QColor m_alternateColor;
-    QColor m_furtherColor; ///< for lists to come
     QColor m_gridColor;
     bool m_showFocusRect = true;
     bool m_readOnly = false;

@@ -7,7 +7,7 @@ class PropertyListItem : public PropertyItem
     Q_OBJECT
 public:
     using PropertyItem::PropertyItem;
-    /// Shows the label whose index is the value, so the value is set again once all options are there.
+    /// Shows the label whose index is the value. Set the value again after the last option has been added.
     void addOption(const QString &label, const QString &key);
 
     [[nodiscard]] bool hasKey(const QString &key) const { return m_keys.contains(key); }

@@ -42,7 +42,7 @@ QColor readableOn(const QColor &paper, const QColor &colour)
 
 RowPainter::RowPainter() : m_rich(CachedRows) {}
 
-/// The correction for "Courier" belongs to how that face paints.
+/// Rows of "Courier" are higher, because that font paints below its line spacing.
 void RowPainter::setFont(const QFont &font)
 {
     const QFontMetrics metrics(font);

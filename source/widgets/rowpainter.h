@@ -29,7 +29,7 @@ public:
     /// Draws what lies between @p clip's left and right of a row whose first column is at @p left.
     void draw(QPainter &painter, const QString &line, int left, const QRect &clip, SelectedColumns selected,
               const QPalette &palette);
-    /// Between columns of the text and pixels from its left; both go on counting behind its end.
+    /// Converts between columns of the text and pixels from its left edge, also beyond the end of the text.
     [[nodiscard]] int xOf(const QString &line, int column);
     [[nodiscard]] int columnAt(const QString &line, int x);
     [[nodiscard]] int width(const QString &line);
@@ -47,5 +47,5 @@ private:
     QCache<QString, RowText> m_rich; ///< the rows of lines with markup, which take long to read
 };
 
-/// @p colour, made lighter or darker as far as it takes to be read on @p paper.
+/// @p colour, made lighter or darker until it is readable on @p paper.
 [[nodiscard]] QColor readableOn(const QColor &paper, const QColor &colour);

@@ -87,7 +87,7 @@ void readMarkup(RowText &row, QStringView line)
     row.text.replace(QChar::Nbsp, u' ');
 }
 
-/// The row without what is shown.
+/// The row without RowText::shown, which is computed from the text.
 RowText readLine(const QString &line)
 {
     RowText row;

@@ -3,20 +3,21 @@
 #include <QString>
 #include <QTextLayout>
 
-/// One line of rich text as it stands in one row of a read-only view.
+/// One line of rich text as it is shown in one row of a read-only view.
 ///
-/// Tags that change the look of characters count, all others are dropped: nothing in a line can load a picture, make
-/// the row higher or take long to lay out. A "<" without a ">" behind it stands for itself. Blanks are kept.
+/// Tags that change the look of characters are applied, all others are dropped: nothing in a line can load a picture,
+/// make the row higher or take long to lay out. A "<" without a ">" behind it is an ordinary character. Blanks are
+/// kept.
 struct RowText
 {
-    QString text;  ///< without markup, with its line end: what is copied, and what columns count
+    QString text;  ///< without markup, with its line end: this is copied, and columns refer to it
     QString shown; ///< what is drawn: without line end, with blanks for tabs and dots for control characters
     QList<QTextLayout::FormatRange> formats; ///< in positions of shown
     bool isSimple = true;                    ///< printable ASCII characters of one format, each one column wide
     QList<int> tabColumns;                   ///< where each column stands in shown; empty if there are no tabs
 
     [[nodiscard]] int length() const; ///< of the text without its line end
-    /// Between columns of the text and of what is shown; columns behind the end go on counting.
+    /// Converts between columns of the text and of the shown text, also beyond the end.
     [[nodiscard]] int shownColumn(int column) const;
     [[nodiscard]] int textColumn(int shownColumn) const;
 };

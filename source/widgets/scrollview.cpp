@@ -73,7 +73,7 @@ void ScrollView::scrollContentsBy(int, int)
         return;
     const QScrollBar *bar = verticalScrollBar();
     const bool unmoved =
-        m_vertical == Vertical::Own || bar->value() == m_y / m_scale; // keeps what one step cannot express
+        m_vertical == Vertical::Own || bar->value() == m_y / m_scale; // keeps a position between two steps of the bar
     const qint64 y = unmoved ? m_y : bar->value() == bar->maximum() ? bottomContentsY() : bar->value() * m_scale;
     moveTo(horizontalScrollBar()->value(), y);
 }

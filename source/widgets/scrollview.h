@@ -1,8 +1,8 @@
 #pragma once
 #include <QAbstractScrollArea>
 
-/// A scroll area with contents of a size of their own, in pixels. They may be higher than a scroll bar can count: one
-/// step of the bar then stands for several pixels.
+/// A scroll area whose contents have a size in pixels. They may be higher than the range of a scroll bar: one step of
+/// the bar then stands for several pixels.
 class ScrollView : public QAbstractScrollArea
 {
     Q_OBJECT
@@ -10,7 +10,7 @@ public:
     /// Which heights the vertical scroll bar stands for.
     enum class Vertical {
         Pixels,
-        Own ///< those of a derived class, which sees to the bar itself; the contents have no height then
+        Own ///< those of a derived class, which updates the bar; the contents have no height then
     };
     explicit ScrollView(QWidget *parent = nullptr, Vertical vertical = Vertical::Pixels);
 
@@ -24,9 +24,9 @@ public:
     [[nodiscard]] int visibleHeight() const { return viewport()->height(); }
     [[nodiscard]] qint64 bottomContentsY() const; ///< the greatest contentsY()
 
-    /// Moves the contents so that @p x, @p y come to the top left corner, as far as they reach.
+    /// Moves the contents so that @p x, @p y come to the top left corner, or as near to it as possible.
     void setContentsPos(int x, qint64 y);
-    /// Scrolls just so far that a place is visible with margins around it.
+    /// Scrolls only as far as necessary to show a place with margins around it.
     void ensureVisible(int x, qint64 y, int xMargin, qint64 yMargin);
     void setContentMargin(int left) { setViewportMargins(left, 0, 0, 0); } ///< Room for a margin beside the viewport.
     /// How far one click on an arrow scrolls.

@@ -7,4 +7,4 @@ class QPalette;
 [[nodiscard]] QIcon plusIcon(const QPalette &palette);
 [[nodiscard]] QIcon crossIcon(const QPalette &palette);
 [[nodiscard]] QIcon currentPageIcon(const QPalette &palette); ///< A triangle that points to the right.
-[[nodiscard]] QIcon noIcon();                                 ///< Only takes the room of one.
+[[nodiscard]] QIcon noIcon();                                 ///< A blank of the same size.

@@ -9,17 +9,8 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-constexpr int BlinkInterval = 500; ///< milliseconds, as the next
-constexpr int SelectInterval = 100;
+constexpr int BlinkInterval = 500; ///< milliseconds
 constexpr int CursorWidth = 2;
-
-/// How many units @p position is before 0 or behind @p end.
-int stepsBeyond(int position, int end, int unit)
-{
-    if (position < 0)
-        return (position - unit + 1) / unit;
-    return position < end ? 0 : (position - end) / unit + 1;
-}
 } // namespace
 
 TextLineView::TextLineView(ILineSource *lineSource, QWidget *parent) : ScrollView(parent), m_lineSource(lineSource)
@@ -32,7 +23,7 @@ TextLineView::TextLineView(ILineSource *lineSource, QWidget *parent) : ScrollVie
     colours.setColor(QPalette::Text, Qt::black);
     setPalette(colours);
     connect(&m_blinkTimer, &QTimer::timeout, this, &TextLineView::blinkCursor);
-    connect(&m_selectTimer, &QTimer::timeout, this, &TextLineView::selectTimeout);
+    connect(&m_drag, &SelectionDrag::timeout, this, &TextLineView::selectTimeout);
     m_blinkTimer.start(BlinkInterval);
     fontChanged();
 }
@@ -103,7 +94,7 @@ void TextLineView::paintLine(QPainter &painter, int line, const QRect &dirty)
         widen(m_rows.width(text));
 }
 
-/// The contents change their size behind the painting, not amid it.
+/// The contents change their size after the painting, not during it.
 void TextLineView::widen(int width)
 {
     if (width <= std::max(m_widest, Columns * charWidth()))
@@ -233,7 +224,7 @@ bool TextLineView::placeForKey(const QKeyEvent &event, Place &place) const
     }
 }
 
-/// With Shift the selection goes along, without it ends.
+/// With Shift the selection is extended, without it is removed.
 void TextLineView::keyPressEvent(QKeyEvent *event)
 {
     Place place;
@@ -264,27 +255,22 @@ void TextLineView::mousePressEvent(QMouseEvent *event)
 {
     if (event->button() != Qt::LeftButton)
         return;
-    const Place place = placeAt(event->position().toPoint());
+    const QPoint position = event->position().toPoint();
+    const Place place = placeAt(position);
     const bool extend = event->modifiers() & Qt::ShiftModifier;
     if (extend && !hasSelection())
         m_anchor = m_cursor;
     setCursor(place.line, place.column);
     if (!extend)
         m_anchor = m_cursor;
-    m_dragging = true;
-    m_columnStep = m_lineStep = 0;
-    m_selectTimer.start(SelectInterval);
+    m_drag.begin(position);
     extendSelection();
 }
 
 void TextLineView::mouseMoveEvent(QMouseEvent *event)
 {
-    if (!m_dragging)
-        return;
     const QPoint position = event->position().toPoint();
-    m_columnStep = stepsBeyond(position.x(), visibleWidth(), charWidth());
-    m_lineStep = stepsBeyond(position.y(), visibleHeight(), lineHeight());
-    if (m_columnStep || m_lineStep)
+    if (!m_drag.isRunning() || !m_drag.moveTo(position, *viewport(), charWidth(), lineHeight()))
         return;
     const Place place = placeAt(position);
     setCursor(place.line, place.column);
@@ -293,17 +279,15 @@ void TextLineView::mouseMoveEvent(QMouseEvent *event)
 
 void TextLineView::mouseReleaseEvent(QMouseEvent *event)
 {
-    if (event->button() != Qt::LeftButton)
-        return;
-    m_dragging = false;
-    m_selectTimer.stop();
+    if (event->button() == Qt::LeftButton)
+        m_drag.end();
 }
 
 void TextLineView::selectTimeout()
 {
-    if (!m_columnStep && !m_lineStep)
+    if (!m_drag.isOutside())
         return;
-    setCursor(m_cursor.line + m_lineStep, m_cursor.column + m_columnStep);
+    setCursor(m_cursor.line + m_drag.lineStep(), m_cursor.column + m_drag.columnStep());
     extendSelection();
 }
 

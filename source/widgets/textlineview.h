@@ -1,6 +1,7 @@
 #pragma once
 #include "rowpainter.h"
 #include "scrollview.h"
+#include "selectiondrag.h"
 #include <QTimer>
 class ILineSource;
 
@@ -32,13 +33,13 @@ public:
     using QWidget::setCursor;
     /// Moves the cursor and brings it into sight. The selection stays.
     void setCursor(int line, int column);
-    /// Puts the cursor at the start of a line, which counts from 1. Only lines before the last one are taken.
+    /// Puts the cursor at the start of a line, which counts from 1. Ignores the last line, and lines outside the text.
     void gotoLine(int line);
     [[nodiscard]] bool isCursorVisible() const; ///< whether the cursor's line is wholly on screen
 
     /// Selects what is between two places, in any order.
     void setSelection(Place a, Place b);
-    /// Selects a match of a search, which is shown without the focus too: that may be where the text was entered.
+    /// Selects a match of a search. It is also painted while another widget, such as a search field, has the focus.
     void showMatch(const Place &a, const Place &b);
     [[nodiscard]] bool hasSelection() const { return m_start != m_end; }
     [[nodiscard]] Place selectionStart() const { return m_start; }
@@ -51,8 +52,8 @@ public:
 
     /// The source has more, fewer or other lines.
     void linesChanged();
-    /// The lines that the view stands at: the top one first, then those of the cursor and of the selection. To be given
-    /// back, in the same order, when the source has numbered its lines in another way.
+    /// The line numbers that the view keeps: the top one first, then those of the cursor and of the selection. When the
+    /// source numbers its lines in another way, pass their new numbers in the same order to setHeldLines().
     [[nodiscard]] QList<int> heldLines() const;
     void setHeldLines(const QList<int> &lines);
 
@@ -95,12 +96,9 @@ private:
     Place m_end;
     Place m_anchor; ///< where a selection by mouse or keys has begun
     bool m_blockMode = false;
-    bool m_dragging = false;
     bool m_isMatch = false; ///< whether the selection is the match of a search
     bool m_cursorVisible = true;
-    int m_columnStep = 0; ///< how far the mouse is beyond the edge during a drag
-    int m_lineStep = 0;
     int m_widest = 0;
     QTimer m_blinkTimer;
-    QTimer m_selectTimer;
+    SelectionDrag m_drag;
 };

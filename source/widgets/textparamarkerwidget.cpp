@@ -43,7 +43,7 @@ int TextParaMarkerWidget::arrowEnd(int para) const
     return para < m_paraView->topPara() ? -lineHeight() : height() + lineHeight();
 }
 
-/// At the right edge, where the pictures leave some room.
+/// At the right edge, beside the pictures.
 void TextParaMarkerWidget::paintArrow(QPainter &painter)
 {
     constexpr qreal Head = 3.5;

@@ -3,19 +3,19 @@
 #include "linesource.h"
 #include "parascrollbar.h"
 #include <QApplication>
+#include <QClipboard>
+#include <QKeyEvent>
 #include <QPainter>
 #include <QPointer>
-
-using namespace Qt::StringLiterals;
 
 namespace {
 constexpr int BlinkInterval = 500; ///< milliseconds
 constexpr int CursorWidth = 2;
-constexpr int CachedParas = 20'000;
+constexpr int LinesAbove = 4; ///< lines shown above the target of a jump
 } // namespace
 
 TextParaView::TextParaView(IParaSource *paraSource, QWidget *parent)
-    : ScrollView(parent, Vertical::Own), m_paraSource(paraSource), m_bar(new ParaScrollBar), m_paras(CachedParas)
+    : ScrollView(parent, Vertical::Own), m_bar(new ParaScrollBar), m_rows(paraSource)
 {
     installAccessibleViews();
     setFocusPolicy(Qt::StrongFocus);
@@ -33,7 +33,7 @@ TextParaView::TextParaView(IParaSource *paraSource, QWidget *parent)
     connect(m_bar, &ParaScrollBar::nextPage, this, &TextParaView::nextPage);
     connect(m_bar, &ParaScrollBar::prevPage, this, &TextParaView::prevPage);
     connect(&m_blinkTimer, &QTimer::timeout, this, &TextParaView::blinkCursor);
-    connect(&m_selectTimer, &QTimer::timeout, this, &TextParaView::selectTimeout);
+    connect(&m_drag, &SelectionDrag::timeout, this, &TextParaView::selectTimeout);
     m_blinkTimer.start(BlinkInterval);
     fontChanged();
 }
@@ -57,9 +57,9 @@ void TextParaView::fontChanged()
 void TextParaView::updateBar()
 {
     const QSignalBlocker quiet(m_bar);
-    m_bar->setRange(0, std::max(0, m_paraSource->paraCount() - 1));
+    m_bar->setRange(0, m_rows.lastPara());
     m_bar->setPageStep(pageRows());
-    m_bar->setValue(m_top.para);
+    m_bar->setValue(m_rows.top().para);
 }
 
 int TextParaView::pageRows() const
@@ -69,151 +69,73 @@ int TextParaView::pageRows() const
 
 // Rows --------------------------------------------------------------------
 
-QStringList TextParaView::linesOf(int para)
-{
-    if (para < 0 || para >= m_paraSource->paraCount())
-        return {};
-    if (const QStringList *known = m_paras[para])
-        return *known;
-    const QPointer<TextParaView> self(this);
-    QStringList lines = m_paraSource->para(para);
-    if (self)
-        m_paras.insert(para, new QStringList(lines));
-    return lines;
-}
-
-TextParaView::Row TextParaView::rowAt(int para, int line)
-{
-    const QStringList lines = linesOf(para);
-    if (lines.isEmpty())
-        return {para, 0, u"<font color=\"#808080\">...</font>"_s, true, true};
-    return {para, line, lines.value(line), line >= lines.size() - 1, false};
-}
-
-/// Moves to the next line, or the one before. Returns false at an end of the source, and if the view is gone.
-bool TextParaView::step(Row &row, bool forward)
-{
-    const QPointer<TextParaView> self(this);
-    const qsizetype size = linesOf(row.para).size();
-    if (!self)
-        return false;
-    if (forward ? row.line + 1 < size : row.line > 0) {
-        row = rowAt(row.para, row.line + (forward ? 1 : -1));
-        return self;
-    }
-    int para = row.para;
-    for (int i = 0; i <= LongestGap; ++i) {
-        para += forward ? 1 : -1;
-        if (para < 0 || para >= m_paraSource->paraCount())
-            return false;
-        const qsizetype lines = linesOf(para).size();
-        if (!self)
-            return false;
-        if (lines > 0 || i == LongestGap) {
-            row = rowAt(para, forward ? 0 : int(std::max<qsizetype>(0, lines - 1)));
-            return self;
-        }
-    }
-    return false;
-}
-
 /// Fetches what is on screen, from the top.
 void TextParaView::loadRows()
 {
-    const QPointer<TextParaView> self(this);
-    QList<Row> rows;
-    if (isVisible() && m_paraSource->paraCount() > 0) {
-        const bool fromGap = m_top.isGap; // one that was scrolled to; others are passed over
-        Row row = rowAt(m_top.para, m_top.line);
-        bool more = self && (fromGap || !row.isGap || step(row, true));
-        const int wanted = self ? visibleHeight() / lineHeight() + 1 : 0;
-        for (; self && more && rows.size() < wanted; more = step(row, true))
-            rows.append(row);
-    }
-    if (!self)
-        return;
-    m_rows = rows;
-    viewport()->update();
+    if (m_rows.load(isVisible() ? visibleHeight() / lineHeight() + 1 : 0))
+        viewport()->update();
 }
 
 void TextParaView::reload()
 {
-    m_paras.clear();
-    m_top.para = std::clamp(m_top.para, 0, std::max(0, m_paraSource->paraCount() - 1));
+    m_rows.clearCache();
+    ParaRows::Row top = m_rows.top();
+    top.para = std::min(top.para, m_rows.lastPara());
+    m_rows.setTop(top);
     updateBar();
     loadRows();
 }
 
 bool TextParaView::rowToPara(int row, int *para, int *line) const
 {
-    if (row < 0 || row >= m_rows.size())
+    if (row < 0 || row >= rowCount())
         return false;
-    *para = m_rows[row].para;
-    *line = m_rows[row].line;
+    *para = m_rows.shown()[row].para;
+    *line = m_rows.shown()[row].line;
     return true;
 }
 
 bool TextParaView::isLastLine(int row) const
 {
-    return row >= 0 && row < m_rows.size() && m_rows[row].isLast;
+    return row >= 0 && row < rowCount() && m_rows.shown()[row].isLast;
 }
 
 bool TextParaView::hasText() const
 {
-    return std::ranges::any_of(m_rows, [](const Row &row) { return !row.isGap; });
-}
-
-int TextParaView::rowOf(int para) const
-{
-    for (int row = 0; row < m_rows.size(); ++row) {
-        if (m_rows[row].para == para && m_rows[row].isLast)
-            return row;
-    }
-    return -1;
-}
-
-int TextParaView::rowOf(const Place &place) const
-{
-    for (int row = 0; row < m_rows.size(); ++row) {
-        if (m_rows[row].para == place.para && m_rows[row].line == place.line)
-            return row;
-    }
-    return -1;
+    return std::ranges::any_of(m_rows.shown(), [](const ParaRows::Row &row) { return !row.isGap; });
 }
 
 QString TextParaView::lineAt(const Place &place) const
 {
-    const int row = rowOf(place);
-    return row < 0 ? QString() : m_rows[row].text;
+    const int row = m_rows.indexOf(place.para, place.line);
+    return row < 0 ? QString() : m_rows.shown()[row].text;
 }
 
-QString TextParaView::visibleText() const
+/// Whether the row is on screen and not cut off.
+bool TextParaView::isWhole(int row) const
 {
-    QString text;
-    for (const Row &row : m_rows)
-        text += plainText(row.text) + u'\n';
-    return text;
+    return row >= 0 && (row + 1) * lineHeight() <= visibleHeight();
 }
 
 // Scrolling ---------------------------------------------------------------
 
-void TextParaView::moveTop(Row top)
+void TextParaView::moveTop(const ParaRows::Row &top)
 {
     const QPointer<TextParaView> self(this);
-    m_top = std::move(top);
+    m_rows.setTop(top);
     updateBar();
-    Q_EMIT contentsMoving(m_top.para, m_top.line);
+    Q_EMIT contentsMoving(topPara(), topLine());
     if (self)
         loadRows();
 }
 
-/// Returns false if the view is gone or was at the end already.
+/// Returns false if the view was deleted or was at the end already.
 bool TextParaView::scrollLines(int lines)
 {
     const QPointer<TextParaView> self(this);
-    Row top = m_top;
+    ParaRows::Row top = m_rows.top();
     bool moved = false;
-    for (int i = 0; i < std::abs(lines) && step(top, lines > 0); ++i)
+    for (int i = 0; i < std::abs(lines) && m_rows.step(top, lines > 0); ++i)
         moved = true;
     if (!self || !moved)
         return false;
@@ -243,7 +165,7 @@ void TextParaView::prevPage()
 
 void TextParaView::gotoPara(int para)
 {
-    moveTop({std::clamp(para, 0, std::max(0, m_paraSource->paraCount() - 1)), 0, {}, true, false});
+    moveTop({std::clamp(para, 0, m_rows.lastPara()), 0, {}, true, false});
 }
 
 void TextParaView::wheelEvent(QWheelEvent *event)
@@ -281,33 +203,24 @@ void TextParaView::paintEvent(QPaintEvent *event)
     QPainter painter(viewport());
     const QRect dirty = event->rect();
     painter.fillRect(dirty, palette().color(QPalette::Base));
-    const int last = std::min(int(m_rows.size()) - 1, dirty.bottom() / lineHeight());
+    const int last = std::min(rowCount() - 1, dirty.bottom() / lineHeight());
+    const bool showSelection = hasFocus() || m_selection.isMatch();
     for (int i = std::max(0, dirty.top() / lineHeight()); i <= last; ++i) {
-        const SelectedColumns selected = hasFocus() || m_isMatch ? selectedColumns(m_rows[i]) : SelectedColumns();
-        const QRect row(dirty.left(), i * lineHeight(), dirty.width(), lineHeight());
-        m_painter.draw(painter, m_rows[i].text, -contentsX(), row, selected, palette());
+        const ParaRows::Row &row = m_rows.shown()[i];
+        const QRect area(dirty.left(), i * lineHeight(), dirty.width(), lineHeight());
+        const SelectedColumns selected = showSelection ? m_selection.columnsOf(row.para, row.line) : SelectedColumns();
+        m_painter.draw(painter, row.text, -contentsX(), area, selected, palette());
     }
     if (m_cursorVisible && hasFocus())
         painter.fillRect(cursorRect(), palette().color(QPalette::Text));
 }
 
-SelectedColumns TextParaView::selectedColumns(const Row &row) const
-{
-    const std::pair line(row.para, row.line);
-    const std::pair first(m_start.para, m_start.line);
-    const std::pair last(m_end.para, m_end.line);
-    if (!hasSelection() || line < first || line > last)
-        return {};
-    return {line == first ? m_start.column : 0, line == last ? m_end.column : SelectedColumns::ToEnd};
-}
-
 QRect TextParaView::cursorRect() const
 {
-    const int row = rowOf(m_cursor);
+    const int row = m_rows.indexOf(m_cursor.para, m_cursor.line);
     if (row < 0)
         return {};
-    return {m_painter.xOf(m_rows[row].text, m_cursor.column) - contentsX(), row * lineHeight(), CursorWidth,
-            lineHeight()};
+    return {cursorX() - contentsX(), row * lineHeight(), CursorWidth, lineHeight()};
 }
 
 void TextParaView::blinkCursor()
@@ -315,4 +228,237 @@ void TextParaView::blinkCursor()
     m_cursorVisible = !m_cursorVisible;
     if (hasFocus())
         viewport()->update(cursorRect());
+}
+
+// Cursor ------------------------------------------------------------------
+
+bool TextParaView::isCursorVisible() const
+{
+    return isWhole(m_rows.indexOf(m_cursor.para, m_cursor.line));
+}
+
+void TextParaView::setCursor(const Place &place)
+{
+    const QPointer<TextParaView> self(this);
+    m_cursor = {std::clamp(place.para, 0, m_rows.lastPara()), std::max(0, place.line), std::max(0, place.column)};
+    m_cursorVisible = true;
+    m_blinkTimer.start();
+    if (!isCursorVisible() && isVisible()) {
+        const Place top{topPara(), topLine(), 0};
+        moveTop({m_cursor.para, m_cursor.line, {}, true, false});
+        if (self && top < m_cursor) // the cursor becomes the lowest line
+            scrollLines(1 - pageRows());
+    }
+    if (!self)
+        return;
+    const int x = cursorX();
+    if (x < contentsX() || x + CursorWidth > contentsX() + visibleWidth())
+        ensureVisible(x, 0, 2 * charWidth(), 0);
+    viewport()->update();
+    Q_EMIT cursorPositionChanged(m_cursor.para, m_cursor.column);
+}
+
+/// In the contents; 0 if its line is not on screen.
+int TextParaView::cursorX() const
+{
+    const int row = m_rows.indexOf(m_cursor.para, m_cursor.line);
+    return row < 0 ? 0 : m_painter.xOf(m_rows.shown()[row].text, m_cursor.column);
+}
+
+void TextParaView::showPara(int para)
+{
+    const QPointer<TextParaView> self(this);
+    if (!isWhole(rowOf(para))) {
+        gotoPara(para);
+        if (self && isVisible())
+            scrollLines(-LinesAbove);
+    }
+    if (!self)
+        return;
+    const auto last = int(std::max<qsizetype>(0, linesOf(para).size() - 1));
+    if (self)
+        setCursor({para, last, 0});
+}
+
+void TextParaView::moveCursorRows(int rows, int column)
+{
+    const QPointer<TextParaView> self(this);
+    ParaRows::Row row = m_rows.rowAt(m_cursor.para, m_cursor.line);
+    for (int i = 0; self && i < std::abs(rows) && m_rows.step(row, rows > 0); ++i) {
+    }
+    if (self)
+        setCursor({row.para, row.line, column});
+}
+
+/// Returns whether the view handles the key.
+bool TextParaView::moveByKey(const QKeyEvent &event)
+{
+    const bool control = event.modifiers() & Qt::ControlModifier;
+    const int column = m_cursor.column;
+    switch (event.key()) {
+    case Qt::Key_Home:
+        setCursor(control ? Place() : Place{m_cursor.para, m_cursor.line, 0});
+        return true;
+    case Qt::Key_End:
+        if (control)
+            setCursor({m_rows.lastPara(), 0, 0});
+        else
+            setCursor({m_cursor.para, m_cursor.line, int(plainText(lineAt(m_cursor)).size())});
+        return true;
+    case Qt::Key_Left:
+        moveCursorRows(0, column - 1);
+        return true;
+    case Qt::Key_Right:
+        moveCursorRows(0, column + 1);
+        return true;
+    case Qt::Key_Up:
+        moveCursorRows(-1, column);
+        return true;
+    case Qt::Key_Down:
+        moveCursorRows(1, column);
+        return true;
+    case Qt::Key_PageUp:
+    case Qt::Key_PageDown:
+        moveByPage(event.key() == Qt::Key_PageDown);
+        return true;
+    default:
+        return false;
+    }
+}
+
+/// The cursor stays in its row of the screen.
+void TextParaView::moveByPage(bool forward)
+{
+    const QPointer<TextParaView> self(this);
+    const int column = m_cursor.column;
+    const int row = std::clamp(m_rows.indexOf(m_cursor.para, m_cursor.line), 0, pageRows() - 1);
+    forward ? nextPage() : prevPage();
+    if (self && row < rowCount())
+        setCursor({m_rows.shown()[row].para, m_rows.shown()[row].line, column});
+}
+
+void TextParaView::keyPressEvent(QKeyEvent *event)
+{
+    const QPointer<TextParaView> self(this);
+    const Place before = m_cursor;
+    const bool taken = !(event->modifiers() & Qt::AltModifier) && moveByKey(*event);
+    if (!taken)
+        event->ignore();
+    if (!self || !taken)
+        return;
+    if (!(event->modifiers() & Qt::ShiftModifier)) {
+        setSelection(m_cursor, m_cursor);
+        return;
+    }
+    if (!hasSelection())
+        m_selection.setAnchor(before);
+    extendSelection();
+}
+
+// Mouse and selection -----------------------------------------------------
+
+TextParaView::Place TextParaView::placeAt(const QPoint &position) const
+{
+    if (m_rows.shown().isEmpty())
+        return {};
+    const ParaRows::Row &row = m_rows.shown()[std::clamp(position.y() / lineHeight(), 0, rowCount() - 1)];
+    return {row.para, row.line, m_painter.columnAt(row.text, contentsX() + position.x())};
+}
+
+void TextParaView::mousePressEvent(QMouseEvent *event)
+{
+    if (event->button() != Qt::LeftButton)
+        return;
+    const QPointer<TextParaView> self(this);
+    const bool extend = event->modifiers() & Qt::ShiftModifier;
+    if (extend && !hasSelection())
+        m_selection.setAnchor(m_cursor);
+    const QPoint position = event->position().toPoint();
+    setCursor(placeAt(position));
+    if (!self)
+        return;
+    if (!extend)
+        m_selection.setAnchor(m_cursor);
+    m_drag.begin(position);
+    extendSelection();
+}
+
+void TextParaView::mouseMoveEvent(QMouseEvent *event)
+{
+    const QPoint position = event->position().toPoint();
+    if (!m_drag.isRunning() || !m_drag.moveTo(position, *viewport(), charWidth(), lineHeight()))
+        return;
+    const QPointer<TextParaView> self(this);
+    setCursor(placeAt(position));
+    if (self)
+        extendSelection();
+}
+
+void TextParaView::mouseReleaseEvent(QMouseEvent *event)
+{
+    if (event->button() != Qt::LeftButton || !m_drag.isRunning())
+        return;
+    m_drag.end();
+    const QPoint way = event->position().toPoint() - m_drag.start();
+    if (!hasSelection() && way.manhattanLength() < QApplication::startDragDistance())
+        Q_EMIT clicked(placeAt(m_drag.start()));
+}
+
+void TextParaView::selectTimeout()
+{
+    if (!m_drag.isOutside())
+        return;
+    const QPointer<TextParaView> self(this);
+    moveCursorRows(m_drag.lineStep(), m_cursor.column + m_drag.columnStep());
+    if (self)
+        extendSelection();
+}
+
+void TextParaView::extendSelection()
+{
+    setSelection(m_selection.anchor(), m_cursor);
+}
+
+void TextParaView::showMatch(const Place &a, const Place &b)
+{
+    setSelection(a, b);
+    m_selection.setMatch();
+    viewport()->update();
+}
+
+void TextParaView::setSelection(const Place &a, const Place &b)
+{
+    if (!m_selection.set(a, b))
+        return;
+    viewport()->update();
+    Q_EMIT selectionChanged();
+}
+
+/// Of what is on screen: a source may have billions of paragraphs, each of which takes its time.
+void TextParaView::selectAll()
+{
+    if (m_rows.shown().isEmpty())
+        return;
+    const ParaRows::Row &first = m_rows.shown().first();
+    const ParaRows::Row &last = m_rows.shown().last();
+    setSelection({first.para, first.line, 0}, {last.para, last.line, int(plainText(last.text).size())});
+}
+
+void TextParaView::copy()
+{
+    if (hasSelection())
+        QGuiApplication::clipboard()->setText(selectedText());
+}
+
+void TextParaView::focusInEvent(QFocusEvent *event)
+{
+    ScrollView::focusInEvent(event);
+    m_cursorVisible = true;
+    viewport()->update();
+}
+
+void TextParaView::focusOutEvent(QFocusEvent *event)
+{
+    ScrollView::focusOutEvent(event);
+    viewport()->update();
 }

@@ -1,7 +1,9 @@
 #pragma once
+#include "pararows.h"
+#include "paraselection.h"
 #include "rowpainter.h"
 #include "scrollview.h"
-#include <QCache>
+#include "selectiondrag.h"
 #include <QTimer>
 class IParaSource;
 class ParaScrollBar;
@@ -9,9 +11,9 @@ class ParaScrollBar;
 /// Shows the paragraphs of a source, of which it asks for those on screen only. Read-only, with a cursor and a
 /// selection.
 ///
-/// It scrolls by lines, and knows the source's paragraphs by their numbers alone: how many lines there are in all is
-/// not known. Paragraphs without lines take no row; only where there are very many of them in succession does an empty
-/// row stand for them. Paragraphs are fetched before they are painted: a source may do anything when it is asked.
+/// It scrolls by lines, although only the number of paragraphs is known and not the number of all lines. Paragraphs
+/// without lines take no row; only very many of them in succession are shown as one row with dots. Paragraphs are
+/// fetched before they are painted, because a source may do anything when it is asked.
 class TextParaView : public ScrollView
 {
     Q_OBJECT
@@ -19,25 +21,17 @@ class TextParaView : public ScrollView
     Q_PROPERTY(int lineHeight READ lineHeight)
     Q_PROPERTY(int charWidth READ charWidth)
 public:
-    /// All count from 0.
-    struct Place
-    {
-        int para = 0;
-        int line = 0;
-        int column = 0;
-
-        auto operator<=>(const Place &other) const = default; // NOLINT(modernize-use-nullptr): a false finding
-    };
-    static constexpr int Columns = 160;    ///< of the contents
-    static constexpr int LongestGap = 256; ///< paragraphs without lines that are passed over
+    using Place = ParaPlace;
+    static constexpr int Columns = 160; ///< of the contents
+    static constexpr int LongestGap = ParaRows::LongestGap;
 
     /// @p paraSource must outlive the view.
     explicit TextParaView(IParaSource *paraSource, QWidget *parent = nullptr);
 
     [[nodiscard]] int lineHeight() const { return m_painter.lineHeight(); }
     [[nodiscard]] int charWidth() const { return m_painter.charWidth(); }
-    [[nodiscard]] int topPara() const { return m_top.para; }
-    [[nodiscard]] int topLine() const { return m_top.line; }
+    [[nodiscard]] int topPara() const { return m_rows.top().para; }
+    [[nodiscard]] int topLine() const { return m_rows.top().line; }
 
     [[nodiscard]] Place cursorPlace() const { return m_cursor; }
     using QWidget::setCursor;
@@ -47,27 +41,31 @@ public:
     void showPara(int para);
     [[nodiscard]] bool isCursorVisible() const;
 
-    void setSelection(Place a, Place b);
-    /// Selects a match of a search, which is shown without the focus too: that may be where the text was entered.
+    void setSelection(const Place &a, const Place &b);
+    /// Selects a match of a search. It is also painted while another widget, such as a search field, has the focus.
     void showMatch(const Place &a, const Place &b);
-    [[nodiscard]] bool hasSelection() const { return m_start != m_end; }
+    [[nodiscard]] bool hasSelection() const { return !m_selection.isEmpty(); }
     /// The selected text without markup, as far as it has not more than @p limit characters.
-    [[nodiscard]] QString selectedText(qsizetype limit = std::numeric_limits<qsizetype>::max());
-    [[nodiscard]] QString visibleText() const; ///< the lines on screen
+    [[nodiscard]] QString selectedText(qsizetype limit = std::numeric_limits<qsizetype>::max())
+    {
+        return m_selection.text(m_rows, limit);
+    }
+    [[nodiscard]] QString visibleText() const { return m_rows.plainTexts(); } ///< the lines on screen
 
     /// The paragraph and line in a row of the screen; false below the last one.
     bool rowToPara(int row, int *para, int *line) const;
     [[nodiscard]] bool isLastLine(int row) const; ///< whether the row shows the last line of its paragraph
-    [[nodiscard]] int rowOf(int para) const;      ///< of a paragraph's last line; -1 if it is not on screen
-    [[nodiscard]] bool hasText() const;           ///< whether a paragraph on screen has lines
-    [[nodiscard]] int rowCount() const { return int(m_rows.size()); }
+    /// The row of a paragraph's last line; -1 if it is not on screen.
+    [[nodiscard]] int rowOf(int para) const { return m_rows.indexOfLast(para); }
+    [[nodiscard]] bool hasText() const; ///< whether a paragraph on screen has lines
+    [[nodiscard]] int rowCount() const { return int(m_rows.shown().size()); }
     [[nodiscard]] Place placeAt(const QPoint &position) const;
     [[nodiscard]] QString lineAt(const Place &place) const; ///< as the source gave it; empty if it is not on screen
 
-    /// Has the source asked again.
+    /// Fetches all paragraphs on screen from the source again.
     void reload();
     /// The source's lines of a paragraph, through a cache that reload() empties.
-    [[nodiscard]] QStringList linesOf(int para);
+    [[nodiscard]] QStringList linesOf(int para) { return m_rows.linesOf(para); }
 
 public Q_SLOTS:
     void nextLine();
@@ -99,48 +97,27 @@ protected:
     void changeEvent(QEvent *event) override;
 
 private:
-    /// A line of a paragraph. In a paragraph without lines it stands for a gap.
-    struct Row
-    {
-        int para = 0;
-        int line = 0;
-        QString text;
-        bool isLast = true;
-        bool isGap = false;
-    };
-
     void fontChanged();
     void updateBar();
     void loadRows();
-    void moveTop(Row top);
-    bool step(Row &row, bool forward);
-    [[nodiscard]] Row rowAt(int para, int line);
+    void moveTop(const ParaRows::Row &top);
     bool scrollLines(int lines);
+    [[nodiscard]] int pageRows() const;
+    [[nodiscard]] bool isWhole(int row) const;
     void moveCursorRows(int rows, int column);
     bool moveByKey(const QKeyEvent &event);
-    [[nodiscard]] int rowOf(const Place &place) const;
+    void moveByPage(bool forward);
+    [[nodiscard]] int cursorX() const;
     [[nodiscard]] QRect cursorRect() const;
-    [[nodiscard]] SelectedColumns selectedColumns(const Row &row) const;
     void extendSelection();
-    [[nodiscard]] int pageRows() const;
 
-    IParaSource *const m_paraSource;
     ParaScrollBar *const m_bar;
     mutable RowPainter m_painter;
-    QCache<int, QStringList> m_paras;
-    Row m_top;
-    QList<Row> m_rows; ///< on screen, the last one perhaps in part
+    ParaRows m_rows;
+    ParaSelection m_selection;
+    SelectionDrag m_drag;
     Place m_cursor;
-    Place m_start;
-    Place m_end;
-    Place m_anchor;
-    QPoint m_pressed;
-    bool m_dragging = false;
-    bool m_isMatch = false; ///< whether the selection is the match of a search
     bool m_cursorVisible = true;
-    int m_columnStep = 0; ///< how far the mouse is beyond the edge during a drag
-    int m_lineStep = 0;
-    int m_wheel = 0; ///< what is left of a turn of the wheel
     QTimer m_blinkTimer;
-    QTimer m_selectTimer;
+    int m_wheel = 0; ///< part of a turn of the wheel that is not enough for a line
 };

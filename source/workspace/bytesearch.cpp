@@ -13,7 +13,7 @@ bool isAsciiLetter(char c)
     return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
 }
 
-/// How often a byte stands in logs and sources, roughly: the greater the more often.
+/// A rough frequency of a byte in logs and sources; greater values are more frequent.
 int frequency(char byte)
 {
     static constexpr std::string_view Common =
@@ -22,7 +22,7 @@ int frequency(char byte)
     return place == std::string_view::npos ? 0 : int(Common.size() - place);
 }
 
-/// A byte of a word. Letters beyond ASCII are of such bytes only.
+/// Whether a byte can be part of a word. All bytes of letters outside ASCII can.
 bool isWordByte(char c)
 {
     return isAsciiLetter(c) || (c >= '0' && c <= '9') || c == '_' || (static_cast<unsigned char>(c) & 0x80);
@@ -80,7 +80,7 @@ bool ByteSearch::matchesAt(const char *bytes) const
     return true;
 }
 
-/// Compares two bytes of the needle with 16 places at a time; where both fit, the whole needle.
+/// Compares two bytes of the needle with 16 places at a time; where both match, the whole needle.
 qsizetype ByteSearch::findBytes(QByteArrayView bytes, qsizetype from) const
 {
     const qsizetype end = bytes.size() - m_needle.size() + 1; // behind the last place of a match
@@ -136,7 +136,7 @@ void ByteSearch::forEach(QByteArrayView bytes, qsizetype from, qsizetype end, St
     }
 }
 
-/// Decodes all at once, or line by line if that cannot be done.
+/// Decodes all bytes at once or, if some are not valid UTF-8, line by line.
 bool ByteSearch::forEachDecoded(QByteArrayView bytes, qsizetype from, qsizetype end, Step step,
                                 const Receiver &receive) const
 {

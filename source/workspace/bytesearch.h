@@ -37,7 +37,7 @@ public:
     /// No match has more bytes than these.
     [[nodiscard]] qsizetype longestMatch() const;
     /// Reports, in their order, the matches that begin between @p from and @p end, which must lie between two
-    /// characters. What is around them is looked at for whole words.
+    /// characters. The characters around them decide about whole words.
     void forEach(QByteArrayView bytes, qsizetype from, qsizetype end, Step step, const Receiver &receive) const;
     [[nodiscard]] std::optional<ByteMatch> first(QByteArrayView bytes, qsizetype from, qsizetype end) const;
     [[nodiscard]] std::optional<ByteMatch> last(QByteArrayView bytes, qsizetype from, qsizetype end) const;

@@ -18,7 +18,7 @@ public:
 
 Q_SIGNALS:
     void goToRequested(const QString &text);
-    void cancelled(); ///< The search is to be ended.
+    void cancelled(); ///< The user has cancelled the search.
 
 private:
     QLineEdit *m_goTo;

@@ -103,7 +103,7 @@ QString DisassemblerDocument::objectNames() const
     return u"disassembly/"_s + QString(m_name).replace(separators, u"-"_s);
 }
 
-/// The document may be gone when a call returns: a plug-in can have its view closed.
+/// The document may be deleted when a call returns: a plug-in can have its view closed.
 QStringList DisassemblerDocument::para(int index)
 {
     if (index < 0 || index >= m_paraCount)

@@ -16,7 +16,7 @@ public:
     explicit DisassemblerDocument(DocumentTemplate *docTemplate);
     ~DisassemblerDocument() override;
 
-    /// @p filename is what disassemblyName() gives. The document is empty if the environment is gone, or has no memory.
+    /// @p filename is what disassemblyName() gives. The document is empty if the environment was deleted or has no memory.
     bool open(const QString &filename) override;
     bool create(const QString &filename) override;
     bool save() override;
@@ -34,7 +34,7 @@ public:
     /// The paragraph of such a line, or of an address; -1 if it is not shown here.
     [[nodiscard]] int paraOf(int line) const;
     [[nodiscard]] int paraOfAddress(quint64 address) const;
-    /// The address that a user's text means: a symbol, with a number added perhaps, or a number in hexadecimal digits.
+    /// The address that a user's text means: a symbol, a symbol plus a number, or a number in hexadecimal digits.
     [[nodiscard]] std::optional<quint64> addressOf(const QString &text) const;
 
 private:

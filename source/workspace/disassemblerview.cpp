@@ -133,7 +133,7 @@ void DisassemblerView::placeMargin()
     m_margin->setGeometry(Edge, Edge, MarkerWidget::Width, m_paras->height() - extent - 3);
 }
 
-/// The target may have other contents, or be where its program has gone on.
+/// The program may have run on, and the contents of its memory may have changed.
 void DisassemblerView::update(View *, bool full)
 {
     const QPointer<DisassemblerView> self(this);
@@ -220,7 +220,7 @@ bool DisassemblerView::hasMarkerAtCursor(int mask)
     return m_paras->isCursorVisible() && m_margin->hasMarker(m_paras->cursorPlace().para + 1, mask);
 }
 
-/// From the instruction that comes next to where it may lead.
+/// Draws the arrow from the next instruction, if it is a branch, to its target.
 void DisassemblerView::updateArrow()
 {
     const QPointer<DisassemblerView> self(this);

@@ -44,13 +44,13 @@ public:
     /// The line less 1, and the column.
     void getCursorPosition(int *para, int *index) override;
 
-    /// The same in pieces from the event loop, round at the end, for commands of the user. The row below the text shows
-    /// how far it is, and what came of it. An empty text ends the search.
+    /// The same for commands of the user, in slices of the event loop and continued at the other end. The row below the
+    /// text shows progress and result. An empty text ends the search.
     void startFind(const QString &text, bool caseSensitive, bool forward, bool fromCursor);
 
     [[nodiscard]] TextParaView *paraView() const { return m_paras; }
     void setFindTimeLimit(int milliseconds) { m_findTimeLimit = milliseconds; }
-    /// Goes to an address or symbol as the user writes it; says so if there is none.
+    /// Goes to an address or symbol that the user has typed; shows a message if there is none.
     bool goTo(const QString &text);
 
 Q_SIGNALS:

@@ -8,7 +8,7 @@ class IExecutionEnvironment;
 
 /// The number of @p environment, which must not be null. Never 0.
 [[nodiscard]] uint environmentKey(IExecutionEnvironment *environment);
-/// Null if the environment is gone, or if there never was one.
+/// Null if the environment was deleted, or if there never was one.
 [[nodiscard]] IExecutionEnvironment *environmentOfKey(uint key);
 /// Removes all environments but @p alive. Call it when environments were added or removed.
 void keepEnvironments(const QList<IExecutionEnvironment *> &alive);

@@ -29,7 +29,7 @@ public:
     [[nodiscard]] QStringList search(const QString &query) const { return m_index.search(query); }
     /// The result of a search as an HTML page.
     [[nodiscard]] QString searchResultsPage(const QString &query) const;
-    /// What a document says of itself; without a title, its path. Both may be null.
+    /// The title of a document, or else its path, and its description. Both pointers may be null.
     static void getDocumentInfo(const QString &path, QString *title, QString *description);
 
 Q_SIGNALS:

@@ -24,7 +24,7 @@ public:
     qint64 read(qint64 offset, char *buffer, qint64 length) const;
     [[nodiscard]] QByteArray read(qint64 offset, qint64 length) const;
 
-    /// What became of the file since it was opened.
+    /// What has happened to the file since it was opened.
     [[nodiscard]] Change change() const;
     [[nodiscard]] qint64 presentSize() const;
 

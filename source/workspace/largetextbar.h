@@ -5,7 +5,8 @@ class QCheckBox;
 class QLabel;
 class QToolButton;
 
-/// The row below a large file: how large it is, whether it has changed on disk, and what can be done about that.
+/// The row below a large file: how large it is, whether it has changed on disk, and controls to reload and to follow
+/// it.
 class LargeTextBar : public QWidget
 {
     Q_OBJECT

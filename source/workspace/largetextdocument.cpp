@@ -28,7 +28,7 @@ int continuations(QByteArrayView bytes)
 }
 } // namespace
 
-/// What the thread that counts lines shares with the document. The thread is left behind if the document goes.
+/// What the thread that counts lines shares with the document. The thread may outlive the document.
 struct LargeTextDocument::IndexJob
 {
     std::shared_ptr<LargeFile> file;
@@ -257,7 +257,7 @@ void LargeTextDocument::checkFile()
     Q_EMIT fileChanged();
 }
 
-/// What has been counted so far stays; the numbers are exact all the time if the rest is short.
+/// Only the new part of the file is counted. Numbers stay exact if it is short.
 void LargeTextDocument::extend()
 {
     Q_EMIT renumbering();

@@ -45,19 +45,19 @@ public:
 
     /// What has become of the file since it was loaded.
     [[nodiscard]] Change change() const { return m_change; }
-    [[nodiscard]] qint64 presentSize() const { return m_presentSize; } ///< of the file, when it was last looked at
+    [[nodiscard]] qint64 presentSize() const { return m_presentSize; } ///< of the file, when it was checked last
     /// Loads the file again. On failure returns false and goes on showing what is left of the old one.
     bool reload();
-    /// Takes over what is written to the file behind its end; loads it again if it was replaced.
+    /// Shows what other programs append to the file; loads it again if it was replaced.
     void setFollowing(bool following);
     [[nodiscard]] bool isFollowing() const { return m_following; }
-    void checkFile(); ///< Looks whether the file has changed; called by a timer.
+    void checkFile(); ///< Checks whether the file has changed; called by a timer.
 
 Q_SIGNALS:
     void renumbering(); ///< the lines are about to get other numbers, or there will be more of them
     void renumbered();
     void reloaded();
-    void fileChanged(); ///< change() or presentSize() is another one
+    void fileChanged(); ///< change() or presentSize() has changed
     void followingChanged(bool following);
 
 private:

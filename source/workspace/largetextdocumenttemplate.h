@@ -18,7 +18,8 @@ public:
 
     [[nodiscard]] bool canOpen(const QString &filename) override;
     [[nodiscard]] Document *createDocument() override;
-    /// Says that the file is too large for the editor, for each view again. Null if the document is gone after that.
+    /// Shows a message that the file is too large for the editor, for each view. Null if the document was deleted after
+    /// that.
     [[nodiscard]] View *createView(Document *document) override;
     [[nodiscard]] QString extension() override { return {}; }
 

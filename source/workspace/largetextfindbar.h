@@ -8,7 +8,7 @@ class QLineEdit;
 class QProgressBar;
 class QToolButton;
 
-/// The row to search a large file with. It shows how far the search has come, and how many matches there are.
+/// The row below a large file with the controls of a search, its progress and the number of matches.
 class LargeTextFindBar : public QWidget
 {
     Q_OBJECT

@@ -7,7 +7,7 @@ class LargeFile;
 class LargeTextScan
 {
 public:
-    /// Asked before each block, with the place that the search has reached; false ends the search.
+    /// Called before each block with the place that the search has reached; the result false ends the search.
     using GoOn = std::function<bool(qint64 offset)>;
 
     LargeTextScan(std::shared_ptr<const LargeFile> file, qint64 size, const BytePattern &pattern);

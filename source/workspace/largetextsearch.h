@@ -6,10 +6,10 @@
 #include <QTimer>
 class LargeFile;
 
-/// A search in a large file on a thread of its own. It finds the nearest match first, going round at the end of the
-/// file, and then counts all of them. After five seconds a search waits until it is resumed.
+/// A search in a large file on a thread of its own. It finds the nearest match first, continuing at the other end
+/// of the file, and then counts all of them. After five seconds a search waits until it is resumed.
 ///
-/// The thread is left behind when the search is over for its owner: a read that a slow disk blocks holds nothing up.
+/// The owner never waits for the thread, which a slow disk may block: the thread of a cancelled search ends by itself.
 class LargeTextSearch : public QObject
 {
     Q_OBJECT
@@ -31,7 +31,7 @@ public:
 Q_SIGNALS:
     void progress(int percent);
     void waiting(int percent); ///< the limit has passed
-    /// @p wrapped if the search had to go round at an end of the file.
+    /// @p wrapped if the search was continued at the other end of the file.
     void found(qint64 offset, qint64 length, bool wrapped);
     void notFound();
     /// @p before is how many of the matches lie before the one that was found. Not final while the count still goes on.

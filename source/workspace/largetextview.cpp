@@ -172,7 +172,7 @@ void LargeTextView::holdLines()
         m_heldOffsets.append(m_text->offsetOf({line, 0}));
 }
 
-/// The line at the top of the screen stays there, unless the end of the file is on screen: then that does.
+/// The line at the top of the screen stays there, unless the end of the file is on screen: then the end stays there.
 void LargeTextView::restoreLines()
 {
     QList<int> lines;

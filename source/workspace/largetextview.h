@@ -34,8 +34,8 @@ public:
 
     /// Waits for the index if the line has no exact number yet.
     void gotoLine(int line) override;
-    /// Puts the cursor behind the match going forward, before it going backward, and selects nothing. Whole words are
-    /// not heeded. A search that takes too long finds nothing; the find bar then offers to go on.
+    /// Puts the cursor behind the match going forward, before it going backward, and selects nothing. The option
+    /// for whole words is ignored. A search that takes too long finds nothing; the find bar can then continue it.
     bool find(const QString &text, bool caseSensitive, bool wholeWord, bool forward, bool fromCursor) override;
     [[nodiscard]] QString selectedText() override;
     void getCursorPosition(int *para, int *index) override;
@@ -44,7 +44,7 @@ public:
     [[nodiscard]] LargeTextFindBar *findBar() const { return m_findBar; }
     void setFindTimeLimit(int milliseconds) { m_findTimeLimit = milliseconds; }
     void openFindBar();
-    /// Searches on a thread, for commands of the user: the find bar shows what comes of it. An empty text ends the
+    /// Searches on a thread, for commands of the user: the find bar shows the result. An empty text ends the
     /// search.
     void startFind(const BytePattern &pattern, bool forward, bool fromCursor);
     void findAgain(bool forward); ///< what the find bar holds
@@ -75,6 +75,6 @@ private:
     LargeTextBar *m_bar;
     int m_findTimeLimit = FindTimeLimit;
     QList<qint64> m_heldOffsets; ///< of the lines that the view stands at, while they get other numbers
-    int m_awaitedLine = 0;       ///< to be gone to as soon as its number is exact; 0 for none
+    int m_awaitedLine = 0;       ///< line to go to as soon as its number is exact; 0 for none
     bool m_atEnd = false;        ///< whether the end of the file was on screen when the lines were held
 };

@@ -46,6 +46,6 @@ private:
     qint64 m_lineStart = 0; ///< behind the last line end
 };
 
-/// Where the next line begins behind the one that begins at @p offset, whose bytes @p bytes begin with; @p inLine bytes
-/// of it come before them.
+/// How many of @p bytes belong to the line whose first @p inLine bytes are before them, up to and including its line
+/// end.
 [[nodiscard]] qint64 lineLength(std::string_view bytes, int inLine);

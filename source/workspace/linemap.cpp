@@ -53,8 +53,8 @@ double LineMap::bytesPerLine() const
     return lines.lineCount() ? double(sample.size()) / double(lines.lineCount()) : 1;
 }
 
-/// What a number stands for behind the exact ones: a line as long as those so far, or more if there are too many of
-/// them.
+/// The estimated length of a line whose number is not exact: that of the lines counted so far, or more if the numbers
+/// would not suffice for the file.
 double LineMap::bytesPerNumber() const
 {
     return double(m_size - m_exactBytes) / double(std::max<qint64>(1, m_lineCount - m_exactLines));
@@ -90,8 +90,8 @@ qint64 LineMap::nextStart(qint64 start)
     return bytes.isEmpty() ? m_size : start + lineLength({bytes.data(), size_t(bytes.size())}, 0);
 }
 
-/// Where the line of the file begins that holds a byte, of which the lines of the view are pieces. In a line that is
-/// too long to be looked through, some place where a piece may begin.
+/// The start of the line of the file that contains the byte at @p offset; lines of the view are pieces of it. If the
+/// line is too long to be read for that, any place where a piece may begin.
 qint64 LineMap::startOfLineAround(qint64 offset)
 {
     qint64 end = offset;
@@ -226,7 +226,7 @@ bool LineMap::extendDown(Window &window)
     return true;
 }
 
-/// Lines that have exact numbers are not reached from those that have not.
+/// Does not extend a window of estimated numbers into the lines that have exact ones.
 bool LineMap::extendUp(Window &window)
 {
     if (window.first == 0 || window.starts.front() == 0 || (window.first == m_exactLines && !isExact()))
@@ -253,7 +253,7 @@ int LineMap::lineAt(qint64 offset)
     const qint64 start = whole + (offset - whole) / LongestLine * LongestLine;
     qint64 line =
         std::min<qint64>(m_exactLines + qint64(double(start - m_exactBytes) / bytesPerNumber()), m_lineCount - 1);
-    if (m_size - start <= CacheBlock) { // counted from the end, which the last number stands for
+    if (m_size - start <= CacheBlock) { // counted back from the last line, which has the last number
         line = m_lineCount - 1;
         for (qint64 next = nextStart(start); next < m_size; next = nextStart(next))
             --line;

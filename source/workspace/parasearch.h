@@ -6,7 +6,7 @@
 class IParaSource;
 
 /// A search through all paragraphs of a view, in short pieces from the event loop, since each paragraph is fetched from
-/// a plug-in. At an end of the source it goes round.
+/// a plug-in. At an end of the source it continues at the other end.
 class ParaSearch : public QObject
 {
     Q_OBJECT

@@ -3,7 +3,7 @@
 #include <QWidget>
 class TextViewEdit;
 
-/// The margin left of a pane, which shows the markers of the lines and, if the user wants them, their numbers.
+/// The margin left of a pane, which shows the markers of the lines and, if that is switched on, their numbers.
 class TextMarkerWidget : public QWidget
 {
     Q_OBJECT

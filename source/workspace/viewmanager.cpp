@@ -33,8 +33,7 @@ void ViewManager::addView(View *newView, bool)
     connect(newView, &View::previousAvailable, this, &ViewManager::previousAvailable);
     connect(newView, &View::nextAvailable, this, &ViewManager::nextAvailable);
     connect(newView, &View::cursorPositionChanged, this, &ViewManager::cursorPositionChanged);
-    if (viewInterface<IViewWithMarkers>(
-            newView)) // declared by each kind of view with markers, known to us only by name
+    if (viewInterface<IViewWithMarkers>(newView)) // each kind of view with markers declares this signal; View does not
         connect(newView, SIGNAL(toggleBreakpoint(int)), this, SIGNAL(toggleBreakpoint(int)));
     connect(newView, &View::sourceChanged, this, &ViewManager::sourceChanged);
     m_views.append(newView);

@@ -5,7 +5,7 @@
 #include <QTemporaryDir>
 
 namespace {
-/// Where lines begin, by the words of the contract.
+/// Where lines begin, computed in a plain way.
 std::vector<qint64> startsOf(QByteArrayView bytes)
 {
     std::vector<qint64> starts;
@@ -18,7 +18,7 @@ std::vector<qint64> startsOf(QByteArrayView bytes)
     return starts;
 }
 
-/// A few bytes stand for many, so that lines of several pieces and files of several blocks come up.
+/// Repeats bytes, so that short inputs give lines of several pieces and files of several blocks.
 QByteArray expanded(const uint8_t *data, size_t size)
 {
     QByteArray bytes;
@@ -56,7 +56,8 @@ void checkLines(const QByteArray &bytes)
 }
 } // namespace
 
-// The lines of any bytes are found where they are, and a search finds what a plain one does.
+// Any bytes as a large file: lines begin where the plain computation has them, and a search finds the same last match
+// as QByteArray.
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 {
     checkLines(expanded(data, size));
@@ -77,6 +78,6 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
     const bool plain =
         wanted.caseSensitive && !wanted.wholeWord && !pattern.isEmpty() && bytes.isValidUtf8() && pattern.isValidUtf8();
     if (plain && last != bytes.lastIndexOf(pattern))
-        qFatal("the last match is another one");
+        qFatal("wrong last match");
     return 0;
 }

@@ -2,7 +2,7 @@
 #include "rowtext.h"
 #include <QGuiApplication>
 
-// Whatever markup a line holds, it becomes one row whose columns lead to and fro.
+// Any line of rich text becomes one row, whose columns are converted to shown columns and back without a change.
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 {
     static int argc = 1;

@@ -61,7 +61,7 @@ private Q_SLOTS:
     void init() { QTest::failOnWarning(QRegularExpression(u"^(?!This plugin does not support)"_s)); }
     void cleanup() { m_dialog.reset(); }
 
-    void looksAsItShould()
+    void hasItsTitleTextsAndToolTips()
     {
         open(u"a;b"_s);
         QCOMPARE(m_dialog->windowTitle(), u"Includes"_s);
@@ -144,7 +144,7 @@ private Q_SLOTS:
         QCOMPARE(m_dialog->result(), int(QDialog::Rejected));
     }
 
-    void itemsMoveAndGo()
+    void buttonsMoveAndRemoveItems()
     {
         open(u"a;b;c"_s);
         select(0);

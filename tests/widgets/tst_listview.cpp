@@ -179,7 +179,7 @@ private Q_SLOTS:
         QCOMPARE(m_list->visualItemRect(m_fruit).height(), before + 6);
     }
 
-    void openedRowIsCalled()
+    void openingAndClosingCallOpenChanged()
     {
         struct Row : ListViewItem
         {

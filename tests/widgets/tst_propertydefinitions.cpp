@@ -168,7 +168,7 @@ private Q_SLOTS:
         QCOMPARE(record.m_maximum, 32767);
     }
 
-    void textThatIsNoXmlIsBroken_data()
+    void textThatIsNoXmlIsRefused_data()
     {
         QTest::addColumn<QString>("text");
         QTest::newRow("empty") << QString();
@@ -181,7 +181,7 @@ private Q_SLOTS:
             << u"<!DOCTYPE x [<!ENTITY a \"&b;&b;\"><!ENTITY b \"&a;&a;\">]><x>&a;</x>"_s;
     }
 
-    void textThatIsNoXmlIsBroken()
+    void textThatIsNoXmlIsRefused()
     {
         QFETCH(QString, text);
         QVERIFY(!readPropertyDefinitions(text, u"project"_s));

@@ -111,7 +111,7 @@ private Q_SLOTS:
 
     void cleanup() { m_editor.reset(); }
 
-    void looksAsItShould()
+    void hasItsHeadersAndSizes()
     {
         QCOMPARE(list()->headerItem()->text(0), u"Property"_s);
         QCOMPARE(list()->headerItem()->text(1), u"Value"_s);

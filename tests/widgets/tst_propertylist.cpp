@@ -35,7 +35,7 @@ private:
     QPushButton *m_before = nullptr; ///< in the order of Tab
     PropertyList *m_list = nullptr;
     QPushButton *m_after = nullptr;
-    QStringList m_said; ///< the signals of the list
+    QStringList m_signals; ///< the signals of the list
 
     template <typename Row, typename... Args>
     Row *add(const QString &name, const QVariant &value, Args... more)
@@ -93,12 +93,12 @@ private Q_SLOTS:
         for (QWidget *widget :
              {static_cast<QWidget *>(m_before), static_cast<QWidget *>(m_list), static_cast<QWidget *>(m_after)})
             layout->addWidget(widget);
-        m_said.clear();
+        m_signals.clear();
         connect(m_list, &PropertyList::valueChanged, this,
-                [this](PropertyItem *item) { m_said += u"%1=%2"_s.arg(item->name(), item->value().toString()); });
+                [this](PropertyItem *item) { m_signals += u"%1=%2"_s.arg(item->name(), item->value().toString()); });
         connect(m_list, &PropertyList::propertySelected, this,
-                [this](PropertyItem *item) { m_said += u"selected "_s + item->name(); });
-        connect(m_list, &PropertyList::helpText, this, [this](const QString &text) { m_said += text; });
+                [this](PropertyItem *item) { m_signals += u"selected "_s + item->name(); });
+        connect(m_list, &PropertyList::helpText, this, [this](const QString &text) { m_signals += text; });
         m_window->resize(400, 400);
         m_window->show();
         m_window->activateWindow();
@@ -133,11 +133,11 @@ private Q_SLOTS:
     {
         PropertyItem *item = addText(u"a"_s, u"x"_s);
         item->setValue(u"x"_s, true);
-        QCOMPARE(m_said, QStringList());
+        QCOMPARE(m_signals, QStringList());
         item->setValue(u"y"_s, false);
-        QCOMPARE(m_said, QStringList());
+        QCOMPARE(m_signals, QStringList());
         item->setValue(u"z"_s, true);
-        QCOMPARE(m_said, QStringList{u"a=z"_s});
+        QCOMPARE(m_signals, QStringList{u"a=z"_s});
         QCOMPARE(item->text(1), u"z"_s);
     }
 
@@ -146,7 +146,7 @@ private Q_SLOTS:
         auto *section = addSection();
         PropertyTextItem item(u"a"_s, u"x"_s, section, nullptr);
         item.setValue(u"y"_s, true);
-        QCOMPARE(m_said, QStringList{u"a=y"_s});
+        QCOMPARE(m_signals, QStringList{u"a=y"_s});
     }
 
     void currentRowGetsTheEditorOverItsValue()
@@ -162,21 +162,21 @@ private Q_SLOTS:
         QVERIFY(edit(item)->hasFocus());
     }
 
-    void returnTakesTheValueHidesTheEditorAndFocusesTheList()
+    void returnStoresTheValueHidesTheEditorAndFocusesTheList()
     {
         PropertyItem *item = addText(u"a"_s, u"x"_s);
         m_list->setCurrentItem(item);
-        m_said.clear();
+        m_signals.clear();
         type(u"typed"_s);
-        QCOMPARE(m_said, QStringList()); // not at each key
+        QCOMPARE(m_signals, QStringList()); // not at each key
         key(Qt::Key_Return);
-        QCOMPARE(m_said, QStringList{u"a=typed"_s});
+        QCOMPARE(m_signals, QStringList{u"a=typed"_s});
         QCOMPARE(item->text(1), u"typed"_s);
         QVERIFY(!item->isEditing());
         QVERIFY(m_list->hasFocus());
     }
 
-    void returnIsEatenByTheList()
+    void returnIsNotPassedOnByTheList()
     {
         QDialog dialog;
         auto *list = new PropertyList(QString(), QString(), &dialog);
@@ -207,16 +207,16 @@ private Q_SLOTS:
         QCOMPARE(edit(item)->text(), u"x"_s);
     }
 
-    void downAndUpWalkTheRowsAndTakeValues()
+    void downAndUpMoveToRowsAndStoreValues()
     {
         PropertyItem *first = addText(u"a"_s, u"x"_s);
         PropertyItem *second = addText(u"b"_s, u"y"_s);
         m_list->setCurrentItem(first);
         const QPointer<QWidget> firstEditor = first->editor();
         type(u"new"_s);
-        m_said.clear();
+        m_signals.clear();
         key(Qt::Key_Down);
-        QCOMPARE(m_said, QStringList({u"a=new"_s, u"<p><b>b</b></p><p></p>"_s, u"selected b"_s}));
+        QCOMPARE(m_signals, QStringList({u"a=new"_s, u"<p><b>b</b></p><p></p>"_s, u"selected b"_s}));
         QCOMPARE(m_list->currentItem(), second);
         QVERIFY(edit(second)->hasFocus());
         key(Qt::Key_Up);
@@ -226,7 +226,7 @@ private Q_SLOTS:
         QVERIFY(!firstEditor); // the row has made another one
     }
 
-    void walkingOverRowsChangesNothing()
+    void movingOverRowsChangesNothing()
     {
         auto *list = add<PropertyListItem>(u"l"_s, u"unknown"_s);
         list->addOption(u"One"_s, u"1"_s);
@@ -238,7 +238,7 @@ private Q_SLOTS:
         auto *last = addText(u"z"_s, QString());
         for (PropertyItem *item : QList<PropertyItem *>{list, integer, text, boolean, combo, last})
             m_list->setCurrentItem(item);
-        QCOMPARE(m_said.filter(u"="_s), QStringList());
+        QCOMPARE(m_signals.filter(u"="_s), QStringList());
         QCOMPARE(list->value(), u"unknown"_s);
         QVERIFY(!text->value().isValid());
         QVERIFY(!boolean->value().isValid());
@@ -321,7 +321,7 @@ private Q_SLOTS:
         m_list->setReadOnly(true);
         clickRow(item, 1);
         QVERIFY(!item->editor());
-        QVERIFY(m_said.contains(u"selected a"_s));
+        QVERIFY(m_signals.contains(u"selected a"_s));
         m_list->setFocus();
         key(Qt::Key_F2);
         QVERIFY(!item->editor());
@@ -370,11 +370,11 @@ private Q_SLOTS:
         PropertyItem *first = addText(u"a<b"_s, u"x"_s);
         PropertyItem *second = addText(u"b"_s, u"y"_s);
         m_list->setCurrentItem(first);
-        m_said.clear();
+        m_signals.clear();
         second->setDescription(u"not shown"_s);
-        QCOMPARE(m_said, QStringList());
+        QCOMPARE(m_signals, QStringList());
         first->setDescription(u"<i>shown</i>"_s);
-        QCOMPARE(m_said, QStringList{u"<p><b>a&lt;b</b></p><p><i>shown</i></p>"_s});
+        QCOMPARE(m_signals, QStringList{u"<p><b>a&lt;b</b></p><p><i>shown</i></p>"_s});
     }
 
     void editorFollowsTheColumnAndTheScrolling()
@@ -402,7 +402,7 @@ private Q_SLOTS:
         QVERIFY(m_list->viewport()->rect().contains(last->editor()->geometry()));
     }
 
-    void closedSectionTakesTheEditorWithIt()
+    void closedSectionClosesTheEditor()
     {
         auto *section = addSection();
         auto *item = new PropertyTextItem(u"a"_s, u"x"_s, section, nullptr);
@@ -432,15 +432,15 @@ private Q_SLOTS:
         QVERIFY(!m_list->viewport()->findChild<LineEditor *>());
     }
 
-    void deletedRowTakesItsEditorWithIt()
+    void deletedRowDeletesItsEditor()
     {
         PropertyItem *first = addText(u"a"_s, u"x"_s);
         PropertyItem *second = addText(u"b"_s, u"y"_s);
         m_list->setCurrentItem(first);
         type(u"typed"_s);
-        m_said.clear();
+        m_signals.clear();
         delete first;
-        QCOMPARE(m_said.filter(u"="_s), QStringList());
+        QCOMPARE(m_signals.filter(u"="_s), QStringList());
         QCOMPARE(m_list->currentItem(), second);
         QVERIFY(edit(second)->hasFocus());
     }
@@ -683,9 +683,9 @@ private Q_SLOTS:
         QVERIFY(dialog && dialog->isVisible() && !dialog->isModal());
         QCOMPARE(dialog->windowTitle(), u"status"_s);
         QCOMPARE(dialog->value(), 10u);
-        m_said.clear();
+        m_signals.clear();
         QTest::mouseClick(dialog->findChildren<QCheckBox *>().last(), Qt::LeftButton);
-        QCOMPARE(m_said, QStringList{u"status=11"_s});
+        QCOMPARE(m_signals, QStringList{u"status=11"_s});
         QCOMPARE(edit(item)->text(), u"Z-CV"_s);
         item->setValue(1u, false);
         QCOMPARE(dialog->value(), 1u);
@@ -748,7 +748,7 @@ private Q_SLOTS:
         QCOMPARE(edit(item)->text(), u"sub"_s); // cancelled
     }
 
-    void rowMayGoWhileItsFileDialogIsOpen()
+    void rowMayBeDeletedWhileItsFileDialogIsOpen()
     {
         auto *item = add<PropertyFileItem>(u"f"_s, QString(), PropertyFileItem::File);
         m_list->setCurrentItem(item);

@@ -10,7 +10,7 @@ class RowTextTest : public QObject
 private Q_SLOTS:
     void init() { QTest::failOnWarning(QRegularExpression(u".?"_s)); }
 
-    void readsMarkup_data()
+    void markupBecomesTextAndFormats_data()
     {
         QTest::addColumn<QString>("line");
         QTest::addColumn<QString>("text");
@@ -37,7 +37,7 @@ private Q_SLOTS:
         row("upper case tag", u"<B>x</B>"_s, u"x"_s, u"x"_s, false);
     }
 
-    void readsMarkup()
+    void markupBecomesTextAndFormats()
     {
         QFETCH(QString, line);
         const RowText row = rowText(line);
@@ -59,13 +59,13 @@ private Q_SLOTS:
         QVERIFY(row.formats[2].format.fontUnderline() && row.formats[2].format.fontItalic());
     }
 
-    void deepMarkupTakesNoTime()
+    void deeplyNestedMarkupIsRead()
     {
         const RowText row = rowText(u"<table><tr><td>"_s.repeated(60) + u"x"_s);
         QCOMPARE(row.shown, u"x"_s);
     }
 
-    void columnsGoOverTabs()
+    void tabExtendsToTheNextStopInShownColumns()
     {
         const RowText row = rowText(u"a\tb\n"_s);
         QCOMPARE(row.shownColumn(0), 0);

@@ -57,7 +57,7 @@ private Q_SLOTS:
         QCOMPARE(moving.takeFirst(), (QVariantList{10, qint64(30)}));
     }
 
-    void barsFollowAndLead()
+    void barsFollowTheContentsAndScrollThem()
     {
         Fixture f;
         f.view.resizeContents(300, 1000);
@@ -72,7 +72,7 @@ private Q_SLOTS:
         QCOMPARE(f.view.contentsX(), 18);
     }
 
-    void contentsMayBeHigherThanABarCounts()
+    void contentsMayBeHigherThanTheRangeOfABar()
     {
         Fixture f;
         const qint64 height = 300'000'000ll * 17;
@@ -90,7 +90,7 @@ private Q_SLOTS:
         QCOMPARE(f.view.contentsY(), 0);
     }
 
-    void scrollsJustSoFarThatAPlaceIsVisible()
+    void scrollsOnlyAsFarAsAPlaceNeedsToBeVisible()
     {
         Fixture f;
         f.view.resizeContents(1000, 1000);

@@ -72,7 +72,7 @@ struct Fixture
         QApplication::sendEvent(view->viewport(), &move);
     }
     [[nodiscard]] QImage image() const { return view->viewport()->grab().toImage(); }
-    /// Whether a colour is to be seen in a cell.
+    /// Whether a cell contains a colour.
     [[nodiscard]] bool has(const QImage &image, int row, int column, const QColor &colour) const
     {
         for (int y = row * view->lineHeight(); y < (row + 1) * view->lineHeight(); ++y) {
@@ -193,7 +193,7 @@ private Q_SLOTS:
         }
         QKeyEvent alt(QEvent::KeyPress, Qt::Key_Left, Qt::AltModifier);
         QApplication::sendEvent(f.view.get(), &alt);
-        QVERIFY(!alt.isAccepted()); // leads back elsewhere
+        QVERIFY(!alt.isAccepted()); // a shortcut of other views: go back
     }
 
     void keysWithShiftSelect()
@@ -227,7 +227,7 @@ private Q_SLOTS:
         QVERIFY(f.view->contentsX() > 100 * f.view->charWidth());
     }
 
-    void goesToALineBeforeTheLastOnly()
+    void gotoLineIgnoresTheLastLine()
     {
         Fixture f;
         f.view->gotoLine(50);
@@ -355,7 +355,7 @@ private Q_SLOTS:
         QCOMPARE(QGuiApplication::clipboard()->text(), u"line 1\nline"_s);
     }
 
-    void selectAllAndALimit()
+    void wholeTextIsSelectedAndReturnedUpToALimit()
     {
         Fixture f(numbered(3));
         f.view->selectAll();

@@ -277,7 +277,7 @@ private Q_SLOTS:
         QVERIFY(!back.isAccepted());
     }
 
-    void mouseFindsTheParagraph()
+    void clickPutsTheCursorIntoTheParagraph()
     {
         Fixture f;
         QSignalSpy clicked(f.view.get(), &TextParaView::clicked);

@@ -59,7 +59,7 @@ private Q_SLOTS:
         QTEST(text, "target");
     }
 
-    void longLineTakesNoTime() { QVERIFY(!branchTarget(u"b "_s + u"x, "_s.repeated(100'000))); }
+    void veryLongLineIsNoBranch() { QVERIFY(!branchTarget(u"b "_s + u"x, "_s.repeated(100'000))); }
 };
 
 QTEST_APPLESS_MAIN(BranchTargetTest)

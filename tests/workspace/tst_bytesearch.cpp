@@ -81,7 +81,7 @@ private Q_SLOTS:
                  *static_cast<QString *>(QTest::qData("matches", QMetaType::QString)));
     }
 
-    void findsWhatAStringSearchFinds()
+    void findsTheSameAsASearchInAString()
     {
         QRandomGenerator random(7);
         for (int round = 0; round < 300; ++round) {
@@ -102,7 +102,7 @@ private Q_SLOTS:
         }
     }
 
-    void searchStaysBetweenItsBorders()
+    void searchStaysBetweenItsLimits()
     {
         const ByteSearch search({u"ab"_s, true, true});
         const QByteArray bytes = "ab ab abc ab";
@@ -168,7 +168,7 @@ private Q_SLOTS:
         QCOMPARE(middle.next(0, bytes.size(), always)->offset, 256 * 1024 - 1);
     }
 
-    void scanEndsWhenItIsToldTo()
+    void scanEndsWhenItsCallbackReturnsFalse()
     {
         const QTemporaryDir directory;
         QFile file(directory.filePath(u"f"_s));

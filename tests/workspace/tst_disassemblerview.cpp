@@ -208,7 +208,7 @@ private Q_SLOTS:
         QVERIFY(!f.view->find(u"nop"_s, true, false, true, true));
     }
 
-    void goneEnvironmentLeavesTheDocumentEmpty()
+    void documentOfADeletedEnvironmentIsEmpty()
     {
         DisassemblerDocumentTemplate kind({}, {}, {}, nullptr);
         for (const QString &name : {u"disassembler:0xfffffff0:fw"_s, u"disassembler:"_s}) {
@@ -220,7 +220,7 @@ private Q_SLOTS:
         }
     }
 
-    void allOfTheAddressSpaceIsCut()
+    void regionOfAllAddressesIsCutAtTheLargestParagraphCount()
     {
         const Fixture f([](FakeEnvironment &environment) {
             environment.low = 0;
@@ -243,7 +243,7 @@ private Q_SLOTS:
         QCOMPARE(f.cursor(), u"f0000010"_s);
     }
 
-    void referencesAreGivenBack()
+    void referencesAreReleased()
     {
         FakeEnvironment::destroyed = 0;
         {
@@ -319,7 +319,7 @@ private Q_SLOTS:
         QCOMPARE(f.row(4), u"nop first"_s);
     }
 
-    void stopShowsNewContents()
+    void updateShowsNewContents()
     {
         const Fixture f;
         f.environment->contents = u"second"_s;
@@ -364,7 +364,7 @@ private Q_SLOTS:
         QCOMPARE(f.margin()->lineHeight(), f.paras()->lineHeight());
     }
 
-    void focusTellsWhatIsPossible()
+    void focusEmitsTheAvailableCommands()
     {
         const Fixture f;
         f.paras()->clearFocus();
@@ -454,7 +454,7 @@ private Q_SLOTS:
         QVERIFY(!f.view->find(u"push"_s, true, false, true, false));
     }
 
-    // Beyond ------------------------------------------------------------------------
+    // Branches, jumps and searches ------------------------------------------------------------------------
 
     void clickOnABranchGoesThereAndBack()
     {
@@ -513,7 +513,7 @@ private Q_SLOTS:
         QTest::newRow("address without 0x") << u"8300"_s << u"8300"_s << QString();
         QTest::newRow("outside") << u"ram"_s << u"8000"_s << u"0x20000000 is outside the memory that is shown here."_s;
         QTest::newRow("unknown") << u"nothing%1"_s << u"8000"_s << u"There is no symbol or address 'nothing%1'."_s;
-        QTest::newRow("amid an instruction") << u"0x8203"_s << u"8200"_s << QString();
+        QTest::newRow("within an instruction") << u"0x8203"_s << u"8200"_s << QString();
     }
 
     void goesToAddressesAndSymbols()
@@ -529,7 +529,7 @@ private Q_SLOTS:
         QCOMPARE(f.paras()->hasFocus(), f.message().isEmpty());
     }
 
-    void emptyFieldGoesNowhere()
+    void emptyFieldDoesNotMoveTheCursor()
     {
         const Fixture f;
         auto *field = f.view->findChild<QLineEdit *>(u"DisassemblyGoTo"_s);

@@ -52,7 +52,7 @@ private Q_SLOTS:
         QCOMPARE(f.document->line(f.document->lineCount()), QString());
     }
 
-    void unreadableFilesAreRefusedInSilence()
+    void unreadableFilesAreRefusedWithoutMessage()
     {
         LargeFixture f;
         QVERIFY(!f.open(f.path(u"missing"_s)));
@@ -169,7 +169,7 @@ private Q_SLOTS:
         QCOMPARE(f.document->placeOf(f.document->offsetOf({place.line + 7, 2})).line, place.line + 7);
     }
 
-    void vanishingDocumentLeavesItsThreadBehind()
+    void deletedDocumentDoesNotWaitForItsThread()
     {
         LargeFixture f;
         QVERIFY(f.open(f.writeSparse(u"a.log"_s, 200ll << 30)));
@@ -180,7 +180,7 @@ private Q_SLOTS:
         QVERIFY(time.elapsed() < 5000);
     }
 
-    void numbersSettleWhenTheIndexIsReady()
+    void numbersAreExactWhenTheIndexIsReady()
     {
         LargeFixture f;
         // Short lines first: the estimate is far too high.
@@ -198,7 +198,7 @@ private Q_SLOTS:
 
     // Files that change -----------------------------------------------------
 
-    void saysWhatHappenedToTheFile()
+    void changesOfTheFileAreReported()
     {
         using Change = LargeTextDocument::Change;
         LargeFixture f;
@@ -213,7 +213,7 @@ private Q_SLOTS:
         QCOMPARE(f.document->change(), Change::Grown);
         QCOMPARE(f.document->presentSize(), 14);
         QCOMPARE(changed.size(), 1);
-        QCOMPARE(f.allLines(), (QStringList{u"one\n"_s, u"two\n"_s})); // nothing is taken over unasked
+        QCOMPARE(f.allLines(), (QStringList{u"one\n"_s, u"two\n"_s})); // the text changes only by reload
 
         QVERIFY(QFile::resize(file, 2));
         f.document->checkFile();
@@ -232,7 +232,7 @@ private Q_SLOTS:
         QCOMPARE(changed.size(), 4);
     }
 
-    void rewrittenFileIsNoticed()
+    void rewrittenFileIsReported()
     {
         LargeFixture f;
         const QString file = f.write(u"a.log"_s, "one\n");
@@ -247,7 +247,7 @@ private Q_SLOTS:
         QCOMPARE(f.document->change(), LargeTextDocument::Change::Rewritten);
     }
 
-    void shrunkenFileIsReadWithoutHarm()
+    void linesOfAShrunkenFileAreEmptyBehindItsEnd()
     {
         LargeFixture f;
         const QString file = f.write(u"a.log"_s, QByteArray("some text\n").repeated(1'000'000));
@@ -263,7 +263,7 @@ private Q_SLOTS:
         QCOMPARE(f.document->change(), LargeTextDocument::Change::None);
     }
 
-    void fileThatShrinksWhileItIsIndexedEndsThere()
+    void fileThatShrinksWhileItIsIndexedEndsAtItsNewSize()
     {
         LargeFixture f;
         const QString file = f.writeSparse(u"a.log"_s, 200ll << 30, "first\nsecond\n");
@@ -328,7 +328,7 @@ private Q_SLOTS:
         QCOMPARE(f.document->change(), LargeTextDocument::Change::None);
     }
 
-    void timerLooksAtTheFile()
+    void timerChecksTheFile()
     {
         LargeFixture f;
         f.write(u"a.log"_s, "one\n");
@@ -339,7 +339,7 @@ private Q_SLOTS:
 
     // Many lines ------------------------------------------------------------
 
-    void manyEmptyLines()
+    void millionsOfEmptyLinesAreCounted()
     {
         LargeFixture f;
         QVERIFY(f.open(f.write(u"a.log"_s, QByteArray(30'000'000, '\n'))));
@@ -349,7 +349,7 @@ private Q_SLOTS:
         QCOMPARE(f.document->placeOf(12'345'678).line, 12'345'678);
     }
 
-    void oneLineOfTwoGigabytes()
+    void lineOfTwoGigabytesIsShownInPieces()
     {
         LargeFixture f;
         const qint64 size = 2ll << 30;

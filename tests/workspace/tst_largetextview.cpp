@@ -116,7 +116,7 @@ private Q_SLOTS:
         views.closeAll();
     }
 
-    void documentThatGoesDuringTheMessageGetsNoView()
+    void documentDeletedDuringTheMessageGetsNoView()
     {
         LargeFixture f;
         QVERIFY(f.open(f.write(u"a.log"_s, "a\n")));
@@ -154,7 +154,7 @@ private Q_SLOTS:
         QCOMPARE(f.view->findChild<MarkerWidget *>()->lineHeight(), f.lines()->lineHeight());
     }
 
-    void focusTellsWhatIsPossible()
+    void focusEmitsTheAvailableCommands()
     {
         LargeFixture f;
         f.openAndShow(numbered(5));
@@ -297,7 +297,7 @@ private Q_SLOTS:
         QCOMPARE(f.cursor(), u"48,0"_s);
     }
 
-    void lineIsGoneToWhenItsNumberIsKnown()
+    void cursorGoesToALineWhenItsNumberIsKnown()
     {
         LargeFixture f;
         QVERIFY(f.open(
@@ -359,7 +359,7 @@ private Q_SLOTS:
         QVERIFY(!f.lines()->hasSelection());
     }
 
-    void matchOverTwoPiecesOfALineIsNone()
+    void findIgnoresTextInTwoPiecesOfALine()
     {
         LargeFixture f;
         f.openAndShow(QByteArray(996, 'x') + "needle and needle\n");
@@ -368,7 +368,7 @@ private Q_SLOTS:
         QVERIFY(!f.view->find(u"needle"_s, true, false, false, true) || f.cursor() == u"1,8"_s);
     }
 
-    void findGivesUpAfterItsTimeAndOffersToGoOn()
+    void findStopsAfterItsTimeLimitAndCanBeContinued()
     {
         LargeFixture f;
         QVERIFY(f.open(f.writeSparse(u"a.log"_s, 50'000'000, {}, "needle\n")));
@@ -455,7 +455,7 @@ private Q_SLOTS:
         QCOMPARE(selection(f), u"0,996-1,3"_s);
     }
 
-    void whatIsNotThereIsNotFound()
+    void missingTextIsReportedAsNotFound()
     {
         LargeFixture f;
         f.openAndShow(numbered(50));
@@ -470,7 +470,7 @@ private Q_SLOTS:
         QCOMPARE(f.cursor(), u"0,0"_s);
     }
 
-    void longSearchCanBeCancelledOrGoesOn()
+    void longSearchCanBeCancelledOrContinued()
     {
         LargeFixture f;
         QVERIFY(f.open(f.writeSparse(u"a.log"_s, 100ll << 30)));
@@ -560,7 +560,7 @@ private Q_SLOTS:
         QCOMPARE(f.document->line(9), u"line 9\n"_s);
     }
 
-    void truncatedFileIsPaintedWithoutHarm()
+    void truncatedFileCanBePaintedSearchedAndCopied()
     {
         LargeFixture f;
         f.openAndShow(numbered(1'000'000));
@@ -588,7 +588,7 @@ private Q_SLOTS:
         QCOMPARE(f.document->lineCount(), 600);
         QCOMPARE(f.lines()->contentsHeight(), 600ll * f.lines()->lineHeight());
         QCOMPARE(f.lines()->contentsY(), f.lines()->bottomContentsY());
-        f.lines()->setContentsPos(0, 100ll * f.lines()->lineHeight()); // somewhere else to read
+        f.lines()->setContentsPos(0, 100ll * f.lines()->lineHeight()); // the user scrolls away from the end
         f.write(u"large.log"_s, numbered(100), QIODevice::Append);
         f.document->checkFile();
         QCOMPARE(f.document->lineCount(), 700);
@@ -608,7 +608,7 @@ private Q_SLOTS:
         QCOMPARE(positions.last(), (QVariantList{699'999, 119}));
     }
 
-    void pictureStaysWhenLinesGetTheirNumbers()
+    void shownLinesStayWhenTheyGetTheirNumbers()
     {
         LargeFixture f;
         QByteArray bytes = QByteArray(200'000, '\n');

@@ -18,7 +18,7 @@ LineIndex indexOf(const QByteArray &bytes, qsizetype step = 100'000)
     return index;
 }
 
-/// Where lines begin, by the words of the contract.
+/// Where lines begin, computed in a plain way.
 QList<qint64> starts(const QByteArray &bytes)
 {
     QList<qint64> found;

@@ -2,7 +2,7 @@
 #include "project.h"
 #include "projectfile.h"
 #include "projectfolder.h"
-#include "projecttree.h"
+#include "projectrows.h"
 #include "projecttreeitem.h"
 #include <QClipboard>
 #include <QGuiApplication>
@@ -13,11 +13,11 @@ ProjectItemDrag::ProjectItemDrag(const ListView &tree)
 {
     QByteArray text;
     for (const ListViewItem *item : tree.selectedItemsInOrder()) {
-        if (item->rtti() == ProjectTree::WorkspaceRTTI)
+        if (item->rtti() == ProjectRows::WorkspaceRTTI)
             continue;
-        if (item->rtti() == ProjectTree::FolderRTTI)
+        if (item->rtti() == ProjectRows::FolderRTTI)
             text += "folder\n";
-        if (item->rtti() == ProjectTree::FileRTTI)
+        if (item->rtti() == ProjectRows::FileRTTI)
             text += "file\n";
         const void *object = static_cast<const ProjectTreeItem *>(item)->object<void>();
         text += "0x" + QByteArray::number(quintptr(object), 16) + '\n';

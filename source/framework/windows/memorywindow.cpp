@@ -1,24 +1,22 @@
 #include "memorywindow.h"
-#include "callplugin.h"
 #include "liveswitch.h"
+#include "memoryaddressbox.h"
 #include "memoryedit.h"
 #include <algorithm>
-#include <limits>
-#include <QComboBox>
+#include <array>
+#include <QActionGroup>
 #include <QCoreApplication>
 #include <QHBoxLayout>
 #include <QLabel>
-#include <QLineEdit>
+#include <QMenu>
 #include <QPointer>
 #include <QPushButton>
-#include <QRegularExpressionValidator>
 #include <QScrollBar>
+#include <QSignalBlocker>
 
 using namespace Qt::StringLiterals;
 
 namespace {
-constexpr quint64 EndOfAddresses = quint64(std::numeric_limits<uint>::max()) + 1;
-
 QLabel *labelFor(QWidget *control, const QString &text)
 {
     auto *label = new QLabel(text);
@@ -37,7 +35,7 @@ Widget *named(Widget *widget, const QString &name)
 
 MemoryWindow::MemoryWindow(QWidget *parent)
     : DebugPane(parent)
-    , m_addressBox(named(new QComboBox, u"memoryAddress"_s))
+    , m_addressBox(named(new MemoryAddressBox, u"memoryAddress"_s))
     , m_regionBox(named(new QComboBox, u"memoryRegion"_s))
     , m_live(new LiveSwitch)
     , m_writeButton(named(new QPushButton(tr("Write Changes")), u"memoryWrite"_s))
@@ -52,10 +50,6 @@ MemoryWindow::MemoryWindow(QWidget *parent)
 
 void MemoryWindow::createLayout()
 {
-    m_addressBox->setEditable(true);
-    m_addressBox->setCompleter(nullptr); // it would turn the start of an address into an old one
-    m_addressBox->setValidator(new QRegularExpressionValidator(QRegularExpression(u"[\\da-fA-FxX]*"_s), m_addressBox));
-    m_addressBox->setMinimumContentsLength(11);
     m_regionBox->setMinimumContentsLength(12); // names may be long
     m_regionBox->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     m_edit->setContextMenuPolicy(Qt::CustomContextMenu);
@@ -100,35 +94,21 @@ void MemoryWindow::connectControls()
 
 void MemoryWindow::enableControls()
 {
-    const bool shows = m_regionIndex >= 0;
+    const bool shows = m_regions.hasCurrent();
     for (QWidget *control : {static_cast<QWidget *>(m_addressBox), static_cast<QWidget *>(m_regionBox),
                              static_cast<QWidget *>(m_readButton), static_cast<QWidget *>(m_scrollBar)})
         control->setEnabled(shows);
-    m_writeButton->setEnabled(shows && !m_region.readOnly);
-    m_edit->setReadOnly(!shows || m_region.readOnly);
-}
-
-/// Calls the plug-in, which may call back. Returns whether this object, and its memory, are still there afterwards.
-template <typename Call>
-bool MemoryWindow::ask(const Call &call)
-{
-    const InterfacePtr<IMemory> memory = shareInterface(m_memory.get());
-    const QPointer<MemoryWindow> self(this);
-    m_asking = true;
-    call(memory);
-    if (!self)
-        return false;
-    m_asking = false;
-    return m_memory.get() == memory.get();
+    m_writeButton->setEnabled(shows && !m_page.region().readOnly);
+    m_edit->setReadOnly(!shows || m_page.region().readOnly);
 }
 
 void MemoryWindow::setInterface(IMemory *memory)
 {
-    m_memory = shareInterface(memory);
-    m_cache = {};
-    if (!m_memory)
+    m_access.setMemory(memory);
+    m_page.setCache({});
+    if (!memory)
         return clear();
-    if (m_asking) // the memory that is asked now was another one
+    if (m_access.isBusy()) // the memory that is asked now was another one
         QMetaObject::invokeMethod(this, &MemoryWindow::update, Qt::QueuedConnection);
     else
         update();
@@ -138,22 +118,19 @@ void MemoryWindow::setInterface(IMemory *memory)
 
 void MemoryWindow::update()
 {
-    if (!m_memory || m_asking)
+    if (!m_access.hasMemory() || m_access.isBusy())
         return;
     m_outdated = !isVisible();
     if (m_outdated)
         return;
     QList<MemoryRegion> regions;
-    if (ask([&](const auto &memory) { regions = askPlugin<&IMemory::regions>(memory); }))
+    if (m_access.readRegions(regions))
         setRegions(regions);
 }
 
 void MemoryWindow::setRegions(const QList<MemoryRegion> &regions)
 {
-    m_regions = regions;
-    QList<SavedView> saved = std::exchange(m_views, {});
-    for (const MemoryRegion &region : regions)
-        m_views.append(viewOf(region, saved));
+    m_regions.set(regions);
     showRegionNames();
     if (regions.isEmpty())
         clear();
@@ -161,25 +138,10 @@ void MemoryWindow::setRegions(const QList<MemoryRegion> &regions)
         selectRegion();
 }
 
-/// Takes the view out of the saved ones, so that each of several regions with the same name gets its own.
-MemoryWindow::SavedView MemoryWindow::viewOf(const MemoryRegion &region, QList<SavedView> &saved)
-{
-    const auto it = std::ranges::find(saved, region.name, &SavedView::region);
-    if (it == saved.end())
-        return {region.name, region.lowAddress, widestWidth(region)};
-    SavedView view = *it;
-    saved.erase(it);
-    if (view.address > region.highAddress || view.address < region.lowAddress)
-        view.address = region.lowAddress;
-    return view;
-}
-
 /// Equal lists are left alone, because the user may be choosing.
 void MemoryWindow::showRegionNames()
 {
-    QStringList names;
-    for (const MemoryRegion &region : std::as_const(m_regions))
-        names.append(region.name);
+    const QStringList names = m_regions.names();
     QStringList shown;
     for (int i = 0; i < m_regionBox->count(); ++i)
         shown.append(m_regionBox->itemText(i));
@@ -194,53 +156,82 @@ void MemoryWindow::showRegionNames()
 
 void MemoryWindow::clear()
 {
-    m_regionIndex = -1;
-    m_region = {};
     m_regions.clear();
+    m_page.clear();
     m_regionBox->clear();
-    m_addressText.clear();
-    m_addressBox->clearEditText();
-    m_lines.clear();
-    m_edit->showLines({}, 0, 0, m_width);
+    m_addressBox->showAddress({});
+    m_edit->showLines({}, 0, 0, m_page.width());
     updateScrollBar();
     enableControls();
 }
 
 void MemoryWindow::selectRegion()
 {
-    const int index = m_regionBox->currentIndex();
-    if (index < 0 || index >= m_regions.size())
+    if (!m_regions.select(m_regionBox->currentIndex()))
         return;
-    m_regionIndex = index;
-    m_region = m_regions[index];
-    m_regionBox->setToolTip(m_region.name);
-    SavedView &view = m_views[index];
-    if (!supportsWidth(m_region, view.width))
-        view.width = widestWidth(m_region);
-    setWidth(view.width);
+    const MemoryRegion &region = m_regions.current();
+    const MemoryRegions::View view = m_regions.view();
+    m_regionBox->setToolTip(region.name);
+    m_page.setRegion(region, view.width);
     enableControls();
     setAddress(view.address);
 }
 
-void MemoryWindow::setWidth(int width)
-{
-    m_width = width;
-    m_step = memoryStep(m_region, width);
-}
-
 void MemoryWindow::selectWidth(int width)
 {
-    if (m_regionIndex < 0)
+    if (!m_regions.hasCurrent())
         return;
-    setWidth(width);
-    saveView();
+    m_page.setWidth(width);
+    m_regions.saveView(m_page.address(), width);
     redraw(false);
 }
 
-void MemoryWindow::saveView()
+// Address -----------------------------------------------------------------------
+
+/// The box also activates the address that it shows, when it loses the focus: that one is not read again.
+void MemoryWindow::addressChanged()
 {
-    m_views[m_regionIndex].address = m_address;
-    m_views[m_regionIndex].width = m_width;
+    if (!m_regions.hasCurrent())
+        return;
+    const QString text = m_addressBox->currentText();
+    const uint address = addressInRegion(typedMemoryAddress(text), m_page.region(), m_page.columns());
+    if (text == m_addressBox->shownAddress() && m_page.aligned(address) == m_page.address())
+        return;
+    setAddress(address);
+    m_addressBox->remember();
+}
+
+void MemoryWindow::setAddress(uint address)
+{
+    m_addressBox->showAddress(memoryAddressText(address, addressDigits(m_page.region())));
+    m_page.setAddress(address);
+    m_regions.saveView(m_page.address(), m_page.width());
+    redraw(false);
+}
+
+void MemoryWindow::scrollValueChanged(int value)
+{
+    if (m_regions.hasCurrent())
+        setAddress(m_page.addressOfUnit(value));
+}
+
+void MemoryWindow::scrollPage(int direction)
+{
+    scrollBy(qint64(direction) * m_scrollBar->pageStep());
+}
+
+void MemoryWindow::scrollBy(qint64 units)
+{
+    const qint64 value = m_scrollBar->value() + units;
+    m_scrollBar->setValue(int(std::clamp<qint64>(value, m_scrollBar->minimum(), m_scrollBar->maximum())));
+}
+
+void MemoryWindow::updateScrollBar()
+{
+    const QSignalBlocker blocker(m_scrollBar);
+    m_scrollBar->setRange(0, m_page.lastUnit());
+    m_scrollBar->setPageStep(m_page.unitsPerPage());
+    m_scrollBar->setValue(m_page.unit());
 }
 
 // Display -----------------------------------------------------------------------
@@ -253,7 +244,7 @@ void MemoryWindow::userRefreshDisplay()
 /// With @p force the target is read in any case.
 void MemoryWindow::redraw(bool force)
 {
-    if (!m_memory || m_regionIndex < 0)
+    if (!m_access.hasMemory() || !m_regions.hasCurrent())
         return;
     m_outdated = m_outdated || !isVisible();
     if (!force && m_outdated)
@@ -266,8 +257,8 @@ void MemoryWindow::redraw(bool force)
 
 void MemoryWindow::showCells()
 {
-    buildLines();
-    m_edit->showLines(m_lines, addressDigits(m_region), m_columns, m_width);
+    m_page.buildLines();
+    m_edit->showLines(m_page.lines(), addressDigits(m_page.region()), m_page.columns(), m_page.width());
     updateScrollBar();
 }
 
@@ -278,7 +269,7 @@ void MemoryWindow::setLive(IExecutionEnvironment *environment)
 
 void MemoryWindow::releaseEnvironment()
 {
-    m_memory.reset();
+    m_access.setMemory(nullptr);
     m_live->setEnvironment(nullptr);
 }
 
@@ -292,32 +283,27 @@ void MemoryWindow::setPaused(bool paused)
 void MemoryWindow::readLive()
 {
     const InterfacePtr<ILiveMemory> live = m_live->memory();
-    if (!live || !m_memory || m_asking || m_regionIndex < 0 || !changes().isEmpty())
+    if (!live || !m_access.hasMemory() || m_access.isBusy() || !m_regions.hasCurrent() || !m_page.changes().isEmpty())
         return;
     measure();
-    MemoryCache cache{m_region.id, memoryMode(m_width), m_address, {}};
-    const int count = cellsToRead();
-    bool read = false;
-    const auto call = [&](const auto &) {
-        read = askPlugin<&ILiveMemory::readLive>(live, cache.region, cache.mode, cache.address, count, cache.block);
-    };
-    if (count <= 0 || !ask(call) || !read)
+    MemoryCache cache = m_page.request();
+    const int count = m_page.cellsToRead();
+    if (count <= 0 || !m_access.readLive(*live, cache, count))
         return;
-    m_cache = cache;
+    m_page.setCache(cache);
     showCells();
 }
 
 void MemoryWindow::measure()
 {
-    m_rows = m_edit->visibleLines();
-    m_columns = memoryColumns(m_edit->visibleCharacters(), addressDigits(m_region), m_width);
+    m_page.setSize(m_edit->visibleLines(), m_edit->visibleCharacters());
 }
 
 /// False if this object, or its memory, is gone. A callback of the plug-in shows what there is, and what it would have
 /// read is read afterwards; once, since the plug-in may call back in each read.
 bool MemoryWindow::readCells()
 {
-    if (m_asking) {
+    if (m_access.isBusy()) {
         m_askAgain = true;
         return true;
     }
@@ -327,44 +313,12 @@ bool MemoryWindow::readCells()
 
 bool MemoryWindow::readBlock()
 {
-    MemoryCache cache{m_region.id, memoryMode(m_width), m_address, {}};
-    const int count = cellsToRead();
-    const auto read = [&](const auto &memory) {
-        runPlugin<&IMemory::readBlock>(memory, cache.region, cache.mode, cache.address, count, cache.block);
-    };
-    if (count > 0 && !ask(read))
+    MemoryCache cache = m_page.request();
+    const int count = m_page.cellsToRead();
+    if (count > 0 && !m_access.read(cache, count))
         return false;
-    m_cache = cache;
+    m_page.setCache(cache);
     return true;
-}
-
-/// Addresses end at 32 bits.
-int MemoryWindow::cellsToRead() const
-{
-    if (m_address > m_region.highAddress)
-        return 0;
-    return int(std::min(quint64(m_columns) * quint64(m_rows), (EndOfAddresses - m_address + m_step - 1) / m_step));
-}
-
-quint64 MemoryWindow::cellAddress(int row, int column) const
-{
-    return m_address + quint64(m_step) * (quint64(m_columns) * quint64(row) + quint64(column));
-}
-
-void MemoryWindow::buildLines()
-{
-    m_lines.clear();
-    const int mode = memoryMode(m_width);
-    for (int row = 0; row < m_rows && cellAddress(row, 0) <= m_region.highAddress; ++row) {
-        MemoryLine line{uint(cellAddress(row, 0)), {}};
-        line.cells.reserve(m_columns);
-        for (int column = 0; column < m_columns; ++column) {
-            MemoryCell cell = m_cache.cell(m_region.id, mode, cellAddress(row, column), m_step);
-            cell.value = maskedWord(cell.value, m_width);
-            line.cells.append(cell);
-        }
-        m_lines.append(line);
-    }
 }
 
 void MemoryWindow::setFont(const QFont &font)
@@ -392,56 +346,69 @@ void MemoryWindow::setAppearance(const PaneAppearance &appearance)
 
 void MemoryWindow::hexChanged(int para, int index, int value)
 {
-    const int digits = 2 * m_width;
-    const int position = index - memoryEditRange(addressDigits(m_region), m_columns, m_width).first;
-    const int column = position / (digits + 1);
-    const int nibble = digits - position % (digits + 1) - 1;
-    if (para < 0 || para >= m_lines.size() || position < 0 || column >= m_lines[para].cells.size() || nibble < 0)
+    const int word = m_page.setDigit(para, index, value);
+    if (word < 0)
         return;
-    MemoryCell &cell = m_lines[para].cells[column];
-    cell.value = (cell.value & ~(0xFU << (4 * nibble))) | (uint(value) & 0xF) << (4 * nibble);
-    cell.changed = true;
-    m_edit->markChanged(para, index - position % (digits + 1), digits);
+    m_edit->markChanged(para, word, 2 * m_page.width());
     m_edit->setCursorPosition(para, index + 1);
-}
-
-QList<MemoryWindow::Change> MemoryWindow::changes() const
-{
-    QList<Change> found;
-    for (const MemoryLine &line : m_lines) {
-        uint address = line.address;
-        for (const MemoryCell &cell : line.cells) {
-            if (cell.changed)
-                found.append({address, cell.value});
-            address += m_step;
-        }
-    }
-    return found;
 }
 
 /// The results of the writes are not looked at: what is read afterwards shows the truth.
 void MemoryWindow::userUpdateMemory()
 {
-    if (!m_memory || m_asking || m_regionIndex < 0)
+    if (!m_access.hasMemory() || m_access.isBusy() || !m_regions.hasCurrent())
         return;
-    const QList<Change> changed = changes();
-    const int region = m_region.id;
-    const int mode = memoryMode(m_width);
-    for (const Change &change : changed) {
-        const auto write = [&](const auto &memory) {
-            runPlugin<&IMemory::write>(memory, region, mode, change.address, change.value, false);
-        };
-        if (!ask(write))
+    const QList<MemoryPage::Change> changes = m_page.changes();
+    const MemoryCache place = m_page.request();
+    for (const MemoryPage::Change &change : changes) {
+        if (!m_access.write(place.region, place.mode, change.address, change.value))
             return;
     }
     const QPointer<MemoryWindow> self(this);
     redraw(true);
-    if (!self || changed.isEmpty())
+    if (!self || changes.isEmpty())
         return;
-    m_asking = true; // this window shows the new values already
+    m_access.setBusy(true); // this window shows the new values already
     Q_EMIT doUpdate();
     if (self)
-        m_asking = false;
+        m_access.setBusy(false);
+}
+
+// Context menu ------------------------------------------------------------------
+
+void MemoryWindow::showPopup(QPoint position)
+{
+    QMenu *menu = createPopupMenu();
+    if (menu->isEmpty())
+        return delete menu;
+    menu->setAttribute(Qt::WA_DeleteOnClose);
+    menu->popup(m_edit->viewport()->mapToGlobal(position));
+}
+
+QMenu *MemoryWindow::createPopupMenu()
+{
+    struct Item
+    {
+        QString text;
+        int width;
+        void (MemoryWindow::*select)();
+    };
+    const std::array<Item, 4> items{{{tr("&Byte View"), 1, &MemoryWindow::selectByteView},
+                                     {tr("16-bit Word View"), 2, &MemoryWindow::selectWord16View},
+                                     {tr("24-bit Word View"), 3, &MemoryWindow::selectWord24View},
+                                     {tr("32-bit Word View"), 4, &MemoryWindow::selectWord32View}}};
+    auto *menu = new QMenu(this);
+    menu->setObjectName(u"memoryMenu"_s);
+    auto *group = new QActionGroup(menu);
+    for (const Item &item : items) {
+        if (!m_regions.hasCurrent() || !supportsWidth(m_page.region(), item.width))
+            continue;
+        QAction *action = menu->addAction(item.text, this, item.select);
+        action->setCheckable(true);
+        action->setChecked(item.width == m_page.width());
+        group->addAction(action);
+    }
+    return menu;
 }
 
 // Events ------------------------------------------------------------------------

@@ -1,11 +1,13 @@
 #pragma once
 #include "debugpane.h"
-#include "memorylayout.h"
+#include "memoryaccess.h"
+#include "memorypage.h"
+#include "memoryregions.h"
 class IExecutionEnvironment;
 class LiveSwitch;
+class MemoryAddressBox;
 class MemoryEdit;
 class QComboBox;
-class QLabel;
 class QMenu;
 class QPushButton;
 class QScrollBar;
@@ -52,38 +54,18 @@ protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
-    /// Where a region was left, and in which width.
-    struct SavedView
-    {
-        QString region;
-        uint address = 0;
-        int width = 2;
-    };
-    struct Change
-    {
-        uint address = 0;
-        uint value = 0;
-    };
-
     void createLayout();
     void connectControls();
     void enableControls();
-    template <typename Call>
-    bool ask(const Call &call);
 
     void setRegions(const QList<MemoryRegion> &regions);
     void showRegionNames();
-    [[nodiscard]] static SavedView viewOf(const MemoryRegion &region, QList<SavedView> &saved);
     void clear();
     void setAddress(uint address);
-    /// Exact for steps that are powers of two.
-    [[nodiscard]] uint aligned(uint address) const { return address & ~(m_step - 1); }
-    void saveView();
     void selectWidth(int width);
-    void setWidth(int width);
-    void scrollLine(int direction);
+    void scrollLine(int direction) { scrollBy(direction); }
     void scrollBy(qint64 units);
-    void rememberAddress();
+    void updateScrollBar();
 
     void updateIfOutdated();
     void redraw(bool force);
@@ -92,34 +74,17 @@ private:
     void measure();
     bool readCells();
     bool readBlock();
-    [[nodiscard]] int cellsToRead() const;
-    void buildLines();
-    [[nodiscard]] quint64 cellAddress(int row, int column) const;
-    void updateScrollBar();
-    [[nodiscard]] quint64 linesPerUnit() const;
-    [[nodiscard]] QList<Change> changes() const;
     void showPopup(QPoint position);
     [[nodiscard]] QMenu *createPopupMenu();
 
-    InterfacePtr<IMemory> m_memory;
+    MemoryAccess m_access;
+    MemoryRegions m_regions;
+    MemoryPage m_page; ///< of the current region
     bool m_autoRead = false;
     bool m_outdated = true;  ///< to be updated when it is shown
-    bool m_asking = false;   ///< a call into the plug-in, which may call back, is running
-    bool m_askAgain = false; ///< such a callback would have read
-    QList<MemoryRegion> m_regions;
-    QList<SavedView> m_views; ///< one for each region
-    int m_regionIndex = -1;   ///< of the current region; -1 for none
-    MemoryRegion m_region;
-    uint m_address = 0;    ///< of the first cell shown
-    QString m_addressText; ///< as it was shown last
-    int m_width = 2;
-    uint m_step = 1;
-    int m_columns = 16;
-    int m_rows = 0;
-    MemoryCache m_cache;
-    QList<MemoryLine> m_lines;
+    bool m_askAgain = false; ///< a callback of the plug-in would have read
 
-    QComboBox *m_addressBox;
+    MemoryAddressBox *m_addressBox;
     QComboBox *m_regionBox;
     LiveSwitch *m_live;
     QPushButton *m_writeButton;

@@ -1,0 +1,33 @@
+#pragma once
+#include "ilivememory.h"
+#include "memorylayout.h"
+#include <QObject>
+
+/// Asks a plug-in for memory. A plug-in may call back while it is asked: it may exchange the memory, or have the window
+/// deleted and this object with it. The functions that ask return false in these cases; their results are of no use
+/// then.
+class MemoryAccess : public QObject
+{
+    Q_OBJECT
+public:
+    /// Keeps a reference to the memory, which may be null.
+    void setMemory(IMemory *memory) { m_memory = shareInterface(memory); }
+    [[nodiscard]] bool hasMemory() const { return bool(m_memory); }
+
+    /// Whether the plug-in is being asked, so that it must not be asked again now.
+    [[nodiscard]] bool isBusy() const { return m_busy; }
+    void setBusy(bool busy) { m_busy = busy; }
+
+    [[nodiscard]] bool readRegions(QList<MemoryRegion> &regions);
+    /// Reads the @p count words that @p cache names.
+    [[nodiscard]] bool read(MemoryCache &cache, int count);
+    [[nodiscard]] bool readLive(ILiveMemory &live, MemoryCache &cache, int count); ///< Also false if it is impossible.
+    [[nodiscard]] bool write(int region, int mode, uint address, uint value);
+
+private:
+    template <typename Call>
+    bool ask(const Call &call);
+
+    InterfacePtr<IMemory> m_memory;
+    bool m_busy = false;
+};

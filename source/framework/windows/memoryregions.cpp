@@ -1,0 +1,56 @@
+#include "memoryregions.h"
+#include "memorylayout.h"
+#include <algorithm>
+
+void MemoryRegions::set(const QList<MemoryRegion> &regions)
+{
+    m_regions = regions;
+    m_current = -1;
+    QList<View> saved = std::exchange(m_views, {});
+    for (const MemoryRegion &region : regions)
+        m_views.append(takeView(region, saved));
+}
+
+/// Takes the view out of the saved ones, so that each of several regions with the same name gets its own.
+MemoryRegions::View MemoryRegions::takeView(const MemoryRegion &region, QList<View> &saved)
+{
+    const auto it = std::ranges::find(saved, region.name, &View::region);
+    if (it == saved.end())
+        return {region.name, region.lowAddress, widestWidth(region)};
+    View view = *it;
+    saved.erase(it);
+    if (view.address > region.highAddress || view.address < region.lowAddress)
+        view.address = region.lowAddress;
+    return view;
+}
+
+void MemoryRegions::clear()
+{
+    m_regions.clear();
+    m_current = -1;
+}
+
+QStringList MemoryRegions::names() const
+{
+    QStringList names;
+    for (const MemoryRegion &region : m_regions)
+        names.append(region.name);
+    return names;
+}
+
+bool MemoryRegions::select(int index)
+{
+    if (index < 0 || index >= m_regions.size())
+        return false;
+    m_current = index;
+    View &view = m_views[index];
+    if (!supportsWidth(current(), view.width))
+        view.width = widestWidth(current());
+    return true;
+}
+
+void MemoryRegions::saveView(uint address, int width)
+{
+    m_views[m_current].address = address;
+    m_views[m_current].width = width;
+}

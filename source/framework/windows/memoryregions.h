@@ -1,0 +1,35 @@
+#pragma once
+#include "imemory.h"
+#include <QString>
+#include <QStringList>
+
+/// The regions of a target's memory, and for each where the user has left it.
+class MemoryRegions
+{
+public:
+    struct View
+    {
+        QString region; ///< its name
+        uint address = 0;
+        int width = 2;
+    };
+
+    /// Replaces the regions. Those whose names stay keep their views. None is current until one is selected.
+    void set(const QList<MemoryRegion> &regions);
+    void clear(); ///< The views are kept for the next set().
+
+    [[nodiscard]] QStringList names() const;
+    /// Makes a region the current one. Returns false if there is none at @p index.
+    bool select(int index);
+    [[nodiscard]] bool hasCurrent() const { return m_current >= 0; }
+    [[nodiscard]] const MemoryRegion &current() const { return m_regions[m_current]; }
+    [[nodiscard]] const View &view() const { return m_views[m_current]; } ///< Of the current region.
+    void saveView(uint address, int width);
+
+private:
+    [[nodiscard]] static View takeView(const MemoryRegion &region, QList<View> &saved);
+
+    QList<MemoryRegion> m_regions;
+    QList<View> m_views; ///< one for each region
+    int m_current = -1;
+};

@@ -1,0 +1,102 @@
+#include "pararows.h"
+#include "linesource.h"
+#include "rowtext.h"
+#include <algorithm>
+#include <QPointer>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+constexpr int CachedParas = 20'000;
+} // namespace
+
+ParaRows::ParaRows(IParaSource *source) : m_source(source), m_paras(CachedParas) {}
+
+int ParaRows::lastPara() const
+{
+    return std::max(0, m_source->paraCount() - 1);
+}
+
+QStringList ParaRows::linesOf(int para)
+{
+    if (para < 0 || para >= m_source->paraCount())
+        return {};
+    if (const QStringList *known = m_paras[para])
+        return *known;
+    const QPointer<ParaRows> self(this);
+    QStringList lines = m_source->para(para);
+    if (self)
+        m_paras.insert(para, new QStringList(lines));
+    return lines;
+}
+
+ParaRows::Row ParaRows::rowAt(int para, int line)
+{
+    const QStringList lines = linesOf(para);
+    if (lines.isEmpty())
+        return {para, 0, u"<font color=\"#808080\">...</font>"_s, true, true};
+    return {para, line, lines.value(line), line >= lines.size() - 1, false};
+}
+
+bool ParaRows::step(Row &row, bool forward)
+{
+    const QPointer<ParaRows> self(this);
+    const qsizetype size = linesOf(row.para).size();
+    if (!self)
+        return false;
+    if (forward ? row.line + 1 < size : row.line > 0) {
+        row = rowAt(row.para, row.line + (forward ? 1 : -1));
+        return self;
+    }
+    int para = row.para;
+    for (int i = 0; i <= LongestGap; ++i) {
+        para += forward ? 1 : -1;
+        if (para < 0 || para >= m_source->paraCount())
+            return false;
+        const qsizetype lines = linesOf(para).size();
+        if (!self)
+            return false;
+        if (lines > 0 || i == LongestGap) {
+            row = rowAt(para, forward ? 0 : int(std::max<qsizetype>(0, lines - 1)));
+            return self;
+        }
+    }
+    return false;
+}
+
+bool ParaRows::load(int count)
+{
+    const QPointer<ParaRows> self(this);
+    QList<Row> rows;
+    if (count > 0 && m_source->paraCount() > 0) {
+        const bool fromGap = m_top.isGap; // one that was scrolled to; others are passed over
+        Row row = rowAt(m_top.para, m_top.line);
+        bool more = self && (fromGap || !row.isGap || step(row, true));
+        for (; self && more && rows.size() < count; more = step(row, true))
+            rows.append(row);
+    }
+    if (!self)
+        return false;
+    m_shown = rows;
+    return true;
+}
+
+int ParaRows::indexOf(int para, int line) const
+{
+    const auto it = std::ranges::find_if(m_shown, [&](const Row &row) { return row.para == para && row.line == line; });
+    return it == m_shown.end() ? -1 : int(it - m_shown.begin());
+}
+
+int ParaRows::indexOfLast(int para) const
+{
+    const auto it = std::ranges::find_if(m_shown, [&](const Row &row) { return row.para == para && row.isLast; });
+    return it == m_shown.end() ? -1 : int(it - m_shown.begin());
+}
+
+QString ParaRows::plainTexts() const
+{
+    QString text;
+    for (const Row &row : m_shown)
+        text += plainText(row.text) + u'\n';
+    return text;
+}

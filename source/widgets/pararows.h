@@ -1,0 +1,51 @@
+#pragma once
+#include <QCache>
+#include <QObject>
+#include <QStringList>
+class IParaSource;
+
+/// The lines of a source of paragraphs: fetched one paragraph at a time through a cache, and those on screen.
+///
+/// A source may do anything when it is asked, even delete the view and these rows with it. The functions that ask are
+/// not const; check a QPointer after each of them.
+class ParaRows : public QObject
+{
+    Q_OBJECT
+public:
+    /// A line of a paragraph. In a paragraph without lines it stands for a gap.
+    struct Row
+    {
+        int para = 0;
+        int line = 0;
+        QString text;
+        bool isLast = true;
+        bool isGap = false;
+    };
+    static constexpr int LongestGap = 256; ///< paragraphs without lines that are passed over
+
+    /// @p source must outlive this object.
+    explicit ParaRows(IParaSource *source);
+
+    [[nodiscard]] int lastPara() const; ///< 0 if there is none
+    [[nodiscard]] QStringList linesOf(int para);
+    [[nodiscard]] Row rowAt(int para, int line);
+    /// Moves to the next line, or the one before. Returns false at an end of the source, and if this object was deleted.
+    bool step(Row &row, bool forward);
+    void clearCache() { m_paras.clear(); }
+
+    // The rows on screen
+    [[nodiscard]] const Row &top() const { return m_top; }
+    void setTop(const Row &top) { m_top = top; } ///< For the next load().
+    /// Fetches @p count rows from the top, or fewer at the end. Returns false if this object was deleted.
+    bool load(int count);
+    [[nodiscard]] const QList<Row> &shown() const { return m_shown; }
+    [[nodiscard]] int indexOf(int para, int line) const; ///< in shown(); -1 if the line is not on screen
+    [[nodiscard]] int indexOfLast(int para) const;       ///< of a paragraph's last line
+    [[nodiscard]] QString plainTexts() const;            ///< of the rows on screen, each with a line end
+
+private:
+    IParaSource *const m_source;
+    QCache<int, QStringList> m_paras;
+    Row m_top;
+    QList<Row> m_shown; ///< the last one perhaps visible in part only
+};
