@@ -244,7 +244,7 @@ void TestUiConfig::textsOfCommandsThatAskEndInDots()
                                  "editReplace editFindInFiles viewGotoLine projectNew projectOpen projectInsertFiles "
                                  "projectInsertFilesAlt projectInsertProject projectProperties projectPropertiesAlt "
                                  "buildBatchBuild buildConfigurationsNew buildConfigurationsEdit debugBreakpoints "
-                                 "toolsOptions helpSearch helpReport"_s.split(u' ');
+                                 "toolsOptions helpSearch helpPlugins helpReport"_s.split(u' ');
     QCOMPARE(sorted(asking), sorted(expected));
 }
 

@@ -178,9 +178,11 @@ bool SessionStart::startEnvironment(const Activity::Environment &environment, bo
     if (!runPlugin<&IProgressiveStart::startInBackground>(inBackground, attachOnly, progress.get()))
         return false;
     const QPointer<ProjectWorkspace> workspace(m_activity.workspace());
-    while (workspace && !progress->isFinished() && !progress->isCancelled()) {
+    const auto isStarting = [&] { return workspace && !progress->isFinished() && !progress->isCancelled(); };
+    while (isStarting()) {
         deliverPluginReports();
-        QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents);
+        if (isStarting())
+            QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents);
     }
     if (progress->isFinished()) {
         if (!progress->succeeded() && !progress->reason().isEmpty() && workspace)

@@ -366,13 +366,14 @@ private Q_SLOTS:
     void tableOfResultsIsDocumented()
     {
         QFile file(QStringLiteral(VARNEL_SOURCE_DIR "/docs/plugin-misbehaviour.md"));
-        QVERIFY(file.open(QIODevice::ReadWrite));
+        const bool writes = qEnvironmentVariableIsSet("VARNEL_WRITE_DOCS");
+        QVERIFY(file.open(writes ? QIODevice::ReadWrite : QIODevice::ReadOnly));
         const QString text = QString::fromUtf8(file.readAll());
         const qsizetype start = text.indexOf(u"| call |"_s);
         QVERIFY(start > 0);
         if (m_results.isEmpty() || m_results.first().size() < deeds.size())
             QSKIP("the other functions of this test were not run");
-        if (qEnvironmentVariableIsSet("VARNEL_WRITE_DOCS")) {
+        if (writes) {
             file.resize(0);
             file.seek(0);
             file.write((text.left(start) + table()).toUtf8());
