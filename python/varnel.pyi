@@ -1,6 +1,7 @@
 """The module "varnel" of the embedded Python, for editors and type checkers: scripts import it, this file is not run."""
 
 from collections.abc import Callable
+from typing import Any
 
 app: App
 
@@ -43,6 +44,15 @@ class App:
     def openFileDialog(self, prompt: str, path: str = "", filter: str = "", /) -> str:
         """openFileDialog(prompt, [path], [filter]) - displays a standard open file dialog"""
 
+    def addMacro(self, function: Callable[[], object], name: str, description: str = "", shortcutKey: str = "", iconFile: str = "", /) -> None:
+        """addMacro(function, name, [description], [shortcutKey], [iconFile]) - adds a macro to the Tools menu and Macro toolbar"""
+
+    def clearMacro(self, name: str | Callable[[], object], /) -> None:
+        """clearMacro(name)- removes a macro"""
+
+    def clearMacros(self, /) -> None:
+        """clearMacros() - clears all macros"""
+
     def openWorkspace(self, filename: str, /) -> None:
         """openWorkspace(filename) - opens a workspace file"""
 
@@ -51,6 +61,18 @@ class App:
 
     def saveWorkspace(self, /) -> None:
         """saveWorkspace() - saves the workspace"""
+
+    def loadUI(self, filename: str, /) -> Any:
+        """loadUI(filename) - load UI definition from file"""
+
+    def createUI(self, className: str, name: str = "", /) -> Any:
+        """createUI(class, [name]) - create new widget"""
+
+    def dockUI(self, widget: Any, position: int = 1, /) -> None:
+        """dockUI(widget, [position]) - dock a widget"""
+
+    def createTimer(self, name: str = "", /) -> Any:
+        """createTimer([name]) - create a new timer"""
 
     @property
     def state(self) -> int:

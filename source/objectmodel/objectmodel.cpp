@@ -1,5 +1,6 @@
 #include "objectmodel.h"
 #include "activity.h"
+#include "dockedwidgets.h"
 #include "project.h"
 #include "projectworkspace.h"
 #include "pythonruntime.h"
@@ -7,7 +8,9 @@
 #include "scriptmodule.h"
 #include <QAction>
 
-ObjectModel::ObjectModel(Activity &activity, ScriptHost &host) : m_activity(activity), m_host(host) {}
+ObjectModel::ObjectModel(Activity &activity, ScriptHost &host)
+    : m_activity(activity), m_host(host), m_dockedWidgets(std::make_unique<DockedWidgets>(host))
+{}
 
 ObjectModel::~ObjectModel() = default;
 

@@ -1,7 +1,9 @@
 #pragma once
 #include "pythonreference.h"
+#include <memory>
 #include <QObject>
 class Activity;
+class DockedWidgets;
 class Project;
 class ScriptHost;
 
@@ -24,6 +26,7 @@ public:
 
     [[nodiscard]] Activity &activity() const { return m_activity; }
     [[nodiscard]] ScriptHost &host() const { return m_host; }
+    [[nodiscard]] DockedWidgets &dockedWidgets() { return *m_dockedWidgets; }
     [[nodiscard]] _object *app() const { return m_app.get(); } ///< The script object; null before startScripting().
 
     /// Triggers the main window's action @p name, even if it is disabled; a checkable action keeps its state. Returns
@@ -53,5 +56,6 @@ private:
     Activity &m_activity;
     ScriptHost &m_host;
     bool m_updatesEnabled = true;
+    const std::unique_ptr<DockedWidgets> m_dockedWidgets;
     PythonReference m_app;
 };

@@ -8,8 +8,10 @@
 #include "scriptdebugger.h"
 #include "scriptdialogs.h"
 #include "scripteditor.h"
+#include "scriptmacros.h"
 #include "scriptoutputwindow.h"
 #include "scriptproject.h"
+#include "scriptwidgets.h"
 #include <limits>
 #include <QCoreApplication>
 using namespace Qt::StringLiterals;
@@ -129,9 +131,11 @@ void defineMethods(py::class_<ScriptApp> &type)
     type.def("doAction", &ScriptApp::doAction,
              "doAction(actionName) - performs a menu or toolbar action. Not supported");
     defineDialogMethods(type);
+    defineMacroMethods(type);
     type.def("openWorkspace", &ScriptApp::openWorkspace, "openWorkspace(filename) - opens a workspace file");
     type.def("closeWorkspace", &ScriptApp::closeWorkspace, "closeWorkspace() - closes the workspace");
     type.def("saveWorkspace", &ScriptApp::saveWorkspace, "saveWorkspace() - saves the workspace");
+    defineWidgetMethods(type);
 }
 
 void defineAttributes(py::class_<ScriptApp> &type)

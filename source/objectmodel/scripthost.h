@@ -1,6 +1,8 @@
 #pragma once
 #include "windowservices.h"
 class EventHandlers;
+class MacroManager;
+struct ScriptDirectories;
 class PythonOutputPanel;
 
 /// The part of the main window for scripts: the services of its commands, the commands themselves, and the event
@@ -9,6 +11,8 @@ class ScriptHost : public WindowServices
 {
 public:
     [[nodiscard]] virtual EventHandlers &eventHandlers() = 0;
+    [[nodiscard]] virtual MacroManager &macros() = 0;
+    [[nodiscard]] virtual ScriptDirectories scriptDirectories() const = 0;
     [[nodiscard]] virtual PythonOutputPanel *pythonOutput() const = 0; ///< In a dock window.
 
     /// Closes the open workspace, with its questions, and opens another one. False if one of both fails.

@@ -15,6 +15,7 @@
 #include "scriptprojectproperties.h"
 #include "scriptregisters.h"
 #include "scripttypes.h"
+#include "scriptwidgets.h"
 
 namespace {
 struct TypeEntry
@@ -39,6 +40,8 @@ constexpr TypeEntry Types[] = {
     {"Memory", bindMemory},
     {"Peripherals", bindPeripherals},
     {"Peripheral", bindPeripheral},
+    {nullptr, bindQtWrapper},
+    {nullptr, bindQtSlot},
     {nullptr, bindProjectCollection},
     {nullptr, bindProcessorCollection},
 };

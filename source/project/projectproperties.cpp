@@ -36,7 +36,7 @@ QString ProjectProperties::property(const QString &key, const QString &configura
         if (value != values->constEnd())
             return *value;
     }
-    if (m_project && m_project->properties() != this)
+    if (isOfFile())
         return m_project->properties()->property(key, configuration, flag);
     return {};
 }
@@ -48,6 +48,18 @@ void ProjectProperties::setProperty(const QString &key, const QString &value, co
     markProject();
     if (m_project)
         Q_EMIT m_project->propertyChanged(key, configuration);
+}
+
+bool ProjectProperties::removeProperty(const QString &key, const QString &configuration)
+{
+    const auto values = m_configurations.find(configuration);
+    if (values == m_configurations.end() || values->remove(key) == 0)
+        return false;
+    if (isOfFile() && values->isEmpty())
+        m_configurations.erase(values);
+    m_modified = true;
+    markProject();
+    return true;
 }
 
 void ProjectProperties::read(ProjectXmlReader &xml)
@@ -83,6 +95,11 @@ void ProjectProperties::write(ProjectXmlWriter &xml) const
         }
         xml.endElement();
     }
+}
+
+bool ProjectProperties::isOfFile() const
+{
+    return m_project && m_project->properties() != this;
 }
 
 void ProjectProperties::markProject() const

@@ -30,6 +30,9 @@ public:
     [[nodiscard]] QString property(const QString &key, const QString &configuration, bool flag = false) const;
     /// Stores a value and creates the configuration if it does not exist.
     void setProperty(const QString &key, const QString &value, const QString &configuration);
+    /// Removes the store's own value, so that a file has the value of the project again. False if there is none. A file
+    /// loses a configuration with its last value.
+    bool removeProperty(const QString &key, const QString &configuration);
 
     /// Adds the contents of the current element of @p xml and reads its end tag. Then the store is unmodified, and the
     /// project is not marked.
@@ -45,6 +48,7 @@ public:
 private:
     void readConfiguration(ProjectXmlReader &xml);
     void markProject() const;
+    [[nodiscard]] bool isOfFile() const;
 
     QMap<QString, QMap<QString, QString>> m_configurations;
     Project *m_project;

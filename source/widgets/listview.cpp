@@ -331,10 +331,12 @@ void ListView::contextMenuEvent(QContextMenuEvent *event)
 
 void ListView::drawBranches(QPainter *painter, const QRect &rect, const QModelIndex &index) const
 {
-    if (item(index)->paintsBranches())
-        QTreeWidget::drawBranches(painter, rect, index);
-    else
+    const ListViewItem *row = item(index);
+    const ListViewItem *above = row->parent();
+    if (above && !above->paintsBranches() && row->childCount() == 0)
         painter->fillRect(rect, palette().base());
+    else
+        QTreeWidget::drawBranches(painter, rect, index);
 }
 
 void ListView::requestContextMenuOfCurrentItem()

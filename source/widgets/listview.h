@@ -35,7 +35,8 @@ public:
     virtual void openChanged(bool open); ///< The user or the program has opened or closed the row.
     virtual void initStyleOption(QStyleOptionViewItem *option, int column) const;
     virtual void paintCell(QPainter *painter, const QStyleOptionViewItem &option, int column) const;
-    [[nodiscard]] virtual bool paintsBranches() const { return true; } ///< False leaves the column of its branch blank.
+    /// False leaves the space before the rows below this one blank. Rows that can be opened keep their arrow.
+    [[nodiscard]] virtual bool paintsBranches() const { return true; }
 
 private:
     quint32 m_renameColumns = 0;

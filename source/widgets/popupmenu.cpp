@@ -42,6 +42,12 @@ QAction *PopupMenu::item(int id) const
     return id > NoId && found != items.end() ? *found : nullptr;
 }
 
+void PopupMenu::removeItem(int id)
+{
+    if (QAction *action = item(id))
+        removeItemAt(int(actions().indexOf(action)));
+}
+
 bool PopupMenu::removeItemsWithId()
 {
     bool removed = false;

@@ -25,6 +25,7 @@ public:
     /// The item with the id @p id, null if there is none.
     [[nodiscard]] QAction *item(int id) const;
 
+    void removeItem(int id); ///< Ids that no item has are ignored.
     /// Removes every item that has an id. Returns whether there was one.
     bool removeItemsWithId();
     /// Removes the item at @p index; a position outside the menu is ignored.

@@ -38,7 +38,7 @@ public:
     }
     void setPixmap(const QIcon &closedPixmap);
 
-    void setPaintBranches(bool paint) { m_paintBranches = paint; }     ///< False: blank instead of branches.
+    void setPaintBranches(bool paint) { m_paintBranches = paint; }     ///< See paintsBranches().
     void setGrid(bool grid) { m_grid = grid; }                         ///< Lines below and to the right of each cell.
     void setBold(bool bold) { m_bold = bold; }                         ///< Column 0 only.
     void setItalic(bool italic) { m_italic = italic; }                 ///< Column 0 only.

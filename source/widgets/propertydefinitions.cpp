@@ -1,7 +1,6 @@
 #include "propertydefinitions.h"
 #include "propertybooleanitem.h"
 #include <QCoreApplication>
-#include <QRegularExpression>
 #include <QXmlStreamReader>
 
 using namespace Qt::StringLiterals;
@@ -109,6 +108,18 @@ void readOptions(const Element &element, PropertyRecord &record)
     }
 }
 
+/// A pattern that cannot be used forbids nothing.
+QRegularExpression readPattern(const QString &text)
+{
+    if (text.isEmpty())
+        return {};
+    const QRegularExpression pattern(QRegularExpression::anchoredPattern(text));
+    if (pattern.isValid())
+        return pattern;
+    qWarning("PropertyEditor: Invalid pattern '%s'", qPrintable(text));
+    return {};
+}
+
 PropertyRecord readRecord(const Element &element)
 {
     PropertyRecord record;
@@ -117,10 +128,11 @@ PropertyRecord readRecord(const Element &element)
     record.m_type = typeOf(element.attribute("type"_L1));
     record.m_default = defaultValue(record.m_type, element.attribute("defaultvalue"_L1));
     record.m_value = record.m_loaded = record.m_default;
-    record.m_pattern = element.attribute("pattern"_L1);
+    record.m_pattern = readPattern(element.attribute("pattern"_L1));
     record.m_invalidText = element.attribute("invalidtext"_L1);
-    record.m_minimum = element.number("minimum"_L1, record.m_minimum);
-    record.m_maximum = element.number("maximum"_L1, record.m_maximum);
+    const int minimum = element.number("minimum"_L1, record.m_minimum);
+    const int maximum = element.number("maximum"_L1, std::max(minimum, record.m_maximum));
+    std::tie(record.m_minimum, record.m_maximum) = std::minmax(minimum, maximum);
     const auto isDescription = [](const Element &child) { return child.tag == "description"_L1; };
     const auto description = std::ranges::find_if(element.children, isDescription);
     if (description != element.children.end())
@@ -165,16 +177,20 @@ bool PropertyRecord::differsFromDefault() const
     return !sameValue(m_value, m_default);
 }
 
+bool PropertyRecord::contains(const QString &text) const
+{
+    const auto isIn = [&](const QString &where) { return where.contains(text, Qt::CaseInsensitive); };
+    return isIn(m_name) || isIn(m_key) || isIn(m_description) || std::ranges::any_of(m_labels, isIn);
+}
+
+bool PropertyRecord::isMarkedAsChanged() const
+{
+    return m_reset || (m_changed && !sameValue(m_value, m_loaded));
+}
+
 QString PropertyRecord::problem() const
 {
-    if (m_pattern.isEmpty() || !m_value.isValid())
-        return {};
-    const QRegularExpression pattern(QRegularExpression::anchoredPattern(m_pattern));
-    if (!pattern.isValid()) {
-        qWarning("PropertyEditor: Invalid pattern '%s'", qPrintable(m_pattern));
-        return {};
-    }
-    if (pattern.match(m_value.toString()).hasMatch())
+    if (m_pattern.pattern().isEmpty() || !m_value.isValid() || m_pattern.match(m_value.toString()).hasMatch())
         return {};
     if (!m_invalidText.isEmpty())
         return m_invalidText;

@@ -1,5 +1,6 @@
 #pragma once
 #include <optional>
+#include <QRegularExpression>
 #include <QStringList>
 #include <QVariant>
 #include <vector>
@@ -30,15 +31,21 @@ struct PropertyRecord
     QVariant m_loaded; ///< as it was set; invalid if there are several ones
     QVariant m_value;
     bool m_changed = false; ///< the user has entered something else
+    bool m_stored = false;  ///< the loaded value is not the default of the definition
+    bool m_reset = false;   ///< the user wants no value to be stored
     QStringList m_labels;
     QStringList m_keys;
-    QString m_pattern;     ///< a regular expression for the whole text of the value; empty: all are valid
-    QString m_invalidText; ///< shown to the user about another value
-    int m_minimum = 0;     ///< of an integer
+    QRegularExpression m_pattern; ///< for the whole text of the value; empty: all are valid
+    QString m_invalidText;        ///< shown to the user about another value
+    int m_minimum = 0;            ///< of an integer
     int m_maximum = 32767;
 
     /// Whether the value differs from the default one. Several values always do.
     [[nodiscard]] bool differsFromDefault() const;
+    /// Whether @p text is in the name, the key, the description or an option, in capital or small letters.
+    [[nodiscard]] bool contains(const QString &text) const;
+    /// Whether the user sees another value than the loaded one, or has reset it.
+    [[nodiscard]] bool isMarkedAsChanged() const;
     /// What is wrong with the value, empty if nothing is.
     [[nodiscard]] QString problem() const;
 };

@@ -1,15 +1,14 @@
 #include "propertyeditor.h"
+#include "filteredit.h"
 #include "projecttreeitem.h"
 #include "propertydefinitions.h"
+#include "propertyfiller.h"
 #include "propertylist.h"
-#include "propertyrows.h"
-#include "propertysubsectionitem.h"
 #include "smallicons.h"
 #include "varnelassert.h"
+#include <QEvent>
 #include <QHBoxLayout>
 #include <QHeaderView>
-#include <QKeyEvent>
-#include <QLineEdit>
 #include <QMenu>
 #include <QSplitter>
 #include <QTextBrowser>
@@ -32,13 +31,6 @@ namespace {
 enum TreeItem { GroupItem, PageItem };
 constexpr int HelpHeight = 200;
 constexpr QSize MinimumListSize(260, 100);
-
-bool matches(const PropertyRecord &record, const QString &text)
-{
-    const auto contains = [&](const QString &where) { return where.contains(text, Qt::CaseInsensitive); };
-    return contains(record.m_name) || contains(record.m_key) || contains(record.m_description)
-           || std::ranges::any_of(record.m_labels, contains);
-}
 
 /// "Group / Page".
 QString pathOf(const ListViewItem *item)
@@ -69,10 +61,12 @@ PropertyEditor::PropertyEditor(QWidget *parent) : QWidget(parent)
         if (!m_filterEdit->text().isEmpty())
             propertyGroupChanged(static_cast<ListViewItem *>(item));
     });
+    connect(m_filterEdit, &FilterEdit::listRequested, this, &PropertyEditor::enterList);
     connect(m_filterEdit, &QLineEdit::textChanged, this, &PropertyEditor::filterChanged);
     connect(m_list, &PropertyList::propertySelected, this, &PropertyEditor::propertySelected);
     connect(m_list, &PropertyList::valueChanged, this, &PropertyEditor::propertyValueChanged);
     connect(m_list, &ListView::contextMenuRequested, this, &PropertyEditor::showContextMenu);
+    connect(m_list, &PropertyList::editorMenuRequested, this, &PropertyEditor::addResetAction);
 }
 
 PropertyEditor::~PropertyEditor()
@@ -86,13 +80,11 @@ QWidget *PropertyEditor::makeLeftSide()
     auto *side = new QWidget(this);
     auto *layout = new QVBoxLayout(side);
     layout->setContentsMargins(0, 0, 0, 0);
-    m_filterEdit = new QLineEdit(side);
+    m_filterEdit = new FilterEdit(side);
     m_filterEdit->setObjectName(u"FilterEdit"_s);
     m_filterEdit->setPlaceholderText(tr("Filter"));
     m_filterEdit->setAccessibleName(tr("Filter"));
     m_filterEdit->setToolTip(tr("Shows the properties of all pages that contain this text"));
-    m_filterEdit->setClearButtonEnabled(true);
-    m_filterEdit->installEventFilter(this);
     layout->addWidget(m_filterEdit);
     m_groupTree = new ListView(side);
     m_groupTree->setObjectName(u"GroupTree"_s);
@@ -114,6 +106,7 @@ QWidget *PropertyEditor::makeRightSide()
     m_list->setObjectName(u"PropertyList"_s);
     m_list->setAccessibleName(tr("Properties"));
     m_list->setMinimumSize(MinimumListSize);
+    m_rows = new PropertyFiller(m_list, this);
     layout->addWidget(m_list);
     m_helpView = new QTextBrowser(side);
     m_helpView->setObjectName(u"HelpView"_s);
@@ -181,7 +174,7 @@ void PropertyEditor::addRecord(const PropertyRecord &record, ProjectTreeItem *pa
     if (Entry *old = entry(record.m_key)) {
         assign(*old, old->record.m_default); // the page does not count it any more
         m_pages[old->page].entries.removeOne(old);
-        m_rows.remove(record.m_key);
+        m_rows->remove(old->record);
         std::erase_if(m_records, [old](const auto &other) { return other.get() == old; });
     }
     m_records.push_back(std::make_unique<Entry>(Entry{record, page}));
@@ -202,10 +195,21 @@ void PropertyEditor::assign(Entry &entry, const QVariant &value)
     Page &page = m_pages[entry.page];
     page.differing += int(entry.record.differsFromDefault()) - int(differed);
     const bool isMarked = page.differing > 0;
-    if (entry.page->isBold() == isMarked)
-        return;
-    entry.page->setBold(isMarked);
-    entry.page->setToolTip(0, isMarked ? tr("Has values other than the default ones") : QString());
+    markInTree(entry.page, isMarked);
+}
+
+/// Marks a page and the groups that it is in, which may be closed.
+void PropertyEditor::markInTree(ProjectTreeItem *item, bool isMarked)
+{
+    const auto isBold = [](const ListViewItem *child) { return static_cast<const ProjectTreeItem *>(child)->isBold(); };
+    while (item && item->isBold() != isMarked) {
+        item->setBold(isMarked);
+        item->setToolTip(0, isMarked ? tr("Has values other than the default ones") : QString());
+        item = static_cast<ProjectTreeItem *>(item->parent());
+        isMarked = false;
+        for (int i = 0; item && i < item->childCount(); ++i)
+            isMarked = isMarked || isBold(static_cast<ListViewItem *>(item->child(i)));
+    }
 }
 
 void PropertyEditor::clearValues()
@@ -214,7 +218,7 @@ void PropertyEditor::clearValues()
     for (const auto &entry : m_records) {
         assign(*entry, entry->record.m_default);
         entry->record.m_loaded = entry->record.m_default;
-        entry->record.m_changed = false;
+        entry->record.m_changed = entry->record.m_stored = entry->record.m_reset = false;
     }
     filterChanged(m_filterEdit->text());
 }
@@ -224,18 +228,18 @@ bool PropertyEditor::setValue(const QString &key, const QVariant &value)
     Entry *entry = this->entry(key);
     if (!entry)
         return false;
-    PropertyItem *row = m_rows.value(key);
+    PropertyItem *row = m_rows->row(key);
     if (row && row == m_list->currentItem())
         row->acceptEditor();
     assign(*entry, value);
     entry->record.m_loaded = value;
-    entry->record.m_changed = false;
-    row = m_rows.value(key);
+    entry->record.m_changed = entry->record.m_reset = false;
+    entry->record.m_stored = true;
+    row = m_rows->row(key);
     if (!row)
         return true;
     row->setValue(value, false); // not entered by the user
-    row->setWarning(entry->record.problem());
-    row->setChanged(false);
+    showState(*entry, row);
     return true;
 }
 
@@ -277,16 +281,15 @@ void PropertyEditor::setBaseDirectory(const QString &directory)
 void PropertyEditor::propertyGroupChanged(ListViewItem *item)
 {
     endEdit();
-    if (!m_filterEdit->text().isEmpty()) {
-        const QSignalBlocker blocker(m_filterEdit);
-        m_filterEdit->clear();
-    }
     while (item && item->rtti() != PageItem) {
         item->setOpen(true);
         item = item->firstChild();
     }
     setCurrentPage(static_cast<ProjectTreeItem *>(item));
-    fillPage();
+    if (m_filterEdit->text().isEmpty())
+        fillPage();
+    else
+        m_filterEdit->clear(); // which shows the page
 }
 
 void PropertyEditor::setCurrentPage(ProjectTreeItem *page)
@@ -300,39 +303,28 @@ void PropertyEditor::setCurrentPage(ProjectTreeItem *page)
 
 void PropertyEditor::fillPage()
 {
-    m_list->clear();
-    m_rows.clear();
-    PropertyItem *last = nullptr;
-    for (const Entry *entry : m_page ? m_pages[m_page].entries : QList<Entry *>()) {
-        PropertyItem *row = makePropertyRow(entry->record, m_list, last);
-        if (!row)
-            continue;
-        m_rows.insert(entry->record.m_key, row);
-        last = row;
-    }
+    QList<PropertyFiller::Source> sources;
+    for (const Entry *entry : m_page ? m_pages[m_page].entries : QList<Entry *>())
+        sources.append(PropertyFiller::Source{&entry->record, {}});
+    m_rows->fill(sources);
     rowsMade(hasProperties() ? QString() : tr("There are no properties to edit here."));
 }
 
 /// The rows of all pages with @p text in them, each page below a heading.
 void PropertyEditor::fillMatches(const QString &text)
 {
-    m_list->clear();
-    m_rows.clear();
-    PropertySubsectionItem *heading = nullptr;
-    PropertyItem *last = nullptr;
+    QList<PropertyFiller::Source> sources;
     const ListViewItem *page = nullptr;
+    QString heading;
     for (const auto &entry : m_records) {
-        if (entry->record.m_type == UnknownProperty || !matches(entry->record, text))
+        if (!entry->record.contains(text))
             continue;
-        if (!heading || entry->page != page) {
-            heading = new PropertySubsectionItem(pathOf(entry->page), m_list, heading);
-            heading->setOpen(true);
-            page = entry->page;
-            last = nullptr;
-        }
-        last = makePropertyRow(entry->record, heading, last);
-        m_rows.insert(entry->record.m_key, last);
+        if (entry->page != page)
+            heading = pathOf(entry->page);
+        page = entry->page;
+        sources.append(PropertyFiller::Source{&entry->record, heading});
     }
+    m_rows->fill(sources);
     rowsMade(tr("No property contains this text."));
 }
 
@@ -391,25 +383,33 @@ void PropertyEditor::propertyValueChanged(PropertyItem *item)
     if (!prop)
         return;
     const QVariant value = item->value();
-    const bool isOther = value.isValid() && !sameValue(value, prop->record.m_loaded);
-    if (isOther)
-        prop->record.m_changed = true;
+    if (value.isValid()) {
+        prop->record.m_changed = prop->record.m_changed || !sameValue(value, prop->record.m_loaded);
+        prop->record.m_reset = false;
+    }
     if (prop->record.m_changed && value.isValid())
         assign(*prop, value); // a value that the user has changed back is also written
-    item->setChanged(isOther);
-    item->setWarning(prop->record.problem());
-    m_list->repaintItem(item);
-    if (item == m_list->currentItem())
-        propertySelected(item);
+    showState(*prop, item);
 }
 
-QString PropertyEditor::firstInvalidKey() const
+void PropertyEditor::showState(const Entry &entry, PropertyItem *row)
+{
+    row->setChanged(entry.record.isMarkedAsChanged());
+    row->setWarning(entry.record.problem());
+    m_list->repaintItem(row);
+    if (row == m_list->currentItem())
+        propertySelected(row);
+}
+
+std::optional<QString> PropertyEditor::firstInvalidKey() const
 {
     const auto isWrong = [](const auto &entry) {
         return entry->record.m_changed && !entry->record.problem().isEmpty();
     };
     const auto wrong = std::ranges::find_if(m_records, isWrong);
-    return wrong == m_records.end() ? QString() : (*wrong)->record.m_key;
+    if (wrong == m_records.end())
+        return {};
+    return (*wrong)->record.m_key;
 }
 
 QString PropertyEditor::problem(const QString &key) const
@@ -423,11 +423,13 @@ void PropertyEditor::showProperty(const QString &key)
     const Entry *entry = this->entry(key);
     if (!entry)
         return;
-    if (!m_rows.contains(key))
+    if (!m_rows->row(key))
         m_groupTree->setCurrentItem(entry->page);
-    if (!m_rows.contains(key))
+    if (!m_rows->row(key))
         propertyGroupChanged(entry->page); // the page is the current one already, but the filter hides its options
-    PropertyItem *row = m_rows.value(key);
+    if (!m_rows->row(key))
+        m_rows->finish();
+    PropertyItem *row = m_rows->row(key);
     if (!row)
         return;
     m_list->setFocus();
@@ -438,46 +440,55 @@ void PropertyEditor::showProperty(const QString &key)
 
 void PropertyEditor::resetToDefault(const QString &key)
 {
-    const Entry *entry = this->entry(key);
-    PropertyItem *row = m_rows.value(key);
-    if (!entry || !row)
+    Entry *entry = this->entry(key);
+    if (!entry)
         return;
-    row->rejectEditor();
-    row->setValue(entry->record.m_default, true);
+    PropertyRecord &record = entry->record;
+    PropertyItem *row = m_rows->row(key);
+    if (row)
+        row->rejectEditor();
+    assign(*entry, record.m_default);
+    record.m_changed = record.m_reset = record.m_stored; // without a stored value there is nothing to remove
+    if (!row)
+        return;
+    row->setValue(record.m_default, false);
+    showState(*entry, row);
+}
+
+bool PropertyEditor::isReset(const QString &key) const
+{
+    const Entry *entry = this->entry(key);
+    return entry && entry->record.m_reset;
+}
+
+PropertyEditor::Entry *PropertyEditor::entryOf(const ListViewItem *item) const
+{
+    Entry *found = item ? entry(static_cast<const PropertyItem *>(item)->key()) : nullptr;
+    return found && m_rows->row(found->record.m_key) == item ? found : nullptr;
 }
 
 void PropertyEditor::showContextMenu(ListViewItem *item, const QPoint &position)
 {
-    const Entry *entry = item ? this->entry(static_cast<PropertyItem *>(item)->key()) : nullptr;
-    if (!entry || m_rows.value(entry->record.m_key) != item)
+    endEdit(); // what has been typed can be reset
+    if (!entryOf(item))
         return;
     auto *menu = new QMenu(this);
     menu->setObjectName(u"propertyMenu"_s);
     menu->setAttribute(Qt::WA_DeleteOnClose);
-    QAction *reset = menu->addAction(tr("&Reset to Default"));
-    reset->setObjectName(u"resetToDefault"_s);
-    reset->setEnabled(entry->record.differsFromDefault());
-    connect(reset, &QAction::triggered, this, [this, key = entry->record.m_key] { resetToDefault(key); });
+    addResetAction(static_cast<PropertyItem *>(item), menu);
     menu->popup(position);
 }
 
-/// Keys of the filter: Down and Return move to the first result, Escape clears it.
-bool PropertyEditor::eventFilter(QObject *watched, QEvent *event)
+void PropertyEditor::addResetAction(PropertyItem *item, QMenu *menu)
 {
-    if (event->type() != QEvent::KeyPress || watched != m_filterEdit)
-        return QWidget::eventFilter(watched, event);
-    switch (static_cast<QKeyEvent *>(event)->key()) {
-    case Qt::Key_Down:
-    case Qt::Key_Return:
-    case Qt::Key_Enter:
-        enterList();
-        return true;
-    case Qt::Key_Escape:
-        if (m_filterEdit->text().isEmpty())
-            return false;
-        m_filterEdit->clear();
-        return true;
-    default:
-        return false;
-    }
+    const Entry *entry = entryOf(item);
+    if (!entry)
+        return;
+    const PropertyRecord &record = entry->record;
+    if (!menu->isEmpty())
+        menu->addSeparator();
+    QAction *reset = menu->addAction(tr("&Reset to Default"));
+    reset->setObjectName(u"resetToDefault"_s);
+    reset->setEnabled(item->isEdited() || (!record.m_reset && (record.m_stored || record.m_changed)));
+    connect(reset, &QAction::triggered, this, [this, key = record.m_key] { resetToDefault(key); });
 }

@@ -1,16 +1,19 @@
 #pragma once
 #include <map>
 #include <memory>
+#include <optional>
 #include <QHash>
 #include <QVariant>
 #include <QWidget>
 #include <vector>
+class FilterEdit;
 class ListView;
 class ListViewItem;
 class ProjectTreeItem;
+class PropertyFiller;
 class PropertyItem;
 class PropertyList;
-class QLineEdit;
+class QMenu;
 class QTextBrowser;
 struct PropertyNode;
 struct PropertyRecord;
@@ -43,11 +46,13 @@ public:
     void endEdit();                                  ///< Stores what is being entered.
     void setBaseDirectory(const QString &directory); ///< Where file dialogs begin for a relative path.
 
-    /// The key of the first option that was changed to a value that its definition forbids; null if there is none.
-    [[nodiscard]] QString firstInvalidKey() const;
+    /// The key of the first option that was changed to a value that its definition forbids.
+    [[nodiscard]] std::optional<QString> firstInvalidKey() const;
     [[nodiscard]] QString problem(const QString &key) const; ///< "Name: what is wrong".
     void showProperty(const QString &key);                   ///< Shows its page and begins to edit it.
-    void resetToDefault(const QString &key);                 ///< As if the user had entered the default value.
+    /// Shows the default value. If another one was set, the option counts as changed, with no value to be stored.
+    void resetToDefault(const QString &key);
+    [[nodiscard]] bool isReset(const QString &key) const; ///< It was reset and not changed since then.
 
 public Q_SLOTS:
     void propertyGroupChanged(ListViewItem *item);
@@ -56,7 +61,6 @@ public Q_SLOTS:
 
 protected:
     void changeEvent(QEvent *event) override;
-    bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
     struct Entry;
@@ -68,6 +72,7 @@ private:
     void addRecord(const PropertyRecord &record, ProjectTreeItem *page);
     [[nodiscard]] Entry *entry(const QString &key) const; ///< Null for an unknown key.
     void assign(Entry &entry, const QVariant &value);
+    static void markInTree(ProjectTreeItem *item, bool isMarked);
     void fillPage();
     void fillMatches(const QString &text);
     void rowsMade(const QString &emptyText);
@@ -76,10 +81,13 @@ private:
     void filterChanged(const QString &text);
     void setCurrentPage(ProjectTreeItem *page);
     void showContextMenu(ListViewItem *item, const QPoint &position);
+    [[nodiscard]] Entry *entryOf(const ListViewItem *item) const; ///< Null for a heading, too.
+    void addResetAction(PropertyItem *item, QMenu *menu);
+    void showState(const Entry &entry, PropertyItem *row);
     void updateHelpColors();
 
     ListView *m_groupTree = nullptr;
-    QLineEdit *m_filterEdit = nullptr;
+    FilterEdit *m_filterEdit = nullptr;
     PropertyList *m_list = nullptr;
     QTextBrowser *m_helpView = nullptr;
     ListViewItem *m_lastGroup = nullptr;           ///< the last one at the top level
@@ -87,5 +95,5 @@ private:
     std::vector<std::unique_ptr<Entry>> m_records; ///< in the order of the definitions
     QHash<QString, Entry *> m_entries;             ///< by key
     std::map<ListViewItem *, Page> m_pages;
-    QHash<QString, PropertyItem *> m_rows; ///< by key, those that are displayed
+    PropertyFiller *m_rows = nullptr; ///< of the list
 };

@@ -1,6 +1,6 @@
 #include "propertyintegeritem.h"
 #include "propertylist.h"
-#include <QSpinBox>
+#include "propertyspinbox.h"
 
 using namespace Qt::StringLiterals;
 
@@ -12,9 +12,8 @@ void PropertyIntegerItem::setRange(int minimum, int maximum)
 
 QWidget *PropertyIntegerItem::createEditor()
 {
-    auto *editor = new QSpinBox(propertyList()->viewport());
+    auto *editor = new PropertySpinBox(propertyList()->viewport());
     editor->setObjectName(u"propertyIntegerEditor"_s);
-    editor->setFrame(false);
     editor->setRange(m_minimum, m_maximum);
     editor->setSingleStep(1);
     connect(editor, &QSpinBox::textChanged, this, &PropertyIntegerItem::setEdited);

@@ -1,5 +1,8 @@
 #include "propertyitem.h"
 #include "propertylist.h"
+#include <QApplication>
+#include <QLineEdit>
+#include <QMenu>
 #include <QPainter>
 
 using namespace Qt::StringLiterals;
@@ -105,7 +108,7 @@ void PropertyItem::setValue(const QVariant &value, bool notify)
 void PropertyItem::storeValue(const QVariant &value, const QString &text, bool notify)
 {
     setText(1, text);
-    if (value.metaType() == m_value.metaType() && value == m_value)
+    if (sameValue(value, m_value))
         return;
     m_value = value;
     reloadEditor();
@@ -154,6 +157,25 @@ void PropertyItem::dropEditor()
     if (m_editor)
         m_editor->deleteLater();
     m_editor = nullptr;
+}
+
+/// An editor with the policy NoContextMenu has the menu of its row, although it has a text.
+bool PropertyItem::showEditorMenu(const QPoint &globalPosition)
+{
+    if (!m_list || !isEditing() || QApplication::activePopupWidget())
+        return false;
+    auto *edit = m_editor->findChild<QLineEdit *>();
+    QMenu *menu =
+        edit && m_editor->contextMenuPolicy() != Qt::NoContextMenu ? edit->createStandardContextMenu() : nullptr;
+    if (!menu) {
+        Q_EMIT m_list->contextMenuRequested(this, globalPosition, 1);
+        return true;
+    }
+    menu->setObjectName(u"editorMenu"_s);
+    menu->setAttribute(Qt::WA_DeleteOnClose);
+    Q_EMIT m_list->editorMenuRequested(this, menu);
+    menu->popup(globalPosition);
+    return true;
 }
 
 bool PropertyItem::isEditing() const
@@ -252,5 +274,12 @@ void PropertyItem::paintOpenBox(QPainter *painter, const QRect &row) const
 
 bool sameValue(const QVariant &left, const QVariant &right)
 {
+    if (left.metaType() == right.metaType())
+        return left == right; // bytes need not be a text
     return left.isValid() == right.isValid() && textOf(left) == textOf(right);
+}
+
+QString propertyHelp(const QString &name, const QString &description)
+{
+    return u"<p><b>%1</b></p><p>%2</p>"_s.arg(name.toHtmlEscaped(), description);
 }

@@ -33,12 +33,15 @@ public:
 
     void rejectEditor(); ///< Ends the edit and leaves the value as it is.
     void dropEditor();   ///< Hides the editor and deletes it as soon as no event of it is being handled.
+    /// Shows the menu of the text that is being edited, or else requests that of the row. False if a list is open.
+    bool showEditorMenu(const QPoint &globalPosition);
 
     [[nodiscard]] PropertyList *propertyList() const;
     [[nodiscard]] QString name() const { return m_name; }
     [[nodiscard]] QVariant value() const { return m_value; }
     [[nodiscard]] QWidget *editor() const { return m_editor; }
-    [[nodiscard]] bool isEditing() const; ///< The editor is shown.
+    [[nodiscard]] bool isEditing() const;                    ///< The editor is shown.
+    [[nodiscard]] bool isEdited() const { return m_edited; } ///< The editor holds something else than the value.
     [[nodiscard]] bool acceptsOnFocusOut() const { return m_acceptOnFocusOut; }
     [[nodiscard]] QString key() const { return m_key.isNull() ? m_name : m_key; }
     void setKey(const QString &key) { m_key = key; }
@@ -86,7 +89,7 @@ private:
     QString m_key; ///< null: the name
     bool m_changed = false;
     bool m_readOnly = false;
-    bool m_edited = false; ///< the editor holds something else than the value
+    bool m_edited = false;
     QString m_warning;
     int m_indent = -1; ///< negative: the tree step of the list
 };
@@ -94,3 +97,6 @@ private:
 /// Whether two values mean the same, as the one from a file, a text, and the one from an editor, maybe a number.
 /// An invalid value, which stands for several ones, only equals another invalid one.
 [[nodiscard]] bool sameValue(const QVariant &left, const QVariant &right);
+
+/// The text that explains a property. Descriptions are rich text, names are plain.
+[[nodiscard]] QString propertyHelp(const QString &name, const QString &description);

@@ -381,6 +381,10 @@ bool PropertyList::eventFilter(QObject *watched, QEvent *event)
         if (editorKey(static_cast<QKeyEvent *>(event)))
             return true;
         break;
+    case QEvent::ContextMenu:
+        if (m_current && m_current->showEditorMenu(static_cast<QContextMenuEvent *>(event)->globalPos()))
+            return true;
+        break;
     case QEvent::FocusIn:
         repaintItem(m_current);
         break;
@@ -489,9 +493,4 @@ bool PropertyList::showCutText(const QPoint &position, const QPoint &globalPosit
     const QString tip = text.isEmpty() ? QString() : u"<p>"_s + text.toHtmlEscaped() + u"</p>"_s;
     QToolTip::showText(globalPosition, tip, viewport(), visualRect(indexFromItem(item, column)));
     return true;
-}
-
-QString propertyHelp(const QString &name, const QString &description)
-{
-    return u"<p><b>%1</b></p><p>%2</p>"_s.arg(name.toHtmlEscaped(), description);
 }

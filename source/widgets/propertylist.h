@@ -1,5 +1,6 @@
 #pragma once
 #include "propertyitem.h"
+class QMenu;
 
 /// A grid of names and values, whose rows are PropertyItems and nothing else. The current row can be edited. It serves
 /// options, registers and lists of files alike and holds many thousand rows.
@@ -48,6 +49,8 @@ Q_SIGNALS:
     void valueChanged(PropertyItem *item);
     void propertySelected(PropertyItem *item); ///< It has become the current row.
     void helpText(const QString &text);        ///< Name and description of the current row, as rich text.
+    /// The menu of the text that is being edited is about to be shown. Receivers add what belongs to the row.
+    void editorMenuRequested(PropertyItem *item, QMenu *menu);
 
 public Q_SLOTS:
     void itemPressed(ListViewItem *item, const QPoint &globalPosition, int column);
@@ -96,6 +99,3 @@ private:
     PropertyItem *m_current = nullptr; ///< the row whose editor may be shown
     QString m_baseDirectory;
 };
-
-/// The text that explains a property. Descriptions are rich text, names are plain.
-[[nodiscard]] QString propertyHelp(const QString &name, const QString &description);

@@ -41,7 +41,7 @@ QWidget *PropertyMultiFormatItem::createEditor()
     QWidget *editor = PropertyTextItem::createEditor();
     QLineEdit *edit = static_cast<LineEditor *>(editor)->edit();
     edit->setValidator(new QRegularExpressionValidator(digits, edit));
-    edit->setContextMenuPolicy(Qt::NoContextMenu);
+    editor->setContextMenuPolicy(Qt::NoContextMenu); // that of the row
     return editor;
 }
 

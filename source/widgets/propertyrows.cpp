@@ -5,6 +5,8 @@
 #include "propertyintegercomboitem.h"
 #include "propertyintegeritem.h"
 
+using namespace Qt::StringLiterals;
+
 namespace {
 /// A list or a row, whichever the new row is to stand in.
 template <typename Parent>
@@ -58,9 +60,9 @@ PropertyItem *makeFilledRow(const PropertyRecord &record, Parent *parent, ListVi
     PropertyItem *row = makeRow(record, parent, after);
     if (!row)
         return nullptr;
-    row->setChanged(record.m_changed && !sameValue(record.m_value, record.m_loaded));
+    row->setChanged(record.isMarkedAsChanged());
     row->setDescription(record.m_description);
-    row->setKey(record.m_key);
+    row->setKey(record.m_key.isNull() ? u""_s : record.m_key); // for a null key the row would use its name
     row->setWarning(record.problem());
     row->setValue(record.m_value, false); // not entered by the user
     return row;

@@ -22,6 +22,9 @@ public:
 
     /// The services for editors of this kind, which must not outlive them. May be null.
     void setEditorHost(EditorHost *host) { m_host = host; }
+    /// What begins a comment that ends with its line, such as "//"; empty if the language has none.
+    void setLineComment(const QString &marker) { m_lineComment = marker; }
+    [[nodiscard]] const QString &lineComment() const { return m_lineComment; }
     /// The directory for the copies of unsaved texts of this kind; empty for no copies.
     void setSwapDirectory(const QString &directory) { m_swapDirectory = directory; }
     /// Reads "TabSize", "KeepTabs", "IndentMode", "LineNumbers" and "CurrentLine" of the group "Editor". Views follow
@@ -51,4 +54,5 @@ private:
     bool m_lineNumbers = false;
     bool m_currentLine = false;
     QString m_swapDirectory;
+    QString m_lineComment;
 };

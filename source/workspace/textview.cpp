@@ -1,5 +1,7 @@
 #include "textview.h"
+#include "lineedits.h"
 #include "textdocument.h"
+#include "textdocumenttemplate.h"
 #include "textprint.h"
 #include "textviewedit.h"
 #include <QApplication>
@@ -414,6 +416,29 @@ void TextView::getCursorPosition(int *para, int *index)
     const QTextCursor cursor = m_current->textCursor();
     *para = cursor.blockNumber();
     *index = cursor.positionInBlock();
+}
+
+bool TextView::commentSelection()
+{
+    const QString marker = m_textDocument->textTemplate()->lineComment();
+    if (marker.isEmpty() || m_current->isReadOnly())
+        return false;
+    commentLines(m_current->textCursor(), marker);
+    return true;
+}
+
+bool TextView::uncommentSelection()
+{
+    const QString marker = m_textDocument->textTemplate()->lineComment();
+    return !marker.isEmpty() && !m_current->isReadOnly() && uncommentLines(m_current->textCursor(), marker);
+}
+
+bool TextView::unindentSelection()
+{
+    if (m_current->isReadOnly())
+        return false;
+    unindentLines(m_current->textCursor(), m_current->indentation());
+    return true;
 }
 
 /// Events are processed between the lines, so the view may be closed during the loop. The selection gets its former

@@ -69,6 +69,11 @@ public:
     [[nodiscard]] QString selectedText() override;
     void getCursorPosition(int *para, int *index) override;
 
+    // These act on the lines of the selection in the current pane; see lineedits.h. False if nothing can be done.
+    bool commentSelection();
+    bool uncommentSelection();
+    bool unindentSelection();
+
     void indentSelection() override;
     void insertText(const QString &text) override;
 

@@ -214,10 +214,21 @@ void TextViewEdit::keyPressEvent(QKeyEvent *event)
     const TextIndent *indenter = m_document->indenter();
     if (isReturn && plain == Qt::NoModifier)
         pressReturn(event);
+    else if (event->key() == Qt::Key_Backtab && plain == Qt::NoModifier)
+        isReadOnly() ? event->ignore() : unindentLines(textCursor(), indentation());
+    else if (event->key() == Qt::Key_Tab && event->modifiers() == Qt::NoModifier && !isReadOnly()
+             && selectsSeveralLines(textCursor()))
+        indentLines(textCursor(), indentation());
     else if (event->key() == Qt::Key_Tab && event->modifiers() == Qt::NoModifier && indenter && !indenter->keepTabs())
         pressTab();
     else
         QPlainTextEdit::keyPressEvent(event);
+}
+
+Indentation TextViewEdit::indentation() const
+{
+    const TextIndent *indenter = m_document->indenter();
+    return indenter ? Indentation{indenter->tabSize(), indenter->keepTabs()} : Indentation{};
 }
 
 void TextViewEdit::pressTab()

@@ -1,4 +1,5 @@
 #pragma once
+#include "lineedits.h"
 #include "pasteguard.h"
 #include <QPlainTextEdit>
 #include <QTextBlock>
@@ -56,6 +57,7 @@ public:
     /// Scrolls so that @p block and some lines around it are visible.
     void showBlock(const QTextBlock &block);
     void scrollByWheel(QWheelEvent *event);
+    [[nodiscard]] Indentation indentation() const; ///< as the settings have it
     /// Indents the cursor's line by the rules of its language.
     void indent();
     [[nodiscard]] std::unique_ptr<QMenu> contextMenu(const QPoint &position);

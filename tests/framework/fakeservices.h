@@ -1,4 +1,5 @@
 #pragma once
+#include "scriptdirectories.h"
 #include "scripthost.h"
 #include <memory>
 #include <QString>
@@ -32,6 +33,8 @@ public:
     IPluginObject *createPlugin(const QString &) const override { return nullptr; }
     void runPyFile(const QString &) override {}
     void fireEvent(const QString &) override {}
+    MacroManager &macros() override { qFatal("a test uses macros that it does not have"); }
+    ScriptDirectories scriptDirectories() const override { return {}; }
     EventHandlers &eventHandlers() override { qFatal("a test uses event handlers that it does not have"); }
     PythonOutputPanel *pythonOutput() const override { return nullptr; }
     bool replaceWorkspace(const QString &) override { return false; }

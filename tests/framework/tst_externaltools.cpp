@@ -53,6 +53,33 @@ private Q_SLOTS:
         QCOMPARE(listOf(loaded), listOf(saved));
     }
 
+    void toolsAreMovedAndRemoved()
+    {
+        ExternalTools tools;
+        addThree(tools);
+        const auto names = [&] {
+            QString text;
+            for (const ExternalTool *tool : tools.tools())
+                text += tool->name();
+            return text;
+        };
+        tools.moveUp(0);
+        tools.moveUp(3);
+        tools.moveDown(2);
+        tools.moveDown(-1);
+        tools.remove(3);
+        tools.remove(-1);
+        QCOMPARE(names(), u"ABC"_s);
+        tools.moveUp(2);
+        QCOMPARE(names(), u"ACB"_s);
+        tools.moveDown(0);
+        QCOMPARE(names(), u"CAB"_s);
+        const ExternalTool *kept = tools.tools().at(2);
+        tools.remove(1);
+        QCOMPARE(names(), u"CB"_s);
+        QCOMPARE(tools.tools().at(1), kept);
+    }
+
     void theDirectoryIsWrittenInSmallLettersBesideTheOtherKeys()
     {
         ExternalTools tools;

@@ -1,6 +1,8 @@
 #include "dialoganswers.h"
 #include "dialogprobe.h"
 #include "morepage.h"
+#include <QCheckBox>
+#include <QGroupBox>
 #include <QSpinBox>
 #include <QTemporaryDir>
 #include <QTreeWidget>
@@ -121,14 +123,45 @@ private Q_SLOTS:
         QCOMPARE(m_page->options().virtualEnvironment, directory.path());
     }
 
+    void storedVirtualEnvironmentThatIsGoneIsNoProblem()
+    {
+        open({.virtualEnvironment = u"/no/venv"_s});
+        QCOMPARE(m_page->problem(), QString());
+        auto *edit = m_dialog.findChild<QLineEdit *>(u"VirtualEnvironmentEdit"_s);
+        edit->setText(u"/no/other"_s);
+        QVERIFY(m_page->problem().contains(u"/no/other"_s));
+        edit->setText(u" "_s); // none
+        QCOMPARE(m_page->problem(), QString());
+    }
+
     void theTexts()
     {
-        open({});
+        open({.virtualEnvironment = {}, .trustedDirectories = {u"/work/a"_s}});
         QCOMPARE(m_page->windowTitle(), u"More"_s);
-        QCOMPARE(button(m_dialog, "LineNumbersCheck")->text(), u"Show line numbers"_s);
-        QCOMPARE(button(m_dialog, "CurrentLineCheck")->text(), u"Highlight the line of the cursor"_s);
+        QStringList groups;
+        for (const QGroupBox *group : m_page->findChildren<QGroupBox *>())
+            groups << group->title();
+        QCOMPARE(groups,
+                 (QStringList{u"Editor"_s, u"Start and scripts of workspaces"_s, u"Python"_s, u"Automation server"_s}));
+        QCOMPARE(textsOf<QCheckBox>(m_dialog),
+                 (QStringList{u"Show line numbers"_s, u"Highlight the line of the cursor"_s,
+                              u"Show the first page of the help when Varnel starts"_s,
+                              u"Ask before the scripts of a folder run for the first time"_s}));
+        QCOMPARE(textsOf<QPushButton>(m_dialog), (QStringList{u"Forget"_s, u"Browse..."_s}));
+        QCOMPARE(textsOf<QLabel>(m_dialog),
+                 (QStringList{u"Size of the text in documents:"_s, u"Virtual environment:"_s,
+                              u"A change takes effect at the next start."_s, u"Accept connections from:"_s,
+                              u"The server runs only when Varnel is started with \"-r\" and a port number. A change "
+                              "takes effect at the next start."_s}));
         QCOMPARE(entries(combo(m_dialog, "AutomationCombo")),
                  (QStringList{u"All computers"_s, u"This computer only"_s}));
+        const auto *tree = m_dialog.findChild<QTreeWidget *>(u"TrustTree"_s);
+        QCOMPARE(tree->headerItem()->text(0) + u'|' + tree->headerItem()->text(1), u"Folder|Scripts run"_s);
+        QCOMPARE(tree->topLevelItem(0)->toolTip(0), u"/work/a"_s);
+        QCOMPARE(button(m_dialog, "ForgetButton")->toolTip(),
+                 u"Varnel asks again when a workspace of the folder is opened."_s);
+        QCOMPARE(m_dialog.findChild<QLineEdit *>(u"VirtualEnvironmentEdit"_s)->toolTip(),
+                 u"A directory made by \"python3 -m venv\". Scripts can import its packages."_s);
     }
 };
 

@@ -17,6 +17,7 @@
 #include <QSettings>
 #include <QSpinBox>
 #include <QTest>
+#include <QTreeWidget>
 
 using namespace Qt::StringLiterals;
 
@@ -118,12 +119,10 @@ private Q_SLOTS:
         QStringList lines;
         for (const QString &key : m_settings->allKeys())
             lines << key + u'=' + stored(key);
-        QCOMPARE(lines,
-                 (QStringList{u"Debug/action0=1"_s, u"Debug/action1=1"_s, u"Debug/action2=1"_s, u"Debug/action3=1"_s,
-                              u"Debug/action4=1"_s, u"Editor/CurrentLine=1"_s, u"Editor/IndentMode=2"_s,
-                              u"Editor/KeepTabs=0"_s, u"Editor/LineNumbers=1"_s, u"Editor/TabSize=4"_s,
-                              u"Editor/WorkspaceStyle=0"_s, u"Editor/Zoom=100"_s, u"Startup/AskBeforeScripts=1"_s,
-                              u"Startup/DisableSplashScreen=0"_s, u"Startup/StartPage=1"_s}));
+        QCOMPARE(lines, (QStringList{u"Debug/action0=1"_s, u"Debug/action1=1"_s, u"Debug/action2=1"_s,
+                                     u"Debug/action3=1"_s, u"Debug/action4=1"_s, u"Editor/IndentMode=2"_s,
+                                     u"Editor/KeepTabs=0"_s, u"Editor/TabSize=4"_s, u"Editor/WorkspaceStyle=0"_s,
+                                     u"Startup/DisableSplashScreen=0"_s}));
         QCOMPARE(m_changes, 1);
         QVERIFY(m_window->findChildren<QDialog *>().isEmpty());
     }
@@ -176,8 +175,7 @@ private Q_SLOTS:
         QTest::newRow("no line numbers") << u"LineNumbers"_s << u"0"_s << u"0"_s;
         QTest::newRow("no current line") << u"CurrentLine"_s << u"0"_s << u"0"_s;
         QTest::newRow("zoom") << u"Zoom"_s << u"140"_s << u"140"_s;
-        QTest::newRow("zoom out of range") << u"Zoom"_s << u"9999"_s << u"400"_s;
-        QTest::newRow("zoom that is no number") << u"Zoom"_s << u"big"_s << u"100"_s;
+        QTest::newRow("zoom out of range stays") << u"Zoom"_s << u"9999"_s << u"9999"_s;
     }
     void theEditorsOptionsAreReadAndWritten()
     {
@@ -215,6 +213,53 @@ private Q_SLOTS:
             accept();
             QCOMPARE(stored(u"Startup/AutomationAddress"_s), address);
         }
+    }
+
+    void changesOfThePageMoreAreStoredAndRemoved()
+    {
+        const QTemporaryDir environment;
+        QFile file(environment.filePath(u"pyvenv.cfg"_s));
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        accept([&](QDialog *dialog) {
+            for (const char *name : {"LineNumbersCheck", "CurrentLineCheck", "StartPageCheck", "AskBeforeScriptsCheck"})
+                find<QCheckBox>(dialog, name)->click();
+            find<QSpinBox>(dialog, "ZoomSpin")->setValue(150);
+            find<QLineEdit>(dialog, "VirtualEnvironmentEdit")->setText(environment.path());
+        });
+        for (const char *key :
+             {"Editor/LineNumbers", "Editor/CurrentLine", "Startup/StartPage", "Startup/AskBeforeScripts"})
+            QCOMPARE(stored(QString::fromLatin1(key)), u"0"_s);
+        QCOMPARE(stored(u"Editor/Zoom"_s), u"150"_s);
+        QCOMPARE(stored(u"Python/VirtualEnvironment"_s), environment.path());
+        accept([](QDialog *dialog) {
+            QVERIFY(!find<QCheckBox>(dialog, "StartPageCheck")->isChecked());
+            find<QCheckBox>(dialog, "StartPageCheck")->click();
+            find<QLineEdit>(dialog, "VirtualEnvironmentEdit")->clear();
+        });
+        QCOMPARE(stored(u"Startup/StartPage"_s), u"1"_s);
+        QCOMPARE(stored(u"Python/VirtualEnvironment"_s), u"absent"_s);
+    }
+
+    void whatChangesWhileTheDialogIsOpenStays()
+    {
+        m_settings->setValue(u"Startup/TrustedDirectories"_s, QStringList{u"/a"_s, u"/b"_s});
+        accept([this](QDialog *dialog) {
+            m_settings->setValue(u"Startup/TrustedDirectories"_s, QStringList{u"/a"_s, u"/b"_s, u"/new"_s});
+            m_settings->setValue(u"Startup/DistrustedDirectories"_s, QStringList{u"/bad"_s});
+            m_settings->setValue(u"Startup/AskBeforeScripts"_s, 0);
+            m_settings->setValue(u"Startup/StartPage"_s, 0);
+            m_settings->setValue(u"Editor/Zoom"_s, 120);
+            m_debugOptions.setAction(PauseEvent, CurrentProcessor); // "Don't ask again"
+            auto *tree = find<QTreeWidget>(dialog, "TrustTree");
+            tree->topLevelItem(0)->setSelected(true);
+            find<QAbstractButton>(dialog, "ForgetButton")->click();
+        });
+        QCOMPARE(m_settings->value(u"Startup/TrustedDirectories"_s).toStringList(), (QStringList{u"/b"_s, u"/new"_s}));
+        QCOMPARE(m_settings->value(u"Startup/DistrustedDirectories"_s).toStringList(), QStringList{u"/bad"_s});
+        QCOMPARE(stored(u"Startup/AskBeforeScripts"_s), u"0"_s);
+        QCOMPARE(stored(u"Startup/StartPage"_s), u"0"_s);
+        QCOMPARE(stored(u"Editor/Zoom"_s), u"120"_s);
+        QCOMPARE(m_debugOptions.action(PauseEvent), CurrentProcessor);
     }
 
     void acceptedFormatsAreNotWrittenToTheSettings()

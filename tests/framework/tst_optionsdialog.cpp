@@ -7,6 +7,7 @@
 #include <QFontDatabase>
 #include <QListWidget>
 #include <QRadioButton>
+#include <QScrollArea>
 #include <QSpinBox>
 
 using namespace Qt::StringLiterals;
@@ -256,6 +257,7 @@ private Q_SLOTS:
         QTest::newRow("more")
             << 5 << u"LineNumbersCheck"_s
             << QStringList{u"LineNumbersCheck"_s,       u"CurrentLineCheck"_s,         u"ZoomSpin"_s,
+                           u"StartPageCheck"_s,         u"AskBeforeScriptsCheck"_s,    u"TrustTree"_s,
                            u"VirtualEnvironmentEdit"_s, u"VirtualEnvironmentButton"_s, u"AutomationCombo"_s}
                    + end;
     }
@@ -545,8 +547,12 @@ private Q_SLOTS:
     {
         m_defaults = {};
         open(m_values);
+        DialogAnswers answers;
+        answers.press(QMessageBox::Ok);
         click("BoldCheckbox");
         click("DefaultsButton");
+        QCOMPARE(answers.said, QStringList{u"The default formats cannot be read. The formats stay as they are."_s});
+        QCOMPARE(answers.lastBox(), u"warning Varnel [Ok]"_s);
         click("OKButton");
         QStringList expected = formatsBefore();
         expected[0] = u"Plain: DejaVu Sans Mono 10 b- #112233 #eeeeee"_s;
@@ -574,6 +580,50 @@ private Q_SLOTS:
         click("BoldCheckbox");
         click("OKButton");
         QCOMPARE(m_dialog->values().formats, TextFormats());
+    }
+
+    // More
+
+    void directoryThatIsNoVirtualEnvironmentKeepsTheDialogOpen()
+    {
+        const QTemporaryDir directory;
+        open(m_values);
+        auto *edit = m_dialog->findChild<QLineEdit *>(u"VirtualEnvironmentEdit"_s);
+        edit->setText(directory.path());
+        DialogAnswers answers;
+        answers.press(QMessageBox::Ok);
+        click("OKButton");
+        QCOMPARE(answers.said,
+                 QStringList{u"\"%1\" is not a virtual environment of Python: it has no file pyvenv.cfg."_s.arg(
+                     directory.path())});
+        QVERIFY(m_dialog->isVisible());
+        QVERIFY(tabs()->currentWidget()->isAncestorOf(edit));
+        m_dialog->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(m_dialog.get()));
+        QVERIFY(edit->hasFocus());
+        QCOMPARE(edit->selectedText(), directory.path());
+        QFile file(directory.filePath(u"pyvenv.cfg"_s));
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        click("OKButton");
+        QVERIFY(m_dialog->isHidden());
+        QCOMPARE(m_dialog->values().more.virtualEnvironment, directory.path());
+    }
+
+    void everyWidgetOfTheTabMoreIsReachedByTabInASmallWindow()
+    {
+        m_values.more.trustedDirectories = {u"/work/a"_s};
+        open(m_values);
+        tabs()->setCurrentIndex(5);
+        m_dialog->resize(1, 1);
+        auto *area = m_dialog->findChild<QScrollArea *>();
+        m_dialog->findChild<QWidget *>(u"LineNumbersCheck"_s)->setFocus();
+        while (area->isAncestorOf(QApplication::focusWidget())) {
+            const QWidget *focus = QApplication::focusWidget();
+            const QRect place(focus->mapTo(area->viewport(), QPoint()), QSize(focus->width(), 1));
+            QVERIFY2(area->viewport()->rect().contains(place), qPrintable(focus->objectName()));
+            QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+        }
+        QCOMPARE(QApplication::focusWidget()->objectName(), u"OKButton"_s);
     }
 
     // Tools

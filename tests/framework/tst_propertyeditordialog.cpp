@@ -329,10 +329,107 @@ private Q_SLOTS:
     {
         open(m_file);
         choose(3);
+        ok();
+        QCOMPARE(m_dialog->result(), int(QDialog::Accepted)); // nothing is lost
+        DialogAnswers answers;
+        answers.press(QMessageBox::Ok);
+        open(m_file);
+        choose(3);
         startTyping(u"Flags for C"_s, u"-x"_s);
         ok();
-        QCOMPARE(m_dialog->result(), int(QDialog::Accepted));
+        QCOMPARE(
+            answers.said,
+            QStringList{u"The changes cannot be saved in \"All configurations\", because this file has no values of "
+                        "its own yet. Choose one configuration."_s});
+        QVERIFY(m_dialog->isVisible());
+        QCOMPARE(row(u"Flags for C"_s)->text(1), u"-x"_s);
         QCOMPARE(m_file->properties()->configurations(), QStringList());
+        QVERIFY(!m_project->isModified());
+        answers.press(QMessageBox::Yes); // save before another configuration is chosen
+        answers.press(QMessageBox::Ok);
+        choose(0);
+        QVERIFY(answers.allGiven());
+        QCOMPARE(configurations()->currentIndex(), 3);
+        QCOMPARE(row(u"Flags for C"_s)->text(1), u"-x"_s);
+    }
+
+    void changesOfAProjectWithoutConfigurationsAreNotLostSilently()
+    {
+        for (const QString &name : m_project->properties()->configurations())
+            m_project->properties()->removeConfiguration(name);
+        m_project->setCurrentConfiguration(QString());
+        DialogAnswers answers;
+        answers.press(QMessageBox::Ok);
+        open();
+        startTyping(u"Definitions"_s, u"B"_s);
+        ok();
+        QCOMPARE(answers.said,
+                 QStringList{u"The changes cannot be saved, because the project has no configuration."_s});
+        QVERIFY(m_dialog->isVisible());
+    }
+
+    void resetRemovesTheValueFromTheStore()
+    {
+        open();
+        editor()->resetToDefault(u"opt"_s);
+        QCOMPARE(row(u"Optimisation"_s)->text(1), u"None"_s);
+        ok();
+        QVERIFY(!m_project->properties()->propertyKeys(u"Release"_s).contains(u"opt"_s));
+        QVERIFY(m_project->isModified());
+    }
+
+    void resetInAllConfigurationsRemovesTheValueFromEach()
+    {
+        open();
+        choose(3);
+        editor()->resetToDefault(u"define"_s);
+        editor()->resetToDefault(u"opt"_s);
+        ok();
+        QCOMPARE(m_project->properties()->propertyKeys(u"Release"_s), QStringList{u"unknown"_s});
+        QCOMPARE(m_project->properties()->propertyKeys(u"Debug"_s), QStringList());
+        QCOMPARE(m_project->properties()->configurations(), QStringList({u"Debug"_s, u"Release"_s}));
+    }
+
+    void resetOfAFileLetsTheValueOfTheProjectThrough()
+    {
+        m_file->properties()->setProperty(u"opt"_s, u"0"_s, u"Release"_s); // the default, but not the project's value
+        open(m_file);
+        editor()->resetToDefault(u"opt"_s);
+        ok();
+        QCOMPARE(stored(u"opt"_s, u"Release"_s, m_file), u"1"_s);
+        QCOMPARE(m_file->properties()->configurations(), QStringList());
+    }
+
+    void propertyWithoutKeyIsStoredAndLoaded()
+    {
+        buildScript(u"b"_s, {IPropertyDefinitions::Iid}).propertyDefinitions =
+            u"<p><group name=\"G\"><propertygroup name=\"P\"><property name=\"define\" type=\"text\" "
+            "pattern=\"[a-z]*\"/></propertygroup></group></p>"_s;
+        DialogAnswers answers;
+        answers.press(QMessageBox::Ok);
+        open();
+        startTyping(u"define"_s, u"X"_s);
+        ok();
+        QCOMPARE(answers.said, QStringList{u"define: This value is not possible here."_s});
+        m_dialog->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(m_dialog.get()));
+        startTyping(u"define"_s, u"x"_s);
+        ok();
+        QCOMPARE(stored(QString(), u"Release"_s), u"x"_s);
+        QCOMPARE(stored(u"define"_s, u"Release"_s), u"A"_s);
+        open();
+        QCOMPARE(rows(), u"define=x"_s);
+    }
+
+    void sameRowOfTheBoxChosenAgainAsksAndLoadsAgain()
+    {
+        DialogAnswers answers;
+        answers.press(QMessageBox::No);
+        open();
+        startTyping(u"Definitions"_s, u"B"_s);
+        choose(0);
+        QVERIFY(answers.allGiven());
+        QCOMPARE(row(u"Definitions"_s)->text(1), u"A"_s);
         QVERIFY(!m_project->isModified());
     }
 

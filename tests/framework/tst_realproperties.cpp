@@ -64,13 +64,19 @@ private:
     }
 
     /// Enters something else than the value by keys.
+    static void typeNumber(QSpinBox *box, int number)
+    {
+        box->selectAll();
+        QTest::keyClicks(box, QString::number(number));
+    }
+
     static void change(PropertyItem *row)
     {
         QWidget *editor = row->editor();
         if (auto *box = qobject_cast<QComboBox *>(editor))
             QTest::keyClick(box, box->currentIndex() == 0 ? Qt::Key_End : Qt::Key_Home);
         else if (auto *number = qobject_cast<QSpinBox *>(editor))
-            QTest::keyClick(number, Qt::Key_Up);
+            typeNumber(number, number->value() + 1);
         else
             QTest::keyClicks(QApplication::focusWidget(), u"x"_s);
         QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);

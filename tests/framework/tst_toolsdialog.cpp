@@ -107,6 +107,13 @@ private Q_SLOTS:
                                        u"..."_s, u"..."_s}));
         for (const QPushButton *button : m_page->findChildren<QPushButton *>())
             QVERIFY(!button->autoDefault()); // Return accepts the options
+        const std::pair<const char *, QString> tips[] = {
+            {"StopButton", u"Ends the process of the selected tool"_s},
+            {"BrowseButton", u"Choose a program"_s},
+            {"Macro1Button", u"Insert a macro into the arguments"_s},
+            {"Macro2Button", u"Insert a macro into the initial directory"_s}};
+        for (const auto &[name, tip] : tips)
+            QCOMPARE(button(name)->toolTip(), tip);
     }
 
     void tabGoesThroughThePage()

@@ -1,11 +1,14 @@
 #include "ordinaryuser.h"
+#include "outputpage.h"
 #include "outputwindow.h"
 #include "popupmenu.h"
+#include "textindent.h"
 #include "windowfixture.h"
 #include "windowmenus.h"
 #include <QDockWidget>
 #include <QLabel>
 #include <QMimeData>
+#include <QSpinBox>
 
 // The commands of the menus View and Window, drag and drop, and the appearance of the window.
 
@@ -47,13 +50,13 @@ QPalette palette(const QColor &window, const QColor &text)
     return palette;
 }
 
-QByteArray formats(const char *foreground, const char *background)
+QByteArray formats(const char *foreground, const char *background, int outputSize = 9)
 {
     return QByteArray("<textformats><section name='Text editor'><format name='Standard text' fontFamily='Monospace' "
                       "fontSize='9' fgColour='")
            + foreground + "' bgColour='" + background
-           + "'/></section><section name='Output window'><format name='Text' fontFamily='Monospace' fontSize='9'/>"
-             "</section></textformats>";
+           + "'/></section><section name='Output window'><format name='Text' fontFamily='Monospace' fontSize='"
+           + QByteArray::number(outputSize) + "'/></section></textformats>";
 }
 } // namespace
 
@@ -290,7 +293,47 @@ private Q_SLOTS:
         QTRY_COMPARE(f.view()->textDocument()->paperColour().name(), u"#ffffff"_s);
     }
 
+    void acceptedOptionsTakeEffectInWhatIsOpen()
+    {
+        const WindowFixture f;
+        f.installation.write(u"config/textformats.xml"_s, formats("101010", "ffffcc", 17)); // for "Use Defaults"
+        f.open(u"a.c"_s);
+        const TextDocument *document = f.view()->textDocument();
+        QVERIFY(document->paperColour().name() != u"#ffffcc"_s);
+        f.answers->meet([](QDialog *dialog) {
+            dialog->findChild<QAbstractButton *>(u"DefaultsButton"_s)->click();
+            dialog->findChild<QSpinBox *>(u"TabSizeSpin"_s)->setValue(7);
+            dialog->findChild<QSpinBox *>(u"ZoomSpin"_s)->setValue(200);
+            dialog->findChild<QAbstractButton *>(u"OKButton"_s)->click();
+        });
+        f.window->toolsOptions();
+        QVERIFY(f.answers->allGiven());
+        QCOMPARE(document->paperColour().name(), u"#ffffcc"_s);
+        QCOMPARE(document->indenter()->tabSize(), 7);
+        QCOMPARE(f.view()->currentEdit()->font().pointSize(), 18); // 9 at 200 %
+        for (const uint page : {OutputWindow::Build, OutputWindow::Debug, OutputWindow::FindInFiles})
+            QCOMPARE(f.window->outputWindow()->page(page)->font().pointSize(), 17);
+    }
+
     // Tools
+
+    void toolsMenuRunsToolsAndTheirOutputIsOnThePageDebug()
+    {
+        WindowFixture f;
+        f.installation.write(u"config/uiconfig.xml"_s, R"(<ui><menus><menu name="toolsMenu"/></menus></ui>)");
+        f.settings()->setValue(u"Tools/tool0name"_s, u"Echo"_s);
+        f.settings()->setValue(u"Tools/tool0command"_s, u"/bin/echo"_s);
+        f.settings()->setValue(u"Tools/tool0arguments"_s, u"from $(FileName)"_s);
+        f.restart();
+        f.open(u"a.c"_s);
+        const QMenu *menu = openedMenu(f, u"toolsMenu"_s);
+        QCOMPARE(items(menu).first(), u"&1 Echo"_s);
+        menu->actions().first()->trigger();
+        const OutputWindow *output = f.window->outputWindow();
+        QTRY_COMPARE(output->page(OutputWindow::Debug)->toPlainText().trimmed(),
+                     u"Running '/bin/echo from a'...\nfrom a\nProcess '/bin/echo' exited normally (0)"_s);
+        QCOMPARE(output->page(OutputWindow::Build)->toPlainText(), QString());
+    }
 
     void macroCommandOpensTheMacroFile()
     {

@@ -166,6 +166,25 @@ private Q_SLOTS:
         QCOMPARE(watches->watches(), QStringList(u"counter,x"_s));
     }
 
+    void acceptedFormatsReachTheDebugWindows()
+    {
+        const DebugWindow f;
+        const auto *watches = f.window->findChild<WatchWindow *>(u"fw/watches"_s);
+        QVERIFY(watches);
+        f.installation.write(u"config/textformats.xml"_s,
+                             "<f><section name='Text editor'><format name='Standard text' fontFamily='Monospace' "
+                             "fontSize='9'/></section><section name='Workspace'><format name='Normal text' "
+                             "fontFamily='Monospace' fontSize='21' bgColour='ffffcc'/></section></f>");
+        f.answers->meet([](QDialog *dialog) {
+            dialog->findChild<QAbstractButton *>(u"DefaultsButton"_s)->click();
+            dialog->findChild<QAbstractButton *>(u"OKButton"_s)->click();
+        });
+        f.window->toolsOptions();
+        QVERIFY(f.answers->allGiven());
+        QCOMPARE(watches->font().pointSize(), 21);
+        QCOMPARE(watches->palette().color(QPalette::Base).name(), u"#ffffcc"_s);
+    }
+
     void aSessionFromItsStartToItsEnd()
     {
         const DebugWindow f;

@@ -26,6 +26,22 @@ void editEveryRow(PropertyEditor &editor)
         list->currentItem()->acceptEditor();
     }
 }
+/// Types a digit into every row of the page, and takes it back.
+void typeIntoEveryRow(PropertyEditor &editor)
+{
+    auto *list = editor.findChild<PropertyList *>();
+    for (QTreeWidgetItemIterator it(list); *it; ++it) {
+        list->setCurrentItem(*it);
+        const QWidget *editing = list->currentItem()->editor();
+        if (auto *edit = editing ? editing->findChild<QLineEdit *>() : nullptr)
+            edit->insert(u"7"_s);
+        list->currentItem()->acceptEditor();
+        const QString key = list->currentItem()->key();
+        if (!sameValue(list->currentItem()->value(), editor.value(key)))
+            qFatal("A typed value is lost.");
+        editor.resetToDefault(key);
+    }
+}
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
@@ -40,6 +56,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
     for (QTreeWidgetItemIterator it(tree); *it; ++it) {
         tree->setCurrentItem(*it);
         editEveryRow(editor);
+        typeIntoEveryRow(editor);
     }
     for (const QString &key : editor.keys()) {
         bool isChanged = false;

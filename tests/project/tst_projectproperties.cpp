@@ -131,6 +131,44 @@ private Q_SLOTS:
         }
     }
 
+    void removedValueOfAFileIsThatOfTheProjectAgain()
+    {
+        Project project(u"p"_s, u"/p"_s);
+        project.properties()->setProperty(u"k"_s, u"project"_s, u"Debug"_s);
+        auto *file = new ProjectFile(u"a.c"_s, u"a.c"_s);
+        project.addFile(file);
+        file->properties()->setProperty(u"k"_s, u"file"_s, u"Debug"_s);
+        file->properties()->setProperty(u"other"_s, u"file"_s, u"Debug"_s);
+        project.setModified(false);
+        file->properties()->setModified(false);
+        QVERIFY(file->properties()->removeProperty(u"k"_s, u"Debug"_s));
+        QVERIFY(project.isModified() && file->properties()->isModified());
+        QCOMPARE(file->properties()->property(u"k"_s, u"Debug"_s), u"project"_s);
+        QCOMPARE(file->properties()->propertyKeys(u"Debug"_s), QStringList{u"other"_s});
+        QVERIFY(file->properties()->removeProperty(u"other"_s, u"Debug"_s));
+        QVERIFY(!file->properties()->hasConfigurations()); // as before its first value
+    }
+
+    void projectKeepsAConfigurationWithoutValues()
+    {
+        Project project(u"p"_s, u"/p"_s);
+        project.properties()->setProperty(u"k"_s, u"v"_s, u"Debug"_s);
+        QVERIFY(project.properties()->removeProperty(u"k"_s, u"Debug"_s));
+        QCOMPARE(project.properties()->configurations(), QStringList{u"Debug"_s});
+        QVERIFY(project.properties()->property(u"k"_s, u"Debug"_s).isNull());
+    }
+
+    void removingAMissingValueChangesNothing()
+    {
+        Project project(u"p"_s, u"/p"_s);
+        project.properties()->setProperty(u"k"_s, u"v"_s, u"Debug"_s);
+        project.setModified(false);
+        QVERIFY(!project.properties()->removeProperty(u"other"_s, u"Debug"_s));
+        QVERIFY(!project.properties()->removeProperty(u"k"_s, u"Missing"_s));
+        QVERIFY(!project.isModified());
+        QCOMPARE(project.properties()->configurations(), QStringList{u"Debug"_s});
+    }
+
     void lookupCreatesNoConfiguration()
     {
         Project project(u"p"_s, u"/p"_s);

@@ -1,5 +1,6 @@
 #include "flagsdialog.h"
 #include <QCheckBox>
+#include <QGridLayout>
 #include <QLabel>
 #include <QSignalSpy>
 #include <QTest>
@@ -26,6 +27,21 @@ private Q_SLOTS:
         for (const QLabel *label : dialog.findChildren<QLabel *>())
             labels += label->text();
         QCOMPARE(labels, QStringList({u"Z"_s, u"N"_s, u"C&V"_s}));
+    }
+
+    void boxesStandAboveTheirNames()
+    {
+        FlagsDialog dialog(QString(), {u"Z"_s, u"N"_s, u"C"_s}, nullptr);
+        const auto *grid = qobject_cast<QGridLayout *>(dialog.layout());
+        QCOMPARE(grid->columnCount(), 3);
+        QCOMPARE(grid->rowCount(), 2);
+        const QStringList names{u"Z"_s, u"N"_s, u"C"_s};
+        for (int column = 0; column < 3; ++column) {
+            QVERIFY(qobject_cast<QCheckBox *>(grid->itemAtPosition(0, column)->widget()));
+            const auto *label = qobject_cast<QLabel *>(grid->itemAtPosition(1, column)->widget());
+            QCOMPARE(label->text(), names[column]);
+            QVERIFY(grid->itemAtPosition(1, column)->alignment().testFlag(Qt::AlignHCenter));
+        }
     }
 
     void clickReportsTheNewValue()

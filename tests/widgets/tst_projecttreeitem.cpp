@@ -1,4 +1,5 @@
 #include "projecttreeitem.h"
+#include <QStyleFactory>
 #include <QTest>
 
 using namespace Qt::StringLiterals;
@@ -165,7 +166,6 @@ private Q_SLOTS:
         QTest::newRow("bold") << Change([](ProjectTreeItem *item) { item->setBold(true); });
         QTest::newRow("italic") << Change([](ProjectTreeItem *item) { item->setItalic(true); });
         QTest::newRow("grid") << Change([](ProjectTreeItem *item) { item->setGrid(true); });
-        QTest::newRow("branches") << Change([](ProjectTreeItem *item) { item->setPaintBranches(false); });
         QTest::newRow("pixmap") << Change([](ProjectTreeItem *item) { item->setPixmap(icon(Qt::red)); });
     }
 
@@ -180,6 +180,32 @@ private Q_SLOTS:
         QCOMPARE(painted(list), before);
         change(item);
         QVERIFY(painted(list) != before);
+    }
+
+    void branchesOfTheRowsBelowAreBlankAndArrowsStay()
+    {
+        const std::unique_ptr<QStyle> lines(QStyleFactory::create(u"Windows"_s)); // one that paints branches
+        ListView list;
+        list.setStyle(lines.get());
+        ProjectTreeItem *item = add(list, u"row"_s);
+        auto *leaf = new ListViewItem(item, nullptr, u"leaf"_s);
+        auto *group = new ListViewItem(item, leaf, u"group"_s);
+        new ListViewItem(group, nullptr, u"below"_s);
+        list.show();
+        const QImage closed = painted(list);
+        item->setPaintBranches(false);
+        QCOMPARE(painted(list), closed); // the arrow of the row itself
+        item->setOpen(true);
+        const auto branchOf = [&](const ListViewItem *row) {
+            const QRect rect = list.visualItemRect(row);
+            return list.viewport()->grab(QRect(0, rect.y(), rect.x(), rect.height())).toImage();
+        };
+        QImage blank(branchOf(leaf));
+        blank.fill(list.palette().color(QPalette::Base));
+        QCOMPARE(branchOf(leaf), blank);
+        QVERIFY(branchOf(group) != blank);
+        item->setPaintBranches(true);
+        QVERIFY(branchOf(leaf) != blank);
     }
 
     void gridIsPaintedAtTheBottomAndTheRightEdge()

@@ -14,6 +14,7 @@
 #include <QSplitter>
 #include <QTest>
 #include <QTextBrowser>
+#include <QToolButton>
 
 using namespace Qt::StringLiterals;
 
@@ -88,6 +89,18 @@ private:
         QTest::keyClick(QApplication::focusWidget(), Qt::Key_A, Qt::ControlModifier);
         QTest::keyClicks(QApplication::focusWidget(), text);
         QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+    }
+
+    static QMenu *openMenu(const QString &name)
+    {
+        auto *menu = qobject_cast<QMenu *>(QApplication::activePopupWidget());
+        return menu && menu->objectName() == name ? menu : nullptr;
+    }
+
+    static void rightPress(QWidget *widget)
+    {
+        QContextMenuEvent event(QContextMenuEvent::Mouse, QPoint(3, 3), widget->mapToGlobal(QPoint(3, 3)));
+        QCoreApplication::sendEvent(widget, &event);
     }
 
     bool isChanged(const QString &key)
@@ -222,6 +235,78 @@ private Q_SLOTS:
         QCOMPARE(m_editor->keys().join(u' '), u"opt warn colour out dir sources incs jobs baud cpu"_s);
     }
 
+    void propertyWithoutKeyIsEdited()
+    {
+        QVERIFY(m_editor->setPropertyDefinitions(
+            u"<x><group name=\"G\"><propertygroup name=\"Nameless\">"
+            "<property name=\"colour\" type=\"text\" defaultvalue=\"d\" pattern=\"[a-z]*\"/>"
+            "</propertygroup></group></x>"_s,
+            u"project"_s));
+        QVERIFY(m_editor->keys().contains(QString()));
+        tree()->setCurrentItem(page(u"Nameless"_s));
+        typeInto(row(u"colour"_s), u"X"_s);
+        QCOMPARE(m_editor->value(QString()), u"X"_s);
+        QVERIFY(isChanged(QString()));
+        QVERIFY(!isChanged(u"colour"_s)); // the key of another one
+        QCOMPARE(m_editor->firstInvalidKey(), std::optional(QString()));
+        QVERIFY(m_editor->setValue(QString(), u"stored"_s));
+        QCOMPARE(row(u"colour"_s)->text(1), u"stored"_s);
+        m_editor->resetToDefault(QString());
+        QVERIFY(m_editor->isReset(QString()));
+        QCOMPARE(row(u"colour"_s)->text(1), u"d"_s);
+    }
+
+    void laterPropertyWithoutKeyReplacesTheFirstOne()
+    {
+        QVERIFY(m_editor->setPropertyDefinitions(
+            u"<x><group name=\"G\"><propertygroup name=\"Nameless\"><property name=\"one\" type=\"text\"/>"
+            "<property name=\"two\" type=\"text\"/></propertygroup></group></x>"_s,
+            u"project"_s));
+        tree()->setCurrentItem(page(u"Nameless"_s));
+        QCOMPARE(rows(), u"two\n"_s);
+        QCOMPARE(m_editor->keys().count(QString()), 1);
+    }
+
+    void pageAtTheTopLevelIsShown()
+    {
+        QVERIFY(m_editor->setPropertyDefinitions(
+            u"<x><propertygroup name=\"Alone\"><property key=\"a\" name=\"A\" type=\"text\" defaultvalue=\"1\"/>"
+            "</propertygroup></x>"_s,
+            u"project"_s));
+        tree()->setCurrentItem(page(u"Alone"_s));
+        QCOMPARE(rows(), u"A=1\n"_s);
+        m_editor->setValue(u"a"_s, u"2"_s);
+        QVERIFY(static_cast<ProjectTreeItem *>(page(u"Alone"_s))->isBold());
+        filter()->setText(u"2"_s); // not found by its value
+        filter()->setText(u"A"_s);
+        QVERIFY(rows().contains(u"Alone\n  A=2\n"_s));
+    }
+
+    void invalidPatternIsReportedOnceAndForbidsNothing()
+    {
+        QTest::ignoreMessage(QtWarningMsg, "PropertyEditor: Invalid pattern '[a'");
+        QVERIFY(m_editor->setPropertyDefinitions(
+            u"<x><group name=\"G\"><propertygroup name=\"P\"><property key=\"a\" name=\"A\" type=\"text\" "
+            "pattern=\"[a\"/></propertygroup></group></x>"_s,
+            u"project"_s));
+        tree()->setCurrentItem(page(u"P"_s));
+        typeInto(row(u"A"_s), u"anything"_s);
+        QVERIFY(!m_editor->firstInvalidKey());
+        filter()->setText(u"A"_s);
+    }
+
+    void integerOutsideItsRangeIsShownAsStored()
+    {
+        m_editor->setValue(u"jobs"_s, u"123456789"_s); // the maximum is 100000
+        tree()->setCurrentItem(page(u"Files"_s));
+        list()->setFocus();
+        list()->setCurrentItem(row(u"Jobs"_s));
+        QVERIFY(row(u"Jobs"_s)->isEditing());
+        m_editor->endEdit();
+        QCOMPARE(row(u"Jobs"_s)->text(1), u"123456789"_s);
+        QVERIFY(!isChanged(u"jobs"_s));
+    }
+
     void unknownKeyHasNoValue()
     {
         QVERIFY(!m_editor->setValue(u"none"_s, 1));
@@ -332,6 +417,59 @@ private Q_SLOTS:
         QVERIFY(!code->isBold());
     }
 
+    void groupOfAMarkedPageIsBold()
+    {
+        QVERIFY(m_editor->setPropertyDefinitions(more, u"project"_s));
+        const auto isBold = [this](const QString &name) {
+            return static_cast<ProjectTreeItem *>(page(name))->isBold() && !page(name)->toolTip(0).isEmpty();
+        };
+        const auto *debug = static_cast<ProjectTreeItem *>(page(u"Debug"_s));
+        QVERIFY(!debug->isOpen()); // only the first group is
+        m_editor->setValue(u"target"_s, u"board"_s);
+        QVERIFY(debug->isBold() && isBold(u"Inner"_s));
+        QVERIFY(!isBold(u"Build"_s));
+        m_editor->setValue(u"colour"_s, u"blue"_s);
+        m_editor->setValue(u"jobs"_s, u"9"_s);
+        m_editor->setValue(u"colour"_s, u"red"_s);
+        QVERIFY(isBold(u"Build"_s)); // its other page
+        m_editor->setValue(u"jobs"_s, u"4"_s);
+        m_editor->setValue(u"target"_s, u"qemu"_s);
+        QVERIFY(!isBold(u"Build"_s) && !debug->isBold() && !isBold(u"Inner"_s));
+    }
+
+    void clearButtonGoesWhenAPageIsChosen()
+    {
+        filter()->setText(u"colour"_s);
+        const auto *clear = filter()->findChild<QToolButton *>();
+        QTRY_VERIFY(clear->isVisible());
+        tree()->setCurrentItem(page(u"Files"_s));
+        QCOMPARE(filter()->text(), QString());
+        QTRY_VERIFY(!clear->isVisible() || qFuzzyIsNull(clear->property("opacity").toDouble()));
+        QCOMPARE(list()->firstChild()->name(), u"Output"_s);
+    }
+
+    void filterMatches_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<QString>("shown");
+        QTest::newRow("name in the middle") << u"ptimis"_s << u"Build / Code\n  Optimisation=Speed\n"_s;
+        QTest::newRow("description") << u"how MUCH"_s << u"Build / Code\n  Optimisation=Speed\n"_s;
+        QTest::newRow("label of an option") << u"odd"_s << u"Build / Code\n  Optimisation=Speed\n"_s;
+        QTest::newRow("label of a proposal") << u"M3"_s << u"Build / Files\n  Processor=7\n"_s;
+        QTest::newRow("key") << u"incs"_s << u"Build / Files\n  Includes\n"_s;
+        QTest::newRow("two pages") << u"ou"_s
+                                   << u"Build / Code\n  Colour=red\nBuild / Files\n  Output\n  Sources=a;b\n"_s;
+        QTest::newRow("not the value") << u"9600x"_s << QString();
+    }
+
+    void filterMatches()
+    {
+        QFETCH(QString, text);
+        filter()->setFocus();
+        QTest::keyClicks(filter(), text);
+        QTEST(rows(), "shown");
+    }
+
     void filterShowsMatchingRowsOfAllPages()
     {
         QVERIFY(m_editor->setPropertyDefinitions(more, u"project"_s));
@@ -348,6 +486,29 @@ private Q_SLOTS:
         filter()->setFocus();
         QTest::keyClick(filter(), Qt::Key_Escape);
         QCOMPARE(rows(), u"Optimisation=Speed\nWarnings=Yes\nColour=red\n"_s);
+    }
+
+    void manyRowsAreMadeInSlices()
+    {
+        QString text = u"<x><group name=\"Many\"><propertygroup name=\"One\">"_s;
+        for (int i = 0; i < 10000; ++i)
+            text += u"<property key=\"many%1\" name=\"Many %1\" type=\"text\" defaultvalue=\"v\"/>"_s.arg(i);
+        QVERIFY(m_editor->setPropertyDefinitions(text + u"</propertygroup></group></x>"_s, u"project"_s));
+        const auto count = [this] { return list()->firstChild() ? list()->firstChild()->childCount() : 0; };
+        filter()->setText(u"many"_s);
+        QVERIFY(count() > 0 && count() < 10000);
+        typeInto(row(u"Many 0"_s), u"typed"_s); // while rows are being added
+        QTRY_COMPARE(count(), 10000);
+        QCOMPARE(list()->firstChild()->child(9999)->text(0), u"Many 9999"_s);
+        QVERIFY(isChanged(u"many0"_s));
+        filter()->setText(u"many 1"_s);
+        filter()->setText(u"colour"_s); // replaces what is being added
+        QCoreApplication::processEvents();
+        QCOMPARE(rows(), u"Build / Code\n  Colour=red\n"_s);
+        filter()->clear();
+        m_editor->showProperty(u"many9999"_s);
+        QCOMPARE(list()->currentItem()->name(), u"Many 9999"_s);
+        QVERIFY(list()->currentItem()->isEditing());
     }
 
     void filterWithoutMatchShowsANotice()
@@ -374,15 +535,104 @@ private Q_SLOTS:
         list()->setCurrentItem(row(u"Warnings"_s));
         QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
         QTest::keyClick(list(), Qt::Key_F10, Qt::ShiftModifier);
-        auto *menu = qobject_cast<QMenu *>(QApplication::activePopupWidget());
+        QMenu *menu = openMenu(u"propertyMenu"_s);
         QVERIFY(menu);
         QCOMPARE(menu->actions().first()->text(), u"&Reset to Default"_s);
         QVERIFY(menu->actions().first()->isEnabled());
         QTest::keyClick(menu, Qt::Key_R);
         QVERIFY(isChanged(u"warn"_s));
-        QCOMPARE(m_editor->value(u"warn"_s).toString(), u"1"_s); // as booleans are stored
+        QVERIFY(m_editor->isReset(u"warn"_s));
+        QCOMPARE(m_editor->value(u"warn"_s), true);
         QCOMPARE(row(u"Warnings"_s)->text(1), u"Yes"_s);
         QVERIFY(row(u"Warnings"_s)->isChanged());
+        QTest::keyClick(list(), Qt::Key_F10, Qt::ShiftModifier);
+        QVERIFY(!openMenu(u"propertyMenu"_s)->actions().first()->isEnabled()); // once is enough
+        QApplication::activePopupWidget()->close();
+    }
+
+    void storedValueThatIsTheDefaultCanBeReset()
+    {
+        m_editor->setValue(u"colour"_s, u"red"_s);
+        m_editor->resetToDefault(u"colour"_s);
+        QVERIFY(isChanged(u"colour"_s) && m_editor->isReset(u"colour"_s));
+        QVERIFY(row(u"Colour"_s)->isChanged());
+        tree()->setCurrentItem(page(u"Files"_s));
+        tree()->setCurrentItem(page(u"Code"_s));
+        QVERIFY(row(u"Colour"_s)->isChanged());
+    }
+
+    void valueEnteredAfterAResetIsStoredAgain()
+    {
+        m_editor->setValue(u"colour"_s, u"green"_s);
+        m_editor->resetToDefault(u"colour"_s);
+        typeInto(row(u"Colour"_s), u"blue"_s);
+        QVERIFY(isChanged(u"colour"_s) && !m_editor->isReset(u"colour"_s));
+        m_editor->resetToDefault(u"colour"_s);
+        m_editor->setValue(u"colour"_s, u"green"_s); // loaded again
+        QVERIFY(!isChanged(u"colour"_s) && !m_editor->isReset(u"colour"_s));
+        m_editor->resetToDefault(u"colour"_s);
+        m_editor->clearValues();
+        QVERIFY(!isChanged(u"colour"_s) && !m_editor->isReset(u"colour"_s));
+    }
+
+    void resetOfAValueThatWasOnlyTypedLeavesNothingToStore()
+    {
+        typeInto(row(u"Colour"_s), u"blue"_s);
+        m_editor->resetToDefault(u"colour"_s);
+        QCOMPARE(row(u"Colour"_s)->text(1), u"red"_s);
+        QVERIFY(!isChanged(u"colour"_s) && !m_editor->isReset(u"colour"_s));
+        QVERIFY(!row(u"Colour"_s)->isChanged());
+    }
+
+    void resetOfAKeyOnAnotherPageOrOfAnUnknownOneIsSafe()
+    {
+        m_editor->setValue(u"jobs"_s, u"9"_s);
+        m_editor->resetToDefault(u"jobs"_s);
+        QVERIFY(m_editor->isReset(u"jobs"_s));
+        QCOMPARE(m_editor->value(u"jobs"_s), 4);
+        m_editor->resetToDefault(u"none"_s);
+        QVERIFY(!m_editor->isReset(u"none"_s));
+    }
+
+    void menuOfTheTextThatIsBeingTypedResets()
+    {
+        list()->setFocus();
+        list()->setCurrentItem(row(u"Colour"_s));
+        QTest::keyClicks(QApplication::focusWidget(), u"x"_s);
+        rightPress(QApplication::focusWidget());
+        QMenu *menu = openMenu(u"editorMenu"_s);
+        QVERIFY(menu);
+        QAction *reset = menu->findChild<QAction *>(u"resetToDefault"_s);
+        QVERIFY(reset && reset->isEnabled());
+        menu->close();
+        reset->trigger();
+        QCOMPARE(row(u"Colour"_s)->text(1), u"red"_s);
+        QVERIFY(!row(u"Colour"_s)->isEditing());
+        QVERIFY(!isChanged(u"colour"_s));
+    }
+
+    void menuEndsTheEditOfAChoice()
+    {
+        list()->setFocus();
+        list()->setCurrentItem(row(u"Optimisation"_s));
+        QTest::keyClicks(QApplication::focusWidget(), u"N"_s);
+        rightPress(QApplication::focusWidget());
+        QMenu *menu = openMenu(u"propertyMenu"_s);
+        QVERIFY(menu);
+        QVERIFY(!row(u"Optimisation"_s)->isEditing());
+        QCOMPARE(row(u"Optimisation"_s)->text(1), u"None"_s);
+        QVERIFY(menu->actions().first()->isEnabled());
+        QTest::keyClick(menu, Qt::Key_R);
+        QCOMPARE(row(u"Optimisation"_s)->text(1), u"Speed"_s);
+    }
+
+    void headingHasNoMenu()
+    {
+        filter()->setText(u"colour"_s);
+        list()->setFocus();
+        list()->setCurrentItem(list()->firstChild());
+        QTest::keyClick(list(), Qt::Key_Menu);
+        QVERIFY(!QApplication::activePopupWidget());
     }
 
     void defaultValueCannotBeReset()
@@ -391,7 +641,7 @@ private Q_SLOTS:
         list()->setCurrentItem(row(u"Warnings"_s));
         QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
         QTest::keyClick(list(), Qt::Key_Menu);
-        auto *menu = qobject_cast<QMenu *>(QApplication::activePopupWidget());
+        QMenu *menu = openMenu(u"propertyMenu"_s);
         QVERIFY(menu);
         QVERIFY(!menu->actions().first()->isEnabled());
         menu->close();
@@ -399,7 +649,7 @@ private Q_SLOTS:
 
     void forbiddenValueIsExplained()
     {
-        QVERIFY(m_editor->firstInvalidKey().isNull());
+        QVERIFY(!m_editor->firstInvalidKey());
         typeInto(row(u"Colour"_s), u"RED"_s);
         QCOMPARE(m_editor->firstInvalidKey(), u"colour"_s);
         QCOMPARE(m_editor->problem(u"colour"_s), u"Colour: Small letters."_s);
@@ -409,14 +659,14 @@ private Q_SLOTS:
         m_editor->showProperty(u"colour"_s);
         QVERIFY(row(u"Colour"_s)->isEditing());
         typeInto(row(u"Colour"_s), u"blue"_s);
-        QVERIFY(m_editor->firstInvalidKey().isNull());
+        QVERIFY(!m_editor->firstInvalidKey());
         QVERIFY(row(u"Colour"_s)->warning().isEmpty());
     }
 
     void forbiddenValueThatWasLoadedDoesNotCount()
     {
         m_editor->setValue(u"colour"_s, u"RED"_s);
-        QVERIFY(m_editor->firstInvalidKey().isNull());
+        QVERIFY(!m_editor->firstInvalidKey());
         QVERIFY(!row(u"Colour"_s)->warning().isEmpty());
     }
 };

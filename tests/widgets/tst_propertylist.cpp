@@ -1,7 +1,7 @@
 #include "flagsdialog.h"
 #include "lineeditor.h"
 #include "propertybooleanitem.h"
-#include "propertyfileitem.h"
+#include "propertyfilelistitem.h"
 #include "propertyflagsitem.h"
 #include "propertyhexitem.h"
 #include "propertyintegercomboitem.h"
@@ -15,9 +15,12 @@
 #include <QFileDialog>
 #include <QHeaderView>
 #include <QLineEdit>
+#include <QMenu>
 #include <QPushButton>
+#include <QScrollBar>
 #include <QSignalSpy>
 #include <QSpinBox>
+#include <QStyleOptionSpinBox>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QToolButton>
@@ -242,6 +245,154 @@ private Q_SLOTS:
         QCOMPARE(list->value(), u"unknown"_s);
         QVERIFY(!text->value().isValid());
         QVERIFY(!boolean->value().isValid());
+    }
+
+    void arrowsWalkOverRowsOfAllKindsAndChangeNothing()
+    {
+        add<PropertyListItem>(u"list"_s, u"0"_s)->addOption(u"One"_s, u"0"_s);
+        auto *options = add<PropertyComboItem>(u"combo"_s, u"x"_s);
+        options->addOption(u"y"_s);
+        add<PropertyIntegerComboItem>(u"integer combo"_s, u"1"_s)->addOption(u"2"_s);
+        add<PropertyIntegerItem>(u"integer"_s, 7);
+        add<PropertyIntegerItem>(u"integer out of range"_s, u"99999"_s);
+        add<PropertyBooleanItem>(u"boolean"_s, true);
+        add<PropertyFileItem>(u"file"_s, u"f"_s, PropertyFileItem::File);
+        add<PropertyFileListItem>(u"file list"_s, u"a;b"_s, PropertyFileItem::File);
+        add<PropertyFlagsItem>(u"flags"_s, 1u, u"AB"_s);
+        add<PropertyHexItem>(u"hex"_s, 1u, 32);
+        add<PropertyLongHexItem>(u"long hex"_s, QByteArray(5, '\1'), 40);
+        addSection();
+        addText(u"text"_s, u"t"_s);
+        const int count = m_list->topLevelItemCount();
+        m_list->setFocus();
+        m_list->setCurrentItem(m_list->firstChild());
+        for (int i = 1; i < count; ++i) {
+            key(Qt::Key_Down);
+            QCOMPARE(m_list->currentItem(), m_list->topLevelItem(i));
+        }
+        for (int i = count - 2; i >= 0; --i) {
+            key(Qt::Key_Up);
+            QCOMPARE(m_list->currentItem(), m_list->topLevelItem(i));
+        }
+        QCOMPARE(m_signals.filter(u"="_s).filter(QRegularExpression(u"^(?!<p>)"_s)), QStringList());
+        QCOMPARE(m_list->topLevelItem(4)->text(1), u"99999"_s);
+    }
+
+    void wheelOverAnEditorScrollsTheList_data()
+    {
+        QTest::addColumn<QString>("kind");
+        for (const char *kind : {"integer", "list", "combo"})
+            QTest::newRow(kind) << QString::fromLatin1(kind);
+    }
+
+    void wheelOverAnEditorScrollsTheList()
+    {
+        QFETCH(QString, kind);
+        PropertyItem *item = nullptr;
+        if (kind == "integer"_L1) {
+            item = add<PropertyIntegerItem>(kind, 7);
+        } else if (kind == "list"_L1) {
+            auto *list = add<PropertyListItem>(kind, QVariant());
+            list->addOption(u"A"_s, u"a"_s);
+            list->addOption(u"B"_s, u"b"_s);
+            list->setValue(u"a"_s, false);
+            item = list;
+        } else {
+            auto *combo = add<PropertyComboItem>(kind, u"x"_s);
+            combo->addOption(u"x"_s);
+            combo->addOption(u"y"_s);
+            item = combo;
+        }
+        for (int i = 0; i < 100; ++i)
+            addText(QString::number(i), u"x"_s);
+        m_list->setFocus();
+        m_list->setCurrentItem(item);
+        QVERIFY(item->editor()->hasFocus());
+        const QPoint place = item->editor()->rect().center();
+        QWheelEvent wheel(place, item->editor()->mapToGlobal(place), {}, QPoint(0, -120), {}, {}, Qt::NoScrollPhase,
+                          false);
+        const QString before = item->value().toString();
+        QCoreApplication::sendEvent(item->editor(), &wheel);
+        QVERIFY(!item->isEdited());
+        m_list->endEdit();
+        QCOMPARE(item->value().toString(), before);
+        QVERIFY(!wheel.isAccepted() || m_list->verticalScrollBar()->value() > 0);
+    }
+
+    void integerIsChangedByTheButtonsOfItsEditor()
+    {
+        auto *item = add<PropertyIntegerItem>(u"i"_s, 7);
+        m_list->setFocus();
+        m_list->setCurrentItem(item);
+        auto *box = qobject_cast<QSpinBox *>(item->editor());
+        QStyleOptionSpinBox option;
+        option.initFrom(box);
+        option.frame = box->hasFrame();
+        option.subControls = QStyle::SC_All;
+        const QRect up = box->style()->subControlRect(QStyle::CC_SpinBox, &option, QStyle::SC_SpinBoxUp, box);
+        QTest::mouseClick(box, Qt::LeftButton, {}, up.center());
+        key(Qt::Key_Return);
+        QCOMPARE(item->value(), 8);
+    }
+
+    void integerWithMinimumAboveMaximumStaysAsItIs()
+    {
+        auto *item = add<PropertyIntegerItem>(u"i"_s, 7);
+        item->setRange(10, 5);
+        m_list->setFocus();
+        m_list->setCurrentItem(item);
+        QCOMPARE(item->value(), 7); // only shown
+        type(u"8"_s);
+        key(Qt::Key_Return);
+        QCOMPARE(item->value(), 7); // no number is possible
+    }
+
+    void valueOfAnotherTypeWithTheSameTextIsNoChange()
+    {
+        PropertyItem *item = addText(u"a"_s, u"4"_s);
+        item->setValue(4, true);
+        QCOMPARE(m_signals, QStringList());
+        auto *bytes = add<PropertyLongHexItem>(u"b"_s, QByteArray::fromHex("ff"), 8);
+        bytes->setValue(QByteArray::fromHex("fe"), true); // neither is a text
+        QCOMPARE(bytes->text(1), u"0xFE"_s);
+        QCOMPARE(bytes->value(), QByteArray::fromHex("fe"));
+    }
+
+    void editorWithATextHasItsOwnMenuToWhichTheRowIsAdded()
+    {
+        connect(m_list, &PropertyList::editorMenuRequested, m_list,
+                [](PropertyItem *item, QMenu *menu) { menu->addAction(u"of "_s + item->name()); });
+        QSignalSpy ofRow(m_list, &ListView::contextMenuRequested);
+        for (PropertyItem *item :
+             QList<PropertyItem *>{addText(u"text"_s, u"x"_s), add<PropertyIntegerItem>(u"integer"_s, 1),
+                                   add<PropertyComboItem>(u"combo"_s, u"x"_s)}) {
+            m_list->setFocus();
+            m_list->setCurrentItem(item);
+            const QPoint place = item->editor()->rect().center();
+            QWidget *pressed = item->editor()->childAt(place) ? item->editor()->childAt(place) : item->editor();
+            QContextMenuEvent event(QContextMenuEvent::Mouse, QPoint(3, 3), pressed->mapToGlobal(QPoint(3, 3)));
+            QCoreApplication::sendEvent(pressed, &event);
+            auto *menu = qobject_cast<QMenu *>(QApplication::activePopupWidget());
+            QVERIFY(menu);
+            QCOMPARE(menu->objectName(), u"editorMenu"_s);
+            QVERIFY(menu->actions().size() > 3);
+            QCOMPARE(menu->actions().last()->text(), u"of "_s + item->name());
+            menu->close();
+            QVERIFY(item->isEditing());
+        }
+        QCOMPARE(ofRow.count(), 0);
+    }
+
+    void editorWithoutATextHasTheMenuOfItsRow()
+    {
+        auto *item = add<PropertyBooleanItem>(u"b"_s, true);
+        QSignalSpy requested(m_list, &ListView::contextMenuRequested);
+        m_list->setFocus();
+        m_list->setCurrentItem(item);
+        QContextMenuEvent event(QContextMenuEvent::Mouse, QPoint(3, 3), item->editor()->mapToGlobal(QPoint(3, 3)));
+        QCoreApplication::sendEvent(item->editor(), &event);
+        QCOMPARE(requested.count(), 1);
+        QCOMPARE(requested.first().first().value<ListViewItem *>(), item);
     }
 
     void editEndsWhenTheFocusLeavesTheList()
@@ -671,6 +822,38 @@ private Q_SLOTS:
         QCOMPARE(item->value(), QByteArray(5, '\0'));
     }
 
+    void longHexRowShowsTheLowBitsOfAnOddWidth()
+    {
+        auto *item = add<PropertyLongHexItem>(u"l"_s, QByteArray::fromHex("efcdab89f7"), 36);
+        QCOMPARE(item->value().toByteArray().size(), 5);
+        QCOMPARE(item->text(1), u"0x789ABCDEF"_s); // without the upper half of the last byte
+        m_list->setCurrentItem(item);
+        type(u"0x123456789"_s);
+        key(Qt::Key_Return);
+        QCOMPARE(item->value(), QByteArray::fromHex("8967452301"));
+        QCOMPARE(item->text(1), u"0x123456789"_s);
+    }
+
+    void flagsRowShowsASymbolForEachBit_data()
+    {
+        QTest::addColumn<QString>("format");
+        QTest::addColumn<uint>("value");
+        QTest::addColumn<QString>("text");
+        QTest::newRow("characters") << u"ZNCV"_s << 10u << u"Z-C-"_s;
+        QTest::newRow("none set") << u"ZNCV"_s << 0u << u"----"_s;
+        QTest::newRow("names") << u"RX,TX,ERR"_s << 5u << u"RX,-,ERR"_s;
+        QTest::newRow("bits without a name are dropped") << u"RX,TX"_s << 0xfeu << u"RX,-"_s;
+        QTest::newRow("no names") << QString() << 3u << QString();
+    }
+
+    void flagsRowShowsASymbolForEachBit()
+    {
+        QFETCH(QString, format);
+        QFETCH(uint, value);
+        const auto *item = add<PropertyFlagsItem>(u"f"_s, value, format);
+        QTEST(item->text(1), "text");
+    }
+
     void flagsRowShowsSetBitsAndOpensItsDialog()
     {
         auto *item = add<PropertyFlagsItem>(u"status"_s, 0x1au, u"ZNCV"_s);
@@ -808,6 +991,77 @@ private Q_SLOTS:
         QVERIFY(option.font.bold());
         item->initStyleOption(&option, 1);
         QVERIFY(!option.font.bold());
+    }
+
+    void boxHasAPlusWhenClosedAndAMinusWhenOpen()
+    {
+        PropertyItem *item = addText(u"a"_s, QString());
+        new PropertyTextItem(u"b"_s, QString(), item, nullptr);
+        const QPoint centre = item->openBox(m_list->visualItemRect(item)).center();
+        const auto isInked = [&](const QPoint &offset) {
+            const QColor color = m_list->viewport()->grab().toImage().pixelColor(centre + offset);
+            return color == m_list->palette().color(QPalette::Text);
+        };
+        QVERIFY(isInked({-2, 0}) && isInked({2, 0}) && isInked({0, -2}) && isInked({0, 2}));
+        item->setOpen(true);
+        QVERIFY(isInked({-2, 0}) && isInked({2, 0}) && !isInked({0, -2}) && !isInked({0, 2}));
+    }
+
+    void namesAreIndentedByTheTreeStep()
+    {
+        PropertyItem *item = addText(u"\u2588\u2588"_s, QString()); // blocks, without a space at their left
+        const auto firstInk = [&] {
+            const QImage picture = m_list->viewport()->grab(m_list->visualItemRect(item)).toImage();
+            const int y = picture.height() / 2;
+            for (int x = 0; x < picture.width(); ++x) {
+                if (picture.pixelColor(x, y).lightness() < 100)
+                    return x;
+            }
+            return -1;
+        };
+        const int atFirst = firstInk();
+        QVERIFY(atFirst >= m_list->treeStepSize() && atFirst <= m_list->treeStepSize() + 5);
+        m_list->setTreeStepSize(50);
+        QCOMPARE(firstInk(), atFirst + 50 - 20);
+    }
+
+    void rowsBelowTheLastOneAreEmptyWithGridLines()
+    {
+        PropertyItem *item = addText(u"a"_s, QString());
+        const int height = m_list->visualItemRect(item).height();
+        const QColor base = m_list->palette().color(QPalette::Base);
+        QCOMPARE(colorAt(item, 0, QPoint(-4, height + 3)), base.rgb()); // the alternate colour
+        QCOMPARE(colorAt(item, 0, QPoint(-4, 2 * height + 3)), base.rgb());
+        QCOMPARE(colorAt(item, 0, QPoint(-4, 3 * height - 1)), m_list->gridColor().rgb());
+        QCOMPARE(colorAt(item, 0, QPoint(0, 2 * height + 3)), m_list->gridColor().rgb());
+    }
+
+    void focusRectangleSurroundsTheCurrentRow()
+    {
+        PropertyItem *item = addText(u"a"_s, QString());
+        item->setReadOnly(true);
+        m_list->setFocus();
+        m_list->setCurrentItem(item);
+        const auto picture = [&] { return m_list->viewport()->grab(m_list->visualItemRect(item)).toImage(); };
+        const QImage with = picture();
+        m_list->setShowFocusRect(false);
+        QVERIFY(picture() != with);
+    }
+
+    void darkColoursAreLighterThanTheBase()
+    {
+        PropertyItem *first = addText(u"a"_s, u"x"_s);
+        PropertyItem *second = addText(u"b"_s, u"y"_s);
+        QPalette dark = m_list->palette();
+        const QColor base(30, 30, 30);
+        dark.setColor(QPalette::Base, base);
+        dark.setColor(QPalette::Text, Qt::white);
+        const QColor warning = m_list->warningColor();
+        m_list->setPalette(dark);
+        QCOMPARE(colorAt(first, 0), base.lighter(125).rgb());
+        QCOMPARE(colorAt(second, 0), base.rgb());
+        QCOMPARE(m_list->gridColor(), base.lighter(180));
+        QVERIFY(m_list->warningColor().lightness() > warning.lightness());
     }
 
     void boxOpensAndClosesATopLevelRow()

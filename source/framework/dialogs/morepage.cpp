@@ -2,13 +2,14 @@
 #include "questions.h"
 #include "ui_morepagebase.h"
 #include <QDir>
+#include <QFileInfo>
 #include <QHeaderView>
 #include <QPointer>
 
 using namespace Qt::StringLiterals;
 
 MorePage::MorePage(const MoreOptions &options, QWidget *parent, const QString &name)
-    : QWidget(parent), m_ui(std::make_unique<Ui::MorePageBase>())
+    : QWidget(parent), m_ui(std::make_unique<Ui::MorePageBase>()), m_virtualEnvironment(options.virtualEnvironment)
 {
     m_ui->setupUi(this);
     setObjectName(name);
@@ -87,6 +88,23 @@ void MorePage::chooseVirtualEnvironment()
         this, {u"virtualEnvironmentDialog"_s, tr("Virtual Environment"), m_ui->VirtualEnvironmentEdit->text(), {}});
     if (self && !directory.isEmpty())
         m_ui->VirtualEnvironmentEdit->setText(directory);
+}
+
+/// A stored directory that is gone does not keep the user from changing other options.
+QString MorePage::problem() const
+{
+    const QString directory = options().virtualEnvironment;
+    if (directory.isEmpty() || directory == m_virtualEnvironment
+        || QFileInfo::exists(QDir(directory).filePath(u"pyvenv.cfg"_s)))
+        return {};
+    return tr("\"%1\" is not a virtual environment of Python: it has no file pyvenv.cfg.")
+        .arg(QDir::toNativeSeparators(directory));
+}
+
+void MorePage::showProblem()
+{
+    m_ui->VirtualEnvironmentEdit->setFocus();
+    m_ui->VirtualEnvironmentEdit->selectAll();
 }
 
 MoreOptions MorePage::options() const

@@ -15,6 +15,9 @@ public:
     ~MorePage() override;
 
     [[nodiscard]] MoreOptions options() const;
+    /// What is wrong with the options that the user has changed, empty if nothing is.
+    [[nodiscard]] QString problem() const;
+    void showProblem(); ///< Selects the option that problem() is about.
 
 private:
     void chooseVirtualEnvironment();
@@ -25,5 +28,6 @@ private:
     [[nodiscard]] QStringList directories(bool trusted) const;
 
     const std::unique_ptr<Ui::MorePageBase> m_ui;
+    const QString m_virtualEnvironment;        ///< at first
     QList<std::optional<QString>> m_addresses; ///< as the combo box lists them
 };

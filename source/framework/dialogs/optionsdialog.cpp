@@ -1,6 +1,7 @@
 #include "optionsdialog.h"
 #include "debugoptionspage.h"
 #include "fixedpitch.h"
+#include "messages.h"
 #include "morepage.h"
 #include "shortcutspage.h"
 #include "toolsdialog.h"
@@ -9,6 +10,7 @@
 #include <QElapsedTimer>
 #include <QFontDatabase>
 #include <QPainter>
+#include <QPointer>
 #include <QSignalBlocker>
 #include <QTimer>
 
@@ -108,9 +110,26 @@ OptionValues OptionsDialog::values() const
 
 void OptionsDialog::accept()
 {
+    if (!checkMorePage())
+        return;
     applyTextFormat();
     m_toolsPage->apply();
     QDialog::accept();
+}
+
+/// False, after a message, if an option on the page cannot be used.
+bool OptionsDialog::checkMorePage()
+{
+    const QString problem = m_morePage->problem();
+    if (problem.isEmpty())
+        return true;
+    const QPointer<OptionsDialog> self(this);
+    showWarning(this, problem);
+    if (self) {
+        m_ui->OptionsTabs->setCurrentWidget(m_morePage);
+        m_morePage->showProblem();
+    }
+    return false;
 }
 
 void OptionsDialog::reject()
@@ -279,8 +298,10 @@ void OptionsDialog::selectColour(QColor &colour)
 void OptionsDialog::loadFormatDefaults()
 {
     const TextFormats defaults = m_choices.defaultFormats();
-    if (defaults.sections().isEmpty())
-        return; // the file cannot be read
+    if (defaults.sections().isEmpty()) {
+        showWarning(this, tr("The default formats cannot be read. The formats stay as they are."));
+        return;
+    }
     m_formats = defaults;
     const QString section = m_currentSection;
     m_ui->SettingsCombo->clear();

@@ -43,6 +43,7 @@ private:
     [[nodiscard]] EditorOptions editorOptions() const;
     void addPages(const OptionValues &values);
     void selectColour(QColor &colour);
+    bool checkMorePage();
 
     const std::unique_ptr<Ui::OptionsDialogBase> m_ui;
     const OptionChoices m_choices;

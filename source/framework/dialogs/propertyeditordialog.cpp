@@ -151,7 +151,9 @@ void PropertyEditorDialog::saveTo(const QString &configuration)
     for (const QString &key : m_editor->keys()) {
         bool isChanged = false;
         const QVariant value = m_editor->value(key, &isChanged);
-        if (isChanged)
+        if (m_editor->isReset(key))
+            properties()->removeProperty(key, configuration);
+        else if (isChanged)
             properties()->setProperty(key, value.toString(), configuration);
     }
 }
@@ -170,12 +172,24 @@ bool PropertyEditorDialog::isChanged() const
 /// False, after a message, at a changed value that its definition forbids. The user is led there.
 bool PropertyEditorDialog::checkValues()
 {
-    const QString key = m_editor->firstInvalidKey();
-    if (key.isNull())
+    const std::optional<QString> key = m_editor->firstInvalidKey();
+    if (!key)
         return true;
-    showWarning(this, m_editor->problem(key));
+    showWarning(this, m_editor->problem(*key));
     if (hasModel())
-        m_editor->showProperty(key);
+        m_editor->showProperty(*key);
+    return false;
+}
+
+/// False, after a message, if there are changes and no configuration to write them to.
+bool PropertyEditorDialog::checkConfigurations()
+{
+    if (!m_configuration.isEmpty() || properties()->hasConfigurations() || !isChanged())
+        return true;
+    showWarning(this, m_isForFile
+                          ? tr("The changes cannot be saved in \"All configurations\", because this file has no "
+                               "values of its own yet. Choose one configuration.")
+                          : tr("The changes cannot be saved, because the project has no configuration."));
     return false;
 }
 
@@ -185,7 +199,7 @@ bool PropertyEditorDialog::saveOnRequest()
     const QString question = tr("Do you want to save the changes you have made?");
     if (showInformation(this, question, {QMessageBox::Yes, QMessageBox::No}) != QMessageBox::Yes)
         return true;
-    if (!hasModel() || !checkValues() || !hasModel())
+    if (!hasModel() || !checkValues() || !checkConfigurations())
         return false;
     save();
     return true;
@@ -216,7 +230,7 @@ void PropertyEditorDialog::accept()
     m_editor->endEdit();        // also without the focus
     if (!hasModel())
         return reject();
-    if (!checkValues())
+    if (!checkValues() || !checkConfigurations())
         return;
     save();
     QDialog::accept();

@@ -26,7 +26,7 @@ public:
     ~PropertyEditorDialog() override;
 
 public Q_SLOTS:
-    void accept() override; ///< Stays open at a value that its definition forbids.
+    void accept() override; ///< Stays open if the changes cannot be saved.
     void configSelected(int index);
 
 private:
@@ -43,6 +43,7 @@ private:
     void saveTo(const QString &configuration);
     [[nodiscard]] bool isChanged() const;
     bool checkValues();
+    bool checkConfigurations();
     bool saveOnRequest();
 
     const std::unique_ptr<Ui::PropertyEditorDialogBase> m_ui;

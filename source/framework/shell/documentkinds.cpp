@@ -19,14 +19,17 @@ struct TextKind
     QString description;
     QStringList extensions;
     QString picture;
+    QString lineComment = {};
 };
 
 template <typename Highlighter, typename Indenter>
 void addTextKind(Workspace &workspace, const EditorSetup &setup, const TextKind &kind)
 {
-    workspace.addTemplate(new TextDocumentTemplate(
+    auto *textTemplate = new TextDocumentTemplate(
         kind.name, kind.description, IDEApplication::instance()->loadIcon(kind.picture), kind.extensions,
-        std::make_unique<Highlighter>(setup.formats), std::make_unique<Indenter>()));
+        std::make_unique<Highlighter>(setup.formats), std::make_unique<Indenter>());
+    textTemplate->setLineComment(kind.lineComment);
+    workspace.addTemplate(textTemplate);
 }
 } // namespace
 
@@ -37,17 +40,20 @@ void registerDocumentKinds(Workspace &workspace, const EditorSetup &setup, const
                                            {QObject::tr("C/C++ Header File"),
                                             QObject::tr("Creates a C/C++ header file"),
                                             {u"h"_s, u"hh"_s, u"hpp"_s, u"hxx"_s},
-                                            u"headerfile.png"_s});
+                                            u"headerfile.png"_s,
+                                            u"//"_s});
     addTextKind<CppHighlighter, CppIndent>(workspace, setup,
                                            {QObject::tr("C Source File"),
                                             QObject::tr("Creates a C source file"),
                                             {u"c"_s, u"cpp"_s, u"cc"_s, u"cxx"_s},
-                                            u"csourcefile.png"_s});
+                                            u"csourcefile.png"_s,
+                                            u"//"_s});
     addTextKind<PythonHighlighter, PythonIndent>(workspace, setup,
                                                  {QObject::tr("Python File"),
                                                   QObject::tr("Creates a Python source file"),
                                                   {u"py"_s},
-                                                  u"pythonsourcefile.png"_s});
+                                                  u"pythonsourcefile.png"_s,
+                                                  u"#"_s});
     workspace.addTemplate(new HelpDocumentTemplate(QObject::tr("Help File"), QObject::tr("View Online Help file"),
                                                    IDEApplication::instance()->loadIcon(u"textfile.png"_s)));
     auto *disassembly =

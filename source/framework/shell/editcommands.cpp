@@ -6,6 +6,7 @@
 #include "outputwindow.h"
 #include "programplace.h"
 #include "questions.h"
+#include "textview.h"
 #include "viewmanager.h"
 #include "windowservices.h"
 #include <QAction>
@@ -94,6 +95,35 @@ void EditCommands::selectAll()
         m_window.viewManager()->selectAll();
     else if (hasFocus(m_window.outputWindow()))
         m_window.outputWindow()->selectAll();
+}
+
+TextView *EditCommands::textView() const
+{
+    return qobject_cast<TextView *>(m_window.viewManager()->currentView());
+}
+
+bool EditCommands::comment()
+{
+    TextView *view = textView();
+    if (view && !view->commentSelection())
+        m_window.showMessage(tr("Files of this kind have no line comments"), 5000);
+    return view;
+}
+
+bool EditCommands::uncomment()
+{
+    TextView *view = textView();
+    if (view && !view->uncommentSelection())
+        m_window.showMessage(tr("No selected line is a comment"), 5000);
+    return view;
+}
+
+bool EditCommands::unindent()
+{
+    TextView *view = textView();
+    if (view)
+        view->unindentSelection();
+    return view;
 }
 
 void EditCommands::indent()

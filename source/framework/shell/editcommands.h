@@ -2,6 +2,7 @@
 #include <functional>
 #include <QObject>
 class Activity;
+class TextView;
 class WindowServices;
 
 /// The line, counted from 1, for the text of the go-to-line box. The text is read as a symbol that @p lineOfSymbol
@@ -24,6 +25,10 @@ public:
     void remove();
     void selectAll();
     void indent();
+    // False if there is no text to act on.
+    bool comment();
+    bool uncomment();
+    bool unindent();
 
     /// Asks for a line, an address or a symbol of the current project's program, and goes there.
     void gotoLine();
@@ -31,6 +36,7 @@ public:
     void lookupMessage(bool forward);
 
 private:
+    [[nodiscard]] TextView *textView() const;                    ///< the current view; null if it is another one
     [[nodiscard]] int lineOfSymbol(const QString &symbol) const; ///< In the disassembly; 0 if it is unknown.
 
     const Activity &m_activity;

@@ -75,6 +75,27 @@ std::unique_ptr<ExternalTool> ExternalTools::createTool(ToolEntry entry)
     return tool;
 }
 
+void ExternalTools::remove(int index)
+{
+    QList<ToolEntry> left = entries();
+    if (index < 0 || index >= left.size())
+        return;
+    left.removeAt(index);
+    setEntries(left);
+}
+
+void ExternalTools::moveUp(int index)
+{
+    if (index > 0 && index < int(m_tools.size()))
+        std::swap(m_tools[index], m_tools[index - 1]);
+}
+
+void ExternalTools::moveDown(int index)
+{
+    if (index >= 0)
+        moveUp(index + 1);
+}
+
 QList<ExternalTool *> ExternalTools::tools() const
 {
     QList<ExternalTool *> tools;

@@ -21,6 +21,10 @@ public:
     /// All tools whose process runs, in the order of the list; those that were removed from it come last.
     [[nodiscard]] QList<ExternalTool *> runningTools() const;
 
+    void remove(int index);   ///< Other numbers, here and below, do nothing.
+    void moveUp(int index);   ///< Does nothing for the first tool.
+    void moveDown(int index); ///< Does nothing for the last tool.
+
     [[nodiscard]] QList<ToolEntry> entries() const;
     /// Replaces the list. Tools whose ids are in @p entries stay, with their process; a tool that is removed while its
     /// process runs stays in runningTools() until the process ends.

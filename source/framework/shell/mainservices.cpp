@@ -1,11 +1,13 @@
 #include "mainservices.h"
 #include "dockwindow.h"
 #include "ideapplication.h"
+#include "macromanager.h"
 #include "mainwindow.h"
 #include "navigator.h"
 #include "outputwindow.h"
 #include "project.h"
 #include "projectsaving.h"
+#include "scriptdirectories.h"
 #include "viewmanager.h"
 #include "windowparts.h"
 #include "workspace.h"
@@ -51,6 +53,18 @@ QAction *MainServices::action(const QString &name) const
 QIcon MainServices::icon(const QString &name) const
 {
     return IDEApplication::instance()->loadIcon(name);
+}
+
+// Scripts
+
+ScriptDirectories MainServices::scriptDirectories() const
+{
+    return IDEApplication::instance()->scriptDirectories();
+}
+
+MacroManager &MainServices::macros()
+{
+    return *m_parts.macros;
 }
 
 // Files and settings

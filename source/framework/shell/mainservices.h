@@ -18,6 +18,8 @@ public:
     [[nodiscard]] int currentLine() const override;
     [[nodiscard]] QAction *action(const QString &name) const override;
     [[nodiscard]] QIcon icon(const QString &name) const override;
+    [[nodiscard]] ScriptDirectories scriptDirectories() const override;
+    [[nodiscard]] MacroManager &macros() override;
     [[nodiscard]] QSettings &settings() const override;
     [[nodiscard]] LastDirectories &directories() override;
     [[nodiscard]] QString sourceFilter() const override;

@@ -5,6 +5,7 @@
 #include "ideapplication.h"
 #include "navigator.h"
 #include "outputwindow.h"
+#include "qtwrapper.h"
 #include "recovery.h"
 #include "textview.h"
 #include "windowparts.h"
@@ -56,6 +57,7 @@ MainWindow::MainWindow(QWidget *parent) : AvailabilityWindow(parent)
 MainWindow::~MainWindow()
 {
     m_parts->ready = false; // the toolkit still sends events
+    QtWrapper::deleteAll(); // if the window was not closed
 }
 
 Activity &MainWindow::activity() const
@@ -236,5 +238,6 @@ void MainWindow::closeEvent(QCloseEvent *event)
     }
     m_parts->sessions->endClosing();
     saveSettings(*m_parts, m_parts->normalGeometry.placement(this));
+    QtWrapper::deleteAll();
     event->accept();
 }

@@ -3,6 +3,7 @@
 #include "editproperties.h"
 #include "helpcommands.h"
 #include "ideapplication.h"
+#include "macrocommands.h"
 #include "mainwindow.h"
 #include "navigator.h"
 #include "outputwindow.h"
@@ -19,6 +20,11 @@ namespace {
 void warnNotImplemented(const char *command)
 {
     qWarning("Slot not implemented: %s", command);
+}
+
+QString macroFile()
+{
+    return editableScript(IDEApplication::instance()->scriptDirectories(), u"macros.py"_s);
 }
 } // namespace
 
@@ -114,12 +120,14 @@ void MainWindow::editInsertFile()
 
 void MainWindow::editComment()
 {
-    warnNotImplemented("editComment");
+    if (!m_parts->editCommands->comment())
+        warnNotImplemented("editComment");
 }
 
 void MainWindow::editUncomment()
 {
-    warnNotImplemented("editUncomment");
+    if (!m_parts->editCommands->uncomment())
+        warnNotImplemented("editUncomment");
 }
 
 void MainWindow::editIndent()
@@ -129,7 +137,8 @@ void MainWindow::editIndent()
 
 void MainWindow::editUnindent()
 {
-    warnNotImplemented("editUnindent");
+    if (!m_parts->editCommands->unindent())
+        warnNotImplemented("editUnindent");
 }
 
 void MainWindow::editFind()
@@ -385,13 +394,13 @@ void MainWindow::debugToggleMemoryWindow(bool)
 
 void MainWindow::toolsMacroNew()
 {
-    warnNotImplemented("toolsMacroNew");
+    if (!addMacroTo(macroFile(), m_parts->services))
+        warnNotImplemented("toolsMacroNew");
 }
 
 void MainWindow::toolsMacroEdit()
 {
-    m_parts->workspace->openDocument(editableScript(IDEApplication::instance()->scriptDirectories(), u"macros.py"_s),
-                                     true);
+    m_parts->workspace->openDocument(macroFile(), true);
 }
 
 void MainWindow::toolsCustomise()

@@ -51,6 +51,39 @@ void applyPluginPages(const QList<PluginPage> &shown)
             runPlugin<&IOptionsPage::apply>(page.owner, page.widget.data());
     }
 }
+
+/// Stores a value that the user has changed; nothing removes the key.
+template <typename T>
+void writeChange(QSettings &settings, const QString &key, const std::optional<T> &before, const std::optional<T> &after)
+{
+    if (after == before)
+        return;
+    if (after)
+        settings.setValue(key, *after);
+    else
+        settings.remove(key);
+}
+
+void writeChange(QSettings &settings, const QString &key, int before, int after)
+{
+    writeChange<int>(settings, key, std::optional(before), std::optional(after));
+}
+
+std::optional<QString> textOrNothing(const QString &text)
+{
+    return text.isEmpty() ? std::nullopt : std::optional(text);
+}
+
+/// Removes what the user has removed, and leaves what was added meanwhile.
+void removeDirectories(QSettings &settings, ScriptTrust::Answer answer, const QStringList &before,
+                       const QStringList &after)
+{
+    if (after == before)
+        return;
+    QStringList left = ScriptTrust::directories(settings, answer);
+    left.removeIf([&](const QString &directory) { return before.contains(directory) && !after.contains(directory); });
+    ScriptTrust::setDirectories(settings, answer, left);
+}
 } // namespace
 
 OptionsCommands::OptionsCommands(WindowServices &window, const QDir &config, TextFormats &formats,
@@ -71,8 +104,9 @@ void OptionsCommands::showOptions(const QString &page)
         return m_dialog->raise();
     }
     const QPointer<OptionsCommands> self(this);
+    const OptionValues before = values();
     const QPointer<OptionsDialog> dialog =
-        new OptionsDialog(values(), choices(), m_window.dialogParent(), u"optionsDialog"_s);
+        new OptionsDialog(before, choices(), m_window.dialogParent(), u"optionsDialog"_s);
     m_dialog = dialog;
     dialog->showPage(page);
     connectTools(dialog->toolsPage());
@@ -88,7 +122,7 @@ void OptionsCommands::showOptions(const QString &page)
     const OptionValues values = dialog->values();
     delete dialog;
     if (result == QDialog::Accepted)
-        apply(values);
+        apply(before, values);
 }
 
 void OptionsCommands::connectTools(ToolsDialog *page)
@@ -124,18 +158,21 @@ OptionChoices OptionsCommands::choices() const
             .shortcuts = m_shortcuts.choices()};
 }
 
-/// Formats are not written here: the program stores them when it ends.
-void OptionsCommands::apply(const OptionValues &values)
+/// Formats are not written here: the program stores them when it ends. What can change while the dialog is open, by a
+/// question that is answered meanwhile or by another program, is written only if the user changed it in the dialog.
+void OptionsCommands::apply(const OptionValues &before, const OptionValues &values)
 {
     QSettings &settings = m_window.settings();
     writeEditorOptions(settings, values.editor);
     settings.setValue(SplashKey, int(values.disableSplash));
     m_tools.tools().setEntries(values.tools);
     m_tools.tools().save(settings);
-    for (int event = RunEvent; event <= BreakpointEvent; ++event)
-        m_debugOptions.setAction(DebugEvent(event), DebugAction(values.debugActions[event]));
+    for (int event = RunEvent; event <= BreakpointEvent; ++event) {
+        if (values.debugActions[event] != before.debugActions[event])
+            m_debugOptions.setAction(DebugEvent(event), DebugAction(values.debugActions[event]));
+    }
     m_debugOptions.save(settings);
-    writeMoreOptions(settings, values.more);
+    writeMoreOptions(settings, before.more, values.more);
     m_shortcuts.setOptions(values.shortcuts);
     // The desktop may have become dark or light while the dialog was open.
     const bool isProducts = areProductFormats(values.formats, m_config);
@@ -176,21 +213,17 @@ MoreOptions readMoreOptions(const QSettings &settings)
             .distrustedDirectories = ScriptTrust::directories(settings, ScriptTrust::Distrusted)};
 }
 
-void writeMoreOptions(QSettings &settings, const MoreOptions &options)
+void writeMoreOptions(QSettings &settings, const MoreOptions &before, const MoreOptions &after)
 {
-    settings.setValue(u"Editor/LineNumbers"_s, int(options.lineNumbers));
-    settings.setValue(u"Editor/CurrentLine"_s, int(options.currentLine));
-    settings.setValue(u"Editor/Zoom"_s, options.zoom);
-    if (options.virtualEnvironment.isEmpty())
-        settings.remove(VirtualEnvironmentKey);
-    else
-        settings.setValue(VirtualEnvironmentKey, options.virtualEnvironment);
-    if (options.automationAddress)
-        settings.setValue(AddressKey, *options.automationAddress);
-    else
-        settings.remove(AddressKey);
-    settings.setValue(StartPageKey, int(options.startPage));
-    ScriptTrust::setAsks(settings, options.askBeforeScripts);
-    ScriptTrust::setDirectories(settings, ScriptTrust::Trusted, options.trustedDirectories);
-    ScriptTrust::setDirectories(settings, ScriptTrust::Distrusted, options.distrustedDirectories);
+    writeChange(settings, u"Editor/LineNumbers"_s, int(before.lineNumbers), int(after.lineNumbers));
+    writeChange(settings, u"Editor/CurrentLine"_s, int(before.currentLine), int(after.currentLine));
+    writeChange(settings, u"Editor/Zoom"_s, before.zoom, after.zoom);
+    writeChange(settings, VirtualEnvironmentKey, textOrNothing(before.virtualEnvironment),
+                textOrNothing(after.virtualEnvironment));
+    writeChange(settings, AddressKey, before.automationAddress, after.automationAddress);
+    writeChange(settings, StartPageKey, int(before.startPage), int(after.startPage));
+    if (after.askBeforeScripts != before.askBeforeScripts)
+        ScriptTrust::setAsks(settings, after.askBeforeScripts);
+    removeDirectories(settings, ScriptTrust::Trusted, before.trustedDirectories, after.trustedDirectories);
+    removeDirectories(settings, ScriptTrust::Distrusted, before.distrustedDirectories, after.distrustedDirectories);
 }

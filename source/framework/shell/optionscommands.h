@@ -39,7 +39,7 @@ private:
     [[nodiscard]] OptionValues values() const;
     [[nodiscard]] OptionChoices choices() const;
     void connectTools(ToolsDialog *page);
-    void apply(const OptionValues &values);
+    void apply(const OptionValues &before, const OptionValues &values);
 
     WindowServices &m_window;
     const QDir m_config;
@@ -56,4 +56,5 @@ private:
 [[nodiscard]] EditorOptions readEditorOptions(const QSettings &settings);
 void writeEditorOptions(QSettings &settings, const EditorOptions &options);
 [[nodiscard]] MoreOptions readMoreOptions(const QSettings &settings);
-void writeMoreOptions(QSettings &settings, const MoreOptions &options);
+/// Writes what differs between @p before and @p after.
+void writeMoreOptions(QSettings &settings, const MoreOptions &before, const MoreOptions &after);

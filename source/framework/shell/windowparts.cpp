@@ -6,6 +6,7 @@
 #include "helpcommands.h"
 #include "helpwidget.h"
 #include "ideapplication.h"
+#include "macromanager.h"
 #include "mainwindow.h"
 #include "mdiviewmanager.h"
 #include "multiwatchwindow.h"
@@ -90,6 +91,8 @@ void WindowParts::setUp()
     ui.setActionEnabled(u"windowCascade"_s, viewManager->canCascade());
     ui.setActionEnabled(u"windowTile"_s, viewManager->canTile());
     title = ui.title();
+    macros = std::make_unique<MacroManager>(ui.menu(u"toolMacroMenu"_s), window.findChild<ToolBar *>(u"macroToolbar"_s),
+                                            [](const QString &name) { return application()->loadIcon(name); });
     setUpDocks();
     // The labels are updated before the commands receive the signal, the caption after them.
     QObject::connect(&activity, &Activity::stateEntered, &window, [this](ActivityState state, ActivityState previous) {

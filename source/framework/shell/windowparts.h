@@ -32,6 +32,7 @@
 class ContextHelp;
 class DockWindow;
 class HelpCommands;
+class MacroManager;
 class MainWindow;
 class Navigator;
 class OutputWindow;
@@ -69,6 +70,7 @@ struct WindowParts
     std::unique_ptr<ViewManager> viewManager;
     QString title;                     ///< the caption without a workspace
     QList<QPointer<DockWindow>> docks; ///< in the order in which they were made; plug-ins delete theirs
+    std::unique_ptr<MacroManager> macros;
     DockWindow *navigatorDock = nullptr;
     DockWindow *outputDock = nullptr;
     Navigator *navigator = nullptr;

@@ -1,0 +1,91 @@
+#include "scriptwidgets.h"
+#include "dockedwidgets.h"
+#include "pyqtwrapper.h"
+#include "qtwrapper.h"
+#include "scriptdirectories.h"
+#include "scripthost.h"
+#include "timer.h"
+#include "uifile.h"
+#include <QCoreApplication>
+#include <QDir>
+#include <QWidget>
+using namespace Qt::StringLiterals;
+
+namespace {
+QString tr(const char *text)
+{
+    return QCoreApplication::translate("App", text);
+}
+
+/// The wrapper of a new object. At the address of a dead one it is still that of the dead one; no script could reach
+/// the new object then.
+PythonReference wrapperOfNew(QObject *object, bool owned)
+{
+    const QtWrapper *wrapper = QtWrapper::get(object, owned);
+    if (wrapper->object() != object)
+        delete object;
+    return wrapper->pythonObject();
+}
+
+PythonReference loadUI(const ScriptApp &app, const QString &fileName)
+{
+    const QString path = QDir::cleanPath(app.model().host().scriptDirectories().file(fileName));
+    QWidget *window = loadUiFile(path);
+    if (!window)
+        raisePython(PyExc_OSError, tr("Failed to load UI from file %1").arg(path));
+    return wrapperOfNew(window, true);
+}
+
+PythonReference createUI(const ScriptApp &, const QString &className, const QString &name)
+{
+    QWidget *widget = createUiWidget(className, name);
+    if (!widget)
+        raisePython(PyExc_TypeError, tr("Failed to create widget %1").arg(className));
+    return wrapperOfNew(widget, true);
+}
+
+QWidget &requireWidget(const py::handle &object, const ObjectModel &model)
+{
+    if (!py::isinstance(object, pyQtWrapperType()))
+        raisePython(PyExc_TypeError, tr("Widget expected"));
+    const QtWrapper *wrapper = QtWrapper::of(object.ptr());
+    if (!wrapper || !wrapper->object())
+        raiseDestroyed();
+    auto *widget = qobject_cast<QWidget *>(wrapper->object());
+    if (!widget || widget->isAncestorOf(model.host().dialogParent()))
+        raisePython(PyExc_TypeError, tr("Widget expected"));
+    return *widget;
+}
+
+void dockUI(const ScriptApp &app, const py::handle &widget, long position)
+{
+    app.model().dockedWidgets().dock(&requireWidget(widget, app.model()),
+                                     position >= 0 && position <= 3 ? int(position) : 1);
+}
+
+PythonReference createTimer(const ScriptApp &, const QString &name)
+{
+    auto *timer = new Timer(QCoreApplication::instance()); // exists until the end of the process
+    timer->setObjectName(name);
+    return wrapperOfNew(timer, false);
+}
+
+} // namespace
+
+void defineWidgetMethods(py::class_<ScriptApp> &type)
+{
+    type.def("loadUI", loadUI, "loadUI(filename) - load UI definition from file");
+    type.def("createUI", createUI, py::arg(), py::arg() = QString(), "createUI(class, [name]) - create new widget");
+    type.def("dockUI", dockUI, py::arg(), py::arg() = 1, "dockUI(widget, [position]) - dock a widget");
+    type.def("createTimer", createTimer, py::arg() = QString(), "createTimer([name]) - create a new timer");
+}
+
+py::object bindQtWrapper()
+{
+    return py::reinterpret_borrow<py::object>(pyQtWrapperType());
+}
+
+py::object bindQtSlot()
+{
+    return py::reinterpret_borrow<py::object>(pySlotWrapperType());
+}
