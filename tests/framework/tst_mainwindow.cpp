@@ -166,7 +166,7 @@ private Q_SLOTS:
             expected.append(name + "()");
         for (const QByteArray &name : toggleCommands())
             expected.append(name + "(bool)");
-        QCOMPARE(expected.size(), 88 + 2); // the given ones and our own
+        QCOMPARE(expected.size(), 88 + 3); // the given ones and our own
         const QByteArrayList others{"openFile(QString)",
                                     "lookupSource(QString,int)",
                                     "lookupSource(QString,int,int)",
