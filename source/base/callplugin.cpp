@@ -1,4 +1,5 @@
 #include "callplugin.h"
+#include <algorithm>
 #include <dlfcn.h>
 #include <QCoreApplication>
 #include <QDebug>
@@ -15,6 +16,7 @@ struct WaitingReport
     QPointer<QObject> receiver;
     QByteArray key;
     std::function<void()> deliver;
+    QList<QByteArray> causes; ///< the keys of the reports whose delivery has led to this one
 };
 
 std::function<void(const PluginFailure &)> failureHandler;
@@ -24,7 +26,7 @@ constexpr int NoCall = -1;
 int callLoopLevel = NoCall; ///< the number of event loops that ran when the innermost call started
 bool callAsks = false;      ///< the innermost call is one of a function with a result
 QList<WaitingReport> waiting;
-QList<QByteArray> delivering; ///< the keys of the reports whose receivers run, the innermost last
+QList<QByteArray> delivering; ///< the key of the report whose receiver runs, behind those of its causes
 
 int loopLevel()
 {
@@ -35,8 +37,8 @@ void deliver(const WaitingReport &report)
 {
     if (!report.receiver)
         return;
-    delivering.append(report.key);
-    const auto end = qScopeGuard([] { delivering.removeLast(); });
+    const auto outer = std::exchange(delivering, report.causes + QList{report.key});
+    const auto end = qScopeGuard([&outer] { delivering = outer; });
     report.deliver();
 }
 
@@ -108,9 +110,10 @@ void afterPluginCall(QObject *receiver, const QByteArray &key, std::function<voi
         return;
     }
     const bool insideCall = isInsideCall();
-    if (insideCall && callAsks && delivering.contains(key))
+    const auto isEqual = [&key](const WaitingReport &report) { return report.key == key; };
+    if (insideCall && callAsks && (delivering.contains(key) || std::ranges::any_of(waiting, isEqual)))
         return;
-    WaitingReport report{receiver, key, std::move(deliverReport)};
+    WaitingReport report{receiver, key, std::move(deliverReport), delivering};
     if (!insideCall && waiting.isEmpty())
         return deliver(report);
     waiting.append(std::move(report));

@@ -92,7 +92,7 @@ private Q_SLOTS:
         QVERIFY(readPlugin<&IBreakpoints::setBreakpoint>(result, m_plugin, u"main.c"_s, 8, 1));
         QCOMPARE(result, 8);
         QVERIFY(runPlugin<&IMemoryVerify::setVerify>(m_plugin, true));
-        QVERIFY(queryPlugin<IBreakpoints>(m_plugin.get()));
+        QVERIFY(queryPlugin<IBreakpoints>(static_cast<IMemoryVerify *>(m_plugin.get())));
     }
 
     void exceptionGivesTheNeutralValueAndNamesTheCall()
@@ -105,7 +105,7 @@ private Q_SLOTS:
         expect("IMemoryVerify::setVerify: an exception has left the plug-in (boom)");
         QVERIFY(!runPlugin<&IMemoryVerify::setVerify>(m_plugin, true));
         expect("QUnknownInterface::queryInterface: an exception has left the plug-in (boom)");
-        QVERIFY(!queryPlugin<IBreakpoints>(m_plugin.get()));
+        QVERIFY(!queryPlugin<IBreakpoints>(static_cast<IMemoryVerify *>(m_plugin.get())));
         m_plugin->action = [] { throw 7; };
         expect("IMemoryVerify::verify: an exception has left the plug-in (unknown exception)");
         QVERIFY(!askPlugin<&IMemoryVerify::verify>(m_plugin));

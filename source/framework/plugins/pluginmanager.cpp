@@ -90,7 +90,8 @@ void PluginManager::loadDirectory(const QString &directory, bool reportStrangers
 
 void PluginManager::loadLibrary(const QString &file, bool reportStrangers)
 {
-    const QJsonObject metaData = QPluginLoader(file).metaData();
+    QPluginLoader loader(file);
+    const QJsonObject metaData = loader.metaData();
     if (metaData.isEmpty() && !reportStrangers)
         return;
     if (!metaData.isEmpty() && metaData.value("IID"_L1) != QLatin1StringView(VarnelPluginFactoryIid))
@@ -104,14 +105,13 @@ void PluginManager::loadLibrary(const QString &file, bool reportStrangers)
     if (std::ranges::any_of(m_libraries, isSame))
         return;
     if (library.enabled)
-        library.problem = load(file, library);
+        library.problem = load(file, loader, library);
     m_libraries.append(library);
 }
 
 /// Returns the problem, which has been reported on the warning channel.
-QString PluginManager::load(const QString &file, PluginLibrary &library)
+QString PluginManager::load(const QString &file, QPluginLoader &loader, PluginLibrary &library)
 {
-    QPluginLoader loader(file);
     loader.setLoadHints(QLibrary::PreventUnloadHint
                         | QLibrary::ResolveAllSymbolsHint); // a call of a missing function would end the program
     const QByteArray operation = "PluginManager::loadLibrary (" + QFile::encodeName(file) + ')';

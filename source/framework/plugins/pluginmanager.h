@@ -4,6 +4,7 @@
 #include <QStringList>
 class IPluginFactory;
 class IPluginObject;
+class QPluginLoader;
 
 /// A file in a plug-in directory that is, or should be, a plug-in.
 struct PluginLibrary
@@ -52,7 +53,7 @@ public:
 private:
     void loadDirectory(const QString &directory, bool reportStrangers);
     void loadLibrary(const QString &file, bool reportStrangers);
-    [[nodiscard]] QString load(const QString &file, PluginLibrary &library);
+    [[nodiscard]] QString load(const QString &file, QPluginLoader &loader, PluginLibrary &library);
     [[nodiscard]] QString addFeatures(IPluginFactory *factory, const PluginLibrary &library);
     [[nodiscard]] QString ownerOf(const QString &feature) const;
 
