@@ -18,14 +18,18 @@ struct BoundButton
     py::object handler = py::none();
 };
 
+void bindButton()
+{
+    py::class_<BoundButton>(py::handle(), "BoundButton")
+        .def_property_readonly("checkable", [](const BoundButton &self) { return self.button->isCheckable(); })
+        .def("toggle", [](const BoundButton &self) { self.button->toggle(); });
+}
+
 struct Scope
 {
     Scope()
     {
         globals["__builtins__"] = py::handle(PyEval_GetBuiltins());
-        py::class_<BoundButton>(py::handle(), "BoundButton")
-            .def_property_readonly("checkable", [](const BoundButton &self) { return self.button->isCheckable(); })
-            .def("toggle", [](const BoundButton &self) { self.button->toggle(); });
         globals["bound"] = BoundButton{&button};
         globals["wrapped"] =
             py::reinterpret_steal<py::object>(QtWrapper::get(&button, false)->pythonObject().release());
@@ -130,6 +134,7 @@ int main(int argc, char **argv)
     const QApplication application(argc, argv);
     if (!startPython())
         return 1;
+    bindButton();
     benchmark::Initialize(&argc, argv);
     benchmark::RunSpecifiedBenchmarks();
 }

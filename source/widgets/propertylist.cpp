@@ -32,6 +32,15 @@ bool isPlain(const QKeyEvent *event)
 {
     return (event->modifiers() & ~Qt::KeypadModifier) == Qt::NoModifier;
 }
+
+/// The place of the last row in its list; empty without rows.
+QRect lastRowRect(const ListView &list)
+{
+    const QTreeWidgetItem *last = list.topLevelItem(list.topLevelItemCount() - 1);
+    while (last && last->isExpanded() && last->childCount() > 0)
+        last = last->child(last->childCount() - 1);
+    return last ? list.visualItemRect(last) : QRect();
+}
 } // namespace
 
 PropertyList::PropertyList(const QString &nameTitle, const QString &valueTitle, QWidget *parent) : ListView(parent)
@@ -440,20 +449,12 @@ void PropertyList::drawRow(QPainter *painter, const QStyleOptionViewItem &option
     style()->drawPrimitive(QStyle::PE_FrameFocusRect, &focus, painter, this);
 }
 
-QRect PropertyList::lastRowRect() const
-{
-    const QTreeWidgetItem *last = topLevelItem(topLevelItemCount() - 1);
-    while (last && last->isExpanded() && last->childCount() > 0)
-        last = last->child(last->childCount() - 1);
-    return last ? visualItemRect(last) : QRect();
-}
-
 void PropertyList::paintEvent(QPaintEvent *event)
 {
     ListView::paintEvent(event);
     if (indexAt(QPoint(0, viewport()->height() - 1)).isValid())
         return; // the rows fill the list; a search for the last row could take long
-    const QRect last = lastRowRect();
+    const QRect last = lastRowRect(*this);
     const int height = last.isEmpty() ? fontMetrics().height() + 2 * itemMargin() : last.height();
     int y = last.isEmpty() ? 0 : last.bottom() + 1;
     QPainter painter(viewport());

@@ -84,7 +84,6 @@ private:
     bool editorKey(QKeyEvent *event);
     bool leaveByTab(bool forward);
     bool showCutText(const QPoint &position, const QPoint &globalPosition);
-    [[nodiscard]] QRect lastRowRect() const;
 
     QColor m_firstColor;
     QColor m_alternateColor;
