@@ -98,6 +98,10 @@ class App:
         """The Python output window [R]"""
 
     @property
+    def debugger(self) -> Debugger | None:
+        """The debugger object. This is 'None' if no workspace is loaded [R]"""
+
+    @property
     def onCurrentProjectChanged(self) -> Callable[[], object] | None:
         """Event handler called when current project changes [RW]"""
 
@@ -306,6 +310,247 @@ class ProjectProperties:
 
     def propertyKeys(self, configName: str, /) -> list[str]:
         """propertyKeys(configName) - Returns a list of property key names for configuration 'configName'"""
+
+
+class Debugger:
+    """An object providing access to the Varnel debugger"""
+
+    def stop(self, /) -> None:
+        """Stops the debugger."""
+
+    def restart(self, /) -> None:
+        """Restarts the debugger."""
+
+    def attach(self, /) -> None:
+        """Attaches the debugger. Takes Varnel into debugging mode."""
+
+    @property
+    def uiUpdatesEnabled(self) -> int:
+        """Set to 0 to disable UI updates, 1 to enable UI updates [RW] """
+
+    @uiUpdatesEnabled.setter
+    def uiUpdatesEnabled(self, value: int, /) -> None: ...
+
+    @property
+    def currentProcessor(self) -> Processor | None:
+        """Processor object representing the current active processor [R]"""
+
+    @property
+    def processors(self) -> Any:
+        """Collection of 'Processor' objects under control of the debugger [R]"""
+
+    @property
+    def onRestart(self) -> Callable[[], object] | None:
+        """Event handler called when the debugger is restarted [RW]"""
+
+    @onRestart.setter
+    def onRestart(self, value: Callable[[], object] | None, /) -> None: ...
+
+    @property
+    def onAttach(self) -> Callable[[], object] | None:
+        """Event handler called when the debugger is attched [RW]"""
+
+    @onAttach.setter
+    def onAttach(self, value: Callable[[], object] | None, /) -> None: ...
+
+    @property
+    def onPreAttach(self) -> Callable[[], object] | None:
+        """Event handler called before the debugger is attached, but after the user has selected Debug/Attach [RW]"""
+
+    @onPreAttach.setter
+    def onPreAttach(self, value: Callable[[], object] | None, /) -> None: ...
+
+    @property
+    def onBreakpointHit(self) -> Callable[[], object] | None:
+        """Event handler called after a breakpoint is hit [RW]"""
+
+    @onBreakpointHit.setter
+    def onBreakpointHit(self, value: Callable[[], object] | None, /) -> None: ...
+
+    @property
+    def onStopped(self) -> Callable[[], object] | None:
+        """Event handler called when the debugger is stopped [RW]"""
+
+    @onStopped.setter
+    def onStopped(self, value: Callable[[], object] | None, /) -> None: ...
+
+
+class Processor:
+    """Provides access to an individual processor associated with an Varnel project"""
+
+    def evaluate(self, expression: str, /) -> str:
+        """evaluate(expression) - evaluetes 'expression' returning the result as a string"""
+
+    def run(self, /) -> None:
+        """run() - Set processor running"""
+
+    def runTo(self, filename: str, lineNumber: int, /) -> None:
+        """runTo(filename, lineNumber) - Run the processor to 'lineNumber' in 'filename'"""
+
+    def pause(self, /) -> None:
+        """pause() - Pauses the processor."""
+
+    def stepInto(self, filename: str, /) -> None:
+        """stepInto(filename) - Executes a 'Step Into' operation into 'filename'"""
+
+    def stepOver(self, filename: str, /) -> None:
+        """stepOver(filename) - Executes a 'Step Over' operation in 'filename'"""
+
+    def wakeUp(self, /) -> None:
+        """wakeup() - Triggers the processor to wake up"""
+
+    def setBreakpoint(self, filename: str, lineNumber: int, /) -> None:
+        """setBreakpont(filename,lineNumber) - Sets a breakpoint at line 'lineNumber' in file 'filename'"""
+
+    def setBreakpointAtAddress(self, address: int, /) -> None:
+        """setBreakpointAtAddress(address) - Sets a breakpoint at the program address 'address'"""
+
+    def setBreakpointAtSymbol(self, symbolName: str, /) -> None:
+        """setBreakpointAtSymbol(symbolName) - Sets a breakpoint at the symbol 'symbolName'"""
+
+    def disableBreakpoint(self, filename: str, lineNumber: int, /) -> None:
+        """disableBreakpoint(filename, lineNumber) - Disables the breakpoint at 'lineNumber' in 'filename'"""
+
+    def removeBreakpoint(self, filename: str, lineNumber: int, /) -> None:
+        """removeBreakpoint(filename, lineNumber) - Remove the brakepoint at line 'lineNumber' and in file 'filename'"""
+
+    def getSymbolAddress(self, symbolName: str, /) -> int:
+        """getSymbolAddress(symbolName) - Returns the address corresponding to the given symbol."""
+
+    def getSourceLines(self, address: int, /) -> list[tuple[str, int]]:
+        """getSourceLines(address) - Returns a list of source files and lines of program address 'address'"""
+
+    def getSourceAddress(self, filename: str, line: int, /) -> int:
+        """getSourceAddress(filename,line) - Returns program address in 'filename' at 'line'"""
+
+    def getSymbol(self, address: int, /) -> str:
+        """getSymbol(address) - Returns the symbol corresponding to the given address"""
+
+    @property
+    def processorStatus(self) -> int:
+        """Returns the current processor status [R]"""
+
+    @property
+    def programStatus(self) -> int:
+        """Returns the current program status [R]"""
+
+    @property
+    def currentProgramLocation(self) -> tuple[str, int]:
+        """Returns a tuple containing the current program location [R]"""
+
+    @property
+    def registers(self) -> Registers | None:
+        """Returns the registers object"""
+
+    @property
+    def peripherals(self) -> Peripherals | None:
+        """Returns the peripherals object"""
+
+    @property
+    def memory(self) -> Memory | None:
+        """Returns the memory object"""
+
+    @property
+    def extension(self) -> Any:
+        """Plugin specific"""
+
+    @property
+    def breakpoints(self) -> list[tuple[str, int, int]]:
+        """Returns a list of tuples - one for each breakpoint [R]"""
+
+    @property
+    def project(self) -> Project:
+        """Returns the project associated with the processor"""
+
+
+class Registers:
+    """Provides access to processor registers"""
+
+    @property
+    def keys(self) -> list[str]:
+        """Returns a list of register names [R]"""
+
+    def __len__(self, /) -> int: ...
+
+    def __getitem__(self, name: str, /) -> int: ...
+
+    def __setitem__(self, name: str, value: int, /) -> None: ...
+
+
+class Memory:
+    """Provides access to memory"""
+
+    def disassemble(self, address: int, /) -> str:
+        """disassemble(address) - Disassemble specified 'address'"""
+
+    @property
+    def verify(self) -> int:
+        """Set to 1 to enable varification of memory reads and writes [RW]"""
+
+    @verify.setter
+    def verify(self, value: int, /) -> None: ...
+
+    @property
+    def currentMode(self) -> str:
+        """The currently active mode for accessing memory [RW]"""
+
+    @currentMode.setter
+    def currentMode(self, value: str, /) -> None: ...
+
+    @property
+    def currentRegion(self) -> str:
+        """The currently active memory region [RW]"""
+
+    @currentRegion.setter
+    def currentRegion(self, value: str, /) -> None: ...
+
+    @property
+    def highAddress(self) -> int:
+        """High address of current region [R]"""
+
+    @property
+    def lowAddress(self) -> int:
+        """Low address of current region [R]"""
+
+    @property
+    def modes(self) -> list[str]:
+        """List of available memory modes for accessing memory [R]"""
+
+    @property
+    def regions(self) -> list[str]:
+        """List of available memory regions [R]"""
+
+    def __len__(self, /) -> int: ...
+
+    def __getitem__(self, key: int | slice, /) -> Any: ...
+
+    def __setitem__(self, key: int | slice, value: Any, /) -> None: ...
+
+
+class Peripherals:
+    """Provides access to peripheral registers"""
+
+    @property
+    def keys(self) -> list[str]:
+        """Returns list of peripheral names [R]"""
+
+    def __len__(self, /) -> int: ...
+
+    def __getitem__(self, name: str, /) -> Peripheral: ...
+
+
+class Peripheral:
+    """Provides access to a single peripheral and its registers"""
+
+    @property
+    def keys(self) -> list[str]:
+        """Returns list of peripheral register names [R]"""
+
+    def __len__(self, /) -> int: ...
+
+    def __getitem__(self, name: str, /) -> int: ...
+
+    def __setitem__(self, name: str, value: int, /) -> None: ...
 
 
 class Projects:  # not in the module: objects come from app.projects

@@ -40,8 +40,8 @@ GdbEnvironment::GdbEnvironment(const ProcessorGroup::Registry &processors)
     , m_group(
           processors, &m_session, [this] { restart(); }, static_cast<IPluginObject *>(this))
     , m_docks(&m_session, static_cast<IPluginObject *>(this))
-    , m_facets(
-          {&m_symbols, &m_breakpoints, &m_memory, &m_live, &m_registers, &m_peripherals, &m_disassembler, &m_group, &m_docks})
+    , m_facets({&m_symbols, &m_breakpoints, &m_memory, &m_live, &m_registers, &m_peripherals, &m_disassembler, &m_group,
+                &m_docks})
 {
     connectParts();
 }

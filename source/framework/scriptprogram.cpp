@@ -28,6 +28,15 @@ void interrupt(int number)
     std::signal(number, SIG_DFL);
 }
 
+QtMessageHandler defaultHandler = nullptr;
+
+/// The platform without a screen reports with each window that it has no size hints, which no script can change.
+void dropPlatformNotes(QtMsgType type, const QMessageLogContext &context, const QString &message)
+{
+    if (message != "This plugin does not support propagateSizeHints()"_L1)
+        defaultHandler(type, context, message);
+}
+
 void press(QMessageBox *box)
 {
     for (const auto button : {QMessageBox::Cancel, QMessageBox::No, QMessageBox::Ok}) {
@@ -113,6 +122,7 @@ int runVarnelScript(int argc, char **argv)
         return ScriptNotFound;
     }
     qputenv("QT_QPA_PLATFORM", "offscreen");
+    defaultHandler = qInstallMessageHandler(dropPlatformNotes);
     int ownArguments = 1; // the others are those of the script
     char *ownValues[] = {argv[0], nullptr};
     IDEApplication application(ownArguments, ownValues);

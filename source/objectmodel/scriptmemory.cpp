@@ -60,8 +60,9 @@ void ScriptMemory::setRegion(const QString &name)
 
 int ScriptMemory::mode() const
 {
+    const MemoryRegion current = region(); // raises the error of a target that is gone
     if (m_mode == 0)
-        m_mode = firstMemoryMode(region());
+        m_mode = firstMemoryMode(current);
     return m_mode;
 }
 

@@ -226,7 +226,7 @@ QList<BreakpointLocation> ScriptProcessor::sourceLines(uint address) const
 
 _object *ScriptProcessor::memory()
 {
-    if (!m_memory && !m_target.find<IMemory>())
+    if (!m_target.find<IMemory>() && !m_memory)
         return Py_None;
     if (!m_memory)
         m_memory = newScriptObject<ScriptMemory>(m_target);
@@ -457,7 +457,6 @@ void addStatus(py::class_<ScriptProcessor> &type)
             return py::make_tuple(place.file, place.line);
         },
         "Returns a tuple containing the current program location [R]");
-    addAttribute(type, "breakpoints", breakpointTuples, "Returns a list of tuples - one for each breakpoint [R]");
 }
 
 void addParts(py::class_<ScriptProcessor> &type)
@@ -470,6 +469,7 @@ void addParts(py::class_<ScriptProcessor> &type)
     addAttribute(
         type, "extension", [](ScriptProcessor &processor) { return newPythonReference(processor.extension()); },
         "Plugin specific");
+    addAttribute(type, "breakpoints", breakpointTuples, "Returns a list of tuples - one for each breakpoint [R]");
     addAttribute(
         type, "project",
         [](const ScriptProcessor &processor) {

@@ -29,7 +29,8 @@ public:
     [[nodiscard]] int lastPara() const; ///< 0 if there is none
     [[nodiscard]] QStringList linesOf(int para);
     [[nodiscard]] Row rowAt(int para, int line);
-    /// Moves to the next line, or the one before. Returns false at an end of the source, and if this object was deleted.
+    /// Moves to the next line, or the one before. Returns false at an end of the source, and if this object was
+    /// deleted.
     bool step(Row &row, bool forward);
     void clearCache() { m_paras.clear(); }
 

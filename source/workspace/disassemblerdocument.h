@@ -16,7 +16,8 @@ public:
     explicit DisassemblerDocument(DocumentTemplate *docTemplate);
     ~DisassemblerDocument() override;
 
-    /// @p filename is what disassemblyName() gives. The document is empty if the environment was deleted or has no memory.
+    /// @p filename is what disassemblyName() gives. The document is empty if the environment was deleted or has no
+    /// memory.
     bool open(const QString &filename) override;
     bool create(const QString &filename) override;
     bool save() override;

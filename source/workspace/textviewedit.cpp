@@ -1,6 +1,7 @@
 #include "textviewedit.h"
 #include "callplugin.h"
 #include "editorhost.h"
+#include "lineedits.h"
 #include "textdocument.h"
 #include "textdocumenttemplate.h"
 #include "textindent.h"

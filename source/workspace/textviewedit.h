@@ -1,5 +1,4 @@
 #pragma once
-#include "lineedits.h"
 #include "pasteguard.h"
 #include <QPlainTextEdit>
 #include <QTextBlock>
@@ -9,6 +8,7 @@ class TextDocument;
 class TextMarkerWidget;
 class TextPattern;
 class TextView;
+struct Indentation;
 
 /// One pane of a text view: the editor with the margin on its left and the split handle above its scroll bar.
 class TextViewEdit : public PasteGuard<QPlainTextEdit>

@@ -115,8 +115,10 @@ void agree(const Fixture &f, QDialog *dialog)
         if (dialog->isVisible())
             dialog->reject();
     } else {
-        for (QLineEdit *edit : dialog->findChildren<QLineEdit *>())
-            edit->setText(u"typed"_s);
+        for (QLineEdit *edit : dialog->findChildren<QLineEdit *>()) {
+            if (edit->objectName() != u"VirtualEnvironmentEdit"_s) // must name an environment
+                edit->setText(u"typed"_s);
+        }
         QMetaObject::invokeMethod(dialog, "accept");
         dialog->reject(); // if it has refused that
     }

@@ -29,7 +29,7 @@ private Q_SLOTS:
         QTest::newRow("other unknown") << int(StateRunning) << false << int(IExecutionEnvironment::ProgramUnknown)
                                        << u"Unknown"_s;
         QTest::newRow("a number that is no status") << int(StateRunning) << false << 77 << u"Starting"_s;
-        QTest::newRow("current was told to run")
+        QTest::newRow("run command sent to the current processor")
             << int(StateRunning) << true << int(IExecutionEnvironment::ProgramPaused) << u"Running"_s;
         QTest::newRow("current sleeps") << int(StateRunning) << true << int(IExecutionEnvironment::ProgramSleeping)
                                         << u"Sleeping"_s;

@@ -23,7 +23,23 @@ class ScriptDebuggerTest : public QObject
 {
     Q_OBJECT
 private Q_SLOTS:
-    void init() { QTest::failOnWarning(QRegularExpression(u"^(?!This plugin does not support)"_s)); }
+    void init()
+    {
+        QTest::failOnWarning(QRegularExpression(u"^(?!This plugin does not support|IDEApplication::loadPixmap)"_s));
+    }
+
+    void typesAreThoseOfTheTable()
+    {
+        const ProcessorScriptFixture f;
+        QCOMPARE(f.run("import importlib.util, sys\n"
+                       "sys.dont_write_bytecode = True\n"
+                       "data = '" VARNEL_SOURCE_DIR "/tests/objectmodel/data/'\n"
+                       "spec = importlib.util.spec_from_file_location('checktypes', data + 'checktypes.py')\n"
+                       "checktypes = importlib.util.module_from_spec(spec)\n"
+                       "spec.loader.exec_module(checktypes)\n"),
+                 QString());
+        QCOMPARE(f.eval("list(checktypes.check(data + 'scripttypes.tsv', debugger=True))"), u"[]"_s);
+    }
 
     void attributes_data()
     {

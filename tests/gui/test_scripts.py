@@ -199,7 +199,6 @@ while len(set(hits)) < 2:
         thermostat.removeBreakpoint(str(examples / "thermostat/main.c"), int(sys.argv[2]))
     wait(lambda: all(p.programStatus != 1 for p in debugger.processors))
 
-assert chr(int(morse.evaluate("(int)letter"))) in "CQ DEVARNL"
 assert morse.registers["pc"] != 0
 assert morse.peripherals is None or morse.peripherals.keys == []
 memory = thermostat.memory
@@ -219,9 +218,9 @@ assert memory[address + 4:address + 8] == [0x78, 0x56, 0x34, 0x12]
 thermostat.registers["r0"] = 0xCAFE
 assert thermostat.registers["r0"] == 0xCAFE
 uart = thermostat.peripherals["UART0"]
-assert "BAUDDIV" in uart.keys
-uart["BAUDDIV"] = 0x123
-assert uart["BAUDDIV"] == 0x123
+divider, = (name for name in uart.keys if name.endswith("BAUDDIV"))
+uart[divider] = 0x123
+assert uart[divider] == 0x123
 debugger.stop()
 assert stopped == [0]
 print("done")

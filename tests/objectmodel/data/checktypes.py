@@ -82,9 +82,12 @@ def check_module(types):
         yield f"the module has {names}"
 
 
-def check(path):
+def check(path, debugger=False):
+    """Checks the module, and the types of the debugger or all others: they need different workspaces."""
     types = read(path)
     names = dict(vars(varnel))
     yield from check_module(types)
     for module_name, name, expression, documentation, members in types:
+        if ("debugger" in expression) != debugger:
+            continue
         yield from check_type(module_name, name, eval(expression, names), documentation, members)

@@ -168,7 +168,10 @@ private Q_SLOTS:
         QVERIFY2(lost < 1000, QByteArray::number(lost)); // 1 us: the ends of the clocks' readings
         QString after;
         QTRY_VERIFY(live->evaluateLive(u"loops"_s, after) && after != before);
-        QCOMPARE(dialogue.count(), 0);
+        for (const QList<QVariant> &line : dialogue) { // the answer to the run command may still come
+            QVERIFY2(!line[1].toBool(), qPrintable(line[0].toString()));
+            QVERIFY2(!line[0].toString().contains(u"*stopped"_s), qPrintable(line[0].toString()));
+        }
         QVERIFY(!session.events.statuses.contains(Env::ProgramPaused));
         // The measurement itself: a pause is seen.
         const qint64 paused = standstill(session, [&] {
