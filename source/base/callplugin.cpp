@@ -4,9 +4,11 @@
 #include <QCoreApplication>
 #include <QDebug>
 #include <QFile>
+#include <QMutex>
 #include <QPointer>
 #include <QScopeGuard>
 #include <QThread>
+#include <QTimer>
 #include <utility>
 
 namespace {
@@ -26,6 +28,8 @@ constexpr int NoCall = -1;
 int callLoopLevel = NoCall; ///< the number of event loops that ran when the innermost call started
 bool callAsks = false;      ///< the innermost call is one of a function with a result
 QList<WaitingReport> waiting;
+QMutex foreignMutex;
+QList<WaitingReport> foreign; ///< the reports of other threads, which the mutex protects
 QList<QByteArray> delivering; ///< the key of the report whose receiver runs, behind those of its causes
 
 int loopLevel()
@@ -42,17 +46,39 @@ void deliver(const WaitingReport &report)
     report.deliver();
 }
 
-/// Whether a call runs, and no event loop that it has started itself: it may wait for what a report causes.
-bool isInsideCall()
-{
-    return callLoopLevel != NoCall && loopLevel() <= callLoopLevel;
-}
-
-/// Later, so that reports which cause each other do not block the window.
+/// After the next events of the window, so that reports which cause each other do not block it: events that are posted
+/// while posted events are delivered would come first.
 void postDelivery()
 {
     if (QCoreApplication *application = QCoreApplication::instance())
-        QMetaObject::invokeMethod(application, &deliverPluginReports, Qt::QueuedConnection);
+        QTimer::singleShot(0, application, &deliverPluginReports);
+}
+
+void receiveForeignReports()
+{
+    QMutexLocker lock(&foreignMutex);
+    const QList<WaitingReport> reports = std::exchange(foreign, {});
+    lock.unlock();
+    for (const WaitingReport &report : reports) {
+        if (report.receiver)
+            afterPluginCall(report.receiver, report.key, report.deliver);
+    }
+}
+
+/// Keeps a report of another thread, in place of an equal earlier one: they may come faster than they are handled. The
+/// first one starts the timer after which all are received.
+void addForeignReport(WaitingReport report)
+{
+    const QMutexLocker lock(&foreignMutex);
+    foreign.removeIf([&report](const WaitingReport &earlier) {
+        return earlier.key == report.key && earlier.receiver == report.receiver;
+    });
+    foreign.append(std::move(report));
+    QCoreApplication *application = QCoreApplication::instance();
+    if (application && foreign.size() == 1)
+        QMetaObject::invokeMethod(
+            application, [application] { QTimer::singleShot(0, application, &receiveForeignReports); },
+            Qt::QueuedConnection);
 }
 } // namespace
 
@@ -82,6 +108,11 @@ void warnOfException(const char *operation, const char *what, const void *object
         handler({pluginOf(object), QString::fromUtf8(operation), QString::fromUtf8(what)});
 }
 
+bool isInsidePluginCall()
+{
+    return callLoopLevel != NoCall && loopLevel() <= callLoopLevel;
+}
+
 detail::PluginCall::PluginCall(bool asks)
     : m_outerLoopLevel(std::exchange(callLoopLevel, loopLevel())), m_outerAsks(std::exchange(callAsks, asks))
 {}
@@ -94,7 +125,7 @@ detail::PluginCall::~PluginCall()
 
 void detail::pluginCallEnded()
 {
-    if (isInsideCall() || waiting.isEmpty())
+    if (isInsidePluginCall() || waiting.isEmpty())
         return;
     if (delivering.isEmpty())
         deliverPluginReports();
@@ -104,12 +135,9 @@ void detail::pluginCallEnded()
 
 void afterPluginCall(QObject *receiver, const QByteArray &key, std::function<void()> deliverReport)
 {
-    if (QThread::currentThread() != receiver->thread()) {
-        const auto deliverThere = [receiver, key, deliverReport] { afterPluginCall(receiver, key, deliverReport); };
-        QMetaObject::invokeMethod(receiver, deliverThere, Qt::QueuedConnection);
-        return;
-    }
-    const bool insideCall = isInsideCall();
+    if (QThread::currentThread() != receiver->thread())
+        return addForeignReport({receiver, key, std::move(deliverReport), {}});
+    const bool insideCall = isInsidePluginCall();
     const auto isEqual = [&key](const WaitingReport &report) { return report.key == key; };
     if (insideCall && callAsks && (delivering.contains(key) || std::ranges::any_of(waiting, isEqual)))
         return;

@@ -34,6 +34,10 @@ void setPluginNames(std::function<QString(const QString &library)> names);
 /// failure handler. @p object, which may be null, is the called object.
 void warnOfException(const char *operation, const char *what, const void *object = nullptr);
 
+/// Whether a call runs, and no event loop that it has started itself: in one it may wait for what a report causes, and
+/// the user works.
+[[nodiscard]] bool isInsidePluginCall();
+
 /// Delivers a report of a plug-in by calling @p deliver: at once, or, if the report comes from inside a call, when the
 /// call has returned. Equal reports have the same @p key. A report from inside a function with a result, which only
 /// asks for something, is dropped if it is caused by the delivery of an equal one: otherwise the report of a change
@@ -95,6 +99,10 @@ template <typename Call>
 }
 
 namespace detail {
+template <typename Argument>
+inline constexpr bool isWritten =
+    std::is_lvalue_reference_v<Argument> && !std::is_const_v<std::remove_reference_t<Argument>>;
+
 template <typename Function>
 struct ClassOf;
 template <typename Result, typename Class, typename... Arguments>
@@ -102,6 +110,8 @@ struct ClassOf<Result (Class::*)(Arguments...)>
 {
     using Type = Class;
     using Value = Result;
+    /// The function returns something, or writes to its arguments.
+    static constexpr bool HasResult = !std::is_void_v<Result> || (isWritten<Arguments> || ...);
 };
 template <typename Result, typename Class, typename... Arguments>
 struct ClassOf<Result (Class::*)(Arguments...) const> : ClassOf<Result (Class::*)(Arguments...)>
@@ -130,7 +140,7 @@ bool runPlugin(const Object &object, Arguments &&...arguments)
            && runPlugin(
                detail::operationName<Function>(),
                [&] { (void)(called->*Function)(std::forward<Arguments>(arguments)...); }, called,
-               !std::is_void_v<typename detail::ClassOf<decltype(Function)>::Value>);
+               detail::ClassOf<decltype(Function)>::HasResult);
 }
 
 /// The same for a function with a result: nothing if there is no object, or if it has thrown an exception.

@@ -71,13 +71,13 @@ void PluginBinder::bindProjectPlugins(Project *project)
 
 void PluginBinder::bindBuildEnvironment(Project *project)
 {
+    const QPointer<Project> alive(project); // each call of the plug-in may close the workspace
     const auto environment = create<IBuildEnvironment>(
         project->buildEnvironment(), tr("The workspace contains a project that requires the %1 build environment, "
                                         "which is not installed.\nYou will not be able to build the project.")
                                          .arg(project->buildEnvironmentName()));
-    if (!environment)
+    if (!environment || !alive)
         return;
-    const QPointer<Project> alive(project);
     project->setBuildEnvironment(environment.get());
     auto events = makeBuildEvents(project);
     const QString option = project->buildEnvironmentOption();
@@ -94,14 +94,14 @@ void PluginBinder::bindBuildEnvironment(Project *project)
 
 void PluginBinder::bindExecutionEnvironment(Project *project)
 {
+    const QPointer<Project> alive(project);
     const auto environment = create<IExecutionEnvironment>(
         project->executionEnvironment(),
         tr("The workspace contains a project that requires the %1 execution environment, which is not installed.\n"
            "You will not be able to debug or run the project.")
             .arg(project->executionEnvironmentName()));
-    if (!environment)
+    if (!environment || !alive)
         return;
-    const QPointer<Project> alive(project);
     project->setExecutionEnvironment(environment.get());
     const auto events = makeExecutionEvents(project, environment.get());
     const InterfacePtr<IProject> iproject(handOut<IProject, IProjectImpl>(project));
@@ -113,9 +113,10 @@ void PluginBinder::bindExecutionEnvironment(Project *project)
         peripherals->setVisible(true);
     if (!alive)
         return;
-    if (const auto docks = queryPlugin<IDockExtension>(environment.get()))
+    if (const auto docks = queryPlugin<IDockExtension>(environment.get()); docks && alive)
         addPluginDockWindows(docks.get(), project);
-    introduceWorkspace(environment.get(), project, project->executionEnvironment());
+    if (alive)
+        introduceWorkspace(environment.get(), project, project->executionEnvironment());
 }
 
 /// A new object of the plug-in @p feature as its interface Environment. A plug-in that has another main interface is
@@ -160,8 +161,9 @@ InterfacePtr<IExecutionEvents> PluginBinder::makeExecutionEvents(const Project *
 
 void PluginBinder::introduceWorkspace(QUnknownInterface *environment, Project *project, const QString &feature)
 {
+    const QPointer<Project> alive(project);
     const auto client = queryPlugin<IWorkspaceClient>(environment);
-    if (!client)
+    if (!client || !alive)
         return;
     const QString group = u"Plugins/"_s + QString(feature).remove(u'{').remove(u'}') + u'/';
     auto *host = new IHostImpl(this, m_window, project, group);
@@ -173,8 +175,10 @@ void PluginBinder::notifyWorkspaceChanged() const
 {
     std::vector<InterfacePtr<IWorkspaceClient>> clients;
     for (const QPointer<Project> &project : m_activity.projects()) {
-        clients.push_back(queryPlugin<IWorkspaceClient>(project->buildInterface()));
-        clients.push_back(queryPlugin<IWorkspaceClient>(project->executionInterface()));
+        if (project)
+            clients.push_back(queryPlugin<IWorkspaceClient>(project->buildInterface()));
+        if (project)
+            clients.push_back(queryPlugin<IWorkspaceClient>(project->executionInterface()));
     }
     for (const auto &client : clients) {
         if (client)
@@ -185,7 +189,10 @@ void PluginBinder::notifyWorkspaceChanged() const
 void PluginBinder::addPluginDockWindows(IDockExtension *iface, const Project *project)
 {
     m_window.saveDockLayout();
+    const QPointer<const Project> alive(project);
     QList<QWidget *> widgets = askPlugin<&IDockExtension::widgets>(iface);
+    if (!alive)
+        return;
     widgets.removeAll(nullptr);
     for (QWidget *widget : std::as_const(widgets)) {
         if (!widget->parentWidget()) // otherwise it is listed twice, or belongs to another window
