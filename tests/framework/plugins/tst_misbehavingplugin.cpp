@@ -203,6 +203,14 @@ class MisbehavingPluginTest : public QObject
             tools->buildEvents->buildFinished(true);
     }
 
+    void startSession(bool attach)
+    {
+        QTimer finish; // the build before the session
+        connect(&finish, &QTimer::timeout, this, [this] { finishBuild(); });
+        finish.start(1);
+        attach ? f->window->debugAttach() : f->window->debugRun();
+    }
+
     void stopAt(IExecutionEnvironment::ProgramStatus status) const
     {
         QCoreApplication::processEvents();
@@ -275,11 +283,7 @@ class MisbehavingPluginTest : public QObject
         step([&] { window->buildCompileFile(); });
         step([&] { window->projectRepopulate(); });
         for (const bool attach : {false, true}) {
-            QTimer finish; // builds before the session
-            connect(&finish, &QTimer::timeout, this, [this] { finishBuild(); });
-            finish.start(1);
-            step([&] { attach ? window->debugAttach() : window->debugRun(); });
-            finish.stop();
+            step([&] { startSession(attach); });
             debugging([&] { stopAt(IExecutionEnvironment::ProgramPaused); });
             debugging([&] { m_ranSession = true; });
             debugging([&] { showDebugWindows(); });
@@ -291,6 +295,7 @@ class MisbehavingPluginTest : public QObject
             debugging([&] { window->debugWakeup(); });
             debugging([&] { stopAt(IExecutionEnvironment::ProgramPaused); });
             debugging([&] { window->debugRunToCursor(); });
+            debugging([&] { stopAt(IExecutionEnvironment::ProgramPaused); });
             debugging([&] { window->debugRestart(); });
             debugging([&] { window->debugViewDisassembly(); });
             debugging([&] { window->debugShowNext(); });
@@ -398,8 +403,9 @@ private Q_SLOTS:
         const auto restore = qScopeGuard([&] { qInstallMessageHandler(previous); });
         m_deed = deed;
         QVERIFY(f->window->openWorkspace(f->path(u"all.vnw"_s), false));
-        f->window->debugRun();
+        startSession(false);
         stopAt(IExecutionEnvironment::ProgramPaused);
+        QVERIFY(f->window->activity().isDebugging());
         for (const QString &call : {u"stop"_s, u"canAttach"_s, u"delete"_s, u"breakpoints"_s, u"currentLocation"_s})
             stub()->script(u"{sim}"_s).on.insert(call, [this, call] {
                 if (call != "delete"_L1 || m_deed == "report"_L1) // a destructor must not throw
