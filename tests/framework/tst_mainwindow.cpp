@@ -215,7 +215,7 @@ private Q_SLOTS:
         int bound = 0;
         for (const QAction *action : m_window->actions())
             bound += others.contains(action->objectName()) ? 0 : 1;
-        QCOMPARE(bound, 88 + 2);
+        QCOMPARE(bound, 88 + 3);
     }
 
     void everyCommandIsHarmlessWithNothingOpenHostile()

@@ -372,7 +372,7 @@ void TestUiConfig::everyCommandIsInExactlyOneMenu()
 {
     const QList<QDomElement> references = elements(m_root.firstChildElement(u"menus"_s), u"action"_s);
     const QStringList expected = actionNames.filter(QRegularExpression(u"(?<!Alt)$"_s));
-    QCOMPARE(expected.size(), 83 + 7);
+    QCOMPARE(expected.size(), 83 + 8);
     QCOMPARE(sorted(names(references)), sorted(expected));
 }
 

@@ -77,7 +77,7 @@ private:
     QString m_compileMenuText;         ///< "%1" stands for the file
     QString m_currentFile;
     bool m_forDebug = false; ///< the build belongs to the start of a session
-    QElapsedTimer m_time; ///< since the start of the work that is shown in the status bar; invalid if there is none
+    QElapsedTimer m_time;    ///< since the start of the work that is shown in the status bar; invalid if there is none
     bool m_buildSucceeded = false;
     bool m_buildStopped = false;
 };

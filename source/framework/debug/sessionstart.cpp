@@ -13,6 +13,7 @@
 #include "startprogress.h"
 #include "windowservices.h"
 #include "workspace.h"
+#include <algorithm>
 #include <QCoreApplication>
 #include <QScopeGuard>
 
@@ -122,8 +123,11 @@ bool SessionStart::startProjects(bool attachOnly)
 void SessionStart::stopStarted()
 {
     const auto started = std::exchange(m_started, {});
-    for (const Activity::Environment &environment : started)
-        runPlugin<&IExecutionEnvironment::stop>(environment);
+    for (const Activity::Environment &environment : started) {
+        const auto present = m_activity.environments(); // without those of projects that were removed meanwhile
+        if (std::ranges::find(present, environment.get(), &Activity::Environment::get) != present.end())
+            runPlugin<&IExecutionEnvironment::stop>(environment);
+    }
 }
 
 /// A project that starts after the current one has reported sets the state back to initialising.

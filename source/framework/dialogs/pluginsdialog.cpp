@@ -23,6 +23,7 @@ PluginsDialog::PluginsDialog(const QList<PluginLibrary> &libraries, const QStrin
     resize(760, 360);
     m_list->setObjectName(u"PluginList"_s);
     m_list->setHeaderLabels({tr("Name"), tr("Features"), tr("Library"), tr("State")});
+    m_list->setAccessibleName(tr("Libraries"));
     m_list->setRootIsDecorated(false);
     m_list->setWordWrap(true);
     m_notice->setObjectName(u"NoticeLabel"_s);
