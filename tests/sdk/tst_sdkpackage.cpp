@@ -15,6 +15,9 @@
 
 using namespace Qt::StringLiterals;
 
+/// The headers of the editor refer to this name. The library that defines it must come with the plug-in that is loaded.
+const int VARNEL_EDITOR_NAME(VARNEL_EDITOR_VERSION) = 0;
+
 namespace {
 
 const QString feature = u"{0b7a3c52-9f51-4c0e-8a52-6f1d3ce0a7d4}"_s;
