@@ -38,11 +38,13 @@ bool Activity::isDebugging() const
 
 ActivityAvailability Activity::availability(ActivityState state) const
 {
+    const Project *project = currentProject();
     const Environment environment = currentEnvironment();
     const auto canAttach = [&] { return environment->canAttach(); };
     return activityAvailability(state,
                                 {.workspace = m_workspace != nullptr,
-                                 .project = currentProject() != nullptr,
+                                 .project = project != nullptr,
+                                 .buildEnvironment = project && project->buildInterface(),
                                  .executionEnvironment = environment != nullptr,
                                  .canAttach = environment && askPlugin("IExecutionEnvironment::canAttach", canAttach)});
 }
