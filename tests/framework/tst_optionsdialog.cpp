@@ -8,6 +8,7 @@
 #include <QListWidget>
 #include <QRadioButton>
 #include <QScrollArea>
+#include <QScrollBar>
 #include <QSpinBox>
 
 using namespace Qt::StringLiterals;
@@ -231,6 +232,21 @@ private Q_SLOTS:
             for (const QAbstractButton *each : tabs()->currentWidget()->findChildren<QAbstractButton *>())
                 QVERIFY2(each->width() >= each->minimumSizeHint().width(), qPrintable(each->text()));
         }
+    }
+
+    void everyTabIsWholeAtTheFirstSizeAndHasTheSameBackground()
+    {
+        open(m_values);
+        QVERIFY(m_dialog->height() <= 560); // with its frame it fits on a screen of 800 by 600
+        const auto corner = [this] {        // of the page, where it has no widget
+            const QWidget *page = tabs()->currentWidget();
+            const QPoint place = page->mapTo(m_dialog.get(), page->rect().bottomRight() - QPoint(3, 3));
+            return m_dialog->grab().toImage().pixelColor(place);
+        };
+        const QColor background = corner();
+        tabs()->setCurrentIndex(5);
+        QVERIFY(!m_dialog->findChild<QScrollArea *>()->verticalScrollBar()->isVisible());
+        QCOMPARE(corner(), background);
     }
 
     void tabGoesThroughTheWidgetsOfATab_data()
