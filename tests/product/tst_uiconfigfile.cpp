@@ -34,7 +34,7 @@ const QStringList signalNames =
     "projectRepopulateAvailable projectEditingAvailable workspaceEditingAvailable "
     "compileAvailable buildAvailable projectBuilding runAvailable pauseAvailable "
     "stopAvailable restartAvailable startAvailable wakeupAvailable showNextAvailable "
-    "backAvailable forwardAvailable previousAvailable nextAvailable attachAvailable"_s.split(u' ');
+    "backAvailable forwardAvailable previousAvailable nextAvailable attachAvailable batchBuildAvailable"_s.split(u' ');
 
 const QStringList filledMenus =
     u"viewMenu viewToolbarsMenu windowMenu fileRecentFilesMenu projectRecentWorkspacesMenu "
