@@ -316,7 +316,7 @@ void TestUiConfig::onlyDockWindowActionsAreCheckable()
 
 void TestUiConfig::enableNamesAnAvailabilitySignal()
 {
-    QCOMPARE(signalNames.size(), 27);
+    QCOMPARE(signalNames.size(), 28);
     for (const QDomElement &action : m_actions) {
         const QList<QDomElement> enables = elements(action, u"enable"_s);
         QVERIFY(enables.size() <= 1);
