@@ -65,6 +65,7 @@ bool DisassemblerDocument::open(const QString &filename)
     const auto environment = shareInterface(m_key ? environmentOfKey(m_key) : nullptr);
     m_disassembly = queryInterface<IDisassembly>(environment.get());
     m_address = queryInterface<IDisassemblyAddress>(environment.get());
+    m_fetch = queryInterface<IDisassemblyFetch>(environment.get());
     readRegion(environment.get());
     return true;
 }
@@ -135,6 +136,16 @@ QStringList DisassemblerDocument::para(int index)
     if (!text.isNull())
         lines.append(text);
     return lines;
+}
+
+/// After an exception the text is not waited for.
+bool DisassemblerDocument::fetch(int index, int milliseconds)
+{
+    const auto fetch = shareInterface(m_fetch.get());
+    bool isReady = true;
+    if (fetch)
+        guarded("IDisassemblyFetch::fetch", [&] { isReady = fetch->fetch(index, milliseconds); });
+    return isReady;
 }
 
 int DisassemblerDocument::lineOf(int para) const
