@@ -20,7 +20,7 @@ inline QByteArrayList plainCommands()
                "debugViewDisassembly "
                "toolsMacroNew toolsMacroEdit toolsCustomise toolsOptions "
                "windowNew windowSplit windowClose windowCloseAll windowCascade windowTile windowNext windowPrev "
-               "helpSearch helpHome helpBack helpForward helpPrevious helpNext helpAbout helpReport")
+               "helpSearch helpHome helpBack helpForward helpPrevious helpNext helpAbout helpPlugins helpReport")
         .split(' ');
 }
 

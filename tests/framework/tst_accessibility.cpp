@@ -139,7 +139,7 @@ private Q_SLOTS:
         for (const char *action :
              {"fileNew", "fileProperties", "editFind", "editReplace", "editFindInFiles", "viewGotoLine", "projectNew",
               "projectProperties", "buildBatchBuild", "buildConfigurationsNew", "buildConfigurationsEdit",
-              "debugBreakpoints", "toolsCustomise", "toolsOptions", "helpSearch", "helpReport"})
+              "debugBreakpoints", "toolsCustomise", "toolsOptions", "helpSearch", "helpPlugins", "helpReport"})
             QTest::newRow(action) << QString::fromLatin1(action);
     }
     void everyControlOfADialogHasAName()

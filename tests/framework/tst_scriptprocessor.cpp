@@ -363,6 +363,7 @@ private Q_SLOTS:
         const ProcessorScriptFixture f;
         f.scriptOf(u"fw"_s).on[u"run"_s] = [&] { f.window->closeWorkspace(); };
         QCOMPARE(f.eval("p.run()"), u"None"_s);
+        QTRY_VERIFY(!f.window->projectWorkspace()); // closes after the call
         QCOMPARE(f.eval("p.run()"), u"RuntimeError: Object has been destroyed"_s);
     }
 };
