@@ -308,6 +308,12 @@ Es ist keine Build-Umgebung verfügbar.</translation>
         <source>Build failed after %1 s</source>
         <translation>Erstellen nach %1 s fehlgeschlagen</translation>
     </message>
+    <message>
+        <source>The contents that the build environment has sent for project &apos;%1&apos; cannot be read: %2
+</source>
+        <translation>Der Inhalt, den die Build-Umgebung für das Projekt &apos;%1&apos; gesendet hat, kann nicht gelesen werden: %2
+</translation>
+    </message>
 </context>
 <context>
     <name>BuildRun</name>
@@ -608,6 +614,10 @@ eintritt.&lt;/p&gt;</translation>
     <message>
         <source>0x%1 is outside the memory that is shown here.</source>
         <translation>0x%1 liegt außerhalb des Speichers, der hier gezeigt wird.</translation>
+    </message>
+    <message>
+        <source>Reading the instructions...</source>
+        <translation>Die Befehle werden gelesen...</translation>
     </message>
 </context>
 <context>
@@ -2003,6 +2013,21 @@ Möchten Sie sie wirklich schließen und überschreiben?</translation>
     </message>
 </context>
 <context>
+    <name>GuardedDocument</name>
+    <message>
+        <source>The following file could not be opened:
+%1</source>
+        <translation>Die folgende Datei konnte nicht geöffnet werden:
+%1</translation>
+    </message>
+    <message>
+        <source>The following file could not be saved:
+%1</source>
+        <translation>Die folgende Datei konnte nicht gespeichert werden:
+%1</translation>
+    </message>
+</context>
+<context>
     <name>HelpBrowser</name>
     <message>
         <source>This page is too large to be shown here.</source>
@@ -2135,6 +2160,21 @@ Bitte prüfen Sie, dass diese Datei nicht schreibgeschützt ist und Sie in sie s
     <message>
         <source>%1 (Multi-processor support enabled)</source>
         <translation>%1 (mit Unterstützung mehrerer Prozessoren)</translation>
+    </message>
+</context>
+<context>
+    <name>IHostImpl</name>
+    <message>
+        <source>error</source>
+        <translation>error</translation>
+    </message>
+    <message>
+        <source>warning</source>
+        <translation>warning</translation>
+    </message>
+    <message>
+        <source>note</source>
+        <translation>note</translation>
     </message>
 </context>
 <context>
@@ -2570,8 +2610,8 @@ Sie wird nur zum Lesen geöffnet.</translation>
         <translation>Verbindungen annehmen von:</translation>
     </message>
     <message>
-        <source>The server runs only when Varnel is started with &quot;-r&quot; and a port number. A change takes effect at the next start.</source>
-        <translation>Der Server läuft nur, wenn Varnel mit &quot;-r&quot; und einer Portnummer gestartet wird. Eine Änderung wirkt ab dem nächsten Start.</translation>
+        <source>The server needs the option &quot;-r&quot;. A change takes effect at the next start.</source>
+        <translation>Der Server braucht die Option &quot;-r&quot;. Eine Änderung wirkt ab dem nächsten Start.</translation>
     </message>
 </context>
 <context>
@@ -3138,6 +3178,93 @@ Please see Debug Output window for details.</source>
 
 Einzelheiten stehen im Ausgabefenster auf der Seite &quot;Debuggen&quot;.</translation>
     </message>
+    <message>
+        <source>A plug-in</source>
+        <translation>Ein Plug-in</translation>
+    </message>
+    <message>
+        <source>The plug-in &apos;%1&apos;</source>
+        <translation>Das Plug-in &apos;%1&apos;</translation>
+    </message>
+    <message>
+        <source>%1 has failed in %2: %3
+</source>
+        <translation>%1 hat versagt in %2: %3
+</translation>
+    </message>
+</context>
+<context>
+    <name>PluginManager</name>
+    <message>
+        <source>It was built with version %1 of the editor classes, and this is version %2. Build it again.</source>
+        <translation>Es wurde mit Version %1 der Editorklassen erstellt, und dies ist Version %2. Erstellen Sie es neu.</translation>
+    </message>
+    <message>
+        <source>The class of its root object, %1, lacks Q_INTERFACES(IPluginFactory).</source>
+        <translation>Der Klasse seines Wurzelobjekts, %1, fehlt Q_INTERFACES(IPluginFactory).</translation>
+    </message>
+    <message>
+        <source>Its root object is not an IPluginFactory.</source>
+        <translation>Sein Wurzelobjekt ist keine IPluginFactory.</translation>
+    </message>
+    <message>
+        <source>It has thrown an exception.</source>
+        <translation>Es hat eine Ausnahme geworfen.</translation>
+    </message>
+    <message>
+        <source>The feature %1 is taken from %2.</source>
+        <translation>Die Fähigkeit %1 kommt von %2.</translation>
+    </message>
+</context>
+<context>
+    <name>PluginProgress</name>
+    <message>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
+    </message>
+</context>
+<context>
+    <name>PluginsDialog</name>
+    <message>
+        <source>Plug-ins</source>
+        <translation>Plug-ins</translation>
+    </message>
+    <message>
+        <source>Name</source>
+        <translation>Name</translation>
+    </message>
+    <message>
+        <source>Features</source>
+        <translation>Fähigkeiten</translation>
+    </message>
+    <message>
+        <source>Library</source>
+        <translation>Bibliothek</translation>
+    </message>
+    <message>
+        <source>State</source>
+        <translation>Zustand</translation>
+    </message>
+    <message>
+        <source>Libraries</source>
+        <translation>Bibliotheken</translation>
+    </message>
+    <message>
+        <source>Switched off</source>
+        <translation>Abgeschaltet</translation>
+    </message>
+    <message>
+        <source>Loaded</source>
+        <translation>Geladen</translation>
+    </message>
+    <message>
+        <source>The change takes effect when Varnel is started again.</source>
+        <translation>Die Änderung wirkt beim nächsten Start von Varnel.</translation>
+    </message>
+    <message>
+        <source>A plug-in without a check mark is not loaded when Varnel starts.</source>
+        <translation>Ein Plug-in ohne Häkchen wird beim Start von Varnel nicht geladen.</translation>
+    </message>
 </context>
 <context>
     <name>ProblemReportDialog</name>
@@ -3340,6 +3467,10 @@ Einzelheiten stehen im Ausgabefenster auf der Seite &quot;Debuggen&quot;.</trans
     <message>
         <source>Could not save project</source>
         <translation>Das Projekt konnte nicht gespeichert werden</translation>
+    </message>
+    <message>
+        <source>%1 (line %2)</source>
+        <translation>%1 (Zeile %2)</translation>
     </message>
 </context>
 <context>
@@ -4301,6 +4432,17 @@ Einzelheiten stehen im Ausgabefenster auf der Seite &quot;Debuggen&quot;.</trans
     <message>
         <source>These keys are used by: %1</source>
         <translation>Diese Tasten gehören zu: %1</translation>
+    </message>
+</context>
+<context>
+    <name>StartProgress</name>
+    <message>
+        <source>Starting the debugger...</source>
+        <translation>Der Debugger wird gestartet...</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
     </message>
 </context>
 <context>
@@ -5989,11 +6131,6 @@ Bitte prüfen Sie, dass diese Datei nicht schreibgeschützt ist und Sie in sie s
         <translation>Erstellt mehrere Konfigurationen des aktuellen Projekts</translation>
     </message>
     <message>
-        <source>Builds, rebuilds or cleans those configurations of the current project that you tick.</source>
-        <comment>buildBatchBuild</comment>
-        <translation>Erstellt die von Ihnen angekreuzten Konfigurationen des aktuellen Projekts, erstellt sie neu oder bereinigt sie.</translation>
-    </message>
-    <message>
         <source>New Configuration</source>
         <comment>buildConfigurationsNew</comment>
         <translation>Neue Konfiguration</translation>
@@ -6877,6 +7014,31 @@ Bitte prüfen Sie, dass diese Datei nicht schreibgeschützt ist und Sie in sie s
         <source>Macros</source>
         <comment>macroToolbar</comment>
         <translation>Makros</translation>
+    </message>
+    <message>
+        <source>Builds, rebuilds or cleans those configurations of the current project that you tick. Available while nothing is being built or debugged, if the project has a build environment.</source>
+        <comment>buildBatchBuild</comment>
+        <translation>Erstellt die von Ihnen angekreuzten Konfigurationen des aktuellen Projekts, erstellt sie neu oder bereinigt sie. Verfügbar, während nichts erstellt oder debuggt wird, wenn das Projekt eine Build-Umgebung hat.</translation>
+    </message>
+    <message>
+        <source>Plug-ins</source>
+        <comment>helpPlugins</comment>
+        <translation>Plug-ins</translation>
+    </message>
+    <message>
+        <source>Plu&amp;g-ins...</source>
+        <comment>helpPlugins</comment>
+        <translation>Pl&amp;ug-ins...</translation>
+    </message>
+    <message>
+        <source>Lists the plug-ins</source>
+        <comment>helpPlugins</comment>
+        <translation>Listet die Plug-ins auf</translation>
+    </message>
+    <message>
+        <source>Lists the libraries of plug-ins with their features and problems. A plug-in can be switched off; it is not loaded when Varnel is started again.</source>
+        <comment>helpPlugins</comment>
+        <translation>Listet die Bibliotheken der Plug-ins mit ihren Fähigkeiten und Problemen auf. Ein Plug-in lässt sich abschalten; es wird beim nächsten Start von Varnel nicht mehr geladen.</translation>
     </message>
 </context>
 <context>

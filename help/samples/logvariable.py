@@ -3,7 +3,7 @@ from varnel import app
 def note():
     processor = app.debugger.currentProcessor
     try:
-        print("counter =", processor.evaluate("counter"))
+        print("samples =", processor.evaluate("samples"))
     except ValueError as error:
         print(error)
     processor.run()

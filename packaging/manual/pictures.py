@@ -9,6 +9,7 @@ dialogs, and saves a part of the screen for each picture that the pages use. `./
 import argparse
 import contextlib
 import pathlib
+import shutil
 import subprocess
 import sys
 import tempfile
@@ -80,6 +81,17 @@ class Camera:
 
 
 @contextlib.contextmanager
+def folder_of_projects():
+    """A new folder that has the same name each time, because pictures show it."""
+    folder = pathlib.Path(tempfile.gettempdir(), "projects")
+    folder.mkdir()
+    try:
+        yield folder
+    finally:
+        shutil.rmtree(folder)
+
+
+@contextlib.contextmanager
 def program(camera, screen, *arguments):
     with Program(*arguments, screen=screen, settings=SETTINGS) as running:
         camera.varnel = running.client
@@ -110,6 +122,7 @@ def without_session(camera, screen, examples):
         camera.dock("navigator", "navigatorDockWindow", DOCK_HEIGHT)
         with_dialog(camera, "projectProperties", "propertyEditorDialog", "properties")
         with_dialog(camera, "toolsOptions", "optionsDialog", "options")
+        with_dialog(camera, "toolsCustomise", "optionsDialog", "keys", lambda: varnel.write("searchEdit", "text", "step"))
         with_dialog(camera, "editFindInFiles", "findInFilesDialog", "findinfiles",
                     lambda: (varnel.write("LookInCombo", "currentText", "thermostat"),
                              varnel.write("FindWhatCombo", "currentText", "regulator_")))
@@ -210,7 +223,7 @@ def main():
     screen = Screen(WIDTH, HEIGHT, pointer=False)
     camera = Camera(screen, folder)
     try:
-        with tempfile.TemporaryDirectory(prefix="varnel-manual.") as directory:
+        with folder_of_projects() as directory:
             examples = copy_of_examples(directory)
             for step, where in ((without_session, examples), (with_session, examples),
                                 (python_pages, options.help.resolve())):

@@ -1,7 +1,159 @@
 #include "callplugin.h"
+#include <algorithm>
+#include <dlfcn.h>
+#include <QCoreApplication>
 #include <QDebug>
+#include <QFile>
+#include <QMutex>
+#include <QPointer>
+#include <QScopeGuard>
+#include <QThread>
+#include <QTimer>
+#include <utility>
 
-void warnOfException(const char *operation, const char *what)
+namespace {
+/// A report that waits for the end of a call.
+struct WaitingReport
+{
+    QPointer<QObject> receiver;
+    QByteArray key;
+    std::function<void()> deliver;
+    QList<QByteArray> causes; ///< the keys of the reports whose delivery has led to this one
+};
+
+std::function<void(const PluginFailure &)> failureHandler;
+std::function<QString(const QString &)> pluginNames;
+
+constexpr int NoCall = -1;
+int callLoopLevel = NoCall; ///< the number of event loops that ran when the innermost call started
+bool callAsks = false;      ///< the innermost call is one of a function with a result
+QList<WaitingReport> waiting;
+QMutex foreignMutex;
+QList<WaitingReport> foreign; ///< the reports of other threads, which the mutex protects
+QList<QByteArray> delivering; ///< the key of the report whose receiver runs, behind those of its causes
+
+int loopLevel()
+{
+    return QThread::currentThread()->loopLevel();
+}
+
+void deliver(const WaitingReport &report)
+{
+    if (!report.receiver)
+        return;
+    const auto outer = std::exchange(delivering, report.causes + QList{report.key});
+    const auto end = qScopeGuard([&outer] { delivering = outer; });
+    report.deliver();
+}
+
+/// After the next events of the window, so that reports which cause each other do not block it: events that are posted
+/// while posted events are delivered would come first.
+void postDelivery()
+{
+    if (QCoreApplication *application = QCoreApplication::instance())
+        QTimer::singleShot(0, application, &deliverPluginReports);
+}
+
+void receiveForeignReports()
+{
+    QMutexLocker lock(&foreignMutex);
+    const QList<WaitingReport> reports = std::exchange(foreign, {});
+    lock.unlock();
+    for (const WaitingReport &report : reports) {
+        if (report.receiver)
+            afterPluginCall(report.receiver, report.key, report.deliver);
+    }
+}
+
+/// Keeps a report of another thread, in place of an equal earlier one: they may come faster than they are handled. The
+/// first one starts the timer after which all are received.
+void addForeignReport(WaitingReport report)
+{
+    const QMutexLocker lock(&foreignMutex);
+    foreign.removeIf([&report](const WaitingReport &earlier) {
+        return earlier.key == report.key && earlier.receiver == report.receiver;
+    });
+    foreign.append(std::move(report));
+    QCoreApplication *application = QCoreApplication::instance();
+    if (application && foreign.size() == 1)
+        QMetaObject::invokeMethod(
+            application, [application] { QTimer::singleShot(0, application, &receiveForeignReports); },
+            Qt::QueuedConnection);
+}
+} // namespace
+
+void setPluginFailureHandler(std::function<void(const PluginFailure &)> handler)
+{
+    failureHandler = std::move(handler);
+}
+
+void setPluginNames(std::function<QString(const QString &library)> names)
+{
+    pluginNames = std::move(names);
+}
+
+/// The library is found by the table of virtual functions, which the object's address begins with.
+QString pluginOf(const void *object)
+{
+    Dl_info info{};
+    if (!object || !pluginNames || !dladdr(*static_cast<void *const *>(object), &info) || !info.dli_fname)
+        return {};
+    return pluginNames(QFile::decodeName(info.dli_fname));
+}
+
+void warnOfException(const char *operation, const char *what, const void *object)
 {
     qWarning("%s: an exception has left the plug-in (%s)", operation, what);
+    if (const auto handler = failureHandler)
+        handler({pluginOf(object), QString::fromUtf8(operation), QString::fromUtf8(what)});
+}
+
+bool isInsidePluginCall()
+{
+    return callLoopLevel != NoCall && loopLevel() <= callLoopLevel;
+}
+
+detail::PluginCall::PluginCall(bool asks)
+    : m_outerLoopLevel(std::exchange(callLoopLevel, loopLevel())), m_outerAsks(std::exchange(callAsks, asks))
+{}
+
+detail::PluginCall::~PluginCall()
+{
+    callLoopLevel = m_outerLoopLevel;
+    callAsks = m_outerAsks;
+}
+
+void detail::pluginCallEnded()
+{
+    if (isInsidePluginCall() || waiting.isEmpty())
+        return;
+    if (delivering.isEmpty())
+        deliverPluginReports();
+    else
+        postDelivery();
+}
+
+void afterPluginCall(QObject *receiver, const QByteArray &key, std::function<void()> deliverReport)
+{
+    if (QThread::currentThread() != receiver->thread())
+        return addForeignReport({receiver, key, std::move(deliverReport), {}});
+    const bool insideCall = isInsidePluginCall();
+    const auto isEqual = [&key](const WaitingReport &report) { return report.key == key; };
+    if (insideCall && callAsks && (delivering.contains(key) || std::ranges::any_of(waiting, isEqual)))
+        return;
+    WaitingReport report{receiver, key, std::move(deliverReport), delivering};
+    if (!insideCall && waiting.isEmpty())
+        return deliver(report);
+    waiting.append(std::move(report));
+    if (!insideCall)
+        postDelivery();
+}
+
+void deliverPluginReports()
+{
+    const QList<WaitingReport> reports = std::exchange(waiting, {});
+    for (const WaitingReport &report : reports)
+        deliver(report);
+    if (!waiting.isEmpty())
+        postDelivery();
 }

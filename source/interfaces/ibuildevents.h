@@ -2,7 +2,8 @@
 #include "unknown.h"
 #include <QString>
 
-/// Reports of a build environment to the host. The host creates one object for each build environment.
+/// Reports of a build environment to the host. The host creates one object for each build environment. A report from
+/// inside a function that the host has called is delivered when the function has returned.
 class IBuildEvents : public QUnknownInterface
 {
 public:
@@ -14,8 +15,9 @@ public:
     /// Adds text to the "Build" page: whole lines, each with its "\n", or parts of a line. From lines that match the
     /// project property "buildMatch" the user can go to the source.
     virtual void feedback(const QString &text) = 0;
-    /// Replaces the contents of the current project by @p xml, the text of a project file. The attributes of its root
-    /// element that name the environments are ignored, and the project is marked as modified.
+    /// Replaces the contents of the plug-in's project by @p xml, the text of a project file. The attributes of its root
+    /// element that name the environments are ignored, and the project is marked as modified. A text that cannot be
+    /// read changes nothing and is reported on the "Build" page.
     virtual void xmlFeedback(const QString &xml) = 0;
 
 protected:

@@ -37,7 +37,14 @@ struct InterfaceReleaser
     template <typename T>
     void operator()(T *object) const
     {
-        object->release();
+        QT_TRY
+        {
+            object->release();
+        }
+        QT_CATCH(...)
+        {
+            qWarning("QUnknownInterface::release: an exception has left the plug-in");
+        }
     }
 };
 

@@ -31,7 +31,7 @@ ScriptMemory::ScriptMemory(const ScriptTarget &target) : m_target(target), m_mod
 QList<MemoryRegion> ScriptMemory::allRegions() const
 {
     const auto memory = m_target.get<IMemory>();
-    return askTarget("IMemory::regions", [&] { return memory->regions(); });
+    return askTarget<&IMemory::regions>(memory);
 }
 
 QStringList ScriptMemory::regions() const
@@ -90,7 +90,7 @@ MemoryRegion ScriptMemory::requireRegion() const
 namespace {
 InterfacePtr<IMemoryVerify> verifyOf(const ScriptTarget &target)
 {
-    InterfacePtr<IMemoryVerify> verify = queryInterface<IMemoryVerify>(target.get<IMemory>().get());
+    InterfacePtr<IMemoryVerify> verify = queryPlugin<IMemoryVerify>(target.get<IMemory>());
     if (!verify)
         verify = target.find<IMemoryVerify>();
     if (!verify)
@@ -102,23 +102,22 @@ InterfacePtr<IMemoryVerify> verifyOf(const ScriptTarget &target)
 bool ScriptMemory::verify() const
 {
     const auto interface = verifyOf(m_target);
-    return askTarget("IMemoryVerify::verify", [&] { return interface->verify(); });
+    return askTarget<&IMemoryVerify::verify>(interface);
 }
 
 void ScriptMemory::setVerify(bool verify) const
 {
     const auto interface = verifyOf(m_target);
-    runTarget("IMemoryVerify::setVerify", [&] { interface->setVerify(verify); });
+    runTarget<&IMemoryVerify::setVerify>(interface, verify);
 }
 
 QString ScriptMemory::disassemble(uint address) const
 {
-    const auto disassembly = queryInterface<IDisassembly>(m_target.get<IMemory>().get());
+    const auto disassembly = queryPlugin<IDisassembly>(m_target.get<IMemory>());
     if (!disassembly)
         return {};
     const int id = region().id;
-    return plainInstruction(
-        askTarget("IDisassembly::disassemble", [&] { return disassembly->disassemble(address, id); }));
+    return plainInstruction(askTarget<&IDisassembly::disassemble>(disassembly, address, id));
 }
 
 // Words
@@ -129,7 +128,7 @@ uint ScriptMemory::read(uint address) const
     const int mode = this->mode();
     const auto memory = m_target.get<IMemory>();
     uint value = 0;
-    const int status = askTarget("IMemory::read", [&] { return memory->read(id, mode, address, &value); });
+    const int status = askTarget<&IMemory::read>(memory, id, mode, address, &value);
     if (status != IMemory::Success)
         raiseFailed(status == IMemory::WriteToRom ? memoryErrorText(-1) : memoryErrorText(status));
     return value;
@@ -140,7 +139,7 @@ void ScriptMemory::write(uint address, uint value) const
     const int id = requireRegion().id;
     const int mode = this->mode();
     const auto memory = m_target.get<IMemory>();
-    const int status = askTarget("IMemory::write", [&] { return memory->write(id, mode, address, value, true); });
+    const int status = askTarget<&IMemory::write>(memory, id, mode, address, value, true);
     if (status != IMemory::Success)
         raiseFailed(memoryErrorText(status));
     m_target.model().notifyDebugWindows(ObjectModel::DataWindows);
@@ -167,7 +166,7 @@ MemoryBlock ScriptMemory::read(const MemorySlice &slice) const
     const int id = requireRegion().id;
     const auto memory = m_target.get<IMemory>();
     const int mode = this->mode();
-    runTarget("IMemory::readBlock", [&] { memory->readBlock(id, mode, slice.address, int(slice.cells), cells); });
+    runTarget<&IMemory::readBlock>(memory, id, mode, slice.address, int(slice.cells), cells);
     checkCells(slice, cells);
     cells.resize(slice.cells);
     return cells;
@@ -180,8 +179,7 @@ void ScriptMemory::write(const MemorySlice &slice, MemoryBlock cells) const
     const int id = requireRegion().id;
     const int mode = this->mode();
     const auto memory = m_target.get<IMemory>();
-    runTarget("IMemory::writeBlock",
-              [&] { memory->writeBlock(id, mode, slice.address, int(slice.cells), cells, false); });
+    runTarget<&IMemory::writeBlock>(memory, id, mode, slice.address, int(slice.cells), cells, false);
     checkCells(slice, cells);
     m_target.model().notifyDebugWindows(ObjectModel::DataWindows);
 }

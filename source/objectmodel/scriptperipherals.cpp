@@ -5,7 +5,7 @@ namespace {
 QList<PeripheralInfo> peripheralsOf(const ScriptTarget &target)
 {
     const auto interface = target.get<IPeripherals>();
-    return askTarget("IPeripherals::peripherals", [&] { return interface->peripherals(); });
+    return askTarget<&IPeripherals::peripherals>(interface);
 }
 
 /// The names of peripherals, or of the registers of one.
@@ -57,7 +57,7 @@ uint ScriptPeripheral::value(const QString &name) const
     if (!namesOf(peripheral.registers).contains(name))
         raisePython(PyExc_KeyError, QObject::tr("Attempt to read unknown register '%1'").arg(name));
     const auto interface = m_target.get<IPeripherals>();
-    return askTarget("IPeripherals::value", [&] { return interface->value(peripheral.name, name); });
+    return askTarget<&IPeripherals::value>(interface, peripheral.name, name);
 }
 
 void ScriptPeripheral::setValue(const QString &name, uint value) const
@@ -66,7 +66,7 @@ void ScriptPeripheral::setValue(const QString &name, uint value) const
     if (!namesOf(peripheral.registers).contains(name))
         raisePython(PyExc_KeyError, QObject::tr("Attempt to write unknown register '%1'").arg(name));
     const auto interface = m_target.get<IPeripherals>();
-    runTarget("IPeripherals::setValue", [&] { interface->setValue(peripheral.name, name, value); });
+    runTarget<&IPeripherals::setValue>(interface, peripheral.name, name, value);
     m_target.model().notifyDebugWindows(ObjectModel::DataWindows);
 }
 

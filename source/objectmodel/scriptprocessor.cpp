@@ -20,8 +20,7 @@ QString ScriptProcessor::evaluate(const QString &expression) const
 {
     const auto environment = m_target.environment();
     QString result;
-    const int status =
-        askTarget("IExecutionEnvironment::evaluate", [&] { return environment->evaluate(expression, result); });
+    const int status = askTarget<&IExecutionEnvironment::evaluate>(environment, expression, result);
     if (status != 0)
         raisePython(PyExc_ValueError, QObject::tr("Could not evaluate expression: %1").arg(result));
     return result;
@@ -30,57 +29,56 @@ QString ScriptProcessor::evaluate(const QString &expression) const
 void ScriptProcessor::run() const
 {
     const auto environment = m_target.environment();
-    runTarget("IExecutionEnvironment::run", [&] { environment->run(); });
+    runTarget<&IExecutionEnvironment::run>(environment);
 }
 
 void ScriptProcessor::runTo(const QString &file, int line) const
 {
     const auto environment = m_target.environment();
-    runTarget("IExecutionEnvironment::runTo", [&] { environment->runTo(file, line); });
+    runTarget<&IExecutionEnvironment::runTo>(environment, file, line);
 }
 
 void ScriptProcessor::pause() const
 {
     const auto environment = m_target.environment();
-    runTarget("IExecutionEnvironment::pause", [&] { environment->pause(); });
+    runTarget<&IExecutionEnvironment::pause>(environment);
 }
 
 void ScriptProcessor::stepInto(const QString &file) const
 {
     const auto environment = m_target.environment();
-    runTarget("IExecutionEnvironment::stepInto", [&] { environment->stepInto(file); });
+    runTarget<&IExecutionEnvironment::stepInto>(environment, file);
 }
 
 void ScriptProcessor::stepOver(const QString &file) const
 {
     const auto environment = m_target.environment();
-    runTarget("IExecutionEnvironment::stepOver", [&] { environment->stepOver(file); });
+    runTarget<&IExecutionEnvironment::stepOver>(environment, file);
 }
 
 void ScriptProcessor::wakeUp() const
 {
     const auto environment = m_target.environment();
-    runTarget("IExecutionEnvironment::wakeUp", [&] { environment->wakeUp(); });
+    runTarget<&IExecutionEnvironment::wakeUp>(environment);
 }
 
 long ScriptProcessor::processorStatus() const
 {
     const auto environment = m_target.environment();
-    return askTarget("IExecutionEnvironment::processorStatus", [&] { return environment->processorStatus(); });
+    return askTarget<&IExecutionEnvironment::processorStatus>(environment);
 }
 
 long ScriptProcessor::programStatus() const
 {
     const auto environment = m_target.environment();
-    return askTarget("IExecutionEnvironment::programStatus", [&] { return environment->programStatus(); });
+    return askTarget<&IExecutionEnvironment::programStatus>(environment);
 }
 
 BreakpointLocation ScriptProcessor::currentLocation() const
 {
     const auto environment = m_target.environment();
     BreakpointLocation place;
-    const bool known = askTarget("IExecutionEnvironment::currentLocation",
-                                 [&] { return environment->currentLocation(place.file, place.line); });
+    const bool known = askTarget<&IExecutionEnvironment::currentLocation>(environment, place.file, place.line);
     return known ? place : BreakpointLocation();
 }
 
@@ -106,8 +104,7 @@ std::optional<BreakpointLocation> breakpointPlace(ISourceMapping &mapping, uint 
 {
     for (const int kind : {1, 2, 0, 3}) {
         BreakpointLocation place;
-        if (askTarget("ISourceMapping::sourceLocation",
-                      [&] { return mapping.sourceLocation(address, kind, place.file, place.line); }))
+        if (askTarget<&ISourceMapping::sourceLocation>(&mapping, address, kind, place.file, place.line))
             return place;
     }
     return {};
@@ -132,7 +129,7 @@ void ScriptProcessor::setBreakpointAtSymbol(const QString &name) const
 {
     const auto mapping = m_target.find<ISourceMapping>();
     uint address = 0;
-    if (!mapping || !askTarget("ISourceMapping::symbolAddress", [&] { return mapping->symbolAddress(name, address); }))
+    if (!mapping || !askTarget<&ISourceMapping::symbolAddress>(mapping, name, address))
         raisePython(PyExc_ValueError, notSet());
     setBreakpointAtAddress(address);
 }
@@ -152,9 +149,9 @@ void ScriptProcessor::changeBreakpoint(const QString &file, int line, Breakpoint
                                        const QString &failure) const
 {
     const auto breakpoints = m_target.find<IBreakpoints>();
-    const bool done = breakpoints && askTarget("IBreakpoints::setBreakpoint", [&] {
-                          return breakpoints->setBreakpoint(file, line, state) == 0 || state != BreakpointEnabled;
-                      });
+    const bool done =
+        breakpoints
+        && (askTarget<&IBreakpoints::setBreakpoint>(breakpoints, file, line, state) == 0 || state != BreakpointEnabled);
     if (!done)
         raisePython(PyExc_ValueError, failure);
 }
@@ -165,8 +162,7 @@ QList<BreakpointRecord> ScriptProcessor::breakpoints() const
     const auto breakpoints = m_target.find<IBreakpoints>();
     if (!breakpoints)
         return list;
-    for (const BreakpointRecord &record :
-         askTarget("IBreakpoints::breakpoints", [&] { return breakpoints->breakpoints(); })) {
+    for (const BreakpointRecord &record : askTarget<&IBreakpoints::breakpoints>(breakpoints)) {
         if (!record.locations.isEmpty())
             list.append({{record.locations.first()}, record.state});
     }
@@ -190,7 +186,7 @@ uint ScriptProcessor::symbolAddress(const QString &name) const
 {
     const auto mapping = symbolsOf<ISourceMapping>(m_target, PyExc_ValueError);
     uint address = 0;
-    if (!askTarget("ISourceMapping::symbolAddress", [&] { return mapping->symbolAddress(name, address); }))
+    if (!askTarget<&ISourceMapping::symbolAddress>(mapping, name, address))
         raisePython(PyExc_ValueError, QObject::tr("Symbol '%1' not found").arg(name));
     return address;
 }
@@ -200,7 +196,7 @@ QString ScriptProcessor::symbolAt(uint address)
     const auto symbols = symbolsOf<ISymbolLookup>(m_target, PyExc_ValueError);
     const int region = memoryRegion();
     QString name;
-    if (!askTarget("ISymbolLookup::symbolAt", [&] { return symbols->symbolAt(address, region, name); }))
+    if (!askTarget<&ISymbolLookup::symbolAt>(symbols, address, region, name))
         raisePython(PyExc_ValueError, QObject::tr("No symbol found at address 0x%1").arg(QString::number(address, 16)));
     return name;
 }
@@ -209,7 +205,7 @@ uint ScriptProcessor::sourceAddress(const QString &file, int line) const
 {
     const auto symbols = symbolsOf<ISymbolLookup>(m_target, PyExc_RuntimeError); // another exception than its sisters
     uint address = 0;
-    if (!askTarget("ISymbolLookup::addressOf", [&] { return symbols->addressOf(file, line, address); }))
+    if (!askTarget<&ISymbolLookup::addressOf>(symbols, file, line, address))
         raisePython(PyExc_ValueError, QObject::tr("Source line does not map to address"));
     return address;
 }
@@ -220,8 +216,7 @@ QList<BreakpointLocation> ScriptProcessor::sourceLines(uint address) const
     QList<BreakpointLocation> lines;
     for (const int kind : {0, 1, 2}) {
         BreakpointLocation place;
-        if (askTarget("ISourceMapping::sourceLocation",
-                      [&] { return mapping->sourceLocation(address, kind, place.file, place.line); }))
+        if (askTarget<&ISourceMapping::sourceLocation>(mapping, address, kind, place.file, place.line))
             lines.append(place);
     }
     return lines;
@@ -249,8 +244,7 @@ _object *ScriptProcessor::extension()
 {
     if (!m_extension) {
         const auto environment = m_target.environment();
-        PythonReference object(
-            askTarget("IExecutionEnvironment::pythonExtension", [&] { return environment->pythonExtension(); }));
+        PythonReference object(askTarget<&IExecutionEnvironment::pythonExtension>(environment));
         if (PyErr_Occurred())
             throw py::error_already_set();
         if (!m_extension) // the plug-in may have run scripts

@@ -8,7 +8,7 @@ QStringList ScriptRegisters::keys() const
 {
     const auto registers = m_target.get<IRegisters>();
     QStringList names;
-    for (const RegisterInfo &info : askTarget("IRegisters::registers", [&] { return registers->registers(); }))
+    for (const RegisterInfo &info : askTarget<&IRegisters::registers>(registers))
         names.append(info.name);
     return names;
 }
@@ -18,7 +18,7 @@ uint ScriptRegisters::value(const QString &name) const
     if (!keys().contains(name))
         raisePython(PyExc_KeyError, QObject::tr("Attempt to read unknown register '%1'").arg(name));
     const auto registers = m_target.get<IRegisters>();
-    return askTarget("IRegisters::value", [&] { return registers->value(name, 0); });
+    return askTarget<&IRegisters::value>(registers, name, 0);
 }
 
 void ScriptRegisters::setValue(const QString &name, uint value) const
@@ -26,7 +26,7 @@ void ScriptRegisters::setValue(const QString &name, uint value) const
     if (!keys().contains(name))
         raisePython(PyExc_KeyError, QObject::tr("Attempt to write unknown register '%1'").arg(name));
     const auto registers = m_target.get<IRegisters>();
-    runTarget("IRegisters::setValue", [&] { registers->setValue(name, value, 0); });
+    runTarget<&IRegisters::setValue>(registers, name, value, 0);
     m_target.model().notifyDebugWindows(ObjectModel::RegisterWindow);
 }
 

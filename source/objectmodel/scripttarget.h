@@ -19,7 +19,7 @@ public:
     template <typename T>
     [[nodiscard]] InterfacePtr<T> find() const
     {
-        return queryInterface<T>(environment().get());
+        return queryPlugin<T>(environment());
     }
     /// One that it offered before.
     template <typename T>
@@ -40,19 +40,20 @@ private:
 /// Raises RuntimeError for a call in which the plug-in has thrown an exception.
 [[noreturn]] void raisePluginFailed(const char *operation);
 
-/// Makes a call into the target's plug-in; raises RuntimeError if it throws. @p operation is "Class::method".
-template <typename Call>
-void runTarget(const char *operation, const Call &call)
+/// Calls Function of @p object, a plug-in's interface that is not null; raises RuntimeError if it throws.
+template <auto Function, typename Object, typename... Arguments>
+void runTarget(const Object &object, Arguments &&...arguments)
 {
-    if (!runPlugin(operation, call))
-        raisePluginFailed(operation);
+    if (!runPlugin<Function>(object, std::forward<Arguments>(arguments)...))
+        raisePluginFailed(detail::operationName<Function>());
 }
 
-/// The same for a call with a result.
-template <typename Call>
-[[nodiscard]] auto askTarget(const char *operation, const Call &call)
+/// The same for a function with a result.
+template <auto Function, typename Object, typename... Arguments>
+[[nodiscard]] auto askTarget(const Object &object, Arguments &&...arguments)
 {
-    std::invoke_result_t<Call> result{};
-    runTarget(operation, [&] { result = call(); });
-    return result;
+    auto result = tryPlugin<Function>(object, std::forward<Arguments>(arguments)...);
+    if (!result)
+        raisePluginFailed(detail::operationName<Function>());
+    return *std::move(result);
 }

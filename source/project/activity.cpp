@@ -28,6 +28,10 @@ void Activity::setState(ActivityState next)
         Q_EMIT availabilityChanged(available);
     }
     const ActivityState previous = std::exchange(m_state, next);
+    if (next != StateBuilding)
+        m_behindBuild = StateIdle;
+    else if (isDebugState(previous))
+        m_behindBuild = previous;
     Q_EMIT stateEntered(next, previous);
 }
 
@@ -38,13 +42,13 @@ bool Activity::isDebugging() const
 
 ActivityAvailability Activity::availability(ActivityState state) const
 {
+    const Project *project = currentProject();
     const Environment environment = currentEnvironment();
-    const auto canAttach = [&] { return environment->canAttach(); };
-    return activityAvailability(state,
-                                {.workspace = m_workspace != nullptr,
-                                 .project = currentProject() != nullptr,
-                                 .executionEnvironment = environment != nullptr,
-                                 .canAttach = environment && askPlugin("IExecutionEnvironment::canAttach", canAttach)});
+    return activityAvailability(state, {.workspace = m_workspace != nullptr,
+                                        .project = project != nullptr,
+                                        .buildEnvironment = project && project->buildInterface(),
+                                        .executionEnvironment = environment != nullptr,
+                                        .canAttach = askPlugin<&IExecutionEnvironment::canAttach>(environment)});
 }
 
 // Workspace

@@ -23,6 +23,8 @@ public:
 
     [[nodiscard]] ActivityState state() const { return m_state; } ///< StateIdle until it is set for the first time.
     void setState(ActivityState next);
+    /// The state of the debug session in which the running build was started; StateIdle if it is not in a session.
+    [[nodiscard]] ActivityState stateBehindBuild() const { return m_behindBuild; }
     [[nodiscard]] bool isDebugging() const; ///< There is a current project, and the state is one of a debug session.
 
     [[nodiscard]] ProjectWorkspace *workspace() const { return m_workspace.get(); } ///< Null while none is open.
@@ -69,5 +71,6 @@ private:
 
     std::unique_ptr<ProjectWorkspace> m_workspace;
     ActivityState m_state = StateIdle;
+    ActivityState m_behindBuild = StateIdle;
     int m_stateChanges = 0; ///< how often setState() was called
 };

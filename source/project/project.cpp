@@ -81,6 +81,12 @@ bool Project::load(const QString &path)
     return true;
 }
 
+QString Project::problemInXml(const QString &text)
+{
+    ProjectXmlReader xml(text);
+    return xml.finish() ? QString() : tr("%1 (line %2)").arg(xml.errorString()).arg(xml.lineNumber());
+}
+
 bool Project::loadFromXml(const QString &text)
 {
     deleteChildren();
@@ -294,6 +300,8 @@ void Project::batch(const std::function<void()> &work)
 void Project::addFiles(const QStringList &paths, ProjectFolder *folder)
 {
     for (const QString &path : paths) {
+        if (path.isEmpty())
+            continue; // would be the project's directory
         const QString stored = relativePath(path);
         auto *file = new ProjectFile(fileNameOf(stored), stored);
         if (ProjectFolder *target = folder ? folder : folderFor(completeExtension(stored)))
@@ -338,6 +346,7 @@ void Project::setCurrentConfiguration(const QString &name)
         return;
     m_currentConfiguration = name;
     setModified(true);
+    Q_EMIT configurationChanged(name);
 }
 
 void Project::setModified(bool modified)

@@ -33,6 +33,8 @@ public:
     /// Replaces folders, files and configurations; the environments stay. False if @p text is not XML; then the project
     /// is empty.
     bool loadFromXml(const QString &text);
+    /// Why loadFromXml() cannot read @p text; empty if it can.
+    [[nodiscard]] static QString problemInXml(const QString &text);
     /// False if the file cannot be written completely, or if folders are nested too deeply to be loaded again; then the
     /// old file is unchanged. A file with content that is not written again is copied to NAME~ the first time.
     bool save();
@@ -97,8 +99,11 @@ Q_SIGNALS: // the first folder is the parent, null for the root
     void fileRemoved(ProjectFolder *parent, ProjectFile *file);
     void folderRenamed(ProjectFolder *folder, const QString &newName);
     void activityChanged(bool active);
+    void propertyChanged(const QString &key, const QString &configuration); ///< Its own, or one of a file's.
+    void configurationChanged(const QString &name);                         ///< The current one.
 
 private:
+    friend class ProjectProperties;
     friend class ProjectFile;
     friend class ProjectFolder;
     /// For the destructors of files and folders that are still in a list: removes them from all projects.

@@ -46,6 +46,8 @@ void ProjectProperties::setProperty(const QString &key, const QString &value, co
     m_configurations[configuration][key] = value;
     m_modified = true;
     markProject();
+    if (m_project)
+        Q_EMIT m_project->propertyChanged(key, configuration);
 }
 
 bool ProjectProperties::removeProperty(const QString &key, const QString &configuration)

@@ -1,4 +1,5 @@
 #include "disassemblerdocument.h"
+#include "callplugin.h"
 #include "environmentkey.h"
 #include "iexecutionenvironment.h"
 #include "imemory.h"
@@ -10,27 +11,12 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-/// Makes a call into a plug-in; an exception ends here.
-template <typename Call>
-void guarded(const char *operation, const Call &call)
-{
-    try {
-        call();
-    } catch (const std::exception &exception) {
-        qWarning("%s: an exception has left the plug-in (%s)", operation, exception.what());
-    } catch (...) {
-        qWarning("%s: an exception has left the plug-in (unknown exception)", operation);
-    }
-}
-
 std::optional<quint64> symbolAddress(uint key, const QString &symbol)
 {
     const auto environment = shareInterface(key ? environmentOfKey(key) : nullptr);
-    const auto mapping = queryInterface<ISourceMapping>(environment.get());
+    const auto mapping = queryPlugin<ISourceMapping>(environment.get());
     uint address = 0;
-    bool found = false;
-    if (mapping)
-        guarded("ISourceMapping::symbolAddress", [&] { found = mapping->symbolAddress(symbol, address); });
+    const bool found = askPlugin<&ISourceMapping::symbolAddress>(mapping, symbol, address);
     return found ? std::optional<quint64>(address) : std::nullopt;
 }
 
@@ -63,8 +49,9 @@ bool DisassemblerDocument::open(const QString &filename)
     m_name = processorOfDisassembly(filename);
     m_key = keyOfDisassembly(filename);
     const auto environment = shareInterface(m_key ? environmentOfKey(m_key) : nullptr);
-    m_disassembly = queryInterface<IDisassembly>(environment.get());
-    m_address = queryInterface<IDisassemblyAddress>(environment.get());
+    m_disassembly = queryPlugin<IDisassembly>(environment.get());
+    m_address = queryPlugin<IDisassemblyAddress>(environment.get());
+    m_fetch = queryPlugin<IDisassemblyFetch>(environment.get());
     readRegion(environment.get());
     return true;
 }
@@ -72,11 +59,10 @@ bool DisassemblerDocument::open(const QString &filename)
 void DisassemblerDocument::readRegion(QUnknownInterface *environment)
 {
     m_paraCount = 0;
-    const auto memory = queryInterface<IMemory>(environment);
+    const auto memory = queryPlugin<IMemory>(environment);
     if (!memory)
         return;
-    QList<MemoryRegion> regions;
-    guarded("IMemory::regions", [&] { regions = memory->regions(); });
+    const QList<MemoryRegion> regions = askPlugin<&IMemory::regions>(memory);
     if (regions.isEmpty() || regions.first().highAddress < regions.first().lowAddress)
         return;
     m_lowAddress = regions.first().lowAddress;
@@ -126,15 +112,25 @@ QStringList DisassemblerDocument::para(int index)
     QString text;
     QStringList lines;
     if (const auto address = shareInterface(m_address.get())) {
-        guarded("IDisassemblyAddress::text", [&] { text = address->text(index); });
+        text = askPlugin<&IDisassemblyAddress::text>(address, index);
         if (!text.isNull())
-            guarded("IDisassemblyAddress::sourceLines", [&] { lines = address->sourceLines(index); });
+            lines = askPlugin<&IDisassemblyAddress::sourceLines>(address, index);
     } else if (const auto disassembly = shareInterface(m_disassembly.get())) {
-        guarded("IDisassembly::text", [&] { text = disassembly->text(index); });
+        text = askPlugin<&IDisassembly::text>(disassembly, index);
     }
     if (!text.isNull())
         lines.append(text);
     return lines;
+}
+
+/// After an exception the text is not waited for.
+bool DisassemblerDocument::fetch(int index, int milliseconds)
+{
+    bool isReady = true;
+    if (const auto fetch = shareInterface(m_fetch.get()))
+        runPlugin(
+            "IDisassemblyFetch::fetch", [&] { isReady = fetch->fetch(index, milliseconds); }, fetch.get(), true);
+    return isReady;
 }
 
 int DisassemblerDocument::lineOf(int para) const

@@ -1,4 +1,5 @@
 #pragma once
+#include "editorversion.h"
 #include <QDateTime>
 #include <QMessageBox>
 #include <QObject>

@@ -1,4 +1,5 @@
 #pragma once
+#include "editorversion.h"
 #include <QIcon>
 #include <QObject>
 class Document;

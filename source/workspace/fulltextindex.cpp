@@ -101,7 +101,7 @@ bool FullTextIndex::indexFile(const QString &path, qsizetype docNumber, WordInde
     QFile file(path);
     if (!openDocument(file))
         return true;
-    HtmlWords words([&](const QByteArray &word) { index->insert(word, docNumber); });
+    HtmlWords words([&](QByteArrayView word) { index->insert(word); });
     for (QByteArray block = file.read(BlockLength); !block.isEmpty();) {
         const QByteArray next = file.read(BlockLength);
         if (next.isEmpty())
@@ -112,6 +112,7 @@ bool FullTextIndex::indexFile(const QString &path, qsizetype docNumber, WordInde
             return false;
     }
     words.finish();
+    index->endDocument(docNumber);
     return true;
 }
 
@@ -158,10 +159,11 @@ void FullTextIndex::getDocumentInfo(const QString &path, QString *title, QString
 
 QString FullTextIndex::searchResultsPage(const QString &query) const
 {
-    const QStringList found = search(query);
+    const QList<WordIndex::Doc> found = m_index.find(query);
     QString page = tr("<html><head><title>Search Results</title></head><body>")
                    + tr("<h2>Search results for \"%1\":</h2>").arg(query);
-    for (const QString &path : found.mid(0, MostResults)) {
+    for (const WordIndex::Doc doc : found.mid(0, MostResults)) {
+        const QString path = m_index.path(doc);
         QString title;
         QString description;
         getDocumentInfo(path, &title, &description);

@@ -206,7 +206,7 @@ bool HelpView::find(const QString &text, bool caseSensitive, bool wholeWord, boo
     flags.setFlag(QTextDocument::FindBackward, !forward);
     QTextCursor start = m_browser->textCursor();
     if (!fromCursor || !start.hasSelection())
-        start.movePosition(forward ? QTextCursor::Start : QTextCursor::End);
+        start.movePosition(QTextCursor::Start); // also if the search goes backward
     const QTextCursor found = m_browser->document()->find(text, start, flags);
     if (!found.isNull())
         m_browser->setTextCursor(found);

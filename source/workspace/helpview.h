@@ -25,8 +25,8 @@ public:
     void showAnchor(const QString &name); ///< Scrolls to a place of the page; an empty name is its start.
 
     void gotoLine(int line) override;
-    /// Starts at the selection if there is one and @p fromCursor is set, otherwise at the start of the page, or at its
-    /// end if the search goes backward.
+    /// Starts at the selection if there is one and @p fromCursor is set, otherwise at the start of the page, where a
+    /// search backward finds nothing.
     bool find(const QString &text, bool caseSensitive, bool wholeWord, bool forward, bool fromCursor) override;
     [[nodiscard]] QString selectedText() override;
     void getCursorPosition(int *para, int *index) override;

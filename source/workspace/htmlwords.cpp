@@ -3,35 +3,48 @@
 
 namespace {
 constexpr qsizetype ShortestWord = 2;
+
+/// For each byte of Latin-1 the letter or digit in lower case, which is Latin-1 as well; 0 for other characters.
+std::array<char, 256> lettersAndDigits()
+{
+    std::array<char, 256> result = {};
+    for (size_t byte = 0; byte < result.size(); ++byte) {
+        const QChar character = QLatin1Char(char(byte));
+        if (character.isLetterOrNumber())
+            result.at(byte) = char(character.toLower().unicode());
+    }
+    return result;
 }
 
-HtmlWords::HtmlWords(std::function<void(const QByteArray &)> found) : m_found(std::move(found)) {}
+const std::array<char, 256> LettersAndDigits = lettersAndDigits();
+} // namespace
+
+HtmlWords::HtmlWords(std::function<void(QByteArrayView)> found) : m_found(std::move(found)) {}
 
 void HtmlWords::read(QByteArrayView bytes)
 {
-    for (const char byte : bytes)
-        readByte(byte);
-}
-
-void HtmlWords::readByte(char byte)
-{
-    const QChar character = QChar::fromLatin1(byte);
-    if (m_inTag) {
-        m_inTag = byte != '>';
-    } else if (byte == '<') {
-        endWord();
-        m_inTag = true;
-    } else if (character.isLetterOrNumber() && m_length < LongestWord) {
-        m_word.at(size_t(m_length++)) = char(character.toLower().unicode()); // Latin-1 as well
-    } else {
-        endWord();
+    const char *const letters = LettersAndDigits.data();
+    char *const word = m_word.data();
+    qsizetype length = m_length; // local, because this runs for each byte
+    for (const char byte : bytes) {
+        if (m_inTag) {
+            m_inTag = byte != '>';
+        } else if (const char letter = letters[uchar(byte)]; letter && length < LongestWord) {
+            word[length++] = letter;
+        } else {
+            m_inTag = byte == '<';
+            m_length = length;
+            endWord();
+            length = 0;
+        }
     }
+    m_length = length;
 }
 
 void HtmlWords::endWord()
 {
     if (m_length >= ShortestWord)
-        m_found(QByteArray(m_word.data(), m_length));
+        m_found(QByteArrayView(m_word.data(), m_length));
     m_length = 0;
 }
 

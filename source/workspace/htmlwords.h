@@ -1,7 +1,7 @@
 #pragma once
 #include <array>
 #include <functional>
-#include <QByteArray>
+#include <QByteArrayView>
 
 /// Splits the text of an HTML page into words: runs of letters and digits of Latin-1 outside tags, in lower case.
 ///
@@ -11,17 +11,17 @@ class HtmlWords
 public:
     static constexpr qsizetype LongestWord = 63;
 
-    explicit HtmlWords(std::function<void(const QByteArray &word)> found);
+    /// The bytes of @p found are valid during the call only.
+    explicit HtmlWords(std::function<void(QByteArrayView word)> found);
 
     /// Reads the next bytes of the page. The last byte of the page is not a part of any word: leave it out.
     void read(QByteArrayView bytes);
     void finish(); ///< The page has ended, and so has its last word.
 
 private:
-    void readByte(char byte);
     void endWord();
 
-    const std::function<void(const QByteArray &word)> m_found;
+    const std::function<void(QByteArrayView word)> m_found;
     std::array<char, LongestWord> m_word = {};
     qsizetype m_length = 0;
     bool m_inTag = false;

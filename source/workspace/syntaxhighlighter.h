@@ -1,4 +1,5 @@
 #pragma once
+#include "editorversion.h"
 #include <QHash>
 #include <QTextCharFormat>
 #include <QTextLayout>

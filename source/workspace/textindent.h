@@ -1,4 +1,5 @@
 #pragma once
+#include "editorversion.h"
 
 class QTextBlock;
 class QTextDocument;

@@ -2,6 +2,7 @@
 #include "callplugin.h"
 #include "document.h"
 #include "documenttemplate.h"
+#include "textview.h"
 #include "varnelassert.h"
 #include "viewinterfaces.h"
 
@@ -177,6 +178,12 @@ void ViewManager::gotoLine(int line, bool mark)
     }
     if (auto *markers = viewInterface<IViewWithMarkers>(current))
         markers->setMarker(line, IViewWithMarkers::LookupMarker, true, false);
+}
+
+void ViewManager::gotoColumn(int column)
+{
+    if (auto *view = qobject_cast<TextView *>(currentView()); view && column > 0)
+        view->gotoColumn(column);
 }
 
 void ViewManager::indentCurrent()

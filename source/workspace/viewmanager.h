@@ -43,6 +43,9 @@ public:
     /// Moves to @p line of the current view, counted from 1; with @p mark it becomes the only line with the look-up
     /// marker.
     void gotoLine(int line, bool mark);
+    /// Moves the cursor of the current view, if that is a text, in its line to @p column, counted as in LookupPlace. 0
+    /// does nothing.
+    void gotoColumn(int column);
     void indentCurrent();
     void insertInCurrent(const QString &text);
 

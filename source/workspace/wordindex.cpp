@@ -1,37 +1,26 @@
 #include "wordindex.h"
+#include "wordpattern.h"
+#include <algorithm>
 #include <QDataStream>
+#include <QHash>
 #include <QIODevice>
-#include <QRegularExpression>
+#include <QtEndian>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
 namespace {
 using Doc = WordIndex::Doc;
 
-constexpr int RecordsInARow = 500;            // read without asking whether to go on
-constexpr qsizetype PostingLength = 4;        // bytes in the file
+constexpr int RecordsInARow = 500;        // read without asking whether to go on
+constexpr qsizetype PostingLength = 4;    // bytes in the file
+constexpr qsizetype NumbersInPosting = 2; // of 16 bits each, which are converted together
+static_assert(sizeof(Doc) == PostingLength && std::is_trivially_copyable_v<Doc>);
 constexpr auto Version = QDataStream::Qt_3_3; // never change: it is the format of the file
 
-/// "*" stands for any characters and "?" for one; "[...]" is a set of characters.
-QString regularExpressionOf(const QString &wildcard)
+QList<Doc> newestFirst(const std::vector<Doc> &docs)
 {
-    QString result;
-    for (qsizetype i = 0; i < wildcard.size(); ++i) {
-        const QChar c = wildcard[i];
-        const qsizetype setEnd = c == u'[' ? wildcard.indexOf(u']', i + 2) : -1;
-        if (setEnd > 0) {
-            result += wildcard.mid(i, setEnd - i + 1).replace(u'\\', u"\\\\"_s);
-            i = setEnd;
-        } else if (c == u'*') {
-            if (!result.endsWith(u".*"))
-                result += u".*"_s;
-        } else if (c == u'?') {
-            result += u'.';
-        } else {
-            result += QRegularExpression::escape(c);
-        }
-    }
-    return result;
+    return {docs.crbegin(), docs.crend()};
 }
 
 QHash<qint16, quint16> firstFrequencies(const QList<Doc> &docs)
@@ -61,13 +50,36 @@ WordIndex::WordIndex(QString docPath, QStringList docList)
     : m_docPath(std::move(docPath)), m_docList(std::move(docList))
 {}
 
-void WordIndex::insert(const QByteArray &word, qsizetype docNumber)
+QList<Doc> WordIndex::documents(const QByteArray &word) const
 {
-    QList<Doc> &docs = m_dict[word];
-    if (!docs.isEmpty() && docs.first().docNumber == qint16(docNumber))
-        ++docs.first().frequency;
-    else
-        docs.prepend({qint16(docNumber), 1});
+    const auto found = m_words.find(std::string_view(word.constData(), size_t(word.size())));
+    return found == m_words.cend() ? QList<Doc>() : newestFirst(found->second.docs);
+}
+
+void WordIndex::insert(QByteArrayView word)
+{
+    const std::string_view key(word.data(), size_t(word.size()));
+    auto found = m_words.find(key);
+    if (found == m_words.end())
+        found = m_words.emplace(key, Entry()).first;
+    Entry &entry = found->second;
+    if (entry.count++ == 0)
+        m_present.push_back(&entry);
+}
+
+/// The lists of the words lie all over the memory, so they are visited once for each document instead of once for each
+/// occurrence.
+void WordIndex::endDocument(qsizetype docNumber)
+{
+    const auto number = qint16(docNumber);
+    for (Entry *entry : m_present) {
+        const auto count = quint16(std::exchange(entry->count, 0));
+        if (!entry->docs.empty() && entry->docs.back().docNumber == number)
+            entry->docs.back().frequency += count;
+        else
+            entry->docs.push_back({number, count});
+    }
+    m_present.clear();
 }
 
 // Search ------------------------------------------------------------------
@@ -75,17 +87,17 @@ void WordIndex::insert(const QByteArray &word, qsizetype docNumber)
 QList<Doc> WordIndex::documentsOfTerm(const QString &term) const
 {
     if (!term.contains(u'*') && !term.contains(u'?'))
-        return m_dict.value(term.toLatin1());
-    const QRegularExpression pattern(regularExpressionOf(term), QRegularExpression::CaseInsensitiveOption);
+        return documents(term.toLatin1());
+    const WordPattern pattern(term);
     QList<Doc> result;
-    for (auto it = m_dict.cbegin(); it != m_dict.cend() && pattern.isValid(); ++it) {
-        if (pattern.match(QString::fromLatin1(it.key())).hasMatch())
-            result += it.value();
+    for (const auto &[word, entry] : m_words) {
+        if (pattern.matches(QByteArrayView(word.data(), qsizetype(word.size()))))
+            result += newestFirst(entry.docs);
     }
     return result;
 }
 
-QStringList WordIndex::search(const QString &query) const
+QList<Doc> WordIndex::find(const QString &query) const
 {
     QStringList terms = query.toLower().split(u' ', Qt::SkipEmptyParts);
     if (terms.isEmpty())
@@ -97,11 +109,14 @@ QStringList WordIndex::search(const QString &query) const
         found = both(found, documentsOfTerm(term));
     }
     std::stable_sort(found.begin(), found.end());
+    return found;
+}
+
+QStringList WordIndex::search(const QString &query) const
+{
     QStringList paths;
-    for (const Doc doc : std::as_const(found)) {
-        if (isKnown(doc))
-            paths.append(m_docList[quint16(doc.docNumber)]);
-    }
+    for (const Doc doc : find(query))
+        paths.append(path(doc));
     return paths;
 }
 
@@ -113,10 +128,13 @@ QByteArray WordIndex::toBytes() const
     QDataStream stream(&bytes, QIODevice::WriteOnly);
     stream.setVersion(Version);
     stream << m_docPath << m_docList;
-    for (auto it = m_dict.cbegin(); it != m_dict.cend(); ++it) {
-        stream << it.key().constData() << qint32(it.value().size());
-        for (const Doc doc : it.value())
-            stream << doc.docNumber << doc.frequency;
+    QByteArray postings;
+    for (const auto &[word, entry] : m_words) {
+        const QList<Doc> docs = newestFirst(entry.docs);
+        postings.resize(docs.size() * PostingLength);
+        qToBigEndian<quint16>(docs.constData(), docs.size() * NumbersInPosting, postings.data());
+        stream << word.c_str() << qint32(docs.size());
+        stream.writeRawData(postings.constData(), int(postings.size()));
     }
     return bytes;
 }
@@ -126,30 +144,46 @@ std::optional<WordIndex> WordIndex::fromBytes(const QByteArray &bytes, const std
     WordIndex index;
     QDataStream stream(bytes);
     stream.setVersion(Version);
-    stream >> index.m_docPath >> index.m_docList;
-    for (int records = 1; stream.status() == QDataStream::Ok && !stream.atEnd(); ++records) {
-        if (!index.readRecord(stream) || (goOn && records % RecordsInARow == 0 && !goOn()))
+    if (!index.readDocuments(stream))
+        return {};
+    for (int records = 1; !stream.atEnd(); ++records) {
+        if (!index.readRecord(stream, bytes) || (goOn && records % RecordsInARow == 0 && !goOn()))
             return {};
     }
-    return stream.status() == QDataStream::Ok ? std::optional(index) : std::nullopt;
+    return index;
 }
 
-bool WordIndex::readRecord(QDataStream &stream)
+/// Reads the list path by path, because the toolkit would reserve room for any number of them at once.
+bool WordIndex::readDocuments(QDataStream &stream)
+{
+    quint32 count = 0;
+    stream >> m_docPath >> count;
+    for (quint32 i = 0; i < count && stream.status() == QDataStream::Ok; ++i) {
+        QString path;
+        stream >> path;
+        m_docList.append(path);
+    }
+    return stream.status() == QDataStream::Ok;
+}
+
+/// Reads the next record of @p stream, whose content is @p bytes.
+bool WordIndex::readRecord(QDataStream &stream, const QByteArray &bytes)
 {
     QByteArray word; // in the file as a byte array that includes the terminating zero
     qint32 count = 0;
     stream >> word >> count;
     const bool isWord = word.size() > 1 && word.indexOf('\0') == word.size() - 1;
-    if (stream.status() != QDataStream::Ok || !isWord || count < 0
-        || count > stream.device()->bytesAvailable() / PostingLength)
+    const qint64 position = stream.device()->pos();
+    if (stream.status() != QDataStream::Ok || !isWord || count < 0 || count > (bytes.size() - position) / PostingLength)
         return false;
     word.chop(1);
-    QList<Doc> docs(count);
-    for (Doc &doc : docs) {
-        stream >> doc.docNumber >> doc.frequency;
-        if (!isKnown(doc))
-            return false;
-    }
-    m_dict.insert(word, docs);
+    std::vector<Doc> docs(static_cast<size_t>(count));
+    qFromBigEndian<quint16>(bytes.constData() + position, count * NumbersInPosting, docs.data());
+    stream.skipRawData(int(count * PostingLength));
+    const auto isUnknown = [size = m_docList.size()](Doc doc) { return quint16(doc.docNumber) >= size; };
+    if (std::any_of(docs.cbegin(), docs.cend(), isUnknown))
+        return false;
+    std::reverse(docs.begin(), docs.end());
+    m_words[word.toStdString()].docs = std::move(docs);
     return true;
 }

@@ -2,8 +2,11 @@
 #include <functional>
 #include <optional>
 #include <QByteArray>
-#include <QHash>
 #include <QStringList>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
 
 /// Which words occur in which documents, and how often. A document is named by its number.
 class WordIndex
@@ -22,22 +25,31 @@ public:
 
     WordIndex() = default;
     WordIndex(QString docPath, QStringList docList);
+    WordIndex(WordIndex &&) = default;
+    WordIndex &operator=(WordIndex &&) = default;
+    Q_DISABLE_COPY(WordIndex)
 
     /// The directory that was indexed.
     [[nodiscard]] const QString &docPath() const { return m_docPath; }
     /// The paths of the documents; a document's number is its position here.
     [[nodiscard]] const QStringList &docList() const { return m_docList; }
-    [[nodiscard]] bool isEmpty() const { return m_dict.isEmpty(); }
+    [[nodiscard]] bool isEmpty() const { return m_words.empty(); }
     /// The documents of a word, the one that was inserted last first.
-    [[nodiscard]] QList<Doc> documents(const QByteArray &word) const { return m_dict.value(word); }
+    [[nodiscard]] QList<Doc> documents(const QByteArray &word) const;
 
-    /// Counts an occurrence. The words of a document must be inserted one after the other, without those of others.
-    void insert(const QByteArray &word, qsizetype docNumber);
+    /// Counts an occurrence of a word in the document that is read now.
+    void insert(QByteArrayView word);
+    /// Ends the document that is read now; it has the number @p docNumber.
+    void endDocument(qsizetype docNumber);
 
-    /// The paths of the documents that have all words of @p query, which are separated by blanks; those with most
-    /// occurrences first. Case is ignored. A word with "*" or "?" is a pattern that matches at any place in a word of
-    /// the documents; a document that has several such words is found once for each.
+    /// The documents that have all words of @p query, which are separated by blanks; those with most occurrences first.
+    /// Case is ignored. A word with "*" or "?" is a pattern that matches at any place in a word of the documents; a
+    /// document that has several such words is found once for each.
+    [[nodiscard]] QList<Doc> find(const QString &query) const;
+    /// The paths of the documents that find() returns.
     [[nodiscard]] QStringList search(const QString &query) const;
+    /// The path of a document that find() has returned.
+    [[nodiscard]] const QString &path(Doc doc) const { return m_docList[quint16(doc.docNumber)]; }
 
     /// The content of the index file.
     [[nodiscard]] QByteArray toBytes() const;
@@ -47,11 +59,23 @@ public:
                                                             const std::function<bool()> &goOn = {});
 
 private:
+    struct Entry
+    {
+        std::vector<Doc> docs; ///< in the order of endDocument()
+        quint32 count = 0;     ///< occurrences in the document that is read now
+    };
+    struct Hash
+    {
+        using is_transparent = void; ///< words are looked up without a copy
+        size_t operator()(std::string_view word) const noexcept { return std::hash<std::string_view>()(word); }
+    };
+
     [[nodiscard]] QList<Doc> documentsOfTerm(const QString &term) const;
-    [[nodiscard]] bool isKnown(Doc doc) const { return quint16(doc.docNumber) < m_docList.size(); }
-    bool readRecord(QDataStream &stream);
+    bool readDocuments(QDataStream &stream);
+    bool readRecord(QDataStream &stream, const QByteArray &bytes);
 
     QString m_docPath;
     QStringList m_docList;
-    QHash<QByteArray, QList<Doc>> m_dict;
+    std::unordered_map<std::string, Entry, Hash, std::equal_to<>> m_words;
+    std::vector<Entry *> m_present; ///< the words of the document that is read now
 };

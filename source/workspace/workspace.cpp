@@ -174,7 +174,7 @@ std::unique_ptr<Document> Workspace::create(DocumentTemplate *docTemplate, Loade
         VARNEL_ASSERT(doc);
         loaded = doc && (doc.get()->*loader)(filename);
     });
-    if (!returned)
+    if (!returned || !doc)
         warnNotOpened(filename); // a document that could not be loaded has shown a message itself
     return loaded ? std::move(doc) : nullptr;
 }

@@ -11,7 +11,7 @@ import re
 import sys
 
 MAY_INCLUDE = {
-    "base": set(),
+    "base": {"interfaces"},
     "interfaces": set(),
     "project": {"interfaces"},
     "widgets": set(),

@@ -9,6 +9,8 @@ import sys
 build = pathlib.Path(sys.argv[1])
 query = subprocess.run(["ninja", "-C", build, "-t", "query", "varnel_stage"], capture_output=True, text=True, check=True)
 made = set(query.stdout.split())
+made |= {str((build / name).resolve().relative_to(build.resolve()))  # libraries with a version in their names
+         for name in made if (build / name).is_symlink()}
 staged = [file.relative_to(build) for folder in ("bin", "lib", "plugins")
           for file in (build / "stage" / folder).iterdir() if file.is_file()]
 missing = sorted(str(file) for file in staged if str(file) not in made)

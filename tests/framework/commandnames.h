@@ -20,7 +20,7 @@ inline QByteArrayList plainCommands()
                "debugViewDisassembly "
                "toolsMacroNew toolsMacroEdit toolsCustomise toolsOptions "
                "windowNew windowSplit windowClose windowCloseAll windowCascade windowTile windowNext windowPrev "
-               "helpSearch helpHome helpBack helpForward helpPrevious helpNext helpAbout helpReport")
+               "helpSearch helpHome helpBack helpForward helpPrevious helpNext helpAbout helpPlugins helpReport")
         .split(' ');
 }
 
@@ -46,6 +46,7 @@ inline QByteArrayList availabilitySignals()
                "cutAvailable pasteAvailable projectOpenAvailable projectRepopulateAvailable "
                "projectEditingAvailable workspaceEditingAvailable compileAvailable buildAvailable projectBuilding "
                "runAvailable pauseAvailable stopAvailable restartAvailable startAvailable wakeupAvailable "
-               "showNextAvailable backAvailable forwardAvailable previousAvailable nextAvailable attachAvailable")
+               "showNextAvailable backAvailable forwardAvailable previousAvailable nextAvailable attachAvailable "
+               "batchBuildAvailable")
         .split(' ');
 }

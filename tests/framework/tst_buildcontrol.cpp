@@ -551,13 +551,15 @@ private Q_SLOTS:
         QVERIFY(!shown(*tree()).contains(u"a.c"_s));
     }
 
-    void invalidXmlFeedbackEmptiesTheProject()
+    void invalidXmlFeedbackChangesNothingAndIsReported()
     {
         Project *project = addBuildProject(u"fw"_s, u"a.c"_s);
         giveNavigatorTheFocus();
         m_control->xmlFeedback(u"<project"_s);
-        QCOMPARE(treeOf(*project), QString());
-        QVERIFY(!shown(*tree()).contains(u"a.c"_s));
+        QCOMPARE(treeOf(*project), u"a.c\n"_s);
+        QCOMPARE(m_output->page(OutputWindow::Build)->toPlainText(),
+                 u"old\nThe contents that the build environment has sent for project 'fw' cannot be read: "
+                 "Premature end of document. (line 1)"_s);
     }
 
     void xmlFeedbackWithoutAProjectIsIgnored()

@@ -118,6 +118,17 @@ private Q_SLOTS:
         QVERIFY(f.answers->allGiven());
     }
 
+    void searchRowAboveTheContentsSearches()
+    {
+        const HelpFixture f;
+        auto *edit = f.window->findChild<QLineEdit *>(u"SearchEdit"_s);
+        auto *button = f.window->findChild<QPushButton *>(u"SearchButton"_s);
+        QVERIFY(!edit->isHidden() && !button->isHidden());
+        edit->setText(u"needle"_s);
+        QTest::keyClick(edit, Qt::Key_Return);
+        QVERIFY2(f.text().startsWith(u"Search results for \"needle\":"_s), qPrintable(f.text()));
+    }
+
     void resultsPageStartsNoProgram()
     {
         HelpFixture f;

@@ -168,7 +168,7 @@ private Q_SLOTS:
         QCOMPARE(depth, 100);
     }
 
-    void searchRowIsHidden()
+    void searchRowIsHiddenUntilItIsAskedFor()
     {
         Fixture f;
         f.make();
@@ -176,6 +176,9 @@ private Q_SLOTS:
         for (const QString &name : {u"SearchLabel"_s, u"SearchEdit"_s, u"SearchButton"_s})
             QVERIFY(!f.widget->findChild<QWidget *>(name)->isVisible());
         QVERIFY(f.list()->isVisible());
+        f.widget->showSearchRow();
+        for (const QString &name : {u"SearchLabel"_s, u"SearchEdit"_s, u"SearchButton"_s})
+            QVERIFY(f.widget->findChild<QWidget *>(name)->isVisible());
     }
 
     void clickOpensPagesOnly()

@@ -268,6 +268,7 @@ private Q_SLOTS:
     {
         m_installation->copy(Red, u"plugins/a.so"_s);
         m_installation->copy(Green, u"plugins/b.so"_s);
+        QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"Feature \\{shared\\} of .* is taken from"_s));
         const Program program(*m_installation);
         QCOMPARE(program.application.pluginNames(), QStringList{u"Ostrand Tools"_s});
         QCOMPARE(program.application.plugins().join(u' '), u"{red} {shared} {green}"_s);
@@ -359,6 +360,7 @@ private Q_SLOTS:
         m_installation->copy(Branding, u"bin/libbranding.so"_s);
         m_installation->copy(Red, u"plugins/a.so"_s);
         m_installation->copy(Green, u"plugins/b.so"_s);
+        QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"Feature \\{shared\\} of .* is taken from"_s));
         m_installation->copy(Blue, u"plugins/c.so"_s);
         const Program program(*m_installation);
         const QImage picture = splashScreen()->pixmap().toImage(); // 200 x 100, logos of 20 x 30 and 32 x 30

@@ -274,6 +274,17 @@ private Q_SLOTS:
         QCOMPARE(m_page->countsText(), QString());
     }
 
+    void lineWithAPlaceEndsAnOpenLine()
+    {
+        output({u"open"_s});
+        m_page->outputLine(u"x\n"_s, {u"a.c"_s, 4, 2});
+        QCOMPARE(m_page->toPlainText(), u"open\nx"_s);
+        const QSignalSpy lookups(m_page, &OutputPage::lookupSource);
+        QVERIFY(m_page->lookupMessage(true));
+        QVERIFY(m_page->lookupMessage(true));
+        QCOMPARE(lookups, (QList<QList<QVariant>>{{u"a.c"_s, 4, 2}, {u"a.c"_s, 4, 2}}));
+    }
+
     void errorsAndWarningsAreColoured()
     {
         QVERIFY(m_page->setLookupPattern(u"(file):(line):"_s, false));

@@ -12,13 +12,14 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
         (void)index->search(QStringLiteral("a* word"));
     }
     WordIndex words(QStringLiteral("/help"), {QStringLiteral("/help/page.html")});
-    HtmlWords reader([&words](const QByteArray &word) {
+    HtmlWords reader([&words](QByteArrayView word) {
         if (word.size() < 2 || word.size() > HtmlWords::LongestWord || word.contains('<'))
             qFatal("This is no word.");
-        words.insert(word, 0);
+        words.insert(word);
     });
     reader.read(bytes);
     reader.finish();
+    words.endDocument(0);
     if (const auto again = WordIndex::fromBytes(words.toBytes()); !again || again->isEmpty() != words.isEmpty())
         qFatal("The words of a page are not kept.");
     (void)words.search(QString::fromLatin1(bytes.left(100)));

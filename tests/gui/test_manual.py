@@ -1,28 +1,26 @@
 #!/usr/bin/env python3
-"""The scripts that the manual shows, run in the program, and its pages about the types for scripts."""
+"""What the manual shows, tried in the program: its first steps, its scripts, and its pages about the types for scripts."""
+import os
 import pathlib
+import subprocess
 import tempfile
 import unittest
 
-from debugging import copy_of_examples
-from driver import ProgramTest
+from debugging import BUILD_TIME, Debugging, copy_of_examples, line_of
+from debugtest import DebugTest
+from driver import ProgramTest, Screen
+from driver.program import DEFAULT_PROGRAM
 
 ROOT = pathlib.Path(__file__).parents[2]
 SAMPLES = ROOT / "help/samples"
 CONSOLE = 3  # its page of the output window
-NEEDED = {"logvariable.py": "debugger", "savememory.py": "debugger", "setoption.py": "projects",
-          "showvalues.py": "debugger", "watchpanel.py": "createUI", "saveandbuild.py": "addMacro"}
+TRIED = {"logvariable.py", "savememory.py", "showvalues.py",  # in a session
+         "setoption.py", "watchpanel.py", "saveandbuild.py",  # in a workspace
+         "checkboard.py"}  # without a window
 
 
-class ManualTest(ProgramTest):
-    def setUp(self):
-        super().setUp()
-        directory = tempfile.TemporaryDirectory(prefix="varnel-manual.")
-        self.addCleanup(directory.cleanup)
-        self.examples = copy_of_examples(directory.name)
-        self.launch("-w", self.examples / "calculator/calculator.vnw")
-        self.varnel.wait_for("mainWindow", "windowTitle", "Varnel - calculator")
-        self.varnel.write("outputTabs", "currentIndex", CONSOLE)
+class Console:
+    """Enters statements in the Python console. For test cases with `varnel`."""
 
     def enter(self, statement, answer=""):
         """Runs a statement in the console. Returns what it printed."""
@@ -35,22 +33,27 @@ class ManualTest(ProgramTest):
     def console(self):
         return self.varnel.read("commandWindow", "plainText")
 
-    def need(self, attribute):
-        if "True" not in self.enter(f"import varnel; print(hasattr(varnel.app, '{attribute}'))", "e\n"):
-            self.skipTest(f"the program has no app.{attribute}")
-
     def run_sample(self, name):
-        self.need(NEEDED[name])
-        self.assertNotIn("Traceback", self.enter(f"exec(open({str(SAMPLES / name)!r}).read())"))
+        self.assertNotIn("Traceback", self.enter(run(name)))
+
+
+def run(name):
+    """The statement that runs a script of the manual."""
+    return f"exec(open({str(SAMPLES / name)!r}).read())"
+
+
+class ManualTest(Console, ProgramTest):
+    def setUp(self):
+        super().setUp()
+        directory = tempfile.TemporaryDirectory(prefix="varnel-manual.")
+        self.addCleanup(directory.cleanup)
+        self.examples = copy_of_examples(directory.name)
+        self.launch("-w", self.examples / "calculator/calculator.vnw")
+        self.varnel.wait_for("mainWindow", "windowTitle", "Varnel - calculator")
+        self.varnel.write("outputTabs", "currentIndex", CONSOLE)
 
     def test_every_sample_is_run_here(self):
-        self.assertEqual(sorted(NEEDED), sorted(file.name for file in SAMPLES.glob("*.py")))
-
-    def test_sample_logvariable(self):
-        self.run_sample("logvariable.py")
-
-    def test_sample_showvalues(self):
-        self.run_sample("showvalues.py")
+        self.assertEqual(TRIED, {file.name for file in SAMPLES.glob("*.py")})
 
     def test_sample_watchpanel(self):
         self.run_sample("watchpanel.py")
@@ -58,29 +61,168 @@ class ManualTest(ProgramTest):
 
     def test_sample_saveandbuild(self):
         self.run_sample("saveandbuild.py")
+        self.wait_for_keyboard()
+        self.program.screen.keyboard.press("Ctrl+Alt+B")
+        self.varnel.wait_for("BuildPage", "plainText", lambda text: text.rstrip().endswith("Done."), BUILD_TIME)
 
     def test_sample_setoption(self):
         self.run_sample("setoption.py")
         project = (self.examples / "calculator/calculator.vnp").read_text(encoding="utf-8")
         self.assertIn('<property key="buildWarningsAsErrors">true</property>', project)
 
-    def test_sample_savememory_asks_for_the_file(self):
-        self.need("debugger")
-        self.varnel.type("commandWindow", f"exec(open({str(SAMPLES / 'savememory.py')!r}).read())\n")
-        self.varnel.wait_for("inputDialog", "visible", True)
-        self.varnel.press("Escape", on="inputDialog")
-        self.varnel.wait_until(lambda: self.console().endswith(">>> "), "the end of the script")
-        self.assertNotIn("Traceback", self.console())
-
     def test_pages_about_types_are_those_that_the_program_writes(self):
-        self.need("projects")
         with tempfile.TemporaryDirectory() as written:
             self.enter(f"import sys; sys.dont_write_bytecode = True; sys.path.insert(0, {str(ROOT / 'packaging/manual')!r})")
             self.enter(f"import pythonpages; pythonpages.write('varnel', {written!r})")
             new = {file.name: file.read_text() for file in pathlib.Path(written).rglob("*.*ml")}
-        old = {file.name: file.read_text() for folder in (ROOT / "help/html/python", ROOT / "help")
-               for file in folder.glob("*.*ml") if file.name != "varnel.xml"}
+        old = {file.name: file.read_text() for file in (*(ROOT / "help/html/python").glob("*.html"),
+                                                        ROOT / "help" / "varnelpython.xml")}
         self.assertEqual(new, old, "run './dev manual'")
+
+
+class SessionTest(Console, DebugTest):
+    """The scripts that need a paused program."""
+
+    workspace = "thermostat/thermostat.vnw"
+    project = "thermostat"
+
+    def setUp(self):
+        super().setUp()
+        self.user.build()
+        file = self.examples / "thermostat/main.c"
+        self.varnel.write("outputTabs", "currentIndex", CONSOLE)
+        self.enter(f"from varnel import app; app.debugger.currentProcessor.setBreakpoint({str(file)!r}, "
+                   f"{line_of(file, 'keep_sample();')})")
+
+    def run_to_breakpoint(self):
+        self.varnel.choose("debugRun")
+        self.user.wait_for_state("paused")
+
+    def test_sample_logvariable(self):
+        self.run_sample("logvariable.py")
+        self.varnel.choose("debugRun")
+        self.varnel.wait_until(lambda: "samples = 3" in self.console(), "three hits", 60)
+        self.assertNotIn("Traceback", self.console())
+
+    def test_sample_showvalues(self):
+        self.run_sample("showvalues.py")
+        self.varnel.wait_for("pythonOutputDockWindow", "visible", True)
+        self.run_to_breakpoint()
+        processor = "app.debugger.currentProcessor"
+        self.enter(f"print('same', app.outputWindow['pc'] == hex({processor}.registers['pc']))", "same True")
+        self.assertNotIn("Traceback", self.console())
+
+    def test_sample_savememory(self):
+        self.run_to_breakpoint()
+        before = len(self.console())
+        file = self.examples / "ram.bin"
+        self.varnel.type("commandWindow", run("savememory.py") + "\n")
+        self.varnel.wait_for("inputDialog", "isActiveWindow", True)
+        self.keyboard.press("Ctrl+A")
+        self.keyboard.type(f"{file}\n")
+        self.varnel.wait_until(lambda: self.console()[before:].endswith(">>> "), "the end of the script")
+        self.assertNotIn("Traceback", self.console())
+        self.assertEqual(file.stat().st_size, 256)
+        self.assertNotEqual(file.read_bytes(), bytes(256))
+
+
+class ShellTest(unittest.TestCase):
+    """The script that needs no window."""
+
+    def test_sample_checkboard(self):
+        examples = copy_of_examples(self.enterContext(tempfile.TemporaryDirectory(prefix="varnel-shell.")))
+        file = examples / "thermostat/main.c"
+        program = pathlib.Path(os.environ.get("VARNEL_PROGRAM") or DEFAULT_PROGRAM).with_name("varnel-run")
+        for expression, value, code in (("regulator.power", 1000, 0), ("samples", 0, 1)):
+            run = subprocess.run([program, SAMPLES / "checkboard.py", examples / "thermostat/thermostat.vnw", file,
+                                  str(line_of(file, "keep_sample();")), expression], capture_output=True, text=True, timeout=BUILD_TIME)
+            self.assertEqual(run.returncode, code, run.stderr)
+            self.assertEqual(run.stdout, f"{expression} is {value}\n")
+
+
+class FirstStepsTest(ProgramTest):
+    """The page "First Steps", step by step, with mouse and keys."""
+
+    def setUp(self):
+        self.directory = pathlib.Path(self.enterContext(tempfile.TemporaryDirectory(prefix="varnel-first.")))
+        screen = Screen(1440, 900)
+        self.addCleanup(screen.close)
+        self.launch(screen=screen)
+        self.keyboard = screen.keyboard
+        self.wait_for_keyboard()
+        self.user = Debugging(self.program, "blink", "blink")
+
+    def test_from_an_empty_folder_to_a_breakpoint(self):
+        self.create_the_project()
+        source = self.directory / "blink/main.c"
+        self.open_from_the_navigator("main.c")
+        self.build("Done.")
+        self.break_and_mend(source)
+        line = line_of(source, "uart_number(seconds);")
+        self.user.click_margin("main.c", line)
+        self.wait_for_keyboard()
+        self.keyboard.press("F5")
+        self.user.wait_for_stop(line)
+        self.keyboard.press("F10")
+        self.user.wait_for_stop(line + 1)
+        self.look_around()
+        self.keyboard.press("Shift+F5")
+        self.user.wait_for_state("")
+
+    def create_the_project(self):
+        self.keyboard.press("Ctrl+Shift+N")
+        self.varnel.wait_for("newProjectDialog", "isActiveWindow", True)
+        self.varnel.press("Home", on="TemplateListView")  # Embedded firmware
+        self.varnel.press("Home", on="TemplateIconView")
+        self.varnel.press("Right", on="TemplateIconView")  # Cortex-M firmware
+        self.varnel.write("NameLineEdit", "text", "blink")
+        self.varnel.write("LocationLineEdit", "text", str(self.directory))
+        self.varnel.click("OKButton")
+        self.varnel.find_gone("newProjectDialog")
+        self.user.wait_for_state("")
+        self.wait_for_keyboard()
+
+    def open_from_the_navigator(self, name):
+        """Opens a file of the folder "Source Files", which is below the project."""
+        for key in "Home Down Down Right".split():
+            self.varnel.press(key, on="ProjectTree")
+        for _ in range(5):
+            self.varnel.press("Down", on="ProjectTree")
+            self.varnel.press("Return", on="ProjectTree")
+            if self.varnel.exists(f"{name}/text"):
+                return
+        self.fail(f"no {name} in the navigator")
+
+    def build(self, end):
+        self.varnel.call("main.c/text", "setFocus()")
+        self.keyboard.press("Ctrl+B")
+        self.varnel.wait_for("BuildPage", "plainText", lambda text: end in text, BUILD_TIME)
+        self.varnel.wait_for("buildBuild", "enabled", True)
+
+    def break_and_mend(self, source):
+        """An error, to which F4 leads."""
+        line = line_of(source, "board_init();")
+        self.user.click_margin("main.c", line)  # finds the line
+        self.user.click_margin("main.c", line)
+        self.user.click_margin("main.c", line)  # no breakpoint any more
+        self.varnel.press("End", on="main.c/text")
+        self.varnel.press("Backspace", on="main.c/text")
+        self.build("error: ")
+        self.varnel.press("Home", on="main.c/text")
+        self.keyboard.press("F4")
+        self.varnel.wait_for("cursorLabel", "text", lambda text: f"Ln {line}" in text or f"Ln {line + 1}" in text)
+        self.varnel.press("Ctrl+Z", on="main.c/text")
+        self.build("Done.")
+
+    def look_around(self):
+        self.keyboard.press("Alt+4")
+        self.varnel.wait_for("watchDockWindow", "visible", True)
+        self.varnel.press("End", on="watchListView")
+        self.varnel.press("F2", on="watchListView")
+        self.keyboard.type("seconds\n")
+        self.varnel.wait_for("blink/watches", "text", lambda text: "seconds = 1" in text)
+        self.varnel.call("pluginTarget console", "bringUp()")
+        self.varnel.wait_until(lambda: self.user.console().startswith("started\n"), "the output of the program")
 
 
 if __name__ == "__main__":

@@ -197,6 +197,8 @@ while len(set(hits)) < 2:
     if hits[-1] == "thermostat":
         assert thermostat.evaluate("regulator.target") == "21000"
         thermostat.removeBreakpoint(str(examples / "thermostat/main.c"), int(sys.argv[2]))
+    else:
+        assert morse.evaluate("lamp->head") == str(hits.count("morse"))
     wait(lambda: all(p.programStatus != 1 for p in debugger.processors))
 
 assert morse.registers["pc"] != 0

@@ -1,23 +1,29 @@
 // The binary contract of plug-in libraries: names of interfaces, slots of functions, layouts of records. The slots are
 // read from pointers to functions and from objects in the layout of the Itanium C++ ABI.
+#include "ibreakpointdetails.h"
 #include "ibreakpoints.h"
 #include "ibuildenvironment.h"
 #include "ibuildevents.h"
+#include "icallstack.h"
 #include "icustomdocumentplugin.h"
 #include "idebugbuild.h"
 #include "idisassembly.h"
 #include "idisassemblyaddress.h"
+#include "idisassemblyfetch.h"
 #include "idockextension.h"
 #include "iexecutionenvironment.h"
 #include "iexecutionevents.h"
 #include "iextensioncommands.h"
+#include "ihost.h"
 #include "ilivememory.h"
 #include "imemory.h"
+#include "imemory64.h"
 #include "imemoryverify.h"
 #include "imultiprocessorsync.h"
 #include "interfaceobject.h"
 #include "iperipheralfields.h"
 #include "iperipherals.h"
+#include "iprogressivestart.h"
 #include "iproject.h"
 #include "iprojectfile.h"
 #include "iprojectfolder.h"
@@ -28,7 +34,9 @@
 #include "iregisters.h"
 #include "isourcemapping.h"
 #include "isymbollookup.h"
+#include "isymbols64.h"
 #include "itextdocumentplugin.h"
+#include "ivariables.h"
 #include "iworkspaceclient.h"
 #include "pluginfactory.h"
 #include <cstddef>
@@ -143,6 +151,55 @@ static_assert(std::is_standard_layout_v<PeripheralRegisterDetails> && sizeof(Per
 static_assert(areInOrder(offsetof(PeripheralRegisterDetails, fields),
                          offsetof(PeripheralRegisterDetails, readingChanges),
                          offsetof(PeripheralRegisterDetails, onesClear)));
+
+static_assert(std::is_standard_layout_v<DebugRequest> && sizeof(DebugRequest) == 16);
+static_assert(areInOrder(offsetof(DebugRequest, number), offsetof(DebugRequest, generation)));
+
+static_assert(std::is_standard_layout_v<StackPlace> && sizeof(StackPlace) == 16);
+static_assert(areInOrder(offsetof(StackPlace, thread), offsetof(StackPlace, frame)));
+
+static_assert(std::is_standard_layout_v<ThreadInfo> && sizeof(ThreadInfo) == 64);
+static_assert(areInOrder(offsetof(ThreadInfo, id), offsetof(ThreadInfo, name), offsetof(ThreadInfo, state),
+                         offsetof(ThreadInfo, running)));
+
+static_assert(std::is_standard_layout_v<StackFrame> && sizeof(StackFrame) == 96);
+static_assert(areInOrder(offsetof(StackFrame, level), offsetof(StackFrame, address), offsetof(StackFrame, function),
+                         offsetof(StackFrame, file), offsetof(StackFrame, line), offsetof(StackFrame, module)));
+
+static_assert(std::is_standard_layout_v<VariableInfo> && sizeof(VariableInfo) == 112);
+static_assert(areInOrder(offsetof(VariableInfo, name), offsetof(VariableInfo, expression), offsetof(VariableInfo, type),
+                         offsetof(VariableInfo, value), offsetof(VariableInfo, available),
+                         offsetof(VariableInfo, writable), offsetof(VariableInfo, children),
+                         offsetof(VariableInfo, address)));
+
+static_assert(std::is_standard_layout_v<BreakpointDetails> && sizeof(BreakpointDetails) == 104);
+static_assert(areInOrder(offsetof(BreakpointDetails, condition), offsetof(BreakpointDetails, hitCount),
+                         offsetof(BreakpointDetails, logText), offsetof(BreakpointDetails, thread),
+                         offsetof(BreakpointDetails, temporary), offsetof(BreakpointDetails, hits),
+                         offsetof(BreakpointDetails, set), offsetof(BreakpointDetails, problem)));
+
+static_assert(std::is_standard_layout_v<DataBreakpoint> && sizeof(DataBreakpoint) == 160);
+static_assert(areInOrder(offsetof(DataBreakpoint, id), offsetof(DataBreakpoint, expression),
+                         offsetof(DataBreakpoint, address), offsetof(DataBreakpoint, size),
+                         offsetof(DataBreakpoint, access), offsetof(DataBreakpoint, state),
+                         offsetof(DataBreakpoint, details)));
+
+static_assert(std::is_standard_layout_v<BreakpointLimits> && sizeof(BreakpointLimits) == 20);
+static_assert(areInOrder(offsetof(BreakpointLimits, hardware), offsetof(BreakpointLimits, hardwareUsed),
+                         offsetof(BreakpointLimits, data), offsetof(BreakpointLimits, dataUsed),
+                         offsetof(BreakpointLimits, dataSize)));
+
+static_assert(std::is_standard_layout_v<Diagnostic> && sizeof(Diagnostic) == 88);
+static_assert(areInOrder(offsetof(Diagnostic, severity), offsetof(Diagnostic, file), offsetof(Diagnostic, line),
+                         offsetof(Diagnostic, column), offsetof(Diagnostic, text), offsetof(Diagnostic, code)));
+
+static_assert(std::is_standard_layout_v<MemoryRegion64> && sizeof(MemoryRegion64) == 56);
+static_assert(areInOrder(offsetof(MemoryRegion64, name), offsetof(MemoryRegion64, id),
+                         offsetof(MemoryRegion64, lowAddress), offsetof(MemoryRegion64, highAddress),
+                         offsetof(MemoryRegion64, readOnly), offsetof(MemoryRegion64, modes)));
+
+static_assert(std::is_standard_layout_v<MemoryBlockCell64> && sizeof(MemoryBlockCell64) == 16);
+static_assert(areInOrder(offsetof(MemoryBlockCell64, value), offsetof(MemoryBlockCell64, status)));
 
 static_assert(QS_OK == 0 && QE_NOINTERFACE == 0x80000004);
 static_assert(IPluginObject::CustomDocument == 0 && IPluginObject::TextDocument == 4);
@@ -289,6 +346,10 @@ private Q_SLOTS:
             contract<I>("IDisassemblyAddress", "{37660f94-ce88-4cb2-8a2b-617524a915fe}", {F(text), F(sourceLines)});
         }
         {
+            using I = IDisassemblyFetch;
+            contract<I>("IDisassemblyFetch", "{5c0f5f6e-9b1a-4a39-9d0c-3e6127d458b1}", {F(fetch)});
+        }
+        {
             using I = IMemory;
             contract<I>("IMemory", "{ce81cf33-ffe6-4d5c-9c28-d779e567a8fc}",
                         {F(regions), F(read), F(write), F(readBlock), F(writeBlock)});
@@ -323,6 +384,65 @@ private Q_SLOTS:
             using I = ITextDocumentPlugin;
             contract<I>("ITextDocumentPlugin", "{c07debd1-07d2-48d7-99cb-8c13e0876768}",
                         {F(title), F(description), F(extensions), F(icon), F(syntaxHighlighter), F(indenter)});
+        }
+        {
+            using I = IDebugReplies;
+            contract<I>("IDebugReplies", "{99e50432-a0c6-4477-8ed4-6e7434e3f695}",
+                        {F(threads), F(frames), F(variables), F(value), F(failed)});
+        }
+        {
+            using I = ICallStack;
+            contract<I>("ICallStack", "{4a452e87-451b-4633-9202-f35089719e3b}",
+                        {F(requestThreads), F(requestFrames), F(currentPlace), F(setCurrentPlace)});
+        }
+        {
+            using I = IVariables;
+            contract<I>("IVariables", "{8a4db1b6-f766-40d7-b6f7-34b941c92aac}",
+                        {F(formats), F(scopes), F(requestScope), F(requestChildren), F(requestValue), F(assign)});
+        }
+        {
+            using I = IBreakpointDetails;
+            contract<I>("IBreakpointDetails", "{571e7cba-d2fa-4635-a2a2-e8d75e4e7116}",
+                        {F(features), F(details), F(setDetails), F(dataBreakpoints), F(setDataBreakpoint), F(limits)});
+        }
+        {
+            using I = IStartProgress;
+            contract<I>("IStartProgress", "{f1f258e9-789a-430a-bcd6-6f1620af3bdb}", {F(progress), F(finished)});
+        }
+        {
+            using I = IProgressiveStart;
+            contract<I>("IProgressiveStart", "{8b5db87b-5bf5-4dc6-9113-e18feccdcee9}",
+                        {F(startInBackground), F(cancelStart)});
+        }
+        {
+            using I = IProgressCancel;
+            contract<I>("IProgressCancel", "{aa618f20-ea2c-4139-9f47-d5ac3269f1b2}", {F(cancelled)});
+        }
+        {
+            using I = IOptionsPage;
+            contract<I>("IOptionsPage", "{06174df2-9ed3-4384-a97c-05d87716a4a0}", {F(title), F(createPage), F(apply)});
+        }
+        {
+            using I = IHostEvents;
+            contract<I>("IHostEvents", "{8443750a-2fdc-4791-b2c5-8ce367a1dcf1}",
+                        {F(filesChanged), F(propertyChanged), F(configurationChanged), F(currentProjectChanged)});
+        }
+        {
+            using I = IHost;
+            contract<I>("IHost", "{7efe86d3-cb13-46ed-be8b-b8841ababda1}",
+                        {F(hostVersion), F(openFile), F(output), F(outputLink), F(clearOutput), F(showOutput),
+                         F(showMessage), F(beginProgress), F(setProgress), F(endProgress), F(setDiagnostics),
+                         F(setting), F(setSetting), F(addOptionsPage), F(icon), F(addEvents), F(removeEvents)});
+        }
+        {
+            using I = IMemory64;
+            contract<I>("IMemory64", "{506da068-e182-4b0e-8290-9217bfd5b18c}",
+                        {F(regions), F(read), F(write), F(readBlock), F(writeBlock)});
+        }
+        {
+            using I = ISymbols64;
+            contract<I>("ISymbols64", "{d1d601c5-ff22-4bb0-83ad-ca1188846beb}",
+                        {F(symbolAddress), F(sourceLocation), F(addressOf), F(symbolAt)});
         }
 #undef F
     }

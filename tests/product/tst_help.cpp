@@ -143,6 +143,32 @@ QString sources()
     return text;
 }
 
+/// The texts of the source files that @p expression captures, without those that have parts filled in only.
+QStringList textsInSources(const QString &expression)
+{
+    QStringList result;
+    const QString code = sources();
+    QRegularExpressionMatchIterator it = QRegularExpression(expression).globalMatch(code);
+    while (it.hasNext())
+        result.append(spoken(it.next().captured(1).section(u"\\t"_s, 0, 0)));
+    return result;
+}
+
+/// The classes of the dialogs and of the pages of dialogs.
+QStringList dialogClasses()
+{
+    QStringList result;
+    const QDir dialogs(u"" VARNEL_SOURCE_DIR "/source/framework/dialogs"_s);
+    static const QRegularExpression declaration(
+        u"class (\\w+) (?:final )?: public (?:QDialog|QWidget|OptionsPage)\\b"_s);
+    for (const QString &header : dialogs.entryList({u"*.h"_s})) {
+        QRegularExpressionMatchIterator it = declaration.globalMatch(read(dialogs.filePath(header)));
+        while (it.hasNext())
+            result.append(it.next().captured(1));
+    }
+    return result;
+}
+
 /// The entries of the table that F1 uses: page by name.
 QMap<QString, QString> pagesOf(const QString &kind)
 {
@@ -225,6 +251,9 @@ private Q_SLOTS:
     void everyActionIsNamed();
     void everyMenuItemIsNamed();
     void everyDialogIsNamed();
+    void everyWindowTitleIsNamed();
+    void everyMenuItemOfTheCodeIsNamed();
+    void everyDialogHasAPage();
     void everyActionHasAPage();
     void pagesForKeyF1Exist();
     void windowsAndCommandsWithPagesExist();
@@ -358,7 +387,44 @@ void TestHelp::everyDialogIsNamed()
     }
 }
 
+/// The titles of windows without a form, and of dock windows.
+void TestHelp::everyWindowTitleIsNamed()
+{
+    const QString text = manual();
+    const QStringList titles = textsInSources(u"setWindowTitle\\(tr\\(\"([^\"]+)\""_s)
+                               + textsInSources(u"addDock\\([^;]*?tr\\(\"([^\"]+)\""_s);
+    QVERIFY(titles.size() > 8);
+    for (const QString &title : titles) {
+        const QString name = title.section(QRegularExpression(u" - |:"_s), 0, 0); // the rest is filled in
+        QVERIFY2(text.contains(name), qPrintable(name));
+    }
+}
+
+/// Those of context menus, and the commands that plug-ins add.
+void TestHelp::everyMenuItemOfTheCodeIsNamed()
+{
+    const QString text = manual();
+    const QStringList ofMenus = textsInSources(u"(?:addAction|insertItem|addMenu)\\([^;]*?tr\\(\"([^\"]+)\""_s);
+    const QStringList ofPlugins = textsInSources(u"\\{(?:u\"\\w+\"_s|\\w+), tr\\(\"([^\"]+)\"\\),\\s+tr\\("_s);
+    QVERIFY(ofMenus.size() > 15 && ofPlugins.size() > 5);
+    for (const QString &item : ofMenus + ofPlugins)
+        QVERIFY2(text.contains(item, Qt::CaseInsensitive), qPrintable(item));
+}
+
 // Key F1 ------------------------------------------------------------------
+
+/// By the name of its class or, as it is in the program, of the object.
+void TestHelp::everyDialogHasAPage()
+{
+    const QMap<QString, QString> table = pagesOf(u"window"_s);
+    const QStringList classes = dialogClasses();
+    QVERIFY(classes.size() > 12);
+    for (const QString &name : classes) {
+        const QString object = name.left(1).toLower() + name.mid(1);
+        const bool isHelp = name == "HelpDialog"_L1;
+        QVERIFY2(isHelp || table.contains(name) || table.contains(object), qPrintable(name));
+    }
+}
 
 void TestHelp::everyActionHasAPage()
 {
@@ -420,9 +486,8 @@ void TestHelp::picturesAreUsedAndOfModestSize()
 void TestHelp::homePageLinksToAllPages()
 {
     QStringList reached;
-    for (const auto &home : {u"html/index.html"_s, u"html/python/index.html"_s}) { // the latter has those of the types
-        if (!pages().contains(home))
-            continue;
+    // the others have those of the types
+    for (const auto &home : {u"html/index.html"_s, u"html/python/index.html"_s, u"html/interfaces/index.html"_s}) {
         reached.append(home);
         const auto document = show(home);
         for (const QString &link : links(*document)) {

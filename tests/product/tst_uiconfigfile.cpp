@@ -26,7 +26,7 @@ const QStringList actionNames =
     "toolsMacroNew toolsMacroEdit toolsCustomise toolsOptions "
     "windowNew windowSplit windowClose windowCloseAll windowCascade windowTile windowNext "
     "windowPrev "
-    "helpSearch helpHome helpBack helpForward helpPrevious helpNext helpAbout helpReport"_s.split(u' ');
+    "helpSearch helpHome helpBack helpForward helpPrevious helpNext helpAbout helpPlugins helpReport"_s.split(u' ');
 
 const QStringList signalNames =
     u"viewHasFocus textViewHasFocus textNavigationAvailable undoAvailable redoAvailable "
@@ -34,7 +34,7 @@ const QStringList signalNames =
     "projectRepopulateAvailable projectEditingAvailable workspaceEditingAvailable "
     "compileAvailable buildAvailable projectBuilding runAvailable pauseAvailable "
     "stopAvailable restartAvailable startAvailable wakeupAvailable showNextAvailable "
-    "backAvailable forwardAvailable previousAvailable nextAvailable attachAvailable"_s.split(u' ');
+    "backAvailable forwardAvailable previousAvailable nextAvailable attachAvailable batchBuildAvailable"_s.split(u' ');
 
 const QStringList filledMenus =
     u"viewMenu viewToolbarsMenu windowMenu fileRecentFilesMenu projectRecentWorkspacesMenu "
@@ -207,7 +207,7 @@ void TestUiConfig::sectionsAreActionsMenusToolbars()
 
 void TestUiConfig::actionIsDeclaredOnce()
 {
-    QCOMPARE(actionNames.size(), 88 + 7); // the given ones and our own
+    QCOMPARE(actionNames.size(), 88 + 8); // the given ones and our own
     QCOMPARE(sorted(names(m_actions)), sorted(actionNames));
 }
 
@@ -244,7 +244,7 @@ void TestUiConfig::textsOfCommandsThatAskEndInDots()
                                  "editReplace editFindInFiles viewGotoLine projectNew projectOpen projectInsertFiles "
                                  "projectInsertFilesAlt projectInsertProject projectProperties projectPropertiesAlt "
                                  "buildBatchBuild buildConfigurationsNew buildConfigurationsEdit debugBreakpoints "
-                                 "toolsOptions helpSearch helpReport"_s.split(u' ');
+                                 "toolsOptions helpSearch helpPlugins helpReport"_s.split(u' ');
     QCOMPARE(sorted(asking), sorted(expected));
 }
 
@@ -316,7 +316,7 @@ void TestUiConfig::onlyDockWindowActionsAreCheckable()
 
 void TestUiConfig::enableNamesAnAvailabilitySignal()
 {
-    QCOMPARE(signalNames.size(), 27);
+    QCOMPARE(signalNames.size(), 28);
     for (const QDomElement &action : m_actions) {
         const QList<QDomElement> enables = elements(action, u"enable"_s);
         QVERIFY(enables.size() <= 1);
@@ -372,7 +372,7 @@ void TestUiConfig::everyCommandIsInExactlyOneMenu()
 {
     const QList<QDomElement> references = elements(m_root.firstChildElement(u"menus"_s), u"action"_s);
     const QStringList expected = actionNames.filter(QRegularExpression(u"(?<!Alt)$"_s));
-    QCOMPARE(expected.size(), 83 + 7);
+    QCOMPARE(expected.size(), 83 + 8);
     QCOMPARE(sorted(names(references)), sorted(expected));
 }
 

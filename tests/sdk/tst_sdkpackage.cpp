@@ -15,6 +15,9 @@
 
 using namespace Qt::StringLiterals;
 
+/// The headers of the editor refer to this name. The library that defines it must come with the plug-in that is loaded.
+const int VARNEL_EDITOR_NAME(VARNEL_EDITOR_VERSION) = 0;
+
 namespace {
 
 const QString feature = u"{0b7a3c52-9f51-4c0e-8a52-6f1d3ce0a7d4}"_s;
@@ -93,7 +96,7 @@ class tst_SdkPackage : public QObject
     {
         const QString sources = m_directory.filePath(u"sources"_s);
         const QString build = m_directory.filePath(u"build"_s);
-        QString all = u"cmake_minimum_required(VERSION 3.16)\nproject(all LANGUAGES CXX)\n"_s;
+        QString all = u"cmake_minimum_required(VERSION 3.16)\nproject(all LANGUAGES CXX)\nenable_testing()\n"_s;
         for (const QString &folder : folders) {
             const QString name = folder.section(u'/', -1);
             all += u"add_subdirectory(%1)\n"_s.arg(name);
@@ -118,9 +121,15 @@ class tst_SdkPackage : public QObject
                                     + QStringLiteral(PLUGIN_SUFFIX));
     }
     IPluginFactory *factory() { return qobject_cast<IPluginFactory *>(QPluginLoader(m_library).instance()); }
-    static QString sourceDirectory(const QString &folder)
+    static QString sourceDirectory(const QString &folder) { return QStringLiteral(VARNEL_SOURCE_DIR) + u'/' + folder; }
+
+    /// All samples, which are whole projects.
+    static QStringList samples()
     {
-        return QStringLiteral(VARNEL_SOURCE_DIR) + u"/tests/"_s + folder;
+        QStringList folders = QDir(sourceDirectory(u"samples"_s)).entryList(QDir::Dirs | QDir::NoDotAndDotDot);
+        for (QString &folder : folders)
+            folder.prepend(u"samples/"_s);
+        return folders;
     }
 
     void writeScript(const QByteArray &text)
@@ -142,8 +151,7 @@ private Q_SLOTS:
         QVERIFY2(cmake({u"--install"_s, QStringLiteral(VARNEL_BINARY_DIR), u"--prefix"_s, installed}),
                  m_output.constData());
         QVERIFY2(cmake({u"-E"_s, u"rename"_s, installed, m_directory.filePath(u"moved"_s)}), m_output.constData());
-        QVERIFY2(buildPlugins({u"sdk/scriptbuild"_s, u"sdk/editorheaders"_s, u"plugins/language"_s}),
-                 m_output.constData());
+        QVERIFY2(buildPlugins(samples() << u"tests/sdk/editorheaders"_s), m_output.constData());
         m_library = library(u"scriptbuild"_s);
         QVERIFY2(QFile::exists(m_library), qPrintable(m_library));
     }
@@ -266,11 +274,25 @@ private Q_SLOTS:
         QCOMPARE(text.toPlainText(), u"loop:\n    nop"_s);
     }
 
+    /// Each sample with a behaviour of its own has tests, which are run as an author would.
+    void testsOfTheSamplesPass()
+    {
+        QProcess tests;
+        tests.setProcessChannelMode(QProcess::MergedChannels);
+        tests.start(QStringLiteral(CTEST_PROGRAM), {u"--test-dir"_s, m_directory.filePath(u"build"_s),
+                                                    u"--output-on-failure"_s, u"--no-tests=error"_s});
+        QVERIFY(tests.waitForFinished(-1));
+        const QByteArray output = tests.readAll();
+        QVERIFY2(tests.exitCode() == 0, output.constData());
+        for (const char *name : {"makebuild", "simulator"})
+            QVERIFY2(output.contains(name), output.constData());
+    }
+
     void guideContainsTheseSources_data()
     {
         QTest::addColumn<QString>("file");
-        for (const char *file : {"sdk/scriptbuild/CMakeLists.txt", "sdk/scriptbuild/scriptbuild.cpp",
-                                 "plugins/language/CMakeLists.txt", "plugins/language/language.cpp"})
+        for (const char *file : {"samples/scriptbuild/CMakeLists.txt", "samples/scriptbuild/scriptbuild.cpp",
+                                 "samples/language/CMakeLists.txt", "samples/language/language.cpp"})
             QTest::newRow(file) << QString::fromLatin1(file);
     }
 

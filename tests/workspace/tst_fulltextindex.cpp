@@ -52,6 +52,14 @@ WordIndex numberedIndex(int count)
         paths.append(QString::number(i));
     return {u"/help"_s, paths};
 }
+
+/// Adds a document that has "word" @p count times, and nothing else.
+void add(WordIndex *index, qsizetype docNumber, int count = 1)
+{
+    for (int i = 0; i < count; ++i)
+        index->insert("word");
+    index->endDocument(docNumber);
+}
 } // namespace
 
 class TestFullTextIndex : public QObject
@@ -186,11 +194,19 @@ private Q_SLOTS:
         QTest::newRow("pattern inside a word") << u"nfig?r"_s << u"config.html config.html"_s;
         QTest::newRow("? is one character") << u"f?o"_s << u"foo.html both.html"_s;
         QTest::newRow("set") << u"?[ac]r"_s << u"both.html"_s;
+        QTest::newRow("set with a range") << u"?[0-9a-b]r"_s << u"both.html"_s;
+        QTest::newRow("set of all others") << u"?[^b-z]r"_s << u"both.html"_s;
         QTest::newRow("set that does not end") << u"?[ar"_s << QString();
         QTest::newRow("set with a backslash") << u"?[\\w]r"_s << QString();
         QTest::newRow("not a valid set") << u"?[z-a]r"_s << QString();
         QTest::newRow("expression characters are plain") << u"*fo+"_s << QString();
         QTest::newRow("pattern without a match") << u"foo z*z*z"_s << QString();
+        QTest::newRow("pieces in their order") << u"s*m"_s << u"sum.html more.html"_s;
+        QTest::newRow("pieces in another order") << u"m*s"_s << QString();
+        QTest::newRow("pieces do not overlap") << u"mor*ore"_s << QString();
+        QTest::newRow("more characters than the word") << u"?sum?"_s << QString();
+        QTest::newRow("a letter outside of ASCII") << u"\u00c4*l"_s << u"latin.html"_s;
+        QTest::newRow("a letter outside of Latin-1") << u"*\u4e2d"_s << QString();
         QTest::newRow("pattern and word") << u"f*o b*r"_s << u"both.html"_s;
         QTest::newRow("not Latin-1") << u"\u4e2d\u6587"_s << QString();
         QTest::newRow("Latin-1") << u"\u00c4PFEL"_s << u"latin.html"_s;
@@ -223,20 +239,36 @@ private Q_SLOTS:
     void documentNumberAbove32767Wraps()
     {
         WordIndex index = numberedIndex(32770);
-        index.insert("word", 32769);
+        add(&index, 32769);
         QCOMPARE(index.documents("word").first().docNumber, qint16(-32767));
         QCOMPARE(index.search(u"word"_s), QStringList(u"32769"_s));
         index = numberedIndex(65540);
-        index.insert("word", 65537);
+        add(&index, 65537);
         QCOMPARE(index.search(u"word"_s), QStringList(u"1"_s));
+    }
+
+    void frequencyAbove65535Wraps()
+    {
+        WordIndex index = numberedIndex(1);
+        add(&index, 0, 65537);
+        QCOMPARE(index.documents("word"), QList<WordIndex::Doc>({{0, 1}}));
+    }
+
+    void documentsAreThoseOfTheWordNewestFirst()
+    {
+        WordIndex index = numberedIndex(3);
+        add(&index, 0);
+        index.endDocument(1); // without a word
+        add(&index, 2, 2);
+        QCOMPARE(index.documents("word"), QList<WordIndex::Doc>({{2, 2}, {0, 1}}));
+        QCOMPARE(index.documents("other"), QList<WordIndex::Doc>());
     }
 
     void frequencyIsComparedWithoutSign()
     {
         WordIndex index = numberedIndex(2);
-        index.insert("word", 0);
-        for (int i = 0; i < 40000; ++i)
-            index.insert("word", 1);
+        add(&index, 0);
+        add(&index, 1, 40000);
         QCOMPARE(index.documents("word").first(), (WordIndex::Doc{1, 40000}));
         QCOMPARE(index.search(u"word"_s), (QStringList{u"1"_s, u"0"_s}));
     }
@@ -248,8 +280,7 @@ private Q_SLOTS:
     void fileHasTheDocumentedFormat()
     {
         WordIndex index(u"/h"_s, {u"/h/a"_s});
-        index.insert("word", 0);
-        index.insert("word", 0);
+        add(&index, 0, 2);
         QCOMPARE(index.toBytes().toHex(' '), QByteArray("00 00 00 04 00 2f 00 68 " // "/h"
                                                         "00 00 00 01 00 00 00 08 00 2f 00 68 00 2f 00 61 "
                                                         "00 00 00 05 77 6f 72 64 00 " // "word" with its zero
@@ -294,12 +325,13 @@ private Q_SLOTS:
     {
         QTest::addColumn<QByteArray>("content");
         WordIndex index(u"/h"_s, {u"/h/a"_s});
-        index.insert("word", 0);
+        add(&index, 0);
         const QByteArray good = index.toBytes();
         QTest::newRow("empty") << QByteArray();
         QTest::newRow("text") << QByteArray("no index at all, but a text");
         QTest::newRow("cut off in a posting") << good.chopped(1);
         QTest::newRow("cut off in a word") << good.chopped(11);
+        QTest::newRow("more paths than bytes") << good.left(8) + QByteArray("\x7f\xff\xff\xff", 4) + good.mid(12);
         QTest::newRow("count too large") << good.chopped(8) + QByteArray("\x7f\xff\xff\xff\0\0\0\2", 8);
         QTest::newRow("negative count") << good.chopped(8) + QByteArray("\xff\xff\xff\xff\0\0\0\2", 8);
         QTest::newRow("unknown document") << good.chopped(4) + QByteArray("\0\1\0\2", 4);
@@ -327,7 +359,8 @@ private Q_SLOTS:
     {
         WordIndex index = numberedIndex(1);
         for (int i = 0; i < 1000; ++i)
-            index.insert("word" + QByteArray::number(i), 0);
+            index.insert("word" + QByteArray::number(i));
+        index.endDocument(0);
         int asked = 0;
         QVERIFY(!WordIndex::fromBytes(index.toBytes(), [&] { return ++asked < 2; }));
         QCOMPARE(asked, 2);

@@ -537,7 +537,8 @@ private Q_SLOTS:
         QTest::newRow("whole word") << u"two"_s << u"two"_s << true << true << true << true << -1;
         QTest::newRow("part of a word") << u"two"_s << u"two"_s << true << false << true << true << 12;
         QTest::newRow("backward") << u"two"_s << u"one"_s << true << false << false << true << 0;
-        QTest::newRow("backward from the end") << u"two"_s << u"one"_s << true << false << false << false << 20;
+        QTest::newRow("backward, no selection") << u""_s << u"one"_s << true << false << false << true << -1;
+        QTest::newRow("backward from the start") << u"two"_s << u"one"_s << true << false << false << false << -1;
         QTest::newRow("missing") << u""_s << u"three"_s << true << false << true << false << -1;
     }
 

@@ -7,7 +7,7 @@ namespace {
 QStringList wordsOf(QByteArrayView page, qsizetype blockLength)
 {
     QStringList words;
-    HtmlWords reader([&words](const QByteArray &word) { words.append(QString::fromLatin1(word)); });
+    HtmlWords reader([&words](QByteArrayView word) { words.append(QString::fromLatin1(word)); });
     for (qsizetype i = 0; i < page.size(); i += blockLength)
         reader.read(page.sliced(i, std::min(blockLength, page.size() - i)));
     reader.finish();

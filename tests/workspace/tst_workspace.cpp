@@ -135,6 +135,7 @@ private Q_SLOTS:
         Fixture f;
         f.c->givesDocument = false;
         QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"^ASSERT: \"doc\" in "_s));
+        const BoxAnswers box({QMessageBox::Ok});
         QVERIFY(!f.workspace.openDocument(u"/x/a.c"_s, true));
         QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"^ASSERT: \"docTemplate\" in "_s));
         QVERIFY(!f.workspace.newDocument(nullptr, u"/x/a.c"_s));

@@ -101,20 +101,21 @@ void BuildControl::run(Work work, Project *project)
     prepareOutput(project);
     const QStringList configurations{project->currentConfiguration()};
     if (building)
-        start("IBuildEnvironment::build", project,
-              [&](auto *environment) { environment->build(configurations, work == Work::Rebuild); });
+        start(project, [&](auto *environment) {
+            return runPlugin<&IBuildEnvironment::build>(environment, configurations, work == Work::Rebuild);
+        });
     else
-        start("IBuildEnvironment::clean", project, [&](auto *environment) { environment->clean(configurations); });
+        start(project,
+              [&](auto *environment) { return runPlugin<&IBuildEnvironment::clean>(environment, configurations); });
 }
 
 /// If the call throws, the plug-in reports no end of the work, so the building state ends here.
-void BuildControl::start(const char *operation, const Project *project,
-                         const std::function<void(IBuildEnvironment *)> &work)
+void BuildControl::start(const Project *project, const std::function<bool(IBuildEnvironment *)> &work)
 {
     const auto environment = shareInterface(project->buildInterface()); // it may close its project in the call
     m_time.start();
     m_activity.setState(StateBuilding);
-    if (!runPlugin(operation, [&] { work(environment.get()); }))
+    if (!work(environment.get()))
         buildFinished(false);
 }
 
@@ -140,7 +141,7 @@ void BuildControl::buildStopBuild()
     m_buildStopped = true;
     const Project *project = m_activity.currentProject();
     if (const auto environment = shareInterface(project ? project->buildInterface() : nullptr))
-        runPlugin("IBuildEnvironment::stop", [&] { environment->stop(); });
+        runPlugin<&IBuildEnvironment::stop>(environment);
 }
 
 void BuildControl::buildFinished(bool success)
@@ -178,17 +179,30 @@ void BuildControl::showOutcome(bool success)
     m_window.showMessage(text);
 }
 
+/// A file can be compiled during a debug session, which goes on.
 void BuildControl::leaveBuilding()
 {
+    const bool starts = std::exchange(m_forDebug, false);
     if (m_activity.state() == StateBuilding)
-        m_activity.setState(StateIdle);
+        m_activity.setState(starts ? StateIdle : m_activity.stateBehindBuild());
 }
 
 void BuildControl::xmlFeedback(const QString &xml)
 {
-    Project *project = m_activity.currentProject();
+    replaceContents(xml, m_activity.currentProject());
+}
+
+void BuildControl::replaceContents(const QString &xml, Project *project)
+{
     if (!project)
         return;
+    if (const QString problem = Project::problemInXml(xml); !problem.isEmpty()) {
+        m_window.outputWindow()->outputLine(
+            OutputWindow::Build,
+            tr("The contents that the build environment has sent for project '%1' cannot be read: %2\n")
+                .arg(project->name(), problem));
+        return;
+    }
     project->loadFromXml(xml);
     m_window.navigator()->showWorkspace(); // a load emits no signal
 }
@@ -210,7 +224,8 @@ void BuildControl::buildCompileFile()
         return;
     prepareOutput(project);
     const QString configuration = project->currentConfiguration();
-    start("IBuildEnvironment::compile", project, [&](auto *environment) { environment->compile(file, configuration); });
+    start(project,
+          [&](auto *environment) { return runPlugin<&IBuildEnvironment::compile>(environment, file, configuration); });
 }
 
 /// Saves the project and the current file, and nothing else.
@@ -242,9 +257,8 @@ bool BuildControl::canCompile() const
     const Project *project = compilingProject(m_activity.workspace(), m_currentFile);
     if (!mayCompile(m_activity.state(), m_currentFile, project))
         return false;
-    return askPlugin("IBuildEnvironment::canCompile", [&] {
-        return project->buildInterface()->canCompile(m_currentFile, project->currentConfiguration());
-    });
+    const auto environment = shareInterface(project->buildInterface());
+    return askPlugin<&IBuildEnvironment::canCompile>(environment, m_currentFile, project->currentConfiguration());
 }
 
 // Other commands of the menu
@@ -285,15 +299,16 @@ void BuildControl::projectRepopulate()
 
 bool BuildControl::buildForDebug(const Project *project)
 {
-    const auto debugBuild = queryInterface<IDebugBuild>(project ? project->buildInterface() : nullptr);
+    const auto debugBuild = queryPlugin<IDebugBuild>(project ? project->buildInterface() : nullptr);
     if (!debugBuild)
         return false;
     m_window.outputWindow()->displayPage(OutputWindow::Build);
     m_buildStopped = false;
+    m_forDebug = true;
     m_time.start();
     m_activity.setState(StateBuilding);
     const QString configuration = project->currentConfiguration();
-    if (!runPlugin("IDebugBuild::buildForDebug", [&] { debugBuild->buildForDebug(configuration); }))
+    if (!runPlugin<&IDebugBuild::buildForDebug>(debugBuild, configuration))
         buildFinished(false);
     return true;
 }

@@ -46,6 +46,8 @@ public Q_SLOTS:
 
     void buildFinished(bool success);
     void xmlFeedback(const QString &xml); ///< Replaces the contents of the current project.
+    /// Replaces the contents of @p project. A text that cannot be read is reported on the page "Build".
+    void replaceContents(const QString &xml, Project *project);
 
 Q_SIGNALS:
     void compileAvailable(bool available);
@@ -57,7 +59,7 @@ private:
     void runCurrent(Work work);
     void runSelected(Work work);
     void run(Work work, Project *project);
-    void start(const char *operation, const Project *project, const std::function<void(IBuildEnvironment *)> &work);
+    void start(const Project *project, const std::function<bool(IBuildEnvironment *)> &work);
     void saveForCompile(Project *project) const;
     void prepareOutput(const Project *project) const;
     void displayBuildPage() const;
@@ -74,7 +76,8 @@ private:
     QPointer<QAction> m_compileAction; ///< its text names the current file; null if the program has none
     QString m_compileMenuText;         ///< "%1" stands for the file
     QString m_currentFile;
-    QElapsedTimer m_time; ///< since the start of the work that is shown in the status bar; invalid if there is none
+    bool m_forDebug = false; ///< the build belongs to the start of a session
+    QElapsedTimer m_time;    ///< since the start of the work that is shown in the status bar; invalid if there is none
     bool m_buildSucceeded = false;
     bool m_buildStopped = false;
 };

@@ -31,11 +31,11 @@ QStringList scriptsOf(const Project &project)
 
 void populate(const Project *project)
 {
-    const auto interface = queryInterface<IProjectPopulate>(project ? project->buildInterface() : nullptr);
+    const auto interface = queryPlugin<IProjectPopulate>(project ? project->buildInterface() : nullptr);
     if (!interface)
         return;
     const QString configuration = project->currentConfiguration();
-    runPlugin("IProjectPopulate::populate", [&] { interface->populate(configuration); });
+    runPlugin<&IProjectPopulate::populate>(interface, configuration);
 }
 
 bool populateWorkspace(const Activity &activity)
@@ -44,7 +44,7 @@ bool populateWorkspace(const Activity &activity)
     for (const QPointer<Project> &project : activity.projects()) { // plug-ins may remove projects
         if (!project)
             continue;
-        if (queryInterface<IProjectPopulate>(project->buildInterface()))
+        if (queryPlugin<IProjectPopulate>(project->buildInterface()))
             offered = true;
         if (isSet(project->properties(), u"projectAutoPopulate"_s, *project))
             populate(activity.currentProject());

@@ -54,13 +54,13 @@ void Breakpoints::toggle(int line)
         environment = shareInterface(environmentOfKey(place.environmentKey()));
     else if (const Project *project = projectOfDocument(file))
         environment = shareInterface(project->executionInterface());
-    const auto breakpoints = queryInterface<IBreakpoints>(environment.get());
+    const auto breakpoints = queryPlugin<IBreakpoints>(environment.get());
     if (!breakpoints)
         return inform(tr("The breakpoint cannot be set.\n\nBreakpoints are not supported in this file."));
-    const auto records = askPlugin("IBreakpoints::breakpoints", [&] { return breakpoints->breakpoints(); });
+    const auto records = askPlugin<&IBreakpoints::breakpoints>(breakpoints);
     const int state = toggledBreakpoint(breakpointStateAt(records, {file, line}));
     int result = -1;
-    runPlugin("IBreakpoints::setBreakpoint", [&] { result = breakpoints->setBreakpoint(file, line, state); });
+    readPlugin<&IBreakpoints::setBreakpoint>(result, breakpoints, file, line, state);
     if (result != 0)
         inform(tr("The breakpoint could not be modified."));
 }

@@ -22,6 +22,7 @@ DebugControl::DebugControl(Activity &activity, WindowServices &window, BuildCont
 {
     const auto forgetGone = [this] { forgetEnvironments(m_activity.environments()); };
     connect(&activity, &Activity::stateEntering, this, &DebugControl::enterState);
+    connect(&activity, &Activity::stateEntered, this, &DebugControl::keepReportsOfBuild);
     connect(&activity, &Activity::workspaceOpened, this, forgetGone);
     connect(&activity, &Activity::projectsChanged, this, forgetGone);
     connect(&activity, &Activity::workspaceClosing, this, [this] { forgetEnvironments({}); });
@@ -34,12 +35,25 @@ DebugControl::~DebugControl() = default;
 
 void DebugControl::enterState(ActivityState next)
 {
-    if (next == StateIdle && isDebugState(m_activity.state())) { // also if the start failed at a later processor
+    const bool debugs = isDebugState(m_activity.state()) || isDebugState(m_activity.stateBehindBuild());
+    if (next == StateIdle && debugs) { // also if the start failed at a later processor
         m_nextStatement.clearMarker();
         m_nextStatement.refreshDisassemblies();
     }
     if (next == StatePaused)
         updateDebugWindows(AllParts);
+}
+
+/// Reports that arrived during a build in a session have not changed the state.
+void DebugControl::keepReportsOfBuild(ActivityState state, ActivityState previous)
+{
+    const Activity::Environment environment = m_activity.currentEnvironment();
+    const auto report = m_reports.status(environment.get());
+    const std::pair<const IExecutionEnvironment *, int> reports(environment.get(), report ? report->count : 0);
+    if (state == StateBuilding)
+        m_reportsBeforeBuild = reports;
+    else if (previous == StateBuilding && isDebugState(state) && report && reports != m_reportsBeforeBuild)
+        m_activity.setState(stateForStatus(report->status).value_or(state));
 }
 
 void DebugControl::updateDebugWindows(int parts)
@@ -58,7 +72,7 @@ void DebugControl::currentProjectChanged()
 {
     if (const Activity::Environment environment = m_activity.currentEnvironment()) {
         // Some environments need this call before the following ones.
-        runPlugin("IExecutionEnvironment::programStatus", [&] { (void)environment->programStatus(); });
+        runPlugin<&IExecutionEnvironment::programStatus>(environment);
         if (const auto info = m_reports.info(environment.get()))
             m_window.showStatusInfo(info->text, info->position);
         const auto report = m_reports.status(environment.get());

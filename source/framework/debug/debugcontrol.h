@@ -6,6 +6,7 @@
 #include "processorreports.h"
 #include "runcontrol.h"
 #include "sessionstart.h"
+#include <utility>
 class BuildControl;
 
 /// The commands of the "Debug" menu, and what the execution environments report: a session from its start to its end,
@@ -66,6 +67,7 @@ Q_SIGNALS:
 
 private:
     void enterState(ActivityState next);
+    void keepReportsOfBuild(ActivityState state, ActivityState previous);
     void currentProjectChanged();
     void forgetEnvironments(const std::vector<InterfacePtr<IExecutionEnvironment>> &alive);
     void reactToBreakpoint(IExecutionEnvironment::ProgramStatus status, IExecutionEnvironment *environment);
@@ -74,6 +76,7 @@ private:
     Activity &m_activity;
     WindowServices &m_window;
     ProcessorReports m_reports;
+    std::pair<const IExecutionEnvironment *, int> m_reportsBeforeBuild{}; ///< of the current environment
     Breakpoints m_breakpoints;
     NextStatement m_nextStatement;
     SessionStart m_session;

@@ -36,10 +36,10 @@ QList<MarkedView> markedViews(const ViewManager &manager)
 
 QList<BreakpointRecord> breakpointsOf(const Project &project)
 {
-    const auto breakpoints = queryInterface<IBreakpoints>(project.executionInterface());
+    const auto breakpoints = queryPlugin<IBreakpoints>(project.executionInterface());
     if (!breakpoints)
         return {};
-    return askPlugin("IBreakpoints::breakpoints", [&] { return breakpoints->breakpoints(); });
+    return askPlugin<&IBreakpoints::breakpoints>(breakpoints);
 }
 
 /// A place with the file name of its document: an absolute path, or the name of a disassembly.
@@ -112,14 +112,20 @@ void refreshExecutionMarker(const Project *project, const ViewManager &views)
     const auto environment = shareInterface(project ? project->executionInterface() : nullptr);
     if (!environment)
         return;
+    std::optional<BreakpointLocation> source; // the same for all texts; empty if it is not known
     for (const MarkedView &view : markedViews(views)) {
         const QString path = debugPath(*project, view.file);
         if (isForeignDisassembly(path, environment.get()))
             continue;
-        QString file = path;
-        int line = 0;
-        const bool known = askPlugin("IExecutionEnvironment::currentLocation",
-                                     [&] { return environment->currentLocation(file, line); });
+        QString file = source ? source->file : path;
+        int line = source ? source->line : 0;
+        bool known = source && !file.isEmpty();
+        if (!source || isDisassemblyName(path)) {
+            file = path;
+            known = askPlugin<&IExecutionEnvironment::currentLocation>(environment, file, line);
+        }
+        if (!isDisassemblyName(path))
+            source = known ? BreakpointLocation{file, line} : BreakpointLocation{};
         IViewWithMarkers *markers = view.markers(); // the plug-in may have closed the view in the call
         if (known && markers && (file == path || file == view.file))
             markers->setMarker(line, IViewWithMarkers::CurrentLineMarker, true, false);

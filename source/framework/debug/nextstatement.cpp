@@ -15,10 +15,9 @@
 #include <QFileInfo>
 
 namespace {
-template <typename Call>
-bool askLocation(IExecutionEnvironment *environment, const Call &call)
+bool askLocation(const Activity::Environment &environment, QString &file, int &line)
 {
-    return askPlugin("IExecutionEnvironment::currentLocation", [&] { return call(environment); });
+    return askPlugin<&IExecutionEnvironment::currentLocation>(environment, file, line);
 }
 } // namespace
 
@@ -42,12 +41,11 @@ bool NextStatement::goToLocation()
     if (isForeignDisassembly(file, environment.get()))
         file.clear();
     int line = 0;
-    const auto ask = [&](IExecutionEnvironment *target) { return target->currentLocation(file, line); };
-    if (!askLocation(environment.get(), ask) || !openSource(file)) {
+    if (!askLocation(environment, file, line) || !openSource(file)) {
         viewDisassembly();
         file = currentFile();
         if (!isDisassemblyName(file) || isForeignDisassembly(file, environment.get())
-            || !askLocation(environment.get(), ask))
+            || !askLocation(environment, file, line))
             return false;
     }
     if (auto *navigation = viewInterface<ITextNavigation>(m_window.viewManager()->currentView()))
@@ -74,7 +72,7 @@ bool NextStatement::openSource(const QString &file)
 void NextStatement::viewDisassembly()
 {
     const Activity::Environment environment = m_activity.currentEnvironment();
-    if (!queryInterface<IDisassembly>(environment.get()))
+    if (!queryPlugin<IDisassembly>(environment.get()))
         return;
     const QString name = disassemblyName(environment.get(), m_activity.currentProject()->name());
     const bool wasOpen = m_window.workspace()->findDocument(name);
@@ -90,8 +88,7 @@ void NextStatement::goToInstruction()
 {
     QString file = currentFile();
     int line = 0;
-    const auto ask = [&](IExecutionEnvironment *target) { return target->currentLocation(file, line); };
-    if (!askLocation(m_activity.currentEnvironment().get(), ask) || !isDisassemblyName(file))
+    if (!askLocation(m_activity.currentEnvironment(), file, line) || !isDisassemblyName(file))
         return;
     if (auto *navigation = viewInterface<ITextNavigation>(m_window.viewManager()->currentView()))
         navigation->gotoLine(line);
@@ -110,13 +107,12 @@ void NextStatement::showSource()
     const Activity::Environment environment = m_activity.currentEnvironment();
     QString file = currentFile();
     int line = 0;
-    const auto ask = [&](IExecutionEnvironment *target) { return target->currentLocation(file, line); };
-    const bool known = environment && askLocation(environment.get(), ask);
+    const bool known = environment && askLocation(environment, file, line);
     auto *markers = viewInterface<IViewWithMarkers>(m_window.viewManager()->currentView());
     if (!known || !markers || !markers->hasMarker(line, IViewWithMarkers::CurrentLineMarker))
         return;
     file.clear(); // requests the place in the source
-    if (askLocation(environment.get(), ask))
+    if (askLocation(environment, file, line))
         (void)openSource(file);
 }
 

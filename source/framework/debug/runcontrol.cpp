@@ -15,16 +15,38 @@
 
 using namespace Qt::StringLiterals;
 
-const RunControl::Command RunControl::Run{RunEvent, "IExecutionEnvironment::run", &IExecutionEnvironment::run,
-                                          IMultiProcessorSync::RunOperation, &IMultiProcessorSync::syncRun};
-const RunControl::Command RunControl::Pause{PauseEvent, "IExecutionEnvironment::pause", &IExecutionEnvironment::pause,
-                                            IMultiProcessorSync::PauseOperation, &IMultiProcessorSync::syncPause};
-const RunControl::Command RunControl::Restart{RestartEvent, "IExecutionEnvironment::restart",
-                                              &IExecutionEnvironment::restart, IMultiProcessorSync::RestartOperation,
-                                              &IMultiProcessorSync::syncRestart};
-const RunControl::Command RunControl::Wakeup{WakeupEvent, "IExecutionEnvironment::wakeUp",
-                                             &IExecutionEnvironment::wakeUp, IMultiProcessorSync::WakeupOperation,
-                                             &IMultiProcessorSync::syncWakeup};
+namespace {
+template <auto Function>
+bool call(const Activity::Environment &environment)
+{
+    return runPlugin<Function>(environment);
+}
+
+template <auto Function>
+bool callLeader(const InterfacePtr<IMultiProcessorSync> &leader)
+{
+    return runPlugin<Function>(leader);
+}
+
+template <auto Function>
+bool callStep(const Activity::Environment &environment, const QString &file)
+{
+    return runPlugin<Function>(environment, file);
+}
+} // namespace
+
+const RunControl::Command RunControl::Run{RunEvent, &call<&IExecutionEnvironment::run>,
+                                          IMultiProcessorSync::RunOperation,
+                                          &callLeader<&IMultiProcessorSync::syncRun>};
+const RunControl::Command RunControl::Pause{PauseEvent, &call<&IExecutionEnvironment::pause>,
+                                            IMultiProcessorSync::PauseOperation,
+                                            &callLeader<&IMultiProcessorSync::syncPause>};
+const RunControl::Command RunControl::Restart{RestartEvent, &call<&IExecutionEnvironment::restart>,
+                                              IMultiProcessorSync::RestartOperation,
+                                              &callLeader<&IMultiProcessorSync::syncRestart>};
+const RunControl::Command RunControl::Wakeup{WakeupEvent, &call<&IExecutionEnvironment::wakeUp>,
+                                             IMultiProcessorSync::WakeupOperation,
+                                             &callLeader<&IMultiProcessorSync::syncWakeup>};
 
 RunControl::RunControl(Activity &activity, WindowServices &window, SessionStart &session, ProcessorReports &reports,
                        QObject *parent)
@@ -55,15 +77,12 @@ bool RunControl::carryOut(const Command &command)
 
 void RunControl::carryOut(const Command &command, DebugAction action) const
 {
-    const auto callOne = [&](IExecutionEnvironment *environment) {
-        runPlugin(command.name, [&] { (environment->*command.operation)(); });
-    };
     if (action != AllProcessors) {
         if (const Activity::Environment environment = m_activity.currentEnvironment())
-            callOne(environment.get());
+            command.operation(environment);
     } else if (!carryOutTogether(command)) {
         for (const Activity::Environment &environment : m_activity.environments())
-            callOne(environment.get());
+            command.operation(environment);
     }
 }
 
@@ -73,20 +92,18 @@ bool RunControl::carryOutTogether(const Command &command) const
     std::vector<InterfacePtr<IMultiProcessorSync>> offers;
     QList<SyncMember> members;
     for (const Activity::Environment &environment : m_activity.environments()) {
-        auto sync = queryInterface<IMultiProcessorSync>(environment.get());
+        auto sync = queryPlugin<IMultiProcessorSync>(environment.get());
         if (!sync)
             continue;
-        members.append({askPlugin("IMultiProcessorSync::groupId", [&] { return sync->groupId(); }),
-                        [sync = sync.get()](const QString &group) {
-                            return askPlugin("IMultiProcessorSync::supportedOperations",
-                                             [&] { return sync->supportedOperations(group); });
+        members.append({askPlugin<&IMultiProcessorSync::groupId>(sync), [sync = sync.get()](const QString &group) {
+                            return askPlugin<&IMultiProcessorSync::supportedOperations>(sync, group);
                         }});
         offers.push_back(std::move(sync));
     }
     const int leader = syncLeader(members, command.syncBit);
     if (leader < 0)
         return false;
-    runPlugin(command.name, [&] { (offers[size_t(leader)].get()->*command.sync)(); });
+    command.sync(offers[size_t(leader)]);
     return true;
 }
 
@@ -96,8 +113,10 @@ void RunControl::run()
     if (!m_activity.currentProject() || !m_session.start(false))
         return;
     const DebugAction action = resolve(RunEvent);
-    if (action == NoProcessor)
-        return m_session.adoptReportedState();
+    if (action == NoProcessor) {
+        m_session.adoptReportedState();
+        return m_session.adoptQueriedState();
+    }
     m_activity.setState(StateRunning);
     carryOut(Run, action);
 }
@@ -105,8 +124,7 @@ void RunControl::run()
 void RunControl::attach()
 {
     const Activity::Environment environment = m_activity.currentEnvironment();
-    if (!environment || m_activity.state() != StateIdle
-        || !askPlugin("IExecutionEnvironment::canAttach", [&] { return environment->canAttach(); }))
+    if (!environment || m_activity.state() != StateIdle || !askPlugin<&IExecutionEnvironment::canAttach>(environment))
         return;
     m_window.fireEvent(u"onPreAttach"_s);
     if (m_session.start(true))
@@ -125,20 +143,20 @@ void RunControl::runToCursor()
         return;
     m_activity.setState(StateRunning);
     if (const Activity::Environment environment = m_activity.currentEnvironment())
-        runPlugin("IExecutionEnvironment::runTo", [&] { environment->runTo(path, line); });
+        runPlugin<&IExecutionEnvironment::runTo>(environment, path, line);
 }
 
 void RunControl::stepOver()
 {
-    step("IExecutionEnvironment::stepOver", &IExecutionEnvironment::stepOver);
+    step(&callStep<&IExecutionEnvironment::stepOver>);
 }
 
 void RunControl::stepInto()
 {
-    step("IExecutionEnvironment::stepInto", &IExecutionEnvironment::stepInto);
+    step(&callStep<&IExecutionEnvironment::stepInto>);
 }
 
-void RunControl::step(const char *name, Step step)
+void RunControl::step(Step step)
 {
     VARNEL_ASSERT_TEXT(m_activity.currentProject(), "currentProject()");
     if (!m_activity.currentProject() || !m_session.start(false))
@@ -146,7 +164,7 @@ void RunControl::step(const char *name, Step step)
     const QString file = currentDebugPath(m_activity, *m_window.viewManager());
     m_activity.setState(StateRunning);
     if (const Activity::Environment environment = m_activity.currentEnvironment())
-        runPlugin(name, [&] { (environment.get()->*step)(file); });
+        step(environment, file);
 }
 
 void RunControl::pause()
@@ -172,14 +190,14 @@ void RunControl::runProcessor(Project *project)
         return;
     if (alive == m_activity.currentProject())
         m_activity.setState(StateRunning);
-    runPlugin(Run.name, [&] { environment->run(); });
+    Run.operation(environment);
 }
 
 void RunControl::pauseProcessor(Project *project)
 {
     const Activity::Environment environment = shareInterface(project ? project->executionInterface() : nullptr);
     if (environment && m_activity.isDebugging())
-        runPlugin(Pause.name, [&] { environment->pause(); });
+        Pause.operation(environment);
 }
 
 void RunControl::runAll()
@@ -200,7 +218,7 @@ void RunControl::pauseOthers(const IExecutionEnvironment *environment)
 {
     for (const Activity::Environment &other : m_activity.environments()) {
         if (other.get() != environment)
-            runPlugin(Pause.name, [&] { other->pause(); });
+            Pause.operation(other);
     }
 }
 
@@ -227,10 +245,10 @@ bool RunControl::hasEnded(int reportsBefore) const
 void RunControl::stop()
 {
     m_reports.clear();
-    if (!m_activity.currentEnvironment() || !mayStop(m_activity.state()))
+    if (!m_activity.currentEnvironment() || !(mayStop(m_activity.state()) || mayStop(m_activity.stateBehindBuild())))
         return;
     for (const Activity::Environment &environment : m_activity.environments())
-        runPlugin("IExecutionEnvironment::stop", [&] { environment->stop(); });
+        runPlugin<&IExecutionEnvironment::stop>(environment);
     m_reports.clear(); // reports that arrived while the processors stopped
     if (m_activity.workspace())
         m_activity.setState(StateIdle);

@@ -37,16 +37,15 @@ public:
     void pauseOthers(const IExecutionEnvironment *environment); ///< All processors but this one.
 
 private:
-    using Operation = void (IExecutionEnvironment::*)();
-    using Step = void (IExecutionEnvironment::*)(const QString &);
+    using Environment = InterfacePtr<IExecutionEnvironment>;
+    using Step = bool (*)(const Environment &environment, const QString &file);
     /// An operation on one processor, and on all of them at once.
     struct Command
     {
         DebugEvent event;
-        const char *name;
-        Operation operation;
+        bool (*operation)(const Environment &environment);
         IMultiProcessorSync::Operation syncBit;
-        void (IMultiProcessorSync::*sync)();
+        bool (*sync)(const InterfacePtr<IMultiProcessorSync> &leader);
     };
     static const Command Run, Pause, Restart, Wakeup;
 
@@ -54,7 +53,7 @@ private:
     bool carryOut(const Command &command);
     void carryOut(const Command &command, DebugAction action) const;
     [[nodiscard]] bool carryOutTogether(const Command &command) const;
-    void step(const char *name, Step step);
+    void step(Step step);
     [[nodiscard]] bool hasEnded(int reportsBefore) const;
 
     Activity &m_activity;

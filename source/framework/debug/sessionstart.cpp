@@ -4,14 +4,18 @@
 #include "callplugin.h"
 #include "debugdecisions.h"
 #include "ibuildenvironment.h"
+#include "iprogressivestart.h"
 #include "messages.h"
 #include "outputwindow.h"
 #include "processorreports.h"
 #include "project.h"
 #include "projectworkspace.h"
+#include "startprogress.h"
 #include "windowservices.h"
 #include "workspace.h"
+#include <algorithm>
 #include <QCoreApplication>
+#include <QScopeGuard>
 
 namespace {
 constexpr int PendingEventsTime = 1000; // milliseconds
@@ -57,7 +61,7 @@ bool SessionStart::isUpToDate() const
     if (!environment)
         return true;
     const QString configuration = project->currentConfiguration();
-    return askPlugin("IBuildEnvironment::isUpToDate", [&] { return environment->isUpToDate(configuration); });
+    return askPlugin<&IBuildEnvironment::isUpToDate>(environment, configuration);
 }
 
 /// False if the session is not to be started.
@@ -81,28 +85,49 @@ bool SessionStart::offerRebuild()
 /// Closing the workspace, and so the end of the program, ends the building state as well.
 void SessionStart::waitForBuild() const
 {
-    while (m_activity.state() == StateBuilding)
-        QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents);
+    while (m_activity.state() == StateBuilding) {
+        deliverPluginReports(); // of a plug-in whose function has started this session
+        if (m_activity.state() == StateBuilding)
+            QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents);
+    }
 }
 
 bool SessionStart::startProjects(bool attachOnly)
 {
     const QPointer<ProjectWorkspace> workspace(m_activity.workspace());
+    m_started.clear();
+    m_cancelled = false;
+    const auto forget = qScopeGuard([this] { m_started.clear(); });
     for (const QPointer<Project> &project : m_activity.projects()) {
         const bool started = project && startProject(project, attachOnly);
         if (!workspace)
             return false;
-        if (!started && !m_build.buildStopped())
+        if (!started && !m_build.buildStopped() && !m_cancelled)
             showInformation(m_window.dialogParent(),
                             tr("Cannot start debugger.\n\nPlease see Debug Output window for details."));
         QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents, PendingEventsTime);
-        if (!started)
+        if (!started) {
+            stopStarted();
             return false;
+        }
     }
     if (!workspace || !m_activity.currentProject())
         return false;
     adoptReportedState();
+    if (attachOnly)
+        adoptQueriedState();
     return true;
+}
+
+/// Otherwise the targets would go on without a session.
+void SessionStart::stopStarted()
+{
+    const auto started = std::exchange(m_started, {});
+    for (const Activity::Environment &environment : started) {
+        const auto present = m_activity.environments(); // without those of projects that were removed meanwhile
+        if (std::ranges::find(present, environment.get(), &Activity::Environment::get) != present.end())
+            runPlugin<&IExecutionEnvironment::stop>(environment);
+    }
 }
 
 /// A project that starts after the current one has reported sets the state back to initialising.
@@ -113,6 +138,16 @@ void SessionStart::adoptReportedState()
     const auto report = m_reports.status(m_activity.currentEnvironment().get());
     if (const std::optional<ActivityState> state = report ? stateForStatus(report->status) : std::nullopt)
         m_activity.setState(*state);
+}
+
+void SessionStart::adoptQueriedState()
+{
+    const Activity::Environment environment = m_activity.currentEnvironment();
+    if (m_activity.state() != StateInitialising || !environment)
+        return;
+    const auto status = tryPlugin<&IExecutionEnvironment::programStatus>(environment);
+    if (m_activity.state() == StateInitialising) // no report during the call
+        m_activity.setState((status ? stateForStatus(*status) : std::nullopt).value_or(StateUnknown));
 }
 
 bool SessionStart::startProject(Project *project, bool attachOnly)
@@ -132,7 +167,36 @@ bool SessionStart::startProject(Project *project, bool attachOnly)
     if (!built || m_build.buildStopped())
         return false;
     output->displayPage(OutputWindow::Debug);
-    return askPlugin("IExecutionEnvironment::start", [&] { return environment->start(attachOnly); });
+    if (!startEnvironment(environment, attachOnly))
+        return false;
+    m_started.push_back(shareInterface(environment.get()));
+    return true;
+}
+
+bool SessionStart::startEnvironment(const Activity::Environment &environment, bool attachOnly)
+{
+    const auto inBackground = queryPlugin<IProgressiveStart>(environment);
+    if (!inBackground)
+        return askPlugin<&IExecutionEnvironment::start>(environment, attachOnly);
+    const auto progress = shareInterface(new StartProgress(m_window.dialogParent()));
+    if (!runPlugin<&IProgressiveStart::startInBackground>(inBackground, attachOnly, progress.get()))
+        return false;
+    const QPointer<ProjectWorkspace> workspace(m_activity.workspace());
+    const auto isStarting = [&] { return workspace && !progress->isFinished() && !progress->isCancelled(); };
+    while (isStarting()) {
+        deliverPluginReports();
+        if (isStarting())
+            QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents);
+    }
+    if (progress->isFinished()) {
+        if (!progress->succeeded() && !progress->reason().isEmpty() && workspace)
+            m_window.outputWindow()->outputLine(OutputWindow::Debug, progress->reason() + u'\n');
+        return progress->succeeded();
+    }
+    m_cancelled = true;
+    runPlugin<&IProgressiveStart::cancelStart>(inBackground);
+    runPlugin<&IExecutionEnvironment::stop>(environment);
+    return false;
 }
 
 /// True as well if the build environment has nothing to do before a session.

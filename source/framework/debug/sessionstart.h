@@ -1,5 +1,7 @@
 #pragma once
+#include "iexecutionenvironment.h"
 #include <QObject>
+#include <vector>
 class Activity;
 class BuildControl;
 class ProcessorReports;
@@ -22,6 +24,9 @@ public:
     bool start(bool attachOnly);
     /// If the session is still starting, sets the state that the environment of the current project has reported.
     void adoptReportedState();
+    /// The same with the status that it returns, for a session whose environments have not reported any. Commands of
+    /// the user are possible then.
+    void adoptQueriedState();
 
 private:
     [[nodiscard]] bool prepare();
@@ -29,6 +34,8 @@ private:
     [[nodiscard]] bool offerRebuild();
     [[nodiscard]] bool startProjects(bool attachOnly);
     [[nodiscard]] bool startProject(Project *project, bool attachOnly);
+    [[nodiscard]] bool startEnvironment(const InterfacePtr<IExecutionEnvironment> &environment, bool attachOnly);
+    void stopStarted();
     [[nodiscard]] bool buildForDebug(const Project *project);
     void waitForBuild() const;
 
@@ -36,4 +43,6 @@ private:
     WindowServices &m_window;
     BuildControl &m_build;
     const ProcessorReports &m_reports;
+    bool m_cancelled = false;                                   ///< the user has cancelled a start in the background
+    std::vector<InterfacePtr<IExecutionEnvironment>> m_started; ///< while the projects are started, one after the other
 };

@@ -41,24 +41,24 @@ QStringList BatchBuildDialog::tickedConfigurations() const
 
 void BatchBuildDialog::build()
 {
-    start("IBuildEnvironment::build", [this] { m_buildEnvironment->build(tickedConfigurations(), false); });
+    finish(m_project && runPlugin<&IBuildEnvironment::build>(m_buildEnvironment, tickedConfigurations(), false));
 }
 
 void BatchBuildDialog::rebuild()
 {
-    start("IBuildEnvironment::build", [this] { m_buildEnvironment->build(tickedConfigurations(), true); });
+    finish(m_project && runPlugin<&IBuildEnvironment::build>(m_buildEnvironment, tickedConfigurations(), true));
 }
 
 void BatchBuildDialog::clean()
 {
-    start("IBuildEnvironment::clean", [this] { m_buildEnvironment->clean(tickedConfigurations()); });
+    finish(m_project && runPlugin<&IBuildEnvironment::clean>(m_buildEnvironment, tickedConfigurations()));
 }
 
 /// Does not accept the dialog if the build could not be started, because then no end would be reported. The environment
 /// of a project that is gone builds nothing.
-void BatchBuildDialog::start(const char *operation, const std::function<void()> &work)
+void BatchBuildDialog::finish(bool started)
 {
-    if (m_project && m_buildEnvironment && runPlugin(operation, work))
+    if (started)
         accept();
     else
         reject();

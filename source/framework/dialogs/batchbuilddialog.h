@@ -28,7 +28,7 @@ public Q_SLOTS:
     void clean();
 
 private:
-    void start(const char *operation, const std::function<void()> &work);
+    void finish(bool started);
 
     const std::unique_ptr<Ui::BatchBuildDialogBase> m_ui;
     const QPointer<const Project> m_project;

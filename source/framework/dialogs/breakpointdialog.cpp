@@ -42,14 +42,13 @@ QString nameOf(const Project *project)
 
 InterfacePtr<IBreakpoints> breakpointsOf(const Project *project)
 {
-    return queryInterface<IBreakpoints>(project ? project->executionInterface() : nullptr);
+    return queryPlugin<IBreakpoints>(project ? project->executionInterface() : nullptr);
 }
 
 bool setBreakpoint(IBreakpoints *breakpoints, const BreakpointLocation &place, int state)
 {
     int result = -1;
-    runPlugin("IBreakpoints::setBreakpoint",
-              [&] { result = breakpoints->setBreakpoint(place.file, place.line, state); });
+    readPlugin<&IBreakpoints::setBreakpoint>(result, breakpoints, place.file, place.line, state);
     return result == 0;
 }
 
@@ -115,7 +114,7 @@ void BreakpointDialog::fill(Project *project)
     const auto breakpoints = breakpointsOf(project);
     if (!breakpoints)
         return;
-    const auto records = askPlugin("IBreakpoints::breakpoints", [&] { return breakpoints->breakpoints(); });
+    const auto records = askPlugin<&IBreakpoints::breakpoints>(breakpoints);
     for (const BreakpointRecord &record : records) {
         if (record.locations.isEmpty())
             continue;

@@ -96,6 +96,11 @@ void OptionsDialog::addPages(const OptionValues &values)
     setTabOrder(m_ui->OKButton, m_ui->CancelButton);
 }
 
+void OptionsDialog::addPage(QWidget *page, const QString &title)
+{
+    m_ui->OptionsTabs->addTab(page, title);
+}
+
 void OptionsDialog::showPage(const QString &objectName)
 {
     if (auto *page = findChild<QWidget *>(objectName))

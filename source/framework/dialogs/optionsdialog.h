@@ -21,7 +21,8 @@ public:
 
     [[nodiscard]] OptionValues values() const; ///< as the dialog was accepted
     [[nodiscard]] ToolsDialog *toolsPage() const { return m_toolsPage; }
-    void showPage(const QString &objectName); ///< Another name does nothing.
+    void addPage(QWidget *page, const QString &title); ///< A page whose values are not among those of this dialog.
+    void showPage(const QString &objectName);          ///< Another name does nothing.
 
 public Q_SLOTS:
     void accept() override;

@@ -76,11 +76,10 @@ void PropertyEditorDialog::makeEditor()
 
 void PropertyEditorDialog::addDefinitions(QUnknownInterface *environment, const QString &selector)
 {
-    const auto definitions = queryInterface<IPropertyDefinitions>(environment);
+    const auto definitions = queryPlugin<IPropertyDefinitions>(environment);
     if (!definitions)
         return;
-    const QString text =
-        askPlugin("IPropertyDefinitions::propertyDefinitions", [&] { return definitions->propertyDefinitions(); });
+    const QString text = askPlugin<&IPropertyDefinitions::propertyDefinitions>(definitions);
     if (!text.isEmpty())
         m_editor->setPropertyDefinitions(text, selector);
 }

@@ -107,6 +107,8 @@ void OutputPage::outputLine(const QString &text)
 
 void OutputPage::outputLine(const QString &text, const LookupPlace &place)
 {
+    if (m_lineOpen)
+        outputLine(QStringLiteral("\n"));
     m_placeOfNext = place;
     outputLine(text);
     m_placeOfNext.reset();

@@ -30,7 +30,7 @@ public Q_SLOTS:
     /// Adds text at the end. A whole line, which ends in "\n", becomes a new paragraph, and its line end is shown only
     /// when more text follows; text without "\n" at its end is continued by the next text.
     void outputLine(const QString &text);
-    /// Adds a whole line whose place is known: its text is not searched for one.
+    /// Adds a whole line whose place is known: its text is not searched for one. A line that is open ends before it.
     void outputLine(const QString &text, const LookupPlace &place);
     /// Makes the next paragraph (after the last one the first) the current line, and looks it up.
     void lookupNextLine();

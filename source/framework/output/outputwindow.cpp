@@ -122,6 +122,18 @@ OutputPage *OutputWindow::page(uint pageNum) const
     return pageNum < m_pages.size() ? m_pages[pageNum] : nullptr;
 }
 
+OutputPage *OutputWindow::page(const QString &name) const
+{
+    const auto hasName = [&name](const OutputPage *page) { return page->objectName() == name + u"Page"_s; };
+    const auto found = std::find_if(m_pages.begin(), m_pages.end(), hasName);
+    return found == m_pages.end() ? nullptr : *found;
+}
+
+void OutputWindow::showPage(OutputPage *page)
+{
+    m_tabs->setCurrentWidget(page);
+}
+
 OutputPage *OutputWindow::currentPage() const
 {
     return qobject_cast<OutputPage *>(m_tabs->currentWidget());
@@ -183,12 +195,10 @@ void OutputWindow::outputLine(const QString &name, const QString &text)
 
 void OutputWindow::outputLine(const QString &name, const QString &text, bool serious)
 {
-    const auto hasName = [&name](const OutputPage *page) { return page->objectName() == name + u"Page"_s; };
-    const auto found = std::find_if(m_pages.begin(), m_pages.end(), hasName);
-    const auto pageNum = uint(found - m_pages.begin());
-    if (found == m_pages.end())
+    if (!page(name))
         addPage(name);
-    outputLine(pageNum, text, serious);
+    const auto found = std::find(m_pages.begin(), m_pages.end(), page(name));
+    outputLine(uint(found - m_pages.begin()), text, serious);
 }
 
 // Edit commands ---------------------------------------------------------------

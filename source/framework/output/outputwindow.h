@@ -33,8 +33,10 @@ public:
     bool runScript(const QString &path);
 
     void addPage(const QString &name);
-    [[nodiscard]] OutputPage *page(uint pageNum) const; ///< null for a number out of range
-    [[nodiscard]] OutputPage *currentPage() const;      ///< null while the console is shown
+    [[nodiscard]] OutputPage *page(uint pageNum) const;        ///< null for a number out of range
+    [[nodiscard]] OutputPage *page(const QString &name) const; ///< null if there is none
+    void showPage(OutputPage *page);                           ///< One of the pages.
+    [[nodiscard]] OutputPage *currentPage() const;             ///< null while the console is shown
     /// Deletes the pages with numbers above @p pageNum.
     void removePagesAfter(uint pageNum);
 

@@ -11,7 +11,7 @@
 namespace {
 QList<ExtensionCommand> commandsOf(IExtensionCommands *interface)
 {
-    return askPlugin("IExtensionCommands::commands", [&] { return interface->commands(); });
+    return askPlugin<&IExtensionCommands::commands>(interface);
 }
 
 MenuEntry entryOf(const ExtensionCommand &command, const QString &text)
@@ -23,13 +23,13 @@ MenuEntry entryOf(const ExtensionCommand &command, const QString &text)
 void execute(IExtensionCommands *interface, const ExtensionCommand &command)
 {
     if (command.enabled)
-        runPlugin("IExtensionCommands::execute", [&] { interface->execute(command.id); });
+        runPlugin<&IExtensionCommands::execute>(interface, command.id);
 }
 } // namespace
 
 QList<MenuEntry> buildExtensionEntries(const Project *project)
 {
-    const auto interface = queryInterface<IExtensionCommands>(project ? project->buildInterface() : nullptr);
+    const auto interface = queryPlugin<IExtensionCommands>(project ? project->buildInterface() : nullptr);
     if (!interface)
         return {};
     QList<MenuEntry> entries;
@@ -44,7 +44,7 @@ QList<QList<MenuEntry>> debugExtensionEntries(const Activity &activity)
     QList<QList<MenuEntry>> groups;
     const QList<QPointer<Project>> projects = activity.projects();
     for (const QPointer<Project> &project : projects) {
-        const auto interface = queryInterface<IExtensionCommands>(project ? project->executionInterface() : nullptr);
+        const auto interface = queryPlugin<IExtensionCommands>(project ? project->executionInterface() : nullptr);
         if (!interface)
             continue;
         const QString name = project->name();
@@ -59,7 +59,7 @@ QList<QList<MenuEntry>> debugExtensionEntries(const Activity &activity)
 
 void executeBuildExtension(const Project *project, int index)
 {
-    const auto interface = queryInterface<IExtensionCommands>(project ? project->buildInterface() : nullptr);
+    const auto interface = queryPlugin<IExtensionCommands>(project ? project->buildInterface() : nullptr);
     VARNEL_ASSERT_TEXT(interface, "commandsIFace");
     if (!interface)
         return;
@@ -73,7 +73,7 @@ void executeDebugExtension(const Activity &activity, int index)
     if (index < 0)
         return;
     for (const QPointer<Project> &project : activity.projects()) { // a command may close the workspace
-        const auto interface = queryInterface<IExtensionCommands>(project ? project->executionInterface() : nullptr);
+        const auto interface = queryPlugin<IExtensionCommands>(project ? project->executionInterface() : nullptr);
         if (!interface)
             continue;
         const QList<ExtensionCommand> commands = commandsOf(interface.get());

@@ -19,4 +19,7 @@ Q_SIGNALS:
     void sigBuildFinished(bool success);
     void sigFeedback(const QString &text);
     void sigXmlFeedback(const QString &xml);
+
+private:
+    [[nodiscard]] QByteArray id() const;
 };

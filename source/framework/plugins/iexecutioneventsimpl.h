@@ -2,6 +2,7 @@
 #include "executionstatus.h"
 #include "iexecutionevents.h"
 #include "interfaceobject.h"
+#include <functional>
 #include <QObject>
 
 /// The reports of an execution environment, as signals that have the environment as an argument. Starts with no
@@ -31,5 +32,7 @@ Q_SIGNALS:
     void sigBreakpointsChanged(IExecutionEnvironment *environment);
 
 private:
+    void report(const QByteArray &call, const std::function<void()> &deliver);
+
     IExecutionEnvironment *const m_environment;
 };

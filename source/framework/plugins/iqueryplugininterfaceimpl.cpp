@@ -6,13 +6,21 @@
 #include "project.h"
 #include "varnelassert.h"
 
-IQueryPluginInterfaceImpl::IQueryPluginInterfaceImpl(const Activity *activity, Project *selfProject)
-    : InterfaceObject(0), m_activity(activity), m_selfProject(selfProject)
+IQueryPluginInterfaceImpl::IQueryPluginInterfaceImpl(const Activity *activity, Project *selfProject, IHost *host)
+    : InterfaceObject(0), m_activity(activity), m_selfProject(selfProject), m_host(shareInterface(host))
 {
     VARNEL_ASSERT(selfProject);
 }
 
 IQueryPluginInterfaceImpl::~IQueryPluginInterfaceImpl() = default;
+
+QRESULT IQueryPluginInterfaceImpl::queryInterface(const QUuid &id, QUnknownInterface **out)
+{
+    if (id != IHost::Iid || !m_host)
+        return InterfaceObject::queryInterface(id, out);
+    *out = shareInterface(m_host.get()).release();
+    return QS_OK;
+}
 
 QRESULT IQueryPluginInterfaceImpl::queryInterface(const QUuid &id, QUnknownInterface **out, int index)
 {
@@ -22,7 +30,7 @@ QRESULT IQueryPluginInterfaceImpl::queryInterface(const QUuid &id, QUnknownInter
     const QList<QUnknownInterface *> hits = offers(id);
     for (QUnknownInterface *hit : hits) {
         if (--index > 0)
-            hit->release();
+            (void)askPlugin<&QUnknownInterface::release>(hit);
         else
             *out = hit; // plug-ins expect the last hit; an earlier one is overwritten, not released
     }
@@ -33,7 +41,7 @@ int IQueryPluginInterfaceImpl::interfaceCount(const QUuid &id)
 {
     const QList<QUnknownInterface *> hits = offers(id);
     for (QUnknownInterface *hit : hits)
-        hit->release();
+        (void)askPlugin<&QUnknownInterface::release>(hit);
     return int(hits.size());
 }
 
@@ -50,10 +58,7 @@ QList<QUnknownInterface *> IQueryPluginInterfaceImpl::offers(const QUuid &id) co
     QList<QUnknownInterface *> hits;
     for (QUnknownInterface *environment : std::as_const(environments)) {
         QUnknownInterface *hit = nullptr;
-        if (!environment)
-            continue;
-        const auto query = [&] { return environment->queryInterface(id, &hit) == QS_OK; };
-        if (askPlugin("IQueryPluginInterfaceImpl::queryInterface", query) && hit)
+        if (askPlugin<&QUnknownInterface::queryInterface>(environment, id, &hit) == QS_OK && hit && environment)
             hits.append(hit);
     }
     return hits;

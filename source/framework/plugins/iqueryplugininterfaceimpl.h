@@ -1,4 +1,5 @@
 #pragma once
+#include "ihost.h"
 #include "interfaceobject.h"
 #include "iqueryplugininterface.h"
 #include <QPointer>
@@ -11,10 +12,11 @@ class IQueryPluginInterfaceImpl : public InterfaceObject<IQueryPluginInterface>
 {
 public:
     /// @p selfProject, which must not be null, is the project that gets access.
-    IQueryPluginInterfaceImpl(const Activity *activity, Project *selfProject);
+    /// @p host, which may be null, is returned as the interface IHost of this object.
+    IQueryPluginInterfaceImpl(const Activity *activity, Project *selfProject, IHost *host = nullptr);
     ~IQueryPluginInterfaceImpl() override;
 
-    using InterfaceObject::queryInterface;
+    QRESULT queryInterface(const QUuid &id, QUnknownInterface **out) override;
     QRESULT queryInterface(const QUuid &id, QUnknownInterface **out, int index) override;
     int interfaceCount(const QUuid &id) override;
 
@@ -23,4 +25,5 @@ private:
 
     const QPointer<const Activity> m_activity;
     const QPointer<Project> m_selfProject;
+    const InterfacePtr<IHost> m_host;
 };

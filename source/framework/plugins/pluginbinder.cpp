@@ -6,6 +6,7 @@
 #include "ibuildenvironment.h"
 #include "ibuildeventsimpl.h"
 #include "iexecutioneventsimpl.h"
+#include "ihostimpl.h"
 #include "iperipherals.h"
 #include "iprojectimpl.h"
 #include "iqueryplugininterfaceimpl.h"
@@ -28,11 +29,32 @@ PluginBinder::PluginBinder(const Activity &activity, WindowServices &window, QOb
     connect(&activity, &Activity::projectLoaded, this, &PluginBinder::bindProjectPlugins);
     connect(&activity, &Activity::projectsChanged, this, &PluginBinder::notifyWorkspaceChanged);
     connect(&activity, &Activity::workspaceClosed, this, &PluginBinder::deleteExtensionDocks);
+    connect(&activity, &Activity::currentProjectChanged, this,
+            [this] { Q_EMIT currentProjectChanged(m_activity.currentProject()); });
+    setPluginFailureHandler([this](const PluginFailure &failure) { showFailure(failure); });
 }
 
 PluginBinder::~PluginBinder()
 {
+    setPluginFailureHandler({});
     deleteExtensionDocks();
+}
+
+/// Writes to the page to which the messages about failed commands refer. A failure that a plug-in repeats at each paint
+/// or event is written once in a while.
+void PluginBinder::showFailure(const PluginFailure &failure)
+{
+    constexpr int repeatAfter = 1000; // milliseconds
+    const QString plugin = failure.plugin.isEmpty() ? tr("A plug-in") : tr("The plug-in '%1'").arg(failure.plugin);
+    const QString text = tr("%1 has failed in %2: %3\n").arg(plugin, failure.operation, failure.text);
+    if (text == m_lastFailure && m_sinceFailure.isValid() && m_sinceFailure.elapsed() < repeatAfter)
+        return;
+    m_lastFailure = text;
+    m_sinceFailure.start();
+    static const QStringList buildInterfaces{u"IBuildEnvironment"_s, u"IDebugBuild"_s, u"IProjectPopulate"_s};
+    const bool builds = buildInterfaces.contains(failure.operation.section(u"::"_s, 0, 0));
+    if (OutputWindow *output = m_window.outputWindow())
+        output->outputLine(builds ? OutputWindow::Build : OutputWindow::Debug, text);
 }
 
 void PluginBinder::bindProjectPlugins(Project *project)
@@ -49,52 +71,52 @@ void PluginBinder::bindProjectPlugins(Project *project)
 
 void PluginBinder::bindBuildEnvironment(Project *project)
 {
+    const QPointer<Project> alive(project); // each call of the plug-in may close the workspace
     const auto environment = create<IBuildEnvironment>(
         project->buildEnvironment(), tr("The workspace contains a project that requires the %1 build environment, "
                                         "which is not installed.\nYou will not be able to build the project.")
                                          .arg(project->buildEnvironmentName()));
-    if (!environment)
+    if (!environment || !alive)
         return;
-    const QPointer<Project> alive(project);
     project->setBuildEnvironment(environment.get());
     auto events = makeBuildEvents(project);
     const QString option = project->buildEnvironmentOption();
-    if (!askPlugin("IBuildEnvironment::initialise", [&] { return environment->initialise(events.get(), option); }))
+    if (!askPlugin<&IBuildEnvironment::initialise>(environment, events.get(), option))
         inform(tr("The build system could not be initialised.\n\nPlease see Build Output window for details."));
     events.reset();
     if (!alive)
         return;
     const InterfacePtr<IProject> iproject(handOut<IProject, IProjectImpl>(project));
-    runPlugin("IBuildEnvironment::setProject", [&] { environment->setProject(iproject.get()); });
+    runPlugin<&IBuildEnvironment::setProject>(environment, iproject.get());
     if (alive)
-        introduceWorkspace(environment.get(), project);
+        introduceWorkspace(environment.get(), project, project->buildEnvironment());
 }
 
 void PluginBinder::bindExecutionEnvironment(Project *project)
 {
+    const QPointer<Project> alive(project);
     const auto environment = create<IExecutionEnvironment>(
         project->executionEnvironment(),
         tr("The workspace contains a project that requires the %1 execution environment, which is not installed.\n"
            "You will not be able to debug or run the project.")
             .arg(project->executionEnvironmentName()));
-    if (!environment)
+    if (!environment || !alive)
         return;
-    const QPointer<Project> alive(project);
     project->setExecutionEnvironment(environment.get());
     const auto events = makeExecutionEvents(project, environment.get());
     const InterfacePtr<IProject> iproject(handOut<IProject, IProjectImpl>(project));
     const QString option = project->executionEnvironmentOption();
-    if (!askPlugin("IExecutionEnvironment::initialise",
-                   [&] { return environment->initialise(iproject.get(), events.get(), option); }))
+    if (!askPlugin<&IExecutionEnvironment::initialise>(environment, iproject.get(), events.get(), option))
         inform(tr("The debugger could not be initialised.\n\nPlease see Debug Output window for details."));
     QAction *peripherals = m_window.action(u"debugTogglePeripheralWindow"_s);
-    if (peripherals && queryInterface<IPeripherals>(environment.get()))
+    if (peripherals && queryPlugin<IPeripherals>(environment.get()))
         peripherals->setVisible(true);
     if (!alive)
         return;
-    if (const auto docks = queryInterface<IDockExtension>(environment.get()))
+    if (const auto docks = queryPlugin<IDockExtension>(environment.get()); docks && alive)
         addPluginDockWindows(docks.get(), project);
-    introduceWorkspace(environment.get(), project);
+    if (alive)
+        introduceWorkspace(environment.get(), project, project->executionEnvironment());
 }
 
 /// A new object of the plug-in @p feature as its interface Environment. A plug-in that has another main interface is
@@ -107,14 +129,15 @@ InterfacePtr<Environment> PluginBinder::create(const QString &feature, const QSt
         inform(ifMissing);
         return nullptr;
     }
-    return queryInterface<Environment>(object.get());
+    return queryPlugin<Environment>(object.get());
 }
 
-InterfacePtr<IBuildEvents> PluginBinder::makeBuildEvents(const Project *project)
+InterfacePtr<IBuildEvents> PluginBinder::makeBuildEvents(Project *project)
 {
     auto *events = new IBuildEventsImpl;
     connect(events, &IBuildEventsImpl::sigBuildFinished, this, &PluginBinder::buildFinished);
-    connect(events, &IBuildEventsImpl::sigXmlFeedback, this, &PluginBinder::xmlFeedback);
+    connect(events, &IBuildEventsImpl::sigXmlFeedback, this,
+            [this, project](const QString &xml) { Q_EMIT xmlFeedback(xml, project); });
     connect(events, &IBuildEventsImpl::sigFeedback, m_window.outputWindow()->page(OutputWindow::Build),
             qOverload<const QString &>(&OutputPage::outputLine));
     // reports of a plug-in object that outlives its project, because of another reference, are ignored
@@ -136,35 +159,45 @@ InterfacePtr<IExecutionEvents> PluginBinder::makeExecutionEvents(const Project *
     return shareInterface<IExecutionEvents>(events);
 }
 
-void PluginBinder::introduceWorkspace(QUnknownInterface *environment, Project *project)
+void PluginBinder::introduceWorkspace(QUnknownInterface *environment, Project *project, const QString &feature)
 {
-    const auto client = queryInterface<IWorkspaceClient>(environment);
-    if (!client)
+    const QPointer<Project> alive(project);
+    const auto client = queryPlugin<IWorkspaceClient>(environment);
+    if (!client || !alive)
         return;
-    const auto query = shareInterface(new IQueryPluginInterfaceImpl(&m_activity, project));
-    runPlugin("IWorkspaceClient::setQueryInterface", [&] { client->setQueryInterface(query.get()); });
+    const QString group = u"Plugins/"_s + QString(feature).remove(u'{').remove(u'}') + u'/';
+    auto *host = new IHostImpl(this, m_window, project, group);
+    const auto query = shareInterface(new IQueryPluginInterfaceImpl(&m_activity, project, host));
+    runPlugin<&IWorkspaceClient::setQueryInterface>(client, query.get());
 }
 
 void PluginBinder::notifyWorkspaceChanged() const
 {
     std::vector<InterfacePtr<IWorkspaceClient>> clients;
     for (const QPointer<Project> &project : m_activity.projects()) {
-        clients.push_back(queryInterface<IWorkspaceClient>(project->buildInterface()));
-        clients.push_back(queryInterface<IWorkspaceClient>(project->executionInterface()));
+        if (project)
+            clients.push_back(queryPlugin<IWorkspaceClient>(project->buildInterface()));
+        if (project)
+            clients.push_back(queryPlugin<IWorkspaceClient>(project->executionInterface()));
     }
     for (const auto &client : clients) {
         if (client)
-            runPlugin("IWorkspaceClient::workspaceChanged", [&] { client->workspaceChanged(); });
+            runPlugin<&IWorkspaceClient::workspaceChanged>(client);
     }
 }
 
 void PluginBinder::addPluginDockWindows(IDockExtension *iface, const Project *project)
 {
     m_window.saveDockLayout();
-    QList<QWidget *> widgets = askPlugin("IDockExtension::widgets", [&] { return iface->widgets(); });
+    const QPointer<const Project> alive(project);
+    QList<QWidget *> widgets = askPlugin<&IDockExtension::widgets>(iface);
+    if (!alive)
+        return;
     widgets.removeAll(nullptr);
-    for (QWidget *widget : std::as_const(widgets))
-        addDockWindow(widget, project);
+    for (QWidget *widget : std::as_const(widgets)) {
+        if (!widget->parentWidget()) // otherwise it is listed twice, or belongs to another window
+            addDockWindow(widget, project);
+    }
     if (!widgets.isEmpty())
         m_dockOwners.push_back(shareInterface(iface));
     m_window.restoreDockLayout();
@@ -187,6 +220,21 @@ void PluginBinder::addDockWindow(QWidget *widget, const Project *project)
     dock->setWidget(widget); // this also shows the widget
     dock->hide();
     m_extensionDocks.append(dock);
+}
+
+void PluginBinder::addOptionsPage(IOptionsPage *page, const Project *project)
+{
+    m_optionsPages.emplace_back(project, shareInterface(page));
+    connect(project, &QObject::destroyed, this,
+            [this] { std::erase_if(m_optionsPages, [](const auto &entry) { return !entry.first; }); });
+}
+
+std::vector<InterfacePtr<IOptionsPage>> PluginBinder::optionsPages() const
+{
+    std::vector<InterfacePtr<IOptionsPage>> pages;
+    for (const auto &[project, page] : m_optionsPages)
+        pages.push_back(shareInterface(page.get()));
+    return pages;
 }
 
 QList<QDockWidget *> PluginBinder::extensionDocks() const

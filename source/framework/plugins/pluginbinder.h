@@ -2,6 +2,8 @@
 #include "dynamicmenus.h"
 #include "executionstatus.h"
 #include "idockextension.h"
+#include "ihost.h"
+#include <QElapsedTimer>
 #include <QObject>
 #include <QPointer>
 #include <vector>
@@ -12,6 +14,7 @@ class IExecutionEvents;
 class IPluginObject;
 class Project;
 class QDockWidget;
+struct PluginFailure;
 class WindowServices;
 
 /// Creates the plug-in objects that projects name, forwards their reports, and owns their dock windows.
@@ -37,9 +40,15 @@ public:
     /// To be called at the end of the workspace, after its projects were deleted.
     void deleteExtensionDocks();
 
-Q_SIGNALS: // the reports of the environments
+    /// Adds a page to the options dialog until @p project is deleted.
+    void addOptionsPage(IOptionsPage *page, const Project *project);
+    [[nodiscard]] std::vector<InterfacePtr<IOptionsPage>> optionsPages() const;
+
+Q_SIGNALS:
+    void currentProjectChanged(const Project *project);
+    // the reports of the environments
     void buildFinished(bool success);
-    void xmlFeedback(const QString &xml);
+    void xmlFeedback(const QString &xml, Project *project);
     void processorStatusChanged(IExecutionEnvironment::ProcessorStatus status, IExecutionEnvironment *environment);
     void programStatusChanged(IExecutionEnvironment::ProgramStatus status, IExecutionEnvironment *environment);
     void statusInfo(const QString &text, int position, IExecutionEnvironment *environment);
@@ -50,17 +59,21 @@ private:
     void bindExecutionEnvironment(Project *project);
     template <typename Environment>
     [[nodiscard]] InterfacePtr<Environment> create(const QString &feature, const QString &ifMissing);
-    [[nodiscard]] InterfacePtr<IBuildEvents> makeBuildEvents(const Project *project);
+    [[nodiscard]] InterfacePtr<IBuildEvents> makeBuildEvents(Project *project);
     [[nodiscard]] InterfacePtr<IExecutionEvents> makeExecutionEvents(const Project *project,
                                                                      IExecutionEnvironment *environment);
     void notifyWorkspaceChanged() const;
-    void introduceWorkspace(QUnknownInterface *environment, Project *project);
+    void introduceWorkspace(QUnknownInterface *environment, Project *project, const QString &feature);
     void addDockWindow(QWidget *widget, const Project *project);
     [[nodiscard]] bool hasExtensionDock(const QString &name) const;
     void inform(const QString &text);
+    void showFailure(const PluginFailure &failure);
 
     const Activity &m_activity;
     WindowServices &m_window;
+    QString m_lastFailure;
+    QElapsedTimer m_sinceFailure;
     QList<QPointer<QDockWidget>> m_extensionDocks;
+    std::vector<std::pair<QPointer<const Project>, InterfacePtr<IOptionsPage>>> m_optionsPages;
     std::vector<InterfacePtr<IDockExtension>> m_dockOwners; ///< kept until their widgets are deleted
 };

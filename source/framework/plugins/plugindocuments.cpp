@@ -1,6 +1,7 @@
 #include "plugindocuments.h"
 #include "baseindent.h"
 #include "callplugin.h"
+#include "guardedtemplate.h"
 #include "icustomdocumentplugin.h"
 #include "itextdocumentplugin.h"
 #include "pluginfactory.h"
@@ -13,33 +14,41 @@ using TemplatePtr = std::unique_ptr<DocumentTemplate>;
 
 TemplatePtr customTemplate(IPluginObject *object, const FormatTable *)
 {
-    const auto plugin = queryInterface<ICustomDocumentPlugin>(object);
+    const auto plugin = queryPlugin<ICustomDocumentPlugin>(object);
     VARNEL_ASSERT_TEXT(plugin, "cdt");
-    return TemplatePtr(plugin ? plugin->documentTemplate() : nullptr);
+    return guardedTemplate(TemplatePtr(askPlugin<&ICustomDocumentPlugin::documentTemplate>(plugin)));
 }
 
 TemplatePtr textTemplate(IPluginObject *object, const FormatTable *formats)
 {
-    const auto plugin = queryInterface<ITextDocumentPlugin>(object);
+    const auto plugin = queryPlugin<ITextDocumentPlugin>(object);
     VARNEL_ASSERT_TEXT(plugin, "tdt");
     if (!plugin)
         return nullptr;
-    std::unique_ptr<SyntaxHighlighter> highlighter(plugin->syntaxHighlighter());
+    const auto title = tryPlugin<&ITextDocumentPlugin::title>(plugin);
+    const auto description = tryPlugin<&ITextDocumentPlugin::description>(plugin);
+    const auto extensions = tryPlugin<&ITextDocumentPlugin::extensions>(plugin);
+    const auto icon = tryPlugin<&ITextDocumentPlugin::icon>(plugin);
+    const auto made = tryPlugin<&ITextDocumentPlugin::syntaxHighlighter>(plugin);
+    std::unique_ptr<SyntaxHighlighter> highlighter(made.value_or(nullptr));
+    const auto madeIndenter = tryPlugin<&ITextDocumentPlugin::indenter>(plugin);
+    std::unique_ptr<TextIndent> indenter(madeIndenter.value_or(nullptr));
+    if (!title || !description || !extensions || !icon || !made || !madeIndenter)
+        return nullptr; // it has thrown an exception
     if (!highlighter)
         highlighter = std::make_unique<SyntaxHighlighter>();
     highlighter->setFormats(formats);
-    std::unique_ptr<TextIndent> indenter(plugin->indenter());
     if (!indenter)
         indenter = std::make_unique<BaseIndent>();
-    return std::make_unique<TextDocumentTemplate>(plugin->title(), plugin->description(), QIcon(plugin->icon()),
-                                                  plugin->extensions(), std::move(highlighter), std::move(indenter));
+    return std::make_unique<TextDocumentTemplate>(*title, *description, QIcon(*icon), *extensions,
+                                                  std::move(highlighter), std::move(indenter));
 }
 
 TemplatePtr templateOf(const PluginSource &plugins, const QString &feature, int type,
                        TemplatePtr (*make)(IPluginObject *, const FormatTable *), const FormatTable *formats)
 {
     const InterfacePtr<IPluginObject> object(plugins.create(feature));
-    return object && object->type() == type ? make(object.get(), formats) : nullptr;
+    return tryPlugin<&IPluginObject::type>(object) == type ? make(object.get(), formats) : nullptr;
 }
 } // namespace
 
@@ -48,12 +57,10 @@ void addPluginDocuments(const PluginSource &plugins, Workspace *workspace, const
 {
     const auto addAll = [&](int type, auto make) {
         for (const QString &feature : plugins.features) {
-            TemplatePtr docTemplate =
-                askPlugin("addPluginDocuments", [&] { return templateOf(plugins, feature, type, make, formats); });
+            TemplatePtr docTemplate = templateOf(plugins, feature, type, make, formats);
             if (!docTemplate)
                 continue;
-            const QString extension =
-                askPlugin("DocumentTemplate::extension", [&] { return docTemplate->extension(); });
+            const QString extension = docTemplate->extension();
             if (!sourceExtensions->contains(extension))
                 sourceExtensions->append(extension);
             workspace->addTemplate(docTemplate.release());

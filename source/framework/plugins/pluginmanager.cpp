@@ -1,15 +1,80 @@
 #include "pluginmanager.h"
 #include "callplugin.h"
+#include "editorversion.h"
 #include "pluginfactory.h"
+#include <algorithm>
+#include <QCoreApplication>
 #include <QDir>
+#include <QHash>
 #include <QJsonObject>
 #include <QLibrary>
 #include <QPluginLoader>
+#include <QRegularExpression>
 
 using namespace Qt::StringLiterals;
 
-PluginManager::PluginManager(const QStringList &directories, const QString &ownDirectory)
+namespace {
+struct Text
 {
+    Q_DECLARE_TR_FUNCTIONS(PluginManager)
+};
+
+/// The names of the loaded plug-ins by the paths of their libraries, for the reports of their failures.
+QHash<QString, QString> &loadedNames()
+{
+    static QHash<QString, QString> names;
+    return names;
+}
+
+QString nameOfLibrary(const QString &library)
+{
+    return loadedNames().value(QFileInfo(library).canonicalFilePath());
+}
+
+/// The loader's reason in the words of the user, if another version of the editor's classes is the cause.
+QString reasonOf(const QString &loaderError)
+{
+    static const QRegularExpression otherVersion(
+        u"libvarnel_workspace\\.so\\.(\\d+\\.\\d+)|varnelEditor_(\\d+_\\d+)"_s);
+    const QRegularExpressionMatch match = otherVersion.match(loaderError);
+    if (!match.hasMatch())
+        return loaderError;
+    const QString version = QString(match.captured(1) + match.captured(2)).replace(u'_', u'.');
+    return Text::tr("It was built with version %1 of the editor classes, and this is version %2. Build it again.")
+        .arg(version, QStringLiteral(VARNEL_EDITOR_VERSION_TEXT));
+}
+
+QString reasonOf(QObject *root, const QPluginLoader &loader)
+{
+    if (!root)
+        return reasonOf(loader.errorString());
+    if (dynamic_cast<IPluginFactory *>(root))
+        return Text::tr("The class of its root object, %1, lacks Q_INTERFACES(IPluginFactory).")
+            .arg(QString::fromLatin1(root->metaObject()->className()));
+    return Text::tr("Its root object is not an IPluginFactory.");
+}
+} // namespace
+
+QStringList pluginDirectories(const QString &environment, const QString &user, const QString &installation,
+                              const QStringList &libraryPaths)
+{
+    const QStringList all =
+        environment.split(QDir::listSeparator(), Qt::SkipEmptyParts) + QStringList{user, installation} + libraryPaths;
+    QStringList directories;
+    QSet<QString> known;
+    for (const QString &directory : all) {
+        const QString canonical = QDir(directory).canonicalPath();
+        if (!canonical.isEmpty() && !known.contains(canonical))
+            directories.append(directory);
+        known.insert(canonical);
+    }
+    return directories;
+}
+
+PluginManager::PluginManager(const QStringList &directories, const QString &ownDirectory, const QStringList &disabled)
+    : m_disabled(disabled)
+{
+    setPluginNames(nameOfLibrary);
     for (const QString &directory : directories)
         loadDirectory(directory, directory != ownDirectory);
 }
@@ -31,29 +96,68 @@ void PluginManager::loadLibrary(const QString &file, bool reportStrangers)
         return;
     if (!metaData.isEmpty() && metaData.value("IID"_L1) != QLatin1StringView(VarnelPluginFactoryIid))
         return; // another component of the toolkit
+    const QFileInfo info(file);
+    PluginLibrary library;
+    library.path = info.canonicalFilePath();
+    library.name = info.completeBaseName();
+    library.enabled = !m_disabled.contains(library.path);
+    const auto isSame = [&](const PluginLibrary &other) { return other.path == library.path; };
+    if (std::ranges::any_of(m_libraries, isSame))
+        return;
+    if (library.enabled)
+        library.problem = load(file, loader, library);
+    m_libraries.append(library);
+}
+
+/// Returns the problem, which has been reported on the warning channel.
+QString PluginManager::load(const QString &file, QPluginLoader &loader, PluginLibrary &library)
+{
     loader.setLoadHints(QLibrary::PreventUnloadHint
                         | QLibrary::ResolveAllSymbolsHint); // a call of a missing function would end the program
     const QByteArray operation = "PluginManager::loadLibrary (" + QFile::encodeName(file) + ')';
+    QString thrown = Text::tr("It has thrown an exception.");
     QObject *root = nullptr;
     if (!runPlugin(operation, [&] { root = loader.instance(); }))
-        return;
+        return thrown;
     auto *factory = qobject_cast<IPluginFactory *>(root);
     if (!factory) {
-        qWarning("PluginManager::loadLibrary: Cannot load plug-in (%s): %s", qPrintable(file),
-                 qPrintable(loader.errorString()));
-        return;
+        QString reason = reasonOf(root, loader);
+        qWarning("PluginManager::loadLibrary: Cannot load plug-in (%s): %s", qPrintable(file), qPrintable(reason));
+        return reason;
     }
-    QStringList features;
     const auto introduce = [&] {
-        features = factory->featureList();
-        static_cast<void>(factory->name()); // if this throws, the splash screen could not call it either
+        library.features = factory->featureList();
+        library.name = factory->name();
     };
-    if (!runPlugin(operation, introduce))
-        return;
-    for (const QString &feature : features) {
-        if (!this->factory(feature))
-            m_features.append({feature, factory});
+    if (!runPlugin(operation, introduce)) {
+        library.features.clear();
+        return thrown;
     }
+    loadedNames().insert(library.path, library.name);
+    return addFeatures(factory, library);
+}
+
+/// The library that was found first keeps a feature.
+QString PluginManager::addFeatures(IPluginFactory *factory, const PluginLibrary &library)
+{
+    QStringList problems;
+    for (const QString &feature : library.features) {
+        if (!this->factory(feature)) {
+            m_features.append({feature, factory});
+        } else if (const QString owner = ownerOf(feature); !owner.isEmpty()) {
+            qWarning("PluginManager::loadLibrary: Feature %s of %s is taken from %s", qPrintable(feature),
+                     qPrintable(library.path), qPrintable(owner));
+            problems += Text::tr("The feature %1 is taken from %2.").arg(feature, owner);
+        }
+    }
+    return problems.join(u' ');
+}
+
+QString PluginManager::ownerOf(const QString &feature) const
+{
+    const auto offers = [&](const PluginLibrary &library) { return library.features.contains(feature); };
+    const auto found = std::ranges::find_if(m_libraries, offers);
+    return found == m_libraries.end() ? QString() : found->path;
 }
 
 QStringList PluginManager::featureList() const
@@ -72,6 +176,5 @@ IPluginFactory *PluginManager::factory(const QString &feature) const
 
 IPluginObject *PluginManager::create(const QString &feature) const
 {
-    IPluginFactory *maker = factory(feature);
-    return maker ? askPlugin("IPluginFactory::create", [&] { return maker->create(feature); }) : nullptr;
+    return askPlugin<&IPluginFactory::create>(factory(feature), feature);
 }

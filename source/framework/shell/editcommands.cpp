@@ -142,8 +142,7 @@ void EditCommands::gotoLine()
 int EditCommands::lineOfSymbol(const QString &symbol) const
 {
     const Activity::Environment environment = m_activity.currentEnvironment();
-    const auto mapping = queryInterface<ISourceMapping>(environment.get());
+    const auto mapping = queryPlugin<ISourceMapping>(environment.get());
     uint address = 0;
-    const auto ask = [&] { return mapping->symbolAddress(symbol, address); };
-    return mapping && askPlugin("ISourceMapping::symbolAddress", ask) ? lineOfAddress(address) : 0;
+    return askPlugin<&ISourceMapping::symbolAddress>(mapping, symbol, address) ? lineOfAddress(address) : 0;
 }

@@ -46,6 +46,7 @@ HelpCommands::HelpCommands(const Activity &activity, WindowServices &window, Pro
     , m_directory(files.directory)
     , m_contents(new HelpWidget(files, window))
 {
+    m_contents->showSearchRow();
     m_window.navigator()->setHelpWidget(m_contents.get());
     for (DocumentTemplate *docTemplate : m_window.workspace()->templates()) {
         if (auto *help = qobject_cast<HelpDocumentTemplate *>(docTemplate))

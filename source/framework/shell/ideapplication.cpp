@@ -5,6 +5,7 @@
 #include "pictures.h"
 #include "pluginfactory.h"
 #include "pluginmanager.h"
+#include "pluginsdialog.h"
 #include "scriptdirectories.h"
 #include "translation.h"
 #include "uidocument.h"
@@ -17,6 +18,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 IDEApplication *theApplication = nullptr;
+const QString disabledPluginsKey = u"Plugins/Disabled"_s;
 
 bool isAbsolutePicture(const QString &name)
 {
@@ -35,6 +37,16 @@ PictureFiles pictureFiles(const QDir &root, const QString &name)
 void warnOfMissingPixmap(const QString &name)
 {
     qWarning("IDEApplication::loadPixmap: cannot find pixmap (%s)", qPrintable(name));
+}
+
+/// The receiver, or the nearest of its parents, that belongs to a plug-in is to blame.
+void reportEscaped(const QPointer<QObject> &receiver, const char *what)
+{
+    const QObject *object = receiver;
+    while (object && pluginOf(object).isEmpty() && object->parent())
+        object = object->parent();
+    const QByteArray name(receiver ? receiver->metaObject()->className() : "QObject");
+    warnOfException(name + "::event", what, object);
 }
 } // namespace
 
@@ -149,14 +161,38 @@ std::unique_ptr<QDialog> IDEApplication::aboutBox() const
                             tr("%1 (Multi-processor support enabled)").arg(version()));
 }
 
+void IDEApplication::editPlugins(QWidget *parent)
+{
+    PluginsDialog dialog(m_pluginManager->libraries(), m_settings->value(disabledPluginsKey).toStringList(), parent);
+    if (dialog.exec() == QDialog::Accepted)
+        m_settings->setValue(disabledPluginsKey, dialog.disabled());
+}
+
+bool IDEApplication::notify(QObject *receiver, QEvent *event)
+{
+    const QPointer<QObject> called(receiver); // which may be deleted by its event
+    try {
+        return QApplication::notify(receiver, event);
+    } catch (const std::exception &exception) {
+        reportEscaped(called, exception.what());
+    } catch (...) {
+        reportEscaped(called, "unknown exception");
+    }
+    return false;
+}
+
 void IDEApplication::loadPlugins()
 {
-    m_pluginManager = std::make_unique<PluginManager>(libraryPaths(), applicationDirPath());
+    const auto directory = [this](PathId id) { return path(id).filePath(u"plugins"_s); };
+    m_pluginManager = std::make_unique<PluginManager>(
+        pluginDirectories(qEnvironmentVariable("QT_PLUGIN_PATH"), directory(PathUserData), directory(PathPlugInRoot),
+                          libraryPaths()),
+        applicationDirPath(), m_settings->value(disabledPluginsKey).toStringList());
     int x = 15;
     const QStringList features = m_pluginManager->featureList();
     for (const QString &feature : features) {
         IPluginFactory *factory = m_pluginManager->factory(feature);
-        const QString name = factory->name();
+        const QString name = askPlugin<&IPluginFactory::name>(factory);
         if (m_pluginNames.contains(name))
             continue;
         m_pluginNames.append(name);
@@ -168,13 +204,13 @@ void IDEApplication::loadPlugins()
 /// Adds a plug-in's logo and name to the row along the bottom of the splash screen.
 void IDEApplication::paintLogo(IPluginFactory *factory, int *x)
 {
-    const QPixmap logo = askPlugin("IPluginFactory::logo", [&] { return factory->logo(); });
+    const QPixmap logo = askPlugin<&IPluginFactory::logo>(factory);
     const int height = m_splash->height();
     QPixmap picture = m_splash->pixmap();
     QPainter painter(&picture);
     painter.setFont(m_splash->font());
     painter.drawPixmap(*x, height - 1 - 49, logo);
-    painter.drawText(*x - 10, height - 1 - 4, factory->name());
+    painter.drawText(*x - 10, height - 1 - 4, m_pluginNames.last());
     painter.end();
     *x += 40 + qRound(logo.deviceIndependentSize().width());
     m_splash->setPixmap(picture);

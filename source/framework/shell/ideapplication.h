@@ -51,6 +51,11 @@ public:
     /// A new plug-in object with one reference for the caller; null if no plug-in offers @p feature.
     [[nodiscard]] IPluginObject *createPlugin(const QString &feature) const;
 
+    /// Shows the plug-in libraries. The user can switch them off and on for the next start.
+    void editPlugins(QWidget *parent);
+    /// Delivers an event. An exception of its receiver, for example of a plug-in's slot, is reported and ends here.
+    bool notify(QObject *receiver, QEvent *event) override;
+
     [[nodiscard]] MainWindow *mainWidget() const;
     void setMainWidget(MainWindow *window);
 

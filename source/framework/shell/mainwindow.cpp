@@ -112,8 +112,7 @@ void MainWindow::lookupSource(const QString &file, int line, int column)
     if (!openFile(file, false))
         return;
     m_parts->viewManager->gotoLine(line, true);
-    if (auto *text = qobject_cast<TextView *>(m_parts->viewManager->currentView()); text && column > 1)
-        text->gotoColumn(column);
+    m_parts->viewManager->gotoColumn(column);
 }
 
 void MainWindow::runPyFile(const QString &file)

@@ -145,6 +145,7 @@ public Q_SLOTS:
     void helpPrevious();
     void helpNext();
     void helpAbout();
+    void helpPlugins();
     void helpReport();
 
     void openFile(const QString &path) { openFile(path, false); }

@@ -496,6 +496,11 @@ void MainWindow::helpReport()
     m_parts->helpCommands->reportProblem();
 }
 
+void MainWindow::helpPlugins()
+{
+    IDEApplication::instance()->editPlugins(this);
+}
+
 void MainWindow::find(const QString &text, bool matchCase, bool matchWord, bool forward, bool startAtCursor)
 {
     m_parts->findCommands->find(text, matchCase, matchWord, forward, startAtCursor);

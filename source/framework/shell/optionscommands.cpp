@@ -1,4 +1,5 @@
 #include "optionscommands.h"
+#include "callplugin.h"
 #include "debugoptions.h"
 #include "documentkinds.h"
 #include "formatchoice.h"
@@ -20,6 +21,38 @@ const auto VirtualEnvironmentKey = u"Python/VirtualEnvironment"_s;
 const auto AddressKey = u"Startup/AutomationAddress"_s;
 const auto LanguageKey = u"Startup/Language"_s;
 const auto StartPageKey = u"Startup/StartPage"_s;
+
+/// A page of a plug-in in the dialog.
+struct PluginPage
+{
+    IOptionsPage *owner;
+    QPointer<QWidget> widget;
+};
+
+QList<PluginPage> addPluginPages(const std::vector<InterfacePtr<IOptionsPage>> &pages, OptionsDialog &dialog)
+{
+    QList<PluginPage> shown;
+    QStringList titles;
+    for (const auto &page : pages) {
+        const QString title = askPlugin<&IOptionsPage::title>(page);
+        if (title.isEmpty() || titles.contains(title))
+            continue; // another project has the same plug-in
+        if (QWidget *widget = askPlugin<&IOptionsPage::createPage>(page)) {
+            dialog.addPage(widget, title);
+            shown.append({page.get(), widget});
+            titles.append(title);
+        }
+    }
+    return shown;
+}
+
+void applyPluginPages(const QList<PluginPage> &shown)
+{
+    for (const PluginPage &page : shown) {
+        if (page.widget)
+            runPlugin<&IOptionsPage::apply>(page.owner, page.widget.data());
+    }
+}
 
 /// Stores a value that the user has changed; nothing removes the key.
 template <typename T>
@@ -79,9 +112,15 @@ void OptionsCommands::showOptions(const QString &page)
     m_dialog = dialog;
     dialog->showPage(page);
     connectTools(dialog->toolsPage());
+    const auto pages = m_pages ? m_pages() : std::vector<InterfacePtr<IOptionsPage>>();
+    const auto shown = addPluginPages(pages, *dialog);
     const int result = dialog->exec();
     if (!self || !dialog)
         return; // the window was closed meanwhile
+    if (result == QDialog::Accepted)
+        applyPluginPages(shown);
+    if (!self || !dialog)
+        return; // a plug-in may close the window
     const OptionValues values = dialog->values();
     delete dialog;
     if (result == QDialog::Accepted)

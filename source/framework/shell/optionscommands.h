@@ -1,9 +1,12 @@
 #pragma once
+#include "ihost.h"
 #include "optionvalues.h"
 #include "shortcuts.h"
+#include <functional>
 #include <QDir>
 #include <QObject>
 #include <QPointer>
+#include <vector>
 class DebugOptions;
 class OptionsDialog;
 class QSettings;
@@ -25,6 +28,9 @@ public:
     /// time.
     void showOptions(const QString &page = {});
 
+    /// The pages of plug-ins, which are asked for when the dialog is opened.
+    void setPages(const std::function<std::vector<InterfacePtr<IOptionsPage>>()> &pages) { m_pages = pages; }
+
 Q_SIGNALS:
     /// The formats or the editor's settings have changed: all views must be refreshed in full.
     void appearanceChanged();
@@ -40,6 +46,7 @@ private:
     TextFormats &m_formats;
     DebugOptions &m_debugOptions;
     ToolsCommands &m_tools;
+    std::function<std::vector<InterfacePtr<IOptionsPage>>()> m_pages;
     Shortcuts m_shortcuts;
     QPointer<OptionsDialog> m_dialog; ///< null while it is not shown
 };

@@ -1,5 +1,6 @@
 #include "projectcommands.h"
 #include "activity.h"
+#include "callplugin.h"
 #include "document.h"
 #include "editproperties.h"
 #include "lastdirectories.h"
@@ -19,6 +20,7 @@
 #include <QAction>
 #include <QCoreApplication>
 #include <QFileInfo>
+#include <QTimer>
 
 using namespace Qt::StringLiterals;
 
@@ -232,7 +234,11 @@ bool ProjectCommands::closeWorkspace()
 {
     if (!m_activity.workspace())
         return true;
-    if (m_activity.state() >= StateRunning)
+    if (isInsidePluginCall()) { // its callers still use projects and views
+        QTimer::singleShot(0, this, &ProjectCommands::closeWorkspace);
+        return false;
+    }
+    if (std::max(m_activity.state(), m_activity.stateBehindBuild()) >= StateRunning)
         Q_EMIT sessionEndRequested();
     const QPointer<ProjectWorkspace> asked(m_activity.workspace());
     if (!offerToSave())

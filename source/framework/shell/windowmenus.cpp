@@ -139,7 +139,7 @@ void WindowMenus::updateDebugMenu()
     DynamicMenus::fillGroupsAtEnd(m_parts.ui.menu(u"debugMenu"_s), debugExtensionEntries(m_parts.activity),
                                   [this](int i) { executeDebugExtension(m_parts.activity, i); });
     const Activity::Environment environment = m_parts.activity.currentEnvironment();
-    m_parts.ui.setActionEnabled(u"debugViewDisassembly"_s, queryInterface<IDisassembly>(environment.get()) != nullptr);
+    m_parts.ui.setActionEnabled(u"debugViewDisassembly"_s, queryPlugin<IDisassembly>(environment.get()) != nullptr);
 }
 
 void WindowMenus::updateDebugWindowsMenu()

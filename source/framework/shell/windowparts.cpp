@@ -254,6 +254,7 @@ void WindowParts::setUpCommands()
     toolsCommands = std::make_unique<ToolsCommands>(activity, services);
     optionsCommands = std::make_unique<OptionsCommands>(services, application()->path(PathConfig), formats.formats(),
                                                         debugControl->options(), *toolsCommands);
+    optionsCommands->setPages([this] { return pluginBinder->optionsPages(); });
     zoomCommands = std::make_unique<ZoomCommands>(services);
     contextHelp = std::make_unique<ContextHelp>(application()->path(PathConfig).filePath(u"helppages.xml"_s), &window);
     QObject::connect(contextHelp.get(), &ContextHelp::pageRequested, helpCommands.get(), &HelpCommands::showPage);
@@ -283,7 +284,7 @@ void WindowParts::connectReports() const
     const PluginBinder *binder = pluginBinder.get();
     const DebugControl *debug = debugControl.get();
     QObject::connect(binder, &PluginBinder::buildFinished, buildControl.get(), &BuildControl::buildFinished);
-    QObject::connect(binder, &PluginBinder::xmlFeedback, buildControl.get(), &BuildControl::xmlFeedback);
+    QObject::connect(binder, &PluginBinder::xmlFeedback, buildControl.get(), &BuildControl::replaceContents);
     QObject::connect(binder, &PluginBinder::programStatusChanged, debug, &DebugControl::programStatusChanged);
     QObject::connect(binder, &PluginBinder::statusInfo, debug, &DebugControl::statusInfo);
     QObject::connect(binder, &PluginBinder::breakpointsChanged, debug, &DebugControl::breakpointsChanged);

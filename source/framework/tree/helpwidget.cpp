@@ -46,7 +46,7 @@ HelpWidget::HelpWidget(const HelpFiles &files, WindowServices &window, QWidget *
     : QWidget(parent), m_files(files), m_window(window), m_ui(std::make_unique<Ui::HelpWidgetBase>()), m_index(this)
 {
     m_ui->setupUi(this);
-    for (QWidget *widget : std::initializer_list<QWidget *>{m_ui->SearchLabel, m_ui->SearchEdit, m_ui->SearchButton})
+    for (QWidget *widget : searchRow())
         widget->hide();
     loadIndexes();
     connect(m_ui->HelpListView, &QTreeWidget::itemClicked, this,
@@ -163,6 +163,17 @@ void HelpWidget::slotSelectionChanged(ListViewItem *item)
 }
 
 // Search ------------------------------------------------------------------
+
+QList<QWidget *> HelpWidget::searchRow() const
+{
+    return {m_ui->SearchLabel, m_ui->SearchEdit, m_ui->SearchButton};
+}
+
+void HelpWidget::showSearchRow()
+{
+    for (QWidget *widget : searchRow())
+        widget->show();
+}
 
 QString HelpWidget::searchText() const
 {

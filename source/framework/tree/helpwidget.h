@@ -28,7 +28,9 @@ public:
     ~HelpWidget() override; ///< Also deletes the results pages.
 
     [[nodiscard]] QString searchText() const;
-    /// Searches for @p text as if it were typed into the search row, which is hidden.
+    /// Shows the search row, which is hidden until then.
+    void showSearchRow();
+    /// Searches for @p text as if it were typed into the search row.
     void search(const QString &text);
 
 public Q_SLOTS:
@@ -45,6 +47,8 @@ Q_SIGNALS:
     void nextAvailable(bool available);
 
 private:
+    [[nodiscard]] QList<QWidget *> searchRow() const;
+
     // Contents
     void loadIndexes();
     void addEntry(ListViewItem *parent, const HelpEntry &entry);

@@ -14,8 +14,7 @@ public:
 protected:
     DebugPane *createWidget(QWidget *parent, IExecutionEnvironment *environment, bool force) override
     {
-        const auto found =
-            askPlugin("IExecutionEnvironment::queryInterface", [&] { return queryInterface<Interface>(environment); });
+        const auto found = queryPlugin<Interface>(environment);
         if (!found && !force)
             return nullptr;
         auto *pane = new Pane(parent);

@@ -34,8 +34,7 @@ void LiveSwitch::addRates()
 
 void LiveSwitch::setEnvironment(IExecutionEnvironment *environment)
 {
-    m_memory =
-        askPlugin("IExecutionEnvironment::queryInterface", [&] { return queryInterface<ILiveMemory>(environment); });
+    m_memory = queryPlugin<ILiveMemory>(environment);
     m_environment = shareInterface(environment);
     follow();
 }
@@ -55,7 +54,7 @@ void LiveSwitch::follow()
 {
     const QPointer<LiveSwitch> self(this);
     const auto memory = shareInterface(m_memory.get());
-    const bool can = memory && askPlugin("ILiveMemory::canReadLive", [&] { return memory->canReadLive(); });
+    const bool can = memory && askPlugin<&ILiveMemory::canReadLive>(memory);
     if (!self || memory != m_memory)
         return;
     setEnabled(can);
@@ -91,7 +90,7 @@ void LiveSwitch::tick()
     const auto environment = shareInterface(m_environment.get());
     auto status = IExecutionEnvironment::ProgramUnknown;
     m_asking = true;
-    runPlugin("IExecutionEnvironment::programStatus", [&] { status = environment->programStatus(); });
+    readPlugin<&IExecutionEnvironment::programStatus>(status, environment);
     const bool runs =
         status == IExecutionEnvironment::ProgramRunning || status == IExecutionEnvironment::ProgramSleeping;
     if (self && runs && m_timer.isActive())

@@ -3,12 +3,12 @@
 #include <QPointer>
 
 template <typename Call>
-bool MemoryAccess::ask(const char *operation, const Call &call)
+bool MemoryAccess::ask(const Call &call)
 {
     const InterfacePtr<IMemory> memory = shareInterface(m_memory.get());
     const QPointer<MemoryAccess> self(this);
     m_busy = true;
-    runPlugin(operation, [&] { call(*memory); });
+    call(memory);
     if (!self)
         return false;
     m_busy = false;
@@ -17,25 +17,26 @@ bool MemoryAccess::ask(const char *operation, const Call &call)
 
 bool MemoryAccess::readRegions(QList<MemoryRegion> &regions)
 {
-    return ask("IMemory::regions", [&](IMemory &memory) { regions = memory.regions(); });
+    return ask([&](const auto &memory) { regions = askPlugin<&IMemory::regions>(memory); });
 }
 
 bool MemoryAccess::read(MemoryCache &cache, int count)
 {
-    return ask("IMemory::readBlock",
-               [&](IMemory &memory) { memory.readBlock(cache.region, cache.mode, cache.address, count, cache.block); });
+    return ask([&](const auto &memory) {
+        runPlugin<&IMemory::readBlock>(memory, cache.region, cache.mode, cache.address, count, cache.block);
+    });
 }
 
 bool MemoryAccess::readLive(ILiveMemory &live, MemoryCache &cache, int count)
 {
     bool read = false;
-    const bool same = ask("ILiveMemory::readLive", [&](IMemory &) {
-        read = live.readLive(cache.region, cache.mode, cache.address, count, cache.block);
+    const bool same = ask([&](const auto &) {
+        read = askPlugin<&ILiveMemory::readLive>(&live, cache.region, cache.mode, cache.address, count, cache.block);
     });
     return same && read;
 }
 
 bool MemoryAccess::write(int region, int mode, uint address, uint value)
 {
-    return ask("IMemory::write", [&](IMemory &memory) { memory.write(region, mode, address, value, false); });
+    return ask([&](const auto &memory) { runPlugin<&IMemory::write>(memory, region, mode, address, value, false); });
 }

@@ -26,7 +26,7 @@ public:
 
 private:
     template <typename Call>
-    bool ask(const char *operation, const Call &call);
+    bool ask(const Call &call);
 
     InterfacePtr<IMemory> m_memory;
     bool m_busy = false;

@@ -5,8 +5,7 @@
 
 DebugPane *MultiMemoryWindow::createWidget(QWidget *parent, IExecutionEnvironment *environment, bool force)
 {
-    const auto memory =
-        askPlugin("IExecutionEnvironment::queryInterface", [&] { return queryInterface<IMemory>(environment); });
+    const auto memory = queryPlugin<IMemory>(environment);
     if (!memory && !force)
         return nullptr;
     auto *window = new MemoryWindow(parent);

@@ -152,9 +152,8 @@ void PeripheralWidget::setPeripherals(IPeripherals *peripherals)
         return;
     m_toolTip = std::make_unique<PeripheralWidgetToolTip>(m_list, peripherals);
     const QPointer<PeripheralWidget> self(this);
-    auto fields =
-        askPlugin("IPeripherals::queryInterface", [&] { return queryInterface<IPeripheralFields>(kept.get()); });
-    const auto infos = askPlugin("IPeripherals::peripherals", [&] { return kept->peripherals(); });
+    auto fields = queryPlugin<IPeripheralFields>(kept.get());
+    const auto infos = askPlugin<&IPeripherals::peripherals>(kept);
     if (!self || m_peripherals != kept)
         return;
     m_fieldsOf = std::move(fields);
@@ -226,8 +225,7 @@ bool PeripheralWidget::addFields(PropertyItem *item)
     const QString peripheral = peripheralOf(item);
     const QString name = item->name();
     PeripheralRegisterDetails details;
-    if (!runPlugin("IPeripheralFields::details", [&] { details = fieldsOf->details(peripheral, name); }) || !self
-        || !row)
+    if (!readPlugin<&IPeripheralFields::details>(details, fieldsOf, peripheral, name) || !self || !row)
         return false;
     Register &entry = m_registers[row];
     entry.details = details;
@@ -267,7 +265,7 @@ void PeripheralWidget::update()
     ++m_update;
     m_reading = true;
     QList<PeripheralInfo> infos;
-    const bool isListed = runPlugin("IPeripherals::peripherals", [&] { infos = peripherals->peripherals(); });
+    const bool isListed = readPlugin<&IPeripherals::peripherals>(infos, peripherals);
     if (!self)
         return;
     m_reading = false;
@@ -333,7 +331,7 @@ bool PeripheralWidget::ask(PropertyItem *item, uint *value)
     const QString peripheral = peripheralOf(item);
     const QString name = item->name();
     m_reading = true;
-    const bool isRead = runPlugin("IPeripherals::value", [&] { *value = peripherals->value(peripheral, name); });
+    const bool isRead = readPlugin<&IPeripherals::value>(*value, peripherals, peripheral, name);
     if (self)
         m_reading = false;
     return isRead && self && row;
@@ -385,7 +383,7 @@ void PeripheralWidget::write(PropertyItem *row, uint value)
 {
     const auto peripherals = shareInterface(m_peripherals.get());
     const QString name = row->name();
-    runPlugin("IPeripherals::setValue", [&] { peripherals->setValue(name, name, value); });
+    runPlugin<&IPeripherals::setValue>(peripherals, name, name, value);
 }
 
 void PeripheralWidget::writeField(PropertyItem *item, const Field &field)
@@ -446,7 +444,7 @@ void PeripheralWidget::readNow(PropertyItem *item)
     const QString name = item->name();
     quint32 value = 0;
     m_reading = true;
-    const bool isRead = runPlugin("IPeripheralFields::readNow", [&] { value = fieldsOf->readNow(peripheral, name); });
+    const bool isRead = readPlugin<&IPeripheralFields::readNow>(value, fieldsOf, peripheral, name);
     if (!self)
         return;
     m_reading = false;

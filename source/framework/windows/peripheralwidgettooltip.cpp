@@ -40,8 +40,7 @@ bool PeripheralWidgetToolTip::maybeTip(const QPoint &point, const QPoint &global
     const QString name = above ? row->name() : QString();
     const QPointer<PropertyList> list(m_list);
     const auto peripherals = shareInterface(m_peripherals.get());
-    const QString text =
-        askPlugin("IPeripherals::description", [&] { return peripherals->description(peripheral, name); });
+    const QString text = askPlugin<&IPeripherals::description>(peripherals, peripheral, name);
     if (text.isEmpty() || !list)
         return false;
     QToolTip::showText(globalPoint, text, list->viewport(), rect);

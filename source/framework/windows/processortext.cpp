@@ -36,24 +36,18 @@ ProcessorState stateOf(ActivityState activity)
 /// The region in which programs are: that of the disassembly.
 int codeRegion(IExecutionEnvironment *environment)
 {
-    QList<MemoryRegion> regions;
-    runPlugin("IMemory::regions", [&] {
-        if (const auto memory = queryInterface<IMemory>(environment))
-            regions = memory->regions();
-    });
+    const QList<MemoryRegion> regions = askPlugin<&IMemory::regions>(queryPlugin<IMemory>(environment));
     return regions.isEmpty() ? 0 : regions.first().id;
 }
 
 QString functionAt(IExecutionEnvironment *environment, const QString &file, int line)
 {
+    const auto symbols = queryPlugin<ISymbolLookup>(environment);
+    uint address = addressOfLine(line); // in the disassembly
     QString name;
-    runPlugin("ISymbolLookup::symbolAt", [&] {
-        const auto symbols = queryInterface<ISymbolLookup>(environment);
-        uint address = addressOfLine(line); // in the disassembly
-        if (!symbols || (!isDisassemblyName(file) && !symbols->addressOf(file, line, address))
-            || !symbols->symbolAt(address, codeRegion(environment), name))
-            name.clear();
-    });
+    if ((!isDisassemblyName(file) && !askPlugin<&ISymbolLookup::addressOf>(symbols, file, line, address))
+        || !askPlugin<&ISymbolLookup::symbolAt>(symbols, address, codeRegion(environment), name))
+        return {};
     return name.section(u" + "_s, 0, 0).simplified();
 }
 } // namespace
@@ -124,8 +118,7 @@ ProgramSpot programSpot(IExecutionEnvironment *environment, const QString &direc
     const auto kept = shareInterface(environment);
     QString file;
     int line = 0;
-    const auto locate = [&] { return kept->currentLocation(file, line); };
-    if (!askPlugin("IExecutionEnvironment::currentLocation", locate) || file.isEmpty())
+    if (!askPlugin<&IExecutionEnvironment::currentLocation>(kept, file, line) || file.isEmpty())
         return {};
     const QString path =
         isDisassemblyName(file) ? file : QDir::cleanPath(QDir(directory).absoluteFilePath(file)); // for ISymbolLookup

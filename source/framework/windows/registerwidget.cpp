@@ -55,7 +55,7 @@ bool sameInfos(const QList<RegisterInfo> &left, const QList<RegisterInfo> &right
 
 bool writeWord(IRegisters *registers, const QString &name, quint32 value, int word)
 {
-    return runPlugin("IRegisters::setValue", [&] { registers->setValue(name, value, word); });
+    return runPlugin<&IRegisters::setValue>(registers, name, value, word);
 }
 
 void writeLong(IRegisters *registers, const QString &name, const QByteArray &bytes)
@@ -77,7 +77,7 @@ std::optional<QByteArray> readLong(IRegisters *registers, const QString &name, i
     QByteArray bytes(byteCount(bits), '\0');
     for (int i = 0; i <= bits / int(WordBits); ++i) {
         quint32 word = 0;
-        if (!runPlugin("IRegisters::value", [&] { word = registers->value(name, i); }))
+        if (!readPlugin<&IRegisters::value>(word, registers, name, i))
             return {};
         for (qsizetype at = qsizetype(i) * 4; at < std::min<qsizetype>(bytes.size(), qsizetype(i) * 4 + 4); ++at) {
             bytes[at] = char(word);
@@ -96,7 +96,7 @@ QVariant readValue(IRegisters *registers, const PropertyItem *row)
         return bytes ? QVariant(*bytes) : QVariant();
     }
     quint32 value = 0;
-    return runPlugin("IRegisters::value", [&] { value = registers->value(name, 0); }) ? QVariant(value) : QVariant();
+    return readPlugin<&IRegisters::value>(value, registers, name, 0) ? QVariant(value) : QVariant();
 }
 } // namespace
 
@@ -132,7 +132,7 @@ void RegisterWidget::setRegisters(IRegisters *registers)
         return;
     const QPointer<RegisterWidget> self(this);
     const auto kept = shareInterface(registers);
-    const auto infos = askPlugin("IRegisters::registers", [&] { return kept->registers(); });
+    const auto infos = askPlugin<&IRegisters::registers>(kept);
     if (self && m_registers == kept)
         rebuild(infos);
 }
@@ -203,7 +203,7 @@ void RegisterWidget::update()
     const auto registers = shareInterface(m_registers.get()); // the plug-in may call back and take this pane's away
     m_reading = true;
     QList<RegisterInfo> infos;
-    const bool isListed = runPlugin("IRegisters::registers", [&] { infos = registers->registers(); });
+    const bool isListed = readPlugin<&IRegisters::registers>(infos, registers);
     if (isListed && self && m_registers == registers) {
         if (!sameInfos(infos, m_infos))
             rebuild(infos);

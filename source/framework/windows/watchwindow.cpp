@@ -219,7 +219,7 @@ void WatchWindow::update()
 
 /// Calls the live memory with each row until this pane, its environment or its rows are gone.
 template <typename Call>
-void WatchWindow::forEachWatch(const char *operation, const Call &call)
+void WatchWindow::forEachWatch(const Call &call)
 {
     const InterfacePtr<ILiveMemory> live = m_live->memory();
     if (!live || m_reading)
@@ -232,8 +232,7 @@ void WatchWindow::forEachWatch(const char *operation, const Call &call)
             continue;
         const QString expression = row->text(0);
         m_reading = true;
-        std::optional<QString> value;
-        runPlugin(operation, [&] { value = call(*live, expression); });
+        const std::optional<QString> value = call(live, expression);
         if (!self)
             return;
         m_reading = false;
@@ -246,8 +245,8 @@ void WatchWindow::forEachWatch(const char *operation, const Call &call)
 
 void WatchWindow::prepareLive()
 {
-    forEachWatch("ILiveMemory::prepareLive", [](ILiveMemory &live, const QString &expression) {
-        live.prepareLive(expression);
+    forEachWatch([](const auto &live, const QString &expression) {
+        runPlugin<&ILiveMemory::prepareLive>(live, expression);
         return std::optional<QString>();
     });
 }
@@ -255,9 +254,10 @@ void WatchWindow::prepareLive()
 /// Expressions that cannot be read keep their last values.
 void WatchWindow::readLive()
 {
-    forEachWatch("ILiveMemory::evaluateLive", [](ILiveMemory &live, const QString &expression) {
+    forEachWatch([](const auto &live, const QString &expression) {
         QString value;
-        return live.evaluateLive(expression, value) ? std::optional(value) : std::nullopt;
+        const bool known = askPlugin<&ILiveMemory::evaluateLive>(live, expression, value);
+        return known ? std::optional(value) : std::nullopt;
     });
 }
 
@@ -267,7 +267,7 @@ bool WatchWindow::ask(const QString &expression, QString &value)
     const QPointer<WatchWindow> self(this);
     const auto environment = shareInterface(m_environment.get());
     m_reading = true;
-    runPlugin("IExecutionEnvironment::evaluate", [&] { (void)environment->evaluate(expression, value); });
+    runPlugin<&IExecutionEnvironment::evaluate>(environment, expression, value);
     if (!self)
         return false;
     m_reading = false;

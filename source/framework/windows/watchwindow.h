@@ -50,7 +50,7 @@ private:
     void prepareLive();
     void readLive();
     template <typename Call>
-    void forEachWatch(const char *operation, const Call &call);
+    void forEachWatch(const Call &call);
     void reportWrite();
 
     WatchListView *const m_list;

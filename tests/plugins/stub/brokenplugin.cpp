@@ -8,6 +8,14 @@ using namespace Qt::StringLiterals;
 /// Declared but not defined.
 void missingFunction();
 
+#ifdef BROKENPLUGIN_NEEDS_OTHER_EDITOR
+extern "C" const int varnelEditor_2_8; // defined by the editor's library of that version
+const int *editorVersion()
+{
+    return &varnelEditor_2_8;
+}
+#endif
+
 namespace {
 void fail(const char *moment)
 {
@@ -21,18 +29,29 @@ class BrokenPlugin : public QObject, public IPluginFactory
 {
     Q_OBJECT
     Q_PLUGIN_METADATA(IID VarnelPluginFactoryIid)
+#ifndef BROKENPLUGIN_LACKS_INTERFACES
     Q_INTERFACES(IPluginFactory)
+#endif
 
 public:
-    BrokenPlugin() { fail("constructor"); }
+    BrokenPlugin()
+    {
+        fail("constructor");
+    }
 
     QRESULT queryInterface(const QUuid &, QUnknownInterface **out) override
     {
         *out = nullptr;
         return QE_NOINTERFACE;
     }
-    unsigned long addRef() override { return 1; }
-    unsigned long release() override { return 1; }
+    unsigned long addRef() override
+    {
+        return 1;
+    }
+    unsigned long release() override
+    {
+        return 1;
+    }
 
     QStringList featureList() override
     {

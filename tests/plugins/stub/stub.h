@@ -5,6 +5,7 @@
 #include "iextensioncommands.h"
 #include "imemory.h"
 #include "iperipherals.h"
+#include "iprogressivestart.h"
 #include "iproject.h"
 #include "iqueryplugininterface.h"
 #include "iregisters.h"
@@ -80,6 +81,7 @@ struct StubObjectState
     InterfacePtr<IExecutionEvents> executionEvents;
     InterfacePtr<IProject> project;
     InterfacePtr<IQueryPluginInterface> query;
+    InterfacePtr<IStartProgress> progress;
 };
 
 /// The interface of the stub plug-in for tests: sets return values and reads recorded calls. Implemented by the root

@@ -54,6 +54,8 @@ void StubObject::record(const QString &call, const Arguments &...arguments)
 QRESULT StubObject::queryInterface(const QUuid &id, QUnknownInterface **out)
 {
     *out = nullptr;
+    if (const std::function<void()> action = m_script->on.value(u"queryInterface"_s))
+        action();
     if (id != QUnknownInterface::Iid && !m_script->offers.contains(id))
         return QE_NOINTERFACE;
     return InterfaceObject::queryInterface(id, out);
@@ -353,6 +355,17 @@ QString StubObject::description(const QString &peripheral, const QString &regist
 {
     record(u"description"_s, peripheral, registerName);
     return m_script->peripheralDescriptions.value(registerName.isEmpty() ? peripheral : registerName);
+}
+
+void StubObject::startInBackground(bool attachOnly, IStartProgress *givenProgress)
+{
+    progress = shareInterface(givenProgress);
+    record(u"startInBackground"_s, attachOnly);
+}
+
+void StubObject::cancelStart()
+{
+    record(u"cancelStart"_s);
 }
 
 void StubObject::populate(const QString &configuration)

@@ -22,8 +22,8 @@ class StubObject
       public InterfaceObject<IPluginObject, IBuildEnvironment, IExecutionEnvironment, IBreakpoints,
                              ICustomDocumentPlugin, IDebugBuild, IDisassembly, IDisassemblyAddress, IDockExtension,
                              IExtensionCommands, IMemory, IMemoryVerify, IMultiProcessorSync, IPeripherals,
-                             IProjectPopulate, IPropertyDefinitions, IRegisters, ISourceMapping, ISymbolLookup,
-                             ITextDocumentPlugin, IWorkspaceClient>
+                             IProgressiveStart, IProjectPopulate, IPropertyDefinitions, IRegisters, ISourceMapping,
+                             ISymbolLookup, ITextDocumentPlugin, IWorkspaceClient>
 {
 public:
     /// The calls of all objects, and the existing objects.
@@ -91,6 +91,8 @@ public:
     uint value(const QString &peripheral, const QString &registerName) override;
     void setValue(const QString &peripheral, const QString &registerName, uint value) override;
     QString description(const QString &peripheral, const QString &registerName) override;
+    void startInBackground(bool attachOnly, IStartProgress *givenProgress) override;
+    void cancelStart() override;
     void populate(const QString &configuration) override;
     QString propertyDefinitions() override;
     QList<RegisterInfo> registers() override;

@@ -39,10 +39,19 @@ QByteArray forAnotherQt(QByteArray library)
 void expectReport(const QString &file)
 {
     QPluginLoader loader(file);
+    const bool loaded = loader.instance();
     QVERIFY(!qobject_cast<IPluginFactory *>(loader.instance()));
     QVERIFY(loader.errorString().size() > 5);
-    const QString text = u"PluginManager::loadLibrary: Cannot load plug-in (%1): %2"_s.arg(file, loader.errorString());
+    const QString reason = loaded ? u"Its root object is not an IPluginFactory."_s : loader.errorString();
+    const QString text = u"PluginManager::loadLibrary: Cannot load plug-in (%1): %2"_s.arg(file, reason);
     QTest::ignoreMessage(QtWarningMsg, qPrintable(text));
+}
+
+void expectSharedFeature()
+{
+    QTest::ignoreMessage(
+        QtWarningMsg,
+        QRegularExpression(u"^PluginManager::loadLibrary: Feature \\{shared\\} of .* is taken from .*$"_s));
 }
 } // namespace
 
@@ -86,6 +95,8 @@ private Q_SLOTS:
         install(Red, u"first/b.so"_s);
         install(Blue, u"first/a.so"_s);
         install(Green, u"second/a.so"_s);
+        expectSharedFeature();
+        expectSharedFeature();
         const PluginManager manager({directory(u"first"_s), directory(u"second"_s)});
         QCOMPARE(manager.featureList().join(u' '), u"{blue} {red} {shared} {green}"_s);
         const PluginManager other({directory(u"second"_s), directory(u"first"_s)});
@@ -95,8 +106,15 @@ private Q_SLOTS:
     void firstLibraryWithAFeatureCreatesItsObjects()
     {
         install(Green, u"first/z.so"_s);
-        install(Red, u"second/a.so"_s);
+        const QString red = install(Red, u"second/a.so"_s);
+        const QString green = directory(u"first"_s) + u"/z.so"_s;
+        const auto real = [](const QString &path) { return QFileInfo(path).canonicalFilePath(); };
+        QTest::ignoreMessage(QtWarningMsg,
+                             qPrintable(u"PluginManager::loadLibrary: Feature {shared} of %1 is taken from "
+                                        "%2"_s.arg(real(red), real(green))));
         const PluginManager manager({directory(u"first"_s), directory(u"second"_s)});
+        QCOMPARE(manager.libraries()[0].problem, QString());
+        QCOMPARE(manager.libraries()[1].problem, u"The feature {shared} is taken from %1."_s.arg(real(green)));
         const InterfacePtr<IPluginObject> shared(manager.create(u"{shared}"_s));
         QCOMPARE(shared->type(), 12);
         const InterfacePtr<IPluginObject> own(manager.create(u"{red}"_s));
@@ -222,6 +240,62 @@ private Q_SLOTS:
         install(Blue, u"bin/b.so"_s);
         const PluginManager manager({directory(u"bin"_s)}, directory(u"bin"_s));
         QCOMPARE(manager.featureList(), QStringList{u"{blue}"_s});
+    }
+
+    void directoriesAreSearchedInTheOrderOfTheirOrigins()
+    {
+        for (const QString &name : {u"env1"_s, u"env2"_s, u"user"_s, u"installed"_s, u"other"_s})
+            directory(name);
+        const auto at = [this](const QString &name) { return m_root->filePath(name); };
+        QCOMPARE(pluginDirectories(at(u"env1"_s) + u':' + at(u"env2"_s), at(u"user"_s), at(u"installed"_s),
+                                   {at(u"installed"_s), at(u"env1"_s), at(u"other"_s), at(u"missing"_s)}),
+                 (QStringList{at(u"env1"_s), at(u"env2"_s), at(u"user"_s), at(u"installed"_s), at(u"other"_s)}));
+        QCOMPARE(pluginDirectories({}, at(u"missing"_s), at(u"installed"_s), {}), QStringList(at(u"installed"_s)));
+    }
+
+    void disabledLibraryIsListedButNotLoaded()
+    {
+        const QString red = QFileInfo(install(Red, u"plugins/a.so"_s)).canonicalFilePath();
+        install(Blue, u"plugins/b.so"_s);
+        const PluginManager manager({directory(u"plugins"_s)}, {}, {red});
+        QCOMPARE(manager.featureList(), QStringList{u"{blue}"_s});
+        QCOMPARE(manager.libraries().size(), 2);
+        QCOMPARE(manager.libraries()[0].path, red);
+        QCOMPARE(manager.libraries()[0].name, u"a"_s);
+        QVERIFY(!manager.libraries()[0].enabled);
+        QCOMPARE(manager.libraries()[1].name, u"Simulator"_s);
+        QVERIFY(manager.libraries()[1].enabled);
+        QVERIFY2(!QPluginLoader(red).isLoaded(), "it was not even loaded");
+    }
+
+    void libraryInTwoDirectoriesIsLoadedOnce()
+    {
+        const QString file = install(Blue, u"plugins/a.so"_s);
+        QVERIFY(QFile::link(file, directory(u"linked"_s) + u"/b.so"_s));
+        const PluginManager manager({directory(u"plugins"_s), directory(u"linked"_s), directory(u"plugins"_s)});
+        QCOMPARE(manager.libraries().size(), 1);
+    }
+
+    void rootObjectWithoutQInterfacesIsReported()
+    {
+        const QString file = install(QStringLiteral(TESTPLUGIN_BROKEN_INTERFACES), u"plugins/a.so"_s);
+        const QString reason = u"The class of its root object, BrokenPlugin, lacks Q_INTERFACES(IPluginFactory)."_s;
+        QTest::ignoreMessage(
+            QtWarningMsg, qPrintable(u"PluginManager::loadLibrary: Cannot load plug-in (%1): %2"_s.arg(file, reason)));
+        const PluginManager manager({directory(u"plugins"_s)});
+        QVERIFY(manager.featureList().isEmpty());
+        QCOMPARE(manager.libraries()[0].problem, reason);
+    }
+
+    void libraryForAnotherVersionOfTheEditorIsRefused()
+    {
+        install(QStringLiteral(TESTPLUGIN_BROKEN_VERSION), u"plugins/a.so"_s);
+        QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"^PluginManager::loadLibrary: Cannot load plug-in "
+                                                              "\\(.*a.so\\): It was built with version 2.8 of the "
+                                                              "editor classes, and this is version 2.9. Build it "
+                                                              "again.$"_s));
+        const PluginManager manager({directory(u"plugins"_s)});
+        QVERIFY(manager.featureList().isEmpty());
     }
 
     void factoryIsValidAfterItsManagerIsDeleted()

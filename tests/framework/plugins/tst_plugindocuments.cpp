@@ -228,7 +228,8 @@ private Q_SLOTS:
         addLanguage(u"d"_s, {u"ld"_s});
         const QString bad = call == u"documentTemplate"_s ? u"a"_s : u"b"_s;
         m_stub->script(u'{' + bad + u'}').on[call] = throwError;
-        expectException("addPluginDocuments");
+        const QString interface = bad == u"a"_s ? u"ICustomDocumentPlugin::"_s : u"ITextDocumentPlugin::"_s;
+        expectException(qPrintable(interface + call));
         addAll();
         QStringList good{u"a"_s, u"c"_s, u"b"_s, u"d"_s};
         good.removeOne(bad);

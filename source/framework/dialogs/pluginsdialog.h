@@ -1,0 +1,27 @@
+#pragma once
+#include <QDialog>
+#include <QStringList>
+class QLabel;
+class QTreeWidget;
+struct PluginLibrary;
+
+/// Lists the plug-in libraries with their features, paths and problems. Each can be switched off and on for the next
+/// start of the program.
+class PluginsDialog : public QDialog
+{
+    Q_OBJECT
+public:
+    /// @p disabled are the paths of the libraries that will not be loaded at the next start.
+    PluginsDialog(const QList<PluginLibrary> &libraries, const QStringList &disabled, QWidget *parent = nullptr);
+
+    /// The same as the dialog shows them, with the given paths of libraries that are not in the list.
+    [[nodiscard]] QStringList disabled() const;
+
+private:
+    void addLibrary(const PluginLibrary &library);
+    void showNotice();
+
+    QTreeWidget *m_list;
+    QLabel *m_notice; ///< says when a change takes effect
+    const QStringList m_disabled;
+};

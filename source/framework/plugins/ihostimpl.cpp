@@ -1,0 +1,242 @@
+#include "ihostimpl.h"
+#include "callplugin.h"
+#include "editorversion.h"
+#include "outputpage.h"
+#include "outputwindow.h"
+#include "pluginbinder.h"
+#include "pluginprogress.h"
+#include "project.h"
+#include "projectfile.h"
+#include "projectfolder.h"
+#include "viewmanager.h"
+#include "windowservices.h"
+#include <algorithm>
+#include <QDir>
+#include <QFile>
+#include <QMainWindow>
+#include <QSettings>
+#include <QStatusBar>
+
+using namespace Qt::StringLiterals;
+
+IHostImpl::IHostImpl(PluginBinder *binder, WindowServices &window, Project *project, const QString &settingsGroup)
+    : InterfaceObject(0), m_binder(binder), m_window(window), m_project(project), m_settingsGroup(settingsGroup)
+{
+    followProject();
+}
+
+IHostImpl::~IHostImpl()
+{
+    qDeleteAll(m_progresses);
+}
+
+bool IHostImpl::isUsable() const
+{
+    return m_binder && m_project;
+}
+
+QString IHostImpl::hostVersion()
+{
+    return QStringLiteral(VARNEL_EDITOR_VERSION_TEXT ".0");
+}
+
+bool IHostImpl::openFile(const QString &file, int line, int column)
+{
+    if (!isUsable() || file.isEmpty() || !m_window.openFile(m_project->absolutePath(file), false))
+        return false;
+    if (ViewManager *views = m_binder ? m_window.viewManager() : nullptr; views && line > 0) {
+        views->gotoLine(line, false);
+        views->gotoColumn(column);
+    }
+    return true;
+}
+
+// Output
+
+OutputPage *IHostImpl::pageOf(const QString &name, bool create)
+{
+    OutputWindow *output = isUsable() ? m_window.outputWindow() : nullptr;
+    if (!output)
+        return nullptr;
+    const QString title = name.isEmpty() ? u"Build"_s : name;
+    if (OutputPage *page = output->page(title); page || !create)
+        return page;
+    output->addPage(title);
+    return output->page(title);
+}
+
+void IHostImpl::output(const QString &page, const QString &text)
+{
+    if (OutputPage *target = pageOf(page, true))
+        target->outputLine(text);
+}
+
+void IHostImpl::outputLink(const QString &page, const QString &text, const QString &file, int line, int column)
+{
+    if (OutputPage *target = pageOf(page, true))
+        target->outputLine(QString(text).replace(u'\n', u' ') + u'\n', {m_project->absolutePath(file), line, column});
+}
+
+void IHostImpl::clearOutput(const QString &page)
+{
+    if (OutputPage *target = pageOf(page, false))
+        target->clear();
+}
+
+void IHostImpl::showOutput(const QString &page)
+{
+    OutputPage *target = pageOf(page, false);
+    if (!target)
+        return;
+    m_window.showOutputDock();
+    m_window.outputWindow()->showPage(target);
+}
+
+void IHostImpl::setDiagnostics(const QString &page, const QList<Diagnostic> &diagnostics)
+{
+    clearOutput(page);
+    QList<Diagnostic> sorted = diagnostics;
+    std::ranges::stable_sort(sorted, std::greater(), &Diagnostic::severity);
+    for (const Diagnostic &diagnostic : std::as_const(sorted)) {
+        const QString text = diagnosticText(diagnostic);
+        if (diagnostic.file.isEmpty())
+            output(page, text + u'\n');
+        else
+            outputLink(page, text, diagnostic.file, diagnostic.line, diagnostic.column);
+    }
+}
+
+QString diagnosticText(const Diagnostic &diagnostic)
+{
+    QString place = diagnostic.file;
+    if (diagnostic.line > 0)
+        place += u':' + QString::number(diagnostic.line);
+    if (diagnostic.line > 0 && diagnostic.column > 0)
+        place += u':' + QString::number(diagnostic.column);
+    const QString severity = diagnostic.severity >= Diagnostic::Error     ? IHostImpl::tr("error")
+                             : diagnostic.severity == Diagnostic::Warning ? IHostImpl::tr("warning")
+                                                                          : IHostImpl::tr("note");
+    QString text = place.isEmpty() ? severity : place + u": "_s + severity;
+    text += u": "_s + QString(diagnostic.text).replace(u'\n', u' ');
+    return diagnostic.code.isEmpty() ? text : text + u" ["_s + diagnostic.code + u']';
+}
+
+// The status bar
+
+void IHostImpl::showMessage(const QString &text, int milliseconds)
+{
+    if (isUsable())
+        m_window.showMessage(text, std::max(0, milliseconds));
+}
+
+int IHostImpl::beginProgress(const QString &text, IProgressCancel *cancel)
+{
+    const int number = ++m_lastProgress;
+    QWidget *parent = isUsable() ? m_window.dialogParent() : nullptr;
+    auto *window = parent ? qobject_cast<QMainWindow *>(parent->window()) : nullptr;
+    if (!window)
+        return number;
+    auto *progress = new PluginProgress(text, number, cancel);
+    window->statusBar()->addPermanentWidget(progress);
+    m_progresses.insert(number, progress);
+    return number;
+}
+
+void IHostImpl::setProgress(int progress, int percent)
+{
+    if (PluginProgress *shown = m_progresses.value(progress))
+        shown->setPercent(percent);
+}
+
+/// Later, since it may be called by the click of its button.
+void IHostImpl::endProgress(int progress)
+{
+    if (PluginProgress *shown = m_progresses.take(progress)) {
+        shown->hide();
+        shown->deleteLater();
+    }
+}
+
+// Settings
+
+QVariant IHostImpl::setting(const QString &key, const QVariant &defaultValue)
+{
+    return isUsable() ? m_window.settings().value(m_settingsGroup + key, defaultValue) : defaultValue;
+}
+
+void IHostImpl::setSetting(const QString &key, const QVariant &value)
+{
+    if (!isUsable() || key.isEmpty())
+        return;
+    if (value.isValid())
+        m_window.settings().setValue(m_settingsGroup + key, value);
+    else
+        m_window.settings().remove(m_settingsGroup + key);
+}
+
+void IHostImpl::addOptionsPage(IOptionsPage *page)
+{
+    if (isUsable() && page)
+        m_binder->addOptionsPage(page, m_project);
+}
+
+QIcon IHostImpl::icon(const QString &name)
+{
+    if (QDir::isAbsolutePath(name))
+        return QFile::exists(name) ? QIcon(name) : QIcon();
+    return isUsable() && !name.isEmpty() ? m_window.icon(name) : QIcon();
+}
+
+// Events
+
+void IHostImpl::followProject()
+{
+    connect(m_project, &QObject::destroyed, this, &IHostImpl::forget);
+    const auto filesChanged = [this] { report<&IHostEvents::filesChanged>(); };
+    connect(m_project, &Project::fileAdded, this, filesChanged);
+    connect(m_project, &Project::fileRemoved, this, filesChanged);
+    connect(m_project, &Project::folderAdded, this, filesChanged);
+    connect(m_project, &Project::folderRemoved, this, filesChanged);
+    connect(m_project, &Project::folderRenamed, this, filesChanged);
+    connect(m_project, &Project::propertyChanged, this, [this](const QString &key, const QString &configuration) {
+        report<&IHostEvents::propertyChanged>(key, configuration);
+    });
+    connect(m_project, &Project::configurationChanged, this,
+            [this](const QString &name) { report<&IHostEvents::configurationChanged>(name); });
+    connect(m_binder, &PluginBinder::currentProjectChanged, this,
+            [this](const Project *current) { report<&IHostEvents::currentProjectChanged>(current == m_project); });
+}
+
+/// Releases the plug-in, which keeps a reference to this object. This object may be deleted when this returns.
+void IHostImpl::forget()
+{
+    const auto progresses = std::exchange(m_progresses, {});
+    const auto events = std::exchange(m_events, {}); // released last
+    qDeleteAll(progresses);
+}
+
+/// A receiver may remove itself or others in the call, and may release this object.
+template <auto Function, typename... Arguments>
+void IHostImpl::report(const Arguments &...arguments)
+{
+    if (!isUsable())
+        return;
+    std::vector<InterfacePtr<IHostEvents>> receivers;
+    for (const auto &events : m_events)
+        receivers.push_back(shareInterface(events.get()));
+    for (const auto &events : receivers)
+        runPlugin<Function>(events, arguments...);
+}
+
+void IHostImpl::addEvents(IHostEvents *events)
+{
+    if (isUsable() && events)
+        m_events.push_back(shareInterface(events));
+}
+
+void IHostImpl::removeEvents(IHostEvents *events)
+{
+    const auto isIt = [events](const auto &each) { return each.get() == events; };
+    if (const auto found = std::ranges::find_if(m_events, isIt); found != m_events.end())
+        m_events.erase(found);
+}

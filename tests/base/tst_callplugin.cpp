@@ -1,0 +1,266 @@
+#include "callplugin.h"
+#include "ibreakpoints.h"
+#include "imemoryverify.h"
+#include "interfaceobject.h"
+#include <QTest>
+#include <QThread>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+/// A plug-in object whose functions do what a test says.
+class Plugin : public InterfaceObject<IMemoryVerify, IBreakpoints>
+{
+public:
+    QRESULT queryInterface(const QUuid &id, QUnknownInterface **out) override
+    {
+        act();
+        return InterfaceObject::queryInterface(id, out);
+    }
+    bool verify() override
+    {
+        act();
+        return true;
+    }
+    void setVerify(bool) override { act(); }
+    QList<BreakpointRecord> breakpoints() override
+    {
+        act();
+        return {{}};
+    }
+    int setBreakpoint(const QString &, int line, int) override
+    {
+        act();
+        return line;
+    }
+
+    std::function<void()> action;
+
+private:
+    void act() const
+    {
+        if (action)
+            action();
+    }
+};
+
+void throwError()
+{
+    throw std::runtime_error("boom");
+}
+
+void expect(const char *text)
+{
+    QTest::ignoreMessage(QtWarningMsg, text);
+}
+} // namespace
+
+/// Calls into plug-ins: exceptions, and reports that come from inside a call.
+class CallPluginTest : public QObject
+{
+    Q_OBJECT
+
+    InterfacePtr<Plugin> m_plugin;
+    QStringList m_log;
+
+    void report(const QByteArray &key, const std::function<void()> &action = {})
+    {
+        afterPluginCall(this, key, [this, key, action] {
+            m_log += QString::fromLatin1(key);
+            if (action)
+                action();
+        });
+    }
+    void ask() { (void)askPlugin<&IMemoryVerify::verify>(m_plugin); }
+    void call() { runPlugin<&IMemoryVerify::setVerify>(m_plugin, true); }
+
+private Q_SLOTS:
+    void init()
+    {
+        QTest::failOnWarning(QRegularExpression(u".?"_s));
+        m_plugin.reset(new Plugin);
+        m_log.clear();
+    }
+    void cleanup() { setPluginFailureHandler({}); }
+
+    void resultsArePassedOn()
+    {
+        QVERIFY(askPlugin<&IMemoryVerify::verify>(m_plugin));
+        QCOMPARE(askPlugin<&IBreakpoints::setBreakpoint>(m_plugin, u"main.c"_s, 7, 1), 7);
+        QCOMPARE(tryPlugin<&IBreakpoints::setBreakpoint>(m_plugin.get(), u"main.c"_s, 7, 1), std::optional(7));
+        int result = 0;
+        QVERIFY(readPlugin<&IBreakpoints::setBreakpoint>(result, m_plugin, u"main.c"_s, 8, 1));
+        QCOMPARE(result, 8);
+        QVERIFY(runPlugin<&IMemoryVerify::setVerify>(m_plugin, true));
+        QVERIFY(queryPlugin<IBreakpoints>(static_cast<IMemoryVerify *>(m_plugin.get())));
+    }
+
+    void exceptionGivesTheNeutralValueAndNamesTheCall()
+    {
+        m_plugin->action = throwError;
+        expect("IMemoryVerify::verify: an exception has left the plug-in (boom)");
+        QVERIFY(!askPlugin<&IMemoryVerify::verify>(m_plugin));
+        expect("IBreakpoints::setBreakpoint: an exception has left the plug-in (boom)");
+        QCOMPARE(tryPlugin<&IBreakpoints::setBreakpoint>(m_plugin, u"main.c"_s, 7, 1), std::nullopt);
+        expect("IMemoryVerify::setVerify: an exception has left the plug-in (boom)");
+        QVERIFY(!runPlugin<&IMemoryVerify::setVerify>(m_plugin, true));
+        expect("QUnknownInterface::queryInterface: an exception has left the plug-in (boom)");
+        QVERIFY(!queryPlugin<IBreakpoints>(static_cast<IMemoryVerify *>(m_plugin.get())));
+        m_plugin->action = [] { throw 7; };
+        expect("IMemoryVerify::verify: an exception has left the plug-in (unknown exception)");
+        QVERIFY(!askPlugin<&IMemoryVerify::verify>(m_plugin));
+    }
+
+    void missingObjectGivesTheNeutralValueWithoutAReport()
+    {
+        const InterfacePtr<IMemoryVerify> none;
+        QVERIFY(!askPlugin<&IMemoryVerify::verify>(none));
+        QVERIFY(!runPlugin<&IMemoryVerify::setVerify>(none, true));
+        QVERIFY(!queryPlugin<IBreakpoints>(none));
+        QVERIFY(!queryPlugin<IBreakpoints>(nullptr));
+    }
+
+    void failureHandlerGetsCallAndText()
+    {
+        setPluginFailureHandler([this](const PluginFailure &failure) {
+            m_log += failure.plugin + u'|' + failure.operation + u'|' + failure.text;
+        });
+        m_plugin->action = throwError;
+        expect("IMemoryVerify::verify: an exception has left the plug-in (boom)");
+        (void)askPlugin<&IMemoryVerify::verify>(m_plugin);
+        QCOMPARE(m_log, QStringList(u"|IMemoryVerify::verify|boom"_s)); // the object is not in a known library
+    }
+
+    void reportOutsideOfCallsIsDeliveredAtOnce()
+    {
+        report("a");
+        QCOMPARE(m_log, QStringList(u"a"_s));
+    }
+
+    void reportInsideACallIsDeliveredWhenItReturns()
+    {
+        m_plugin->action = [this] {
+            report("a");
+            report("b");
+            m_log += u"returns"_s;
+        };
+        call();
+        QCOMPARE(m_log, (QStringList{u"returns"_s, u"a"_s, u"b"_s}));
+    }
+
+    void reportInsideANestedCallWaitsForTheOuterOne()
+    {
+        m_plugin->action = [this] {
+            m_plugin->action = [this] { report("a"); };
+            call();
+            m_log += u"outer"_s;
+        };
+        call();
+        QCOMPARE(m_log, (QStringList{u"outer"_s, u"a"_s}));
+    }
+
+    void exceptionDoesNotLoseTheReport()
+    {
+        m_plugin->action = [this] {
+            report("a");
+            throwError();
+        };
+        expect("IMemoryVerify::setVerify: an exception has left the plug-in (boom)");
+        call();
+        QCOMPARE(m_log, QStringList(u"a"_s));
+    }
+
+    void equalReportThatItsOwnDeliveryCausesIsDropped()
+    {
+        m_plugin->action = [this] { report("a", [this] { ask(); }); };
+        ask();
+        QCoreApplication::processEvents();
+        QCOMPARE(m_log, QStringList(u"a"_s));
+        ask();
+        QCOMPARE(m_log.size(), 2);
+    }
+
+    /// A command, for example a step, may end in the same state as the one that was reported before.
+    void equalReportOfACommandIsDelivered()
+    {
+        int commands = 0;
+        m_plugin->action = [&] { report("a", [&] { ++commands < 3 ? call() : void(); }); };
+        call();
+        QTRY_COMPARE(m_log, (QStringList{u"a"_s, u"a"_s, u"a"_s}));
+    }
+
+    void reportsThatCauseEachOtherLeaveTimeForEvents()
+    {
+        bool first = false;
+        m_plugin->action = [&] {
+            first = !first;
+            report(first ? "a" : "b", [this] { call(); });
+        };
+        bool eventSeen = false;
+        QTimer::singleShot(0, this, [&] {
+            eventSeen = true;
+            m_plugin->action = {};
+        });
+        call();
+        QTRY_VERIFY(eventSeen);
+    }
+
+    void reportsKeepTheirOrder()
+    {
+        m_plugin->action = [this] {
+            report("a", [this] {
+                m_plugin->action = [this] { report("c"); };
+                call();
+            });
+            report("b");
+        };
+        call();
+        QTRY_COMPARE(m_log, (QStringList{u"a"_s, u"b"_s, u"c"_s}));
+    }
+
+    void reportOfADeletedReceiverIsDropped()
+    {
+        auto *receiver = new QObject;
+        m_plugin->action = [&] {
+            afterPluginCall(receiver, "a", [this] { m_log += u"a"_s; });
+            delete receiver;
+        };
+        call();
+        QVERIFY(m_log.isEmpty());
+    }
+
+    void reportOfAnotherThreadIsDeliveredInThatOfTheReceiver()
+    {
+        QThread *where = nullptr;
+        const std::unique_ptr<QThread> thread(
+            QThread::create([&] { afterPluginCall(this, "a", [&] { where = QThread::currentThread(); }); }));
+        thread->start();
+        QVERIFY(thread->wait());
+        QTRY_COMPARE(where, QThread::currentThread());
+    }
+
+    void callThatRunsAnEventLoopGetsWhatItsReportsCause()
+    {
+        m_plugin->action = [this] {
+            QEventLoop loop;
+            QTimer::singleShot(0, &loop, [&] { report("a", [&] { loop.quit(); }); });
+            loop.exec();
+        };
+        call();
+        QCOMPARE(m_log, QStringList(u"a"_s));
+    }
+
+    void waitingHostDeliversReportsItself()
+    {
+        m_plugin->action = [this] {
+            report("a");
+            deliverPluginReports();
+            m_log += u"returns"_s;
+        };
+        call();
+        QCOMPARE(m_log, (QStringList{u"a"_s, u"returns"_s}));
+    }
+};
+
+QTEST_GUILESS_MAIN(CallPluginTest)
+#include "tst_callplugin.moc"

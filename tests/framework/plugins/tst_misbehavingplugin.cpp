@@ -1,0 +1,424 @@
+#include "../../plugins/stub/stub.h"
+#include "activity.h"
+#include "ibuildenvironment.h"
+#include "icustomdocumentplugin.h"
+#include "idebugbuild.h"
+#include "idisassembly.h"
+#include "idisassemblyaddress.h"
+#include "idockextension.h"
+#include "iexecutionenvironment.h"
+#include "ilivememory.h"
+#include "imemoryverify.h"
+#include "imultiprocessorsync.h"
+#include "iperipheralfields.h"
+#include "iprojectpopulate.h"
+#include "ipropertydefinitions.h"
+#include "isourcemapping.h"
+#include "isymbollookup.h"
+#include "iworkspaceclient.h"
+#include "outputpage.h"
+#include "outputwindow.h"
+#include "windowfixture.h"
+#include <QLabel>
+#include <QMenu>
+#include <QPluginLoader>
+#include <QRegularExpression>
+#include <QThread>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+const QSet<QUuid> executionInterfaces{IExecutionEnvironment::Iid,
+                                      IBreakpoints::Iid,
+                                      ISourceMapping::Iid,
+                                      ISymbolLookup::Iid,
+                                      IDisassembly::Iid,
+                                      IDisassemblyAddress::Iid,
+                                      IMemory::Iid,
+                                      IMemoryVerify::Iid,
+                                      IRegisters::Iid,
+                                      IPeripherals::Iid,
+                                      IMultiProcessorSync::Iid,
+                                      IDockExtension::Iid,
+                                      IExtensionCommands::Iid,
+                                      IPropertyDefinitions::Iid,
+                                      IWorkspaceClient::Iid};
+const QSet<QUuid> buildInterfaces{IBuildEnvironment::Iid,  IDebugBuild::Iid,          IProjectPopulate::Iid,
+                                  IExtensionCommands::Iid, IPropertyDefinitions::Iid, IWorkspaceClient::Iid};
+
+StubControl *stub()
+{
+    return qobject_cast<StubControl *>(QPluginLoader(QStringLiteral(TESTPLUGIN_STUB)).instance());
+}
+
+/// The calls of all interfaces that the program makes in the user's story below. "*" is any call.
+const QStringList calls{u"create"_s,
+                        u"queryInterface"_s,
+                        u"setProject"_s,
+                        u"initialise"_s,
+                        u"setQueryInterface"_s,
+                        u"widgets"_s,
+                        u"workspaceChanged"_s,
+                        u"canCompile"_s,
+                        u"canAttach"_s,
+                        u"isUpToDate"_s,
+                        u"build"_s,
+                        u"clean"_s,
+                        u"compile"_s,
+                        u"buildForDebug"_s,
+                        u"populate"_s,
+                        u"start"_s,
+                        u"run"_s,
+                        u"runTo"_s,
+                        u"stepInto"_s,
+                        u"stepOver"_s,
+                        u"pause"_s,
+                        u"restart"_s,
+                        u"wakeUp"_s,
+                        u"stop"_s,
+                        u"programStatus"_s,
+                        u"currentLocation"_s,
+                        u"breakpoints"_s,
+                        u"setBreakpoint"_s,
+                        u"commands"_s,
+                        u"execute"_s,
+                        u"regions"_s,
+                        u"readBlock"_s,
+                        u"registers"_s,
+                        u"value"_s,
+                        u"peripherals"_s,
+                        u"evaluate"_s,
+                        u"text"_s,
+                        u"sourceLines"_s,
+                        u"symbolAt"_s,
+                        u"addressOf"_s};
+
+/// What the plug-in does in a call.
+struct Deed
+{
+    const char *name;
+    const char *text;
+};
+const QList<Deed> deeds{{"throw", "throws an exception"},
+                        {"loop", "runs an event loop of its own"},
+                        {"report", "sends all reports, with an unreadable project among them"},
+                        {"thread", "sends reports from another thread"},
+                        {"close", "closes the workspace"}};
+} // namespace
+
+/// A plug-in that does something wrong in each of its calls, while the user works, closes and exits.
+class MisbehavingPluginTest : public QObject
+{
+    Q_OBJECT
+
+    std::unique_ptr<WindowFixture> f;
+    QString m_deed;
+    bool m_wasCalled = false;
+    bool m_ranSession = false;
+    bool m_typed = false; ///< the workspace was open long enough
+    int m_depth = 0;
+    QMap<QString, QMap<QString, QString>> m_results; ///< by call and deed
+
+    static void prepareScripts()
+    {
+        stub()->reset();
+        StubScript &sim = stub()->script(u"{sim}"_s);
+        sim.label = u"sim"_s;
+        sim.offers = executionInterfaces;
+        sim.canAttach = true;
+        sim.location = {u"main.c"_s, 2};
+        sim.regions = {{u"RAM"_s, 1, 0, 0, 0x100, 0x1ff, false, IMemory::Byte}};
+        sim.registers = {{u"r0"_s, 32, {}, 4, 4, {}, false}};
+        sim.peripherals = {{u"UART"_s, {{u"DR"_s, 32, false}}}};
+        sim.instructions = {{0, u"nop"_s}};
+        StubScript &tools = stub()->script(u"{cc}"_s);
+        tools.label = u"cc"_s;
+        tools.offers = buildInterfaces;
+        for (StubScript *script : {&sim, &tools})
+            script->commands = {{u"id"_s, u"Command"_s, {}, true, false}};
+    }
+
+    static void sendReports()
+    {
+        if (StubObjectState *sim = stub()->object(u"sim"_s); sim && sim->executionEvents) {
+            const auto events = shareInterface(sim->executionEvents.get());
+            events->programStatusChanged(IExecutionEnvironment::ProgramPaused);
+            events->statusInfo(u"text"_s, 1);
+            events->breakpointsChanged();
+            events->processorStatusChanged({});
+            events->feedback(u"feedback\n"_s, {}, false);
+        }
+        if (StubObjectState *tools = stub()->object(u"cc"_s); tools && tools->buildEvents) {
+            const auto events = shareInterface(tools->buildEvents.get());
+            events->xmlFeedback(u"<project"_s);
+            events->feedback(u"feedback\n"_s);
+            events->buildFinished(false);
+        }
+    }
+
+    /// The bad deed. What it causes may lead to the same call again, in which the plug-in behaves.
+    void act()
+    {
+        m_wasCalled = true;
+        if (m_depth > 0)
+            return;
+        ++m_depth;
+        const auto end = qScopeGuard([this] { --m_depth; });
+        if (m_deed == "throw"_L1)
+            throw std::runtime_error("bad deed");
+        if (m_deed == "report"_L1)
+            sendReports();
+        if (m_deed == "close"_L1 && f->window && f->window->projectWorkspace())
+            f->window->closeWorkspace();
+        if (m_deed == "loop"_L1) {
+            QEventLoop loop;
+            QTimer::singleShot(0, &loop, &QEventLoop::quit);
+            loop.exec();
+        }
+        if (m_deed == "thread"_L1) {
+            const std::unique_ptr<QThread> thread(QThread::create(&MisbehavingPluginTest::sendReports));
+            thread->start();
+            thread->wait();
+        }
+    }
+
+    void misbehaveIn(const QString &call)
+    {
+        m_wasCalled = false;
+        for (const QString &feature : {u"{sim}"_s, u"{cc}"_s})
+            stub()->script(feature).on = {{call, [this] { act(); }}};
+    }
+
+    [[nodiscard]] QString output() const
+    {
+        const OutputWindow *output = f->window->findChild<OutputWindow *>();
+        return output->page(OutputWindow::Build)->toPlainText() + output->page(OutputWindow::Debug)->toPlainText();
+    }
+
+    void finishBuild() const
+    {
+        QCoreApplication::processEvents();
+        StubObjectState *tools = stub()->object(u"cc"_s);
+        if (f->window->activity().state() == StateBuilding && tools && tools->buildEvents)
+            tools->buildEvents->buildFinished(true);
+    }
+
+    void startSession(bool attach)
+    {
+        QTimer finish; // the build before the session
+        connect(&finish, &QTimer::timeout, this, [this] { finishBuild(); });
+        finish.start(1);
+        attach ? f->window->debugAttach() : f->window->debugRun();
+    }
+
+    void stopAt(IExecutionEnvironment::ProgramStatus status) const
+    {
+        QCoreApplication::processEvents();
+        if (StubObjectState *sim = stub()->object(u"sim"_s); sim && sim->executionEvents)
+            sim->executionEvents->programStatusChanged(status);
+    }
+
+    /// The result of a story in the words of the table.
+    [[nodiscard]] QString resultOf(const QString &shown) const
+    {
+        static const QRegularExpression failure(u"The plug-in 'Stub' has failed in (\\w+::\\w+): "_s);
+        QStringList operations;
+        for (auto match = failure.globalMatch(shown); match.hasNext();)
+            operations += u'`' + match.next().captured(1) + u'`';
+        operations.sort();
+        operations.removeDuplicates();
+        const QString session = m_ranSession ? u"session runs"_s : u"no session"_s;
+        if (!m_wasCalled)
+            return u"not called"_s;
+        return operations.isEmpty() ? session : u"reported: "_s + operations.join(u", "_s) + u"; "_s + session;
+    }
+
+    [[nodiscard]] QString table() const
+    {
+        QString text = u"| call |"_s;
+        QString line = u"|---|"_s;
+        for (const Deed &deed : deeds) {
+            text += u' ' + QString::fromLatin1(deed.text) + u" |"_s;
+            line += u"---|"_s;
+        }
+        text += u'\n' + line + u'\n';
+        for (const QString &call : calls) {
+            text += u"| `"_s + call + u"` |"_s;
+            for (const Deed &deed : deeds)
+                text += u' ' + m_results[call][QString::fromLatin1(deed.name)] + u" |"_s;
+            text += u'\n';
+        }
+        return text;
+    }
+
+    /// Opens the workspace, builds, debugs and closes. Commands that are not available now are skipped, as their
+    /// actions are disabled.
+    QString story()
+    {
+        MainWindow *window = f->window.get();
+        QString failures;
+        const auto step = [&](const std::function<void()> &command) {
+            if (!window->projectWorkspace())
+                return;
+            command();
+            finishBuild();
+            failures += output();
+        };
+        const auto debugging = [&](const std::function<void()> &command) {
+            step([&] {
+                if (window->activity().isDebugging())
+                    command();
+            });
+        };
+        window->openWorkspace(f->path(u"all.vnw"_s), false);
+        failures += output();
+        step([&] { window->openFile(f->path(u"main.c"_s), false); });
+        step([&] {
+            m_typed = f->view();
+            if (m_typed)
+                f->type(u"typed "_s);
+        });
+        step([&] { window->buildBuild(); });
+        step([&] { window->buildClean(); });
+        step([&] { window->buildCompileFile(); });
+        step([&] { window->projectRepopulate(); });
+        for (const bool attach : {false, true}) {
+            step([&] { startSession(attach); });
+            debugging([&] { stopAt(IExecutionEnvironment::ProgramPaused); });
+            debugging([&] { m_ranSession = true; });
+            debugging([&] { showDebugWindows(); });
+            debugging([&] { window->debugToggleBreakpoint(); });
+            debugging([&] { window->debugStepOver(); });
+            debugging([&] { stopAt(IExecutionEnvironment::ProgramBreakpointHit); });
+            debugging([&] { window->debugStepInto(); });
+            debugging([&] { window->debugPause(); });
+            debugging([&] { window->debugWakeup(); });
+            debugging([&] { stopAt(IExecutionEnvironment::ProgramPaused); });
+            debugging([&] { window->debugRunToCursor(); });
+            debugging([&] { stopAt(IExecutionEnvironment::ProgramPaused); });
+            debugging([&] { window->debugRestart(); });
+            debugging([&] { window->debugViewDisassembly(); });
+            debugging([&] { window->debugShowNext(); });
+            debugging([&] { window->debugStop(); });
+        }
+        for (QMenu *menu : window->findChildren<QMenu *>())
+            step([&] { Q_EMIT menu->aboutToShow(); });
+        window->fileSaveAll();
+        if (window->projectWorkspace())
+            window->closeWorkspace();
+        QCoreApplication::processEvents();
+        window->viewManager()->closeAll();
+        return failures + output();
+    }
+
+    void showDebugWindows() const
+    {
+        MainWindow *window = f->window.get();
+        window->debugToggleRegisterWindow(true);
+        window->debugToggleMemoryWindow(true);
+        window->debugTogglePeripheralWindow(true);
+        window->debugToggleWatchWindow(true);
+        QCoreApplication::processEvents();
+        window->grab(); // the windows read what they paint
+    }
+
+private Q_SLOTS:
+    void init()
+    {
+        prepareScripts();
+        QCoreApplication::addLibraryPath(QFileInfo(QStringLiteral(TESTPLUGIN_STUB)).path());
+        f = std::make_unique<WindowFixture>();
+        f->write(u"fw.vnp"_s, "<project buildenvironment='{cc}' executionenvironment='{sim}'><file path='main.c'/>"
+                              "<properties currentconfiguration='Debug'><configuration name='Debug'/></properties>"
+                              "</project>");
+        f->writeWorkspace(u"all.vnw"_s, {u"fw.vnp"_s});
+    }
+    void cleanup()
+    {
+        for (const QString &feature : {u"{sim}"_s, u"{cc}"_s})
+            stub()->script(feature).on.clear();
+        f.reset();
+    }
+
+    void programSurvives_data()
+    {
+        QTest::addColumn<QString>("deed");
+        for (const Deed &deed : deeds)
+            QTest::newRow(deed.name) << QString::fromLatin1(deed.name);
+    }
+
+    /// After each story the program can do everything again with a plug-in that behaves.
+    void programSurvives()
+    {
+        QFETCH(QString, deed);
+        QtMessageHandler previous =
+            qInstallMessageHandler([](QtMsgType, const QMessageLogContext &, const QString &) {});
+        const auto restore = qScopeGuard([&] { qInstallMessageHandler(previous); });
+        m_deed = deed;
+        int called = 0;
+        for (const QString &call : calls) {
+            f->write(u"main.c"_s, "one\ntwo\nthree\n");
+            misbehaveIn(call);
+            m_ranSession = false;
+            m_typed = false;
+            const QString shown = story();
+            m_results[call][deed] = resultOf(shown);
+            if (deed == "throw"_L1 && m_wasCalled)
+                QVERIFY2(shown.contains(u"The plug-in 'Stub' has failed in "_s), qPrintable(call + u": "_s + shown));
+            called += m_wasCalled;
+            QVERIFY2(f->read(u"main.c"_s).contains("typed") == m_typed, qPrintable(call));
+            QCOMPARE(f->window->activity().state(), StateNoWorkspace);
+            QCOMPARE(stub()->objectCount(), 0);
+        }
+        QVERIFY(called > calls.size() / 2);
+    }
+
+    /// The documentation contains the results. With VARNEL_WRITE_DOCS this writes them.
+    void tableOfResultsIsDocumented()
+    {
+        QFile file(QStringLiteral(VARNEL_SOURCE_DIR "/docs/plugin-misbehaviour.md"));
+        const bool writes = qEnvironmentVariableIsSet("VARNEL_WRITE_DOCS");
+        QVERIFY(file.open(writes ? QIODevice::ReadWrite : QIODevice::ReadOnly));
+        const QString text = QString::fromUtf8(file.readAll());
+        const qsizetype start = text.indexOf(u"| call |"_s);
+        QVERIFY(start > 0);
+        if (m_results.isEmpty() || m_results.first().size() < deeds.size())
+            QSKIP("the other functions of this test were not run");
+        if (writes) {
+            file.resize(0);
+            file.seek(0);
+            file.write((text.left(start) + table()).toUtf8());
+        } else {
+            QCOMPARE(text.mid(start), table());
+        }
+    }
+
+    void exitDuringAMisbehavingSessionEndsTheProgram_data() { programSurvives_data(); }
+
+    void exitDuringAMisbehavingSessionEndsTheProgram()
+    {
+        QFETCH(QString, deed);
+        QtMessageHandler previous =
+            qInstallMessageHandler([](QtMsgType, const QMessageLogContext &, const QString &) {});
+        const auto restore = qScopeGuard([&] { qInstallMessageHandler(previous); });
+        m_deed = deed;
+        QVERIFY(f->window->openWorkspace(f->path(u"all.vnw"_s), false));
+        startSession(false);
+        stopAt(IExecutionEnvironment::ProgramPaused);
+        QVERIFY(f->window->activity().isDebugging());
+        for (const QString &call : {u"stop"_s, u"canAttach"_s, u"delete"_s, u"breakpoints"_s, u"currentLocation"_s})
+            stub()->script(u"{sim}"_s).on.insert(call, [this, call] {
+                if (call != "delete"_L1 || m_deed == "report"_L1) // a destructor must not throw
+                    act();
+            });
+        QVERIFY(f->window->close());
+        QCOMPARE(stub()->objectCount(), 0);
+    }
+};
+
+int main(int argc, char **argv)
+{
+    MisbehavingPluginTest test; // makes an application in each function
+    return QTest::qExec(&test, argc, argv);
+}
+#include "tst_misbehavingplugin.moc"

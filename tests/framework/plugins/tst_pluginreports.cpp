@@ -1,0 +1,571 @@
+#include "../../plugins/stub/stub.h"
+#include "activity.h"
+#include "ibuildenvironment.h"
+#include "idockextension.h"
+#include "iexecutionenvironment.h"
+#include "ihost.h"
+#include "interfaceobject.h"
+#include "iworkspaceclient.h"
+#include "outputpage.h"
+#include "outputwindow.h"
+#include "windowfixture.h"
+#include <QDockWidget>
+#include <QPluginLoader>
+#include <QProgressBar>
+#include <QProgressDialog>
+#include <QPushButton>
+#include <QStatusBar>
+#include <QTextBlock>
+#include <QThread>
+#include <QToolButton>
+
+using namespace Qt::StringLiterals;
+using Status = IExecutionEnvironment;
+
+namespace {
+StubControl *stub()
+{
+    return qobject_cast<StubControl *>(QPluginLoader(QStringLiteral(TESTPLUGIN_STUB)).instance());
+}
+
+StubScript &script(const QString &label)
+{
+    return stub()->script(u'{' + label + u'}');
+}
+
+/// A main window with one or two projects, "fw" and "dsp", with a processor and a tool chain each ("fw-cc", "dsp-cc").
+class PluginWindow : public WindowFixture
+{
+public:
+    explicit PluginWindow(int projects = 1) : WindowFixture((prepare(), QList<QByteArray>{"varnel"}))
+    {
+        write(u"main.c"_s, "one\ntwo\nthree\n");
+        QStringList files;
+        for (const QByteArray &name : QByteArrayList{"fw", "dsp"}.first(projects)) {
+            files += QString::fromLatin1(name) + u".vnp"_s;
+            write(files.last(), "<project buildenvironment='{" + name + "-cc}' executionenvironment='{" + name
+                                    + "}'><file path='main.c'/><properties currentconfiguration='Debug'>"
+                                      "<configuration name='Debug'/></properties></project>");
+        }
+        writeWorkspace(u"all.vnw"_s, files);
+    }
+
+    ~PluginWindow()
+    {
+        for (const QString &label : {u"fw"_s, u"dsp"_s, u"fw-cc"_s, u"dsp-cc"_s})
+            script(label).on.clear();
+    }
+
+    void openAll() const
+    {
+        QVERIFY(window->openWorkspace(path(u"all.vnw"_s), false));
+        QVERIFY(window->openFile(path(u"main.c"_s), false));
+        stub()->takeCalls();
+    }
+
+    [[nodiscard]] ActivityState state() const { return window->activity().state(); }
+    static void report(const QString &name, IExecutionEnvironment::ProgramStatus status)
+    {
+        stub()->object(name)->executionEvents->programStatusChanged(status);
+    }
+    void startSession() const
+    {
+        openAll();
+        window->debugRun();
+        report(u"fw"_s, Status::ProgramPaused);
+        QCOMPARE(state(), StatePaused);
+        stub()->takeCalls();
+    }
+
+    [[nodiscard]] QString page(const QString &name) const
+    {
+        const OutputPage *page = window->findChild<OutputWindow *>()->page(name);
+        return page ? page->toPlainText() : QString();
+    }
+
+private:
+    static void prepare()
+    {
+        stub()->reset();
+        for (const QString &name : {u"fw"_s, u"dsp"_s}) {
+            script(name).label = name;
+            script(name).offers = {IExecutionEnvironment::Iid, IBreakpoints::Iid, IWorkspaceClient::Iid};
+            script(name).location = {u"main.c"_s, 2};
+            script(name).canAttach = true;
+            script(name + u"-cc"_s).label = name + u"-cc"_s;
+            script(name + u"-cc"_s).offers = {IBuildEnvironment::Iid};
+        }
+        QCoreApplication::addLibraryPath(QFileInfo(QStringLiteral(TESTPLUGIN_STUB)).path());
+    }
+};
+
+int count(const QString &call)
+{
+    return int(stub()->takeCalls().count(call));
+}
+
+/// Records the events of the host.
+class Events : public InterfaceObject<IHostEvents, IProgressCancel>
+{
+public:
+    void filesChanged() override { log += u"files"_s; }
+    void propertyChanged(const QString &key, const QString &configuration) override
+    {
+        log += u"property %1 of %2"_s.arg(key, configuration);
+    }
+    void configurationChanged(const QString &configuration) override { log += u"configuration "_s + configuration; }
+    void currentProjectChanged(bool own) override { log += u"current %1"_s.arg(own); }
+    void cancelled(int progress) override { log += u"cancelled %1"_s.arg(progress); }
+
+    QStringList log;
+};
+
+/// A page with one widget.
+class Page : public InterfaceObject<IOptionsPage>
+{
+public:
+    QString title() override { return u"Probe"_s; }
+    QWidget *createPage() override { return new QLineEdit(u"text"_s); }
+    void apply(QWidget *page) override { applied = static_cast<QLineEdit *>(page)->text(); }
+
+    QString applied;
+};
+} // namespace
+
+/// Reports of plug-ins in all situations, and the services that the window offers to them.
+class PluginReportsTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init()
+    {
+        QTest::failOnWarning(QRegularExpression(u"^(?!This plugin does not support|IDEApplication::loadPixmap)"_s));
+    }
+
+    // Reports from inside a call
+
+    void breakpointsThatReportAChangeAreReadOnceMore()
+    {
+        const PluginWindow f;
+        f.startSession();
+        script(u"fw"_s).on[u"breakpoints"_s] = [] { stub()->object(u"fw"_s)->executionEvents->breakpointsChanged(); };
+        f.report(u"fw"_s, Status::ProgramPaused);
+        QCoreApplication::processEvents();
+        QVERIFY(count(u"fw.breakpoints()"_s) < 10);
+        QCOMPARE(f.state(), StatePaused);
+    }
+
+    void locationThatReportsAStopDoesNotRepeatIt()
+    {
+        const PluginWindow f;
+        f.startSession();
+        script(u"fw"_s).on[u"currentLocation"_s] = [&] { f.report(u"fw"_s, Status::ProgramPaused); };
+        f.report(u"fw"_s, Status::ProgramPaused);
+        QCoreApplication::processEvents();
+        QVERIFY(count(u"fw.currentLocation()"_s) < 20);
+        QCOMPARE(f.state(), StatePaused);
+    }
+
+    void attachQuestionThatReportsAStateDoesNotRepeatIt()
+    {
+        const PluginWindow f;
+        f.startSession();
+        script(u"fw"_s).on[u"canAttach"_s] = [&] { f.report(u"fw"_s, Status::ProgramFinished); };
+        f.report(u"fw"_s, Status::ProgramRunning);
+        QCoreApplication::processEvents();
+        QCOMPARE(f.state(), StateFinished);
+    }
+
+    void reportOfAnotherThreadIsShown()
+    {
+        const PluginWindow f;
+        f.startSession();
+        const std::unique_ptr<QThread> thread(QThread::create([&] {
+            stub()->object(u"fw"_s)->executionEvents->feedback(u"from a thread\n"_s, {}, false);
+            f.report(u"fw"_s, Status::ProgramRunning);
+        }));
+        thread->start();
+        QVERIFY(thread->wait());
+        QTRY_COMPARE(f.state(), StateRunning);
+        QVERIFY(f.page(u"Debug"_s).contains(u"from a thread"_s));
+    }
+
+    // Exceptions
+
+    void exceptionIsShownOnThePageOfItsInterface()
+    {
+        const PluginWindow f;
+        f.openAll();
+        script(u"fw-cc"_s).on[u"build"_s] = [] { throw std::runtime_error("no licence"); };
+        QTest::ignoreMessage(QtWarningMsg, "IBuildEnvironment::build: an exception has left the plug-in (no licence)");
+        f.window->buildBuild();
+        QCOMPARE(f.page(u"Build"_s), u"The plug-in 'Stub' has failed in IBuildEnvironment::build: no licence"_s);
+        script(u"fw"_s).on[u"start"_s] = [] { throw std::runtime_error("no probe"); };
+        QTest::ignoreMessage(QtWarningMsg,
+                             "IExecutionEnvironment::start: an exception has left the plug-in (no probe)");
+        f.answers->press(QMessageBox::Ok);
+        f.window->debugRun();
+        QVERIFY(
+            f.page(u"Debug"_s).endsWith(u"The plug-in 'Stub' has failed in IExecutionEnvironment::start: no probe"_s));
+    }
+
+    void exceptionInAnEventOfAPluginsObjectIsCaught()
+    {
+        struct Thrower : QObject
+        {
+            bool event(QEvent *) override { throw std::runtime_error("slot"); }
+        };
+        const PluginWindow f;
+        Thrower thrower;
+        QTest::ignoreMessage(QtWarningMsg, "QObject::event: an exception has left the plug-in (slot)");
+        QEvent event(QEvent::User);
+        QCoreApplication::sendEvent(&thrower, &event);
+        QVERIFY(f.page(u"Debug"_s).contains(u"has failed in QObject::event: slot"_s));
+    }
+
+    // Builds in a session
+
+    void sessionSurvivesACompilation()
+    {
+        const PluginWindow f;
+        f.startSession();
+        f.window->buildCompileFile();
+        QCOMPARE(f.state(), StateBuilding);
+        stub()->object(u"fw-cc"_s)->buildEvents->buildFinished(true);
+        QCOMPARE(f.state(), StatePaused);
+        f.window->debugStepOver();
+        QCOMPARE(f.state(), StateRunning);
+        QCOMPARE(count(u"fw.start(false)"_s), 0);
+    }
+
+    void reportDuringACompilationIsShownAfterIt()
+    {
+        const PluginWindow f;
+        f.startSession();
+        f.window->debugRun();
+        QCOMPARE(f.state(), StateRunning);
+        f.window->buildCompileFile();
+        f.report(u"fw"_s, Status::ProgramFinished);
+        stub()->object(u"fw-cc"_s)->buildEvents->buildFinished(true);
+        QCOMPARE(f.state(), StateFinished);
+    }
+
+    void earlierReportDoesNotReplaceTheStateAfterACompilation()
+    {
+        const PluginWindow f;
+        f.startSession();
+        f.window->debugRun(); // running, although the last report was a pause
+        f.window->buildCompileFile();
+        stub()->object(u"fw-cc"_s)->buildEvents->buildFinished(true);
+        QCOMPARE(f.state(), StateRunning);
+    }
+
+    void workspaceThatIsClosedDuringACompilationEndsTheSession()
+    {
+        const PluginWindow f;
+        f.startSession();
+        f.window->buildCompileFile();
+        QVERIFY(f.window->closeWorkspace());
+        QVERIFY(stub()->takeCalls().contains(u"fw.stop()"_s));
+    }
+
+    // The contents of a project
+
+    void contentsAreThoseOfTheSendersProject()
+    {
+        const PluginWindow f(2);
+        f.openAll();
+        const QList<QPointer<Project>> projects = f.window->activity().projects();
+        QCOMPARE(f.window->activity().currentProject(), projects[0].data());
+        stub()->object(u"dsp-cc"_s)->buildEvents->xmlFeedback(u"<project><file path='new.c'/></project>"_s);
+        QVERIFY(projects[0]->containsFile(f.path(u"main.c"_s)));
+        QVERIFY(projects[1]->containsFile(f.path(u"new.c"_s)));
+        QVERIFY(!projects[1]->containsFile(f.path(u"main.c"_s)));
+    }
+
+    void unreadableContentsChangeNothingAndAreReported()
+    {
+        const PluginWindow f;
+        f.openAll();
+        stub()->object(u"fw-cc"_s)->buildEvents->xmlFeedback(u"<project><file path='new.c'>"_s);
+        QVERIFY(f.window->activity().currentProject()->containsFile(f.path(u"main.c"_s)));
+        QVERIFY(!f.window->activity().currentProject()->isModified());
+        QVERIFY(
+            f.page(u"Build"_s)
+                .startsWith(u"The contents that the build environment has sent for project 'fw' cannot be read: "_s));
+    }
+
+    // Starts
+
+    void laterEnvironmentThatCannotStartStopsTheEarlierOnes()
+    {
+        const PluginWindow f(2);
+        f.openAll();
+        script(u"dsp"_s).started = false;
+        f.answers->press(QMessageBox::Ok);
+        f.window->debugRun();
+        const QStringList calls = stub()->takeCalls();
+        QVERIFY(calls.contains(u"fw.start(false)"_s));
+        QVERIFY(calls.contains(u"fw.stop()"_s));
+        QVERIFY(!calls.contains(u"dsp.stop()"_s));
+        QCOMPARE(f.state(), StateIdle);
+    }
+
+    void attachWithoutAReportTakesTheStatus_data()
+    {
+        QTest::addColumn<int>("projects");
+        QTest::addColumn<int>("status");
+        QTest::addColumn<int>("state");
+        QTest::newRow("paused") << 1 << int(Status::ProgramPaused) << int(StatePaused);
+        QTest::newRow("running, two projects") << 2 << int(Status::ProgramRunning) << int(StateRunning);
+        QTest::newRow("foreign number") << 1 << 77 << int(StateUnknown);
+    }
+
+    void attachWithoutAReportTakesTheStatus()
+    {
+        QFETCH(int, projects);
+        QFETCH(int, status);
+        QFETCH(int, state);
+        const PluginWindow f(projects);
+        f.openAll();
+        script(u"fw"_s).programStatus = Status::ProgramStatus(status);
+        f.window->debugAttach();
+        QCOMPARE(int(f.state()), state);
+        f.window->debugStop();
+        QCOMPARE(f.state(), StateIdle);
+    }
+
+    void startInTheBackgroundShowsItsSteps()
+    {
+        const PluginWindow f;
+        f.openAll();
+        script(u"fw"_s).offers += IProgressiveStart::Iid;
+        QString label;
+        script(u"fw"_s).on[u"startInBackground"_s] = [&] {
+            QTimer::singleShot(0, f.window.get(), [&] {
+                stub()->object(u"fw"_s)->progress->progress(u"Loading"_s, 40);
+                const auto *dialog = f.window->findChild<QProgressDialog *>();
+                label = u"%1 %2"_s.arg(dialog->labelText()).arg(dialog->value());
+                stub()->object(u"fw"_s)->progress->finished(true, {});
+                stub()->object(u"fw"_s)->progress->finished(false, u"second"_s);
+            });
+        };
+        f.window->debugRun();
+        QCOMPARE(label, u"Loading 40"_s);
+        QCOMPARE(f.state(), StateRunning);
+        QVERIFY(!f.window->findChild<QProgressDialog *>());
+        stub()->object(u"fw"_s)->progress.reset();
+    }
+
+    void failureInTheBackgroundShowsItsReason()
+    {
+        const PluginWindow f;
+        f.openAll();
+        script(u"fw"_s).offers += IProgressiveStart::Iid;
+        script(u"fw"_s).on[u"startInBackground"_s] = [] {
+            stub()->object(u"fw"_s)->progress->finished(false, u"No probe was found."_s);
+        };
+        f.answers->press(QMessageBox::Ok);
+        f.window->debugRun();
+        QVERIFY(f.page(u"Debug"_s).contains(u"No probe was found."_s));
+        QCOMPARE(f.state(), StateIdle);
+        stub()->object(u"fw"_s)->progress.reset();
+    }
+
+    void startInTheBackgroundCanBeCancelled()
+    {
+        const PluginWindow f;
+        f.openAll();
+        script(u"fw"_s).offers += IProgressiveStart::Iid;
+        script(u"fw"_s).on[u"startInBackground"_s] = [&] {
+            QTimer::singleShot(0, f.window.get(),
+                               [&] { f.window->findChild<QProgressDialog *>()->findChild<QPushButton *>()->click(); });
+        };
+        f.window->debugRun();
+        QCOMPARE(f.state(), StateIdle);
+        const QStringList calls = stub()->takeCalls();
+        QVERIFY(calls.indexOf(u"fw.cancelStart()"_s) > 0);
+        QVERIFY(calls.indexOf(u"fw.stop()"_s) > calls.indexOf(u"fw.cancelStart()"_s));
+        QVERIFY(f.answers->said.isEmpty());
+        stub()->object(u"fw"_s)->progress->finished(true, {}); // too late
+        stub()->object(u"fw"_s)->progress.reset();
+    }
+
+    void workspaceCanBeClosedDuringAStartInTheBackground()
+    {
+        const PluginWindow f;
+        f.openAll();
+        script(u"fw"_s).offers += IProgressiveStart::Iid;
+        script(u"fw"_s).on[u"startInBackground"_s] = [&] {
+            QTimer::singleShot(0, f.window.get(), [&] {
+                stub()->object(u"fw"_s)->progress.reset();
+                f.window->closeWorkspace();
+            });
+        };
+        f.window->debugRun();
+        QCOMPARE(f.state(), StateNoWorkspace);
+        QCOMPARE(stub()->objectCount(), 0);
+    }
+
+    // The host
+
+    void hostIsReachedThroughTheQueryObject()
+    {
+        const PluginWindow f;
+        f.openAll();
+        const auto host = queryInterface<IHost>(stub()->object(u"fw"_s)->query.get());
+        QVERIFY(host);
+        QCOMPARE(host->hostVersion(), u"2.9.0"_s);
+        QVERIFY(!queryInterface<IBuildEvents>(stub()->object(u"fw"_s)->query.get()));
+    }
+
+    void hostOpensAFileAtAColumn()
+    {
+        const PluginWindow f;
+        f.openAll();
+        const auto host = queryInterface<IHost>(stub()->object(u"fw"_s)->query.get());
+        QVERIFY(host->openFile(u"main.c"_s, 3, 4));
+        const QTextCursor cursor = f.view()->currentEdit()->textCursor();
+        QCOMPARE(cursor.blockNumber(), 2);
+        QCOMPARE(cursor.positionInBlock(), 3);
+        QVERIFY(host->openFile(f.path(u"main.c"_s), 1, 99));
+        QCOMPARE(f.view()->currentEdit()->textCursor().positionInBlock(), 3); // at the end of "one"
+        QVERIFY(!host->openFile({}, 1, 1));
+    }
+
+    void diagnosticsAreListedAndOpenTheirPlaces()
+    {
+        const PluginWindow f;
+        f.openAll();
+        const auto host = queryInterface<IHost>(stub()->object(u"fw"_s)->query.get());
+        host->output(u"Check"_s, u"old\n"_s);
+        host->setDiagnostics(u"Check"_s, {{Diagnostic::Note, {}, 0, 0, u"2 messages"_s, {}},
+                                          {Diagnostic::Warning, u"main.c"_s, 3, 2, u"unused"_s, u"-Wunused"_s},
+                                          {Diagnostic::Error, u"main.c"_s, 2, 0, u"expected\n;"_s, {}}});
+        QCOMPARE(f.page(u"Check"_s), u"main.c:2: error: expected ;\nmain.c:3:2: warning: unused [-Wunused]\n"
+                                     "note: 2 messages"_s);
+        host->showOutput(u"Check"_s);
+        const auto *output = f.window->findChild<OutputWindow *>();
+        QCOMPARE(output->currentPage(), output->page(u"Check"_s));
+        f.window->editLookupNextLine();
+        QCOMPARE(f.view()->currentEdit()->textCursor().blockNumber(), 2);
+        QCOMPARE(f.view()->currentEdit()->textCursor().positionInBlock(), 1);
+        host->setDiagnostics(u"Check"_s, {});
+        QCOMPARE(f.page(u"Check"_s), QString());
+    }
+
+    void progressIsShownAndCancelled()
+    {
+        const PluginWindow f;
+        f.openAll();
+        const auto host = queryInterface<IHost>(stub()->object(u"fw"_s)->query.get());
+        const InterfacePtr<Events> events(new Events);
+        const int number = host->beginProgress(u"Flashing"_s, events.get());
+        auto *widget = f.window->statusBar()->findChild<QWidget *>(u"PluginProgress%1"_s.arg(number));
+        QVERIFY(widget);
+        host->setProgress(number, 40);
+        QCOMPARE(widget->findChild<QProgressBar *>()->value(), 40);
+        widget->findChild<QToolButton *>()->click();
+        widget->findChild<QToolButton *>()->click();
+        QCOMPARE(events->log, QStringList(u"cancelled %1"_s.arg(number)));
+        const QPointer<QWidget> shown(widget);
+        host->endProgress(number);
+        host->endProgress(number);
+        host->setProgress(number, 50);
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        QVERIFY(!shown);
+    }
+
+    void settingsAreThoseOfThePlugin()
+    {
+        const PluginWindow f(2);
+        f.openAll();
+        const auto host = queryInterface<IHost>(stub()->object(u"fw"_s)->query.get());
+        const auto other = queryInterface<IHost>(stub()->object(u"dsp"_s)->query.get());
+        QCOMPARE(host->setting(u"probe/port"_s, 7), QVariant(7));
+        host->setSetting(u"probe/port"_s, 8);
+        QCOMPARE(host->setting(u"probe/port"_s, 7).toInt(), 8);
+        QCOMPARE(f.settings()->value(u"Plugins/fw/probe/port"_s).toInt(), 8);
+        QCOMPARE(other->setting(u"probe/port"_s, 7), QVariant(7));
+        host->setSetting(u"probe/port"_s, {});
+        QVERIFY(!f.settings()->contains(u"Plugins/fw/probe/port"_s));
+    }
+
+    void optionsPageIsShownAndApplied()
+    {
+        const PluginWindow f;
+        f.openAll();
+        const auto host = queryInterface<IHost>(stub()->object(u"fw"_s)->query.get());
+        const InterfacePtr<Page> page(new Page);
+        host->addOptionsPage(page.get());
+        f.answers->meet([](QDialog *dialog) {
+            const auto *tabs = dialog->findChild<QTabWidget *>();
+            QCOMPARE(tabs->tabText(tabs->count() - 1), u"Probe"_s);
+            static_cast<QLineEdit *>(tabs->widget(tabs->count() - 1))->setText(u"changed"_s);
+            dialog->accept();
+        });
+        f.window->toolsOptions();
+        QCOMPARE(page->applied, u"changed"_s);
+        f.window->closeWorkspace();
+        page->addRef();
+        QCOMPARE(page->release(), 1ul);
+    }
+
+    void eventsOfTheProjectAreReported()
+    {
+        const PluginWindow f(2);
+        f.openAll();
+        const auto host = queryInterface<IHost>(stub()->object(u"fw"_s)->query.get());
+        const InterfacePtr<Events> events(new Events);
+        host->addEvents(events.get());
+        Project *project = f.window->activity().projects()[0];
+        project->addFiles({f.path(u"b.c"_s)}, nullptr);
+        project->properties()->setProperty(u"key"_s, u"value"_s, u"Debug"_s);
+        project->setCurrentConfiguration(u"Release"_s);
+        f.window->projectWorkspace()->setCurrentProject(1);
+        f.window->projectWorkspace()->setCurrentProject(0);
+        QCOMPARE(events->log, (QStringList{u"files"_s, u"property key of Debug"_s, u"configuration Release"_s,
+                                           u"current 0"_s, u"current 1"_s}));
+        events->log.clear();
+        host->removeEvents(events.get());
+        project->setCurrentConfiguration(u"Debug"_s);
+        QVERIFY(events->log.isEmpty());
+        events->addRef();
+        QCOMPARE(events->release(), 1ul);
+    }
+
+    void hostWithoutItsProjectDoesNothing()
+    {
+        const PluginWindow f;
+        f.openAll();
+        const auto host = queryInterface<IHost>(stub()->object(u"fw"_s)->query.get());
+        const InterfacePtr<Events> events(new Events);
+        host->addEvents(events.get());
+        f.discard();
+        events->addRef();
+        QCOMPARE(events->release(), 1ul);
+        QVERIFY(!host->openFile(u"main.c"_s, 1, 1));
+        host->output({}, u"late\n"_s);
+        host->showMessage(u"late"_s, 0);
+        host->endProgress(host->beginProgress(u"late"_s, events.get()));
+        host->addOptionsPage(nullptr);
+        QCOMPARE(host->setting(u"key"_s, 3), QVariant(3));
+        QCOMPARE(f.page(u"Build"_s), QString());
+    }
+
+    void emptyFileIsNotAdded()
+    {
+        const PluginWindow f;
+        f.openAll();
+        stub()->object(u"fw"_s)->project->addFiles({QString(), f.path(u"b.c"_s)});
+        QCOMPARE(f.window->activity().currentProject()->files({}, nullptr).size(), 2);
+    }
+};
+
+int main(int argc, char **argv)
+{
+    PluginReportsTest test; // makes an application in each function
+    return QTest::qExec(&test, argc, argv);
+}
+#include "tst_pluginreports.moc"
