@@ -54,7 +54,7 @@ public:
             readElement(root, 0);
         if (!m_xml.hasError() && root->tag == u"device")
             return true;
-        *error = m_xml.hasError() ? tr("line %1: %2").arg(m_xml.lineNumber()).arg(m_xml.errorString())
+        *error = m_xml.hasError() ? tr("line %1: %2").arg(QString::number(m_xml.lineNumber()), m_xml.errorString())
                                   : tr("it does not describe a device");
         return false;
     }
