@@ -14,6 +14,7 @@ ConfigurationDropdown::ConfigurationDropdown(const Activity &activity, ToolBar *
     setMinimumWidth(100);
     setSizeAdjustPolicy(AdjustToContents);
     setToolTip(tr("Current configuration"));
+    setAccessibleName(toolTip());
     m_item = bar->addWidget(this);
     m_item->setVisible(false);
     connect(this, &QComboBox::activated, this, &ConfigurationDropdown::choose);
