@@ -383,6 +383,7 @@ private Q_SLOTS:
         BuildFixture fixture(u"arm-none-eabi-"_s);
         fixture.add(u"main.c"_s, "int data[4] = {1}; int bss[8];\nvoid _start(void) { data[0] = bss[0]; }\n");
         fixture.write(u"x.ld"_s,
+                      "ENTRY(_start)\n"
                       "MEMORY { FLASH (rx) : ORIGIN = 0, LENGTH = 1K  RAM (rw) : ORIGIN = 0x20000000, LENGTH = 480 }\n"
                       "SECTIONS { .text : { *(.text*) } > FLASH .data : { *(.data*) } > RAM AT> FLASH "
                       ".bss : { *(.bss*) } > RAM /DISCARD/ : { *(.ARM*) } }\n");
