@@ -7,7 +7,7 @@
 using Env = IExecutionEnvironment;
 
 /// What the user reads when something fails. Most of it is provoked by a program that answers instead of gdb.
-class tst_Messages : public QObject
+class tst_GdbMessages : public QObject
 {
     Q_OBJECT
 private Q_SLOTS:
@@ -40,14 +40,14 @@ private:
     }
 };
 
-void tst_Messages::initTestCase()
+void tst_GdbMessages::initTestCase()
 {
     m_native = m_programs.native(u"demo"_s);
     m_firmware = m_programs.firmware(u"firmware.elf"_s);
     QVERIFY(!m_native.isEmpty() && !m_firmware.isEmpty());
 }
 
-void tst_Messages::failedStartIsExplained_data()
+void tst_GdbMessages::failedStartIsExplained_data()
 {
     QTest::addColumn<QString>("option");
     QTest::addColumn<bool>("attach");
@@ -73,7 +73,7 @@ void tst_Messages::failedStartIsExplained_data()
     row("first instruction", u"native:NATIVE"_s, false, u"-exec-run"_s, u"The program cannot continue: no reason"_s);
 }
 
-void tst_Messages::failedStartIsExplained()
+void tst_GdbMessages::failedStartIsExplained()
 {
     QFETCH(QString, option);
     QFETCH(bool, attach);
@@ -90,7 +90,7 @@ void tst_Messages::failedStartIsExplained()
     QCOMPARE(session.env->programStatus(), Env::ProgramUnknown);
 }
 
-void tst_Messages::problemOfAStartIsExplained_data()
+void tst_GdbMessages::problemOfAStartIsExplained_data()
 {
     QTest::addColumn<QString>("key");
     QTest::addColumn<QString>("value");
@@ -110,7 +110,7 @@ void tst_Messages::problemOfAStartIsExplained_data()
                                 << u"The breakpoint at /x/%1.c, 3 cannot be set: no reason\n"_s;
 }
 
-void tst_Messages::problemOfAStartIsExplained()
+void tst_GdbMessages::problemOfAStartIsExplained()
 {
     QFETCH(QString, key);
     QFETCH(QString, value);
@@ -129,7 +129,7 @@ void tst_Messages::problemOfAStartIsExplained()
     QCOMPARE(session.events.serious, QString());
 }
 
-void tst_Messages::programThatDoesNotReachMainIsExplained()
+void tst_GdbMessages::programThatDoesNotReachMainIsExplained()
 {
     const FakeGdb gdb({{u"-exec-run"_s, FakeGdb::running()}});
     LiveSession session(native(gdb, u";timeLimit=1"_s));
@@ -138,7 +138,7 @@ void tst_Messages::programThatDoesNotReachMainIsExplained()
              u"'main' was not reached within 1 s; the program is paused at its current location.\n"_s);
 }
 
-void tst_Messages::programThatDoesNotStopIsExplained()
+void tst_GdbMessages::programThatDoesNotStopIsExplained()
 {
     const FakeGdb gdb({{u"-exec-interrupt"_s, {u"TOKEN^done"_s}}});
     LiveSession session(native(gdb));
@@ -151,7 +151,7 @@ void tst_Messages::programThatDoesNotStopIsExplained()
     QCOMPARE(session.events.serious, u"'demo' did not stop within 3 s.\n"_s);
 }
 
-void tst_Messages::interruptedStepIsExplained()
+void tst_GdbMessages::interruptedStepIsExplained()
 {
     const FakeGdb gdb;
     LiveSession session(native(gdb));
@@ -163,7 +163,7 @@ void tst_Messages::interruptedStepIsExplained()
     QCOMPARE(session.events.text, u"The step was interrupted.\n"_s);
 }
 
-void tst_Messages::lostProgramIsExplained()
+void tst_GdbMessages::lostProgramIsExplained()
 {
     const FakeGdb gdb({{u"-exec-continue"_s, FakeGdb::running() + QStringList{u"&\"Remote connection closed\\n\""_s}}});
     LiveSession session(native(gdb));
@@ -173,7 +173,7 @@ void tst_Messages::lostProgramIsExplained()
     QCOMPARE(session.events.serious, u"'demo' has ended.\n"_s);
 }
 
-void tst_Messages::refusedNextStatementIsExplained()
+void tst_GdbMessages::refusedNextStatementIsExplained()
 {
     const FakeGdb gdb({FakeGdb::error(u"-data-evaluate-expression \"$pc"_s, u"no reason"_s)});
     LiveSession session(native(gdb));
@@ -182,7 +182,7 @@ void tst_Messages::refusedNextStatementIsExplained()
     QCOMPARE(session.events.serious, u"The next statement cannot be set: gdb refuses it.\n"_s);
 }
 
-void tst_Messages::socketThatCannotBeMadeIsExplained()
+void tst_GdbMessages::socketThatCannotBeMadeIsExplained()
 {
     const QByteArray before = qgetenv("TMPDIR");
     const QString directory = m_programs.directory()
@@ -199,7 +199,7 @@ void tst_Messages::socketThatCannotBeMadeIsExplained()
              qPrintable(session.events.serious));
 }
 
-void tst_Messages::missingTerminalIsExplained()
+void tst_GdbMessages::missingTerminalIsExplained()
 {
     rlimit before{};
     QCOMPARE(getrlimit(RLIMIT_NOFILE, &before), 0);
@@ -213,7 +213,7 @@ void tst_Messages::missingTerminalIsExplained()
     QCOMPARE(error, u"No terminal is available for the program."_s);
 }
 
-void tst_Messages::lostInputIsExplained()
+void tst_GdbMessages::lostInputIsExplained()
 {
     NativeTerminal terminal;
     QByteArray output;
@@ -225,7 +225,7 @@ void tst_Messages::lostInputIsExplained()
     QCOMPARE(output, QByteArray("[part of the input was lost]\n"));
 }
 
-void tst_Messages::deviceDescriptionIsExplained_data()
+void tst_GdbMessages::deviceDescriptionIsExplained_data()
 {
     QTest::addColumn<QByteArray>("contents");
     QTest::addColumn<QString>("reason");
@@ -240,7 +240,7 @@ void tst_Messages::deviceDescriptionIsExplained_data()
                                     << u"it describes too many registers"_s;
 }
 
-void tst_Messages::deviceDescriptionIsExplained()
+void tst_GdbMessages::deviceDescriptionIsExplained()
 {
     QFETCH(QByteArray, contents);
     QFETCH(QString, reason);
@@ -253,7 +253,7 @@ void tst_Messages::deviceDescriptionIsExplained()
     QVERIFY2(session.events.text.startsWith(start + reason), qPrintable(session.events.text));
 }
 
-void tst_Messages::commandsHaveDescriptions()
+void tst_GdbMessages::commandsHaveDescriptions()
 {
     LiveSession session(u"native:"_s + m_native);
     QStringList texts;
@@ -266,5 +266,5 @@ void tst_Messages::commandsHaveDescriptions()
                                  u"Shows every line sent to gdb and received from it on the output page \"gdb\"."_s}));
 }
 
-QTEST_MAIN(tst_Messages)
-#include "tst_messages.moc"
+QTEST_MAIN(tst_GdbMessages)
+#include "tst_gdbmessages.moc"
