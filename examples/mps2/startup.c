@@ -31,6 +31,7 @@ void Default_Handler(void)
         ;
 }
 
+void PendSV_Handler(void) __attribute__((weak, alias("Default_Handler")));
 void SysTick_Handler(void) __attribute__((weak, alias("Default_Handler")));
 
 typedef void (*handler)(void);
@@ -39,7 +40,7 @@ typedef void (*handler)(void);
 __attribute__((section(".vectors"), used)) static const handler vectors[16 + 32] = {
     (handler)top_of_stack, Reset_Handler,   Default_Handler, Fault_Handler,   Fault_Handler,   Fault_Handler,
     Fault_Handler,         Default_Handler, Default_Handler, Default_Handler, Default_Handler, Default_Handler,
-    Default_Handler,       Default_Handler, Default_Handler, SysTick_Handler,
+    Default_Handler,       Default_Handler, PendSV_Handler,  SysTick_Handler,
 };
 
 /* The compiler generates calls of these two functions. */

@@ -172,9 +172,7 @@ QString DebugServer::failure(const QString &answer, int limit) const
     if (!isRunning())
         return tr("'%1' ended before gdb was connected: %2").arg(name(), lastWords());
     return tr("'%1' does not accept gdb at '%2' within %3 s: %4")
-        .arg(name(), m_setup.address)
-        .arg(limit / 1000)
-        .arg(answer);
+        .arg(name(), m_setup.address, QString::number(limit / 1000), answer);
 }
 
 void DebugServer::end()
@@ -189,6 +187,12 @@ void DebugServer::end()
         m_process->end();
     }
     m_process.release()->deleteLater(); // it may be in a call to this function
+}
+
+bool DebugServer::readOutput()
+{
+    const bool written = m_terminal && m_terminal->readAvailable();
+    return (isRunning() && m_process->waitForReadyRead(0)) || written;
 }
 
 void DebugServer::takeOutput(const QByteArray &bytes)

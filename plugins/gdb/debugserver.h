@@ -34,6 +34,7 @@ public:
     /// Ends the server and its children. Emits no signal.
     void end();
     [[nodiscard]] bool isRunning() const;
+    bool readOutput(); ///< Emits what has been written so far. False if there was nothing.
 
 Q_SIGNALS:
     void output(const QByteArray &bytes); ///< without the control sequences for colours

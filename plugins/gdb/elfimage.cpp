@@ -187,8 +187,8 @@ QString findImage(const ImageSearch &search)
     const QDir base(search.basePath);
     const QString built = base.absoluteFilePath(search.buildDirectory);
     const QString &configuration = search.configuration;
-    for (const QString &directory :
-         {built + u'/' + configuration, base.absoluteFilePath(configuration), built, base.path()}) {
+    for (const QString &directory : {built + u'/' + search.project + u'/' + configuration, built + u'/' + configuration,
+                                     base.absoluteFilePath(configuration), built, base.path()}) {
         QString image =
             QFileInfo(directory).isDir() ? newestProgram(QDir::cleanPath(directory), search.name) : QString();
         if (!image.isEmpty())

@@ -42,6 +42,7 @@ struct ImageSearch
     QString buildDirectory = QStringLiteral("build"); ///< relative to basePath or absolute
     QString name;                                     ///< name of the program without extension
     QString configuration;
+    QString project; ///< its name; projects in one directory have directories of this name in the build directory
 };
 
 /// The program of a project, from the first of these directories that contains programs: the configuration's directory

@@ -40,6 +40,7 @@ GdbEnvironment::GdbEnvironment(const ProcessorGroup::Registry &processors)
     , m_group(
           processors, &m_session, [this] { restart(); }, static_cast<IPluginObject *>(this))
     , m_docks(&m_session, static_cast<IPluginObject *>(this))
+    , m_faults(&m_session)
     , m_facets({&m_symbols, &m_breakpoints, &m_memory, &m_live, &m_registers, &m_peripherals, &m_disassembler, &m_group,
                 &m_docks})
 {
@@ -65,6 +66,7 @@ void GdbEnvironment::connectParts()
     connect(&m_symbols, &SymbolTable::message, this, &GdbEnvironment::showMessage);
     connect(&m_breakpoints, &BreakpointList::message, this, &GdbEnvironment::showMessage);
     connect(&m_peripherals, &PeripheralAccess::message, this, &GdbEnvironment::showMessage);
+    connect(&m_faults, &FaultCatcher::message, this, &GdbEnvironment::showMessage);
     connect(&m_breakpoints, &BreakpointList::changed, this, [this] {
         if (m_events)
             m_events->breakpointsChanged();
@@ -92,6 +94,7 @@ bool GdbEnvironment::initialise(IProject *project, IExecutionEvents *events, con
     m_events = shareInterface(events);
     m_optionText = option;
     m_breakpoints.setBasePath(project->basePath());
+    m_symbols.setBasePath(project->basePath());
     m_docks.setProjectName(project->name());
     TargetOptions ignored;
     QString error;
@@ -140,6 +143,7 @@ QString GdbEnvironment::findProgram(const TargetOptions &options) const
     const InterfacePtr<IProjectProperties> store(m_project->properties());
     ImageSearch search;
     search.basePath = m_project->basePath();
+    search.project = m_project->name();
     search.configuration = m_project->currentConfiguration();
     // The build environment's output, if these properties of it are set.
     if (const QString folder = store->property(u"buildDirectory"_s, search.configuration, false); !folder.isEmpty())
@@ -199,6 +203,7 @@ bool GdbEnvironment::start(bool attachOnly)
     m_symbols.setSources([this] { return projectFiles(); }, now.sourceDirectories.split(u';', Qt::SkipEmptyParts));
     setExpectedTarget();
     m_docks.clear();
+    m_faults.reset(now.catchFaults);
     if (!m_session.start(now, program, attachOnly)) {
         m_breakpoints.forget();
         return false;
@@ -240,12 +245,15 @@ void GdbEnvironment::stop()
 
 void GdbEnvironment::restart()
 {
-    m_instructionView.clear();
-    m_docks.clear();
-    if (!m_session.gdb()->isOpen())
-        m_breakpoints.forget();
-    if (!m_session.restart())
-        m_events->programStatusChanged(ProgramUnknown); // the host has set its state to paused
+    if (!m_session.refuseRestart()) {
+        m_instructionView.clear();
+        m_docks.clear();
+        if (!m_session.gdb()->isOpen())
+            m_breakpoints.forget();
+        m_session.restart();
+    }
+    if (!m_session.isStopped()) // the host sets its state to paused
+        m_events->programStatusChanged(programStatus());
 }
 
 void GdbEnvironment::run()
@@ -260,8 +268,23 @@ void GdbEnvironment::runTo(const QString &file, int line)
     if (isDisassembly(file))
         m_session.runTo(u"*0x"_s + QString::number(m_symbols.widen(uint(line) - 1), 16));
     else
-        m_session.runTo(
-            u"--source %1 --line %2"_s.arg(QString::fromUtf8(miQuoted(m_symbols.gdbFile(absolute(file))))).arg(line));
+        m_session.runTo(u"--source "_s + QString::fromUtf8(miQuoted(m_symbols.gdbFile(absolute(file)))) + u" --line "_s
+                        + QString::number(line));
+}
+
+bool GdbEnvironment::setNextStatement(const QString &file, int line)
+{
+    uint address = uint(line) - 1;
+    QString problem;
+    if (!m_session.isStopped())
+        problem = tr("The next statement cannot be set, because the program is not paused.\n");
+    else if (!isDisassembly(file) && !m_symbols.addressOf(absolute(file), line, address))
+        problem = tr("The next statement cannot be set: line %1 has no code.\n").arg(line);
+    else if (!m_session.moveTo(m_symbols.widen(address)))
+        problem = tr("The next statement cannot be set: gdb refuses it.\n");
+    if (!problem.isEmpty())
+        showMessage(problem, true);
+    return problem.isEmpty();
 }
 
 void GdbEnvironment::stepInto(const QString &file)
@@ -316,7 +339,7 @@ int GdbEnvironment::evaluate(const QString &expression, QString &result)
         answer = m_session.gdb()->ask("-data-evaluate-expression " + miQuoted(expression), EvaluateLimit);
         result = answer.results.text(u"value");
     } else { // the other command has no formats
-        QString line = u"output/%1 %2"_s.arg(parts.format).arg(parts.expression);
+        QString line = u"output/%1 %2"_s.arg(QString(parts.format), parts.expression);
         result.clear();
         answer = m_session.gdb()->askConsole(line.replace(u'\n', u' '), &result, EvaluateLimit);
     }

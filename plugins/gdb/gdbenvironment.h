@@ -2,9 +2,11 @@
 #include "breakpointlist.h"
 #include "debugdocks.h"
 #include "disassembler.h"
+#include "faultcatcher.h"
 #include "gdbsession.h"
 #include "iexecutionevents.h"
 #include "iextensioncommands.h"
+#include "inextstatement.h"
 #include "interfaceobject.h"
 #include "iproject.h"
 #include "ipropertydefinitions.h"
@@ -22,7 +24,7 @@
 /// host.
 class GdbEnvironment : public QObject,
                        public InterfaceObject<IPluginObject, IExecutionEnvironment, IExtensionCommands,
-                                              IPropertyDefinitions, IWorkspaceClient>
+                                              IPropertyDefinitions, IWorkspaceClient, INextStatement>
 {
     Q_OBJECT
 public:
@@ -55,6 +57,7 @@ public:
     QString propertyDefinitions() override;
     void setQueryInterface(IQueryPluginInterface *query) override;
     void workspaceChanged() override {}
+    bool setNextStatement(const QString &file, int line) override;
 
     GdbSession *session() { return &m_session; }
     void loadSymbols(const QString &file); ///< Adds the symbols of a further program.
@@ -90,5 +93,6 @@ private:
     Disassembler m_disassembler;
     ProcessorGroup m_group;
     DebugDocks m_docks;
+    FaultCatcher m_faults;
     const QList<FacetBase *> m_facets;
 };

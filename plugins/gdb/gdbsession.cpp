@@ -1,33 +1,12 @@
 #include "gdbsession.h"
-#include <QDir>
+#include "gdbsetup.h"
 #include <QFileInfo>
-#include <QStandardPaths>
 
 using namespace Qt::StringLiterals;
 
 namespace {
 constexpr int LoadLimit = 30000;
-constexpr int PauseLimit = 3000;
-
-QString gdbFor(const TargetOptions &options, const ElfImage &elf)
-{
-    if (!options.gdb.isEmpty())
-        return options.gdb;
-    if (elf.machine == ElfImage::Avr)
-        return u"avr-gdb"_s;
-    if (elf.isNative() && !QStandardPaths::findExecutable(u"gdb"_s).isEmpty())
-        return u"gdb"_s;
-    return u"gdb-multiarch"_s;
-}
-
-/// Whether gdb reports with this text that the target is lost.
-bool reportsLostTarget(const QString &text)
-{
-    static const QStringList phrases = {u"Remote connection closed"_s, u"Remote communication error"_s,
-                                        u"Connection reset by peer"_s, u"Broken pipe"_s};
-    return std::any_of(phrases.begin(), phrases.end(),
-                       [&text](const QString &phrase) { return text.contains(phrase); });
-}
+constexpr int ExitLimit = 300;
 
 QStringList parts(const QString &list)
 {
@@ -39,9 +18,10 @@ GdbSession::GdbSession(QObject *parent) : QObject(parent)
 {
     connect(&m_gdb, &MiConnection::asyncRecord, this, &GdbSession::handleAsync);
     connect(&m_gdb, &MiConnection::failed, this, &GdbSession::handleError);
-    connect(&m_gdb, &MiConnection::logText, this, &GdbSession::handleError);
+    connect(&m_gdb, &MiConnection::logText, this, &GdbSession::takeLog);
     connect(&m_gdb, &MiConnection::closed, this, &GdbSession::gdbClosed);
     connect(&m_gdb, &MiConnection::targetText, this, [this](const QString &text) { Q_EMIT output(text.toUtf8()); });
+    m_gdb.setWorkWhileWaiting([this] { return m_target && m_target->readOutput(); });
     m_changeTimer.setSingleShot(true);
     connect(&m_changeTimer, &QTimer::timeout, this, &GdbSession::changed);
     connect(&m_gdb, &MiConnection::strayText, this, [this](const QString &text) { Q_EMIT output(text.toUtf8()); });
@@ -79,24 +59,9 @@ bool GdbSession::openGdb(QString *error)
 {
     if (!m_gdb.open(gdbFor(m_options, m_program.elf), error))
         return false;
-    setUp();
+    for (const QByteArray &command : gdbSettings(m_options, m_program.elf))
+        m_gdb.send(command);
     return true;
-}
-
-void GdbSession::setUp()
-{
-    for (const char *setting :
-         {"mi-async on", "confirm off", "pagination off", "width 0", "height 0", "breakpoint pending off",
-          "print elements 200", "print sevenbit-strings off", "print asm-demangle on", "tcp connect-timeout 3",
-          "tcp auto-retry off", "startup-with-shell on", "print repeats 10", "print entry-values no",
-          "python print-stack none"})
-        m_gdb.send(QByteArray("-gdb-set ") + setting);
-    if (!m_options.callFunctions)
-        m_gdb.send("-gdb-set may-call-functions off");
-    if (m_program.elf.machine == ElfImage::Avr) // its simulators accept hardware watchpoints, but never stop at them
-        m_gdb.send("-gdb-set can-use-hw-watchpoints 0");
-    for (const QString &directory : parts(m_options.sourceDirectories))
-        m_gdb.send("-environment-directory " + miQuoted(directory));
 }
 
 bool GdbSession::loadSymbols(QString *error)
@@ -165,35 +130,50 @@ void GdbSession::runToFunction()
     if (command.isEmpty())
         return;
     m_temporary = inserted.results[u"bkpt"].number(u"number");
-    go(command);
+    go(command, m_target->isCreatedByStartCommand() ? TargetEvent::Exited : TargetEvent::Stopped);
     if (m_gdb.waitUntil([this] { return m_state.phase != TargetState::Running; }, m_options.timeLimit * 1000))
         return;
     interrupt();
     Q_EMIT message(tr("'%1' was not reached within %2 s; the program is paused at its current location.\n")
-                       .arg(m_options.runTo)
-                       .arg(m_options.timeLimit),
+                       .arg(m_options.runTo, QString::number(m_options.timeLimit)),
                    false);
 }
 
-bool GdbSession::restart()
+void GdbSession::restart()
 {
     if (!m_target)
-        return false;
+        return;
     if (!m_gdb.isOpen() || m_target->severalCores() || !isAlive()
         || (m_state.phase == TargetState::Running && !interrupt()))
-        return start(TargetOptions(m_options), Target::Program(m_program), false);
+        (void)start(TargetOptions(m_options), Target::Program(m_program), false);
+    else
+        rewindTarget();
+}
+
+/// A server whose program has ended may have been started again by the user.
+bool GdbSession::refuseRestart()
+{
+    QString reason;
+    const bool refused = m_target && (isAlive() || m_attached) && !m_target->canRewind(&reason);
+    if (refused)
+        Q_EMIT message(reason + u'\n', true);
+    return refused;
+}
+
+void GdbSession::rewindTarget()
+{
     m_state = {}; // later events belong to the new program
     QString error;
     const std::shared_ptr<Target> target = m_target;
     if (!target->rewind(&m_gdb, &error)) {
         if (m_target == target) // else the session was ended meanwhile
             fail(error);
-        return false;
+        return;
     }
     apply(TargetEvent::Connected);
     runToFunction();
-    Q_EMIT programLoaded();
-    return true;
+    if (isAlive())
+        Q_EMIT programLoaded();
 }
 
 void GdbSession::fail(const QString &text)
@@ -225,138 +205,6 @@ QStringList GdbSession::programFiles() const
         files.append(QFileInfo(file).canonicalFilePath());
     files.removeAll(QString());
     return files;
-}
-
-// Run control ---------------------------------------------------------------------------------------------------------
-
-void GdbSession::go(const QByteArray &command)
-{
-    if (!isStopped()) {
-        announce(); // the host set its state to running with the command
-        return;
-    }
-    apply(TargetEvent::Resumed);
-    m_gdb.send(command, [this](const MiRecord &answer) {
-        if (!answer.isError() || m_state.phase != TargetState::Running)
-            return;
-        request(RunEvent::Stopped);
-        clearTemporary(0);
-        apply(TargetEvent::Stopped);
-        Q_EMIT message(tr("The program cannot continue: %1\n").arg(answer.errorText()), true);
-    });
-}
-
-void GdbSession::resume()
-{
-    go(m_target && m_target->severalCores() ? "-exec-continue --all" : "-exec-continue");
-}
-
-void GdbSession::step(const QByteArray &command)
-{
-    if (isStopped())
-        request(RunEvent::StepStarted);
-    go(command);
-}
-
-void GdbSession::runTo(const QString &location)
-{
-    if (!isStopped()) {
-        announce();
-        return;
-    }
-    const MiRecord answer = m_gdb.ask("-break-insert -t " + location.toUtf8());
-    if (answer.isError()) {
-        Q_EMIT message(tr("The program cannot be run to the cursor: %1\n").arg(answer.errorText()), true);
-        announce();
-        return;
-    }
-    m_temporary = answer.results[u"bkpt"].number(u"number");
-    resume();
-}
-
-void GdbSession::pause()
-{
-    if (m_state.phase != TargetState::Running)
-        return;
-    m_gdb.send("-exec-interrupt --all");
-    request(RunEvent::PauseRequested);
-    QTimer::singleShot(PauseLimit, this, [this] {
-        if (m_state.phase == TargetState::Running && m_request.pause == RunRequest::Pause::ByUser)
-            reportFailedPause();
-    });
-}
-
-void GdbSession::reportFailedPause()
-{
-    const QString title = m_target ? m_target->title() : QString();
-    Q_EMIT message(tr("'%1' did not stop within %2 s.\n").arg(title).arg(PauseLimit / 1000), true);
-}
-
-/// Stops the program and waits for it.
-bool GdbSession::interrupt()
-{
-    m_gdb.send("-exec-interrupt --all");
-    return waitForStop();
-}
-
-bool GdbSession::waitForStop()
-{
-    return m_gdb.waitUntil([this] { return m_state.phase != TargetState::Running; }, PauseLimit) && isStopped();
-}
-
-bool GdbSession::whilePaused(const std::function<void()> &work)
-{
-    if (m_state.phase != TargetState::Running) {
-        work();
-        return true;
-    }
-    const bool interrupted = m_request.pause == RunRequest::Pause::ByUser; // a second signal would stop it again
-    request(RunEvent::OwnPauseRequested);
-    const bool stopped = interrupted ? waitForStop() : interrupt();
-    if (stopped)
-        work();
-    else
-        reportFailedPause();
-    endOwnPause();
-    return stopped;
-}
-
-/// Resumes the program if it was stopped for an operation of our own only. A step cannot be resumed.
-void GdbSession::endOwnPause()
-{
-    const bool hidden = m_request.pause == RunRequest::Pause::Hidden;
-    request(RunEvent::OwnPauseEnded);
-    if (!hidden)
-        return;
-    if (m_request.motion == RunRequest::Motion::Step) {
-        request(RunEvent::Stopped);
-        Q_EMIT message(tr("The step was interrupted.\n"), false);
-        announce();
-    } else if (isStopped()) {
-        resume();
-    }
-}
-
-void GdbSession::wakeUp()
-{
-    if (!m_target || !isAlive())
-        return;
-    if (m_target->canWakeUp())
-        m_target->wakeUp();
-    else
-        Q_EMIT message(tr("'%1' does not support waking up its processor.\n").arg(m_target->title()), true);
-}
-
-void GdbSession::resumeAll(const QList<GdbSession *> &sessions)
-{
-    for (GdbSession *session : sessions)
-        session->resume();
-}
-
-void GdbSession::pauseAll(const QList<GdbSession *> &sessions)
-{
-    for (GdbSession *session : sessions)
-        session->pause();
 }
 
 // Events of gdb and the target ----------------------------------------------------------------------------------------
@@ -407,13 +255,26 @@ void GdbSession::clearTemporary(int hit)
 void GdbSession::handleGroupExit(const MiRecord &record)
 {
     ++m_generation;
-    const bool exited = record.results.contains(u"exit-code");
     if (!isAlive() || m_target->stopsAtItsEnd())
         return;
-    if (exited || m_target->endsWithConnection())
+    if (record.results.contains(u"exit-code")) {
+        const StopReason reason = exitReason(record);
+        Q_EMIT stopText(reason.text);
+        Q_EMIT message(reason.text + u'\n', false);
+        apply(reason.event);
+    } else if (m_target->endsWithConnection()) {
         apply(TargetEvent::Exited);
-    else
-        handleError(u"Remote connection closed"_s);
+    } else { // a record about the signal that ended the program may follow
+        QTimer::singleShot(ExitLimit, m_target.get(), [this] { handleError(u"Remote connection closed"_s); });
+    }
+}
+
+void GdbSession::takeLog(const QString &text)
+{
+    constexpr qsizetype most = 2000;
+    if (m_runLog.size() < most)
+        m_runLog += text;
+    handleError(text);
 }
 
 void GdbSession::handleError(const QString &text)

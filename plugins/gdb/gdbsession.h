@@ -29,12 +29,16 @@ public:
 
     /// Starts target and gdb and takes the program to its start. False after a failure, which message() has reported.
     bool start(const TargetOptions &options, const Target::Program &program, bool attachOnly);
-    bool restart(); ///< Takes the program back to its start. False after a failure, which message() has reported.
+    /// True if restart() is impossible, which message() has reported. Nothing has changed then.
+    bool refuseRestart();
+    void restart(); ///< Takes the program back to its start. After a failure, which message() reports, it has ended.
     void end();
 
     void resume();
     void step(const QByteArray &command); ///< One of gdb's stepping commands: "-exec-next" and so on.
     void runTo(const QString &location);  ///< "--source FILE --line N" or "*ADDRESS".
+    /// Moves the stopped program to an address without executing anything. False if that fails.
+    bool moveTo(quint64 address);
     void pause();
     void wakeUp();
 
@@ -74,11 +78,11 @@ Q_SIGNALS:
 
 private:
     bool openGdb(QString *error);
+    void rewindTarget();
     bool loadSymbols(QString *error);
     bool beginProgram(QString *error);
     void runToFunction();
     void fail(const QString &text);
-    void setUp();
     void handleAsync(const MiRecord &record);
     void handleStop(const MiRecord &record);
     void handleGroupExit(const MiRecord &record);
@@ -88,7 +92,9 @@ private:
     void apply(TargetEvent event);
     void request(RunEvent event);
     void announce();
-    void go(const QByteArray &command);
+    void go(const QByteArray &command, TargetEvent ifRefused = TargetEvent::Stopped);
+    void runRefused(const QString &error, TargetEvent event);
+    void takeLog(const QString &text);
     void clearTemporary(int hit);
     void showSelection();
     bool interrupt();
@@ -108,5 +114,6 @@ private:
     QString m_thread;
     int m_generation = 0;
     int m_temporary = 0;  ///< gdb's number of the breakpoint that runTo() set; 0 for none
+    QString m_runLog;     ///< what gdb has logged since the last run command
     QTimer m_changeTimer; ///< active while changed() is due
 };

@@ -6,6 +6,7 @@ using namespace Qt::StringLiterals;
 namespace {
 constexpr int PromptLimit = 10000;
 constexpr int EndLimit = 1500;
+constexpr int IdleWait = 20; // until the output of the program is looked at again
 
 MiRecord failure(const QString &text)
 {
@@ -49,6 +50,7 @@ void MiConnection::close()
         return;
     m_process->disconnect(this);
     m_pending.clear();
+    m_running.clear();
     if (m_process->state() == QProcess::Running) {
         m_process->write("-gdb-exit\n");
         m_process->closeWriteChannel();
@@ -98,7 +100,7 @@ MiRecord MiConnection::ask(const QByteArray &command, int limit)
     if (!isOpen())
         return failure(tr("gdb ended before it answered '%1'.").arg(QString::fromUtf8(command)));
     m_stuck = true;
-    return failure(tr("gdb did not answer '%1' within %2 ms.").arg(QString::fromUtf8(command)).arg(limit));
+    return failure(tr("gdb did not answer '%1' within %2 ms.").arg(QString::fromUtf8(command), QString::number(limit)));
 }
 
 bool MiConnection::waitUntil(const std::function<bool()> &condition, int limit)
@@ -111,7 +113,8 @@ bool MiConnection::waitUntil(const std::function<bool()> &condition, int limit)
         if (left <= 0 || !m_process || m_process->state() != QProcess::Running)
             return false;
         m_process->waitForBytesWritten(0);
-        m_process->waitForReadyRead(int(left));
+        const bool busy = m_workWhileWaiting && m_workWhileWaiting();
+        m_process->waitForReadyRead(busy ? 0 : int(std::min<qint64>(left, IdleWait)));
         readLines();
     }
     return true;
@@ -149,6 +152,10 @@ void MiConnection::dispatch(const MiRecord &record)
         answer(record);
         break;
     case MiRecord::Kind::Exec:
+        if (record.className == u"stopped")
+            m_running.clear();
+        Q_EMIT asyncRecord(record);
+        break;
     case MiRecord::Kind::Status:
     case MiRecord::Kind::Notify:
         Q_EMIT asyncRecord(record);
@@ -170,7 +177,12 @@ void MiConnection::dispatch(const MiRecord &record)
 
 void MiConnection::answer(const MiRecord &record)
 {
-    if (const Handler handler = m_pending.take(record.token))
+    Handler handler = m_pending.take(record.token);
+    if (handler && record.className == u"running")
+        m_running.insert(record.token, handler);
+    else if (!handler && record.isError())
+        handler = m_running.take(record.token);
+    if (handler)
         handler(record);
     if (record.isError()) // also a second answer to a command, or one without a command
         Q_EMIT failed(record.errorText());
@@ -180,6 +192,7 @@ void MiConnection::processEnded()
 {
     readLines();
     const QHash<int, Handler> pending = std::exchange(m_pending, {});
+    m_running.clear();
     for (const Handler &handler : pending) {
         if (handler)
             handler(failure(tr("gdb ended.")));

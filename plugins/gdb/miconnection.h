@@ -27,12 +27,16 @@ public:
     [[nodiscard]] qint64 processId() const;
 
     /// Sends a command, given without token and line end. @p handler is called with its first answer, or with an error
-    /// when gdb ends.
+    /// when gdb ends. It is called again if the answer was "running" and an error follows before the next stop: gdb
+    /// answers a run command before it has inserted the breakpoints.
     void send(const QByteArray &command, const Handler &handler = {});
     /// Sends a command and waits for its answer, at most @p limit milliseconds. Returns an error if there is no answer.
     [[nodiscard]] MiRecord ask(const QByteArray &command, int limit = 3000);
     /// Reads until @p condition is true. False after @p limit milliseconds or when gdb ends.
     bool waitUntil(const std::function<bool()> &condition, int limit);
+    /// Sets what is done repeatedly while a function of this class waits: @p work returns whether it had something to
+    /// do. A program that writes more than the system buffers would otherwise wait for us.
+    void setWorkWhileWaiting(const std::function<bool()> &work) { m_workWhileWaiting = work; }
     /// Like ask(), for a command of gdb's console, whose output is appended to @p output.
     [[nodiscard]] MiRecord askConsole(const QString &command, QString *output, int limit = 3000);
 
@@ -55,6 +59,8 @@ private:
     std::unique_ptr<ChildProcess> m_process;
     QByteArray m_buffer;
     QHash<int, Handler> m_pending;
+    QHash<int, Handler> m_running; ///< of run commands that gdb has accepted, until the program stops
+    std::function<bool()> m_workWhileWaiting;
     int m_lastToken = 0;
     bool m_prompted = false;
     bool m_stuck = false;

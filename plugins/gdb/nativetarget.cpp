@@ -44,7 +44,7 @@ bool NativeTarget::connectGdb(MiConnection *gdb, bool attachOnly, QString *error
     m_attached = attachOnly;
     if (attachOnly) {
         const MiRecord answer = gdb->ask("-target-attach " + QByteArray::number(m_options.processId), AttachLimit);
-        *error = tr("Cannot attach to process %1: %2").arg(m_options.processId).arg(answer.errorText());
+        *error = tr("Cannot attach to process %1: %2").arg(QString::number(m_options.processId), answer.errorText());
         return answer.isDone();
     }
     gdb->send("-inferior-tty-set " + miQuoted(m_terminal->name()));
@@ -52,14 +52,32 @@ bool NativeTarget::connectGdb(MiConnection *gdb, bool attachOnly, QString *error
         gdb->send("-environment-cd " + miQuoted(m_options.workingDirectory));
     if (!m_options.arguments.isEmpty())
         gdb->send("-exec-arguments " + m_options.arguments.toUtf8());
+    setEnvironment(gdb);
     return true;
+}
+
+/// Removes a variable of Varnel's own environment from that of the program if no value is given.
+void NativeTarget::setEnvironment(MiConnection *gdb) const
+{
+    for (const QString &variable : m_options.environment.split(u';', Qt::SkipEmptyParts)) {
+        const QString name = variable.section(u'=', 0, 0).trimmed();
+        const QString line = variable.contains(u'=') ? u"set environment %1 = %2"_s.arg(name, variable.section(u'=', 1))
+                                                     : u"unset environment "_s + name;
+        if (!name.isEmpty())
+            gdb->send("-interpreter-exec console " + miQuoted(line));
+    }
+}
+
+bool NativeTarget::canRewind(QString *reason) const
+{
+    if (m_attached)
+        *reason = tr("A program that was attached to cannot be started again.");
+    return !m_attached;
 }
 
 bool NativeTarget::rewind(MiConnection *, QString *error)
 {
-    if (m_attached)
-        *error = tr("A program that was attached to cannot be started again.");
-    return !m_attached;
+    return canRewind(error);
 }
 
 QByteArray NativeTarget::startCommand(bool toFunction) const
@@ -84,4 +102,9 @@ void NativeTarget::writeInput(const QByteArray &bytes)
 {
     if (m_terminal)
         m_terminal->write(bytes);
+}
+
+bool NativeTarget::readOutput()
+{
+    return m_terminal && m_terminal->readAvailable();
 }

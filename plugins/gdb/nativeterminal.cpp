@@ -40,10 +40,11 @@ void NativeTerminal::write(const QByteArray &bytes)
         Q_EMIT output(tr("[part of the input was lost]\n").toUtf8());
 }
 
-void NativeTerminal::readAvailable()
+bool NativeTerminal::readAvailable()
 {
     char buffer[4096];
     const ssize_t size = ::read(m_ours, buffer, sizeof buffer);
     if (size > 0)
         Q_EMIT output(QByteArray(buffer, qsizetype(size)));
+    return size > 0;
 }

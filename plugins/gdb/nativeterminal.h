@@ -13,7 +13,7 @@ public:
 
     [[nodiscard]] QString name() const { return m_name; } ///< Of the device; empty if none could be opened.
     void write(const QByteArray &bytes);
-    void readAvailable(); ///< Reads what has been written to it, before the event loop does.
+    bool readAvailable(); ///< Reads what has been written to it, before the event loop does. False if that is nothing.
 
 Q_SIGNALS:
     void output(const QByteArray &bytes);

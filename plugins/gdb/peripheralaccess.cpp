@@ -18,7 +18,7 @@ QString fieldText(const SvdField &field, uint value)
     const quint64 bits = quint64(value) >> field.lowBit & mask;
     const QString range = field.width == 1 ? u"[%1]"_s.arg(field.lowBit)
                                            : u"[%1:%2]"_s.arg(field.lowBit + field.width - 1).arg(field.lowBit);
-    QString text = u"%1 %2 = %3"_s.arg(range, field.name).arg(bits);
+    QString text = u"%1 %2 = %3"_s.arg(range, field.name, QString::number(bits));
     for (const auto &[number, name] : field.names) {
         if (number == bits)
             text += u" "_s + name;

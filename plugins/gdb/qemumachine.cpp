@@ -120,8 +120,7 @@ bool QemuMachine::waitUntilReady(QString *error)
         }
         if (timer.hasExpired(StartLimit)) {
             *error = tr("'%1' did not bring up '%2' within %3 s.")
-                         .arg(m_setup.program, m_setup.machine)
-                         .arg(StartLimit / 1000);
+                         .arg(m_setup.program, m_setup.machine, QString::number(StartLimit / 1000));
             return false;
         }
     }
@@ -259,6 +258,16 @@ void QemuMachine::writeSerial(const QByteArray &bytes)
     m_serial->flush();
 }
 
+bool QemuMachine::readOutput()
+{
+    bool found = false;
+    for (QLocalSocket *socket : {m_serial, m_semihosting})
+        found = (socket && socket->waitForReadyRead(0)) || found;
+    if (isRunning())
+        found = m_process->waitForReadyRead(0) || found;
+    return found;
+}
+
 /// What C libraries write to their streams by semihosting goes to the emulator's output, not to its channel.
 void QemuMachine::readStreams()
 {
@@ -290,8 +299,9 @@ void QemuMachine::processEnded()
     readStreams();
     readLastOutput();
     const bool crashed = m_process->exitStatus() == QProcess::CrashExit;
-    const QString reason = crashed ? tr("'%1' was ended by a signal.").arg(m_setup.program)
-                                   : tr("'%1' ended with code %2.").arg(m_setup.program).arg(m_process->exitCode());
+    const QString reason =
+        crashed ? tr("'%1' was ended by a signal.").arg(m_setup.program)
+                : tr("'%1' ended with code %2.").arg(m_setup.program, QString::number(m_process->exitCode()));
     end();
     Q_EMIT died(reason);
 }

@@ -43,6 +43,7 @@ public:
     bool writeWord(quint64 address, int width, uint value);
     [[nodiscard]] QString monitor(const QString &command); ///< The output of a command of QEMU's monitor.
     void writeSerial(const QByteArray &bytes);
+    bool readOutput(); ///< Emits what the program has written so far. False if there was nothing.
 
 Q_SIGNALS:
     void output(const QByteArray &bytes); ///< from the serial port and from semihosting

@@ -144,3 +144,8 @@ qint64 QemuTarget::processId() const
 {
     return m_machine->processId();
 }
+
+bool QemuTarget::readOutput()
+{
+    return m_machine->readOutput();
+}

@@ -24,6 +24,8 @@ public:
     [[nodiscard]] bool canWakeUp() const override;
     void wakeUp() override;
     void writeInput(const QByteArray &bytes) override;
+    bool readOutput() override;
+    [[nodiscard]] bool isEmulated() const override { return true; }
     [[nodiscard]] bool endsWithConnection() const override { return true; }
     [[nodiscard]] qint64 processId() const;
 

@@ -83,6 +83,14 @@ bool RemoteTarget::reset(MiConnection *gdb, QString *error)
     return answer.isDone();
 }
 
+bool RemoteTarget::canRewind(QString *reason) const
+{
+    const bool possible = !m_options.resetCommand.isEmpty() || m_server || !m_program.elf.isNative();
+    if (!possible)
+        *reason = tr("'%1' cannot start its program again.").arg(title());
+    return possible;
+}
+
 bool RemoteTarget::rewind(MiConnection *gdb, QString *error)
 {
     if (!m_options.resetCommand.isEmpty())
@@ -92,10 +100,8 @@ bool RemoteTarget::rewind(MiConnection *gdb, QString *error)
         m_server->end();
         return m_server->start(error) && connectGdb(gdb, false, error);
     }
-    if (m_program.elf.isNative()) {
-        *error = tr("'%1' cannot start its program again.").arg(title());
+    if (!canRewind(error))
         return false;
-    }
     if (loads())
         return load(gdb, error);
     const MiRecord answer = gdb->ask("-data-evaluate-expression $pc=" + QByteArray::number(m_program.elf.entry));
@@ -126,4 +132,9 @@ RegionTable RemoteTarget::regions(MiConnection *gdb) const
     if (!m_program.elf.wide)
         regions.append({tr("All memory"), 0, 0x100000000, TargetRegion::Kind::Ram});
     return RegionTable(regions);
+}
+
+bool RemoteTarget::readOutput()
+{
+    return m_server && m_server->readOutput();
 }

@@ -14,11 +14,14 @@ public:
     [[nodiscard]] QString title() const override { return m_address; }
     bool bringUp(QString *error) override;
     bool connectGdb(MiConnection *gdb, bool attachOnly, QString *error) override;
+    [[nodiscard]] bool canRewind(QString *reason) const override;
     bool rewind(MiConnection *gdb, QString *error) override;
     void end(MiConnection *gdb) override;
     [[nodiscard]] RegionTable regions(MiConnection *gdb) const override;
     [[nodiscard]] bool endsWithConnection() const override { return m_server != nullptr; }
     [[nodiscard]] bool isPausedToEnd() const override { return true; }
+
+    bool readOutput() override;
 
 private:
     void prepareServer();

@@ -22,6 +22,13 @@ QString bestPathMatch(const QString &path, const QStringList &candidates)
     return best;
 }
 
+QString withOtherRoot(const QString &path, const QString &oldRoot, const QString &newRoot)
+{
+    if (oldRoot.isEmpty() || !path.startsWith(oldRoot + u'/'))
+        return path;
+    return newRoot + path.sliced(oldRoot.size());
+}
+
 bool isDisassembly(const QString &file)
 {
     return file.contains("disassembler:"_L1);

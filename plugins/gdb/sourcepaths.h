@@ -6,6 +6,9 @@
 /// name matches.
 [[nodiscard]] QString bestPathMatch(const QString &path, const QStringList &candidates);
 
+/// @p path below @p newRoot instead of @p oldRoot; unchanged if it is not below @p oldRoot.
+[[nodiscard]] QString withOtherRoot(const QString &path, const QString &oldRoot, const QString &newRoot);
+
 /// Whether a file text refers to the disassembly instead of a source file.
 [[nodiscard]] bool isDisassembly(const QString &file);
 

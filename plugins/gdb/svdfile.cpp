@@ -54,8 +54,9 @@ public:
             readElement(root, 0);
         if (!m_xml.hasError() && root->tag == u"device")
             return true;
-        *error = m_xml.hasError() ? Text::tr("line %1: %2").arg(m_xml.lineNumber()).arg(m_xml.errorString())
-                                  : Text::tr("it does not describe a device");
+        *error = m_xml.hasError()
+                     ? Text::tr("line %1: %2").arg(QString::number(m_xml.lineNumber()), m_xml.errorString())
+                     : Text::tr("it does not describe a device");
         return false;
     }
 

@@ -41,6 +41,12 @@ void SymbolTable::reset()
     m_lineRequest.reset();
 }
 
+void SymbolTable::setBasePath(const QString &path)
+{
+    m_basePath = QDir::cleanPath(path);
+    m_realBasePath = QFileInfo(path).canonicalFilePath();
+}
+
 QString SymbolTable::localFile(const QString &gdbFile)
 {
     if (gdbFile.isEmpty())
@@ -61,7 +67,7 @@ QString SymbolTable::localFile(const QString &gdbFile)
 QString SymbolTable::findLocalFile(const QString &gdbFile) const
 {
     if (QFileInfo(gdbFile).isFile())
-        return QDir::cleanPath(gdbFile);
+        return withOtherRoot(QDir::cleanPath(gdbFile), m_realBasePath, m_basePath);
     for (const QString &directory : m_directories) {
         QString rest = QDir::fromNativeSeparators(gdbFile);
         for (qsizetype slash = 0; slash >= 0; slash = rest.indexOf(u'/')) {
@@ -101,6 +107,8 @@ QString SymbolTable::gdbFile(const QString &localFile)
 {
     if (gdbFiles().contains(localFile))
         return localFile;
+    if (const QString real = withOtherRoot(localFile, m_basePath, m_realBasePath); gdbFiles().contains(real))
+        return real;
     for (auto known = m_localFiles.cbegin(); known != m_localFiles.cend(); ++known) {
         if (known.value() == localFile)
             return known.key();

@@ -24,6 +24,9 @@ public:
     /// Sets where to search for source files that were moved: a function that returns absolute paths of files, called
     /// when needed, and directories.
     void setSources(const std::function<QStringList()> &projectFiles, const QStringList &directories);
+    /// Sets the project's directory. If it was opened through a symbolic link, files below it keep the link in their
+    /// paths, as the project has them.
+    void setBasePath(const QString &path);
     void reset(); ///< Called when another program is loaded, or at other addresses.
 
     /// The file on this computer for a file name of gdb; empty if there is none, which message() reports once.
@@ -59,6 +62,8 @@ private:
     GdbSession *const m_session;
     std::function<QStringList()> m_projectFiles;
     QStringList m_directories;
+    QString m_basePath;
+    QString m_realBasePath; ///< without symbolic links
     QHash<QString, QString> m_localFiles;
     QStringList m_gdbFiles;
     bool m_linesKnown = false;

@@ -24,6 +24,11 @@ bool Target::bringUp(QString *)
     return true;
 }
 
+bool Target::canRewind(QString *) const
+{
+    return true;
+}
+
 QByteArray Target::startCommand(bool toFunction) const
 {
     return toFunction ? "-exec-continue" : "";

@@ -27,14 +27,20 @@ public:
     /// Connects gdb, which has loaded the symbols. Afterwards an attached program is stopped where it was; others are
     /// stopped at their start, or are started by startCommand().
     virtual bool connectGdb(MiConnection *gdb, bool attachOnly, QString *error) = 0;
+    /// Whether rewind() is possible. If not, @p reason is set to a message for the user.
+    [[nodiscard]] virtual bool canRewind(QString *reason) const;
     /// Takes the stopped program back to its start. A native program is run again by startCommand().
     virtual bool rewind(MiConnection *gdb, QString *error) = 0;
     /// The command that runs the program from its start. Without @p toFunction there is no breakpoint, and the program
     /// must stop at its first instruction. Empty if it is stopped there already.
     [[nodiscard]] virtual QByteArray startCommand(bool toFunction) const;
+    /// Whether startCommand() creates the program: if it fails, there is none.
+    [[nodiscard]] virtual bool isCreatedByStartCommand() const { return false; }
     virtual void end(MiConnection *gdb) = 0; ///< Ends what bringUp() and connectGdb() began; no signal follows.
 
     [[nodiscard]] virtual bool severalCores() const { return false; }
+    /// Whether the number of breakpoints has no limit of a processor.
+    [[nodiscard]] virtual bool isEmulated() const { return false; }
     [[nodiscard]] virtual RegionTable regions(MiConnection *gdb) const = 0;
     /// Whether gdb can read memory while the program runs.
     [[nodiscard]] virtual bool readsWhileRunning() const { return false; }
@@ -47,6 +53,8 @@ public:
     [[nodiscard]] virtual bool canWakeUp() const { return false; }
     virtual void wakeUp() {}
     virtual void writeInput(const QByteArray &) {} ///< To the program's serial port or terminal.
+    /// Emits what the program has written so far, without the event loop. False if there was nothing.
+    virtual bool readOutput() { return false; }
     /// Whether the end of the program is reported by a stop record, so that other records about it are ignored.
     [[nodiscard]] virtual bool stopsAtItsEnd() const { return false; }
     /// Whether a lost connection means that the target has ended, because it belongs to the session.

@@ -1,8 +1,10 @@
 #include "targetconsole.h"
 #include <QFontDatabase>
+#include <QKeyEvent>
 #include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QScrollBar>
+#include <QToolButton>
 #include <QVBoxLayout>
 
 using namespace Qt::StringLiterals;
@@ -19,7 +21,16 @@ TargetConsole::TargetConsole(QWidget *parent) : QWidget(parent), m_text(new QPla
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(m_text);
-    layout->addWidget(m_input);
+    auto *row = new QHBoxLayout;
+    auto *end = new QToolButton;
+    row->addWidget(m_input);
+    row->addWidget(end);
+    layout->addLayout(row);
+    end->setText(tr("End"));
+    end->setToolTip(tr("Sends the end of the input (Ctrl+D)"));
+    end->setObjectName(u"EndButton"_s);
+    connect(end, &QToolButton::clicked, this, &TargetConsole::sendEnd);
+    m_input->installEventFilter(this);
     m_text->setReadOnly(true);
     m_text->setAccessibleName(tr("Output of the program"));
     m_input->setAccessibleName(tr("Line to send to the program"));
@@ -63,4 +74,26 @@ void TargetConsole::send()
     m_input->clear();
     append(line);
     Q_EMIT entered(line);
+}
+
+/// A line that was not sent yet comes first.
+void TargetConsole::sendEnd()
+{
+    if (!m_input->text().isEmpty())
+        send();
+    Q_EMIT entered("\x04");
+}
+
+/// Ctrl+D in the line of input, also if it is the key of a command.
+bool TargetConsole::eventFilter(QObject *watched, QEvent *event)
+{
+    if (event->type() != QEvent::ShortcutOverride && event->type() != QEvent::KeyPress)
+        return QWidget::eventFilter(watched, event);
+    const auto *key = static_cast<QKeyEvent *>(event);
+    if (key->key() != Qt::Key_D || key->modifiers() != Qt::ControlModifier)
+        return QWidget::eventFilter(watched, event);
+    if (event->type() == QEvent::KeyPress)
+        sendEnd();
+    event->accept();
+    return true;
 }

@@ -18,10 +18,14 @@ public:
     [[nodiscard]] QString text() const;
 
 Q_SIGNALS:
-    void entered(const QByteArray &line); ///< with its line end
+    void entered(const QByteArray &line); ///< with its line end; the end of the input is the byte 4 alone
+
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
     void send();
+    void sendEnd();
 
     QPlainTextEdit *m_text;
     QLineEdit *m_input;

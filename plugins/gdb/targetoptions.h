@@ -23,6 +23,7 @@ struct TargetOptions
     QString server;        ///< command line of the server that a remote target starts; empty if it runs already
     QString resetCommand;  ///< for a remote target's "monitor"
     QString arguments;     ///< of a native program, as on a command line
+    QString environment;   ///< variables of a native program, "NAME=value" separated by ";"; "NAME" removes one
     QString workingDirectory;
     QString runTo = QStringLiteral("main"); ///< a function; empty to stay at the start of the program
     QString regions;                        ///< see parseRegions(); empty: read from the target
@@ -40,6 +41,7 @@ struct TargetOptions
     bool leaveRunning = true;   ///< leave a remote target running when the session ends
     bool readSensitive = false; ///< read also registers that change when read
     bool callFunctions = false; ///< allow calls in expressions
+    bool catchFaults = true;    ///< stop in the fault handlers of a Cortex-M processor
     bool verify = false;        ///< read memory back after writing
 
     bool operator==(const TargetOptions &) const = default;

@@ -85,6 +85,21 @@ RunRequest nextRequest(RunRequest request, RunEvent event)
     }
 }
 
+bool reportsLostTarget(const QString &text)
+{
+    static const QStringList phrases = {u"Remote connection closed"_s, u"Remote communication error"_s,
+                                        u"Connection reset by peer"_s, u"Broken pipe"_s};
+    return std::any_of(phrases.begin(), phrases.end(),
+                       [&text](const QString &phrase) { return text.contains(phrase); });
+}
+
+StopReason exitReason(const MiRecord &record)
+{
+    const int code = record.results.text(u"exit-code").toInt(nullptr, 8);
+    return {TargetEvent::Exited, 0, false,
+            code == 0 ? Text::tr("The program ended.") : Text::tr("The program ended with code %1.").arg(code), false};
+}
+
 StopReason stopReason(const MiRecord &record)
 {
     const MiValue &results = record.results;
@@ -97,8 +112,7 @@ StopReason stopReason(const MiRecord &record)
     else if (reason.endsWith("watchpoint-trigger"_L1))
         stop = {TargetEvent::BreakpointHit, stop.breakpoint, false, watchText(results), false};
     else if (reason == u"exited")
-        stop = {TargetEvent::Exited, 0, false,
-                Text::tr("The program ended with code %1.").arg(results.text(u"exit-code").toInt(nullptr, 8)), false};
+        stop = exitReason(record);
     else if (reason == u"exited-normally")
         stop = {TargetEvent::Exited, 0, false, Text::tr("The program ended."), false};
     else if (reason == u"exited-signalled")

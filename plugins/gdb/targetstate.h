@@ -73,5 +73,11 @@ struct StopReason
     bool isPause = false; ///< no breakpoint, no end of a step or of the program
 };
 
+/// Whether gdb reports with this text that the target is lost.
+[[nodiscard]] bool reportsLostTarget(const QString &text);
+
+/// The end of a program with the exit code of @p record.
+[[nodiscard]] StopReason exitReason(const MiRecord &record);
+
 /// Reads a "stopped" record, whose fields may come in any order or be missing.
 [[nodiscard]] StopReason stopReason(const MiRecord &record);

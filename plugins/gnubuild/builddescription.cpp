@@ -22,6 +22,11 @@ bool isLetterOrDigit(char c)
     return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9');
 }
 
+QString withoutElf(const QString &program)
+{
+    return program.endsWith(u".elf"_s) ? program.chopped(4) : program;
+}
+
 } // namespace
 
 const QStringList &LanguageFlags::of(Language language) const
@@ -47,8 +52,12 @@ QString BuildDescription::imageFileName() const
 {
     if (image == Image::None || target != Target::Program)
         return {};
-    const QString suffix = image == Image::Hex ? u".hex"_s : u".bin"_s;
-    return output.endsWith(u".elf"_s) ? output.chopped(4) + suffix : output + suffix;
+    return withoutElf(output) + (image == Image::Hex ? u".hex"_s : u".bin"_s);
+}
+
+QString BuildDescription::eepromFileName() const
+{
+    return makesEeprom && !imageFileName().isEmpty() ? withoutElf(output) + u".eep"_s : QString();
 }
 
 QString BuildDescription::compiler(Language language) const
@@ -102,6 +111,18 @@ QString configurationDirectoryName(const QString &configuration)
     if (name.isEmpty() || name.startsWith(u'.'))
         name = u"%2E"_s + name.mid(1);
     return name;
+}
+
+QString withoutLeadingDash(const QString &path, const QString &directory)
+{
+    return path.startsWith(u'-') ? QDir::cleanPath(QDir(directory).absoluteFilePath(path)) : path;
+}
+
+bool isInside(const QString &path, const QString &directory)
+{
+    const QString parent = QFileInfo(QFileInfo(path).path()).canonicalFilePath();
+    const QString root = QFileInfo(directory).canonicalFilePath();
+    return !root.isEmpty() && (parent == root || parent.startsWith(root + u'/'));
 }
 
 int distccSlots(const QString &hosts)

@@ -37,7 +37,8 @@ struct BuildDescription
     Target target = Target::Program;
     QString output; ///< the program or library
     Image image = Image::None;
-    bool makesMap = false; ///< the linker writes a map file next to the program
+    bool makesMap = false;    ///< the linker writes a map file next to the program
+    bool makesEeprom = false; ///< the contents of an EEPROM get a file of their own, next to the load image
 
     QString prefix; ///< of the names of all tools
     LanguageFlags flags;
@@ -55,7 +56,9 @@ struct BuildDescription
     bool showCommands = false;
 
     [[nodiscard]] QString ninjaFileName() const;
-    [[nodiscard]] QString imageFileName() const; ///< empty without an image
+    [[nodiscard]] QString imageFileName() const;  ///< empty without an image
+    [[nodiscard]] QString eepromFileName() const; ///< the same
+    [[nodiscard]] QString mapFileName() const { return output + QStringLiteral(".map"); }
     [[nodiscard]] QString compiler(Language language) const;
     [[nodiscard]] QString linker() const; ///< g++ if at least one file is C++
     [[nodiscard]] const QStringList &flagsOf(const SourceFile &source) const;
@@ -70,6 +73,12 @@ struct BuildDescription
 
 /// The directory of a configuration below the build directory: its name with special characters of paths encoded.
 [[nodiscard]] QString configurationDirectoryName(const QString &configuration);
+
+/// @p path so that no tool takes it for an option: absolute if it begins with a dash.
+[[nodiscard]] QString withoutLeadingDash(const QString &path, const QString &directory);
+
+/// Whether @p path lies in @p directory, both absolute, when symbolic links of directories are followed.
+[[nodiscard]] bool isInside(const QString &path, const QString &directory);
 
 /// The number of parallel jobs on distcc hosts such as "localhost/2 builder/8,lzo"; 0 if unknown.
 [[nodiscard]] int distccSlots(const QString &hosts);

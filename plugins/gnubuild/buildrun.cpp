@@ -3,6 +3,7 @@
 #include "gnuproject.h"
 #include "ninjafile.h"
 #include "textoutput.h"
+#include <QFile>
 #include <QFileInfo>
 using namespace Qt::StringLiterals;
 
@@ -15,11 +16,11 @@ QString compilationDatabaseName(const BuildDescription &description)
     return description.absolute(description.configurationDirectory + DatabaseName);
 }
 
-/// Links the database into the build directory, where editors look for that of the current configuration.
+/// Links the database into the directory of all configurations, where editors look for that of the current one.
 void linkDatabase(const BuildDescription &description)
 {
-    updateLink(description.absolute(description.buildDirectory + DatabaseName),
-               configurationDirectoryName(description.configuration) + DatabaseName);
+    const QFileInfo directory(description.absolute(description.configurationDirectory));
+    updateLink(directory.path() + DatabaseName, directory.fileName() + DatabaseName);
 }
 
 } // namespace
@@ -52,10 +53,15 @@ BuildRun::WorkPtr BuildRun::addOneBuild(const WorkPtr &work, bool rebuild)
 {
     addStep(work, &BuildRun::describe);
     addStep(work, &BuildRun::preBuild);
-    if (rebuild)
-        addStep(work, &BuildRun::removeOutputs);
-    addStep(work, &BuildRun::removeStale);
+    if (rebuild) {
+        addStep(work, &BuildRun::listOutputs);
+        addStep(work, &BuildRun::removeListed);
+    }
+    addStep(work, &BuildRun::listStale);
+    addStep(work, &BuildRun::removeListed);
     addStep(work, &BuildRun::makeAll);
+    addStep(work, &BuildRun::listSections);
+    addStep(work, &BuildRun::showUsage);
     return work;
 }
 
@@ -63,13 +69,15 @@ void BuildRun::addClean(GnuProject *project, const QString &configuration)
 {
     const WorkPtr work = newWork(project, configuration);
     work->description = project->describeTarget(configuration);
-    addStep(work, &BuildRun::removeOutputs);
+    addStep(work, &BuildRun::listOutputs);
+    addStep(work, &BuildRun::removeListed);
 }
 
 void BuildRun::addCompile(GnuProject *project, const QString &configuration, const QString &file)
 {
     const WorkPtr work = newWork(project, configuration);
     addStep(work, &BuildRun::describe);
+    addStep(work, &BuildRun::preBuild); // it may generate the file, or what that includes
     m_steps += {work, [this, work, file](ToolProcess::Command &command) { return makeObject(*work, file, command); }};
 }
 
@@ -85,6 +93,7 @@ void BuildRun::start()
     m_stopped = false;
     m_success = true;
     m_diagnostics = Diagnostics();
+    m_linked.clear();
     QMetaObject::invokeMethod(this, &BuildRun::nextStep, Qt::QueuedConnection);
 }
 
@@ -117,6 +126,8 @@ void BuildRun::nextStep()
 
 void BuildRun::stepEnded(bool success)
 {
+    if (std::exchange(m_work->collecting, false) && !success)
+        showLines(std::exchange(m_work->collected, {})); // messages, instead of a list
     m_work->failed = !success;
     m_success = m_success && success;
     nextStep();
@@ -127,13 +138,14 @@ void BuildRun::finish()
     m_steps.clear();
     m_work.reset();
     m_running = false;
+    const bool counted = m_diagnostics.errors() + m_diagnostics.warnings() > 0; // else the tools did not run
     const QString counts = tr("Errors: %1, warnings: %2").arg(m_diagnostics.errors()).arg(m_diagnostics.warnings());
     if (m_stopped)
         Q_EMIT line(tr("Stopped."));
     else if (!m_success)
-        Q_EMIT line(tr("Failed. %1").arg(counts));
+        Q_EMIT line(counted ? tr("Failed. %1").arg(counts) : tr("Failed."));
     else
-        Q_EMIT line(m_diagnostics.warnings() ? tr("Done. %1").arg(counts) : tr("Done."));
+        Q_EMIT line(counted ? tr("Done. %1").arg(counts) : tr("Done."));
     Q_EMIT finished(m_success && !m_stopped);
 }
 
@@ -145,9 +157,15 @@ void BuildRun::showLines(const QStringList &lines)
 
 void BuildRun::showLine(const QString &text)
 {
+    if (m_work->collecting) {
+        m_work->collected += text;
+        return;
+    }
+    if (text.endsWith(u"] Linking "_s + m_work->description.output))
+        m_linked += m_work->description.output;
     if (text == u"ninja: no work to do.")
         Q_EMIT line(tr("Everything is up to date."));
-    else if (text != u"Cleaning... 0 files.")
+    else
         Q_EMIT line(m_diagnostics.take(text, m_work->description.directory));
 }
 
@@ -175,15 +193,16 @@ BuildRun::Outcome BuildRun::preBuild(Work &work, ToolProcess::Command &command)
     return Outcome::Run;
 }
 
-BuildRun::Outcome BuildRun::removeOutputs(Work &work, ToolProcess::Command &command)
+BuildRun::Outcome BuildRun::listOutputs(Work &work, ToolProcess::Command &command)
 {
     if (!QFileInfo::exists(work.description.absolute(work.description.ninjaFileName())))
         return Outcome::Skip; // not built yet
-    command = ninjaCommand(work.description, {u"-t"_s, u"clean"_s});
+    command = ninjaCommand(work.description, {u"-n"_s, u"-t"_s, u"clean"_s});
+    work.collecting = true;
     return Outcome::Run;
 }
 
-BuildRun::Outcome BuildRun::removeStale(Work &work, ToolProcess::Command &command)
+BuildRun::Outcome BuildRun::listStale(Work &work, ToolProcess::Command &command)
 {
     const BuildDescription &description = work.description;
     const QString path = description.absolute(description.ninjaFileName());
@@ -192,8 +211,34 @@ BuildRun::Outcome BuildRun::removeStale(Work &work, ToolProcess::Command &comman
         return Outcome::Skip;
     if (!writeFiles(work))
         return Outcome::Fail;
-    command = ninjaCommand(description, {u"-t"_s, u"cleandead"_s});
+    command = ninjaCommand(description, {u"-n"_s, u"-t"_s, u"cleandead"_s});
+    work.collecting = true;
     return Outcome::Run;
+}
+
+/// Removes what ninja would remove, but nothing outside the configuration's directory: an output name may lead to a
+/// file that is not ours.
+BuildRun::Outcome BuildRun::removeListed(Work &work, ToolProcess::Command &)
+{
+    const BuildDescription &description = work.description;
+    const QString directory = description.absolute(description.configurationDirectory);
+    int removed = 0;
+    for (const QString &each : std::exchange(work.collected, {})) {
+        const QString name = each.startsWith(u"Remove "_s) ? each.sliced(7) : QString();
+        const QString path = description.absolute(name);
+        if (name.isEmpty() || !QFileInfo(path).isFile())
+            continue;
+        if (!isInside(path, directory))
+            Q_EMIT line(tr("'%1' is not removed, because it is not in the directory '%2'.")
+                            .arg(name, description.configurationDirectory));
+        else if (QFile::remove(path))
+            ++removed;
+        else
+            Q_EMIT line(tr("'%1' cannot be removed.").arg(name));
+    }
+    if (removed > 0)
+        Q_EMIT line(tr("Files removed: %1").arg(removed));
+    return Outcome::Skip;
 }
 
 BuildRun::Outcome BuildRun::makeAll(Work &work, ToolProcess::Command &command)
@@ -223,6 +268,24 @@ BuildRun::Outcome BuildRun::makeObject(Work &work, const QString &file, ToolProc
     return Outcome::Run;
 }
 
+/// After a link, for a program of another computer.
+BuildRun::Outcome BuildRun::listSections(Work &work, ToolProcess::Command &command)
+{
+    command = sectionsCommand(work.description);
+    if (!work.description.makesMap || !m_linked.contains(work.description.output) || !isProgram(command.program))
+        return Outcome::Skip;
+    work.collecting = true;
+    return Outcome::Run;
+}
+
+BuildRun::Outcome BuildRun::showUsage(Work &work, ToolProcess::Command &)
+{
+    const QList<SectionSize> sections = readSections(std::exchange(work.collected, {}).join(u'\n'));
+    if (!sections.isEmpty())
+        Q_EMIT line(usageLine(sections, readRegionsOf(work.description)));
+    return Outcome::Skip;
+}
+
 bool BuildRun::writeFiles(const Work &work)
 {
     const BuildDescription &description = work.description;
@@ -239,6 +302,20 @@ bool BuildRun::writeFiles(const Work &work)
     if (work.project->project()->currentConfiguration() == work.configuration)
         linkDatabase(description);
     return true;
+}
+
+ToolProcess::Command sectionsCommand(const BuildDescription &description)
+{
+    return {description.prefix + u"objdump"_s,
+            {u"-h"_s, u"-w"_s, withoutLeadingDash(description.output, description.directory)},
+            description.directory,
+            toolEnvironment()};
+}
+
+QList<MemorySize> readRegionsOf(const BuildDescription &description)
+{
+    QFile map(description.absolute(description.mapFileName()));
+    return map.open(QIODevice::ReadOnly) ? readRegions(map) : QList<MemorySize>();
 }
 
 ToolProcess::Command ninjaCommand(const BuildDescription &description, const QStringList &arguments)

@@ -1,6 +1,7 @@
 #pragma once
 #include "builddescription.h"
 #include "diagnostics.h"
+#include "sizereport.h"
 #include "toolprocess.h"
 #include <functional>
 #include <QPointer>
@@ -38,6 +39,8 @@ private:
         BuildDescription description;
         QByteArray ninjaFile;
         bool failed = false;
+        bool collecting = false; ///< the output of the running program goes to @p collected
+        QStringList collected;
         std::shared_ptr<Work> needed; ///< must succeed before this starts
     };
     using WorkPtr = std::shared_ptr<Work>;
@@ -59,9 +62,12 @@ private:
 
     Outcome describe(Work &work, ToolProcess::Command &command);
     Outcome preBuild(Work &work, ToolProcess::Command &command);
-    Outcome removeOutputs(Work &work, ToolProcess::Command &command);
-    Outcome removeStale(Work &work, ToolProcess::Command &command);
+    Outcome listOutputs(Work &work, ToolProcess::Command &command);
+    Outcome listStale(Work &work, ToolProcess::Command &command);
+    Outcome removeListed(Work &work, ToolProcess::Command &command);
     Outcome makeAll(Work &work, ToolProcess::Command &command);
+    Outcome listSections(Work &work, ToolProcess::Command &command);
+    Outcome showUsage(Work &work, ToolProcess::Command &command);
     Outcome makeObject(Work &work, const QString &file, ToolProcess::Command &command);
     bool writeFiles(const Work &work);
 
@@ -69,10 +75,17 @@ private:
     QList<Step> m_steps;
     WorkPtr m_work; ///< of the current step
     Diagnostics m_diagnostics;
+    QStringList m_linked; ///< the outputs that this run has linked
     bool m_running = false;
     bool m_stopped = false;
     bool m_success = true;
 };
+
+/// The command that lists the sections of the program.
+[[nodiscard]] ToolProcess::Command sectionsCommand(const BuildDescription &description);
+
+/// The memory regions of the linker script, from the map that the linker has written.
+[[nodiscard]] QList<MemorySize> readRegionsOf(const BuildDescription &description);
 
 /// The command that runs ninja for @p description, with further arguments.
 [[nodiscard]] ToolProcess::Command ninjaCommand(const BuildDescription &description, const QStringList &arguments);

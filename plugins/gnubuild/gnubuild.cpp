@@ -38,8 +38,18 @@ void GnuBuild::setProject(IProject *project)
     m_project->setProject(project);
 }
 
+/// The host waits for the end of the command that runs.
+bool GnuBuild::isBusy()
+{
+    if (m_run.isRunning())
+        feedback(tr("The last command has not ended yet. The new one is not carried out."));
+    return m_run.isRunning();
+}
+
 void GnuBuild::compile(const QString &file, const QString &configuration)
 {
+    if (isBusy())
+        return;
     m_run.addCompile(m_project.get(), configuration, file);
     start();
 }
@@ -51,6 +61,8 @@ bool GnuBuild::canCompile(const QString &file, const QString &)
 
 void GnuBuild::build(const QStringList &configurations, bool rebuild)
 {
+    if (isBusy())
+        return;
     for (const QString &configuration : configurations)
         m_run.addBuild(m_project.get(), configuration, rebuild);
     start();
@@ -58,6 +70,8 @@ void GnuBuild::build(const QStringList &configurations, bool rebuild)
 
 void GnuBuild::clean(const QStringList &configurations)
 {
+    if (isBusy())
+        return;
     for (const QString &configuration : configurations)
         m_run.addClean(m_project.get(), configuration);
     start();
@@ -84,6 +98,8 @@ bool GnuBuild::isUpToDate(const QString &configuration)
 
 void GnuBuild::buildForDebug(const QString &configuration)
 {
+    if (isBusy())
+        return;
     const BuildDescription target = m_project->describeTarget(configuration);
     const bool exists = QFileInfo::exists(target.absolute(target.output));
     if (m_declined == configuration && exists)
@@ -118,7 +134,7 @@ void GnuBuild::populate(const QString &configuration)
     }
     if (!added.isEmpty())
         project->addFiles(added);
-    feedback(tr("Files added to the project '%1': %2").arg(project->name()).arg(added.size()));
+    feedback(tr("Files added to the project '%1': %2").arg(project->name(), QString::number(added.size())));
 }
 
 QStringList GnuBuild::buildDirectories() const
@@ -148,18 +164,18 @@ QList<ExtensionCommand> GnuBuild::commands()
 
 void GnuBuild::execute(const QString &id)
 {
-    if (id != ShowSizes || m_sizeTool.isRunning())
+    if (id != ShowSizes || m_run.isRunning() || m_sizeTool.isRunning())
         return;
     const BuildDescription target = m_project->describeTarget(m_project->project()->currentConfiguration());
     m_sizes.clear();
     feedback(tr("Sizes of '%1':").arg(target.output));
-    m_sizeTool.start(
-        {target.prefix + u"objdump"_s, {u"-h"_s, u"-w"_s, target.output}, target.directory, toolEnvironment()});
+    m_sizeTool.start(sectionsCommand(target));
 }
 
 void GnuBuild::showSizes(bool success)
 {
-    const QString text = success ? sizeReport(readSections(m_sizes)) : m_sizes;
+    const BuildDescription target = m_project->describeTarget(m_project->project()->currentConfiguration());
+    const QString text = success ? sizeReport(readSections(m_sizes), readRegionsOf(target)) : m_sizes;
     for (const QString &line : text.split(u'\n', Qt::SkipEmptyParts))
         feedback(line);
 }

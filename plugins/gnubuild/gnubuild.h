@@ -42,6 +42,7 @@ public:
     void workspaceChanged() override;
 
 private:
+    [[nodiscard]] bool isBusy();
     void start();
     void feedback(const QString &line) const;
     void buildEnded(bool success);

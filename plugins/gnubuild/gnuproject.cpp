@@ -13,25 +13,15 @@ GnuProject::~GnuProject()
     m_registry->removeOne(this);
 }
 
-std::optional<QString> GnuProject::libraryOf(const QString &project, const QString &configuration) const
+std::optional<ProjectReader::Library> GnuProject::libraryOf(const QString &project, const QString &configuration) const
 {
     const GnuProject *found = find(project);
-    if (!found)
-        return std::nullopt;
-    const BuildDescription target = found->describeTarget(configuration);
-    if (target.target != BuildDescription::Target::Library)
-        return std::nullopt;
-    return target.absolute(target.output);
+    return found ? found->m_reader.readLibrary(found->project(), configuration) : std::nullopt;
 }
 
 void GnuProject::setProject(IProject *project)
 {
     m_project = shareInterface(project);
-    const InterfacePtr<IProjectProperties> store(project->properties());
-    for (const QString &configuration : store->configurations()) {
-        if (store->property(PropertyKey::Match, configuration, false).isNull())
-            store->setProperty(PropertyKey::Match, m_reader.defaultOf(PropertyKey::Match), configuration);
-    }
 }
 
 void GnuProject::joinWorkspace()
@@ -42,7 +32,36 @@ void GnuProject::joinWorkspace()
 
 BuildDescription GnuProject::describe(const QString &configuration, QStringList &problems) const
 {
-    return m_reader.read(m_project.get(), configuration, problems);
+    const InterfacePtr<IProjectProperties> store(m_project->properties());
+    const QStringList configurations = store->configurations();
+    if (!configurations.contains(configuration)) // of a library, which is built in the configuration of its user
+        problems += tr("The project '%1' has no configuration '%2'.").arg(name(), configuration);
+    BuildDescription description = m_reader.read(m_project.get(), configuration, problems);
+    if (const QString problem = collision(description); !problem.isEmpty())
+        problems += problem;
+    return description;
+}
+
+QString GnuProject::collision(const BuildDescription &description) const
+{
+    const QString directory = description.absolute(description.configurationDirectory);
+    const QString output = description.absolute(description.output);
+    for (const GnuProject *other : std::as_const(*m_registry)) {
+        if (other == this)
+            continue;
+        const InterfacePtr<IProjectProperties> store(other->m_project->properties());
+        for (const QString &configuration : store->configurations()) {
+            const BuildDescription target = other->describeTarget(configuration);
+            if (target.absolute(target.configurationDirectory) == directory)
+                return tr("The projects '%1' and '%2' both build in the directory '%3'. Give one of them another build "
+                          "directory.")
+                    .arg(name(), other->name(), directory);
+            if (target.absolute(target.output) == output)
+                return tr("The projects '%1' and '%2' both build the file '%3'. Give one of them another output name.")
+                    .arg(name(), other->name(), output);
+        }
+    }
+    return {};
 }
 
 BuildDescription GnuProject::describeTarget(const QString &configuration) const

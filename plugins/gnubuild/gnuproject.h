@@ -34,8 +34,11 @@ public:
 private:
     /// The project of this name in the workspace, or null.
     [[nodiscard]] GnuProject *find(const QString &name) const;
-    /// The absolute path of the library of another project; nothing if there is no such project or library.
-    [[nodiscard]] std::optional<QString> libraryOf(const QString &project, const QString &configuration) const;
+    /// The library of another project; nothing if there is no such project or library.
+    [[nodiscard]] std::optional<ProjectReader::Library> libraryOf(const QString &project,
+                                                                  const QString &configuration) const;
+    /// A sentence about another project of the workspace that builds the same files, or an empty text.
+    [[nodiscard]] QString collision(const BuildDescription &description) const;
     void appendBuildOrder(const QString &configuration, QList<GnuProject *> &visited, QList<GnuProject *> &order);
     [[nodiscard]] QStringList usedProjects(const QString &configuration) const;
 

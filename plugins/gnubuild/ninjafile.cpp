@@ -75,6 +75,8 @@ public:
         QStringList last = {m_description.output};
         if (!m_description.imageFileName().isEmpty())
             last += image();
+        if (!m_description.eepromFileName().isEmpty())
+            last += eeprom();
         if (!m_description.postBuild.isEmpty())
             last += postBuild(last);
         m_text += u"\ndefault"_s + paths(last) + u'\n';
@@ -181,7 +183,7 @@ private:
         const bool isLibrary = m_description.target == BuildDescription::Target::Library;
         m_text += u"\n\nbuild "_s + ninjaPath(m_description.output);
         if (m_description.makesMap && !isLibrary)
-            m_text += u" |"_s + paths({m_description.output + u".map"_s});
+            m_text += u" |"_s + paths({m_description.mapFileName()});
         m_text += isLibrary ? u": archive"_s : u": link"_s;
         for (const SourceFile &source : m_description.sources)
             m_text += u' ' + ninjaPath(source.object);
@@ -193,10 +195,27 @@ private:
     QString image()
     {
         const QString format = m_description.image == BuildDescription::Image::Hex ? u"ihex"_s : u"binary"_s;
-        rule(u"image"_s, ninjaWords({m_description.prefix + u"objcopy"_s, u"-O"_s, format}) + u" $in $out"_s,
-             u"Making $out"_s);
+        QStringList words = {m_description.prefix + u"objcopy"_s, u"-O"_s, format};
+        if (m_description.makesEeprom) {
+            for (const char *section : {".eeprom", ".fuse", ".lock", ".signature", ".user_signatures"})
+                words += {u"-R"_s, QString::fromLatin1(section)};
+        }
+        rule(u"image"_s, ninjaWords(words) + u" $in $out"_s, u"Making $out"_s);
         QString name = m_description.imageFileName();
         m_text += u"build"_s + paths({name}) + u": image"_s + paths({m_description.output}) + u'\n';
+        return name;
+    }
+
+    QString eeprom()
+    {
+        rule(u"eeprom"_s,
+             ninjaWords({m_description.prefix + u"objcopy"_s, u"-O"_s, u"ihex"_s, u"-j"_s, u".eeprom"_s,
+                         u"--set-section-flags=.eeprom=alloc,load"_s, u"--no-change-warnings"_s,
+                         u"--change-section-lma"_s, u".eeprom=0"_s})
+                 + u" $in $out"_s,
+             u"Making $out"_s);
+        QString name = m_description.eepromFileName();
+        m_text += u"build"_s + paths({name}) + u": eeprom"_s + paths({m_description.output}) + u'\n';
         return name;
     }
 

@@ -79,6 +79,20 @@ bool isLibraryFile(const QString &library)
     return library.contains(u'/') || library.endsWith(u".a"_s) || library.endsWith(u".o"_s);
 }
 
+/// The argument of the linker for an entry of the list of libraries: a name, a file, or the argument itself.
+QString libraryArgument(const QString &library, const QString &directory)
+{
+    if (library.startsWith(u"-l"_s))
+        return library;
+    return isLibraryFile(library) ? withoutLeadingDash(library, directory) : u"-l"_s + library;
+}
+
+/// Projects in one directory would take each other's files for their own old ones.
+bool sharesItsDirectory(const QString &directory)
+{
+    return QDir(directory).entryList({u"*.vnp"_s}, QDir::Files).size() > 1;
+}
+
 QString withPrefixAndSuffix(const QString &path, const QString &prefix, const QString &suffix)
 {
     const qsizetype name = path.lastIndexOf(u'/') + 1;
@@ -147,13 +161,17 @@ void ProjectReader::readTarget(IProject *project, const PropertyReader &options,
     description.directory = project->basePath();
     const QString directory = options.text(PropertyKey::BuildDirectory);
     description.buildDirectory =
-        QDir::cleanPath(directory.isEmpty() ? defaultOf(PropertyKey::BuildDirectory) : directory);
-    description.configurationDirectory =
-        description.buildDirectory + u'/' + configurationDirectoryName(description.configuration);
+        withoutLeadingDash(QDir::cleanPath(directory.isEmpty() ? defaultOf(PropertyKey::BuildDirectory) : directory),
+                           description.directory);
+    description.configurationDirectory = description.buildDirectory + u'/';
+    if (sharesItsDirectory(description.directory))
+        description.configurationDirectory += configurationDirectoryName(description.project) + u'/';
+    description.configurationDirectory += configurationDirectoryName(description.configuration);
     description.target = options.text(PropertyKey::TargetType) == u"library" ? Target::Library : Target::Program;
     const QString image = options.text(PropertyKey::Image);
     description.image = image == u"ihex" ? Image::Hex : image == u"binary" ? Image::Binary : Image::None;
     description.makesMap = m_toolChain.isCross;
+    description.makesEeprom = m_toolChain.isAvr;
 
     QString name = options.text(PropertyKey::OutputName);
     if (name.isEmpty())
@@ -199,7 +217,7 @@ void ProjectReader::readFiles(IProject *project, BuildDescription &description, 
 
 void ProjectReader::readFile(IProjectFile *file, BuildDescription &description, QStringList &problems) const
 {
-    const QString path = QDir::cleanPath(file->path());
+    const QString path = withoutLeadingDash(QDir::cleanPath(file->path()), description.directory);
     const Language language = languageOf(path);
     if (language == Language::None)
         return;
@@ -222,28 +240,79 @@ void ProjectReader::readLinking(const PropertyReader &options, BuildDescription 
     description.linkFlags = options.words(PropertyKey::Machine);
     if (options.flag(PropertyKey::RemoveUnused))
         description.linkFlags += u"-Wl,--gc-sections"_s;
-    if (const QString script = options.text(PropertyKey::LinkerScript); !script.isEmpty()) {
+    if (QString script = options.text(PropertyKey::LinkerScript); !script.isEmpty()) {
+        script = withoutLeadingDash(script, description.directory);
         description.linkFlags += {u"-T"_s, script};
         description.linkInputs += script;
     }
     description.linkFlags += prefixed(u"-L"_s, options.list(PropertyKey::LibraryDirectories));
     description.linkFlags += options.words(PropertyKey::LinkFlags);
-    for (const QString &project : options.list(PropertyKey::UsedProjects)) {
-        const auto library = m_findLibrary ? m_findLibrary(project, description.configuration) : std::nullopt;
-        if (!library) {
-            problems += Text::tr("The workspace has no library project '%1'.").arg(project);
-            continue;
-        }
-        description.libraries += *library;
-        description.linkInputs += *library;
-    }
+    linkProjects(options.list(PropertyKey::UsedProjects), description, problems);
     for (const QString &library : options.list(PropertyKey::Libraries)) {
-        description.libraries += isLibraryFile(library) ? library : u"-l"_s + library;
-        if (isLibraryFile(library))
-            description.linkInputs += library;
+        const QString argument = libraryArgument(library, description.directory);
+        description.libraries += argument;
+        if (!argument.startsWith(u"-l"_s))
+            description.linkInputs += argument;
     }
     description.preBuild = options.text(PropertyKey::PreBuild);
     description.postBuild = options.text(PropertyKey::PostBuild);
+}
+
+void ProjectReader::linkProjects(const QStringList &projects, BuildDescription &description,
+                                 QStringList &problems) const
+{
+    Libraries found;
+    collectLibraries(projects, description.configuration, found, problems);
+    QStringList arguments;
+    for (const Library &library : std::as_const(found.list)) {
+        arguments += library.file;
+        description.linkInputs += library.file;
+    }
+    if (found.cyclic) // the linker searches them until it finds no further symbol
+        arguments = QStringList(u"-Wl,--start-group"_s) + arguments + QStringList(u"-Wl,--end-group"_s);
+    for (const Library &library : std::as_const(found.list)) {
+        arguments += library.libraries;
+        description.linkFlags += prefixed(u"-L"_s, library.directories);
+    }
+    description.libraries += arguments;
+}
+
+void ProjectReader::collectLibraries(const QStringList &projects, const QString &configuration, Libraries &libraries,
+                                     QStringList &problems) const
+{
+    for (auto project = projects.rbegin(); project != projects.rend(); ++project) {
+        libraries.cyclic = libraries.cyclic || libraries.open.contains(*project);
+        if (libraries.visited.contains(*project))
+            continue;
+        libraries.visited += *project;
+        const auto library = m_findLibrary ? m_findLibrary(*project, configuration) : std::nullopt;
+        if (!library) {
+            problems += Text::tr("The workspace has no library project '%1'.").arg(*project);
+            continue;
+        }
+        libraries.open += *project;
+        collectLibraries(library->usedProjects, configuration, libraries, problems);
+        libraries.open.removeOne(*project);
+        libraries.list.prepend(*library);
+    }
+}
+
+std::optional<ProjectReader::Library> ProjectReader::readLibrary(IProject *project, const QString &configuration) const
+{
+    const BuildDescription target = readTarget(project, configuration);
+    if (target.target != BuildDescription::Target::Library)
+        return std::nullopt;
+    QStringList ignored;
+    const InterfacePtr<IProjectProperties> store(project->properties());
+    const PropertyReader options(store.get(), configuration, m_defaults, ignored);
+    Library library{target.absolute(target.output), options.list(PropertyKey::UsedProjects), {}, {}};
+    for (const QString &each : options.list(PropertyKey::Libraries)) {
+        const QString argument = libraryArgument(each, target.directory);
+        library.libraries += argument.startsWith(u"-l"_s) ? argument : target.absolute(argument);
+    }
+    for (const QString &directory : options.list(PropertyKey::LibraryDirectories))
+        library.directories += target.absolute(directory);
+    return library;
 }
 
 QString ProjectReader::sharedOutput(IProject *project, const BuildDescription &description) const
@@ -262,7 +331,10 @@ QStringList ProjectReader::compileFlags(Language language, const PropertyReader 
     QStringList flags = options.words(PropertyKey::Machine);
     if (isCompiled(language))
         flags += u"-O"_s + options.text(PropertyKey::Optimisation);
-    flags += u"-g"_s + options.text(PropertyKey::DebugInformation);
+    const QString level = options.text(PropertyKey::DebugInformation);
+    if (m_toolChain.isAvr && level != u"0")
+        flags += u"-gdwarf-2"_s; // its compilers write another format by default, which has no macros or ranges
+    flags += u"-g"_s + level;
     if (isCompiled(language)) {
         flags += warningFlags(options.text(PropertyKey::Warnings));
         if (options.flag(PropertyKey::WarningsAsErrors))

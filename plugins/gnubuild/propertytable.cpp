@@ -11,12 +11,13 @@ struct Text
 };
 
 const QStringList Project = {u"project"_s};
-const QStringList CFiles = {u"c"_s};
-const QStringList CppFiles = {u"cc"_s, u"cpp"_s, u"cxx"_s, u"c++"_s, u"C"_s, u"CPP"_s};
-const QStringList PreprocessedAssemblerFiles = {u"S"_s, u"sx"_s};
+const QStringList CFiles = extensionsOf(Language::C);
+const QStringList CppFiles = extensionsOf(Language::Cpp);
+const QStringList PreprocessedAssemblerFiles = extensionsOf(Language::PreprocessedAssembler);
 const QStringList PreprocessedFiles = CFiles + CppFiles + PreprocessedAssemblerFiles;
-const QStringList AssemblerFiles = PreprocessedAssemblerFiles + QStringList{u"s"_s, u"asm"_s};
+const QStringList AssemblerFiles = PreprocessedAssemblerFiles + extensionsOf(Language::Assembler);
 const QStringList SourceFiles = CFiles + CppFiles + AssemblerFiles;
+const QStringList OtherFiles = {u"h"_s, u"hh"_s, u"hpp"_s, u"hxx"_s, u"ld"_s};
 
 PropertyPage targetPage()
 {
@@ -228,7 +229,7 @@ PropertyPage linkerPage()
               Text::tr("More flags for linking, as on a command line. Example: -nostdlib -nostartfiles")},
              {UsedProjects, Text::tr("Libraries of projects"), u"text"_s, u""_s,
               Text::tr("Names of library projects in the workspace, separated by \";\". They are built first, in the "
-                       "configuration of the same name, and linked.")}}};
+                       "configuration of the same name, and linked, together with the libraries that they use.")}}};
 }
 
 PropertyPage commandsPage()
@@ -256,7 +257,7 @@ PropertyPage filesPage()
             Project,
             {{AutoPopulate, Text::tr("Find files on opening"), u"boolean"_s, u"false"_s,
               Text::tr("Adds new files below the project's directory when the workspace is opened.")},
-             {PopulateExtensions, Text::tr("Extensions to find"), u"text"_s, u"c;cc;cpp;cxx;s;S;sx;h;hh;hpp;hxx;ld"_s,
+             {PopulateExtensions, Text::tr("Extensions to find"), u"text"_s, (SourceFiles + OtherFiles).join(u';'),
               Text::tr("Extensions of the files that belong to the project, separated by \";\".")}}};
 }
 

@@ -9,6 +9,7 @@ struct ToolChain
     QString prefix;         ///< prefix of "gcc" in the names of its programs
     QString machineExample; ///< example of options that select a processor
     bool isCross = true;    ///< builds programs for another computer
+    bool isAvr = false;     ///< has memories that are not in the address space of the load image
 };
 
 /// All supported tool chains.
@@ -25,6 +26,9 @@ struct ToolChain
 /// The language of a file, from the last extension of its name.
 enum class Language { None, C, Cpp, Assembler, PreprocessedAssembler };
 [[nodiscard]] Language languageOf(QStringView path);
+
+/// The extensions of the files of a language, in the order of their use.
+[[nodiscard]] QStringList extensionsOf(Language language);
 
 /// Whether there is an executable with this name on the search path, or with this absolute path.
 [[nodiscard]] bool isProgram(const QString &program);

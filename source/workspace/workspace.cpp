@@ -145,7 +145,15 @@ void Workspace::closeAll()
 Document *Workspace::findDocument(const QString &filename) const
 {
     const auto isNamed = [&filename](Document *doc) { return doc->filename() == filename; };
-    const auto found = std::find_if(m_documents.cbegin(), m_documents.cend(), isNamed);
+    auto found = std::find_if(m_documents.cbegin(), m_documents.cend(), isNamed);
+    if (found == m_documents.cend()) { // it may be open by a path with or without a symbolic link
+        const QString file = QFileInfo(filename).canonicalFilePath();
+        const auto isSameFile = [&file](Document *doc) {
+            return QFileInfo(doc->filename()).canonicalFilePath() == file;
+        };
+        if (!file.isEmpty())
+            found = std::find_if(m_documents.cbegin(), m_documents.cend(), isSameFile);
+    }
     return found == m_documents.cend() ? nullptr : *found;
 }
 

@@ -3,7 +3,9 @@
 #include "documenttemplate.h"
 #include "fakeservices.h"
 #include "idebugbuild.h"
+#include "iextensioncommands.h"
 #include "iprojectpopulate.h"
+#include "ipropertydefinitions.h"
 #include "navigator.h"
 #include "outputpage.h"
 #include "outputwindow.h"
@@ -837,11 +839,97 @@ private Q_SLOTS:
     void repopulateCallsTheEnvironmentOfTheCurrentProject()
     {
         addBuildProject(u"fw"_s, {}, {IProjectPopulate::Iid});
+        m_output->displayPage(OutputWindow::Debug);
         m_control->projectRepopulate();
-        QCOMPARE(story(), u"fw.populate(Debug)"_s);
+        QCOMPARE(story(), u"window.showOutputDock\nfw.populate(Debug)"_s);
+        QCOMPARE(m_output->currentPage(), m_output->page(OutputWindow::Build)); // which is not cleared
         addBuildProject(u"plain"_s);
         m_control->projectRepopulate();
-        QCOMPARE(story(), QString());
+        QCOMPARE(story(), u"window.showOutputDock"_s);
+    }
+
+    void extensionCommandBringsUpTheBuildPage()
+    {
+        addBuildProject(u"fw"_s, {}, {IExtensionCommands::Iid});
+        m_stub->script(u"{fw}"_s).commands = {{u"sizes"_s, u"Show sizes"_s, {}, true, false}};
+        m_output->displayPage(OutputWindow::Debug);
+        m_control->executeExtensionCommand(0);
+        QCOMPARE(story(), u"window.showOutputDock\nfw.commands()\nfw.execute(sizes)"_s);
+        QCOMPARE(m_output->currentPage(), m_output->page(OutputWindow::Build));
+    }
+
+    void missingPatternIsTheDefaultOfTheEnvironment()
+    {
+        Project *project = addBuildProject(u"fw"_s, {}, {IPropertyDefinitions::Iid});
+        m_stub->script(u"{fw}"_s).propertyDefinitions =
+            u"<group><propertygroup><property key=\"other\" defaultvalue=\"x\"/>"
+            "<property key=\"buildMatch\" defaultvalue=\"(file)@(line);\"/></propertygroup></group>"_s;
+        project->setCurrentConfiguration(u"Release"_s);
+        m_control->buildBuild();
+        QCOMPARE(lookup(u"main.c@12;"_s), u"main.c at 12"_s);
+        QVERIFY(project->properties()->property(u"buildMatch"_s, u"Release"_s).isNull()); // nothing is stored
+        project->setCurrentConfiguration(u"Debug"_s);
+        m_control->buildFinished(true);
+        m_control->buildBuild();
+        QCOMPARE(lookup(u"12: main.c;"_s), u"main.c at 12"_s); // its own pattern
+    }
+
+    void allProjectsAreBuiltOneAfterTheOther()
+    {
+        addBuildProject(u"first"_s);
+        addProject(u"plain"_s, {}, {});
+        addBuildProject(u"last"_s);
+        m_control->buildAllProjects();
+        QVERIFY2(story().endsWith(u"first.build(Debug, false)"_s), "the first one");
+        m_control->buildFinished(false);
+        QCOMPARE(m_activity->state(), StateBuilding);
+        QTRY_COMPARE(story(), u"last.build(Debug, false)"_s);
+        m_control->buildFinished(true);
+        QCOMPARE(m_activity->state(), StateIdle);
+        QVERIFY(!m_control->buildSucceeded()); // not all
+        m_control->buildAllProjects();
+        m_control->buildFinished(true);
+        QTRY_VERIFY(story().endsWith(u"last.build(Debug, false)"_s));
+        m_control->buildFinished(true);
+        QVERIFY(m_control->buildSucceeded());
+        QCOMPARE(m_activity->state(), StateIdle);
+        story();
+    }
+
+    void stopEndsTheBuildOfAllProjects()
+    {
+        addBuildProject(u"first"_s);
+        addBuildProject(u"last"_s);
+        m_control->buildAllProjects();
+        story();
+        m_control->buildStopBuild();
+        QCOMPARE(story(), u"last.stop()\nfirst.stop()"_s); // the current one, and the one that builds
+        m_control->buildFinished(false);
+        QCOMPARE(m_activity->state(), StateIdle);
+        QCoreApplication::processEvents();
+        QVERIFY(!story().contains(u"last.build"_s));
+    }
+
+    void projectRemovedBeforeItsTurnIsSkipped()
+    {
+        addBuildProject(u"first"_s);
+        Project *gone = addBuildProject(u"last"_s);
+        m_control->buildAllProjects();
+        gone->setBuildEnvironment(nullptr);
+        m_control->buildFinished(true);
+        QCOMPARE(m_activity->state(), StateIdle);
+        story();
+    }
+
+    void stopReachesAProjectThatIsNotCurrentAnyMore()
+    {
+        addBuildProject(u"first"_s);
+        addBuildProject(u"last"_s);
+        m_control->buildBuild();
+        m_activity->workspace()->setCurrentProject(0);
+        story();
+        m_control->buildStopBuild();
+        QCOMPARE(story(), u"first.stop()\nlast.stop()"_s);
     }
 
     void buildForDebugSetsTheBuildingState()

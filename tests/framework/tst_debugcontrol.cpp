@@ -781,6 +781,33 @@ private Q_SLOTS:
         QVERIFY(!story().contains(u"run()"_s));
     }
 
+    /// The report of the current project comes while the other one has not started yet.
+    void stateOfTheCurrentProjectCountsAfterAllHaveStarted_data()
+    {
+        QTest::addColumn<QString>("command");
+        QTest::newRow("attach") << u"debugAttach"_s;
+        QTest::newRow("run, and cancel of the question") << u"debugRun"_s;
+    }
+
+    void stateOfTheCurrentProjectCountsAfterAllHaveStarted()
+    {
+        QFETCH(QString, command);
+        const Project *one = addProcessor(u"one"_s);
+        const Project *two = addProcessor(u"two"_s);
+        m_activity->workspace()->setCurrentProject(0);
+        for (const Project *project : {one, two}) {
+            StubScript &script = scriptOf(project->name());
+            script.canAttach = true;
+            script.on[u"start"_s] = [this, project] { report(project, IExecutionEnvironment::ProgramPaused); };
+        }
+        m_control->options().setAction(RunEvent, AskForProcessors);
+        if (command == u"debugRun")
+            expectQuestion(nullptr);
+        call(command);
+        QCOMPARE(m_activity->state(), StatePaused);
+        QVERIFY(!story().contains(u".run()"_s));
+    }
+
     void exceptionsInRunControlAreReported_data()
     {
         QTest::addColumn<QString>("command");

@@ -1,4 +1,5 @@
 #include "debugfixture.h"
+#include "inextstatement.h"
 #include <QSignalSpy>
 #include <QTest>
 
@@ -538,6 +539,41 @@ private Q_SLOTS:
         dropWorkspace();
         m_control->debugShowNext();
         QCOMPARE(registers.size(), 2);
+    }
+
+    // "Set next statement"
+
+    void setNextStatementMovesThePausedProgramToTheCursor()
+    {
+        addProcessor(u"fw"_s, {INextStatement::Iid});
+        open(u"main.c"_s);
+        m_line = 5;
+        m_control->debugSetNext();
+        QCOMPARE(story(), QString()); // the program is not paused
+        be(StatePaused);
+        m_control->debugSetNext();
+        QCOMPARE(effects(), u"fw.setNextStatement(main.c, 5)"_s);
+    }
+
+    void failedSetNextStatementShowsAMessage()
+    {
+        addProcessor(u"fw"_s, {INextStatement::Iid});
+        scriptOf(u"fw"_s).nextStatementResult = false;
+        open(u"main.c"_s);
+        be(StatePaused);
+        expectBox();
+        m_control->debugSetNext();
+        QVERIFY(story().contains(u"message The next statement cannot be set here."_s));
+    }
+
+    void setNextStatementWithoutTheInterfaceShowsAMessage()
+    {
+        addProcessor(u"fw"_s);
+        open(u"main.c"_s);
+        be(StatePaused);
+        expectBox();
+        m_control->debugSetNext();
+        QVERIFY(story().contains(u"The execution environment does not support it."_s));
     }
 
     // Disassembly

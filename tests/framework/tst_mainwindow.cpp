@@ -462,6 +462,16 @@ private Q_SLOTS:
         QVERIFY(box->isHidden());
     }
 
+    void theConfigurationDropdownFollowsBuildStopBuild()
+    {
+        open({"buildStopBuild"}, R"(<toolbars><toolbar name="a"><action name="buildStopBuild"/></toolbar></toolbars>)");
+        m_window->show();
+        const QList<QComboBox *> found = boxes("configurationDropdown");
+        QCOMPARE(found.size(), 1);
+        QCOMPARE(found.first()->toolTip(), u"Current configuration"_s);
+        QVERIFY(found.first()->isHidden()); // no workspace is open
+    }
+
     void eachActionInAToolBarHasItsWidget_data()
     {
         QTest::addColumn<QByteArray>("toolBars");

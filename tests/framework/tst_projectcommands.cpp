@@ -319,6 +319,45 @@ private Q_SLOTS:
         QTRY_VERIFY(!box->isVisible());
     }
 
+    void theConfigurationDropDownFollowsTheCurrentProject()
+    {
+        WindowFixture f;
+        f.installation.write(u"config/uiconfig.xml"_s,
+                             R"(<ui><actions><action name="buildStopBuild"/></actions><toolbars><toolbar name="build">
+                             <action name="buildStopBuild"/></toolbar></toolbars></ui>)");
+        f.restart();
+        auto *box = f.window->findChild<QComboBox *>(u"configurationDropdown"_s);
+        QTRY_VERIFY(!box->isVisible());
+        f.write(u"a.vnp"_s, "<project><properties currentconfiguration=\"Release\"><configuration name=\"Debug\"/>"
+                            "<configuration name=\"Release\"/></properties></project>");
+        f.write(u"b.vnp"_s, "<project/>");
+        QVERIFY(f.window->openWorkspace(f.writeWorkspace(u"all.vnw"_s, {u"a.vnp"_s, u"b.vnp"_s}), false));
+        QTRY_VERIFY(box->isVisible());
+        QCOMPARE(box->count(), 2);
+        QCOMPARE(box->currentText(), u"Release"_s);
+        QVERIFY(box->isEnabled());
+        Q_EMIT box->activated(0);
+        QCOMPARE(project(f, 0)->currentConfiguration(), u"Debug"_s);
+        QCOMPARE(box->currentText(), u"Debug"_s);
+        f.window->activity().setState(StateBuilding);
+        QVERIFY(!box->isEnabled());
+        Q_EMIT box->activated(1); // too late
+        QCOMPARE(project(f, 0)->currentConfiguration(), u"Debug"_s);
+        f.window->activity().setState(StateIdle);
+        f.window->projectWorkspace()->setCurrentProject(1);
+        QCOMPARE(box->currentText(), u"Default"_s);
+        QVERIFY(!box->isEnabled()); // there is no other one
+        f.window->projectWorkspace()->setCurrentProject(0);
+        project(f, 0)->properties()->addConfiguration(u"Test"_s);
+        project(f, 0)->setCurrentConfiguration(u"Test"_s);
+        f.activate();
+        QEvent event(QEvent::ActivationChange); // a dialog was closed
+        QCoreApplication::sendEvent(box, &event);
+        QCOMPARE(box->currentText(), u"Test"_s);
+        QVERIFY(f.window->closeWorkspace());
+        QTRY_VERIFY(!box->isVisible());
+    }
+
     void theDropDownShowsActiveProjectsAndCountsAll()
     {
         WindowFixture f;

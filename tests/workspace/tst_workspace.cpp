@@ -75,6 +75,22 @@ private Q_SLOTS:
         QCOMPARE(f.log, (QStringList{u"open /x/a.c"_s, u"open /x/b.c"_s}));
     }
 
+    void fileBehindASymbolicLinkIsTheSameDocument()
+    {
+        Fixture f;
+        const QTemporaryDir directory;
+        const QString file = page(directory, u"a.c"_s);
+        QVERIFY(QDir(directory.path()).mkdir(u"real"_s));
+        QVERIFY(QFile::rename(file, directory.filePath(u"real/a.c"_s)));
+        QVERIFY(QFile::link(directory.filePath(u"real"_s), directory.filePath(u"link"_s)));
+        QVERIFY(f.workspace.openDocument(directory.filePath(u"link/a.c"_s), true));
+        QVERIFY(f.workspace.openDocument(directory.filePath(u"real/a.c"_s), true));
+        QCOMPARE(f.workspace.documents().size(), 1);
+        QCOMPARE(f.workspace.findDocument(directory.filePath(u"real/a.c"_s))->filename(),
+                 directory.filePath(u"link/a.c"_s));
+        QVERIFY(!f.workspace.findDocument(directory.filePath(u"real/b.c"_s)));
+    }
+
     void firstTemplateThatCanOpenCreatesTheDocument()
     {
         Fixture f;

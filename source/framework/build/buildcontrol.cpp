@@ -5,6 +5,7 @@
 #include "callplugin.h"
 #include "document.h"
 #include "editconfigurationsdialog.h"
+#include "extensioncommands.h"
 #include "ibuildenvironment.h"
 #include "idebugbuild.h"
 #include "messages.h"
@@ -109,11 +110,68 @@ void BuildControl::run(Work work, Project *project)
               [&](auto *environment) { return runPlugin<&IBuildEnvironment::clean>(environment, configurations); });
 }
 
+void BuildControl::buildAllProjects()
+{
+    VARNEL_ASSERT_TEXT(m_activity.workspace(), "workspace");
+    m_window.showOutputDock();
+    m_buildStopped = false;
+    if (!m_window.fileSaveAll())
+        return;
+    m_waiting.clear();
+    for (const QPointer<Project> &project : m_activity.projects()) {
+        if (project && project->buildInterface())
+            m_waiting.append(project);
+    }
+    m_othersSucceeded = true;
+    if (m_waiting.isEmpty()) {
+        showInformation(m_window.dialogParent(),
+                        tr("The project cannot be built.\n\nNo build environment is available."));
+        return;
+    }
+    displayBuildPage();
+    buildOne(m_waiting.takeFirst());
+}
+
+void BuildControl::buildOne(const Project *project)
+{
+    setLookupPattern(project);
+    const QStringList configurations{project->currentConfiguration()};
+    start(project,
+          [&](auto *environment) { return runPlugin<&IBuildEnvironment::build>(environment, configurations, false); });
+}
+
+/// Begins with the next one of all projects. False if there is none.
+bool BuildControl::buildNext(bool success)
+{
+    m_waiting.removeIf([](const QPointer<Project> &project) { return !project || !project->buildInterface(); });
+    m_othersSucceeded = m_othersSucceeded && success;
+    if (m_waiting.isEmpty() || m_buildStopped || m_activity.state() != StateBuilding) {
+        m_waiting.clear();
+        return false;
+    }
+    const Project *next = m_waiting.takeFirst();
+    // not inside the call in which the last one has reported its end
+    QMetaObject::invokeMethod(
+        this,
+        [this, next = QPointer<const Project>(next)] {
+            if (m_activity.state() != StateBuilding)
+                return;
+            if (next && !m_buildStopped)
+                buildOne(next);
+            else
+                buildFinished(false);
+        },
+        Qt::QueuedConnection);
+    return true;
+}
+
 /// If the call throws, the plug-in reports no end of the work, so the building state ends here.
 void BuildControl::start(const Project *project, const std::function<bool(IBuildEnvironment *)> &work)
 {
     const auto environment = shareInterface(project->buildInterface()); // it may close its project in the call
-    m_time.start();
+    m_built = project;
+    if (!m_time.isValid()) // the first of several projects has started it
+        m_time.start();
     m_activity.setState(StateBuilding);
     if (!work(environment.get()))
         buildFinished(false);
@@ -139,17 +197,22 @@ void BuildControl::setLookupPattern(const Project *project) const
 void BuildControl::buildStopBuild()
 {
     m_buildStopped = true;
-    const Project *project = m_activity.currentProject();
-    if (const auto environment = shareInterface(project ? project->buildInterface() : nullptr))
-        runPlugin<&IBuildEnvironment::stop>(environment);
+    const QPointer<const Project> current = m_activity.currentProject();
+    const QPointer<const Project> built = m_activity.state() == StateBuilding ? m_built : nullptr;
+    for (const QPointer<const Project> &project : {current, built == current ? nullptr : built}) {
+        if (const auto environment = shareInterface(project ? project->buildInterface() : nullptr))
+            runPlugin<&IBuildEnvironment::stop>(environment);
+    }
 }
 
 void BuildControl::buildFinished(bool success)
 {
-    m_buildSucceeded = success;
+    if (!m_waiting.isEmpty() && buildNext(success))
+        return;
+    m_buildSucceeded = success && std::exchange(m_othersSucceeded, true);
     if (!m_activity.workspace())
         return; // reported by a plug-in that is deleted with its workspace
-    showOutcome(success);
+    showOutcome(m_buildSucceeded);
     leaveBuilding();
     m_window.checkFileChanges();
 }
@@ -274,6 +337,7 @@ void BuildControl::buildBatchBuild()
     BatchBuildDialog dialog(project, project->buildInterface(), m_window.dialogParent(), u"newConfigurationDialog"_s);
     m_window.showOutputDock();
     displayBuildPage();
+    m_built = project;
     m_activity.setState(StateBuilding);
     if (dialog.exec() == QDialog::Rejected && alive)
         leaveBuilding();
@@ -293,8 +357,19 @@ void BuildControl::buildConfigurationsEdit()
 
 void BuildControl::projectRepopulate()
 {
-    if (const Project *project = expectProject())
-        populate(project);
+    const Project *project = expectProject();
+    if (!project)
+        return;
+    m_window.showOutputDock();
+    m_window.outputWindow()->displayPage(OutputWindow::Build); // the environment reports there what it has found
+    populate(project);
+}
+
+void BuildControl::executeExtensionCommand(int index)
+{
+    m_window.showOutputDock();
+    m_window.outputWindow()->displayPage(OutputWindow::Build);
+    executeBuildExtension(m_activity.currentProject(), index);
 }
 
 bool BuildControl::buildForDebug(const Project *project)
@@ -305,6 +380,7 @@ bool BuildControl::buildForDebug(const Project *project)
     m_window.outputWindow()->displayPage(OutputWindow::Build);
     m_buildStopped = false;
     m_forDebug = true;
+    m_built = project;
     m_time.start();
     m_activity.setState(StateBuilding);
     const QString configuration = project->currentConfiguration();

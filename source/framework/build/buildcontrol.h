@@ -38,9 +38,11 @@ public Q_SLOTS:
     void buildCleanAlt();
     void buildStopBuild(); ///< The building state still lasts until buildFinished().
     void buildBatchBuild();
+    void buildAllProjects(); ///< One after the other, in the order of the workspace.
     void buildConfigurationsNew();
     void buildConfigurationsEdit();
     void projectRepopulate();
+    void executeExtensionCommand(int index); ///< Of the current project's build environment.
 
     void setCurrentFile(const QString &path); ///< Absolute or as a project has it; empty for none.
 
@@ -67,6 +69,8 @@ private:
     void showProgress(const QString &line);
     void showOutcome(bool success);
     void leaveBuilding();
+    [[nodiscard]] bool buildNext(bool success);
+    void buildOne(const Project *project);
     [[nodiscard]] bool navigatorHasFocus() const;
     [[nodiscard]] bool canCompile() const;
     [[nodiscard]] Project *expectProject() const; ///< The current one; null, with a warning, if there is none.
@@ -78,6 +82,9 @@ private:
     QString m_currentFile;
     bool m_forDebug = false; ///< the build belongs to the start of a session
     QElapsedTimer m_time;    ///< since the start of the work that is shown in the status bar; invalid if there is none
+    QPointer<const Project> m_built;    ///< its environment works, or has worked last
+    QList<QPointer<Project>> m_waiting; ///< to be built next, by buildAllProjects()
+    bool m_othersSucceeded = true;      ///< those that buildAllProjects() has built already
     bool m_buildSucceeded = false;
     bool m_buildStopped = false;
 };

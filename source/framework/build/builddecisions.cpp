@@ -1,8 +1,12 @@
 #include "builddecisions.h"
+#include "callplugin.h"
+#include "ibuildenvironment.h"
+#include "ipropertydefinitions.h"
 #include "project.h"
 #include "projectworkspace.h"
 #include <QCoreApplication>
 #include <QFileInfo>
+#include <QXmlStreamReader>
 
 using namespace Qt::StringLiterals;
 
@@ -23,7 +27,25 @@ bool mayCompile(ActivityState state, const QString &file, const Project *project
     return state != StateBuilding && !file.isEmpty() && project && project->buildInterface();
 }
 
+QString defaultOfProperty(const QString &definitions, const QString &key)
+{
+    QXmlStreamReader xml(definitions);
+    while (!xml.atEnd()) {
+        if (xml.readNext() == QXmlStreamReader::StartElement && xml.name() == "property"_L1
+            && xml.attributes().value("key"_L1) == key)
+            return xml.attributes().value("defaultvalue"_L1).toString();
+    }
+    return {};
+}
+
 QString buildMatch(const Project &project)
 {
-    return project.properties()->property(u"buildMatch"_s, project.currentConfiguration(), false);
+    QString pattern = project.properties()->property(u"buildMatch"_s, project.currentConfiguration(), false);
+    const auto definitions =
+        queryInterface<IPropertyDefinitions>(pattern.isNull() ? project.buildInterface() : nullptr);
+    if (definitions)
+        pattern = defaultOfProperty(
+            askPlugin("IPropertyDefinitions::propertyDefinitions", [&] { return definitions->propertyDefinitions(); }),
+            u"buildMatch"_s);
+    return pattern;
 }

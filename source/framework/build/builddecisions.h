@@ -14,5 +14,9 @@ class ProjectWorkspace;
 /// Whether the environment of @p project, which may be null, is to be asked if it can compile @p file.
 [[nodiscard]] bool mayCompile(ActivityState state, const QString &file, const Project *project);
 
-/// The pattern of source lines in the build output, in the current configuration of @p project.
+/// The default value of the property @p key in @p definitions, an XML text of IPropertyDefinitions.
+[[nodiscard]] QString defaultOfProperty(const QString &definitions, const QString &key);
+
+/// The pattern of source lines in the build output, in the current configuration of @p project: its property or, if it
+/// has none, the default of its build environment.
 [[nodiscard]] QString buildMatch(const Project &project);

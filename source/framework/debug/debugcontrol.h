@@ -49,6 +49,7 @@ public Q_SLOTS:
     void runAllProcessors() { m_run.runAll(); }
     void pauseAllProcessors() { m_run.pauseAll(); }
     void debugShowNext();
+    void debugSetNext() { m_nextStatement.setAtCursor(); }
     void debugBreakpoints() { m_breakpoints.edit(); }
     void debugToggleBreakpoint() { m_breakpoints.toggleAtCursor(); }
     void debugViewDisassembly() { m_nextStatement.viewDisassembly(); }

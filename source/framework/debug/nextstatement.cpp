@@ -6,6 +6,7 @@
 #include "document.h"
 #include "environmentkey.h"
 #include "idisassembly.h"
+#include "inextstatement.h"
 #include "messages.h"
 #include "project.h"
 #include "viewinterfaces.h"
@@ -114,6 +115,24 @@ void NextStatement::showSource()
     file.clear(); // requests the place in the source
     if (askLocation(environment, file, line))
         (void)openSource(file);
+}
+
+/// The environment reports where the program is then, and why it cannot be moved.
+void NextStatement::setAtCursor()
+{
+    const Activity::Environment environment = m_activity.currentEnvironment();
+    const QString file = currentFile();
+    if (m_activity.state() != StatePaused || file.isEmpty())
+        return;
+    const auto mover = queryInterface<INextStatement>(environment.get());
+    const int line = m_window.currentLine();
+    const bool moved =
+        mover && askPlugin("INextStatement::setNextStatement", [&] { return mover->setNextStatement(file, line); });
+    if (moved)
+        return;
+    showInformation(m_window.dialogParent(),
+                    mover ? tr("The next statement cannot be set here.\n\nPlease see Debug Output window for details.")
+                          : tr("The next statement cannot be set.\n\nThe execution environment does not support it."));
 }
 
 void NextStatement::refreshMarker()

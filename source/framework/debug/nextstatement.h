@@ -16,6 +16,7 @@ public:
     void show();
     /// In the disassembly, goes to the source of the next statement; in other views only updates the markers.
     void showSource();
+    void setAtCursor();          ///< Makes the line of the cursor the next statement, without executing anything.
     void viewDisassembly();      ///< Opens it where a paused program is, or brings it to the front as it is.
     void refreshDisassemblies(); ///< Has the open ones read the instructions again.
     void refreshMarker();

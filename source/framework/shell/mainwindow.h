@@ -104,6 +104,7 @@ public Q_SLOTS:
     void buildCleanAlt();
     void buildStopBuild();
     void buildBatchBuild();
+    void buildAllProjects();
     void buildConfigurationsNew();
     void buildConfigurationsEdit();
     // Debug
@@ -117,6 +118,7 @@ public Q_SLOTS:
     void debugRestart();
     void debugWakeup();
     void debugShowNext();
+    void debugSetNext();
     void debugBreakpoints();
     void debugToggleBreakpoint();
     void debugViewDisassembly();

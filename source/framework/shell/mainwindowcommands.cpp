@@ -297,6 +297,11 @@ void MainWindow::buildBatchBuild()
     m_parts->buildControl->buildBatchBuild();
 }
 
+void MainWindow::buildAllProjects()
+{
+    m_parts->buildControl->buildAllProjects();
+}
+
 void MainWindow::buildConfigurationsNew()
 {
     m_parts->buildControl->buildConfigurationsNew();
@@ -350,6 +355,11 @@ void MainWindow::debugRestart()
 void MainWindow::debugWakeup()
 {
     m_parts->debugControl->debugWakeup();
+}
+
+void MainWindow::debugSetNext()
+{
+    m_parts->debugControl->debugSetNext();
 }
 
 void MainWindow::debugShowNext()

@@ -131,7 +131,7 @@ void WindowMenus::updateToolsMenu()
 void WindowMenus::updateBuildMenu()
 {
     DynamicMenus::fillAtEnd(m_parts.ui.menu(u"buildMenu"_s), buildExtensionEntries(m_parts.activity.currentProject()),
-                            [this](int i) { executeBuildExtension(m_parts.activity.currentProject(), i); });
+                            [this](int i) { m_parts.buildControl->executeExtensionCommand(i); });
 }
 
 void WindowMenus::updateDebugMenu()

@@ -1,4 +1,5 @@
 #include "windowparts.h"
+#include "configurationdropdown.h"
 #include "contexthelp.h"
 #include "debugcontents.h"
 #include "dockwindow.h"
@@ -88,6 +89,7 @@ void WindowParts::setUp()
     ui.setActionVisible(u"projectRepopulate"_s, false);
     setUpToolBars();
     ui.setupMenus();
+    followConfigurations();
     ui.setActionEnabled(u"windowCascade"_s, viewManager->canCascade());
     ui.setActionEnabled(u"windowTile"_s, viewManager->canTile());
     title = ui.title();
@@ -152,8 +154,18 @@ void WindowParts::setUpToolBars()
         QObject::connect(&window, &MainWindow::textNavigationAvailable, box, &QWidget::setEnabled);
         bar->addWidget(box);
     });
+    ui.addCompanion(u"buildStopBuild"_s, [this](ToolBar *bar) { new ConfigurationDropdown(activity, bar); });
     ui.addCompanion(u"debugStepInto"_s, [this](ToolBar *bar) { new ProjectDropdown(activity, bar); });
     ui.setupToolbars();
+}
+
+/// A project does not report that its current configuration has changed.
+void WindowParts::followConfigurations() const
+{
+    const QMenu *menu = ui.menu(u"buildConfigurationsMenu"_s);
+    const QList<ConfigurationDropdown *> boxes = window.findChildren<ConfigurationDropdown *>();
+    for (const ConfigurationDropdown *box : menu ? boxes : QList<ConfigurationDropdown *>())
+        QObject::connect(menu, &QMenu::triggered, box, &ConfigurationDropdown::refresh, Qt::QueuedConnection);
 }
 
 // Docks

@@ -99,6 +99,7 @@ struct WindowParts
 private:
     void setUpWorkspace();
     void setUpToolBars();
+    void followConfigurations() const;
     void setUpDocks();
     void setUpCommands();
     void keepWatches() const;

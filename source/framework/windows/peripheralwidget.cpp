@@ -58,8 +58,9 @@ quint32 valueIn(const PeripheralFieldInfo &field, quint32 value)
 /// "MODE [5:4]"
 QString titleOf(const PeripheralFieldInfo &field)
 {
-    return field.width == 1 ? u"%1 [%2]"_s.arg(field.name).arg(field.lowBit)
-                            : u"%1 [%2:%3]"_s.arg(field.name).arg(field.lowBit + field.width - 1).arg(field.lowBit);
+    const QString low = QString::number(field.lowBit);
+    const QString high = QString::number(field.lowBit + field.width - 1);
+    return field.name + (field.width == 1 ? u" [%1]"_s.arg(low) : u" [%1:%2]"_s.arg(high, low));
 }
 
 /// Those that lie in a register, with possible widths.
@@ -78,7 +79,7 @@ PropertyItem *makeFieldRow(const PeripheralFieldInfo &field, PropertyItem *owner
         return new PropertyHexItem(titleOf(field), 0u, field.width, owner, after);
     auto *row = new PropertyListItem(titleOf(field), QString(), owner, after);
     for (const PeripheralValueName &value : field.values)
-        row->addOption(u"%1 (%2)"_s.arg(value.name).arg(value.value), QString::number(value.value));
+        row->addOption(u"%1 (%2)"_s.arg(value.name, QString::number(value.value)), QString::number(value.value));
     return row;
 }
 

@@ -124,6 +124,6 @@ ProgramSpot programSpot(IExecutionEnvironment *environment, const QString &direc
         isDisassemblyName(file) ? file : QDir::cleanPath(QDir(directory).absoluteFilePath(file)); // for ISymbolLookup
     ProgramSpot spot{functionAt(kept.get(), path, line), {}};
     spot.place = isDisassemblyName(file) ? u"0x%1"_s.arg(addressOfLine(line), 8, 16, QLatin1Char('0'))
-                                         : u"%1:%2"_s.arg(QFileInfo(file).fileName()).arg(line);
+                                         : QFileInfo(file).fileName() + u':' + QString::number(line);
     return spot;
 }

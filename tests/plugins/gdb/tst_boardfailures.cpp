@@ -75,7 +75,7 @@ void tst_BoardFailures::killedProcessIsReported()
 
 void tst_BoardFailures::lockedUpProcessorEndsTheSessionWithAMessage()
 {
-    LiveSession session(option());
+    LiveSession session(option(u";catchFaults=0"_s));
     QVERIFY(session.start());
     QCOMPARE(session.evaluate(u"command=6"_s), u"6"_s); // a fault in the fault handler locks up the processor
     session.env->run();

@@ -22,6 +22,8 @@ private Q_SLOTS:
     void stepOverAnEndlessLoopCanBePaused();
     void functionCallsNeedTheOption();
     void breakpointInFaultHandlerShowsTheFaultingCaller();
+    void faultStopsInItsHandlerAndIsExplained();
+    void faultHandlersRunIfFaultsAreNotCaught();
     void restartWorksTenTimes();
     void memoryIsReadAndWrittenInAllModes();
     void cellsBeyondTheRegionHaveNoMemory();
@@ -204,6 +206,46 @@ void tst_BoardSession::breakpointInFaultHandlerShowsTheFaultingCaller()
     QVERIFY(session.waitFor(Env::ProgramPaused));
     QCOMPARE(session.env->session()->frame().function, u"crash"_s);
     QVERIFY2(session.location().startsWith(u"firmware.c, "_s), qPrintable(session.location()));
+}
+
+void tst_BoardSession::faultStopsInItsHandlerAndIsExplained()
+{
+    LiveSession session(option());
+    QVERIFY(session.start());
+    QCOMPARE(session.evaluate(u"command=1"_s), u"1"_s);
+    session.env->run();
+    QVERIFY(session.waitFor(Env::ProgramBreakpointHit));
+    QCOMPARE(session.env->session()->frame().function, u"faultHandler"_s);
+    const QString text = session.events.text;
+    QVERIFY2(text.startsWith(u"HardFault, escalated from another fault at 0x"_s), qPrintable(text));
+    QVERIFY2(text.contains(u", crash (firmware.c, %1)\n"_s.arg(line(u"0x60000000 = 1"_s)))
+                 || text.contains(u", crash (firmware.c, %1)\n"_s.arg(line(u"*(volatile uint32_t *)0x60000000"_s))),
+             qPrintable(text));
+    QVERIFY2(text.contains(u"    PRECISERR: data was accessed at an address without memory or device\n"
+                           "    BFAR: the address was 0x60000000\n"_s),
+             qPrintable(text));
+    session.env->stepOver({}); // within the handler
+    QVERIFY(session.waitFor(Env::ProgramPaused));
+    QCOMPARE(session.events.text, text);      // explained once
+    QVERIFY(session.breakpoints().isEmpty()); // the user has set none
+    session.env->restart();
+    QVERIFY(session.waitFor(Env::ProgramPaused));
+    QCOMPARE(session.evaluate(u"command=1"_s), u"1"_s);
+    session.env->run();
+    QVERIFY(session.waitFor(Env::ProgramBreakpointHit));
+    QCOMPARE(session.events.text, text + text);
+}
+
+void tst_BoardSession::faultHandlersRunIfFaultsAreNotCaught()
+{
+    LiveSession session(option(u";catchFaults=0"_s));
+    QVERIFY(session.start());
+    QCOMPARE(session.evaluate(u"command=1"_s), u"1"_s);
+    session.env->run();
+    QVERIFY(session.waitFor(Env::ProgramRunning));
+    session.env->pause();
+    QVERIFY(session.waitFor(Env::ProgramPaused));
+    QCOMPARE(session.events.text, QString());
 }
 
 void tst_BoardSession::restartWorksTenTimes()

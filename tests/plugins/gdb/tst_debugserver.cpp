@@ -32,6 +32,7 @@ private Q_SLOTS:
     void serverIsStartedAndEndedWithTheSession();
     void restartStartsTheServerAgain();
     void simulatorRunsTheProgram();
+    void openOcdLoadsTheProgram();
     void childrenOfTheServerEndWithIt();
     void endOfTheServerFinishesTheProgram();
     void failuresAreReported_data();
@@ -95,6 +96,29 @@ void tst_DebugServer::simulatorRunsTheProgram()
     QVERIFY(session.waitFor(Env::ProgramPaused));
     QCOMPARE(session.location(), u"avr.c, %1"_s.arg(Programs::lineOf(u"avr.c"_s, u"UCSR0B ="_s)));
     session.env->stop();
+}
+
+/// Its dummy probe has no processor: all that is read has the value 0 or -1, and a resumed program does not stop.
+void tst_DebugServer::openOcdLoadsTheProgram()
+{
+    const QString image = m_programs.firmware(u"firmware.elf"_s);
+    QFile board(m_programs.directory() + u"/dummy.cfg"_s);
+    QVERIFY(board.open(QIODevice::WriteOnly));
+    board.write("adapter driver dummy\nadapter speed 1000\ntcl_port disabled\ntelnet_port disabled\n"
+                "jtag newtap test tap -irlen 4 -expected-id 0\n"
+                "target create test.cpu arm7tdmi -chain-position test.tap\n");
+    board.close();
+    LiveSession session(u"remote:127.0.0.1:$(Port);runTo=;resetCommand=poll;image="_s + image,
+                        {{u"gdbServer"_s, u"openocd -c \"gdb_port $(Port)\" -f \"%1\""_s.arg(board.fileName())}});
+    QVERIFY(session.start());
+    QVERIFY2(session.events.text.contains(u"Open On-Chip Debugger"_s), qPrintable(session.events.text)); // its output
+    QCOMPARE(session.events.serious, QString());
+    QCOMPARE(childrenWith(u"openocd"_s).size(), 1);
+    session.env->restart(); // by the reset command
+    QVERIFY(session.waitFor(Env::ProgramPaused));
+    QCOMPARE(childrenWith(u"openocd"_s).size(), 1);
+    session.env->stop();
+    QTRY_VERIFY(childrenWith(u"openocd"_s).isEmpty());
 }
 
 void tst_DebugServer::childrenOfTheServerEndWithIt()

@@ -28,6 +28,14 @@ private Q_SLOTS:
     void exitCodeIsReported();
     void crashPausesWithItsSignal();
     void restartWorksTenTimes();
+    void breakpointThatCannotBeInsertedLeavesTheProgramPaused();
+    void tooManyHardwareBreakpointsLeaveTheProgramPaused();
+    void restartWithAnOverwrittenProgramEndsAsFinished();
+    void restartOfAnAttachedProgramIsRefused();
+    void outputBeforeMainDoesNotBlockTheStart();
+    void environmentAndEndOfInputReachTheProgram();
+    void nextStatementCanBeMoved();
+    void projectOpenedThroughALinkKeepsItsPaths();
     void attachedProgramContinuesAfterStop();
     void programHasItsOwnTerminal();
     void symbolsAndLinesAreFound();
@@ -303,6 +311,151 @@ void tst_NativeSession::restartWorksTenTimes()
         QVERIFY(session.waitFor(Env::ProgramPaused));
     }
     QCOMPARE(session.events.serious, QString());
+}
+
+void tst_NativeSession::breakpointThatCannotBeInsertedLeavesTheProgramPaused()
+{
+    LiveSession session(option());
+    QVERIFY(session.start());
+    const auto breakpoints = session.get<IBreakpoints>();
+    QCOMPARE(breakpoints->setBreakpoint(u"disassembler:"_s, 2, BreakpointEnabled), 0); // no memory there
+    const QString before = session.location();
+    session.env->run();
+    QVERIFY(session.waitFor(Env::ProgramPaused));
+    QVERIFY2(session.events.serious.contains(u"The program cannot continue: "_s)
+                 && session.events.serious.contains(u"Cannot insert breakpoint"_s),
+             qPrintable(session.events.serious));
+    QCOMPARE(session.location(), before);
+    QCOMPARE(breakpoints->setBreakpoint(u"disassembler:"_s, 2, BreakpointRemoved), 0);
+    session.env->run();
+    QVERIFY(session.waitFor(Env::ProgramFinished));
+}
+
+void tst_NativeSession::tooManyHardwareBreakpointsLeaveTheProgramPaused()
+{
+    LiveSession session(option());
+    QVERIFY(session.start());
+    for (int i = 0; i < 5; ++i) // a processor of a PC has four
+        QVERIFY(session.env->session()->gdb()->ask("-break-insert -h *main+" + QByteArray::number(i)).isDone());
+    session.env->stepOver(u"native.c"_s);
+    QVERIFY(session.waitFor(Env::ProgramPaused));
+    QVERIFY2(session.events.serious.contains(u"too many hardware breakpoints"_s), qPrintable(session.events.serious));
+    QVERIFY(session.env->session()->gdb()->ask("-break-delete").isDone());
+    session.env->run();
+    QVERIFY(session.waitFor(Env::ProgramFinished));
+}
+
+void tst_NativeSession::restartWithAnOverwrittenProgramEndsAsFinished()
+{
+    const QString image = m_programs.native(u"overwritten"_s);
+    LiveSession session(u"native:"_s + image);
+    QVERIFY(session.start());
+    QVERIFY(QFile::remove(image));
+    QFile file(image);
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    file.write("no program\n");
+    file.close();
+    QVERIFY(file.setPermissions(file.permissions() | QFile::ExeUser));
+    session.events.statuses.clear();
+    session.env->restart();
+    QVERIFY(!session.events.statuses.isEmpty()); // the host sets the state to paused after the call otherwise
+    QVERIFY2(session.events.statuses.last() == Env::ProgramFinished
+                 || session.events.statuses.last() == Env::ProgramUnknown,
+             qPrintable(session.statusText()));
+    QVERIFY2(!session.events.serious.isEmpty(), qPrintable(session.events.text));
+}
+
+void tst_NativeSession::restartOfAnAttachedProgramIsRefused()
+{
+    QProcess program;
+    program.start(m_image, {u"spin"_s});
+    QVERIFY(program.waitForReadyRead());
+    LiveSession session(option(u";processId="_s + QString::number(program.processId())));
+    QVERIFY(session.start(true));
+    const QString before = session.location();
+    session.env->restart();
+    QCOMPARE(session.events.serious, u"A program that was attached to cannot be started again.\n"_s);
+    QCOMPARE(session.env->programStatus(), Env::ProgramPaused);
+    QCOMPARE(session.location(), before);
+    QVERIFY(session.evaluate(u"loops"_s).toInt() > 0);
+    session.env->stop();
+    QCOMPARE(program.state(), QProcess::Running);
+    program.kill();
+    QVERIFY(program.waitForFinished());
+}
+
+void tst_NativeSession::outputBeforeMainDoesNotBlockTheStart()
+{
+    LiveSession session(option(u";environment=FILL=20000"_s));
+    qsizetype written = 0;
+    connect(session.env->session(), &GdbSession::output, this,
+            [&written](const QByteArray &bytes) { written += bytes.size(); });
+    QVERIFY(session.start());
+    QCOMPARE(session.events.text, QString()); // no time limit was exceeded
+    QCOMPARE(session.location(), u"native.c, %1"_s.arg(Programs::lineOf(u"native.c"_s, u"int sum = 0"_s)));
+    QVERIFY2(written > 65536, qPrintable(QString::number(written)));
+}
+
+void tst_NativeSession::environmentAndEndOfInputReachTheProgram()
+{
+    qputenv("GREETING", "inherited");
+    const auto outputOf = [this](const QString &environment) {
+        LiveSession session(option(u";arguments=read"_s), {{u"gdbEnvironment"_s, environment}});
+        QByteArray output;
+        connect(session.env->session(), &GdbSession::output, this,
+                [&output](const QByteArray &bytes) { output += bytes; });
+        if (!session.start())
+            return QByteArray("not started");
+        session.env->run();
+        session.env->session()->target()->writeInput("abc\n");
+        session.env->session()->target()->writeInput("\x04");
+        return session.waitFor(Env::ProgramFinished) ? output : QByteArray("not finished");
+    };
+    QCOMPARE(outputOf(u"OTHER=1;GREETING=a = \"b\" %1"_s), QByteArray("ready\n4 letters, a = \"b\" %1\n"));
+    QCOMPARE(outputOf({}), QByteArray("ready\n4 letters, inherited\n"));
+    QCOMPARE(outputOf(u"GREETING"_s), QByteArray("ready\n4 letters, none\n"));
+    qunsetenv("GREETING");
+}
+
+void tst_NativeSession::nextStatementCanBeMoved()
+{
+    LiveSession session(option());
+    QVERIFY(session.start());
+    const int target = Programs::lineOf(u"native.c"_s, u"origin.x = sum"_s);
+    const auto mover = session.get<INextStatement>();
+    QVERIFY(mover);
+    QVERIFY(mover->setNextStatement(u"native.c"_s, target));
+    QVERIFY(session.waitFor(Env::ProgramPaused));
+    QCOMPARE(session.location(), u"native.c, %1"_s.arg(target));
+    QVERIFY(!mover->setNextStatement(u"native.c"_s, 1)); // no code
+    QVERIFY2(session.events.serious.contains(u"has no code"_s), qPrintable(session.events.serious));
+    QCOMPARE(session.location(), u"native.c, %1"_s.arg(target));
+    QVERIFY(mover->setNextStatement(u"disassembler:"_s, int(uint(session.env->session()->frame().address) + 1)));
+    session.env->run();
+    QVERIFY(session.waitFor(Env::ProgramFinished));
+    QVERIFY(!mover->setNextStatement(u"native.c"_s, target));
+    QVERIFY2(session.events.serious.contains(u"is not paused"_s), qPrintable(session.events.serious));
+}
+
+void tst_NativeSession::projectOpenedThroughALinkKeepsItsPaths()
+{
+    const QString link = m_programs.directory() + u"/link %2"_s; // a name with a place marker
+    QVERIFY(QFile::link(QStringLiteral(PROGRAM_DIRECTORY), link));
+    LiveSession session(option());
+    session.project.path = link;
+    QVERIFY(session.env->initialise(&session.project, &session.events, option()));
+    const int line = Programs::lineOf(u"native.c"_s, u"return result"_s);
+    QCOMPARE(session.get<IBreakpoints>()->setBreakpoint(link + u"/native.c"_s, line, BreakpointEnabled), 0);
+    QVERIFY(session.start());
+    session.env->run();
+    QVERIFY(session.waitFor(Env::ProgramBreakpointHit));
+    QCOMPARE(session.location(), u"native.c, %1"_s.arg(line)); // relative to the link
+    QCOMPARE(session.get<IBreakpoints>()->breakpoints().first().locations.first().file, link + u"/native.c"_s);
+    const int later = Programs::lineOf(u"native.c"_s, u"sum + twice"_s) - 1;
+    session.get<IBreakpoints>()->setBreakpoint(link + u"/native.c"_s, line, BreakpointRemoved);
+    session.env->runTo(link + u"/native.c"_s, later);
+    QVERIFY(session.waitFor(Env::ProgramPaused));
+    QCOMPARE(session.location(), u"native.c, %1"_s.arg(later));
 }
 
 void tst_NativeSession::attachedProgramContinuesAfterStop()

@@ -43,6 +43,8 @@ private Q_SLOTS:
     void cleanup();
     void attachLeavesTheServerRunning();
     void gdbserverProgramRunsButCannotRestart();
+    void endOfAGdbserverProgramIsReported_data();
+    void endOfAGdbserverProgramIsReported();
     void refusedConnectionIsReported();
     void serverWithoutAnswerIsReported();
     void lostConnectionIsReported();
@@ -107,8 +109,45 @@ void tst_ServerSession::gdbserverProgramRunsButCannotRestart()
     QVERIFY(session.waitFor(Env::ProgramBreakpointHit));
     session.env->restart();
     QVERIFY2(session.events.serious.contains(u"cannot start its program again"_s), qPrintable(session.events.serious));
-    QVERIFY(session.waitFor(Env::ProgramUnknown));
+    QCOMPARE(session.env->programStatus(), Env::ProgramBreakpointHit); // the session stays as it was
+    QCOMPARE(session.evaluate(u"value"_s), u"0"_s);
     server.kill();
+    QVERIFY(server.waitForFinished());
+}
+
+void tst_ServerSession::endOfAGdbserverProgramIsReported_data()
+{
+    QTest::addColumn<QString>("command");
+    QTest::addColumn<QString>("words");
+    QTest::newRow("exit code") << u"exit"_s << u"The program ended with code 7.\n"_s;
+    QTest::newRow("signal") << u"crash"_s << u"The program was ended by SIGSEGV.\n"_s;
+}
+
+void tst_ServerSession::endOfAGdbserverProgramIsReported()
+{
+    QFETCH(QString, command);
+    QFETCH(QString, words);
+    const QString image = m_programs.native(u"served"_s);
+    QTcpServer probe; // finds a free port
+    QVERIFY(probe.listen(QHostAddress::LocalHost));
+    const QString address = u"127.0.0.1:%1"_s.arg(probe.serverPort());
+    probe.close();
+    QProcess server;
+    server.setProcessChannelMode(QProcess::MergedChannels);
+    server.start(u"gdbserver"_s, {u"--once"_s, address, image, command});
+    QTRY_VERIFY(server.peek(1000).contains("Listening"));
+    LiveSession session(u"remote:%1;image=%2"_s.arg(address, image));
+    QVERIFY(session.start());
+    session.env->run();
+    if (command == u"crash") {
+        QVERIFY(session.waitFor(Env::ProgramPaused)); // with the signal
+        session.env->run();
+    }
+    QVERIFY(session.waitFor(Env::ProgramFinished));
+    QVERIFY2(session.events.text.endsWith(words), qPrintable(session.events.text));
+    session.env->restart(); // no server is there now
+    QCOMPARE(session.events.statuses.last(), Env::ProgramUnknown);
+    QVERIFY2(session.events.serious.contains(u"gdb cannot connect"_s), qPrintable(session.events.serious));
     QVERIFY(server.waitForFinished());
 }
 

@@ -1,3 +1,4 @@
+#include "../propertydocs.h"
 #include "propertytext.h"
 #include "sourcepaths.h"
 #include "targetoptions.h"
@@ -18,6 +19,7 @@ private Q_SLOTS:
     void invalidOptionIsRefused();
     void propertiesOverrideTheOptionText();
     void everyKeyHasAPropertyWithItsDefault();
+    void everyPropertyIsInTheDocumentation();
     void movedSourceMatchesTheLongestCommonEnd_data();
     void movedSourceMatchesTheLongestCommonEnd();
 };
@@ -92,6 +94,13 @@ void tst_TargetOptions::everyKeyHasAPropertyWithItsDefault()
     TargetOptions options;
     applyProperties([&defaults](const QString &key) { return defaults.value(key); }, &options);
     QVERIFY(options == TargetOptions()); // the defaults in the property editor are those of the plug-in
+}
+
+void tst_TargetOptions::everyPropertyIsInTheDocumentation()
+{
+    const QStringList rows = propertyRows(gdbPropertyDefinitions());
+    QVERIFY(rows.size() > 20);
+    QCOMPARE(documentedRows(u"### gdb"_s), rows);
 }
 
 void tst_TargetOptions::movedSourceMatchesTheLongestCommonEnd_data()

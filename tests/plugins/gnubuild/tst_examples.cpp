@@ -6,6 +6,7 @@
 #include "projectfile.h"
 #include "projectworkspace.h"
 #include <filesystem>
+#include <QRegularExpression>
 #include <QTest>
 using namespace Qt::StringLiterals;
 
@@ -56,7 +57,7 @@ private:
     static void eachProject()
     {
         QTest::addColumn<QString>("name");
-        for (const QString &name : {u"calculator"_s, u"thermostat"_s, u"morse"_s})
+        for (const QString &name : {u"calculator"_s, u"thermostat"_s, u"morse"_s, u"tasks"_s, u"words"_s})
             QTest::newRow(qPrintable(name)) << name + u'/' + name + u".vnp"_s;
     }
 
@@ -85,7 +86,7 @@ private Q_SLOTS:
         QFETCH(QString, name);
         Example example(m_copy + u'/' + name);
         QVERIFY(example.project.openedOK());
-        QVERIFY(!example.project.isModified()); // setProject() has not added properties
+        QVERIFY(!example.project.isModified()); // setProject() adds no properties
         for (const ProjectFile *file : example.project.files({}, nullptr))
             QVERIFY2(QFileInfo::exists(example.project.absolutePath(file->path())), qPrintable(file->path()));
         QVERIFY(example.project.save());
@@ -99,6 +100,8 @@ private Q_SLOTS:
         QTest::newRow("two processors") << u"twoprocessors.vnw"_s << 2;
         QTest::newRow("thermostat") << u"thermostat/thermostat.vnw"_s << 1;
         QTest::newRow("calculator") << u"calculator/calculator.vnw"_s << 1;
+        QTest::newRow("tasks") << u"tasks/tasks.vnw"_s << 1;
+        QTest::newRow("words") << u"words/words.vnw"_s << 1;
     }
 
     void savedWorkspacesAreUnchanged()
@@ -157,6 +160,30 @@ private Q_SLOTS:
         QCOMPARE(program.exitCode(), 2);
     }
 
+    void filesOfTheBoardPageBuildAProgram()
+    {
+        const QString page =
+            QString::fromUtf8(bytesOf(QStringLiteral(VARNEL_SOURCE_DIR) + u"/docs/your-own-board.md"_s));
+        static const QRegularExpression block(uR"(as `([a-z.]+)`[^`]*(?:`[^`\n]+`[^`]*)*?```[a-z]+\n(.*?)```)"_s,
+                                              QRegularExpression::DotMatchesEverythingOption);
+        const QString directory = m_directory.filePath(u"board"_s);
+        QVERIFY(QDir().mkpath(directory));
+        QStringList names;
+        for (const auto &match : block.globalMatch(page)) {
+            QFile file(directory + u'/' + match.captured(1));
+            QVERIFY(file.open(QIODevice::WriteOnly));
+            file.write(match.captured(2).toUtf8());
+            names += match.captured(1);
+        }
+        QCOMPARE(names, (QStringList{u"board.ld"_s, u"startup.c"_s, u"main.c"_s, u"board.vnp"_s}));
+        Example example(directory + u"/board.vnp"_s);
+        QVERIFY(example.project.openedOK());
+        QVERIFY2(example.build(), qPrintable(example.events->text));
+        QVERIFY2(!example.events->text.contains(u"arning"_s), qPrintable(example.events->text));
+        QVERIFY2(example.events->text.contains(u"\nflash: "_s), qPrintable(example.events->text)); // its use
+        QVERIFY(bytesOf(directory + u"/build/Debug/board.elf"_s).startsWith("\177ELF"));
+    }
+
     void firmwareRunsOnTheBoard_data()
     {
         QTest::addColumn<QString>("name");
@@ -164,6 +191,8 @@ private Q_SLOTS:
         QTest::newRow("thermostat") << u"thermostat"_s
                                     << QByteArray("thermostat\nroom 15.3 target 21.0 power 100.0 %\n");
         QTest::newRow("morse") << u"morse"_s << QByteArray("morse\n-.-. --.-");
+        QTest::newRow("tasks") << u"tasks"_s << QByteArray("tasks\nchanges 1\nchanges 2\nchanges 3\n");
+        QTest::newRow("words") << u"words"_s << QByteArray(" 3. regulator     81.8 %\n 4. thermometer  100.0 %\n");
     }
 
     void firmwareRunsOnTheBoard()

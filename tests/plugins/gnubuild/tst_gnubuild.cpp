@@ -246,6 +246,157 @@ private Q_SLOTS:
         QVERIFY(!fixture.environment->isUpToDate(u"Debug"_s));
     }
 
+    void projectsInOneDirectoryKeepEachOthersResults()
+    {
+        BuildFixture first({}, u"first"_s);
+        first.write(u"first.vnp"_s, "<project/>");
+        first.write(u"second.vnp"_s, "<project/>");
+        first.add(u"a.c"_s, "int main(void) { return 0; }\n");
+        const InterfacePtr<FakeProject> second(new FakeProject(u"second"_s, first.directory.path()));
+        second->addFile(u"b.c"_s);
+        first.write(u"b.c"_s, "int main(void) { return 0; }\n");
+        const InterfacePtr<RecordingEvents> events(new RecordingEvents);
+        const InterfacePtr<GnuBuild> other(new GnuBuild(BuildFixture::toolChainOf({}), BuildFixture::projects()));
+        other->initialise(events.get(), {});
+        other->setProject(second.get());
+        other->setQueryInterface(nullptr);
+        for (int round = 0; round < 2; ++round) {
+            QVERIFY2(first.build(), qPrintable(first.events->text));
+            other->build({u"Debug"_s}, false);
+            QTRY_COMPARE_WITH_TIMEOUT(events->ends, (QList<bool>(round + 1, true)), 60000);
+            QVERIFY(first.exists(u"build/first/Debug/first"_s));
+            QVERIFY(first.exists(u"build/second/Debug/second"_s));
+            first.project->set(PropertyKey::Flags, u"-DX"_s); // the next build looks for old files
+            second->set(PropertyKey::Flags, u"-DX"_s);
+        }
+        QVERIFY(first.exists(u"build/first/compile_commands.json"_s));
+    }
+
+    void projectsWithOneBuildDirectoryAreRefused()
+    {
+        BuildFixture first({}, u"first"_s);
+        BuildFixture second({}, u"second"_s);
+        first.add(u"a.c"_s, "int main(void) { return 0; }\n");
+        second.add(u"a.c"_s, "int main(void) { return 0; }\n");
+        QVERIFY(first.build());
+        second.project->set(PropertyKey::BuildDirectory, first.path(u"build"_s));
+        QVERIFY(!second.build());
+        QVERIFY2(
+            second.events->text.contains(u"The projects 'second' and 'first' both build in the directory '%1'"_s.arg(
+                first.path(u"build/Debug"_s))),
+            qPrintable(second.events->text));
+        second.project->set(PropertyKey::BuildDirectory, u"build"_s);
+        second.project->set(PropertyKey::OutputName, first.path(u"build/Debug/first"_s));
+        QVERIFY(!second.build());
+        QVERIFY2(second.events->text.contains(u"both build the file '%1'"_s.arg(first.path(u"build/Debug/first"_s))),
+                 qPrintable(second.events->text));
+        QVERIFY(first.exists(u"build/Debug/first"_s));
+    }
+
+    void filesOutsideTheConfigurationsDirectoryAreKept()
+    {
+        BuildFixture fixture;
+        addSample(fixture);
+        fixture.project->set(PropertyKey::OutputName, u"../../tool"_s);
+        QVERIFY(fixture.build());
+        QVERIFY(fixture.exists(u"tool"_s));
+        QVERIFY(fixture.clean());
+        QVERIFY(fixture.exists(u"tool"_s));
+        QVERIFY(!fixture.exists(u"build/Debug/obj/src/main.c.o"_s));
+        QVERIFY2(fixture.events->text.contains(
+                     u"'tool' is not removed, because it is not in the directory 'build/Debug'."_s),
+                 qPrintable(fixture.events->text));
+        fixture.project->set(PropertyKey::OutputName, u"demo"_s); // the old name is stale now
+        QVERIFY(fixture.build());
+        QVERIFY(fixture.exists(u"tool"_s));
+        fixture.project->set(PropertyKey::OutputName, u"other"_s);
+        QVERIFY(fixture.build());
+        QVERIFY(!fixture.exists(u"build/Debug/demo"_s));
+    }
+
+    void commandDuringABuildIsRefused()
+    {
+        BuildFixture fixture;
+        addSample(fixture);
+        fixture.environment->build({u"Debug"_s}, false);
+        fixture.environment->clean({u"Debug"_s});
+        fixture.environment->compile(u"src/main.c"_s, u"Debug"_s);
+        fixture.environment->buildForDebug(u"Debug"_s);
+        fixture.environment->build({u"Debug"_s}, true);
+        QVERIFY(fixture.wait());
+        QCOMPARE(fixture.events->text.count(u"The last command has not ended yet. The new one is not carried out.\n"_s),
+                 4);
+        QCOMPARE(fixture.actions().size(), 3);
+        QVERIFY(fixture.exists(u"build/Debug/demo"_s));
+        QVERIFY(fixture.events->ends.isEmpty());
+    }
+
+    void compileRunsTheCommandBeforeABuild()
+    {
+        BuildFixture fixture;
+        fixture.add(u"main.c"_s, "#include \"generated.h\"\nint main(void) { return VALUE; }\n");
+        fixture.project->set(PropertyKey::PreBuild, u"echo '#define VALUE 0' > generated.h"_s);
+        QVERIFY2(fixture.compile(u"main.c"_s), qPrintable(fixture.events->text));
+        QCOMPARE(fixture.actions(), QStringList(u"Compiling main.c"_s));
+        fixture.project->set(PropertyKey::PreBuild, u"exit 3"_s);
+        QVERIFY(!fixture.compile(u"main.c"_s));
+    }
+
+    void buildThatCannotBeginCountsNoErrors()
+    {
+        BuildFixture fixture;
+        QVERIFY(!fixture.build());
+        QVERIFY2(fixture.events->text.endsWith(u"\nFailed.\n"_s), qPrintable(fixture.events->text));
+    }
+
+    void namesWithALeadingDashAreBuilt()
+    {
+        BuildFixture fixture;
+        fixture.add(u"-O3.c"_s, "int main(void) { return 0; }\n");
+        fixture.project->set(PropertyKey::BuildDirectory, u"-b"_s);
+        fixture.project->set(PropertyKey::OutputName, u"-x"_s);
+        QVERIFY2(fixture.build(), qPrintable(fixture.events->text));
+        QCOMPARE(run(fixture.path(u"-b/Debug/-x"_s)), 0);
+        QVERIFY(fixture.environment->isUpToDate(u"Debug"_s));
+        QVERIFY(fixture.clean());
+        QVERIFY(!fixture.exists(u"-b/Debug/-x"_s));
+    }
+
+    void eepromAndFusesStayOutOfTheLoadImage()
+    {
+        BuildFixture fixture(u"avr-"_s);
+        fixture.add(u"main.c"_s, "__attribute__((section(\".eeprom\"))) char table[2] = {1, 2};\n"
+                                 "__attribute__((section(\".fuse\"))) char fuses[1] = {3};\n"
+                                 "int main(void) { return table[0] + fuses[0]; }\n");
+        fixture.project->set(PropertyKey::Machine, u"-mmcu=atmega328p"_s);
+        fixture.project->set(PropertyKey::Image, u"ihex"_s);
+        fixture.project->set(PropertyKey::RemoveUnused, u"false"_s);
+        QVERIFY2(fixture.build(), qPrintable(fixture.events->text));
+        QVERIFY(!fixture.read(u"build/Debug/demo.hex"_s).contains(":02000004008")); // an address above the flash
+        QVERIFY(fixture.read(u"build/Debug/demo.eep"_s).startsWith(":020000000102FB"));
+        const QByteArray elf = fixture.read(u"build/Debug/demo.elf"_s);
+        QVERIFY(elf.contains(".debug_info") && !elf.contains(".stab"));
+    }
+
+    void useOfMemoryIsShownAfterALink()
+    {
+        BuildFixture fixture(u"arm-none-eabi-"_s);
+        fixture.add(u"main.c"_s, "int data[4] = {1}; int bss[8];\nvoid _start(void) { data[0] = bss[0]; }\n");
+        fixture.write(u"x.ld"_s,
+                      "ENTRY(_start)\n"
+                      "MEMORY { FLASH (rx) : ORIGIN = 0, LENGTH = 1K  RAM (rw) : ORIGIN = 0x20000000, LENGTH = 480 }\n"
+                      "SECTIONS { .text : { *(.text*) } > FLASH .data : { *(.data*) } > RAM AT> FLASH "
+                      ".bss : { *(.bss*) } > RAM /DISCARD/ : { *(.ARM*) } }\n");
+        fixture.project->set(PropertyKey::LinkFlags, u"-nostdlib"_s);
+        fixture.project->set(PropertyKey::LinkerScript, u"x.ld"_s);
+        QVERIFY2(fixture.build(), qPrintable(fixture.events->text));
+        QVERIFY2(fixture.events->text.contains(u", RAM: 48 of 480 bytes (10.0 %)\n"_s),
+                 qPrintable(fixture.events->text));
+        QVERIFY(fixture.events->text.contains(u"\nFLASH: "_s));
+        QVERIFY(fixture.build());
+        QVERIFY(!fixture.events->text.contains(u"RAM:"_s)); // nothing was linked
+    }
+
     void compileIgnoresUpToDateObjects()
     {
         BuildFixture fixture;
@@ -368,14 +519,13 @@ private Q_SLOTS:
         QVERIFY(fixture.read(u"build/compile_commands.json"_s).contains("RELEASED"));
     }
 
-    void missingErrorPatternIsSet()
+    void openingAProjectDoesNotChangeIt()
     {
         InterfacePtr<FakeProject> project(new FakeProject(u"demo"_s, u"/nowhere"_s));
-        project->set(PropertyKey::Match, u"mine"_s, u"Own"_s);
         const InterfacePtr<GnuBuild> environment(new GnuBuild(toolChains().first(), BuildFixture::projects()));
         environment->setProject(project.get());
-        QCOMPARE(project->store.values[u"Own"_s][PropertyKey::Match], u"mine"_s);
-        QVERIFY(project->store.values[u"Debug"_s][PropertyKey::Match].contains(u"(file):(line)"_s));
+        QCOMPARE(project->store.values, (QMap<QString, QMap<QString, QString>>{{u"Debug"_s, {}}}));
+        QVERIFY(environment->propertyDefinitions().contains(u"buildMatch"_s)); // with the default pattern
     }
 
     void showCommandsOptionShowsCommands()
@@ -501,6 +651,51 @@ private Q_SLOTS:
         QVERIFY(!built);
         QVERIFY(!ready);
         QVERIFY(fixture.events->text.contains(u"The program 'ninja' was not found."_s));
+    }
+
+    void missingLauncherIsReported()
+    {
+        BuildFixture fixture;
+        addSample(fixture);
+        fixture.project->set(PropertyKey::Launcher, u"ccache"_s);
+        const QByteArray path = qgetenv("PATH");
+        fixture.write(u"bin/ninja"_s, "", true); // all but the launcher
+        fixture.write(u"bin/gcc"_s, "", true);
+        qputenv("PATH", fixture.path(u"bin"_s).toUtf8());
+        const bool built = fixture.build();
+        qputenv("PATH", path);
+        QVERIFY(!built);
+        QCOMPARE(
+            fixture.events->text,
+            u"Project 'demo', configuration 'Debug'\nThe program 'ccache' was not found. Install it, or change the "
+            "option \"Compiler launcher\".\nFailed.\n"_s);
+    }
+
+    void progressIsShownWhateverTheUserHasSet()
+    {
+        BuildFixture fixture;
+        addSample(fixture);
+        qputenv("NINJA_STATUS", "<%s> ");
+        const bool built = fixture.build();
+        qunsetenv("NINJA_STATUS");
+        QVERIFY(built);
+        QVERIFY2(fixture.events->text.contains(u"[3/3] Linking build/Debug/demo\n"_s),
+                 qPrintable(fixture.events->text));
+    }
+
+    void sizesAreNotShownDuringABuild()
+    {
+        BuildFixture fixture;
+        addSample(fixture);
+        QVERIFY(fixture.build());
+        const ExtensionCommand command = fixture.environment->commands().first();
+        QVERIFY(command.enabled);
+        fixture.environment->build({u"Debug"_s}, true);
+        QVERIFY(!fixture.environment->commands().first().enabled);
+        fixture.events->text.clear();
+        fixture.environment->execute(command.id);
+        QCOMPARE(fixture.events->text, QString());
+        QVERIFY(fixture.wait());
     }
 
     void missingSourceIsReported()
@@ -673,6 +868,27 @@ private Q_SLOTS:
         fixture.events->text.clear();
         fixture.environment->workspaceChanged();
         QCOMPARE(fixture.events->text, u"The project 'demo' needs the library project 'maths' in the workspace.\n"_s);
+    }
+
+    void librariesOfLibrariesAreBuiltAndLinked()
+    {
+        BuildFixture base({}, u"base"_s);
+        base.add(u"base.c"_s, "int base(void) { return 40; }\n");
+        BuildFixture top({}, u"top"_s);
+        top.add(u"top.c"_s, "int base(void);\nint top(void) { return base() + 2; }\n");
+        for (BuildFixture *each : {&base, &top})
+            each->project->set(PropertyKey::TargetType, u"library"_s);
+        top.project->set(PropertyKey::UsedProjects, u"base"_s);
+        BuildFixture fixture;
+        fixture.add(u"main.c"_s, "int top(void);\nint main(void) { return top() - 42; }\n");
+        fixture.project->set(PropertyKey::UsedProjects, u"top"_s);
+        QVERIFY2(fixture.build(), qPrintable(fixture.events->text));
+        QCOMPARE(run(fixture.path(u"build/Debug/demo"_s)), 0);
+        fixture.project->set(PropertyKey::Flags, u"-DX"_s, u"Release"_s);
+        fixture.project->set(PropertyKey::UsedProjects, u"top"_s, u"Release"_s);
+        QVERIFY(!fixture.build({u"Release"_s}));
+        QVERIFY2(fixture.events->text.contains(u"The project 'top' has no configuration 'Release'.\n"_s),
+                 qPrintable(fixture.events->text));
     }
 
     void projectsThatUseEachOtherAreBuiltOnce()

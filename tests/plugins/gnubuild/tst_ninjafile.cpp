@@ -115,6 +115,20 @@ default build/Debug/demo.elf
         QVERIFY(text.endsWith(u"default build/Debug/demo.elf build/Debug/demo.bin build/Debug/postbuild.stamp\n"_s));
     }
 
+    void eepromHasAFileOfItsOwn()
+    {
+        BuildDescription description = sample();
+        description.makesEeprom = true;
+        QVERIFY(!textOf(description).contains(u".eep"_s)); // without a load image
+        description.image = BuildDescription::Image::Hex;
+        const QString text = textOf(description);
+        QVERIFY2(text.contains(
+                     u"objcopy -O ihex -R .eeprom -R .fuse -R .lock -R .signature -R .user_signatures $in $out\n"_s),
+                 qPrintable(text));
+        QVERIFY(text.contains(u"build build/Debug/demo.eep: eeprom build/Debug/demo.elf\n"_s));
+        QVERIFY(text.endsWith(u"default build/Debug/demo.elf build/Debug/demo.hex build/Debug/demo.eep\n"_s));
+    }
+
     void unreadableSourceIsRemovedFromItsDependencies()
     {
         BuildDescription description = sample();

@@ -156,6 +156,55 @@ private Q_SLOTS:
         QVERIFY(description.makesMap);
     }
 
+    void namesWithALeadingDashAreNoOptions()
+    {
+        m_project->addFile(u"-O3.c"_s);
+        m_project->set(PropertyKey::BuildDirectory, u"-b"_s);
+        m_project->set(PropertyKey::LinkerScript, u"-x.ld"_s);
+        m_project->set(PropertyKey::Libraries, u"-lm;-x.a"_s);
+        const BuildDescription description = read();
+        QCOMPARE(description.sources[1].path, u"/work/demo/-O3.c"_s);
+        QVERIFY(description.sources[1].object.startsWith(u"/work/demo/-b/Debug/obj/"_s));
+        QCOMPARE(description.output, u"/work/demo/-b/Debug/demo"_s);
+        QVERIFY(description.linkFlags.contains(u"/work/demo/-x.ld"_s));
+        QCOMPARE(description.libraries, (QStringList{u"-lm"_s, u"/work/demo/-x.a"_s}));
+    }
+
+    void debugInformationOfAvrIsDwarf()
+    {
+        QVERIFY(read(2).flags.c.contains(u"-gdwarf-2"_s));
+        QVERIFY(!read(1).flags.c.contains(u"-gdwarf-2"_s));
+        m_project->set(PropertyKey::DebugInformation, u"0"_s);
+        QVERIFY(!read(2).flags.c.contains(u"-gdwarf-2"_s));
+    }
+
+    void librariesOfLibrariesAreLinked()
+    {
+        using Library = ProjectReader::Library;
+        const QMap<QString, Library> workspace = {{u"top"_s, {u"/l/libtop.a"_s, {u"base"_s}, {}, {}}},
+                                                  {u"side"_s, {u"/l/libside.a"_s, {u"base"_s}, {}, {}}},
+                                                  {u"base"_s, {u"/l/libbase.a"_s, {}, {u"-lm"_s}, {u"/l/more"_s}}},
+                                                  {u"a"_s, {u"/l/liba.a"_s, {u"b"_s}, {}, {}}},
+                                                  {u"b"_s, {u"/l/libb.a"_s, {u"a"_s}, {}, {}}}};
+        const auto find = [&](const QString &name, const QString &) {
+            return workspace.contains(name) ? std::optional(workspace[name]) : std::nullopt;
+        };
+        const auto described = [&](const QString &used) {
+            m_problems.clear();
+            m_project->set(PropertyKey::UsedProjects, used);
+            return ProjectReader(toolChains().first(), {}, find).read(m_project.get(), u"Debug"_s, m_problems);
+        };
+        const BuildDescription description = described(u"top;side"_s);
+        QCOMPARE(m_problems, QStringList());
+        QCOMPARE(description.libraries,
+                 (QStringList{u"/l/libtop.a"_s, u"/l/libside.a"_s, u"/l/libbase.a"_s, u"-lm"_s})); // used ones later
+        QCOMPARE(description.linkInputs, (QStringList{u"/l/libtop.a"_s, u"/l/libside.a"_s, u"/l/libbase.a"_s}));
+        QVERIFY(description.linkFlags.contains(u"-L/l/more"_s));
+        QCOMPARE(described(u"base;top"_s).libraries.first(), u"/l/libtop.a"_s);
+        QCOMPARE(described(u"a"_s).libraries, (QStringList{u"-Wl,--start-group"_s, u"/l/liba.a"_s, u"/l/libb.a"_s,
+                                                           u"-Wl,--end-group"_s})); // they use each other
+    }
+
     void propertyOverridesOptionAsPrefix()
     {
         QCOMPARE(read(1).prefix, u"arm-none-eabi-"_s);

@@ -1,3 +1,4 @@
+#include "../propertydocs.h"
 #include "propertytable.h"
 #include "toolchain.h"
 #include <QTest>
@@ -138,6 +139,18 @@ private Q_SLOTS:
             "<description>x &amp;lt; y</description><option key=\"a\">A &amp; B</option></property>"
             "</propertygroup></group></properties>\n"_s);
         QCOMPARE(propertyDefaults(pages), (QHash<QString, QString>{{u"k"_s, u"a"_s}}));
+    }
+
+    void everyPropertyIsInTheDocumentation()
+    {
+        const auto rowsOf = [](int toolChain) {
+            return propertyRows(propertyDefinitionsXml(u"G"_s, {}, propertyPages(toolChains().at(toolChain))));
+        };
+        const QStringList rows = rowsOf(1); // GNU Arm
+        QVERIFY(rows.size() > 30);
+        QCOMPARE(documentedRows(u"### GNU Build"_s), rows);
+        for (int i = 0; i < toolChains().size(); ++i)
+            QCOMPARE(rowsOf(i).size(), rows.size()); // the same keys, some with other examples and defaults
     }
 };
 

@@ -49,6 +49,7 @@ struct StubScript
     std::function<QList<QWidget *>()> widgets;
     QList<BreakpointRecord> breakpoints;
     int setBreakpointResult = 0;
+    bool nextStatementResult = true;
     QHash<QString, uint> symbols;               ///< names to addresses
     QMap<uint, BreakpointLocation> sourceLines; ///< addresses to places
     QMap<int, QString> instructions;            ///< indices to texts

@@ -373,6 +373,12 @@ void StubObject::populate(const QString &configuration)
     record(u"populate"_s, configuration);
 }
 
+bool StubObject::setNextStatement(const QString &file, int line)
+{
+    record(u"setNextStatement"_s, file, line);
+    return m_script->nextStatementResult;
+}
+
 QString StubObject::propertyDefinitions()
 {
     record(u"propertyDefinitions"_s);

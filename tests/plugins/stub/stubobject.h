@@ -7,6 +7,7 @@
 #include "idockextension.h"
 #include "imemoryverify.h"
 #include "imultiprocessorsync.h"
+#include "inextstatement.h"
 #include "interfaceobject.h"
 #include "iprojectpopulate.h"
 #include "ipropertydefinitions.h"
@@ -21,9 +22,9 @@ class StubObject
     : public StubObjectState,
       public InterfaceObject<IPluginObject, IBuildEnvironment, IExecutionEnvironment, IBreakpoints,
                              ICustomDocumentPlugin, IDebugBuild, IDisassembly, IDisassemblyAddress, IDockExtension,
-                             IExtensionCommands, IMemory, IMemoryVerify, IMultiProcessorSync, IPeripherals,
-                             IProgressiveStart, IProjectPopulate, IPropertyDefinitions, IRegisters, ISourceMapping,
-                             ISymbolLookup, ITextDocumentPlugin, IWorkspaceClient>
+                             IExtensionCommands, IMemory, IMemoryVerify, IMultiProcessorSync, INextStatement,
+                             IPeripherals, IProgressiveStart, IProjectPopulate, IPropertyDefinitions, IRegisters,
+                             ISourceMapping, ISymbolLookup, ITextDocumentPlugin, IWorkspaceClient>
 {
 public:
     /// The calls of all objects, and the existing objects.
@@ -54,6 +55,7 @@ public:
     bool canAttach() override;
     void run() override;
     void runTo(const QString &file, int line) override;
+    bool setNextStatement(const QString &file, int line) override; // INextStatement
     void stepInto(const QString &file) override;
     void stepOver(const QString &file) override;
     void pause() override;

@@ -1,4 +1,5 @@
 #include <stdio.h>
+#include <stdlib.h>
 #include <string.h>
 
 struct Point
@@ -23,6 +24,14 @@ void spin(void)
         loops = loops + 1;
 }
 
+/* Writes more than the system buffers for a terminal, before main. */
+__attribute__((constructor)) static void fill(void)
+{
+    const char *lines = getenv("FILL");
+    for (int i = lines ? atoi(lines) : 0; i > 0; --i)
+        puts("a line of text that is written before main");
+}
+
 int main(int count, char **arguments)
 {
     int sum = 0;
@@ -40,6 +49,12 @@ int main(int count, char **arguments)
         char line[32];
         if (fgets(line, sizeof line, stdin))
             printf("got %s", line);
+    }
+    if (strcmp(command, "read") == 0) {
+        int letters = 0;
+        while (getchar() != EOF)
+            ++letters;
+        printf("%d letters, %s\n", letters, getenv("GREETING") ? getenv("GREETING") : "none");
     }
     return 7;
 }

@@ -1,0 +1,187 @@
+#include "fakegdb.h"
+#include "livesession.h"
+#include "mirecord.h"
+
+using Env = IExecutionEnvironment;
+
+/// Sessions in which a program answers instead of gdb, so that each command can be seen.
+class tst_RecordedSession : public QObject
+{
+    Q_OBJECT
+private Q_SLOTS:
+    void initTestCase();
+    void init() { QTest::failOnWarning(QRegularExpression(u".?"_s)); }
+    void placeToRunToIsForgottenAtAnotherStop();
+    void placeToRunToIsNotForgottenTwice();
+    void runningTargetIsPausedAtTheEnd_data();
+    void runningTargetIsPausedAtTheEnd();
+    void secondBreakpointAtALineIsTheSame();
+    void movedBreakpointIsReportedOnce();
+    void writtenMemoryIsVerified();
+    void unknownMemoryIsShownWhole();
+
+private:
+    Programs m_programs;
+    QString m_native;
+    QString m_firmware;
+
+    /// The commands that a session has sent since the last call.
+    class Commands
+    {
+    public:
+        explicit Commands(const LiveSession &session)
+        {
+            QObject::connect(session.env->session()->gdb(), &MiConnection::dialogue, &m_context,
+                             [this](const QString &line, bool fromUs) {
+                                 if (fromUs)
+                                     m_lines += line.mid(line.indexOf(u'-'));
+                             });
+        }
+        [[nodiscard]] QStringList take() { return std::exchange(m_lines, {}); }
+        [[nodiscard]] QStringList takeFrom(const QString &start)
+        {
+            return take().filter(QRegularExpression(u'^' + QRegularExpression::escape(start)));
+        }
+
+    private:
+        QStringList m_lines;
+        QObject m_context;
+    };
+
+    [[nodiscard]] QString native(const FakeGdb &gdb) const { return u"native:%1;gdb=%2"_s.arg(m_native, gdb.path()); }
+    [[nodiscard]] QString remote(const FakeGdb &gdb, const QString &more = {}) const
+    {
+        return u"remote:host:1;image=%1;gdb=%2"_s.arg(m_firmware, gdb.path()) + more;
+    }
+};
+
+void tst_RecordedSession::initTestCase()
+{
+    m_native = m_programs.native(u"demo"_s);
+    m_firmware = m_programs.firmware(u"firmware.elf"_s);
+    QVERIFY(!m_native.isEmpty() && !m_firmware.isEmpty());
+}
+
+void tst_RecordedSession::placeToRunToIsForgottenAtAnotherStop()
+{
+    const FakeGdb gdb(
+        {{u"-break-insert -t --source"_s, {u"TOKEN^done,bkpt={number=\"7\",addr=\"0x1010\"}"_s}},
+         {u"-exec-continue"_s,
+          FakeGdb::running() + QStringList{FakeGdb::stop(u"reason=\"breakpoint-hit\",disp=\"keep\",bkptno=\"2\""_s)}}});
+    LiveSession session(native(gdb));
+    QVERIFY(session.start());
+    Commands commands(session);
+    session.env->runTo(u"native.c"_s, 30);
+    QVERIFY(session.waitFor(Env::ProgramBreakpointHit));
+    QCOMPARE(commands.takeFrom(u"-break-delete"_s), QStringList(u"-break-delete 7"_s));
+    session.env->run();
+    QVERIFY(session.waitFor(Env::ProgramBreakpointHit));
+    QCOMPARE(commands.takeFrom(u"-break-delete"_s), QStringList());
+}
+
+void tst_RecordedSession::placeToRunToIsNotForgottenTwice()
+{
+    const FakeGdb gdb(
+        {{u"-break-insert -t --source"_s, {u"TOKEN^done,bkpt={number=\"7\",addr=\"0x1010\"}"_s}},
+         {u"-exec-continue"_s,
+          FakeGdb::running() + QStringList{FakeGdb::stop(u"reason=\"breakpoint-hit\",disp=\"del\",bkptno=\"7\""_s)}}});
+    LiveSession session(native(gdb));
+    QVERIFY(session.start());
+    Commands commands(session);
+    session.env->runTo(u"native.c"_s, 30);
+    QVERIFY(session.waitFor(Env::ProgramPaused)); // at the place itself, where gdb removes the breakpoint
+    QCOMPARE(commands.takeFrom(u"-break-delete"_s), QStringList());
+}
+
+void tst_RecordedSession::runningTargetIsPausedAtTheEnd_data()
+{
+    QTest::addColumn<bool>("running");
+    QTest::addColumn<QString>("option");
+    QTest::addColumn<QStringList>("expected");
+    const QString pause = u"-exec-interrupt --all"_s;
+    QTest::newRow("running, left running") << true << QString() << QStringList{pause, u"-target-detach"_s};
+    QTest::newRow("running, left stopped")
+        << true << u";leaveRunning=0"_s << QStringList{pause, u"-target-disconnect"_s};
+    QTest::newRow("paused, left running") << false << QString() << QStringList{u"-target-detach"_s};
+    QTest::newRow("paused, left stopped") << false << u";leaveRunning=0"_s << QStringList{u"-target-disconnect"_s};
+}
+
+void tst_RecordedSession::runningTargetIsPausedAtTheEnd()
+{
+    QFETCH(bool, running);
+    QFETCH(QString, option);
+    const FakeGdb gdb;
+    LiveSession session(remote(gdb, option + u";runTo="_s));
+    QVERIFY(session.start());
+    if (running) {
+        session.env->run();
+        QVERIFY(session.waitFor(Env::ProgramRunning));
+    }
+    Commands commands(session);
+    session.env->stop();
+    QTEST(commands.take().mid(0, running ? 2 : 1), "expected");
+}
+
+void tst_RecordedSession::secondBreakpointAtALineIsTheSame()
+{
+    const FakeGdb gdb; // which puts each breakpoint into line 21
+    LiveSession session(native(gdb));
+    QVERIFY(session.start());
+    const auto breakpoints = session.get<IBreakpoints>();
+    const QString file = Programs::source(u"native.c"_s);
+    QCOMPARE(breakpoints->setBreakpoint(file, 20, BreakpointEnabled), 0);
+    QCOMPARE(session.breakpoints(), u"[x] native.c, 21\n"_s); // it has moved
+    Commands commands(session);
+    QCOMPARE(breakpoints->setBreakpoint(file, 19, BreakpointDisabled), 0);
+    QCOMPARE(session.breakpoints(), u"[ ] native.c, 21\n"_s);
+    const QStringList sent = commands.take();
+    QVERIFY2(sent.contains(u"-break-delete 2"_s), qPrintable(sent.join(u'\n')));
+    QVERIFY2(sent.contains(u"-break-disable 2"_s), qPrintable(sent.join(u'\n')));
+    QCOMPARE(breakpoints->setBreakpoint(file, 20, BreakpointRemoved), 0); // by its first line, too
+    QCOMPARE(session.breakpoints(), QString());
+}
+
+void tst_RecordedSession::movedBreakpointIsReportedOnce()
+{
+    const QString hit =
+        u"=breakpoint-modified,bkpt={number=\"2\",addr=\"0x1010\",fullname=\"%1\",line=\"21\",times=\"1\"}"_s;
+    const QString moved = u"=breakpoint-modified,bkpt={number=\"2\",addr=\"0x2020\",fullname=\"%1\",line=\"25\"}"_s;
+    const QString file = Programs::source(u"native.c"_s);
+    const FakeGdb gdb({{u"-exec-continue"_s, FakeGdb::running() + QStringList{hit.arg(file), moved.arg(file)}}});
+    LiveSession session(native(gdb));
+    QVERIFY(session.start());
+    QCOMPARE(session.get<IBreakpoints>()->setBreakpoint(file, 21, BreakpointEnabled), 0);
+    const int before = session.events.breakpointChanges;
+    session.env->run();
+    QVERIFY(session.waitFor(Env::ProgramRunning));
+    QTRY_COMPARE(session.breakpoints(), u"[x] native.c, 25\n"_s);
+    QTRY_COMPARE(session.events.breakpointChanges, before + 1); // a hit is no change
+}
+
+void tst_RecordedSession::writtenMemoryIsVerified()
+{
+    const FakeGdb gdb({{u"-data-read-memory-bytes"_s,
+                        {u"TOKEN^done,memory=[{begin=\"0x0000000000000010\",offset=\"0x0\",end=\"0x0000000000000012\","
+                         "contents=\"3412\"}]"_s}}});
+    LiveSession session(remote(gdb, u";runTo=;regions=RAM:0:1K:ram"_s));
+    QVERIFY(session.start());
+    const auto memory = session.get<IMemory>();
+    QCOMPARE(memory->write(0, IMemory::Word16, 0x10, 0x9999, true), int(IMemory::Success)); // not verified
+    queryInterface<IMemoryVerify>(memory.get())->setVerify(true);
+    QCOMPARE(memory->write(0, IMemory::Word16, 0x10, 0x1234, true), int(IMemory::Success));
+    QCOMPARE(memory->write(0, IMemory::Word16, 0x10, 0x9999, true), int(IMemory::NoMemory));
+}
+
+void tst_RecordedSession::unknownMemoryIsShownWhole()
+{
+    const FakeGdb gdb;
+    LiveSession session(remote(gdb, u";runTo="_s));
+    QVERIFY(session.start());
+    QStringList names;
+    for (const MemoryRegion &region : session.get<IMemory>()->regions())
+        names += region.name;
+    QCOMPARE(names, (QStringList{u"Program"_s, u"All memory"_s}));
+}
+
+QTEST_MAIN(tst_RecordedSession)
+#include "tst_recordedsession.moc"

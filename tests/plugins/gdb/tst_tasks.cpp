@@ -1,0 +1,109 @@
+#include "livesession.h"
+
+using Env = IExecutionEnvironment;
+
+/// Sessions with the example of two tasks that share an emulated processor.
+class tst_Tasks : public QObject
+{
+    Q_OBJECT
+private Q_SLOTS:
+    void initTestCase();
+    void init() { QTest::failOnWarning(QRegularExpression(u".?"_s)); }
+    void cleanup() { QTRY_COMPARE(ownChildren(), QStringList()); }
+    void stepOverASwitchEndsInTheSameTask();
+    void callStackIsThatOfTheTaskThatRuns();
+    void faultInATaskIsExplained();
+
+private:
+    QTemporaryDir m_directory;
+    QString m_image = m_directory.filePath(u"tasks.elf"_s);
+
+    static QString source(const QString &name) { return QStringLiteral(VARNEL_SOURCE_DIR "/examples/tasks/") + name; }
+    static int lineOf(const QString &name, const QString &text)
+    {
+        QFile file(source(name));
+        const QStringList lines =
+            file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()).split(u'\n') : QStringList();
+        for (int i = 0; i < lines.size(); ++i) {
+            if (lines[i].contains(text))
+                return i + 1;
+        }
+        return 0;
+    }
+    [[nodiscard]] QString option() const { return u"qemu:mps2-an385;image="_s + m_image; }
+    /// The functions of the call stack, from the innermost.
+    static QStringList functions(const LiveSession &session)
+    {
+        QStringList names;
+        const MiRecord answer = session.env->session()->gdb()->ask("-stack-list-frames");
+        for (const MiValue &frame : answer.results[u"stack"].items())
+            names += frame.text(u"func");
+        return names;
+    }
+};
+
+void tst_Tasks::initTestCase()
+{
+    const QString board = QStringLiteral(VARNEL_SOURCE_DIR "/examples/mps2/");
+    QProcess compiler;
+    compiler.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+    compiler.start(u"arm-none-eabi-gcc"_s,
+                   {u"-mcpu=cortex-m3"_s, u"-mthumb"_s, u"-ffreestanding"_s, u"-Og"_s, u"-g3"_s, u"-nostdlib"_s,
+                    u"-nostartfiles"_s, u"-I"_s + board, u"-T"_s, board + u"mps2.ld"_s, u"-o"_s, m_image,
+                    source(u"main.c"_s), source(u"scheduler.c"_s), board + u"startup.c"_s, board + u"uart.c"_s,
+                    u"-lgcc"_s});
+    QVERIFY(compiler.waitForFinished(60000) && compiler.exitCode() == 0);
+}
+
+void tst_Tasks::stepOverASwitchEndsInTheSameTask()
+{
+    LiveSession session(option());
+    QVERIFY(session.start());
+    const int line = lineOf(u"main.c"_s, u"wait(100)"_s);
+    session.env->runTo(source(u"main.c"_s), line);
+    QVERIFY(session.waitFor(Env::ProgramPaused));
+    QCOMPARE(session.evaluate(u"current"_s), u"1"_s);
+    const QString stack = session.evaluate(u"$sp"_s);
+    session.env->stepOver({}); // the other task runs a hundred times
+    QVERIFY(session.waitFor(Env::ProgramPaused));
+    QCOMPARE(session.env->session()->frame().function, u"blink"_s);
+    QCOMPARE(session.evaluate(u"$sp"_s), stack);
+    QCOMPARE(session.evaluate(u"current"_s), u"1"_s);
+    QVERIFY(session.events.serious.isEmpty());
+}
+
+void tst_Tasks::callStackIsThatOfTheTaskThatRuns()
+{
+    LiveSession session(option());
+    const auto breakpoints = session.get<IBreakpoints>();
+    const int toggle = lineOf(u"main.c"_s, u"changes = changes + 1"_s);
+    const int report = lineOf(u"main.c"_s, u"uart_text(\"changes \")"_s);
+    breakpoints->setBreakpoint(source(u"main.c"_s), toggle, BreakpointEnabled);
+    breakpoints->setBreakpoint(source(u"main.c"_s), report, BreakpointEnabled);
+    QVERIFY(session.start());
+    session.env->run();
+    QVERIFY(session.waitFor(Env::ProgramBreakpointHit));
+    QCOMPARE(functions(session).mid(0, 3), (QStringList{u"lamp_toggle"_s, u"blink"_s, u"task_begin"_s}));
+    session.env->run();
+    QVERIFY(session.waitFor(Env::ProgramBreakpointHit));
+    QCOMPARE(functions(session).mid(0, 1), QStringList(u"main"_s));
+    QCOMPARE(session.evaluate(u"reported"_s), u"1"_s);
+}
+
+void tst_Tasks::faultInATaskIsExplained()
+{
+    LiveSession session(option());
+    QVERIFY(session.start());
+    QCOMPARE(session.evaluate(u"fault = 1"_s), u"1"_s);
+    session.env->run();
+    QVERIFY(session.waitFor(Env::ProgramBreakpointHit));
+    QVERIFY2(session.events.text.startsWith(u"HardFault, escalated from another fault at 0x"_s)
+                 && session.events.text.contains(u", lamp_toggle (main.c, "_s),
+             qPrintable(session.events.text));
+    const QStringList names = functions(session);
+    QCOMPARE(names.value(0), u"Fault_Handler"_s);
+    QCOMPARE(names.mid(2, 3), (QStringList{u"lamp_toggle"_s, u"blink"_s, u"task_begin"_s}));
+}
+
+QTEST_MAIN(tst_Tasks)
+#include "tst_tasks.moc"
