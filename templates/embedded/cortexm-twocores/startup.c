@@ -37,9 +37,22 @@ __attribute__((section(".vectors"), used)) static const handler vectors[16 + 32]
 
 /* The second core has its own stack, and finds the memory initialised. */
 __attribute__((section(".second_vectors"), used)) const handler second_vectors[16 + 32] = {
-    (handler)top_of_second_stack, second_main,     Default_Handler, Default_Handler, Default_Handler, Default_Handler,
-    Default_Handler,              Default_Handler, Default_Handler, Default_Handler, Default_Handler, Default_Handler,
-    Default_Handler,              Default_Handler, Default_Handler, Default_Handler,
+    (handler)top_of_second_stack,
+    second_main,
+    Default_Handler,
+    Default_Handler,
+    Default_Handler,
+    Default_Handler,
+    Default_Handler,
+    Default_Handler,
+    Default_Handler,
+    Default_Handler,
+    Default_Handler,
+    Default_Handler,
+    Default_Handler,
+    Default_Handler,
+    Default_Handler,
+    Default_Handler,
 };
 
 /* The compiler generates calls of these two functions. */

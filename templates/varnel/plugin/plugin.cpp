@@ -30,7 +30,8 @@ public:
         m_events = shareInterface(events);
         m_script = option;
         if (m_script.isEmpty())
-            m_events->feedback(u"The project's build environment option is empty. It must be the path of a script.\n"_s);
+            m_events->feedback(
+                u"The project's build environment option is empty. It must be the path of a script.\n"_s);
         return !m_script.isEmpty();
     }
     void setProject(IProject *project) override { m_process.setWorkingDirectory(project->basePath()); }
