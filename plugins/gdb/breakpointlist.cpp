@@ -98,9 +98,11 @@ BreakpointList::Entry *BreakpointList::find(const BreakpointLocation &location)
     return found == m_entries.end() ? nullptr : &*found;
 }
 
-bool BreakpointList::insert(Entry *entry, QString *error)
+bool BreakpointList::insert(Entry *entry, QString *error, bool pending)
 {
     QByteArray command = "-break-insert ";
+    if (pending)
+        command += "-f ";
     if (entry->state == BreakpointDisabled)
         command += "-d ";
     if (isDisassembly(entry->wanted.file))
@@ -169,9 +171,17 @@ void BreakpointList::drop(const Entry *entry)
 
 void BreakpointList::insertAll()
 {
+    const bool loadsLibraries = m_session->program().elf.isNative();
     for (Entry &entry : m_entries) {
         QString error;
-        if (!insert(&entry, &error))
+        QString ignored;
+        if (insert(&entry, &error))
+            continue;
+        if (loadsLibraries && insert(&entry, &ignored, true))
+            Q_EMIT message(tr("The breakpoint at %1 waits until the program loads a library with this line.\n")
+                               .arg(atLocation(entry.wanted)),
+                           false);
+        else
             Q_EMIT message(tr("The breakpoint at %1 cannot be set: %2\n").arg(atLocation(entry.wanted), error), false);
     }
     Q_EMIT changed();

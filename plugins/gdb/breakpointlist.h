@@ -38,7 +38,8 @@ private:
     };
 
     Entry *find(const BreakpointLocation &location);
-    bool insert(Entry *entry, QString *error);
+    /// With @p pending also where no code is known yet: in libraries that the program loads.
+    bool insert(Entry *entry, QString *error, bool pending = false);
     int add(const BreakpointLocation &location, int state);
     int change(Entry *entry, int state);
     int remove(Entry *entry);

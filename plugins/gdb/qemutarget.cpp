@@ -2,6 +2,7 @@
 #include "memorycell.h"
 #include "miconnection.h"
 #include "qemumachine.h"
+#include <QFileInfo>
 #include <QProcess>
 
 using namespace Qt::StringLiterals;
@@ -35,7 +36,8 @@ QemuTarget::QemuTarget(const TargetOptions &options, const Program &program) : T
     setup.program = options.qemu.isEmpty() ? emulatorFor(program.elf) : options.qemu;
     setup.machine = options.machine;
     setup.image = program.file;
-    setup.secondImage = options.secondImage;
+    if (QFileInfo(options.secondImage) != QFileInfo(program.file)) // else the program of both cores is loaded already
+        setup.secondImage = options.secondImage;
     setup.uart = options.uart;
     setup.semihosting = options.semihosting;
     setup.arguments = QProcess::splitCommand(options.qemuArguments);

@@ -39,24 +39,42 @@ private:
     PythonReference m_directory;
 };
 
-/// Takes a module out of `sys.modules` at the end, unless it was there at the start.
+/// Takes modules out of `sys.modules` at the end that were not there at the start: one by its name, and those from the
+/// files of a directory.
 class ImportedForOnce
 {
 public:
-    explicit ImportedForOnce(_object *name)
-        : m_name(newPythonReference(name)), m_wasThere(PyDict_Contains(PyImport_GetModuleDict(), name) == 1)
+    ImportedForOnce(_object *name, _object *directory)
+        : m_name(newPythonReference(name))
+        , m_directory(newPythonReference(directory))
+        , m_before(PyDict_Copy(PyImport_GetModuleDict()))
     {}
     ~ImportedForOnce()
     {
         PyObject *modules = PyImport_GetModuleDict();
-        if (!m_wasThere && PyDict_Contains(modules, m_name.get()) == 1)
-            PyDict_DelItem(modules, m_name.get());
+        const PythonReference now(PyDict_Copy(modules));
+        PyObject *name = nullptr;
+        PyObject *module = nullptr;
+        for (Py_ssize_t i = 0; m_before && now && PyDict_Next(now.get(), &i, &name, &module);) {
+            if (PyDict_Contains(m_before.get(), name) == 0 && isForgotten(name, module))
+                PyDict_DelItem(modules, name);
+        }
+        PyErr_Clear();
     }
     Q_DISABLE_COPY_MOVE(ImportedForOnce)
 
 private:
+    [[nodiscard]] bool isForgotten(PyObject *name, PyObject *module) const
+    {
+        PyObject *file = PyModule_Check(module) ? PyDict_GetItemString(PyModule_GetDict(module), "__file__") : nullptr;
+        return PyObject_RichCompareBool(name, m_name.get(), Py_EQ) == 1
+               || (file && PyUnicode_Check(file)
+                   && PyUnicode_Tailmatch(file, m_directory.get(), 0, PY_SSIZE_T_MAX, -1) == 1);
+    }
+
     PythonReference m_name;
-    bool m_wasThere;
+    PythonReference m_directory;
+    PythonReference m_before;
 };
 
 /// Keeps imports from writing compiled files, since the directories of templates belong to the product or are copied.
@@ -92,7 +110,7 @@ ProjectScriptResult runProjectScript(const QString &module, const QString &name,
     const SearchedFirst searched(directory);
     const WithoutCompiledFiles withoutCompiledFiles;
     const PythonReference moduleName = toPython(module);
-    const ImportedForOnce once(moduleName.get());
+    const ImportedForOnce once(moduleName.get(), toPython(directory + QDir::separator()).get());
     const ScriptWatch watch(keepRunning);
     const PythonReference imported(PyImport_Import(moduleName.get()));
     if (!imported)

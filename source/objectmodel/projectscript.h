@@ -18,9 +18,9 @@ struct ProjectScriptResult
 };
 
 /// Imports the Python module @p module and calls its function `createProject(name, templateDirectory, projectPath)`.
-/// The directory of the template is the first one in which the module is searched. A module that was not imported
-/// before is forgotten afterwards, since templates may have modules of the same name. @p keepRunning is called several
-/// times per second while Python code runs; when it returns false, KeyboardInterrupt is raised in the script.
+/// The directory of the template is the first one in which modules are searched. The module and others from that
+/// directory are forgotten afterwards, since templates may have modules of the same name. @p keepRunning is called
+/// several times per second while Python code runs; when it returns false, KeyboardInterrupt is raised in the script.
 [[nodiscard]] ProjectScriptResult runProjectScript(const QString &module, const QString &name,
                                                    const QString &templateDirectory, const QString &projectPath,
                                                    const std::function<bool()> &keepRunning = {});

@@ -7,6 +7,7 @@
 #include "timer.h"
 #include "uifile.h"
 #include <QCoreApplication>
+#include <QDialog>
 #include <QDir>
 #include <QWidget>
 using namespace Qt::StringLiterals;
@@ -33,6 +34,8 @@ PythonReference loadUI(const ScriptApp &app, const QString &fileName)
     QWidget *window = loadUiFile(path);
     if (!window)
         raisePython(PyExc_OSError, Text::tr("Failed to load UI from file %1").arg(path));
+    if (qobject_cast<QDialog *>(window)) // in front of the window, which it blocks
+        window->setParent(app.model().host().dialogParent(), window->windowFlags());
     return wrapperOfNew(window, true);
 }
 

@@ -23,6 +23,13 @@ QStringList filesOfProject(const WindowFixture &f)
     result.sort();
     return result;
 }
+
+/// A window whose installation has the shipped templates.
+struct FolderFixture : WindowFixture
+{
+    FolderFixture() { QFile::link(QStringLiteral(VARNEL_SOURCE_DIR "/templates"), templates()); }
+    QString templates() const { return installation.path(u"templates"_s); }
+};
 } // namespace
 
 class NamedFilesTest : public QObject
@@ -133,7 +140,7 @@ private Q_SLOTS:
 
     void directoryWithoutProjectBecomesOneIfTheUserAgrees()
     {
-        const WindowFixture f;
+        const FolderFixture f;
         f.write(u"motor/main.c"_s, "int main;");
         f.write(u"motor/inc/board.h"_s, "");
         f.write(u"motor/notes.txt"_s, "");
@@ -154,38 +161,40 @@ private Q_SLOTS:
         QCOMPARE(QDir(f.path(u"motor"_s)).entryList(QDir::Files), QStringList(u"main.c"_s));
     }
 
-    void projectOfAFolderHasTheSettingsOfTheTemplate()
+    void projectOfAFolderHasTheSettingsOfItsBuildSystem()
     {
-        const WindowFixture f;
-        f.write(u"d/main.cpp"_s, "");
+        const FolderFixture f;
+        f.write(u"d/main.cpp"_s, "int main() {}");
         f.write(u"d/inc/a.hpp"_s, "");
-        const QString path = createFolderProject(f.path(u"d"_s), QStringLiteral(VARNEL_SOURCE_DIR "/templates"));
+        f.write(u"d/compile_commands.json"_s, QByteArray("[{\"directory\": \"@\", \"file\": \"main.cpp\", \"command\": "
+                                                         "\"g++ -DA=1 -Iinc -c main.cpp\"}]")
+                                                  .replace("@", f.path(u"d"_s).toUtf8()));
+        const QString path = createFolderProject(f.path(u"d"_s), f.templates());
         QCOMPARE(path, f.path(u"d/d.vnp"_s));
         const QByteArray xml = f.read(u"d/d.vnp"_s);
         QVERIFY(xml.contains("buildenvironmentname=\"GNU Host\""));
         QVERIFY(xml.contains("<property key=\"buildIncludes\">inc</property>"));
+        QVERIFY(xml.contains("<property key=\"buildDefines\">A=1</property>"));
         QCOMPARE(xml.count("<file "), 2);
     }
 
     void projectOfAFolderOverwritesNothing()
     {
-        const WindowFixture f;
+        const FolderFixture f;
         f.write(u"d/d.vnp"_s, "mine");
-        QVERIFY(createFolderProject(f.path(u"d"_s), {}).isEmpty());
+        QVERIFY(createFolderProject(f.path(u"d"_s), f.templates()).isEmpty());
         QCOMPARE(f.read(u"d/d.vnp"_s), "mine");
     }
 
-    void sourcesAreFoundBelowWithoutGeneratedOnes()
+    void makefileOfAFolderIsNotRun()
     {
-        const WindowFixture f;
-        for (const char *name : {"z.c", "a/b.cpp", "a/B.HPP", "start.S", "board.ld", "x.txt", ".hidden/h.c",
-                                 "out/CMakeCache.txt", "out/gen.c", "out/sub/gen.c"})
-            f.write(u"d/"_s + QLatin1StringView(name), "");
-        QVERIFY(QFile::link(f.path(u"d"_s), f.path(u"d/loop"_s)));
-        QStringList found;
-        for (const QString &path : sourcesBelow(f.path(u"d"_s)))
-            found.append(QDir(f.path(u"d"_s)).relativeFilePath(path));
-        QCOMPARE(found, (QStringList{u"a/B.HPP"_s, u"a/b.cpp"_s, u"board.ld"_s, u"start.S"_s, u"z.c"_s}));
+        const FolderFixture f;
+        f.write(u"d/Makefile"_s, "X := $(shell touch ran)\nall: main.c\n\tcc main.c\n");
+        f.write(u"d/main.c"_s, "int main(void) {}");
+        f.answers->press(QMessageBox::Yes);
+        f.window->openNamed({f.path(u"d"_s)});
+        QCOMPARE(f.projects(), QStringList(u"d"_s));
+        QVERIFY(!QFileInfo::exists(f.path(u"d/ran"_s)));
     }
 
     void windowThatClosesDuringTheQuestionEndsTheCommand()

@@ -86,6 +86,15 @@ private Q_SLOTS:
         QCOMPARE(value("app.loadUI('" + path + "').windowTitle"), u"'Other'"_s);
     }
 
+    void loadedDialogBelongsToTheMainWindow()
+    {
+        const QString path = m_fixture->write(
+            u"form.ui"_s, "<ui version=\"4.0\"><class>form</class><widget class=\"QDialog\" name=\"form\"/></ui>");
+        run("w = app.loadUI('" + path.toUtf8() + "')\nw.open()");
+        const auto *form = window().findChild<QDialog *>(u"form"_s);
+        QVERIFY(form && form->isWindow() && form->isVisible());
+    }
+
     void fileThatIsNotLoadedIsAnOSError()
     {
         const auto failure = u"OSError: Failed to load UI from file "_s;

@@ -475,6 +475,69 @@ private Q_SLOTS:
         QVERIFY(!f.window->findChild<QProgressDialog *>());
     }
 
+    void formOfAScriptIsNotCoveredByTheProgress()
+    {
+        const TemplateFixture f;
+        f.addScript("import time\nfrom varnel import app\ndef createProject(*given):\n"
+                    "    form, end = app.createUI('QDialog', 'form'), time.monotonic() + 0.8\n"
+                    "    timer = app.createTimer('scriptTimer')\n    timer.interval = 10\n"
+                    "    def tick(sender):\n        if time.monotonic() > end:\n            timer.stop()\n"
+                    "            form.reject()\n"
+                    "    timer.onTimeout = tick\n    timer.start(0)\n    form.execute()\n");
+        f.answer(u"script"_s, u"fw"_s);
+        bool closed = false;
+        bool covered = false;
+        f.answers->meet([&](QDialog *form) {
+            connect(form, &QDialog::finished, f.window.get(), [&] {
+                closed = true;
+                covered = f.window->findChild<QProgressDialog *>();
+            });
+        });
+        f.window->projectNew();
+        QVERIFY(closed);
+        QVERIFY(!covered);
+    }
+
+    void furtherModulesOfTemplatesMayHaveTheSameName()
+    {
+        const TemplateFixture f;
+        for (const QString &each : {u"one"_s, u"two"_s})
+            f.addTemplate(each, "<t type='script'><script module='builder'/></t>",
+                          {{u"builder.py"_s, "import parts\ndef createProject(name, template, path):\n"
+                                             "    file = path + '/' + parts.NAME + '.vnp'\n"
+                                             "    open(file, 'w').write('<project/>')\n    return file"},
+                           {u"parts.py"_s, "NAME = '" + each.toUtf8() + "'"}});
+        QVERIFY(f.create(u"one"_s, u"a"_s).isEmpty());
+        QCOMPARE(f.projects(), QStringList(u"one"_s));
+        QVERIFY(f.create(u"two"_s, u"b"_s).isEmpty());
+        QCOMPARE(f.projects(), QStringList(u"two"_s));
+    }
+
+    void scriptMayCloseAndOpenWorkspacesItself()
+    {
+        const TemplateFixture f;
+        f.addScript("from varnel import app\ndef createProject(name, template, path):\n    app.closeWorkspace()\n"
+                    "    open(path + '/own.vnw', 'w').write('<workspace/>')\n    app.openWorkspace(path + '/own.vnw')\n"
+                    "    open(path + '/a.vnp', 'w').write('<project/>'); return path + '/a.vnp'");
+        f.openOther();
+        QVERIFY(f.create(u"script"_s, u"fw"_s, TemplateFixture::add).isEmpty());
+        QCOMPARE(f.openWorkspaceFile(), f.path(u"home/fw/own.vnw"_s));
+        QCOMPARE(f.projects(), QStringList(u"a"_s));
+        f.discard();
+        QVERIFY(f.create(u"script"_s, u"next"_s).isEmpty());
+        QCOMPARE(f.openWorkspaceFile(), f.path(u"home/next/next.vnw"_s)); // in place of the one that it has opened
+    }
+
+    void scriptThatEndsTheProgramOpensNothing()
+    {
+        const TemplateFixture f;
+        f.addScript("from varnel import app\ndef createProject(name, template, path):\n    app.doAction('fileExit')\n"
+                    "    open(path + '/a.vnp', 'w').write('<project/>'); return path + '/a.vnp'");
+        QVERIFY(f.create(u"script"_s).isEmpty());
+        QVERIFY(!f.window->isVisible());
+        QCOMPARE(f.openWorkspaceFile(), u"none"_s);
+    }
+
     void workspaceClosedWhileTheScriptRunsIsReplaced()
     {
         const TemplateFixture f;

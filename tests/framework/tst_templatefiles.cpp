@@ -29,12 +29,19 @@ private Q_SLOTS:
                         "    AVR firmware\n"
                         "    Cortex-M firmware\n"
                         "    Cortex-M firmware with printf\n"
+                        "    Cortex-M firmware with two cores\n"
+                        "    Your own Arm device\n"
                         "    RISC-V firmware\n"
                         "    Two processors\n"
+                        "Existing sources\n"
+                        "    From an existing folder\n"
                         "Programs for this computer\n"
                         "    C program\n"
                         "    C++ program\n"
-                        "    Static library\n"_s);
+                        "    Static library\n"
+                        "Extensions of Varnel\n"
+                        "    Script with a docked panel\n"
+                        "    Plug-in\n"_s);
     }
 
     void eachTemplateHasDescriptionPictureAndProject()

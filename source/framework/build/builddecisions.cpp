@@ -41,11 +41,9 @@ QString defaultOfProperty(const QString &definitions, const QString &key)
 QString buildMatch(const Project &project)
 {
     QString pattern = project.properties()->property(u"buildMatch"_s, project.currentConfiguration(), false);
-    const auto definitions =
-        queryInterface<IPropertyDefinitions>(pattern.isNull() ? project.buildInterface() : nullptr);
+    const auto definitions = queryPlugin<IPropertyDefinitions>(pattern.isNull() ? project.buildInterface() : nullptr);
     if (definitions)
-        pattern = defaultOfProperty(
-            askPlugin("IPropertyDefinitions::propertyDefinitions", [&] { return definitions->propertyDefinitions(); }),
-            u"buildMatch"_s);
+        pattern =
+            defaultOfProperty(askPlugin<&IPropertyDefinitions::propertyDefinitions>(definitions), u"buildMatch"_s);
     return pattern;
 }

@@ -124,11 +124,8 @@ void NextStatement::setAtCursor()
     const QString file = currentFile();
     if (m_activity.state() != StatePaused || file.isEmpty())
         return;
-    const auto mover = queryInterface<INextStatement>(environment.get());
-    const int line = m_window.currentLine();
-    const bool moved =
-        mover && askPlugin("INextStatement::setNextStatement", [&] { return mover->setNextStatement(file, line); });
-    if (moved)
+    const auto mover = queryPlugin<INextStatement>(environment.get());
+    if (askPlugin<&INextStatement::setNextStatement>(mover, file, m_window.currentLine()))
         return;
     showInformation(m_window.dialogParent(),
                     mover ? tr("The next statement cannot be set here.\n\nPlease see Debug Output window for details.")

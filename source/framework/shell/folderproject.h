@@ -1,4 +1,5 @@
 #pragma once
+#include <functional>
 #include <QStringList>
 
 // A directory as the user names it on the command line: the workspaces and projects in it, or a project made of it.
@@ -7,10 +8,9 @@
 /// name.
 [[nodiscard]] QStringList openableFiles(const QString &directory);
 
-/// The source files below @p directory, absolute and sorted. Hidden directories, links and trees of generated files are
-/// left out. The search ends after a fixed number of entries, so that it is quick everywhere.
-[[nodiscard]] QStringList sourcesBelow(const QString &directory);
-
-/// A project named like @p directory in @p directory, with all sources below it and the settings of the template
-/// "native/c" or "native/cpp" in @p templates. Returns its path; empty if it cannot be written. Nothing is overwritten.
-[[nodiscard]] QString createFolderProject(const QString &directory, const QString &templates);
+/// A project named like @p directory in @p directory, with all sources below it and the settings of its build system.
+/// The module "folderproject" of the template "existing/folder" in @p templates makes it; no program of the directory
+/// is run. Returns its path; empty if it cannot be written. Nothing is overwritten. @p keepRunning is called several
+/// times per second and ends the search when it returns false.
+[[nodiscard]] QString createFolderProject(const QString &directory, const QString &templates,
+                                          const std::function<bool()> &keepRunning = {});

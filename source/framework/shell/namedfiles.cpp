@@ -4,6 +4,7 @@
 #include "projectcommands.h"
 #include "questions.h"
 #include "windowservices.h"
+#include "workprogress.h"
 #include <algorithm>
 #include <QCoreApplication>
 #include <QDir>
@@ -79,7 +80,11 @@ void NamedFiles::offerProject(const QString &directory)
                                         {QMessageBox::Yes, QMessageBox::No});
     if (!window || answer != QMessageBox::Yes)
         return;
-    const QString project = createFolderProject(directory, m_templates);
+    WorkProgress progress(window, tr("The source files of the folder are searched for..."));
+    const QString project = createFolderProject(directory, m_templates, [&progress] { return progress.update(); });
+    progress.end();
+    if (!window)
+        return;
     if (!project.isEmpty())
         m_projects.openProject(project, true);
     else

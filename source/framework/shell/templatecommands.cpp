@@ -232,7 +232,7 @@ void TemplateCommands::runScript(const TemplateCopy &order, const ProjectTemplat
     const ProjectScriptResult result = runProjectScript(*info.scriptModule, order.name, order.templateDir,
                                                         order.projectPath, [&] { return progress.update(); });
     progress.end();
-    if (!self)
+    if (!self || !m_window.dialogParent()->isVisible())
         return; // the script has closed the window
     if (const QString message = messageOf(result, *info.scriptModule); !message.isNull())
         warn(message);

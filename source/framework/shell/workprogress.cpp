@@ -1,5 +1,5 @@
 #include "workprogress.h"
-#include <QCoreApplication>
+#include <QApplication>
 #include <QProgressDialog>
 
 using namespace Qt::StringLiterals;
@@ -34,6 +34,13 @@ bool WorkProgress::update(int percent)
 
 void WorkProgress::refresh(int percent)
 {
+    if (isCovered()) {
+        if (m_dialog)
+            m_dialog->deleteLater();
+        m_dialog = nullptr; // it comes again half a second after the other one has closed
+        m_start.start();
+        return;
+    }
     if (!m_dialog && m_start.hasExpired(ShowDelay))
         show();
     if (m_dialog && percent >= 0) {
@@ -43,6 +50,13 @@ void WorkProgress::refresh(int percent)
     // Without the dialog, which is modal, nothing but painting may happen during the work.
     QCoreApplication::processEvents(m_dialog ? QEventLoop::AllEvents : QEventLoop::ExcludeUserInputEvents);
     m_last.start();
+}
+
+/// Whether the work itself, a script, shows a dialog and serves the events.
+bool WorkProgress::isCovered() const
+{
+    const QWidget *dialog = QApplication::activeModalWidget();
+    return dialog && dialog != m_dialog;
 }
 
 void WorkProgress::show()

@@ -6,7 +6,7 @@ class QProgressDialog;
 class QWidget;
 
 /// Keeps the window alive during work in the GUI thread. After half a second a dialog shows the progress, with a button
-/// to cancel.
+/// to cancel. It is not shown above a dialog of the work itself.
 class WorkProgress
 {
 public:
@@ -21,6 +21,7 @@ public:
 private:
     void refresh(int percent);
     void show();
+    [[nodiscard]] bool isCovered() const;
     [[nodiscard]] bool parentIsGone() const { return m_hasParent && !m_parent; }
     Q_DISABLE_COPY_MOVE(WorkProgress)
 

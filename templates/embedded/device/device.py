@@ -1,0 +1,53 @@
+"""Asks for the properties of a Cortex-M chip, and makes a firmware project for it."""
+import contextlib
+import os
+
+from armdevice import CORES, PROBES, Device, DeviceError, write_project
+from varnel import app, mbOk
+
+TITLE = "Your Own Arm Device"
+
+
+def createProject(name, template_directory, project_path):
+    device = DeviceForm(template_directory).ask()
+    if not device:
+        with contextlib.suppress(OSError):
+            os.rmdir(project_path)  # only an empty one: the next attempt needs the name
+        return None
+    try:
+        return write_project(device, name, project_path)
+    except FileExistsError as error:
+        app.messageBox(TITLE, f"The file '{error.filename}' exists already.", mbOk)
+        return None
+
+
+class DeviceForm:
+    """The dialog that asks for the chip."""
+
+    def __init__(self, template_directory):
+        self._form = app.loadUI(os.path.join(template_directory, "device.ui"))
+        self._form.svdButton.onClicked = self._browse
+        self._form.buttonBox.onAccepted = self._accept
+        self._device = None
+
+    def ask(self):
+        """Returns the device; None if the user cancels."""
+        return self._device if self._form.execute() else None
+
+    def _browse(self, _button):
+        file = app.openFileDialog("Choose the SVD File", self._form.svdEdit.text, "SVD files (*.svd *.xml)")
+        if file:
+            self._form.svdEdit.text = file
+
+    def _accept(self, _box):
+        form = self._form
+        try:
+            self._device = Device.of_texts(
+                core=CORES[form.coreBox.currentIndex].name, flash_start=form.flashStartEdit.text,
+                flash_size=form.flashSizeEdit.text, ram_start=form.ramStartEdit.text, ram_size=form.ramSizeEdit.text,
+                svd_file=form.svdEdit.text, probe=PROBES[form.probeBox.currentIndex].name, chip_file=form.chipEdit.text)
+        except DeviceError as error:
+            app.messageBox(TITLE, str(error), mbOk)
+            getattr(form, error.field + "Edit").setFocus()
+            return
+        form.accept()
