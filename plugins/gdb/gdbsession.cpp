@@ -91,6 +91,7 @@ void GdbSession::setUp()
           "tcp auto-retry off", "startup-with-shell on", "print repeats 10", "print entry-values no",
           "python print-stack none"})
         m_gdb.send(QByteArray("-gdb-set ") + setting);
+    m_gdb.send("-enable-pretty-printing"); // of variable objects
     if (!m_options.callFunctions)
         m_gdb.send("-gdb-set may-call-functions off");
     if (m_program.elf.machine == ElfImage::Avr) // its simulators accept hardware watchpoints, but never stop at them
