@@ -65,8 +65,8 @@ QString floatText(quint64 value, int size)
 
 bool liveKindOf(const QString &type, LiveKind *kind)
 {
-    static const QSet<QString> known{u"volatile"_s, u"const"_s, u"unsigned"_s, u"signed"_s, u"char"_s, u"short"_s,
-                                     u"int"_s,      u"long"_s,  u"bool"_s,     u"_Bool"_s,  u"float"_s};
+    static const QSet<QString> known{u"volatile"_s, u"const"_s, u"unsigned"_s, u"signed"_s, u"char"_s,  u"short"_s,
+                                     u"int"_s,      u"long"_s,  u"bool"_s,     u"_Bool"_s,  u"float"_s, u"double"_s};
     *kind = LiveKind::Enumeration;
     if (!liveEnumerators(type).isEmpty())
         return true;
