@@ -37,12 +37,13 @@ GdbEnvironment::GdbEnvironment(const ProcessorGroup::Registry &processors)
     , m_registers(&m_session, static_cast<IPluginObject *>(this))
     , m_peripherals(&m_memory, static_cast<IPluginObject *>(this))
     , m_disassembler(&m_session, &m_symbols, &m_memory, static_cast<IPluginObject *>(this))
+    , m_variables(&m_session, static_cast<IPluginObject *>(this))
     , m_group(
           processors, &m_session, [this] { restart(); }, static_cast<IPluginObject *>(this))
     , m_docks(&m_session, static_cast<IPluginObject *>(this))
     , m_faults(&m_session)
-    , m_facets({&m_symbols, &m_breakpoints, &m_memory, &m_live, &m_registers, &m_peripherals, &m_disassembler, &m_group,
-                &m_docks})
+    , m_facets({&m_symbols, &m_breakpoints, &m_memory, &m_live, &m_registers, &m_peripherals, &m_disassembler,
+                &m_variables, &m_group, &m_docks})
 {
     connectParts();
 }
@@ -215,6 +216,7 @@ bool GdbEnvironment::start(bool attachOnly)
 void GdbEnvironment::loadTargetTables()
 {
     m_live.reset();
+    m_variables.reset();
     m_symbols.reset();
     m_disassembler.reset();
     const TargetOptions now = options();

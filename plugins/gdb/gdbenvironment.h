@@ -19,6 +19,7 @@
 #include "processorgroup.h"
 #include "registeraccess.h"
 #include "symboltable.h"
+#include "variables.h"
 
 /// The execution environment of one project: passes the host's calls to the parts, and events of the session to the
 /// host.
@@ -91,6 +92,7 @@ private:
     RegisterAccess m_registers;
     PeripheralAccess m_peripherals;
     Disassembler m_disassembler;
+    Variables m_variables;
     ProcessorGroup m_group;
     DebugDocks m_docks;
     FaultCatcher m_faults;

@@ -26,6 +26,7 @@ QByteArrayList gdbSettings(const TargetOptions &options, const ElfImage &elf)
           "tcp auto-retry off", "startup-with-shell on", "print repeats 10", "print entry-values no",
           "python print-stack none"})
         commands += QByteArray("-gdb-set ") + setting;
+    commands += "-enable-pretty-printing"; // of variable objects
     if (!options.callFunctions)
         commands += "-gdb-set may-call-functions off";
     if (elf.machine == ElfImage::Avr) // its simulators accept hardware watchpoints, but never stop at them

@@ -2,6 +2,7 @@
 #include "formattedexpression.h"
 #include "gdbsession.h"
 #include "memoryaccess.h"
+#include <algorithm>
 #include <bit>
 #include <QRegularExpression>
 #include <QSet>
@@ -9,6 +10,10 @@
 using namespace Qt::StringLiterals;
 
 namespace {
+constexpr int FreshTime = 5;      ///< in ms: variables that are evaluated together are read together
+constexpr quint64 WidestGap = 64; ///< in bytes, between variables that are read together
+constexpr quint64 LongestSpan = 4096;
+
 /// A character like gdb's, with its escapes.
 QString characterText(uchar letter)
 {
@@ -36,24 +41,42 @@ QString characterText(uchar letter)
     }
 }
 
-int signExtended(uint value, int size)
+qint64 signExtended(quint64 value, int size)
 {
-    const int unused = 32 - 8 * size;
-    return int(value << unused) >> unused;
+    const int unused = 64 - 8 * size;
+    return qint64(value << unused) >> unused;
+}
+
+quint64 valueOf(QByteArrayView bytes, bool bigEndian)
+{
+    if (bytes.size() <= 4)
+        return memoryCellValue(bytes, bigEndian);
+    const quint64 first = memoryCellValue(bytes.first(4), bigEndian);
+    const quint64 last = memoryCellValue(bytes.sliced(4), bigEndian);
+    return bigEndian ? first << 32 | last : last << 32 | first;
+}
+
+QString floatText(quint64 value, int size)
+{
+    return size == 8 ? QString::number(std::bit_cast<double>(value), 'g', 17)
+                     : QString::number(double(std::bit_cast<float>(uint(value))), 'g', 9);
 }
 } // namespace
 
 bool liveKindOf(const QString &type, LiveKind *kind)
 {
-    static const QSet<QString> known{u"volatile"_s, u"const"_s, u"unsigned"_s, u"signed"_s, u"char"_s, u"short"_s,
-                                     u"int"_s,      u"long"_s,  u"bool"_s,     u"_Bool"_s,  u"float"_s};
+    static const QSet<QString> known{u"volatile"_s, u"const"_s, u"unsigned"_s, u"signed"_s, u"char"_s,  u"short"_s,
+                                     u"int"_s,      u"long"_s,  u"bool"_s,     u"_Bool"_s,  u"float"_s, u"double"_s};
+    *kind = LiveKind::Enumeration;
+    if (!liveEnumerators(type).isEmpty())
+        return true;
     const QStringList words = type.simplified().split(u' ', Qt::SkipEmptyParts);
     for (const QString &word : words) {
         if (!known.contains(word))
             return false;
     }
     const bool isUnsigned = words.contains(u"unsigned"_s);
-    if (words.contains(u"float"_s))
+    if (words.contains(u"float"_s) || words.contains(u"double"_s))
         *kind = LiveKind::Float;
     else if (words.contains(u"bool"_s) || words.contains(u"_Bool"_s))
         *kind = LiveKind::Boolean;
@@ -64,15 +87,31 @@ bool liveKindOf(const QString &type, LiveKind *kind)
     return !words.isEmpty();
 }
 
+QMap<qint64, QString> liveEnumerators(const QString &type)
+{
+    static const QRegularExpression form(u"\\A(?:(?:volatile|const)\\s+)*enum\\b[^{}]*\\{([^{}]*)\\}\\s*\\z"_s);
+    QMap<qint64, QString> names;
+    const QRegularExpressionMatch match = form.match(type.trimmed());
+    qint64 next = 0;
+    for (const QString &entry : match.captured(1).split(u',', Qt::SkipEmptyParts)) {
+        const QString value = entry.section(u'=', 1).trimmed();
+        next = value.isEmpty() ? next : value.toLongLong();
+        if (!names.contains(next)) // gdb prints the first of several names
+            names.insert(next, entry.section(u'=', 0, 0).trimmed());
+        ++next;
+    }
+    return names;
+}
+
 bool isPlainVariable(const QString &expression)
 {
     static const QRegularExpression form(u"\\A(::)?[A-Za-z_]\\w*(::[A-Za-z_]\\w*)*(\\.[A-Za-z_]\\w*)*\\z"_s);
     return form.match(expression.trimmed()).hasMatch();
 }
 
-QString liveValueText(uint value, int size, LiveKind kind, QChar format)
+QString liveValueText(quint64 value, int size, LiveKind kind, QChar format)
 {
-    const int number = signExtended(value, size);
+    const qint64 number = signExtended(value, size);
     switch (format.unicode()) {
     case 'x':
         return u"0x"_s + QString::number(value, 16);
@@ -97,7 +136,8 @@ QString liveValueText(uint value, int size, LiveKind kind, QChar format)
     case LiveKind::Boolean:
         return value > 1 ? QString::number(value) : value ? u"true"_s : u"false"_s;
     case LiveKind::Float:
-        return QString::number(double(std::bit_cast<float>(value)), 'g', 9);
+        return floatText(value, size);
+    case LiveKind::Enumeration:
     case LiveKind::Unsigned:
         break;
     }
@@ -117,13 +157,21 @@ bool LiveMemory::readLive(int region, int mode, uint address, int count, MemoryB
     return true;
 }
 
+void LiveMemory::reset()
+{
+    m_variables.clear();
+    m_spans.clear();
+}
+
+/// While the program runs, gdb finds variables that need no frame.
 bool LiveMemory::prepareLive(const QString &expression)
 {
     if (!canReadLive())
         return false;
-    if (!m_session->isStopped())
-        return m_variables.contains(expression);
+    if (!m_session->isStopped() && m_variables.contains(expression))
+        return true;
     m_variables.remove(expression);
+    m_spans.clear();
     const FormattedExpression parts = parseFormattedExpression(expression);
     Variable variable;
     variable.format = parts.format;
@@ -143,14 +191,59 @@ bool LiveMemory::locate(const QString &expression, Variable *variable)
     const MiRecord size = ask(u"sizeof ("_s + expression + u')');
     variable->address = address.results.address(u"value");
     variable->size = size.results.text(u"value").toInt();
-    if (!address.isDone() || !size.isDone() || (variable->size != 1 && variable->size != 2 && variable->size != 4))
+    if (!address.isDone() || !size.isDone() || !QList{1, 2, 4, 8}.contains(variable->size))
         return false;
     QString type;
     QString symbol;
-    return gdb->askConsole(u"ptype "_s + expression, &type).isDone()
-           && liveKindOf(type.section(u'=', 1), &variable->kind)
-           && gdb->askConsole(u"info symbol 0x"_s + QString::number(variable->address, 16), &symbol).isDone()
+    if (!gdb->askConsole(u"ptype "_s + expression, &type).isDone()
+        || !liveKindOf(type.section(u'=', 1), &variable->kind))
+        return false;
+    variable->names = liveEnumerators(type.section(u'=', 1));
+    return gdb->askConsole(u"info symbol 0x"_s + QString::number(variable->address, 16), &symbol).isDone()
            && symbol.contains(" in section "_L1);
+}
+
+/// Device registers are not read together with their neighbours.
+void LiveMemory::findSpans()
+{
+    QList<Span> single;
+    for (const Variable &variable : std::as_const(m_variables)) {
+        const TargetRegion *region = m_memory->table().at(variable.address);
+        if (region && region->kind != TargetRegion::Kind::Io)
+            single.append({variable.address, variable.size, {}});
+    }
+    std::ranges::sort(single, {}, &Span::address);
+    for (const Span &span : std::as_const(single)) {
+        const quint64 end = span.address + quint64(span.length);
+        if (m_spans.isEmpty() || span.address > m_spans.last().address + quint64(m_spans.last().length) + WidestGap
+            || end - m_spans.last().address > LongestSpan)
+            m_spans.append(span);
+        else
+            m_spans.last().length = std::max(m_spans.last().length, int(end - m_spans.last().address));
+    }
+}
+
+/// A window evaluates all its variables at once, and each access takes about the same time.
+QByteArray LiveMemory::bytesOf(const Variable &variable)
+{
+    if (m_spans.isEmpty())
+        findSpans();
+    if (!m_age.isValid() || m_age.hasExpired(FreshTime)) {
+        for (Span &span : m_spans)
+            span.bytes.clear();
+        m_age.start();
+    }
+    for (Span &span : m_spans) {
+        if (variable.address < span.address
+            || variable.address + quint64(variable.size) > span.address + quint64(span.length))
+            continue;
+        if (span.bytes.isEmpty())
+            span.bytes = m_memory->readBytes(span.address, span.length);
+        const QByteArray bytes = span.bytes.mid(qsizetype(variable.address - span.address), variable.size);
+        if (bytes.size() == variable.size)
+            return bytes;
+    }
+    return m_memory->readBytes(variable.address, variable.size);
 }
 
 bool LiveMemory::evaluateLive(const QString &expression, QString &result)
@@ -158,10 +251,13 @@ bool LiveMemory::evaluateLive(const QString &expression, QString &result)
     const auto variable = m_variables.constFind(expression);
     if (variable == m_variables.cend() || !canReadLive())
         return false;
-    const QByteArray bytes = m_memory->readBytes(variable->address, variable->size);
+    const QByteArray bytes = bytesOf(*variable);
     if (bytes.size() != variable->size)
         return false;
-    const uint value = memoryCellValue(bytes, m_session->program().elf.bigEndian);
-    result = liveValueText(value, variable->size, variable->kind, variable->format);
+    const quint64 value = valueOf(bytes, m_session->program().elf.bigEndian);
+    const QString name = variable->names.value(signExtended(value, variable->size));
+    result = name.isEmpty() || !variable->format.isNull()
+                 ? liveValueText(value, variable->size, variable->kind, variable->format)
+                 : name;
     return true;
 }

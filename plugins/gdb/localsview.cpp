@@ -186,7 +186,7 @@ void LocalsView::showMembers(const QString &path, const MiRecord &answer)
         return;
     for (const MiValue &member : answer.results[u"children"].items())
         addRow(parent, member.text(u"exp"), member.text(u"value"), member.text(u"name"),
-               member.number(u"numchild") > 0);
+               member.number(u"numchild") > 0 || member.text(u"dynamic") == "1"_L1);
 }
 
 void LocalsView::assign(QTreeWidgetItem *item, int column)

@@ -2,6 +2,7 @@
 #include "markerwidget.h"
 #include "textlineview.h"
 #include "textparaview.h"
+#include "timeplot.h"
 #include <QCoreApplication>
 
 using namespace Qt::StringLiterals;
@@ -92,6 +93,18 @@ private:
     }
 };
 
+/// A plot: its value is what it shows.
+class AccessiblePlot : public QAccessibleWidget
+{
+public:
+    explicit AccessiblePlot(TimePlot *plot) : QAccessibleWidget(plot, QAccessible::Chart) {}
+
+    [[nodiscard]] QString text(QAccessible::Text text) const override
+    {
+        return text == QAccessible::Value ? static_cast<TimePlot *>(widget())->text() : QAccessibleWidget::text(text);
+    }
+};
+
 QAccessibleInterface *makeInterface(const QString &className, QObject *object)
 {
     if (className == "MarkerWidget"_L1) {
@@ -105,6 +118,10 @@ QAccessibleInterface *makeInterface(const QString &className, QObject *object)
     if (className == "TextParaView"_L1) {
         auto *view = qobject_cast<TextParaView *>(object);
         return view ? new AccessibleParaView(view) : nullptr;
+    }
+    if (className == "TimePlot"_L1) {
+        auto *plot = qobject_cast<TimePlot *>(object);
+        return plot ? new AccessiblePlot(plot) : nullptr;
     }
     return nullptr;
 }

@@ -67,6 +67,33 @@ class TwoProcessorsTest(DebugTest):
         self.assertEqual(self.varnel.read("pluginTarget console", "windowTitle"), "Target console (thermostat)")
         self.assertTrue(self.varnel.read("pluginTarget console", "visible"))
 
+    def test_live_window_shows_both_boards_while_they_run(self):
+        self.user.build()
+        self.varnel.choose("debugToggleLiveWindow")
+        self.start_running()
+        for processor in range(2):
+            self.varnel.write("liveProject", "currentIndex", processor)
+            self.varnel.write("liveExpression", "text", "board_ticks")
+            self.varnel.click("liveAdd")
+        self.varnel.click("liveRate", x=6)
+        self.assertTrue(self.varnel.read("liveRate", "checked"))
+        self.varnel.wait_until(lambda: min(self.live_values()) > 0, "a value of both boards", 60)
+        first = self.live_values()
+        self.varnel.wait_until(lambda: all(now > then for now, then in zip(self.live_values(), first)),
+                               "values that grow on both boards", 60)
+        self.varnel.choose("debugPause")
+        self.user.wait_for_state("paused")
+        self.varnel.wait_until(lambda: self.live_values() == self.live_values(), "values that stay")
+        plot = self.varnel.read("livePlot", "text")
+        self.assertIn("thermostat: board_ticks = ", plot)
+        self.assertIn("morse: board_ticks = ", plot)
+
+    def live_values(self):
+        """The values of the variables "board_ticks", 0 for one that has none yet."""
+        rows = self.varnel.read("liveWindow", "text").splitlines()
+        texts = [row.split("|")[2] for row in rows if row.startswith("board_ticks|")]
+        return [int(text) if text.isdigit() else 0 for text in texts]
+
     def test_compile_error_prevents_the_session(self):
         self.user.build()
         source = self.examples / "morse/code.c"

@@ -23,6 +23,7 @@ ShortcutChoices productChoices()
     }
     choices.commands.append({u"viewZoom"_s, u"zoom"_s, {}, keysFromStored(u"Ctrl++; Ctrl+=; Ctrl+-; Ctrl+0"_s)});
     choices.commands.append({u"debugToggleProcessorWindow"_s, u"processors"_s, {}, keysFromStored(u"Alt+7"_s)});
+    choices.commands.append({u"debugToggleLiveWindow"_s, u"live"_s, {}, keysFromStored(u"Alt+8"_s)});
     for (QDomElement menu = document.documentElement().firstChildElement(u"menus"_s).firstChildElement(u"menu"_s);
          !menu.isNull(); menu = menu.nextSiblingElement(u"menu"_s))
         choices.menuKeys.insert(menu.attribute(u"name"_s), QKeySequence::mnemonic(menu.attribute(u"displayname"_s)));

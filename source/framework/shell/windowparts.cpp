@@ -7,6 +7,7 @@
 #include "helpcommands.h"
 #include "helpwidget.h"
 #include "ideapplication.h"
+#include "livewindow.h"
 #include "macromanager.h"
 #include "mainwindow.h"
 #include "mdiviewmanager.h"
@@ -258,6 +259,7 @@ void WindowParts::setUpCommands()
     debugControl = std::make_unique<DebugControl>(activity, services, *buildControl);
     debugControl->options().load(*application()->settings());
     processorDock = std::make_unique<ProcessorDock>(activity, services, *debugControl);
+    liveDock = std::make_unique<LiveDock>(activity, services, *debugControl);
     projectCommands = std::make_unique<ProjectCommands>(activity, services);
     templateCommands = std::make_unique<TemplateCommands>(activity, services, *projectCommands, templateDirectories());
     namedFiles = std::make_unique<NamedFiles>(services, *projectCommands, templateDirectories().installed);
@@ -271,7 +273,7 @@ void WindowParts::setUpCommands()
     contextHelp = std::make_unique<ContextHelp>(application()->path(PathConfig).filePath(u"helppages.xml"_s), &window);
     QObject::connect(contextHelp.get(), &ContextHelp::pageRequested, helpCommands.get(), &HelpCommands::showPage);
     sessions = std::make_unique<SessionKeeper>(activity, services);
-    keepWatches();
+    keepDebugWindows();
     menus = std::make_unique<WindowMenus>(*this);
     QObject::connect(buildControl.get(), &BuildControl::compileAvailable, &window, &MainWindow::compileAvailable);
     QObject::connect(projectCommands.get(), &ProjectCommands::sessionEndRequested, debugControl.get(),
@@ -284,11 +286,14 @@ void WindowParts::setUpCommands()
     connectReports();
 }
 
-void WindowParts::keepWatches() const
+void WindowParts::keepDebugWindows() const
 {
     auto *watches = debugWindows->dock(DebugWindows::Watches)->findChild<MultiWatchWindow *>();
     sessions->addPart({u"watches"_s, [watches] { return watches->watches(); },
                        [watches](const QJsonValue &value) { watches->setWatches(value.toObject()); }});
+    LiveWindow *live = liveDock->window();
+    sessions->addPart({u"live"_s, [live] { return live->stored(); },
+                       [live](const QJsonValue &value) { live->restore(value.toObject()); }});
 }
 
 void WindowParts::connectReports() const

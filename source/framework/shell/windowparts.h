@@ -10,6 +10,7 @@
 #include "filefindcommands.h"
 #include "findcommands.h"
 #include "lastdirectories.h"
+#include "livedock.h"
 #include "mainservices.h"
 #include "namedfiles.h"
 #include "objectmodel.h"
@@ -84,6 +85,7 @@ struct WindowParts
     std::unique_ptr<BuildControl> buildControl;
     std::unique_ptr<DebugControl> debugControl;
     std::unique_ptr<ProcessorDock> processorDock;
+    std::unique_ptr<LiveDock> liveDock;
     std::unique_ptr<ProjectCommands> projectCommands;
     std::unique_ptr<TemplateCommands> templateCommands;
     std::unique_ptr<NamedFiles> namedFiles;
@@ -102,7 +104,7 @@ private:
     void followConfigurations() const;
     void setUpDocks();
     void setUpCommands();
-    void keepWatches() const;
+    void keepDebugWindows() const;
     void connectViews() const;
     void connectReports() const;
     void connectNavigator() const;

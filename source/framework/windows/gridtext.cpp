@@ -1,5 +1,6 @@
 #include "gridtext.h"
 #include "listview.h"
+#include <QEvent>
 
 using namespace Qt::StringLiterals;
 
@@ -17,6 +18,29 @@ QString gridText(const ListView &list)
         text += u"%1 = %2\n"_s.arg(row->text(0), row->text(1));
     }
     return text;
+}
+
+namespace {
+class ReadableKeeper : public QObject
+{
+public:
+    explicit ReadableKeeper(ListView &list) : QObject(&list) { list.installEventFilter(this); }
+
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override
+    {
+        auto *list = static_cast<ListView *>(watched);
+        if (event->type() == QEvent::FontChange)
+            list->setMinimumSize(readableSize(*list));
+        return false;
+    }
+};
+} // namespace
+
+void keepReadable(ListView &list)
+{
+    list.setMinimumSize(readableSize(list));
+    new ReadableKeeper(list);
 }
 
 QSize readableSize(const ListView &list)

@@ -7,5 +7,7 @@ class ListView;
 /// other rows are indented.
 [[nodiscard]] QString gridText(const ListView &list);
 
-/// The size below which a list of names and values cannot be read in a dock window.
+/// Keeps a list of names and values at least as large as it must be to be read in a dock window, in each font.
+void keepReadable(ListView &list);
+/// That size.
 [[nodiscard]] QSize readableSize(const ListView &list);

@@ -43,6 +43,7 @@ MemoryWindow::MemoryWindow(QWidget *parent)
     , m_edit(named(new MemoryEdit, u"memoryEdit"_s))
     , m_scrollBar(named(new QScrollBar(Qt::Vertical), u"memoryScrollBar"_s))
 {
+    setObjectName(u"memory"_s);
     createLayout();
     connectControls();
     enableControls();

@@ -1,6 +1,6 @@
 #pragma once
 #include "debugpane.h"
-#include "memoryaccess.h"
+#include "memorycalls.h"
 #include "memorypage.h"
 #include "memoryregions.h"
 class IExecutionEnvironment;
@@ -77,7 +77,7 @@ private:
     void showPopup(QPoint position);
     [[nodiscard]] QMenu *createPopupMenu();
 
-    MemoryAccess m_access;
+    MemoryCalls m_access;
     MemoryRegions m_regions;
     MemoryPage m_page; ///< of the current region
     bool m_autoRead = false;

@@ -104,7 +104,7 @@ PeripheralWidget::PeripheralWidget(QWidget *parent)
     layout->setContentsMargins({});
     layout->addWidget(m_list);
     setFocusProxy(m_list);
-    m_list->setMinimumSize(readableSize(*m_list));
+    keepReadable(*m_list);
     m_list->setObjectName(u"peripheralList"_s);
     m_list->setAccessibleName(tr("Peripherals"));
     m_list->setTreeStepSize(TreeStep);

@@ -57,7 +57,7 @@ void ProcessorList::createLayout(const WindowServices &services)
     m_list->setHeaderLabels({tr("Project"), tr("State"), tr("Function"), tr("Line"), tr("Last stop"), tr("For")});
     m_list->setRootIsDecorated(false);
     m_list->setAllColumnsShowFocus(true);
-    m_list->setMinimumSize(readableSize(*m_list));
+    keepReadable(*m_list);
     m_list->header()->setSectionResizeMode(QHeaderView::Interactive);
     const QFontMetrics metrics(m_list->font());
     for (int column = 0; column < ColumnCount; ++column)

@@ -110,7 +110,7 @@ RegisterWidget::RegisterWidget(QWidget *parent) : DebugPane(parent), m_list(new 
     m_list->setAccessibleName(tr("Registers"));
     m_list->setTreeStepSize(0);
     setFocusProxy(m_list);
-    m_list->setMinimumSize(readableSize(*m_list));
+    keepReadable(*m_list);
     connect(m_list, &PropertyList::valueChanged, this, &RegisterWidget::setRegister);
     connect(m_list, &RegisterList::rightButtonClicked, this, &RegisterWidget::rightButtonClicked);
 }

@@ -5,6 +5,7 @@
 #include "popupmenu.h"
 #include "projecttreeitem.h"
 #include "watchlistview.h"
+#include "watchmembers.h"
 #include <optional>
 #include <QHeaderView>
 #include <QLineEdit>
@@ -25,7 +26,11 @@ QString shownValue(const QString &value)
 } // namespace
 
 WatchWindow::WatchWindow(QWidget *parent)
-    : DebugPane(parent), m_list(new WatchListView(this)), m_menu(new PopupMenu(this)), m_live(new LiveSwitch(this))
+    : DebugPane(parent)
+    , m_list(new WatchListView(this))
+    , m_menu(new PopupMenu(this))
+    , m_live(new LiveSwitch(this))
+    , m_members(new WatchMembers(m_list))
 {
     setObjectName(u"watches"_s);
     auto *layout = new QVBoxLayout(this);
@@ -34,7 +39,7 @@ WatchWindow::WatchWindow(QWidget *parent)
     layout->addWidget(m_live, 0, Qt::AlignRight);
     layout->addWidget(m_list);
     setFocusProxy(m_list);
-    m_list->setMinimumSize(readableSize(*m_list));
+    keepReadable(*m_list);
     m_list->setAccessibleName(tr("Watches"));
     m_menu->setObjectName(u"watchMenu"_s);
     m_menu->insertItem(tr("Remove Watch"), 0, [this](int) { removeWatch(); });
@@ -48,6 +53,12 @@ WatchWindow::WatchWindow(QWidget *parent)
     connect(m_list, &WatchListView::removeRequested, this, &WatchWindow::removeWatch);
     connect(m_list, &WatchListView::drop, this, &WatchWindow::addItem);
     connect(m_list, &ListView::itemRenamed, this, &WatchWindow::itemRenamed);
+    connect(m_members, &WatchMembers::written, this, [this] {
+        const QPointer<WatchWindow> self(this);
+        update();
+        if (self)
+            reportWrite();
+    });
     connect(m_list, &ListView::contextMenuRequested, this, &WatchWindow::contextMenuRequested);
     addPlaceholder();
 }
@@ -61,6 +72,7 @@ void WatchWindow::setEnvironment(IExecutionEnvironment *environment)
 {
     clear();
     m_environment = shareInterface(environment);
+    m_members->setEnvironment(environment);
     m_live->setEnvironment(environment);
 }
 
@@ -141,6 +153,8 @@ void WatchWindow::clicked(ListViewItem *item, const QPoint &, int column)
 {
     if (!item)
         return;
+    if (item->parent())
+        return m_members->clicked(item, column);
     const bool isNew = isPlaceholder(item);
     item->startRename(isNew ? 0 : column);
     if (isNew && m_list->renameEdit())
@@ -149,6 +163,8 @@ void WatchWindow::clicked(ListViewItem *item, const QPoint &, int column)
 
 void WatchWindow::itemRenamed(ListViewItem *item, int column, const QString &)
 {
+    if (item->parent())
+        return m_members->assign(item);
     const QPointer<WatchWindow> self(this);
     const int removals = m_removals;
     if (isPlaceholder(item)) {
@@ -161,6 +177,8 @@ void WatchWindow::itemRenamed(ListViewItem *item, int column, const QString &)
     }
     if (self && m_removals == removals)
         evaluate(item);
+    if (self && m_removals == removals && column == 0)
+        m_members->refresh(item);
     if (!self)
         return;
     Q_EMIT watchesChanged();
@@ -179,7 +197,7 @@ void WatchWindow::addItem(const QString &text)
 void WatchWindow::removeWatch()
 {
     ListViewItem *item = m_list->currentItem();
-    if (!item || isPlaceholder(item))
+    if (!item || item->parent() || isPlaceholder(item))
         return;
     m_list->endRename(ListView::Reject);
     ++m_removals;
@@ -189,7 +207,7 @@ void WatchWindow::removeWatch()
 
 void WatchWindow::contextMenuRequested(ListViewItem *item, const QPoint &point, int column)
 {
-    if (!item || isPlaceholder(item))
+    if (!item || item->parent() || isPlaceholder(item))
         return;
     m_list->setCurrentItem(item, std::max(0, column));
     m_menu->popup(point);
@@ -213,6 +231,8 @@ void WatchWindow::update()
         if (!isBeingTyped(row))
             evaluate(row);
     }
+    if (self)
+        m_members->refresh();
     if (self)
         prepareLive();
 }

@@ -6,9 +6,11 @@ class LiveSwitch;
 class PopupMenu;
 class ProjectTreeItem;
 class WatchListView;
+class WatchMembers;
 
 /// Expressions that the user follows, with the values that one execution environment gives for them. The last row is a
-/// placeholder for a new expression. A bold expression marks a value that differs from the one before.
+/// placeholder for a new expression. A bold expression marks a value that differs from the one before. Members of
+/// structures and elements of arrays are rows below their watch.
 class WatchWindow : public DebugPane
 {
     Q_OBJECT
@@ -56,6 +58,7 @@ private:
     WatchListView *const m_list;
     PopupMenu *const m_menu;
     LiveSwitch *const m_live;
+    WatchMembers *const m_members;
     InterfacePtr<IExecutionEnvironment> m_environment; ///< null without one
     int m_removals = 0;                                ///< grows when rows are deleted
     bool m_menuFlag = true;                            ///< inverted each time the menu is shown

@@ -141,6 +141,22 @@ public:
         const QStringList line = {u"-mmcu=atmega328p"_s, u"-gdwarf-2"_s, u"-Og"_s, u"-o"_s, image, source(u"avr.c"_s)};
         return run(u"avr-gcc"_s, line) ? image : QString();
     }
+    QString riscv(const QString &name) const
+    {
+        const QString image = m_directory.filePath(name);
+        return run(u"riscv64-unknown-elf-gcc"_s,
+                   {u"-march=rv32imac"_s, u"-mabi=ilp32"_s, u"-mcmodel=medany"_s, u"-g"_s, u"-Og"_s, u"-nostdlib"_s,
+                    u"-ffreestanding"_s, u"-Wl,--no-warn-rwx-segments"_s, u"-T"_s, source(u"riscv.ld"_s), u"-o"_s,
+                    image, source(u"riscv.c"_s)})
+                   ? image
+                   : QString();
+    }
+    /// With the shared C++ library, whose pretty printers gdb finds by its path.
+    QString tree(const QString &name) const
+    {
+        const QString image = m_directory.filePath(name);
+        return run(u"g++"_s, {u"-g"_s, u"-O0"_s, source(u"tree.cpp"_s), u"-o"_s, image}) ? image : QString();
+    }
     QString directory() const { return m_directory.path(); }
 
 private:

@@ -59,7 +59,10 @@ private Q_SLOTS:
         QTest::newRow("float") << u"float"_s << int(LiveKind::Float);
         QTest::newRow("pointer") << u"char *"_s << none;
         QTest::newRow("structure") << u"struct Point {\n    int x;\n}"_s << none;
-        QTest::newRow("enumeration") << u"enum Mode {OFF, ON}"_s << none;
+        QTest::newRow("enumeration") << u"volatile enum Mode {OFF, ON = 4}\n"_s << int(LiveKind::Enumeration);
+        QTest::newRow("double") << u"double"_s << int(LiveKind::Float);
+        QTest::newRow("pointer to an enumeration") << u"enum Mode {OFF, ON} *"_s << none;
+        QTest::newRow("structure with an enumeration") << u"struct {enum {A, B} mode;}"_s << none;
         QTest::newRow("reference") << u"int &"_s << none;
         QTest::newRow("array") << u"int [4]"_s << none;
         QTest::newRow("nothing") << QString() << none;
@@ -70,6 +73,13 @@ private Q_SLOTS:
         QFETCH(int, kind);
         LiveKind found{};
         QCOMPARE(liveKindOf(type, &found) ? int(found) : -1, kind);
+    }
+
+    void enumeratorsHaveTheirValues()
+    {
+        const QMap<qint64, QString> expected{{-1, u"NONE"_s}, {0, u"OFF"_s}, {4, u"ON"_s}, {5, u"LAST"_s}};
+        QCOMPARE(liveEnumerators(u"enum Mode : int {NONE = -1, OFF, ON = 4, SAME = 4, LAST}"_s), expected);
+        QCOMPARE(liveEnumerators(u"int"_s), (QMap<qint64, QString>()));
     }
 
     void onlyNamesAndMembersArePlainVariables()
@@ -83,12 +93,13 @@ private Q_SLOTS:
 
     void valuesAreWrittenAsByGdb_data()
     {
-        QTest::addColumn<uint>("value");
+        QTest::addColumn<quint64>("value");
         QTest::addColumn<int>("size");
         QTest::addColumn<int>("kind");
         QTest::addColumn<QChar>("format");
         QTest::addColumn<QString>("text");
-        const auto row = [](const char *name, uint value, int size, LiveKind kind, char format, const QString &text) {
+        const auto row = [](const char *name, quint64 value, int size, LiveKind kind, char format,
+                            const QString &text) {
             QTest::newRow(name) << value << size << int(kind) << (format ? QChar(QLatin1Char(format)) : QChar())
                                 << text;
         };
@@ -102,6 +113,10 @@ private Q_SLOTS:
         row("zero", 0, 1, LiveKind::UnsignedCharacter, 0, u"0 '\\000'"_s);
         row("true", 1, 1, LiveKind::Boolean, 0, u"true"_s);
         row("float", 0x3fc00000, 4, LiveKind::Float, 0, u"1.5"_s);
+        row("double", 0x3fb999999999999a, 8, LiveKind::Float, 0, u"0.10000000000000001"_s);
+        row("eight bytes", 0xfffffffffffffffe, 8, LiveKind::Signed, 0, u"-2"_s);
+        row("eight bytes without sign", 0xffffffffffffffff, 8, LiveKind::Unsigned, 0, u"18446744073709551615"_s);
+        row("unknown enumerator", 9, 4, LiveKind::Enumeration, 0, u"9"_s);
         row("hexadecimal", 0xff, 1, LiveKind::SignedCharacter, 'x', u"0xff"_s);
         row("signed decimal", 0xff, 1, LiveKind::UnsignedCharacter, 'd', u"-1"_s);
         row("unsigned decimal", 0xffff, 2, LiveKind::Signed, 'u', u"65535"_s);
@@ -110,7 +125,7 @@ private Q_SLOTS:
     }
     void valuesAreWrittenAsByGdb()
     {
-        QFETCH(uint, value);
+        QFETCH(quint64, value);
         QFETCH(int, size);
         QFETCH(int, kind);
         QFETCH(QChar, format);
@@ -198,6 +213,45 @@ private Q_SLOTS:
         QString after;
         QTRY_VERIFY(live->evaluateLive(u"loops"_s, after) && after != before);
         QVERIFY(!session.events.statuses.contains(Env::ProgramPaused));
+    }
+
+    void variablesAreFoundWhileTheProgramRuns_data()
+    {
+        QTest::addColumn<QString>("session");
+        QTest::newRow("board") << option();
+        QTest::newRow("native") << u"native:"_s + m_programs.native(u"found"_s) + u";arguments=spin"_s;
+    }
+    void variablesAreFoundWhileTheProgramRuns()
+    {
+        QFETCH(QString, session);
+        LiveSession running(session);
+        QVERIFY(running.start());
+        running.env->run();
+        QVERIFY(running.waitFor(Env::ProgramRunning));
+        const auto live = running.get<ILiveMemory>();
+        QVERIFY(live->prepareLive(u"loops"_s));
+        QString value;
+        QTRY_VERIFY(live->evaluateLive(u"loops"_s, value) && value != u"0"_s);
+        QVERIFY(!live->prepareLive(u"sum"_s));
+        QVERIFY(!running.events.statuses.contains(Env::ProgramPaused));
+        running.env->pause();
+        QVERIFY(running.waitFor(Env::ProgramPaused));
+    }
+
+    void neighboursAreReadTogether()
+    {
+        LiveSession session(option());
+        QVERIFY(session.start());
+        const auto live = session.get<ILiveMemory>();
+        const QStringList expressions{u"ticks"_s, u"loops"_s, u"origin.x"_s, u"origin.y"_s, u"command"_s};
+        for (const QString &expression : expressions)
+            QVERIFY(live->prepareLive(expression));
+        const QSignalSpy dialogue(session.env->session()->gdb(), &MiConnection::dialogue);
+        QString value;
+        for (const QString &expression : expressions)
+            QVERIFY(live->evaluateLive(expression, value));
+        const auto sent = std::ranges::count_if(dialogue, [](const QList<QVariant> &line) { return line[1].toBool(); });
+        QVERIFY2(sent <= 2, QByteArray::number(sent)); // of zeroed and of initialised variables
     }
 
     void withoutASessionNothingIsRead()

@@ -6,7 +6,7 @@
 /// Asks a plug-in for memory. A plug-in may call back while it is asked: it may exchange the memory, or have the window
 /// deleted and this object with it. The functions that ask return false in these cases; their results are of no use
 /// then.
-class MemoryAccess : public QObject
+class MemoryCalls : public QObject
 {
     Q_OBJECT
 public:
