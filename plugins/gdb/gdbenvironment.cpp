@@ -37,11 +37,13 @@ GdbEnvironment::GdbEnvironment(const ProcessorGroup::Registry &processors)
     , m_registers(&m_session, static_cast<IPluginObject *>(this))
     , m_peripherals(&m_memory, static_cast<IPluginObject *>(this))
     , m_disassembler(&m_session, &m_symbols, &m_memory, static_cast<IPluginObject *>(this))
+    , m_variables(&m_session, static_cast<IPluginObject *>(this))
+    , m_callStack(&m_session, static_cast<IPluginObject *>(this))
     , m_group(
           processors, &m_session, [this] { restart(); }, static_cast<IPluginObject *>(this))
     , m_docks(&m_session, static_cast<IPluginObject *>(this))
-    , m_facets({&m_symbols, &m_breakpoints, &m_memory, &m_live, &m_registers, &m_peripherals, &m_disassembler, &m_group,
-                &m_docks})
+    , m_facets({&m_symbols, &m_breakpoints, &m_memory, &m_live, &m_registers, &m_peripherals, &m_disassembler,
+                &m_variables, &m_callStack, &m_group, &m_docks})
 {
     connectParts();
 }
@@ -57,7 +59,10 @@ void GdbEnvironment::connectParts()
     connect(&m_session, &GdbSession::changed, this, &GdbEnvironment::reportState);
     connect(&m_session, &GdbSession::message, this, &GdbEnvironment::showMessage);
     connect(&m_session, &GdbSession::symbolsLoaded, this, [this] { m_breakpoints.insertAll(); });
-    connect(&m_session, &GdbSession::programLoaded, this, &GdbEnvironment::loadTargetTables);
+    connect(&m_session, &GdbSession::programLoaded, this, [this] {
+        loadTargetTables();
+        m_breakpoints.insertAllData();
+    });
     connect(&m_session, &GdbSession::stopText, this, [this](const QString &text) {
         if (m_events)
             m_events->statusInfo(text, 1);
@@ -210,6 +215,8 @@ bool GdbEnvironment::start(bool attachOnly)
 void GdbEnvironment::loadTargetTables()
 {
     m_live.reset();
+    m_variables.reset();
+    m_callStack.reset();
     m_symbols.reset();
     m_disassembler.reset();
     const TargetOptions now = options();

@@ -1,5 +1,6 @@
 #pragma once
 #include "breakpointlist.h"
+#include "callstack.h"
 #include "debugdocks.h"
 #include "disassembler.h"
 #include "gdbsession.h"
@@ -17,6 +18,7 @@
 #include "processorgroup.h"
 #include "registeraccess.h"
 #include "symboltable.h"
+#include "variables.h"
 
 /// The execution environment of one project: passes the host's calls to the parts, and events of the session to the
 /// host.
@@ -88,6 +90,8 @@ private:
     RegisterAccess m_registers;
     PeripheralAccess m_peripherals;
     Disassembler m_disassembler;
+    Variables m_variables;
+    CallStack m_callStack;
     ProcessorGroup m_group;
     DebugDocks m_docks;
     const QList<FacetBase *> m_facets;

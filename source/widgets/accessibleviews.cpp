@@ -120,6 +120,8 @@ QString markNames(int bits)
         names.append(tr("disabled breakpoint"));
     if (bits & MarkerWidget::CurrentLine)
         names.append(tr("next statement"));
+    if (bits & MarkerWidget::Caller)
+        names.append(tr("calling function"));
     if (bits & MarkerWidget::Lookup)
         names.append(tr("found line"));
     return names.join(u", "_s);

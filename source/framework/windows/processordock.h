@@ -3,7 +3,6 @@
 class Activity;
 class DebugControl;
 class DockWindow;
-class QAction;
 class WindowServices;
 
 /// The dock with the list of processors, hidden at first, and its item in the menu of the debugger's windows.
@@ -17,7 +16,5 @@ public:
     [[nodiscard]] DockWindow *dock() const { return m_dock; }
 
 private:
-    void addMenuItem(QWidget *window);
-
     DockWindow *const m_dock;
 };

@@ -115,6 +115,14 @@ public:
         return run(u"gcc"_s, QStringList{u"-O0"_s, source(u"native.c"_s), u"-o"_s, image} + options) ? image
                                                                                                      : QString();
     }
+    QString threads(const QString &name) const
+    {
+        const QString image = m_directory.filePath(name);
+        return run(u"gcc"_s,
+                   {u"-g"_s, u"-O0"_s, u"-static-pie"_s, u"-pthread"_s, source(u"threads.c"_s), u"-o"_s, image})
+                   ? image
+                   : QString();
+    }
     QString firmware(const QString &name, const QString &script = u"mps2.ld"_s, const QStringList &options = {}) const
     {
         const QString image = m_directory.filePath(name);
@@ -140,6 +148,12 @@ public:
         const QString image = m_directory.filePath(name);
         const QStringList line = {u"-mmcu=atmega328p"_s, u"-gdwarf-2"_s, u"-Og"_s, u"-o"_s, image, source(u"avr.c"_s)};
         return run(u"avr-gcc"_s, line) ? image : QString();
+    }
+    /// With the shared C++ library, whose pretty printers gdb finds by its path.
+    QString tree(const QString &name) const
+    {
+        const QString image = m_directory.filePath(name);
+        return run(u"g++"_s, {u"-g"_s, u"-O0"_s, source(u"tree.cpp"_s), u"-o"_s, image}) ? image : QString();
     }
     QString directory() const { return m_directory.path(); }
 
