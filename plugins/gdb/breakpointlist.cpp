@@ -1,9 +1,11 @@
 #include "breakpointlist.h"
+#include "breakpointcommands.h"
 #include "gdbsession.h"
 #include "sourcepaths.h"
 #include "symboltable.h"
 #include <algorithm>
 #include <QDir>
+#include <QSysInfo>
 
 using namespace Qt::StringLiterals;
 
@@ -52,9 +54,14 @@ QList<BreakpointLocation> BreakpointList::Entry::places() const
 }
 
 BreakpointList::BreakpointList(GdbSession *session, SymbolTable *symbols, QUnknownInterface *whole)
-    : Facet(whole), m_session(session), m_symbols(symbols)
+    : Facet(whole), m_session(session), m_symbols(symbols), m_data(session)
 {
     connect(session, &GdbSession::breakpointRecord, this, &BreakpointList::handleRecord);
+    connect(session, &GdbSession::changed, this, &BreakpointList::sessionChanged);
+    connect(session->gdb(), &MiConnection::failed, this, &BreakpointList::takeRefusals);
+    connect(session->gdb(), &MiConnection::logText, this, &BreakpointList::takeRefusals);
+    connect(session->gdb(), &MiConnection::console, this, &BreakpointList::printLog);
+    connect(&m_data, &DataBreakpoints::message, this, &BreakpointList::message);
 }
 
 QList<BreakpointRecord> BreakpointList::breakpoints()
@@ -100,29 +107,47 @@ BreakpointList::Entry *BreakpointList::find(const BreakpointLocation &location)
 
 bool BreakpointList::insert(Entry *entry, QString *error, bool pending)
 {
-    QByteArray command = "-break-insert ";
-    if (pending)
-        command += "-f ";
-    if (entry->state == BreakpointDisabled)
-        command += "-d ";
+    QByteArray location;
     if (isDisassembly(entry->wanted.file))
-        command += "*0x" + QByteArray::number(m_symbols->widen(uint(entry->wanted.line) - 1), 16);
+        location = "*0x" + QByteArray::number(m_symbols->widen(uint(entry->wanted.line) - 1), 16);
     else
-        command += "--source " + miQuoted(m_symbols->gdbFile(entry->wanted.file)) + " --line "
+        location = "--source " + miQuoted(m_symbols->gdbFile(entry->wanted.file)) + " --line "
                    + QByteArray::number(entry->wanted.line);
     MiRecord answer;
-    const bool paused = m_session->whilePaused([&] { answer = m_session->gdb()->ask(command); });
+    const bool paused = m_session->whilePaused([&] { answer = insertAt(*entry, location, pending); });
     *error = paused ? answer.errorText() : tr("the program cannot be paused");
-    if (!paused || answer.isError())
+    entry->details.hits = 0;
+    entry->details.set = paused && !answer.isError();
+    entry->details.problem = entry->details.set ? QString() : *error;
+    if (!entry->details.set)
         return false;
     entry->number = answer.results[u"bkpt"].number(u"number");
     takePlaces(answer.results[u"bkpt"], entry);
     return true;
 }
 
+/// gdb checks the expressions of a text only when it prints them, and an error stops the program without a report. As
+/// conditions they are checked at once.
+MiRecord BreakpointList::insertAt(const Entry &entry, const QByteArray &location, bool pending)
+{
+    const auto command = [&](const BreakpointDetails &details, bool enabled) {
+        QByteArray text = insertCommand(details, enabled, location);
+        return pending ? text.insert(text.indexOf(' '), " -f") : text;
+    };
+    for (const QString &expression : logFormat(entry.details.logText).expressions) {
+        BreakpointDetails probe;
+        probe.condition = u'(' + expression + u"),1"_s;
+        const MiRecord answer = m_session->gdb()->ask(command(probe, false));
+        if (answer.isError())
+            return answer;
+        (void)m_session->gdb()->ask("-break-delete " + answer.results[u"bkpt"].text(u"number").toLatin1());
+    }
+    return m_session->gdb()->ask(command(entry.details, entry.state == BreakpointEnabled));
+}
+
 int BreakpointList::add(const BreakpointLocation &location, int state)
 {
-    Entry entry{location, state, 0, {}};
+    Entry entry{location, state, 0, {}, {}};
     QString error;
     if (m_session->isAlive() && !insert(&entry, &error)) {
         Q_EMIT message(tr("No breakpoint can be set at %1: %2\n").arg(atLocation(location), error), false);
@@ -187,12 +212,82 @@ void BreakpointList::insertAll()
     Q_EMIT changed();
 }
 
+void BreakpointList::insertAllData()
+{
+    m_data.insertAll();
+    Q_EMIT changed();
+}
+
 void BreakpointList::forget()
 {
     for (Entry &entry : m_entries) {
         entry.number = 0;
         entry.locations.clear();
     }
+    m_data.forget();
+    m_log.clear();
+    m_refusedAtStop = -1;
+}
+
+// Details -------------------------------------------------------------------------------------------------------------
+
+bool BreakpointList::details(const QString &file, int line, BreakpointDetails &details)
+{
+    const Entry *entry = find(normalised(file, line));
+    if (entry)
+        details = entry->details;
+    return entry;
+}
+
+/// The old one is removed when the new one is inserted, so that a refusal changes nothing.
+bool BreakpointList::setDetails(const QString &file, int line, const BreakpointDetails &details, QString &reason)
+{
+    const BreakpointLocation location = normalised(file, line);
+    Entry *entry = find(location);
+    if (!entry) {
+        reason = tr("There is no breakpoint at this line.");
+        return false;
+    }
+    Entry replacement = *entry;
+    replacement.number = 0;
+    replacement.details = details;
+    replacement.details.hits = 0;
+    replacement.details.set = true;
+    replacement.details.problem.clear();
+    if (m_session->isAlive()) {
+        if (!insert(&replacement, &reason))
+            return false;
+        entry = find(location); // gdb may have deleted it meanwhile
+        if (entry)
+            drop(entry);
+    }
+    if (entry)
+        *entry = replacement;
+    else
+        m_entries.append(replacement);
+    Q_EMIT changed();
+    return true;
+}
+
+bool BreakpointList::setDataBreakpoint(DataBreakpoint &breakpoint, QString &reason)
+{
+    if (!m_data.set(breakpoint, reason))
+        return false;
+    Q_EMIT changed();
+    return true;
+}
+
+BreakpointLimits BreakpointList::limits()
+{
+    BreakpointLimits limits;
+    const bool isPersonalComputer =
+        QSysInfo::currentCpuArchitecture() == "x86_64"_L1 || QSysInfo::currentCpuArchitecture() == "i386"_L1;
+    if (m_session->program().elf.isNative() && isPersonalComputer) { // its debug registers
+        limits.data = 4;
+        limits.dataSize = 8;
+    }
+    limits.dataUsed = m_data.used();
+    return limits;
 }
 
 void BreakpointList::takePlaces(const MiValue &breakpoint, Entry *entry)
@@ -208,15 +303,80 @@ void BreakpointList::takePlaces(const MiValue &breakpoint, Entry *entry)
 
 void BreakpointList::handleRecord(const MiRecord &record)
 {
+    if (record.className == "breakpoint-deleted"_L1)
+        return removeDeleted(record.results.number(u"id"));
     const MiValue breakpoint = record.results[u"bkpt"];
     const int number = breakpoint.number(u"number");
+    const uint hits = breakpoint.text(u"times").toUInt();
+    m_hitsChanged = m_data.takeHits(number, hits) || m_hitsChanged;
     for (Entry &entry : m_entries) {
         if (number == 0 || entry.number != number)
             continue;
+        m_hitsChanged = m_hitsChanged || entry.details.hits != hits;
+        entry.details.hits = hits;
         const QList<BreakpointLocation> before = entry.locations;
         takePlaces(breakpoint, &entry);
         if (!std::equal(before.begin(), before.end(), entry.locations.begin(), entry.locations.end(),
                         same)) // gdb also reports changes of the hit count
             QMetaObject::invokeMethod(this, &BreakpointList::changed, Qt::QueuedConnection);
     }
+}
+
+/// Those for one hit are removed with it; others by a command of the user.
+void BreakpointList::removeDeleted(int number)
+{
+    const auto isDeleted = [number](const Entry &entry) { return number != 0 && entry.number == number; };
+    if (m_entries.removeIf(isDeleted) > 0)
+        QMetaObject::invokeMethod(this, &BreakpointList::changed, Qt::QueuedConnection);
+}
+
+/// Some targets refuse breakpoints only when the program is to run.
+void BreakpointList::takeRefusals(const QString &text)
+{
+    for (const int number : refusedBreakpoints(text)) {
+        const QString problem = tr("The target cannot set it: %1").arg(text.simplified());
+        bool isOurs = m_data.takeRefusal(number, problem);
+        for (Entry &entry : m_entries) {
+            if (entry.number != number)
+                continue;
+            entry.details.set = false;
+            entry.details.problem = problem;
+            isOurs = true;
+        }
+        if (isOurs && std::exchange(m_refusedAtStop, m_session->stopNumber()) != m_session->stopNumber())
+            QMetaObject::invokeMethod(this, &BreakpointList::changed, Qt::QueuedConnection);
+    }
+}
+
+/// Once the program has run, the target has all of them.
+void BreakpointList::sessionChanged()
+{
+    if (!m_session->isStopped())
+        return;
+    const bool hasRun = m_refusedAtStop >= 0 && m_refusedAtStop != m_session->stopNumber();
+    if (hasRun) {
+        m_refusedAtStop = -1;
+        m_data.clearRefusals();
+        for (Entry &entry : m_entries) {
+            if (entry.number == 0)
+                continue;
+            entry.details.set = true;
+            entry.details.problem.clear();
+        }
+    }
+    if (std::exchange(m_hitsChanged, false) || hasRun)
+        Q_EMIT changed();
+}
+
+/// gdb prints the line of a breakpoint with a text in pieces.
+void BreakpointList::printLog(const QString &text)
+{
+    constexpr qsizetype longest = 10000;
+    if (m_log.isEmpty() && !text.startsWith(LogMark))
+        return;
+    m_log += text;
+    if (!m_log.endsWith(u'\n') && m_log.size() < longest)
+        return;
+    const QString line = std::exchange(m_log, {}).mid(LogMark.size());
+    Q_EMIT message(line.endsWith(u'\n') ? line : line + u'\n', false);
 }

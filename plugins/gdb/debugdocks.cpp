@@ -1,7 +1,5 @@
 #include "debugdocks.h"
-#include "callstackview.h"
 #include "gdbsession.h"
-#include "localsview.h"
 #include "targetconsole.h"
 
 using namespace Qt::StringLiterals;
@@ -25,14 +23,12 @@ DebugDocks::DebugDocks(GdbSession *session, QUnknownInterface *whole) : Facet(wh
 
 QList<QWidget *> DebugDocks::widgets()
 {
-    m_callStack = new CallStackView(m_session);
-    m_locals = new LocalsView(m_session);
     m_console = new TargetConsole;
     connect(m_console, &TargetConsole::entered, this, [this](const QByteArray &bytes) {
         if (Target *target = m_session->target())
             target->writeInput(bytes);
     });
-    QList<QWidget *> all{m_callStack, m_locals, m_console};
+    QList<QWidget *> all{m_console};
     for (QWidget *window : std::as_const(all))
         nameByProject(window, m_projectName);
     return all;

@@ -5,9 +5,7 @@
 #include <QObject>
 #include <QPointer>
 #include <QString>
-class CallStackView;
 class GdbSession;
-class LocalsView;
 class TargetConsole;
 
 /// The dock windows of the plug-in. The host owns the widgets and can delete them at any time.
@@ -18,7 +16,7 @@ public:
     DebugDocks(GdbSession *session, QUnknownInterface *whole);
 
     void setProjectName(const QString &name) { m_projectName = name; }
-    QList<QWidget *> widgets() override; ///< object names, also of their fields, are like "project/localsView"
+    QList<QWidget *> widgets() override; ///< object names, also of their fields, are like "project/targetConsole"
     void clear();                        ///< Called when a program starts.
 
 private:
@@ -26,7 +24,5 @@ private:
 
     GdbSession *const m_session;
     QString m_projectName;
-    QPointer<CallStackView> m_callStack;
-    QPointer<LocalsView> m_locals;
     QPointer<TargetConsole> m_console;
 };

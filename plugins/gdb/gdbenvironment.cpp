@@ -38,12 +38,13 @@ GdbEnvironment::GdbEnvironment(const ProcessorGroup::Registry &processors)
     , m_peripherals(&m_memory, static_cast<IPluginObject *>(this))
     , m_disassembler(&m_session, &m_symbols, &m_memory, static_cast<IPluginObject *>(this))
     , m_variables(&m_session, static_cast<IPluginObject *>(this))
+    , m_callStack(&m_session, static_cast<IPluginObject *>(this))
     , m_group(
           processors, &m_session, [this] { restart(); }, static_cast<IPluginObject *>(this))
     , m_docks(&m_session, static_cast<IPluginObject *>(this))
     , m_faults(&m_session)
     , m_facets({&m_symbols, &m_breakpoints, &m_memory, &m_live, &m_registers, &m_peripherals, &m_disassembler,
-                &m_variables, &m_group, &m_docks})
+                &m_variables, &m_callStack, &m_group, &m_docks})
 {
     connectParts();
 }
@@ -59,7 +60,10 @@ void GdbEnvironment::connectParts()
     connect(&m_session, &GdbSession::changed, this, &GdbEnvironment::reportState);
     connect(&m_session, &GdbSession::message, this, &GdbEnvironment::showMessage);
     connect(&m_session, &GdbSession::symbolsLoaded, this, [this] { m_breakpoints.insertAll(); });
-    connect(&m_session, &GdbSession::programLoaded, this, &GdbEnvironment::loadTargetTables);
+    connect(&m_session, &GdbSession::programLoaded, this, [this] {
+        loadTargetTables();
+        m_breakpoints.insertAllData();
+    });
     connect(&m_session, &GdbSession::stopText, this, [this](const QString &text) {
         if (m_events)
             m_events->statusInfo(text, 1);
@@ -217,6 +221,7 @@ void GdbEnvironment::loadTargetTables()
 {
     m_live.reset();
     m_variables.reset();
+    m_callStack.reset();
     m_symbols.reset();
     m_disassembler.reset();
     const TargetOptions now = options();

@@ -1,5 +1,6 @@
 #pragma once
 #include "breakpointlist.h"
+#include "callstack.h"
 #include "debugdocks.h"
 #include "disassembler.h"
 #include "faultcatcher.h"
@@ -93,6 +94,7 @@ private:
     PeripheralAccess m_peripherals;
     Disassembler m_disassembler;
     Variables m_variables;
+    CallStack m_callStack;
     ProcessorGroup m_group;
     DebugDocks m_docks;
     FaultCatcher m_faults;

@@ -224,6 +224,7 @@ void GdbSession::handleAsync(const MiRecord &record)
 void GdbSession::handleStop(const MiRecord &record)
 {
     ++m_generation;
+    ++m_stopNumber;
     takeFrame(record.results[u"frame"]);
     if (record.results.contains(u"thread-id"))
         m_thread = record.results.text(u"thread-id");
@@ -303,39 +304,26 @@ void GdbSession::gdbClosed()
     m_target->end(&m_gdb); // an emulator cannot be used without its debugger
 }
 
+GdbSession::Frame GdbSession::frameOf(const MiValue &frame)
+{
+    return {frame.address(u"addr"), frame.text(u"func"), frame.text(u"fullname"), frame.number(u"line"),
+            frame.number(u"level")};
+}
+
 void GdbSession::takeFrame(const MiValue &frame)
 {
-    m_frame = {frame.address(u"addr"), frame.text(u"func"), frame.text(u"fullname"), frame.number(u"line"),
-               frame.number(u"level")};
+    m_frame = frameOf(frame);
 }
 
-bool GdbSession::selectFrame(int level)
-{
-    if (!isStopped() || m_gdb.ask("-stack-select-frame " + QByteArray::number(level)).isError())
-        return false;
-    takeFrame(m_gdb.ask("-stack-info-frame").results[u"frame"]);
-    showSelection();
-    return true;
-}
-
-bool GdbSession::selectThread(const QString &threadId)
+void GdbSession::selectFrame(const QString &threadId, const Frame &frame)
 {
     if (!isStopped())
-        return false;
-    const MiRecord answer = m_gdb.ask("-thread-select " + threadId.toUtf8());
-    if (answer.isError())
-        return false;
+        return;
+    m_gdb.send("-thread-select " + threadId.toUtf8());
+    m_gdb.send("-stack-select-frame " + QByteArray::number(frame.level));
     m_thread = threadId;
-    takeFrame(answer.results[u"frame"]);
-    showSelection();
-    return true;
-}
-
-/// Makes the host refresh its windows without reporting the breakpoint again.
-void GdbSession::showSelection()
-{
-    ++m_generation;
-    apply(TargetEvent::Stopped);
+    m_frame = frame;
+    targetChanged();
 }
 
 void GdbSession::apply(TargetEvent event)

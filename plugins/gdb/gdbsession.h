@@ -47,11 +47,13 @@ public:
     [[nodiscard]] bool isAlive() const { return isStopped() || m_state.phase == TargetState::Running; }
     [[nodiscard]] Frame frame() const { return m_frame; }
     [[nodiscard]] QString threadId() const { return m_thread; }
-    bool selectFrame(int level);                ///< Level 0 is the current function, 1 its caller.
-    bool selectThread(const QString &threadId); ///< Selects its innermost frame too.
+    [[nodiscard]] static Frame frameOf(const MiValue &frame);
+    /// Selects a frame of the stopped program, as gdb has reported it, without waiting for gdb.
+    void selectFrame(const QString &threadId, const Frame &frame);
     /// A number that grows with each stop, and with each other change to memory or registers of the target.
     [[nodiscard]] int generation() const { return m_generation; }
     void targetChanged() { ++m_generation; }
+    [[nodiscard]] int stopNumber() const { return m_stopNumber; } ///< Grows with each stop.
 
     [[nodiscard]] MiConnection *gdb() { return &m_gdb; }
     [[nodiscard]] Target *target() { return m_target.get(); } ///< null without a session
@@ -96,7 +98,6 @@ private:
     void runRefused(const QString &error, TargetEvent event);
     void takeLog(const QString &text);
     void clearTemporary(int hit);
-    void showSelection();
     bool interrupt();
     bool waitForStop();
     void endOwnPause();
@@ -113,6 +114,7 @@ private:
     Frame m_frame;
     QString m_thread;
     int m_generation = 0;
+    int m_stopNumber = 0;
     int m_temporary = 0;  ///< gdb's number of the breakpoint that runTo() set; 0 for none
     QString m_runLog;     ///< what gdb has logged since the last run command
     QTimer m_changeTimer; ///< active while changed() is due

@@ -137,6 +137,8 @@ QString markNames(int bits)
         names.append(Text::tr("disabled breakpoint"));
     if (bits & MarkerWidget::CurrentLine)
         names.append(Text::tr("next statement"));
+    if (bits & MarkerWidget::Caller)
+        names.append(Text::tr("calling function"));
     if (bits & MarkerWidget::Lookup)
         names.append(Text::tr("found line"));
     return names.join(u", "_s);

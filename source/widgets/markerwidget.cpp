@@ -38,7 +38,7 @@ void MarkerWidget::setMarker(int line, int mask, bool on, bool alternate)
 {
     int bits = m_markers.value(line);
     bits = on ? bits | mask : bits & ~mask;
-    if (on && mask != CurrentLine && mask != Lookup)
+    if (on && mask != CurrentLine && mask != Lookup && mask != Caller)
         bits = alternate ? bits | Alternate : bits & ~Alternate;
     if (bits & ~Alternate)
         m_markers.insert(line, bits);
@@ -90,6 +90,8 @@ void MarkerWidget::paintLine(QPainter &painter, int line, int top)
         drawPicture(painter, u"markermultiplebreak"_s + suffix, top);
     if (bits & CurrentLine)
         drawPicture(painter, u"markercurrent.png"_s, top);
+    if (bits & Caller)
+        drawPicture(painter, u"markercaller.png"_s, top);
     if (bits & Lookup)
         drawPicture(painter, u"markerlookup.png"_s, top);
 }

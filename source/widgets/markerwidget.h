@@ -18,6 +18,7 @@ public:
         MultipleBreakpoint = 0x04,
         CurrentLine = 0x08,
         Lookup = 0x10,
+        Caller = 0x20,
         Alternate = 0x8000
     };
 

@@ -36,7 +36,8 @@ void MarkedLines::set(const QTextBlock &block, quint32 mask, bool on, bool alter
         return;
     MarkedParagData *data = ensureMarked(block);
     data->marker = on ? data->marker | mask : data->marker & ~mask;
-    if (!on || mask == IViewWithMarkers::CurrentLineMarker || mask == IViewWithMarkers::LookupMarker)
+    if (!on || mask == IViewWithMarkers::CurrentLineMarker || mask == IViewWithMarkers::LookupMarker
+        || mask == IViewWithMarkers::CallerMarker)
         return;
     if (alternate)
         data->marker |= IViewWithMarkers::AlternateMarker;

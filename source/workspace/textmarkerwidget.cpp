@@ -95,6 +95,8 @@ void TextMarkerWidget::paintMarkers(QPainter &painter, quint32 marker, const QRe
     }
     if (marker & TextView::CurrentLineMarker)
         drawPicture(painter, u"markercurrent.png"_s, line);
+    if (marker & TextView::CallerMarker)
+        drawPicture(painter, u"markercaller.png"_s, line);
     if (marker & TextView::LookupMarker)
         drawPicture(painter, u"markerlookup.png"_s, line);
 }

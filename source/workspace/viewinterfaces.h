@@ -13,6 +13,8 @@ public:
         BreakpointMarkers = 0x07, ///< a line has at most one of the three
         CurrentLineMarker = 0x08,
         LookupMarker = 0x10,
+        CallerMarker = 0x20,      ///< the next statement of a calling function
+        ExecutionMarkers = 0x28,  ///< a program has one of the two
         AlternateMarker = 0x8000, ///< breakpoints of the line are drawn with their second picture
     };
 

@@ -86,8 +86,8 @@ private Q_SLOTS:
     void theDocksAreHiddenAtTheirEdges()
     {
         QStringList docks;
-        for (const auto window :
-             {DebugWindows::Registers, DebugWindows::Peripherals, DebugWindows::Watches, DebugWindows::Memory}) {
+        for (const auto window : {DebugWindows::Registers, DebugWindows::Peripherals, DebugWindows::Watches,
+                                  DebugWindows::Memory, DebugWindows::CallStack, DebugWindows::Variables}) {
             DockWindow *dock = m_windows->dock(window);
             docks += u"%1 %2 %3 %4 %5"_s.arg(dock->objectName(), dock->windowTitle())
                          .arg(m_window->dockWidgetArea(dock))
@@ -96,7 +96,8 @@ private Q_SLOTS:
         }
         QCOMPARE(docks,
                  (QStringList{u"registerDockWindow Registers 2 0 1"_s, u"peripheralDockWindow Peripherals 2 0 1"_s,
-                              u"watchDockWindow Watches 2 1 1"_s, u"memoryDockWindow Memory 4 1 1"_s}));
+                              u"watchDockWindow Watches 2 1 1"_s, u"memoryDockWindow Memory 4 1 1"_s,
+                              u"callStackDockWindow Call Stack 2 1 1"_s, u"variablesDockWindow Variables 2 1 1"_s}));
     }
 
     void togglingShowsAndHidesADock()

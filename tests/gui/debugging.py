@@ -5,7 +5,7 @@ import shutil
 
 EXAMPLES = pathlib.Path(__file__).parents[2] / "examples"
 BUILD_TIME = 300  # seconds, on a slow shared machine
-DOCKS = ("Call stack", "Locals", "Target console")
+DOCKS = ("callStackDockWindow", "variablesDockWindow", "pluginTarget console")
 
 
 def copy_of_examples(parent):
@@ -70,7 +70,7 @@ class Debugging:
 
     def show_docks(self):
         for name in DOCKS:
-            self._varnel.call(f"plugin{name}", "bringUp()")
+            self._varnel.call(name, "bringUp()")
 
     def wait_for_state(self, state, timeout=60):
         """`state` is a word like "running", or empty outside of sessions."""
@@ -98,7 +98,7 @@ class Debugging:
     # The dock windows -------------------------------------------------------
 
     def window(self, name):
-        """The full name of "callStackView", "localsView", "targetConsole" or a part of them."""
+        """The full name of "callStackView", "variablesView", "targetConsole" or a part of them."""
         return f"{self._project}/{name}"
 
     def console(self):
@@ -113,26 +113,33 @@ class Debugging:
         """Waits until the innermost function starts with `place`, such as "main main.c, 12"."""
         self._varnel.wait_for(self.window("callStackView"), "text", lambda text: text.startswith(f"0 {place}"))
 
+    def choose_function(self, level):
+        """Chooses a function in the window "Call Stack"; the innermost one is 0."""
+        self._varnel.press("Home", on="callStack")
+        for _ in range(level):
+            self._varnel.press("Down", on="callStack")
+        self._varnel.press("Return", on="callStack")
+
     def locals(self):
-        """{name: value} of the rows in "Locals"; members have their own names."""
-        rows = self._varnel.read(self.window("localsView"), "text").splitlines()
-        return dict(row.strip().split(" = ", 1) for row in rows)
+        """{name: value} of the rows in "Variables"; members have their own names."""
+        rows = self._varnel.read(self.window("variablesView"), "text").splitlines()
+        return {name: value for name, _, value in (row.lstrip().partition(" = ") for row in rows)}
 
     def change_local(self, name, value):
-        """Edits a value in "Locals"."""
+        """Edits a value in "Variables"."""
         self._go_to_local(name)
-        self._varnel.press("F2", on=self.window("localsTree"))
-        self._varnel.wait_for("valueEdit", "visible", True)
-        self._varnel.write("valueEdit", "text", value)
-        self._varnel.press("Return", on="valueEdit")
-        self._varnel.wait_until(lambda: not self._varnel.exists("valueEdit"), "the value to be taken")
+        self._varnel.press("F2", on="variables")
+        self._varnel.wait_for("renameEdit", "visible", True)
+        self._varnel.write("renameEdit", "text", value)
+        self._varnel.press("Return", on="renameEdit")
+        self._varnel.wait_until(lambda: not self._varnel.exists("renameEdit"), "the value to be taken")
 
     def open_local(self, name):
         self._go_to_local(name)
-        self._varnel.press("Right", on=self.window("localsTree"))
+        self._varnel.press("Right", on="variables")
 
     def _go_to_local(self, name):
         self._varnel.wait_until(lambda: name in self.locals(), f"a variable '{name}'")
-        self._varnel.press("Home", on=self.window("localsTree"))
+        self._varnel.press("Home", on="variables")
         for _ in range(list(self.locals()).index(name)):
-            self._varnel.press("Down", on=self.window("localsTree"))
+            self._varnel.press("Down", on="variables")

@@ -113,7 +113,7 @@ class Demo:
         self._see("step", f"at line {line + 1}")
 
     def _look_around(self):
-        """Evaluates expressions by editing a value in "Locals"."""
+        """Evaluates expressions by editing a value in "Variables"."""
         self._user.open_local("regulator")
         self._varnel.wait_until(lambda: self._user.locals().get("target") == "21000", "the member 'target' to be 21000")
         kept = self._user.locals()["proportional"]

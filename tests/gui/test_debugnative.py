@@ -29,7 +29,8 @@ class NativeTest(DebugTest):
         self.user.wait_for_stop(call + 1)
         self.wait_for_local("value", "7")
         self.user.change_local("value", "seven")
-        self.wait_for_words("The value cannot be changed: No symbol \"seven\" in current context.")
+        words = "The value cannot be changed: No symbol \"seven\" in current context."
+        self.varnel.wait_for(self.user.window("variablesView"), "message", words)
         self.wait_for_local("value", "7")
         self.user.change_local("value", "argc + 41")
         self.wait_for_local("value", "42")
@@ -41,6 +42,10 @@ class NativeTest(DebugTest):
         self.user.wait_for_stop(call)
         self.keyboard.press("F11")
         self.user.wait_for_function("work main.cpp, ")
+        self.varnel.wait_until(lambda: "argc" not in self.user.locals(), "the variables of the called function")
+        self.user.choose_function(1)
+        self.varnel.wait_for("cursorLabel", "text", f" Ln {call}, Col 1")
+        self.varnel.wait_until(lambda: "argc" in self.user.locals(), "the variables of the caller")
 
         self.user.click_margin("main.cpp", call)  # disabled
         self.keyboard.press("F5")
@@ -55,7 +60,7 @@ class NativeTest(DebugTest):
         self.user.wait_for_stop(call + 1)
         self.keyboard.press("Shift+F5")
         self.user.wait_for_state("")
-        self.assertFalse(self.varnel.read("pluginLocals", "visible"))  # the dock layout is that of editing again
+        self.assertFalse(self.varnel.read("variablesDockWindow", "visible"))  # the dock layout is that of editing again
 
     def test_killed_gdb_is_reported(self):
         self.user.build()

@@ -32,7 +32,7 @@ const QMap<int, QString> others{
     {16, u"headerfile csourcefile pythonsourcefile textfile treeworkspace treeproject treeprojectinactive treefolder "
          "treefolderopen treesourcefile treebook treebookopen treepage markerenabledbreak markerenabledbreak2 "
          "markerdisabledbreak markerdisabledbreak2 markermultiplebreak markermultiplebreak2 markercurrent "
-         "markerlookup"_s},
+         "markerlookup markercaller"_s},
     {32, u"projecttemplate"_s},
     {64, u"appicon"_s},
 };

@@ -22,6 +22,9 @@ ShortcutChoices productChoices()
         choices.commands.append({name, name, {}, keysFromStored(action.attribute(u"accel"_s))});
     }
     choices.commands.append({u"viewZoom"_s, u"zoom"_s, {}, keysFromStored(u"Ctrl++; Ctrl+=; Ctrl+-; Ctrl+0"_s)});
+    choices.commands.append({u"debugToggleCallStackWindow"_s, u"call stack"_s, {}, keysFromStored(u"Alt+9"_s)});
+    choices.commands.append({u"debugToggleVariablesWindow"_s, u"variables"_s, {}, keysFromStored(u"Alt+0"_s)});
+    choices.commands.append({u"debugToggleBreakpointsWindow"_s, u"breakpoints"_s, {}, keysFromStored(u"Ctrl+Alt+B"_s)});
     choices.commands.append({u"debugToggleProcessorWindow"_s, u"processors"_s, {}, keysFromStored(u"Alt+7"_s)});
     choices.commands.append({u"debugToggleLiveWindow"_s, u"live"_s, {}, keysFromStored(u"Alt+8"_s)});
     for (QDomElement menu = document.documentElement().firstChildElement(u"menus"_s).firstChildElement(u"menu"_s);

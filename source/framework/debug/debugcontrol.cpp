@@ -68,6 +68,19 @@ void DebugControl::updateDebugWindows(int parts)
         m_nextStatement.show();
 }
 
+/// In another project it makes that one current, whose next statement is shown then.
+void DebugControl::showPlace(IExecutionEnvironment *environment)
+{
+    if (m_activity.state() != StatePaused || !environment)
+        return;
+    if (environment == m_activity.currentEnvironment().get())
+        return updateDebugWindows(AllParts);
+    for (const QPointer<Project> &project : m_activity.projects()) {
+        if (project && project->executionInterface() == environment)
+            return m_activity.workspace()->setCurrentProject(project);
+    }
+}
+
 void DebugControl::currentProjectChanged()
 {
     if (const Activity::Environment environment = m_activity.currentEnvironment()) {
@@ -168,4 +181,5 @@ void DebugControl::statusInfo(const QString &text, int position, IExecutionEnvir
 void DebugControl::breakpointsChanged()
 {
     m_breakpoints.refreshMarkers();
+    Q_EMIT breakpointsReported();
 }

@@ -58,12 +58,15 @@ public Q_SLOTS:
     void programStatusChanged(IExecutionEnvironment::ProgramStatus status, IExecutionEnvironment *environment);
     void statusInfo(const QString &text, int position, IExecutionEnvironment *environment);
     void breakpointsChanged();
+    /// The user has chosen another thread or function of a paused program.
+    void showPlace(IExecutionEnvironment *environment);
     void memoryWritten() { m_nextStatement.refreshDisassemblies(); } ///< By the user, in a window.
     void fileOpened();                                               ///< A document came to the front, or was reloaded.
 
 Q_SIGNALS:
     void updateRegisterWindow(); ///< Registers have changed.
     void updateDataWindows();    ///< The same for peripherals, watches and memory.
+    void breakpointsReported();  ///< The breakpoints of an environment have changed.
     void processorReported();    ///< reports() has changed.
 
 private:

@@ -67,6 +67,7 @@ struct ProjectBreakpoint
 {
     QString project; ///< its name
     int state = BreakpointRemoved;
+    QString remark = {}; ///< why it is not set, its condition or its text
 };
 
 /// Rich text with the state of the breakpoints at one place in each project; empty without any.

@@ -1,9 +1,11 @@
 #include "debugmarkers.h"
 #include "activity.h"
+#include "breakpointdetails.h"
 #include "callplugin.h"
 #include "debugdecisions.h"
 #include "document.h"
 #include "environmentkey.h"
+#include "icallstack.h"
 #include "project.h"
 #include "projectworkspace.h"
 #include "viewinterfaces.h"
@@ -69,10 +71,11 @@ void addMarks(Marks &marks, const Project &project, bool foreign)
     for (const BreakpointRecord &record : breakpointsOf(project)) {
         if (record.state != BreakpointEnabled && record.state != BreakpointDisabled)
             continue; // has no marker
+        const bool refused = isRefused(detailsOf(project.executionInterface(), record));
         for (const BreakpointLocation &location : record.locations) {
             const BreakpointLocation place = documentPlace(project, location);
             LineMark &mark = marks[markName(place.file, project.executionInterface())][place.line];
-            const MarkerChange change = markerChange(mark.markers, record.state);
+            const MarkerChange change = markerChange(mark.markers, refused ? BreakpointDisabled : record.state);
             mark.markers = (mark.markers & ~change.clear) | change.set;
             mark.foreign = foreign;
         }
@@ -86,6 +89,12 @@ QString markName(const QString &document)
     return environment ? markName(document, environment) : document;
 }
 
+/// Whether the user has chosen a calling function, whose place is the current one.
+bool isCaller(IExecutionEnvironment *environment)
+{
+    StackPlace place;
+    return askPlugin<&ICallStack::currentPlace>(queryPlugin<ICallStack>(environment), place) && place.frame > 0;
+}
 } // namespace
 
 QString debugPath(const Project &project, const QString &file)
@@ -112,6 +121,8 @@ void refreshExecutionMarker(const Project *project, const ViewManager &views)
     const auto environment = shareInterface(project ? project->executionInterface() : nullptr);
     if (!environment)
         return;
+    const int marker =
+        isCaller(environment.get()) ? IViewWithMarkers::CallerMarker : IViewWithMarkers::CurrentLineMarker;
     std::optional<BreakpointLocation> source; // the same for all texts; empty if it is not known
     for (const MarkedView &view : markedViews(views)) {
         const QString path = debugPath(*project, view.file);
@@ -128,14 +139,14 @@ void refreshExecutionMarker(const Project *project, const ViewManager &views)
             source = known ? BreakpointLocation{file, line} : BreakpointLocation{};
         IViewWithMarkers *markers = view.markers(); // the plug-in may have closed the view in the call
         if (known && markers && (file == path || file == view.file))
-            markers->setMarker(line, IViewWithMarkers::CurrentLineMarker, true, false);
+            markers->setMarker(line, marker, true, false);
     }
 }
 
 void clearExecutionMarker(const ViewManager &views)
 {
     for (const MarkedView &view : markedViews(views))
-        view.markers()->clearMarkers(IViewWithMarkers::CurrentLineMarker);
+        view.markers()->clearMarkers(IViewWithMarkers::ExecutionMarkers);
 }
 
 void refreshBreakpointMarkers(const Activity &activity, const ViewManager &views)
@@ -159,8 +170,6 @@ void refreshBreakpointMarkers(const Activity &activity, const ViewManager &views
 
 QString breakpointToolTip(const Activity &activity, const QString &file, int line)
 {
-    if (activity.projects().size() < 2)
-        return {};
     QList<Project *> projects = activity.workspace()->projectsContainingFile(file);
     if (projects.isEmpty())
         projects = {activity.currentProject()};
@@ -172,8 +181,10 @@ QString breakpointToolTip(const Activity &activity, const QString &file, int lin
                 return place.file == file && place.line == line;
             };
             if (std::ranges::any_of(record.locations, isHere))
-                found.append({project->name(), record.state});
+                found.append(
+                    {project->name(), record.state, remarkOf(detailsOf(project->executionInterface(), record))});
         }
     }
-    return breakpointToolTip(found);
+    const bool hasRemark = std::ranges::any_of(found, [](const auto &each) { return !each.remark.isEmpty(); });
+    return activity.projects().size() < 2 && !hasRemark ? QString() : breakpointToolTip(found);
 }

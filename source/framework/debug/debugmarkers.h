@@ -21,6 +21,6 @@ void clearExecutionMarker(const ViewManager &views);
 /// Marks the breakpoints of all projects of the open workspace; those of the current one last, so that they take
 /// precedence.
 void refreshBreakpointMarkers(const Activity &activity, const ViewManager &views);
-/// Rich text with the state of the breakpoints at a line, counted from 1, in each project. Empty with one project, or
-/// if there are none.
+/// Rich text with the state of the breakpoints at a line, counted from 1, in each project. Empty if there are none, and
+/// with one project, unless there is a reason, a condition or a text to be shown.
 [[nodiscard]] QString breakpointToolTip(const Activity &activity, const QString &file, int line);

@@ -110,7 +110,7 @@ void NextStatement::showSource()
     int line = 0;
     const bool known = environment && askLocation(environment, file, line);
     auto *markers = viewInterface<IViewWithMarkers>(m_window.viewManager()->currentView());
-    if (!known || !markers || !markers->hasMarker(line, IViewWithMarkers::CurrentLineMarker))
+    if (!known || !markers || !markers->hasMarker(line, IViewWithMarkers::ExecutionMarkers))
         return;
     file.clear(); // requests the place in the source
     if (askLocation(environment, file, line))

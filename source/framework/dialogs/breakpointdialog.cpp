@@ -2,6 +2,7 @@
 #include "activity.h"
 #include "breakpointtext.h"
 #include "callplugin.h"
+#include "ibreakpointdetails.h"
 #include "iexecutionenvironment.h"
 #include "messages.h"
 #include "project.h"
@@ -50,6 +51,27 @@ bool setBreakpoint(IBreakpoints *breakpoints, const BreakpointLocation &place, i
     int result = -1;
     readPlugin<&IBreakpoints::setBreakpoint>(result, breakpoints, place.file, place.line, state);
     return result == 0;
+}
+
+/// The condition and so on of an existing breakpoint; none if the environment does not offer them.
+std::optional<BreakpointDetails> detailsOf(const BreakpointItem *item)
+{
+    const auto breakpoints = breakpointsOf(item->project());
+    const auto offered = queryPlugin<IBreakpointDetails>(breakpoints);
+    BreakpointDetails details;
+    if (!offered || item->locations().isEmpty())
+        return {};
+    const BreakpointLocation &place = item->locations().first();
+    if (!askPlugin<&IBreakpointDetails::details>(offered, place.file, place.line, details))
+        return {};
+    return details;
+}
+
+void setDetails(IBreakpoints *breakpoints, const BreakpointLocation &place, const BreakpointDetails &details)
+{
+    QString reason;
+    runPlugin<&IBreakpointDetails::setDetails>(queryPlugin<IBreakpointDetails>(breakpoints), place.file, place.line,
+                                               details, reason);
 }
 
 void clearOld(const BreakpointItem *item)
@@ -215,6 +237,7 @@ void BreakpointDialog::accept()
 
 bool BreakpointDialog::apply(const BreakpointItem *item)
 {
+    const std::optional<BreakpointDetails> details = detailsOf(item);
     clearOld(item);
     if (item->text(0).isEmpty())
         return true;
@@ -229,6 +252,8 @@ bool BreakpointDialog::apply(const BreakpointItem *item)
         return false;
     const int state = item->checkState(0) == Qt::Checked ? BreakpointEnabled : BreakpointDisabled;
     const bool isSet = setBreakpoint(breakpoints.get(), place->location, state);
+    if (isSet && details)
+        setDetails(breakpoints.get(), place->location, *details);
     breakpoints.reset(); // hold no reference of the plug-in while the message is open
     if (!isSet)
         showInformation(this, tr("The breakpoint could not be set."));

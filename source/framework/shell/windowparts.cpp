@@ -258,8 +258,10 @@ void WindowParts::setUpCommands()
     buildControl = std::make_unique<BuildControl>(activity, services);
     debugControl = std::make_unique<DebugControl>(activity, services, *buildControl);
     debugControl->options().load(*application()->settings());
+    breakpointsDock = std::make_unique<BreakpointsDock>(activity, services, *debugControl);
     processorDock = std::make_unique<ProcessorDock>(activity, services, *debugControl);
     liveDock = std::make_unique<LiveDock>(activity, services, *debugControl);
+    valueToolTips = std::make_unique<ValueToolTips>(activity);
     projectCommands = std::make_unique<ProjectCommands>(activity, services);
     templateCommands = std::make_unique<TemplateCommands>(activity, services, *projectCommands, templateDirectories());
     namedFiles = std::make_unique<NamedFiles>(services, *projectCommands, templateDirectories().installed);
@@ -310,6 +312,7 @@ void WindowParts::connectReports() const
     QObject::connect(workspace.get(), &Workspace::documentReopened, debug, &DebugControl::fileOpened);
     QObject::connect(debug, &DebugControl::updateRegisterWindow, debugWindows.get(), &DebugWindows::updateRegisters);
     QObject::connect(debug, &DebugControl::updateDataWindows, debugWindows.get(), &DebugWindows::updateData);
+    QObject::connect(debugWindows.get(), &DebugWindows::placeChosen, debug, &DebugControl::showPlace);
     QObject::connect(debugWindows.get(), &DebugWindows::valuesWritten, debug, &DebugControl::memoryWritten);
 }
 

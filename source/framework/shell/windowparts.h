@@ -1,5 +1,6 @@
 #pragma once
 #include "activity.h"
+#include "breakpointsdock.h"
 #include "buildcontrol.h"
 #include "debugcontrol.h"
 #include "debugwindows.h"
@@ -23,6 +24,7 @@
 #include "templatecommands.h"
 #include "toolscommands.h"
 #include "uiconfig.h"
+#include "valuetooltips.h"
 #include "viewmanager.h"
 #include "windowformats.h"
 #include "windowgeometry.h"
@@ -84,8 +86,10 @@ struct WindowParts
     std::unique_ptr<FileFindCommands> fileFindCommands;
     std::unique_ptr<BuildControl> buildControl;
     std::unique_ptr<DebugControl> debugControl;
+    std::unique_ptr<BreakpointsDock> breakpointsDock;
     std::unique_ptr<ProcessorDock> processorDock;
     std::unique_ptr<LiveDock> liveDock;
+    std::unique_ptr<ValueToolTips> valueToolTips;
     std::unique_ptr<ProjectCommands> projectCommands;
     std::unique_ptr<TemplateCommands> templateCommands;
     std::unique_ptr<NamedFiles> namedFiles;

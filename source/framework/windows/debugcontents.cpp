@@ -1,10 +1,13 @@
 #include "debugcontents.h"
+#include "callstackpane.h"
 #include "debugwindows.h"
+#include "environmentpanes.h"
 #include "interfacepanes.h"
 #include "multimemorywindow.h"
 #include "multiwatchwindow.h"
 #include "peripheralwidget.h"
 #include "registerwidget.h"
+#include "variablespane.h"
 
 using namespace Qt::StringLiterals;
 
@@ -25,4 +28,8 @@ void addDebugContents(DebugWindows &windows, const Activity &activity)
     windows.setContent(DebugWindows::Peripherals, named(u"peripheralWidget"_s, new MultiPeripheralWindow(activity)));
     windows.setContent(DebugWindows::Watches, named(u"watchWindow"_s, new MultiWatchWindow(activity)));
     windows.setContent(DebugWindows::Memory, named(u"memoryWindow"_s, new MultiMemoryWindow(activity)));
+    windows.setContent(DebugWindows::CallStack,
+                       named(u"callStackWindow"_s, new EnvironmentPanes<CallStackPane>(activity)));
+    windows.setContent(DebugWindows::Variables,
+                       named(u"variablesWindow"_s, new EnvironmentPanes<VariablesPane>(activity)));
 }

@@ -2,6 +2,7 @@
 #include <QColor>
 #include <QFont>
 #include <QWidget>
+class IExecutionEnvironment;
 
 /// The font and colours that the user has chosen for the contents of such windows.
 struct PaneAppearance
@@ -30,4 +31,6 @@ public Q_SLOTS:
 
 Q_SIGNALS:
     void doUpdate(); ///< Values were changed in this pane that other panes may show too.
+    /// Another thread or function of a program was chosen, to which all panes refer now.
+    void placeChosen(IExecutionEnvironment *environment);
 };

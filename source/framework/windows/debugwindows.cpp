@@ -1,5 +1,7 @@
 #include "debugwindows.h"
 #include "activity.h"
+#include "debugqueries.h"
+#include "dockaction.h"
 #include "dockwindow.h"
 #include "multiwidget.h"
 #include "windowservices.h"
@@ -17,6 +19,10 @@ struct Description
     const char *action;
     Qt::DockWidgetArea area;
     bool newLine;
+    // Of an action that the UI file does not declare
+    const char *menuText = nullptr;
+    const char *key = nullptr;
+    const char *statusTip = nullptr;
 };
 
 constexpr std::array<Description, DebugWindows::WindowCount> Descriptions{{
@@ -28,6 +34,12 @@ constexpr std::array<Description, DebugWindows::WindowCount> Descriptions{{
      true},
     {"memoryDockWindow", QT_TRANSLATE_NOOP("DebugWindows", "Memory"), "debugToggleMemoryWindow", Qt::TopDockWidgetArea,
      true},
+    {"callStackDockWindow", QT_TRANSLATE_NOOP("DebugWindows", "Call Stack"), "debugToggleCallStackWindow",
+     Qt::RightDockWidgetArea, true, QT_TRANSLATE_NOOP("DebugWindows", "&Call Stack"), "Alt+9",
+     QT_TRANSLATE_NOOP("DebugWindows", "Shows or hides the functions that were called")},
+    {"variablesDockWindow", QT_TRANSLATE_NOOP("DebugWindows", "Variables"), "debugToggleVariablesWindow",
+     Qt::RightDockWidgetArea, true, QT_TRANSLATE_NOOP("DebugWindows", "&Variables"), "Alt+0",
+     QT_TRANSLATE_NOOP("DebugWindows", "Shows or hides the variables of the function")},
 }};
 } // namespace
 
@@ -43,8 +55,15 @@ DebugWindows::DebugWindows(const Activity &activity, WindowServices &services, Q
         m_windows[size_t(i)].dock = dock;
         connect(dock, &QDockWidget::visibilityChanged, this,
                 [this, i](bool visible) { visibilityChanged(Window(i), visible); });
+        if (description.menuText && services.dialogParent())
+            addDockAction(dock, services.dialogParent(),
+                          {QString::fromLatin1(description.action), tr(description.menuText),
+                           QString::fromLatin1(description.key), tr(description.statusTip)});
     }
-    connect(&activity, &Activity::stateEntering, this, [this](ActivityState next) { setPaused(next == StatePaused); });
+    connect(&activity, &Activity::stateEntering, this, [this](ActivityState next) {
+        DebugQueries::raiseGeneration();
+        setPaused(next == StatePaused);
+    });
 }
 
 void DebugWindows::setContent(Window window, MultiWidget *content)
@@ -54,6 +73,7 @@ void DebugWindows::setContent(Window window, MultiWidget *content)
     entry.dock->setWidget(content);
     content->setPaused(m_activity.state() == StatePaused);
     connect(content, &MultiWidget::doUpdate, this, [this, window] { updateOthers(window); });
+    connect(content, &MultiWidget::placeChosen, this, &DebugWindows::placeChosen);
 }
 
 void DebugWindows::setAppearance(const PaneAppearance &appearance)
@@ -90,7 +110,7 @@ void DebugWindows::updateRegisters()
 
 void DebugWindows::updateData()
 {
-    for (const Window window : {Peripherals, Watches, Memory})
+    for (const Window window : {Peripherals, Watches, Memory, CallStack, Variables})
         update(window);
 }
 

@@ -3,18 +3,19 @@
 #include <QObject>
 class Activity;
 class DockWindow;
+class IExecutionEnvironment;
 class MultiWidget;
 class WindowServices;
 struct PaneAppearance;
 
-/// The dock windows that show the state of processors: registers, peripherals, watches and memory. Each holds one pane
-/// per project, and is refreshed only while it is visible; a hidden one is refreshed when it appears.
+/// The dock windows that show the state of processors: registers, peripherals, watches, memory and so on. Each holds
+/// one pane per project, and is refreshed only while it is visible; a hidden one is refreshed when it appears.
 class DebugWindows : public QObject
 {
     Q_OBJECT
 public:
-    enum Window { Registers, Peripherals, Watches, Memory };
-    static constexpr int WindowCount = Memory + 1;
+    enum Window { Registers, Peripherals, Watches, Memory, CallStack, Variables };
+    static constexpr int WindowCount = Variables + 1;
 
     /// Both arguments outlive this object. The docks are hidden at first.
     DebugWindows(const Activity &activity, WindowServices &services, QObject *parent = nullptr);
@@ -28,10 +29,11 @@ public:
 
 public Q_SLOTS:
     void updateRegisters();
-    void updateData(); ///< Peripherals, watches and memory.
+    void updateData(); ///< All other windows.
 
 Q_SIGNALS:
-    void valuesWritten(); ///< By the user, in one of the windows.
+    void placeChosen(IExecutionEnvironment *environment); ///< See DebugPane::placeChosen().
+    void valuesWritten();                                 ///< By the user, in one of the windows.
 
 private:
     struct Entry

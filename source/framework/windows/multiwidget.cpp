@@ -1,5 +1,6 @@
 #include "multiwidget.h"
 #include "activity.h"
+#include "debugqueries.h"
 #include "project.h"
 #include "projectworkspace.h"
 #include <QBoxLayout>
@@ -46,6 +47,12 @@ QList<DebugPane *> MultiWidget::widgets() const
 void MultiWidget::update()
 {
     Q_EMIT doUpdate();
+}
+
+void MultiWidget::showWrittenValues()
+{
+    DebugQueries::raiseGeneration();
+    update();
 }
 
 void MultiWidget::setPaused(bool paused)
@@ -137,7 +144,8 @@ DebugPane *MultiWidget::newPane(QWidget *parent, IExecutionEnvironment *environm
     pane->setPaused(m_paused);
     if (m_appearance)
         pane->setAppearance(*m_appearance);
-    connect(pane, &DebugPane::doUpdate, this, &MultiWidget::update);
+    connect(pane, &DebugPane::doUpdate, this, &MultiWidget::showWrittenValues);
+    connect(pane, &DebugPane::placeChosen, this, &MultiWidget::placeChosen);
     connect(this, &MultiWidget::doUpdate, pane, &DebugPane::update);
     return pane;
 }

@@ -26,6 +26,7 @@ public Q_SLOTS:
 
 Q_SIGNALS:
     void doUpdate();
+    void placeChosen(IExecutionEnvironment *environment); ///< See DebugPane::placeChosen().
 
 protected:
     /// Creates a pane for @p environment, which is null for the idle pane. Null if the environment does not offer the
@@ -36,6 +37,7 @@ protected:
 private:
     void removePanes();
     void fillPanes();
+    void showWrittenValues();
     void addPane(Project *project, bool tabbed);
     DebugPane *newPane(QWidget *parent, IExecutionEnvironment *environment, bool force);
     void showSinglePane(DebugPane *pane);

@@ -115,6 +115,14 @@ public:
         return run(u"gcc"_s, QStringList{u"-O0"_s, source(u"native.c"_s), u"-o"_s, image} + options) ? image
                                                                                                      : QString();
     }
+    QString threads(const QString &name) const
+    {
+        const QString image = m_directory.filePath(name);
+        return run(u"gcc"_s,
+                   {u"-g"_s, u"-O0"_s, u"-static-pie"_s, u"-pthread"_s, source(u"threads.c"_s), u"-o"_s, image})
+                   ? image
+                   : QString();
+    }
     QString firmware(const QString &name, const QString &script = u"mps2.ld"_s, const QStringList &options = {}) const
     {
         const QString image = m_directory.filePath(name);

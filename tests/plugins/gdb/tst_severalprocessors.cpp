@@ -1,4 +1,5 @@
 #include "boardfirmware.h"
+#include "stackreplies.h"
 #include "targetconsole.h"
 
 using Env = IExecutionEnvironment;
@@ -43,8 +44,7 @@ void tst_SeveralProcessors::twoCoresStopTogether()
     QVERIFY(session.waitFor(Env::ProgramBreakpointHit));
     QCOMPARE(session.env->session()->threadId(), u"2"_s);
     QCOMPARE(session.location(), at(u"cores = cores + 1"_s));
-    QVERIFY(session.env->session()->selectThread(u"1"_s));
-    QVERIFY(session.waitFor(Env::ProgramPaused));
+    QVERIFY(selectFrame(session.get<ICallStack>().get(), 1, 0));
     QCOMPARE(session.env->session()->frame().function, u"spin"_s);
     session.env->restart();
     QVERIFY(session.waitFor(Env::ProgramPaused));
@@ -69,7 +69,7 @@ void tst_SeveralProcessors::twoBoardsRunAndPauseTogether()
         QVERIFY(first.waitFor(Env::ProgramPaused) && second.waitFor(Env::ProgramPaused));
     }
     const QList<QWidget *> widgets = second.get<IDockExtension>()->widgets();
-    auto *console = static_cast<TargetConsole *>(widgets[2]);
+    auto *console = static_cast<TargetConsole *>(widgets[0]);
     console->append("from the run before");
     leader->syncRestart();
     QCOMPARE(second.location(), atMain());

@@ -1,6 +1,7 @@
 #pragma once
-#include "ibreakpoints.h"
+#include "ibreakpointdetails.h"
 #include "ibuildevents.h"
+#include "icallstack.h"
 #include "iexecutionevents.h"
 #include "iextensioncommands.h"
 #include "imemory.h"
@@ -9,8 +10,10 @@
 #include "iproject.h"
 #include "iqueryplugininterface.h"
 #include "iregisters.h"
+#include "ivariables.h"
 #include "pluginfactory.h"
 #include <functional>
+#include <optional>
 #include <QHash>
 #include <QMap>
 #include <QSet>
@@ -64,6 +67,30 @@ struct StubScript
     QHash<QString, QString> peripheralDescriptions;
     QString group;
     int syncOperations = 0;
+    // ICallStack, IVariables. Requests are answered at once, or, if answersLater is set, by answerAll() of this script.
+    bool answersLater = false;
+    QList<std::function<void()>> answers; ///< that are due
+    QString failure;                      ///< if it is not empty, all requests fail for this reason
+    QList<ThreadInfo> threads;
+    QHash<qint64, QList<StackFrame>> frames; ///< by thread
+    std::optional<StackPlace> place;         ///< the current one
+    bool placeAccepted = true;
+    int formats = 0;
+    int scopes = 1;
+    QMap<int, QList<VariableInfo>> scopeVariables;
+    QHash<QString, QList<VariableInfo>> members; ///< by expression; also holds values, which assign() changes
+    // IBreakpointDetails
+    int detailFeatures = 0;
+    QHash<QString, BreakpointDetails> details; ///< by "file:line"
+    QList<DataBreakpoint> dataBreakpoints;
+    BreakpointLimits limits;
+    QString refusal; ///< if it is not empty, changes are refused for this reason
+
+    void answerAll()
+    {
+        for (const std::function<void()> &answer : std::exchange(answers, {}))
+            answer();
+    }
     // Documents
     std::function<DocumentTemplate *()> documentTemplate;
     QString title;

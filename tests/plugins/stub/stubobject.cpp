@@ -1,4 +1,5 @@
 #include "stubobject.h"
+#include <algorithm>
 #include <QPixmap>
 
 using namespace Qt::StringLiterals;
@@ -10,6 +11,11 @@ QString textOf(bool argument)
 }
 
 QString textOf(int argument)
+{
+    return QString::number(argument);
+}
+
+QString textOf(qint64 argument)
 {
     return QString::number(argument);
 }
@@ -205,6 +211,164 @@ int StubObject::setBreakpoint(const QString &file, int line, int state)
 {
     record(u"setBreakpoint"_s, file, line, state);
     return m_script->setBreakpointResult;
+}
+
+int StubObject::features()
+{
+    return m_script->detailFeatures;
+}
+
+bool StubObject::details(const QString &file, int line, BreakpointDetails &details)
+{
+    const auto found = m_script->details.constFind(u"%1:%2"_s.arg(file, QString::number(line)));
+    if (found == m_script->details.cend())
+        return false;
+    details = *found;
+    return true;
+}
+
+bool StubObject::setDetails(const QString &file, int line, const BreakpointDetails &details, QString &reason)
+{
+    record(u"setDetails"_s, file, line, details.condition, details.hitCount, details.logText);
+    reason = m_script->refusal;
+    if (reason.isEmpty())
+        m_script->details.insert(u"%1:%2"_s.arg(file, QString::number(line)), details);
+    return reason.isEmpty();
+}
+
+QList<DataBreakpoint> StubObject::dataBreakpoints()
+{
+    return m_script->dataBreakpoints;
+}
+
+bool StubObject::setDataBreakpoint(DataBreakpoint &breakpoint, QString &reason)
+{
+    record(u"setDataBreakpoint"_s, breakpoint.id, breakpoint.expression, breakpoint.access, breakpoint.state);
+    reason = m_script->refusal;
+    if (!reason.isEmpty())
+        return false;
+    QList<DataBreakpoint> &all = m_script->dataBreakpoints;
+    all.removeIf([&](const DataBreakpoint &each) { return each.id == breakpoint.id; });
+    if (breakpoint.id == 0)
+        breakpoint.id = int(all.size()) + 1;
+    if (breakpoint.state != BreakpointRemoved)
+        all.append(breakpoint);
+    return true;
+}
+
+BreakpointLimits StubObject::limits()
+{
+    return m_script->limits;
+}
+
+void StubObject::reply(const DebugRequest &request, IDebugReplies *replies,
+                       const std::function<void(IDebugReplies &replies)> &answer)
+{
+    const auto kept = std::shared_ptr<IDebugReplies>(shareInterface(replies));
+    const auto give = [request, kept, answer, failure = m_script->failure] {
+        failure.isEmpty() ? answer(*kept) : kept->failed(request, failure);
+    };
+    if (m_script->answersLater)
+        m_script->answers.append(give);
+    else
+        give();
+}
+
+void StubObject::requestThreads(const DebugRequest &request, IDebugReplies *replies)
+{
+    record(u"requestThreads"_s);
+    reply(request, replies,
+          [request, threads = m_script->threads](IDebugReplies &to) { to.threads(request, threads); });
+}
+
+void StubObject::requestFrames(const DebugRequest &request, qint64 thread, int first, int count, IDebugReplies *replies)
+{
+    record(u"requestFrames"_s, thread, first, count);
+    const QList<StackFrame> all = m_script->frames.value(thread);
+    reply(request, replies,
+          [=](IDebugReplies &to) { to.frames(request, all.mid(first, count), qsizetype(first) + count < all.size()); });
+}
+
+bool StubObject::currentPlace(StackPlace &place)
+{
+    place = m_script->place.value_or(StackPlace());
+    return m_script->place.has_value();
+}
+
+bool StubObject::setCurrentPlace(const StackPlace &place)
+{
+    record(u"setCurrentPlace"_s, place.thread, place.frame);
+    if (m_script->placeAccepted)
+        m_script->place = place;
+    return m_script->placeAccepted;
+}
+
+int StubObject::formats()
+{
+    return m_script->formats;
+}
+
+int StubObject::scopes()
+{
+    return m_script->scopes;
+}
+
+void StubObject::replyVariables(const DebugRequest &request, IDebugReplies *replies, const QList<VariableInfo> &all,
+                                int first, int count)
+{
+    reply(request, replies, [=](IDebugReplies &to) {
+        to.variables(request, all.mid(first, count), qsizetype(first) + count < all.size());
+    });
+}
+
+void StubObject::requestScope(const DebugRequest &request, const StackPlace &, int scope, int first, int count,
+                              int format, IDebugReplies *replies)
+{
+    record(u"requestScope"_s, scope, first, count, format);
+    replyVariables(request, replies, m_script->scopeVariables.value(scope), first, count);
+}
+
+void StubObject::requestChildren(const DebugRequest &request, const StackPlace &, const QString &expression, int first,
+                                 int count, int format, IDebugReplies *replies)
+{
+    record(u"requestChildren"_s, expression, first, count, format);
+    replyVariables(request, replies, m_script->members.value(expression), first, count);
+}
+
+VariableInfo *StubObject::variable(const QString &expression)
+{
+    const auto search = [&expression](auto &lists) -> VariableInfo * {
+        for (QList<VariableInfo> &list : lists) {
+            const auto found = std::ranges::find(list, expression, &VariableInfo::expression);
+            if (found != list.end())
+                return &*found;
+        }
+        return nullptr;
+    };
+    VariableInfo *found = search(m_script->scopeVariables);
+    return found ? found : search(m_script->members);
+}
+
+void StubObject::requestValue(const DebugRequest &request, const StackPlace &, const QString &expression, int format,
+                              IDebugReplies *replies)
+{
+    record(u"requestValue"_s, expression, format);
+    const VariableInfo *found = variable(expression);
+    const VariableInfo info = found ? *found : VariableInfo();
+    reply(request, replies, [request, info](IDebugReplies &to) {
+        info.expression.isEmpty() ? to.failed(request, u"No symbol in current context."_s) : to.value(request, info);
+    });
+}
+
+void StubObject::assign(const DebugRequest &request, const StackPlace &, const QString &expression,
+                        const QString &value, int format, IDebugReplies *replies)
+{
+    record(u"assign"_s, expression, value, format);
+    VariableInfo *found = variable(expression);
+    if (found && m_script->failure.isEmpty())
+        found->value = value;
+    reply(request, replies,
+          [request, info = found ? *found : VariableInfo()](IDebugReplies &to) { to.value(request, info); });
 }
 
 void StubObject::buildForDebug(const QString &configuration)

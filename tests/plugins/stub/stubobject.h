@@ -1,5 +1,7 @@
 #pragma once
+#include "ibreakpointdetails.h"
 #include "ibuildenvironment.h"
+#include "icallstack.h"
 #include "icustomdocumentplugin.h"
 #include "idebugbuild.h"
 #include "idisassembly.h"
@@ -14,17 +16,18 @@
 #include "isourcemapping.h"
 #include "isymbollookup.h"
 #include "itextdocumentplugin.h"
+#include "ivariables.h"
 #include "iworkspaceclient.h"
 #include "stub.h"
 
 /// An object that implements all interfaces and offers those in its script.
-class StubObject
-    : public StubObjectState,
-      public InterfaceObject<IPluginObject, IBuildEnvironment, IExecutionEnvironment, IBreakpoints,
-                             ICustomDocumentPlugin, IDebugBuild, IDisassembly, IDisassemblyAddress, IDockExtension,
-                             IExtensionCommands, IMemory, IMemoryVerify, IMultiProcessorSync, INextStatement,
-                             IPeripherals, IProgressiveStart, IProjectPopulate, IPropertyDefinitions, IRegisters,
-                             ISourceMapping, ISymbolLookup, ITextDocumentPlugin, IWorkspaceClient>
+class StubObject : public StubObjectState,
+                   public InterfaceObject<IPluginObject, IBuildEnvironment, IExecutionEnvironment, IBreakpointDetails,
+                                          IBreakpoints, ICallStack, IVariables, ICustomDocumentPlugin, IDebugBuild,
+                                          IDisassembly, IDisassemblyAddress, IDockExtension, IExtensionCommands,
+                                          IMemory, IMemoryVerify, IMultiProcessorSync, INextStatement, IPeripherals,
+                                          IProgressiveStart, IProjectPopulate, IPropertyDefinitions, IRegisters,
+                                          ISourceMapping, ISymbolLookup, ITextDocumentPlugin, IWorkspaceClient>
 {
 public:
     /// The calls of all objects, and the existing objects.
@@ -69,6 +72,27 @@ public:
     // The optional interfaces
     QList<BreakpointRecord> breakpoints() override;
     int setBreakpoint(const QString &file, int line, int state) override;
+    int features() override; // IBreakpointDetails
+    bool details(const QString &file, int line, BreakpointDetails &details) override;
+    bool setDetails(const QString &file, int line, const BreakpointDetails &details, QString &reason) override;
+    QList<DataBreakpoint> dataBreakpoints() override;
+    bool setDataBreakpoint(DataBreakpoint &breakpoint, QString &reason) override;
+    BreakpointLimits limits() override;
+    void requestThreads(const DebugRequest &request, IDebugReplies *replies) override;
+    void requestFrames(const DebugRequest &request, qint64 thread, int first, int count,
+                       IDebugReplies *replies) override;
+    bool currentPlace(StackPlace &place) override;
+    bool setCurrentPlace(const StackPlace &place) override;
+    int formats() override;
+    int scopes() override;
+    void requestScope(const DebugRequest &request, const StackPlace &place, int scope, int first, int count, int format,
+                      IDebugReplies *replies) override;
+    void requestChildren(const DebugRequest &request, const StackPlace &place, const QString &expression, int first,
+                         int count, int format, IDebugReplies *replies) override;
+    void requestValue(const DebugRequest &request, const StackPlace &place, const QString &expression, int format,
+                      IDebugReplies *replies) override;
+    void assign(const DebugRequest &request, const StackPlace &place, const QString &expression, const QString &value,
+                int format, IDebugReplies *replies) override;
     void buildForDebug(const QString &configuration) override;
     QString disassemble(uint address, int region) override;
     QString text(int index) override; // IDisassembly and IDisassemblyAddress
@@ -120,6 +144,11 @@ public:
 private:
     template <typename... Arguments>
     void record(const QString &call, const Arguments &...arguments);
+    void reply(const DebugRequest &request, IDebugReplies *replies,
+               const std::function<void(IDebugReplies &replies)> &answer);
+    void replyVariables(const DebugRequest &request, IDebugReplies *replies, const QList<VariableInfo> &all, int first,
+                        int count);
+    VariableInfo *variable(const QString &expression);
 
     const std::shared_ptr<StubScript> m_script;
     Log &m_log;

@@ -1,0 +1,138 @@
+#include "callstack.h"
+#include <QCoreApplication>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+QString tr(const char *text)
+{
+    return QCoreApplication::translate("CallStack", text);
+}
+
+ThreadInfo threadInfo(const MiValue &thread)
+{
+    ThreadInfo info;
+    info.id = thread.text(u"id").toLongLong();
+    info.name = thread.contains(u"name") ? thread.text(u"name") : thread.text(u"target-id");
+    info.state = thread.text(u"details");
+    info.running = thread.text(u"state") == "running"_L1;
+    return info;
+}
+
+StackFrame frameInfo(const MiValue &frame)
+{
+    StackFrame info;
+    info.level = frame.number(u"level");
+    info.address = frame.address(u"addr");
+    info.function = frame.text(u"func");
+    info.file = frame.text(frame.contains(u"fullname") ? u"fullname" : u"file");
+    info.line = frame.number(u"line");
+    info.module = frame.text(u"from");
+    return info;
+}
+} // namespace
+
+/// The one answer to a question: that it failed, if gdb ends before it answers.
+class CallStack::Answer
+{
+public:
+    Answer(const DebugRequest &request, IDebugReplies *replies) : m_request(request), m_replies(shareInterface(replies))
+    {}
+    ~Answer()
+    {
+        if (m_replies)
+            failed(tr("The debug session has ended."));
+    }
+    Q_DISABLE_COPY_MOVE(Answer)
+
+    void failed(const QString &reason) { take()->failed(m_request, reason); }
+    void threads(const QList<ThreadInfo> &list) { take()->threads(m_request, list); }
+    void frames(const QList<StackFrame> &list, bool more) { take()->frames(m_request, list, more); }
+
+private:
+    InterfacePtr<IDebugReplies> take() { return std::move(m_replies); }
+
+    const DebugRequest m_request;
+    InterfacePtr<IDebugReplies> m_replies; ///< null after the answer
+};
+
+void CallStack::requestThreads(const DebugRequest &request, IDebugReplies *replies)
+{
+    const auto answer = std::make_shared<Answer>(request, replies);
+    if (!m_session->isStopped())
+        return answer->failed(tr("The program is not paused."));
+    m_session->gdb()->send("-thread-info", [this, answer](const MiRecord &record) { answerThreads(answer, record); });
+}
+
+void CallStack::answerThreads(const std::shared_ptr<Answer> &answer, const MiRecord &record)
+{
+    if (record.isError())
+        return answer->failed(record.errorText());
+    QList<ThreadInfo> threads;
+    for (const MiValue &thread : record.results[u"threads"].items()) {
+        threads.append(threadInfo(thread));
+        if (thread.contains(u"frame"))
+            keepFrame(threads.constLast().id, thread[u"frame"]);
+    }
+    answer->threads(threads);
+}
+
+/// One frame more than was requested shows whether the thread has more.
+void CallStack::requestFrames(const DebugRequest &request, qint64 thread, int first, int count, IDebugReplies *replies)
+{
+    const auto answer = std::make_shared<Answer>(request, replies);
+    if (!m_session->isStopped())
+        return answer->failed(tr("The program is not paused."));
+    if (first < 0 || count <= 0)
+        return answer->frames({}, false);
+    const qint64 last = qint64(first) + count;
+    m_session->gdb()->send("-stack-list-frames --thread " + QByteArray::number(thread) + " --no-frame-filters "
+                               + QByteArray::number(first) + ' ' + QByteArray::number(std::min<qint64>(last, INT_MAX)),
+                           [this, answer, thread, first, count](const MiRecord &record) {
+                               const bool behindEnd = first > 0 && record.errorText().contains(u"Not enough frames");
+                               if (behindEnd)
+                                   answer->frames({}, false);
+                               else
+                                   answerFrames(answer, record, thread, count);
+                           });
+}
+
+void CallStack::answerFrames(const std::shared_ptr<Answer> &answer, const MiRecord &record, qint64 thread,
+                             qsizetype count)
+{
+    if (record.isError())
+        return answer->failed(record.errorText());
+    const QList<MiValue> read = record.results[u"stack"].items();
+    QList<StackFrame> frames;
+    for (const MiValue &frame : read.first(std::min(count, read.size()))) {
+        frames.append(frameInfo(frame));
+        keepFrame(thread, frame);
+    }
+    answer->frames(frames, read.size() > count);
+}
+
+// The selected frame --------------------------------------------------------------------------------------------------
+
+void CallStack::keepFrame(qint64 thread, const MiValue &frame)
+{
+    if (std::exchange(m_stop, m_session->stopNumber()) != m_session->stopNumber())
+        m_frames.clear();
+    m_frames.insert({thread, frame.number(u"level")}, GdbSession::frameOf(frame));
+}
+
+bool CallStack::currentPlace(StackPlace &place)
+{
+    if (!m_session->isStopped())
+        return false;
+    place = {m_session->threadId().toLongLong(), m_session->frame().level};
+    return true;
+}
+
+bool CallStack::setCurrentPlace(const StackPlace &place)
+{
+    const auto frame = m_frames.constFind({place.thread, place.frame});
+    if (!m_session->isStopped() || m_stop != m_session->stopNumber() || frame == m_frames.cend())
+        return false;
+    m_session->selectFrame(QString::number(place.thread), *frame);
+    return true;
+}

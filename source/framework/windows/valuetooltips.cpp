@@ -1,0 +1,114 @@
+#include "valuetooltips.h"
+#include "activity.h"
+#include "callplugin.h"
+#include "expressionat.h"
+#include "icallstack.h"
+#include "ivariables.h"
+#include "textviewedit.h"
+#include <QCoreApplication>
+#include <QHelpEvent>
+#include <QToolTip>
+#include <utility>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+constexpr int MostMembers = 12;
+constexpr qsizetype LongestValue = 500; ///< in characters
+constexpr qsizetype LongestSelection = 200;
+
+QString lineOf(const QString &name, const QString &value)
+{
+    const QString shown = value.left(LongestValue).simplified();
+    return u"%1 = %2"_s.arg(name, value.size() > LongestValue ? shown + u'…' : shown);
+}
+
+/// The selected text if the cursor is in it, else the expression there.
+QString expressionOf(const TextViewEdit &edit, const QTextCursor &cursor)
+{
+    const QTextCursor selected = edit.textCursor();
+    const bool inside = cursor.position() >= selected.selectionStart() && cursor.position() <= selected.selectionEnd();
+    const QString text = selected.selectedText().trimmed();
+    if (!text.isEmpty() && inside)
+        return text.size() > LongestSelection || text.contains(QChar::ParagraphSeparator) ? QString() : text;
+    return expressionAt(cursor.block().text(), cursor.positionInBlock());
+}
+} // namespace
+
+ValueToolTips::ValueToolTips(Activity &activity, QObject *parent) : QObject(parent), m_activity(activity)
+{
+    QCoreApplication::instance()->installEventFilter(this);
+    connect(&activity, &Activity::workspaceClosing, this, [this] { m_queries.cancel(); });
+}
+
+bool ValueToolTips::eventFilter(QObject *watched, QEvent *event)
+{
+    switch (event->type()) {
+    case QEvent::ToolTip:
+        if (auto *edit = qobject_cast<TextViewEdit *>(watched->parent()); edit && watched == edit->viewport())
+            return request(edit, *static_cast<QHelpEvent *>(event));
+        break;
+    case QEvent::MouseMove:
+    case QEvent::MouseButtonPress:
+    case QEvent::Wheel:
+    case QEvent::Leave:
+        if (watched == m_area)
+            m_queries.cancel(); // the pointer has left the place
+        break;
+    case QEvent::KeyPress:
+        m_queries.cancel();
+        break;
+    default:
+        break;
+    }
+    return false;
+}
+
+/// Returns whether the value was requested.
+bool ValueToolTips::request(TextViewEdit *edit, const QHelpEvent &event)
+{
+    m_queries.cancel();
+    const QTextCursor cursor = edit->cursorForPosition(event.pos());
+    const QRect rect = edit->cursorRect(cursor);
+    const int width = 2 * edit->fontMetrics().averageCharWidth();
+    if (m_activity.state() != StatePaused || !rect.adjusted(-width, 0, width, 0).contains(event.pos()))
+        return false;
+    const QString expression = expressionOf(*edit, cursor);
+    if (expression.isEmpty())
+        return false;
+    m_area = edit->viewport();
+    m_position = event.globalPos();
+    m_expressionRect = rect.adjusted(-width, 0, width, 0);
+    const auto environment = m_activity.currentEnvironment();
+    m_place = {};
+    askPlugin<&ICallStack::currentPlace>(queryPlugin<ICallStack>(environment), m_place);
+    const auto variables = queryPlugin<IVariables>(environment);
+    const DebugRequest question = m_queries.ask({.value = [this, expression](const VariableInfo &variable) {
+        const QString head = lineOf(expression, variable.value);
+        variable.children != 0 ? requestMembers(head, expression) : show(head);
+    }});
+    return runPlugin<&IVariables::requestValue>(variables, question, m_place, expression, int(IVariables::Natural),
+                                                m_queries.replies());
+}
+
+/// For a structure or an array: its first members, a line each.
+void ValueToolTips::requestMembers(const QString &head, const QString &expression)
+{
+    const auto variables = queryPlugin<IVariables>(m_activity.currentEnvironment());
+    const DebugRequest question = m_queries.ask({.variables =
+                                                     [this, head](const QList<VariableInfo> &members, bool more) {
+                                                         QString text = head;
+                                                         for (const VariableInfo &member : members)
+                                                             text += u'\n' + lineOf(member.name, member.value);
+                                                         show(more ? text + u"\n…"_s : text);
+                                                     },
+                                                 .failed = [this, head](const QString &) { show(head); }});
+    runPlugin<&IVariables::requestChildren>(variables, question, m_place, expression, 0, MostMembers,
+                                            int(IVariables::Natural), m_queries.replies());
+}
+
+void ValueToolTips::show(const QString &text) const
+{
+    if (m_area)
+        QToolTip::showText(m_position, u"<pre>%1</pre>"_s.arg(text.toHtmlEscaped()), m_area, m_expressionRect);
+}

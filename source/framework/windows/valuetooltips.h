@@ -1,0 +1,34 @@
+#pragma once
+#include "debugqueries.h"
+#include <QObject>
+#include <QPointer>
+#include <QRect>
+class Activity;
+class QHelpEvent;
+class QWidget;
+class TextViewEdit;
+
+/// Shows the value of the expression under the mouse pointer in editors while the program is paused. The selected text
+/// is such an expression as well.
+class ValueToolTips : public QObject
+{
+    Q_OBJECT
+public:
+    /// @p activity outlives this object, which filters the events of the whole program.
+    explicit ValueToolTips(Activity &activity, QObject *parent = nullptr);
+
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
+private:
+    bool request(TextViewEdit *edit, const QHelpEvent &event);
+    void requestMembers(const QString &head, const QString &expression);
+    void show(const QString &text) const;
+
+    Activity &m_activity;
+    DebugQueries m_queries;
+    StackPlace m_place;
+    QPointer<QWidget> m_area; ///< the viewport below the pointer
+    QPoint m_position;        ///< on the screen
+    QRect m_expressionRect;   ///< in the viewport; the tool tip stays while the pointer is in it
+};
