@@ -76,7 +76,9 @@ bool GdbSession::moveTo(quint64 address)
         return false;
     (void)m_gdb.ask("-stack-select-frame 0");
     takeFrame(m_gdb.ask("-stack-info-frame").results[u"frame"]);
-    showSelection();
+    ++m_generation;
+    ++m_stopNumber;
+    apply(TargetEvent::Stopped); // the host reads its windows again
     return true;
 }
 

@@ -80,7 +80,7 @@ void NamedFiles::offerProject(const QString &directory)
                                         {QMessageBox::Yes, QMessageBox::No});
     if (!window || answer != QMessageBox::Yes)
         return;
-    WorkProgress progress(window, tr("The source files of the folder are searched for..."));
+    WorkProgress progress(window, Text::tr("The source files of the folder are searched for..."));
     const QString project = createFolderProject(directory, m_templates, [&progress] { return progress.update(); });
     progress.end();
     if (!window)

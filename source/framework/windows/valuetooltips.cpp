@@ -81,7 +81,7 @@ bool ValueToolTips::request(TextViewEdit *edit, const QHelpEvent &event)
     m_expressionRect = rect.adjusted(-width, 0, width, 0);
     const auto environment = m_activity.currentEnvironment();
     m_place = {};
-    askPlugin<&ICallStack::currentPlace>(queryPlugin<ICallStack>(environment), m_place);
+    runPlugin<&ICallStack::currentPlace>(queryPlugin<ICallStack>(environment), m_place);
     const auto variables = queryPlugin<IVariables>(environment);
     const DebugRequest question = m_queries.ask({.value = [this, expression](const VariableInfo &variable) {
         const QString head = lineOf(expression, variable.value);

@@ -209,7 +209,7 @@ void VariablesPane::read()
     StackPlace place;
     const QPointer<VariablesPane> self(this);
     const auto environment = shareInterface(m_environment.get());
-    askPlugin<&ICallStack::currentPlace>(queryPlugin<ICallStack>(environment), place);
+    runPlugin<&ICallStack::currentPlace>(queryPlugin<ICallStack>(environment), place);
     if (!self || !m_interface)
         return;
     if (place.thread != m_place.thread || place.frame != m_place.frame)

@@ -49,8 +49,8 @@ StubObject::~StubObject()
         m_script->on.value(u"delete"_s)();
 }
 
-template <typename... Arguments>
-void StubObject::record(const QString &call, const Arguments &...arguments)
+template <typename... Values>
+void StubObject::record(const QString &call, const Values &...arguments)
 {
     m_log.calls.append(label + u'.' + call + u'(' + QStringList{textOf(arguments)...}.join(u", "_s) + u')');
     if (const std::function<void()> action = m_script->on.value(call))

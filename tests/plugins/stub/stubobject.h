@@ -142,8 +142,8 @@ public:
     TextIndent *indenter() override;
 
 private:
-    template <typename... Arguments>
-    void record(const QString &call, const Arguments &...arguments);
+    template <typename... Values>
+    void record(const QString &call, const Values &...arguments);
     void reply(const DebugRequest &request, IDebugReplies *replies,
                const std::function<void(IDebugReplies &replies)> &answer);
     void replyVariables(const DebugRequest &request, IDebugReplies *replies, const QList<VariableInfo> &all, int first,
