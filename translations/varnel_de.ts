@@ -70,6 +70,10 @@
         <source>Line %1: %2</source>
         <translation>Zeile %1: %2</translation>
     </message>
+    <message>
+        <source>calling function</source>
+        <translation>aufrufende Funktion</translation>
+    </message>
 </context>
 <context>
     <name>App</name>
@@ -250,6 +254,20 @@ Der Haltepunkt wird im derzeit aktiven Projekt gesetzt (%2)</translation>
         <translation>Der Haltepunkt bei %1 kann nicht gesetzt werden: %2
 </translation>
     </message>
+    <message>
+        <source>The breakpoint at %1 waits until the program loads a library with this line.
+</source>
+        <translation>Der Haltepunkt bei %1 wartet, bis das Programm eine Bibliothek mit dieser Zeile lädt.
+</translation>
+    </message>
+    <message>
+        <source>There is no breakpoint at this line.</source>
+        <translation>In dieser Zeile gibt es keinen Haltepunkt.</translation>
+    </message>
+    <message>
+        <source>The target cannot set it: %1</source>
+        <translation>Das Zielsystem kann ihn nicht setzen: %1</translation>
+    </message>
 </context>
 <context>
     <name>Breakpoints</name>
@@ -280,6 +298,128 @@ In dieser Datei werden Haltepunkte nicht unterstützt.</translation>
     <message>
         <source>The breakpoint could not be modified.</source>
         <translation>Der Haltepunkt konnte nicht geändert werden.</translation>
+    </message>
+</context>
+<context>
+    <name>BreakpointsDock</name>
+    <message>
+        <source>Breakpoints</source>
+        <translation>Haltepunkte</translation>
+    </message>
+    <message>
+        <source>&amp;Breakpoints</source>
+        <translation>&amp;Haltepunkte</translation>
+    </message>
+    <message>
+        <source>Shows or hides the list of breakpoints</source>
+        <translation>Zeigt oder verbirgt die Liste der Haltepunkte</translation>
+    </message>
+</context>
+<context>
+    <name>BreakpointsPane</name>
+    <message>
+        <source>Breakpoints</source>
+        <translation>Haltepunkte</translation>
+    </message>
+    <message>
+        <source>Place</source>
+        <translation>Stelle</translation>
+    </message>
+    <message>
+        <source>Condition</source>
+        <translation>Bedingung</translation>
+    </message>
+    <message>
+        <source>Stop at hit</source>
+        <translation>Halt beim Treffer</translation>
+    </message>
+    <message>
+        <source>Print and continue</source>
+        <translation>Ausgeben und weiterlaufen</translation>
+    </message>
+    <message>
+        <source>Hits</source>
+        <translation>Treffer</translation>
+    </message>
+    <message>
+        <source>Project</source>
+        <translation>Projekt</translation>
+    </message>
+    <message>
+        <source>Variable or expression</source>
+        <translation>Variable oder Ausdruck</translation>
+    </message>
+    <message>
+        <source>Data at which the program stops</source>
+        <translation>Daten, bei denen das Programm anhält</translation>
+    </message>
+    <message>
+        <source>Kind of access</source>
+        <translation>Art des Zugriffs</translation>
+    </message>
+    <message>
+        <source>Add Data Breakpoint</source>
+        <translation>Datenhaltepunkt hinzufügen</translation>
+    </message>
+    <message>
+        <source>%1 (not set)</source>
+        <translation>%1 (nicht gesetzt)</translation>
+    </message>
+    <message>
+        <source>%1 is read</source>
+        <translation>%1 wird gelesen</translation>
+    </message>
+    <message>
+        <source>%1 is read or written</source>
+        <translation>%1 wird gelesen oder geschrieben</translation>
+    </message>
+    <message>
+        <source>%1 is written</source>
+        <translation>%1 wird geschrieben</translation>
+    </message>
+    <message>
+        <source>The debugger of this project does not offer conditions and data breakpoints.</source>
+        <translation>Der Debugger dieses Projekts bietet keine Bedingungen und keine Datenhaltepunkte.</translation>
+    </message>
+    <message>
+        <source>Hardware breakpoints: %1 of %2 used.</source>
+        <translation>Hardware-Haltepunkte: %1 von %2 benutzt.</translation>
+    </message>
+    <message>
+        <source>Data breakpoints: %1 of %2 used.</source>
+        <translation>Datenhaltepunkte: %1 von %2 benutzt.</translation>
+    </message>
+    <message>
+        <source>is written</source>
+        <translation>wird geschrieben</translation>
+    </message>
+    <message>
+        <source>is read</source>
+        <translation>wird gelesen</translation>
+    </message>
+    <message>
+        <source>is read or written</source>
+        <translation>wird gelesen oder geschrieben</translation>
+    </message>
+    <message>
+        <source>Breakpoints cannot be modified while the processor is running.</source>
+        <translation>Haltepunkte können nicht geändert werden, während der Prozessor läuft.</translation>
+    </message>
+    <message>
+        <source>The breakpoint could not be modified.</source>
+        <translation>Der Haltepunkt konnte nicht geändert werden.</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; is not a number of hits.</source>
+        <translation>&apos;%1&apos; ist keine Anzahl von Treffern.</translation>
+    </message>
+    <message>
+        <source>The breakpoint could not be modified: %1</source>
+        <translation>Der Haltepunkt konnte nicht geändert werden: %1</translation>
+    </message>
+    <message>
+        <source>The breakpoint could not be set: %1</source>
+        <translation>Der Haltepunkt konnte nicht gesetzt werden: %1</translation>
     </message>
 </context>
 <context>
@@ -353,20 +493,42 @@ Es ist keine Build-Umgebung verfügbar.</translation>
         <source>Cannot write &apos;%1&apos;: %2</source>
         <translation>&apos;%1&apos; kann nicht geschrieben werden: %2</translation>
     </message>
+    <message>
+        <source>Failed.</source>
+        <translation>Fehlgeschlagen.</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; is not removed, because it is not in the directory &apos;%2&apos;.</source>
+        <translation>&apos;%1&apos; wird nicht entfernt, weil es nicht im Verzeichnis &apos;%2&apos; liegt.</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; cannot be removed.</source>
+        <translation>&apos;%1&apos; kann nicht entfernt werden.</translation>
+    </message>
+    <message>
+        <source>Files removed: %1</source>
+        <translation>Entfernte Dateien: %1</translation>
+    </message>
 </context>
 <context>
-    <name>CallStackView</name>
+    <name>CallStack</name>
+    <message>
+        <source>The program is not paused.</source>
+        <translation>Das Programm ist nicht angehalten.</translation>
+    </message>
+</context>
+<context>
+    <name>CallStack::Answer</name>
+    <message>
+        <source>The debug session has ended.</source>
+        <translation>Die Debug-Sitzung ist beendet.</translation>
+    </message>
+</context>
+<context>
+    <name>CallStackPane</name>
     <message>
         <source>Call stack</source>
         <translation>Aufrufstapel</translation>
-    </message>
-    <message>
-        <source>Thread</source>
-        <translation>Thread</translation>
-    </message>
-    <message>
-        <source>Level</source>
-        <translation>Ebene</translation>
     </message>
     <message>
         <source>Function</source>
@@ -375,6 +537,34 @@ Es ist keine Build-Umgebung verfügbar.</translation>
     <message>
         <source>Place</source>
         <translation>Stelle</translation>
+    </message>
+    <message>
+        <source>Level</source>
+        <translation>Ebene</translation>
+    </message>
+    <message>
+        <source>Address</source>
+        <translation>Adresse</translation>
+    </message>
+    <message>
+        <source>Copy Call Stack</source>
+        <translation>Aufrufstapel kopieren</translation>
+    </message>
+    <message>
+        <source>The debugger of this project does not offer a call stack.</source>
+        <translation>Der Debugger dieses Projekts bietet keinen Aufrufstapel.</translation>
+    </message>
+    <message>
+        <source>There is no program to be debugged.</source>
+        <translation>Es gibt kein Programm, das sich debuggen lässt.</translation>
+    </message>
+    <message>
+        <source>The program has no threads.</source>
+        <translation>Das Programm hat keine Threads.</translation>
+    </message>
+    <message>
+        <source>Show more</source>
+        <translation>Mehr zeigen</translation>
     </message>
 </context>
 <context>
@@ -385,10 +575,38 @@ Es ist keine Build-Umgebung verfügbar.</translation>
     </message>
 </context>
 <context>
+    <name>ConfigurationDropdown</name>
+    <message>
+        <source>Current configuration</source>
+        <translation>Aktuelle Konfiguration</translation>
+    </message>
+</context>
+<context>
     <name>ContextHelp</name>
     <message>
         <source>More in the manual (F1)</source>
         <translation>Mehr im Handbuch (F1)</translation>
+    </message>
+</context>
+<context>
+    <name>DataBreakpoints</name>
+    <message>
+        <source>There is no such breakpoint.</source>
+        <translation>Diesen Haltepunkt gibt es nicht.</translation>
+    </message>
+    <message>
+        <source>The program cannot be paused.</source>
+        <translation>Das Programm kann nicht angehalten werden.</translation>
+    </message>
+    <message>
+        <source>The target cannot watch these data.</source>
+        <translation>Das Zielsystem kann diese Daten nicht überwachen.</translation>
+    </message>
+    <message>
+        <source>The data breakpoint &apos;%1&apos; cannot be set: %2
+</source>
+        <translation>Der Datenhaltepunkt &apos;%1&apos; kann nicht gesetzt werden: %2
+</translation>
     </message>
 </context>
 <context>
@@ -565,6 +783,30 @@ eintritt.&lt;/p&gt;</translation>
     <message>
         <source>Memory</source>
         <translation>Speicher</translation>
+    </message>
+    <message>
+        <source>Call Stack</source>
+        <translation>Aufrufstapel</translation>
+    </message>
+    <message>
+        <source>&amp;Call Stack</source>
+        <translation>&amp;Aufrufstapel</translation>
+    </message>
+    <message>
+        <source>Shows or hides the functions that were called</source>
+        <translation>Zeigt oder verbirgt die aufgerufenen Funktionen</translation>
+    </message>
+    <message>
+        <source>Variables</source>
+        <translation>Variablen</translation>
+    </message>
+    <message>
+        <source>&amp;Variables</source>
+        <translation>&amp;Variablen</translation>
+    </message>
+    <message>
+        <source>Shows or hides the variables of the function</source>
+        <translation>Zeigt oder verbirgt die Variablen der Funktion</translation>
     </message>
 </context>
 <context>
@@ -744,6 +986,89 @@ eintritt.&lt;/p&gt;</translation>
 </source>
         <translation>Der Prozess &apos;%1&apos; wurde vorzeitig beendet
 </translation>
+    </message>
+</context>
+<context>
+    <name>FaultReport</name>
+    <message>
+        <source>an instruction was fetched where that is not allowed</source>
+        <translation>ein Befehl wurde geholt, wo das nicht erlaubt ist</translation>
+    </message>
+    <message>
+        <source>data was accessed where that is not allowed</source>
+        <translation>auf Daten wurde zugegriffen, wo das nicht erlaubt ist</translation>
+    </message>
+    <message>
+        <source>the return from an exception read a stack where that is not allowed</source>
+        <translation>die Rückkehr aus einer Ausnahme las einen Stapel, wo das nicht erlaubt ist</translation>
+    </message>
+    <message>
+        <source>an exception wrote to a stack where that is not allowed</source>
+        <translation>eine Ausnahme schrieb auf einen Stapel, wo das nicht erlaubt ist</translation>
+    </message>
+    <message>
+        <source>floating point registers were saved where that is not allowed</source>
+        <translation>Gleitkommaregister wurden gesichert, wo das nicht erlaubt ist</translation>
+    </message>
+    <message>
+        <source>an instruction was fetched from an address without memory</source>
+        <translation>ein Befehl wurde von einer Adresse ohne Speicher geholt</translation>
+    </message>
+    <message>
+        <source>data was accessed at an address without memory or device</source>
+        <translation>auf Daten wurde an einer Adresse ohne Speicher oder Gerät zugegriffen</translation>
+    </message>
+    <message>
+        <source>a delayed write to an address without memory or device; the faulting instruction is an earlier one</source>
+        <translation>ein verzögertes Schreiben an eine Adresse ohne Speicher oder Gerät; der fehlerhafte Befehl ist ein früherer</translation>
+    </message>
+    <message>
+        <source>the return from an exception read a stack without memory</source>
+        <translation>die Rückkehr aus einer Ausnahme las einen Stapel ohne Speicher</translation>
+    </message>
+    <message>
+        <source>an exception wrote to a stack without memory</source>
+        <translation>eine Ausnahme schrieb auf einen Stapel ohne Speicher</translation>
+    </message>
+    <message>
+        <source>floating point registers were saved where there is no memory</source>
+        <translation>Gleitkommaregister wurden gesichert, wo es keinen Speicher gibt</translation>
+    </message>
+    <message>
+        <source>the instruction is undefined</source>
+        <translation>der Befehl ist nicht definiert</translation>
+    </message>
+    <message>
+        <source>the processor was not in Thumb state, as after a jump to an even address</source>
+        <translation>der Prozessor war nicht im Thumb-Zustand, wie nach einem Sprung an eine gerade Adresse</translation>
+    </message>
+    <message>
+        <source>the return from an exception had an invalid return value</source>
+        <translation>die Rückkehr aus einer Ausnahme hatte einen ungültigen Rückkehrwert</translation>
+    </message>
+    <message>
+        <source>a coprocessor or floating point unit is missing or disabled</source>
+        <translation>ein Koprozessor oder eine Gleitkommaeinheit fehlt oder ist abgeschaltet</translation>
+    </message>
+    <message>
+        <source>the stack limit was exceeded</source>
+        <translation>die Grenze des Stapels wurde überschritten</translation>
+    </message>
+    <message>
+        <source>data was accessed at an unaligned address</source>
+        <translation>auf Daten wurde an einer nicht ausgerichteten Adresse zugegriffen</translation>
+    </message>
+    <message>
+        <source>a division by zero</source>
+        <translation>eine Division durch null</translation>
+    </message>
+    <message>
+        <source>the vector of an exception could not be read</source>
+        <translation>der Vektor einer Ausnahme konnte nicht gelesen werden</translation>
+    </message>
+    <message>
+        <source>a breakpoint instruction without a debugger</source>
+        <translation>ein Haltepunktbefehl ohne Debugger</translation>
     </message>
 </context>
 <context>
@@ -1136,6 +1461,24 @@ Möchten Sie sie wirklich schließen und überschreiben?</translation>
         <source>Load symbols</source>
         <translation>Symbole laden</translation>
     </message>
+    <message>
+        <source>The next statement cannot be set, because the program is not paused.
+</source>
+        <translation>Die nächste Anweisung kann nicht gesetzt werden, weil das Programm nicht angehalten ist.
+</translation>
+    </message>
+    <message>
+        <source>The next statement cannot be set: line %1 has no code.
+</source>
+        <translation>Die nächste Anweisung kann nicht gesetzt werden: Zeile %1 hat keinen Code.
+</translation>
+    </message>
+    <message>
+        <source>The next statement cannot be set: gdb refuses it.
+</source>
+        <translation>Die nächste Anweisung kann nicht gesetzt werden: gdb lehnt es ab.
+</translation>
+    </message>
 </context>
 <context>
     <name>GdbProperties</name>
@@ -1398,6 +1741,22 @@ Möchten Sie sie wirklich schließen und überschreiben?</translation>
     <message>
         <source>Debugger</source>
         <translation>Debugger</translation>
+    </message>
+    <message>
+        <source>Environment variables</source>
+        <translation>Umgebungsvariablen</translation>
+    </message>
+    <message>
+        <source>NAME=value, separated by &apos;;&apos;. A name alone removes the variable that Varnel itself has.</source>
+        <translation>NAME=Wert, getrennt durch &apos;;&apos;. Ein Name allein entfernt die Variable, die Varnel selbst hat.</translation>
+    </message>
+    <message>
+        <source>Stop at faults</source>
+        <translation>Bei Ausnahmefehlern anhalten</translation>
+    </message>
+    <message>
+        <source>Stops a Cortex-M program in the handlers of HardFault, MemManage, BusFault and UsageFault, and explains the fault on the page &quot;Debug&quot;.</source>
+        <translation>Hält ein Cortex-M-Programm in den Behandlungsroutinen von HardFault, MemManage, BusFault und UsageFault an und erklärt den Ausnahmefehler auf der Seite &quot;Debuggen&quot;.</translation>
     </message>
 </context>
 <context>
@@ -1912,10 +2271,6 @@ Möchten Sie sie wirklich schließen und überschreiben?</translation>
         <translation>Bibliotheken von Projekten</translation>
     </message>
     <message>
-        <source>Names of library projects in the workspace, separated by &quot;;&quot;. They are built first, in the configuration of the same name, and linked.</source>
-        <translation>Namen von Bibliotheksprojekten im Arbeitsbereich, getrennt durch &quot;;&quot;. Sie werden zuerst erstellt, in der Konfiguration desselben Namens, und gelinkt.</translation>
-    </message>
-    <message>
         <source>The shell has the variables OUTPUT, BUILD_DIRECTORY and CONFIGURATION.</source>
         <translation>Die Shell hat die Variablen OUTPUT, BUILD_DIRECTORY und CONFIGURATION.</translation>
     </message>
@@ -2010,6 +2365,41 @@ Möchten Sie sie wirklich schließen und überschreiben?</translation>
     <message>
         <source>Flash: %1 bytes, RAM: %2 bytes</source>
         <translation>Flash: %1 Bytes, RAM: %2 Bytes</translation>
+    </message>
+    <message>
+        <source>The last command has not ended yet. The new one is not carried out.</source>
+        <translation>Der letzte Befehl ist noch nicht beendet. Der neue wird nicht ausgeführt.</translation>
+    </message>
+    <message>
+        <source>Names of library projects in the workspace, separated by &quot;;&quot;. They are built first, in the configuration of the same name, and linked, together with the libraries that they use.</source>
+        <translation>Namen von Bibliotheksprojekten im Arbeitsbereich, getrennt durch &quot;;&quot;. Sie werden zuerst erstellt, in der Konfiguration desselben Namens, und gelinkt, zusammen mit den Bibliotheken, die sie benutzen.</translation>
+    </message>
+    <message>
+        <source>EEPROM</source>
+        <translation>EEPROM</translation>
+    </message>
+    <message>
+        <source>fuses</source>
+        <translation>Fuses</translation>
+    </message>
+    <message>
+        <source>%1: %2 of %3 bytes (%4 %)</source>
+        <translation>%1: %2 von %3 Bytes (%4 %)</translation>
+    </message>
+</context>
+<context>
+    <name>GnuProject</name>
+    <message>
+        <source>The project &apos;%1&apos; has no configuration &apos;%2&apos;.</source>
+        <translation>Das Projekt &apos;%1&apos; hat keine Konfiguration &apos;%2&apos;.</translation>
+    </message>
+    <message>
+        <source>The projects &apos;%1&apos; and &apos;%2&apos; both build in the directory &apos;%3&apos;. Give one of them another build directory.</source>
+        <translation>Die Projekte &apos;%1&apos; und &apos;%2&apos; werden beide im Verzeichnis &apos;%3&apos; erstellt. Geben Sie einem von ihnen ein anderes Build-Verzeichnis.</translation>
+    </message>
+    <message>
+        <source>The projects &apos;%1&apos; and &apos;%2&apos; both build the file &apos;%3&apos;. Give one of them another output name.</source>
+        <translation>Die Projekte &apos;%1&apos; und &apos;%2&apos; erstellen beide die Datei &apos;%3&apos;. Geben Sie einem von ihnen einen anderen Ausgabenamen.</translation>
     </message>
 </context>
 <context>
@@ -2340,39 +2730,179 @@ Sie wird nur zum Lesen geöffnet.</translation>
     </message>
 </context>
 <context>
-    <name>LiveSwitch</name>
+    <name>LiveDock</name>
     <message>
         <source>Live</source>
         <translation>Live</translation>
     </message>
     <message>
-        <source>Reads the target while the program runs, without stopping it.</source>
-        <translation>Liest das Zielsystem, während das Programm läuft, ohne es anzuhalten.</translation>
+        <source>&amp;Live</source>
+        <translation>&amp;Live</translation>
     </message>
     <message>
-        <source>%1 times a second</source>
-        <translation>%1-mal je Sekunde</translation>
+        <source>Shows or hides the values of all processors over time</source>
+        <translation>Zeigt oder verbirgt die Werte aller Prozessoren im Lauf der Zeit</translation>
     </message>
 </context>
 <context>
-    <name>LocalsView</name>
+    <name>LiveList</name>
     <message>
-        <source>Locals</source>
-        <translation>Lokale Variablen</translation>
+        <source>not supported</source>
+        <translation>nicht unterstützt</translation>
     </message>
     <message>
-        <source>Name</source>
-        <translation>Name</translation>
+        <source>not running</source>
+        <translation>läuft nicht</translation>
+    </message>
+    <message>
+        <source>cannot be read</source>
+        <translation>nicht lesbar</translation>
+    </message>
+    <message>
+        <source>The debugger of this project cannot read the target while the program runs.</source>
+        <translation>Der Debugger dieses Projekts kann das Zielsystem nicht lesen, während das Programm läuft.</translation>
+    </message>
+    <message>
+        <source>There is no debug session, or its target cannot be read while the program runs.</source>
+        <translation>Es gibt keine Debug-Sitzung, oder ihr Zielsystem kann nicht gelesen werden, während das Programm läuft.</translation>
+    </message>
+    <message>
+        <source>Only global and static variables with a simple type can be read while the program runs. One that was added while it runs may have to wait for the next pause.</source>
+        <translation>Nur globale und statische Variablen mit einem einfachen Typ können gelesen werden, während das Programm läuft. Eine, die währenddessen hinzugefügt wurde, muss vielleicht bis zum nächsten Anhalten warten.</translation>
+    </message>
+    <message>
+        <source>Live variables</source>
+        <translation>Live-Variablen</translation>
+    </message>
+    <message>
+        <source>Variable</source>
+        <translation>Variable</translation>
+    </message>
+    <message>
+        <source>Processor</source>
+        <translation>Prozessor</translation>
     </message>
     <message>
         <source>Value</source>
         <translation>Wert</translation>
     </message>
     <message>
-        <source>The value cannot be changed: %1
-</source>
-        <translation>Der Wert kann nicht geändert werden: %1
-</translation>
+        <source>Remove Variable</source>
+        <translation>Variable entfernen</translation>
+    </message>
+</context>
+<context>
+    <name>LiveRecorder</name>
+    <message>
+        <source>Seconds</source>
+        <translation>Sekunden</translation>
+    </message>
+</context>
+<context>
+    <name>LiveWindow</name>
+    <message>
+        <source>%1 s</source>
+        <translation>%1 s</translation>
+    </message>
+    <message>
+        <source>%1 min</source>
+        <translation>%1 min</translation>
+    </message>
+    <message>
+        <source>%1 h</source>
+        <translation>%1 h</translation>
+    </message>
+    <message>
+        <source>Reads the targets while their programs run, without stopping them.</source>
+        <translation>Liest die Zielsysteme, während ihre Programme laufen, ohne sie anzuhalten.</translation>
+    </message>
+    <message>
+        <source>The processor of a new variable</source>
+        <translation>Der Prozessor einer neuen Variable</translation>
+    </message>
+    <message>
+        <source>Add</source>
+        <translation>Hinzufügen</translation>
+    </message>
+    <message>
+        <source>Adds the variable to the list.</source>
+        <translation>Fügt die Variable zur Liste hinzu.</translation>
+    </message>
+    <message>
+        <source>Holds the plot while recording goes on.</source>
+        <translation>Hält das Diagramm an, während die Aufzeichnung weitergeht.</translation>
+    </message>
+    <message>
+        <source>Automatic</source>
+        <translation>Automatisch</translation>
+    </message>
+    <message>
+        <source>The values on screen decide the range.</source>
+        <translation>Die gezeigten Werte bestimmen den Bereich.</translation>
+    </message>
+    <message>
+        <source>Clear</source>
+        <translation>Löschen</translation>
+    </message>
+    <message>
+        <source>Begins a new recording.</source>
+        <translation>Beginnt eine neue Aufzeichnung.</translation>
+    </message>
+    <message>
+        <source>Save...</source>
+        <translation>Speichern...</translation>
+    </message>
+    <message>
+        <source>Writes the recording to a file of comma-separated values.</source>
+        <translation>Schreibt die Aufzeichnung in eine Datei mit durch Kommas getrennten Werten.</translation>
+    </message>
+    <message>
+        <source>Variable</source>
+        <translation>Variable</translation>
+    </message>
+    <message>
+        <source>Processor</source>
+        <translation>Prozessor</translation>
+    </message>
+    <message>
+        <source>Pause</source>
+        <translation>Anhalten</translation>
+    </message>
+    <message>
+        <source>All</source>
+        <translation>Alles</translation>
+    </message>
+    <message>
+        <source>Time:</source>
+        <translation>Zeit:</translation>
+    </message>
+    <message>
+        <source>From:</source>
+        <translation>Von:</translation>
+    </message>
+    <message>
+        <source>To:</source>
+        <translation>Bis:</translation>
+    </message>
+    <message>
+        <source>The list cannot have more than %1 variables.</source>
+        <translation>Die Liste kann nicht mehr als %1 Variablen haben.</translation>
+    </message>
+    <message>
+        <source>Save Recording</source>
+        <translation>Aufzeichnung speichern</translation>
+    </message>
+    <message>
+        <source>Comma-Separated Values (*.csv);;All Files (*.*)</source>
+        <translation>Durch Kommas getrennte Werte (*.csv);;Alle Dateien (*.*)</translation>
+    </message>
+    <message>
+        <source>The recording was written to &apos;%1&apos;.</source>
+        <translation>Die Aufzeichnung wurde in &apos;%1&apos; geschrieben.</translation>
+    </message>
+    <message>
+        <source>The recording could not be written to &apos;%1&apos;.</source>
+        <translation>Die Aufzeichnung konnte nicht in &apos;%1&apos; geschrieben werden.</translation>
     </message>
 </context>
 <context>
@@ -2635,6 +3165,10 @@ Please make sure that the folder &apos;%1&apos; can be written.</source>
         <translation>Das Projekt konnte nicht angelegt werden.
 
 Bitte sorgen Sie dafür, dass in den Ordner &apos;%1&apos; geschrieben werden kann.</translation>
+    </message>
+    <message>
+        <source>The source files of the folder are searched for...</source>
+        <translation>Die Quelldateien des Ordners werden gesucht...</translation>
     </message>
 </context>
 <context>
@@ -2899,6 +3433,22 @@ No corresponding source file found.</source>
         <translation>Die nächste Anweisung kann nicht angezeigt werden.
 
 Es wurde keine zugehörige Quelldatei gefunden.</translation>
+    </message>
+    <message>
+        <source>The next statement cannot be set here.
+
+Please see Debug Output window for details.</source>
+        <translation>Die nächste Anweisung kann hier nicht gesetzt werden.
+
+Einzelheiten stehen im Ausgabefenster auf der Seite &quot;Debuggen&quot;.</translation>
+    </message>
+    <message>
+        <source>The next statement cannot be set.
+
+The execution environment does not support it.</source>
+        <translation>Die nächste Anweisung kann nicht gesetzt werden.
+
+Die Ausführungsumgebung unterstützt es nicht.</translation>
     </message>
 </context>
 <context>
@@ -4113,6 +4663,28 @@ Der Arbeitsbereich nennt Python-Dateien, die beim Öffnen laufen.</translation>
     </message>
 </context>
 <context>
+    <name>QueryPane</name>
+    <message>
+        <source>The program is not paused.</source>
+        <translation>Das Programm ist nicht angehalten.</translation>
+    </message>
+</context>
+<context>
+    <name>RateSwitch</name>
+    <message>
+        <source>Live</source>
+        <translation>Live</translation>
+    </message>
+    <message>
+        <source>Reads the target while the program runs, without stopping it.</source>
+        <translation>Liest das Zielsystem, während das Programm läuft, ohne es anzuhalten.</translation>
+    </message>
+    <message>
+        <source>%1 times a second</source>
+        <translation>%1-mal je Sekunde</translation>
+    </message>
+</context>
+<context>
     <name>Recovery</name>
     <message>
         <source>%1 (%2)</source>
@@ -4498,6 +5070,14 @@ Einzelheiten stehen im Ausgabefenster auf der Seite &quot;Debuggen&quot;.</trans
         <source>Line to send to the program</source>
         <translation>Zeile, die an das Programm gesendet wird</translation>
     </message>
+    <message>
+        <source>End</source>
+        <translation>Ende</translation>
+    </message>
+    <message>
+        <source>Sends the end of the input (Ctrl+D)</source>
+        <translation>Sendet das Ende der Eingabe (Strg+D)</translation>
+    </message>
 </context>
 <context>
     <name>TargetOptions</name>
@@ -4814,6 +5394,62 @@ Bitte sorgen Sie dafür, dass in den Ordner &apos;%1&apos; geschrieben werden ka
         <source>Programs and libraries that run on this computer.</source>
         <translation>Programme und Bibliotheken, die auf diesem Rechner laufen.</translation>
     </message>
+    <message>
+        <source>Cortex-M firmware with two cores</source>
+        <translation>Cortex-M-Firmware mit zwei Kernen</translation>
+    </message>
+    <message>
+        <source>One program for both cores of an emulated Cortex-M33 board. The first core starts the second one, sends it numbers through the shared memory and writes the answers to the serial port. Needs the packages gcc-arm-none-eabi, gdb-multiarch and qemu-system-arm.</source>
+        <translation>Ein Programm für beide Kerne einer emulierten Cortex-M33-Platine. Der erste Kern startet den zweiten, sendet ihm Zahlen durch den gemeinsamen Speicher und schreibt die Antworten auf die serielle Schnittstelle. Braucht die Pakete gcc-arm-none-eabi, gdb-multiarch und qemu-system-arm.</translation>
+    </message>
+    <message>
+        <source>Your own Arm device</source>
+        <translation>Ihr eigener Arm-Chip</translation>
+    </message>
+    <message>
+        <source>Firmware for a Cortex-M chip of yours. Asks for its core, memories, SVD file and debug probe, and makes start-up code, vector table, linker script and the configuration of OpenOCD. Needs the packages gcc-arm-none-eabi, gdb-multiarch and openocd.</source>
+        <translation>Firmware für einen eigenen Cortex-M-Chip. Fragt nach Kern, Speichern, SVD-Datei und Debug-Adapter und erzeugt Startcode, Vektortabelle, Linkerskript und die Konfiguration von OpenOCD. Braucht die Pakete gcc-arm-none-eabi, gdb-multiarch und openocd.</translation>
+    </message>
+    <message>
+        <source>From an existing folder</source>
+        <translation>Aus einem vorhandenen Ordner</translation>
+    </message>
+    <message>
+        <source>A project for the sources in a folder. Include directories, definitions and flags are taken over from its Makefile, its CMake files or a compile_commands.json. Nothing is built there.</source>
+        <translation>Ein Projekt für die Quellen in einem Ordner. Include-Verzeichnisse, Definitionen und Flags werden aus seinem Makefile, seinen CMake-Dateien oder einer compile_commands.json übernommen. Dort wird nichts erstellt.</translation>
+    </message>
+    <message>
+        <source>Existing sources</source>
+        <translation>Vorhandene Quellen</translation>
+    </message>
+    <message>
+        <source>Projects for programs that exist already.</source>
+        <translation>Projekte für Programme, die es schon gibt.</translation>
+    </message>
+    <message>
+        <source>Script with a docked panel</source>
+        <translation>Skript mit angedocktem Fenster</translation>
+    </message>
+    <message>
+        <source>A program in C, and a Python script whose panel shows a variable of it at each stop. The script runs when the workspace is opened, after the question whether you trust its authors. Needs the packages gcc and gdb.</source>
+        <translation>Ein Programm in C und ein Python-Skript, dessen Fenster bei jedem Halt eine Variable davon zeigt. Das Skript läuft beim Öffnen des Arbeitsbereichs, nach der Frage, ob Sie seinen Autoren vertrauen. Braucht die Pakete gcc und gdb.</translation>
+    </message>
+    <message>
+        <source>Plug-in</source>
+        <translation>Plug-in</translation>
+    </message>
+    <message>
+        <source>A build environment for Varnel in C++, with a project that uses it. The debugger starts a second Varnel with the plug-in. Needs the packages varnel-sdk, qt6-base-dev, g++ and gdb.</source>
+        <translation>Eine Build-Umgebung für Varnel in C++, mit einem Projekt, das sie benutzt. Der Debugger startet ein zweites Varnel mit dem Plug-in. Braucht die Pakete varnel-sdk, qt6-base-dev, g++ und gdb.</translation>
+    </message>
+    <message>
+        <source>Extensions of Varnel</source>
+        <translation>Erweiterungen von Varnel</translation>
+    </message>
+    <message>
+        <source>Windows and plug-ins of your own.</source>
+        <translation>Eigene Fenster und Plug-ins.</translation>
+    </message>
 </context>
 <context>
     <name>TextDocument</name>
@@ -4911,6 +5547,31 @@ Bitte prüfen Sie, dass diese Datei nicht schreibgeschützt ist und Sie in sie s
     <message>
         <source>Toggle Breakpoint	F9</source>
         <translation>Haltepunkt umschalten	F9</translation>
+    </message>
+</context>
+<context>
+    <name>TimePlot</name>
+    <message>
+        <source>no value</source>
+        <translation>kein Wert</translation>
+    </message>
+    <message>
+        <source>Plot</source>
+        <translation>Diagramm</translation>
+    </message>
+    <message>
+        <source>%1 to %2, values from %3 to %4</source>
+        <translation>%1 bis %2, Werte von %3 bis %4</translation>
+    </message>
+    <message>
+        <source>, paused</source>
+        <translation>, angehalten</translation>
+    </message>
+    <message>
+        <source>
+%1 = %2 at %3</source>
+        <translation>
+%1 = %2 bei %3</translation>
     </message>
 </context>
 <context>
@@ -7040,6 +7701,175 @@ Bitte prüfen Sie, dass diese Datei nicht schreibgeschützt ist und Sie in sie s
         <comment>helpPlugins</comment>
         <translation>Listet die Bibliotheken der Plug-ins mit ihren Fähigkeiten und Problemen auf. Ein Plug-in lässt sich abschalten; es wird beim nächsten Start von Varnel nicht mehr geladen.</translation>
     </message>
+    <message>
+        <source>Build All Projects</source>
+        <comment>buildAllProjects</comment>
+        <translation>Alle Projekte erstellen</translation>
+    </message>
+    <message>
+        <source>Build &amp;All Projects</source>
+        <comment>buildAllProjects</comment>
+        <translation>Alle &amp;Projekte erstellen</translation>
+    </message>
+    <message>
+        <source>Builds all projects of the workspace</source>
+        <comment>buildAllProjects</comment>
+        <translation>Erstellt alle Projekte des Arbeitsbereichs</translation>
+    </message>
+    <message>
+        <source>Saves all files and builds what is out of date in all projects of the workspace, one after the other, each in its current configuration. A failure does not keep the others from being built.</source>
+        <comment>buildAllProjects</comment>
+        <translation>Speichert alle Dateien und erstellt nacheinander in allen Projekten des Arbeitsbereichs, was nicht auf dem neuesten Stand ist, jedes in seiner aktuellen Konfiguration. Auch wenn eines fehlschlägt, werden die anderen erstellt.</translation>
+    </message>
+    <message>
+        <source>Set Next Statement</source>
+        <comment>debugSetNext</comment>
+        <translation>Nächste Anweisung setzen</translation>
+    </message>
+    <message>
+        <source>Set Ne&amp;xt Statement</source>
+        <comment>debugSetNext</comment>
+        <translation>Nächs&amp;te Anweisung setzen</translation>
+    </message>
+    <message>
+        <source>Moves the paused program to the line of the cursor</source>
+        <comment>debugSetNext</comment>
+        <translation>Setzt das angehaltene Programm auf die Zeile des Cursors</translation>
+    </message>
+    <message>
+        <source>Makes the line of the cursor the one that the current processor executes next. Nothing between is executed. Available while the program is paused.</source>
+        <comment>debugSetNext</comment>
+        <translation>Macht die Zeile des Cursors zu der, die der aktuelle Prozessor als Nächstes ausführt. Nichts dazwischen wird ausgeführt. Verfügbar, während das Programm angehalten ist.</translation>
+    </message>
+</context>
+<context>
+    <name>VariableList</name>
+    <message>
+        <source>Name</source>
+        <translation>Name</translation>
+    </message>
+    <message>
+        <source>Value</source>
+        <translation>Wert</translation>
+    </message>
+    <message>
+        <source>Type</source>
+        <translation>Typ</translation>
+    </message>
+</context>
+<context>
+    <name>Variables</name>
+    <message>
+        <source>The debug session has ended.</source>
+        <translation>Die Debug-Sitzung ist beendet.</translation>
+    </message>
+    <message>
+        <source>The program is not paused.</source>
+        <translation>Das Programm ist nicht angehalten.</translation>
+    </message>
+    <message>
+        <source>The expression could change the program.</source>
+        <translation>Der Ausdruck könnte das Programm verändern.</translation>
+    </message>
+    <message>
+        <source>These variables cannot be listed.</source>
+        <translation>Diese Variablen können nicht aufgelistet werden.</translation>
+    </message>
+</context>
+<context>
+    <name>VariablesPane</name>
+    <message>
+        <source>Natural</source>
+        <translation>Natürlich</translation>
+    </message>
+    <message>
+        <source>Decimal</source>
+        <translation>Dezimal</translation>
+    </message>
+    <message>
+        <source>Unsigned decimal</source>
+        <translation>Dezimal ohne Vorzeichen</translation>
+    </message>
+    <message>
+        <source>Hexadecimal</source>
+        <translation>Hexadezimal</translation>
+    </message>
+    <message>
+        <source>Binary</source>
+        <translation>Binär</translation>
+    </message>
+    <message>
+        <source>Octal</source>
+        <translation>Oktal</translation>
+    </message>
+    <message>
+        <source>Character</source>
+        <translation>Zeichen</translation>
+    </message>
+    <message>
+        <source>Floating point</source>
+        <translation>Gleitkomma</translation>
+    </message>
+    <message>
+        <source>Variables</source>
+        <translation>Variablen</translation>
+    </message>
+    <message>
+        <source>Kind of variables</source>
+        <translation>Art der Variablen</translation>
+    </message>
+    <message>
+        <source>Variables of the function</source>
+        <translation>Variablen der Funktion</translation>
+    </message>
+    <message>
+        <source>Variables of the file</source>
+        <translation>Variablen der Datei</translation>
+    </message>
+    <message>
+        <source>Global variables</source>
+        <translation>Globale Variablen</translation>
+    </message>
+    <message>
+        <source>The debugger of this project does not offer variables.</source>
+        <translation>Der Debugger dieses Projekts bietet keine Variablen.</translation>
+    </message>
+    <message>
+        <source>There is no program to be debugged.</source>
+        <translation>Es gibt kein Programm, das sich debuggen lässt.</translation>
+    </message>
+    <message>
+        <source>Edit Value</source>
+        <translation>Wert bearbeiten</translation>
+    </message>
+    <message>
+        <source>Copy Value</source>
+        <translation>Wert kopieren</translation>
+    </message>
+    <message>
+        <source>Format of All Values</source>
+        <translation>Format aller Werte</translation>
+    </message>
+    <message>
+        <source>Format of the Value</source>
+        <translation>Format des Werts</translation>
+    </message>
+    <message>
+        <source>There are no variables.</source>
+        <translation>Es gibt keine Variablen.</translation>
+    </message>
+    <message>
+        <source>The value cannot be changed: %1</source>
+        <translation>Der Wert kann nicht geändert werden: %1</translation>
+    </message>
+    <message>
+        <source>… %1 more</source>
+        <translation>… %1 weitere</translation>
+    </message>
+    <message>
+        <source>… more</source>
+        <translation>… weitere</translation>
+    </message>
 </context>
 <context>
     <name>View</name>
@@ -7061,6 +7891,13 @@ Möchten Sie die Änderungen speichern?</translation>
     <message>
         <source>Value</source>
         <translation>Wert</translation>
+    </message>
+</context>
+<context>
+    <name>WatchMembers</name>
+    <message>
+        <source>Show more</source>
+        <translation>Mehr zeigen</translation>
     </message>
 </context>
 <context>

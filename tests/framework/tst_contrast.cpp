@@ -90,9 +90,9 @@ private Q_SLOTS:
             for (const QString &format : formats.formats(section)) {
                 const QColor text = formats.fgColour(section, format);
                 compare(text, paper, format);
-                compare(text, over(paper, colours.currentLine), format + u" in the line of the cursor");
-                compare(text, colours.bracket, format + u" in brackets");
-                compare(text, colours.match, format + u" that is found");
+                compare(text, over(paper, colours.currentLine), format + u" in the line of the cursor"_s);
+                compare(text, colours.bracket, format + u" in brackets"_s);
+                compare(text, colours.match, format + u" that is found"_s);
             }
         }
     }

@@ -258,10 +258,10 @@ void WindowParts::setUpCommands()
     buildControl = std::make_unique<BuildControl>(activity, services);
     debugControl = std::make_unique<DebugControl>(activity, services, *buildControl);
     debugControl->options().load(*application()->settings());
-    breakpointsDock = std::make_unique<BreakpointsDock>(activity, services, *debugControl);
-    processorDock = std::make_unique<ProcessorDock>(activity, services, *debugControl);
-    liveDock = std::make_unique<LiveDock>(activity, services, *debugControl);
-    valueToolTips = std::make_unique<ValueToolTips>(activity);
+    debugViews.breakpoints = std::make_unique<BreakpointsDock>(activity, services, *debugControl);
+    debugViews.processors = std::make_unique<ProcessorDock>(activity, services, *debugControl);
+    debugViews.live = std::make_unique<LiveDock>(activity, services, *debugControl);
+    debugViews.toolTips = std::make_unique<ValueToolTips>(activity);
     projectCommands = std::make_unique<ProjectCommands>(activity, services);
     templateCommands = std::make_unique<TemplateCommands>(activity, services, *projectCommands, templateDirectories());
     namedFiles = std::make_unique<NamedFiles>(services, *projectCommands, templateDirectories().installed);
@@ -293,7 +293,7 @@ void WindowParts::keepDebugWindows() const
     auto *watches = debugWindows->dock(DebugWindows::Watches)->findChild<MultiWatchWindow *>();
     sessions->addPart({u"watches"_s, [watches] { return watches->watches(); },
                        [watches](const QJsonValue &value) { watches->setWatches(value.toObject()); }});
-    LiveWindow *live = liveDock->window();
+    LiveWindow *live = debugViews.live->window();
     sessions->addPart({u"live"_s, [live] { return live->stored(); },
                        [live](const QJsonValue &value) { live->restore(value.toObject()); }});
 }

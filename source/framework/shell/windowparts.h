@@ -41,6 +41,15 @@ class Navigator;
 class OutputWindow;
 class PythonOutputPanel;
 
+/// The debugger's windows about all projects together, and the values under the mouse pointer.
+struct DebugViews
+{
+    std::unique_ptr<BreakpointsDock> breakpoints;
+    std::unique_ptr<ProcessorDock> processors;
+    std::unique_ptr<LiveDock> live;
+    std::unique_ptr<ValueToolTips> toolTips;
+};
+
 /// The parts of the main window and their connections. Members are in the order of their creation; setUp() creates
 /// those that are pointers, and none of them is null after that.
 struct WindowParts
@@ -86,10 +95,7 @@ struct WindowParts
     std::unique_ptr<FileFindCommands> fileFindCommands;
     std::unique_ptr<BuildControl> buildControl;
     std::unique_ptr<DebugControl> debugControl;
-    std::unique_ptr<BreakpointsDock> breakpointsDock;
-    std::unique_ptr<ProcessorDock> processorDock;
-    std::unique_ptr<LiveDock> liveDock;
-    std::unique_ptr<ValueToolTips> valueToolTips;
+    DebugViews debugViews;
     std::unique_ptr<ProjectCommands> projectCommands;
     std::unique_ptr<TemplateCommands> templateCommands;
     std::unique_ptr<NamedFiles> namedFiles;
