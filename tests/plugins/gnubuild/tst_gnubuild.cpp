@@ -579,7 +579,7 @@ private Q_SLOTS:
         fixture.project->set(PropertyKey::LinkFlags, prefix.isEmpty() ? u""_s : u"-nostdlib -Wl,-e,main"_s);
         QVERIFY(!fixture.build());
         LookupPattern pattern;
-        QVERIFY(pattern.set(fixture.project->store.values[u"Debug"_s][PropertyKey::Match], false));
+        QVERIFY(pattern.set(propertyDefaults(propertyPages(toolChains().first())).value(PropertyKey::Match), false));
         QStringList found;
         for (const QString &line : fixture.events->text.split(u'\n')) {
             if (const auto place = pattern.find(line))
