@@ -516,9 +516,6 @@ Es ist keine Build-Umgebung verfügbar.</translation>
         <source>The program is not paused.</source>
         <translation>Das Programm ist nicht angehalten.</translation>
     </message>
-</context>
-<context>
-    <name>CallStack::Answer</name>
     <message>
         <source>The debug session has ended.</source>
         <translation>Die Debug-Sitzung ist beendet.</translation>
@@ -1069,6 +1066,30 @@ eintritt.&lt;/p&gt;</translation>
     <message>
         <source>a breakpoint instruction without a debugger</source>
         <translation>ein Haltepunktbefehl ohne Debugger</translation>
+    </message>
+    <message>
+        <source>Interrupt %1</source>
+        <translation>Interrupt %1</translation>
+    </message>
+    <message>
+        <source>Exception %1</source>
+        <translation>Exception %1</translation>
+    </message>
+    <message>
+        <source>the address was %1</source>
+        <translation>die Adresse war %1</translation>
+    </message>
+    <message>
+        <source>, escalated from another fault</source>
+        <translation>, aus einem anderen Fehler hervorgegangen</translation>
+    </message>
+    <message>
+        <source> at %1</source>
+        <translation> bei %1</translation>
+    </message>
+    <message>
+        <source> at %1, %2</source>
+        <translation> bei %1, %2</translation>
     </message>
 </context>
 <context>

@@ -4,10 +4,10 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-QString tr(const char *text)
+struct Text
 {
-    return QCoreApplication::translate("CallStack", text);
-}
+    Q_DECLARE_TR_FUNCTIONS(CallStack)
+};
 
 ThreadInfo threadInfo(const MiValue &thread)
 {
@@ -41,7 +41,7 @@ public:
     ~Answer()
     {
         if (m_replies)
-            failed(tr("The debug session has ended."));
+            failed(Text::tr("The debug session has ended."));
     }
     Q_DISABLE_COPY_MOVE(Answer)
 
@@ -60,7 +60,7 @@ void CallStack::requestThreads(const DebugRequest &request, IDebugReplies *repli
 {
     const auto answer = std::make_shared<Answer>(request, replies);
     if (!m_session->isStopped())
-        return answer->failed(tr("The program is not paused."));
+        return answer->failed(Text::tr("The program is not paused."));
     m_session->gdb()->send("-thread-info", [this, answer](const MiRecord &record) { answerThreads(answer, record); });
 }
 
@@ -82,7 +82,7 @@ void CallStack::requestFrames(const DebugRequest &request, qint64 thread, int fi
 {
     const auto answer = std::make_shared<Answer>(request, replies);
     if (!m_session->isStopped())
-        return answer->failed(tr("The program is not paused."));
+        return answer->failed(Text::tr("The program is not paused."));
     if (first < 0 || count <= 0)
         return answer->frames({}, false);
     const qint64 last = qint64(first) + count;

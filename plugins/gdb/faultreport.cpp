@@ -4,10 +4,10 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-QString tr(const char *text)
+struct Text
 {
-    return QCoreApplication::translate("FaultReport", text);
-}
+    Q_DECLARE_TR_FUNCTIONS(FaultReport)
+};
 
 struct Cause
 {
@@ -57,9 +57,9 @@ QString exceptionName(uint number)
     static const QStringList names = {
         {}, {}, u"NMI"_s, u"HardFault"_s, u"MemManage fault"_s, u"BusFault"_s, u"UsageFault"_s, u"SecureFault"_s};
     if (number >= 16)
-        return tr("Interrupt %1").arg(number - 16);
+        return Text::tr("Interrupt %1").arg(number - 16);
     const QString name = names.value(int(number));
-    return name.isEmpty() ? tr("Exception %1").arg(number) : name;
+    return name.isEmpty() ? Text::tr("Exception %1").arg(number) : name;
 }
 
 QString hex(uint value)
@@ -73,7 +73,7 @@ QString causesOf(uint bits, const Cause (&causes)[N])
     QString text;
     for (const Cause &cause : causes) {
         if (bits >> cause.bit & 1)
-            text += u"    %1: %2\n"_s.arg(QLatin1StringView(cause.name), tr(cause.text));
+            text += u"    %1: %2\n"_s.arg(QLatin1StringView(cause.name), Text::tr(cause.text));
     }
     return text;
 }
@@ -82,9 +82,9 @@ QString addresses(const FaultRecord &record)
 {
     QString text;
     if (record.configurable & MemoryAddressValid)
-        text += u"    MMFAR: "_s + tr("the address was %1").arg(hex(record.memoryAddress)) + u'\n';
+        text += u"    MMFAR: "_s + Text::tr("the address was %1").arg(hex(record.memoryAddress)) + u'\n';
     if (record.configurable & BusAddressValid)
-        text += u"    BFAR: "_s + tr("the address was %1").arg(hex(record.busAddress)) + u'\n';
+        text += u"    BFAR: "_s + Text::tr("the address was %1").arg(hex(record.busAddress)) + u'\n';
     return text;
 }
 } // namespace
@@ -93,10 +93,10 @@ QString faultReport(const FaultRecord &record)
 {
     QString text = exceptionName(record.exception);
     if (record.exception == FirstFault && record.hard & Escalated)
-        text += tr(", escalated from another fault");
+        text += Text::tr(", escalated from another fault");
     if (record.hasFrame)
-        text += record.place.isEmpty() ? tr(" at %1").arg(hex(record.programCounter))
-                                       : tr(" at %1, %2").arg(hex(record.programCounter), record.place);
+        text += record.place.isEmpty() ? Text::tr(" at %1").arg(hex(record.programCounter))
+                                       : Text::tr(" at %1, %2").arg(hex(record.programCounter), record.place);
     text += u'\n';
     if (record.exception < FirstFault || record.exception > LastFault)
         return text; // the fault registers describe an older fault

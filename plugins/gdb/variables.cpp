@@ -44,10 +44,10 @@ struct Variables::Members
 namespace {
 constexpr int MostGroups = 64; ///< children of a class: its base classes and a group for each access specifier
 
-QString tr(const char *text)
+struct Text
 {
-    return QCoreApplication::translate("Variables", text);
-}
+    Q_DECLARE_TR_FUNCTIONS(Variables)
+};
 
 QByteArray placeOptions(const StackPlace &place)
 {
@@ -147,7 +147,7 @@ void Variables::dropOldObjects()
 void Variables::withObject(const Question &question, const QString &expression, const Use &use)
 {
     if (!m_session->isStopped())
-        return question.answer->failed(tr("The program is not paused."));
+        return question.answer->failed(Text::tr("The program is not paused."));
     dropOldObjects();
     const QString key = u"%1 %2 %3"_s.arg(question.place.thread).arg(question.place.frame).arg(expression);
     if (const auto known = m_objects.constFind(key); known != m_objects.cend())
@@ -179,7 +179,7 @@ void Variables::requestValue(const DebugRequest &request, const StackPlace &plac
 {
     const Question question{place, 0, 0, format, std::make_shared<Answer>(request, replies)};
     if (mayChangeProgram(expression))
-        return question.answer->failed(tr("The expression could change the program."));
+        return question.answer->failed(Text::tr("The expression could change the program."));
     withObject(question, expression, [question, expression](const Object &object) {
         VariableInfo info = infoOf(expression, object);
         info.name = expression;
@@ -214,7 +214,7 @@ void Variables::requestChildren(const DebugRequest &request, const StackPlace &p
     const Question question{place, std::max(0, first), std::max(0, count), format,
                             std::make_shared<Answer>(request, replies)};
     if (mayChangeProgram(expression))
-        return question.answer->failed(tr("The expression could change the program."));
+        return question.answer->failed(Text::tr("The expression could change the program."));
     withObject(question, expression, [this, question](const Object &object) { listMembers(question, object); });
 }
 
@@ -329,9 +329,9 @@ void Variables::requestScope(const DebugRequest &request, const StackPlace &plac
     const Question question{place, std::max(0, first), std::max(0, count), Natural,
                             std::make_shared<Answer>(request, replies)};
     if (!m_session->isStopped())
-        return question.answer->failed(tr("The program is not paused."));
+        return question.answer->failed(Text::tr("The program is not paused."));
     if (scope != Locals && scope != Arguments)
-        return question.answer->failed(tr("These variables cannot be listed."));
+        return question.answer->failed(Text::tr("These variables cannot be listed."));
     m_session->gdb()->send("-stack-list-variables " + placeOptions(place) + "--simple-values",
                            [question, scope](const MiRecord &answer) {
                                if (answer.isError())

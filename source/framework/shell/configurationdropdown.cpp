@@ -21,6 +21,9 @@ ConfigurationDropdown::ConfigurationDropdown(const Activity &activity, ToolBar *
     connect(&activity, &Activity::projectsChanged, this, &ConfigurationDropdown::refresh);
     connect(&activity, &Activity::currentProjectChanged, this, &ConfigurationDropdown::refresh);
     connect(&activity, &Activity::stateEntered, this, &ConfigurationDropdown::refresh);
+    connect(&activity, &Activity::projectLoaded, this, [this](const Project *project) {
+        connect(project, &Project::configurationChanged, this, &ConfigurationDropdown::refresh);
+    });
     connect(&activity, &Activity::workspaceClosing, this, [this] { m_item->setVisible(false); });
 }
 
