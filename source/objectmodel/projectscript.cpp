@@ -51,6 +51,10 @@ public:
     {}
     ~ImportedForOnce()
     {
+        PyObject *type = nullptr;
+        PyObject *exception = nullptr;
+        PyObject *trace = nullptr;
+        PyErr_Fetch(&type, &exception, &trace); // an error of the script is shown later
         PyObject *modules = PyImport_GetModuleDict();
         const PythonReference now(PyDict_Copy(modules));
         PyObject *name = nullptr;
@@ -59,7 +63,7 @@ public:
             if (PyDict_Contains(m_before.get(), name) == 0 && isForgotten(name, module))
                 PyDict_DelItem(modules, name);
         }
-        PyErr_Clear();
+        PyErr_Restore(type, exception, trace);
     }
     Q_DISABLE_COPY_MOVE(ImportedForOnce)
 

@@ -880,7 +880,8 @@ private Q_SLOTS:
         addProject(u"plain"_s, {}, {});
         addBuildProject(u"last"_s);
         m_control->buildAllProjects();
-        QVERIFY2(story().endsWith(u"first.build(Debug, false)"_s), "the first one");
+        const QString first = story();
+        QVERIFY2(first.contains(u"first.build(Debug, false)"_s), qPrintable(first));
         m_control->buildFinished(false);
         QCOMPARE(m_activity->state(), StateBuilding);
         QTRY_COMPARE(story(), u"last.build(Debug, false)"_s);

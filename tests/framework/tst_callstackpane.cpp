@@ -116,7 +116,7 @@ private Q_SLOTS:
         QVERIFY(!story().contains(u"requestThreads"_s));
         dock()->show();
         QTRY_COMPARE(list()->topLevelItemCount(), 3);
-        QCOMPARE(story().count(u"requestThreads"_s), 1);
+        QVERIFY(story().contains(u"requestThreads"_s));
     }
 
     void chosenFunctionShowsItsSourceAndRefreshesTheWindows()

@@ -166,7 +166,7 @@ private Q_SLOTS:
             expected.append(name + "()");
         for (const QByteArray &name : toggleCommands())
             expected.append(name + "(bool)");
-        QCOMPARE(expected.size(), 88 + 3); // the given ones and our own
+        QCOMPARE(expected.size(), 88 + 5); // the given ones and our own
         const QByteArrayList others{"openFile(QString)",
                                     "lookupSource(QString,int)",
                                     "lookupSource(QString,int,int)",
@@ -211,11 +211,15 @@ private Q_SLOTS:
     {
         open(plainCommands() + toggleCommands(), {});
         const QStringList others{u"viewZoomIn"_s, u"viewZoomOut"_s, u"viewZoomReset"_s,
-                                 u"debugToggleProcessorWindow"_s}; // not in the UI file
+                                 u"debugToggleProcessorWindow"_s,
+                                 u"debugToggleCallStackWindow"_s,
+                                 u"debugToggleVariablesWindow"_s,
+                                 u"debugToggleBreakpointsWindow"_s,
+                                 u"debugToggleLiveWindow"_s}; // not in the UI file
         int bound = 0;
         for (const QAction *action : m_window->actions())
             bound += others.contains(action->objectName()) ? 0 : 1;
-        QCOMPARE(bound, 88 + 3);
+        QCOMPARE(bound, 88 + 5);
     }
 
     void everyCommandIsHarmlessWithNothingOpenHostile()
@@ -613,11 +617,11 @@ private Q_SLOTS:
             QCOMPARE(opened(name), u"- fileOpen -"_s);
     }
 
-    void theMenuOfDebugWindowsEndsWithTheProcessors()
+    void theMenuOfDebugWindowsEndsWithThoseOfTheHost()
     {
         open({"fileOpen"}, R"(<menus><menu name="debugWindowsMenu"><action name="fileOpen"/></menu></menus>)");
         for (int i = 0; i < 2; ++i)
-            QCOMPARE(opened("debugWindowsMenu"), u"fileOpen [ ]&Processors"_s);
+            QCOMPARE(opened("debugWindowsMenu"), u"fileOpen [ ]&Call Stack [ ]&Variables [ ]&Breakpoints [ ]&Processors [ ]&Live"_s);
     }
 
     void theDebugMenuLosesItsTrailingSeparators()

@@ -128,7 +128,7 @@ private Q_SLOTS:
         m_edit->showLines({{0, {{0, 1, false}, {0, 2, true}, {0, 3, false}}}}, 2, 4, 1);
         QCOMPARE(line(0), u"00 01 02 03 ..."_s);
         for (const int index : {6, 7}) {
-            QCOMPARE(colourAt(0, index), u"#ff0000"_s);
+            QCOMPARE(colourAt(0, index), u"#e60000"_s);
             QVERIFY(formatAt(0, index).fontUnderline());
         }
         for (const int index : {4, 5, 8, 9}) {

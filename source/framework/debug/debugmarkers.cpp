@@ -171,7 +171,7 @@ void refreshBreakpointMarkers(const Activity &activity, const ViewManager &views
 QString breakpointToolTip(const Activity &activity, const QString &file, int line)
 {
     QList<Project *> projects = activity.workspace()->projectsContainingFile(file);
-    if (projects.isEmpty())
+    if (projects.isEmpty() && activity.currentProject())
         projects = {activity.currentProject()};
     QList<ProjectBreakpoint> found;
     for (const Project *project : std::as_const(projects)) {

@@ -87,10 +87,11 @@ void QueryPane::setPaused(bool paused)
         return;
     m_paused = paused;
     m_outdated = true;
-    if (paused)
-        m_clearTimer.stop();
-    else
-        m_clearTimer.start();
+    if (!paused)
+        return m_clearTimer.start();
+    m_clearTimer.stop();
+    if (m_updateWaits) // the order of the pause and of the update is that of their connections
+        update();
 }
 
 void QueryPane::showNotPaused()
@@ -104,6 +105,7 @@ void QueryPane::showNotPaused()
 void QueryPane::update()
 {
     m_outdated = true;
+    m_updateWaits = !m_paused;
     if (!m_offered || !m_paused || !isVisible())
         return;
     m_outdated = false;

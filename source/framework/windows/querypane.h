@@ -48,4 +48,5 @@ private:
     bool m_offered = false;
     bool m_paused = false;
     bool m_outdated = true; ///< to be read when the pane appears
+    bool m_updateWaits = false; ///< for the pause
 };

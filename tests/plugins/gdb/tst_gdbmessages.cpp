@@ -116,7 +116,7 @@ void tst_GdbMessages::problemOfAStartIsExplained()
     QFETCH(QString, value);
     QFETCH(QString, command);
     QFETCH(QString, message);
-    const FakeGdb gdb({FakeGdb::error(command, u"no reason"_s),
+    const FakeGdb gdb({FakeGdb::error(command, u"no reason"_s), FakeGdb::error(u"-break-insert -f"_s, u"no reason"_s),
                        {u"-interpreter-exec console starti"_s,
                         FakeGdb::running() + QStringList{FakeGdb::stop(u"reason=\"end-stepping-range\""_s)}},
                        {u"-interpreter-exec console \"starti"_s,
@@ -220,7 +220,7 @@ void tst_GdbMessages::lostInputIsExplained()
     connect(&terminal, &NativeTerminal::output, this, [&output](const QByteArray &bytes) { output += bytes; });
     terminal.write("short\n");
     QCOMPARE(output, QByteArray());
-    for (int i = 0; i < 100 && output.isEmpty(); ++i)
+    for (int i = 0; i < 5000 && output.isEmpty(); ++i)
         terminal.write(QByteArray(60, 'a') + '\n'); // no program reads it
     QCOMPARE(output, QByteArray("[part of the input was lost]\n"));
 }

@@ -72,7 +72,8 @@ void tst_MiConnection::endOfGdbAnswersOpenCommands()
     QSignalSpy closed(&gdb, &MiConnection::closed);
     QString sent;
     gdb.send("-crash", [&sent](const MiRecord &answer) { sent = answer.errorText(); });
-    QCOMPARE(gdb.ask("-data").errorText(), u"gdb ended before it answered '-data'."_s);
+    const QString end = gdb.ask("-data").errorText(); // it may have ended before the command was sent
+    QVERIFY2(end == u"gdb ended before it answered '-data'."_s || end == u"gdb ended."_s, qPrintable(end));
     QTRY_COMPARE(closed.size(), 1);
     QCOMPARE(sent, u"gdb ended."_s);
     QVERIFY(!gdb.isOpen());

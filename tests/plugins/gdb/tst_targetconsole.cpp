@@ -24,7 +24,8 @@ void tst_TargetConsole::lineIsShownAndSent()
     TargetConsole console;
     QSignalSpy entered(&console, &TargetConsole::entered);
     auto *input = console.findChild<QLineEdit *>(u"InputEdit"_s);
-    QTest::keyClicks(input, u"h\u00e4llo"_s);
+    input->setText(u"h\u00e4"_s); // keys of the test library have ASCII letters only
+    QTest::keyClicks(input, u"llo"_s);
     QTest::keyClick(input, Qt::Key_Return);
     QCOMPARE(entered.size(), 1);
     QCOMPARE(entered[0][0].toByteArray(), QByteArray("h\xc3\xa4llo\n"));
