@@ -126,11 +126,8 @@ QStringList DisassemblerDocument::para(int index)
 /// After an exception the text is not waited for.
 bool DisassemblerDocument::fetch(int index, int milliseconds)
 {
-    bool isReady = true;
-    if (const auto fetch = shareInterface(m_fetch.get()))
-        runPlugin(
-            "IDisassemblyFetch::fetch", [&] { isReady = fetch->fetch(index, milliseconds); }, fetch.get(), true);
-    return isReady;
+    const auto fetch = shareInterface(m_fetch.get());
+    return tryPlugin<&IDisassemblyFetch::fetch>(fetch, index, milliseconds).value_or(true);
 }
 
 int DisassemblerDocument::lineOf(int para) const
