@@ -70,12 +70,13 @@ void receiveForeignReports()
 void addForeignReport(WaitingReport report)
 {
     const QMutexLocker lock(&foreignMutex);
+    const bool isFirst = foreign.isEmpty();
     foreign.removeIf([&report](const WaitingReport &earlier) {
         return earlier.key == report.key && earlier.receiver == report.receiver;
     });
     foreign.append(std::move(report));
     QCoreApplication *application = QCoreApplication::instance();
-    if (application && foreign.size() == 1)
+    if (application && isFirst)
         QMetaObject::invokeMethod(
             application, [application] { QTimer::singleShot(0, application, &receiveForeignReports); },
             Qt::QueuedConnection);

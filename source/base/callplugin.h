@@ -42,7 +42,7 @@ void warnOfException(const char *operation, const char *what, const void *object
 /// call has returned. Equal reports have the same @p key. A report from inside a function with a result, which only
 /// asks for something, is dropped if it is caused by the delivery of an equal one: otherwise the report of a change
 /// would start the same call again and again. A report is also dropped if @p receiver was deleted meanwhile. A report
-/// from another thread is delivered in that of @p receiver.
+/// from another thread is delivered in that of @p receiver, in place of equal ones that still wait there.
 void afterPluginCall(QObject *receiver, const QByteArray &key, std::function<void()> deliver);
 /// Delivers the reports that wait for the end of a call. To be called in a loop that waits for a report.
 void deliverPluginReports();

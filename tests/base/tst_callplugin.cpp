@@ -239,6 +239,18 @@ private Q_SLOTS:
         QTRY_COMPARE(where, QThread::currentThread());
     }
 
+    void equalReportsOfAnotherThreadAreDeliveredOnceAtTheLastPlace()
+    {
+        const std::unique_ptr<QThread> thread(QThread::create([this] {
+            for (const char *key : {"a", "b", "a"})
+                report(key);
+        }));
+        thread->start();
+        QVERIFY(thread->wait());
+        QCOMPARE(m_log, QStringList());
+        QTRY_COMPARE(m_log, (QStringList{u"b"_s, u"a"_s}));
+    }
+
     void callThatRunsAnEventLoopGetsWhatItsReportsCause()
     {
         m_plugin->action = [this] {
