@@ -17,6 +17,7 @@
 #include "pluginbinder.h"
 #include "processordock.h"
 #include "projectcommands.h"
+#include "scriptrecorder.h"
 #include "sessionkeeper.h"
 #include "statuslabels.h"
 #include "templatecommands.h"
@@ -34,6 +35,7 @@ class DockWindow;
 class HelpCommands;
 class MacroManager;
 class MainWindow;
+class MultiWatchWindow;
 class Navigator;
 class OutputWindow;
 class PythonOutputPanel;
@@ -77,6 +79,7 @@ struct WindowParts
     OutputWindow *outputWindow = nullptr;
     PythonOutputPanel *pythonOutput = nullptr;
     std::unique_ptr<DebugWindows> debugWindows;
+    std::unique_ptr<ScriptRecorder> recorder;
     std::unique_ptr<FileCommands> fileCommands;
     std::unique_ptr<EditCommands> editCommands;
     std::unique_ptr<FindCommands> findCommands;
@@ -102,6 +105,8 @@ private:
     void setUpDocks();
     void setUpCommands();
     void keepWatches() const;
+    void setUpRecorder();
+    [[nodiscard]] MultiWatchWindow *watches() const;
     void connectViews() const;
     void connectReports() const;
     void connectNavigator() const;
