@@ -30,7 +30,8 @@ public:
         installation.write(u"config/uiconfig.xml"_s, Actions);
         StubScript &script = scriptOf(u"fw"_s);
         script.on[u"setBreakpoint"_s] = [this] { keepBreakpoint(); };
-        script.on[u"start"_s] = [] { stopSoon(IExecutionEnvironment::ProgramBreakpointHit); };
+        script.on[u"start"_s] = [] { stopSoon(IExecutionEnvironment::ProgramPaused); };
+        script.on[u"run"_s] = [] { stopSoon(IExecutionEnvironment::ProgramBreakpointHit); };
         script.on[u"stepOver"_s] = [] { report(u"fw"_s, IExecutionEnvironment::ProgramPaused); };
         startAgain();
     }
