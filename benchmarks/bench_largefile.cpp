@@ -41,7 +41,7 @@ const QString &fileOf(qint64 size)
                  + "] info: received frame " + QByteArray::number(i) + ", crc ok\n";
     while (file.pos() < size)
         file.write(block.constData(), std::min<qint64>(block.size(), size - file.pos()));
-    file.seek(size - 100);
+    file.seek(size / 10 * 9);
     file.write(RareWord.toLatin1() + '\n');
     return path;
 }
@@ -64,12 +64,13 @@ const QString &shortLines(qint64 count)
 
 struct Shown
 {
-    explicit Shown(const QString &file) : docTemplate({}, nullptr), document(&docTemplate)
+    explicit Shown(const QString &file, const QSize &size = {900, 700})
+        : docTemplate({}, nullptr), document(&docTemplate)
     {
         if (!document.open(file))
             qFatal("cannot open the log");
         view = std::make_unique<LargeTextView>(&document, nullptr, nullptr);
-        view->resize(900, 700);
+        view->resize(size);
         view->show();
         view->setFocus();
         QCoreApplication::processEvents();
@@ -99,9 +100,13 @@ void lastScreen(benchmark::State &state)
     const QString &file = fileOf(state.range(0));
     for (auto _ : state) {
         const Shown shown(file);
+        QElapsedTimer timer;
+        timer.start();
         QKeyEvent end(QEvent::KeyPress, Qt::Key_End, Qt::ControlModifier);
         QCoreApplication::sendEvent(shown.view->lineView(), &end);
         shown.view->repaint();
+        state.SetIterationTime(double(timer.nsecsElapsed()) / 1e9);
+        state.counters["indexed_percent"] = shown.document.indexedPercent();
     }
 }
 
@@ -208,9 +213,9 @@ void findPeer(benchmark::State &state, const QString &program, const QString &op
     state.SetBytesProcessed(int64_t(state.iterations()) * Gigabyte);
 }
 
-void pageDown(benchmark::State &state)
+void pageDown(benchmark::State &state, const QSize &size)
 {
-    Shown shown(fileOf(state.range(0)));
+    Shown shown(fileOf(state.range(0)), size);
     shown.waitForIndex();
     shown.view->lineView()->setCursor(shown.document.lineCount() / 2, 0);
     for (auto _ : state) {
@@ -220,32 +225,46 @@ void pageDown(benchmark::State &state)
     }
 }
 
-/// Private memory of the document, once its lines are counted.
+/// Bytes of the process that it shares with no other one and with no file.
+double privateMemory()
+{
+    malloc_trim(0);
+    QFile file(u"/proc/self/smaps_rollup"_s);
+    if (!file.open(QIODevice::ReadOnly))
+        qFatal("the size of the memory is unknown");
+    for (const QByteArray &line : file.readAll().split('\n')) {
+        if (line.startsWith("Private_Dirty:"))
+            return line.simplified().split(' ').value(1).toDouble() * 1024;
+    }
+    return 0;
+}
+
+/// More private memory than a window with a small file, once the lines are counted and shown from all over the file.
 void memoryOfTenMillionLines(benchmark::State &state)
 {
     const QString &file = shortLines(10'000'000);
-    LargeTextDocumentTemplate docTemplate({}, nullptr);
     for (auto _ : state) {
-        malloc_trim(0);
-        const auto before = mallinfo2();
-        LargeTextDocument document(&docTemplate);
-        if (!document.open(file))
-            qFatal("cannot open the log");
-        while (!document.isIndexed())
-            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
-        for (int line = 0; line < document.lineCount(); line += 999)
-            benchmark::DoNotOptimize(document.line(line));
-        const auto after = mallinfo2();
-        state.counters["private_bytes"] =
-            double(after.uordblks + after.hblkhd) - double(before.uordblks + before.hblkhd);
+        double before = 0;
+        {
+            const Shown small(fileOf(64 << 10));
+            before = privateMemory();
+        }
+        Shown shown(file);
+        shown.waitForIndex();
+        for (int line = 0; line < shown.document.lineCount(); line += 9999) {
+            shown.view->lineView()->setCursor(line, 0);
+            shown.view->repaint();
+        }
+        state.counters["private_bytes"] = privateMemory() - before;
     }
 }
 
 BENCHMARK(firstScreen)->Name("first screen, bytes")->Arg(64 << 10)->Arg(Gigabyte)->Unit(benchmark::kMillisecond);
 BENCHMARK(lastScreen)
-    ->Name("first screen and Ctrl+End, bytes")
+    ->Name("Ctrl+End after opening, bytes")
     ->Arg(64 << 10)
     ->Arg(Gigabyte)
+    ->UseManualTime()
     ->Unit(benchmark::kMillisecond);
 BENCHMARK(index)->Name("index of 1 GiB")->Unit(benchmark::kMillisecond);
 BENCHMARK(indexPeerMemchr)->Name("index of 1 GiB, peer: memchr")->Unit(benchmark::kMillisecond);
@@ -268,6 +287,10 @@ BENCHMARK_CAPTURE(findPeer, rgCase, u"rg"_s, u"-Fqi"_s, RareWord)
     ->Name("find in 1 GiB, peer: rg -Fi")
     ->Unit(benchmark::kMillisecond)
     ->UseManualTime();
+BENCHMARK_CAPTURE(findPeer, rgCountRare, u"rg"_s, u"-c"_s, RareWord)
+    ->Name("find in 1 GiB, peer: rg -c")
+    ->Unit(benchmark::kMillisecond)
+    ->UseManualTime();
 BENCHMARK(count)->Name("count in 1 GiB")->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(findPeer, grepCount, u"grep"_s, u"-Fc"_s, FrequentWord)
     ->Name("count in 1 GiB, peer: grep -Fc")
@@ -277,8 +300,16 @@ BENCHMARK_CAPTURE(findPeer, rgCount, u"rg"_s, u"-Fc"_s, FrequentWord)
     ->Name("count in 1 GiB, peer: rg -Fc")
     ->Unit(benchmark::kMillisecond)
     ->UseManualTime();
-BENCHMARK(pageDown)->Name("page down, bytes")->Arg(64 << 10)->Arg(Gigabyte)->Unit(benchmark::kMillisecond);
-BENCHMARK(memoryOfTenMillionLines)->Name("memory for 10 million lines")->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(pageDown, small, QSize(900, 700))
+    ->Name("page down, bytes")
+    ->Arg(64 << 10)
+    ->Arg(Gigabyte)
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(pageDown, large, QSize(3840, 2160))
+    ->Name("page down in 3840 x 2160 pixels, bytes")
+    ->Arg(Gigabyte)
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK(memoryOfTenMillionLines)->Name("memory for 10 million lines")->Iterations(1)->Unit(benchmark::kMillisecond);
 } // namespace
 
 int main(int argc, char **argv)

@@ -16,6 +16,7 @@
 #include "propertylist.h"
 #include "propertylistitem.h"
 #include "propertylonghexitem.h"
+#include "propertypages.h"
 #include "propertytable.h"
 #include "toolchain.h"
 #include <benchmark/benchmark.h>
@@ -47,7 +48,7 @@ void settle()
 
 QStringList realDefinitions()
 {
-    return {propertyDefinitionsXml(u"Build"_s, propertyPages(toolChains().first())), gdbPropertyDefinitions()};
+    return {propertyDefinitionsXml(u"Build"_s, {}, propertyPages(toolChains().first())), gdbPropertyDefinitions()};
 }
 
 /// A dialog around a property editor with all definitions, shown.

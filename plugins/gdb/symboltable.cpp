@@ -8,6 +8,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 constexpr int SymbolLimit = 30000;
+constexpr const char *ListFiles = "-file-list-exec-source-files --group-by-objfile";
 
 /// The host's kinds of line numbers. Only code of the program itself has lines here, so both kinds are the same.
 bool isKnownKind(int kind)
@@ -15,6 +16,13 @@ bool isKnownKind(int kind)
     return kind == 0 || kind == 1;
 }
 } // namespace
+
+/// The questions for the lines of all files, whose answers arrive one after the other.
+struct SymbolTable::LineRequest
+{
+    qsizetype open = -1; ///< questions without an answer; -1 before the files are known
+    LineTable table;
+};
 
 SymbolTable::SymbolTable(GdbSession *session, QUnknownInterface *whole) : Facet(whole), m_session(session) {}
 
@@ -30,6 +38,7 @@ void SymbolTable::reset()
     m_gdbFiles.clear();
     m_lines = {};
     m_linesKnown = false;
+    m_lineRequest.reset();
 }
 
 QString SymbolTable::localFile(const QString &gdbFile)
@@ -70,7 +79,13 @@ const QStringList &SymbolTable::gdbFiles()
 {
     if (!m_gdbFiles.isEmpty())
         return m_gdbFiles;
-    const MiRecord answer = m_session->gdb()->ask("-file-list-exec-source-files --group-by-objfile", SymbolLimit);
+    takeFiles(m_session->gdb()->ask(ListFiles, SymbolLimit));
+    return m_gdbFiles;
+}
+
+void SymbolTable::takeFiles(const MiRecord &answer)
+{
+    m_gdbFiles.clear();
     const QStringList programs = m_session->programFiles();
     for (const MiValue &object : answer.results[u"files"].items()) {
         if (!programs.contains(object.text(u"filename")))
@@ -79,7 +94,6 @@ const QStringList &SymbolTable::gdbFiles()
             m_gdbFiles.append(source.text(u"fullname"));
     }
     m_gdbFiles.removeDuplicates();
-    return m_gdbFiles;
 }
 
 /// A file with the same name is used only if the file that gdb names does not exist: otherwise it is another file.
@@ -102,23 +116,59 @@ QString SymbolTable::gdbFile(const QString &localFile)
 
 const LineTable &SymbolTable::lines()
 {
+    if (!fetchLines(SymbolLimit) && m_lineRequest)
+        takeLines(); // those that have arrived
+    return m_lines;
+}
+
+bool SymbolTable::fetchLines(int milliseconds)
+{
     if (m_linesKnown || !m_session->isAlive())
-        return m_lines;
-    m_linesKnown = true;
-    const auto open = std::make_shared<qsizetype>(gdbFiles().size());
-    const auto table = std::make_shared<LineTable>();
-    for (const QString &file : gdbFiles()) {
-        m_session->gdb()->send("-symbol-list-lines " + miQuoted(file), [file, open, table](const MiRecord &answer) {
-            --*open;
+        return true;
+    if (!m_lineRequest)
+        requestLines();
+    const auto request = m_lineRequest;
+    m_session->gdb()->waitUntil([request] { return request->open == 0; }, milliseconds);
+    if (request->open == 0 && request == m_lineRequest)
+        takeLines();
+    return m_linesKnown;
+}
+
+void SymbolTable::requestLines()
+{
+    const auto request = std::make_shared<LineRequest>();
+    m_lineRequest = request;
+    if (!m_gdbFiles.isEmpty()) {
+        requestLinesOf(request);
+        return;
+    }
+    m_session->gdb()->send(ListFiles, [this, request](const MiRecord &answer) {
+        if (request != m_lineRequest)
+            return;
+        takeFiles(answer);
+        requestLinesOf(request);
+    });
+}
+
+void SymbolTable::requestLinesOf(const std::shared_ptr<LineRequest> &request)
+{
+    request->open = m_gdbFiles.size();
+    for (const QString &file : std::as_const(m_gdbFiles)) {
+        m_session->gdb()->send("-symbol-list-lines " + miQuoted(file), [file, request](const MiRecord &answer) {
+            --request->open;
             if (answer.isDone())
-                table->add(file, answer.results[u"lines"]);
+                request->table.add(file, answer.results[u"lines"]);
         });
     }
-    m_session->gdb()->waitUntil([open] { return *open == 0; }, SymbolLimit);
+}
+
+void SymbolTable::takeLines()
+{
+    const std::shared_ptr<LineRequest> request = std::exchange(m_lineRequest, nullptr);
     const ElfImage &elf = m_session->program().elf;
-    table->finish(elf.relocatable ? QList<quint64>() : elf.functions, elf.dataAtZero);
-    m_lines = *table;
-    return m_lines;
+    request->table.finish(elf.relocatable ? QList<quint64>() : elf.functions, elf.dataAtZero);
+    m_lines = request->table;
+    m_linesKnown = true;
 }
 
 quint64 SymbolTable::widen(uint address)

@@ -4,10 +4,12 @@
 #include "isymbollookup.h"
 #include "linetable.h"
 #include <functional>
+#include <memory>
 #include <QHash>
 #include <QObject>
 #include <QSet>
 class GdbSession;
+struct MiRecord;
 
 /// Source files, lines, addresses and symbols of the program.
 ///
@@ -29,6 +31,8 @@ public:
     /// The file name of gdb for a file on this computer.
     [[nodiscard]] QString gdbFile(const QString &localFile);
     [[nodiscard]] const LineTable &lines();
+    /// Begins to read the lines and waits at most @p milliseconds. True if lines() answers at once.
+    bool fetchLines(int milliseconds);
     /// The 64-bit address for an address of the host.
     [[nodiscard]] quint64 widen(uint address);
 
@@ -43,8 +47,14 @@ Q_SIGNALS:
     void message(const QString &text, bool serious);
 
 private:
+    struct LineRequest;
+
     QString findLocalFile(const QString &gdbFile) const;
     const QStringList &gdbFiles();
+    void takeFiles(const MiRecord &answer);
+    void requestLines();
+    void requestLinesOf(const std::shared_ptr<LineRequest> &request);
+    void takeLines();
 
     GdbSession *const m_session;
     std::function<QStringList()> m_projectFiles;
@@ -52,5 +62,6 @@ private:
     QHash<QString, QString> m_localFiles;
     QStringList m_gdbFiles;
     bool m_linesKnown = false;
+    std::shared_ptr<LineRequest> m_lineRequest; ///< null while the lines are not being read
     LineTable m_lines;
 };

@@ -12,9 +12,9 @@ struct _object; // a Python object, without Python's own header
 /// of its own. run() and the other commands only start an action of the target: IExecutionEvents::programStatusChanged
 /// reports the result. Functions that return a result wait for the target, so they need a time limit. Optional
 /// interfaces: IBreakpoints, ISourceMapping, ISymbolLookup, IMemory, IMemoryVerify, IRegisters, IPeripherals,
-/// IPeripheralFields, IDisassembly, IDisassemblyAddress, ILiveMemory, ICallStack, IVariables, IBreakpointDetails,
-/// IProgressiveStart, IMemory64, ISymbols64, IMultiProcessorSync, IPropertyDefinitions, IExtensionCommands,
-/// IDockExtension, IWorkspaceClient.
+/// IPeripheralFields, IDisassembly, IDisassemblyAddress, IDisassemblyFetch, ILiveMemory, ICallStack, IVariables,
+/// IBreakpointDetails, IProgressiveStart, IMemory64, ISymbols64, IMultiProcessorSync, IPropertyDefinitions,
+/// IExtensionCommands, IDockExtension, IWorkspaceClient.
 class IExecutionEnvironment : public QUnknownInterface
 {
 public:

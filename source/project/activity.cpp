@@ -42,9 +42,11 @@ bool Activity::isDebugging() const
 
 ActivityAvailability Activity::availability(ActivityState state) const
 {
+    const Project *project = currentProject();
     const Environment environment = currentEnvironment();
     return activityAvailability(state, {.workspace = m_workspace != nullptr,
-                                        .project = currentProject() != nullptr,
+                                        .project = project != nullptr,
+                                        .buildEnvironment = project && project->buildInterface(),
                                         .executionEnvironment = environment != nullptr,
                                         .canAttach = askPlugin<&IExecutionEnvironment::canAttach>(environment)});
 }

@@ -22,6 +22,7 @@ ActivityAvailability activityAvailability(ActivityState state, const ActivityCon
         .wakeup = target && (state == StatePaused || state == StateRunning),
         .showNext = target && state == StatePaused,
         .attach = target && context.canAttach && state == StateIdle,
+        .batchBuild = context.project && context.buildEnvironment && state == StateIdle,
     };
 }
 

@@ -18,6 +18,7 @@ struct ActivityContext
 {
     bool workspace = false;            ///< a workspace is open
     bool project = false;              ///< it has a current project
+    bool buildEnvironment = false;     ///< the current project can be built
     bool executionEnvironment = false; ///< the current project can be run
     bool canAttach = false;            ///< its environment can attach to a running target
 };
@@ -39,6 +40,7 @@ struct ActivityAvailability
     bool wakeup = false;
     bool showNext = false;
     bool attach = false;
+    bool batchBuild = false;
 
     bool operator==(const ActivityAvailability &) const = default;
 };

@@ -19,5 +19,7 @@ Q_SIGNALS:
     void valueChanged(quint32 value);
 
 private:
+    void addScrollArea(QWidget *flags);
+
     QList<QCheckBox *> m_checkBoxes;
 };

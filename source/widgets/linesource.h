@@ -21,6 +21,8 @@ public:
     /// The lines of a paragraph as rich text. A paragraph may have none: it takes no room then.
     [[nodiscard]] virtual QStringList para(int index) = 0;
     [[nodiscard]] virtual int paraCount() = 0;
+    /// Begins to fetch a paragraph and waits at most @p milliseconds for it. True if para() will not have to wait.
+    virtual bool fetch(int /*index*/, int /*milliseconds*/) { return true; }
 
 protected:
     ~IParaSource() = default;

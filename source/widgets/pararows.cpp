@@ -30,35 +30,59 @@ QStringList ParaRows::linesOf(int para)
     return lines;
 }
 
-ParaRows::Row ParaRows::rowAt(int para, int line)
+void ParaRows::setPatience(int milliseconds)
 {
-    const QStringList lines = linesOf(para);
+    m_deadline.setRemainingTime(milliseconds);
+    m_isWaiting = false;
+}
+
+std::optional<QStringList> ParaRows::linesInTime(int para)
+{
+    const QPointer<ParaRows> self(this);
+    const bool isKnown = para < 0 || para >= m_source->paraCount() || m_paras.contains(para);
+    const bool isReady = isKnown || m_source->fetch(para, int(m_deadline.remainingTime()));
+    if (!self)
+        return {};
+    if (!isReady) {
+        m_isWaiting = true;
+        return {};
+    }
+    QStringList lines = linesOf(para);
+    return self ? std::optional(lines) : std::nullopt;
+}
+
+ParaRows::Row ParaRows::makeRow(int para, int line, const QStringList &lines)
+{
     if (lines.isEmpty())
         return {para, 0, u"<font color=\"#808080\">...</font>"_s, true, true};
     return {para, line, lines.value(line), line >= lines.size() - 1, false};
 }
 
+ParaRows::Row ParaRows::rowAt(int para, int line)
+{
+    return makeRow(para, line, linesOf(para));
+}
+
 bool ParaRows::step(Row &row, bool forward)
 {
-    const QPointer<ParaRows> self(this);
-    const qsizetype size = linesOf(row.para).size();
-    if (!self)
+    const std::optional<QStringList> present = linesInTime(row.para);
+    if (!present)
         return false;
-    if (forward ? row.line + 1 < size : row.line > 0) {
-        row = rowAt(row.para, row.line + (forward ? 1 : -1));
-        return self;
+    if (forward ? row.line + 1 < present->size() : row.line > 0) {
+        row = makeRow(row.para, row.line + (forward ? 1 : -1), *present);
+        return true;
     }
     int para = row.para;
     for (int i = 0; i <= LongestGap; ++i) {
         para += forward ? 1 : -1;
         if (para < 0 || para >= m_source->paraCount())
             return false;
-        const qsizetype lines = linesOf(para).size();
-        if (!self)
+        const std::optional<QStringList> lines = linesInTime(para);
+        if (!lines)
             return false;
-        if (lines > 0 || i == LongestGap) {
-            row = rowAt(para, forward ? 0 : int(std::max<qsizetype>(0, lines - 1)));
-            return self;
+        if (!lines->isEmpty() || i == LongestGap) {
+            row = makeRow(para, forward ? 0 : int(std::max<qsizetype>(0, lines->size() - 1)), *lines);
+            return true;
         }
     }
     return false;
@@ -70,14 +94,20 @@ bool ParaRows::load(int count)
     QList<Row> rows;
     if (count > 0 && m_source->paraCount() > 0) {
         const bool fromGap = m_top.isGap; // one that was scrolled to; others are passed over
-        Row row = rowAt(m_top.para, m_top.line);
-        bool more = self && (fromGap || !row.isGap || step(row, true));
+        const std::optional<QStringList> lines = linesInTime(m_top.para);
+        if (!self)
+            return false;
+        Row row = makeRow(m_top.para, m_top.line, lines.value_or(QStringList()));
+        if (!lines)
+            rows.append(row);
+        bool more = lines && (fromGap || !row.isGap || step(row, true));
         for (; self && more && rows.size() < count; more = step(row, true))
             rows.append(row);
     }
     if (!self)
         return false;
-    m_shown = rows;
+    if (!m_isWaiting || m_shown.isEmpty() || count == 0)
+        m_shown = rows;
     return true;
 }
 

@@ -4,6 +4,8 @@
 #include <QPointer>
 
 namespace {
+constexpr int Patience = 5000; ///< milliseconds for a source that has to fetch the selected lines
+
 QString selectedPart(const QString &text, const SelectedColumns &columns)
 {
     return columns.to == SelectedColumns::ToEnd ? text.mid(columns.from)
@@ -37,6 +39,7 @@ QString ParaSelection::text(ParaRows &rows, qsizetype limit) const
 {
     QString text;
     const QPointer<ParaRows> alive(&rows); // this object is deleted together with the rows
+    rows.setPatience(Patience);
     ParaRows::Row row = rows.rowAt(m_start.para, m_start.line);
     bool more = alive && !isEmpty();
     while (alive && more && text.size() < limit && std::pair(row.para, row.line) <= std::pair(m_end.para, m_end.line)) {

@@ -5,6 +5,7 @@
 #include "propertyfiller.h"
 #include "propertylist.h"
 #include "smallicons.h"
+#include "treenames.h"
 #include "varnelassert.h"
 #include <QEvent>
 #include <QHBoxLayout>
@@ -29,31 +30,24 @@ struct PropertyEditor::Page
 
 namespace {
 enum TreeItem { GroupItem, PageItem };
+constexpr int TreeWidth = 180;
+constexpr int LargestTreeWidth = 300;
 constexpr int HelpHeight = 200;
 constexpr QSize MinimumListSize(260, 100);
-
-/// "Group / Page".
-QString pathOf(const ListViewItem *item)
-{
-    QStringList names;
-    for (; item; item = item->parent())
-        names.prepend(item->text(0));
-    return names.join(" / "_L1);
-}
 } // namespace
 
 PropertyEditor::PropertyEditor(QWidget *parent) : QWidget(parent)
 {
     auto *layout = new QHBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
-    auto *splitter = new QSplitter(this);
-    splitter->setChildrenCollapsible(false);
-    splitter->addWidget(makeLeftSide());
-    splitter->addWidget(makeRightSide());
-    splitter->setStretchFactor(0, 0); // keeps its size
-    splitter->setStretchFactor(1, 1);
-    splitter->setSizes({180, 200});
-    layout->addWidget(splitter);
+    m_splitter = new QSplitter(this);
+    m_splitter->setChildrenCollapsible(false);
+    m_splitter->addWidget(makeLeftSide());
+    m_splitter->addWidget(makeRightSide());
+    m_splitter->setStretchFactor(0, 0); // keeps its size
+    m_splitter->setStretchFactor(1, 1);
+    m_splitter->setSizes({TreeWidth, 200});
+    layout->addWidget(m_splitter);
     updateHelpColors();
     connect(m_groupTree, &QTreeWidget::currentItemChanged, this,
             [this](QTreeWidgetItem *item) { propertyGroupChanged(static_cast<ListViewItem *>(item)); });
@@ -142,12 +136,20 @@ bool PropertyEditor::setPropertyDefinitions(const QString &text, const QString &
     }
     for (const PropertyNode &node : *nodes)
         m_lastGroup = addNode(node, nullptr, m_lastGroup);
+    fitTree();
     ListViewItem *first = m_groupTree->firstChild();
     if (first && m_groupTree->currentItem() != first)
         m_groupTree->setCurrentItem(first);
     else if (first)
         propertyGroupChanged(first); // a property of its page may have been replaced
     return true;
+}
+
+/// Makes the tree wider for long names of pages.
+void PropertyEditor::fitTree()
+{
+    const int width = std::clamp(widthForAllNames(*m_groupTree), TreeWidth, LargestTreeWidth);
+    m_splitter->setSizes({width, m_splitter->width() - width});
 }
 
 ProjectTreeItem *PropertyEditor::addNode(const PropertyNode &node, ProjectTreeItem *parent, ListViewItem *after)
@@ -194,8 +196,7 @@ void PropertyEditor::assign(Entry &entry, const QVariant &value)
     entry.record.m_value = value;
     Page &page = m_pages[entry.page];
     page.differing += int(entry.record.differsFromDefault()) - int(differed);
-    const bool isMarked = page.differing > 0;
-    markInTree(entry.page, isMarked);
+    markInTree(entry.page, page.differing > 0);
 }
 
 /// Marks a page and the groups that it is in, which may be closed.
@@ -261,8 +262,7 @@ QStringList PropertyEditor::keys() const
 
 void PropertyEditor::setTabOrderBetween(QWidget *before, QWidget *after)
 {
-    for (QWidget *next : {static_cast<QWidget *>(m_filterEdit), static_cast<QWidget *>(m_groupTree),
-                          static_cast<QWidget *>(m_list), static_cast<QWidget *>(m_helpView), after}) {
+    for (QWidget *next : QList<QWidget *>{m_filterEdit, m_groupTree, m_list, m_helpView, after}) {
         setTabOrder(before, next);
         before = next;
     }
@@ -320,7 +320,7 @@ void PropertyEditor::fillMatches(const QString &text)
         if (!entry->record.contains(text))
             continue;
         if (entry->page != page)
-            heading = pathOf(entry->page);
+            heading = pathOfNames(entry->page);
         page = entry->page;
         sources.append(PropertyFiller::Source{&entry->record, heading});
     }
@@ -407,9 +407,7 @@ std::optional<QString> PropertyEditor::firstInvalidKey() const
         return entry->record.m_changed && !entry->record.problem().isEmpty();
     };
     const auto wrong = std::ranges::find_if(m_records, isWrong);
-    if (wrong == m_records.end())
-        return {};
-    return (*wrong)->record.m_key;
+    return wrong == m_records.end() ? std::nullopt : std::optional((*wrong)->record.m_key);
 }
 
 QString PropertyEditor::problem(const QString &key) const

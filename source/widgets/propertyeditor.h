@@ -14,6 +14,7 @@ class PropertyFiller;
 class PropertyItem;
 class PropertyList;
 class QMenu;
+class QSplitter;
 class QTextBrowser;
 struct PropertyNode;
 struct PropertyRecord;
@@ -68,6 +69,7 @@ private:
 
     QWidget *makeLeftSide();
     QWidget *makeRightSide();
+    void fitTree();
     ProjectTreeItem *addNode(const PropertyNode &node, ProjectTreeItem *parent, ListViewItem *after);
     void addRecord(const PropertyRecord &record, ProjectTreeItem *page);
     [[nodiscard]] Entry *entry(const QString &key) const; ///< Null for an unknown key.
@@ -86,6 +88,7 @@ private:
     void showState(const Entry &entry, PropertyItem *row);
     void updateHelpColors();
 
+    QSplitter *m_splitter = nullptr;
     ListView *m_groupTree = nullptr;
     FilterEdit *m_filterEdit = nullptr;
     PropertyList *m_list = nullptr;

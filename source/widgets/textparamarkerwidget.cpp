@@ -5,7 +5,9 @@
 
 TextParaMarkerWidget::TextParaMarkerWidget(TextParaView *view, QWidget *parent)
     : MarkerWidget(view, parent), m_paraView(view)
-{}
+{
+    connect(view, &TextParaView::rowsLoaded, this, qOverload<>(&QWidget::update));
+}
 
 void TextParaMarkerWidget::setArrow(int fromPara, int toPara)
 {

@@ -1,7 +1,5 @@
 #include "textparaview.h"
 #include "accessibleviews.h"
-#include "linesource.h"
-#include "parascrollbar.h"
 #include <QApplication>
 #include <QClipboard>
 #include <QKeyEvent>
@@ -14,95 +12,19 @@ constexpr int CursorWidth = 2;
 constexpr int LinesAbove = 4; ///< lines shown above the target of a jump
 } // namespace
 
-TextParaView::TextParaView(IParaSource *paraSource, QWidget *parent)
-    : ScrollView(parent, Vertical::Own), m_bar(new ParaScrollBar), m_rows(paraSource)
+TextParaView::TextParaView(IParaSource *paraSource, QWidget *parent) : ParaScrollView(paraSource, parent)
 {
     installAccessibleViews();
     setFocusPolicy(Qt::StrongFocus);
-    setVerticalScrollBar(m_bar);
-    setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
     viewport()->setCursor(Qt::IBeamCursor);
     viewport()->setMouseTracking(true);
     QPalette colours = palette();
     colours.setColor(QPalette::Base, Qt::white);
     colours.setColor(QPalette::Text, Qt::black);
     setPalette(colours);
-    connect(m_bar, &QScrollBar::valueChanged, this, &TextParaView::gotoPara);
-    connect(m_bar, &ParaScrollBar::nextLine, this, &TextParaView::nextLine);
-    connect(m_bar, &ParaScrollBar::prevLine, this, &TextParaView::prevLine);
-    connect(m_bar, &ParaScrollBar::nextPage, this, &TextParaView::nextPage);
-    connect(m_bar, &ParaScrollBar::prevPage, this, &TextParaView::prevPage);
     connect(&m_blinkTimer, &QTimer::timeout, this, &TextParaView::blinkCursor);
     connect(&m_drag, &SelectionDrag::timeout, this, &TextParaView::selectTimeout);
     m_blinkTimer.start(BlinkInterval);
-    fontChanged();
-}
-
-void TextParaView::changeEvent(QEvent *event)
-{
-    ScrollView::changeEvent(event);
-    if (event->type() == QEvent::FontChange)
-        fontChanged();
-}
-
-void TextParaView::fontChanged()
-{
-    m_painter.setFont(font());
-    setSteps(charWidth(), lineHeight());
-    resizeContents(Columns * charWidth(), 0);
-    updateBar();
-    loadRows();
-}
-
-void TextParaView::updateBar()
-{
-    const QSignalBlocker quiet(m_bar);
-    m_bar->setRange(0, m_rows.lastPara());
-    m_bar->setPageStep(pageRows());
-    m_bar->setValue(m_rows.top().para);
-}
-
-int TextParaView::pageRows() const
-{
-    return std::max(1, visibleHeight() / lineHeight());
-}
-
-// Rows --------------------------------------------------------------------
-
-/// Fetches what is on screen, from the top.
-void TextParaView::loadRows()
-{
-    if (m_rows.load(isVisible() ? visibleHeight() / lineHeight() + 1 : 0))
-        viewport()->update();
-}
-
-void TextParaView::reload()
-{
-    m_rows.clearCache();
-    ParaRows::Row top = m_rows.top();
-    top.para = std::min(top.para, m_rows.lastPara());
-    m_rows.setTop(top);
-    updateBar();
-    loadRows();
-}
-
-bool TextParaView::rowToPara(int row, int *para, int *line) const
-{
-    if (row < 0 || row >= rowCount())
-        return false;
-    *para = m_rows.shown()[row].para;
-    *line = m_rows.shown()[row].line;
-    return true;
-}
-
-bool TextParaView::isLastLine(int row) const
-{
-    return row >= 0 && row < rowCount() && m_rows.shown()[row].isLast;
-}
-
-bool TextParaView::hasText() const
-{
-    return std::ranges::any_of(m_rows.shown(), [](const ParaRows::Row &row) { return !row.isGap; });
 }
 
 QString TextParaView::lineAt(const Place &place) const
@@ -111,89 +33,21 @@ QString TextParaView::lineAt(const Place &place) const
     return row < 0 ? QString() : m_rows.shown()[row].text;
 }
 
-/// Whether the row is on screen and not cut off.
-bool TextParaView::isWhole(int row) const
-{
-    return row >= 0 && (row + 1) * lineHeight() <= visibleHeight();
-}
-
-// Scrolling ---------------------------------------------------------------
-
-void TextParaView::moveTop(const ParaRows::Row &top)
+/// Does what has waited for the rows on screen.
+void TextParaView::finish(const Pending &pending)
 {
     const QPointer<TextParaView> self(this);
-    m_rows.setTop(top);
-    updateBar();
-    Q_EMIT contentsMoving(topPara(), topLine());
-    if (self)
-        loadRows();
-}
-
-/// Returns false if the view was deleted or was at the end already.
-bool TextParaView::scrollLines(int lines)
-{
-    const QPointer<TextParaView> self(this);
-    ParaRows::Row top = m_rows.top();
-    bool moved = false;
-    for (int i = 0; i < std::abs(lines) && m_rows.step(top, lines > 0); ++i)
-        moved = true;
-    if (!self || !moved)
-        return false;
-    moveTop(top);
-    return self;
-}
-
-void TextParaView::nextLine()
-{
-    scrollLines(1);
-}
-
-void TextParaView::prevLine()
-{
-    scrollLines(-1);
-}
-
-void TextParaView::nextPage()
-{
-    scrollLines(pageRows());
-}
-
-void TextParaView::prevPage()
-{
-    scrollLines(-pageRows());
-}
-
-void TextParaView::gotoPara(int para)
-{
-    moveTop({std::clamp(para, 0, m_rows.lastPara()), 0, {}, true, false});
-}
-
-void TextParaView::wheelEvent(QWheelEvent *event)
-{
-    constexpr int Notch = 120;
-    if (event->angleDelta().y() == 0) {
-        ScrollView::wheelEvent(event);
+    ParaScrollView::finish(pending);
+    if (!self)
         return;
+    if (isWaiting()) {
+        m_pending.para = pending.para;
+        m_pending.row = pending.row;
+    } else if (pending.para >= 0) {
+        showPara(pending.para);
+    } else if (pending.row >= 0 && pending.row < rowCount()) {
+        setCursor({m_rows.shown()[pending.row].para, m_rows.shown()[pending.row].line, m_cursor.column});
     }
-    m_wheel += event->angleDelta().y() * QApplication::wheelScrollLines();
-    const int lines = m_wheel / Notch;
-    m_wheel -= lines * Notch;
-    event->accept();
-    if (lines != 0)
-        scrollLines(-lines);
-}
-
-void TextParaView::resizeEvent(QResizeEvent *event)
-{
-    ScrollView::resizeEvent(event);
-    updateBar();
-    loadRows();
-}
-
-void TextParaView::showEvent(QShowEvent *event)
-{
-    ScrollView::showEvent(event);
-    loadRows();
 }
 
 // Painting ----------------------------------------------------------------
@@ -237,17 +91,24 @@ bool TextParaView::isCursorVisible() const
     return isWhole(m_rows.indexOf(m_cursor.para, m_cursor.line));
 }
 
-void TextParaView::setCursor(const Place &place)
+void TextParaView::placeCursor(const Place &place)
 {
-    const QPointer<TextParaView> self(this);
     m_cursor = {std::clamp(place.para, 0, m_rows.lastPara()), std::max(0, place.line), std::max(0, place.column)};
     m_cursorVisible = true;
     m_blinkTimer.start();
+}
+
+void TextParaView::setCursor(const Place &place)
+{
+    const QPointer<TextParaView> self(this);
+    placeCursor(place);
+    if (isWaiting())
+        stay();
     if (!isCursorVisible() && isVisible()) {
         const Place top{topPara(), topLine(), 0};
         moveTop({m_cursor.para, m_cursor.line, {}, true, false});
         if (self && top < m_cursor) // the cursor becomes the lowest line
-            scrollLines(1 - pageRows());
+            isWaiting() ? void(m_pending.lines = 1 - pageRows()) : void(scrollLines(1 - pageRows()));
     }
     if (!self)
         return;
@@ -270,20 +131,29 @@ void TextParaView::showPara(int para)
     const QPointer<TextParaView> self(this);
     if (!isWhole(rowOf(para))) {
         gotoPara(para);
-        if (self && isVisible())
+        if (self && isWaiting())
+            m_pending.lines = -LinesAbove;
+        else if (self && isVisible())
             scrollLines(-LinesAbove);
     }
+    const auto lines = self && !isWaiting() ? linesInTime(para) : std::nullopt;
     if (!self)
         return;
-    const auto last = int(std::max<qsizetype>(0, linesOf(para).size() - 1));
-    if (self)
-        setCursor({para, last, 0});
+    if (lines) {
+        setCursor({para, int(std::max<qsizetype>(0, lines->size() - 1)), 0});
+        return;
+    }
+    placeCursor({para, 0, 0});
+    m_pending.para = m_cursor.para;
+    setWaiting(true);
+    Q_EMIT cursorPositionChanged(m_cursor.para, 0);
 }
 
 void TextParaView::moveCursorRows(int rows, int column)
 {
     const QPointer<TextParaView> self(this);
-    ParaRows::Row row = m_rows.rowAt(m_cursor.para, m_cursor.line);
+    m_rows.setPatience(Patience);
+    ParaRows::Row row{m_cursor.para, m_cursor.line, {}, true, false};
     for (int i = 0; self && i < std::abs(rows) && m_rows.step(row, rows > 0); ++i) {
     }
     if (self)
@@ -333,7 +203,9 @@ void TextParaView::moveByPage(bool forward)
     const int column = m_cursor.column;
     const int row = std::clamp(m_rows.indexOf(m_cursor.para, m_cursor.line), 0, pageRows() - 1);
     forward ? nextPage() : prevPage();
-    if (self && row < rowCount())
+    if (self && isWaiting())
+        m_pending.row = row;
+    else if (self && row < rowCount())
         setCursor({m_rows.shown()[row].para, m_rows.shown()[row].line, column});
 }
 

@@ -1,5 +1,6 @@
 #include "disassemblerbar.h"
 #include <QHBoxLayout>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QProgressBar>
@@ -59,4 +60,11 @@ void DisassemblerBar::endProgress()
 {
     m_progress->hide();
     m_cancel->hide();
+}
+
+/// Return ends here: in the text it has another meaning.
+void DisassemblerBar::keyPressEvent(QKeyEvent *event)
+{
+    if (event->key() != Qt::Key_Return && event->key() != Qt::Key_Enter)
+        QWidget::keyPressEvent(event);
 }

@@ -16,6 +16,9 @@ public:
     void setProgress(int percent); ///< Of a search that is running.
     void endProgress();
 
+protected:
+    void keyPressEvent(QKeyEvent *event) override;
+
 Q_SIGNALS:
     void goToRequested(const QString &text);
     void cancelled(); ///< The user has cancelled the search.

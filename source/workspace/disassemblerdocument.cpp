@@ -51,6 +51,7 @@ bool DisassemblerDocument::open(const QString &filename)
     const auto environment = shareInterface(m_key ? environmentOfKey(m_key) : nullptr);
     m_disassembly = queryPlugin<IDisassembly>(environment.get());
     m_address = queryPlugin<IDisassemblyAddress>(environment.get());
+    m_fetch = queryPlugin<IDisassemblyFetch>(environment.get());
     readRegion(environment.get());
     return true;
 }
@@ -120,6 +121,13 @@ QStringList DisassemblerDocument::para(int index)
     if (!text.isNull())
         lines.append(text);
     return lines;
+}
+
+/// After an exception the text is not waited for.
+bool DisassemblerDocument::fetch(int index, int milliseconds)
+{
+    const auto fetch = shareInterface(m_fetch.get());
+    return tryPlugin<&IDisassemblyFetch::fetch>(fetch, index, milliseconds).value_or(true);
 }
 
 int DisassemblerDocument::lineOf(int para) const

@@ -2,6 +2,7 @@
 #include "document.h"
 #include "idisassembly.h"
 #include "idisassemblyaddress.h"
+#include "idisassemblyfetch.h"
 #include "linesource.h"
 #include <optional>
 
@@ -28,6 +29,7 @@ public:
 
     [[nodiscard]] QStringList para(int index) override;
     [[nodiscard]] int paraCount() override { return m_paraCount; }
+    bool fetch(int index, int milliseconds) override;
 
     /// The start of the names of the objects of a view, without blanks and full stops.
     [[nodiscard]] QString objectNames() const;
@@ -48,4 +50,5 @@ private:
     uint m_lowAddress = 0;
     InterfacePtr<IDisassembly> m_disassembly;
     InterfacePtr<IDisassemblyAddress> m_address;
+    InterfacePtr<IDisassemblyFetch> m_fetch;
 };

@@ -11,6 +11,7 @@
 #include <QKeyEvent>
 #include <QPointer>
 #include <QScrollBar>
+#include <QTimer>
 #include <QVBoxLayout>
 
 using namespace Qt::StringLiterals;
@@ -18,6 +19,7 @@ using namespace Qt::StringLiterals;
 namespace {
 constexpr int Edge = 2; ///< pixels between the view's edge and the margin
 constexpr qsizetype LongestHistory = 200;
+constexpr int ArrowInterval = 50; ///< milliseconds until an instruction that was not read yet is looked at again
 } // namespace
 
 DisassemblerView::DisassemblerView(Document *document, const FormatTable *formats, EditorHost *host, QWidget *parent)
@@ -48,7 +50,12 @@ void DisassemblerView::connectParts()
     m_paras->viewport()->installEventFilter(this);
     connect(m_paras, &TextParaView::selectionChanged, this, &DisassemblerView::slotSelectionChanged);
     connect(m_paras, &TextParaView::cursorPositionChanged, this, &DisassemblerView::slotCursorMoved);
-    connect(m_paras, &TextParaView::clicked, this, &DisassemblerView::followBranch);
+    connect(m_paras, &TextParaView::waitsLong, this, [this] {
+        m_isReading = true;
+        m_bar->setMessage(tr("Reading the instructions..."));
+    });
+    connect(m_paras, &TextParaView::loaded, this, &DisassemblerView::slotLoaded);
+    connect(m_paras, &TextParaView::clicked, this, [this](const TextParaView::Place &place) { follow(linkAt(place)); });
     connect(m_paras, &ScrollView::contentsMoving, m_margin, &MarkerWidget::setPosition);
     connect(m_margin, &MarkerWidget::toggleBreakpoint, this,
             [this](int line) { Q_EMIT toggleBreakpoint(m_disassembly->lineOf(line - 1)); });
@@ -154,10 +161,20 @@ void DisassemblerView::update(View *, bool full)
         showWhetherReadable();
 }
 
+void DisassemblerView::slotLoaded()
+{
+    if (std::exchange(m_isReading, false))
+        m_bar->setMessage({});
+    const QPointer<DisassemblerView> self(this);
+    updateArrow();
+    if (self)
+        showWhetherReadable();
+}
+
 /// Without a session most debuggers have no instructions.
 void DisassemblerView::showWhetherReadable()
 {
-    const bool unreadable = m_paras->rowCount() > 0 && !m_paras->hasText();
+    const bool unreadable = m_paras->rowCount() > 0 && !m_paras->hasText() && !m_paras->isWaiting();
     if (unreadable)
         m_bar->setMessage(tr("No instructions can be read here."));
     else if (m_unreadable)
@@ -232,10 +249,13 @@ void DisassemblerView::updateArrow()
         return;
     }
     const int para = current.key() - 1;
-    const QStringList lines = m_paras->linesOf(para);
+    const auto lines = m_paras->linesInTime(para, 0);
     if (!self)
         return;
-    const auto target = lines.isEmpty() ? std::nullopt : branchTarget(plainText(lines.last()));
+    if (!lines)
+        QTimer::singleShot(ArrowInterval, this, &DisassemblerView::updateArrow);
+    const bool isRead = lines && !lines->isEmpty();
+    const auto target = isRead ? branchTarget(plainText(lines->last())) : std::nullopt;
     m_margin->setArrow(para, target ? m_disassembly->paraOfAddress(target->address) : -1);
 }
 
@@ -332,14 +352,17 @@ bool DisassemblerView::goTo(const QString &text)
     return self;
 }
 
-/// The paragraph of the instruction that covers a paragraph's address; that paragraph itself if there is none.
+/// The paragraph of the instruction that covers a paragraph's address; that paragraph itself if there is none, or if it
+/// is not read yet.
 int DisassemblerView::instructionAt(int para) const
 {
     constexpr int LongestInstruction = 15; // bytes
     const QPointer<const DisassemblerView> self(this);
     for (int before = 0; before < LongestInstruction && before <= para; ++before) {
-        const bool starts = !m_paras->linesOf(para - before).isEmpty();
-        if (!self || starts)
+        const auto lines = m_paras->linesInTime(para - before);
+        if (!self || !lines)
+            break;
+        if (!lines->isEmpty())
             return para - before;
     }
     return para;
@@ -354,19 +377,24 @@ std::optional<BranchTarget> DisassemblerView::branchAt(const TextParaView::Place
     if (row < 0 || !m_paras->rowToPara(row, &para, &last) || last != place.line)
         return {}; // a source line
     const auto target = branchTarget(plainText(line));
-    const bool isThere = target && place.column >= target->start && place.column < target->end
-                         && m_disassembly->paraOfAddress(target->address) >= 0;
-    return isThere ? target : std::nullopt;
+    return target && m_disassembly->paraOfAddress(target->address) >= 0 ? target : std::nullopt;
+}
+
+/// The same if the place is within the instruction, without its address and bytes.
+std::optional<BranchTarget> DisassemblerView::linkAt(const TextParaView::Place &place) const
+{
+    const auto target = branchAt(place);
+    return target && place.column >= target->start && place.column < target->end ? target : std::nullopt;
 }
 
 void DisassemblerView::showHand(const QPoint &position)
 {
-    m_paras->viewport()->setCursor(branchAt(m_paras->placeAt(position)) ? Qt::PointingHandCursor : Qt::IBeamCursor);
+    m_paras->viewport()->setCursor(linkAt(m_paras->placeAt(position)) ? Qt::PointingHandCursor : Qt::IBeamCursor);
 }
 
-void DisassemblerView::followBranch(const TextParaView::Place &place)
+void DisassemblerView::follow(const std::optional<BranchTarget> &target)
 {
-    if (const auto target = branchAt(place))
+    if (target)
         jump(m_disassembly->paraOfAddress(target->address));
 }
 
@@ -413,8 +441,12 @@ void DisassemblerView::keyPressEvent(QKeyEvent *event)
     else if (event->matches(QKeySequence::Forward)
              || (event->modifiers() == Qt::AltModifier && event->key() == Qt::Key_Right))
         forward();
+    else if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)
+        follow(branchAt(m_paras->cursorPlace()));
     else if (event->key() == Qt::Key_Escape && m_search->isRunning())
         startFind({}, false, true, true);
+    else if (event->key() == Qt::Key_Escape && !m_paras->hasFocus())
+        m_paras->setFocus();
     else
         View::keyPressEvent(event);
 }

@@ -10,7 +10,8 @@ class EditorHost;
 class ParaSearch;
 class TextParaMarkerWidget;
 
-/// Shows the instructions of a program that is debugged. A click on a call or branch goes to its target, Alt+Left back.
+/// Shows the instructions of a program that is debugged. A click or Return on a call or branch goes to its target,
+/// Alt+Left back.
 class DisassemblerView : public View, public IViewWithMarkers, public ITextNavigation
 {
     Q_OBJECT
@@ -67,9 +68,11 @@ private:
     void slotCursorMoved(int para, int column);
     void placeMargin();
     void updateArrow();
+    void slotLoaded();
     void showWhetherReadable();
-    void followBranch(const TextParaView::Place &place);
+    void follow(const std::optional<BranchTarget> &target);
     [[nodiscard]] std::optional<BranchTarget> branchAt(const TextParaView::Place &place) const;
+    [[nodiscard]] std::optional<BranchTarget> linkAt(const TextParaView::Place &place) const;
     void showHand(const QPoint &position);
     [[nodiscard]] int instructionAt(int para) const;
     void jump(int para);
@@ -86,6 +89,7 @@ private:
     ParaSearch *m_search;
     QString m_wanted; ///< the text that is searched for
     bool m_wantedForward = true;
+    bool m_isReading = false;  ///< whether a message says that instructions are being read
     bool m_unreadable = false; ///< whether a message says that there are no instructions
     int m_findTimeLimit = FindTimeLimit;
     QList<int> m_history; ///< the paragraphs that jumps have left and reached

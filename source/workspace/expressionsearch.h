@@ -25,5 +25,5 @@ public:
 
 private:
     struct Engine;
-    const std::unique_ptr<Engine> m_engine;
+    std::unique_ptr<Engine> m_engine;
 };

@@ -37,6 +37,31 @@ QString lineText(QByteArrayView bytes, qsizetype length)
         bytes.chop(1);
     return decodeText(bytes.first(std::min(bytes.size(), length * 4)).toByteArray()).text.left(length);
 }
+
+/// Reports each line of @p text, the first of which has the number @p line, in which @p find has a match at or after a
+/// place; the report gets how much of the line is wanted. The line that ends the text belongs to the next piece of the
+/// file if it is empty, unless @p isEnd. Returns whether to go on.
+template <typename View, typename Unit, typename Find, typename Report>
+bool reportLines(View text, Unit newLine, bool isEnd, int line, const std::atomic<bool> &running, const Find &find,
+                 const Report &report)
+{
+    qsizetype lastLineStart = 0;
+    for (qsizetype at = find(0); at >= 0 && running;) {
+        if (at == text.size() && !isEnd)
+            return true;
+        const qsizetype lineStart = at == 0 ? 0 : text.lastIndexOf(newLine, at - 1) + 1;
+        line += int(text.sliced(lastLineStart, lineStart - lastLineStart).count(newLine));
+        lastLineStart = lineStart;
+        const qsizetype lineEnd = text.indexOf(newLine, at);
+        const View found = text.sliced(lineStart, (lineEnd < 0 ? text.size() : lineEnd) - lineStart);
+        if (!report(line, found, lineEnd < 0 && isEnd ? LastLineLength : LineLength))
+            return false;
+        if (lineEnd < 0)
+            return true;
+        at = find(lineEnd + 1); // one result for each line
+    }
+    return running;
+}
 } // namespace
 
 /// A part of a file that begins with a line.
@@ -143,45 +168,19 @@ bool FileTextSearch::searchBytes(const Piece &piece, const std::atomic<bool> &ru
     if (hasLoneReturns(bytes) || (m_expression && !bytes.isValidUtf8()))
         return searchDecoded({decodeText(bytes.toByteArray()).text, piece.isStart, piece.isEnd}, piece.firstLine,
                              running, receive);
-    int line = piece.firstLine;
-    qsizetype lastLineStart = 0;
-    for (qsizetype at = findBytes(piece, 0, running); at >= 0 && running;) {
-        if (at == bytes.size() && !piece.isEnd)
-            return true; // the line belongs to the next piece
-        const qsizetype lineStart = at == 0 ? 0 : bytes.lastIndexOf('\n', at - 1) + 1;
-        line += int(bytes.sliced(lastLineStart, lineStart - lastLineStart).count('\n'));
-        lastLineStart = lineStart;
-        const qsizetype lineEnd = bytes.indexOf('\n', at);
-        const bool isLast = lineEnd < 0 && piece.isEnd;
-        const QByteArrayView text = bytes.sliced(lineStart, (lineEnd < 0 ? bytes.size() : lineEnd) - lineStart);
-        if (!receive(line, lineText(text, isLast ? LastLineLength : LineLength)))
-            return false;
-        if (lineEnd < 0)
-            return true;
-        at = findBytes(piece, lineEnd + 1, running); // one result for each line
-    }
-    return running;
+    const auto find = [&](qsizetype from) { return findBytes(piece, from, running); };
+    const auto report = [&](int line, QByteArrayView found, qsizetype length) {
+        return receive(line, lineText(found, length));
+    };
+    return reportLines(bytes, '\n', piece.isEnd, piece.firstLine, running, find, report);
 }
 
 bool FileTextSearch::searchDecoded(const TextPiece &piece, int firstLine, const std::atomic<bool> &running,
                                    const Receiver &receive) const
 {
-    const QString &text = piece.text;
-    int line = firstLine;
-    qsizetype lastLineStart = 0;
-    for (qsizetype at = m_pattern->find(piece, 0, running); at >= 0 && running;) {
-        if (at == text.size() && !piece.isEnd)
-            return true;
-        const qsizetype lineStart = at == 0 ? 0 : text.lastIndexOf(u'\n', at - 1) + 1;
-        line += int(QStringView(text).sliced(lastLineStart, lineStart - lastLineStart).count(u'\n'));
-        lastLineStart = lineStart;
-        const qsizetype lineEnd = text.indexOf(u'\n', at);
-        const qsizetype length = lineEnd < 0 ? LastLineLength : std::min(lineEnd - lineStart, LineLength);
-        if (!receive(line, text.mid(lineStart, length)))
-            return false;
-        if (lineEnd < 0)
-            return true;
-        at = m_pattern->find(piece, lineEnd + 1, running);
-    }
-    return running;
+    const auto find = [&](qsizetype from) { return m_pattern->find(piece, from, running); };
+    const auto report = [&](int line, QStringView found, qsizetype length) {
+        return receive(line, found.left(length).toString());
+    };
+    return reportLines(QStringView(piece.text), u'\n', piece.isEnd, firstLine, running, find, report);
 }

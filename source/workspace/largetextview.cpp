@@ -18,8 +18,9 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-constexpr int Edge = 2; ///< pixels between the view's edge and the margin
-}
+constexpr int Edge = 2;        ///< pixels between the view's edge and the margin
+constexpr int LinesAround = 4; ///< lines shown above and below a match
+} // namespace
 
 LargeTextView::LargeTextView(LargeTextDocument *document, const FormatTable *formats, EditorHost *host, QWidget *parent)
     : View(document, parent)
@@ -285,6 +286,8 @@ void LargeTextView::showMatch(qint64 offset, qint64 length)
     LargeTextDocument::Place end = m_text->placeOf(offset + length);
     m_lines->setCursor(end.line, end.column);
     m_lines->setCursor(start.line, start.column); // the whole match is on screen if it fits there
+    const int height = m_lines->lineHeight();
+    m_lines->ensureVisible(m_lines->contentsX(), qint64(height) * start.line, 0, LinesAround * qint64(height));
     m_lines->showMatch({start.line, start.column}, {end.line, end.column});
 }
 

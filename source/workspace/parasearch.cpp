@@ -5,8 +5,9 @@
 #include <QPointer>
 
 namespace {
-constexpr int Slice = 30; ///< milliseconds without an event loop
-}
+constexpr int Slice = 30;       ///< milliseconds without an event loop
+constexpr int WaitInterval = 5; ///< milliseconds between two questions whether a paragraph is there
+} // namespace
 
 ParaSearch::ParaSearch(TextParaView *view, IParaSource *source, QObject *parent)
     : QObject(parent), m_view(view), m_source(source)
@@ -51,10 +52,15 @@ void ParaSearch::step()
         if (isOver)
             break;
         const int number = m_number;
-        const QStringList lines = m_view->linesOf(para);
+        const auto lines = m_view->linesInTime(para, std::max(0, Slice - int(time.elapsed())));
         if (!self || m_number != number)
             return;
-        if (m_scan->find(lines)) {
+        m_timer.setInterval(lines ? 0 : WaitInterval);
+        if (!lines) {
+            Q_EMIT progress(percent());
+            return;
+        }
+        if (m_scan->find(*lines)) {
             const TextParaView::Place place = m_scan->place();
             cancel();
             Q_EMIT found(place, m_wrapped);

@@ -43,5 +43,6 @@ public:
 
 private:
     struct Engine;
-    const std::unique_ptr<Engine> m_engine;
+    std::unique_ptr<Engine> m_engine;
+    const bool m_isExpression;
 };

@@ -46,6 +46,7 @@ inline QByteArrayList availabilitySignals()
                "cutAvailable pasteAvailable projectOpenAvailable projectRepopulateAvailable "
                "projectEditingAvailable workspaceEditingAvailable compileAvailable buildAvailable projectBuilding "
                "runAvailable pauseAvailable stopAvailable restartAvailable startAvailable wakeupAvailable "
-               "showNextAvailable backAvailable forwardAvailable previousAvailable nextAvailable attachAvailable")
+               "showNextAvailable backAvailable forwardAvailable previousAvailable nextAvailable attachAvailable "
+               "batchBuildAvailable")
         .split(' ');
 }

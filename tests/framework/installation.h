@@ -41,7 +41,9 @@ public:
               "fontSize='9'/></section></textformats>");
         for (const char *picture :
              {"appicon", "headerfile", "csourcefile", "pythonsourcefile", "textfile", "treefolder", "treefolderopen",
-              "treesourcefile", "treeworkspace", "treeproject", "treeprojectinactive"})
+              "treesourcefile", "treeworkspace", "treeproject", "treeprojectinactive", "markercurrent", "markerlookup",
+              "markerenabledbreak", "markerenabledbreak2", "markerdisabledbreak", "markerdisabledbreak2",
+              "markermultiplebreak", "markermultiplebreak2"})
             write(QStringLiteral("images/%1.svg").arg(QLatin1StringView(picture)),
                   "<svg xmlns='http://www.w3.org/2000/svg' width='8' height='8'>"
                   "<rect width='8' height='8' fill='blue'/></svg>");

@@ -197,7 +197,7 @@ private Q_SLOTS:
         QByteArrayList expected;
         for (const QByteArray &name : availabilitySignals())
             expected.append(name + "(bool)");
-        QCOMPARE(expected.size(), 27);
+        QCOMPARE(expected.size(), 28);
         QByteArrayList found;
         const QMetaObject &meta = AvailabilityWindow::staticMetaObject;
         for (int i = meta.methodOffset(); i < meta.methodCount(); ++i) {
@@ -300,7 +300,8 @@ private Q_SLOTS:
                  "copyAvailable pasteAvailable backAvailable forwardAvailable previousAvailable nextAvailable "
                  "+projectOpenAvailable projectRepopulateAvailable workspaceEditingAvailable projectEditingAvailable "
                  "buildAvailable projectBuilding runAvailable stopAvailable pauseAvailable startAvailable "
-                 "restartAvailable wakeupAvailable showNextAvailable attachAvailable"_s);
+                 "restartAvailable wakeupAvailable showNextAvailable attachAvailable "
+                 "batchBuildAvailable"_s);
         QCOMPARE(m_window->activity().state(), StateNoWorkspace);
     }
 
@@ -323,7 +324,8 @@ private Q_SLOTS:
         QCOMPARE(recorder.recorded.join(u' '),
                  u"+projectOpenAvailable projectRepopulateAvailable workspaceEditingAvailable projectEditingAvailable "
                  "buildAvailable projectBuilding runAvailable stopAvailable pauseAvailable startAvailable "
-                 "restartAvailable wakeupAvailable showNextAvailable attachAvailable compileAvailable"_s);
+                 "restartAvailable wakeupAvailable showNextAvailable attachAvailable "
+                 "batchBuildAvailable compileAvailable"_s);
         recorder.recorded.clear();
         m_window->activity().setState(StateBuilding);
         QCOMPARE(recorder.recorded.first(), u"projectOpenAvailable"_s);

@@ -151,8 +151,7 @@ private Q_SLOTS:
         QCOMPARE(textsOf<QLabel>(m_dialog),
                  (QStringList{u"Size of the text in documents:"_s, u"Virtual environment:"_s,
                               u"A change takes effect at the next start."_s, u"Accept connections from:"_s,
-                              u"The server runs only when Varnel is started with \"-r\" and a port number. A change "
-                              "takes effect at the next start."_s}));
+                              u"The server needs the option \"-r\". A change takes effect at the next start."_s}));
         QCOMPARE(entries(combo(m_dialog, "AutomationCombo")),
                  (QStringList{u"All computers"_s, u"This computer only"_s}));
         const auto *tree = m_dialog.findChild<QTreeWidget *>(u"TrustTree"_s);

@@ -233,6 +233,21 @@ private Q_SLOTS:
         }
     }
 
+    void pagesHaveTheSameBackgroundAndFitOnASmallScreen()
+    {
+        open(m_values);
+        QVERIFY(m_dialog->height() <= 560); // with its frame it fits on a screen of 800 by 600
+        const auto corner = [this] {        // of the page, where it has no widget
+            const QWidget *page = tabs()->currentWidget();
+            const QPoint place = page->mapTo(m_dialog.get(), page->rect().bottomRight() - QPoint(3, 3));
+            return m_dialog->grab().toImage().pixelColor(place);
+        };
+        const QColor background = corner();
+        tabs()->setCurrentIndex(5);
+        m_dialog->findChild<QScrollArea *>()->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+        QCOMPARE(corner(), background);
+    }
+
     void tabGoesThroughTheWidgetsOfATab_data()
     {
         QTest::addColumn<int>("tab");

@@ -2,12 +2,16 @@
 #include "outputpage.h"
 #include "outputwindow.h"
 #include "popupmenu.h"
+#include "projecttree.h"
 #include "textindent.h"
 #include "windowfixture.h"
 #include "windowmenus.h"
 #include <QDockWidget>
 #include <QLabel>
+#include <QMdiArea>
 #include <QMimeData>
+#include <QPushButton>
+#include <QRadioButton>
 #include <QSpinBox>
 
 // The commands of the menus View and Window, drag and drop, and the appearance of the window.
@@ -154,6 +158,21 @@ private Q_SLOTS:
         QCOMPARE(f.openFiles().size(), 2);
     }
 
+    void aStyleChosenInTheOptionsHoldsFromTheNextStart()
+    {
+        WindowFixture f;
+        f.open(u"a.c"_s);
+        f.answers->meet([](QDialog *dialog) {
+            dialog->findChild<QRadioButton *>(u"MDIStyleRadio"_s)->click();
+            dialog->findChild<QPushButton *>(u"OKButton"_s)->click();
+        });
+        f.window->toolsOptions();
+        QVERIFY(f.answers->allGiven());
+        QVERIFY(!f.window->findChild<QMdiArea *>());
+        f.restart();
+        QVERIFY(f.window->findChild<QMdiArea *>());
+    }
+
     void theCursorsPlaceCountsFromOne()
     {
         const WindowFixture f;
@@ -266,6 +285,30 @@ private Q_SLOTS:
         });
         f.window->fileProperties();
         QVERIFY(f.answers->allGiven());
+    }
+
+    void projectPropertiesAreThoseOfTheCurrentOrOfTheSelectedProject()
+    {
+        const WindowFixture f;
+        f.writeProject(u"fw.vnp"_s);
+        f.writeProject(u"lib.vnp"_s);
+        QVERIFY(f.window->openWorkspace(f.writeWorkspace(u"all.vnw"_s, {u"fw.vnp"_s, u"lib.vnp"_s}), false));
+        QStringList captions;
+        const auto note = [&](QDialog *dialog) {
+            captions += dialog->objectName() + u": "_s + dialog->windowTitle();
+            dialog->reject();
+        };
+        auto *tree = f.window->findChild<ProjectTree *>();
+        tree->clearSelection();
+        f.window->projectPropertiesAlt(); // no project is selected
+        tree->topLevelItem(0)->child(1)->setSelected(true);
+        f.answers->meet(note);
+        f.window->projectProperties();
+        f.answers->meet(note);
+        f.window->projectPropertiesAlt();
+        QVERIFY(f.answers->allGiven());
+        QCOMPARE(captions, (QStringList{u"propertyEditorDialog: Project Properties:  - fw"_s,
+                                        u"propertyEditorDialog: Project Properties:  - lib"_s}));
     }
 
     // Looks

@@ -9,6 +9,7 @@
 #include "idebugbuild.h"
 #include "idisassembly.h"
 #include "idisassemblyaddress.h"
+#include "idisassemblyfetch.h"
 #include "idockextension.h"
 #include "iexecutionenvironment.h"
 #include "iexecutionevents.h"
@@ -343,6 +344,10 @@ private Q_SLOTS:
         {
             using I = IDisassemblyAddress;
             contract<I>("IDisassemblyAddress", "{37660f94-ce88-4cb2-8a2b-617524a915fe}", {F(text), F(sourceLines)});
+        }
+        {
+            using I = IDisassemblyFetch;
+            contract<I>("IDisassemblyFetch", "{5c0f5f6e-9b1a-4a39-9d0c-3e6127d458b1}", {F(fetch)});
         }
         {
             using I = IMemory;

@@ -34,7 +34,7 @@ const QStringList signalNames =
     "projectRepopulateAvailable projectEditingAvailable workspaceEditingAvailable "
     "compileAvailable buildAvailable projectBuilding runAvailable pauseAvailable "
     "stopAvailable restartAvailable startAvailable wakeupAvailable showNextAvailable "
-    "backAvailable forwardAvailable previousAvailable nextAvailable attachAvailable"_s.split(u' ');
+    "backAvailable forwardAvailable previousAvailable nextAvailable attachAvailable batchBuildAvailable"_s.split(u' ');
 
 const QStringList filledMenus =
     u"viewMenu viewToolbarsMenu windowMenu fileRecentFilesMenu projectRecentWorkspacesMenu "
@@ -317,7 +317,7 @@ void TestUiConfig::onlyDockWindowActionsAndTheRecorderAreCheckable()
 
 void TestUiConfig::enableNamesAnAvailabilitySignal()
 {
-    QCOMPARE(signalNames.size(), 27);
+    QCOMPARE(signalNames.size(), 28);
     for (const QDomElement &action : m_actions) {
         const QList<QDomElement> enables = elements(action, u"enable"_s);
         QVERIFY(enables.size() <= 1);

@@ -1,4 +1,5 @@
 #include "activity.h"
+#include "ibuildenvironment.h"
 #include "interfaceobject.h"
 #include "modeltext.h"
 #include <QSignalSpy>
@@ -34,6 +35,19 @@ public:
     _object *pythonExtension() override { return nullptr; }
 
     std::function<void()> whenAsked;
+};
+
+class FakeBuild : public InterfaceObject<IBuildEnvironment>
+{
+public:
+    bool initialise(IBuildEvents *, const QString &) override { return true; }
+    void setProject(IProject *) override {}
+    void compile(const QString &, const QString &) override {}
+    bool canCompile(const QString &, const QString &) override { return true; }
+    void build(const QStringList &, bool) override {}
+    void clean(const QStringList &) override {}
+    void stop() override {}
+    bool isUpToDate(const QString &) override { return true; }
 };
 } // namespace
 
@@ -269,6 +283,27 @@ private Q_SLOTS:
         QCOMPARE(available.size(), 1);
         QVERIFY(available.first().first().value<ActivityAvailability>().build);
         QCOMPARE(m_activity->currentProject()->name(), u"fw"_s);
+    }
+
+    void batchBuildNeedsABuildEnvironmentOfTheCurrentProject()
+    {
+        const auto build = InterfacePtr<IBuildEnvironment>(new FakeBuild);
+        connect(m_activity.get(), &Activity::projectLoaded, this, [&](Project *project) {
+            if (project->name() == "fw"_L1)
+                project->setBuildEnvironment(build.get());
+        });
+        QSignalSpy available(m_activity.get(), &Activity::availabilityChanged);
+        const auto isAvailable = [&] { return available.takeLast().first().value<ActivityAvailability>().batchBuild; };
+        m_activity->setState(StateNoWorkspace); // as at the start of the program
+        QVERIFY(!isAvailable());
+        m_activity->openWorkspace(makeWorkspace({u"fw"_s, u"doc"_s}));
+        QVERIFY(isAvailable());
+        m_activity->workspace()->setCurrentProject(1);
+        QVERIFY(!isAvailable());
+        m_activity->workspace()->setCurrentProject(0);
+        QVERIFY(isAvailable());
+        m_activity->setState(StateBuilding);
+        QVERIFY(!isAvailable());
     }
 
     void projectLoadedIsEmittedBeforeAProjectIsAdded()

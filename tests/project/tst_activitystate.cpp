@@ -17,7 +17,8 @@ const QStringList AllNames{u"projectOpen"_s,
                            u"restart"_s,
                            u"wakeup"_s,
                            u"showNext"_s,
-                           u"attach"_s};
+                           u"attach"_s,
+                           u"batchBuild"_s};
 
 /// The names of the available commands, in the order of the fields.
 QStringList names(const ActivityAvailability &can)
@@ -35,7 +36,8 @@ QStringList names(const ActivityAvailability &can)
                              can.restart,
                              can.wakeup,
                              can.showNext,
-                             can.attach};
+                             can.attach,
+                             can.batchBuild};
     QStringList result;
     for (int i = 0; i < fields.size(); ++i) {
         if (fields[i])
@@ -45,7 +47,7 @@ QStringList names(const ActivityAvailability &can)
 }
 
 constexpr ActivityContext Everything{
-    .workspace = true, .project = true, .executionEnvironment = true, .canAttach = true};
+    .workspace = true, .project = true, .buildEnvironment = true, .executionEnvironment = true, .canAttach = true};
 } // namespace
 
 class ActivityStateTest : public QObject
@@ -74,7 +76,7 @@ private Q_SLOTS:
         QTest::newRow("no workspace") << 0 << u"projectOpen projectRepopulate workspaceEditing projectEditing"_s;
         QTest::newRow("idle") << 1
                               << u"projectOpen projectRepopulate workspaceEditing projectEditing build run start "
-                                 "restart attach"_s;
+                                 "restart attach batchBuild"_s;
         QTest::newRow("building") << 2 << u"building"_s;
         QTest::newRow("initialising") << 3 << QString();
         QTest::newRow("running") << 4 << u"stop pause wakeup"_s;
@@ -94,7 +96,7 @@ private Q_SLOTS:
         QTest::addColumn<ActivityContext>("context");
         QTest::addColumn<QString>("impossible");
         const QString ofTarget = u"run stop pause start restart wakeup showNext attach"_s;
-        const QString ofProject = u"projectRepopulate projectEditing build building"_s;
+        const QString ofProject = u"projectRepopulate projectEditing build building batchBuild"_s;
         ActivityContext context = Everything;
         QTest::newRow("everything there") << context << QString();
         context.canAttach = false;
@@ -103,6 +105,9 @@ private Q_SLOTS:
         QTest::newRow("no execution environment") << context << ofTarget;
         context.canAttach = true;
         QTest::newRow("attaching without execution environment") << context << ofTarget;
+        context = Everything;
+        context.buildEnvironment = false;
+        QTest::newRow("no build environment") << context << u"batchBuild"_s;
         context = {.workspace = true};
         QTest::newRow("no project") << context << ofTarget + u' ' + ofProject;
         context.workspace = false;

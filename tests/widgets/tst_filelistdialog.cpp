@@ -172,6 +172,35 @@ private Q_SLOTS:
         QCOMPARE(usable(), u"000"_s);
     }
 
+    void keysAloneAreEnough()
+    {
+        const auto key = [](Qt::Key key) { QTest::keyClick(QApplication::focusWidget(), key); };
+        open(u"b"_s);
+        QVERIFY(tool("NewButton")->hasFocus());
+        key(Qt::Key_Space);
+        QTest::keyClicks(QApplication::focusWidget(), u"a"_s);
+        key(Qt::Key_Return); // ends the edit only
+        QVERIFY(list()->hasFocus() && m_dialog->isVisible());
+        key(Qt::Key_Backtab);
+        QVERIFY(tool("UpButton")->hasFocus());
+        key(Qt::Key_Space);
+        QCOMPARE(m_dialog->text(), u"a;b"_s);
+        QVERIFY(list()->currentItem()->isEditing());
+        key(Qt::Key_Escape); // the same
+        QVERIFY(list()->hasFocus() && m_dialog->isVisible());
+        key(Qt::Key_Down);
+        key(Qt::Key_Return);
+        for (int i = 0; i < 4 && !tool("RemoveButton")->hasFocus(); ++i)
+            key(Qt::Key_Backtab);
+        key(Qt::Key_Space);
+        QCOMPARE(m_dialog->text(), u"a"_s);
+        for (int i = 0; i < 8 && !m_dialog->findChild<QPushButton *>(u"OkButton"_s)->hasFocus(); ++i)
+            key(Qt::Key_Tab);
+        key(Qt::Key_Return);
+        QCOMPARE(m_dialog->result(), int(QDialog::Accepted));
+        QVERIFY(!m_dialog->isVisible());
+    }
+
     void moveTakesWhatIsBeingTyped()
     {
         open(u"a;b"_s);

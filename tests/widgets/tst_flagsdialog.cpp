@@ -2,6 +2,8 @@
 #include <QCheckBox>
 #include <QGridLayout>
 #include <QLabel>
+#include <QScreen>
+#include <QScrollArea>
 #include <QSignalSpy>
 #include <QTest>
 
@@ -32,7 +34,7 @@ private Q_SLOTS:
     void boxesStandAboveTheirNames()
     {
         FlagsDialog dialog(QString(), {u"Z"_s, u"N"_s, u"C"_s}, nullptr);
-        const auto *grid = qobject_cast<QGridLayout *>(dialog.layout());
+        const auto *grid = dialog.findChild<QGridLayout *>();
         QCOMPARE(grid->columnCount(), 3);
         QCOMPARE(grid->rowCount(), 2);
         const QStringList names{u"Z"_s, u"N"_s, u"C"_s};
@@ -53,6 +55,38 @@ private Q_SLOTS:
         dialog.show();
         QTest::mouseClick(dialog.findChild<QCheckBox *>(), Qt::LeftButton);
         QCOMPARE(changed, (QList<QList<QVariant>>{{3u}}));
+    }
+
+    void dialogIsAsLargeAsItsNames()
+    {
+        FlagsDialog dialog(QString(), {u"Z"_s, u"a longer name"_s}, nullptr);
+        dialog.show();
+        auto *area = dialog.findChild<QScrollArea *>();
+        QCOMPARE(area->viewport()->size(), area->widget()->size());
+        for (const QLabel *label : dialog.findChildren<QLabel *>())
+            QVERIFY(label->width() >= label->minimumSizeHint().width());
+    }
+
+    void namesThatAreWiderThanTheScreenAreScrolledByTheTabKey()
+    {
+        FlagsDialog dialog(QString(), QStringList(32, u"a long name of a flag"_s), nullptr);
+        dialog.show();
+        dialog.activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&dialog));
+        QVERIFY(dialog.width() <= dialog.screen()->availableGeometry().width());
+        const QScrollArea *area = dialog.findChild<QScrollArea *>();
+        const QList<QCheckBox *> boxes = dialog.findChildren<QCheckBox *>();
+        boxes.first()->setFocus();
+        for (const QCheckBox *box : boxes) {
+            QCOMPARE(dialog.focusWidget(), box);
+            const QPoint place = box->mapTo(area->viewport(), box->rect().center());
+            QVERIFY(area->viewport()->rect().contains(place));
+            QTest::keyClick(dialog.focusWidget(), Qt::Key_Tab);
+        }
+        QTest::keyClick(dialog.focusWidget(), Qt::Key_Space);
+        QCOMPARE(dialog.value(), 0x80000000u); // the first one has the focus again
+        QTest::keyClick(dialog.focusWidget(), Qt::Key_Escape);
+        QVERIFY(dialog.isHidden());
     }
 
     void moreThan32NamesAreShown()

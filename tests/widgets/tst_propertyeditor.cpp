@@ -139,6 +139,25 @@ private Q_SLOTS:
         QVERIFY(!page(u"Build"_s)->paintsBranches());
     }
 
+    void treeIsAsWideAsItsNamesInBoldNeed()
+    {
+        const QString name = u"A longer name of a page"_s;
+        QVERIFY(m_editor->setPropertyDefinitions(u"<x><group name=\"G\"><propertygroup name=\"%1\">"
+                                                 "<property key=\"k\" name=\"k\" type=\"text\"/>"
+                                                 "</propertygroup></group></x>"_s.arg(name),
+                                                 u"project"_s));
+        m_editor->setValue(u"k"_s, u"v"_s); // another value than the default one: the page is bold
+        page(u"G"_s)->setOpen(true);
+        QFont bold = tree()->font();
+        bold.setBold(true);
+        const int room = tree()->viewport()->width() - tree()->visualItemRect(page(name)).x();
+        QVERIFY(room >= tree()->iconSize().width() + QFontMetrics(bold).horizontalAdvance(name));
+        QVERIFY(m_editor->findChild<QSplitter *>()->sizes().first() > 180);
+        QVERIFY(
+            m_editor->setPropertyDefinitions(u"<x><group name=\"%1\"/></x>"_s.arg(QString(200, u'x')), u"project"_s));
+        QCOMPARE(m_editor->findChild<QSplitter *>()->sizes().first(), 300);
+    }
+
     void firstPageIsShownWithItsDefaults()
     {
         QCOMPARE(rows(), u"Optimisation=Speed\nWarnings=Yes\nColour=red\n"_s);

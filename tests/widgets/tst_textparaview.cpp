@@ -24,8 +24,11 @@ struct Paras : IParaSource
         return paras(index);
     }
     int paraCount() override { return count; }
+    bool fetch(int index, int) override { return !isSlow || isReady(index); }
 
     std::function<QStringList(int)> paras;
+    std::function<bool(int)> isReady;
+    bool isSlow = false; ///< whether isReady counts
     std::function<void()> whenAsked;
     int count = 1000;
     QList<int> asked;
@@ -429,6 +432,122 @@ private Q_SLOTS:
                 view->nextPage();
             QVERIFY(!f.view);
         }
+    }
+
+    // A source that needs time --------------------------------------------------
+
+    void rowsStayUntilTheSourceHasNewOnes()
+    {
+        Fixture f;
+        QSignalSpy loaded(f.view.get(), &ParaScrollView::loaded);
+        QSignalSpy waitsLong(f.view.get(), &ParaScrollView::waitsLong);
+        f.source.isSlow = true;
+        f.source.isReady = [](int) { return false; };
+        f.source.paras = [](int index) { return QStringList{u"new %1"_s.arg(index)}; };
+        f.view->reload();
+        QVERIFY(f.view->isWaiting());
+        QCOMPARE(f.row(2), u"code 0"_s);
+        QTRY_COMPARE(waitsLong.size(), 1);
+        QCOMPARE(f.row(2), u"code 0"_s);
+        QVERIFY(loaded.isEmpty());
+        f.source.isSlow = false;
+        QTRY_COMPARE(loaded.size(), 1);
+        QCOMPARE(f.row(2), u"new 2"_s);
+        QVERIFY(!f.view->isWaiting());
+        QCOMPARE(waitsLong.size(), 1);
+    }
+
+    void firstRowsAreDotsUntilTheSourceHasThem()
+    {
+        Paras source;
+        source.paras = instructions;
+        source.isSlow = true;
+        source.isReady = [](int) { return false; };
+        TextParaView view(&source);
+        view.resize(400, 300);
+        view.show();
+        QTRY_COMPARE(view.visibleText(), u"...\n"_s);
+        source.isSlow = false;
+        QTRY_VERIFY(view.visibleText().startsWith(u"source 0 a\n"_s));
+    }
+
+    void jumpIsFinishedWhenTheSourceHasTheParagraphs()
+    {
+        Fixture f;
+        QSignalSpy moved(f.view.get(), &TextParaView::cursorPositionChanged);
+        f.source.isSlow = true;
+        f.source.isReady = [](int index) { return index < 300; };
+        f.view->showPara(400);
+        QCOMPARE(f.cursor(), u"400,0,0"_s);
+        QCOMPARE(moved.size(), 1);
+        QCOMPARE(f.row(2), u"code 0"_s);
+        f.source.isReady = [](int index) { return index >= 400; }; // the lines above are still missing
+        QTRY_COMPARE(f.row(0), u"source 400 a"_s);
+        QVERIFY(f.view->isWaiting());
+        f.source.isSlow = false;
+        QTRY_VERIFY(!f.view->isWaiting());
+        QCOMPARE(f.row(4), u"source 400 a"_s); // with lines above it
+        QCOMPARE(f.cursor(), u"400,2,0"_s);    // on its last line
+    }
+
+    void pagesAreScrolledWhenTheSourceHasThem()
+    {
+        Fixture f;
+        f.source.isSlow = true;
+        f.source.isReady = [](int index) { return index < 24; }; // the first 10 rows, and some more
+        f.key(Qt::Key_Down);
+        f.key(Qt::Key_PageDown);
+        QVERIFY(f.view->isWaiting());
+        QCOMPARE(f.cursor(), u"0,1,0"_s);
+        f.source.isSlow = false;
+        QTRY_VERIFY(!f.view->isWaiting());
+        QCOMPARE(f.row(0), u"code 24"_s);
+        QCOMPARE(f.cursor(), u"28,0,0"_s); // stays in the second row
+        f.key(Qt::Key_PageUp);
+        QCOMPARE(f.row(0), u"source 0 a"_s);
+    }
+
+    void cursorBelowTheScreenBecomesTheLowestLineLater()
+    {
+        Fixture f;
+        f.source.isSlow = true;
+        f.source.isReady = [](int index) { return index < 60; };
+        f.view->setCursor({80, 2, 0});
+        QVERIFY(f.view->isWaiting());
+        f.source.isSlow = false;
+        QTRY_VERIFY(!f.view->isWaiting());
+        QCOMPARE(f.row(9), u"code 80"_s);
+    }
+
+    void laterMoveReplacesWhatIsAwaited()
+    {
+        Fixture f;
+        f.source.isSlow = true;
+        f.source.isReady = [](int index) { return index < 300; };
+        f.view->showPara(400);
+        f.view->gotoPara(16);
+        QVERIFY(!f.view->isWaiting());
+        f.source.isSlow = false;
+        QTest::qWait(0);
+        QCOMPARE(f.row(0), u"source 16 a"_s);
+        f.source.isSlow = true;
+        f.view->showPara(800);
+        f.view->setCursor({16, 0, 0});
+        f.source.isSlow = false;
+        QTRY_VERIFY(!f.view->isWaiting());
+        QCOMPARE(f.cursor(), u"16,0,0"_s);
+    }
+
+    void linesInTimeAreThoseThatTheSourceHas()
+    {
+        Fixture f;
+        f.source.isSlow = true;
+        f.source.isReady = [](int index) { return index < 300; };
+        QCOMPARE(f.view->linesInTime(0)->size(), 3);
+        QVERIFY(f.view->linesInTime(301 - 2)->isEmpty());
+        QVERIFY(!f.view->linesInTime(400));
+        QVERIFY(f.view->linesInTime(5000)->isEmpty()); // there is no such paragraph
+        QCOMPARE(f.view->linesOf(400).size(), 3);      // waits
     }
 
     void fewerParagraphsMoveTheView()

@@ -22,11 +22,12 @@ namespace {
 using Calls = QList<QVariantList>;
 
 /// A program of instructions of four bytes from @c low on, some with source lines.
-class FakeEnvironment
-    : public InterfaceObject<IExecutionEnvironment, IDisassembly, IDisassemblyAddress, IMemory, ISourceMapping>
+class FakeEnvironment : public InterfaceObject<IExecutionEnvironment, IDisassembly, IDisassemblyAddress,
+                                               IDisassemblyFetch, IMemory, ISourceMapping>
 {
 public:
-    using Base = InterfaceObject<IExecutionEnvironment, IDisassembly, IDisassemblyAddress, IMemory, ISourceMapping>;
+    using Base = InterfaceObject<IExecutionEnvironment, IDisassembly, IDisassemblyAddress, IDisassemblyFetch, IMemory,
+                                 ISourceMapping>;
 
     ~FakeEnvironment() override { ++destroyed; }
     QRESULT queryInterface(const QUuid &id, QUnknownInterface **out) override
@@ -61,6 +62,12 @@ public:
         return isSilent || index % 4 ? QString() : instructions.value(index, u"nop&nbsp;"_s + contents);
     }
     QStringList sourceLines(int index) override { return sources.value(index); }
+    bool fetch(int, int) override
+    {
+        if (fetchThrows)
+            throw std::runtime_error("lost");
+        return isFetched;
+    }
 
     QList<MemoryRegion> regions() override { return {{u"flash"_s, 0, 0, 0, low, high, true, 1}}; }
     int read(int, int, uint, uint *) override { return NoMemory; }
@@ -83,6 +90,8 @@ public:
     QHash<QString, uint> symbols;
     QSet<QUuid> lacks;
     bool throws = false;
+    bool fetchThrows = false;
+    bool isFetched = true;
     bool isSilent = false;
     std::function<void()> whenAsked;
     inline static int destroyed = 0;
@@ -328,6 +337,49 @@ private Q_SLOTS:
         QCOMPARE(f.row(1), u"nop second"_s);
     }
 
+    void instructionsAreShownWhenTheyWereRead()
+    {
+        const Fixture f([](FakeEnvironment &environment) { environment.isFetched = false; });
+        QTRY_COMPARE(f.message(), u"Reading the instructions..."_s);
+        QCOMPARE(f.paras()->visibleText(), u"...\n"_s);
+        f.view->setMarker(0x8001, IViewWithMarkers::CurrentLineMarker, true, false);
+        const QImage withoutArrow = f.margin()->grab().toImage();
+        f.environment->isFetched = true;
+        QTRY_COMPARE(f.row(0), u"00008000 bl 0x8200 <f>"_s);
+        QCOMPARE(f.message(), QString());
+        QTRY_VERIFY(f.margin()->grab().toImage() != withoutArrow); // the arrow of the branch
+    }
+
+    void stepKeepsTheRowsUntilTheNewOnesWereRead()
+    {
+        const Fixture f;
+        f.environment->isFetched = false;
+        f.environment->contents = u"second"_s;
+        f.view->update(nullptr, false);
+        f.view->gotoLine(0x8009);
+        QCOMPARE(f.row(1), u"nop first"_s);
+        f.environment->isFetched = true;
+        QTRY_COMPARE(f.row(1), u"nop second"_s);
+        QCOMPARE(f.cursor(), u"8008"_s);
+        QCOMPARE(f.message(), QString());
+    }
+
+    void exceptionWhileReadingIsAWarning()
+    {
+        QTest::ignoreMessage(QtWarningMsg, "IDisassemblyFetch::fetch: an exception has left the plug-in (lost)");
+        DisassemblerDocumentTemplate kind({}, {}, {}, nullptr);
+        DisassemblerDocument document(&kind);
+        const InterfacePtr<FakeEnvironment> environment(new FakeEnvironment);
+        environment->fetchThrows = true;
+        QVERIFY(document.open(disassemblyName(environment.get(), u"fw"_s)));
+        QVERIFY(document.fetch(0, 0)); // not waited for
+        environment->lacks = {IDisassemblyFetch::Iid};
+        environment->isFetched = false;
+        QVERIFY(document.open(disassemblyName(environment.get(), u"fw"_s)));
+        QVERIFY(document.fetch(0, 0)); // it has no such interface
+        keepEnvironments({});
+    }
+
     void missingInstructionsAreReported()
     {
         Fixture f;
@@ -479,6 +531,31 @@ private Q_SLOTS:
         QCOMPARE(f.cursor(), u"8000"_s);
         f.view->forward();
         QCOMPARE(f.cursor(), u"8200"_s);
+    }
+
+    void returnKeyFollowsTheBranchAtTheCursor()
+    {
+        const Fixture f;
+        QTest::keyClick(f.paras(), Qt::Key_Return); // in the first column
+        QCOMPARE(f.cursor(), u"8200"_s);
+        QTest::keyClick(f.paras(), Qt::Key_Enter, Qt::KeypadModifier); // no branch
+        QCOMPARE(f.cursor(), u"8200"_s);
+        QTest::keyClick(f.paras(), Qt::Key_Left, Qt::AltModifier);
+        QCOMPARE(f.cursor(), u"8000"_s);
+    }
+
+    void keysLeadToTheFieldAndBack()
+    {
+        const Fixture f;
+        auto *field = f.view->findChild<QLineEdit *>(u"DisassemblyGoTo"_s);
+        QTest::keyClick(f.paras(), Qt::Key_Tab);
+        QVERIFY(field->hasFocus());
+        QTest::keyClick(field, Qt::Key_Escape);
+        QVERIFY(f.paras()->hasFocus());
+        field->setFocus();
+        field->setText(u"8000"_s);
+        QTest::keyClick(field, Qt::Key_Return);
+        QCOMPARE(f.cursor(), u"8000"_s); // the branch there is not followed by the same key
     }
 
     void branchOutOfTheMemoryIsNoLink()

@@ -455,6 +455,23 @@ private Q_SLOTS:
         QCOMPARE(selection(f), u"0,996-1,3"_s);
     }
 
+    void matchOverTheBorderOfABlockIsFound()
+    {
+        constexpr int Block = 262'144; // bytes that a search reads in one go
+        QByteArray bytes = "123456789\n" + (QByteArray(63, '.') + '\n').repeated(2 * Block / 64);
+        bytes.replace(Block - 3, 6, "needle");
+        LargeFixture f;
+        f.openAndShow(bytes);
+        QVERIFY(f.view->find(u"needle"_s, true, false, true, true));
+        QCOMPARE(f.cursor(), u"4096,57"_s);
+        f.lines()->setCursor(f.document->lineCount() - 1, 0);
+        QVERIFY(f.view->find(u"NEEDLE"_s, false, false, false, true));
+        QCOMPARE(f.cursor(), u"4096,51"_s);
+        f.view->startFind({u"Needle"_s, false, true}, true, false);
+        QTRY_COMPARE(result(f), u"1 of 1"_s);
+        QCOMPARE(selection(f), u"4096,51-4096,57"_s);
+    }
+
     void missingTextIsReportedAsNotFound()
     {
         LargeFixture f;

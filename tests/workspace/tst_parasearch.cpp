@@ -15,8 +15,15 @@ struct Paras : IParaSource
         return index % 4 ? QStringList() : QStringList{u"source of %1"_s.arg(index), u"<b>code</b> %1"_s.arg(index)};
     }
     int paraCount() override { return count; }
+    bool fetch(int index, int) override
+    {
+        fetched << index;
+        return index < ready;
+    }
 
     int count = 400;
+    int ready = std::numeric_limits<int>::max(); ///< paragraphs below it take no time
+    QList<int> fetched;
     std::function<void()> whenAsked;
 };
 } // namespace
@@ -108,6 +115,18 @@ private Q_SLOTS:
         m_search->cancel();
         QVERIFY(!m_search->isRunning());
         QCOMPARE(m_result, QString());
+    }
+
+    void searchWaitsForParagraphsInTheEventLoop()
+    {
+        m_source.ready = 100;
+        QSignalSpy progress(m_search.get(), &ParaSearch::progress);
+        m_search->start({u"of 200"_s}, {});
+        QTRY_VERIFY(m_source.fetched.count(100) > 2); // asked again and again
+        QVERIFY(m_search->isRunning());
+        QCOMPARE(progress.last(), QList<QVariant>{25});
+        m_source.ready = 400;
+        QTRY_COMPARE(m_result, u"200,0,13"_s);
     }
 
     void sourceMayEndOrReplaceTheSearchWhenItIsAsked()

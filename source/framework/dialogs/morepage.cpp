@@ -13,6 +13,8 @@ MorePage::MorePage(const MoreOptions &options, QWidget *parent, const QString &n
 {
     m_ui->setupUi(this);
     setObjectName(name);
+    m_ui->MoreScrollArea->viewport()->setAutoFillBackground(false); // the background is that of the tab
+    m_ui->MoreContents->setAutoFillBackground(false);
     m_ui->LineNumbersCheck->setChecked(options.lineNumbers);
     m_ui->CurrentLineCheck->setChecked(options.currentLine);
     m_ui->ZoomSpin->setValue(options.zoom);

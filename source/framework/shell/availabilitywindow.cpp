@@ -32,4 +32,5 @@ void AvailabilityWindow::emitActivity(const ActivityAvailability &available)
     Q_EMIT wakeupAvailable(available.wakeup);
     Q_EMIT showNextAvailable(available.showNext);
     Q_EMIT attachAvailable(available.attach);
+    Q_EMIT batchBuildAvailable(available.batchBuild);
 }

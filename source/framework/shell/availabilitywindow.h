@@ -41,4 +41,5 @@ Q_SIGNALS:
     void previousAvailable(bool available);
     void nextAvailable(bool available);
     void attachAvailable(bool available);
+    void batchBuildAvailable(bool available);
 };

@@ -164,9 +164,7 @@ void FileFindCommands::stop()
         return;
     m_searcher.stop();
     endSearch();
-    const QString counted = m_matchCount == 1 ? tr("1 occurrence has been found.\n")
-                                              : tr("%1 occurrences have been found.\n").arg(m_matchCount);
-    print(tr("The search was stopped. ") + counted);
+    print(tr("The search was stopped. ") + countText());
 }
 
 void FileFindCommands::searchMatchFound(const QString &file, int line, const QString &text)
@@ -179,8 +177,13 @@ void FileFindCommands::searchMatchFound(const QString &file, int line, const QSt
 void FileFindCommands::searchFinished()
 {
     endSearch();
-    print(m_matchCount == 1 ? tr("1 occurrence has been found.\n")
-                            : tr("%1 occurrences have been found.\n").arg(m_matchCount));
+    print(countText());
+}
+
+QString FileFindCommands::countText() const
+{
+    return m_matchCount == 1 ? tr("1 occurrence has been found.\n")
+                             : tr("%1 occurrences have been found.\n").arg(m_matchCount);
 }
 
 void FileFindCommands::showProgress()

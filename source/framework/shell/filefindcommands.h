@@ -26,6 +26,7 @@ private:
     void start(const FileSearch &search);
     void searchMatchFound(const QString &file, int line, const QString &text);
     void searchFinished();
+    [[nodiscard]] QString countText() const;
     void showProgress();
     void endSearch();
     void print(const QString &text);

@@ -230,6 +230,8 @@ class MisbehavingPluginTest : public QObject
         const QString session = m_ranSession ? u"session runs"_s : u"no session"_s;
         if (!m_wasCalled)
             return u"not called"_s;
+        if (m_deed != "throw"_L1) // whether the session still starts depends on when reports are delivered
+            return u"the program goes on"_s;
         return operations.isEmpty() ? session : u"reported: "_s + operations.join(u", "_s) + u"; "_s + session;
     }
 
