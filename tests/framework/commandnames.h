@@ -27,7 +27,7 @@ inline QByteArrayList plainCommands()
 /// The actions that the class of their subject connects.
 inline QByteArrayList commandsWithoutSlot()
 {
-    return QByteArray("editNextMessage editPreviousMessage editFindNext editFindPrevious editStopFindInFiles")
+    return QByteArray("editNextMessage editPreviousMessage editFindNext editFindPrevious editStopFindInFiles toolsRecordScript")
         .split(' ');
 }
 

@@ -265,6 +265,182 @@ sys.exit(3) if sys.argv[2] == "exit" else wait(lambda: False)
         self.assertIn("assert 21000 == 21001", output)
 
 
+FIRMWARE = """
+#include "board.h"
+enum state { ready, waiting, ended };
+struct task { const char *name; int priority; enum state state; uint32_t *stack_base; struct task *next; uint32_t wake_time; };
+#ifdef LIST
+struct task second = {"second", 1, waiting, 0, 0, 77};
+struct task first = {"first", 2, ready, 0, &second, 5};
+struct task *task_list = &first;
+struct task *current_task = &first;
+#else
+struct task task_table[] = {{"idle", 0, ready}, {"<blink>", 3, waiting}, {"log", 1, ended}};
+unsigned task_count = 3;
+struct task *current_task = &task_table[1];
+#endif
+uint8_t picture[8] = {0, 255, 128, 64, 255, 0, 1, 2};
+volatile int number;
+void *volatile kept;
+__attribute__((noinline)) static int reached(int value) { return value + 1; }
+__attribute__((noinline)) static int missed(int value)
+{
+    number = 7;
+    return value - 1;
+}
+int main(void)
+{
+    board_init();
+    kept = picture;
+    kept = &current_task;
+#ifdef LIST
+    kept = &task_list;
+#else
+    kept = &task_count;
+#endif
+    for (int i = 0; i < 3; i++)
+        number = reached(number);
+    if (number < 0)
+        number = missed(number);
+    number = *(volatile int *)0xB0000000; /* fault */
+    for (;;)
+        ;
+}
+"""
+
+
+class PanelTest(DebuggerTest):
+    """The panels that are shipped as examples, with firmware on an emulated board."""
+
+    def check_firmware(self, text, firmware=FIRMWARE):
+        (self.examples / "thermostat/main.c").write_text(firmware, encoding="utf-8")
+        return self.check("""
+main = examples / "thermostat/main.c"
+line = lambda words: next(i for i, text in enumerate(main.read_text().splitlines(), 1) if words in text)
+hits = []
+def go():
+    count = len(hits)
+    app.debugger.onBreakpointHit = lambda: hits.append(p.currentProgramLocation)
+    app.doAction("debugRun")
+    wait(lambda: len(hits) > count)
+def start():
+    global p
+    app.openWorkspace(str(examples / "thermostat/thermostat.vnw"))
+    build()
+    p = app.debugger.currentProcessor
+    p.setBreakpoint(str(main), line("board_init();"))
+    go()
+""" + text)
+
+    def test_tasks_in_a_table(self):
+        self.check_firmware("""
+import tasklist
+panel = tasklist.taskList.panel
+assert panel.messageLabel.text == "No debug session is running.", panel.messageLabel.text
+start()
+panel.refreshButton.click()
+assert (panel.messageLabel.text, panel.kernelLabel.text) == ("", "Tasks in a table"), panel.messageLabel.text
+lines = panel.taskView.plainText.split()
+assert " ".join(lines) == "Task Priority State idle 0 ready ▶ <blink> 3 waiting log 1 ended", lines
+p.evaluate("task_count=0")
+panel.refreshButton.click()
+assert "idle" not in panel.taskView.plainText
+app.debugger.stop()
+panel.refreshButton.click()
+assert panel.messageLabel.text == "No debug session is running."
+print("done")
+""")
+
+    def test_tasks_in_a_list(self):
+        self.check_firmware("""
+import tasklist
+start()
+panel = tasklist.taskList.panel
+panel.refreshButton.click()
+assert panel.kernelLabel.text == "Tasks in a list", panel.messageLabel.text
+text = panel.taskView.plainText
+assert [word in text for word in ("first", "second", "77", "sleeping")] == [True] * 4, text
+p.evaluate("second.next=&first")  # a list without an end
+panel.refreshButton.click()
+assert panel.taskView.plainText == text
+print("done")
+""", "#define LIST\n" + FIRMWARE)
+
+    def test_fault(self):
+        self.check_firmware("""
+import faultpanel
+start()
+panel = faultpanel.faultPanel.panel
+panel.refreshButton.click()
+assert panel.reportView.plainText == "There is no fault.", (panel.messageLabel.text, panel.reportView.plainText)
+p.setBreakpointAtSymbol("Fault_Handler")
+go()
+panel.refreshButton.click()
+text = panel.reportView.plainText
+assert "PRECISERR" in text and "0xb0000000" in text, (panel.messageLabel.text, text)
+assert "It happened at" in text and "main.c, %d" % line("/* fault */") in text, text
+print("done")
+""")
+
+    def test_memory_picture(self):
+        self.check_firmware("""
+import memorypicture, zlib
+start()
+panel = memorypicture.memoryPicture.panel
+panel.showButton.click()
+assert panel.messageLabel.text == "Enter an address."
+panel.addressEdit.text = "picture"
+panel.widthBox.value, panel.heightBox.value, panel.formatBox.currentIndex = 4, 2, 1
+region, mode = p.memory.currentRegion, p.memory.currentMode
+panel.showButton.click()
+assert panel.messageLabel.text == "", panel.messageLabel.text
+assert "data:image/png;base64," in panel.pictureView.html
+assert (p.memory.currentRegion, p.memory.currentMode) == (region, mode)
+data = bytes([0, 255, 128, 64, 255, 0, 1, 2])
+address = p.getSymbolAddress("picture")
+assert memorypicture.read(p, address, 8) == data
+def pixels(bits, width, height):
+    file = memorypicture.png(data, width, height, bits)
+    start = file.index(b"IDAT") + 4
+    return zlib.decompress(file[start:-16])
+assert pixels(8, 4, 2) == bytes([0, 0, 255, 128, 64, 0, 255, 0, 1, 2])
+assert pixels(1, 9, 1) == bytes([0] + [0] * 8 + [255])
+assert pixels(16, 1, 1) == bytes([0, 255, 28 * 255 // 63 * 0 + (0xFF00 >> 5 & 63) * 255 // 63, 0])
+assert pixels(32, 1, 1) == bytes([0, 128, 255, 0])
+panel.addressEdit.text = "no_such_symbol"
+panel.showButton.click()
+assert "no_such_symbol" in panel.messageLabel.text and panel.pictureView.plainText == ""
+panel.addressEdit.text = "0xB0000000"
+panel.showButton.click()
+assert panel.messageLabel.text
+print("done")
+""")
+
+    def test_line_coverage(self):
+        self.check_firmware("""
+import linecoverage
+start()
+coverage = linecoverage.lineCoverage
+app.editor.openDocument(str(main))
+end = line("/* fault */")
+p.setBreakpoint(str(main), end)  # the user's
+coverage.panel.startButton.click()
+assert coverage.panel.messageLabel.text == "", coverage.panel.messageLabel.text
+assert line("number = 7;") in coverage.waiting and end not in coverage.waiting, coverage.waiting
+app.doAction("debugRun")
+wait(lambda: p.programStatus in (0, 5) and p.currentProgramLocation[1] == end)
+assert line("return value + 1;") in coverage.reached and line("number = 7;") in coverage.waiting
+assert line("uint8_t picture") not in coverage.waiting | coverage.reached
+text = coverage.panel.linesView.plainText
+assert "+ %4d  __attribute__((noinline)) static int reached" % line("int reached") in text and "- %4d      number = 7;" % line("number = 7;") in text, text
+coverage.panel.stopButton.click()
+assert {found for path, found, state in p.breakpoints} == {line("board_init();"), end}, p.breakpoints
+app.closeWorkspace()
+coverage.panel.stopButton.click()
+print("done")
+""")
+
+
 def children_of(parent):
     found = []
     for file in pathlib.Path("/proc").glob("[0-9]*/stat"):

@@ -23,10 +23,11 @@ const QStringList actionNames =
     "debugStop debugRestart debugWakeup debugShowNext debugBreakpoints "
     "debugToggleBreakpoint debugViewDisassembly debugToggleRegisterWindow "
     "debugTogglePeripheralWindow debugToggleWatchWindow debugToggleMemoryWindow "
-    "toolsMacroNew toolsMacroEdit toolsCustomise toolsOptions "
+    "toolsMacroNew toolsMacroEdit toolsRecordScript toolsCustomise toolsOptions "
     "windowNew windowSplit windowClose windowCloseAll windowCascade windowTile windowNext "
     "windowPrev "
-    "helpSearch helpHome helpBack helpForward helpPrevious helpNext helpAbout helpPlugins helpReport buildAllProjects debugSetNext"_s.split(u' ');
+    "helpSearch helpHome helpBack helpForward helpPrevious helpNext helpAbout helpPlugins helpReport buildAllProjects debugSetNext"_s
+        .split(u' ');
 
 const QStringList signalNames =
     u"viewHasFocus textViewHasFocus textNavigationAvailable undoAvailable redoAvailable "
@@ -126,7 +127,7 @@ private Q_SLOTS:
     void acceleratorsAreValidAndUnique();
     void renamingKeyIsNotAnAccelerator();
     void iconsAreNamedLikeTheirActions();
-    void onlyDockWindowActionsAreCheckable();
+    void onlyDockWindowActionsAndTheRecorderAreCheckable();
     void enableNamesAnAvailabilitySignal();
     void actionsThatTheWindowEnablesFollowNoSignal();
     void menuBarHasTheExpectedMenus();
@@ -207,7 +208,7 @@ void TestUiConfig::sectionsAreActionsMenusToolbars()
 
 void TestUiConfig::actionIsDeclaredOnce()
 {
-    QCOMPARE(actionNames.size(), 88 + 10); // the given ones and our own
+    QCOMPARE(actionNames.size(), 88 + 11); // the given ones and our own
     QCOMPARE(sorted(names(m_actions)), sorted(actionNames));
 }
 
@@ -298,7 +299,7 @@ void TestUiConfig::iconsAreNamedLikeTheirActions()
     }
 }
 
-void TestUiConfig::onlyDockWindowActionsAreCheckable()
+void TestUiConfig::onlyDockWindowActionsAndTheRecorderAreCheckable()
 {
     QStringList toggles;
     for (const QDomElement &action : m_actions) {
@@ -309,6 +310,7 @@ void TestUiConfig::onlyDockWindowActionsAreCheckable()
                                u"debugToggleRegisterWindow off"_s,
                                u"debugToggleWatchWindow off"_s,
                                u"debugToggleMemoryWindow off"_s,
+                               u"toolsRecordScript off"_s,
                                u"viewNavigator on"_s,
                                u"viewOutput on"_s};
     QCOMPARE(sorted(toggles), sorted(expected));

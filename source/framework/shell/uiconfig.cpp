@@ -76,6 +76,10 @@ void UiConfig::createAction(const QDomElement &element)
 void UiConfig::connectAction(QAction *action, const QDomElement &element)
 {
     const QString name = action->objectName();
+    QObject::connect(action, &QAction::triggered, m_window, [this, action] {
+        if (m_observer)
+            m_observer(*action);
+    });
     if (element.attribute(u"slot"_s) == "none"_L1)
         ; // the class of its subject connects it
     else if (action->isCheckable())

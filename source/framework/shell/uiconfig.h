@@ -18,12 +18,16 @@ class UiConfig
 {
 public:
     using IconSource = std::function<QIcon(const QString &name)>;
+    using Observer = std::function<void(const QAction &)>;
     using Companion = std::function<void(ToolBar *)>;
 
     UiConfig(QMainWindow *window, QString fileName, IconSource loadIcon);
 
     /// @p companion is called with a tool bar each time after the action @p name was added to it.
     void addCompanion(const QString &name, const Companion &companion);
+
+    /// @p observer is called when an action is triggered, before its command is carried out.
+    void setObserver(const Observer &observer) { m_observer = observer; }
 
     void setupActions();
     void setupToolbars();
@@ -51,6 +55,7 @@ private:
     QMainWindow *const m_window;
     const QString m_fileName;
     const IconSource m_loadIcon;
+    Observer m_observer;
     QHash<QString, Companion> m_companions;
     QHash<QString, QAction *> m_actions;
     QList<ToolBar *> m_toolBars;

@@ -23,11 +23,13 @@
 #include "projectworkspace.h"
 #include "pythonoutputpanel.h"
 #include "scriptdirectories.h"
+#include "scriptreplay.h"
 #include "searchbox.h"
 #include "tabbedviewmanager.h"
 #include "toolbar.h"
 #include "uidocument.h"
 #include <QAction>
+#include <QJsonArray>
 #include <QScreen>
 #include <QSettings>
 
@@ -242,8 +244,15 @@ void WindowParts::restoreLayout() const
 
 void WindowParts::startConsole()
 {
-    if (objectModel.startScripting())
-        outputWindow->startConsole(application()->scriptDirectories());
+    if (!objectModel.startScripting())
+        return;
+    const auto setWatches = [this](const QString &projectFile, const QStringList &expressions) {
+        QJsonObject all = watches()->watches();
+        all.insert(projectFile, QJsonArray::fromStringList(expressions));
+        watches()->setWatches(all);
+    };
+    offerReplay(objectModel, {[this] { return recorder->stateChanges(); }, setWatches});
+    outputWindow->startConsole(application()->scriptDirectories());
 }
 
 // Commands
@@ -251,6 +260,7 @@ void WindowParts::startConsole()
 /// The commands receive signals of the activity in the order in which they are created.
 void WindowParts::setUpCommands()
 {
+    setUpRecorder();
     fileCommands = std::make_unique<FileCommands>(activity, services);
     editCommands = std::make_unique<EditCommands>(activity, services);
     findCommands = std::make_unique<FindCommands>(services);
@@ -288,20 +298,34 @@ void WindowParts::setUpCommands()
     connectReports();
 }
 
+MultiWatchWindow *WindowParts::watches() const
+{
+    return debugWindows->dock(DebugWindows::Watches)->findChild<MultiWatchWindow *>();
+}
+
 void WindowParts::keepDebugWindows() const
 {
-    auto *watches = debugWindows->dock(DebugWindows::Watches)->findChild<MultiWatchWindow *>();
-    sessions->addPart({u"watches"_s, [watches] { return watches->watches(); },
-                       [watches](const QJsonValue &value) { watches->setWatches(value.toObject()); }});
+    sessions->addPart({u"watches"_s, [watches = watches()] { return watches->watches(); },
+                       [watches = watches()](const QJsonValue &value) { watches->setWatches(value.toObject()); }});
     LiveWindow *live = debugViews.live->window();
     sessions->addPart({u"live"_s, [live] { return live->stored(); },
                        [live](const QJsonValue &value) { live->restore(value.toObject()); }});
+}
+
+/// It learns of a new state before the commands, which may open files then.
+void WindowParts::setUpRecorder()
+{
+    recorder =
+        std::make_unique<ScriptRecorder>(activity, services, [watches = watches()] { return watches->watches(); });
+    ui.setObserver([this](const QAction &action) { recorder->actionTriggered(action); });
 }
 
 void WindowParts::connectReports() const
 {
     const PluginBinder *binder = pluginBinder.get();
     const DebugControl *debug = debugControl.get();
+    QObject::connect(fileCommands.get(), &FileCommands::fileOpened, recorder.get(), &ScriptRecorder::note);
+    QObject::connect(binder, &PluginBinder::breakpointsChanged, recorder.get(), &ScriptRecorder::note);
     QObject::connect(binder, &PluginBinder::buildFinished, buildControl.get(), &BuildControl::buildFinished);
     QObject::connect(binder, &PluginBinder::xmlFeedback, buildControl.get(), &BuildControl::replaceContents);
     QObject::connect(binder, &PluginBinder::programStatusChanged, debug, &DebugControl::programStatusChanged);

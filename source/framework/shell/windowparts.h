@@ -19,6 +19,7 @@
 #include "pluginbinder.h"
 #include "processordock.h"
 #include "projectcommands.h"
+#include "scriptrecorder.h"
 #include "sessionkeeper.h"
 #include "statuslabels.h"
 #include "templatecommands.h"
@@ -37,6 +38,7 @@ class DockWindow;
 class HelpCommands;
 class MacroManager;
 class MainWindow;
+class MultiWatchWindow;
 class Navigator;
 class OutputWindow;
 class PythonOutputPanel;
@@ -89,6 +91,7 @@ struct WindowParts
     OutputWindow *outputWindow = nullptr;
     PythonOutputPanel *pythonOutput = nullptr;
     std::unique_ptr<DebugWindows> debugWindows;
+    std::unique_ptr<ScriptRecorder> recorder;
     std::unique_ptr<FileCommands> fileCommands;
     std::unique_ptr<EditCommands> editCommands;
     std::unique_ptr<FindCommands> findCommands;
@@ -115,6 +118,8 @@ private:
     void setUpDocks();
     void setUpCommands();
     void keepDebugWindows() const;
+    void setUpRecorder();
+    [[nodiscard]] MultiWatchWindow *watches() const;
     void connectViews() const;
     void connectReports() const;
     void connectNavigator() const;
