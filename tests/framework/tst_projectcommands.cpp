@@ -354,7 +354,8 @@ private Q_SLOTS:
         QEvent event(QEvent::ActivationChange); // a dialog was closed
         QCoreApplication::sendEvent(box, &event);
         QCOMPARE(box->currentText(), u"Test"_s);
-        const BoxAnswers unsaved({QMessageBox::No});
+        DialogAnswers unsaved;
+        unsaved.press(QMessageBox::No);
         QVERIFY(f.window->closeWorkspace());
         QTRY_VERIFY(!box->isVisible());
     }

@@ -63,6 +63,29 @@ QPixmap outputArtwork()
     const QString images = application()->path(PathPlugInRoot).filePath(u"images"_s);
     return findPicture(images, name).exists() ? application()->loadPixmap(name) : QPixmap();
 }
+
+MultiWatchWindow *watchesOf(const WindowParts &parts)
+{
+    return parts.debugWindows->dock(DebugWindows::Watches)->findChild<MultiWatchWindow *>();
+}
+
+void keepDebugWindows(const WindowParts &parts)
+{
+    parts.sessions->addPart(
+        {u"watches"_s, [watches = watchesOf(parts)] { return watches->watches(); },
+         [watches = watchesOf(parts)](const QJsonValue &value) { watches->setWatches(value.toObject()); }});
+    LiveWindow *live = parts.debugViews.live->window();
+    parts.sessions->addPart({u"live"_s, [live] { return live->stored(); },
+                             [live](const QJsonValue &value) { live->restore(value.toObject()); }});
+}
+
+/// It learns of a new state before the commands, which may open files then.
+void setUpRecorder(WindowParts &parts)
+{
+    parts.recorder = std::make_unique<ScriptRecorder>(parts.activity, parts.services,
+                                                      [watches = watchesOf(parts)] { return watches->watches(); });
+    parts.ui.setObserver([&parts](const QAction &action) { parts.recorder->actionTriggered(action); });
+}
 } // namespace
 
 WindowParts::WindowParts(MainWindow &window)
@@ -247,9 +270,10 @@ void WindowParts::startConsole()
     if (!objectModel.startScripting())
         return;
     const auto setWatches = [this](const QString &projectFile, const QStringList &expressions) {
-        QJsonObject all = watches()->watches();
+        MultiWatchWindow *watches = watchesOf(*this);
+        QJsonObject all = watches->watches();
         all.insert(projectFile, QJsonArray::fromStringList(expressions));
-        watches()->setWatches(all);
+        watches->setWatches(all);
     };
     offerReplay(objectModel, {[this] { return recorder->stateChanges(); }, setWatches});
     outputWindow->startConsole(application()->scriptDirectories());
@@ -260,7 +284,7 @@ void WindowParts::startConsole()
 /// The commands receive signals of the activity in the order in which they are created.
 void WindowParts::setUpCommands()
 {
-    setUpRecorder();
+    setUpRecorder(*this);
     fileCommands = std::make_unique<FileCommands>(activity, services);
     editCommands = std::make_unique<EditCommands>(activity, services);
     findCommands = std::make_unique<FindCommands>(services);
@@ -285,7 +309,7 @@ void WindowParts::setUpCommands()
     contextHelp = std::make_unique<ContextHelp>(application()->path(PathConfig).filePath(u"helppages.xml"_s), &window);
     QObject::connect(contextHelp.get(), &ContextHelp::pageRequested, helpCommands.get(), &HelpCommands::showPage);
     sessions = std::make_unique<SessionKeeper>(activity, services);
-    keepDebugWindows();
+    keepDebugWindows(*this);
     menus = std::make_unique<WindowMenus>(*this);
     QObject::connect(buildControl.get(), &BuildControl::compileAvailable, &window, &MainWindow::compileAvailable);
     QObject::connect(projectCommands.get(), &ProjectCommands::sessionEndRequested, debugControl.get(),
@@ -296,28 +320,6 @@ void WindowParts::setUpCommands()
     QObject::connect(zoomCommands.get(), &ZoomCommands::zoomChanged, &window, [this] { formats.apply(); });
     QObject::connect(navigator, &Navigator::saveAsTemplate, templateCommands.get(), &TemplateCommands::saveAsTemplate);
     connectReports();
-}
-
-MultiWatchWindow *WindowParts::watches() const
-{
-    return debugWindows->dock(DebugWindows::Watches)->findChild<MultiWatchWindow *>();
-}
-
-void WindowParts::keepDebugWindows() const
-{
-    sessions->addPart({u"watches"_s, [watches = watches()] { return watches->watches(); },
-                       [watches = watches()](const QJsonValue &value) { watches->setWatches(value.toObject()); }});
-    LiveWindow *live = debugViews.live->window();
-    sessions->addPart({u"live"_s, [live] { return live->stored(); },
-                       [live](const QJsonValue &value) { live->restore(value.toObject()); }});
-}
-
-/// It learns of a new state before the commands, which may open files then.
-void WindowParts::setUpRecorder()
-{
-    recorder =
-        std::make_unique<ScriptRecorder>(activity, services, [watches = watches()] { return watches->watches(); });
-    ui.setObserver([this](const QAction &action) { recorder->actionTriggered(action); });
 }
 
 void WindowParts::connectReports() const

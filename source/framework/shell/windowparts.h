@@ -117,9 +117,6 @@ private:
     void followConfigurations() const;
     void setUpDocks();
     void setUpCommands();
-    void keepDebugWindows() const;
-    void setUpRecorder();
-    [[nodiscard]] MultiWatchWindow *watches() const;
     void connectViews() const;
     void connectReports() const;
     void connectNavigator() const;
