@@ -4904,6 +4904,56 @@ Läuft der Server des Zielsystems, und ist kein anderer Debugger damit verbunden
     </message>
 </context>
 <context>
+    <name>ScriptRecorder</name>
+    <message>
+        <source>Recording. Choose Record Script again to stop.</source>
+        <translation>Die Aufzeichnung läuft. Wählen Sie Skript aufzeichnen noch einmal, um sie zu beenden.</translation>
+    </message>
+    <message>
+        <source>Nothing was recorded.</source>
+        <translation>Es wurde nichts aufgezeichnet.</translation>
+    </message>
+    <message>
+        <source>The recording is in the editor.</source>
+        <translation>Die Aufzeichnung ist im Editor.</translation>
+    </message>
+</context>
+<context>
+    <name>ScriptReplay</name>
+    <message>
+        <source>There is no command &apos;%1&apos;</source>
+        <translation>Es gibt keinen Befehl &apos;%1&apos;</translation>
+    </message>
+    <message>
+        <source>The command &apos;%1&apos; (%2) is not available in the state &apos;%3&apos;</source>
+        <translation>Der Befehl &apos;%1&apos; (%2) ist im Zustand &apos;%3&apos; nicht verfügbar</translation>
+    </message>
+    <message>
+        <source>The command &apos;%1&apos; cannot be switched on and off</source>
+        <translation>Der Befehl &apos;%1&apos; kann nicht ein- und ausgeschaltet werden</translation>
+    </message>
+    <message>
+        <source>There is no state &apos;%1&apos;</source>
+        <translation>Es gibt keinen Zustand &apos;%1&apos;</translation>
+    </message>
+    <message>
+        <source>The program has not become &apos;%1&apos; in %2 seconds: it is &apos;%3&apos;</source>
+        <translation>Das Programm ist nicht in %2 Sekunden in den Zustand &apos;%1&apos; gekommen: Es ist im Zustand &apos;%3&apos;</translation>
+    </message>
+    <message>
+        <source>Cannot open workspace &apos;%1&apos;</source>
+        <translation>Der Arbeitsbereich &apos;%1&apos; kann nicht geöffnet werden</translation>
+    </message>
+    <message>
+        <source>No workspace is open</source>
+        <translation>Es ist kein Arbeitsbereich geöffnet</translation>
+    </message>
+    <message>
+        <source>There is no project &apos;%1&apos;</source>
+        <translation>Es gibt kein Projekt &apos;%1&apos;</translation>
+    </message>
+</context>
+<context>
     <name>SearchBox</name>
     <message>
         <source>Find</source>
@@ -7761,6 +7811,26 @@ Bitte prüfen Sie, dass diese Datei nicht schreibgeschützt ist und Sie in sie s
         <source>Makes the line of the cursor the one that the current processor executes next. Nothing between is executed. Available while the program is paused.</source>
         <comment>debugSetNext</comment>
         <translation>Macht die Zeile des Cursors zu der, die der aktuelle Prozessor als Nächstes ausführt. Nichts dazwischen wird ausgeführt. Verfügbar, während das Programm angehalten ist.</translation>
+    </message>
+    <message>
+        <source>Record Script</source>
+        <comment>toolsRecordScript</comment>
+        <translation>Skript aufzeichnen</translation>
+    </message>
+    <message>
+        <source>&amp;Record Script</source>
+        <comment>toolsRecordScript</comment>
+        <translation>&amp;Skript aufzeichnen</translation>
+    </message>
+    <message>
+        <source>Records what you do as a Python function</source>
+        <comment>toolsRecordScript</comment>
+        <translation>Zeichnet auf, was Sie tun, als Python-Funktion</translation>
+    </message>
+    <message>
+        <source>Records commands, opened files, breakpoints and watches. Choose it again to stop: the editor shows a Python function that does the same.</source>
+        <comment>toolsRecordScript</comment>
+        <translation>Zeichnet Befehle, geöffnete Dateien, Haltepunkte und Überwachungen auf. Wählen Sie den Befehl noch einmal, um aufzuhören: Der Editor zeigt eine Python-Funktion, die dasselbe tut.</translation>
     </message>
 </context>
 <context>

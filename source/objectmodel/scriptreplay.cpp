@@ -26,11 +26,6 @@ const QStringList &stateNames()
     return names;
 }
 
-QString tr(const char *text)
-{
-    return QCoreApplication::translate("Replay", text);
-}
-
 /// Runs the event loop for a moment. Raises what interrupts the script.
 void letWindowWork()
 {

@@ -3,6 +3,7 @@
 #include "scriptobject.h"
 #include "scripttypes.h"
 #include <functional>
+#include <QCoreApplication>
 
 /// What the replay of a recorded script needs of the window besides the object model.
 struct ReplayHooks
@@ -16,6 +17,7 @@ struct ReplayHooks
 /// app.doAction() it refuses commands that are not available.
 class ScriptReplay : public ScriptObject
 {
+    Q_DECLARE_TR_FUNCTIONS(ScriptReplay)
 public:
     ScriptReplay(ObjectModel &model, ReplayHooks hooks);
 

@@ -27,7 +27,8 @@ inline QByteArrayList plainCommands()
 /// The actions that the class of their subject connects.
 inline QByteArrayList commandsWithoutSlot()
 {
-    return QByteArray("editNextMessage editPreviousMessage editFindNext editFindPrevious editStopFindInFiles toolsRecordScript")
+    return QByteArray("editNextMessage editPreviousMessage editFindNext editFindPrevious editStopFindInFiles "
+                      "toolsRecordScript")
         .split(' ');
 }
 

@@ -210,7 +210,9 @@ private Q_SLOTS:
     void everyCommandIsBound()
     {
         open(plainCommands() + toggleCommands(), {});
-        const QStringList others{u"viewZoomIn"_s, u"viewZoomOut"_s, u"viewZoomReset"_s,
+        const QStringList others{u"viewZoomIn"_s,
+                                 u"viewZoomOut"_s,
+                                 u"viewZoomReset"_s,
                                  u"debugToggleProcessorWindow"_s,
                                  u"debugToggleCallStackWindow"_s,
                                  u"debugToggleVariablesWindow"_s,
@@ -621,7 +623,8 @@ private Q_SLOTS:
     {
         open({"fileOpen"}, R"(<menus><menu name="debugWindowsMenu"><action name="fileOpen"/></menu></menus>)");
         for (int i = 0; i < 2; ++i)
-            QCOMPARE(opened("debugWindowsMenu"), u"fileOpen [ ]&Call Stack [ ]&Variables [ ]&Breakpoints [ ]&Processors [ ]&Live"_s);
+            QCOMPARE(opened("debugWindowsMenu"),
+                     u"fileOpen [ ]&Call Stack [ ]&Variables [ ]&Breakpoints [ ]&Processors [ ]&Live"_s);
     }
 
     void theDebugMenuLosesItsTrailingSeparators()
