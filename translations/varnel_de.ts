@@ -5646,6 +5646,13 @@ Bitte prüfen Sie, dass diese Datei nicht schreibgeschützt ist und Sie in sie s
     </message>
 </context>
 <context>
+    <name>ToolBar</name>
+    <message>
+        <source>More</source>
+        <translation>Weitere</translation>
+    </message>
+</context>
+<context>
     <name>ToolProcess</name>
     <message>
         <source>Cannot run &apos;%1&apos;: %2</source>

@@ -59,9 +59,11 @@ class AccessibilityTest(ProgramTest):
                 title = self.varnel.read(menu, "title")
                 self.program.screen.keyboard.press("Alt+" + title[title.index("&") + 1].upper())
                 self.varnel.wait_for(menu, "visible", True)
-                self.check()
-                self.program.screen.keyboard.press("Escape")
-                self.varnel.wait_for(menu, "visible", False)
+                try:
+                    self.check()
+                finally:
+                    self.program.screen.keyboard.press("Escape")
+                    self.varnel.wait_for(menu, "visible", False)
 
     def test_every_control_of_the_dialogs_has_a_name(self):
         for action in DIALOGS:

@@ -38,13 +38,19 @@ class GermanTest(ProgramTest):
         self.program.screen.keyboard.press("Escape")
 
     def test_dialogs_are_operated_by_their_names(self):
-        self.launch(settings=GERMAN)
+        self.open_calculator()
         for action, dialog in DIALOGS.items():
             with self.subTest(action):
                 self.varnel.choose(action)
                 self.varnel.wait_for(dialog, "visible", True)
                 self.varnel.press("Escape", on=dialog)
                 self.varnel.find_gone(dialog)
+
+    def test_message_boxes_are_german(self):
+        self.launch(settings=GERMAN)
+        self.varnel.choose("debugBreakpoints")
+        self.varnel.answer("Haltepunkte können nicht bearbeitet werden.", "Return")
+        self.varnel.find_gone("messageBox")
 
     def test_example_is_built_by_a_driver(self):
         self.open_calculator()
@@ -53,6 +59,7 @@ class GermanTest(ProgramTest):
 
     def test_script_reaches_commands_and_pages_by_their_names(self):
         self.open_calculator()
+        self.run_script("from varnel import app")
         self.run_script("app.doAction('helpAbout')")
         self.varnel.wait_for("aboutBox", "visible", True)
         self.varnel.press("Escape", on="aboutBox")
