@@ -3,6 +3,6 @@
 EditorColours editorColours(const QColor &paper)
 {
     if (paper.lightness() < 128) // light colours would hide light text
-        return {{0, 0, 0, 90}, {0x0f, 0x36, 0x3b}, {50, 34, 10}, {200, 150, 20}};
+        return {{0, 0, 0, 90}, {0x0e, 0x33, 0x38}, {50, 34, 10}, {200, 150, 20}};
     return {{0, 0, 0, 12}, {0xe0, 0xff, 0xff}, {255, 241, 190}, {225, 165, 0}};
 }

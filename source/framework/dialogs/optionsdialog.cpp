@@ -12,7 +12,6 @@
 #include <QFontDatabase>
 #include <QPainter>
 #include <QPointer>
-#include <QScreen>
 #include <QSignalBlocker>
 #include <QTimer>
 
@@ -20,7 +19,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 constexpr QSize ColourSize(40, 14); ///< pixels, of the colour on a button
-constexpr QSize FrameSize(16, 48);  ///< pixels, of the window around the dialog, at most
 constexpr int FontSlice = 50;       ///< milliseconds in which fonts are measured without a break
 
 /// A font or size that is not among the choices is shown all the same, and stays until the user chooses another.
@@ -78,7 +76,6 @@ OptionsDialog::OptionsDialog(const OptionValues &values, OptionChoices choices, 
     loadEditorTab(values.editor);
     m_ui->DisableSplashCheck->setChecked(values.disableSplash);
     addPages(values);
-    resize(size().boundedTo(screen()->availableSize() - FrameSize));
     connect(m_ui->OKButton, &QPushButton::clicked, this, &OptionsDialog::accept);
     connect(m_ui->CancelButton, &QPushButton::clicked, this, &OptionsDialog::reject);
 }
