@@ -536,6 +536,18 @@ private Q_SLOTS:
         QCOMPARE(pictureAt(f.edit(), 54), u"...."_s);
     }
 
+    void positionIsReportedAlsoIfTheCursorIsAlreadyInTheLine()
+    {
+        EditorFixture f(numbered(100));
+        f.view->gotoLine(55);
+        QSignalSpy moved(f.view.get(), &View::cursorPositionChanged);
+        f.view->gotoLine(55);
+        QCOMPARE(moved, (QList<QVariantList>{{54, 0}}));
+        f.view->gotoLine(7);
+        QCOMPARE(moved.value(1), (QVariantList{6, 0}));
+        QCOMPARE(moved.size(), 2);
+    }
+
     void twoBreakpointsOnALineFailAnAssertion_data()
     {
         QTest::addColumn<int>("marker");
