@@ -10,6 +10,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+const auto Prompt = u">>> "_s;
+const auto ContinuationPrompt = u"... "_s;
 constexpr int IndentWidth = 4; // characters: as wide as the prompts, so that a block is aligned with its first line
 
 bool isRichText(const QString &text)
@@ -59,12 +61,23 @@ bool isCompletion(const QKeyEvent &event)
     return event.key() == Qt::Key_Space && event.modifiers() == Qt::ControlModifier;
 }
 
+bool isInterrupt(const QKeyEvent &event)
+{
+    return event.key() == Qt::Key_C && event.modifiers() == Qt::ControlModifier;
+}
+
+bool isHistorySearch(const QKeyEvent &event)
+{
+    return event.key() == Qt::Key_R && event.modifiers() == Qt::ControlModifier;
+}
+
 /// Whether the key has a function here, so that no shortcut may take it.
 bool isConsoleKey(const QKeyEvent &event)
 {
-    static constexpr int keys[] = {Qt::Key_Tab, Qt::Key_Up, Qt::Key_Down, Qt::Key_Left, Qt::Key_Right};
+    static constexpr int keys[] = {Qt::Key_Tab, Qt::Key_Up, Qt::Key_Down, Qt::Key_Left, Qt::Key_Right, Qt::Key_Escape};
     const bool plain = !(event.modifiers() & ~Qt::KeypadModifier);
-    return isBreak(event) || isCompletion(event) || (plain && std::ranges::count(keys, event.key()) > 0);
+    return isBreak(event) || isCompletion(event) || isHistorySearch(event)
+           || (plain && std::ranges::count(keys, event.key()) > 0);
 }
 
 /// The range from the cursor on that a deleting key with modifiers deletes; NoMove for every other key.
@@ -112,13 +125,50 @@ CommandLineWindow::CommandLineWindow(QWidget *parent) : QTextEdit(parent), m_inp
 
 void CommandLineWindow::outputLine(const QString &line)
 {
+    const Typed typed = takeTyped();
+    showOutput(line);
+    const bool continues = line.endsWith(ContinuationPrompt);
+    if (continues && typed.text.isEmpty())
+        insertInput(m_pendingIndent);
+    if (continues || line.endsWith(Prompt))
+        m_pendingIndent.clear();
+    giveBack(typed);
+}
+
+CommandLineWindow::Typed CommandLineWindow::takeTyped()
+{
+    Typed typed{{}, input(), textCursor().position() - m_inputStart.position()};
+    if (typed.text.isEmpty())
+        return typed;
+    const QString before = m_inputStart.block().text().left(m_inputStart.positionInBlock());
+    if (before == Prompt || before == ContinuationPrompt)
+        typed.prompt = before;
+    QTextCursor cursor(document());
+    cursor.setPosition(m_inputStart.position() - int(typed.prompt.size()));
+    cursor.movePosition(QTextCursor::End, QTextCursor::KeepAnchor);
+    cursor.removeSelectedText();
+    return typed;
+}
+
+void CommandLineWindow::giveBack(const Typed &typed)
+{
+    if (typed.text.isEmpty())
+        return;
+    if (!typed.prompt.isEmpty())
+        showOutput((m_inputStart.positionInBlock() > 0 ? u"\n"_s : QString()) + typed.prompt);
+    insertInput(typed.text);
+    moveTo(m_inputStart.position() + std::clamp(typed.cursor, 0, int(typed.text.size())));
+}
+
+void CommandLineWindow::showOutput(const QString &line)
+{
     QTextCursor end(document());
     end.movePosition(QTextCursor::End);
     if (line.startsWith(u'\r')) {
         end.movePosition(QTextCursor::StartOfBlock, QTextCursor::KeepAnchor);
         end.removeSelectedText();
         const auto rest = std::ranges::find_if_not(line, [](QChar c) { return c == u'\r'; });
-        return outputLine(line.mid(rest - line.begin())); // further ones would replace an empty line
+        return showOutput(line.mid(rest - line.begin())); // further ones would replace an empty line
     }
     if (isRichText(line))
         insertRich(end, line);
@@ -126,7 +176,6 @@ void CommandLineWindow::outputLine(const QString &line)
         insertPlain(end, line);
     moveCursor(QTextCursor::End);
     m_inputStart.setPosition(textCursor().position());
-    insertInput(std::exchange(m_pendingIndent, QString()));
 }
 
 void CommandLineWindow::paste()
@@ -195,8 +244,14 @@ void CommandLineWindow::changeEvent(QEvent *event)
 
 void CommandLineWindow::keyPressEvent(QKeyEvent *event)
 {
+    if (!isHistorySearch(*event) && event->key() != Qt::Key_Control)
+        m_searched = QString();
     if (isBreak(*event))
         Q_EMIT breakExecution();
+    else if (isInterrupt(*event) && !textCursor().hasSelection())
+        interrupt();
+    else if (isHistorySearch(*event))
+        searchHistory();
     else if (isCompletion(*event))
         complete();
     else if (event->key() == Qt::Key_Control)
@@ -256,9 +311,49 @@ void CommandLineWindow::plainKeyPress(QKeyEvent *event)
         if (m_historyIndex >= 0)
             browseHistory(m_historyIndex + 1);
         return;
+    case Qt::Key_Escape:
+        return input().isEmpty() ? event->ignore() : dropInput();
     default:
         event->ignore();
     }
+}
+
+void CommandLineWindow::dropInput()
+{
+    m_historyIndex = -1;
+    replaceInput({});
+}
+
+void CommandLineWindow::interrupt()
+{
+    dropInput();
+    Q_EMIT interruptRequested();
+}
+
+/// Shows the newest entry that contains what was typed; when called again, the next older one.
+void CommandLineWindow::searchHistory()
+{
+    if (m_searched.isNull()) {
+        m_searched = u""_s + input();
+        m_historyIndex = -1;
+    }
+    qsizetype index = m_historyIndex < 0 ? m_history.size() : m_historyIndex;
+    while (--index >= 0) {
+        if (m_history[index].contains(m_searched, Qt::CaseInsensitive) && m_history[index] != input())
+            break;
+    }
+    if (index < 0)
+        return;
+    m_historyIndex = index;
+    replaceInput(m_history[index]);
+}
+
+void CommandLineWindow::replaceInput(const QString &text)
+{
+    moveTo(m_inputStart.position());
+    moveCursor(QTextCursor::End, QTextCursor::KeepAnchor);
+    textCursor().removeSelectedText();
+    insertInput(text);
 }
 
 void CommandLineWindow::submit()
@@ -290,10 +385,7 @@ void CommandLineWindow::browseHistory(qsizetype index)
     if (index < 0 || index > m_history.size())
         return;
     m_historyIndex = index;
-    moveTo(m_inputStart.position());
-    moveCursor(QTextCursor::End, QTextCursor::KeepAnchor);
-    textCursor().removeSelectedText();
-    insertInput(m_history.value(index));
+    replaceInput(m_history.value(index));
 }
 
 /// Deletes the selection if it is in the input, otherwise the range @p extent from the cursor inside the input.
@@ -334,7 +426,7 @@ void CommandLineWindow::listNames(const QStringList &names)
     const QString line = input();
     const QString prompt = m_inputStart.block().text().left(m_inputStart.positionInBlock());
     const int typed = textCursor().position() - m_inputStart.position();
-    outputLine(u'\n' + names.join("  "_L1) + u'\n' + prompt);
+    showOutput(u'\n' + names.join("  "_L1) + u'\n' + prompt);
     insertInput(line);
     moveTo(m_inputStart.position() + typed);
 }

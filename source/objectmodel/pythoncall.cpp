@@ -1,6 +1,7 @@
 #include "pythoncall.h"
 #include "pythonerrors.h"
 #include "pythonoutput.h"
+#include "pythonthreads.h"
 #include <Python.h>
 
 namespace {
@@ -35,7 +36,8 @@ PythonCall::~PythonCall()
     if (callDepth == 1)
         takeLateBreak();
     PythonOutput::flushAll();
-    --callDepth;
+    if (--callDepth == 0)
+        letPythonThreadsRun();
 }
 
 bool PythonCall::isRunning()

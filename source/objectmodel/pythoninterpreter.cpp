@@ -4,6 +4,7 @@
 #include "pythonoutput.h"
 #include "pythonstring.h"
 #include "scriptdirectories.h"
+#include "scriptpump.h"
 #include "varnelassert.h"
 #include <Python.h>
 #include <QFile>
@@ -47,6 +48,46 @@ PythonReference compileStatement(const QByteArray &source, int moreFlags)
     return PythonReference(Py_CompileStringExFlags(source.constData(), "<stdin>", Py_single_input, &flags, -1));
 }
 
+/// Ignores all warnings of Python during its life. An error that is set stays.
+class NoWarnings
+{
+public:
+    NoWarnings()
+    {
+        const PythonReference module(PyImport_ImportModule("warnings"));
+        if (module)
+            m_context = PythonReference(PyObject_CallMethod(module.get(), "catch_warnings", nullptr));
+        if (m_context)
+            m_entered = PythonReference(PyObject_CallMethod(m_context.get(), "__enter__", nullptr));
+        if (m_entered)
+            PythonReference(PyObject_CallMethod(module.get(), "simplefilter", "s", "ignore"));
+        PyErr_Clear();
+    }
+    ~NoWarnings()
+    {
+        PyObject *type = nullptr;
+        PyObject *value = nullptr;
+        PyObject *traceback = nullptr;
+        PyErr_Fetch(&type, &value, &traceback);
+        if (m_entered)
+            PythonReference(PyObject_CallMethod(m_context.get(), "__exit__", "OOO", Py_None, Py_None, Py_None));
+        PyErr_Clear();
+        PyErr_Restore(type, value, traceback);
+    }
+    Q_DISABLE_COPY_MOVE(NoWarnings)
+
+private:
+    PythonReference m_context;
+    PythonReference m_entered;
+};
+
+/// Compiles what may be the beginning of a statement.
+PythonReference tryStatement(const QByteArray &source)
+{
+    const NoWarnings quiet; // each line of a statement is compiled again
+    return compileStatement(source, PyCF_ALLOW_INCOMPLETE_INPUT);
+}
+
 /// Clears the error of a failed compilation and returns whether further lines may complete the statement.
 bool takeIncompleteError()
 {
@@ -79,12 +120,17 @@ PythonInterpreter::PythonInterpreter(const ScriptDirectories &directories, QObje
         return;
     m_output = std::make_unique<PythonOutput>(reinterpret_cast<quintptr>(this));
     connect(m_output.get(), &PythonOutput::written, this, &PythonInterpreter::outputLine);
+    m_output->setReader([self = QPointer(this)] { return self ? self->readLine() : std::nullopt; });
     addScriptPath(directories);
     addVirtualEnvironment(directories.virtualEnvironment);
     m_globals = createGlobals();
 }
 
-PythonInterpreter::~PythonInterpreter() = default;
+PythonInterpreter::~PythonInterpreter()
+{
+    for (Waiting *waiting : std::as_const(m_waiting))
+        waiting->loop.quit();
+}
 
 void PythonInterpreter::addVirtualEnvironment(const QString &directory)
 {
@@ -138,6 +184,10 @@ QStringList PythonInterpreter::completions(const QString &beginning) const
 
 void PythonInterpreter::inputLine(const QString &line)
 {
+    if (!m_waiting.isEmpty()) {
+        m_waiting.last()->line = line;
+        return m_waiting.last()->loop.quit();
+    }
     const QPointer<PythonInterpreter> self(this);
     if (m_globals && !(line.isEmpty() && m_block.isEmpty()))
         addLine(line);
@@ -149,7 +199,7 @@ void PythonInterpreter::addLine(const QString &line)
 {
     m_block += line + u'\n';
     const QByteArray source = m_block.toUtf8();
-    const PythonReference code = compileStatement(source, PyCF_ALLOW_INCOMPLETE_INPUT);
+    PythonReference code = tryStatement(source);
     if (!code && takeIncompleteError()) {
         m_continuing = true;
         return;
@@ -159,16 +209,45 @@ void PythonInterpreter::addLine(const QString &line)
     m_block.clear();
     m_continuing = false;
     if (code)
+        code = compileStatement(source, 0); // with its warnings
+    if (code)
         run(code);
     else
         printCompileError(source);
+}
+
+/// Waits for the user. The script, and with it this object, may end meanwhile.
+std::optional<QString> PythonInterpreter::readLine()
+{
+    if (!m_inputAvailable || !m_inputAvailable())
+        return {};
+    m_output->flush();
+    Q_EMIT inputRequested();
+    const QPointer<PythonInterpreter> self(this);
+    Waiting waiting;
+    m_waiting.append(&waiting);
+    waiting.loop.exec();
+    if (self)
+        m_waiting.removeOne(&waiting);
+    if (waiting.interrupted)
+        PyErr_SetNone(PyExc_KeyboardInterrupt);
+    return waiting.line;
 }
 
 void PythonInterpreter::run(const PythonReference &code)
 {
     const PythonCall call;
     const PythonReference globals = newPythonReference(m_globals.get()); // the script may delete this object
-    const PythonReference result(PyEval_EvalCode(code.get(), globals.get(), globals.get()));
+    const QPointer<PythonInterpreter> self(this);
+    Q_EMIT runningChanged(true);
+    {
+        std::optional<ScriptPump> pump;
+        if (m_inputAvailable && m_inputAvailable())
+            pump.emplace(m_interruptWidgets);
+        const PythonReference result(PyEval_EvalCode(code.get(), globals.get(), globals.get()));
+    }
+    if (self)
+        Q_EMIT runningChanged(false);
 }
 
 void PythonInterpreter::sendOutput(const QString &text)
@@ -176,6 +255,19 @@ void PythonInterpreter::sendOutput(const QString &text)
     if (m_output)
         m_output->flush();
     Q_EMIT outputLine(text);
+}
+
+void PythonInterpreter::interrupt()
+{
+    if (!m_waiting.isEmpty()) {
+        m_waiting.last()->interrupted = true;
+        return m_waiting.last()->loop.quit();
+    }
+    if (PythonCall::isRunning())
+        return breakPython();
+    m_block.clear();
+    m_continuing = false;
+    sendOutput(u"\nKeyboardInterrupt\n"_s + m_primaryPrompt);
 }
 
 void PythonInterpreter::breakExecution()

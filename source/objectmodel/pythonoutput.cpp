@@ -27,10 +27,25 @@ PyObject *write(PyObject *, PyObject *arguments)
     Py_RETURN_NONE;
 }
 
+PyObject *readLine(PyObject *, PyObject *arguments)
+{
+    long long target = 0;
+    if (!PyArg_ParseTuple(arguments, "L", &target))
+        return nullptr;
+    PythonOutput::Reader reader;
+    if (liveOutput && quintptr(target) == liveTarget)
+        reader = liveOutput->reader(); // a copy: the object may be deleted while it waits
+    const std::optional<QString> line = reader ? reader() : std::nullopt;
+    if (PyErr_Occurred())
+        return nullptr;
+    return toPython(line ? *line + u'\n' : QString()).release();
+}
+
 void addOutputModule()
 {
     static PyMethodDef functions[] = {{"stdout", write, METH_VARARGS, nullptr},
                                       {"stderr", write, METH_VARARGS, nullptr},
+                                      {"readline", readLine, METH_VARARGS, nullptr},
                                       {nullptr, nullptr, 0, nullptr}};
     static PyModuleDef definition = {
         PyModuleDef_HEAD_INIT, "tarnoutput", nullptr, -1, functions, nullptr, nullptr, nullptr, nullptr};
@@ -51,10 +66,22 @@ class tarnoutput_stderr:
     def write(self, string):
         tarnoutput.stderr(string, self.target)
 
+class tarnoutput_stdin:
+    def readline(self, size=-1):
+        return tarnoutput.readline(self.target)
+    def read(self, size=-1):
+        return ''.join(self)
+    def isatty(self):
+        return False
+    def __iter__(self):
+        return iter(self.readline, '')
+
 import sys
+sys.stdin = tarnoutput_stdin()
 sys.stdout = tarnoutput_stdout()
 sys.stderr = tarnoutput_stderr()
 target = %1
+sys.stdin.target = target
 sys.stdout.target = target
 sys.stderr.target = target
 )"_s.arg(target);

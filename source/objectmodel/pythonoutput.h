@@ -1,4 +1,6 @@
 #pragma once
+#include <functional>
+#include <optional>
 #include <QObject>
 
 /// Forwards the output of scripts to the console. Parts are joined, because to show each one separately would take
@@ -12,6 +14,12 @@ public:
     explicit PythonOutput(quintptr target);
     ~PythonOutput() override;
 
+    /// What sys.stdin of scripts returns for a line, without its line end; nothing at the end of the input. It may set
+    /// a Python error.
+    using Reader = std::function<std::optional<QString>()>;
+    void setReader(const Reader &reader) { m_reader = reader; }
+    [[nodiscard]] const Reader &reader() const { return m_reader; }
+
     void write(const QString &text);
     void flush();
 
@@ -24,6 +32,7 @@ Q_SIGNALS:
 private:
     void flushSoon();
 
+    Reader m_reader;
     QString m_text;
     bool m_flushPosted = false;
 };

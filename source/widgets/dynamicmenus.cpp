@@ -28,14 +28,19 @@ bool endsWithSeparator(const PopupMenu *menu)
 
 namespace DynamicMenus {
 
+QString withoutMnemonics(QString text)
+{
+    return text.replace(u'&', u"&&"_s);
+}
+
 QString numberedText(int index, const QString &name)
 {
-    return u'&' + QString::number(index + 1) + u' ' + name;
+    return u'&' + QString::number(index + 1) + u' ' + withoutMnemonics(name);
 }
 
 QString commandText(const QString &text, const QString &project, int projectCount)
 {
-    return projectCount > 1 ? text + u" ("_s + project + u')' : text;
+    return projectCount > 1 ? text + u" ("_s + withoutMnemonics(project) + u')' : text;
 }
 
 void fillRecentList(PopupMenu *menu, const QStringList &paths, bool enabled, const Activated &activated)

@@ -18,6 +18,9 @@ struct MenuEntry
 namespace DynamicMenus {
 using Activated = PopupMenu::Activated;
 
+/// @p text as an item's text that shows every "&" of it.
+[[nodiscard]] QString withoutMnemonics(QString text);
+
 /// "&1 name", "&2 name", ... as lists of files, windows and tools number their entries; @p index counts from 0.
 [[nodiscard]] QString numberedText(int index, const QString &name);
 

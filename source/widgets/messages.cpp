@@ -21,7 +21,8 @@ QString messageCaption()
 }
 
 QMessageBox::StandardButton showMessage(QMessageBox::Icon icon, QWidget *parent, const QString &text,
-                                        const QList<QMessageBox::StandardButton> &buttons, const QString &caption)
+                                        const QList<QMessageBox::StandardButton> &buttons, const QString &caption,
+                                        QMessageBox::StandardButton preferred)
 {
     // On the heap, since the parent may be deleted while the box is open, and the box with it.
     const QPointer<QMessageBox> box = new QMessageBox(icon, caption, text, QMessageBox::NoButton, parent);
@@ -29,7 +30,7 @@ QMessageBox::StandardButton showMessage(QMessageBox::Icon icon, QWidget *parent,
     box->setTextFormat(Qt::PlainText); // the texts contain names of files and projects
     for (const auto button : buttons)
         box->addButton(button);
-    box->setDefaultButton(buttons.first());
+    box->setDefaultButton(buttons.contains(preferred) ? preferred : buttons.first());
     box->setEscapeButton(escapeButton(buttons));
     box->exec();
     if (!box)

@@ -35,6 +35,17 @@ void ProjectTreeItem::initStyleOption(QStyleOptionViewItem *option, int column) 
         return;
     option->font.setBold(m_bold);
     option->font.setItalic(m_italic);
+    option->text += m_mark;
+    if (m_faded)
+        option->palette.setColor(QPalette::Text, option->palette.color(QPalette::Disabled, QPalette::Text));
+}
+
+void ProjectTreeItem::setMark(const QString &mark)
+{
+    if (m_mark == mark)
+        return;
+    m_mark = mark;
+    setData(0, Qt::AccessibleTextRole, mark.isEmpty() ? QVariant() : text(0) + mark); // repaints the row too
 }
 
 void ProjectTreeItem::paintCell(QPainter *painter, const QStyleOptionViewItem &option, int column) const

@@ -43,6 +43,10 @@ public:
     void setBold(bool bold) { m_bold = bold; }                         ///< Column 0 only.
     void setItalic(bool italic) { m_italic = italic; }                 ///< Column 0 only.
     void setBackground(bool background) { m_background = background; } ///< Whether backgroundColor() is used.
+    /// A text behind that of column 0, which sorting and renaming do not see.
+    void setMark(const QString &mark);
+    [[nodiscard]] const QString &mark() const { return m_mark; }
+    void setFaded(bool faded) { m_faded = faded; } ///< Column 0 in the colour of disabled text.
     [[nodiscard]] bool isBold() const { return m_bold; }
     [[nodiscard]] bool isItalic() const { return m_italic; }
 
@@ -66,4 +70,6 @@ private:
     bool m_bold = false;
     bool m_italic = false;
     bool m_background = false;
+    bool m_faded = false;
+    QString m_mark;
 };

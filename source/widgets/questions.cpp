@@ -30,6 +30,8 @@ QStringList ask(QWidget *parent, const FileQuestion &question, QFileDialog::Acce
     QObject::connect(dialog, &QFileDialog::filterSelected, dialog, [dialog] { widenFilter(*dialog); });
     if (!question.selectedFilter.isEmpty())
         dialog->selectNameFilter(question.selectedFilter);
+    if (!question.fileName.isEmpty())
+        dialog->selectFile(question.fileName);
     widenFilter(*dialog);
     const bool accepted = dialog->exec() == QDialog::Accepted && dialog;
     QStringList files = accepted ? dialog->selectedFiles() : QStringList();

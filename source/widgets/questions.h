@@ -22,6 +22,7 @@ struct FileQuestion
     QString directory; ///< the initial directory
     QString filter;
     QString selectedFilter = {}; ///< the entry of the filter to begin with; the first if it is empty
+    QString fileName = {};       ///< what is proposed, without its directory
 };
 
 /// Asks for one or more existing files. Empty if the user cancels.

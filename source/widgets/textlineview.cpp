@@ -178,8 +178,10 @@ void TextLineView::gotoLine(int line)
 {
     if (line <= 0 || line >= m_lineSource->lineCount())
         return;
+    const qint64 y = qint64(lineHeight()) * (line - 1);
+    const bool visible = y >= contentsY() && y + lineHeight() <= contentsY() + visibleHeight();
     setCursor(line - 1, 0);
-    ensureVisible(0, qint64(lineHeight()) * (line - 1), 0, 4 * qint64(lineHeight()));
+    ensureVisible(0, y, 0, visible ? 4 * qint64(lineHeight()) : visibleHeight() / 2);
 }
 
 int TextLineView::endColumn(int line) const

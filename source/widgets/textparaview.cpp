@@ -9,7 +9,6 @@
 namespace {
 constexpr int BlinkInterval = 500; ///< milliseconds
 constexpr int CursorWidth = 2;
-constexpr int LinesAbove = 4; ///< lines shown above the target of a jump
 } // namespace
 
 TextParaView::TextParaView(IParaSource *paraSource, QWidget *parent) : ParaScrollView(paraSource, parent)
@@ -62,6 +61,8 @@ void TextParaView::paintEvent(QPaintEvent *event)
     for (int i = std::max(0, dirty.top() / lineHeight()); i <= last; ++i) {
         const ParaRows::Row &row = m_rows.shown()[i];
         const QRect area(dirty.left(), i * lineHeight(), dirty.width(), lineHeight());
+        if (const QColor band = bandOf(i); band.isValid())
+            painter.fillRect(area, band);
         const SelectedColumns selected = showSelection ? m_selection.columnsOf(row.para, row.line) : SelectedColumns();
         m_painter.draw(painter, row.text, -contentsX(), area, selected, palette());
     }
@@ -126,15 +127,35 @@ int TextParaView::cursorX() const
     return row < 0 ? 0 : m_painter.xOf(m_rows.shown()[row].text, m_cursor.column);
 }
 
+/// The target of a jump stands in the middle.
+int TextParaView::linesAbove() const
+{
+    return visibleHeight() / lineHeight() / 2;
+}
+
+void TextParaView::setBands(const std::function<QColor(int para)> &bands)
+{
+    m_bands = bands;
+    viewport()->update();
+}
+
+/// The band of a paragraph lies behind its last line.
+QColor TextParaView::bandOf(int row) const
+{
+    const ParaRows::Row &shown = m_rows.shown()[row];
+    const bool isLast = row + 1 >= rowCount() || m_rows.shown()[row + 1].para != shown.para;
+    return m_bands && isLast ? m_bands(shown.para) : QColor();
+}
+
 void TextParaView::showPara(int para)
 {
     const QPointer<TextParaView> self(this);
     if (!isWhole(rowOf(para))) {
         gotoPara(para);
         if (self && isWaiting())
-            m_pending.lines = -LinesAbove;
+            m_pending.lines = -linesAbove();
         else if (self && isVisible())
-            scrollLines(-LinesAbove);
+            scrollLines(-linesAbove());
     }
     const auto lines = self && !isWaiting() ? linesInTime(para) : std::nullopt;
     if (!self)

@@ -2,6 +2,7 @@
 #include "parascrollview.h"
 #include "paraselection.h"
 #include "selectiondrag.h"
+#include <functional>
 
 /// Shows the paragraphs of a source, of which it asks for those on screen only. Read-only, with a cursor and a
 /// selection.
@@ -21,8 +22,10 @@ public:
     using QWidget::setCursor;
     /// Moves the cursor and brings it into sight. The selection stays.
     void setCursor(const Place &place);
-    /// Puts the cursor on the last line of a paragraph and scrolls to it, with some lines above, unless it is in sight.
+    /// Puts the cursor on the last line of a paragraph and scrolls until it is in the middle, unless it is in sight.
     void showPara(int para);
+    /// The colours behind the last lines of paragraphs; an invalid one for none.
+    void setBands(const std::function<QColor(int para)> &bands);
     [[nodiscard]] bool isCursorVisible() const;
 
     void setSelection(const Place &a, const Place &b);
@@ -67,7 +70,10 @@ private:
     [[nodiscard]] int cursorX() const;
     [[nodiscard]] QRect cursorRect() const;
     void extendSelection();
+    [[nodiscard]] int linesAbove() const;
+    [[nodiscard]] QColor bandOf(int row) const;
 
+    std::function<QColor(int para)> m_bands;
     ParaSelection m_selection;
     SelectionDrag m_drag;
     Place m_cursor;

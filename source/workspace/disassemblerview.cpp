@@ -1,6 +1,7 @@
 #include "disassemblerview.h"
 #include "disassemblerbar.h"
 #include "disassemblerdocument.h"
+#include "editorcolours.h"
 #include "editorhost.h"
 #include "parasearch.h"
 #include "rowtext.h"
@@ -56,6 +57,12 @@ void DisassemblerView::connectParts()
     });
     connect(m_paras, &TextParaView::loaded, this, &DisassemblerView::slotLoaded);
     connect(m_paras, &TextParaView::clicked, this, [this](const TextParaView::Place &place) { follow(linkAt(place)); });
+    m_paras->setBands([this](int para) {
+        const EditorColours colours = editorColours(m_paras->palette().color(QPalette::Base));
+        return m_margin->hasMarker(para + 1, CurrentLineMarker) ? colours.statement
+               : m_margin->hasMarker(para + 1, CallerMarker)    ? colours.caller
+                                                                : QColor();
+    });
     connect(m_paras, &ScrollView::contentsMoving, m_margin, &MarkerWidget::setPosition);
     connect(m_margin, &MarkerWidget::toggleBreakpoint, this,
             [this](int line) { Q_EMIT toggleBreakpoint(m_disassembly->lineOf(line - 1)); });
@@ -215,6 +222,7 @@ void DisassemblerView::setMarker(int line, int mask, bool on, bool alternate)
     if (para < 0)
         return;
     m_margin->setMarker(para + 1, mask, on, alternate);
+    m_paras->viewport()->update();
     if (mask & CurrentLineMarker)
         updateArrow();
 }
@@ -222,6 +230,7 @@ void DisassemblerView::setMarker(int line, int mask, bool on, bool alternate)
 void DisassemblerView::clearMarkers(int mask)
 {
     m_margin->clearMarkers(mask);
+    m_paras->viewport()->update();
     if (mask & CurrentLineMarker)
         m_margin->setArrow(-1, -1);
 }

@@ -9,6 +9,8 @@ struct EditorColours
     QColor bracket;     ///< behind matched brackets
     QColor match;       ///< behind what a search finds
     QColor matchFrame;  ///< around it
+    QColor statement;   ///< the line of the next statement
+    QColor caller;      ///< the line of a calling function
 };
 
 [[nodiscard]] EditorColours editorColours(const QColor &paper);

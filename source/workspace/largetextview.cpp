@@ -6,6 +6,7 @@
 #include "largetextscan.h"
 #include "markerwidget.h"
 #include "messages.h"
+#include "objectnames.h"
 #include "textlineview.h"
 #include <QElapsedTimer>
 #include <QFileInfo>
@@ -53,9 +54,10 @@ LargeTextView::LargeTextView(LargeTextDocument *document, const FormatTable *for
 void LargeTextView::layOut()
 {
     const QString file = QFileInfo(m_text->filename()).completeBaseName();
-    m_lines->setObjectName(file + u"/lines"_s);
-    m_lines->viewport()->setObjectName(file + u"/text"_s);
-    m_margin->setObjectName(file + u"/margin"_s);
+    const QString name = partOfObjectName(QFileInfo(m_text->filename()).baseName());
+    m_lines->setObjectName(name + u"/lines"_s);
+    m_lines->viewport()->setObjectName(name + u"/text"_s);
+    m_margin->setObjectName(name + u"/margin"_s);
     m_lines->setAccessibleName(tr("Text of %1").arg(file));
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);

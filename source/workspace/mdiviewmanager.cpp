@@ -105,7 +105,10 @@ View *MDIViewManager::currentView()
 void MDIViewManager::activateView(View *view, bool setFocus)
 {
     MDIFrame *frame = MDIWorkspace::frameOf(view);
-    frame->show();
+    if (frame->isMinimized())
+        frame->showNormal();
+    else
+        frame->show();
     m_workspace->setActiveSubWindow(frame);
     if (setFocus)
         view->setFocus();

@@ -1,11 +1,17 @@
 #include "mdiworkspace.h"
 #include "view.h"
+#include <QAction>
 #include <QCloseEvent>
+#include <QMenu>
 #include <QMouseEvent>
 
 MDIFrame::MDIFrame(View *view) : m_view(view)
 {
     setWidget(view);
+    if (const QMenu *menu = systemMenu()) {
+        for (QAction *action : menu->actions())
+            action->setShortcuts(QList<QKeySequence>()); // Ctrl+W would be ambiguous with that of the program
+    }
 }
 
 void MDIFrame::closeEvent(QCloseEvent *event)

@@ -5,6 +5,7 @@
 #include <QDir>
 #include <QEvent>
 #include <QIconEngine>
+#include <QMouseEvent>
 #include <QPainter>
 #include <QStackedWidget>
 #include <QTabBar>
@@ -51,9 +52,12 @@ TabbedViewManager::TabbedViewManager(QWidget *parent)
     m_tabBar->setAccessibleName(tr("Open windows"));
     m_tabBar->setExpanding(false);
     m_tabBar->setUsesScrollButtons(true);
+    m_tabBar->setTabsClosable(true);
+    m_tabBar->setMovable(true);
     m_tabBar->installEventFilter(this);
     m_closeButton->setAutoRaise(true);
     m_closeButton->setEnabled(false);
+    m_closeButton->hide(); // until there is a view
     m_closeButton->setIcon(QIcon(new CrossIcon));
     m_closeButton->setToolTip(tr("Close"));
     m_closeButton->setAccessibleName(tr("Close"));
@@ -73,6 +77,7 @@ TabbedViewManager::TabbedViewManager(QWidget *parent)
         if (tab >= 0)
             tabClicked(m_tabBar->tabData(tab).toInt());
     });
+    connect(m_tabBar, &QTabBar::tabCloseRequested, this, &TabbedViewManager::closeTab);
     connect(m_closeButton, &QToolButton::clicked, this, &TabbedViewManager::closeButtonClicked);
 }
 
@@ -95,6 +100,7 @@ void TabbedViewManager::insertView(View *newView, bool activate, int tab)
     const QSignalBlocker quiet(m_tabBar); // the focus is set below, and only if it was requested
     tab = m_tabBar->insertTab(tab, QString());
     m_tabBar->setTabData(tab, m_nextId);
+    nameCloseButton(tab);
     m_tabs.insert(newView, m_nextId++);
     updateTab(newView);
     m_tabBar->setCurrentIndex(tab);
@@ -103,6 +109,15 @@ void TabbedViewManager::insertView(View *newView, bool activate, int tab)
         newView->setFocus();
     connect(newView, &View::viewTitleChanged, this, &TabbedViewManager::updateTab);
     m_closeButton->setEnabled(true);
+    m_closeButton->show();
+}
+
+void TabbedViewManager::nameCloseButton(int tab)
+{
+    for (const QTabBar::ButtonPosition side : {QTabBar::LeftSide, QTabBar::RightSide}) {
+        if (QWidget *button = m_tabBar->tabButton(tab, side)) // the style chooses the side
+            button->setAccessibleName(tr("Close"));
+    }
 }
 
 void TabbedViewManager::updateTab(View *view)
@@ -142,9 +157,9 @@ void TabbedViewManager::viewClosed(View *view)
         m_stack->removeWidget(view);
         m_tabs.remove(view);
     }
-    if (m_tabBar->count() == 0)
-        m_closeButton->setEnabled(false);
-    else
+    m_closeButton->setEnabled(m_tabBar->count() > 0);
+    m_closeButton->setVisible(m_tabBar->count() > 0);
+    if (m_tabBar->count() > 0)
         tabClicked(m_tabBar->tabData(m_tabBar->currentIndex()).toInt());
     ViewManager::viewClosed(view);
 }
@@ -178,9 +193,26 @@ void TabbedViewManager::closeButtonClicked()
     closeCurrentView();
 }
 
+/// A view that may ask whether to save its document is shown before.
+void TabbedViewManager::closeTab(int tab)
+{
+    View *view = m_tabs.key(m_tabBar->tabData(tab).toInt());
+    if (!view)
+        return;
+    if (view->document()->modified())
+        activateView(view, true);
+    view->close();
+}
+
 /// A press on the tab of the current view changes no tab, but activates the view.
 bool TabbedViewManager::eventFilter(QObject *object, QEvent *event)
 {
+    if (object == m_tabBar && event->type() == QEvent::MouseButtonRelease) {
+        const auto *mouse = static_cast<QMouseEvent *>(event);
+        if (const int tab = m_tabBar->tabAt(mouse->position().toPoint());
+            mouse->button() == Qt::MiddleButton && tab >= 0)
+            closeTab(tab);
+    }
     if (object == m_tabBar && event->type() == QEvent::MouseButtonPress) {
         if (View *view = currentView()) {
             view->setFocus();

@@ -26,6 +26,8 @@ private:
     void insertView(View *newView, bool activate, int tab);
     void tabClicked(int id);
     void closeButtonClicked();
+    void closeTab(int tab);
+    void nameCloseButton(int tab);
     void updateTab(View *view);
     [[nodiscard]] int tabOf(View *view) const;
 

@@ -120,10 +120,21 @@ void TextDocument::load(const QString &filename, const QByteArray &bytes)
 
 void TextDocument::setFormat(const TextFileFormat &format)
 {
+    if (m_format == format)
+        return;
     const bool wasLatin1 = isLatin1();
     m_format = format;
     if (isLatin1() != wasLatin1)
         Q_EMIT encodingChanged(isLatin1());
+    Q_EMIT fileFormatChanged();
+}
+
+void TextDocument::changeFileFormat(const TextFileFormat &format)
+{
+    if (m_format == format)
+        return;
+    setFormat(format);
+    setModified(true);
 }
 
 bool TextDocument::create(const QString &filename)

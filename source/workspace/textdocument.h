@@ -41,6 +41,9 @@ public:
 
     /// Whether the file is not valid UTF-8, so that it is read and written as Latin-1.
     [[nodiscard]] bool isLatin1() const { return m_format.encoding == TextFileFormat::Latin1; }
+    [[nodiscard]] const TextFileFormat &fileFormat() const { return m_format; }
+    /// The file gets @p format at the next save; a text that it cannot hold is saved as UTF-8.
+    void changeFileFormat(const TextFileFormat &format);
     [[nodiscard]] SwapFile *swapFile() const { return m_swap.get(); } ///< null if there is no copy
     [[nodiscard]] const StandIns &standIns() const { return m_standIns; }
     /// The whole text, its lines separated by ParagraphSeparator. The copy is kept for further searches until the text
@@ -66,6 +69,7 @@ public:
 
 Q_SIGNALS:
     void encodingChanged(bool latin1);
+    void fileFormatChanged();
     void bracketMatchChanged();
 
 private:

@@ -81,6 +81,7 @@ TextViewEdit *TextView::addPane()
         Qt::QueuedConnection); // not while the splitter arranges its children
     pane->markMatches(m_marked);
     m_edits.append(pane);
+    pane->setNumber(m_edits.size());
     m_splitter->addWidget(pane);
     return pane;
 }
@@ -100,6 +101,7 @@ void TextView::splitAt(TextViewEdit *pane, int y)
 {
     QList<int> sizes = m_splitter->sizes();
     const int height = pane->height(); // the new pane takes a part of it at once
+    const bool cursorShown = pane->viewport()->rect().intersects(pane->cursorRect());
     TextViewEdit *added = addPane();
     added->setTextCursor(pane->textCursor());
     added->verticalScrollBar()->setValue(pane->verticalScrollBar()->value());
@@ -113,7 +115,26 @@ void TextView::splitAt(TextViewEdit *pane, int y)
         break;
     }
     m_splitter->setSizes(sizes);
+    if (cursorShown) {
+        pane->showBlock(pane->textCursor().block());
+        added->showBlock(added->textCursor().block());
+    }
     added->setFocus();
+}
+
+void TextView::closePane()
+{
+    TextViewEdit *pane = m_current;
+    QList<TextViewEdit *> others = shownEdits();
+    others.removeOne(pane);
+    if (others.isEmpty())
+        return;
+    m_edits.removeOne(pane);
+    setCurrentEdit(others.first());
+    m_current->setFocus();
+    pane->disconnect(this);
+    delete pane;
+    Q_EMIT viewActivated(this); // what is available depends on the number of panes
 }
 
 QList<TextViewEdit *> TextView::shownEdits() const
@@ -358,8 +379,8 @@ void TextView::gotoLine(int line)
     QTextCursor cursor = m_current->textCursor();
     const bool moves = cursor.position() != block.position();
     cursor.setPosition(block.position());
+    m_current->showBlock(block); // before the base class scrolls to the edge
     m_current->setTextCursor(cursor);
-    m_current->showBlock(block);
     m_textDocument->clearBracketMatch();
     if (!moves) // while the window has no focus, the status bar may show the position in another view
         Q_EMIT cursorPositionChanged(block.blockNumber(), 0);

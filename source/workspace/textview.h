@@ -84,6 +84,7 @@ public:
     void setCurrentEdit(TextViewEdit *pane);                              ///< it gets the focus when the view gets it
     /// Splits @p pane at the height @p y.
     void splitAt(TextViewEdit *pane, int y);
+    void closePane(); ///< The current pane. The last one stays.
     /// The heights in pixels of the panes that are not collapsed, from top to bottom.
     [[nodiscard]] QList<int> paneHeights() const;
     /// Creates one pane for each of @p heights; they share the height of the view in that proportion.

@@ -3,6 +3,8 @@
 #include "editorcolours.h"
 #include "editorhost.h"
 #include "lineedits.h"
+#include "markedlines.h"
+#include "objectnames.h"
 #include "textdocument.h"
 #include "textdocumenttemplate.h"
 #include "textindent.h"
@@ -44,9 +46,7 @@ TextViewEdit::TextViewEdit(TextView *view, TextDocument *document)
     setLineWrapMode(NoWrap);
     setMinimumSize(1, 1); // it is collapsed at a larger size
     const QString file = QFileInfo(document->filename()).fileName();
-    m_margin->setObjectName(file + u"/margin"_s);
     setAccessibleName(tr("Text of %1").arg(file));
-    viewport()->setObjectName(file + u"/text"_s);
     refresh(true);
     setDocument(document->text());
 
@@ -72,6 +72,15 @@ TextViewEdit::~TextViewEdit()
     const QSignalBlocker quiet(this);
     m_document->disconnect(this);
     setDocument(m_ownDocument);
+}
+
+void TextViewEdit::setNumber(qsizetype number)
+{
+    const QString base = partOfObjectName(QFileInfo(m_document->filename()).baseName());
+    const QString name = number > 1 ? base + QString::number(number) : base;
+    setObjectName(name);
+    m_margin->setObjectName(name + u"/margin"_s);
+    viewport()->setObjectName(name + u"/text"_s);
 }
 
 void TextViewEdit::refresh(bool full)
@@ -126,7 +135,9 @@ void TextViewEdit::showBlock(const QTextBlock &block)
     const int onScreen = std::max(1, viewport()->height() / m_document->lineSpacing());
     const int around = std::min(LinesAround, (onScreen - 1) / 2);
     const int line = block.blockNumber();
-    if (line - around < first)
+    if (line < first || line >= first + onScreen)
+        verticalScrollBar()->setValue(line - onScreen / 2);
+    else if (line - around < first)
         verticalScrollBar()->setValue(line - around);
     else if (line + around >= first + onScreen)
         verticalScrollBar()->setValue(line + around - onScreen + 1);
@@ -142,8 +153,7 @@ void TextViewEdit::paintEvent(QPaintEvent *event)
     const int onScreen = viewport()->height() / std::max(1, m_document->lineSpacing()) + 1;
     const int last = std::min(firstVisibleBlock().blockNumber() + onScreen, document()->blockCount() - 1);
     m_document->ensureProcessed(document()->findBlockByNumber(last));
-    if (m_document->textTemplate()->showsCurrentLine())
-        paintCurrentLine(event->rect());
+    paintBands(event->rect());
     if (m_marked && m_marked->canMatch())
         paintMatches(event->rect());
     QPlainTextEdit::paintEvent(event);
@@ -167,16 +177,23 @@ void TextViewEdit::placeMargin()
     m_margin->setGeometry(inside.left(), inside.top(), width, viewport()->height());
 }
 
-/// Below the text, so that formats with a background of their own and the selection stay visible.
-void TextViewEdit::paintCurrentLine(const QRect &rect)
+/// Bands on the lines of the next statement and of the cursor, below the text, so that formats with a background of
+/// their own and the selection stay visible.
+void TextViewEdit::paintBands(const QRect &rect)
 {
-    const QColor colour = editorColours(m_document->paperColour()).currentLine;
+    const EditorColours colours = editorColours(m_document->paperColour());
+    const bool showsCursor = m_document->textTemplate()->showsCurrentLine();
     QPainter painter(viewport());
     for (const Line &line : linesAt(rect.top(), rect.bottom())) {
-        if (line.block != textCursor().block())
-            continue;
-        painter.fillRect(line.rect, colour);
-        m_shownLine = line.block.blockNumber();
+        const quint32 marker = MarkedLines::markers(line.block);
+        if (showsCursor && line.block == textCursor().block())
+            m_shownLine = line.block.blockNumber();
+        if (marker & TextView::CurrentLineMarker)
+            painter.fillRect(line.rect, colours.statement);
+        else if (marker & TextView::CallerMarker)
+            painter.fillRect(line.rect, colours.caller);
+        else if (showsCursor && line.block == textCursor().block())
+            painter.fillRect(line.rect, colours.currentLine);
     }
 }
 
@@ -369,7 +386,9 @@ void TextViewEdit::select(qsizetype position, qsizetype length)
     QTextCursor cursor = textCursor();
     cursor.setPosition(int(position));
     cursor.setPosition(int(position + length), QTextCursor::KeepAnchor);
+    showBlock(cursor.block()); // before the base class scrolls to the edge
     setTextCursor(cursor);
+    ensureCursorVisible();
 }
 
 bool TextViewEdit::find(const QString &text, bool caseSensitive, bool wholeWord, bool forward, bool fromCursor)

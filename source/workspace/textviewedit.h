@@ -14,6 +14,7 @@ struct Indentation;
 class TextViewEdit : public PasteGuard<QPlainTextEdit>
 {
     Q_OBJECT
+    Q_PROPERTY(QString text READ toPlainText) // for test drivers
 public:
     struct Line
     {
@@ -47,6 +48,9 @@ public:
     /// What the cursor or the selection covers of the screen.
     [[nodiscard]] QRect selectionOnScreen() const;
 
+    /// Gives the pane and its parts the names by which test drivers find them: that of the file without its suffix, and
+    /// from the second pane on the number.
+    void setNumber(qsizetype number);
     [[nodiscard]] TextDocument *textDocument() const { return m_document; }
     /// Shows changed markers; with @p full also changed formats.
     void refresh(bool full);
@@ -54,7 +58,7 @@ public:
     [[nodiscard]] QList<Line> linesAt(int top, int bottom) const;
     /// The line at the height @p y of the viewport; invalid below the last line.
     [[nodiscard]] QTextBlock blockAt(int y) const;
-    /// Scrolls so that @p block and some lines around it are visible.
+    /// Scrolls so that @p block and some lines around it are visible. If it was not, it moves to the middle.
     void showBlock(const QTextBlock &block);
     void scrollByWheel(QWheelEvent *event);
     [[nodiscard]] Indentation indentation() const; ///< as the settings have it
@@ -88,7 +92,7 @@ private:
     bool replaceMatches(const TextPattern &pattern, const QString &replacement, qsizetype from, qsizetype end);
     void paintMatches(const QRect &rect);
     void placeMargin();
-    void paintCurrentLine(const QRect &rect);
+    void paintBands(const QRect &rect);
     void refreshCurrentLine();
     void dragSplitter(const QPoint &globalPosition);
     void dropSplitter(const QPoint &globalPosition);

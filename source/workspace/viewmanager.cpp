@@ -5,6 +5,8 @@
 #include "textview.h"
 #include "varnelassert.h"
 #include "viewinterfaces.h"
+#include <QGuiApplication>
+#include <QKeyEvent>
 
 ViewManager::ViewManager(QWidget *parent) : QWidget(parent) {}
 
@@ -47,9 +49,15 @@ void ViewManager::addViewInPlace(View *newView, bool activate)
 
 void ViewManager::slotViewActivated(View *view)
 {
+    if (!m_walking)
+        moveToFront(view);
+    Q_EMIT viewActivated(view);
+}
+
+void ViewManager::moveToFront(View *view)
+{
     m_views.removeOne(view);
     m_views.prepend(view);
-    Q_EMIT viewActivated(view);
 }
 
 void ViewManager::viewClosed(View *view)
@@ -151,10 +159,37 @@ void ViewManager::previousView()
 
 void ViewManager::activateNeighbour(int step)
 {
+    if (QGuiApplication::keyboardModifiers() & Qt::ControlModifier)
+        beginWalk();
     const int count = int(m_views.size());
     const int current = m_views.find(currentView());
     if (current >= 0)
         activateView(m_views[(current + step + count) % count], true);
+}
+
+void ViewManager::beginWalk()
+{
+    if (!m_walking)
+        QCoreApplication::instance()->installEventFilter(this);
+    m_walking = true;
+}
+
+void ViewManager::endWalk()
+{
+    m_walking = false;
+    QCoreApplication::instance()->removeEventFilter(this);
+    if (View *view = currentView())
+        moveToFront(view);
+}
+
+/// The release of the key is lost when another program gets the focus.
+bool ViewManager::eventFilter(QObject *object, QEvent *event)
+{
+    const bool released =
+        event->type() == QEvent::KeyRelease && static_cast<QKeyEvent *>(event)->key() == Qt::Key_Control;
+    if (m_walking && (released || event->type() == QEvent::WindowDeactivate))
+        endWalk();
+    return QWidget::eventFilter(object, event);
 }
 
 void ViewManager::updateAllDocuments(bool full)

@@ -37,6 +37,8 @@ public:
     void closeAll();
     /// Opens another view of the current document.
     void newView();
+    /// Activates the next or previous view of views(). While the Control key is held, that list keeps its order, so
+    /// that a further call leads to a further view.
     void nextView();
     void previousView();
     void updateAllDocuments(bool full);
@@ -83,11 +85,18 @@ Q_SIGNALS:
     void sourceChanged(const QString &source);
 
 protected:
+    bool eventFilter(QObject *object, QEvent *event) override;
+
     ObjectList<View> m_views;
 
 private:
+    void moveToFront(View *view);
+    void beginWalk();
+    void endWalk();
     void command(void (View::*operation)());
     void activateNeighbour(int step);
     [[nodiscard]] View *firstView(Document *document) const;
     int renumber(Document *document);
+
+    bool m_walking = false; ///< the Control key is held since a call of nextView() or previousView()
 };

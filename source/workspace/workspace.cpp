@@ -5,6 +5,7 @@
 #include "varnelassert.h"
 #include "view.h"
 #include "viewmanager.h"
+#include "viewplace.h"
 #include <QDir>
 #include <QFileInfo>
 
@@ -78,10 +79,13 @@ bool Workspace::reopenDocument(QString filename) // NOLINT(performance-unnecessa
         return false;        // the open document may be the only copy left
     doc->setModified(false); // otherwise its last view would ask
     m_viewManager->activateDocument(doc, true);
+    const ViewPlace place = placeOf(m_viewManager->currentView());
     m_viewManager->closeDocument(doc);
     const bool shown = show(docTemplate, std::move(loaded), true, Placement::InPlace);
-    if (shown)
+    if (shown) {
+        restorePlace(m_viewManager->currentView(), place);
         Q_EMIT documentReopened();
+    }
     return shown;
 }
 

@@ -187,7 +187,7 @@ private Q_SLOTS:
     void editorsMarginIsAccessible()
     {
         const ProductWindow f;
-        auto *margin = f.window->findChild<QWidget *>(u"main.c/margin"_s);
+        auto *margin = f.window->findChild<QWidget *>(u"main/margin"_s);
         QAccessibleInterface *accessible = QAccessible::queryAccessibleInterface(margin);
         QCOMPARE(accessible->text(QAccessible::Name), u"Margin"_s);
         f.view()->setMarker(1, TextView::EnabledBreakpointMarker, true, false);

@@ -22,6 +22,11 @@ def line_of(file, text):
     raise ValueError(f"'{text}' is not in {file}")
 
 
+def base_of(file):
+    """The name of the editor's objects for a file."""
+    return file.split(".")[0]
+
+
 class Debugging:
     """Operates the program by object names, so the keyboard focus does not matter, unless stated otherwise."""
 
@@ -49,14 +54,14 @@ class Debugging:
 
     def click_margin(self, file, line):
         """Clicks into the margin at a visible line of the current file, which has that name."""
-        self._varnel.click(f"{file}/margin", y=self._height_of(file, line))
+        self._varnel.click(f"{base_of(file)}/margin", y=self._height_of(file, line))
 
     def _height_of(self, file, line):
         """The vertical position of a line, found by clicks into the text that move the cursor."""
-        top, bottom = 0, self._varnel.read(f"{file}/text", "height")
+        top, bottom = 0, self._varnel.read(f"{base_of(file)}/text", "height")
         while top < bottom:
             middle = (top + bottom) // 2
-            self._varnel.click(f"{file}/text", x=1, y=middle)
+            self._varnel.click(f"{base_of(file)}/text", x=1, y=middle)
             found = self.cursor_line()
             if found == line:
                 return middle

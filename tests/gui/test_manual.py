@@ -189,12 +189,12 @@ class FirstStepsTest(ProgramTest):
         for _ in range(5):
             self.varnel.press("Down", on="ProjectTree")
             self.varnel.press("Return", on="ProjectTree")
-            if self.varnel.exists(f"{name}/text"):
+            if self.varnel.exists(f"{name.split('.')[0]}/text"):
                 return
         self.fail(f"no {name} in the navigator")
 
     def build(self, end):
-        self.varnel.call("main.c/text", "setFocus()")
+        self.varnel.call("main/text", "setFocus()")
         self.keyboard.press("Ctrl+B")
         self.varnel.wait_for("BuildPage", "plainText", lambda text: end in text, BUILD_TIME)
         self.varnel.wait_for("buildBuild", "enabled", True)
@@ -205,13 +205,13 @@ class FirstStepsTest(ProgramTest):
         self.user.click_margin("main.c", line)  # finds the line
         self.user.click_margin("main.c", line)
         self.user.click_margin("main.c", line)  # no breakpoint any more
-        self.varnel.press("End", on="main.c/text")
-        self.varnel.press("Backspace", on="main.c/text")
+        self.varnel.press("End", on="main/text")
+        self.varnel.press("Backspace", on="main/text")
         self.build("error: ")
-        self.varnel.press("Home", on="main.c/text")
+        self.varnel.press("Home", on="main/text")
         self.keyboard.press("F4")
         self.varnel.wait_for("cursorLabel", "text", lambda text: f"Ln {line}" in text or f"Ln {line + 1}" in text)
-        self.varnel.press("Ctrl+Z", on="main.c/text")
+        self.varnel.press("Ctrl+Z", on="main/text")
         self.build("Done.")
 
     def look_around(self):

@@ -183,12 +183,37 @@ private Q_SLOTS:
         QVERIFY(!m_console->textCursor().currentList());
         QCOMPARE(lastLines(4), (QStringList{u"x"_s, u"y"_s, u"a"_s, u"b"_s}));
     }
-    void textTypedBeforeOutputIsReadOnly()
+    void outputKeepsWhatIsTyped_data()
     {
+        QTest::addColumn<QStringList>("outputs");
+        QTest::addColumn<QString>("expected");
+        QTest::newRow("line") << QStringList{u"out\n"_s} << u"past\nout\n>>> typ|ed"_s;
+        QTest::newRow("part of a line") << QStringList{u"out"_s} << u"past\nout\n>>> typ|ed"_s;
+        QTest::newRow("several") << QStringList{u"a\n"_s, u"b\n"_s} << u"past\na\nb\n>>> typ|ed"_s;
+        QTest::newRow("rich text") << QStringList{u"<html><b>out</b></html>"_s} << u"past\nout\n>>> typ|ed"_s;
+    }
+    void outputKeepsWhatIsTyped()
+    {
+        QFETCH(const QStringList, outputs);
         type(u"typed"_s);
-        m_console->outputLine(u"out"_s);
-        press(Qt::Key_Backspace);
-        QCOMPARE(shown(), u"past\n>>> typedout|"_s);
+        press(Qt::Key_Left);
+        press(Qt::Key_Left);
+        for (const QString &output : outputs)
+            m_console->outputLine(output);
+        QTEST(shown(), "expected");
+        const QSignalSpy lines(m_console, &CommandLineWindow::inputLine);
+        press(Qt::Key_Return);
+        QCOMPARE(lines.last(), QList<QVariant>{u"typed"_s});
+    }
+    void lineTypedDuringAStatementStandsBehindTheNextPrompt()
+    {
+        type(u"run"_s);
+        press(Qt::Key_Return);
+        type(u"next"_s);
+        m_console->outputLine(u"out\n"_s);
+        QCOMPARE(shown(), u"past\n>>> run\nout\nnext|"_s);
+        m_console->outputLine(u">>> "_s);
+        QCOMPARE(shown(), u"past\n>>> run\nout\n>>> next|"_s);
     }
     void outputScrollsIntoView()
     {
@@ -545,6 +570,17 @@ private Q_SLOTS:
         enter(QString());
         QCOMPARE(lastLines(1), QStringList{u">>> "_s});
     }
+    void indentFollowsTheContinuationPromptOnly()
+    {
+        enter(u"if 1:"_s, u"\n"_s); // an output of another script
+        m_console->outputLine(u"... "_s);
+        QCOMPARE(shown(), u"past\n>>> if 1:\n\n... \t|"_s);
+        enter(u"print('x:"_s, u"SyntaxError\n"_s);
+        m_console->outputLine(u">>> "_s);
+        QCOMPARE(lastLines(1), QStringList{u">>> "_s});
+        enter(u"x"_s, u"... "_s);
+        QCOMPARE(lastLines(1), QStringList{u"... "_s});
+    }
     void indentCanBeEdited()
     {
         const QSignalSpy lines(m_console, &CommandLineWindow::inputLine);
@@ -632,6 +668,57 @@ private Q_SLOTS:
         enter(u"x"_s, u"... "_s);
         press(Qt::Key_Up);
         QVERIFY2(shown().endsWith(u"\n... \tx|"_s), qPrintable(shown()));
+    }
+
+    void escapeDropsTheEntry()
+    {
+        enter(u"a"_s);
+        type(u"typed"_s);
+        press(Qt::Key_Escape);
+        QCOMPARE(lastLines(1), QStringList{u">>> "_s});
+        press(Qt::Key_Up);
+        press(Qt::Key_Escape);
+        QCOMPARE(lastLines(1), QStringList{u">>> "_s});
+        press(Qt::Key_Up); // starts at the newest again
+        QCOMPARE(lastLines(1), QStringList{u">>> a"_s});
+    }
+    void controlCInterruptsUnlessTextIsSelected()
+    {
+        const QSignalSpy interrupts(m_console, &CommandLineWindow::interruptRequested);
+        type(u"typed"_s);
+        setCursor(9, 11);
+        press(Qt::Key_C, Qt::ControlModifier);
+        QCOMPARE(interrupts.size(), 0);
+        QCOMPARE(QGuiApplication::clipboard()->text(), u"ty"_s);
+        press(Qt::Key_End);
+        press(Qt::Key_C, Qt::ControlModifier);
+        QCOMPARE(interrupts.size(), 1);
+        QCOMPARE(lastLines(1), QStringList{u">>> "_s});
+    }
+    void controlRSearchesTheHistory()
+    {
+        m_console->setHistory({u"import os"_s, u"os.getcwd()"_s, u"x = 1"_s, u"OS.listdir()"_s});
+        QStringList found;
+        type(u"os"_s);
+        for (int i = 0; i < 4; ++i) {
+            press(Qt::Key_R, Qt::ControlModifier);
+            found << lastLines(1);
+        }
+        QCOMPARE(found, (QStringList{u">>> OS.listdir()"_s, u">>> os.getcwd()"_s, u">>> import os"_s,
+                                     u">>> import os"_s})); // the oldest stays
+        press(Qt::Key_Escape);
+        type(u"nowhere"_s);
+        press(Qt::Key_R, Qt::ControlModifier);
+        QCOMPARE(lastLines(1), QStringList{u">>> nowhere"_s});
+    }
+    void enteredLinesAreTheHistory()
+    {
+        m_console->setHistory({u"old"_s});
+        enter(u"new"_s);
+        QCOMPARE(m_console->history(), (QStringList{u"old"_s, u"new"_s}));
+        press(Qt::Key_Up);
+        press(Qt::Key_Up);
+        QCOMPARE(lastLines(1), QStringList{u">>> old"_s});
     }
 
     // Completion

@@ -3,8 +3,12 @@
 #include "pythonstring.h"
 #include "scriptdirectories.h"
 #include <Python.h>
+#include <QApplication>
+#include <QLineEdit>
 #include <QProcess>
+#include <QPushButton>
 #include <QTest>
+#include <QTimer>
 using namespace Qt::StringLiterals;
 
 class TestPythonInterpreter : public QObject
@@ -136,6 +140,111 @@ private Q_SLOTS:
         QFETCH(QStringList, lines);
         QFETCH(QString, expected);
         QCOMPARE(shown(lines), expected);
+    }
+
+    void warningOfAStatementIsPrintedOnce()
+    {
+        const QString text = shown({u"def f():"_s, u"  return 1 is 1"_s, u""_s});
+        QCOMPARE(text.count(u"SyntaxWarning"_s), 1);
+        QVERIFY(!shown({u"def g():"_s, u"  x = 1 is 1"_s}).contains(u"SyntaxWarning"_s)); // it is not complete
+        shown({u""_s});
+    }
+
+    void scriptReadsALineOfTheConsole()
+    {
+        m_interpreter->setInputAvailable([] { return true; });
+        QStringList requests;
+        connect(m_interpreter.get(), &PythonInterpreter::inputRequested, this, [&] {
+            requests << m_shown;
+            QTimer::singleShot(0, m_interpreter.get(), [&] { m_interpreter->inputLine(u"blue"_s); });
+        });
+        QCOMPARE(shown({u"print(input('colour? '), input())"_s}), u"colour? blue blue\n>>> "_s);
+        QCOMPARE(requests.first(), u"colour? "_s); // before the user has to answer
+        QCOMPARE(requests.size(), 2);
+    }
+
+    void interruptEndsTheWaitForALine()
+    {
+        m_interpreter->setInputAvailable([] { return true; });
+        connect(m_interpreter.get(), &PythonInterpreter::inputRequested, this,
+                [this] { QTimer::singleShot(0, m_interpreter.get(), &PythonInterpreter::interrupt); });
+        const QString text = shown({u"input()"_s});
+        QVERIFY2(text.contains(u"KeyboardInterrupt"_s) && text.endsWith(u">>> "_s), qPrintable(text));
+    }
+
+    void interpreterMayEndWhileAScriptWaitsForALine()
+    {
+        m_interpreter->setInputAvailable([] { return true; });
+        connect(m_interpreter.get(), &PythonInterpreter::inputRequested, this,
+                [this] { QTimer::singleShot(0, this, [this] { m_interpreter.reset(); }); });
+        PythonInterpreter *interpreter = m_interpreter.get();
+        interpreter->inputLine(u"input()"_s);
+        QVERIFY(!m_interpreter);
+    }
+
+    void scriptFindsTheEndOfTheInputWithoutAUser()
+    {
+        QVERIFY(shown({u"input()"_s}).contains(u"EOFError"_s));
+        m_interpreter->setInputAvailable([] { return false; });
+        QVERIFY(shown({u"input()"_s}).contains(u"EOFError"_s));
+    }
+
+    void helpIsPrinted() { QVERIFY(shown({u"help(len)"_s}).contains(u"Return the number of items in a container"_s)); }
+
+    void interruptWithoutAScriptDropsTheStatement()
+    {
+        m_interpreter->inputLine(u"if 1:"_s);
+        m_shown.clear();
+        m_interpreter->interrupt();
+        QCOMPARE(m_shown, u"\nKeyboardInterrupt\n>>> "_s);
+        QCOMPARE(shown({u"1 + 1"_s}), u"2\n>>> "_s);
+    }
+
+    void loopThatProcessesNoEventsCanBeInterrupted()
+    {
+        m_interpreter->setInputAvailable([] { return true; });
+        QList<bool> running;
+        connect(m_interpreter.get(), &PythonInterpreter::runningChanged, this, [&](bool on) {
+            running << on;
+            if (on)
+                QTimer::singleShot(0, m_interpreter.get(), &PythonInterpreter::interrupt);
+        });
+        const QString text = shown({u"while True: pass"_s, u""_s});
+        QVERIFY2(text.contains(u"KeyboardInterrupt"_s), qPrintable(text));
+        QCOMPARE(running, (QList<bool>{true, false}));
+    }
+
+    void userInputWaitsWhileAStatementRuns()
+    {
+        QLineEdit edit;
+        QPushButton stop;
+        edit.show();
+        stop.show();
+        m_interpreter->setInputAvailable([] { return true; });
+        m_interpreter->addInterruptWidget(&stop);
+        connect(&stop, &QPushButton::clicked, m_interpreter.get(), &PythonInterpreter::interrupt);
+        connect(m_interpreter.get(), &PythonInterpreter::runningChanged, this, [&](bool on) {
+            if (!on)
+                return;
+            QTimer::singleShot(0, &edit, [&] {
+                QTest::keyClick(&edit, Qt::Key_A);
+                QTest::mouseClick(&stop, Qt::LeftButton);
+            });
+        });
+        QVERIFY(shown({u"while True: pass"_s, u""_s}).contains(u"KeyboardInterrupt"_s));
+        QCOMPARE(edit.text(), QString());
+    }
+
+    void threadsRunWhileThePromptWaits()
+    {
+        shown({u"import threading, time"_s, u"counted = [0]"_s, u"def count():"_s, u"  while counted[0] < 50:"_s,
+               u"    counted[0] += 1; time.sleep(0)"_s, u""_s,
+               u"thread = threading.Thread(target=count); thread.start()"_s});
+        const auto hasThreads = [] {
+            return PyThreadState_Next(PyInterpreterState_ThreadHead(PyInterpreterState_Get()));
+        };
+        QTRY_VERIFY(!hasThreads());
+        QCOMPARE(shown({u"counted[0]"_s}), u"50\n>>> "_s);
     }
 
     void namespaceIsNotTheModuleMain()
@@ -407,7 +516,7 @@ static int runInChild(const QString &line)
 
 int main(int argc, char **argv)
 {
-    const QCoreApplication application(argc, argv);
+    const QApplication application(argc, argv);
     if (argc == 3 && qstrcmp(argv[1], "--line") == 0)
         return runInChild(QString::fromUtf8(argv[2]));
     if (argc == 2 && qstrcmp(argv[1], "--without-python") == 0)

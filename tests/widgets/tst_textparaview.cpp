@@ -349,17 +349,31 @@ private Q_SLOTS:
         QTest::mouseRelease(f.view->viewport(), Qt::LeftButton, {}, {});
     }
 
-    void paragraphIsShownWithLinesAboveIt()
+    void paragraphIsShownInTheMiddle()
     {
         Fixture f;
+        const int middle = f.view->viewport()->height() / f.view->lineHeight() / 2;
         f.view->showPara(500);
         QCOMPARE(f.cursor(), u"500,0,0"_s);
-        QCOMPARE(f.row(4), u"code 500"_s);
+        QCOMPARE(f.row(middle), u"code 500"_s);
         f.view->showPara(504); // in sight: nothing moves
-        QCOMPARE(f.row(4), u"code 500"_s);
+        QCOMPARE(f.row(middle), u"code 500"_s);
         f.view->showPara(512);
         QCOMPARE(f.cursor(), u"512,2,0"_s); // the instruction, not its source
         QVERIFY(f.view->isCursorVisible());
+    }
+
+    void bandLiesBehindTheInstruction()
+    {
+        Fixture f;
+        f.view->setBands([](int para) { return para == 0 ? QColor(Qt::green) : QColor(); });
+        const QImage image = f.view->viewport()->grab().toImage();
+        QString banded;
+        for (int row = 0; row < 5; ++row) {
+            const QColor colour = image.pixelColor(image.width() - 2, row * f.view->lineHeight() + 2);
+            banded += colour == QColor(Qt::green) ? u'x' : u'.';
+        }
+        QCOMPARE(banded, u"..x.."_s); // its source lines have none
     }
 
     void marksStandBesideTheInstruction()
@@ -486,8 +500,8 @@ private Q_SLOTS:
         QVERIFY(f.view->isWaiting());
         f.source.isSlow = false;
         QTRY_VERIFY(!f.view->isWaiting());
-        QCOMPARE(f.row(4), u"source 400 a"_s); // with lines above it
-        QCOMPARE(f.cursor(), u"400,2,0"_s);    // on its last line
+        QCOMPARE(f.row(f.view->viewport()->height() / f.view->lineHeight() / 2), u"source 400 a"_s);
+        QCOMPARE(f.cursor(), u"400,2,0"_s); // on its last line
     }
 
     void pagesAreScrolledWhenTheSourceHasThem()

@@ -167,6 +167,24 @@ private Q_SLOTS:
         QCOMPARE(contents(f.path(u"a.c"_s)), "\xE2\x82\xAC\xC3\xA9");
     }
 
+    void chosenFormatIsWrittenAtTheNextSave()
+    {
+        const EditorFixture f;
+        put(f.path(u"a.c"_s), "\xE9\r\nb\r\n");
+        QVERIFY(f.document->open(f.path(u"a.c"_s)));
+        QSignalSpy changed(f.document.get(), &TextDocument::fileFormatChanged);
+        TextFileFormat format = f.document->fileFormat();
+        f.document->changeFileFormat(format);
+        QVERIFY(!f.document->modified()); // nothing was changed
+        format.encoding = TextFileFormat::Utf8;
+        format.crlf = false;
+        f.document->changeFileFormat(format);
+        QVERIFY(f.document->modified());
+        QCOMPARE(changed.size(), 1);
+        QVERIFY(f.document->save());
+        QCOMPARE(contents(f.path(u"a.c"_s)), "\xC3\xA9\nb\n");
+    }
+
     void missingFileIsCreatedInMemoryOnRequest()
     {
         EditorFixture f;

@@ -1,3 +1,4 @@
+#include "editorcolours.h"
 #include "editorfixture.h"
 #include "textformats.h"
 #include "textmarkerwidget.h"
@@ -656,10 +657,119 @@ private Q_SLOTS:
         }
     }
 
+    void jumpToALineOffTheScreenCentresIt_data()
+    {
+        QTest::addColumn<bool>("finds");
+        QTest::newRow("go to line") << false;
+        QTest::newRow("find") << true;
+    }
+    void jumpToALineOffTheScreenCentresIt()
+    {
+        QFETCH(const bool, finds);
+        const EditorFixture f(numbered(400));
+        const auto jump = [&] {
+            if (finds)
+                QVERIFY(f.view->find(u"251"_s, true, false, true, false));
+            else
+                f.view->gotoLine(f.document->text()->find(u"251"_s).blockNumber() + 1);
+        };
+        jump();
+        const int line = f.edit()->textCursor().blockNumber();
+        const QList<TextViewEdit::Line> shown = f.edit()->linesAt(0, f.edit()->viewport()->height() - 1);
+        const int middle = (shown.first().block.blockNumber() + shown.last().block.blockNumber()) / 2;
+        QVERIFY2(std::abs(line - middle) <= 1, qPrintable(u"%1 %2"_s.arg(line).arg(middle)));
+        const int top = f.edit()->verticalScrollBar()->value();
+        f.edit()->moveCursor(QTextCursor::Up);
+        jump(); // it is visible now
+        QCOMPARE(f.edit()->verticalScrollBar()->value(), top);
+    }
+
+    void statementAndCallerHaveBandsOfTheirOwn()
+    {
+        const EditorFixture f(numbered(20));
+        f.view->setMarker(3, TextView::CurrentLineMarker, true, false);
+        f.view->setMarker(5, TextView::CallerMarker, true, false);
+        f.view->setMarker(7, TextView::EnabledBreakpointMarker, true, false);
+        const QImage image = f.edit()->viewport()->grab().toImage();
+        const EditorColours colours = editorColours(f.document->paperColour());
+        const QList<TextViewEdit::Line> lines = f.edit()->linesAt(0, image.height() - 2);
+        for (int i = 0; i < 10; ++i) {
+            const QColor found = image.pixelColor(image.width() - 2, int(lines[i].rect.center().y()));
+            const QColor expected = i == 2 ? colours.statement : i == 4 ? colours.caller : f.document->paperColour();
+            QCOMPARE(found.name(), expected.name());
+        }
+    }
+
+    void splitKeepsTheLineOfTheCursorVisible_data()
+    {
+        QTest::addColumn<int>("height");
+        QTest::newRow("low upper pane") << 60;
+        QTest::newRow("low lower pane") << 320;
+    }
+    void splitKeepsTheLineOfTheCursorVisible()
+    {
+        QFETCH(const int, height);
+        const EditorFixture f(numbered(200));
+        const QTextBlock last = f.edit()->blockAt(f.edit()->viewport()->height() - f.document->lineSpacing() - 2);
+        f.putCursor(last.blockNumber(), 0);
+        f.view->splitAt(f.edit(), height);
+        for (const TextViewEdit *pane : f.view->edits())
+            QVERIFY(pane->viewport()->rect().contains(pane->cursorRect()));
+    }
+
+    void splitLeavesAPaneWhoseCursorIsOffTheScreen()
+    {
+        const EditorFixture f(numbered(200));
+        f.edit()->verticalScrollBar()->setValue(100);
+        f.view->split();
+        QCOMPARE(f.edit(0)->verticalScrollBar()->value(), 100);
+        QCOMPARE(f.edit(1)->verticalScrollBar()->value(), 100);
+    }
+
+    void closedPaneLeavesItsHeightToTheOthers()
+    {
+        const EditorFixture f(numbered(50));
+        f.view->closePane(); // the only one stays
+        QCOMPARE(f.view->edits().size(), 1);
+        const int height = f.edit()->height();
+        f.view->split();
+        const QPointer<TextViewEdit> second = f.edit(1);
+        QSignalSpy activated(f.view.get(), &View::viewActivated);
+        f.view->closePane();
+        QVERIFY(!second);
+        QCOMPARE(f.view->currentEdit(), f.edit(0));
+        QVERIFY(f.edit(0)->hasFocus());
+        QVERIFY(!activated.isEmpty());
+        QCoreApplication::processEvents();
+        QCOMPARE(f.edit(0)->height(), height);
+        f.view->split();
+        f.edit(0)->setFocus();
+        f.view->closePane(); // what remains is searched
+        QCOMPARE(f.view->edits().size(), 1);
+        QVERIFY(f.view->find(u"7"_s, true, false, true, false));
+        QVERIFY(f.edit(0)->textCursor().hasSelection());
+    }
+
+    void panesHaveNamesForTestDrivers()
+    {
+        const EditorFixture f;
+        f.document->create(f.path(u"my file.v2.c"_s));
+        TextView view(f.document.get());
+        view.split();
+        QStringList names;
+        for (TextViewEdit *pane : view.edits())
+            names << pane->objectName() << pane->viewport()->objectName() << marginOf(pane)->objectName();
+        QCOMPARE(names, (QStringList{u"my-file"_s, u"my-file/text"_s, u"my-file/margin"_s, u"my-file2"_s,
+                                     u"my-file2/text"_s, u"my-file2/margin"_s}));
+        f.view->insertText(u"words"_s);
+        QCOMPARE(view.edits().first()->property("text").toString(), u"words"_s);
+    }
+
     void splitPanesShareTheText()
     {
         EditorFixture f(numbered(200));
         f.view->gotoLine(100);
+        f.edit()->verticalScrollBar()->setValue(95); // both panes can show the cursor there
         const int top = f.edit()->verticalScrollBar()->value();
         f.view->split();
         QCOMPARE(f.view->edits().size(), 2);
@@ -900,8 +1010,8 @@ private Q_SLOTS:
         f.document->notifyViews(nullptr, true);
         f.putCursor(0, 2);
         const QTextCharFormat match = f.edit()->extraSelections().at(0).format;
-        QVERIFY(contrast(match.background().color(), f.document->paperColour()) > 1.2); // it is visible
-        QVERIFY(!match.hasProperty(QTextFormat::ForegroundBrush));                      // the text keeps its colours
+        QVERIFY(contrast(match.background().color(), f.document->paperColour()) > 1.05); // it is visible
+        QVERIFY(!match.hasProperty(QTextFormat::ForegroundBrush));                       // the text keeps its colours
         for (int id = FormatId::Standard; id <= FormatId::Label; ++id)
             QVERIFY(contrast(match.background().color(), f.formats[id].foreground().color()) > 3);
     }

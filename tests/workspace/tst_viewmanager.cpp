@@ -5,6 +5,7 @@
 #include "tabbedviewmanager.h"
 #include "workspace.h"
 #include <QMainWindow>
+#include <QMenu>
 #include <QSettings>
 #include <QSignalSpy>
 #include <QTabBar>
@@ -515,6 +516,79 @@ private Q_SLOTS:
         f.log.clear();
     }
 
+    void tabsAreClosedOneByOne()
+    {
+        const Fixture f(Tabbed);
+        const auto closeButton = [&f](int tab) {
+            QWidget *right = f.tabs()->tabButton(tab, QTabBar::RightSide);
+            return right ? right : f.tabs()->tabButton(tab, QTabBar::LeftSide);
+        };
+        QVERIFY(!closeButton(0)->accessibleName().isEmpty());
+        QTest::mouseClick(closeButton(0), Qt::LeftButton);
+        QCOMPARE(f.tabTexts(), u"b.c [c.c]"_s);
+        QTest::mouseClick(f.tabs(), Qt::MiddleButton, {}, f.tabs()->tabRect(0).center());
+        QCOMPARE(f.tabTexts(), u"[c.c]"_s);
+    }
+
+    void modifiedViewIsShownBeforeItsTabAsks()
+    {
+        const Fixture f(Tabbed);
+        f.view(u"a.c"_s)->document()->setModified(true);
+        BoxAnswers answers({QMessageBox::Cancel});
+        Q_EMIT f.tabs()->tabCloseRequested(0);
+        QCOMPARE(f.tabTexts(), u"[a.c *] b.c c.c"_s);
+    }
+
+    void movedTabsKeepTheirViews()
+    {
+        const Fixture f(Tabbed);
+        QVERIFY(f.tabs()->isMovable());
+        f.tabs()->moveTab(0, 2);
+        QCOMPARE(f.tabTexts(), u"b.c [c.c] a.c"_s);
+        QCOMPARE(f.manager->currentView()->title(), u"c.c"_s);
+        QCOMPARE(f.manager->arrangedViews().last()->title(), u"a.c"_s);
+        QTest::mouseClick(f.tabs(), Qt::LeftButton, {}, f.tabs()->tabRect(2).center());
+        QCOMPARE(f.manager->currentView()->title(), u"a.c"_s);
+    }
+
+    void closeButtonIsHiddenWithoutAView()
+    {
+        const Fixture f(Tabbed, {u"/x/a.c"_s});
+        const auto *button = f.manager->findChild<QToolButton *>(QString(), Qt::FindDirectChildrenOnly);
+        QVERIFY(button->isVisible());
+        f.view(u"a.c"_s)->close();
+        QVERIFY(!button->isVisible());
+    }
+
+    void heldControlKeyLeadsToEveryView_data() { styles(); }
+    void heldControlKeyLeadsToEveryView()
+    {
+        QFETCH(const int, style);
+        const Fixture f(style);
+        for (const QString &title : {u"b.c"_s, u"a.c"_s}) // so the order is a, b, c
+            f.manager->activateView(f.view(title), true);
+        f.manager->activateView(f.view(u"c.c"_s), true);
+        QCOMPARE(f.titles(), u"c.c|a.c|b.c"_s);
+        QAction next;
+        next.setShortcut(Qt::CTRL | Qt::Key_F6);
+        connect(&next, &QAction::triggered, f.manager, &ViewManager::nextView);
+        f.manager->window()->addAction(&next);
+        QStringList reached;
+        QWindow *handle = f.manager->window()->windowHandle();
+        const auto press = [&] {
+            QTest::keyPress(handle, Qt::Key_F6, Qt::ControlModifier); // a click would release Control, too
+            reached << f.manager->currentView()->title();
+        };
+        press();
+        press();
+        QCOMPARE(f.titles(), u"c.c|a.c|b.c"_s);
+        QTest::keyRelease(handle, Qt::Key_Control);
+        QCOMPARE(f.titles(), u"b.c|c.c|a.c"_s);
+        press(); // the view before
+        QTest::keyRelease(handle, Qt::Key_Control);
+        QCOMPARE(reached, (QStringList{u"a.c"_s, u"b.c"_s, u"c.c"_s}));
+    }
+
     void cascadeRectanglesAreAnchoredAtTheBottom_data()
     {
         QTest::addColumn<QSize>("workspace");
@@ -578,6 +652,23 @@ private Q_SLOTS:
         QCOMPARE(f.view(u"e.c"_s)->parentWidget()->geometry(), QRect(33, 44, 300, 200));
         f.addInPlace(u"/x/f.c"_s);
         QCOMPARE(f.view(u"f.c"_s)->parentWidget()->geometry(), cascadeRect(f.area()->rect(), i));
+    }
+
+    void minimisedFrameIsRestoredWhenItsViewIsActivated()
+    {
+        const Fixture f(Mdi);
+        auto *frame = MDIWorkspace::frameOf(f.view(u"a.c"_s));
+        frame->showMinimized();
+        f.manager->activateView(f.view(u"a.c"_s), true);
+        QVERIFY(!frame->isMinimized());
+        QCOMPARE(f.manager->currentView()->title(), u"a.c"_s);
+    }
+
+    void framesHaveNoKeysOfTheirOwn()
+    {
+        const Fixture f(Mdi);
+        for (const QAction *action : MDIWorkspace::frameOf(f.view(u"a.c"_s))->systemMenu()->actions())
+            QVERIFY2(action->shortcuts().isEmpty(), qPrintable(action->text()));
     }
 
     void closingAFrameAsksToSave()

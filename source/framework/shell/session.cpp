@@ -1,7 +1,6 @@
 #include "session.h"
 #include "document.h"
-#include "textview.h"
-#include "textviewedit.h"
+#include "view.h"
 #include "viewmanager.h"
 #include "wholefile.h"
 #include "workspace.h"
@@ -11,55 +10,16 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QSaveFile>
-#include <QScrollBar>
 
 using namespace Qt::StringLiterals;
 
 namespace {
 constexpr int FormatVersion = 1;
 
-Session::Pane paneOf(const TextViewEdit &edit, int height)
-{
-    const QTextCursor cursor = edit.textCursor();
-    return {height, cursor.blockNumber(), cursor.positionInBlock(), edit.verticalScrollBar()->value()};
-}
-
-void restorePane(TextViewEdit &edit, const Session::Pane &pane)
-{
-    const QTextBlock block = edit.document()->findBlockByNumber(qMin(pane.line, edit.document()->blockCount() - 1));
-    QTextCursor cursor = edit.textCursor();
-    cursor.setPosition(block.position() + qBound(0, pane.column, block.length() - 1));
-    edit.setTextCursor(cursor);
-    edit.verticalScrollBar()->setValue(pane.top);
-}
-
-void restorePanes(TextView &view, const Session::File &file)
-{
-    const QList<Session::Pane> &panes = file.panes;
-    QList<int> heights;
-    for (const Session::Pane &pane : panes)
-        heights.append(pane.height);
-    view.setPaneHeights(heights);
-    const QList<TextViewEdit *> edits = view.shownEdits();
-    for (qsizetype i = 0; i < qMin(edits.size(), panes.size()); ++i)
-        restorePane(*edits[i], panes[i]);
-    if (TextViewEdit *active = edits.value(file.activePane)) {
-        view.setCurrentEdit(active);
-        active->setFocus(); // when the tab is shown, this pane gets the focus
-    }
-}
-
 Session::File fileOf(View *view)
 {
-    Session::File file{view->document()->filename(), {}, 0};
-    if (const auto *text = qobject_cast<TextView *>(view)) {
-        const QList<TextViewEdit *> edits = text->shownEdits();
-        const QList<int> heights = text->paneHeights();
-        for (qsizetype i = 0; i < edits.size(); ++i)
-            file.panes.append(paneOf(*edits[i], heights.value(i)));
-        file.activePane = int(edits.indexOf(text->currentEdit()));
-    }
-    return file;
+    const ViewPlace place = placeOf(view);
+    return {view->document()->filename(), place.panes, place.activePane};
 }
 
 /// Opens a view of a file, which may be open already; a second view if @p further is true. Null if the file is missing.
@@ -118,8 +78,7 @@ void restoreSession(const Session &session, Workspace &workspace, ViewManager &v
         if (!view)
             continue;
         opened.append(path);
-        if (auto *text = qobject_cast<TextView *>(view); text && !session.files[i].panes.isEmpty())
-            restorePanes(*text, session.files[i]);
+        restorePlace(view, {session.files[i].panes, session.files[i].activePane});
         if (i == session.active)
             active = view;
     }

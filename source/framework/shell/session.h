@@ -1,4 +1,5 @@
 #pragma once
+#include "viewplace.h"
 #include <QJsonObject>
 #include <QList>
 #include <QString>
@@ -8,15 +9,7 @@ class Workspace;
 /// The open files, with the cursor and the panes of each.
 struct Session
 {
-    struct Pane
-    {
-        int height = 0; ///< in pixels
-        int line = 0;   ///< of the cursor, counted from 0
-        int column = 0; ///< likewise
-        int top = 0;    ///< the first line on screen, counted from 0
-
-        bool operator==(const Pane &) const = default;
-    };
+    using Pane = PanePlace;
     struct File
     {
         QString path;

@@ -1,0 +1,93 @@
+#include "scriptpump.h"
+#include <Python.h>
+#include <QApplication>
+#include <QKeyEvent>
+
+using namespace std::chrono_literals;
+
+namespace {
+constexpr auto Patience = 500ms; ///< for scripts that end soon
+constexpr auto Interval = 50ms;
+constexpr int Slice = 20; ///< milliseconds
+
+ScriptPump *innermost = nullptr;
+bool processing = false;
+
+bool interruptsScripts(const QKeyEvent &event)
+{
+    return event.modifiers() == Qt::ControlModifier && (event.key() == Qt::Key_C || event.key() == Qt::Key_Z);
+}
+} // namespace
+
+ScriptPump::ScriptPump(const QList<QPointer<QWidget>> &widgets)
+    : m_widgets(widgets), m_outer(std::exchange(innermost, this)), m_thread([this] { ask(); })
+{}
+
+ScriptPump::~ScriptPump()
+{
+    {
+        const std::lock_guard lock(m_mutex);
+        m_ended = true;
+    }
+    m_end.notify_all();
+    PyThreadState *own = PyEval_SaveThread(); // the thread may wait for the interpreter
+    m_thread.join();
+    PyEval_RestoreThread(own);
+    innermost = m_outer;
+}
+
+/// The interpreter looks for calls when another thread wants to have it.
+void ScriptPump::ask()
+{
+    std::unique_lock lock(m_mutex);
+    for (auto wait = Patience; !m_end.wait_for(lock, wait, [this] { return m_ended; }); wait = Interval) {
+        lock.unlock();
+        if (Py_AddPendingCall(processEvents, nullptr) == 0)
+            PyGILState_Release(PyGILState_Ensure());
+        lock.lock();
+    }
+}
+
+/// Called by the interpreter, between two instructions of the script. It may come after the end of its pump.
+int ScriptPump::processEvents(void *)
+{
+    if (!innermost || processing)
+        return 0;
+    processing = true;
+    const QPointer<ScriptPump> pump(innermost);
+    QCoreApplication::instance()->installEventFilter(pump);
+    QCoreApplication::processEvents(QEventLoop::ExcludeSocketNotifiers, Slice);
+    if (pump)
+        QCoreApplication::instance()->removeEventFilter(pump);
+    processing = false;
+    return 0;
+}
+
+bool ScriptPump::eventFilter(QObject *object, QEvent *event)
+{
+    if (QApplication::activeModalWidget())
+        return false;
+    return event->type() == QEvent::Shortcut || (object->isWidgetType() && !mayPass(object, *event));
+}
+
+bool ScriptPump::mayPass(QObject *object, const QEvent &event) const
+{
+    switch (event.type()) {
+    case QEvent::KeyPress:
+    case QEvent::KeyRelease:
+    case QEvent::ShortcutOverride:
+        return interruptsScripts(static_cast<const QKeyEvent &>(event));
+    case QEvent::MouseButtonPress:
+    case QEvent::MouseButtonRelease:
+    case QEvent::MouseButtonDblClick:
+        return m_widgets.contains(qobject_cast<QWidget *>(object));
+    case QEvent::Close:
+    case QEvent::ContextMenu:
+    case QEvent::DragEnter:
+    case QEvent::Drop:
+    case QEvent::Wheel:
+        return false;
+    default:
+        return true;
+    }
+}

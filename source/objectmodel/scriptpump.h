@@ -1,0 +1,33 @@
+#pragma once
+#include <condition_variable>
+#include <mutex>
+#include <QObject>
+#include <QPointer>
+#include <thread>
+
+/// While it lives, a script that runs long does not freeze the window: events are processed between its instructions.
+/// Of the user's input only the keys that interrupt scripts and the mouse on some widgets get through, and everything
+/// once a dialog is open.
+class ScriptPump : public QObject
+{
+    Q_OBJECT
+public:
+    /// @p widgets are those that the mouse can use.
+    explicit ScriptPump(const QList<QPointer<QWidget>> &widgets);
+    ~ScriptPump() override;
+
+protected:
+    bool eventFilter(QObject *object, QEvent *event) override;
+
+private:
+    static int processEvents(void *);
+    void ask();
+    [[nodiscard]] bool mayPass(QObject *object, const QEvent &event) const;
+
+    const QList<QPointer<QWidget>> m_widgets;
+    ScriptPump *const m_outer;
+    bool m_ended = false;
+    std::mutex m_mutex; ///< of m_ended
+    std::condition_variable m_end;
+    std::thread m_thread; ///< asks the interpreter to call processEvents()
+};

@@ -1,0 +1,6 @@
+#pragma once
+#include <QString>
+
+/// @p text as a part of an object's name: a path of names is separated by dots, and a command by blanks, so letters,
+/// digits, "_" and "-" remain and all other characters become "-".
+[[nodiscard]] QString partOfObjectName(QString text);
