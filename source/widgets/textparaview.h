@@ -24,6 +24,8 @@ public:
     /// Puts the cursor on the last line of a paragraph and scrolls to it, with some lines above, unless it is in sight.
     void showPara(int para);
     [[nodiscard]] bool isCursorVisible() const;
+    /// The cursor goes with its paragraph, or to the nearest one. Nothing stays selected.
+    void shiftParas(qint64 distance) override;
 
     void setSelection(const Place &a, const Place &b);
     /// Selects a match of a search. It is also painted while another widget, such as a search field, has the focus.
