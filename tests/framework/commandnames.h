@@ -27,7 +27,8 @@ inline QByteArrayList plainCommands()
 /// The actions that the class of their subject connects.
 inline QByteArrayList commandsWithoutSlot()
 {
-    return QByteArray("editNextMessage editPreviousMessage editFindNext editFindPrevious editStopFindInFiles toolsRecordScript")
+    return QByteArray("editNextMessage editPreviousMessage editFindNext editFindPrevious editStopFindInFiles "
+                      "toolsRecordScript windowClosePane viewShowInNavigator")
         .split(' ');
 }
 
@@ -47,6 +48,6 @@ inline QByteArrayList availabilitySignals()
                "projectEditingAvailable workspaceEditingAvailable compileAvailable buildAvailable projectBuilding "
                "runAvailable pauseAvailable stopAvailable restartAvailable startAvailable wakeupAvailable "
                "showNextAvailable backAvailable forwardAvailable previousAvailable nextAvailable attachAvailable "
-               "batchBuildAvailable")
+               "batchBuildAvailable saveAvailable closePaneAvailable")
         .split(' ');
 }

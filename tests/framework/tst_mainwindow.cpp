@@ -197,7 +197,7 @@ private Q_SLOTS:
         QByteArrayList expected;
         for (const QByteArray &name : availabilitySignals())
             expected.append(name + "(bool)");
-        QCOMPARE(expected.size(), 28);
+        QCOMPARE(expected.size(), 30);
         QByteArrayList found;
         const QMetaObject &meta = AvailabilityWindow::staticMetaObject;
         for (int i = meta.methodOffset(); i < meta.methodCount(); ++i) {
@@ -210,7 +210,9 @@ private Q_SLOTS:
     void everyCommandIsBound()
     {
         open(plainCommands() + toggleCommands(), {});
-        const QStringList others{u"viewZoomIn"_s, u"viewZoomOut"_s, u"viewZoomReset"_s,
+        const QStringList others{u"viewZoomIn"_s,
+                                 u"viewZoomOut"_s,
+                                 u"viewZoomReset"_s,
                                  u"debugToggleProcessorWindow"_s,
                                  u"debugToggleCallStackWindow"_s,
                                  u"debugToggleVariablesWindow"_s,
@@ -302,7 +304,8 @@ private Q_SLOTS:
         QCOMPARE(recorder.recorded.join(u' '),
                  u"viewHasFocus textViewHasFocus textNavigationAvailable undoAvailable redoAvailable cutAvailable "
                  "copyAvailable pasteAvailable backAvailable forwardAvailable previousAvailable nextAvailable "
-                 "+projectOpenAvailable projectRepopulateAvailable workspaceEditingAvailable projectEditingAvailable "
+                 "saveAvailable closePaneAvailable +projectOpenAvailable projectRepopulateAvailable "
+                 "workspaceEditingAvailable projectEditingAvailable "
                  "buildAvailable projectBuilding runAvailable stopAvailable pauseAvailable startAvailable "
                  "restartAvailable wakeupAvailable showNextAvailable attachAvailable "
                  "batchBuildAvailable"_s);
@@ -621,7 +624,8 @@ private Q_SLOTS:
     {
         open({"fileOpen"}, R"(<menus><menu name="debugWindowsMenu"><action name="fileOpen"/></menu></menus>)");
         for (int i = 0; i < 2; ++i)
-            QCOMPARE(opened("debugWindowsMenu"), u"fileOpen [ ]&Call Stack [ ]&Variables [ ]&Breakpoints [ ]&Processors [ ]&Live"_s);
+            QCOMPARE(opened("debugWindowsMenu"),
+                     u"fileOpen [ ]&Call Stack [ ]&Variables [ ]&Breakpoints [ ]&Processors [ ]&Live"_s);
     }
 
     void theDebugMenuLosesItsTrailingSeparators()
