@@ -18,6 +18,10 @@ public:
 
     void setTable(const RegionTable &table);
     [[nodiscard]] const RegionTable &table() const { return m_table; }
+    /// Puts the region of an address first in regions(), if there is one. The regions keep their ids.
+    void setCodeAddress(quint64 address);
+    /// That region, or the first one; null if there are none. The disassembly window shows it.
+    [[nodiscard]] const TargetRegion *codeRegion() const { return regionOf(m_codeRegion); }
 
     QList<MemoryRegion> regions() override;
     int read(int region, int mode, uint address, uint *value) override;
@@ -45,5 +49,6 @@ private:
 
     GdbSession *const m_session;
     RegionTable m_table;
+    int m_codeRegion = 0; ///< its id
     bool m_verify = false;
 };
