@@ -4829,8 +4829,12 @@ Läuft der Server des Zielsystems, und ist kein anderer Debugger damit verbunden
         <translation>Programm</translation>
     </message>
     <message>
-        <source>All memory</source>
-        <translation>Gesamter Speicher</translation>
+        <source>Memory below 0x80000000</source>
+        <translation>Speicher unter 0x80000000</translation>
+    </message>
+    <message>
+        <source>Memory from 0x80000000</source>
+        <translation>Speicher ab 0x80000000</translation>
     </message>
 </context>
 <context>
@@ -5901,11 +5905,6 @@ Bitte prüfen Sie, dass diese Datei nicht schreibgeschützt ist und Sie in sie s
         <source>Prints the current view</source>
         <comment>filePrint</comment>
         <translation>Druckt die aktuelle Ansicht</translation>
-    </message>
-    <message>
-        <source>Prints what the current window shows, with a number on each page.</source>
-        <comment>filePrint</comment>
-        <translation>Druckt, was das aktuelle Fenster zeigt, mit einer Nummer auf jeder Seite.</translation>
     </message>
     <message>
         <source>Exit</source>
@@ -7831,6 +7830,11 @@ Bitte prüfen Sie, dass diese Datei nicht schreibgeschützt ist und Sie in sie s
         <source>Records commands, opened files, breakpoints and watches. Choose it again to stop: the editor shows a Python function that does the same.</source>
         <comment>toolsRecordScript</comment>
         <translation>Zeichnet Befehle, geöffnete Dateien, Haltepunkte und Überwachungen auf. Wählen Sie den Befehl noch einmal, um aufzuhören: Der Editor zeigt eine Python-Funktion, die dasselbe tut.</translation>
+    </message>
+    <message>
+        <source>Prints what the current window shows, with a number on each page. Large files and disassemblies cannot be printed.</source>
+        <comment>filePrint</comment>
+        <translation>Druckt, was das aktuelle Fenster zeigt, mit einer Nummer auf jeder Seite. Große Dateien und Disassemblys lassen sich nicht drucken.</translation>
     </message>
 </context>
 <context>

@@ -137,6 +137,8 @@ void MainWindow::viewActivated(View *view)
         m_parts->findCommands->viewActivated(view);
     }
     Q_EMIT viewHasFocus(view != nullptr);
+    if (m_parts->fileCommands)
+        m_parts->fileCommands->viewActivated(view);
     Q_EMIT textViewHasFocus(qobject_cast<TextView *>(view) != nullptr);
     Q_EMIT textNavigationAvailable(viewInterface<ITextNavigation>(view) != nullptr);
 }
