@@ -3718,6 +3718,10 @@ Die Ausführungsumgebung unterstützt es nicht.</translation>
         <source>Read now</source>
         <translation>Jetzt lesen</translation>
     </message>
+    <message>
+        <source>write only</source>
+        <translation>nur schreibbar</translation>
+    </message>
 </context>
 <context>
     <name>PluginBinder</name>
