@@ -622,22 +622,6 @@ private Q_SLOTS:
         QCOMPARE(calls(), QString());
     }
 
-    void returnReadsTheShownAddressAgain()
-    {
-        selectRam();
-        show(4, 4);
-        m_window->activateWindow();
-        QVERIFY(QTest::qWaitForWindowActive(m_window.get()));
-        addressBox()->setFocus();
-        calls();
-        QTest::keyClick(addressBox(), Qt::Key_Return);
-        QCOMPARE(calls().count(u"readBlock"_s), 1);
-        QTest::keyClick(addressBox(), Qt::Key_Enter, Qt::KeypadModifier);
-        QCOMPARE(calls().count(u"readBlock"_s), 1);
-        edit()->setFocus();
-        QCOMPARE(calls(), QString());
-    }
-
     void addressAtTheEndShowsOneLine()
     {
         selectRam();
