@@ -119,8 +119,8 @@ int MemoryPage::unitsPerPage() const
 
 quint64 MemoryPage::addressOfUnit(int unit) const
 {
-    if (m_region.highAddress < m_region.lowAddress)
+    if (m_region.highAddress < m_region.lowAddress || unit > lastUnit())
         return m_region.highAddress;
     const quint64 line = quint64(std::max(0, unit)) * linesPerUnit();
-    return line > lineCount() ? m_region.highAddress : m_region.lowAddress + line * m_step * uint(m_columns);
+    return m_region.lowAddress + line * m_step * uint(m_columns);
 }
