@@ -1,3 +1,4 @@
+import os
 import sys
 import time
 from varnel import app
@@ -17,7 +18,7 @@ wait_until(lambda: app.state == 0, "the build", 300)
 hits = []
 app.debugger.onBreakpointHit = lambda: hits.append(app.currentProject.name)
 processor = app.debugger.currentProcessor
-processor.setBreakpoint(file, int(line))
+processor.setBreakpoint(os.path.abspath(file), int(line))
 app.doAction("debugRun")
 wait_until(lambda: hits, "the breakpoint", 60)
 value = int(processor.evaluate(expression))

@@ -168,10 +168,13 @@ quint64 Disassembler::startFor(quint64 address)
         std::sort(m_starts.begin(), m_starts.end());
     }
     quint64 start = address & ~quint64(3);
+    const quint64 counter = m_session->isStopped() ? m_session->frame().address : 0; // also where symbols are missing
     const auto known = std::upper_bound(m_starts.begin(), m_starts.end(), address);
     const auto piece = m_decoded.upperBound(address);
     if (known != m_starts.begin() && address - *std::prev(known) <= Furthest)
         start = *std::prev(known);
+    else if (counter != 0 && counter <= address && address - counter <= Furthest)
+        start = counter;
     else if (piece != m_decoded.end() && piece.key() - start <= Nearby) // one reads backwards
         start = piece.key() - std::min(piece.key(), Nearby);
     if (piece != m_decoded.begin())

@@ -44,7 +44,7 @@ GdbEnvironment::GdbEnvironment(const ProcessorGroup::Registry &processors)
           processors, &m_session, [this] { restart(); }, static_cast<IPluginObject *>(this))
     , m_docks(&m_session, static_cast<IPluginObject *>(this))
     , m_faults(&m_session)
-    , m_exceptions(&m_session)
+    , m_exceptions(&m_session) // NOLINT(bugprone-throw-keyword-missing): it is no exception
     , m_facets({&m_symbols, &m_breakpoints, &m_memory, &m_wideMemory, &m_live, &m_registers, &m_peripherals,
                 &m_disassembler, &m_variables, &m_callStack, &m_group, &m_docks})
 {

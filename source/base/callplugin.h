@@ -166,9 +166,10 @@ template <auto Function, typename Value, typename Object, typename... Arguments>
 bool readPlugin(Value &value, const Object &object, Arguments &&...arguments)
 {
     auto result = tryPlugin<Function>(object, std::forward<Arguments>(arguments)...);
-    if (result)
+    const bool known = result.has_value();
+    if (known)
         value = *std::move(result);
-    return result.has_value();
+    return known;
 }
 
 /// The same, with the neutral value of the type if there is no result.

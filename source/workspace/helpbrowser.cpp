@@ -24,7 +24,7 @@ QString mixed(const QColor &base, const QColor &other, qreal share)
 /// Some dark palettes keep the blue of links that is meant for white.
 QString readable(const QColor &link, const QColor &base, const QColor &text)
 {
-    constexpr int LeastDifference = 90; // of brightness, from 0 to 255
+    constexpr int LeastDifference = 130; // of brightness, from 0 to 255
     qreal share = 0;
     QString colour = link.name();
     while (share < 1 && qAbs(qGray(QColor(colour).rgb()) - qGray(base.rgb())) < LeastDifference)

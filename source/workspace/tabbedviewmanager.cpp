@@ -98,7 +98,7 @@ void TabbedViewManager::insertView(View *newView, bool activate, int tab)
     const QPointer<View> kept(newView);
     ViewManager::addView(newView, activate);
     if (!kept)
-        return; // it may be closed while it is announced
+        return;                           // it may be closed while it is announced
     const QSignalBlocker quiet(m_tabBar); // the focus is set below, and only if it was requested
     tab = m_tabBar->insertTab(tab, QString());
     m_tabBar->setTabData(tab, m_nextId);

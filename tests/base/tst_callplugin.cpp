@@ -203,6 +203,7 @@ private Q_SLOTS:
         });
         call();
         QTRY_VERIFY(eventSeen);
+        deliverPluginReports(); // the last one
     }
 
     void reportsKeepTheirOrder()

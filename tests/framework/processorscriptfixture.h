@@ -59,6 +59,7 @@ public:
     explicit ProcessorScriptFixture(int projects = 2)
     {
         using namespace Qt::StringLiterals;
+        settings()->setValue(u"Geometry/Debugger/stored"_s, true); // a first session shows windows, which read
         write(u"main.c"_s, "one\ntwo\nthree\n");
         QStringList files;
         for (const QString &name : QStringList{u"fw"_s, u"dsp"_s}.first(projects)) {

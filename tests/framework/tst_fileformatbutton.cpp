@@ -120,7 +120,7 @@ private Q_SLOTS:
         const auto *label = f.window->findChild<QLabel *>(u"cursorLabel"_s);
         QVERIFY(label->text().isEmpty());
         f.open(u"a.c"_s);
-        QVERIFY(!label->text().isEmpty());
+        QTRY_VERIFY(!label->text().isEmpty());
         f.window->fileClose();
         QVERIFY(label->text().isEmpty());
     }

@@ -424,13 +424,13 @@ private Q_SLOTS:
 
     void folderMayBeDeletedWhileItsDialogIsOpen()
     {
-        select(*m_tree, {u"src"_s});
+        select(*m_tree, {u"doc"_s});
         whenAsked<QInputDialog>([&](QInputDialog *dialog) {
             m_tree->remove();
             dialog->accept();
         });
         m_tree->folderProperties();
-        QVERIFY(!row(*m_tree, u"src"_s));
+        QVERIFY(!row(*m_tree, u"doc"_s));
     }
 
     void filesAreAddedToTheSelectedFolder()
@@ -781,7 +781,7 @@ private Q_SLOTS:
                                  "      link.ld\n"
                                  "  - * - lib*\n"
                                  "      math\n"_s);
-        QCOMPARE(m_signals, (QStringList{u"no cut"_s, u"no paste"_s, u"file "_s}));
+        QCOMPARE(m_signals.last(3), (QStringList{u"no cut"_s, u"no paste"_s, u"file "_s}));
         QVERIFY(clipboardText().isEmpty());
     }
 

@@ -238,7 +238,7 @@ private Q_SLOTS:
         const ProcessorScriptFixture f;
         f.scriptOf(u"fw"_s).on[u"start"_s] = [&] { ProcessorScriptFixture::run("app.closeWorkspace()"); };
         f.run("debugger.attach()");
-        QCOMPARE(f.window->activity().state(), StateNoWorkspace);
+        QTRY_COMPARE(f.window->activity().state(), StateNoWorkspace); // when the call has returned
         QCOMPARE(f.stub()->objectCount(), 0);
     }
 

@@ -386,15 +386,18 @@ private Q_SLOTS:
         {
         public:
             [[nodiscard]] bool isEmpty() const override { return false; }
-            [[nodiscard]] QString translate(const char *, const char *, const char *, int) const override
+            [[nodiscard]] QString translate(const char *context, const char *, const char *, int) const override
             {
-                return u"übersetzt"_s;
+                // The toolkit's own warnings go to the log.
+                return QByteArrayView(context).endsWith("FormBuilder") ? QString() : u"übersetzt"_s;
             }
         };
         QFETCH(QByteArray, setUp);
         QFETCH(QByteArray, expression);
         const ProcessorScriptFixture f;
         QCOMPARE(f.run(setUp), QString());
+        if (QByteArray(QTest::currentDataTag()) == "widget")
+            QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"QFormBuilder"_s));
         Translator translator;
         QCoreApplication::installTranslator(&translator);
         QCOMPARE(QObject::tr("a"), u"übersetzt"_s);

@@ -37,21 +37,6 @@ public:
         startAgain();
     }
 
-    /// Gives the project a tool chain whose builds end a moment after their start.
-    void makeBuildable()
-    {
-        StubScript &script = scriptOf(u"cc"_s);
-        script.label = u"cc"_s;
-        script.offers = {IBuildEnvironment::Iid};
-        script.on[u"build"_s] = [] {
-            QTimer::singleShot(0, qApp, [] { stub()->object(u"cc"_s)->buildEvents->buildFinished(true); });
-        };
-        write(u"fw.vnp"_s,
-              "<project executionenvironment='{fw}' buildenvironment='{cc}'><file path='main.c'/>"
-              "<properties currentconfiguration='Debug'><configuration name='Debug'/></properties></project>");
-        startAgain();
-    }
-
     /// A fresh window, without breakpoints and watches, and no workspace unless @p workspace is true.
     void startAgain(bool workspace = true)
     {
@@ -274,31 +259,15 @@ private Q_SLOTS:
         f.view()->gotoLine(2);
         f.trigger(u"debugToggleBreakpoint"_s);
         f.run("debugger.processors['fw'].setBreakpoint('" + f.path(u"main.c"_s).toUtf8() + "', 3)");
+        const QString before = f.state();
         const QString statements = f.recorded().section(u'\n', 1);
         QVERIFY2(statements.contains(u"app.currentProject = app.projects[1]\n"_s), qPrintable(statements));
         QVERIFY2(statements.contains(u"processors[\"fw\"].setBreakpoint(replay.path(\"main.c\"), 3)\n"_s),
                  qPrintable(statements));
-        const QString before = f.state();
         f.startAgain();
         QCOMPARE(f.run(f.source.toUtf8() + "\nrecorded1()\n"), QString());
         QCOMPARE(f.window->activity().currentProject()->name(), u"dsp"_s);
         QCOMPARE(f.state(), before);
-    }
-
-    void buildIsRecordedWithItsEnd()
-    {
-        Recording f;
-        f.makeBuildable();
-        f.record();
-        f.trigger(u"buildBuild"_s);
-        QTRY_COMPARE(f.window->activity().state(), StateIdle);
-        f.trigger(u"viewOutput"_s);
-        QCOMPARE(f.recorded().section(u'\n', 1), u"replay.trigger(\"buildBuild\")\nreplay.waitFor(\"idle\")\n"
-                                                 "replay.setChecked(\"viewOutput\", False)\n"_s);
-        f.startAgain();
-        QCOMPARE(f.run(f.source.toUtf8() + "\nrecorded1()\n"), QString());
-        QCOMPARE(f.stub()->takeCalls().filter(u"cc.build("_s).size(), 1);
-        QCOMPARE(f.window->activity().state(), StateIdle);
     }
 
     void recordingMayBeginInASession()
@@ -340,6 +309,7 @@ private Q_SLOTS:
     void targetThatDoesNotStopEndsTheReplayInTime()
     {
         Recording f;
+        f.scriptOf(u"fw"_s).on.remove(u"run"_s);
         f.scriptOf(u"fw"_s).on[u"start"_s] = [] {
             QTimer::singleShot(0, qApp, [] { Recording::report(u"fw"_s, IExecutionEnvironment::ProgramRunning); });
         };

@@ -128,15 +128,15 @@ private Q_SLOTS:
         add(u"A&B"_s, u"/bin/sleep"_s, u"30"_s);
         add(u"C"_s, u"/bin/true"_s);
         items();
-        choose(u"&1 A&B"_s);
+        choose(u"&1 A&&B"_s);
         QCOMPARE(items(),
-                 (QStringList{u"[&1 A&B]"_s, u"&2 C"_s, u"Stop A&&B"_s, u"-"_s, u"Customise"_s, u"Options"_s}));
+                 (QStringList{u"[&1 A&&B]"_s, u"&2 C"_s, u"Stop A&&B"_s, u"-"_s, u"Customise"_s, u"Options"_s}));
         const QString output = m_output;
         m_commands->execute(0);
         QCOMPARE(m_output, output); // refused silently
         choose(u"Stop A&&B"_s);
         QTRY_VERIFY(m_output.endsWith(u"exited prematurely\n"_s));
-        QCOMPARE(items(), (QStringList{u"&1 A&B"_s, u"&2 C"_s, u"-"_s, u"Customise"_s, u"Options"_s}));
+        QCOMPARE(items(), (QStringList{u"&1 A&&B"_s, u"&2 C"_s, u"-"_s, u"Customise"_s, u"Options"_s}));
     }
 
     void aRunningToolThatWasRemovedCanBeStopped()

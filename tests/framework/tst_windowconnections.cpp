@@ -277,6 +277,10 @@ private Q_SLOTS:
             const QStringList keys = f.settings()->allKeys();
             return std::ranges::any_of(keys, [](const QString &key) { return key.contains(u"Standard text"_s); });
         };
+        for (const QString &key : f.settings()->allKeys()) { // the window has ended before
+            if (key.contains(u"Standard text"_s))
+                f.settings()->remove(key);
+        }
         QVERIFY(!stored());
         f.restart();
         QVERIFY(stored());

@@ -46,7 +46,7 @@ class DisassemblyTest(DebugTest):
         back = self.address_in(call)
 
         self.keyboard.press("F11")
-        self.varnel.wait_until(lambda: "; board_init" in self.rows()[self.row_of("{") + 1], "the called function")
+        self.varnel.wait_until(lambda: any("; board_init" in row for row in self.rows()), "the called function")
         start = self.address_in(self.row_of("; board_init"))
         self.wait_for_address(start)
         self.keyboard.press("F11")

@@ -131,7 +131,7 @@ class SessionTest(Console, DebugTest):
 
     def run_to_breakpoint(self):
         self.varnel.choose("debugRun")
-        self.user.wait_for_state("paused")
+        self.user.wait_for_stop(line_of(self.examples / "thermostat/main.c", "keep_sample();"))
 
     def test_sample_logvariable(self):
         self.run_sample("logvariable.py")
@@ -285,7 +285,8 @@ class FirstStepsTest(ProgramTest):
         self.build("Done.")
 
     def look_around(self):
-        self.keyboard.press("Alt+4")
+        if not self.varnel.read("watchDockWindow", "visible"):
+            self.keyboard.press("Alt+4")
         self.varnel.wait_for("watchDockWindow", "visible", True)
         self.varnel.press("End", on="watchListView")
         self.varnel.press("F2", on="watchListView")

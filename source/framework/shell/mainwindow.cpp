@@ -249,7 +249,7 @@ void MainWindow::dropEvent(QDropEvent *event)
 
 void MainWindow::closeEvent(QCloseEvent *event)
 {
-    if (isPluginCallRunning()) {
+    if (isUnderPluginCall()) {
         event->ignore();
         QTimer::singleShot(AfterCallDelay, this, &QWidget::close);
         return;

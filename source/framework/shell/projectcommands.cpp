@@ -18,6 +18,7 @@
 #include "windowservices.h"
 #include <algorithm>
 #include <QAction>
+#include <QApplication>
 #include <QCoreApplication>
 #include <QFileInfo>
 #include <QTimer>
@@ -230,11 +231,16 @@ void ProjectCommands::showOutcome()
                                            : tr("These projects could not be loaded: %1").arg(missing.join(u", "_s)));
 }
 
+bool isUnderPluginCall()
+{
+    return isInsidePluginCall() || (isPluginCallRunning() && !QApplication::activeModalWidget());
+}
+
 bool ProjectCommands::closeWorkspace()
 {
     if (!m_activity.workspace())
         return true;
-    if (isPluginCallRunning()) { // its callers still use projects and views
+    if (isUnderPluginCall()) { // its callers still use projects and views
         QTimer::singleShot(AfterCallDelay, this, &ProjectCommands::closeWorkspace);
         return false;
     }

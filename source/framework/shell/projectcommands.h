@@ -8,6 +8,10 @@ class Project;
 class ProjectWorkspace;
 class WindowServices;
 
+/// Whether a plug-in runs for a caller that still uses the workspace and the window. Not behind a modal dialog: in a
+/// call it is one of the program, whose callers expect that everything may close meanwhile.
+[[nodiscard]] bool isUnderPluginCall();
+
 /// Opens, closes and saves workspaces and projects.
 class ProjectCommands : public QObject
 {

@@ -64,7 +64,7 @@ WatchWindow::WatchWindow(QWidget *parent)
     connect(m_list, &ListView::itemRenamed, this, &WatchWindow::itemRenamed);
     connect(m_members, &WatchMembers::written, this, [this] {
         const QPointer<WatchWindow> self(this);
-        update();
+        update(); // NOLINT(clang-analyzer-core.CallAndMessage): this object exists
         if (self)
             reportWrite();
     });

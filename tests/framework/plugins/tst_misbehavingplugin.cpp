@@ -33,7 +33,6 @@
 #include <QPushButton>
 #include <QRegularExpression>
 #include <QThread>
-#include <QTime>
 #include <QTreeWidget>
 
 using namespace Qt::StringLiterals;
@@ -463,6 +462,8 @@ class MisbehavingPluginTest : public QObject
 private Q_SLOTS:
     void init()
     {
+        m_call.clear();
+        m_silent = false;
         prepareScripts();
         QCoreApplication::addLibraryPath(QFileInfo(QStringLiteral(TESTPLUGIN_STUB)).path());
         f = std::make_unique<WindowFixture>();
@@ -504,14 +505,15 @@ private Q_SLOTS:
             misbehaveIn(call);
             m_ranSession = false;
             m_typed = false;
-            { QFile log(u"/tmp/misb.calls"_s); log.open(QIODevice::Append); log.write((deed + u' ' + call + u' ' + QTime::currentTime().toString() + u'\n').toUtf8()); }
             const QString shown = story();
             m_results[call][deed] = resultOf(shown);
             if (deed == "throw"_L1 && m_wasCalled)
                 QVERIFY2(shown.contains(u"The plug-in 'Stub' has failed in "_s), qPrintable(call + u": "_s + shown));
             called += m_wasCalled;
-            if (m_deed == "userExits"_L1)
+            if (m_deed == "userExits"_L1) {
+                prepareScripts();
                 f->restart(); // as the user does
+            }
             QVERIFY2(f->read(u"main.c"_s).contains("typed") == m_typed, qPrintable(call));
             QCOMPARE(f->window->activity().state(), StateNoWorkspace);
             QCOMPARE(stub()->objectCount(), 0);
