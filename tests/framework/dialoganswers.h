@@ -1,6 +1,7 @@
 #pragma once
 #include <functional>
 #include <QAbstractButton>
+#include <QAbstractItemView>
 #include <QApplication>
 #include <QFileDialog>
 #include <QInputDialog>
@@ -45,6 +46,8 @@ public:
             for (const QString &file : files)
                 names += u'"' + file + QStringLiteral("\" ");
             auto *edit = chooser->findChild<QLineEdit *>(QStringLiteral("fileNameEdit"));
+            for (auto *view : chooser->findChildren<QAbstractItemView *>())
+                view->clearSelection(); // as typing does in a window that has the focus
             edit->setText(files.size() == 1 ? files.first() : names);
             if (files.isEmpty())
                 dialog->reject();

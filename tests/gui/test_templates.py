@@ -142,7 +142,7 @@ class TemplateTest(ProgramTest):
         self.debug(project / "main.c", "uart_number(answer);")
         self.stop()
         self.varnel.choose("debugRun")
-        self.user.wait_for_state("paused")
+        self.user.wait_for_stop(line_of(project / "main.c", "uart_number(answer);"))
         self.varnel.choose("debugToggleBreakpoint")  # off
         self.user.open_file(project / "second.c", 2)
         line = line_of(project / "second.c", "mailbox.answer =")

@@ -209,7 +209,7 @@ void TestUiConfig::sectionsAreActionsMenusToolbars()
 
 void TestUiConfig::actionIsDeclaredOnce()
 {
-    QCOMPARE(actionNames.size(), 88 + 11); // the given ones and our own
+    QCOMPARE(actionNames.size(), 88 + 13); // the given ones and our own
     QCOMPARE(sorted(names(m_actions)), sorted(actionNames));
 }
 
@@ -375,7 +375,7 @@ void TestUiConfig::everyCommandIsInExactlyOneMenu()
 {
     const QList<QDomElement> references = elements(m_root.firstChildElement(u"menus"_s), u"action"_s);
     const QStringList expected = actionNames.filter(QRegularExpression(u"(?<!Alt)$"_s));
-    QCOMPARE(expected.size(), 83 + 11);
+    QCOMPARE(expected.size(), 83 + 13);
     QCOMPARE(sorted(names(references)), sorted(expected));
 }
 

@@ -278,8 +278,6 @@ void OutputWindow::selectAll()
 {
     if (OutputPage *page = currentPage())
         page->selectAll();
-    else if (m_commandWindow)
-        m_commandWindow->selectAll();
 }
 
 void OutputWindow::copy()

@@ -31,7 +31,6 @@
 #include <QPluginLoader>
 #include <QProgressDialog>
 #include <QPushButton>
-#include <QRegularExpression>
 #include <QThread>
 #include <QTreeWidget>
 
@@ -121,6 +120,9 @@ const QStringList calls{u"create"_s,
                         u"startInBackground"_s,
                         u"cancelStart"_s};
 
+const QString NotCalled = u"not called"_s;
+const QString Failure = u"The plug-in 'Stub' has failed in "_s;
+
 /// What the plug-in does in a call.
 struct Deed
 {
@@ -146,7 +148,6 @@ class MisbehavingPluginTest : public QObject
     QString m_deed;
     QString m_call; ///< in which the deed is done
     bool m_wasCalled = false;
-    bool m_ranSession = false;
     bool m_typed = false;  ///< the workspace was open long enough
     bool m_silent = false; ///< the plug-in sends no reports any more
     int m_depth = 0;
@@ -310,18 +311,21 @@ class MisbehavingPluginTest : public QObject
     /// The result of a story in the words of the table.
     [[nodiscard]] QString resultOf(const QString &shown) const
     {
-        static const QRegularExpression failure(u"The plug-in 'Stub' has failed in (\\w+::\\w+): "_s);
-        QStringList operations;
-        for (auto match = failure.globalMatch(shown); match.hasNext();)
-            operations += u'`' + match.next().captured(1) + u'`';
-        operations.sort();
-        operations.removeDuplicates();
-        const QString session = m_ranSession ? u"session runs"_s : u"no session"_s;
         if (!m_wasCalled)
-            return u"not called"_s;
-        if (m_deed != "throw"_L1) // whether the session still starts depends on when reports are delivered
-            return u"the program goes on"_s;
-        return operations.isEmpty() ? session : u"reported: "_s + operations.join(u", "_s) + u"; "_s + session;
+            return NotCalled;
+        return m_deed == "throw"_L1 && shown.contains(Failure) ? u"reported"_s : u"the program goes on"_s;
+    }
+
+    /// Whether a line of the table is as documented. Some calls are made on a fast machine only.
+    static void compareLines(const QString &documented, const QString &actual)
+    {
+        const QStringList cells = documented.split(u'|');
+        const QStringList results = actual.split(u'|');
+        QCOMPARE(cells.size(), results.size());
+        for (qsizetype i = 0; i < cells.size(); ++i) {
+            if (cells[i].trimmed() != NotCalled && results[i].trimmed() != NotCalled)
+                QVERIFY2(cells[i] == results[i], qPrintable(documented + actual));
+        }
     }
 
     [[nodiscard]] QString table() const
@@ -378,7 +382,6 @@ class MisbehavingPluginTest : public QObject
                 break; // one session takes long enough
             step([&] { startSession(attach); });
             debugging([&] { stopAt(IExecutionEnvironment::ProgramPaused); });
-            debugging([&] { m_ranSession = true; });
             debugging([&] { showDebugWindows(); });
             debugging([&] { useRows(); });
             debugging([&] { window->debugToggleBreakpoint(); });
@@ -503,12 +506,11 @@ private Q_SLOTS:
         for (const QString &call : calls) {
             f->write(u"main.c"_s, "one\ntwo\nthree\n");
             misbehaveIn(call);
-            m_ranSession = false;
             m_typed = false;
             const QString shown = story();
             m_results[call][deed] = resultOf(shown);
             if (deed == "throw"_L1 && m_wasCalled)
-                QVERIFY2(shown.contains(u"The plug-in 'Stub' has failed in "_s), qPrintable(call + u": "_s + shown));
+                QVERIFY2(shown.contains(Failure), qPrintable(call + u": "_s + shown));
             called += m_wasCalled;
             if (m_deed == "userExits"_L1) {
                 prepareScripts();
@@ -537,7 +539,11 @@ private Q_SLOTS:
             file.seek(0);
             file.write((text.left(start) + table()).toUtf8());
         } else {
-            QCOMPARE(text.mid(start), table());
+            const QStringList documented = text.mid(start).split(u'\n');
+            const QStringList actual = table().split(u'\n');
+            QCOMPARE(documented.size(), actual.size());
+            for (qsizetype i = 0; i < actual.size(); ++i)
+                compareLines(documented[i], actual[i]);
         }
     }
 
