@@ -257,7 +257,7 @@ void ScriptRecorder::workspaceReady()
     takeSnapshot();
 }
 
-/// The plug-ins may have been told already, so that their breakpoints are not asked for.
+/// The environments may already have been notified of the closing, so their breakpoints are not requested.
 void ScriptRecorder::workspaceClosing()
 {
     if (!m_recording)
