@@ -45,7 +45,7 @@ QString unusedName(const QDir &directory, const Workspace &documents)
 QStringList texts(const QJsonValue &value)
 {
     QStringList literals;
-    for (const QJsonValue &text : value.toArray())
+    for (const auto &text : value.toArray())
         literals += pythonLiteral(text.toString());
     return literals;
 }
