@@ -76,49 +76,6 @@
     </message>
 </context>
 <context>
-    <name>App</name>
-    <message>
-        <source>Cannot open workspace &apos;%1&apos;</source>
-        <translation>Der Arbeitsbereich &apos;%1&apos; kann nicht geöffnet werden</translation>
-    </message>
-    <message>
-        <source>Could not close workspace</source>
-        <translation>Der Arbeitsbereich konnte nicht geschlossen werden</translation>
-    </message>
-    <message>
-        <source>No workspace is open</source>
-        <translation>Es ist kein Arbeitsbereich geöffnet</translation>
-    </message>
-    <message>
-        <source>Project expected</source>
-        <translation>Projekt erwartet</translation>
-    </message>
-    <message>
-        <source>Project is not active</source>
-        <translation>Das Projekt ist nicht aktiv</translation>
-    </message>
-    <message>
-        <source>Project not found in workspace</source>
-        <translation>Das Projekt ist nicht im Arbeitsbereich</translation>
-    </message>
-    <message>
-        <source>The shortcut %1 of the macro &apos;%2&apos; is in use</source>
-        <translation>Das Tastenkürzel %1 des Makros &apos;%2&apos; ist schon vergeben</translation>
-    </message>
-    <message>
-        <source>Failed to load UI from file %1</source>
-        <translation>Die Oberfläche konnte nicht aus der Datei %1 geladen werden</translation>
-    </message>
-    <message>
-        <source>Failed to create widget %1</source>
-        <translation>Das Bedienelement %1 konnte nicht erzeugt werden</translation>
-    </message>
-    <message>
-        <source>Widget expected</source>
-        <translation>Bedienelement erwartet</translation>
-    </message>
-</context>
-<context>
     <name>BatchBuildDialogBase</name>
     <message>
         <source>Batch Build</source>
@@ -860,13 +817,6 @@ eintritt.&lt;/p&gt;</translation>
     </message>
 </context>
 <context>
-    <name>Document</name>
-    <message>
-        <source>Could not save file &apos;%1&apos;.</source>
-        <translation>Die Datei &apos;%1&apos; konnte nicht gespeichert werden.</translation>
-    </message>
-</context>
-<context>
     <name>EditCommands</name>
     <message>
         <source>No line of the output leads to a source file</source>
@@ -929,21 +879,6 @@ eintritt.&lt;/p&gt;</translation>
     <message>
         <source>Close</source>
         <translation>Schließen</translation>
-    </message>
-</context>
-<context>
-    <name>Editor</name>
-    <message>
-        <source>Error opening document &apos;%1&apos;.</source>
-        <translation>Fehler beim Öffnen des Dokuments &apos;%1&apos;.</translation>
-    </message>
-    <message>
-        <source>No document template for &apos;%1&apos; could not be found.</source>
-        <translation>Für &apos;%1&apos; wurde keine Dokumentvorlage gefunden.</translation>
-    </message>
-    <message>
-        <source>Document &apos;%1&apos; could not be created.</source>
-        <translation>Das Dokument &apos;%1&apos; konnte nicht erzeugt werden.</translation>
     </message>
 </context>
 <context>
@@ -3473,17 +3408,6 @@ Die Ausführungsumgebung unterstützt es nicht.</translation>
     </message>
 </context>
 <context>
-    <name>ObjectModel</name>
-    <message>
-        <source>The project &apos;%1&apos; could not be saved</source>
-        <translation>Das Projekt &apos;%1&apos; konnte nicht gespeichert werden</translation>
-    </message>
-    <message>
-        <source>The workspace could not be saved</source>
-        <translation>Der Arbeitsbereich konnte nicht gespeichert werden</translation>
-    </message>
-</context>
-<context>
     <name>OptionsDialog</name>
     <message>
         <source>The default formats cannot be read. The formats stay as they are.</source>
@@ -3677,10 +3601,6 @@ Die Ausführungsumgebung unterstützt es nicht.</translation>
     <message>
         <source>Command Window</source>
         <translation>Befehlsfenster</translation>
-    </message>
-    <message>
-        <source>Attempt to read unknown property &apos;%1&apos;</source>
-        <translation>Versuch, die unbekannte Eigenschaft &apos;%1&apos; zu lesen</translation>
     </message>
 </context>
 <context>
@@ -4035,10 +3955,6 @@ Einzelheiten stehen im Ausgabefenster auf der Seite &quot;Debuggen&quot;.</trans
 </context>
 <context>
     <name>Project</name>
-    <message>
-        <source>Could not save project</source>
-        <translation>Das Projekt konnte nicht gespeichert werden</translation>
-    </message>
     <message>
         <source>%1 (line %2)</source>
         <translation>%1 (Zeile %2)</translation>
@@ -4530,90 +4446,6 @@ The workspace names Python files that run when it is opened.</source>
 Der Arbeitsbereich nennt Python-Dateien, die beim Öffnen laufen.</translation>
     </message>
     <message>
-        <source>Attempt to set unknown memory region</source>
-        <translation>Versuch, einen unbekannten Speicherbereich einzustellen</translation>
-    </message>
-    <message>
-        <source>Attempt to set unknown memory mode</source>
-        <translation>Versuch, einen unbekannten Speichermodus einzustellen</translation>
-    </message>
-    <message>
-        <source>That mode is not valid</source>
-        <translation>Dieser Modus ist ungültig</translation>
-    </message>
-    <message>
-        <source>The memory region does not exist</source>
-        <translation>Den Speicherbereich gibt es nicht</translation>
-    </message>
-    <message>
-        <source>Memory does not support verify mode</source>
-        <translation>Der Speicher unterstützt den Prüfmodus nicht</translation>
-    </message>
-    <message>
-        <source>Index error</source>
-        <translation>Indexfehler</translation>
-    </message>
-    <message>
-        <source>Memory slice is too large</source>
-        <translation>Der Speicherausschnitt ist zu groß</translation>
-    </message>
-    <message>
-        <source>Unknown peripheral &apos;%1&apos;</source>
-        <translation>Unbekannte Peripherie &apos;%1&apos;</translation>
-    </message>
-    <message>
-        <source>Attempt to read unknown register &apos;%1&apos;</source>
-        <translation>Versuch, das unbekannte Register &apos;%1&apos; zu lesen</translation>
-    </message>
-    <message>
-        <source>Attempt to write unknown register &apos;%1&apos;</source>
-        <translation>Versuch, das unbekannte Register &apos;%1&apos; zu schreiben</translation>
-    </message>
-    <message>
-        <source>Could not evaluate expression: %1</source>
-        <translation>Der Ausdruck konnte nicht ausgewertet werden: %1</translation>
-    </message>
-    <message>
-        <source>Could not set breakpoint</source>
-        <translation>Der Haltepunkt konnte nicht gesetzt werden</translation>
-    </message>
-    <message>
-        <source>Could not disable breakpoint</source>
-        <translation>Der Haltepunkt konnte nicht deaktiviert werden</translation>
-    </message>
-    <message>
-        <source>Could not remove breakpoint</source>
-        <translation>Der Haltepunkt konnte nicht entfernt werden</translation>
-    </message>
-    <message>
-        <source>The debugger that you are using does not export symbol information</source>
-        <translation>Der benutzte Debugger stellt keine Symbolinformationen bereit</translation>
-    </message>
-    <message>
-        <source>Symbol &apos;%1&apos; not found</source>
-        <translation>Das Symbol &apos;%1&apos; wurde nicht gefunden</translation>
-    </message>
-    <message>
-        <source>No symbol found at address 0x%1</source>
-        <translation>An der Adresse 0x%1 wurde kein Symbol gefunden</translation>
-    </message>
-    <message>
-        <source>Source line does not map to address</source>
-        <translation>Zu der Quellzeile gehört keine Adresse</translation>
-    </message>
-    <message>
-        <source>The line number is too large</source>
-        <translation>Die Zeilennummer ist zu groß</translation>
-    </message>
-    <message>
-        <source>Project associated with processor is not active</source>
-        <translation>Das Projekt des Prozessors ist nicht aktiv</translation>
-    </message>
-    <message>
-        <source>The plug-in has failed in %1</source>
-        <translation>Das Plug-in hat versagt in %1</translation>
-    </message>
-    <message>
         <source>Source Files (%1);;Python Files (*.py);;All Files (*.*)</source>
         <translation>Quelldateien (%1);;Python-Dateien (*.py);;Alle Dateien (*.*)</translation>
     </message>
@@ -4916,41 +4748,6 @@ Läuft der Server des Zielsystems, und ist kein anderer Debugger damit verbunden
     <message>
         <source>The recording is in the editor.</source>
         <translation>Die Aufzeichnung ist im Editor.</translation>
-    </message>
-</context>
-<context>
-    <name>ScriptReplay</name>
-    <message>
-        <source>There is no command &apos;%1&apos;</source>
-        <translation>Es gibt keinen Befehl &apos;%1&apos;</translation>
-    </message>
-    <message>
-        <source>The command &apos;%1&apos; (%2) is not available in the state &apos;%3&apos;</source>
-        <translation>Der Befehl &apos;%1&apos; (%2) ist im Zustand &apos;%3&apos; nicht verfügbar</translation>
-    </message>
-    <message>
-        <source>The command &apos;%1&apos; cannot be switched on and off</source>
-        <translation>Der Befehl &apos;%1&apos; kann nicht ein- und ausgeschaltet werden</translation>
-    </message>
-    <message>
-        <source>There is no state &apos;%1&apos;</source>
-        <translation>Es gibt keinen Zustand &apos;%1&apos;</translation>
-    </message>
-    <message>
-        <source>The program has not become &apos;%1&apos; in %2 seconds: it is &apos;%3&apos;</source>
-        <translation>Das Programm ist nicht in %2 Sekunden in den Zustand &apos;%1&apos; gekommen: Es ist im Zustand &apos;%3&apos;</translation>
-    </message>
-    <message>
-        <source>Cannot open workspace &apos;%1&apos;</source>
-        <translation>Der Arbeitsbereich &apos;%1&apos; kann nicht geöffnet werden</translation>
-    </message>
-    <message>
-        <source>No workspace is open</source>
-        <translation>Es ist kein Arbeitsbereich geöffnet</translation>
-    </message>
-    <message>
-        <source>There is no project &apos;%1&apos;</source>
-        <translation>Es gibt kein Projekt &apos;%1&apos;</translation>
     </message>
 </context>
 <context>

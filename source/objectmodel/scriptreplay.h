@@ -3,7 +3,6 @@
 #include "scriptobject.h"
 #include "scripttypes.h"
 #include <functional>
-#include <QCoreApplication>
 
 /// What the replay of a recorded script needs of the window besides the object model.
 struct ReplayHooks
@@ -17,7 +16,6 @@ struct ReplayHooks
 /// app.doAction() it refuses commands that are not available.
 class ScriptReplay : public ScriptObject
 {
-    Q_DECLARE_TR_FUNCTIONS(ScriptReplay)
 public:
     ScriptReplay(ObjectModel &model, ReplayHooks hooks);
 

@@ -210,6 +210,14 @@ QList<BreakpointRecord> StubObject::breakpoints()
 int StubObject::setBreakpoint(const QString &file, int line, int state)
 {
     record(u"setBreakpoint"_s, file, line, state);
+    if (m_script->keepsBreakpoints) {
+        const auto isThere = [&](const BreakpointRecord &record) {
+            return record.locations.first().file == file && record.locations.first().line == line;
+        };
+        m_script->breakpoints.removeIf(isThere);
+        if (state != BreakpointRemoved)
+            m_script->breakpoints.append({{{file, line}}, state});
+    }
     return m_script->setBreakpointResult;
 }
 
@@ -417,20 +425,25 @@ QList<MemoryRegion> StubObject::regions()
     return m_script->regions;
 }
 
+int StubObject::statusOf(uint address) const
+{
+    return m_script->memoryStatuses.value(address, m_script->memory.contains(address) ? Success : NoMemory);
+}
+
 int StubObject::read(int region, int mode, uint address, uint *value)
 {
     record(u"read"_s, region, mode, address);
     *value = m_script->memory.value(address);
-    return m_script->memory.contains(address) ? Success : NoMemory;
+    return statusOf(address);
 }
 
 int StubObject::write(int region, int mode, uint address, uint value, bool flush)
 {
     record(u"write"_s, region, mode, address, value, flush);
-    if (!m_script->memory.contains(address))
-        return NoMemory;
-    m_script->memory[address] = value;
-    return Success;
+    const int status = statusOf(address);
+    if (status == Success)
+        m_script->memory[address] = value;
+    return status;
 }
 
 void StubObject::readBlock(int region, int mode, uint address, int count, MemoryBlock &result)
@@ -438,7 +451,8 @@ void StubObject::readBlock(int region, int mode, uint address, int count, Memory
     record(u"readBlock"_s, region, mode, address, count);
     result.clear();
     for (uint cell = address; cell != address + uint(count); ++cell)
-        result.append({m_script->memory.value(cell), m_script->memory.contains(cell) ? Success : NoMemory});
+        result.append({m_script->memory.value(cell), statusOf(cell)});
+    result.resize(std::max<qsizetype>(0, result.size() - m_script->missingCells));
 }
 
 void StubObject::writeBlock(int region, int mode, uint address, int count, MemoryBlock &cells, bool flush)
@@ -446,9 +460,8 @@ void StubObject::writeBlock(int region, int mode, uint address, int count, Memor
     record(u"writeBlock"_s, region, mode, address, count, flush);
     for (int i = 0; i < count; ++i) {
         const uint cell = address + uint(i);
-        const bool answers = m_script->memory.contains(cell);
-        cells[i].status = answers ? Success : NoMemory;
-        if (answers)
+        cells[i].status = statusOf(cell);
+        if (cells[i].status == Success)
             m_script->memory[cell] = cells[i].value;
     }
 }

@@ -150,6 +150,8 @@ private:
                         int count);
     VariableInfo *variable(const QString &expression);
 
+    [[nodiscard]] int statusOf(uint address) const;
+
     const std::shared_ptr<StubScript> m_script;
     Log &m_log;
 };
