@@ -7842,4 +7842,121 @@ Möchten Sie die Änderungen speichern?</translation>
         <translation>Zoom: %1 %</translation>
     </message>
 </context>
+<context>
+    <name>deviceDialog</name>
+    <message>
+        <source>Your Own Arm Device</source>
+        <translation>Ihr eigener Arm-Chip</translation>
+    </message>
+    <message>
+        <source>&amp;Core:</source>
+        <translation>&amp;Kern:</translation>
+    </message>
+    <message>
+        <source>Cortex-M4 with FPU</source>
+        <translation>Cortex-M4 mit FPU</translation>
+    </message>
+    <message>
+        <source>Cortex-M7 with FPU</source>
+        <translation>Cortex-M7 mit FPU</translation>
+    </message>
+    <message>
+        <source>Cortex-M33 with FPU</source>
+        <translation>Cortex-M33 mit FPU</translation>
+    </message>
+    <message>
+        <source>&amp;Flash starts at:</source>
+        <translation>&amp;Flash beginnt bei:</translation>
+    </message>
+    <message>
+        <source>Si&amp;ze of the flash:</source>
+        <translation>&amp;Größe des Flash:</translation>
+    </message>
+    <message>
+        <source>&amp;RAM starts at:</source>
+        <translation>&amp;RAM beginnt bei:</translation>
+    </message>
+    <message>
+        <source>S&amp;ize of the RAM:</source>
+        <translation>Größe &amp;des RAM:</translation>
+    </message>
+    <message>
+        <source>&amp;SVD file:</source>
+        <translation>&amp;SVD-Datei:</translation>
+    </message>
+    <message>
+        <source>none: without names of interrupts and registers</source>
+        <translation>keine: ohne Namen von Interrupts und Registern</translation>
+    </message>
+    <message>
+        <source>Choose the SVD File</source>
+        <translation>SVD-Datei wählen</translation>
+    </message>
+    <message>
+        <source>&amp;Browse...</source>
+        <translation>Durchs&amp;uchen...</translation>
+    </message>
+    <message>
+        <source>&amp;Probe:</source>
+        <translation>Debug-&amp;Adapter:</translation>
+    </message>
+    <message>
+        <source>A debug server at 127.0.0.1:3333</source>
+        <translation>Ein Debug-Server bei 127.0.0.1:3333</translation>
+    </message>
+    <message>
+        <source>No probe: emulation by QEMU</source>
+        <translation>Kein Adapter: Emulation durch QEMU</translation>
+    </message>
+    <message>
+        <source>C&amp;hip file of OpenOCD:</source>
+        <translation>C&amp;hip-Datei von OpenOCD:</translation>
+    </message>
+    <message>
+        <source>such as target/chip.cfg; empty for any Cortex-M</source>
+        <translation>etwa target/chip.cfg; leer für jeden Cortex-M</translation>
+    </message>
+</context>
+<context>
+    <name>fromFolderDialog</name>
+    <message>
+        <source>From an Existing Folder</source>
+        <translation>Aus einem vorhandenen Ordner</translation>
+    </message>
+    <message>
+        <source>&amp;Folder with the sources:</source>
+        <translation>Ordner mit den &amp;Quellen:</translation>
+    </message>
+    <message>
+        <source>Please enter the folder with the sources.</source>
+        <translation>Bitte geben Sie den Ordner mit den Quellen ein.</translation>
+    </message>
+    <message>
+        <source>Choose a File in the Folder</source>
+        <translation>Datei im Ordner wählen</translation>
+    </message>
+    <message>
+        <source>&amp;Browse...</source>
+        <translation>Durchs&amp;uchen...</translation>
+    </message>
+    <message>
+        <source>&amp;Run make or CMake to read their files</source>
+        <translation>&amp;make oder CMake ausführen, um ihre Dateien zu lesen</translation>
+    </message>
+    <message>
+        <source>A Makefile or CMakeLists.txt can run any program when it is read, so clear this for a folder that you do not trust. Nothing is built, and a compile_commands.json is read in any case.</source>
+        <translation>Ein Makefile oder CMakeLists.txt kann beim Lesen jedes Programm ausführen. Entfernen Sie deshalb das Häkchen bei einem Ordner, dem Sie nicht vertrauen. Es wird nichts erstellt, und eine compile_commands.json wird immer gelesen.</translation>
+    </message>
+</context>
+<context>
+    <name>targetDialog</name>
+    <message>
+        <source>From an Existing Folder</source>
+        <translation>Aus einem vorhandenen Ordner</translation>
+    </message>
+    <message>
+        <source>&amp;What shall the project build?</source>
+        <translation>&amp;Was soll das Projekt erstellen?</translation>
+    </message>
+</context>
 </TS>

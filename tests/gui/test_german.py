@@ -5,6 +5,7 @@ import tempfile
 import unittest
 
 from driver import ProgramTest
+from templates import Creator
 
 CALCULATOR = pathlib.Path(__file__).parents[2] / "examples/calculator"
 BUILD_TIME = 300
@@ -51,6 +52,18 @@ class GermanTest(ProgramTest):
         self.varnel.choose("debugBreakpoints")
         self.varnel.answer("Haltepunkte können nicht bearbeitet werden.", "Return")
         self.varnel.find_gone("messageBox")
+
+    def test_forms_of_templates_are_german(self):
+        self.launch(settings=GERMAN)
+        self.wait_for_keyboard()
+        creator = Creator(self.program, self.program.screen.keyboard)
+        creator.directory.mkdir()
+        creator.fill_in("embedded/device", "chip")
+        creator.accept()
+        self.varnel.wait_for("deviceDialog", "isActiveWindow", True)
+        self.assertEqual(self.varnel.read("coreLabel", "text"), "&Kern:")
+        self.program.screen.keyboard.press("Escape")
+        self.varnel.find_gone("deviceDialog")
 
     def test_example_is_built_by_a_driver(self):
         self.open_calculator()
