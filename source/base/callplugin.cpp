@@ -1,5 +1,6 @@
 #include "callplugin.h"
 #include <algorithm>
+#include <chrono>
 #include <dlfcn.h>
 #include <QCoreApplication>
 #include <QDebug>
@@ -47,11 +48,12 @@ void deliver(const WaitingReport &report)
 }
 
 /// After the next events of the window, so that reports which cause each other do not block it: events that are posted
-/// while posted events are delivered would come first.
-void postDelivery()
+/// while posted events are delivered would come first, and a timer of 0 ms is such an event.
+template <typename Function>
+void afterEvents(Function function)
 {
     if (QCoreApplication *application = QCoreApplication::instance())
-        QTimer::singleShot(0, application, &deliverPluginReports);
+        QTimer::singleShot(std::chrono::milliseconds(1), application, function);
 }
 
 void receiveForeignReports()
@@ -78,8 +80,7 @@ void addForeignReport(WaitingReport report)
     QCoreApplication *application = QCoreApplication::instance();
     if (application && isFirst)
         QMetaObject::invokeMethod(
-            application, [application] { QTimer::singleShot(0, application, &receiveForeignReports); },
-            Qt::QueuedConnection);
+            application, [] { afterEvents(&receiveForeignReports); }, Qt::QueuedConnection);
 }
 } // namespace
 
@@ -131,7 +132,7 @@ void detail::pluginCallEnded()
     if (delivering.isEmpty())
         deliverPluginReports();
     else
-        postDelivery();
+        afterEvents(&deliverPluginReports);
 }
 
 void afterPluginCall(QObject *receiver, const QByteArray &key, std::function<void()> deliverReport)
@@ -147,7 +148,7 @@ void afterPluginCall(QObject *receiver, const QByteArray &key, std::function<voi
         return deliver(report);
     waiting.append(std::move(report));
     if (!insideCall)
-        postDelivery();
+        afterEvents(&deliverPluginReports);
 }
 
 void deliverPluginReports()
@@ -156,5 +157,5 @@ void deliverPluginReports()
     for (const WaitingReport &report : reports)
         deliver(report);
     if (!waiting.isEmpty())
-        postDelivery();
+        afterEvents(&deliverPluginReports);
 }

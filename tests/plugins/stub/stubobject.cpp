@@ -53,6 +53,11 @@ template <typename... Values>
 void StubObject::record(const QString &call, const Values &...arguments)
 {
     m_log.calls.append(label + u'.' + call + u'(' + QStringList{textOf(arguments)...}.join(u", "_s) + u')');
+    act(call);
+}
+
+void StubObject::act(const QString &call) const
+{
     if (const std::function<void()> action = m_script->on.value(call))
         action();
 }
@@ -60,8 +65,7 @@ void StubObject::record(const QString &call, const Values &...arguments)
 QRESULT StubObject::queryInterface(const QUuid &id, QUnknownInterface **out)
 {
     *out = nullptr;
-    if (const std::function<void()> action = m_script->on.value(u"queryInterface"_s))
-        action();
+    act(u"queryInterface"_s);
     if (id != QUnknownInterface::Iid && !m_script->offers.contains(id))
         return QE_NOINTERFACE;
     return InterfaceObject::queryInterface(id, out);
@@ -223,11 +227,13 @@ int StubObject::setBreakpoint(const QString &file, int line, int state)
 
 int StubObject::features()
 {
+    act(u"features"_s);
     return m_script->detailFeatures;
 }
 
 bool StubObject::details(const QString &file, int line, BreakpointDetails &details)
 {
+    act(u"details"_s);
     const auto found = m_script->details.constFind(u"%1:%2"_s.arg(file, QString::number(line)));
     if (found == m_script->details.cend())
         return false;
@@ -246,6 +252,7 @@ bool StubObject::setDetails(const QString &file, int line, const BreakpointDetai
 
 QList<DataBreakpoint> StubObject::dataBreakpoints()
 {
+    act(u"dataBreakpoints"_s);
     return m_script->dataBreakpoints;
 }
 
@@ -266,6 +273,7 @@ bool StubObject::setDataBreakpoint(DataBreakpoint &breakpoint, QString &reason)
 
 BreakpointLimits StubObject::limits()
 {
+    act(u"limits"_s);
     return m_script->limits;
 }
 
@@ -299,6 +307,7 @@ void StubObject::requestFrames(const DebugRequest &request, qint64 thread, int f
 
 bool StubObject::currentPlace(StackPlace &place)
 {
+    act(u"currentPlace"_s);
     place = m_script->place.value_or(StackPlace());
     return m_script->place.has_value();
 }

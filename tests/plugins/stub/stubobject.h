@@ -144,6 +144,7 @@ public:
 private:
     template <typename... Values>
     void record(const QString &call, const Values &...arguments);
+    void act(const QString &call) const; ///< Runs what the script has for a call.
     void reply(const DebugRequest &request, IDebugReplies *replies,
                const std::function<void(IDebugReplies &replies)> &answer);
     void replyVariables(const DebugRequest &request, IDebugReplies *replies, const QList<VariableInfo> &all, int first,
