@@ -14,7 +14,8 @@ import producttexts
 
 HERE = pathlib.Path(__file__).resolve().parent
 # Of scripts that are part of the product: the loader of forms translates them by their class.
-FORMS = ["templates/embedded/device/device.ui", "templates/existing/folder/fromfolder.ui", "templates/existing/folder/target.ui"]
+FORMS = ["python", "templates/embedded/device/device.ui", "templates/existing/folder/fromfolder.ui",
+         "templates/existing/folder/target.ui"]
 SOURCES = [HERE.parent / name for name in ("branding", "plugins", "source", *FORMS)]
 
 

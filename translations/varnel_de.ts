@@ -413,6 +413,21 @@ Es ist keine Build-Umgebung verfügbar.</translation>
     </message>
 </context>
 <context>
+    <name>BuildPanel</name>
+    <message>
+        <source>Builds</source>
+        <translation>Builds</translation>
+    </message>
+    <message>
+        <source>Build</source>
+        <translation>Erstellen</translation>
+    </message>
+    <message>
+        <source>Reset</source>
+        <translation>Zurücksetzen</translation>
+    </message>
+</context>
+<context>
     <name>BuildRun</name>
     <message>
         <source>Errors: %1, warnings: %2</source>
@@ -918,6 +933,17 @@ eintritt.&lt;/p&gt;</translation>
 </source>
         <translation>Der Prozess &apos;%1&apos; wurde vorzeitig beendet
 </translation>
+    </message>
+</context>
+<context>
+    <name>FaultPanel</name>
+    <message>
+        <source>Fault</source>
+        <translation>Fehlerursache</translation>
+    </message>
+    <message>
+        <source>&amp;Refresh</source>
+        <translation>&amp;Aktualisieren</translation>
     </message>
 </context>
 <context>
@@ -2679,6 +2705,21 @@ Sie wird nur zum Lesen geöffnet.</translation>
     </message>
 </context>
 <context>
+    <name>LineCoverage</name>
+    <message>
+        <source>Coverage</source>
+        <translation>Abdeckung</translation>
+    </message>
+    <message>
+        <source>&amp;Start</source>
+        <translation>&amp;Starten</translation>
+    </message>
+    <message>
+        <source>S&amp;top</source>
+        <translation>S&amp;toppen</translation>
+    </message>
+</context>
+<context>
     <name>LineEditor</name>
     <message>
         <source>Choose</source>
@@ -2902,6 +2943,57 @@ Sie wird nur zum Lesen geöffnet.</translation>
     <message>
         <source>Python Output</source>
         <translation>Python-Ausgabe</translation>
+    </message>
+</context>
+<context>
+    <name>MemoryPicture</name>
+    <message>
+        <source>Memory Picture</source>
+        <translation>Speicherbild</translation>
+    </message>
+    <message>
+        <source>&amp;Address:</source>
+        <translation>&amp;Adresse:</translation>
+    </message>
+    <message>
+        <source>number or expression, such as &amp;history</source>
+        <translation>Zahl oder Ausdruck, etwa &amp;history</translation>
+    </message>
+    <message>
+        <source>&amp;Width:</source>
+        <translation>&amp;Breite:</translation>
+    </message>
+    <message>
+        <source>&amp;Height:</source>
+        <translation>&amp;Höhe:</translation>
+    </message>
+    <message>
+        <source>&amp;Pixels:</source>
+        <translation>&amp;Pixel:</translation>
+    </message>
+    <message>
+        <source>1 bit</source>
+        <translation>1 Bit</translation>
+    </message>
+    <message>
+        <source>8 bits, grey</source>
+        <translation>8 Bit, grau</translation>
+    </message>
+    <message>
+        <source>16 bits, RGB 565</source>
+        <translation>16 Bit, RGB 565</translation>
+    </message>
+    <message>
+        <source>32 bits, RGB 888</source>
+        <translation>32 Bit, RGB 888</translation>
+    </message>
+    <message>
+        <source>&amp;Show</source>
+        <translation>An&amp;zeigen</translation>
+    </message>
+    <message>
+        <source>Picture</source>
+        <translation>Bild</translation>
     </message>
 </context>
 <context>
@@ -4979,6 +5071,17 @@ Einzelheiten stehen im Ausgabefenster auf der Seite &quot;Debuggen&quot;.</trans
     <message>
         <source>The program received %1, %2.</source>
         <translation>Das Programm hat %1 erhalten, %2.</translation>
+    </message>
+</context>
+<context>
+    <name>TaskList</name>
+    <message>
+        <source>Tasks</source>
+        <translation>Tasks</translation>
+    </message>
+    <message>
+        <source>&amp;Refresh</source>
+        <translation>&amp;Aktualisieren</translation>
     </message>
 </context>
 <context>

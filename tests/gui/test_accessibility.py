@@ -87,12 +87,14 @@ class AccessibilityTest(ProgramTest):
                 creator.fill_in(template, "new")
                 creator.accept()
                 self.varnel.wait_for(form, "isActiveWindow", True)
-                self.assertIn("dialog", [role for role, _ in self.bus.names(self.application)])
-                self.check()
-                self.program.screen.keyboard.press("Escape")
-                self.varnel.find_gone(form)
-                self.wait_for_keyboard()
                 creator.has_recent = True
+                try:
+                    self.assertIn("dialog", [role for role, _ in self.bus.names(self.application)])
+                    self.check()
+                finally:
+                    self.program.screen.keyboard.press("Escape")
+                    self.varnel.find_gone(form)
+                    self.wait_for_keyboard()
 
     def check_pages(self):
         """Looks at all pages of the options."""
