@@ -29,6 +29,7 @@ constexpr int NoCall = -1;
 int callLoopLevel = NoCall; ///< the number of event loops that ran when the innermost call started
 bool callAsks = false;      ///< the innermost call is one of a function with a result
 QList<WaitingReport> waiting;
+bool deliveryDue = false; ///< a timer will deliver them
 QMutex foreignMutex;
 QList<WaitingReport> foreign; ///< the reports of other threads, which the mutex protects
 QList<QByteArray> delivering; ///< the key of the report whose receiver runs, behind those of its causes
@@ -49,11 +50,19 @@ void deliver(const WaitingReport &report)
 
 /// After the next events of the window, so that reports which cause each other do not block it: events that are posted
 /// while posted events are delivered would come first, and a timer of 0 ms is such an event.
-template <typename Function>
-void afterEvents(Function function)
+void afterEvents(void (*function)())
 {
     if (QCoreApplication *application = QCoreApplication::instance())
         QTimer::singleShot(std::chrono::milliseconds(1), application, function);
+}
+
+void deliverLater()
+{
+    if (!std::exchange(deliveryDue, true))
+        afterEvents([] {
+            deliveryDue = false;
+            deliverPluginReports();
+        });
 }
 
 void receiveForeignReports()
@@ -132,7 +141,7 @@ void detail::pluginCallEnded()
     if (delivering.isEmpty())
         deliverPluginReports();
     else
-        afterEvents(&deliverPluginReports);
+        deliverLater();
 }
 
 void afterPluginCall(QObject *receiver, const QByteArray &key, std::function<void()> deliverReport)
@@ -148,7 +157,7 @@ void afterPluginCall(QObject *receiver, const QByteArray &key, std::function<voi
         return deliver(report);
     waiting.append(std::move(report));
     if (!insideCall)
-        afterEvents(&deliverPluginReports);
+        deliverLater();
 }
 
 void deliverPluginReports()
@@ -157,5 +166,5 @@ void deliverPluginReports()
     for (const WaitingReport &report : reports)
         deliver(report);
     if (!waiting.isEmpty())
-        afterEvents(&deliverPluginReports);
+        deliverLater();
 }

@@ -10,6 +10,7 @@
 #include "textview.h"
 #include "windowparts.h"
 #include <QCloseEvent>
+#include <QPointer>
 #include <QSettings>
 #include <QTimer>
 
@@ -133,7 +134,11 @@ void MainWindow::fileSelected(const QString &path)
 void MainWindow::viewActivated(View *view)
 {
     if (m_parts->buildControl) { // null at first: the commands are created after the views
+        const bool isView = view;
+        const QPointer<View> kept(view);
         m_parts->buildControl->setCurrentFile(view ? view->document()->filename() : QString());
+        if (isView && !kept)
+            return; // closed while a plug-in was asked about the file
         m_parts->findCommands->viewActivated(view);
     }
     Q_EMIT viewHasFocus(view != nullptr);

@@ -33,6 +33,7 @@
 #include <QPushButton>
 #include <QRegularExpression>
 #include <QThread>
+#include <QTime>
 #include <QTreeWidget>
 
 using namespace Qt::StringLiterals;
@@ -374,6 +375,8 @@ class MisbehavingPluginTest : public QObject
         step([&] { window->buildCompileFile(); });
         step([&] { window->projectRepopulate(); });
         for (const bool attach : {false, true}) {
+            if (attach && m_deed != "throw"_L1)
+                break; // one session takes long enough
             step([&] { startSession(attach); });
             debugging([&] { stopAt(IExecutionEnvironment::ProgramPaused); });
             debugging([&] { m_ranSession = true; });
@@ -501,6 +504,7 @@ private Q_SLOTS:
             misbehaveIn(call);
             m_ranSession = false;
             m_typed = false;
+            { QFile log(u"/tmp/misb.calls"_s); log.open(QIODevice::Append); log.write((deed + u' ' + call + u' ' + QTime::currentTime().toString() + u'\n').toUtf8()); }
             const QString shown = story();
             m_results[call][deed] = resultOf(shown);
             if (deed == "throw"_L1 && m_wasCalled)
