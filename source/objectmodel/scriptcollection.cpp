@@ -63,6 +63,7 @@ PythonReference ScriptCollection::item(int index)
 
 PythonReference ScriptCollection::objectOf(Project &project)
 {
+    requireMainThread();
     const void *key = cacheKey(project);
     if (!key)
         return createObject(project);

@@ -119,6 +119,8 @@ void ScriptReplay::setWatches(const QString &project, const py::list &expression
 namespace {
 py::object bindReplay()
 {
+    py::options options;
+    options.disable_function_signatures(); // the documentation is the given text
     auto type = newScriptType<ScriptReplay>("Replay", "Carries out what the recorder has written");
     type.attr("__module__") = "varnelreplay";
     type.def("trigger", &ScriptReplay::trigger, py::arg("name"), py::pos_only(),

@@ -119,8 +119,7 @@ QByteArray ScriptModel::closeWorkspace(QString *expected)
     m_open = false;
     m_hasStale = true;
     m_breakpoints.clear();
-    for (Project &project : m_projects)
-        project.modified = false;
+    saveAll();
     *expected = None;
     return "close()";
 }
@@ -140,6 +139,13 @@ void ScriptModel::fire(const QString &event, int state)
         m_events.append(u'\'' + event + u' ' + QString::number(state) + u'\'');
 }
 
+/// A session, too, begins with it.
+void ScriptModel::saveAll()
+{
+    for (Project &project : m_projects)
+        project.modified = false;
+}
+
 QByteArray ScriptModel::changeSession(QString *expected)
 {
     *expected = None;
@@ -149,11 +155,14 @@ QByteArray ScriptModel::changeSession(QString *expected)
         return "debugger.stop()";
     }
     if (m_state == 0 && chance(2)) {
+        saveAll();
         m_state = 2;
         fire(u"onPreAttach"_s, 0);
         fire(u"onAttach"_s, 2);
         return "debugger.attach()";
     }
+    if (m_state == 0)
+        saveAll();
     m_state = 2;
     fire(u"onRestart"_s, 2);
     return "debugger.restart()";

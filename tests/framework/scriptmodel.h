@@ -56,6 +56,7 @@ private:
     QByteArray addFile(QString *expected);
     QByteArray changeUpdates(QString *expected);
     void fire(const QString &event, int state);
+    void saveAll();
 
     // scriptmodeltarget.cpp
     QByteArray readWord(QString *expected);

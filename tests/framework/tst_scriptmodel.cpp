@@ -26,6 +26,10 @@ private Q_SLOTS:
         QRandomGenerator random(seed);
         ScriptModel model(random, f.path(QString()));
         QCOMPARE(f.run(model.preparation()), QString());
+        const auto removeHandlers = qScopeGuard([&f] {
+            f.run("for name in ('onPreAttach', 'onAttach', 'onStopped', 'onRestart'): setattr(debugger, name, None)\n"
+                  "app.onWorkspaceLoaded = None\n");
+        });
         QByteArrayList done;
         for (int i = 0; i < 10000; ++i) {
             QString expected;
@@ -40,9 +44,6 @@ private Q_SLOTS:
                 f.stub()->takeCalls();
         }
         f.stub()->takeCalls();
-        f.run("close() if app.projects else None\n"
-              "for name in ('onPreAttach', 'onAttach', 'onStopped', 'onRestart'): setattr(debugger, name, None)\n"
-              "app.onWorkspaceLoaded = None\n");
     }
 };
 

@@ -23,7 +23,7 @@ const QHash<QString, QByteArray> &rightCalls()
         {u"App.closeWorkspace"_s, "); app.openWorkspace(workspace"},
         {u"App.messageBox"_s, "'title', 'text', 1"},
         {u"App.loadUI"_s, "'none.ui'"},
-        {u"App.createUI"_s, "'NoClass'"},
+        {u"App.createUI"_s, "5"},
         {u"App.dockUI"_s, "None"},
         {u"App.createTimer"_s, "5"},
         {u"OutputWindow.clearProperty"_s, "'a'); app.outputWindow.__setitem__('a', 'b'"},

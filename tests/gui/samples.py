@@ -67,7 +67,6 @@ def main(page, examples, users_folder):
 
 
 page, examples, users_folder = map(pathlib.Path, sys.argv[1:])
-users_folder.mkdir(parents=True, exist_ok=True)
 if page.suffix == ".html":
     app.openWorkspace(str(examples / "thermostat/thermostat.vnw"))
 main(page, examples, users_folder)

@@ -364,8 +364,7 @@ def go():
     app.debugger.onBreakpointHit = lambda: hits.append(p.currentProgramLocation)
     app.doAction("debugRun")
     wait(lambda: len(hits) > count)
-def check_end(panel, button, view):
-    """The program runs, the session ends, and the workspace is closed between two clicks."""
+def check_end(panel, button, view):  # between two clicks the program runs, the session ends, the workspace is closed
     app.debugger.onBreakpointHit = None
     for file, found, state in p.breakpoints:
         p.removeBreakpoint(file, found)
