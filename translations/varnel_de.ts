@@ -897,6 +897,15 @@ eintritt.&lt;/p&gt;</translation>
     </message>
 </context>
 <context>
+    <name>ExceptionStops</name>
+    <message>
+        <source>The program cannot be stopped at exceptions: %1
+</source>
+        <translation>Das Programm kann bei Exceptions nicht angehalten werden: %1
+</translation>
+    </message>
+</context>
+<context>
     <name>ExternalTool</name>
     <message>
         <source>Running &apos;%1 %2&apos;...
@@ -1461,6 +1470,22 @@ Möchten Sie sie wirklich schließen und überschreiben?</translation>
         <translation>Die nächste Anweisung kann nicht gesetzt werden: gdb lehnt es ab.
 </translation>
     </message>
+    <message>
+        <source>Stop where exceptions are thrown</source>
+        <translation>Anhalten, wo Exceptions ausgelöst werden</translation>
+    </message>
+    <message>
+        <source>Pauses a C++ program at each throw expression, also in later sessions.</source>
+        <translation>Hält ein C++-Programm an jedem throw-Ausdruck an, auch in späteren Sitzungen.</translation>
+    </message>
+    <message>
+        <source>Stop where exceptions are caught</source>
+        <translation>Anhalten, wo Exceptions abgefangen werden</translation>
+    </message>
+    <message>
+        <source>Pauses a C++ program where a handler catches an exception, also in later sessions.</source>
+        <translation>Hält ein C++-Programm an, wo eine Behandlungsroutine eine Exception abfängt, auch in späteren Sitzungen.</translation>
+    </message>
 </context>
 <context>
     <name>GdbProperties</name>
@@ -1507,10 +1532,6 @@ Möchten Sie sie wirklich schließen und überschreiben?</translation>
     <message>
         <source>Time limit</source>
         <translation>Zeitgrenze</translation>
-    </message>
-    <message>
-        <source>Seconds for loading, and for reaching that function.</source>
-        <translation>Sekunden zum Laden und bis zum Erreichen dieser Funktion.</translation>
     </message>
     <message>
         <source>gdb</source>
@@ -1740,6 +1761,10 @@ Möchten Sie sie wirklich schließen und überschreiben?</translation>
         <source>Stops a Cortex-M program in the handlers of HardFault, MemManage, BusFault and UsageFault, and explains the fault on the page &quot;Debug&quot;.</source>
         <translation>Hält ein Cortex-M-Programm in den Behandlungsroutinen von HardFault, MemManage, BusFault und UsageFault an und erklärt den Ausnahmefehler auf der Seite &quot;Debuggen&quot;.</translation>
     </message>
+    <message>
+        <source>Seconds without a sign of life while the program is loaded or runs to that function.</source>
+        <translation>Sekunden ohne Lebenszeichen, während das Programm geladen wird oder bis zu dieser Funktion läuft.</translation>
+    </message>
 </context>
 <context>
     <name>GdbSession</name>
@@ -1828,6 +1853,32 @@ Möchten Sie sie wirklich schließen und überschreiben?</translation>
 </source>
         <translation>gdb hat unerwartet geendet.
 </translation>
+    </message>
+    <message>
+        <source>Starting &apos;%1&apos;...</source>
+        <translation>&apos;%1&apos; wird gestartet...</translation>
+    </message>
+    <message>
+        <source>Reading the symbols of &apos;%1&apos;...</source>
+        <translation>Die Symbole von &apos;%1&apos; werden gelesen...</translation>
+    </message>
+    <message>
+        <source>Connecting to &apos;%1&apos;...</source>
+        <translation>Verbindung mit &apos;%1&apos; wird hergestellt...</translation>
+    </message>
+    <message>
+        <source>Running to &apos;%1&apos;...</source>
+        <translation>Das Programm läuft bis &apos;%1&apos;...</translation>
+    </message>
+    <message>
+        <source>The start was cancelled.
+</source>
+        <translation>Der Start wurde abgebrochen.
+</translation>
+    </message>
+    <message>
+        <source>Loading &apos;%1&apos;...</source>
+        <translation>&apos;%1&apos; wird geladen...</translation>
     </message>
 </context>
 <context>
@@ -3730,6 +3781,10 @@ Die Ausführungsumgebung unterstützt es nicht.</translation>
         <source>Read now</source>
         <translation>Jetzt lesen</translation>
     </message>
+    <message>
+        <source>write only</source>
+        <translation>nur schreibbar</translation>
+    </message>
 </context>
 <context>
     <name>PluginBinder</name>
@@ -5549,7 +5604,7 @@ Bitte prüfen Sie, dass diese Datei nicht schreibgeschützt ist und Sie in sie s
     <name>ToolBar</name>
     <message>
         <source>More</source>
-        <translation>Weitere</translation>
+        <translation>Weiteres</translation>
     </message>
 </context>
 <context>
@@ -7997,7 +8052,7 @@ Möchten Sie die Änderungen speichern?</translation>
     </message>
     <message>
         <source>&amp;Browse...</source>
-        <translation>Durchs&amp;uchen...</translation>
+        <translation>&amp;Durchsuchen...</translation>
     </message>
     <message>
         <source>&amp;Probe:</source>
@@ -8040,7 +8095,7 @@ Möchten Sie die Änderungen speichern?</translation>
     </message>
     <message>
         <source>&amp;Browse...</source>
-        <translation>Durchs&amp;uchen...</translation>
+        <translation>&amp;Durchsuchen...</translation>
     </message>
     <message>
         <source>&amp;Run make or CMake to read their files</source>

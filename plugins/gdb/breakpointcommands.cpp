@@ -84,6 +84,15 @@ QString watchCommand(const DataBreakpoint &breakpoint)
     return u"%1 *(%2 *) 0x%3"_s.arg(command, unitOf(breakpoint.size), QString::number(breakpoint.address, 16));
 }
 
+BreakpointLimits cortexLimits(uint flashPatch, uint watch)
+{
+    const auto known = [](uint count) { return count == 0 ? -1 : int(count); };
+    BreakpointLimits limits;
+    limits.hardware = known((flashPatch >> 4 & 0xf) | (flashPatch >> 8 & 0x70));
+    limits.data = known(watch >> 28);
+    return limits;
+}
+
 QList<int> refusedBreakpoints(const QString &text)
 {
     static const QRegularExpression refusal(

@@ -24,5 +24,8 @@ inline constexpr QLatin1String LogMark("breakpoint> ");
 /// The console command that inserts a data breakpoint.
 [[nodiscard]] QString watchCommand(const DataBreakpoint &breakpoint);
 
+/// The comparators of a Cortex-M processor, by its registers FP_CTRL and DWT_CTRL; unknown if there are none.
+[[nodiscard]] BreakpointLimits cortexLimits(uint flashPatch, uint watch);
+
 /// The numbers of the breakpoints that gdb could not insert when the program was to run, from what it has printed.
 [[nodiscard]] QList<int> refusedBreakpoints(const QString &text);

@@ -10,6 +10,9 @@
 using namespace Qt::StringLiterals;
 
 namespace {
+constexpr quint64 FlashPatchControl = 0xE0002000; // FP_CTRL
+constexpr quint64 WatchControl = 0xE0001000;      // DWT_CTRL
+
 bool same(const BreakpointLocation &left, const BreakpointLocation &right)
 {
     return left.file == right.file && left.line == right.line;
@@ -147,7 +150,7 @@ MiRecord BreakpointList::insertAt(const Entry &entry, const QByteArray &location
 
 int BreakpointList::add(const BreakpointLocation &location, int state)
 {
-    Entry entry{location, state, 0, {}, {}};
+    Entry entry{location, state, 0, {}, {}, false};
     QString error;
     if (m_session->isAlive() && !insert(&entry, &error)) {
         Q_EMIT message(tr("No breakpoint can be set at %1: %2\n").arg(atLocation(location), error), false);
@@ -157,6 +160,7 @@ int BreakpointList::add(const BreakpointLocation &location, int state)
         drop(&entry); // the line has no code, and the line that gdb chose has a breakpoint already
         return change(present, state);
     }
+    entry.isOutdated = m_session->isBusy();
     m_entries.append(entry);
     return 0;
 }
@@ -164,6 +168,7 @@ int BreakpointList::add(const BreakpointLocation &location, int state)
 int BreakpointList::change(Entry *entry, int state)
 {
     entry->state = state;
+    entry->isOutdated = m_session->isBusy();
     if (!m_session->isAlive())
         return 0;
     QString error;
@@ -189,9 +194,21 @@ int BreakpointList::remove(Entry *entry)
 
 void BreakpointList::drop(const Entry *entry)
 {
+    if (entry->number != 0 && m_session->isBusy())
+        m_obsolete.append(entry->number);
     if (entry->number == 0 || !m_session->isAlive())
         return;
     m_session->whilePaused([&] { (void)m_session->gdb()->ask("-break-delete " + QByteArray::number(entry->number)); });
+}
+
+void BreakpointList::catchUp()
+{
+    for (const int number : std::exchange(m_obsolete, {}))
+        (void)m_session->gdb()->ask("-break-delete " + QByteArray::number(number));
+    for (Entry &entry : m_entries) {
+        if (std::exchange(entry.isOutdated, false))
+            (void)change(&entry, entry.state);
+    }
 }
 
 void BreakpointList::insertAll()
@@ -200,6 +217,7 @@ void BreakpointList::insertAll()
     for (Entry &entry : m_entries) {
         QString error;
         QString ignored;
+        entry.isOutdated = false;
         if (insert(&entry, &error))
             continue;
         if (loadsLibraries && insert(&entry, &ignored, true))
@@ -223,7 +241,10 @@ void BreakpointList::forget()
     for (Entry &entry : m_entries) {
         entry.number = 0;
         entry.locations.clear();
+        entry.isOutdated = false;
     }
+    m_obsolete.clear();
+    m_limits = {};
     m_data.forget();
     m_log.clear();
     m_refusedAtStop = -1;
@@ -260,6 +281,9 @@ bool BreakpointList::setDetails(const QString &file, int line, const BreakpointD
         entry = find(location); // gdb may have deleted it meanwhile
         if (entry)
             drop(entry);
+    } else if (m_session->isBusy()) {
+        replacement.isOutdated = true;
+        drop(entry);
     }
     if (entry)
         *entry = replacement;
@@ -277,17 +301,46 @@ bool BreakpointList::setDataBreakpoint(DataBreakpoint &breakpoint, QString &reas
     return true;
 }
 
-BreakpointLimits BreakpointList::limits()
+void BreakpointList::readLimits()
 {
-    BreakpointLimits limits;
+    m_limits = {};
+    const ElfImage &elf = m_session->program().elf;
     const bool isPersonalComputer =
         QSysInfo::currentCpuArchitecture() == "x86_64"_L1 || QSysInfo::currentCpuArchitecture() == "i386"_L1;
-    if (m_session->program().elf.isNative() && isPersonalComputer) { // its debug registers
-        limits.data = 4;
-        limits.dataSize = 8;
+    if (elf.isNative() && isPersonalComputer) { // its debug registers
+        m_limits.data = 4;
+        m_limits.dataSize = 8;
     }
+    uint flashPatch = 0;
+    uint watch = 0;
+    if (elf.machine == ElfImage::Arm && !elf.isNative() && !m_session->target()->isEmulated()
+        && m_session->gdb()->ask("-data-evaluate-expression \"(unsigned int)$xpsr\"").isDone() // a Cortex-M
+        && m_session->readWord(FlashPatchControl, &flashPatch) && m_session->readWord(WatchControl, &watch))
+        m_limits = cortexLimits(flashPatch, watch);
+}
+
+BreakpointLimits BreakpointList::limits()
+{
+    BreakpointLimits limits = m_limits;
     limits.dataUsed = m_data.used();
+    if (limits.hardware >= 0)
+        limits.hardwareUsed =
+            int(std::ranges::count_if(m_entries, [this](const Entry &entry) { return needsHardware(entry); }));
     return limits;
+}
+
+/// Whether it is set in read-only memory, where a breakpoint cannot be an instruction.
+bool BreakpointList::needsHardware(const Entry &entry) const
+{
+    const auto isReadOnly = [this](quint64 address) {
+        return std::ranges::any_of(m_session->program().elf.segments, [address](const ElfImage::Segment &segment) {
+            return !segment.writable && address >= segment.address && address - segment.address < segment.size;
+        });
+    };
+    return entry.number != 0 && entry.state == BreakpointEnabled
+           && std::ranges::any_of(entry.locations, [&](const BreakpointLocation &place) {
+                  return isDisassembly(place.file) && isReadOnly(uint(place.line) - 1);
+              });
 }
 
 void BreakpointList::takePlaces(const MiValue &breakpoint, Entry *entry)

@@ -26,6 +26,8 @@ public:
 
     void insertAll();     ///< Inserts all of them into the gdb of a new session.
     void insertAllData(); ///< The same for those at data, whose addresses are final when the program is loaded.
+    void readLimits();    ///< Those of the processor of a new session.
+    void catchUp();       ///< Carries out what was changed while the session was starting in the background.
     void forget();        ///< The session has ended: locations are again those that the user set.
     /// Sets the directory of relative paths.
     void setBasePath(const QString &path) { m_basePath = path; }
@@ -42,6 +44,7 @@ private:
         int number = 0;                      ///< of the breakpoint in gdb; 0 if it is not inserted
         QList<BreakpointLocation> locations; ///< where gdb inserted it
         BreakpointDetails details;
+        bool isOutdated = false; ///< whether gdb does not know the state or the breakpoint yet
 
         [[nodiscard]] QList<BreakpointLocation> places() const;
     };
@@ -60,12 +63,15 @@ private:
     void takeRefusals(const QString &text);
     void sessionChanged();
     void printLog(const QString &text);
+    [[nodiscard]] bool needsHardware(const Entry &entry) const;
     BreakpointLocation normalised(const QString &file, int line) const;
 
     GdbSession *const m_session;
     SymbolTable *const m_symbols;
     QString m_basePath;
     QList<Entry> m_entries;
+    BreakpointLimits m_limits; ///< of the processor
+    QList<int> m_obsolete;     ///< numbers of breakpoints that gdb still has
     DataBreakpoints m_data;
     QString m_log;              ///< what a breakpoint with a text has printed of a line that is not complete
     int m_refusedAtStop = -1;   ///< GdbSession::stopNumber() when the target refused some; -1 if it has all

@@ -1,4 +1,5 @@
 #include "debugserver.h"
+#include "backgroundtask.h"
 #include "childprocess.h"
 #include "miconnection.h"
 #include "nativeterminal.h"
@@ -20,6 +21,7 @@ constexpr int PortLimit = 3000;    ///< for the server of the last session to en
 constexpr int DialogDelay = 500;
 constexpr int EndLimit = 100;
 constexpr int EndInterval = 5;
+constexpr int WaitInterval = 20;
 constexpr qsizetype MostWords = 1000; // characters
 
 /// The port of an address on this computer; 0 for any other address.
@@ -118,22 +120,21 @@ bool DebugServer::waitForFreePort(QString *error)
     return !isTaken(port);
 }
 
-void DebugServer::waitUntil(const std::function<bool()> &condition, const QDeadlineTimer &deadline) const
+void DebugServer::waitUntil(const std::function<bool()> &condition, const QDeadlineTimer &deadline)
 {
+    while (BackgroundTask::canPause() && !condition() && !deadline.hasExpired()) {
+        if (!BackgroundTask::pause(int(std::min<qint64>(WaitInterval, deadline.remainingTime()))))
+            m_stopped = true;
+    }
     QTimer tick; // ends the wait below
-    tick.start(20);
-    while (!condition() && !deadline.hasExpired())
+    tick.start(WaitInterval);
+    while (!m_stopped && !condition() && !deadline.hasExpired())
         QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents);
 }
 
 bool DebugServer::connectGdb(MiConnection *gdb, int limit, QString *error)
 {
-    const QPointer<QProgressDialog> dialog =
-        new QProgressDialog(tr("Waiting for '%1'...").arg(name()), tr("Stop"), 0, 0, QApplication::activeWindow());
-    dialog->setObjectName(u"debugServerDialog"_s);
-    dialog->setWindowModality(Qt::ApplicationModal);
-    dialog->setMinimumDuration(DialogDelay);
-    connect(dialog, &QProgressDialog::canceled, this, [this] { m_stopped = true; });
+    const QPointer<QProgressDialog> dialog = BackgroundTask::canPause() ? nullptr : showDialog();
     const QDeadlineTimer deadline(limit);
     QString answer;
     bool connected = false;
@@ -144,6 +145,18 @@ bool DebugServer::connectGdb(MiConnection *gdb, int limit, QString *error)
     if (!connected && !m_ended)
         *error = failure(answer, limit);
     return connected;
+}
+
+/// The dialog that is shown while the wait blocks the window.
+QProgressDialog *DebugServer::showDialog()
+{
+    auto *dialog =
+        new QProgressDialog(tr("Waiting for '%1'...").arg(name()), tr("Stop"), 0, 0, QApplication::activeWindow());
+    dialog->setObjectName(u"debugServerDialog"_s);
+    dialog->setWindowModality(Qt::ApplicationModal);
+    dialog->setMinimumDuration(DialogDelay);
+    connect(dialog, &QProgressDialog::canceled, this, [this] { m_stopped = true; });
+    return dialog;
 }
 
 /// Waits a moment after a failure.

@@ -7,6 +7,7 @@ class ChildProcess;
 class MiConnection;
 class NativeTerminal;
 class QDeadlineTimer;
+class QProgressDialog;
 
 /// A debug server that a session starts and ends, such as simavr or OpenOCD.
 ///
@@ -27,9 +28,9 @@ public:
 
     /// Starts the server. False with @p error set if that fails.
     bool start(QString *error);
-    /// Connects gdb as soon as the server accepts it, and processes events until then; after half a second a dialog
-    /// offers to stop. False with @p error set if that lasts longer than @p limit milliseconds, if the server ends or
-    /// the user stops. A call of end() meanwhile makes it return false.
+    /// Connects gdb as soon as the server accepts it, and processes events until then; outside of a BackgroundTask a
+    /// dialog offers to stop after half a second. False with @p error set if that lasts longer than @p limit
+    /// milliseconds, if the server ends or the user stops. A call of end() meanwhile makes it return false.
     bool connectGdb(MiConnection *gdb, int limit, QString *error);
     /// Ends the server and its children. Emits no signal.
     void end();
@@ -47,7 +48,8 @@ private:
     [[nodiscard]] QString failure(const QString &answer, int limit) const;
     bool tryToConnect(MiConnection *gdb, const QDeadlineTimer &deadline, QString *answer);
     bool waitForFreePort(QString *error);
-    void waitUntil(const std::function<bool()> &condition, const QDeadlineTimer &deadline) const;
+    void waitUntil(const std::function<bool()> &condition, const QDeadlineTimer &deadline);
+    QProgressDialog *showDialog();
     void takeOutput(const QByteArray &bytes);
     void takeComplaint();
     void processEnded();

@@ -58,7 +58,7 @@ void FaultCatcher::arm()
             m_session->gdb()->send("-break-insert *0x" + QByteArray::number(handler, 16));
     }
     uint control = 0;
-    if (!byBreakpoint && readWord(DebugMonitorControl, &control))
+    if (!byBreakpoint && m_session->readWord(DebugMonitorControl, &control))
         m_session->gdb()->send("-data-evaluate-expression \"*(unsigned int *)0xE000EDFC = "
                                + QByteArray::number(control | VectorCatch) + '"');
 }
@@ -67,11 +67,12 @@ void FaultCatcher::arm()
 QList<uint> FaultCatcher::handlers()
 {
     uint table = 0;
-    readWord(VectorTableOffset, &table);
+    m_session->readWord(VectorTableOffset, &table);
     QList<uint> found;
     for (int vector = FirstFault; vector <= LastFault; ++vector) {
         uint handler = 0;
-        if (readWord(table + quint64(vector) * 4, &handler) && isCode(m_session->program().elf, handler & ~1u))
+        if (m_session->readWord(table + quint64(vector) * 4, &handler)
+            && isCode(m_session->program().elf, handler & ~1u))
             found.append(handler & ~1u);
     }
     return found;
@@ -94,13 +95,13 @@ FaultRecord FaultCatcher::readRecord()
     bool known = false;
     FaultRecord record;
     record.exception = readRegister("xpsr", &known) & ExceptionMask;
-    readWord(ConfigurableFaultStatus, &record.configurable);
-    readWord(HardFaultStatus, &record.hard);
-    readWord(MemManageAddress, &record.memoryAddress);
-    readWord(BusFaultAddress, &record.busAddress);
+    m_session->readWord(ConfigurableFaultStatus, &record.configurable);
+    m_session->readWord(HardFaultStatus, &record.hard);
+    m_session->readWord(MemManageAddress, &record.memoryAddress);
+    m_session->readWord(BusFaultAddress, &record.busAddress);
     const bool onProcessStack = readRegister("lr", &known) & OnProcessStack;
     const uint stack = readRegister(onProcessStack ? "psp" : "sp", &known); // not all servers have psp
-    record.hasFrame = known && readWord(quint64(stack) + StackedProgramCounter, &record.programCounter);
+    record.hasFrame = known && m_session->readWord(quint64(stack) + StackedProgramCounter, &record.programCounter);
     if (record.hasFrame)
         record.place = placeOf(record.programCounter);
     return record;
@@ -118,20 +119,6 @@ QString FaultCatcher::placeOf(uint address)
                               : u"%1 (%2, %3)"_s.arg(frame.text(u"func"), file, frame.text(u"line"));
     }
     return {};
-}
-
-bool FaultCatcher::readWord(quint64 address, uint *value)
-{
-    const MiRecord answer =
-        m_session->gdb()->ask("-data-read-memory-bytes 0x" + QByteArray::number(address, 16) + " 4");
-    const QByteArray bytes =
-        QByteArray::fromHex(answer.results[u"memory"].items().value(0).text(u"contents").toLatin1());
-    if (bytes.size() != 4)
-        return false;
-    *value = 0;
-    for (int i = 3; i >= 0; --i)
-        *value = *value << 8 | uchar(bytes[i]);
-    return true;
 }
 
 uint FaultCatcher::readRegister(const QByteArray &name, bool *known)

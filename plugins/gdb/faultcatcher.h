@@ -22,7 +22,6 @@ Q_SIGNALS:
 private:
     void arm();
     void check();
-    bool readWord(quint64 address, uint *value);
     uint readRegister(const QByteArray &name, bool *known);
     QList<uint> handlers();
     FaultRecord readRecord();

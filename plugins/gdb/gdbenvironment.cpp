@@ -44,8 +44,9 @@ GdbEnvironment::GdbEnvironment(const ProcessorGroup::Registry &processors)
           processors, &m_session, [this] { restart(); }, static_cast<IPluginObject *>(this))
     , m_docks(&m_session, static_cast<IPluginObject *>(this))
     , m_faults(&m_session)
-    , m_facets({&m_symbols, &m_breakpoints, &m_memory, &m_wideMemory, &m_live, &m_registers, &m_peripherals, &m_disassembler,
-                &m_variables, &m_callStack, &m_group, &m_docks})
+    , m_exceptions(&m_session)
+    , m_facets({&m_symbols, &m_breakpoints, &m_memory, &m_wideMemory, &m_live, &m_registers, &m_peripherals,
+                &m_disassembler, &m_variables, &m_callStack, &m_group, &m_docks})
 {
     connectParts();
 }
@@ -54,15 +55,21 @@ GdbEnvironment::~GdbEnvironment()
 {
     m_session.disconnect(this); // the host expects no events after its last release()
     m_session.end();
+    if (m_progress)
+        m_progress->finished(false, {});
 }
 
 void GdbEnvironment::connectParts()
 {
     connect(&m_session, &GdbSession::changed, this, &GdbEnvironment::reportState);
     connect(&m_session, &GdbSession::message, this, &GdbEnvironment::showMessage);
+    connect(&m_session, &GdbSession::progress, this, &GdbEnvironment::showProgress);
+    connect(m_session.task(), &BackgroundTask::ended, this, &GdbEnvironment::backgroundEnded);
     connect(&m_session, &GdbSession::symbolsLoaded, this, [this] { m_breakpoints.insertAll(); });
     connect(&m_session, &GdbSession::programLoaded, this, [this] {
         loadTargetTables();
+        m_breakpoints.readLimits();
+        m_breakpoints.catchUp();
         m_breakpoints.insertAllData();
     });
     connect(&m_session, &GdbSession::stopText, this, [this](const QString &text) {
@@ -73,6 +80,7 @@ void GdbEnvironment::connectParts()
     connect(&m_breakpoints, &BreakpointList::message, this, &GdbEnvironment::showMessage);
     connect(&m_peripherals, &PeripheralAccess::message, this, &GdbEnvironment::showMessage);
     connect(&m_faults, &FaultCatcher::message, this, &GdbEnvironment::showMessage);
+    connect(&m_exceptions, &ExceptionStops::message, this, &GdbEnvironment::showMessage);
     connect(&m_breakpoints, &BreakpointList::changed, this, [this] {
         if (m_events)
             m_events->breakpointsChanged();
@@ -217,6 +225,30 @@ bool GdbEnvironment::start(bool attachOnly)
     return true;
 }
 
+void GdbEnvironment::startInBackground(bool attachOnly, IStartProgress *progress)
+{
+    m_session.task()->cancel();
+    m_progress = shareInterface(progress);
+    m_session.task()->run([this, attachOnly] { m_started = start(attachOnly); });
+}
+
+/// A start or a restart has ended. The session reports the state of the program itself, if there is one.
+void GdbEnvironment::backgroundEnded()
+{
+    if (const auto progress = std::exchange(m_progress, {}))
+        progress->finished(m_started, {});
+    else if (!m_session.isStopped() && !m_session.task()->isCancelled() && m_events)
+        m_events->programStatusChanged(programStatus());
+}
+
+void GdbEnvironment::showProgress(const QString &step, int percent)
+{
+    if (m_progress)
+        m_progress->progress(step, percent);
+    else if (m_events && m_session.task()->isActive())
+        m_events->statusInfo(percent < 0 ? step : step + u" %1 %"_s.arg(percent), 0);
+}
+
 /// Called when the program is loaded and its addresses are final.
 void GdbEnvironment::loadTargetTables()
 {
@@ -251,17 +283,34 @@ void GdbEnvironment::stop()
     m_reportedProcessor = TargetState::Absent;
 }
 
+/// Until it has ended, the program counts as running.
 void GdbEnvironment::restart()
 {
-    if (!m_session.refuseRestart()) {
-        m_instructionView.clear();
-        m_docks.clear();
-        if (!m_session.gdb()->isOpen())
-            m_breakpoints.forget();
-        m_session.restart();
+    if (m_session.task()->isActive())
+        return;
+    if (m_session.refuseRestart()) {
+        if (!m_session.isStopped()) // the host sets its state to paused
+            m_events->programStatusChanged(programStatus());
+        return;
     }
-    if (!m_session.isStopped()) // the host sets its state to paused
-        m_events->programStatusChanged(programStatus());
+    inBackground([this] { restartSession(); });
+}
+
+/// Without the host's session being a new one.
+void GdbEnvironment::inBackground(const std::function<void()> &work)
+{
+    m_session.task()->run(work);
+    if (m_session.task()->isActive())
+        m_events->programStatusChanged(ProgramRunning);
+}
+
+void GdbEnvironment::restartSession()
+{
+    m_instructionView.clear();
+    m_docks.clear();
+    if (!m_session.gdb()->isOpen())
+        m_breakpoints.forget();
+    m_session.restart();
 }
 
 void GdbEnvironment::run()
@@ -400,6 +449,12 @@ QList<ExtensionCommand> GdbEnvironment::commands()
          m_session.isAlive() || m_session.state().phase == TargetState::Ended, false},
         {u"loadSymbols"_s, tr("Load symbols..."), tr("Adds the symbols of another program, such as a boot loader."),
          m_session.isAlive(), false},
+        {u"throw"_s, tr("Stop where exceptions are thrown"),
+         tr("Pauses a C++ program at each throw expression, also in later sessions."), true,
+         m_exceptions.isOn(u"throw"_s)},
+        {u"catch"_s, tr("Stop where exceptions are caught"),
+         tr("Pauses a C++ program where a handler catches an exception, also in later sessions."), true,
+         m_exceptions.isOn(u"catch"_s)},
         {u"log"_s, tr("Log the dialogue with gdb"),
          tr("Shows every line sent to gdb and received from it on the output page \"gdb\"."), true, m_logging},
     };
@@ -412,8 +467,9 @@ void GdbEnvironment::execute(const QString &id)
     } else if (id == u"stepInstruction") {
         m_session.step("-exec-step-instruction");
     } else if (id == u"reload") {
-        if (!start(false))
-            m_events->programStatusChanged(ProgramUnknown); // the host's session goes on
+        inBackground([this] { (void)start(false); });
+    } else if (id == u"throw" || id == u"catch") {
+        m_exceptions.toggle(id);
     } else if (id == u"log") {
         m_logging = !m_logging;
     } else if (id == u"loadSymbols") {

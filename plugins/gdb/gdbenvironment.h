@@ -3,12 +3,14 @@
 #include "callstack.h"
 #include "debugdocks.h"
 #include "disassembler.h"
+#include "exceptionstops.h"
 #include "faultcatcher.h"
 #include "gdbsession.h"
 #include "iexecutionevents.h"
 #include "iextensioncommands.h"
 #include "inextstatement.h"
 #include "interfaceobject.h"
+#include "iprogressivestart.h"
 #include "iproject.h"
 #include "ipropertydefinitions.h"
 #include "iqueryplugininterface.h"
@@ -27,7 +29,7 @@
 /// host.
 class GdbEnvironment : public QObject,
                        public InterfaceObject<IPluginObject, IExecutionEnvironment, IExtensionCommands,
-                                              IPropertyDefinitions, IWorkspaceClient, INextStatement>
+                                              IPropertyDefinitions, IWorkspaceClient, INextStatement, IProgressiveStart>
 {
     Q_OBJECT
 public:
@@ -61,12 +63,18 @@ public:
     void setQueryInterface(IQueryPluginInterface *query) override;
     void workspaceChanged() override {}
     bool setNextStatement(const QString &file, int line) override;
+    void startInBackground(bool attachOnly, IStartProgress *progress) override;
+    void cancelStart() override { m_session.task()->cancel(); }
 
     GdbSession *session() { return &m_session; }
     void loadSymbols(const QString &file); ///< Adds the symbols of a further program.
 
 private:
     void connectParts();
+    void backgroundEnded();
+    void showProgress(const QString &step, int percent);
+    void inBackground(const std::function<void()> &work);
+    void restartSession();
     TargetOptions options() const;
     QString findProgram(const TargetOptions &options) const;
     QString absolute(const QString &path) const;
@@ -81,6 +89,8 @@ private:
     InterfacePtr<IProject> m_project;
     InterfacePtr<IExecutionEvents> m_events;
     InterfacePtr<IQueryPluginInterface> m_query;
+    InterfacePtr<IStartProgress> m_progress; ///< of a start in the background; null during a restart
+    bool m_started = false;                  ///< the result of that start
     QString m_optionText;
     QString m_instructionView; ///< the disassembly in which the user steps; empty while the user steps in the source
     bool m_logging = false;
@@ -100,5 +110,6 @@ private:
     ProcessorGroup m_group;
     DebugDocks m_docks;
     FaultCatcher m_faults;
+    ExceptionStops m_exceptions;
     const QList<FacetBase *> m_facets;
 };

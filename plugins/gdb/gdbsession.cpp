@@ -21,6 +21,8 @@ GdbSession::GdbSession(QObject *parent) : QObject(parent)
     connect(&m_gdb, &MiConnection::logText, this, &GdbSession::takeLog);
     connect(&m_gdb, &MiConnection::closed, this, &GdbSession::gdbClosed);
     connect(&m_gdb, &MiConnection::targetText, this, [this](const QString &text) { Q_EMIT output(text.toUtf8()); });
+    connect(&m_gdb, &MiConnection::dialogue, &m_task, &BackgroundTask::wake);
+    connect(&m_task, &BackgroundTask::ended, this, &GdbSession::announce);
     m_gdb.setWorkWhileWaiting([this] { return m_target && m_target->readOutput(); });
     m_changeTimer.setSingleShot(true);
     connect(&m_changeTimer, &QTimer::timeout, this, &GdbSession::changed);
@@ -45,10 +47,11 @@ bool GdbSession::start(const TargetOptions &options, const Target::Program &prog
                                          [](Target *each) { each->deleteLater(); }); // it may call what deletes it
     m_target = target;
     connect(m_target.get(), &Target::output, this, &GdbSession::output);
+    connect(m_target.get(), &Target::output, &m_gdb, &MiConnection::noteSignOfLife);
     connect(m_target.get(), &Target::complaint, this, [this](const QString &text) { Q_EMIT message(text, false); });
     connect(m_target.get(), &Target::died, this, &GdbSession::targetDied);
     QString error;
-    if (openGdb(&error) && loadSymbols(&error) && target->bringUp(&error) && m_target == target && beginProgram(&error))
+    if (openGdb(&error) && loadSymbols(&error) && bringUp(&error) && m_target == target && beginProgram(&error))
         return true;
     if (m_target == target) // else the session was ended meanwhile
         fail(error);
@@ -64,10 +67,17 @@ bool GdbSession::openGdb(QString *error)
     return true;
 }
 
+bool GdbSession::bringUp(QString *error)
+{
+    Q_EMIT progress(tr("Starting '%1'...").arg(m_target->title()), -1);
+    return m_target->bringUp(error);
+}
+
 bool GdbSession::loadSymbols(QString *error)
 {
     if (m_program.file.isEmpty())
         return true;
+    Q_EMIT progress(tr("Reading the symbols of '%1'...").arg(QFileInfo(m_program.file).fileName()), -1);
     const MiRecord answer = m_gdb.ask("-file-exec-and-symbols " + miQuoted(m_program.file), LoadLimit);
     if (answer.isError()) {
         *error = tr("'%1' cannot be loaded: %2").arg(m_program.file, answer.errorText());
@@ -96,7 +106,9 @@ bool GdbSession::addSymbols(const QString &file, QString *error)
 
 bool GdbSession::beginProgram(QString *error)
 {
-    if (!m_target->connectGdb(&m_gdb, m_attached, error))
+    const std::shared_ptr<Target> target = m_target;
+    Q_EMIT progress(tr("Connecting to '%1'...").arg(target->title()), -1);
+    if (!target->connectGdb(&m_gdb, m_attached, error))
         return false;
     for (const QString &command : parts(m_options.commands)) {
         const MiRecord answer = m_gdb.ask("-interpreter-exec console " + miQuoted(command.trimmed()));
@@ -104,15 +116,21 @@ bool GdbSession::beginProgram(QString *error)
             Q_EMIT message(tr("The gdb command '%1' failed: %2\n").arg(command.trimmed(), answer.errorText()), false);
     }
     apply(TargetEvent::Connected);
-    Q_EMIT symbolsLoaded();
+    {
+        const BackgroundTask::Whole whole; // lists of breakpoints do not change meanwhile
+        Q_EMIT symbolsLoaded();
+    }
     if (!m_attached)
         runToFunction();
+    if (wasCancelled())
+        return false;
     if (!isAlive()) {
         *error = tr("The program ended before it could be debugged.");
         return false;
     }
     if (m_frame.address == 0)
         takeFrame(m_gdb.ask("-stack-info-frame").results[u"frame"]);
+    const BackgroundTask::Whole whole;
     Q_EMIT programLoaded();
     return true;
 }
@@ -130,8 +148,12 @@ void GdbSession::runToFunction()
     if (command.isEmpty())
         return;
     m_temporary = inserted.results[u"bkpt"].number(u"number");
+    if (toFunction)
+        Q_EMIT progress(tr("Running to '%1'...").arg(m_options.runTo), -1);
     go(command, m_target->isCreatedByStartCommand() ? TargetEvent::Exited : TargetEvent::Stopped);
-    if (m_gdb.waitUntil([this] { return m_state.phase != TargetState::Running; }, m_options.timeLimit * 1000))
+    if (m_gdb.waitUntil([this] { return m_state.phase != TargetState::Running; }, m_options.timeLimit * 1000,
+                        MiConnection::Limit::Silence)
+        || wasCancelled())
         return;
     interrupt();
     Q_EMIT message(tr("'%1' was not reached within %2 s; the program is paused at its current location.\n")
@@ -172,18 +194,26 @@ void GdbSession::rewindTarget()
     }
     apply(TargetEvent::Connected);
     runToFunction();
+    if (wasCancelled())
+        return end();
+    const BackgroundTask::Whole whole;
     if (isAlive())
         Q_EMIT programLoaded();
 }
 
 void GdbSession::fail(const QString &text)
 {
-    Q_EMIT message(text + u'\n', true);
+    if (wasCancelled())
+        Q_EMIT message(tr("The start was cancelled.\n"), false);
+    else
+        Q_EMIT message(text + u'\n', true);
     end();
 }
 
 void GdbSession::end()
 {
+    if (!m_task.isCurrent())
+        m_task.cancel();
     if (m_state.phase == TargetState::Running && m_target->isPausedToEnd())
         interrupt(); // a running target does not accept a disconnection
     apply(TargetEvent::Closed);
@@ -207,18 +237,47 @@ QStringList GdbSession::programFiles() const
     return files;
 }
 
+bool GdbSession::readWord(quint64 address, uint *value)
+{
+    const MiRecord answer = m_gdb.ask("-data-read-memory-bytes 0x" + QByteArray::number(address, 16) + " 4");
+    const QByteArray bytes =
+        QByteArray::fromHex(answer.results[u"memory"].items().value(0).text(u"contents").toLatin1());
+    if (bytes.size() != 4)
+        return false;
+    *value = 0;
+    for (int i = 3; i >= 0; --i)
+        *value = *value << 8 | uchar(bytes[i]);
+    return true;
+}
+
 // Events of gdb and the target ----------------------------------------------------------------------------------------
 
 void GdbSession::handleAsync(const MiRecord &record)
 {
     if (record.kind == MiRecord::Kind::Exec && record.className == u"stopped")
         handleStop(record);
+    else if (record.kind == MiRecord::Kind::Status && record.className == u"download")
+        reportDownload(record.results.items().value(0));
     else if (record.className == u"running" || record.className == u"memory-changed")
         ++m_generation;
     else if (record.className == u"thread-group-exited")
         handleGroupExit(record);
     else if (record.className.startsWith("breakpoint-"_L1))
         Q_EMIT breakpointRecord(record);
+}
+
+/// gdb also reports the begin of each section, without a sum.
+void GdbSession::reportDownload(const MiValue &download)
+{
+    const double total = download.text(u"total-size").toDouble();
+    if (total > 0 && download.contains(u"total-sent"))
+        Q_EMIT progress(tr("Loading '%1'...").arg(QFileInfo(m_program.file).fileName()),
+                        int(100 * download.text(u"total-sent").toDouble() / total));
+}
+
+bool GdbSession::exists() const
+{
+    return m_state.phase == TargetState::Stopped || m_state.phase == TargetState::Running;
 }
 
 void GdbSession::handleStop(const MiRecord &record)
@@ -228,7 +287,7 @@ void GdbSession::handleStop(const MiRecord &record)
     takeFrame(record.results[u"frame"]);
     if (record.results.contains(u"thread-id"))
         m_thread = record.results.text(u"thread-id");
-    if (!isAlive())
+    if (!exists())
         return;
     StopReason reason = stopReason(record);
     if (reason.temporary && reason.breakpoint != m_temporary)
@@ -258,7 +317,7 @@ void GdbSession::clearTemporary(int hit)
 void GdbSession::handleGroupExit(const MiRecord &record)
 {
     ++m_generation;
-    if (!isAlive() || m_target->stopsAtItsEnd())
+    if (!exists() || m_target->stopsAtItsEnd())
         return;
     if (record.results.contains(u"exit-code")) {
         const StopReason reason = exitReason(record);
@@ -282,7 +341,7 @@ void GdbSession::takeLog(const QString &text)
 
 void GdbSession::handleError(const QString &text)
 {
-    if (!isAlive() || !reportsLostTarget(text))
+    if (!exists() || !reportsLostTarget(text))
         return;
     const bool ended = m_target->endsWithConnection();
     Q_EMIT message(ended ? tr("'%1' has ended.\n").arg(m_target->title())
@@ -293,7 +352,7 @@ void GdbSession::handleError(const QString &text)
 
 void GdbSession::targetDied(const QString &reason)
 {
-    Q_EMIT message(reason + u'\n', isAlive());
+    Q_EMIT message(reason + u'\n', exists());
     apply(TargetEvent::Exited);
 }
 
@@ -340,8 +399,9 @@ void GdbSession::request(RunEvent event)
 }
 
 /// Emits changed() from the event loop: its receivers query the session, which may be inside one of their calls now.
-/// Several changes in a row are reported once.
+/// Several changes in a row are reported once; those of a start in the background when it has ended.
 void GdbSession::announce()
 {
-    m_changeTimer.start();
+    if (!m_task.isActive())
+        m_changeTimer.start();
 }

@@ -1,4 +1,5 @@
 #pragma once
+#include "backgroundtask.h"
 #include "miconnection.h"
 #include "target.h"
 #include "targetstate.h"
@@ -42,9 +43,14 @@ public:
     void pause();
     void wakeUp();
 
+    /// In which start() and restart() can run without blocking. Until it has ended, the program is neither stopped nor
+    /// alive for all others.
+    [[nodiscard]] BackgroundTask *task() { return &m_task; }
+    [[nodiscard]] bool isBusy() const { return m_task.isActive() && !m_task.isCurrent(); }
+
     [[nodiscard]] TargetState state() const { return m_state; }
-    [[nodiscard]] bool isStopped() const { return m_state.phase == TargetState::Stopped; }
-    [[nodiscard]] bool isAlive() const { return isStopped() || m_state.phase == TargetState::Running; }
+    [[nodiscard]] bool isStopped() const { return m_state.phase == TargetState::Stopped && !isBusy(); }
+    [[nodiscard]] bool isAlive() const { return exists() && !isBusy(); }
     [[nodiscard]] Frame frame() const { return m_frame; }
     [[nodiscard]] QString threadId() const { return m_thread; }
     [[nodiscard]] static Frame frameOf(const MiValue &frame);
@@ -61,6 +67,8 @@ public:
     [[nodiscard]] QStringList programFiles() const; ///< The program and the further symbol files.
     /// Adds the symbols of a further program. False with @p error set to a message if that fails.
     bool addSymbols(const QString &file, QString *error);
+    /// Reads four bytes of a little-endian target through gdb.
+    bool readWord(quint64 address, uint *value);
     /// Calls @p work while the program is stopped. A running program is paused for it and resumed, which the host does
     /// not see. False if the program cannot be paused.
     bool whilePaused(const std::function<void()> &work);
@@ -70,18 +78,23 @@ public:
     static void pauseAll(const QList<GdbSession *> &sessions);
 
 Q_SIGNALS:
-    void changed();       ///< the state or the location; emitted from the event loop
-    void symbolsLoaded(); ///< breakpoints can be set
-    void programLoaded(); ///< addresses are final
+    void changed();                                  ///< the state or the location; emitted from the event loop
+    void progress(const QString &step, int percent); ///< of start() and restart(); -1 if it is not known
+    void symbolsLoaded();                            ///< breakpoints can be set
+    void programLoaded();                            ///< addresses are final
     void message(const QString &text, bool serious);
     void stopText(const QString &text);            ///< the reason of a stop; empty if the user knows it
     void output(const QByteArray &bytes);          ///< of the program
     void breakpointRecord(const MiRecord &record); ///< gdb changed or deleted a breakpoint
 
 private:
+    [[nodiscard]] bool exists() const; ///< a program, stopped or running
+    [[nodiscard]] bool wasCancelled() const { return m_task.isCurrent() && m_task.isCancelled(); }
+    void reportDownload(const MiValue &progress);
     bool openGdb(QString *error);
     void rewindTarget();
     bool loadSymbols(QString *error);
+    bool bringUp(QString *error);
     bool beginProgram(QString *error);
     void runToFunction();
     void fail(const QString &text);
@@ -104,6 +117,7 @@ private:
     void reportFailedPause();
     void takeFrame(const MiValue &frame);
 
+    BackgroundTask m_task;
     MiConnection m_gdb;
     std::shared_ptr<Target> m_target; ///< shared with start() and restart(), which may process events
     TargetOptions m_options;

@@ -34,15 +34,24 @@ void GdbSession::runRefused(const QString &error, TargetEvent event)
     Q_EMIT message(tr("The program cannot continue: %1\n").arg(inLog ? log : error), true);
     ++m_generation;
     apply(event);
-    if (isStopped())
+    if (m_state.phase == TargetState::Stopped)
         m_gdb.send("-stack-info-frame", [this](const MiRecord &answer) {
-            if (answer.isDone() && isStopped())
+            if (answer.isDone() && m_state.phase == TargetState::Stopped)
                 takeFrame(answer.results[u"frame"]);
         });
 }
 
+/// During a restart, as in a script, the program runs when it has reached its start.
 void GdbSession::resume()
 {
+    if (isBusy()) {
+        const auto resumeStopped = [this] {
+            if (isStopped())
+                resume();
+        };
+        connect(&m_task, &BackgroundTask::ended, this, resumeStopped, Qt::SingleShotConnection);
+        return;
+    }
     go(m_target && m_target->severalCores() ? "-exec-continue --all" : "-exec-continue");
 }
 

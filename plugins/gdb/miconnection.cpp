@@ -1,4 +1,5 @@
 #include "miconnection.h"
+#include "backgroundtask.h"
 #include "childprocess.h"
 
 using namespace Qt::StringLiterals;
@@ -83,7 +84,7 @@ void MiConnection::send(const QByteArray &command, const Handler &handler)
     m_process->write(line + '\n');
 }
 
-MiRecord MiConnection::ask(const QByteArray &command, int limit)
+MiRecord MiConnection::ask(const QByteArray &command, int limit, Limit kind)
 {
     if (m_stuck && !waitUntil([this] { return !m_stuck; }, 0))
         return failure(tr("gdb does not answer."));
@@ -95,7 +96,7 @@ MiRecord MiConnection::ask(const QByteArray &command, int limit)
         *answer = record;
         *answered = true;
     });
-    if (waitUntil([answered] { return *answered; }, limit))
+    if (waitUntil([answered] { return *answered; }, limit, kind))
         return *answer;
     if (!isOpen())
         return failure(tr("gdb ended before it answered '%1'.").arg(QString::fromUtf8(command)));
@@ -103,15 +104,21 @@ MiRecord MiConnection::ask(const QByteArray &command, int limit)
     return failure(tr("gdb did not answer '%1' within %2 ms.").arg(QString::fromUtf8(command), QString::number(limit)));
 }
 
-bool MiConnection::waitUntil(const std::function<bool()> &condition, int limit)
+bool MiConnection::waitUntil(const std::function<bool()> &condition, int limit, Limit kind)
 {
     QElapsedTimer timer;
     timer.start();
+    m_silence.start();
     readLines();
     while (!condition()) {
-        const qint64 left = limit - timer.elapsed();
+        const qint64 left = limit - (kind == Limit::Silence ? m_silence : timer).elapsed();
         if (left <= 0 || !m_process || m_process->state() != QProcess::Running)
             return false;
+        if (BackgroundTask::canPause()) {
+            if (!BackgroundTask::pause(IdleWait))
+                return false;
+            continue;
+        }
         m_process->waitForBytesWritten(0);
         const bool busy = m_workWhileWaiting && m_workWhileWaiting();
         m_process->waitForReadyRead(busy ? 0 : int(std::min<qint64>(left, IdleWait)));
@@ -136,6 +143,7 @@ void MiConnection::readLines()
     m_buffer += m_process->readAllStandardOutput();
     for (qsizetype end = m_buffer.indexOf('\n'); end >= 0; end = m_buffer.indexOf('\n')) {
         const QByteArray line = m_buffer.first(end);
+        m_silence.start();
         m_buffer.remove(0, end + 1); // before emitting: a receiver may call ask(), which calls this function again
         Q_EMIT dialogue(QString::fromUtf8(line), false);
         dispatch(parseMiRecord(line));

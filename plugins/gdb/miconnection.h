@@ -16,6 +16,8 @@ class MiConnection : public QObject
     Q_OBJECT
 public:
     using Handler = std::function<void(const MiRecord &answer)>;
+    /// What the limit of a wait counts: all of the time, or the time since the last sign of life of gdb or the target.
+    enum class Limit { Total, Silence };
 
     explicit MiConnection(QObject *parent = nullptr);
     ~MiConnection() override;
@@ -31,9 +33,11 @@ public:
     /// answers a run command before it has inserted the breakpoints.
     void send(const QByteArray &command, const Handler &handler = {});
     /// Sends a command and waits for its answer, at most @p limit milliseconds. Returns an error if there is no answer.
-    [[nodiscard]] MiRecord ask(const QByteArray &command, int limit = 3000);
-    /// Reads until @p condition is true. False after @p limit milliseconds or when gdb ends.
-    bool waitUntil(const std::function<bool()> &condition, int limit);
+    [[nodiscard]] MiRecord ask(const QByteArray &command, int limit = 3000, Limit kind = Limit::Total);
+    /// Reads until @p condition is true. False after @p limit milliseconds, when gdb ends, or when the BackgroundTask
+    /// that waits was cancelled.
+    bool waitUntil(const std::function<bool()> &condition, int limit, Limit kind = Limit::Total);
+    void noteSignOfLife() { m_silence.restart(); } ///< Something has happened in the target.
     /// Sets what is done repeatedly while a function of this class waits: @p work returns whether it had something to
     /// do. A program that writes more than the system buffers would otherwise wait for us.
     void setWorkWhileWaiting(const std::function<bool()> &work) { m_workWhileWaiting = work; }
@@ -61,6 +65,7 @@ private:
     QHash<int, Handler> m_pending;
     QHash<int, Handler> m_running; ///< of run commands that gdb has accepted, until the program stops
     std::function<bool()> m_workWhileWaiting;
+    QElapsedTimer m_silence; ///< since the last sign of life
     int m_lastToken = 0;
     bool m_prompted = false;
     bool m_stuck = false;

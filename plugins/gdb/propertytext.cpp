@@ -42,7 +42,7 @@ PropertyPage targetPage()
               Text::tr("Time limit"),
               u"integer"_s,
               u"10"_s,
-              Text::tr("Seconds for loading, and for reaching that function."),
+              Text::tr("Seconds without a sign of life while the program is loaded or runs to that function."),
               {}},
              {u"gdbGdb"_s,
               Text::tr("gdb"),

@@ -1,4 +1,5 @@
 #include "qemumachine.h"
+#include "backgroundtask.h"
 #include "childprocess.h"
 #include <QElapsedTimer>
 #include <QJsonDocument>
@@ -109,9 +110,15 @@ bool QemuMachine::waitUntilReady(QString *error)
     QElapsedTimer timer;
     timer.start();
     while (!m_qmp || m_qmp->bytesAvailable() == 0) {
-        if (m_qmp)
+        if (BackgroundTask::canPause()) {
+            if (!BackgroundTask::pause(LookInterval))
+                return false;
+        } else if (m_qmp) {
             m_qmp->waitForReadyRead(LookInterval);
-        else if (m_qmpServer->waitForNewConnection(LookInterval))
+        } else {
+            m_qmpServer->waitForNewConnection(LookInterval);
+        }
+        if (!m_qmp)
             m_qmp = m_qmpServer->nextPendingConnection();
         if (m_process->state() != QProcess::Running || m_process->waitForFinished(0)) {
             const QString reason = QString::fromLocal8Bit(m_process->readAllStandardError()).trimmed();

@@ -8,6 +8,7 @@ using namespace Qt::StringLiterals;
 namespace {
 constexpr int ConnectLimit = 5000;
 constexpr int EndLimit = 2000;
+constexpr int PacketLimit = 2; // seconds, gdb's default
 } // namespace
 
 RemoteTarget::RemoteTarget(const TargetOptions &options, const Program &program)
@@ -68,7 +69,10 @@ bool RemoteTarget::loads() const
 
 bool RemoteTarget::load(MiConnection *gdb, QString *error)
 {
-    const MiRecord answer = gdb->ask("-target-download", m_options.timeLimit * 1000);
+    const int slowest = std::max(m_options.timeLimit, PacketLimit); // a slow probe may need seconds for one packet
+    gdb->send("-gdb-set remotetimeout " + QByteArray::number(slowest));
+    const MiRecord answer = gdb->ask("-target-download", m_options.timeLimit * 1000, MiConnection::Limit::Silence);
+    gdb->send("-gdb-set remotetimeout " + QByteArray::number(PacketLimit));
     *error = tr("The program cannot be loaded into '%1': %2").arg(title(), answer.errorText());
     return answer.isDone() && (m_options.resetCommand.isEmpty() || reset(gdb, error));
 }

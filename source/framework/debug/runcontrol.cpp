@@ -227,18 +227,19 @@ void RunControl::restart()
     if (!m_activity.currentEnvironment() || !mayRestart(m_activity.state()) || !m_session.start(false))
         return;
     const auto before = m_reports.status(m_activity.currentEnvironment().get());
-    if (carryOut(Restart) && m_activity.isDebugging() && !hasEnded(before ? before->count : 0))
+    if (carryOut(Restart) && m_activity.isDebugging() && !isNotPaused(before ? before->count : 0))
         m_activity.setState(StatePaused);
     m_window.fireEvent(u"onRestart"_s);
 }
 
-/// Whether the program of the current project has reported, since its first @p reportsBefore reports, that it ended or
-/// that its target is lost.
-bool RunControl::hasEnded(int reportsBefore) const
+/// Whether the program of the current project has reported, since its first @p reportsBefore reports, that it ended,
+/// that its target is lost, or that it runs: a restart in the background reports its end later.
+bool RunControl::isNotPaused(int reportsBefore) const
 {
     const auto report = m_reports.status(m_activity.currentEnvironment().get());
     return report && report->count > reportsBefore
            && (report->status == IExecutionEnvironment::ProgramUnknown
+               || report->status == IExecutionEnvironment::ProgramRunning
                || report->status == IExecutionEnvironment::ProgramFinished);
 }
 

@@ -54,7 +54,7 @@ private:
     void carryOut(const Command &command, DebugAction action) const;
     [[nodiscard]] bool carryOutTogether(const Command &command) const;
     void step(Step step);
-    [[nodiscard]] bool hasEnded(int reportsBefore) const;
+    [[nodiscard]] bool isNotPaused(int reportsBefore) const;
 
     Activity &m_activity;
     WindowServices &m_window;

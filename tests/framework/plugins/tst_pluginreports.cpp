@@ -408,6 +408,20 @@ private Q_SLOTS:
         QCOMPARE(stub()->objectCount(), 0);
     }
 
+    void restartInTheBackgroundEndsWithItsReport()
+    {
+        const PluginWindow f;
+        f.startSession();
+        script(u"fw"_s).on[u"restart"_s] = [&] { f.report(u"fw"_s, Status::ProgramRunning); };
+        f.window->debugRestart();
+        QCOMPARE(f.state(), StateRunning);
+        f.report(u"fw"_s, Status::ProgramPaused);
+        QCOMPARE(f.state(), StatePaused);
+        script(u"fw"_s).on.clear();
+        f.window->debugRestart();
+        QCOMPARE(f.state(), StatePaused);
+    }
+
     // The host
 
     void hostIsReachedThroughTheQueryObject()

@@ -160,10 +160,11 @@ public:
                    : QString();
     }
     /// With the shared C++ library, whose pretty printers gdb finds by its path.
-    QString tree(const QString &name) const
+    QString tree(const QString &name) const { return cpp(name, u"tree.cpp"_s); }
+    QString cpp(const QString &name, const QString &file) const
     {
         const QString image = m_directory.filePath(name);
-        return run(u"g++"_s, {u"-g"_s, u"-O0"_s, source(u"tree.cpp"_s), u"-o"_s, image}) ? image : QString();
+        return run(u"g++"_s, {u"-g"_s, u"-O0"_s, source(file), u"-o"_s, image}) ? image : QString();
     }
     QString directory() const { return m_directory.path(); }
 

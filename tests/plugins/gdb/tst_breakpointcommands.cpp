@@ -63,6 +63,18 @@ private Q_SLOTS:
         QCOMPARE(watchCommand(point), u"watch *(unsigned int *) 0x20000010"_s);
     }
 
+    void comparatorsOfAProcessorAreCounted()
+    {
+        BreakpointLimits limits = cortexLimits(0x10000260, 0x40000001); // a Cortex-M3
+        QCOMPARE(limits.hardware, 6);
+        QCOMPARE(limits.data, 4);
+        limits = cortexLimits(0x10001080, 0x40000000); // more than 15
+        QCOMPARE(limits.hardware, 24);
+        limits = cortexLimits(0, 0); // not there
+        QCOMPARE(limits.hardware, -1);
+        QCOMPARE(limits.data, -1);
+    }
+
     void refusedNumbersAreFound()
     {
         QCOMPARE(refusedBreakpoints(u"Warning:\nCannot insert breakpoint 2.\nCannot access memory at address 0x0\n"

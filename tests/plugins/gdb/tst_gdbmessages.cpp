@@ -260,11 +260,14 @@ void tst_GdbMessages::commandsHaveDescriptions()
     QStringList texts;
     for (const ExtensionCommand &command : session.get<IExtensionCommands>()->commands())
         texts += command.whatsThis;
-    QCOMPARE(texts, (QStringList{u"Runs until the current function returns to its caller."_s,
-                                 u"Executes one instruction of the processor."_s,
-                                 u"Loads the last build of the program and pauses it at its start. Breakpoints stay."_s,
-                                 u"Adds the symbols of another program, such as a boot loader."_s,
-                                 u"Shows every line sent to gdb and received from it on the output page \"gdb\"."_s}));
+    QCOMPARE(texts,
+             (QStringList{u"Runs until the current function returns to its caller."_s,
+                          u"Executes one instruction of the processor."_s,
+                          u"Loads the last build of the program and pauses it at its start. Breakpoints stay."_s,
+                          u"Adds the symbols of another program, such as a boot loader."_s,
+                          u"Pauses a C++ program at each throw expression, also in later sessions."_s,
+                          u"Pauses a C++ program where a handler catches an exception, also in later sessions."_s,
+                          u"Shows every line sent to gdb and received from it on the output page \"gdb\"."_s}));
 }
 
 QTEST_MAIN(tst_GdbMessages)

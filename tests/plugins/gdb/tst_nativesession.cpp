@@ -359,9 +359,7 @@ void tst_NativeSession::restartWithAnOverwrittenProgramEndsAsFinished()
     session.events.statuses.clear();
     session.env->restart();
     QVERIFY(!session.events.statuses.isEmpty()); // the host sets the state to paused after the call otherwise
-    QVERIFY2(session.events.statuses.last() == Env::ProgramFinished
-                 || session.events.statuses.last() == Env::ProgramUnknown,
-             qPrintable(session.statusText()));
+    QVERIFY(session.waitFor({Env::ProgramFinished, Env::ProgramUnknown}));
     QVERIFY2(!session.events.serious.isEmpty(), qPrintable(session.events.text));
 }
 

@@ -19,6 +19,7 @@ private Q_SLOTS:
     void movedBreakpointIsReportedOnce();
     void writtenMemoryIsVerified();
     void unknownMemoryIsShownWhole();
+    void breakpointsOfTheProcessorAreCounted();
 
 private:
     Programs m_programs;
@@ -182,6 +183,32 @@ void tst_RecordedSession::unknownMemoryIsShownWhole()
         names += region.name;
     names.sort(); // the region of the code, where the program is paused, comes first
     QCOMPARE(names, (QStringList{u"All memory"_s, u"Program"_s}));
+}
+
+void tst_RecordedSession::breakpointsOfTheProcessorAreCounted()
+{
+    const auto word = [](const char *address, const char *bytes) {
+        return QStringList{u"TOKEN^done,memory=[{begin=\"%1\",offset=\"0x0\",end=\"%1\",contents=\"%2\"}]"_s.arg(
+            QLatin1String(address), QLatin1String(bytes))};
+    };
+    const FakeGdb gdb(
+        {{u"-data-read-memory-bytes 0xe0002000"_s, word("0xe0002000", "60020010")},
+         {u"-data-read-memory-bytes 0xe0001000"_s, word("0xe0001000", "01000040")},
+         {u"-break-insert --source \"/x/ram.c"_s, {u"TOKEN^done,bkpt={number=\"5\",addr=\"0x20000010\"}"_s}},
+         {u"-break-insert"_s, {u"TOKEN^done,bkpt={number=\"6\",addr=\"0x80\"}"_s}}});
+    LiveSession session(remote(gdb, u";runTo="_s));
+    const auto details = session.get<IBreakpointDetails>();
+    QCOMPARE(details->limits().hardware, -1);
+    QVERIFY(session.start());
+    const auto breakpoints = session.get<IBreakpoints>();
+    QCOMPARE(breakpoints->setBreakpoint(u"/x/ram.c"_s, 3, BreakpointEnabled), 0); // an instruction there
+    QCOMPARE(details->limits().hardwareUsed, 0);
+    QCOMPARE(breakpoints->setBreakpoint(u"/x/flash.c"_s, 3, BreakpointEnabled), 0);
+    QCOMPARE(details->limits().hardware, 6);
+    QCOMPARE(details->limits().hardwareUsed, 1);
+    QCOMPARE(details->limits().data, 4);
+    QCOMPARE(breakpoints->setBreakpoint(u"/x/flash.c"_s, 3, BreakpointDisabled), 0);
+    QCOMPARE(details->limits().hardwareUsed, 0);
 }
 
 QTEST_MAIN(tst_RecordedSession)

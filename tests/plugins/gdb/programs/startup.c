@@ -6,6 +6,10 @@ extern volatile int command;
 extern void crash(void);
 void tick(void);
 
+#ifdef FILLER
+__attribute__((used)) static const char filler[FILLER] = {1};
+#endif
+
 void reset(void)
 {
     uint32_t *from = dataImage;
@@ -13,6 +17,10 @@ void reset(void)
         *to = *from++;
     for (uint32_t *to = bssStart; to < bssEnd; ++to)
         *to = 0;
+#ifdef HANG
+    for (;;) {
+    }
+#endif
     main();
     for (;;) {
     }
