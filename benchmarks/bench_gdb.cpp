@@ -1,11 +1,17 @@
 // Debug sessions on an emulated board. The peer is a bare client that sends the same commands to gdb. The counter
 // "bare_ms" is the time of the client, "ratio" our time divided by it.
+#include "../tests/framework/fakeservices.h"
 #include "../tests/framework/installation.h"
 #include "activity.h"
 #include "boardpeer.h"
 #include "ideapplication.h"
 #include "mainwindow.h"
+#include "objectmodel.h"
+#include "project.h"
+#include "projectworkspace.h"
+#include "pythonreference.h"
 #include <algorithm>
+#include <Python.h>
 #include <QDockWidget>
 
 namespace {
@@ -161,6 +167,49 @@ void SourceStepInTheWindow(benchmark::State &state)
         state, [&window] { window.step(); }, [&client] { client.ask("-exec-step", "*stopped"); });
 }
 BENCHMARK(SourceStepInTheWindow)->UseManualTime()->Iterations(200)->Unit(benchmark::kMillisecond);
+
+/// Scripts of a workspace with the processor of a session: `m` is its memory, in the region at @p address.
+class ScriptedSession
+{
+public:
+    ScriptedSession(const LiveSession &session, const QByteArray &address)
+    {
+        m_activity.openWorkspace(std::make_unique<ProjectWorkspace>(u"/tmp/all.vnw"_s));
+        auto project = std::make_unique<Project>(u"board"_s, u"/tmp"_s);
+        project->setExecutionEnvironment(session.env);
+        m_activity.addProject(std::move(project));
+        require(m_model.startScripting(), "Python does not start.");
+        run("import varnel\nm = varnel.app.debugger.currentProcessor.memory\n"
+            "for m.currentRegion in m.regions:\n    if m.lowAddress <= "
+            + address + " < m.highAddress: break\nm.currentMode = 'Byte'\n");
+    }
+
+    static void run(const QByteArray &statements)
+    {
+        PyObject *globals = PyModule_GetDict(PyImport_AddModule("__main__"));
+        const PythonReference result(PyRun_String(statements.constData(), Py_file_input, globals, globals));
+        require(result != nullptr, statements.constData());
+    }
+
+private:
+    FakeServices m_host;
+    Activity m_activity;
+    ObjectModel m_model{m_activity, m_host};
+};
+
+/// 64 KiB in a script, beside the bare command of gdb, whose answer is not even looked at.
+void ScriptMemorySlice(benchmark::State &state)
+{
+    LiveSession session(option());
+    require(session.start(), "The session did not start.");
+    const ScriptedSession script(session, "0x20000000");
+    ScriptedSession::run("assert len(m[0x20000000:0x20010000]) == 65536");
+    BareClient client;
+    compare(
+        state, [] { ScriptedSession::run("m[0x20000000:0x20010000]"); },
+        [&client] { client.ask("-data-read-memory-bytes 0x20000000 65536", "^done"); });
+}
+BENCHMARK(ScriptMemorySlice)->UseManualTime()->Iterations(100)->Unit(benchmark::kMillisecond);
 
 void BreakpointToggle(benchmark::State &state)
 {

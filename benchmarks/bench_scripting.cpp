@@ -1,8 +1,10 @@
-// 64 KiB of target memory in a script, as the list of a slice and back. The peer is a bare read or write of the same
-// block; the time of Python's own list of as many numbers is shown too.
+// 64 KiB of memory in a script, as the list of a slice and back, from a target that answers at once. The peer is a bare
+// read or write of the same block; the time of Python's own list of as many numbers is shown too. bench_gdb has the
+// slice of a real target. And the call of the handler of an event.
 #include "../tests/framework/fakedebugenvironment.h"
 #include "../tests/framework/fakeservices.h"
 #include "activity.h"
+#include "eventhandlers.h"
 #include "imemory.h"
 #include "objectmodel.h"
 #include "project.h"
@@ -166,6 +168,34 @@ void oneWord(benchmark::State &state)
     });
 }
 BENCHMARK(oneWord)->UseManualTime()->Unit(benchmark::kMicrosecond);
+
+/// The call of a handler without work, as for onBreakpointHit. The peer is the bare call of the function.
+void eventHandler(benchmark::State &state)
+{
+    const Program program;
+    Program::run("def handler(): pass");
+    PyObject *function = PyDict_GetItemString(Program::globals(), "handler");
+    EventHandlers handlers;
+    require(handlers.setHandler(u"onBreakpointHit"_s, function), "The handler is refused.");
+    constexpr int Calls = 1000;
+    qint64 total = 0;
+    qint64 bare = 0;
+    for ([[maybe_unused]] auto _ : state) {
+        QElapsedTimer timer;
+        timer.start();
+        for (int i = 0; i < Calls; ++i)
+            handlers.fire(u"onBreakpointHit"_s);
+        const qint64 time = timer.nsecsElapsed();
+        timer.start();
+        for (int i = 0; i < Calls; ++i)
+            const PythonReference result(PyObject_CallNoArgs(function));
+        bare += timer.nsecsElapsed();
+        total += time;
+        state.SetIterationTime(double(time) * 1e-9 / Calls);
+    }
+    state.counters["times_bare"] = double(total) / double(bare);
+}
+BENCHMARK(eventHandler)->UseManualTime()->Unit(benchmark::kNanosecond);
 
 } // namespace
 

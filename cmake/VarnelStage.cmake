@@ -23,11 +23,11 @@ function(varnel_stage_output target)
     set_property(DIRECTORY APPEND PROPERTY VARNEL_STAGED_FILES "${target}")
 endfunction()
 
-# Copies a folder of product files into the staged tree under its own name.
+# Copies a folder of product files into the staged tree under its own name, without the build file of that folder.
 function(varnel_stage_directory folder)
     file(MAKE_DIRECTORY "${VARNEL_STAGE}/${folder}")
     file(GLOB_RECURSE files CONFIGURE_DEPENDS RELATIVE "${PROJECT_SOURCE_DIR}" "${PROJECT_SOURCE_DIR}/${folder}/*")
-    list(FILTER files EXCLUDE REGEX "(CMakeLists.txt|__pycache__/|\\.keep$)")
+    list(FILTER files EXCLUDE REGEX "(^${folder}/CMakeLists\\.txt$|__pycache__/|\\.keep$)")
     foreach(file IN LISTS files)
         varnel_stage_file("${PROJECT_SOURCE_DIR}/${file}" "${file}")
     endforeach()

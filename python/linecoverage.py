@@ -20,6 +20,8 @@ class LineCoverage:
         self.file = ""
         self.lines = []  # the text of the file
         self.waiting, self.reached, self.refused = set(), set(), set()
+        self.handlers = {"onBreakpointHit": self.hit, "onStopped": self.ended}
+        self.users = {}  # the handlers that the user had set
         self.panel = app.loadUI("linecoverage.ui")
         self.panel.startButton.onClicked = self.start
         self.panel.stopButton.onClicked = self.stop
@@ -46,8 +48,9 @@ class LineCoverage:
             except ValueError:
                 self.refused.add(line)
         self.waiting = self.breakpoints() - kept  # the debugger may have moved some to a line nearby
-        app.debugger.onBreakpointHit = self.hit
-        app.debugger.onStopped = self.ended
+        for name, handler in self.handlers.items():
+            self.users[name] = getattr(app.debugger, name)
+            setattr(app.debugger, name, handler)
         return self.report()
 
     def lines_with_code(self):
@@ -64,12 +67,16 @@ class LineCoverage:
         return {line for path, line, state in self.processor.breakpoints if self.is_file(path)}
 
     def is_file(self, path):
-        return os.path.basename(path) == os.path.basename(self.file)
+        """Some debuggers name a file without its directory, or relative to the project's."""
+        if not os.path.dirname(path):
+            return path == os.path.basename(self.file)
+        directory = self.processor.project.basePath
+        return os.path.realpath(os.path.join(directory, path)) == os.path.realpath(self.file)
 
     def hit(self):
-        path, line = self.processor.currentProgramLocation
-        if not self.is_file(path) or line not in self.waiting:
-            return  # a breakpoint of the user
+        path, line = self.processor.currentProgramLocation if self.processor else ("", 0)
+        if line not in self.waiting or not self.is_file(path):
+            return self.call_user("onBreakpointHit")
         self.waiting.discard(line)
         self.reached.add(line)
         self.processor.removeBreakpoint(self.file, line)
@@ -83,6 +90,11 @@ class LineCoverage:
 
     def ended(self):
         self.stop(None)
+        self.call_user("onStopped")
+
+    def call_user(self, name):
+        if self.users.get(name):
+            self.users[name]()
 
     def remove_breakpoints(self):
         """Does nothing for a workspace that was closed."""
@@ -91,9 +103,9 @@ class LineCoverage:
                 self.processor.removeBreakpoint(self.file, line)
             except (ValueError, RuntimeError):
                 pass
-        if app.debugger and self.processor:
-            app.debugger.onBreakpointHit = None
-            app.debugger.onStopped = None
+        for name, handler in self.handlers.items() if app.debugger else ():
+            if getattr(app.debugger, name) == handler:
+                setattr(app.debugger, name, self.users.get(name))
         self.refused |= self.waiting
         self.waiting = set()
         self.processor = None

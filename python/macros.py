@@ -19,4 +19,4 @@ Command Window. To try this example, remove the "# ":
 #     app.doAction("buildBuild")
 #
 # app.clearMacros()                  # so that reloading this file does not add macros twice
-# app.addMacro(saveAndBuild, "Save and Build", "Saves every document, then builds", "Ctrl+Alt+B")
+# app.addMacro(saveAndBuild, "Save and Build", "Saves every document, then builds", "Ctrl+Alt+S")

@@ -1,7 +1,7 @@
 """The module "varnel" of the embedded Python, for editors and type checkers: scripts import it, this file is not run."""
 
 from collections.abc import Callable
-from typing import Any
+from typing import Any, overload
 
 app: App
 
@@ -62,16 +62,16 @@ class App:
     def saveWorkspace(self, /) -> None:
         """saveWorkspace() - saves the workspace"""
 
-    def loadUI(self, filename: str, /) -> Any:
+    def loadUI(self, filename: str, /) -> _Object:
         """loadUI(filename) - load UI definition from file"""
 
-    def createUI(self, className: str, name: str = "", /) -> Any:
+    def createUI(self, className: str, name: str = "", /) -> _Object:
         """createUI(class, [name]) - create new widget"""
 
-    def dockUI(self, widget: Any, position: int = 1, /) -> None:
+    def dockUI(self, widget: _Object, position: int = 1, /) -> None:
         """dockUI(widget, [position]) - dock a widget"""
 
-    def createTimer(self, name: str = "", /) -> Any:
+    def createTimer(self, name: str = "", /) -> _Object:
         """createTimer([name]) - create a new timer"""
 
     @property
@@ -86,7 +86,7 @@ class App:
     def currentProject(self, value: Project) -> None: ...
 
     @property
-    def projects(self) -> Projects | None:
+    def projects(self) -> _Projects | None:
         """A list of projects in the currently-open workspace [R]"""
 
     @property
@@ -336,7 +336,7 @@ class Debugger:
         """Processor object representing the current active processor [R]"""
 
     @property
-    def processors(self) -> Any:
+    def processors(self) -> _Processors:
         """Collection of 'Processor' objects under control of the debugger [R]"""
 
     @property
@@ -522,9 +522,17 @@ class Memory:
 
     def __len__(self, /) -> int: ...
 
-    def __getitem__(self, key: int | slice, /) -> Any: ...
+    @overload
+    def __getitem__(self, address: int, /) -> int: ...
 
-    def __setitem__(self, key: int | slice, value: Any, /) -> None: ...
+    @overload
+    def __getitem__(self, addresses: slice, /) -> list[int]: ...
+
+    @overload
+    def __setitem__(self, address: int, value: int, /) -> None: ...
+
+    @overload
+    def __setitem__(self, addresses: slice, values: list[int], /) -> None: ...
 
 
 class Peripherals:
@@ -553,15 +561,65 @@ class Peripheral:
     def __setitem__(self, name: str, value: int, /) -> None: ...
 
 
-class Projects:  # not in the module: objects come from app.projects
+# Types that the module does not offer by name. Their objects come from the expressions that are named here.
+
+
+class _Projects:  # app.projects
     """Documentation for Projects Object"""
 
-    def __len__(self) -> int: ...
+    def __len__(self, /) -> int: ...
+
     def __getitem__(self, key: int | str, /) -> Project: ...
-    def __iter__(self) -> ProjectsIterator: ...
+
+    def __iter__(self, /) -> _ProjectsIterator: ...
 
 
-class ProjectsIterator:  # not in the module: objects come from app.projects
+class _ProjectsIterator:  # iter(app.projects)
     def next(self, /) -> Project: ...
-    def __iter__(self) -> ProjectsIterator: ...
-    def __next__(self) -> Project: ...
+
+    def __iter__(self, /) -> _ProjectsIterator: ...
+
+    def __next__(self, /) -> Project: ...
+
+
+class _Processors:  # app.debugger.processors
+    """Collection of processors"""
+
+    def __len__(self, /) -> int: ...
+
+    def __getitem__(self, key: int | str, /) -> Processor: ...
+
+    def __iter__(self, /) -> _ProcessorsIterator: ...
+
+
+class _ProcessorsIterator:  # iter(app.debugger.processors)
+    def next(self, /) -> Processor: ...
+
+    def __iter__(self, /) -> _ProcessorsIterator: ...
+
+    def __next__(self, /) -> Processor: ...
+
+
+class _Object:  # app.loadUI(), app.createUI(), app.createTimer(), and the objects in them
+    """A widget or another object of the toolkit. Its other attributes are its child objects, its properties, its slots as
+    methods, and the handlers of its signals, "onClicked"."""
+
+    @property
+    def children(self) -> list[_Object]: ...
+
+    @property
+    def properties(self) -> list[str]: ...
+
+    @property
+    def signals(self) -> list[str]: ...
+
+    @property
+    def slots(self) -> list[str]: ...
+
+    def __getattr__(self, name: str, /) -> Any: ...
+
+    def __setattr__(self, name: str, value: str | float | Callable[..., object] | None, /) -> None: ...
+
+
+class _Slot:  # a method of such an object
+    def __call__(self, *arguments: str | float | _Object) -> Any: ...

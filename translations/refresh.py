@@ -13,7 +13,10 @@ import xml.etree.ElementTree as ElementTree
 import producttexts
 
 HERE = pathlib.Path(__file__).resolve().parent
-SOURCES = [HERE.parent / folder for folder in ("branding", "plugins", "source")]
+# Of scripts that are part of the product: the loader of forms translates them by their class.
+FORMS = ["python", "templates/embedded/device/device.ui", "templates/existing/folder/fromfolder.ui",
+         "templates/existing/folder/target.ui"]
+SOURCES = [HERE.parent / name for name in ("branding", "plugins", "source", *FORMS)]
 
 
 def lupdate():

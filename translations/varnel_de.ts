@@ -76,49 +76,6 @@
     </message>
 </context>
 <context>
-    <name>App</name>
-    <message>
-        <source>Cannot open workspace &apos;%1&apos;</source>
-        <translation>Der Arbeitsbereich &apos;%1&apos; kann nicht geöffnet werden</translation>
-    </message>
-    <message>
-        <source>Could not close workspace</source>
-        <translation>Der Arbeitsbereich konnte nicht geschlossen werden</translation>
-    </message>
-    <message>
-        <source>No workspace is open</source>
-        <translation>Es ist kein Arbeitsbereich geöffnet</translation>
-    </message>
-    <message>
-        <source>Project expected</source>
-        <translation>Projekt erwartet</translation>
-    </message>
-    <message>
-        <source>Project is not active</source>
-        <translation>Das Projekt ist nicht aktiv</translation>
-    </message>
-    <message>
-        <source>Project not found in workspace</source>
-        <translation>Das Projekt ist nicht im Arbeitsbereich</translation>
-    </message>
-    <message>
-        <source>The shortcut %1 of the macro &apos;%2&apos; is in use</source>
-        <translation>Das Tastenkürzel %1 des Makros &apos;%2&apos; ist schon vergeben</translation>
-    </message>
-    <message>
-        <source>Failed to load UI from file %1</source>
-        <translation>Die Oberfläche konnte nicht aus der Datei %1 geladen werden</translation>
-    </message>
-    <message>
-        <source>Failed to create widget %1</source>
-        <translation>Das Bedienelement %1 konnte nicht erzeugt werden</translation>
-    </message>
-    <message>
-        <source>Widget expected</source>
-        <translation>Bedienelement erwartet</translation>
-    </message>
-</context>
-<context>
     <name>BatchBuildDialogBase</name>
     <message>
         <source>Batch Build</source>
@@ -453,6 +410,21 @@ Es ist keine Build-Umgebung verfügbar.</translation>
 </source>
         <translation>Der Inhalt, den die Build-Umgebung für das Projekt &apos;%1&apos; gesendet hat, kann nicht gelesen werden: %2
 </translation>
+    </message>
+</context>
+<context>
+    <name>BuildPanel</name>
+    <message>
+        <source>Builds</source>
+        <translation>Builds</translation>
+    </message>
+    <message>
+        <source>Build</source>
+        <translation>Erstellen</translation>
+    </message>
+    <message>
+        <source>Reset</source>
+        <translation>Zurücksetzen</translation>
     </message>
 </context>
 <context>
@@ -860,13 +832,6 @@ eintritt.&lt;/p&gt;</translation>
     </message>
 </context>
 <context>
-    <name>Document</name>
-    <message>
-        <source>Could not save file &apos;%1&apos;.</source>
-        <translation>Die Datei &apos;%1&apos; konnte nicht gespeichert werden.</translation>
-    </message>
-</context>
-<context>
     <name>EditCommands</name>
     <message>
         <source>No line of the output leads to a source file</source>
@@ -936,21 +901,6 @@ eintritt.&lt;/p&gt;</translation>
     </message>
 </context>
 <context>
-    <name>Editor</name>
-    <message>
-        <source>Error opening document &apos;%1&apos;.</source>
-        <translation>Fehler beim Öffnen des Dokuments &apos;%1&apos;.</translation>
-    </message>
-    <message>
-        <source>No document template for &apos;%1&apos; could not be found.</source>
-        <translation>Für &apos;%1&apos; wurde keine Dokumentvorlage gefunden.</translation>
-    </message>
-    <message>
-        <source>Document &apos;%1&apos; could not be created.</source>
-        <translation>Das Dokument &apos;%1&apos; konnte nicht erzeugt werden.</translation>
-    </message>
-</context>
-<context>
     <name>ExternalTool</name>
     <message>
         <source>Running &apos;%1 %2&apos;...
@@ -987,6 +937,17 @@ eintritt.&lt;/p&gt;</translation>
 </source>
         <translation>Der Prozess &apos;%1&apos; wurde vorzeitig beendet
 </translation>
+    </message>
+</context>
+<context>
+    <name>FaultPanel</name>
+    <message>
+        <source>Fault</source>
+        <translation>Fehlerursache</translation>
+    </message>
+    <message>
+        <source>&amp;Refresh</source>
+        <translation>&amp;Aktualisieren</translation>
     </message>
 </context>
 <context>
@@ -2779,6 +2740,21 @@ Sie wird nur zum Lesen geöffnet.</translation>
     </message>
 </context>
 <context>
+    <name>LineCoverage</name>
+    <message>
+        <source>Coverage</source>
+        <translation>Abdeckung</translation>
+    </message>
+    <message>
+        <source>&amp;Start</source>
+        <translation>&amp;Starten</translation>
+    </message>
+    <message>
+        <source>S&amp;top</source>
+        <translation>S&amp;toppen</translation>
+    </message>
+</context>
+<context>
     <name>LineEditor</name>
     <message>
         <source>Choose</source>
@@ -3002,6 +2978,57 @@ Sie wird nur zum Lesen geöffnet.</translation>
     <message>
         <source>Python Output</source>
         <translation>Python-Ausgabe</translation>
+    </message>
+</context>
+<context>
+    <name>MemoryPicture</name>
+    <message>
+        <source>Memory Picture</source>
+        <translation>Speicherbild</translation>
+    </message>
+    <message>
+        <source>&amp;Address:</source>
+        <translation>&amp;Adresse:</translation>
+    </message>
+    <message>
+        <source>number or expression, such as &amp;history</source>
+        <translation>Zahl oder Ausdruck, etwa &amp;history</translation>
+    </message>
+    <message>
+        <source>&amp;Width:</source>
+        <translation>&amp;Breite:</translation>
+    </message>
+    <message>
+        <source>&amp;Height:</source>
+        <translation>&amp;Höhe:</translation>
+    </message>
+    <message>
+        <source>&amp;Pixels:</source>
+        <translation>&amp;Pixel:</translation>
+    </message>
+    <message>
+        <source>1 bit</source>
+        <translation>1 Bit</translation>
+    </message>
+    <message>
+        <source>8 bits, grey</source>
+        <translation>8 Bit, grau</translation>
+    </message>
+    <message>
+        <source>16 bits, RGB 565</source>
+        <translation>16 Bit, RGB 565</translation>
+    </message>
+    <message>
+        <source>32 bits, RGB 888</source>
+        <translation>32 Bit, RGB 888</translation>
+    </message>
+    <message>
+        <source>&amp;Show</source>
+        <translation>An&amp;zeigen</translation>
+    </message>
+    <message>
+        <source>Picture</source>
+        <translation>Bild</translation>
     </message>
 </context>
 <context>
@@ -3516,17 +3543,6 @@ Die Ausführungsumgebung unterstützt es nicht.</translation>
     </message>
 </context>
 <context>
-    <name>ObjectModel</name>
-    <message>
-        <source>The project &apos;%1&apos; could not be saved</source>
-        <translation>Das Projekt &apos;%1&apos; konnte nicht gespeichert werden</translation>
-    </message>
-    <message>
-        <source>The workspace could not be saved</source>
-        <translation>Der Arbeitsbereich konnte nicht gespeichert werden</translation>
-    </message>
-</context>
-<context>
     <name>OptionsDialog</name>
     <message>
         <source>The default formats cannot be read. The formats stay as they are.</source>
@@ -3722,10 +3738,6 @@ Die Ausführungsumgebung unterstützt es nicht.</translation>
         <translation>Befehlsfenster</translation>
     </message>
     <message>
-        <source>Attempt to read unknown property &apos;%1&apos;</source>
-        <translation>Versuch, die unbekannte Eigenschaft &apos;%1&apos; zu lesen</translation>
-    </message>
-    <message>
         <source>Stop Script</source>
         <translation>Skript anhalten</translation>
     </message>
@@ -3768,6 +3780,10 @@ Die Ausführungsumgebung unterstützt es nicht.</translation>
     <message>
         <source>Read now</source>
         <translation>Jetzt lesen</translation>
+    </message>
+    <message>
+        <source>write only</source>
+        <translation>nur schreibbar</translation>
     </message>
 </context>
 <context>
@@ -4086,10 +4102,6 @@ Einzelheiten stehen im Ausgabefenster auf der Seite &quot;Debuggen&quot;.</trans
 </context>
 <context>
     <name>Project</name>
-    <message>
-        <source>Could not save project</source>
-        <translation>Das Projekt konnte nicht gespeichert werden</translation>
-    </message>
     <message>
         <source>%1 (line %2)</source>
         <translation>%1 (Zeile %2)</translation>
@@ -4605,90 +4617,6 @@ The workspace names Python files that run when it is opened.</source>
 Der Arbeitsbereich nennt Python-Dateien, die beim Öffnen laufen.</translation>
     </message>
     <message>
-        <source>Attempt to set unknown memory region</source>
-        <translation>Versuch, einen unbekannten Speicherbereich einzustellen</translation>
-    </message>
-    <message>
-        <source>Attempt to set unknown memory mode</source>
-        <translation>Versuch, einen unbekannten Speichermodus einzustellen</translation>
-    </message>
-    <message>
-        <source>That mode is not valid</source>
-        <translation>Dieser Modus ist ungültig</translation>
-    </message>
-    <message>
-        <source>The memory region does not exist</source>
-        <translation>Den Speicherbereich gibt es nicht</translation>
-    </message>
-    <message>
-        <source>Memory does not support verify mode</source>
-        <translation>Der Speicher unterstützt den Prüfmodus nicht</translation>
-    </message>
-    <message>
-        <source>Index error</source>
-        <translation>Indexfehler</translation>
-    </message>
-    <message>
-        <source>Memory slice is too large</source>
-        <translation>Der Speicherausschnitt ist zu groß</translation>
-    </message>
-    <message>
-        <source>Unknown peripheral &apos;%1&apos;</source>
-        <translation>Unbekannte Peripherie &apos;%1&apos;</translation>
-    </message>
-    <message>
-        <source>Attempt to read unknown register &apos;%1&apos;</source>
-        <translation>Versuch, das unbekannte Register &apos;%1&apos; zu lesen</translation>
-    </message>
-    <message>
-        <source>Attempt to write unknown register &apos;%1&apos;</source>
-        <translation>Versuch, das unbekannte Register &apos;%1&apos; zu schreiben</translation>
-    </message>
-    <message>
-        <source>Could not evaluate expression: %1</source>
-        <translation>Der Ausdruck konnte nicht ausgewertet werden: %1</translation>
-    </message>
-    <message>
-        <source>Could not set breakpoint</source>
-        <translation>Der Haltepunkt konnte nicht gesetzt werden</translation>
-    </message>
-    <message>
-        <source>Could not disable breakpoint</source>
-        <translation>Der Haltepunkt konnte nicht deaktiviert werden</translation>
-    </message>
-    <message>
-        <source>Could not remove breakpoint</source>
-        <translation>Der Haltepunkt konnte nicht entfernt werden</translation>
-    </message>
-    <message>
-        <source>The debugger that you are using does not export symbol information</source>
-        <translation>Der benutzte Debugger stellt keine Symbolinformationen bereit</translation>
-    </message>
-    <message>
-        <source>Symbol &apos;%1&apos; not found</source>
-        <translation>Das Symbol &apos;%1&apos; wurde nicht gefunden</translation>
-    </message>
-    <message>
-        <source>No symbol found at address 0x%1</source>
-        <translation>An der Adresse 0x%1 wurde kein Symbol gefunden</translation>
-    </message>
-    <message>
-        <source>Source line does not map to address</source>
-        <translation>Zu der Quellzeile gehört keine Adresse</translation>
-    </message>
-    <message>
-        <source>The line number is too large</source>
-        <translation>Die Zeilennummer ist zu groß</translation>
-    </message>
-    <message>
-        <source>Project associated with processor is not active</source>
-        <translation>Das Projekt des Prozessors ist nicht aktiv</translation>
-    </message>
-    <message>
-        <source>The plug-in has failed in %1</source>
-        <translation>Das Plug-in hat versagt in %1</translation>
-    </message>
-    <message>
         <source>Source Files (%1);;Python Files (*.py);;All Files (*.*)</source>
         <translation>Quelldateien (%1);;Python-Dateien (*.py);;Alle Dateien (*.*)</translation>
     </message>
@@ -4990,50 +4918,15 @@ Läuft der Server des Zielsystems, und ist kein anderer Debugger damit verbunden
     <name>ScriptRecorder</name>
     <message>
         <source>Recording. Choose Record Script again to stop.</source>
-        <translation type="unfinished"></translation>
+        <translation>Die Aufzeichnung läuft. Wählen Sie Skript aufzeichnen noch einmal, um sie zu beenden.</translation>
     </message>
     <message>
         <source>Nothing was recorded.</source>
-        <translation type="unfinished"></translation>
+        <translation>Es wurde nichts aufgezeichnet.</translation>
     </message>
     <message>
         <source>The recording is in the editor.</source>
-        <translation type="unfinished"></translation>
-    </message>
-</context>
-<context>
-    <name>ScriptReplay</name>
-    <message>
-        <source>There is no command &apos;%1&apos;</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>The command &apos;%1&apos; (%2) is not available in the state &apos;%3&apos;</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>The command &apos;%1&apos; cannot be switched on and off</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>There is no state &apos;%1&apos;</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>The program has not become &apos;%1&apos; in %2 seconds: it is &apos;%3&apos;</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>Cannot open workspace &apos;%1&apos;</source>
-        <translation type="unfinished">Der Arbeitsbereich &apos;%1&apos; kann nicht geöffnet werden</translation>
-    </message>
-    <message>
-        <source>No workspace is open</source>
-        <translation type="unfinished">Es ist kein Arbeitsbereich geöffnet</translation>
-    </message>
-    <message>
-        <source>There is no project &apos;%1&apos;</source>
-        <translation type="unfinished"></translation>
+        <translation>Die Aufzeichnung ist im Editor.</translation>
     </message>
 </context>
 <context>
@@ -5265,6 +5158,17 @@ Einzelheiten stehen im Ausgabefenster auf der Seite &quot;Debuggen&quot;.</trans
     <message>
         <source>The program received %1, %2.</source>
         <translation>Das Programm hat %1 erhalten, %2.</translation>
+    </message>
+</context>
+<context>
+    <name>TaskList</name>
+    <message>
+        <source>Tasks</source>
+        <translation>Tasks</translation>
+    </message>
+    <message>
+        <source>&amp;Refresh</source>
+        <translation>&amp;Aktualisieren</translation>
     </message>
 </context>
 <context>
@@ -5726,6 +5630,13 @@ Bitte prüfen Sie, dass diese Datei nicht schreibgeschützt ist und Sie in sie s
 %1 = %2 at %3</source>
         <translation>
 %1 = %2 bei %3</translation>
+    </message>
+</context>
+<context>
+    <name>ToolBar</name>
+    <message>
+        <source>More</source>
+        <translation>Weitere</translation>
     </message>
 </context>
 <context>
@@ -7881,6 +7792,26 @@ Bitte prüfen Sie, dass diese Datei nicht schreibgeschützt ist und Sie in sie s
         <translation>Macht die Zeile des Cursors zu der, die der aktuelle Prozessor als Nächstes ausführt. Nichts dazwischen wird ausgeführt. Verfügbar, während das Programm angehalten ist.</translation>
     </message>
     <message>
+        <source>Record Script</source>
+        <comment>toolsRecordScript</comment>
+        <translation>Skript aufzeichnen</translation>
+    </message>
+    <message>
+        <source>&amp;Record Script</source>
+        <comment>toolsRecordScript</comment>
+        <translation>&amp;Skript aufzeichnen</translation>
+    </message>
+    <message>
+        <source>Records what you do as a Python function</source>
+        <comment>toolsRecordScript</comment>
+        <translation>Zeichnet auf, was Sie tun, als Python-Funktion</translation>
+    </message>
+    <message>
+        <source>Records commands, opened files, breakpoints and watches. Choose it again to stop: the editor shows a Python function that does the same.</source>
+        <comment>toolsRecordScript</comment>
+        <translation>Zeichnet Befehle, geöffnete Dateien, Haltepunkte und Überwachungen auf. Wählen Sie den Befehl noch einmal, um aufzuhören: Der Editor zeigt eine Python-Funktion, die dasselbe tut.</translation>
+    </message>
+    <message>
         <source>Writes the current file to disk. When another program has changed the file there, you are asked before it is overwritten. Available while the file has changes.</source>
         <comment>fileSave</comment>
         <translation>Schreibt die aktuelle Datei auf den Datenträger. Wenn ein anderes Programm die Datei dort geändert hat, werden Sie gefragt, bevor sie überschrieben wird. Verfügbar, solange die Datei Änderungen hat.</translation>
@@ -7916,29 +7847,14 @@ Bitte prüfen Sie, dass diese Datei nicht schreibgeschützt ist und Sie in sie s
         <translation>Wählt die Datei des aktuellen Fensters auf der Seite Dateien des Navigators aus; ist er verborgen, wird er gezeigt.</translation>
     </message>
     <message>
-        <source>Record Script</source>
-        <comment>toolsRecordScript</comment>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>&amp;Record Script</source>
-        <comment>toolsRecordScript</comment>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>Records what you do as a Python function</source>
-        <comment>toolsRecordScript</comment>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>Records commands, opened files, breakpoints and watches. Choose it again to stop: the editor shows a Python function that does the same.</source>
-        <comment>toolsRecordScript</comment>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
         <source>Close Pane</source>
         <comment>windowClosePane</comment>
         <translation>Bereich schließen</translation>
+    </message>
+    <message>
+        <source>Close Pan&amp;e</source>
+        <comment>windowClosePane</comment>
+        <translation>&amp;Bereich schließen</translation>
     </message>
     <message>
         <source>Closes the current part of a split window</source>
@@ -7949,11 +7865,6 @@ Bitte prüfen Sie, dass diese Datei nicht schreibgeschützt ist und Sie in sie s
         <source>Closes the current part of a text window that was split. The file stays open. Available while the window has more than one part.</source>
         <comment>windowClosePane</comment>
         <translation>Schließt den aktuellen Bereich eines geteilten Textfensters. Die Datei bleibt offen. Verfügbar, solange das Fenster mehr als einen Bereich hat.</translation>
-    </message>
-    <message>
-        <source>Close Pan&amp;e</source>
-        <comment>windowClosePane</comment>
-        <translation>&amp;Bereich schließen</translation>
     </message>
 </context>
 <context>
@@ -8159,6 +8070,123 @@ Möchten Sie die Änderungen speichern?</translation>
     <message>
         <source>Zoom: %1 %</source>
         <translation>Zoom: %1 %</translation>
+    </message>
+</context>
+<context>
+    <name>deviceDialog</name>
+    <message>
+        <source>Your Own Arm Device</source>
+        <translation>Ihr eigener Arm-Chip</translation>
+    </message>
+    <message>
+        <source>&amp;Core:</source>
+        <translation>&amp;Kern:</translation>
+    </message>
+    <message>
+        <source>Cortex-M4 with FPU</source>
+        <translation>Cortex-M4 mit FPU</translation>
+    </message>
+    <message>
+        <source>Cortex-M7 with FPU</source>
+        <translation>Cortex-M7 mit FPU</translation>
+    </message>
+    <message>
+        <source>Cortex-M33 with FPU</source>
+        <translation>Cortex-M33 mit FPU</translation>
+    </message>
+    <message>
+        <source>&amp;Flash starts at:</source>
+        <translation>&amp;Flash beginnt bei:</translation>
+    </message>
+    <message>
+        <source>Si&amp;ze of the flash:</source>
+        <translation>&amp;Größe des Flash:</translation>
+    </message>
+    <message>
+        <source>&amp;RAM starts at:</source>
+        <translation>&amp;RAM beginnt bei:</translation>
+    </message>
+    <message>
+        <source>S&amp;ize of the RAM:</source>
+        <translation>Größe &amp;des RAM:</translation>
+    </message>
+    <message>
+        <source>&amp;SVD file:</source>
+        <translation>&amp;SVD-Datei:</translation>
+    </message>
+    <message>
+        <source>none: without names of interrupts and registers</source>
+        <translation>keine: ohne Namen von Interrupts und Registern</translation>
+    </message>
+    <message>
+        <source>Choose the SVD File</source>
+        <translation>SVD-Datei wählen</translation>
+    </message>
+    <message>
+        <source>&amp;Browse...</source>
+        <translation>Durchs&amp;uchen...</translation>
+    </message>
+    <message>
+        <source>&amp;Probe:</source>
+        <translation>Debug-&amp;Adapter:</translation>
+    </message>
+    <message>
+        <source>A debug server at 127.0.0.1:3333</source>
+        <translation>Ein Debug-Server bei 127.0.0.1:3333</translation>
+    </message>
+    <message>
+        <source>No probe: emulation by QEMU</source>
+        <translation>Kein Adapter: Emulation durch QEMU</translation>
+    </message>
+    <message>
+        <source>C&amp;hip file of OpenOCD:</source>
+        <translation>C&amp;hip-Datei von OpenOCD:</translation>
+    </message>
+    <message>
+        <source>such as target/chip.cfg; empty for any Cortex-M</source>
+        <translation>etwa target/chip.cfg; leer für jeden Cortex-M</translation>
+    </message>
+</context>
+<context>
+    <name>fromFolderDialog</name>
+    <message>
+        <source>From an Existing Folder</source>
+        <translation>Aus einem vorhandenen Ordner</translation>
+    </message>
+    <message>
+        <source>&amp;Folder with the sources:</source>
+        <translation>Ordner mit den &amp;Quellen:</translation>
+    </message>
+    <message>
+        <source>Please enter the folder with the sources.</source>
+        <translation>Bitte geben Sie den Ordner mit den Quellen ein.</translation>
+    </message>
+    <message>
+        <source>Choose a File in the Folder</source>
+        <translation>Datei im Ordner wählen</translation>
+    </message>
+    <message>
+        <source>&amp;Browse...</source>
+        <translation>Durchs&amp;uchen...</translation>
+    </message>
+    <message>
+        <source>&amp;Run make or CMake to read their files</source>
+        <translation>&amp;make oder CMake ausführen, um ihre Dateien zu lesen</translation>
+    </message>
+    <message>
+        <source>A Makefile or CMakeLists.txt can run any program when it is read, so clear this for a folder that you do not trust. Nothing is built, and a compile_commands.json is read in any case.</source>
+        <translation>Ein Makefile oder CMakeLists.txt kann beim Lesen jedes Programm ausführen. Entfernen Sie deshalb das Häkchen bei einem Ordner, dem Sie nicht vertrauen. Es wird nichts erstellt, und eine compile_commands.json wird immer gelesen.</translation>
+    </message>
+</context>
+<context>
+    <name>targetDialog</name>
+    <message>
+        <source>From an Existing Folder</source>
+        <translation>Aus einem vorhandenen Ordner</translation>
+    </message>
+    <message>
+        <source>&amp;What shall the project build?</source>
+        <translation>&amp;Was soll das Projekt erstellen?</translation>
     </message>
 </context>
 </TS>

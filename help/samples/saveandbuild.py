@@ -5,4 +5,4 @@ def saveAndBuild():
     app.doAction("buildBuild")
 
 app.clearMacro("Save and Build")
-app.addMacro(saveAndBuild, "Save and Build", "Saves every document, then builds", "Ctrl+Alt+B")
+app.addMacro(saveAndBuild, "Save and Build", "Saves every document, then builds", "Ctrl+Alt+S")

@@ -56,15 +56,20 @@ LogFormat logFormat(const QString &text)
     return log;
 }
 
-/// The values are converted by a function of gdb, as the types of the expressions are not known.
+/// The values are converted by a function of gdb, as the types of the expressions are not known. A variable of gdb
+/// takes the result: any other text is copied into the memory of the program before it is printed, which needs its
+/// malloc().
 QByteArray insertCommand(const BreakpointDetails &details, bool enabled, const QByteArray &location)
 {
     if (details.logText.isEmpty())
         return "-break-insert " + options(details, enabled) + location;
     const LogFormat log = logFormat(details.logText);
     QByteArray command = "-dprintf-insert " + options(details, enabled) + location + ' ' + miQuoted(log.format);
-    for (const QString &expression : log.expressions)
-        command += ' ' + miQuoted(u"$_as_string("_s + expression + u')');
+    for (qsizetype i = 0; i < log.expressions.size(); ++i) {
+        const QString variable = u"$varnel_text%1"_s.arg(i);
+        command +=
+            ' ' + miQuoted(u'(' + variable + u" = $_as_string("_s + log.expressions[i] + u"), "_s + variable + u')');
+    }
     return command;
 }
 

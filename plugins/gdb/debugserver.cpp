@@ -9,6 +9,7 @@
 #include <QPointer>
 #include <QProgressDialog>
 #include <QTcpServer>
+#include <QThread>
 #include <QTimer>
 
 using namespace Qt::StringLiterals;
@@ -18,6 +19,7 @@ constexpr int RetryInterval = 100; // milliseconds, as the next ones
 constexpr int PortLimit = 3000;    ///< for the server of the last session to end
 constexpr int DialogDelay = 500;
 constexpr int EndLimit = 100;
+constexpr int EndInterval = 5;
 constexpr qsizetype MostWords = 1000; // characters
 
 /// The port of an address on this computer; 0 for any other address.
@@ -33,13 +35,6 @@ bool isTaken(quint16 port)
 {
     QTcpServer probe;
     return port != 0 && !probe.listen(QHostAddress::LocalHost, port);
-}
-
-/// A signal for the server and the programs that it has started.
-void signalGroup(const QProcess &process, int number)
-{
-    if (process.processId() > 0)
-        ::kill(-pid_t(process.processId()), number);
 }
 } // namespace
 
@@ -103,10 +98,12 @@ bool DebugServer::start(QString *error)
     connect(m_terminal.get(), &NativeTerminal::output, this, &DebugServer::takeOutput);
     connect(m_process.get(), &QProcess::readyReadStandardError, this, &DebugServer::takeComplaint);
     connect(m_process.get(), &QProcess::finished, this, &DebugServer::processEnded);
-    if (m_process->launch(name(), m_setup.command.mid(1), error))
-        return true;
-    m_process.reset();
-    return false;
+    if (!m_process->launch(name(), m_setup.command.mid(1), error)) {
+        m_process.reset();
+        return false;
+    }
+    m_group = m_process->processId();
+    return true;
 }
 
 /// The server of the last session may still be ending.
@@ -181,12 +178,24 @@ void DebugServer::end()
     if (!m_process)
         return;
     m_process->disconnect(this);
-    signalGroup(*m_process, SIGTERM);
-    if (isRunning() && !m_process->waitForFinished(EndLimit)) {
-        signalGroup(*m_process, SIGKILL);
-        m_process->end();
-    }
+    endGroup();
     m_process.release()->deleteLater(); // it may be in a call to this function
+}
+
+/// The server may have ended already, when gdb disconnected, and its children not.
+void DebugServer::endGroup()
+{
+    const auto group = pid_t(std::exchange(m_group, 0));
+    if (group <= 0)
+        return;
+    const QDeadlineTimer deadline(EndLimit);
+    ::kill(-group, SIGTERM);
+    if (isRunning())
+        m_process->waitForFinished(EndLimit);
+    while (::kill(-group, 0) == 0 && !deadline.hasExpired())
+        QThread::msleep(EndInterval);
+    ::kill(-group, SIGKILL);
+    m_process->end();
 }
 
 bool DebugServer::readOutput()
@@ -224,6 +233,7 @@ void DebugServer::processEnded()
 {
     takeComplaint();
     m_terminal->readAvailable();
+    endGroup();
     const bool connected = std::exchange(m_connected, false);
     const QString words = lastWords();
     if (connected)

@@ -52,10 +52,12 @@ private:
     void takeComplaint();
     void processEnded();
     void remember(const QString &text);
+    void endGroup();
 
     const Setup m_setup;
     std::unique_ptr<NativeTerminal> m_terminal;
     std::unique_ptr<ChildProcess> m_process;
+    qint64 m_group = 0;      ///< the process group of the server and its children; 0 if they have ended
     QByteArray m_incomplete; ///< the beginning of a control sequence
     QString m_words;         ///< the last lines of both outputs
     bool m_connected = false;

@@ -33,6 +33,7 @@ GdbEnvironment::GdbEnvironment(const ProcessorGroup::Registry &processors)
     : m_symbols(&m_session, static_cast<IPluginObject *>(this))
     , m_breakpoints(&m_session, &m_symbols, static_cast<IPluginObject *>(this))
     , m_memory(&m_session, static_cast<IPluginObject *>(this))
+    , m_wideMemory(&m_memory, static_cast<IPluginObject *>(this))
     , m_live(&m_session, &m_memory, static_cast<IPluginObject *>(this))
     , m_registers(&m_session, static_cast<IPluginObject *>(this))
     , m_peripherals(&m_memory, static_cast<IPluginObject *>(this))
@@ -43,7 +44,7 @@ GdbEnvironment::GdbEnvironment(const ProcessorGroup::Registry &processors)
           processors, &m_session, [this] { restart(); }, static_cast<IPluginObject *>(this))
     , m_docks(&m_session, static_cast<IPluginObject *>(this))
     , m_faults(&m_session)
-    , m_facets({&m_symbols, &m_breakpoints, &m_memory, &m_live, &m_registers, &m_peripherals, &m_disassembler,
+    , m_facets({&m_symbols, &m_breakpoints, &m_memory, &m_wideMemory, &m_live, &m_registers, &m_peripherals, &m_disassembler,
                 &m_variables, &m_callStack, &m_group, &m_docks})
 {
     connectParts();

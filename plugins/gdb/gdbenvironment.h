@@ -21,6 +21,7 @@
 #include "registeraccess.h"
 #include "symboltable.h"
 #include "variables.h"
+#include "widememory.h"
 
 /// The execution environment of one project: passes the host's calls to the parts, and events of the session to the
 /// host.
@@ -89,6 +90,7 @@ private:
     SymbolTable m_symbols;
     BreakpointList m_breakpoints;
     MemoryAccess m_memory;
+    WideMemory m_wideMemory;
     LiveMemory m_live;
     RegisterAccess m_registers;
     PeripheralAccess m_peripherals;

@@ -230,7 +230,9 @@ void GdbSession::handleStop(const MiRecord &record)
         m_thread = record.results.text(u"thread-id");
     if (!isAlive())
         return;
-    const StopReason reason = stopReason(record);
+    StopReason reason = stopReason(record);
+    if (reason.temporary && reason.breakpoint != m_temporary)
+        reason.event = TargetEvent::BreakpointHit; // one of the user's
     request(reason.isPause ? RunEvent::Paused : RunEvent::Stopped);
     if (m_request.pause == RunRequest::Pause::Hidden) {
         m_state = nextState(m_state, reason.event);

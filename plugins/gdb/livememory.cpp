@@ -153,7 +153,9 @@ bool LiveMemory::readLive(int region, int mode, uint address, int count, MemoryB
 {
     if (!canReadLive())
         return false;
-    m_memory->readBlock(region, mode, address, count, result);
+    const TargetRegion *memory = m_memory->regionOf(region);
+    result = m_memory->readCells(memory, memory ? MemoryAccess::wholeAddress(*memory, address) : 0, mode, count,
+                                 MemoryAccess::redrawLimit());
     return true;
 }
 
@@ -163,16 +165,20 @@ void LiveMemory::reset()
     m_spans.clear();
 }
 
-/// While the program runs, gdb finds variables that need no frame.
+/// While the program runs, gdb finds variables that need no frame. At a stop the name may mean another variable than
+/// before, which only its address can show; the rest is known already.
 bool LiveMemory::prepareLive(const QString &expression)
 {
     if (!canReadLive())
         return false;
-    if (!m_session->isStopped() && m_variables.contains(expression))
-        return true;
+    const FormattedExpression parts = parseFormattedExpression(expression);
+    if (m_variables.contains(expression)) {
+        const quint64 before = m_variables.value(expression).address;
+        if (!m_session->isStopped() || addressOf(parts.expression) == before)
+            return true;
+    }
     m_variables.remove(expression);
     m_spans.clear();
-    const FormattedExpression parts = parseFormattedExpression(expression);
     Variable variable;
     variable.format = parts.format;
     if (parts.format == u'c' || parts.format == u's' || !isPlainVariable(parts.expression)
@@ -182,17 +188,29 @@ bool LiveMemory::prepareLive(const QString &expression)
     return true;
 }
 
-/// Variables at an address that gdb knows as part of no symbol are on a stack.
-bool LiveMemory::locate(const QString &expression, Variable *variable)
+MiRecord LiveMemory::evaluate(const QString &expression) const
 {
-    MiConnection *gdb = m_session->gdb();
-    const auto ask = [&](const QString &text) { return gdb->ask("-data-evaluate-expression " + miQuoted(text)); };
-    const MiRecord address = ask(u"(unsigned long)&("_s + expression + u')');
-    const MiRecord size = ask(u"sizeof ("_s + expression + u')');
-    variable->address = address.results.address(u"value");
-    variable->size = size.results.text(u"value").toInt();
-    if (!address.isDone() || !size.isDone() || !QList{1, 2, 4, 8}.contains(variable->size))
+    return m_session->gdb()->ask("-data-evaluate-expression " + miQuoted(expression));
+}
+
+std::optional<quint64> LiveMemory::addressOf(const QString &variable) const
+{
+    const MiRecord answer = evaluate(u"(unsigned long)&("_s + variable + u')');
+    return answer.isDone() ? std::optional(answer.results.address(u"value")) : std::nullopt;
+}
+
+/// Variables at an address that gdb knows as part of no symbol are on a stack.
+bool LiveMemory::locate(const QString &expression, Variable *variable) const
+{
+    const std::optional<quint64> address = addressOf(expression);
+    if (!address)
         return false;
+    const MiRecord size = evaluate(u"sizeof ("_s + expression + u')');
+    variable->address = *address;
+    variable->size = size.results.text(u"value").toInt();
+    if (!size.isDone() || !QList{1, 2, 4, 8}.contains(variable->size))
+        return false;
+    MiConnection *gdb = m_session->gdb();
     QString type;
     QString symbol;
     if (!gdb->askConsole(u"ptype "_s + expression, &type).isDone()

@@ -1,6 +1,8 @@
 #pragma once
 #include "facet.h"
 #include "ilivememory.h"
+#include "mirecord.h"
+#include <optional>
 #include <QElapsedTimer>
 #include <QHash>
 #include <QMap>
@@ -53,7 +55,9 @@ private:
         QByteArray bytes; ///< empty if they could not be read
     };
 
-    bool locate(const QString &expression, Variable *variable);
+    [[nodiscard]] MiRecord evaluate(const QString &expression) const;
+    [[nodiscard]] std::optional<quint64> addressOf(const QString &variable) const;
+    bool locate(const QString &expression, Variable *variable) const;
     void findSpans();
     [[nodiscard]] QByteArray bytesOf(const Variable &variable);
 

@@ -1,24 +1,32 @@
 #include "memoryaccess.h"
 #include "gdbsession.h"
 #include <algorithm>
+#include <QBitArray>
 
 namespace {
 constexpr quint64 UpperHalf = ~quint64(0xffffffff);
 constexpr int LongestRead = 65536;
+constexpr int RedrawTime = 50; ///< in ms
+} // namespace
 
-quint64 wholeAddress(const TargetRegion &region, uint address)
+quint64 MemoryAccess::wholeAddress(const TargetRegion &region, uint address)
 {
     return (region.start & UpperHalf) | address;
 }
-} // namespace
 
-/// Cuts regions at the end of the 32-bit range that they start in: the host has no addresses for the rest.
+QDeadlineTimer MemoryAccess::redrawLimit()
+{
+    return QDeadlineTimer(RedrawTime);
+}
+
+/// Cuts regions at the end of the 32-bit range that they start in: IMemory has no addresses for the rest.
 void MemoryAccess::setTable(const RegionTable &table)
 {
     QList<TargetRegion> regions = table.regions();
     for (TargetRegion &region : regions)
         region.length = std::min(region.length, (region.start & UpperHalf) + 0x100000000 - region.start);
     m_table = RegionTable(regions);
+    m_wholeTable = table;
 }
 
 QList<MemoryRegion> MemoryAccess::regions()
@@ -69,55 +77,95 @@ int MemoryAccess::write(int region, int mode, uint address, uint value, bool flu
 
 void MemoryAccess::readBlock(int region, int mode, uint address, int count, MemoryBlock &result)
 {
-    result.fill({0, NoMemory}, std::max(count, 0));
     const TargetRegion *memory = regionOf(region);
-    const int width = memoryCellWidth(mode);
-    if (!memory || width == 0 || count <= 0)
-        return;
-    const quint64 start = wholeAddress(*memory, address);
-    if (!memory->contains(start))
-        return;
-    const int inside = int(std::min<quint64>(quint64(count), (memory->end() - start) / quint64(width)));
-    const QByteArray bytes = readCells(*memory, start, width, inside);
-    QByteArrayView rest(bytes);
-    for (int i = 0; rest.size() >= width; ++i, rest = rest.sliced(width))
-        result[i] = {memoryCellValue(rest.first(width), isBigEndian()), Success};
+    result = readCells(memory, memory ? wholeAddress(*memory, address) : 0, mode, count);
 }
 
-QByteArray MemoryAccess::readCells(const TargetRegion &region, quint64 address, int width, int count)
+MemoryBlock MemoryAccess::readCells(const TargetRegion *region, quint64 address, int mode, int count,
+                                    const QDeadlineTimer &limit)
 {
-    if (region.kind != TargetRegion::Kind::Io)
-        return readBytes(address, width * count);
-    QByteArray bytes; // one access for each device register
-    for (int i = 0; i < count; ++i) {
+    const MemoryBlock none(std::max(count, 0), {0, NoMemory});
+    const int width = memoryCellWidth(mode);
+    if (!region || width == 0 || !region->contains(address))
+        return none;
+    const quint64 inside = (region->end() - address) / quint64(width);
+    MemoryBlock cells = none.first(qsizetype(std::min(quint64(none.size()), inside)));
+    if (region->kind == TargetRegion::Kind::Io)
+        readDevices(address, width, limit, &cells);
+    else
+        readMemory(address, width, &cells);
+    return cells + none.sliced(cells.size());
+}
+
+/// One access for each device register. One that fails does not hide those behind it.
+void MemoryAccess::readDevices(quint64 address, int width, const QDeadlineTimer &limit, MemoryBlock *cells)
+{
+    for (MemoryBlockCell &cell : *cells) {
+        if (limit.hasExpired() || !m_session->isAlive())
+            return;
         uint value = 0;
-        if (!readWord(address + quint64(i) * quint64(width), width, &value))
-            break;
-        bytes += memoryCellBytes(value, width, isBigEndian());
+        if (readWord(address, width, &value))
+            cell = {value, Success};
+        address += quint64(width);
     }
-    return bytes;
+}
+
+/// In one access, of which parts may fail.
+void MemoryAccess::readMemory(quint64 address, int width, MemoryBlock *cells)
+{
+    const int length = int(std::min<qint64>(qint64(width) * cells->size(), LongestRead));
+    QByteArray bytes(length, '\0');
+    QBitArray known(length);
+    for (const Range &range : readRanges(address, length)) {
+        if (range.address < address || range.address - address >= quint64(length))
+            continue;
+        const auto offset = qsizetype(range.address - address);
+        const qsizetype size = std::min<qsizetype>(range.bytes.size(), length - offset);
+        bytes.replace(offset, size, range.bytes.first(size));
+        known.fill(true, int(offset), int(offset + size));
+    }
+    for (qsizetype i = 0; (i + 1) * width <= length; ++i) {
+        bool isKnown = true;
+        for (int byte = 0; byte < width; ++byte)
+            isKnown = isKnown && known.testBit(int(i) * width + byte);
+        if (isKnown)
+            (*cells)[i] = {memoryCellValue(QByteArrayView(bytes).sliced(i * width, width), isBigEndian()), Success};
+    }
 }
 
 QByteArray MemoryAccess::readBytes(quint64 address, int length)
 {
-    QByteArray bytes;
     const TargetRegion *region = m_table.at(address);
-    if (!m_session->isAlive() || !region)
-        return bytes;
+    if (!region)
+        return {};
     length = int(std::min<quint64>(quint64(std::clamp(length, 0, LongestRead)), region->end() - address));
-    if (!gdbReaches())
-        return m_session->target()->readDirectly(address, length, &bytes) ? bytes : QByteArray();
-    return readByGdb(address, length);
+    return bytesFrom(readRanges(address, length), address, length);
 }
 
-QByteArray MemoryAccess::readByGdb(quint64 address, int length)
+/// Those that begin at an address.
+QByteArray MemoryAccess::bytesFrom(const QList<Range> &ranges, quint64 address, int length)
+{
+    return ranges.isEmpty() || ranges.first().address != address ? QByteArray() : ranges.first().bytes.left(length);
+}
+
+QList<MemoryAccess::Range> MemoryAccess::readRanges(quint64 address, int length)
+{
+    if (!m_session->isAlive())
+        return {};
+    if (gdbReaches())
+        return readByGdb(address, length);
+    QByteArray bytes;
+    return m_session->target()->readDirectly(address, length, &bytes) ? QList<Range>{{address, bytes}} : QList<Range>();
+}
+
+QList<MemoryAccess::Range> MemoryAccess::readByGdb(quint64 address, int length)
 {
     const MiRecord answer = m_session->gdb()->ask("-data-read-memory-bytes 0x" + QByteArray::number(address, 16) + ' '
                                                   + QByteArray::number(length));
-    const QList<MiValue> ranges = answer.results[u"memory"].items();
-    if (ranges.isEmpty() || ranges.first().address(u"begin") != address)
-        return {};
-    return QByteArray::fromHex(ranges.first().text(u"contents").toLatin1()).left(length);
+    QList<Range> ranges;
+    for (const MiValue &range : answer.results[u"memory"].items())
+        ranges.append({range.address(u"begin"), QByteArray::fromHex(range.text(u"contents").toLatin1())});
+    return ranges;
 }
 
 bool MemoryAccess::readWord(quint64 address, int width, uint *value)
@@ -126,7 +174,7 @@ bool MemoryAccess::readWord(quint64 address, int width, uint *value)
     if (!m_session->isAlive())
         return false;
     if (!m_session->target()->readDirectly(address, width, &bytes) && gdbReaches())
-        bytes = readByGdb(address, width);
+        bytes = bytesFrom(readByGdb(address, width), address, width);
     *value = memoryCellValue(bytes, isBigEndian());
     return bytes.size() == width;
 }
@@ -136,14 +184,15 @@ void MemoryAccess::writeBlock(int region, int mode, uint address, int count, Mem
     const TargetRegion *memory = regionOf(region);
     const int width = memoryCellWidth(mode);
     for (int i = 0; i < std::min<qsizetype>(count, cells.size()); ++i) {
-        const quint64 at = memory ? wholeAddress(*memory, address) + quint64(i) * quint64(std::max(width, 1)) : 0;
-        cells[i].status = writeCell(width ? memory : nullptr, at, width, cells[i].value);
+        const quint64 at = memory ? wholeAddress(*memory, address) + quint64(i) * quint64(width) : 0;
+        cells[i].status = writeCell(memory, at, mode, cells[i].value);
     }
 }
 
-int MemoryAccess::writeCell(const TargetRegion *region, quint64 address, int width, uint value)
+int MemoryAccess::writeCell(const TargetRegion *region, quint64 address, int mode, uint value)
 {
-    if (!region || !region->contains(address) || !region->contains(address + quint64(width) - 1)
+    const int width = memoryCellWidth(mode);
+    if (!region || width == 0 || !region->contains(address) || !region->contains(address + quint64(width) - 1)
         || !m_session->isAlive())
         return NoMemory;
     if (region->kind == TargetRegion::Kind::Rom)
@@ -153,7 +202,7 @@ int MemoryAccess::writeCell(const TargetRegion *region, quint64 address, int wid
     const QByteArray bytes = memoryCellBytes(value, width, isBigEndian());
     if (!writeBytes(address, bytes))
         return NoMemory;
-    return m_verify && readBytes(address, width) != bytes ? NoMemory : Success;
+    return m_verify && bytesFrom(readRanges(address, width), address, width) != bytes ? NoMemory : Success;
 }
 
 bool MemoryAccess::writeBytes(quint64 address, const QByteArray &bytes)

@@ -4,13 +4,15 @@
 #include "imemoryverify.h"
 #include "memorycell.h"
 #include "regiontable.h"
+#include <QDeadlineTimer>
 class GdbSession;
 
 /// The target's memory. The status of an access follows from the table of regions, because debug servers do not report
 /// it reliably. A block ends where its region ends.
 ///
 /// While the program runs, memory is read if the target supports that; otherwise accesses have the status NoMemory. The
-/// host's addresses have 32 bits; all addresses of a region on a 64-bit target have the same upper half.
+/// addresses of IMemory have 32 bits; all addresses of a region on a 64-bit target have the same upper half.
+/// WideMemory has whole addresses.
 class MemoryAccess : public Facet<IMemory, IMemoryVerify>
 {
 public:
@@ -18,6 +20,7 @@ public:
 
     void setTable(const RegionTable &table);
     [[nodiscard]] const RegionTable &table() const { return m_table; }
+    [[nodiscard]] const RegionTable &wholeTable() const { return m_wholeTable; } ///< Without a limit of 32 bits.
 
     QList<MemoryRegion> regions() override;
     int read(int region, int mode, uint address, uint *value) override;
@@ -27,6 +30,17 @@ public:
     bool verify() override { return m_verify; }
     void setVerify(bool verify) override { m_verify = verify; }
 
+    /// Reads words of a region, which may be null. Device registers are read one by one until @p limit; those that
+    /// were not read in time have the status NoMemory.
+    [[nodiscard]] MemoryBlock readCells(const TargetRegion *region, quint64 address, int mode, int count,
+                                        const QDeadlineTimer &limit = QDeadlineTimer::Forever);
+    /// Writes a word; returns a Status.
+    int writeCell(const TargetRegion *region, quint64 address, int mode, uint value);
+    /// A time limit for a window that is redrawn.
+    [[nodiscard]] static QDeadlineTimer redrawLimit();
+    /// Where a block of a region begins that the host asks for by a 32-bit address.
+    [[nodiscard]] static quint64 wholeAddress(const TargetRegion &region, uint address);
+    [[nodiscard]] const TargetRegion *regionOf(int id) const; ///< Null if there is none.
     /// Reads a device register in one access of 1, 2 or 4 bytes. False if that fails.
     bool readWord(quint64 address, int width, uint *value);
     bool writeWord(quint64 address, int width, uint value);
@@ -34,16 +48,25 @@ public:
     [[nodiscard]] QByteArray readBytes(quint64 address, int length);
 
 private:
-    [[nodiscard]] const TargetRegion *regionOf(int id) const;
-    QByteArray readCells(const TargetRegion &region, quint64 address, int width, int count);
+    /// Bytes that could be read.
+    struct Range
+    {
+        quint64 address = 0;
+        QByteArray bytes;
+    };
+
+    void readDevices(quint64 address, int width, const QDeadlineTimer &limit, MemoryBlock *cells);
+    void readMemory(quint64 address, int width, MemoryBlock *cells);
+    [[nodiscard]] QList<Range> readRanges(quint64 address, int length);
     bool writeBytes(quint64 address, const QByteArray &bytes);
-    [[nodiscard]] QByteArray readByGdb(quint64 address, int length);
+    [[nodiscard]] QList<Range> readByGdb(quint64 address, int length);
     bool writeByGdb(quint64 address, const QByteArray &bytes);
-    int writeCell(const TargetRegion *region, quint64 address, int width, uint value);
+    [[nodiscard]] static QByteArray bytesFrom(const QList<Range> &ranges, quint64 address, int length);
     [[nodiscard]] bool gdbReaches() const;
     [[nodiscard]] bool isBigEndian() const;
 
     GdbSession *const m_session;
-    RegionTable m_table;
+    RegionTable m_table; ///< each region within 32 bits
+    RegionTable m_wholeTable;
     bool m_verify = false;
 };

@@ -333,8 +333,8 @@ void readRegisters(const Element &parent, const Defaults &defaults, const QStrin
         const quint64 offset = base + number(element.textOf(u"addressOffset"));
         SvdRegister entry = cluster ? SvdRegister() : readRegister(element, own);
         for (const Copy &copy : copies(element)) {
-            if (result->registers.size() >= MostRegisters)
-                return;
+            if (result->registers.size() > MostRegisters)
+                return; // one more than allowed: readSvd() refuses the file
             if (cluster) {
                 readRegisters(element, own, prefix + copy.name + u'.', offset + copy.offset, result);
                 continue;
@@ -346,10 +346,14 @@ void readRegisters(const Element &parent, const Defaults &defaults, const QStrin
     }
 }
 
-void readPeripheral(const Element &element, const Defaults &defaults, QList<SvdPeripheral> *peripherals)
+/// Adds to @p count the number of registers, and ends when there are too many.
+void readPeripheral(const Element &element, const Defaults &defaults, QList<SvdPeripheral> *peripherals,
+                    qsizetype *count)
 {
     const Element *registers = element.child(u"registers");
     for (const Copy &copy : copies(element)) {
+        if (*count > MostRegisters)
+            return;
         SvdPeripheral peripheral;
         peripheral.name = copy.name;
         peripheral.description = element.textOf(u"description");
@@ -358,6 +362,7 @@ void readPeripheral(const Element &element, const Defaults &defaults, QList<SvdP
             readRegisters(*registers, defaults.in(element), {}, peripheral.address, &peripheral);
         std::stable_sort(peripheral.registers.begin(), peripheral.registers.end(),
                          [](const auto &left, const auto &right) { return left.address < right.address; });
+        *count += peripheral.registers.size();
         peripherals->append(peripheral);
     }
 }
@@ -373,10 +378,10 @@ bool readSvd(const QByteArray &contents, QList<SvdPeripheral> *peripherals, QStr
     qsizetype registers = 0;
     for (Element element : list ? list->children : QList<Element>()) {
         derivation.resolve(&element, *list, 0);
-        readPeripheral(element, Defaults().in(device), peripherals);
-        registers += peripherals->isEmpty() ? 0 : peripherals->last().registers.size();
+        readPeripheral(element, Defaults().in(device), peripherals, &registers);
         if (registers > MostRegisters) {
             *error = Text::tr("it describes too many registers");
+            peripherals->clear();
             return false;
         }
     }

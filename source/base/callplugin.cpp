@@ -1,5 +1,6 @@
 #include "callplugin.h"
 #include <algorithm>
+#include <chrono>
 #include <dlfcn.h>
 #include <QCoreApplication>
 #include <QDebug>
@@ -28,6 +29,7 @@ constexpr int NoCall = -1;
 int callLoopLevel = NoCall; ///< the number of event loops that ran when the innermost call started
 bool callAsks = false;      ///< the innermost call is one of a function with a result
 QList<WaitingReport> waiting;
+bool deliveryDue = false; ///< a timer will deliver them
 QMutex foreignMutex;
 QList<WaitingReport> foreign; ///< the reports of other threads, which the mutex protects
 QList<QByteArray> delivering; ///< the key of the report whose receiver runs, behind those of its causes
@@ -47,11 +49,20 @@ void deliver(const WaitingReport &report)
 }
 
 /// After the next events of the window, so that reports which cause each other do not block it: events that are posted
-/// while posted events are delivered would come first.
-void postDelivery()
+/// while posted events are delivered would come first, and a timer of 0 ms is such an event.
+void afterEvents(void (*function)())
 {
     if (QCoreApplication *application = QCoreApplication::instance())
-        QTimer::singleShot(0, application, &deliverPluginReports);
+        QTimer::singleShot(std::chrono::milliseconds(1), application, function);
+}
+
+void deliverLater()
+{
+    if (!std::exchange(deliveryDue, true))
+        afterEvents([] {
+            deliveryDue = false;
+            deliverPluginReports();
+        });
 }
 
 void receiveForeignReports()
@@ -78,8 +89,7 @@ void addForeignReport(WaitingReport report)
     QCoreApplication *application = QCoreApplication::instance();
     if (application && isFirst)
         QMetaObject::invokeMethod(
-            application, [application] { QTimer::singleShot(0, application, &receiveForeignReports); },
-            Qt::QueuedConnection);
+            application, [] { afterEvents(&receiveForeignReports); }, Qt::QueuedConnection);
 }
 } // namespace
 
@@ -131,7 +141,7 @@ void detail::pluginCallEnded()
     if (delivering.isEmpty())
         deliverPluginReports();
     else
-        postDelivery();
+        deliverLater();
 }
 
 void afterPluginCall(QObject *receiver, const QByteArray &key, std::function<void()> deliverReport)
@@ -147,7 +157,7 @@ void afterPluginCall(QObject *receiver, const QByteArray &key, std::function<voi
         return deliver(report);
     waiting.append(std::move(report));
     if (!insideCall)
-        postDelivery();
+        deliverLater();
 }
 
 void deliverPluginReports()
@@ -156,5 +166,5 @@ void deliverPluginReports()
     for (const WaitingReport &report : reports)
         deliver(report);
     if (!waiting.isEmpty())
-        postDelivery();
+        deliverLater();
 }

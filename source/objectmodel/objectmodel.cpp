@@ -8,6 +8,8 @@
 #include "scriptmodule.h"
 #include <QAction>
 
+using namespace Qt::StringLiterals;
+
 ObjectModel::ObjectModel(Activity &activity, ScriptHost &host)
     : m_activity(activity), m_host(host), m_dockedWidgets(std::make_unique<DockedWidgets>(host))
 {}
@@ -54,11 +56,11 @@ QString ObjectModel::saveWorkspace()
     for (const QPointer<Project> &project : m_activity.projects()) {
         const QString name = project ? project->name() : QString();
         if (project && !saveProject(project))
-            return tr("The project '%1' could not be saved").arg(name);
+            return u"The project '%1' could not be saved"_s.arg(name);
     }
     const bool saved = workspace && (!workspace->isNewerOnDisk() || m_host.mayOverwriteNewer(workspace->fileName()))
                        && workspace && workspace->save();
-    return saved ? QString() : tr("The workspace could not be saved");
+    return saved ? QString() : u"The workspace could not be saved"_s;
 }
 
 bool ObjectModel::saveProject(Project *project)

@@ -21,6 +21,7 @@ public:
     }
     [[nodiscard]] auto &object() const
     {
+        requireMainThread();
         auto *object = m_interface ? static_cast<Impl *>(m_interface.get())->object() : nullptr;
         if (!object)
             raiseDestroyed();

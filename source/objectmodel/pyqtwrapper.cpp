@@ -29,6 +29,7 @@ PySlotWrapper *asSlot(PyObject *self)
 
 QtWrapper &wrapperIn(PyObject *self)
 {
+    requireMainThread();
     if (!asWrapper(self)->wrapper)
         raiseDestroyed();
     return *asWrapper(self)->wrapper;
@@ -60,6 +61,8 @@ PyObject *returned(const Function &function)
 
 PyObject *wrapperText(PyObject *self)
 {
+    if (!isMainThread()) // an error while a log is written would hide what is logged
+        return toPython(u"<Object of the main thread>"_s).release();
     const QtWrapper *wrapper = asWrapper(self)->wrapper;
     return toPython(wrapper ? wrapper->text() : u"<Destroyed object>"_s).release();
 }
@@ -82,6 +85,7 @@ int writeAttribute(PyObject *self, PyObject *name, PyObject *value)
 PyObject *attributeNames(PyObject *self, PyObject *)
 {
     return returned([&] {
+        requireMainThread();
         const QtWrapper *wrapper = asWrapper(self)->wrapper;
         return PythonReference(py::cast(wrapper ? wrapper->attributeNames() : QStringList()).release().ptr());
     });

@@ -33,6 +33,7 @@ struct Error
 };
 
 Error deferredError;
+int deferredErrors = 0;
 
 } // namespace
 
@@ -44,8 +45,15 @@ void deferPythonError(_object *type, const QString &text)
 
 void deferPythonError()
 {
-    if (PyErr_Occurred())
-        std::exchange(deferredError, Error::fetch()).drop();
+    if (!PyErr_Occurred())
+        return;
+    ++deferredErrors;
+    std::exchange(deferredError, Error::fetch()).drop();
+}
+
+int deferredPythonErrors()
+{
+    return deferredErrors;
 }
 
 void printPythonErrors()

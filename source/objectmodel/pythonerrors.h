@@ -9,6 +9,8 @@ void deferPythonError(_object *type, const QString &text);
 /// The same for the error that is set now, if there is one.
 void deferPythonError();
 
+[[nodiscard]] int deferredPythonErrors(); ///< How many were stored so far.
+
 /// Prints the stored error, then the error that is set, if there are any. As usual in Python, a SystemExit ends the
 /// process here.
 void printPythonErrors();

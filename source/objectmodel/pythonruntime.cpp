@@ -4,6 +4,14 @@
 #include <Python.h>
 #include <QtGlobal>
 
+#ifdef __SANITIZE_ADDRESS__ // gcc
+#define WITH_ADDRESS_SANITIZER
+#elif defined(__has_feature) // clang
+#if __has_feature(address_sanitizer)
+#define WITH_ADDRESS_SANITIZER
+#endif
+#endif
+
 namespace {
 
 PyStatus preinitialise(bool environment)
@@ -15,7 +23,7 @@ PyStatus preinitialise(bool environment)
     config.configure_locale = 0;
     config.coerce_c_locale = 0;
     config.utf8_mode = 1;
-#ifdef __SANITIZE_ADDRESS__
+#ifdef WITH_ADDRESS_SANITIZER
     config.allocator = PYMEM_ALLOCATOR_MALLOC; // so that the sanitizer sees each object
 #endif
     return Py_PreInitialize(&config);

@@ -4,28 +4,22 @@
 #include "project.h"
 #include "projectcollection.h"
 #include "projectworkspace.h"
-#include "pythonoutput.h"
 #include "scriptdebugger.h"
 #include "scriptdialogs.h"
 #include "scripteditor.h"
+#include "scriptevents.h"
 #include "scriptmacros.h"
 #include "scriptoutputwindow.h"
 #include "scriptproject.h"
 #include "scriptwidgets.h"
 #include <limits>
-#include <QCoreApplication>
 using namespace Qt::StringLiterals;
 
 namespace {
-struct Text
+void processEvents(const ScriptApp &, long time)
 {
-    Q_DECLARE_TR_FUNCTIONS(App)
-};
-
-void processEvents(long time)
-{
-    PythonOutput::flushAll();
-    QCoreApplication::processEvents(QEventLoop::AllEvents, eventTime(time));
+    requireMainThread();
+    handleEvents(std::chrono::milliseconds(eventTime(time)));
 }
 } // namespace
 
@@ -46,19 +40,19 @@ void ScriptApp::doAction(const QString &name) const
 void ScriptApp::openWorkspace(const QString &path) const
 {
     if (!model().host().replaceWorkspace(path))
-        raisePython(PyExc_OSError, Text::tr("Cannot open workspace '%1'").arg(path));
+        raisePython(PyExc_OSError, u"Cannot open workspace '%1'"_s.arg(path));
 }
 
 void ScriptApp::closeWorkspace() const
 {
     if (!model().host().closeOpenWorkspace())
-        raisePython(PyExc_OSError, Text::tr("Could not close workspace"));
+        raisePython(PyExc_OSError, u"Could not close workspace"_s);
 }
 
 void ScriptApp::saveWorkspace() const
 {
     if (!model().activity().workspace())
-        raisePython(PyExc_RuntimeError, Text::tr("No workspace is open"));
+        raisePython(PyExc_RuntimeError, u"No workspace is open"_s);
     const QString failure = model().saveWorkspace();
     if (!failure.isNull())
         raisePython(PyExc_OSError, failure);
@@ -105,19 +99,19 @@ PythonReference ScriptApp::currentProject()
 void ScriptApp::setCurrentProject(const py::handle &value) const
 {
     if (!py::isinstance<ScriptProject>(value))
-        raisePython(PyExc_TypeError, Text::tr("Project expected"));
+        raisePython(PyExc_TypeError, u"Project expected"_s);
     ProjectWorkspace *workspace = model().activity().workspace();
     if (!workspace)
-        raisePython(PyExc_RuntimeError, Text::tr("No workspace is open"));
+        raisePython(PyExc_RuntimeError, u"No workspace is open"_s);
     const QString name = py::cast<ScriptProject &>(value).name();
     for (int i = 0; i < workspace->count(); ++i) {
         if (workspace->project(i)->name() != name)
             continue;
         if (!workspace->project(i)->isActive())
-            raisePython(PyExc_AttributeError, Text::tr("Project is not active"));
+            raisePython(PyExc_AttributeError, u"Project is not active"_s);
         return workspace->setCurrentProject(i);
     }
-    raisePython(PyExc_RuntimeError, Text::tr("Project not found in workspace"));
+    raisePython(PyExc_RuntimeError, u"Project not found in workspace"_s);
 }
 
 // The type: the order of its methods and attributes is the one in which they are listed
@@ -125,14 +119,14 @@ void ScriptApp::setCurrentProject(const py::handle &value) const
 namespace {
 void defineMethods(py::class_<ScriptApp> &type)
 {
-    type.def(
-        "processEvents", [](const ScriptApp &, long time) { processEvents(time); }, py::arg() = 0,
-        "processEvents([time]) - processes UI events");
-    type.def("doAction", &ScriptApp::doAction,
+    type.def("processEvents", processEvents, py::arg("time") = 0, py::pos_only(),
+             "processEvents([time]) - processes UI events");
+    type.def("doAction", &ScriptApp::doAction, py::arg("actionName"), py::pos_only(),
              "doAction(actionName) - performs a menu or toolbar action. Not supported");
     defineDialogMethods(type);
     defineMacroMethods(type);
-    type.def("openWorkspace", &ScriptApp::openWorkspace, "openWorkspace(filename) - opens a workspace file");
+    type.def("openWorkspace", &ScriptApp::openWorkspace, py::arg("filename"), py::pos_only(),
+             "openWorkspace(filename) - opens a workspace file");
     type.def("closeWorkspace", &ScriptApp::closeWorkspace, "closeWorkspace() - closes the workspace");
     type.def("saveWorkspace", &ScriptApp::saveWorkspace, "saveWorkspace() - saves the workspace");
     defineWidgetMethods(type);

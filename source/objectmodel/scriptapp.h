@@ -26,7 +26,7 @@ private:
     PythonReference m_debugger;
 };
 
-/// How many milliseconds app.processEvents(@p time) handles events at most.
+/// For how many milliseconds app.processEvents(@p time) handles events; 0: only those that wait.
 [[nodiscard]] int eventTime(long time);
 
 [[nodiscard]] py::object bindApp();

@@ -17,11 +17,13 @@ ProjectWorkspace *ScriptCollection::workspace() const
 
 int ScriptCollection::count() const
 {
+    requireMainThread();
     return m_workspace ? m_workspace->count() : 0;
 }
 
 PythonReference ScriptCollection::subscript(_object *key)
 {
+    requireMainThread();
     if (!m_workspace)
         raiseNothing();
     if (PyLong_Check(key)) {
@@ -61,8 +63,13 @@ PythonReference ScriptCollection::item(int index)
 
 PythonReference ScriptCollection::objectOf(Project &project)
 {
+    requireMainThread();
     const void *key = cacheKey(project);
-    if (const auto found = m_objects.find(key); found != m_objects.end() && found->second.project)
+    if (!key)
+        return createObject(project);
+    // The address may be that of something that existed before: then no project, or another one, has it now.
+    const auto isCurrent = [&](const Entry &entry) { return entry.project && cacheKey(*entry.project) == key; };
+    if (const auto found = m_objects.find(key); found != m_objects.end() && isCurrent(found->second))
         return newPythonReference(found->second.object.get());
     PythonReference object = createObject(project);
     Entry entry{&project, newPythonReference(object.get())};

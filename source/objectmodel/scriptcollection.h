@@ -23,7 +23,7 @@ public:
     [[nodiscard]] PythonReference objectOf(Project &project);
 
 protected:
-    /// Projects with the same key have the same object.
+    /// Projects with the same key have the same object. With null, the object is not kept.
     [[nodiscard]] virtual const void *cacheKey(const Project &project) const = 0;
     [[nodiscard]] virtual PythonReference createObject(Project &project) = 0;
 

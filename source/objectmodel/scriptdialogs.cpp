@@ -45,11 +45,14 @@ QString openFileDialog(const ScriptApp &app, const QString &prompt, const QStrin
 
 void defineDialogMethods(py::class_<ScriptApp> &type)
 {
-    type.def("messageBox", messageBox, py::arg(), py::arg(), py::arg(), py::arg() = 0, py::arg() = 0,
+    type.def("messageBox", messageBox, py::arg("dialogTitle"), py::arg("prompt"), py::arg("button1"),
+             py::arg("button2") = 0, py::arg("button3") = 0, py::pos_only(),
              "messageBox(dialogTitle, prompt, button1, [button2], [button3]) - displays a message box with up to three "
              "buttons. Use mbOk, mbCancel, mbYes, mbNo, mbIgnore, mbAbort, mbRetry, mbNone for button values");
-    type.def("inputBox", inputBox, py::arg(), py::arg(), py::arg() = QString(),
+    type.def("inputBox", inputBox, py::arg("dialogTitle"), py::arg("prompt"), py::arg("defaultValue") = QString(),
+             py::pos_only(),
              "inputBox(dialogTitle, prompt, [defaultValue]) - displays a dialog prompting the user to enter a string");
-    type.def("openFileDialog", openFileDialog, py::arg(), py::arg() = QString(), py::arg() = QString(),
+    type.def("openFileDialog", openFileDialog, py::arg("prompt"), py::arg("path") = QString(),
+             py::arg("filter") = QString(), py::pos_only(),
              "openFileDialog(prompt, [path], [filter]) - displays a standard open file dialog");
 }

@@ -4,12 +4,13 @@
 #include "textview.h"
 #include "viewmanager.h"
 #include <limits>
-#include <QCoreApplication>
+
+using namespace Qt::StringLiterals;
 
 namespace {
 [[noreturn]] void raiseNotSaved(const QString &path)
 {
-    raisePython(PyExc_OSError, QCoreApplication::translate("Document", "Could not save file '%1'.").arg(path));
+    raisePython(PyExc_OSError, u"Could not save file '%1'."_s.arg(path));
 }
 } // namespace
 
@@ -20,6 +21,7 @@ ScriptDocument::ScriptDocument(ObjectModel &model, TextDocument *document) : Scr
 
 TextDocument &ScriptDocument::document() const
 {
+    requireMainThread();
     return requireAlive(m_document);
 }
 
@@ -88,17 +90,20 @@ void defineMethods(py::class_<ScriptDocument> &type)
     type.def("activate", &ScriptDocument::activate,
              "activate() - Makes the document the currently active document in the work place.");
     type.def("save", &ScriptDocument::save, "save() - Saves the last editing operation");
-    type.def("saveAs", &ScriptDocument::saveAs, "saveAs(filename) - Saves document with name 'filename'");
+    type.def("saveAs", &ScriptDocument::saveAs, py::arg("filename"), py::pos_only(),
+             "saveAs(filename) - Saves document with name 'filename'");
     type.def("undo", callView<&ViewManager::undo>, "undo() - Undoes the last editing operation");
     type.def("redo", callView<&ViewManager::redo>, "redo() - Redoes the last editing operation");
     type.def("cut", callView<&ViewManager::cut>, "cut() - Cuts the selected text to the clipboard.");
     type.def("copy", callView<&ViewManager::copy>, "copy() - Copies the selected text to the clipboard");
     type.def("paste", callView<&ViewManager::paste>,
              "paste() - Pastes the text on the clipboard at the current cursor position");
-    type.def("gotoLine", &ScriptDocument::gotoLine, "gotoLine(line) - Moves the cursor to 'line'");
-    type.def("insert", &ScriptDocument::insert, "instert(text) - inserts 'text' at the cursor");
+    type.def("gotoLine", &ScriptDocument::gotoLine, py::arg("line"), py::pos_only(),
+             "gotoLine(line) - Moves the cursor to 'line'");
+    type.def("insert", &ScriptDocument::insert, py::arg("text"), py::pos_only(),
+             "instert(text) - inserts 'text' at the cursor");
     type.def(
-        "moveCursor", &ScriptDocument::moveCursor, py::arg(), py::arg() = 0,
+        "moveCursor", &ScriptDocument::moveCursor, py::arg("direction"), py::arg("select") = 0, py::pos_only(),
         "moveCursor(CursorDirection,[SelectText]) - Moves cursor in 'CursorDirection' and optionally selects text");
     type.def("selectAll", callView<&ViewManager::selectAll>, "SelectAll() - selects the entire document");
 }

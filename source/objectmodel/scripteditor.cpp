@@ -9,14 +9,12 @@
 #include "viewmanager.h"
 #include "workspace.h"
 #include <algorithm>
-#include <QCoreApplication>
+#include <QDir>
+#include <QFileInfo>
+
+using namespace Qt::StringLiterals;
 
 namespace {
-struct Text
-{
-    Q_DECLARE_TR_FUNCTIONS(Editor)
-};
-
 DocumentTemplate *templateFor(const Workspace &workspace, const QString &path)
 {
     const auto &templates = workspace.templates();
@@ -30,19 +28,30 @@ DocumentTemplate *templateFor(const Workspace &workspace, const QString &path)
 void ScriptEditor::openDocument(const QString &path) const
 {
     if (path.isEmpty() || !model().host().openFile(path, false))
-        raisePython(PyExc_OSError, Text::tr("Error opening document '%1'.").arg(path));
+        raisePython(PyExc_OSError, u"Error opening document '%1'."_s.arg(path));
+}
+
+/// As for files that are opened: relative to the current project. Other names, "disassembler:fw", stay.
+QString ScriptEditor::absolutePath(const QString &name) const
+{
+    if (name.contains("disassembler:"_L1))
+        return name;
+    const Project *project = model().activity().currentProject();
+    return QDir::cleanPath(QDir(project ? project->basePath() : QString()).absoluteFilePath(name));
 }
 
 void ScriptEditor::newDocument(const QString &path, int addToProject) const
 {
     Workspace *workspace = model().host().workspace();
-    DocumentTemplate *docTemplate = templateFor(*workspace, path);
+    const QString absolute = absolutePath(path);
+    DocumentTemplate *docTemplate = templateFor(*workspace, absolute);
     if (!docTemplate)
-        raisePython(PyExc_ValueError, Text::tr("No document template for '%1' could not be found.").arg(path));
-    if (!workspace->newDocument(docTemplate, path))
-        raisePython(PyExc_OSError, Text::tr("Document '%1' could not be created.").arg(path));
+        raisePython(PyExc_ValueError, u"No document template for '%1' could not be found."_s.arg(path));
+    const bool exists = workspace->findDocument(absolute) || QFileInfo::exists(absolute); // it would be overwritten
+    if (exists || !workspace->newDocument(docTemplate, absolute))
+        raisePython(PyExc_OSError, u"Document '%1' could not be created."_s.arg(path));
     if (Project *project = model().activity().currentProject(); project && addToProject != 0)
-        project->addFiles({path}, nullptr);
+        project->addFiles({absolute}, nullptr);
 }
 
 void ScriptEditor::saveAll(int modifiedOnly) const
@@ -70,11 +79,12 @@ py::object bindEditor()
 {
     auto type =
         newScriptType<ScriptEditor>("Editor", "Represents a the source editor, and provides access to Text Documents");
-    type.def("openDocument", &ScriptEditor::openDocument,
+    type.def("openDocument", &ScriptEditor::openDocument, py::arg("filename"), py::pos_only(),
              "openDocument(filename) - Opens document with path 'filename'");
-    type.def("newDocument", &ScriptEditor::newDocument, py::arg(), py::arg() = 0,
-             "newDocument(filename,[addToProject]) - Creates a new document with name 'filename'");
-    type.def("saveAll", &ScriptEditor::saveAll, py::arg() = 1, "saveAll([modifiedOnly]) - Saves all open documents");
+    type.def("newDocument", &ScriptEditor::newDocument, py::arg("filename"), py::arg("addToProject") = 0,
+             py::pos_only(), "newDocument(filename,[addToProject]) - Creates a new document with name 'filename'");
+    type.def("saveAll", &ScriptEditor::saveAll, py::arg("modifiedOnly") = 1, py::pos_only(),
+             "saveAll([modifiedOnly]) - Saves all open documents");
     type.def_property_readonly("documents", &ScriptEditor::documents, "List fo currently open documents [R]");
     type.def_property_readonly("currentDocument", &ScriptEditor::currentDocument,
                                "TexDocument object representing the currently active documents [R]");

@@ -13,6 +13,9 @@ public:
     void saveAll(int modifiedOnly) const;
     [[nodiscard]] py::list documents() const;              ///< Text documents, in the order in which they were opened.
     [[nodiscard]] PythonReference currentDocument() const; ///< Null unless a text document is in front.
+
+private:
+    [[nodiscard]] QString absolutePath(const QString &name) const;
 };
 
 [[nodiscard]] py::object bindEditor();

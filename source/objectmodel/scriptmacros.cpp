@@ -1,7 +1,7 @@
 #include "scriptmacros.h"
 #include "macromanager.h"
+#include "pythonnumber.h"
 #include "scripthost.h"
-#include <QCoreApplication>
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -15,8 +15,7 @@ PythonReference requireFunction(const py::handle &object)
 /// The warning, which a script may have turned into an exception, is shown in the console.
 void warnOfTakenShortcut(const MacroDescription &macro)
 {
-    const QString text = QCoreApplication::translate("App", "The shortcut %1 of the macro '%2' is in use")
-                             .arg(macro.shortcut, macro.name);
+    const QString text = u"The shortcut %1 of the macro '%2' is in use"_s.arg(macro.shortcut, macro.name);
     if (PyErr_WarnEx(PyExc_UserWarning, text.toUtf8().constData(), 1) < 0)
         throw py::error_already_set();
 }
@@ -33,20 +32,23 @@ void addMacro(const ScriptApp &app, const py::handle &function, const QString &n
     app.model().host().macros().addMacro(checked.get(), macro);
 }
 
-void clearMacro(const ScriptApp &app, const py::handle &macro)
+/// What follows a name is not looked at.
+void clearMacro(const ScriptApp &app, const py::args &arguments)
 {
     MacroManager &macros = app.model().host().macros();
-    if (PyUnicode_Check(macro.ptr()))
-        macros.clearMacro(py::cast<QString>(macro));
-    else
-        macros.clearMacro(requireFunction(macro).get());
+    if (!arguments.empty() && py::isinstance<py::str>(arguments[0]))
+        return macros.clearMacro(py::cast<QString>(arguments[0]));
+    PyObject *function = nullptr;
+    parseArguments(arguments, "O:clearMacro", &function);
+    macros.clearMacro(requireFunction(function).get());
 }
 } // namespace
 
 void defineMacroMethods(py::class_<ScriptApp> &type)
 {
     const QString none;
-    type.def("addMacro", addMacro, py::arg(), py::arg(), py::arg() = none, py::arg() = none, py::arg() = none,
+    type.def("addMacro", addMacro, py::arg("function"), py::arg("name"), py::arg("description") = none,
+             py::arg("shortcutKey") = none, py::arg("iconFile") = none, py::pos_only(),
              "addMacro(function, name, [description], [shortcutKey], [iconFile]) - adds a macro to the Tools menu and "
              "Macro toolbar");
     type.def("clearMacro", clearMacro, "clearMacro(name)- removes a macro");

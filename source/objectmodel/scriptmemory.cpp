@@ -1,6 +1,7 @@
 #include "scriptmemory.h"
 #include "idisassembly.h"
 #include "imemoryverify.h"
+#include <algorithm>
 
 using namespace Qt::StringLiterals;
 
@@ -52,7 +53,7 @@ void ScriptMemory::setRegion(const QString &name)
     const QList<MemoryRegion> all = allRegions();
     const auto found = std::ranges::find(all, name, &MemoryRegion::name);
     if (found == all.end())
-        raisePython(PyExc_ValueError, QObject::tr("Attempt to set unknown memory region"));
+        raisePython(PyExc_ValueError, u"Attempt to set unknown memory region"_s);
     m_region = int(found - all.begin());
     if (!(found->modes & uint(m_mode)))
         m_mode = firstMemoryMode(*found);
@@ -70,9 +71,9 @@ void ScriptMemory::setMode(const QString &name)
 {
     const int mode = memoryModeOfName(name);
     if (mode == 0)
-        raisePython(PyExc_ValueError, QObject::tr("Attempt to set unknown memory mode"));
+        raisePython(PyExc_ValueError, u"Attempt to set unknown memory mode"_s);
     if (!(region().modes & uint(mode)))
-        raisePython(PyExc_ValueError, QObject::tr("That mode is not valid"));
+        raisePython(PyExc_ValueError, u"That mode is not valid"_s);
     m_mode = mode;
 }
 
@@ -81,7 +82,7 @@ MemoryRegion ScriptMemory::requireRegion() const
 {
     const QList<MemoryRegion> all = allRegions();
     if (m_region >= all.size())
-        raisePython(PyExc_RuntimeError, QObject::tr("The memory region does not exist"));
+        raisePython(PyExc_RuntimeError, u"The memory region does not exist"_s);
     return all.at(m_region);
 }
 
@@ -94,7 +95,7 @@ InterfacePtr<IMemoryVerify> verifyOf(const ScriptTarget &target)
     if (!verify)
         verify = target.find<IMemoryVerify>();
     if (!verify)
-        raisePython(PyExc_AttributeError, QObject::tr("Memory does not support verify mode"));
+        raisePython(PyExc_AttributeError, u"Memory does not support verify mode"_s);
     return verify;
 }
 } // namespace
@@ -152,9 +153,9 @@ MemorySlice ScriptMemory::slice(qint64 first, qint64 end) const
     const MemoryRegion region = requireRegion();
     const std::optional<MemorySlice> slice = memorySlice(region, mode(), first, end);
     if (!slice)
-        raisePython(PyExc_IndexError, QObject::tr("Index error"));
+        raisePython(PyExc_IndexError, u"Index error"_s);
     if (slice->cells > MostCells)
-        raisePython(PyExc_MemoryError, QObject::tr("Memory slice is too large"));
+        raisePython(PyExc_MemoryError, u"Memory slice is too large"_s);
     return *slice;
 }
 

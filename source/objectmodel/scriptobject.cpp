@@ -3,5 +3,6 @@
 
 ObjectModel &ScriptObject::model() const
 {
+    requireMainThread();
     return requireAlive(m_model);
 }

@@ -6,7 +6,7 @@
 class ScriptObject
 {
 public:
-    /// Raises RuntimeError if the main window is gone.
+    /// Raises RuntimeError if the main window is gone, and in a thread of the script.
     [[nodiscard]] ObjectModel &model() const;
 
 protected:

@@ -2,7 +2,8 @@
 #include "dockwindow.h"
 #include "pythonoutputpanel.h"
 #include "scripthost.h"
-#include <QCoreApplication>
+
+using namespace Qt::StringLiterals;
 
 PythonOutputPanel &ScriptOutputWindow::panel() const
 {
@@ -23,8 +24,7 @@ QString ScriptOutputWindow::item(const QString &name) const
 {
     const QString value = panel().value(name);
     if (value.isEmpty())
-        raisePython(PyExc_KeyError,
-                    QCoreApplication::translate("OutputWindow", "Attempt to read unknown property '%1'").arg(name));
+        raisePython(PyExc_KeyError, u"Attempt to read unknown property '%1'"_s.arg(name));
     return value;
 }
 
@@ -40,6 +40,7 @@ py::object bindOutputWindow()
         "clear", [](const Self &self) { self.panel().clear(); }, "clear() - Clears the python output window");
     type.def(
         "clearProperty", [](const Self &self, const QString &name) { self.panel().remove(name); },
+        py::arg("propertyName"), py::pos_only(),
         "clearProperty(propertyName) - Removes the property value 'proopetyName' from the Output Window");
     type.def("__getitem__", &Self::item);
     type.def("__setitem__",

@@ -1,6 +1,8 @@
 #include "scriptperipherals.h"
 #include "pythonnumber.h"
 
+using namespace Qt::StringLiterals;
+
 namespace {
 QList<PeripheralInfo> peripheralsOf(const ScriptTarget &target)
 {
@@ -32,7 +34,7 @@ int ScriptPeripherals::indexOf(const QString &name) const
 {
     const auto index = keys().indexOf(name);
     if (index < 0)
-        raisePython(PyExc_KeyError, QObject::tr("Unknown peripheral '%1'").arg(name));
+        raisePython(PyExc_KeyError, u"Unknown peripheral '%1'"_s.arg(name));
     return int(index);
 }
 
@@ -55,7 +57,7 @@ uint ScriptPeripheral::value(const QString &name) const
 {
     const PeripheralInfo peripheral = info();
     if (!namesOf(peripheral.registers).contains(name))
-        raisePython(PyExc_KeyError, QObject::tr("Attempt to read unknown register '%1'").arg(name));
+        raisePython(PyExc_KeyError, u"Attempt to read unknown register '%1'"_s.arg(name));
     const auto interface = m_target.get<IPeripherals>();
     return askTarget<&IPeripherals::value>(interface, peripheral.name, name);
 }
@@ -64,7 +66,7 @@ void ScriptPeripheral::setValue(const QString &name, uint value) const
 {
     const PeripheralInfo peripheral = info();
     if (!namesOf(peripheral.registers).contains(name))
-        raisePython(PyExc_KeyError, QObject::tr("Attempt to write unknown register '%1'").arg(name));
+        raisePython(PyExc_KeyError, u"Attempt to write unknown register '%1'"_s.arg(name));
     const auto interface = m_target.get<IPeripherals>();
     runTarget<&IPeripherals::setValue>(interface, peripheral.name, name, value);
     m_target.model().notifyDebugWindows(ObjectModel::DataWindows);

@@ -4,15 +4,20 @@
 #include "isourcemapping.h"
 #include "isymbollookup.h"
 #include "programplace.h"
+#include "project.h"
 #include "pythonnumber.h"
 #include "scriptapp.h"
 #include "scriptmemory.h"
 #include "scriptperipherals.h"
 #include "scriptregisters.h"
+#include <limits>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
-ScriptProcessor::ScriptProcessor(const ScriptTarget &target) : m_target(target) {}
+ScriptProcessor::ScriptProcessor(const ScriptTarget &target)
+    : m_target(target), m_binding(target.project()->executionBindings())
+{}
 
 // Running
 
@@ -22,7 +27,7 @@ QString ScriptProcessor::evaluate(const QString &expression) const
     QString result;
     const int status = askTarget<&IExecutionEnvironment::evaluate>(environment, expression, result);
     if (status != 0)
-        raisePython(PyExc_ValueError, QObject::tr("Could not evaluate expression: %1").arg(result));
+        raisePython(PyExc_ValueError, u"Could not evaluate expression: %1"_s.arg(result));
     return result;
 }
 
@@ -95,7 +100,7 @@ int environmentLine(const QString &file, int line)
 
 QString notSet()
 {
-    return QObject::tr("Could not set breakpoint");
+    return u"Could not set breakpoint"_s;
 }
 
 /// The first line that the environment has for an address. The kind that it is asked for first is the one at which a
@@ -136,12 +141,12 @@ void ScriptProcessor::setBreakpointAtSymbol(const QString &name) const
 
 void ScriptProcessor::disableBreakpoint(const QString &file, int line) const
 {
-    changeBreakpoint(file, line, BreakpointDisabled, QObject::tr("Could not disable breakpoint"));
+    changeBreakpoint(file, line, BreakpointDisabled, u"Could not disable breakpoint"_s);
 }
 
 void ScriptProcessor::removeBreakpoint(const QString &file, int line) const
 {
-    changeBreakpoint(file, line, BreakpointRemoved, QObject::tr("Could not remove breakpoint"));
+    changeBreakpoint(file, line, BreakpointRemoved, u"Could not remove breakpoint"_s);
 }
 
 /// Raises @p failure if the environment has no breakpoints. Only a breakpoint that is to be set must also succeed.
@@ -177,7 +182,7 @@ InterfacePtr<T> symbolsOf(const ScriptTarget &target, PyObject *failure)
 {
     InterfacePtr<T> symbols = target.find<T>();
     if (!symbols)
-        raisePython(failure, QObject::tr("The debugger that you are using does not export symbol information"));
+        raisePython(failure, u"The debugger that you are using does not export symbol information"_s);
     return symbols;
 }
 } // namespace
@@ -187,7 +192,7 @@ uint ScriptProcessor::symbolAddress(const QString &name) const
     const auto mapping = symbolsOf<ISourceMapping>(m_target, PyExc_ValueError);
     uint address = 0;
     if (!askTarget<&ISourceMapping::symbolAddress>(mapping, name, address))
-        raisePython(PyExc_ValueError, QObject::tr("Symbol '%1' not found").arg(name));
+        raisePython(PyExc_ValueError, u"Symbol '%1' not found"_s.arg(name));
     return address;
 }
 
@@ -197,7 +202,7 @@ QString ScriptProcessor::symbolAt(uint address)
     const int region = memoryRegion();
     QString name;
     if (!askTarget<&ISymbolLookup::symbolAt>(symbols, address, region, name))
-        raisePython(PyExc_ValueError, QObject::tr("No symbol found at address 0x%1").arg(QString::number(address, 16)));
+        raisePython(PyExc_ValueError, u"No symbol found at address 0x%1"_s.arg(QString::number(address, 16)));
     return name;
 }
 
@@ -206,7 +211,7 @@ uint ScriptProcessor::sourceAddress(const QString &file, int line) const
     const auto symbols = symbolsOf<ISymbolLookup>(m_target, PyExc_RuntimeError); // another exception than its sisters
     uint address = 0;
     if (!askTarget<&ISymbolLookup::addressOf>(symbols, file, line, address))
-        raisePython(PyExc_ValueError, QObject::tr("Source line does not map to address"));
+        raisePython(PyExc_ValueError, u"Source line does not map to address"_s);
     return address;
 }
 
@@ -224,8 +229,18 @@ QList<BreakpointLocation> ScriptProcessor::sourceLines(uint address) const
 
 // Objects that are kept
 
+/// The project may have got another environment when its file was reloaded.
+void ScriptProcessor::forgetFormerEnvironment()
+{
+    const int binding = m_target.project()->executionBindings();
+    if (std::exchange(m_binding, binding) == binding)
+        return;
+    const PythonReference former[] = {std::move(m_memory), std::move(m_extension)}; // their end may run scripts
+}
+
 _object *ScriptProcessor::memory()
 {
+    forgetFormerEnvironment();
     if (!m_target.find<IMemory>() && !m_memory)
         return Py_None;
     if (!m_memory)
@@ -242,6 +257,7 @@ int ScriptProcessor::memoryRegion()
 
 _object *ScriptProcessor::extension()
 {
+    forgetFormerEnvironment();
     if (!m_extension) {
         const auto environment = m_target.environment();
         PythonReference object(askTarget<&IExecutionEnvironment::pythonExtension>(environment));
@@ -266,7 +282,7 @@ QString toText(const char *utf8)
 int toLine(long long number)
 {
     if (number < std::numeric_limits<int>::min() || number > std::numeric_limits<uint>::max())
-        raisePython(PyExc_OverflowError, QObject::tr("The line number is too large"));
+        raisePython(PyExc_OverflowError, u"The line number is too large"_s);
     return int(number);
 }
 

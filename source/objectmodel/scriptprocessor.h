@@ -45,8 +45,10 @@ public:
 private:
     void changeBreakpoint(const QString &file, int line, BreakpointState state, const QString &failure) const;
     [[nodiscard]] int memoryRegion();
+    void forgetFormerEnvironment();
 
     const ScriptTarget m_target;
+    int m_binding; ///< Project::executionBindings() of the environment that the objects belong to
     PythonReference m_memory;
     PythonReference m_extension;
 };

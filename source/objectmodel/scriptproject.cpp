@@ -5,7 +5,8 @@
 #include "scriptprojectfile.h"
 #include "scriptprojectfolder.h"
 #include "scriptprojectproperties.h"
-#include <QCoreApplication>
+
+using namespace Qt::StringLiterals;
 
 ScriptProject::ScriptProject(ObjectModel &model, Project *project)
     : ScriptObject(model), m_project(InterfacePtr<IProject>(handOut<IProject, IProjectImpl>(project)))
@@ -23,7 +24,7 @@ void ScriptProject::save() const
 {
     Project &project = m_project.object();
     if (!model().saveProject(&project))
-        deferPythonError(PyExc_OSError, QCoreApplication::translate("Project", "Could not save project"));
+        deferPythonError(PyExc_OSError, u"Could not save project"_s);
 }
 
 namespace {
@@ -67,8 +68,8 @@ py::object bindProject()
     auto type = newScriptType<ScriptProject>("Project", "Represents an Varnel project");
     type.def(
         "addFile", [](const ScriptProject &self, const QString &path) { self.project()->addFiles({path}); },
-        "AddFile(filename) - adds the file 'filename' to the project");
-    type.def("build", &ScriptProject::build, py::arg() = 0,
+        py::arg("filename"), py::pos_only(), "AddFile(filename) - adds the file 'filename' to the project");
+    type.def("build", &ScriptProject::build, py::arg("rebuild") = 0, py::pos_only(),
              "build() - Builds the current configuration of the project");
     type.def("save", &ScriptProject::save, "save() - Saves the current project");
     defineAttributes(type);

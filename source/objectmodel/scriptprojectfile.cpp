@@ -6,7 +6,7 @@ py::object bindProjectFile()
     using Self = ScriptProjectFile;
     auto type = newScriptType<Self>("ProjectFile", "Represents a file contained in the project");
     type.def(
-        "test", [](const Self &, const QString &text) { return text; }, "test method");
+        "test", [](const Self &, const QString &text) { return text; }, py::arg("text"), py::pos_only(), "test method");
     type.def_property_readonly(
         "name", [](const Self &self) { return self.file()->name(); }, "Returns the name of the file [R]");
     type.def_property_readonly(

@@ -6,7 +6,7 @@ py::object bindProjectFolder()
     using Self = ScriptProjectFolder;
     auto type = newScriptType<Self>("ProjectFolder", "Represents a project folder");
     type.def(
-        "test", [](const Self &, const QString &text) { return text; }, "test method");
+        "test", [](const Self &, const QString &text) { return text; }, py::arg("text"), py::pos_only(), "test method");
     type.def_property_readonly(
         "name", [](const Self &self) { return self.folder()->name(); }, "Returns the name of the file [R]");
     type.def_property_readonly(

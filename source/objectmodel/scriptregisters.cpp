@@ -2,6 +2,8 @@
 #include "iregisters.h"
 #include "pythonnumber.h"
 
+using namespace Qt::StringLiterals;
+
 ScriptRegisters::ScriptRegisters(const ScriptTarget &target) : m_target(target) {}
 
 QStringList ScriptRegisters::keys() const
@@ -16,7 +18,7 @@ QStringList ScriptRegisters::keys() const
 uint ScriptRegisters::value(const QString &name) const
 {
     if (!keys().contains(name))
-        raisePython(PyExc_KeyError, QObject::tr("Attempt to read unknown register '%1'").arg(name));
+        raisePython(PyExc_KeyError, u"Attempt to read unknown register '%1'"_s.arg(name));
     const auto registers = m_target.get<IRegisters>();
     return askTarget<&IRegisters::value>(registers, name, 0);
 }
@@ -24,7 +26,7 @@ uint ScriptRegisters::value(const QString &name) const
 void ScriptRegisters::setValue(const QString &name, uint value) const
 {
     if (!keys().contains(name))
-        raisePython(PyExc_KeyError, QObject::tr("Attempt to write unknown register '%1'").arg(name));
+        raisePython(PyExc_KeyError, u"Attempt to write unknown register '%1'"_s.arg(name));
     const auto registers = m_target.get<IRegisters>();
     runTarget<&IRegisters::setValue>(registers, name, value, 0);
     m_target.model().notifyDebugWindows(ObjectModel::RegisterWindow);

@@ -2,44 +2,25 @@
 #include "activity.h"
 #include "project.h"
 #include "projectworkspace.h"
-#include "pythonoutput.h"
+#include "scriptevents.h"
 #include "scripthost.h"
 #include <algorithm>
 #include <QAction>
-#include <QCoreApplication>
 #include <QDeadlineTimer>
 #include <QDir>
-#include <QEventLoop>
 #include <QFileInfo>
-#include <QTimer>
 
 using namespace Qt::StringLiterals;
 
 namespace {
-constexpr std::chrono::milliseconds Slice{20}; ///< between two looks at the state
-constexpr double DefaultWait = 60;             ///< seconds
+constexpr std::chrono::milliseconds Interval{20}; ///< between two looks at the state
+constexpr double DefaultWait = 60;                ///< seconds
 
 const QStringList &stateNames()
 {
     static const QStringList names{u"closed"_s,  u"idle"_s,   u"building"_s, u"starting"_s,
                                    u"running"_s, u"paused"_s, u"finished"_s, u"unknown"_s};
     return names;
-}
-
-QString tr(const char *text)
-{
-    return QCoreApplication::translate("Replay", text);
-}
-
-/// Runs the event loop for a moment. Raises what interrupts the script.
-void letWindowWork()
-{
-    PythonOutput::flushAll();
-    QEventLoop loop;
-    QTimer::singleShot(Slice, &loop, &QEventLoop::quit);
-    loop.exec();
-    if (PyErr_CheckSignals() != 0 || Py_MakePendingCalls() != 0)
-        throw py::error_already_set();
 }
 
 bool isSameFile(const QString &first, const QString &second)
@@ -67,11 +48,10 @@ QAction *ScriptReplay::availableAction(const QString &name) const
 {
     QAction *action = model().host().action(name);
     if (!action)
-        raisePython(PyExc_KeyError, tr("There is no command '%1'").arg(name));
+        raisePython(PyExc_KeyError, u"There is no command '%1'"_s.arg(name));
     if (!action->isEnabled())
-        raisePython(PyExc_RuntimeError,
-                    tr("The command '%1' (%2) is not available in the state '%3'")
-                        .arg(action->iconText(), name, replayStateName(model().activity().state())));
+        raisePython(PyExc_RuntimeError, u"The command '%1' is not available in the state '%2'"_s.arg(
+                                            name, replayStateName(model().activity().state())));
     return action;
 }
 
@@ -86,22 +66,22 @@ void ScriptReplay::setChecked(const QString &name, bool checked) const
 {
     QAction *action = availableAction(name);
     if (!action->isCheckable())
-        raisePython(PyExc_ValueError, tr("The command '%1' cannot be switched on and off").arg(name));
+        raisePython(PyExc_ValueError, u"The command '%1' cannot be switched on and off"_s.arg(name));
     action->setChecked(checked);
 }
 
 void ScriptReplay::waitFor(const QString &name, double seconds)
 {
     if (!stateNames().contains(name))
-        raisePython(PyExc_ValueError, tr("There is no state '%1'").arg(name));
+        raisePython(PyExc_ValueError, u"There is no state '%1'"_s.arg(name));
     const auto state = [this] { return replayStateName(model().activity().state()); };
     const QDeadlineTimer deadline(qint64(std::clamp(seconds, 0.0, 1e9) * 1000));
     while (state() != name || changes() == m_changes) {
         if (deadline.hasExpired())
             raisePython(
                 PyExc_TimeoutError,
-                tr("The program has not become '%1' in %2 seconds: it is '%3'").arg(name).arg(seconds).arg(state()));
-        letWindowWork();
+                u"The program has not become '%1' in %2 seconds: it is '%3'"_s.arg(name).arg(seconds).arg(state()));
+        handleEvents(Interval);
     }
 }
 
@@ -111,14 +91,14 @@ void ScriptReplay::useWorkspace(const QString &path) const
     if (open && isSameFile(open->fileName(), path))
         return;
     if (!model().host().replaceWorkspace(path))
-        raisePython(PyExc_OSError, tr("Cannot open workspace '%1'").arg(path));
+        raisePython(PyExc_OSError, u"Cannot open workspace '%1'"_s.arg(path));
 }
 
 QString ScriptReplay::path(const QString &relative) const
 {
     const ProjectWorkspace *open = model().activity().workspace();
     if (!open)
-        raisePython(PyExc_RuntimeError, tr("No workspace is open"));
+        raisePython(PyExc_RuntimeError, u"No workspace is open"_s);
     return QDir::cleanPath(QFileInfo(open->fileName()).absoluteDir().absoluteFilePath(relative));
 }
 
@@ -131,7 +111,7 @@ void ScriptReplay::setWatches(const QString &project, const py::list &expression
         if (open && open->name() == project)
             return m_hooks.setWatches(open->fileName(), texts);
     }
-    raisePython(PyExc_KeyError, tr("There is no project '%1'").arg(project));
+    raisePython(PyExc_KeyError, u"There is no project '%1'"_s.arg(project));
 }
 
 // The module
@@ -139,15 +119,21 @@ void ScriptReplay::setWatches(const QString &project, const py::list &expression
 namespace {
 py::object bindReplay()
 {
+    py::options options;
+    options.disable_function_signatures(); // the documentation is the given text
     auto type = newScriptType<ScriptReplay>("Replay", "Carries out what the recorder has written");
     type.attr("__module__") = "varnelreplay";
-    type.def("trigger", &ScriptReplay::trigger, "trigger(name) - performs a command; RuntimeError if it is disabled");
-    type.def("setChecked", &ScriptReplay::setChecked, "setChecked(name, checked) - switches a command on or off");
-    type.def("waitFor", &ScriptReplay::waitFor, py::arg(), py::arg() = DefaultWait,
+    type.def("trigger", &ScriptReplay::trigger, py::arg("name"), py::pos_only(),
+             "trigger(name) - performs a command; RuntimeError if it is disabled");
+    type.def("setChecked", &ScriptReplay::setChecked, py::arg("name"), py::arg("checked"), py::pos_only(),
+             "setChecked(name, checked) - switches a command on or off");
+    type.def("waitFor", &ScriptReplay::waitFor, py::arg("state"), py::arg("seconds") = DefaultWait, py::pos_only(),
              "waitFor(state, [seconds]) - waits for a state after the last command; TimeoutError after 60 seconds");
-    type.def("useWorkspace", &ScriptReplay::useWorkspace, "useWorkspace(path) - opens a workspace unless it is open");
-    type.def("path", &ScriptReplay::path, "path(relative) - a path in the folder of the open workspace");
-    type.def("setWatches", &ScriptReplay::setWatches,
+    type.def("useWorkspace", &ScriptReplay::useWorkspace, py::arg("path"), py::pos_only(),
+             "useWorkspace(path) - opens a workspace unless it is open");
+    type.def("path", &ScriptReplay::path, py::arg("relative"), py::pos_only(),
+             "path(relative) - a path in the folder of the open workspace");
+    type.def("setWatches", &ScriptReplay::setWatches, py::arg("project"), py::arg("expressions"), py::pos_only(),
              "setWatches(project, expressions) - replaces the watches of a project");
     return type;
 }

@@ -1,5 +1,6 @@
 #include "scriptrun.h"
 #include "pythoncall.h"
+#include "pythonerrors.h"
 #include "pythonreference.h"
 #include "pythonstring.h"
 #include "scriptwatch.h"
@@ -119,8 +120,9 @@ int runScriptProgram(const QStringList &arguments, const std::function<bool()> &
     setArguments(arguments.mid(isModule ? 1 : 0));
     searchModulesFirst(isModule ? QString() : QFileInfo(script).absolutePath());
     const ScriptWatch watch(keepRunning);
+    const int uncaught = deferredPythonErrors(); // of a failed save of a project, for example
     const PythonReference result = isModule ? runModule(script) : runFile(script);
-    const int code = result ? 0 : takeError();
+    const int code = !result ? takeError() : deferredPythonErrors() != uncaught ? ScriptFailed : 0;
     runOwnCode("import sys\nsys.stdout.flush()\n");
     PyErr_Clear();
     return code;

@@ -2,10 +2,13 @@
 #include "project.h"
 #include "scripttypes.h"
 
+using namespace Qt::StringLiterals;
+
 ScriptTarget::ScriptTarget(ObjectModel &model, Project *project) : ScriptObject(model), m_project(project) {}
 
 Project *ScriptTarget::project() const
 {
+    requireMainThread();
     return &requireAlive(m_project);
 }
 
@@ -20,7 +23,7 @@ InterfacePtr<IExecutionEnvironment> ScriptTarget::environment() const
 void ScriptTarget::requireActive() const
 {
     if (!project()->isActive())
-        raisePython(PyExc_RuntimeError, QObject::tr("Project associated with processor is not active"));
+        raisePython(PyExc_RuntimeError, u"Project associated with processor is not active"_s);
 }
 
 void ScriptTarget::raiseNoInterface()
@@ -30,5 +33,5 @@ void ScriptTarget::raiseNoInterface()
 
 void raisePluginFailed(const char *operation)
 {
-    raisePython(PyExc_RuntimeError, QObject::tr("The plug-in has failed in %1").arg(QString::fromLatin1(operation)));
+    raisePython(PyExc_RuntimeError, u"The plug-in has failed in %1"_s.arg(QString::fromLatin1(operation)));
 }

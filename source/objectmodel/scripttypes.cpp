@@ -1,5 +1,6 @@
 #include "scripttypes.h"
 #include <QCoreApplication>
+#include <QThread>
 using namespace Qt::StringLiterals;
 
 void raisePython(_object *type, const QString &text)
@@ -11,6 +12,18 @@ void raisePython(_object *type, const QString &text)
 void raiseNothing()
 {
     raisePython(PyExc_SystemError, u"error return without exception set"_s);
+}
+
+bool isMainThread()
+{
+    const QCoreApplication *application = QCoreApplication::instance();
+    return !application || application->thread() == QThread::currentThread();
+}
+
+void requireMainThread()
+{
+    if (!isMainThread())
+        raisePython(PyExc_RuntimeError, u"Only the main thread of a script can use the program"_s);
 }
 
 void raiseDestroyed()

@@ -14,6 +14,10 @@ namespace py = pybind11;
 /// For objects that scripts have kept longer than the program.
 [[noreturn]] void raiseDestroyed();
 
+/// For all that is not safe in a thread that the script has started: raises RuntimeError there.
+void requireMainThread();
+[[nodiscard]] bool isMainThread();
+
 /// The object, if it still exists.
 template <typename T>
 T &requireAlive(const QPointer<T> &object)

@@ -13,11 +13,6 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-struct Text
-{
-    Q_DECLARE_TR_FUNCTIONS(App)
-};
-
 /// The wrapper of a new object. At the address of a dead one it is still that of the dead one; no script could reach
 /// the new object then.
 PythonReference wrapperOfNew(QObject *object, bool owned)
@@ -33,7 +28,7 @@ PythonReference loadUI(const ScriptApp &app, const QString &fileName)
     const QString path = QDir::cleanPath(app.model().host().scriptDirectories().file(fileName));
     QWidget *window = loadUiFile(path);
     if (!window)
-        raisePython(PyExc_OSError, Text::tr("Failed to load UI from file %1").arg(path));
+        raisePython(PyExc_OSError, u"Failed to load UI from file %1"_s.arg(path));
     if (qobject_cast<QDialog *>(window)) // in front of the window, which it blocks
         window->setParent(app.model().host().dialogParent(), window->windowFlags());
     return wrapperOfNew(window, true);
@@ -41,22 +36,23 @@ PythonReference loadUI(const ScriptApp &app, const QString &fileName)
 
 PythonReference createUI(const ScriptApp &, const QString &className, const QString &name)
 {
+    requireMainThread();
     QWidget *widget = createUiWidget(className, name);
     if (!widget)
-        raisePython(PyExc_TypeError, Text::tr("Failed to create widget %1").arg(className));
+        raisePython(PyExc_TypeError, u"Failed to create widget %1"_s.arg(className));
     return wrapperOfNew(widget, true);
 }
 
 QWidget &requireWidget(const py::handle &object, const ObjectModel &model)
 {
     if (!py::isinstance(object, pyQtWrapperType()))
-        raisePython(PyExc_TypeError, Text::tr("Widget expected"));
+        raisePython(PyExc_TypeError, u"Widget expected"_s);
     const QtWrapper *wrapper = QtWrapper::of(object.ptr());
     if (!wrapper || !wrapper->object())
         raiseDestroyed();
     auto *widget = qobject_cast<QWidget *>(wrapper->object());
     if (!widget || widget->isAncestorOf(model.host().dialogParent()))
-        raisePython(PyExc_TypeError, Text::tr("Widget expected"));
+        raisePython(PyExc_TypeError, u"Widget expected"_s);
     return *widget;
 }
 
@@ -68,6 +64,7 @@ void dockUI(const ScriptApp &app, const py::handle &widget, long position)
 
 PythonReference createTimer(const ScriptApp &, const QString &name)
 {
+    requireMainThread();
     auto *timer = new Timer(QCoreApplication::instance()); // exists until the end of the process
     timer->setObjectName(name);
     return wrapperOfNew(timer, false);
@@ -77,10 +74,13 @@ PythonReference createTimer(const ScriptApp &, const QString &name)
 
 void defineWidgetMethods(py::class_<ScriptApp> &type)
 {
-    type.def("loadUI", loadUI, "loadUI(filename) - load UI definition from file");
-    type.def("createUI", createUI, py::arg(), py::arg() = QString(), "createUI(class, [name]) - create new widget");
-    type.def("dockUI", dockUI, py::arg(), py::arg() = 1, "dockUI(widget, [position]) - dock a widget");
-    type.def("createTimer", createTimer, py::arg() = QString(), "createTimer([name]) - create a new timer");
+    type.def("loadUI", loadUI, py::arg("filename"), py::pos_only(), "loadUI(filename) - load UI definition from file");
+    type.def("createUI", createUI, py::arg("className"), py::arg("name") = QString(), py::pos_only(),
+             "createUI(class, [name]) - create new widget");
+    type.def("dockUI", dockUI, py::arg("widget"), py::arg("position") = 1, py::pos_only(),
+             "dockUI(widget, [position]) - dock a widget");
+    type.def("createTimer", createTimer, py::arg("name") = QString(), py::pos_only(),
+             "createTimer([name]) - create a new timer");
 }
 
 py::object bindQtWrapper()

@@ -375,6 +375,7 @@ void Project::setBuildInterface(IBuildEnvironment *environment)
 
 void Project::setExecutionInterface(IExecutionEnvironment *environment)
 {
+    ++m_executionBindings;
     m_executionInterface = shareInterface(environment);
 }
 

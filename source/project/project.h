@@ -88,6 +88,8 @@ public:
     void setExecutionInterface(IExecutionEnvironment *environment);
     [[nodiscard]] IBuildEnvironment *buildInterface() const { return m_buildInterface.get(); }
     [[nodiscard]] IExecutionEnvironment *executionInterface() const { return m_executionInterface.get(); }
+    /// How often an execution environment was set: another one may have the address of a former one.
+    [[nodiscard]] int executionBindings() const { return m_executionBindings; }
     void setBuildEnvironment(IBuildEnvironment *environment) { setBuildInterface(environment); }
     void setExecutionEnvironment(IExecutionEnvironment *environment) { setExecutionInterface(environment); }
 
@@ -143,5 +145,6 @@ private:
     QString m_currentConfiguration;
     InterfacePtr<IBuildEnvironment> m_buildInterface;
     InterfacePtr<IExecutionEnvironment> m_executionInterface;
+    int m_executionBindings = 0;
     bool m_active = true;
 };

@@ -36,29 +36,25 @@ void MarkerWidget::setPosition(int, qint64 y)
 
 void MarkerWidget::setMarker(int line, int mask, bool on, bool alternate)
 {
-    int bits = m_markers.value(line);
-    bits = on ? bits | mask : bits & ~mask;
-    if (on && mask != CurrentLine && mask != Lookup && mask != Caller)
-        bits = alternate ? bits | Alternate : bits & ~Alternate;
-    if (bits & ~Alternate)
-        m_markers.insert(line, bits);
-    else
-        m_markers.remove(line);
+    m_markers.set(line, mask, on, alternate);
+    update();
+}
+
+void MarkerWidget::setMarkers(const QMap<int, int> &markers)
+{
+    m_markers.setBits(markers);
     update();
 }
 
 void MarkerWidget::clearMarkers(int mask)
 {
-    for (auto it = m_markers.begin(); it != m_markers.end();) {
-        *it &= ~mask;
-        it = *it & ~Alternate ? std::next(it) : m_markers.erase(it);
-    }
+    m_markers.clear(mask);
     update();
 }
 
 bool MarkerWidget::hasMarker(int line, int mask) const
 {
-    return m_markers.value(line) & mask;
+    return m_markers.has(line, mask);
 }
 
 // Painting ----------------------------------------------------------------
@@ -74,13 +70,14 @@ void MarkerWidget::paintMarkers(QPainter &painter)
 {
     const qint64 first = m_offset / m_lineHeight + 1;
     const qint64 count = (height() + m_lineHeight) / m_lineHeight;
-    for (auto it = m_markers.lowerBound(int(first)); it != m_markers.cend() && it.key() <= first + count; ++it)
+    const QMap<int, int> &bits = markers();
+    for (auto it = bits.lowerBound(int(first)); it != bits.cend() && it.key() <= first + count; ++it)
         paintLine(painter, it.key(), int(qint64(it.key() - 1) * m_lineHeight - m_offset));
 }
 
 void MarkerWidget::paintLine(QPainter &painter, int line, int top)
 {
-    const int bits = m_markers.value(line);
+    const int bits = markers().value(line);
     const QString suffix = bits & Alternate ? u"2.png"_s : u".png"_s;
     if (bits & EnabledBreakpoint)
         drawPicture(painter, u"markerenabledbreak"_s + suffix, top);

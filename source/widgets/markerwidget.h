@@ -1,7 +1,7 @@
 #pragma once
+#include "marktable.h"
 #include <functional>
 #include <QHash>
-#include <QMap>
 #include <QPixmap>
 #include <QWidget>
 class ScrollView;
@@ -12,15 +12,7 @@ class MarkerWidget : public QWidget
     Q_OBJECT
 public:
     static constexpr int Width = 18; ///< pixels
-    enum Bit {
-        EnabledBreakpoint = 0x01,
-        DisabledBreakpoint = 0x02,
-        MultipleBreakpoint = 0x04,
-        CurrentLine = 0x08,
-        Lookup = 0x10,
-        Caller = 0x20,
-        Alternate = 0x8000
-    };
+    using enum MarkTable::Bit;
 
     /// @p view is what the margin belongs to: it is scrolled by a wheel above the margin.
     explicit MarkerWidget(ScrollView *view, QWidget *parent = nullptr);
@@ -33,11 +25,12 @@ public:
     [[nodiscard]] int lineHeight() const { return m_lineHeight; }
     [[nodiscard]] qint64 offset() const { return m_offset; }
 
-    /// Lines count from 1. Setting a breakpoint's bits sets or clears the alternate bit as well.
+    /// Lines count from 1; the rest is as in MarkTable.
     void setMarker(int line, int mask, bool on, bool alternate);
     void clearMarkers(int mask);
     [[nodiscard]] bool hasMarker(int line, int mask) const;
-    [[nodiscard]] const QMap<int, int> &markers() const { return m_markers; }
+    [[nodiscard]] const QMap<int, int> &markers() const { return m_markers.bits(); }
+    void setMarkers(const QMap<int, int> &markers); ///< Replaces all marks.
 
 public Q_SLOTS:
     void setPosition(int x, qint64 y); ///< Of the view's contents.
@@ -67,7 +60,7 @@ private:
     std::function<QString(int)> m_toolTips;
     QHash<QString, QPixmap> m_loaded;
     qreal m_loadedRatio = 0; ///< device pixels per pixel that the pictures were loaded for
-    QMap<int, int> m_markers;
+    MarkTable m_markers;
     int m_lineHeight = 10;
     qint64 m_offset = 0;
 };

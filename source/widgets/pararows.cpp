@@ -111,6 +111,15 @@ bool ParaRows::load(int count)
     return true;
 }
 
+void ParaRows::shift(qint64 distance)
+{
+    const qint64 top = m_top.para + distance;
+    const bool isInside = top >= 0 && top <= lastPara();
+    m_top = {int(std::clamp<qint64>(top, 0, lastPara())), isInside ? m_top.line : 0, {}, true, m_top.isGap && isInside};
+    m_shown.clear();
+    clearCache();
+}
+
 int ParaRows::indexOf(int para, int line) const
 {
     const auto it = std::ranges::find_if(m_shown, [&](const Row &row) { return row.para == para && row.line == line; });

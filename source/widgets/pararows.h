@@ -47,6 +47,8 @@ public:
     // The rows on screen
     [[nodiscard]] const Row &top() const { return m_top; }
     void setTop(const Row &top) { m_top = top; } ///< For the next load().
+    /// What was paragraph n of the source is paragraph n + @p distance now: forgets all rows until the next load().
+    void shift(qint64 distance);
     /// Fetches @p count rows from the top, or fewer at the end. While the source needs more time, the present rows stay
     /// if there are any. Returns false if this object was deleted.
     bool load(int count);

@@ -38,7 +38,7 @@ void ParaScrollView::fontChanged()
     setSteps(charWidth(), lineHeight());
     resizeContents(Columns * charWidth(), 0);
     updateBar();
-    loadRows();
+    loadRowsLater();
 }
 
 void ParaScrollView::updateBar()
@@ -65,6 +65,21 @@ void ParaScrollView::loadRows()
     viewport()->update();
     setWaiting(m_rows.isWaiting());
     Q_EMIT rowsLoaded();
+}
+
+/// For callers that must not be deleted by a source that is asked, or that often go elsewhere at once.
+void ParaScrollView::loadRowsLater()
+{
+    QMetaObject::invokeMethod(this, &ParaScrollView::loadRows, Qt::QueuedConnection);
+}
+
+void ParaScrollView::shiftParas(qint64 distance)
+{
+    m_pending = {};
+    m_rows.shift(distance);
+    updateBar();
+    viewport()->update();
+    loadRowsLater();
 }
 
 void ParaScrollView::reload()
@@ -232,9 +247,8 @@ void ParaScrollView::resizeEvent(QResizeEvent *event)
     loadRows();
 }
 
-/// The caller often goes elsewhere at once, so nothing is fetched yet.
 void ParaScrollView::showEvent(QShowEvent *event)
 {
     ScrollView::showEvent(event);
-    QMetaObject::invokeMethod(this, &ParaScrollView::loadRows, Qt::QueuedConnection);
+    loadRowsLater();
 }

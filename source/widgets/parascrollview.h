@@ -41,6 +41,9 @@ public:
 
     /// Fetches all paragraphs on screen from the source again.
     void reload();
+    /// What was paragraph n of the source is paragraph n + @p distance now, if there is such a paragraph. The
+    /// paragraphs on screen are fetched later, or by reload().
+    virtual void shiftParas(qint64 distance);
     /// The source's lines of a paragraph, through a cache that reload() empties. Waits until the source has them.
     [[nodiscard]] QStringList linesOf(int para) { return m_rows.linesOf(para); }
     /// The same; nothing if the source needs more than @p milliseconds, or if the view was deleted.
@@ -90,6 +93,7 @@ private:
     void fontChanged();
     void updateBar();
     void loadRows();
+    void loadRowsLater();
     void goOn();
 
     ParaScrollBar *const m_bar;

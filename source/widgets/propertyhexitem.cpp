@@ -35,10 +35,10 @@ QWidget *PropertyHexItem::createEditor()
 
 void PropertyHexItem::transferEditor(bool toValue)
 {
-    if (toValue)
+    if (!toValue)
+        return lineEdit()->setText(isUnknown() ? QString() : text(1));
+    if (!isUnknown() || !lineEdit()->text().isEmpty())
         setValue(hexValue(lineEdit()->text()), true);
-    else
-        lineEdit()->setText(text(1));
 }
 
 void allowHexDigits(QLineEdit *edit)

@@ -4,6 +4,7 @@
 #include <QLineEdit>
 #include <QMenu>
 #include <QPainter>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -108,12 +109,20 @@ void PropertyItem::setValue(const QVariant &value, bool notify)
 void PropertyItem::storeValue(const QVariant &value, const QString &text, bool notify)
 {
     setText(1, text);
-    if (sameValue(value, m_value))
+    const bool wasUnknown = std::exchange(m_unknown, false);
+    if (!wasUnknown && sameValue(value, m_value))
         return;
     m_value = value;
     reloadEditor();
     if (notify)
         Q_EMIT valueChanged(this);
+}
+
+void PropertyItem::setUnknown(const QString &text)
+{
+    m_unknown = true;
+    setText(1, text);
+    reloadEditor();
 }
 
 void PropertyItem::acceptEditor()

@@ -20,7 +20,7 @@ public:
     virtual void showEditor();
     virtual void editorClicked(const QPoint &position); ///< A mouse press at @p position in it has opened the editor.
     virtual void placeEditor();                         ///< Puts the editor over the cell, which is scrolled into view.
-    virtual void setValue(const QVariant &value, bool notify); ///< Nothing happens if the value is the same.
+    virtual void setValue(const QVariant &value, bool notify); ///< Nothing happens if the value is known and the same.
 
 public Q_SLOTS:
     /// Ends the edit: takes over what the user has entered and hides the editor.
@@ -39,6 +39,10 @@ public:
     [[nodiscard]] PropertyList *propertyList() const;
     [[nodiscard]] QString name() const { return m_name; }
     [[nodiscard]] QVariant value() const { return m_value; }
+    /// Shows @p text in place of a value that is not known, until the next value is set. The editor opens empty, and
+    /// what the user enters is a new value even if it equals the one stored before.
+    void setUnknown(const QString &text);
+    [[nodiscard]] bool isUnknown() const { return m_unknown; }
     [[nodiscard]] QWidget *editor() const { return m_editor; }
     [[nodiscard]] bool isEditing() const;                    ///< The editor is shown.
     [[nodiscard]] bool isEdited() const { return m_edited; } ///< The editor holds something else than the value.
@@ -86,7 +90,8 @@ private:
     bool m_acceptOnFocusOut = true; ///< false while the row has a dialog open
     QVariant m_value;
     QString m_description;
-    QString m_key; ///< null: the name
+    QString m_key;          ///< null: the name
+    bool m_unknown = false; ///< a text is shown instead of the value
     bool m_changed = false;
     bool m_readOnly = false;
     bool m_edited = false;

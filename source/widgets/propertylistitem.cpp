@@ -37,7 +37,7 @@ void PropertyListItem::transferEditor(bool toValue)
     if (!toValue) {
         editor->clear();
         editor->addItems(m_labels);
-        editor->setCurrentIndex(indexOf(value()));
+        editor->setCurrentIndex(isUnknown() ? -1 : indexOf(value()));
     } else if (editor->currentIndex() >= 0) {
         setValue(m_keys.value(editor->currentIndex()), true);
     }

@@ -1,7 +1,10 @@
 #include "rowtext.h"
+#include <algorithm>
 #include <array>
+#include <QRegularExpression>
 #include <QTextBlock>
 #include <QTextDocument>
+#include <ranges>
 
 using namespace Qt::StringLiterals;
 
@@ -151,6 +154,29 @@ RowText rowText(const QString &line)
 QString plainText(const QString &line)
 {
     return readLine(line).text;
+}
+
+int plainColumn(const QString &line, int column)
+{
+    static const QRegularExpression markup(u"<[^>]*>|&#?\\w+;"_s);
+    if (!hasMarkup(line))
+        return column;
+    column = std::clamp(column, 0, int(line.size()));
+    for (auto it = markup.globalMatch(line); it.hasNext();) {
+        const QRegularExpressionMatch match = it.next();
+        if (match.capturedStart() < column && column < match.capturedEnd())
+            column = int(match.capturedStart());
+    }
+    return int(plainText(line.first(column)).size());
+}
+
+int markupColumn(const QString &line, int column)
+{
+    if (!hasMarkup(line))
+        return column;
+    const auto columns = std::views::iota(0, int(line.size()) + 1);
+    const auto found = std::ranges::lower_bound(columns, column, {}, [&line](int c) { return plainColumn(line, c); });
+    return found == columns.end() ? int(line.size()) : *found;
 }
 
 int RowText::length() const

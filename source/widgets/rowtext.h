@@ -26,5 +26,10 @@ struct RowText
 /// RowText::text alone, which takes less time.
 [[nodiscard]] QString plainText(const QString &line);
 
+/// Converts between columns of a line with its markup and of its plain text. A column within a tag or a character's
+/// name is the place where that begins.
+[[nodiscard]] int plainColumn(const QString &line, int column);
+[[nodiscard]] int markupColumn(const QString &line, int plainColumn);
+
 /// Whether @p line has to be read as markup.
 [[nodiscard]] bool hasMarkup(QStringView line);

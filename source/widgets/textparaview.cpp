@@ -170,6 +170,21 @@ void TextParaView::showPara(int para)
     Q_EMIT cursorPositionChanged(m_cursor.para, 0);
 }
 
+void TextParaView::shiftParas(qint64 distance)
+{
+    m_drag.end();
+    ParaScrollView::shiftParas(distance);
+    const qint64 para = m_cursor.para + distance;
+    const bool isInside = para >= 0 && para <= m_rows.lastPara();
+    placeCursor(isInside ? Place{int(para), m_cursor.line, m_cursor.column}
+                         : Place{int(std::clamp<qint64>(para, 0, m_rows.lastPara())), 0, 0});
+    const Place cursor = m_cursor;
+    const QPointer<TextParaView> self(this);
+    setSelection(cursor, cursor);
+    if (self && hasFocus())
+        Q_EMIT cursorPositionChanged(cursor.para, cursor.column);
+}
+
 void TextParaView::moveCursorRows(int rows, int column)
 {
     const QPointer<TextParaView> self(this);

@@ -27,6 +27,8 @@ public:
     /// The colours behind the last lines of paragraphs; an invalid one for none.
     void setBands(const std::function<QColor(int para)> &bands);
     [[nodiscard]] bool isCursorVisible() const;
+    /// The cursor goes with its paragraph, or to the nearest one. Nothing stays selected.
+    void shiftParas(qint64 distance) override;
 
     void setSelection(const Place &a, const Place &b);
     /// Selects a match of a search. It is also painted while another widget, such as a search field, has the focus.

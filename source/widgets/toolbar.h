@@ -6,7 +6,7 @@ class ToolBar : public QToolBar
 {
     Q_OBJECT
 public:
-    using QToolBar::QToolBar;
+    explicit ToolBar(QWidget *parent = nullptr);
 
 public Q_SLOTS:
     void toggleVisible();

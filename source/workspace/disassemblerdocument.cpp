@@ -6,6 +6,7 @@
 #include "isourcemapping.h"
 #include "varnelassert.h"
 #include <limits>
+#include <QPointer>
 #include <QRegularExpression>
 
 using namespace Qt::StringLiterals;
@@ -52,22 +53,33 @@ bool DisassemblerDocument::open(const QString &filename)
     m_disassembly = queryPlugin<IDisassembly>(environment.get());
     m_address = queryPlugin<IDisassemblyAddress>(environment.get());
     m_fetch = queryPlugin<IDisassemblyFetch>(environment.get());
-    readRegion(environment.get());
+    m_region = readRegion(environment.get()).value_or(Region());
     return true;
 }
 
-void DisassemblerDocument::readRegion(QUnknownInterface *environment)
+/// Nothing if the environment cannot be asked.
+std::optional<DisassemblerDocument::Region> DisassemblerDocument::readRegion(QUnknownInterface *environment)
 {
-    m_paraCount = 0;
     const auto memory = queryPlugin<IMemory>(environment);
-    if (!memory)
+    const auto regions = memory ? tryPlugin<&IMemory::regions>(memory) : std::nullopt;
+    if (!regions)
+        return {};
+    if (regions->isEmpty() || regions->first().highAddress < regions->first().lowAddress)
+        return Region();
+    const uint low = regions->first().lowAddress;
+    const quint64 count = quint64(regions->first().highAddress) - low + 1;
+    return Region{low, int(std::min<quint64>(count, std::numeric_limits<int>::max()))};
+}
+
+void DisassemblerDocument::refreshRegion()
+{
+    const QPointer<DisassemblerDocument> self(this);
+    const auto environment = shareInterface(m_key ? environmentOfKey(m_key) : nullptr);
+    const std::optional<Region> region = readRegion(environment.get());
+    if (!self || !region || *region == m_region)
         return;
-    const QList<MemoryRegion> regions = askPlugin<&IMemory::regions>(memory);
-    if (regions.isEmpty() || regions.first().highAddress < regions.first().lowAddress)
-        return;
-    m_lowAddress = regions.first().lowAddress;
-    const quint64 count = quint64(regions.first().highAddress) - m_lowAddress + 1;
-    m_paraCount = int(std::min<quint64>(count, std::numeric_limits<int>::max()));
+    const Region before = std::exchange(m_region, *region);
+    Q_EMIT regionChanged(qint64(before.lowAddress) - m_region.lowAddress);
 }
 
 bool DisassemblerDocument::create(const QString &)
@@ -107,7 +119,7 @@ QString DisassemblerDocument::objectNames() const
 /// The document may be deleted when a call returns: a plug-in can have its view closed.
 QStringList DisassemblerDocument::para(int index)
 {
-    if (index < 0 || index >= m_paraCount)
+    if (index < 0 || index >= m_region.count)
         return {};
     QString text;
     QStringList lines;
@@ -132,7 +144,7 @@ bool DisassemblerDocument::fetch(int index, int milliseconds)
 
 int DisassemblerDocument::lineOf(int para) const
 {
-    return lineOfAddress(m_lowAddress + uint(para));
+    return lineOfAddress(m_region.lowAddress + uint(para));
 }
 
 int DisassemblerDocument::paraOf(int line) const
@@ -143,8 +155,8 @@ int DisassemblerDocument::paraOf(int line) const
 /// The region names addresses by 32 bits; those of a larger processor all have the same upper half there.
 int DisassemblerDocument::paraOfAddress(quint64 address) const
 {
-    const uint index = uint(address) - m_lowAddress;
-    return index < uint(m_paraCount) ? int(index) : -1;
+    const uint index = uint(address) - m_region.lowAddress;
+    return index < uint(m_region.count) ? int(index) : -1;
 }
 
 std::optional<quint64> DisassemblerDocument::addressOf(const QString &text) const

@@ -28,9 +28,12 @@ public:
     [[nodiscard]] QString title() override;
 
     [[nodiscard]] QStringList para(int index) override;
-    [[nodiscard]] int paraCount() override { return m_paraCount; }
+    [[nodiscard]] int paraCount() override { return m_region.count; }
     bool fetch(int index, int milliseconds) override;
 
+    /// Asks the environment for its first region of memory again: another session can have another one. A plug-in that
+    /// is asked may delete the document.
+    void refreshRegion();
     /// The start of the names of the objects of a view, without blanks and full stops.
     [[nodiscard]] QString objectNames() const;
     [[nodiscard]] int lineOf(int para) const; ///< as the rest of the program names it
@@ -40,14 +43,24 @@ public:
     /// The address that a user's text means: a symbol, a symbol plus a number, or a number in hexadecimal digits.
     [[nodiscard]] std::optional<quint64> addressOf(const QString &text) const;
 
+Q_SIGNALS:
+    /// What was paragraph n is paragraph n + @p distance now, if it is still in the region.
+    void regionChanged(qint64 distance);
+
 private:
-    void readRegion(QUnknownInterface *environment);
+    struct Region
+    {
+        uint lowAddress = 0;
+        int count = 0; ///< of addresses
+
+        bool operator==(const Region &) const = default;
+    };
+    [[nodiscard]] static std::optional<Region> readRegion(QUnknownInterface *environment);
 
     QString m_filename;
     QString m_name; ///< of the processor
     uint m_key = 0; ///< of the environment
-    int m_paraCount = 0;
-    uint m_lowAddress = 0;
+    Region m_region;
     InterfacePtr<IDisassembly> m_disassembly;
     InterfacePtr<IDisassemblyAddress> m_address;
     InterfacePtr<IDisassemblyFetch> m_fetch;

@@ -4,6 +4,7 @@
 #include "editorcolours.h"
 #include "editorhost.h"
 #include "parasearch.h"
+#include "programplace.h"
 #include "rowtext.h"
 #include "textparamarkerwidget.h"
 #include "varnelassert.h"
@@ -21,6 +22,11 @@ namespace {
 constexpr int Edge = 2; ///< pixels between the view's edge and the margin
 constexpr qsizetype LongestHistory = 200;
 constexpr int ArrowInterval = 50; ///< milliseconds until an instruction that was not read yet is looked at again
+
+QString outsideText(quint64 address)
+{
+    return DisassemblerView::tr("0x%1 is outside the memory that is shown here.").arg(address, 0, 16);
+}
 } // namespace
 
 DisassemblerView::DisassemblerView(Document *document, const FormatTable *formats, EditorHost *host, QWidget *parent)
@@ -63,6 +69,7 @@ void DisassemblerView::connectParts()
                : m_margin->hasMarker(para + 1, CallerMarker)    ? colours.caller
                                                                 : QColor();
     });
+    connect(m_disassembly, &DisassemblerDocument::regionChanged, this, &DisassemblerView::slotRegionChanged);
     connect(m_paras, &ScrollView::contentsMoving, m_margin, &MarkerWidget::setPosition);
     connect(m_margin, &MarkerWidget::toggleBreakpoint, this,
             [this](int line) { Q_EMIT toggleBreakpoint(m_disassembly->lineOf(line - 1)); });
@@ -151,6 +158,9 @@ void DisassemblerView::placeMargin()
 void DisassemblerView::update(View *, bool full)
 {
     const QPointer<DisassemblerView> self(this);
+    m_disassembly->refreshRegion();
+    if (!self)
+        return;
     if (full && m_formats) {
         const QTextCharFormat text = m_formats->value(FormatId::Standard);
         QPalette colours = m_paras->palette();
@@ -168,6 +178,19 @@ void DisassemblerView::update(View *, bool full)
         showWhetherReadable();
 }
 
+/// As with another session, whose program is elsewhere.
+void DisassemblerView::slotRegionChanged(qint64 distance)
+{
+    m_history.clear();
+    m_present = 0;
+    startFind({}, false, true, true);
+    showMarks();
+    const QPointer<DisassemblerView> self(this);
+    m_paras->shiftParas(distance);
+    if (self && m_paras->hasFocus())
+        slotSelectionChanged();
+}
+
 void DisassemblerView::slotLoaded()
 {
     if (std::exchange(m_isReading, false))
@@ -181,7 +204,8 @@ void DisassemblerView::slotLoaded()
 /// Without a session most debuggers have no instructions.
 void DisassemblerView::showWhetherReadable()
 {
-    const bool unreadable = m_paras->rowCount() > 0 && !m_paras->hasText() && !m_paras->isWaiting();
+    const bool isLoaded = m_paras->rowCount() > 0 && !m_paras->isWaiting();
+    const bool unreadable = m_disassembly->paraCount() == 0 || (isLoaded && !m_paras->hasText());
     if (unreadable)
         m_bar->setMessage(tr("No instructions can be read here."));
     else if (m_unreadable)
@@ -218,10 +242,9 @@ QString DisassemblerView::selectedText()
 
 void DisassemblerView::setMarker(int line, int mask, bool on, bool alternate)
 {
-    const int para = m_disassembly->paraOf(line);
-    if (para < 0)
-        return;
-    m_margin->setMarker(para + 1, mask, on, alternate);
+    m_marks.set(line, mask, on, alternate);
+    if (const int para = m_disassembly->paraOf(line); para >= 0)
+        m_margin->setMarker(para + 1, mask, on, alternate);
     m_paras->viewport()->update();
     if (mask & CurrentLineMarker)
         updateArrow();
@@ -229,6 +252,7 @@ void DisassemblerView::setMarker(int line, int mask, bool on, bool alternate)
 
 void DisassemblerView::clearMarkers(int mask)
 {
+    m_marks.clear(mask);
     m_margin->clearMarkers(mask);
     m_paras->viewport()->update();
     if (mask & CurrentLineMarker)
@@ -237,13 +261,24 @@ void DisassemblerView::clearMarkers(int mask)
 
 bool DisassemblerView::hasMarker(int line, int mask)
 {
-    const int para = m_disassembly->paraOf(line);
-    return para >= 0 && m_margin->hasMarker(para + 1, mask);
+    return m_marks.has(line, mask);
 }
 
 bool DisassemblerView::hasMarkerAtCursor(int mask)
 {
-    return m_paras->isCursorVisible() && m_margin->hasMarker(m_paras->cursorPlace().para + 1, mask);
+    return m_paras->isCursorVisible() && m_marks.has(m_disassembly->lineOf(m_paras->cursorPlace().para), mask);
+}
+
+/// The margin numbers its lines from the start of the region.
+void DisassemblerView::showMarks()
+{
+    QMap<int, int> shown;
+    for (auto mark = m_marks.bits().cbegin(); mark != m_marks.bits().cend(); ++mark) {
+        if (const int para = m_disassembly->paraOf(mark.key()); para >= 0)
+            shown.insert(para + 1, *mark);
+    }
+    m_margin->setMarkers(shown);
+    m_margin->setArrow(-1, -1);
 }
 
 /// Draws the arrow from the next instruction, if it is a branch, to its target.
@@ -272,7 +307,13 @@ void DisassemblerView::updateArrow()
 
 void DisassemblerView::gotoLine(int line)
 {
-    if (const int para = m_disassembly->paraOf(line); para >= 0)
+    const int para = m_disassembly->paraOf(line);
+    if (para < 0)
+        m_bar->setMessage(outsideText(addressOfLine(line)));
+    else if (m_isOutside)
+        m_bar->setMessage({});
+    m_isOutside = para < 0;
+    if (para >= 0)
         m_paras->showPara(para);
 }
 
@@ -350,7 +391,7 @@ bool DisassemblerView::goTo(const QString &text)
     if (!address)
         m_bar->setMessage(tr("There is no symbol or address '%1'.").arg(text.trimmed()));
     else if (para < 0)
-        m_bar->setMessage(tr("0x%1 is outside the memory that is shown here.").arg(*address, 0, 16));
+        m_bar->setMessage(outsideText(*address));
     else
         m_bar->setMessage({});
     if (para < 0)

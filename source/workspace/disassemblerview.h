@@ -1,5 +1,6 @@
 #pragma once
 #include "branchtarget.h"
+#include "marktable.h"
 #include "parascan.h"
 #include "syntaxhighlighter.h"
 #include "textparaview.h"
@@ -31,13 +32,14 @@ public:
     using View::update;
     void update(View *source, bool full) override;
 
-    // A line is that of an address, see lineOfAddress(); lines outside the document are ignored.
+    // A line is that of an address, see lineOfAddress(). Marks outside the document are shown when its region has
+    // changed to theirs.
     void setMarker(int line, int mask, bool on, bool alternate) override;
     void clearMarkers(int mask) override;
     [[nodiscard]] bool hasMarker(int line, int mask) override;
     [[nodiscard]] bool hasMarkerAtCursor(int mask) override;
 
-    void gotoLine(int line) override;
+    void gotoLine(int line) override; ///< Shows a message if the line is outside the document.
     /// Searches what is shown, from paragraph to paragraph, and gives up after some seconds. Otherwise as in the views
     /// of large files.
     bool find(const QString &text, bool caseSensitive, bool wholeWord, bool forward, bool fromCursor) override;
@@ -67,6 +69,8 @@ private:
     void slotSelectionChanged();
     void slotCursorMoved(int para, int column);
     void placeMargin();
+    void showMarks();
+    void slotRegionChanged(qint64 distance);
     void updateArrow();
     void slotLoaded();
     void showWhetherReadable();
@@ -87,9 +91,11 @@ private:
     TextParaMarkerWidget *m_margin;
     DisassemblerBar *m_bar;
     ParaSearch *m_search;
-    QString m_wanted; ///< the text that is searched for
+    MarkTable m_marks; ///< by the lines of addresses
+    QString m_wanted;  ///< the text that is searched for
     bool m_wantedForward = true;
     bool m_isReading = false;  ///< whether a message says that instructions are being read
+    bool m_isOutside = false;  ///< whether a message says that a place is not shown here
     bool m_unreadable = false; ///< whether a message says that there are no instructions
     int m_findTimeLimit = FindTimeLimit;
     QList<int> m_history; ///< the paragraphs that jumps have left and reached

@@ -38,6 +38,16 @@ QString withBoxes(QString page)
         .replace(u"</pre>"_s, u"</pre></td></tr></table>"_s);
 }
 
+QPalette paperColours()
+{
+    QPalette colours;
+    colours.setColor(QPalette::Base, Qt::white);
+    colours.setColor(QPalette::Text, Qt::black);
+    colours.setColor(QPalette::Link, Qt::darkBlue);
+    colours.setColor(QPalette::Highlight, QColor(48, 140, 198));
+    return colours;
+}
+
 /// Without a picture, the toolkit would open the file itself, whatever it is.
 QImage missingPicture()
 {
@@ -120,12 +130,20 @@ QVariant HelpBrowser::loadResource(int type, const QUrl &name)
 {
     const QString path = source().resolved(name).toLocalFile(); // empty for a URL of another kind
     if (type == QTextDocument::HtmlResource)
-        return page(path);
+        return m_page = page(path);
     const bool isAllowed = !path.isEmpty() && QFileInfo(path).size() <= LargestPicture;
     const std::optional<QByteArray> bytes = isAllowed ? readFile(path) : std::nullopt;
     if (bytes)
         return *bytes;
     return type == QTextDocument::ImageResource ? missingPicture() : QVariant();
+}
+
+std::unique_ptr<QTextDocument> HelpBrowser::forPaper()
+{
+    auto paper = std::make_unique<QTextDocument>(this); // pictures come from loadResource()
+    paper->setDefaultStyleSheet(helpStyleSheet(paperColours()));
+    paper->setHtml(m_page);
+    return paper;
 }
 
 /// Never empty, since the toolkit takes that for a failure.

@@ -1,5 +1,6 @@
 #pragma once
 #include "helphost.h"
+#include <memory>
 #include <QTextBrowser>
 
 /// Shows an HTML file. Everything that the page names must be a regular file of limited size; nothing is loaded from a
@@ -17,6 +18,8 @@ public:
     explicit HelpBrowser(const HelpSite &site, QWidget *parent = nullptr);
 
     QVariant loadResource(int type, const QUrl &name) override;
+    /// The page for a printer: in dark colours on white. It must not outlive this object.
+    [[nodiscard]] std::unique_ptr<QTextDocument> forPaper();
 
 protected:
     void changeEvent(QEvent *event) override;
@@ -27,6 +30,7 @@ private:
     void updateStyle();
 
     const HelpSite &m_site;
+    QString m_page; ///< as HTML
 };
 
 /// The style sheet of pages in the colours of @p palette, which may be light or dark.

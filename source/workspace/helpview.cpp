@@ -4,12 +4,9 @@
 #include "helphost.h"
 #include "textprint.h"
 #include "varnelassert.h"
-#include <QClipboard>
 #include <QDir>
 #include <QEvent>
-#include <QGuiApplication>
 #include <QHBoxLayout>
-#include <QMimeData>
 #include <QPointer>
 #include <QPrintDialog>
 #include <QPrinter>
@@ -99,7 +96,7 @@ void HelpView::print()
     if (dialog->exec() == QDialog::Accepted && self) {
         QFont font = m_browser->font();
         font.setPointSize(10);
-        printRichText(*m_browser->document(), font, printer);
+        printRichText(*m_browser->forPaper(), font, printer);
     }
     delete dialog;
 }
@@ -125,8 +122,7 @@ void HelpView::shown()
     Q_EMIT redoAvailable(m_browser->document()->isRedoAvailable());
     Q_EMIT cutAvailable(false);
     Q_EMIT copyAvailable(m_browser->textCursor().hasSelection());
-    const QMimeData *pasted = QGuiApplication::clipboard()->mimeData(); // null for an empty clipboard
-    Q_EMIT pasteAvailable(pasted && pasted->hasFormat(u"text/plain"_s));
+    Q_EMIT pasteAvailable(false);
     Q_EMIT backAvailable(m_backAvailable);
     Q_EMIT forwardAvailable(m_forwardAvailable);
     Q_EMIT previousAvailable(false);

@@ -13,6 +13,7 @@ constexpr int FileInterval = 1000; ///< milliseconds
 constexpr qint64 QuicklyIndexed = 50'000'000; ///< bytes
 constexpr qint64 ReadSize = 262'144;          ///< bytes
 constexpr int MostContinuations = 3;          ///< bytes of a character behind its first one
+constexpr QByteArrayView ByteOrderMark("\xef\xbb\xbf");
 
 bool continuesCharacter(char byte)
 {
@@ -186,7 +187,9 @@ LargeTextDocument::StoredLine LargeTextDocument::storedLine(int index)
     qint64 length = lineLength({bytes.data(), size_t(bytes.size())}, 0);
     if (length == LongestLine && view[length - 1] != '\n')
         length += continuations(view.sliced(length));
-    const int begun = isFirstPiece ? 0 : int(std::min<qint64>(length, continuations(view)));
+    qsizetype begun = isFirstPiece ? 0 : std::min<qint64>(length, continuations(view));
+    if (stored.start == 0 && view.startsWith(ByteOrderMark))
+        begun = ByteOrderMark.size();
     const QByteArrayView text = view.sliced(begun, length - begun);
     stored.start += begun;
     stored.isUtf8 = text.isValidUtf8();

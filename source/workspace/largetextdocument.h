@@ -65,7 +65,8 @@ private:
     struct StoredLine
     {
         QString text;
-        qint64 start = 0; ///< of the text: a character that the line before has begun is not part of it
+        /// Of the text: a byte order mark and a character that the line before has begun are not part of it.
+        qint64 start = 0;
         bool isUtf8 = true;
     };
 

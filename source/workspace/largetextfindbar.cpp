@@ -40,7 +40,7 @@ LargeTextFindBar::LargeTextFindBar(LargeTextDocument *document, QWidget *parent)
     connect(m_previous, &QToolButton::clicked, this, [this] { Q_EMIT startRequested(false); });
     connect(m_goOn, &QToolButton::clicked, this, &LargeTextFindBar::goOn);
     connect(m_cancel, &QToolButton::clicked, this, &LargeTextFindBar::cancel);
-    connect(m_close, &QToolButton::clicked, this, &LargeTextFindBar::closed);
+    connect(m_close, &QToolButton::clicked, this, &LargeTextFindBar::closeBar);
     connect(&m_search, &LargeTextSearch::progress, m_progress, &QProgressBar::setValue);
     connect(&m_search, &LargeTextSearch::waiting, this, &LargeTextFindBar::showWaiting);
     connect(&m_search, &LargeTextSearch::counted, this, &LargeTextFindBar::showCount);
@@ -80,11 +80,20 @@ void LargeTextFindBar::layOut()
 
 void LargeTextFindBar::open(const QString &text)
 {
+    if (!m_search.isRunning() && m_resumeAt < 0)
+        m_result->clear();
     if (!text.isEmpty())
         m_text->setText(text);
     show();
     m_text->selectAll();
     m_text->setFocus();
+}
+
+void LargeTextFindBar::closeBar()
+{
+    cancel();
+    hide();
+    Q_EMIT closed();
 }
 
 void LargeTextFindBar::prepare(const BytePattern &pattern)
@@ -107,6 +116,11 @@ void LargeTextFindBar::offerToGoOn(const BytePattern &pattern, qint64 offset, bo
     showWaiting(int(done * 100 / size));
 }
 
+bool LargeTextFindBar::hasText() const
+{
+    return !m_text->text().isEmpty();
+}
+
 BytePattern LargeTextFindBar::pattern() const
 {
     return {m_text->text(), m_matchCase->isChecked(), m_wholeWords->isChecked()};
@@ -116,6 +130,7 @@ void LargeTextFindBar::searchFrom(qint64 offset, bool forward)
 {
     if (m_text->text().isEmpty() || !m_document->file())
         return;
+    show();
     m_resumeAt = -1;
     setRunning(true);
     m_result->setText(tr("Searching..."));
@@ -127,6 +142,8 @@ void LargeTextFindBar::goOn()
     const qint64 from = m_resumeAt;
     if (from >= 0)
         searchFrom(from, m_resumeForward);
+    if (!m_search.isRunning())
+        return;
     setRunning(true);
     m_result->setText(tr("Searching..."));
     m_search.goOn();
@@ -178,7 +195,7 @@ void LargeTextFindBar::keyPressEvent(QKeyEvent *event)
     else if (event->matches(QKeySequence::FindNext) || event->matches(QKeySequence::FindPrevious))
         Q_EMIT startRequested(event->matches(QKeySequence::FindNext));
     else if (event->key() == Qt::Key_Escape)
-        Q_EMIT closed();
+        closeBar();
     else
         QWidget::keyPressEvent(event);
 }

@@ -21,13 +21,14 @@ public:
     void prepare(const BytePattern &pattern);
     /// Shows the row for a search that has reached @p offset and then ran out of time.
     void offerToGoOn(const BytePattern &pattern, qint64 offset, bool forward);
+    [[nodiscard]] bool hasText() const; ///< to search for
     [[nodiscard]] LargeTextSearch &search() { return m_search; }
 
 Q_SIGNALS:
-    /// The search is to begin: the receiver calls searchFrom().
+    /// The search is to begin: the receiver calls searchFrom(), which shows the row.
     void startRequested(bool forward);
     void found(qint64 offset, qint64 length);
-    void closed();
+    void closed(); ///< The user has closed the row, which has ended the search.
 
 public Q_SLOTS:
     void searchFrom(qint64 offset, bool forward);
@@ -37,6 +38,7 @@ protected:
 
 private:
     void layOut();
+    void closeBar();
     void setRunning(bool running);
     void showWaiting(int percent);
     void showCount(qint64 matches, qint64 before, bool final);

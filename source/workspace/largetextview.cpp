@@ -7,6 +7,7 @@
 #include "markerwidget.h"
 #include "messages.h"
 #include "objectnames.h"
+#include "rowtext.h"
 #include "textlineview.h"
 #include <QElapsedTimer>
 #include <QFileInfo>
@@ -21,6 +22,19 @@ using namespace Qt::StringLiterals;
 namespace {
 constexpr int Edge = 2;        ///< pixels between the view's edge and the margin
 constexpr int LinesAround = 4; ///< lines shown above and below a match
+
+// Places of the view are those of the text without markup.
+
+qint64 offsetOf(LargeTextDocument &text, const TextLineView::Place &place)
+{
+    return text.offsetOf({place.line, markupColumn(text.line(place.line), place.column)});
+}
+
+TextLineView::Place placeOf(LargeTextDocument &text, qint64 offset)
+{
+    const LargeTextDocument::Place place = text.placeOf(offset);
+    return {place.line, plainColumn(text.line(place.line), place.column)};
+}
 } // namespace
 
 LargeTextView::LargeTextView(LargeTextDocument *document, const FormatTable *formats, EditorHost *host, QWidget *parent)
@@ -42,6 +56,7 @@ LargeTextView::LargeTextView(LargeTextDocument *document, const FormatTable *for
     connect(m_lines, &TextLineView::selectionChanged, this, &LargeTextView::slotSelectionChanged);
     connect(m_lines, &TextLineView::cursorPositionChanged, this, [this](int line, int column) {
         m_awaitedLine = 0;
+        m_matchStart = m_matchEnd = -1;
         Q_EMIT cursorPositionChanged(line, column);
     });
     connect(m_lines, &ScrollView::contentsMoving, m_margin, &MarkerWidget::setPosition);
@@ -80,6 +95,7 @@ void LargeTextView::connectDocument()
     connect(m_text, &LargeTextDocument::renumbering, this, &LargeTextView::holdLines);
     connect(m_text, &LargeTextDocument::renumbered, this, &LargeTextView::restoreLines);
     connect(m_text, &LargeTextDocument::reloaded, this, [this] {
+        m_matchStart = m_matchEnd = -1;
         m_lines->linesChanged();
         if (m_text->isFollowing())
             showEnd();
@@ -95,11 +111,7 @@ void LargeTextView::connectFindBar()
     connect(m_bar, &LargeTextBar::findRequested, this, &LargeTextView::openFindBar);
     connect(m_findBar, &LargeTextFindBar::startRequested, this, &LargeTextView::findAgain);
     connect(m_findBar, &LargeTextFindBar::found, this, &LargeTextView::showMatch);
-    connect(m_findBar, &LargeTextFindBar::closed, this, [this] {
-        m_findBar->search().cancel();
-        m_findBar->hide();
-        m_lines->setFocus();
-    });
+    connect(m_findBar, &LargeTextFindBar::closed, m_lines, qOverload<>(&QWidget::setFocus));
 }
 
 bool LargeTextView::eventFilter(QObject *object, QEvent *event)
@@ -204,10 +216,9 @@ void LargeTextView::showEnd()
 
 void LargeTextView::gotoLine(int line)
 {
+    m_lines->gotoLine(line);
     if (line > 0 && !m_text->isIndexed(line - 1))
         m_awaitedLine = line;
-    else
-        m_lines->gotoLine(line);
 }
 
 void LargeTextView::getCursorPosition(int *para, int *index)
@@ -223,9 +234,9 @@ bool LargeTextView::find(const QString &text, bool caseSensitive, bool, bool for
         return false;
     const TextLineView::Place cursor = fromCursor ? m_lines->cursorPlace() : TextLineView::Place();
     const qint64 size = m_text->size();
-    qint64 from = m_text->offsetOf({cursor.line, cursor.column + (fromCursor && forward ? 1 : 0)});
+    qint64 from = offsetOf(*m_text, {cursor.line, cursor.column + (fromCursor && forward ? 1 : 0)});
     if (!fromCursor && !forward)
-        from = 1; // only a match at the very start begins before that
+        ++from; // only a match at the very start begins before that
     qint64 reached = from;
     QElapsedTimer time;
     time.start();
@@ -236,9 +247,10 @@ bool LargeTextView::find(const QString &text, bool caseSensitive, bool, bool for
     const BytePattern pattern{text, caseSensitive, false};
     const LargeTextScan scan(m_text->file(), size, pattern);
     while (const auto match = forward ? scan.next(from, size, goOn) : scan.previous(0, from, goOn)) {
-        const LargeTextDocument::Place start = m_text->placeOf(match->offset);
-        if (m_text->placeOf(match->offset + match->length - 1).line == start.line) {
-            m_lines->setCursor(start.line, start.column + (forward ? int(text.size()) : 0));
+        const int line = m_text->placeOf(match->offset).line;
+        if (m_text->placeOf(match->offset + match->length - 1).line == line) {
+            const TextLineView::Place end = placeOf(*m_text, match->offset + (forward ? match->length : 0));
+            m_lines->setCursor(line, end.line == line ? end.column : int(plainText(m_text->line(line)).size()));
             return true;
         }
         from = forward ? match->offset + 1 : match->offset; // a match does not reach over the end of a line
@@ -276,21 +288,27 @@ void LargeTextView::keyPressEvent(QKeyEvent *event)
 
 void LargeTextView::findAgain(bool forward)
 {
+    if (!m_findBar->hasText())
+        return openFindBar();
+    if (m_matchStart >= 0)
+        return m_findBar->searchFrom(forward ? m_matchEnd : m_matchStart, forward);
     const TextLineView::Place from = !m_lines->hasSelection() ? m_lines->cursorPlace()
                                      : forward                ? m_lines->selectionEnd()
                                                               : m_lines->selectionStart();
-    m_findBar->searchFrom(m_text->offsetOf({from.line, from.column}), forward);
+    m_findBar->searchFrom(offsetOf(*m_text, from), forward);
 }
 
 void LargeTextView::showMatch(qint64 offset, qint64 length)
 {
-    const LargeTextDocument::Place start = m_text->placeOf(offset);
-    LargeTextDocument::Place end = m_text->placeOf(offset + length);
+    const TextLineView::Place start = placeOf(*m_text, offset);
+    const TextLineView::Place end = placeOf(*m_text, offset + length);
     m_lines->setCursor(end.line, end.column);
     m_lines->setCursor(start.line, start.column); // the whole match is on screen if it fits there
     const int height = m_lines->lineHeight();
     m_lines->ensureVisible(m_lines->contentsX(), qint64(height) * start.line, 0, LinesAround * qint64(height));
-    m_lines->showMatch({start.line, start.column}, {end.line, end.column});
+    m_lines->showMatch(start, end);
+    m_matchStart = offset;
+    m_matchEnd = offset + length;
 }
 
 // Selection and marks -----------------------------------------------------
@@ -301,7 +319,7 @@ void LargeTextView::copy()
         return;
     const TextLineView::Place start = m_lines->selectionStart();
     const TextLineView::Place end = m_lines->selectionEnd();
-    if (m_text->offsetOf({end.line, end.column}) - m_text->offsetOf({start.line, start.column}) > LongestCopy)
+    if (offsetOf(*m_text, end) - offsetOf(*m_text, start) > LongestCopy)
         showInformation(this, tr("The selection is too large to be copied. Up to %1 characters can be copied.")
                                   .arg(QLocale().toString(qlonglong(LongestCopy))));
     else

@@ -32,7 +32,8 @@ public:
     [[nodiscard]] bool hasMarker(int line, int mask) override;
     [[nodiscard]] bool hasMarkerAtCursor(int mask) override;
 
-    /// Waits for the index if the line has no exact number yet.
+    /// Goes to the estimated place of a line that has no exact number yet, and to the line itself as soon as it has
+    /// one.
     void gotoLine(int line) override;
     /// Puts the cursor behind the match going forward, before it going backward, and selects nothing. The option
     /// for whole words is ignored. A search that takes too long finds nothing; the find bar can then continue it.
@@ -47,7 +48,7 @@ public:
     /// Searches on a thread, for commands of the user: the find bar shows the result. An empty text ends the
     /// search.
     void startFind(const BytePattern &pattern, bool forward, bool fromCursor);
-    void findAgain(bool forward); ///< what the find bar holds
+    void findAgain(bool forward); ///< what the find bar holds; opens it if that is nothing
 
 Q_SIGNALS:
     void toggleBreakpoint(int line); ///< counts from 1
@@ -76,5 +77,7 @@ private:
     int m_findTimeLimit = FindTimeLimit;
     QList<qint64> m_heldOffsets; ///< of the lines that the view stands at, while they get other numbers
     int m_awaitedLine = 0;       ///< line to go to as soon as its number is exact; 0 for none
-    bool m_atEnd = false;        ///< whether the end of the file was on screen when the lines were held
+    qint64 m_matchStart = -1;    ///< offset of the match at which the cursor is, which can be in markup; -1 for none
+    qint64 m_matchEnd = -1;
+    bool m_atEnd = false; ///< whether the end of the file was on screen when the lines were held
 };

@@ -1,6 +1,7 @@
 #include "mdiviewmanager.h"
 #include "mdiworkspace.h"
 #include <QHBoxLayout>
+#include <QPointer>
 #include <QSettings>
 
 using namespace Qt::StringLiterals;
@@ -56,7 +57,10 @@ void MDIViewManager::addView(View *newView, bool activate)
         return;
     }
     MDIFrame *frame = m_workspace->addFrame(newView);
+    const QPointer<View> kept(newView);
     ViewManager::addView(newView, activate);
+    if (!kept)
+        return; // it may be closed while it is announced
     if (m_maximised) {
         frame->showMaximized();
     } else {
@@ -75,7 +79,10 @@ void MDIViewManager::addViewInPlace(View *newView, bool activate)
         return;
     }
     MDIFrame *frame = m_workspace->addFrame(newView);
+    const QPointer<View> kept(newView);
     ViewManager::addView(newView, activate);
+    if (!kept)
+        return; // it may be closed while it is announced
     frame->setGeometry(*m_replacedRect);
     m_replacedRect.reset();
     if (m_maximised)

@@ -7,6 +7,7 @@
 #include <QIconEngine>
 #include <QMouseEvent>
 #include <QPainter>
+#include <QPointer>
 #include <QStackedWidget>
 #include <QTabBar>
 #include <QToolButton>
@@ -94,9 +95,10 @@ void TabbedViewManager::addViewInPlace(View *newView, bool activate)
 
 void TabbedViewManager::insertView(View *newView, bool activate, int tab)
 {
+    const QPointer<View> kept(newView);
     ViewManager::addView(newView, activate);
-    if (!newView)
-        return;
+    if (!kept)
+        return; // it may be closed while it is announced
     const QSignalBlocker quiet(m_tabBar); // the focus is set below, and only if it was requested
     tab = m_tabBar->insertTab(tab, QString());
     m_tabBar->setTabData(tab, m_nextId);

@@ -1,5 +1,4 @@
 #include "textprint.h"
-#include <memory>
 #include <QAbstractTextDocumentLayout>
 #include <QPainter>
 #include <QPrinter>
@@ -85,26 +84,25 @@ void printText(const QTextDocument &document, QPrinter &printer)
         pages.printParagraph(block.text());
 }
 
-void printRichText(const QTextDocument &document, const QFont &font, QPrinter &printer)
+void printRichText(QTextDocument &document, const QFont &font, QPrinter &printer)
 {
     const QRectF body = bodyOf(printer);
-    const std::unique_ptr<QTextDocument> copy(document.clone());
-    copy->documentLayout()->setPaintDevice(&printer);
-    copy->setDefaultFont(font);
-    copy->setDocumentMargin(0);
-    copy->setPageSize(body.size());
+    document.documentLayout()->setPaintDevice(&printer);
+    document.setDefaultFont(font);
+    document.setDocumentMargin(0);
+    document.setPageSize(body.size());
     QPainter painter(&printer);
     painter.setFont(QFont(font, &printer));
     QAbstractTextDocumentLayout::PaintContext context;
     context.palette.setColor(QPalette::Text, Qt::black); // on paper, with any theme
-    for (int page = 0; page < copy->pageCount(); ++page) {
+    for (int page = 0; page < document.pageCount(); ++page) {
         if (page > 0)
             printer.newPage();
         context.clip = QRectF(0, page * body.height(), body.width(), body.height());
         painter.save();
         painter.translate(body.left(), body.top() - context.clip.top());
         painter.setClipRect(context.clip);
-        copy->documentLayout()->draw(&painter, context);
+        document.documentLayout()->draw(&painter, context);
         painter.restore();
         drawNumber(painter, body, page + 1, printer.logicalDpiY());
     }

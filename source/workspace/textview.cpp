@@ -377,10 +377,13 @@ void TextView::gotoLine(int line)
     QTextDocument *text = m_textDocument->text();
     const QTextBlock block = text->findBlockByNumber(std::clamp(line - 1, 0, text->blockCount() - 1));
     QTextCursor cursor = m_current->textCursor();
+    const bool moves = cursor.position() != block.position();
     cursor.setPosition(block.position());
     m_current->showBlock(block); // before the base class scrolls to the edge
     m_current->setTextCursor(cursor);
     m_textDocument->clearBracketMatch();
+    if (!moves) // while the window has no focus, the status bar may show the position in another view
+        Q_EMIT cursorPositionChanged(block.blockNumber(), 0);
 }
 
 /// Compilers count the columns of a terminal.

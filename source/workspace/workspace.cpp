@@ -214,5 +214,5 @@ bool Workspace::show(DocumentTemplate *docTemplate, std::unique_ptr<Document> lo
         m_viewManager->addViewInPlace(view, activate);
     else
         m_viewManager->addView(view, activate);
-    return true;
+    return doc; // it may be closed already
 }

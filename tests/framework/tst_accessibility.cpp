@@ -28,9 +28,9 @@ bool isInner(const QAccessibleInterface *accessible)
         return false;
     const QByteArray name = widget->metaObject()->className();
     const QWidget *parent = widget->parentWidget();
-    return name == "QComboBoxListView" || name == "QToolBarExtension" || name == "QLineEditIconButton"
-           || accessible->role() == QAccessible::StaticText || qobject_cast<const QAbstractSpinBox *>(parent)
-           || qobject_cast<const QComboBox *>(parent) || qobject_cast<const QKeySequenceEdit *>(parent);
+    return name == "QComboBoxListView" || name == "QLineEditIconButton" || accessible->role() == QAccessible::StaticText
+           || qobject_cast<const QAbstractSpinBox *>(parent) || qobject_cast<const QComboBox *>(parent)
+           || qobject_cast<const QKeySequenceEdit *>(parent);
 }
 
 bool isControl(const QAccessibleInterface *accessible)

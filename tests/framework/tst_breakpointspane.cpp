@@ -63,8 +63,8 @@ private:
         story();
         return project;
     }
-    QString first() const { return u"[x] main.c, 7|i > 3|||2|one\n"_s; }
-    QString second() const { return u"[ ] uart.c, 12||||0|one\n"_s; }
+    QString first() const { return u"[x] main.c, 7|i > 3|||2| - one\n"_s; }
+    QString second() const { return u"[ ] uart.c, 12||||0| - one\n"_s; }
 
 private Q_SLOTS:
     void init()
@@ -95,7 +95,7 @@ private Q_SLOTS:
         addProcessor(u"two"_s, {IBreakpoints::Iid});
         scriptOf(u"two"_s).breakpoints = {{{{u"disassembler:"_s, 0x101}}, BreakpointEnabled}};
         Q_EMIT m_activity->projectsChanged();
-        QTRY_COMPARE(pane()->text(), first() + second() + u"[x] 0x00000100|||||two\n"_s);
+        QTRY_COMPARE(pane()->text(), first() + second() + u"[x] 0x00000100||||| - two\n"_s);
         QCOMPARE(label(u"limits"_s), u"The debugger of this project does not offer conditions and data breakpoints."_s);
         QCOMPARE(list()->accessibleName(), u"Breakpoints"_s);
     }
@@ -176,7 +176,7 @@ private Q_SLOTS:
         QTRY_COMPARE(list()->topLevelItemCount(), 2);
         enter(0, 1, u" i > 5 "_s);
         QCOMPARE(changes(), u"one.setDetails(main.c, 7, i > 5, 0, )"_s);
-        QTRY_COMPARE(pane()->text(), u"[x] main.c, 7|i > 5|||2|one\n"_s + second());
+        QTRY_COMPARE(pane()->text(), u"[x] main.c, 7|i > 5|||2| - one\n"_s + second());
         enter(0, 2, u"10"_s);
         QCOMPARE(changes(), u"one.setDetails(main.c, 7, i > 5, 10, )"_s);
         QTRY_VERIFY(pane()->text().startsWith(u"[x] main.c, 7|i > 5|10|"_s));
@@ -238,7 +238,7 @@ private Q_SLOTS:
         QTest::mouseClick(pane()->findChild<QPushButton *>(u"dataAdd"_s), Qt::LeftButton);
         QCOMPARE(changes(), u"one.setDataBreakpoint(0, counter, 3, 1)"_s);
         QCOMPARE(expression->text(), QString());
-        QTRY_COMPARE(pane()->text(), first() + second() + u"[x] counter is read or written||||0|one\n"_s);
+        QTRY_COMPARE(pane()->text(), first() + second() + u"[x] counter is read or written||||0| - one\n"_s);
         QCOMPARE(label(u"limits"_s), u"Data breakpoints: 0 of 4 used."_s);
         select(2);
         press(Qt::Key_Space);
@@ -269,7 +269,7 @@ private Q_SLOTS:
     void dataRowIsHiddenWhereItIsNotOffered()
     {
         addBreakpoints({IBreakpoints::Iid});
-        QTRY_COMPARE(pane()->text(), u"[x] main.c, 7|||||one\n[ ] uart.c, 12|||||one\n"_s);
+        QTRY_COMPARE(pane()->text(), u"[x] main.c, 7||||| - one\n[ ] uart.c, 12||||| - one\n"_s);
         QVERIFY(!pane()->findChild<QWidget *>(u"dataRow"_s)->isVisible());
         select(0, 1);
         press(Qt::Key_F2);

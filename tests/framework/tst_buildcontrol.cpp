@@ -881,16 +881,18 @@ private Q_SLOTS:
         addBuildProject(u"last"_s);
         m_control->buildAllProjects();
         const QString first = story();
-        QVERIFY2(first.contains(u"first.build(Debug, false)"_s), qPrintable(first));
+        QVERIFY2(first.contains(u"first.build([Debug], false)"_s), qPrintable(first));
+        QString seen;
         m_control->buildFinished(false);
         QCOMPARE(m_activity->state(), StateBuilding);
-        QTRY_COMPARE(story(), u"last.build(Debug, false)"_s);
+        QTRY_VERIFY((seen += story()).endsWith(u"last.build([Debug], false)"_s));
         m_control->buildFinished(true);
         QCOMPARE(m_activity->state(), StateIdle);
         QVERIFY(!m_control->buildSucceeded()); // not all
         m_control->buildAllProjects();
         m_control->buildFinished(true);
-        QTRY_VERIFY(story().endsWith(u"last.build(Debug, false)"_s));
+        seen.clear();
+        QTRY_VERIFY((seen += story()).endsWith(u"last.build([Debug], false)"_s));
         m_control->buildFinished(true);
         QVERIFY(m_control->buildSucceeded());
         QCOMPARE(m_activity->state(), StateIdle);

@@ -12,6 +12,7 @@
 #include <QAction>
 #include <QJsonArray>
 #include <QMainWindow>
+#include <QTabWidget>
 
 using namespace Qt::StringLiterals;
 
@@ -150,6 +151,93 @@ private Q_SLOTS:
         m_stub->takeCalls();
         Q_EMIT m_activity->projectActivityChanged();
         QCOMPARE(calls(), u"fw.value(r0, 0) dsp.value(r0, 0)"_s);
+    }
+
+    void onlyThePeripheralsOfTheTabInFrontAreRead()
+    {
+        addProcessor(u"fw"_s, {IPeripherals::Iid});
+        addProcessor(u"dsp"_s, {IPeripherals::Iid}); // now the current one
+        m_activity->setState(StatePaused);
+        m_windows->toggle(DebugWindows::Peripherals);
+        QCoreApplication::processEvents();
+        calls();
+        m_windows->updateData();
+        QCOMPARE(calls(), u"dsp.value(, LOAD)"_s);
+        m_window->findChild<QWidget *>(u"peripheralWidget"_s)->findChild<QTabWidget *>()->setCurrentIndex(0);
+        QTRY_COMPARE(calls(), u"fw.value(, LOAD)"_s);
+    }
+
+    void panesMadeInAHiddenDockWhilePausedAreReadWhenItAppears()
+    {
+        addProcessor(u"fw"_s, {IRegisters::Iid});
+        m_activity->setState(StatePaused);
+        m_windows->toggle(DebugWindows::Registers);
+        m_windows->dock(DebugWindows::Registers)->hide();
+        Q_EMIT m_activity->projectActivityChanged();
+        calls();
+        m_windows->dock(DebugWindows::Registers)->show();
+        QTRY_COMPARE(calls(), u"fw.value(r0, 0)"_s);
+        m_windows->dock(DebugWindows::Registers)->hide();
+        m_windows->dock(DebugWindows::Registers)->show(); // they have been read
+        QCoreApplication::processEvents();
+        QCOMPARE(calls(), QString());
+    }
+
+    void panesMadeInAHiddenDockAreReadOnceIfTheProgramStopsMeanwhile()
+    {
+        addProcessor(u"fw"_s, {IRegisters::Iid});
+        m_activity->setState(StatePaused);
+        m_windows->toggle(DebugWindows::Registers);
+        m_windows->dock(DebugWindows::Registers)->hide();
+        Q_EMIT m_activity->projectActivityChanged();
+        m_windows->updateRegisters();
+        calls();
+        m_windows->dock(DebugWindows::Registers)->show();
+        QCoreApplication::processEvents();
+        QCOMPARE(calls(), u"fw.value(r0, 0)"_s);
+    }
+
+    void watchesOfTheSessionAreEvaluatedWhenTheirDockAppears()
+    {
+        const Project *fw = addProcessor(u"fw"_s, {});
+        m_windows->toggle(DebugWindows::Watches);
+        m_windows->dock(DebugWindows::Watches)->hide();
+        m_window->findChild<MultiWatchWindow *>()->setWatches({{fw->fileName(), QJsonArray{u"x"_s}}});
+        QCOMPARE(calls(), QString());
+        m_windows->dock(DebugWindows::Watches)->show();
+        QTRY_COMPARE(pane<WatchWindow>(u"fw/watches"_s)->text(), u"x = 1\nClick to add new = \n"_s);
+        QCOMPARE(calls(), u"fw.evaluate(x)"_s);
+    }
+
+    // Names and words that the windows pass to a plug-in
+
+    void peripheralIsWrittenWithTheNameOfItsRegister()
+    {
+        addProcessor(u"fw"_s, {IPeripherals::Iid});
+        m_activity->setState(StatePaused);
+        m_windows->toggle(DebugWindows::Peripherals);
+        calls();
+        pane<PeripheralWidget>(u"fw/peripherals"_s)->findChild<PropertyList *>()->firstChild()->setValue(5u, true);
+        QCOMPARE(calls(), u"fw.setValue(LOAD, LOAD, 5)"_s);
+    }
+
+    void headingsOfPeripheralsAreReadAsRegistersWithoutAPeripheral()
+    {
+        addProcessor(u"fw"_s, {IPeripherals::Iid});
+        executionScript(u"fw"_s, {IPeripherals::Iid}).peripherals = {{u"TIMER"_s, {{u"LOAD"_s, 8, false}}},
+                                                                     {u"UART"_s, {{u"DATA"_s, 8, false}}}};
+        m_activity->setState(StatePaused);
+        m_windows->toggle(DebugWindows::Peripherals);
+        QCOMPARE(calls(), u"fw.value(, TIMER) fw.value(, UART)"_s);
+    }
+
+    void longRegisterIsReadWithOneWordMore()
+    {
+        addProcessor(u"fw"_s, {IRegisters::Iid});
+        executionScript(u"fw"_s, {IRegisters::Iid}).registers = {{u"d0"_s, 64, {}, 4, 4, {}, false}};
+        m_activity->setState(StatePaused);
+        m_windows->toggle(DebugWindows::Registers);
+        QCOMPARE(calls(), u"fw.value(d0, 0) fw.value(d0, 1) fw.value(d0, 2)"_s);
     }
 
     void watchesStayWhenProjectsAreAdded()

@@ -585,7 +585,6 @@ private Q_SLOTS:
                           "fw.programStatus()\n"
                           "fw.currentLocation()\n"
                           "openFile main.c\n"
-                          "fw.currentLocation()\n"
                           "state 5\n"
                           "fire onAttach"_s);
         QVERIFY(build.on.isEmpty());

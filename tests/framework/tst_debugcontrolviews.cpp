@@ -281,6 +281,28 @@ private Q_SLOTS:
         story();
     }
 
+    void locationIsRequestedOncePerStop()
+    {
+        const Project *project = addProcessor(u"fw"_s);
+        MarkedView *view = open(u"main.c"_s);
+        open(u"other.c"_s);
+        be(StateRunning);
+        report(project, IExecutionEnvironment::ProgramPaused);
+        QCOMPARE(story().count(u"fw.currentLocation()"_s), 1);
+        m_control->fileOpened();
+        QCOMPARE(view->marks(), u"7=8"_s);
+        QVERIFY(!story().contains(u"currentLocation"_s));
+        scriptOf(u"fw"_s).location = {u"main.c"_s, 9};
+        report(project, IExecutionEnvironment::ProgramPaused);
+        m_control->fileOpened();
+        QCOMPARE(view->marks(), u"9=8"_s);
+        QCOMPARE(story().count(u"fw.currentLocation()"_s), 1);
+        scriptOf(u"fw"_s).location = {u"main.c"_s, 11};
+        m_control->updateDebugWindows(DebugControl::RegisterWindow); // a script has written the program counter
+        m_control->fileOpened();
+        QCOMPARE(view->marks(), u"11=8"_s);
+    }
+
     void partsAreUpdatedOneByOne()
     {
         addProcessor(u"fw"_s);
@@ -293,7 +315,7 @@ private Q_SLOTS:
         QCOMPARE(story(), QString());
         m_control->updateDebugWindows(4);
         QCOMPARE(QPoint(int(registers.size()), int(data.size())), QPoint(1, 1));
-        QCOMPARE(story(), u"fw.currentLocation()\nopenFile main.c\nfw.currentLocation()"_s);
+        QCOMPARE(story(), u"fw.currentLocation()\nopenFile main.c"_s);
     }
 
     // The next statement

@@ -1,3 +1,4 @@
+#include "currentlocation.h"
 #include "debugmarkers.h"
 #include "environmentkey.h"
 #include "markedviews.h"
@@ -47,6 +48,7 @@ private Q_SLOTS:
     void init()
     {
         setUp();
+        forgetCurrentLocations();
         m_views = std::make_unique<TabbedViewManager>();
         m_documents = std::make_unique<Workspace>();
         m_documents->setViewManager(m_views.get());
@@ -119,6 +121,7 @@ private Q_SLOTS:
         refreshExecutionMarker(project, *m_views);
         QCOMPARE(view->marks(), u"7=9*"_s);
         scriptOf(u"fw"_s).location = {u"main.c"_s, 8};
+        forgetCurrentLocations(); // as after a step
         refreshExecutionMarker(project, *m_views);
         QCOMPARE(view->marks(), u"7=1* 8=8"_s);
         clearExecutionMarker(*m_views);

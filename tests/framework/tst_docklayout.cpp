@@ -35,7 +35,8 @@ struct Windows
 {
     explicit Windows(QSettings &settings) : layout(&window, &settings, [this] { return all(); })
     {
-        bar = new ToolBar(u"bar"_s, &window);
+        bar = new ToolBar(&window);
+        bar->setWindowTitle(u"bar"_s);
         bar->setObjectName(u"bar"_s);
         window.addToolBar(bar);
         first = add(u"first"_s, Qt::LeftDockWidgetArea);

@@ -5,9 +5,12 @@
 #include "memoryedit.h"
 #include "memorywindow.h"
 #include "watchwindow.h"
+#include <limits>
+#include <QElapsedTimer>
 #include <QMenu>
 #include <QSignalSpy>
 #include <QTest>
+#include <QThread>
 
 using namespace Qt::StringLiterals;
 
@@ -32,7 +35,7 @@ public:
     bool currentLocation(QString &, int &) override { return false; }
     int evaluate(const QString &expression, QString &result) override
     {
-        result = expression + u" paused"_s;
+        result = expression + (status == ProgramPaused ? u" paused"_s : u" error"_s);
         return 0;
     }
     _object *pythonExtension() override { return nullptr; }
@@ -59,7 +62,7 @@ public:
     bool prepareLive(const QString &expression) override
     {
         prepared.append(expression);
-        return true;
+        return expression == u"counter";
     }
     bool evaluateLive(const QString &expression, QString &result) override
     {
@@ -67,7 +70,7 @@ public:
         if (onLive)
             onLive();
         result = QString::number(liveReads);
-        return expression == u"counter";
+        return prepared.contains(expression) && expression == u"counter";
     }
 
     ProgramStatus status = ProgramRunning;
@@ -127,7 +130,9 @@ private Q_SLOTS:
         m_memory->show();
         m_watches->show();
         QCoreApplication::processEvents();
+        m_processor->status = IExecutionEnvironment::ProgramPaused;
         m_watches->update();
+        m_processor->status = IExecutionEnvironment::ProgramRunning;
     }
     void cleanup()
     {
@@ -214,11 +219,69 @@ private Q_SLOTS:
 
     void watchesOfVariablesAreReadAndOthersKeepTheirValue()
     {
-        QCOMPARE(m_processor->prepared.last(), u"local"_s);
-        QVERIFY(m_processor->prepared.contains(u"counter"_s));
         switchOn(*m_watches);
         QTRY_VERIFY(value(0).toInt() > 2);
         QCOMPARE(value(1), u"local paused"_s);
+        QCOMPARE(m_processor->prepared, (QStringList{u"counter"_s, u"local"_s})); // once each
+    }
+
+    void watchesArePreparedAtAStopOnlyWhileLiveIsOn()
+    {
+        m_processor->status = IExecutionEnvironment::ProgramPaused;
+        m_watches->update();
+        QCOMPARE(m_processor->prepared, QStringList());
+        switchOn(*m_watches);
+        m_watches->update();
+        QCOMPARE(m_processor->prepared, (QStringList{u"counter"_s, u"local"_s}));
+        m_watches->update(); // the next stop
+        QCOMPARE(m_processor->prepared.size(), 4);
+        QCOMPARE(value(0), u"counter paused"_s);
+    }
+
+    void watchAddedWhileTheProgramRunsBecomesLive()
+    {
+        m_watches->setWatches({u"local"_s});
+        switchOn(*m_watches);
+        letTimePass();
+        m_watches->addItem(u"counter"_s);
+        QTRY_VERIFY(value(1).toInt() > 0);
+    }
+
+    void renamedWatchBecomesLive()
+    {
+        m_watches->setWatches({u"local"_s});
+        switchOn(*m_watches);
+        letTimePass();
+        auto *row = static_cast<ListViewItem *>(m_watches->findChild<ListView *>()->topLevelItem(0));
+        row->setText(0, u"counter"_s);
+        m_watches->itemRenamed(row, 0, u"counter"_s);
+        QTRY_VERIFY(value(0).toInt() > 0);
+    }
+
+    void writeWhileTheProgramRunsKeepsWhatCannotBeRead()
+    {
+        m_watches->update(); // as after a write in another window
+        QVERIFY(value(0).toInt() > 0);
+        QCOMPARE(value(1), u"local paused"_s);
+        m_processor->can = false;
+        m_watches->setPaused(false);
+        m_watches->update();
+        QCOMPARE(value(1), u"local error"_s); // the text of the environment, where nothing can be read
+    }
+
+    void slowReadIsFollowedByARest()
+    {
+        QElapsedTimer sinceEnd;
+        qint64 shortest = std::numeric_limits<qint64>::max();
+        m_processor->onLive = [&] {
+            if (sinceEnd.isValid())
+                shortest = std::min(shortest, sinceEnd.elapsed());
+            QThread::msleep(130); // longer than a period
+            sinceEnd.start();
+        };
+        switchOn(*m_memory);
+        QTRY_VERIFY(m_processor->liveReads >= 3);
+        QVERIFY2(shortest >= 129, QByteArray::number(shortest));
     }
 
     void aHiddenPaneReadsNothing()

@@ -411,6 +411,43 @@ private Q_SLOTS:
         QCOMPARE(m_edit->toPlainText(), QString());
     }
 
+    void selectionStaysWhenValuesChange()
+    {
+        m_edit->setCursorPosition(0, 8);
+        press(Qt::Key_Down, Qt::ShiftModifier);
+        press(Qt::Key_Left, Qt::ShiftModifier);
+        m_edit->showLines(
+            {{0x10, {{0, 0x51}, {0, 0x52}, {0, 0x53}, {0, 0x54}}}, {0x14, {{0, 0x55}, {0, 0x56}, {2, 0}, {0, 0x58}}}},
+            4, 4, 1);
+        QCOMPARE(m_edit->textCursor().selectedText(), u"52 53 54 QRST\u20290014 55"_s);
+        QCOMPARE(cursor(), u"1,7"_s);
+        press(Qt::Key_Left, Qt::ShiftModifier); // goes on at the same end
+        QCOMPARE(m_edit->textCursor().selectedText(), u"52 53 54 QRST\u20290014 5"_s);
+    }
+
+    void selectionEndsWhenOtherAddressesAreShown()
+    {
+        m_edit->setCursorPosition(0, 5);
+        press(Qt::Key_Right, Qt::ShiftModifier);
+        m_edit->showLines(
+            {{0x20, {{0, 0x41}, {0, 0x42}, {0, 0x43}, {0, 0x44}}}, {0x24, {{0, 0x45}, {0, 0x46}, {2, 0}, {0, 0x48}}}},
+            4, 4, 1);
+        QVERIFY(!m_edit->textCursor().hasSelection());
+        QCOMPARE(cursor(), u"0,6"_s);
+    }
+
+    void narrowTextIsScrolledBack()
+    {
+        m_edit->setFixedWidth(m_edit->fontMetrics().horizontalAdvance(u'X') * 8);
+        QCoreApplication::processEvents();
+        m_edit->setCursorPosition(0, 0);
+        press(Qt::Key_End);
+        QVERIFY(m_edit->horizontalScrollBar()->value() > 0);
+        showBytes();
+        QCOMPARE(m_edit->horizontalScrollBar()->value(), 0);
+        QCOMPARE(m_edit->verticalScrollBar()->value(), 0);
+    }
+
     void placesOutsideTheTextAreHarmless()
     {
         for (const int para : {-1, 2, 1000}) {

@@ -241,6 +241,18 @@ private Q_SLOTS:
                                       "."_s});
     }
 
+    void charactersOfFailedCellsAreThoseOfTheirValues()
+    {
+        selectRam();
+        m_memory->fill(0x20000000, 8, 0x41);
+        m_memory->statuses = {{0x20000001, IMemory::NoMemory},
+                              {0x20000002, IMemory::Uninitialised},
+                              {0x20000003, IMemory::BadPointer},
+                              {0x20000004, IMemory::WriteToRom}};
+        show(8, 1);
+        QCOMPARE(lines(), QStringList{u"20000000 41 ?? 43 ?? ?? 46 47 48 ABCDEFGH"_s});
+    }
+
     void failedCellsAreQuestionMarks()
     {
         selectRam();
@@ -580,6 +592,18 @@ private Q_SLOTS:
         QCOMPARE(calls(), QString());
     }
 
+    void returnReadsTheShownAddressAgain()
+    {
+        selectRam();
+        show(4, 4);
+        m_window->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(m_window.get()));
+        addressBox()->setFocus();
+        calls();
+        enterAddress(address());
+        QCOMPARE(calls().count(u"readBlock"_s), 1);
+    }
+
     void addressAtTheEndShowsOneLine()
     {
         selectRam();
@@ -636,6 +660,18 @@ private Q_SLOTS:
         addressBox()->setCurrentIndex(index);
         Q_EMIT addressBox()->activated(index);
         QCOMPARE(top(), u"20000200"_s);
+    }
+
+    void theLastTwentyAddressesAreKept()
+    {
+        selectRam();
+        show(4, 4);
+        for (int i = 1; i <= 25; ++i)
+            enterAddress(u"0x20000%1"_s.arg(i * 16, 3, 16, QLatin1Char('0')));
+        QCOMPARE(addressBox()->count(), 20);
+        QCOMPARE(address(), u"0x20000190"_s);
+        QVERIFY(addressBox()->findText(u"0x20000060"_s) >= 0);
+        QVERIFY(addressBox()->findText(u"0x20000050"_s) < 0);
     }
 
     // Widths

@@ -175,8 +175,9 @@ private Q_SLOTS:
                               u"Ask before the scripts of a folder run for the first time"_s}));
         QCOMPARE(textsOf<QPushButton>(m_dialog), (QStringList{u"Forget"_s, u"Browse..."_s}));
         QCOMPARE(textsOf<QLabel>(m_dialog),
-                 (QStringList{u"Size of the text in documents:"_s, u"Language:"_s, u"Virtual environment:"_s,
-                              u"A change takes effect at the next start."_s, u"Accept connections from:"_s,
+                 (QStringList{u"Size of the text in documents:"_s, u"Language, from the next start on:"_s,
+                              u"Virtual environment:"_s, u"A change takes effect at the next start."_s,
+                              u"Accept connections from:"_s,
                               u"The server needs the option \"-r\". A change takes effect at the next start."_s}));
         QCOMPARE(entries(combo(m_dialog, "AutomationCombo")),
                  (QStringList{u"All computers"_s, u"This computer only"_s}));

@@ -5,10 +5,13 @@
 #include "fakeservices.h"
 #include "imemory.h"
 #include "memoryedit.h"
+#include "memorywindow.h"
 #include "multimemorywindow.h"
 #include "project.h"
 #include "projectworkspace.h"
 #include "stubfixture.h"
+#include <QComboBox>
+#include <QLineEdit>
 #include <QMainWindow>
 #include <QPushButton>
 #include <QTabWidget>
@@ -123,6 +126,24 @@ private Q_SLOTS:
         QTest::mouseClick(panes()->findChild<QPushButton *>(u"memoryWrite"_s), Qt::LeftButton);
         QCOMPARE(calls(), u"fw.write(3, 1, 256, 171, false) fw.readBlock"_s);
         QVERIFY(edit()->toPlainText().startsWith(u"100 AB 01 02"_s));
+    }
+
+    void step3IsAlignedWithItsMask()
+    {
+        addProcessor(u"fw"_s);
+        executionScript(u"fw"_s, {IMemory::Iid}).regions = {
+            {u"RAM"_s, 3, 0, 0, 0x100, 0x1FF, false, IMemory::Byte | IMemory::Word24}};
+        m_activity->setState(StatePaused);
+        show();
+        auto *window = static_cast<MemoryWindow *>(panes()->widgets().constFirst());
+        window->selectWord24View();
+        m_stub->takeCalls();
+        auto *box = window->findChild<QComboBox *>(u"memoryAddress"_s);
+        box->lineEdit()->selectAll();
+        QTest::keyClicks(box->lineEdit(), u"0x147\r"_s);
+        const QStringList reads = m_stub->takeCalls().filter(u"readBlock"_s);
+        QCOMPARE(reads.size(), 1);
+        QVERIFY2(reads.constFirst().startsWith(u"fw.readBlock(3, 8, 325, "_s), qPrintable(reads.constFirst()));
     }
 
     void onlyTheTabInFrontIsRead()

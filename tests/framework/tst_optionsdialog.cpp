@@ -271,9 +271,10 @@ private Q_SLOTS:
                                       + end;
         QTest::newRow("more")
             << 5 << u"LineNumbersCheck"_s
-            << QStringList{u"LineNumbersCheck"_s,       u"CurrentLineCheck"_s,         u"ZoomSpin"_s, u"LanguageCombo"_s,
-                           u"StartPageCheck"_s,         u"AskBeforeScriptsCheck"_s,    u"TrustTree"_s,
-                           u"VirtualEnvironmentEdit"_s, u"VirtualEnvironmentButton"_s, u"AutomationCombo"_s}
+            << QStringList{u"LineNumbersCheck"_s, u"CurrentLineCheck"_s,       u"ZoomSpin"_s,
+                           u"LanguageCombo"_s,    u"StartPageCheck"_s,         u"AskBeforeScriptsCheck"_s,
+                           u"TrustTree"_s,        u"VirtualEnvironmentEdit"_s, u"VirtualEnvironmentButton"_s,
+                           u"AutomationCombo"_s}
                    + end;
     }
     void tabGoesThroughTheWidgetsOfATab()

@@ -466,6 +466,110 @@ private Q_SLOTS:
         QVERIFY(!rightClick(u"STATE"_s));
     }
 
+    void unreadRegisterIsWrittenAsTyped_data()
+    {
+        QTest::addColumn<QString>("typed");
+        QTest::addColumn<QString>("call");
+        QTest::newRow("a letter") << u"0x41"_s << u"write LOAD/LOAD=41"_s;
+        QTest::newRow("zero") << u"0"_s << u"write LOAD/LOAD=0"_s;
+    }
+
+    void unreadRegisterIsWrittenAsTyped()
+    {
+        QFETCH(QString, typed);
+        PeripheralRegisterDetails details = LoadFields;
+        details.readingChanges = true;
+        showFields(details);
+        m_widget->update();
+        m_plugin->takeCalls();
+        click(u"LOAD"_s);
+        QTest::keyClicks(row(u"LOAD"_s)->editor()->findChild<QLineEdit *>(), typed); // and nothing is selected before
+        QTest::keyClick(row(u"LOAD"_s)->editor()->findChild<QLineEdit *>(), Qt::Key_Return);
+        QTEST(m_plugin->takeCalls().value(0), "call");
+        QCOMPARE(row(u"COUNT [31:16]"_s)->text(1), u"0x0000"_s);
+    }
+
+    void fieldBesideUnreadBitsCannotBeWritten()
+    {
+        PeripheralRegisterDetails details = LoadFields;
+        details.readingChanges = true;
+        showFields(details);
+        m_widget->update();
+        open(u"LOAD"_s);
+        click(u"COUNT [31:16]"_s);
+        QVERIFY(!row(u"COUNT [31:16]"_s)->isEditing());
+        m_plugin->values[u"LOAD"_s] = 0x11;
+        m_widget->readNow(row(u"LOAD"_s));
+        m_plugin->takeCalls();
+        enter(u"COUNT [31:16]"_s, u"0x2"_s);
+        QCOMPARE(m_plugin->takeCalls(), QStringList(u"write LOAD/LOAD=20011"_s));
+    }
+
+    void fieldOfAnUnreadRegisterIsWrittenWhereNoOtherBitsMatter()
+    {
+        PeripheralRegisterDetails details = LoadFields;
+        details.readingChanges = true;
+        details.onesClear = true;
+        showFields(details);
+        m_widget->update();
+        open(u"LOAD"_s);
+        m_plugin->takeCalls();
+        choose(u"ENABLE [0]"_s, 0); // the value that the row would have without a read
+        QCOMPARE(m_plugin->takeCalls(), QStringList(u"write LOAD/LOAD=0"_s));
+        showFields({{{u"ALL"_s, 0, 32, true, true, {}, {}}}, true, false});
+        m_widget->update();
+        open(u"LOAD"_s);
+        m_plugin->takeCalls();
+        enter(u"ALL [31:0]"_s, u"0"_s);
+        QCOMPARE(m_plugin->takeCalls(), QStringList(u"write LOAD/LOAD=0"_s));
+    }
+
+    void fieldThatCannotBeReadHasNoValue()
+    {
+        PeripheralRegisterDetails details = LoadFields;
+        details.fields[1].readable = false; // MODE
+        showFields(details);
+        m_plugin->values[u"LOAD"_s] = 0x31;
+        m_widget->update();
+        open(u"LOAD"_s);
+        QCOMPARE(row(u"MODE [5:4]"_s)->text(1), u"write only"_s);
+        m_plugin->takeCalls();
+        enter(u"COUNT [31:16]"_s, u"0x2"_s);
+        QCOMPARE(m_plugin->takeCalls().filter(u"write"_s), QStringList(u"write LOAD/LOAD=20001"_s)); // MODE gets zeros
+        choose(u"MODE [5:4]"_s, 0);
+        QCOMPARE(m_plugin->takeCalls().filter(u"write"_s), QStringList(u"write LOAD/LOAD=20001"_s));
+        QCOMPARE(row(u"MODE [5:4]"_s)->text(1), u"write only"_s);
+    }
+
+    void registerWithoutReadableFieldsIsNotRead()
+    {
+        showFields({{{u"KEY"_s, 0, 16, false, true, {}, {}}, {u"GO"_s, 16, 1, false, true, {}, {}}}, false, false});
+        m_widget->update();
+        open(u"LOAD"_s);
+        QCOMPARE(m_plugin->takeCalls(), QStringList(u"read /STATE"_s));
+        QCOMPARE(row(u"LOAD"_s)->text(1), u"write only"_s);
+        enter(u"KEY [15:0]"_s, u"0x55aa"_s);
+        enter(u"GO [16]"_s, u"1"_s);
+        QCOMPARE(m_plugin->takeCalls(), (QStringList{u"write LOAD/LOAD=55aa"_s, u"write LOAD/LOAD=155aa"_s}));
+        QCOMPARE(row(u"LOAD"_s)->text(1), u"0x000155AA"_s); // what was written
+    }
+
+    void fieldIsTakenBackIfItsRegisterCannotBeRead()
+    {
+        showFields(LoadFields);
+        m_plugin->values[u"LOAD"_s] = 0x50001;
+        m_widget->update();
+        m_widget->update();
+        open(u"LOAD"_s);
+        const QSignalSpy written(m_widget.get(), &DebugPane::doUpdate);
+        m_plugin->onCall = throwError;
+        expectException("IPeripherals::value");
+        enter(u"COUNT [31:16]"_s, u"0x7"_s);
+        QCOMPARE(row(u"COUNT [31:16]"_s)->text(1), u"0x0005"_s);
+        QCOMPARE(changed(), QString());
+        QCOMPARE(written.size(), 0);
+    }
+
     void fieldHasItsOwnToolTip()
     {
         showFields(LoadFields);

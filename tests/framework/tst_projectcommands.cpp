@@ -354,8 +354,7 @@ private Q_SLOTS:
         QEvent event(QEvent::ActivationChange); // a dialog was closed
         QCoreApplication::sendEvent(box, &event);
         QCOMPARE(box->currentText(), u"Test"_s);
-        DialogAnswers unsaved;
-        unsaved.press(QMessageBox::No);
+        f.answers->press(QMessageBox::No);
         QVERIFY(f.window->closeWorkspace());
         QTRY_VERIFY(!box->isVisible());
     }

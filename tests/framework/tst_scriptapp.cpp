@@ -8,9 +8,12 @@
 #include "pythonoutputpanel.h"
 #include "scriptapp.h"
 #include "scriptfixture.h"
+#include <QAbstractEventDispatcher>
 #include <QAction>
+#include <QElapsedTimer>
 #include <QSignalSpy>
 #include <QTest>
+#include <QTimer>
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -184,6 +187,25 @@ private Q_SLOTS:
         QCOMPARE(f.attempt(u"app.currentProject = app.projects[0]"_s), u"AttributeError: Project is not active"_s);
         QCOMPARE(f.window->activity().currentProject()->name(), u"Samba"_s);
         QCOMPARE(f.attempt(u"del app.currentProject"_s).section(u':', 0, 0), u"AttributeError"_s);
+    }
+
+    /// Also if the object is that of another project of that name.
+    void currentProjectIsTheFirstOfThatName()
+    {
+        ScriptFixture f;
+        for (const QString &name : {u"a/x.vnp"_s, u"b/x.vnp"_s, u"other.vnp"_s})
+            f.writeProject(name);
+        f.writeWorkspace(u"names.vnw"_s, {u"a/x.vnp"_s, u"b/x.vnp"_s, u"other.vnp"_s});
+        QVERIFY(f.window->openWorkspace(f.path(u"names.vnw"_s), false));
+        const QList<QPointer<Project>> projects = f.window->activity().projects();
+        QCOMPARE(f.attempt(u"app.currentProject = app.projects[2]"_s), u"done"_s);
+        QCOMPARE(f.attempt(u"app.currentProject = app.projects[1]"_s), u"done"_s);
+        QCOMPARE(f.window->activity().currentProject(), projects[0].data());
+        QCOMPARE(f.attempt(u"app.currentProject = app.projects[2]"_s), u"done"_s);
+        projects[0]->setActive(false);
+        QCOMPARE(f.attempt(u"app.currentProject = app.projects[1]"_s), u"AttributeError: Project is not active"_s);
+        QVERIFY(projects[1]->isActive());
+        QCOMPARE(f.window->activity().currentProject(), projects[2].data());
     }
 
     // Workspaces
@@ -369,6 +391,44 @@ private Q_SLOTS:
         QCOMPARE(spy.count(), 1);
     }
 
+    void actionKeepsItsCheckMark()
+    {
+        ScriptFixture f;
+        f.installation.write(u"config/uiconfig.xml"_s,
+                             "<ui><actions><action name='editCopy' toggle='on'/></actions></ui>");
+        f.restart();
+        auto *action = f.window->findChild<QAction *>(u"editCopy"_s);
+        QVERIFY(action && action->isCheckable());
+        const bool checked = action->isChecked();
+        const QSignalSpy triggered(action, &QAction::triggered);
+        const QSignalSpy toggled(action, &QAction::toggled);
+        QCOMPARE(f.attempt(u"varnel.app.doAction('editCopy')"_s), u"None"_s);
+        QCOMPARE(action->isChecked(), checked);
+        QCOMPARE(triggered.count(), 1);
+        QCOMPARE(toggled.count(), 0);
+    }
+
+    /// Each runs once, though the script is in the middle of the first one.
+    void actionMayTriggerAnother()
+    {
+        ScriptFixture f;
+        f.installation.write(u"config/uiconfig.xml"_s,
+                             "<ui><actions><action name='editCopy'/><action name='editCut'/></actions></ui>");
+        f.restart();
+        auto *copy = f.window->findChild<QAction *>(u"editCopy"_s);
+        auto *cut = f.window->findChild<QAction *>(u"editCut"_s);
+        QVERIFY(copy && cut);
+        QStringList calls;
+        connect(copy, &QAction::triggered, copy, [&] {
+            calls.append(u"copy"_s);
+            if (calls.size() == 1)
+                QCOMPARE(f.attempt(u"varnel.app.doAction('editCut')"_s), u"None"_s);
+        });
+        connect(cut, &QAction::triggered, cut, [&] { calls.append(u"cut"_s); });
+        QCOMPARE(f.attempt(u"varnel.app.doAction('editCopy')"_s), u"None"_s);
+        QCOMPARE(calls, (QStringList{u"copy"_s, u"cut"_s}));
+    }
+
     void eventTimeIsLimited()
     {
         QCOMPARE(eventTime(0), 0);
@@ -387,6 +447,45 @@ private Q_SLOTS:
         QCOMPARE(f.attempt(u"app.processEvents()"_s), u"None"_s);
         QVERIFY(handled);
         QCOMPARE(f.attempt(u"app.processEvents(1)"_s), u"None"_s);
+    }
+
+    void eventsAreHandledForTheWholeTime()
+    {
+        ScriptFixture f;
+        bool handled = false;
+        int waits = 0;
+        const QObject context; // of the connection
+        connect(QAbstractEventDispatcher::instance(), &QAbstractEventDispatcher::aboutToBlock, &context,
+                [&] { ++waits; });
+        QTimer::singleShot(50, qApp, [&handled] { handled = true; });
+        QElapsedTimer timer;
+        timer.start();
+        QCOMPARE(f.attempt(u"app.processEvents(200)"_s), u"None"_s);
+        QVERIFY(timer.elapsed() >= 200);
+        QVERIFY(handled);
+        QVERIFY(waits > 0); // it does not spin
+    }
+
+    void negativeTimeIsThreeSeconds()
+    {
+        ScriptFixture f;
+        bool handled = false;
+        QTimer::singleShot(50, qApp, [&handled] {
+            handled = true;
+            breakPython();
+        });
+        QVERIFY(f.run("app.processEvents(-5)\nprint('not reached')").endsWith(u"KeyboardInterrupt\n"_s));
+        QVERIFY(handled);
+    }
+
+    void otherThreadsRunWhileEventsAreHandled()
+    {
+        ScriptFixture f;
+        QCOMPARE(f.run("import threading, time\nsteps = []\n"
+                       "def work():\n    for i in range(5): time.sleep(0.001); steps.append(i)\n"
+                       "thread = threading.Thread(target=work); thread.start()\n"
+                       "app.processEvents(1000)\nprint(steps)\nthread.join()"),
+                 u"[0, 1, 2, 3, 4]\n"_s);
     }
 
     void workspaceMayCloseWhileEventsAreProcessed()

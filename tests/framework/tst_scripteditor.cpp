@@ -52,11 +52,21 @@ private Q_SLOTS:
     {
         ScriptFixture f;
         QCOMPARE(f.attempt(u"app.editor.openDocument('')"_s), u"OSError: Error opening document ''."_s);
-        f.answers->press(QMessageBox::Ok);
-        const QString path = f.path(QString()) + u"nowhere/a.txt"_s;
-        const QString result = f.attempt(u"app.editor.openDocument('%1')"_s.arg(path));
-        QVERIFY2(result == u"OSError: Error opening document '%1'."_s.arg(path) || f.openFiles().size() == 1,
-                 qPrintable(result));
+        f.answers->press(QMessageBox::No);
+        const QString path = f.path(u"a.txt"_s);
+        QCOMPARE(f.attempt(u"app.editor.openDocument('%1')"_s.arg(path)),
+                 u"OSError: Error opening document '%1'."_s.arg(path));
+        QVERIFY(f.answers->allGiven());
+        QCOMPARE(f.openFiles(), QStringList());
+    }
+
+    void fileThatDoesNotExistIsCreatedIfTheUserAgrees()
+    {
+        ScriptFixture f;
+        f.answers->press(QMessageBox::Yes);
+        QCOMPARE(f.run("app.editor.openDocument(" + f.quoted(u"a.txt"_s) + ")"), QString());
+        QVERIFY(f.answers->allGiven());
+        QCOMPARE(f.openFiles().size(), 1);
     }
 
     void relativePathBelongsToTheCurrentProject()
@@ -79,6 +89,40 @@ private Q_SLOTS:
                        + ", 1)\n"
                          "print([file.path for file in app.projects[0].folders[0].files])"),
                  u"['main.c', 'n.c']\n"_s);
+    }
+
+    void newDocumentDoesNotReplaceAFile()
+    {
+        ScriptFixture f;
+        f.write(u"keep.txt"_s, "important");
+        const QString error = u"OSError: Document '%1' could not be created."_s;
+        const QString path = f.path(u"keep.txt"_s);
+        QCOMPARE(f.attempt(u"app.editor.newDocument('%1')"_s.arg(path)), error.arg(path));
+        QCOMPARE(f.openFiles(), QStringList());
+        QCOMPARE(f.attempt(u"app.editor.newDocument('%1')"_s.arg(f.path(u"n.txt"_s))), u"None"_s);
+        QCOMPARE(f.attempt(u"app.editor.newDocument('%1')"_s.arg(f.path(u"n.txt"_s))), error.arg(f.path(u"n.txt"_s)));
+        QCOMPARE(f.openFiles(), QStringList{u"n.txt *"_s});
+        QCOMPARE(f.read(u"keep.txt"_s), "important"_ba);
+    }
+
+    void relativeNewDocumentBelongsToTheCurrentProject()
+    {
+        ScriptFixture f;
+        f.openWorkspace();
+        QCOMPARE(f.attempt(u"app.editor.newDocument('lib/../q.c', 1)"_s), u"None"_s);
+        QCOMPARE(f.document()->filename(), f.path(u"q.c"_s));
+        QCOMPARE(f.attempt(u"app.editor.currentDocument.save()"_s), u"None"_s);
+        QVERIFY(QFileInfo::exists(f.path(u"q.c"_s)));
+        QCOMPARE(f.attempt(u"[file.path for file in app.projects[0].folders[0].files]"_s), u"['main.c', 'q.c']"_s);
+        f.write(u"old.c"_s, "old");
+        QCOMPARE(f.attempt(u"app.editor.newDocument('old.c')"_s), u"OSError: Document 'old.c' could not be created."_s);
+    }
+
+    void relativeNewDocumentWithoutAProjectBelongsToTheWorkingDirectory()
+    {
+        ScriptFixture f;
+        QCOMPARE(f.attempt(u"app.editor.newDocument('no_such_file.txt')"_s), u"None"_s);
+        QCOMPARE(f.document()->filename(), QDir::current().absoluteFilePath(u"no_such_file.txt"_s));
     }
 
     void newDocumentOfAnUnknownKindIsAnError()

@@ -1,5 +1,6 @@
 #include "../objectmodel/pythonscope.h"
 #include "popupmenu.h"
+#include "scriptdirectories.h"
 #include "windowfixture.h"
 #include <QLabel>
 #include <QMenuBar>
@@ -88,6 +89,17 @@ private Q_SLOTS:
         QVERIFY(buttons().isEmpty());
     }
 
+    void argumentsBehindANameAreNotLookedAt()
+    {
+        QCOMPARE(run("app.addMacro(f, 'x'); app.clearMacro('x', 5, None)"), QString());
+        QCOMPARE(items(), QString());
+        QCOMPARE(run("app.addMacro(f, 'x')"), QString());
+        QVERIFY(error("app.clearMacro(f, 'x')").startsWith(u"TypeError: "_s));
+        QCOMPARE(items(), u"x::"_s);
+        QCOMPARE(run("class S(str): pass\napp.clearMacro(S('x'))"), QString());
+        QCOMPARE(items(), QString());
+    }
+
     void onlyFunctionsAreMacros()
     {
         for (const char *other :
@@ -134,6 +146,17 @@ private Q_SLOTS:
         QVERIFY(m_python->shown().endsWith(u"ValueError: bad\n"_s));
         menu()->actions().last()->trigger();
         QCOMPARE(value("calls"), u"['f']"_s);
+    }
+
+    void failedSaveInAMacroIsReportedAfterIt()
+    {
+        m_fixture->writeProject(u"one.vnp"_s);
+        QVERIFY(m_fixture->window->openWorkspace(m_fixture->writeWorkspace(u"one.vnw"_s, {u"one.vnp"_s}), false));
+        QVERIFY(QFile::remove(m_fixture->path(u"one.vnp"_s)));
+        QVERIFY(QDir().mkdir(m_fixture->path(u"one.vnp"_s)));
+        run("def save():\n    app.projects[0].save()\n    print('on')\napp.addMacro(save, 'x')");
+        menu()->actions().first()->trigger();
+        QCOMPARE(m_python->shown(), u"on\nOSError: Could not save project\n"_s);
     }
 
     void macroMayCloseTheProgram()
@@ -223,6 +246,13 @@ private Q_SLOTS:
         m_fixture->installation.write(u"python/macros.py"_s, "# installed\n");
         window().toolsMacroEdit();
         QCOMPARE(m_fixture->text(), u"# installed\n"_s);
+        const QString users = IDEApplication::instance()->scriptDirectories().user + u"/macros.py"_s;
+        QDir().mkpath(QFileInfo(users).path());
+        QFile file(users);
+        QVERIFY(file.open(QIODevice::WriteOnly) && file.write("# mine\n") > 0);
+        file.close();
+        window().toolsMacroEdit();
+        QCOMPARE(m_fixture->text(), u"# mine\n"_s);
     }
 };
 

@@ -175,6 +175,53 @@ private Q_SLOTS:
         QTEST(f.eval("m[:]"), "error");
     }
 
+    void statusOfEachAccess_data()
+    {
+        QTest::addColumn<int>("status");
+        QTest::addColumn<QStringList>("errors"); // of m[i], m[i] = v, m[a:b], m[a:b] = list
+        const auto row = [](const char *name, int status, const QString &word, const QString &written,
+                            const QString &block) {
+            QTest::newRow(name) << status << QStringList{word, written, block, block};
+        };
+        row("bad pointer", 1, u"Bad pointer"_s, u"Bad pointer"_s, u"Bad pointer returned for address 0x101"_s);
+        row("no memory", 2, u"No memory at address"_s, u"No memory at address"_s, u"No memory at address 0x101"_s);
+        row("uninitialised", 3, u"Uninitialised memory at address"_s, u"Uninitialised memory at address"_s,
+            u"Uninitialised memory at address 0x101"_s);
+        row("ROM", 4, u"Unknown memory error"_s, u"Attempt to write to ROM"_s,
+            u"Unknown memory error at address 0x101"_s);
+        row("other", 9, u"Unknown memory error"_s, u"Unknown memory error"_s,
+            u"Unknown memory error at address 0x101"_s);
+    }
+
+    void statusOfEachAccess()
+    {
+        QFETCH(int, status);
+        QFETCH(QStringList, errors);
+        const ProcessorScriptFixture f;
+        f.window->activity().setState(StatePaused);
+        f.window->findChild<DockWindow *>(u"peripheralDockWindow"_s)->show();
+        QCoreApplication::processEvents();
+        f.stub()->takeCalls();
+        const auto refreshed = [&] { return f.stub()->takeCalls().contains(u"fw.value(, UART)"_s); };
+        f.scriptOf(u"fw"_s).memoryStatuses = {{0x101, status}};
+        const QStringList accesses{u"m[0x101]"_s, u"m.__setitem__(0x101, 5)"_s, u"m[0x100:0x103]"_s,
+                                   u"m.__setitem__(slice(0x100, 0x103), [7, 8, 9])"_s};
+        for (int i = 0; i < accesses.size(); ++i)
+            QCOMPARE(f.eval(accesses[i].toUtf8()), u"OSError: "_s + errors[i]);
+        QVERIFY(!refreshed());
+        QCOMPARE(f.run("m[0x100] = 1"), QString());
+        QVERIFY(refreshed());
+    }
+
+    void blockWithTooFewCellsIsAnError()
+    {
+        const ProcessorScriptFixture f;
+        f.scriptOf(u"fw"_s).missingCells = 2;
+        QCOMPARE(f.eval("m[0x100:0x104]"), u"OSError: Unknown memory error at address 0x102"_s);
+        f.scriptOf(u"fw"_s).missingCells = 9;
+        QCOMPARE(f.eval("m[0x100:0x104]"), u"OSError: Unknown memory error at address 0x100"_s);
+    }
+
     void errorOfASliceCountsCells()
     {
         const ProcessorScriptFixture f;

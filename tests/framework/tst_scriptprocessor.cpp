@@ -1,4 +1,6 @@
+#include "fakedebugenvironment.h"
 #include "scriptrows.h"
+#include <QTranslator>
 
 // Processors and their collection in scripts, in the whole program.
 
@@ -124,6 +126,16 @@ private Q_SLOTS:
                                            {{{u"disassembler:0x00000001:fw"_s, int(0x80000001)}}, BreakpointMultiple}};
         QCOMPARE(f.eval("p.breakpoints"), u"[('main.c', 3, 2), ('disassembler:', 15, 1), "
                                           "('disassembler:0x00000001:fw', 2147483648, 3)]"_s);
+    }
+
+    void breakpointInTheDisassemblyIsListedByItsAddress()
+    {
+        const ProcessorScriptFixture f;
+        StubScript &script = f.scriptOf(u"fw"_s);
+        script.keepsBreakpoints = true;
+        QCOMPARE(f.run("p.setBreakpoint('disassembler:', 15)\np.setBreakpoint('main.c', 15)"), QString());
+        QCOMPARE(script.breakpoints.first().locations.first().line, 16);
+        QCOMPARE(f.eval("p.breakpoints"), u"[('disassembler:', 15, 1), ('main.c', 15, 1)]"_s);
     }
 
     void symbolIsLookedUpInTheRegionOfTheMemoryObject()
@@ -285,6 +297,37 @@ private Q_SLOTS:
         QCOMPARE(f.eval("debugger.processors[1].project.name"), u"'fw'"_s);
     }
 
+    /// The addresses of environments are reused: the object of one must not serve the project that gets it later.
+    void processorBelongsToTheProjectThatHasTheEnvironmentNow()
+    {
+        const ProcessorScriptFixture f;
+        const QList<QPointer<Project>> projects = f.window->activity().projects();
+        const auto environment = shareInterface(projects.first()->executionInterface());
+        projects.first()->setExecutionEnvironment(nullptr);
+        projects.last()->setExecutionEnvironment(environment.get());
+        QCOMPARE(f.eval("debugger.processors[1].project.name, debugger.processors[1] is p"), u"('dsp', False)"_s);
+        QCOMPARE(f.eval("debugger.processors[0]"), u"None"_s);
+        int alive = 0;
+        const InterfacePtr<FakeDebugEnvironment> other(new FakeDebugEnvironment(&alive));
+        projects.first()->setExecutionEnvironment(other.get());
+        QCOMPARE(f.eval("debugger.processors[0].project.name, debugger.processors[1].project.name"),
+                 u"('fw', 'dsp')"_s);
+    }
+
+    void objectsOfAFormerEnvironmentAreNotKept()
+    {
+        const ProcessorScriptFixture f;
+        Project *project = f.window->activity().projects().first();
+        f.run("class E: pass\nextension = E()");
+        PyObject *object = PyDict_GetItemString(PyModule_GetDict(PyImport_AddModule("__main__")), "extension");
+        f.scriptOf(u"fw"_s).extension = [object] { return Py_NewRef(object); };
+        QCOMPARE(f.eval("p.extension is extension, p.memory is m"), u"(True, True)"_s);
+        const auto environment = shareInterface(project->executionInterface());
+        f.scriptOf(u"fw"_s).extension = nullptr;
+        project->setExecutionEnvironment(environment.get()); // a new one at the same address
+        QCOMPARE(f.eval("p.extension, p.memory is m, p.memory is p.memory"), u"(None, False, True)"_s);
+    }
+
     void processorThatLosesItsEnvironmentIsStale()
     {
         const ProcessorScriptFixture f;
@@ -312,6 +355,51 @@ private Q_SLOTS:
         f.restart();
         QCOMPARE(f.eval("debugger.stop()"), u"RuntimeError: Object has been destroyed"_s);
         QCOMPARE(f.eval("p.run()"), u"RuntimeError: Object has been destroyed"_s);
+    }
+
+    // Exceptions
+
+    void exceptionsAreNotTranslated_data()
+    {
+        addScriptRows({
+            {"workspace", "", "app.openWorkspace('/none.vnw')", "OSError: Cannot open workspace '/none.vnw'"},
+            {"project", "", "setattr(app, 'currentProject', 5)", "TypeError: Project expected"},
+            {"document", "", "app.editor.openDocument('')", "OSError: Error opening document ''."},
+            {"output", "", "app.outputWindow['x']", "KeyError: Attempt to read unknown property 'x'"},
+            {"form", "", "app.loadUI('/none.ui')", "OSError: Failed to load UI from file /none.ui"},
+            {"widget", "", "app.createUI('None')", "TypeError: Failed to create widget None"},
+            {"expression", "", "p.evaluate('x')", "ValueError: Could not evaluate expression: No symbol 'x'"},
+            {"symbol", "", "p.getSymbolAddress('x')", "ValueError: Symbol 'x' not found"},
+            {"slice", "", "m[3:1]", "IndexError: Index error"},
+            {"mode", "", "setattr(m, 'currentMode', 'x')", "ValueError: Attempt to set unknown memory mode"},
+            {"register", "", "p.registers['x']", "KeyError: Attempt to read unknown register 'x'"},
+            {"peripheral", "", "p.peripherals['x']", "KeyError: Unknown peripheral 'x'"},
+            {"replay", "from varnelreplay import replay", "replay.trigger('x')", "KeyError: There is no command 'x'"},
+        });
+    }
+
+    /// Scripts compare their texts.
+    void exceptionsAreNotTranslated()
+    {
+        /// Translates every text.
+        class Translator : public QTranslator
+        {
+        public:
+            [[nodiscard]] bool isEmpty() const override { return false; }
+            [[nodiscard]] QString translate(const char *, const char *, const char *, int) const override
+            {
+                return u"übersetzt"_s;
+            }
+        };
+        QFETCH(QByteArray, setUp);
+        QFETCH(QByteArray, expression);
+        const ProcessorScriptFixture f;
+        QCOMPARE(f.run(setUp), QString());
+        Translator translator;
+        QCoreApplication::installTranslator(&translator);
+        QCOMPARE(QObject::tr("a"), u"übersetzt"_s);
+        QTEST(f.eval(expression), "result");
+        QCoreApplication::removeTranslator(&translator);
     }
 
     // Plug-ins

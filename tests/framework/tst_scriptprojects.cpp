@@ -1,6 +1,10 @@
 #include "../plugins/stub/stub.h"
+#include "commandlinewindow.h"
 #include "ibuildenvironment.h"
 #include "scriptfixture.h"
+#include "scriptprojectfile.h"
+#include "scriptprojectfolder.h"
+#include "scriptprojectproperties.h"
 #include <QPluginLoader>
 #include <QTest>
 using namespace Qt::StringLiterals;
@@ -123,6 +127,51 @@ private Q_SLOTS:
         f.write(u"sample.vnp"_s, "<project/>");
         f.openWorkspace();
         QCOMPARE(f.printed(), u"handled\n"_s);
+    }
+
+    void failedSaveInAHandlerIsReportedAfterIt_data()
+    {
+        QTest::addColumn<QByteArray>("script");
+        QTest::newRow("event") << "app.onCurrentProjectChanged = fail\napp.currentProject = app.projects[1]\n"_ba;
+        QTest::newRow("signal") << "button = app.createUI('QPushButton'); button.onClicked = fail; button.click()\n"_ba;
+    }
+    void failedSaveInAHandlerIsReportedAfterIt()
+    {
+        QFETCH(QByteArray, script);
+        ScriptFixture f;
+        f.openWorkspace();
+        QVERIFY(QFile::remove(f.path(u"sample.vnp"_s)));
+        QVERIFY(QDir().mkdir(f.path(u"sample.vnp"_s)));
+        QCOMPARE(
+            f.run("def fail(*sender):\n    app.projects[0].save()\n    print('handled')\n" + script + "print('on')"),
+            u"handled\nOSError: Could not save project\non\n"_s);
+    }
+
+    void failedSaveOfAFileOrConsoleLineIsReportedAfterIt()
+    {
+        ScriptFixture f;
+        f.openWorkspace();
+        QVERIFY(QFile::remove(f.path(u"sample.vnp"_s)));
+        QVERIFY(QDir().mkdir(f.path(u"sample.vnp"_s)));
+        f.window->runPyFile(f.write(u"save.py"_s, "from varnel import app\napp.projects[0].save()\nprint('on')\n"));
+        QCOMPARE(f.printed(), u"on\nOSError: Could not save project\n"_s);
+        auto *console = f.window->findChild<CommandLineWindow *>();
+        QVERIFY(console);
+        for (const QString &line : {u"from varnel import app"_s, u"app.projects[0].save(); print('on')"_s}) {
+            QTest::keyClicks(console, line);
+            QTest::keyClick(console, Qt::Key_Return);
+        }
+        QCOMPARE(f.printed(), u"on\nOSError: Could not save project\n"_s);
+    }
+
+    void interfaceOfAnObjectIsAsserted()
+    {
+        QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"^ASSERT: \"theIface\""_s));
+        const ScriptProjectFile file{InterfacePtr<IProjectFile>()};
+        QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"^ASSERT: \"theIface\""_s));
+        const ScriptProjectFolder folder{InterfacePtr<IProjectFolder>()};
+        QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"^ASSERT: \"theIface\""_s));
+        const ScriptProjectProperties properties{InterfacePtr<IProjectProperties>()};
     }
 
     void buildActsOnTheCurrentProject()

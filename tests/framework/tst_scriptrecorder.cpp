@@ -18,6 +18,7 @@ constexpr auto Actions = "<ui><actions>"
                          "<action name='debugRunToCursor'><text>Run to Cursor</text></action>"
                          "<action name='debugRun'><text>Run</text><enable signal='runAvailable'/></action>"
                          "<action name='debugStop'><text>Stop</text><enable signal='stopAvailable'/></action>"
+                         "<action name='buildBuild'><text>Build</text></action>"
                          "<action name='debugStepOver'><text>Step Over</text><enable signal='showNextAvailable'/>"
                          "</action></actions></ui>";
 
@@ -25,7 +26,7 @@ constexpr auto Actions = "<ui><actions>"
 class Recording : public ProcessorScriptFixture
 {
 public:
-    Recording() : ProcessorScriptFixture(1)
+    explicit Recording(int projects = 1) : ProcessorScriptFixture(projects)
     {
         installation.write(u"config/uiconfig.xml"_s, Actions);
         StubScript &script = scriptOf(u"fw"_s);
@@ -33,6 +34,21 @@ public:
         script.on[u"start"_s] = [] { stopSoon(IExecutionEnvironment::ProgramPaused); };
         script.on[u"run"_s] = [] { stopSoon(IExecutionEnvironment::ProgramBreakpointHit); };
         script.on[u"stepOver"_s] = [] { report(u"fw"_s, IExecutionEnvironment::ProgramPaused); };
+        startAgain();
+    }
+
+    /// Gives the project a tool chain whose builds end a moment after their start.
+    void makeBuildable()
+    {
+        StubScript &script = scriptOf(u"cc"_s);
+        script.label = u"cc"_s;
+        script.offers = {IBuildEnvironment::Iid};
+        script.on[u"build"_s] = [] {
+            QTimer::singleShot(0, qApp, [] { stub()->object(u"cc"_s)->buildEvents->buildFinished(true); });
+        };
+        write(u"fw.vnp"_s,
+              "<project executionenvironment='{fw}' buildenvironment='{cc}'><file path='main.c'/>"
+              "<properties currentconfiguration='Debug'><configuration name='Debug'/></properties></project>");
         startAgain();
     }
 
@@ -249,13 +265,94 @@ private Q_SLOTS:
         QCOMPARE(f.recorded().section(u'\n', 1), u"replay.trigger(\"debugRun\")\nreplay.waitFor(\"paused\")\n"_s);
     }
 
+    void secondProjectIsRecordedWithItsProcessor()
+    {
+        Recording f(2);
+        f.record();
+        QVERIFY(f.window->openFile(f.path(u"main.c"_s), true));
+        f.window->projectWorkspace()->setCurrentProject(1);
+        f.view()->gotoLine(2);
+        f.trigger(u"debugToggleBreakpoint"_s);
+        f.run("debugger.processors['fw'].setBreakpoint('" + f.path(u"main.c"_s).toUtf8() + "', 3)");
+        const QString statements = f.recorded().section(u'\n', 1);
+        QVERIFY2(statements.contains(u"app.currentProject = app.projects[1]\n"_s), qPrintable(statements));
+        QVERIFY2(statements.contains(u"processors[\"fw\"].setBreakpoint(replay.path(\"main.c\"), 3)\n"_s),
+                 qPrintable(statements));
+        const QString before = f.state();
+        f.startAgain();
+        QCOMPARE(f.run(f.source.toUtf8() + "\nrecorded1()\n"), QString());
+        QCOMPARE(f.window->activity().currentProject()->name(), u"dsp"_s);
+        QCOMPARE(f.state(), before);
+    }
+
+    void buildIsRecordedWithItsEnd()
+    {
+        Recording f;
+        f.makeBuildable();
+        f.record();
+        f.trigger(u"buildBuild"_s);
+        QTRY_COMPARE(f.window->activity().state(), StateIdle);
+        f.trigger(u"viewOutput"_s);
+        QCOMPARE(f.recorded().section(u'\n', 1), u"replay.trigger(\"buildBuild\")\nreplay.waitFor(\"idle\")\n"
+                                                 "replay.setChecked(\"viewOutput\", False)\n"_s);
+        f.startAgain();
+        QCOMPARE(f.run(f.source.toUtf8() + "\nrecorded1()\n"), QString());
+        QCOMPARE(f.stub()->takeCalls().filter(u"cc.build("_s).size(), 1);
+        QCOMPARE(f.window->activity().state(), StateIdle);
+    }
+
+    void recordingMayBeginInASession()
+    {
+        Recording f;
+        f.trigger(u"debugRun"_s);
+        QTRY_COMPARE(f.window->activity().state(), StatePaused);
+        f.record();
+        f.trigger(u"debugStepOver"_s);
+        f.trigger(u"debugStop"_s);
+        const QString statements = f.recorded().section(u'\n', 1);
+        QVERIFY2(statements.startsWith(u"replay.trigger(\"debugStepOver\")\nreplay.waitFor(\"paused\")\n"
+                                       "replay.trigger(\"debugStop\")\n"_s),
+                 qPrintable(statements));
+        f.startAgain();
+        QCOMPARE(f.run(f.source.toUtf8() + "\nrecorded1()\n"),
+                 u"RuntimeError: The command 'debugStepOver' is not available in the state 'idle'"_s);
+        f.trigger(u"debugRun"_s);
+        QTRY_COMPARE(f.window->activity().state(), StatePaused);
+        QCOMPARE(f.run("recorded1()\n"), QString());
+        QCOMPARE(f.window->activity().state(), StateIdle);
+    }
+
+    void fileOutsideTheFolderIsRecordedByItsWholePath()
+    {
+        Recording f;
+        const QTemporaryDir elsewhere;
+        QFile file(elsewhere.filePath(u"far.c"_s));
+        QVERIFY(file.open(QIODevice::WriteOnly) && file.write("one\n") > 0);
+        file.close();
+        f.record();
+        QVERIFY(f.window->openFile(file.fileName(), true));
+        QCOMPARE(f.recorded().section(u'\n', 1), u"app.editor.openDocument(\"%1\")\n"_s.arg(file.fileName()));
+        f.startAgain();
+        QCOMPARE(f.run(f.source.toUtf8() + "\nrecorded1()\n"), QString());
+        QCOMPARE(f.document()->filename(), file.fileName());
+    }
+
+    void targetThatDoesNotStopEndsTheReplayInTime()
+    {
+        Recording f;
+        f.scriptOf(u"fw"_s).on[u"start"_s] = [] {
+            QTimer::singleShot(0, qApp, [] { Recording::report(u"fw"_s, IExecutionEnvironment::ProgramRunning); });
+        };
+        QCOMPARE(f.run("from varnelreplay import replay\nreplay.trigger('debugRun')\nreplay.waitFor('paused', 0.2)\n"),
+                 u"TimeoutError: The program has not become 'paused' in 0.2 seconds: it is 'running'"_s);
+    }
+
     void errorsNameTheReason_data()
     {
         QTest::addColumn<QByteArray>("statement");
         QTest::addColumn<QString>("error");
-        QTest::newRow("disabled")
-            << "replay.trigger('debugStop')"_ba
-            << u"RuntimeError: The command 'Stop' (debugStop) is not available in the state 'idle'"_s;
+        QTest::newRow("disabled") << "replay.trigger('debugStop')"_ba
+                                  << u"RuntimeError: The command 'debugStop' is not available in the state 'idle'"_s;
         QTest::newRow("unknown") << "replay.trigger('noSuch')"_ba << u"KeyError: There is no command 'noSuch'"_s;
         QTest::newRow("no toggle") << "replay.setChecked('debugRun', True)"_ba
                                    << u"ValueError: The command 'debugRun' cannot be switched on and off"_s;

@@ -38,8 +38,8 @@ private Q_SLOTS:
         f.openWorkspace();
         f.openFile(u"a.txt"_s);
         QCOMPARE(f.run(directory() + Load
-                       + "stub = '" VARNEL_SOURCE_DIR "/python/varnel.pyi'\n"
-                         "for difference in load('checkstub').check(stub, directory + 'scripttypes.tsv', load):\n"
+                       + "folder = '" VARNEL_SOURCE_DIR "/python'\n"
+                         "for difference in load('checkstub').check(folder, directory + 'scripttypes.tsv', load):\n"
                          "    print(difference)\n"),
                  QString());
     }

@@ -530,10 +530,13 @@ private Q_SLOTS:
 
     void scriptThatEndsTheProgramOpensNothing()
     {
-        const TemplateFixture f;
+        TemplateFixture f;
+        f.installation.write(u"config/uiconfig.xml"_s,
+                             "<ui><actions><action name='fileExit'><text>Exit</text></action></actions></ui>");
+        f.restart();
         f.addScript("from varnel import app\ndef createProject(name, template, path):\n    app.doAction('fileExit')\n"
                     "    open(path + '/a.vnp', 'w').write('<project/>'); return path + '/a.vnp'");
-        QVERIFY(f.create(u"script"_s).isEmpty());
+        QCOMPARE(f.create(u"script"_s).join(u'\n'), QString());
         QVERIFY(!f.window->isVisible());
         QCOMPARE(f.openWorkspaceFile(), u"none"_s);
     }

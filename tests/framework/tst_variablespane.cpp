@@ -181,9 +181,9 @@ private Q_SLOTS:
         stub().scopeVariables[IVariables::Locals] = many;
         pause();
         QCOMPARE(list()->topLevelItemCount(), 101);
-        press(Qt::Key_End);
+        select(row(100));
         press(Qt::Key_Return);
-        QCOMPARE(list()->topLevelItemCount(), 150);
+        QTRY_COMPARE(list()->topLevelItemCount(), 150);
     }
 
     void changedValuesAreBold()
@@ -246,7 +246,7 @@ private Q_SLOTS:
         QVERIFY(calls.contains(u"one.assign(i, 2 * 21, 0)"_s));
         QVERIFY(calls.contains(u"requestThreads"_s));
         QCOMPARE(row(0)->text(1), u"2 * 21"_s);
-        QCOMPARE(bold(), u"i"_s);
+        QTRY_COMPARE(bold(), u"i"_s);
         enter(u"2 * 21"_s); // the same
         QVERIFY(!story().contains(u"assign"_s));
     }
@@ -275,7 +275,7 @@ private Q_SLOTS:
         stub().on[u"assign"_s] = [this] { stub().failure = u"No symbol \"nonsense\"."_s; };
         stub().on[u"requestScope"_s] = [this] { stub().failure.clear(); };
         enter(u"nonsense"_s);
-        QCOMPARE(row(0)->text(1), u"3"_s);
+        QTRY_COMPARE(row(0)->text(1), u"3"_s);
         QVERIFY(label(u"message"_s)->isVisible());
         QCOMPARE(label(u"message"_s)->text(), u"The value cannot be changed: No symbol \"nonsense\"."_s);
         pause();
@@ -315,7 +315,7 @@ private Q_SLOTS:
         const QString calls = story();
         QVERIFY(calls.contains(u"requestValue(i, 4)"_s));
         QVERIFY(calls.contains(u"requestChildren(origin, 0, 100, 4)"_s));
-        QCOMPARE(row(0)->text(1), u"0x3"_s);
+        QTRY_COMPARE(row(0)->text(1), u"0x3"_s);
         QCOMPARE(bold(), QString()); // another form of the same value
         chooseFormat(u"formatOfAll"_s, u"Natural"_s);
         QVERIFY(!story().contains(u"requestValue"_s));

@@ -1,9 +1,11 @@
+#include "../workspace/editorfixture.h"
 #include "fakedebugenvironment.h"
 #include "popupmenu.h"
 #include "projecttreeitem.h"
 #include "watchlistview.h"
 #include "watchwindow.h"
 #include <QApplication>
+#include <QClipboard>
 #include <QContextMenuEvent>
 #include <QDropEvent>
 #include <QHeaderView>
@@ -265,6 +267,28 @@ private Q_SLOTS:
         QCOMPARE(m_window->watches(), QStringList(u"a + b"_s));
     }
 
+    void blanksInALiteralAreDroppedAsTheyAre()
+    {
+        QMimeData data;
+        data.setText(u" equal(name, \"a  b\") "_s);
+        drop(&data);
+        QCOMPARE(m_window->watches(), QStringList(u"equal(name, \"a  b\")"_s));
+    }
+
+    void selectionOfAnEditorCanBeDropped()
+    {
+        const QString text = u"if (count > 1)\n    count = 0;\n"_s;
+        const EditorFixture editor(text);
+        editor.putCursor(0, 4, 0, 9);
+        editor.edit()->copy(); // the data that is dragged, too
+        QMimeData data;
+        for (const QString &format : QApplication::clipboard()->mimeData()->formats())
+            data.setData(format, QApplication::clipboard()->mimeData()->data(format));
+        drop(&data);
+        QCOMPARE(rows(), u"count = 7*\n"_s + Placeholder);
+        QCOMPARE(editor.text(), text);
+    }
+
     void otherDataCannotBeDropped()
     {
         QMimeData data;
@@ -313,6 +337,16 @@ private Q_SLOTS:
             QCOMPARE(menu->actions().size(), 1);
             menu->close();
         }
+    }
+
+    void watchesOfAHiddenPaneAreEvaluatedWhenItAppears()
+    {
+        m_window->hide();
+        m_window->setEnvironment(nullptr);
+        m_window->setWatches({u"x"_s});
+        QCOMPARE(row(0)->text(1), QString());
+        m_window->show();
+        QTRY_COMPARE(row(0)->text(1), u"????"_s);
     }
 
     void watchesGoWithTheirEnvironment()

@@ -1,5 +1,6 @@
 #include "../plugins/stub/stub.h"
 #include "activity.h"
+#include "currentlocation.h"
 #include "dockwindow.h"
 #include "editorhost.h"
 #include "eventhandlers.h"
@@ -533,6 +534,7 @@ private Q_SLOTS:
         QVERIFY(f.window->openFile(f.path(u"main.c"_s), false));
         QCOMPARE(f.marks(), u"2=8 3=2"_s);
         script(u"fw"_s).location = {u"main.c"_s, 1};
+        forgetCurrentLocations(); // as after a step
         QVERIFY(f.window->workspace()->reopenDocument(f.path(u"main.c"_s)));
         QCOMPARE(f.marks(), u"1=8 3=2"_s);
         f.window->activity().setState(StateRunning);

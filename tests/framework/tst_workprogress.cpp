@@ -29,6 +29,7 @@ private Q_SLOTS:
         QTRY_VERIFY(progress.update(40) && window.findChild<QProgressDialog *>());
         const QPointer<QProgressDialog> dialog = window.findChild<QProgressDialog *>();
         QVERIFY(dialog->isVisible() && dialog->isModal());
+        QCOMPARE(dialog->windowTitle(), u"Varnel"_s);
         QCOMPARE(dialog->labelText(), u"Copying"_s);
         QCOMPARE(dialog->value(), 40);
         QTRY_COMPARE((progress.update(100), dialog->value()), 99); // it stays until the end

@@ -111,12 +111,16 @@ class Debugging:
         return self._varnel.read(self.window("targetConsole"), "text")
 
     def call_stack(self):
-        """One line per function, innermost first, such as "0 main main.c, 12"."""
+        """One line per function, innermost first, such as "0 main main.c, 12".
+
+        A program with several threads has a line per thread, and indented lines for the functions of open threads.
+        """
         return self._varnel.read(self.window("callStackView"), "text").splitlines()
 
     def wait_for_function(self, place):
-        """Waits until the innermost function starts with `place`, such as "main main.c, 12"."""
-        self._varnel.wait_for(self.window("callStackView"), "text", lambda text: text.startswith(f"0 {place}"))
+        """Waits until the innermost function, of an open thread, starts with `place`, such as "main main.c, 12"."""
+        self._varnel.wait_until(lambda: any(line.lstrip().startswith(f"0 {place}") for line in self.call_stack()),
+                                f"the innermost function {place}")
 
     def choose_function(self, level):
         """Chooses a function in the window "Call Stack"; the innermost one is 0."""

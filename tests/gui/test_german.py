@@ -5,6 +5,7 @@ import tempfile
 import unittest
 
 from driver import ProgramTest
+from templates import Creator
 
 CALCULATOR = pathlib.Path(__file__).parents[2] / "examples/calculator"
 BUILD_TIME = 300
@@ -38,13 +39,31 @@ class GermanTest(ProgramTest):
         self.program.screen.keyboard.press("Escape")
 
     def test_dialogs_are_operated_by_their_names(self):
-        self.launch(settings=GERMAN)
+        self.open_calculator()
         for action, dialog in DIALOGS.items():
             with self.subTest(action):
                 self.varnel.choose(action)
                 self.varnel.wait_for(dialog, "visible", True)
                 self.varnel.press("Escape", on=dialog)
                 self.varnel.find_gone(dialog)
+
+    def test_message_boxes_are_german(self):
+        self.launch(settings=GERMAN)
+        self.varnel.choose("debugBreakpoints")
+        self.varnel.answer("Haltepunkte können nicht bearbeitet werden.", "Return")
+        self.varnel.find_gone("messageBox")
+
+    def test_forms_of_templates_are_german(self):
+        self.launch(settings=GERMAN)
+        self.wait_for_keyboard()
+        creator = Creator(self.program, self.program.screen.keyboard)
+        creator.directory.mkdir()
+        creator.fill_in("embedded/device", "chip")
+        creator.accept()
+        self.varnel.wait_for("deviceDialog", "isActiveWindow", True)
+        self.assertEqual(self.varnel.read("coreLabel", "text"), "&Kern:")
+        self.program.screen.keyboard.press("Escape")
+        self.varnel.find_gone("deviceDialog")
 
     def test_example_is_built_by_a_driver(self):
         self.open_calculator()
@@ -53,6 +72,7 @@ class GermanTest(ProgramTest):
 
     def test_script_reaches_commands_and_pages_by_their_names(self):
         self.open_calculator()
+        self.run_script("from varnel import app")
         self.run_script("app.doAction('helpAbout')")
         self.varnel.wait_for("aboutBox", "visible", True)
         self.varnel.press("Escape", on="aboutBox")

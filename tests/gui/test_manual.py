@@ -62,7 +62,7 @@ class ManualTest(Console, ProgramTest):
     def test_sample_saveandbuild(self):
         self.run_sample("saveandbuild.py")
         self.wait_for_keyboard()
-        self.program.screen.keyboard.press("Ctrl+Alt+B")
+        self.program.screen.keyboard.press("Ctrl+Alt+S")
         self.varnel.wait_for("BuildPage", "plainText", lambda text: text.rstrip().endswith("Done."), BUILD_TIME)
 
     def test_sample_setoption(self):

@@ -34,8 +34,12 @@ class PropertiesTest(ProgramTest):
         self.keyboard.press("Down")
         self.varnel.wait_for(editor, "visible", True)
 
+    def end_edit(self):
+        """Without waiting, the next click could close the dialog first, and the main window would get the key."""
+        self.keyboard.press("Return")
+        self.varnel.wait_for("PropertyList", "focus", True)
+
     def accept_dialog(self):
-        self.keyboard.press("Return")  # ends the edit
         self.varnel.click("OkButton")
         self.varnel.find_gone("propertyEditorDialog")
         self.wait_for_keyboard()
@@ -47,6 +51,7 @@ class PropertiesTest(ProgramTest):
         self.edit_option("Optimisation", "propertyListEditor")
         self.keyboard.type("si")  # the first letters of the choice
         self.varnel.wait_for("propertyListEditor", "currentText", "Size (-Os)")
+        self.end_edit()
         self.accept_dialog()
         self.assertEqual(self.build(), {"expression.cpp"})
         self.assertIn("-Os", self.rule("expression.cpp"))
@@ -60,15 +65,17 @@ class PropertiesTest(ProgramTest):
         self.edit_option("Optimisation", "propertyListEditor")
         self.keyboard.type("si")
         self.varnel.wait_for("propertyListEditor", "currentText", "Size (-Os)")
+        self.end_edit()
         self.accept_dialog()
         self.build()
         self.assertIn("-Os", self.rule("expression.cpp"))
         self.varnel.choose("fileProperties")
         self.edit_option("Optimisation", "propertyListEditor")
-        self.keyboard.press("Return")  # ends the edit
+        self.end_edit()
         self.keyboard.press("Shift+F10")
         self.varnel.wait_for("propertyMenu", "visible", True)
         self.keyboard.press("r")
+        self.varnel.find_gone("propertyMenu")
         self.accept_dialog()
         self.assertEqual(self.build(), {"expression.cpp"})
         self.assertNotIn("-Os", self.rule("expression.cpp"))
@@ -81,6 +88,7 @@ class PropertiesTest(ProgramTest):
         self.edit_option("Optimisation", "propertyListEditor")
         self.keyboard.type("si")
         self.varnel.wait_for("propertyListEditor", "currentText", "Size (-Os)")
+        self.end_edit()
         self.accept_dialog()
         for configuration in ("Debug", "Release"):
             self.varnel.choose("projectProperties")
@@ -115,6 +123,7 @@ class PropertiesTest(ProgramTest):
         self.keyboard.press("Ctrl+A")
         self.keyboard.type("work")
         self.varnel.wait_for("propertyEdit", "text", "work")
+        self.end_edit()
         self.accept_dialog()
         self.keyboard.press("F10")
         self.user.wait_for_state("paused")

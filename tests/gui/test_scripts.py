@@ -100,10 +100,51 @@ class RunTest(ScriptTest):
         self.assertIn("Really?\n", errors)
 
     def test_unsaved_changes_do_not_ask(self):
-        (self.directory / "a.txt").write_text("a\n", encoding="utf-8")
+        file = self.directory / "a.txt"
+        file.write_text("a\n", encoding="utf-8")
         code, output, errors = self.run_script(
-            "from varnel import app\ndocument = app.editor.open('a.txt') if hasattr(app.editor, 'open') else None\n")
-        self.assertEqual((code, output), (0, ""), errors)
+            "import sys\nfrom varnel import app\napp.editor.openDocument(sys.argv[1])\n"
+            "app.editor.currentDocument.insert('changed')\nprint(app.editor.currentDocument.isModified)\n", file)
+        self.assertEqual((code, output, errors), (0, "1\n", ""))
+        self.assertEqual(file.read_text(encoding="utf-8"), "a\n")
+
+    def test_failed_save_of_a_project_is_a_failure(self):
+        (self.directory / "x.vnp").write_text("<project/>", encoding="utf-8")
+        (self.directory / "x.vnw").write_text("<workspace><project path='x.vnp'/></workspace>", encoding="utf-8")
+        script = """
+import os, sys
+from varnel import app
+app.openWorkspace(sys.argv[1])
+if sys.argv[2] == "broken":
+    os.remove("x.vnp")
+    os.mkdir("x.vnp")
+app.currentProject.save()
+timer = app.createTimer()
+timer.interval = 1
+timer.onTimeout = lambda timer: timer.stop()  # a handler runs before the script ends
+timer.start(0)
+app.processEvents(50)
+print("on")
+"""
+        for state, expected in (("whole", 0), ("broken", 1)):
+            code, output, errors = self.run_script(script, self.directory / "x.vnw", state)
+            self.assertEqual((code, output), (expected, "on\n"), errors)
+            self.assertEqual("OSError: Could not save project" in errors, state == "broken")
+
+    def test_waiting_uses_no_processor(self):
+        code, output, errors = self.run_script(
+            "import time\nfrom varnel import app\nbegin, used = time.monotonic(), time.process_time()\n"
+            "for i in range(20): app.processEvents(50)\n"
+            "print(time.monotonic() - begin >= 1, time.process_time() - used < 0.5)\n")
+        self.assertEqual((code, output), (0, "True True\n"), errors)
+
+    def test_signal_interrupts_a_wait(self):
+        script = self.write("from varnel import app\nprint('started')\napp.processEvents(60000)\n")
+        process = self.start(script)
+        self.assertEqual(process.stdout.readline(), "started\n")
+        process.send_signal(signal.SIGTERM)
+        output, errors = process.communicate(timeout=30)
+        self.assertEqual((process.returncode, output), (130, ""), errors)
 
     def test_signal_interrupts_the_script(self):
         script = self.write("import time\nprint('started')\ntry:\n    while True: time.sleep(0.01)\n"
@@ -323,6 +364,16 @@ def go():
     app.debugger.onBreakpointHit = lambda: hits.append(p.currentProgramLocation)
     app.doAction("debugRun")
     wait(lambda: len(hits) > count)
+def check_end(panel, button, view):  # between two clicks the program runs, the session ends, the workspace is closed
+    app.debugger.onBreakpointHit = None
+    for file, found, state in p.breakpoints:
+        p.removeBreakpoint(file, found)
+    run = lambda: (p.run(), wait(lambda: p.programStatus == 1))
+    for leave, message in ((run, "The program is not paused."), (app.debugger.stop, "No debug session is running."),
+                           (app.closeWorkspace, "No debug session is running.")):
+        leave()
+        button.click()
+        assert (panel.messageLabel.text, view.plainText) == (message, ""), (message, panel.messageLabel.text, view.plainText)
 def start():
     global p
     app.openWorkspace(str(examples / "thermostat/thermostat.vnw"))
@@ -345,9 +396,7 @@ assert " ".join(lines) == "Task Priority State idle 0 ready ▶ <blink> 3 waitin
 p.evaluate("task_count=0")
 panel.refreshButton.click()
 assert "idle" not in panel.taskView.plainText
-app.debugger.stop()
-panel.refreshButton.click()
-assert panel.messageLabel.text == "No debug session is running."
+check_end(panel, panel.refreshButton, panel.taskView)
 print("done")
 """)
 
@@ -379,6 +428,7 @@ panel.refreshButton.click()
 text = panel.reportView.plainText
 assert "PRECISERR" in text and "0xb0000000" in text, (panel.messageLabel.text, text)
 assert "It happened at" in text and "main.c, %d" % line("/* fault */") in text, text
+check_end(panel, panel.refreshButton, panel.reportView)
 print("done")
 """)
 
@@ -413,6 +463,10 @@ assert "no_such_symbol" in panel.messageLabel.text and panel.pictureView.plainTe
 panel.addressEdit.text = "0xB0000000"
 panel.showButton.click()
 assert panel.messageLabel.text
+panel.addressEdit.text = "picture"
+panel.showButton.click()
+assert panel.messageLabel.text == ""
+check_end(panel, panel.showButton, panel.pictureView)
 print("done")
 """)
 
@@ -424,19 +478,34 @@ coverage = linecoverage.lineCoverage
 app.editor.openDocument(str(main))
 end = line("/* fault */")
 p.setBreakpoint(str(main), end)  # the user's
+handler, ends = app.debugger.onBreakpointHit, []
+app.debugger.onStopped = lambda: ends.append(app.state)
+count = len(hits)
 coverage.panel.startButton.click()
 assert coverage.panel.messageLabel.text == "", coverage.panel.messageLabel.text
 assert line("number = 7;") in coverage.waiting and end not in coverage.waiting, coverage.waiting
 app.doAction("debugRun")
 wait(lambda: p.programStatus in (0, 5) and p.currentProgramLocation[1] == end)
 assert line("return value + 1;") in coverage.reached and line("number = 7;") in coverage.waiting
+assert hits[count:] == [p.currentProgramLocation], hits  # the user's, and no other
+folder = str(main.parent)
+assert coverage.is_file(str(main)) and coverage.is_file("main.c") and coverage.is_file("../thermostat/main.c")
+assert not coverage.is_file(folder + "/other/main.c") and not coverage.is_file("other/main.c")
 assert line("uint8_t picture") not in coverage.waiting | coverage.reached
 text = coverage.panel.linesView.plainText
 assert "+ %4d  __attribute__((noinline)) static int reached" % line("int reached") in text and "- %4d      number = 7;" % line("number = 7;") in text, text
 coverage.panel.stopButton.click()
 assert {found for path, found, state in p.breakpoints} == {line("board_init();"), end}, p.breakpoints
+assert app.debugger.onBreakpointHit is handler
+coverage.panel.startButton.click()
+app.debugger.stop()
+assert ends == [0], ends
+app.debugger.onStopped()
+assert ends == [0, 0] and app.debugger.onBreakpointHit is handler  # the user's again
 app.closeWorkspace()
 coverage.panel.stopButton.click()
+coverage.panel.startButton.click()
+assert coverage.panel.messageLabel.text == "No debug session is running."
 print("done")
 """)
 

@@ -92,6 +92,7 @@ class TemplateTest(ProgramTest):
         self.keyboard.type("si")  # the first letters of the choice
         self.varnel.wait_for("propertyListEditor", "currentText", "Size (-Os)")
         self.keyboard.press("Return")  # ends the edit
+        self.varnel.wait_for("PropertyList", "focus", True)
         self.varnel.click("OkButton")
         self.varnel.find_gone("propertyEditorDialog")
         self.wait_for_keyboard()

@@ -375,7 +375,7 @@ void TestUiConfig::everyCommandIsInExactlyOneMenu()
 {
     const QList<QDomElement> references = elements(m_root.firstChildElement(u"menus"_s), u"action"_s);
     const QStringList expected = actionNames.filter(QRegularExpression(u"(?<!Alt)$"_s));
-    QCOMPARE(expected.size(), 83 + 10);
+    QCOMPARE(expected.size(), 83 + 11);
     QCOMPARE(sorted(names(references)), sorted(expected));
 }
 

@@ -807,6 +807,68 @@ private Q_SLOTS:
         QTEST(item->value().toUInt(), "value");
     }
 
+    void unknownNumberIsTypedIntoAnEmptyEditor_data()
+    {
+        QTest::addColumn<QString>("typed");
+        QTest::addColumn<int>("value"); // negative: none
+        QTest::newRow("another value") << u"0x41"_s << 0x41;
+        QTest::newRow("the stored value") << u"5"_s << 5;
+        QTest::newRow("nothing") << QString() << -1;
+    }
+
+    void unknownNumberIsTypedIntoAnEmptyEditor()
+    {
+        QFETCH(QString, typed);
+        QFETCH(int, value);
+        auto *item = add<PropertyHexItem>(u"h"_s, 5u, 16);
+        item->setUnknown(u"not read"_s);
+        QCOMPARE(item->text(1), u"not read"_s);
+        m_list->setCurrentItem(item);
+        QCOMPARE(edit(item)->text(), QString());
+        const QSignalSpy changed(item, &PropertyItem::valueChanged);
+        QTest::keyClicks(edit(item), typed);
+        key(Qt::Key_Return);
+        QCOMPARE(changed.size(), value < 0 ? 0 : 1);
+        QCOMPARE(item->isUnknown(), value < 0);
+        QCOMPARE(item->text(1), value < 0 ? u"not read"_s : value == 5 ? u"0x0005"_s : u"0x0041"_s);
+    }
+
+    void deletedTextOfAnUnknownNumberIsNoValue()
+    {
+        auto *item = add<PropertyHexItem>(u"h"_s, 5u, 16);
+        item->setUnknown(u"not read"_s);
+        m_list->setCurrentItem(item);
+        QTest::keyClicks(edit(item), u"7"_s);
+        key(Qt::Key_Backspace);
+        key(Qt::Key_Return);
+        QVERIFY(item->isUnknown());
+        QCOMPARE(item->text(1), u"not read"_s);
+    }
+
+    void unknownChoiceIsChosenFromTheFirstOneOn()
+    {
+        auto *item = add<PropertyListItem>(u"c"_s, u"0"_s);
+        item->addOption(u"Off"_s, u"0"_s);
+        item->addOption(u"On"_s, u"1"_s);
+        item->setUnknown(u"not read"_s);
+        m_list->setCurrentItem(item);
+        QCOMPARE(combo(item)->currentIndex(), -1);
+        const QSignalSpy changed(item, &PropertyItem::valueChanged);
+        combo(item)->setCurrentIndex(0);
+        key(Qt::Key_Return);
+        QCOMPARE(changed.size(), 1);
+        QCOMPARE(item->text(1), u"Off"_s);
+    }
+
+    void valueThatBecomesKnownReplacesTheText()
+    {
+        auto *item = add<PropertyHexItem>(u"h"_s, 5u, 16);
+        item->setUnknown(u"not read"_s);
+        item->setValue(5u, false);
+        QVERIFY(!item->isUnknown());
+        QCOMPARE(item->text(1), u"0x0005"_s);
+    }
+
     void longHexRowHoldsBytes()
     {
         auto *item = add<PropertyLongHexItem>(u"l"_s, QByteArray::fromHex("0100"), 40);

@@ -110,6 +110,33 @@ private Q_SLOTS:
         QCOMPARE(painter.xOf(line, 8), 8 * painter.charWidth());
     }
 
+    void columnsOfMarkup_data()
+    {
+        QTest::addColumn<QString>("line");
+        QTest::addColumn<QString>("plain");  ///< for each column of the line
+        QTest::addColumn<QString>("markup"); ///< for each column of the plain text
+        QTest::newRow("none") << u"ab"_s << u"012"_s << u"0 1 2"_s;
+        QTest::newRow("empty") << QString() << u"0"_s << u"0"_s;
+        QTest::newRow("tags") << u"a<b>c</b>d"_s << u"01111222223"_s << u"0 1 5 10"_s;
+        QTest::newRow("name of a character") << u"a&lt;b"_s << u"0111123"_s << u"0 1 5 6"_s;
+        QTest::newRow("no tag") << u"1 < 2"_s << u"012345"_s << u"0 1 2 3 4 5"_s;
+    }
+
+    void columnsOfMarkup()
+    {
+        QFETCH(QString, line);
+        QFETCH(QString, plain);
+        QFETCH(QString, markup);
+        QString found;
+        for (int column = 0; column <= line.size(); ++column)
+            found += QString::number(plainColumn(line, column));
+        QCOMPARE(found, plain);
+        QStringList columns;
+        for (int column = 0; column <= plainText(line).size(); ++column)
+            columns += QString::number(markupColumn(line, column));
+        QCOMPARE(columns.join(u' '), markup);
+    }
+
     void courierIsHigherByItsDescent()
     {
         QFont font(u"Courier"_s, 10);

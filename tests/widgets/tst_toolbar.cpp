@@ -2,6 +2,7 @@
 #include "toolbarrows.h"
 #include <QMainWindow>
 #include <QTest>
+#include <QToolButton>
 
 using namespace Qt::StringLiterals;
 
@@ -72,6 +73,21 @@ private Q_SLOTS:
         bar->toggleVisible();
         window.show();
         QVERIFY(!bar->isVisible());
+    }
+
+    void buttonForItemsThatDoNotFitHasAName()
+    {
+        QMainWindow window;
+        auto *bar = new ToolBar(&window);
+        bar->setObjectName(u"bar"_s);
+        window.addToolBar(bar);
+        for (int i = 0; i < 20; ++i)
+            bar->addAction(u"A long text of an action"_s);
+        window.resize(300, 200);
+        window.show();
+        const auto *more = bar->findChild<QToolButton *>(u"qt_toolbar_ext_button"_s);
+        QVERIFY(more && more->isVisible());
+        QCOMPARE(more->accessibleName(), u"More"_s);
     }
 
     void barsBeginARowWhereTheWindowIsNarrow()

@@ -69,7 +69,14 @@ public:
         return isFetched;
     }
 
-    QList<MemoryRegion> regions() override { return {{u"flash"_s, 0, 0, 0, low, high, true, 1}}; }
+    QList<MemoryRegion> regions() override
+    {
+        if (const auto ask = std::exchange(whenRegionsAreAsked, nullptr))
+            ask();
+        if (throws)
+            throw std::runtime_error("gone");
+        return hasRegions ? QList<MemoryRegion>{{u"flash"_s, 0, 0, 0, low, high, true, 1}} : QList<MemoryRegion>();
+    }
     int read(int, int, uint, uint *) override { return NoMemory; }
     int write(int, int, uint, uint, bool) override { return NoMemory; }
     void readBlock(int, int, uint, int, MemoryBlock &) override {}
@@ -93,7 +100,9 @@ public:
     bool fetchThrows = false;
     bool isFetched = true;
     bool isSilent = false;
+    bool hasRegions = true;
     std::function<void()> whenAsked;
+    std::function<void()> whenRegionsAreAsked;
     inline static int destroyed = 0;
 };
 
@@ -136,6 +145,12 @@ struct Fixture
     [[nodiscard]] QString message() const { return view->findChild<QLabel *>(u"DisassemblyMessage"_s)->text(); }
     /// The address of the cursor.
     [[nodiscard]] QString cursor() const { return QString::number(environment->low + paras()->cursorPlace().para, 16); }
+    void moveRegion(uint low, uint high) const
+    {
+        environment->low = low;
+        environment->high = high;
+        document->notifyViews(nullptr, false);
+    }
     void clickAt(int row, int column) const
     {
         const QPoint place(column * paras()->charWidth() + 2, row * paras()->lineHeight() + 2);
@@ -275,15 +290,17 @@ private Q_SLOTS:
 
     void plugInMayCloseTheViewWhenItIsAsked()
     {
-        for (const QString &way : {u"update"_s, u"goto"_s, u"find"_s, u"key"_s}) {
+        for (const QString &way : {u"update"_s, u"font"_s, u"region"_s, u"goto"_s, u"find"_s, u"key"_s}) {
             Fixture f;
-            f.environment->whenAsked = [&] {
+            const auto close = [&] {
                 f.view.reset();
                 f.document.reset();
                 keepEnvironments({});
             };
+            (way == u"region"_s ? f.environment->whenRegionsAreAsked : f.environment->whenAsked) = close;
+            f.formats[FormatId::Standard].setFontPointSize(way == u"font"_s ? 20 : 10);
             DisassemblerView *view = f.view.get();
-            if (way == u"update"_s)
+            if (way == u"update"_s || way == u"font"_s || way == u"region"_s)
                 view->update(nullptr, true);
             else if (way == u"goto"_s)
                 view->gotoLine(0x8c01);
@@ -293,6 +310,82 @@ private Q_SLOTS:
                 QTest::keyClick(view->paraView(), Qt::Key_PageDown);
             QVERIFY2(!f.view, qPrintable(way));
         }
+    }
+
+    void environmentThatThrowsKeepsItsRegion()
+    {
+        const Fixture f;
+        f.environment->throws = true;
+        QTest::ignoreMessage(QtWarningMsg, "IMemory::regions: an exception has left the plug-in (gone)");
+        f.document->refreshRegion();
+        QCOMPARE(f.document->paraCount(), 0x1000);
+    }
+
+    void regionOfALaterSessionIsShown()
+    {
+        const Fixture f([](FakeEnvironment &environment) { environment.hasRegions = false; });
+        QCOMPARE(f.document->paraCount(), 0);
+        QTRY_COMPARE(f.message(), u"No instructions can be read here."_s);
+        auto *markers = viewInterface<IViewWithMarkers>(f.view.get());
+        markers->setMarker(0x8009, 0x01, true, false); // set before the session
+        f.environment->hasRegions = true;
+        f.document->notifyViews(nullptr, false);
+        QCOMPARE(f.row(0), u"00008000 bl 0x8200 <f>"_s);
+        QCOMPARE(f.message(), QString());
+        QCOMPARE(f.margin()->markers(), (QMap<int, int>{{9, 0x01}}));
+        f.view->gotoLine(0x8201);
+        QCOMPARE(f.cursor(), u"8200"_s);
+    }
+
+    void cursorAndMarksStayAtTheirAddressesWhenTheRegionChanges()
+    {
+        const Fixture f;
+        auto *markers = viewInterface<IViewWithMarkers>(f.view.get());
+        markers->setMarker(0x8201, 0x01, true, false);
+        markers->setMarker(0x8009, 0x01, true, true);
+        f.view->gotoLine(0x8201);
+        f.paras()->setSelection({0x200, 0, 0}, {0x200, 0, 3});
+        f.moveRegion(0x8100, 0x90ff);
+        QCOMPARE(f.document->lineOf(0), 0x8101);
+        QCOMPARE(f.cursor(), u"8200"_s);
+        QVERIFY(!f.paras()->hasSelection());
+        QCOMPARE(f.margin()->markers(), (QMap<int, int>{{0x101, 0x01}}));
+        QVERIFY(markers->hasMarkerAtCursor(0x01));
+        f.moveRegion(0x8000, 0x8fff);
+        QCOMPARE(f.cursor(), u"8200"_s);
+        QCOMPARE(f.margin()->markers(), (QMap<int, int>{{9, 0x8001}, {0x201, 0x01}}));
+        f.view->gotoLine(0x8009);
+        f.moveRegion(0x20000000, 0x200000ff); // far away
+        QCOMPARE(f.cursor(), u"20000000"_s);
+        QVERIFY(f.margin()->markers().isEmpty());
+        QVERIFY(markers->hasMarker(0x8009, 0x01));
+        f.moveRegion(0x100, 0x1ff);
+        QCOMPARE(f.cursor(), u"1ff"_s); // the nearest one
+    }
+
+    void allViewsFollowTheRegion()
+    {
+        Fixture f;
+        const std::unique_ptr<View> second(f.kind.createView(f.document.get()));
+        auto *markers = viewInterface<IViewWithMarkers>(second.get());
+        markers->setMarker(0x8201, 0x01, true, false);
+        f.environment->low = 0x8100;
+        f.view->update(nullptr, false); // only the first one
+        QCOMPARE(second->findChild<MarkerWidget *>()->markers(), (QMap<int, int>{{0x101, 0x01}}));
+    }
+
+    void historyAndSearchEndWhenTheRegionChanges()
+    {
+        const Fixture f;
+        QSignalSpy back(f.view.get(), &View::backAvailable);
+        QVERIFY(f.view->goTo(u"f"_s));
+        QCOMPARE(back.last(), QVariantList{true});
+        f.view->startFind(u"needle"_s, true, true, true);
+        f.moveRegion(0x8100, 0x90ff);
+        QCOMPARE(back.last(), QVariantList{false});
+        QCOMPARE(f.message(), QString());
+        f.view->back();
+        QCOMPARE(f.cursor(), u"8200"_s);
     }
 
     void twoProcessorsHaveTwoDocuments()
@@ -312,6 +405,8 @@ private Q_SLOTS:
         QCOMPARE(workspace.documents().at(1)->title(), u"Disassembly: b"_s);
         QCOMPARE(views.currentDocument(), workspace.documents().at(0));
         QCOMPARE(views.views().size(), 2);
+        QVERIFY(workspace.openDocument(disassemblyName(a.get(), u"A"_s), true)); // names compare exactly
+        QCOMPARE(workspace.documents().size(), 3);
         views.closeAll();
         keepEnvironments({});
     }
@@ -458,7 +553,6 @@ private Q_SLOTS:
         markers->setMarker(0x8005, 0x01, true, false);
         markers->setMarker(5, 0x01, true, false); // outside the region
         QVERIFY(markers->hasMarker(0x8005, 0x01));
-        QVERIFY(!markers->hasMarker(5, 0x01));
         QCOMPARE(f.margin()->markers(), (QMap<int, int>{{5, 0x01}}));
         f.view->gotoLine(0x8005);
         QVERIFY(markers->hasMarkerAtCursor(0x01));
@@ -468,8 +562,11 @@ private Q_SLOTS:
         QCOMPARE(para + 1, 0x8005);
         f.view->gotoLine(0x8801);
         QVERIFY(!markers->hasMarkerAtCursor(0x01));
-        f.view->gotoLine(3); // outside: ignored
+        f.view->gotoLine(3); // outside
         QCOMPARE(f.cursor(), u"8800"_s);
+        QCOMPARE(f.message(), u"0x2 is outside the memory that is shown here."_s);
+        f.view->gotoLine(0x8801);
+        QCOMPARE(f.message(), QString());
         markers->clearMarkers(0x07);
         QVERIFY(!markers->hasMarker(0x8005, 0x01));
     }

@@ -234,7 +234,30 @@ private Q_SLOTS:
         QCOMPARE(f.found(QString(10000, u'*')), u"a.html"_s);
     }
 
+    /// Of a pattern that is not the first term, one word counts.
+    void patternBehindAnotherTermAddsTheOccurrencesOfOneWord()
+    {
+        WordIndex index = numberedIndex(1);
+        for (const char *word : {"foo", "foo", "zza", "zzb", "zzb", "zzb", "zzb"})
+            index.insert(word);
+        index.endDocument(0);
+        const QList<WordIndex::Doc> found = index.find(u"foo zz?"_s);
+        QCOMPARE(found.size(), 1);
+        QVERIFY(found.first().frequency == 2 + 1
+                || found.first().frequency == 2 + 4); // the order of words is not defined
+        QCOMPARE(index.find(u"zz? foo"_s).size(), 2);
+    }
+
     // The numbers of 16 bits
+
+    void documentsAbove32767AreLoaded()
+    {
+        WordIndex index = numberedIndex(32770);
+        add(&index, 32769);
+        const std::optional<WordIndex> loaded = WordIndex::fromBytes(index.toBytes());
+        QVERIFY(loaded);
+        QCOMPARE(loaded->search(u"word"_s), QStringList(u"32769"_s));
+    }
 
     void documentNumberAbove32767Wraps()
     {

@@ -304,6 +304,7 @@ private Q_SLOTS:
             f.write(u"a.log"_s, QByteArray(100, '\n') + QByteArray("0123456789 0123456789\n").repeated(8'000'000))));
         f.show();
         f.view->gotoLine(8'000'000);
+        QVERIFY(f.document->isIndexed() || f.lines()->cursorPlace().line > 1'000'000); // an estimate
         QTRY_VERIFY(f.document->isIndexed());
         QTRY_COMPARE(f.cursor(), u"7999999,0"_s);
         QVERIFY(f.lines()->isCursorVisible());
@@ -338,7 +339,9 @@ private Q_SLOTS:
         row("not there", "0,0", "delta", true, true, true, "");
         row("empty", "0,0", "", true, true, true, "");
         row("behind the last", "1,2", "beta", true, true, true, "");
-        row("markup is searched as it is stored", "0,0", "<b>", true, true, true, "2,3");
+        row("markup is searched as it is stored", "0,0", "<b>", true, true, true, "2,0");
+        row("text behind markup", "0,0", "x", true, true, true, "2,1");
+        row("backward to text behind markup", "2,1", "x", true, false, true, "2,0");
         row("line end", "0,0", "gamma\n", true, true, true, "1,11");
         row("not across lines", "0,0", "beta\nbeta", true, true, true, "");
     }
@@ -426,6 +429,28 @@ private Q_SLOTS:
         QCOMPARE(what->text(), u"cat"_s);
     }
 
+    void matchBehindMarkupIsSelectedWhereItIsShown()
+    {
+        LargeFixture f;
+        f.openAndShow("<b>uart</b> &lt;cat&gt; <i>cat</i>\n");
+        f.view->startFind({u"cat"_s}, true, false);
+        QTRY_COMPARE(result(f), u"1 of 2"_s);
+        QCOMPARE(selection(f), u"0,6-0,9"_s);
+        QCOMPARE(f.view->selectedText(), u"cat"_s);
+        QTest::keyClick(f.lines(), Qt::Key_F3);
+        QTRY_COMPARE(result(f), u"2 of 2"_s);
+        QCOMPARE(selection(f), u"0,11-0,14"_s);
+        QTest::keyClick(f.lines(), Qt::Key_Home);
+        QTest::keyClick(f.lines(), Qt::Key_F3);
+        QTRY_COMPARE(result(f), u"1 of 2"_s);
+        f.view->startFind({u"b>"_s}, true, false); // in tags, which are not shown
+        QTRY_COMPARE(result(f), u"1 of 2"_s);
+        QTest::keyClick(f.lines(), Qt::Key_F3);
+        QTRY_COMPARE(result(f), u"2 of 2"_s);
+        QTest::keyClick(f.lines(), Qt::Key_F3, Qt::ShiftModifier);
+        QTRY_COMPARE(result(f), u"1 of 2"_s);
+    }
+
     void functionKeyRepeatsTheSearch()
     {
         LargeFixture f;
@@ -441,6 +466,84 @@ private Q_SLOTS:
         QTRY_COMPARE(result(f), u"3 of 3"_s);
         f.view->startFind({}, true, true);
         QCOMPARE(result(f), QString());
+    }
+
+    void functionKeyShowsTheFindBar()
+    {
+        LargeFixture f;
+        f.openAndShow("dog\n");
+        QTest::keyClick(f.lines(), Qt::Key_F3); // there is nothing to repeat
+        auto *what = part<QLineEdit>(f, "LargeTextFindWhat");
+        QVERIFY(f.view->findBar()->isVisible());
+        QVERIFY(what->hasFocus());
+        what->setText(u"needle"_s);
+        QTest::keyClick(what, Qt::Key_Escape);
+        QVERIFY(!f.view->findBar()->isVisible());
+        QTest::keyClick(f.lines(), Qt::Key_F3);
+        QVERIFY(f.view->findBar()->isVisible());
+        QVERIFY(f.lines()->hasFocus());
+        QTRY_COMPARE(result(f), u"Not found"_s);
+    }
+
+    void closedFindBarHasEndedItsSearch_data()
+    {
+        QTest::addColumn<int>("timeLimit");
+        QTest::addColumn<QString>("state");
+        QTest::newRow("searching") << LargeTextSearch::TimeLimit << u"Searching..."_s;
+        QTest::newRow("waiting") << 0 << u"Not found so far"_s;
+    }
+
+    void closedFindBarHasEndedItsSearch()
+    {
+        QFETCH(int, timeLimit);
+        QFETCH(QString, state);
+        LargeFixture f;
+        QVERIFY(f.open(f.writeSparse(u"a.log"_s, 100ll << 30)));
+        f.show();
+        f.view->findBar()->search().setTimeLimit(timeLimit);
+        f.view->openFindBar();
+        part<QLineEdit>(f, "LargeTextFindWhat")->setText(u"needle"_s);
+        click(f, "LargeTextNext");
+        QTRY_COMPARE(result(f), state);
+        QTest::keyClick(part<QLineEdit>(f, "LargeTextFindWhat"), Qt::Key_Escape);
+        QVERIFY(!f.view->findBar()->search().isRunning());
+        f.view->openFindBar();
+        QCOMPARE(result(f), QString());
+        for (const char *name : {"LargeTextCancel", "LargeTextGoOn"})
+            QVERIFY(!part<QToolButton>(f, name)->isVisible());
+        QVERIFY(!part<QProgressBar>(f, "LargeTextProgress")->isVisible());
+    }
+
+    void searchThatRanOutOfTimeIsNotOfferedAgainInAClosedFindBar()
+    {
+        LargeFixture f;
+        QVERIFY(f.open(f.writeSparse(u"a.log"_s, 50'000'000, {}, "needle\n")));
+        f.show();
+        f.view->setFindTimeLimit(0);
+        QVERIFY(!f.view->find(u"needle"_s, true, false, true, true));
+        click(f, "LargeTextClose");
+        f.view->openFindBar();
+        QVERIFY(!part<QToolButton>(f, "LargeTextGoOn")->isVisible());
+        QCOMPARE(result(f), QString());
+    }
+
+    void findsBehindAByteOrderMark()
+    {
+        LargeFixture f;
+        f.openAndShow("\xef\xbb\xbf"
+                      "a a\n");
+        f.lines()->setCursor(0, 1);
+        QVERIFY(f.view->find(u"a"_s, true, false, true, true));
+        QCOMPARE(f.cursor(), u"0,3"_s);
+        QVERIFY(!f.view->find(u"a"_s, true, false, true, true));
+        f.lines()->setCursor(0, 0);
+        f.view->openFindBar();
+        part<QLineEdit>(f, "LargeTextFindWhat")->setText(u"a"_s);
+        click(f, "LargeTextNext");
+        QTRY_COMPARE(result(f), u"1 of 2"_s);
+        click(f, "LargeTextNext");
+        QTRY_COMPARE(result(f), u"2 of 2"_s);
+        QCOMPARE(selection(f), u"0,2-0,3"_s);
     }
 
     void findBarFindsMatchesOverTwoPieces()
@@ -501,8 +604,9 @@ private Q_SLOTS:
         QVERIFY(part<QToolButton>(f, "LargeTextGoOn")->isVisible());
         click(f, "LargeTextGoOn");
         QCOMPARE(result(f), u"Searching..."_s);
-        QTest::qWait(100);
-        QCOMPARE(result(f), u"Searching..."_s); // without a limit now
+        QSignalSpy progress(&f.view->findBar()->search(), &LargeTextSearch::progress);
+        QTRY_VERIFY(progress.size() > 2); // beyond the limit of two intervals
+        QCOMPARE(result(f), u"Searching..."_s);
         click(f, "LargeTextCancel");
         QCOMPARE(result(f), u"Cancelled"_s);
         QVERIFY(!part<QProgressBar>(f, "LargeTextProgress")->isVisible());

@@ -1,5 +1,6 @@
 #include "editorcolours.h"
 #include "editorfixture.h"
+#include "recordingprinter.h"
 #include "textformats.h"
 #include "textmarkerwidget.h"
 #include "textprint.h"
@@ -12,7 +13,6 @@
 #include <QPageSize>
 #include <QPaintEngine>
 #include <QPrintDialog>
-#include <QPrintEngine>
 #include <QPrinter>
 #include <QRubberBand>
 #include <QScrollBar>
@@ -93,69 +93,6 @@ public:
     }
 
     QRegion painted;
-};
-/// Records which texts are painted where on pages of 600 by 800 dots, with 100 dots per inch.
-class PageRecorder : public QPaintEngine, public QPrintEngine
-{
-public:
-    struct Drawn
-    {
-        int page;
-        QPointF baseline;
-        QString text;
-    };
-
-    PageRecorder() : QPaintEngine(AllFeatures) {}
-    bool begin(QPaintDevice *) override
-    {
-        m_state = QPrinter::Active;
-        return true;
-    }
-    bool end() override
-    {
-        m_state = QPrinter::Idle;
-        return true;
-    }
-    void updateState(const QPaintEngineState &) override {}
-    void drawPixmap(const QRectF &, const QPixmap &, const QRectF &) override {}
-    void drawTextItem(const QPointF &baseline, const QTextItem &item) override
-    {
-        drawn.append({m_page, baseline, item.text()});
-    }
-    [[nodiscard]] Type type() const override { return User; }
-
-    void setProperty(PrintEnginePropertyKey, const QVariant &) override {}
-    [[nodiscard]] QVariant property(PrintEnginePropertyKey) const override { return {}; }
-    bool newPage() override { return ++m_page > 0; }
-    bool abort() override { return false; }
-    [[nodiscard]] QPrinter::PrinterState printerState() const override { return m_state; }
-    [[nodiscard]] int metric(QPaintDevice::PaintDeviceMetric metric) const override
-    {
-        switch (metric) {
-        case QPaintDevice::PdmWidth:
-            return 600;
-        case QPaintDevice::PdmHeight:
-            return 800;
-        case QPaintDevice::PdmDevicePixelRatio:
-            return 1;
-        case QPaintDevice::PdmDevicePixelRatioScaled:
-            return int(QPaintDevice::devicePixelRatioFScale());
-        default:
-            return 100;
-        }
-    }
-
-    QList<Drawn> drawn;
-
-private:
-    QPrinter::PrinterState m_state = QPrinter::Idle;
-    int m_page = 1;
-};
-
-class RecordingPrinter : public QPrinter
-{
-public:
-    explicit RecordingPrinter(PageRecorder *recorder) { setEngines(recorder, recorder); }
 };
 } // namespace
 
@@ -535,6 +472,18 @@ private Q_SLOTS:
         f.view->gotoLine(55);
         QTEST(pictureAt(f.edit(), 53), "expected");
         QCOMPARE(pictureAt(f.edit(), 54), u"...."_s);
+    }
+
+    void positionIsReportedAlsoIfTheCursorIsAlreadyInTheLine()
+    {
+        EditorFixture f(numbered(100));
+        f.view->gotoLine(55);
+        QSignalSpy moved(f.view.get(), &View::cursorPositionChanged);
+        f.view->gotoLine(55);
+        QCOMPARE(moved, (QList<QVariantList>{{54, 0}}));
+        f.view->gotoLine(7);
+        QCOMPARE(moved.value(1), (QVariantList{6, 0}));
+        QCOMPARE(moved.size(), 2);
     }
 
     void twoBreakpointsOnALineFailAnAssertion_data()

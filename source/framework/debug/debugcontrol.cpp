@@ -1,6 +1,7 @@
 #include "debugcontrol.h"
 #include "activity.h"
 #include "callplugin.h"
+#include "currentlocation.h"
 #include "debugdecisions.h"
 #include "environmentkey.h"
 #include "messages.h"
@@ -58,6 +59,7 @@ void DebugControl::keepReportsOfBuild(ActivityState state, ActivityState previou
 
 void DebugControl::updateDebugWindows(int parts)
 {
+    forgetCurrentLocations();
     if (parts & RegisterWindow)
         Q_EMIT updateRegisterWindow();
     if (parts & DataWindows) {
@@ -104,6 +106,7 @@ void DebugControl::forgetEnvironments(const std::vector<InterfacePtr<IExecutionE
     for (const Activity::Environment &environment : alive)
         environments.append(environment.get());
     keepEnvironments(environments);
+    forgetCurrentLocations();
     m_reports.removeGone();
     m_nextStatement.closeOrphanedDisassemblies();
 }
@@ -130,6 +133,7 @@ void DebugControl::programStatusChanged(IExecutionEnvironment::ProgramStatus sta
     if (!m_activity.currentProject() || !environment)
         return;
     const Activity::Environment kept = shareInterface(environment);
+    forgetCurrentLocations();
     m_reports.addStatus(environment, status);
     Q_EMIT processorReported();
     reactToBreakpoint(status, environment);

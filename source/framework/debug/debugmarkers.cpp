@@ -2,6 +2,7 @@
 #include "activity.h"
 #include "breakpointdetails.h"
 #include "callplugin.h"
+#include "currentlocation.h"
 #include "debugdecisions.h"
 #include "document.h"
 #include "environmentkey.h"
@@ -133,7 +134,7 @@ void refreshExecutionMarker(const Project *project, const ViewManager &views)
         bool known = source && !file.isEmpty();
         if (!source || isDisassemblyName(path)) {
             file = path;
-            known = askPlugin<&IExecutionEnvironment::currentLocation>(environment, file, line);
+            known = currentLocation(environment.get(), file, line);
         }
         if (!isDisassemblyName(path))
             source = known ? BreakpointLocation{file, line} : BreakpointLocation{};

@@ -2,6 +2,7 @@
 #include "activity.h"
 #include "breakpoints.h"
 #include "callplugin.h"
+#include "currentlocation.h"
 #include "debugmarkers.h"
 #include "document.h"
 #include "environmentkey.h"
@@ -14,13 +15,6 @@
 #include "windowservices.h"
 #include "workspace.h"
 #include <QFileInfo>
-
-namespace {
-bool askLocation(const Activity::Environment &environment, QString &file, int &line)
-{
-    return askPlugin<&IExecutionEnvironment::currentLocation>(environment, file, line);
-}
-} // namespace
 
 NextStatement::NextStatement(Activity &activity, WindowServices &window, Breakpoints &breakpoints, QObject *parent)
     : QObject(parent), m_activity(activity), m_window(window), m_breakpoints(breakpoints)
@@ -42,11 +36,11 @@ bool NextStatement::goToLocation()
     if (isForeignDisassembly(file, environment.get()))
         file.clear();
     int line = 0;
-    if (!askLocation(environment, file, line) || !openSource(file)) {
+    if (!currentLocation(environment.get(), file, line) || !openSource(file)) {
         viewDisassembly();
         file = currentFile();
         if (!isDisassemblyName(file) || isForeignDisassembly(file, environment.get())
-            || !askLocation(environment, file, line))
+            || !currentLocation(environment.get(), file, line))
             return false;
     }
     if (auto *navigation = viewInterface<ITextNavigation>(m_window.viewManager()->currentView()))
@@ -89,7 +83,7 @@ void NextStatement::goToInstruction()
 {
     QString file = currentFile();
     int line = 0;
-    if (!askLocation(m_activity.currentEnvironment(), file, line) || !isDisassemblyName(file))
+    if (!currentLocation(m_activity.currentEnvironment().get(), file, line) || !isDisassemblyName(file))
         return;
     if (auto *navigation = viewInterface<ITextNavigation>(m_window.viewManager()->currentView()))
         navigation->gotoLine(line);
@@ -108,12 +102,12 @@ void NextStatement::showSource()
     const Activity::Environment environment = m_activity.currentEnvironment();
     QString file = currentFile();
     int line = 0;
-    const bool known = environment && askLocation(environment, file, line);
+    const bool known = environment && currentLocation(environment.get(), file, line);
     auto *markers = viewInterface<IViewWithMarkers>(m_window.viewManager()->currentView());
     if (!known || !markers || !markers->hasMarker(line, IViewWithMarkers::ExecutionMarkers))
         return;
     file.clear(); // requests the place in the source
-    if (askLocation(environment, file, line))
+    if (currentLocation(environment.get(), file, line))
         (void)openSource(file);
 }
 

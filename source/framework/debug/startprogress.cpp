@@ -1,4 +1,5 @@
 #include "startprogress.h"
+#include "messages.h"
 #include <algorithm>
 #include <QProgressDialog>
 
@@ -9,6 +10,7 @@ StartProgress::StartProgress(QWidget *parent)
 {
     constexpr int patience = 500; // milliseconds without a dialog
     m_dialog->setObjectName(u"startProgressDialog"_s);
+    m_dialog->setWindowTitle(messageCaption());
     m_dialog->setWindowModality(Qt::NonModal);
     m_dialog->setAutoReset(false);
     m_dialog->setMinimumDuration(patience);

@@ -64,8 +64,8 @@ QStringList pluginDirectories(const QString &environment, const QString &user, c
     QSet<QString> known;
     for (const QString &directory : all) {
         const QString canonical = QDir(directory).canonicalPath();
-        if (!canonical.isEmpty() && !known.contains(canonical))
-            directories.append(directory);
+        if (!canonical.isEmpty() && !known.contains(canonical)) // QPluginLoader does not look in the current directory
+            directories.append(QDir(directory).absolutePath());
         known.insert(canonical);
     }
     return directories;

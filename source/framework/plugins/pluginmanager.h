@@ -16,9 +16,8 @@ struct PluginLibrary
     bool enabled = true;
 };
 
-/// The directories with plug-ins, each once: first those of @p environment, the variable QT_PLUGIN_PATH, then @p user
-/// and
-/// @p installation, and last the others of @p libraryPaths.
+/// The absolute paths of the directories with plug-ins, each once: first those of @p environment, the variable
+/// QT_PLUGIN_PATH, then @p user and @p installation, and last the others of @p libraryPaths.
 [[nodiscard]] QStringList pluginDirectories(const QString &environment, const QString &user,
                                             const QString &installation, const QStringList &libraryPaths);
 

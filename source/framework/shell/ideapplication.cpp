@@ -6,6 +6,7 @@
 #include "pluginfactory.h"
 #include "pluginmanager.h"
 #include "pluginsdialog.h"
+#include "readablepalette.h"
 #include "scriptdirectories.h"
 #include "translation.h"
 #include "uidocument.h"
@@ -59,6 +60,8 @@ IDEApplication::IDEApplication(int &argc, char **argv, const std::function<Appli
 {
     theApplication = this;
     setDesktopFileName(u"varnel"_s);
+    if (const QPalette readable = readablePalette(palette()); readable != palette())
+        setPalette(readable);
     m_settings =
         std::make_unique<QSettings>(QSettings::IniFormat, QSettings::UserScope, u"Ostrand Labs"_s, u"Varnel/1.0"_s);
     new Translation(translationDirectory(path(PathConfig)), m_settings->value(u"Startup/Language"_s).toString(), this);

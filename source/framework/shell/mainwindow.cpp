@@ -11,6 +11,7 @@
 #include "textview.h"
 #include "windowparts.h"
 #include <QCloseEvent>
+#include <QPointer>
 #include <QSettings>
 #include <QTimer>
 
@@ -138,7 +139,11 @@ void MainWindow::fileSelected(const QString &path)
 void MainWindow::viewActivated(View *view)
 {
     if (m_parts->buildControl) { // null at first: the commands are created after the views
+        const bool isView = view;
+        const QPointer<View> kept(view);
         m_parts->buildControl->setCurrentFile(view ? view->document()->filename() : QString());
+        if (isView && !kept)
+            return; // closed while a plug-in was asked about the file
         m_parts->findCommands->viewActivated(view);
     }
     const auto *text = qobject_cast<TextView *>(view);

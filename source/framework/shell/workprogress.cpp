@@ -1,4 +1,5 @@
 #include "workprogress.h"
+#include "messages.h"
 #include <QApplication>
 #include <QProgressDialog>
 
@@ -63,6 +64,7 @@ void WorkProgress::show()
 {
     m_dialog = new QProgressDialog(m_text, QProgressDialog::tr("Cancel"), 0, 0, m_parent);
     m_dialog->setObjectName(u"workProgressDialog"_s);
+    m_dialog->setWindowTitle(messageCaption());
     m_dialog->setWindowModality(Qt::ApplicationModal);
     m_dialog->setMinimumDuration(0);
     m_dialog->show();

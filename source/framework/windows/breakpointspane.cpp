@@ -399,6 +399,11 @@ void BreakpointsPane::setDetails(const Row &row, const BreakpointDetails &detail
         return;
     if (!isSet)
         report(tr("The breakpoint could not be modified: %1").arg(reason));
+    for (Row &shown : m_rows) { // the next cell may be edited before they are read again
+        if (isSet && !shown.isData && shown.project == row.project && shown.place.file == row.place.file
+            && shown.place.line == row.place.line)
+            shown.details = details;
+    }
     schedule();
 }
 

@@ -1,5 +1,6 @@
 #include "debugqueries.h"
 #include "callplugin.h"
+#include "currentlocation.h"
 #include "interfaceobject.h"
 #include <QPointer>
 
@@ -81,6 +82,7 @@ IDebugReplies *DebugQueries::replies() const
 void DebugQueries::raiseGeneration()
 {
     ++generation;
+    forgetCurrentLocations();
 }
 
 void DebugQueries::receive(const DebugRequest &request, const std::function<void(const Answer &answer)> &use)

@@ -1,5 +1,6 @@
 #include "debugwindows.h"
 #include "activity.h"
+#include "currentlocation.h"
 #include "debugqueries.h"
 #include "dockaction.h"
 #include "dockwindow.h"
@@ -146,6 +147,7 @@ void DebugWindows::updateOthers(Window written)
 {
     if (m_updating)
         return;
+    forgetCurrentLocations();
     for (int i = 0; i < WindowCount; ++i) {
         if (i != written)
             update(Window(i));

@@ -1,5 +1,6 @@
 #include "liveswitch.h"
 #include "callplugin.h"
+#include <QElapsedTimer>
 #include <QPointer>
 
 LiveSwitch::LiveSwitch(QWidget *parent) : RateSwitch(parent)
@@ -30,19 +31,35 @@ void LiveSwitch::follow()
 }
 
 /// The environment is asked each time, because the state of the whole program is that of another project's.
-void LiveSwitch::askForRefresh()
+bool LiveSwitch::canReadNow()
 {
-    if (m_asking || !m_environment)
-        return;
+    if (m_asking || !m_environment || !isEnabled())
+        return false;
     const QPointer<LiveSwitch> self(this);
     const auto environment = shareInterface(m_environment.get());
     auto status = IExecutionEnvironment::ProgramUnknown;
     m_asking = true;
     readPlugin<&IExecutionEnvironment::programStatus>(status, environment);
-    const bool runs =
-        status == IExecutionEnvironment::ProgramRunning || status == IExecutionEnvironment::ProgramSleeping;
-    if (self && runs && isTicking())
-        Q_EMIT refresh();
-    if (self)
-        m_asking = false;
+    if (!self)
+        return false;
+    m_asking = false;
+    return status == IExecutionEnvironment::ProgramRunning || status == IExecutionEnvironment::ProgramSleeping;
+}
+
+/// After a slow refresh comes a rest of the same length, so that the window stays usable.
+void LiveSwitch::askForRefresh()
+{
+    if (!m_rest.hasExpired())
+        return;
+    const QPointer<LiveSwitch> self(this);
+    if (!canReadNow() || !isTicking())
+        return;
+    QElapsedTimer time;
+    time.start();
+    m_asking = true;
+    Q_EMIT refresh();
+    if (!self)
+        return;
+    m_asking = false;
+    m_rest.setRemainingTime(time.elapsed());
 }

@@ -3,6 +3,10 @@
 
 using namespace Qt::StringLiterals;
 
+namespace {
+constexpr int MostAddresses = 20; ///< those that were typed last are kept
+}
+
 MemoryAddressBox::MemoryAddressBox(QWidget *parent) : QComboBox(parent)
 {
     setEditable(true);
@@ -28,4 +32,6 @@ void MemoryAddressBox::remember()
         if (i != currentIndex() && itemText(i) == text)
             removeItem(i);
     }
+    while (count() > MostAddresses)
+        removeItem(currentIndex() == 0 ? 1 : 0);
 }

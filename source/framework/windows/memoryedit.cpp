@@ -4,6 +4,7 @@
 #include <optional>
 #include <QFontMetricsF>
 #include <QKeyEvent>
+#include <QScrollBar>
 #include <QTextBlock>
 #include <QTextFrame>
 
@@ -107,7 +108,29 @@ void MemoryEdit::showLines(const QList<MemoryLine> &lines, int addressDigits, in
 {
     const int para = cursorPara();
     const int index = cursorIndex();
-    m_range = memoryEditRange(addressDigits, columns, width);
+    const int anchor = textCursor().anchor();
+    const int position = textCursor().position();
+    const MemoryEditRange range = memoryEditRange(addressDigits, columns, width);
+    const uint address = lines.isEmpty() ? 0 : lines.first().address;
+    const bool isSame = range == m_range && address == m_address && lines.size() == m_lines;
+    m_range = range;
+    m_address = address;
+    m_lines = lines.size();
+    insertLines(lines, addressDigits, width);
+    if (isSame && anchor != position) {
+        QTextCursor cursor(document());
+        cursor.setPosition(anchor);
+        cursor.setPosition(position, QTextCursor::KeepAnchor);
+        setTextCursor(cursor);
+    } else {
+        setCursorPosition(para, index);
+    }
+    horizontalScrollBar()->setValue(0); // the bars are not shown, so the user could not get back
+    verticalScrollBar()->setValue(0);
+}
+
+void MemoryEdit::insertLines(const QList<MemoryLine> &lines, int addressDigits, int width)
+{
     const QTextCharFormat address = addressFormat();
     QTextCursor cursor(document());
     cursor.beginEditBlock();
@@ -125,7 +148,6 @@ void MemoryEdit::showLines(const QList<MemoryLine> &lines, int addressDigits, in
         }
     }
     cursor.endEditBlock();
-    setCursorPosition(para, index);
 }
 
 void MemoryEdit::markChanged(int para, int index, int length)

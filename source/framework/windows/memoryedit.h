@@ -12,7 +12,8 @@ class MemoryEdit : public QTextEdit
 public:
     explicit MemoryEdit(QWidget *parent = nullptr);
 
-    /// Replaces the text. The cursor stays in its line and column.
+    /// Replaces the text. The cursor stays in its line and column, and so does the selection if the text covers the
+    /// same addresses as before.
     void showLines(const QList<MemoryLine> &lines, int addressDigits, int columns, int width);
     /// Marks characters of a line as changed.
     void markChanged(int para, int index, int length);
@@ -40,6 +41,7 @@ protected:
     void insertFromMimeData(const QMimeData *source) override;
 
 private:
+    void insertLines(const QList<MemoryLine> &lines, int addressDigits, int width);
     bool moveByKey(const QKeyEvent *event);
     void typeKey(QKeyEvent *event);
     void overwrite(const QKeyEvent *event);
@@ -50,4 +52,6 @@ private:
     [[nodiscard]] QTextCharFormat changedFormat() const;
 
     MemoryEditRange m_range;
+    uint m_address = 0;    ///< of the first line
+    qsizetype m_lines = 0; ///< their number
 };

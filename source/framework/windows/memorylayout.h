@@ -26,6 +26,7 @@ struct MemoryEditRange
     int last = -1;
 
     [[nodiscard]] bool contains(int index) const { return index >= first && index <= last; }
+    bool operator==(const MemoryEditRange &) const = default;
 };
 
 /// The words of the last read, and what they are.

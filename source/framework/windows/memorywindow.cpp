@@ -189,14 +189,15 @@ void MemoryWindow::selectWidth(int width)
 
 // Address -----------------------------------------------------------------------
 
-/// The box also activates the address that it shows, when it loses the focus: that one is not read again.
+/// The box also activates the address that it shows when it loses the focus: that one is not read again.
 void MemoryWindow::addressChanged()
 {
     if (!m_regions.hasCurrent())
         return;
     const QString text = m_addressBox->currentText();
     const uint address = addressInRegion(typedMemoryAddress(text), m_page.region(), m_page.columns());
-    if (text == m_addressBox->shownAddress() && m_page.aligned(address) == m_page.address())
+    const bool isShown = text == m_addressBox->shownAddress() && m_page.aligned(address) == m_page.address();
+    if (isShown && !m_addressBox->hasFocus())
         return;
     setAddress(address);
     m_addressBox->remember();

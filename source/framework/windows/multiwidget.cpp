@@ -46,6 +46,7 @@ QList<DebugPane *> MultiWidget::widgets() const
 
 void MultiWidget::update()
 {
+    m_empty = false;
     Q_EMIT doUpdate();
 }
 
@@ -88,13 +89,28 @@ void MultiWidget::workspaceChanged()
             addPane(project, tabbed);
     }
     currentProjectChanged();
-    if (m_paused && isVisible())
+    m_empty = m_paused;
+    if (isVisible())
+        fillIfEmpty();
+}
+
+void MultiWidget::showEvent(QShowEvent *event)
+{
+    QWidget::showEvent(event);
+    if (m_empty) // the dock may update it now
+        QMetaObject::invokeMethod(this, &MultiWidget::fillIfEmpty, Qt::QueuedConnection);
+}
+
+void MultiWidget::fillIfEmpty()
+{
+    if (m_empty && m_paused)
         fillPanes();
 }
 
 /// Reads the values of new panes. A plug-in may call back and have panes removed.
 void MultiWidget::fillPanes()
 {
+    m_empty = false;
     QList<QPointer<DebugPane>> panes;
     for (DebugPane *pane : widgets())
         panes += pane;

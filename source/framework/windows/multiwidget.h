@@ -33,10 +33,12 @@ protected:
     /// data for the pane, unless @p force is true.
     virtual DebugPane *createWidget(QWidget *parent, IExecutionEnvironment *environment, bool force) = 0;
     [[nodiscard]] const Activity &activity() const { return m_activity; }
+    void showEvent(QShowEvent *event) override;
 
 private:
     void removePanes();
     void fillPanes();
+    void fillIfEmpty();
     void showWrittenValues();
     void addPane(Project *project, bool tabbed);
     DebugPane *newPane(QWidget *parent, IExecutionEnvironment *environment, bool force);
@@ -48,5 +50,6 @@ private:
     QTabWidget *m_tabs;
     DebugPane *m_singlePane = nullptr;
     bool m_paused = false;
+    bool m_empty = false; ///< the panes were made while the program was paused and this was hidden
     std::optional<PaneAppearance> m_appearance;
 };

@@ -164,7 +164,7 @@ void PeripheralWidget::setPeripherals(IPeripherals *peripherals)
 void PeripheralWidget::rebuild(const QList<PeripheralInfo> &infos)
 {
     m_list->clear();
-    m_registers.clear();
+    m_states.clear();
     m_fields.clear();
     m_infos = infos;
     const bool hasSections = infos.size() > 1;
@@ -202,7 +202,7 @@ void PeripheralWidget::expanded(ListViewItem *item)
 /// Adds the fields of the registers in a section, or at the top level for null. Ends at the first exception.
 void PeripheralWidget::addFieldsBelow(ListViewItem *section)
 {
-    if (!m_fieldsOf || m_registers.value(static_cast<PropertyItem *>(section)).isDetailed)
+    if (!m_fieldsOf || m_states.value(static_cast<PropertyItem *>(section)).isDetailed)
         return; // the row of a register
     QList<QPointer<PropertyItem>> rows;
     QTreeWidgetItem *above = section ? static_cast<QTreeWidgetItem *>(section) : m_list->invisibleRootItem();
@@ -218,7 +218,7 @@ void PeripheralWidget::addFieldsBelow(ListViewItem *section)
 
 bool PeripheralWidget::addFields(PropertyItem *item)
 {
-    if (m_registers.value(item).isDetailed)
+    if (m_states.value(item).isDetailed)
         return true;
     const QPointer<PeripheralWidget> self(this);
     const QPointer<PropertyItem> row(item);
@@ -228,24 +228,24 @@ bool PeripheralWidget::addFields(PropertyItem *item)
     PeripheralRegisterDetails details;
     if (!readPlugin<&IPeripheralFields::details>(details, fieldsOf, peripheral, name) || !self || !row)
         return false;
-    Register &entry = m_registers[row];
+    RowState &entry = m_states[row];
     entry.details = details;
     entry.isDetailed = true;
     for (const PeripheralFieldInfo &field : possibleFields(details.fields)) {
         PropertyItem *fieldRow = makeFieldRow(field, row);
-        fieldRow->setReadOnly(row->isReadOnly() || !field.writable);
         fieldRow->setIndent(row->textIndent() + FieldIndent - RegisterIndent);
         fieldRow->setDescription(field.description);
         PeripheralWidgetToolTip::setField(fieldRow);
         m_fields.insert(fieldRow, {row, field});
         entry.fields += fieldRow;
     }
+    entry.isWriteOnly =
+        !details.fields.isEmpty() && std::ranges::none_of(details.fields, &PeripheralFieldInfo::readable);
+    if (entry.isWriteOnly)
+        row->setUnknown(tr("write only"));
+    else if (details.readingChanges)
+        row->setUnknown(tr("not read"));
     showFields(row);
-    if (!details.readingChanges)
-        return true;
-    row->setText(1, tr("not read"));
-    for (PropertyItem *fieldRow : std::as_const(entry.fields))
-        fieldRow->setText(1, tr("not read"));
     return true;
 }
 
@@ -295,17 +295,18 @@ QList<PropertyItem *> PeripheralWidget::rowsOnScreen() const
     return rows;
 }
 
-/// Reads the rows on the screen that were not read since the last update. Ends at the first exception.
+/// Reads the rows on the screen that were not read since the last update. Ends at the first exception. A pane in a tab
+/// that is not in front does that when it appears.
 void PeripheralWidget::readVisible()
 {
-    if (!m_peripherals || m_reading)
+    if (!m_peripherals || m_reading || !isVisible())
         return;
     const QPointer<PeripheralWidget> self(this);
     QList<QPointer<PropertyItem>> rows;
     for (PropertyItem *row : rowsOnScreen())
         rows += row;
     for (const QPointer<PropertyItem> &row : std::as_const(rows)) {
-        if (!row || (m_registers.value(row).update != m_update && !readRow(row)) || !self)
+        if (!row || (m_states.value(row).update != m_update && !readRow(row)) || !self)
             return;
     }
 }
@@ -313,8 +314,9 @@ void PeripheralWidget::readVisible()
 /// False if the rows behind it shall not be read.
 bool PeripheralWidget::readRow(PropertyItem *row)
 {
-    m_registers[row].update = m_update;
-    if (m_registers.value(row).details.readingChanges)
+    RowState &state = m_states[row];
+    state.update = m_update;
+    if (state.details.readingChanges || state.isWriteOnly)
         return true;
     quint32 value = 0;
     if (!ask(row, &value))
@@ -349,12 +351,42 @@ void PeripheralWidget::showValue(PropertyItem *row, uint value)
 void PeripheralWidget::showFields(PropertyItem *row)
 {
     const quint32 value = row->value().toUInt();
-    for (PropertyItem *fieldRow : m_registers.value(row).fields) {
+    for (PropertyItem *fieldRow : m_states.value(row).fields) {
         const quint32 before = fieldRow->value().toUInt();
         const PeripheralFieldInfo &field = m_fields[fieldRow].info;
-        showFieldValue(fieldRow, field, valueIn(field, value));
-        fieldRow->setChanged(fieldRow->value().toUInt() != before);
+        if (!field.readable)
+            fieldRow->setUnknown(tr("write only"));
+        else if (row->isUnknown())
+            fieldRow->setUnknown(row->text(1));
+        else
+            showFieldValue(fieldRow, field, valueIn(field, value));
+        fieldRow->setReadOnly(isFieldReadOnly(row, field));
+        fieldRow->setChanged(!fieldRow->isUnknown() && fieldRow->value().toUInt() != before);
     }
+}
+
+/// Also while the other bits of the register, which are written with it, would have to be read first.
+bool PeripheralWidget::isFieldReadOnly(const PropertyItem *row, const PeripheralFieldInfo &field) const
+{
+    const RowState state = m_states.value(row);
+    const bool others = !state.isWriteOnly && bitsBeside(row, field, ~0u) != 0;
+    return row->isReadOnly() || !field.writable || (row->isUnknown() && others);
+}
+
+/// The bits of @p value that are written together with a field. Where a register has bits that cannot be read, zeros
+/// are written to these.
+uint PeripheralWidget::bitsBeside(const PropertyItem *row, const PeripheralFieldInfo &field, uint value) const
+{
+    const RowState state = m_states.value(row);
+    if (state.details.onesClear)
+        return 0;
+    uint bits = maskedToWidth(value, static_cast<const PropertyHexItem *>(row)->bits()) & ~maskOf(field);
+    for (const PropertyItem *other : state.fields) {
+        const PeripheralFieldInfo info = m_fields.value(other).info;
+        if (!info.readable && !state.isWriteOnly)
+            bits &= ~maskOf(info);
+    }
+    return bits;
 }
 
 // Changes by the user -------------------------------------------------------------------------------------------------
@@ -367,7 +399,8 @@ void PeripheralWidget::setRegister(PropertyItem *item)
     const QPointer<PeripheralWidget> self(this);
     const QPointer<PropertyItem> row(item);
     if (m_fields.contains(item)) {
-        writeField(item, m_fields.value(item));
+        if (!writeField(item, m_fields.value(item)))
+            return;
     } else {
         write(item, item->value().toUInt());
         if (self && row)
@@ -387,24 +420,35 @@ void PeripheralWidget::write(PropertyItem *row, uint value)
     runPlugin<&IPeripherals::setValue>(peripherals, name, name, value);
 }
 
-void PeripheralWidget::writeField(PropertyItem *item, const Field &field)
+/// False if the register could not be read, so that nothing was written.
+bool PeripheralWidget::writeField(PropertyItem *item, const Field &field)
 {
     const QPointer<PeripheralWidget> self(this);
     const QPointer<PropertyItem> owner(field.owner);
-    const PeripheralRegisterDetails details = m_registers.value(owner).details;
+    const RowState state = m_states.value(owner);
+    const bool isRead = !state.details.readingChanges && !state.isWriteOnly;
     const quint32 typed = item->value().toUInt() << field.info.lowBit & maskOf(field.info);
-    quint32 value = owner->value().toUInt();
-    if (!details.readingChanges && !ask(owner, &value))
-        return;
-    const quint32 others = details.onesClear ? 0 : value & ~maskOf(field.info);
-    write(owner, others | typed);
-    if (!self || !owner)
-        return;
-    value = others | typed;
-    if (!details.readingChanges && !ask(owner, &value))
-        return;
+    quint32 value = owner->isUnknown() ? 0 : owner->value().toUInt();
+    if (isRead && !ask(owner, &value)) {
+        if (self && owner)
+            takeBack(owner);
+        return false;
+    }
+    value = bitsBeside(owner, field.info, value) | typed;
+    write(owner, value);
+    if (!self || !owner || (isRead && !ask(owner, &value)))
+        return true;
     showValue(owner, value);
     owner->setChanged(true);
+    return true;
+}
+
+/// Shows the fields of a register as they were before the user has changed one.
+void PeripheralWidget::takeBack(PropertyItem *row)
+{
+    showFields(row);
+    for (PropertyItem *fieldRow : m_states.value(row).fields)
+        fieldRow->setChanged(false);
 }
 
 void PeripheralWidget::reportWrite()
@@ -422,7 +466,7 @@ void PeripheralWidget::rightButtonClicked(ListViewItem *item, const QPoint &poin
 {
     auto *clicked = static_cast<PropertyItem *>(item);
     const QPointer<PropertyItem> row(m_fields.contains(clicked) ? m_fields.value(clicked).owner : clicked);
-    if (!row || !m_registers.value(row).details.readingChanges)
+    if (!row || !m_states.value(row).details.readingChanges)
         return;
     auto *menu = new PopupMenu(m_list);
     menu->setObjectName(u"peripheralMenu"_s);

@@ -39,11 +39,13 @@ protected:
     void resizeEvent(QResizeEvent *event) override;
 
 private:
-    struct Register
+    /// Of the rows of registers and headings.
+    struct RowState
     {
         PeripheralRegisterDetails details;
-        bool isDetailed = false; ///< its fields have been asked for
-        int update = 0;          ///< the number of the update it was read for
+        bool isDetailed = false;  ///< its fields have been asked for
+        bool isWriteOnly = false; ///< none of its fields can be read
+        int update = 0;           ///< the number of the update it was read for
         QList<PropertyItem *> fields;
     };
     struct Field
@@ -63,8 +65,11 @@ private:
     bool readRow(PropertyItem *row);
     bool ask(PropertyItem *item, uint *value);
     void showValue(PropertyItem *row, uint value);
+    [[nodiscard]] bool isFieldReadOnly(const PropertyItem *row, const PeripheralFieldInfo &field) const;
     void write(PropertyItem *row, uint value);
-    void writeField(PropertyItem *item, const Field &field);
+    bool writeField(PropertyItem *item, const Field &field);
+    void takeBack(PropertyItem *row);
+    [[nodiscard]] uint bitsBeside(const PropertyItem *row, const PeripheralFieldInfo &field, uint value) const;
     void reportWrite();
     [[nodiscard]] QString peripheralOf(const PropertyItem *row) const;
 
@@ -73,7 +78,7 @@ private:
     InterfacePtr<IPeripheralFields> m_fieldsOf;         ///< null if fields are not known
     std::unique_ptr<PeripheralWidgetToolTip> m_toolTip; ///< null without an environment
     QList<PeripheralInfo> m_infos;                      ///< of the rows
-    QHash<const PropertyItem *, Register> m_registers;
+    QHash<const PropertyItem *, RowState> m_states;
     QHash<const PropertyItem *, Field> m_fields;
     QTimer m_readTimer; ///< active while rows that came into view are to be read
     int m_update = 0;   ///< number of the last update

@@ -1,5 +1,6 @@
 #include "processortext.h"
 #include "callplugin.h"
+#include "currentlocation.h"
 #include "debugdecisions.h"
 #include "imemory.h"
 #include "isymbollookup.h"
@@ -118,7 +119,7 @@ ProgramSpot programSpot(IExecutionEnvironment *environment, const QString &direc
     const auto kept = shareInterface(environment);
     QString file;
     int line = 0;
-    if (!askPlugin<&IExecutionEnvironment::currentLocation>(kept, file, line) || file.isEmpty())
+    if (!currentLocation(kept.get(), file, line) || file.isEmpty())
         return {};
     const QString path =
         isDisassemblyName(file) ? file : QDir::cleanPath(QDir(directory).absoluteFilePath(file)); // for ISymbolLookup

@@ -47,6 +47,6 @@ private:
     QTimer m_clearTimer; ///< active until the rows of a program that runs are removed
     bool m_offered = false;
     bool m_paused = false;
-    bool m_outdated = true; ///< to be read when the pane appears
+    bool m_outdated = true;     ///< to be read when the pane appears
     bool m_updateWaits = false; ///< for the pause
 };

@@ -7,6 +7,7 @@
 #include "watchlistview.h"
 #include "watchmembers.h"
 #include <optional>
+#include <QElapsedTimer>
 #include <QHeaderView>
 #include <QLineEdit>
 #include <QRegularExpression>
@@ -16,12 +17,20 @@ using namespace Qt::StringLiterals;
 
 namespace {
 constexpr qsizetype LongestValue = 10000; ///< in characters; a cell has no room for more
+constexpr int PrepareTime = 20;           ///< in ms of a refresh, for expressions that are read for the first time
 
 /// A value as one line, since rows have equal heights.
 QString shownValue(const QString &value)
 {
     QString line = value.left(LongestValue);
     return line.replace(u'\n', u' ').replace(u'\r', u' ');
+}
+
+/// A dropped text without what surrounds it. Blanks between the words may belong to a literal.
+QString oneLine(const QString &text)
+{
+    static const QRegularExpression lineEnd(u"\\s*[\\r\\n\u2028\u2029]\\s*"_s);
+    return text.trimmed().replace(lineEnd, u" "_s);
 }
 } // namespace
 
@@ -74,6 +83,7 @@ void WatchWindow::setEnvironment(IExecutionEnvironment *environment)
     m_environment = shareInterface(environment);
     m_members->setEnvironment(environment);
     m_live->setEnvironment(environment);
+    m_prepared.clear();
 }
 
 void WatchWindow::setPaused(bool)
@@ -97,7 +107,21 @@ void WatchWindow::setWatches(const QStringList &expressions)
         item->setText(0, expression);
         finishPlaceholder(item);
     }
+    m_outdated = true;
     if (isVisible())
+        update();
+}
+
+void WatchWindow::showEvent(QShowEvent *event)
+{
+    DebugPane::showEvent(event);
+    if (m_outdated) // the dock may update it now
+        QMetaObject::invokeMethod(this, &WatchWindow::updateIfOutdated, Qt::QueuedConnection);
+}
+
+void WatchWindow::updateIfOutdated()
+{
+    if (m_outdated)
         update();
 }
 
@@ -190,7 +214,7 @@ void WatchWindow::addItem(const QString &text)
 {
     m_list->endRename(ListView::Accept);
     auto *item = static_cast<ListViewItem *>(m_list->topLevelItem(m_list->topLevelItemCount() - 1));
-    item->setText(0, text.simplified());
+    item->setText(0, oneLine(text));
     itemRenamed(item, 0, item->text(0));
 }
 
@@ -220,10 +244,26 @@ void WatchWindow::updateMenu()
 
 // Values --------------------------------------------------------------------------------------------------------------
 
+/// While the program runs and can be read, expressions that cannot be read keep their values.
 void WatchWindow::update()
 {
     if (m_reading || m_reporting)
         return;
+    m_outdated = false;
+    m_prepared.clear();
+    const QPointer<WatchWindow> self(this);
+    const bool isLive = m_live->canReadNow();
+    if (!self)
+        return;
+    if (isLive)
+        return readLive();
+    evaluateAll();
+    if (self && m_live->isChecked())
+        prepareLive();
+}
+
+void WatchWindow::evaluateAll()
+{
     const QPointer<WatchWindow> self(this);
     const int removals = m_removals; // a plug-in may call back and have rows removed
     for (int i = 0; self && m_removals == removals && i < m_list->topLevelItemCount() - 1; ++i) {
@@ -233,8 +273,6 @@ void WatchWindow::update()
     }
     if (self)
         m_members->refresh();
-    if (self)
-        prepareLive();
 }
 
 /// Calls the live memory with each row until this pane, its environment or its rows are gone.
@@ -263,21 +301,39 @@ void WatchWindow::forEachWatch(const Call &call)
     }
 }
 
+/// Each expression once per stop, since that asks the debugger.
+bool WatchWindow::prepare(const InterfacePtr<ILiveMemory> &live, const QString &expression)
+{
+    if (m_prepared.contains(expression))
+        return false;
+    m_prepared.insert(expression);
+    return askPlugin<&ILiveMemory::prepareLive>(live, expression);
+}
+
+/// While the program is paused, so that names mean what they mean in the function that is shown.
 void WatchWindow::prepareLive()
 {
-    forEachWatch([](const auto &live, const QString &expression) {
-        runPlugin<&ILiveMemory::prepareLive>(live, expression);
+    forEachWatch([this](const auto &live, const QString &expression) {
+        prepare(live, expression);
         return std::optional<QString>();
     });
 }
 
-/// Expressions that cannot be read keep their last values.
+/// Expressions that cannot be read keep their last values. Those that are new are prepared, some at each refresh.
 void WatchWindow::readLive()
 {
-    forEachWatch([](const auto &live, const QString &expression) {
+    QElapsedTimer time;
+    time.start();
+    const QPointer<WatchWindow> self(this);
+    const auto read = [](const auto &live, const QString &expression) {
         QString value;
         const bool known = askPlugin<&ILiveMemory::evaluateLive>(live, expression, value);
         return known ? std::optional(value) : std::nullopt;
+    };
+    forEachWatch([&](const auto &live, const QString &expression) {
+        const std::optional<QString> value = read(live, expression);
+        const bool isNew = !value && self && !time.hasExpired(PrepareTime) && prepare(live, expression);
+        return isNew ? read(live, expression) : value;
     });
 }
 

@@ -1,6 +1,8 @@
 #pragma once
 #include "debugpane.h"
 #include "iexecutionenvironment.h"
+#include "ilivememory.h"
+#include <QSet>
 class ListViewItem;
 class LiveSwitch;
 class PopupMenu;
@@ -23,7 +25,7 @@ public:
     void releaseEnvironment() override { setEnvironment(nullptr); }
     void setPaused(bool paused) override;
     [[nodiscard]] QStringList watches() const;       ///< The expressions.
-    void setWatches(const QStringList &expressions); ///< They have no value before update() if the pane is hidden.
+    void setWatches(const QStringList &expressions); ///< A hidden pane evaluates them when it appears.
     [[nodiscard]] QString text() const;              ///< "expression = value", a line each; see gridText().
     [[nodiscard]] bool menuFlag() const { return m_menuFlag; }
 
@@ -39,6 +41,9 @@ public Q_SLOTS:
 Q_SIGNALS:
     void watchesChanged(); ///< By the user.
 
+protected:
+    void showEvent(QShowEvent *event) override;
+
 private:
     void clear();
     void addPlaceholder();
@@ -49,6 +54,9 @@ private:
     bool ask(const QString &expression, QString &value);
     void evaluate(ListViewItem *item);
     static void showValue(ListViewItem *item, const QString &value);
+    void evaluateAll();
+    void updateIfOutdated();
+    bool prepare(const InterfacePtr<ILiveMemory> &live, const QString &expression);
     void prepareLive();
     void readLive();
     template <typename Call>
@@ -60,8 +68,10 @@ private:
     LiveSwitch *const m_live;
     WatchMembers *const m_members;
     InterfacePtr<IExecutionEnvironment> m_environment; ///< null without one
+    QSet<QString> m_prepared;                          ///< expressions: for live reading, with or without success
     int m_removals = 0;                                ///< grows when rows are deleted
     bool m_menuFlag = true;                            ///< inverted each time the menu is shown
+    bool m_outdated = false;                           ///< to be updated when it is shown
     bool m_reading = false;                            ///< a plug-in is being asked, which may call back
     bool m_reporting = false;                          ///< other panes are refreshed; this one has its values
 };

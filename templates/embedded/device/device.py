@@ -35,7 +35,7 @@ class DeviceForm:
         return self._device if self._form.execute() else None
 
     def _browse(self, _button):
-        file = app.openFileDialog("Choose the SVD File", self._form.svdEdit.text, "SVD files (*.svd *.xml)")
+        file = app.openFileDialog(self._form.svdButton.toolTip, self._form.svdEdit.text, "SVD files (*.svd *.xml)")
         if file:
             self._form.svdEdit.text = file
 

@@ -51,7 +51,7 @@ class FolderForm:
         return os.path.abspath(os.path.expanduser(self._form.folderEdit.text.strip()))
 
     def _browse(self, _button):
-        file = app.openFileDialog("Choose a File in the Folder", self._folder() + "/", "All files (*)")
+        file = app.openFileDialog(self._form.browseButton.toolTip, self._folder() + "/", "All files (*)")
         if file:
             self._form.folderEdit.text = os.path.dirname(file)
 
@@ -59,7 +59,7 @@ class FolderForm:
         if self._form.folderEdit.text.strip() and os.path.isdir(self._folder()):
             self._form.accept()
             return
-        app.messageBox(TITLE, "Please enter the folder with the sources.", mbOk)
+        app.messageBox(TITLE, self._form.folderEdit.toolTip, mbOk)
         self._form.folderEdit.setFocus()
 
 

@@ -1,6 +1,8 @@
 #include "../../plugins/stub/stub.h"
 #include "activity.h"
+#include "ibreakpointdetails.h"
 #include "ibuildenvironment.h"
+#include "icallstack.h"
 #include "icustomdocumentplugin.h"
 #include "idebugbuild.h"
 #include "idisassembly.h"
@@ -10,20 +12,29 @@
 #include "ilivememory.h"
 #include "imemoryverify.h"
 #include "imultiprocessorsync.h"
+#include "inextstatement.h"
 #include "iperipheralfields.h"
+#include "iprogressivestart.h"
 #include "iprojectpopulate.h"
 #include "ipropertydefinitions.h"
 #include "isourcemapping.h"
 #include "isymbollookup.h"
+#include "ivariables.h"
 #include "iworkspaceclient.h"
+#include "multiwatchwindow.h"
 #include "outputpage.h"
 #include "outputwindow.h"
 #include "windowfixture.h"
+#include <QJsonArray>
 #include <QLabel>
 #include <QMenu>
 #include <QPluginLoader>
+#include <QProgressDialog>
+#include <QPushButton>
 #include <QRegularExpression>
 #include <QThread>
+#include <QTime>
+#include <QTreeWidget>
 
 using namespace Qt::StringLiterals;
 
@@ -38,6 +49,10 @@ const QSet<QUuid> executionInterfaces{IExecutionEnvironment::Iid,
                                       IMemoryVerify::Iid,
                                       IRegisters::Iid,
                                       IPeripherals::Iid,
+                                      ICallStack::Iid,
+                                      IVariables::Iid,
+                                      IBreakpointDetails::Iid,
+                                      INextStatement::Iid,
                                       IMultiProcessorSync::Iid,
                                       IDockExtension::Iid,
                                       IExtensionCommands::Iid,
@@ -91,7 +106,21 @@ const QStringList calls{u"create"_s,
                         u"text"_s,
                         u"sourceLines"_s,
                         u"symbolAt"_s,
-                        u"addressOf"_s};
+                        u"addressOf"_s,
+                        u"setNextStatement"_s,
+                        u"currentPlace"_s,
+                        u"requestThreads"_s,
+                        u"requestFrames"_s,
+                        u"setCurrentPlace"_s,
+                        u"requestScope"_s,
+                        u"requestChildren"_s,
+                        u"requestValue"_s,
+                        u"features"_s,
+                        u"details"_s,
+                        u"dataBreakpoints"_s,
+                        u"limits"_s,
+                        u"startInBackground"_s,
+                        u"cancelStart"_s};
 
 /// What the plug-in does in a call.
 struct Deed
@@ -103,7 +132,10 @@ const QList<Deed> deeds{{"throw", "throws an exception"},
                         {"loop", "runs an event loop of its own"},
                         {"report", "sends all reports, with an unreadable project among them"},
                         {"thread", "sends reports from another thread"},
-                        {"close", "closes the workspace"}};
+                        {"close", "closes the workspace"},
+                        {"userCloses", "runs an event loop, in which the user closes the workspace"},
+                        {"userExits", "runs an event loop, in which the user ends the program"},
+                        {"silent", "reports nothing from then on"}};
 } // namespace
 
 /// A plug-in that does something wrong in each of its calls, while the user works, closes and exits.
@@ -113,9 +145,11 @@ class MisbehavingPluginTest : public QObject
 
     std::unique_ptr<WindowFixture> f;
     QString m_deed;
+    QString m_call; ///< in which the deed is done
     bool m_wasCalled = false;
     bool m_ranSession = false;
-    bool m_typed = false; ///< the workspace was open long enough
+    bool m_typed = false;  ///< the workspace was open long enough
+    bool m_silent = false; ///< the plug-in sends no reports any more
     int m_depth = 0;
     QMap<QString, QMap<QString, QString>> m_results; ///< by call and deed
 
@@ -131,6 +165,17 @@ class MisbehavingPluginTest : public QObject
         sim.registers = {{u"r0"_s, 32, {}, 4, 4, {}, false}};
         sim.peripherals = {{u"UART"_s, {{u"DR"_s, 32, false}}}};
         sim.instructions = {{0, u"nop"_s}};
+        sim.values = {{u"counter"_s, u"1"_s}};
+        sim.breakpoints = {{{{u"main.c"_s, 1}}, BreakpointEnabled}};
+        sim.sourceLines = {{0x100, {u"main.c"_s, 2}}};
+        sim.symbols = {{u"main"_s, 0x100}};
+        sim.place = StackPlace{1, 0};
+        sim.threads = {{1, u"main"_s, {}, false}, {2, u"idle"_s, {}, false}};
+        sim.frames[1] = {{0, 0x100, u"main"_s, u"main.c"_s, 2, {}}};
+        sim.scopeVariables[IVariables::Locals] = {{u"p"_s, u"p"_s, u"Point"_s, u"{...}"_s, true, false, 1, 0},
+                                                  {u"i"_s, u"i"_s, u"int"_s, u"1"_s, true, true, 0, 0}};
+        sim.members[u"p"_s] = {{u"x"_s, u"p.x"_s, u"int"_s, u"1"_s, true, true, 0, 0}};
+        sim.detailFeatures = IBreakpointDetails::Condition | IBreakpointDetails::DataWrite;
         StubScript &tools = stub()->script(u"{cc}"_s);
         tools.label = u"cc"_s;
         tools.offers = buildInterfaces;
@@ -170,8 +215,13 @@ class MisbehavingPluginTest : public QObject
             sendReports();
         if (m_deed == "close"_L1 && f->window && f->window->projectWorkspace())
             f->window->closeWorkspace();
-        if (m_deed == "loop"_L1) {
+        m_silent = m_silent || m_deed == "silent"_L1;
+        if (m_deed == "loop"_L1 || m_deed.startsWith(u"user"_s)) {
             QEventLoop loop;
+            if (m_deed == "userCloses"_L1)
+                QTimer::singleShot(0, f->window.get(), [this] { f->window->closeWorkspace(); });
+            if (m_deed == "userExits"_L1)
+                QTimer::singleShot(0, f->window.get(), [this] { f->window->close(); });
             QTimer::singleShot(0, &loop, &QEventLoop::quit);
             loop.exec();
         }
@@ -184,7 +234,12 @@ class MisbehavingPluginTest : public QObject
 
     void misbehaveIn(const QString &call)
     {
+        m_call = call;
         m_wasCalled = false;
+        m_silent = false;
+        prepareScripts();
+        if (call == "startInBackground"_L1 || call == "cancelStart"_L1)
+            stub()->script(u"{sim}"_s).offers += IProgressiveStart::Iid;
         for (const QString &feature : {u"{sim}"_s, u"{cc}"_s})
             stub()->script(feature).on = {{call, [this] { act(); }}};
     }
@@ -195,18 +250,52 @@ class MisbehavingPluginTest : public QObject
         return output->page(OutputWindow::Build)->toPlainText() + output->page(OutputWindow::Debug)->toPlainText();
     }
 
+    /// A user whom a silent plug-in keeps waiting stops what runs, and closes the workspace if that has no effect.
     void finishBuild() const
     {
         QCoreApplication::processEvents();
+        if (m_silent)
+            return giveUp();
         StubObjectState *tools = stub()->object(u"cc"_s);
         if (f->window->activity().state() == StateBuilding && tools && tools->buildEvents)
             tools->buildEvents->buildFinished(true);
     }
 
+    void cancelStart() const
+    {
+        if (auto *dialog = f->window->findChild<QProgressDialog *>(u"startProgressDialog"_s))
+            dialog->findChild<QPushButton *>()->click();
+    }
+
+    void giveUp() const
+    {
+        MainWindow *window = f->window.get();
+        cancelStart();
+        if (window->activity().state() == StateBuilding)
+            window->buildStopBuild();
+        if (window->activity().state() == StateBuilding)
+            window->closeWorkspace();
+    }
+
+    void finishStart() const
+    {
+        StubObjectState *sim = stub()->object(u"sim"_s);
+        if (m_call == "cancelStart"_L1)
+            cancelStart();
+        else if (!m_silent && sim && sim->progress) {
+            const auto progress = shareInterface(sim->progress.get());
+            sim->progress.reset();
+            progress->finished(true, {});
+        }
+    }
+
     void startSession(bool attach)
     {
         QTimer finish; // the build before the session
-        connect(&finish, &QTimer::timeout, this, [this] { finishBuild(); });
+        connect(&finish, &QTimer::timeout, this, [this] {
+            finishBuild();
+            finishStart();
+        });
         finish.start(1);
         attach ? f->window->debugAttach() : f->window->debugRun();
     }
@@ -214,7 +303,8 @@ class MisbehavingPluginTest : public QObject
     void stopAt(IExecutionEnvironment::ProgramStatus status) const
     {
         QCoreApplication::processEvents();
-        if (StubObjectState *sim = stub()->object(u"sim"_s); sim && sim->executionEvents)
+        finishStart();
+        if (StubObjectState *sim = stub()->object(u"sim"_s); sim && sim->executionEvents && !m_silent)
             sim->executionEvents->programStatusChanged(status);
     }
 
@@ -285,10 +375,13 @@ class MisbehavingPluginTest : public QObject
         step([&] { window->buildCompileFile(); });
         step([&] { window->projectRepopulate(); });
         for (const bool attach : {false, true}) {
+            if (attach && m_deed != "throw"_L1)
+                break; // one session takes long enough
             step([&] { startSession(attach); });
             debugging([&] { stopAt(IExecutionEnvironment::ProgramPaused); });
             debugging([&] { m_ranSession = true; });
             debugging([&] { showDebugWindows(); });
+            debugging([&] { useRows(); });
             debugging([&] { window->debugToggleBreakpoint(); });
             debugging([&] { window->debugStepOver(); });
             debugging([&] { stopAt(IExecutionEnvironment::ProgramBreakpointHit); });
@@ -298,19 +391,55 @@ class MisbehavingPluginTest : public QObject
             debugging([&] { stopAt(IExecutionEnvironment::ProgramPaused); });
             debugging([&] { window->debugRunToCursor(); });
             debugging([&] { stopAt(IExecutionEnvironment::ProgramPaused); });
+            debugging([&] { window->debugSetNext(); });
             debugging([&] { window->debugRestart(); });
             debugging([&] { window->debugViewDisassembly(); });
             debugging([&] { window->debugShowNext(); });
             debugging([&] { window->debugStop(); });
         }
-        for (QMenu *menu : window->findChildren<QMenu *>())
-            step([&] { Q_EMIT menu->aboutToShow(); });
+        for (const QPointer<QMenu> &menu : menus(*window))
+            step([&] { useMenu(menu); });
         window->fileSaveAll();
         if (window->projectWorkspace())
             window->closeWorkspace();
         QCoreApplication::processEvents();
         window->viewManager()->closeAll();
         return failures + output();
+    }
+
+    static QList<QPointer<QMenu>> menus(const MainWindow &window)
+    {
+        const QList<QMenu *> menus = window.findChildren<QMenu *>();
+        return {menus.cbegin(), menus.cend()};
+    }
+
+    /// Opens a menu, and chooses the plug-in's command in it.
+    static void useMenu(const QPointer<QMenu> &menu)
+    {
+        if (menu)
+            Q_EMIT menu->aboutToShow();
+        const QList<QAction *> actions = menu ? menu->actions() : QList<QAction *>();
+        for (const QPointer<QAction> action : actions) {
+            if (action && action->text() == "Command"_L1)
+                action->trigger();
+        }
+    }
+
+    /// Opens rows of the debugger's lists, and chooses another function.
+    void useRows() const
+    {
+        for (const char *name : {"callStack", "variables"}) {
+            const QPointer<QTreeWidget> list = f->window->findChild<QTreeWidget *>(QString::fromLatin1(name));
+            if (!list || !list->topLevelItem(0))
+                continue;
+            list->topLevelItem(0)->setExpanded(true);
+            QCoreApplication::processEvents();
+            if (list && list->topLevelItem(0))
+                list->setCurrentItem(list->topLevelItem(0)->child(0));
+            if (list)
+                QTest::keyClick(list, Qt::Key_Return);
+            QCoreApplication::processEvents();
+        }
     }
 
     void showDebugWindows() const
@@ -320,6 +449,13 @@ class MisbehavingPluginTest : public QObject
         window->debugToggleMemoryWindow(true);
         window->debugTogglePeripheralWindow(true);
         window->debugToggleWatchWindow(true);
+        for (const char *name : {"debugToggleCallStackWindow", "debugToggleVariablesWindow",
+                                 "debugToggleBreakpointsWindow", "debugToggleProcessorWindow"}) {
+            if (auto *action = window->findChild<QAction *>(QString::fromLatin1(name)); action && !action->isChecked())
+                action->trigger();
+        }
+        if (auto *watches = window->findChild<MultiWatchWindow *>())
+            watches->setWatches({{f->path(u"fw.vnp"_s), QJsonArray{u"counter"_s}}});
         QCoreApplication::processEvents();
         window->grab(); // the windows read what they paint
     }
@@ -330,6 +466,11 @@ private Q_SLOTS:
         prepareScripts();
         QCoreApplication::addLibraryPath(QFileInfo(QStringLiteral(TESTPLUGIN_STUB)).path());
         f = std::make_unique<WindowFixture>();
+        f->installation.write(u"config/uiconfig.xml"_s,
+                              R"(<ui><actions><action name="buildBuild"/><action name="debugRun"/></actions><menus>
+                              <menu name="buildMenu"><action name="buildBuild"/></menu>
+                              <menu name="debugMenu"><action name="debugRun"/></menu></menus></ui>)");
+        f->restart();
         f->write(u"fw.vnp"_s, "<project buildenvironment='{cc}' executionenvironment='{sim}'><file path='main.c'/>"
                               "<properties currentconfiguration='Debug'><configuration name='Debug'/></properties>"
                               "</project>");
@@ -363,11 +504,14 @@ private Q_SLOTS:
             misbehaveIn(call);
             m_ranSession = false;
             m_typed = false;
+            { QFile log(u"/tmp/misb.calls"_s); log.open(QIODevice::Append); log.write((deed + u' ' + call + u' ' + QTime::currentTime().toString() + u'\n').toUtf8()); }
             const QString shown = story();
             m_results[call][deed] = resultOf(shown);
             if (deed == "throw"_L1 && m_wasCalled)
                 QVERIFY2(shown.contains(u"The plug-in 'Stub' has failed in "_s), qPrintable(call + u": "_s + shown));
             called += m_wasCalled;
+            if (m_deed == "userExits"_L1)
+                f->restart(); // as the user does
             QVERIFY2(f->read(u"main.c"_s).contains("typed") == m_typed, qPrintable(call));
             QCOMPARE(f->window->activity().state(), StateNoWorkspace);
             QCOMPARE(stub()->objectCount(), 0);

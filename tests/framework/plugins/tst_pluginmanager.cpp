@@ -253,6 +253,17 @@ private Q_SLOTS:
         QCOMPARE(pluginDirectories({}, at(u"missing"_s), at(u"installed"_s), {}), QStringList(at(u"installed"_s)));
     }
 
+    void relativeDirectoryOfTheEnvironmentIsBelowTheCurrentOne()
+    {
+        install(Blue, u"env/b.so"_s);
+        const QString before = QDir::currentPath();
+        QVERIFY(QDir::setCurrent(m_root->path()));
+        const QString missing = m_root->filePath(u"missing"_s);
+        const PluginManager manager(pluginDirectories(u"env"_s, missing, missing, {}));
+        QVERIFY(QDir::setCurrent(before));
+        QCOMPARE(manager.featureList(), QStringList{u"{blue}"_s});
+    }
+
     void disabledLibraryIsListedButNotLoaded()
     {
         const QString red = QFileInfo(install(Red, u"plugins/a.so"_s)).canonicalFilePath();

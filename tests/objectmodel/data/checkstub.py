@@ -1,7 +1,12 @@
-"""Compares the stub file for editors with the table scripttypes.tsv and the running module. Names the differences."""
+"""Compares the stub files for editors with the table scripttypes.tsv and the running modules. Names the differences."""
 import ast
 
 import varnel
+import varnelreplay
+
+# The classes of the stub file for types that the module does not offer by name, which therefore begin with "_".
+HIDDEN = {"app.projects": "_Projects", "iter(app.projects)": "_ProjectsIterator", "app.debugger.processors": "_Processors",
+          "iter(app.debugger.processors)": "_ProcessorsIterator"}
 
 
 def decorators(function):
@@ -35,8 +40,18 @@ def check_parameters(what, function, arguments):
             yield f"{what}: {parameter.arg} is not {expected}"
 
 
-def check_class(node, documentation, rows):
+def check_protocols(node, expected):
+    special = {each.name for each in node.body if isinstance(each, ast.FunctionDef) and each.name.startswith("__")}
+    if special != set(expected):
+        yield f"{node.name} has {sorted(special)}"
+    for each in node.body:
+        if isinstance(each, ast.FunctionDef) and each.name != "extension" and "Any" in ast.unparse(each):
+            yield f"{node.name}.{each.name} does not say what it returns"
+
+
+def check_class(node, documentation, rows, protocols):
     name = node.name
+    yield from check_protocols(node, protocols["protocol"])
     if (ast.get_docstring(node, clean=False) or "") != documentation:
         yield f"{name}: other documentation"
     stubs = list(members(node))
@@ -64,16 +79,42 @@ def check_names(tree):
         yield f"the module has no {list(declared)}"
 
 
-def check(stub, table, load):
+def parse(stub):
     with open(stub, encoding="utf-8") as file:
-        tree = ast.parse(file.read())
-    classes = [each for each in tree.body if isinstance(each, ast.ClassDef)]
-    types = load("checktypes").read(table)
+        return ast.parse(file.read())
+
+
+def check_widgets(classes):
+    """The objects of the toolkit have any attributes."""
+    for name in ("_Object", "_Slot"):
+        if classes.pop(name, None) is None:
+            yield f"there is no {name}"
+
+
+def check_replay(tree):
+    node, = (each for each in tree.body if isinstance(each, ast.ClassDef))
+    live = [name for name in vars(varnelreplay.Replay) if not name.startswith("_")]
+    stubs = list(members(node))
+    if [stub[1] for stub in stubs] != live:
+        yield f"Replay has {[stub[1] for stub in stubs]}"
+    for _, name, text, _ in stubs:
+        if text != getattr(varnelreplay.Replay, name).__doc__:
+            yield f"Replay.{name}: other documentation"
+    declared = {each.target.id: ast.unparse(each.annotation) for each in tree.body if isinstance(each, ast.AnnAssign)}
+    if declared != {"replay": "Replay"}:
+        yield f"varnelreplay declares {declared}"
+
+
+def check(folder, table, load):
+    tree = parse(folder + "/varnel.pyi")
     yield from check_names(tree)
-    hidden = {"projects-iterator": "ProjectsIterator"}
-    names = [each[0] or hidden.get(each[1], each[1]) for each in types]
-    if [each.name for each in classes] != names:
-        yield f"the classes are {[each.name for each in classes]}"
+    yield from check_replay(parse(folder + "/varnelreplay.pyi"))
+    classes = {each.name: each for each in tree.body if isinstance(each, ast.ClassDef)}
+    yield from check_widgets(classes)
+    types = [each for each in load("checktypes").read(table) if not each[1].startswith("Py")]
+    names = [each[0] or HIDDEN[each[2]] for each in types]
+    if list(classes) != names:
+        yield f"the classes are {list(classes)}"
         return
-    for node, (_, _, _, documentation, rows) in zip(classes, types):
-        yield from check_class(node, documentation, rows)
+    for name, (_, _, _, documentation, rows, protocols) in zip(names, types):
+        yield from check_class(classes[name], documentation, rows, protocols)

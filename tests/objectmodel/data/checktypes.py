@@ -1,19 +1,26 @@
 """Compares the types of the module "varnel" with the table scripttypes.tsv. Names the differences."""
 import varnel
 
+# Special methods of lists and mappings; others come with each class.
+PROTOCOLS = {"__len__", "__getitem__", "__setitem__", "__delitem__", "__iter__", "__next__", "__contains__", "__call__",
+             "__add__", "__mul__", "__rmul__", "__iadd__", "__imul__"}
+DERIVABLE = ("PyQtWrapper", "PySlotWrapper")
 REFUSED = {"s": (None, 5, b"bytes", object()), "i": (None, "5", 1.5, object()), "l": (None, "5", 1.5, object())}
 
 
 def read(path):
-    """The types of the table: (module name, type name, expression, documentation, members)."""
+    """The types of the table: (module name, type name, expression, documentation, members, protocols). The protocols are
+    a dictionary with the special methods that work, and those that only raise an exception."""
     types = []
     with open(path, encoding="utf-8") as file:
         for line in file:
             kind, *fields = line.rstrip("\n").split("\t")
             if kind == "type":
-                types.append((*fields, []))
+                types.append((*fields, [], {"protocol": [], "refused": []}))
+            elif kind in ("protocol", "refused"):
+                types[-1][-1][kind] = fields[0].split()
             elif not kind.startswith("#"):
-                types[-1][-1].append((kind, *fields))
+                types[-1][-2].append((kind, *fields))
     return types
 
 
@@ -43,7 +50,7 @@ def check_arguments(what, method, arguments):
                 yield f"{what} accepts {value!r} as argument {position + 1}"
 
 
-def check_type(module_name, name, instance, documentation, members):
+def check_type(module_name, name, instance, documentation, members, protocols):
     kind = type(instance)
     if module_name and getattr(varnel, module_name, None) is not kind:
         yield f"varnel.{module_name} is not the type of {name}"
@@ -53,8 +60,11 @@ def check_type(module_name, name, instance, documentation, members):
         yield f"{name}: the type is {kind.__name__}, {kind.__doc__!r}"
     if not refuses(kind, ()):
         yield f"{name} can be created"
-    if not refuses(type, ("Derived", (kind,), {})):
+    if name not in DERIVABLE and not refuses(type, ("Derived", (kind,), {})):
         yield f"{name} can be derived from"
+    special = PROTOCOLS.intersection(vars(kind))
+    if special != {*protocols["protocol"], *protocols["refused"]}:
+        yield f"{name} has {sorted(special)}"
     listed = [member for member in vars(kind) if not member.startswith("_")]
     if listed != [member[1] for member in members]:
         yield f"{name} has {listed}"
@@ -87,7 +97,7 @@ def check(path, debugger=False):
     types = read(path)
     names = dict(vars(varnel))
     yield from check_module(types)
-    for module_name, name, expression, documentation, members in types:
+    for module_name, name, expression, documentation, members, protocols in types:
         if ("debugger" in expression) != debugger:
             continue
-        yield from check_type(module_name, name, eval(expression, names), documentation, members)
+        yield from check_type(module_name, name, eval(expression, names), documentation, members, protocols)

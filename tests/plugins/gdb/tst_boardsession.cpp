@@ -18,6 +18,7 @@ private Q_SLOTS:
     void stepsFollowTheCurrentDocument();
     void runStopsAtSourceAndAddressBreakpoints();
     void breakpointSetWhileRunningIsHit();
+    void textOfABreakpointIsPrintedWithoutMemoryOfTheProgram();
     void stepOverAnEndlessLoopCanBePaused();
     void functionCallsNeedTheOption();
     void breakpointInFaultHandlerShowsTheFaultingCaller();
@@ -162,6 +163,21 @@ void tst_BoardSession::breakpointSetWhileRunningIsHit()
     QVERIFY(session.waitFor(Env::ProgramBreakpointHit));
     QCOMPARE(session.location(), at(u"loops = loops + 1"_s));
     QCOMPARE(session.events.text, QString());
+}
+
+void tst_BoardSession::textOfABreakpointIsPrintedWithoutMemoryOfTheProgram()
+{
+    LiveSession session(option());
+    QVERIFY(session.start());
+    const int place = line(u"int result = value * 2"_s);
+    QCOMPARE(session.get<IBreakpoints>()->setBreakpoint(file(), place, BreakpointEnabled), 0);
+    BreakpointDetails details;
+    details.logText = u"{value} of {origin}"_s;
+    QString reason;
+    QVERIFY2(session.get<IBreakpointDetails>()->setDetails(file(), place, details, reason), qPrintable(reason));
+    session.env->run();
+    QTRY_VERIFY2(session.events.text.contains(u"3 of {x = 3, y = 4}\n"_s), qPrintable(session.events.text));
+    QCOMPARE(session.env->programStatus(), Env::ProgramRunning);
 }
 
 void tst_BoardSession::stepOverAnEndlessLoopCanBePaused()

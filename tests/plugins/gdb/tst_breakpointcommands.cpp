@@ -44,7 +44,7 @@ private Q_SLOTS:
         details.logText = u"i {i}"_s;
         details.hitCount = 1;
         QCOMPARE(insertCommand(details, true, "*0x10"),
-                 "-dprintf-insert *0x10 \"breakpoint> i %s\\n\" \"$_as_string(i)\"");
+                 "-dprintf-insert *0x10 \"breakpoint> i %s\\n\" \"($varnel_text0 = $_as_string(i), $varnel_text0)\"");
     }
 
     void dataCommandsDependOnTheAccess()

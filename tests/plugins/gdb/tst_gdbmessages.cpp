@@ -116,7 +116,8 @@ void tst_GdbMessages::problemOfAStartIsExplained()
     QFETCH(QString, value);
     QFETCH(QString, command);
     QFETCH(QString, message);
-    const FakeGdb gdb({FakeGdb::error(command, u"no reason"_s), FakeGdb::error(u"-break-insert -f"_s, u"no reason"_s),
+    const FakeGdb gdb({FakeGdb::error(command, u"no reason"_s),
+                       FakeGdb::error(u"-break-insert -f"_s, u"no reason"_s),
                        {u"-interpreter-exec console starti"_s,
                         FakeGdb::running() + QStringList{FakeGdb::stop(u"reason=\"end-stepping-range\""_s)}},
                        {u"-interpreter-exec console \"starti"_s,

@@ -238,6 +238,20 @@ private Q_SLOTS:
         QVERIFY(running.waitFor(Env::ProgramPaused));
     }
 
+    void knownVariableCostsOneCommandAtTheNextStop()
+    {
+        LiveSession session(option());
+        QVERIFY(session.start());
+        const auto live = session.get<ILiveMemory>();
+        QVERIFY(live->prepareLive(u"loops"_s));
+        const QSignalSpy dialogue(session.env->session()->gdb(), &MiConnection::dialogue);
+        QVERIFY(live->prepareLive(u"loops"_s));
+        const auto sent = std::ranges::count_if(dialogue, [](const QList<QVariant> &line) { return line[1].toBool(); });
+        QCOMPARE(int(sent), 1);
+        QString value;
+        QVERIFY(live->evaluateLive(u"loops"_s, value));
+    }
+
     void neighboursAreReadTogether()
     {
         LiveSession session(option());

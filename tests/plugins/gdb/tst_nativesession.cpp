@@ -451,8 +451,7 @@ void tst_NativeSession::projectOpenedThroughALinkKeepsItsPaths()
     QCOMPARE(session.location(), u"native.c, %1"_s.arg(line)); // relative to the link
     QCOMPARE(session.get<IBreakpoints>()->breakpoints().first().locations.first().file, link + u"/native.c"_s);
     const int target = Programs::lineOf(u"native.c"_s, u"origin.x = sum"_s);
-    session.env->restart();
-    QVERIFY(session.waitFor(Env::ProgramPaused));
+    QCOMPARE(session.get<IBreakpoints>()->setBreakpoint(link + u"/native.c"_s, line, BreakpointRemoved), 0);
     session.env->runTo(link + u"/native.c"_s, target);
     QVERIFY(session.waitFor(Env::ProgramPaused));
     QCOMPARE(session.location(), u"native.c, %1"_s.arg(target));

@@ -51,6 +51,7 @@ struct StubScript
     // The optional interfaces of an execution environment
     std::function<QList<QWidget *>()> widgets;
     QList<BreakpointRecord> breakpoints;
+    bool keepsBreakpoints = false; ///< setBreakpoint() changes the list above
     int setBreakpointResult = 0;
     bool nextStatementResult = true;
     QHash<QString, uint> symbols;               ///< names to addresses
@@ -58,7 +59,9 @@ struct StubScript
     QMap<int, QString> instructions;            ///< indices to texts
     QMap<int, QStringList> instructionSources;  ///< indices to source lines
     QList<MemoryRegion> regions;
-    QMap<uint, uint> memory; ///< addresses to values; other addresses have no memory
+    QMap<uint, uint> memory;        ///< addresses to values; other addresses have no memory
+    QMap<uint, int> memoryStatuses; ///< addresses whose access answers another status
+    int missingCells = 0;           ///< by which blocks that are read are too short
     bool verify = false;
     QList<RegisterInfo> registers;
     QHash<QString, QMap<int, uint>> registerValues; ///< words by number

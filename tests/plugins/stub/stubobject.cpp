@@ -53,6 +53,11 @@ template <typename... Values>
 void StubObject::record(const QString &call, const Values &...arguments)
 {
     m_log.calls.append(label + u'.' + call + u'(' + QStringList{textOf(arguments)...}.join(u", "_s) + u')');
+    act(call);
+}
+
+void StubObject::act(const QString &call) const
+{
     if (const std::function<void()> action = m_script->on.value(call))
         action();
 }
@@ -60,8 +65,7 @@ void StubObject::record(const QString &call, const Values &...arguments)
 QRESULT StubObject::queryInterface(const QUuid &id, QUnknownInterface **out)
 {
     *out = nullptr;
-    if (const std::function<void()> action = m_script->on.value(u"queryInterface"_s))
-        action();
+    act(u"queryInterface"_s);
     if (id != QUnknownInterface::Iid && !m_script->offers.contains(id))
         return QE_NOINTERFACE;
     return InterfaceObject::queryInterface(id, out);
@@ -210,16 +214,26 @@ QList<BreakpointRecord> StubObject::breakpoints()
 int StubObject::setBreakpoint(const QString &file, int line, int state)
 {
     record(u"setBreakpoint"_s, file, line, state);
+    if (m_script->keepsBreakpoints) {
+        const auto isThere = [&](const BreakpointRecord &record) {
+            return record.locations.first().file == file && record.locations.first().line == line;
+        };
+        m_script->breakpoints.removeIf(isThere);
+        if (state != BreakpointRemoved)
+            m_script->breakpoints.append({{{file, line}}, state});
+    }
     return m_script->setBreakpointResult;
 }
 
 int StubObject::features()
 {
+    act(u"features"_s);
     return m_script->detailFeatures;
 }
 
 bool StubObject::details(const QString &file, int line, BreakpointDetails &details)
 {
+    act(u"details"_s);
     const auto found = m_script->details.constFind(u"%1:%2"_s.arg(file, QString::number(line)));
     if (found == m_script->details.cend())
         return false;
@@ -238,6 +252,7 @@ bool StubObject::setDetails(const QString &file, int line, const BreakpointDetai
 
 QList<DataBreakpoint> StubObject::dataBreakpoints()
 {
+    act(u"dataBreakpoints"_s);
     return m_script->dataBreakpoints;
 }
 
@@ -258,6 +273,7 @@ bool StubObject::setDataBreakpoint(DataBreakpoint &breakpoint, QString &reason)
 
 BreakpointLimits StubObject::limits()
 {
+    act(u"limits"_s);
     return m_script->limits;
 }
 
@@ -291,6 +307,7 @@ void StubObject::requestFrames(const DebugRequest &request, qint64 thread, int f
 
 bool StubObject::currentPlace(StackPlace &place)
 {
+    act(u"currentPlace"_s);
     place = m_script->place.value_or(StackPlace());
     return m_script->place.has_value();
 }
@@ -417,20 +434,25 @@ QList<MemoryRegion> StubObject::regions()
     return m_script->regions;
 }
 
+int StubObject::statusOf(uint address) const
+{
+    return m_script->memoryStatuses.value(address, m_script->memory.contains(address) ? Success : NoMemory);
+}
+
 int StubObject::read(int region, int mode, uint address, uint *value)
 {
     record(u"read"_s, region, mode, address);
     *value = m_script->memory.value(address);
-    return m_script->memory.contains(address) ? Success : NoMemory;
+    return statusOf(address);
 }
 
 int StubObject::write(int region, int mode, uint address, uint value, bool flush)
 {
     record(u"write"_s, region, mode, address, value, flush);
-    if (!m_script->memory.contains(address))
-        return NoMemory;
-    m_script->memory[address] = value;
-    return Success;
+    const int status = statusOf(address);
+    if (status == Success)
+        m_script->memory[address] = value;
+    return status;
 }
 
 void StubObject::readBlock(int region, int mode, uint address, int count, MemoryBlock &result)
@@ -438,7 +460,8 @@ void StubObject::readBlock(int region, int mode, uint address, int count, Memory
     record(u"readBlock"_s, region, mode, address, count);
     result.clear();
     for (uint cell = address; cell != address + uint(count); ++cell)
-        result.append({m_script->memory.value(cell), m_script->memory.contains(cell) ? Success : NoMemory});
+        result.append({m_script->memory.value(cell), statusOf(cell)});
+    result.resize(std::max<qsizetype>(0, result.size() - m_script->missingCells));
 }
 
 void StubObject::writeBlock(int region, int mode, uint address, int count, MemoryBlock &cells, bool flush)
@@ -446,9 +469,8 @@ void StubObject::writeBlock(int region, int mode, uint address, int count, Memor
     record(u"writeBlock"_s, region, mode, address, count, flush);
     for (int i = 0; i < count; ++i) {
         const uint cell = address + uint(i);
-        const bool answers = m_script->memory.contains(cell);
-        cells[i].status = answers ? Success : NoMemory;
-        if (answers)
+        cells[i].status = statusOf(cell);
+        if (cells[i].status == Success)
             m_script->memory[cell] = cells[i].value;
     }
 }

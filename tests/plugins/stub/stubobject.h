@@ -144,11 +144,14 @@ public:
 private:
     template <typename... Values>
     void record(const QString &call, const Values &...arguments);
+    void act(const QString &call) const; ///< Runs what the script has for a call.
     void reply(const DebugRequest &request, IDebugReplies *replies,
                const std::function<void(IDebugReplies &replies)> &answer);
     void replyVariables(const DebugRequest &request, IDebugReplies *replies, const QList<VariableInfo> &all, int first,
                         int count);
     VariableInfo *variable(const QString &expression);
+
+    [[nodiscard]] int statusOf(uint address) const;
 
     const std::shared_ptr<StubScript> m_script;
     Log &m_log;
