@@ -849,6 +849,10 @@ eintritt.&lt;/p&gt;</translation>
         <source>Enter line number:</source>
         <translation>Zeilennummer eingeben:</translation>
     </message>
+    <message>
+        <source>No project of the workspace contains this file</source>
+        <translation>Kein Projekt des Arbeitsbereichs enthält diese Datei</translation>
+    </message>
 </context>
 <context>
     <name>EditConfigurationsDialog</name>
@@ -1160,6 +1164,37 @@ Möchten Sie sie wirklich schließen und überschreiben?</translation>
     <message>
         <source>Searching: %1 files, %2 lines found</source>
         <translation>Suche: %1 Dateien, %2 Zeilen gefunden</translation>
+    </message>
+</context>
+<context>
+    <name>FileFormatButton</name>
+    <message>
+        <source>Encoding and line ends of the file</source>
+        <translation>Kodierung und Zeilenenden der Datei</translation>
+    </message>
+    <message>
+        <source>File format %1</source>
+        <translation>Dateiformat %1</translation>
+    </message>
+    <message>
+        <source>Save as &amp;UTF-8</source>
+        <translation>Als &amp;UTF-8 speichern</translation>
+    </message>
+    <message>
+        <source>Save as &amp;Latin-1</source>
+        <translation>Als &amp;Latin-1 speichern</translation>
+    </message>
+    <message>
+        <source>Save as %1</source>
+        <translation>Als %1 speichern</translation>
+    </message>
+    <message>
+        <source>Line ends L&amp;F (Unix)</source>
+        <translation>Zeilenenden L&amp;F (Unix)</translation>
+    </message>
+    <message>
+        <source>Line ends &amp;CRLF (Windows)</source>
+        <translation>Zeilenenden &amp;CRLF (Windows)</translation>
     </message>
 </context>
 <context>
@@ -3308,6 +3343,14 @@ Bitte sorgen Sie dafür, dass in den Ordner &apos;%1&apos; geschrieben werden ka
         <source>Files</source>
         <translation>Dateien</translation>
     </message>
+    <message>
+        <source>Filter</source>
+        <translation>Filter</translation>
+    </message>
+    <message>
+        <source>Filter of the projects</source>
+        <translation>Filter der Projekte</translation>
+    </message>
 </context>
 <context>
     <name>NewConfigurationDialog</name>
@@ -3744,6 +3787,14 @@ Die Ausführungsumgebung unterstützt es nicht.</translation>
     <message>
         <source>Command Window</source>
         <translation>Befehlsfenster</translation>
+    </message>
+    <message>
+        <source>Stop Script</source>
+        <translation>Skript anhalten</translation>
+    </message>
+    <message>
+        <source>Interrupts the statement that runs in the Command Window</source>
+        <translation>Unterbricht die Anweisung, die in der Befehlszeile läuft</translation>
     </message>
 </context>
 <context>
@@ -4195,6 +4246,14 @@ Er wird anstelle des angegebenen Projekts geöffnet.</translation>
         <source>Workspace &apos;%1&apos;: %2 project(s)</source>
         <translation>Arbeitsbereich &apos;%1&apos;: %2 Projekt(e)</translation>
     </message>
+    <message>
+        <source> (not loaded)</source>
+        <translation> (nicht geladen)</translation>
+    </message>
+    <message>
+        <source> (missing)</source>
+        <translation> (fehlt)</translation>
+    </message>
 </context>
 <context>
     <name>ProjectSaving</name>
@@ -4264,6 +4323,22 @@ Bitte sorgen Sie dafür, dass die Datei des Arbeitsbereichs nicht schreibgeschü
     <message>
         <source>Are you sure that you want to remove the project?</source>
         <translation>Möchten Sie das Projekt wirklich entfernen?</translation>
+    </message>
+    <message>
+        <source>Are you sure that you want to remove the selected items (%1) from the project?
+
+No file is deleted on disk.</source>
+        <translation>Möchten Sie die ausgewählten Einträge (%1) wirklich aus dem Projekt entfernen?
+
+Auf dem Datenträger wird keine Datei gelöscht.</translation>
+    </message>
+    <message>
+        <source>Are you sure that you want to remove the folder &apos;%1&apos; with its contents from the project?
+
+No file is deleted on disk.</source>
+        <translation>Möchten Sie den Ordner &apos;%1&apos; mit seinem Inhalt wirklich aus dem Projekt entfernen?
+
+Auf dem Datenträger wird keine Datei gelöscht.</translation>
     </message>
 </context>
 <context>
@@ -4619,6 +4694,14 @@ Der Arbeitsbereich nennt Python-Dateien, die beim Öffnen laufen.</translation>
     <message>
         <source>Binary file matches</source>
         <translation>Binärdatei enthält Treffer</translation>
+    </message>
+    <message>
+        <source>%1
+
+This file has been modified outside of the editor. Do you want to reload it, and to lose your changes that are not saved?</source>
+        <translation>%1
+
+Diese Datei wurde außerhalb des Editors geändert. Möchten Sie sie neu laden und Ihre nicht gespeicherten Änderungen verlieren?</translation>
     </message>
 </context>
 <context>
@@ -5805,11 +5888,6 @@ Bitte prüfen Sie, dass diese Datei nicht schreibgeschützt ist und Sie in sie s
         <translation>Speichert die aktuelle Datei</translation>
     </message>
     <message>
-        <source>Writes the current file to disk. When another program has changed the file there, you are asked before it is overwritten.</source>
-        <comment>fileSave</comment>
-        <translation>Schreibt die aktuelle Datei auf den Datenträger. Hat ein anderes Programm die Datei dort geändert, werden Sie gefragt, bevor sie überschrieben wird.</translation>
-    </message>
-    <message>
         <source>Save As</source>
         <comment>fileSaveAs</comment>
         <translation>Speichern unter</translation>
@@ -6005,11 +6083,6 @@ Bitte prüfen Sie, dass diese Datei nicht schreibgeschützt ist und Sie in sie s
         <translation>Kopiert die Auswahl in die Zwischenablage</translation>
     </message>
     <message>
-        <source>Copies the selected text to the clipboard. Available while text is selected.</source>
-        <comment>editCopy</comment>
-        <translation>Kopiert den ausgewählten Text in die Zwischenablage. Verfügbar, während Text ausgewählt ist.</translation>
-    </message>
-    <message>
         <source>Paste</source>
         <comment>editPaste</comment>
         <translation>Einfügen</translation>
@@ -6043,11 +6116,6 @@ Bitte prüfen Sie, dass diese Datei nicht schreibgeschützt ist und Sie in sie s
         <source>Deletes the selection</source>
         <comment>editRemove</comment>
         <translation>Löscht die Auswahl</translation>
-    </message>
-    <message>
-        <source>Deletes the selected text. In the navigator it takes the selected files and folders out of their project without asking; nothing is deleted on disk.</source>
-        <comment>editRemove</comment>
-        <translation>Löscht den ausgewählten Text. Im Navigator nimmt der Befehl die ausgewählten Dateien und Ordner ohne Rückfrage aus ihrem Projekt; auf dem Datenträger wird nichts gelöscht.</translation>
     </message>
     <message>
         <source>Insert File</source>
@@ -7793,6 +7861,61 @@ Bitte prüfen Sie, dass diese Datei nicht schreibgeschützt ist und Sie in sie s
         <source>Records commands, opened files, breakpoints and watches. Choose it again to stop: the editor shows a Python function that does the same.</source>
         <comment>toolsRecordScript</comment>
         <translation>Zeichnet Befehle, geöffnete Dateien, Haltepunkte und Überwachungen auf. Wählen Sie den Befehl noch einmal, um aufzuhören: Der Editor zeigt eine Python-Funktion, die dasselbe tut.</translation>
+    </message>
+    <message>
+        <source>Writes the current file to disk. When another program has changed the file there, you are asked before it is overwritten. Available while the file has changes.</source>
+        <comment>fileSave</comment>
+        <translation>Schreibt die aktuelle Datei auf den Datenträger. Wenn ein anderes Programm die Datei dort geändert hat, werden Sie gefragt, bevor sie überschrieben wird. Verfügbar, solange die Datei Änderungen hat.</translation>
+    </message>
+    <message>
+        <source>Copies the selected text of the current window, of a page of the output window or of the Python command line to the clipboard. Available while text is selected.</source>
+        <comment>editCopy</comment>
+        <translation>Kopiert den ausgewählten Text des aktuellen Fensters, einer Seite des Ausgabefensters oder der Python-Befehlszeile in die Zwischenablage. Verfügbar, solange Text ausgewählt ist.</translation>
+    </message>
+    <message>
+        <source>Deletes the selected text. In the navigator it takes the selected files and folders out of their project, and asks before it removes several of them or a folder with contents; nothing is deleted on disk.</source>
+        <comment>editRemove</comment>
+        <translation>Löscht den ausgewählten Text. Im Navigator nimmt der Befehl die ausgewählten Dateien und Ordner aus ihrem Projekt und fragt vorher, wenn es mehrere sind oder ein Ordner mit Inhalt; auf dem Datenträger wird nichts gelöscht.</translation>
+    </message>
+    <message>
+        <source>Show in Navigator</source>
+        <comment>viewShowInNavigator</comment>
+        <translation>Im Navigator zeigen</translation>
+    </message>
+    <message>
+        <source>&amp;Show in Navigator</source>
+        <comment>viewShowInNavigator</comment>
+        <translation>&amp;Im Navigator zeigen</translation>
+    </message>
+    <message>
+        <source>Selects the current file in the navigator</source>
+        <comment>viewShowInNavigator</comment>
+        <translation>Wählt die aktuelle Datei im Navigator aus</translation>
+    </message>
+    <message>
+        <source>Selects the file of the current window on the Files page of the navigator, which is shown if it was hidden.</source>
+        <comment>viewShowInNavigator</comment>
+        <translation>Wählt die Datei des aktuellen Fensters auf der Seite Dateien des Navigators aus; ist er verborgen, wird er gezeigt.</translation>
+    </message>
+    <message>
+        <source>Close Pane</source>
+        <comment>windowClosePane</comment>
+        <translation>Bereich schließen</translation>
+    </message>
+    <message>
+        <source>Close Pan&amp;e</source>
+        <comment>windowClosePane</comment>
+        <translation>&amp;Bereich schließen</translation>
+    </message>
+    <message>
+        <source>Closes the current part of a split window</source>
+        <comment>windowClosePane</comment>
+        <translation>Schließt den aktuellen Bereich eines geteilten Fensters</translation>
+    </message>
+    <message>
+        <source>Closes the current part of a text window that was split. The file stays open. Available while the window has more than one part.</source>
+        <comment>windowClosePane</comment>
+        <translation>Schließt den aktuellen Bereich eines geteilten Textfensters. Die Datei bleibt offen. Verfügbar, solange das Fenster mehr als einen Bereich hat.</translation>
     </message>
 </context>
 <context>

@@ -169,7 +169,10 @@ bool PythonInterpreter::runFile(const QString &path)
     {
         const PythonCall call;
         const PythonReference globals = newPythonReference(m_globals.get());
-        good = PythonReference(PyRun_FileEx(file, name.constData(), Py_file_input, globals.get(), globals.get(), 1))
+        good = interruptible([&] {
+                   return PythonReference(
+                       PyRun_FileEx(file, name.constData(), Py_file_input, globals.get(), globals.get(), 1));
+               })
                != nullptr;
     }
     if (good && self)
@@ -238,16 +241,25 @@ void PythonInterpreter::run(const PythonReference &code)
 {
     const PythonCall call;
     const PythonReference globals = newPythonReference(m_globals.get()); // the script may delete this object
+    (void)interruptible([&] { return PythonReference(PyEval_EvalCode(code.get(), globals.get(), globals.get())); });
+}
+
+/// Runs Python so that the user can interrupt it, if there is a user.
+PythonReference PythonInterpreter::interruptible(const std::function<PythonReference()> &work)
+{
     const QPointer<PythonInterpreter> self(this);
-    Q_EMIT runningChanged(true);
+    PythonReference result;
+    if (++m_running == 1)
+        Q_EMIT runningChanged(true);
     {
         std::optional<ScriptPump> pump;
         if (m_inputAvailable && m_inputAvailable())
             pump.emplace(m_interruptWidgets);
-        const PythonReference result(PyEval_EvalCode(code.get(), globals.get(), globals.get()));
+        result = work();
     }
-    if (self)
+    if (self && --m_running == 0)
         Q_EMIT runningChanged(false);
+    return result;
 }
 
 void PythonInterpreter::sendOutput(const QString &text)

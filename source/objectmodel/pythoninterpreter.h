@@ -48,7 +48,7 @@ public Q_SLOTS:
 
 Q_SIGNALS:
     void inputRequested();             ///< a script waits for a line
-    void runningChanged(bool running); ///< of a statement
+    void runningChanged(bool running); ///< a statement or a file
     /// A part of the output: part of a line, a line or several lines.
     void outputLine(const QString &text);
 
@@ -57,6 +57,7 @@ private:
     void addLine(const QString &line);
     [[nodiscard]] std::optional<QString> readLine();
     void run(const PythonReference &code);
+    [[nodiscard]] PythonReference interruptible(const std::function<PythonReference()> &work);
 
     /// A script that waits for a line.
     struct Waiting
@@ -73,6 +74,7 @@ private:
     PythonReference m_globals;  ///< a dictionary other than that of the module __main__
     QString m_block;            ///< the lines of the current statement, each with its line break
     QString m_notice;           ///< printed at the start
+    int m_running = 0;          ///< statements and files; one may process events in which another is started
     bool m_continuing = false;  ///< the current statement has more than one line
     const QString m_primaryPrompt = QStringLiteral(">>> ");
     const QString m_continuationPrompt = QStringLiteral("... ");

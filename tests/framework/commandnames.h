@@ -28,7 +28,7 @@ inline QByteArrayList plainCommands()
 inline QByteArrayList commandsWithoutSlot()
 {
     return QByteArray("editNextMessage editPreviousMessage editFindNext editFindPrevious editStopFindInFiles "
-                      "toolsRecordScript")
+                      "toolsRecordScript windowClosePane viewShowInNavigator")
         .split(' ');
 }
 
@@ -48,6 +48,6 @@ inline QByteArrayList availabilitySignals()
                "projectEditingAvailable workspaceEditingAvailable compileAvailable buildAvailable projectBuilding "
                "runAvailable pauseAvailable stopAvailable restartAvailable startAvailable wakeupAvailable "
                "showNextAvailable backAvailable forwardAvailable previousAvailable nextAvailable attachAvailable "
-               "batchBuildAvailable")
+               "batchBuildAvailable saveAvailable closePaneAvailable")
         .split(' ');
 }

@@ -1,5 +1,8 @@
 #pragma once
 #include "treetext.h"
+#include <QAbstractButton>
+#include <QMessageBox>
+#include <QTimer>
 
 /// A window with a project tree that shows two projects.
 class TreeFixture
@@ -41,6 +44,18 @@ protected:
         fill(project, paths);
         m_workspace->addProject(project);
         return project;
+    }
+
+    /// Runs a function and presses OK in the message boxes that it shows.
+    static void confirming(const std::function<void()> &work)
+    {
+        QTimer confirm;
+        QObject::connect(&confirm, &QTimer::timeout, &confirm, [] {
+            if (auto *box = qobject_cast<QMessageBox *>(QApplication::activeModalWidget()))
+                box->button(QMessageBox::Ok)->click();
+        });
+        confirm.start(1);
+        work();
     }
 
     /// Gives the tree the keyboard focus.

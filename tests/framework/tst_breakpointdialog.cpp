@@ -178,21 +178,36 @@ private Q_SLOTS:
         QVERIFY(button(*m_dialog, "ClearButton")->isEnabled());
     }
 
-    void blankTypedInTheListGoesToTheEdit()
+    void spaceTogglesTheCheckBoxOfTheRow()
     {
         add(u"fw"_s, {{{{u"main.c"_s, 7}}, 1}});
         open();
         select(0);
         QTest::keyClick(list(), Qt::Key_Space);
-        QCOMPARE(edit()->text(), u" "_s);
-        QCOMPARE(rows(), u"*[x]  \n - Add new breakpoint here\n"_s);
+        QCOMPARE(rows(), u"*[ ] main.c, 7\n - Add new breakpoint here\n"_s);
+        QCOMPARE(edit()->text(), u"main.c, 7"_s);
+        QTest::keyClick(list(), Qt::Key_Space);
+        QCOMPARE(rows(), u"*[x] main.c, 7\n - Add new breakpoint here\n"_s);
+        select(1);
+        QTest::keyClick(list(), Qt::Key_Space); // nothing to toggle
+        QCOMPARE(rows(), u" [x] main.c, 7\n*- Add new breakpoint here\n"_s);
+    }
+
+    void deleteRemovesTheRow()
+    {
+        add(u"fw"_s, {{{{u"main.c"_s, 7}}, 1}, {{{u"uart.c"_s, 3}}, 1}});
+        open();
+        select(0);
+        QTest::keyClick(list(), Qt::Key_Delete);
+        QVERIFY(!rows().contains(u"main.c"_s));
+        QVERIFY(rows().contains(u"uart.c"_s));
     }
 
     void otherKeysAreHandledByTheList()
     {
         add(u"fw"_s, {{{{u"main.c"_s, 7}}, 1}});
         open();
-        for (Qt::Key key : {Qt::Key_Up, Qt::Key_Delete, Qt::Key_F3})
+        for (Qt::Key key : {Qt::Key_Up, Qt::Key_F3})
             QTest::keyClick(list(), key);
         QCOMPARE(rows(), u"*[x] main.c, 7\n - Add new breakpoint here\n"_s);
         QCOMPARE(edit()->text(), u"main.c, 7"_s);

@@ -77,6 +77,8 @@ private Q_SLOTS:
     {
         QCOMPARE(numberedText(0, u"/a/b.c"_s), u"&1 /a/b.c"_s);
         QCOMPARE(numberedText(11, u"100%1"_s), u"&12 100%1"_s);
+        QCOMPARE(numberedText(0, u"/a&b/c.c"_s), u"&1 /a&&b/c.c"_s);
+        QCOMPARE(commandText(u"&Flash"_s, u"a&b"_s, 2), u"&Flash (a&&b)"_s);
     }
 
     void commandShowsItsProjectIfThereAreSeveral()

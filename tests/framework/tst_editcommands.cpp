@@ -1,3 +1,4 @@
+#include "commandlinewindow.h"
 #include "editcommands.h"
 #include "navigator.h"
 #include "outputpage.h"
@@ -5,6 +6,8 @@
 #include "windowfixture.h"
 #include <QClipboard>
 #include <QComboBox>
+#include <QSignalSpy>
+#include <QTabWidget>
 #include <QTreeWidget>
 
 using namespace Qt::StringLiterals;
@@ -80,6 +83,44 @@ private Q_SLOTS:
         f.window->editSelectAll();
         QCOMPARE(f.window->outputWindow()->page(OutputWindow::Build)->textCursor().selectedText(), u"out"_s);
         QVERIFY(!f.view()->currentEdit()->textCursor().hasSelection());
+    }
+
+    void copyActsOnTheOutputPageThatHasTheFocus()
+    {
+        const EditedFile f;
+        QSignalSpy available(f.window.get(), &AvailabilityWindow::copyAvailable);
+        QSignalSpy pasteAvailable(f.window.get(), &AvailabilityWindow::pasteAvailable);
+        f.window->outputWindow()->outputLine(OutputWindow::Build, u"out\n"_s);
+        f.focusOutput();
+        QVERIFY(!available.last().at(0).toBool());
+        QVERIFY(!pasteAvailable.last().at(0).toBool());
+        f.window->editSelectAll();
+        QVERIFY(available.last().at(0).toBool());
+        f.window->editCopy();
+        QCOMPARE(QGuiApplication::clipboard()->text(), u"out"_s);
+        f.view()->setFocus();
+        QVERIFY(!available.last().at(0).toBool());
+        f.focusOutput();
+        QVERIFY(available.last().at(0).toBool());
+    }
+
+    void copyAndPasteActOnTheConsoleThatHasTheFocus()
+    {
+        const EditedFile f;
+        auto *console = f.window->findChild<CommandLineWindow *>(u"commandWindow"_s);
+        QVERIFY(console);
+        f.window->findChild<QTabWidget *>(u"outputTabs"_s)->setCurrentWidget(console);
+        QSignalSpy pasteAvailable(f.window.get(), &AvailabilityWindow::pasteAvailable);
+        console->setFocus();
+        QVERIFY(pasteAvailable.last().at(0).toBool());
+        console->moveCursor(QTextCursor::End);
+        QGuiApplication::clipboard()->setText(u"typed"_s);
+        f.window->editPaste();
+        QVERIFY(console->toPlainText().endsWith(u"typed"_s));
+        f.window->editSelectAll();
+        f.window->editCopy();
+        QCOMPARE(QGuiApplication::clipboard()->text(), console->toPlainText());
+        QCOMPARE(f.text(), u"one\ntwo\nthree\n"_s);
     }
 
     void cutPasteAndRemoveActOnTheTreeFirst()

@@ -12,6 +12,7 @@
 #include <QTcpServer>
 #include <QTcpSocket>
 #include <QTest>
+#include <QTextBrowser>
 
 using namespace Qt::StringLiterals;
 
@@ -144,13 +145,18 @@ private Q_SLOTS:
     {
         m_installation->write(u"help/html/index.html"_s, "<html>home</html>");
         QStringList titles;
-        const auto look = [&titles] {
-            for (const View *view : mainWindow()->viewManager()->arrangedViews())
+        QString text;
+        const auto look = [&titles, &text] {
+            for (const View *view : mainWindow()->viewManager()->arrangedViews()) {
                 titles.append(view->title());
+                if (const auto *browser = view->findChild<QTextBrowser *>())
+                    text = browser->toPlainText();
+            }
             mainWindow()->close();
         };
         run(*m_installation, {"varnel"}, look);
         QCOMPARE(titles, QStringList(u"Help"_s));
+        QCOMPARE(text, u"home"_s);
         titles.clear();
         run(*m_installation, {"varnel", "main.c"}, look);
         QVERIFY(titles.contains(u"Help"_s));

@@ -37,6 +37,22 @@ private Q_SLOTS:
         QCOMPARE(f.answers->said.size(), 1);
     }
 
+    void reloadThatLosesChangesIsNotTheDefault()
+    {
+        const WindowFixture f;
+        f.open(u"a.c"_s, "old");
+        f.type(u"mine "_s);
+        f.changeOutside(u"a.c"_s, "new");
+        QString text;
+        f.answers->meet([&text](QDialog *dialog) {
+            text = qobject_cast<QMessageBox *>(dialog)->text();
+            QTest::keyClick(dialog, Qt::Key_Return);
+        });
+        f.activate();
+        QVERIFY2(text.contains(u"lose your changes"_s), qPrintable(text));
+        QCOMPARE(f.text(), u"mine old"_s);
+    }
+
     void noIsRememberedUntilTheFileChangesAgain()
     {
         const WindowFixture f;

@@ -2,6 +2,8 @@
 #include "windowfixture.h"
 #include "windowmenus.h"
 #include <QPrintDialog>
+#include <QScrollBar>
+#include <QSignalSpy>
 #include <sys/stat.h>
 
 using namespace Qt::StringLiterals;
@@ -234,7 +236,81 @@ private Q_SLOTS:
         QCOMPARE(f.openFiles(), QStringList(u"a.c"_s));
     }
 
+    void revertingKeepsCursorPanesAndScrollPosition()
+    {
+        const WindowFixture f;
+        f.open(u"a.c"_s, QByteArray("line\n").repeated(300));
+        f.view()->split();
+        QCoreApplication::processEvents();
+        const QList<int> heights = f.view()->paneHeights();
+        const auto place = [](TextViewEdit *pane, int line, int top) {
+            QTextCursor cursor = pane->textCursor();
+            cursor.setPosition(pane->document()->findBlockByNumber(line).position() + 2);
+            pane->setTextCursor(cursor);
+            pane->verticalScrollBar()->setValue(top);
+        };
+        place(f.view()->edits().at(0), 30, 25);
+        place(f.view()->edits().at(1), 210, 205);
+        f.answers->press(QMessageBox::Ok);
+        f.window->fileRevert();
+        QCoreApplication::processEvents();
+        QStringList places;
+        for (const TextViewEdit *pane : f.view()->shownEdits())
+            places << u"%1,%2 %3"_s.arg(pane->textCursor().blockNumber())
+                          .arg(pane->textCursor().positionInBlock())
+                          .arg(pane->verticalScrollBar()->value());
+        QCOMPARE(places, (QStringList{u"30,2 25"_s, u"210,2 205"_s}));
+        QCOMPARE(f.view()->currentEdit(), f.view()->edits().at(1));
+        QCOMPARE(f.view()->paneHeights(), heights);
+    }
+
+    void cursorBeyondTheEndOfAShorterFileMovesToItsEnd()
+    {
+        const WindowFixture f;
+        f.open(u"a.c"_s, QByteArray("line\n").repeated(300));
+        f.view()->gotoLine(250);
+        f.write(u"a.c"_s, "one\ntwo");
+        f.answers->press(QMessageBox::Ok);
+        f.window->fileRevert();
+        QCOMPARE(f.view()->currentEdit()->textCursor().blockNumber(), 1);
+    }
+
     // Saving
+
+    void saveIsAvailableWhileTheFileHasChanges()
+    {
+        const WindowFixture f;
+        QSignalSpy available(f.window.get(), &AvailabilityWindow::saveAvailable);
+        const auto isAvailable = [&available] { return available.last().at(0).toBool(); };
+        f.open(u"a.c"_s, "old");
+        QVERIFY(!isAvailable());
+        f.type(u"new "_s);
+        QVERIFY(isAvailable());
+        f.open(u"b.c"_s);
+        QVERIFY(!isAvailable());
+        f.window->fileClose();
+        QVERIFY(isAvailable());
+        f.window->fileSave();
+        QVERIFY(!isAvailable());
+        f.type(u"x"_s);
+        QVERIFY(isAvailable());
+        f.window->editUndo(); // without the focus
+        f.view()->undo();
+        QVERIFY(!isAvailable());
+    }
+
+    void savingAsProposesThePresentName()
+    {
+        const WindowFixture f;
+        f.open(u"src/a.c"_s);
+        QStringList proposed;
+        f.answers->meet([&proposed](QDialog *dialog) {
+            proposed = qobject_cast<QFileDialog *>(dialog)->selectedFiles();
+            dialog->reject();
+        });
+        f.window->fileSaveAs();
+        QCOMPARE(proposed, QStringList(f.path(u"src/a.c"_s)));
+    }
 
     void savingWritesTheFile()
     {

@@ -1,12 +1,15 @@
 #include "largetextview.h"
 #include "textlineview.h"
 #include "windowfixture.h"
+#include <QCheckBox>
+#include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
+#include <QPushButton>
 
 using namespace Qt::StringLiterals;
 
-/// Find in documents that are searched in the background.
+/// Find and Replace, from the commands of the window to the document in front.
 class FindCommandsTest : public QObject
 {
     Q_OBJECT
@@ -25,8 +28,155 @@ class FindCommandsTest : public QObject
         return view->findChild<Widget *>(QLatin1String(name));
     }
 
+    static QDialog *findDialog(const WindowFixture &f) { return f.window->findChild<QDialog *>(u"findDialog"_s); }
+
+    static QString what(const QDialog *dialog)
+    {
+        return dialog->findChild<QComboBox *>(u"FindWhatCombo"_s)->currentText();
+    }
+
+    static void openFind(const WindowFixture &f, const QString &text)
+    {
+        f.window->editFind();
+        findDialog(f)->findChild<QComboBox *>(u"FindWhatCombo"_s)->setEditText(text);
+    }
+
+    static void select(const WindowFixture &f, int from, int to)
+    {
+        QTextCursor cursor = f.view()->currentEdit()->textCursor();
+        cursor.setPosition(from);
+        cursor.setPosition(to, QTextCursor::KeepAnchor);
+        f.view()->currentEdit()->setTextCursor(cursor);
+    }
+
 private Q_SLOTS:
     void init() { QTest::failOnWarning(QRegularExpression(u"^(?!This plugin does not support)"_s)); }
+
+    // Find and Replace in texts
+
+    void findSelectsTheNextMatchAndWrapsOnce()
+    {
+        const WindowFixture f;
+        f.open(u"a.c"_s, "one two one\n");
+        openFind(f, u"one"_s);
+        QStringList places;
+        for (int i = 0; i < 3; ++i) {
+            findDialog(f)->findChild<QPushButton *>(u"FindNextButton"_s)->click();
+            places << QString::number(f.view()->currentEdit()->textCursor().selectionStart());
+        }
+        QCOMPARE(places, (QStringList{u"0"_s, u"8"_s, u"0"_s}));
+        QCOMPARE(f.status(), u"Passed the end of the file"_s);
+        QVERIFY(!findDialog(f)->isModal());
+        QVERIFY(findDialog(f)->isVisible());
+    }
+
+    void missingTextShowsAMessageOverTheDialog()
+    {
+        const WindowFixture f;
+        f.open(u"a.c"_s, "one\n");
+        openFind(f, u"nowhere"_s);
+        f.answers->press(QMessageBox::Ok);
+        findDialog(f)->findChild<QPushButton *>(u"FindNextButton"_s)->click();
+        QCOMPARE(f.answers->said, QStringList(u"Cannot find the string nowhere."_s));
+    }
+
+    void oneSelectedLineIsProposed()
+    {
+        const WindowFixture f;
+        f.open(u"a.c"_s, "one\ntwo\n");
+        select(f, 0, 3);
+        f.window->editFind();
+        QCOMPARE(what(findDialog(f)), u"one"_s);
+        select(f, 0, 7);
+        f.window->editFind();
+        QCOMPARE(what(findDialog(f)), u"one"_s); // several lines are not
+    }
+
+    void matchesAreMarkedAndCountedWhileTheDialogIsOpen()
+    {
+        const WindowFixture f;
+        f.open(u"a.c"_s, "one two one\n");
+        openFind(f, u"one"_s);
+        const auto *count = findDialog(f)->findChild<QLabel *>(u"CountLabel"_s);
+        QTRY_COMPARE(count->text(), u"2 matches"_s);
+        const QImage marked = f.view()->currentEdit()->viewport()->grab().toImage();
+        findDialog(f)->close();
+        QVERIFY(f.view()->currentEdit()->viewport()->grab().toImage() != marked);
+    }
+
+    void errorInAnExpressionIsShown()
+    {
+        const WindowFixture f;
+        f.open(u"a.c"_s, "one\n");
+        openFind(f, u"(one"_s);
+        findDialog(f)->findChild<QCheckBox *>(u"RegExpCheck"_s)->setChecked(true);
+        const auto *count = findDialog(f)->findChild<QLabel *>(u"CountLabel"_s);
+        QVERIFY2(count->text().startsWith(u"Error in the expression: "_s), qPrintable(count->text()));
+    }
+
+    void expressionIsFoundInAText()
+    {
+        const WindowFixture f;
+        f.open(u"a.c"_s, "one two12\n");
+        openFind(f, u"[0-9]+"_s);
+        findDialog(f)->findChild<QCheckBox *>(u"RegExpCheck"_s)->setChecked(true);
+        findDialog(f)->findChild<QPushButton *>(u"FindNextButton"_s)->click();
+        QCOMPARE(f.view()->currentEdit()->textCursor().selectedText(), u"12"_s);
+    }
+
+    void numberOfReplacementsIsShown()
+    {
+        const WindowFixture f;
+        f.open(u"a.c"_s, "one two one\n");
+        f.window->editReplace();
+        auto *dialog = f.window->findChild<QDialog *>(u"replaceDialog"_s);
+        dialog->findChild<QComboBox *>(u"FindWhatCombo"_s)->setEditText(u"one"_s);
+        dialog->findChild<QComboBox *>(u"ReplaceWithCombo"_s)->setEditText(u"1"_s);
+        dialog->findChild<QPushButton *>(u"ReplaceAllButton"_s)->click();
+        QCOMPARE(f.text(), u"1 two 1\n"_s);
+        QCOMPARE(f.status(), u"2 occurrences have been replaced."_s);
+    }
+
+    void replaceFollowsTheCurrentView()
+    {
+        const WindowFixture f;
+        f.open(u"a.c"_s, "one\n");
+        f.open(u"b.c"_s, "one\n");
+        f.window->editReplace();
+        auto *dialog = f.window->findChild<QDialog *>(u"replaceDialog"_s);
+        dialog->findChild<QComboBox *>(u"FindWhatCombo"_s)->setEditText(u"one"_s);
+        dialog->findChild<QComboBox *>(u"ReplaceWithCombo"_s)->setEditText(u"1"_s);
+        f.window->windowNext();
+        QCOMPARE(f.document()->title(), u"a.c"_s);
+        dialog->findChild<QPushButton *>(u"ReplaceAllButton"_s)->click();
+        QCOMPARE(f.text(), u"1\n"_s);
+        f.window->windowNext();
+        QCOMPARE(f.text(), u"one\n"_s);
+    }
+
+    void dialogMovesAwayFromTheMatch()
+    {
+        const WindowFixture f;
+        f.open(u"a.c"_s, QByteArray("\n").repeated(10) + "needle\n");
+        openFind(f, u"needle"_s);
+        QDialog *dialog = findDialog(f);
+        f.view()->gotoLine(11);
+        const QRect match = f.view()->selectionOnScreen();
+        dialog->move(match.topLeft() - QPoint(50, 50));
+        dialog->findChild<QPushButton *>(u"FindNextButton"_s)->click();
+        QVERIFY(!dialog->frameGeometry().intersects(f.view()->selectionOnScreen()));
+    }
+
+    void commandsWithoutAViewOpenNoDialog()
+    {
+        const WindowFixture f;
+        f.window->editFind();
+        f.window->editReplace();
+        QVERIFY(!findDialog(f)->isVisible());
+        QVERIFY(!f.window->findChild<QDialog *>(u"replaceDialog"_s)->isVisible());
+    }
+
+    // Large files
 
     void findOpensTheBarOfALargeFile()
     {

@@ -197,7 +197,7 @@ private Q_SLOTS:
         QByteArrayList expected;
         for (const QByteArray &name : availabilitySignals())
             expected.append(name + "(bool)");
-        QCOMPARE(expected.size(), 28);
+        QCOMPARE(expected.size(), 30);
         QByteArrayList found;
         const QMetaObject &meta = AvailabilityWindow::staticMetaObject;
         for (int i = meta.methodOffset(); i < meta.methodCount(); ++i) {
@@ -304,7 +304,8 @@ private Q_SLOTS:
         QCOMPARE(recorder.recorded.join(u' '),
                  u"viewHasFocus textViewHasFocus textNavigationAvailable undoAvailable redoAvailable cutAvailable "
                  "copyAvailable pasteAvailable backAvailable forwardAvailable previousAvailable nextAvailable "
-                 "+projectOpenAvailable projectRepopulateAvailable workspaceEditingAvailable projectEditingAvailable "
+                 "saveAvailable closePaneAvailable +projectOpenAvailable projectRepopulateAvailable "
+                 "workspaceEditingAvailable projectEditingAvailable "
                  "buildAvailable projectBuilding runAvailable stopAvailable pauseAvailable startAvailable "
                  "restartAvailable wakeupAvailable showNextAvailable attachAvailable "
                  "batchBuildAvailable"_s);

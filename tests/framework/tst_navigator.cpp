@@ -1,6 +1,7 @@
 #include "navigator.h"
 #include "treefixture.h"
 #include <QLayout>
+#include <QLineEdit>
 #include <QSignalSpy>
 #include <QTabBar>
 #include <QTabWidget>
@@ -184,6 +185,22 @@ private Q_SLOTS:
         m_navigator->helpSourceChanged(u"a.html"_s);
     }
 
+    void filterIsAboveTheTree()
+    {
+        m_navigator->showWorkspace();
+        auto *filter = m_navigator->findChild<QLineEdit *>(u"projectFilter"_s);
+        focus(filter);
+        QTest::keyClicks(filter, u"sin"_s);
+        QVERIFY(!row(*tree(), u"src"_s));                     // no visible one
+        QVERIFY(m_navigator->showFile(u"/work/fw/main.c"_s)); // the filter would hide it
+        QCOMPARE(selected(*tree()), QStringList{u"main.c"_s});
+        QVERIFY(filter->text().isEmpty());
+        QTest::keyClick(filter, Qt::Key_Down);
+        QTRY_VERIFY(tree()->hasFocus());
+        dropWorkspace();
+        QVERIFY(!m_navigator->showFile(u"/work/fw/main.c"_s));
+    }
+
     void selectedProjectIsThatOfTheTree()
     {
         QCOMPARE(m_navigator->selectedProject(), nullptr);
@@ -216,7 +233,7 @@ private Q_SLOTS:
         m_navigator->paste();
         QCOMPARE(treeOf(*m_fw), before);
         select(*tree(), {u"doc"_s, u"link.ld"_s});
-        m_navigator->remove();
+        confirming([&] { m_navigator->remove(); });
         QCOMPARE(treeOf(*m_fw), onTree ? u"src/ \n  main.c\n  adc.c\nboot.py\n"_s : before);
     }
 

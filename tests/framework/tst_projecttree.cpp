@@ -1,5 +1,7 @@
 #include "treefixture.h"
+#include <QTemporaryDir>
 #include <QTest>
+#include <QTreeWidgetItemIterator>
 
 using namespace Qt::StringLiterals;
 
@@ -151,12 +153,106 @@ private Q_SLOTS:
         m_workspace->removeProject(m_lib);
         QCOMPARE(shown(*m_tree), u"- Workspace 'all': 1 project(s)\n"
                                  "  - * - fw*\n"
-                                 "    + src\n"
+                                 "    - src\n"
+                                 "        adc.c\n"
+                                 "        main.c\n"
                                  "      doc\n"
                                  "      boot.py\n"
                                  "      link.ld\n"_s);
         addProject(u"new"_s, {});
         QCOMPARE(shown(*m_tree).section(u'\n', -2), u"    * - new*\n"_s);
+    }
+
+    void foldersStayOpenWhenTheRowsAreCreatedAgain()
+    {
+        open(*m_tree, {u"math"_s, u"fixed"_s});
+        row(*m_tree, u" - fw"_s)->setOpen(false);
+        const QString before = shown(*m_tree);
+        m_tree->showWorkspace();
+        QCOMPARE(shown(*m_tree), before);
+        m_tree->releaseWorkspace();
+        m_tree->showWorkspace();
+        QCOMPARE(shown(*m_tree), before);
+    }
+
+    void projectsAreMarked()
+    {
+        const auto markOf = [this] { return row(*m_tree, u" - fw"_s)->mark(); };
+        QCOMPARE(markOf(), u" (not loaded)"_s); // it has no file
+        QTemporaryDir directory;
+        QFile file(directory.filePath(u"real.vnp"_s));
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.write("<project/>");
+        file.close();
+        QVERIFY(m_fw->load(file.fileName()));
+        m_tree->showWorkspace();
+        QCOMPARE(row(*m_tree, m_fw->displayName())->mark(), QString());
+        m_fw->setModified(true);
+        QCOMPARE(row(*m_tree, m_fw->displayName())->mark(), u" *"_s);
+        QCOMPARE(row(*m_tree, m_fw->displayName())->data(0, Qt::AccessibleTextRole).toString(),
+                 m_fw->displayName() + u" *"_s);
+        m_fw->setModified(false);
+        QCOMPARE(row(*m_tree, m_fw->displayName())->mark(), QString());
+    }
+
+    void missingFilesAreMarked()
+    {
+        QTemporaryDir directory;
+        const QString path = directory.filePath(u"there.c"_s);
+        QFile file(path);
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.close();
+        m_fw->addFiles({path}, nullptr);
+        QTRY_COMPARE(row(*m_tree, u"boot.py"_s)->mark(), u" (missing)"_s);
+        QCOMPARE(row(*m_tree, u"there.c"_s)->mark(), QString());
+        QVERIFY(QFile::remove(path));
+        QEvent activated(QEvent::WindowActivate);
+        QCoreApplication::sendEvent(m_tree, &activated);
+        QTRY_COMPARE(row(*m_tree, u"there.c"_s)->mark(), u" (missing)"_s);
+    }
+
+    void filterShowsWhatContainsItsText_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<QStringList>("visible");
+        QTest::newRow("file") << u"SIN"_s << QStringList{u"math"_s, u"sin.c"_s};
+        QTest::newRow("deep file") << u"q15"_s << QStringList{u"math"_s, u"fixed"_s, u"q15.c"_s};
+        QTest::newRow("folder with its contents") << u"fixed"_s << QStringList{u"math"_s, u"fixed"_s};
+        QTest::newRow("nothing") << u"nowhere"_s << QStringList();
+    }
+    void filterShowsWhatContainsItsText()
+    {
+        QFETCH(const QString, text);
+        QFETCH(const QStringList, visible);
+        const QString before = shown(*m_tree);
+        m_tree->setFilter(text);
+        QStringList found;
+        for (QTreeWidgetItemIterator it(m_tree, QTreeWidgetItemIterator::NotHidden); *it; ++it) {
+            if ((*it)->type() >= ProjectRows::FolderRTTI
+                && m_tree->itemRect(static_cast<ListViewItem *>(*it)).isValid())
+                found << (*it)->text(0);
+        }
+        QCOMPARE(found, visible);
+        m_tree->setFilter(u""_s);
+        QCOMPARE(shown(*m_tree), before);
+    }
+
+    void rowAddedWhileTheFilterIsUsedIsFiltered()
+    {
+        m_tree->setFilter(u"main"_s);
+        m_fw->addFile(new ProjectFile(u"other.c"_s, u"other.c"_s));
+        m_fw->addFile(new ProjectFile(u"main2.c"_s, u"main2.c"_s));
+        QTRY_VERIFY(!row(*m_tree, u"other.c"_s)); // no visible one
+        QVERIFY(row(*m_tree, u"main2.c"_s));
+    }
+
+    void fileIsSelectedByItsPath()
+    {
+        QVERIFY(m_tree->selectFile(u"/work/lib/q15.c"_s));
+        QCOMPARE(selected(*m_tree), QStringList{u"q15.c"_s});
+        QVERIFY(m_tree->itemRect(row(*m_tree, u"q15.c"_s)).isValid());
+        QVERIFY(!m_tree->selectFile(u"/work/lib/none.c"_s));
+        QCOMPARE(selected(*m_tree), QStringList{u"q15.c"_s});
     }
 
     void workspaceMayBeEmpty()

@@ -380,6 +380,7 @@ private Q_SLOTS:
         QTest::newRow("split") << u"c;cpp;h"_s << QStringList{u"c"_s, u"cpp"_s, u"h"_s};
         QTest::newRow("empty parts dropped") << u";c;;h;"_s << QStringList{u"c"_s, u"h"_s};
         QTest::newRow("cleared") << QString() << QStringList();
+        QTest::newRow("blanks") << u" c ; h;  ; cpp "_s << QStringList{u"c"_s, u"h"_s, u"cpp"_s};
     }
 
     void enteredExtensionsAreSet()
@@ -710,12 +711,68 @@ private Q_SLOTS:
         QCOMPARE(names, read);
     }
 
-    void removingItemsAsksNothing()
+    void removingOneFileOrAnEmptyFolderAsksNothing()
+    {
+        for (const QString &name : {u"boot.py"_s, u"doc"_s}) {
+            select(*m_tree, {name});
+            m_tree->remove();
+        }
+        QCOMPARE(treeOf(*m_fw), u"src/ \n  main.c\n  adc.c\nlink.ld\n"_s);
+    }
+
+    void removingMoreAsksFirst_data()
+    {
+        QTest::addColumn<QStringList>("items");
+        QTest::addColumn<QString>("question");
+        const QString end = u" from the project?\n\nNo file is deleted on disk."_s;
+        QTest::newRow("folder with files")
+            << QStringList{u"src"_s}
+            << u"Are you sure that you want to remove the folder 'src' with its contents"_s + end;
+        QTest::newRow("several items") << QStringList{u"boot.py"_s, u"doc"_s}
+                                       << u"Are you sure that you want to remove the selected items (2)"_s + end;
+    }
+    void removingMoreAsksFirst()
+    {
+        QFETCH(const QStringList, items);
+        QFETCH(const QString, question);
+        const QString before = treeOf(*m_fw);
+        select(*m_tree, items);
+        whenAsked<QMessageBox>([&](QMessageBox *box) {
+            QCOMPARE(box->text(), question);
+            box->button(QMessageBox::Cancel)->click();
+        });
+        m_tree->remove();
+        QCOMPARE(treeOf(*m_fw), before);
+        confirming([&] { m_tree->remove(); });
+        QVERIFY(treeOf(*m_fw) != before);
+    }
+
+    void workspaceMayCloseWhileTheQuestionAboutItemsIsOpen()
+    {
+        select(*m_tree, {u"src"_s});
+        whenAsked<QMessageBox>([&](QMessageBox *box) {
+            dropWorkspace();
+            box->button(QMessageBox::Ok)->click();
+        });
+        m_tree->remove();
+        QVERIFY(!m_workspace);
+    }
+
+    void returnOpensAndClosesAFolder()
+    {
+        select(*m_tree, {u"src"_s});
+        QTest::keyClick(m_tree, Qt::Key_Return);
+        QVERIFY(row(*m_tree, u"adc.c"_s));
+        QTest::keyClick(m_tree, Qt::Key_Return);
+        QVERIFY(!row(*m_tree, u"adc.c"_s));
+    }
+
+    void removedItemsDisappear()
     {
         open(*m_tree, {u"math"_s});
         select(*m_tree, {u"src"_s, u"boot.py"_s, u"fixed"_s, u"sin.c"_s});
         m_signals.clear();
-        m_tree->remove();
+        confirming([&] { m_tree->remove(); });
         QCOMPARE(treeOf(*m_fw), u"doc/ \nlink.ld\n"_s);
         QCOMPARE(treeOf(*m_lib), u"math/ \n"_s);
         QCOMPARE(shown(*m_tree), u"- Workspace 'all': 2 project(s)\n"
@@ -745,7 +802,7 @@ private Q_SLOTS:
         QFETCH(const QString, current);
         open(*m_tree, {u"src"_s});
         select(*m_tree, removed);
-        m_tree->remove();
+        confirming([&] { m_tree->remove(); });
         QCOMPARE(m_tree->currentItem()->text(0), current);
         QCOMPARE(selected(*m_tree), QStringList());
     }
@@ -762,7 +819,7 @@ private Q_SLOTS:
     {
         open(*m_tree, {u"math"_s, u"fixed"_s});
         select(*m_tree, {u"math"_s, u"fixed"_s, u"q15.c"_s, u"sin.c"_s});
-        m_tree->remove();
+        confirming([&] { m_tree->remove(); });
         QCOMPARE(treeOf(*m_lib), QString());
     }
 

@@ -394,7 +394,7 @@ private Q_SLOTS:
         m_tree->expandAll();
         QCOMPARE(shown(*m_tree).count(u' ' + item + u'\n'), 2);
         select(*m_tree, {item});
-        m_tree->remove();
+        confirming([&] { m_tree->remove(); });
         for (const ListViewItem *left = m_tree->firstChild(); left; left = left->itemBelow()) {
             m_tree->clearSelection();
             m_tree->setCurrentItem(const_cast<ListViewItem *>(left)); // the second row has no object now

@@ -396,6 +396,27 @@ private Q_SLOTS:
         QCOMPARE(f.marks(), u"2=8"_s);
     }
 
+    void firstSessionShowsTheWindowsOfADebugger()
+    {
+        DebugWindow f;
+        const QStringList names{u"callStackDockWindow"_s, u"variablesDockWindow"_s, u"watchDockWindow"_s,
+                                u"registerDockWindow"_s};
+        const auto shown = [&f, &names] {
+            QStringList found = names;
+            found.removeIf([&f](const QString &name) { return f.dock(name.toLatin1().constData())->isHidden(); });
+            return found;
+        };
+        QCOMPARE(shown(), QStringList());
+        f.window->activity().setState(StatePaused);
+        QCOMPARE(shown(), names);
+        f.dock("registerDockWindow")->hide();
+        f.window->activity().setState(StateIdle);
+        QCOMPARE(shown(), QStringList());
+        f.window->activity().setState(StatePaused); // as the user has left it
+        QCOMPARE(shown(), names.first(3));
+        f.window->activity().setState(StateIdle);
+    }
+
     void docksMoveOnlyAtStartAndEndOfASession_data()
     {
         QTest::addColumn<int>("from");

@@ -214,6 +214,17 @@ private Q_SLOTS:
         QCOMPARE(running, (QList<bool>{true, false}));
     }
 
+    void fileCanBeInterrupted()
+    {
+        m_interpreter->setInputAvailable([] { return true; });
+        connect(m_interpreter.get(), &PythonInterpreter::runningChanged, this, [this](bool on) {
+            if (on)
+                QTimer::singleShot(0, m_interpreter.get(), &PythonInterpreter::interrupt);
+        });
+        QVERIFY(!m_interpreter->runFile(write(u"loop.py"_s, "while True:\n    pass\n")));
+        QVERIFY2(m_shown.contains(u"KeyboardInterrupt"_s), qPrintable(m_shown));
+    }
+
     void userInputWaitsWhileAStatementRuns()
     {
         QLineEdit edit;

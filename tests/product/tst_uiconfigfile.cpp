@@ -12,7 +12,7 @@ const QStringList actionNames =
     "editUncomment editIndent editUnindent editFind editReplace editFindInFiles "
     "editSelectAll editLookupNextLine editNextMessage editPreviousMessage editFindNext editFindPrevious "
     "editStopFindInFiles "
-    "viewGotoLine viewNavigator viewOutput "
+    "viewGotoLine viewShowInNavigator viewNavigator viewOutput "
     "projectNew projectOpen projectRepopulate projectGenerateMakefile projectClose "
     "projectSave projectInsertFiles projectInsertFilesAlt projectInsertProject "
     "projectProperties projectPropertiesAlt projectForgetTrust "
@@ -25,7 +25,7 @@ const QStringList actionNames =
     "debugTogglePeripheralWindow debugToggleWatchWindow debugToggleMemoryWindow "
     "toolsMacroNew toolsMacroEdit toolsRecordScript toolsCustomise toolsOptions "
     "windowNew windowSplit windowClose windowCloseAll windowCascade windowTile windowNext "
-    "windowPrev "
+    "windowPrev windowClosePane "
     "helpSearch helpHome helpBack helpForward helpPrevious helpNext helpAbout helpPlugins helpReport buildAllProjects debugSetNext"_s
         .split(u' ');
 
@@ -35,7 +35,8 @@ const QStringList signalNames =
     "projectRepopulateAvailable projectEditingAvailable workspaceEditingAvailable "
     "compileAvailable buildAvailable projectBuilding runAvailable pauseAvailable "
     "stopAvailable restartAvailable startAvailable wakeupAvailable showNextAvailable "
-    "backAvailable forwardAvailable previousAvailable nextAvailable attachAvailable batchBuildAvailable"_s.split(u' ');
+    "backAvailable forwardAvailable previousAvailable nextAvailable attachAvailable batchBuildAvailable saveAvailable closePaneAvailable"_s
+        .split(u' ');
 
 const QStringList filledMenus =
     u"viewMenu viewToolbarsMenu windowMenu fileRecentFilesMenu projectRecentWorkspacesMenu "
@@ -318,7 +319,7 @@ void TestUiConfig::onlyDockWindowActionsAndTheRecorderAreCheckable()
 
 void TestUiConfig::enableNamesAnAvailabilitySignal()
 {
-    QCOMPARE(signalNames.size(), 28);
+    QCOMPARE(signalNames.size(), 30);
     for (const QDomElement &action : m_actions) {
         const QList<QDomElement> enables = elements(action, u"enable"_s);
         QVERIFY(enables.size() <= 1);

@@ -14,7 +14,7 @@ QString compileText(const QString &pattern, const QString &file)
 {
     const QString name =
         file.isEmpty() ? QCoreApplication::translate("MainWindow", "file") : QFileInfo(file).fileName();
-    return QString(pattern).replace("%1"_L1, name);
+    return QString(pattern).replace("%1"_L1, QString(name).replace(u'&', u"&&"_s)); // a menu text
 }
 
 Project *compilingProject(const ProjectWorkspace *workspace, const QString &file)

@@ -190,8 +190,13 @@ bool BreakpointDialog::eventFilter(QObject *watched, QEvent *event)
 {
     if (event->type() != QEvent::KeyPress)
         return QDialog::eventFilter(watched, event);
-    const QString text = static_cast<QKeyEvent *>(event)->text();
-    if (text.isEmpty() || !text.front().isPrint())
+    const auto *key = static_cast<QKeyEvent *>(event);
+    if (key->key() == Qt::Key_Delete) {
+        clearBreakpoint();
+        return true;
+    }
+    const QString text = key->text();
+    if (text.isEmpty() || !text.front().isPrint() || key->key() == Qt::Key_Space) // the list toggles the check box
         return QDialog::eventFilter(watched, event);
     m_ui->LocationEdit->setFocus();
     m_ui->LocationEdit->setText(text);

@@ -11,6 +11,7 @@ class QMenu;
 class OutputPage : public QPlainTextEdit
 {
     Q_OBJECT
+    Q_PROPERTY(QString text READ toPlainText) // for test drivers
 public:
     explicit OutputPage(QWidget *parent = nullptr);
 

@@ -1,5 +1,6 @@
 #include "outputwindow.h"
 #include "commandlinewindow.h"
+#include "objectnames.h"
 #include "outputpage.h"
 #include "pythoninterpreter.h"
 #include "scriptdirectories.h"
@@ -8,6 +9,7 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QTabWidget>
+#include <QToolButton>
 
 using namespace Qt::StringLiterals;
 
@@ -65,6 +67,16 @@ void OutputWindow::createLayout(const QPixmap &artwork)
     inner->addWidget(m_tabs, 1);
 }
 
+template <typename Edit>
+void OutputWindow::reportSelection(Edit *edit)
+{
+    edit->installEventFilter(this);
+    connect(edit, &Edit::copyAvailable, this, [this, edit](bool available) {
+        if (edit->hasFocus())
+            Q_EMIT copyAvailable(available);
+    });
+}
+
 // Console -----------------------------------------------------------------
 
 void OutputWindow::startConsole(const ScriptDirectories &scripts)
@@ -76,12 +88,51 @@ void OutputWindow::startConsole(const ScriptDirectories &scripts)
     m_commandWindow->setFont(m_font);
     m_commandWindow->setPalette(m_pages.front()->palette());
     m_commandWindow->setCompleter([this](const QString &word) { return m_interpreter->completions(word); });
-    connect(m_commandWindow, &CommandLineWindow::inputLine, m_interpreter.get(), &PythonInterpreter::inputLine);
-    connect(m_interpreter.get(), &PythonInterpreter::outputLine, m_commandWindow, &CommandLineWindow::outputLine);
-    connect(m_commandWindow, &CommandLineWindow::breakExecution, m_interpreter.get(),
-            &PythonInterpreter::breakExecution);
+    connectConsole();
+    addStopButton();
+    reportSelection(m_commandWindow);
     m_tabs->addTab(m_commandWindow, tr("Command Window"));
     m_interpreter->start(scripts.file(u"startup.py"_s));
+}
+
+void OutputWindow::connectConsole()
+{
+    PythonInterpreter *python = m_interpreter.get();
+    connect(m_commandWindow, &CommandLineWindow::inputLine, python, &PythonInterpreter::inputLine);
+    connect(python, &PythonInterpreter::outputLine, m_commandWindow, &CommandLineWindow::outputLine);
+    connect(m_commandWindow, &CommandLineWindow::breakExecution, python, &PythonInterpreter::breakExecution);
+    connect(m_commandWindow, &CommandLineWindow::interruptRequested, python, &PythonInterpreter::interrupt);
+    python->setInputAvailable([this] { return window()->isVisible(); });
+    connect(python, &PythonInterpreter::inputRequested, this, [this] {
+        m_tabs->setCurrentWidget(m_commandWindow);
+        m_commandWindow->setFocus();
+    });
+}
+
+/// Beside the tabs, enabled while a statement runs.
+void OutputWindow::addStopButton()
+{
+    auto *button = new QToolButton;
+    button->setObjectName(u"stopScriptButton"_s);
+    button->setText(tr("Stop Script"));
+    button->setToolTip(tr("Interrupts the statement that runs in the Command Window"));
+    button->setAutoRaise(true);
+    button->hide();
+    m_tabs->setCornerWidget(button, Qt::BottomRightCorner);
+    m_interpreter->addInterruptWidget(button);
+    connect(button, &QToolButton::clicked, m_interpreter.get(), &PythonInterpreter::interrupt);
+    connect(m_interpreter.get(), &PythonInterpreter::runningChanged, button, &QWidget::setVisible);
+}
+
+QStringList OutputWindow::consoleHistory() const
+{
+    return m_commandWindow ? m_commandWindow->history() : QStringList();
+}
+
+void OutputWindow::setConsoleHistory(const QStringList &lines)
+{
+    if (m_commandWindow)
+        m_commandWindow->setHistory(lines);
 }
 
 bool OutputWindow::runScript(const QString &path)
@@ -94,7 +145,7 @@ bool OutputWindow::runScript(const QString &path)
 void OutputWindow::addPage(const QString &name)
 {
     auto *page = new OutputPage;
-    page->setObjectName(name + u"Page"_s);
+    page->setObjectName(partOfObjectName(name) + u"Page"_s);
     const QString caption = tr(name.toUtf8()); // plug-ins translate the names of their pages
     page->setWindowTitle(caption);
     page->setAccessibleName(caption);
@@ -103,6 +154,8 @@ void OutputWindow::addPage(const QString &name)
         page->setPalette(m_pages.front()->palette());
     m_tabs->addTab(page, QString(caption).replace(u'&', u"&&"_s));
     m_pages.push_back(page);
+    m_names.append(name);
+    reportSelection(page);
     connect(page, &OutputPage::lookupSource, this, &OutputWindow::lookupSource);
     connect(page, &OutputPage::countsChanged, this, [this, page] { showCounts(page); });
 }
@@ -124,9 +177,8 @@ OutputPage *OutputWindow::page(uint pageNum) const
 
 OutputPage *OutputWindow::page(const QString &name) const
 {
-    const auto hasName = [&name](const OutputPage *page) { return page->objectName() == name + u"Page"_s; };
-    const auto found = std::find_if(m_pages.begin(), m_pages.end(), hasName);
-    return found == m_pages.end() ? nullptr : *found;
+    const qsizetype index = m_names.indexOf(name);
+    return index < 0 ? nullptr : m_pages[size_t(index)];
 }
 
 void OutputWindow::showPage(OutputPage *page)
@@ -144,6 +196,7 @@ void OutputWindow::removePagesAfter(uint pageNum)
     while (m_pages.size() > size_t(pageNum) + 1) {
         delete m_pages.back();
         m_pages.pop_back();
+        m_names.removeLast();
     }
 }
 
@@ -225,6 +278,33 @@ void OutputWindow::selectAll()
 {
     if (OutputPage *page = currentPage())
         page->selectAll();
+    else if (m_commandWindow)
+        m_commandWindow->selectAll();
+}
+
+void OutputWindow::copy()
+{
+    if (OutputPage *page = currentPage())
+        page->copy();
+    else if (m_commandWindow)
+        m_commandWindow->copy();
+}
+
+void OutputWindow::paste()
+{
+    if (m_commandWindow && m_tabs->currentWidget() == m_commandWindow)
+        m_commandWindow->paste();
+}
+
+bool OutputWindow::eventFilter(QObject *object, QEvent *event)
+{
+    if (event->type() == QEvent::FocusIn) {
+        const auto *page = qobject_cast<OutputPage *>(object);
+        Q_EMIT copyAvailable(page ? page->textCursor().hasSelection() : m_commandWindow->textCursor().hasSelection());
+        Q_EMIT cutAvailable(false);
+        Q_EMIT pasteAvailable(!page);
+    }
+    return QWidget::eventFilter(object, event);
 }
 
 // Looks ---------------------------------------------------------------------

@@ -32,6 +32,10 @@ public:
     /// that cannot be opened, the console shows a message and the result is true.
     bool runScript(const QString &path);
 
+    /// The lines that were entered in the console, oldest first. To be set after startConsole().
+    [[nodiscard]] QStringList consoleHistory() const;
+    void setConsoleHistory(const QStringList &lines);
+
     void addPage(const QString &name);
     [[nodiscard]] OutputPage *page(uint pageNum) const;        ///< null for a number out of range
     [[nodiscard]] OutputPage *page(const QString &name) const; ///< null if there is none
@@ -62,13 +66,27 @@ public Q_SLOTS:
     /// Goes to the next or previous message of the shown page; while the console is shown, of the build page. False if
     /// there is none.
     bool lookupMessage(bool forward);
+    // These act on the page or the console that is shown.
+    void copy();
+    void paste();
     void selectAll();
 
 Q_SIGNALS:
     void lookupSource(const QString &file, int line, int column = 0);
+    // For the page or the console that has the focus
+    void copyAvailable(bool available);
+    void cutAvailable(bool available);
+    void pasteAvailable(bool available);
+
+protected:
+    bool eventFilter(QObject *object, QEvent *event) override;
 
 private:
+    template <typename Edit>
+    void reportSelection(Edit *edit);
     void createLayout(const QPixmap &artwork);
+    void connectConsole();
+    void addStopButton();
     void forEachPane(const std::function<void(QWidget *)> &change) const;
     void setPaneColour(QPalette::ColorRole role, const QColor &colour);
     void showCounts(const OutputPage *page);
@@ -76,6 +94,7 @@ private:
     QTabWidget *m_tabs;
     QFont m_font;
     std::vector<OutputPage *> m_pages;
+    QStringList m_names; ///< of the pages, not translated
     CommandLineWindow *m_commandWindow = nullptr;
     std::unique_ptr<PythonInterpreter> m_interpreter;
 };

@@ -14,6 +14,8 @@ void AvailabilityWindow::emitNothingAvailable()
     Q_EMIT forwardAvailable(false);
     Q_EMIT previousAvailable(false);
     Q_EMIT nextAvailable(false);
+    Q_EMIT saveAvailable(false);
+    Q_EMIT closePaneAvailable(false);
 }
 
 void AvailabilityWindow::emitActivity(const ActivityAvailability &available)

@@ -42,4 +42,6 @@ Q_SIGNALS:
     void nextAvailable(bool available);
     void attachAvailable(bool available);
     void batchBuildAvailable(bool available);
+    void saveAvailable(bool available);
+    void closePaneAvailable(bool available);
 };

@@ -1,5 +1,6 @@
 #include "docklayout.h"
 #include "dockwindow.h"
+#include "toolbarrows.h"
 #include <QGuiApplication>
 #include <QMainWindow>
 #include <QScreen>
@@ -192,7 +193,7 @@ DockPlacement DockLayout::placementOf(QWidget *window) const
         placement.newLine = dock->newLine();
     } else if (auto *bar = qobject_cast<QToolBar *>(window)) {
         placement.edge = edgeOfArea(m_window->toolBarArea(bar));
-        placement.newLine = m_window->toolBarBreak(bar);
+        placement.newLine = m_window->toolBarBreak(bar) && !ToolBarRows::isWrapped(bar);
     }
     placement.offset = isAcross(placement.edge) ? window->x() : window->y();
     if (window->testAttribute(Qt::WA_WState_Created) || window->isVisible())
@@ -205,8 +206,16 @@ void DockLayout::save(ActivityState state) const
     m_settings->beginGroup(groupOf(state));
     for (QWidget *window : m_windows())
         m_settings->setValue(window->objectName(), placementOf(window).text());
-    m_settings->setValue(StateKey, m_window->saveState());
+    m_settings->setValue(StateKey, ToolBarRows::stateOf(m_window));
     m_settings->endGroup();
+}
+
+bool DockLayout::isStored(ActivityState state) const
+{
+    m_settings->beginGroup(groupOf(state));
+    const bool stored = !m_settings->childKeys().isEmpty();
+    m_settings->endGroup();
+    return stored;
 }
 
 void DockLayout::restore(ActivityState state) const

@@ -42,6 +42,7 @@ public:
     DockLayout(QMainWindow *window, QSettings *settings, Windows windows);
 
     void save(ActivityState state) const;
+    [[nodiscard]] bool isStored(ActivityState state) const;
     /// Stops at the first window without an entry; that one and the later ones stay as they are.
     void restore(ActivityState state) const;
 

@@ -1,6 +1,8 @@
 #include "editcommands.h"
 #include "activity.h"
 #include "callplugin.h"
+#include "dockwindow.h"
+#include "document.h"
 #include "isourcemapping.h"
 #include "navigator.h"
 #include "outputwindow.h"
@@ -38,6 +40,10 @@ EditCommands::EditCommands(const Activity &activity, WindowServices &window, QOb
         connect(next, &QAction::triggered, this, [this] { lookupMessage(true); });
     if (const QAction *previous = window.action(u"editPreviousMessage"_s))
         connect(previous, &QAction::triggered, this, [this] { lookupMessage(false); });
+    if (const QAction *closePane = window.action(u"windowClosePane"_s))
+        connect(closePane, &QAction::triggered, this, &EditCommands::closePane);
+    if (const QAction *showFile = window.action(u"viewShowInNavigator"_s))
+        connect(showFile, &QAction::triggered, this, &EditCommands::showInNavigator);
 }
 
 void EditCommands::lookupMessage(bool forward)
@@ -71,6 +77,8 @@ void EditCommands::copy()
 {
     if (hasFocus(m_window.viewManager()))
         m_window.viewManager()->copy();
+    else if (hasFocus(m_window.outputWindow()))
+        m_window.outputWindow()->copy();
 }
 
 void EditCommands::paste()
@@ -79,6 +87,8 @@ void EditCommands::paste()
         m_window.navigator()->paste();
     else if (hasFocus(m_window.viewManager()))
         m_window.viewManager()->paste();
+    else if (hasFocus(m_window.outputWindow()))
+        m_window.outputWindow()->paste();
 }
 
 void EditCommands::remove()
@@ -124,6 +134,23 @@ bool EditCommands::unindent()
     if (view)
         view->unindentSelection();
     return view;
+}
+
+void EditCommands::closePane()
+{
+    if (TextView *view = textView())
+        view->closePane();
+}
+
+void EditCommands::showInNavigator()
+{
+    Document *document = m_window.viewManager()->currentDocument();
+    if (!document)
+        return;
+    if (auto *dock = qobject_cast<DockWindow *>(m_window.navigator()->parentWidget()))
+        dock->bringUp();
+    if (!m_window.navigator()->showFile(document->filename()))
+        m_window.showMessage(tr("No project of the workspace contains this file"), 5000);
 }
 
 void EditCommands::indent()

@@ -34,6 +34,8 @@ public:
     void gotoLine();
     /// Goes to the next or previous message of the output window.
     void lookupMessage(bool forward);
+    void closePane();       ///< The current one of a text view.
+    void showInNavigator(); ///< Selects the current file in the project tree.
 
 private:
     [[nodiscard]] TextView *textView() const;                    ///< the current view; null if it is another one

@@ -21,13 +21,22 @@ void FileChangeCheck::run()
             continue;
         noteReported(view->document());
         const QString path = view->document()->filename();
-        const QString question =
-            QObject::tr("%1\n\nThis file has been modified outside of the editor. Do you want to reload it?")
-                .arg(QDir::toNativeSeparators(path));
-        if (showMessage(QMessageBox::Question, m_window.dialogParent(), question, {QMessageBox::Yes, QMessageBox::No})
-            == QMessageBox::Yes)
+        if (mayReload(path, view->document()->modified()))
             m_window.workspace()->reopenDocument(path);
     }
+}
+
+/// A reload that would lose changes is not what Return chooses.
+bool FileChangeCheck::mayReload(const QString &path, bool modified) const
+{
+    const QString question =
+        modified ? QObject::tr("%1\n\nThis file has been modified outside of the editor. Do you want to reload it, "
+                               "and to lose your changes that are not saved?")
+                 : QObject::tr("%1\n\nThis file has been modified outside of the editor. Do you want to reload it?");
+    const auto preferred = modified ? QMessageBox::No : QMessageBox::Yes;
+    return showMessage(QMessageBox::Question, m_window.dialogParent(), question.arg(QDir::toNativeSeparators(path)),
+                       {QMessageBox::Yes, QMessageBox::No}, messageCaption(), preferred)
+           == QMessageBox::Yes;
 }
 
 void FileChangeCheck::noteReported(Document *document)

@@ -18,6 +18,7 @@ public:
     void noteReported(Document *document);
 
 private:
+    [[nodiscard]] bool mayReload(const QString &path, bool modified) const;
     [[nodiscard]] bool isUnreported(Document *document) const;
 
     WindowServices &m_window;

@@ -117,9 +117,14 @@ void FileCommands::saveAs()
     const QPointer<Document> document = m_window.viewManager()->currentDocument();
     if (!document)
         return;
-    const QString path = askForSaveFile(
-        m_window.dialogParent(), {u"saveFileDialog"_s, tr("Save File"), QFileInfo(document->filename()).absolutePath(),
-                                  tr("Source Files (*.c *.cpp *.h *.kor);;Python Files (*.py);;All Files (*.*)")});
+    const QFileInfo present(document->filename());
+    const QString path = askForSaveFile(m_window.dialogParent(),
+                                        {u"saveFileDialog"_s,
+                                         tr("Save File"),
+                                         present.absolutePath(),
+                                         tr("Source Files (*.c *.cpp *.h *.kor);;Python Files (*.py);;All Files (*.*)"),
+                                         {},
+                                         present.fileName()});
     if (path.isEmpty() || !document || !closeOthersOn(path, document) || !document)
         return;
     document->saveAs(path);

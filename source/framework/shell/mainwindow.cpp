@@ -7,6 +7,7 @@
 #include "outputwindow.h"
 #include "qtwrapper.h"
 #include "recovery.h"
+#include "textdocument.h"
 #include "textview.h"
 #include "windowparts.h"
 #include <QCloseEvent>
@@ -17,6 +18,8 @@
 using namespace Qt::StringLiterals;
 
 namespace {
+constexpr qsizetype LongestHistory = 500; ///< lines of the console that are kept
+
 bool closeEverything(const WindowParts &parts)
 {
     if (parts.activity.state() == StateBuilding)
@@ -34,6 +37,8 @@ void saveSettings(WindowParts &parts, const WindowPlacement &placement)
     parts.fileCommands->saveRecentFiles();
     parts.projectCommands->saveRecentWorkspaces();
     parts.formats.save();
+    const QStringList history = parts.outputWindow->consoleHistory();
+    settings.setValue(u"Console/History"_s, history.mid(std::max<qsizetype>(0, history.size() - LongestHistory)));
     settings.sync();
     if (settings.status() == QSettings::AccessError)
         qWarning("MainWindow::saveSettings: the settings cannot be written (%s)", qPrintable(settings.fileName()));
@@ -141,9 +146,15 @@ void MainWindow::viewActivated(View *view)
             return; // closed while a plug-in was asked about the file
         m_parts->findCommands->viewActivated(view);
     }
+    const auto *text = qobject_cast<TextView *>(view);
     Q_EMIT viewHasFocus(view != nullptr);
-    Q_EMIT textViewHasFocus(qobject_cast<TextView *>(view) != nullptr);
+    Q_EMIT textViewHasFocus(text != nullptr);
     Q_EMIT textNavigationAvailable(viewInterface<ITextNavigation>(view) != nullptr);
+    Q_EMIT saveAvailable(view && view->document()->modified());
+    Q_EMIT closePaneAvailable(text && text->shownEdits().size() > 1);
+    m_parts->status.setDocument(text ? text->textDocument() : nullptr);
+    if (!viewInterface<ITextNavigation>(view))
+        m_parts->status.clearCursor();
 }
 
 void MainWindow::cursorPositionChanged(int line, int column)

@@ -1,4 +1,5 @@
 #include "statuslabels.h"
+#include "fileformatbutton.h"
 #include <QCoreApplication>
 #include <QLabel>
 #include <QStatusBar>
@@ -18,6 +19,9 @@ StatusLabels::StatusLabels(QStatusBar *bar)
         bar->addPermanentWidget(label, 0);
     }
     hideInfo(); // adding them to the status bar has shown them
+    m_formatButton = new FileFormatButton(bar);
+    bar->addPermanentWidget(m_formatButton, 0);
+    m_formatButton->hide();
     m_cursorLabel = new QLabel(bar);
     m_cursorLabel->setObjectName(u"cursorLabel"_s);
     bar->addPermanentWidget(m_cursorLabel, 0);
@@ -42,4 +46,14 @@ void StatusLabels::setCursor(int line, int column)
     m_line = int(uint(line) + 1);
     const QString text = QCoreApplication::translate("MainWindow", " Ln %1, Col %2");
     m_cursorLabel->setText(text.arg(uint(m_line)).arg(column + 1)); // a line of a disassembly is an address
+}
+
+void StatusLabels::clearCursor() const
+{
+    m_cursorLabel->clear();
+}
+
+void StatusLabels::setDocument(TextDocument *document) const
+{
+    m_formatButton->setDocument(document);
 }

@@ -1,10 +1,13 @@
 #pragma once
 #include <QList>
 #include <QString>
+class FileFormatButton;
 class QLabel;
 class QStatusBar;
+class TextDocument;
 
-/// The labels at the right end of the status bar: the status of processors, and the position of the cursor.
+/// The labels at the right end of the status bar: the status of processors, the format of the current file, and the
+/// position of the cursor.
 class StatusLabels
 {
 public:
@@ -14,10 +17,13 @@ public:
     void showInfo(const QString &text, int position) const;
     void hideInfo() const;
     void setCursor(int line, int column);             ///< Both count from 0.
+    void clearCursor() const;                         ///< There is no view with a cursor.
+    void setDocument(TextDocument *document) const;   ///< Null if the current view is not a text.
     [[nodiscard]] int line() const { return m_line; } ///< Of the cursor, counted from 1.
 
 private:
     QList<QLabel *> m_infoLabels; ///< hidden until there is a text to show
+    FileFormatButton *m_formatButton = nullptr;
     QLabel *m_cursorLabel = nullptr;
     int m_line = 1;
 };

@@ -106,7 +106,7 @@ void WindowMenus::updateConfigurationsMenu()
     if (const Project *project = m_parts.activity.currentProject()) {
         const QStringList names = project->properties()->configurations();
         for (const QString &name : names)
-            entries.append({.text = name,
+            entries.append({.text = DynamicMenus::withoutMnemonics(name),
                             .checked = name == project->currentConfiguration(),
                             .enabled = m_parts.activity.state() == StateIdle && names.size() > 1});
     }

@@ -3,6 +3,7 @@
 #include "contexthelp.h"
 #include "debugcontents.h"
 #include "dockwindow.h"
+#include "document.h"
 #include "documentkinds.h"
 #include "helpcommands.h"
 #include "helpwidget.h"
@@ -27,6 +28,7 @@
 #include "searchbox.h"
 #include "tabbedviewmanager.h"
 #include "toolbar.h"
+#include "toolbarrows.h"
 #include "uidocument.h"
 #include <QAction>
 #include <QJsonArray>
@@ -159,6 +161,10 @@ void WindowParts::connectViews() const
 {
     const ViewManager *views = viewManager.get();
     QObject::connect(views, &ViewManager::viewActivated, &window, &MainWindow::viewActivated);
+    QObject::connect(views, &ViewManager::viewTitleChanged, &window, [this](View *view) { // modified or saved
+        if (view == viewManager->currentView())
+            Q_EMIT window.saveAvailable(view->document()->modified());
+    });
     QObject::connect(views, &ViewManager::cursorPositionChanged, &window, &MainWindow::cursorPositionChanged);
     QObject::connect(views, &ViewManager::undoAvailable, &window, &MainWindow::undoAvailable);
     QObject::connect(views, &ViewManager::redoAvailable, &window, &MainWindow::redoAvailable);
@@ -183,6 +189,7 @@ void WindowParts::setUpToolBars()
     ui.addCompanion(u"buildStopBuild"_s, [this](ToolBar *bar) { new ConfigurationDropdown(activity, bar); });
     ui.addCompanion(u"debugStepInto"_s, [this](ToolBar *bar) { new ProjectDropdown(activity, bar); });
     ui.setupToolbars();
+    new ToolBarRows(&window);
 }
 
 /// A project does not report that its current configuration has changed.
@@ -236,6 +243,9 @@ void WindowParts::setUpDocks()
     pythonDock->hide();
     window.setCorner(Qt::BottomLeftCorner, Qt::LeftDockWidgetArea);
     QObject::connect(outputWindow, &OutputWindow::lookupSource, &window, &MainWindow::lookupSource);
+    QObject::connect(outputWindow, &OutputWindow::copyAvailable, &window, &MainWindow::copyAvailable);
+    QObject::connect(outputWindow, &OutputWindow::cutAvailable, &window, &MainWindow::cutAvailable);
+    QObject::connect(outputWindow, &OutputWindow::pasteAvailable, &window, &MainWindow::pasteAvailable);
     connectNavigator();
 }
 
@@ -277,6 +287,7 @@ void WindowParts::startConsole()
     };
     offerReplay(objectModel, {[this] { return recorder->stateChanges(); }, setWatches});
     outputWindow->startConsole(application()->scriptDirectories());
+    outputWindow->setConsoleHistory(application()->settings()->value(u"Console/History"_s).toStringList());
 }
 
 // Commands
@@ -349,7 +360,10 @@ void WindowParts::followState() const
     QObject::connect(&activity, &Activity::stateChanging, &window, [this](ActivityState next) {
         if (isDebugState(next) != isDebugState(activity.state())) {
             layout.save(activity.state());
-            layout.restore(next);
+            if (isDebugState(next) && !layout.isStored(next))
+                debugWindows->showFirstLayout();
+            else
+                layout.restore(next);
         }
     });
     QObject::connect(&activity, &Activity::availabilityChanged, &window, &MainWindow::emitActivity);

@@ -1,5 +1,6 @@
 #include "navigator.h"
 #include "activity.h"
+#include "filteredit.h"
 #include "project.h"
 #include "projectfile.h"
 #include "projecttree.h"
@@ -18,6 +19,7 @@ Navigator::Navigator(const Activity &activity, WindowServices &window, QWidget *
     layout->setSpacing(6);
     layout->addWidget(m_tabs);
     m_tabs->setTabPosition(QTabWidget::South);
+    m_tabs->setTabShape(QTabWidget::Triangular); // as the output window
     connect(&activity, &Activity::workspaceOpened, this, &Navigator::showWorkspace);
     connect(&activity, &Activity::workspaceClosing, this, &Navigator::removeTree);
 }
@@ -37,12 +39,34 @@ void Navigator::showWorkspace()
     if (!m_tree)
         addTree();
     m_tree->showWorkspace();
-    m_tabs->setCurrentWidget(m_tree);
+    m_tabs->setCurrentWidget(m_treePage);
+}
+
+bool Navigator::showFile(const QString &path)
+{
+    if (!m_tree)
+        return false;
+    m_treePage->findChild<FilterEdit *>()->clear(); // it might hide the file
+    m_tabs->setCurrentWidget(m_treePage);
+    return m_tree->selectFile(path);
 }
 
 void Navigator::addTree()
 {
-    m_tree = new ProjectTree(m_activity, m_window, m_tabs);
+    m_treePage = new QWidget(m_tabs);
+    m_tree = new ProjectTree(m_activity, m_window, m_treePage);
+    auto *filter = new FilterEdit(m_treePage);
+    filter->setObjectName(u"projectFilter"_s);
+    filter->setPlaceholderText(tr("Filter"));
+    filter->setAccessibleName(tr("Filter of the projects"));
+    connect(filter, &QLineEdit::textChanged, m_tree, &ProjectTree::setFilter);
+    connect(filter, &FilterEdit::listRequested, m_tree, qOverload<>(&QWidget::setFocus));
+    auto *layout = new QVBoxLayout(m_treePage);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(0);
+    layout->addWidget(filter);
+    layout->addWidget(m_tree);
+    m_treePage->setFocusProxy(m_tree);
     m_tree->setObjectName(u"ProjectTree"_s);
     m_tree->setAccessibleName(tr("Projects"));
     connect(m_tree, qOverload<const QString &>(&ProjectTree::openFile), this, &Navigator::openFile);
@@ -52,7 +76,7 @@ void Navigator::addTree()
     connect(m_tree, &ProjectTree::fileSelected, this, &Navigator::fileSelected);
     connect(m_tree, &ProjectTree::displayFileProperties, this, &Navigator::displayFileProperties);
     connect(m_tree, &ProjectTree::saveAsTemplate, this, &Navigator::saveAsTemplate);
-    m_tabs->insertTab(0, m_tree, tr("Files"));
+    m_tabs->insertTab(0, m_treePage, tr("Files"));
 }
 
 /// Deletes the tree later, because a script that the tree has started may close the workspace.
@@ -62,11 +86,12 @@ void Navigator::removeTree()
         return;
     ProjectTree *tree = std::exchange(m_tree, nullptr);
     tree->releaseWorkspace();
-    m_tabs->removeTab(m_tabs->indexOf(tree));
     tree->disconnect(this);
-    tree->hide();
-    tree->setParent(nullptr);
-    tree->deleteLater();
+    QWidget *page = std::exchange(m_treePage, nullptr);
+    m_tabs->removeTab(m_tabs->indexOf(page));
+    page->hide();
+    page->setParent(nullptr);
+    page->deleteLater();
 }
 
 Project *Navigator::selectedProject() const

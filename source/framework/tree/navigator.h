@@ -33,6 +33,7 @@ public:
     void showWorkspace();                           ///< Shows the projects of the open workspace again, from the start.
     [[nodiscard]] Project *selectedProject() const; ///< Null for none.
     [[nodiscard]] bool isFileSelected() const;
+    bool showFile(const QString &path); ///< As ProjectTree::selectFile(), on the page of the tree.
     [[nodiscard]] bool hasHelp() const { return m_helpWidget; }
 
 public Q_SLOTS:
@@ -76,6 +77,7 @@ private:
     WindowServices &m_window;
     QTabWidget *m_tabs;
     ProjectTree *m_tree = nullptr; ///< null if no workspace is open
+    QWidget *m_treePage = nullptr; ///< its parent, with the filter above the tree
     QWidget *m_helpWidget = nullptr;
     HelpCommands m_help;
 };

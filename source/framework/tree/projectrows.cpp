@@ -7,6 +7,7 @@
 #include "varnelassert.h"
 #include "windowservices.h"
 #include <algorithm>
+#include <QFileInfo>
 
 using namespace Qt::StringLiterals;
 
@@ -54,6 +55,16 @@ bool isFolder(const QTreeWidgetItem *item)
     return item->type() == ProjectRows::FolderRTTI;
 }
 
+/// The texts of @p item and of the rows above it, without that of the workspace, which has the number of projects. They
+/// stay when the objects of the model are loaded again.
+QString pathOf(const QTreeWidgetItem *item)
+{
+    QString path;
+    for (; item && item->parent(); item = item->parent())
+        path.prepend(item->text(0) + u'\n');
+    return path;
+}
+
 template <typename Object>
 Object *objectOf(const ListViewItem *item)
 {
@@ -86,7 +97,45 @@ void ProjectRows::addWorkspace(ProjectWorkspace *workspace, const QList<QPointer
         last = addProject(root, last, project);
     root->setOpen(true);
     updateActivity();
+    updateMarks();
     markCurrent(workspace->currentProject());
+    restore(m_openRows);
+}
+
+ProjectRows::OpenRows ProjectRows::openRows() const
+{
+    OpenRows rows;
+    for (const ProjectTreeItem *item : m_folderItems) {
+        if (item && item->isOpen())
+            rows.openFolders.insert(pathOf(item));
+    }
+    for (const ProjectTreeItem *item : m_projectItems) {
+        if (!item->isOpen())
+            rows.closedProjects.insert(item->text(0));
+    }
+    return rows;
+}
+
+void ProjectRows::restore(const OpenRows &rows)
+{
+    for (ProjectTreeItem *item : std::as_const(m_projectItems)) {
+        openFoldersBelow(item, rows.openFolders);
+        item->setOpen(!rows.closedProjects.contains(item->text(0)));
+    }
+}
+
+void ProjectRows::openFoldersBelow(QTreeWidgetItem *item, const QSet<QString> &folders)
+{
+    for (int i = 0; i < item->childCount(); ++i) {
+        auto *child = static_cast<ListViewItem *>(item->child(i));
+        if (!isFolder(child))
+            continue;
+        const bool open = folders.contains(pathOf(child));
+        if (open)
+            makeChildren(child);
+        child->setOpen(open);
+        openFoldersBelow(child, folders);
+    }
 }
 
 ListViewItem *ProjectRows::addProject(ListViewItem *root, ListViewItem *after, Project *project)
@@ -102,6 +151,8 @@ ListViewItem *ProjectRows::addProject(ListViewItem *root, ListViewItem *after, P
 void ProjectRows::clear()
 {
     m_view.endRename(ListView::Reject);
+    if (!m_projectItems.isEmpty())
+        m_openRows = m_unfiltered ? *m_unfiltered : openRows();
     const QSignalBlocker blocker(m_view); // the objects of the items may be deleted already
     m_view.clear();
     m_projectItems.clear();
@@ -115,6 +166,58 @@ void ProjectRows::updateActivity()
     const QIcon inactive = m_window.icon(u"treeprojectinactive.png"_s);
     for (ProjectTreeItem *item : std::as_const(m_projectItems))
         item->setPixmap(projectOf(item)->isActive() ? active : inactive);
+}
+
+void ProjectRows::updateMarks()
+{
+    for (ProjectTreeItem *item : std::as_const(m_projectItems)) {
+        const Project *project = projectOf(item);
+        item->setMark(!project->openedOK() ? tr(" (not loaded)") : project->isModified() ? u" *"_s : QString());
+        item->setFaded(!project->openedOK());
+    }
+}
+
+void ProjectRows::updateMissing(const ListViewItem *item)
+{
+    const ProjectFile *file = fileOf(item);
+    if (!file)
+        return;
+    ProjectTreeItem *row = m_fileItems.value(file);
+    const bool exists = QFileInfo::exists(file->project()->absolutePath(file->path()));
+    row->setFaded(!exists);
+    row->setMark(exists ? QString() : tr(" (missing)"));
+}
+
+// The filter --------------------------------------------------------------
+
+void ProjectRows::filter(const QString &text)
+{
+    if (!text.isEmpty() && !m_unfiltered)
+        m_unfiltered = openRows();
+    if (!text.isEmpty())
+        makeAll();
+    for (ProjectTreeItem *item : std::as_const(m_projectItems)) {
+        filterBelow(item, text);
+        item->setHidden(false);
+    }
+    if (text.isEmpty() && m_unfiltered)
+        restore(*std::exchange(m_unfiltered, std::nullopt));
+}
+
+/// Whether a row below @p item is shown. All rows below one that matches are shown.
+bool ProjectRows::filterBelow(QTreeWidgetItem *item, const QString &text)
+{
+    bool any = false;
+    for (int i = 0; i < item->childCount(); ++i) {
+        QTreeWidgetItem *child = item->child(i);
+        const bool matches = child->text(0).contains(text, Qt::CaseInsensitive);
+        const bool matchesBelow = filterBelow(child, matches ? QString() : text);
+        child->setHidden(!matches && !matchesBelow);
+        any = any || matches || matchesBelow;
+    }
+    if (any && !text.isEmpty())
+        item->setExpanded(true);
+    return any;
 }
 
 void ProjectRows::markCurrent(const Project *project)

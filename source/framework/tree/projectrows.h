@@ -1,10 +1,12 @@
 #pragma once
+#include <optional>
 #include <QCollator>
 #include <QCoreApplication>
 #include <QHash>
 #include <QIcon>
 #include <QPersistentModelIndex>
 #include <QPointer>
+#include <QSet>
 #include <QTimer>
 class ListView;
 class ListViewItem;
@@ -30,7 +32,7 @@ public:
     ProjectRows(ListView &view, const WindowServices &window);
 
     void addWorkspace(ProjectWorkspace *workspace, const QList<QPointer<Project>> &projects);
-    void clear();
+    void clear(); ///< The next addWorkspace() opens the same folders and closes the same projects.
     void makeChildren(QTreeWidgetItem *item); ///< Creates the rows directly below @p item, unless they exist.
     void makeAll();                           ///< Creates all rows that do not exist yet.
 
@@ -40,7 +42,12 @@ public:
     void removeFolder(ProjectFolder *parent, ProjectFolder *folder);
     void removeFile(ProjectFolder *parent, ProjectFile *file);
     void renameFolder(const ProjectFolder *folder, const QString &name);
-    void updateActivity(); ///< The pictures of active and of inactive projects.
+    void updateActivity();                        ///< The pictures of active and of inactive projects.
+    void updateMarks();                           ///< Of projects that are modified or could not be loaded.
+    void updateMissing(const ListViewItem *item); ///< Whether the file of a row exists.
+    /// Hides the rows whose text does not contain @p text and that have no such row below or above them. An empty text
+    /// shows all rows, and opens and closes them as they were.
+    void filter(const QString &text);
     void markCurrent(const Project *project);
 
     /// The row of an object, which is created if necessary; null if the object is not in the tree.
@@ -56,6 +63,17 @@ public:
     [[nodiscard]] ProjectFile *fileOf(const ListViewItem *item) const;
 
 private:
+    /// The rows that are not as they are at first, by their texts and those above.
+    struct OpenRows
+    {
+        QSet<QString> openFolders;
+        QSet<QString> closedProjects;
+    };
+
+    [[nodiscard]] OpenRows openRows() const;
+    void restore(const OpenRows &rows);
+    void openFoldersBelow(QTreeWidgetItem *item, const QSet<QString> &folders);
+    bool filterBelow(QTreeWidgetItem *item, const QString &text);
     ListViewItem *addProject(ListViewItem *root, ListViewItem *after, Project *project);
     ProjectTreeItem *makeItem(ProjectFolder *folder);
     ProjectTreeItem *makeItem(ProjectFile *file);
@@ -81,6 +99,8 @@ private:
     QHash<const ProjectFile *, ProjectTreeItem *> m_fileItems;     ///< likewise
     QPersistentModelIndex m_itemToShow;                            ///< the item that was added last
     QTimer m_showTimer;                                            ///< scrolls once for all added items
+    OpenRows m_openRows;                                           ///< at the last clear()
+    std::optional<OpenRows> m_unfiltered;                          ///< before the filter was used
 
     const QIcon m_folderPicture;
     const QIcon m_openFolderPicture;

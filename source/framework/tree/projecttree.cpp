@@ -15,6 +15,7 @@
 #include <QDrag>
 #include <QDropEvent>
 #include <QKeyEvent>
+#include <QScrollBar>
 
 using namespace Qt::StringLiterals;
 
@@ -23,6 +24,17 @@ namespace {
 QString absolutePath(const ProjectFile *file)
 {
     return file ? file->project()->absolutePath(file->path()) : QString();
+}
+
+/// What the user has entered, separated by semicolons.
+QStringList extensionsIn(const QString &text)
+{
+    QStringList extensions;
+    for (const QString &part : text.split(u';')) {
+        if (const QString extension = part.trimmed(); !extension.isEmpty())
+            extensions.append(extension);
+    }
+    return extensions;
 }
 
 /// False if the project is to stay.
@@ -58,10 +70,21 @@ ProjectTree::ProjectTree(const Activity &activity, WindowServices &window, QWidg
     connect(this, &QTreeWidget::itemExpanded, this, [this](QTreeWidgetItem *item) { m_rows.makeChildren(item); });
     connect(this, &QTreeWidget::itemSelectionChanged, this, &ProjectTree::slotSelectionChanged);
     connect(this, &QTreeWidget::itemDoubleClicked, this, [this] { openFile(); });
-    connect(this, &ListView::returnPressed, this, [this] { openFile(); });
+    connect(this, &ListView::returnPressed, this, &ProjectTree::activateItem);
     connect(this, &ListView::itemRenamed, this, &ProjectTree::folderRenamed);
     connect(this, &ListView::contextMenuRequested, this, &ProjectTree::slotContextMenuRequested);
     connect(&m_moves, &ProjectMoves::finished, this, &ProjectTree::slotSelectionChanged);
+
+    m_refreshTimer.setSingleShot(true);
+    m_refreshTimer.setInterval(0);
+    connect(&m_refreshTimer, &QTimer::timeout, this, &ProjectTree::refreshRows);
+    const auto refreshLater = [this] { m_refreshTimer.start(); };
+    connect(verticalScrollBar(), &QScrollBar::valueChanged, this, refreshLater);
+    connect(verticalScrollBar(), &QScrollBar::rangeChanged, this, refreshLater); // also when rows are opened
+    connect(model(), &QAbstractItemModel::rowsInserted, this, [this] {
+        m_rowsAdded = true;
+        m_refreshTimer.start();
+    });
 }
 
 ProjectTree::~ProjectTree()
@@ -108,6 +131,7 @@ void ProjectTree::rebuild()
     for (const QPointer<Project> &project : std::as_const(m_projects))
         connectProject(project);
     m_rows.addWorkspace(m_workspace, m_projects);
+    m_refreshTimer.start();
     if (selected)
         slotSelectionChanged();
 }
@@ -121,6 +145,7 @@ void ProjectTree::connectProject(Project *project)
     connect(project, &Project::fileRemoved, this, &ProjectTree::slotFileRemoved);
     connect(project, &Project::folderRenamed, this,
             [this](ProjectFolder *folder, const QString &name) { m_rows.renameFolder(folder, name); });
+    connect(project, &Project::projectModified, this, [this] { m_rows.updateMarks(); });
 }
 
 void ProjectTree::disconnectProjects()
@@ -133,6 +158,24 @@ void ProjectTree::disconnectProjects()
             project->disconnect(this);
     }
     m_projects.clear();
+}
+
+/// Only the rows on screen are marked: looking for thousands of files takes long.
+void ProjectTree::refreshRows()
+{
+    if (m_rowsAdded && !m_filter.isEmpty())
+        m_rows.filter(m_filter);
+    m_rowsAdded = false;
+    const int bottom = viewport()->height();
+    ListViewItem *item = itemAt(QPoint(0, 0));
+    for (; item && itemRect(item).top() < bottom; item = item->itemBelow())
+        m_rows.updateMissing(item);
+}
+
+void ProjectTree::setFilter(const QString &text)
+{
+    m_filter = text;
+    m_rows.filter(text);
 }
 
 void ProjectTree::workspaceChanged()
@@ -204,6 +247,25 @@ Project *ProjectTree::selectedProject() const
     return m_rows.projectOf(item);
 }
 
+bool ProjectTree::selectFile(const QString &path)
+{
+    if (!m_workspace)
+        return false;
+    for (const Project *project : m_workspace->projectsContainingFile(path)) {
+        for (ProjectFile *file : project->files({}, nullptr)) {
+            if (project->absolutePath(file->path()) != path)
+                continue;
+            ProjectTreeItem *row = m_rows.itemOf(file);
+            if (!row)
+                continue;
+            setCurrentItem(row, 0, QItemSelectionModel::ClearAndSelect);
+            ensureItemVisible(row);
+            return true;
+        }
+    }
+    return false;
+}
+
 void ProjectTree::slotSelectionChanged()
 {
     if (m_moves.isRunning())
@@ -235,7 +297,27 @@ void ProjectTree::paste()
 
 void ProjectTree::remove()
 {
-    m_moves.remove();
+    const QPointer<ProjectTree> self(this); // the workspace may be closed while the question is open
+    if (mayRemove() && self)
+        m_moves.remove();
+}
+
+/// Adding one file again is easy; a question protects folders and several items.
+bool ProjectTree::mayRemove()
+{
+    const QList<ProjectItemDrag::Item> items = ProjectItemDrag::items(ProjectItemDrag(*this));
+    const ProjectFolder *folder = items.size() == 1 ? items.first().folder : nullptr;
+    QString question = tr("Are you sure that you want to remove the selected items (%1) from the project?\n\nNo file "
+                          "is deleted on disk.")
+                           .arg(items.size());
+    if (folder && m_rows.contains(folder) && !(folder->folders().isEmpty() && folder->files().isEmpty()))
+        question = tr("Are you sure that you want to remove the folder '%1' with its contents from the project?\n\nNo "
+                      "file is deleted on disk.")
+                       .arg(folder->name());
+    else if (items.size() < 2)
+        return true;
+    return showInformation(m_window.dialogParent(), question, {QMessageBox::Ok, QMessageBox::Cancel})
+           == QMessageBox::Ok;
 }
 
 // Commands ----------------------------------------------------------------
@@ -248,6 +330,14 @@ void ProjectTree::slotContextMenuRequested(ListViewItem *item, const QPoint &poi
         m_menus.showForFolder(point);
     else if (const ProjectFile *file = m_rows.fileOf(item))
         m_menus.showForFile(file->name(), point);
+}
+
+void ProjectTree::activateItem(ListViewItem *item)
+{
+    if (m_rows.fileOf(item))
+        openFile();
+    else
+        item->setOpen(!item->isOpen());
 }
 
 void ProjectTree::openFile()
@@ -319,7 +409,7 @@ void ProjectTree::folderProperties()
     const QString label = tr("Enter file extensions for this folder:");
     const std::optional<QString> text = askForText(m_window.dialogParent(), label, selected->extensions().join(u';'));
     if (text && folder)
-        folder->setExtensions(text->split(u';', Qt::SkipEmptyParts));
+        folder->setExtensions(extensionsIn(*text));
 }
 
 void ProjectTree::addFilesToFolder()
@@ -362,6 +452,14 @@ void ProjectTree::removeProject()
 }
 
 // Events ------------------------------------------------------------------
+
+/// Another program may have created or deleted files while it had the focus.
+bool ProjectTree::event(QEvent *event)
+{
+    if (event->type() == QEvent::WindowActivate)
+        m_refreshTimer.start();
+    return ListView::event(event);
+}
 
 void ProjectTree::keyPressEvent(QKeyEvent *event)
 {

@@ -5,6 +5,7 @@
 #include "projectrows.h"
 #include "projecttreemenus.h"
 #include <QPointer>
+#include <QTimer>
 class Activity;
 class ProjectWorkspace;
 class WindowServices;
@@ -33,6 +34,10 @@ public:
     selectedProject() const; ///< That of the first selected item; null if none or the root is selected.
     [[nodiscard]] ProjectTreeItem *selectedItem() const; ///< the first one from the top
     [[nodiscard]] ProjectFile *selectedFile() const;     ///< null if the first selected item is not a file
+    /// Selects the file at an absolute path and scrolls to it; in the current project if several contain it. False if
+    /// no project contains it.
+    bool selectFile(const QString &path);
+    void setFilter(const QString &text); ///< As ProjectRows::filter().
 
 public Q_SLOTS:
     void slotContextMenuRequested(ListViewItem *item, const QPoint &point);
@@ -67,6 +72,7 @@ Q_SIGNALS:
     void saveAsTemplate(Project *project);
 
 protected:
+    bool event(QEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
     void focusInEvent(QFocusEvent *event) override;
     void startDrag(Qt::DropActions supportedActions) override;
@@ -77,6 +83,9 @@ protected:
 
 private:
     void rebuild();
+    void refreshRows();
+    void activateItem(ListViewItem *item);
+    [[nodiscard]] bool mayRemove();
     void connectProject(Project *project);
     void disconnectProjects();
     [[nodiscard]] bool canPaste() const;
@@ -90,4 +99,7 @@ private:
     ProjectTreeMenus m_menus;
     ProjectMoves m_moves;
     ProjectDropTarget m_dropTarget;
+    QString m_filter;
+    bool m_rowsAdded = false; ///< since the filter was applied
+    QTimer m_refreshTimer;    ///< filters and marks rows once after all changes
 };

@@ -7,6 +7,7 @@
 #include "multiwidget.h"
 #include "windowservices.h"
 #include <QAction>
+#include <QMainWindow>
 #include <QScopedValueRollback>
 
 using namespace Qt::StringLiterals;
@@ -65,6 +66,22 @@ DebugWindows::DebugWindows(const Activity &activity, WindowServices &services, Q
         DebugQueries::raiseGeneration();
         setPaused(next == StatePaused);
     });
+}
+
+void DebugWindows::showFirstLayout()
+{
+    auto *window = qobject_cast<QMainWindow *>(m_services.dialogParent());
+    if (!window)
+        return;
+    for (const Window each : {CallStack, Variables, Watches, Registers})
+        window->addDockWidget(Qt::RightDockWidgetArea, dock(each));
+    window->splitDockWidget(dock(CallStack), dock(Variables), Qt::Vertical);
+    window->splitDockWidget(dock(Variables), dock(Watches), Qt::Vertical);
+    window->tabifyDockWidget(dock(Watches), dock(Registers));
+    for (const Window each : {CallStack, Variables, Watches, Registers})
+        dock(each)->show();
+    dock(Watches)->raise();
+    window->resizeDocks({dock(CallStack)}, {window->width() / 4}, Qt::Horizontal);
 }
 
 void DebugWindows::setContent(Window window, MultiWidget *content)

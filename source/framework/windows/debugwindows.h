@@ -25,6 +25,8 @@ public:
     [[nodiscard]] DockWindow *dock(Window window) const { return m_windows[window].dock; }
     void setAppearance(const PaneAppearance &appearance);
     void toggle(Window window);
+    /// Shows the call stack, the variables, the watches and the registers in a column.
+    void showFirstLayout();
     void updateCheckMarks(); ///< Has the menu items show which docks are visible.
 
 public Q_SLOTS:

@@ -1,0 +1,351 @@
+#include "dockwindow.h"
+#include "outputpage.h"
+#include "outputwindow.h"
+#include "projecttree.h"
+#include "windowfixture.h"
+#include <QAction>
+#include <QClipboard>
+#include <QComboBox>
+#include <QMenu>
+#include <QPushButton>
+#include <QTabBar>
+#include <QToolBar>
+#include <QWindow>
+
+// From the parts of the window to its actions and other parts, with the menus of the product.
+
+using namespace Qt::StringLiterals;
+
+namespace {
+class ProductWindow : public WindowFixture
+{
+public:
+    ProductWindow()
+    {
+        QGuiApplication::clipboard()->clear();
+        QFile ui(QStringLiteral(VARNEL_SOURCE_DIR "/config/uiconfig.xml"));
+        if (!ui.open(QIODevice::ReadOnly))
+            qFatal("cannot read");
+        static const QRegularExpression icons(u" icon=\"[^\"]*\""_s);
+        const QString content = QString::fromUtf8(ui.readAll()).remove(icons);
+        installation.write(u"config/uiconfig.xml"_s, content.toUtf8());
+        restart();
+        window->activateWindow();
+        [[maybe_unused]] const bool active = QTest::qWaitForWindowActive(window.get());
+    }
+
+    [[nodiscard]] QAction *action(const QString &name) const { return window->findChild<QAction *>(name); }
+    [[nodiscard]] ProjectTree *tree() const { return window->findChild<ProjectTree *>(); }
+    [[nodiscard]] DockWindow *dock(const QString &name) const { return window->findChild<DockWindow *>(name); }
+
+    /// Those of @p names that are enabled.
+    [[nodiscard]] QString enabled(const QString &names) const
+    {
+        QStringList found = names.split(u' ');
+        found.removeIf([this](const QString &name) { return !action(name)->isEnabled(); });
+        return found.join(u' ');
+    }
+
+    void openProject(const QStringList &files) const
+    {
+        writeProject(u"fw.vnp"_s, files);
+        QVERIFY(window->openWorkspace(writeWorkspace(u"all.vnw"_s, {u"fw.vnp"_s}), false));
+    }
+
+    /// Selects a row below the project.
+    void selectInTree(const QString &text) const
+    {
+        tree()->expandAll();
+        for (ListViewItem *item = tree()->firstChild(); item; item = item->itemBelow()) {
+            if (item->text(0) == text)
+                tree()->setCurrentItem(item);
+        }
+    }
+
+    [[nodiscard]] QString output(uint page) const { return window->outputWindow()->page(page)->toPlainText(); }
+
+    /// Fills in the dialog for finding in files, for a text in a folder.
+    static void searchFor(QDialog *dialog, const QString &text, const QString &folder)
+    {
+        dialog->findChild<QComboBox *>(u"ScopeCombo"_s)->setCurrentIndex(0);
+        dialog->findChild<QComboBox *>(u"FindWhatCombo"_s)->setEditText(text);
+        dialog->findChild<QComboBox *>(u"LookInCombo"_s)->setEditText(folder);
+        dialog->findChild<QComboBox *>(u"FileTypesCombo"_s)->setEditText(u"*.*"_s);
+        dialog->findChild<QPushButton *>(u"FindButton"_s)->click();
+    }
+};
+
+const auto EditActions = u"editUndo editRedo editCut editCopy editPaste"_s;
+} // namespace
+
+class WindowConnectionsTest : public QObject
+{
+    Q_OBJECT
+private Q_SLOTS:
+    void init() { QTest::failOnWarning(QRegularExpression(u"^(?!This plugin does not support)"_s)); }
+
+    void editActionsFollowTheText()
+    {
+        const ProductWindow f;
+        f.open(u"a.c"_s, "one");
+        f.view()->setFocus();
+        QCOMPARE(f.enabled(EditActions), QString());
+        QTest::keyClick(f.view()->currentEdit(), Qt::Key_X);
+        QCOMPARE(f.enabled(EditActions), u"editUndo"_s);
+        f.action(u"editUndo"_s)->trigger();
+        QCOMPARE(f.enabled(EditActions), u"editRedo"_s);
+        f.action(u"editSelectAll"_s)->trigger();
+        QCOMPARE(f.enabled(EditActions), u"editRedo editCut editCopy"_s);
+        f.action(u"editCopy"_s)->trigger();
+        QCOMPARE(f.enabled(EditActions), u"editRedo editCut editCopy editPaste"_s);
+        QTest::keyClick(f.view()->currentEdit(), Qt::Key_Left);
+        QCOMPARE(f.enabled(EditActions), u"editRedo editPaste"_s);
+    }
+
+    void cutAndPasteFollowTheTree()
+    {
+        const ProductWindow f;
+        f.openProject({u"main.c"_s});
+        f.tree()->setFocus();
+        f.selectInTree(u"main.c"_s);
+        QCOMPARE(f.enabled(u"editCut editRemove editPaste"_s), u"editCut editRemove"_s);
+        f.action(u"editCut"_s)->trigger();
+        f.selectInTree(f.window->projectWorkspace()->currentProject()->displayName());
+        QCOMPARE(f.enabled(u"editCut editRemove editPaste"_s), u"editPaste"_s);
+    }
+
+    void saveAndCloseFollowTheView()
+    {
+        const ProductWindow f;
+        const auto names = u"fileSave fileSaveAs windowSplit windowClosePane"_s;
+        QCOMPARE(f.enabled(names), QString());
+        f.open(u"a.c"_s);
+        QCOMPARE(f.enabled(names), u"fileSaveAs windowSplit"_s);
+        f.type(u"x"_s);
+        f.view()->setFocus();
+        f.action(u"windowSplit"_s)->trigger();
+        QCOMPARE(f.enabled(names), u"fileSave fileSaveAs windowSplit windowClosePane"_s);
+        f.action(u"windowClosePane"_s)->trigger();
+        QCOMPARE(f.view()->edits().size(), 1);
+        QCOMPARE(f.enabled(names), u"fileSave fileSaveAs windowSplit"_s);
+    }
+
+    void currentFileIsShownInTheNavigator()
+    {
+        const ProductWindow f;
+        f.write(u"src/main.c"_s, "int a;\n");
+        f.openProject({u"src/main.c"_s});
+        f.dock(u"navigatorDockWindow"_s)->hide();
+        QVERIFY(f.window->openFile(f.path(u"src/main.c"_s), false));
+        f.action(u"viewShowInNavigator"_s)->trigger();
+        QVERIFY(f.dock(u"navigatorDockWindow"_s)->isVisible());
+        QVERIFY(f.tree()->selectedFile());
+        f.open(u"other.c"_s);
+        f.action(u"viewShowInNavigator"_s)->trigger();
+        QCOMPARE(f.status(), u"No project of the workspace contains this file"_s);
+    }
+
+    void searchInFilesRaisesTheOutput()
+    {
+        const ProductWindow f;
+        f.write(u"src/a.c"_s, "one\nneedle\n");
+        f.dock(u"outputDockWindow"_s)->hide();
+        f.answers->meet([&f](QDialog *dialog) { ProductWindow::searchFor(dialog, u"needle"_s, f.path(u"src"_s)); });
+        f.action(u"editFindInFiles"_s)->trigger();
+        QVERIFY(f.dock(u"outputDockWindow"_s)->isVisible());
+        QTRY_COMPARE(
+            f.output(OutputWindow::FindInFiles),
+            u"Searching for 'needle'...\n%1(2):needle\n1 occurrence has been found."_s.arg(f.path(u"src/a.c"_s)));
+        QCOMPARE(f.window->outputWindow()->currentPage(), f.window->outputWindow()->page(OutputWindow::FindInFiles));
+        QVERIFY(!f.action(u"editStopFindInFiles"_s)->isEnabled());
+    }
+
+    void searchReadsTextsAsTheyAreEdited()
+    {
+        const ProductWindow f;
+        f.open(u"src/a.c"_s, "one\n");
+        f.type(u"needle "_s);
+        f.answers->meet([&f](QDialog *dialog) { ProductWindow::searchFor(dialog, u"needle"_s, f.path(u"src"_s)); });
+        f.action(u"editFindInFiles"_s)->trigger();
+        QTRY_VERIFY(f.output(OutputWindow::FindInFiles).contains(u"a.c(1):needle one"_s));
+    }
+
+    void wordAtTheCursorIsProposedForASearch()
+    {
+        const ProductWindow f;
+        f.open(u"a.c"_s, "needle one\n");
+        QString proposed;
+        f.answers->meet([&proposed](QDialog *dialog) {
+            proposed = dialog->findChild<QComboBox *>(u"FindWhatCombo"_s)->currentText();
+            dialog->reject();
+        });
+        f.action(u"editFindInFiles"_s)->trigger();
+        QCOMPARE(proposed, u"needle"_s);
+    }
+
+    void stoppedSearchSaysSo()
+    {
+        const ProductWindow f;
+        for (int i = 0; i < 200; ++i)
+            f.write(u"src/%1.c"_s.arg(i), QByteArray("x\n").repeated(20'000));
+        f.answers->meet([&f](QDialog *dialog) { ProductWindow::searchFor(dialog, u"y"_s, f.path(u"src"_s)); });
+        f.action(u"editFindInFiles"_s)->trigger();
+        QVERIFY(f.action(u"editStopFindInFiles"_s)->isEnabled());
+        f.action(u"editStopFindInFiles"_s)->trigger();
+        QVERIFY2(f.output(OutputWindow::FindInFiles).contains(u"The search was stopped."_s),
+                 qPrintable(f.output(OutputWindow::FindInFiles)));
+        QVERIFY(!f.action(u"editStopFindInFiles"_s)->isEnabled());
+    }
+
+    void closingStopsTheSearchBeforeItAsks()
+    {
+        const ProductWindow f;
+        for (int i = 0; i < 200; ++i)
+            f.write(u"src/%1.c"_s.arg(i), QByteArray("x\n").repeated(20'000));
+        f.open(u"a.c"_s);
+        f.type(u"new "_s);
+        f.answers->meet([&f](QDialog *dialog) { ProductWindow::searchFor(dialog, u"y"_s, f.path(u"src"_s)); });
+        f.action(u"editFindInFiles"_s)->trigger();
+        QString outputAtTheQuestion;
+        f.answers->meet([&](QDialog *dialog) {
+            outputAtTheQuestion = f.output(OutputWindow::FindInFiles);
+            dialog->reject();
+        });
+        f.window->close();
+        QVERIFY2(outputAtTheQuestion.contains(u"The search was stopped."_s), qPrintable(outputAtTheQuestion));
+        QVERIFY(f.window->isVisible()); // the question was cancelled
+    }
+
+    void scriptOfTheTreeRuns()
+    {
+        const ProductWindow f;
+        f.write(u"boot.py"_s, "open(r'" + f.path(u"done"_s).toUtf8() + "', 'w').write('yes')\n");
+        f.openProject({u"boot.py"_s});
+        f.selectInTree(u"boot.py"_s);
+        f.tree()->runPyFile();
+        QCOMPARE(f.read(u"done"_s), QByteArray("yes"));
+    }
+
+    void fileToCompileIsThatOfTheTreeOrOfTheView()
+    {
+        const ProductWindow f;
+        f.openProject({u"main.c"_s, u"uart.c"_s});
+        const auto text = [&f] { return f.action(u"buildCompileFile"_s)->text().remove(u'&'); };
+        f.open(u"other.c"_s);
+        QVERIFY2(text().contains(u"other.c"_s), qPrintable(text()));
+        f.selectInTree(u"uart.c"_s);
+        QVERIFY2(text().contains(u"uart.c"_s), qPrintable(text()));
+        f.open(u"third.c"_s);
+        QVERIFY2(text().contains(u"third.c"_s), qPrintable(text()));
+        f.window->fileCloseAll();
+        QVERIFY2(!text().contains(u".c"_s), qPrintable(text()));
+    }
+
+    void menuOfDebugWindowsShowsWhichAreOpen()
+    {
+        const ProductWindow f;
+        f.openProject({});
+        QAction *toggle = f.action(u"debugToggleWatchWindow"_s);
+        DockWindow *watches = f.dock(u"watchDockWindow"_s);
+        auto *menu = f.window->findChild<QMenu *>(u"debugWindowsMenu"_s);
+        for (const bool shown : {true, false}) {
+            watches->setVisible(shown);
+            Q_EMIT menu->aboutToShow();
+            QCOMPARE(toggle->isChecked(), shown);
+        }
+        toggle->trigger();
+        QVERIFY(watches->isVisible());
+    }
+
+    void layoutIsKeptFromOneRunToTheNext()
+    {
+        ProductWindow f;
+        const bool shown = f.dock(u"navigatorDockWindow"_s)->isVisible();
+        QVERIFY(shown);
+        f.dock(u"navigatorDockWindow"_s)->hide();
+        f.window->findChild<QToolBar *>(u"editToolbar"_s)->hide();
+        f.restart();
+        QVERIFY(!f.dock(u"navigatorDockWindow"_s)->isVisible());
+        QVERIFY(!f.window->findChild<QToolBar *>(u"editToolbar"_s)->isVisible());
+        QVERIFY(f.dock(u"outputDockWindow"_s)->isVisible());
+    }
+
+    void formatsAreStoredAtTheEnd()
+    {
+        ProductWindow f;
+        const auto stored = [&f] {
+            const QStringList keys = f.settings()->allKeys();
+            return std::ranges::any_of(keys, [](const QString &key) { return key.contains(u"Standard text"_s); });
+        };
+        QVERIFY(!stored());
+        f.restart();
+        QVERIFY(stored());
+    }
+
+    void linesOfTheConsoleAreKeptFromOneRunToTheNext()
+    {
+        ProductWindow f;
+        f.window->outputWindow()->setConsoleHistory({u"first"_s, u"second"_s});
+        f.restart();
+        QCOMPARE(f.window->outputWindow()->consoleHistory(), (QStringList{u"first"_s, u"second"_s}));
+        QStringList many;
+        for (int i = 0; i < 600; ++i)
+            many << QString::number(i);
+        f.window->outputWindow()->setConsoleHistory(many);
+        f.restart();
+        QCOMPARE(f.window->outputWindow()->consoleHistory(), many.last(500));
+    }
+
+    void saveAllContinuesAfterAFileThatCannotBeWritten()
+    {
+        const ProductWindow f;
+        f.open(u"gone/a.c"_s, "a");
+        f.type(u"1"_s);
+        f.open(u"b.c"_s, "b");
+        f.type(u"2"_s);
+        QVERIFY(QDir(f.path(u"gone"_s)).removeRecursively());
+        f.answers->press(QMessageBox::Ok);
+        QVERIFY(!f.window->fileSaveAll());
+        QCOMPARE(f.read(u"b.c"_s), QByteArray("2b"));
+        QCOMPARE(f.openFiles(), (QStringList{u"a.c *"_s, u"b.c"_s}));
+    }
+
+    void controlTabReachesTheThirdFile()
+    {
+        const ProductWindow f;
+        for (const QString &name : {u"a.c"_s, u"b.c"_s, u"c.c"_s})
+            f.open(name);
+        f.view()->setFocus();
+        QWindow *handle = f.window->windowHandle();
+        QTest::keyPress(handle, Qt::Key_Tab, Qt::ControlModifier); // a click would release Control, too
+        QTest::keyPress(handle, Qt::Key_Tab, Qt::ControlModifier);
+        QTest::keyRelease(handle, Qt::Key_Control);
+        QStringList reached{f.window->viewManager()->currentView()->title()};
+        QTest::keyPress(handle, Qt::Key_Tab, Qt::ControlModifier);
+        QTest::keyRelease(handle, Qt::Key_Control);
+        reached << f.window->viewManager()->currentView()->title();
+        QCOMPARE(reached, (QStringList{u"a.c"_s, u"c.c"_s}));
+    }
+
+    void tabOfAFileThatCannotBeClosedStays()
+    {
+        const ProductWindow f;
+        f.open(u"a.c"_s);
+        f.type(u"x"_s);
+        f.open(u"b.c"_s);
+        f.answers->press(QMessageBox::Cancel);
+        auto *tabs = f.window->findChild<QTabBar *>(u"viewManagerTabBar"_s);
+        Q_EMIT tabs->tabCloseRequested(0);
+        QCOMPARE(f.openFiles(), (QStringList{u"a.c *"_s, u"b.c"_s}));
+        QCOMPARE(tabs->currentIndex(), 0);
+        Q_EMIT tabs->tabCloseRequested(1);
+        QCOMPARE(f.openFiles(), QStringList(u"a.c *"_s));
+    }
+};
+
+int main(int argc, char **argv)
+{
+    WindowConnectionsTest test; // makes an application in each function
+    return QTest::qExec(&test, argc, argv);
+}
+#include "tst_windowconnections.moc"
