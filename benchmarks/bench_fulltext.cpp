@@ -101,6 +101,7 @@ void load(benchmark::State &state)
         FullTextIndex index;
         require(index.load(scratch(u"index"_s)), "cannot load the index");
     }
+    state.counters["file_bytes"] = double(QFileInfo(scratch(u"index"_s)).size());
 }
 
 void query(benchmark::State &state, const QByteArray &text)

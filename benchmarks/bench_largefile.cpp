@@ -46,6 +46,22 @@ const QString &fileOf(qint64 size)
     return path;
 }
 
+/// A log with the characters of markup, whose lines are laid out as rich text.
+const QString &markedUp()
+{
+    static const QTemporaryDir directory;
+    static const QString path = [&] {
+        QFile file(directory.filePath(u"marked"_s));
+        if (!file.open(QIODevice::WriteOnly))
+            qFatal("cannot write the log");
+        for (int i = 0; i < 500'000; ++i)
+            file.write("<event id=\"" + QByteArray::number(i)
+                       + "\"><source>uart</source> a &lt; b &amp;&amp; <b>crc</b> ok</event>\n");
+        return file.fileName();
+    }();
+    return path;
+}
+
 /// A log of very short lines.
 const QString &shortLines(qint64 count)
 {
@@ -213,9 +229,9 @@ void findPeer(benchmark::State &state, const QString &program, const QString &op
     state.SetBytesProcessed(int64_t(state.iterations()) * Gigabyte);
 }
 
-void pageDown(benchmark::State &state, const QSize &size)
+void pageDownIn(benchmark::State &state, const QString &file, const QSize &size)
 {
-    Shown shown(fileOf(state.range(0)), size);
+    Shown shown(file, size);
     shown.waitForIndex();
     shown.view->lineView()->setCursor(shown.document.lineCount() / 2, 0);
     for (auto _ : state) {
@@ -223,6 +239,27 @@ void pageDown(benchmark::State &state, const QSize &size)
         QCoreApplication::sendEvent(shown.view->lineView(), &down);
         shown.view->repaint();
     }
+}
+
+void pageDown(benchmark::State &state, const QSize &size)
+{
+    pageDownIn(state, fileOf(state.range(0)), size);
+}
+
+void pageDownInMarkup(benchmark::State &state)
+{
+    pageDownIn(state, markedUp(), {3840, 2160});
+}
+
+/// What copying the largest selection takes.
+void copyLargest(benchmark::State &state)
+{
+    Shown shown(fileOf(64 << 20));
+    shown.waitForIndex();
+    const auto lines = int(shown.document.placeOf(LargeTextView::LongestCopy - 1000).line);
+    shown.view->lineView()->setSelection({0, 0}, {lines, 0});
+    for (auto _ : state)
+        shown.view->copy();
 }
 
 /// Bytes of the process that it shares with no other one and with no file.
@@ -259,10 +296,16 @@ void memoryOfTenMillionLines(benchmark::State &state)
     }
 }
 
-BENCHMARK(firstScreen)->Name("first screen, bytes")->Arg(64 << 10)->Arg(Gigabyte)->Unit(benchmark::kMillisecond);
+BENCHMARK(firstScreen)
+    ->Name("first screen, bytes")
+    ->Arg(64 << 10)
+    ->Arg(200 << 20)
+    ->Arg(Gigabyte)
+    ->Unit(benchmark::kMillisecond);
 BENCHMARK(lastScreen)
     ->Name("Ctrl+End after opening, bytes")
     ->Arg(64 << 10)
+    ->Arg(200 << 20)
     ->Arg(Gigabyte)
     ->UseManualTime()
     ->Unit(benchmark::kMillisecond);
@@ -309,6 +352,8 @@ BENCHMARK_CAPTURE(pageDown, large, QSize(3840, 2160))
     ->Name("page down in 3840 x 2160 pixels, bytes")
     ->Arg(Gigabyte)
     ->Unit(benchmark::kMillisecond);
+BENCHMARK(pageDownInMarkup)->Name("page down in 3840 x 2160 pixels, markup")->Unit(benchmark::kMillisecond);
+BENCHMARK(copyLargest)->Name("copy of 16 million characters")->Unit(benchmark::kMillisecond);
 BENCHMARK(memoryOfTenMillionLines)->Name("memory for 10 million lines")->Iterations(1)->Unit(benchmark::kMillisecond);
 } // namespace
 

@@ -4891,8 +4891,12 @@ Läuft der Server des Zielsystems, und ist kein anderer Debugger damit verbunden
         <translation>Programm</translation>
     </message>
     <message>
-        <source>All memory</source>
-        <translation>Gesamter Speicher</translation>
+        <source>Memory below 0x80000000</source>
+        <translation>Speicher unter 0x80000000</translation>
+    </message>
+    <message>
+        <source>Memory from 0x80000000</source>
+        <translation>Speicher ab 0x80000000</translation>
     </message>
 </context>
 <context>
@@ -5941,11 +5945,6 @@ Bitte prüfen Sie, dass diese Datei nicht schreibgeschützt ist und Sie in sie s
         <source>Prints the current view</source>
         <comment>filePrint</comment>
         <translation>Druckt die aktuelle Ansicht</translation>
-    </message>
-    <message>
-        <source>Prints what the current window shows, with a number on each page.</source>
-        <comment>filePrint</comment>
-        <translation>Druckt, was das aktuelle Fenster zeigt, mit einer Nummer auf jeder Seite.</translation>
     </message>
     <message>
         <source>Exit</source>
@@ -7916,6 +7915,11 @@ Bitte prüfen Sie, dass diese Datei nicht schreibgeschützt ist und Sie in sie s
         <source>Closes the current part of a text window that was split. The file stays open. Available while the window has more than one part.</source>
         <comment>windowClosePane</comment>
         <translation>Schließt den aktuellen Bereich eines geteilten Textfensters. Die Datei bleibt offen. Verfügbar, solange das Fenster mehr als einen Bereich hat.</translation>
+    </message>
+    <message>
+        <source>Prints what the current window shows, with a number on each page. Large files and disassemblies cannot be printed.</source>
+        <comment>filePrint</comment>
+        <translation>Druckt, was das aktuelle Fenster zeigt, mit einer Nummer auf jeder Seite. Große Dateien und Disassemblys lassen sich nicht drucken.</translation>
     </message>
 </context>
 <context>

@@ -55,8 +55,8 @@ void Disassembler::reset()
 
 quint64 Disassembler::addressOf(int index) const
 {
-    const QList<TargetRegion> &regions = m_memory->table().regions();
-    return regions.isEmpty() ? uint(index) : regions.first().start + uint(index);
+    const TargetRegion *region = m_memory->codeRegion();
+    return region ? region->start + uint(index) : uint(index);
 }
 
 QString Disassembler::disassemble(uint address, int region)

@@ -264,8 +264,17 @@ void GdbEnvironment::loadTargetTables()
         showMessage(tr("The memory region '%1' is invalid; the format is name:start:length:kind.\n").arg(entry), false);
     if (table.isEmpty())
         table = m_session.target()->regions(m_session.gdb());
-    m_memory.setTable(table.withCodeFirst(m_session.frame().address));
+    m_memory.setTable(table);
+    showCodeRegion();
     m_registers.load();
+}
+
+/// A program can stop outside its own code, such as in a library or a boot loader.
+void GdbEnvironment::showCodeRegion()
+{
+    m_memory.setCodeAddress(m_session.frame().address);
+    if (const TargetRegion *region = m_memory.codeRegion())
+        m_symbols.setShown(*region);
 }
 
 bool GdbEnvironment::canAttach()
@@ -414,6 +423,8 @@ void GdbEnvironment::reportState()
     const TargetState state = m_session.state();
     if (!m_events || state.phase == TargetState::Absent)
         return; // the host ended the session itself
+    if (m_session.isStopped())
+        showCodeRegion();
     if (std::exchange(m_reportedProcessor, state.phase) != state.phase)
         m_events->processorStatusChanged(ProcessorStatus(state.phase));
     m_events->programStatusChanged(::programStatus(state));

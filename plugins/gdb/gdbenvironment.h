@@ -81,6 +81,7 @@ private:
     QStringList projectFiles() const;
     void setExpectedTarget();
     void loadTargetTables();
+    void showCodeRegion();
     void reportState();
     void showMessage(const QString &text, bool serious);
     void step(const QString &file, const QByteArray &bySource, const QByteArray &byInstruction);

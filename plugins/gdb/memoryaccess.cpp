@@ -27,6 +27,15 @@ void MemoryAccess::setTable(const RegionTable &table)
         region.length = std::min(region.length, (region.start & UpperHalf) + 0x100000000 - region.start);
     m_table = RegionTable(regions);
     m_wholeTable = table;
+    m_codeRegion = 0;
+}
+
+void MemoryAccess::setCodeAddress(quint64 address)
+{
+    if (codeRegion() && codeRegion()->contains(address))
+        return;
+    if (const TargetRegion *region = m_table.at(address))
+        m_codeRegion = int(region - m_table.regions().constData());
 }
 
 QList<MemoryRegion> MemoryAccess::regions()
@@ -38,6 +47,8 @@ QList<MemoryRegion> MemoryAccess::regions()
                      region.kind == TargetRegion::Kind::Rom,
                      uint(device ? Byte | Word16 | Word32 : Byte | Word16 | Word24 | Word32)});
     }
+    if (codeRegion())
+        list.move(m_codeRegion, 0);
     return list;
 }
 

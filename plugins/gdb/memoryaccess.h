@@ -21,6 +21,10 @@ public:
     void setTable(const RegionTable &table);
     [[nodiscard]] const RegionTable &table() const { return m_table; }
     [[nodiscard]] const RegionTable &wholeTable() const { return m_wholeTable; } ///< Without a limit of 32 bits.
+    /// Puts the region of an address first in regions(), if there is one. The regions keep their ids.
+    void setCodeAddress(quint64 address);
+    /// That region, or the first one; null if there are none. The disassembly window shows it.
+    [[nodiscard]] const TargetRegion *codeRegion() const { return regionOf(m_codeRegion); }
 
     QList<MemoryRegion> regions() override;
     int read(int region, int mode, uint address, uint *value) override;
@@ -68,5 +72,6 @@ private:
     GdbSession *const m_session;
     RegionTable m_table; ///< each region within 32 bits
     RegionTable m_wholeTable;
+    int m_codeRegion = 0; ///< its id
     bool m_verify = false;
 };

@@ -18,16 +18,6 @@ const TargetRegion *RegionTable::at(quint64 address) const
     return nullptr;
 }
 
-RegionTable RegionTable::withCodeFirst(quint64 codeAddress) const
-{
-    RegionTable table = *this;
-    const auto code = std::find_if(table.m_regions.begin(), table.m_regions.end(),
-                                   [codeAddress](const TargetRegion &region) { return region.contains(codeAddress); });
-    if (code != table.m_regions.end())
-        std::rotate(table.m_regions.begin(), code, code + 1);
-    return table;
-}
-
 namespace {
 constexpr quint64 K = 1024;
 constexpr quint64 M = K * 1024;

@@ -30,9 +30,6 @@ public:
     /// The first region that contains an address; null if there is none.
     [[nodiscard]] const TargetRegion *at(quint64 address) const;
 
-    /// The table with the region of an address first. The disassembly window shows the first region.
-    [[nodiscard]] RegionTable withCodeFirst(quint64 codeAddress) const;
-
 private:
     QList<TargetRegion> m_regions;
 };

@@ -9,6 +9,7 @@ namespace {
 constexpr int ConnectLimit = 5000;
 constexpr int EndLimit = 2000;
 constexpr int PacketLimit = 2; // seconds, gdb's default
+constexpr quint64 UpperHalf = 0x80000000;
 } // namespace
 
 RemoteTarget::RemoteTarget(const TargetOptions &options, const Program &program)
@@ -133,8 +134,10 @@ RegionTable RemoteTarget::regions(MiConnection *gdb) const
         if (segment.executable)
             regions.append({tr("Program"), segment.address, segment.size, TargetRegion::Kind::Ram});
     }
-    if (!m_program.elf.wide)
-        regions.append({tr("All memory"), 0, 0x100000000, TargetRegion::Kind::Ram});
+    if (!m_program.elf.wide) { // the disassembly window can show no more than half of it
+        regions.append({tr("Memory below 0x80000000"), 0, UpperHalf, TargetRegion::Kind::Ram});
+        regions.append({tr("Memory from 0x80000000"), UpperHalf, UpperHalf, TargetRegion::Kind::Ram});
+    }
     return RegionTable(regions);
 }
 

@@ -39,6 +39,7 @@ void SymbolTable::reset()
     m_lines = {};
     m_linesKnown = false;
     m_lineRequest.reset();
+    m_shown = {};
 }
 
 void SymbolTable::setBasePath(const QString &path)
@@ -183,6 +184,8 @@ quint64 SymbolTable::widen(uint address)
 {
     if (!m_session->program().elf.wide)
         return address;
+    if (const quint64 shown = (m_shown.start & ~quint64(0xffffffff)) | address; m_shown.contains(shown))
+        return shown;
     const QList<quint64> starts = lines().starts();
     const quint64 code = starts.isEmpty() ? m_session->frame().address : starts.first();
     return (code & ~quint64(0xffffffff)) | address;

@@ -3,6 +3,7 @@
 #include "isourcemapping.h"
 #include "isymbollookup.h"
 #include "linetable.h"
+#include "regiontable.h"
 #include <functional>
 #include <memory>
 #include <QHash>
@@ -36,7 +37,9 @@ public:
     [[nodiscard]] const LineTable &lines();
     /// Begins to read the lines and waits at most @p milliseconds. True if lines() answers at once.
     bool fetchLines(int milliseconds);
-    /// The 64-bit address for an address of the host.
+    /// Sets the region that the disassembly window shows.
+    void setShown(const TargetRegion &region) { m_shown = region; }
+    /// The 64-bit address for an address of the host, first of all in the region that is shown.
     [[nodiscard]] quint64 widen(uint address);
 
     bool symbolAddress(const QString &name, uint &address) override;
@@ -69,4 +72,5 @@ private:
     bool m_linesKnown = false;
     std::shared_ptr<LineRequest> m_lineRequest; ///< null while the lines are not being read
     LineTable m_lines;
+    TargetRegion m_shown; ///< in the disassembly window
 };

@@ -24,6 +24,8 @@ public:
     bool save(const QString &filename) const;
     [[nodiscard]] bool isLoaded() const { return !m_index.isEmpty(); } ///< Whether there is any word.
     [[nodiscard]] const QString &docPath() const { return m_index.docPath(); }
+    /// For pages that will be moved to another directory after save().
+    void setDocPath(const QString &directory) { m_index.setDocPath(directory); }
 
     /// The paths of the matching documents, best first; WordIndex has the rules.
     [[nodiscard]] QStringList search(const QString &query) const { return m_index.search(query); }

@@ -25,8 +25,11 @@ QString mixed(const QColor &base, const QColor &other, qreal share)
 QString readable(const QColor &link, const QColor &base, const QColor &text)
 {
     constexpr int LeastDifference = 90; // of brightness, from 0 to 255
-    const bool isReadable = qAbs(qGray(link.rgb()) - qGray(base.rgb())) >= LeastDifference;
-    return isReadable ? link.name() : mixed(link, text, 0.7);
+    qreal share = 0;
+    QString colour = link.name();
+    while (share < 1 && qAbs(qGray(QColor(colour).rgb()) - qGray(base.rgb())) < LeastDifference)
+        colour = mixed(link, text, share += 0.1); // stays as colourful as possible
+    return colour;
 }
 
 /// Adds boxes around code and pictures: only table cells have a background with a margin, and a border.

@@ -2,6 +2,7 @@
 #include "wordpattern.h"
 #include <algorithm>
 #include <QDataStream>
+#include <QDir>
 #include <QHash>
 #include <QIODevice>
 #include <QtEndian>
@@ -121,6 +122,15 @@ QStringList WordIndex::search(const QString &query) const
 }
 
 // The index file ----------------------------------------------------------
+
+void WordIndex::setDocPath(const QString &directory)
+{
+    const QDir before(m_docPath);
+    const QDir after(directory);
+    for (QString &path : m_docList)
+        path = QDir::cleanPath(after.filePath(before.relativeFilePath(path)));
+    m_docPath = directory;
+}
 
 QByteArray WordIndex::toBytes() const
 {

@@ -31,6 +31,7 @@ public:
 
     /// The directory that was indexed.
     [[nodiscard]] const QString &docPath() const { return m_docPath; }
+    void setDocPath(const QString &directory); ///< Names all documents as if they were there.
     /// The paths of the documents; a document's number is its position here.
     [[nodiscard]] const QStringList &docList() const { return m_docList; }
     [[nodiscard]] bool isEmpty() const { return m_words.empty(); }

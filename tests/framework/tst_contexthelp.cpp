@@ -1,4 +1,5 @@
 #include "contexthelp.h"
+#include "helpdialog.h"
 #include "windowfixture.h"
 #include <QAction>
 #include <QCheckBox>
@@ -189,6 +190,17 @@ private Q_SLOTS:
             QCOMPARE(pages.size(), 1);
             QCOMPARE(pages.first()->source().fileName(), u"files.html"_s);
         }
+    }
+
+    void commandLinkBesideADialogIsReported()
+    {
+        const ContextFixture f;
+        QDialog dialog(f.window.get());
+        dialog.show();
+        HelpDialog::showPage(QUrl::fromLocalFile(f.installation.path(u"help/html/files.html"_s)), &dialog);
+        f.answers->press(QMessageBox::Ok);
+        Q_EMIT dialog.findChild<QTextBrowser *>(u"HelpBrowser"_s)->anchorClicked(QUrl(u"command:fileNew"_s));
+        QCOMPARE(f.answers->said.value(0), u"This link cannot be followed:\ncommand:fileNew"_s);
     }
 
     void windowWithoutATableHasNoPages()

@@ -1,3 +1,4 @@
+#include "largetextview.h"
 #include "ordinaryuser.h"
 #include "windowfixture.h"
 #include "windowmenus.h"
@@ -608,6 +609,24 @@ private Q_SLOTS:
     }
 
     // Others
+
+    void printCommandIsDisabledForLargeFiles()
+    {
+        WindowFixture f;
+        f.installation.write(u"config/uiconfig.xml"_s, R"(<ui><actions><action name="filePrint"><enable
+                             signal="viewHasFocus"/></action></actions></ui>)");
+        f.restart();
+        f.open(u"a.c"_s);
+        auto *print = f.window->findChild<QAction *>(u"filePrint"_s);
+        QVERIFY(print);
+        QVERIFY(print->isEnabled());
+        f.answers->press(QMessageBox::Ok); // it is too large for the editor
+        f.open(u"large.log"_s, QByteArray(10'000'001, '\n'));
+        QVERIFY(qobject_cast<LargeTextView *>(f.window->viewManager()->currentView()));
+        QVERIFY(!print->isEnabled());
+        f.window->fileClose();
+        QVERIFY(print->isEnabled()); // for a.c again
+    }
 
     void printCommandOpensThePrintDialogOfTheCurrentView()
     {

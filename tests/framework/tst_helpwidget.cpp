@@ -389,12 +389,20 @@ private Q_SLOTS:
         f.writeContents();
         f.make();
         QVERIFY(QDir(f.path(u"home"_s)).removeRecursively());
-        BoxAnswers boxes({QMessageBox::Ok});
+        BoxAnswers boxes({QMessageBox::Ok, QMessageBox::Ok});
         f.widget->search(u"needle"_s);
         QVERIFY(boxes.texts.value(0).startsWith(u"The search results file could not be written:\n\n"_s
                                                 + f.path(u"home/tarnish"_s)));
         QVERIFY(f.opened.isEmpty());
         QVERIFY(!QApplication::overrideCursor());
+        f.widget.reset(); // the file is not there: no warning
+        f.make();
+        f.widget->search(u"needle"_s);
+        const QString name = boxes.texts.last().section(u'\n', -1);
+        QVERIFY(QDir().mkpath(f.path(u"home"_s)));
+        f.write(u"home/"_s + QFileInfo(name).fileName(), "written by something else");
+        f.widget.reset();
+        QVERIFY(!QFile::exists(name)); // deleted whether it was written or not
     }
 
     void secondSearchDuringTheBuildDoesNothing()

@@ -13,6 +13,17 @@ class NativeTest(DebugTest):
     workspace = "calculator/calculator.vnw"
     project = "calculator"
 
+    def test_disassembly_opened_before_the_session_shows_the_program(self):
+        self.user.build()
+        self.varnel.choose("debugViewDisassembly")
+        self.varnel.wait_for("DisassemblyMessage", "text", "No instructions can be read here.")
+        self.varnel.choose("debugStepOver")
+        self.user.wait_for_state("paused")
+        self.varnel.wait_for("disassembly/calculator/lines", "text", lambda text: "; main" in text)
+        self.assertEqual(self.varnel.read("DisassemblyMessage", "text"), "")
+        self.varnel.choose("debugStop")
+        self.user.wait_for_state("")
+
     def test_native_program_is_stepped_changed_and_restarted(self):
         (self.examples / "calculator/main.cpp").touch()  # not up to date, whether built already or not
         main = self.examples / "calculator/main.cpp"

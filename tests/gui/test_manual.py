@@ -9,14 +9,46 @@ import unittest
 from debugging import BUILD_TIME, Debugging, copy_of_examples, line_of
 from debugtest import DebugTest
 from driver import ProgramTest, Screen
+from driver.client import Connection
 from driver.program import DEFAULT_PROGRAM
 
 ROOT = pathlib.Path(__file__).parents[2]
 SAMPLES = ROOT / "help/samples"
 CONSOLE = 3  # its page of the output window
 TRIED = {"logvariable.py", "savememory.py", "showvalues.py",  # in a session
-         "setoption.py", "watchpanel.py", "saveandbuild.py",  # in a workspace
+         "listprojects.py", "setoption.py", "watchpanel.py", "saveandbuild.py",  # in a workspace
          "checkboard.py"}  # without a window
+
+# What else the manual shows. The test of the help finds each block of its pages here.
+AUTOMATION = """
+$ varnel -r 5000 &
+$ nc localhost 5000
+GETPROPERTY mainWindow windowTitle
+OK 3 Varnel
+DOACTION toolsOptions
+"""
+USAGE = """
+varnel-run SCRIPT [ARGUMENTS]
+varnel-run -m MODULE [ARGUMENTS]
+"""
+SHELL = """
+$ varnel-run checkboard.py thermostat/thermostat.vnw thermostat/main.c 60 regulator.power
+regulator.power is 1000
+$ echo $?
+0
+"""
+INSTALLATION = """
+sudo apt install ninja-build gcc-arm-none-eabi gdb-multiarch qemu-system-arm
+"""
+# run by the tests of scripts
+TESTS = """
+cp -r /usr/share/varnel/examples ~/varnel-examples
+varnel-run -m pytest ~/varnel-examples/tests
+"""
+# read by the test of the table of regions
+REGIONS = """
+Flash:0x08000000:1M:rom;RAM:0x20000000:192K:ram;Devices:0x40000000:0x30000:io
+"""
 
 
 class Console:
@@ -54,6 +86,9 @@ class ManualTest(Console, ProgramTest):
 
     def test_every_sample_is_run_here(self):
         self.assertEqual(TRIED, {file.name for file in SAMPLES.glob("*.py")})
+
+    def test_sample_listprojects(self):
+        self.enter(run("listprojects.py"), "calculator Debug")
 
     def test_sample_watchpanel(self):
         self.run_sample("watchpanel.py")
@@ -126,15 +161,50 @@ class SessionTest(Console, DebugTest):
         self.assertNotEqual(file.read_bytes(), bytes(256))
 
 
+class AutomationTest(ProgramTest):
+    """The dialogue with the automation port."""
+
+    def test_dialogue(self):
+        self.launch()
+        lines = [line for line in AUTOMATION.split("\n") if line and not line.startswith("$")]
+        title, answer, options = lines
+        connection = Connection(self.program.port)
+        self.addCleanup(connection.close)
+        connection.send(title)
+        self.assertEqual(connection.receive(), answer)
+        connection.send(options)
+        self.varnel.wait_for("optionsDialog", "visible", True)
+
+
 class ShellTest(unittest.TestCase):
-    """The script that needs no window."""
+    """What needs no window."""
+
+    program = pathlib.Path(os.environ.get("VARNEL_PROGRAM") or DEFAULT_PROGRAM).with_name("varnel-run")
+
+    def test_usage(self):
+        run = subprocess.run([self.program], capture_output=True, text=True, timeout=60)
+        for line in USAGE.split("\n"):
+            self.assertIn(line, run.stderr)
+
+    def test_packages_are_known(self):
+        packages = (ROOT / "packages.txt").read_text(encoding="utf-8").split()
+        for package in INSTALLATION.split()[3:]:
+            self.assertIn(package, packages)
+
+    def test_command_of_checkboard(self):
+        examples = copy_of_examples(self.enterContext(tempfile.TemporaryDirectory(prefix="varnel-shell.")))
+        command, answer, _, code = SHELL.strip().split("\n")
+        arguments = command.split()[3:]
+        self.assertEqual(int(arguments[2]), line_of(examples / arguments[1], "keep_sample();"))
+        run = subprocess.run([self.program, SAMPLES / "checkboard.py", *arguments], cwd=examples, capture_output=True,
+                             text=True, timeout=BUILD_TIME)
+        self.assertEqual((run.stdout, run.returncode), (answer + "\n", int(code)), run.stderr)
 
     def test_sample_checkboard(self):
         examples = copy_of_examples(self.enterContext(tempfile.TemporaryDirectory(prefix="varnel-shell.")))
         file = examples / "thermostat/main.c"
-        program = pathlib.Path(os.environ.get("VARNEL_PROGRAM") or DEFAULT_PROGRAM).with_name("varnel-run")
         for expression, value, code in (("regulator.power", 1000, 0), ("samples", 0, 1)):
-            run = subprocess.run([program, SAMPLES / "checkboard.py", examples / "thermostat/thermostat.vnw", file,
+            run = subprocess.run([self.program, SAMPLES / "checkboard.py", examples / "thermostat/thermostat.vnw", file,
                                   str(line_of(file, "keep_sample();")), expression], capture_output=True, text=True, timeout=BUILD_TIME)
             self.assertEqual(run.returncode, code, run.stderr)
             self.assertEqual(run.stdout, f"{expression} is {value}\n")

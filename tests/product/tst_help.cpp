@@ -254,10 +254,12 @@ private Q_SLOTS:
     void everyWindowTitleIsNamed();
     void everyMenuItemOfTheCodeIsNamed();
     void everyDialogHasAPage();
+    void everyDocumentWindowHasAPage();
     void everyActionHasAPage();
     void pagesForKeyF1Exist();
     void windowsAndCommandsWithPagesExist();
     void samplesAreShownAsTheyAre();
+    void everyCodeBlockIsASampleOrTried();
     void picturesAreUsedAndOfModestSize();
     void homePageLinksToAllPages();
     void pageSetsNoColours_data() { pageRows(); }
@@ -426,6 +428,23 @@ void TestHelp::everyDialogHasAPage()
     }
 }
 
+/// By the classes of the views, which have the names of their files as objects.
+void TestHelp::everyDocumentWindowHasAPage()
+{
+    const QMap<QString, QString> table = pagesOf(u"window"_s);
+    const QDir views(u"" VARNEL_SOURCE_DIR "/source/workspace"_s);
+    static const QRegularExpression declaration(u"class (\\w+) (?:final )?: public View\\b"_s);
+    int count = 0;
+    for (const QString &header : views.entryList({u"*.h"_s})) {
+        QRegularExpressionMatchIterator it = declaration.globalMatch(read(views.filePath(header)));
+        for (; it.hasNext(); ++count) {
+            const QString name = it.next().captured(1);
+            QVERIFY2(table.contains(name), qPrintable(name));
+        }
+    }
+    QCOMPARE(count, 4);
+}
+
 void TestHelp::everyActionHasAPage()
 {
     const QMap<QString, QString> table = pagesOf(u"action"_s);
@@ -467,6 +486,25 @@ void TestHelp::samplesAreShownAsTheyAre()
     html.replace(u"&lt;"_s, u"<"_s).replace(u"&gt;"_s, u">"_s).replace(u"&amp;"_s, u"&"_s);
     for (const QString &file : files)
         QVERIFY2(html.contains(u"<pre>\n"_s + read(samples.filePath(file)) + u"</pre>"_s), qPrintable(file));
+}
+
+void TestHelp::everyCodeBlockIsASampleOrTried()
+{
+    QString tried = read(u"" VARNEL_SOURCE_DIR "/tests/gui/test_manual.py"_s);
+    const QDir samples(helpDirectory.filePath(u"samples"_s));
+    for (const QString &file : samples.entryList(QDir::Files))
+        tried += u"\"\"\"\n"_s + read(samples.filePath(file)) + u"\"\"\""_s;
+    static const QRegularExpression block(u"<pre>(.*?)</pre>"_s, QRegularExpression::DotMatchesEverythingOption);
+    int count = 0;
+    for (const QString &page : pages()) {
+        QRegularExpressionMatchIterator it = block.globalMatch(read(helpDirectory.filePath(page)));
+        for (; it.hasNext(); ++count) {
+            QString text = it.next().captured(1);
+            text.replace(u"&lt;"_s, u"<"_s).replace(u"&gt;"_s, u">"_s).replace(u"&amp;"_s, u"&"_s);
+            QVERIFY2(tried.contains(u"\"\"\""_s + text + u"\"\"\""_s), qPrintable(page + u": "_s + text));
+        }
+    }
+    QVERIFY(count > 12);
 }
 
 void TestHelp::picturesAreUsedAndOfModestSize()

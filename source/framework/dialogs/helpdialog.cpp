@@ -1,5 +1,7 @@
 #include "helpdialog.h"
 #include "helpbrowser.h"
+#include "helpview.h"
+#include "messages.h"
 #include <QDialogButtonBox>
 #include <QFileInfo>
 #include <QVBoxLayout>
@@ -35,6 +37,9 @@ void HelpDialog::showPage(const QUrl &page, QWidget *dialog)
 
 void HelpDialog::follow(const QUrl &link)
 {
+    const QStringList web{u"http"_s, u"https"_s, u"mailto"_s};
     if (link.isLocalFile() && QFileInfo(link.toLocalFile()).isFile())
         m_browser->setSource(link, QTextDocument::HtmlResource);
+    else if (!web.contains(link.scheme()) || !HelpHost().openExternally(link))
+        showWarning(this, HelpView::tr("This link cannot be followed:\n%1").arg(link.toDisplayString()));
 }

@@ -1,6 +1,8 @@
 #include "filecommands.h"
 #include "activity.h"
+#include "disassemblerview.h"
 #include "document.h"
+#include "largetextview.h"
 #include "lastdirectories.h"
 #include "messages.h"
 #include "project.h"
@@ -12,6 +14,7 @@
 #include "viewmanager.h"
 #include "windowservices.h"
 #include "workspace.h"
+#include <QAction>
 #include <QDir>
 #include <QFileInfo>
 
@@ -200,6 +203,13 @@ QStringList FileCommands::newerProjectFiles() const
     if (workspace && workspace->isModified() && workspace->isNewerOnDisk())
         paths.append(workspace->fileName());
     return paths;
+}
+
+void FileCommands::viewActivated(View *view)
+{
+    const bool isEndless = qobject_cast<LargeTextView *>(view) || qobject_cast<DisassemblerView *>(view);
+    if (QAction *print = m_window.action(u"filePrint"_s); print && isEndless)
+        print->setEnabled(false);
 }
 
 void FileCommands::print()

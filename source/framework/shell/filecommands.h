@@ -3,6 +3,7 @@
 #include "recentfilelist.h"
 #include <QObject>
 class Activity;
+class View;
 class WindowServices;
 
 /// The commands on files: opening, saving, closing, reverting and printing, with their prompts.
@@ -27,6 +28,8 @@ public:
     /// False if the user refuses.
     [[nodiscard]] bool mayOverwriteNewer();
     void print();
+    /// Disables the command to print for views that cannot be printed; null if no view is left.
+    void viewActivated(View *view);
     /// Inserts the contents of a file at the cursor.
     void insertFile();
     /// Asks about open documents whose files other programs have changed.

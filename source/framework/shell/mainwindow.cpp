@@ -148,6 +148,8 @@ void MainWindow::viewActivated(View *view)
     }
     const auto *text = qobject_cast<TextView *>(view);
     Q_EMIT viewHasFocus(view != nullptr);
+    if (m_parts->fileCommands)
+        m_parts->fileCommands->viewActivated(view);
     Q_EMIT textViewHasFocus(text != nullptr);
     Q_EMIT textNavigationAvailable(viewInterface<ITextNavigation>(view) != nullptr);
     Q_EMIT saveAvailable(view && view->document()->modified());

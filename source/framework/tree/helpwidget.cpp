@@ -135,8 +135,10 @@ void HelpWidget::goToPageBeside(int step)
     ListViewItem *page = item ? pageBeside(item, step) : nullptr;
     if (!page)
         return;
-    select(page);
+    const QPointer<HelpWidget> self(this);
     Q_EMIT openHelp(pathOf(page));
+    if (self)
+        select(page);
 }
 
 void HelpWidget::previous()

@@ -68,7 +68,7 @@ class Program:
     def _start(self, program, arguments, settings, environment, timeout):
         self._write_settings(settings)
         with _reserved_port() as reservation:
-            port = reservation.getsockname()[1]
+            port = self.port = reservation.getsockname()[1]
             with open(self.log_file, "wb") as log:
                 self.process = subprocess.Popen([program, "-r", str(port), *map(str, arguments)], stderr=log,
                                                 stdout=log, stdin=subprocess.DEVNULL, cwd=self.home,

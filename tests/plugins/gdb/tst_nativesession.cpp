@@ -42,6 +42,7 @@ private Q_SLOTS:
     void registersAreReadAndWritten();
     void memoryIsReadAndWrittenWhileRunning();
     void disassemblyShowsInstructionsAndLines();
+    void pauseInALibraryShowsItsInstructions();
     void killedGdbWhilePausedIsReportedAndRestartWorks();
     void killedGdbWhileRunningEndsTheProgram();
     void programWithoutDebugInformationShowsDisassembly();
@@ -565,6 +566,37 @@ void tst_NativeSession::disassemblyShowsInstructionsAndLines()
     QCOMPARE(lines->sourceLines(index).size(), 1);
     QVERIFY(lines->sourceLines(index).first().contains(u"{"_s));
     QVERIFY(!session.get<IDisassembly>()->disassemble(address, 0).isEmpty());
+}
+
+void tst_NativeSession::pauseInALibraryShowsItsInstructions()
+{
+    LiveSession session(u"native:"_s + m_programs.native(u"shared"_s, {u"-g"_s}) + u";arguments=read"_s);
+    QVERIFY(session.start());
+    const auto memory = session.get<IMemory>();
+    const MemoryRegion program = memory->regions().first();
+    QVERIFY2(program.name.startsWith(u"shared 0x"_s), qPrintable(program.name));
+    session.env->run();
+    QVERIFY(session.waitFor(Env::ProgramRunning));
+    QTRY_VERIFY(session.evaluate(u"origin.x"_s) == u"12"_s); // it reads its input next
+    session.env->pause();
+    QVERIFY(session.waitFor(Env::ProgramPaused));
+    QString file;
+    int line = 0;
+    QVERIFY(session.env->currentLocation(file, line));
+    QCOMPARE(file, u"disassembler:"_s);
+    const MemoryRegion library = memory->regions().first();
+    QVERIFY2(!library.name.startsWith(u"shared 0x"_s), qPrintable(library.name));
+    const uint address = uint(line) - 1;
+    QVERIFY(address >= library.lowAddress && address <= library.highAddress);
+    QVERIFY(!session.get<IDisassemblyAddress>()->text(int(address - library.lowAddress)).isEmpty());
+    const QList<MemoryRegion> regions = memory->regions();
+    const auto sameId = [&](const MemoryRegion &region) { return region.id == program.id; };
+    QCOMPARE(std::ranges::find_if(regions, sameId)->name, program.name);
+    QCOMPARE(session.get<IBreakpoints>()->setBreakpoint(file, line, BreakpointEnabled), 0);
+    session.env->run();
+    session.env->session()->target()->writeInput("abc\n");
+    QVERIFY(session.waitFor(Env::ProgramBreakpointHit)); // it was set in the library, not in the program
+    QCOMPARE(session.location(), u"disassembler:, %1"_s.arg(line));
 }
 
 void tst_NativeSession::killedGdbWhilePausedIsReportedAndRestartWorks()

@@ -1,4 +1,5 @@
 #include "regiontable.h"
+#include <QFile>
 #include <QTest>
 
 using namespace Qt::StringLiterals;
@@ -14,7 +15,7 @@ private Q_SLOTS:
     void memoryTreeGivesRegionsOfTheFirstProcessor();
     void memoryAttributesGiveEnabledRegions();
     void processMapsGiveReadableMappings();
-    void regionOfTheCodeIsMovedToTheFront();
+    void exampleOfTheManualIsValid();
 };
 
 namespace {
@@ -100,11 +101,14 @@ void tst_RegionTable::processMapsGiveReadableMappings()
              u"my demo 0x00400000 400000+1000 rom\nanonymous 0x00600000 600000+2000 ram\n"_s);
 }
 
-void tst_RegionTable::regionOfTheCodeIsMovedToTheFront()
+void tst_RegionTable::exampleOfTheManualIsValid()
 {
-    QCOMPARE(small().withCodeFirst(0x208).regions().first().name, u"b"_s);
-    QCOMPARE(small().withCodeFirst(0x208).regions().size(), 3);
-    QCOMPARE(small().withCodeFirst(0x900).regions().first().name, u"a"_s);
+    QFile page(u"" MANUAL "/memory.html"_s);
+    QVERIFY(page.open(QIODevice::ReadOnly));
+    const QString example = QString::fromUtf8(page.readAll()).section(u"<pre>\n"_s, 1, 1).section(u"\n</pre>"_s, 0, 0);
+    QStringList bad;
+    QCOMPARE(parseRegions(example, &bad).regions().size(), 3);
+    QCOMPARE(bad, QStringList());
 }
 
 QTEST_APPLESS_MAIN(tst_RegionTable)
