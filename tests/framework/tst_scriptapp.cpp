@@ -395,14 +395,14 @@ private Q_SLOTS:
     {
         ScriptFixture f;
         f.installation.write(u"config/uiconfig.xml"_s,
-                             "<ui><actions><action name='editCopy' toggle='on'/></actions></ui>");
+                             "<ui><actions><action name='toolsRecordScript' slot='none' toggle='off'/></actions></ui>");
         f.restart();
-        auto *action = f.window->findChild<QAction *>(u"editCopy"_s);
+        auto *action = f.window->findChild<QAction *>(u"toolsRecordScript"_s);
         QVERIFY(action && action->isCheckable());
         const bool checked = action->isChecked();
         const QSignalSpy triggered(action, &QAction::triggered);
         const QSignalSpy toggled(action, &QAction::toggled);
-        QCOMPARE(f.attempt(u"varnel.app.doAction('editCopy')"_s), u"None"_s);
+        QCOMPARE(f.attempt(u"varnel.app.doAction('toolsRecordScript')"_s), u"None"_s);
         QCOMPARE(action->isChecked(), checked);
         QCOMPARE(triggered.count(), 1);
         QCOMPARE(toggled.count(), 0);

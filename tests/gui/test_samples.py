@@ -31,7 +31,7 @@ class SamplesTest(test_scripts.ScriptTest):
         self.assertEqual(pages, {"scripting.md", "scripting-debugger.md", "scripting-widgets.md"})
 
     def test_tutorial(self):
-        output = self.run_samples("docs/scripting.md", 13)
+        output = self.run_samples("docs/scripting.md", 12)
         self.assertIn("/* A thermostat that heats a simulated room", output)
         self.assertIn("['main.c', 'notes.txt']", output)
         self.assertRegex(output, r"main\.c', \d+\)\npower \d+\npc is 0x[0-9a-f]+\nthe first sample: \[\d+, \d+, \d+\]")
@@ -43,7 +43,7 @@ class SamplesTest(test_scripts.ScriptTest):
         self.run_samples("docs/scripting-widgets.md", 1)
 
     def test_manual(self):
-        for page, count in (("scripts", 1), ("macros", 1), ("console", 0), ("headless", 0)):
+        for page, count in (("scripts", 1), ("macros", 0), ("console", 0), ("headless", 0)):
             with self.subTest(page):
                 self.run_samples(f"help/html/{page}.html", count)
 

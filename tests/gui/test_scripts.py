@@ -6,6 +6,7 @@ import subprocess
 import tempfile
 import time
 import unittest
+import unittest.mock
 
 from debugging import BUILD_TIME, copy_of_examples, line_of
 from driver.program import DEFAULT_PROGRAM
@@ -130,6 +131,15 @@ print("on")
             code, output, errors = self.run_script(script, self.directory / "x.vnw", state)
             self.assertEqual((code, output), (expected, "on\n"), errors)
             self.assertEqual("OSError: Could not save project" in errors, state == "broken")
+
+    def test_users_file_of_macros_is_preferred(self):
+        file = self.directory / "data/Ostrand Labs/Varnel/python/macros.py"
+        file.parent.mkdir(parents=True)
+        script = "from varnel import app\napp.doAction('toolsMacroEdit')\nprint(app.editor.currentDocument.path)\n"
+        with unittest.mock.patch.dict("os.environ", {"XDG_DATA_HOME": str(self.directory / "data")}):
+            self.assertEqual(self.run_script(script)[:2], (0, str(PROGRAM.parents[1] / "python/macros.py") + "\n"))
+            file.write_text("# mine\n", encoding="utf-8")
+            self.assertEqual(self.run_script(script)[:2], (0, str(file) + "\n"))
 
     def test_waiting_uses_no_processor(self):
         code, output, errors = self.run_script(
