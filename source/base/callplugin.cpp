@@ -124,6 +124,11 @@ bool isInsidePluginCall()
     return callLoopLevel != NoCall && loopLevel() <= callLoopLevel;
 }
 
+bool isPluginCallRunning()
+{
+    return callLoopLevel != NoCall;
+}
+
 detail::PluginCall::PluginCall(bool asks)
     : m_outerLoopLevel(std::exchange(callLoopLevel, loopLevel())), m_outerAsks(std::exchange(callAsks, asks))
 {}

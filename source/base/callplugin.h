@@ -1,5 +1,6 @@
 #pragma once
 #include "unknown.h"
+#include <chrono>
 #include <exception>
 #include <functional>
 #include <memory>
@@ -37,6 +38,10 @@ void warnOfException(const char *operation, const char *what, const void *object
 /// Whether a call runs, and no event loop that it has started itself: in one it may wait for what a report causes, and
 /// the user works.
 [[nodiscard]] bool isInsidePluginCall();
+/// The same, but also in such an event loop: what the caller uses must exist until the call returns.
+[[nodiscard]] bool isPluginCallRunning();
+/// The time after which something is tried again that could not be done during a call.
+inline constexpr std::chrono::milliseconds AfterCallDelay{20};
 
 /// Delivers a report of a plug-in by calling @p deliver: at once, or, if the report comes from inside a call, when the
 /// call has returned. Equal reports have the same @p key. A report from inside a function with a result, which only

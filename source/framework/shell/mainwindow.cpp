@@ -1,5 +1,6 @@
 #include "mainwindow.h"
 #include "applicationpaths.h"
+#include "callplugin.h"
 #include "document.h"
 #include "droppedfiles.h"
 #include "ideapplication.h"
@@ -248,6 +249,11 @@ void MainWindow::dropEvent(QDropEvent *event)
 
 void MainWindow::closeEvent(QCloseEvent *event)
 {
+    if (isPluginCallRunning()) {
+        event->ignore();
+        QTimer::singleShot(AfterCallDelay, this, &QWidget::close);
+        return;
+    }
     m_parts->sessions->beginClosing();
     if (!closeEverything(*m_parts)) {
         m_parts->sessions->cancelClosing();

@@ -234,8 +234,8 @@ bool ProjectCommands::closeWorkspace()
 {
     if (!m_activity.workspace())
         return true;
-    if (isInsidePluginCall()) { // its callers still use projects and views
-        QTimer::singleShot(0, this, &ProjectCommands::closeWorkspace);
+    if (isPluginCallRunning()) { // its callers still use projects and views
+        QTimer::singleShot(AfterCallDelay, this, &ProjectCommands::closeWorkspace);
         return false;
     }
     if (std::max(m_activity.state(), m_activity.stateBehindBuild()) >= StateRunning)
