@@ -16,9 +16,9 @@ public:
     /// Reads @p count words from @p address on into @p result, like IMemory::readBlock(). False if that is not possible
     /// at present; @p result is not used then. Device registers are read as well if the user shows their region.
     virtual bool readLive(int region, int mode, uint address, int count, MemoryBlock &result) = 0;
-    /// Called mostly while the program is paused, for each expression of the watch window: finds the variable that it
-    /// names and keeps its address until the next call. False if it has none that stays valid while the program runs,
-    /// as for a local variable, or if its type is too complex.
+    /// Called at a stop or while the program runs, for each expression that a window wants to read: finds the variable
+    /// that it names and keeps its address until the next call. False if it has none that stays valid while the program
+    /// runs, as for a local variable, or if its type is too complex.
     virtual bool prepareLive(const QString &expression) = 0;
     /// The value of a prepared expression as text, in the form that IExecutionEnvironment::evaluate() returns. False if
     /// it cannot be read at present.

@@ -120,6 +120,7 @@ private Q_SLOTS:
     {
         QTest::failOnWarning(QRegularExpression(u"^(?!This plugin does not support)"_s));
         m_processor = InterfacePtr<LiveEnvironment>(new LiveEnvironment);
+        m_processor->status = IExecutionEnvironment::ProgramPaused;
         m_memory = std::make_unique<MemoryWindow>();
         m_memory->resize(700, 200);
         m_memory->setInterface(m_processor.get());

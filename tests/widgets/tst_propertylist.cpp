@@ -823,6 +823,7 @@ private Q_SLOTS:
         auto *item = add<PropertyHexItem>(u"h"_s, 5u, 16);
         item->setUnknown(u"not read"_s);
         QCOMPARE(item->text(1), u"not read"_s);
+        m_list->setFocus();
         m_list->setCurrentItem(item);
         QCOMPARE(edit(item)->text(), QString());
         const QSignalSpy changed(item, &PropertyItem::valueChanged);
@@ -837,6 +838,7 @@ private Q_SLOTS:
     {
         auto *item = add<PropertyHexItem>(u"h"_s, 5u, 16);
         item->setUnknown(u"not read"_s);
+        m_list->setFocus();
         m_list->setCurrentItem(item);
         QTest::keyClicks(edit(item), u"7"_s);
         key(Qt::Key_Backspace);
@@ -851,6 +853,7 @@ private Q_SLOTS:
         item->addOption(u"Off"_s, u"0"_s);
         item->addOption(u"On"_s, u"1"_s);
         item->setUnknown(u"not read"_s);
+        m_list->setFocus();
         m_list->setCurrentItem(item);
         QCOMPARE(combo(item)->currentIndex(), -1);
         const QSignalSpy changed(item, &PropertyItem::valueChanged);
