@@ -6,6 +6,7 @@
 #include "../tests/project/modeltext.h"
 #include "activity.h"
 #include "boardpeer.h"
+#include "imemory64.h"
 #include "livewindow.h"
 #include "memoryedit.h"
 #include "memorywindow.h"
@@ -15,6 +16,7 @@
 #include "rateswitch.h"
 #include "registerwidget.h"
 #include "watchwindow.h"
+#include <algorithm>
 #include <ctime>
 #include <QApplication>
 #include <QKeyEvent>
@@ -25,7 +27,17 @@ namespace {
 constexpr uint Ram = 0x20000000;
 constexpr quint64 Prescale = 0x4002801C;     // of the board's counter
 constexpr quint64 GuestCounter = 0x40028018; // counts microseconds with a prescale of 24
-const QStringList Watches{u"loops"_s, u"ticks"_s, u"origin"_s, u"buffer"_s, u"command"_s};
+constexpr int LargestPage = 8192;            // bytes that a 4K screen shows
+constexpr int RedrawLimit = 50;              // ms that the registers of devices may take
+
+/// Variables first, then expressions.
+QStringList watches(int count)
+{
+    QStringList list{u"loops"_s, u"ticks"_s, u"origin"_s, u"buffer"_s, u"command"_s};
+    while (list.size() < count)
+        list += u"loops + %1"_s.arg(list.size());
+    return list;
+}
 
 void paint(QWidget &window)
 {
@@ -42,12 +54,12 @@ QString boardWithDevices()
 class FourWindows
 {
 public:
-    explicit FourWindows(LiveSession &session) : m_session(session)
+    FourWindows(LiveSession &session, const QStringList &watches) : m_session(session)
     {
         m_registers.setRegisters(session.get<IRegisters>().get());
         m_peripherals.setPeripherals(session.get<IPeripherals>().get());
         m_watches.setEnvironment(session.env);
-        m_watches.setWatches(Watches);
+        m_watches.setWatches(watches);
         m_memory.setInterface(session.get<IMemory>().get());
         m_memory.setAutoRead(true);
         for (QWidget *window : windows()) {
@@ -82,11 +94,11 @@ private:
 };
 
 /// The reads of these windows by a client that does not look at the answers.
-void readEverything(BareClient &client)
+void readEverything(BareClient &client, const QStringList &watches)
 {
     client.ask("-data-list-register-values x", "^done");
-    for (const QString &watch : Watches)
-        client.ask("-data-evaluate-expression " + watch.toLatin1(), "^done");
+    for (const QString &watch : watches)
+        client.ask("-data-evaluate-expression \"" + watch.toLatin1() + '"', "^done");
     client.ask("-data-read-memory-bytes 0x20000000 512", "^done");
     for (int i = 0; i < 12; ++i)
         client.ask("-data-read-memory-bytes " + QByteArray::number(0x40004000 + 4 * i) + " 4", "^done");
@@ -107,7 +119,8 @@ void StopToFourWindows(benchmark::State &state)
     require(session.start(), "The session did not start.");
     BareClient client;
     enterLoop(session, client);
-    FourWindows windows(session);
+    const QStringList expressions = watches(int(state.range(0)));
+    FourWindows windows(session, expressions);
     QList<double> ours;
     QList<double> bare;
     QElapsedTimer timer;
@@ -119,12 +132,46 @@ void StopToFourWindows(benchmark::State &state)
         state.SetIterationTime(ours.last() / 1e3);
         client.ask("-exec-step", "*stopped");
         timer.start();
-        readEverything(client);
+        readEverything(client, expressions);
         bare.append(milliseconds(timer));
     }
     setPeer(state, ours, bare);
 }
-BENCHMARK(StopToFourWindows)->UseManualTime()->Iterations(100)->Unit(benchmark::kMillisecond);
+BENCHMARK(StopToFourWindows)
+    ->ArgName("watches")
+    ->Arg(5)
+    ->Arg(50)
+    ->UseManualTime()
+    ->Iterations(100)
+    ->Unit(benchmark::kMillisecond);
+
+/// A page of devices, which are read one by one until the time limit: "cells" of them were read in time. "whole_ms" is
+/// the time for all of them.
+void DevicePageAt4K(benchmark::State &state)
+{
+    LiveSession session(boardWithDevices());
+    require(session.start(), "The session did not start.");
+    const auto memory = session.get<IMemory>();
+    const auto wide = session.get<IMemory64>();
+    const QList<MemoryRegion64> regions = wide->regions();
+    const auto devices = std::ranges::find(regions, u"Peripherals"_s, &MemoryRegion64::name);
+    require(devices != regions.end(), "The board has no devices.");
+    MemoryBlock64 block;
+    for ([[maybe_unused]] auto round : state) {
+        QElapsedTimer timer;
+        timer.start();
+        wide->readBlock(devices->id, IMemory::Byte, devices->lowAddress, LargestPage, block);
+        state.SetIterationTime(milliseconds(timer) / 1e3);
+        require(milliseconds(timer) < 2 * RedrawLimit, "The time limit was not kept.");
+    }
+    MemoryBlock whole;
+    QElapsedTimer timer;
+    timer.start();
+    memory->readBlock(devices->id, IMemory::Byte, uint(devices->lowAddress), LargestPage, whole);
+    state.counters["whole_ms"] = milliseconds(timer);
+    state.counters["cells"] = double(std::ranges::count(block, int(IMemory::Success), &MemoryBlockCell64::status));
+}
+BENCHMARK(DevicePageAt4K)->UseManualTime()->Iterations(20)->Unit(benchmark::kMillisecond);
 
 void PageDownAt4K(benchmark::State &state)
 {

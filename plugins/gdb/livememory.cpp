@@ -257,7 +257,7 @@ QByteArray LiveMemory::bytesOf(const Variable &variable)
             continue;
         if (span.bytes.isEmpty())
             span.bytes = m_memory->readBytes(span.address, span.length);
-        const QByteArray bytes = span.bytes.mid(qsizetype(variable.address - span.address), variable.size);
+        QByteArray bytes = span.bytes.mid(qsizetype(variable.address - span.address), variable.size);
         if (bytes.size() == variable.size)
             return bytes;
     }

@@ -1,5 +1,6 @@
 #include "widememory.h"
 #include "memoryaccess.h"
+#include <algorithm>
 
 namespace {
 const TargetRegion *regionOf(const MemoryAccess &memory, int id)

@@ -22,8 +22,9 @@ struct MemoryBlockCell64
 using MemoryBlock64 = QList<MemoryBlockCell64>;
 
 /// Optional interface of an execution environment or of its IMemory object: memory with addresses of up to 64 bits. The
-/// functions are those of IMemory. An environment that offers it still offers IMemory for the regions that lie below
-/// 4 GB, for hosts without this interface.
+/// functions are those of IMemory. The memory window prefers it. An environment that offers it still offers IMemory for
+/// the regions that lie below 4 GB, for scripts and for hosts without this interface; they have the same ids in both.
+/// Regions above 4 GB are also read while the program runs if ILiveMemory::canReadLive() returns true.
 class IMemory64 : public QUnknownInterface
 {
 public:

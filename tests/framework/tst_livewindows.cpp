@@ -1,5 +1,6 @@
 #include "fakedebugenvironment.h"
 #include "ilivememory.h"
+#include "imemory64.h"
 #include "listview.h"
 #include "liveswitch.h"
 #include "memoryedit.h"
@@ -80,6 +81,25 @@ public:
     int liveReads = 0;
     QStringList prepared;
     std::function<void()> onLive;
+};
+/// 256 bytes above 32 bits.
+class WideMemory : public InterfaceObject<IMemory64>
+{
+public:
+    QList<MemoryRegion64> regions() override
+    {
+        return {{u"heap"_s, 4, 0x7fff00000000, 0x7fff000000ff, false, IMemory::Byte}};
+    }
+    int read(int, int, quint64, quint64 *) override { return IMemory::NoMemory; }
+    int write(int, int, quint64, quint64, bool) override { return IMemory::Success; }
+    void readBlock(int, int, quint64, int count, MemoryBlock64 &result) override
+    {
+        ++reads;
+        result.fill({0x5a, IMemory::Success}, count);
+    }
+    void writeBlock(int, int, quint64, int, MemoryBlock64 &, bool) override {}
+
+    int reads = 0;
 };
 } // namespace
 
@@ -192,6 +212,20 @@ private Q_SLOTS:
         const int reads = m_processor->liveReads;
         letTimePass();
         QCOMPARE(m_processor->liveReads, reads);
+    }
+
+    void memoryAbove32BitsIsReadWhileTheProgramRuns()
+    {
+        const InterfacePtr<WideMemory> wide(new WideMemory);
+        m_memory->setInterfaces(m_processor.get(), wide.get());
+        switchOn(*m_memory);
+        QTRY_VERIFY(cells().startsWith(u"7FFF00000000 5A"_s));
+        QCOMPARE(m_processor->liveReads, 0);
+        m_processor->can = false; // but the switch has not followed yet
+        QCoreApplication::processEvents();
+        const int reads = wide->reads;
+        letTimePass();
+        QCOMPARE(wide->reads, reads);
     }
 
     void aFailedReadKeepsWhatIsShown()

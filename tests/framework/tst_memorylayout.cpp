@@ -8,9 +8,9 @@ class MemoryLayoutTest : public QObject
     Q_OBJECT
 
 private:
-    static MemoryRegion region(uint modes, uint low = 0, uint high = 0xFFFF)
+    static MemoryRegion64 region(uint modes, quint64 low = 0, quint64 high = 0xFFFF)
     {
-        return {u"RAM"_s, 1, 0, 0, low, high, false, modes};
+        return {u"RAM"_s, 1, low, high, false, modes};
     }
     static void expect(const char *message) { QTest::ignoreMessage(QtWarningMsg, message); }
 
@@ -142,9 +142,11 @@ private Q_SLOTS:
         QTest::newRow("two prefixes") << u"0x0x1"_s << quint64(0);
         QTest::newRow("the last address") << u"0xFFFFFFFF"_s << quint64(0xFFFFFFFF);
         QTest::newRow("beyond 32 bits") << u"0x100000000"_s << quint64(0x100000000);
-        QTest::newRow("far beyond 32 bits") << u"0x123456789A"_s << quint64(0x100000000);
-        QTest::newRow("beyond 64 bits") << u"0x10000000000000000"_s << quint64(0x100000000);
-        QTest::newRow("decimal beyond 64 bits") << u"99999999999999999999"_s << quint64(0x100000000);
+        QTest::newRow("far beyond 32 bits") << u"0x123456789A"_s << quint64(0x123456789A);
+        QTest::newRow("the last one of 64 bits") << u"0xffffffffffffffff"_s << ~quint64(0);
+        QTest::newRow("decimal") << u"18446744073709551614"_s << ~quint64(1);
+        QTest::newRow("beyond 64 bits") << u"0x10000000000000000"_s << ~quint64(0);
+        QTest::newRow("decimal beyond 64 bits") << u"99999999999999999999"_s << ~quint64(0);
     }
     void aTypedTextIsANumber()
     {
@@ -154,15 +156,28 @@ private Q_SLOTS:
 
     void addressesAreMovedIntoTheRegion()
     {
-        const MemoryRegion ram = region(1, 0x100, 0x1FF);
-        QCOMPARE(addressInRegion(0, ram, 16), 0x100U);
-        QCOMPARE(addressInRegion(0x100, ram, 16), 0x100U);
-        QCOMPARE(addressInRegion(0x10F, ram, 16), 0x100U); // in the first line
-        QCOMPARE(addressInRegion(0x110, ram, 16), 0x110U);
-        QCOMPARE(addressInRegion(0x1FF, ram, 16), 0x1FFU);
-        QCOMPARE(addressInRegion(0x200, ram, 16), 0x1FFU);
-        QCOMPARE(addressInRegion(~quint64(0), ram, 16), 0x1FFU);
-        QCOMPARE(addressInRegion(0x80, region(1, 0x100, 0x50), 16), 0x100U); // ends before it starts
+        const MemoryRegion64 ram = region(1, 0x100, 0x1FF);
+        QCOMPARE(addressInRegion(0, ram, 16), quint64(0x100));
+        QCOMPARE(addressInRegion(0x100, ram, 16), quint64(0x100));
+        QCOMPARE(addressInRegion(0x10F, ram, 16), quint64(0x100)); // in the first line
+        QCOMPARE(addressInRegion(0x110, ram, 16), quint64(0x110));
+        QCOMPARE(addressInRegion(0x1FF, ram, 16), quint64(0x1FF));
+        QCOMPARE(addressInRegion(0x200, ram, 16), quint64(0x1FF));
+        QCOMPARE(addressInRegion(~quint64(0), ram, 16), quint64(0x1FF));
+        QCOMPARE(addressInRegion(0x80, region(1, 0x100, 0x50), 16), quint64(0x100)); // ends before it starts
+    }
+
+    void narrowRegionsBecomeWideOnes()
+    {
+        const MemoryRegion64 wide = wideRegion({u"Flash"_s, 7, 0, 0, 0x100, 0xffffffff, true, 5});
+        QCOMPARE(wide.name, u"Flash"_s);
+        QCOMPARE(wide.id, 7);
+        QCOMPARE(wide.lowAddress, quint64(0x100));
+        QCOMPARE(wide.highAddress, quint64(0xffffffff));
+        QVERIFY(wide.readOnly);
+        QCOMPARE(wide.modes, 5u);
+        QVERIFY(isNarrow(wide));
+        QVERIFY(!isNarrow(region(1, 0, 0x100000000)));
     }
 
     void linesShowAddressWordsAndCharacters()
@@ -183,7 +198,9 @@ private Q_SLOTS:
         QCOMPARE(addressDigits(region(1, 0, 0xFFF)), 3);
         QCOMPARE(addressDigits(region(1, 0, 0xFFFFFFFF)), 8);
         QCOMPARE(addressDigits(region(1, 0, 0)), 1);
+        QCOMPARE(addressDigits(region(1, 0, 0x7fffffffffff)), 12);
         QCOMPARE(memoryAddressText(0xAB, 4), u"0x00AB"_s);
+        QCOMPARE(memoryAddressText(0x7ffffffde010, 12), u"0x7FFFFFFDE010"_s);
         QCOMPARE(memoryAddressText(0xFFFFFFFF, 8), u"0xFFFFFFFF"_s);
     }
 

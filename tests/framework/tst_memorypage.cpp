@@ -1,4 +1,5 @@
 #include "memorypage.h"
+#include <limits>
 #include <QTest>
 
 using namespace Qt::StringLiterals;
@@ -9,10 +10,10 @@ class MemoryPageTest : public QObject
 
 private:
     /// A page of 16-bit words in a region of bytes: two rows of four words, read from its start.
-    static MemoryPage page(uint low = 0x1000, uint high = 0x10FF)
+    static MemoryPage page(quint64 low = 0x1000, quint64 high = 0x10FF)
     {
         MemoryPage page;
-        page.setRegion({u"RAM"_s, 7, 0, 0, low, high, false, IMemory::Byte | IMemory::Word16}, 2);
+        page.setRegion({u"RAM"_s, 7, low, high, false, IMemory::Byte | IMemory::Word16}, 2);
         page.setAddress(low);
         page.setSize(2, 30);
         MemoryCache cache = page.request();
@@ -40,7 +41,7 @@ private Q_SLOTS:
         QCOMPARE(shown.columns(), 4);
         QCOMPARE(shown.cellsToRead(), 8);
         QCOMPARE(shown.lines().size(), 2);
-        QCOMPARE(shown.lines()[1].address, 0x1008u);
+        QCOMPARE(shown.lines()[1].address, quint64(0x1008));
         QCOMPARE(shown.lines()[1].cells[2].value, 0xA006u);
     }
 
@@ -60,7 +61,7 @@ private Q_SLOTS:
     {
         MemoryPage shown = page();
         shown.setAddress(0x1003);
-        QCOMPARE(shown.address(), 0x1002u);
+        QCOMPARE(shown.address(), quint64(0x1002));
     }
 
     void digitOfAWordIsReplaced()
@@ -87,11 +88,11 @@ private Q_SLOTS:
         MemoryPage shown = page();
         QCOMPARE(shown.lastUnit(), 31);
         QCOMPARE(shown.unitsPerPage(), 2);
-        QCOMPARE(shown.addressOfUnit(3), 0x1018u);
+        QCOMPARE(shown.addressOfUnit(3), quint64(0x1018));
         shown.setAddress(0x1018);
         QCOMPARE(shown.unit(), 3);
-        QCOMPARE(shown.addressOfUnit(99), 0x10FFu);
-        QCOMPARE(shown.addressOfUnit(-1), 0x1000u);
+        QCOMPARE(shown.addressOfUnit(99), quint64(0x10FF));
+        QCOMPARE(shown.addressOfUnit(-1), quint64(0x1000));
     }
 
     void scrollUnitIsSeveralLinesInALargeRegion()
@@ -100,8 +101,39 @@ private Q_SLOTS:
         shown.setWidth(1);
         shown.setSize(2, 0); // one byte in a line
         QCOMPARE(shown.lastUnit(), int(0xFFFFFFFF / 3));
-        QCOMPARE(shown.addressOfUnit(1), 3u);
+        QCOMPARE(shown.addressOfUnit(1), quint64(3));
         QCOMPARE(shown.unitsPerPage(), 1);
+    }
+
+    void regionAtTheEndOf64BitsIsShownToItsEnd()
+    {
+        MemoryPage shown = page(0xFFFFFFFFFFFFFFF0, 0xFFFFFFFFFFFFFFFF);
+        shown.setSize(9, 40); // lines of four words
+        QCOMPARE(shown.cellsToRead(), 8);
+        shown.buildLines();
+        QCOMPARE(shown.lines().size(), 2);
+        QCOMPARE(shown.lines()[1].address, quint64(0xFFFFFFFFFFFFFFF8));
+        QCOMPARE(shown.lastUnit(), 1);
+        shown.setAddress(0xFFFFFFFFFFFFFFFE);
+        QCOMPARE(shown.cellsToRead(), 1);
+    }
+
+    void scrollBarReachesAllOf64Bits()
+    {
+        MemoryPage shown = page(0, 0xFFFFFFFFFFFFFFFF);
+        shown.setWidth(1);
+        shown.setSize(2, 0); // one byte in a line
+        QVERIFY(shown.lastUnit() > 0);
+        QVERIFY(shown.addressOfUnit(shown.lastUnit()) > 0xFFFFFFFE00000000);
+        QCOMPARE(shown.addressOfUnit(std::numeric_limits<int>::max()), quint64(0xFFFFFFFFFFFFFFFF));
+        QCOMPARE(shown.unitsPerPage(), 1);
+    }
+
+    void narrowRegionIsReadToTheEndOf32Bits()
+    {
+        MemoryPage shown = page(0xFFFFFFF0, 0xFFFFFFFF);
+        shown.setSize(9, 40);
+        QCOMPARE(shown.cellsToRead(), 8);
     }
 
     void clearedPageHasNothingToReadOrScroll()

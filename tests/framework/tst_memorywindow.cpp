@@ -1,4 +1,5 @@
 #include "fakememory.h"
+#include "imemory64.h"
 #include "memoryedit.h"
 #include "memorywindow.h"
 #include <QApplication>
@@ -16,6 +17,35 @@
 #include <QWheelEvent>
 
 using namespace Qt::StringLiterals;
+
+namespace {
+/// 4 KB of memory above 32 bits, whose bytes are the low ones of their addresses.
+class FakeWideMemory : public InterfaceObject<IMemory64>
+{
+public:
+    static constexpr quint64 Low = 0x7FFFFFFDE000;
+
+    QList<MemoryRegion64> regions() override { return {{u"stack"_s, 5, Low, Low + 0xFFF, false, IMemory::Byte}}; }
+    int read(int, int, quint64, quint64 *) override { return IMemory::BadPointer; }
+    int write(int region, int, quint64 address, quint64 value, bool) override
+    {
+        calls += u"write(%1, 0x%2, %3)"_s.arg(region).arg(address, 0, 16).arg(value);
+        written.insert(address, value);
+        return IMemory::Success;
+    }
+    void readBlock(int region, int, quint64 address, int count, MemoryBlock64 &result) override
+    {
+        calls += u"readBlock(%1, 0x%2)"_s.arg(region).arg(address, 0, 16);
+        result.clear();
+        for (quint64 at = address; at < address + quint64(count); ++at)
+            result.append({written.value(at, at & 0xFF), IMemory::Success});
+    }
+    void writeBlock(int, int, quint64, int, MemoryBlock64 &, bool) override {}
+
+    QStringList calls;
+    QMap<quint64, quint64> written;
+};
+} // namespace
 
 class MemoryWindowTest : public QObject
 {
@@ -660,6 +690,44 @@ private Q_SLOTS:
         addressBox()->setCurrentIndex(index);
         Q_EMIT addressBox()->activated(index);
         QCOMPARE(top(), u"20000200"_s);
+    }
+
+    void wideAddressesAreShownTypedAndWritten()
+    {
+        const InterfacePtr<FakeWideMemory> wide(new FakeWideMemory);
+        show(8, 4);
+        m_window->setInterfaces(m_memory.get(), wide.get());
+        wide->calls.clear();
+        calls();
+        QCOMPARE(regionBox()->currentText(), u"stack"_s);
+        QCOMPARE(address(), u"0x7FFFFFFDE000"_s);
+        enterAddress(u"0x7ffffffDE840"_s);
+        QCOMPARE(wide->calls, QStringList(u"readBlock(5, 0x7ffffffde840)"_s));
+        QVERIFY2(lines().constFirst().startsWith(u"7FFFFFFDE840 40 41 42"_s), qPrintable(lines().constFirst()));
+        wide->calls.clear();
+        typeAt(0, 16, u"99"_s);
+        QTest::mouseClick(writeButton(), Qt::LeftButton);
+        QCOMPARE(wide->calls.value(0), u"write(5, 0x7ffffffde841, 153)"_s);
+        QVERIFY2(lines().constFirst().startsWith(u"7FFFFFFDE840 40 99 42"_s), qPrintable(lines().constFirst()));
+        enterAddress(u"0x7FFFFFFDF000"_s);
+        QCOMPARE(address(), u"0x7FFFFFFDEFFF"_s);
+        QCOMPARE(calls(), QString()); // the memory with short addresses is not asked
+    }
+
+    void wideMemoryIsReleasedWithTheOther()
+    {
+        const InterfacePtr<FakeWideMemory> wide(new FakeWideMemory);
+        show(8, 4);
+        m_window->setInterfaces(m_memory.get(), wide.get());
+        m_window->setInterface(m_memory.get());
+        wide->calls.clear();
+        m_window->userRefreshDisplay();
+        QCOMPARE(wide->calls, QStringList());
+        m_window->setInterfaces(m_memory.get(), wide.get());
+        m_window->releaseEnvironment();
+        m_window->update();
+        QCOMPARE(wide->addRef(), 1ul); // only the reference of this test was left
+        wide->release();
     }
 
     void theLastTwentyAddressesAreKept()

@@ -3,31 +3,35 @@
 #include "memorylayout.h"
 #include <QObject>
 
-/// Asks a plug-in for memory. A plug-in may call back while it is asked: it may exchange the memory, or have the window
-/// deleted and this object with it. The functions that ask return false in these cases; their results are of no use
-/// then.
+/// Asks a plug-in for memory, with whole addresses if it offers that. A plug-in may call back while it is asked: it may
+/// exchange the memory, or have the window deleted and this object with it. The functions that ask return false in
+/// these cases; their results are of no use then.
 class MemoryCalls : public QObject
 {
     Q_OBJECT
 public:
-    /// Keeps a reference to the memory, which may be null.
-    void setMemory(IMemory *memory) { m_memory = shareInterface(memory); }
+    /// Keeps references to the memory, which may be null, and to its wide one if there is one.
+    void setMemory(IMemory *memory, IMemory64 *wide = nullptr);
     [[nodiscard]] bool hasMemory() const { return bool(m_memory); }
 
     /// Whether the plug-in is being asked, so that it must not be asked again now.
     [[nodiscard]] bool isBusy() const { return m_busy; }
     void setBusy(bool busy) { m_busy = busy; }
 
-    [[nodiscard]] bool readRegions(QList<MemoryRegion> &regions);
+    [[nodiscard]] bool readRegions(QList<MemoryRegion64> &regions);
     /// Reads the @p count words that @p cache names.
     [[nodiscard]] bool read(MemoryCache &cache, int count);
-    [[nodiscard]] bool readLive(ILiveMemory &live, MemoryCache &cache, int count); ///< Also false if it is impossible.
-    [[nodiscard]] bool write(int region, int mode, uint address, uint value);
+    /// Also false if it is impossible.
+    [[nodiscard]] bool readLive(ILiveMemory &live, MemoryCache &cache, int count);
+    [[nodiscard]] bool write(int region, int mode, quint64 address, uint value);
 
 private:
     template <typename Call>
     bool ask(const Call &call);
 
+    void readWide(MemoryCache &cache, int count) const;
+
     InterfacePtr<IMemory> m_memory;
+    InterfacePtr<IMemory64> m_wide; ///< null if addresses have 32 bits
     bool m_busy = false;
 };

@@ -111,7 +111,7 @@ void MemoryEdit::showLines(const QList<MemoryLine> &lines, int addressDigits, in
     const int anchor = textCursor().anchor();
     const int position = textCursor().position();
     const MemoryEditRange range = memoryEditRange(addressDigits, columns, width);
-    const uint address = lines.isEmpty() ? 0 : lines.first().address;
+    const quint64 address = lines.isEmpty() ? 0 : lines.first().address;
     const bool isSame = range == m_range && address == m_address && lines.size() == m_lines;
     m_range = range;
     m_address = address;

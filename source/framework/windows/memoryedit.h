@@ -52,6 +52,6 @@ private:
     [[nodiscard]] QTextCharFormat changedFormat() const;
 
     MemoryEditRange m_range;
-    uint m_address = 0;    ///< of the first line
+    quint64 m_address = 0; ///< of the first line
     qsizetype m_lines = 0; ///< their number
 };

@@ -8,12 +8,12 @@ using namespace Qt::StringLiterals;
 
 namespace {
 constexpr int WidestWidth = 4;
-constexpr quint64 BeyondAddresses = quint64(std::numeric_limits<uint>::max()) + 1;
+constexpr quint64 LastAddress = std::numeric_limits<quint64>::max();
 
-void appendHex(QString &text, uint value, int digits)
+void appendHex(QString &text, quint64 value, int digits)
 {
     for (int digit = digits - 1; digit >= 0; --digit)
-        text += QLatin1Char("0123456789ABCDEF"[digit < 8 ? value >> (4 * digit) & 0xF : 0]);
+        text += QLatin1Char("0123456789ABCDEF"[value >> (4 * digit) & 0xF]);
 }
 
 bool isShown(const MemoryCell &cell)
@@ -37,6 +37,16 @@ MemoryCell MemoryCache::cell(int wantedRegion, int wantedMode, quint64 at, uint 
     return {block[qsizetype(index)].status, block[qsizetype(index)].value, false};
 }
 
+MemoryRegion64 wideRegion(const MemoryRegion &region)
+{
+    return {region.name, region.id, region.lowAddress, region.highAddress, region.readOnly, region.modes};
+}
+
+bool isNarrow(const MemoryRegion64 &region)
+{
+    return std::max(region.lowAddress, region.highAddress) <= std::numeric_limits<uint>::max();
+}
+
 // Widths ----------------------------------------------------------------------
 
 int memoryMode(int width)
@@ -56,12 +66,12 @@ int memoryMode(int width)
     }
 }
 
-bool supportsWidth(const MemoryRegion &region, int width)
+bool supportsWidth(const MemoryRegion64 &region, int width)
 {
     return width >= 1 && width <= WidestWidth && (region.modes & uint(memoryMode(width))) != 0;
 }
 
-int widestWidth(const MemoryRegion &region)
+int widestWidth(const MemoryRegion64 &region)
 {
     for (int width = WidestWidth; width >= 1; --width) {
         if (supportsWidth(region, width))
@@ -71,7 +81,7 @@ int widestWidth(const MemoryRegion &region)
     return 1;
 }
 
-uint memoryStep(const MemoryRegion &region, int width)
+uint memoryStep(const MemoryRegion64 &region, int width)
 {
     if (!supportsWidth(region, width)) {
         qWarning("Unsupported memory mode");
@@ -89,7 +99,7 @@ uint maskedWord(uint value, int width)
 
 // Lines -----------------------------------------------------------------------
 
-int addressDigits(const MemoryRegion &region)
+int addressDigits(const MemoryRegion64 &region)
 {
     return int(QString::number(region.highAddress, 16).size());
 }
@@ -136,7 +146,7 @@ QString memoryLineText(const MemoryLine &line, int addressDigits, int width)
 
 // Addresses -------------------------------------------------------------------
 
-QString memoryAddressText(uint address, int digits)
+QString memoryAddressText(quint64 address, int digits)
 {
     QString text = u"0x"_s;
     appendHex(text, address, digits);
@@ -154,15 +164,15 @@ quint64 typedMemoryAddress(const QString &text)
         const auto digit = quint64(QString(character).toUInt(nullptr, 16));
         if (digit >= base)
             return 0;
-        value = std::min(value * base + digit, BeyondAddresses);
+        value = value > (LastAddress - digit) / base ? LastAddress : value * base + digit;
     }
     return value;
 }
 
-uint addressInRegion(quint64 address, const MemoryRegion &region, int columns)
+quint64 addressInRegion(quint64 address, const MemoryRegion64 &region, int columns)
 {
-    const auto clamped = uint(std::min<quint64>(address, region.highAddress));
-    if (clamped <= region.lowAddress || clamped - region.lowAddress < uint(columns))
+    const quint64 clamped = std::min(address, region.highAddress);
+    if (clamped <= region.lowAddress || clamped - region.lowAddress < quint64(columns))
         return region.lowAddress;
     return clamped;
 }

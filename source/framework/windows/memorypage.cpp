@@ -2,11 +2,7 @@
 #include <algorithm>
 #include <limits>
 
-namespace {
-constexpr quint64 EndOfAddresses = quint64(std::numeric_limits<uint>::max()) + 1;
-} // namespace
-
-void MemoryPage::setRegion(const MemoryRegion &region, int width)
+void MemoryPage::setRegion(const MemoryRegion64 &region, int width)
 {
     m_region = region;
     setWidth(width);
@@ -33,28 +29,34 @@ void MemoryPage::clear()
 
 // Words -----------------------------------------------------------------------
 
-/// Addresses end at 32 bits.
+/// Addresses end at 32 bits, or at 64 bits for a region that has such ones.
 int MemoryPage::cellsToRead() const
 {
     if (m_address > m_region.highAddress)
         return 0;
-    return int(std::min(quint64(m_columns) * quint64(m_rows), (EndOfAddresses - m_address + m_step - 1) / m_step));
+    const quint64 last = isNarrow(m_region) ? std::numeric_limits<uint>::max() : std::numeric_limits<quint64>::max();
+    const quint64 cells = quint64(m_columns) * quint64(m_rows);
+    return cells == 0 ? 0 : int(std::min(cells - 1, (last - m_address) / m_step) + 1);
 }
 
-quint64 MemoryPage::cellAddress(int row, int column) const
+/// From the first word on the screen.
+quint64 MemoryPage::offsetOf(int row, int column) const
 {
-    return m_address + quint64(m_step) * (quint64(m_columns) * quint64(row) + quint64(column));
+    return quint64(m_step) * (quint64(m_columns) * quint64(row) + quint64(column));
 }
 
 void MemoryPage::buildLines()
 {
     m_lines.clear();
+    if (m_address > m_region.highAddress)
+        return;
     const int mode = memoryMode(m_width);
-    for (int row = 0; row < m_rows && cellAddress(row, 0) <= m_region.highAddress; ++row) {
-        MemoryLine line{uint(cellAddress(row, 0)), {}};
+    const quint64 rest = m_region.highAddress - m_address;
+    for (int row = 0; row < m_rows && offsetOf(row, 0) <= rest; ++row) {
+        MemoryLine line{m_address + offsetOf(row, 0), {}};
         line.cells.reserve(m_columns);
         for (int column = 0; column < m_columns; ++column) {
-            MemoryCell cell = m_cache.cell(m_region.id, mode, cellAddress(row, column), m_step);
+            MemoryCell cell = m_cache.cell(m_region.id, mode, m_address + offsetOf(row, column), m_step);
             cell.value = maskedWord(cell.value, m_width);
             line.cells.append(cell);
         }
@@ -80,7 +82,7 @@ QList<MemoryPage::Change> MemoryPage::changes() const
 {
     QList<Change> found;
     for (const MemoryLine &line : m_lines) {
-        uint address = line.address;
+        quint64 address = line.address;
         for (const MemoryCell &cell : line.cells) {
             if (cell.changed)
                 found.append({address, cell.value});
@@ -92,13 +94,18 @@ QList<MemoryPage::Change> MemoryPage::changes() const
 
 // Scrolling -------------------------------------------------------------------
 
-quint64 MemoryPage::linesPerUnit() const
+/// Less the last one.
+quint64 MemoryPage::lineCount() const
 {
-    const quint64 lines = (m_region.highAddress - m_region.lowAddress) / m_step / uint(m_columns);
-    return lines / quint64(std::numeric_limits<int>::max()) + 1;
+    return (m_region.highAddress - m_region.lowAddress) / m_step / uint(m_columns);
 }
 
-int MemoryPage::unitAt(uint address) const
+quint64 MemoryPage::linesPerUnit() const
+{
+    return lineCount() / quint64(std::numeric_limits<int>::max()) + 1;
+}
+
+int MemoryPage::unitAt(quint64 address) const
 {
     if (m_region.highAddress < m_region.lowAddress || address < m_region.lowAddress)
         return 0;
@@ -107,12 +114,13 @@ int MemoryPage::unitAt(uint address) const
 
 int MemoryPage::unitsPerPage() const
 {
-    return std::max(1, int(uint(m_rows) / linesPerUnit()));
+    return int(std::max<quint64>(1, uint(m_rows) / linesPerUnit()));
 }
 
-uint MemoryPage::addressOfUnit(int unit) const
+quint64 MemoryPage::addressOfUnit(int unit) const
 {
+    if (m_region.highAddress < m_region.lowAddress || unit > lastUnit())
+        return m_region.highAddress;
     const quint64 line = quint64(std::max(0, unit)) * linesPerUnit();
-    const quint64 address = m_region.lowAddress + line * m_step * uint(m_columns);
-    return uint(std::min<quint64>(address, m_region.highAddress));
+    return m_region.lowAddress + line * m_step * uint(m_columns);
 }

@@ -8,23 +8,23 @@ class MemoryPage
 public:
     struct Change
     {
-        uint address = 0;
+        quint64 address = 0;
         uint value = 0;
     };
 
-    void setRegion(const MemoryRegion &region, int width);
+    void setRegion(const MemoryRegion64 &region, int width);
     void setWidth(int width);
-    void setAddress(uint address) { m_address = aligned(address); } ///< Of the first word.
-    void setSize(int rows, int characters);                         ///< How much fits; characters per line.
-    void clear();                                                   ///< No region, no lines.
+    void setAddress(quint64 address) { m_address = aligned(address); } ///< Of the first word.
+    void setSize(int rows, int characters);                            ///< How much fits; characters per line.
+    void clear();                                                      ///< No region, no lines.
 
-    [[nodiscard]] const MemoryRegion &region() const { return m_region; }
+    [[nodiscard]] const MemoryRegion64 &region() const { return m_region; }
     [[nodiscard]] int width() const { return m_width; }
-    [[nodiscard]] uint address() const { return m_address; }
+    [[nodiscard]] quint64 address() const { return m_address; }
     [[nodiscard]] int columns() const { return m_columns; }
     [[nodiscard]] const QList<MemoryLine> &lines() const { return m_lines; }
     /// Exact for steps that are powers of two.
-    [[nodiscard]] uint aligned(uint address) const { return address & ~(m_step - 1); }
+    [[nodiscard]] quint64 aligned(quint64 address) const { return address & ~quint64(m_step - 1); }
 
     // Reading: an empty cache that says what is wanted, the number of words, and the way back
     [[nodiscard]] MemoryCache request() const { return {m_region.id, memoryMode(m_width), m_address, {}}; }
@@ -40,15 +40,16 @@ public:
     [[nodiscard]] int lastUnit() const { return unitAt(m_region.highAddress); }
     [[nodiscard]] int unit() const { return unitAt(m_address); }
     [[nodiscard]] int unitsPerPage() const;
-    [[nodiscard]] uint addressOfUnit(int unit) const;
+    [[nodiscard]] quint64 addressOfUnit(int unit) const;
 
 private:
-    [[nodiscard]] quint64 cellAddress(int row, int column) const;
+    [[nodiscard]] quint64 offsetOf(int row, int column) const;
+    [[nodiscard]] quint64 lineCount() const;
     [[nodiscard]] quint64 linesPerUnit() const;
-    [[nodiscard]] int unitAt(uint address) const;
+    [[nodiscard]] int unitAt(quint64 address) const;
 
-    MemoryRegion m_region;
-    uint m_address = 0;
+    MemoryRegion64 m_region;
+    quint64 m_address = 0;
     int m_width = 2;
     uint m_step = 1;
     int m_columns = 16;

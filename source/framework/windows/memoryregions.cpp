@@ -2,17 +2,17 @@
 #include "memorylayout.h"
 #include <algorithm>
 
-void MemoryRegions::set(const QList<MemoryRegion> &regions)
+void MemoryRegions::set(const QList<MemoryRegion64> &regions)
 {
     m_regions = regions;
     m_current = -1;
     QList<View> saved = std::exchange(m_views, {});
-    for (const MemoryRegion &region : regions)
+    for (const MemoryRegion64 &region : regions)
         m_views.append(takeView(region, saved));
 }
 
 /// Takes the view out of the saved ones, so that each of several regions with the same name gets its own.
-MemoryRegions::View MemoryRegions::takeView(const MemoryRegion &region, QList<View> &saved)
+MemoryRegions::View MemoryRegions::takeView(const MemoryRegion64 &region, QList<View> &saved)
 {
     const auto it = std::ranges::find(saved, region.name, &View::region);
     if (it == saved.end())
@@ -33,7 +33,7 @@ void MemoryRegions::clear()
 QStringList MemoryRegions::names() const
 {
     QStringList names;
-    for (const MemoryRegion &region : m_regions)
+    for (const MemoryRegion64 &region : m_regions)
         names.append(region.name);
     return names;
 }
@@ -49,7 +49,7 @@ bool MemoryRegions::select(int index)
     return true;
 }
 
-void MemoryRegions::saveView(uint address, int width)
+void MemoryRegions::saveView(quint64 address, int width)
 {
     m_views[m_current].address = address;
     m_views[m_current].width = width;

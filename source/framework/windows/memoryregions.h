@@ -1,5 +1,5 @@
 #pragma once
-#include "imemory.h"
+#include "imemory64.h"
 #include <QString>
 #include <QStringList>
 
@@ -10,26 +10,26 @@ public:
     struct View
     {
         QString region; ///< its name
-        uint address = 0;
+        quint64 address = 0;
         int width = 2;
     };
 
     /// Replaces the regions. Those whose names stay keep their views. None is current until one is selected.
-    void set(const QList<MemoryRegion> &regions);
+    void set(const QList<MemoryRegion64> &regions);
     void clear(); ///< The views are kept for the next set().
 
     [[nodiscard]] QStringList names() const;
     /// Makes a region the current one. Returns false if there is none at @p index.
     bool select(int index);
     [[nodiscard]] bool hasCurrent() const { return m_current >= 0; }
-    [[nodiscard]] const MemoryRegion &current() const { return m_regions[m_current]; }
+    [[nodiscard]] const MemoryRegion64 &current() const { return m_regions[m_current]; }
     [[nodiscard]] const View &view() const { return m_views[m_current]; } ///< Of the current region.
-    void saveView(uint address, int width);
+    void saveView(quint64 address, int width);
 
 private:
-    [[nodiscard]] static View takeView(const MemoryRegion &region, QList<View> &saved);
+    [[nodiscard]] static View takeView(const MemoryRegion64 &region, QList<View> &saved);
 
-    QList<MemoryRegion> m_regions;
+    QList<MemoryRegion64> m_regions;
     QList<View> m_views; ///< one for each region
     int m_current = -1;
 };

@@ -105,7 +105,12 @@ void MemoryWindow::enableControls()
 
 void MemoryWindow::setInterface(IMemory *memory)
 {
-    m_access.setMemory(memory);
+    setInterfaces(memory, nullptr);
+}
+
+void MemoryWindow::setInterfaces(IMemory *memory, IMemory64 *wide)
+{
+    m_access.setMemory(memory, wide);
     m_page.setCache({});
     if (!memory)
         return clear();
@@ -124,12 +129,12 @@ void MemoryWindow::update()
     m_outdated = !isVisible();
     if (m_outdated)
         return;
-    QList<MemoryRegion> regions;
+    QList<MemoryRegion64> regions;
     if (m_access.readRegions(regions))
         setRegions(regions);
 }
 
-void MemoryWindow::setRegions(const QList<MemoryRegion> &regions)
+void MemoryWindow::setRegions(const QList<MemoryRegion64> &regions)
 {
     m_regions.set(regions);
     showRegionNames();
@@ -170,7 +175,7 @@ void MemoryWindow::selectRegion()
 {
     if (!m_regions.select(m_regionBox->currentIndex()))
         return;
-    const MemoryRegion &region = m_regions.current();
+    const MemoryRegion64 &region = m_regions.current();
     const MemoryRegions::View view = m_regions.view();
     m_regionBox->setToolTip(region.name);
     m_page.setRegion(region, view.width);
@@ -195,15 +200,15 @@ void MemoryWindow::addressChanged()
     if (!m_regions.hasCurrent())
         return;
     const QString text = m_addressBox->currentText();
-    const uint address = addressInRegion(typedMemoryAddress(text), m_page.region(), m_page.columns());
+    const quint64 address = addressInRegion(typedMemoryAddress(text), m_page.region(), m_page.columns());
     const bool isShown = text == m_addressBox->shownAddress() && m_page.aligned(address) == m_page.address();
-    if (isShown && !m_addressBox->hasFocus())
+    if (isShown)
         return;
     setAddress(address);
     m_addressBox->remember();
 }
 
-void MemoryWindow::setAddress(uint address)
+void MemoryWindow::setAddress(quint64 address)
 {
     m_addressBox->showAddress(memoryAddressText(address, addressDigits(m_page.region())));
     m_page.setAddress(address);

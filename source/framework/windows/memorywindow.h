@@ -24,6 +24,8 @@ public:
 
     /// Shows another memory, to which the window keeps a reference; nothing for null.
     void setInterface(IMemory *memory);
+    /// The same for a memory that has whole addresses of up to 64 bits as well; @p wide may be null.
+    void setInterfaces(IMemory *memory, IMemory64 *wide);
     /// Whether a redraw may read the target.
     void setAutoRead(bool autoRead) { m_autoRead = autoRead; }
     void setFont(const QFont &font);
@@ -58,10 +60,10 @@ private:
     void connectControls();
     void enableControls();
 
-    void setRegions(const QList<MemoryRegion> &regions);
+    void setRegions(const QList<MemoryRegion64> &regions);
     void showRegionNames();
     void clear();
-    void setAddress(uint address);
+    void setAddress(quint64 address);
     void selectWidth(int width);
     void scrollLine(int direction) { scrollBy(direction); }
     void scrollBy(qint64 units);

@@ -8,8 +8,11 @@ DebugPane *MultiMemoryWindow::createWidget(QWidget *parent, IExecutionEnvironmen
     const auto memory = queryPlugin<IMemory>(environment);
     if (!memory && !force)
         return nullptr;
+    auto wide = queryPlugin<IMemory64>(memory.get());
+    if (!wide)
+        wide = queryPlugin<IMemory64>(environment);
     auto *window = new MemoryWindow(parent);
-    window->setInterface(memory.get());
+    window->setInterfaces(memory.get(), wide.get());
     window->setLive(environment);
     return window;
 }
