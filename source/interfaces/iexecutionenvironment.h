@@ -37,7 +37,12 @@ public:
     /// host asks the user to look at the "Debug" page; the object stays in use, so its other functions must not fail.
     virtual bool initialise(IProject *project, IExecutionEvents *events, const QString &option) = 0;
     /// Connects to the target, and loads the program into it unless @p attachOnly is true. On success a status report
-    /// must follow, otherwise the host stays in its initialising state; false ends the session.
+    /// must follow, otherwise the host stays in its initialising state; false ends the session. The environments of all
+    /// projects are started one after the other. If one of them returns false, stop() is called for those that were
+    /// started before, but not for that one. After start(false) the host does not wait for a report before it calls
+    /// run(), runTo(), stepInto(), stepOver() or restart(), by the command with which the user has started the session;
+    /// after start(true) it calls none. So report ProgramPaused before this returns: a later report may arrive when the
+    /// program runs.
     virtual bool start(bool attachOnly) = 0;
     virtual bool canAttach() = 0; ///< Whether start(true) is possible.
     virtual void run() = 0;       ///< Continues from the current location.
@@ -50,7 +55,10 @@ public:
     virtual void stepInto(const QString &file) = 0;
     virtual void stepOver(const QString &file) = 0; ///< Runs to the next line, over calls; @p file as for stepInto().
     virtual void pause() = 0;
-    virtual void stop() = 0;    ///< Ends the session that start() began.
+    /// Ends the session that start() began, in any state of the program, also after ProgramFinished, which does not end
+    /// it. The host is idle afterwards and expects no report. The next session begins with start() on the same object,
+    /// which still has its breakpoints.
+    virtual void stop() = 0;
     virtual void restart() = 0; ///< Resets the program to its start and pauses it there.
     virtual void wakeUp() = 0;  ///< Wakes a sleeping processor.
     virtual ProcessorStatus processorStatus() = 0;

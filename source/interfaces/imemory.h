@@ -34,9 +34,13 @@ class IMemory : public QUnknownInterface
 public:
     static constexpr QUuid Iid{0xce81cf33, 0xffe6, 0x4d5c, 0x9c, 0x28, 0xd7, 0x79, 0xe5, 0x67, 0xa8, 0xfc};
 
-    /// Widths of a word.
+    /// Widths of a word. At first the memory window shows a region in the widest of its modes; scripts use the first of
+    /// Byte, Word16, Word32 and Word24 that it supports.
     enum Mode { Byte = 1, Word16 = 2, Word24 = 8, Word32 = 4 };
-    /// The result of reading or writing a word.
+    /// The result of reading or writing a word. The memory window shows the value of a word with Success or
+    /// Uninitialised, and "?" for each digit of all others and of words that are missing in a block. It does not look
+    /// at the result of a write, but reads again. Scripts get an OSError for each status except Success, also for
+    /// Uninitialised.
     enum Status {
         Success = 0,
         BadPointer = 1,

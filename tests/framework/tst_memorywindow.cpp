@@ -622,6 +622,18 @@ private Q_SLOTS:
         QCOMPARE(calls(), QString());
     }
 
+    void returnReadsTheShownAddressAgain()
+    {
+        selectRam();
+        show(4, 4);
+        m_window->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(m_window.get()));
+        addressBox()->setFocus();
+        calls();
+        enterAddress(address());
+        QCOMPARE(calls().count(u"readBlock"_s), 1);
+    }
+
     void addressAtTheEndShowsOneLine()
     {
         selectRam();

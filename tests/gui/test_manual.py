@@ -45,6 +45,12 @@ TESTS = """
 cp -r /usr/share/varnel/examples ~/varnel-examples
 varnel-run -m pytest ~/varnel-examples/tests
 """
+# compared with the guide for authors of plug-ins
+PLUGIN_PROJECT = """
+<project buildenvironment="{0b7a3c52-9f51-4c0e-8a52-6f1d3ce0a7d4}" buildenvironmentname="Script Build"
+         buildenvironmentoption="./build.sh" executionenvironment="" executionenvironmentname=""
+         executionenvironmentoption=""/>
+"""
 # read by the test of the table of regions
 REGIONS = """
 Flash:0x08000000:1M:rom;RAM:0x20000000:192K:ram;Devices:0x40000000:0x30000:io
@@ -72,6 +78,12 @@ class Console:
 def run(name):
     """The statement that runs a script of the manual."""
     return f"exec(open({str(SAMPLES / name)!r}).read())"
+
+
+class PluginProjectTest(unittest.TestCase):
+    def test_project_of_a_plugin_is_that_of_the_guide(self):
+        guide = (ROOT / "docs/plugin-authors.md").read_text(encoding="utf-8")
+        self.assertIn(f"```xml{PLUGIN_PROJECT}```", guide)
 
 
 class ManualTest(Console, ProgramTest):

@@ -167,6 +167,16 @@ private Q_SLOTS:
             QVERIFY2(QFile::exists(m_directory.filePath(u"moved/include/varnel/"_s + header)), qPrintable(header));
     }
 
+    void packageContainsGuidesSamplesAndTheLibraryForTests()
+    {
+        for (const char *file : {"doc/varnel-sdk/plugin-authors.md", "doc/varnel-sdk/plugin-sequences.md",
+                                 "doc/varnel-sdk/plugin-misbehaviour.md", "doc/varnel-sdk/plugin-changes.md",
+                                 "doc/varnel-sdk/property-definitions.md", "doc/varnel-sdk/automation.md",
+                                 "doc/varnel-sdk/templates.md", "doc/varnel-sdk/uiconfig.md",
+                                 "doc/varnel-sdk/samples/scriptbuild/scriptbuild.cpp", "varnel-sdk/driver/__init__.py"})
+            QVERIFY2(QFile::exists(m_directory.filePath(u"moved/share/"_s + QString::fromLatin1(file))), file);
+    }
+
     void libraryHasTheFactoryIid()
     {
         QCOMPARE(QPluginLoader(m_library).metaData()[u"IID"_s].toString(), IPluginFactory::Iid.toString());
