@@ -12,7 +12,8 @@
 #include <Python.h>
 #include <QPluginLoader>
 
-/// The stub plug-in with processors "fw" and "dsp", which have memory, registers, peripherals, breakpoints and symbols.
+/// The stub plug-in with processors "fw" and "dsp", which have memory, registers, peripherals, breakpoints and symbols, and
+/// the tool chain "cc".
 struct ScriptedProcessors
 {
     ScriptedProcessors()
@@ -39,6 +40,8 @@ struct ScriptedProcessors
             script.sourceLines = {{0x80000010, {u"main.c"_s, 2}}};
             script.values = {{u"1+1"_s, u"2"_s}};
         }
+        scriptOf(u"cc"_s).label = u"cc"_s; // features are read once, when the first window is made
+        scriptOf(u"cc"_s).offers = {IBuildEnvironment::Iid};
         QCoreApplication::addLibraryPath(QFileInfo(QStringLiteral(TESTPLUGIN_STUB)).path());
     }
 

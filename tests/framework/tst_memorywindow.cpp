@@ -106,8 +106,8 @@ private:
     void enterAddress(const QString &text) const
     {
         addressBox()->lineEdit()->selectAll();
-        QTest::keyClicks(addressBox()->lineEdit(), text);
-        QTest::keyClick(addressBox()->lineEdit(), Qt::Key_Return);
+        QTest::keyClicks(addressBox(), text);
+        QTest::keyClick(addressBox(), Qt::Key_Return);
     }
     void choose(const QString &name) const
     {

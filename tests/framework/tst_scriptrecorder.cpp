@@ -37,6 +37,19 @@ public:
         startAgain();
     }
 
+    /// The tool chain builds the project "fw" a moment after each command.
+    void makeBuildable()
+    {
+        scriptOf(u"cc"_s).on[u"build"_s] = [] {
+            QTimer::singleShot(0, qApp, [] { stub()->object(u"cc"_s)->buildEvents->buildFinished(true); });
+        };
+        discard(); // it is read again from the file
+        write(u"fw.vnp"_s,
+              "<project executionenvironment='{fw}' buildenvironment='{cc}'><file path='main.c'/>"
+              "<properties currentconfiguration='Debug'><configuration name='Debug'/></properties></project>");
+        startAgain();
+    }
+
     /// A fresh window, without breakpoints and watches, and no workspace unless @p workspace is true.
     void startAgain(bool workspace = true)
     {
@@ -268,6 +281,22 @@ private Q_SLOTS:
         QCOMPARE(f.run(f.source.toUtf8() + "\nrecorded1()\n"), QString());
         QCOMPARE(f.window->activity().currentProject()->name(), u"dsp"_s);
         QCOMPARE(f.state(), before);
+    }
+
+    void buildIsRecordedWithItsEnd()
+    {
+        Recording f;
+        f.makeBuildable();
+        f.record();
+        f.trigger(u"buildBuild"_s);
+        QTRY_COMPARE(f.window->activity().state(), StateIdle);
+        f.trigger(u"viewOutput"_s);
+        QCOMPARE(f.recorded().section(u'\n', 1), u"replay.trigger(\"buildBuild\")\nreplay.waitFor(\"idle\")\n"
+                                                 "replay.setChecked(\"viewOutput\", False)\n"_s);
+        f.startAgain();
+        QCOMPARE(f.run(f.source.toUtf8() + "\nrecorded1()\n"), QString());
+        QCOMPARE(f.stub()->takeCalls().filter(u"cc.build("_s).size(), 1);
+        QCOMPARE(f.window->activity().state(), StateIdle);
     }
 
     void recordingMayBeginInASession()

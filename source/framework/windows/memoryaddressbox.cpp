@@ -1,4 +1,6 @@
 #include "memoryaddressbox.h"
+#include <QKeyEvent>
+#include <QPointer>
 #include <QRegularExpressionValidator>
 
 using namespace Qt::StringLiterals;
@@ -34,4 +36,13 @@ void MemoryAddressBox::remember()
     }
     while (count() > MostAddresses)
         removeItem(currentIndex() == 0 ? 1 : 0);
+}
+
+void MemoryAddressBox::keyPressEvent(QKeyEvent *event)
+{
+    m_returned = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    const QPointer<MemoryAddressBox> self(this);
+    QComboBox::keyPressEvent(event); // emits activated(), maybe twice
+    if (self)
+        m_returned = false;
 }

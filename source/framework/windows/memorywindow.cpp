@@ -194,7 +194,7 @@ void MemoryWindow::selectWidth(int width)
 
 // Address -----------------------------------------------------------------------
 
-/// The box also activates the address that it shows when it loses the focus: that one is not read again.
+/// The box also activates the address that it shows when it loses the focus: that one is read again only after Return.
 void MemoryWindow::addressChanged()
 {
     if (!m_regions.hasCurrent())
@@ -202,7 +202,7 @@ void MemoryWindow::addressChanged()
     const QString text = m_addressBox->currentText();
     const quint64 address = addressInRegion(typedMemoryAddress(text), m_page.region(), m_page.columns());
     const bool isShown = text == m_addressBox->shownAddress() && m_page.aligned(address) == m_page.address();
-    if (isShown)
+    if (!m_addressBox->takeReturn() && isShown)
         return;
     setAddress(address);
     m_addressBox->remember();
