@@ -166,7 +166,9 @@ print("on")
         self.assertEqual((process.returncode, output), (130, "cleaned up\n"), errors)
 
 
-class DebuggerTest(ScriptTest):
+class ExampleTest(ScriptTest):
+    """Scripts beside a copy of the examples."""
+
     def setUp(self):
         super().setUp()
         self.examples = copy_of_examples(self.directory)
@@ -178,6 +180,8 @@ class DebuggerTest(ScriptTest):
         self.assertEqual(output.splitlines()[-1:], ["done"])
         return output
 
+
+class DebuggerTest(ExampleTest):
     def test_native_program(self):
         main = self.examples / "calculator/main.cpp"
         self.check("""
@@ -360,7 +364,7 @@ int main(void)
 """
 
 
-class PanelTest(DebuggerTest):
+class PanelTest(ExampleTest):
     """The panels that are shipped as examples, with firmware on an emulated board."""
 
     def check_firmware(self, text, firmware=FIRMWARE):
