@@ -182,7 +182,7 @@ void PageDownAt4K(benchmark::State &state)
     auto *edit = window.findChild<MemoryEdit *>();
     window.setFont(QFont(u"DejaVu Sans Mono"_s, 10));
     window.setAutoRead(true);
-    window.resize(3840, 2160);
+    window.resize(QSize(3840, 2160) / window.devicePixelRatio());
     window.show();
     window.setInterface(session.get<IMemory>().get());
     paint(window);
@@ -218,7 +218,7 @@ QString countersImage(const Programs &programs)
         text += u"volatile unsigned int v%1;\n"_s.arg(i);
         body += u"    v%1 = v%1 + %2;\n"_s.arg(i).arg(i + 1);
     }
-    text += u"static void count(void)\n{\n"_s + body + u"}\nvoid faultHandler(void) { for (;;) {} }\n"_s
+    text += u"static void count(void)\n{\n"_s + body + u"}\nvolatile unsigned command;\nvoid crash(void) {}\n"_s
             + u"void tick(void) {}\nint main(void)\n{\n    for (;;)\n        count();\n}\n"_s;
     const QString source = programs.directory() + u"/counters.c"_s;
     writeFile(source, text.toUtf8());

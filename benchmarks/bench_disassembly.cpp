@@ -213,7 +213,9 @@ void pageDown(benchmark::State &state, QString (*option)())
 void compare(const char *processor, QString (*option)())
 {
     const std::string name(processor);
-    for (const auto &[action, run] : {std::pair("open the disassembly, ", opening), std::pair("page down, ", pageDown)})
+    using Run = void (*)(benchmark::State &, QString(*)());
+    const std::pair<std::string, Run> runs[]{{"open the disassembly, ", opening}, {"page down, ", pageDown}};
+    for (const auto &[action, run] : runs)
         benchmark::RegisterBenchmark((action + name).c_str(), run, option)
             ->UseManualTime()
             ->Iterations(Rounds)

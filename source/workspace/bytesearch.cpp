@@ -4,7 +4,7 @@
 #include <cstring>
 #include <string_view>
 #ifdef __SSE2__
-#include <emmintrin.h>
+#include <immintrin.h>
 #endif
 
 namespace {
@@ -80,6 +80,34 @@ bool ByteSearch::matchesAt(const char *bytes) const
     return true;
 }
 
+#ifdef __SSE2__
+/// Compares two bytes of the needle with 32 places at a time; where both match, the whole needle. Ends at a match, or
+/// at the first place that has less than 32 places before @p end.
+__attribute__((target("avx2"))) qsizetype ByteSearch::findWide(const char *data, qsizetype from, qsizetype end) const
+{
+    const __m256i first = _mm256_set1_epi8(m_needle[m_rare]);
+    const __m256i second = _mm256_set1_epi8(m_needle[m_rare2]);
+    const __m256i firstMask = _mm256_set1_epi8(m_masks[m_rare]);
+    const __m256i secondMask = _mm256_set1_epi8(m_masks[m_rare2]);
+    const char *firstData = data + m_rare;
+    const char *secondData = data + m_rare2;
+    qsizetype i = from;
+    for (; i + 32 <= end; i += 32) {
+        const __m256i one = _mm256_loadu_si256(reinterpret_cast<const __m256i *>(firstData + i));
+        const __m256i two = _mm256_loadu_si256(reinterpret_cast<const __m256i *>(secondData + i));
+        const __m256i both = _mm256_and_si256(_mm256_cmpeq_epi8(_mm256_or_si256(one, firstMask), first),
+                                              _mm256_cmpeq_epi8(_mm256_or_si256(two, secondMask), second));
+        auto hits = unsigned(_mm256_movemask_epi8(both));
+        for (; hits; hits &= hits - 1) {
+            const qsizetype at = i + std::countr_zero(hits);
+            if (matchesAt(data + at))
+                return at;
+        }
+    }
+    return i;
+}
+#endif
+
 /// Compares two bytes of the needle with 16 places at a time; where both match, the whole needle.
 qsizetype ByteSearch::findBytes(QByteArrayView bytes, qsizetype from) const
 {
@@ -87,6 +115,12 @@ qsizetype ByteSearch::findBytes(QByteArrayView bytes, qsizetype from) const
     const char *data = bytes.data();
     qsizetype i = from;
 #ifdef __SSE2__
+    static const bool hasAvx2 = __builtin_cpu_supports("avx2");
+    if (hasAvx2) {
+        i = findWide(data, from, end);
+        if (i + 32 <= end)
+            return i;
+    }
     const __m128i first = _mm_set1_epi8(m_needle[m_rare]);
     const __m128i second = _mm_set1_epi8(m_needle[m_rare2]);
     const __m128i firstMask = _mm_set1_epi8(m_masks[m_rare]);

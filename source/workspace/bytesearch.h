@@ -46,6 +46,7 @@ private:
     void prepareNeedle();
     [[nodiscard]] bool matchesAt(const char *bytes) const;
     [[nodiscard]] qsizetype findBytes(QByteArrayView bytes, qsizetype from) const;
+    [[nodiscard]] qsizetype findWide(const char *data, qsizetype from, qsizetype end) const;
     [[nodiscard]] bool isWhole(QByteArrayView bytes, qsizetype match) const;
     bool forEachDecoded(QByteArrayView bytes, qsizetype from, qsizetype end, Step step, const Receiver &receive) const;
 

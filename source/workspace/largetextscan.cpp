@@ -2,7 +2,7 @@
 #include "largefile.h"
 
 namespace {
-constexpr qint64 BlockSize = 262'144; ///< bytes
+constexpr qint64 BlockSize = 131'072; ///< bytes
 constexpr qint64 Around = 8;          ///< bytes of a character, and of the one beside it
 
 bool continuesCharacter(char byte)

@@ -51,6 +51,14 @@ WordIndex::WordIndex(QString docPath, QStringList docList)
     : m_docPath(std::move(docPath)), m_docList(std::move(docList))
 {}
 
+/// The entries of a bucket lie all over the memory, so that each one that is passed costs time.
+WordIndex::Words WordIndex::fewInABucket()
+{
+    Words words;
+    words.max_load_factor(0.25F);
+    return words;
+}
+
 QList<Doc> WordIndex::documents(const QByteArray &word) const
 {
     const auto found = m_words.find(std::string_view(word.constData(), size_t(word.size())));
@@ -187,13 +195,19 @@ bool WordIndex::readRecord(QDataStream &stream, const QByteArray &bytes)
     if (stream.status() != QDataStream::Ok || !isWord || count < 0 || count > (bytes.size() - position) / PostingLength)
         return false;
     word.chop(1);
-    std::vector<Doc> docs(static_cast<size_t>(count));
-    qFromBigEndian<quint16>(bytes.constData() + position, count * NumbersInPosting, docs.data());
+    std::vector<Doc> docs;
+    docs.reserve(size_t(count));
+    bool areKnown = true;
+    const char *const first = bytes.constData() + position;
+    for (const char *at = first + count * PostingLength; at != first;) { // the file has the last document first
+        at -= PostingLength;
+        const Doc doc{qFromBigEndian<qint16>(at), qFromBigEndian<quint16>(at + PostingLength / NumbersInPosting)};
+        areKnown &= quint16(doc.docNumber) < m_docList.size();
+        docs.push_back(doc);
+    }
     stream.skipRawData(int(count * PostingLength));
-    const auto isUnknown = [size = m_docList.size()](Doc doc) { return quint16(doc.docNumber) >= size; };
-    if (std::any_of(docs.cbegin(), docs.cend(), isUnknown))
+    if (!areKnown)
         return false;
-    std::reverse(docs.begin(), docs.end());
     m_words[word.toStdString()].docs = std::move(docs);
     return true;
 }

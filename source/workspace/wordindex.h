@@ -71,12 +71,15 @@ private:
         size_t operator()(std::string_view word) const noexcept { return std::hash<std::string_view>()(word); }
     };
 
+    using Words = std::unordered_map<std::string, Entry, Hash, std::equal_to<>>;
+
+    [[nodiscard]] static Words fewInABucket();
     [[nodiscard]] QList<Doc> documentsOfTerm(const QString &term) const;
     bool readDocuments(QDataStream &stream);
     bool readRecord(QDataStream &stream, const QByteArray &bytes);
 
     QString m_docPath;
     QStringList m_docList;
-    std::unordered_map<std::string, Entry, Hash, std::equal_to<>> m_words;
+    Words m_words = fewInABucket();
     std::vector<Entry *> m_present; ///< the words of the document that is read now
 };

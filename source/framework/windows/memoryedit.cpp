@@ -84,7 +84,7 @@ MemoryEdit::MemoryEdit(QWidget *parent) : QTextEdit(parent)
 {
     QFont courier(u"Courier"_s, 10);
     courier.setStyleHint(QFont::TypeWriter);
-    setFont(courier);
+    setTextFont(courier);
     setOverwriteMode(true);
     setUndoRedoEnabled(false);
     setAcceptRichText(false);
@@ -100,6 +100,13 @@ MemoryEdit::MemoryEdit(QWidget *parent) : QTextEdit(parent)
     frame.setMargin(0);
     frame.setLeftMargin(LeftMargin);
     document()->rootFrame()->setFrameFormat(frame);
+}
+
+/// Hexadecimal digits need no shaping, which takes a third of the time of a page.
+void MemoryEdit::setTextFont(QFont font)
+{
+    font.setStyleStrategy(QFont::PreferNoShaping);
+    setFont(font);
 }
 
 // Text --------------------------------------------------------------------------

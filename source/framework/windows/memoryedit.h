@@ -18,6 +18,7 @@ public:
     /// Marks characters of a line as changed.
     void markChanged(int para, int index, int length);
     void setReadOnly(bool readOnly);
+    void setTextFont(QFont font);
 
     [[nodiscard]] int visibleLines() const;
     [[nodiscard]] int visibleCharacters() const; ///< Per line.

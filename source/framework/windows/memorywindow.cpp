@@ -330,7 +330,7 @@ bool MemoryWindow::readBlock()
 
 void MemoryWindow::setFont(const QFont &font)
 {
-    m_edit->setFont(font);
+    m_edit->setTextFont(font);
     redraw(false);
 }
 
@@ -345,7 +345,7 @@ void MemoryWindow::setColours(const QColor &text, const QColor &base)
 
 void MemoryWindow::setAppearance(const PaneAppearance &appearance)
 {
-    m_edit->setFont(appearance.font);
+    m_edit->setTextFont(appearance.font);
     setColours(appearance.text, appearance.paper);
 }
 
