@@ -15,7 +15,7 @@ class LargeTextView : public View, public IViewWithMarkers, public ITextNavigati
     Q_OBJECT
 public:
     static constexpr int FindTimeLimit = 5000;           ///< milliseconds
-    static constexpr qsizetype LongestCopy = 16'000'000; ///< characters
+    static constexpr qsizetype LongestCopy = 5'000'000; ///< characters: in 0.1 s
 
     /// @p formats and @p host may be null.
     LargeTextView(LargeTextDocument *document, const FormatTable *formats, EditorHost *host, QWidget *parent = nullptr);

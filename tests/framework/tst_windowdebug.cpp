@@ -150,6 +150,23 @@ class WindowDebugTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
+    void commandBetweenTwoStartsReachesNoProcessor()
+    {
+        DebugWindow f(2);
+        ActivityState state = StateIdle;
+        script(u"fw"_s).on[u"start"_s] = [&] {
+            QTimer::singleShot(0, f.window.get(), [&] { // before the next processor is started
+                DebugWindow::report(u"fw"_s, IExecutionEnvironment::ProgramPaused);
+                state = f.window->activity().state();
+                f.window->debugStepOver();
+            });
+        };
+        f.window->debugRun();
+        QCOMPARE(state, StatePaused);
+        QCOMPARE(DebugWindow::calls(), u"fw.start(false) dsp.start(false) fw.run() dsp.run()"_s);
+        QCOMPARE(f.window->activity().state(), StateRunning);
+    }
+
     void init() { QTest::failOnWarning(QRegularExpression(u"^(?!This plugin does not support)"_s)); }
 
     // A session

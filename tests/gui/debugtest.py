@@ -9,6 +9,7 @@ from driver import ProgramTest, Screen
 class DebugTest(ProgramTest):
     workspace = None
     project = None
+    settings = None
 
     @classmethod
     def setUpClass(cls):
@@ -19,7 +20,7 @@ class DebugTest(ProgramTest):
     def setUp(self):
         screen = Screen(1440, 900)
         self.addCleanup(screen.close)
-        self.launch("-w", self.examples / self.workspace, screen=screen)
+        self.launch("-w", self.examples / self.workspace, settings=self.settings, screen=screen)
         name = pathlib.Path(self.workspace).stem
         self.varnel.wait_for("mainWindow", "windowTitle", f"Varnel - {name}")
         self.user = Debugging(self.program, name, self.project)

@@ -1,4 +1,4 @@
-"""Tests of the disassembly of an emulated board."""
+"""Tests of the disassembly of emulated boards."""
 import unittest
 
 from debugging import line_of
@@ -70,6 +70,38 @@ class DisassemblyTest(DebugTest):
         self.wait_for_address(target)
         self.varnel.choose("debugStop")
         self.user.wait_for_state("")
+
+
+class TwoDisassembliesTest(DebugTest):
+    workspace = "twoprocessors.vnw"
+    project = "thermostat"
+    settings = {"Editor": {"WorkspaceStyle": 1}}  # windows in the main window
+
+    def rows(self, project):
+        return self.varnel.read(f"disassembly/{project}/lines", "text").splitlines()
+
+    def test_two_processors_side_by_side(self):
+        self.user.build()
+        self.varnel.choose("debugStepOver")
+        self.varnel.wait_until(lambda: len(self.user.children("qemu")) == 2, "both boards", 60)
+        self.varnel.wait_for("debugStepOver", "enabled", True)
+        self.varnel.choose("debugViewDisassembly")
+        self.varnel.wait_until(lambda: any("; main" in row for row in self.rows("thermostat")), "the first processor")
+        self.varnel.press("Down" if self.varnel.read("projectDropdown", "currentIndex") == 0 else "Up", on="projectDropdown")
+        self.varnel.wait_for("projectDropdown", "currentText", "morse")
+        self.varnel.wait_for("debugViewDisassembly", "enabled", True)
+        self.varnel.choose("debugViewDisassembly")
+        self.varnel.wait_until(lambda: self.rows("morse"), "the second processor")
+        self.varnel.choose("windowTile")
+        for project in ("thermostat", "morse"):
+            self.assertTrue(self.varnel.read(f"disassembly/{project}/text", "visible"), project)
+        current = self.varnel.read("cursorLabel", "text")
+        self.varnel.choose("debugStepOver")  # of both; the current one is in front
+        self.varnel.wait_for("cursorLabel", "text", lambda text: text != current, 60)
+        self.varnel.wait_for("debugStepOver", "enabled", True)
+        self.assertNotEqual(self.rows("morse")[:3], self.rows("thermostat")[:3])
+        self.varnel.choose("debugStop")
+        self.varnel.wait_for("debugStop", "enabled", False)
 
 
 if __name__ == "__main__":

@@ -15,6 +15,7 @@
 #include "workspace.h"
 #include <algorithm>
 #include <QCoreApplication>
+#include <QScopedValueRollback>
 #include <QScopeGuard>
 
 namespace {
@@ -26,8 +27,13 @@ SessionStart::SessionStart(Activity &activity, WindowServices &window, BuildCont
     : QObject(parent), m_activity(activity), m_window(window), m_build(build), m_reports(reports)
 {}
 
+/// A command that comes when one processor has stopped and the next one has not started yet does nothing: it would
+/// reach both.
 bool SessionStart::start(bool attachOnly)
 {
+    if (m_isStarting)
+        return false;
+    const QScopedValueRollback starting(m_isStarting, true);
     const bool result = m_activity.state() != StateIdle || (prepare() && startProjects(attachOnly));
     if ((!result || m_build.buildStopped()) && m_activity.workspace())
         m_activity.setState(StateIdle);

@@ -43,6 +43,7 @@ private:
     WindowServices &m_window;
     BuildControl &m_build;
     const ProcessorReports &m_reports;
+    bool m_isStarting = false;
     bool m_cancelled = false;                                   ///< the user has cancelled a start in the background
     std::vector<InterfacePtr<IExecutionEnvironment>> m_started; ///< while the projects are started, one after the other
 };
