@@ -13,9 +13,11 @@ using namespace Qt::StringLiterals;
 namespace {
 using Doc = WordIndex::Doc;
 
-constexpr int RecordsInARow = 500;        // read without asking whether to go on
-constexpr qsizetype PostingLength = 4;    // bytes in the file
-constexpr qsizetype NumbersInPosting = 2; // of 16 bits each, which are converted together
+constexpr int RecordsInARow = 500;            // read without asking whether to go on
+constexpr qsizetype LikelyRecordLength = 512; // bytes
+constexpr qsizetype NumberLength = 4;         // of a number that is no posting, in bytes
+constexpr qsizetype PostingLength = 4;        // bytes in the file
+constexpr qsizetype NumbersInPosting = 2;     // of 16 bits each, which are converted together
 static_assert(sizeof(Doc) == PostingLength && std::is_trivially_copyable_v<Doc>);
 constexpr auto Version = QDataStream::Qt_3_3; // never change: it is the format of the file
 
@@ -164,8 +166,10 @@ std::optional<WordIndex> WordIndex::fromBytes(const QByteArray &bytes, const std
     stream.setVersion(Version);
     if (!index.readDocuments(stream))
         return {};
-    for (int records = 1; !stream.atEnd(); ++records) {
-        if (!index.readRecord(stream, bytes) || (goOn && records % RecordsInARow == 0 && !goOn()))
+    qsizetype position = stream.device()->pos();
+    index.m_words.reserve(size_t((bytes.size() - position) / LikelyRecordLength));
+    for (int records = 1; position < bytes.size(); ++records) {
+        if (!index.readRecord(bytes, position) || (goOn && records % RecordsInARow == 0 && !goOn()))
             return {};
     }
     return index;
@@ -184,30 +188,35 @@ bool WordIndex::readDocuments(QDataStream &stream)
     return stream.status() == QDataStream::Ok;
 }
 
-/// Reads the next record of @p stream, whose content is @p bytes.
-bool WordIndex::readRecord(QDataStream &stream, const QByteArray &bytes)
+/// Reads the record at @p position, and sets it to the next one.
+bool WordIndex::readRecord(const QByteArray &bytes, qsizetype &position)
 {
-    QByteArray word; // in the file as a byte array that includes the terminating zero
-    qint32 count = 0;
-    stream >> word >> count;
-    const bool isWord = word.size() > 1 && word.indexOf('\0') == word.size() - 1;
-    const qint64 position = stream.device()->pos();
-    if (stream.status() != QDataStream::Ok || !isWord || count < 0 || count > (bytes.size() - position) / PostingLength)
+    const auto left = [&] { return bytes.size() - position; };
+    const auto number = [&] {
+        position += NumberLength;
+        return qFromBigEndian<qint32>(bytes.constData() + position - NumberLength);
+    };
+    if (left() < NumberLength)
         return false;
-    word.chop(1);
-    std::vector<Doc> docs;
-    docs.reserve(size_t(count));
-    bool areKnown = true;
-    const char *const first = bytes.constData() + position;
-    for (const char *at = first + count * PostingLength; at != first;) { // the file has the last document first
+    const qint32 length = number(); // with the terminating zero
+    if (length < 2 || length + NumberLength > left())
+        return false;
+    const std::string_view word(bytes.constData() + position, size_t(length));
+    position += length;
+    const qint32 count = number();
+    if (word.find('\0') != word.size() - 1 || count < 0 || count > left() / PostingLength)
+        return false;
+    std::vector<Doc> docs(static_cast<size_t>(count));
+    position += count * PostingLength;
+    const char *at = bytes.constData() + position;
+    quint16 greatest = 0;
+    for (Doc &doc : docs) { // the file has the last document first
         at -= PostingLength;
-        const Doc doc{qFromBigEndian<qint16>(at), qFromBigEndian<quint16>(at + PostingLength / NumbersInPosting)};
-        areKnown &= quint16(doc.docNumber) < m_docList.size();
-        docs.push_back(doc);
+        doc = {qFromBigEndian<qint16>(at), qFromBigEndian<quint16>(at + PostingLength / NumbersInPosting)};
+        greatest = std::max(greatest, quint16(doc.docNumber));
     }
-    stream.skipRawData(int(count * PostingLength));
-    if (!areKnown)
+    if (!docs.empty() && greatest >= m_docList.size())
         return false;
-    m_words[word.toStdString()].docs = std::move(docs);
+    m_words[std::string(word.substr(0, word.size() - 1))].docs = std::move(docs);
     return true;
 }

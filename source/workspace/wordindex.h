@@ -76,7 +76,7 @@ private:
     [[nodiscard]] static Words fewInABucket();
     [[nodiscard]] QList<Doc> documentsOfTerm(const QString &term) const;
     bool readDocuments(QDataStream &stream);
-    bool readRecord(QDataStream &stream, const QByteArray &bytes);
+    bool readRecord(const QByteArray &bytes, qsizetype &position);
 
     QString m_docPath;
     QStringList m_docList;
