@@ -1,0 +1,18 @@
+#pragma once
+#include <QProxyStyle>
+
+/// The style of the desktop, with frames that are seen on black. A style makes the colour of its frames by darkening
+/// that of the window, which leaves black as it is.
+class FrameStyle : public QProxyStyle
+{
+    Q_OBJECT
+public:
+    using QProxyStyle::QProxyStyle;
+
+    [[nodiscard]] static bool isNeeded(const QPalette &palette);
+
+    void drawPrimitive(PrimitiveElement element, const QStyleOption *option, QPainter *painter,
+                       const QWidget *widget = nullptr) const override;
+    void drawComplexControl(ComplexControl control, const QStyleOptionComplex *option, QPainter *painter,
+                            const QWidget *widget = nullptr) const override;
+};
