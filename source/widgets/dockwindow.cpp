@@ -8,7 +8,8 @@ DockWindow::DockWindow(const QString &objectName, const QString &caption, QWidge
 
 void DockWindow::toggleVisible()
 {
-    if (isHidden())
+    const bool isBehind = isVisible() && visibleRegion().isEmpty(); // the tab of another one is in front
+    if (isHidden() || isBehind)
         bringUp();
     else
         hide();

@@ -13,7 +13,7 @@ public:
     void setNewLine(bool newLine) { m_newLine = newLine; }
 
 public Q_SLOTS:
-    /// Shows the window, in front of others that share its place, or hides it if it is shown.
+    /// Shows the window, in front of others that share its place, or hides it if it is seen.
     void toggleVisible();
     void bringUp();
 
