@@ -2,6 +2,7 @@
 #include "outputpage.h"
 #include "outputwindow.h"
 #include "projecttree.h"
+#include "projecttreeitem.h"
 #include "windowfixture.h"
 #include <QAction>
 #include <QClipboard>
@@ -62,6 +63,16 @@ public:
         }
     }
 
+    /// The mark of a row that is shown.
+    [[nodiscard]] QString markOf(const QString &text) const
+    {
+        for (ListViewItem *item = tree()->firstChild(); item; item = item->itemBelow()) {
+            if (item->text(0) == text)
+                return static_cast<const ProjectTreeItem *>(item)->mark();
+        }
+        return u"not shown"_s;
+    }
+
     [[nodiscard]] QString output(uint page) const { return window->outputWindow()->page(page)->toPlainText(); }
 
     /// Fills in the dialog for finding in files, for a text in a folder.
@@ -112,6 +123,26 @@ private Q_SLOTS:
         f.action(u"editCut"_s)->trigger();
         f.selectInTree(f.window->projectWorkspace()->currentProject()->displayName());
         QCOMPARE(f.enabled(u"editCut editRemove editPaste"_s), u"editPaste"_s);
+    }
+
+    void modifiedFilesAreMarkedInTheTree()
+    {
+        const ProductWindow f;
+        f.write(u"src/main.c"_s, "int a;\n");
+        f.write(u"src/uart.c"_s, "int b;\n");
+        f.openProject({u"src/main.c"_s, u"src/uart.c"_s});
+        QVERIFY(f.window->openFile(f.path(u"src/main.c"_s), false));
+        const auto marks = [&f] { return f.markOf(u"main.c"_s) + u'|' + f.markOf(u"uart.c"_s); };
+        QTRY_COMPARE(marks(), u"|"_s);
+        f.type(u"x"_s);
+        QTRY_COMPARE(marks(), u" *|"_s);
+        f.window->fileSave();
+        QTRY_COMPARE(marks(), u"|"_s);
+        f.type(u"y"_s);
+        QTRY_COMPARE(marks(), u" *|"_s);
+        f.answers->press(QMessageBox::No);
+        f.window->fileClose();
+        QTRY_COMPARE(marks(), u"|"_s);
     }
 
     void saveAndCloseFollowTheView()

@@ -3,6 +3,8 @@
 #include "projectfile.h"
 #include "projectfolder.h"
 #include "projecttreeitem.h"
+#include "windowservices.h"
+#include "workspace.h"
 #include <QDrag>
 #include <QDropEvent>
 #include <QScrollBar>
@@ -32,6 +34,8 @@ ProjectItemView::ProjectItemView(const WindowServices &window, QWidget *parent)
         m_rowsAdded = true;
         refreshLater();
     });
+    if (const Workspace *documents = window.workspace())
+        connect(documents, &Workspace::modificationChanged, this, &ProjectItemView::refreshLater);
 }
 
 // Rows --------------------------------------------------------------------
@@ -50,7 +54,7 @@ void ProjectItemView::refreshRows()
     const int bottom = viewport()->height();
     ListViewItem *item = itemAt(QPoint(0, 0));
     for (; item && itemRect(item).top() < bottom; item = item->itemBelow())
-        m_rows.updateMissing(item);
+        m_rows.updateFile(item);
 }
 
 void ProjectItemView::setFilter(const QString &text)
