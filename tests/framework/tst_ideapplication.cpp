@@ -4,6 +4,7 @@
 #include <QDialog>
 #include <QLibrary>
 #include <QPainter>
+#include <QProxyStyle>
 #include <QSplashScreen>
 #include <QTest>
 
@@ -24,6 +25,24 @@ struct Program
 
     Arguments arguments;
     IDEApplication application;
+};
+
+/// A desktop with these colours, in which disabled texts cannot be read.
+class Scheme : public QProxyStyle
+{
+public:
+    Scheme(const QColor &background, const QColor &text) : m_palette(text, background)
+    {
+        m_palette.setColor(QPalette::Base, background);
+        m_palette.setColor(QPalette::Text, text);
+        m_palette.setColor(QPalette::Disabled, QPalette::Text, background);
+        m_palette.setResolveMask(0);
+    }
+
+    QPalette standardPalette() const override { return m_palette; }
+
+private:
+    QPalette m_palette;
 };
 
 QByteArray squarePicture(const QByteArray &colour)
@@ -298,6 +317,23 @@ private Q_SLOTS:
         QCOMPARE(firstPixel(splashScreen()->pixmap()), QColor(Qt::white)); // black for another version
         program.application.showSplash();
         QCOMPARE(splashesMade(*m_installation), 1);
+    }
+
+    void disabledTextsStayReadableWhenTheSchemeChanges()
+    {
+        const Installation installation;
+        const Program program(installation);
+        const auto difference = [] {
+            const QPalette palette = QApplication::palette();
+            return palette.color(QPalette::Disabled, QPalette::Text).lightness()
+                   - palette.color(QPalette::Base).lightness();
+        };
+        QApplication::setStyle(new Scheme(Qt::black, Qt::white));
+        QCOMPARE(QApplication::palette().color(QPalette::Base), QColor(Qt::black));
+        QVERIFY2(difference() > 60, qPrintable(QString::number(difference())));
+        QApplication::setStyle(new Scheme(Qt::white, Qt::black));
+        QCOMPARE(QApplication::palette().color(QPalette::Base), QColor(Qt::white));
+        QVERIFY2(difference() < -60, qPrintable(QString::number(difference())));
     }
 
     void closedSplashScreenIsNotCreatedAgain()
