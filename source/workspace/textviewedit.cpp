@@ -25,6 +25,7 @@ using namespace Qt::StringLiterals;
 namespace {
 constexpr int CollapseHeight = 20; ///< pixels
 constexpr int LinesAround = 4;     ///< lines that stay visible around the target line
+constexpr int LongestStart = 1000; ///< characters; the start of a longer line is not looked at per key
 
 QTextDocument *keptDocument(QPlainTextEdit *edit)
 {
@@ -206,7 +207,26 @@ void TextViewEdit::keyPressEvent(QKeyEvent *event)
     else if (event->key() == Qt::Key_Tab && event->modifiers() == Qt::NoModifier && indenter && !indenter->keepTabs())
         pressTab();
     else
-        QPlainTextEdit::keyPressEvent(event);
+        pressOther(event);
+}
+
+/// A typed character may determine the indentation of its line. That is one step for undo with the character.
+void TextViewEdit::pressOther(QKeyEvent *event)
+{
+    QPlainTextEdit::keyPressEvent(event);
+    const TextIndent *indenter = m_document->indenter();
+    const int column = textCursor().positionInBlock();
+    if (!indenter || isReadOnly() || event->text().size() != 1 || event->text()[0].isLetterOrNumber()
+        || column > LongestStart)
+        return;
+    const QString start = textCursor().block().text().first(column);
+    if (!start.endsWith(event->text())
+        || !askPlugin("TextIndent::changesIndent", [&] { return indenter->changesIndent(start); }))
+        return;
+    QTextCursor step = textCursor();
+    step.joinPreviousEditBlock();
+    indent();
+    step.endEditBlock();
 }
 
 Indentation TextViewEdit::indentation() const

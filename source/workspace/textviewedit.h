@@ -87,6 +87,7 @@ protected:
 private:
     void pressTab();
     void pressReturn(QKeyEvent *event);
+    void pressOther(QKeyEvent *event);
     void showBracketMatch();
     void select(qsizetype position, qsizetype length);
     bool replaceMatches(const TextPattern &pattern, const QString &replacement, qsizetype from, qsizetype end);
