@@ -32,6 +32,19 @@ QTextDocument *keptDocument(QPlainTextEdit *edit)
     edit->document()->setParent(edit); // its owner would delete it when the document is replaced
     return edit->document();
 }
+
+/// Whether the character @p typed would change the indentation of the line in which it is inserted.
+bool changesIndent(const TextViewEdit &edit, const QString &typed)
+{
+    const TextIndent *indenter = edit.textDocument()->indenter();
+    const int position = edit.textCursor().selectionStart();
+    const QTextBlock block = edit.document()->findBlock(position);
+    const int column = position - block.position();
+    if (!indenter || edit.isReadOnly() || typed.size() != 1 || typed[0].isLetterOrNumber() || column > LongestStart)
+        return false;
+    const QString start = block.text().first(column) + typed;
+    return askPlugin("TextIndent::changesIndent", [&] { return indenter->changesIndent(start); });
+}
 } // namespace
 
 TextViewEdit::TextViewEdit(TextView *view, TextDocument *document)
@@ -210,23 +223,17 @@ void TextViewEdit::keyPressEvent(QKeyEvent *event)
         pressOther(event);
 }
 
-/// A typed character may determine the indentation of its line. That is one step for undo with the character.
+/// A typed character may change the indentation of its line. That is one step for undo with the character.
 void TextViewEdit::pressOther(QKeyEvent *event)
 {
-    QPlainTextEdit::keyPressEvent(event);
-    const TextIndent *indenter = m_document->indenter();
-    const int column = textCursor().positionInBlock();
-    if (!indenter || isReadOnly() || event->text().size() != 1 || event->text()[0].isLetterOrNumber()
-        || column > LongestStart)
-        return;
-    const QString start = textCursor().block().text().first(column);
-    if (!start.endsWith(event->text())
-        || !askPlugin("TextIndent::changesIndent", [&] { return indenter->changesIndent(start); }))
-        return;
+    if (!changesIndent(*this, event->text()))
+        return QPlainTextEdit::keyPressEvent(event);
     QTextCursor step = textCursor();
-    step.joinPreviousEditBlock();
+    step.beginEditBlock();
+    QPlainTextEdit::keyPressEvent(event);
     indent();
     step.endEditBlock();
+    ensureCursorVisible();
 }
 
 Indentation TextViewEdit::indentation() const
