@@ -4,7 +4,6 @@
 #include <QDialog>
 #include <QLibrary>
 #include <QPainter>
-#include <QProxyStyle>
 #include <QSplashScreen>
 #include <QTest>
 
@@ -27,23 +26,15 @@ struct Program
     IDEApplication application;
 };
 
-/// A desktop with these colours, in which disabled texts cannot be read.
-class Scheme : public QProxyStyle
+/// Colours in which disabled texts cannot be read.
+QPalette scheme(const QColor &background, const QColor &text)
 {
-public:
-    Scheme(const QColor &background, const QColor &text) : m_palette(text, background)
-    {
-        m_palette.setColor(QPalette::Base, background);
-        m_palette.setColor(QPalette::Text, text);
-        m_palette.setColor(QPalette::Disabled, QPalette::Text, background);
-        m_palette.setResolveMask(0);
-    }
-
-    QPalette standardPalette() const override { return m_palette; }
-
-private:
-    QPalette m_palette;
-};
+    QPalette palette(text, background);
+    palette.setColor(QPalette::Base, background);
+    palette.setColor(QPalette::Text, text);
+    palette.setColor(QPalette::Disabled, QPalette::Text, background);
+    return palette;
+}
 
 QByteArray squarePicture(const QByteArray &colour)
 {
@@ -321,17 +312,16 @@ private Q_SLOTS:
 
     void disabledTextsStayReadableWhenTheSchemeChanges()
     {
-        const Installation installation;
-        const Program program(installation);
+        const Program program(*m_installation);
         const auto difference = [] {
             const QPalette palette = QApplication::palette();
             return palette.color(QPalette::Disabled, QPalette::Text).lightness()
                    - palette.color(QPalette::Base).lightness();
         };
-        QApplication::setStyle(new Scheme(Qt::black, Qt::white));
+        QApplication::setPalette(scheme(Qt::black, Qt::white));
         QCOMPARE(QApplication::palette().color(QPalette::Base), QColor(Qt::black));
         QVERIFY2(difference() > 60, qPrintable(QString::number(difference())));
-        QApplication::setStyle(new Scheme(Qt::white, Qt::black));
+        QApplication::setPalette(scheme(Qt::white, Qt::black));
         QCOMPARE(QApplication::palette().color(QPalette::Base), QColor(Qt::white));
         QVERIFY2(difference() < -60, qPrintable(QString::number(difference())));
     }

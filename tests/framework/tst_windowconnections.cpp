@@ -1,10 +1,12 @@
 #include "dockwindow.h"
+#include "findinfilesdialog.h"
 #include "outputpage.h"
 #include "outputwindow.h"
 #include "projecttree.h"
 #include "projecttreeitem.h"
 #include "windowfixture.h"
 #include <QAction>
+#include <QCheckBox>
 #include <QClipboard>
 #include <QComboBox>
 #include <QMenu>
@@ -75,10 +77,11 @@ public:
 
     [[nodiscard]] QString output(uint page) const { return window->outputWindow()->page(page)->toPlainText(); }
 
-    /// Fills in the dialog for finding in files, for a text in a folder.
-    static void searchFor(QDialog *dialog, const QString &text, const QString &folder)
+    /// Fills in the dialog for finding in files.
+    static void searchFor(QDialog *dialog, const QString &text, const QString &folder,
+                          FindInFilesDialog::Scope scope = FindInFilesDialog::Folder)
     {
-        dialog->findChild<QComboBox *>(u"ScopeCombo"_s)->setCurrentIndex(0);
+        dialog->findChild<QComboBox *>(u"ScopeCombo"_s)->setCurrentIndex(scope);
         dialog->findChild<QComboBox *>(u"FindWhatCombo"_s)->setEditText(text);
         dialog->findChild<QComboBox *>(u"LookInCombo"_s)->setEditText(folder);
         dialog->findChild<QComboBox *>(u"FileTypesCombo"_s)->setEditText(u"*.*"_s);
@@ -199,6 +202,48 @@ private Q_SLOTS:
         f.answers->meet([&f](QDialog *dialog) { ProductWindow::searchFor(dialog, u"needle"_s, f.path(u"src"_s)); });
         f.action(u"editFindInFiles"_s)->trigger();
         QTRY_VERIFY(f.output(OutputWindow::FindInFiles).contains(u"a.c(1):needle one"_s));
+    }
+
+    void fileOfTwoProjectsIsSearchedOnce()
+    {
+        const ProductWindow f;
+        f.write(u"src/a.c"_s, "needle\n");
+        f.writeProject(u"fw.vnp"_s, {u"src/a.c"_s});
+        f.writeProject(u"lib.vnp"_s, {u"src/a.c"_s});
+        QVERIFY(f.window->openWorkspace(f.writeWorkspace(u"all.vnw"_s, {u"fw.vnp"_s, u"lib.vnp"_s}), false));
+        f.answers->meet(
+            [](QDialog *dialog) { ProductWindow::searchFor(dialog, u"needle"_s, {}, FindInFilesDialog::AllProjects); });
+        f.action(u"editFindInFiles"_s)->trigger();
+        QTRY_VERIFY2(f.output(OutputWindow::FindInFiles).endsWith(u"\n1 occurrence has been found."_s),
+                     qPrintable(f.output(OutputWindow::FindInFiles)));
+    }
+
+    void searchShowsItsProgress()
+    {
+        const ProductWindow f;
+        for (int i = 0; i < 100; ++i)
+            f.write(u"src/%1.c"_s.arg(i), (QByteArray(30, 'x') + '\n').repeated(1000));
+        f.answers->meet([&f](QDialog *dialog) {
+            dialog->findChild<QCheckBox *>(u"RegExpCheck"_s)->setChecked(true);
+            ProductWindow::searchFor(dialog, u"(x+x+)+y"_s, f.path(u"src"_s)); // takes long
+        });
+        f.action(u"editFindInFiles"_s)->trigger();
+        QTRY_VERIFY2(f.status().startsWith(u"Searching: "_s), qPrintable(f.status()));
+        f.action(u"editStopFindInFiles"_s)->trigger();
+        QCOMPARE(f.status(), QString());
+    }
+
+    void boxOfConfigurationsFollowsTheProject()
+    {
+        const ProductWindow f;
+        f.openProject({});
+        auto *box = f.window->findChild<QComboBox *>(u"configurationDropdown"_s);
+        Project *project = f.window->projectWorkspace()->currentProject();
+        QVERIFY(!box->isEnabled());
+        project->properties()->addConfiguration(u"Release"_s);
+        project->setCurrentConfiguration(u"Release"_s);
+        QCOMPARE(box->currentText(), u"Release"_s);
+        QVERIFY(box->isEnabled());
     }
 
     void wordAtTheCursorIsProposedForASearch()

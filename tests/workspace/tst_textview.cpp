@@ -124,6 +124,7 @@ private Q_SLOTS:
         const auto *handle = f.edit()->findChild<TextSplitterWidget *>();
         QCOMPARE(handle->cursor().shape(), Qt::SplitVCursor);
         QCOMPARE(int(handle->cursor().shape()), 11);
+        QCOMPARE(handle->toolTip(), u"Drag down to split the window"_s);
         QCOMPARE(handle->height(), handle->style()->pixelMetric(QStyle::PM_SplitterWidth));
     }
 
