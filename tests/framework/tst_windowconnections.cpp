@@ -6,7 +6,6 @@
 #include "projecttreeitem.h"
 #include "windowfixture.h"
 #include <QAction>
-#include <QCheckBox>
 #include <QClipboard>
 #include <QComboBox>
 #include <QMenu>
@@ -216,21 +215,6 @@ private Q_SLOTS:
         f.action(u"editFindInFiles"_s)->trigger();
         QTRY_VERIFY2(f.output(OutputWindow::FindInFiles).endsWith(u"\n1 occurrence has been found."_s),
                      qPrintable(f.output(OutputWindow::FindInFiles)));
-    }
-
-    void searchShowsItsProgress()
-    {
-        const ProductWindow f;
-        for (int i = 0; i < 100; ++i)
-            f.write(u"src/%1.c"_s.arg(i), (QByteArray(30, 'x') + '\n').repeated(1000));
-        f.answers->meet([&f](QDialog *dialog) {
-            dialog->findChild<QCheckBox *>(u"RegExpCheck"_s)->setChecked(true);
-            ProductWindow::searchFor(dialog, u"(x+x+)+y"_s, f.path(u"src"_s)); // takes long
-        });
-        f.action(u"editFindInFiles"_s)->trigger();
-        QTRY_VERIFY2(f.status().startsWith(u"Searching: "_s), qPrintable(f.status()));
-        f.action(u"editStopFindInFiles"_s)->trigger();
-        QCOMPARE(f.status(), QString());
     }
 
     void boxOfConfigurationsFollowsTheProject()

@@ -436,13 +436,15 @@ private Q_SLOTS:
     void firstSessionInALowWindowDoesNotEnlargeIt()
     {
         const DebugWindow f;
+        for (const char *name : {"callStackDockWindow", "variablesDockWindow", "watchDockWindow"})
+            f.dock(name)->widget()->setMinimumHeight(150);
         const QSize size(900, 500);
         f.window->resize(size);
         QCoreApplication::processEvents();
         f.window->activity().setState(StatePaused);
         QCoreApplication::processEvents();
         QCOMPARE(f.window->size(), size);
-        QVERIFY(f.window->tabifiedDockWidgets(f.dock("callStackDockWindow")).contains(f.dock("variablesDockWindow")));
+        QVERIFY(f.window->tabifiedDockWidgets(f.dock("variablesDockWindow")).contains(f.dock("watchDockWindow")));
         f.window->activity().setState(StateIdle);
     }
 
