@@ -50,11 +50,9 @@ void BaseIndent::setIndent(const QTextBlock &block, int *oldIndent, int *newInde
 {
     const QString text = block.text();
     const int length = lengthOfIndentation(text);
-    QString indentation = indentText(*newIndent, tabSize(), keepTabs());
+    const QString indentation = indentText(*newIndent, tabSize(), keepTabs());
     *oldIndent = length;
     *newIndent = int(indentation.size());
-    if (length == text.size())
-        indentation += u' ';
     if (QStringView(text).first(length) != indentation)
         replaceInBlock(block, length, indentation);
 }

@@ -13,8 +13,7 @@ protected:
     /// wide.
     [[nodiscard]] int indentation(const QString &text) const;
     /// Replaces the white space at the start of @p block by @p *newIndent columns of it, with tabs if keepTabs(). Sets
-    /// @p *oldIndent to the number of characters removed and @p *newIndent to the number inserted. A line that contains
-    /// only white space keeps one blank after the new indentation.
+    /// @p *oldIndent to the number of characters removed and @p *newIndent to the number inserted.
     void setIndent(const QTextBlock &block, int *oldIndent, int *newIndent) const;
 };
 

@@ -428,6 +428,14 @@ void CppIndent::indent(QTextDocument *document, QTextBlock block, int *oldIndent
         *newIndent = after;
 }
 
+/// A brace or "#" at the start of the line, or the colon of a label of a switch or a class.
+bool CppIndent::changesIndent(const QString &start) const
+{
+    static const QRegularExpression expression(
+        uR"(^\s*(?:[{}#]|(?:case\b.*[^:]|default\s*|(?:public|protected|private|signals|Q_SIGNALS)(?:\s+\w+)?\s*):)$)"_s);
+    return indentMode() == Smart && expression.match(start).hasMatch();
+}
+
 int indentForBottomLine(const QStringList &lines, QChar typedIn, int tabSize)
 {
     return indentForBottomLine([&lines](int line) { return lines.at(line); }, int(lines.size()), typedIn, tabSize);

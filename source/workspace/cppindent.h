@@ -8,6 +8,7 @@ class CppIndent : public BaseIndent
 {
 public:
     void indent(QTextDocument *document, QTextBlock block, int *oldIndent = nullptr, int *newIndent = nullptr) override;
+    [[nodiscard]] bool changesIndent(const QString &start) const override;
 };
 
 /// The start column for the last of @p lines, which are the text from its first line to that one. @p typedIn is the

@@ -2,6 +2,8 @@
 #include <array>
 
 namespace {
+constexpr int PlainPiece = 500; ///< characters with one format: the toolkit lays out only those on screen
+
 constexpr bool isDigit(char16_t ch)
 {
     return ch >= u'0' && ch <= u'9';
@@ -185,12 +187,14 @@ void TableHighlighter::process(QTextDocument *document, QTextBlock block, int, b
 {
     const int state = startState(document, block);
     ParagData *data = ensureParagData(block);
-    const int endState = lexLine(m_language, block.text(), state, m_lineFormats, data->parenList);
-    paint(document, block, formatRanges());
-    setEndState(block, endState, invalidate);
+    const QString text = block.text();
+    const QStringView part = QStringView(text).left(LongestPart);
+    const int endState = lexLine(m_language, part, state, m_lineFormats, data->parenList);
+    paint(document, block, formatRanges(int(text.size())));
+    setEndState(block, part.size() < text.size() ? 0 : endState, invalidate);
 }
 
-QList<QTextLayout::FormatRange> TableHighlighter::formatRanges() const
+QList<QTextLayout::FormatRange> TableHighlighter::formatRanges(int lineLength) const
 {
     std::array<QTextCharFormat, FormatId::Label + 1> formats;
     for (int id = FormatId::Standard; id <= FormatId::Label; ++id)
@@ -202,5 +206,7 @@ QList<QTextLayout::FormatRange> TableHighlighter::formatRanges() const
             ++end;
         ranges.append({start, end - start, formats[m_lineFormats[start]]});
     }
+    for (int start = length; start < lineLength; start += PlainPiece)
+        ranges.append({start, std::min(PlainPiece, lineLength - start), formats[FormatId::Standard]});
     return ranges;
 }

@@ -60,12 +60,15 @@ int lexLine(const Language &language, QStringView text, int state, std::vector<u
 class TableHighlighter : public SyntaxHighlighter
 {
 public:
+    /// Of a longer line only the start is highlighted, the rest is standard text: typing must not wait.
+    static constexpr qsizetype LongestPart = 10'000;
+
     TableHighlighter(const Language &language, const FormatTable *formats);
 
     void process(QTextDocument *document, QTextBlock block, int start, bool invalidate = true) override;
 
 private:
-    [[nodiscard]] QList<QTextLayout::FormatRange> formatRanges() const;
+    [[nodiscard]] QList<QTextLayout::FormatRange> formatRanges(int lineLength) const;
 
     const Language &m_language;
     std::vector<uchar> m_lineFormats; ///< a member only to reuse its memory

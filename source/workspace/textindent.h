@@ -1,10 +1,11 @@
 #pragma once
 #include "editorversion.h"
 
+class QString;
 class QTextBlock;
 class QTextDocument;
 
-/// Indents lines of a text document, after Return and by the indent command.
+/// Indents lines of a text document: after Return, after some characters, and by the indent command.
 class TextIndent
 {
 public:
@@ -19,6 +20,9 @@ public:
     /// columns and characters; either pointer may be null.
     virtual void indent(QTextDocument *document, QTextBlock block, int *oldIndent = nullptr,
                         int *newIndent = nullptr) = 0;
+    /// Whether the line is to be indented again because of the character that was just typed, the last of @p start,
+    /// which is the line up to the cursor.
+    [[nodiscard]] virtual bool changesIndent(const QString &start) const;
 
     [[nodiscard]] int indentMode() const { return m_indentMode; } ///< an IndentMode; settings may contain other numbers
     void setIndentMode(int mode) { m_indentMode = mode; }
@@ -32,3 +36,8 @@ private:
     int m_tabSize = 4;
     bool m_keepTabs = false;
 };
+
+inline bool TextIndent::changesIndent(const QString &) const
+{
+    return false;
+}

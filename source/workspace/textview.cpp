@@ -79,7 +79,7 @@ TextViewEdit *TextView::addPane()
     connect(
         pane, &TextViewEdit::becameSmall, this, [this, pane] { paneBecameSmall(pane); },
         Qt::QueuedConnection); // not while the splitter arranges its children
-    pane->markMatches(m_marked);
+    pane->background().markMatches(m_marked);
     m_edits.append(pane);
     pane->setNumber(m_edits.size());
     m_splitter->addWidget(pane);
@@ -427,7 +427,7 @@ void TextView::markMatches(const std::shared_ptr<const TextPattern> &pattern)
 {
     m_marked = pattern;
     for (TextViewEdit *edit : std::as_const(m_edits))
-        edit->markMatches(pattern);
+        edit->background().markMatches(pattern);
 }
 
 QString TextView::selectedText()

@@ -3,7 +3,6 @@
 #include "editorcolours.h"
 #include "editorhost.h"
 #include "lineedits.h"
-#include "markedlines.h"
 #include "objectnames.h"
 #include "textdocument.h"
 #include "textdocumenttemplate.h"
@@ -17,28 +16,43 @@
 #include <QFileInfo>
 #include <QMenu>
 #include <QMimeData>
-#include <QPainter>
 #include <QRubberBand>
 #include <QScrollBar>
 #include <QStyle>
-#include <QTextLayout>
 
 using namespace Qt::StringLiterals;
 
 namespace {
-constexpr int CollapseHeight = 20;              ///< pixels
-constexpr int LinesAround = 4;                  ///< lines that stay visible around the target line
-constexpr qsizetype LongestMarkedLine = 10'000; ///< characters; the places of matches in longer ones take too long
+constexpr int CollapseHeight = 20; ///< pixels
+constexpr int LinesAround = 4;     ///< lines that stay visible around the target line
+constexpr int LongestStart = 1000; ///< characters; the start of a longer line is not looked at per key
 
 QTextDocument *keptDocument(QPlainTextEdit *edit)
 {
     edit->document()->setParent(edit); // its owner would delete it when the document is replaced
     return edit->document();
 }
+
+/// Whether the character @p typed would change the indentation of the line in which it is inserted.
+bool changesIndent(const TextViewEdit &edit, const QString &typed)
+{
+    const TextIndent *indenter = edit.textDocument()->indenter();
+    const int position = edit.textCursor().selectionStart();
+    const QTextBlock block = edit.document()->findBlock(position);
+    const int column = position - block.position();
+    if (!indenter || edit.isReadOnly() || typed.size() != 1 || typed[0].isLetterOrNumber() || column > LongestStart)
+        return false;
+    const QString start = block.text().first(column) + typed;
+    return askPlugin("TextIndent::changesIndent", [&] { return indenter->changesIndent(start); });
+}
 } // namespace
 
 TextViewEdit::TextViewEdit(TextView *view, TextDocument *document)
-    : m_view(view), m_document(document), m_ownDocument(keptDocument(this)), m_margin(new TextMarkerWidget(this))
+    : m_view(view)
+    , m_document(document)
+    , m_ownDocument(keptDocument(this))
+    , m_margin(new TextMarkerWidget(this))
+    , m_background(*this, *document)
 {
     setFrameStyle(QFrame::NoFrame);
     setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
@@ -62,7 +76,7 @@ TextViewEdit::TextViewEdit(TextView *view, TextDocument *document)
         dy ? m_margin->update() : m_margin->update(0, rect.y(), m_margin->width(), rect.height());
     });
     connect(this, &QPlainTextEdit::blockCountChanged, this, &TextViewEdit::placeMargin);
-    connect(this, &QPlainTextEdit::cursorPositionChanged, this, &TextViewEdit::refreshCurrentLine);
+    connect(this, &QPlainTextEdit::cursorPositionChanged, this, [this] { m_background.refreshCurrentLine(); });
     connect(this, &QPlainTextEdit::selectionChanged, this, [this] { m_document->setSelection(textCursor()); });
     connect(document, &TextDocument::bracketMatchChanged, this, &TextViewEdit::showBracketMatch);
 }
@@ -153,9 +167,7 @@ void TextViewEdit::paintEvent(QPaintEvent *event)
     const int onScreen = viewport()->height() / std::max(1, m_document->lineSpacing()) + 1;
     const int last = std::min(firstVisibleBlock().blockNumber() + onScreen, document()->blockCount() - 1);
     m_document->ensureProcessed(document()->findBlockByNumber(last));
-    paintBands(event->rect());
-    if (m_marked && m_marked->canMatch())
-        paintMatches(event->rect());
+    m_background.paint(event->rect(), contentOffset().x());
     QPlainTextEdit::paintEvent(event);
 }
 
@@ -175,36 +187,6 @@ void TextViewEdit::placeMargin()
         setViewportMargins(width, 0, 0, 0); // may lead back here by a resize
     const QRect inside = contentsRect();
     m_margin->setGeometry(inside.left(), inside.top(), width, viewport()->height());
-}
-
-/// Bands on the lines of the next statement and of the cursor, below the text, so that formats with a background of
-/// their own and the selection stay visible.
-void TextViewEdit::paintBands(const QRect &rect)
-{
-    const EditorColours colours = editorColours(m_document->paperColour());
-    const bool showsCursor = m_document->textTemplate()->showsCurrentLine();
-    QPainter painter(viewport());
-    for (const Line &line : linesAt(rect.top(), rect.bottom())) {
-        const quint32 marker = MarkedLines::markers(line.block);
-        if (showsCursor && line.block == textCursor().block())
-            m_shownLine = line.block.blockNumber();
-        if (marker & TextView::CurrentLineMarker)
-            painter.fillRect(line.rect, colours.statement);
-        else if (marker & TextView::CallerMarker)
-            painter.fillRect(line.rect, colours.caller);
-        else if (showsCursor && line.block == textCursor().block())
-            painter.fillRect(line.rect, colours.currentLine);
-    }
-}
-
-void TextViewEdit::refreshCurrentLine()
-{
-    if (!m_document->textTemplate()->showsCurrentLine())
-        return;
-    for (const Line &line : linesAt(0, viewport()->height())) {
-        if (const int number = line.block.blockNumber(); number == textCursor().blockNumber() || number == m_shownLine)
-            viewport()->update(line.rect.toAlignedRect());
-    }
 }
 
 void TextViewEdit::showBracketMatch()
@@ -238,7 +220,20 @@ void TextViewEdit::keyPressEvent(QKeyEvent *event)
     else if (event->key() == Qt::Key_Tab && event->modifiers() == Qt::NoModifier && indenter && !indenter->keepTabs())
         pressTab();
     else
-        QPlainTextEdit::keyPressEvent(event);
+        pressOther(event);
+}
+
+/// A typed character may change the indentation of its line. That is one step for undo with the character.
+void TextViewEdit::pressOther(QKeyEvent *event)
+{
+    if (!changesIndent(*this, event->text()))
+        return QPlainTextEdit::keyPressEvent(event);
+    QTextCursor step = textCursor();
+    step.beginEditBlock();
+    QPlainTextEdit::keyPressEvent(event);
+    indent();
+    step.endEditBlock();
+    ensureCursorVisible();
 }
 
 Indentation TextViewEdit::indentation() const
@@ -485,34 +480,6 @@ bool TextViewEdit::replaceInSelection(const TextPattern &pattern, const QString 
     restored.setPosition(positionOf(cursor), QTextCursor::KeepAnchor);
     setTextCursor(restored);
     return replaced;
-}
-
-void TextViewEdit::markMatches(const std::shared_ptr<const TextPattern> &pattern)
-{
-    m_marked = pattern;
-    viewport()->update();
-}
-
-/// Below the text, like the band of the current line.
-void TextViewEdit::paintMatches(const QRect &rect)
-{
-    const EditorColours colours = editorColours(m_document->paperColour());
-    QPainter painter(viewport());
-    painter.setPen(colours.matchFrame);
-    painter.setBrush(colours.match);
-    for (const Line &line : linesAt(rect.top(), rect.bottom())) {
-        const QString text = line.block.text();
-        if (text.size() > LongestMarkedLine)
-            continue;
-        const QTextLine layout = line.block.layout()->lineAt(0);
-        for (auto match = m_marked->forward(text, 0, text.size()); match && layout.isValid();
-             match = m_marked->forward(text, match->position + match->length, text.size())) {
-            const qreal left = layout.cursorToX(int(match->position));
-            const qreal right = layout.cursorToX(int(match->position + match->length));
-            painter.drawRect(QRectF(line.rect.left() + contentOffset().x() + left, line.rect.top(), right - left,
-                                    line.rect.height() - 1));
-        }
-    }
 }
 
 QRect TextViewEdit::selectionOnScreen() const

@@ -1,4 +1,5 @@
 #pragma once
+#include "panebackground.h"
 #include "pasteguard.h"
 #include <QPlainTextEdit>
 #include <QTextBlock>
@@ -43,8 +44,7 @@ public:
     bool replaceInSelection(const TextPattern &pattern, const QString &replacement);
     /// How many matches the last call of a replacing function has replaced.
     [[nodiscard]] int replacedCount() const { return m_replacedCount; }
-    /// Marks every match in the visible lines, also after the text was changed. A null pattern ends that.
-    void markMatches(const std::shared_ptr<const TextPattern> &pattern);
+    [[nodiscard]] PaneBackground &background() { return m_background; }
     /// What the cursor or the selection covers of the screen.
     [[nodiscard]] QRect selectionOnScreen() const;
 
@@ -87,13 +87,11 @@ protected:
 private:
     void pressTab();
     void pressReturn(QKeyEvent *event);
+    void pressOther(QKeyEvent *event);
     void showBracketMatch();
     void select(qsizetype position, qsizetype length);
     bool replaceMatches(const TextPattern &pattern, const QString &replacement, qsizetype from, qsizetype end);
-    void paintMatches(const QRect &rect);
     void placeMargin();
-    void paintBands(const QRect &rect);
-    void refreshCurrentLine();
     void dragSplitter(const QPoint &globalPosition);
     void dropSplitter(const QPoint &globalPosition);
     [[nodiscard]] int splitHeight(const QPoint &globalPosition) const;
@@ -102,8 +100,7 @@ private:
     TextDocument *const m_document;
     QTextDocument *const m_ownDocument; ///< set again before destruction, so that the shared document is not affected
     TextMarkerWidget *m_margin;
-    std::shared_ptr<const TextPattern> m_marked; ///< null if no matches are marked
+    PaneBackground m_background;
     int m_replacedCount = 0;
-    int m_shownLine = 0;                       ///< the line of the cursor as it was painted last
     std::unique_ptr<QRubberBand> m_rubberBand; ///< null unless the splitter is dragged
 };

@@ -127,6 +127,7 @@ void Workspace::addDocument(Document *doc)
     VARNEL_ASSERT(m_documents.find(doc) == -1);
     m_documents.append(doc);
     connect(doc, &QObject::destroyed, this, &Workspace::documentDestroyed);
+    connect(doc, &Document::documentModified, this, &Workspace::modificationChanged);
 }
 
 void Workspace::documentDestroyed(QObject *doc)
@@ -134,6 +135,7 @@ void Workspace::documentDestroyed(QObject *doc)
     VARNEL_ASSERT(m_documents.find(doc) >= 0);
     if (const int index = m_documents.find(doc); index >= 0)
         m_documents.removeAt(index);
+    Q_EMIT modificationChanged();
 }
 
 void Workspace::closeCurrentDocument()

@@ -45,6 +45,7 @@ public:
 Q_SIGNALS:
     /// A document was reloaded and has lost its markers.
     void documentReopened();
+    void modificationChanged(); ///< A document was modified, saved or closed.
 
 private:
     enum class Placement { Append, InPlace };

@@ -101,6 +101,24 @@ private Q_SLOTS:
         QCOMPARE(DockPlacement::fromText(text), placement);
     }
 
+    void restoringDoesNotEnlargeTheWindow()
+    {
+        Windows w(*m_settings);
+        for (const DockWindow *dock : {w.first, w.second})
+            dock->widget()->setMinimumSize(200, 200);
+        w.window.tabifyDockWidget(w.first, w.second);
+        w.third->hide();
+        const QSize size(500, 350); // lower than both docks
+        w.window.resize(size);
+        QCoreApplication::processEvents();
+        QCOMPARE(w.window.size(), size);
+        w.layout.save(StateIdle);
+        w.layout.restore(StateIdle);
+        QCoreApplication::processEvents();
+        QCOMPARE(w.window.size(), size);
+        QCOMPARE(w.window.tabifiedDockWidgets(w.first), QList<QDockWidget *>{w.second});
+    }
+
     void damagedEntriesAreReadUpToTheDamage_data()
     {
         QTest::addColumn<QString>("text");

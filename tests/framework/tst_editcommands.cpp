@@ -46,6 +46,18 @@ private Q_SLOTS:
         QCOMPARE(f.text(), u"new one\ntwo\nthree\n"_s);
     }
 
+    void uncommentSaysIfNoLineIsAComment()
+    {
+        const EditedFile f("one\n");
+        f.window->editComment();
+        QVERIFY(f.text() != u"one\n"_s);
+        f.window->editUncomment();
+        QCOMPARE(f.text(), u"one\n"_s);
+        QCOMPARE(f.status(), QString());
+        f.window->editUncomment();
+        QCOMPARE(f.status(), u"No selected line is a comment"_s);
+    }
+
     void cutCopyPasteAndRemoveActOnTheFile()
     {
         const EditedFile f("one");

@@ -26,6 +26,16 @@ struct Program
     IDEApplication application;
 };
 
+/// Colours in which disabled texts cannot be read.
+QPalette scheme(const QColor &background, const QColor &text)
+{
+    QPalette palette(text, background);
+    palette.setColor(QPalette::Base, background);
+    palette.setColor(QPalette::Text, text);
+    palette.setColor(QPalette::Disabled, QPalette::Text, background);
+    return palette;
+}
+
 QByteArray squarePicture(const QByteArray &colour)
 {
     return R"(<svg xmlns="http://www.w3.org/2000/svg" width="3" height="3"><rect width="3" height="3" fill=")" + colour
@@ -298,6 +308,22 @@ private Q_SLOTS:
         QCOMPARE(firstPixel(splashScreen()->pixmap()), QColor(Qt::white)); // black for another version
         program.application.showSplash();
         QCOMPARE(splashesMade(*m_installation), 1);
+    }
+
+    void disabledTextsStayReadableWhenTheSchemeChanges()
+    {
+        const Program program(*m_installation);
+        const auto difference = [] {
+            const QPalette palette = QApplication::palette();
+            return palette.color(QPalette::Disabled, QPalette::Text).lightness()
+                   - palette.color(QPalette::Base).lightness();
+        };
+        QApplication::setPalette(scheme(Qt::black, Qt::white));
+        QCOMPARE(QApplication::palette().color(QPalette::Base), QColor(Qt::black));
+        QVERIFY2(difference() > 60, qPrintable(QString::number(difference())));
+        QApplication::setPalette(scheme(Qt::white, Qt::black));
+        QCOMPARE(QApplication::palette().color(QPalette::Base), QColor(Qt::white));
+        QVERIFY2(difference() < -60, qPrintable(QString::number(difference())));
     }
 
     void closedSplashScreenIsNotCreatedAgain()

@@ -1,7 +1,9 @@
 #include "dockwindow.h"
+#include "findinfilesdialog.h"
 #include "outputpage.h"
 #include "outputwindow.h"
 #include "projecttree.h"
+#include "projecttreeitem.h"
 #include "windowfixture.h"
 #include <QAction>
 #include <QClipboard>
@@ -62,12 +64,23 @@ public:
         }
     }
 
+    /// The mark of a row that is shown.
+    [[nodiscard]] QString markOf(const QString &text) const
+    {
+        for (ListViewItem *item = tree()->firstChild(); item; item = item->itemBelow()) {
+            if (item->text(0) == text)
+                return static_cast<const ProjectTreeItem *>(item)->mark();
+        }
+        return u"not shown"_s;
+    }
+
     [[nodiscard]] QString output(uint page) const { return window->outputWindow()->page(page)->toPlainText(); }
 
-    /// Fills in the dialog for finding in files, for a text in a folder.
-    static void searchFor(QDialog *dialog, const QString &text, const QString &folder)
+    /// Fills in the dialog for finding in files.
+    static void searchFor(QDialog *dialog, const QString &text, const QString &folder,
+                          FindInFilesDialog::Scope scope = FindInFilesDialog::Folder)
     {
-        dialog->findChild<QComboBox *>(u"ScopeCombo"_s)->setCurrentIndex(0);
+        dialog->findChild<QComboBox *>(u"ScopeCombo"_s)->setCurrentIndex(scope);
         dialog->findChild<QComboBox *>(u"FindWhatCombo"_s)->setEditText(text);
         dialog->findChild<QComboBox *>(u"LookInCombo"_s)->setEditText(folder);
         dialog->findChild<QComboBox *>(u"FileTypesCombo"_s)->setEditText(u"*.*"_s);
@@ -112,6 +125,26 @@ private Q_SLOTS:
         f.action(u"editCut"_s)->trigger();
         f.selectInTree(f.window->projectWorkspace()->currentProject()->displayName());
         QCOMPARE(f.enabled(u"editCut editRemove editPaste"_s), u"editPaste"_s);
+    }
+
+    void modifiedFilesAreMarkedInTheTree()
+    {
+        const ProductWindow f;
+        f.write(u"src/main.c"_s, "int a;\n");
+        f.write(u"src/uart.c"_s, "int b;\n");
+        f.openProject({u"src/main.c"_s, u"src/uart.c"_s});
+        QVERIFY(f.window->openFile(f.path(u"src/main.c"_s), false));
+        const auto marks = [&f] { return f.markOf(u"main.c"_s) + u'|' + f.markOf(u"uart.c"_s); };
+        QTRY_COMPARE(marks(), u"|"_s);
+        f.type(u"x"_s);
+        QTRY_COMPARE(marks(), u" *|"_s);
+        f.window->fileSave();
+        QTRY_COMPARE(marks(), u"|"_s);
+        f.type(u"y"_s);
+        QTRY_COMPARE(marks(), u" *|"_s);
+        f.answers->press(QMessageBox::No);
+        f.window->fileClose();
+        QTRY_COMPARE(marks(), u"|"_s);
     }
 
     void saveAndCloseFollowTheView()
@@ -168,6 +201,33 @@ private Q_SLOTS:
         f.answers->meet([&f](QDialog *dialog) { ProductWindow::searchFor(dialog, u"needle"_s, f.path(u"src"_s)); });
         f.action(u"editFindInFiles"_s)->trigger();
         QTRY_VERIFY(f.output(OutputWindow::FindInFiles).contains(u"a.c(1):needle one"_s));
+    }
+
+    void fileOfTwoProjectsIsSearchedOnce()
+    {
+        const ProductWindow f;
+        f.write(u"src/a.c"_s, "needle\n");
+        f.writeProject(u"fw.vnp"_s, {u"src/a.c"_s});
+        f.writeProject(u"lib.vnp"_s, {u"src/a.c"_s});
+        QVERIFY(f.window->openWorkspace(f.writeWorkspace(u"all.vnw"_s, {u"fw.vnp"_s, u"lib.vnp"_s}), false));
+        f.answers->meet(
+            [](QDialog *dialog) { ProductWindow::searchFor(dialog, u"needle"_s, {}, FindInFilesDialog::AllProjects); });
+        f.action(u"editFindInFiles"_s)->trigger();
+        QTRY_VERIFY2(f.output(OutputWindow::FindInFiles).endsWith(u"\n1 occurrence has been found."_s),
+                     qPrintable(f.output(OutputWindow::FindInFiles)));
+    }
+
+    void boxOfConfigurationsFollowsTheProject()
+    {
+        const ProductWindow f;
+        f.openProject({});
+        auto *box = f.window->findChild<QComboBox *>(u"configurationDropdown"_s);
+        Project *project = f.window->projectWorkspace()->currentProject();
+        QVERIFY(!box->isEnabled());
+        project->properties()->addConfiguration(u"Release"_s);
+        project->setCurrentConfiguration(u"Release"_s);
+        QCOMPARE(box->currentText(), u"Release"_s);
+        QVERIFY(box->isEnabled());
     }
 
     void wordAtTheCursorIsProposedForASearch()

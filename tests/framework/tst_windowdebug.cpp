@@ -354,6 +354,22 @@ private Q_SLOTS:
         QTRY_COMPARE(f.labels(), u"first changed third fourth"_s);
     }
 
+    void longStatusTextIsShortenedAndDoesNotWidenTheWindow()
+    {
+        const DebugWindow f;
+        f.window->activity().setState(StateRunning);
+        const int width = f.window->minimumSizeHint().width();
+        const QString text = u"loading "_s + QString(500, u'x');
+        f.say(u"fw"_s, text, 0);
+        QCoreApplication::processEvents();
+        QVERIFY2(f.labels().startsWith(u"loading xxx"_s) && f.labels().endsWith(u'…'), qPrintable(f.labels()));
+        QVERIFY(f.window->minimumSizeHint().width() <= std::max(width, 700));
+        const QList<QLabel *> labels = f.window->statusBar()->findChildren<QLabel *>();
+        QVERIFY(std::ranges::any_of(labels, [&](const QLabel *label) { return label->toolTip() == text; }));
+        f.say(u"fw"_s, u"short"_s, 0);
+        QVERIFY(std::ranges::none_of(labels, [&](const QLabel *label) { return label->toolTip() == text; }));
+    }
+
     void statusTextsAreHiddenOutsideASession_data()
     {
         QTest::addColumn<int>("state");
@@ -431,6 +447,21 @@ private Q_SLOTS:
         QCOMPARE(shown(), QStringList());
         f.window->activity().setState(StatePaused); // as the user has left it
         QCOMPARE(shown(), names.first(3));
+        f.window->activity().setState(StateIdle);
+    }
+
+    void firstSessionInALowWindowDoesNotEnlargeIt()
+    {
+        const DebugWindow f;
+        for (const char *name : {"callStackDockWindow", "variablesDockWindow", "watchDockWindow"})
+            f.dock(name)->widget()->setMinimumHeight(150);
+        const QSize size(900, 500);
+        f.window->resize(size);
+        QCoreApplication::processEvents();
+        f.window->activity().setState(StatePaused);
+        QCoreApplication::processEvents();
+        QCOMPARE(f.window->size(), size);
+        QVERIFY(f.window->tabifiedDockWidgets(f.dock("variablesDockWindow")).contains(f.dock("watchDockWindow")));
         f.window->activity().setState(StateIdle);
     }
 

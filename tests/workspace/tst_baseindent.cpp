@@ -56,10 +56,10 @@ void tst_BaseIndent::indentsTheLastLine_data()
     QTest::newRow("indented line is unchanged") << 1 << false << u"    a\n b"_s << u" b"_s << 1 << 1;
     QTest::newRow("first line is unchanged") << 1 << false << u"a"_s << u"a"_s << 0 << 0;
     QTest::newRow("blank line above gives column 0") << 1 << false << u"    \nb"_s << u"b"_s << 0 << 0;
-    QTest::newRow("empty line keeps one blank after the indentation") << 1 << false << u"  a\n"_s << u"   "_s << 0 << 2;
-    QTest::newRow("blank line keeps one blank after the indentation")
-        << 1 << false << u"  a\n      "_s << u"   "_s << 6 << 2;
-    QTest::newRow("blank line at column 0 keeps one blank") << 1 << false << u"a\n  \t"_s << u" "_s << 3 << 0;
+    QTest::newRow("empty line") << 1 << false << u"  a\n"_s << u"  "_s << 0 << 2;
+    QTest::newRow("blank line gets no blank behind its indentation")
+        << 1 << false << u"  a\n      "_s << u"  "_s << 6 << 2;
+    QTest::newRow("blank line at column 0") << 1 << false << u"a\n  \t"_s << u""_s << 3 << 0;
 }
 
 void tst_BaseIndent::indentsTheLastLine()
@@ -92,7 +92,7 @@ void tst_BaseIndent::indentingIsOneStepForUndo()
     BaseIndent indent;
     const auto document = plainDocument(u"   a\n  "_s);
     indent.indent(document.get(), document->lastBlock());
-    QCOMPARE(document->toPlainText(), u"   a\n    "_s);
+    QCOMPARE(document->toPlainText(), u"   a\n   "_s);
     document->undo();
     QCOMPARE(document->toPlainText(), u"   a\n  "_s);
     QVERIFY(!document->isUndoAvailable());

@@ -371,6 +371,10 @@ private Q_SLOTS:
         QVERIFY(f.browser()->verticalScrollBar()->value() > 0);
         QVERIFY(log.contains(u"source b.html"_s) && log.contains(u"back on"_s));
         log.clear();
+        QFocusEvent focusIn(QEvent::FocusIn);
+        QCoreApplication::sendEvent(f.browser(), &focusIn);
+        QVERIFY(log.contains(u"back on"_s) && log.contains(u"forward off"_s));
+        log.clear();
         f.view->back();
         QCOMPARE(f.text(), u"link"_s);
         QVERIFY(log.contains(u"source a.html"_s) && log.contains(u"back off"_s) && log.contains(u"forward on"_s));

@@ -669,6 +669,19 @@ private Q_SLOTS:
         QCOMPARE(f.document->lineCount(), 3);
     }
 
+    void rewrittenFileIsOfferedForReloading()
+    {
+        LargeFixture f;
+        f.openAndShow("one\n");
+        QFile file(f.path(u"large.log"_s));
+        QVERIFY(file.open(QIODevice::ReadWrite));
+        file.write("two\n");
+        file.flush();
+        file.setFileTime(QDateTime::currentDateTime().addSecs(10), QFileDevice::FileModificationTime);
+        f.document->checkFile();
+        QCOMPARE(notice(f), u"The file has been changed."_s);
+    }
+
     void fileThatCannotBeReloadedStays()
     {
         LargeFixture f;

@@ -57,6 +57,7 @@ private Q_SLOTS:
         m_search = std::make_unique<ParaSearch>(m_view.get(), &m_source);
         connect(m_search.get(), &ParaSearch::found, this, [this](const TextParaView::Place &place, bool wrapped) {
             m_result = u"%1,%2,%3"_s.arg(place.para).arg(place.line).arg(place.column) + (wrapped ? u"*"_s : QString());
+            QVERIFY(!m_search->isRunning()); // it ends at the first one
         });
         connect(m_search.get(), &ParaSearch::notFound, this, [this] { m_result = u"not found"_s; });
     }

@@ -28,7 +28,7 @@ void tst_PythonIndent::indentsTheLastLine_data()
     QTest::newRow("comment after the colon") << 2 << u"if a: # b\nc"_s << u"c"_s << 0;
     QTest::newRow("below an empty line") << 2 << u"if a:\n\nb"_s << u"b"_s << 0;
     QTest::newRow("below a blank line with no colon") << 2 << u"    \nb"_s << u"b"_s << 0;
-    QTest::newRow("new empty line") << 2 << u"if a:\n"_s << u"     "_s << 4;
+    QTest::newRow("new empty line") << 2 << u"if a:\n"_s << u"    "_s << 4;
     QTest::newRow("indented line is unchanged") << 2 << u"if a:\n  b"_s << u"  b"_s << 2;
     QTest::newRow("first line") << 2 << u"b"_s << u"b"_s << 0;
     QTest::newRow("mode 1 only copies") << 1 << u"  if a:\nb"_s << u"  b"_s << 2;

@@ -60,6 +60,7 @@ private Q_SLOTS:
     void keywordTablesAreComplete();
     void plainTextIsStandardText();
     void lineStartsWithTheEndStateAbove();
+    void longLineIsStandardTextBehindItsStart();
     void linesWithoutStateAboveAreRunFirst();
     void manyLinesWithoutStateNeedNoRecursion();
     void changedEndStateMarksTheNextLine();
@@ -157,6 +158,23 @@ void tst_SyntaxHighlighter::lineStartsWithTheEndStateAbove()
     QCOMPARE(painted(document->lastBlock()), u"222222"_s);
     QCOMPARE(document->lastBlock().userState(), 4);
     QCOMPARE(painted(document->firstBlock()), u"......"_s);
+}
+
+// The string at the start, a number before and behind the limit; the comment that is open there ends with its line.
+void tst_SyntaxHighlighter::longLineIsStandardTextBehindItsStart()
+{
+    const FormatTable formats = readableFormats();
+    CppHighlighter highlighter(&formats);
+    const QString start = u"\"s\" "_s + QString(9990, u'a') + u" 1 "_s;
+    const auto document = plainDocument(start + QString(5000, u'a') + u" 1 /* b\nint"_s);
+    processAll(highlighter, *document);
+    const QString formatted = painted(document->firstBlock());
+    QCOMPARE(formatted.left(4), u"1411"_s);
+    QCOMPARE(formatted[start.size() - 2], u'3');
+    QCOMPARE(formatted.sliced(TableHighlighter::LongestPart),
+             QString(formatted.size() - TableHighlighter::LongestPart, u'1'));
+    QCOMPARE(states(*document), (QList<int>{0, 0}));
+    QCOMPARE(painted(document->lastBlock()), u"666"_s);
 }
 
 void tst_SyntaxHighlighter::linesWithoutStateAboveAreRunFirst()

@@ -124,6 +124,7 @@ private Q_SLOTS:
         const auto *handle = f.edit()->findChild<TextSplitterWidget *>();
         QCOMPARE(handle->cursor().shape(), Qt::SplitVCursor);
         QCOMPARE(int(handle->cursor().shape()), 11);
+        QCOMPARE(handle->toolTip(), u"Drag down to split the window"_s);
         QCOMPARE(handle->height(), handle->style()->pixelMetric(QStyle::PM_SplitterWidth));
     }
 
@@ -294,7 +295,7 @@ private Q_SLOTS:
         f.putCursor(1, 1);
         QTest::keyClick(f.edit(), Qt::Key_Return);
         QTest::keyClicks(f.edit(), u"x"_s);
-        QCOMPARE(f.text(), u"int f()\n{\n    x "_s); // an indented line without text keeps one blank
+        QCOMPARE(f.text(), u"int f()\n{\n    x"_s);
         f.view->undo();
         f.view->undo();
         QCOMPARE(f.text(), u"int f()\n{"_s);
@@ -302,6 +303,55 @@ private Q_SLOTS:
         QTest::keyClick(f.edit(), Qt::Key_Return, Qt::ShiftModifier);
         QCOMPARE(f.document->text()->blockCount(), 3); // no other kind of line break
         QVERIFY(!f.document->text()->toRawText().contains(QChar::LineSeparator));
+    }
+
+    void typedCharacterIndentsItsLine_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<QString>("typed");
+        QTest::addColumn<QString>("expected");
+        QTest::newRow("opening brace") << u"int a;\nvoid f()\n        "_s << u"{"_s << u"int a;\nvoid f()\n{"_s;
+        QTest::newRow("closing brace") << u"void f()\n{\n    x;\n    "_s << u"}"_s << u"void f()\n{\n    x;\n}"_s;
+        QTest::newRow("closing brace and more")
+            << u"void f()\n{\n    x;\n    "_s << u"};"_s << u"void f()\n{\n    x;\n};"_s;
+        QTest::newRow("brace behind other text") << u"void f()\n{\n  x"_s << u" }"_s << u"void f()\n{\n  x }"_s;
+        QTest::newRow("preprocessor") << u"void f()\n{\n    "_s << u"#if"_s << u"void f()\n{\n#if"_s;
+        QTest::newRow("case label") << u"switch ( a ) {\n    "_s << u"case 1:"_s << u"switch ( a ) {\ncase 1:"_s;
+        QTest::newRow("scope") << u"switch ( a ) {\n      "_s << u"case a::"_s << u"switch ( a ) {\n      case a::"_s;
+        QTest::newRow("another colon") << u"void f()\n{\n  "_s << u"a ? b :"_s << u"void f()\n{\n  a ? b :"_s;
+    }
+    void typedCharacterIndentsItsLine()
+    {
+        QFETCH(const QString, text);
+        QFETCH(const QString, typed);
+        EditorFixture f(text);
+        f.docTemplate.indenter()->setIndentMode(TextIndent::Smart);
+        f.edit()->moveCursor(QTextCursor::End);
+        QTest::keyClicks(f.edit(), typed);
+        QTEST(f.text(), "expected");
+        QVERIFY(f.edit()->textCursor().atEnd());
+    }
+
+    void typedBraceAndItsIndentationAreOneStep()
+    {
+        const QString text = u"void f()\n{\n    x;\n    "_s;
+        EditorFixture f(text);
+        f.docTemplate.indenter()->setIndentMode(TextIndent::Smart);
+        f.edit()->moveCursor(QTextCursor::End);
+        QTest::keyClicks(f.edit(), u"}"_s);
+        f.view->undo();
+        QCOMPARE(f.text(), text);
+    }
+
+    void typedBraceIndentsInSmartModeOnly()
+    {
+        for (const int mode : {TextIndent::NoIndent, TextIndent::CopyPrevious}) {
+            EditorFixture f(u"void f()\n{\n    x;\n    "_s);
+            f.docTemplate.indenter()->setIndentMode(mode);
+            f.edit()->moveCursor(QTextCursor::End);
+            QTest::keyClicks(f.edit(), u"}"_s);
+            QCOMPARE(f.text(), u"void f()\n{\n    x;\n    }"_s);
+        }
     }
 
     void indentCommandIndentsTheSelectedLines()
@@ -326,12 +376,12 @@ private Q_SLOTS:
         QTest::addColumn<QString>("indented");
         QTest::addColumn<QString>("selection");
         const QString text = u"int f()\n{\nx;\n}\n"_s;
-        const QString indented = u"int f()\n{\n    x;\n}\n "_s; // a line without text keeps one blank
+        const QString indented = u"int f()\n{\n    x;\n}\n"_s;
         QTest::newRow("to an empty last line") << text << 0 << 15 << indented << u"0,0-4,0"_s;
         QTest::newRow("upward") << text << 15 << 0 << indented << u"0,0-4,0"_s;
         QTest::newRow("whole lines") << text << 10 << 13 << u"int f()\n{\n    x;\n}\n"_s << u"2,0-3,0"_s;
         QTest::newRow("an empty line within a block")
-            << u"f() {\nx;\n\ny;\n}"_s << 6 << 12 << u"f() {\n    x;\n     \n    y;\n}"_s << u"1,0-3,2"_s;
+            << u"f() {\nx;\n\ny;\n}"_s << 6 << 12 << u"f() {\n    x;\n    \n    y;\n}"_s << u"1,0-3,2"_s;
         QTest::newRow("lines that become shorter")
             << u"f() {\n          x;\n}"_s << 8 << 18 << u"f() {\n    x;\n}"_s << u"1,2-1,6"_s;
         QTest::newRow("nothing selected") << text << 10 << 10 << u"int f()\n{\n    x;\n}\n"_s << u"2,4"_s;

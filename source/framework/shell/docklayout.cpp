@@ -2,6 +2,7 @@
 #include "dockwindow.h"
 #include "toolbarrows.h"
 #include <QGuiApplication>
+#include <QLayout>
 #include <QMainWindow>
 #include <QScreen>
 #include <QSettings>
@@ -230,9 +231,13 @@ void DockLayout::restore(ActivityState state) const
     }
     const QByteArray exact = m_settings->value(StateKey).toByteArray();
     m_settings->endGroup();
+    QLayout *layout = m_window->layout();
+    const QLayout::SizeConstraint constraint = layout->sizeConstraint();
+    layout->setSizeConstraint(QLayout::SetNoConstraint); // on the way, docks side by side would enlarge the window
     place(placed);
     if (!exact.isEmpty())
         m_window->restoreState(exact);
+    layout->setSizeConstraint(constraint);
 }
 
 void DockLayout::place(const QList<Placed> &all) const

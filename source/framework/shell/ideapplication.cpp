@@ -13,6 +13,7 @@
 #include "uidocument.h"
 #include <QDialog>
 #include <QPainter>
+#include <QScopedValueRollback>
 #include <QSettings>
 #include <QSplashScreen>
 
@@ -61,8 +62,7 @@ IDEApplication::IDEApplication(int &argc, char **argv, const std::function<Appli
 {
     theApplication = this;
     setDesktopFileName(u"varnel"_s);
-    if (const QPalette readable = readablePalette(palette()); readable != palette())
-        setPalette(readable);
+    mendPalette();
     m_settings =
         std::make_unique<QSettings>(QSettings::IniFormat, QSettings::UserScope, u"Ostrand Labs"_s, u"Varnel/1.0"_s);
     new Translation(translationDirectory(path(PathConfig)), m_settings->value(u"Startup/Language"_s).toString(), this);
@@ -185,6 +185,31 @@ bool IDEApplication::notify(QObject *receiver, QEvent *event)
         reportEscaped(called, "unknown exception");
     }
     return false;
+}
+
+/// The colours of the system have changed, or those of the application.
+bool IDEApplication::event(QEvent *event)
+{
+    const bool result = QApplication::event(event);
+    if (event->type() == QEvent::ApplicationPaletteChange && !m_isMending)
+        mendPalette();
+    return result;
+}
+
+/// Begins with the system's colours: those that were mended before may belong to another scheme.
+void IDEApplication::mendPalette()
+{
+    const QScopedValueRollback mending(m_isMending, true);
+    if (m_mendedColours) {
+        QPalette without = palette();
+        without.setResolveMask(without.resolveMask() & ~m_mendedColours);
+        setPalette(without);
+    }
+    const QPalette before = palette();
+    const QPalette readable = readablePalette(before);
+    m_mendedColours = readable.resolveMask() & ~before.resolveMask();
+    if (readable != before)
+        setPalette(readable);
 }
 
 void IDEApplication::loadPlugins()

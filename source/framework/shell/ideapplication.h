@@ -66,7 +66,11 @@ public:
     /// The about box of the branding library; null if there is none.
     [[nodiscard]] std::unique_ptr<QDialog> aboutBox() const;
 
+protected:
+    bool event(QEvent *event) override;
+
 private:
+    void mendPalette();
     void loadPlugins();
     void paintLogo(IPluginFactory *factory, int *x);
     [[nodiscard]] QDir binaryDirectory() const;
@@ -78,4 +82,6 @@ private:
     QStringList m_pluginNames;
     QString m_title;
     QPointer<QWidget> m_mainWidget;
+    QPalette::ResolveMask m_mendedColours = 0;
+    bool m_isMending = false;
 };

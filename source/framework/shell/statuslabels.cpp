@@ -8,12 +8,21 @@ using namespace Qt::StringLiterals;
 
 namespace {
 constexpr int InfoLabelCount = 4;
+constexpr int NarrowestInfo = 100; ///< pixels
+
+/// A longer text would widen the window.
+QString shortened(const QString &text, const QLabel &label)
+{
+    const int room = label.parentWidget()->width() / (InfoLabelCount + 1);
+    return label.fontMetrics().elidedText(text, Qt::ElideRight, std::max(room, NarrowestInfo));
 }
+} // namespace
 
 StatusLabels::StatusLabels(QStatusBar *bar)
 {
     for (int i = 0; i < InfoLabelCount; ++i) {
         auto *label = new QLabel(bar);
+        label->setTextFormat(Qt::PlainText);
         label->hide();
         m_infoLabels.prepend(label);
         bar->addPermanentWidget(label, 0);
@@ -31,8 +40,10 @@ void StatusLabels::showInfo(const QString &text, int position) const
 {
     if (position < 0 || position >= m_infoLabels.size())
         return;
-    m_infoLabels[position]->setText(text);
-    m_infoLabels[position]->show();
+    QLabel *label = m_infoLabels[position];
+    label->setText(shortened(text, *label));
+    label->setToolTip(label->text() == text ? QString() : text);
+    label->show();
 }
 
 void StatusLabels::hideInfo() const

@@ -1,4 +1,5 @@
 #include "projectrows.h"
+#include "document.h"
 #include "project.h"
 #include "projectfile.h"
 #include "projectfolder.h"
@@ -6,6 +7,7 @@
 #include "projectworkspace.h"
 #include "varnelassert.h"
 #include "windowservices.h"
+#include "workspace.h"
 #include <algorithm>
 #include <QFileInfo>
 
@@ -177,15 +179,18 @@ void ProjectRows::updateMarks()
     }
 }
 
-void ProjectRows::updateMissing(const ListViewItem *item)
+void ProjectRows::updateFile(const ListViewItem *item)
 {
     const ProjectFile *file = fileOf(item);
     if (!file)
         return;
     ProjectTreeItem *row = m_fileItems.value(file);
-    const bool exists = QFileInfo::exists(file->project()->absolutePath(file->path()));
+    const QString path = file->project()->absolutePath(file->path());
+    const bool exists = QFileInfo::exists(path);
+    const Workspace *documents = m_window.workspace();
+    const Document *document = documents ? documents->findDocument(path) : nullptr;
     row->setFaded(!exists);
-    row->setMark(exists ? QString() : tr(" (missing)"));
+    row->setMark(document && document->modified() ? u" *"_s : exists ? QString() : tr(" (missing)"));
 }
 
 // The filter --------------------------------------------------------------

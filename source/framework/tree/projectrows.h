@@ -42,9 +42,9 @@ public:
     void removeFolder(ProjectFolder *parent, ProjectFolder *folder);
     void removeFile(ProjectFolder *parent, ProjectFile *file);
     void renameFolder(const ProjectFolder *folder, const QString &name);
-    void updateActivity();                        ///< The pictures of active and of inactive projects.
-    void updateMarks();                           ///< Of projects that are modified or could not be loaded.
-    void updateMissing(const ListViewItem *item); ///< Whether the file of a row exists.
+    void updateActivity();                     ///< The pictures of active and of inactive projects.
+    void updateMarks();                        ///< Of projects that are modified or could not be loaded.
+    void updateFile(const ListViewItem *item); ///< Whether the file of a row exists, and is open and modified.
     /// Hides the rows whose text does not contain @p text and that have no such row below or above them. An empty text
     /// shows all rows, and opens and closes them as they were.
     void filter(const QString &text);

@@ -12,10 +12,7 @@
 #include "questions.h"
 #include "varnelassert.h"
 #include "windowservices.h"
-#include <QDrag>
-#include <QDropEvent>
 #include <QKeyEvent>
-#include <QScrollBar>
 
 using namespace Qt::StringLiterals;
 
@@ -49,42 +46,15 @@ bool offerToSave(QWidget *parent, Project *project, const QString &workspace)
 } // namespace
 
 ProjectTree::ProjectTree(const Activity &activity, WindowServices &window, QWidget *parent)
-    : ListView(parent)
-    , m_activity(activity)
-    , m_window(window)
-    , m_rows(*this, window)
-    , m_menus(*this, window)
-    , m_moves(*this, m_rows)
-    , m_dropTarget(*this)
+    : ProjectItemView(window, parent), m_activity(activity), m_window(window), m_menus(*this, window)
 {
-    setHeaderLabel(u"Column1"_s);
-    setHeaderHidden(true);
-    setItemMargin(1);
-    setSelectionMode(ExtendedSelection);
-    setVerticalScrollMode(ScrollPerPixel);
-    setDragEnabled(true);
-    setAcceptDrops(true);
-    viewport()->setAcceptDrops(true);
-
     connect(&activity, &Activity::projectReloading, this, &ProjectTree::releaseWorkspace);
-    connect(this, &QTreeWidget::itemExpanded, this, [this](QTreeWidgetItem *item) { m_rows.makeChildren(item); });
     connect(this, &QTreeWidget::itemSelectionChanged, this, &ProjectTree::slotSelectionChanged);
     connect(this, &QTreeWidget::itemDoubleClicked, this, [this] { openFile(); });
     connect(this, &ListView::returnPressed, this, &ProjectTree::activateItem);
     connect(this, &ListView::itemRenamed, this, &ProjectTree::folderRenamed);
     connect(this, &ListView::contextMenuRequested, this, &ProjectTree::slotContextMenuRequested);
-    connect(&m_moves, &ProjectMoves::finished, this, &ProjectTree::slotSelectionChanged);
-
-    m_refreshTimer.setSingleShot(true);
-    m_refreshTimer.setInterval(0);
-    connect(&m_refreshTimer, &QTimer::timeout, this, &ProjectTree::refreshRows);
-    const auto refreshLater = [this] { m_refreshTimer.start(); };
-    connect(verticalScrollBar(), &QScrollBar::valueChanged, this, refreshLater);
-    connect(verticalScrollBar(), &QScrollBar::rangeChanged, this, refreshLater); // also when rows are opened
-    connect(model(), &QAbstractItemModel::rowsInserted, this, [this] {
-        m_rowsAdded = true;
-        m_refreshTimer.start();
-    });
+    connect(&moves(), &ProjectMoves::finished, this, &ProjectTree::slotSelectionChanged);
 }
 
 ProjectTree::~ProjectTree()
@@ -115,7 +85,7 @@ void ProjectTree::releaseWorkspace()
     const bool selected = selectedItem();
     disconnectProjects();
     m_workspace = nullptr;
-    m_rows.clear();
+    rows().clear();
     if (selected)
         slotSelectionChanged();
 }
@@ -126,12 +96,12 @@ void ProjectTree::rebuild()
     if (!m_workspace)
         return;
     const bool selected = selectedItem();
-    m_rows.clear();
+    rows().clear();
     m_projects = m_activity.projects();
     for (const QPointer<Project> &project : std::as_const(m_projects))
         connectProject(project);
-    m_rows.addWorkspace(m_workspace, m_projects);
-    m_refreshTimer.start();
+    rows().addWorkspace(m_workspace, m_projects);
+    refreshLater();
     if (selected)
         slotSelectionChanged();
 }
@@ -144,8 +114,8 @@ void ProjectTree::connectProject(Project *project)
     connect(project, &Project::fileAdded, this, &ProjectTree::slotFileAdded);
     connect(project, &Project::fileRemoved, this, &ProjectTree::slotFileRemoved);
     connect(project, &Project::folderRenamed, this,
-            [this](ProjectFolder *folder, const QString &name) { m_rows.renameFolder(folder, name); });
-    connect(project, &Project::projectModified, this, [this] { m_rows.updateMarks(); });
+            [this](ProjectFolder *folder, const QString &name) { rows().renameFolder(folder, name); });
+    connect(project, &Project::projectModified, this, [this] { rows().updateMarks(); });
 }
 
 void ProjectTree::disconnectProjects()
@@ -160,24 +130,6 @@ void ProjectTree::disconnectProjects()
     m_projects.clear();
 }
 
-/// Only the rows on screen are marked: looking for thousands of files takes long.
-void ProjectTree::refreshRows()
-{
-    if (m_rowsAdded && !m_filter.isEmpty())
-        m_rows.filter(m_filter);
-    m_rowsAdded = false;
-    const int bottom = viewport()->height();
-    ListViewItem *item = itemAt(QPoint(0, 0));
-    for (; item && itemRect(item).top() < bottom; item = item->itemBelow())
-        m_rows.updateMissing(item);
-}
-
-void ProjectTree::setFilter(const QString &text)
-{
-    m_filter = text;
-    m_rows.filter(text);
-}
-
 void ProjectTree::workspaceChanged()
 {
     rebuild();
@@ -185,67 +137,35 @@ void ProjectTree::workspaceChanged()
 
 void ProjectTree::activityChanged()
 {
-    m_rows.updateActivity();
+    rows().updateActivity();
 }
 
 void ProjectTree::currentProjectChanged()
 {
-    m_rows.markCurrent(m_workspace ? m_workspace->currentProject() : nullptr);
+    rows().markCurrent(m_workspace ? m_workspace->currentProject() : nullptr);
 }
 
 void ProjectTree::slotFolderAdded(ProjectFolder *parent, ProjectFolder *folder)
 {
-    m_rows.addFolder(parent, folder);
+    rows().addFolder(parent, folder);
 }
 
 void ProjectTree::slotFolderRemoved(ProjectFolder *parent, ProjectFolder *folder)
 {
-    m_rows.removeFolder(parent, folder);
+    rows().removeFolder(parent, folder);
 }
 
 void ProjectTree::slotFileAdded(ProjectFolder *parent, ProjectFile *file)
 {
-    m_rows.addFile(parent, file);
+    rows().addFile(parent, file);
 }
 
 void ProjectTree::slotFileRemoved(ProjectFolder *parent, ProjectFile *file)
 {
-    m_rows.removeFile(parent, file);
-}
-
-void ProjectTree::expandAll()
-{
-    m_rows.makeAll();
-    ListView::expandAll();
-}
-
-void ProjectTree::expandToDepth(int depth)
-{
-    m_rows.makeAll();
-    ListView::expandToDepth(depth);
+    rows().removeFile(parent, file);
 }
 
 // Selection ---------------------------------------------------------------
-
-ProjectTreeItem *ProjectTree::selectedItem() const
-{
-    return static_cast<ProjectTreeItem *>(firstSelectedItem());
-}
-
-ProjectFile *ProjectTree::selectedFile() const
-{
-    return m_rows.fileOf(selectedItem());
-}
-
-Project *ProjectTree::selectedProject() const
-{
-    const ProjectTreeItem *item = selectedItem();
-    if (const ProjectFolder *folder = m_rows.folderOf(item))
-        return folder->project();
-    if (const ProjectFile *file = m_rows.fileOf(item))
-        return file->project();
-    return m_rows.projectOf(item);
-}
 
 bool ProjectTree::selectFile(const QString &path)
 {
@@ -255,7 +175,7 @@ bool ProjectTree::selectFile(const QString &path)
         for (ProjectFile *file : project->files({}, nullptr)) {
             if (project->absolutePath(file->path()) != path)
                 continue;
-            ProjectTreeItem *row = m_rows.itemOf(file);
+            ProjectTreeItem *row = rows().itemOf(file);
             if (!row)
                 continue;
             setCurrentItem(row, 0, QItemSelectionModel::ClearAndSelect);
@@ -268,10 +188,10 @@ bool ProjectTree::selectFile(const QString &path)
 
 void ProjectTree::slotSelectionChanged()
 {
-    if (m_moves.isRunning())
+    if (moves().isRunning())
         return;
     const ProjectTreeItem *item = selectedItem();
-    const ProjectFile *file = m_rows.fileOf(item);
+    const ProjectFile *file = rows().fileOf(item);
     const bool canCut = item && item->rtti() != ProjectRows::ProjectRTTI;
     const QString path = file ? file->path() : u""_s;
     Q_EMIT cutAvailable(canCut);
@@ -282,24 +202,24 @@ void ProjectTree::slotSelectionChanged()
 bool ProjectTree::canPaste() const
 {
     const ProjectTreeItem *item = selectedItem();
-    return item && item->rtti() != ProjectRows::FileRTTI && ProjectMoves::canPaste(m_rows.folderOf(item));
+    return item && item->rtti() != ProjectRows::FileRTTI && ProjectMoves::canPaste(rows().folderOf(item));
 }
 
 void ProjectTree::cut()
 {
-    m_moves.cut();
+    moves().cut();
 }
 
 void ProjectTree::paste()
 {
-    m_moves.paste(selectedProject(), m_rows.folderOf(selectedItem()));
+    moves().paste(selectedProject(), rows().folderOf(selectedItem()));
 }
 
 void ProjectTree::remove()
 {
     const QPointer<ProjectTree> self(this); // the workspace may be closed while the question is open
     if (mayRemove() && self)
-        m_moves.remove();
+        moves().remove();
 }
 
 /// Adding one file again is easy; a question protects folders and several items.
@@ -310,7 +230,7 @@ bool ProjectTree::mayRemove()
     QString question = tr("Are you sure that you want to remove the selected items (%1) from the project?\n\nNo file "
                           "is deleted on disk.")
                            .arg(items.size());
-    if (folder && m_rows.contains(folder) && !(folder->folders().isEmpty() && folder->files().isEmpty()))
+    if (folder && rows().contains(folder) && !(folder->folders().isEmpty() && folder->files().isEmpty()))
         question = tr("Are you sure that you want to remove the folder '%1' with its contents from the project?\n\nNo "
                       "file is deleted on disk.")
                        .arg(folder->name());
@@ -324,17 +244,17 @@ bool ProjectTree::mayRemove()
 
 void ProjectTree::slotContextMenuRequested(ListViewItem *item, const QPoint &point)
 {
-    if (const Project *project = m_rows.projectOf(item))
+    if (const Project *project = rows().projectOf(item))
         m_menus.showForProject(project->isActive(), point);
-    else if (m_rows.folderOf(item))
+    else if (rows().folderOf(item))
         m_menus.showForFolder(point);
-    else if (const ProjectFile *file = m_rows.fileOf(item))
+    else if (const ProjectFile *file = rows().fileOf(item))
         m_menus.showForFile(file->name(), point);
 }
 
 void ProjectTree::activateItem(ListViewItem *item)
 {
-    if (m_rows.fileOf(item))
+    if (rows().fileOf(item))
         openFile();
     else
         item->setOpen(!item->isOpen());
@@ -364,13 +284,13 @@ void ProjectTree::createNewFolder()
     VARNEL_ASSERT_TEXT(item && (item->rtti() == ProjectRows::FolderRTTI || item->rtti() == ProjectRows::ProjectRTTI),
                        "selectedItem && (selectedItem->rtti() == FolderRTTI || "
                        "selectedItem->rtti() == ProjectRTTI)");
-    Project *project = m_rows.projectOf(item);
-    ProjectFolder *parent = m_rows.folderOf(item);
+    Project *project = rows().projectOf(item);
+    ProjectFolder *parent = rows().folderOf(item);
     if (!project && !parent)
         return;
     auto *folder = new ProjectFolder(tr("New Folder"));
     ProjectItemDrag::Item{folder, nullptr}.putInto(project, parent, true);
-    ProjectTreeItem *folderItem = m_rows.contains(folder) ? m_rows.itemOf(folder) : nullptr;
+    ProjectTreeItem *folderItem = rows().contains(folder) ? rows().itemOf(folder) : nullptr;
     VARNEL_ASSERT(folderItem);
     if (!folderItem)
         return;
@@ -384,13 +304,13 @@ void ProjectTree::renameFolder()
     ProjectTreeItem *item = selectedItem();
     VARNEL_ASSERT_TEXT(item && item->rtti() == ProjectRows::FolderRTTI,
                        "selectedItem && selectedItem->rtti() == FolderRTTI");
-    if (m_rows.folderOf(item))
+    if (rows().folderOf(item))
         item->startRename(0);
 }
 
 void ProjectTree::folderRenamed(ListViewItem *item)
 {
-    ProjectFolder *folder = m_rows.folderOf(item);
+    ProjectFolder *folder = rows().folderOf(item);
     if (!folder)
         return;
     const QString text = item->text(0);
@@ -402,7 +322,7 @@ void ProjectTree::folderRenamed(ListViewItem *item)
 
 void ProjectTree::folderProperties()
 {
-    ProjectFolder *selected = m_rows.folderOf(selectedItem());
+    ProjectFolder *selected = rows().folderOf(selectedItem());
     if (!selected)
         return;
     const ModelPointer<ProjectFolder> folder(selected); // scripts and plug-ins may delete it while the dialog is open
@@ -417,9 +337,9 @@ void ProjectTree::addFilesToFolder()
     const ProjectTreeItem *item = selectedItem();
     VARNEL_ASSERT_TEXT(item && item->rtti() == ProjectRows::FolderRTTI,
                        "selectedItem && (selectedItem->rtti() == FolderRTTI)");
-    if (!m_rows.folderOf(item))
+    if (!rows().folderOf(item))
         return;
-    const ModelPointer<ProjectFolder> folder(m_rows.folderOf(item));
+    const ModelPointer<ProjectFolder> folder(rows().folderOf(item));
     const QStringList paths = askForOpenFiles(m_window.dialogParent(),
                                               {u"addFilesDialog"_s, tr("Add Files to Folder"),
                                                m_window.directories().directory(u"Files"_s), m_window.sourceFilter()});
@@ -432,7 +352,7 @@ void ProjectTree::addFilesToFolder()
 
 void ProjectTree::setActiveProject()
 {
-    if (const Project *project = m_rows.projectOf(selectedItem()))
+    if (const Project *project = rows().projectOf(selectedItem()))
         m_workspace->setCurrentProject(project);
 }
 
@@ -453,65 +373,17 @@ void ProjectTree::removeProject()
 
 // Events ------------------------------------------------------------------
 
-/// Another program may have created or deleted files while it had the focus.
-bool ProjectTree::event(QEvent *event)
-{
-    if (event->type() == QEvent::WindowActivate)
-        m_refreshTimer.start();
-    return ListView::event(event);
-}
-
 void ProjectTree::keyPressEvent(QKeyEvent *event)
 {
     // Delete belongs to the shared action, and copying a name would replace the cut items on the clipboard.
     if (event->key() == Qt::Key_Delete || event->matches(QKeySequence::Copy))
         event->ignore();
     else
-        ListView::keyPressEvent(event);
+        ProjectItemView::keyPressEvent(event);
 }
 
 void ProjectTree::focusInEvent(QFocusEvent *event)
 {
-    ListView::focusInEvent(event);
+    ProjectItemView::focusInEvent(event);
     slotSelectionChanged();
-}
-
-ProjectItemDrag *ProjectTree::dragObject() const
-{
-    return new ProjectItemDrag(*this);
-}
-
-void ProjectTree::startDrag(Qt::DropActions)
-{
-    auto *drag = new QDrag(this);
-    drag->setMimeData(dragObject());
-    drag->exec(Qt::MoveAction);
-}
-
-void ProjectTree::dragEnterEvent(QDragEnterEvent *event)
-{
-    m_dropTarget.dragEnter(*event);
-}
-
-void ProjectTree::dragMoveEvent(QDragMoveEvent *event)
-{
-    m_dropTarget.dragMove(*event);
-}
-
-void ProjectTree::dragLeaveEvent(QDragLeaveEvent *)
-{
-    m_dropTarget.dragLeave();
-}
-
-void ProjectTree::dropEvent(QDropEvent *event)
-{
-    const ListViewItem *item = m_dropTarget.take();
-    event->ignore();
-    ProjectFolder *target = m_rows.folderOf(item);
-    Project *project = target ? target->project() : m_rows.projectOf(item);
-    if (!project || !m_dropTarget.isOwnDrag(*event))
-        return;
-    m_moves.drop(*event->mimeData(), project, target);
-    event->setDropAction(Qt::MoveAction);
-    event->accept();
 }

@@ -13,6 +13,8 @@
 using namespace Qt::StringLiterals;
 
 namespace {
+constexpr int TabHeight = 30; ///< pixels, of the tabs of docks that lie one behind the other
+
 /// A window's dock, and the action that shows and hides it.
 struct Description
 {
@@ -73,14 +75,22 @@ void DebugWindows::showFirstLayout()
     auto *window = qobject_cast<QMainWindow *>(m_services.dialogParent());
     if (!window)
         return;
-    for (const Window each : {CallStack, Variables, Watches, Registers})
-        window->addDockWidget(Qt::RightDockWidgetArea, dock(each));
-    window->splitDockWidget(dock(CallStack), dock(Variables), Qt::Vertical);
-    window->splitDockWidget(dock(Variables), dock(Watches), Qt::Vertical);
+    const auto height = [this](Window each) { return dock(each)->minimumSizeHint().height() + TabHeight; };
+    int room = (window->centralWidget() ? window->centralWidget() : window)->height() - height(CallStack);
+    window->addDockWidget(Qt::RightDockWidgetArea, dock(CallStack));
+    for (const auto &[above, each] : {std::pair(CallStack, Variables), std::pair(Variables, Watches)}) {
+        room -= height(each);
+        if (room >= 0)
+            window->splitDockWidget(dock(above), dock(each), Qt::Vertical);
+        else
+            window->tabifyDockWidget(dock(above), dock(each)); // otherwise the window would grow
+    }
     window->tabifyDockWidget(dock(Watches), dock(Registers));
     for (const Window each : {CallStack, Variables, Watches, Registers})
         dock(each)->show();
     dock(Watches)->raise();
+    if (room < 0)
+        dock(CallStack)->raise();
     window->resizeDocks({dock(CallStack)}, {window->width() / 4}, Qt::Horizontal);
 }
 

@@ -1,0 +1,76 @@
+#include "panebackground.h"
+#include "editorcolours.h"
+#include "markedlines.h"
+#include "textdocument.h"
+#include "textdocumenttemplate.h"
+#include "textpattern.h"
+#include "textview.h"
+#include "textviewedit.h"
+#include <QPainter>
+#include <QTextLayout>
+
+namespace {
+constexpr qsizetype LongestMarkedLine = 10'000; ///< characters; the places of matches in longer ones take too long
+} // namespace
+
+void PaneBackground::markMatches(const std::shared_ptr<const TextPattern> &pattern)
+{
+    m_marked = pattern;
+    m_pane.viewport()->update();
+}
+
+void PaneBackground::paint(const QRect &rect, qreal left)
+{
+    paintBands(rect);
+    if (m_marked && m_marked->canMatch())
+        paintMatches(rect, left);
+}
+
+void PaneBackground::paintBands(const QRect &rect)
+{
+    const EditorColours colours = editorColours(m_document.paperColour());
+    const bool showsCursor = m_document.textTemplate()->showsCurrentLine();
+    QPainter painter(m_pane.viewport());
+    for (const TextViewEdit::Line &line : m_pane.linesAt(rect.top(), rect.bottom())) {
+        const quint32 marker = MarkedLines::markers(line.block);
+        if (showsCursor && line.block == m_pane.textCursor().block())
+            m_shownLine = line.block.blockNumber();
+        if (marker & TextView::CurrentLineMarker)
+            painter.fillRect(line.rect, colours.statement);
+        else if (marker & TextView::CallerMarker)
+            painter.fillRect(line.rect, colours.caller);
+        else if (showsCursor && line.block == m_pane.textCursor().block())
+            painter.fillRect(line.rect, colours.currentLine);
+    }
+}
+
+void PaneBackground::refreshCurrentLine()
+{
+    if (!m_document.textTemplate()->showsCurrentLine())
+        return;
+    for (const TextViewEdit::Line &line : m_pane.linesAt(0, m_pane.viewport()->height())) {
+        if (const int number = line.block.blockNumber();
+            number == m_pane.textCursor().blockNumber() || number == m_shownLine)
+            m_pane.viewport()->update(line.rect.toAlignedRect());
+    }
+}
+
+void PaneBackground::paintMatches(const QRect &rect, qreal left) const
+{
+    const EditorColours colours = editorColours(m_document.paperColour());
+    QPainter painter(m_pane.viewport());
+    painter.setPen(colours.matchFrame);
+    painter.setBrush(colours.match);
+    for (const TextViewEdit::Line &line : m_pane.linesAt(rect.top(), rect.bottom())) {
+        const QString text = line.block.text();
+        if (text.size() > LongestMarkedLine)
+            continue;
+        const QTextLine layout = line.block.layout()->lineAt(0);
+        for (auto match = m_marked->forward(text, 0, text.size()); match && layout.isValid();
+             match = m_marked->forward(text, match->position + match->length, text.size())) {
+            const qreal begin = layout.cursorToX(int(match->position));
+            const qreal end = layout.cursorToX(int(match->position + match->length));
+            painter.drawRect(QRectF(left + begin, line.rect.top(), end - begin, line.rect.height() - 1));
+        }
+    }
+}

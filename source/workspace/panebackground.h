@@ -1,0 +1,30 @@
+#pragma once
+#include <memory>
+#include <QRect>
+class TextDocument;
+class TextPattern;
+class TextViewEdit;
+
+/// What a pane of an editor paints below its text: bands on the lines of the next statement and of the cursor, and
+/// marks on matches. Formats with a background of their own and the selection stay visible above them.
+class PaneBackground
+{
+public:
+    /// Both arguments outlive this object.
+    PaneBackground(TextViewEdit &pane, const TextDocument &document) : m_pane(pane), m_document(document) {}
+
+    /// Marks every match in the visible lines, also after the text was changed. A null pattern ends that.
+    void markMatches(const std::shared_ptr<const TextPattern> &pattern);
+    /// @p left is where the text begins in the viewport, which depends on the horizontal scroll bar.
+    void paint(const QRect &rect, qreal left);
+    void refreshCurrentLine(); ///< The cursor has moved.
+
+private:
+    void paintBands(const QRect &rect);
+    void paintMatches(const QRect &rect, qreal left) const;
+
+    TextViewEdit &m_pane;
+    const TextDocument &m_document;
+    std::shared_ptr<const TextPattern> m_marked; ///< null if no matches are marked
+    int m_shownLine = 0;                         ///< the line of the cursor as it was painted last
+};
