@@ -580,13 +580,15 @@ private Q_SLOTS:
     {
         const Project *other = addProcessor(u"dsp"_s, {IDisassembly::Iid});
         addProcessor(u"fw"_s, {IDisassembly::Iid, INextStatement::Iid});
+        be(StatePaused); // shows the source of the current processor
         open(disassemblyOf(other));
-        be(StatePaused);
+        story();
         QVERIFY(!hasProgramLines(*m_activity, m_views->currentView()));
         m_control->debugRunToCursor();
         m_control->debugSetNext();
         QCOMPARE(effects(), QString());
         m_workspace->setCurrentProject(m_workspace->project(0));
+        open(disassemblyOf(other));
         QVERIFY(hasProgramLines(*m_activity, m_views->currentView()));
         story();
     }

@@ -197,7 +197,7 @@ private Q_SLOTS:
         QByteArrayList expected;
         for (const QByteArray &name : availabilitySignals())
             expected.append(name + "(bool)");
-        QCOMPARE(expected.size(), 30);
+        QCOMPARE(expected.size(), 32);
         QByteArrayList found;
         const QMetaObject &meta = AvailabilityWindow::staticMetaObject;
         for (int i = meta.methodOffset(); i < meta.methodCount(); ++i) {
