@@ -72,7 +72,9 @@ void BreakpointLines::follow(const BreakpointFiles &files)
     m_lines.removeIf([&](const Line &line) { return !files.value(line.file).contains(line.line); });
     for (Document *each : m_window.workspace()->documents()) {
         auto *document = qobject_cast<TextDocument *>(each);
-        const QString file = document ? document->filename() : QString();
+        if (!document)
+            continue;
+        const QString file = document->filename();
         for (const int line : files.value(file)) {
             const auto isKnown = [&](const Line &known) { return known.file == file && known.line == line; };
             const QTextCursor anchor = startOfLine(*document, line);
