@@ -2495,8 +2495,8 @@ Möchten Sie sie wirklich schließen und überschreiben?</translation>
 <context>
     <name>HelpCommands</name>
     <message>
-        <source>No workspace has been opened yet.</source>
-        <translation>Es wurde noch kein Arbeitsbereich geöffnet.</translation>
+        <source>The list of recent workspaces is empty.</source>
+        <translation>Die Liste der letzten Arbeitsbereiche ist leer.</translation>
     </message>
 </context>
 <context>
@@ -3029,6 +3029,10 @@ Sie wird nur zum Lesen geöffnet.</translation>
     <message>
         <source>Python Output</source>
         <translation>Python-Ausgabe</translation>
+    </message>
+    <message>
+        <source>The file %1 does not exist</source>
+        <translation>Die Datei %1 gibt es nicht</translation>
     </message>
 </context>
 <context>
@@ -5117,6 +5121,21 @@ Einzelheiten stehen im Ausgabefenster auf der Seite &quot;Debuggen&quot;.</trans
     <message>
         <source>Cancel</source>
         <translation>Abbrechen</translation>
+    </message>
+</context>
+<context>
+    <name>StoredBreakpoints</name>
+    <message>
+        <source>The breakpoint at %1, %2 could not be set again.
+</source>
+        <translation>Der Haltepunkt in %1, %2 konnte nicht wieder gesetzt werden.
+</translation>
+    </message>
+    <message>
+        <source>The breakpoint at the data &apos;%1&apos; could not be set again.
+</source>
+        <translation>Der Haltepunkt an den Daten &apos;%1&apos; konnte nicht wieder gesetzt werden.
+</translation>
     </message>
 </context>
 <context>

@@ -14,6 +14,7 @@
 #include "iproject.h"
 #include "ipropertydefinitions.h"
 #include "iqueryplugininterface.h"
+#include "iwakeup.h"
 #include "iworkspaceclient.h"
 #include "livememory.h"
 #include "memoryaccess.h"
@@ -27,9 +28,10 @@
 
 /// The execution environment of one project: passes the host's calls to the parts, and events of the session to the
 /// host.
-class GdbEnvironment : public QObject,
-                       public InterfaceObject<IPluginObject, IExecutionEnvironment, IExtensionCommands,
-                                              IPropertyDefinitions, IWorkspaceClient, INextStatement, IProgressiveStart>
+class GdbEnvironment
+    : public QObject,
+      public InterfaceObject<IPluginObject, IExecutionEnvironment, IExtensionCommands, IPropertyDefinitions,
+                             IWorkspaceClient, INextStatement, IProgressiveStart, IWakeUp>
 {
     Q_OBJECT
 public:
@@ -51,6 +53,7 @@ public:
     void stop() override;
     void restart() override;
     void wakeUp() override { m_session.wakeUp(); }
+    bool canWakeUp() override { return m_session.canWakeUp(); }
     ProcessorStatus processorStatus() override;
     ProgramStatus programStatus() override { return ::programStatus(m_session.state()); }
     bool currentLocation(QString &file, int &line) override;

@@ -41,6 +41,7 @@ public:
     /// Moves the stopped program to an address without executing anything. False if that fails.
     bool moveTo(quint64 address);
     void pause();
+    [[nodiscard]] bool canWakeUp() const;
     void wakeUp();
 
     /// In which start() and restart() can run without blocking. Until it has ended, the program is neither stopped nor

@@ -154,6 +154,11 @@ void GdbSession::endOwnPause()
     }
 }
 
+bool GdbSession::canWakeUp() const
+{
+    return m_target && m_target->canWakeUp();
+}
+
 void GdbSession::wakeUp()
 {
     if (!m_target || !isAlive())

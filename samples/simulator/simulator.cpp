@@ -7,6 +7,7 @@
 #include <interfaceobject.h>
 #include <iproject.h>
 #include <iregisters.h>
+#include <iwakeup.h>
 #include <pluginfactory.h>
 #include <QDir>
 #include <QFile>
@@ -18,7 +19,7 @@ using namespace Qt::StringLiterals;
 /// relative to the project. All simulators of a workspace start and stop together.
 class Simulator : public QObject,
                   public InterfaceObject<IPluginObject, IExecutionEnvironment, IBreakpoints, IMemory, IRegisters,
-                                         IMultiProcessorSync>
+                                         IMultiProcessorSync, IWakeUp>
 {
     Q_OBJECT
 public:
@@ -95,7 +96,8 @@ public:
         m_machine.reset();
         halt(ProgramPaused, tr("Restarted"));
     }
-    void wakeUp() override {} // the machine does not sleep
+    void wakeUp() override {}
+    bool canWakeUp() override { return false; } // the machine does not sleep
 
     ProcessorStatus processorStatus() override { return {}; }
     ProgramStatus programStatus() override { return m_status; }

@@ -92,6 +92,26 @@ QStringList argumentsOf(int argc, char **argv)
     return arguments;
 }
 
+constexpr auto Usage = "Usage: varnel-run SCRIPT [ARGUMENTS]\n       varnel-run -m MODULE [ARGUMENTS]\n";
+constexpr auto Help =
+    "Runs a Python script in the whole of Varnel, but without a window, and ends with its exit code.\n"
+    "Texts of dialogs are written to the standard error stream, and the dialogs are cancelled.\n\n"
+    "  -m MODULE   run a module, such as pytest, instead of a file\n"
+    "  --help      print this text and end\n"
+    "  --version   print the version and end\n";
+
+/// Later arguments belong to the script. False if the first one is no question about this program.
+bool printAnswer(const QString &argument)
+{
+    if (argument == "--help"_L1)
+        std::printf("%s\n%s", Usage, Help);
+    else if (argument == "--version"_L1)
+        std::printf("Varnel %s\n", qPrintable(IDEApplication::version()));
+    else
+        return false;
+    return true;
+}
+
 int runInWindow(IDEApplication &application, const QStringList &arguments)
 {
     MainWindow window;
@@ -117,8 +137,10 @@ int runInWindow(IDEApplication &application, const QStringList &arguments)
 int runVarnelScript(int argc, char **argv)
 {
     const QStringList arguments = argumentsOf(argc, argv);
+    if (printAnswer(arguments.value(0)))
+        return 0;
     if (arguments.isEmpty() || arguments == QStringList(u"-m"_s)) {
-        std::fprintf(stderr, "Usage: varnel-run SCRIPT [ARGUMENTS]\n       varnel-run -m MODULE [ARGUMENTS]\n");
+        std::fputs(Usage, stderr);
         return ScriptNotFound;
     }
     qputenv("QT_QPA_PLATFORM", "offscreen");

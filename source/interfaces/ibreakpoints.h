@@ -26,10 +26,10 @@ struct BreakpointRecord
     int state = BreakpointRemoved;
 };
 
-/// Optional interface of an execution environment: breakpoints. The environment keeps them, the host only asks for
-/// them: it stores none, neither between sessions nor when the workspace closes. If a line has no code, the environment
-/// decides whether it refuses the breakpoint or moves it to a line with code; breakpoints() returns the line where it
-/// is.
+/// Optional interface of an execution environment: breakpoints. The environment keeps them, also between sessions; the
+/// host stores them when the workspace closes, sets them again when it is opened, and between sessions moves them when
+/// their text is edited. If a line has no code, the environment refuses the breakpoint or moves it to a line with code;
+/// breakpoints() returns the line where it is.
 ///
 /// In a place in the disassembly, the file contains "disassembler:" and the line is the address plus 1. The file is
 /// "disassembler:" alone, or is followed by text that identifies the environment; accept both.

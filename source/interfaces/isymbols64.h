@@ -3,7 +3,8 @@
 #include <QString>
 
 /// Optional interface of an execution environment: ISourceMapping and ISymbolLookup with addresses of up to 64 bits. If
-/// it is offered, the host uses it instead of them.
+/// it is offered, the host uses it instead of them, except for the disassembly, whose addresses have 32 bits: for that
+/// it prefers them.
 class ISymbols64 : public QUnknownInterface
 {
 public:

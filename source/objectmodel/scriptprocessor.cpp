@@ -3,6 +3,7 @@
 #include "iregisters.h"
 #include "isourcemapping.h"
 #include "isymbollookup.h"
+#include "isymbols64.h"
 #include "programplace.h"
 #include "project.h"
 #include "pythonnumber.h"
@@ -103,17 +104,50 @@ QString notSet()
     return u"Could not set breakpoint"_s;
 }
 
-/// The first line that the environment has for an address. The kind that it is asked for first is the one at which a
-/// breakpoint is expected.
-std::optional<BreakpointLocation> breakpointPlace(ISourceMapping &mapping, uint address)
+/// The symbols of an environment: those with wide addresses if it offers them. An address without wide symbols is cut
+/// to 32 bits.
+class Symbols
 {
-    for (const int kind : {1, 2, 0, 3}) {
-        BreakpointLocation place;
-        if (askTarget<&ISourceMapping::sourceLocation>(&mapping, address, kind, place.file, place.line))
-            return place;
+public:
+    explicit Symbols(const ScriptTarget &target)
+        : m_wide(target.find<ISymbols64>()), m_mapping(target.find<ISourceMapping>())
+    {}
+
+    [[nodiscard]] bool exist() const { return m_wide || m_mapping; }
+    [[nodiscard]] std::optional<quint64> address(const QString &name) const
+    {
+        quint64 wide = 0;
+        uint narrow = 0;
+        if (m_wide)
+            return askTarget<&ISymbols64::symbolAddress>(m_wide, name, wide) ? std::optional(wide) : std::nullopt;
+        const bool found = m_mapping && askTarget<&ISourceMapping::symbolAddress>(m_mapping, name, narrow);
+        return found ? std::optional<quint64>(narrow) : std::nullopt;
     }
-    return {};
-}
+    [[nodiscard]] std::optional<BreakpointLocation> source(quint64 address, int kind) const
+    {
+        BreakpointLocation place;
+        const bool found = m_wide
+                               ? askTarget<&ISymbols64::sourceLocation>(m_wide, address, kind, place.file, place.line)
+                               : m_mapping
+                                     && askTarget<&ISourceMapping::sourceLocation>(m_mapping, uint(address), kind,
+                                                                                   place.file, place.line);
+        return found ? std::optional(place) : std::nullopt;
+    }
+    /// The first line of an address. The kind that the environment is asked for first is the one at which a breakpoint
+    /// is expected.
+    [[nodiscard]] std::optional<BreakpointLocation> breakpointPlace(quint64 address) const
+    {
+        for (const int kind : {1, 2, 0, 3}) {
+            if (const auto place = source(address, kind))
+                return place;
+        }
+        return {};
+    }
+
+private:
+    InterfacePtr<ISymbols64> m_wide;
+    InterfacePtr<ISourceMapping> m_mapping;
+};
 } // namespace
 
 void ScriptProcessor::setBreakpoint(const QString &file, int line) const
@@ -121,10 +155,9 @@ void ScriptProcessor::setBreakpoint(const QString &file, int line) const
     changeBreakpoint(file, environmentLine(file, line), BreakpointEnabled, notSet());
 }
 
-void ScriptProcessor::setBreakpointAtAddress(uint address) const
+void ScriptProcessor::setBreakpointAtAddress(quint64 address) const
 {
-    const auto mapping = m_target.find<ISourceMapping>();
-    const std::optional<BreakpointLocation> place = mapping ? breakpointPlace(*mapping, address) : std::nullopt;
+    const std::optional<BreakpointLocation> place = Symbols(m_target).breakpointPlace(address);
     if (!place)
         raisePython(PyExc_ValueError, notSet());
     changeBreakpoint(place->file, place->line, BreakpointEnabled, notSet());
@@ -132,11 +165,10 @@ void ScriptProcessor::setBreakpointAtAddress(uint address) const
 
 void ScriptProcessor::setBreakpointAtSymbol(const QString &name) const
 {
-    const auto mapping = m_target.find<ISourceMapping>();
-    uint address = 0;
-    if (!mapping || !askTarget<&ISourceMapping::symbolAddress>(mapping, name, address))
+    const std::optional<quint64> address = Symbols(m_target).address(name);
+    if (!address)
         raisePython(PyExc_ValueError, notSet());
-    setBreakpointAtAddress(address);
+    setBreakpointAtAddress(*address);
 }
 
 void ScriptProcessor::disableBreakpoint(const QString &file, int line) const
@@ -177,52 +209,58 @@ QList<BreakpointRecord> ScriptProcessor::breakpoints() const
 // Symbols
 
 namespace {
-template <typename T>
-InterfacePtr<T> symbolsOf(const ScriptTarget &target, PyObject *failure)
+void requireSymbols(bool exist, PyObject *failure)
 {
-    InterfacePtr<T> symbols = target.find<T>();
-    if (!symbols)
+    if (!exist)
         raisePython(failure, u"The debugger that you are using does not export symbol information"_s);
-    return symbols;
 }
 } // namespace
 
-uint ScriptProcessor::symbolAddress(const QString &name) const
+quint64 ScriptProcessor::symbolAddress(const QString &name) const
 {
-    const auto mapping = symbolsOf<ISourceMapping>(m_target, PyExc_ValueError);
-    uint address = 0;
-    if (!askTarget<&ISourceMapping::symbolAddress>(mapping, name, address))
+    const Symbols symbols(m_target);
+    requireSymbols(symbols.exist(), PyExc_ValueError);
+    const std::optional<quint64> address = symbols.address(name);
+    if (!address)
         raisePython(PyExc_ValueError, u"Symbol '%1' not found"_s.arg(name));
-    return address;
+    return *address;
 }
 
-QString ScriptProcessor::symbolAt(uint address)
+QString ScriptProcessor::symbolAt(quint64 address)
 {
-    const auto symbols = symbolsOf<ISymbolLookup>(m_target, PyExc_ValueError);
+    const auto wide = m_target.find<ISymbols64>();
+    const auto symbols = m_target.find<ISymbolLookup>();
+    requireSymbols(wide || symbols, PyExc_ValueError);
+    const quint64 asked = wide ? address : uint(address);
     const int region = memoryRegion();
     QString name;
-    if (!askTarget<&ISymbolLookup::symbolAt>(symbols, address, region, name))
-        raisePython(PyExc_ValueError, u"No symbol found at address 0x%1"_s.arg(QString::number(address, 16)));
+    if (!(wide ? askTarget<&ISymbols64::symbolAt>(wide, asked, region, name)
+               : askTarget<&ISymbolLookup::symbolAt>(symbols, uint(asked), region, name)))
+        raisePython(PyExc_ValueError, u"No symbol found at address 0x%1"_s.arg(QString::number(asked, 16)));
     return name;
 }
 
-uint ScriptProcessor::sourceAddress(const QString &file, int line) const
+quint64 ScriptProcessor::sourceAddress(const QString &file, int line) const
 {
-    const auto symbols = symbolsOf<ISymbolLookup>(m_target, PyExc_RuntimeError); // another exception than its sisters
-    uint address = 0;
-    if (!askTarget<&ISymbolLookup::addressOf>(symbols, file, line, address))
+    const auto wide = m_target.find<ISymbols64>();
+    const auto symbols = m_target.find<ISymbolLookup>();
+    requireSymbols(wide || symbols, PyExc_RuntimeError); // another exception than its sisters
+    quint64 address = 0;
+    uint narrow = 0;
+    if (!(wide ? askTarget<&ISymbols64::addressOf>(wide, file, line, address)
+               : askTarget<&ISymbolLookup::addressOf>(symbols, file, line, narrow)))
         raisePython(PyExc_ValueError, u"Source line does not map to address"_s);
-    return address;
+    return wide ? address : narrow;
 }
 
-QList<BreakpointLocation> ScriptProcessor::sourceLines(uint address) const
+QList<BreakpointLocation> ScriptProcessor::sourceLines(quint64 address) const
 {
-    const auto mapping = symbolsOf<ISourceMapping>(m_target, PyExc_ValueError);
+    const Symbols symbols(m_target);
+    requireSymbols(symbols.exist(), PyExc_ValueError);
     QList<BreakpointLocation> lines;
     for (const int kind : {0, 1, 2}) {
-        BreakpointLocation place;
-        if (askTarget<&ISourceMapping::sourceLocation>(mapping, address, kind, place.file, place.line))
-            lines.append(place);
+        if (const auto place = symbols.source(address, kind))
+            lines.append(*place);
     }
     return lines;
 }
@@ -393,6 +431,20 @@ void addCommands(py::class_<ScriptProcessor> &type)
     addCommand(type, "wakeUp", ":wakeUp", &ScriptProcessor::wakeUp, "wakeup() - Triggers the processor to wake up");
 }
 
+/// The only argument, an address; those above the range of the format's type are valid, too.
+quint64 addressOf(const py::args &arguments, const char *format)
+{
+    if (arguments.size() == 1 && PyLong_Check(arguments[0].ptr())) {
+        const quint64 address = PyLong_AsUnsignedLongLong(arguments[0].ptr());
+        if (!PyErr_Occurred())
+            return address;
+        PyErr_Clear();
+    }
+    long long address = 0;
+    parseArguments(arguments, format, &address);
+    return quint64(address);
+}
+
 void addBreakpoints(py::class_<ScriptProcessor> &type)
 {
     addCommand(type, "setBreakpoint", "sL:setBreakpoint", &ScriptProcessor::setBreakpoint,
@@ -400,9 +452,7 @@ void addBreakpoints(py::class_<ScriptProcessor> &type)
     addMethod(
         type, "setBreakpointAtAddress",
         [](const ScriptProcessor &processor, const py::args &arguments) {
-            long long address = 0;
-            parseArguments(arguments, "L:setBreakpointAtAddress", &address);
-            processor.setBreakpointAtAddress(uint(address));
+            processor.setBreakpointAtAddress(addressOf(arguments, "L:setBreakpointAtAddress"));
         },
         "setBreakpointAtAddress(address) - Sets a breakpoint at the program address 'address'");
     addCommand(type, "setBreakpointAtSymbol", "s:setBreakpointAtSymbol", &ScriptProcessor::setBreakpointAtSymbol,
@@ -427,9 +477,7 @@ void addSymbols(py::class_<ScriptProcessor> &type)
     addMethod(
         type, "getSourceLines",
         [](const ScriptProcessor &processor, const py::args &arguments) {
-            long long address = 0;
-            parseArguments(arguments, "L:getSourceLines", &address);
-            return placeTuples(processor.sourceLines(uint(address)));
+            return placeTuples(processor.sourceLines(addressOf(arguments, "L:getSourceLines")));
         },
         "getSourceLines(address) - Returns a list of source files and lines of program address 'address'");
     addMethod(
@@ -444,9 +492,7 @@ void addSymbols(py::class_<ScriptProcessor> &type)
     addMethod(
         type, "getSymbol",
         [](ScriptProcessor &processor, const py::args &arguments) {
-            long long address = 0;
-            parseArguments(arguments, "L:getSymbol", &address);
-            return processor.symbolAt(uint(address));
+            return processor.symbolAt(addressOf(arguments, "L:getSymbol"));
         },
         "getSymbol(address) - Returns the symbol corresponding to the given address");
 }

@@ -23,16 +23,16 @@ public:
     void wakeUp() const;
 
     void setBreakpoint(const QString &file, int line) const;
-    void setBreakpointAtAddress(uint address) const;
+    void setBreakpointAtAddress(quint64 address) const;
     void setBreakpointAtSymbol(const QString &name) const;
     void disableBreakpoint(const QString &file, int line) const;
     void removeBreakpoint(const QString &file, int line) const;
     [[nodiscard]] QList<BreakpointRecord> breakpoints() const; ///< Each with its first location only.
 
-    [[nodiscard]] uint symbolAddress(const QString &name) const;
-    [[nodiscard]] QString symbolAt(uint address);
-    [[nodiscard]] uint sourceAddress(const QString &file, int line) const;
-    [[nodiscard]] QList<BreakpointLocation> sourceLines(uint address) const; ///< One per kind that has a line.
+    [[nodiscard]] quint64 symbolAddress(const QString &name) const;
+    [[nodiscard]] QString symbolAt(quint64 address);
+    [[nodiscard]] quint64 sourceAddress(const QString &file, int line) const;
+    [[nodiscard]] QList<BreakpointLocation> sourceLines(quint64 address) const; ///< One per kind that has a line.
 
     [[nodiscard]] long processorStatus() const;
     [[nodiscard]] long programStatus() const;

@@ -26,6 +26,8 @@ void Activity::setState(ActivityState next)
         if (change != m_stateChanges)
             return;
         Q_EMIT availabilityChanged(available);
+        if (change != m_stateChanges)
+            return;
     }
     const ActivityState previous = std::exchange(m_state, next);
     if (next != StateBuilding)

@@ -3,7 +3,7 @@
 #include "environmentkey.h"
 #include "iexecutionenvironment.h"
 #include "imemory.h"
-#include "isourcemapping.h"
+#include "symboladdress.h"
 #include "varnelassert.h"
 #include <limits>
 #include <QPointer>
@@ -15,10 +15,7 @@ namespace {
 std::optional<quint64> symbolAddress(uint key, const QString &symbol)
 {
     const auto environment = shareInterface(key ? environmentOfKey(key) : nullptr);
-    const auto mapping = queryPlugin<ISourceMapping>(environment.get());
-    uint address = 0;
-    const bool found = askPlugin<&ISourceMapping::symbolAddress>(mapping, symbol, address);
-    return found ? std::optional<quint64>(address) : std::nullopt;
+    return symbolAddress(environment.get(), symbol);
 }
 
 std::optional<quint64> addressIn(uint key, const QString &text)

@@ -157,8 +157,8 @@ bool TextDocument::save()
         return false;
     }
     setFormat(format);
+    m_lastModified = QFileInfo(m_filename).lastModified(); // before the signal: receivers read it
     setModified(false);
-    m_lastModified = QFileInfo(m_filename).lastModified();
     return true;
 }
 

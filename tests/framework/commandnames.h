@@ -47,7 +47,8 @@ inline QByteArrayList availabilitySignals()
                "cutAvailable pasteAvailable projectOpenAvailable projectRepopulateAvailable "
                "projectEditingAvailable workspaceEditingAvailable compileAvailable buildAvailable projectBuilding "
                "runAvailable pauseAvailable stopAvailable restartAvailable startAvailable wakeupAvailable "
-               "showNextAvailable backAvailable forwardAvailable previousAvailable nextAvailable attachAvailable "
+               "showNextAvailable setNextAvailable runToCursorAvailable backAvailable forwardAvailable "
+               "previousAvailable nextAvailable attachAvailable "
                "batchBuildAvailable saveAvailable closePaneAvailable")
         .split(' ');
 }

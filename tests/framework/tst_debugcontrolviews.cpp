@@ -1,4 +1,5 @@
 #include "debugfixture.h"
+#include "debugoffers.h"
 #include "inextstatement.h"
 #include <QSignalSpy>
 #include <QTest>
@@ -561,6 +562,35 @@ private Q_SLOTS:
         dropWorkspace();
         m_control->debugShowNext();
         QCOMPARE(registers.size(), 2);
+    }
+
+    // "Run to cursor"
+
+    void runningToTheCursorOfADisassemblyNamesItsAddress()
+    {
+        const Project *project = addProcessor(u"fw"_s, {IDisassembly::Iid});
+        open(disassemblyOf(project));
+        be(StateFinished);
+        m_line = 0x101;
+        m_control->debugRunToCursor();
+        QCOMPARE(effects(), u"state 4\nfw.runTo(%1, 257)"_s.arg(disassemblyOf(project)));
+    }
+
+    void runningToTheCursorOfAnotherProcessorsDisassemblyIsImpossible()
+    {
+        const Project *other = addProcessor(u"dsp"_s, {IDisassembly::Iid});
+        addProcessor(u"fw"_s, {IDisassembly::Iid, INextStatement::Iid});
+        be(StatePaused); // shows the source of the current processor
+        open(disassemblyOf(other));
+        story();
+        QVERIFY(!hasProgramLines(*m_activity, m_views->currentView()));
+        m_control->debugRunToCursor();
+        m_control->debugSetNext();
+        QCOMPARE(effects(), QString());
+        m_workspace->setCurrentProject(m_workspace->project(0));
+        open(disassemblyOf(other));
+        QVERIFY(hasProgramLines(*m_activity, m_views->currentView()));
+        story();
     }
 
     // "Set next statement"

@@ -95,6 +95,16 @@ private Q_SLOTS:
         QVERIFY(f.view()->hasMarker(3, IViewWithMarkers::LookupMarker));
     }
 
+    /// The place was read from the output of a tool, which the user cannot have meant as a new file.
+    void lookedUpFileThatDoesNotExistIsNotCreated()
+    {
+        const WindowFixture f;
+        f.window->lookupSource(f.path(u"make: *** [Makefile"_s), 3);
+        QVERIFY(f.answers->said.isEmpty());
+        QVERIFY(f.openFiles().isEmpty());
+        QCOMPARE(f.status(), u"The file %1 does not exist"_s.arg(f.path(u"make: *** [Makefile"_s)));
+    }
+
     void missingFileShowsAQuestionWhetherToCreateIt()
     {
         const WindowFixture f;

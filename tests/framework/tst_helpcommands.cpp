@@ -205,7 +205,7 @@ private Q_SLOTS:
         HelpFixture f;
         f.page(u"index.html"_s, "$(RecentWorkspaces)");
         f.trigger(u"helpHome"_s);
-        QCOMPARE(f.text(), u"No workspace has been opened yet."_s);
+        QCOMPARE(f.text(), u"The list of recent workspaces is empty."_s);
         f.writeProject(u"a&b/a.vnp"_s);
         const QString workspace = f.writeWorkspace(u"a&b/a.vnw"_s, {u"a.vnp"_s});
         QVERIFY(f.window->openWorkspace(workspace, true));

@@ -197,7 +197,7 @@ private Q_SLOTS:
         QByteArrayList expected;
         for (const QByteArray &name : availabilitySignals())
             expected.append(name + "(bool)");
-        QCOMPARE(expected.size(), 30);
+        QCOMPARE(expected.size(), 32);
         QByteArrayList found;
         const QMetaObject &meta = AvailabilityWindow::staticMetaObject;
         for (int i = meta.methodOffset(); i < meta.methodCount(); ++i) {
@@ -304,11 +304,12 @@ private Q_SLOTS:
         QCOMPARE(recorder.recorded.join(u' '),
                  u"viewHasFocus textViewHasFocus textNavigationAvailable undoAvailable redoAvailable cutAvailable "
                  "copyAvailable pasteAvailable backAvailable forwardAvailable previousAvailable nextAvailable "
-                 "saveAvailable closePaneAvailable +projectOpenAvailable projectRepopulateAvailable "
+                 "saveAvailable closePaneAvailable setNextAvailable runToCursorAvailable +projectOpenAvailable "
+                 "projectRepopulateAvailable "
                  "workspaceEditingAvailable projectEditingAvailable "
                  "buildAvailable projectBuilding runAvailable stopAvailable pauseAvailable startAvailable "
                  "restartAvailable wakeupAvailable showNextAvailable attachAvailable "
-                 "batchBuildAvailable"_s);
+                 "batchBuildAvailable setNextAvailable runToCursorAvailable"_s);
         QCOMPARE(m_window->activity().state(), StateNoWorkspace);
     }
 
@@ -332,7 +333,7 @@ private Q_SLOTS:
                  u"+projectOpenAvailable projectRepopulateAvailable workspaceEditingAvailable projectEditingAvailable "
                  "buildAvailable projectBuilding runAvailable stopAvailable pauseAvailable startAvailable "
                  "restartAvailable wakeupAvailable showNextAvailable attachAvailable "
-                 "batchBuildAvailable compileAvailable"_s);
+                 "batchBuildAvailable setNextAvailable runToCursorAvailable compileAvailable"_s);
         recorder.recorded.clear();
         m_window->activity().setState(StateBuilding);
         QCOMPARE(recorder.recorded.first(), u"projectOpenAvailable"_s);

@@ -264,6 +264,34 @@ private Q_SLOTS:
         QCOMPARE(lookups.last().at(0).toString(), u"c.c"_s);
     }
 
+    /// Tools that run other tools write their output as it arrives.
+    void linesOfOneTextAreExaminedOneByOne()
+    {
+        QVERIFY(m_page->setLookupPattern(u"(file):(line):"_s, false));
+        m_page->setDiagnostics(true);
+        QStringList added;
+        connect(m_page, &OutputPage::lineAdded, this, [&](const QString &line) { added.append(line); });
+        output({u"a.c:1: error: x\nb.c:2: error: y\r\nc.c:3: warning: z\n"_s});
+        QCOMPARE(added, (QStringList{u"a.c:1: error: x"_s, u"b.c:2: error: y"_s, u"c.c:3: warning: z"_s}));
+        QCOMPARE(m_page->countsText(), u"2 errors, 1 warning"_s);
+        output({u"d.c:4: error: w\ntext\n"_s});
+        QCOMPARE(m_page->countsText(), u"3 errors, 1 warning"_s);
+        QCOMPARE(added.size(), 5);
+    }
+
+    void messagesOfMissingFilesAreSkipped()
+    {
+        QVERIFY(m_page->setLookupPattern(u"(file):(line)[:,]"_s, false));
+        m_page->setDiagnostics(true);
+        output({u"a.c:1:2: error: x\n"_s, u"make: *** [Makefile:3: all] Error 1\n"_s});
+        const QSignalSpy lookups(m_page, &OutputPage::lookupSource);
+        const auto isFile = [](const QString &file) { return file == "a.c"_L1; };
+        QVERIFY(m_page->lookupMessage(true, isFile));
+        QVERIFY(m_page->lookupMessage(true, isFile));
+        QCOMPARE(lookups, (QList<QList<QVariant>>{{u"a.c"_s, 1, 2}, {u"a.c"_s, 1, 2}}));
+        QVERIFY(!m_page->lookupMessage(true, [](const QString &) { return false; }));
+    }
+
     void everyPlaceIsAMessageWithoutDiagnostics()
     {
         output({u"a.c(1): x\n"_s, u"text\n"_s, u"b.c(2): y\n"_s});

@@ -1,6 +1,7 @@
 #include "debugfixture.h"
 #include "dockwindow.h"
 #include "isymbollookup.h"
+#include "isymbols64.h"
 #include "listview.h"
 #include "processordock.h"
 #include "processorlist.h"
@@ -229,6 +230,18 @@ private Q_SLOTS:
         scriptOf(u"one"_s).on[u"currentLocation"_s] = [dock] { delete dock; };
         QTRY_VERIFY(!dock);
         m_dockWindow = nullptr;
+    }
+
+    void functionComesFromWideSymbolsIfTheyAreOffered()
+    {
+        Project *one = addProcessor(u"one"_s, {ISymbolLookup::Iid, ISymbols64::Iid});
+        scriptOf(u"one"_s).sourceLines = {{0x100, {path(u"main.c"_s), 7}}};
+        scriptOf(u"one"_s).symbols = {{u"narrow"_s, 0x100}};
+        scriptOf(u"one"_s).wideLines = {{0xffffffff80000100, {path(u"main.c"_s), 7}}};
+        scriptOf(u"one"_s).wideSymbols = {{u"wide + 12"_s, 0xffffffff80000100}};
+        m_activity->setState(StateRunning);
+        report(one, IExecutionEnvironment::ProgramPaused);
+        QTRY_VERIFY(list()->text().contains(u"|wide|"_s));
     }
 
     void aPluginMayThrow()

@@ -233,6 +233,24 @@ private Q_SLOTS:
         QCOMPARE(triggered.size(), 1);
     }
 
+    void doActionKeepsTheCheckMarkAndLogsHowToChangeIt()
+    {
+        m_fixture->action->setCheckable(true);
+        QTest::ignoreMessage(QtDebugMsg,
+                             "QtRunnerSocket: DOACTION keeps the check mark, CALLSLOT doIt trigger() changes it");
+        QCOMPARE(Driver(*m_fixture).ask("DOACTION doIt\n"), Ok);
+        QVERIFY(!m_fixture->action->isChecked());
+        QTest::ignoreMessage(QtDebugMsg, QRegularExpression(u"SLOT \\d+"_s));
+        QCOMPARE(Driver(*m_fixture).ask("CALLSLOT doIt trigger()\nDOACTION none\n"), "ERROR\r\n");
+        QVERIFY(m_fixture->action->isChecked());
+    }
+
+    void unknownCommandIsLogged()
+    {
+        QTest::ignoreMessage(QtDebugMsg, "QtRunnerSocket: unknown command (HELLO)");
+        QCOMPARE(Driver(*m_fixture).ask("HELLO you\nDOACTION doIt\n"), Ok);
+    }
+
     void firstObjectOfANameIsUsed()
     {
         auto *second = new QPushButton(&m_fixture->window);

@@ -1,4 +1,5 @@
 #include "fakedebugenvironment.h"
+#include "isymbols64.h"
 #include "scriptrows.h"
 #include <QTranslator>
 
@@ -431,6 +432,24 @@ private Q_SLOTS:
             {"symbolAt", "ISymbolLookup", "p.getSymbol(1)", ""},
             {"addressOf", "ISymbolLookup", "p.getSourceAddress('a', 1)", ""},
         });
+    }
+
+    void addressesOfWideSymbolsAreWhole()
+    {
+        const ProcessorScriptFixture f;
+        StubScript &script = f.scriptOf(u"fw"_s);
+        script.offers += ISymbols64::Iid;
+        script.wideSymbols = {{u"start"_s, 0xffffffff80001000}};
+        script.wideLines = {{0xffffffff80001000, {u"main.c"_s, 2}}};
+        QCOMPARE(f.eval("hex(p.getSymbolAddress('start'))"), u"'0xffffffff80001000'"_s);
+        QCOMPARE(f.eval("p.getSymbol(0xffffffff80001000)"), u"'start'"_s);
+        QCOMPARE(f.eval("hex(p.getSourceAddress('main.c', 2))"), u"'0xffffffff80001000'"_s);
+        QCOMPARE(f.eval("p.getSourceLines(0xffffffff80001000)[0]"), u"('main.c', 2)"_s);
+        QCOMPARE(f.eval("p.getSymbol(0x80001000)"), u"ValueError: No symbol found at address 0x80001000"_s);
+        f.calls();
+        QCOMPARE(f.run("p.setBreakpointAtSymbol('start')"), QString());
+        QVERIFY(f.calls().contains(u"fw.setBreakpoint(main.c, 2, 1)"_s));
+        QCOMPARE(f.eval("p.getSymbolAddress('main')"), u"ValueError: Symbol 'main' not found"_s);
     }
 
     void exceptionOfThePluginIsAnErrorOfTheScript()

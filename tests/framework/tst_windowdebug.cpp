@@ -8,6 +8,8 @@
 #include "idebugbuild.h"
 #include "iexecutionenvironment.h"
 #include "iexecutionevents.h"
+#include "inextstatement.h"
+#include "iwakeup.h"
 #include "pythonreference.h"
 #include "textdocumenttemplate.h"
 #include "watchwindow.h"
@@ -227,6 +229,40 @@ private Q_SLOTS:
         QCOMPARE(f.window->activity().state(), StateIdle);
         QCOMPARE(f.marks(), QString());
         QVERIFY(f.recent(u"File"_s).isEmpty());
+    }
+
+    /// Commands that cannot do anything are disabled.
+    void commandsFollowTheViewAndTheEnvironment()
+    {
+        const DebugWindow f;
+        QString available;
+        const auto note = [&](const QString &name, bool on) {
+            available.remove(name + u' ');
+            if (on)
+                available += name + u' ';
+        };
+        QObject receiver;
+        connect(f.window.get(), &MainWindow::runToCursorAvailable, &receiver, [&](bool on) { note(u"cursor"_s, on); });
+        connect(f.window.get(), &MainWindow::setNextAvailable, &receiver, [&](bool on) { note(u"next"_s, on); });
+        connect(f.window.get(), &MainWindow::wakeupAvailable, &receiver, [&](bool on) { note(u"wake"_s, on); });
+        f.window->activity().setState(StatePaused); // shows the next statement
+        QCOMPARE(available, u"wake cursor "_s);
+        f.window->viewManager()->closeAll();
+        QCOMPARE(available, u"wake "_s);
+        QVERIFY(f.window->openFile(f.path(u"main.c"_s), false));
+        QCOMPARE(available, u"wake cursor "_s);
+        script(u"fw"_s).offers += INextStatement::Iid;
+        script(u"fw"_s).offers += IWakeUp::Iid;
+        script(u"fw"_s).canWakeUp = false;
+        f.window->activity().setState(StateRunning);
+        QCOMPARE(available, QString());
+        f.window->activity().setState(StatePaused);
+        QCOMPARE(available, u"next cursor "_s);
+        f.window->viewManager()->closeAll();
+        QCOMPARE(available, QString());
+        script(u"fw"_s).canWakeUp = true;
+        f.window->activity().setState(StateRunning);
+        QCOMPARE(available, u"wake "_s);
     }
 
     void commandsCallTheEnvironment_data()

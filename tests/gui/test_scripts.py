@@ -94,6 +94,16 @@ class RunTest(ScriptTest):
         self.assertEqual((code, output, errors), (2, "", "varnel-run: cannot open 'none.py'\n"))
         self.assertEqual(self.run_program()[0], 2)
 
+    def test_help_and_version_are_printed(self):
+        code, output, errors = self.run_program("--help")
+        self.assertEqual((code, errors), (0, ""))
+        self.assertIn("Usage: varnel-run SCRIPT [ARGUMENTS]\n", output)
+        code, output, errors = self.run_program("--version")
+        self.assertEqual((code, errors), (0, ""))
+        self.assertRegex(output, r"^Varnel \d+\.\d+\n$")
+        self.write("import sys\nprint(sys.argv[1:])\n")
+        self.assertEqual(self.run_program("-m", "script", "--help")[:2], (0, "['--help']\n"))
+
     def test_dialogs_are_written_and_cancelled(self):
         code, output, errors = self.run_script(
             "from varnel import *\nprint(app.messageBox('Title', 'Really?', mbYes, mbNo), app.inputBox('Name', 'Who'))\n")

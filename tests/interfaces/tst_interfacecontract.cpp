@@ -37,6 +37,7 @@
 #include "isymbols64.h"
 #include "itextdocumentplugin.h"
 #include "ivariables.h"
+#include "iwakeup.h"
 #include "iworkspaceclient.h"
 #include "pluginfactory.h"
 #include <cstddef>
@@ -443,6 +444,10 @@ private Q_SLOTS:
             using I = ISymbols64;
             contract<I>("ISymbols64", "{d1d601c5-ff22-4bb0-83ad-ca1188846beb}",
                         {F(symbolAddress), F(sourceLocation), F(addressOf), F(symbolAt)});
+        }
+        {
+            using I = IWakeUp;
+            contract<I>("IWakeUp", "{becc6e3b-339b-4c92-a3a5-5df8f0d09fc6}", {F(canWakeUp)});
         }
 #undef F
     }

@@ -34,7 +34,8 @@ const QStringList signalNames =
     "copyAvailable cutAvailable pasteAvailable projectOpenAvailable "
     "projectRepopulateAvailable projectEditingAvailable workspaceEditingAvailable "
     "compileAvailable buildAvailable projectBuilding runAvailable pauseAvailable "
-    "stopAvailable restartAvailable startAvailable wakeupAvailable showNextAvailable "
+    "stopAvailable restartAvailable startAvailable wakeupAvailable showNextAvailable setNextAvailable "
+    "runToCursorAvailable "
     "backAvailable forwardAvailable previousAvailable nextAvailable attachAvailable batchBuildAvailable saveAvailable closePaneAvailable"_s
         .split(u' ');
 

@@ -168,8 +168,11 @@ QString RunnerCommands::execute(const QString &line)
     if (command == "DOACTION"_L1)
         return doAction(words);
     const ObjectCommand execute = objectCommand(command);
-    if (!execute)
+    if (!execute) {
+        if (!command.isEmpty())
+            qDebug("QtRunnerSocket: unknown command (%s)", qPrintable(command));
         return {};
+    }
     QObject *object = findObject(words.name());
     return object ? execute(object, words) : u"ERROR 4 No such object\r\n"_s;
 }
@@ -199,8 +202,11 @@ QString RunnerCommands::record(CommandWords &words)
 QString RunnerCommands::doAction(CommandWords &words) const
 {
     const QString name = words.word();
-    if (!m_mainWidget || name.isEmpty() || !m_mainWidget->findChild<QAction *>(name))
+    const auto *action = m_mainWidget && !name.isEmpty() ? m_mainWidget->findChild<QAction *>(name) : nullptr;
+    if (!action)
         return u"ERROR\r\n"_s;
+    if (action->isCheckable())
+        qDebug("QtRunnerSocket: DOACTION keeps the check mark, CALLSLOT %s trigger() changes it", qPrintable(name));
     if (m_objectModel)
         m_objectModel->doAction(name);
     return Ok;

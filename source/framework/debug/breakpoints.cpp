@@ -16,8 +16,10 @@
 using namespace Qt::StringLiterals;
 
 Breakpoints::Breakpoints(Activity &activity, WindowServices &window, QObject *parent)
-    : QObject(parent), m_activity(activity), m_window(window)
-{}
+    : QObject(parent), m_activity(activity), m_window(window), m_lines(activity, window)
+{
+    connect(&m_lines, &BreakpointLines::moved, this, &Breakpoints::refreshMarkers);
+}
 
 void Breakpoints::edit()
 {
@@ -47,7 +49,8 @@ void Breakpoints::toggle(int line)
     if (m_activity.state() == StateRunning)
         return inform(tr("Breakpoints cannot be modified while the processor is running.\n\nPlease pause the processor "
                          "and try again."));
-    const ProgramPlace place = ProgramPlace::fromDocument(document->filename(), line);
+    const ProgramPlace place =
+        ProgramPlace::fromDocument(document->filename(), m_lines.programLine(document->filename(), line));
     const QString file = place.withoutEnvironment().fileName();
     Activity::Environment environment;
     if (place.isDisassembly())
@@ -58,9 +61,9 @@ void Breakpoints::toggle(int line)
     if (!breakpoints)
         return inform(tr("The breakpoint cannot be set.\n\nBreakpoints are not supported in this file."));
     const auto records = askPlugin<&IBreakpoints::breakpoints>(breakpoints);
-    const int state = toggledBreakpoint(breakpointStateAt(records, {file, line}));
+    const int state = toggledBreakpoint(breakpointStateAt(records, {file, place.line()}));
     int result = -1;
-    readPlugin<&IBreakpoints::setBreakpoint>(result, breakpoints, file, line, state);
+    readPlugin<&IBreakpoints::setBreakpoint>(result, breakpoints, file, place.line(), state);
     if (result != 0)
         inform(tr("The breakpoint could not be modified."));
 }
@@ -68,12 +71,12 @@ void Breakpoints::toggle(int line)
 void Breakpoints::refreshMarkers()
 {
     if (m_activity.workspace())
-        refreshBreakpointMarkers(m_activity, *m_window.viewManager());
+        refreshBreakpointMarkers(m_activity, *m_window.viewManager(), &m_lines);
 }
 
 QString Breakpoints::toolTip(const QString &file, int line) const
 {
-    return m_activity.workspace() ? breakpointToolTip(m_activity, file, line) : QString();
+    return m_activity.workspace() ? breakpointToolTip(m_activity, file, m_lines.programLine(file, line)) : QString();
 }
 
 Project *Breakpoints::projectOfDocument(const QString &file) const

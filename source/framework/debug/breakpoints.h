@@ -1,11 +1,8 @@
 #pragma once
-#include <QObject>
-class Activity;
-class Project;
-class WindowServices;
+#include "breakpointlines.h"
 
 /// The breakpoints of all projects, as the user sees and changes them: margins, tool tips and the dialog. The
-/// execution environments keep them.
+/// execution environments keep them during the life of their project.
 class Breakpoints : public QObject
 {
     Q_OBJECT
@@ -27,4 +24,5 @@ private:
 
     Activity &m_activity;
     WindowServices &m_window;
+    BreakpointLines m_lines;
 };

@@ -1,6 +1,7 @@
 #include "debugmarkers.h"
 #include "activity.h"
 #include "breakpointdetails.h"
+#include "breakpointlines.h"
 #include "callplugin.h"
 #include "currentlocation.h"
 #include "debugdecisions.h"
@@ -83,6 +84,14 @@ void addMarks(Marks &marks, const Project &project, bool foreign)
     }
 }
 
+BreakpointFiles linesOf(const Marks &marks)
+{
+    BreakpointFiles files;
+    for (auto file = marks.cbegin(); file != marks.cend(); ++file)
+        files.insert(file.key(), file->keys());
+    return files;
+}
+
 QString markName(const QString &document)
 {
     const uint key = keyOfDisassembly(document);
@@ -150,7 +159,7 @@ void clearExecutionMarker(const ViewManager &views)
         view.markers()->clearMarkers(IViewWithMarkers::ExecutionMarkers);
 }
 
-void refreshBreakpointMarkers(const Activity &activity, const ViewManager &views)
+void refreshBreakpointMarkers(const Activity &activity, const ViewManager &views, BreakpointLines *lines)
 {
     Marks marks;
     for (const QPointer<Project> &project : activity.projects()) {
@@ -159,12 +168,15 @@ void refreshBreakpointMarkers(const Activity &activity, const ViewManager &views
     }
     if (const Project *current = activity.currentProject())
         addMarks(marks, *current, false);
+    if (lines)
+        lines->follow(linesOf(marks));
     for (const MarkedView &view : markedViews(views)) {
         view.markers()->clearMarkers(IViewWithMarkers::BreakpointMarkers);
-        const QMap<int, LineMark> lines = marks.value(markName(view.file));
-        for (auto line = lines.cbegin(); line != lines.cend(); ++line) {
+        const QMap<int, LineMark> marked = marks.value(markName(view.file));
+        for (auto line = marked.cbegin(); line != marked.cend(); ++line) {
+            const int shown = lines ? lines->shownLine(view.file, line.key()) : line.key();
             if (line->markers)
-                view.markers()->setMarker(line.key(), line->markers, true, line->foreign);
+                view.markers()->setMarker(shown, line->markers, true, line->foreign);
         }
     }
 }

@@ -1,6 +1,7 @@
 #pragma once
 #include <QString>
 class Activity;
+class BreakpointLines;
 class IExecutionEnvironment;
 class Project;
 class ViewManager;
@@ -19,8 +20,9 @@ class ViewManager;
 void refreshExecutionMarker(const Project *project, const ViewManager &views);
 void clearExecutionMarker(const ViewManager &views);
 /// Marks the breakpoints of all projects of the open workspace; those of the current one last, so that they take
-/// precedence.
-void refreshBreakpointMarkers(const Activity &activity, const ViewManager &views);
+/// precedence. @p lines, which may be null, follows them from now on, and knows where they are in texts that have been
+/// changed.
+void refreshBreakpointMarkers(const Activity &activity, const ViewManager &views, BreakpointLines *lines = nullptr);
 /// Rich text with the state of the breakpoints at a line, counted from 1, in each project. Empty if there are none, and
 /// with one project, unless there is a reason, a condition or a text to be shown.
 [[nodiscard]] QString breakpointToolTip(const Activity &activity, const QString &file, int line);

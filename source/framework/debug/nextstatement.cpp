@@ -116,7 +116,7 @@ void NextStatement::setAtCursor()
 {
     const Activity::Environment environment = m_activity.currentEnvironment();
     const QString file = currentFile();
-    if (m_activity.state() != StatePaused || file.isEmpty())
+    if (m_activity.state() != StatePaused || file.isEmpty() || isForeignDisassembly(file, environment.get()))
         return;
     const auto mover = queryPlugin<INextStatement>(environment.get());
     if (askPlugin<&INextStatement::setNextStatement>(mover, file, m_window.currentLine()))

@@ -3,12 +3,12 @@
 #include "callplugin.h"
 #include "debugdecisions.h"
 #include "debugmarkers.h"
+#include "debugoffers.h"
 #include "document.h"
 #include "processorreports.h"
 #include "project.h"
 #include "projectworkspace.h"
 #include "sessionstart.h"
-#include "textview.h"
 #include "varnelassert.h"
 #include "viewmanager.h"
 #include "windowservices.h"
@@ -135,7 +135,7 @@ void RunControl::runToCursor()
 {
     VARNEL_ASSERT_TEXT(m_activity.currentProject(), "currentProject()");
     View *view = m_window.viewManager()->currentView();
-    if (!m_activity.currentProject() || !qobject_cast<TextView *>(view))
+    if (!m_activity.currentProject() || !hasProgramLines(m_activity, view))
         return;
     const QString path = view->document()->filename();
     const int line = m_window.currentLine();

@@ -4,6 +4,7 @@
 #include <QDir>
 #include <QHeaderView>
 #include <QLabel>
+#include <QPlainTextEdit>
 #include <QTreeWidget>
 #include <QVBoxLayout>
 
@@ -12,25 +13,46 @@ using namespace Qt::StringLiterals;
 namespace {
 enum Column { NameColumn, FeatureColumn, PathColumn, ProblemColumn };
 constexpr int PathRole = Qt::UserRole;
-constexpr int LoadedRole = Qt::UserRole + 1; ///< whether it is switched on in the running program
+constexpr int DetailLines = 6;
+constexpr int ProblemRole = Qt::UserRole + 2; ///< whether it could not be loaded
+constexpr int LoadedRole = Qt::UserRole + 1;  ///< whether it is switched on in the running program
+
+/// The first library that could not be loaded, else the first one; null without any.
+QTreeWidgetItem *firstProblem(const QTreeWidget &list)
+{
+    for (int i = 0; i < list.topLevelItemCount(); ++i) {
+        if (list.topLevelItem(i)->data(NameColumn, ProblemRole).toBool())
+            return list.topLevelItem(i);
+    }
+    return list.topLevelItem(0);
+}
 } // namespace
 
 PluginsDialog::PluginsDialog(const QList<PluginLibrary> &libraries, const QStringList &disabled, QWidget *parent)
-    : QDialog(parent), m_list(new QTreeWidget), m_notice(new QLabel), m_disabled(disabled)
+    : QDialog(parent)
+    , m_list(new QTreeWidget)
+    , m_details(new QPlainTextEdit)
+    , m_notice(new QLabel)
+    , m_disabled(disabled)
 {
     setObjectName(u"pluginsDialog"_s);
     setWindowTitle(tr("Plug-ins"));
-    resize(760, 360);
+    resize(760, 460);
     m_list->setObjectName(u"PluginList"_s);
     m_list->setHeaderLabels({tr("Name"), tr("Features"), tr("Library"), tr("State")});
     m_list->setAccessibleName(tr("Libraries"));
     m_list->setRootIsDecorated(false);
     m_list->setWordWrap(true);
+    m_details->setObjectName(u"DetailsEdit"_s);
+    m_details->setAccessibleName(tr("State"));
+    m_details->setReadOnly(true);
+    m_details->setMaximumHeight(m_details->fontMetrics().lineSpacing() * DetailLines);
     m_notice->setObjectName(u"NoticeLabel"_s);
     m_notice->setWordWrap(true);
     auto *buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel);
     auto *layout = new QVBoxLayout(this);
     layout->addWidget(m_list);
+    layout->addWidget(m_details);
     layout->addWidget(m_notice);
     layout->addWidget(buttons);
     for (const PluginLibrary &library : libraries)
@@ -38,6 +60,8 @@ PluginsDialog::PluginsDialog(const QList<PluginLibrary> &libraries, const QStrin
     for (const int column : {NameColumn, FeatureColumn, PathColumn})
         m_list->resizeColumnToContents(column);
     showNotice();
+    connect(m_list, &QTreeWidget::currentItemChanged, this, &PluginsDialog::showDetails);
+    m_list->setCurrentItem(firstProblem(*m_list));
     connect(m_list, &QTreeWidget::itemChanged, this, &PluginsDialog::showNotice);
     connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
@@ -57,6 +81,7 @@ void PluginsDialog::addLibrary(const PluginLibrary &library)
     item->setFlags(Qt::ItemIsEnabled | Qt::ItemIsSelectable | Qt::ItemIsUserCheckable);
     item->setCheckState(NameColumn, m_disabled.contains(library.path) ? Qt::Unchecked : Qt::Checked);
     item->setData(NameColumn, PathRole, library.path);
+    item->setData(NameColumn, ProblemRole, library.enabled && !library.problem.isEmpty());
     item->setData(NameColumn, LoadedRole, library.enabled);
 }
 
@@ -69,6 +94,14 @@ void PluginsDialog::showNotice()
     }
     m_notice->setText(differs ? tr("The change takes effect when Varnel is started again.")
                               : tr("A plug-in without a check mark is not loaded when Varnel starts."));
+}
+
+void PluginsDialog::showDetails()
+{
+    const QTreeWidgetItem *item = m_list->currentItem();
+    m_details->setPlainText(item ? item->text(ProblemColumn) + u"\n\n"_s + item->text(PathColumn) + u'\n'
+                                       + item->text(FeatureColumn)
+                                 : QString());
 }
 
 QStringList PluginsDialog::disabled() const

@@ -2,6 +2,7 @@
 #include <QDialog>
 #include <QStringList>
 class QLabel;
+class QPlainTextEdit;
 class QTreeWidget;
 struct PluginLibrary;
 
@@ -20,8 +21,10 @@ public:
 private:
     void addLibrary(const PluginLibrary &library);
     void showNotice();
+    void showDetails();
 
     QTreeWidget *m_list;
-    QLabel *m_notice; ///< says when a change takes effect
+    QPlainTextEdit *m_details; ///< the texts of the current library, which are cut in narrow columns
+    QLabel *m_notice;          ///< says when a change takes effect
     const QStringList m_disabled;
 };

@@ -167,9 +167,10 @@ void OutputPage::appendLine(const QString &line)
     QTextCursor cursor = endOfText(*document());
     if (!cursor.atBlockStart() || cursor.block().userState() == LineEndHeldBack)
         cursor.insertBlock();
+    const int first = cursor.blockNumber(); // the text can have several lines
     cursor.insertText(line);
     cursor.block().setUserState(LineEndHeldBack);
-    finishLines(cursor.block());
+    finishLines(document()->findBlockByNumber(first));
 }
 
 void OutputPage::insertAtEnd(const QString &text)
@@ -282,12 +283,13 @@ std::optional<LookupPlace> OutputPage::placeIn(const QTextBlock &line) const
     return data && data->place ? data->place : m_lookup.find(line.text());
 }
 
-bool OutputPage::isMessage(const QTextBlock &line) const
+bool OutputPage::isMessage(const QTextBlock &line, const FileCheck &isFile) const
 {
-    if (!placeIn(line))
+    const std::optional<LookupPlace> place = placeIn(line);
+    if (!place)
         return false;
     const LineData *data = dataOf(line);
-    return !m_diagnostics || (data && data->severity != OutputSeverity::None);
+    return (!m_diagnostics || (data && data->severity != OutputSeverity::None)) && (!isFile || isFile(place->file));
 }
 
 bool OutputPage::lookup(QString &file, int &line) const
@@ -306,13 +308,13 @@ void OutputPage::lookupNextLine()
     doLookup();
 }
 
-bool OutputPage::lookupMessage(bool forward)
+bool OutputPage::lookupMessage(bool forward, const FileCheck &isFile)
 {
     const int count = document()->blockCount();
     const int first = m_visited ? (forward ? m_currentLine + 1 : m_currentLine - 1) : (forward ? 0 : count - 1);
     for (int i = 0; i < count; ++i) {
         const int line = ((forward ? first + i : first - i) % count + count) % count;
-        if (isMessage(document()->findBlockByNumber(line))) {
+        if (isMessage(document()->findBlockByNumber(line), isFile)) {
             m_currentLine = line;
             doLookup();
             return true;

@@ -1,6 +1,7 @@
 #pragma once
 #include "lookuppattern.h"
 #include "outputseverity.h"
+#include <functional>
 #include <QBasicTimer>
 #include <QPlainTextEdit>
 class QMenu;
@@ -13,6 +14,9 @@ class OutputPage : public QPlainTextEdit
     Q_OBJECT
     Q_PROPERTY(QString text READ toPlainText) // for test drivers
 public:
+    /// Whether a file that a line names exists.
+    using FileCheck = std::function<bool(const QString &file)>;
+
     explicit OutputPage(QWidget *parent = nullptr);
 
     /// The form of places in lines; see LookupPattern::set().
@@ -26,10 +30,15 @@ public:
     [[nodiscard]] QString countsText() const; ///< "2 errors, 1 warning"; empty without any
     /// The current context menu, owned by the caller.
     [[nodiscard]] QMenu *createPopupMenu();
+    /// Makes the next or previous message the current line, and looks it up: the next line that contains a place and,
+    /// with diagnostics, an error or a warning. Lines whose file fails @p isFile are skipped: other programs write
+    /// lines of the same form. After the last message the first follows. False if there is none.
+    bool lookupMessage(bool forward, const FileCheck &isFile = {});
 
 public Q_SLOTS:
-    /// Adds text at the end. A whole line, which ends in "\n", becomes a new paragraph, and its line end is shown only
-    /// when more text follows; text without "\n" at its end is continued by the next text.
+    /// Adds text at the end, which can have several lines. A whole line, which ends in "\n", becomes a new paragraph,
+    /// and its line end is shown only when more text follows; text without "\n" at its end is continued by the next
+    /// text.
     void outputLine(const QString &text);
     /// Adds a whole line whose place is known: its text is not searched for one. A line that is open ends before it.
     void outputLine(const QString &text, const LookupPlace &place);
@@ -37,9 +46,6 @@ public Q_SLOTS:
     void lookupNextLine();
     /// Selects the current line and emits lookupSource() if the line contains a place.
     void doLookup();
-    /// Makes the next or previous message the current line, and looks it up: the next line that contains a place and,
-    /// with diagnostics, an error or a warning. After the last message the first follows. False if there is none.
-    bool lookupMessage(bool forward);
     void clear();
 
 Q_SIGNALS:
@@ -67,7 +73,7 @@ private:
     [[nodiscard]] bool isAtEnd() const;
     void scrollToEnd();
     [[nodiscard]] std::optional<LookupPlace> placeIn(const QTextBlock &line) const;
-    [[nodiscard]] bool isMessage(const QTextBlock &line) const;
+    [[nodiscard]] bool isMessage(const QTextBlock &line, const FileCheck &isFile) const;
     void finishLines(QTextBlock line);
     void colour(const QTextBlock &line) const;
 

@@ -267,11 +267,11 @@ void OutputWindow::lookupNextLine()
         page->lookupNextLine();
 }
 
-bool OutputWindow::lookupMessage(bool forward)
+bool OutputWindow::lookupMessage(bool forward, const std::function<bool(const QString &)> &isFile)
 {
     OutputPage *page = currentPage() ? currentPage() : m_pages[Build];
     m_tabs->setCurrentWidget(page);
-    return page->lookupMessage(forward);
+    return page->lookupMessage(forward, isFile);
 }
 
 void OutputWindow::selectAll()

@@ -50,6 +50,9 @@ public:
     void setFont(const QFont &font);
     void setTextColour(const QColor &colour);
     void setPaperColour(const QColor &colour);
+    /// Goes to the next or previous message of the shown page; while the console is shown, of the build page. See
+    /// OutputPage::lookupMessage(). False if there is none.
+    bool lookupMessage(bool forward, const std::function<bool(const QString &)> &isFile = {});
 
 public Q_SLOTS:
     void displayPage(uint pageNum);
@@ -63,9 +66,6 @@ public Q_SLOTS:
     /// Adds a line that leads to @p place.
     void outputLine(uint pageNum, const QString &text, const LookupPlace &place);
     void lookupNextLine();
-    /// Goes to the next or previous message of the shown page; while the console is shown, of the build page. False if
-    /// there is none.
-    bool lookupMessage(bool forward);
     // These act on the page or the console that is shown.
     void copy();
     void paste();

@@ -1,4 +1,5 @@
 #include "availabilitywindow.h"
+#include "debugoffers.h"
 
 void AvailabilityWindow::emitNothingAvailable()
 {
@@ -16,9 +17,10 @@ void AvailabilityWindow::emitNothingAvailable()
     Q_EMIT nextAvailable(false);
     Q_EMIT saveAvailable(false);
     Q_EMIT closePaneAvailable(false);
+    setProgramLines(false);
 }
 
-void AvailabilityWindow::emitActivity(const ActivityAvailability &available)
+void AvailabilityWindow::emitActivity(const ActivityAvailability &available, const DebugOffers &offers)
 {
     Q_EMIT projectOpenAvailable(available.projectOpen);
     Q_EMIT projectRepopulateAvailable(available.projectRepopulate);
@@ -31,8 +33,18 @@ void AvailabilityWindow::emitActivity(const ActivityAvailability &available)
     Q_EMIT pauseAvailable(available.pause);
     Q_EMIT startAvailable(available.start);
     Q_EMIT restartAvailable(available.restart);
-    Q_EMIT wakeupAvailable(available.wakeup);
+    Q_EMIT wakeupAvailable(available.wakeup && offers.wakeUp);
     Q_EMIT showNextAvailable(available.showNext);
     Q_EMIT attachAvailable(available.attach);
     Q_EMIT batchBuildAvailable(available.batchBuild);
+    m_canRun = available.run;
+    m_canSetNext = available.showNext && offers.setNext;
+    setProgramLines(offers.programLines);
+}
+
+void AvailabilityWindow::setProgramLines(bool available)
+{
+    m_programLines = available;
+    Q_EMIT setNextAvailable(m_canSetNext && available);
+    Q_EMIT runToCursorAvailable(m_canRun && available);
 }

@@ -1,6 +1,7 @@
 #pragma once
 #include "activitystate.h"
 #include <QMainWindow>
+struct DebugOffers;
 
 /// A main window with the signals that enable its actions: the UI file binds actions to them by name.
 class AvailabilityWindow : public QMainWindow
@@ -11,7 +12,8 @@ public:
 
     /// To be called at start-up, when there is no view.
     void emitNothingAvailable();
-    void emitActivity(const ActivityAvailability &available);
+    void emitActivity(const ActivityAvailability &available, const DebugOffers &offers);
+    void setProgramLines(bool available); ///< See DebugOffers; the current view is another one.
 
 Q_SIGNALS:
     void viewHasFocus(bool available);
@@ -36,6 +38,8 @@ Q_SIGNALS:
     void startAvailable(bool available);
     void wakeupAvailable(bool available);
     void showNextAvailable(bool available);
+    void setNextAvailable(bool available);
+    void runToCursorAvailable(bool available);
     void backAvailable(bool available);
     void forwardAvailable(bool available);
     void previousAvailable(bool available);
@@ -44,4 +48,9 @@ Q_SIGNALS:
     void batchBuildAvailable(bool available);
     void saveAvailable(bool available);
     void closePaneAvailable(bool available);
+
+private:
+    bool m_canRun = false;
+    bool m_canSetNext = false;
+    bool m_programLines = false;
 };

@@ -1,13 +1,13 @@
 #include "editcommands.h"
 #include "activity.h"
-#include "callplugin.h"
 #include "dockwindow.h"
 #include "document.h"
-#include "isourcemapping.h"
+#include "filecommands.h"
 #include "navigator.h"
 #include "outputwindow.h"
 #include "programplace.h"
 #include "questions.h"
+#include "symboladdress.h"
 #include "textview.h"
 #include "viewmanager.h"
 #include "windowservices.h"
@@ -49,7 +49,8 @@ EditCommands::EditCommands(const Activity &activity, WindowServices &window, QOb
 void EditCommands::lookupMessage(bool forward)
 {
     m_window.showOutputDock();
-    if (!m_window.outputWindow()->lookupMessage(forward))
+    const auto isSource = [this](const QString &file) { return sourceExists(m_activity, m_window, file); };
+    if (!m_window.outputWindow()->lookupMessage(forward, isSource))
         m_window.showMessage(tr("No line of the output leads to a source file"), 5000);
 }
 
@@ -169,7 +170,6 @@ void EditCommands::gotoLine()
 int EditCommands::lineOfSymbol(const QString &symbol) const
 {
     const Activity::Environment environment = m_activity.currentEnvironment();
-    const auto mapping = queryPlugin<ISourceMapping>(environment.get());
-    uint address = 0;
-    return askPlugin<&ISourceMapping::symbolAddress>(mapping, symbol, address) ? lineOfAddress(address) : 0;
+    const std::optional<uint> address = symbolAddress(environment.get(), symbol);
+    return address ? lineOfAddress(*address) : 0;
 }

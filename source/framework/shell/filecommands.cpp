@@ -20,6 +20,19 @@
 
 using namespace Qt::StringLiterals;
 
+QString absoluteSource(const Activity &activity, const QString &path)
+{
+    const Project *project = activity.currentProject();
+    return QDir::isRelativePath(path) && project ? QDir::cleanPath(QDir(project->basePath()).absoluteFilePath(path))
+                                                 : path;
+}
+
+bool sourceExists(const Activity &activity, const WindowServices &window, const QString &path)
+{
+    const QString absolute = absoluteSource(activity, path);
+    return !absolute.isEmpty() && (QFileInfo(absolute).isFile() || window.workspace()->findDocument(absolute));
+}
+
 FileCommands::FileCommands(const Activity &activity, WindowServices &window, QObject *parent)
     : QObject(parent)
     , m_activity(activity)
@@ -35,10 +48,7 @@ bool FileCommands::openFile(const QString &path, bool addToRecent)
     VARNEL_ASSERT(!path.isEmpty());
     if (path.isEmpty())
         return false;
-    const Project *project = m_activity.currentProject();
-    const QString absolute = QDir::isRelativePath(path) && project
-                                 ? QDir::cleanPath(QDir(project->basePath()).absoluteFilePath(path))
-                                 : path;
+    const QString absolute = absoluteSource(m_activity, path);
     if (!m_window.workspace()->openDocument(absolute, true))
         return false;
     if (addToRecent)

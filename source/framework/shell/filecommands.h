@@ -6,6 +6,11 @@ class Activity;
 class View;
 class WindowServices;
 
+/// The absolute path of a file that may be named relative to the current project's directory.
+[[nodiscard]] QString absoluteSource(const Activity &activity, const QString &path);
+/// Whether that file exists, or is open and not saved yet.
+[[nodiscard]] bool sourceExists(const Activity &activity, const WindowServices &window, const QString &path);
+
 /// The commands on files: opening, saving, closing, reverting and printing, with their prompts.
 class FileCommands : public QObject
 {

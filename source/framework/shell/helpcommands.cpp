@@ -141,6 +141,6 @@ QString HelpCommands::recentWorkspaces() const
         const QString directory = QDir::toNativeSeparators(QFileInfo(path).path()).toHtmlEscaped();
         items += u"<li><a href=\"command:openWorkspace?%1\">%2</a> (%3)</li>"_s.arg(argument, name, directory);
     }
-    return items.isEmpty() ? u"<p>"_s + tr("No workspace has been opened yet.") + u"</p>"_s
+    return items.isEmpty() ? u"<p>"_s + tr("The list of recent workspaces is empty.") + u"</p>"_s
                            : u"<ul>"_s + items + u"</ul>"_s;
 }

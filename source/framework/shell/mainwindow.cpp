@@ -1,8 +1,10 @@
 #include "mainwindow.h"
 #include "applicationpaths.h"
 #include "callplugin.h"
+#include "debugoffers.h"
 #include "document.h"
 #include "droppedfiles.h"
+#include "filecommands.h"
 #include "ideapplication.h"
 #include "navigator.h"
 #include "outputwindow.h"
@@ -12,6 +14,7 @@
 #include "textview.h"
 #include "windowparts.h"
 #include <QCloseEvent>
+#include <QDir>
 #include <QPointer>
 #include <QSettings>
 #include <QTimer>
@@ -116,6 +119,10 @@ bool MainWindow::openFile(const QString &path, bool addToRecent)
 
 void MainWindow::lookupSource(const QString &file, int line, int column)
 {
+    if (m_parts->ready && !file.isEmpty() && !sourceExists(m_parts->activity, m_parts->services, file))
+        return m_parts->services.showMessage(
+            tr("The file %1 does not exist").arg(QDir::toNativeSeparators(absoluteSource(m_parts->activity, file))),
+            5000);
     if (!openFile(file, false))
         return;
     m_parts->viewManager->gotoLine(line, true);
@@ -155,6 +162,7 @@ void MainWindow::viewActivated(View *view)
     Q_EMIT textNavigationAvailable(viewInterface<ITextNavigation>(view) != nullptr);
     Q_EMIT saveAvailable(view && view->document()->modified());
     Q_EMIT closePaneAvailable(text && text->shownEdits().size() > 1);
+    setProgramLines(hasProgramLines(m_parts->activity, view));
     m_parts->status.setDocument(text ? text->textDocument() : nullptr);
     if (!viewInterface<ITextNavigation>(view))
         m_parts->status.clearCursor();

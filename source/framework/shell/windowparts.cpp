@@ -2,6 +2,7 @@
 #include "configurationdropdown.h"
 #include "contexthelp.h"
 #include "debugcontents.h"
+#include "debugoffers.h"
 #include "dockwindow.h"
 #include "document.h"
 #include "documentkinds.h"
@@ -79,6 +80,13 @@ void keepDebugWindows(const WindowParts &parts)
     LiveWindow *live = parts.debugViews.live->window();
     parts.sessions->addPart({u"live"_s, [live] { return live->stored(); },
                              [live](const QJsonValue &value) { live->restore(value.toObject()); }});
+    StoredBreakpoints *breakpoints = parts.debugViews.stored.get();
+    parts.sessions->addPart({u"breakpoints"_s, [breakpoints] { return breakpoints->value(); },
+                             [breakpoints](const QJsonValue &value) { breakpoints->restore(value.toObject()); }});
+    QObject::connect(breakpoints, &StoredBreakpoints::restored, parts.debugControl.get(),
+                     &DebugControl::breakpointsChanged);
+    QObject::connect(breakpoints, &StoredBreakpoints::refused, parts.outputWindow->page(OutputWindow::Debug),
+                     qOverload<const QString &>(&OutputPage::outputLine));
 }
 
 /// It learns of a new state before the commands, which may open files then.
@@ -304,6 +312,7 @@ void WindowParts::setUpCommands()
     debugControl = std::make_unique<DebugControl>(activity, services, *buildControl);
     debugControl->options().load(*application()->settings());
     debugViews.breakpoints = std::make_unique<BreakpointsDock>(activity, services, *debugControl);
+    debugViews.stored = std::make_unique<StoredBreakpoints>(activity);
     debugViews.processors = std::make_unique<ProcessorDock>(activity, services, *debugControl);
     debugViews.live = std::make_unique<LiveDock>(activity, services, *debugControl);
     debugViews.toolTips = std::make_unique<ValueToolTips>(activity);
@@ -366,7 +375,13 @@ void WindowParts::followState() const
                 layout.restore(next);
         }
     });
-    QObject::connect(&activity, &Activity::availabilityChanged, &window, &MainWindow::emitActivity);
+    const auto show = [this, newest = 0](const ActivityAvailability &available) mutable {
+        const int own = ++newest;
+        const DebugOffers offers = debugOffers(activity, viewManager->currentView()); // a plug-in may report a state
+        if (own == newest)
+            window.emitActivity(available, offers);
+    };
+    QObject::connect(&activity, &Activity::availabilityChanged, &window, show);
     QObject::connect(&activity, &Activity::stateEntered, &window, [this] { window.setWindowTitle(caption()); });
 }
 

@@ -22,6 +22,7 @@
 #include "scriptrecorder.h"
 #include "sessionkeeper.h"
 #include "statuslabels.h"
+#include "storedbreakpoints.h"
 #include "templatecommands.h"
 #include "toolscommands.h"
 #include "uiconfig.h"
@@ -47,6 +48,7 @@ class PythonOutputPanel;
 struct DebugViews
 {
     std::unique_ptr<BreakpointsDock> breakpoints;
+    std::unique_ptr<StoredBreakpoints> stored;
     std::unique_ptr<ProcessorDock> processors;
     std::unique_ptr<LiveDock> live;
     std::unique_ptr<ValueToolTips> toolTips;

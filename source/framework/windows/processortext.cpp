@@ -4,6 +4,7 @@
 #include "debugdecisions.h"
 #include "imemory.h"
 #include "isymbollookup.h"
+#include "isymbols64.h"
 #include "programplace.h"
 #include <array>
 #include <QCoreApplication>
@@ -41,14 +42,26 @@ int codeRegion(IExecutionEnvironment *environment)
     return regions.isEmpty() ? 0 : regions.first().id;
 }
 
+/// The symbol at a place, by one of the two interfaces; empty if it is not known.
+template <auto AddressOf, auto SymbolAt, typename Address, typename Symbols>
+QString symbolAt(const Symbols &symbols, const QString &file, int line, int region)
+{
+    Address address = addressOfLine(line); // in the disassembly
+    QString name;
+    const bool known = isDisassemblyName(file) || askPlugin<AddressOf>(symbols, file, line, address);
+    return known && askPlugin<SymbolAt>(symbols, address, region, name) ? name : QString();
+}
+
+/// An address of the disassembly has 32 bits, so that the wide interface may not know it.
 QString functionAt(IExecutionEnvironment *environment, const QString &file, int line)
 {
-    const auto symbols = queryPlugin<ISymbolLookup>(environment);
-    uint address = addressOfLine(line); // in the disassembly
-    QString name;
-    if ((!isDisassemblyName(file) && !askPlugin<&ISymbolLookup::addressOf>(symbols, file, line, address))
-        || !askPlugin<&ISymbolLookup::symbolAt>(symbols, address, codeRegion(environment), name))
-        return {};
+    const int region = codeRegion(environment);
+    const auto narrow = queryPlugin<ISymbolLookup>(environment);
+    const auto wide = queryPlugin<ISymbols64>(environment);
+    const QString name =
+        wide && !(narrow && isDisassemblyName(file))
+            ? symbolAt<&ISymbols64::addressOf, &ISymbols64::symbolAt, quint64>(wide, file, line, region)
+            : symbolAt<&ISymbolLookup::addressOf, &ISymbolLookup::symbolAt, uint>(narrow, file, line, region);
     return name.section(u" + "_s, 0, 0).simplified();
 }
 } // namespace

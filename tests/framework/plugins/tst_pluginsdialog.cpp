@@ -2,6 +2,7 @@
 #include "pluginsdialog.h"
 #include <QDialogButtonBox>
 #include <QLabel>
+#include <QPlainTextEdit>
 #include <QPushButton>
 #include <QTest>
 #include <QTreeWidget>
@@ -52,6 +53,18 @@ private Q_SLOTS:
                                "[x]|bad||/p/bad.so|It was built with version 2.8.\n"
                                "[ ]|off||/p/off.so|Switched off"_s);
         QCOMPARE(dialog.disabled(), QStringList(u"/p/off.so"_s));
+    }
+
+    /// Columns are too narrow for the text of a loader.
+    void wholeTextsOfTheCurrentLibraryAreShown()
+    {
+        const PluginsDialog dialog(libraries(), {});
+        const auto *details = dialog.findChild<QPlainTextEdit *>(u"DetailsEdit"_s);
+        QCOMPARE(details->toPlainText(), u"It was built with version 2.8.\n\n/p/bad.so\n"_s); // the first problem
+        auto *list = dialog.findChild<QTreeWidget *>();
+        list->setCurrentItem(list->topLevelItem(0));
+        QCOMPARE(details->toPlainText(), u"Loaded\n\n/p/gdb.so\n{1}\n{2}"_s);
+        QCOMPARE(PluginsDialog({}, {}).findChild<QPlainTextEdit *>()->toPlainText(), QString());
     }
 
     void switchTakesEffectAtTheNextStart()

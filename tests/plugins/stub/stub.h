@@ -54,7 +54,10 @@ struct StubScript
     bool keepsBreakpoints = false; ///< setBreakpoint() changes the list above
     int setBreakpointResult = 0;
     bool nextStatementResult = true;
-    QHash<QString, uint> symbols;               ///< names to addresses
+    QHash<QString, uint> symbols;        ///< names to addresses
+    QHash<QString, quint64> wideSymbols; ///< the same for ISymbols64
+    QMap<quint64, BreakpointLocation> wideLines;
+    bool canWakeUp = true;
     QMap<uint, BreakpointLocation> sourceLines; ///< addresses to places
     QMap<int, QString> instructions;            ///< indices to texts
     QMap<int, QStringList> instructionSources;  ///< indices to source lines

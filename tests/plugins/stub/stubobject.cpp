@@ -10,6 +10,11 @@ QString textOf(bool argument)
     return argument ? u"true"_s : u"false"_s;
 }
 
+QString textOf(quint64 argument)
+{
+    return QString::number(argument);
+}
+
 QString textOf(int argument)
 {
     return QString::number(argument);
@@ -128,6 +133,12 @@ bool StubObject::start(bool attachOnly)
 {
     record(u"start"_s, attachOnly);
     return m_script->started;
+}
+
+bool StubObject::canWakeUp()
+{
+    act(u"canWakeUp"_s);
+    return m_script->canWakeUp;
 }
 
 bool StubObject::canAttach()
@@ -630,6 +641,41 @@ bool StubObject::symbolAt(uint address, int region, QString &name)
 {
     record(u"symbolAt"_s, address, region);
     name = m_script->symbols.key(address);
+    return !name.isEmpty();
+}
+
+bool StubObject::symbolAddress(const QString &name, quint64 &address)
+{
+    record(u"symbolAddress"_s, name);
+    address = m_script->wideSymbols.value(name);
+    return m_script->wideSymbols.contains(name);
+}
+
+bool StubObject::sourceLocation(quint64 address, int kind, QString &file, int &line)
+{
+    record(u"sourceLocation"_s, address, kind);
+    const BreakpointLocation place = m_script->wideLines.value(address);
+    file = place.file;
+    line = place.line;
+    return !file.isEmpty();
+}
+
+bool StubObject::addressOf(const QString &file, int line, quint64 &address)
+{
+    record(u"addressOf"_s, file, line);
+    for (auto place = m_script->wideLines.cbegin(); place != m_script->wideLines.cend(); ++place) {
+        if (place->file == file && place->line == line) {
+            address = place.key();
+            return true;
+        }
+    }
+    return false;
+}
+
+bool StubObject::symbolAt(quint64 address, int region, QString &name)
+{
+    record(u"symbolAt"_s, address, region);
+    name = m_script->wideSymbols.key(address);
     return !name.isEmpty();
 }
 

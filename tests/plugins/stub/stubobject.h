@@ -15,19 +15,22 @@
 #include "ipropertydefinitions.h"
 #include "isourcemapping.h"
 #include "isymbollookup.h"
+#include "isymbols64.h"
 #include "itextdocumentplugin.h"
 #include "ivariables.h"
+#include "iwakeup.h"
 #include "iworkspaceclient.h"
 #include "stub.h"
 
 /// An object that implements all interfaces and offers those in its script.
-class StubObject : public StubObjectState,
-                   public InterfaceObject<IPluginObject, IBuildEnvironment, IExecutionEnvironment, IBreakpointDetails,
-                                          IBreakpoints, ICallStack, IVariables, ICustomDocumentPlugin, IDebugBuild,
-                                          IDisassembly, IDisassemblyAddress, IDockExtension, IExtensionCommands,
-                                          IMemory, IMemoryVerify, IMultiProcessorSync, INextStatement, IPeripherals,
-                                          IProgressiveStart, IProjectPopulate, IPropertyDefinitions, IRegisters,
-                                          ISourceMapping, ISymbolLookup, ITextDocumentPlugin, IWorkspaceClient>
+class StubObject
+    : public StubObjectState,
+      public InterfaceObject<IPluginObject, IBuildEnvironment, IExecutionEnvironment, IBreakpointDetails, IBreakpoints,
+                             ICallStack, IVariables, ICustomDocumentPlugin, IDebugBuild, IDisassembly,
+                             IDisassemblyAddress, IDockExtension, IExtensionCommands, IMemory, IMemoryVerify,
+                             IMultiProcessorSync, INextStatement, IPeripherals, IProgressiveStart, IProjectPopulate,
+                             IPropertyDefinitions, IRegisters, ISourceMapping, ISymbolLookup, ISymbols64,
+                             ITextDocumentPlugin, IWakeUp, IWorkspaceClient>
 {
 public:
     /// The calls of all objects, and the existing objects.
@@ -64,6 +67,7 @@ public:
     void pause() override;
     void restart() override;
     void wakeUp() override;
+    bool canWakeUp() override;
     ProcessorStatus processorStatus() override;
     ProgramStatus programStatus() override;
     bool currentLocation(QString &file, int &line) override;
@@ -126,6 +130,10 @@ public:
     void setValue(const QString &name, uint value, int word) override;
     bool symbolAddress(const QString &name, uint &address) override;
     bool sourceLocation(uint address, int kind, QString &file, int &line) override;
+    bool symbolAddress(const QString &name, quint64 &address) override;
+    bool sourceLocation(quint64 address, int kind, QString &file, int &line) override;
+    bool addressOf(const QString &file, int line, quint64 &address) override;
+    bool symbolAt(quint64 address, int region, QString &name) override;
     void reserved1() override;
     void reserved2() override;
     bool addressOf(const QString &file, int line, uint &address) override;

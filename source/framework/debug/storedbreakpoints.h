@@ -1,0 +1,29 @@
+#pragma once
+#include <QJsonObject>
+#include <QObject>
+class Activity;
+class Project;
+
+/// The breakpoints of all projects, as they are kept with the session of a workspace: execution environments forget
+/// them with their project.
+class StoredBreakpoints : public QObject
+{
+    Q_OBJECT
+public:
+    explicit StoredBreakpoints(Activity &activity, QObject *parent = nullptr);
+
+    [[nodiscard]] QJsonObject value() const; ///< of the open workspace
+    /// Gives the environments what value() has returned for this workspace. Anything else is ignored.
+    void restore(const QJsonObject &stored);
+
+Q_SIGNALS:
+    void restored();
+    /// An environment has refused a breakpoint. @p text is a line for the user.
+    void refused(const QString &text);
+
+private:
+    void restore(Project *project, const QJsonObject &stored);
+
+    Activity &m_activity;
+    QJsonObject m_stored; ///< also what projects without an environment had
+};
