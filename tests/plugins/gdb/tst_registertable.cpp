@@ -25,6 +25,8 @@ void tst_RegisterTable::registersAreSortedAndGrouped()
                             " xmm1         41   41    292      16 vec128          save,restore,sse\n"
                             " zmm1        240   85   3620      64 _vec512i        vector,all\n"
                             " mstatus     833   91    200       4 long            csr,all\n"
+                            " wide        300   90    900      32 vec256          vector,all\n"
+                            " inner       301   90    932       4 long            save,restore\n"
                             " al          152    0   2413       1 int8_t          \n"
                             "*1: Register type's name NULL.\n"_s);
     QStringList lines;
