@@ -2,6 +2,7 @@
 // "bare_ms" is the time of the client, "ratio" our time divided by it.
 #include "../tests/framework/fakeservices.h"
 #include "../tests/framework/installation.h"
+#include "../tests/plugins/gdb/foreignboard.h"
 #include "activity.h"
 #include "boardpeer.h"
 #include "ideapplication.h"
@@ -19,6 +20,14 @@ using Env = IExecutionEnvironment;
 
 constexpr quint64 Prescale = 0x4002801C;     // of the board's counter
 constexpr quint64 GuestCounter = 0x40028018; // counts microseconds with a prescale of 24
+
+class NoProgress : public InterfaceObject<IStartProgress>
+{
+public:
+    NoProgress() : InterfaceObject(0) {}
+    void progress(const QString &, int) override {}
+    void finished(bool, const QString &) override {}
+};
 
 /// Runs to an endless loop in which each step is one line.
 void enterLoop(LiveSession *session)
@@ -78,6 +87,57 @@ void SessionStart(benchmark::State &state)
         [] { const BareClient client; });
 }
 BENCHMARK(SessionStart)->UseManualTime()->Iterations(10)->Unit(benchmark::kMillisecond);
+
+/// A program of 1 MB.
+const QString &largeImage()
+{
+    static const Programs programs;
+    static const QString file = programs.firmware(u"large.elf"_s, u"mps2.ld"_s, {u"-DFILLER=%1"_s.arg(1 << 20)});
+    return file;
+}
+
+/// The time of the download within the start of a session, in which the event loop runs.
+double downloadTime(const ForeignBoard &board)
+{
+    LiveSession session(u"remote:%1;image=%2"_s.arg(board.address(), largeImage()));
+    QElapsedTimer timer;
+    double time = 0;
+    QObject::connect(session.env->session()->gdb(), &MiConnection::dialogue, [&](const QString &line, bool fromUs) {
+        if (fromUs && line.contains("-target-download"_L1))
+            timer.start();
+        else if (timer.isValid() && time == 0 && line.contains("^done,address"_L1))
+            time = milliseconds(timer);
+    });
+    const auto progress = shareInterface(new NoProgress);
+    session.get<IProgressiveStart>()->startInBackground(false, progress.get());
+    require(session.waitFor(Env::ProgramPaused), "The session did not start.");
+    return time;
+}
+
+/// The same by a client that only waits for the answer.
+double bareDownloadTime(const ForeignBoard &board)
+{
+    BareClient client(largeImage(), board.address());
+    QElapsedTimer timer;
+    timer.start();
+    client.ask("-target-download", "^done");
+    return milliseconds(timer);
+}
+
+void Download(benchmark::State &state)
+{
+    const ForeignBoard board(image());
+    require(QTest::qWaitFor([&board] { return board.isUp(); }), "There is no board.");
+    QList<double> ours;
+    QList<double> bare;
+    for ([[maybe_unused]] auto round : state) {
+        ours.append(downloadTime(board));
+        state.SetIterationTime(ours.last() / 1e3);
+        bare.append(bareDownloadTime(board));
+    }
+    setPeer(state, ours, bare);
+}
+BENCHMARK(Download)->UseManualTime()->Iterations(10)->Unit(benchmark::kMillisecond);
 
 void SourceStep(benchmark::State &state)
 {

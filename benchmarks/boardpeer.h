@@ -39,17 +39,15 @@ public:
     {
         QString error;
         require(m_board.start(&error), qPrintable(error));
-        m_gdb.start(u"gdb-multiarch"_s, {u"--nx"_s, u"--quiet"_s, u"--interpreter=mi3"_s});
-        for (const char *command : {"-gdb-set mi-async on", "-gdb-set confirm off", "-gdb-set width 0"})
-            ask(command, "^done");
-        ask("-file-exec-and-symbols " + image().toUtf8(), "^done");
-        ask("-target-select remote " + m_board.gdbAddress().toUtf8(), "^connected");
+        connect(image(), m_board.gdbAddress());
         ask("-break-insert -t main", "^done");
         ask("-exec-continue", "*stopped");
     }
+    /// A client of a board that another program has started.
+    BareClient(const QString &program, const QString &address) : m_board({}) { connect(program, address); }
     ~BareClient()
     {
-        m_gdb.write("-gdb-exit\n");
+        m_gdb.write("-target-disconnect\n-gdb-exit\n"); // else gdb ends the board
         m_gdb.waitForFinished();
     }
     Q_DISABLE_COPY_MOVE(BareClient)
@@ -69,6 +67,15 @@ public:
     }
 
 private:
+    void connect(const QString &program, const QString &address)
+    {
+        m_gdb.start(u"gdb-multiarch"_s, {u"--nx"_s, u"--quiet"_s, u"--interpreter=mi3"_s});
+        for (const char *command : {"-gdb-set mi-async on", "-gdb-set confirm off", "-gdb-set width 0"})
+            ask(command, "^done");
+        ask("-file-exec-and-symbols " + program.toUtf8(), "^done");
+        ask("-target-select remote " + address.toUtf8(), "^connected");
+    }
+
     QemuMachine m_board;
     QProcess m_gdb;
 };

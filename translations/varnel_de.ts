@@ -161,6 +161,18 @@ The breakpoint will be set in the currently active project (%2)</source>
 
 Der Haltepunkt wird im derzeit aktiven Projekt gesetzt (%2)</translation>
     </message>
+    <message>
+        <source>&apos;%1&apos; is not a function with source lines. Its address is 0x%2.</source>
+        <translation>&apos;%1&apos; ist keine Funktion mit Quellzeilen. Die Adresse ist 0x%2.</translation>
+    </message>
+    <message>
+        <source>The function &apos;%1&apos; is not known.
+
+Functions are found in the program of a debug session. Before one, specify breakpoints as [file], [line].</source>
+        <translation>Die Funktion &apos;%1&apos; ist nicht bekannt.
+
+Funktionen werden im Programm einer Debug-Sitzung gefunden. Geben Sie Haltepunkte davor als [Datei], [Zeile] an.</translation>
+    </message>
 </context>
 <context>
     <name>BreakpointDialogBase</name>
@@ -1800,6 +1812,14 @@ Möchten Sie sie wirklich schließen und überschreiben?</translation>
         <source>Seconds without a sign of life while the program is loaded or runs to that function.</source>
         <translation>Sekunden ohne Lebenszeichen, während das Programm geladen wird oder bis zu dieser Funktion läuft.</translation>
     </message>
+    <message>
+        <source>Text in memory (RTT)</source>
+        <translation>Text im Speicher (RTT)</translation>
+    </message>
+    <message>
+        <source>Shows text that the program writes into an RTT buffer in its memory in the target console.</source>
+        <translation>Zeigt Text, den das Programm in einen RTT-Puffer in seinem Speicher schreibt, in der Zielkonsole.</translation>
+    </message>
 </context>
 <context>
     <name>GdbSession</name>
@@ -2453,6 +2473,14 @@ Möchten Sie sie wirklich schließen und überschreiben?</translation>
     <message>
         <source>%1: %2 of %3 bytes (%4 %)</source>
         <translation>%1: %2 von %3 Bytes (%4 %)</translation>
+    </message>
+    <message>
+        <source>Checking whether &apos;%1&apos; is up to date...</source>
+        <translation>Es wird geprüft, ob &apos;%1&apos; auf dem neuesten Stand ist...</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
     </message>
 </context>
 <context>
@@ -4971,6 +4999,15 @@ Läuft der Server des Zielsystems, und ist kein anderer Debugger damit verbunden
     <message>
         <source>Cancel</source>
         <translation>Abbrechen</translation>
+    </message>
+</context>
+<context>
+    <name>RttChannel</name>
+    <message>
+        <source>The RTT control block at 0x%1 has invalid values and is not used.
+</source>
+        <translation>Der RTT-Steuerblock bei 0x%1 enthält ungültige Werte und wird nicht benutzt.
+</translation>
     </message>
 </context>
 <context>

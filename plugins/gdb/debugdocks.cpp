@@ -24,10 +24,7 @@ DebugDocks::DebugDocks(GdbSession *session, QUnknownInterface *whole) : Facet(wh
 QList<QWidget *> DebugDocks::widgets()
 {
     m_console = new TargetConsole;
-    connect(m_console, &TargetConsole::entered, this, [this](const QByteArray &bytes) {
-        if (Target *target = m_session->target())
-            target->writeInput(bytes);
-    });
+    connect(m_console, &TargetConsole::entered, this, &DebugDocks::sendInput);
     QList<QWidget *> all{m_console};
     for (QWidget *window : std::as_const(all))
         nameByProject(window, m_projectName);
@@ -44,4 +41,11 @@ void DebugDocks::keepOutput(const QByteArray &bytes)
 {
     if (m_console)
         m_console->append(bytes);
+}
+
+void DebugDocks::sendInput(const QByteArray &bytes)
+{
+    Target *target = m_session->target();
+    if (target && (!m_inputTaker || !m_inputTaker(bytes)))
+        target->writeInput(bytes);
 }

@@ -1,6 +1,7 @@
 #pragma once
 #include "facet.h"
 #include "idockextension.h"
+#include <functional>
 #include <QByteArray>
 #include <QObject>
 #include <QPointer>
@@ -18,11 +19,16 @@ public:
     void setProjectName(const QString &name) { m_projectName = name; }
     QList<QWidget *> widgets() override; ///< object names, also of their fields, are like "project/targetConsole"
     void clear();                        ///< Called when a program starts.
+    /// Sets what takes the user's input before the serial port or the terminal: @p taker returns whether it has done
+    /// so.
+    void setInputTaker(const std::function<bool(const QByteArray &bytes)> &taker) { m_inputTaker = taker; }
 
 private:
     void keepOutput(const QByteArray &bytes);
+    void sendInput(const QByteArray &bytes);
 
     GdbSession *const m_session;
     QString m_projectName;
     QPointer<TargetConsole> m_console;
+    std::function<bool(const QByteArray &bytes)> m_inputTaker;
 };

@@ -5,6 +5,7 @@
 #include "iprojectproperties.h"
 #include "propertytext.h"
 #include "sourcepaths.h"
+#include <QCoreApplication>
 #include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
@@ -43,6 +44,7 @@ GdbEnvironment::GdbEnvironment(const ProcessorGroup::Registry &processors)
     , m_group(
           processors, &m_session, [this] { restart(); }, static_cast<IPluginObject *>(this))
     , m_docks(&m_session, static_cast<IPluginObject *>(this))
+    , m_rtt(&m_session)
     , m_faults(&m_session)
     , m_exceptions(&m_session) // NOLINT(bugprone-throw-keyword-missing): it is no exception
     , m_facets({&m_symbols, &m_breakpoints, &m_memory, &m_wideMemory, &m_live, &m_registers, &m_peripherals,
@@ -71,8 +73,13 @@ void GdbEnvironment::connectParts()
         m_breakpoints.readLimits();
         m_breakpoints.catchUp();
         m_breakpoints.insertAllData();
+        m_rtt.begin(options().rtt, m_memory.wholeTable());
     });
+    connect(&m_rtt, &RttChannel::output, &m_session, &GdbSession::output);
+    connect(&m_rtt, &RttChannel::message, this, &GdbEnvironment::showMessage);
+    m_docks.setInputTaker([this](const QByteArray &bytes) { return m_rtt.write(bytes); });
     connect(&m_session, &GdbSession::stopText, this, [this](const QString &text) {
+        const BackgroundTask::Whole whole;
         if (m_events)
             m_events->statusInfo(text, 1);
     });
@@ -82,6 +89,7 @@ void GdbEnvironment::connectParts()
     connect(&m_faults, &FaultCatcher::message, this, &GdbEnvironment::showMessage);
     connect(&m_exceptions, &ExceptionStops::message, this, &GdbEnvironment::showMessage);
     connect(&m_breakpoints, &BreakpointList::changed, this, [this] {
+        const BackgroundTask::Whole whole;
         if (m_events)
             m_events->breakpointsChanged();
     });
@@ -100,6 +108,15 @@ QRESULT GdbEnvironment::queryInterface(const QUuid &id, QUnknownInterface **out)
         return QS_OK;
     }
     return QE_NOINTERFACE;
+}
+
+unsigned long GdbEnvironment::release()
+{
+    if (!m_session.task()->isCurrent())
+        return InterfaceObject::release();
+    QMetaObject::invokeMethod(
+        qApp, [this] { InterfaceObject::release(); }, Qt::QueuedConnection);
+    return 1;
 }
 
 bool GdbEnvironment::initialise(IProject *project, IExecutionEvents *events, const QString &option)
@@ -243,6 +260,7 @@ void GdbEnvironment::backgroundEnded()
 
 void GdbEnvironment::showProgress(const QString &step, int percent)
 {
+    const BackgroundTask::Whole whole;
     if (m_progress)
         m_progress->progress(step, percent);
     else if (m_events && m_session.task()->isActive())
@@ -436,12 +454,14 @@ void GdbEnvironment::showMessage(const QString &text, bool serious)
 {
     if (!m_events)
         return;
+    const BackgroundTask::Whole whole;
     const bool alone = m_group.groupId().isEmpty();
     m_events->feedback(alone ? text : u"%1: %2"_s.arg(m_project->name(), text), {}, serious);
 }
 
 void GdbEnvironment::logDialogue(const QString &line, bool fromUs)
 {
+    const BackgroundTask::Whole whole;
     if (m_logging && m_events)
         m_events->feedback((fromUs ? u"> "_s : u"< "_s) + line + u'\n', u"gdb"_s, false);
 }

@@ -22,6 +22,7 @@
 #include "pluginfactory.h"
 #include "processorgroup.h"
 #include "registeraccess.h"
+#include "rttchannel.h"
 #include "symboltable.h"
 #include "variables.h"
 #include "widememory.h"
@@ -40,6 +41,7 @@ public:
 
     using InterfaceObject::queryInterface;
     QRESULT queryInterface(const QUuid &id, QUnknownInterface **out) override;
+    unsigned long release() override; ///< Later, if it is called by work of this object that runs in the background.
     int type() override { return Environment; }
 
     bool initialise(IProject *project, IExecutionEvents *events, const QString &option) override;
@@ -113,6 +115,7 @@ private:
     CallStack m_callStack;
     ProcessorGroup m_group;
     DebugDocks m_docks;
+    RttChannel m_rtt;
     FaultCatcher m_faults;
     ExceptionStops m_exceptions;
     const QList<FacetBase *> m_facets;

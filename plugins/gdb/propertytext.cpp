@@ -230,6 +230,12 @@ PropertyPage windowsPage()
           u"boolean"_s,
           u"false"_s,
           Text::tr("Reads memory back after writing."),
+          {}},
+         {u"gdbRtt"_s,
+          Text::tr("Text in memory (RTT)"),
+          u"boolean"_s,
+          u"false"_s,
+          Text::tr("Shows text that the program writes into an RTT buffer in its memory in the target console."),
           {}}}};
 }
 } // namespace

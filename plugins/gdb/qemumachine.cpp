@@ -10,7 +10,6 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-constexpr int StartLimit = 10000;
 constexpr int AnswerLimit = 1000;
 constexpr int LookInterval = 20; ///< interval in ms at which a start checks that the emulator still runs
 
@@ -125,9 +124,9 @@ bool QemuMachine::waitUntilReady(QString *error)
             *error = tr("'%1' ended at once: %2").arg(m_setup.program, reason);
             return false;
         }
-        if (timer.hasExpired(StartLimit)) {
+        if (timer.hasExpired(m_setup.startLimit)) {
             *error = tr("'%1' did not bring up '%2' within %3 s.")
-                         .arg(m_setup.program, m_setup.machine, QString::number(StartLimit / 1000));
+                         .arg(m_setup.program, m_setup.machine, QString::number(m_setup.startLimit / 1000));
             return false;
         }
     }

@@ -24,6 +24,7 @@ public:
         int uart = 0;
         bool semihosting = true;
         QStringList arguments;
+        int startLimit = 10000; ///< in milliseconds
     };
 
     explicit QemuMachine(const Setup &setup, QObject *parent = nullptr);

@@ -197,8 +197,12 @@ bool SymbolTable::symbolAddress(const QString &name, uint &address)
         return false;
     const int machine = m_session->program().elf.machine;
     const QString cast = machine == ElfImage::Avr ? QString() : u"(unsigned long)"_s; // would count words of code there
-    const MiRecord answer =
-        m_session->gdb()->ask("-data-evaluate-expression " + miQuoted(cast + u"&("_s + name + u')'));
+    const auto ask = [&](const QString &symbol) {
+        return m_session->gdb()->ask("-data-evaluate-expression " + miQuoted(cast + u"&("_s + symbol + u')'));
+    };
+    MiRecord answer = ask(name);
+    if (answer.isError() && name.contains("::"_L1) && !name.contains(u'\'')) // a member function has no plain address
+        answer = ask(u'\'' + name + u'\'');
     const quint64 found = pointerValue(answer.results.text(u"value"));
     address = uint(machine == ElfImage::Arm ? found & ~quint64(1) : found);
     return answer.isDone();

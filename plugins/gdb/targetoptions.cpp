@@ -46,6 +46,7 @@ const QList<Key> &keys()
         {u"group"_s, &TargetOptions::group},
         {u"timeLimit"_s, &TargetOptions::timeLimit},
         {u"verify"_s, &TargetOptions::verify},
+        {u"rtt"_s, &TargetOptions::rtt},
     };
     return table;
 }

@@ -43,6 +43,7 @@ struct TargetOptions
     bool callFunctions = false; ///< allow calls in expressions
     bool catchFaults = true;    ///< stop in the fault handlers of a Cortex-M processor
     bool verify = false;        ///< read memory back after writing
+    bool rtt = false;           ///< show text that the program writes into a buffer in its memory
 
     bool operator==(const TargetOptions &) const = default;
 };

@@ -6,6 +6,7 @@
 #include "sourcefinder.h"
 #include "uptodate.h"
 #include <QDir>
+#include <QPointer>
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -85,13 +86,24 @@ void GnuBuild::stop()
 bool GnuBuild::isUpToDate(const QString &configuration)
 {
     m_declined.clear();
-    for (const GnuProject *project : m_project->buildOrder(configuration)) {
+    const bool upToDate = allBuilt(configuration);
+    if (!upToDate)
+        m_declined = configuration;
+    return upToDate;
+}
+
+/// The event loop runs meanwhile, so projects may be closed.
+bool GnuBuild::allBuilt(const QString &configuration) const
+{
+    const QList<GnuProject *> order = m_project->buildOrder(configuration);
+    const QList<QPointer<GnuProject>> projects(order.begin(), order.end());
+    for (const QPointer<GnuProject> &project : projects) {
         QStringList problems;
-        const BuildDescription description = project->describe(configuration, problems);
-        if (!problems.isEmpty() || !isBuilt(description)) {
-            m_declined = configuration;
+        if (!project)
             return false;
-        }
+        const BuildDescription description = project->describe(configuration, problems);
+        if (!problems.isEmpty() || !isBuilt(description))
+            return false;
     }
     return true;
 }

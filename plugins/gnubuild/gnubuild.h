@@ -43,6 +43,7 @@ public:
 
 private:
     [[nodiscard]] bool isBusy();
+    [[nodiscard]] bool allBuilt(const QString &configuration) const;
     void start();
     void feedback(const QString &line) const;
     void buildEnded(bool success);

@@ -31,6 +31,7 @@ public:
     virtual void clean(const QStringList &configurations) = 0; ///< Removes what build() creates.
     virtual void stop() = 0; ///< Cancels the running job; buildFinished() must still be called.
     /// Whether a build would do nothing. Called before a debug session; if it returns false, the user may build first.
+    /// If that takes long, run the event loop, and let the user cancel: false is a correct answer then.
     virtual bool isUpToDate(const QString &configuration) = 0;
 
 protected:

@@ -3,6 +3,7 @@
 #include "dialoganswers.h"
 #include "dialogprobe.h"
 #include "ibreakpoints.h"
+#include "isourcemapping.h"
 #include "projecttreeitem.h"
 #include "stubfixture.h"
 #include <QHeaderView>
@@ -351,6 +352,8 @@ private Q_SLOTS:
         QTest::newRow("no line") << u"main.c, x"_s << 0 << syntax;
         QTest::newRow("a line too large") << u"main.c, 99999999999"_s << 0 << syntax;
         QTest::newRow("no address") << u"disassembler, 0x"_s << 0 << syntax;
+        QTest::newRow("no function") << u"Motor::"_s << 0 << syntax;
+        QTest::newRow("no class") << u"a.b"_s << 0 << syntax;
         QTest::newRow("refused") << u"main.c, 12"_s << 1 << u"The breakpoint could not be set."_s;
     }
 
@@ -428,6 +431,91 @@ private Q_SLOTS:
         click("OKButton");
         QCOMPARE(takeCalls(),
                  (QStringList{u"fw.setBreakpoint(/lib/./q.c, 1, 0)"_s, u"fw.setBreakpoint(/lib/./q.c, 1, 1)"_s}));
+    }
+
+    void functionIsSetAtItsLine()
+    {
+        add(u"fw"_s, {});
+        StubScript &script = m_stub->script(u"{fw}"_s);
+        script.offers.insert(ISourceMapping::Iid);
+        script.symbols = {{u"Motor::start"_s, 0x100}};
+        script.sourceLines = {{0x100, {path(u"motor.cpp"_s), 12}}};
+        open();
+        retype(u" Motor::start "_s);
+        click("OKButton");
+        QCOMPARE(takeCalls(), (QStringList{u"fw.symbolAddress(Motor::start)"_s, u"fw.sourceLocation(256, 1)"_s,
+                                           u"fw.setBreakpoint(~/motor.cpp, 12, 1)"_s}));
+        QCOMPARE(m_answers->said, QStringList());
+        QVERIFY(!isOpen());
+    }
+
+    void functionIsSearchedInTheCurrentProjectFirst()
+    {
+        for (const QString &label : {u"boot"_s, u"fw"_s, u"dsp"_s}) {
+            add(label, {});
+            StubScript &script = m_stub->script(u'{' + label + u'}');
+            script.offers.insert(ISourceMapping::Iid);
+            if (label == u"fw")
+                continue;
+            script.symbols = {{u"main"_s, 0x10}};
+            script.sourceLines = {{0x10, {path(u"main.c"_s), 3}}};
+        }
+        m_workspace->setCurrentProject(1);
+        open();
+        retype(u"main"_s);
+        click("OKButton");
+        QCOMPARE(takeCalls(), (QStringList{u"fw.symbolAddress(main)"_s, u"boot.symbolAddress(main)"_s,
+                                           u"boot.sourceLocation(16, 1)"_s, u"boot.setBreakpoint(~/main.c, 3, 1)"_s}));
+    }
+
+    void breakpointOfAProjectMovesToAFunctionOfIt()
+    {
+        for (const QString &label : {u"fw"_s, u"dsp"_s}) {
+            add(label, {{{{label + u".c"_s, 1}}, 2}});
+            StubScript &script = m_stub->script(u'{' + label + u'}');
+            script.offers.insert(ISourceMapping::Iid);
+            script.symbols = {{u"main"_s, 0x10}};
+            script.sourceLines = {{0x10, {path(u"main.c"_s), 3}}};
+        }
+        open();
+        select(0);
+        retype(u"main"_s);
+        click("OKButton");
+        QVERIFY(takeCalls().contains(u"fw.setBreakpoint(~/main.c, 3, 2)"_s));
+    }
+
+    void unsuitableFunctionIsReported_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<QString>("message");
+        const QString unknown = u"The function '%1' is not known.\n\nFunctions are found in the program of a debug "
+                                "session. Before one, specify breakpoints as [file], [line]."_s;
+        QTest::newRow("unknown") << u"nothing"_s << unknown.arg(u"nothing"_s);
+        QTest::newRow("of a class") << u"Motor::~Motor"_s << unknown.arg(u"Motor::~Motor"_s);
+        QTest::newRow("with arguments") << u"ns::max<int>(int, int)"_s << unknown.arg(u"ns::max<int>(int, int)"_s);
+        QTest::newRow("without source") << u"counter"_s
+                                        << u"'counter' is not a function with source lines. Its address is 0x2000."_s;
+    }
+
+    void unsuitableFunctionIsReported()
+    {
+        QFETCH(QString, text);
+        QFETCH(QString, message);
+        add(u"mute"_s, {});
+        add(u"fw"_s, {});
+        StubScript &script = m_stub->script(u"{fw}"_s);
+        script.offers.insert(ISourceMapping::Iid);
+        script.symbols = {{u"counter"_s, 0x2000}};
+        open();
+        showActive(*m_dialog);
+        retype(text);
+        m_answers->press(QMessageBox::Ok);
+        click("OKButton");
+        QCOMPARE(m_answers->said, QStringList{message});
+        QVERIFY(isOpen());
+        QCOMPARE(edit()->text(), text);
+        QCOMPARE(m_dialog->focusWidget(), edit());
+        QCOMPARE(takeCalls().filter(u"setBreakpoint"_s), QStringList());
     }
 
     void appliedBreakpointsStayAfterAFailure()

@@ -73,6 +73,17 @@ private:
             m_workspace->removeProject(other);
     }
 
+    /// Calls @p act from an event loop that ends then.
+    void runInLoop(const std::function<void()> &act)
+    {
+        QEventLoop loop;
+        QTimer::singleShot(0, &loop, [&] {
+            act();
+            loop.quit();
+        });
+        loop.exec();
+    }
+
     /// Starts a session of the project "fw" and calls @p act in the nested event loop @p loop.
     void startInto(const QString &loop, StubScript &build, const std::function<void()> &act)
     {
@@ -80,6 +91,8 @@ private:
         build.upToDate = !loop.startsWith(u"rebuild"_s);
         if (loop == u"saving"_s) {
             m_whileSaving = act;
+        } else if (loop == u"check"_s) {
+            build.on[u"isUpToDate"_s] = [this, act] { runInLoop(act); };
         } else if (loop == u"rebuild question, Yes"_s) {
             buildsLater(build, u"build"_s, false);
             expectBox(QMessageBox::Yes, act);
@@ -274,6 +287,16 @@ private Q_SLOTS:
     }
 
     // The build before a session
+
+    void checkThatFindsWorkInAClosedWorkspaceEndsTheStart()
+    {
+        StubScript &build = addBuild(addProcessor(u"fw"_s));
+        build.upToDate = false;
+        build.on[u"isUpToDate"_s] = [this] { runInLoop([this] { closeWorkspace(); }); };
+        m_control->debugRun(); // no question
+        QCOMPARE(m_activity->state(), StateNoWorkspace);
+        story();
+    }
 
     void aBuildForDebuggingComesBeforeTheStart()
     {
@@ -1114,7 +1137,7 @@ private Q_SLOTS:
         QTest::addColumn<QString>("loop");
         QTest::addColumn<QString>("event");
         for (const QString &loop :
-             {u"saving"_s, u"rebuild question, Yes"_s, u"rebuild question, No"_s, u"rebuild"_s,
+             {u"saving"_s, u"check"_s, u"rebuild question, Yes"_s, u"rebuild question, No"_s, u"rebuild"_s,
               u"build for debugging"_s, u"start"_s, u"start message"_s, u"question of debugRun"_s,
               u"question of debugPause"_s, u"question of debugRestart"_s, u"question of debugWakeup"_s,
               u"hit message"_s, u"no source message"_s, u"no source message, again"_s}) {
@@ -1133,8 +1156,8 @@ private Q_SLOTS:
         StubScript &build = addBuild(current);
         open(u"main.c"_s);
         const auto act = [=, this] { doMeanwhile(event, current, other); };
-        const bool starts = loop == u"saving"_s || loop.startsWith(u"rebuild"_s) || loop.startsWith(u"build"_s)
-                            || loop.startsWith(u"start"_s);
+        const bool starts = loop == u"saving"_s || loop == u"check"_s || loop.startsWith(u"rebuild"_s)
+                            || loop.startsWith(u"build"_s) || loop.startsWith(u"start"_s);
         if (loop == u"build for debugging"_s && (event == u"remove all"_s || event == u"remove current"_s))
             expectBox(); // no project is left to start
         if (starts)

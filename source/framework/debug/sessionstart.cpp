@@ -47,7 +47,8 @@ bool SessionStart::prepare()
     m_window.showOutputDock();
     if (!m_window.fileSaveAll() || !workspace || !m_activity.currentProject())
         return false;
-    if (!isUpToDate() && !offerRebuild())
+    const bool upToDate = isUpToDate();
+    if (!workspace || !m_activity.currentProject() || (!upToDate && !offerRebuild()))
         return false;
     if (!workspace || !m_activity.currentProject())
         return false;

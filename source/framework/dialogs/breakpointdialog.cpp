@@ -4,6 +4,7 @@
 #include "callplugin.h"
 #include "ibreakpointdetails.h"
 #include "iexecutionenvironment.h"
+#include "isourcemapping.h"
 #include "messages.h"
 #include "project.h"
 #include "projectpath.h"
@@ -72,6 +73,16 @@ void setDetails(IBreakpoints *breakpoints, const BreakpointLocation &place, cons
     QString reason;
     runPlugin<&IBreakpointDetails::setDetails>(queryPlugin<IBreakpointDetails>(breakpoints), place.file, place.line,
                                                details, reason);
+}
+
+/// The source line of an address, of the kinds in the order in which breakpoints are expected to have one.
+bool lineOf(ISourceMapping *mapping, uint address, BreakpointLocation *location)
+{
+    for (const int kind : {1, 2, 0, 3}) {
+        if (askPlugin<&ISourceMapping::sourceLocation>(mapping, address, kind, location->file, location->line))
+            return true;
+    }
+    return false;
 }
 
 void clearOld(const BreakpointItem *item)
@@ -246,27 +257,75 @@ bool BreakpointDialog::apply(const BreakpointItem *item)
     clearOld(item);
     if (item->text(0).isEmpty())
         return true;
-    std::optional<BreakpointPlace> place = breakpointPlace(item->text(0));
-    if (!place) {
-        showInformation(this, tr("The breakpoint syntax is not valid. Specify breakpoints as:\n\n[file], [line] OR\n"
-                                 "disassembler, 0x[addr]"));
-        return false;
-    }
-    auto breakpoints = resolve(*place, item);
+    BreakpointLocation location;
+    auto breakpoints = resolve(item, &location);
     if (!breakpoints)
         return false;
     const int state = item->checkState(0) == Qt::Checked ? BreakpointEnabled : BreakpointDisabled;
-    const bool isSet = setBreakpoint(breakpoints.get(), place->location, state);
+    const bool isSet = setBreakpoint(breakpoints.get(), location, state);
     if (isSet && details)
-        setDetails(breakpoints.get(), place->location, *details);
+        setDetails(breakpoints.get(), location, *details);
     breakpoints.reset(); // hold no reference of the plug-in while the message is open
     if (!isSet)
         showInformation(this, tr("The breakpoint could not be set."));
     return isSet;
 }
 
-/// The interface for the breakpoint; null if there is none. Makes the file of @p place absolute.
-InterfacePtr<IBreakpoints> BreakpointDialog::resolve(BreakpointPlace &place, const BreakpointItem *item)
+/// The interface for the breakpoint, with its location; null if there is none.
+InterfacePtr<IBreakpoints> BreakpointDialog::resolve(const BreakpointItem *item, BreakpointLocation *location)
+{
+    const QString text = item->text(0);
+    if (std::optional<BreakpointPlace> place = breakpointPlace(text)) {
+        auto breakpoints = resolvePlace(*place, item);
+        *location = place->location;
+        return breakpoints;
+    }
+    if (const QString symbol = breakpointSymbol(text); !symbol.isEmpty())
+        return resolveSymbol(symbol, item, location);
+    showInformation(this, tr("The breakpoint syntax is not valid. Specify breakpoints as:\n\n[file], [line] OR\n"
+                             "disassembler, 0x[addr]"));
+    return {};
+}
+
+/// Those that may know the function: of a new breakpoint all, the current one first.
+QList<QPointer<Project>> BreakpointDialog::symbolProjects(const BreakpointItem *item) const
+{
+    if (item->project())
+        return {item->project()};
+    QList<QPointer<Project>> projects = m_activity.projects();
+    const QPointer<Project> current = m_activity.currentProject();
+    if (projects.removeAll(current) > 0)
+        projects.prepend(current);
+    return projects;
+}
+
+/// At the source line of the function, so that its local variables are valid at the breakpoint.
+InterfacePtr<IBreakpoints> BreakpointDialog::resolveSymbol(const QString &symbol, const BreakpointItem *item,
+                                                           BreakpointLocation *location)
+{
+    std::optional<uint> known;
+    for (const QPointer<Project> &project : symbolProjects(item)) {
+        auto breakpoints = breakpointsOf(project);
+        const auto mapping = queryPlugin<ISourceMapping>(breakpoints);
+        uint address = 0;
+        if (!mapping || !askPlugin<&ISourceMapping::symbolAddress>(mapping, symbol, address))
+            continue;
+        if (lineOf(mapping.get(), address, location))
+            return breakpoints;
+        known = address;
+    }
+    if (known)
+        showInformation(this, tr("'%1' is not a function with source lines. Its address is 0x%2.")
+                                  .arg(symbol, QString::number(*known, 16)));
+    else
+        showInformation(this, tr("The function '%1' is not known.\n\nFunctions are found in the program of a debug "
+                                 "session. Before one, specify breakpoints as [file], [line].")
+                                  .arg(symbol));
+    return {};
+}
+
+/// The same for a place. Makes its file absolute.
+InterfacePtr<IBreakpoints> BreakpointDialog::resolvePlace(BreakpointPlace &place, const BreakpointItem *item)
 {
     Project *project = item->project();
     if (place.isAddress) {

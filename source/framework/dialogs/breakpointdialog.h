@@ -45,7 +45,11 @@ private:
     void remove(BreakpointItem *item);
     void updateButtons();
     bool apply(const BreakpointItem *item);
-    [[nodiscard]] InterfacePtr<IBreakpoints> resolve(BreakpointPlace &place, const BreakpointItem *item);
+    [[nodiscard]] InterfacePtr<IBreakpoints> resolve(const BreakpointItem *item, BreakpointLocation *location);
+    [[nodiscard]] InterfacePtr<IBreakpoints> resolvePlace(BreakpointPlace &place, const BreakpointItem *item);
+    [[nodiscard]] InterfacePtr<IBreakpoints> resolveSymbol(const QString &symbol, const BreakpointItem *item,
+                                                           BreakpointLocation *location);
+    [[nodiscard]] QList<QPointer<Project>> symbolProjects(const BreakpointItem *item) const;
     [[nodiscard]] Project *projectFor(const QString &file);
 
     const std::unique_ptr<Ui::BreakpointDialogBase> m_ui;

@@ -33,3 +33,12 @@ std::optional<BreakpointPlace> breakpointPlace(const QString &text)
     const ProgramPlace place = ProgramPlace::inDisassembly(value);
     return BreakpointPlace{{place.fileName(), place.line()}, true};
 }
+
+QString breakpointSymbol(const QString &text)
+{
+    static const QRegularExpression name(
+        uR"(^(::)?(~?[A-Za-z_]\w*(<.*>)?::)*(~?[A-Za-z_]\w*(<.*>)?|operator\W+)(\(.*\)(\s*const)?)?\z)"_s,
+        patternOptions);
+    const QString trimmed = text.trimmed();
+    return name.match(trimmed).hasMatch() ? trimmed : QString();
+}

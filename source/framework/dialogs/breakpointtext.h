@@ -14,3 +14,6 @@ struct BreakpointPlace
 
 /// The place that @p text means; none if it means no place.
 [[nodiscard]] std::optional<BreakpointPlace> breakpointPlace(const QString &text);
+
+/// The function that @p text names, such as "main" or "Motor::start(int)"; empty if it is no name of a function.
+[[nodiscard]] QString breakpointSymbol(const QString &text);

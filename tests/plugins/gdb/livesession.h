@@ -143,6 +143,17 @@ public:
                                   u"-lgcc"_s};
         return run(u"arm-none-eabi-gcc"_s, line + options) ? image : QString();
     }
+    /// A program that exchanges text through its memory, for the board of firmware().
+    QString rtt(const QString &name) const
+    {
+        const QString image = m_directory.filePath(name);
+        return run(u"arm-none-eabi-gcc"_s,
+                   {u"-mcpu=cortex-m3"_s, u"-mthumb"_s, u"-g"_s, u"-O0"_s, u"-ffreestanding"_s, u"-nostartfiles"_s,
+                    u"-nostdlib"_s, u"-T"_s, source(u"mps2.ld"_s), u"-Wl,--no-warn-rwx-segments"_s, u"-o"_s, image,
+                    source(u"startup.c"_s), source(u"rtt.c"_s), u"-lgcc"_s})
+                   ? image
+                   : QString();
+    }
     QString avr(const QString &name) const
     {
         const QString image = m_directory.filePath(name);

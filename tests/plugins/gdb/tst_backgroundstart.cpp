@@ -13,6 +13,7 @@ public:
     QList<int> percents; ///< those that are known
     QList<bool> results;
     QString reason;
+    std::function<void()> act; ///< called for each step
     int references = 0;
 
     QRESULT queryInterface(const QUuid &, QUnknownInterface **out) override
@@ -28,6 +29,8 @@ public:
             steps.append(step);
         if (percent >= 0)
             percents.append(percent);
+        if (act)
+            act();
     }
     void finished(bool success, const QString &text) override
     {
@@ -123,13 +126,17 @@ private Q_SLOTS:
 
     void downloadShowsItsProgressAndLastsLongerThanTheLimit()
     {
-        const QString image = m_programs.firmware(u"large.elf"_s, u"mps2.ld"_s, {u"-DFILLER=16384"_s});
+        const QString image = m_programs.firmware(u"large.elf"_s, u"mps2.ld"_s, {u"-DFILLER=1000000"_s});
         QVERIFY(!image.isEmpty());
         ForeignBoard target(m_image);
         QTRY_VERIFY(target.isUp());
-        const SlowProbe probe(target.address(), 5000);
+        const SlowProbe probe(target.address(), 300000);
         LiveSession session(u"remote:%1;timeLimit=2;image=%2"_s.arg(probe.address(), image));
         RecordedProgress progress;
+        int ticks = 0;
+        QTimer timer;
+        connect(&timer, &QTimer::timeout, this, [&ticks] { ++ticks; });
+        timer.start(10);
         QElapsedTimer time;
         time.start();
         starter(session)->startInBackground(false, &progress);
@@ -141,6 +148,8 @@ private Q_SLOTS:
         QVERIFY(progress.percents.size() > 3);
         QVERIFY(std::is_sorted(progress.percents.begin(), progress.percents.end()));
         QVERIFY(progress.percents.first() < progress.percents.last());
+        QVERIFY(progress.percents.last() > 90);
+        QVERIFY(ticks > 100); // the event loop ran
         QCOMPARE(session.evaluate(u"filler[0]"_s).left(1), u"1"_s);
         session.env->stop();
     }
@@ -269,6 +278,51 @@ private Q_SLOTS:
         QCOMPARE(progress.results, QList<bool>{false});
         QCOMPARE(progress.references, 0);
         QCOMPARE(session.project.references, 0);
+        QCOMPARE(session.events.references, 0);
+    }
+
+    void breakpointRemovedDuringAStartIsRemovedFromGdb()
+    {
+        const QString image = m_programs.firmware(u"hang.elf"_s, u"mps2.ld"_s, {u"-DHANG"_s});
+        const int line = Programs::lineOf(u"firmware.c"_s, u"return result"_s);
+        const QString file = Programs::source(u"firmware.c"_s);
+        LiveSession session(board(image, u";timeLimit=1"_s));
+        const auto breakpoints = session.get<IBreakpoints>();
+        QCOMPARE(breakpoints->setBreakpoint(file, line, BreakpointEnabled), 0);
+        RecordedProgress progress;
+        starter(session)->startInBackground(false, &progress);
+        QTRY_VERIFY(progress.steps.contains(u"Running to 'main'..."_s)); // gdb has the breakpoint
+        QVERIFY(progress.results.isEmpty());
+        QCOMPARE(breakpoints->setBreakpoint(file, line, BreakpointRemoved), 0);
+        QVERIFY(session.waitFor(Env::ProgramPaused));
+        QString known;
+        QVERIFY(session.env->session()->gdb()->askConsole(u"info breakpoints"_s, &known).isDone());
+        QVERIFY2(!known.contains(u"firmware.c"_s), qPrintable(known));
+    }
+
+    void emulatorHasEndedWhenTheSessionHas()
+    {
+        LiveSession session(board(m_image));
+        QVERIFY(session.start());
+        QVERIFY(!ownChildren().isEmpty());
+        session.env->stop();
+        QCOMPARE(ownChildren(), QStringList());
+    }
+
+    void hostMayReleaseTheEnvironmentInAReportOfTheStart()
+    {
+        LiveSession session(board(m_image));
+        RecordedProgress progress;
+        progress.act = [&] {
+            if (GdbEnvironment *environment = std::exchange(session.env, nullptr)) {
+                QVERIFY(!BackgroundTask::canPause()); // scripts run here
+                environment->release();
+            }
+        };
+        starter(session)->startInBackground(false, &progress);
+        QTRY_COMPARE(progress.results, QList<bool>{false});
+        QTRY_COMPARE(session.project.references, 0);
+        QCOMPARE(progress.references, 0);
         QCOMPARE(session.events.references, 0);
     }
 

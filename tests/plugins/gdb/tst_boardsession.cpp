@@ -396,6 +396,7 @@ void tst_BoardSession::registersOf32And64BitsAreWritten()
     QCOMPARE(registers->value(u"r4"_s, 1), 0u);
     registers->setValue(u"d3"_s, 0x11223344, 0);
     registers->setValue(u"d3"_s, 0x55667788, 1);
+    registers->setValue(u"nothing"_s, 1, 0);
     QCOMPARE(registers->value(u"d3"_s, 0), 0x11223344u);
     QCOMPARE(registers->value(u"d3"_s, 1), 0x55667788u);
     QCOMPARE(registers->value(u"s7"_s, 0), 0x55667788u);

@@ -113,6 +113,22 @@ private Q_SLOTS:
         QVERIFY(runToTheEnd());
     }
 
+    void changeAfterASessionClearsTheProblem()
+    {
+        setAtTwice();
+        BreakpointDetails details;
+        details.condition = u"nonsense > 2"_s;
+        QCOMPARE(set(details), QString());
+        QVERIFY(m_session->start());
+        m_session->env->stop();
+        QVERIFY(!get().set && !get().problem.isEmpty());
+        details = get();
+        details.condition = u"value > 2"_s;
+        QCOMPARE(set(details), QString());
+        QVERIFY(get().set);
+        QCOMPARE(get().problem, QString());
+    }
+
     void hitCountSkipsTheFirstHits()
     {
         setAtTwice();

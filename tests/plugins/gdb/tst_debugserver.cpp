@@ -139,7 +139,7 @@ void tst_DebugServer::endOfTheServerFinishesTheProgram()
     QVERIFY(session.start());
     kill(childrenWith(u"gdbserver"_s).value(0).toInt(), SIGKILL);
     QVERIFY(session.waitFor(Env::ProgramFinished));
-    QVERIFY2(session.events.serious.contains(u"'gdbserver' has ended"_s), qPrintable(session.events.serious));
+    QVERIFY2(session.events.serious.contains(u"'gdbserver' has ended: "_s), qPrintable(session.events.serious));
     session.env->restart();
     QVERIFY(session.waitFor(Env::ProgramPaused));
 }

@@ -68,6 +68,20 @@ void tst_ElfImage::findImagePrefersConfigurationThenName()
     QVERIFY(QFile::copy(loose, base.filePath(u"build/Debug/demo.elf"_s)));
     QVERIFY(QFile::copy(loose, base.filePath(u"build/Debug/newer"_s)));
     QCOMPARE(findImage(search), base.filePath(u"build/Debug/demo.elf"_s));
+    for (const QString &name : {u"newer"_s, u"a"_s, u"b"_s, u"c"_s, u"d"_s}) { // in any order of the directory
+        (void)QFile::copy(loose, base.filePath(u"build/Debug/"_s + name));
+        search.name = name;
+        QCOMPARE(findImage(search), base.filePath(u"build/Debug/"_s + name));
+    }
+    search.name = u"none"_s; // the newest one
+    int hours = 0;
+    for (const QString &name : {u"b"_s, u"newer"_s, u"d"_s, u"a"_s}) {
+        QFile file(base.filePath(u"build/Debug/"_s + name));
+        QVERIFY(file.open(QIODevice::Append));
+        QVERIFY(file.setFileTime(QDateTime::currentDateTime().addSecs(3600 * ++hours), QFile::FileModificationTime));
+        file.close();
+        QCOMPARE(findImage(search), file.fileName());
+    }
 }
 
 QTEST_MAIN(tst_ElfImage)

@@ -2,6 +2,8 @@
 #include "livesession.h"
 #include "nativetarget.h"
 #include "nativeterminal.h"
+#include "qemumachine.h"
+#include "stackreplies.h"
 #include <sys/resource.h>
 
 using Env = IExecutionEnvironment;
@@ -28,6 +30,17 @@ private Q_SLOTS:
     void deviceDescriptionIsExplained_data();
     void deviceDescriptionIsExplained();
     void commandsHaveDescriptions();
+    void missingProgramIsExplained();
+    void programThatEndsBeforeItsStartIsExplained();
+    void breakpointOfALibraryIsExplained();
+    void refusedBreakpointIsExplained();
+    void refusedDataBreakpointIsExplained();
+    void refusedRunToCursorIsExplained();
+    void impossibleNextStatementIsExplained();
+    void refusedExceptionStopIsExplained();
+    void emulatorThatDoesNotAnswerIsExplained();
+    void sensitiveRegisterIsExplained();
+    void endOfTheSessionAnswersOpenQuestions();
 
 private:
     Programs m_programs;
@@ -268,6 +281,158 @@ void tst_GdbMessages::commandsHaveDescriptions()
                           u"Pauses a C++ program at each throw expression, also in later sessions."_s,
                           u"Pauses a C++ program where a handler catches an exception, also in later sessions."_s,
                           u"Shows every line sent to gdb and received from it on the output page \"gdb\"."_s}));
+}
+
+void tst_GdbMessages::missingProgramIsExplained()
+{
+    LiveSession session(u"native"_s);
+    const QTemporaryDir empty;
+    session.project.path = empty.path();
+    QVERIFY(!session.env->start(false));
+    QCOMPARE(session.events.serious, u"There is no program to be debugged: build the project, or set the project "
+                                     "property \"Program\".\n"_s);
+}
+
+void tst_GdbMessages::programThatEndsBeforeItsStartIsExplained()
+{
+    const FakeGdb gdb({{u"-exec-run"_s, FakeGdb::running() + QStringList{u"*stopped,reason=\"exited-normally\""_s}}});
+    LiveSession session(native(gdb));
+    QVERIFY(!session.env->start(false));
+    QCOMPARE(session.events.serious, u"The program ended before it could be debugged.\n"_s);
+}
+
+void tst_GdbMessages::breakpointOfALibraryIsExplained()
+{
+    const FakeGdb gdb({FakeGdb::error(u"-break-insert --source"_s, u"no reason"_s)});
+    LiveSession session(native(gdb));
+    session.get<IBreakpoints>()->setBreakpoint(u"/x/%1.c"_s, 3, BreakpointEnabled);
+    QVERIFY(session.start());
+    QCOMPARE(session.events.text,
+             u"The breakpoint at /x/%1.c, 3 waits until the program loads a library with this line.\n"_s);
+}
+
+void tst_GdbMessages::refusedBreakpointIsExplained()
+{
+    const FakeGdb gdb({{u"-exec-continue"_s,
+                        FakeGdb::running() + QStringList{u"TOKEN^error,msg=\"Cannot insert breakpoint 2.\""_s}}});
+    LiveSession session(native(gdb));
+    QVERIFY(session.start());
+    QCOMPARE(session.get<IBreakpoints>()->setBreakpoint(u"/x/a.c"_s, 3, BreakpointEnabled), 0);
+    session.env->run();
+    QVERIFY(session.waitFor(Env::ProgramPaused));
+    QCOMPARE(session.events.serious, u"The program cannot continue: Cannot insert breakpoint 2.\n"_s);
+    BreakpointDetails details;
+    QVERIFY(session.get<IBreakpointDetails>()->details(u"/x/a.c"_s, 3, details));
+    QVERIFY(!details.set);
+    QCOMPARE(details.problem, u"The target cannot set it: Cannot insert breakpoint 2."_s);
+    BreakpointDetails changed;
+    QString reason;
+    QVERIFY(!session.get<IBreakpointDetails>()->setDetails(u"/x/other.c"_s, 3, changed, reason));
+    QCOMPARE(reason, u"There is no breakpoint at this line."_s);
+}
+
+void tst_GdbMessages::refusedDataBreakpointIsExplained()
+{
+    const FakeGdb gdb({{u"-interpreter-exec console \"watch"_s, {u"~\"Watchpoint 3: -l x\\n\""_s, u"TOKEN^done"_s}},
+                       {u"-exec-interrupt"_s, {u"TOKEN^done"_s}}});
+    LiveSession session(native(gdb));
+    QVERIFY(session.start());
+    const auto details = session.get<IBreakpointDetails>();
+    DataBreakpoint point;
+    point.expression = u"x"_s;
+    QString reason;
+    QVERIFY(!details->setDataBreakpoint(point, reason)); // gdb would execute instruction by instruction
+    QCOMPARE(reason, u"The target cannot watch these data."_s);
+    session.env->run();
+    QVERIFY(session.waitFor(Env::ProgramRunning));
+    QVERIFY(!details->setDataBreakpoint(point, reason));
+    QCOMPARE(reason, u"The program cannot be paused."_s);
+    point.id = 99;
+    QVERIFY(!details->setDataBreakpoint(point, reason));
+    QCOMPARE(reason, u"There is no such breakpoint."_s);
+}
+
+void tst_GdbMessages::refusedRunToCursorIsExplained()
+{
+    const FakeGdb gdb({FakeGdb::error(u"-break-insert -t --source"_s, u"no reason"_s)});
+    LiveSession session(native(gdb));
+    QVERIFY(session.start());
+    session.env->runTo(u"native.c"_s, 3);
+    QVERIFY(session.waitFor(Env::ProgramPaused));
+    QCOMPARE(session.events.serious, u"The program cannot be run to the cursor: no reason\n"_s);
+}
+
+void tst_GdbMessages::impossibleNextStatementIsExplained()
+{
+    const FakeGdb gdb;
+    LiveSession session(native(gdb));
+    const auto next = session.get<INextStatement>();
+    QVERIFY(!next->setNextStatement(u"native.c"_s, 3));
+    QCOMPARE(session.events.serious, u"The next statement cannot be set, because the program is not paused.\n"_s);
+    session.events.serious.clear();
+    QVERIFY(session.start());
+    QVERIFY(!next->setNextStatement(u"native.c"_s, 3));
+    QCOMPARE(session.events.serious, u"The next statement cannot be set: line 3 has no code.\n"_s);
+}
+
+void tst_GdbMessages::refusedExceptionStopIsExplained()
+{
+    const FakeGdb gdb({FakeGdb::error(u"-catch-throw"_s, u"no reason"_s)});
+    LiveSession session(native(gdb));
+    QVERIFY(session.start());
+    session.get<IExtensionCommands>()->execute(u"throw"_s);
+    QCOMPARE(session.events.text, u"The program cannot be stopped at exceptions: no reason\n"_s);
+}
+
+void tst_GdbMessages::emulatorThatDoesNotAnswerIsExplained()
+{
+    QemuMachine::Setup setup;
+    setup.program = m_programs.directory() + u"/silent"_s;
+    setup.machine = u"board"_s;
+    setup.startLimit = 1000;
+    QFile script(setup.program);
+    QVERIFY(script.open(QIODevice::WriteOnly));
+    script.write("#!/bin/sh\nexec sleep 100\n");
+    script.close();
+    QVERIFY(script.setPermissions(script.permissions() | QFile::ExeUser));
+    QemuMachine machine(setup);
+    QString error;
+    QVERIFY(!machine.start(&error));
+    QCOMPARE(error, u"'%1' did not bring up 'board' within 1 s."_s.arg(setup.program));
+    QVERIFY(!machine.isRunning());
+}
+
+void tst_GdbMessages::sensitiveRegisterIsExplained()
+{
+    LiveSession missing(u"native:%1;svdFile=/no/board.svd"_s.arg(m_native));
+    QVERIFY2(missing.events.text.startsWith(u"The device description '/no/board.svd' cannot be read: "_s),
+             qPrintable(missing.events.text));
+    LiveSession session(u"native:%1;svdFile=%2"_s.arg(m_native, Programs::source(u"board.svd"_s)));
+    const QString sensitive = u"The register changes when read, so it is read only on request."_s;
+    QStringList explained;
+    const auto devices = session.get<IPeripherals>();
+    for (const PeripheralInfo &device : devices->peripherals()) {
+        for (const PeripheralRegisterInfo &info : device.registers) {
+            if (devices->description(device.name, info.name).contains(sensitive))
+                explained += info.name;
+        }
+    }
+    QVERIFY(!explained.isEmpty());
+    for (const QString &name : std::as_const(explained))
+        QVERIFY2(name.endsWith(u"DATA"_s), qPrintable(name));
+}
+
+void tst_GdbMessages::endOfTheSessionAnswersOpenQuestions()
+{
+    const FakeGdb gdb({{u"-thread-info"_s, {u"SLEEP 100"_s}}});
+    LiveSession session(native(gdb));
+    QVERIFY(session.start());
+    const InterfacePtr<StackReplies> replies(new StackReplies);
+    session.get<ICallStack>()->requestThreads({1, 1}, replies.get());
+    session.env->stop();
+    QCOMPARE(replies->failures, QStringList(u"The debug session has ended."_s));
+    session.get<ICallStack>()->requestThreads({2, 1}, replies.get());
+    QCOMPARE(replies->failures.last(), u"The program is not paused."_s);
 }
 
 QTEST_MAIN(tst_GdbMessages)

@@ -143,6 +143,24 @@ private Q_SLOTS:
         QCOMPARE(block(session, 0, IMemory::Word32, 0x40000000, 2), u"1 2"_s);
     }
 
+    void regionThatDoesNotAnswerHasNoMemory()
+    {
+        LiveSession session(u"qemu:mps2-an385;image="_s + m_firmware,
+                            {{u"gdbRegions"_s, u"Hole:0x60000000:4K:ram;Data:0x20000000:4M:ram"_s}});
+        QVERIFY(session.start());
+        QVERIFY(!session.evaluate(u"loops=5"_s).startsWith(u"error"_s));
+        const auto loops = uint(number(session, u"&loops"_s));
+        QCOMPARE(block(session, 0, IMemory::Word32, 0x60000000, 3), u"?2 ?2 ?2"_s);
+        QCOMPARE(block(session, 1, IMemory::Word32, loops, 1), u"5"_s);
+        const auto memory = session.get<IMemory>();
+        uint value = 0;
+        QCOMPARE(memory->read(0, IMemory::Word32, 0x60000000, &value), int(IMemory::NoMemory));
+        queryInterface<IMemoryVerify>(memory.get())->setVerify(true);
+        QCOMPARE(memory->write(0, IMemory::Word32, 0x60000000, 1, true), int(IMemory::NoMemory));
+        QCOMPARE(memory->write(1, IMemory::Word32, loops, 6, true), int(IMemory::Success));
+        QCOMPARE(session.events.serious, QString());
+    }
+
     void addressesAbove32BitsAreReadAndWritten()
     {
         LiveSession session(u"native:"_s + m_native);

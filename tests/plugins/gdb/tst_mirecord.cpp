@@ -88,6 +88,7 @@ void tst_MiRecord::recordIsParsed_data()
     QTest::newRow("too much") << QByteArray(R"(~"a"b)") << u"other ~\"a\"b"_s;
     QTest::newRow("comma without value") << QByteArray("^done,") << u"result done"_s;
     QTest::newRow("two commas") << QByteArray(R"(^done,a="1",,b="2")") << u"other ^done,a=\"1\",,b=\"2\""_s;
+    QTest::newRow("no comma") << QByteArray(R"(^done,a={b="1"c="2"})") << u"other ^done,a={b=\"1\"c=\"2\"}"_s;
     QTest::newRow("empty") << QByteArray() << u"other"_s;
     QTest::newRow("token too large") << QByteArray("99999999999^done") << u"result done"_s;
 }

@@ -39,6 +39,7 @@ private Q_SLOTS:
     void attachedProgramContinuesAfterStop();
     void programHasItsOwnTerminal();
     void symbolsAndLinesAreFound();
+    void functionsOfClassesAreFound();
     void registersAreReadAndWritten();
     void memoryIsReadAndWrittenWhileRunning();
     void disassemblyShowsInstructionsAndLines();
@@ -486,6 +487,28 @@ void tst_NativeSession::programHasItsOwnTerminal()
     QTRY_COMPARE(output, QByteArray("ready\ngot hello\n"));
 }
 
+void tst_NativeSession::functionsOfClassesAreFound()
+{
+    LiveSession session(u"native:"_s + m_programs.tree(u"tree"_s));
+    QVERIFY(session.start());
+    const auto mapping = session.get<ISourceMapping>();
+    uint address = 0;
+    QVERIFY(!mapping->symbolAddress(u"Shape::nothing"_s, address));
+    QVERIFY(!mapping->symbolAddress(u"Nothing::sum"_s, address));
+    QVERIFY(!mapping->symbolAddress(u"Shape::sum'"_s, address));
+    QVERIFY(mapping->symbolAddress(u"Shape::sum"_s, address));
+    QString file;
+    int line = 0;
+    QVERIFY(mapping->sourceLocation(address, 1, file, line));
+    QCOMPARE(file, Programs::source(u"tree.cpp"_s));
+    QCOMPARE(line, Programs::lineOf(u"tree.cpp"_s, u"int sum() const"_s));
+    QCOMPARE(session.get<IBreakpoints>()->setBreakpoint(file, line, BreakpointEnabled), 0);
+    session.env->run();
+    QVERIFY(session.waitFor(Env::ProgramBreakpointHit));
+    QCOMPARE(session.env->session()->frame().function, u"Shape::sum"_s);
+    QCOMPARE(session.evaluate(u"this->hidden"_s), u"11"_s); // behind the entry code
+}
+
 void tst_NativeSession::symbolsAndLinesAreFound()
 {
     LiveSession session(option());
@@ -592,6 +615,17 @@ void tst_NativeSession::pauseInALibraryShowsItsInstructions()
     const QList<MemoryRegion> regions = memory->regions();
     const auto sameId = [&](const MemoryRegion &region) { return region.id == program.id; };
     QCOMPARE(std::ranges::find_if(regions, sameId)->name, program.name);
+    const auto lines = session.get<IDisassemblyAddress>();
+    int next = int(address - library.lowAddress) + 1; // the instruction after the one where the program is
+    while (next < int(library.highAddress - library.lowAddress) && lines->text(next).isEmpty())
+        ++next;
+    line = int(library.lowAddress) + next + 1;
+    QCOMPARE(session.get<IBreakpoints>()->setBreakpoint(file, line, BreakpointEnabled), 0);
+    session.env->run();
+    QVERIFY(session.waitFor(Env::ProgramRunning));
+    session.env->session()->target()->writeInput("abc\n");
+    QVERIFY(session.waitFor(Env::ProgramBreakpointHit)); // it was set in the library, not in the program
+    QCOMPARE(session.location(), u"disassembler:, %1"_s.arg(line));
 }
 
 void tst_NativeSession::killedGdbWhilePausedIsReportedAndRestartWorks()
@@ -682,7 +716,9 @@ void tst_NativeSession::missingSourceShowsDisassembly()
     QVERIFY(session.start());
     QVERIFY2(session.location().startsWith(u"disassembler:, "_s), qPrintable(session.location()));
     QCOMPARE(session.location(), session.location());
-    QCOMPARE(session.events.text.count(u"does not exist"_s), 1);
+    QCOMPARE(session.events.text,
+             u"The source file '%1' does not exist; the disassembly is shown instead. To find it elsewhere, set the "
+             "project property \"Source directories\".\n"_s.arg(old.filePath(u"lost.c"_s)));
 }
 
 void tst_NativeSession::releaseDuringASessionReleasesAllReferences()

@@ -24,6 +24,9 @@ void tst_RegisterTable::registersAreSortedAndGrouped()
                             " fpscr        90   90    196       4 long            general,float,all,save,restore\n"
                             " xmm1         41   41    292      16 vec128          save,restore,sse\n"
                             " zmm1        240   85   3620      64 _vec512i        vector,all\n"
+                            " mstatus     833   91    200       4 long            csr,all\n"
+                            " wide        300   90    900      32 vec256          vector,all\n"
+                            " inner       301   90    932       4 long            save,restore\n"
                             " al          152    0   2413       1 int8_t          \n"
                             "*1: Register type's name NULL.\n"_s);
     QStringList lines;
@@ -35,7 +38,7 @@ void tst_RegisterTable::registersAreSortedAndGrouped()
                          .arg(entry.info.formats));
     QCOMPARE(
         lines.join(u'\n'),
-        u"0 r0 32 General 31\n15 pc 32 General 31\n41 xmm1 128 Vector 4\n58 d0 64 Floating point 4\n90 fpscr 32 Floating point 4"_s);
+        u"0 r0 32 General 31\n15 pc 32 General 31\n41 xmm1 128 Vector 4\n58 d0 64 Floating point 4\n90 fpscr 32 Floating point 4\n833 mstatus 32 System 31"_s);
 }
 
 void tst_RegisterTable::rawValuesAreSplitIntoWords()

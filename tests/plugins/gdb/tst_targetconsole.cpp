@@ -17,7 +17,21 @@ private Q_SLOTS:
     void endOfInputIsSentByKeyAndButton();
     void textStaysWhereTheUserHasScrolled();
     void controlCharactersAndSplitLettersAreHandled();
+    void partsHaveTexts();
 };
+
+void tst_TargetConsole::partsHaveTexts()
+{
+    const TargetConsole console;
+    QCOMPARE(console.windowTitle(), u"Target console"_s);
+    QCOMPARE(console.findChild<QPlainTextEdit *>()->accessibleName(), u"Output of the program"_s);
+    const auto *input = console.findChild<QLineEdit *>(u"InputEdit"_s);
+    QCOMPARE(input->accessibleName(), u"Line to send to the program"_s);
+    QCOMPARE(input->placeholderText(), u"Line to send to the program"_s);
+    const auto *end = console.findChild<QToolButton *>(u"EndButton"_s);
+    QCOMPARE(end->text(), u"End"_s);
+    QCOMPARE(end->toolTip(), u"Sends the end of the input (Ctrl+D)"_s);
+}
 
 void tst_TargetConsole::lineIsShownAndSent()
 {

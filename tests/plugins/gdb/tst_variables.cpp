@@ -192,8 +192,8 @@ private Q_SLOTS:
     void askingDoesNotChangeTheProgram()
     {
         QVERIFY(value(u"touch()"_s).startsWith(u"failed: "_s));
-        QVERIFY(value(u"calls = 9"_s).startsWith(u"failed: "_s));
-        QVERIFY(children(u"touch()"_s).startsWith(u"failed: "_s));
+        QCOMPARE(value(u"calls = 9"_s), u"failed: The expression could change the program."_s);
+        QCOMPARE(children(u"touch()"_s), u"failed: The expression could change the program."_s);
         QCOMPARE(value(u"calls"_s), u"1 0"_s);
     }
 
@@ -203,7 +203,7 @@ private Q_SLOTS:
         const auto count = m_replies->last.size();
         QCOMPARE(scope(IVariables::Arguments), QString());
         QCOMPARE(scope(IVariables::Locals, 0, 1).endsWith(u"..."_s), count > 1);
-        QVERIFY(scope(IVariables::Globals).startsWith(u"failed: "_s));
+        QCOMPARE(scope(IVariables::Globals), u"failed: These variables cannot be listed."_s);
         m_session->env->stepInto(Programs::source(u"tree.cpp"_s));
         QVERIFY(m_session->waitFor(Env::ProgramPaused));
         QVERIFY(scope(IVariables::Arguments).startsWith(u"shape="_s));

@@ -8,6 +8,19 @@ class TestBuildDescription : public QObject
 private Q_SLOTS:
     void init() { QTest::failOnWarning(QRegularExpression(u".?"_s)); }
 
+    /// Some extensions of assembler files are not known to the compiler.
+    void languageOfAssemblerIsNamedInTheCommand()
+    {
+        BuildDescription description;
+        SourceFile source;
+        source.path = u"a.asm"_s;
+        source.language = Language::Assembler;
+        const QString words = u"-x assembler -c a.asm"_s;
+        QVERIFY(description.compileCommand(source).join(u' ').contains(words));
+        source.language = Language::C;
+        QVERIFY(!description.compileCommand(source).contains(u"-x"_s));
+    }
+
     void objectNamesNeedNoQuotes_data()
     {
         QTest::addColumn<QString>("source");

@@ -239,8 +239,12 @@ private Q_SLOTS:
         BuildFixture fixture;
         addSample(fixture);
         QVERIFY(fixture.clean()); // nothing is there yet
+        QCOMPARE(fixture.events->text, u"Done.\n"_s);
         QVERIFY(fixture.build());
         QVERIFY(fixture.clean());
+        QVERIFY2(fixture.events->text.contains(u"Files removed: "_s), qPrintable(fixture.events->text));
+        QVERIFY(fixture.clean());
+        QVERIFY(!fixture.events->text.contains(u"Files removed"_s)); // nothing is there any more
         QVERIFY(!fixture.exists(u"build/Debug/demo"_s));
         QVERIFY(!fixture.exists(u"build/Debug/obj/src/main.c.o"_s));
         QVERIFY(!fixture.environment->isUpToDate(u"Debug"_s));
@@ -889,6 +893,24 @@ private Q_SLOTS:
         QVERIFY(!fixture.build({u"Release"_s}));
         QVERIFY2(fixture.events->text.contains(u"The project 'top' has no configuration 'Release'.\n"_s),
                  qPrintable(fixture.events->text));
+    }
+
+    void programIsLinkedWithWhatItsLibrariesNeed()
+    {
+        BuildFixture library({}, u"maths"_s);
+        library.write(u"vendor/extra.c"_s, "int extra(void) { return 40; }\n");
+        const QString object = library.path(u"vendor/extra.o"_s);
+        QCOMPARE(QProcess::execute(u"gcc"_s, {u"-c"_s, library.path(u"vendor/extra.c"_s), u"-o"_s, object}), 0);
+        QCOMPARE(QProcess::execute(u"ar"_s, {u"rcs"_s, library.path(u"vendor/libextra.a"_s), object}), 0);
+        library.add(u"answer.c"_s, "int extra(void);\nint answer(void) { return extra() + 2; }\n");
+        library.project->set(PropertyKey::TargetType, u"library"_s);
+        library.project->set(PropertyKey::Libraries, u"extra"_s);
+        library.project->set(PropertyKey::LibraryDirectories, u"vendor"_s);
+        BuildFixture fixture;
+        fixture.add(u"main.c"_s, "int answer(void);\nint main(void) { return answer() - 42; }\n");
+        fixture.project->set(PropertyKey::UsedProjects, u"maths"_s);
+        QVERIFY2(fixture.build(), qPrintable(fixture.events->text));
+        QCOMPARE(run(fixture.path(u"build/Debug/demo"_s)), 0);
     }
 
     void projectsThatUseEachOtherAreBuiltOnce()

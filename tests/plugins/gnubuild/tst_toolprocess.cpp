@@ -1,5 +1,6 @@
 #include "toolprocess.h"
 #include <QTest>
+#include <unistd.h>
 using namespace Qt::StringLiterals;
 
 class TestToolProcess : public QObject
@@ -128,6 +129,25 @@ private Q_SLOTS:
         process.reset();
         QCoreApplication::processEvents();
         QCOMPARE(m_ends, QList<bool>());
+    }
+
+    void onlyLeadersOfGroupsAreFound_data()
+    {
+        QTest::addColumn<bool>("leads");
+        QTest::newRow("leader") << true;
+        QTest::newRow("in our group") << false;
+    }
+    void onlyLeadersOfGroupsAreFound()
+    {
+        QFETCH(bool, leads);
+        QProcess child;
+        if (leads)
+            child.setChildProcessModifier([] { ::setpgid(0, 0); });
+        child.start(u"sleep"_s, {u"100"_s});
+        QVERIFY(child.waitForStarted());
+        QCOMPARE(childGroups(QCoreApplication::applicationPid()).contains(child.processId()), leads);
+        child.kill();
+        child.waitForFinished();
     }
 };
 
