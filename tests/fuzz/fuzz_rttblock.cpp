@@ -2,7 +2,8 @@
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 {
-    const QByteArray bytes = rttIdentifier().toByteArray() + QByteArrayView(data, qsizetype(size));
+    QByteArray bytes = rttIdentifier().toByteArray();
+    bytes.append(reinterpret_cast<const char *>(data), qsizetype(size));
     for (const RttLayout &layout : {RttLayout{4, false}, RttLayout{8, true}}) {
         const std::optional<RttBlock> block = parseRttBlock(bytes, 0x20000000, layout);
         if (!block || !block->up.isValid())
