@@ -140,7 +140,7 @@ private Q_SLOTS:
         m_stub->takeCalls();
         auto *box = window->findChild<QComboBox *>(u"memoryAddress"_s);
         box->lineEdit()->selectAll();
-        QTest::keyClicks(box->lineEdit(), u"0x147\r"_s);
+        QTest::keyClicks(box, u"0x147\r"_s); // which has the focus
         const QStringList reads = m_stub->takeCalls().filter(u"readBlock"_s);
         QCOMPARE(reads.size(), 1);
         QVERIFY2(reads.constFirst().startsWith(u"fw.readBlock(3, 8, 325, "_s), qPrintable(reads.constFirst()));

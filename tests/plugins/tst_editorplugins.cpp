@@ -140,7 +140,7 @@ private Q_SLOTS:
         QVERIFY(open(u"start.s"_s, "  loop:\nldi 1\n"));
         m_views->selectAll();
         m_views->indentCurrent();
-        QCOMPARE(textView()->textDocument()->text()->toPlainText(), u"loop:\n    ldi 1\n     "_s);
+        QCOMPARE(textView()->textDocument()->text()->toPlainText(), u"loop:\n    ldi 1\n    "_s);
     }
 
     void returnIndentsTheNewLine()
@@ -150,7 +150,7 @@ private Q_SLOTS:
         QTest::keyClick(edit, Qt::Key_End);
         QTest::keyClick(edit, Qt::Key_Return);
         QTest::keyClicks(edit, u"rjmp loop"_s);
-        QCOMPARE(edit->toPlainText(), u"loop:\n    rjmp loop "_s);
+        QCOMPARE(edit->toPlainText(), u"loop:\n    rjmp loop"_s);
     }
 
     void documentTypeShowsItsOwnView()

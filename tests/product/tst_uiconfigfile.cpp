@@ -320,7 +320,7 @@ void TestUiConfig::onlyDockWindowActionsAndTheRecorderAreCheckable()
 
 void TestUiConfig::enableNamesAnAvailabilitySignal()
 {
-    QCOMPARE(signalNames.size(), 30);
+    QCOMPARE(signalNames.size(), 32);
     for (const QDomElement &action : m_actions) {
         const QList<QDomElement> enables = elements(action, u"enable"_s);
         QVERIFY(enables.size() <= 1);
