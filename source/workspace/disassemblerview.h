@@ -17,7 +17,7 @@ class DisassemblerView : public View, public IViewWithMarkers, public ITextNavig
 {
     Q_OBJECT
 public:
-    static constexpr int FindTimeLimit = 5000;           ///< milliseconds
+    static constexpr int FindTimeLimit = 5000;          ///< milliseconds
     static constexpr qsizetype LongestCopy = 5'000'000; ///< characters: in 0.1 s
 
     /// @p document must be a DisassemblerDocument; @p formats and @p host may be null.

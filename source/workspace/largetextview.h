@@ -14,7 +14,7 @@ class LargeTextView : public View, public IViewWithMarkers, public ITextNavigati
 {
     Q_OBJECT
 public:
-    static constexpr int FindTimeLimit = 5000;           ///< milliseconds
+    static constexpr int FindTimeLimit = 5000;          ///< milliseconds
     static constexpr qsizetype LongestCopy = 5'000'000; ///< characters: in 0.1 s
 
     /// @p formats and @p host may be null.

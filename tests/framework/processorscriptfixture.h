@@ -12,8 +12,8 @@
 #include <Python.h>
 #include <QPluginLoader>
 
-/// The stub plug-in with processors "fw" and "dsp", which have memory, registers, peripherals, breakpoints and symbols, and
-/// the tool chain "cc".
+/// The stub plug-in with processors "fw" and "dsp", which have memory, registers, peripherals, breakpoints and symbols,
+/// and the tool chain "cc".
 struct ScriptedProcessors
 {
     ScriptedProcessors()

@@ -1,7 +1,7 @@
 #include "ideapplication.h"
-#include "framestyle.h"
 #include "branding.h"
 #include "callplugin.h"
+#include "framestyle.h"
 #include "mainwindow.h"
 #include "pictures.h"
 #include "pluginfactory.h"
