@@ -2,6 +2,7 @@
 #include "applicationpaths.h"
 #include <QApplication>
 #include <QIcon>
+#include <QPalette>
 #include <QPixmap>
 #include <QPointer>
 #include <QStringList>
