@@ -9,7 +9,7 @@
 #include <QPluginLoader>
 #include <QPushButton>
 
-// Breakpoints of an environment that only does what it is told: they follow the text, and come back with the workspace.
+// Breakpoints of an environment that keeps none itself: they follow the text, and come back with the workspace.
 
 using namespace Qt::StringLiterals;
 

@@ -44,7 +44,7 @@ class FrameStyleTest : public QObject
         return std::make_unique<QTreeWidget>();
     }
 
-    /// How many pixels of the widget are lighter than the darkest grey that is told from black, without its texts.
+    /// How many pixels of the widget are clearly lighter than black; it has no texts.
     static int lightPixels(const QByteArray &name, QStyle &style)
     {
         const std::unique_ptr<QWidget> widget = make(name);

@@ -3,7 +3,7 @@
 #include <QStyleOption>
 
 namespace {
-constexpr int Black = 20;        ///< the greatest lightness, of 255, of which nothing darker can be told apart
+constexpr int Black = 20;        ///< the greatest lightness, of 255, below which the eye sees no difference
 constexpr double Strength = 0.6; ///< of the colour of texts
 
 void drawFrame(const QStyleOption *option, QPainter *painter, bool isRound)
