@@ -1,3 +1,4 @@
+#include "colourscheme.h"
 #include "framestyle.h"
 #include <QApplication>
 #include <QCheckBox>
@@ -14,16 +15,6 @@
 class FrameStyleTest : public QObject
 {
     Q_OBJECT
-
-    static QPalette scheme(const QColor &background, const QColor &text)
-    {
-        QPalette palette;
-        for (const auto role : {QPalette::Window, QPalette::Button, QPalette::Base})
-            palette.setColor(role, background);
-        for (const auto role : {QPalette::WindowText, QPalette::ButtonText, QPalette::Text})
-            palette.setColor(role, text);
-        return palette;
-    }
 
     static std::unique_ptr<QWidget> make(const QByteArray &name)
     {
@@ -48,7 +39,7 @@ class FrameStyleTest : public QObject
     static int lightPixels(const QByteArray &name, QStyle &style)
     {
         const std::unique_ptr<QWidget> widget = make(name);
-        widget->setPalette(scheme(Qt::black, Qt::white));
+        widget->setPalette(colourScheme(Qt::black, Qt::white));
         widget->setStyle(&style);
         widget->resize(100, 60);
         const QImage image = widget->grab().toImage();
@@ -80,12 +71,12 @@ private Q_SLOTS:
 
     void otherSchemesKeepTheirFrames()
     {
-        QVERIFY(FrameStyle::isNeeded(scheme(Qt::black, Qt::white)));
-        QVERIFY(!FrameStyle::isNeeded(scheme(QColor(40, 40, 40), Qt::white)));
+        QVERIFY(FrameStyle::isNeeded(colourScheme(Qt::black, Qt::white)));
+        QVERIFY(!FrameStyle::isNeeded(colourScheme(QColor(40, 40, 40), Qt::white)));
         FrameStyle style(QStyleFactory::create(QStringLiteral("fusion")));
         const std::unique_ptr<QStyle> bare(QStyleFactory::create(QStringLiteral("fusion")));
         QLineEdit edit;
-        edit.setPalette(scheme(QColor(40, 40, 40), Qt::white));
+        edit.setPalette(colourScheme(QColor(40, 40, 40), Qt::white));
         edit.setStyle(bare.get());
         const QImage before = edit.grab().toImage();
         edit.setStyle(&style);

@@ -1,3 +1,4 @@
+#include "colourscheme.h"
 #include "readablepalette.h"
 #include <QTest>
 
@@ -5,22 +6,12 @@ class ReadablePaletteTest : public QObject
 {
     Q_OBJECT
 
-    static QPalette scheme(const QColor &background, const QColor &text)
-    {
-        QPalette palette;
-        for (const auto role : {QPalette::Window, QPalette::Button, QPalette::Base})
-            palette.setColor(role, background);
-        for (const auto role : {QPalette::WindowText, QPalette::ButtonText, QPalette::Text})
-            palette.setColor(role, text);
-        return palette;
-    }
-
 private Q_SLOTS:
     void init() { QTest::failOnWarning(QRegularExpression(QStringLiteral(".?"))); }
 
     void blackTextsOfADarkSchemeAreMadeLighter()
     {
-        QPalette dark = scheme(QColor(40, 40, 40), Qt::white);
+        QPalette dark = colourScheme(QColor(40, 40, 40), Qt::white);
         for (const auto role : {QPalette::WindowText, QPalette::ButtonText, QPalette::Text})
             dark.setColor(QPalette::Disabled, role, Qt::black);
         dark.setColor(QPalette::PlaceholderText, QColor(0, 0, 0, 128));
@@ -34,14 +25,14 @@ private Q_SLOTS:
 
     void textsThatEqualTheirBackgroundAreMadeDifferent()
     {
-        QPalette light = scheme(Qt::white, Qt::black);
+        QPalette light = colourScheme(Qt::white, Qt::black);
         light.setColor(QPalette::Disabled, QPalette::Text, Qt::white);
         QVERIFY(readablePalette(light).color(QPalette::Disabled, QPalette::Text).lightness() < 150);
     }
 
     void readableColoursStay()
     {
-        QPalette light = scheme(QColor(239, 239, 239), Qt::black);
+        QPalette light = colourScheme(QColor(239, 239, 239), Qt::black);
         for (const auto role : {QPalette::WindowText, QPalette::ButtonText, QPalette::Text})
             light.setColor(QPalette::Disabled, role, QColor(190, 190, 190));
         light.setColor(QPalette::PlaceholderText, QColor(0, 0, 0, 128));

@@ -60,11 +60,11 @@ int roundsOf(const QString &member)
 {
     static const QHash<QString, int> fewer{
         {u"App.messageBox"_s, 20},     {u"App.inputBox"_s, 20},         {u"App.openFileDialog"_s, 5},
-        {u"App.openWorkspace"_s, 10},  {u"App.closeWorkspace"_s, 10},   {u"App.saveWorkspace"_s, 20},
+        {u"App.openWorkspace"_s, 20},  {u"App.closeWorkspace"_s, 20},   {u"App.saveWorkspace"_s, 100},
         {u"App.addMacro"_s, 500},      {u"Editor.openDocument"_s, 500}, {u"Editor.saveAll"_s, 500},
-        {u"Document.activate"_s, 500}, {u"Document.save"_s, 50},        {u"Document.saveAs"_s, 50},
+        {u"Document.activate"_s, 500}, {u"Document.save"_s, 100},       {u"Document.saveAs"_s, 100},
         {u"Document.insert"_s, 500},   {u"Document.cut"_s, 500},        {u"Document.paste"_s, 200},
-        {u"Project.addFile"_s, 100},   {u"Project.save"_s, 50},         {u"Project.build"_s, 50},
+        {u"Project.addFile"_s, 100},   {u"Project.save"_s, 100},        {u"Project.build"_s, 50},
         {u"Debugger.stop"_s, 50},      {u"Debugger.restart"_s, 50},     {u"Debugger.attach"_s, 50},
         {u"OutputWindow.show"_s, 200}, {u"OutputWindow.hide"_s, 200},   {u"OutputWindow.clearProperty"_s, 1000},
     };

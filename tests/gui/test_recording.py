@@ -85,7 +85,7 @@ class EditorRecordingTest(GuiTest):
         self.edit()
         commands = [command for command in recording.stop() if "sample" in command]
         typed = self.text()
-        self.assertRegex(typed, r"^char first;\nint second;\nint third;\nvoid f\(\)\n\{\n[ \t]+return;$")
+        self.assertEqual(typed, "char first;\nint second;\nint third;\nvoid f()\n{\n\treturn;")
         self.varnel.choose("fileSave")
         self.varnel.choose("fileClose")
         self.varnel.find_gone("sample")
