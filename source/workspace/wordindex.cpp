@@ -21,9 +21,10 @@ constexpr qsizetype NumbersInPosting = 2;     // of 16 bits each, which are conv
 static_assert(sizeof(Doc) == PostingLength && std::is_trivially_copyable_v<Doc>);
 constexpr auto Version = QDataStream::Qt_3_3; // never change: it is the format of the file
 
-QList<Doc> newestFirst(const std::vector<Doc> &docs)
+/// The posting at @p bytes of an index file.
+Doc postingAt(const char *bytes)
 {
-    return {docs.crbegin(), docs.crend()};
+    return {qFromBigEndian<qint16>(bytes), qFromBigEndian<quint16>(bytes + PostingLength / NumbersInPosting)};
 }
 
 QHash<qint16, quint16> firstFrequencies(const QList<Doc> &docs)
@@ -64,16 +65,38 @@ WordIndex::Words WordIndex::fewInABucket()
 QList<Doc> WordIndex::documents(const QByteArray &word) const
 {
     const auto found = m_words.find(std::string_view(word.constData(), size_t(word.size())));
-    return found == m_words.cend() ? QList<Doc>() : newestFirst(found->second.docs);
+    return found == m_words.cend() ? QList<Doc>() : documents(found->second);
+}
+
+/// The ones that were inserted last first. Those of the index file are converted here and not when it is loaded,
+/// because a session asks for few words.
+QList<Doc> WordIndex::documents(const Entry &entry)
+{
+    QList<Doc> docs(entry.docs.crbegin(), entry.docs.crend());
+    docs.reserve(docs.size() + entry.postings.size() / PostingLength);
+    for (qsizetype at = 0; at < entry.postings.size(); at += PostingLength)
+        docs.append(postingAt(entry.postings.data() + at));
+    return docs;
+}
+
+/// The words that occurred last are found without the hash table, whose chains lie all over the memory.
+WordIndex::Entry &WordIndex::entryOf(std::string_view word)
+{
+    if (m_recent.empty())
+        m_recent.resize(RecentWords);
+    Words::value_type *&recent = m_recent[Hash()(word) % RecentWords];
+    if (recent && recent->first == word)
+        return recent->second;
+    auto found = m_words.find(word);
+    if (found == m_words.end())
+        found = m_words.emplace(word, Entry()).first;
+    recent = &*found;
+    return found->second;
 }
 
 void WordIndex::insert(QByteArrayView word)
 {
-    const std::string_view key(word.data(), size_t(word.size()));
-    auto found = m_words.find(key);
-    if (found == m_words.end())
-        found = m_words.emplace(key, Entry()).first;
-    Entry &entry = found->second;
+    Entry &entry = entryOf(std::string_view(word.data(), size_t(word.size())));
     if (entry.count++ == 0)
         m_present.push_back(&entry);
 }
@@ -103,7 +126,7 @@ QList<Doc> WordIndex::documentsOfTerm(const QString &term) const
     QList<Doc> result;
     for (const auto &[word, entry] : m_words) {
         if (pattern.matches(QByteArrayView(word.data(), qsizetype(word.size()))))
-            result += newestFirst(entry.docs);
+            result += documents(entry);
     }
     return result;
 }
@@ -150,7 +173,7 @@ QByteArray WordIndex::toBytes() const
     stream << m_docPath << m_docList;
     QByteArray postings;
     for (const auto &[word, entry] : m_words) {
-        const QList<Doc> docs = newestFirst(entry.docs);
+        const QList<Doc> docs = documents(entry);
         postings.resize(docs.size() * PostingLength);
         qToBigEndian<quint16>(docs.constData(), docs.size() * NumbersInPosting, postings.data());
         stream << word.c_str() << qint32(docs.size());
@@ -162,6 +185,7 @@ QByteArray WordIndex::toBytes() const
 std::optional<WordIndex> WordIndex::fromBytes(const QByteArray &bytes, const std::function<bool()> &goOn)
 {
     WordIndex index;
+    index.m_file = bytes;
     QDataStream stream(bytes);
     stream.setVersion(Version);
     if (!index.readDocuments(stream))
@@ -169,7 +193,7 @@ std::optional<WordIndex> WordIndex::fromBytes(const QByteArray &bytes, const std
     qsizetype position = stream.device()->pos();
     index.m_words.reserve(size_t((bytes.size() - position) / LikelyRecordLength));
     for (int records = 1; position < bytes.size(); ++records) {
-        if (!index.readRecord(bytes, position) || (goOn && records % RecordsInARow == 0 && !goOn()))
+        if (!index.readRecord(position) || (goOn && records % RecordsInARow == 0 && !goOn()))
             return {};
     }
     return index;
@@ -189,34 +213,34 @@ bool WordIndex::readDocuments(QDataStream &stream)
 }
 
 /// Reads the record at @p position, and sets it to the next one.
-bool WordIndex::readRecord(const QByteArray &bytes, qsizetype &position)
+bool WordIndex::readRecord(qsizetype &position)
 {
+    const QByteArrayView bytes(m_file);
     const auto left = [&] { return bytes.size() - position; };
     const auto number = [&] {
         position += NumberLength;
-        return qFromBigEndian<qint32>(bytes.constData() + position - NumberLength);
+        return qFromBigEndian<qint32>(bytes.data() + position - NumberLength);
     };
     if (left() < NumberLength)
         return false;
     const qint32 length = number(); // with the terminating zero
     if (length < 2 || length + NumberLength > left())
         return false;
-    const std::string_view word(bytes.constData() + position, size_t(length));
+    const std::string_view word(bytes.data() + position, size_t(length));
     position += length;
     const qint32 count = number();
     if (word.find('\0') != word.size() - 1 || count < 0 || count > left() / PostingLength)
         return false;
-    std::vector<Doc> docs(static_cast<size_t>(count));
-    position += count * PostingLength;
-    const char *at = bytes.constData() + position;
+    const QByteArrayView postings = bytes.sliced(position, count * PostingLength);
+    position += postings.size();
+    m_words[std::string(word.substr(0, word.size() - 1))] = {{}, postings, 0};
+    return haveDocuments(postings);
+}
+
+bool WordIndex::haveDocuments(QByteArrayView postings) const
+{
     quint16 greatest = 0;
-    for (Doc &doc : docs) { // the file has the last document first
-        at -= PostingLength;
-        doc = {qFromBigEndian<qint16>(at), qFromBigEndian<quint16>(at + PostingLength / NumbersInPosting)};
-        greatest = std::max(greatest, quint16(doc.docNumber));
-    }
-    if (!docs.empty() && greatest >= m_docList.size())
-        return false;
-    m_words[std::string(word.substr(0, word.size() - 1))].docs = std::move(docs);
-    return true;
+    for (qsizetype at = 0; at < postings.size(); at += PostingLength)
+        greatest = std::max(greatest, quint16(postingAt(postings.data() + at).docNumber));
+    return postings.isEmpty() || greatest < m_docList.size();
 }

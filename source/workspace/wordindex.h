@@ -62,8 +62,9 @@ public:
 private:
     struct Entry
     {
-        std::vector<Doc> docs; ///< in the order of endDocument()
-        quint32 count = 0;     ///< occurrences in the document that is read now
+        std::vector<Doc> docs;   ///< in the order of endDocument()
+        QByteArrayView postings; ///< of the index file, in m_file; they follow those of @c docs in reverse order
+        quint32 count = 0;       ///< occurrences in the document that is read now
     };
     struct Hash
     {
@@ -72,14 +73,20 @@ private:
     };
 
     using Words = std::unordered_map<std::string, Entry, Hash, std::equal_to<>>;
+    static constexpr size_t RecentWords = 16384; ///< a power of two
 
     [[nodiscard]] static Words fewInABucket();
+    [[nodiscard]] static QList<Doc> documents(const Entry &entry);
+    [[nodiscard]] Entry &entryOf(std::string_view word);
     [[nodiscard]] QList<Doc> documentsOfTerm(const QString &term) const;
     bool readDocuments(QDataStream &stream);
-    bool readRecord(const QByteArray &bytes, qsizetype &position);
+    bool readRecord(qsizetype &position);
+    [[nodiscard]] bool haveDocuments(QByteArrayView postings) const;
 
     QString m_docPath;
     QStringList m_docList;
+    QByteArray m_file; ///< the content of the index file that was read
     Words m_words = fewInABucket();
-    std::vector<Entry *> m_present; ///< the words of the document that is read now
+    std::vector<Words::value_type *> m_recent; ///< RecentWords words at their hash values, if a document is read
+    std::vector<Entry *> m_present;            ///< the words of the document that is read now
 };

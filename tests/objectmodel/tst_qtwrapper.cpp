@@ -31,7 +31,7 @@ class ReflectedObject : public QObject
     Q_PROPERTY(int constant MEMBER number CONSTANT)
     Q_PROPERTY(int throwing READ throwingValue)
 public:
-    enum Mode { First, Second, Third };
+    enum Mode : int { First, Second, Third };
     Q_ENUM(Mode)
 
     QString text = QStringLiteral("text");

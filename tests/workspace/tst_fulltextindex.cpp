@@ -296,6 +296,20 @@ private Q_SLOTS:
         QCOMPARE(index.search(u"word"_s), (QStringList{u"1"_s, u"0"_s}));
     }
 
+    void manyDifferentWordsAreCountedApart()
+    {
+        constexpr int Count = 40'000; // more than are remembered as recent
+        WordIndex index = numberedIndex(1);
+        const auto word = [](int number) { return "word" + QByteArray::number(number); };
+        for (int round = 0; round < 2; ++round) {
+            for (int i = 0; i < Count; ++i)
+                index.insert(word(i));
+        }
+        index.endDocument(0);
+        for (int i = 0; i < Count; ++i)
+            QCOMPARE(index.documents(word(i)), QList<WordIndex::Doc>({{0, 2}}));
+    }
+
     void defaultDocHasNoNumber() { QCOMPARE(WordIndex::Doc().docNumber, qint16(-1)); }
 
     // The index file
@@ -324,6 +338,18 @@ private Q_SLOTS:
         for (const QString &query : {u"one"_s, u"two"_s, u"one two"_s, u"*o*"_s})
             QCOMPARE(other.search(query).size(), f.index.search(query).size());
         QCOMPARE(other.search(u"two"_s), f.index.search(u"two"_s));
+    }
+
+    void loadedIndexIsWrittenAndContinuedLikeTheOneThatWasSaved()
+    {
+        WordIndex index = numberedIndex(3);
+        add(&index, 0, 2);
+        add(&index, 1, 5);
+        std::optional<WordIndex> loaded = WordIndex::fromBytes(index.toBytes());
+        QVERIFY(loaded);
+        QCOMPARE(loaded->toBytes(), index.toBytes());
+        add(&*loaded, 2, 3);
+        QCOMPARE(loaded->documents("word"), QList<WordIndex::Doc>({{2, 3}, {1, 5}, {0, 2}}));
     }
 
     void addedOrRemovedDocumentsMakeTheFileStale()
