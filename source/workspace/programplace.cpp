@@ -13,6 +13,11 @@ QString disassemblyName(uint environmentKey, const QString &processor)
     return KeyPrefix + u"%1:"_s.arg(environmentKey, KeyDigits, 16, QChar(u'0')) + processor;
 }
 
+QString anyDisassembly()
+{
+    return Prefix;
+}
+
 bool isDisassemblyName(const QString &file)
 {
     return file.startsWith(Prefix);

@@ -8,6 +8,8 @@
 
 /// The name of the document with the disassembly of the environment with the number @p environmentKey.
 [[nodiscard]] QString disassemblyName(uint environmentKey, const QString &processor);
+/// "disassembler:" alone, which names the disassembly of any environment.
+[[nodiscard]] QString anyDisassembly();
 /// Whether @p file names a disassembly: that of one environment, or "disassembler:" alone.
 [[nodiscard]] bool isDisassemblyName(const QString &file);
 /// The number in a name that disassemblyName() has made; 0 in any other name.

@@ -57,7 +57,7 @@ QJsonArray linesOf(const Project &project, IExecutionEnvironment *environment)
         if (record.locations.isEmpty() || (record.state != BreakpointEnabled && record.state != BreakpointDisabled))
             continue;
         const BreakpointLocation place = record.locations.first();
-        const QString file = isDisassemblyName(place.file) ? u"disassembler:"_s : project.relativePath(place.file);
+        const QString file = isDisassemblyName(place.file) ? anyDisassembly() : project.relativePath(place.file);
         all.append(withDetails({{u"file"_s, file}, {u"line"_s, place.line}, {u"state"_s, record.state}},
                                detailsOf(environment, record)));
     }

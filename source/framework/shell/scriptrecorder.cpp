@@ -184,7 +184,7 @@ void ScriptRecorder::noteBreakpointsOf(const QString &processor, const Breakpoin
 {
     const auto change = [&](const QString &method, const std::pair<QString, int> &place) {
         const bool isAddress = isDisassemblyName(place.first);
-        const QString file = isAddress ? u"\"disassembler:\""_s : pythonPath(place.first, folder());
+        const QString file = isAddress ? u'"' + anyDisassembly() + u'"' : pythonPath(place.first, folder());
         // The line of an address is that of the environment, which counts from 1, except where it is set.
         const uint line = uint(place.second) - (isAddress && method == "setBreakpoint"_L1 ? 1 : 0);
         add(u"%1.%2(%3, %4)"_s.arg(processor, method, file).arg(line));
