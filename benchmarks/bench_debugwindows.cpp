@@ -254,7 +254,7 @@ void runEvents(int milliseconds)
     loop.exec();
 }
 
-/// @p count variables on two boards ten times a second; as many curves as the second argument says.
+/// @p count variables on two boards ten times a second; with the number of curves of the second argument.
 void LiveRefresh(benchmark::State &state)
 {
     constexpr int Seconds = 5;

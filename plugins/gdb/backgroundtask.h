@@ -10,8 +10,8 @@
 /// The function has a stack of its own, so it waits in any depth and reads like one that blocks. It ends by itself or
 /// by cancel(), which makes its waits fail. All tasks belong to one thread.
 ///
-/// What is on its stack is left half done while it waits. So it does not wait while a Whole exists, nor in an event
-/// loop that it has started. Calls of others, such as the host, which may run scripts, are made with a Whole.
+/// While it waits, the functions on its stack are not complete. So it does not wait while a Whole exists, nor in an
+/// event loop that it has started. Calls of other code, such as the host, which may run scripts, are made with a Whole.
 class BackgroundTask : public QObject
 {
     Q_OBJECT

@@ -12,7 +12,7 @@ struct LogFormat
     bool operator==(const LogFormat &) const = default;
 };
 
-/// Begins the output of such a breakpoint, to tell it from other texts of gdb.
+/// Begins the output of such a breakpoint, to distinguish it from other texts of gdb.
 inline constexpr QLatin1String LogMark("breakpoint> ");
 
 /// The format for a text in which "{expression}" stands for a value. A brace without its counterpart is text.

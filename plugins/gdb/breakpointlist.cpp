@@ -401,7 +401,7 @@ void BreakpointList::takeRefusals(const QString &text)
     }
 }
 
-/// Once the program has run, the target has all of them.
+/// If the program has run since the target refused breakpoints, none are refused any more.
 void BreakpointList::sessionChanged()
 {
     if (!m_session->isStopped())

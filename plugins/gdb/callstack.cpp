@@ -32,7 +32,7 @@ StackFrame frameInfo(const MiValue &frame)
 }
 } // namespace
 
-/// The one answer to a question: that it failed, if gdb ends before it answers.
+/// Gives exactly one answer to a question: a failure, if gdb ends before it answers.
 class CallStack::Answer
 {
 public:

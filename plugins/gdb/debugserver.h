@@ -11,7 +11,7 @@ class QProgressDialog;
 
 /// A debug server that a session starts and ends, such as simavr or OpenOCD.
 ///
-/// It gets a terminal for its standard output, since programs that write to a pipe keep their output back.
+/// It gets a terminal for its standard output, since programs that write to a pipe buffer their output.
 class DebugServer : public QObject
 {
     Q_OBJECT

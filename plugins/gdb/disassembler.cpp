@@ -142,7 +142,7 @@ const Disassembler::Instruction *Disassembler::at(quint64 address)
     return found == m_instructions.constEnd() ? nullptr : &*found;
 }
 
-/// Each answer makes some addresses known, of which the wanted one may be none.
+/// Each answer adds some known addresses; the requested one may not be among them.
 bool Disassembler::fetch(int index, int milliseconds)
 {
     const QDeadlineTimer end(milliseconds);
@@ -175,7 +175,7 @@ quint64 Disassembler::startFor(quint64 address)
         start = *std::prev(known);
     else if (counter != 0 && counter <= address && address - counter <= Furthest)
         start = counter;
-    else if (piece != m_decoded.end() && piece.key() - start <= Nearby) // one reads backwards
+    else if (piece != m_decoded.end() && piece.key() - start <= Nearby) // the caller reads backwards
         start = piece.key() - std::min(piece.key(), Nearby);
     if (piece != m_decoded.begin())
         start = std::max(start, std::prev(piece).value());

@@ -54,7 +54,7 @@ void ExceptionStops::insert(Kind *kind)
 void ExceptionStops::arm()
 {
     for (Kind &kind : m_kinds) {
-        kind.number = 0; // gdb is a new one
+        kind.number = 0; // it belongs to the gdb of the last session
         if (kind.isOn)
             insert(&kind);
     }

@@ -26,7 +26,7 @@ bool isCode(const ElfImage &elf, uint address)
 FaultCatcher::FaultCatcher(GdbSession *session, QObject *parent) : QObject(parent), m_session(session)
 {
     connect(session, &GdbSession::symbolsLoaded, this, [this] {
-        m_handlers.clear(); // gdb is a new one
+        m_handlers.clear(); // they belong to the gdb of the last session
         arm();
     });
     connect(session, &GdbSession::programLoaded, this, &FaultCatcher::arm); // the program may have moved its vectors

@@ -4,7 +4,7 @@
 #include <QSet>
 class GdbSession;
 
-/// Stops a Cortex-M program in the handlers of its faults, and explains why it came there.
+/// Stops a Cortex-M program in the handlers of its faults, and shows the cause of the fault.
 ///
 /// An emulated board gets breakpoints at the handlers. A debug probe would use its few hardware breakpoints for them,
 /// so there the processor is set to stop by itself (vector catch).

@@ -323,7 +323,7 @@ void GdbEnvironment::restart()
     inBackground([this] { restartSession(); });
 }
 
-/// Without the host's session being a new one.
+/// Runs work in the background within the present session of the host.
 void GdbEnvironment::inBackground(const std::function<void()> &work)
 {
     m_session.task()->run(work);

@@ -44,8 +44,8 @@ public:
     [[nodiscard]] bool canWakeUp() const;
     void wakeUp();
 
-    /// In which start() and restart() can run without blocking. Until it has ended, the program is neither stopped nor
-    /// alive for all others.
+    /// In which start() and restart() can run without blocking. Until it has ended, isStopped() and isAlive() return
+    /// false to all other callers.
     [[nodiscard]] BackgroundTask *task() { return &m_task; }
     [[nodiscard]] bool isBusy() const { return m_task.isActive() && !m_task.isCurrent(); }
 

@@ -166,7 +166,7 @@ void LiveMemory::reset()
 }
 
 /// While the program runs, gdb finds variables that need no frame. At a stop the name may mean another variable than
-/// before, which only its address can show; the rest is known already.
+/// before, so its address is read again; a variable whose address is the same is kept.
 bool LiveMemory::prepareLive(const QString &expression)
 {
     if (!canReadLive())

@@ -108,7 +108,7 @@ MemoryBlock MemoryAccess::readCells(const TargetRegion *region, quint64 address,
     return cells + none.sliced(cells.size());
 }
 
-/// One access for each device register. One that fails does not hide those behind it.
+/// One access for each device register. After one that fails, the next ones are still read.
 void MemoryAccess::readDevices(quint64 address, int width, const QDeadlineTimer &limit, MemoryBlock *cells)
 {
     for (MemoryBlockCell &cell : *cells) {

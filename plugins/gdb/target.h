@@ -39,7 +39,7 @@ public:
     virtual void end(MiConnection *gdb) = 0; ///< Ends what bringUp() and connectGdb() began; no signal follows.
 
     [[nodiscard]] virtual bool severalCores() const { return false; }
-    /// Whether the number of breakpoints has no limit of a processor.
+    /// Whether the number of breakpoints is not limited by the processor.
     [[nodiscard]] virtual bool isEmulated() const { return false; }
     [[nodiscard]] virtual RegionTable regions(MiConnection *gdb) const = 0;
     /// Whether gdb can read memory while the program runs.

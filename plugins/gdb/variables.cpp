@@ -5,7 +5,7 @@
 
 using namespace Qt::StringLiterals;
 
-/// The one answer to a question: that it failed, if gdb ends before it answers.
+/// Gives exactly one answer to a question: a failure, if gdb ends before it answers.
 class Variables::Answer
 {
 public:

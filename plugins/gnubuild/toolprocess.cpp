@@ -77,7 +77,7 @@ void ToolProcess::killByForce()
     m_groups += childGroups(m_process.processId());
     killGroups();
     if (m_groups.isEmpty() || m_forced)
-        signalGroup(m_process.processId(), SIGKILL); // it does not wait for a child, so it hangs itself
+        signalGroup(m_process.processId(), SIGKILL); // it has no child to wait for, so it does not react itself
     m_forced = true;
 }
 

@@ -35,8 +35,8 @@ void setPluginNames(std::function<QString(const QString &library)> names);
 /// failure handler. @p object, which may be null, is the called object.
 void warnOfException(const char *operation, const char *what, const void *object = nullptr);
 
-/// Whether a call runs, and no event loop that it has started itself: in one it may wait for what a report causes, and
-/// the user works.
+/// Whether a call runs that has not started an event loop of its own. In such a loop reports are delivered at once,
+/// because the call may wait for their effects and the user may give commands.
 [[nodiscard]] bool isInsidePluginCall();
 /// The same, but also in such an event loop: what the caller uses must exist until the call returns.
 [[nodiscard]] bool isPluginCallRunning();

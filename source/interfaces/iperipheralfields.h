@@ -33,9 +33,9 @@ struct PeripheralRegisterDetails
 ///
 /// The peripheral window shows the fields as rows below their register. It writes a field by reading, changing and
 /// writing the whole register. A register that changes when it is read is not read for that: the other bits are written
-/// as they were shown last, and while they are unknown the field cannot be written. Bits get zeros in a register whose
-/// ones clear bits, and if they belong to a field that cannot be read. A register without a readable field is never
-/// read; its other bits are written as they were written last.
+/// as they were shown last, and while they are unknown the field cannot be written. The other bits are written as zeros
+/// if a one clears a bit of the register, or if their field cannot be read. A register without a readable field is
+/// never read; its other bits are written as they were written last.
 class IPeripheralFields : public QUnknownInterface
 {
 public:

@@ -10,7 +10,7 @@ class PopupMenu;
 class QAction;
 class QToolBar;
 
-/// What a script says about a macro.
+/// The properties that a script gives a macro.
 struct MacroDescription
 {
     QString name;

@@ -9,7 +9,7 @@
 using namespace std::chrono_literals;
 
 namespace {
-constexpr auto Pause = 8; ///< milliseconds for the window between two shares
+constexpr auto Pause = 8; ///< milliseconds between two shares, in which the window handles events
 constexpr auto Share = 2ms;
 
 bool hasThreads()

@@ -104,12 +104,12 @@ void ScriptApp::setCurrentProject(const py::handle &value) const
     if (!workspace)
         raisePython(PyExc_RuntimeError, u"No workspace is open"_s);
     const QString name = py::cast<ScriptProject &>(value).name();
-    for (int i = 0; i < workspace->count(); ++i) {
-        if (workspace->project(i)->name() != name)
+    for (const QPointer<Project> &project : model().activity().projects()) {
+        if (project->name() != name)
             continue;
-        if (!workspace->project(i)->isActive())
+        if (!project->isActive())
             raisePython(PyExc_AttributeError, u"Project is not active"_s);
-        return workspace->setCurrentProject(i);
+        return workspace->setCurrentProject(project);
     }
     raisePython(PyExc_RuntimeError, u"Project not found in workspace"_s);
 }

@@ -67,7 +67,7 @@ PythonReference ScriptCollection::objectOf(Project &project)
     const void *key = cacheKey(project);
     if (!key)
         return createObject(project);
-    // The address may be that of something that existed before: then no project, or another one, has it now.
+    // The key may be the address of a deleted object: the kept entry is used only if its project still has this key.
     const auto isCurrent = [&](const Entry &entry) { return entry.project && cacheKey(*entry.project) == key; };
     if (const auto found = m_objects.find(key); found != m_objects.end() && isCurrent(found->second))
         return newPythonReference(found->second.object.get());

@@ -2,6 +2,7 @@
 #include "activity.h"
 #include "callplugin.h"
 #include "documenttemplate.h"
+#include "programplace.h"
 #include "project.h"
 #include "scriptdocument.h"
 #include "scripthost.h"
@@ -34,7 +35,7 @@ void ScriptEditor::openDocument(const QString &path) const
 /// As for files that are opened: relative to the current project. Other names, "disassembler:fw", stay.
 QString ScriptEditor::absolutePath(const QString &name) const
 {
-    if (name.contains("disassembler:"_L1))
+    if (ProgramPlace::fromBreakpoint(name, 1).isDisassembly())
         return name;
     const Project *project = model().activity().currentProject();
     return QDir::cleanPath(QDir(project ? project->basePath() : QString()).absoluteFilePath(name));

@@ -3,7 +3,7 @@
 
 using namespace Qt::StringLiterals;
 
-// The type is odd: it has both protocols, of sequences and of mappings, and most functions of the first are refused.
+// The type has both protocols, of sequences and of mappings, and most functions of the first are refused.
 // So it fills in the slots of the type itself.
 
 namespace {

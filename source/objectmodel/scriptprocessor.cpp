@@ -236,7 +236,7 @@ quint64 ScriptProcessor::sourceAddress(const QString &file, int line) const
 {
     const auto wide = m_target.find<ISymbols64>();
     const auto symbols = m_target.find<ISymbolLookup>();
-    requireSymbols(wide || symbols, PyExc_RuntimeError); // another exception than its sisters
+    requireSymbols(wide || symbols, PyExc_RuntimeError); // RuntimeError, unlike the other functions for symbols
     quint64 address = 0;
     uint narrow = 0;
     if (!(wide ? askTarget<&ISymbols64::addressOf>(wide, file, line, address)

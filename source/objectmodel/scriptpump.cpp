@@ -6,7 +6,7 @@
 using namespace std::chrono_literals;
 
 namespace {
-constexpr auto Patience = 500ms; ///< for scripts that end soon
+constexpr auto Patience = 500ms; ///< during which events are not processed: most scripts end sooner
 constexpr auto Interval = 50ms;
 constexpr int Slice = 20; ///< milliseconds
 

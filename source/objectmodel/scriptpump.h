@@ -5,7 +5,7 @@
 #include <QPointer>
 #include <thread>
 
-/// While it lives, a script that runs long does not freeze the window: events are processed between its instructions.
+/// While it exists, a script that runs long does not block the window: events are processed between its instructions.
 /// Of the user's input only the keys that interrupt scripts and the mouse on some widgets get through, and everything
 /// once a dialog is open.
 class ScriptPump : public QObject

@@ -40,7 +40,7 @@ ScriptReplay::ScriptReplay(ObjectModel &model, ReplayHooks hooks)
 
 int ScriptReplay::changes() const
 {
-    (void)model(); // the hooks live as long as the window
+    (void)model(); // raises an exception without a window, with which the hooks end
     return m_hooks.stateChanges();
 }
 

@@ -13,8 +13,8 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-/// The wrapper of a new object. At the address of a dead one it is still that of the dead one; no script could reach
-/// the new object then.
+/// The wrapper of a new object. If a deleted object had the same address, its wrapper is returned, through which no
+/// script can reach the new object: that is deleted.
 PythonReference wrapperOfNew(QObject *object, bool owned)
 {
     const QtWrapper *wrapper = QtWrapper::get(object, owned);

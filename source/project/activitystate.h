@@ -1,7 +1,7 @@
 #pragma once
 #include <QString>
 
-/// The activity of the program. The numbers are fixed: scripts use them.
+/// The activity of the program.
 enum ActivityState {
     StateNoWorkspace = 0,  ///< no workspace is open
     StateIdle = 1,         ///< a workspace is open, no activity

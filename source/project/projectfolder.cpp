@@ -49,7 +49,7 @@ void ProjectFolder::addFolder(ProjectFolder *folder, bool prepend)
     const bool isRing = wouldContainItself(folder, this);
     VARNEL_ASSERT(!isRing);
     if (isRing)
-        return; // a ring has no end
+        return; // a folder in itself would be walked for ever
     insert(folder, prepend);
     if (m_project) {
         Q_EMIT m_project->folderAdded(this, folder);

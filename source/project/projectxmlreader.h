@@ -17,7 +17,7 @@ public:
     [[nodiscard]] QString attribute(QLatin1StringView name) const;
     /// The same for frequent texts: equal ones share their memory.
     [[nodiscard]] QString sharedAttribute(QLatin1StringView name);
-    /// Skips an element that is none of ours: written again, the file will lack it.
+    /// Skips an unknown element, which is lost when the file is written again.
     void skipForeignElement();
     [[nodiscard]] bool hasForeignContent() const { return m_foreign; }
     /// Reads the start tag of the root. Another tag than @p tag is read as well, but is foreign.

@@ -146,7 +146,7 @@ std::optional<qint64> TimePlot::firstTime() const
     return first;
 }
 
-/// Shows the past, but no future and nothing before the first sample.
+/// Does not show times after the present or before the first sample.
 void TimePlot::goTo(qint64 end)
 {
     const qint64 first = firstTime().value_or(m_now);

@@ -178,7 +178,7 @@ void DisassemblerView::update(View *, bool full)
         showWhetherReadable();
 }
 
-/// As with another session, whose program is elsewhere.
+/// Called, for example, when another session has a program at other addresses.
 void DisassemblerView::slotRegionChanged(qint64 distance)
 {
     m_history.clear();
@@ -201,7 +201,7 @@ void DisassemblerView::slotLoaded()
         showWhetherReadable();
 }
 
-/// Without a session most debuggers have no instructions.
+/// Shows a message if there are no instructions: most debuggers have none without a session.
 void DisassemblerView::showWhetherReadable()
 {
     const bool isLoaded = m_paras->rowCount() > 0 && !m_paras->isWaiting();

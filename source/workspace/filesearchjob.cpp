@@ -52,7 +52,7 @@ void FileSearchJob::stop()
     m_changed.notify_all();
 }
 
-// The thread that walks ---------------------------------------------------
+// The thread that lists the files -----------------------------------------
 
 void FileSearchJob::walk()
 {

@@ -6,7 +6,8 @@
 /// Shows an HTML file. Everything that the page names must be a regular file of limited size; nothing is loaded from a
 /// network.
 ///
-/// Links with "execute://" lose the two slashes, because the name of a host, which follows there in a URL, has no case.
+/// Links with "execute://" lose the two slashes, because what follows "//" in a URL is the name of a host, which is
+/// converted to lower case.
 class HelpBrowser : public QTextBrowser
 {
     Q_OBJECT

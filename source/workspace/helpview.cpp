@@ -106,7 +106,7 @@ void HelpView::print()
 bool HelpView::eventFilter(QObject *object, QEvent *event)
 {
     const QPointer<HelpView> self(this);
-    // Frames of several documents stay shown: there it is the focus that changes.
+    // With one frame for each document, views stay visible, and only the focus changes.
     if (object == m_browser && (event->type() == QEvent::Show || event->type() == QEvent::FocusIn))
         shown();
     return !self || View::eventFilter(object, event);

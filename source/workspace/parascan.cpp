@@ -4,7 +4,7 @@
 
 ParaScan::ParaScan(const Pattern &pattern, const TextParaView::Place &start) : m_pattern(pattern), m_place(start) {}
 
-/// Before the first column there is nothing.
+/// At column 0 a search backward finds nothing.
 qsizetype ParaScan::findInLine(const QString &line) const
 {
     if (m_pattern.forward)

@@ -54,7 +54,7 @@ WordIndex::WordIndex(QString docPath, QStringList docList)
     : m_docPath(std::move(docPath)), m_docList(std::move(docList))
 {}
 
-/// The entries of a bucket lie all over the memory, so that each one that is passed costs time.
+/// The entries of a bucket are not adjacent in memory, so each comparison costs a cache miss.
 WordIndex::Words WordIndex::fewInABucket()
 {
     Words words;

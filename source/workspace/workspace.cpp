@@ -208,7 +208,7 @@ bool Workspace::show(DocumentTemplate *docTemplate, std::unique_ptr<Document> lo
     View *view = askPlugin("DocumentTemplate::createView", [&] { return docTemplate->createView(doc); });
     VARNEL_ASSERT(view);
     if (!view) {
-        delete doc; // nothing else would
+        delete doc; // a document without a view has no other owner
         warnNotOpened(filename);
         return false;
     }

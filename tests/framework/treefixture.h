@@ -95,10 +95,10 @@ private:
         QObject::connect(m_window->action(u"editRemove"_s), &QAction::triggered, m_tree, &ProjectTree::remove);
         m_window->resize(300, 400);
         m_tree->resize(300, 400);
-        writeDownSignals();
+        recordSignals();
     }
 
-    void writeDownSignals()
+    void recordSignals()
     {
         using namespace Qt::StringLiterals;
         const auto writeDown = [this]<typename... Arguments>(void (ProjectTree::*signal)(Arguments...), auto toText) {

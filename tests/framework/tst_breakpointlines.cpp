@@ -261,7 +261,7 @@ private Q_SLOTS:
         QCOMPARE(f.lines(), u"3-"_s);
     }
 
-    void workspaceThatIsClosedWhileABreakpointMovesIsSurvived()
+    void closingTheWorkspaceWhileABreakpointMovesIsPossible()
     {
         const BreakpointWindow f;
         f.toggle(2);

@@ -46,7 +46,7 @@ private Q_SLOTS:
         QCOMPARE(f.text(), u"new one\ntwo\nthree\n"_s);
     }
 
-    void uncommentSaysIfNoLineIsAComment()
+    void uncommentWithoutACommentShowsAMessage()
     {
         const EditedFile f("one\n");
         f.window->editComment();

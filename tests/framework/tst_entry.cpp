@@ -363,7 +363,7 @@ private Q_SLOTS:
         }
     }
 
-    void hostileSettingsDoNotStopTheStart_data()
+    void programStartsWithInvalidSettings_data()
     {
         QTest::addColumn<QByteArray>("settings");
         QTest::newRow("huge window") << QByteArray(
@@ -380,7 +380,7 @@ private Q_SLOTS:
         QTest::newRow("no settings file") << QByteArray::fromHex("00ff5b5b5b3d3d0a5d");
     }
 
-    void hostileSettingsDoNotStopTheStart()
+    void programStartsWithInvalidSettings()
     {
         QFETCH(QByteArray, settings);
         store(settings);

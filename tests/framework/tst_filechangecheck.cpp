@@ -53,7 +53,7 @@ private Q_SLOTS:
         QCOMPARE(f.text(), u"mine old"_s);
     }
 
-    void noIsRememberedUntilTheFileChangesAgain()
+    void refusedReloadIsNotOfferedUntilTheFileChangesAgain()
     {
         const WindowFixture f;
         f.open(u"a.c"_s, "old");

@@ -148,7 +148,7 @@ private Q_SLOTS:
         }
     }
 
-    void contentsMayGoWhileTheDialogIsShown()
+    void acceptedSearchWithoutContentsDoesNothing()
     {
         HelpFixture f;
         f.answers->meet([&](QDialog *dialog) {

@@ -343,7 +343,7 @@ private Q_SLOTS:
         QTRY_VERIFY(value(0).toInt() > 2);
     }
 
-    void thePluginMayDeleteThePanesWhileItIsAsked()
+    void pluginThatDeletesThePanesDuringACallIsNotUsedAgain()
     {
         m_processor->onLive = [this] {
             m_watches.reset();
@@ -354,7 +354,7 @@ private Q_SLOTS:
         QVERIFY(!m_memory);
     }
 
-    void thePluginMayTakeItsEnvironmentAwayWhileItIsAsked()
+    void pluginThatRemovesItsEnvironmentDuringACallIsNotUsedAgain()
     {
         m_processor->onLive = [this] {
             m_watches->releaseEnvironment();

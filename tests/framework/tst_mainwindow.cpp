@@ -224,7 +224,7 @@ private Q_SLOTS:
         QCOMPARE(bound, 88 + 5);
     }
 
-    void everyCommandIsHarmlessWithNothingOpenHostile()
+    void everyCommandWithoutAWorkspaceReturnsWithoutAFailure()
     {
         open(plainCommands() + toggleCommands(), {});
         DialogCloser closer;
@@ -723,7 +723,7 @@ private Q_SLOTS:
         QVERIFY(m_window->menuBar()->actions().isEmpty());
     }
 
-    void noHostileFileStopsTheWindow_data()
+    void windowStartsWithADamagedUiFile_data()
     {
         QTest::addColumn<QByteArray>("content");
         const QByteArray all = "<actions>" + actions(plainCommands() + toggleCommands()) + "</actions>";
@@ -756,7 +756,7 @@ private Q_SLOTS:
             <ui title="&f;"><actions><action name="fileNew"><text>&f;&f;&f;&f;</text></action></actions></ui>)");
     }
 
-    void noHostileFileStopsTheWindow()
+    void windowStartsWithADamagedUiFile()
     {
         QFETCH(QByteArray, content);
         settings()->setValue(u"RecentFiles/File0"_s, u"/a.c"_s);
@@ -770,7 +770,7 @@ private Q_SLOTS:
         QVERIFY(m_window->close());
     }
 
-    void noHostileSettingsStopTheWindow()
+    void windowStartsWithInvalidSettings()
     {
         for (int i = 0; i < 5000; ++i)
             settings()->setValue(u"RecentFiles/File%1"_s.arg(i), QString(1000, u'&'));

@@ -93,7 +93,7 @@ private Q_SLOTS:
         m_reports.clear();
     }
 
-    void itIsACourierInOverwriteModeWithoutScrollBars()
+    void fontIsCourierInOverwriteModeWithoutScrollBars()
     {
         QVERIFY(m_edit->overwriteMode());
         QCOMPARE(m_edit->font().family(), u"Courier"_s);
@@ -448,7 +448,7 @@ private Q_SLOTS:
         QCOMPARE(m_edit->verticalScrollBar()->value(), 0);
     }
 
-    void placesOutsideTheTextAreHarmless()
+    void placesOutsideTheTextBecomeTheNearestOnes()
     {
         for (const int para : {-1, 2, 1000}) {
             m_edit->markChanged(para, 0, 2);

@@ -587,7 +587,7 @@ private Q_SLOTS:
 
     // Addresses
 
-    void typedAddressesAreGoneTo_data()
+    void typedAddressScrollsTheWindow_data()
     {
         QTest::addColumn<QString>("text");
         QTest::addColumn<QString>("top");
@@ -602,7 +602,7 @@ private Q_SLOTS:
         QTest::newRow("in the first line") << u"0x13"_s << u"00000010"_s << u"0x00000010"_s;
         QTest::newRow("in the second line") << u"0x15"_s << u"00000015"_s << u"0x00000015"_s;
     }
-    void typedAddressesAreGoneTo()
+    void typedAddressScrollsTheWindow()
     {
         QFETCH(QString, text);
         QFETCH(QString, top);
@@ -836,7 +836,7 @@ private Q_SLOTS:
         QVERIFY(calls().startsWith(u"write(1, 2, 0x10000005, "_s));
     }
 
-    void refusedWritesShowTheTruth()
+    void refusedWriteShowsTheValueOfTheTarget()
     {
         selectRam();
         m_memory->ignoresWrites = true;

@@ -4,8 +4,8 @@
 class Activity;
 class Project;
 
-/// The breakpoints of all projects, as they are kept with the session of a workspace: execution environments forget
-/// them with their project.
+/// The breakpoints of all projects, as they are kept with the session of a workspace: execution environments are
+/// deleted with their project, and their breakpoints with them.
 class StoredBreakpoints : public QObject
 {
     Q_OBJECT

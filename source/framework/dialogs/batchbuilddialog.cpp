@@ -55,7 +55,7 @@ void BatchBuildDialog::clean()
 }
 
 /// Does not accept the dialog if the build could not be started, because then no end would be reported. The environment
-/// of a project that is gone builds nothing.
+/// of a deleted project builds nothing.
 void BatchBuildDialog::finish(bool started)
 {
     if (started)

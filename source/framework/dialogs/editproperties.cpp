@@ -12,7 +12,7 @@ void edit(Project *project, ProjectFile *file, QWidget *parent)
     const QPointer<PropertyEditorDialog> dialog(new PropertyEditorDialog(
         project, file, project->buildInterface(), project->executionInterface(), parent, u"propertyEditorDialog"_s));
     dialog->exec();
-    if (dialog) // not if the window has gone as well
+    if (dialog) // it was deleted if the window was closed
         dialog->deleteLater();
 }
 } // namespace

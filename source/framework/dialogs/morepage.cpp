@@ -30,7 +30,7 @@ MorePage::MorePage(const MoreOptions &options, QWidget *parent, const QString &n
 
 MorePage::~MorePage() = default;
 
-/// What was stored by hand is one more choice.
+/// An address that was written into the settings by hand is offered as a further choice.
 void MorePage::fillAddresses(const std::optional<QString> &current)
 {
     m_addresses = {std::nullopt, u"127.0.0.1"_s};
@@ -104,7 +104,7 @@ void MorePage::chooseVirtualEnvironment()
         m_ui->VirtualEnvironmentEdit->setText(directory);
 }
 
-/// A stored directory that is gone does not keep the user from changing other options.
+/// A stored directory that is gone does not prevent the user from changing other options.
 QString MorePage::problem() const
 {
     const QString directory = options().virtualEnvironment;

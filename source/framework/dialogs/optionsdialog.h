@@ -29,7 +29,7 @@ public Q_SLOTS:
     void reject() override;
     void formatSectionChanged();
     void formatItemChanged();
-    void applyTextFormat(); ///< Takes what the format tab shows over into the copy.
+    void applyTextFormat(); ///< Stores the values of the format tab in the copy.
     void updateSampleText();
     void updateColourButtons();
     void loadFormatDefaults();

@@ -25,6 +25,6 @@ private:
 
     QTreeWidget *m_list;
     QPlainTextEdit *m_details; ///< the texts of the current library, which are cut in narrow columns
-    QLabel *m_notice;          ///< says when a change takes effect
+    QLabel *m_notice;          ///< shows when a change takes effect
     const QStringList m_disabled;
 };

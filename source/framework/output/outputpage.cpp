@@ -191,7 +191,7 @@ void OutputPage::moveCursorToEnd()
 {
     m_followCursor = true;
     if (textCursor().atEnd() && !textCursor().hasSelection())
-        return; // it follows by itself
+        return; // a cursor at the end moves with the text
     closeBatch();
     setTextCursor(endOfText(*document()));
     openBatch();

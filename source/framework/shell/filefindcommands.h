@@ -16,7 +16,7 @@ public:
     FileFindCommands(const Activity &activity, WindowServices &window, QObject *parent = nullptr);
 
     void findInFiles();
-    /// Stops the search, if one runs, and says so on the page.
+    /// Stops the search, if one runs, and shows that on the page.
     void stop();
 
 private:

@@ -42,7 +42,7 @@ void warnOfMissingPixmap(const QString &name)
     qWarning("IDEApplication::loadPixmap: cannot find pixmap (%s)", qPrintable(name));
 }
 
-/// The receiver, or the nearest of its parents, that belongs to a plug-in is to blame.
+/// Reports an exception for the plug-in of the receiver, or else of the nearest of its parents that belongs to one.
 void reportEscaped(const QPointer<QObject> &receiver, const char *what)
 {
     const QObject *object = receiver;

@@ -8,8 +8,9 @@ class Project;
 class ProjectWorkspace;
 class WindowServices;
 
-/// Whether a plug-in runs for a caller that still uses the workspace and the window. Not behind a modal dialog: in a
-/// call it is one of the program, whose callers expect that everything may close meanwhile.
+/// Whether a plug-in runs for a caller that still uses the workspace and the window. False while a modal dialog is
+/// open: one that the program shows within such a call has callers that expect the workspace and the window to close
+/// meanwhile.
 [[nodiscard]] bool isUnderPluginCall();
 
 /// Opens, closes and saves workspaces and projects.

@@ -224,7 +224,7 @@ void ScriptRecorder::takeSnapshot()
     m_knownWatches = m_watches();
 }
 
-/// What the program may have changed by itself is as it should be.
+/// Notes the present file, project and breakpoints without recording them: the program itself may have changed them.
 void ScriptRecorder::skipProgramChanges()
 {
     m_file = frontFile(); // the next statement may have been shown, in the project of another processor
@@ -266,7 +266,7 @@ void ScriptRecorder::workspaceClosing()
     add(u"app.closeWorkspace()"_s);
 }
 
-// What there is
+// The present state of the program
 
 QString ScriptRecorder::frontFile() const
 {

@@ -12,7 +12,7 @@ class Project;
 class QAction;
 class ScriptHost;
 
-/// The command "Record Script": writes down what the user does as a Python function, which appears in an editor when
+/// The command "Record Script": records what the user does as a Python function, which appears in an editor when
 /// the recording is stopped.
 ///
 /// Commands are recorded when they are triggered. Files, breakpoints, watches and the current project are compared with
@@ -65,7 +65,7 @@ private:
     int m_stateChanges = 0;
     std::optional<ActivityState> m_wait; ///< the state since the last statement, if it has changed
     QString m_workspace;                 ///< the one that was open at the start
-    // As of the last look
+    // As found at the last comparison
     QString m_file;
     QPointer<Project> m_project;
     QMap<QString, Breakpoints> m_breakpoints; ///< by the file of the project

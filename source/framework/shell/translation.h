@@ -10,7 +10,7 @@ class Translation : public QObject
 {
 public:
     /// Reads varnel_@p code.qm of @p directory. A file that is missing or damaged is reported on the warning channel,
-    /// and the texts stay English; for an empty code they do without a report.
+    /// and the texts stay English; for an empty code they stay English without a report.
     Translation(const QDir &directory, const QString &code, QObject *parent = nullptr);
 
     [[nodiscard]] bool isLoaded() const { return !m_texts.isEmpty(); }

@@ -89,7 +89,7 @@ void keepDebugWindows(const WindowParts &parts)
                      qOverload<const QString &>(&OutputPage::outputLine));
 }
 
-/// It learns of a new state before the commands, which may open files then.
+/// It is created before the commands and so receives a new state before them: they may open files then.
 void setUpRecorder(WindowParts &parts)
 {
     parts.recorder = std::make_unique<ScriptRecorder>(parts.activity, parts.services,

@@ -5,8 +5,8 @@
 class QProgressDialog;
 class QWidget;
 
-/// Keeps the window alive during work in the GUI thread. After half a second a dialog shows the progress, with a button
-/// to cancel. It is not shown above a dialog of the work itself.
+/// Keeps the window responsive during work in the GUI thread. After half a second a dialog shows the progress, with a
+/// button to cancel. It is not shown above a dialog of the work itself.
 class WorkProgress
 {
 public:

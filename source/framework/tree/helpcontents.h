@@ -15,5 +15,5 @@ struct HelpEntry
 };
 
 /// Reads a file with a table of contents; nothing if it is not well-formed. Elements that are neither books nor pages
-/// are skipped with their children, and so is what is nested deeper than anyone would read.
+/// are skipped with their children, and so are entries that are nested too deeply.
 [[nodiscard]] std::optional<HelpEntry> readHelpContents(const QByteArray &xml);

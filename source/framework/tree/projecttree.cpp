@@ -340,12 +340,13 @@ void ProjectTree::addFilesToFolder()
     if (!rows().folderOf(item))
         return;
     const ModelPointer<ProjectFolder> folder(rows().folderOf(item));
-    const QStringList paths = askForOpenFiles(m_window.dialogParent(),
-                                              {u"addFilesDialog"_s, tr("Add Files to Folder"),
-                                               m_window.directories().directory(u"Files"_s), m_window.sourceFilter()});
+    auto &window = m_window; // this tree is deleted if the workspace closes while the dialog is open
+    const QStringList paths =
+        askForOpenFiles(window.dialogParent(), {u"addFilesDialog"_s, tr("Add Files to Folder"),
+                                                window.directories().directory(u"Files"_s), window.sourceFilter()});
     if (paths.isEmpty())
         return;
-    m_window.directories().remember(u"Files"_s, paths.first());
+    window.directories().remember(u"Files"_s, paths.first());
     if (folder)
         folder->project()->addFiles(paths, folder.get());
 }

@@ -30,7 +30,8 @@ void LiveSwitch::follow()
         setEnabled(can);
 }
 
-/// The environment is asked each time, because the state of the whole program is that of another project's.
+/// The environment is asked each time, because the state of the program is that of the current project, which may be
+/// another one.
 bool LiveSwitch::canReadNow()
 {
     if (m_asking || !m_environment || !isEnabled())
@@ -46,7 +47,7 @@ bool LiveSwitch::canReadNow()
     return status == IExecutionEnvironment::ProgramRunning || status == IExecutionEnvironment::ProgramSleeping;
 }
 
-/// After a slow refresh comes a rest of the same length, so that the window stays usable.
+/// A slow refresh is followed by a pause of the same length, so that the window stays usable.
 void LiveSwitch::askForRefresh()
 {
     if (!m_rest.hasExpired())

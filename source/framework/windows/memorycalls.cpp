@@ -44,7 +44,7 @@ bool MemoryCalls::read(MemoryCache &cache, int count)
     });
 }
 
-/// This object may be gone afterwards.
+/// This object may have been deleted afterwards.
 void MemoryCalls::readWide(MemoryCache &cache, int count) const
 {
     const auto wide = shareInterface(m_wide.get());

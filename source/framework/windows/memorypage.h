@@ -26,7 +26,7 @@ public:
     /// Exact for steps that are powers of two.
     [[nodiscard]] quint64 aligned(quint64 address) const { return address & ~quint64(m_step - 1); }
 
-    // Reading: an empty cache that says what is wanted, the number of words, and the way back
+    // Reading: an empty cache with region, mode and address to read; the number of words; and the cache with the result
     [[nodiscard]] MemoryCache request() const { return {m_region.id, memoryMode(m_width), m_address, {}}; }
     [[nodiscard]] int cellsToRead() const;
     void setCache(const MemoryCache &cache) { m_cache = cache; }

@@ -306,8 +306,8 @@ void MemoryWindow::measure()
     m_page.setSize(m_edit->visibleLines(), m_edit->visibleCharacters());
 }
 
-/// False if this object, or its memory, is gone. A callback of the plug-in shows what there is, and what it would have
-/// read is read afterwards; once, since the plug-in may call back in each read.
+/// False if this object, or its memory, is gone. If the plug-in calls back during the read, the present contents are
+/// shown and the read is repeated afterwards: once only, since the plug-in may call back in each read.
 bool MemoryWindow::readCells()
 {
     if (m_access.isBusy()) {

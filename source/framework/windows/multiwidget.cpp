@@ -120,7 +120,7 @@ void MultiWidget::fillPanes()
     }
 }
 
-/// The environments are about to go.
+/// The environments are about to be released.
 void MultiWidget::releasePanes()
 {
     removePanes();

@@ -325,7 +325,7 @@ bool PeripheralWidget::readRow(PropertyItem *row)
     return true;
 }
 
-/// False after an exception, and if the row went meanwhile.
+/// False after an exception, and if the row was deleted meanwhile.
 bool PeripheralWidget::ask(PropertyItem *item, uint *value)
 {
     const QPointer<PeripheralWidget> self(this);

@@ -90,7 +90,7 @@ void QueryPane::setPaused(bool paused)
     if (!paused)
         return m_clearTimer.start();
     m_clearTimer.stop();
-    if (m_updateWaits) // the order of the pause and of the update is that of their connections
+    if (m_updateWaits) // an update may arrive before the pause, depending on the order of the connections
         update();
 }
 

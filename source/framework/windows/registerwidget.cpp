@@ -200,7 +200,8 @@ void RegisterWidget::update()
     if (!m_registers || m_reading || m_reporting)
         return;
     const QPointer<RegisterWidget> self(this);
-    const auto registers = shareInterface(m_registers.get()); // the plug-in may call back and take this pane's away
+    // The plug-in may call back, and this pane may lose its reference.
+    const auto registers = shareInterface(m_registers.get());
     m_reading = true;
     QList<RegisterInfo> infos;
     const bool isListed = readPlugin<&IRegisters::registers>(infos, registers);

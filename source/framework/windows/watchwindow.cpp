@@ -160,7 +160,7 @@ bool WatchWindow::isBeingTyped(const ListViewItem *item) const
     return m_list->renameEdit() && m_list->currentItem() == item;
 }
 
-/// An empty row goes; the others become watches.
+/// Removes an empty row; any other becomes a watch.
 void WatchWindow::finishPlaceholder(ListViewItem *item)
 {
     item->setRenameEnabled(1, true);
@@ -182,7 +182,7 @@ void WatchWindow::clicked(ListViewItem *item, const QPoint &, int column)
     const bool isNew = isPlaceholder(item);
     item->startRename(isNew ? 0 : column);
     if (isNew && m_list->renameEdit())
-        m_list->renameEdit()->clear(); // and the row has its text again if the user gives up
+        m_list->renameEdit()->clear(); // the row gets its text back if the user cancels
 }
 
 void WatchWindow::itemRenamed(ListViewItem *item, int column, const QString &)
@@ -337,7 +337,7 @@ void WatchWindow::readLive()
     });
 }
 
-/// False if this pane, its environment or its rows went meanwhile.
+/// False if this pane, its environment or its rows were deleted meanwhile.
 bool WatchWindow::ask(const QString &expression, QString &value)
 {
     const QPointer<WatchWindow> self(this);
