@@ -5,6 +5,7 @@
 #include "mainwindow.h"
 #include "messages.h"
 #include "optionscommands.h"
+#include "sessionkeeper.h"
 #include "warninglog.h"
 #include "windowgeometry.h"
 #include <cstdio>
@@ -37,14 +38,14 @@ public:
     }
     void openNamed(const QString &path) override
     {
-        m_window.skipLastRun();
+        m_window.sessions().skipLastRun();
         m_named.append(path);
     }
     [[nodiscard]] QStringList named() const { return m_named; }
 
 private:
     /// A test driver gets the workspace and nothing else.
-    void chooseSession() { m_unattended ? m_window.disableSessions() : m_window.skipLastRun(); }
+    void chooseSession() { m_unattended ? m_window.sessions().disable() : m_window.sessions().skipLastRun(); }
 
     MainWindow &m_window;
     QStringList m_named;
@@ -91,11 +92,6 @@ int runMainWindow(IDEApplication &application)
     if (readMoreOptions(*application.settings()).startPage)
         window.helpHome();
     QMetaObject::invokeMethod(
-        &window,
-        [&window, named = target.named()] {
-            window.openNamed(named);
-            window.continueLastRun();
-        },
-        Qt::QueuedConnection);
+        &window, [&window, named = target.named()] { window.continueLastRun(named); }, Qt::QueuedConnection);
     return QApplication::exec();
 }

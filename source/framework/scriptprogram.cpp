@@ -6,6 +6,7 @@
 #include "project.h"
 #include "projectworkspace.h"
 #include "scriptrun.h"
+#include "sessionkeeper.h"
 #include "viewmanager.h"
 #include "workspace.h"
 #include <csignal>
@@ -118,7 +119,7 @@ int runInWindow(IDEApplication &application, const QStringList &arguments)
     window.setObjectName(u"mainWindow"_s);
     application.setMainWidget(&window);
     window.runScriptsUnasked();
-    window.disableSessions();
+    window.sessions().disable();
     window.show();
     application.closeSplash();
     QMetaObject::invokeMethod(

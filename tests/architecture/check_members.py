@@ -1,4 +1,7 @@
-"""Fails when a class declared in a header of source has more than 60 members, so that it can be read as a whole.
+"""Fails when a class or a file is too large to be read as a whole.
+
+A class declared in a header of source has at most 60 members. The declaration of a class has at most 150 lines, and a
+file of source, plugins or branding at most 500.
 
 Members are fields and functions. A function with its body in the class does not count; types, friends and macros of the
 toolkit do not count either.
@@ -8,6 +11,8 @@ import re
 import sys
 
 LIMIT = 60
+LONGEST_CLASS = 150
+LONGEST_FILE = 500
 EXCEPTIONS = {
     "MainWindow": "one slot for each command of the user interface file",
     "Project": "all that plug-ins, scripts and files say about a project",
@@ -28,6 +33,25 @@ def violations(root):
     for name in sorted(EXCEPTIONS):
         if name not in found or found[name][1] <= LIMIT:
             yield f"class {name} needs no exception"
+    yield from long_files(root)
+
+
+def long_files(root):
+    """Messages about files with too many lines, and about classes in headers."""
+    for folder in ("source", "plugins", "branding"):
+        for path in sorted([*(root / folder).rglob("*.cpp"), *(root / folder).rglob("*.h")]):
+            text = path.read_text(encoding="utf-8")
+            if (lines := text.count("\n")) > LONGEST_FILE:
+                yield f"{path.relative_to(root)}: {lines} lines, more than {LONGEST_FILE}"
+            if path.suffix == ".h":
+                yield from long_classes(path.relative_to(root), text)
+
+
+def long_classes(name, text):
+    code = NO_CODE.sub(lambda match: "\n" * match[0].count("\n") or " ", text)
+    for match in CLASS.finditer(code):
+        if (lines := (match[0] + body(code, match.end())).count("\n") + 1) > LONGEST_CLASS:
+            yield f"{name}: class {match[1]} has {lines} lines, more than {LONGEST_CLASS}"
 
 
 def classes(root):
@@ -112,9 +136,16 @@ def check_tree():
         (root / "source/widgets/large.h").write_text(header, encoding="utf-8")
         (root / "source/mainwindow.h").write_text(f"class MainWindow {{ {large} }};", encoding="utf-8")
         (root / "source/project.h").write_text("class Project { int a; };", encoding="utf-8")
+        (root / "plugins").mkdir()
+        for name, text in (("full.cpp", "\n" * LONGEST_FILE), ("long.cpp", "\n" * (LONGEST_FILE + 1))):
+            (root / "plugins" / name).write_text(text, encoding="utf-8")
+        for name, blanks in (("Full", LONGEST_CLASS - 2), ("Long", LONGEST_CLASS - 1)):
+            (root / f"plugins/{name}.h").write_text(f"class {name}\n{{" + "\n" * blanks + "};\n", encoding="utf-8")
         found = list(violations(root))
     expected = [f"source/widgets/large.h: class Large has {LIMIT + 1} members, more than {LIMIT}",
-                "class Project needs no exception"]
+                "class Project needs no exception",
+                f"plugins/Long.h: class Long has {LONGEST_CLASS + 1} lines, more than {LONGEST_CLASS}",
+                f"plugins/long.cpp: {LONGEST_FILE + 1} lines, more than {LONGEST_FILE}"]
     if found != expected:
         sys.exit("found:\n" + "\n".join(found) + "\nexpected:\n" + "\n".join(expected))
 

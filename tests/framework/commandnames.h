@@ -12,23 +12,25 @@ inline QByteArrayList plainCommands()
                "viewGotoLine "
                "projectNew projectOpen projectRepopulate projectGenerateMakefile projectClose projectSave "
                "projectInsertFiles projectInsertFilesAlt projectInsertProject projectProperties "
-               "projectPropertiesAlt projectForgetTrust "
+               "projectPropertiesAlt "
                "buildCompileFile buildBuild buildRebuild buildClean buildBuildAlt buildRebuildAlt buildCleanAlt "
-               "buildStopBuild buildBatchBuild buildAllProjects buildConfigurationsNew buildConfigurationsEdit "
+               "buildStopBuild buildBatchBuild buildConfigurationsNew buildConfigurationsEdit "
                "debugRun debugAttach debugRunToCursor debugStepOver debugStepInto debugPause debugStop "
-               "debugRestart debugWakeup debugShowNext debugSetNext debugBreakpoints debugToggleBreakpoint "
+               "debugRestart debugWakeup debugShowNext debugBreakpoints debugToggleBreakpoint "
                "debugViewDisassembly "
                "toolsMacroNew toolsMacroEdit toolsCustomise toolsOptions "
                "windowNew windowSplit windowClose windowCloseAll windowCascade windowTile windowNext windowPrev "
-               "helpSearch helpHome helpBack helpForward helpPrevious helpNext helpAbout helpPlugins helpReport")
+               "helpSearch helpHome helpBack helpForward helpPrevious helpNext helpAbout")
         .split(' ');
 }
 
 /// The actions that the class of their subject connects.
 inline QByteArrayList commandsWithoutSlot()
 {
-    return QByteArray("editNextMessage editPreviousMessage editFindNext editFindPrevious editStopFindInFiles "
-                      "toolsRecordScript windowClosePane viewShowInNavigator")
+    return QByteArray(
+               "editNextMessage editPreviousMessage editFindNext editFindPrevious editStopFindInFiles "
+               "toolsRecordScript windowClosePane viewShowInNavigator projectForgetTrust buildAllProjects debugSetNext "
+               "helpPlugins helpReport")
         .split(' ');
 }
 

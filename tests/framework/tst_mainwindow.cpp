@@ -151,8 +151,10 @@ private:
 private Q_SLOTS:
     void init()
     {
-        // The offscreen platform prints a warning for every window. A hostile file causes any number of warnings.
-        if (!QByteArray(QTest::currentTestFunction()).contains("Hostile"))
+        // The offscreen platform prints a warning for every window. These cause any number of warnings.
+        const QByteArrayList warning{"windowStartsWithADamagedUiFile", "windowStartsWithInvalidSettings",
+                                     "everyCommandWithoutAWorkspaceReturnsWithoutAFailure"};
+        if (!warning.contains(QByteArray(QTest::currentTestFunction())))
             QTest::failOnWarning(QRegularExpression(u"^(?!This plugin does not support)"_s));
         settings()->clear();
     }
@@ -166,7 +168,7 @@ private Q_SLOTS:
             expected.append(name + "()");
         for (const QByteArray &name : toggleCommands())
             expected.append(name + "(bool)");
-        QCOMPARE(expected.size(), 88 + 5); // the given ones and our own
+        QCOMPARE(expected.size(), 88);
         const QByteArrayList others{"openFile(QString)",
                                     "lookupSource(QString,int)",
                                     "lookupSource(QString,int,int)",
@@ -221,7 +223,7 @@ private Q_SLOTS:
         int bound = 0;
         for (const QAction *action : m_window->actions())
             bound += others.contains(action->objectName()) ? 0 : 1;
-        QCOMPARE(bound, 88 + 5);
+        QCOMPARE(bound, 88);
     }
 
     void everyCommandWithoutAWorkspaceReturnsWithoutAFailure()

@@ -5,6 +5,7 @@
 #include "projectfile.h"
 #include "projectfolder.h"
 #include "projecttree.h"
+#include "sessionkeeper.h"
 #include "windowfixture.h"
 #include <QListWidget>
 #include <QPluginLoader>
@@ -421,7 +422,7 @@ void ModalDialogsTest::addOtherRows()
         stream.setVersion(QDataStream::Qt_6_4);
         stream << quint32(0x56535731) << f.path(u"lost.c"_s) << QDateTime::currentDateTimeUtc() << QByteArray("x");
         file.close();
-        f.window->disableSessions();
+        f.window->sessions().disable();
         f.window->continueLastRun();
     });
     row("file that is too large",

@@ -1,5 +1,6 @@
 #include "folderproject.h"
 #include "projectfile.h"
+#include "sessionkeeper.h"
 #include "windowfixture.h"
 #include <QTest>
 
@@ -42,7 +43,7 @@ private Q_SLOTS:
     void filesAreOpenedInTheirOrder()
     {
         const WindowFixture f;
-        f.window->openNamed({f.write(u"b.c"_s, "b"), f.write(u"a.c"_s, "a")});
+        f.window->continueLastRun({f.write(u"b.c"_s, "b"), f.write(u"a.c"_s, "a")});
         QCOMPARE(f.openFiles(), (QStringList{u"b.c"_s, u"a.c"_s}));
         QVERIFY(f.answers->said.isEmpty());
     }
@@ -50,7 +51,7 @@ private Q_SLOTS:
     void openedFilesAreRecent()
     {
         WindowFixture f;
-        f.window->openNamed({f.write(u"a.c"_s, "a")});
+        f.window->continueLastRun({f.write(u"a.c"_s, "a")});
         f.restart();
         QCOMPARE(f.recent(u"File"_s), QStringList(u"a.c"_s));
     }
@@ -68,7 +69,7 @@ private Q_SLOTS:
         f.writeProject(u"one.vnp"_s);
         if (name.endsWith(u'w'))
             f.writeWorkspace(u"one.vnw"_s, {u"one.vnp"_s});
-        f.window->openNamed({f.path(name)});
+        f.window->continueLastRun({f.path(name)});
         QCOMPARE(f.projects(), QStringList(u"one"_s));
         f.restart();
         QVERIFY(f.recent(u"Workspace"_s).isEmpty());
@@ -81,7 +82,7 @@ private Q_SLOTS:
         f.writeProject(u"two.vnp"_s);
         const QString one = f.writeWorkspace(u"one.vnw"_s, {u"one.vnp"_s});
         const QString two = f.writeWorkspace(u"two.vnw"_s, {u"two.vnp"_s});
-        f.window->openNamed({f.write(u"a.c"_s, "a"), one, two, f.write(u"b.c"_s, "b")});
+        f.window->continueLastRun({f.write(u"a.c"_s, "a"), one, two, f.write(u"b.c"_s, "b")});
         QCOMPARE(f.projects(), QStringList(u"one"_s));
         QCOMPARE(f.openFiles(), (QStringList{u"a.c"_s, u"b.c"_s}));
     }
@@ -111,7 +112,7 @@ private Q_SLOTS:
         const WindowFixture f;
         f.writeProject(u"d/one.vnp"_s);
         f.writeWorkspace(u"d/one.vnw"_s, {u"one.vnp"_s});
-        f.window->openNamed({f.path(u"d"_s)});
+        f.window->continueLastRun({f.path(u"d"_s)});
         QCOMPARE(f.projects(), QStringList(u"one"_s));
         QVERIFY(f.answers->said.isEmpty());
     }
@@ -123,7 +124,7 @@ private Q_SLOTS:
         f.writeProject(u"d/two.vnp"_s);
         f.writeWorkspace(u"d/all.vnw"_s, {u"one.vnp"_s, u"two.vnp"_s});
         f.answers->type(u"two.vnp"_s);
-        f.window->openNamed({f.path(u"d"_s)});
+        f.window->continueLastRun({f.path(u"d"_s)});
         QCOMPARE(f.answers->said, QStringList(u"Varnel|Which of these do you want to open?"_s));
         QCOMPARE(f.projects(), QStringList(u"two"_s));
     }
@@ -134,7 +135,7 @@ private Q_SLOTS:
         f.writeProject(u"d/one.vnp"_s);
         f.writeProject(u"d/two.vnp"_s);
         f.answers->meet([](QDialog *dialog) { dialog->reject(); });
-        f.window->openNamed({f.path(u"d"_s)});
+        f.window->continueLastRun({f.path(u"d"_s)});
         QVERIFY(f.projects().isEmpty());
     }
 
@@ -145,7 +146,7 @@ private Q_SLOTS:
         f.write(u"motor/inc/board.h"_s, "");
         f.write(u"motor/notes.txt"_s, "");
         f.answers->press(QMessageBox::Yes);
-        f.window->openNamed({f.path(u"motor"_s)});
+        f.window->continueLastRun({f.path(u"motor"_s)});
         QCOMPARE(f.projects(), QStringList(u"motor"_s));
         QCOMPARE(filesOfProject(f), (QStringList{u"inc/board.h"_s, u"main.c"_s}));
         QVERIFY(QFileInfo::exists(f.path(u"motor/motor.vnw"_s)));
@@ -157,7 +158,7 @@ private Q_SLOTS:
         const WindowFixture f;
         f.write(u"motor/main.c"_s, "");
         f.answers->press(QMessageBox::No);
-        f.window->openNamed({f.path(u"motor"_s)});
+        f.window->continueLastRun({f.path(u"motor"_s)});
         QCOMPARE(QDir(f.path(u"motor"_s)).entryList(QDir::Files), QStringList(u"main.c"_s));
     }
 
@@ -192,7 +193,7 @@ private Q_SLOTS:
         f.write(u"d/Makefile"_s, "X := $(shell touch ran)\nall: main.c\n\tcc main.c\n");
         f.write(u"d/main.c"_s, "int main(void) {}");
         f.answers->press(QMessageBox::Yes);
-        f.window->openNamed({f.path(u"d"_s)});
+        f.window->continueLastRun({f.path(u"d"_s)});
         QCOMPARE(f.projects(), QStringList(u"d"_s));
         QVERIFY(!QFileInfo::exists(f.path(u"d/ran"_s)));
     }
@@ -203,7 +204,7 @@ private Q_SLOTS:
         f.write(u"d/main.c"_s, "");
         f.answers->meet([&f](QDialog *) { f.window.reset(); });
         MainWindow *window = f.window.get();
-        window->openNamed({f.path(u"d"_s), f.write(u"a.c"_s, "")});
+        window->continueLastRun({f.path(u"d"_s), f.write(u"a.c"_s, "")});
         QVERIFY(!QFileInfo::exists(f.path(u"d/d.vnp"_s)));
     }
 
@@ -212,14 +213,13 @@ private Q_SLOTS:
         WindowFixture f;
         f.writeProject(u"one.vnp"_s);
         const QString workspace = f.writeWorkspace(u"one.vnw"_s, {u"one.vnp"_s});
-        f.window->openNamed({workspace});
+        f.window->continueLastRun({workspace});
         f.open(u"a.c"_s);
         f.restart();
         f.open(u"b.c"_s); // the last run is without a workspace
         f.restart();
-        f.window->skipLastRun();
-        f.window->openNamed({workspace});
-        f.window->continueLastRun();
+        f.window->sessions().skipLastRun();
+        f.window->continueLastRun({workspace});
         QCOMPARE(f.openFiles(), QStringList(u"a.c"_s));
     }
 
@@ -227,11 +227,10 @@ private Q_SLOTS:
     {
         WindowFixture f;
         f.writeProject(u"one.vnp"_s);
-        f.window->openNamed({f.writeWorkspace(u"one.vnw"_s, {u"one.vnp"_s})});
+        f.window->continueLastRun({f.writeWorkspace(u"one.vnw"_s, {u"one.vnp"_s})});
         f.restart();
-        f.window->skipLastRun();
-        f.window->openNamed({f.write(u"b.c"_s, "")});
-        f.window->continueLastRun();
+        f.window->sessions().skipLastRun();
+        f.window->continueLastRun({f.write(u"b.c"_s, "")});
         QVERIFY(f.projects().isEmpty());
         f.restart();
         f.window->continueLastRun();

@@ -1,3 +1,4 @@
+#include "sessionkeeper.h"
 #include "swapfile.h"
 #include "windowfixture.h"
 
@@ -136,7 +137,7 @@ private Q_SLOTS:
         f.type(u"A "_s);
         static_cast<TextDocument *>(f.document())->swapFile()->flush();
         MainWindow other;
-        other.disableSessions();
+        other.sessions().disable();
         other.continueLastRun();
         QVERIFY(f.answers->said.isEmpty());
         QVERIFY(other.close());

@@ -135,13 +135,17 @@ private Q_SLOTS:
     void forgottenAnswerIsAskedForAgain()
     {
         QFETCH(const QMessageBox::StandardButton, answer);
-        const Fixture f;
+        Fixture f;
+        f.installation.write(u"config/uiconfig.xml"_s,
+                             R"(<ui><actions><action name="projectForgetTrust" slot="none"/></actions></ui>)");
+        f.restart();
+        auto *forget = f.window->findChild<QAction *>(u"projectForgetTrust"_s);
         const QString workspace = f.writeScripted(u"fw"_s);
         f.answers->press(answer);
         f.open(workspace);
-        f.window->projectForgetTrust();
+        forget->trigger();
         QCOMPARE(f.status(), u"You will be asked again when a workspace in this folder names scripts to be run."_s);
-        f.window->projectForgetTrust();
+        forget->trigger();
         QCOMPARE(f.status(), u"There is no answer for this folder that could be forgotten."_s);
         f.answers->press(answer);
         f.open(workspace);

@@ -1,4 +1,5 @@
 #include "session.h"
+#include "sessionkeeper.h"
 #include "windowfixture.h"
 #include <QDirIterator>
 #include <QScrollBar>
@@ -195,12 +196,12 @@ private Q_SLOTS:
         WindowFixture f;
         f.open(u"a.c"_s);
         restart(f);
-        f.window->disableSessions();
+        f.window->sessions().disable();
         f.open(u"b.c"_s);
         restart(f);
         QCOMPARE(f.openFiles(), QStringList(u"a.c"_s));
         f.restart();
-        f.window->disableSessions();
+        f.window->sessions().disable();
         f.window->continueLastRun();
         QVERIFY(f.openFiles().isEmpty());
     }
@@ -213,7 +214,7 @@ private Q_SLOTS:
         QVERIFY(f.window->openWorkspace(path, false));
         f.open(u"a.c"_s);
         f.restart();
-        f.window->disableSessions();
+        f.window->sessions().disable();
         QVERIFY(f.window->openWorkspace(path, false));
         QVERIFY(f.openFiles().isEmpty());
     }

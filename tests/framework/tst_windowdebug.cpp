@@ -10,7 +10,9 @@
 #include "iexecutionevents.h"
 #include "inextstatement.h"
 #include "iwakeup.h"
+#include "objectmodel.h"
 #include "pythonreference.h"
+#include "scripthost.h"
 #include "textdocumenttemplate.h"
 #include "watchwindow.h"
 #include "windowfixture.h"
@@ -134,7 +136,7 @@ public:
                                       "onCurrentProjectChanged", "onWorkspaceLoaded"}) {
             const QByteArray code = "lambda: events.append('" + name + "')";
             const PythonReference handler(PyRun_String(code.constData(), Py_eval_input, globals, globals));
-            QVERIFY(window->eventHandlers().setHandler(QString::fromLatin1(name), handler.get()));
+            QVERIFY(window->objectModel().host().eventHandlers().setHandler(QString::fromLatin1(name), handler.get()));
         }
     }
     static QString events()

@@ -6,6 +6,7 @@
 #include "document.h"
 #include "editconfigurationsdialog.h"
 #include "extensioncommands.h"
+#include "focuswithin.h"
 #include "ibuildenvironment.h"
 #include "idebugbuild.h"
 #include "messages.h"
@@ -21,7 +22,6 @@
 #include "windowservices.h"
 #include "workspace.h"
 #include <QAction>
-#include <QApplication>
 #include <QRegularExpression>
 
 using namespace Qt::StringLiterals;
@@ -31,6 +31,8 @@ BuildControl::BuildControl(Activity &activity, WindowServices &window, QObject *
 {
     if (m_compileAction)
         m_compileMenuText = m_compileAction->text();
+    if (const QAction *buildAll = window.action(u"buildAllProjects"_s))
+        connect(buildAll, &QAction::triggered, this, &BuildControl::buildAllProjects);
     refreshCompileAction();
     connect(&activity, &Activity::stateEntered, this, &BuildControl::refreshCompileAction);
     connect(&activity, &Activity::currentProjectChanged, this, &BuildControl::refreshCompileAction);
@@ -81,7 +83,7 @@ void BuildControl::runCurrent(Work work)
 
 void BuildControl::runSelected(Work work)
 {
-    if (navigatorHasFocus())
+    if (hasFocusWithin(m_window.navigator()))
         run(work, m_window.navigator()->selectedProject());
 }
 
@@ -387,13 +389,6 @@ bool BuildControl::buildForDebug(const Project *project)
     if (!runPlugin<&IDebugBuild::buildForDebug>(debugBuild, configuration))
         buildFinished(false);
     return true;
-}
-
-bool BuildControl::navigatorHasFocus() const
-{
-    const QWidget *focus = QApplication::focusWidget();
-    const QWidget *navigator = m_window.navigator();
-    return focus && (navigator == focus || navigator->isAncestorOf(focus));
 }
 
 Project *BuildControl::expectProject() const

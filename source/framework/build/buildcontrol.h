@@ -71,7 +71,6 @@ private:
     void leaveBuilding();
     [[nodiscard]] bool buildNext(bool success);
     void buildOne(const Project *project);
-    [[nodiscard]] bool navigatorHasFocus() const;
     [[nodiscard]] bool canCompile() const;
     [[nodiscard]] Project *expectProject() const; ///< The current one; null, with a warning, if there is none.
 

@@ -21,6 +21,8 @@ DebugControl::DebugControl(Activity &activity, WindowServices &window, BuildCont
     , m_session(activity, window, build, m_reports)
     , m_run(activity, window, m_session, m_reports)
 {
+    if (const QAction *setNext = window.action(u"debugSetNext"_s))
+        connect(setNext, &QAction::triggered, this, &DebugControl::debugSetNext);
     const auto forgetGone = [this] { forgetEnvironments(m_activity.environments()); };
     connect(&activity, &Activity::stateEntering, this, &DebugControl::enterState);
     connect(&activity, &Activity::stateEntered, this, &DebugControl::keepReportsOfBuild);

@@ -3,6 +3,7 @@
 #include "dockwindow.h"
 #include "document.h"
 #include "filecommands.h"
+#include "focuswithin.h"
 #include "navigator.h"
 #include "outputwindow.h"
 #include "programplace.h"
@@ -12,17 +13,8 @@
 #include "viewmanager.h"
 #include "windowservices.h"
 #include <QAction>
-#include <QApplication>
 
 using namespace Qt::StringLiterals;
-
-namespace {
-bool hasFocus(const QWidget *widget)
-{
-    const QWidget *focus = QApplication::focusWidget();
-    return widget && focus && (widget == focus || widget->isAncestorOf(focus));
-}
-} // namespace
 
 int lineOfText(const QString &text, const std::function<int(const QString &)> &lineOfSymbol)
 {
@@ -56,55 +48,55 @@ void EditCommands::lookupMessage(bool forward)
 
 void EditCommands::undo()
 {
-    if (hasFocus(m_window.viewManager()))
+    if (hasFocusWithin(m_window.viewManager()))
         m_window.viewManager()->undo();
 }
 
 void EditCommands::redo()
 {
-    if (hasFocus(m_window.viewManager()))
+    if (hasFocusWithin(m_window.viewManager()))
         m_window.viewManager()->redo();
 }
 
 void EditCommands::cut()
 {
-    if (hasFocus(m_window.navigator()))
+    if (hasFocusWithin(m_window.navigator()))
         m_window.navigator()->cut();
-    else if (hasFocus(m_window.viewManager()))
+    else if (hasFocusWithin(m_window.viewManager()))
         m_window.viewManager()->cut();
 }
 
 void EditCommands::copy()
 {
-    if (hasFocus(m_window.viewManager()))
+    if (hasFocusWithin(m_window.viewManager()))
         m_window.viewManager()->copy();
-    else if (hasFocus(m_window.outputWindow()))
+    else if (hasFocusWithin(m_window.outputWindow()))
         m_window.outputWindow()->copy();
 }
 
 void EditCommands::paste()
 {
-    if (hasFocus(m_window.navigator()))
+    if (hasFocusWithin(m_window.navigator()))
         m_window.navigator()->paste();
-    else if (hasFocus(m_window.viewManager()))
+    else if (hasFocusWithin(m_window.viewManager()))
         m_window.viewManager()->paste();
-    else if (hasFocus(m_window.outputWindow()))
+    else if (hasFocusWithin(m_window.outputWindow()))
         m_window.outputWindow()->paste();
 }
 
 void EditCommands::remove()
 {
-    if (hasFocus(m_window.navigator()))
+    if (hasFocusWithin(m_window.navigator()))
         m_window.navigator()->remove();
-    else if (hasFocus(m_window.viewManager()))
+    else if (hasFocusWithin(m_window.viewManager()))
         m_window.viewManager()->remove();
 }
 
 void EditCommands::selectAll()
 {
-    if (hasFocus(m_window.viewManager()))
+    if (hasFocusWithin(m_window.viewManager()))
         m_window.viewManager()->selectAll();
-    else if (hasFocus(m_window.outputWindow()))
+    else if (hasFocusWithin(m_window.outputWindow()))
         m_window.outputWindow()->selectAll();
 }
 

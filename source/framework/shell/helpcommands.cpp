@@ -46,6 +46,11 @@ HelpCommands::HelpCommands(const Activity &activity, WindowServices &window, Pro
     , m_directory(files.directory)
     , m_contents(new HelpWidget(files, window))
 {
+    if (const QAction *plugins = window.action(u"helpPlugins"_s))
+        connect(plugins, &QAction::triggered, this,
+                [this] { IDEApplication::instance()->editPlugins(m_window.dialogParent()); });
+    if (const QAction *report = window.action(u"helpReport"_s))
+        connect(report, &QAction::triggered, this, &HelpCommands::reportProblem);
     m_contents->showSearchRow();
     m_window.navigator()->setHelpWidget(m_contents.get());
     for (DocumentTemplate *docTemplate : m_window.workspace()->templates()) {

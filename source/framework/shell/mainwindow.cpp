@@ -95,9 +95,9 @@ OutputWindow *MainWindow::outputWindow() const
     return m_parts->outputWindow;
 }
 
-EventHandlers &MainWindow::eventHandlers() const
+SessionKeeper &MainWindow::sessions() const
 {
-    return m_parts->events;
+    return *m_parts->sessions;
 }
 
 ObjectModel &MainWindow::objectModel() const
@@ -195,23 +195,12 @@ void MainWindow::runScriptsUnasked()
     m_parts->projectCommands->runScriptsUnasked();
 }
 
-void MainWindow::disableSessions()
+void MainWindow::continueLastRun(const QStringList &named)
 {
-    m_parts->sessions->disable();
-}
-
-void MainWindow::skipLastRun()
-{
-    m_parts->sessions->skipLastRun();
-}
-
-void MainWindow::openNamed(const QStringList &paths)
-{
-    m_parts->namedFiles->open(paths);
-}
-
-void MainWindow::continueLastRun()
-{
+    const QPointer<MainWindow> self(this);
+    m_parts->namedFiles->open(named);
+    if (!self)
+        return; // closed during a question
     const QString workspace = m_parts->sessions->lastWorkspace();
     if (workspace.isEmpty())
         m_parts->sessions->restoreLastFiles();

@@ -2,11 +2,11 @@
 #include "availabilitywindow.h"
 #include <memory>
 class Activity;
-class EventHandlers;
 class ObjectModel;
 class OutputWindow;
 class ProjectFile;
 class ProjectWorkspace;
+class SessionKeeper;
 class View;
 class ViewManager;
 class Workspace;
@@ -33,18 +33,15 @@ public:
     bool closeWorkspace();
 
     void runScriptsUnasked(); ///< Scripts of workspaces run without a question.
-    void disableSessions();   ///< Open files are neither stored nor opened again.
-    void skipLastRun();       ///< The files of the last run are not opened again.
-    void continueLastRun();   ///< Opens the files of the last run again, and offers to recover unsaved texts.
-    /// Opens files, workspaces, projects and directories that the command line names.
-    void openNamed(const QStringList &paths);
+    /// Opens what the command line names and the files of the last run, and offers to recover unsaved texts.
+    void continueLastRun(const QStringList &named = {});
 
     [[nodiscard]] Activity &activity() const;
     [[nodiscard]] ProjectWorkspace *projectWorkspace() const; ///< Null while no workspace is open.
+    [[nodiscard]] SessionKeeper &sessions() const;
     [[nodiscard]] Workspace *workspace() const;
     [[nodiscard]] ViewManager *viewManager() const;
     [[nodiscard]] OutputWindow *outputWindow() const;
-    [[nodiscard]] EventHandlers &eventHandlers() const;
     [[nodiscard]] ObjectModel &objectModel() const;
     [[nodiscard]] QList<QWidget *> dockWindows() const; ///< Tool bars in the order of the UI file, then dock windows.
 
@@ -81,7 +78,7 @@ public Q_SLOTS:
     void viewGotoLine();
     void viewNavigator(bool);
     void viewOutput(bool);
-    // Project
+    // Project and build
     void projectNew();
     void projectOpen();
     void projectRepopulate();
@@ -93,8 +90,6 @@ public Q_SLOTS:
     void projectInsertProject();
     void projectProperties();
     void projectPropertiesAlt();
-    void projectForgetTrust();
-    // Build
     void buildCompileFile();
     void buildBuild();
     void buildRebuild();
@@ -104,7 +99,6 @@ public Q_SLOTS:
     void buildCleanAlt();
     void buildStopBuild();
     void buildBatchBuild();
-    void buildAllProjects();
     void buildConfigurationsNew();
     void buildConfigurationsEdit();
     // Debug
@@ -118,7 +112,6 @@ public Q_SLOTS:
     void debugRestart();
     void debugWakeup();
     void debugShowNext();
-    void debugSetNext();
     void debugBreakpoints();
     void debugToggleBreakpoint();
     void debugViewDisassembly();
@@ -147,9 +140,6 @@ public Q_SLOTS:
     void helpPrevious();
     void helpNext();
     void helpAbout();
-    void helpPlugins();
-    void helpReport();
-
     void openFile(const QString &path) { openFile(path, false); }
     /// Opens the file and marks the line. Lines and columns count from 1; column 0 is the start of the line.
     void lookupSource(const QString &file, int line, int column = 0);

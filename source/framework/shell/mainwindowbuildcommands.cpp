@@ -48,11 +48,6 @@ void MainWindow::buildBatchBuild()
     m_parts->buildControl->buildBatchBuild();
 }
 
-void MainWindow::buildAllProjects()
-{
-    m_parts->buildControl->buildAllProjects();
-}
-
 void MainWindow::buildConfigurationsNew()
 {
     m_parts->buildControl->buildConfigurationsNew();
@@ -106,11 +101,6 @@ void MainWindow::debugRestart()
 void MainWindow::debugWakeup()
 {
     m_parts->debugControl->debugWakeup();
-}
-
-void MainWindow::debugSetNext()
-{
-    m_parts->debugControl->debugSetNext();
 }
 
 void MainWindow::debugShowNext()

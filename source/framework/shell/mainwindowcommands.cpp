@@ -1,6 +1,7 @@
 #include "dockwindow.h"
 #include "editablescript.h"
 #include "editproperties.h"
+#include "focuswithin.h"
 #include "helpcommands.h"
 #include "ideapplication.h"
 #include "macrocommands.h"
@@ -10,7 +11,6 @@
 #include "scriptdirectories.h"
 #include "varnelassert.h"
 #include "windowparts.h"
-#include <QApplication>
 
 // The commands of the actions, in the order of the menus, without those of the menus Build and Debug.
 
@@ -223,8 +223,7 @@ void MainWindow::projectInsertFiles()
 
 void MainWindow::projectInsertFilesAlt()
 {
-    Project *selected =
-        m_parts->navigator->isAncestorOf(QApplication::focusWidget()) ? m_parts->navigator->selectedProject() : nullptr;
+    Project *selected = hasFocusWithin(m_parts->navigator) ? m_parts->navigator->selectedProject() : nullptr;
     m_parts->projectCommands->insertFiles(selected ? selected : m_parts->activity.currentProject());
 }
 
@@ -245,11 +244,6 @@ void MainWindow::projectPropertiesAlt()
     VARNEL_ASSERT_TEXT(m_parts->activity.workspace(), "m_projectWorkspace");
     if (Project *project = m_parts->navigator->selectedProject())
         editProjectProperties(project, this);
-}
-
-void MainWindow::projectForgetTrust()
-{
-    m_parts->projectCommands->forgetTrust();
 }
 
 void MainWindow::toolsMacroNew()
@@ -349,16 +343,6 @@ void MainWindow::helpNext()
 void MainWindow::helpAbout()
 {
     m_parts->helpCommands->about();
-}
-
-void MainWindow::helpReport()
-{
-    m_parts->helpCommands->reportProblem();
-}
-
-void MainWindow::helpPlugins()
-{
-    IDEApplication::instance()->editPlugins(this);
 }
 
 void MainWindow::find(const QString &text, bool matchCase, bool matchWord, bool forward, bool startAtCursor)

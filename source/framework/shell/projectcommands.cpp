@@ -85,6 +85,8 @@ ProjectCommands::ProjectCommands(Activity &activity, WindowServices &window, QOb
     , m_fileCheck(activity, window)
 {
     m_recentWorkspaces.load();
+    if (const QAction *forgetTrust = window.action(u"projectForgetTrust"_s))
+        connect(forgetTrust, &QAction::triggered, this, &ProjectCommands::forgetTrust);
     connect(&activity, &Activity::projectLoaded, this, &ProjectCommands::showProjectBeingOpened);
     connect(&activity, &Activity::workspaceClosed, this, [this] { m_window.viewManager()->closeAll(); });
 }

@@ -414,7 +414,7 @@ class MisbehavingPluginTest : public QObject
             debugging([&] { stopAt(IExecutionEnvironment::ProgramPaused); });
             debugging([&] { f->window->debugRunToCursor(); });
             debugging([&] { stopAt(IExecutionEnvironment::ProgramPaused); });
-            debugging([&] { f->window->debugSetNext(); });
+            debugging([&] { f->window->findChild<QAction *>(u"debugSetNext"_s)->trigger(); });
             debugging([&] { f->window->debugRestart(); });
             debugging([&] { f->window->debugViewDisassembly(); });
             debugging([&] { f->window->debugShowNext(); });
@@ -518,7 +518,8 @@ private Q_SLOTS:
         QCoreApplication::addLibraryPath(QFileInfo(QStringLiteral(TESTPLUGIN_STUB)).path());
         f = std::make_unique<WindowFixture>();
         f->installation.write(u"config/uiconfig.xml"_s,
-                              R"(<ui><actions><action name="buildBuild"/><action name="debugRun"/></actions><menus>
+                              R"(<ui><actions><action name="buildBuild"/><action name="debugRun"/><action
+                              name="debugSetNext" slot="none"/></actions><menus>
                               <menu name="buildMenu"><action name="buildBuild"/></menu>
                               <menu name="debugMenu"><action name="debugRun"/></menu></menus></ui>)");
         f->restart();
