@@ -6,6 +6,7 @@ method, and "onClicked" is the handler of its signal "clicked".
 """
 
 from varnel import app
+from varneltexts import tr
 
 BUILDING = 1  # a value of app.state
 
@@ -42,9 +43,9 @@ class BuildPanel:
 
     def show(self):
         project = app.currentProject
-        self.panel.projectLabel.text = project.name if project else "No project is open."
+        self.panel.projectLabel.text = project.name if project else tr("No project is open.")
         self.panel.buildButton.enabled = project is not None and app.state != BUILDING
-        self.panel.countLabel.text = "Building..." if self.building else "Builds: %d" % self.builds
+        self.panel.countLabel.text = tr("Building...") if self.building else tr("Builds: {}").format(self.builds)
 
 
 buildPanel = BuildPanel()

@@ -9,34 +9,35 @@ import html
 
 from panels import number, paused_processor, show, table
 from varnel import app
+from varneltexts import tr
 
 CFSR, HFSR, MMFAR, BFAR = 0xE000ED28, 0xE000ED2C, 0xE000ED34, 0xE000ED38
 MMFAR_VALID, BFAR_VALID = 1 << 7, 1 << 15
 
 CFSR_BITS = {
-    0: "The processor fetched an instruction from a protected address (IACCVIOL).",
-    1: "The program read or wrote a protected address (DACCVIOL).",
-    3: "A protected address was used on return from an exception (MUNSTKERR).",
-    4: "The stack is at a protected address on entry to an exception; it may have overflowed (MSTKERR).",
-    5: "A protected address was used while floating-point registers were saved (MLSPERR).",
-    8: "There is no memory at the address of an instruction (IBUSERR).",
-    9: "There is no memory at an address that the program read or wrote (PRECISERR).",
-    10: "A write failed some instructions before; the location is not exact (IMPRECISERR).",
-    11: "The stack is outside memory on return from an exception (UNSTKERR).",
-    12: "The stack is outside memory on entry to an exception; it may have overflowed (STKERR).",
-    13: "Floating-point registers could not be saved (LSPERR).",
-    16: "The processor does not know the instruction (UNDEFINSTR).",
-    17: "An address to which the program jumped has bit 0 clear, which is no Thumb code (INVSTATE).",
-    18: "The value in the link register is none for a return from an exception (INVPC).",
-    19: "The coprocessor or floating-point unit is absent or switched off (NOCP).",
-    20: "The stack limit was passed (STKOF).",
-    24: "An address of a word or half-word is not aligned (UNALIGNED).",
-    25: "The program divided by zero (DIVBYZERO).",
+    0: tr("The processor fetched an instruction from a protected address (IACCVIOL)."),
+    1: tr("The program read or wrote a protected address (DACCVIOL)."),
+    3: tr("A protected address was used on return from an exception (MUNSTKERR)."),
+    4: tr("The stack is at a protected address on entry to an exception; it may have overflowed (MSTKERR)."),
+    5: tr("A protected address was used while floating-point registers were saved (MLSPERR)."),
+    8: tr("There is no memory at the address of an instruction (IBUSERR)."),
+    9: tr("There is no memory at an address that the program read or wrote (PRECISERR)."),
+    10: tr("A write failed some instructions before; the location is not exact (IMPRECISERR)."),
+    11: tr("The stack is outside memory on return from an exception (UNSTKERR)."),
+    12: tr("The stack is outside memory on entry to an exception; it may have overflowed (STKERR)."),
+    13: tr("Floating-point registers could not be saved (LSPERR)."),
+    16: tr("The processor does not know the instruction (UNDEFINSTR)."),
+    17: tr("An address to which the program jumped has bit 0 clear, which is no Thumb code (INVSTATE)."),
+    18: tr("The value in the link register is none for a return from an exception (INVPC)."),
+    19: tr("The coprocessor or floating-point unit is absent or switched off (NOCP)."),
+    20: tr("The stack limit was passed (STKOF)."),
+    24: tr("An address of a word or half-word is not aligned (UNALIGNED)."),
+    25: tr("The program divided by zero (DIVBYZERO)."),
 }
 HFSR_BITS = {
-    1: "The vector of an exception could not be read (VECTTBL).",
-    30: "Another fault has become a hard fault, because its handler is off or cannot interrupt (FORCED).",
-    31: "A breakpoint instruction was executed without a debugger (DEBUGEVT).",
+    1: tr("The vector of an exception could not be read (VECTTBL)."),
+    30: tr("Another fault has become a hard fault, because its handler is off or cannot interrupt (FORCED)."),
+    31: tr("A breakpoint instruction was executed without a debugger (DEBUGEVT)."),
 }
 STACKED = ("r0", "r1", "r2", "r3", "r12", "lr", "pc", "psr")
 
@@ -48,6 +49,10 @@ def word(processor, address):
 def reasons(cfsr, hfsr):
     return ([words for bit, words in HFSR_BITS.items() if hfsr >> bit & 1]
             + [words for bit, words in CFSR_BITS.items() if cfsr >> bit & 1])
+
+
+def paragraph(text):
+    return "<p>%s</p>" % html.escape(text)
 
 
 def is_return_value(value):
@@ -86,25 +91,25 @@ class FaultPanel:
         cfsr, hfsr = word(processor, CFSR), word(processor, HFSR)
         found = reasons(cfsr, hfsr)
         if not found:
-            return "<p>There is no fault.</p>"
-        lines = ["<li>%s</li>" % html.escape(each) for each in found]
+            return paragraph(tr("There is no fault."))
         if cfsr & MMFAR_VALID:
-            lines.append("<li>The protected address is 0x%08x.</li>" % word(processor, MMFAR))
+            found.append(tr("The protected address is {}.").format("0x%08x" % word(processor, MMFAR)))
         if cfsr & BFAR_VALID:
-            lines.append("<li>The address is 0x%08x.</li>" % word(processor, BFAR))
+            found.append(tr("The address is {}.").format("0x%08x" % word(processor, BFAR)))
+        lines = ["<li>%s</li>" % html.escape(each) for each in found]
         return "<ul>" + "".join(lines) + "</ul>" + self.place(processor)
 
     def place(self, processor):
         stack = stack_of(processor)
         if stack is None:
-            return "<p>To see where it happened, pause at the first instruction of the handler.</p>"
+            return paragraph(tr("To see where it happened, pause at the first instruction of the handler."))
         values = {name: word(processor, stack + 4 * i) for i, name in enumerate(STACKED)}
         try:
             where = "%s, %d" % processor.getSourceLines(values["pc"])[0]
         except (ValueError, IndexError):
             where = "0x%08x" % values["pc"]
         rows = [[name, "0x%08x" % value] for name, value in values.items()]
-        return "<p>It happened at %s.</p>" % html.escape(where) + table(["Register", "Value"], rows)
+        return paragraph(tr("It happened at {}.").format(where)) + table([tr("Register"), tr("Value")], rows)
 
 
 faultPanel = FaultPanel()

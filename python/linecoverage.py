@@ -12,6 +12,7 @@ import os
 
 from panels import NoTarget, paused_processor, show
 from varnel import app
+from varneltexts import tr
 
 
 class LineCoverage:
@@ -34,7 +35,7 @@ class LineCoverage:
         self.remove_breakpoints()
         processor, document = paused_processor(), app.editor.currentDocument
         if document is None:
-            raise NoTarget("Open a source file first.")
+            raise NoTarget(tr("Open a source file first."))
         self.processor, self.file = processor, document.path
         with open(self.file, encoding="utf-8", errors="replace") as file:
             self.lines = file.read().splitlines()
@@ -112,8 +113,9 @@ class LineCoverage:
 
     def report(self):
         code = self.waiting | self.reached | self.refused
-        rows = ["<p>%s: %d of %d lines with code were reached.</p><pre>"
-                % (html.escape(os.path.basename(self.file)), len(self.reached), len(code))]
+        summary = tr("{file}: {reached} of {all} lines with code were reached.").format(
+            file=os.path.basename(self.file), reached=len(self.reached), all=len(code))
+        rows = ["<p>%s</p><pre>" % html.escape(summary)]
         for number, text in enumerate(self.lines, 1):
             mark = "+" if number in self.reached else "-" if number in self.waiting else "?" if number in code else " "
             rows.append("%s %4d  %s\n" % (mark, number, html.escape(text)))

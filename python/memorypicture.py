@@ -10,6 +10,7 @@ import zlib
 
 from panels import number, paused_processor, show
 from varnel import app
+from varneltexts import tr
 
 BITS = (1, 8, 16, 32)  # of a pixel, in the order of the box
 
@@ -48,7 +49,7 @@ def read(processor, address, count):
     """The bytes of the region in which the address lies. The user's region and mode are kept."""
     memory = processor.memory
     if memory is None:
-        raise ValueError("The target has no memory that can be read.")
+        raise ValueError(tr("The target has no memory that can be read."))
     kept = memory.currentRegion, memory.currentMode
     try:
         for region in memory.regions:
@@ -58,7 +59,7 @@ def read(processor, address, count):
                 return bytes(memory[address:address + count])
     finally:
         memory.currentRegion, memory.currentMode = kept
-    raise ValueError("No region of the memory contains these %d bytes." % count)
+    raise ValueError(tr("No region of the memory contains these {} bytes.").format(count))
 
 
 class MemoryPicture:
@@ -78,7 +79,7 @@ class MemoryPicture:
         bits = BITS[panel.formatBox.currentIndex]
         expression = panel.addressEdit.text.strip()
         if not expression:
-            raise ValueError("Enter an address.")
+            raise ValueError(tr("Enter an address."))
         address = number(processor, "(unsigned long)(%s)" % expression)
         file = png(read(processor, address, (width * bits + 7) // 8 * height), width, height, bits)
         scale = max(1, 256 // max(width, height))

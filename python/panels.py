@@ -4,6 +4,7 @@ import html
 import re
 
 from varnel import app
+from varneltexts import tr
 
 PAUSED = (0, 5)  # values of programStatus: paused, paused at a breakpoint
 
@@ -16,9 +17,9 @@ def paused_processor():
     """The current processor, whose program is paused."""
     processor = app.debugger.currentProcessor if app.debugger else None
     if processor is None or app.state != 2:
-        raise NoTarget("No debug session is running.")
+        raise NoTarget(tr("No debug session is running."))
     if processor.programStatus not in PAUSED:
-        raise NoTarget("The program is not paused.")
+        raise NoTarget(tr("The program is not paused."))
     return processor
 
 
@@ -27,7 +28,7 @@ def number(processor, expression):
     text = processor.evaluate(expression)
     found = re.search(r"(?<![\w.])-?(0x[0-9a-fA-F]+|\d+)", text)
     if not found:
-        raise ValueError("'%s' is no number: %s" % (expression, text))
+        raise ValueError(tr("'{}' is no number: {}").format(expression, text))
     return int(found.group(), 0)
 
 

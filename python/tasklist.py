@@ -18,6 +18,7 @@ import pathlib
 
 from panels import NoTarget, number, paused_processor, show, table, text
 from varnel import app
+from varneltexts import tr
 
 MOST_TASKS = 256  # a list that is longer is broken
 
@@ -79,7 +80,8 @@ class TaskList:
         processor = paused_processor()
         kernel = next((each for each in self.kernels if works(processor, each["detect"])), None)
         if kernel is None:
-            raise NoTarget("The program has none of these kernels: " + ", ".join(k["name"] for k in self.kernels))
+            raise NoTarget(tr("The program has none of these kernels: {}").format(
+                ", ".join(each["name"] for each in self.kernels)))
         self.panel.kernelLabel.text = kernel["name"]
         current = number(processor, kernel["current"]) if "current" in kernel else 0
         rows = []

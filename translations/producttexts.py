@@ -2,6 +2,7 @@
 
 The contexts and comments are those that the program uses: see productText().
 """
+import ast
 import pathlib
 import sys
 import xml.etree.ElementTree as ElementTree
@@ -41,6 +42,23 @@ def template_texts():
             yield "Templates", root_of(file).findtext(tag), None
 
 
+def scripts():
+    """Those that are part of the product. What templates copy into projects has no texts of its own."""
+    return sorted([*SOURCE.glob("python/*.py"), *SOURCE.glob("templates/**/*.py")])
+
+
+def is_marked(node):
+    """Whether an expression of a script is a call of `tr`, of the module varneltexts."""
+    return isinstance(node, ast.Call) and isinstance(node.func, ast.Name) and node.func.id == "tr"
+
+
+def script_texts():
+    for file in scripts():
+        for node in ast.walk(ast.parse(file.read_text(encoding="utf-8"))):
+            if is_marked(node):
+                yield "Scripts", ast.literal_eval(node.args[0]), None
+
+
 def quoted(text):
     escaped = text.replace("\\", "\\\\").replace('"', '\\"').replace("\n", "\\n")
     return f'"{escaped}"'
@@ -53,7 +71,7 @@ def line(context, text, comment):
 
 
 def lines():
-    texts = [*ui_texts(), *key_sets(), *format_names(), *template_texts()]
+    texts = [*ui_texts(), *key_sets(), *format_names(), *template_texts(), *script_texts()]
     return [line(*each) for each in dict.fromkeys(texts) if each[1]]
 
 

@@ -1,10 +1,12 @@
 """Tests of the translations: complete, and usable in the place of the English texts."""
+import ast
 import collections
 import pathlib
 import re
 import unittest
 import xml.etree.ElementTree as ElementTree
 
+import producttexts
 import refresh
 
 HERE = pathlib.Path(__file__).resolve().parent
@@ -45,7 +47,16 @@ def texts():
 
 
 def placeholders(text):
-    return sorted(re.findall(r"%[1-9n]|\$\(\w+\)", text))
+    return sorted(re.findall(r"%[1-9n]|\$\(\w+\)|\{[a-z]*\}", text))
+
+
+def plain_text(node):
+    """A string of a script, also one with inserted values; empty for anything else."""
+    if isinstance(node, ast.JoinedStr):
+        return "".join(plain_text(each) if isinstance(each, ast.Constant) else "{}" for each in node.values)
+    if isinstance(node, ast.BinOp):
+        return plain_text(node.left)
+    return node.value if isinstance(node, ast.Constant) and isinstance(node.value, str) else ""
 
 
 def tags(text):
@@ -115,6 +126,34 @@ class TextsTest(unittest.TestCase):
 
     def test_mnemonic_is_kept(self):
         self.each(lambda text, translation: (mnemonic(text.source) is None) != (mnemonic(translation) is None))
+
+
+class ScriptsTest(unittest.TestCase):
+    """Sentences in scripts of the product, and all that is given to the functions that show texts."""
+
+    SHOWING = {"DeviceError", "NoTarget", "ValueError", "append", "give_up", "messageBox"}
+
+    def unmarked(self, node):
+        if producttexts.is_marked(node):
+            return
+        if isinstance(node, ast.Call) and getattr(node.func, "id", getattr(node.func, "attr", "")) in self.SHOWING:
+            yield from (each for each in map(plain_text, node.args) if re.search("[a-z]{2} ", each))
+        if isinstance(node, (ast.FunctionDef, ast.ClassDef, ast.Module)) and ast.get_docstring(node):
+            node.body.pop(0)
+        if re.fullmatch(r"(?!Sources)[A-Z][^\n]* [^\n]*[.:]( *\{\})?", plain_text(node)):
+            yield plain_text(node)
+        for child in ast.iter_child_nodes(node):
+            yield from self.unmarked(child)
+
+    def test_all_texts_are_marked_for_translation(self):
+        for file in producttexts.scripts():
+            with self.subTest(file.name):
+                self.assertEqual(list(self.unmarked(ast.parse(file.read_text(encoding="utf-8")))), [])
+
+    def test_marked_texts_have_their_import(self):
+        for file in producttexts.scripts():
+            text = file.read_text(encoding="utf-8")
+            self.assertEqual(" tr(" in text or "(tr(" in text, "from varneltexts import tr\n" in text, file.name)
 
 
 class MnemonicsTest(unittest.TestCase):

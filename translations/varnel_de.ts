@@ -3542,6 +3542,10 @@ Möchten Sie ihn anlegen?</translation>
         <source>Could not create the project folder &apos;%1&apos;.</source>
         <translation>Der Projektordner &apos;%1&apos; konnte nicht angelegt werden.</translation>
     </message>
+    <message>
+        <source>The name of a project cannot be &apos;.&apos; or &apos;..&apos;, and cannot contain &apos;/&apos; or control characters.</source>
+        <translation>Der Name eines Projekts kann nicht &apos;.&apos; oder &apos;..&apos; sein und weder &apos;/&apos; noch Steuerzeichen enthalten.</translation>
+    </message>
 </context>
 <context>
     <name>NewProjectDialogBase</name>
@@ -5026,6 +5030,353 @@ Läuft der Server des Zielsystems, und ist kein anderer Debugger damit verbunden
     </message>
 </context>
 <context>
+    <name>Scripts</name>
+    <message>
+        <source>No project is open.</source>
+        <translation>Kein Projekt ist geöffnet.</translation>
+    </message>
+    <message>
+        <source>Building...</source>
+        <translation>Wird erstellt...</translation>
+    </message>
+    <message>
+        <source>Builds: {}</source>
+        <translation>Erstellt: {}</translation>
+    </message>
+    <message>
+        <source>The processor fetched an instruction from a protected address (IACCVIOL).</source>
+        <translation>Der Prozessor hat einen Befehl von einer geschützten Adresse geholt (IACCVIOL).</translation>
+    </message>
+    <message>
+        <source>The program read or wrote a protected address (DACCVIOL).</source>
+        <translation>Das Programm hat eine geschützte Adresse gelesen oder geschrieben (DACCVIOL).</translation>
+    </message>
+    <message>
+        <source>A protected address was used on return from an exception (MUNSTKERR).</source>
+        <translation>Bei der Rückkehr aus einer Ausnahme wurde eine geschützte Adresse benutzt (MUNSTKERR).</translation>
+    </message>
+    <message>
+        <source>The stack is at a protected address on entry to an exception; it may have overflowed (MSTKERR).</source>
+        <translation>Der Stack ist beim Eintritt in eine Ausnahme an einer geschützten Adresse; vielleicht ist er übergelaufen (MSTKERR).</translation>
+    </message>
+    <message>
+        <source>A protected address was used while floating-point registers were saved (MLSPERR).</source>
+        <translation>Beim Sichern der Gleitkommaregister wurde eine geschützte Adresse benutzt (MLSPERR).</translation>
+    </message>
+    <message>
+        <source>There is no memory at the address of an instruction (IBUSERR).</source>
+        <translation>An der Adresse eines Befehls ist kein Speicher (IBUSERR).</translation>
+    </message>
+    <message>
+        <source>There is no memory at an address that the program read or wrote (PRECISERR).</source>
+        <translation>An einer Adresse, die das Programm gelesen oder geschrieben hat, ist kein Speicher (PRECISERR).</translation>
+    </message>
+    <message>
+        <source>A write failed some instructions before; the location is not exact (IMPRECISERR).</source>
+        <translation>Ein Schreiben einige Befehle zuvor ist fehlgeschlagen; die Stelle ist nicht genau (IMPRECISERR).</translation>
+    </message>
+    <message>
+        <source>The stack is outside memory on return from an exception (UNSTKERR).</source>
+        <translation>Der Stack ist bei der Rückkehr aus einer Ausnahme außerhalb des Speichers (UNSTKERR).</translation>
+    </message>
+    <message>
+        <source>The stack is outside memory on entry to an exception; it may have overflowed (STKERR).</source>
+        <translation>Der Stack ist beim Eintritt in eine Ausnahme außerhalb des Speichers; vielleicht ist er übergelaufen (STKERR).</translation>
+    </message>
+    <message>
+        <source>Floating-point registers could not be saved (LSPERR).</source>
+        <translation>Gleitkommaregister konnten nicht gesichert werden (LSPERR).</translation>
+    </message>
+    <message>
+        <source>The processor does not know the instruction (UNDEFINSTR).</source>
+        <translation>Der Prozessor kennt den Befehl nicht (UNDEFINSTR).</translation>
+    </message>
+    <message>
+        <source>An address to which the program jumped has bit 0 clear, which is no Thumb code (INVSTATE).</source>
+        <translation>Bei einer Adresse, zu der das Programm gesprungen ist, ist Bit 0 nicht gesetzt; das ist kein Thumb-Code (INVSTATE).</translation>
+    </message>
+    <message>
+        <source>The value in the link register is none for a return from an exception (INVPC).</source>
+        <translation>Der Wert im Link-Register ist keiner für die Rückkehr aus einer Ausnahme (INVPC).</translation>
+    </message>
+    <message>
+        <source>The coprocessor or floating-point unit is absent or switched off (NOCP).</source>
+        <translation>Der Koprozessor oder die Gleitkommaeinheit fehlt oder ist ausgeschaltet (NOCP).</translation>
+    </message>
+    <message>
+        <source>The stack limit was passed (STKOF).</source>
+        <translation>Die Grenze des Stacks wurde überschritten (STKOF).</translation>
+    </message>
+    <message>
+        <source>An address of a word or half-word is not aligned (UNALIGNED).</source>
+        <translation>Eine Adresse eines Worts oder Halbworts ist nicht ausgerichtet (UNALIGNED).</translation>
+    </message>
+    <message>
+        <source>The program divided by zero (DIVBYZERO).</source>
+        <translation>Das Programm hat durch null geteilt (DIVBYZERO).</translation>
+    </message>
+    <message>
+        <source>The vector of an exception could not be read (VECTTBL).</source>
+        <translation>Der Vektor einer Ausnahme konnte nicht gelesen werden (VECTTBL).</translation>
+    </message>
+    <message>
+        <source>Another fault has become a hard fault, because its handler is off or cannot interrupt (FORCED).</source>
+        <translation>Aus einem anderen Fehler ist ein Hard Fault geworden, weil dessen Behandlung ausgeschaltet ist oder nicht unterbrechen kann (FORCED).</translation>
+    </message>
+    <message>
+        <source>A breakpoint instruction was executed without a debugger (DEBUGEVT).</source>
+        <translation>Ein Haltepunktbefehl wurde ohne Debugger ausgeführt (DEBUGEVT).</translation>
+    </message>
+    <message>
+        <source>There is no fault.</source>
+        <translation>Es liegt kein Fehler vor.</translation>
+    </message>
+    <message>
+        <source>To see where it happened, pause at the first instruction of the handler.</source>
+        <translation>Um zu sehen, wo es geschehen ist, halten Sie beim ersten Befehl der Fehlerbehandlung an.</translation>
+    </message>
+    <message>
+        <source>Register</source>
+        <translation>Register</translation>
+    </message>
+    <message>
+        <source>Value</source>
+        <translation>Wert</translation>
+    </message>
+    <message>
+        <source>The protected address is {}.</source>
+        <translation>Die geschützte Adresse ist {}.</translation>
+    </message>
+    <message>
+        <source>The address is {}.</source>
+        <translation>Die Adresse ist {}.</translation>
+    </message>
+    <message>
+        <source>It happened at {}.</source>
+        <translation>Es ist bei {} geschehen.</translation>
+    </message>
+    <message>
+        <source>Open a source file first.</source>
+        <translation>Öffnen Sie zuerst eine Quelldatei.</translation>
+    </message>
+    <message>
+        <source>{file}: {reached} of {all} lines with code were reached.</source>
+        <translation>{file}: {reached} von {all} Zeilen mit Code wurden erreicht.</translation>
+    </message>
+    <message>
+        <source>The target has no memory that can be read.</source>
+        <translation>Das Zielsystem hat keinen Speicher, der gelesen werden kann.</translation>
+    </message>
+    <message>
+        <source>No region of the memory contains these {} bytes.</source>
+        <translation>Kein Bereich des Speichers enthält diese {} Bytes.</translation>
+    </message>
+    <message>
+        <source>Enter an address.</source>
+        <translation>Geben Sie eine Adresse ein.</translation>
+    </message>
+    <message>
+        <source>No debug session is running.</source>
+        <translation>Es läuft keine Debug-Sitzung.</translation>
+    </message>
+    <message>
+        <source>The program is not paused.</source>
+        <translation>Das Programm ist nicht angehalten.</translation>
+    </message>
+    <message>
+        <source>&apos;{}&apos; is no number: {}</source>
+        <translation>&apos;{}&apos; ist keine Zahl: {}</translation>
+    </message>
+    <message>
+        <source>The project could not be written: {}</source>
+        <translation>Das Projekt konnte nicht geschrieben werden: {}</translation>
+    </message>
+    <message>
+        <source>The file &apos;{}&apos; exists already.</source>
+        <translation>Die Datei &apos;{}&apos; gibt es bereits.</translation>
+    </message>
+    <message>
+        <source>The program has none of these kernels: {}</source>
+        <translation>Das Programm hat keinen dieser Kernel: {}</translation>
+    </message>
+    <message>
+        <source>Flash and RAM overlap.</source>
+        <translation>Flash und RAM überschneiden sich.</translation>
+    </message>
+    <message>
+        <source>The chip file of OpenOCD has a name such as target/chip.cfg.</source>
+        <translation>Die Chipdatei von OpenOCD hat einen Namen wie target/chip.cfg.</translation>
+    </message>
+    <message>
+        <source>The memory does not end below 4 GB.</source>
+        <translation>Der Speicher endet nicht unterhalb von 4 GB.</translation>
+    </message>
+    <message>
+        <source>The memory must begin at a multiple of 1024.</source>
+        <translation>Der Speicher muss bei einem Vielfachen von 1024 beginnen.</translation>
+    </message>
+    <message>
+        <source>The size of the memory must be a multiple of 8.</source>
+        <translation>Die Größe des Speichers muss ein Vielfaches von 8 sein.</translation>
+    </message>
+    <message>
+        <source>&apos;{}&apos; is not a number. Write it like 0x8000, 64K or 1M.</source>
+        <translation>&apos;{}&apos; ist keine Zahl. Schreiben Sie sie wie 0x8000, 64K oder 1M.</translation>
+    </message>
+    <message>
+        <source>QEMU has no board with a {}.</source>
+        <translation>QEMU hat keine Platine mit einem {}.</translation>
+    </message>
+    <message>
+        <source>The memory is too small: it needs {} bytes.</source>
+        <translation>Der Speicher ist zu klein: er braucht {} Bytes.</translation>
+    </message>
+    <message>
+        <source>The emulated board &apos;{board}&apos; has this memory at {start} with {size} KB.</source>
+        <translation>Die emulierte Platine &apos;{board}&apos; hat diesen Speicher bei {start} mit {size} KB.</translation>
+    </message>
+    <message>
+        <source>&apos;{}&apos; is too large for an SVD file.</source>
+        <translation>&apos;{}&apos; ist zu groß für eine SVD-Datei.</translation>
+    </message>
+    <message>
+        <source>The SVD file cannot be read: {}</source>
+        <translation>Die SVD-Datei kann nicht gelesen werden: {}</translation>
+    </message>
+    <message>
+        <source>SVD files (*.svd *.xml)</source>
+        <translation>SVD-Dateien (*.svd *.xml)</translation>
+    </message>
+    <message>
+        <source>Two processors</source>
+        <translation>Zwei Prozessoren</translation>
+    </message>
+    <message>
+        <source>&apos;{}&apos; was stopped: it took too long or wrote too much.</source>
+        <translation>&apos;{}&apos; wurde beendet: es dauerte zu lange oder schrieb zu viel.</translation>
+    </message>
+    <message>
+        <source>The folder has a script &apos;configure&apos; but no Makefile. Run it in a terminal, and create the project again to take over its settings.</source>
+        <translation>Der Ordner hat ein Skript &apos;configure&apos;, aber kein Makefile. Führen Sie es in einem Terminal aus, und legen Sie das Projekt noch einmal an, um dessen Einstellungen zu übernehmen.</translation>
+    </message>
+    <message>
+        <source>make shows no compiler commands.</source>
+        <translation>make zeigt keine Aufrufe des Compilers.</translation>
+    </message>
+    <message>
+        <source>CMake could not read the folder.</source>
+        <translation>CMake konnte den Ordner nicht lesen.</translation>
+    </message>
+    <message>
+        <source>The {} of the folder was not read, since that would run programs.</source>
+        <translation>Die Datei {} des Ordners wurde nicht gelesen, weil das Programme ausführen würde.</translation>
+    </message>
+    <message>
+        <source>make shows no compiler commands: {}</source>
+        <translation>make zeigt keine Aufrufe des Compilers: {}</translation>
+    </message>
+    <message>
+        <source>These headers are generated by the build of the folder, but do not exist yet. Run its build once: {}</source>
+        <translation>Diese Header werden beim Erstellen des Ordners erzeugt, aber es gibt sie noch nicht. Erstellen Sie ihn einmal: {}</translation>
+    </message>
+    <message>
+        <source>CMake could not read the folder: {}</source>
+        <translation>CMake konnte den Ordner nicht lesen: {}</translation>
+    </message>
+    <message>
+        <source>{} is generated by the build of the folder, and does not exist yet.</source>
+        <translation>{} wird beim Erstellen des Ordners erzeugt, und es gibt die Datei noch nicht.</translation>
+    </message>
+    <message>
+        <source>The folder has a linker script, so it is built for Arm. Please set the processor options, the linker script and, for another processor, the tool chain.</source>
+        <translation>Der Ordner hat ein Linkerskript und wird deshalb für Arm erstellt. Bitte setzen Sie die Optionen des Prozessors, das Linkerskript und, für einen anderen Prozessor, die Werkzeugkette.</translation>
+    </message>
+    <message>
+        <source>1 source</source>
+        <translation>1 Quelldatei</translation>
+    </message>
+    <message>
+        <source>{name} (program, {sources})</source>
+        <translation>{name} (Programm, {sources})</translation>
+    </message>
+    <message>
+        <source>{name} (library, {sources})</source>
+        <translation>{name} (Bibliothek, {sources})</translation>
+    </message>
+    <message>
+        <source>The folder has too many files. Only some of them were searched.</source>
+        <translation>Der Ordner hat zu viele Dateien. Nur einige davon wurden durchsucht.</translation>
+    </message>
+    <message>
+        <source>Please choose the target of the debugger: &quot;Project&quot;, &quot;Properties&quot;, &quot;Debugger&quot;.</source>
+        <translation>Bitte wählen Sie das Zielsystem des Debuggers: &quot;Projekt&quot;, &quot;Eigenschaften&quot;, &quot;Debugger&quot;.</translation>
+    </message>
+    <message>
+        <source>The folder has no source files.</source>
+        <translation>Der Ordner hat keine Quelldateien.</translation>
+    </message>
+    <message>
+        <source>{} sources</source>
+        <translation>{} Quelldateien</translation>
+    </message>
+    <message>
+        <source>No function &apos;main&apos; was found. To make a library, change the option &quot;Target type&quot;.</source>
+        <translation>Keine Funktion &apos;main&apos; wurde gefunden. Für eine Bibliothek ändern Sie die Option &quot;Art der Ausgabe&quot;.</translation>
+    </message>
+    <message>
+        <source>None of the sources that {} names exists. All sources in the folder are used instead.</source>
+        <translation>Keine der Quelldateien, die {} nennt, gibt es. Stattdessen werden alle Quelldateien des Ordners benutzt.</translation>
+    </message>
+    <message>
+        <source>The folder has {count} functions &apos;main&apos;. The project uses that of {first}; these files are excluded from the build: {others}</source>
+        <translation>Der Ordner hat {count} Funktionen &apos;main&apos;. Das Projekt benutzt die von {first}; diese Dateien werden nicht mit erstellt: {others}</translation>
+    </message>
+    <message>
+        <source>These sources are generated by the build of the folder, but do not exist yet: {}</source>
+        <translation>Diese Quelldateien werden beim Erstellen des Ordners erzeugt, aber es gibt sie noch nicht: {}</translation>
+    </message>
+    <message>
+        <source>All files (*)</source>
+        <translation>Alle Dateien (*)</translation>
+    </message>
+    <message>
+        <source>The compiler is clang. The project uses gcc, which does not have all of its flags.</source>
+        <translation>Der Compiler ist clang. Das Projekt benutzt gcc, das nicht alle seine Optionen hat.</translation>
+    </message>
+    <message>
+        <source>The folder makes a shared library. The project makes a static one.</source>
+        <translation>Der Ordner erzeugt eine dynamische Bibliothek, das Projekt eine statische.</translation>
+    </message>
+    <message>
+        <source>These files have names that a project cannot store: {}</source>
+        <translation>Diese Dateien haben Namen, die ein Projekt nicht speichern kann: {}</translation>
+    </message>
+    <message>
+        <source>These files are made by the build of the folder, but do not exist yet: {}</source>
+        <translation>Diese Dateien werden beim Erstellen des Ordners erzeugt, aber es gibt sie noch nicht: {}</translation>
+    </message>
+    <message>
+        <source>Plug-in</source>
+        <translation>Plug-in</translation>
+    </message>
+    <message>
+        <source>The program &apos;qmake6&apos; was not found. Install the package qt6-base-dev.</source>
+        <translation>Das Programm &apos;qmake6&apos; wurde nicht gefunden. Installieren Sie das Paket qt6-base-dev.</translation>
+    </message>
+    <message>
+        <source>The headers for plug-ins are not installed:
+
+{}
+
+Install the package varnel-sdk.</source>
+        <translation>Die Header für Plug-ins sind nicht installiert:
+
+{}
+
+Installieren Sie das Paket varnel-sdk.</translation>
+    </message>
+</context>
+<context>
     <name>SearchBox</name>
     <message>
         <source>Find</source>
@@ -5425,20 +5776,44 @@ Bitte sorgen Sie dafür, dass in den Ordner &apos;%1&apos; geschrieben werden ka
         <translation>Die Vorlage &apos;%1&apos; wurde gespeichert. Sie ist im Ordner &quot;Meine Vorlagen&quot; des Dialogs für neue Projekte.</translation>
     </message>
     <message>
-        <source>These files are not in the folder of the project. New projects will use them where they are now:
-
-%1</source>
-        <translation>Diese Dateien sind nicht im Ordner des Projekts. Neue Projekte benutzen sie dort, wo sie jetzt sind:
-
-%1</translation>
-    </message>
-    <message>
         <source>This file exists already and was not changed: %1</source>
         <translation>Diese Datei gibt es bereits; sie wurde nicht geändert: %1</translation>
     </message>
     <message>
         <source>The files of the template &apos;%1&apos; cannot be read.</source>
         <translation>Die Dateien der Vorlage &apos;%1&apos; können nicht gelesen werden.</translation>
+    </message>
+    <message>
+        <source>The project &apos;%1&apos; is open. Remove it from the workspace before its file is replaced.</source>
+        <translation>Das Projekt &apos;%1&apos; ist geöffnet. Entfernen Sie es aus dem Arbeitsbereich, bevor seine Datei ersetzt wird.</translation>
+    </message>
+    <message>
+        <source>The template &apos;%1&apos; cannot be replaced, because an open project lies in its folder. Please enter another name.</source>
+        <translation>Die Vorlage &apos;%1&apos; kann nicht ersetzt werden, weil ein geöffnetes Projekt in ihrem Ordner liegt. Bitte geben Sie einen anderen Namen ein.</translation>
+    </message>
+    <message>
+        <source>The template does not contain these files. New projects will use them where they are now:
+
+%1</source>
+        <translation>Die Vorlage enthält diese Dateien nicht. Neue Projekte werden sie dort benutzen, wo sie jetzt sind:
+
+%1</translation>
+    </message>
+    <message>
+        <source>These options have paths that lead out of the project&apos;s folder. Please check them in new projects:
+
+%1</source>
+        <translation>Diese Optionen haben Pfade, die aus dem Ordner des Projekts hinausführen. Bitte prüfen Sie sie in neuen Projekten:
+
+%1</translation>
+    </message>
+    <message>
+        <source>The changes of these files are not saved, so the template does not have them:
+
+%1</source>
+        <translation>Die Änderungen dieser Dateien sind nicht gespeichert, deshalb hat die Vorlage sie nicht:
+
+%1</translation>
     </message>
 </context>
 <context>

@@ -6,6 +6,7 @@
 #include "pythonruntime.h"
 #include "scripthost.h"
 #include "scriptmodule.h"
+#include "scripttexts.h"
 #include <QAction>
 
 using namespace Qt::StringLiterals;
@@ -21,6 +22,7 @@ bool ObjectModel::startScripting()
     if (!startPython())
         return false;
     m_app = offerScriptModule(*this);
+    offerTexts();
     return true;
 }
 

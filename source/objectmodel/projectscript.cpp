@@ -94,6 +94,13 @@ private:
     PythonReference m_before;
 };
 
+/// An exit is an error like any other: printing it would end the program, with unsaved files.
+void replaceExit()
+{
+    if (PyErr_ExceptionMatches(PyExc_SystemExit) != 0)
+        PyErr_SetString(PyExc_RuntimeError, "The script has called exit()");
+}
+
 ProjectScriptResult resultOf(_object *value)
 {
     if (value == Py_None)
@@ -117,8 +124,10 @@ ProjectScriptResult runProjectScript(const QString &module, const QString &name,
     const ImportedForOnce once(moduleName.get(), toPython(directory + QDir::separator()).get());
     const ScriptWatch watch(keepRunning);
     const PythonReference imported(PyImport_Import(moduleName.get()));
-    if (!imported)
+    if (!imported) {
+        replaceExit();
         return {Outcome::NoModule};
+    }
     PyObject *functions = PyModule_Check(imported.get()) ? PyModule_GetDict(imported.get()) : nullptr;
     const PythonReference function =
         newPythonReference(functions ? PyDict_GetItemString(functions, "createProject") : nullptr);
@@ -127,5 +136,8 @@ ProjectScriptResult runProjectScript(const QString &module, const QString &name,
     const PythonReference value(
         PyObject_CallFunctionObjArgs(function.get(), toPython(name).get(), toPython(directory).get(),
                                      toPython(QDir::toNativeSeparators(projectPath)).get(), nullptr));
-    return value ? resultOf(value.get()) : ProjectScriptResult{Outcome::Failed};
+    if (value)
+        return resultOf(value.get());
+    replaceExit();
+    return {Outcome::Failed};
 }

@@ -285,8 +285,10 @@ private Q_SLOTS:
         QTest::newRow("blank name") << true << u" "_s << u"home"_s << name << u"NameLineEdit"_s;
         QTest::newRow("existing folder") << true << u"home"_s << QString()
                                          << u"A folder with that name already exists."_s << u"NameLineEdit"_s;
-        QTest::newRow("parent folder") << true << u".."_s << u"home"_s << u"A folder with that name already exists."_s
-                                       << u"NameLineEdit"_s;
+        const QString badName =
+            u"The name of a project cannot be '.' or '..', and cannot contain '/' or control characters."_s;
+        for (const QString &each : {u"."_s, u".."_s, u"../fw"_s, u"I/O test"_s, u"/fw"_s, u"a\u0001b"_s, u"a\tb"_s})
+            QTest::newRow(qPrintable(each)) << true << each << u"home"_s << badName << u"NameLineEdit"_s;
     }
 
     void incompleteInputIsRefused()
@@ -309,6 +311,7 @@ private Q_SLOTS:
         QTEST(focus(), "focused");
         if (focus() == u"NameLineEdit")
             QCOMPARE(nameEdit()->selectedText(), nameEdit()->text());
+        QVERIFY(QDir(path(u"home"_s)).isEmpty());
     }
 
     void emptyLocationIsRefused()
@@ -364,6 +367,19 @@ private Q_SLOTS:
         pressOk();
         QCOMPARE(m_dialog->result(), int(QDialog::Accepted));
         QVERIFY(QFileInfo(path(u"a/b %1/c/fw"_s)).isDir());
+    }
+
+    void locationThatIsAFileIsReported()
+    {
+        write(u"file"_s);
+        open();
+        chooseFirstTemplate();
+        enterName(u"fw"_s);
+        locationEdit()->setText(path(u"file"_s));
+        m_answers->press(QMessageBox::Ok);
+        pressOk();
+        QCOMPARE(m_answers->said,
+                 QStringList(u"Could not create the project folder '"_s + path(u"file/fw"_s) + u"'."_s));
     }
 
     void failureToCreateTheFolderIsReportedAndAccepted()

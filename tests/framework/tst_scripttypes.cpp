@@ -1,5 +1,6 @@
 #include "scriptfixture.h"
 #include <QTest>
+#include <QTranslator>
 using namespace Qt::StringLiterals;
 
 /// The types, constants and documentation of the module, compared with the tables in tests/objectmodel/data and with
@@ -30,6 +31,27 @@ private Q_SLOTS:
                        + "for difference in load('checktypes').check(directory + 'scripttypes.tsv'):\n"
                          "    print(difference)\n"),
                  QString());
+    }
+
+    void textsOfScriptsAreTranslated()
+    {
+        class German : public QTranslator
+        {
+        public:
+            [[nodiscard]] bool isEmpty() const override { return false; }
+            [[nodiscard]] QString translate(const char *context, const char *text, const char *, int) const override
+            {
+                const bool isKnown = qstrcmp(context, "Scripts") == 0 && qstrcmp(text, "Gr\u00f6\u00dfe {}") == 0;
+                return isKnown ? u"\u00c4 {}"_s : QString();
+            }
+        };
+        ScriptFixture f;
+        German german;
+        QCoreApplication::installTranslator(&german);
+        QCOMPARE(f.run("from varneltexts import tr\n"
+                       "print(tr('Gr\u00f6\u00dfe {}').format(5), tr('other'), repr(tr('')))\n"),
+                 u"\u00c4 5 other ''\n"_s);
+        QCoreApplication::removeTranslator(&german);
     }
 
     void stubFileDescribesTheTypes()

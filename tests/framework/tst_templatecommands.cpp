@@ -84,6 +84,23 @@ struct TemplateFixture : WindowFixture
     {
         return window->projectWorkspace() ? window->projectWorkspace()->fileName() : u"none"_s;
     }
+    /// Saves the current project as a template. Returns the messages after the question for the name.
+    QStringList saveAsTemplate(const QString &name) const
+    {
+        answers->said.clear();
+        answers->prepend([name](QDialog *dialog) {
+            static_cast<QInputDialog *>(dialog)->setTextValue(name);
+            dialog->accept();
+        });
+        Q_EMIT window->findChild<Navigator *>()->saveAsTemplate(window->activity().currentProject());
+        return answers->said;
+    }
+    /// The names of all files of a template of the user's own.
+    QString savedFiles(const QString &name) const
+    {
+        const QDir directory(installation.path(u"mytemplates/"_s + name));
+        return directory.entryList(QDir::Files | QDir::Hidden).join(u' ');
+    }
     QString templatePath(const QString &name) const { return installation.path(u"templates/group/"_s + name); }
 
     // Files
@@ -312,6 +329,38 @@ private Q_SLOTS:
         QFile::setPermissions(f.path(u"home"_s), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
     }
 
+    void scriptRunsAlthoughTheFolderCouldNotBeCreated()
+    {
+        const TemplateFixture f;
+        f.addScript("import os\ndef createProject(name, template, path):\n    assert not os.path.exists(path)\n");
+        QFile::setPermissions(f.path(u"home"_s), QFile::ReadOwner | QFile::ExeOwner);
+        f.answer(u"script"_s, u"fw"_s);
+        f.answers->press(QMessageBox::Ok);
+        f.window->projectNew();
+        QCOMPARE(f.answers->said,
+                 QStringList(u"Could not create the project folder '"_s + f.path(u"home/fw"_s) + u"'."_s));
+        QFile::setPermissions(f.path(u"home"_s), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    }
+
+    void fileOfAnOpenProjectIsNotReplaced()
+    {
+        const TemplateFixture f;
+        f.create(u"plain"_s);
+        const QByteArray before = f.read(u"home/fw/fw.vnp"_s);
+        f.settings()->setValue(u"Paths/NewProjects"_s, f.path(u"home/fw"_s));
+        f.answer(u"plain"_s, u"fw"_s, [](NewProjectDialog *dialog) {
+            TemplateFixture::add(dialog);
+            dialog->findChild<QAbstractButton *>(u"ProjectFolderCheckBox"_s)->setChecked(false);
+        });
+        f.answers->press(QMessageBox::Ok);
+        f.window->projectNew();
+        QCOMPARE(f.answers->said,
+                 QStringList(u"The project '"_s + f.path(u"home/fw/fw.vnp"_s)
+                             + u"' is open. Remove it from the workspace before its file is replaced."_s));
+        QCOMPARE(f.read(u"home/fw/fw.vnp"_s), before);
+        QCOMPARE(f.projects(), QStringList(u"fw"_s));
+    }
+
     void workspaceThatCannotBeWrittenIsReported()
     {
         const TemplateFixture f;
@@ -331,7 +380,8 @@ private Q_SLOTS:
     {
         const TemplateFixture f;
         QDir().mkpath(f.path(u"mine/t"_s));
-        f.settings()->setValue(u"Paths/Templates"_s, QString(f.path(u"mine"_s) + u";;/no/such/directory"_s));
+        f.settings()->setValue(u"Paths/Templates"_s,
+                               QString(u"; "_s + f.path(u"mine"_s) + u" ; ;/no/such/directory"_s));
         f.installation.write(u"mytemplates/template.xml"_s, "<t type='folder'><displayname>Own</displayname></t>");
         QStringList rows;
         f.answers->meet([&rows](QDialog *dialog) {
@@ -426,6 +476,8 @@ private Q_SLOTS:
                                   << u"createProject Python function not found in module 'builder'."_s + ReadDetails;
         QTest::newRow("exception") << head + "raise OSError"
                                    << u"Error in createProject Python function."_s + ReadDetails;
+        QTest::newRow("exit") << head + "raise SystemExit(3)"
+                              << u"Error in createProject Python function."_s + ReadDetails;
         QTest::newRow("other type")
             << head + "return 5"
             << u"createProject Python function must return:\n\n    path to project file "
@@ -685,6 +737,17 @@ private Q_SLOTS:
         QCOMPARE(f.status(), u"This file exists already and was not changed: "_s + f.path(u"home/uart.h"_s));
     }
 
+    void nameOfTheSecondFileOpensOneDocument()
+    {
+        const TemplateFixture f;
+        f.installation.write(u"data/filetemplates/pair/$name$.c"_s, "$cursor$");
+        f.installation.write(u"data/filetemplates/pair/$name$.h"_s, "second");
+        f.settings()->setValue(u"Paths/Files"_s, f.path(u"home"_s));
+        QVERIFY(f.createFile(u"pair"_s, u"uart.h"_s).isEmpty());
+        QCOMPARE(f.openFiles(), QStringList(u"uart.h *"_s));
+        QCOMPARE(f.text(), QString());
+    }
+
     void vanishedFileTemplateIsReported()
     {
         const TemplateFixture f;
@@ -794,6 +857,104 @@ private Q_SLOTS:
         QCOMPARE(save(QMessageBox::No), u"old.c"_s);
         QCOMPARE(f.answers->said.last(), u"A template with that name exists already. Do you want to replace it?"_s);
         QCOMPARE(save(QMessageBox::Yes), u"main.c project.vnp template.xml"_s);
+    }
+
+    void projectIsNotSavedOverItsOwnFiles_data()
+    {
+        QTest::addColumn<QString>("directory");
+        QTest::newRow("in the template") << u"mytemplates/mine/"_s;
+        QTest::newRow("below the template") << u"mytemplates/mine/sub/"_s;
+    }
+
+    void projectIsNotSavedOverItsOwnFiles()
+    {
+        QFETCH(QString, directory);
+        const TemplateFixture f;
+        f.installation.write(u"mytemplates/mine/project.vnp"_s, ProjectText);
+        f.installation.write(directory + u"project.vnp"_s, ProjectText);
+        f.installation.write(directory + u"main.c"_s, "mine");
+        f.window->openWorkspace(f.writeWorkspace(u"t.vnw"_s, {f.installation.path(directory + u"project.vnp"_s)}),
+                                false);
+        f.answers->press(QMessageBox::Ok);
+        QCOMPARE(
+            f.saveAsTemplate(u"mine"_s),
+            QStringList(u"The template 'mine' cannot be replaced, because an open project lies in its folder. Please "
+                        "enter another name."_s));
+        QVERIFY(QFileInfo::exists(f.installation.path(directory + u"main.c"_s)));
+        QVERIFY(f.saveAsTemplate(u"other"_s).isEmpty());
+        QCOMPARE(f.savedFiles(u"other"_s), u"main.c project.vnp template.xml"_s);
+    }
+
+    void failedSaveKeepsTheOldTemplateAndLeavesNoOther()
+    {
+        const TemplateFixture f;
+        f.create(u"plain"_s);
+        QVERIFY(f.saveAsTemplate(u"mine"_s).isEmpty());
+        QFile::setPermissions(f.path(u"home/fw/main.c"_s), {});
+        f.answers->press(QMessageBox::Yes);
+        f.answers->press(QMessageBox::Ok);
+        QVERIFY(f.saveAsTemplate(u"mine"_s).last().startsWith(u"The template could not be saved."_s));
+        QCOMPARE(f.savedFiles(u"mine"_s), u"main.c project.vnp template.xml"_s);
+        f.answers->press(QMessageBox::Ok);
+        QVERIFY(f.saveAsTemplate(u"new"_s).last().startsWith(u"The template could not be saved."_s));
+        const QDir templates(f.installation.path(u"mytemplates"_s));
+        QCOMPARE(templates.entryList(QDir::Dirs | QDir::Hidden | QDir::NoDotAndDotDot), QStringList(u"mine"_s));
+    }
+
+    void cancelledSaveKeepsTheOldTemplate()
+    {
+        const TemplateFixture f;
+        f.create(u"plain"_s);
+        f.installation.write(u"mytemplates/mine/old.c"_s, "old");
+        makeLarge(f.path(u"home/fw/large.bin"_s));
+        f.answers->press(QMessageBox::Yes);
+        f.answers->meet([](QDialog *dialog) { QTest::mouseClick(dialog->findChild<QPushButton *>(), Qt::LeftButton); });
+        (void)f.saveAsTemplate(u"mine"_s);
+        QCOMPARE(f.savedFiles(u"mine"_s), u"old.c"_s);
+    }
+
+    void picturesAndHiddenFilesOfATemplateReachNewProjects()
+    {
+        const TemplateFixture f;
+        f.create(u"plain"_s);
+        for (const QString &each : {u"logo.png"_s, u".gdbinit"_s}) {
+            f.write(u"home/fw/"_s + each, "x");
+            f.window->activity().currentProject()->addFiles({f.path(u"home/fw/"_s + each)}, nullptr);
+        }
+        f.answers->press(QMessageBox::Ok);
+        QCOMPARE(f.saveAsTemplate(u"mine"_s),
+                 QStringList(u"The template does not contain these files. New projects will "
+                             "use them where they are now:\n\nlogo.png"_s));
+        QCOMPARE(f.savedFiles(u"mine"_s), u".gdbinit main.c project.vnp template.xml"_s);
+        QVERIFY(QDir().rename(f.installation.path(u"mytemplates/mine"_s), f.templatePath(u"mine"_s)));
+        f.discard();
+        QVERIFY(f.create(u"mine"_s, u"copy"_s).isEmpty());
+        const Project *project = f.window->activity().currentProject();
+        for (const ProjectFile *file : project->files({}, nullptr))
+            QVERIFY2(QFileInfo::exists(project->absolutePath(file->path())), qPrintable(file->path()));
+        QVERIFY(f.projectFiles().contains(u".gdbinit"_s));
+    }
+
+    void whatATemplateLacksIsListed()
+    {
+        const TemplateFixture f;
+        const QByteArray properties = "<project><file path='a.c'/><properties currentconfiguration='A'>"
+                                      "<configuration name='A'><property key='includes'>inc;../lib</property>"
+                                      "<property key='flags'>-Wall -I../x</property><property key='dots'>a..b x/../y "
+                                      "...</property></configuration>"
+                                      "<configuration name='B'><property "
+                                      "key='includes'>inc;../lib</property></configuration></properties></project>";
+        f.write(u"fw/fw.vnp"_s, properties);
+        f.window->openWorkspace(f.writeWorkspace(u"t.vnw"_s, {u"fw/fw.vnp"_s}), false);
+        f.open(u"fw/a.c"_s);
+        f.type(u"new"_s);
+        f.answers->press(QMessageBox::Ok);
+        QStringList notes = f.saveAsTemplate(u"mine"_s).value(0).split(u"\n\n"_s);
+        QCOMPARE(notes.size(), 4);
+        QVERIFY(notes[0].startsWith(u"These options have paths that lead out of the project's folder."_s));
+        QCOMPARE(notes[1], u"flags: -Wall -I../x\nincludes: inc;../lib"_s);
+        QVERIFY(notes[2].startsWith(u"The changes of these files are not saved"_s));
+        QCOMPARE(notes[3], u"a.c"_s);
     }
 
     void workspaceClosedWhileTheNameIsAsked()

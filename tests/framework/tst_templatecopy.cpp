@@ -73,6 +73,13 @@ private Q_SLOTS:
         QVERIFY(m_asked.isEmpty());
     }
 
+    void hiddenFilesAreCopied()
+    {
+        write(u"t/.gdbinit"_s, "set confirm off");
+        QCOMPARE(copy().outcome, CopyOutcome::Done);
+        QCOMPARE(read(u"p/.gdbinit"_s), QByteArray("set confirm off"));
+    }
+
     void bytesStayAsTheyAre()
     {
         const QByteArray bytes = "\xef\xbb\xbf"

@@ -88,6 +88,18 @@ private Q_SLOTS:
         QFAIL("no such template");
     }
 
+    void nameWithTheExtensionOfTheSecondFileMakesOneFile()
+    {
+        int pairs = 0;
+        for (const FileTemplate &each : findFileTemplates({Source + u"/data/filetemplates"_s})) {
+            const QList<NewFile> files = filesOf(each, u"/src/uart.h"_s);
+            QCOMPARE(files.size(), 1);
+            QCOMPARE(files.first().path, u"/src/uart.h"_s);
+            pairs += filesOf(each, u"/src/uart."_s + each.extension).size() == 2 ? 1 : 0;
+        }
+        QCOMPARE(pairs, 2); // C source with header, C++ class
+    }
+
     void linkerScriptHasItsCursorAtTheFirstAddress()
     {
         for (const FileTemplate &each : findFileTemplates({Source + u"/data/filetemplates"_s})) {

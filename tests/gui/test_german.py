@@ -62,6 +62,11 @@ class GermanTest(ProgramTest):
         creator.accept()
         self.varnel.wait_for("deviceDialog", "isActiveWindow", True)
         self.assertEqual(self.varnel.read("coreLabel", "text"), "&Kern:")
+        self.varnel.call("flashSizeEdit", "setFocus()")
+        self.program.screen.keyboard.press("Ctrl+A")
+        self.program.screen.keyboard.type("viel\n")
+        self.varnel.answer("'viel' ist keine Zahl.", "Return")
+        self.varnel.wait_for("deviceDialog", "isActiveWindow", True)
         self.program.screen.keyboard.press("Escape")
         self.varnel.find_gone("deviceDialog")
 

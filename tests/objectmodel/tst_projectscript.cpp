@@ -76,6 +76,10 @@ private Q_SLOTS:
         const QByteArray head = "def createProject(name, template, path): ";
         QTest::newRow("None") << head + "pass" << Nothing << QString();
         QTest::newRow("empty string") << head + "return ''" << Path << QString();
+        QTest::newRow("exit") << head + "raise SystemExit(3)" << Failed
+                              << u"RuntimeError: The script has called exit()\n"_s;
+        QTest::newRow("exit on import") << QByteArray("import sys; sys.exit()") << NoModule
+                                        << u"RuntimeError: The script has called exit()\n"_s;
         QTest::newRow("number") << head + "return 7" << OtherType << QString();
         QTest::newRow("bytes") << head + "return b'x.vnp'" << OtherType << QString();
         QTest::newRow("false") << head + "return False" << OtherType << QString();

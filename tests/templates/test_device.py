@@ -1,12 +1,13 @@
 """Firmware projects for chips of one's own: what the form accepts, and the files that are made."""
 import pathlib
 import subprocess
-import sys
 import tempfile
 import unittest
 import xml.etree.ElementTree as ElementTree
 
-sys.path.insert(0, str(pathlib.Path(__file__).parents[2] / "templates/embedded/device"))
+from program import use_scripts
+
+use_scripts("embedded/device")
 from armdevice import CORES, EMULATION, PROBES, Device, DeviceError, interrupts_of, write_project  # noqa: E402
 
 SVD = """<device><peripherals><peripheral><name>UART</name>

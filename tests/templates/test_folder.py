@@ -1,21 +1,27 @@
 """Projects from existing folders: what is taken over from make, CMake and compile_commands.json."""
+import io
 import json
 import os
 import pathlib
 import random
 import re
 import shutil
-import sys
+import signal
 import tempfile
 import unittest
 import xml.etree.ElementTree as ElementTree
+from unittest import mock
 
-sys.path.insert(0, str(pathlib.Path(__file__).parents[2] / "templates/existing/folder"))
+from program import use_scripts
+
+use_scripts("existing/folder")
 import backgroundprocess  # noqa: E402
 import buildsystems  # noqa: E402
 import commandlines  # noqa: E402
+import projectwriter  # noqa: E402
 from backgroundprocess import run  # noqa: E402
 from folderproject import Inspection, describe  # noqa: E402
+from foldersources import has_main  # noqa: E402
 
 MAIN = "int main(void) { return 0; }\n"
 CMAKE = """cmake_minimum_required(VERSION 3.20)
@@ -58,6 +64,16 @@ class FolderTest(unittest.TestCase):
 
 def options_of(configuration):
     return {} if configuration is None else {each.get("key"): each.text for each in configuration}
+
+
+class FullFile(io.FileIO):
+    """A new file on a full disk."""
+
+    def __init__(self, path):
+        super().__init__(path, "x")
+
+    def write(self, _data):
+        raise OSError(28, "No space left on device")
 
 
 class CommandLines(unittest.TestCase):
@@ -211,7 +227,6 @@ class Make(FolderTest):
         def interrupt(*_):
             raise KeyboardInterrupt
 
-        import signal
         signal.signal(signal.SIGALRM, interrupt)
         signal.setitimer(signal.ITIMER_REAL, 0.3)
         with self.assertRaises(KeyboardInterrupt):
@@ -282,6 +297,14 @@ class CompileCommands(FolderTest):
         self.assertEqual(self.create(inspection)[0]["../sources/test.c"], {"buildExclude": "1"})
         self.assertIn("2 functions 'main'", inspection.problems[0])
 
+    def test_commands_of_another_computer_are_replaced_by_the_sources_of_the_folder(self):
+        self.write({"a.c": MAIN, "b.c": ""})
+        self.write_commands([{"directory": "/elsewhere", "command": "gcc -c a.c", "file": "a.c"}])
+        inspection = self.inspect(ask=False)
+        self.assertEqual(sorted(self.create(inspection)[0]), ["../sources/a.c", "../sources/b.c"])
+        self.assertEqual(inspection.problems, ["None of the sources that build/compile_commands.json names exists. All "
+                                               "sources in the folder are used instead."])
+
     def test_damaged_files_are_skipped(self):
         self.write({"a.c": MAIN})
         for content in ("", "{", "5", '{"a": 1}', "[5, null, {}]", '[{"directory": 5, "command": "gcc -c a.c"}]',
@@ -336,6 +359,39 @@ class Plain(FolderTest):
 
     def test_folder_that_vanished(self):
         self.assertEqual(self.inspect().targets, [])
+
+    def test_names_that_a_project_cannot_store_are_left_out_and_reported(self):
+        for name, shown in ((b"x\xff.c", "x?.c"), (b"x\x01.h", "x?.h"), (b"x\xff.ld", "x?.ld")):
+            with self.subTest(shown):
+                self.write({"a.c": MAIN})
+                (self.folder / os.fsdecode(name)).touch()
+                inspection = self.inspect()
+                self.assertEqual(list(self.create(inspection)[0]), ["../sources/a.c"])
+                self.assertIn(f"These files have names that a project cannot store: {self.folder}/{shown}",
+                              inspection.problems)
+                shutil.rmtree(self.folder)
+                (self.target / "fw.vnp").unlink()
+
+    def test_project_that_cannot_be_written_leaves_no_file(self):
+        self.write({"a.c": MAIN})
+        with mock.patch.object(projectwriter, "open", lambda *_: FullFile(self.target / "fw.vnp"), create=True), \
+                self.assertRaises(OSError):
+            self.create(self.inspect())
+        self.assertEqual(list(self.target.iterdir()), [])
+
+    def test_functions_main_are_found(self):
+        for text, found in ((MAIN, True), ("int\nmain(void)\n{\n}", True), ("static int main (int a,\n  char **b)\n\n{", True),
+                            ("main()\r\n{", True), ("int main(void);", False), ("int domain(void) {", False),
+                            ("x = main(1); y {", False), ("// int main(void) {", False), ("int main = 1;", False)):
+            self.write({"a.c": text})
+            self.assertEqual(has_main(self.folder / "a.c"), found, text)
+
+    def test_search_for_main_ends_soon_in_large_files(self):
+        signal.alarm(60)  # ends the test; patterns that try again at each line need hours
+        self.addCleanup(signal.alarm, 0)
+        for text in ("a\n", "a ", "main ", "main(\n", "main()", "main\n", " ", "\n"):
+            self.write({"a.c": text * (1_000_000 // len(text))})
+            self.assertFalse(has_main(self.folder / "a.c"), text)
 
 
 class Hostile(FolderTest):

@@ -79,7 +79,9 @@ QList<NewFile> filesOf(const FileTemplate &fileTemplate, const QString &path)
     QList<NewFile> files;
     for (const SourceFile &source : readFiles(fileTemplate.directory)) {
         const QString place = files.isEmpty() ? path : target.dir().filePath(expand(source.name, name));
-        files.append(newFile(source, place, name));
+        const auto isThere = [&place](const NewFile &file) { return file.path == place; };
+        if (std::none_of(files.begin(), files.end(), isThere)) // for the name "x.h" the header of a pair is such a file
+            files.append(newFile(source, place, name));
     }
     return files;
 }

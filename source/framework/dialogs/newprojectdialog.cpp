@@ -19,6 +19,13 @@ QString directoryOf(QTreeWidgetItem *item)
     return directory ? *directory : QString();
 }
 
+/// Whether the files of a project, and its folder, can have its name.
+bool isFileName(const QString &name)
+{
+    const auto isImpossible = [](QChar c) { return c == u'/' || c.category() == QChar::Other_Control; };
+    return name != "."_L1 && name != ".."_L1 && std::none_of(name.begin(), name.end(), isImpossible);
+}
+
 /// Creates the levels of @p path that do not exist, from the top down. A level that cannot be created ends it; the
 /// project's folder fails then as well.
 void createDirectories(const QString &path)
@@ -204,6 +211,18 @@ void NewProjectDialog::askAgainFor(QWidget *edit)
         line->selectAll();
 }
 
+/// Why the name cannot be used; null if it can.
+QString NewProjectDialog::problemOfName() const
+{
+    if (!m_nameEdited || projectName().trimmed().isEmpty())
+        return tr("Please enter a name for the new project.");
+    if (!isFileName(projectName()))
+        return tr("The name of a project cannot be '.' or '..', and cannot contain '/' or control characters.");
+    if (m_ui->ProjectFolderCheckBox->isChecked() && QFileInfo::exists(m_projectPath))
+        return tr("A folder with that name already exists.");
+    return {};
+}
+
 void NewProjectDialog::accept()
 {
     if (m_templateDir.isEmpty()) {
@@ -211,12 +230,8 @@ void NewProjectDialog::accept()
         m_ui->TemplateIconView->setFocus();
         return;
     }
-    if (!m_nameEdited || projectName().trimmed().isEmpty()) {
-        showWarning(this, tr("Please enter a name for the new project."));
-        return askAgainFor(m_ui->NameLineEdit);
-    }
-    if (m_ui->ProjectFolderCheckBox->isChecked() && QFileInfo::exists(m_projectPath)) {
-        showWarning(this, tr("A folder with that name already exists."));
+    if (const QString problem = problemOfName(); !problem.isNull()) {
+        showWarning(this, problem);
         return askAgainFor(m_ui->NameLineEdit);
     }
     if (!locationExists()) {

@@ -54,6 +54,7 @@ private:
     void selectCurrent(QListWidgetItem *item);
     void showTemplates(const QList<ProjectTemplate> &templates);
     void showDescription(const QString &text);
+    [[nodiscard]] QString problemOfName() const;
     [[nodiscard]] bool locationExists();
     void createProjectFolder();
     void askAgainFor(QWidget *edit);

@@ -1,5 +1,6 @@
 #include "templatecommands.h"
 #include "activity.h"
+#include "document.h"
 #include "lastdirectories.h"
 #include "messages.h"
 #include "newprojectdialog.h"
@@ -13,6 +14,7 @@
 #include "templatesave.h"
 #include "windowservices.h"
 #include "workprogress.h"
+#include "workspace.h"
 #include <QDir>
 #include <QFileInfo>
 #include <QSettings>
@@ -23,7 +25,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 constexpr int MostRecentTemplates = 6;
-constexpr int MostListedFiles = 10; // in a message
+constexpr int MostListed = 10; // in a message
 const auto NewProjectsKey = u"Paths/NewProjects"_s;
 const auto TemplatesKey = u"Paths/Templates"_s;
 const auto RecentKey = u"Templates/Recent"_s;
@@ -38,10 +40,10 @@ bool isTemplate(const QString &directory)
     return QFileInfo(directory).isDir() && !readTemplate(directory).isFolder();
 }
 
-void removeFiles(const QString &directory)
+/// A paragraph of a message: @p text with the first ones of a list; null for an empty list.
+QString paragraph(const QString &text, const QStringList &items)
 {
-    for (const QFileInfo &file : QDir(directory).entryInfoList(QDir::Files))
-        QFile::remove(file.filePath());
+    return items.isEmpty() ? QString() : text.arg(items.mid(0, MostListed).join(u'\n'));
 }
 
 /// Why copying failed; null if there is nothing to say.
@@ -146,7 +148,10 @@ NewProjectChoices TemplateCommands::choices() const
 QStringList TemplateCommands::folderPaths() const
 {
     QStringList paths = subdirectories(m_directories.installed);
-    paths += m_window.settings().value(TemplatesKey).toString().split(u';', Qt::SkipEmptyParts);
+    for (const QString &path : m_window.settings().value(TemplatesKey).toString().split(u';')) {
+        if (!path.trimmed().isEmpty())
+            paths.append(path.trimmed());
+    }
     return paths + QStringList(m_directories.user);
 }
 
@@ -184,12 +189,24 @@ void TemplateCommands::createProject(const TemplateCopy &order, bool add)
     if (!self)
         return;
     const ProjectTemplate info = readTemplate(order.templateDir);
+    if (isOpen(order.projectFile())) // with the workspace that gets the project
+        return warn(tr("The project '%1' is open. Remove it from the workspace before its file is replaced.")
+                        .arg(QDir::toNativeSeparators(order.projectFile())));
     if (!info.isScript())
         copyProject(order, add);
     else if (info.scriptModule)
         runScript(order, info, add);
     else
         warn(tr("No script specified in template '%1' ").arg(order.templateDir));
+}
+
+bool TemplateCommands::isOpen(const QString &projectFile) const
+{
+    const QFileInfo file(projectFile);
+    const QList<QPointer<Project>> projects = m_activity.projects();
+    return std::any_of(projects.begin(), projects.end(), [&file](const QPointer<Project> &project) {
+        return project && file.exists() && QFileInfo(project->fileName()) == file;
+    });
 }
 
 void TemplateCommands::copyProject(const TemplateCopy &order, bool add)
@@ -269,22 +286,42 @@ void TemplateCommands::saveAsTemplate(Project *project)
     if (!self || !alive || name.isEmpty())
         return;
     const QString directory = QDir(m_directories.user).filePath(directoryNameOf(name));
+    const QList<QPointer<Project>> projects = m_activity.projects();
+    if (std::any_of(projects.begin(), projects.end(),
+                    [&](const auto &each) { return each && liesIn(*each, directory); }))
+        return warn(tr("The template '%1' cannot be replaced, because an open project lies in its folder. Please enter "
+                       "another name.")
+                        .arg(name));
     if (mayReplaceTemplate(directory) && self && alive)
         writeTemplate(*alive, name, directory);
 }
 
-/// An existing template is deleted if the user agrees, so that no old files stay in it.
 bool TemplateCommands::mayReplaceTemplate(const QString &directory) const
 {
-    if (!QFileInfo::exists(directory))
-        return true;
-    const auto answer = showInformation(m_window.dialogParent(),
-                                        tr("A template with that name exists already. Do you want to replace it?"),
-                                        {QMessageBox::Yes, QMessageBox::No});
-    if (answer != QMessageBox::Yes)
-        return false;
-    removeFiles(directory);
-    return true;
+    return !QFileInfo::exists(directory)
+           || showInformation(m_window.dialogParent(),
+                              tr("A template with that name exists already. Do you want to replace it?"),
+                              {QMessageBox::Yes, QMessageBox::No})
+                  == QMessageBox::Yes;
+}
+
+/// What the user has to know of a template of this project; empty if there is nothing.
+QString TemplateCommands::notesOn(const Project &project) const
+{
+    QStringList unsaved;
+    for (Document *document : m_window.workspace()->documents()) {
+        if (document->modified() && QFileInfo(document->filename()).absolutePath() == project.basePath())
+            unsaved.append(QFileInfo(document->filename()).fileName());
+    }
+    QStringList notes = {
+        paragraph(tr("The template does not contain these files. New projects will use them where they are now:\n\n%1"),
+                  filesElsewhere(project)),
+        paragraph(tr("These options have paths that lead out of the project's folder. Please check them in new "
+                     "projects:\n\n%1"),
+                  optionsElsewhere(project)),
+        paragraph(tr("The changes of these files are not saved, so the template does not have them:\n\n%1"), unsaved)};
+    notes.removeAll(QString());
+    return notes.join(u"\n\n"_s);
 }
 
 void TemplateCommands::writeTemplate(const Project &project, const QString &name, const QString &directory)
@@ -292,7 +329,7 @@ void TemplateCommands::writeTemplate(const Project &project, const QString &name
     const QPointer<TemplateCommands> self(this);
     const QString folderFile = QDir(m_directories.user).filePath(u"template.xml"_s);
     const QString description = tr("A project like %1.").arg(project.name());
-    const QStringList elsewhere = filesElsewhere(project); // it may be closed during the copy
+    const QString notes = notesOn(project); // it may be closed during the copy
     const bool hasFolder = QDir().mkpath(m_directories.user)
                            && (QFileInfo::exists(folderFile)
                                || writeTemplateFile(m_directories.user, u"folder"_s, tr("My templates"),
@@ -302,24 +339,18 @@ void TemplateCommands::writeTemplate(const Project &project, const QString &name
                                                          [&](int percent) { return progress.update(percent); })
                                           : CopyOutcome::CannotWrite;
     progress.end();
-    if (outcome == CopyOutcome::Cancelled) {
-        removeFiles(directory); // an incomplete template would be offered
-        QDir().rmdir(directory);
-    }
-    if (self && outcome != CopyOutcome::Cancelled)
-        reportTemplate(name, directory, outcome == CopyOutcome::Done, elsewhere);
+    if (!self || outcome == CopyOutcome::Cancelled)
+        return;
+    if (outcome == CopyOutcome::Done)
+        return reportTemplate(name, notes);
+    warn(tr("The template could not be saved.\n\nPlease make sure that the folder '%1' can be written.")
+             .arg(QDir::toNativeSeparators(directory)));
 }
 
-void TemplateCommands::reportTemplate(const QString &name, const QString &directory, bool saved,
-                                      const QStringList &elsewhere) const
+void TemplateCommands::reportTemplate(const QString &name, const QString &notes) const
 {
-    if (!saved)
-        return warn(tr("The template could not be saved.\n\nPlease make sure that the folder '%1' can be written.")
-                        .arg(QDir::toNativeSeparators(directory)));
     m_window.showMessage(
         tr("The template '%1' was saved. The folder \"My templates\" of the new-project dialog has it.").arg(name));
-    if (!elsewhere.isEmpty())
-        showInformation(m_window.dialogParent(), tr("These files are not in the folder of the project. New projects "
-                                                    "will use them where they are now:\n\n%1")
-                                                     .arg(elsewhere.mid(0, MostListedFiles).join(u'\n')));
+    if (!notes.isEmpty())
+        showInformation(m_window.dialogParent(), notes);
 }

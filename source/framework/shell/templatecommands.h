@@ -47,13 +47,15 @@ private:
     [[nodiscard]] QList<ProjectTemplate> recentTemplates() const;
     void rememberChoice(const NewProjectDialog &dialog) const;
     void createProject(const TemplateCopy &order, bool add);
+    [[nodiscard]] bool isOpen(const QString &projectFile) const;
     void copyProject(const TemplateCopy &order, bool add);
     void runScript(const TemplateCopy &order, const ProjectTemplate &info, bool add);
     void openResult(const TemplateCopy &order, const QString &path, bool add);
     void openProject(const TemplateCopy &order, const QString &projectFile, bool add);
     [[nodiscard]] bool mayReplaceTemplate(const QString &directory) const;
     void writeTemplate(const Project &project, const QString &name, const QString &directory);
-    void reportTemplate(const QString &name, const QString &directory, bool saved, const QStringList &elsewhere) const;
+    [[nodiscard]] QString notesOn(const Project &project) const;
+    void reportTemplate(const QString &name, const QString &notes) const;
 
     // Files
     void createFiles(const NewFileDialog &choice);

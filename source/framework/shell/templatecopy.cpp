@@ -28,15 +28,10 @@ private:
     bool m_all = false;
 };
 
-bool isCopied(const QFileInfo &file)
-{
-    return file.fileName() != "template.xml"_L1 && file.completeSuffix() != "png"_L1;
-}
-
 QFileInfoList copiedFiles(const QString &directory)
 {
-    QFileInfoList files = QDir(directory).entryInfoList(QDir::Files);
-    files.removeIf([](const QFileInfo &file) { return !isCopied(file); });
+    QFileInfoList files = QDir(directory).entryInfoList(QDir::Files | QDir::Hidden);
+    files.removeIf([](const QFileInfo &file) { return !isCopiedFromTemplate(file); });
     return files;
 }
 
@@ -65,6 +60,11 @@ bool renameProject(const TemplateCopy &copy)
 QString TemplateCopy::projectFile() const
 {
     return QDir(projectPath).filePath(name + u".vnp"_s);
+}
+
+bool isCopiedFromTemplate(const QFileInfo &file)
+{
+    return file.fileName() != "template.xml"_L1 && file.completeSuffix() != "png"_L1;
 }
 
 CopyResult copyTemplate(const TemplateCopy &copy, const OverwriteQuestion &ask, const CopyProgress &progress)

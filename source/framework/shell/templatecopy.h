@@ -21,6 +21,9 @@ struct CopyResult
     QString file = {}; ///< the path of the file that failed
 };
 
+/// Whether new projects get a file of a template.
+[[nodiscard]] bool isCopiedFromTemplate(const QFileInfo &file);
+
 /// Copies the files of a template, but neither its subdirectories, its description nor its pictures, and renames the
 /// project file. The files that were copied before a failure stay; an incomplete one is removed.
 [[nodiscard]] CopyResult copyTemplate(const TemplateCopy &copy, const OverwriteQuestion &ask,

@@ -1,24 +1,34 @@
 #include "templatesave.h"
 #include "project.h"
 #include "projectfile.h"
+#include "templatecopy.h"
 #include "wholefile.h"
+#include <filesystem>
 #include <QDir>
 #include <QFileInfo>
+#include <QRegularExpression>
+#include <QTemporaryDir>
 #include <QXmlStreamReader>
 #include <QXmlStreamWriter>
 
 using namespace Qt::StringLiterals;
 
 namespace {
-bool isElsewhere(const Project &project, const QString &storedPath)
-{
-    return QFileInfo(project.absolutePath(storedPath)).absolutePath() != QDir::cleanPath(project.basePath());
-}
-
 bool belongsToTemplate(const QFileInfo &file)
 {
     const QString suffix = file.suffix();
-    return suffix != "vnp"_L1 && suffix != "vnw"_L1 && !suffix.endsWith(u'~') && file.fileName() != "template.xml"_L1;
+    return suffix != "vnp"_L1 && suffix != "vnw"_L1 && !suffix.endsWith(u'~') && isCopiedFromTemplate(file);
+}
+
+bool isElsewhere(const Project &project, const QString &storedPath)
+{
+    const QFileInfo file(project.absolutePath(storedPath));
+    return file.absolutePath() != QDir::cleanPath(project.basePath()) || !belongsToTemplate(file);
+}
+
+QFileInfoList filesIn(const QString &directory)
+{
+    return QDir(directory).entryInfoList(QDir::Files | QDir::Hidden);
 }
 
 void copyElement(const QXmlStreamReader &reader, QXmlStreamWriter &writer, const Project &project)
@@ -31,6 +41,45 @@ void copyElement(const QXmlStreamReader &reader, QXmlStreamWriter &writer, const
             value = project.absolutePath(value);
         writer.writeAttribute(attribute.qualifiedName().toString(), value);
     }
+}
+
+CopyOutcome writeTemplate(const Project &project, const SavedTemplate &saved, const QString &directory,
+                          const CopyProgress &progress)
+{
+    const QDir target(directory);
+    QFileInfoList files = filesIn(project.basePath());
+    files.removeIf([](const QFileInfo &file) { return !belongsToTemplate(file); });
+    const QString text = templateProjectText(project); // before the copy, in which the project may be closed
+    FileCopier copier(files, progress);
+    for (const QFileInfo &file : files) {
+        const CopyOutcome outcome = copier.copyFile(file.filePath(), target.filePath(file.fileName()));
+        if (outcome != CopyOutcome::Done)
+            return outcome;
+    }
+    const bool written = writeFileSafely(target.filePath(u"project.vnp"_s), text.toUtf8())
+                         && writeTemplateFile(directory, {}, saved.name, saved.description);
+    return written ? CopyOutcome::Done : CopyOutcome::CannotWrite;
+}
+
+/// Moves all files into another directory of the same file system, and deletes its other files.
+bool replaceFiles(const QString &from, const QString &to)
+{
+    if (!QDir().mkpath(to))
+        return false;
+    QStringList old;
+    for (const QFileInfo &file : filesIn(to))
+        old.append(file.fileName());
+    for (const QFileInfo &file : filesIn(from)) {
+        std::error_code error;
+        const QFileInfo target(QDir(to).filePath(file.fileName()));
+        std::filesystem::rename(file.filesystemFilePath(), target.filesystemFilePath(), error);
+        if (error)
+            return false;
+        old.removeOne(file.fileName());
+    }
+    for (const QString &name : old)
+        QFile::remove(QDir(to).filePath(name));
+    return true;
 }
 } // namespace
 
@@ -59,6 +108,31 @@ QStringList filesElsewhere(const Project &project)
     return paths;
 }
 
+QStringList optionsElsewhere(const Project &project)
+{
+    static const QRegularExpression outside(u"(?<![^\\s;,='\"ILT])\\.\\.(?=/|$|[\\s;'\"])"_s); // also "-I../include"
+    QStringList options;
+    QXmlStreamReader reader(project.toXml());
+    while (!reader.atEnd()) {
+        reader.readNext();
+        if (!reader.isStartElement() || reader.name() != "property"_L1)
+            continue;
+        const QString key = reader.attributes().value("key"_L1).toString();
+        const QString value = reader.readElementText(QXmlStreamReader::SkipChildElements);
+        if (value.contains(outside))
+            options.append(key + u": "_s + value);
+    }
+    options.removeDuplicates(); // of several configurations
+    return options;
+}
+
+bool liesIn(const Project &project, const QString &directory)
+{
+    const QString place = QFileInfo(directory).canonicalFilePath(); // empty if it does not exist
+    const QString base = QFileInfo(project.basePath()).canonicalFilePath();
+    return !place.isEmpty() && (base + u'/').startsWith(place + u'/');
+}
+
 bool writeTemplateFile(const QString &directory, const QString &type, const QString &name, const QString &description)
 {
     QByteArray text;
@@ -77,21 +151,16 @@ bool writeTemplateFile(const QString &directory, const QString &type, const QStr
 
 CopyOutcome saveTemplate(const Project &project, const SavedTemplate &saved, const CopyProgress &progress)
 {
-    const QDir target(saved.directory);
-    if (!target.mkpath(u"."_s))
+    const QString parent = QFileInfo(saved.directory).path();
+    if (!QDir().mkpath(parent))
         return CopyOutcome::CannotWrite;
-    QFileInfoList files = QDir(project.basePath()).entryInfoList(QDir::Files);
-    files.removeIf([](const QFileInfo &file) { return !belongsToTemplate(file); });
-    const QString text = templateProjectText(project); // before the copy, in which the project may be closed
-    FileCopier copier(files, progress);
-    for (const QFileInfo &file : files) {
-        const CopyOutcome outcome = copier.copyFile(file.filePath(), target.filePath(file.fileName()));
-        if (outcome != CopyOutcome::Done)
-            return outcome;
-    }
-    const bool written = writeFileSafely(target.filePath(u"project.vnp"_s), text.toUtf8())
-                         && writeTemplateFile(saved.directory, {}, saved.name, saved.description);
-    return written ? CopyOutcome::Done : CopyOutcome::CannotWrite;
+    const QTemporaryDir beside(parent + u"/.template-XXXXXX"_s); // hidden, so that the dialog does not offer it
+    if (!beside.isValid())
+        return CopyOutcome::CannotWrite;
+    const CopyOutcome outcome = writeTemplate(project, saved, beside.path(), progress);
+    if (outcome != CopyOutcome::Done)
+        return outcome;
+    return replaceFiles(beside.path(), saved.directory) ? CopyOutcome::Done : CopyOutcome::CannotWrite;
 }
 
 QString directoryNameOf(const QString &name)

@@ -6,6 +6,8 @@ import re
 import shutil
 from xml.etree import ElementTree
 
+from varneltexts import tr
+
 LARGEST_SVD = 100_000_000  # bytes
 MOST_INTERRUPTS = 480
 _EXCEPTIONS = {2: "NMI", 3: "HardFault", 4: "MemManage", 5: "BusFault", 6: "UsageFault", 11: "SVC", 12: "DebugMon",
@@ -85,7 +87,7 @@ class Device:
         interrupts = interrupts_of(svd_file) if svd_file else ("",) * kind.interrupts
         _check_memories(flash, ram, 4 * (16 + len(interrupts)))
         if not re.fullmatch(r"[\w./ +-]*", chip_file):
-            raise DeviceError("chip", "The chip file of OpenOCD has a name such as target/chip.cfg.")
+            raise DeviceError("chip", tr("The chip file of OpenOCD has a name such as target/chip.cfg."))
         device = Device(kind, flash, ram, next(each for each in PROBES if each.name == probe), svd_file,
                         chip_file.strip(), interrupts)
         if device.probe is EMULATION:
@@ -96,7 +98,7 @@ class Device:
 def _number(field, text):
     match = re.fullmatch(r"\s*(0[xX][0-9a-fA-F_]+|[0-9]+)\s*([kKmM]?)[bB]?\s*", text)
     if not match:
-        raise DeviceError(field, f"'{text}' is not a number. Write it like 0x8000, 64K or 1M.")
+        raise DeviceError(field, tr("'{}' is not a number. Write it like 0x8000, 64K or 1M.").format(text))
     return int(match[1].replace("_", ""), 0 if match[1][:2] in ("0x", "0X") else 10) \
         * {"": 1, "K": 1024, "M": 1048576}[match[2].upper()]
 
@@ -104,37 +106,38 @@ def _number(field, text):
 def _check_memories(flash, ram, vectors):
     for field, (start, size), least in (("flash", flash, vectors + 256), ("ram", ram, 1024)):
         if size < least:
-            raise DeviceError(field + "Size", f"The memory is too small: it needs {least} bytes.")
+            raise DeviceError(field + "Size", tr("The memory is too small: it needs {} bytes.").format(least))
         if start + size > 0x100000000:
-            raise DeviceError(field + "Start", "The memory does not end below 4 GB.")
+            raise DeviceError(field + "Start", tr("The memory does not end below 4 GB."))
         if start % 1024:
-            raise DeviceError(field + "Start", "The memory must begin at a multiple of 1024.")
+            raise DeviceError(field + "Start", tr("The memory must begin at a multiple of 1024."))
         if size % 8:
-            raise DeviceError(field + "Size", "The size of the memory must be a multiple of 8.")
+            raise DeviceError(field + "Size", tr("The size of the memory must be a multiple of 8."))
     if flash[0] < ram[0] + ram[1] and ram[0] < flash[0] + flash[1]:
-        raise DeviceError("ramStart", "Flash and RAM overlap.")
+        raise DeviceError("ramStart", tr("Flash and RAM overlap."))
 
 
 def _check_board(device):
     core = device.core
     if not core.machine:
-        raise DeviceError("chip", f"QEMU has no board with a {core.name}.")
+        raise DeviceError("chip", tr("QEMU has no board with a {}.").format(core.name))
     for field, (start, size), (first, most) in (("flash", device.flash, core.memories[0]),
                                                 ("ram", device.ram, core.memories[1])):
         outside = start < first or start + size > first + most
         if outside or (field == "flash" and start != first):  # it starts with the vector table there
-            raise DeviceError(field + "Start", f"The emulated board '{core.machine}' has this memory at {first:#x} "
-                                               f"with {most // 1024} KB.")
+            raise DeviceError(field + "Start",
+                              tr("The emulated board '{board}' has this memory at {start} with {size} KB.").format(
+                                  board=core.machine, start=f"{first:#x}", size=most // 1024))
 
 
 def interrupts_of(svd_file):
     """The names of the interrupts that an SVD file describes, by their number. Raises DeviceError."""
     try:
         if os.path.getsize(svd_file) > LARGEST_SVD:
-            raise DeviceError("svd", f"'{svd_file}' is too large for an SVD file.")
+            raise DeviceError("svd", tr("'{}' is too large for an SVD file.").format(svd_file))
         names = dict(_interrupts(svd_file))
     except (OSError, ElementTree.ParseError) as error:
-        raise DeviceError("svd", f"The SVD file cannot be read: {error}") from None
+        raise DeviceError("svd", tr("The SVD file cannot be read: {}").format(error)) from None
     count = max(names, default=-1) + 1
     return tuple(names.get(number, "") for number in range(count))
 

@@ -1,24 +1,21 @@
 """Asks for the properties of a Cortex-M chip, and makes a firmware project for it."""
-import contextlib
 import os
 
 from armdevice import CORES, PROBES, Device, DeviceError, write_project
+from projecttemplates import file_name, file_problem, give_up
 from varnel import app, mbOk
-
-TITLE = "Your Own Arm Device"
+from varneltexts import tr
 
 
 def createProject(name, template_directory, project_path):
-    device = DeviceForm(template_directory).ask()
+    form = DeviceForm(template_directory)
+    device = form.ask()
     if not device:
-        with contextlib.suppress(OSError):
-            os.rmdir(project_path)  # only an empty one: the next attempt needs the name
-        return None
+        return give_up(name, project_path)
     try:
-        return write_project(device, name, project_path)
-    except FileExistsError as error:
-        app.messageBox(TITLE, f"The file '{error.filename}' exists already.", mbOk)
-        return None
+        return write_project(device, file_name(name), project_path)
+    except OSError as error:
+        return give_up(name, project_path, form.title, file_problem(error))
 
 
 class DeviceForm:
@@ -28,6 +25,7 @@ class DeviceForm:
         self._form = app.loadUI(os.path.join(template_directory, "device.ui"))
         self._form.svdButton.onClicked = self._browse
         self._form.buttonBox.onAccepted = self._accept
+        self.title = self._form.windowTitle
         self._device = None
 
     def ask(self):
@@ -35,7 +33,8 @@ class DeviceForm:
         return self._device if self._form.execute() else None
 
     def _browse(self, _button):
-        file = app.openFileDialog(self._form.svdButton.toolTip, self._form.svdEdit.text, "SVD files (*.svd *.xml)")
+        file = app.openFileDialog(self._form.svdButton.toolTip, self._form.svdEdit.text,
+                                  tr("SVD files (*.svd *.xml)"))
         if file:
             self._form.svdEdit.text = file
 
@@ -47,7 +46,7 @@ class DeviceForm:
                 flash_size=form.flashSizeEdit.text, ram_start=form.ramStartEdit.text, ram_size=form.ramSizeEdit.text,
                 svd_file=form.svdEdit.text, probe=PROBES[form.probeBox.currentIndex].name, chip_file=form.chipEdit.text)
         except DeviceError as error:
-            app.messageBox(TITLE, str(error), mbOk)
+            app.messageBox(self.title, str(error), mbOk)
             getattr(form, error.field + "Edit").setFocus()
             return
         form.accept()

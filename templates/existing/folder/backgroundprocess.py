@@ -4,6 +4,8 @@ import signal
 import subprocess
 import tempfile
 
+from varneltexts import tr
+
 TIME_LIMIT = 120  # seconds
 MOST_OUTPUT = 200_000_000  # bytes
 _INTERVAL = 0.05  # seconds between two moments at which the window is served
@@ -24,7 +26,7 @@ def run(command, directory):
                 os.killpg(process.pid, signal.SIGKILL)
                 process.wait()
         if not ended:
-            return "", f"'{command[0]}' was stopped: it took too long or wrote too much."
+            return "", tr("'{}' was stopped: it took too long or wrote too much.").format(command[0])
         return _text(output), _text(errors)
 
 

@@ -8,7 +8,10 @@ HEADERS = (".h", ".hh", ".hpp", ".hxx")
 SCRIPTS = (".ld",)
 MOST_ENTRIES = 20000  # of all directories
 MOST_FILES = 2000
-_MAIN = re.compile(rb"^[\w\s]*\bmain\s*\([^;{}]*\)\s*\{", re.MULTILINE)
+LARGEST_SEARCH = 10_000_000  # bytes
+# Two patterns, and the second one is bounded: a search takes a time that grows with the size of the file only.
+_NAME = re.compile(rb"^[\w \t]*\bmain\s*\(", re.MULTILINE)
+_PARAMETERS = re.compile(rb"[^;{}]{0,500}\)\s{0,200}\{")
 
 
 class FolderFiles:
@@ -58,8 +61,10 @@ def _is_generated(directory):
 
 
 def has_main(path):
+    """Whether a function `main` is defined in a source."""
     try:
         with open(path, "rb") as file:
-            return bool(_MAIN.search(file.read(10_000_000)))
+            text = file.read(LARGEST_SEARCH)
     except OSError:
         return False
+    return any(_PARAMETERS.match(text, found.end()) for found in _NAME.finditer(text))

@@ -2,32 +2,49 @@
 import contextlib
 import os
 import pathlib
+import shutil
 import tempfile
 from xml.sax.saxutils import escape
 
 from folderproject import Inspection, describe
+from projecttemplates import file_name, file_problem, give_up
+from projectwriter import readable
 from varnel import app, mbOk
-
-TITLE = "From an existing folder"
+from varneltexts import tr
 
 
 def createProject(name, template_directory, project_path):
-    answer = FolderForm(template_directory, project_path).ask()
-    target = None
-    if answer:
-        inspection = Inspection(*answer)
-        target = choose_target(template_directory, inspection)
-    if not answer or (inspection.targets and target is None):
-        with contextlib.suppress(OSError):
-            os.rmdir(project_path)  # only an empty one: the next attempt needs the name
-        return None
+    form = FolderForm(template_directory, project_path)
+    answer = form.ask()
+    has_build = os.path.exists(os.path.join(project_path, "build"))
+    path, message = None, ""
     try:
-        path = inspection.create(name, target)
-    except FileExistsError as error:
-        app.messageBox(TITLE, f"The file '{error.filename}' exists already.", mbOk)
+        if answer:
+            path = create(name, template_directory, Inspection(*answer))
+    except OSError as error:
+        message = file_problem(error)
+    finally:  # also after a cancellation
+        if not path and not has_build:
+            remove_build_of_cmake(project_path)
+        if not path:
+            give_up(name, project_path, form.title, message)
+    return path
+
+
+def create(name, template_directory, inspection):
+    """Returns the path of the project; None if the user cancels."""
+    target = choose_target(template_directory, inspection)
+    if inspection.targets and target is None:
         return None
+    path = inspection.create(file_name(name), target)
     inspection.show_problems()
     return path
+
+
+def remove_build_of_cmake(project_path):
+    shutil.rmtree(os.path.join(project_path, "build", "cmake"), ignore_errors=True)
+    with contextlib.suppress(OSError):
+        os.rmdir(os.path.join(project_path, "build"))
 
 
 class FolderForm:
@@ -38,8 +55,10 @@ class FolderForm:
         self._form = app.loadUI(os.path.join(template_directory, "fromfolder.ui"))
         self._form.browseButton.onClicked = self._browse
         self._form.buttonBox.onAccepted = self._accept
-        if any(os.scandir(project_path)):
-            self._form.folderEdit.text = project_path
+        self.title = self._form.windowTitle
+        with contextlib.suppress(OSError):  # the project's folder could not be created
+            if os.listdir(project_path):
+                self._form.folderEdit.text = project_path
 
     def ask(self):
         """Returns the arguments of an `Inspection`; None if the user cancels."""
@@ -51,7 +70,7 @@ class FolderForm:
         return os.path.abspath(os.path.expanduser(self._form.folderEdit.text.strip()))
 
     def _browse(self, _button):
-        file = app.openFileDialog(self._form.browseButton.toolTip, self._folder() + "/", "All files (*)")
+        file = app.openFileDialog(self._form.browseButton.toolTip, self._folder() + "/", tr("All files (*)"))
         if file:
             self._form.folderEdit.text = os.path.dirname(file)
 
@@ -59,7 +78,7 @@ class FolderForm:
         if self._form.folderEdit.text.strip() and os.path.isdir(self._folder()):
             self._form.accept()
             return
-        app.messageBox(TITLE, self._form.folderEdit.toolTip, mbOk)
+        app.messageBox(self.title, self._form.folderEdit.toolTip, mbOk)
         self._form.folderEdit.setFocus()
 
 
@@ -68,7 +87,7 @@ def choose_target(template_directory, inspection):
     targets = inspection.targets
     if len(targets) < 2:
         return targets[0] if targets else None
-    rows = "".join(f"<item><property name='text'><string>{escape(describe(each))}</string></property></item>"
+    rows = "".join(f"<item><property name='text'><string>{escape(readable(describe(each)))}</string></property></item>"
                    for each in targets)
     form = pathlib.Path(template_directory, "target.ui").read_text(encoding="utf-8")
     with tempfile.TemporaryDirectory() as directory:

@@ -5,6 +5,7 @@ import re
 from xml.etree import ElementTree
 
 import commandlines
+from varneltexts import tr
 
 _TOOL_CHAINS = {  # by the prefix of the compiler: name and feature of the build environment
     "": ("GNU Host", "{6bca5f2f-17de-4d7e-b2dd-e693ae57731c}"),
@@ -41,12 +42,18 @@ class ProjectWriter:
 
     def add(self, compilations, headers=(), scripts=(), excluded=()):
         """`excluded` are those of the sources that are not built."""
-        self._compilations = list({each.source: each for each in compilations}.values())
-        self._headers, self._scripts, self._excluded = list(headers), list(scripts), set(excluded)
+        sources = {each.source: each for each in compilations}
+        unstorable = [each for each in (*sources, *headers, *scripts) if readable(each) != each]
+        self._compilations = [each for path, each in sources.items() if path not in unstorable]
+        self._headers, self._scripts = ([each for each in paths if each not in unstorable] for paths in (headers, scripts))
+        self._excluded = set(excluded)
+        if unstorable:
+            self.problems.append(tr("These files have names that a project cannot store: {}").format(
+                ", ".join(map(readable, unstorable))))
         if self._compilations:
             self._compiler = _most_common([each.compiler for each in self._compilations])
         if any(commandlines.is_clang(each.compiler) for each in self._compilations):
-            self.problems.append("The compiler is clang. The project uses gcc, which does not have all of its flags.")
+            self.problems.append(tr("The compiler is clang. The project uses gcc, which does not have all of its flags."))
 
     def set_linking(self, linking, is_program):
         settings = {"buildLinkerScript": self._relative(linking.script) if linking.script else "",
@@ -57,15 +64,15 @@ class ProjectWriter:
         if not is_program:
             settings = {"buildTargetType": "library"}
             if linking.compiler:
-                self.problems.append("The folder makes a shared library. The project makes a static one.")
+                self.problems.append(tr("The folder makes a shared library. The project makes a static one."))
         self._settings.update({key: value for key, value in settings.items() if value})
 
     def _libraries(self, linking):
         """Those of the folder's build that the project cannot make are used as files."""
         missing = [each for each in linking.inputs if not os.path.exists(each)]
         if missing:
-            self.problems.append("These files are made by the build of the folder, but do not exist yet: "
-                                 + ", ".join(missing))
+            self.problems.append(tr("These files are made by the build of the folder, but do not exist yet: {}").format(
+                ", ".join(missing)))
         files = [self._relative(each) for each in linking.inputs if each not in missing]
         return _without_repetitions(files + linking.libraries)
 
@@ -95,9 +102,8 @@ class ProjectWriter:
                 self._write_file(folder, file)
         self._write_properties(root)
         ElementTree.indent(root, " ")
-        text = ElementTree.tostring(root, encoding="unicode")
-        with open(self._path, "x", encoding="utf-8") as file:
-            file.write(text + "\n")
+        text = ElementTree.tostring(root, encoding="unicode") + "\n"
+        _write_new(self._path, text.encode("utf-8"))
         return self._path
 
     def _environments(self):
@@ -192,10 +198,21 @@ class ProjectWriter:
 def _write_configuration(properties, name, settings):
     configuration = ElementTree.SubElement(properties, "configuration", name=name)
     for key, value in sorted(settings.items()):
-        ElementTree.SubElement(configuration, "property", key=key).text = _readable(value)
+        ElementTree.SubElement(configuration, "property", key=key).text = readable(value)
 
 
-def _readable(text):
+def _write_new(path, data):
+    """Raises FileExistsError if the file exists. After another error it does not exist, so that it can be tried again."""
+    with open(path, "xb") as file:
+        try:
+            file.write(data)
+            file.flush()
+        except OSError:
+            os.remove(path)
+            raise
+
+
+def readable(text):
     """Without the characters that a file of XML cannot have."""
     return re.sub(r"[^\t\n\r\x20-\ud7ff\ue000-\ufffd\U00010000-\U0010ffff]", "?", text)
 

@@ -3,6 +3,7 @@ import ast
 
 import varnel
 import varnelreplay
+import varneltexts
 
 # The classes of the stub file for types that the module does not offer by name, which therefore begin with "_".
 HIDDEN = {"app.projects": "_Projects", "iter(app.projects)": "_ProjectsIterator", "app.debugger.processors": "_Processors",
@@ -105,10 +106,20 @@ def check_replay(tree):
         yield f"varnelreplay declares {declared}"
 
 
+def check_texts(tree):
+    function, = (each for each in tree.body if isinstance(each, ast.FunctionDef))
+    live = [name for name in vars(varneltexts) if not name.startswith("_")]
+    if live != [function.name]:
+        yield f"varneltexts has {live}"
+    elif ast.get_docstring(function) != varneltexts.tr.__doc__:
+        yield "varneltexts.tr: other documentation"
+
+
 def check(folder, table, load):
     tree = parse(folder + "/varnel.pyi")
     yield from check_names(tree)
     yield from check_replay(parse(folder + "/varnelreplay.pyi"))
+    yield from check_texts(parse(folder + "/varneltexts.pyi"))
     classes = {each.name: each for each in tree.body if isinstance(each, ast.ClassDef)}
     yield from check_widgets(classes)
     types = [each for each in load("checktypes").read(table) if not each[1].startswith("Py")]
