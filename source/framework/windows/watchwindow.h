@@ -34,7 +34,7 @@ public Q_SLOTS:
     void clicked(ListViewItem *item, const QPoint &point, int column);
     void itemRenamed(ListViewItem *item, int column, const QString &text);
     void contextMenuRequested(ListViewItem *item, const QPoint &point, int column);
-    void removeWatch(); ///< Removes the current row.
+    void removeWatch(); ///< Removes the watch of the current row, which may be a member.
     void updateMenu();
     void addItem(const QString &text); ///< Adds a watch.
 
