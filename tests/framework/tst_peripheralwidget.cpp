@@ -554,6 +554,46 @@ private Q_SLOTS:
         QCOMPARE(row(u"LOAD"_s)->text(1), u"0x000155AA"_s); // what was written
     }
 
+    void registerThatCannotBeReadIsWrittenOnly_data()
+    {
+        QTest::addColumn<QString>("typed");
+        QTest::addColumn<QString>("shown");
+        QTest::newRow("a number") << u"0x41"_s << u"0x00000041"_s;
+        QTest::newRow("zero") << u"0"_s << u"0x00000000"_s;
+    }
+
+    void registerThatCannotBeReadIsWrittenOnly()
+    {
+        QFETCH(QString, typed);
+        QFETCH(QString, shown);
+        showFields({{}, true, false, false}); // its being sensitive does not matter
+        m_plugin->values[u"LOAD"_s] = 0x99;
+        m_widget->update();
+        QCOMPARE(m_plugin->takeCalls(), QStringList(u"read /STATE"_s));
+        QCOMPARE(row(u"LOAD"_s)->text(1), u"write only"_s);
+        QVERIFY(!rightClick(u"LOAD"_s));
+        enter(u"LOAD"_s, typed);
+        QCOMPARE(m_plugin->takeCalls(), QStringList(u"write LOAD/LOAD="_s + typed.section(u'x', -1)));
+        QCOMPARE(row(u"LOAD"_s)->text(1), shown); // what was written
+        m_widget->update();
+        QCOMPARE(m_plugin->takeCalls(), QStringList(u"read /STATE"_s));
+    }
+
+    void fieldsOfARegisterThatCannotBeReadAreNotRead()
+    {
+        PeripheralRegisterDetails details = LoadFields;
+        details.readable = false;
+        showFields(details);
+        m_plugin->values[u"LOAD"_s] = 0x99;
+        m_widget->update();
+        open(u"LOAD"_s);
+        QCOMPARE(row(u"COUNT [31:16]"_s)->text(1), u"write only"_s);
+        m_plugin->takeCalls();
+        enter(u"COUNT [31:16]"_s, u"0x2"_s);
+        choose(u"ENABLE [0]"_s, 1);
+        QCOMPARE(m_plugin->takeCalls(), (QStringList{u"write LOAD/LOAD=20000"_s, u"write LOAD/LOAD=20001"_s}));
+    }
+
     void fieldIsTakenBackIfItsRegisterCannotBeRead()
     {
         showFields(LoadFields);
