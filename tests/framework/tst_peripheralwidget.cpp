@@ -263,6 +263,7 @@ private Q_SLOTS:
         m_plugin->values = {{u"LOAD"_s, 5}, {u"TIMER"_s, 1}};
         m_widget->update();
         QCOMPARE(changed(), u"TIMER LOAD"_s);
+        QCOMPARE(m_widget->property("changed"), u"TIMER\nLOAD\n"_s); // for test drivers
         m_widget->update();
         QCOMPARE(changed(), QString());
     }

@@ -73,6 +73,11 @@ QString PeripheralWidget::text() const
     return gridText(*m_list);
 }
 
+QString PeripheralWidget::changed() const
+{
+    return changedNames(*m_list);
+}
+
 void PeripheralWidget::showEvent(QShowEvent *event)
 {
     DebugPane::showEvent(event);

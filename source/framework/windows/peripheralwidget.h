@@ -19,6 +19,7 @@ class PeripheralWidget : public DebugPane
 {
     Q_OBJECT
     Q_PROPERTY(QString text READ text)
+    Q_PROPERTY(QString changed READ changed)
 public:
     explicit PeripheralWidget(QWidget *parent = nullptr);
     ~PeripheralWidget() override;
@@ -27,6 +28,7 @@ public:
     void releaseEnvironment() override { setPeripherals(nullptr); }
     void setPaused(bool paused) override { m_paused = paused; }
     [[nodiscard]] QString text() const;    ///< The rows that are not closed away: "name = value", a line each.
+    [[nodiscard]] QString changed() const; ///< The names of the rows that are marked, a line each.
 
 public Q_SLOTS:
     void update() override;

@@ -133,6 +133,11 @@ QString WatchWindow::text() const
     return gridText(*m_list);
 }
 
+QString WatchWindow::changed() const
+{
+    return changedNames(*m_list);
+}
+
 // Rows ----------------------------------------------------------------------------------------------------------------
 
 void WatchWindow::clear()
