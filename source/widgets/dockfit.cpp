@@ -4,6 +4,8 @@
 #include <QDockWidget>
 #include <QLayout>
 #include <QMainWindow>
+#include <QPointer>
+#include <QTimer>
 
 namespace {
 constexpr int TabHeight = 30; ///< pixels
@@ -91,18 +93,44 @@ QSize leastSize(const QMainWindow &window)
     window.layout()->invalidate();
     return window.layout()->minimumSize();
 }
-} // namespace
 
-void fitDocks(QMainWindow &window, QDockWidget *shown)
+void joinUntilFit(QMainWindow &window, QDockWidget *shown, const QSize &room)
 {
     for (const Qt::Orientation orientation : {Qt::Vertical, Qt::Horizontal}) {
         const auto isTooLarge = [&] {
             const QSize least = leastSize(window);
-            return orientation == Qt::Vertical ? least.height() > window.height() : least.width() > window.width();
+            return orientation == Qt::Vertical ? least.height() > room.height() : least.width() > room.width();
         };
         while (isTooLarge() && join(window, orientation, shown)) {
         }
     }
-    if (shown)
+    if (shown && isDocked(shown))
         shown->raise();
+}
+
+/// Contents and tabs have their least sizes only when they are laid out, which may enlarge the window.
+void fitAgain(QMainWindow *window, const QPointer<QDockWidget> &shown, const QSize &room, int rounds)
+{
+    QTimer::singleShot(0, window, [window, shown, room, rounds] {
+        const QSize least = leastSize(*window);
+        if (least.width() > room.width() || least.height() > room.height()) {
+            const QSize size = window->size(); // which may have been made larger for another reason
+            const int width = size.width() > least.width() ? size.width() : room.width();
+            const int height = size.height() > least.height() ? size.height() : room.height();
+            joinUntilFit(*window, shown, room);
+            window->layout()->activate();
+            window->resize(width, height);
+        }
+        if (rounds > 1)
+            fitAgain(window, shown, room, rounds - 1);
+    });
+}
+} // namespace
+
+void fitDocks(QMainWindow &window, QDockWidget *shown)
+{
+    constexpr int Rounds = 3;
+    const QSize room = window.size();
+    joinUntilFit(window, shown, room);
+    fitAgain(&window, shown, room, Rounds);
 }

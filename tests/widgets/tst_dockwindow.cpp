@@ -73,7 +73,8 @@ private Q_SLOTS:
         QVERIFY(QTest::qWaitForWindowExposed(&window));
         for (DockWindow *dock : std::as_const(docks)) {
             dock->toggleVisible();
-            QCoreApplication::processEvents();
+            for (int round = 0; round < 10; ++round)
+                QCoreApplication::processEvents();
             QCOMPARE(window.size(), size);
             QVERIFY(!dock->visibleRegion().isEmpty());
         }
@@ -103,6 +104,32 @@ private Q_SLOTS:
         QCOMPARE(window.height(), 320);
         QCOMPARE(window.tabifiedDockWidgets(one), QList<QDockWidget *>{two});
         QVERIFY(!top->visibleRegion().isEmpty());
+    }
+
+    /// As of a list and a plot that stand above each other in a narrow place.
+    void contentsMayNeedMoreRoomWhenTheyAreLaidOut()
+    {
+        class Content : public QWidget
+        {
+            void resizeEvent(QResizeEvent *) override { setMinimumHeight(200); }
+        };
+        QMainWindow window;
+        QList<DockWindow *> docks;
+        for (int i = 0; i < 2; ++i) {
+            auto *dock = new DockWindow(QString::number(i), QString::number(i), &window);
+            dock->setWidget(new Content);
+            window.addDockWidget(Qt::RightDockWidgetArea, dock);
+            dock->hide();
+            docks.append(dock);
+        }
+        window.resize(500, 350);
+        window.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&window));
+        for (DockWindow *dock : std::as_const(docks)) {
+            dock->bringUp();
+            QTRY_COMPARE(window.tabifiedDockWidgets(dock).size(), dock == docks.last() ? 1 : 0);
+            QTRY_COMPARE(window.height(), 350);
+        }
     }
 };
 
