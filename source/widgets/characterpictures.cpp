@@ -81,17 +81,23 @@ int scaleOf(const QPainter &painter)
     return isSupported && isPlain ? int(ratio) : 0;
 }
 
-/// Whether nothing was painted outside the cell in the middle.
-bool isInMiddle(const QImage &image, const QRect &middle, QRgb paper)
+enum class Reach { Cell, Row, Beyond };
+
+/// How far a character reaches that was painted into the cell in the middle.
+Reach reachOf(const QImage &image, const QRect &middle, QRgb paper)
 {
+    Reach reach = Reach::Cell;
     for (int y = 0; y < image.height(); ++y) {
         const auto *line = reinterpret_cast<const QRgb *>(image.constScanLine(y));
         for (int x = 0; x < image.width(); ++x) {
-            if (line[x] != paper && !middle.contains(x, y))
-                return false;
+            if (line[x] == paper || middle.contains(x, y))
+                continue;
+            if (y < middle.top() || y > middle.bottom())
+                return Reach::Beyond;
+            reach = Reach::Row;
         }
     }
-    return true;
+    return reach;
 }
 } // namespace
 
@@ -107,7 +113,8 @@ bool CharacterPictures::draw(QPainter &painter, const QPoint &place, QStringView
     if (scale == 0 || !isRaster || !isWhole(painter.deviceTransform().map(QPointF(place))))
         return false;
     const Set &set = setFor(style, scale, painter.device()->logicalDpiX());
-    if (set.pictures.isNull())
+    const auto isLarger = [&set](QChar character) { return set.largerCharacters.contains(character); };
+    if (set.pictures.isNull() || std::ranges::any_of(text, isLarger))
         return false;
     if (text.isEmpty())
         return true;
@@ -126,7 +133,7 @@ const CharacterPictures::Set &CharacterPictures::setFor(const Style &style, int 
     }
     if (m_sets.size() >= MostSets)
         m_sets.removeFirst();
-    Set &set = m_sets.emplaceBack(Set{style, scale, {}});
+    Set &set = m_sets.emplaceBack(Set{style, scale, {}, {}});
     if (!isFixedAndPlain(style.font, style.cell.width()))
         return set;
     const QSize cell = style.cell * scale;
@@ -143,8 +150,11 @@ const CharacterPictures::Set &CharacterPictures::setFor(const Style &style, int 
         painter.setPen(style.colour);
         painter.drawText(QPointF(style.cell.width(), style.cell.height() + style.baseline), QChar(char16_t(First + i)));
         painter.end();
-        if (!isInMiddle(one, middle, style.paper.rgb()))
-            return set; // the character reaches over its cell
+        const Reach reach = reachOf(one, middle, style.paper.rgb());
+        if (reach == Reach::Beyond)
+            return set; // and would be cut off by the next row
+        if (reach == Reach::Row)
+            set.largerCharacters += QChar(char16_t(First + i));
         for (int y = 0; y < cell.height(); ++y)
             std::memcpy(all.scanLine(y) + qsizetype(4) * i * cell.width(),
                         one.constScanLine(cell.height() + y) + qsizetype(4) * cell.width(), size_t(4 * cell.width()));

@@ -32,7 +32,8 @@ private:
     {
         Style style;
         int scale = 1;
-        QImage pictures; ///< side by side, in pixels of the device; null if they cannot be used
+        QString largerCharacters; ///< those that reach into the cells beside
+        QImage pictures;          ///< side by side, in pixels of the device; null if they cannot be used
     };
     const Set &setFor(const Style &style, int scale, int dotsPerInch);
     void composeLine(const Set &set, QStringView text);

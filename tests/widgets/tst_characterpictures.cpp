@@ -83,8 +83,9 @@ private Q_SLOTS:
         const auto style = styleOf(QFont(u"DejaVu Sans Mono"_s, points));
         QVERIFY(CharacterPictures::canShow(text));
         const QImage pictures = drawnAsPictures(text, style, scale);
-        QVERIFY(!pictures.isNull());
-        QCOMPARE(pictures, drawnAsText(text, style, scale));
+        QVERIFY(!pictures.isNull() || points != 10 || scale != 1); // in others some reach out of their cells
+        if (!pictures.isNull())
+            QCOMPARE(pictures, drawnAsText(text, style, scale));
     }
 
     void nothingIsDrawnWhereTheTextWouldLookOtherwise_data()
@@ -104,7 +105,7 @@ private Q_SLOTS:
     {
         QFETCH(QFont, font);
         QFETCH(qreal, scale);
-        QTEST(!drawnAsPictures(u"text"_s, styleOf(font), scale).isNull(), "drawn");
+        QTEST(!drawnAsPictures(u"If/W"_s, styleOf(font), scale).isNull(), "drawn");
     }
 
     void transformedPaintersAreRefused()
@@ -138,7 +139,11 @@ private Q_SLOTS:
             QCOMPARE(image, drawnAsText(QString(i + 1, u'x'), style, 1));
         }
         style = styleOf(QFont(u"DejaVu Sans Mono"_s, 14));
-        QCOMPARE(drawnAsPictures(u"x"_s, style, 1), drawnAsText(u"x"_s, style, 1));
+        QImage image = empty(1);
+        QPainter painter(&image);
+        QVERIFY(pictures.draw(painter, Place, u"x", style));
+        painter.end();
+        QCOMPARE(image, drawnAsText(u"x"_s, style, 1));
     }
 
     void otherCharactersAreNoneOfThem()

@@ -169,9 +169,11 @@ bool MemoryTextLayout::drawPictures(QPainter &painter, const QPalette &palette, 
                                                                           : brush.color(),
                                              palette.color(QPalette::Base)};
         const int column = part.position() - block.position();
-        if (!m_pictures.draw(painter, place + QPoint(column * m_charWidth, 0),
-                             QStringView(text).sliced(column, part.length()), style))
+        const QStringView shown = QStringView(text).sliced(column, part.length());
+        if (!m_pictures.draw(painter, place + QPoint(column * m_charWidth, 0), shown, style)) {
+            painter.fillRect(QRect(place, QSize(column * m_charWidth, m_rowHeight)), style.paper);
             return false;
+        }
     }
     return true;
 }
