@@ -4,6 +4,7 @@
 #include "interfaceobject.h"
 #include "memoryedit.h"
 #include "memorywindow.h"
+#include "paintcounter.h"
 #include <benchmark/benchmark.h>
 #include <QApplication>
 #include <QElapsedTimer>
@@ -47,12 +48,6 @@ private:
     const uint m_modes;
 };
 
-void repaint(QWidget &widget)
-{
-    QApplication::processEvents();
-    widget.repaint();
-}
-
 qint64 bareEdit(const QStringList &texts, const QFont &font, QSize size)
 {
     QPlainTextEdit edit;
@@ -61,13 +56,15 @@ qint64 bareEdit(const QStringList &texts, const QFont &font, QSize size)
     edit.setFont(font);
     edit.resize(size);
     edit.show();
-    repaint(*edit.viewport());
+    QApplication::processEvents();
+    const PaintCounter paints(edit.viewport());
     QElapsedTimer timer;
     timer.start();
     for (const QString &text : texts) {
         edit.setPlainText(text);
-        repaint(*edit.viewport());
+        QApplication::processEvents();
     }
+    require(paints.count == texts.size(), "A page of the peer was not painted once.");
     return timer.nsecsElapsed();
 }
 
@@ -84,16 +81,18 @@ qint64 bareReads(Memory &memory, int mode)
 }
 
 /// The texts of the pages that it has gone through.
-QStringList pageDown(MemoryWindow &window, MemoryEdit &edit, qint64 *nanoseconds)
+QStringList pageDown(MemoryEdit &edit, qint64 *nanoseconds)
 {
     QStringList texts;
+    const PaintCounter paints(edit.viewport());
     for (int i = 0; i < Pages; ++i) {
         QKeyEvent key(QEvent::KeyPress, Qt::Key_PageDown, Qt::NoModifier);
         QElapsedTimer timer;
         timer.start();
         QApplication::sendEvent(&edit, &key);
-        repaint(window);
+        QApplication::processEvents();
         *nanoseconds += timer.nsecsElapsed();
+        require(paints.count == i + 1, "A page was not painted once.");
         texts.append(edit.toPlainText());
     }
     return texts;
@@ -110,13 +109,13 @@ void onePage(benchmark::State &state, int mode)
     window.resize(3840, 2160);
     window.show();
     window.setInterface(memory.get());
-    repaint(window);
+    QApplication::processEvents();
     qint64 total = 0;
     qint64 peer = 0;
     for ([[maybe_unused]] auto _ : state) {
         memory->reads = 0;
         qint64 time = 0;
-        const QStringList texts = pageDown(window, *edit, &time);
+        const QStringList texts = pageDown(*edit, &time);
         require(memory->reads == Pages, "A page down is not one read.");
         require(texts.first() != texts.last(), "The pages are the same.");
         peer += bareEdit(texts, font, edit->size()) + bareReads(*memory, mode);

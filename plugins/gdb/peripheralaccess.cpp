@@ -134,9 +134,10 @@ PeripheralRegisterDetails PeripheralAccess::details(const QString &peripheral, c
     const Row *row = find(peripheral, registerName);
     if (!row)
         return {};
-    PeripheralRegisterDetails details{{}, isSensitive(row->device), row->device.onesClear};
-    for (const SvdField &field : row->device.fields) {
-        if (field.lowBit < row->device.width)
+    const SvdRegister &device = row->device;
+    PeripheralRegisterDetails details{{}, isSensitive(device), device.onesClear, device.readable};
+    for (const SvdField &field : device.fields) {
+        if (field.lowBit < device.width)
             details.fields.append(fieldInfo(field));
     }
     return details;

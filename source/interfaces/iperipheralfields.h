@@ -27,6 +27,7 @@ struct PeripheralRegisterDetails
     QList<PeripheralFieldInfo> fields; ///< in the order of display; empty if they are not known
     bool readingChanges = false;       ///< reading it has an effect, so it is only read when the user asks for it
     bool onesClear = false;            ///< a one that is written clears its bit, and a zero leaves it
+    bool readable = true;              ///< if not, it is never read
 };
 
 /// Optional interface of the IPeripherals object: the fields of its registers.
@@ -34,8 +35,8 @@ struct PeripheralRegisterDetails
 /// The peripheral window shows the fields as rows below their register. It writes a field by reading, changing and
 /// writing the whole register. A register that changes when it is read is not read for that: the other bits are written
 /// as they were shown last, and while they are unknown the field cannot be written. The other bits are written as zeros
-/// if a one clears a bit of the register, or if their field cannot be read. A register without a readable field is
-/// never read; its other bits are written as they were written last.
+/// if a one clears a bit of the register, or if their field cannot be read. A register that cannot be read, or none of
+/// whose fields can, is never read; its other bits are written as they were written last.
 class IPeripheralFields : public QUnknownInterface
 {
 public:

@@ -15,6 +15,8 @@ struct Text
 
 void reportCursor(QWidget *view)
 {
+    if (!QAccessible::isActive())
+        return; // the position is that in all the text on screen, which takes its time
     QAccessibleInterface *accessible = QAccessible::queryAccessibleInterface(view);
     if (!accessible || !accessible->textInterface())
         return;

@@ -1,4 +1,7 @@
 #include "dockwindow.h"
+#include "dockfit.h"
+#include <QLayout>
+#include <QMainWindow>
 
 DockWindow::DockWindow(const QString &objectName, const QString &caption, QWidget *parent)
     : QDockWidget(caption, parent)
@@ -15,8 +18,18 @@ void DockWindow::toggleVisible()
         hide();
 }
 
+/// Among the others of the main window, which does not grow for it.
 void DockWindow::bringUp()
 {
-    show();
+    auto *window = qobject_cast<QMainWindow *>(parentWidget());
+    if (!isHidden() || isFloating() || !window || !window->isVisible()) {
+        show();
+    } else {
+        const QLayout::SizeConstraint constraint = window->layout()->sizeConstraint();
+        window->layout()->setSizeConstraint(QLayout::SetNoConstraint); // otherwise show() enlarges the window
+        show();
+        fitDocks(*window, this);
+        window->layout()->setSizeConstraint(constraint);
+    }
     raise();
 }

@@ -186,6 +186,7 @@ ListView::ListView(QWidget *parent) : QTreeWidget(parent)
     setEditTriggers(NoEditTriggers);
     setUniformRowHeights(true);
     setItemDelegate(new ListViewDelegate(this));
+    header()->setTextElideMode(Qt::ElideRight); // as the cells
     connect(this, &QTreeWidget::itemExpanded, this,
             [](QTreeWidgetItem *item) { static_cast<ListViewItem *>(item)->openChanged(true); });
     connect(this, &QTreeWidget::itemCollapsed, this,

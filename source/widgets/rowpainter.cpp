@@ -47,13 +47,8 @@ void RowPainter::setFont(const QFont &font)
 {
     const QFontMetrics metrics(font);
     m_lineHeight = std::max(1, metrics.lineSpacing() + (font.family() == u"Courier"_s ? metrics.descent() : 0));
-    m_charWidth = std::max(1, metrics.horizontalAdvance(u'0'));
     m_baseline = metrics.ascent();
-    m_font = font;
-    m_font.setLetterSpacing(QFont::AbsoluteSpacing, 0);
-    const qreal pitch = QFontMetricsF(m_font).horizontalAdvance(u'0');
-    if (pitch != m_charWidth) // at some screen scales
-        m_font.setLetterSpacing(QFont::AbsoluteSpacing, m_charWidth - pitch);
+    m_font = withPixelPitch(font, &m_charWidth);
 }
 
 RowText RowPainter::row(const QString &line)
@@ -96,7 +91,11 @@ void RowPainter::drawText(QPainter &painter, const RowText &row, int left, const
     if (row.isSimple) {
         const int first = std::max(0, (clip.left() - left) / m_charWidth - 1);
         const int count = clip.width() / m_charWidth + 4; // a slanted character may reach over its cell
-        painter.drawText(left + first * m_charWidth, clip.top() + m_baseline, row.shown.mid(first, count));
+        const QString text = row.shown.mid(first, count);
+        const QPoint place(left + first * m_charWidth, clip.top());
+        const CharacterPictures::Style style{m_font, {m_charWidth, m_lineHeight}, double(m_baseline), colour, paper};
+        if (!withColours || !m_isOnPaper || !m_pictures.draw(painter, place, text, style))
+            painter.drawText(place + QPoint(0, m_baseline), text);
         return;
     }
     QList<QTextLayout::FormatRange> formats = row.formats;

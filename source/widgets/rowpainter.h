@@ -1,4 +1,5 @@
 #pragma once
+#include "characterpictures.h"
 #include "rowtext.h"
 #include <QCache>
 #include <QFont>
@@ -23,6 +24,8 @@ public:
     RowPainter();
 
     void setFont(const QFont &font);
+    /// Rows are drawn on paper of the palette's base colour, and on nothing else: that takes less time.
+    void setOnPaper(bool onPaper) { m_isOnPaper = onPaper; }
     [[nodiscard]] int lineHeight() const { return m_lineHeight; }
     [[nodiscard]] int charWidth() const { return m_charWidth; }
 
@@ -44,6 +47,8 @@ private:
     int m_lineHeight = 1;
     int m_charWidth = 1;
     int m_baseline = 0;
+    bool m_isOnPaper = false;
+    CharacterPictures m_pictures;
     QCache<QString, RowText> m_rich; ///< the rows of lines with markup, which take long to read
 };
 

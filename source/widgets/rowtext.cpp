@@ -90,6 +90,72 @@ void readMarkup(RowText &row, QStringView line)
     row.text.replace(QChar::Nbsp, u' ');
 }
 
+/// The characters from @p start on get a colour.
+void appendColour(RowText &row, qsizetype start, const QColor &colour)
+{
+    QTextCharFormat format;
+    format.setForeground(colour);
+    const auto length = int(row.text.size() - start);
+    QTextLayout::FormatRange *last = row.formats.isEmpty() ? nullptr : &row.formats.last();
+    if (last && last->start + last->length == start && last->format == format)
+        last->length += length;
+    else if (length > 0)
+        row.formats.append({int(start), length, format});
+}
+
+/// The character that @p line begins with by a name; null if it is none of the usual ones.
+QChar namedCharacter(QStringView line, qsizetype *length)
+{
+    static constexpr std::array<std::pair<QLatin1StringView, char16_t>, 5> Names{
+        {{"&nbsp;"_L1, u' '}, {"&lt;"_L1, u'<'}, {"&gt;"_L1, u'>'}, {"&amp;"_L1, u'&'}, {"&quot;"_L1, u'"'}}};
+    const auto *found = std::ranges::find_if(Names, [line](const auto &name) { return line.startsWith(name.first); });
+    *length = found == Names.end() ? 0 : found->first.size();
+    return found == Names.end() ? QChar() : QChar(found->second);
+}
+
+/// The colour of the tag that @p line begins with; invalid for other tags.
+QColor colourOfTag(QStringView line, qsizetype *length)
+{
+    static constexpr QLatin1StringView Start("<font color=\"#");
+    constexpr qsizetype Digits = 6;
+    *length = Start.size() + Digits + 2;
+    if (!line.startsWith(Start) || line.size() < *length || line.sliced(*length - 2, 2) != "\">"_L1)
+        return {};
+    return QColor(line.sliced(Start.size() - 1, Digits + 1));
+}
+
+/// Reads colours one behind the other and names of characters, which are all that rows of a disassembly have. Returns
+/// false if there is more, for which readMarkup() needs a hundred times as long.
+bool readColours(RowText &row, QStringView line)
+{
+    static constexpr QLatin1StringView End("</font>");
+    QColor colour;
+    qsizetype start = 0; // of the colour
+    for (qsizetype at = 0, length = 1; at < line.size(); at += length) {
+        const QChar character = line[at];
+        length = 1;
+        if (character == u'<' && !colour.isValid()) {
+            colour = colourOfTag(line.sliced(at), &length);
+            start = row.text.size();
+            if (!colour.isValid())
+                return false;
+        } else if (character == u'<' && line.sliced(at).startsWith(End)) {
+            length = End.size();
+            appendColour(row, start, colour);
+            colour = {};
+        } else if (character == u'&') {
+            row.text += namedCharacter(line.sliced(at), &length);
+            if (length == 0)
+                return false;
+        } else if (character != u'<' && ((character >= u' ' && character <= u'~') || character.isLetterOrNumber())) {
+            row.text += character;
+        } else {
+            return false;
+        }
+    }
+    return !colour.isValid();
+}
+
 /// The row without RowText::shown, which is computed from the text.
 RowText readLine(const QString &line)
 {
@@ -99,7 +165,11 @@ RowText readLine(const QString &line)
         return row;
     }
     const bool ended = line.endsWith(u'\n');
-    readMarkup(row, QStringView(line).chopped(ended ? 1 : 0));
+    const QStringView content = QStringView(line).chopped(ended ? 1 : 0);
+    if (!readColours(row, content)) {
+        row = {};
+        readMarkup(row, content);
+    }
     if (ended)
         row.text += u'\n';
     return row;

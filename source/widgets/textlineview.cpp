@@ -16,6 +16,7 @@ constexpr int CursorWidth = 2;
 TextLineView::TextLineView(ILineSource *lineSource, QWidget *parent) : ScrollView(parent), m_lineSource(lineSource)
 {
     installAccessibleViews();
+    m_rows.setOnPaper(true);
     setFocusPolicy(Qt::StrongFocus);
     viewport()->setCursor(Qt::IBeamCursor);
     QPalette colours = palette();

@@ -2,7 +2,8 @@
 #include "callplugin.h"
 #include "environmentkey.h"
 #include "iexecutionenvironment.h"
-#include "imemory.h"
+#include "imemory64.h"
+#include "isymbols64.h"
 #include "symboladdress.h"
 #include "varnelassert.h"
 #include <limits>
@@ -12,6 +13,20 @@
 using namespace Qt::StringLiterals;
 
 namespace {
+/// The region names addresses by 32 bits; those of a larger processor all have the same upper half there. Nothing if
+/// it is not known.
+std::optional<uint> upperHalfOf(QUnknownInterface *environment, const MemoryRegion &region)
+{
+    const auto wide = queryPlugin<IMemory64>(environment);
+    if (!wide)
+        return queryPlugin<ISymbols64>(environment) ? std::nullopt : std::optional(0u);
+    for (const MemoryRegion64 &each : askPlugin<&IMemory64::regions>(wide)) {
+        if (each.id == region.id && uint(each.lowAddress) == region.lowAddress)
+            return uint(each.lowAddress >> 32);
+    }
+    return {};
+}
+
 std::optional<quint64> symbolAddress(uint key, const QString &symbol)
 {
     const auto environment = shareInterface(key ? environmentOfKey(key) : nullptr);
@@ -63,9 +78,10 @@ std::optional<DisassemblerDocument::Region> DisassemblerDocument::readRegion(QUn
         return {};
     if (regions->isEmpty() || regions->first().highAddress < regions->first().lowAddress)
         return Region();
-    const uint low = regions->first().lowAddress;
-    const quint64 count = quint64(regions->first().highAddress) - low + 1;
-    return Region{low, int(std::min<quint64>(count, std::numeric_limits<int>::max()))};
+    const MemoryRegion &first = regions->first();
+    const quint64 count = quint64(first.highAddress) - first.lowAddress + 1;
+    return Region{first.lowAddress, int(std::min<quint64>(count, std::numeric_limits<int>::max())),
+                  upperHalfOf(environment, first)};
 }
 
 void DisassemblerDocument::refreshRegion()
@@ -149,9 +165,11 @@ int DisassemblerDocument::paraOf(int line) const
     return paraOfAddress(addressOfLine(line));
 }
 
-/// The region names addresses by 32 bits; those of a larger processor all have the same upper half there.
 int DisassemblerDocument::paraOfAddress(quint64 address) const
 {
+    const auto upperHalf = uint(address >> 32);
+    if (upperHalf != 0 && upperHalf != m_region.upperHalf.value_or(upperHalf))
+        return -1;
     const uint index = uint(address) - m_region.lowAddress;
     return index < uint(m_region.count) ? int(index) : -1;
 }

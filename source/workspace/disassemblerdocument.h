@@ -39,6 +39,7 @@ public:
     [[nodiscard]] int lineOf(int para) const; ///< as the rest of the program names it
     /// The paragraph of such a line, or of an address; -1 if it is not shown here.
     [[nodiscard]] int paraOf(int line) const;
+    /// The upper half of an address may be left out.
     [[nodiscard]] int paraOfAddress(quint64 address) const;
     /// The address that a user's text means: a symbol, a symbol plus a number, or a number in hexadecimal digits.
     [[nodiscard]] std::optional<quint64> addressOf(const QString &text) const;
@@ -51,7 +52,8 @@ private:
     struct Region
     {
         uint lowAddress = 0;
-        int count = 0; ///< of addresses
+        int count = 0;                     ///< of addresses
+        std::optional<uint> upperHalf = 0; ///< of whole addresses, if it is known
 
         bool operator==(const Region &) const = default;
     };

@@ -194,7 +194,8 @@ LargeTextDocument::StoredLine LargeTextDocument::storedLine(int index)
     stored.start += begun;
     stored.isUtf8 = text.isValidUtf8();
     stored.text = stored.isUtf8 ? QString::fromUtf8(text) : QString::fromLatin1(text);
-    if (stored.text.endsWith(QStringLiteral("\r\n")))
+    stored.hasReturn = stored.text.endsWith(QStringLiteral("\r\n"));
+    if (stored.hasReturn)
         stored.text.remove(stored.text.size() - 2, 1);
     return stored;
 }
@@ -202,9 +203,10 @@ LargeTextDocument::StoredLine LargeTextDocument::storedLine(int index)
 qint64 LargeTextDocument::offsetOf(const Place &place)
 {
     const StoredLine stored = storedLine(place.line);
-    const QStringView before =
-        QStringView(stored.text).first(std::clamp<qsizetype>(place.column, 0, stored.text.size()));
-    return stored.start + (stored.isUtf8 ? before.toUtf8().size() : before.size());
+    const qsizetype column = std::clamp<qsizetype>(place.column, 0, stored.text.size());
+    const QStringView before = QStringView(stored.text).first(column);
+    const bool isBehindReturn = stored.hasReturn && column == stored.text.size();
+    return stored.start + (stored.isUtf8 ? before.toUtf8().size() : before.size()) + (isBehindReturn ? 1 : 0);
 }
 
 LargeTextDocument::Place LargeTextDocument::placeOf(qint64 offset)
@@ -215,6 +217,8 @@ LargeTextDocument::Place LargeTextDocument::placeOf(qint64 offset)
     const StoredLine stored = storedLine(place.line);
     const QByteArray before = m_map->bytesAt(stored.start, std::max<qint64>(0, offset - stored.start));
     place.column = int(stored.isUtf8 ? QString::fromUtf8(before).size() : before.size());
+    if (stored.hasReturn && place.column >= stored.text.size())
+        --place.column; // both characters of the line end have the same column
     return place;
 }
 

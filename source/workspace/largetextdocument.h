@@ -68,6 +68,7 @@ private:
         /// Of the text: a byte order mark and a character that the line before has begun are not part of it.
         qint64 start = 0;
         bool isUtf8 = true;
+        bool hasReturn = false; ///< before its line end, which is not part of the text
     };
 
     bool load();

@@ -6,6 +6,7 @@
 #include <QSignalSpy>
 #include <QTest>
 #include <QTextBlock>
+#include <QTextFrame>
 #include <QVBoxLayout>
 
 using namespace Qt::StringLiterals;
@@ -55,6 +56,37 @@ private:
         cursor.setPosition(cursor.position() + index);
         const QRect rect = m_edit->cursorRect(cursor);
         return {rect.left() + 2, rect.center().y()};
+    }
+    /// The same text and formats in the layout that text edits usually have.
+    void copyInto(QTextEdit &peer) const
+    {
+        peer.setLineWrapMode(QTextEdit::NoWrap);
+        peer.setOverwriteMode(true);
+        peer.setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+        peer.setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+        peer.setFont(m_edit->font());
+        peer.setPalette(m_edit->palette());
+        peer.setGeometry(m_edit->geometry());
+        peer.document()->setDocumentMargin(0);
+        QTextCursor end(peer.document());
+        for (QTextBlock block = m_edit->document()->begin(); block.isValid(); block = block.next()) {
+            if (block.blockNumber() > 0)
+                end.insertBlock();
+            for (auto it = block.begin(); !it.atEnd(); ++it)
+                end.insertText(it.fragment().text(), it.fragment().charFormat());
+        }
+        QTextFrameFormat frame = peer.document()->rootFrame()->frameFormat();
+        frame.setMargin(0);
+        frame.setLeftMargin(4);
+        peer.document()->rootFrame()->setFrameFormat(frame);
+        peer.show();
+    }
+    static void select(QTextEdit &edit, int from, int to)
+    {
+        QTextCursor cursor(edit.document());
+        cursor.setPosition(from);
+        cursor.setPosition(to, QTextCursor::KeepAnchor);
+        edit.setTextCursor(cursor);
     }
     QStringList reports() { return std::exchange(m_reports, {}); }
     static bool isTakenFromActions(QWidget *widget, int key, Qt::KeyboardModifiers modifiers, const QString &text)
@@ -148,6 +180,49 @@ private Q_SLOTS:
         many.append(many.first());
         m_edit->showLines(many, 8, 1, 1);
         QVERIFY(m_edit->document()->size().height() > m_edit->viewport()->height());
+    }
+
+    void linesLookAsInAnEditOfRichText_data()
+    {
+        QTest::addColumn<bool>("selected");
+        QTest::addColumn<bool>("changed");
+        QTest::addColumn<bool>("dark");
+        QTest::addColumn<QByteArray>("family");
+        QTest::newRow("ordinary") << false << false << false << QByteArray("DejaVu Sans Mono");
+        QTest::newRow("selected") << true << false << false << QByteArray("DejaVu Sans Mono");
+        QTest::newRow("changed") << false << true << false << QByteArray("DejaVu Sans Mono");
+        QTest::newRow("dark") << true << true << true << QByteArray("DejaVu Sans Mono");
+        QTest::newRow("proportional font") << true << true << false << QByteArray("DejaVu Sans");
+    }
+
+    void linesLookAsInAnEditOfRichText()
+    {
+        QFETCH(bool, selected);
+        QFETCH(bool, changed);
+        QFETCH(bool, dark);
+        QFETCH(QByteArray, family);
+        m_edit->setTextFont(QFont(QString::fromLatin1(family), 11));
+        if (dark) {
+            QPalette palette = m_edit->palette();
+            palette.setColor(QPalette::Base, Qt::black);
+            palette.setColor(QPalette::Text, Qt::white);
+            m_edit->setPalette(palette);
+        }
+        showBytes();
+        if (changed)
+            m_edit->markChanged(1, 8, 2);
+        m_window->layout()->itemAt(1)->widget()->setFocus();
+        QTextEdit peer(m_window.get());
+        copyInto(peer);
+        select(peer, selected ? 7 : 0, selected ? 30 : 0);
+        select(*m_edit, selected ? 7 : 0, selected ? 30 : 0);
+        const QImage shown = m_edit->viewport()->grab().toImage();
+        QCOMPARE(shown.size(), peer.viewport()->size());
+        QCOMPARE(shown, peer.viewport()->grab().toImage());
+        for (int column = 0; column < 8; ++column) { // and characters are where they are seen
+            const QPoint point = pointAt(1, column);
+            QCOMPARE(m_edit->cursorForPosition(point).position(), peer.cursorForPosition(point).position());
+        }
     }
 
     void theCharactersFitTheWidth()

@@ -263,6 +263,7 @@ private Q_SLOTS:
         m_plugin->values = {{u"LOAD"_s, 5}, {u"TIMER"_s, 1}};
         m_widget->update();
         QCOMPARE(changed(), u"TIMER LOAD"_s);
+        QCOMPARE(m_widget->property("changed"), u"TIMER\nLOAD\n"_s); // for test drivers
         m_widget->update();
         QCOMPARE(changed(), QString());
     }
@@ -552,6 +553,46 @@ private Q_SLOTS:
         enter(u"GO [16]"_s, u"1"_s);
         QCOMPARE(m_plugin->takeCalls(), (QStringList{u"write LOAD/LOAD=55aa"_s, u"write LOAD/LOAD=155aa"_s}));
         QCOMPARE(row(u"LOAD"_s)->text(1), u"0x000155AA"_s); // what was written
+    }
+
+    void registerThatCannotBeReadIsWrittenOnly_data()
+    {
+        QTest::addColumn<QString>("typed");
+        QTest::addColumn<QString>("shown");
+        QTest::newRow("a number") << u"0x41"_s << u"0x00000041"_s;
+        QTest::newRow("zero") << u"0"_s << u"0x00000000"_s;
+    }
+
+    void registerThatCannotBeReadIsWrittenOnly()
+    {
+        QFETCH(QString, typed);
+        QFETCH(QString, shown);
+        showFields({{}, true, false, false}); // its being sensitive does not matter
+        m_plugin->values[u"LOAD"_s] = 0x99;
+        m_widget->update();
+        QCOMPARE(m_plugin->takeCalls(), QStringList(u"read /STATE"_s));
+        QCOMPARE(row(u"LOAD"_s)->text(1), u"write only"_s);
+        QVERIFY(!rightClick(u"LOAD"_s));
+        enter(u"LOAD"_s, typed);
+        QCOMPARE(m_plugin->takeCalls(), QStringList(u"write LOAD/LOAD="_s + typed.section(u'x', -1)));
+        QCOMPARE(row(u"LOAD"_s)->text(1), shown); // what was written
+        m_widget->update();
+        QCOMPARE(m_plugin->takeCalls(), QStringList(u"read /STATE"_s));
+    }
+
+    void fieldsOfARegisterThatCannotBeReadAreNotRead()
+    {
+        PeripheralRegisterDetails details = LoadFields;
+        details.readable = false;
+        showFields(details);
+        m_plugin->values[u"LOAD"_s] = 0x99;
+        m_widget->update();
+        open(u"LOAD"_s);
+        QCOMPARE(row(u"COUNT [31:16]"_s)->text(1), u"write only"_s);
+        m_plugin->takeCalls();
+        enter(u"COUNT [31:16]"_s, u"0x2"_s);
+        choose(u"ENABLE [0]"_s, 1);
+        QCOMPARE(m_plugin->takeCalls(), (QStringList{u"write LOAD/LOAD=20000"_s, u"write LOAD/LOAD=20001"_s}));
     }
 
     void fieldIsTakenBackIfItsRegisterCannotBeRead()

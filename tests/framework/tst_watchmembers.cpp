@@ -29,9 +29,9 @@ public:
     ProcessorStatus processorStatus() override { return {}; }
     ProgramStatus programStatus() override { return ProgramPaused; }
     bool currentLocation(QString &, int &) override { return false; }
-    int evaluate(const QString &, QString &result) override
+    int evaluate(const QString &expression, QString &result) override
     {
-        result = u"{...}"_s;
+        result = values.value(expression, u"{...}"_s);
         return 0;
     }
     _object *pythonExtension() override { return nullptr; }
@@ -53,6 +53,7 @@ public:
     void requestValue(const DebugRequest &request, const StackPlace &, const QString &expression, int,
                       IDebugReplies *replies) override
     {
+        asked += expression;
         if (onValue)
             onValue();
         VariableInfo info;
@@ -103,7 +104,9 @@ public:
         }
     }
 
+    QHash<QString, QString> values; ///< of watches
     QHash<QString, QList<VariableInfo>> members;
+    QStringList asked; ///< whether they have members
     bool atOnce = false;
     std::function<void()> onValue;
     QStringList log;
@@ -343,8 +346,48 @@ private Q_SLOTS:
         QTest::keyClick(list(), Qt::Key_Delete);
         QCOMPARE(watch()->childCount(), 2);
         QCOMPARE(m_window->watches(), (QStringList{u"point"_s, u"number"_s}));
-        m_window->contextMenuRequested(child(watch(), 0), {}, 0);
-        QVERIFY(!QApplication::activePopupWidget());
+    }
+
+    void menuOfAMemberRemovesItsWatch()
+    {
+        open(watch());
+        open(child(watch(), 1));
+        m_window->contextMenuRequested(child(child(watch(), 1), 0), {}, 0);
+        QWidget *menu = QApplication::activePopupWidget();
+        QVERIFY(menu);
+        QTest::keyClick(menu, Qt::Key_Down);
+        QTest::keyClick(menu, Qt::Key_Return);
+        QCOMPARE(m_window->watches(), QStringList(u"number"_s));
+    }
+
+    void numbersAreAskedForMembersOnce()
+    {
+        m_plugin->values.insert(u"number"_s, u"-12"_s);
+        refresh();
+        m_plugin->asked.clear();
+        m_plugin->values.insert(u"number"_s, u"1.5e+10"_s);
+        refresh();
+        QCOMPARE(m_plugin->asked, QStringList(u"point"_s));
+        m_plugin->asked.clear();
+        m_plugin->values.insert(u"number"_s, u"{...}"_s); // another variable of that name, in another function
+        m_plugin->members[u"number"_s] = {TreeEnvironment::member(u"x"_s, u"(number).x"_s, u"1"_s)};
+        refresh();
+        QCOMPARE(m_plugin->asked, (QStringList{u"point"_s, u"number"_s}));
+        QCOMPARE(watch(1)->childIndicatorPolicy(), QTreeWidgetItem::ShowIndicator);
+        m_plugin->asked.clear();
+        m_plugin->values.insert(u"number"_s, u"7"_s); // a structure that is shown as a number
+        refresh();
+        refresh();
+        QCOMPARE(m_plugin->asked, (QStringList{u"point"_s, u"number"_s, u"point"_s, u"number"_s}));
+    }
+
+    void addressesAreAskedForMembersEachTime()
+    {
+        m_plugin->values.insert(u"number"_s, u"0x20000000"_s);
+        refresh();
+        m_plugin->asked.clear();
+        refresh();
+        QCOMPARE(m_plugin->asked, (QStringList{u"point"_s, u"number"_s}));
     }
 
     void newAndRenamedWatchesGetTheirMembers()

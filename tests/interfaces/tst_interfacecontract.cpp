@@ -151,7 +151,8 @@ static_assert(areInOrder(offsetof(PeripheralFieldInfo, name), offsetof(Periphera
 static_assert(std::is_standard_layout_v<PeripheralRegisterDetails> && sizeof(PeripheralRegisterDetails) == 32);
 static_assert(areInOrder(offsetof(PeripheralRegisterDetails, fields),
                          offsetof(PeripheralRegisterDetails, readingChanges),
-                         offsetof(PeripheralRegisterDetails, onesClear)));
+                         offsetof(PeripheralRegisterDetails, onesClear),
+                         offsetof(PeripheralRegisterDetails, readable)));
 
 static_assert(std::is_standard_layout_v<DebugRequest> && sizeof(DebugRequest) == 16);
 static_assert(areInOrder(offsetof(DebugRequest, number), offsetof(DebugRequest, generation)));

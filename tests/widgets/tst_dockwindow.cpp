@@ -1,4 +1,5 @@
 #include "dockwindow.h"
+#include <algorithm>
 #include <QMainWindow>
 #include <QTest>
 
@@ -38,6 +39,97 @@ private Q_SLOTS:
         QTRY_VERIFY(!one.visibleRegion().isEmpty());
         one.toggleVisible();
         QVERIFY(one.isHidden());
+    }
+
+    void windowDoesNotGrowForADock_data()
+    {
+        QTest::addColumn<Qt::DockWidgetArea>("area");
+        QTest::addColumn<QSize>("size");
+        QTest::addColumn<int>("beside"); ///< how many stand beside each other
+        QTest::newRow("column with room") << Qt::RightDockWidgetArea << QSize(500, 900) << 4;
+        QTest::newRow("low window") << Qt::RightDockWidgetArea << QSize(500, 420) << 2;
+        QTest::newRow("lower window") << Qt::LeftDockWidgetArea << QSize(500, 250) << 1;
+        QTest::newRow("row with room") << Qt::BottomDockWidgetArea << QSize(900, 500) << 4;
+        QTest::newRow("narrow window") << Qt::BottomDockWidgetArea << QSize(350, 500) << 2;
+    }
+
+    void windowDoesNotGrowForADock()
+    {
+        QFETCH(Qt::DockWidgetArea, area);
+        QFETCH(QSize, size);
+        QMainWindow window;
+        QList<DockWindow *> docks;
+        for (int i = 0; i < 4; ++i) {
+            auto *dock = new DockWindow(QString::number(i), QString::number(i), &window);
+            auto *content = new QWidget;
+            content->setMinimumSize(150, 130);
+            dock->setWidget(content);
+            window.addDockWidget(area, dock);
+            dock->hide();
+            docks.append(dock);
+        }
+        window.resize(size);
+        window.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&window));
+        for (DockWindow *dock : std::as_const(docks)) {
+            dock->toggleVisible();
+            for (int round = 0; round < 10; ++round)
+                QCoreApplication::processEvents();
+            QCOMPARE(window.size(), size);
+            QVERIFY(!dock->visibleRegion().isEmpty());
+        }
+        const auto seen = [](const DockWindow *dock) { return !dock->visibleRegion().isEmpty(); };
+        QTEST(int(std::ranges::count_if(docks, seen)), "beside");
+    }
+
+    void dockOfAnotherEdgeMakesRoom()
+    {
+        QMainWindow window;
+        const auto add = [&window](Qt::DockWidgetArea area) {
+            auto *dock = new DockWindow({}, {}, &window);
+            dock->setWidget(new QWidget);
+            dock->widget()->setMinimumHeight(100);
+            window.addDockWidget(area, dock);
+            return dock;
+        };
+        DockWindow *one = add(Qt::RightDockWidgetArea);
+        DockWindow *two = add(Qt::RightDockWidgetArea);
+        DockWindow *top = add(Qt::TopDockWidgetArea);
+        top->hide();
+        window.resize(500, 320);
+        window.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&window));
+        top->bringUp();
+        QCoreApplication::processEvents();
+        QCOMPARE(window.height(), 320);
+        QCOMPARE(window.tabifiedDockWidgets(one), QList<QDockWidget *>{two});
+        QVERIFY(!top->visibleRegion().isEmpty());
+    }
+
+    /// As of a list and a plot that stand above each other in a narrow place.
+    void contentsMayNeedMoreRoomWhenTheyAreLaidOut()
+    {
+        class Content : public QWidget
+        {
+            void resizeEvent(QResizeEvent *) override { setMinimumHeight(200); }
+        };
+        QMainWindow window;
+        QList<DockWindow *> docks;
+        for (int i = 0; i < 2; ++i) {
+            auto *dock = new DockWindow(QString::number(i), QString::number(i), &window);
+            dock->setWidget(new Content);
+            window.addDockWidget(Qt::RightDockWidgetArea, dock);
+            dock->hide();
+            docks.append(dock);
+        }
+        window.resize(500, 350);
+        window.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&window));
+        for (DockWindow *dock : std::as_const(docks)) {
+            dock->bringUp();
+            QTRY_COMPARE(window.tabifiedDockWidgets(dock).size(), dock == docks.last() ? 1 : 0);
+            QTRY_COMPARE(window.height(), 350);
+        }
     }
 };
 

@@ -1,5 +1,6 @@
 #include "listview.h"
 #include <QContextMenuEvent>
+#include <QHeaderView>
 #include <QLineEdit>
 #include <QMenu>
 #include <QSignalSpy>
@@ -94,6 +95,11 @@ private Q_SLOTS:
                                  "  banana\n"
                                  "  pear\n"
                                  "nuts\n"_s);
+    }
+
+    void titlesThatDoNotFitEndWithDots()
+    {
+        QCOMPARE(m_list->header()->textElideMode(), Qt::ElideRight);
     }
 
     void rowHasItsKindAndParent()

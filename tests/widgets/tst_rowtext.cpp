@@ -47,6 +47,33 @@ private Q_SLOTS:
         QCOMPARE(row.length(), row.text.size() - (line.endsWith(u'\n') ? 1 : 0));
     }
 
+    void coloursAreReadQuicklyWithTheSameResult_data()
+    {
+        QTest::addColumn<QString>("line");
+        QTest::newRow("an instruction") << u"<font color=\"#0000ff\">00008000</font>&nbsp;bl 0x8200 &lt;f&gt;"_s;
+        QTest::newRow("several colours")
+            << u"<font color=\"#006000\">a</font>&amp;&quot;<font color=\"#808080\"> ;&nbsp;b</font>c"_s;
+        QTest::newRow("equal neighbours") << u"<font color=\"#ff0000\">a</font><font color=\"#FF0000\">b</font>"_s;
+        QTest::newRow("nothing in a colour") << u"a<font color=\"#ff0000\"></font>b"_s;
+        QTest::newRow("letters") << u"<font color=\"#ff0000\">Größe</font>  µ"_s;
+        QTest::newRow("no end") << u"a<font color=\"#ff0000\">b"_s;
+        QTest::newRow("one in another") << u"<font color=\"#ff0000\">a<font color=\"#00ff00\">b</font></font>"_s;
+        QTest::newRow("end alone") << u"a</font>b"_s;
+        QTest::newRow("other name") << u"&eacute;&nbsp;"_s;
+        QTest::newRow("other tag") << u"&lt;<b>a</b>"_s;
+        QTest::newRow("control character") << u"&lt;\t\x01"_s;
+    }
+
+    void coloursAreReadQuicklyWithTheSameResult()
+    {
+        QFETCH(QString, line);
+        const RowText row = rowText(line);
+        const RowText other = rowText(line + u"<i></i>"_s); // a tag that is read as rich text
+        QCOMPARE(row.text, other.text);
+        QCOMPARE(row.shown, other.shown);
+        QCOMPARE(row.formats, other.formats);
+    }
+
     void formatsChangeCharactersOnly()
     {
         const RowText row = rowText(u"a<b>b</b><font color=\"#ff0000\" size=\"7\">c</font><u><i>d</i></u>"_s);

@@ -4,7 +4,7 @@
 #include "editorfixture.h"
 #include "environmentkey.h"
 #include "iexecutionenvironment.h"
-#include "imemory.h"
+#include "imemory64.h"
 #include "interfaceobject.h"
 #include "isourcemapping.h"
 #include "tabbedviewmanager.h"
@@ -21,6 +21,25 @@ using namespace Qt::StringLiterals;
 namespace {
 using Calls = QList<QVariantList>;
 
+/// The same region with whole addresses.
+class WideMemory : public InterfaceObject<IMemory64>
+{
+public:
+    explicit WideMemory(quint64 low) : m_low(low) {}
+
+    QList<MemoryRegion64> regions() override
+    {
+        return {{u"other"_s, 3, 0, 0xff, true, 1}, {u"flash"_s, 0, m_low, m_low + 0xfff, true, 1}};
+    }
+    int read(int, int, quint64, quint64 *) override { return IMemory::NoMemory; }
+    int write(int, int, quint64, quint64, bool) override { return IMemory::NoMemory; }
+    void readBlock(int, int, quint64, int, MemoryBlock64 &) override {}
+    void writeBlock(int, int, quint64, int, MemoryBlock64 &, bool) override {}
+
+private:
+    const quint64 m_low;
+};
+
 /// A program of instructions of four bytes from @c low on, some with source lines.
 class FakeEnvironment : public InterfaceObject<IExecutionEnvironment, IDisassembly, IDisassemblyAddress,
                                                IDisassemblyFetch, IMemory, ISourceMapping>
@@ -33,6 +52,8 @@ public:
     QRESULT queryInterface(const QUuid &id, QUnknownInterface **out) override
     {
         *out = nullptr;
+        if (id == IMemory64::Iid && wide)
+            return wide->queryInterface(id, out);
         return lacks.contains(id) ? QE_NOINTERFACE : Base::queryInterface(id, out);
     }
     bool initialise(IProject *, IExecutionEvents *, const QString &) override { return true; }
@@ -96,6 +117,7 @@ public:
     QHash<int, QStringList> sources;
     QHash<QString, uint> symbols;
     QSet<QUuid> lacks;
+    InterfacePtr<WideMemory> wide;
     bool throws = false;
     bool fetchThrows = false;
     bool isFetched = true;
@@ -674,6 +696,23 @@ private Q_SLOTS:
         QCOMPARE(shapeAt(0x214), Qt::IBeamCursor);
     }
 
+    void upperHalfOfAnAddressIsThatOfTheRegionOrLeftOut_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<QString>("cursor");
+        QTest::newRow("whole") << u"0x555500008300"_s << u"8300"_s;
+        QTest::newRow("left out") << u"8300"_s << u"8300"_s;
+        QTest::newRow("another") << u"0x7fff00008300"_s << u"8000"_s;
+    }
+
+    void upperHalfOfAnAddressIsThatOfTheRegionOrLeftOut()
+    {
+        QFETCH(QString, text);
+        const Fixture f([](FakeEnvironment &env) { env.wide.reset(new WideMemory(0x555500008000)); });
+        (void)f.view->goTo(text);
+        QTEST(f.cursor(), "cursor");
+    }
+
     void goesToAddressesAndSymbols_data()
     {
         QTest::addColumn<QString>("text");
@@ -686,6 +725,8 @@ private Q_SLOTS:
         QTest::newRow("address") << u" 0x8300 "_s << u"8300"_s << QString();
         QTest::newRow("address without 0x") << u"8300"_s << u"8300"_s << QString();
         QTest::newRow("outside") << u"ram"_s << u"8000"_s << u"0x20000000 is outside the memory that is shown here."_s;
+        QTest::newRow("more than 32 bits")
+            << u"100008300"_s << u"8000"_s << u"0x100008300 is outside the memory that is shown here."_s;
         QTest::newRow("unknown") << u"nothing%1"_s << u"8000"_s << u"There is no symbol or address 'nothing%1'."_s;
         QTest::newRow("within an instruction") << u"0x8203"_s << u"8200"_s << QString();
     }

@@ -108,6 +108,23 @@ private Q_SLOTS:
         QCOMPARE(place(99), u"2,4"_s); // behind the end
     }
 
+    void lineEndOfTwoBytesHasOneColumn()
+    {
+        LargeFixture f;
+        QVERIFY(f.open(f.write(u"a.log"_s, "ö\r\nb\r\n")));
+        QList<qint64> offsets;
+        for (const LargeTextDocument::Place place :
+             {LargeTextDocument::Place{0, 0}, {0, 1}, {0, 2}, {0, 9}, {1, 1}, {1, 2}})
+            offsets.append(f.document->offsetOf(place));
+        QCOMPARE(offsets, (QList<qint64>{0, 2, 4, 4, 5, 7}));
+        QStringList places;
+        for (const qint64 offset : {0, 2, 3, 4, 5, 6, 7, 99}) {
+            const LargeTextDocument::Place place = f.document->placeOf(offset);
+            places.append(u"%1,%2"_s.arg(place.line).arg(place.column));
+        }
+        QCOMPARE(places.join(u' '), u"0,0 0,1 0,1 1,0 1,1 1,1 1,2 1,2"_s);
+    }
+
     void byteOrderMarkIsNotPartOfTheFirstLine()
     {
         LargeFixture f;

@@ -1,4 +1,5 @@
 #include "docklayout.h"
+#include "dockfit.h"
 #include "dockwindow.h"
 #include "toolbarrows.h"
 #include <QGuiApplication>
@@ -237,6 +238,8 @@ void DockLayout::restore(ActivityState state) const
     place(placed);
     if (!exact.isEmpty())
         m_window->restoreState(exact);
+    if (m_window->isVisible())
+        fitDocks(*m_window); // it may have been larger when the layout was stored
     layout->setSizeConstraint(constraint);
 }
 

@@ -1,5 +1,6 @@
 #include "gridtext.h"
-#include "listview.h"
+#include "projecttreeitem.h"
+#include "propertyitem.h"
 #include <QEvent>
 
 using namespace Qt::StringLiterals;
@@ -18,6 +19,26 @@ QString gridText(const ListView &list)
         text += u"%1 = %2\n"_s.arg(row->text(0), row->text(1));
     }
     return text;
+}
+
+namespace {
+bool isMarked(const ListViewItem *row)
+{
+    if (const auto *property = dynamic_cast<const PropertyItem *>(row))
+        return property->isChanged();
+    const auto *watch = dynamic_cast<const ProjectTreeItem *>(row);
+    return watch && watch->isBold();
+}
+} // namespace
+
+QString changedNames(const ListView &list)
+{
+    QString names;
+    for (const ListViewItem *row = list.firstChild(); row; row = row->itemBelow()) {
+        if (isMarked(row))
+            names += row->text(0) + u'\n';
+    }
+    return names;
 }
 
 namespace {

@@ -2,11 +2,11 @@
 #include "callplugin.h"
 #include "gridtext.h"
 #include "hextext.h"
+#include "peripheralfieldrows.h"
 #include "peripheralwidgettooltip.h"
 #include "popupmenu.h"
 #include "propertyhexitem.h"
 #include "propertylist.h"
-#include "propertylistitem.h"
 #include "propertysubsectionitem.h"
 #include "varnelassert.h"
 #include <algorithm>
@@ -16,7 +16,7 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-constexpr int ToldWidth = 16; ///< of a register whose width is not known
+constexpr int DefaultWidth = 16; ///< of a register whose width is not known
 constexpr int WidestRegister = 32;
 constexpr int TreeStep = 10;
 constexpr int SectionStep = 14; ///< registers below a heading stand further right by this
@@ -37,62 +37,7 @@ bool sameInfo(const PeripheralInfo &left, const PeripheralInfo &right)
 
 int widthOf(const PeripheralRegisterInfo &info)
 {
-    return info.bits <= 0 ? ToldWidth : std::min(info.bits, WidestRegister);
-}
-
-PropertyItem *lastChild(const PropertyItem *row)
-{
-    return static_cast<PropertyItem *>(row->child(row->childCount() - 1));
-}
-
-quint32 maskOf(const PeripheralFieldInfo &field)
-{
-    return maskedToWidth(~0u, field.width) << field.lowBit;
-}
-
-quint32 valueIn(const PeripheralFieldInfo &field, quint32 value)
-{
-    return maskedToWidth(value >> field.lowBit, field.width);
-}
-
-/// "MODE [5:4]"
-QString titleOf(const PeripheralFieldInfo &field)
-{
-    const QString low = QString::number(field.lowBit);
-    const QString high = QString::number(field.lowBit + field.width - 1);
-    return field.name + (field.width == 1 ? u" [%1]"_s.arg(low) : u" [%1:%2]"_s.arg(high, low));
-}
-
-/// Those that lie in a register, with possible widths.
-QList<PeripheralFieldInfo> possibleFields(QList<PeripheralFieldInfo> fields)
-{
-    fields.removeIf([](const auto &field) { return field.lowBit < 0 || field.lowBit >= WidestRegister; });
-    for (PeripheralFieldInfo &field : fields)
-        field.width = std::clamp(field.width, 1, WidestRegister - field.lowBit);
-    return fields;
-}
-
-PropertyItem *makeFieldRow(const PeripheralFieldInfo &field, PropertyItem *owner)
-{
-    PropertyItem *after = lastChild(owner);
-    if (field.values.isEmpty())
-        return new PropertyHexItem(titleOf(field), 0u, field.width, owner, after);
-    auto *row = new PropertyListItem(titleOf(field), QString(), owner, after);
-    for (const PeripheralValueName &value : field.values)
-        row->addOption(u"%1 (%2)"_s.arg(value.name, QString::number(value.value)), QString::number(value.value));
-    return row;
-}
-
-/// A value without a name becomes a choice of its own.
-void showFieldValue(PropertyItem *row, const PeripheralFieldInfo &field, quint32 value)
-{
-    auto *choice = qobject_cast<PropertyListItem *>(row);
-    if (!choice)
-        return row->setValue(value, false);
-    const QString key = QString::number(value);
-    if (!choice->hasKey(key))
-        choice->addOption(hexText(value, field.width), key);
-    choice->setValue(key, false);
+    return info.bits <= 0 ? DefaultWidth : std::min(info.bits, WidestRegister);
 }
 } // namespace
 
@@ -126,6 +71,11 @@ PeripheralWidget::~PeripheralWidget() = default;
 QString PeripheralWidget::text() const
 {
     return gridText(*m_list);
+}
+
+QString PeripheralWidget::changed() const
+{
+    return changedNames(*m_list);
 }
 
 void PeripheralWidget::showEvent(QShowEvent *event)
@@ -239,8 +189,7 @@ bool PeripheralWidget::addFields(PropertyItem *item)
         m_fields.insert(fieldRow, {row, field});
         entry.fields += fieldRow;
     }
-    entry.isWriteOnly =
-        !details.fields.isEmpty() && std::ranges::none_of(details.fields, &PeripheralFieldInfo::readable);
+    entry.isWriteOnly = isWriteOnly(details);
     if (entry.isWriteOnly)
         row->setUnknown(tr("write only"));
     else if (details.readingChanges)
@@ -466,7 +415,8 @@ void PeripheralWidget::rightButtonClicked(ListViewItem *item, const QPoint &poin
 {
     auto *clicked = static_cast<PropertyItem *>(item);
     const QPointer<PropertyItem> row(m_fields.contains(clicked) ? m_fields.value(clicked).owner : clicked);
-    if (!row || !m_states.value(row).details.readingChanges)
+    const RowState state = m_states.value(row);
+    if (!row || !state.details.readingChanges || state.isWriteOnly)
         return;
     auto *menu = new PopupMenu(m_list);
     menu->setObjectName(u"peripheralMenu"_s);

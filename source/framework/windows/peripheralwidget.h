@@ -19,6 +19,7 @@ class PeripheralWidget : public DebugPane
 {
     Q_OBJECT
     Q_PROPERTY(QString text READ text)
+    Q_PROPERTY(QString changed READ changed)
 public:
     explicit PeripheralWidget(QWidget *parent = nullptr);
     ~PeripheralWidget() override;
@@ -26,7 +27,8 @@ public:
     void setPeripherals(IPeripherals *peripherals); ///< Null for none.
     void releaseEnvironment() override { setPeripherals(nullptr); }
     void setPaused(bool paused) override { m_paused = paused; }
-    [[nodiscard]] QString text() const; ///< The rows that are not closed away: "name = value", a line each.
+    [[nodiscard]] QString text() const;    ///< The rows that are not closed away: "name = value", a line each.
+    [[nodiscard]] QString changed() const; ///< The names of the rows that are marked, a line each.
 
 public Q_SLOTS:
     void update() override;
@@ -44,7 +46,7 @@ private:
     {
         PeripheralRegisterDetails details;
         bool isDetailed = false;  ///< its fields have been asked for
-        bool isWriteOnly = false; ///< none of its fields can be read
+        bool isWriteOnly = false; ///< it, or each of its fields, cannot be read
         int update = 0;           ///< the number of the update it was read for
         QList<PropertyItem *> fields;
     };

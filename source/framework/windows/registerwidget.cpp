@@ -122,6 +122,11 @@ QString RegisterWidget::text() const
     return gridText(*m_list);
 }
 
+QString RegisterWidget::changed() const
+{
+    return changedNames(*m_list);
+}
+
 // The rows ------------------------------------------------------------------------------------------------------------
 
 void RegisterWidget::setRegisters(IRegisters *registers)

@@ -16,13 +16,15 @@ class RegisterWidget : public DebugPane
 {
     Q_OBJECT
     Q_PROPERTY(QString text READ text)
+    Q_PROPERTY(QString changed READ changed)
 public:
     explicit RegisterWidget(QWidget *parent = nullptr);
     ~RegisterWidget() override;
 
     void setRegisters(IRegisters *registers); ///< Null for none. Its values are read by the first update().
     void releaseEnvironment() override { setRegisters(nullptr); }
-    [[nodiscard]] QString text() const; ///< The rows on the screen: "name = value", a line each.
+    [[nodiscard]] QString text() const;    ///< The rows on the screen: "name = value", a line each.
+    [[nodiscard]] QString changed() const; ///< The names of the rows that are marked, a line each.
 
 public Q_SLOTS:
     void update() override;

@@ -9,9 +9,16 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-enum Role { Expression = Qt::UserRole, MoreFrom, WasOpen }; // of column 0
+enum Role { Expression = Qt::UserRole, MoreFrom, WasOpen, IsNumber }; // of column 0
 
 constexpr qsizetype LongestValue = 10000; ///< in characters; a cell has no room for more
+
+/// Structures have braces, addresses have hexadecimal digits, and both can have members.
+bool isDecimalNumber(const QString &value)
+{
+    static const QRegularExpression form(u"\\A[-+]?[0-9]+(\\.[0-9]+)?([eE][-+]?[0-9]+)?\\z"_s);
+    return form.match(value).hasMatch();
+}
 
 bool isMoreRow(const ListViewItem *row)
 {
@@ -87,8 +94,11 @@ void WatchMembers::refresh()
     m_questions.clear();
     const quint64 generation = ++m_generation;
     const QPointer<WatchMembers> self(this);
-    for (int i = 0; self && m_generation == generation && i < m_list->topLevelItemCount() - 1; ++i)
-        refresh(static_cast<ListViewItem *>(m_list->topLevelItem(i)));
+    for (int i = 0; self && m_generation == generation && i < m_list->topLevelItemCount() - 1; ++i) {
+        auto *watch = static_cast<ListViewItem *>(m_list->topLevelItem(i));
+        if (!watch->data(0, IsNumber).toBool() || !isDecimalNumber(watch->text(1)))
+            refresh(watch);
+    }
 }
 
 void WatchMembers::refresh(ListViewItem *watch)
@@ -163,10 +173,12 @@ void WatchMembers::showValue(const DebugRequest &request, const VariableInfo &in
 {
     Question question;
     ListViewItem *row = rowOf(request, &question);
-    if (row && question.kind == Kind::Value)
+    if (row && question.kind == Kind::Value) {
+        row->setData(0, IsNumber, info.children == 0 && isDecimalNumber(row->text(1)));
         setOpenable(row, info.children);
-    if (row && question.kind == Kind::Assignment)
+    } else if (row && question.kind == Kind::Assignment) {
         Q_EMIT written();
+    }
 }
 
 void WatchMembers::showFailure(const DebugRequest &request)

@@ -8,7 +8,8 @@ class ListView;
 class ListViewItem;
 
 /// The rows below watches: members of structures and elements of arrays, from an environment that offers IVariables.
-/// They are read when a row is opened, in portions; the last row of an unfinished list reads the next one.
+/// They are read when a row is opened, in portions; the last row of an unfinished list reads the next one. A watch
+/// whose value is and stays a decimal number is asked for members once only.
 ///
 /// The environment answers later. Answers to questions of an older refresh() are ignored.
 class WatchMembers : public QObject

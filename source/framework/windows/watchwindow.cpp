@@ -59,7 +59,10 @@ WatchWindow::WatchWindow(QWidget *parent)
     });
     connect(m_list, &WatchListView::editRequested, this,
             [this](ListViewItem *item, int column) { clicked(item, {}, column); });
-    connect(m_list, &WatchListView::removeRequested, this, &WatchWindow::removeWatch);
+    connect(m_list, &WatchListView::removeRequested, this, [this] {
+        if (m_list->currentItem() && !m_list->currentItem()->parent())
+            removeWatch();
+    });
     connect(m_list, &WatchListView::drop, this, &WatchWindow::addItem);
     connect(m_list, &ListView::itemRenamed, this, &WatchWindow::itemRenamed);
     connect(m_members, &WatchMembers::written, this, [this] {
@@ -128,6 +131,11 @@ void WatchWindow::updateIfOutdated()
 QString WatchWindow::text() const
 {
     return gridText(*m_list);
+}
+
+QString WatchWindow::changed() const
+{
+    return changedNames(*m_list);
 }
 
 // Rows ----------------------------------------------------------------------------------------------------------------
@@ -221,7 +229,9 @@ void WatchWindow::addItem(const QString &text)
 void WatchWindow::removeWatch()
 {
     ListViewItem *item = m_list->currentItem();
-    if (!item || item->parent() || isPlaceholder(item))
+    while (item && item->parent())
+        item = item->parent();
+    if (!item || isPlaceholder(item))
         return;
     m_list->endRename(ListView::Reject);
     ++m_removals;
@@ -231,7 +241,7 @@ void WatchWindow::removeWatch()
 
 void WatchWindow::contextMenuRequested(ListViewItem *item, const QPoint &point, int column)
 {
-    if (!item || item->parent() || isPlaceholder(item))
+    if (!item || isPlaceholder(item))
         return;
     m_list->setCurrentItem(item, std::max(0, column));
     m_menu->popup(point);

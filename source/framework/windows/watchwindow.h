@@ -17,6 +17,7 @@ class WatchWindow : public DebugPane
 {
     Q_OBJECT
     Q_PROPERTY(QString text READ text)
+    Q_PROPERTY(QString changed READ changed)
 public:
     explicit WatchWindow(QWidget *parent = nullptr);
     ~WatchWindow() override;
@@ -27,6 +28,7 @@ public:
     [[nodiscard]] QStringList watches() const;       ///< The expressions.
     void setWatches(const QStringList &expressions); ///< A hidden pane evaluates them when it appears.
     [[nodiscard]] QString text() const;              ///< "expression = value", a line each; see gridText().
+    [[nodiscard]] QString changed() const;           ///< The names of the rows that are marked, a line each.
     [[nodiscard]] bool menuFlag() const { return m_menuFlag; }
 
 public Q_SLOTS:
@@ -34,7 +36,7 @@ public Q_SLOTS:
     void clicked(ListViewItem *item, const QPoint &point, int column);
     void itemRenamed(ListViewItem *item, int column, const QString &text);
     void contextMenuRequested(ListViewItem *item, const QPoint &point, int column);
-    void removeWatch(); ///< Removes the current row.
+    void removeWatch(); ///< Removes the watch of the current row, which may be a member.
     void updateMenu();
     void addItem(const QString &text); ///< Adds a watch.
 

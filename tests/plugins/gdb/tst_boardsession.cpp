@@ -427,7 +427,8 @@ void tst_BoardSession::peripheralsAreReadAndWritten()
     const PeripheralInfo second = devices->peripherals().at(1);
     for (const PeripheralRegisterInfo &info : second.registers)
         names.append(u"%1 %2%3"_s.arg(info.name).arg(info.bits).arg(info.readOnly ? u" r"_s : QString()));
-    QCOMPARE(names, (QStringList{u"UART1.DATA 8"_s, u"UART1.STATE 32 r"_s, u"UART1.BAUDDIV 32"_s}));
+    QCOMPARE(names,
+             (QStringList{u"UART1.DATA 8"_s, u"UART1.STATE 32 r"_s, u"UART1.INTCLEAR 32"_s, u"UART1.BAUDDIV 32"_s}));
     QCOMPARE(devices->value(u"UART0"_s, u"BAUDDIV"_s), 0u); // no session
     QVERIFY(session.start());
     session.env->runTo(file(), line(u"print(banner)"_s));
@@ -464,6 +465,8 @@ void tst_BoardSession::fieldsOfPeripheralsAreKnown()
     QCOMPARE(texts, (QStringList{u"TXFULL 0+1 r"_s, u"RXFULL 1+1 rA letter has come Empty=0"_s}));
     QVERIFY(fields->details(u"UART0"_s, u"UART0.DATA"_s).readingChanges);
     QVERIFY(!fields->details(u"UART0"_s, u"UART0.STATE"_s).readingChanges);
+    QVERIFY(fields->details(u"UART0"_s, u"UART0.STATE"_s).readable);
+    QVERIFY(!fields->details(u"UART0"_s, u"UART0.INTCLEAR"_s).readable);
     QVERIFY(fields->details(u"UART0"_s, u"nothing"_s).fields.isEmpty());
     QVERIFY(session.start());
     session.env->runTo(file(), line(u"print(banner)"_s));
