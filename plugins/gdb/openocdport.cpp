@@ -29,7 +29,10 @@ OpenOcdPort::OpenOcdPort(const QString &host, quint16 port, bool bigEndian, int 
 {
     connect(&m_socket, &QTcpSocket::connected, this, [this] { m_socket.write(std::exchange(m_unsent, {})); });
     connect(&m_socket, &QTcpSocket::readyRead, this, &OpenOcdPort::takeAnswers);
-    connect(&m_socket, &QTcpSocket::errorOccurred, this, &OpenOcdPort::giveUp);
+    connect(&m_socket, &QTcpSocket::errorOccurred, this, [this](QAbstractSocket::SocketError error) {
+        if (error != QAbstractSocket::SocketTimeoutError) // a late answer
+            giveUp();
+    });
     m_socket.connectToHost(host, port);
 }
 
@@ -122,8 +125,8 @@ std::optional<QByteArray> OpenOcdPort::ask(const QByteArray &command)
         const auto left = int(limit.remainingTime());
         if (m_socket.state() == QAbstractSocket::ConnectedState)
             m_socket.waitForReadyRead(left);
-        else
-            m_socket.waitForConnected(left);
+        else if (!m_socket.waitForConnected(left))
+            giveUp();
         takeAnswers(); // no signal is emitted inside a receiver of the same signal
     }
     m_isLate = !text->has_value();
