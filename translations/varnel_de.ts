@@ -1820,6 +1820,14 @@ Möchten Sie sie wirklich schließen und überschreiben?</translation>
         <source>Shows text that the program writes into an RTT buffer in its memory in the target console.</source>
         <translation>Zeigt Text, den das Programm in einen RTT-Puffer in seinem Speicher schreibt, in der Zielkonsole.</translation>
     </message>
+    <message>
+        <source>Tcl port of OpenOCD</source>
+        <translation>Tcl-Port von OpenOCD</translation>
+    </message>
+    <message>
+        <source>Port of a running OpenOCD, usually 6666, by which the memory is read while the program runs. 0 for no such access; an OpenOCD that is started by the line above gets a free port.</source>
+        <translation>Port eines laufenden OpenOCD, meist 6666, über den der Speicher gelesen wird, während das Programm läuft. 0 für keinen solchen Zugriff; ein OpenOCD, das durch die Zeile oben gestartet wird, bekommt einen freien Port.</translation>
+    </message>
 </context>
 <context>
     <name>GdbSession</name>
@@ -4933,6 +4941,12 @@ Läuft der Server des Zielsystems, und ist kein anderer Debugger damit verbunden
     <message>
         <source>Memory from 0x80000000</source>
         <translation>Speicher ab 0x80000000</translation>
+    </message>
+    <message>
+        <source>The memory is not read while the program runs, because there is no connection to the Tcl port %1 of OpenOCD: %2
+</source>
+        <translation>Der Speicher wird nicht gelesen, während das Programm läuft, weil es keine Verbindung zum Tcl-Port %1 von OpenOCD gibt: %2
+</translation>
     </message>
 </context>
 <context>

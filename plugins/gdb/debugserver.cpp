@@ -3,6 +3,7 @@
 #include "childprocess.h"
 #include "miconnection.h"
 #include "nativeterminal.h"
+#include <algorithm>
 #include <csignal>
 #include <optional>
 #include <QApplication>
@@ -67,6 +68,34 @@ QByteArray withoutColours(const QByteArray &bytes, QByteArray *incomplete)
     return result;
 }
 
+namespace {
+bool isNumbers(QStringView line)
+{
+    return line.startsWith("0x"_L1) && std::ranges::all_of(line, [](QChar letter) {
+               return letter == u' ' || letter == u'\r' || letter == u'x' || (letter >= u'0' && letter <= u'9')
+                      || (letter >= u'a' && letter <= u'f');
+           });
+}
+} // namespace
+
+QString withoutNumbers(const QString &text, QString *incomplete)
+{
+    const QString all = std::exchange(*incomplete, {}) + text;
+    QString result;
+    qsizetype start = 0;
+    for (qsizetype end = all.indexOf(u'\n'); end >= 0; end = all.indexOf(u'\n', start)) {
+        if (!isNumbers(QStringView(all).sliced(start, end - start)))
+            result += QStringView(all).sliced(start, end + 1 - start);
+        start = end + 1;
+    }
+    const QString rest = all.sliced(start);
+    if (rest == u'0' || isNumbers(rest))
+        *incomplete = rest;
+    else
+        result += rest;
+    return result;
+}
+
 DebugServer::DebugServer(const Setup &setup, QObject *parent) : QObject(parent), m_setup(setup) {}
 
 DebugServer::~DebugServer()
@@ -89,6 +118,8 @@ bool DebugServer::start(QString *error)
     m_ended = m_connected = m_stopped = false;
     m_words.clear();
     m_incomplete.clear();
+    m_incompleteOutput.clear();
+    m_incompleteComplaint.clear();
     if (!waitForFreePort(error))
         return false;
     m_terminal = std::make_unique<NativeTerminal>();
@@ -219,16 +250,22 @@ bool DebugServer::readOutput()
 
 void DebugServer::takeOutput(const QByteArray &bytes)
 {
-    const QByteArray text = withoutColours(bytes, &m_incomplete);
+    QByteArray text = withoutColours(bytes, &m_incomplete);
+    if (m_setup.repeatsAnswers)
+        text = withoutNumbers(QString::fromLatin1(text), &m_incompleteOutput).toLatin1();
     remember(QString::fromUtf8(text));
-    Q_EMIT output(text);
+    if (!text.isEmpty())
+        Q_EMIT output(text);
 }
 
 void DebugServer::takeComplaint()
 {
-    const QString text = QString::fromUtf8(withoutColours(m_process->readAllStandardError(), &m_incomplete));
+    QString text = QString::fromUtf8(withoutColours(m_process->readAllStandardError(), &m_incomplete));
+    if (m_setup.repeatsAnswers)
+        text = withoutNumbers(text, &m_incompleteComplaint);
     remember(text);
-    Q_EMIT complaint(text);
+    if (!text.isEmpty())
+        Q_EMIT complaint(text);
 }
 
 void DebugServer::remember(const QString &text)

@@ -20,7 +20,8 @@ public:
     {
         QStringList command; ///< the program and its arguments
         QString directory;
-        QString address; ///< where gdb connects: "host:port", or the path of a socket
+        QString address;             ///< where gdb connects: "host:port", or the path of a socket
+        bool repeatsAnswers = false; ///< OpenOCD writes what it answers on its Tcl port; that is not shown
     };
 
     explicit DebugServer(const Setup &setup, QObject *parent = nullptr);
@@ -61,7 +62,10 @@ private:
     std::unique_ptr<ChildProcess> m_process;
     qint64 m_group = 0;      ///< the process group of the server and its children; 0 if they have ended
     QByteArray m_incomplete; ///< the beginning of a control sequence
-    QString m_words;         ///< the last lines of both outputs
+    // The beginnings of lines of both outputs that are perhaps left out
+    QString m_incompleteOutput;
+    QString m_incompleteComplaint;
+    QString m_words; ///< the last lines of both outputs
     bool m_connected = false;
     bool m_stopped = false; ///< by the user
     bool m_ended = true;    ///< by end()
@@ -73,3 +77,7 @@ private:
 /// @p bytes without the sequences that set colours. The beginning of one at the end is left in @p incomplete, which is
 /// put in front of the next bytes.
 [[nodiscard]] QByteArray withoutColours(const QByteArray &bytes, QByteArray *incomplete);
+
+/// @p text without the lines that consist of hexadecimal numbers. The beginning of one at the end is left in @p
+/// incomplete, which is put in front of the next text.
+[[nodiscard]] QString withoutNumbers(const QString &text, QString *incomplete);

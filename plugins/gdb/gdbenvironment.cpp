@@ -32,6 +32,7 @@ void appendFolders(const QList<IProjectFolder *> &folders, const QDir &base, QSt
 
 GdbEnvironment::GdbEnvironment(const ProcessorGroup::Registry &processors)
     : m_symbols(&m_session, static_cast<IPluginObject *>(this))
+    , m_wideSymbols(&m_symbols, static_cast<IPluginObject *>(this))
     , m_breakpoints(&m_session, &m_symbols, static_cast<IPluginObject *>(this))
     , m_memory(&m_session, static_cast<IPluginObject *>(this))
     , m_wideMemory(&m_memory, static_cast<IPluginObject *>(this))
@@ -47,8 +48,8 @@ GdbEnvironment::GdbEnvironment(const ProcessorGroup::Registry &processors)
     , m_rtt(&m_session)
     , m_faults(&m_session)
     , m_exceptions(&m_session) // NOLINT(bugprone-throw-keyword-missing): it is no exception
-    , m_facets({&m_symbols, &m_breakpoints, &m_memory, &m_wideMemory, &m_live, &m_registers, &m_peripherals,
-                &m_disassembler, &m_variables, &m_callStack, &m_group, &m_docks})
+    , m_facets({&m_symbols, &m_wideSymbols, &m_breakpoints, &m_memory, &m_wideMemory, &m_live, &m_registers,
+                &m_peripherals, &m_disassembler, &m_variables, &m_callStack, &m_group, &m_docks})
 {
     connectParts();
 }

@@ -26,6 +26,7 @@
 #include "symboltable.h"
 #include "variables.h"
 #include "widememory.h"
+#include "widesymbols.h"
 
 /// The execution environment of one project: passes the host's calls to the parts, and events of the session to the
 /// host.
@@ -104,6 +105,7 @@ private:
 
     GdbSession m_session;
     SymbolTable m_symbols;
+    WideSymbols m_wideSymbols;
     BreakpointList m_breakpoints;
     MemoryAccess m_memory;
     WideMemory m_wideMemory;

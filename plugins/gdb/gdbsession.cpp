@@ -1,4 +1,5 @@
 #include "gdbsession.h"
+#include "debugserver.h"
 #include "gdbsetup.h"
 #include <QFileInfo>
 
@@ -20,7 +21,13 @@ GdbSession::GdbSession(QObject *parent) : QObject(parent)
     connect(&m_gdb, &MiConnection::failed, this, &GdbSession::handleError);
     connect(&m_gdb, &MiConnection::logText, this, &GdbSession::takeLog);
     connect(&m_gdb, &MiConnection::closed, this, &GdbSession::gdbClosed);
-    connect(&m_gdb, &MiConnection::targetText, this, [this](const QString &text) { Q_EMIT output(text.toUtf8()); });
+    connect(&m_gdb, &MiConnection::targetText, this, [this, incomplete = QString()](const QString &text) mutable {
+        const bool repeatsAnswers = // OpenOCD also sends gdb what it answers on its Tcl port
+            m_options.kind == TargetOptions::Kind::Remote && m_target && m_target->readsDirectly();
+        const QString shown = repeatsAnswers ? withoutNumbers(text, &incomplete) : text;
+        if (!shown.isEmpty())
+            Q_EMIT output(shown.toUtf8());
+    });
     connect(&m_gdb, &MiConnection::dialogue, &m_task, &BackgroundTask::wake);
     connect(&m_task, &BackgroundTask::ended, this, &GdbSession::announce);
     m_gdb.setWorkWhileWaiting([this] { return m_target && m_target->readOutput(); });

@@ -121,6 +121,13 @@ PropertyPage remotePage()
               "Command line of a server that is started and ended with the session, such as 'openocd -f board.cfg'. "
               "$(Program) is the program, $(Port) a free port, also in the address. Empty if the server runs already."),
           {}},
+         {u"gdbTclPort"_s,
+          Text::tr("Tcl port of OpenOCD"),
+          u"integer"_s,
+          u"0"_s,
+          Text::tr("Port of a running OpenOCD, usually 6666, by which the memory is read while the program runs. 0 for "
+                   "no such access; an OpenOCD that is started by the line above gets a free port."),
+          {}},
          {u"gdbLoad"_s,
           Text::tr("Load the program"),
           u"boolean"_s,

@@ -1,6 +1,8 @@
 #include "remotetarget.h"
 #include "debugserver.h"
 #include "miconnection.h"
+#include "openocdport.h"
+#include <QFileInfo>
 #include <QProcess>
 
 using namespace Qt::StringLiterals;
@@ -10,10 +12,17 @@ constexpr int ConnectLimit = 5000;
 constexpr int EndLimit = 2000;
 constexpr int PacketLimit = 2; // seconds, gdb's default
 constexpr quint64 UpperHalf = 0x80000000;
+
+/// The host of "host:port"; this computer for the path of a socket.
+QString hostOf(const QString &address)
+{
+    const QString host = address.contains(u'/') ? QString() : address.left(address.lastIndexOf(u':'));
+    return host.isEmpty() ? u"127.0.0.1"_s : host;
+}
 } // namespace
 
 RemoteTarget::RemoteTarget(const TargetOptions &options, const Program &program)
-    : Target(options, program), m_address(options.address)
+    : Target(options, program), m_address(options.address), m_tclPort(options.tclPort)
 {
     if (!options.server.isEmpty())
         prepareServer();
@@ -21,7 +30,8 @@ RemoteTarget::RemoteTarget(const TargetOptions &options, const Program &program)
 
 RemoteTarget::~RemoteTarget() = default;
 
-/// Each argument is replaced by itself, so that a path may contain blanks.
+/// Each argument is replaced by itself, so that a path may contain blanks. OpenOCD gets a port for its memory in front
+/// of its other arguments, which may set another one.
 void RemoteTarget::prepareServer()
 {
     const QString port = QString::number(freePort());
@@ -29,7 +39,15 @@ void RemoteTarget::prepareServer()
     QStringList command = QProcess::splitCommand(m_options.server);
     for (QString &argument : command)
         argument.replace(u"$(Port)"_s, port).replace(u"$(Program)"_s, m_program.file);
-    m_server = std::make_unique<DebugServer>(DebugServer::Setup{command, m_options.workingDirectory, m_address});
+    const bool isOpenOcd = QFileInfo(command.value(0)).fileName() == u"openocd";
+    if (isOpenOcd && m_tclPort == 0) {
+        do
+            m_tclPort = freePort();
+        while (m_tclPort == port.toInt());
+        command = command.first(1) + QStringList{u"-c"_s, u"tcl_port %1"_s.arg(m_tclPort)} + command.sliced(1);
+    }
+    m_server =
+        std::make_unique<DebugServer>(DebugServer::Setup{command, m_options.workingDirectory, m_address, isOpenOcd});
     connect(m_server.get(), &DebugServer::output, this, &Target::output);
     connect(m_server.get(), &DebugServer::complaint, this, &Target::complaint);
     connect(m_server.get(), &DebugServer::died, this, &Target::died);
@@ -46,15 +64,32 @@ bool RemoteTarget::bringUp(QString *error)
 
 bool RemoteTarget::connectGdb(MiConnection *gdb, bool attachOnly, QString *error)
 {
-    if (m_server)
-        return connectServer(gdb, error) && (attachOnly || !loads() || load(gdb, error));
+    if (m_server) {
+        if (!connectServer(gdb, error))
+            return false;
+        openMemory();
+        return attachOnly || !loads() || load(gdb, error);
+    }
     const MiRecord answer = gdb->ask("-target-select remote " + m_address.toUtf8(), ConnectLimit);
     if (answer.isError()) {
         *error = tr("gdb cannot connect to '%1': %2\nIs the target's server running, and no other debugger on it?")
                      .arg(title(), answer.errorText());
         return false;
     }
+    openMemory();
     return attachOnly || !loads() || load(gdb, error);
+}
+
+void RemoteTarget::openMemory()
+{
+    if (m_tclPort <= 0)
+        return;
+    m_memory = std::make_unique<OpenOcdPort>(hostOf(m_address), quint16(m_tclPort), m_program.elf.bigEndian);
+    connect(m_memory.get(), &OpenOcdPort::failed, this, [this](const QString &reason) {
+        Q_EMIT complaint(tr("The memory is not read while the program runs, because there is no connection to the Tcl "
+                            "port %1 of OpenOCD: %2\n")
+                             .arg(QString::number(m_tclPort), reason));
+    });
 }
 
 bool RemoteTarget::connectServer(MiConnection *gdb, QString *error)
@@ -101,6 +136,7 @@ bool RemoteTarget::rewind(MiConnection *gdb, QString *error)
     if (!m_options.resetCommand.isEmpty())
         return reset(gdb, error);
     if (m_server) { // a server that starts again resets its devices as well
+        m_memory.reset();
         (void)gdb->ask("-target-disconnect", EndLimit);
         m_server->end();
         return m_server->start(error) && connectGdb(gdb, false, error);
@@ -116,6 +152,7 @@ bool RemoteTarget::rewind(MiConnection *gdb, QString *error)
 
 void RemoteTarget::end(MiConnection *gdb)
 {
+    m_memory.reset();
     if (gdb->isOpen())
         (void)gdb->ask(m_options.leaveRunning ? "-target-detach" : "-target-disconnect", EndLimit);
     if (m_server)
@@ -139,6 +176,37 @@ RegionTable RemoteTarget::regions(MiConnection *gdb) const
         regions.append({tr("Memory from 0x80000000"), UpperHalf, UpperHalf, TargetRegion::Kind::Ram});
     }
     return RegionTable(regions);
+}
+
+bool RemoteTarget::readsDirectly() const
+{
+    return m_memory && m_memory->isUsable();
+}
+
+bool RemoteTarget::readDirectly(quint64 address, int length, QByteArray *bytes)
+{
+    return m_memory && m_memory->readNow(address, length, bytes);
+}
+
+bool RemoteTarget::writeDirectly(quint64 address, const QByteArray &bytes)
+{
+    return m_memory && m_memory->writeNow(address, bytes);
+}
+
+void RemoteTarget::readLater(quint64 address, int length, const std::function<void(const QByteArray &)> &done)
+{
+    if (m_memory)
+        m_memory->read(address, length, done);
+    else
+        done({});
+}
+
+void RemoteTarget::writeLater(quint64 address, const QByteArray &bytes, const std::function<void(bool)> &done)
+{
+    if (m_memory)
+        m_memory->write(address, bytes, done);
+    else
+        done(false);
 }
 
 bool RemoteTarget::readOutput()

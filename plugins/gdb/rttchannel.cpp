@@ -8,8 +8,7 @@ using namespace Qt::StringLiterals;
 namespace {
 constexpr int Interval = 50;                       // milliseconds, as the next one
 constexpr int SearchInterval = 500;                ///< between two searches
-constexpr int MostDirectly = 8192;                 ///< bytes of one access past gdb
-constexpr int MostByGdb = 256;                     ///< the same through gdb: the next command of the user waits for it
+constexpr int MostByGdb = 256;                     ///< bytes of one access: the next command of the user waits for it
 constexpr quint64 MostSearched = quint64(1) << 20; ///< of a region, if the program does not name its variables' place
 constexpr qsizetype MostInput = 65536;
 } // namespace
@@ -69,7 +68,8 @@ bool RttChannel::canAccess() const
 
 int RttChannel::most() const
 {
-    return m_session->target()->readsDirectly() ? MostDirectly : MostByGdb;
+    const Target *target = m_session->target();
+    return target->readsDirectly() ? target->largestAccess() : MostByGdb;
 }
 
 RttLayout RttChannel::layout() const
@@ -232,24 +232,32 @@ bool RttChannel::write(const QByteArray &bytes)
 
 // Memory --------------------------------------------------------------------------------------------------------------
 
+/// False for an answer to a question of an earlier program or session.
+bool RttChannel::takeAnswer(int program)
+{
+    if (program != m_program || !m_session->target())
+        return false;
+    --m_open;
+    return true;
+}
+
 void RttChannel::read(quint64 address, int length, const Bytes &done)
 {
-    QByteArray bytes;
-    if (m_session->target()->readsDirectly()) {
-        (void)m_session->target()->readDirectly(address, length, &bytes);
-        return done(bytes);
-    }
+    const auto take = [this, done, program = m_program](const QByteArray &bytes) {
+        if (!takeAnswer(program))
+            return;
+        done(bytes);
+        answered();
+    };
     ++m_open;
+    if (m_session->target()->readsDirectly())
+        return m_session->target()->readLater(address, length, take);
     m_session->gdb()->send("-data-read-memory-bytes 0x" + QByteArray::number(address, 16) + ' '
                                + QByteArray::number(length),
-                           [this, done, address, program = m_program](const MiRecord &answer) {
-                               if (program != m_program || !m_session->target())
-                                   return;
-                               --m_open;
+                           [take, address](const MiRecord &answer) {
                                const MiValue first = answer.results[u"memory"].items().value(0);
                                const bool isThere = answer.isDone() && first.address(u"begin") == address;
-                               done(isThere ? QByteArray::fromHex(first.text(u"contents").toLatin1()) : QByteArray());
-                               answered();
+                               take(isThere ? QByteArray::fromHex(first.text(u"contents").toLatin1()) : QByteArray());
                            });
 }
 
@@ -260,19 +268,16 @@ void RttChannel::writeOffset(quint64 address, uint offset, const std::function<v
 
 void RttChannel::write(quint64 address, const QByteArray &bytes, const std::function<void()> &done)
 {
-    if (m_session->target()->readsDirectly()) {
-        if (m_session->target()->writeDirectly(address, bytes))
+    const auto take = [this, done, program = m_program](bool success) {
+        if (!takeAnswer(program))
+            return;
+        if (success)
             done();
-        return;
-    }
+        answered();
+    };
     ++m_open;
+    if (m_session->target()->readsDirectly())
+        return m_session->target()->writeLater(address, bytes, take);
     m_session->gdb()->send("-data-write-memory-bytes 0x" + QByteArray::number(address, 16) + ' ' + bytes.toHex(),
-                           [this, done, program = m_program](const MiRecord &answer) {
-                               if (program != m_program || !m_session->target())
-                                   return;
-                               --m_open;
-                               if (answer.isDone())
-                                   done();
-                               answered();
-                           });
+                           [take](const MiRecord &answer) { take(answer.isDone()); });
 }

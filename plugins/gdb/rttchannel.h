@@ -10,8 +10,8 @@ class GdbSession;
 /// Text that a program writes into a buffer in its memory instead of a serial port (RTT), and input for it.
 ///
 /// The control block is searched for in RAM, a piece at a time. Memory is accessed past gdb if the target supports
-/// that, also while the program runs; otherwise through gdb while it is paused. The program is never paused for it. The
-/// answers of gdb are not waited for.
+/// that, also while the program runs; otherwise through gdb while it is paused. The program is never paused for it.
+/// Answers are not waited for.
 class RttChannel : public QObject
 {
     Q_OBJECT
@@ -50,6 +50,7 @@ private:
     void write(quint64 address, const QByteArray &bytes, const std::function<void()> &done);
     void writeOffset(quint64 address, uint offset, const std::function<void()> &done);
     void soon();
+    [[nodiscard]] bool takeAnswer(int program);
     void answered();
 
     GdbSession *const m_session;
@@ -63,9 +64,9 @@ private:
     bool m_hasInput = false;     ///< it has a buffer for input
     QByteArray m_input;          ///< that the program has not read yet
     int m_program = 0;           ///< grows with each program
-    int m_open = 0;              ///< questions to gdb without an answer
+    int m_open = 0;              ///< questions without an answer
     int m_idleAt = -1;           ///< GdbSession::generation() when there was nothing to do
     int m_searchedAt = -1;       ///< the same when the search began
-    bool m_soon = false;         ///< there may be more to do when gdb has answered
+    bool m_soon = false;         ///< there may be more to do after the answer
     bool m_complained = false;
 };

@@ -191,10 +191,10 @@ quint64 SymbolTable::widen(uint address)
     return (code & ~quint64(0xffffffff)) | address;
 }
 
-bool SymbolTable::symbolAddress(const QString &name, uint &address)
+std::optional<quint64> SymbolTable::addressOfSymbol(const QString &name)
 {
     if (!m_session->isAlive() || name.isEmpty())
-        return false;
+        return std::nullopt;
     const int machine = m_session->program().elf.machine;
     const QString cast = machine == ElfImage::Avr ? QString() : u"(unsigned long)"_s; // would count words of code there
     const auto ask = [&](const QString &symbol) {
@@ -203,14 +203,22 @@ bool SymbolTable::symbolAddress(const QString &name, uint &address)
     MiRecord answer = ask(name);
     if (answer.isError() && name.contains("::"_L1) && !name.contains(u'\'')) // a member function has no plain address
         answer = ask(u'\'' + name + u'\'');
+    if (!answer.isDone())
+        return std::nullopt;
     const quint64 found = pointerValue(answer.results.text(u"value"));
-    address = uint(machine == ElfImage::Arm ? found & ~quint64(1) : found);
-    return answer.isDone();
+    return machine == ElfImage::Arm ? found & ~quint64(1) : found;
 }
 
-bool SymbolTable::sourceLocation(uint address, int kind, QString &file, int &line)
+std::optional<quint64> SymbolTable::addressOfLine(const QString &file, int line)
 {
-    const LineTable::Row *row = isKnownKind(kind) ? lines().at(widen(address)) : nullptr;
+    quint64 found = 0;
+    const bool known = m_session->isAlive() && lines().addressOf(gdbFile(file), line, &found);
+    return known ? std::optional(found) : std::nullopt;
+}
+
+bool SymbolTable::placeOf(quint64 address, int kind, QString &file, int &line)
+{
+    const LineTable::Row *row = isKnownKind(kind) ? lines().at(address) : nullptr;
     if (!row)
         return false;
     const QString &known = m_lines.files().at(row->file);
@@ -220,25 +228,41 @@ bool SymbolTable::sourceLocation(uint address, int kind, QString &file, int &lin
     return true;
 }
 
+QString SymbolTable::symbolNear(quint64 address)
+{
+    QString text;
+    if (!m_session->isAlive()
+        || m_session->gdb()->askConsole(u"info symbol 0x"_s + QString::number(address, 16), &text).isError())
+        return {};
+    const qsizetype end = text.indexOf(" in section "_L1);
+    return end < 0 ? QString() : text.left(end);
+}
+
+// With the host's addresses -------------------------------------------------------------------------------------------
+
+bool SymbolTable::symbolAddress(const QString &name, uint &address)
+{
+    const std::optional<quint64> found = addressOfSymbol(name);
+    address = uint(found.value_or(address));
+    return found.has_value();
+}
+
+bool SymbolTable::sourceLocation(uint address, int kind, QString &file, int &line)
+{
+    return placeOf(widen(address), kind, file, line);
+}
+
 bool SymbolTable::addressOf(const QString &file, int line, uint &address)
 {
-    quint64 found = 0;
-    if (!m_session->isAlive() || !lines().addressOf(gdbFile(file), line, &found))
-        return false;
-    address = uint(found);
-    return true;
+    const std::optional<quint64> found = addressOfLine(file, line);
+    address = uint(found.value_or(address));
+    return found.has_value();
 }
 
 bool SymbolTable::symbolAt(uint address, int, QString &name)
 {
-    if (!m_session->isAlive())
-        return false;
-    QString text;
-    const MiRecord answer =
-        m_session->gdb()->askConsole(u"info symbol 0x"_s + QString::number(widen(address), 16), &text);
-    const qsizetype end = text.indexOf(" in section "_L1);
-    if (answer.isError() || end < 0)
-        return false;
-    name = text.left(end);
-    return true;
+    const QString found = m_session->isAlive() ? symbolNear(widen(address)) : QString();
+    if (!found.isEmpty())
+        name = found;
+    return !found.isEmpty();
 }

@@ -6,6 +6,7 @@
 #include "regiontable.h"
 #include <functional>
 #include <memory>
+#include <optional>
 #include <QHash>
 #include <QObject>
 #include <QSet>
@@ -41,6 +42,12 @@ public:
     void setShown(const TargetRegion &region) { m_shown = region; }
     /// The 64-bit address for an address of the host, first of all in the region that is shown.
     [[nodiscard]] quint64 widen(uint address);
+
+    // With whole addresses. Nothing, false or an empty text if there is none.
+    [[nodiscard]] std::optional<quint64> addressOfSymbol(const QString &name);
+    [[nodiscard]] std::optional<quint64> addressOfLine(const QString &file, int line);
+    bool placeOf(quint64 address, int kind, QString &file, int &line);
+    [[nodiscard]] QString symbolNear(quint64 address);
 
     bool symbolAddress(const QString &name, uint &address) override;
     bool sourceLocation(uint address, int kind, QString &file, int &line) override;

@@ -43,3 +43,15 @@ bool Target::writeDirectly(quint64, const QByteArray &)
 {
     return false;
 }
+
+void Target::readLater(quint64 address, int length, const std::function<void(const QByteArray &)> &done)
+{
+    QByteArray bytes;
+    (void)readDirectly(address, length, &bytes);
+    done(bytes);
+}
+
+void Target::writeLater(quint64 address, const QByteArray &bytes, const std::function<void(bool)> &done)
+{
+    done(writeDirectly(address, bytes));
+}

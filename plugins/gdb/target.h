@@ -2,6 +2,7 @@
 #include "elfimage.h"
 #include "regiontable.h"
 #include "targetoptions.h"
+#include <functional>
 #include <memory>
 #include <QObject>
 class MiConnection;
@@ -50,6 +51,12 @@ public:
     /// False if the target does not support that.
     virtual bool readDirectly(quint64 address, int length, QByteArray *bytes);
     virtual bool writeDirectly(quint64 address, const QByteArray &bytes);
+    /// The same without waiting for the end: @p done gets the bytes, none after a failure. It is not called if the
+    /// target is deleted before.
+    virtual void readLater(quint64 address, int length, const std::function<void(const QByteArray &bytes)> &done);
+    virtual void writeLater(quint64 address, const QByteArray &bytes, const std::function<void(bool success)> &done);
+    /// How many bytes such an access may have without keeping others waiting for long.
+    [[nodiscard]] virtual int largestAccess() const { return 8192; }
     [[nodiscard]] virtual bool canWakeUp() const { return false; }
     virtual void wakeUp() {}
     virtual void writeInput(const QByteArray &) {} ///< To the program's serial port or terminal.

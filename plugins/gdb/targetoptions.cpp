@@ -27,6 +27,7 @@ const QList<Key> &keys()
         {u"secondImage"_s, &TargetOptions::secondImage},
         {u"address"_s, &TargetOptions::address},
         {u"server"_s, &TargetOptions::server},
+        {u"tclPort"_s, &TargetOptions::tclPort},
         {u"load"_s, &TargetOptions::load},
         {u"resetCommand"_s, &TargetOptions::resetCommand},
         {u"leaveRunning"_s, &TargetOptions::leaveRunning},

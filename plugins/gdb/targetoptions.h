@@ -34,6 +34,7 @@ struct TargetOptions
     QString group; ///< name of a group of processors that run and stop together; empty for none
     Kind kind = Kind::Automatic;
     int uart = 0;       ///< the serial port that the target console shows
+    int tclPort = 0;    ///< of an OpenOCD, for its memory; 0: chosen for an OpenOCD that is started
     int processId = 0;  ///< of the native program to attach to
     int timeLimit = 10; ///< in seconds, for loading and for reaching runTo
     bool semihosting = true;

@@ -50,7 +50,14 @@ ActivityAvailability Activity::availability(ActivityState state) const
                                         .project = project != nullptr,
                                         .buildEnvironment = project && project->buildInterface(),
                                         .executionEnvironment = environment != nullptr,
-                                        .canAttach = askPlugin<&IExecutionEnvironment::canAttach>(environment)});
+                                        .canAttach = askPlugin<&IExecutionEnvironment::canAttach>(environment),
+                                        .startCancellable = m_startCancellable});
+}
+
+void Activity::setStartCancellable(bool cancellable)
+{
+    if (std::exchange(m_startCancellable, cancellable) != cancellable && m_workspace)
+        Q_EMIT availabilityChanged(availability(m_state));
 }
 
 // Workspace

@@ -25,6 +25,8 @@ public:
     void setState(ActivityState next);
     /// The state of the debug session in which the running build was started; StateIdle if it is not in a session.
     [[nodiscard]] ActivityState stateBehindBuild() const { return m_behindBuild; }
+    /// Whether the session that is starting can be stopped already, since a processor starts in the background.
+    void setStartCancellable(bool cancellable);
     [[nodiscard]] bool isDebugging() const; ///< There is a current project, and the state is one of a debug session.
 
     [[nodiscard]] ProjectWorkspace *workspace() const { return m_workspace.get(); } ///< Null while none is open.
@@ -50,7 +52,7 @@ public:
 Q_SIGNALS:                                  // in the order in which a change emits them
     void stateEntering(ActivityState next); ///< state() is the old one; the change may still be dropped.
     void stateChanging(ActivityState next); ///< Only if @p next differs from state(), which is the old one.
-    /// After stateChanging(), and after currentProjectChanged().
+    /// After stateChanging(), after currentProjectChanged(), and if a start can be cancelled.
     void availabilityChanged(const ActivityAvailability &available);
     void stateEntered(ActivityState state, ActivityState previous); ///< Both may be the same.
 
@@ -72,5 +74,6 @@ private:
     std::unique_ptr<ProjectWorkspace> m_workspace;
     ActivityState m_state = StateIdle;
     ActivityState m_behindBuild = StateIdle;
+    bool m_startCancellable = false;
     int m_stateChanges = 0; ///< how often setState() was called
 };

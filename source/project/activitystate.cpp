@@ -15,7 +15,8 @@ ActivityAvailability activityAvailability(ActivityState state, const ActivityCon
         .building = context.project && state == StateBuilding,
         .run = target && (state == StateIdle || state == StatePaused),
         .stop = target
-                && (state == StateRunning || state == StatePaused || state == StateFinished || state == StateUnknown),
+                && (state == StateRunning || state == StatePaused || state == StateFinished || state == StateUnknown
+                    || (state == StateInitialising && context.startCancellable)),
         .pause = target && state == StateRunning,
         .start = target && state == StateIdle,
         .restart = target && (state == StatePaused || state == StateFinished || state == StateIdle),

@@ -21,6 +21,7 @@ struct ActivityContext
     bool buildEnvironment = false;     ///< the current project can be built
     bool executionEnvironment = false; ///< the current project can be run
     bool canAttach = false;            ///< its environment can attach to a running target
+    bool startCancellable = false;     ///< a processor is starting in the background
 };
 
 /// Which commands are possible. One field for each availability signal that follows the state.

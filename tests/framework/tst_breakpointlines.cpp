@@ -102,6 +102,11 @@ public:
         view()->undo();
         QCoreApplication::processEvents();
     }
+    void redo() const
+    {
+        view()->redo();
+        QCoreApplication::processEvents();
+    }
     [[nodiscard]] QString debugOutput() const
     {
         return window->outputWindow()->page(OutputWindow::Debug)->toPlainText();
@@ -175,6 +180,48 @@ private Q_SLOTS:
         f.removeLine(2);
         QCOMPARE(f.lines(), u"2"_s);
         QCOMPARE(f.marked(), u"2"_s);
+    }
+
+    void removalThatIsUndoneGivesTheLineItsBreakpointAgain()
+    {
+        const BreakpointWindow f;
+        f.toggle(2);
+        for (int i = 0; i < 2; ++i) { // with the same result the second time
+            f.removeLine(2);
+            f.insertLineAt(1);
+            f.removeLine(3); // again that of the breakpoint
+            QCOMPARE(f.lines(), u"3"_s);
+            f.undo();
+            QCOMPARE(f.lines(), u"3"_s);
+            QCOMPARE(f.marked(), u"3"_s);
+            f.undo();
+            QCOMPARE(f.lines(), u"2"_s);
+            f.undo();
+            QCOMPARE(f.lines(), u"2"_s);
+            QCOMPARE(f.marked(), u"2"_s);
+        }
+        f.removeLine(2);
+        f.undo();
+        f.redo();
+        QCOMPARE(f.lines(), u"2"_s);
+        f.undo();
+        f.removeLine(1);
+        QCOMPARE(f.lines(), u"1"_s);
+        f.undo();
+        QCOMPARE(f.lines(), u"2"_s);
+        QCOMPARE(f.marked(), u"2"_s);
+    }
+
+    void insertionThatIsUndoneAndRepeatedLeavesTheBreakpointAtItsText()
+    {
+        const BreakpointWindow f;
+        f.insertLineAt(2);
+        f.toggle(2);
+        f.undo(); // the line is gone, its breakpoint at the next one
+        QCOMPARE(f.lines(), u"2"_s);
+        f.redo();
+        QCOMPARE(f.lines(), u"3"_s);
+        QCOMPARE(f.marked(), u"3"_s);
     }
 
     void replacedTextKeepsTheLines()

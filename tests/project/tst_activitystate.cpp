@@ -126,6 +126,21 @@ private Q_SLOTS:
         }
     }
 
+    /// Of a target, and only while it starts in the background.
+    void startInTheBackgroundCanBeStopped()
+    {
+        ActivityContext context = Everything;
+        context.startCancellable = true;
+        for (int state = StateNoWorkspace; state <= StateUnknown; ++state) {
+            QStringList expected = names(activityAvailability(ActivityState(state), Everything));
+            if (state == StateInitialising)
+                expected.append(u"stop"_s);
+            QCOMPARE(names(activityAvailability(ActivityState(state), context)), expected);
+        }
+        context.executionEnvironment = false;
+        QVERIFY(!activityAvailability(StateInitialising, context).stop);
+    }
+
     void debugStatesHaveTheirOwnLayout_data()
     {
         QTest::addColumn<int>("state");

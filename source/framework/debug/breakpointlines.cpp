@@ -80,7 +80,15 @@ void BreakpointLines::follow(const BreakpointFiles &files)
             const QTextCursor anchor = startOfLine(*document, line);
             if (anchor.isNull() || std::ranges::any_of(m_lines, isKnown))
                 continue;
-            m_lines.append({document, file, line, line, document->lastModified(), line, anchor});
+            m_lines.append({document,
+                            file,
+                            line,
+                            line,
+                            document->lastModified(),
+                            line,
+                            anchor,
+                            document->text()->availableUndoSteps(),
+                            {}});
             watch(document);
         }
     }
@@ -99,6 +107,23 @@ void BreakpointLines::watch(TextDocument *document)
     connect(document, &QObject::destroyed, this, &BreakpointLines::schedule);
 }
 
+/// After the removal was undone, the text is the one before it, with the same lines.
+void BreakpointLines::followUndo(Line &line)
+{
+    const QTextDocument *text = line.document->text();
+    const int steps = text->availableUndoSteps();
+    const bool undoes = std::exchange(line.steps, steps) > steps && text->isRedoAvailable();
+    const auto undone = std::ranges::find_if(line.removals, [&](const Removal &each) { return each.steps > steps; });
+    if (undone != line.removals.cend()) {
+        if (undoes)
+            line.anchor = startOfLine(*line.document, undone->line);
+        line.removals.erase(undone, line.removals.cend());
+    } else if (!undoes
+               && !line.document->hasMarker(line.anchor.blockNumber() + 1, IViewWithMarkers::BreakpointMarkers)) {
+        line.removals.append({steps, line.shown});
+    }
+}
+
 /// A text that is replaced as a whole keeps its breakpoints at their lines: no part of it is known to be the same.
 void BreakpointLines::textChanged(const TextDocument *document, int from, int removed, int added)
 {
@@ -107,8 +132,11 @@ void BreakpointLines::textChanged(const TextDocument *document, int from, int re
     for (Line &line : m_lines) {
         if (line.document != document)
             continue;
-        if (replaced)
+        if (replaced) {
             line.anchor = startOfLine(*document, qMin(line.shown, text->blockCount()));
+            line.removals.clear();
+        }
+        followUndo(line);
         line.anchor.setPosition(line.anchor.block().position());
         line.shown = line.anchor.blockNumber() + 1;
         m_markerLost |= !document->hasMarker(line.shown, IViewWithMarkers::BreakpointMarkers);

@@ -18,7 +18,8 @@ using BreakpointFiles = QHash<QString, QList<int>>;
 ///
 /// The program of a debug session was built from the text before the change, so an environment gets the new lines when
 /// the session has ended; until then shownLine() and programLine() convert. A text that is closed without being saved
-/// gives its breakpoints the lines of the file again.
+/// gives its breakpoints the lines of the file again. The breakpoint of a removed line goes to the next one, and comes
+/// back with the line if that is undone.
 class BreakpointLines : public QObject
 {
     Q_OBJECT
@@ -37,6 +38,12 @@ Q_SIGNALS:
     void moved(); ///< Breakpoints have other lines, or their markers are missing.
 
 private:
+    /// A change with which a line has lost its marker, probably because it was removed.
+    struct Removal
+    {
+        int steps = 0; ///< QTextDocument::availableUndoSteps() after it
+        int line = 0;  ///< before it
+    };
     struct Line
     {
         QPointer<TextDocument> document; ///< null when it was closed
@@ -46,6 +53,8 @@ private:
         QDateTime savedAt;  ///< the time stamp of the file
         int shown = 0;      ///< in the text
         QTextCursor anchor; ///< at the start of that line
+        int steps = 0;      ///< that can be undone in the text
+        QList<Removal> removals;
 
         /// Where the environments should have it.
         [[nodiscard]] int target() const;
@@ -58,6 +67,7 @@ private:
     };
 
     void watch(TextDocument *document);
+    void followUndo(Line &line);
     void textChanged(const TextDocument *document, int from, int removed, int added);
     void saved(TextDocument *document);
     void schedule();

@@ -53,6 +53,13 @@ RunControl::RunControl(Activity &activity, WindowServices &window, SessionStart 
     : QObject(parent), m_activity(activity), m_window(window), m_session(session), m_reports(reports)
 {}
 
+std::vector<RunControl::Environment> RunControl::environments() const
+{
+    std::vector<Environment> all = m_activity.environments();
+    std::erase_if(all, [this](const Environment &each) { return !m_session.mayOperate(each.get()); });
+    return all;
+}
+
 /// With one processor there is nothing to choose. The session may end while the question is open; then nothing is left
 /// to do.
 DebugAction RunControl::resolve(DebugEvent event)
@@ -78,10 +85,11 @@ bool RunControl::carryOut(const Command &command)
 void RunControl::carryOut(const Command &command, DebugAction action) const
 {
     if (action != AllProcessors) {
-        if (const Activity::Environment environment = m_activity.currentEnvironment())
+        const Environment environment = m_activity.currentEnvironment();
+        if (environment && m_session.mayOperate(environment.get()))
             command.operation(environment);
     } else if (!carryOutTogether(command)) {
-        for (const Activity::Environment &environment : m_activity.environments())
+        for (const Environment &environment : environments())
             command.operation(environment);
     }
 }
@@ -91,7 +99,7 @@ bool RunControl::carryOutTogether(const Command &command) const
 {
     std::vector<InterfacePtr<IMultiProcessorSync>> offers;
     QList<SyncMember> members;
-    for (const Activity::Environment &environment : m_activity.environments()) {
+    for (const Environment &environment : environments()) {
         auto sync = queryPlugin<IMultiProcessorSync>(environment.get());
         if (!sync)
             continue;
@@ -124,7 +132,8 @@ void RunControl::run()
 void RunControl::attach()
 {
     const Activity::Environment environment = m_activity.currentEnvironment();
-    if (!environment || m_activity.state() != StateIdle || !askPlugin<&IExecutionEnvironment::canAttach>(environment))
+    if (!environment || m_activity.state() != StateIdle || m_session.isStarting()
+        || !askPlugin<&IExecutionEnvironment::canAttach>(environment))
         return;
     m_window.fireEvent(u"onPreAttach"_s);
     if (m_session.start(true))
@@ -196,7 +205,7 @@ void RunControl::runProcessor(Project *project)
 void RunControl::pauseProcessor(Project *project)
 {
     const Activity::Environment environment = shareInterface(project ? project->executionInterface() : nullptr);
-    if (environment && m_activity.isDebugging())
+    if (environment && m_activity.isDebugging() && m_session.mayOperate(environment.get()))
         Pause.operation(environment);
 }
 
@@ -216,7 +225,7 @@ void RunControl::pauseAll()
 
 void RunControl::pauseOthers(const IExecutionEnvironment *environment)
 {
-    for (const Activity::Environment &other : m_activity.environments()) {
+    for (const Environment &other : environments()) {
         if (other.get() != environment)
             Pause.operation(other);
     }
@@ -243,11 +252,19 @@ bool RunControl::isNotPaused(int reportsBefore) const
                || report->status == IExecutionEnvironment::ProgramFinished);
 }
 
+bool RunControl::canStop() const
+{
+    return m_activity.currentEnvironment()
+           && (mayStop(m_activity.state()) || mayStop(m_activity.stateBehindBuild()) || m_session.isInBackground());
+}
+
+/// Also between the starts of two processors, of which the second one is not started then.
 void RunControl::stop()
 {
     m_reports.clear();
-    if (!m_activity.currentEnvironment() || !(mayStop(m_activity.state()) || mayStop(m_activity.stateBehindBuild())))
+    if (!canStop())
         return;
+    m_session.end();
     for (const Activity::Environment &environment : m_activity.environments())
         runPlugin<&IExecutionEnvironment::stop>(environment);
     m_reports.clear(); // reports that arrived while the processors stopped

@@ -49,6 +49,9 @@ private:
     };
     static const Command Run, Pause, Restart, Wakeup;
 
+    /// Those that commands may reach: not the ones that have not started yet.
+    [[nodiscard]] std::vector<Environment> environments() const;
+    [[nodiscard]] bool canStop() const;
     [[nodiscard]] DebugAction resolve(DebugEvent event);
     bool carryOut(const Command &command);
     void carryOut(const Command &command, DebugAction action) const;

@@ -4,7 +4,6 @@
 #include "callplugin.h"
 #include "debugdecisions.h"
 #include "ibuildenvironment.h"
-#include "iprogressivestart.h"
 #include "messages.h"
 #include "outputwindow.h"
 #include "processorreports.h"
@@ -18,6 +17,8 @@
 #include <QScopedValueRollback>
 #include <QScopeGuard>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 constexpr int PendingEventsTime = 1000; // milliseconds
 }
@@ -25,7 +26,9 @@ constexpr int PendingEventsTime = 1000; // milliseconds
 SessionStart::SessionStart(Activity &activity, WindowServices &window, BuildControl &build,
                            const ProcessorReports &reports, QObject *parent)
     : QObject(parent), m_activity(activity), m_window(window), m_build(build), m_reports(reports)
-{}
+{
+    connect(&activity, &Activity::workspaceClosing, this, &SessionStart::endWithWorkspace);
+}
 
 /// A command that comes when one processor has stopped and the next one has not started yet does nothing: it would
 /// reach both.
@@ -34,8 +37,9 @@ bool SessionStart::start(bool attachOnly)
     if (m_isStarting)
         return false;
     const QScopedValueRollback starting(m_isStarting, true);
+    m_ended = false;
     const bool result = m_activity.state() != StateIdle || (prepare() && startProjects(attachOnly));
-    if ((!result || m_build.buildStopped()) && m_activity.workspace())
+    if ((!result || m_build.buildStopped()) && m_activity.workspace() && !m_ended)
         m_activity.setState(StateIdle);
     return m_activity.isDebugging(); // a report may have ended the session
 }
@@ -101,24 +105,24 @@ void SessionStart::waitForBuild() const
 
 bool SessionStart::startProjects(bool attachOnly)
 {
-    const QPointer<ProjectWorkspace> workspace(m_activity.workspace());
     m_started.clear();
     m_cancelled = false;
     const auto forget = qScopeGuard([this] { m_started.clear(); });
     for (const QPointer<Project> &project : m_activity.projects()) {
         const bool started = project && startProject(project, attachOnly);
-        if (!workspace)
-            return false;
-        if (!started && !m_build.buildStopped() && !m_cancelled)
+        if (!started && !m_ended && !m_build.buildStopped() && !m_cancelled)
             showInformation(m_window.dialogParent(),
                             tr("Cannot start debugger.\n\nPlease see Debug Output window for details."));
-        QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents, PendingEventsTime);
-        if (!started) {
+        if (!m_ended)
+            QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents, PendingEventsTime);
+        if (m_ended)
+            return false;
+        if (!started || m_build.buildStopped()) {
             stopStarted();
             return false;
         }
     }
-    if (!workspace || !m_activity.currentProject())
+    if (!m_activity.currentProject())
         return false;
     adoptReportedState();
     if (attachOnly)
@@ -131,8 +135,46 @@ void SessionStart::stopStarted()
 {
     const auto started = std::exchange(m_started, {});
     for (const Activity::Environment &environment : started) {
-        const auto present = m_activity.environments(); // without those of projects that were removed meanwhile
-        if (std::ranges::find(present, environment.get(), &Activity::Environment::get) != present.end())
+        if (isOpen(environment.get()))
+            runPlugin<&IExecutionEnvironment::stop>(environment);
+    }
+}
+
+/// False for that of a project that was removed.
+bool SessionStart::isOpen(const IExecutionEnvironment *environment) const
+{
+    const auto present = m_activity.environments();
+    return std::ranges::find(present, environment, &Activity::Environment::get) != present.end();
+}
+
+bool SessionStart::mayOperate(const IExecutionEnvironment *environment) const
+{
+    return !m_isStarting || std::ranges::find(m_started, environment, &Activity::Environment::get) != m_started.end();
+}
+
+void SessionStart::end()
+{
+    if (!m_isStarting)
+        return;
+    m_ended = true;
+    m_started.clear();
+    if (m_activity.state() == StateBuilding)
+        m_build.buildStopBuild();
+    if (const auto background = std::exchange(m_background, {}))
+        runPlugin<&IProgressiveStart::cancelStart>(background);
+}
+
+/// While the projects still exist.
+void SessionStart::endWithWorkspace()
+{
+    if (!m_isStarting || m_ended)
+        return;
+    auto environments = std::exchange(m_started, {});
+    if (m_startingOne)
+        environments.push_back(shareInterface(m_startingOne.get()));
+    end();
+    for (const Activity::Environment &environment : environments) {
+        if (isOpen(environment.get()))
             runPlugin<&IExecutionEnvironment::stop>(environment);
     }
 }
@@ -168,42 +210,67 @@ bool SessionStart::startProject(Project *project, bool attachOnly)
         output->outputLine(OutputWindow::Debug,
                            tr("No execution environment available for project '%1'\n").arg(project->name()));
     const bool built = environment && (attachOnly || buildForDebug(project));
-    if (!alive)
+    if (!alive || m_ended)
         return false;
     m_activity.setState(StateInitialising);
     if (!built || m_build.buildStopped())
         return false;
     output->displayPage(OutputWindow::Debug);
-    if (!startEnvironment(environment, attachOnly))
-        return false;
-    m_started.push_back(shareInterface(environment.get()));
-    return true;
+    m_startingOne = shareInterface(environment.get());
+    const bool started = startEnvironment(environment, attachOnly);
+    m_startingOne.reset();
+    if (started && !m_ended)
+        m_started.push_back(shareInterface(environment.get()));
+    else if (started && isOpen(environment.get())) // it has started after the stop
+        runPlugin<&IExecutionEnvironment::stop>(environment);
+    return started && !m_ended;
 }
 
 bool SessionStart::startEnvironment(const Activity::Environment &environment, bool attachOnly)
 {
-    const auto inBackground = queryPlugin<IProgressiveStart>(environment);
-    if (!inBackground)
+    m_background = queryPlugin<IProgressiveStart>(environment);
+    if (!m_background)
         return askPlugin<&IExecutionEnvironment::start>(environment, attachOnly);
+    m_activity.setStartCancellable(true);
+    const bool started = startInBackground(environment, attachOnly);
+    m_background.reset();
+    m_activity.setStartCancellable(false);
+    return started;
+}
+
+/// A project that is removed meanwhile cancels the start.
+bool SessionStart::startInBackground(const Activity::Environment &environment, bool attachOnly)
+{
     const auto progress = shareInterface(new StartProgress(m_window.dialogParent()));
-    if (!runPlugin<&IProgressiveStart::startInBackground>(inBackground, attachOnly, progress.get()))
+    connect(progress.get(), &StartProgress::shown, this, &SessionStart::showProgress);
+    const auto background = shareInterface(m_background.get());
+    if (!runPlugin<&IProgressiveStart::startInBackground>(background, attachOnly, progress.get())) {
+        progress->close();
         return false;
-    const QPointer<ProjectWorkspace> workspace(m_activity.workspace());
-    const auto isStarting = [&] { return workspace && !progress->isFinished() && !progress->isCancelled(); };
+    }
+    const auto isStarting = [&] {
+        return !m_ended && !progress->isFinished() && !progress->isCancelled() && isOpen(environment.get());
+    };
     while (isStarting()) {
         deliverPluginReports();
         if (isStarting())
             QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents);
     }
-    if (progress->isFinished()) {
-        if (!progress->succeeded() && !progress->reason().isEmpty() && workspace)
-            m_window.outputWindow()->outputLine(OutputWindow::Debug, progress->reason() + u'\n');
-        return progress->succeeded();
-    }
+    const bool finished = progress->isFinished();
+    progress->close();
+    if (finished && !progress->succeeded() && !progress->reason().isEmpty() && !m_ended)
+        m_window.outputWindow()->outputLine(OutputWindow::Debug, progress->reason() + u'\n');
+    if (finished || m_ended)
+        return finished && progress->succeeded();
     m_cancelled = true;
-    runPlugin<&IProgressiveStart::cancelStart>(inBackground);
+    runPlugin<&IProgressiveStart::cancelStart>(background);
     runPlugin<&IExecutionEnvironment::stop>(environment);
     return false;
+}
+
+void SessionStart::showProgress(const QString &step, int percent)
+{
+    m_window.showMessage(percent < 0 ? step : step + u" %1 %"_s.arg(percent));
 }
 
 /// True as well if the build environment has nothing to do before a session.

@@ -2,6 +2,7 @@
 #include "messages.h"
 #include <algorithm>
 #include <QProgressDialog>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -31,6 +32,8 @@ void StartProgress::progress(const QString &step, int percent)
         m_dialog->setLabelText(step);
         m_dialog->setMaximum(percent < 0 ? 0 : 100);
         m_dialog->setValue(std::clamp(percent, 0, 100));
+        m_hasShown = true;
+        Q_EMIT shown(step, std::min(percent, 100));
     };
     QMetaObject::invokeMethod(this, show); // from any thread
 }
@@ -46,4 +49,12 @@ void StartProgress::finished(bool success, const QString &reason)
         delete m_dialog;
     };
     QMetaObject::invokeMethod(this, finish);
+}
+
+void StartProgress::close()
+{
+    m_finished = true;
+    delete m_dialog;
+    if (std::exchange(m_hasShown, false))
+        Q_EMIT shown({}, -1);
 }

@@ -29,6 +29,7 @@
 #include <QDeadlineTimer>
 #include <QJsonArray>
 #include <QLabel>
+#include <QLineEdit>
 #include <QMenu>
 #include <QPluginLoader>
 #include <QProgressDialog>
@@ -70,13 +71,14 @@ StubControl *stub()
 /// The calls of all interfaces that the program makes in the user's story below.
 QStringList allCalls()
 {
-    return QStringLiteral("create queryInterface setProject initialise setQueryInterface widgets workspaceChanged "
-                          "canCompile canAttach breakpoints details build clean compile populate commands execute "
-                          "isUpToDate buildForDebug start run runTo stepInto stepOver pause restart wakeUp canWakeUp "
-                          "stop programStatus currentLocation setBreakpoint setNextStatement symbolAt addressOf "
-                          "startInBackground cancelStart regions readBlock registers value peripherals evaluate text "
-                          "sourceLines currentPlace requestThreads requestFrames setCurrentPlace requestScope "
-                          "requestChildren requestValue features dataBreakpoints limits")
+    return QStringLiteral(
+               "create queryInterface setProject initialise setQueryInterface widgets workspaceChanged "
+               "canCompile canAttach breakpoints details build clean compile populate commands execute "
+               "isUpToDate buildForDebug start run runTo stepInto stepOver pause restart wakeUp canWakeUp "
+               "stop programStatus currentLocation setBreakpoint setNextStatement symbolAt symbolAddress addressOf "
+               "startInBackground cancelStart regions readBlock registers value peripherals evaluate text "
+               "sourceLines currentPlace requestThreads requestFrames setCurrentPlace requestScope "
+               "requestChildren requestValue features dataBreakpoints limits")
         .split(u' ');
 }
 
@@ -100,6 +102,8 @@ const QList<Deed> deeds{{"throw", "throws an exception"},
 
 /// Longer than the delays of the program's own timers, so that these are due when the call returns.
 constexpr int SlowMilliseconds = 25;
+/// Longer than all of these timers; for a few calls only.
+constexpr int VerySlowMilliseconds = 5000;
 } // namespace
 
 /// A plug-in that does something wrong in each of its calls, while the user works, closes and exits.
@@ -117,6 +121,7 @@ class MisbehavingPluginTest : public QObject
     bool m_ending = false;     ///< what the deed closes is not closed yet
     bool m_silent = false;     ///< the plug-in sends no reports any more
     int m_depth = 0;
+    unsigned long m_slowness = SlowMilliseconds;
     QString m_shown;                                 ///< on the output pages
     QMap<QString, QMap<QString, QString>> m_results; ///< by call and deed
     inline static QSet<QString> reportedCalls;       ///< "Class::function", from which exceptions were caught
@@ -185,7 +190,7 @@ class MisbehavingPluginTest : public QObject
         if (m_deed == "throw"_L1)
             throw std::runtime_error("bad deed");
         if (m_deed == "slow"_L1)
-            QThread::msleep(SlowMilliseconds);
+            QThread::msleep(m_slowness);
         if (m_deed == "report"_L1)
             sendReports();
         if (m_deed == "close"_L1 && f->window && f->window->projectWorkspace())
@@ -214,6 +219,9 @@ class MisbehavingPluginTest : public QObject
         m_ending = false;
         m_typed = false;
         prepareScripts();
+        StubScript &sim = stub()->script(u"{sim}"_s);
+        sim.sourceLines.insert(0x101, {f->path(u"main.c"_s), 2}); // as it is looked up
+        sim.symbols.insert(u"function"_s, 0x101);
         if (m_background)
             stub()->script(u"{sim}"_s).offers += IProgressiveStart::Iid;
         for (const QString &feature : {u"{sim}"_s, u"{cc}"_s}) {
@@ -415,6 +423,7 @@ class MisbehavingPluginTest : public QObject
             debugging([&] { f->window->debugRunToCursor(); });
             debugging([&] { stopAt(IExecutionEnvironment::ProgramPaused); });
             debugging([&] { f->window->findChild<QAction *>(u"debugSetNext"_s)->trigger(); });
+            debugging([&] { goToSymbol(); });
             debugging([&] { f->window->debugRestart(); });
             debugging([&] { f->window->debugViewDisassembly(); });
             debugging([&] { f->window->debugShowNext(); });
@@ -489,6 +498,18 @@ class MisbehavingPluginTest : public QObject
         }
     }
 
+    void goToSymbol() const
+    {
+        QTimer::singleShot(0, f->window.get(), [] {
+            auto *dialog = qobject_cast<QDialog *>(QApplication::activeModalWidget());
+            if (auto *edit = dialog ? dialog->findChild<QLineEdit *>() : nullptr) {
+                edit->setText(u"main"_s);
+                dialog->accept();
+            }
+        });
+        f->window->viewGotoLine();
+    }
+
     void showDebugWindows() const
     {
         MainWindow *window = f->window.get();
@@ -514,6 +535,7 @@ private Q_SLOTS:
         m_cancels = false;
         m_silent = false;
         m_ending = false;
+        m_slowness = SlowMilliseconds;
         prepareScripts();
         QCoreApplication::addLibraryPath(QFileInfo(QStringLiteral(TESTPLUGIN_STUB)).path());
         f = std::make_unique<WindowFixture>();
@@ -558,6 +580,22 @@ private Q_SLOTS:
                 misbehaveInAStory();
             while (!m_done.isEmpty() && !QTest::currentTestFailed());
         }
+    }
+
+    void callOfFiveSecondsOnlyKeepsTheUserWaiting_data()
+    {
+        QTest::addColumn<QString>("call");
+        for (const char *call : {"start", "currentLocation", "stop"})
+            QTest::newRow(call) << QString::fromLatin1(call);
+    }
+    void callOfFiveSecondsOnlyKeepsTheUserWaiting()
+    {
+        QFETCH(QString, call);
+        m_deed = u"slow"_s;
+        m_slowness = VerySlowMilliseconds;
+        m_pending = QStringList{call};
+        misbehaveInAStory();
+        QCOMPARE(m_done, QStringList{call});
     }
 
     /// The documentation contains the results. With VARNEL_WRITE_DOCS this writes them.

@@ -5,12 +5,14 @@
 class ForeignBoard
 {
 public:
-    explicit ForeignBoard(const QString &image)
+    explicit ForeignBoard(const QString &image, const QStringList &more = {})
     {
         m_process.start(u"qemu-system-arm"_s,
-                        {u"-M"_s, u"mps2-an385"_s, u"-display"_s, u"none"_s, u"-monitor"_s, u"none"_s, u"-serial"_s,
-                         u"null"_s, u"-kernel"_s, image, u"-chardev"_s,
-                         u"socket,id=g,path=%1,server=on,wait=off"_s.arg(address()), u"-gdb"_s, u"chardev:g"_s});
+                        QStringList{u"-M"_s, u"mps2-an385"_s, u"-display"_s, u"none"_s, u"-monitor"_s, u"none"_s,
+                                    u"-serial"_s, u"null"_s, u"-kernel"_s, image, u"-chardev"_s,
+                                    u"socket,id=g,path=%1,server=on,wait=off"_s.arg(address()), u"-gdb"_s,
+                                    u"chardev:g"_s}
+                            + more);
     }
     ~ForeignBoard() { end(); }
     Q_DISABLE_COPY_MOVE(ForeignBoard)

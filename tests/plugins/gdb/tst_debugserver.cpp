@@ -42,6 +42,8 @@ private Q_SLOTS:
     void sessionEndedDuringTheWaitReportsNothing();
     void coloursAreRemoved_data();
     void coloursAreRemoved();
+    void numbersAreRemoved_data();
+    void numbersAreRemoved();
 
 private:
     Programs m_programs;
@@ -218,6 +220,29 @@ void tst_DebugServer::coloursAreRemoved()
     QByteArray incomplete;
     for (const QByteArray &block : blocks)
         result += withoutColours(block, &incomplete);
+    QTEST(result, "text");
+}
+
+void tst_DebugServer::numbersAreRemoved_data()
+{
+    QTest::addColumn<QStringList>("blocks");
+    QTest::addColumn<QString>("text");
+    QTest::newRow("none") << QStringList{u"a\nb"_s} << u"a\nb"_s;
+    QTest::newRow("one and several") << QStringList{u"a\n0x1f\n0x0 0x12\nb\n"_s} << u"a\nb\n"_s;
+    QTest::newRow("divided") << QStringList{u"a\n0"_s, u"x1"_s, u"f 0x"_s, u"2\nb\n"_s} << u"a\nb\n"_s;
+    QTest::newRow("begins like one") << QStringList{u"0x2"_s, u"0 is no memory\n"_s} << u"0x20 is no memory\n"_s;
+    QTest::newRow("another number") << QStringList{u"0"_s, u" retries\n12\n"_s} << u"0 retries\n12\n"_s;
+    QTest::newRow("of a terminal") << QStringList{u"0x1f 0x2\r\nb\r\n"_s} << u"b\r\n"_s;
+    QTest::newRow("empty lines") << QStringList{u"\n\n"_s} << u"\n\n"_s;
+}
+
+void tst_DebugServer::numbersAreRemoved()
+{
+    QFETCH(QStringList, blocks);
+    QString result;
+    QString incomplete;
+    for (const QString &block : blocks)
+        result += withoutNumbers(block, &incomplete);
     QTEST(result, "text");
 }
 

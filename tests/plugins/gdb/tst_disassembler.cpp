@@ -58,6 +58,7 @@ private Q_SLOTS:
     void initTestCase();
     void init();
     void fetchReturnsAtOnceAndTheTextFollows();
+    void eachLineOfAFunctionIsShownOnce();
     void textDuringAFetchWaitsForItsAnswer();
     void fetchDoesNotWaitWithoutAReadableTarget();
     void stepForgetsTheInstructions();
@@ -81,6 +82,31 @@ void tst_Disassembler::initTestCase()
 void tst_Disassembler::init()
 {
     QTest::failOnWarning(QRegularExpression(u".?"_s));
+}
+
+/// Above its first instruction, and not again above the following ones.
+void tst_Disassembler::eachLineOfAFunctionIsShownOnce()
+{
+    LiveSession session(option());
+    QVERIFY(session.start());
+    const auto lines = session.get<IDisassemblyAddress>();
+    const auto mapping = session.get<ISourceMapping>();
+    const auto begin = uint(session.env->session()->frame().address);
+    QString last;
+    int shown = 0;
+    for (uint address = begin; address < begin + 64; address += 2) {
+        const QStringList source = lines->sourceLines(int(address));
+        if (source.isEmpty())
+            continue;
+        QString file;
+        int line = 0;
+        QVERIFY(mapping->sourceLocation(address, 1, file, line));
+        QVERIFY2(source.last().contains(u"&nbsp;%1&nbsp;&nbsp;"_s.arg(line)), qPrintable(source.last()));
+        QVERIFY2(source.last() != last, qPrintable(last));
+        last = source.last();
+        ++shown;
+    }
+    QVERIFY2(shown >= 3, QByteArray::number(shown));
 }
 
 void tst_Disassembler::fetchReturnsAtOnceAndTheTextFollows()

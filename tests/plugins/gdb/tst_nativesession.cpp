@@ -39,6 +39,7 @@ private Q_SLOTS:
     void attachedProgramContinuesAfterStop();
     void programHasItsOwnTerminal();
     void symbolsAndLinesAreFound();
+    void symbolsAndLinesHaveWholeAddresses();
     void functionsOfClassesAreFound();
     void registersAreReadAndWritten();
     void memoryIsReadAndWrittenWhileRunning();
@@ -531,6 +532,39 @@ void tst_NativeSession::symbolsAndLinesAreFound()
     QVERIFY(lookup->addressOf(file, line, lineAddress));
     QCOMPARE(lineAddress, address);
     QVERIFY(!lookup->addressOf(file, 1, lineAddress));
+}
+
+/// A position-independent program is loaded above the addresses of 32 bits.
+void tst_NativeSession::symbolsAndLinesHaveWholeAddresses()
+{
+    LiveSession session(option());
+    const auto symbols = session.get<ISymbols64>();
+    QVERIFY(symbols);
+    quint64 address = 1;
+    QString file;
+    int line = 0;
+    QString name = u"old"_s;
+    QVERIFY(!symbols->symbolAddress(u"twice"_s, address)); // there is no session
+    QVERIFY(!symbols->symbolAt(0, 0, name));
+    QVERIFY(session.start());
+    QVERIFY(symbols->symbolAddress(u"twice"_s, address));
+    QVERIFY(address > 0xffffffff);
+    QCOMPARE(session.evaluate(u"(unsigned long)&twice"_s), QString::number(address));
+    for (const quint64 each : {address, address & 0xffffffff}) { // the disassembly has the second one
+        QVERIFY(symbols->sourceLocation(each, 1, file, line));
+        QCOMPARE(file, Programs::source(u"native.c"_s));
+        QCOMPARE(line, Programs::lineOf(u"native.c"_s, u"int twice"_s) + 1);
+        QVERIFY(symbols->symbolAt(each + 4, 0, name));
+        QCOMPARE(name, u"twice + 4"_s);
+    }
+    quint64 ofLine = 0;
+    QVERIFY(symbols->addressOf(file, line, ofLine));
+    QCOMPARE(ofLine, address);
+    QVERIFY(!symbols->addressOf(file, 1, ofLine));
+    QVERIFY(!symbols->symbolAddress(u"nothing"_s, address));
+    QVERIFY(!symbols->sourceLocation(~quint64(0) - 8, 1, file, line));
+    QVERIFY(!symbols->symbolAt(~quint64(0) - 8, 0, name));
+    QCOMPARE(name, u"twice + 4"_s);
 }
 
 void tst_NativeSession::registersAreReadAndWritten()

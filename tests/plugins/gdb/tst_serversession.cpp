@@ -12,6 +12,7 @@ private Q_SLOTS:
     void init();
     void cleanup();
     void attachLeavesTheServerRunning();
+    void targetWithoutAProgramIsAttachedTo();
     void gdbserverProgramRunsButCannotRestart();
     void endOfAGdbserverProgramIsReported_data();
     void endOfAGdbserverProgramIsReported();
@@ -57,6 +58,19 @@ void tst_ServerSession::attachLeavesTheServerRunning()
     QVERIFY(session.waitFor(Env::ProgramRunning));
     session.env->stop();
     QVERIFY(board.isRunning());
+}
+
+/// There are no symbols, but instructions, registers and memory.
+void tst_ServerSession::targetWithoutAProgramIsAttachedTo()
+{
+    ForeignBoard board(m_image);
+    QTRY_VERIFY(board.isUp());
+    LiveSession session(u"remote:%1"_s.arg(board.address()));
+    QVERIFY(session.start(true));
+    QCOMPARE(session.env->session()->program().file, QString());
+    QVERIFY2(session.location().startsWith(u"disassembler:"_s), qPrintable(session.location()));
+    QVERIFY(!session.evaluate(u"$pc"_s).startsWith(u"error"_s));
+    QCOMPARE(session.events.serious, QString());
 }
 
 void tst_ServerSession::gdbserverProgramRunsButCannotRestart()

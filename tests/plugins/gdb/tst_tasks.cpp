@@ -1,4 +1,5 @@
 #include "livesession.h"
+#include "stackreplies.h"
 
 using Env = IExecutionEnvironment;
 
@@ -12,6 +13,8 @@ private Q_SLOTS:
     void cleanup() { QTRY_COMPARE(ownChildren(), QStringList()); }
     void stepOverASwitchEndsInTheSameTask();
     void callStackIsThatOfTheTaskThatRuns();
+    void callStacksOfBothTasksAreSeenInOneRound();
+    void stepIntoTheSwitchEndsInTheOtherTask();
     void faultInATaskIsExplained();
 
 private:
@@ -31,6 +34,19 @@ private:
         return 0;
     }
     [[nodiscard]] QString option() const { return u"qemu:mps2-an385;image="_s + m_image; }
+    /// The functions that the window "Call Stack" shows, with the line of each caller.
+    static QStringList shown(const LiveSession &session)
+    {
+        const InterfacePtr<StackReplies> replies(new StackReplies);
+        const auto stack = session.get<ICallStack>();
+        StackPlace place;
+        if (!stack->currentPlace(place))
+            return {};
+        QStringList rows;
+        for (const StackFrame &frame : replies->askFrames(stack.get(), place.thread))
+            rows += u"%1 %2"_s.arg(frame.function, QString::number(frame.line));
+        return rows;
+    }
     /// The functions of the call stack, from the innermost.
     static QStringList functions(const LiveSession &session)
     {
@@ -88,6 +104,50 @@ void tst_Tasks::callStackIsThatOfTheTaskThatRuns()
     QVERIFY(session.waitFor(Env::ProgramBreakpointHit));
     QCOMPARE(functions(session).mid(0, 1), QStringList(u"main"_s));
     QCOMPARE(session.evaluate(u"reported"_s), u"1"_s);
+}
+
+/// Each task stops in the function in which it gives up the processor.
+void tst_Tasks::callStacksOfBothTasksAreSeenInOneRound()
+{
+    LiveSession session(option());
+    QVERIFY(session.start());
+    session.get<IBreakpoints>()->setBreakpoint(
+        source(u"scheduler.c"_s), lineOf(u"scheduler.c"_s, u"INTERRUPT_CONTROL = PEND_SWITCH"_s), BreakpointEnabled);
+    const int waiting = lineOf(u"main.c"_s, u"task_yield()"_s);
+    const QString row = u"%1 %2"_s;
+    QMap<QString, QStringList> stacks; // by the number of the task
+    for (int stop = 0; stop < 6; ++stop) {
+        session.env->run();
+        QVERIFY(session.waitFor(Env::ProgramBreakpointHit));
+        const QStringList rows = shown(session).mid(1); // without the function itself
+        const QString task = session.evaluate(u"current"_s);
+        QVERIFY(!stacks.contains(task) || stacks[task] == rows);
+        stacks.insert(task, rows);
+    }
+    QCOMPARE(stacks.keys(), (QStringList{u"0"_s, u"1"_s}));
+    QCOMPARE(stacks[u"0"_s].size(), 1);
+    QVERIFY(stacks[u"0"_s].first().startsWith(u"main "_s));
+    QCOMPARE(stacks[u"1"_s].mid(0, 2), (QStringList{row.arg(u"wait"_s).arg(waiting),
+                                                    row.arg(u"blink"_s).arg(lineOf(u"main.c"_s, u"wait(100)"_s))}));
+    QVERIFY(stacks[u"1"_s].value(2).startsWith(u"task_begin "_s));
+}
+
+/// Its handler returns to the stack of the other task.
+void tst_Tasks::stepIntoTheSwitchEndsInTheOtherTask()
+{
+    LiveSession session(option());
+    QVERIFY(session.start());
+    session.env->runTo(source(u"main.c"_s), lineOf(u"main.c"_s, u"wait(100)"_s));
+    QVERIFY(session.waitFor(Env::ProgramPaused));
+    const int end = lineOf(u"scheduler.c"_s, u"return tasks[current]->top"_s);
+    session.env->runTo(source(u"scheduler.c"_s), end);
+    QVERIFY(session.waitFor(Env::ProgramPaused));
+    QCOMPARE(session.evaluate(u"current"_s), u"0"_s);
+    QCOMPARE(functions(session).mid(0, 2), (QStringList{u"next_stack"_s, u"PendSV_Handler"_s}));
+    session.env->runTo(source(u"main.c"_s), lineOf(u"main.c"_s, u"if (changes != reported)"_s));
+    QVERIFY(session.waitFor(Env::ProgramPaused));
+    QCOMPARE(functions(session).value(0), u"main"_s);
+    QVERIFY(session.events.serious.isEmpty());
 }
 
 void tst_Tasks::faultInATaskIsExplained()
