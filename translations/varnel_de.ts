@@ -2490,6 +2490,18 @@ Möchten Sie sie wirklich schließen und überschreiben?</translation>
         <source>Cancel</source>
         <translation>Abbrechen</translation>
     </message>
+    <message>
+        <source>The name &apos;%1&apos; has a character that make does not support.</source>
+        <translation>Der Name &apos;%1&apos; enthält ein Zeichen, das make nicht unterstützt.</translation>
+    </message>
+    <message>
+        <source>An option has a line break, which make does not support: %1</source>
+        <translation>Eine Option enthält einen Zeilenumbruch, den make nicht unterstützt: %1</translation>
+    </message>
+    <message>
+        <source>A Makefile cannot have a target with the name &apos;%1&apos;. Rename the configuration.</source>
+        <translation>Ein Makefile kann kein Ziel mit dem Namen &apos;%1&apos; haben. Benennen Sie die Konfiguration um.</translation>
+    </message>
 </context>
 <context>
     <name>GnuProject</name>
@@ -2504,6 +2516,10 @@ Möchten Sie sie wirklich schließen und überschreiben?</translation>
     <message>
         <source>The projects &apos;%1&apos; and &apos;%2&apos; both build the file &apos;%3&apos;. Give one of them another output name.</source>
         <translation>Die Projekte &apos;%1&apos; und &apos;%2&apos; erstellen beide die Datei &apos;%3&apos;. Geben Sie einem von ihnen einen anderen Ausgabenamen.</translation>
+    </message>
+    <message>
+        <source>The configuration &apos;%1&apos; of the project &apos;%2&apos; is left out.</source>
+        <translation>Die Konfiguration &apos;%1&apos; des Projekts &apos;%2&apos; wird ausgelassen.</translation>
     </message>
 </context>
 <context>
@@ -3069,6 +3085,49 @@ Sie wird nur zum Lesen geöffnet.</translation>
     <message>
         <source>The file %1 does not exist</source>
         <translation>Die Datei %1 gibt es nicht</translation>
+    </message>
+</context>
+<context>
+    <name>MakefileCommand</name>
+    <message>
+        <source>The file %1 exists already, and was not generated from this project.
+
+Do you want to overwrite it?</source>
+        <translation>Die Datei %1 existiert bereits und wurde nicht aus diesem Projekt erzeugt.
+
+Möchten Sie sie überschreiben?</translation>
+    </message>
+    <message>
+        <source>%1 is up to date.
+</source>
+        <translation>%1 ist aktuell.
+</translation>
+    </message>
+    <message>
+        <source>The file %1 could not be written.</source>
+        <translation>Die Datei %1 konnte nicht geschrieben werden.</translation>
+    </message>
+    <message>
+        <source>%1 was written.
+</source>
+        <translation>%1 wurde geschrieben.
+</translation>
+    </message>
+    <message>
+        <source>No Makefile can be generated.
+
+The build environment of the project does not support it.</source>
+        <translation>Es kann kein Makefile erzeugt werden.
+
+Die Build-Umgebung des Projekts unterstützt das nicht.</translation>
+    </message>
+    <message>
+        <source>Makefile generated</source>
+        <translation>Makefile erzeugt</translation>
+    </message>
+    <message>
+        <source>Not all Makefiles were generated</source>
+        <translation>Nicht alle Makefiles wurden erzeugt</translation>
     </message>
 </context>
 <context>
@@ -4383,6 +4442,18 @@ No file is deleted on disk.</source>
         <translation>Möchten Sie den Ordner &apos;%1&apos; mit seinem Inhalt wirklich aus dem Projekt entfernen?
 
 Auf dem Datenträger wird keine Datei gelöscht.</translation>
+    </message>
+    <message>
+        <source>Are you sure that you want to remove the file &apos;%1&apos; from the project?
+
+It is not deleted on disk.</source>
+        <translation>Möchten Sie die Datei &apos;%1&apos; wirklich aus dem Projekt entfernen?
+
+Auf dem Datenträger wird sie nicht gelöscht.</translation>
+    </message>
+    <message>
+        <source>Are you sure that you want to remove the empty folder &apos;%1&apos; from the project?</source>
+        <translation>Möchten Sie den leeren Ordner &apos;%1&apos; wirklich aus dem Projekt entfernen?</translation>
     </message>
 </context>
 <context>
@@ -6992,16 +7063,6 @@ Bitte prüfen Sie, dass diese Datei nicht schreibgeschützt ist und Sie in sie s
         <translation>&amp;Makefile erzeugen</translation>
     </message>
     <message>
-        <source>Writes a makefile (not implemented)</source>
-        <comment>projectGenerateMakefile</comment>
-        <translation>Schreibt ein Makefile (nicht vorhanden)</translation>
-    </message>
-    <message>
-        <source>Reserved for writing a makefile for the current project. In this version the command has no effect.</source>
-        <comment>projectGenerateMakefile</comment>
-        <translation>Vorgesehen, um ein Makefile für das aktuelle Projekt zu schreiben. In dieser Version hat der Befehl keine Wirkung.</translation>
-    </message>
-    <message>
         <source>Close Workspace</source>
         <comment>projectClose</comment>
         <translation>Arbeitsbereich schließen</translation>
@@ -8365,6 +8426,16 @@ Bitte prüfen Sie, dass diese Datei nicht schreibgeschützt ist und Sie in sie s
         <source>Prints what the current window shows, with a number on each page. Large files and disassemblies cannot be printed.</source>
         <comment>filePrint</comment>
         <translation>Druckt, was das aktuelle Fenster zeigt, mit einer Nummer auf jeder Seite. Große Dateien und Disassemblys lassen sich nicht drucken.</translation>
+    </message>
+    <message>
+        <source>Writes a Makefile that builds the current project</source>
+        <comment>projectGenerateMakefile</comment>
+        <translation>Schreibt ein Makefile, das das aktuelle Projekt erstellt</translation>
+    </message>
+    <message>
+        <source>Writes a Makefile with which GNU make builds all configurations of the current project without Varnel, and Makefiles of the library projects that it uses. Asks before it overwrites a file that it has not written itself. Available while nothing is being built or debugged.</source>
+        <comment>projectGenerateMakefile</comment>
+        <translation>Schreibt ein Makefile, mit dem GNU make alle Konfigurationen des aktuellen Projekts ohne Varnel erstellt, und Makefiles der Bibliotheksprojekte, die es benutzt. Fragt, bevor eine Datei überschrieben wird, die nicht so entstanden ist. Verfügbar, während nichts erstellt oder debuggt wird.</translation>
     </message>
 </context>
 <context>

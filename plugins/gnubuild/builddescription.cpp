@@ -1,4 +1,5 @@
 #include "builddescription.h"
+#include "shellwords.h"
 #include <QDir>
 using namespace Qt::StringLiterals;
 
@@ -60,6 +61,11 @@ QString BuildDescription::eepromFileName() const
     return makesEeprom && !imageFileName().isEmpty() ? withoutElf(output) + u".eep"_s : QString();
 }
 
+QString BuildDescription::postBuildStamp() const
+{
+    return configurationDirectory + u"/postbuild.stamp"_s;
+}
+
 QString BuildDescription::compiler(Language language) const
 {
     return prefix + (language == Language::Cpp ? u"g++"_s : u"gcc"_s);
@@ -83,6 +89,35 @@ QStringList BuildDescription::compileCommand(const SourceFile &source) const
     if (source.language == Language::Assembler)
         words += {u"-x"_s, u"assembler"_s};
     return words + QStringList{u"-c"_s, source.path, u"-o"_s, source.object};
+}
+
+QStringList BuildDescription::imageCommand() const
+{
+    QStringList words = {prefix + u"objcopy"_s, u"-O"_s, image == Image::Hex ? u"ihex"_s : u"binary"_s};
+    if (makesEeprom) {
+        for (const char *section : {".eeprom", ".fuse", ".lock", ".signature", ".user_signatures"})
+            words += {u"-R"_s, QString::fromLatin1(section)};
+    }
+    return words;
+}
+
+QStringList BuildDescription::eepromCommand() const
+{
+    return {prefix + u"objcopy"_s,
+            u"-O"_s,
+            u"ihex"_s,
+            u"-j"_s,
+            u".eeprom"_s,
+            u"--set-section-flags=.eeprom=alloc,load"_s,
+            u"--no-change-warnings"_s,
+            u"--change-section-lma"_s,
+            u".eeprom=0"_s};
+}
+
+QString BuildDescription::hookCommand(const QString &command) const
+{
+    return u"OUTPUT="_s + quoteShellWord(output) + u" BUILD_DIRECTORY="_s + quoteShellWord(configurationDirectory)
+           + u" CONFIGURATION="_s + quoteShellWord(configuration) + u" sh -c "_s + quoteShellWord(command);
 }
 
 QString BuildDescription::absolute(const QString &path) const

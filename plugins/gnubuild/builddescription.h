@@ -59,11 +59,18 @@ struct BuildDescription
     [[nodiscard]] QString imageFileName() const;  ///< empty without an image
     [[nodiscard]] QString eepromFileName() const; ///< the same
     [[nodiscard]] QString mapFileName() const { return output + QStringLiteral(".map"); }
+    [[nodiscard]] QString
+    postBuildStamp() const; ///< a file whose time is that of the last run of the command after a build
     [[nodiscard]] QString compiler(Language language) const;
     [[nodiscard]] QString linker() const; ///< g++ if at least one file is C++
     [[nodiscard]] const QStringList &flagsOf(const SourceFile &source) const;
     /// The words of the command that compiles @p source, without launcher and dependency options.
     [[nodiscard]] QStringList compileCommand(const SourceFile &source) const;
+    /// The words of the commands that make the load image and the EEPROM's file, without the names of both files.
+    [[nodiscard]] QStringList imageCommand() const;
+    [[nodiscard]] QStringList eepromCommand() const;
+    /// A line for the shell that runs @p command, the one before or after a build, with its variables.
+    [[nodiscard]] QString hookCommand(const QString &command) const;
     [[nodiscard]] QString absolute(const QString &path) const;
 };
 

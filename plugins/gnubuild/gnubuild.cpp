@@ -192,6 +192,34 @@ void GnuBuild::showSizes(bool success)
         feedback(line);
 }
 
+QList<GeneratedFile> GnuBuild::makefiles()
+{
+    QList<GeneratedFile> files;
+    for (GnuProject *project : withUsedProjects()) {
+        QStringList problems;
+        const QString text = project->makefile(problems);
+        for (const QString &problem : std::as_const(problems))
+            feedback(problem);
+        if (!text.isEmpty())
+            files += {project->makefilePath(), text};
+    }
+    return files;
+}
+
+/// The project, and then those that it uses in any configuration.
+QList<GnuProject *> GnuBuild::withUsedProjects() const
+{
+    QList<GnuProject *> projects = {m_project.get()};
+    const InterfacePtr<IProjectProperties> store(m_project->project()->properties());
+    for (const QString &configuration : store->configurations()) {
+        for (GnuProject *used : m_project->buildOrder(configuration)) {
+            if (!projects.contains(used))
+                projects += used;
+        }
+    }
+    return projects;
+}
+
 void GnuBuild::setQueryInterface(IQueryPluginInterface *)
 {
     m_project->joinWorkspace();

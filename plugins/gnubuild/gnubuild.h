@@ -5,6 +5,7 @@
 #include "ibuildevents.h"
 #include "idebugbuild.h"
 #include "iextensioncommands.h"
+#include "imakefilegenerator.h"
 #include "interfaceobject.h"
 #include "iprojectpopulate.h"
 #include "ipropertydefinitions.h"
@@ -14,7 +15,7 @@
 /// The build environment of one project with a GNU tool chain.
 class GnuBuild : public QObject,
                  public InterfaceObject<IPluginObject, IBuildEnvironment, IDebugBuild, IProjectPopulate,
-                                        IPropertyDefinitions, IExtensionCommands, IWorkspaceClient>
+                                        IPropertyDefinitions, IExtensionCommands, IMakefileGenerator, IWorkspaceClient>
 {
     Q_OBJECT
 public:
@@ -38,11 +39,13 @@ public:
     QString propertyDefinitions() override;
     QList<ExtensionCommand> commands() override;
     void execute(const QString &id) override;
+    QList<GeneratedFile> makefiles() override;
     void setQueryInterface(IQueryPluginInterface *query) override;
     void workspaceChanged() override;
 
 private:
     [[nodiscard]] bool isBusy();
+    [[nodiscard]] QList<GnuProject *> withUsedProjects() const;
     [[nodiscard]] bool allBuilt(const QString &configuration) const;
     void start();
     void feedback(const QString &line) const;

@@ -1,5 +1,6 @@
 #include "gnuproject.h"
 #include "propertytable.h"
+#include <QDir>
 using namespace Qt::StringLiterals;
 
 GnuProject::GnuProject(const ToolChain &toolChain, const QString &option, const Registry &registry)
@@ -95,6 +96,41 @@ void GnuProject::appendBuildOrder(const QString &configuration, QList<GnuProject
             project->appendBuildOrder(configuration, visited, order);
     }
     order += this;
+}
+
+QString GnuProject::makefilePath() const
+{
+    return directory() + u'/' + makefileName(name(), directory());
+}
+
+QString GnuProject::makefile(QStringList &problems)
+{
+    Makefile makefile{name(), makefileName(name(), directory()), {}};
+    const InterfacePtr<IProjectProperties> store(m_project->properties());
+    for (const QString &configuration : store->configurations()) {
+        QStringList reasons;
+        const MakefilePart part = makefilePart(configuration, reasons);
+        reasons += makefileProblems(makefile, part);
+        if (reasons.isEmpty())
+            makefile.parts += part;
+        else
+            problems += tr("The configuration '%1' of the project '%2' is left out.").arg(configuration, name());
+        problems += reasons;
+    }
+    return makefile.parts.isEmpty() ? QString() : makefile.text();
+}
+
+MakefilePart GnuProject::makefilePart(const QString &configuration, QStringList &problems)
+{
+    MakefilePart part{describe(configuration, problems), {}};
+    for (const GnuProject *used : buildOrder(configuration)) {
+        if (used == this)
+            continue;
+        part.used +=
+            {QDir(directory()).relativeFilePath(used->directory()), makefileName(used->name(), used->directory())};
+        useRelativePaths(part.description, used->directory());
+    }
+    return part;
 }
 
 QStringList GnuProject::missingLibraries(const QString &configuration) const

@@ -1,5 +1,6 @@
 #pragma once
 #include "iproject.h"
+#include "makefile.h"
 #include "projectreader.h"
 #include <memory>
 #include <QObject>
@@ -28,10 +29,15 @@ public:
     [[nodiscard]] QString option(const QString &key, const QString &configuration) const;
     /// The projects whose libraries this one uses, directly or indirectly, and then this one, in build order.
     [[nodiscard]] QList<GnuProject *> buildOrder(const QString &configuration);
+    /// The text of its Makefile, in which configurations that cannot be built are left out; empty if all are. Appends
+    /// sentences about these.
+    [[nodiscard]] QString makefile(QStringList &problems);
+    [[nodiscard]] QString makefilePath() const;
     /// Names of used projects that are not in the workspace or do not build a library.
     [[nodiscard]] QStringList missingLibraries(const QString &configuration) const;
 
 private:
+    [[nodiscard]] MakefilePart makefilePart(const QString &configuration, QStringList &problems);
     /// The project of this name in the workspace, or null.
     [[nodiscard]] GnuProject *find(const QString &name) const;
     /// The library of another project; nothing if there is no such project or library.

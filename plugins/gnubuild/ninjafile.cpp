@@ -194,13 +194,7 @@ private:
 
     QString image()
     {
-        const QString format = m_description.image == BuildDescription::Image::Hex ? u"ihex"_s : u"binary"_s;
-        QStringList words = {m_description.prefix + u"objcopy"_s, u"-O"_s, format};
-        if (m_description.makesEeprom) {
-            for (const char *section : {".eeprom", ".fuse", ".lock", ".signature", ".user_signatures"})
-                words += {u"-R"_s, QString::fromLatin1(section)};
-        }
-        rule(u"image"_s, ninjaWords(words) + u" $in $out"_s, u"Making $out"_s);
+        rule(u"image"_s, ninjaWords(m_description.imageCommand()) + u" $in $out"_s, u"Making $out"_s);
         QString name = m_description.imageFileName();
         m_text += u"build"_s + paths({name}) + u": image"_s + paths({m_description.output}) + u'\n';
         return name;
@@ -208,12 +202,7 @@ private:
 
     QString eeprom()
     {
-        rule(u"eeprom"_s,
-             ninjaWords({m_description.prefix + u"objcopy"_s, u"-O"_s, u"ihex"_s, u"-j"_s, u".eeprom"_s,
-                         u"--set-section-flags=.eeprom=alloc,load"_s, u"--no-change-warnings"_s,
-                         u"--change-section-lma"_s, u".eeprom=0"_s})
-                 + u" $in $out"_s,
-             u"Making $out"_s);
+        rule(u"eeprom"_s, ninjaWords(m_description.eepromCommand()) + u" $in $out"_s, u"Making $out"_s);
         QString name = m_description.eepromFileName();
         m_text += u"build"_s + paths({name}) + u": eeprom"_s + paths({m_description.output}) + u'\n';
         return name;
@@ -221,11 +210,8 @@ private:
 
     QString postBuild(const QStringList &inputs)
     {
-        QString stamp = m_description.configurationDirectory + u"/postbuild.stamp"_s;
-        const QString variables = u"OUTPUT="_s + quoteShellWord(m_description.output) + u" BUILD_DIRECTORY="_s
-                                  + quoteShellWord(m_description.configurationDirectory) + u" CONFIGURATION="_s
-                                  + quoteShellWord(m_description.configuration);
-        const QString command = variables + u" sh -c "_s + quoteShellWord(m_description.postBuild);
+        QString stamp = m_description.postBuildStamp();
+        const QString command = m_description.hookCommand(m_description.postBuild);
         rule(u"post"_s, ninjaValue(command) + u" && touch $out"_s, ninjaValue(m_description.postBuild));
         m_text += u"build"_s + paths({stamp}) + u": post"_s + paths(inputs) + u'\n';
         return stamp;

@@ -87,12 +87,6 @@ QString libraryArgument(const QString &library, const QString &directory)
     return isLibraryFile(library) ? withoutLeadingDash(library, directory) : u"-l"_s + library;
 }
 
-/// Projects in one directory would take each other's files for their own old ones.
-bool sharesItsDirectory(const QString &directory)
-{
-    return QDir(directory).entryList({u"*.vnp"_s}, QDir::Files).size() > 1;
-}
-
 QString withPrefixAndSuffix(const QString &path, const QString &prefix, const QString &suffix)
 {
     const qsizetype name = path.lastIndexOf(u'/') + 1;
@@ -101,6 +95,11 @@ QString withPrefixAndSuffix(const QString &path, const QString &prefix, const QS
 }
 
 } // namespace
+
+bool sharesItsDirectory(const QString &directory)
+{
+    return QDir(directory).entryList({u"*.vnp"_s}, QDir::Files).size() > 1;
+}
 
 ProjectReader::ProjectReader(const ToolChain &toolChain, const QString &option, const LibraryFinder &findLibrary)
     : m_toolChain(toolChain)

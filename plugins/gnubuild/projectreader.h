@@ -62,3 +62,6 @@ private:
     const LibraryFinder m_findLibrary;
     const QHash<QString, QString> m_defaults;
 };
+
+/// Whether several projects lie in @p directory. They would take each other's files for their own old ones.
+[[nodiscard]] bool sharesItsDirectory(const QString &directory);

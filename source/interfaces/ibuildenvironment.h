@@ -10,7 +10,7 @@ class IProject;
 /// Offered by a plug-in object whose feature a project names as its build environment; each project has an object of
 /// its own. compile(), build() and clean() only start the work and return at once: IBuildEvents::buildFinished reports
 /// the end. The host starts one job at a time and has saved all files before. Optional interfaces: IDebugBuild,
-/// IProjectPopulate, IPropertyDefinitions, IExtensionCommands, IWorkspaceClient.
+/// IMakefileGenerator, IProjectPopulate, IPropertyDefinitions, IExtensionCommands, IWorkspaceClient.
 class IBuildEnvironment : public QUnknownInterface
 {
 public:

@@ -2,8 +2,10 @@
 #include "ibreakpoints.h"
 #include "imemoryverify.h"
 #include "interfaceobject.h"
+#include <QEventLoop>
 #include <QTest>
 #include <QThread>
+#include <QTimer>
 
 using namespace Qt::StringLiterals;
 
@@ -157,6 +159,26 @@ private Q_SLOTS:
         };
         call();
         QCOMPARE(m_log, (QStringList{u"outer"_s, u"a"_s}));
+    }
+
+    /// The call waits in an event loop for what a report causes, so both are delivered there.
+    void reportInAnEventLoopOfACallIsDeliveredInIt()
+    {
+        QStringList inside;
+        m_plugin->action = [&] {
+            report("a");
+            QEventLoop loop;
+            QTimer::singleShot(0, &loop, [this] { report("b", [this] { m_log += u"end"_s; }); });
+            QTimer look;
+            connect(&look, &QTimer::timeout, &loop, [&] { m_log.contains(u"end"_s) ? loop.quit() : void(); });
+            look.start(1);
+            QTimer::singleShot(5000, &loop, &QEventLoop::quit);
+            loop.exec();
+            inside = m_log;
+        };
+        call();
+        QCOMPARE(inside, (QStringList{u"a"_s, u"b"_s, u"end"_s}));
+        QCOMPARE(m_log.size(), 3);
     }
 
     void exceptionDoesNotLoseTheReport()

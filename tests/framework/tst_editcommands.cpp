@@ -6,8 +6,10 @@
 #include "windowfixture.h"
 #include <QClipboard>
 #include <QComboBox>
+#include <QMessageBox>
 #include <QSignalSpy>
 #include <QTabWidget>
+#include <QTimer>
 #include <QTreeWidget>
 
 using namespace Qt::StringLiterals;
@@ -157,6 +159,10 @@ private Q_SLOTS:
         QCOMPARE(project->files({}, nullptr).size(), 1);
         QCOMPARE(f.text(), u"one\ntwo\nthree\n"_s);
         selectFile();
+        QTimer::singleShot(0, tree, [] {
+            if (auto *box = qobject_cast<QMessageBox *>(QApplication::activeModalWidget()))
+                box->button(QMessageBox::Ok)->click();
+        });
         f.window->editRemove();
         QCOMPARE(f.text(), u"one\ntwo\nthree\n"_s);
         QVERIFY(project->files({}, nullptr).isEmpty());

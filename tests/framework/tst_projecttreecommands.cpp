@@ -426,7 +426,7 @@ private Q_SLOTS:
     {
         select(*m_tree, {u"doc"_s});
         whenAsked<QInputDialog>([&](QInputDialog *dialog) {
-            m_tree->remove();
+            delete folderIn(m_fw->folders(), u"doc"_s); // as a script may do
             dialog->accept();
         });
         m_tree->folderProperties();
@@ -711,27 +711,24 @@ private Q_SLOTS:
         QCOMPARE(names, read);
     }
 
-    void removingOneFileOrAnEmptyFolderAsksNothing()
-    {
-        for (const QString &name : {u"boot.py"_s, u"doc"_s}) {
-            select(*m_tree, {name});
-            m_tree->remove();
-        }
-        QCOMPARE(treeOf(*m_fw), u"src/ \n  main.c\n  adc.c\nlink.ld\n"_s);
-    }
-
-    void removingMoreAsksFirst_data()
+    void removingAsksFirst_data()
     {
         QTest::addColumn<QStringList>("items");
         QTest::addColumn<QString>("question");
         const QString end = u" from the project?\n\nNo file is deleted on disk."_s;
+        QTest::newRow("file") << QStringList{u"boot.py"_s}
+                              << u"Are you sure that you want to remove the file 'boot.py' from the project?\n\nIt is "
+                                 "not deleted on disk."_s;
+        QTest::newRow("empty folder") << QStringList{
+            u"doc"_s} << u"Are you sure that you want to remove the empty folder 'doc' from the project?"_s;
         QTest::newRow("folder with files")
             << QStringList{u"src"_s}
             << u"Are you sure that you want to remove the folder 'src' with its contents"_s + end;
         QTest::newRow("several items") << QStringList{u"boot.py"_s, u"doc"_s}
                                        << u"Are you sure that you want to remove the selected items (2)"_s + end;
     }
-    void removingMoreAsksFirst()
+
+    void removingAsksFirst()
     {
         QFETCH(const QStringList, items);
         QFETCH(const QString, question);
@@ -811,7 +808,7 @@ private Q_SLOTS:
     {
         select(*m_tree, {u"boot.py"_s});
         m_tree->setCurrentItem(row(*m_tree, u"doc"_s), 0, QItemSelectionModel::NoUpdate);
-        m_tree->remove();
+        confirming([&] { m_tree->remove(); });
         QCOMPARE(m_tree->currentItem()->text(0), u"doc"_s);
     }
 
@@ -871,7 +868,7 @@ private Q_SLOTS:
     {
         activate();
         select(*m_tree, {u"boot.py"_s});
-        QTest::keyClick(m_tree, Qt::Key_Delete);
+        confirming([&] { QTest::keyClick(m_tree, Qt::Key_Delete); });
         QVERIFY(!row(*m_tree, u"boot.py"_s));
         m_window->action(u"editRemove"_s)->setEnabled(false);
         QKeyEvent event(QEvent::KeyPress, Qt::Key_Delete, Qt::NoModifier, u"\x7f"_s);

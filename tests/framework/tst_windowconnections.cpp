@@ -1,3 +1,4 @@
+#include "../base/blockedfile.h"
 #include "dockwindow.h"
 #include "findinfilesdialog.h"
 #include "outputpage.h"
@@ -78,12 +79,12 @@ public:
 
     /// Fills in the dialog for finding in files.
     static void searchFor(QDialog *dialog, const QString &text, const QString &folder,
-                          FindInFilesDialog::Scope scope = FindInFilesDialog::Folder)
+                          FindInFilesDialog::Scope scope = FindInFilesDialog::Folder, const QString &mask = u"*.*"_s)
     {
         dialog->findChild<QComboBox *>(u"ScopeCombo"_s)->setCurrentIndex(scope);
         dialog->findChild<QComboBox *>(u"FindWhatCombo"_s)->setEditText(text);
         dialog->findChild<QComboBox *>(u"LookInCombo"_s)->setEditText(folder);
-        dialog->findChild<QComboBox *>(u"FileTypesCombo"_s)->setEditText(u"*.*"_s);
+        dialog->findChild<QComboBox *>(u"FileTypesCombo"_s)->setEditText(mask);
         dialog->findChild<QPushButton *>(u"FindButton"_s)->click();
     }
 };
@@ -217,6 +218,44 @@ private Q_SLOTS:
                      qPrintable(f.output(OutputWindow::FindInFiles)));
     }
 
+    void searchCoversTheChosenFiles_data()
+    {
+        QTest::addColumn<FindInFilesDialog::Scope>("scope");
+        QTest::addColumn<QString>("mask");
+        QTest::addColumn<QString>("found");
+        QTest::newRow("current project") << FindInFilesDialog::CurrentProject << u"*.*"_s << u"a.c a.h"_s;
+        QTest::newRow("all projects") << FindInFilesDialog::AllProjects << u"*.*"_s << u"a.c a.h lib.c"_s;
+        QTest::newRow("headers") << FindInFilesDialog::AllProjects << u"*.h; *.txt"_s << u"a.h"_s;
+        QTest::newRow("open documents") << FindInFilesDialog::OpenDocuments << u"*.*"_s << u"open.txt"_s;
+        QTest::newRow("open sources") << FindInFilesDialog::OpenDocuments << u"*.c"_s << u""_s;
+        QTest::newRow("folder") << FindInFilesDialog::Folder << u"*.*"_s << u"a.c a.h lib.c open.txt stray.c"_s;
+    }
+
+    void searchCoversTheChosenFiles()
+    {
+        QFETCH(FindInFilesDialog::Scope, scope);
+        QFETCH(QString, mask);
+        QFETCH(QString, found);
+        const ProductWindow f;
+        for (const QString &name : {u"a.c"_s, u"a.h"_s, u"lib.c"_s, u"stray.c"_s})
+            f.write(u"src/"_s + name, "needle\n");
+        f.writeProject(u"fw.vnp"_s, {u"src/a.c"_s, u"src/a.h"_s});
+        f.writeProject(u"lib.vnp"_s, {u"src/lib.c"_s});
+        QVERIFY(f.window->openWorkspace(f.writeWorkspace(u"all.vnw"_s, {u"fw.vnp"_s, u"lib.vnp"_s}), false));
+        f.open(u"src/open.txt"_s, "needle\n");
+        f.answers->meet(
+            [&](QDialog *dialog) { ProductWindow::searchFor(dialog, u"needle"_s, f.path(u"src"_s), scope, mask); });
+        f.action(u"editFindInFiles"_s)->trigger();
+        QTRY_VERIFY(f.output(OutputWindow::FindInFiles).endsWith(u"found."_s));
+        QStringList names;
+        for (const QString &line : f.output(OutputWindow::FindInFiles).split(u'\n')) {
+            if (line.endsWith(u"(1):needle"_s))
+                names += QFileInfo(line.section(u'(', 0, -2)).fileName();
+        }
+        names.sort();
+        QCOMPARE(names.join(u' '), found);
+    }
+
     void boxOfConfigurationsFollowsTheProject()
     {
         const ProductWindow f;
@@ -230,38 +269,69 @@ private Q_SLOTS:
         QVERIFY(box->isEnabled());
     }
 
-    void wordAtTheCursorIsProposedForASearch()
+    void textAtTheCursorIsProposedForASearch_data()
     {
+        QTest::addColumn<int>("start");
+        QTest::addColumn<int>("end");
+        QTest::addColumn<QString>("text");
+        QTest::newRow("word") << 2 << 2 << u"needle"_s;
+        QTest::newRow("selection") << 3 << 9 << u"dle on"_s;
+        QTest::newRow("several lines") << 3 << 14 << u"before"_s;
+        QTest::newRow("no word") << 12 << 12 << u"before"_s;
+    }
+
+    void textAtTheCursorIsProposedForASearch()
+    {
+        QFETCH(int, start);
+        QFETCH(int, end);
+        QFETCH(QString, text);
         const ProductWindow f;
-        f.open(u"a.c"_s, "needle one\n");
+        f.open(u"a.c"_s, "needle one\n (two)\n");
+        f.answers->meet([&f](QDialog *dialog) { ProductWindow::searchFor(dialog, u"before"_s, f.path(u"src"_s)); });
+        f.action(u"editFindInFiles"_s)->trigger();
+        QTextCursor cursor = f.view()->currentEdit()->textCursor();
+        cursor.setPosition(start);
+        cursor.setPosition(end, QTextCursor::KeepAnchor);
+        f.view()->currentEdit()->setTextCursor(cursor);
         QString proposed;
         f.answers->meet([&proposed](QDialog *dialog) {
             proposed = dialog->findChild<QComboBox *>(u"FindWhatCombo"_s)->currentText();
             dialog->reject();
         });
         f.action(u"editFindInFiles"_s)->trigger();
-        QCOMPARE(proposed, u"needle"_s);
+        QCOMPARE(proposed, text);
     }
 
-    void stoppedSearchSaysSo()
+    /// The search cannot end by itself: the last file is blocked.
+    void searchShowsItsProgressUntilItIsStopped()
     {
         const ProductWindow f;
-        for (int i = 0; i < 200; ++i)
-            f.write(u"src/%1.c"_s.arg(i), QByteArray("x\n").repeated(20'000));
-        f.answers->meet([&f](QDialog *dialog) { ProductWindow::searchFor(dialog, u"y"_s, f.path(u"src"_s)); });
+        f.write(u"src/a.c"_s, "one\nneedle\n");
+        f.write(u"src/b.c"_s, "needle\n");
+        const BlockedFile blocked(f.path(u"src/b.c"_s));
+        if (!blocked.blocks())
+            QSKIP("the file system cannot block a file");
+        f.answers->meet([&f](QDialog *dialog) { ProductWindow::searchFor(dialog, u"needle"_s, f.path(u"src"_s)); });
         f.action(u"editFindInFiles"_s)->trigger();
         QVERIFY(f.action(u"editStopFindInFiles"_s)->isEnabled());
+        QTRY_COMPARE(f.status(), u"Searching: 1 files, 1 lines found"_s);
+        const QString found = u"Searching for 'needle'...\n%1(2):needle"_s.arg(f.path(u"src/a.c"_s));
+        QCOMPARE(f.output(OutputWindow::FindInFiles), found);
         f.action(u"editStopFindInFiles"_s)->trigger();
-        QVERIFY2(f.output(OutputWindow::FindInFiles).contains(u"The search was stopped."_s),
-                 qPrintable(f.output(OutputWindow::FindInFiles)));
+        QCOMPARE(f.output(OutputWindow::FindInFiles),
+                 found + u"\nThe search was stopped. 1 occurrence has been found."_s);
+        QCOMPARE(f.status(), QString());
         QVERIFY(!f.action(u"editStopFindInFiles"_s)->isEnabled());
+        QVERIFY(blocked.isWantedByOthers()); // nothing has waited for the file
     }
 
     void closingStopsTheSearchBeforeItAsks()
     {
         const ProductWindow f;
-        for (int i = 0; i < 200; ++i)
-            f.write(u"src/%1.c"_s.arg(i), QByteArray("x\n").repeated(20'000));
+        f.write(u"src/a.c"_s, "needle\n");
+        const BlockedFile blocked(f.path(u"src/a.c"_s)); // the search cannot end by itself
+        if (!blocked.blocks())
+            QSKIP("the file system cannot block a file");
         f.open(u"a.c"_s);
         f.type(u"new "_s);
         f.answers->meet([&f](QDialog *dialog) { ProductWindow::searchFor(dialog, u"y"_s, f.path(u"src"_s)); });

@@ -16,6 +16,7 @@
 #include "iextensioncommands.h"
 #include "ihost.h"
 #include "ilivememory.h"
+#include "imakefilegenerator.h"
 #include "imemory.h"
 #include "imemory64.h"
 #include "imemoryverify.h"
@@ -110,6 +111,8 @@ constexpr bool areInOrder(Offsets... offsets)
 
 static_assert(sizeof(void *) == 8 && sizeof(QString) == 24 && sizeof(QList<int>) == 24);
 
+static_assert(std::is_standard_layout_v<GeneratedFile> && sizeof(GeneratedFile) == 48);
+static_assert(areInOrder(offsetof(GeneratedFile, path), offsetof(GeneratedFile, text)));
 static_assert(std::is_standard_layout_v<ExtensionCommand> && sizeof(ExtensionCommand) == 80);
 static_assert(areInOrder(offsetof(ExtensionCommand, id), offsetof(ExtensionCommand, text),
                          offsetof(ExtensionCommand, whatsThis), offsetof(ExtensionCommand, enabled),
@@ -311,6 +314,10 @@ private Q_SLOTS:
         {
             using I = IProjectPopulate;
             contract<I>("IProjectPopulate", "{e788f8a7-053d-11d8-be02-0050dadfe87d}", {F(populate)});
+        }
+        {
+            using I = IMakefileGenerator;
+            contract<I>("IMakefileGenerator", "{b2d5e4a7-31c8-4f0e-9a6d-7e5218c40b93}", {F(makefiles)});
         }
         {
             using I = IDebugBuild;

@@ -1,3 +1,4 @@
+#include "../base/blockedfile.h"
 #include "boxanswers.h"
 #include "filesearcher.h"
 #include <QDir>
@@ -342,6 +343,25 @@ private Q_SLOTS:
     }
 
     // Thread
+
+    void readThatBlocksIsNotWaitedFor()
+    {
+        write(u"a"_s, "needle a\n");
+        write(u"blocked/b"_s, "needle b\n");
+        const BlockedFile blocked(m_folder->filePath(u"blocked/b"_s));
+        if (!blocked.blocks())
+            QSKIP("the file system cannot block a file");
+        start({.text = u"needle"_s, .recursive = true});
+        QTRY_VERIFY(blocked.isWantedByOthers());
+        QTRY_COMPARE(m_reported, QStringList{u"a:1:needle a"_s}); // what was found before is shown meanwhile
+        QVERIFY(m_searcher->isRunning());
+        m_searcher->stop();
+        QVERIFY(!m_searcher->isRunning());
+        QCOMPARE(found({.text = u"needle"_s}), QStringList{u"a:1:needle a"_s}); // another search
+        start({.text = u"needle"_s, .recursive = true});
+        m_searcher.reset();
+        QVERIFY(blocked.isWantedByOthers()); // the first search still waits, so nothing has waited for it
+    }
 
     void isRunningFromStartToEnd()
     {

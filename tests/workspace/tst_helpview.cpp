@@ -588,6 +588,17 @@ private Q_SLOTS:
 
     // Printing
 
+    void printedTextHasTheGivenFont()
+    {
+        QTextDocument page;
+        page.setHtml(u"<p>line</p>"_s);
+        PageRecorder recorder;
+        RecordingPrinter printer(&recorder);
+        printRichText(page, QFont(u"DejaVu Sans"_s, 17), printer);
+        QCOMPARE(recorder.drawn.value(0).text, u"line"_s);
+        QCOMPARE(recorder.drawn.value(0).points, 17);
+    }
+
     void printedPageHasMarginsOfAnInchAndANumber()
     {
         QTextDocument page;

@@ -61,6 +61,7 @@ private Q_SLOTS:
     void plainTextIsStandardText();
     void lineStartsWithTheEndStateAbove();
     void longLineIsStandardTextBehindItsStart();
+    void longLineHasNoLigatures();
     void linesWithoutStateAboveAreRunFirst();
     void manyLinesWithoutStateNeedNoRecursion();
     void changedEndStateMarksTheNextLine();
@@ -175,6 +176,23 @@ void tst_SyntaxHighlighter::longLineIsStandardTextBehindItsStart()
              QString(formatted.size() - TableHighlighter::LongestPart, u'1'));
     QCOMPARE(states(*document), (QList<int>{0, 0}));
     QCOMPARE(painted(document->lastBlock()), u"666"_s);
+}
+
+void tst_SyntaxHighlighter::longLineHasNoLigatures()
+{
+    const FormatTable formats = readableFormats();
+    CppHighlighter coloured(&formats);
+    SyntaxHighlighter plain(&formats);
+    for (SyntaxHighlighter *highlighter : {static_cast<SyntaxHighlighter *>(&coloured), &plain}) {
+        const auto document = plainDocument(u"int short;\n"_s + u"int x; "_s.repeated(2000));
+        processAll(*highlighter, *document);
+        for (const auto &range : document->firstBlock().layout()->formats())
+            QVERIFY(!range.format.hasProperty(QTextFormat::FontStyleStrategy));
+        const auto ranges = document->lastBlock().layout()->formats();
+        QVERIFY(!ranges.isEmpty());
+        for (const auto &range : ranges)
+            QCOMPARE(range.format.fontStyleStrategy(), QFont::PreferNoShaping);
+    }
 }
 
 void tst_SyntaxHighlighter::linesWithoutStateAboveAreRunFirst()

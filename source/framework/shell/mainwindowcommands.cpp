@@ -6,6 +6,7 @@
 #include "ideapplication.h"
 #include "macrocommands.h"
 #include "mainwindow.h"
+#include "makefilecommand.h"
 #include "navigator.h"
 #include "outputwindow.h"
 #include "scriptdirectories.h"
@@ -203,7 +204,8 @@ void MainWindow::projectRepopulate()
 
 void MainWindow::projectGenerateMakefile()
 {
-    warnNotImplemented("projectGenerateMakefile");
+    if (!generateMakefiles(m_parts->activity, m_parts->services))
+        warnNotImplemented("projectGenerateMakefile");
 }
 
 void MainWindow::projectClose()

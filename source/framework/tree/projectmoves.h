@@ -21,13 +21,14 @@ public:
     /// Moves the items of @p data, likewise, and selects them in their new places.
     void drop(const QMimeData &data, Project *project, ProjectFolder *target);
 
+    /// False if the item was deleted, or if its row, one of several, has lost it.
+    [[nodiscard]] bool isInTree(const ProjectItemDrag::Item &item) const;
     [[nodiscard]] bool isRunning() const { return m_running; } ///< The selection changes with each item.
 
 Q_SIGNALS:
     void finished(); ///< All items have been moved or deleted.
 
 private:
-    [[nodiscard]] bool isInTree(const ProjectItemDrag::Item &item) const;
     [[nodiscard]] QList<ProjectItemDrag::Item> itemsInTree(const QMimeData &data) const;
     void editModel(const std::function<void()> &work);
     void select(const QList<ProjectItemDrag::Item> &items);

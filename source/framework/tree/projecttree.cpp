@@ -34,6 +34,25 @@ QStringList extensionsIn(const QString &text)
     return extensions;
 }
 
+QString removeQuestion(const QList<ProjectItemDrag::Item> &items)
+{
+    const ProjectFolder *folder = items.first().folder;
+    if (items.size() > 1)
+        return ProjectTree::tr("Are you sure that you want to remove the selected items (%1) from the project?\n\nNo "
+                               "file is deleted on disk.")
+            .arg(items.size());
+    if (!folder)
+        return ProjectTree::tr("Are you sure that you want to remove the file '%1' from the project?\n\nIt is not "
+                               "deleted on disk.")
+            .arg(items.first().file->name());
+    if (folder->folders().isEmpty() && folder->files().isEmpty())
+        return ProjectTree::tr("Are you sure that you want to remove the empty folder '%1' from the project?")
+            .arg(folder->name());
+    return ProjectTree::tr("Are you sure that you want to remove the folder '%1' with its contents from the project?"
+                           "\n\nNo file is deleted on disk.")
+        .arg(folder->name());
+}
+
 /// False if the project is to stay.
 bool offerToSave(QWidget *parent, Project *project, const QString &workspace)
 {
@@ -222,22 +241,14 @@ void ProjectTree::remove()
         moves().remove();
 }
 
-/// Adding one file again is easy; a question protects folders and several items.
+/// What was removed cannot be brought back, and files may have properties of their own.
 bool ProjectTree::mayRemove()
 {
-    const QList<ProjectItemDrag::Item> items = ProjectItemDrag::items(ProjectItemDrag(*this));
-    const ProjectFolder *folder = items.size() == 1 ? items.first().folder : nullptr;
-    QString question = tr("Are you sure that you want to remove the selected items (%1) from the project?\n\nNo file "
-                          "is deleted on disk.")
-                           .arg(items.size());
-    if (folder && rows().contains(folder) && !(folder->folders().isEmpty() && folder->files().isEmpty()))
-        question = tr("Are you sure that you want to remove the folder '%1' with its contents from the project?\n\nNo "
-                      "file is deleted on disk.")
-                       .arg(folder->name());
-    else if (items.size() < 2)
-        return true;
-    return showInformation(m_window.dialogParent(), question, {QMessageBox::Ok, QMessageBox::Cancel})
-           == QMessageBox::Ok;
+    QList<ProjectItemDrag::Item> items = ProjectItemDrag::items(ProjectItemDrag(*this));
+    items.removeIf([this](const auto &item) { return !moves().isInTree(item); });
+    return items.isEmpty()
+           || showInformation(m_window.dialogParent(), removeQuestion(items), {QMessageBox::Ok, QMessageBox::Cancel})
+                  == QMessageBox::Ok;
 }
 
 // Commands ----------------------------------------------------------------

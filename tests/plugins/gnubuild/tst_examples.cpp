@@ -72,6 +72,20 @@ private:
             60000);
     }
 
+    /// The contents of the programs and images of all configurations.
+    static QMap<QString, QByteArray> programsIn(const QDir &directory)
+    {
+        QMap<QString, QByteArray> programs;
+        for (const QString &configuration : {u"Debug"_s, u"Release"_s}) {
+            const QDir outputs(directory.filePath(u"build/"_s + configuration));
+            for (const QFileInfo &file : outputs.entryInfoList(QDir::Files)) {
+                if (file.suffix().isEmpty() || QStringList{u"elf"_s, u"hex"_s, u"bin"_s}.contains(file.suffix()))
+                    programs.insert(configuration + u'/' + file.fileName(), bytesOf(file.filePath()));
+            }
+        }
+        return programs;
+    }
+
 private Q_SLOTS:
     void initTestCase()
     {
@@ -131,6 +145,29 @@ private Q_SLOTS:
             QVERIFY(example.environment->isUpToDate(configuration));
         QVERIFY(example.build(configurations));
         QVERIFY(!example.events->text.contains(u"Compiling"_s));
+    }
+
+    void makeBuildsTheSamePrograms_data() { eachProject(); }
+
+    void makeBuildsTheSamePrograms()
+    {
+        QFETCH(QString, name);
+        const QDir directory = QFileInfo(m_copy + u'/' + name).dir();
+        Example example(m_copy + u'/' + name);
+        QVERIFY2(example.build({u"Debug"_s, u"Release"_s}), qPrintable(example.events->text));
+        const QMap<QString, QByteArray> expected = programsIn(directory);
+        QVERIFY(expected.size() >= 2);
+        std::filesystem::remove_all(directory.filePath(u"build"_s).toStdString());
+        const QList<GeneratedFile> files = example.environment->makefiles();
+        QCOMPARE(files.size(), 1);
+        QFile makefile(files[0].path);
+        QVERIFY(makefile.open(QIODevice::WriteOnly));
+        makefile.write(files[0].text.toUtf8());
+        makefile.close();
+        QCOMPARE(QProcess::execute(u"make"_s, {u"-s"_s, u"-j2"_s, u"-C"_s, directory.path()}), 0);
+        QCOMPARE(programsIn(directory).keys(), expected.keys());
+        QVERIFY(programsIn(directory) == expected);
+        QVERIFY(makefile.remove());
     }
 
     void changedHeaderCompilesItsIncluders()
