@@ -61,12 +61,15 @@ class Debugging:
         top, bottom = 0, self._varnel.read(f"{base_of(file)}/text", "height")
         while top < bottom:
             middle = (top + bottom) // 2
-            self._varnel.click(f"{base_of(file)}/text", x=1, y=middle)
-            found = self.cursor_line()
-            if found == line:
-                return middle
+            found = self._line_at(file, middle)
+            if found == line and self._line_at(file, middle) == line:
+                return middle  # a click into a line that is cut off at the bottom scrolls
             top, bottom = (middle + 1, bottom) if found < line else (top, middle)
         raise ValueError(f"line {line} is not on the screen")
+
+    def _line_at(self, file, height):
+        self._varnel.click(f"{base_of(file)}/text", x=1, y=height)
+        return self.cursor_line()
 
     def cursor_line(self):
         return int(self._varnel.read("cursorLabel", "text").split()[1].rstrip(","))
