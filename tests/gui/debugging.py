@@ -58,13 +58,17 @@ class Debugging:
 
     def _height_of(self, file, line):
         """The vertical position of a line, found by clicks into the text that move the cursor."""
-        top, bottom = 0, self._varnel.read(f"{base_of(file)}/text", "height")
+        height = self._varnel.read(f"{base_of(file)}/text", "height")
+        top, bottom = 0, height
         while top < bottom:
             middle = (top + bottom) // 2
             found = self._line_at(file, middle)
             if found == line and self._line_at(file, middle) == line:
-                return middle  # a click into a line that is cut off at the bottom scrolls
-            top, bottom = (middle + 1, bottom) if found < line else (top, middle)
+                return middle
+            if found == line:  # it was cut off at the bottom, and the click has scrolled
+                top, bottom = 0, height
+            else:
+                top, bottom = (middle + 1, bottom) if found < line else (top, middle)
         raise ValueError(f"line {line} is not on the screen")
 
     def _line_at(self, file, height):
