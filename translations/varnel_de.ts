@@ -493,6 +493,18 @@ Es ist keine Build-Umgebung verfügbar.</translation>
         <source>Files removed: %1</source>
         <translation>Entfernte Dateien: %1</translation>
     </message>
+    <message>
+        <source>Compiling %1</source>
+        <translation>Übersetze %1</translation>
+    </message>
+    <message>
+        <source>Linking %1</source>
+        <translation>Binde %1</translation>
+    </message>
+    <message>
+        <source>Making %1</source>
+        <translation>Erzeuge %1</translation>
+    </message>
 </context>
 <context>
     <name>CallStack</name>
@@ -2550,12 +2562,46 @@ Möchten Sie sie wirklich schließen und überschreiben?</translation>
         <source>The list of recent workspaces is empty.</source>
         <translation>Die Liste der letzten Arbeitsbereiche ist leer.</translation>
     </message>
+    <message>
+        <source>The examples are in a folder that you cannot write to, so they cannot be built there:
+%1
+
+Do you want to copy them to &apos;%2&apos; and open the copy?</source>
+        <translation>Die Beispiele liegen in einem Ordner, in den Sie nicht schreiben können, und können dort deshalb nicht gebaut werden:
+%1
+
+Möchten Sie sie nach &apos;%2&apos; kopieren und die Kopie öffnen?</translation>
+    </message>
+    <message>
+        <source>Copying the examples...</source>
+        <translation>Kopiere die Beispiele...</translation>
+    </message>
+    <message>
+        <source>Could not read from file &apos;%1&apos;.
+
+The examples have not been copied.</source>
+        <translation>Die Datei &apos;%1&apos; konnte nicht gelesen werden.
+
+Die Beispiele wurden nicht kopiert.</translation>
+    </message>
+    <message>
+        <source>Could not write to file &apos;%1&apos;.
+
+The examples have not been copied.</source>
+        <translation>Die Datei &apos;%1&apos; konnte nicht geschrieben werden.
+
+Die Beispiele wurden nicht kopiert.</translation>
+    </message>
 </context>
 <context>
     <name>HelpDialog</name>
     <message>
         <source>Help</source>
         <translation>Hilfe</translation>
+    </message>
+    <message>
+        <source>Help page</source>
+        <translation>Hilfeseite</translation>
     </message>
 </context>
 <context>
@@ -3697,6 +3743,17 @@ Die Ausführungsumgebung unterstützt es nicht.</translation>
     </message>
 </context>
 <context>
+    <name>OptionsCommands</name>
+    <message>
+        <source>Build</source>
+        <translation>Erstellen</translation>
+    </message>
+    <message>
+        <source>Debug</source>
+        <translation>Debuggen</translation>
+    </message>
+</context>
+<context>
     <name>OptionsDialog</name>
     <message>
         <source>The default formats cannot be read. The formats stay as they are.</source>
@@ -4676,26 +4733,6 @@ Auf dem Datenträger wird sie nicht gelöscht.</translation>
 </context>
 <context>
     <name>QObject</name>
-    <message>
-        <source>Usage: varnel [OPTION]... [FILE]... [DIRECTORY]
-Opens files, workspaces (.vnw) and projects (.vnp). A directory stands for the workspace or project in it.
-
-  -w FILE     open a workspace; further arguments are ignored
-  -p FILE     open a project; further arguments are ignored
-  -r PORT     let test drivers connect to PORT; 0 is any free port
-  --help      print this text and end
-  --version   print the version and end
-</source>
-        <translation>Aufruf: varnel [OPTION]... [DATEI]... [VERZEICHNIS]
-Öffnet Dateien, Arbeitsbereiche (.vnw) und Projekte (.vnp). Ein Verzeichnis steht für den Arbeitsbereich oder das Projekt darin.
-
-  -w DATEI    einen Arbeitsbereich öffnen; weitere Argumente gelten nicht
-  -p DATEI    ein Projekt öffnen; weitere Argumente gelten nicht
-  -r PORT     Testtreiber am PORT verbinden lassen; 0 ist ein freier Port
-  --help      diesen Text ausgeben und enden
-  --version   die Version ausgeben und enden
-</translation>
-    </message>
     <message>
         <source>Incorrect options were specified.
 

@@ -97,7 +97,13 @@ def program(camera, screen, *arguments):
         camera.varnel = running.client
         camera.varnel.wait_for("mainWindow", "visible", True)
         camera.varnel.wait_for("mainWindow", "isActiveWindow", True)
-        yield running
+        try:
+            yield running
+        except Exception:
+            seen = pathlib.Path(tempfile.gettempdir(), "varnel-pictures-failed.png")
+            screen.screenshot(str(seen))
+            print(f"The screen at the time of the error is in {seen}.", file=sys.stderr)
+            raise
 
 
 def with_dialog(camera, action, dialog, picture, prepare=lambda: None):

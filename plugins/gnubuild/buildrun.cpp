@@ -5,6 +5,7 @@
 #include "textoutput.h"
 #include <QFile>
 #include <QFileInfo>
+#include <QRegularExpression>
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -23,6 +24,20 @@ void linkDatabase(const BuildDescription &description)
     updateLink(directory.path() + DatabaseName, directory.fileName() + DatabaseName);
 }
 
+/// "[1/9] Compiling main.c" in the language of the program. The file of ninja stays the same in all languages, or a
+/// change of the language would make it build again.
+QString stepText(const QString &line)
+{
+    static const QRegularExpression step(u"\\A(\\[\\d+/\\d+\\] )(Compiling|Linking|Making) (.*)\\z"_s);
+    const QRegularExpressionMatch match = step.match(line);
+    if (!match.hasMatch())
+        return line;
+    const QStringView work = match.capturedView(2);
+    const QString text = work == "Compiling"_L1 ? BuildRun::tr("Compiling %1")
+                         : work == "Linking"_L1 ? BuildRun::tr("Linking %1")
+                                                : BuildRun::tr("Making %1");
+    return match.captured(1) + text.arg(match.captured(3));
+}
 } // namespace
 
 BuildRun::BuildRun(QObject *parent) : QObject(parent)
@@ -166,7 +181,7 @@ void BuildRun::showLine(const QString &text)
     if (text == u"ninja: no work to do.")
         Q_EMIT line(tr("Everything is up to date."));
     else
-        Q_EMIT line(m_diagnostics.take(text, m_work->description.directory));
+        Q_EMIT line(m_diagnostics.take(stepText(text), m_work->description.directory));
 }
 
 BuildRun::Outcome BuildRun::describe(Work &work, ToolProcess::Command &)

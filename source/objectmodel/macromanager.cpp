@@ -1,4 +1,5 @@
 #include "macromanager.h"
+#include "dynamicmenus.h"
 #include "popupmenu.h"
 #include "pythoncall.h"
 #include "varnelassert.h"
@@ -7,6 +8,8 @@
 #include <QAction>
 #include <QToolBar>
 #include <QToolButton>
+
+using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -30,7 +33,7 @@ QKeySequence shortcutOf(const QString &text)
 }
 
 /// The window of a menu that may be below other menus.
-const QObject *outermostParent(const QObject *object)
+QObject *outermostParent(QObject *object)
 {
     while (object->parent())
         object = object->parent();
@@ -78,6 +81,17 @@ void MacroManager::addToMenu(int id, const MacroDescription &description)
     QAction *item = m_menu->insertItem(description.name, id, [this](int chosen) { callMacro(chosen); });
     item->setShortcut(shortcutOf(description.shortcut));
     item->setWhatsThis(description.description);
+    item->setObjectName(commandName(description.name));
+    if (auto *window = qobject_cast<QWidget *>(outermostParent(m_menu)); window && window != m_menu.data())
+        window->addAction(item); // one of its commands, whose keys the user can change
+}
+
+/// Macros of the same name are numbered.
+QString MacroManager::commandName(const QString &macro) const
+{
+    const auto same = std::ranges::count(m_macros, macro, &Macro::name);
+    const QString name = DynamicMenus::objectName(u"macro_"_s, macro);
+    return same > 0 ? name + u'_' + QString::number(same + 1) : name;
 }
 
 QAction *MacroManager::addToToolBar(int id, const MacroDescription &description)

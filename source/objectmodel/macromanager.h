@@ -19,7 +19,8 @@ struct MacroDescription
     QString iconFile = {};    ///< empty: the button shows the name
 };
 
-/// The macros: Python functions in a menu and on a tool bar, for as long as the program runs.
+/// The macros: Python functions in a menu and on a tool bar, for as long as the program runs. The actions in the menu
+/// are also actions of its window.
 class MacroManager : public QObject
 {
     Q_OBJECT
@@ -53,6 +54,7 @@ private:
     };
 
     void addToMenu(int id, const MacroDescription &description);
+    [[nodiscard]] QString commandName(const QString &macro) const;
     [[nodiscard]] QAction *addToToolBar(int id, const MacroDescription &description);
     void remove(const std::function<bool(const Macro &)> &condition);
 

@@ -1,5 +1,6 @@
 #include "dynamicmenus.h"
 #include <QDir>
+#include <QRegularExpression>
 
 using namespace Qt::StringLiterals;
 
@@ -36,6 +37,12 @@ QString withoutMnemonics(QString text)
 QString numberedText(int index, const QString &name)
 {
     return u'&' + QString::number(index + 1) + u' ' + withoutMnemonics(name);
+}
+
+QString objectName(const QString &prefix, QString text)
+{
+    static const QRegularExpression others(u"[^\\w]"_s, QRegularExpression::UseUnicodePropertiesOption);
+    return prefix + text.replace(others, u"_"_s);
 }
 
 QString commandText(const QString &text, const QString &project, int projectCount)

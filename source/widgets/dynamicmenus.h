@@ -24,6 +24,9 @@ using Activated = PopupMenu::Activated;
 /// "&1 name", "&2 name", ... as lists of files, windows and tools number their entries; @p index counts from 0.
 [[nodiscard]] QString numberedText(int index, const QString &name);
 
+/// The name of an action for an item of that text: settings and test drivers know it by that.
+[[nodiscard]] QString objectName(const QString &prefix, QString text);
+
 /// The menu text of a command that a plug-in adds for @p project. It includes the project's name if the workspace has
 /// several projects.
 [[nodiscard]] QString commandText(const QString &text, const QString &project, int projectCount);

@@ -26,6 +26,7 @@ FileListDialog::FileListDialog(const QString &caption, const QString &text, bool
         tools->addWidget(button);
     m_list = new PropertyList(QString(), directories ? tr("Directories") : tr("Files"), this);
     m_list->setObjectName(u"fileList"_s);
+    m_list->setAccessibleName(m_list->headerItem()->text(1));
     m_list->setTreeStepSize(0);
     m_list->header()->resizeSection(0, 0);
     m_list->header()->setSectionResizeMode(0, QHeaderView::Fixed);

@@ -41,6 +41,9 @@ public:
     QWidget *createEditor(QWidget *parent, const QStyleOptionViewItem &option, const QModelIndex &index) const override
     {
         QWidget *editor = QStyledItemDelegate::createEditor(parent, option, index);
+        const QString column = m_list->headerItem()->text(index.column());
+        if (editor)
+            editor->setAccessibleName(m_list->isHeaderHidden() ? m_list->accessibleName() : column);
         m_list->m_renameEdit = editor;
         return editor;
     }

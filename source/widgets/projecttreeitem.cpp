@@ -1,4 +1,5 @@
 #include "projecttreeitem.h"
+#include "rowpainter.h"
 #include <QPainter>
 #include <QStyleOptionViewItem>
 
@@ -37,7 +38,7 @@ void ProjectTreeItem::initStyleOption(QStyleOptionViewItem *option, int column) 
     option->font.setItalic(m_italic);
     option->text += m_mark;
     if (m_faded)
-        option->palette.setColor(QPalette::Text, option->palette.color(QPalette::Disabled, QPalette::Text));
+        option->palette.setColor(QPalette::Text, fadedText(option->palette));
 }
 
 void ProjectTreeItem::setMark(const QString &mark)

@@ -66,7 +66,9 @@ void PropertyItem::showEditor()
         if (!m_editor)
             return;
         m_editor->hide();
-        m_editor->setAccessibleName(m_name);
+        m_editor->setAccessibleName(editorName());
+        if (QWidget *inner = m_editor->focusProxy())
+            inner->setAccessibleName(editorName()); // the part that has the focus
         m_list->watchEditor(m_editor);
     }
     if (!isEditing())
@@ -76,6 +78,12 @@ void PropertyItem::showEditor()
     if (m_list->hasFocusInside())
         m_editor->setFocus();
     editorClicked(QPoint(m_editor->width(), 0));
+}
+
+/// What a screen reader says; rows of plain lists have no names of their own.
+QString PropertyItem::editorName() const
+{
+    return m_name.isEmpty() ? m_list->headerItem()->text(1) : m_name;
 }
 
 void PropertyItem::loadEditor()

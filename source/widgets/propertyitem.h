@@ -82,6 +82,7 @@ protected:
 
 private:
     void initialise(const QVariant &value);
+    [[nodiscard]] QString editorName() const;
     void loadEditor();
 
     const QString m_name;

@@ -40,6 +40,15 @@ QColor readableOn(const QColor &paper, const QColor &colour)
     return found;
 }
 
+QColor fadedText(const QPalette &palette)
+{
+    const QColor paper = palette.color(QPalette::Base);
+    const QColor text = palette.color(QPalette::Disabled, QPalette::Text);
+    const auto mix = [&](int below, int above) { return below + (above - below) * text.alpha() / 255; };
+    return readableOn(paper,
+                      {mix(paper.red(), text.red()), mix(paper.green(), text.green()), mix(paper.blue(), text.blue())});
+}
+
 RowPainter::RowPainter() : m_rich(CachedRows) {}
 
 /// Rows of "Courier" are higher, because that font paints below its line spacing.

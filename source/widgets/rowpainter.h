@@ -54,3 +54,6 @@ private:
 
 /// @p colour, made lighter or darker until it is readable on @p paper.
 [[nodiscard]] QColor readableOn(const QColor &paper, const QColor &colour);
+/// The colour of rows that count less than others but are to be read, such as values of an earlier time: that of
+/// disabled rows, as far as it is readable.
+[[nodiscard]] QColor fadedText(const QPalette &palette);

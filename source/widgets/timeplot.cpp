@@ -1,6 +1,7 @@
 #include "timeplot.h"
 #include "accessibleviews.h"
 #include "plotscale.h"
+#include "rowpainter.h"
 #include <algorithm>
 #include <array>
 #include <cmath>
@@ -331,6 +332,16 @@ QList<QList<QPointF>> TimePlot::lines(const TimeSeries &series, const ValueRange
     return result;
 }
 
+QColor TimePlot::readingPaper(const QPalette &palette)
+{
+    return mixed(palette.color(QPalette::Base), palette.color(QPalette::Text), 0.08);
+}
+
+QColor TimePlot::readingColour(int style, const QPalette &palette)
+{
+    return readableOn(readingPaper(palette), curvePen(style, palette.color(QPalette::Base)).color());
+}
+
 void TimePlot::paintReading(QPainter &painter) const
 {
     if (!m_reading || *m_reading > end() || *m_reading < end() - m_span)
@@ -349,10 +360,10 @@ void TimePlot::paintReading(QPainter &painter) const
     QRect box(x + Gap, area.top() + Gap, width + 2 * Gap, int(rows.size()) * metrics.height() + 2 * Gap);
     if (box.right() > area.right())
         box.moveRight(x - Gap);
-    painter.fillRect(box, mixed(palette().color(QPalette::Base), palette().color(QPalette::Text), 0.08));
+    painter.fillRect(box, readingPaper(palette()));
     for (qsizetype i = 0; i < rows.size(); ++i) {
         if (i > 0)
-            painter.setPen(curvePen(m_curves[i - 1].style, palette().color(QPalette::Base)).color());
+            painter.setPen(readingColour(m_curves[i - 1].style, palette()));
         painter.drawText(box.left() + Gap, box.top() + Gap + int(i) * metrics.height() + metrics.ascent(), rows[i]);
     }
 }

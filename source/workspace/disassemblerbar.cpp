@@ -22,6 +22,7 @@ DisassemblerBar::DisassemblerBar(QWidget *parent)
     m_progress->setObjectName(u"DisassemblyProgress"_s);
     m_cancel->setObjectName(u"DisassemblyCancel"_s);
     m_goTo->setPlaceholderText(tr("Go to address or symbol"));
+    m_goTo->setAccessibleName(m_goTo->placeholderText());
     m_goTo->setFixedWidth(240);
     m_message->setTextFormat(Qt::PlainText);
     m_message->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);

@@ -63,6 +63,7 @@ void LargeTextFindBar::layOut()
     setAutoFillBackground(true);
     m_text->setObjectName(u"LargeTextFindWhat"_s);
     m_text->setPlaceholderText(tr("Find in the file"));
+    m_text->setAccessibleName(m_text->placeholderText());
     m_text->setMinimumWidth(80);
     m_matchCase->setObjectName(u"LargeTextMatchCase"_s);
     m_wholeWords->setObjectName(u"LargeTextWholeWords"_s);

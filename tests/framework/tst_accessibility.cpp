@@ -8,6 +8,8 @@
 #include <QKeySequenceEdit>
 #include <QPluginLoader>
 #include <QPushButton>
+#include <QRadioButton>
+#include <QTabBar>
 #include <QTabWidget>
 #include <QTest>
 
@@ -83,6 +85,36 @@ QStringList unnamedOnAllPages(QWidget *dialog)
     return result;
 }
 
+/// Whether Tab leads to the control. Radio buttons are reached by arrow keys from the one that is checked.
+bool isTabStop(const QWidget *widget)
+{
+    const auto *radio = qobject_cast<const QRadioButton *>(widget);
+    return widget->isVisible() && widget->isEnabled() && (widget->focusPolicy() & Qt::TabFocus) && !widget->focusProxy()
+           && (!radio || radio->isChecked() || !radio->autoExclusive()) && !qobject_cast<const QTabBar *>(widget);
+}
+
+/// The controls of a dialog that Tab does not reach, or that look the same with the focus and without it.
+QStringList missedByKeys(QDialog *dialog)
+{
+    QSet<QWidget *> reached;
+    QStringList result;
+    QTest::keyClick(dialog, Qt::Key_Tab);
+    for (QWidget *focus = dialog->focusWidget(); focus && !reached.contains(focus); focus = dialog->focusWidget()) {
+        reached.insert(focus);
+        const QRect place(focus->mapTo(dialog, QPoint()), focus->size());
+        const QImage with = dialog->grab(place).toImage();
+        QTest::keyClick(focus, Qt::Key_Tab);
+        if (dialog->focusWidget() != focus && dialog->grab(place).toImage() == with)
+            result.append(focus->objectName() + u": the focus is not seen"_s);
+    }
+    for (QWidget *widget : dialog->findChildren<QWidget *>()) {
+        if (widget->window() == dialog && isTabStop(widget) && !reached.contains(widget))
+            result.append(QLatin1StringView(widget->metaObject()->className()) + u' ' + widget->objectName()
+                          + u": not reached"_s);
+    }
+    return result;
+}
+
 /// The stub plug-in with a build environment.
 struct BuildPlugin
 {
@@ -125,6 +157,17 @@ class AccessibilityTest : public QObject
 {
     Q_OBJECT
 
+private:
+    static void dialogs()
+    {
+        QTest::addColumn<QString>("action");
+        for (const char *action :
+             {"fileNew", "fileProperties", "editFind", "editReplace", "editFindInFiles", "viewGotoLine", "projectNew",
+              "projectProperties", "buildBatchBuild", "buildConfigurationsNew", "buildConfigurationsEdit",
+              "debugBreakpoints", "toolsCustomise", "toolsOptions", "helpSearch", "helpPlugins", "helpReport"})
+            QTest::newRow(action) << QString::fromLatin1(action);
+    }
+
 private Q_SLOTS:
     void init()
     {
@@ -151,15 +194,7 @@ private Q_SLOTS:
         QCOMPARE(unnamed(f.window.get()).join(u'\n'), QString());
     }
 
-    void everyControlOfADialogHasAName_data()
-    {
-        QTest::addColumn<QString>("action");
-        for (const char *action :
-             {"fileNew", "fileProperties", "editFind", "editReplace", "editFindInFiles", "viewGotoLine", "projectNew",
-              "projectProperties", "buildBatchBuild", "buildConfigurationsNew", "buildConfigurationsEdit",
-              "debugBreakpoints", "toolsCustomise", "toolsOptions", "helpSearch", "helpPlugins", "helpReport"})
-            QTest::newRow(action) << QString::fromLatin1(action);
-    }
+    void everyControlOfADialogHasAName_data() { dialogs(); }
     void everyControlOfADialogHasAName()
     {
         QFETCH(const QString, action);
@@ -194,25 +229,37 @@ private Q_SLOTS:
         QCOMPARE(accessible->text(QAccessible::Value), u"Line 1: breakpoint"_s);
     }
 
-    void everyDialogsControlsAreReachedByTab()
+    void everyControlOfADialogIsReachedByTabAndShowsTheFocus_data() { dialogs(); }
+    void everyControlOfADialogIsReachedByTabAndShowsTheFocus()
     {
+        QFETCH(const QString, action);
         ProductWindow f;
-        QStringList missed;
-        f.answers->prepend([&](QDialog *dialog) {
-            QSet<QWidget *> reached;
-            for (int i = 0; i < 200; ++i) {
-                if (QWidget *focus = dialog->focusWidget())
-                    reached.insert(focus);
-                QTest::keyClick(dialog->focusWidget() ? dialog->focusWidget() : dialog, Qt::Key_Tab);
-            }
-            for (QPushButton *button : dialog->findChildren<QPushButton *>()) {
-                if (button->isVisible() && button->isEnabled() && !reached.contains(button))
-                    missed.append(button->objectName());
+        bool shown = false;
+        QStringList found;
+        const auto look = [&](QDialog *dialog) {
+            shown = true;
+            dialog->activateWindow();
+            if (!QTest::qWaitForWindowActive(dialog))
+                found.append(u"is not active"_s);
+            found += missedByKeys(dialog);
+            for (QTabWidget *tabs : dialog->findChildren<QTabWidget *>()) {
+                for (int page = 1; page < tabs->count(); ++page) {
+                    tabs->setCurrentIndex(page);
+                    found += missedByKeys(dialog);
+                }
             }
             dialog->reject();
-        });
-        f.window->findChild<QAction *>(u"toolsCustomise"_s)->trigger();
-        QCOMPARE(missed, QStringList());
+        };
+        f.answers->prepend(look);
+        auto *command = f.window->findChild<QAction *>(action);
+        command->setEnabled(true);
+        command->trigger();
+        for (QWidget *widget : QApplication::topLevelWidgets()) {
+            if (auto *dialog = qobject_cast<QDialog *>(widget); dialog && dialog->isVisible() && !shown)
+                look(dialog);
+        }
+        QVERIFY(shown);
+        QCOMPARE(found.join(u'\n'), QString());
     }
 };
 

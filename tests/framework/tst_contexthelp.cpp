@@ -3,9 +3,11 @@
 #include "windowfixture.h"
 #include <QAction>
 #include <QCheckBox>
+#include <QKeySequenceEdit>
 #include <QLineEdit>
 #include <QMenu>
 #include <QScrollBar>
+#include <QSignalSpy>
 #include <QTextBrowser>
 #include <QWhatsThis>
 
@@ -102,6 +104,59 @@ private Q_SLOTS:
         QCOMPARE(f.shownPage(), u"(none)"_s);
     }
 
+    void keyThatBelongsToAnotherCommandIsLeftToIt_data()
+    {
+        QTest::addColumn<QString>("keys");
+        QTest::newRow("one stroke") << u"F1"_s;
+        QTest::newRow("two strokes") << u"F1, F1"_s;
+    }
+
+    void keyThatBelongsToAnotherCommandIsLeftToIt()
+    {
+        QFETCH(const QString, keys);
+        const ContextFixture f;
+        f.window->findChild<QAction *>(u"helpHome"_s)->setShortcuts(QList<QKeySequence>());
+        auto *command = f.window->findChild<QAction *>(u"fileSaveAll"_s);
+        command->setShortcut(QKeySequence(keys));
+        const QSignalSpy triggered(command, &QAction::triggered);
+        auto *inside = new QWidget(f.window->findChild<QWidget *>(u"outputWindow"_s));
+        inside->setFocusPolicy(Qt::StrongFocus);
+        inside->show();
+        inside->setFocus();
+        for (int stroke = 0; stroke < command->shortcut().count(); ++stroke)
+            QTest::keyClick(inside, Qt::Key_F1);
+        QCOMPARE(triggered.size(), 1);
+        QCOMPARE(f.shownPage(), u"(none)"_s);
+    }
+
+    void dialogKeepsTheKeyThatACommandHas()
+    {
+        const ContextFixture f;
+        f.window->findChild<QAction *>(u"fileSaveAll"_s)->setShortcut(Qt::Key_F1);
+        QDialog dialog(f.window.get());
+        dialog.setObjectName(u"dialog"_s);
+        auto *edit = new QCheckBox(&dialog);
+        dialog.setModal(true); // no command can run
+        dialog.show();
+        QVERIFY(QTest::qWaitForWindowActive(&dialog));
+        QTest::keyClick(edit, Qt::Key_F1);
+        QCOMPARE(dialog.findChildren<QTextBrowser *>(u"HelpBrowser"_s).size(), 1);
+    }
+
+    void keyCanBeEnteredWhereKeysAreChosen()
+    {
+        const ContextFixture f;
+        QDialog dialog(f.window.get());
+        dialog.setObjectName(u"dialog"_s);
+        auto *edit = new QKeySequenceEdit(&dialog);
+        dialog.setModal(true);
+        dialog.show();
+        QVERIFY(QTest::qWaitForWindowActive(&dialog));
+        QTest::keyClick(edit, Qt::Key_F1);
+        QCOMPARE(edit->keySequence(), QKeySequence(Qt::Key_F1));
+        QVERIFY(dialog.findChildren<QTextBrowser *>(u"HelpBrowser"_s).isEmpty());
+    }
+
     void nearestWindowDecides_data()
     {
         QTest::addColumn<QString>("name");
@@ -189,6 +244,7 @@ private Q_SLOTS:
             const auto pages = dialog.findChildren<QTextBrowser *>(u"HelpBrowser"_s);
             QCOMPARE(pages.size(), 1);
             QCOMPARE(pages.first()->source().fileName(), u"files.html"_s);
+            QCOMPARE(pages.first()->accessibleName(), u"Help page"_s);
         }
     }
 

@@ -1,10 +1,14 @@
 #include "editorcolours.h"
 #include "helpbrowser.h"
+#include "listview.h"
 #include "memoryedit.h"
 #include "outputseverity.h"
+#include "projecttreeitem.h"
 #include "propertylist.h"
+#include "readablepalette.h"
 #include "rowpainter.h"
 #include "textformats.h"
+#include "timeplot.h"
 #include <cmath>
 #include <QTest>
 
@@ -156,6 +160,56 @@ private Q_SLOTS:
         const QColor paper = paperOf(formatsOf(scheme), u"Text editor"_s);
         for (const char *colour : {"#0000ff", "#808080", "#006000", "#ff0000", "#ffffff", "#000000"})
             compare(readableOn(paper, QColor(QLatin1StringView(colour))), paper, QLatin1StringView(colour));
+    }
+
+    void valuesAtTheReadingLineOfAPlotAreReadable_data() { schemes(); }
+    void valuesAtTheReadingLineOfAPlotAreReadable()
+    {
+        QFETCH(const QString, scheme);
+        const QPalette palette = paletteOf(formatsOf(scheme), u"Workspace"_s);
+        for (int style = 0; style < 12; ++style)
+            compare(TimePlot::readingColour(style, palette), TimePlot::readingPaper(palette), u"curve %1"_s.arg(style));
+    }
+
+    /// Old values, files that are missing, projects that are not loaded.
+    void fadedRowsAreReadable_data()
+    {
+        QTest::addColumn<QString>("scheme");
+        QTest::addColumn<QColor>("disabled");
+        QTest::newRow("light") << u"textformats.xml"_s << QColor(190, 190, 190);
+        QTest::newRow("light, transparent") << u"textformats.xml"_s << QColor(0, 0, 0, 90);
+        QTest::newRow("dark") << u"textformats-dark.xml"_s << QColor(90, 90, 90);
+    }
+
+    void fadedRowsAreReadable()
+    {
+        QFETCH(const QString, scheme);
+        QFETCH(const QColor, disabled);
+        QPalette palette = paletteOf(formatsOf(scheme), u"Workspace"_s);
+        palette.setColor(QPalette::Disabled, QPalette::Text, disabled);
+        const QColor paper = palette.color(QPalette::Base);
+        compare(fadedText(palette), paper, u"old value"_s);
+        QVERIFY(contrast(fadedText(palette), paper) < contrast(palette.color(QPalette::Text), paper));
+        ListView list;
+        ProjectTreeItem row(&list, nullptr, u"missing.c"_s, nullptr, nullptr, 0, false);
+        row.setFaded(true);
+        QStyleOptionViewItem option;
+        option.palette = palette;
+        row.initStyleOption(&option, 0);
+        compare(option.palette.color(QPalette::Text), paper, u"missing file"_s);
+    }
+
+    void placeholdersAreReadable_data() { schemes(); }
+    void placeholdersAreReadable()
+    {
+        QFETCH(const QString, scheme);
+        QPalette palette = paletteOf(formatsOf(scheme), u"Workspace"_s);
+        QColor weak = palette.color(QPalette::Text);
+        weak.setAlpha(128);
+        palette.setColor(QPalette::PlaceholderText, weak);
+        const QPalette mended = readablePalette(palette);
+        const QColor paper = mended.color(QPalette::Base);
+        compare(over(paper, mended.color(QPalette::PlaceholderText)), paper, u"placeholder"_s);
     }
 
     void textsOfTheHelpAreReadable_data() { schemes(); }

@@ -128,6 +128,37 @@ private Q_SLOTS:
         QCOMPARE(debugExtensionEntries(*m_activity).size(), 0);
     }
 
+    void offeredCommandsAreThoseOfTheCurrentProjectFirst()
+    {
+        addDebugProjects(u"a;b a/c"_s);
+        m_workspace->setCurrentProject(1);
+        QStringList offered;
+        for (const OfferedCommand &command : offeredCommands(*m_activity))
+            offered.append(command.name + u' ' + command.text);
+        QCOMPARE(offered, (QStringList{u"plugin_b B"_s, u"plugin_a_c A/C"_s, u"plugin_a A"_s}));
+        dropWorkspace();
+        QVERIFY(offeredCommands(*m_activity).isEmpty());
+    }
+
+    void offeredCommandIsExecutedWhereItIsEnabled_data()
+    {
+        QTest::addColumn<QString>("name");
+        QTest::addColumn<QStringList>("calls");
+        QTest::newRow("in the current project") << u"plugin_a"_s << QStringList{u"p0(a)"_s};
+        QTest::newRow("only the other one is enabled") << u"plugin_b"_s << QStringList{u"p1(b)"_s};
+        QTest::newRow("disabled in both") << u"plugin_c"_s << QStringList{};
+        QTest::newRow("unknown") << u"plugin_d"_s << QStringList{};
+    }
+
+    void offeredCommandIsExecutedWhereItIsEnabled()
+    {
+        QFETCH(const QString, name);
+        addDebugProjects(u"a -b -c;a b -c"_s);
+        m_workspace->setCurrentProject(0);
+        executeOffered(*m_activity, name);
+        QTEST(executed(), "calls");
+    }
+
     void withOneProjectItsNameIsLeftOut()
     {
         addDebugProjects(u"a"_s);

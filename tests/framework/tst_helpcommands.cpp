@@ -1,4 +1,6 @@
+#include "examplecopy.h"
 #include "helpwidget.h"
+#include "ordinaryuser.h"
 #include "windowfixture.h"
 #include <QAction>
 #include <QPushButton>
@@ -51,6 +53,37 @@ public:
     [[nodiscard]] bool isEnabled(const QString &name) const { return window->findChild<QAction *>(name)->isEnabled(); }
     void trigger(const QString &name) const { window->findChild<QAction *>(name)->trigger(); }
     void follow(const QString &link) const { Q_EMIT browser()->anchorClicked(QUrl(link)); }
+};
+
+/// An installation whose examples cannot be written, with the start page open.
+class ReadOnlyExamples : public HelpFixture
+{
+public:
+    ReadOnlyExamples()
+    {
+        installation.write(u"examples/one/one.vnw"_s, "<workspace><project path='../two/two.vnp'/></workspace>");
+        installation.write(u"examples/two/two.vnp"_s,
+                           "<project><properties currentconfiguration='Default'><configuration name='Default'/>"
+                           "</properties></project>");
+        setWritable(false);
+        trigger(u"helpHome"_s);
+    }
+    ~ReadOnlyExamples() { setWritable(true); } // to be removed
+
+    void openExample() const { follow(u"command:openWorkspace?../examples/one/one.vnw"_s); }
+    /// The opened workspace, relative to the installation.
+    [[nodiscard]] QString opened() const
+    {
+        const ProjectWorkspace *workspace = window->projectWorkspace();
+        return workspace ? QDir(installation.path(QString())).relativeFilePath(workspace->fileName()) : u"(none)"_s;
+    }
+    void setWritable(bool isWritable) const
+    {
+        for (const char *directory : {"examples", "examples/one", "examples/two"})
+            QFile::setPermissions(installation.path(QLatin1StringView(directory)),
+                                  QFile::ReadOwner | QFile::ExeOwner
+                                      | (isWritable ? QFile::WriteOwner : QFile::Permission()));
+    }
 };
 } // namespace
 
@@ -198,6 +231,86 @@ private Q_SLOTS:
         f.trigger(u"helpHome"_s);
         f.follow(u"command:openWorkspace?../examples/my%20ex/a.vnw"_s);
         QTRY_COMPARE(f.projects(), QStringList(u"a"_s));
+    }
+
+    void exampleThatCannotBeWrittenIsCopied()
+    {
+        if (!becomeOrdinaryUser())
+            QSKIP("cannot become an ordinary user");
+        const ReadOnlyExamples f;
+        f.answers->press(QMessageBox::Yes);
+        f.openExample();
+        QTRY_COMPARE(f.opened(), u"varnel-examples/one/one.vnw"_s);
+        QCOMPARE(f.projects(), QStringList(u"two"_s)); // the folders that it uses are there as well
+        QCOMPARE(f.answers->lastBox(), u"information Varnel [Yes No Cancel]"_s);
+        QVERIFY(f.answers->said.value(0).contains(u"copy them to '"_s + f.installation.path(u"varnel-examples"_s)));
+        QVERIFY(QFileInfo(f.installation.path(u"varnel-examples/two/two.vnp"_s)).isWritable());
+    }
+
+    void secondExampleIsOpenedInTheCopyWithoutAQuestion()
+    {
+        if (!becomeOrdinaryUser())
+            QSKIP("cannot become an ordinary user");
+        const ReadOnlyExamples f;
+        f.installation.write(u"varnel-examples/one/one.vnw"_s, "<workspace/>"); // changed by the user
+        f.openExample();
+        QTRY_COMPARE(f.opened(), u"varnel-examples/one/one.vnw"_s);
+        QVERIFY(f.projects().isEmpty());
+        QVERIFY(QFileInfo::exists(f.installation.path(u"varnel-examples/two/two.vnp"_s))); // what was missing
+        QVERIFY(f.answers->said.isEmpty());
+    }
+
+    void userMayOpenTheInstalledExampleOrNothing_data()
+    {
+        QTest::addColumn<QMessageBox::StandardButton>("answer");
+        QTest::addColumn<QString>("opened");
+        QTest::newRow("in its place") << QMessageBox::No << u"examples/one/one.vnw"_s;
+        QTest::newRow("nothing") << QMessageBox::Cancel << u"(none)"_s;
+    }
+
+    void userMayOpenTheInstalledExampleOrNothing()
+    {
+        QFETCH(const QMessageBox::StandardButton, answer);
+        if (!becomeOrdinaryUser())
+            QSKIP("cannot become an ordinary user");
+        const ReadOnlyExamples f;
+        f.answers->press(answer);
+        f.openExample();
+        QTRY_COMPARE(f.answers->said.size(), 1);
+        QCoreApplication::processEvents();
+        QTEST(f.opened(), "opened");
+        QVERIFY(!QFileInfo::exists(f.installation.path(u"varnel-examples"_s)));
+    }
+
+    void copyThatFailsIsReported()
+    {
+        if (!becomeOrdinaryUser())
+            QSKIP("cannot become an ordinary user");
+        const ReadOnlyExamples f;
+        f.installation.write(u"varnel-examples"_s, "a file");
+        f.answers->press(QMessageBox::Yes);
+        f.answers->press(QMessageBox::Ok);
+        f.openExample();
+        QTRY_VERIFY(f.answers->allGiven());
+        QVERIFY2(f.answers->said.value(1).startsWith(u"Could not write to file '"_s),
+                 qPrintable(f.answers->said.value(1)));
+        QCOMPARE(f.opened(), u"(none)"_s);
+    }
+
+    void fileOutsideTheExamplesHasNoPlaceInTheCopy_data()
+    {
+        QTest::addColumn<QString>("file");
+        QTest::addColumn<QString>("place");
+        QTest::newRow("example") << u"/opt/examples/a/a.vnw"_s << u"/home/u/copy/a/a.vnw"_s;
+        QTest::newRow("not cleaned") << u"/opt/examples/../examples/a.vnw"_s << u"/home/u/copy/a.vnw"_s;
+        QTest::newRow("above") << u"/opt/examples/../a.vnw"_s << QString();
+        QTest::newRow("neighbour") << u"/opt/examples2/a.vnw"_s << QString();
+    }
+
+    void fileOutsideTheExamplesHasNoPlaceInTheCopy()
+    {
+        QFETCH(const QString, file);
+        QTEST((ExampleCopy{u"/opt/examples"_s, u"/home/u/copy"_s}.placeOf(file)), "place");
     }
 
     void startPageListsTheRecentWorkspaces()

@@ -30,12 +30,20 @@ private Q_SLOTS:
         QVERIFY(readablePalette(light).color(QPalette::Disabled, QPalette::Text).lightness() < 150);
     }
 
+    void placeholderIsReadable()
+    {
+        QPalette light = colourScheme(QColor(239, 239, 239), Qt::black);
+        light.setColor(QPalette::PlaceholderText, QColor(0, 0, 0, 128)); // about 4.0 to 1
+        const QColor placeholder = readablePalette(light).color(QPalette::Active, QPalette::PlaceholderText);
+        QVERIFY2(placeholder.lightness() < 115 && placeholder.alpha() == 255, qPrintable(placeholder.name()));
+    }
+
     void readableColoursStay()
     {
         QPalette light = colourScheme(QColor(239, 239, 239), Qt::black);
         for (const auto role : {QPalette::WindowText, QPalette::ButtonText, QPalette::Text})
             light.setColor(QPalette::Disabled, role, QColor(190, 190, 190));
-        light.setColor(QPalette::PlaceholderText, QColor(0, 0, 0, 128));
+        light.setColor(QPalette::PlaceholderText, QColor(0, 0, 0, 160));
         QCOMPARE(readablePalette(light), light);
     }
 };

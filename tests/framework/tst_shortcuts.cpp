@@ -225,6 +225,55 @@ private Q_SLOTS:
         QCOMPARE(choices.menuKeys, (QMap<QString, QKeySequence>{{u"the menu File"_s, keys(u"Alt+F"_s)}}));
     }
 
+    void commandThatComesAgainHasTheKeysOfItsNewAction()
+    {
+        const Shortcuts shortcuts(m_window.get(), *m_settings, chordFile());
+        delete addAction(u"macro_a"_s, u"A"_s, {keys(u"F5"_s)});
+        addAction(u"macro_a"_s, u"A"_s, {keys(u"F6"_s)});
+        QCOMPARE(shortcuts.choices().commands.value(0).keys, QList<QKeySequence>{keys(u"F6"_s)});
+    }
+
+    void commandOfAPlugInIsListedAndGetsKeys()
+    {
+        QStringList executed;
+        int asked = 0;
+        const OfferedCommands offered{
+            [&asked] {
+                ++asked;
+                return QList<ShortcutCommand>{{u"plugin_out"_s, u"Step out"_s, u"Debug"_s, {}}};
+            },
+            [&executed](const QString &name) { executed.append(name); }};
+        auto shortcuts = std::make_unique<Shortcuts>(m_window.get(), *m_settings, chordFile());
+        shortcuts->setOffered(offered);
+        QCOMPARE(shortcuts->choices().commands.value(0).text, u"Step out"_s);
+        shortcuts->setOptions({{}, {{u"plugin_out"_s, {keys(u"F12"_s)}}}});
+        QCOMPARE(shortcuts->choices().commands.size(), 1); // with keys it is an action as well
+        QCOMPARE(shortcuts->choices().commands.value(0).text, u"Step out"_s);
+        m_window->show();
+        QVERIFY(QTest::qWaitForWindowActive(m_window.get()));
+        QTest::keyClick(m_window.get(), Qt::Key_F12);
+        QCOMPARE(executed, QStringList(u"plugin_out"_s));
+
+        shortcuts.reset();
+        asked = 0;
+        shortcuts = std::make_unique<Shortcuts>(m_window.get(), *m_settings, chordFile()); // the next start
+        shortcuts->setOffered(offered);
+        QTest::keyClick(m_window.get(), Qt::Key_F12);
+        QCOMPARE(executed.size(), 2);
+        QCOMPARE(asked, 0); // plug-ins are not asked before
+        shortcuts->setOptions({});
+        QTest::keyClick(m_window.get(), Qt::Key_F12);
+        QCOMPARE(executed.size(), 2);
+    }
+
+    void keysOfAPlugInsCommandThatIsNotThereStay()
+    {
+        Shortcuts shortcuts(m_window.get(), *m_settings, chordFile());
+        shortcuts.setOffered({[] { return QList<ShortcutCommand>(); }, [](const QString &) {}});
+        shortcuts.setOptions({{}, {{u"plugin_out"_s, {keys(u"F12"_s)}}}});
+        QCOMPARE(shortcuts.choices().commands.value(0).text, u"out"_s); // a conflict with other commands is shown
+    }
+
     void chordTriggersItsCommandInsideAnEditor()
     {
         auto *edit = new QPlainTextEdit(u"text"_s);

@@ -58,15 +58,22 @@ class Debugging:
 
     def _height_of(self, file, line):
         """The vertical position of a line, found by clicks into the text that move the cursor."""
-        top, bottom = 0, self._varnel.read(f"{base_of(file)}/text", "height")
+        height = self._varnel.read(f"{base_of(file)}/text", "height")
+        top, bottom = 0, height
         while top < bottom:
             middle = (top + bottom) // 2
-            self._varnel.click(f"{base_of(file)}/text", x=1, y=middle)
-            found = self.cursor_line()
-            if found == line:
+            found = self._line_at(file, middle)
+            if found == line and self._line_at(file, middle) == line:
                 return middle
-            top, bottom = (middle + 1, bottom) if found < line else (top, middle)
+            if found == line:  # it was cut off at the bottom, and the click has scrolled
+                top, bottom = 0, height
+            else:
+                top, bottom = (middle + 1, bottom) if found < line else (top, middle)
         raise ValueError(f"line {line} is not on the screen")
+
+    def _line_at(self, file, height):
+        self._varnel.click(f"{base_of(file)}/text", x=1, y=height)
+        return self.cursor_line()
 
     def cursor_line(self):
         return int(self._varnel.read("cursorLabel", "text").split()[1].rstrip(","))

@@ -5,6 +5,7 @@ import tempfile
 import unittest
 
 from accessiblebus import AccessibleBus
+from debugging import Debugging, copy_of_examples, line_of
 from driver import ProgramTest
 from templates import Creator
 
@@ -22,12 +23,28 @@ DOCKS = ("navigatorDockWindow", "outputDockWindow", "registerDockWindow", "perip
 MENUS = ("fileMenu", "editMenu", "viewMenu", "projectMenu", "buildMenu", "debugMenu", "toolsMenu", "windowMenu", "helpMenu")
 
 
-class AccessibilityTest(ProgramTest):
+class AccessibleTest(ProgramTest):
+    """The base: a program that is seen by the registry. A process can connect to one registry only."""
+
+    bus = None
+
     @classmethod
     def setUpClass(cls):
-        cls.bus = AccessibleBus()
-        cls.addClassCleanup(cls.bus.close)
+        if not AccessibleTest.bus:
+            AccessibleTest.bus = AccessibleBus()
+            unittest.addModuleCleanup(AccessibleTest.bus.close)
 
+    def find_application(self):
+        self.application = self.varnel.wait_until(lambda: self.bus.application(self.program.process.pid), "the program in the registry")
+
+    def titles(self):
+        return self.bus.titles(self.application)
+
+    def check(self):
+        self.assertEqual(self.bus.unnamed(self.application), [])
+
+
+class AccessibilityTest(AccessibleTest):
     def setUp(self):
         parent = pathlib.Path(self.enterContext(tempfile.TemporaryDirectory(prefix="varnel-accessible.")))
         directory = parent / "calculator"
@@ -37,13 +54,7 @@ class AccessibilityTest(ProgramTest):
         self.varnel.choose("fileOpen")
         self.varnel.choose_file("openFileDialog", directory / "expression.cpp")
         self.varnel.wait_for("viewManagerTabBar", "count", 1)
-        self.application = self.varnel.wait_until(lambda: self.bus.application(self.program.process.pid), "the program in the registry")
-
-    def titles(self):
-        return self.bus.titles(self.application)
-
-    def check(self):
-        self.assertEqual(self.bus.unnamed(self.application), [])
+        self.find_application()
 
     def test_every_control_of_the_window_has_a_name(self):
         for dock in DOCKS:
@@ -104,6 +115,50 @@ class AccessibilityTest(ProgramTest):
         for page in range(self.varnel.read("OptionsTabs", "count")):
             self.varnel.write("OptionsTabs", "currentIndex", page)
             self.check()
+
+
+class PausedAccessibilityTest(AccessibleTest):
+    def setUp(self):
+        parent = self.enterContext(tempfile.TemporaryDirectory(prefix="varnel-accessible."))
+        self.examples = copy_of_examples(parent)
+        self.launch("-w", self.examples / "thermostat/thermostat.vnw", environment=self.bus.environment)
+        self.varnel.wait_for("mainWindow", "windowTitle", "Varnel - thermostat")
+        self.user = Debugging(self.program, "thermostat", "thermostat")
+        self.find_application()
+
+    def test_every_control_of_a_paused_session_has_a_name(self):
+        self.user.build()
+        self.user.show_docks()
+        self.varnel.choose("debugStepOver")
+        self.user.wait_for_stop(line_of(self.examples / "thermostat/main.c", "int main") + 3)
+        for dock in DOCKS:
+            self.varnel.call(dock, "show()")
+        self.varnel.choose("debugViewDisassembly")
+        self.varnel.wait_for("viewManagerTabBar", "count", 2)
+        names = self.bus.names(self.application)
+        self.assertIn("Go to address or symbol", [name for _, name in names])
+        self.assertIn("Machine instructions", [name for _, name in names])
+        self.check()
+        self.varnel.choose("debugStop")
+        self.user.wait_for_state("")
+
+
+class LargeFileAccessibilityTest(AccessibleTest):
+    def test_every_control_of_a_large_file_has_a_name(self):
+        directory = pathlib.Path(self.enterContext(tempfile.TemporaryDirectory(prefix="varnel-accessible.")))
+        file = directory / "long.log"
+        file.write_bytes(b"a line of a log that another program has written to this file\n" * 1_000_000)
+        self.launch(environment=self.bus.environment)
+        self.find_application()
+        self.varnel.choose("fileOpen")
+        self.varnel.choose_file("openFileDialog", file)
+        self.varnel.answer("The file is too large to open for editing.\n\nIt will be opened read-only.", "Return")
+        self.varnel.wait_for("long/lines", "visible", True)
+        self.wait_for_keyboard()
+        self.program.screen.keyboard.press("Ctrl+F")
+        self.varnel.wait_for("LargeTextFindWhat", "visible", True)
+        self.assertIn("Find in the file", [name for _, name in self.bus.names(self.application)])
+        self.check()
 
 
 if __name__ == "__main__":

@@ -74,6 +74,9 @@ class GermanTest(ProgramTest):
         self.open_calculator()
         self.varnel.choose("buildBuild")
         self.varnel.wait_for("BuildPage", "plainText", lambda text: text.rstrip().endswith("Fertig."), BUILD_TIME)
+        output = self.varnel.read("BuildPage", "plainText")
+        self.assertRegex(output, r"\[1/\d\] Übersetze \w+\.cpp\n")
+        self.assertNotRegex(output, "Compiling|Linking")
 
     def test_script_reaches_commands_and_pages_by_their_names(self):
         self.open_calculator()

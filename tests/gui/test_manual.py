@@ -2,7 +2,9 @@
 """What the manual shows, tried in the program: its first steps, its scripts, and its pages about the types for scripts."""
 import os
 import pathlib
+import re
 import subprocess
+import sys
 import tempfile
 import unittest
 
@@ -306,6 +308,22 @@ class FirstStepsTest(ProgramTest):
         self.varnel.wait_for("blink/watches", "text", lambda text: "seconds = 1" in text)
         self.varnel.call("pluginTarget console", "bringUp()")
         self.varnel.wait_until(lambda: self.user.console().startswith("started\n"), "the output of the program")
+
+
+class PicturesTest(unittest.TestCase):
+    def test_script_takes_every_picture_of_the_pages(self):
+        directory = pathlib.Path(self.enterContext(tempfile.TemporaryDirectory(prefix="varnel-pictures.")))
+        pages = directory / "help"
+        pages.mkdir()
+        script = ROOT / "packaging/manual/pictures.py"
+        for step in ("without_session", "with_session"):
+            subprocess.run([sys.executable, "-B", script, "--only", step, pages], check=True,
+                           env={**os.environ, "TMPDIR": str(directory)})
+        named = set()
+        for page in (ROOT / "help/html").rglob("*.html"):
+            named |= set(re.findall(r'src="[./]*/pictures/([^"]+)"', page.read_text(encoding="utf-8")))
+        self.assertGreater(len(named), 15)
+        self.assertEqual({picture.name for picture in (pages / "pictures").iterdir()}, named)
 
 
 if __name__ == "__main__":

@@ -92,6 +92,23 @@ private Q_SLOTS:
         QVERIFY(m_icons.isEmpty());
     }
 
+    void macroIsACommandOfTheWindow()
+    {
+        const auto names = [this] {
+            QStringList result;
+            for (const QAction *action : m_window->actions())
+                result.append(action->objectName());
+            return result;
+        };
+        add("first", {u"Run all tests"_s});
+        add("second", {u"x.y"_s});
+        add("second", {u"x.y"_s});
+        QCOMPARE(names(), (QStringList{u"macro_Run_all_tests"_s, u"macro_x_y"_s, u"macro_x_y_2"_s}));
+        m_macros->clearMacro(u"x.y"_s);
+        processDeletions();
+        QCOMPARE(names(), QStringList(u"macro_Run_all_tests"_s));
+    }
+
     void buttonWithAnIconShowsNoText()
     {
         add("first", {u"x"_s, {}, {}, u"red.png"_s});

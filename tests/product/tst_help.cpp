@@ -4,6 +4,7 @@
 #include <QTest>
 #include <QTextBlock>
 #include <QTextDocument>
+#include <QTextDocumentFragment>
 #include <QTextTable>
 
 using namespace Qt::StringLiterals;
@@ -128,6 +129,13 @@ QString manual()
 QString spoken(QString text)
 {
     return text.remove(u'&').remove(u"..."_s).remove(u"%1"_s).trimmed();
+}
+
+/// The same without a colon and line breaks.
+QString label(const QString &text)
+{
+    const QString simple = spoken(text).simplified();
+    return simple.endsWith(u':') ? simple.chopped(1) : simple;
 }
 
 /// All source files of the program and its plug-ins as one text, to find names in.
@@ -262,6 +270,9 @@ private Q_SLOTS:
     void everyCodeBlockIsASampleOrTried();
     void picturesAreUsedAndOfModestSize();
     void homePageLinksToAllPages();
+    void homePageLinksToAllExamples();
+    void titlesAreThoseOfTheContents();
+    void boldWordsAreTextsOfTheProgram();
     void pageSetsNoColours_data() { pageRows(); }
     void pageSetsNoColours();
     void pageIsIndexedCompletely_data() { pageRows(); }
@@ -536,6 +547,71 @@ void TestHelp::homePageLinksToAllPages()
     reached.removeDuplicates();
     reached.sort();
     QCOMPARE(reached, pages());
+}
+
+void TestHelp::homePageLinksToAllExamples()
+{
+    const QStringList linked = links(*show(u"html/index.html"_s));
+    int count = 0;
+    QDirIterator it(u"" VARNEL_SOURCE_DIR "/examples"_s, {u"*.vnw"_s}, QDir::Files, QDirIterator::Subdirectories);
+    for (; it.hasNext(); ++count) {
+        const QString link = u"command:openWorkspace?"_s + helpDirectory.relativeFilePath(it.next());
+        QVERIFY2(linked.contains(link), qPrintable(link));
+    }
+    QVERIFY(count >= 5);
+}
+
+/// Those of generated pages have a word before the name of the type.
+void TestHelp::titlesAreThoseOfTheContents()
+{
+    for (const QString &file : helpDirectory.entryList({u"*.xml"_s})) {
+        const QDomElement root = contents(file);
+        const QDomNodeList entries = root.elementsByTagName(u"page"_s);
+        for (int i = 0; i < entries.count(); ++i) {
+            const QDomElement entry = entries.at(i).toElement();
+            const auto page = show(entry.attribute(u"path"_s));
+            QString title = page->metaInformation(QTextDocument::DocumentTitle);
+            const QString heading = page->firstBlock().text();
+            QVERIFY2(heading == title || heading == title.section(u": "_s, 1), qPrintable(heading));
+            title.remove(QRegularExpression(u"^(Python|Interface): "_s));
+            QCOMPARE(entry.attribute(u"name"_s), title);
+        }
+    }
+}
+
+/// Bold words name menus, windows and controls, as the translation lists them.
+void TestHelp::boldWordsAreTextsOfTheProgram()
+{
+    const QStringList others{u"Change the value"_s,
+                             u"There is no password."_s, // headings of paragraphs
+                             u"project"_s,
+                             u"workspace"_s,
+                             u"current"_s,
+                             u"build environment"_s,
+                             u"execution environment"_s,
+                             u"F1"_s,
+                             u"CRLF"_s,
+                             u"Latin-1"_s,
+                             u"Import"_s,
+                             u"No probe"_s,
+                             u"Text in memory"_s,
+                             u"Replace with"_s}; // of forms and tables
+    QSet<QString> texts(others.begin(), others.end());
+    const QDomElement root = rootOf(u"" VARNEL_SOURCE_DIR "/translations/varnel_de.ts"_s);
+    const QDomNodeList sources = root.elementsByTagName(u"source"_s);
+    for (int i = 0; i < sources.count(); ++i)
+        texts.insert(label(sources.at(i).toElement().text().section(u'\t', 0, 0)));
+    QVERIFY(texts.size() > 1000);
+    static const QRegularExpression bold(u"<b>(.*?)</b>"_s, QRegularExpression::DotMatchesEverythingOption);
+    for (const QString &page : pages()) {
+        QRegularExpressionMatchIterator it = bold.globalMatch(read(helpDirectory.filePath(page)));
+        while (it.hasNext()) {
+            const QString words = label(QTextDocumentFragment::fromHtml(it.next().captured(1)).toPlainText());
+            for (const QString &part :
+                 texts.contains(words) ? QStringList() : words.split(u", "_s)) // a way through menus
+                QVERIFY2(texts.contains(label(part)), qPrintable(page + u": "_s + part));
+        }
+    }
 }
 
 void TestHelp::pageSetsNoColours()

@@ -1,3 +1,4 @@
+#include <QDir>
 #include <QFile>
 #include <QMimeDatabase>
 #include <QSettings>
@@ -48,6 +49,20 @@ private Q_SLOTS:
         QSettings desktop(share + u"/applications/varnel.desktop"_s, QSettings::IniFormat);
         QCOMPARE(desktop.value(u"Desktop Entry/Exec"_s).toString(), u"varnel"_s);
         QCOMPARE(desktop.value(u"Desktop Entry/Icon"_s).toString(), u"varnel"_s);
+    }
+
+    void everyProgramHasAManualPageAndALink()
+    {
+        QFile file(QStringLiteral(VARNEL_SOURCE_DIR "/packaging/debian/varnel.links"));
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        const QStringList links = QString::fromUtf8(file.readAll()).split(u'\n');
+        QStringList programs = QDir(QStringLiteral(VARNEL_STAGE_DIR "/bin")).entryList(QDir::Files | QDir::Executable);
+        programs.removeIf([](const QString &name) { return name.contains(u".so"_s); });
+        programs += {u"varnel"_s, u"varnel-run"_s}; // they may not be built yet
+        for (const QString &name : programs) {
+            QVERIFY2(QFile::exists(share + u"/man/man1/%1.1"_s.arg(name)), qPrintable(name));
+            QVERIFY2(links.contains(u"usr/lib/varnel/bin/%1 usr/bin/%1"_s.arg(name)), qPrintable(name));
+        }
     }
 
     void iconExists() { QVERIFY(QSvgRenderer(share + u"/icons/hicolor/scalable/apps/varnel.svg"_s).isValid()); }

@@ -80,6 +80,14 @@ private Q_SLOTS:
         QCOMPARE(list()->headerItem()->text(1), u"Directories"_s);
     }
 
+    void listAndItsRowsHaveNamesForScreenReaders()
+    {
+        open(QString(), true);
+        QCOMPARE(list()->accessibleName(), u"Directories"_s);
+        click("NewButton");
+        QCOMPARE(QApplication::focusWidget()->accessibleName(), u"Directories"_s);
+    }
+
     void okStandsBeforeCancelOnEveryDesktop()
     {
         const QString before = QApplication::style()->name();

@@ -437,6 +437,18 @@ private Q_SLOTS:
         QCOMPARE(texts(m_list->selectedItemsInOrder()), (QStringList{u"fruit"_s, u"nuts"_s}));
     }
 
+    void editOfACellIsNamedByItsColumn()
+    {
+        m_list->setHeaderLabels({u"Kind"_s, u"Count"_s});
+        m_list->setAccessibleName(u"Food"_s);
+        startRename(m_nuts);
+        QCOMPARE(m_list->renameEdit()->accessibleName(), u"Kind"_s);
+        m_list->endRename(ListView::Reject);
+        m_list->setHeaderHidden(true);
+        startRename(m_fruit);
+        QCOMPARE(m_list->renameEdit()->accessibleName(), u"Food"_s);
+    }
+
     void truncatedTextIsShownAsToolTip()
     {
         m_nuts->setText(0, QString(200, u'n'));

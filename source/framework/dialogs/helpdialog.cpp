@@ -14,6 +14,7 @@ HelpDialog::HelpDialog(QWidget *dialog) : QDialog(dialog), m_browser(new HelpBro
     setWindowTitle(tr("Help"));
     setAttribute(Qt::WA_DeleteOnClose);
     m_browser->setObjectName(u"HelpBrowser"_s);
+    m_browser->setAccessibleName(tr("Help page"));
     auto *buttons = new QDialogButtonBox(QDialogButtonBox::Close, this);
     auto *layout = new QVBoxLayout(this);
     layout->addWidget(m_browser);

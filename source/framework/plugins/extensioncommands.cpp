@@ -6,7 +6,11 @@
 #include "iextensioncommands.h"
 #include "project.h"
 #include "varnelassert.h"
+#include <algorithm>
 #include <QPointer>
+#include <vector>
+
+using namespace Qt::StringLiterals;
 
 namespace {
 QList<ExtensionCommand> commandsOf(IExtensionCommands *interface)
@@ -24,6 +28,37 @@ void execute(IExtensionCommands *interface, const ExtensionCommand &command)
 {
     if (command.enabled)
         runPlugin<&IExtensionCommands::execute>(interface, command.id);
+}
+
+QString nameOf(const ExtensionCommand &command)
+{
+    return DynamicMenus::objectName(u"plugin_"_s, command.id);
+}
+
+struct Offering
+{
+    InterfacePtr<IExtensionCommands> interface;
+    bool isBuild = false;
+};
+
+/// What offers commands, in the order in which they are looked for.
+std::vector<Offering> offerings(const Activity &activity)
+{
+    std::vector<Offering> result;
+    const auto add = [&result](auto *environment, bool isBuild) {
+        if (auto interface = queryPlugin<IExtensionCommands>(environment))
+            result.push_back({std::move(interface), isBuild});
+    };
+    const QPointer<Project> current = activity.currentProject();
+    if (current)
+        add(current->executionInterface(), false);
+    if (current)
+        add(current->buildInterface(), true);
+    for (const QPointer<Project> &project : activity.projects()) {
+        if (project && project != current)
+            add(project->executionInterface(), false);
+    }
+    return result;
 }
 } // namespace
 
@@ -81,5 +116,30 @@ void executeDebugExtension(const Activity &activity, int index)
             execute(interface.get(), commands[index]);
         else
             index -= int(commands.size());
+    }
+}
+
+QList<OfferedCommand> offeredCommands(const Activity &activity)
+{
+    QList<OfferedCommand> result;
+    for (const Offering &offering : offerings(activity)) {
+        const QList<ExtensionCommand> commands = commandsOf(offering.interface.get());
+        for (const ExtensionCommand &command : commands) {
+            const QString name = nameOf(command);
+            if (std::ranges::find(result, name, &OfferedCommand::name) == result.end())
+                result.append({name, command.text, offering.isBuild});
+        }
+    }
+    return result;
+}
+
+void executeOffered(const Activity &activity, const QString &name)
+{
+    for (const Offering &offering : offerings(activity)) {
+        const QList<ExtensionCommand> commands = commandsOf(offering.interface.get());
+        for (const ExtensionCommand &command : commands) {
+            if (command.enabled && nameOf(command) == name)
+                return execute(offering.interface.get(), command);
+        }
     }
 }

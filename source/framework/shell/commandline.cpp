@@ -54,7 +54,7 @@ QString commandLineAnswer(const QStringList &arguments, const QString &version)
         if (arguments[i] == "--version"_L1)
             return u"Varnel %1\n"_s.arg(version);
         if (arguments[i] == "--help"_L1)
-            return QObject::tr(
+            return QStringLiteral( // printed before the language is known, as by the other tools of a terminal
                 "Usage: varnel [OPTION]... [FILE]... [DIRECTORY]\n"
                 "Opens files, workspaces (.vnw) and projects (.vnp). A directory stands for the workspace "
                 "or project in it.\n\n"

@@ -1,9 +1,12 @@
 #include "contexthelp.h"
+#include "shortcutkeys.h"
 #include "uidocument.h"
+#include <algorithm>
 #include <QAction>
-#include <QCoreApplication>
+#include <QApplication>
 #include <QFileInfo>
 #include <QKeyEvent>
+#include <QKeySequenceEdit>
 #include <QMenu>
 #include <QWhatsThis>
 
@@ -22,9 +25,15 @@ bool isExplanation(const QObject *object)
 {
     return object->inherits("QWhatsThat"); // the toolkit's window for them, which has no public class
 }
+
+/// Whether each key is one to enter, as in the options.
+bool entersKeys(const QObject *object)
+{
+    return qobject_cast<const QKeySequenceEdit *>(object) || qobject_cast<const QKeySequenceEdit *>(object->parent());
+}
 } // namespace
 
-ContextHelp::ContextHelp(const QString &tableFile, QWidget *window, QObject *parent) : QObject(parent)
+ContextHelp::ContextHelp(const QString &tableFile, QWidget *window, QObject *parent) : QObject(parent), m_window(window)
 {
     if (QFileInfo::exists(tableFile))
         readTable(tableFile);
@@ -87,6 +96,19 @@ bool ContextHelp::eventFilter(QObject *watched, QEvent *event)
     return true;
 }
 
+/// Whether the user has given the key to a command that can run now.
+bool ContextHelp::keyIsTaken() const
+{
+    if (!m_window || QApplication::activeModalWidget())
+        return false;
+    const QList<QAction *> actions = m_window->findChildren<QAction *>();
+    return std::ranges::any_of(actions, [](const QAction *action) {
+        const QList<QKeySequence> keys = action->shortcuts();
+        return action->objectName() != "helpHome"_L1 && !action->associatedObjects().isEmpty()
+               && std::ranges::any_of(keys, [](const QKeySequence &each) { return areInConflict(each, Qt::Key_F1); });
+    });
+}
+
 /// The page to which a key leads; empty if it keeps its meaning.
 QString ContextHelp::pageForKey(QObject *watched, const QKeyEvent &event)
 {
@@ -96,7 +118,9 @@ QString ContextHelp::pageForKey(QObject *watched, const QKeyEvent &event)
         m_explained = menu->activeAction() ? pageOfAction(menu->activeAction()->objectName()) : QString();
         return {}; // the menu shows the explanation
     }
-    return isExplanation(watched) ? m_explained : pageOf(watched);
+    if (isExplanation(watched))
+        return m_explained;
+    return entersKeys(watched) || keyIsTaken() ? QString() : pageOf(watched);
 }
 
 void ContextHelp::leaveExplanation(const QString &page)

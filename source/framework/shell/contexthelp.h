@@ -1,13 +1,15 @@
 #pragma once
 #include <QHash>
 #include <QObject>
+#include <QPointer>
+#include <QWidget>
 class QAction;
 class QKeyEvent;
-class QWidget;
 
 /// Leads from commands and windows to their pages of the help.
 ///
-/// F1 opens the page of the window that has the focus. Where there is none, it keeps its other meaning. The explanation
+/// F1 opens the page of the window that has the focus. Where there is none, it keeps its other meaning, and so it does
+/// where keys are entered and while another command than "helpHome" has the key. The explanation
 /// of a command (F1 in an open menu) has a link to the command's page, and F1 there follows it.
 class ContextHelp : public QObject
 {
@@ -33,8 +35,10 @@ private:
     void readTable(const QString &file);
     void extendExplanation(QAction *action) const;
     [[nodiscard]] QString pageForKey(QObject *watched, const QKeyEvent &event);
+    [[nodiscard]] bool keyIsTaken() const;
     void leaveExplanation(const QString &page);
 
+    const QPointer<QWidget> m_window;
     QHash<QString, QString> m_actions;
     QHash<QString, QString> m_windows;
     QString m_explained; ///< the page of the command that is explained

@@ -1,11 +1,13 @@
 #include "helpcommands.h"
 #include "activity.h"
+#include "examplecopy.h"
 #include "helpdialog.h"
 #include "helpdocumenttemplate.h"
 #include "helpsearchdialog.h"
 #include "helpview.h"
 #include "helpwidget.h"
 #include "ideapplication.h"
+#include "messages.h"
 #include "navigator.h"
 #include "problemreportdialog.h"
 #include "productdetails.h"
@@ -13,6 +15,7 @@
 #include "viewmanager.h"
 #include "warninglog.h"
 #include "windowservices.h"
+#include "workprogress.h"
 #include "workspace.h"
 #include <QAction>
 #include <QApplication>
@@ -34,6 +37,11 @@ void followDetails(QDialog *dialog, const std::function<void(const QString &)> &
     QObject::connect(details, &ProductDetails::changed, dialog, [details, show] { show(details->text()); });
     details->askTools(usedTools());
     show(details->text());
+}
+
+QString native(const QString &path)
+{
+    return QDir::toNativeSeparators(path);
 }
 } // namespace
 
@@ -119,10 +127,7 @@ bool HelpCommands::runCommand(const QString &name, const QString &argument)
         const QString path = QDir::cleanPath(QDir(m_directory).absoluteFilePath(argument));
         if (!QFileInfo(path).isFile() || m_activity.state() > StateIdle)
             return false;
-        QTimer::singleShot(0, this, [this, path] {
-            if (m_projects.closeWorkspace())
-                m_projects.openWorkspace(path, true);
-        });
+        QTimer::singleShot(0, this, [this, path] { openWorkspace(path); });
         return true;
     }
     QAction *action = m_window.action(name);
@@ -130,6 +135,53 @@ bool HelpCommands::runCommand(const QString &name, const QString &argument)
         return false;
     QTimer::singleShot(0, action, &QAction::trigger);
     return true;
+}
+
+void HelpCommands::openWorkspace(const QString &path)
+{
+    const QPointer<HelpCommands> self(this);
+    const QString file = editableExample(path);
+    if (self && !file.isEmpty() && m_activity.state() <= StateIdle && m_projects.closeWorkspace() && self)
+        m_projects.openWorkspace(file, true);
+}
+
+/// An example of an installation that cannot be written could not be built, so the user's copy is opened instead. Other
+/// workspaces stay where they are. Empty if nothing is to be opened.
+QString HelpCommands::editableExample(const QString &path)
+{
+    const QPointer<HelpCommands> self(this);
+    const QDir documents = IDEApplication::instance()->path(PathUserDocuments);
+    const ExampleCopy copy{QDir::cleanPath(m_directory + u"/../examples"_s), documents.filePath(u"varnel-examples"_s)};
+    const QString own = copy.placeOf(path);
+    if (own.isEmpty() || QFileInfo(QFileInfo(path).path()).isWritable())
+        return path;
+    if (!QFileInfo(own).isFile()) {
+        const QString question =
+            tr("The examples are in a folder that you cannot write to, so they cannot be built there:\n%1\n\n"
+               "Do you want to copy them to '%2' and open the copy?");
+        const auto answer =
+            showInformation(m_window.dialogParent(), question.arg(native(copy.installed), native(copy.own)),
+                            {QMessageBox::Yes, QMessageBox::No, QMessageBox::Cancel});
+        if (answer != QMessageBox::Yes)
+            return answer == QMessageBox::No ? path : QString();
+    }
+    return self && completeCopy(copy) ? own : QString();
+}
+
+/// False if it was cancelled or has failed, which is reported.
+bool HelpCommands::completeCopy(const ExampleCopy &copy)
+{
+    const QPointer<HelpCommands> self(this);
+    WorkProgress progress(m_window.dialogParent(), tr("Copying the examples..."));
+    const CopyResult result = copyMissingExamples(copy, [&](int percent) { return progress.update(percent); });
+    progress.end();
+    if (self && result.outcome != CopyOutcome::Done && result.outcome != CopyOutcome::Cancelled) {
+        const QString message = result.outcome == CopyOutcome::CannotRead
+                                    ? tr("Could not read from file '%1'.\n\nThe examples have not been copied.")
+                                    : tr("Could not write to file '%1'.\n\nThe examples have not been copied.");
+        showWarning(m_window.dialogParent(), message.arg(native(result.file)));
+    }
+    return result.outcome == CopyOutcome::Done;
 }
 
 QString HelpCommands::filledIn(const QString &page)
@@ -143,7 +195,7 @@ QString HelpCommands::recentWorkspaces() const
     for (const QString &path : m_projects.recentWorkspaces()) {
         const QString argument = QString::fromLatin1(QUrl::toPercentEncoding(path, "/"));
         const QString name = QFileInfo(path).completeBaseName().toHtmlEscaped();
-        const QString directory = QDir::toNativeSeparators(QFileInfo(path).path()).toHtmlEscaped();
+        const QString directory = native(QFileInfo(path).path()).toHtmlEscaped();
         items += u"<li><a href=\"command:openWorkspace?%1\">%2</a> (%3)</li>"_s.arg(argument, name, directory);
     }
     return items.isEmpty() ? u"<p>"_s + tr("The list of recent workspaces is empty.") + u"</p>"_s

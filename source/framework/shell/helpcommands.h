@@ -8,6 +8,7 @@ class QDialog;
 class HelpWidget;
 class ProjectCommands;
 class WindowServices;
+struct ExampleCopy;
 struct HelpFiles;
 
 /// The help: adds its contents to the navigator, asks what to search for, and does what pages of the help ask for.
@@ -30,12 +31,16 @@ public:
     void reportProblem();
 
     /// The name of an action, or "openWorkspace" with the path of a workspace, absolute or relative to the pages'
-    /// directory. It is carried out when the link's event has been handled, since it may close the page.
+    /// directory. It is carried out when the link's event has been handled, since it may close the page. Examples that
+    /// cannot be written are copied to the user's documents first, if the user agrees.
     bool runCommand(const QString &name, const QString &argument) override;
     /// Replaces "$(RecentWorkspaces)" by links to the workspaces that were opened last.
     [[nodiscard]] QString filledIn(const QString &page) override;
 
 private:
+    void openWorkspace(const QString &path);
+    [[nodiscard]] QString editableExample(const QString &path);
+    [[nodiscard]] bool completeCopy(const ExampleCopy &copy);
     [[nodiscard]] QString recentWorkspaces() const;
 
     const Activity &m_activity;

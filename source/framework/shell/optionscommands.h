@@ -31,6 +31,9 @@ public:
     /// The pages of plug-ins, which are asked for when the dialog is opened.
     void setPages(const std::function<std::vector<InterfacePtr<IOptionsPage>>()> &pages) { m_pages = pages; }
 
+    /// Commands that the page of the keys lists besides those of the window.
+    void setOfferedCommands(const OfferedCommands &offered) { m_shortcuts.setOffered(offered); }
+
 Q_SIGNALS:
     /// The formats or the editor's settings have changed: all views must be refreshed in full.
     void appearanceChanged();

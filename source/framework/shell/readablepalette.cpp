@@ -1,4 +1,5 @@
 #include "readablepalette.h"
+#include "rowpainter.h"
 #include <algorithm>
 
 namespace {
@@ -35,6 +36,16 @@ void mend(QPalette &palette, QPalette::ColorGroup group, QPalette::ColorRole rol
     if (!standsOut(palette.color(group, role), text, background))
         palette.setColor(group, role, blend(text, background, 0.5));
 }
+
+/// Placeholders are to be read, unlike texts of controls that cannot be used.
+void mendPlaceholder(QPalette &palette, QPalette::ColorGroup group)
+{
+    const QColor background = palette.color(group, QPalette::Base);
+    const QColor text = palette.color(group, QPalette::PlaceholderText);
+    const QColor seen = blend(text, background, text.alphaF());
+    if (const QColor readable = readableOn(background, seen); readable != seen)
+        palette.setColor(group, QPalette::PlaceholderText, readable);
+}
 } // namespace
 
 QPalette readablePalette(QPalette palette)
@@ -43,5 +54,7 @@ QPalette readablePalette(QPalette palette)
         mend(palette, QPalette::Disabled, role.text, role);
     for (const auto group : {QPalette::Active, QPalette::Inactive, QPalette::Disabled})
         mend(palette, group, QPalette::PlaceholderText, {QPalette::Text, QPalette::Base});
+    for (const auto group : {QPalette::Active, QPalette::Inactive})
+        mendPlaceholder(palette, group);
     return palette;
 }

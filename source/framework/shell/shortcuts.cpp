@@ -18,6 +18,13 @@ namespace {
 const auto SetKey = u"Shortcuts/Set"_s;
 const auto OwnGroup = u"Shortcuts/Keys"_s;
 
+constexpr auto DefaultKeys = "defaultKeys"; ///< a property of actions: their keys without settings
+
+QList<QKeySequence> defaultKeysOf(const QAction *action)
+{
+    return action->property(DefaultKeys).value<QList<QKeySequence>>();
+}
+
 bool isCommand(const QAction *action)
 {
     return !action->objectName().isEmpty() && !action->isSeparator() && !action->menu() && !action->text().isEmpty();
@@ -90,9 +97,10 @@ ShortcutChoices Shortcuts::choices() const
 {
     ShortcutChoices result{.sets = m_sets};
     for (const QAction *action : commandsOf(m_window)) {
-        result.commands.append({action->objectName(), plain(action->iconText()), menuOf(m_window, action),
-                                m_defaults.value(action->objectName())});
+        result.commands.append(
+            {action->objectName(), plain(action->iconText()), menuOf(m_window, action), defaultKeysOf(action)});
     }
+    addOffered(result.commands);
     for (const QMenu *menu : menusOf(m_window)) {
         if (const QKeySequence key = QKeySequence::mnemonic(menu->title()); !key.isEmpty())
             result.menuKeys.insert(tr("the menu %1").arg(plain(menu->title())), key);
@@ -100,10 +108,43 @@ ShortcutChoices Shortcuts::choices() const
     return result;
 }
 
+/// Those that have keys are actions already, which know no more than the name.
+void Shortcuts::addOffered(QList<ShortcutCommand> &commands) const
+{
+    for (const ShortcutCommand &offered : m_offered.commands ? m_offered.commands() : QList<ShortcutCommand>()) {
+        const auto same = std::ranges::find(commands, offered.name, &ShortcutCommand::name);
+        if (same == commands.end())
+            commands.append(offered);
+        else
+            *same = offered;
+    }
+}
+
+void Shortcuts::setOffered(const OfferedCommands &offered)
+{
+    m_offered = offered;
+    makeOfferedActions();
+}
+
+/// They exist only for commands with keys, so that no plug-in has to be asked before a key is pressed.
+void Shortcuts::makeOfferedActions()
+{
+    const QList<QString> names = m_window && m_offered.execute ? m_options.own.keys() : QList<QString>();
+    for (const QString &name : names) {
+        if (!name.startsWith(OfferedCommands::Prefix) || findChild<QAction *>(name))
+            continue;
+        auto *action = new QAction(name.mid(OfferedCommands::Prefix.size()), this);
+        action->setObjectName(name);
+        connect(action, &QAction::triggered, this, [this, name] { m_offered.execute(name); });
+        m_window->addAction(action);
+    }
+}
+
 void Shortcuts::setOptions(const ShortcutOptions &options)
 {
     m_options = options;
     writeShortcutOptions(m_settings, options);
+    makeOfferedActions();
     applyAll();
 }
 
@@ -118,10 +159,10 @@ void Shortcuts::apply(QAction *action)
     if (!isCommand(action))
         return;
     const QString name = action->objectName();
-    if (!m_defaults.contains(name))
-        m_defaults.insert(name, action->shortcuts());
+    if (!action->property(DefaultKeys).isValid())
+        action->setProperty(DefaultKeys, QVariant::fromValue(action->shortcuts()));
     const QList<QKeySequence> keys =
-        keysOf({name, {}, {}, m_defaults.value(name)}, ShortcutChoices{.sets = m_sets}, m_options);
+        keysOf({name, {}, {}, defaultKeysOf(action)}, ShortcutChoices{.sets = m_sets}, m_options);
     if (keys != action->shortcuts())
         action->setShortcuts(keys);
 }
@@ -131,7 +172,7 @@ bool Shortcuts::isChangedCommand(const QKeySequence &stroke) const
     for (const QAction *action : commandsOf(m_window)) {
         if (!action->isEnabled())
             continue;
-        const QList<QKeySequence> before = m_defaults.value(action->objectName());
+        const QList<QKeySequence> before = defaultKeysOf(action);
         for (const QKeySequence &keys : action->shortcuts()) {
             if (!before.contains(keys) && areInConflict(keys, stroke))
                 return true;

@@ -1,9 +1,19 @@
 #pragma once
 #include "shortcutkeys.h"
+#include <functional>
 #include <QObject>
 class QAction;
 class QSettings;
 class QWidget;
+
+/// Commands that are no actions, such as those of plug-ins, but can have keys. Their names begin with the prefix.
+struct OfferedCommands
+{
+    static constexpr QLatin1StringView Prefix{"plugin_"};
+
+    std::function<QList<ShortcutCommand>()> commands = {}; ///< those that exist now
+    std::function<void(const QString &name)> execute = {}; ///< if the command exists when its keys are pressed
+};
 
 /// The keys of all commands of a window: those of its actions, changed by a set and by the user. The choice is stored
 /// in the settings below "/Shortcuts".
@@ -15,6 +25,7 @@ public:
     /// name when they are added to the window later get their keys then.
     Shortcuts(QWidget *window, QSettings &settings, const QString &file, QObject *parent = nullptr);
 
+    void setOffered(const OfferedCommands &offered);
     [[nodiscard]] ShortcutChoices choices() const;
     [[nodiscard]] ShortcutOptions options() const { return m_options; }
     void setOptions(const ShortcutOptions &options); ///< Applies and stores them.
@@ -24,6 +35,8 @@ protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
+    void addOffered(QList<ShortcutCommand> &commands) const;
+    void makeOfferedActions();
     void apply(QAction *action);
     void applyAll();
     [[nodiscard]] bool isChangedCommand(const QKeySequence &stroke) const;
@@ -32,7 +45,7 @@ private:
     QSettings &m_settings;
     QList<KeySet> m_sets;
     ShortcutOptions m_options;
-    KeyTable m_defaults; ///< the keys of the actions without settings
+    OfferedCommands m_offered;
 };
 
 /// The sets that @p file declares; none if it is missing. A broken file is reported on the warning channel.

@@ -6,6 +6,7 @@
 #include "dockwindow.h"
 #include "document.h"
 #include "documentkinds.h"
+#include "extensioncommands.h"
 #include "helpcommands.h"
 #include "helpwidget.h"
 #include "ideapplication.h"
@@ -57,6 +58,17 @@ HelpFiles helpFiles()
 {
     return {.directory = application()->path(PathHelp).path(),
             .userIndex = application()->path(PathUserData).filePath(u"help/index"_s)};
+}
+
+/// For the page of the keys.
+QList<ShortcutCommand> commandsOfPlugins(const Activity &activity)
+{
+    QList<ShortcutCommand> result;
+    for (const OfferedCommand &command : offeredCommands(activity)) {
+        const QString menu = command.isBuild ? OptionsCommands::tr("Build") : OptionsCommands::tr("Debug");
+        result.append({command.name, QString(command.text).remove(u'&').remove(u"..."_s), menu, {}});
+    }
+    return result;
 }
 
 /// Optional: no warning if it is missing.
@@ -325,6 +337,8 @@ void WindowParts::setUpCommands()
     optionsCommands = std::make_unique<OptionsCommands>(services, application()->path(PathConfig), formats.formats(),
                                                         debugControl->options(), *toolsCommands);
     optionsCommands->setPages([this] { return pluginBinder->optionsPages(); });
+    optionsCommands->setOfferedCommands({[this] { return commandsOfPlugins(activity); },
+                                         [this](const QString &name) { executeOffered(activity, name); }});
     zoomCommands = std::make_unique<ZoomCommands>(services);
     contextHelp = std::make_unique<ContextHelp>(application()->path(PathConfig).filePath(u"helppages.xml"_s), &window);
     QObject::connect(contextHelp.get(), &ContextHelp::pageRequested, helpCommands.get(), &HelpCommands::showPage);

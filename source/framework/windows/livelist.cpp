@@ -3,6 +3,7 @@
 #include "liverecorder.h"
 #include "popupmenu.h"
 #include "project.h"
+#include "rowpainter.h"
 #include "timeplot.h"
 #include <QHeaderView>
 #include <QKeyEvent>
@@ -110,7 +111,7 @@ void LiveList::showValue(ListViewItem *item, const LiveVariable &variable) const
         return;
     item->setData(ValueColumn, Qt::UserRole, isOld);
     item->setToolTip(ValueColumn, stateToolTip(variable.state));
-    item->setForeground(ValueColumn, isOld ? palette().brush(QPalette::Disabled, QPalette::Text) : QBrush());
+    item->setForeground(ValueColumn, isOld ? QBrush(fadedText(palette())) : QBrush());
 }
 
 QIcon LiveList::curvePicture(int style) const

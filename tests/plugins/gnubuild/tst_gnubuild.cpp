@@ -3,6 +3,7 @@
 #include <netinet/in.h>
 #include <QJsonArray>
 #include <QJsonDocument>
+#include <QTranslator>
 #include <sys/socket.h>
 #include <unistd.h>
 using namespace Qt::StringLiterals;
@@ -54,6 +55,34 @@ private Q_SLOTS:
         QCOMPARE(fixture.actions(),
                  (QStringList{u"Compiling src/answer.c"_s, u"Compiling src/main.c"_s, u"Linking build/Debug/demo"_s}));
         QCOMPARE(run(fixture.path(u"build/Debug/demo"_s)), 0);
+    }
+
+    void stepsAreNamedInTheLanguageOfTheProgram()
+    {
+        class Translator : public QTranslator
+        {
+        public:
+            QString translate(const char *context, const char *text, const char *, int) const override
+            {
+                const bool isStep = QByteArray(context) == "BuildRun" && QByteArray(text).endsWith("ing %1");
+                return isStep ? u"new: %1"_s : QString();
+            }
+            [[nodiscard]] bool isEmpty() const override { return false; }
+        };
+        BuildFixture fixture;
+        addSample(fixture);
+        Translator translator;
+        QCoreApplication::installTranslator(&translator);
+        QVERIFY2(fixture.build(), qPrintable(fixture.events->text));
+        QCOMPARE(fixture.actions(),
+                 (QStringList{u"new: build/Debug/demo"_s, u"new: src/answer.c"_s, u"new: src/main.c"_s}));
+        fixture.events->text.clear();
+        QVERIFY(fixture.build());
+        QVERIFY2(fixture.actions().isEmpty(), qPrintable(fixture.events->text));
+        QCoreApplication::removeTranslator(&translator);
+        fixture.events->text.clear();
+        QVERIFY(fixture.build()); // in another language nothing is built again
+        QVERIFY2(fixture.actions().isEmpty(), qPrintable(fixture.events->text));
     }
 
     void endIsReportedOnce()
