@@ -25,6 +25,8 @@ public:
     void setState(ActivityState next);
     /// The state of the debug session in which the running build was started; StateIdle if it is not in a session.
     [[nodiscard]] ActivityState stateBehindBuild() const { return m_behindBuild; }
+    /// That state, or state() if there is none: what the user works on.
+    [[nodiscard]] ActivityState stateOfWork() const { return m_behindBuild == StateIdle ? m_state : m_behindBuild; }
     [[nodiscard]] bool isDebugging() const; ///< There is a current project, and the state is one of a debug session.
 
     [[nodiscard]] ProjectWorkspace *workspace() const { return m_workspace.get(); } ///< Null while none is open.
