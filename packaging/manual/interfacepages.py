@@ -89,7 +89,7 @@ class Reader:
         self._at += 1
         if line.startswith("///") and not line.startswith("///<"):
             self._comment.append(line[3:].strip())
-        return line
+        return re.sub(r"(?<=\S)\s+//(?!/).*$", "", line)  # without a remark for the reader of the code
 
     def _take_comment(self):
         comment, self._comment = " ".join(filter(None, self._comment)), []
@@ -127,7 +127,7 @@ class Reader:
 
     @staticmethod
     def _is_shown(made, text):
-        if not text or text in ("{", "public:", "protected:", "private:", "using namespace Qt::StringLiterals"):
+        if not text or text in ("{", "}", "public:", "protected:", "private:", "using namespace Qt::StringLiterals"):
             return False
         if made.kind == "enum":
             return True

@@ -96,7 +96,7 @@ private Q_SLOTS:
         m_directory = std::make_unique<QTemporaryDir>();
         write(u"Makefile"_s, Makefile);
         write(u"main.c"_s, "int main(void) { return 0; }\n");
-        auto *factory = qobject_cast<IPluginFactory *>(QPluginLoader(QStringLiteral(MAKEBUILD)).instance());
+        auto *factory = qobject_cast<IPluginFactory *>(QPluginLoader(QStringLiteral(PLUGIN_LIBRARY)).instance());
         const InterfacePtr<IPluginObject> object(factory->create(factory->featureList().constFirst()));
         m_build = queryInterface<IBuildEnvironment>(object.get());
         m_events.reset(new Events);

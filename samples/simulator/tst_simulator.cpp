@@ -78,7 +78,7 @@ class SimulatorTest : public QObject
 
     [[nodiscard]] Instance create(const QString &program = u"count.acc"_s) const
     {
-        auto *factory = qobject_cast<IPluginFactory *>(QPluginLoader(QStringLiteral(SIMULATOR)).instance());
+        auto *factory = qobject_cast<IPluginFactory *>(QPluginLoader(QStringLiteral(PLUGIN_LIBRARY)).instance());
         const InterfacePtr<IPluginObject> object(factory->create(factory->featureList().constFirst()));
         Instance instance;
         instance.environment = queryInterface<IExecutionEnvironment>(object.get());

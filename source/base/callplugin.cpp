@@ -65,6 +65,24 @@ void deliverLater()
         });
 }
 
+/// Counts references: a destructor may do that at any time, so reports from inside are delivered later. The object may
+/// be deleted when it throws, and is known by its table of virtual functions then.
+bool callReference(const char *operation, void (*call)(void *object), void *object)
+{
+    const QCoreApplication *application = QCoreApplication::instance();
+    if (!application || application->thread() != QThread::currentThread())
+        return detail::callReference(operation, call, object);
+    void *const table = *static_cast<void **>(object);
+    const bool returned = detail::callGuarded(
+        operation, [&] { call(object); }, &table, true);
+    if (!isInsidePluginCall() && !waiting.isEmpty())
+        deliverLater();
+    return returned;
+}
+
+/// In the libraries of the program. Those of plug-ins have a variable of their own if they hide their symbols.
+[[maybe_unused]] const auto defaultReferenceCaller = std::exchange(detail::referenceCaller, &callReference);
+
 void receiveForeignReports()
 {
     QMutexLocker lock(&foreignMutex);

@@ -9,8 +9,9 @@ class IProject;
 ///
 /// Offered by a plug-in object whose feature a project names as its build environment; each project has an object of
 /// its own. compile(), build() and clean() only start the work and return at once: IBuildEvents::buildFinished reports
-/// the end. The host starts one job at a time and has saved all files before. Optional interfaces: IDebugBuild,
-/// IMakefileGenerator, IProjectPopulate, IPropertyDefinitions, IExtensionCommands, IWorkspaceClient.
+/// the end. The host starts one job at a time. Before build() and clean() it has saved all files, before compile() the
+/// project and the file in question only. Optional interfaces: IDebugBuild, IMakefileGenerator, IProjectPopulate,
+/// IPropertyDefinitions, IExtensionCommands, IWorkspaceClient.
 class IBuildEnvironment : public QUnknownInterface
 {
 public:
@@ -23,7 +24,7 @@ public:
     virtual void setProject(IProject *project) = 0; ///< Called once, after initialise().
     /// Compiles one file of the project. @p file is absolute or relative to the project.
     virtual void compile(const QString &file, const QString &configuration) = 0;
-    /// Whether compile() is possible for @p file, which may be empty. Called often, so it must be fast.
+    /// Whether compile() is possible for @p file, which is never empty. Called often, so it must be fast.
     virtual bool canCompile(const QString &file, const QString &configuration) = 0;
     /// Builds the configurations one after the other, from scratch if @p rebuild is true. With an empty list nothing is
     /// built, but buildFinished() must be called all the same.

@@ -12,9 +12,8 @@ public:
     /// Reports the end of compile(), build(), clean() or buildForDebug(), also after stop(). Until then the host stays
     /// in its building state.
     virtual void buildFinished(bool success) = 0;
-    /// Adds text to the "Build" page: one whole line with its "\n", or a part of a line. Call it for each line: of
-    /// several lines in one call only the last is examined, so the others get no colour and are not counted as errors
-    /// or warnings. From lines that match the project property "buildMatch" the user can go to the source. It is a
+    /// Adds text to the "Build" page. It can have several lines, each with its "\n"; a line without one is continued by
+    /// the next text. From lines that match the project property "buildMatch" the user can go to the source. It is a
     /// regular expression with the placeholders "(file)" and "(line)", such as `(file):(line)[:,]`, and must match at
     /// the start of the line.
     virtual void feedback(const QString &text) = 0;

@@ -47,16 +47,21 @@ protected:
     ~IOptionsPage() = default;
 };
 
-/// Implemented by a plug-in that follows what happens in the host. Do not close windows or projects in these functions.
+/// Implemented by a plug-in that follows what happens in the host. What a plug-in changes itself is reported as well,
+/// when the host's call of the plug-in has returned. When the contents of the project were replaced, because its file
+/// was loaded again or by IBuildEvents::xmlFeedback(), filesChanged() and configurationChanged() are called; properties
+/// may differ then, too. Do not close windows or projects in these functions.
 class IHostEvents : public QUnknownInterface
 {
 public:
     static constexpr QUuid Iid{0x8443750a, 0x2fdc, 0x4791, 0xb2, 0xc5, 0x8c, 0xe3, 0x67, 0xa1, 0xdc, 0xf1};
 
     virtual void filesChanged() = 0; ///< Files or folders of the plug-in's project were added, removed or renamed.
-    /// A property of the plug-in's project or of one of its files has another value.
+    /// A property of the plug-in's project or of one of its files has another value, or has lost its value.
     virtual void propertyChanged(const QString &key, const QString &configuration) = 0;
-    virtual void configurationChanged(const QString &configuration) = 0; ///< of the plug-in's project
+    /// The current configuration of the plug-in's project is another one, or a configuration was added or removed. @p
+    /// configuration is the current one.
+    virtual void configurationChanged(const QString &configuration) = 0;
     /// Another project is current; @p own is true if it is the plug-in's.
     virtual void currentProjectChanged(bool own) = 0;
 
@@ -79,7 +84,7 @@ public:
     virtual bool openFile(const QString &file, int line, int column) = 0;
 
     /// Adds text to an output page, which is created if it does not exist; an empty name means "Build". Lines end in
-    /// "\n".
+    /// "\n". The start of a debug session removes the pages that were created so.
     virtual void output(const QString &page, const QString &text) = 0;
     /// The same for one line that opens the place when the user clicks it; @p text is without "\n".
     virtual void outputLink(const QString &page, const QString &text, const QString &file, int line, int column) = 0;
@@ -94,8 +99,9 @@ public:
     virtual void setProgress(int progress, int percent) = 0; ///< 0 to 100, or -1 if it is not known.
     virtual void endProgress(int progress) = 0;
 
-    /// Replaces all messages that the plug-in has shown under this name. They are listed on the output page of this
-    /// name, errors first, and each opens its place when the user clicks it. An empty list removes them.
+    /// Replaces all messages that the plug-in has shown under this name for this project. They are added to the output
+    /// page of this name, errors first, and each opens its place when the user clicks it. Other lines of the page stay,
+    /// also the messages of other projects. An empty list removes them.
     virtual void setDiagnostics(const QString &page, const QList<Diagnostic> &diagnostics) = 0;
 
     /// A setting of the plug-in, kept for all projects of its user. @p key may contain "/" for groups.

@@ -30,7 +30,9 @@ class IMemory64 : public QUnknownInterface
 public:
     static constexpr QUuid Iid{0x506da068, 0xe182, 0x4b0e, 0x82, 0x90, 0x92, 0x17, 0xbf, 0xd5, 0xb1, 0x8c};
 
-    static constexpr int Word64 = 16; ///< a further IMemory::Mode
+    /// A further IMemory::Mode. This version of the host does not show such words: it reads a region in one of its
+    /// other modes, so offer one.
+    static constexpr int Word64 = 16;
 
     virtual QList<MemoryRegion64> regions() = 0;
     virtual int read(int region, int mode, quint64 address, quint64 *value) = 0;

@@ -31,20 +31,35 @@ protected:
     ~QUnknownInterface() = default; // an interface is released, never deleted
 };
 
+namespace detail {
+/// Makes a call of addRef() or release(), with @p operation as its name in messages. False if it throws, which it must
+/// not do.
+inline bool callReference(const char *operation, void (*call)(void *object), void *object)
+{
+    QT_TRY
+    {
+        call(object);
+        return true;
+    }
+    QT_CATCH(...)
+    {
+        qWarning("%s: an exception has left the plug-in", operation);
+    }
+    return false;
+}
+/// The function that counts references for the functions below. The host replaces it by one that reports exceptions to
+/// the user.
+inline bool (*referenceCaller)(const char *operation, void (*call)(void *object), void *object) = &callReference;
+} // namespace detail
+
 /// Releases the reference of an InterfacePtr.
 struct InterfaceReleaser
 {
     template <typename T>
     void operator()(T *object) const
     {
-        QT_TRY
-        {
-            object->release();
-        }
-        QT_CATCH(...)
-        {
-            qWarning("QUnknownInterface::release: an exception has left the plug-in");
-        }
+        detail::referenceCaller(
+            "QUnknownInterface::release", [](void *called) { static_cast<T *>(called)->release(); }, object);
     }
 };
 
@@ -78,11 +93,12 @@ template <typename T>
     return std::vector<InterfacePtr<T>>(list.begin(), list.end());
 }
 
-/// Adds a reference to @p object, which may be null.
+/// Adds a reference to @p object, which may be null. Null as well if it throws, which it must not do.
 template <typename T>
 [[nodiscard]] InterfacePtr<T> shareInterface(T *object)
 {
-    if (object)
-        object->addRef();
+    const auto addReference = [](void *called) { static_cast<T *>(called)->addRef(); };
+    if (!object || !detail::referenceCaller("QUnknownInterface::addRef", addReference, object))
+        return nullptr;
     return InterfacePtr<T>(object);
 }

@@ -27,6 +27,8 @@ public:
     [[nodiscard]] ActivityState stateBehindBuild() const { return m_behindBuild; }
     /// Whether the session that is starting can be stopped already, since a processor starts in the background.
     void setStartCancellable(bool cancellable);
+    /// That state, or state() if there is none: what the user works on.
+    [[nodiscard]] ActivityState stateOfWork() const { return m_behindBuild == StateIdle ? m_state : m_behindBuild; }
     [[nodiscard]] bool isDebugging() const; ///< There is a current project, and the state is one of a debug session.
 
     [[nodiscard]] ProjectWorkspace *workspace() const { return m_workspace.get(); } ///< Null while none is open.

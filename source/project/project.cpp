@@ -78,17 +78,22 @@ bool Project::load(const QString &path)
     m_modified = true; // set by the insertions
     blocker.unblock();
     setModified(false);
+    Q_EMIT contentsReplaced();
     return true;
 }
 
 QString Project::problemInXml(const QString &text)
 {
+    Project scratch({}, {}); // some errors are found only when folders and files are made
     ProjectXmlReader xml(text);
-    return xml.finish() ? QString() : tr("%1 (line %2)").arg(xml.errorString()).arg(xml.lineNumber());
+    QXmlStreamAttributes ignored;
+    return scratch.read(xml, &ignored) ? QString() : tr("%1 (line %2)").arg(xml.errorString()).arg(xml.lineNumber());
 }
 
 bool Project::loadFromXml(const QString &text)
 {
+    QSignalBlocker blocker(this);
+    const bool wasModified = m_modified;
     deleteChildren();
     for (const QString &configuration : m_properties.configurations())
         m_properties.removeConfiguration(configuration);
@@ -96,12 +101,14 @@ bool Project::loadFromXml(const QString &text)
 
     ProjectXmlReader xml(text);
     QXmlStreamAttributes ignored; // the text comes from a plug-in, which must not select plug-ins
-    QSignalBlocker blocker(this);
-    if (!read(xml, &ignored))
-        return false;
-    m_openedOK = true;
+    const bool isRead = read(xml, &ignored);
+    m_modified = wasModified; // marked while the signals were blocked
     blocker.unblock();
     setModified(true);
+    if (!isRead)
+        return false;
+    m_openedOK = true;
+    Q_EMIT contentsReplaced();
     return true;
 }
 

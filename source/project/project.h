@@ -101,8 +101,11 @@ Q_SIGNALS: // the first folder is the parent, null for the root
     void fileRemoved(ProjectFolder *parent, ProjectFile *file);
     void folderRenamed(ProjectFolder *folder, const QString &newName);
     void activityChanged(bool active);
-    void propertyChanged(const QString &key, const QString &configuration); ///< Its own, or one of a file's.
-    void configurationChanged(const QString &name);                         ///< The current one.
+    /// One of its own or of a file's has another value, or has lost its value.
+    void propertyChanged(const QString &key, const QString &configuration);
+    void configurationChanged(const QString &name); ///< The current one.
+    void configurationsChanged();                   ///< One was added or removed.
+    void contentsReplaced();                        ///< By a load. No other signal reports what is different.
 
 private:
     friend class ProjectProperties;

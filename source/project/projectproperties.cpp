@@ -11,13 +11,16 @@ bool ProjectProperties::addConfiguration(const QString &name)
         return false;
     m_configurations.insert(name, {});
     markProject();
+    reportConfigurations();
     return true;
 }
 
 bool ProjectProperties::removeConfiguration(const QString &name)
 {
-    m_configurations.remove(name);
+    const bool removed = m_configurations.remove(name) > 0;
     markProject();
+    if (removed)
+        reportConfigurations();
     return true;
 }
 
@@ -43,10 +46,16 @@ QString ProjectProperties::property(const QString &key, const QString &configura
 
 void ProjectProperties::setProperty(const QString &key, const QString &value, const QString &configuration)
 {
-    m_configurations[configuration][key] = value;
+    const bool isNew = !m_configurations.contains(configuration);
+    QMap<QString, QString> &values = m_configurations[configuration];
+    const auto old = values.constFind(key);
+    const bool differs = old == values.constEnd() || *old != value;
+    values[key] = value;
     m_modified = true;
     markProject();
-    if (m_project)
+    if (isNew)
+        reportConfigurations();
+    if (differs && m_project) // a receiver may set the same value again
         Q_EMIT m_project->propertyChanged(key, configuration);
 }
 
@@ -59,6 +68,8 @@ bool ProjectProperties::removeProperty(const QString &key, const QString &config
         m_configurations.erase(values);
     m_modified = true;
     markProject();
+    if (m_project)
+        Q_EMIT m_project->propertyChanged(key, configuration);
     return true;
 }
 
@@ -106,4 +117,11 @@ void ProjectProperties::markProject() const
 {
     if (m_project)
         m_project->setModified(true);
+}
+
+/// Those of files have no meaning without those of their project.
+void ProjectProperties::reportConfigurations() const
+{
+    if (m_project && !isOfFile())
+        Q_EMIT m_project->configurationsChanged();
 }

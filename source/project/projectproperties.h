@@ -48,6 +48,7 @@ public:
 private:
     void readConfiguration(ProjectXmlReader &xml);
     void markProject() const;
+    void reportConfigurations() const;
     [[nodiscard]] bool isOfFile() const;
 
     QMap<QString, QMap<QString, QString>> m_configurations;

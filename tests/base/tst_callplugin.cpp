@@ -36,9 +36,26 @@ public:
         return line;
     }
 
+    unsigned long addRef() override
+    {
+        count();
+        return InterfaceObject::addRef();
+    }
+    unsigned long release() override
+    {
+        count();
+        return InterfaceObject::release();
+    }
+
     std::function<void()> action;
+    std::function<void()> counts; ///< in addRef() and release()
 
 private:
+    void count() const
+    {
+        if (const auto todo = counts)
+            todo();
+    }
     void act() const
     {
         if (action)
@@ -111,6 +128,35 @@ private Q_SLOTS:
         m_plugin->action = [] { throw 7; };
         expect("IMemoryVerify::verify: an exception has left the plug-in (unknown exception)");
         QVERIFY(!askPlugin<&IMemoryVerify::verify>(m_plugin));
+    }
+
+    void exceptionInReferenceCountingIsReported()
+    {
+        QStringList failures;
+        setPluginFailureHandler([&](const PluginFailure &failure) { failures += failure.operation; });
+        m_plugin->counts = throwError;
+        expect("QUnknownInterface::addRef: an exception has left the plug-in (boom)");
+        QVERIFY(!shareInterface(m_plugin.get()));
+        m_plugin->counts = {};
+        auto shared = shareInterface(m_plugin.get());
+        m_plugin->counts = throwError;
+        expect("QUnknownInterface::release: an exception has left the plug-in (boom)");
+        shared.reset();
+        m_plugin->counts = {};
+        m_plugin->release();
+        QCOMPARE(failures, (QStringList{u"QUnknownInterface::addRef"_s, u"QUnknownInterface::release"_s}));
+    }
+
+    void reportFromReferenceCountingIsDeliveredLater()
+    {
+        m_plugin->counts = [this] {
+            m_plugin->counts = {};
+            report("a");
+        };
+        const auto shared = shareInterface(m_plugin.get());
+        QVERIFY(shared);
+        QCOMPARE(m_log, QStringList());
+        QTRY_COMPARE(m_log, QStringList{u"a"_s});
     }
 
     void missingObjectGivesTheNeutralValueWithoutAReport()

@@ -4,6 +4,7 @@
 #include "dialogprobe.h"
 #include "ibreakpoints.h"
 #include "isourcemapping.h"
+#include "isymbols64.h"
 #include "projecttreeitem.h"
 #include "stubfixture.h"
 #include <QHeaderView>
@@ -447,6 +448,20 @@ private Q_SLOTS:
                                            u"fw.setBreakpoint(~/motor.cpp, 12, 1)"_s}));
         QCOMPARE(m_answers->said, QStringList());
         QVERIFY(!isOpen());
+    }
+
+    void functionWithAWideAddressIsSetAtItsLine()
+    {
+        add(u"fw"_s, {});
+        StubScript &script = m_stub->script(u"{fw}"_s);
+        script.offers.insert(ISymbols64::Iid);
+        script.wideSymbols = {{u"main"_s, 0x1'0000'0010}, {u"counter"_s, 0x1'0000'2000}};
+        script.wideLines = {{0x1'0000'0010, {path(u"main.c"_s), 3}}};
+        open();
+        retype(u"main"_s);
+        click("OKButton");
+        QCOMPARE(takeCalls(), (QStringList{u"fw.symbolAddress(main)"_s, u"fw.sourceLocation(4294967312, 1)"_s,
+                                           u"fw.setBreakpoint(~/main.c, 3, 1)"_s}));
     }
 
     void functionIsSearchedInTheCurrentProjectFirst()

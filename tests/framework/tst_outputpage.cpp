@@ -116,6 +116,52 @@ private Q_SLOTS:
         QCOMPARE(m_page->toPlainText(), u"c\nd"_s);
     }
 
+    void linesOfAnOwnerAreReplaced_data()
+    {
+        QTest::addColumn<QStringList>("before");
+        QTest::addColumn<QStringList>("after");
+        QTest::addColumn<QString>("shown");
+        QTest::newRow("alone") << QStringList() << QStringList() << u"2"_s;
+        QTest::newRow("between lines") << QStringList{u"a\n"_s} << QStringList{u"b\n"_s} << u"a\nb\n2"_s;
+        QTest::newRow("before an open line") << QStringList() << QStringList{u"b"_s} << u"b\n2"_s;
+        QTest::newRow("empty lines") << QStringList{u"a\n"_s, u"\n"_s} << QStringList{u"\n"_s, u"b\n"_s}
+                                     << u"a\n\n\nb\n2"_s;
+        QTest::newRow("behind a whole text") << QStringList{u"a\nb\n"_s} << QStringList() << u"a\nb\n2"_s;
+    }
+    void linesOfAnOwnerAreReplaced()
+    {
+        QFETCH(QStringList, before);
+        QFETCH(QStringList, after);
+        QFETCH(QString, shown);
+        output(before);
+        m_page->replaceLines(u"o"_s, {{u"0"_s, {}, {}}, {u"1"_s, LookupPlace{u"x.c"_s, 7, 0}, {}}});
+        output(after);
+        m_page->replaceLines(u"o"_s, {{u"2"_s, LookupPlace{u"y.c"_s, 8, 0}, {}}});
+        QCOMPARE(m_page->toPlainText(), shown);
+        QVERIFY(m_page->lookupMessage(false));
+        QCOMPARE(m_page->textCursor().selectedText(), u"2"_s);
+        m_page->replaceLines(u"o"_s, {});
+        QCOMPARE(m_page->toPlainText(), shown.chopped(shown.size() > 1 ? 2 : 1));
+    }
+
+    void otherLinesKeepTheirPlacesAndAreNotReportedAgain()
+    {
+        QSignalSpy spy(m_page, &OutputPage::lineAdded);
+        m_page->outputLine(u"a\n"_s, {u"a.c"_s, 3, 0});
+        m_page->replaceLines(u"o"_s, {{u"1"_s, {}, {}}});
+        m_page->replaceLines(u"p"_s, {{u"2"_s, LookupPlace{u"p.c"_s, 4, 0}, {}}});
+        m_page->replaceLines(u"o"_s, {});
+        QCOMPARE(spy.size(), 3);
+        QCOMPARE(m_page->toPlainText(), u"a\n2"_s);
+        QStringList places;
+        connect(m_page, &OutputPage::lookupSource, m_page, [&](const QString &file) { places += file; });
+        QVERIFY(m_page->lookupMessage(true));
+        QVERIFY(m_page->lookupMessage(true));
+        QCOMPARE(places, (QStringList{u"a.c"_s, u"p.c"_s}));
+        m_page->replaceLines(u"p"_s, {});
+        QCOMPARE(m_page->toPlainText(), u"a"_s);
+    }
+
     void onlyPartsOfLinesMoveTheCursorToTheEnd()
     {
         output({u"a\n"_s, u"b\n"_s});

@@ -373,6 +373,27 @@ private Q_SLOTS:
         QVERIFY(!project->signalsBlocked());
     }
 
+    void problemInXmlIsFoundBeforeItIsLoaded()
+    {
+        const auto nested = [](int depth) {
+            return u"<p>"_s + u"<folder name='f'>"_s.repeated(depth) + u"</folder>"_s.repeated(depth) + u"</p>"_s;
+        };
+        QCOMPARE(Project::problemInXml(nested(ProjectFolder::MaximumDepth)), QString());
+        QVERIFY(Project::problemInXml(nested(ProjectFolder::MaximumDepth + 1)).contains(u"nested too deeply"_s));
+        QVERIFY(!Project::problemInXml(u"<p>"_s).isEmpty());
+    }
+
+    void replacedContentsAreReportedAfterTheLoad()
+    {
+        const auto project = loaded("<p><file path='a.c'/></p>");
+        QStringList reports;
+        connect(project.get(), &Project::contentsReplaced, project.get(), [&] { reports += treeOf(*project); });
+        connect(project.get(), &Project::configurationsChanged, project.get(), [&] { reports += u"early"_s; });
+        QVERIFY(project->loadFromXml(u"<p><file path='b.c'/></p>"_s));
+        QVERIFY(project->load(m_fileName));
+        QCOMPARE(reports, (QStringList{u"b.c\n"_s, u"a.c\n"_s}));
+    }
+
     // Saving
 
     void savesElementsAndAttributesInAFixedOrder()

@@ -49,6 +49,34 @@ private Q_SLOTS:
         QVERIFY(project.isModified());
     }
 
+    void changesAreReportedOnce()
+    {
+        Project project(u"p"_s, u"/p"_s);
+        auto *file = new ProjectFile(u"a.c"_s, u"a.c"_s);
+        project.addFile(file);
+        QStringList reports;
+        connect(&project, &Project::propertyChanged, &project,
+                [&](const QString &key, const QString &configuration) { reports += key + u' ' + configuration; });
+        connect(&project, &Project::configurationsChanged, &project, [&] { reports += u"configurations"_s; });
+        const auto take = [&] { return std::exchange(reports, {}).join(u", "_s); };
+        ProjectProperties *properties = project.properties();
+        properties->setProperty(u"k"_s, u"v"_s, u"Debug"_s);
+        QCOMPARE(take(), u"configurations, k Debug"_s);
+        project.setModified(false);
+        properties->setProperty(u"k"_s, u"v"_s, u"Debug"_s);
+        QCOMPARE(take(), QString());
+        QVERIFY(project.isModified());
+        file->properties()->setProperty(u"k"_s, u"v"_s, u"Debug"_s);
+        QVERIFY(file->properties()->removeProperty(u"k"_s, u"Debug"_s));
+        QCOMPARE(take(), u"k Debug, k Debug"_s);
+        QVERIFY(properties->removeProperty(u"k"_s, u"Debug"_s));
+        QVERIFY(!properties->removeProperty(u"k"_s, u"Debug"_s));
+        QCOMPARE(take(), u"k Debug"_s);
+        properties->removeConfiguration(u"Debug"_s);
+        properties->removeConfiguration(u"Debug"_s);
+        QCOMPARE(take(), u"configurations"_s);
+    }
+
     void removedConfigurationLosesItsKeysAndMarksTheProject()
     {
         Project project(u"p"_s, u"/p"_s);

@@ -173,7 +173,7 @@ void BuildControl::start(const Project *project, const std::function<bool(IBuild
     const auto environment = shareInterface(project->buildInterface()); // it may close its project in the call
     m_built = project;
     if (!m_time.isValid()) // the first of several projects has started it
-        m_time.start();
+        startTime();
     m_activity.setState(StateBuilding);
     if (!work(environment.get()))
         buildFinished(false);
@@ -199,6 +199,7 @@ void BuildControl::setLookupPattern(const Project *project) const
 void BuildControl::buildStopBuild()
 {
     m_buildStopped = true;
+    m_stopRequested = true;
     const QPointer<const Project> current = m_activity.currentProject();
     const QPointer<const Project> built = m_activity.state() == StateBuilding ? m_built : nullptr;
     for (const QPointer<const Project> &project : {current, built == current ? nullptr : built}) {
@@ -229,6 +230,12 @@ void BuildControl::showProgress(const QString &line)
         m_window.showMessage(tr("Building: %1 of %2").arg(match.captured(1), match.captured(2)));
 }
 
+void BuildControl::startTime()
+{
+    m_stopRequested = false;
+    m_time.start();
+}
+
 void BuildControl::showOutcome(bool success)
 {
     if (!m_time.isValid())
@@ -236,9 +243,9 @@ void BuildControl::showOutcome(bool success)
     const QString seconds = QString::number(double(m_time.elapsed()) / 1000, 'f', 1);
     m_time.invalidate();
     const QString counts = m_window.outputWindow()->page(OutputWindow::Build)->countsText();
-    QString text = m_buildStopped ? tr("Build stopped after %1 s").arg(seconds)
-                   : success      ? tr("Build finished in %1 s").arg(seconds)
-                                  : tr("Build failed after %1 s").arg(seconds);
+    QString text = m_stopRequested ? tr("Build stopped after %1 s").arg(seconds)
+                   : success       ? tr("Build finished in %1 s").arg(seconds)
+                                   : tr("Build failed after %1 s").arg(seconds);
     if (!counts.isEmpty())
         text += u": "_s + counts;
     m_window.showMessage(text);
@@ -310,8 +317,11 @@ void BuildControl::setCurrentFile(const QString &path)
     refreshCompileAction();
 }
 
+/// A plug-in may open files when it is asked whether it can compile one.
 void BuildControl::refreshCompileAction()
 {
+    if (isInsidePluginCall())
+        return afterPluginCall(this, "BuildControl::refreshCompileAction", [this] { refreshCompileAction(); });
     if (m_compileAction)
         m_compileAction->setText(compileText(m_compileMenuText, m_currentFile));
     Q_EMIT compileAvailable(canCompile());
@@ -337,11 +347,15 @@ void BuildControl::buildBatchBuild()
     setLookupPattern(project);
     // the name of another dialog: scripts and test drivers find this one by it
     BatchBuildDialog dialog(project, project->buildInterface(), m_window.dialogParent(), u"newConfigurationDialog"_s);
+    connect(&dialog, &BatchBuildDialog::starting, this, &BuildControl::startTime);
     m_window.showOutputDock();
     displayBuildPage();
     m_built = project;
     m_activity.setState(StateBuilding);
-    if (dialog.exec() == QDialog::Rejected && alive)
+    if (dialog.exec() == QDialog::Accepted)
+        return;
+    m_time.invalidate();
+    if (alive)
         leaveBuilding();
 }
 
@@ -383,7 +397,7 @@ bool BuildControl::buildForDebug(const Project *project)
     m_buildStopped = false;
     m_forDebug = true;
     m_built = project;
-    m_time.start();
+    startTime();
     m_activity.setState(StateBuilding);
     const QString configuration = project->currentConfiguration();
     if (!runPlugin<&IDebugBuild::buildForDebug>(debugBuild, configuration))

@@ -67,6 +67,7 @@ private:
     void displayBuildPage() const;
     void setLookupPattern(const Project *project) const;
     void showProgress(const QString &line);
+    void startTime();
     void showOutcome(bool success);
     void leaveBuilding();
     [[nodiscard]] bool buildNext(bool success);
@@ -86,4 +87,5 @@ private:
     bool m_othersSucceeded = true;      ///< those that buildAllProjects() has built already
     bool m_buildSucceeded = false;
     bool m_buildStopped = false;
+    bool m_stopRequested = false; ///< the work that is timed was stopped; cleaning and compiling keep m_buildStopped
 };

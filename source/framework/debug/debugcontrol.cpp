@@ -36,15 +36,17 @@ DebugControl::~DebugControl() = default;
 
 // Changes of state and workspace
 
+/// After a file was compiled in a session, the user goes on with the text, so the next statement is not shown again.
 void DebugControl::enterState(ActivityState next)
 {
-    const bool debugs = isDebugState(m_activity.state()) || isDebugState(m_activity.stateBehindBuild());
+    const bool debugs = isDebugState(m_activity.stateOfWork());
+    const bool goesOn = m_activity.state() == StateBuilding && debugs;
     if (next == StateIdle && debugs) { // also if the start failed at a later processor
         m_nextStatement.clearMarker();
         m_nextStatement.refreshDisassemblies();
     }
     if (next == StatePaused)
-        updateDebugWindows(AllParts);
+        updateDebugWindows(goesOn ? AllParts & ~NextStatementPart : AllParts);
 }
 
 /// Reports that arrived during a build in a session have not changed the state.
@@ -120,8 +122,11 @@ void DebugControl::debugShowNext()
     updateDebugWindows(AllParts);
 }
 
+/// A plug-in may open files when it is asked for its breakpoints or its location.
 void DebugControl::fileOpened()
 {
+    if (isInsidePluginCall())
+        return afterPluginCall(this, "DebugControl::fileOpened", [this] { fileOpened(); });
     if (m_activity.state() == StatePaused)
         m_nextStatement.refreshMarker();
     m_breakpoints.refreshMarkers();

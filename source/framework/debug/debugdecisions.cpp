@@ -108,7 +108,7 @@ QString breakpointToolTip(const QList<ProjectBreakpoint> &breakpoints)
     const QStringList words{Text::tr("Removed"), Text::tr("Enabled"), Text::tr("Disabled"), Text::tr("Multiple")};
     QString text = Text::tr("<b>Breakpoint status</b><br>");
     for (const ProjectBreakpoint &breakpoint : breakpoints) {
-        text += u"%1 [%2]<br>"_s.arg(words.value(breakpoint.state), breakpoint.project);
+        text += u"%1 [%2]<br>"_s.arg(words.value(breakpoint.state), breakpoint.project.toHtmlEscaped());
         if (!breakpoint.remark.isEmpty())
             text += breakpoint.remark.toHtmlEscaped() + u"<br>"_s;
     }

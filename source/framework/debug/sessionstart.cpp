@@ -36,9 +36,11 @@ bool SessionStart::start(bool attachOnly)
 {
     if (m_isStarting)
         return false;
+    if (m_activity.state() != StateIdle) // the user may have stopped a compilation in the session
+        return m_activity.isDebugging();
     const QScopedValueRollback starting(m_isStarting, true);
     m_ended = false;
-    const bool result = m_activity.state() != StateIdle || (prepare() && startProjects(attachOnly));
+    const bool result = prepare() && startProjects(attachOnly);
     if ((!result || m_build.buildStopped()) && m_activity.workspace() && !m_ended)
         m_activity.setState(StateIdle);
     return m_activity.isDebugging(); // a report may have ended the session

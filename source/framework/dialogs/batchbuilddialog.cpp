@@ -41,16 +41,19 @@ QStringList BatchBuildDialog::tickedConfigurations() const
 
 void BatchBuildDialog::build()
 {
+    Q_EMIT starting();
     finish(m_project && runPlugin<&IBuildEnvironment::build>(m_buildEnvironment, tickedConfigurations(), false));
 }
 
 void BatchBuildDialog::rebuild()
 {
+    Q_EMIT starting();
     finish(m_project && runPlugin<&IBuildEnvironment::build>(m_buildEnvironment, tickedConfigurations(), true));
 }
 
 void BatchBuildDialog::clean()
 {
+    Q_EMIT starting();
     finish(m_project && runPlugin<&IBuildEnvironment::clean>(m_buildEnvironment, tickedConfigurations()));
 }
 

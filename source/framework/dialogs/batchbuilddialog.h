@@ -27,6 +27,9 @@ public Q_SLOTS:
     void rebuild();
     void clean();
 
+Q_SIGNALS:
+    void starting(); ///< The environment is called next.
+
 private:
     void finish(bool started);
 

@@ -5,6 +5,7 @@
 #include "ibreakpointdetails.h"
 #include "iexecutionenvironment.h"
 #include "isourcemapping.h"
+#include "isymbols64.h"
 #include "messages.h"
 #include "project.h"
 #include "projectpath.h"
@@ -75,14 +76,33 @@ void setDetails(IBreakpoints *breakpoints, const BreakpointLocation &place, cons
                                                details, reason);
 }
 
-/// The source line of an address, of the kinds in the order in which breakpoints are expected to have one.
-bool lineOf(ISourceMapping *mapping, uint address, BreakpointLocation *location)
+/// What an environment knows of a function.
+struct Symbol
 {
+    std::optional<quint64> address;
+    std::optional<BreakpointLocation> place; ///< its source line
+};
+
+/// The kinds of source lines are in the order in which breakpoints are expected to have one.
+template <typename Address, typename Symbols>
+Symbol symbolIn(const InterfacePtr<Symbols> &symbols, const QString &name)
+{
+    Address address = 0;
+    if (!askPlugin<&Symbols::symbolAddress>(symbols, name, address))
+        return {};
     for (const int kind : {1, 2, 0, 3}) {
-        if (askPlugin<&ISourceMapping::sourceLocation>(mapping, address, kind, location->file, location->line))
-            return true;
+        BreakpointLocation place;
+        if (askPlugin<&Symbols::sourceLocation>(symbols, address, kind, place.file, place.line))
+            return {address, place};
     }
-    return false;
+    return {address, {}};
+}
+
+Symbol symbolIn(IBreakpoints *breakpoints, const QString &name)
+{
+    if (const auto wide = queryPlugin<ISymbols64>(breakpoints))
+        return symbolIn<quint64>(wide, name);
+    return symbolIn<uint>(queryPlugin<ISourceMapping>(breakpoints), name);
 }
 
 void clearOld(const BreakpointItem *item)
@@ -303,16 +323,16 @@ QList<QPointer<Project>> BreakpointDialog::symbolProjects(const BreakpointItem *
 InterfacePtr<IBreakpoints> BreakpointDialog::resolveSymbol(const QString &symbol, const BreakpointItem *item,
                                                            BreakpointLocation *location)
 {
-    std::optional<uint> known;
+    std::optional<quint64> known;
     for (const QPointer<Project> &project : symbolProjects(item)) {
         auto breakpoints = breakpointsOf(project);
-        const auto mapping = queryPlugin<ISourceMapping>(breakpoints);
-        uint address = 0;
-        if (!mapping || !askPlugin<&ISourceMapping::symbolAddress>(mapping, symbol, address))
-            continue;
-        if (lineOf(mapping.get(), address, location))
+        const Symbol found = symbolIn(breakpoints.get(), symbol);
+        if (found.place) {
+            *location = *found.place;
             return breakpoints;
-        known = address;
+        }
+        if (found.address)
+            known = found.address;
     }
     if (known)
         showInformation(this, tr("'%1' is not a function with source lines. Its address is 0x%2.")

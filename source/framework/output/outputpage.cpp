@@ -10,6 +10,7 @@ namespace {
 struct LineData : QTextBlockUserData
 {
     std::optional<LookupPlace> place; ///< given with the line; otherwise it is searched in the text
+    QString owner;                    ///< empty except for lines of replaceLines()
     OutputSeverity severity = OutputSeverity::None;
 };
 
@@ -114,6 +115,50 @@ void OutputPage::outputLine(const QString &text, const LookupPlace &place)
     m_placeOfNext.reset();
 }
 
+void OutputPage::replaceLines(const QString &owner, const QList<Line> &lines)
+{
+    removeLines(owner);
+    if (m_lineOpen && !lines.isEmpty())
+        outputLine(QStringLiteral("\n"));
+    for (const Line &line : lines)
+        addLine({line.text, line.place, owner});
+}
+
+/// Writes the other lines again, since the paragraphs of a document cannot be removed together with their data.
+void OutputPage::removeLines(const QString &owner)
+{
+    QList<Line> kept;
+    bool found = false;
+    for (QTextBlock line = document()->begin(); line.isValid(); line = line.next()) {
+        const LineData *data = dataOf(line);
+        if (data && data->owner == owner)
+            found = true;
+        else if (line.next().isValid() || m_lineOpen || line.userState() == LineEndHeldBack) // not the empty last line
+            kept.append({line.text(), data ? data->place : std::nullopt, data ? data->owner : QString()});
+    }
+    if (!found)
+        return;
+    const QString openLine = m_lineOpen ? kept.takeLast().text : QString();
+    clear();
+    m_lineOpen = false;
+    QSignalBlocker blocker(this); // they were reported
+    for (const Line &line : std::as_const(kept))
+        addLine(line);
+    if (!openLine.isEmpty())
+        outputLine(openLine);
+    blocker.unblock();
+    Q_EMIT countsChanged();
+}
+
+void OutputPage::addLine(const Line &line)
+{
+    m_placeOfNext = line.place;
+    m_ownerOfNext = line.owner;
+    outputLine(line.text + u'\n');
+    m_placeOfNext.reset();
+    m_ownerOfNext.clear();
+}
+
 /// Examines the lines from @p line on that are complete now.
 void OutputPage::finishLines(QTextBlock line)
 {
@@ -122,6 +167,8 @@ void OutputPage::finishLines(QTextBlock line)
     for (; line.isValid() && !(m_lineOpen && !line.next().isValid()); line = line.next()) {
         if (m_placeOfNext)
             newDataOf(line)->place = m_placeOfNext;
+        if (!m_ownerOfNext.isEmpty())
+            newDataOf(line)->owner = m_ownerOfNext;
         if (m_diagnostics && !line.text().isEmpty()) {
             qsizetype length = 0;
             const bool hasPlace = m_lookup.find(line.text(), &length).has_value();

@@ -34,6 +34,15 @@ public:
     /// with diagnostics, an error or a warning. Lines whose file fails @p isFile are skipped: other programs write
     /// lines of the same form. After the last message the first follows. False if there is none.
     bool lookupMessage(bool forward, const FileCheck &isFile = {});
+    /// A whole line without its line end.
+    struct Line
+    {
+        QString text;
+        std::optional<LookupPlace> place; ///< otherwise it is searched in the text
+        QString owner;                    ///< of replaceLines(); empty for other output
+    };
+    /// Adds lines of @p owner at the end, in place of those that it has added before. Other lines stay.
+    void replaceLines(const QString &owner, const QList<Line> &lines);
 
 public Q_SLOTS:
     /// Adds text at the end, which can have several lines. A whole line, which ends in "\n", becomes a new paragraph,
@@ -65,6 +74,8 @@ protected:
     void changeEvent(QEvent *event) override;
 
 private:
+    void removeLines(const QString &owner);
+    void addLine(const Line &line);
     void appendLine(const QString &line);
     void insertAtEnd(const QString &text);
     void moveCursorToEnd();
@@ -85,7 +96,8 @@ private:
     int m_errors = 0;
     int m_warnings = 0;
     std::optional<LookupPlace> m_placeOfNext; ///< of the line that is being added
-    QBasicTimer m_batch;                      ///< runs while text is collected in one edit block
-    bool m_followEnd = false;                 ///< the end was visible when the batch started
-    bool m_followCursor = false;              ///< the batch moved the cursor to the end
+    QString m_ownerOfNext;
+    QBasicTimer m_batch;         ///< runs while text is collected in one edit block
+    bool m_followEnd = false;    ///< the end was visible when the batch started
+    bool m_followCursor = false; ///< the batch moved the cursor to the end
 };

@@ -94,16 +94,19 @@ void IHostImpl::showOutput(const QString &page)
 
 void IHostImpl::setDiagnostics(const QString &page, const QList<Diagnostic> &diagnostics)
 {
-    clearOutput(page);
+    OutputPage *target = pageOf(page, !diagnostics.isEmpty());
+    if (!target)
+        return;
     QList<Diagnostic> sorted = diagnostics;
     std::ranges::stable_sort(sorted, std::greater(), &Diagnostic::severity);
+    QList<OutputPage::Line> lines;
     for (const Diagnostic &diagnostic : std::as_const(sorted)) {
-        const QString text = diagnosticText(diagnostic);
-        if (diagnostic.file.isEmpty())
-            output(page, text + u'\n');
-        else
-            outputLink(page, text, diagnostic.file, diagnostic.line, diagnostic.column);
+        std::optional<LookupPlace> place;
+        if (!diagnostic.file.isEmpty())
+            place = LookupPlace{m_project->absolutePath(diagnostic.file), diagnostic.line, diagnostic.column};
+        lines.append({diagnosticText(diagnostic), place, {}});
     }
+    target->replaceLines(m_settingsGroup + m_project->fileName(), lines); // also those of an earlier object
 }
 
 QString diagnosticText(const Diagnostic &diagnostic)
@@ -192,19 +195,27 @@ QIcon IHostImpl::icon(const QString &name)
 void IHostImpl::followProject()
 {
     connect(m_project, &QObject::destroyed, this, &IHostImpl::forget);
-    const auto filesChanged = [this] { report<&IHostEvents::filesChanged>(); };
+    const auto filesChanged = [this] { report<&IHostEvents::filesChanged>("files"); };
+    const auto configurationChanged = [this] {
+        const QString name = m_project->currentConfiguration();
+        report<&IHostEvents::configurationChanged>("configuration " + name.toUtf8(), name);
+    };
     connect(m_project, &Project::fileAdded, this, filesChanged);
     connect(m_project, &Project::fileRemoved, this, filesChanged);
     connect(m_project, &Project::folderAdded, this, filesChanged);
     connect(m_project, &Project::folderRemoved, this, filesChanged);
     connect(m_project, &Project::folderRenamed, this, filesChanged);
     connect(m_project, &Project::propertyChanged, this, [this](const QString &key, const QString &configuration) {
-        report<&IHostEvents::propertyChanged>(key, configuration);
+        report<&IHostEvents::propertyChanged>("property " + (key + u' ' + configuration).toUtf8(), key, configuration);
     });
-    connect(m_project, &Project::configurationChanged, this,
-            [this](const QString &name) { report<&IHostEvents::configurationChanged>(name); });
-    connect(m_binder, &PluginBinder::currentProjectChanged, this,
-            [this](const Project *current) { report<&IHostEvents::currentProjectChanged>(current == m_project); });
+    connect(m_project, &Project::configurationChanged, this, configurationChanged);
+    connect(m_project, &Project::configurationsChanged, this, configurationChanged);
+    connect(m_project, &Project::contentsReplaced, this, filesChanged);
+    connect(m_project, &Project::contentsReplaced, this, configurationChanged);
+    connect(m_binder, &PluginBinder::currentProjectChanged, this, [this](const Project *current) {
+        const bool own = current == m_project;
+        report<&IHostEvents::currentProjectChanged>(own ? "current" : "other", own);
+    });
 }
 
 /// Releases the plug-in, which keeps a reference to this object. This object may be deleted when this returns.
@@ -215,9 +226,18 @@ void IHostImpl::forget()
     qDeleteAll(progresses);
 }
 
+/// Some changes are made by plug-ins, also by receivers of these events. Equal reports have the same @p key.
+template <auto Function, typename... Arguments>
+void IHostImpl::report(const QByteArray &key, const Arguments &...arguments)
+{
+    if (!m_events.empty())
+        afterPluginCall(this, "IHostEvents " + QByteArray::number(quintptr(this), 16) + ' ' + key,
+                        [this, arguments...] { send<Function>(arguments...); });
+}
+
 /// A receiver may remove itself or others in the call, and may release this object.
 template <auto Function, typename... Arguments>
-void IHostImpl::report(const Arguments &...arguments)
+void IHostImpl::send(const Arguments &...arguments)
 {
     if (!isUsable())
         return;

@@ -44,7 +44,9 @@ private:
     void followProject();
     void forget();
     template <auto Function, typename... Arguments>
-    void report(const Arguments &...arguments);
+    void report(const QByteArray &key, const Arguments &...arguments);
+    template <auto Function, typename... Arguments>
+    void send(const Arguments &...arguments);
 
     const QPointer<PluginBinder> m_binder;
     WindowServices &m_window; ///< exists as long as m_binder

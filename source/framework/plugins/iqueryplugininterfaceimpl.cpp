@@ -45,18 +45,21 @@ int IQueryPluginInterfaceImpl::interfaceCount(const QUuid &id)
     return int(hits.size());
 }
 
-/// The interfaces @p id of the environments of the other projects, in order, each with a reference for the caller.
+/// The interfaces @p id of the environments of the other projects, in order, each with a reference for the caller. A
+/// plug-in that is asked may run an event loop, in which the user removes projects.
 QList<QUnknownInterface *> IQueryPluginInterfaceImpl::offers(const QUuid &id) const
 {
-    QList<QUnknownInterface *> environments;
+    std::vector<InterfacePtr<QUnknownInterface>> environments;
     const QList<QPointer<Project>> projects =
         m_activity && m_selfProject ? m_activity->projects() : decltype(projects)();
     for (const QPointer<Project> &project : projects) {
-        if (project != m_selfProject)
-            environments << project->buildInterface() << project->executionInterface();
+        if (project && project != m_selfProject) {
+            environments.push_back(shareInterface<QUnknownInterface>(project->buildInterface()));
+            environments.push_back(shareInterface<QUnknownInterface>(project->executionInterface()));
+        }
     }
     QList<QUnknownInterface *> hits;
-    for (QUnknownInterface *environment : std::as_const(environments)) {
+    for (const auto &environment : environments) {
         QUnknownInterface *hit = nullptr;
         if (askPlugin<&QUnknownInterface::queryInterface>(environment, id, &hit) == QS_OK && hit && environment)
             hits.append(hit);

@@ -60,7 +60,7 @@ void addPluginDocuments(const PluginSource &plugins, Workspace *workspace, const
             TemplatePtr docTemplate = templateOf(plugins, feature, type, make, formats);
             if (!docTemplate)
                 continue;
-            const QString extension = docTemplate->extension();
+            const QString extension = askPlugin<&DocumentTemplate::extension>(docTemplate);
             if (!sourceExtensions->contains(extension))
                 sourceExtensions->append(extension);
             workspace->addTemplate(docTemplate.release());

@@ -112,12 +112,12 @@ DockWindow *MainServices::addDock(const QString &objectName, const QString &capt
 
 void MainServices::saveDockLayout()
 {
-    m_parts.layout.save(m_parts.activity.state());
+    m_parts.layout.save(m_parts.activity.stateOfWork());
 }
 
 void MainServices::restoreDockLayout()
 {
-    m_parts.layout.restore(m_parts.activity.state());
+    m_parts.layout.restore(m_parts.activity.stateOfWork());
 }
 
 void MainServices::showOutputDock()

@@ -146,7 +146,7 @@ void WindowParts::setUp()
     setUpDocks();
     // The labels are updated before the commands receive the signal, the caption after them.
     QObject::connect(&activity, &Activity::stateEntered, &window, [this](ActivityState state, ActivityState previous) {
-        if (state != previous && !isDebugState(state))
+        if (state != previous && !isDebugState(activity.stateOfWork()))
             status.hideInfo();
     });
     setUpCommands();
@@ -381,8 +381,10 @@ void WindowParts::connectReports() const
 void WindowParts::followState() const
 {
     QObject::connect(&activity, &Activity::stateChanging, &window, [this](ActivityState next) {
-        if (isDebugState(next) != isDebugState(activity.state())) {
-            layout.save(activity.state());
+        const ActivityState present = activity.stateOfWork();
+        const bool compiles = next == StateBuilding && isDebugState(present); // in the session
+        if (!compiles && isDebugState(next) != isDebugState(present)) {
+            layout.save(present);
             if (isDebugState(next) && !layout.isStored(next))
                 debugWindows->showFirstLayout();
             else

@@ -78,6 +78,17 @@ private Q_SLOTS:
         tearDown();
     }
 
+    void projectThatIsRemovedDuringAQuestionIsStillAsked()
+    {
+        makeProjects(u";b1!;b2!"_s);
+        m_stub->script(u"{b1}"_s).on[u"queryInterface"_s] = [this] {
+            m_stub->script(u"{b1}"_s).on.clear();
+            m_workspace->removeProject(m_workspace->project(2));
+        };
+        QCOMPARE(m_query->interfaceCount(IMemory::Iid), 2);
+        QCOMPARE(m_query->interfaceCount(IMemory::Iid), 1);
+    }
+
     void lastHitFromTheIndexOnIsReturned_data()
     {
         QTest::addColumn<QString>("projects");

@@ -5,11 +5,14 @@
 #include "iexecutionenvironment.h"
 #include "ihost.h"
 #include "interfaceobject.h"
+#include "iprojectproperties.h"
 #include "iworkspaceclient.h"
 #include "outputpage.h"
 #include "outputwindow.h"
 #include "windowfixture.h"
 #include <QDockWidget>
+#include <QLabel>
+#include <QLineEdit>
 #include <QPluginLoader>
 #include <QProgressBar>
 #include <QProgressDialog>
@@ -108,16 +111,30 @@ int count(const QString &call)
 class Events : public InterfaceObject<IHostEvents, IProgressCancel>
 {
 public:
-    void filesChanged() override { log += u"files"_s; }
+    void filesChanged() override { react(u"files"_s, onFiles); }
     void propertyChanged(const QString &key, const QString &configuration) override
     {
-        log += u"property %1 of %2"_s.arg(key, configuration);
+        react(u"property %1 of %2"_s.arg(key, configuration), onProperty);
     }
     void configurationChanged(const QString &configuration) override { log += u"configuration "_s + configuration; }
     void currentProjectChanged(bool own) override { log += u"current %1"_s.arg(own); }
     void cancelled(int progress) override { log += u"cancelled %1"_s.arg(progress); }
 
     QStringList log;
+    std::function<void()> onFiles;
+    std::function<void()> onProperty;
+    int depth = 0;
+    int maximumDepth = 0;
+
+private:
+    void react(const QString &event, const std::function<void()> &reaction)
+    {
+        log += event;
+        maximumDepth = qMax(maximumDepth, ++depth);
+        if (reaction)
+            reaction();
+        --depth;
+    }
 };
 
 /// A page with one widget.
@@ -153,6 +170,39 @@ private Q_SLOTS:
         f.report(u"fw"_s, Status::ProgramPaused);
         QCoreApplication::processEvents();
         QVERIFY(count(u"fw.breakpoints()"_s) < 10);
+        QCOMPARE(f.state(), StatePaused);
+    }
+
+    void fileThatIsOpenedInAQuestionDoesNotRepeatIt_data()
+    {
+        QTest::addColumn<QString>("label");
+        QTest::addColumn<QString>("call");
+        QTest::newRow("breakpoints") << u"fw"_s << u"breakpoints"_s;
+        QTest::newRow("location") << u"fw"_s << u"currentLocation"_s;
+        QTest::newRow("compilation") << u"fw-cc"_s << u"canCompile"_s;
+    }
+
+    void fileThatIsOpenedInAQuestionDoesNotRepeatIt()
+    {
+        QFETCH(QString, label);
+        QFETCH(QString, call);
+        const PluginWindow f;
+        f.write(u"b.c"_s, "one\n");
+        f.startSession();
+        const auto host = queryInterface<IHost>(stub()->object(u"fw"_s)->query.get());
+        script(label).on[call] = [&] {
+            QVERIFY(host->openFile(u"b.c"_s, 1, 1));
+            QVERIFY(host->openFile(u"main.c"_s, 2, 1));
+        };
+        f.report(u"fw"_s, Status::ProgramPaused);
+        QVERIFY(f.window->openFile(f.path(u"b.c"_s), false));
+        QCoreApplication::processEvents();
+        int calls = 0;
+        const QStringList all = stub()->takeCalls();
+        for (const QString &made : all)
+            calls += made.startsWith(label + u'.' + call + u'(');
+        QVERIFY(calls > 0);
+        QVERIFY2(calls < 30, qPrintable(QString::number(calls)));
         QCOMPARE(f.state(), StatePaused);
     }
 
@@ -239,6 +289,21 @@ private Q_SLOTS:
         QCOMPARE(count(u"fw.start(false)"_s), 0);
     }
 
+    void sessionSurvivesAStoppedCompilation()
+    {
+        const PluginWindow f;
+        f.startSession();
+        f.window->buildCompileFile();
+        f.window->buildStopBuild();
+        stub()->object(u"fw-cc"_s)->buildEvents->buildFinished(false);
+        QCOMPARE(f.state(), StatePaused);
+        f.window->debugStepOver();
+        QCOMPARE(f.state(), StateRunning);
+        const QStringList calls = stub()->takeCalls();
+        QVERIFY(calls.contains(u"fw.stepOver(main.c)"_s));
+        QVERIFY(!calls.contains(u"fw.start(false)"_s));
+    }
+
     void reportDuringACompilationIsShownAfterIt()
     {
         const PluginWindow f;
@@ -259,6 +324,49 @@ private Q_SLOTS:
         f.window->buildCompileFile();
         stub()->object(u"fw-cc"_s)->buildEvents->buildFinished(true);
         QCOMPARE(f.state(), StateRunning);
+    }
+
+    void compilationInASessionKeepsWhatTheUserSees()
+    {
+        const PluginWindow f;
+        f.startSession();
+        stub()->object(u"fw"_s)->executionEvents->statusInfo(u"12 cycles"_s, 1);
+        f.view()->gotoLine(3);
+        const auto *output = f.window->findChild<QDockWidget *>(u"outputDockWindow"_s);
+        const auto shown = [&] {
+            QStringList names;
+            for (const QDockWidget *dock : f.window->findChildren<QDockWidget *>()) {
+                if (!dock->isHidden() && dock != output)
+                    names += dock->objectName();
+            }
+            for (const QLabel *label : f.window->statusBar()->findChildren<QLabel *>()) {
+                if (!label->isHidden() && label->text() == "12 cycles"_L1)
+                    names += label->text();
+            }
+            return names;
+        };
+        const QStringList before = shown();
+        QVERIFY(before.contains(u"12 cycles"_s));
+        f.window->buildCompileFile();
+        QCOMPARE(f.state(), StateBuilding);
+        QCOMPARE(shown(), before);
+        stub()->object(u"fw-cc"_s)->buildEvents->buildFinished(true);
+        QCOMPARE(f.state(), StatePaused);
+        QCOMPARE(shown(), before);
+        QCOMPARE(f.view()->currentEdit()->textCursor().blockNumber(), 2);
+    }
+
+    void stopDuringACompilationIsShownAfterIt()
+    {
+        const PluginWindow f;
+        f.startSession();
+        f.view()->gotoLine(3);
+        f.window->buildCompileFile();
+        script(u"fw"_s).location = {u"main.c"_s, 1};
+        f.report(u"fw"_s, Status::ProgramPaused);
+        stub()->object(u"fw-cc"_s)->buildEvents->buildFinished(true);
+        QCOMPARE(f.state(), StatePaused);
+        QCOMPARE(f.view()->currentEdit()->textCursor().blockNumber(), 0);
     }
 
     void workspaceThatIsClosedDuringACompilationEndsTheSession()
@@ -294,6 +402,20 @@ private Q_SLOTS:
         QVERIFY(
             f.page(u"Build"_s)
                 .startsWith(u"The contents that the build environment has sent for project 'fw' cannot be read: "_s));
+    }
+
+    void contentsWithFoldersThatAreTooDeepChangeNothingAndAreReported()
+    {
+        const PluginWindow f;
+        f.openAll();
+        const QString deep =
+            u"<project>"_s + u"<folder name='f'>"_s.repeated(1001) + u"</folder>"_s.repeated(1001) + u"</project>"_s;
+        stub()->object(u"fw-cc"_s)->buildEvents->xmlFeedback(deep);
+        const Project *project = f.window->activity().currentProject();
+        QVERIFY(project->containsFile(f.path(u"main.c"_s)));
+        QVERIFY(project->openedOK());
+        QVERIFY(!project->isModified());
+        QVERIFY(f.page(u"Build"_s).contains(u"Folders are nested too deeply."_s));
     }
 
     // Starts
@@ -453,20 +575,77 @@ private Q_SLOTS:
         const PluginWindow f;
         f.openAll();
         const auto host = queryInterface<IHost>(stub()->object(u"fw"_s)->query.get());
-        host->output(u"Check"_s, u"old\n"_s);
+        host->output(u"Check"_s, u"text\n"_s);
         host->setDiagnostics(u"Check"_s, {{Diagnostic::Note, {}, 0, 0, u"2 messages"_s, {}},
                                           {Diagnostic::Warning, u"main.c"_s, 3, 2, u"unused"_s, u"-Wunused"_s},
                                           {Diagnostic::Error, u"main.c"_s, 2, 0, u"expected\n;"_s, {}}});
-        QCOMPARE(f.page(u"Check"_s), u"main.c:2: error: expected ;\nmain.c:3:2: warning: unused [-Wunused]\n"
+        QCOMPARE(f.page(u"Check"_s), u"text\nmain.c:2: error: expected ;\nmain.c:3:2: warning: unused [-Wunused]\n"
                                      "note: 2 messages"_s);
         host->showOutput(u"Check"_s);
         const auto *output = f.window->findChild<OutputWindow *>();
         QCOMPARE(output->currentPage(), output->page(u"Check"_s));
         f.window->editLookupNextLine();
+        f.window->editLookupNextLine();
         QCOMPARE(f.view()->currentEdit()->textCursor().blockNumber(), 2);
         QCOMPARE(f.view()->currentEdit()->textCursor().positionInBlock(), 1);
         host->setDiagnostics(u"Check"_s, {});
-        QCOMPARE(f.page(u"Check"_s), QString());
+        QCOMPARE(f.page(u"Check"_s), u"text"_s);
+        host->setDiagnostics(u"Other"_s, {});
+        QVERIFY(!output->page(u"Other"_s));
+    }
+
+    void diagnosticsOfOtherProjectsStay()
+    {
+        const PluginWindow f(2);
+        f.openAll();
+        const auto fw = queryInterface<IHost>(stub()->object(u"fw"_s)->query.get());
+        const auto dsp = queryInterface<IHost>(stub()->object(u"dsp"_s)->query.get());
+        fw->setDiagnostics(u"Check"_s, {{Diagnostic::Error, {}, 0, 0, u"1"_s, {}}});
+        dsp->setDiagnostics(u"Check"_s, {{Diagnostic::Error, {}, 0, 0, u"2"_s, {}}});
+        fw->setDiagnostics(u"Check"_s, {{Diagnostic::Note, {}, 0, 0, u"3"_s, {}}});
+        QCOMPARE(f.page(u"Check"_s), u"error: 2\nnote: 3"_s);
+    }
+
+    void diagnosticsOnTheBuildPageKeepItsOutput()
+    {
+        const PluginWindow f;
+        f.openAll();
+        const auto host = queryInterface<IHost>(stub()->object(u"fw"_s)->query.get());
+        const auto events = shareInterface(stub()->object(u"fw-cc"_s)->buildEvents.get());
+        events->feedback(u"main.c(1): error: a\n"_s);
+        host->setDiagnostics({}, {{Diagnostic::Warning, u"main.c"_s, 1, 0, u"old"_s, {}}});
+        events->feedback(u"link"_s);
+        host->setDiagnostics({}, {{Diagnostic::Warning, u"main.c"_s, 1, 0, u"new"_s, {}}});
+        QCOMPARE(f.page(u"Build"_s), u"main.c(1): error: a\nlink\nmain.c:1: warning: new"_s);
+        const auto *page = f.window->findChild<OutputWindow *>()->page(OutputWindow::Build);
+        QCOMPARE(page->errors(), 1);
+    }
+
+    void outcomeOfWorkIsShown()
+    {
+        const PluginWindow f;
+        f.openAll();
+        const auto finish = [](bool success) {
+            const auto events = shareInterface(stub()->object(u"fw-cc"_s)->buildEvents.get());
+            events->feedback(u"[3/17] Compiling main.c\n"_s);
+            events->buildFinished(success);
+        };
+        const auto shown = [&] { return f.window->statusBar()->currentMessage().section(u' ', 0, 1); };
+        f.window->buildBuild();
+        f.window->buildStopBuild();
+        finish(false);
+        QCOMPARE(shown(), u"Build stopped"_s);
+        f.window->buildClean(); // keeps the mark of the stopped build
+        finish(true);
+        QCOMPARE(shown(), u"Build finished"_s);
+        f.window->buildBuild();
+        finish(false);
+        QCOMPARE(shown(), u"Build failed"_s);
+        f.answers->meet([](QDialog *dialog) { dialog->findChild<QPushButton *>(u"BuildButton"_s)->click(); });
+        f.window->buildBatchBuild();
+        QCOMPARE(f.state(), StateBuilding);
+        finish(true);
+        QCOMPARE(shown(), u"Build finished"_s);
     }
 
     void progressIsShownAndCancelled()
@@ -547,6 +726,58 @@ private Q_SLOTS:
         QVERIFY(events->log.isEmpty());
         events->addRef();
         QCOMPARE(events->release(), 1ul);
+    }
+
+    void otherChangesOfTheProjectAreReported()
+    {
+        const PluginWindow f;
+        f.openAll();
+        const auto host = queryInterface<IHost>(stub()->object(u"fw"_s)->query.get());
+        const InterfacePtr<Events> events(new Events);
+        Project *project = f.window->activity().projects()[0];
+        project->properties()->setProperty(u"key"_s, u"value"_s, u"Debug"_s);
+        project->save();
+        host->addEvents(events.get());
+        const auto log = [&] { return std::exchange(events->log, {}); };
+        project->properties()->setProperty(u"key"_s, u"value"_s, u"Debug"_s);
+        QCOMPARE(log(), QStringList());
+        project->properties()->removeProperty(u"key"_s, u"Debug"_s);
+        QCOMPARE(log(), QStringList(u"property key of Debug"_s));
+        project->properties()->addConfiguration(u"Release"_s);
+        QCOMPARE(log(), QStringList(u"configuration Debug"_s));
+        project->properties()->removeConfiguration(u"Release"_s);
+        QCOMPARE(log(), QStringList(u"configuration Debug"_s));
+        stub()->object(u"fw-cc"_s)->buildEvents->xmlFeedback(u"<project><file path='new.c'/></project>"_s);
+        QCOMPARE(log(), (QStringList{u"files"_s, u"configuration Debug"_s}));
+        f.window->activity().reloadProject(project);
+        QCOMPARE(log(), (QStringList{u"files"_s, u"configuration Debug"_s, u"current 1"_s}));
+    }
+
+    void receiverOfEventsMayMakeChanges()
+    {
+        const PluginWindow f;
+        f.openAll();
+        const auto host = queryInterface<IHost>(stub()->object(u"fw"_s)->query.get());
+        const auto project = shareInterface(stub()->object(u"fw"_s)->project.get());
+        const InterfacePtr<IProjectProperties> properties(project->properties());
+        const InterfacePtr<Events> events(new Events);
+        events->onProperty = [&] {
+            if (events->log.size() < 100) // a property that is derived from another one, and a number that changes
+                properties->setProperty(u"derived"_s, u"value"_s, u"Debug"_s);
+        };
+        events->onFiles = [&] {
+            if (events->log.size() < 100)
+                project->addFiles({f.path(u"%1.c"_s.arg(events->log.size()))});
+        };
+        host->addEvents(events.get());
+        properties->setProperty(u"key"_s, u"value"_s, u"Debug"_s);
+        QTRY_COMPARE(events->log, (QStringList{u"property key of Debug"_s, u"property derived of Debug"_s}));
+        events->log.clear();
+        project->addFiles({f.path(u"b.c"_s)});
+        QVERIFY(events->log.size() < 3); // the others follow from the event loop
+        QTRY_COMPARE(events->log.size(), 100);
+        QCOMPARE(events->depth, 0);
+        QCOMPARE(events->maximumDepth, 1);
     }
 
     void hostWithoutItsProjectDoesNothing()
