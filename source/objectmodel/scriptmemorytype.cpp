@@ -58,7 +58,11 @@ MemorySlice sliceOf(const ScriptMemory &memory, PyObject *key)
     const auto *slice = reinterpret_cast<PySliceObject *>(key);
     if (slice->step != Py_None)
         raisePython(PyExc_IndexError, QString::fromLatin1(NoInteger));
-    return memory.slice(boundOf(slice->start, 0), boundOf(slice->stop, std::numeric_limits<qint64>::max()));
+    const qint64 first = boundOf(slice->start, 0);
+    const qint64 end = boundOf(slice->stop, std::numeric_limits<qint64>::max());
+    // From an address of 64 bits, such as that of a symbol, to one near it: as for a single word.
+    const qint64 upper = first > 0 && end >= first ? first - qint64(uint(first)) : 0;
+    return memory.slice(first - upper, end - upper);
 }
 
 // Reading

@@ -66,8 +66,13 @@ void PopupMenu::removeItemAt(int index)
     if (!action)
         return;
     removeAction(action);
-    if (action->parent() == this)
-        action->deleteLater(); // its command may be rebuilding this menu; actions of the UI file belong to the window
+    if (action->parent() != this)
+        return; // actions of the UI file belong to the window
+    for (QObject *object : action->associatedObjects()) { // whose command it may be as well
+        if (auto *widget = qobject_cast<QWidget *>(object))
+            widget->removeAction(action);
+    }
+    action->deleteLater(); // its command may be rebuilding this menu
 }
 
 void PopupMenu::removeLastItem()

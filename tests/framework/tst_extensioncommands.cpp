@@ -156,7 +156,9 @@ private Q_SLOTS:
         addDebugProjects(u"a -b -c;a b -c"_s);
         m_workspace->setCurrentProject(0);
         executeOffered(*m_activity, name);
-        QTEST(executed(), "calls");
+        QStringList calls = executed();
+        calls.removeAll(u"p0.canAttach()"_s); // of the change of the current project
+        QTEST(calls, "calls");
     }
 
     void withOneProjectItsNameIsLeftOut()

@@ -130,7 +130,7 @@ private Q_SLOTS:
         QCOMPARE(readFile(path()), QByteArray("# of fw\nall:\n"));
         QCOMPARE(readFile(path(u"lib.mk"_s)), QByteArray("# of lib\n"));
         QCOMPARE(m_output->currentPage(), m_output->page(OutputWindow::Build));
-        QCOMPARE(page(), path() + u" was written.\n"_s + path(u"lib.mk"_s) + u" was written.\n"_s);
+        QCOMPARE(page(), path() + u" was written.\n"_s + path(u"lib.mk"_s) + u" was written."_s);
     }
 
     void makefileOfTheSameProjectIsReplacedWithoutAQuestion()
@@ -150,7 +150,7 @@ private Q_SLOTS:
         m_story.clear();
         QVERIFY(generateMakefiles(*m_activity, *this));
         QCOMPARE(QFileInfo(path()).lastModified().toSecsSinceEpoch(), past.toSecsSinceEpoch());
-        QVERIFY(page().endsWith(path() + u" is up to date.\n"_s));
+        QVERIFY(page().endsWith(path() + u" is up to date."_s));
         QVERIFY(m_story.contains(u"Makefile generated"_s));
     }
 

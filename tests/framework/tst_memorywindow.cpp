@@ -87,7 +87,7 @@ private:
     {
         const int characters = 3 + 8 + columns * (digits == 2 ? 4 : digits + 1);
         const QFontMetricsF metrics(edit()->font(), edit());
-        const QSize wanted(int(std::ceil(characters * metrics.horizontalAdvance(u'X'))) + 1,
+        const QSize wanted(int(std::ceil(characters * metrics.horizontalAdvance(u"X"_s))) + 1,
                            int(std::ceil(metrics.height())) * lines + 1);
         for (int i = 0; i < 3 && edit()->viewport()->size() != wanted; ++i) // the layout has a say in it
             m_window->resize(m_window->size() + wanted - edit()->viewport()->size());

@@ -230,6 +230,13 @@ private Q_SLOTS:
         QCOMPARE(f.eval("m[0x100:0x110]"), u"OSError: No memory at address 0x102"_s);
     }
 
+    void upperBitsOfAnAddressAreCutOff()
+    {
+        const ProcessorScriptFixture f;
+        QCOMPARE(f.eval("m[0x500000100:0x500000104] == m[0x100:0x104]"), u"True"_s);
+        QCOMPARE(f.eval("m[0x500000100] == m[0x100]"), u"True"_s);
+    }
+
     void sliceOfAllAddressesIsRefused()
     {
         const ProcessorScriptFixture f;

@@ -138,12 +138,18 @@ private Q_SLOTS:
             painter.end();
             QCOMPARE(image, drawnAsText(QString(i + 1, u'x'), style, 1));
         }
-        style = styleOf(QFont(u"DejaVu Sans Mono"_s, 14));
-        QImage image = empty(1);
-        QPainter painter(&image);
-        QVERIFY(pictures.draw(painter, Place, u"x", style));
-        painter.end();
-        QCOMPARE(image, drawnAsText(u"x"_s, style, 1));
+        int drawn = 0;
+        for (const int size : {11, 12, 13, 14, 15, 16}) { // in some of them characters reach out of their cells
+            style = styleOf(QFont(u"DejaVu Sans Mono"_s, size));
+            QImage image = empty(1);
+            QPainter painter(&image);
+            if (!pictures.draw(painter, Place, u"x", style))
+                continue;
+            painter.end();
+            QCOMPARE(image, drawnAsText(u"x"_s, style, 1));
+            ++drawn;
+        }
+        QVERIFY(drawn > 0);
     }
 
     void otherCharactersAreNoneOfThem()
