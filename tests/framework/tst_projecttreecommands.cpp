@@ -426,7 +426,9 @@ private Q_SLOTS:
     {
         select(*m_tree, {u"doc"_s});
         whenAsked<QInputDialog>([&](QInputDialog *dialog) {
-            delete folderIn(m_fw->folders(), u"doc"_s); // as a script may do
+            ProjectFolder *folder = folderIn(m_fw->folders(), u"doc"_s);
+            m_fw->removeFolder(folder); // as a script may do
+            delete folder;
             dialog->accept();
         });
         m_tree->folderProperties();

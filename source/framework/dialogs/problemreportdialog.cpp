@@ -38,6 +38,8 @@ ProblemReportDialog::ProblemReportDialog(const QStringList &warnings, QWidget *p
     connect(copyButton, &QPushButton::clicked, this, &ProblemReportDialog::copy);
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
     layout()->addWidget(buttons);
+    setTabOrder(m_details, copyButton); // the box leaves out a button that it got before another one
+    setTabOrder(copyButton, buttons->button(QDialogButtonBox::Close));
     resize(620, 480);
 }
 
