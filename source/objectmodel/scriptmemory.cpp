@@ -1,5 +1,6 @@
 #include "scriptmemory.h"
 #include "idisassembly.h"
+#include "imemory64.h"
 #include "imemoryverify.h"
 #include <algorithm>
 
@@ -46,6 +47,18 @@ QStringList ScriptMemory::regions() const
 MemoryRegion ScriptMemory::region() const
 {
     return allRegions().value(m_region);
+}
+
+std::pair<quint64, quint64> ScriptMemory::addresses() const
+{
+    const MemoryRegion narrow = region();
+    if (const auto memory = m_target.find<IMemory64>()) {
+        for (const MemoryRegion64 &wide : askTarget<&IMemory64::regions>(memory)) {
+            if (wide.id == narrow.id && wide.name == narrow.name)
+                return {wide.lowAddress, wide.highAddress};
+        }
+    }
+    return {narrow.lowAddress, narrow.highAddress};
 }
 
 void ScriptMemory::setRegion(const QString &name)

@@ -2,6 +2,7 @@
 #include "memoryslice.h"
 #include "scripttarget.h"
 #include "scripttypes.h"
+#include <utility>
 
 /// The memory of a target in scripts (`Memory`). Its functions raise Python exceptions.
 ///
@@ -14,6 +15,8 @@ public:
 
     [[nodiscard]] QStringList regions() const;
     [[nodiscard]] MemoryRegion region() const; ///< The current one; an empty one if the target has none.
+    /// The lowest and the highest address of the region, whole where the environment offers IMemory64.
+    [[nodiscard]] std::pair<quint64, quint64> addresses() const;
     void setRegion(const QString &name);
     [[nodiscard]] int mode() const; ///< An IMemory::Mode, or 0.
     void setMode(const QString &name);

@@ -208,10 +208,10 @@ py::object bindMemory()
         "currentRegion", [](const ScriptMemory &self) { return self.region().name; }, &ScriptMemory::setRegion,
         "The currently active memory region [RW]");
     type.def_property_readonly(
-        "highAddress", [](const ScriptMemory &self) { return self.region().highAddress; },
+        "highAddress", [](const ScriptMemory &self) { return self.addresses().second; },
         "High address of current region [R]");
     type.def_property_readonly(
-        "lowAddress", [](const ScriptMemory &self) { return self.region().lowAddress; },
+        "lowAddress", [](const ScriptMemory &self) { return self.addresses().first; },
         "Low address of current region [R]");
     type.def_property_readonly(
         "modes", [](const ScriptMemory &self) { return memoryModeNames(self.region()); },

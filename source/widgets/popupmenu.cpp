@@ -67,7 +67,7 @@ void PopupMenu::removeItemAt(int index)
         return;
     removeAction(action);
     if (action->parent() != this)
-        return; // actions of the UI file belong to the window
+        return;                                           // actions of the UI file belong to the window
     for (QObject *object : action->associatedObjects()) { // whose command it may be as well
         if (auto *widget = qobject_cast<QWidget *>(object))
             widget->removeAction(action);

@@ -23,7 +23,7 @@ public:
         std::shared_ptr<const TimeSeries> series;
     };
     static constexpr qint64 ShortestSpan = 100; ///< in ms
-    static constexpr qint64 LongestSpan = 7 * 24 * 3600 * qint64(1000);
+    static constexpr qint64 LongestSpan = qint64(7) * 24 * 3600 * 1000;
 
     explicit TimePlot(QWidget *parent = nullptr);
 

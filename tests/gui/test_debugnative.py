@@ -20,7 +20,7 @@ class NativeTest(DebugTest):
         self.varnel.choose("debugStepOver")
         self.user.wait_for_state("paused")
         self.varnel.wait_for("disassembly/calculator/lines", "text", lambda text: "; main" in text)
-        self.assertEqual(self.varnel.read("DisassemblyMessage", "text"), "")
+        self.varnel.wait_for("DisassemblyMessage", "text", "")
         self.varnel.choose("debugStop")
         self.user.wait_for_state("")
 

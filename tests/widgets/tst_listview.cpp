@@ -97,10 +97,7 @@ private Q_SLOTS:
                                  "nuts\n"_s);
     }
 
-    void titlesThatDoNotFitEndWithDots()
-    {
-        QCOMPARE(m_list->header()->textElideMode(), Qt::ElideRight);
-    }
+    void titlesThatDoNotFitEndWithDots() { QCOMPARE(m_list->header()->textElideMode(), Qt::ElideRight); }
 
     void rowHasItsKindAndParent()
     {
