@@ -121,6 +121,7 @@ void fitAgain(QMainWindow *window, const QPointer<QDockWidget> &shown, const QSi
             window->layout()->activate();
             window->resize(width, height);
         }
+        window->layout()->activate(); // it hides the bars of tabs that have moved
         if (rounds > 1)
             fitAgain(window, shown, room, rounds - 1);
     });
