@@ -235,8 +235,7 @@ private Q_SLOTS:
 
     void exampleThatCannotBeWrittenIsCopied()
     {
-        if (!becomeOrdinaryUser())
-            QSKIP("cannot become an ordinary user");
+        QVERIFY2(becomeOrdinaryUser(), "cannot become an ordinary user");
         const ReadOnlyExamples f;
         f.answers->press(QMessageBox::Yes);
         f.openExample();
@@ -249,8 +248,7 @@ private Q_SLOTS:
 
     void secondExampleIsOpenedInTheCopyWithoutAQuestion()
     {
-        if (!becomeOrdinaryUser())
-            QSKIP("cannot become an ordinary user");
+        QVERIFY2(becomeOrdinaryUser(), "cannot become an ordinary user");
         const ReadOnlyExamples f;
         f.installation.write(u"varnel-examples/one/one.vnw"_s, "<workspace/>"); // changed by the user
         f.openExample();
@@ -271,8 +269,7 @@ private Q_SLOTS:
     void userMayOpenTheInstalledExampleOrNothing()
     {
         QFETCH(const QMessageBox::StandardButton, answer);
-        if (!becomeOrdinaryUser())
-            QSKIP("cannot become an ordinary user");
+        QVERIFY2(becomeOrdinaryUser(), "cannot become an ordinary user");
         const ReadOnlyExamples f;
         f.answers->press(answer);
         f.openExample();
@@ -284,8 +281,7 @@ private Q_SLOTS:
 
     void copyThatFailsIsReported()
     {
-        if (!becomeOrdinaryUser())
-            QSKIP("cannot become an ordinary user");
+        QVERIFY2(becomeOrdinaryUser(), "cannot become an ordinary user");
         const ReadOnlyExamples f;
         f.installation.write(u"varnel-examples"_s, "a file");
         f.answers->press(QMessageBox::Yes);
