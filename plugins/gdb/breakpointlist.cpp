@@ -1,7 +1,7 @@
 #include "breakpointlist.h"
+#include "disassemblyplace.h"
 #include "breakpointcommands.h"
 #include "gdbsession.h"
-#include "sourcepaths.h"
 #include "symboltable.h"
 #include <algorithm>
 #include <QDir>
@@ -29,7 +29,7 @@ void appendOnce(const BreakpointLocation &location, QList<BreakpointLocation> *l
 QString atLocation(const BreakpointLocation &location)
 {
     if (isDisassembly(location.file))
-        return u"*0x"_s + QString::number(uint(location.line) - 1, 16);
+        return u"*0x"_s + QString::number(addressOfLine(location.line), 16);
     return QDir::toNativeSeparators(location.file) + u", "_s + QString::number(location.line);
 }
 } // namespace
@@ -46,7 +46,7 @@ QList<BreakpointLocation> breakpointPlaces(const MiValue &breakpoint, bool onlyA
     }
     for (const MiValue &place : places) {
         if (const quint64 address = place.address(u"addr"); place.text(u"addr").startsWith("0x"_L1))
-            appendOnce({u"disassembler:"_s, int(uint(address) + 1)}, &found);
+            appendOnce(placeOfAddress(address), &found);
     }
     return found;
 }
@@ -93,7 +93,7 @@ int BreakpointList::setBreakpoint(const QString &file, int line, int state)
 BreakpointLocation BreakpointList::normalised(const QString &file, int line) const
 {
     if (isDisassembly(file))
-        return {u"disassembler:"_s, line};
+        return {anyDisassembly(), line};
     return {QDir::cleanPath(QDir(m_basePath).absoluteFilePath(file)), line};
 }
 
@@ -112,7 +112,7 @@ bool BreakpointList::insert(Entry *entry, QString *error, bool pending)
 {
     QByteArray location;
     if (isDisassembly(entry->wanted.file))
-        location = "*0x" + QByteArray::number(m_symbols->widen(uint(entry->wanted.line) - 1), 16);
+        location = "*0x" + QByteArray::number(m_symbols->widen(addressOfLine(entry->wanted.line)), 16);
     else
         location = "--source " + miQuoted(m_symbols->gdbFile(entry->wanted.file)) + " --line "
                    + QByteArray::number(entry->wanted.line);
@@ -339,7 +339,7 @@ bool BreakpointList::needsHardware(const Entry &entry) const
     };
     return entry.number != 0 && entry.state == BreakpointEnabled
            && std::ranges::any_of(entry.locations, [&](const BreakpointLocation &place) {
-                  return isDisassembly(place.file) && isReadOnly(uint(place.line) - 1);
+                  return isDisassembly(place.file) && isReadOnly(addressOfLine(place.line));
               });
 }
 

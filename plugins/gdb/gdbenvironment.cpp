@@ -1,4 +1,5 @@
 #include "gdbenvironment.h"
+#include "disassemblyplace.h"
 #include "formattedexpression.h"
 #include "propertytext.h"
 #include "sourcepaths.h"
@@ -259,7 +260,7 @@ void GdbEnvironment::runTo(const QString &file, int line)
 {
     m_instructionView = isDisassembly(file) ? file : QString();
     if (isDisassembly(file))
-        m_session.runTo(u"*0x"_s + QString::number(m_symbols.widen(uint(line) - 1), 16));
+        m_session.runTo(u"*0x"_s + QString::number(m_symbols.widen(addressOfLine(line)), 16));
     else
         m_session.runTo(u"--source "_s + QString::fromUtf8(miQuoted(m_symbols.gdbFile(absolute(file)))) + u" --line "_s
                         + QString::number(line));
@@ -267,7 +268,7 @@ void GdbEnvironment::runTo(const QString &file, int line)
 
 bool GdbEnvironment::setNextStatement(const QString &file, int line)
 {
-    uint address = uint(line) - 1;
+    uint address = addressOfLine(line);
     QString problem;
     if (!m_session.isStopped())
         problem = tr("The next statement cannot be set, because the program is not paused.\n");
@@ -315,8 +316,8 @@ bool GdbEnvironment::currentLocation(QString &file, int &line)
         line = frame.line;
         return true;
     }
-    file = instructionView.isEmpty() ? u"disassembler:"_s : instructionView;
-    line = int(uint(frame.address) + 1);
+    file = instructionView.isEmpty() ? anyDisassembly() : instructionView;
+    line = lineOfAddress(frame.address);
     return true;
 }
 

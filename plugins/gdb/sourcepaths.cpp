@@ -1,8 +1,6 @@
 #include "sourcepaths.h"
 #include <QDir>
 
-using namespace Qt::StringLiterals;
-
 QString bestPathMatch(const QString &path, const QStringList &candidates)
 {
     const QStringList wanted = QDir::fromNativeSeparators(path).split(u'/');
@@ -27,11 +25,6 @@ QString withOtherRoot(const QString &path, const QString &oldRoot, const QString
     if (oldRoot.isEmpty() || !path.startsWith(oldRoot + u'/'))
         return path;
     return newRoot + path.sliced(oldRoot.size());
-}
-
-bool isDisassembly(const QString &file)
-{
-    return file.contains("disassembler:"_L1);
 }
 
 QString projectPath(const QString &path, const QString &basePath)

@@ -9,8 +9,5 @@
 /// @p path below @p newRoot instead of @p oldRoot; unchanged if it is not below @p oldRoot.
 [[nodiscard]] QString withOtherRoot(const QString &path, const QString &oldRoot, const QString &newRoot);
 
-/// Whether a file text refers to the disassembly instead of a source file.
-[[nodiscard]] bool isDisassembly(const QString &file);
-
 /// @p path in the host's form: relative if it is below @p basePath, otherwise unchanged.
 [[nodiscard]] QString projectPath(const QString &path, const QString &basePath);
