@@ -146,18 +146,15 @@ void MainWindow::fileSelected(const QString &path)
 
 void MainWindow::viewActivated(View *view)
 {
-    if (m_parts->buildControl) { // null at first: the commands are created after the views
-        const bool isView = view;
-        const QPointer<View> kept(view);
-        m_parts->buildControl->setCurrentFile(view ? view->document()->filename() : QString());
-        if (isView && !kept)
-            return; // closed while a plug-in was asked about the file
-        m_parts->findCommands->viewActivated(view);
-    }
+    const bool isView = view;
+    const QPointer<View> kept(view);
+    m_parts->buildControl->setCurrentFile(view ? view->document()->filename() : QString());
+    if (isView && !kept)
+        return; // closed while a plug-in was asked about the file
+    m_parts->findCommands->viewActivated(view);
     const auto *text = qobject_cast<TextView *>(view);
     Q_EMIT viewHasFocus(view != nullptr);
-    if (m_parts->fileCommands)
-        m_parts->fileCommands->viewActivated(view);
+    m_parts->fileCommands->viewActivated(view);
     Q_EMIT textViewHasFocus(text != nullptr);
     Q_EMIT textNavigationAvailable(viewInterface<ITextNavigation>(view) != nullptr);
     Q_EMIT saveAvailable(view && view->document()->modified());
