@@ -71,8 +71,8 @@ private Q_SLOTS:
 
     void otherSchemesKeepTheirFrames()
     {
-        QVERIFY(FrameStyle::isNeeded(colourScheme(Qt::black, Qt::white)));
-        QVERIFY(!FrameStyle::isNeeded(colourScheme(QColor(40, 40, 40), Qt::white)));
+        QVERIFY(FrameStyle::isBlack(colourScheme(Qt::black, Qt::white)));
+        QVERIFY(!FrameStyle::isBlack(colourScheme(QColor(40, 40, 40), Qt::white)));
         FrameStyle style(QStyleFactory::create(QStringLiteral("fusion")));
         const std::unique_ptr<QStyle> bare(QStyleFactory::create(QStringLiteral("fusion")));
         QLineEdit edit;
@@ -81,6 +81,34 @@ private Q_SLOTS:
         const QImage before = edit.grab().toImage();
         edit.setStyle(&style);
         QCOMPARE(edit.grab().toImage(), before);
+    }
+
+    void aListWithTheFocusHasAFrameEvenWithoutARow_data()
+    {
+        QTest::addColumn<QColor>("background");
+        QTest::newRow("light") << QColor(240, 240, 240);
+        QTest::newRow("dark") << QColor(40, 40, 40);
+        QTest::newRow("black") << QColor(Qt::black);
+    }
+    void aListWithTheFocusHasAFrameEvenWithoutARow()
+    {
+        QFETCH(QColor, background);
+        FrameStyle style(QStyleFactory::create(QStringLiteral("fusion")));
+        QWidget window;
+        window.setPalette(colourScheme(background, background.lightness() > 128 ? Qt::black : Qt::white));
+        QTreeWidget list(&window);
+        QLineEdit other(&window);
+        list.setStyle(&style);
+        list.resize(100, 60);
+        window.show();
+        QApplication::setActiveWindow(&window);
+        const auto corner = [&list] { return list.grab().toImage().pixelColor(0, 0); };
+        const QColor highlight = list.palette().color(QPalette::Highlight);
+        other.setFocus();
+        QVERIFY(corner() != highlight);
+        list.setFocus();
+        QVERIFY(list.hasFocus());
+        QCOMPARE(corner(), highlight);
     }
 };
 

@@ -1,4 +1,5 @@
 #include "framestyle.h"
+#include <QAbstractItemView>
 #include <QPainter>
 #include <QStyleOption>
 
@@ -6,12 +7,8 @@ namespace {
 constexpr int Black = 20;        ///< the greatest lightness, of 255, below which the eye sees no difference
 constexpr double Strength = 0.6; ///< of the colour of texts
 
-void drawFrame(const QStyleOption *option, QPainter *painter, bool isRound)
+void drawFrame(const QColor &colour, const QStyleOption *option, QPainter *painter, bool isRound = false)
 {
-    if (!FrameStyle::isNeeded(option->palette))
-        return;
-    QColor colour = option->palette.color(QPalette::WindowText);
-    colour.setAlphaF(float(Strength));
     painter->save();
     painter->setPen(colour);
     painter->setBrush(Qt::NoBrush);
@@ -22,9 +19,23 @@ void drawFrame(const QStyleOption *option, QPainter *painter, bool isRound)
         painter->drawRect(frame);
     painter->restore();
 }
+
+void drawFrameOnBlack(const QStyleOption *option, QPainter *painter, bool isRound = false)
+{
+    if (!FrameStyle::isBlack(option->palette))
+        return;
+    QColor colour = option->palette.color(QPalette::WindowText);
+    colour.setAlphaF(float(Strength));
+    drawFrame(colour, option, painter, isRound);
+}
+
+bool isFocusedList(const QStyleOption &option, const QWidget *widget)
+{
+    return option.state.testFlag(QStyle::State_HasFocus) && qobject_cast<const QAbstractItemView *>(widget);
+}
 } // namespace
 
-bool FrameStyle::isNeeded(const QPalette &palette)
+bool FrameStyle::isBlack(const QPalette &palette)
 {
     return palette.color(QPalette::Window).lightness() <= Black;
 }
@@ -35,15 +46,20 @@ void FrameStyle::drawPrimitive(PrimitiveElement element, const QStyleOption *opt
     QProxyStyle::drawPrimitive(element, option, painter, widget);
     switch (element) {
     case PE_Frame:
+        if (isFocusedList(*option, widget))
+            drawFrame(option->palette.color(QPalette::Highlight), option, painter);
+        else
+            drawFrameOnBlack(option, painter);
+        break;
     case PE_FrameGroupBox:
     case PE_FrameLineEdit:
     case PE_FrameTabWidget:
     case PE_IndicatorCheckBox:
     case PE_PanelButtonCommand:
-        drawFrame(option, painter, false);
+        drawFrameOnBlack(option, painter);
         break;
     case PE_IndicatorRadioButton:
-        drawFrame(option, painter, true);
+        drawFrameOnBlack(option, painter, true);
         break;
     default:
         break;
@@ -55,5 +71,5 @@ void FrameStyle::drawComplexControl(ComplexControl control, const QStyleOptionCo
 {
     QProxyStyle::drawComplexControl(control, option, painter, widget);
     if (control == CC_ComboBox || control == CC_SpinBox)
-        drawFrame(option, painter, false);
+        drawFrameOnBlack(option, painter);
 }

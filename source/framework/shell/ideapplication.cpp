@@ -68,8 +68,7 @@ IDEApplication::IDEApplication(int &argc, char **argv, const std::function<Appli
     new Translation(translationDirectory(path(PathConfig)), m_settings->value(u"Startup/Language"_s).toString(), this);
     if (m_settings->value(u"Startup/DisableSplashScreen"_s, 0).toInt() == 0)
         showSplash();
-    if (FrameStyle::isNeeded(palette()))
-        setStyle(new FrameStyle);
+    setStyle(new FrameStyle);
     addLibraryPath(path(PathPlugInRoot).filePath(u"plugins"_s));
     m_title = getAppFeature(u"title"_s, u"Varnel"_s);
     loadPlugins();
