@@ -1257,6 +1257,13 @@ Möchten Sie sie wirklich schließen und überschreiben?</translation>
     </message>
 </context>
 <context>
+    <name>FilterEdit</name>
+    <message>
+        <source>Clear</source>
+        <translation>Löschen</translation>
+    </message>
+</context>
+<context>
     <name>FindCommands</name>
     <message>
         <source>1 occurrence has been replaced.</source>

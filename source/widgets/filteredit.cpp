@@ -1,9 +1,15 @@
 #include "filteredit.h"
 #include <QKeyEvent>
+#include <QToolButton>
 
 FilterEdit::FilterEdit(QWidget *parent) : QLineEdit(parent)
 {
     setClearButtonEnabled(true);
+    // The toolkit's button has a picture alone.
+    if (auto *clearButton = findChild<QToolButton *>()) {
+        clearButton->setAccessibleName(tr("Clear"));
+        clearButton->setToolTip(tr("Clear"));
+    }
 }
 
 void FilterEdit::keyPressEvent(QKeyEvent *event)

@@ -21,6 +21,14 @@ DOCKS = ("navigatorDockWindow", "outputDockWindow", "registerDockWindow", "perip
          "memoryDockWindow", "callStackDockWindow", "variablesDockWindow", "breakpointsDockWindow", "liveDockWindow",
          "processorDockWindow")
 MENUS = ("fileMenu", "editMenu", "viewMenu", "projectMenu", "buildMenu", "debugMenu", "toolsMenu", "windowMenu", "helpMenu")
+# An option with each kind of editor, the name of the editor, and of the dialog that its button opens.
+EDITORS = (
+    ("Output name", "propertyTextEditor", None),
+    ("Parallel jobs", "propertyIntegerEditor", None),
+    ("Optimisation", "propertyListEditor", None),
+    ("Build directory", "propertyFileEditor", "chooseDirDialog"),
+    ("Include directories", "propertyFileEditor", "fileListDialog"),
+)
 
 
 class AccessibleTest(ProgramTest):
@@ -106,6 +114,43 @@ class AccessibilityTest(AccessibleTest):
                     self.program.screen.keyboard.press("Escape")
                     self.varnel.find_gone(form)
                     self.wait_for_keyboard()
+
+    def test_every_editor_of_an_option_has_a_name(self):
+        self.wait_for_keyboard()
+        keyboard = self.program.screen.keyboard
+        self.varnel.choose("projectProperties")
+        for option, editor, dialog in EDITORS:
+            with self.subTest(option):
+                self.varnel.wait_for("propertyEditorDialog", "isActiveWindow", True)
+                self.varnel.call("FilterEdit", "setFocus()")
+                self.varnel.call("FilterEdit", "selectAll()")
+                keyboard.type(option)
+                self.varnel.wait_for("FilterEdit", "text", option)
+                keyboard.press("Down")
+                self.varnel.wait_for(editor, "visible", True)
+                self.check()
+                if dialog:
+                    self.varnel.call("browseButton", "click()")
+                    self.varnel.wait_for(dialog, "isActiveWindow", True)
+                    self.check()
+                    keyboard.press("Escape")
+                    self.varnel.find_gone(dialog)
+                    self.varnel.wait_for("propertyEditorDialog", "isActiveWindow", True)
+
+    def test_every_control_of_the_questions_has_a_name(self):
+        self.wait_for_keyboard()
+        keyboard = self.program.screen.keyboard
+        keyboard.type("x")
+        self.varnel.wait_for("fileSave", "enabled", True)
+        for action in ("fileClose", "fileExit"):
+            with self.subTest(action):
+                self.varnel.choose(action)
+                self.varnel.wait_for("messageBox", "isActiveWindow", True)
+                self.assertIn(("push button", "Cancel"), self.bus.names(self.application))
+                self.check()
+                keyboard.press("Escape")
+                self.varnel.find_gone("messageBox")
+                self.wait_for_keyboard()
 
     def check_pages(self):
         """Looks at all pages of the options."""
