@@ -61,10 +61,13 @@ void TextParaView::paintEvent(QPaintEvent *event)
     for (int i = std::max(0, dirty.top() / lineHeight()); i <= last; ++i) {
         const ParaRows::Row &row = m_rows.shown()[i];
         const QRect area(dirty.left(), i * lineHeight(), dirty.width(), lineHeight());
-        if (const QColor band = bandOf(i); band.isValid())
+        QPalette colours = palette(); // those of texts depend on what is behind them
+        if (const QColor band = bandOf(i); band.isValid()) {
             painter.fillRect(area, band);
+            colours.setColor(QPalette::Base, band);
+        }
         const SelectedColumns selected = showSelection ? m_selection.columnsOf(row.para, row.line) : SelectedColumns();
-        m_painter.draw(painter, row.text, -contentsX(), area, selected, palette());
+        m_painter.draw(painter, row.text, -contentsX(), area, selected, colours);
     }
     if (m_cursorVisible && hasFocus())
         painter.fillRect(cursorRect(), palette().color(QPalette::Text));

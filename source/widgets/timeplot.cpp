@@ -271,7 +271,7 @@ void TimePlot::paintScales(QPainter &painter, const ValueRange &range) const
     const QColor base = palette().color(QPalette::Base);
     const QColor text = palette().color(QPalette::Text);
     const QColor grid = mixed(base, text, 0.13);
-    const QColor label = mixed(base, text, 0.75);
+    const QColor label = scaleColour(palette());
     const PlotTicks values = plotTicks(range, std::max(2, area.height() / (metrics.height() * HeightOfTick)));
     for (const double value : values.values) {
         const int y = int(std::lround(yOf(value, range)));
@@ -333,6 +333,12 @@ QList<QList<QPointF>> TimePlot::lines(const TimeSeries &series, const ValueRange
 QColor TimePlot::readingPaper(const QPalette &palette)
 {
     return mixed(palette.color(QPalette::Base), palette.color(QPalette::Text), 0.08);
+}
+
+QColor TimePlot::scaleColour(const QPalette &palette)
+{
+    const QColor base = palette.color(QPalette::Base);
+    return readableOn(base, mixed(base, palette.color(QPalette::Text), 0.75));
 }
 
 QColor TimePlot::readingColour(int style, const QPalette &palette)

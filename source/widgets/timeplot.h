@@ -51,6 +51,8 @@ public:
 
     /// The line of a curve on a light or dark @p base.
     [[nodiscard]] static QPen curvePen(int style, const QColor &base);
+    /// Of the numbers at the scales.
+    [[nodiscard]] static QColor scaleColour(const QPalette &palette);
     /// Behind the values at the reading line, and the colour in which that of a curve is written on it.
     [[nodiscard]] static QColor readingPaper(const QPalette &palette);
     [[nodiscard]] static QColor readingColour(int style, const QPalette &palette);

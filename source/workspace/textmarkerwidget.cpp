@@ -2,6 +2,7 @@
 #include "accessibleviews.h"
 #include "editorhost.h"
 #include "paragdata.h"
+#include "rowpainter.h"
 #include "textdocument.h"
 #include "textdocumenttemplate.h"
 #include "textview.h"
@@ -66,11 +67,16 @@ int TextMarkerWidget::wantedWidth() const
     return Width + m_edit->fontMetrics().horizontalAdvance(QString(std::max<qsizetype>(2, digits), u'0')) + NumberSpace;
 }
 
+QColor TextMarkerWidget::numberColour(const QPalette &palette)
+{
+    return readableOn(palette.color(QPalette::Button), palette.color(QPalette::ButtonText));
+}
+
 void TextMarkerWidget::paintNumber(QPainter &painter, int number, const QRectF &line) const
 {
     const QRectF place(Width, line.top(), width() - Width - NumberSpace, line.height());
     painter.setFont(m_edit->font());
-    painter.setPen(palette().color(QPalette::ButtonText));
+    painter.setPen(numberColour(palette()));
     painter.drawText(place, Qt::AlignRight | Qt::AlignVCenter, QString::number(number));
 }
 

@@ -13,6 +13,8 @@ public:
     explicit TextMarkerWidget(TextViewEdit *edit);
 
     [[nodiscard]] int wantedWidth() const; ///< pixels, with the numbers
+    /// Of the numbers of lines.
+    [[nodiscard]] static QColor numberColour(const QPalette &palette);
     /// The marks of the lines on screen, which count from 1.
     [[nodiscard]] QMap<int, int> markers() const;
 

@@ -8,6 +8,7 @@
 #include "readablepalette.h"
 #include "rowpainter.h"
 #include "textformats.h"
+#include "textmarkerwidget.h"
 #include "timeplot.h"
 #include <cmath>
 #include <QTest>
@@ -97,6 +98,8 @@ private Q_SLOTS:
                 compare(text, over(paper, colours.currentLine), format + u" in the line of the cursor"_s);
                 compare(text, colours.bracket, format + u" in brackets"_s);
                 compare(text, colours.match, format + u" that is found"_s);
+                compare(text, colours.statement, format + u" in the next statement"_s);
+                compare(text, colours.caller, format + u" in the line of a caller"_s);
             }
         }
     }
@@ -157,9 +160,34 @@ private Q_SLOTS:
     void coloursOfRowsAreMadeReadable()
     {
         QFETCH(const QString, scheme);
-        const QColor paper = paperOf(formatsOf(scheme), u"Text editor"_s);
-        for (const char *colour : {"#0000ff", "#808080", "#006000", "#ff0000", "#ffffff", "#000000"})
-            compare(readableOn(paper, QColor(QLatin1StringView(colour))), paper, QLatin1StringView(colour));
+        const QColor base = paperOf(formatsOf(scheme), u"Text editor"_s);
+        const EditorColours colours = editorColours(base);
+        for (const QColor &paper : {base, colours.statement, colours.caller}) {
+            for (const char *colour : {"#0000ff", "#808080", "#006000", "#ff0000", "#ffffff", "#000000"})
+                compare(readableOn(paper, QColor(QLatin1StringView(colour))), paper, QLatin1StringView(colour));
+        }
+    }
+
+    void numbersOfLinesAreReadable_data() { schemes(); }
+    void numbersOfLinesAreReadable()
+    {
+        QFETCH(const QString, scheme);
+        QPalette palette = paletteOf(formatsOf(scheme), u"Text editor"_s);
+        const QColor paper = palette.color(QPalette::Button);
+        compare(TextMarkerWidget::numberColour(palette), paper, u"number"_s);
+        palette.setColor(QPalette::ButtonText, Qt::gray); // of a desktop with weak colours
+        compare(TextMarkerWidget::numberColour(palette), paper, u"weak number"_s);
+    }
+
+    void scalesOfAPlotAreReadable_data() { schemes(); }
+    void scalesOfAPlotAreReadable()
+    {
+        QFETCH(const QString, scheme);
+        QPalette palette = paletteOf(formatsOf(scheme), u"Workspace"_s);
+        const QColor paper = palette.color(QPalette::Base);
+        compare(TimePlot::scaleColour(palette), paper, u"scale"_s);
+        palette.setColor(QPalette::Text, paper.lightness() < 128 ? QColor(0xaa, 0xaa, 0xaa) : QColor(0x55, 0x55, 0x55));
+        compare(TimePlot::scaleColour(palette), paper, u"weak scale"_s);
     }
 
     void valuesAtTheReadingLineOfAPlotAreReadable_data() { schemes(); }

@@ -1,4 +1,5 @@
 #include "linesource.h"
+#include "rowpainter.h"
 #include "textparamarkerwidget.h"
 #include "textparaview.h"
 #include <QClipboard>
@@ -374,6 +375,25 @@ private Q_SLOTS:
             banded += colour == QColor(Qt::green) ? u'x' : u'.';
         }
         QCOMPARE(banded, u"..x.."_s); // its source lines have none
+    }
+
+    /// Grey that is readable on white is made darker on a band.
+    void textOnABandIsReadable()
+    {
+        const QColor band(0xff, 0xf2, 0xa8);
+        Fixture f([](int) { return QStringList{u"<font color=\"#808080\">MMMMMMMM</font>"_s}; });
+        f.view->setBands([&band](int para) { return para == 0 ? band : QColor(); });
+        const QImage image = f.view->viewport()->grab().toImage();
+        const auto darkest = [&](int row) {
+            int least = 255;
+            for (int y = row * f.view->lineHeight() + 1; y < (row + 1) * f.view->lineHeight(); ++y) {
+                for (int x = 4 * f.view->charWidth(); x < 8 * f.view->charWidth(); ++x) // the cursor is before
+                    least = std::min(least, qGray(image.pixel(x, y)));
+            }
+            return least;
+        };
+        QVERIFY(darkest(0) <= qGray(readableOn(band, QColor(u"#808080"_s)).rgb()) + 3);
+        QVERIFY(darkest(1) > qGray(readableOn(band, QColor(u"#808080"_s)).rgb()) + 3);
     }
 
     void marksStandBesideTheInstruction()
