@@ -1,8 +1,11 @@
+#include "activity.h"
 #include "commandline.h"
+#include "document.h"
 #include "entry.h"
 #include "ideapplication.h"
 #include "installation.h"
 #include "mainwindow.h"
+#include "project.h"
 #include "view.h"
 #include "viewmanager.h"
 #include <QAbstractButton>
@@ -268,11 +271,50 @@ private Q_SLOTS:
         QVERIFY(!served);
     }
 
-    void aBareFileNameOpensNothing()
+    void argumentsWithoutAnOptionAreOpened_data()
     {
-        const Outcome outcome = run(*m_installation, {"varnel", "main.c"});
-        QVERIFY(outcome.loopEntered);
+        QTest::addColumn<QString>("argument");
+        QTest::addColumn<QStringList>("views");
+        QTest::addColumn<QStringList>("projects");
+        QTest::newRow("file") << u"d/main.c"_s << QStringList(u"main.c"_s) << QStringList();
+        QTest::newRow("directory") << u"d"_s << QStringList() << QStringList(u"one"_s);
+        QTest::newRow("workspace") << u"d/one.vnw"_s << QStringList() << QStringList(u"one"_s);
+        QTest::newRow("project") << u"p/one.vnp"_s << QStringList() << QStringList(u"one"_s);
+        QTest::newRow("nothing of that name") << u"d/other.c"_s << QStringList() << QStringList();
+    }
+    void argumentsWithoutAnOptionAreOpened()
+    {
+        QFETCH(const QString, argument);
+        m_installation->write(u"d/main.c"_s, "int main() { return 0; }");
+        for (const QString &project : {u"d/one.vnp"_s, u"p/one.vnp"_s})
+            m_installation->write(project, "<project><properties currentconfiguration='Default'>"
+                                           "<configuration name='Default'/></properties></project>");
+        m_installation->write(u"d/one.vnw"_s, "<workspace><project path='one.vnp'/></workspace>");
+        store("[Startup]\nStartPage=0\n");
+        QFETCH(const QStringList, views);
+        QFETCH(const QStringList, projects);
+        QStringList opened;
+        QStringList loaded;
+        QTimer poll;
+        QElapsedTimer time;
+        time.start();
+        QObject::connect(&poll, &QTimer::timeout, [&] { // opening handles events
+            opened.clear();
+            for (const View *view : mainWindow()->viewManager()->arrangedViews())
+                opened.append(QFileInfo(view->document()->filename()).fileName());
+            loaded.clear();
+            for (const Project *project : mainWindow()->activity().projects())
+                loaded.append(project->name());
+            if ((opened == views && loaded == projects) || time.hasExpired(10'000)) {
+                poll.stop();
+                mainWindow()->close();
+            }
+        });
+        const Outcome outcome =
+            run(*m_installation, {"varnel", m_installation->path(argument).toUtf8()}, [&poll] { poll.start(20); });
         QCOMPARE(outcome.exitCode, 0);
+        QCOMPARE(opened, views);
+        QCOMPARE(loaded, projects);
     }
 
     void failedOpenDoesNotCountAsABadOption_data()

@@ -1,7 +1,9 @@
 #include "folderproject.h"
 #include "projectfile.h"
 #include "sessionkeeper.h"
+#include "viewmanager.h"
 #include "windowfixture.h"
+#include <QSignalSpy>
 #include <QTest>
 
 using namespace Qt::StringLiterals;
@@ -96,6 +98,7 @@ private Q_SLOTS:
         QTest::newRow("a project with its workspace") << QStringList{u"a.vnp"_s, u"a.vnw"_s} << QStringList{u"a.vnw"_s};
         QTest::newRow("workspaces first") << QStringList{u"a.vnp"_s, u"b.vnw"_s, u"c.vnp"_s, u"c.vnw"_s}
                                           << QStringList{u"b.vnw"_s, u"c.vnw"_s, u"a.vnp"_s};
+        QTest::newRow("capitals") << QStringList{u"A.vnp"_s, u"A.VNW"_s, u"B.VNP"_s} << QStringList{u"A.VNW"_s};
         QTest::newRow("not in folders below") << QStringList{u"sub/a.vnp"_s} << QStringList();
     }
     void openableFilesOfADirectory()
@@ -105,6 +108,23 @@ private Q_SLOTS:
         for (const QString &name : present)
             f.write(name, "");
         QTEST(names(openableFiles(f.path(QString()))), "expected");
+    }
+
+    void endingOfAWorkspaceMayBeInCapitals_data()
+    {
+        QTest::addColumn<QString>("named");
+        QTest::newRow("workspace") << u"d/ALL.VNW"_s;
+        QTest::newRow("directory") << u"d"_s;
+    }
+    void endingOfAWorkspaceMayBeInCapitals()
+    {
+        QFETCH(QString, named);
+        const WindowFixture f;
+        f.writeProject(u"d/sub/one.vnp"_s);
+        f.writeWorkspace(u"d/ALL.VNW"_s, {u"sub/one.vnp"_s});
+        f.window->continueLastRun({f.path(named)});
+        QCOMPARE(f.projects(), QStringList(u"one"_s));
+        QVERIFY(!f.window->viewManager()->currentView());
     }
 
     void directoryWithOneWorkspaceOpensIt()
@@ -206,6 +226,23 @@ private Q_SLOTS:
         MainWindow *window = f.window.get();
         window->continueLastRun({f.path(u"d"_s), f.write(u"a.c"_s, "")});
         QVERIFY(!QFileInfo::exists(f.path(u"d/d.vnp"_s)));
+    }
+
+    void workspaceThatIsOpenedAfterTheWindowWasClosedIsClosedWithIt()
+    {
+        WindowFixture f;
+        const QString project = f.writeProject(u"d/one.vnp"_s);
+        f.writeWorkspace(u"d/one.vnw"_s, {u"one.vnp"_s});
+        f.answers->meet([&f](QDialog *dialog) { // "It will be opened instead of the specified project."
+            f.window->close();
+            dialog->reject();
+        });
+        QVERIFY(f.window->openProject(project, false));
+        QVERIFY(!f.window->isVisible());
+        QVERIFY(f.window->projectWorkspace());
+        const QSignalSpy closing(&f.window->activity(), &Activity::workspaceClosing);
+        f.window.reset(); // without a warning of the assertions
+        QCOMPARE(closing.size(), 1);
     }
 
     void namedWorkspaceGetsItsFilesBackAndNotThoseOfTheLastRun()

@@ -10,11 +10,6 @@ bool isOption(const QString &argument, QChar letter)
     return argument == u'-' + QString(letter) || argument == u'/' + QString(letter);
 }
 
-bool takesArgument(const QString &argument)
-{
-    return isOption(argument, u'r') || isOption(argument, u'p') || isOption(argument, u'w');
-}
-
 QString absolutePath(const QString &path)
 {
     return path.isEmpty() ? path : QFileInfo(path).absoluteFilePath();
@@ -63,7 +58,9 @@ QString commandLineAnswer(const QStringList &arguments, const QString &version)
                 "  -r PORT     let test drivers connect to PORT; 0 is any free port\n"
                 "  --help      print this text and end\n"
                 "  --version   print the version and end\n");
-        if (takesArgument(arguments[i]))
+        if (isOption(arguments[i], u'p') || isOption(arguments[i], u'w'))
+            return {}; // what follows their argument is ignored
+        if (isOption(arguments[i], u'r'))
             ++i;
     }
     return {};

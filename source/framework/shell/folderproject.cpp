@@ -1,6 +1,7 @@
 #include "folderproject.h"
 #include "projectscript.h"
 #include <QDir>
+#include <QFileInfo>
 
 using namespace Qt::StringLiterals;
 
@@ -14,11 +15,23 @@ QStringList paths(const QDir &directory, const QString &pattern)
 }
 } // namespace
 
+bool isWorkspaceFile(const QString &path)
+{
+    return QFileInfo(path).suffix().compare("vnw"_L1, Qt::CaseInsensitive) == 0;
+}
+
+bool isProjectFile(const QString &path)
+{
+    return QFileInfo(path).suffix() == "vnp"_L1;
+}
+
 QStringList openableFiles(const QString &directory)
 {
     QStringList result = paths(QDir(directory), u"*.vnw"_s);
     QStringList projects = paths(QDir(directory), u"*.vnp"_s);
-    projects.removeIf([&result](const QString &project) { return result.contains(project.chopped(1) + u'w'); });
+    projects.removeIf([&result](const QString &project) {
+        return !isProjectFile(project) || result.contains(project.chopped(1) + u'w', Qt::CaseInsensitive);
+    });
     return result + projects;
 }
 

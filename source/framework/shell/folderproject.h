@@ -4,6 +4,11 @@
 
 // A directory as the user names it on the command line: the workspaces and projects in it, or a project made of it.
 
+/// By the ending of the name. That of a workspace may be in capitals; that of a project may not, because workspaces
+/// contain the name of a project without its ending.
+[[nodiscard]] bool isWorkspaceFile(const QString &path);
+[[nodiscard]] bool isProjectFile(const QString &path);
+
 /// The paths of what can be opened in @p directory: its workspaces, then its projects without a workspace of their
 /// name.
 [[nodiscard]] QStringList openableFiles(const QString &directory);

@@ -66,7 +66,9 @@ MainWindow::MainWindow(QWidget *parent) : AvailabilityWindow(parent)
 
 MainWindow::~MainWindow()
 {
-    m_parts->ready = false; // the toolkit still sends events
+    m_parts->ready = false;            // the toolkit still sends events
+    if (m_parts->activity.workspace()) // a command was about to open it when the window was closed
+        m_parts->activity.closeWorkspace();
     QtWrapper::deleteAll(); // if the window was not closed
 }
 

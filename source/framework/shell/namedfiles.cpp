@@ -22,8 +22,7 @@ struct Text
 /// Opens in the place of the text editor: a workspace, or what leads to one.
 bool isWorkspaceLike(const QString &path)
 {
-    const QString suffix = QFileInfo(path).suffix();
-    return QFileInfo(path).isDir() || suffix == "vnw"_L1 || suffix == "vnp"_L1;
+    return QFileInfo(path).isDir() || isWorkspaceFile(path) || isProjectFile(path);
 }
 } // namespace
 
@@ -47,7 +46,7 @@ void NamedFiles::openProjectOf(const QString &path)
 {
     if (QFileInfo(path).isDir())
         openDirectory(path);
-    else if (QFileInfo(path).suffix() == "vnp"_L1)
+    else if (isProjectFile(path))
         m_projects.openProject(path, false);
     else
         m_projects.openWorkspace(path, false);

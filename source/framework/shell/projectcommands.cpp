@@ -3,6 +3,7 @@
 #include "callplugin.h"
 #include "document.h"
 #include "editproperties.h"
+#include "folderproject.h"
 #include "lastdirectories.h"
 #include "messages.h"
 #include "navigator.h"
@@ -102,7 +103,7 @@ void ProjectCommands::open()
     if (path.isEmpty() || !closeWorkspace()) // a script may have opened one meanwhile
         return;
     rememberDirectories(path);
-    if (QFileInfo(path).suffix() == "vnp"_L1)
+    if (isProjectFile(path))
         openProject(path, true);
     else
         openWorkspace(path, true);
