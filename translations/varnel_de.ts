@@ -3503,6 +3503,10 @@ Bitte sorgen Sie dafür, dass in den Ordner &apos;%1&apos; geschrieben werden ka
         <source>Filter of the projects</source>
         <translation>Filter der Projekte</translation>
     </message>
+    <message>
+        <source>Navigator</source>
+        <translation>Navigator</translation>
+    </message>
 </context>
 <context>
     <name>NewConfigurationDialog</name>
@@ -3962,6 +3966,10 @@ Die Ausführungsumgebung unterstützt es nicht.</translation>
     <message>
         <source>Interrupts the statement that runs in the Command Window</source>
         <translation>Unterbricht die Anweisung, die in der Befehlszeile läuft</translation>
+    </message>
+    <message>
+        <source>Output</source>
+        <translation>Ausgabe</translation>
     </message>
 </context>
 <context>
@@ -8480,6 +8488,57 @@ Bitte prüfen Sie, dass diese Datei nicht schreibgeschützt ist und Sie in sie s
         <source>Writes a Makefile with which GNU make builds all configurations of the current project without Varnel, and Makefiles of the library projects that it uses. Asks before it overwrites a file that it has not written itself. Available while nothing is being built or debugged.</source>
         <comment>projectGenerateMakefile</comment>
         <translation>Schreibt ein Makefile, mit dem GNU make alle Konfigurationen des aktuellen Projekts ohne Varnel erstellt, und Makefiles der Bibliotheksprojekte, die es benutzt. Fragt, bevor eine Datei überschrieben wird, die nicht so entstanden ist. Verfügbar, während nichts erstellt oder debuggt wird.</translation>
+    </message>
+    <message>
+        <source>Encoding and Line Ends</source>
+        <comment>viewFileFormat</comment>
+        <translation>Kodierung und Zeilenenden</translation>
+    </message>
+    <message>
+        <source>&amp;Encoding and Line Ends</source>
+        <comment>viewFileFormat</comment>
+        <translation>&amp;Kodierung und Zeilenenden</translation>
+    </message>
+    <message>
+        <source>Changes how the current file is written</source>
+        <comment>viewFileFormat</comment>
+        <translation>Ändert, wie die aktuelle Datei geschrieben wird</translation>
+    </message>
+    <message>
+        <source>Opens the menu in the status bar with the encodings and line ends in which the current file can be saved.</source>
+        <comment>viewFileFormat</comment>
+        <translation>Öffnet das Menü in der Statusleiste mit den Kodierungen und Zeilenenden, in denen die aktuelle Datei gespeichert werden kann.</translation>
+    </message>
+    <message>
+        <source>Show Value</source>
+        <comment>debugShowValue</comment>
+        <translation>Wert anzeigen</translation>
+    </message>
+    <message>
+        <source>Show &amp;Value</source>
+        <comment>debugShowValue</comment>
+        <translation>Wert anzei&amp;gen</translation>
+    </message>
+    <message>
+        <source>Shows the value of the expression at the cursor</source>
+        <comment>debugShowValue</comment>
+        <translation>Zeigt den Wert des Ausdrucks am Cursor</translation>
+    </message>
+    <message>
+        <source>Shows the value of the selected text, or of the expression at the cursor, as pointing at it does. Available while the program is paused.</source>
+        <comment>debugShowValue</comment>
+        <translation>Zeigt den Wert des markierten Textes oder des Ausdrucks am Cursor, wie wenn man darauf zeigt. Verfügbar, während das Programm angehalten ist.</translation>
+    </message>
+</context>
+<context>
+    <name>ValueToolTips</name>
+    <message>
+        <source>There is no expression at the cursor.</source>
+        <translation>Am Cursor steht kein Ausdruck.</translation>
+    </message>
+    <message>
+        <source>The value is not known.</source>
+        <translation>Der Wert ist nicht bekannt.</translation>
     </message>
 </context>
 <context>

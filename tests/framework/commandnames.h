@@ -27,10 +27,11 @@ inline QByteArrayList plainCommands()
 /// The actions that the class of their subject connects.
 inline QByteArrayList commandsWithoutSlot()
 {
-    return QByteArray(
-               "editNextMessage editPreviousMessage editFindNext editFindPrevious editStopFindInFiles "
-               "toolsRecordScript windowClosePane viewShowInNavigator projectForgetTrust buildAllProjects debugSetNext "
-               "helpPlugins helpReport")
+    return QByteArray("editNextMessage editPreviousMessage editFindNext editFindPrevious editStopFindInFiles "
+                      "toolsRecordScript windowClosePane viewShowInNavigator viewFileFormat projectForgetTrust "
+                      "buildAllProjects "
+                      "debugSetNext debugShowValue "
+                      "helpPlugins helpReport")
         .split(' ');
 }
 

@@ -27,6 +27,12 @@ private:
         QHelpEvent event(QEvent::ToolTip, place, edit()->viewport()->mapToGlobal(place));
         QCoreApplication::sendEvent(edit()->viewport(), &event);
     }
+    void moveCursorTo(int column) const
+    {
+        QTextCursor cursor(edit()->document());
+        cursor.setPosition(column);
+        edit()->setTextCursor(cursor);
+    }
     static QString shown() { return QToolTip::isVisible() ? QToolTip::text() : QString(); }
 
 private Q_SLOTS:
@@ -71,6 +77,24 @@ private Q_SLOTS:
     {
         pointAt(15);
         QTRY_COMPARE(shown(), u"<pre>origin.x = &lt;1&gt;</pre>"_s);
+    }
+
+    void valueAtTheCursorIsShownOnCommand()
+    {
+        edit()->window()->show();
+        QApplication::setActiveWindow(edit()->window());
+        edit()->setFocus();
+        QVERIFY(edit()->hasFocus());
+        moveCursorTo(2);
+        m_toolTips->showAtCursor();
+        QTRY_COMPARE(shown(), u"<pre>total = 5</pre>"_s);
+        moveCursorTo(19); // a number
+        m_toolTips->showAtCursor();
+        QCOMPARE(shown(), u"<pre>There is no expression at the cursor.</pre>"_s);
+        m_activity->setState(StateRunning);
+        moveCursorTo(2);
+        m_toolTips->showAtCursor();
+        QCOMPARE(shown(), u"<pre>The value is not known.</pre>"_s);
     }
 
     void otherPlacesHaveNoToolTip()

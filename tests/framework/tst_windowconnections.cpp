@@ -179,6 +179,18 @@ private Q_SLOTS:
         QCOMPARE(f.status(), u"No project of the workspace contains this file"_s);
     }
 
+    void formatOfTheFileIsOfferedByACommand()
+    {
+        const ProductWindow f;
+        QVERIFY(!f.action(u"viewFileFormat"_s)->isEnabled());
+        f.open(u"a.c"_s);
+        f.action(u"viewFileFormat"_s)->trigger();
+        auto *menu = f.window->findChild<QMenu *>(u"fileFormatMenu"_s);
+        QVERIFY(menu->isVisible());
+        QVERIFY(!menu->actions().isEmpty());
+        menu->close();
+    }
+
     void searchInFilesRaisesTheOutput()
     {
         const ProductWindow f;

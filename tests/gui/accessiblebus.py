@@ -13,6 +13,7 @@ CONTROLS = {
 WINDOWS = {"frame", "dialog", "alert", "file chooser", "color chooser", "window"}
 # Parts of the toolkit's controls: the control around them has the name.
 INNER_PARENTS = {"combo box", "spin button"}
+NAMED_BY_ITS_PARTS = "page tab list"
 DEEPEST = 60
 MOST_ROWS = 300
 
@@ -53,10 +54,13 @@ class AccessibleBus:
                 result.append(accessible.get_child_at_index(i))
         return [child for child in result if child]
 
-    def is_showing(self, accessible):
+    def has_state(self, accessible, state):
         with contextlib.suppress(self._error):
-            return accessible.get_state_set().contains(self._atspi.StateType.SHOWING)
+            return accessible.get_state_set().contains(state)
         return False
+
+    def is_showing(self, accessible):
+        return self.has_state(accessible, self._atspi.StateType.SHOWING)
 
     def titles(self, application):
         """The titles of the windows of a program."""
@@ -68,25 +72,30 @@ class AccessibleBus:
         return "vanished", "vanished"
 
     def walk(self, accessible, path=()):
-        """Each showing object below one, with the roles and names of those around it. Rows of tables count as their table."""
+        """Each showing object below one: the roles and names of those around it and its own, and whether it takes keys.
+
+        Rows of tables count as their table.
+        """
         for child in self.children(accessible):
             if not self.is_showing(child) or len(path) > DEEPEST:
                 continue
             here = (*path, self.role_and_name(child))
-            yield here
+            yield here, self.has_state(child, self._atspi.StateType.FOCUSABLE)
             if here[-1][0] not in ("tree", "tree table", "table"):
                 yield from self.walk(child, here)
 
     def unnamed(self, accessible):
-        """The controls without a name, each as the way to it."""
+        """The controls without a name, and what else takes keys, each as the way to it."""
         result = []
-        for way in self.walk(accessible):
+        for way, takes_keys in self.walk(accessible):
             role, name = way[-1]
             parent = way[-2][0] if len(way) > 1 else ""
             is_window = len(way) == 1 and role in WINDOWS
-            if (role in CONTROLS or is_window) and not name.strip() and parent not in INNER_PARENTS:
+            if role == NAMED_BY_ITS_PARTS:
+                continue
+            if (role in CONTROLS or is_window or takes_keys) and not name.strip() and parent not in INNER_PARENTS:
                 result.append(" > ".join(f"{role} '{name}'" for role, name in way))
         return result
 
     def names(self, accessible):
-        return [way[-1] for way in self.walk(accessible)]
+        return [way[-1] for way, _ in self.walk(accessible)]

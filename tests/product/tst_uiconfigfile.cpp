@@ -12,7 +12,7 @@ const QStringList actionNames =
     "editUncomment editIndent editUnindent editFind editReplace editFindInFiles "
     "editSelectAll editLookupNextLine editNextMessage editPreviousMessage editFindNext editFindPrevious "
     "editStopFindInFiles "
-    "viewGotoLine viewShowInNavigator viewNavigator viewOutput "
+    "viewGotoLine viewShowInNavigator viewFileFormat viewNavigator viewOutput "
     "projectNew projectOpen projectRepopulate projectGenerateMakefile projectClose "
     "projectSave projectInsertFiles projectInsertFilesAlt projectInsertProject "
     "projectProperties projectPropertiesAlt projectForgetTrust "
@@ -26,7 +26,7 @@ const QStringList actionNames =
     "toolsMacroNew toolsMacroEdit toolsRecordScript toolsCustomise toolsOptions "
     "windowNew windowSplit windowClose windowCloseAll windowCascade windowTile windowNext "
     "windowPrev windowClosePane "
-    "helpSearch helpHome helpBack helpForward helpPrevious helpNext helpAbout helpPlugins helpReport buildAllProjects debugSetNext"_s
+    "helpSearch helpHome helpBack helpForward helpPrevious helpNext helpAbout helpPlugins helpReport buildAllProjects debugSetNext debugShowValue"_s
         .split(u' ');
 
 const QStringList signalNames =
@@ -210,7 +210,7 @@ void TestUiConfig::sectionsAreActionsMenusToolbars()
 
 void TestUiConfig::actionIsDeclaredOnce()
 {
-    QCOMPARE(actionNames.size(), 88 + 13); // the given ones and our own
+    QCOMPARE(actionNames.size(), 88 + 15); // the given ones and our own
     QCOMPARE(sorted(names(m_actions)), sorted(actionNames));
 }
 
@@ -376,7 +376,7 @@ void TestUiConfig::everyCommandIsInExactlyOneMenu()
 {
     const QList<QDomElement> references = elements(m_root.firstChildElement(u"menus"_s), u"action"_s);
     const QStringList expected = actionNames.filter(QRegularExpression(u"(?<!Alt)$"_s));
-    QCOMPARE(expected.size(), 83 + 13);
+    QCOMPARE(expected.size(), 83 + 15);
     QCOMPARE(sorted(names(references)), sorted(expected));
 }
 

@@ -72,6 +72,7 @@ OptionsDialog::OptionsDialog(const OptionValues &values, OptionChoices choices, 
 {
     m_ui->setupUi(this);
     setObjectName(name);
+    m_ui->OptionsTabs->setAccessibleName(windowTitle());
     setupFormatTab();
     loadEditorTab(values.editor);
     m_ui->DisableSplashCheck->setChecked(values.disableSplash);

@@ -62,6 +62,7 @@ void OutputWindow::createLayout(const QPixmap &artwork)
     if (!artwork.isNull())
         inner->addWidget(artworkLabel(artwork));
     m_tabs->setObjectName(u"outputTabs"_s);
+    m_tabs->setAccessibleName(tr("Output"));
     m_tabs->setTabPosition(QTabWidget::South);
     m_tabs->setTabShape(QTabWidget::Triangular);
     inner->addWidget(m_tabs, 1);

@@ -2,6 +2,7 @@
 #include "fileformatbutton.h"
 #include <QCoreApplication>
 #include <QLabel>
+#include <QMenu>
 #include <QStatusBar>
 
 using namespace Qt::StringLiterals;
@@ -67,4 +68,10 @@ void StatusLabels::clearCursor() const
 void StatusLabels::setDocument(TextDocument *document) const
 {
     m_formatButton->setDocument(document);
+}
+
+void StatusLabels::showFormatMenu() const
+{
+    if (m_formatButton->isVisible())
+        m_formatButton->menu()->popup(m_formatButton->mapToGlobal(QPoint()));
 }

@@ -19,6 +19,7 @@ public:
     void setCursor(int line, int column);             ///< Both count from 0.
     void clearCursor() const;                         ///< There is no view with a cursor.
     void setDocument(TextDocument *document) const;   ///< Null if the current view is not a text.
+    void showFormatMenu() const;                      ///< As a click on the format of the file.
     [[nodiscard]] int line() const { return m_line; } ///< Of the cursor, counted from 1.
 
 private:

@@ -353,7 +353,17 @@ void WindowParts::setUpCommands()
     QObject::connect(optionsCommands.get(), &OptionsCommands::appearanceChanged, &window, [this] { formats.apply(); });
     QObject::connect(zoomCommands.get(), &ZoomCommands::zoomChanged, &window, [this] { formats.apply(); });
     QObject::connect(navigator, &Navigator::saveAsTemplate, templateCommands.get(), &TemplateCommands::saveAsTemplate);
+    connectOwnActions();
     connectReports();
+}
+
+/// Those whose subjects do not know the window.
+void WindowParts::connectOwnActions()
+{
+    if (const QAction *showValue = services.action(u"debugShowValue"_s))
+        QObject::connect(showValue, &QAction::triggered, debugViews.toolTips.get(), &ValueToolTips::showAtCursor);
+    if (const QAction *format = services.action(u"viewFileFormat"_s))
+        QObject::connect(format, &QAction::triggered, &window, [this] { status.showFormatMenu(); });
 }
 
 void WindowParts::connectReports() const

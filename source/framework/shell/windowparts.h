@@ -120,6 +120,7 @@ private:
     void setUpDocks();
     void setUpCommands();
     void connectViews() const;
+    void connectOwnActions();
     void connectReports() const;
     void connectNavigator() const;
     void followState() const;

@@ -18,6 +18,7 @@ Navigator::Navigator(const Activity &activity, WindowServices &window, QWidget *
     layout->setContentsMargins(3, 3, 3, 3);
     layout->setSpacing(6);
     layout->addWidget(m_tabs);
+    m_tabs->setAccessibleName(tr("Navigator"));
     m_tabs->setTabPosition(QTabWidget::South);
     m_tabs->setTabShape(QTabWidget::Triangular); // as the output window
     connect(&activity, &Activity::workspaceOpened, this, &Navigator::showWorkspace);

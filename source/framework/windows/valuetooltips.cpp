@@ -5,7 +5,7 @@
 #include "icallstack.h"
 #include "ivariables.h"
 #include "textviewedit.h"
-#include <QCoreApplication>
+#include <QApplication>
 #include <QHelpEvent>
 #include <QToolTip>
 #include <utility>
@@ -46,7 +46,7 @@ bool ValueToolTips::eventFilter(QObject *watched, QEvent *event)
     switch (event->type()) {
     case QEvent::ToolTip:
         if (auto *edit = qobject_cast<TextViewEdit *>(watched->parent()); edit && watched == edit->viewport())
-            return request(edit, *static_cast<QHelpEvent *>(event));
+            return requestAt(edit, *static_cast<QHelpEvent *>(event));
         break;
     case QEvent::MouseMove:
     case QEvent::MouseButtonPress:
@@ -65,28 +65,56 @@ bool ValueToolTips::eventFilter(QObject *watched, QEvent *event)
 }
 
 /// Returns whether the value was requested.
-bool ValueToolTips::request(TextViewEdit *edit, const QHelpEvent &event)
+bool ValueToolTips::requestAt(TextViewEdit *edit, const QHelpEvent &event)
 {
     m_queries.cancel();
     const QTextCursor cursor = edit->cursorForPosition(event.pos());
-    const QRect rect = edit->cursorRect(cursor);
     const int width = 2 * edit->fontMetrics().averageCharWidth();
-    if (m_activity.state() != StatePaused || !rect.adjusted(-width, 0, width, 0).contains(event.pos()))
+    if (!edit->cursorRect(cursor).adjusted(-width, 0, width, 0).contains(event.pos()))
         return false;
+    showAt(edit, cursor, event.globalPos());
+    return request(expressionOf(*edit, cursor), {});
+}
+
+void ValueToolTips::showAtCursor()
+{
+    m_queries.cancel();
+    auto *edit = qobject_cast<TextViewEdit *>(QApplication::focusWidget());
+    if (!edit)
+        return;
+    const QTextCursor cursor = edit->textCursor();
+    showAt(edit, cursor, edit->viewport()->mapToGlobal(edit->cursorRect(cursor).bottomLeft()));
     const QString expression = expressionOf(*edit, cursor);
     if (expression.isEmpty())
-        return false;
+        return show(tr("There is no expression at the cursor."));
+    if (!request(expression, [this](const QString &reason) { show(reason); }))
+        show(tr("The value is not known."));
+}
+
+void ValueToolTips::showAt(TextViewEdit *edit, const QTextCursor &cursor, const QPoint &position)
+{
+    const int width = 2 * edit->fontMetrics().averageCharWidth();
     m_area = edit->viewport();
-    m_position = event.globalPos();
-    m_expressionRect = rect.adjusted(-width, 0, width, 0);
+    m_position = position;
+    m_expressionRect = edit->cursorRect(cursor).adjusted(-width, 0, width, 0);
+}
+
+/// Returns whether the value was requested.
+bool ValueToolTips::request(const QString &expression, const std::function<void(const QString &)> &failed)
+{
+    if (m_activity.state() != StatePaused || expression.isEmpty())
+        return false;
     const auto environment = m_activity.currentEnvironment();
     m_place = {};
     runPlugin<&ICallStack::currentPlace>(queryPlugin<ICallStack>(environment), m_place);
     const auto variables = queryPlugin<IVariables>(environment);
-    const DebugRequest question = m_queries.ask({.value = [this, expression](const VariableInfo &variable) {
-        const QString head = lineOf(expression, variable.value);
-        variable.children != 0 ? requestMembers(head, expression) : show(head);
-    }});
+    const DebugRequest question =
+        m_queries.ask({.value =
+                           [this, expression](const VariableInfo &variable) {
+                               const QString head = lineOf(expression, variable.value);
+                               variable.children != 0 ? requestMembers(head, expression) : show(head);
+                           },
+                       .failed = failed});
     return runPlugin<&IVariables::requestValue>(variables, question, m_place, expression, int(IVariables::Natural),
                                                 m_queries.replies());
 }

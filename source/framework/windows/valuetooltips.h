@@ -1,15 +1,17 @@
 #pragma once
 #include "debugqueries.h"
+#include <functional>
 #include <QObject>
 #include <QPointer>
 #include <QRect>
 class Activity;
 class QHelpEvent;
+class QTextCursor;
 class QWidget;
 class TextViewEdit;
 
-/// Shows the value of the expression under the mouse pointer in editors while the program is paused. The selected text
-/// is such an expression as well.
+/// Shows the value of the expression under the mouse pointer, or on command at the cursor, in editors while the program
+/// is paused. The selected text is such an expression as well.
 class ValueToolTips : public QObject
 {
     Q_OBJECT
@@ -17,11 +19,17 @@ public:
     /// @p activity outlives this object, which filters the events of the whole program.
     explicit ValueToolTips(Activity &activity, QObject *parent = nullptr);
 
+    /// The value of the selected text, or of the expression at the cursor, of the editor with the focus; or why there
+    /// is none.
+    void showAtCursor();
+
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
-    bool request(TextViewEdit *edit, const QHelpEvent &event);
+    bool requestAt(TextViewEdit *edit, const QHelpEvent &event);
+    void showAt(TextViewEdit *edit, const QTextCursor &cursor, const QPoint &position);
+    bool request(const QString &expression, const std::function<void(const QString &)> &failed);
     void requestMembers(const QString &head, const QString &expression);
     void show(const QString &text) const;
 
