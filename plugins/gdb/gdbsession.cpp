@@ -273,7 +273,7 @@ void GdbSession::handleAsync(const MiRecord &record)
         Q_EMIT breakpointRecord(record);
 }
 
-/// gdb also reports the begin of each section, without a sum.
+/// gdb also reports the beginning of each section, without a sum.
 void GdbSession::reportDownload(const MiValue &download)
 {
     const double total = download.text(u"total-size").toDouble();

@@ -22,8 +22,8 @@ enum class LiveKind { Unsigned, Signed, UnsignedCharacter, SignedCharacter, Bool
 /// A value of 1, 2, 4 or 8 bytes as gdb prints it, with one of the letters x d u o t as format or a null one.
 [[nodiscard]] QString liveValueText(quint64 value, int size, LiveKind kind, QChar format);
 
-/// Memory and global variables that are read without stopping the program: on emulated boards past gdb, in native
-/// programs by gdb, which reads those through the kernel.
+/// Memory and global variables that are read without stopping the program: on emulated boards and
+/// through OpenOCD without gdb, in native programs by gdb, which reads them through the kernel.
 class LiveMemory : public Facet<ILiveMemory>
 {
 public:

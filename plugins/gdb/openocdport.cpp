@@ -110,7 +110,7 @@ void OpenOcdPort::send(const QByteArray &command, const Answer &answer)
         m_unsent += command + EndOfCommand;
 }
 
-/// Nothing if there is no answer in time. It still comes, because the following ones are behind it.
+/// Nothing if there is no answer in time. The late answer stays in the queue, since answers are matched by their order.
 std::optional<QByteArray> OpenOcdPort::ask(const QByteArray &command)
 {
     if (m_isLate || !m_isUsable)

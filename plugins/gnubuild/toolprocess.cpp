@@ -77,7 +77,7 @@ void ToolProcess::killByForce()
     m_groups += childGroups(m_process.processId());
     killGroups();
     if (m_groups.isEmpty() || m_forced)
-        signalGroup(m_process.processId(), SIGKILL); // it has no child to wait for, so it does not react itself
+        signalGroup(m_process.processId(), SIGKILL); // it has no child whose end would end it
     m_forced = true;
 }
 

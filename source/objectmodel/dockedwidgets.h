@@ -12,8 +12,9 @@ class DockedWidgets : public QObject
 public:
     explicit DockedWidgets(WindowServices &window);
 
-    /// Puts @p widget into a new dock window at an edge: 0 top, 1 right, 2 bottom, 3 left, others right. It is shown
-    /// where the stored layout has it, if that knows it. A widget in such a window is moved to the edge with it.
+    /// Puts @p widget into a new dock window at an edge: 0 top, 1 right, 2 bottom, 3 left, others right. If the
+    /// stored layout contains the window, it is shown at the place stored there. A widget in such a window is moved to
+    /// the edge with it.
     void dock(QWidget *widget, int position);
 
 private:

@@ -20,8 +20,8 @@ int nextId()
     return count++;
 }
 
-/// Empty for a text that is no shortcut. A key that the toolkit does not know stands for all keys that it does not
-/// know.
+/// Empty for a text that is no shortcut. All keys that the toolkit does not know have one number, so a shortcut with
+/// such a key would react to each of them.
 QKeySequence shortcutOf(const QString &text)
 {
     const QKeySequence keys(text);

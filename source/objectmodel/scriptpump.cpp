@@ -36,7 +36,7 @@ ScriptPump::~ScriptPump()
     innermost = m_outer;
 }
 
-/// The interpreter looks for calls when another thread wants to have it.
+/// Python runs pending calls only after another thread has requested its lock.
 void ScriptPump::ask()
 {
     std::unique_lock lock(m_mutex);

@@ -29,7 +29,7 @@ struct ScriptWatch::State
             (void)owner.release(); // NOLINT(bugprone-unused-return-value): call() deletes it
         else
             state->queued = false;
-        // Python 3.11 does not look at calls from other threads until its lock has changed hands.
+        // Python 3.11 does not run pending calls of other threads until its lock has changed hands.
         PyGILState_Release(PyGILState_Ensure());
     }
 

@@ -64,8 +64,10 @@ void Activity::setStartCancellable(bool cancellable)
 
 void Activity::openWorkspace(std::unique_ptr<ProjectWorkspace> workspace)
 {
-    if (m_workspace)
+    if (m_workspace) {
         deleteWorkspace();
+        Q_EMIT workspaceReplaced();
+    }
     m_workspace = std::move(workspace);
     const QPointer<ProjectWorkspace> opened(m_workspace.get()); // plug-ins may close it
     connect(opened, &ProjectWorkspace::currentProjectChanged, this, &Activity::reportCurrentProject);

@@ -66,7 +66,9 @@ Q_SIGNALS:                                  // in the order in which a change em
     void currentProjectChanged();
     void workspaceReady();   ///< The state is idle, the windows show the workspace.
     void workspaceClosing(); ///< workspace() is still valid: release everything that refers to it.
-    void workspaceClosed();  ///< workspace() is null; the state is the one without a workspace.
+    void
+    workspaceReplaced();    ///< instead of workspaceClosed(): the projects are gone, another workspace is about to open
+    void workspaceClosed(); ///< workspace() is null; the state is the one without a workspace.
 
 private:
     [[nodiscard]] ActivityAvailability availability(ActivityState state) const;

@@ -14,7 +14,7 @@ constexpr char16_t Last = u'~';
 constexpr int Count = Last - First + 1;
 constexpr qsizetype MostSets = 8; ///< for the colours of a view
 
-/// Each character behind each one, and three times in a row.
+/// All pairs of characters, and each character several times in a row, since some fonts have ligatures of three.
 QString allPairs()
 {
     QString text;

@@ -63,6 +63,7 @@ private:
         story();
         return project;
     }
+    QTimer *refreshTimer() const { return pane()->findChild<QTimer *>(QString(), Qt::FindDirectChildrenOnly); }
     QString first() const { return u"[x] main.c, 7|i > 3|||2| - one\n"_s; }
     QString second() const { return u"[ ] uart.c, 12||||0| - one\n"_s; }
 
@@ -118,7 +119,7 @@ private Q_SLOTS:
         dock()->hide();
         stub().breakpoints.removeLast();
         m_control->breakpointsChanged();
-        QTest::qWait(50);
+        QVERIFY(!refreshTimer()->isActive());
         QCOMPARE(list()->topLevelItemCount(), 2);
         dock()->show();
         QTRY_COMPARE(list()->topLevelItemCount(), 1);
@@ -292,8 +293,9 @@ private Q_SLOTS:
         select(0, 1);
         press(Qt::Key_F2);
         list()->renameEdit()->setText(u"new"_s);
+        QSignalSpy due(refreshTimer(), &QTimer::timeout);
         m_control->breakpointsChanged();
-        QTest::qWait(60);
+        QTRY_VERIFY(due.size() > 1);
         QVERIFY(list()->renameEdit());
         QCOMPARE(list()->renameEdit()->text(), u"new"_s);
     }

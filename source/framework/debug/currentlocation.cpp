@@ -11,9 +11,10 @@ struct Answer
     QString file;
     int line = 0;
 };
+// Of the whole program: an environment is asked by windows, commands and scripts, which have no owner in common.
 using Question = std::pair<const IExecutionEnvironment *, bool>; ///< and whether the disassembly is meant
 std::map<Question, Answer> answers;
-quint64 generation = 0; ///< an answer that comes after a change belongs to the time before it
+quint64 generation = 0; ///< grows with each change; an answer to a question from before the last change is not kept
 } // namespace
 
 bool currentLocation(IExecutionEnvironment *environment, QString &file, int &line)

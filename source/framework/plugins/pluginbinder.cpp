@@ -29,6 +29,7 @@ PluginBinder::PluginBinder(const Activity &activity, WindowServices &window, QOb
     connect(&activity, &Activity::projectLoaded, this, &PluginBinder::bindProjectPlugins);
     connect(&activity, &Activity::projectsChanged, this, &PluginBinder::notifyWorkspaceChanged);
     connect(&activity, &Activity::workspaceClosed, this, &PluginBinder::deleteExtensionDocks);
+    connect(&activity, &Activity::workspaceReplaced, this, &PluginBinder::deleteExtensionDocks);
     connect(&activity, &Activity::currentProjectChanged, this,
             [this] { Q_EMIT currentProjectChanged(m_activity.currentProject()); });
     setPluginFailureHandler([this](const PluginFailure &failure) { showFailure(failure); });

@@ -19,7 +19,8 @@ struct Text
     Q_DECLARE_TR_FUNCTIONS(PluginManager)
 };
 
-/// The names of the loaded plug-ins by the paths of their libraries, for the reports of their failures.
+/// The names of the loaded plug-ins by the paths of their libraries, for the reports of their failures. Static, because
+/// the loader keeps a library for the whole program, and exceptions are also reported where there is no manager.
 QHash<QString, QString> &loadedNames()
 {
     static QHash<QString, QString> names;

@@ -26,7 +26,7 @@ bool isExplanation(const QObject *object)
     return object->inherits("QWhatsThat"); // the toolkit's window for them, which has no public class
 }
 
-/// Whether each key is one to enter, as in the options.
+/// Whether the widget takes every key as input, as the fields for shortcuts do.
 bool entersKeys(const QObject *object)
 {
     return qobject_cast<const QKeySequenceEdit *>(object) || qobject_cast<const QKeySequenceEdit *>(object->parent());

@@ -195,7 +195,7 @@ bool IDEApplication::event(QEvent *event)
     return result;
 }
 
-/// Begins with the system's colours: those that were mended before may belong to another scheme.
+/// Begins with the system's colours: the corrected ones may belong to the scheme before.
 void IDEApplication::mendPalette()
 {
     const QScopedValueRollback mending(m_isMending, true);

@@ -108,7 +108,7 @@ ShortcutChoices Shortcuts::choices() const
     return result;
 }
 
-/// Those that have keys are actions already, which know no more than the name.
+/// Commands that have keys are listed already, but with their names only: replaces these entries by the complete ones.
 void Shortcuts::addOffered(QList<ShortcutCommand> &commands) const
 {
     for (const ShortcutCommand &offered : m_offered.commands ? m_offered.commands() : QList<ShortcutCommand>()) {

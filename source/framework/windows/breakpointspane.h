@@ -79,8 +79,8 @@ private:
     QPushButton *m_add = nullptr;
     QLabel *m_message = nullptr;
     QLabel *m_limits = nullptr;
-    QList<Row> m_rows; ///< as shown
-    QTimer m_timer;    ///< active while a refresh is due
+    QList<Row> m_rows;    ///< as shown
+    QTimer m_timer{this}; ///< active while a refresh is due
     bool m_filling = false;
     bool m_asking = false;  ///< a plug-in is being asked, which may call back
     bool m_outdated = true; ///< changed while hidden, or while a plug-in was asked

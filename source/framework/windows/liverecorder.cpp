@@ -20,10 +20,12 @@ struct LiveRecorder::Processor
 LiveRecorder::LiveRecorder(const Activity &activity, QObject *parent) : QObject(parent), m_activity(activity)
 {
     connect(&activity, &Activity::projectsChanged, this, &LiveRecorder::dropGoneProjects);
-    connect(&activity, &Activity::workspaceClosed, this, [this] {
+    const auto forget = [this] {
         clear();
         m_time = 0;
-    });
+    };
+    connect(&activity, &Activity::workspaceClosed, this, forget);
+    connect(&activity, &Activity::workspaceReplaced, this, forget);
 }
 
 // Variables -----------------------------------------------------------------------------------------------------------

@@ -585,6 +585,17 @@ private Q_SLOTS:
         QCOMPARE(m_stub->objectCount(), 0);
     }
 
+    void dockWindowsOfAReplacedWorkspaceAreDeleted()
+    {
+        executionScript(u"sim"_s, {IDockExtension::Iid}).widgets = [] { return QList<QWidget *>{widget(u"Trace"_s)}; };
+        m_binder->bindProjectPlugins(addProject(u"fw"_s, {}, u"sim"_s));
+        QCOMPARE(m_binder->extensionDocks().size(), 1);
+        m_activity->openWorkspace(std::make_unique<ProjectWorkspace>());
+        m_workspace = m_activity->workspace();
+        QCOMPARE(m_binder->extensionDocks().size(), 0);
+        QCOMPARE(m_stub->objectCount(), 0);
+    }
+
     void environmentWithoutWidgetsIsDeletedWithItsProject()
     {
         executionScript(u"sim"_s, {IDockExtension::Iid});
