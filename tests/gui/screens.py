@@ -1,13 +1,14 @@
 #!/usr/bin/env python3
-"""Takes pictures of the help, a large file and the disassembly, to be looked at after a change of their drawing.
+"""Takes pictures of the help, a large file, the disassembly and the product, to be looked at after a change of their drawing.
 
-    screens.py [--pictures DIRECTORY] [light] [dark] [scale2]
+    screens.py [--pictures DIRECTORY] [light] [dark] [contrast] [scale2]
 
-Saves a screenshot of the whole window for each of them, in light colours, in dark colours, and on a screen with two
-pixels per pixel.
+Saves a screenshot of the whole window for each of them, in light colours, in dark colours, in white on black, and on a
+screen with two pixels per pixel. Those of the product are the about box, the page of the keys, and the window in German.
 """
 import argparse
 import pathlib
+import re
 import sys
 import tempfile
 import time
@@ -21,7 +22,7 @@ HELP = pathlib.Path(__file__).parents[2] / "build/stage/help/html"
 PAGES = ("firststeps", "debugging", "disassembly", "memory", "scripts")
 TOO_LARGE = "The file is too large to open for editing."
 SETTINGS = {"Startup": {"DisableSplashScreen": 1}}
-VARIANTS = ("light", "dark", "scale2")
+VARIANTS = ("light", "dark", "contrast", "scale2")
 
 # The desktop's dark colours, as the toolkit reads them.
 DARK = """
@@ -46,6 +47,10 @@ BackgroundNormal=49,54,59
 ForegroundNormal=239,240,241
 """
 
+# White on black, for users who need the greatest contrast.
+CONTRAST = re.sub(r"(Foreground\w+)=.*", r"\1=255,255,255", re.sub(r"(Background\w+)=.*", r"\1=0,0,0", DARK))
+SCHEMES = {"dark": DARK, "contrast": CONTRAST}
+
 
 class Screens:
     """The pictures of one variant."""
@@ -60,6 +65,7 @@ class Screens:
         with tempfile.TemporaryDirectory(prefix="varnel-screens.") as directory:
             directory = pathlib.Path(directory)
             try:
+                self._take_product(self._home(directory, "product"), self._home(directory, "german"))
                 self._take_help(self._home(directory, "help"))
                 self._take_large_file(self._home(directory, "large"), directory)
                 self._take_disassembly(self._home(directory, "disassembly"), copy_of_examples(directory))
@@ -69,18 +75,34 @@ class Screens:
     def _home(self, directory, name):
         home = directory / name
         (home / ".config").mkdir(parents=True)
-        (home / ".config/kdeglobals").write_text(DARK if self._variant == "dark" else "", encoding="ascii")
+        (home / ".config/kdeglobals").write_text(SCHEMES.get(self._variant, ""), encoding="ascii")
         return home
 
-    def _start(self, home, *arguments):
-        environment = {"XDG_CURRENT_DESKTOP": "KDE", "KDE_SESSION_VERSION": "5"} if self._variant == "dark" else {}
+    def _start(self, home, *arguments, settings=SETTINGS):
+        environment = {"XDG_CURRENT_DESKTOP": "KDE", "KDE_SESSION_VERSION": "5"} if self._variant in SCHEMES else {}
         if self._variant == "scale2":
             environment["QT_SCALE_FACTOR"] = "2"
-        return Program(*arguments, screen=self._screen, home=home, settings=SETTINGS, environment=environment)
+        return Program(*arguments, screen=self._screen, home=home, settings=settings, environment=environment)
 
     def _prepare(self, program):
         self._varnel = program.client
         self._varnel.wait_for("mainWindow", "isActiveWindow", True)
+
+    def _take_product(self, home, german):
+        with self._start(home) as program:
+            self._prepare(program)
+            self._varnel.choose("helpHome")
+            for action, window in (("helpAbout", "aboutBox"), ("toolsCustomise", "optionsDialog")):
+                self._varnel.choose(action)
+                self._varnel.wait_for(window, "isActiveWindow", True)
+                self._save(action)
+                self._varnel.press("Escape", on=window)
+                self._varnel.find_gone(window)
+        with self._start(german, settings={**SETTINGS, "Startup": {**SETTINGS["Startup"], "Language": "de"}}) as program:
+            self._prepare(program)
+            self._varnel.choose("helpHome")
+            self._varnel.wait_for("HelpBrowser", "visible", True)
+            self._save("german")
 
     def _take_help(self, home):
         with self._start(home) as program:
@@ -160,7 +182,7 @@ def main():
     parser = argparse.ArgumentParser(description=__doc__.splitlines()[0])
     parser.add_argument("--pictures", type=pathlib.Path, default=pathlib.Path("screens"), help="directory of the screenshots")
     parser.add_argument("variants", nargs="*", choices=[*VARIANTS, []], metavar="VARIANT",
-                        help="light, dark or scale2; by default all")
+                        help="light, dark, contrast or scale2; by default all")
     options = parser.parse_args()
     options.pictures.mkdir(parents=True, exist_ok=True)
     for variant in options.variants or VARIANTS:
