@@ -14,7 +14,7 @@
 #include <array>
 #include <QComboBox>
 #include <QFileInfo>
-#include <QHBoxLayout>
+#include <QGridLayout>
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QLabel>
@@ -92,11 +92,12 @@ QWidget *BreakpointsPane::createDataRow()
     m_add->setObjectName(u"dataAdd"_s);
     auto *row = new QWidget;
     row->setObjectName(u"dataRow"_s);
-    auto *layout = new QHBoxLayout(row);
+    auto *layout = new QGridLayout(row); // of two lines, because the pane is often narrow
     layout->setContentsMargins(4, 0, 4, 0);
-    layout->addWidget(m_expression, 1);
-    layout->addWidget(m_access);
-    layout->addWidget(m_add);
+    layout->setSpacing(2);
+    layout->addWidget(m_expression, 0, 0, 1, 2);
+    layout->addWidget(m_access, 1, 0);
+    layout->addWidget(m_add, 1, 1);
     row->hide();
     return row;
 }
