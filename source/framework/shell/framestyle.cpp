@@ -4,12 +4,16 @@
 
 namespace {
 constexpr int Black = 20;        ///< the greatest lightness, of 255, below which the eye sees no difference
+constexpr int Dark = 127;        ///< the greatest lightness of a dark window
 constexpr double Strength = 0.6; ///< of the colour of texts
+
+bool isUpTo(int lightness, const QStyleOption *option)
+{
+    return option->palette.color(QPalette::Window).lightness() <= lightness;
+}
 
 void drawFrame(const QStyleOption *option, QPainter *painter, bool isRound)
 {
-    if (!FrameStyle::isNeeded(option->palette))
-        return;
     QColor colour = option->palette.color(QPalette::WindowText);
     colour.setAlphaF(float(Strength));
     painter->save();
@@ -26,7 +30,7 @@ void drawFrame(const QStyleOption *option, QPainter *painter, bool isRound)
 
 bool FrameStyle::isNeeded(const QPalette &palette)
 {
-    return palette.color(QPalette::Window).lightness() <= Black;
+    return palette.color(QPalette::Window).lightness() <= Dark;
 }
 
 void FrameStyle::drawPrimitive(PrimitiveElement element, const QStyleOption *option, QPainter *painter,
@@ -38,12 +42,14 @@ void FrameStyle::drawPrimitive(PrimitiveElement element, const QStyleOption *opt
     case PE_FrameGroupBox:
     case PE_FrameLineEdit:
     case PE_FrameTabWidget:
-    case PE_IndicatorCheckBox:
     case PE_PanelButtonCommand:
-        drawFrame(option, painter, false);
+        if (isUpTo(Black, option))
+            drawFrame(option, painter, false);
         break;
+    case PE_IndicatorCheckBox: // also in rows of lists
     case PE_IndicatorRadioButton:
-        drawFrame(option, painter, true);
+        if (isUpTo(Dark, option))
+            drawFrame(option, painter, element == PE_IndicatorRadioButton);
         break;
     default:
         break;
@@ -54,6 +60,6 @@ void FrameStyle::drawComplexControl(ComplexControl control, const QStyleOptionCo
                                     const QWidget *widget) const
 {
     QProxyStyle::drawComplexControl(control, option, painter, widget);
-    if (control == CC_ComboBox || control == CC_SpinBox)
+    if ((control == CC_ComboBox || control == CC_SpinBox) && isUpTo(Black, option))
         drawFrame(option, painter, false);
 }

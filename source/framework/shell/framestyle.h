@@ -2,7 +2,8 @@
 #include <QProxyStyle>
 
 /// The style of the desktop, with frames that are seen on black. A style makes the colour of its frames by darkening
-/// that of the window, which leaves black as it is.
+/// that of the window, which leaves black as it is. On other dark windows boxes to be checked get their frames, which
+/// would hardly be seen as long as they are empty.
 class FrameStyle : public QProxyStyle
 {
     Q_OBJECT
