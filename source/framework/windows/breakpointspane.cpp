@@ -88,6 +88,7 @@ QWidget *BreakpointsPane::createDataRow()
     m_access = new QComboBox;
     m_access->setObjectName(u"dataAccess"_s);
     m_access->setAccessibleName(tr("Kind of access"));
+    m_access->setSizeAdjustPolicy(QComboBox::AdjustToContents); // which are known later
     m_add = new QPushButton(tr("Add Data Breakpoint"));
     m_add->setObjectName(u"dataAdd"_s);
     auto *row = new QWidget;
