@@ -106,7 +106,7 @@ void onePage(benchmark::State &state, int mode)
     QFont font(u"DejaVu Sans Mono"_s, 10);
     window.setFont(font);
     window.setAutoRead(true);
-    window.resize(3840, 2160);
+    window.resize(QSize(3840, 2160) / window.devicePixelRatio());
     window.show();
     window.setInterface(memory.get());
     QApplication::processEvents();

@@ -328,7 +328,7 @@ In dieser Datei werden Haltepunkte nicht unterstützt.</translation>
     </message>
     <message>
         <source>Add Data Breakpoint</source>
-        <translation>Datenhaltepunkt hinzufügen</translation>
+        <translation>Hinzufügen</translation>
     </message>
     <message>
         <source>%1 (not set)</source>

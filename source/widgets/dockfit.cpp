@@ -2,6 +2,7 @@
 #include <algorithm>
 #include <array>
 #include <QDockWidget>
+#include <QEvent>
 #include <QLayout>
 #include <QMainWindow>
 #include <QPointer>
@@ -108,6 +109,23 @@ void joinUntilFit(QMainWindow &window, QDockWidget *shown, const QSize &room)
         shown->raise();
 }
 
+/// The toolkit lays out a row as long as its least size, even beyond the edge of the window, before it makes the column
+/// at the left narrower.
+void makeRoomForRows(QMainWindow &window)
+{
+    window.layout()->activate();
+    int beyond = 0;
+    QList<QDockWidget *> column;
+    for (QDockWidget *dock : window.findChildren<QDockWidget *>(Qt::FindDirectChildrenOnly)) {
+        if (isDocked(dock) && window.dockWidgetArea(dock) == Qt::LeftDockWidgetArea && dock->x() >= 0)
+            column.append(dock);
+        else if (isDocked(dock))
+            beyond = std::max(beyond, dock->geometry().right() + 1 - window.width());
+    }
+    if (beyond > 0 && !column.isEmpty())
+        window.resizeDocks({column.first()}, {column.first()->width() - beyond}, Qt::Horizontal);
+}
+
 /// Contents and tabs have their least sizes only when they are laid out, which may enlarge the window.
 void fitAgain(QMainWindow *window, const QPointer<QDockWidget> &shown, const QSize &room, int rounds)
 {
@@ -121,12 +139,45 @@ void fitAgain(QMainWindow *window, const QPointer<QDockWidget> &shown, const QSi
             window->layout()->activate();
             window->resize(width, height);
         }
-        window->layout()->activate(); // it hides the bars of tabs that have moved
+        makeRoomForRows(*window); // which also hides the bars of tabs that have moved
         if (rounds > 1)
             fitAgain(window, shown, room, rounds - 1);
+        else
+            window->setMinimumSize(leastSize(*window));
     });
 }
+
+/// Hears of contents with another least size. The toolkit must not enlarge the window before that.
+class DockFitter : public QObject
+{
+public:
+    explicit DockFitter(QMainWindow &window) : QObject(&window), m_window(window)
+    {
+        window.layout()->setSizeConstraint(QLayout::SetNoConstraint);
+        window.installEventFilter(this);
+    }
+    bool eventFilter(QObject *, QEvent *event) override
+    {
+        const bool isLaidOut = event->type() == QEvent::LayoutRequest || event->type() == QEvent::Show;
+        if (!isLaidOut || !m_window.isVisible())
+            return false;
+        const QSize least = leastSize(m_window);
+        if (least.width() > m_window.width() || least.height() > m_window.height())
+            fitDocks(m_window);
+        else
+            m_window.setMinimumSize(least);
+        return false;
+    }
+
+private:
+    QMainWindow &m_window;
+};
 } // namespace
+
+void keepDocksFitting(QMainWindow &window)
+{
+    new DockFitter(window); // owned by the window
+}
 
 void fitDocks(QMainWindow &window, QDockWidget *shown)
 {

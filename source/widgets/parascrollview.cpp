@@ -6,8 +6,8 @@
 #include <QWheelEvent>
 
 namespace {
-constexpr int WaitInterval = 20; ///< milliseconds
-constexpr int LongWait = 10;     ///< intervals
+constexpr int WaitInterval = 5; ///< milliseconds, between two looks at the source and for each of them
+constexpr int LongWait = 30;    ///< looks
 } // namespace
 
 ParaScrollView::ParaScrollView(IParaSource *paraSource, QWidget *parent)
@@ -59,7 +59,12 @@ int ParaScrollView::pageRows() const
 /// Fetches what is on screen, from the top.
 void ParaScrollView::loadRows()
 {
-    m_rows.setPatience(Patience);
+    loadRowsWithin(Patience);
+}
+
+void ParaScrollView::loadRowsWithin(int milliseconds)
+{
+    m_rows.setPatience(milliseconds);
     if (!m_rows.load(isVisible() ? visibleHeight() / lineHeight() + 1 : 0))
         return;
     viewport()->update();
@@ -148,7 +153,7 @@ void ParaScrollView::goOn()
 {
     const QPointer<ParaScrollView> self(this);
     const int waits = m_waits + 1;
-    loadRows();
+    loadRowsWithin(WaitInterval);
     if (self && !isWaiting())
         finish(std::exchange(m_pending, {}));
     if (!self)
@@ -244,7 +249,10 @@ void ParaScrollView::resizeEvent(QResizeEvent *event)
 {
     ScrollView::resizeEvent(event);
     updateBar();
-    loadRows();
+    if (rowCount() == 0)
+        loadRowsLater();
+    else
+        loadRows();
 }
 
 void ParaScrollView::showEvent(QShowEvent *event)

@@ -93,6 +93,7 @@ private:
     void fontChanged();
     void updateBar();
     void loadRows();
+    void loadRowsWithin(int milliseconds);
     void loadRowsLater();
     void goOn();
 

@@ -110,7 +110,7 @@ void PropertyList::fitNames()
     QFont bold = font();
     bold.setBold(true);
     const QFontMetrics metrics(bold);
-    m_namesWidth = header()->sectionSizeHint(0);
+    m_namesWidth = header()->sectionSizeHint(0) + NameMargin;
     for (QTreeWidgetItemIterator it(this); *it; ++it) {
         const PropertyItem *item = row(static_cast<ListViewItem *>(*it));
         if (!qobject_cast<const PropertySubsectionItem *>(item)) // its name extends over both columns

@@ -32,14 +32,19 @@ class FrameStyleTest : public QObject
             return std::make_unique<QGroupBox>();
         if (name == "push button")
             return std::make_unique<QPushButton>();
-        return std::make_unique<QTreeWidget>();
+        auto tree = std::make_unique<QTreeWidget>();
+        if (name == "row with a box") {
+            tree->setHeaderHidden(true);
+            (new QTreeWidgetItem(tree.get()))->setCheckState(0, Qt::Unchecked);
+        }
+        return tree;
     }
 
     /// How many pixels of the widget are clearly lighter than black; it has no texts.
-    static int lightPixels(const QByteArray &name, QStyle &style)
+    static int lightPixels(const QByteArray &name, QStyle &style, const QColor &window = Qt::black)
     {
         const std::unique_ptr<QWidget> widget = make(name);
-        widget->setPalette(colourScheme(Qt::black, Qt::white));
+        widget->setPalette(colourScheme(window, Qt::white));
         widget->setStyle(&style);
         widget->resize(100, 60);
         const QImage image = widget->grab().toImage();
@@ -69,10 +74,23 @@ private Q_SLOTS:
         QVERIFY2(lightPixels(name, style) >= lightPixels(name, *bare) + 20, qPrintable(QString::fromLatin1(name)));
     }
 
+    void emptyBoxesAreSeenOnDarkWindows_data()
+    {
+        QTest::addColumn<QByteArray>("name");
+        for (const QByteArray name : {"check box", "radio button", "row with a box"})
+            QTest::newRow(name) << name;
+    }
+    void emptyBoxesAreSeenOnDarkWindows()
+    {
+        QFETCH(QByteArray, name);
+        const QColor dark(40, 40, 40);
+        FrameStyle style(QStyleFactory::create(QStringLiteral("fusion")));
+        const std::unique_ptr<QStyle> bare(QStyleFactory::create(QStringLiteral("fusion")));
+        QVERIFY(lightPixels(name, style, dark) >= lightPixels(name, *bare, dark) + 20);
+    }
+
     void otherSchemesKeepTheirFrames()
     {
-        QVERIFY(FrameStyle::isBlack(colourScheme(Qt::black, Qt::white)));
-        QVERIFY(!FrameStyle::isBlack(colourScheme(QColor(40, 40, 40), Qt::white)));
         FrameStyle style(QStyleFactory::create(QStringLiteral("fusion")));
         const std::unique_ptr<QStyle> bare(QStyleFactory::create(QStringLiteral("fusion")));
         QLineEdit edit;

@@ -116,6 +116,26 @@ private Q_SLOTS:
         QVERIFY(row(0)->isRenameEnabled(0) && !row(0)->isRenameEnabled(1));
     }
 
+    void expressionsAreShownWholeInUpToHalfOfTheList()
+    {
+        const auto width = [this] { return m_list->header()->sectionSize(0); };
+        const QString longer = u"regulator->proportional"_s;
+        m_window->resize(600, 300);
+        const int before = width();
+        enter(0, 0, longer);
+        QTRY_VERIFY(width() > before);
+        QVERIFY(width() > QFontMetrics(m_list->font()).horizontalAdvance(longer));
+        m_window->addItem(longer + longer + longer);
+        QTRY_COMPARE(width(), m_list->viewport()->width() / 2);
+        m_list->setCurrentItem(row(1));
+        m_window->removeWatch();
+        QTRY_VERIFY(width() < m_list->viewport()->width() / 2);
+        m_list->header()->resizeSection(0, 50); // by the user
+        m_window->addItem(longer);
+        QCoreApplication::processEvents();
+        QCOMPARE(width(), 50);
+    }
+
     void typedExpressionIsEvaluatedAboveANewPlaceholder()
     {
         const QSignalSpy changed(m_window.get(), &WatchWindow::watchesChanged);

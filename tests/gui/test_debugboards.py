@@ -24,6 +24,7 @@ class TwoProcessorsTest(DebugTest):
     project = "thermostat"
 
     def start_running(self):
+        self.varnel.wait_for("debugRun", "enabled", True)  # an earlier session may be ending
         self.varnel.choose("debugRun")
         self.user.wait_for_state("running")
 

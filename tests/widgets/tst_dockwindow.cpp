@@ -1,3 +1,4 @@
+#include "dockfit.h"
 #include "dockwindow.h"
 #include <algorithm>
 #include <QMainWindow>
@@ -130,6 +131,63 @@ private Q_SLOTS:
             QTRY_COMPARE(window.tabifiedDockWidgets(dock).size(), dock == docks.last() ? 1 : 0);
             QTRY_COMPARE(window.height(), 350);
         }
+    }
+
+    /// Beside a column that is wider than it has to be.
+    void dockInARowMakesTheColumnBesideItNarrower()
+    {
+        QMainWindow window;
+        window.setCorner(Qt::BottomLeftCorner, Qt::LeftDockWidgetArea);
+        window.setCentralWidget(new QWidget);
+        const auto add = [&window](Qt::DockWidgetArea area, int width) {
+            auto *dock = new DockWindow({}, {}, &window);
+            dock->setWidget(new QWidget);
+            dock->widget()->setMinimumWidth(width);
+            window.addDockWidget(area, dock);
+            return dock;
+        };
+        DockWindow *column = add(Qt::LeftDockWidgetArea, 100);
+        add(Qt::RightDockWidgetArea, 200);
+        DockWindow *one = add(Qt::BottomDockWidgetArea, 200);
+        DockWindow *two = add(Qt::BottomDockWidgetArea, 350);
+        two->hide();
+        window.resize(700, 500);
+        window.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&window));
+        window.resizeDocks({column}, {250}, Qt::Horizontal);
+        QTRY_COMPARE(column->width(), 250);
+        two->bringUp();
+        QTRY_VERIFY(two->geometry().right() < window.width());
+        QCOMPARE(window.width(), 700);
+        QVERIFY(!one->visibleRegion().isEmpty());
+        QVERIFY(column->width() >= 100);
+    }
+
+    /// As when a session starts and lists get tabs for each processor.
+    void windowDoesNotGrowWhenContentsNeedMoreRoom()
+    {
+        QMainWindow window;
+        keepDocksFitting(window);
+        QList<DockWindow *> docks;
+        for (int i = 0; i < 2; ++i) {
+            docks.append(new DockWindow(QString::number(i), QString::number(i), &window));
+            docks.last()->setWidget(new QWidget);
+            docks.last()->widget()->setMinimumHeight(100);
+            window.addDockWidget(Qt::RightDockWidgetArea, docks.last());
+        }
+        window.resize(500, 350);
+        window.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&window));
+        QVERIFY(window.tabifiedDockWidgets(docks[0]).isEmpty());
+        docks[0]->widget()->setMinimumHeight(250);
+        QTRY_COMPARE(window.tabifiedDockWidgets(docks[0]), QList<QDockWidget *>{docks[1]});
+        for (int round = 0; round < 10; ++round)
+            QCoreApplication::processEvents();
+        QCOMPARE(window.size(), QSize(500, 350));
+        docks[0]->widget()->setMinimumHeight(400); // there is nothing left to join
+        QTRY_VERIFY(window.height() > 400);
+        window.resize(500, 200); // the user cannot make it smaller than its contents
+        QVERIFY(window.height() > 400);
     }
 };
 

@@ -125,6 +125,19 @@ private Q_SLOTS:
         QVERIFY(!f.source.asked.isEmpty());
     }
 
+    void newViewIsAskedForItsTargetOnly()
+    {
+        Paras source;
+        source.paras = instructions;
+        TextParaView view(&source);
+        view.resize(400, 10 * view.lineHeight());
+        view.show();
+        view.showPara(600);
+        QCoreApplication::processEvents();
+        QVERIFY(view.visibleText().contains(u"600"_s));
+        QVERIFY(std::ranges::min(source.asked) > 400);
+    }
+
     void scrollsByLines()
     {
         Fixture f;

@@ -5,14 +5,15 @@
 
 namespace {
 constexpr int Black = 20;        ///< the greatest lightness, of 255, below which the eye sees no difference
+constexpr int Dark = 127;        ///< the greatest lightness of a dark window
 constexpr double Strength = 0.6; ///< of the colour of texts
 
-void drawFrame(const QColor &colour, const QStyleOption *option, QPainter *painter, bool isRound = false)
+void drawFrame(const QColor &colour, const QRect &place, QPainter *painter, bool isRound)
 {
     painter->save();
     painter->setPen(colour);
     painter->setBrush(Qt::NoBrush);
-    const QRect frame = option->rect.adjusted(0, 0, -1, -1);
+    const QRect frame = place.adjusted(0, 0, -1, -1);
     if (isRound)
         painter->drawEllipse(frame);
     else
@@ -20,13 +21,14 @@ void drawFrame(const QColor &colour, const QStyleOption *option, QPainter *paint
     painter->restore();
 }
 
-void drawFrameOnBlack(const QStyleOption *option, QPainter *painter, bool isRound = false)
+/// On windows that are not lighter than @p lightness.
+void drawFrameOnDark(int lightness, const QStyleOption *option, QPainter *painter, bool isRound = false)
 {
-    if (!FrameStyle::isBlack(option->palette))
+    if (option->palette.color(QPalette::Window).lightness() > lightness)
         return;
     QColor colour = option->palette.color(QPalette::WindowText);
     colour.setAlphaF(float(Strength));
-    drawFrame(colour, option, painter, isRound);
+    drawFrame(colour, option->rect, painter, isRound);
 }
 
 bool isFocusedList(const QStyleOption &option, const QWidget *widget)
@@ -35,11 +37,6 @@ bool isFocusedList(const QStyleOption &option, const QWidget *widget)
 }
 } // namespace
 
-bool FrameStyle::isBlack(const QPalette &palette)
-{
-    return palette.color(QPalette::Window).lightness() <= Black;
-}
-
 void FrameStyle::drawPrimitive(PrimitiveElement element, const QStyleOption *option, QPainter *painter,
                                const QWidget *widget) const
 {
@@ -47,19 +44,19 @@ void FrameStyle::drawPrimitive(PrimitiveElement element, const QStyleOption *opt
     switch (element) {
     case PE_Frame:
         if (isFocusedList(*option, widget))
-            drawFrame(option->palette.color(QPalette::Highlight), option, painter);
+            drawFrame(option->palette.color(QPalette::Highlight), option->rect, painter, false);
         else
-            drawFrameOnBlack(option, painter);
+            drawFrameOnDark(Black, option, painter);
         break;
     case PE_FrameGroupBox:
     case PE_FrameLineEdit:
     case PE_FrameTabWidget:
-    case PE_IndicatorCheckBox:
     case PE_PanelButtonCommand:
-        drawFrameOnBlack(option, painter);
+        drawFrameOnDark(Black, option, painter);
         break;
+    case PE_IndicatorCheckBox: // also in rows of lists
     case PE_IndicatorRadioButton:
-        drawFrameOnBlack(option, painter, true);
+        drawFrameOnDark(Dark, option, painter, element == PE_IndicatorRadioButton);
         break;
     default:
         break;
@@ -71,5 +68,5 @@ void FrameStyle::drawComplexControl(ComplexControl control, const QStyleOptionCo
 {
     QProxyStyle::drawComplexControl(control, option, painter, widget);
     if (control == CC_ComboBox || control == CC_SpinBox)
-        drawFrameOnBlack(option, painter);
+        drawFrameOnDark(Black, option, painter);
 }

@@ -7,15 +7,13 @@
 /// current row only, and not every list has one.
 ///
 /// Frames are seen on black: a style makes the colour of its frames by darkening that of the window, which leaves black
-/// as it is.
+/// as it is. On other dark windows boxes to be checked get their frames, which would hardly be seen as long as they are
+/// empty.
 class FrameStyle : public QProxyStyle
 {
     Q_OBJECT
 public:
     using QProxyStyle::QProxyStyle;
-
-    /// Whether the frames of the style itself cannot be seen.
-    [[nodiscard]] static bool isBlack(const QPalette &palette);
 
     void drawPrimitive(PrimitiveElement element, const QStyleOption *option, QPainter *painter,
                        const QWidget *widget = nullptr) const override;

@@ -2,6 +2,7 @@
 #include "applicationpaths.h"
 #include "callplugin.h"
 #include "debugoffers.h"
+#include "dockfit.h"
 #include "document.h"
 #include "droppedfiles.h"
 #include "filecommands.h"
@@ -55,6 +56,7 @@ MainWindow::MainWindow(QWidget *parent) : AvailabilityWindow(parent)
     setWindowIcon(IDEApplication::instance()->loadIcon(u"appicon.png"_s));
     setIconSize(QSize(22, 22)); // the size for which the pictures are drawn
     setDockNestingEnabled(true);
+    keepDocksFitting(*this);
     m_parts->setUp();
     setWindowTitle(m_parts->title);
     m_parts->startConsole();

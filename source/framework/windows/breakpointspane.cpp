@@ -88,17 +88,17 @@ QWidget *BreakpointsPane::createDataRow()
     m_access = new QComboBox;
     m_access->setObjectName(u"dataAccess"_s);
     m_access->setAccessibleName(tr("Kind of access"));
+    m_access->setSizeAdjustPolicy(QComboBox::AdjustToContents); // which are known later
     m_add = new QPushButton(tr("Add Data Breakpoint"));
     m_add->setObjectName(u"dataAdd"_s);
     auto *row = new QWidget;
     row->setObjectName(u"dataRow"_s);
-    auto *layout = new QGridLayout(row); // in two lines: beside the editor there is no room for all in one
+    auto *layout = new QGridLayout(row); // of two lines, because the pane is often narrow
     layout->setContentsMargins(4, 0, 4, 0);
     layout->setSpacing(2);
     layout->addWidget(m_expression, 0, 0, 1, 2);
     layout->addWidget(m_access, 1, 0);
     layout->addWidget(m_add, 1, 1);
-    layout->setColumnStretch(0, 1);
     row->hide();
     return row;
 }

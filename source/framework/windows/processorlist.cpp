@@ -19,7 +19,7 @@ using namespace Qt::StringLiterals;
 namespace {
 constexpr int RefreshDelay = 50; ///< in ms; a program may report often
 constexpr int ClockInterval = 1000;
-constexpr std::array ColumnCharacters{14, 10, 18, 16, 18, 8};
+constexpr std::array ColumnCharacters{14, 11, 18, 16, 18, 8};
 
 QPushButton *button(const QString &name, const QString &text, const QString &toolTip, QWidget *parent)
 {
