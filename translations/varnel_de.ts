@@ -1160,6 +1160,10 @@ Möchten Sie sie wirklich schließen und überschreiben?</translation>
         <source>Could not open file:/n/n%1</source>
         <translation>Die Datei konnte nicht geöffnet werden:/n/n%1</translation>
     </message>
+    <message>
+        <source>The file %1 does not exist</source>
+        <translation>Die Datei %1 gibt es nicht</translation>
+    </message>
 </context>
 <context>
     <name>FileFindCommands</name>
@@ -3134,10 +3138,6 @@ Sie wird nur zum Lesen geöffnet.</translation>
     <message>
         <source>Python Output</source>
         <translation>Python-Ausgabe</translation>
-    </message>
-    <message>
-        <source>The file %1 does not exist</source>
-        <translation>Die Datei %1 gibt es nicht</translation>
     </message>
 </context>
 <context>

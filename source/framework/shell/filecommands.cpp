@@ -20,12 +20,18 @@
 
 using namespace Qt::StringLiterals;
 
+namespace {
+constexpr int NoticeTime = 5000; // milliseconds
+
+/// The absolute path of a file that may be named relative to the current project's directory.
 QString absoluteSource(const Activity &activity, const QString &path)
 {
     const Project *project = activity.currentProject();
     return QDir::isRelativePath(path) && project ? QDir::cleanPath(QDir(project->basePath()).absoluteFilePath(path))
                                                  : path;
 }
+
+} // namespace
 
 bool sourceExists(const Activity &activity, const WindowServices &window, const QString &path)
 {
@@ -55,6 +61,18 @@ bool FileCommands::openFile(const QString &path, bool addToRecent)
         m_recentFiles.add(absolute);
     Q_EMIT fileOpened();
     return true;
+}
+
+void FileCommands::showSource(const QString &path, int line, int column)
+{
+    if (!path.isEmpty() && !sourceExists(m_activity, m_window, path))
+        return m_window.showMessage(
+            tr("The file %1 does not exist").arg(QDir::toNativeSeparators(absoluteSource(m_activity, path))),
+            NoticeTime);
+    if (!openFile(path, false))
+        return;
+    m_window.viewManager()->gotoLine(line, true);
+    m_window.viewManager()->gotoColumn(column);
 }
 
 bool FileCommands::openAndRemember(const QString &path)

@@ -6,9 +6,8 @@ class Activity;
 class View;
 class WindowServices;
 
-/// The absolute path of a file that may be named relative to the current project's directory.
-[[nodiscard]] QString absoluteSource(const Activity &activity, const QString &path);
-/// Whether that file exists, or is open and not saved yet.
+/// Whether a file, which may be named relative to the current project's directory, exists, or is open and not saved
+/// yet.
 [[nodiscard]] bool sourceExists(const Activity &activity, const WindowServices &window, const QString &path);
 
 /// The commands on files: opening, saving, closing, reverting and printing, with their prompts.
@@ -22,6 +21,8 @@ public:
     /// Opens a file; a relative path is relative to the current project's directory. Returns false after a message to
     /// the user if it cannot be opened.
     bool openFile(const QString &path, bool addToRecent);
+    /// Opens a file likewise, and moves the cursor there: both count from 1. A missing file is told in the status bar.
+    void showSource(const QString &path, int line, int column);
     void open();
     void openRecent(int index);
     void close();

@@ -15,7 +15,6 @@
 #include "textview.h"
 #include "windowparts.h"
 #include <QCloseEvent>
-#include <QDir>
 #include <QPointer>
 #include <QSettings>
 #include <QTimer>
@@ -123,14 +122,8 @@ bool MainWindow::openFile(const QString &path, bool addToRecent)
 
 void MainWindow::lookupSource(const QString &file, int line, int column)
 {
-    if (m_parts->ready && !file.isEmpty() && !sourceExists(m_parts->activity, m_parts->services, file))
-        return m_parts->services.showMessage(
-            tr("The file %1 does not exist").arg(QDir::toNativeSeparators(absoluteSource(m_parts->activity, file))),
-            5000);
-    if (!openFile(file, false))
-        return;
-    m_parts->viewManager->gotoLine(line, true);
-    m_parts->viewManager->gotoColumn(column);
+    if (m_parts->ready)
+        m_parts->fileCommands->showSource(file, line, column);
 }
 
 void MainWindow::runPyFile(const QString &file)
