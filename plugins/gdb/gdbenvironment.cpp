@@ -71,6 +71,7 @@ void GdbEnvironment::connectParts()
     connect(&m_peripherals, &PeripheralAccess::message, this, &GdbEnvironment::showMessage);
     connect(&m_faults, &FaultCatcher::message, this, &GdbEnvironment::showMessage);
     connect(&m_exceptions, &ExceptionStops::message, this, &GdbEnvironment::showMessage);
+    connect(&m_callStack, &CallStack::message, this, &GdbEnvironment::showMessage);
     connect(&m_breakpoints, &BreakpointList::changed, this, [this] {
         const BackgroundTask::Whole whole;
         if (m_events)
@@ -181,11 +182,11 @@ void GdbEnvironment::loadTargetTables()
 {
     m_live.reset();
     m_variables.reset();
-    m_callStack.reset();
     m_symbols.reset();
     m_disassembler.reset();
     const TargetOptions now = options();
     QStringList bad;
+    m_callStack.reset(now.tasks);
     RegionTable table = parseRegions(now.regions, &bad);
     for (const QString &entry : bad)
         showMessage(tr("The memory region '%1' is invalid; the format is name:start:length:kind.\n").arg(entry), false);

@@ -230,7 +230,7 @@ void GdbSession::end()
         m_target.reset();
     }
     m_gdb.close();
-    m_frame = {};
+    takeFrame({});
     m_temporary = 0;
     m_request = {};
 }
@@ -378,6 +378,7 @@ GdbSession::Frame GdbSession::frameOf(const MiValue &frame)
             frame.number(u"level")};
 }
 
+    m_shown.reset();
 void GdbSession::takeFrame(const MiValue &frame)
 {
     m_frame = frameOf(frame);
@@ -388,6 +389,13 @@ void GdbSession::selectFrame(const QString &threadId, const Frame &frame)
     if (!isStopped())
         return;
     m_gdb.send("-thread-select " + threadId.toUtf8());
+    m_shown.reset();
+    targetChanged();
+}
+
+void GdbSession::showFrame(const Frame &frame)
+{
+    m_shown = frame;
     m_gdb.send("-stack-select-frame " + QByteArray::number(frame.level));
     m_thread = threadId;
     m_frame = frame;
