@@ -21,10 +21,10 @@ GdbSession::GdbSession(QObject *parent) : QObject(parent)
     connect(&m_gdb, &MiConnection::failed, this, &GdbSession::handleError);
     connect(&m_gdb, &MiConnection::logText, this, &GdbSession::takeLog);
     connect(&m_gdb, &MiConnection::closed, this, &GdbSession::gdbClosed);
-    connect(&m_gdb, &MiConnection::targetText, this, [this, incomplete = QString()](const QString &text) mutable {
+    connect(&m_gdb, &MiConnection::targetText, this, [this, line = OpenLine()](const QString &text) mutable {
         const bool repeatsAnswers = // OpenOCD also sends gdb what it answers on its Tcl port
             m_options.kind == TargetOptions::Kind::Remote && m_target && m_target->readsDirectly();
-        const QString shown = repeatsAnswers ? withoutNumbers(text, &incomplete) : text;
+        const QString shown = repeatsAnswers ? withoutNumbers(text, &line) : text;
         if (!shown.isEmpty())
             Q_EMIT output(shown.toUtf8());
     });
