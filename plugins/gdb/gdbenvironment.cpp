@@ -54,6 +54,7 @@ void GdbEnvironment::connectParts()
     connect(&m_session, &GdbSession::programLoaded, this, [this] {
         loadTargetTables();
         m_breakpoints.readLimits();
+        const BackgroundTask::Whole whole; // until the start ends, so that no breakpoint changes after catchUp()
         m_breakpoints.catchUp();
         m_breakpoints.insertAllData();
         m_rtt.begin(options().rtt, m_memory.wholeTable());
@@ -70,8 +71,8 @@ void GdbEnvironment::connectParts()
     connect(&m_breakpoints, &BreakpointList::message, this, &GdbEnvironment::showMessage);
     connect(&m_peripherals, &PeripheralAccess::message, this, &GdbEnvironment::showMessage);
     connect(&m_faults, &FaultCatcher::message, this, &GdbEnvironment::showMessage);
-    connect(&m_exceptions, &ExceptionStops::message, this, &GdbEnvironment::showMessage);
     connect(&m_callStack, &CallStack::message, this, &GdbEnvironment::showMessage);
+    connect(&m_exceptions, &ExceptionStops::message, this, &GdbEnvironment::showMessage);
     connect(&m_breakpoints, &BreakpointList::changed, this, [this] {
         const BackgroundTask::Whole whole;
         if (m_events)
@@ -185,8 +186,8 @@ void GdbEnvironment::loadTargetTables()
     m_symbols.reset();
     m_disassembler.reset();
     const TargetOptions now = options();
-    QStringList bad;
     m_callStack.reset(now.tasks);
+    QStringList bad;
     RegionTable table = parseRegions(now.regions, &bad);
     for (const QString &entry : bad)
         showMessage(tr("The memory region '%1' is invalid; the format is name:start:length:kind.\n").arg(entry), false);

@@ -123,11 +123,8 @@ bool GdbSession::beginProgram(QString *error)
             Q_EMIT message(tr("The gdb command '%1' failed: %2\n").arg(command.trimmed(), answer.errorText()), false);
     }
     apply(TargetEvent::Connected);
-    {
-        const BackgroundTask::Whole whole; // lists of breakpoints do not change meanwhile
-        Q_EMIT symbolsLoaded();
-    }
-    if (!m_attached)
+    Q_EMIT symbolsLoaded();
+    if (!m_attached && !wasCancelled())
         runToFunction();
     if (wasCancelled())
         return false;
@@ -137,9 +134,8 @@ bool GdbSession::beginProgram(QString *error)
     }
     if (m_frame.address == 0)
         takeFrame(m_gdb.ask("-stack-info-frame").results[u"frame"]);
-    const BackgroundTask::Whole whole;
     Q_EMIT programLoaded();
-    return true;
+    return !wasCancelled();
 }
 
 /// Runs the program from its start to the function at which the user wants to start.
@@ -203,9 +199,10 @@ void GdbSession::rewindTarget()
     runToFunction();
     if (wasCancelled())
         return end();
-    const BackgroundTask::Whole whole;
     if (isAlive())
         Q_EMIT programLoaded();
+    if (wasCancelled())
+        end();
 }
 
 void GdbSession::fail(const QString &text)
@@ -378,10 +375,10 @@ GdbSession::Frame GdbSession::frameOf(const MiValue &frame)
             frame.number(u"level")};
 }
 
-    m_shown.reset();
 void GdbSession::takeFrame(const MiValue &frame)
 {
     m_frame = frameOf(frame);
+    m_shown.reset();
 }
 
 void GdbSession::selectFrame(const QString &threadId, const Frame &frame)
@@ -389,6 +386,9 @@ void GdbSession::selectFrame(const QString &threadId, const Frame &frame)
     if (!isStopped())
         return;
     m_gdb.send("-thread-select " + threadId.toUtf8());
+    m_gdb.send("-stack-select-frame " + QByteArray::number(frame.level));
+    m_thread = threadId;
+    m_frame = frame;
     m_shown.reset();
     targetChanged();
 }
@@ -396,9 +396,6 @@ void GdbSession::selectFrame(const QString &threadId, const Frame &frame)
 void GdbSession::showFrame(const Frame &frame)
 {
     m_shown = frame;
-    m_gdb.send("-stack-select-frame " + QByteArray::number(frame.level));
-    m_thread = threadId;
-    m_frame = frame;
     targetChanged();
 }
 
