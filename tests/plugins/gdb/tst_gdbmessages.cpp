@@ -40,6 +40,7 @@ private Q_SLOTS:
     void refusedExceptionStopIsExplained();
     void emulatorThatDoesNotAnswerIsExplained();
     void sensitiveRegisterIsExplained();
+    void wakeUpOfAProgramOfThisComputerIsExplained();
     void endOfTheSessionAnswersOpenQuestions();
 
 private:
@@ -72,7 +73,7 @@ void tst_GdbMessages::failedStartIsExplained_data()
     row("process", u"native:NATIVE;processId=77"_s, true, u"-target-attach"_s,
         u"Cannot attach to process 77: no reason"_s);
     row("connection", u"remote:host%1:1;image=FIRMWARE"_s, false, u"-target-select"_s,
-        u"gdb cannot connect to 'host%1:1': no reason"_s);
+        u"gdb cannot connect to 'host%1:1': no reason\nIs the target's server running, and no other debugger on it?"_s);
     row("download", u"remote:host:1;image=FIRMWARE"_s, false, u"-target-download"_s,
         u"The program cannot be loaded into 'host:1': no reason"_s);
     row("reset", u"remote:host:1;image=FIRMWARE;resetCommand=reset halt"_s, false,
@@ -420,6 +421,16 @@ void tst_GdbMessages::sensitiveRegisterIsExplained()
     QVERIFY(!explained.isEmpty());
     for (const QString &name : std::as_const(explained))
         QVERIFY2(name.endsWith(u"DATA"_s), qPrintable(name));
+}
+
+void tst_GdbMessages::wakeUpOfAProgramOfThisComputerIsExplained()
+{
+    const FakeGdb gdb;
+    LiveSession session(native(gdb));
+    QVERIFY(session.start());
+    QVERIFY(!session.get<IWakeUp>()->canWakeUp());
+    session.env->wakeUp();
+    QCOMPARE(session.events.serious, u"'demo' does not support waking up its processor.\n"_s);
 }
 
 void tst_GdbMessages::endOfTheSessionAnswersOpenQuestions()

@@ -17,6 +17,9 @@ private Q_SLOTS:
     void runningTargetIsPausedAtTheEnd();
     void secondBreakpointAtALineIsTheSame();
     void movedBreakpointIsReportedOnce();
+    void refusedBreakpointIsNotMovedByOthers();
+    void otherLinesOfGdbAreOutputOfTheProgram();
+    void registersAreReadOnceForAStop();
     void writtenMemoryIsVerified();
     void unknownMemoryIsShownWhole();
     void breakpointsOfTheProcessorAreCounted();
@@ -157,6 +160,63 @@ void tst_RecordedSession::movedBreakpointIsReportedOnce()
     QVERIFY(session.waitFor(Env::ProgramRunning));
     QTRY_COMPARE(session.breakpoints(), u"[x] native.c, 25\n"_s);
     QTRY_COMPARE(session.events.breakpointChanges, before + 1); // a hit is no change
+}
+
+/// gdb has no number for it. Parts of other breakpoints have numbers such as "1.2".
+void tst_RecordedSession::refusedBreakpointIsNotMovedByOthers()
+{
+    const QString part =
+        u"=breakpoint-modified,bkpt={number=\"1.2\",addr=\"0x2020\",fullname=\"/x/other.c\",line=\"25\",times=\"3\"}"_s;
+    const FakeGdb gdb({FakeGdb::error(u"-break-insert --source"_s, u"no reason"_s),
+                       FakeGdb::error(u"-break-insert -f"_s, u"no reason"_s),
+                       {u"-exec-continue"_s, FakeGdb::running() + QStringList{part, u"@\"moved\""_s}}});
+    LiveSession session(native(gdb));
+    QByteArray output;
+    connect(session.env->session(), &GdbSession::output, this, [&output](const QByteArray &bytes) { output += bytes; });
+    session.get<IBreakpoints>()->setBreakpoint(u"/x/a.c"_s, 3, BreakpointEnabled);
+    QVERIFY(session.start());
+    session.env->run();
+    QTRY_COMPARE(output, QByteArray("moved"));
+    QCOMPARE(session.breakpoints(), u"[x] a.c, 3\n"_s);
+    BreakpointDetails details;
+    QVERIFY(session.get<IBreakpointDetails>()->details(u"/x/a.c"_s, 3, details));
+    QCOMPARE(details.hits, 0u);
+}
+
+/// A program that was attached to has no terminal of ours, and may write to that of gdb.
+void tst_RecordedSession::otherLinesOfGdbAreOutputOfTheProgram()
+{
+    const FakeGdb gdb({{u"-exec-continue"_s, FakeGdb::running() + QStringList{u"ready = 1"_s}}});
+    LiveSession session(native(gdb));
+    QByteArray output;
+    connect(session.env->session(), &GdbSession::output, this, [&output](const QByteArray &bytes) { output += bytes; });
+    QVERIFY(session.start());
+    session.env->run();
+    QTRY_COMPARE(output, QByteArray("ready = 1\n"));
+}
+
+void tst_RecordedSession::registersAreReadOnceForAStop()
+{
+    const QString table = u"~\" Name Nr Rel Offset Size Type Groups\\n\""_s;
+    const QString row = u"~\" r%1 %1 %1 %2 4 int general,all\\n\""_s;
+    const FakeGdb gdb(
+        {{u"-interpreter-exec console \"maint print register-groups"_s,
+          {table, row.arg(0).arg(0), row.arg(1).arg(4), u"TOKEN^done"_s}},
+         {u"-data-list-register-values"_s,
+          {u"TOKEN^done,register-values=[{number=\"0\",value=\"0x00000011\"},{number=\"1\",value=\"0x00000022\"}]"_s}}});
+    LiveSession session(remote(gdb, u";runTo="_s));
+    QVERIFY(session.start());
+    const auto registers = session.get<IRegisters>();
+    Commands commands(session);
+    QCOMPARE(registers->value(u"r0"_s, 0), 0x11u);
+    QCOMPARE(registers->value(u"r1"_s, 0), 0x22u);
+    QCOMPARE(commands.takeFrom(u"-data-list-register-values"_s).size(), 1);
+    registers->setValue(u"r1"_s, 5, 0);
+    QCOMPARE(commands.takeFrom(u"-data-write-register-values"_s),
+             QStringList(u"-data-write-register-values x 1 0x5"_s));
+    QCOMPARE(registers->value(u"r0"_s, 0), 0x11u); // the target may have changed others, too
+    QCOMPARE(registers->value(u"r1"_s, 0), 0x22u);
+    QCOMPARE(commands.takeFrom(u"-data-list-register-values"_s).size(), 1);
 }
 
 void tst_RecordedSession::writtenMemoryIsVerified()
