@@ -1,6 +1,10 @@
 #include "fakegdb.h"
 #include "livesession.h"
 #include "mirecord.h"
+#include "nativetarget.h"
+#include "nativeterminal.h"
+#include "remotetarget.h"
+#include <optional>
 
 using Env = IExecutionEnvironment;
 
@@ -20,6 +24,8 @@ private Q_SLOTS:
     void refusedBreakpointIsNotMovedByOthers();
     void otherLinesOfGdbAreOutputOfTheProgram();
     void registersAreReadOnceForAStop();
+    void targetsWithoutOtherAccessToMemoryAnswer();
+    void newSymbolsEndASearchForLines();
     void writtenMemoryIsVerified();
     void unknownMemoryIsShownWhole();
     void breakpointsOfTheProcessorAreCounted();
@@ -217,6 +223,35 @@ void tst_RecordedSession::registersAreReadOnceForAStop()
     QCOMPARE(registers->value(u"r0"_s, 0), 0x11u); // the target may have changed others, too
     QCOMPARE(registers->value(u"r1"_s, 0), 0x22u);
     QCOMPARE(commands.takeFrom(u"-data-list-register-values"_s).size(), 1);
+}
+
+void tst_RecordedSession::targetsWithoutOtherAccessToMemoryAnswer()
+{
+    RemoteTarget remote(TargetOptions(), {});
+    NativeTarget native(TargetOptions(), {});
+    QStringList answers;
+    for (Target *target : {static_cast<Target *>(&remote), static_cast<Target *>(&native)}) {
+        target->readLater(0x10, 4, [&answers](const QByteArray &bytes) { answers += QString::number(bytes.size()); });
+        target->writeLater(0x10, "abcd", [&answers](bool success) { answers += success ? u"yes"_s : u"no"_s; });
+    }
+    QCOMPARE(answers, (QStringList{u"0"_s, u"no"_s, u"0"_s, u"no"_s}));
+}
+
+void tst_RecordedSession::newSymbolsEndASearchForLines()
+{
+    const FakeGdb gdb({{u"-file-list-exec-source-files"_s, {u"SLEEP 0.2"_s, u"TOKEN^done,files=[]"_s}}});
+    LiveSession session(native(gdb));
+    QVERIFY(session.start());
+    std::optional<bool> found;
+    BackgroundTask task;
+    task.run([&] {
+        uint address = 0;
+        found = session.get<ISymbolLookup>()->addressOf(u"/x/a.c"_s, 3, address);
+    });
+    QVERIFY(!found.has_value());
+    session.env->loadSymbols(u"/x/boot.elf"_s);
+    QTRY_VERIFY(found.has_value());
+    QVERIFY(!*found);
 }
 
 void tst_RecordedSession::writtenMemoryIsVerified()
