@@ -419,6 +419,7 @@ void tst_GdbMessages::sensitiveRegisterIsExplained()
         }
     }
     QVERIFY(!explained.isEmpty());
+    QVERIFY(devices->description(explained.first(), {}).contains(sensitive)); // its name alone
     for (const QString &name : std::as_const(explained))
         QVERIFY2(name.endsWith(u"DATA"_s), qPrintable(name));
 }
