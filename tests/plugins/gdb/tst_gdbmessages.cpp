@@ -4,6 +4,8 @@
 #include "nativeterminal.h"
 #include "qemumachine.h"
 #include "stackreplies.h"
+#include <csignal>
+#include <QSignalSpy>
 #include <sys/resource.h>
 
 using Env = IExecutionEnvironment;
@@ -39,6 +41,7 @@ private Q_SLOTS:
     void impossibleNextStatementIsExplained();
     void refusedExceptionStopIsExplained();
     void emulatorThatDoesNotAnswerIsExplained();
+    void endOfAnEmulatorIsExplained();
     void sensitiveRegisterIsExplained();
     void wakeUpOfAProgramOfThisComputerIsExplained();
     void endOfTheSessionAnswersOpenQuestions();
@@ -401,6 +404,21 @@ void tst_GdbMessages::emulatorThatDoesNotAnswerIsExplained()
     QVERIFY(!machine.start(&error));
     QCOMPARE(error, u"'%1' did not bring up 'board' within 1 s."_s.arg(setup.program));
     QVERIFY(!machine.isRunning());
+}
+
+void tst_GdbMessages::endOfAnEmulatorIsExplained()
+{
+    QemuMachine machine({u"qemu-system-arm"_s, u"mps2-an385"_s, m_firmware, {}, 0, false, {}});
+    QString error;
+    QVERIFY2(machine.start(&error), qPrintable(error));
+    const QString directory = QFileInfo(machine.gdbAddress()).path();
+    QVERIFY(QFileInfo(directory).isDir());
+    const QSignalSpy died(&machine, &QemuMachine::died);
+    ::kill(pid_t(machine.processId()), SIGKILL);
+    QTRY_COMPARE(died.size(), 1);
+    QCOMPARE(died[0][0].toString(), u"'qemu-system-arm' was ended by a signal."_s);
+    QCOMPARE(machine.gdbAddress(), QString()); // its sockets are gone
+    QVERIFY(!QFileInfo::exists(directory));
 }
 
 void tst_GdbMessages::sensitiveRegisterIsExplained()

@@ -26,6 +26,8 @@ private Q_SLOTS:
     void registersAreReadOnceForAStop();
     void targetsWithoutOtherAccessToMemoryAnswer();
     void newSymbolsEndASearchForLines();
+    void allCoresOfABoardContinue_data();
+    void allCoresOfABoardContinue();
     void writtenMemoryIsVerified();
     void unknownMemoryIsShownWhole();
     void breakpointsOfTheProcessorAreCounted();
@@ -252,6 +254,30 @@ void tst_RecordedSession::newSymbolsEndASearchForLines()
     session.env->loadSymbols(u"/x/boot.elf"_s);
     QTRY_VERIFY(found.has_value());
     QVERIFY(!*found);
+}
+
+void tst_RecordedSession::allCoresOfABoardContinue_data()
+{
+    QTest::addColumn<QString>("target");
+    QTest::addColumn<QString>("command");
+    QTest::newRow("one core") << u"qemu:mps2-an385"_s << u"-exec-continue"_s;
+    QTest::newRow("two cores") << u"qemu:mps2-an521;secondImage="_s + m_firmware << u"-exec-continue --all"_s;
+}
+
+void tst_RecordedSession::allCoresOfABoardContinue()
+{
+    QFETCH(QString, target);
+    QFETCH(QString, command);
+    const FakeGdb gdb(
+        {{u"-exec-continue"_s,
+          FakeGdb::running() + QStringList{FakeGdb::stop(u"reason=\"breakpoint-hit\",disp=\"del\",bkptno=\"1\""_s)}}});
+    LiveSession session(target + u";catchFaults=0;image=%1;gdb=%2"_s.arg(m_firmware, gdb.path()));
+    Commands commands(session);
+    QVERIFY(session.start());
+    QCOMPARE(commands.takeFrom(u"-exec-continue"_s), QStringList(command));
+    session.env->run();
+    QVERIFY(session.waitFor(Env::ProgramBreakpointHit));
+    QCOMPARE(commands.takeFrom(u"-exec-continue"_s), QStringList(command));
 }
 
 void tst_RecordedSession::writtenMemoryIsVerified()
