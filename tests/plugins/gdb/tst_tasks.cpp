@@ -273,6 +273,9 @@ void tst_Tasks::functionOfATaskThatWaitsIsShown()
     QVERIFY(stack->currentPlace(place)); // that of the task that runs
     QCOMPARE(place.thread, 1);
     QCOMPARE(session.env->session()->frame().function, u"uart_text"_s);
+    (void)replies->askFrames(stack.get(), 1);
+    QVERIFY(stack->currentPlace(place));
+    QCOMPARE(place.thread, 1);
     QVERIFY(!stack->setCurrentPlace({1001, 2})); // of an earlier stop
 }
 
