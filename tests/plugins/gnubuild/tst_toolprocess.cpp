@@ -70,6 +70,20 @@ private Q_SLOTS:
         QCOMPARE(m_lines.join(QString()).size(), 1000000);
     }
 
+    /// Also if its end comes when the rest has been read already.
+    void longestLineIsNotSplit()
+    {
+        const auto process = newProcess();
+        const QString script = u"import fcntl, os, struct, termios\n"
+                               "os.write(1, b'x' * 65536)\n"
+                               "while struct.unpack('i', fcntl.ioctl(1, termios.FIONREAD, b'0000'))[0]:\n"
+                               "    pass\n"
+                               "os.write(1, b'\\n')\n"_s;
+        process->start({u"/usr/bin/python3"_s, {u"-c"_s, script}, u"/"_s, QProcessEnvironment::systemEnvironment()});
+        QTRY_COMPARE_WITH_TIMEOUT(m_ends, QList<bool>{true}, 20000);
+        QCOMPARE(m_lines, QStringList(QString(65536, u'x')));
+    }
+
     void exitCodeOtherThanZeroIsAFailure()
     {
         const auto process = newProcess();
