@@ -516,6 +516,12 @@ Es ist keine Build-Umgebung verfügbar.</translation>
         <source>The debug session has ended.</source>
         <translation>Die Debug-Sitzung ist beendet.</translation>
     </message>
+    <message>
+        <source>The tasks of the program are not known: %1
+</source>
+        <translation>Die Tasks des Programms sind nicht bekannt: %1
+</translation>
+    </message>
 </context>
 <context>
     <name>CallStackPane</name>
@@ -1850,6 +1856,14 @@ Möchten Sie sie wirklich schließen und überschreiben?</translation>
     <message>
         <source>Port of a running OpenOCD, usually 6666, by which the memory is read while the program runs. 0 for no such access; an OpenOCD that is started by the line above gets a free port.</source>
         <translation>Port eines laufenden OpenOCD, meist 6666, über den der Speicher gelesen wird, während das Programm läuft. 0 für keinen solchen Zugriff; ein OpenOCD, das durch die Zeile oben gestartet wird, bekommt einen freien Port.</translation>
+    </message>
+    <message>
+        <source>Tasks</source>
+        <translation>Tasks</translation>
+    </message>
+    <message>
+        <source>Expressions for the tasks of the program&apos;s scheduler, separated by &quot;;&quot;: their number, the one that runs, and of the task $task its stack pointer and a pointer to its name.</source>
+        <translation>Ausdrücke für die Tasks des Schedulers im Programm, getrennt durch &quot;;&quot;: ihre Anzahl, der laufende, und vom Task $task der Stapelzeiger und ein Zeiger auf seinen Namen.</translation>
     </message>
 </context>
 <context>
@@ -5769,6 +5783,18 @@ Einzelheiten stehen im Ausgabefenster auf der Seite &quot;Debuggen&quot;.</trans
         <source>&amp;Refresh</source>
         <translation>&amp;Aktualisieren</translation>
     </message>
+    <message>
+        <source>it is not &quot;number of tasks; running task; stack pointer; name&quot;</source>
+        <translation>es ist nicht &quot;Anzahl der Tasks; laufender Task; Stapelzeiger; Name&quot;</translation>
+    </message>
+    <message>
+        <source>task %1</source>
+        <translation>Task %1</translation>
+    </message>
+    <message>
+        <source>waits</source>
+        <translation>wartet</translation>
+    </message>
 </context>
 <context>
     <name>TemplateCommands</name>
@@ -8573,6 +8599,10 @@ Bitte prüfen Sie, dass diese Datei nicht schreibgeschützt ist und Sie in sie s
     <message>
         <source>These variables cannot be listed.</source>
         <translation>Diese Variablen können nicht aufgelistet werden.</translation>
+    </message>
+    <message>
+        <source>Variables are shown for the task that runs.</source>
+        <translation>Variablen werden für den laufenden Task angezeigt.</translation>
     </message>
 </context>
 <context>

@@ -1,6 +1,7 @@
 #include "breakpointlist.h"
-#include "disassemblyplace.h"
+#include "backgroundtask.h"
 #include "breakpointcommands.h"
+#include "disassemblyplace.h"
 #include "gdbsession.h"
 #include "symboltable.h"
 #include <algorithm>
@@ -213,6 +214,7 @@ void BreakpointList::catchUp()
 
 void BreakpointList::insertAll()
 {
+    const BackgroundTask::Whole whole; // the list does not change meanwhile
     const bool loadsLibraries = m_session->program().elf.isNative();
     for (Entry &entry : m_entries) {
         QString error;
@@ -241,7 +243,6 @@ void BreakpointList::forget()
     for (Entry &entry : m_entries) {
         entry.number = 0;
         entry.locations.clear();
-        entry.isOutdated = false;
     }
     m_obsolete.clear();
     m_limits = {};

@@ -56,6 +56,14 @@ private:
     InterfacePtr<IDebugReplies> m_replies; ///< null after the answer
 };
 
+void CallStack::reset(const QString &tasks)
+{
+    m_frames.clear();
+    m_task = {};
+    m_complained = false;
+    m_tasks.setExpressions(tasks);
+}
+
 void CallStack::requestThreads(const DebugRequest &request, IDebugReplies *replies)
 {
     const auto answer = std::make_shared<Answer>(request, replies);
@@ -74,7 +82,18 @@ void CallStack::answerThreads(const std::shared_ptr<Answer> &answer, const MiRec
         if (thread.contains(u"frame"))
             keepFrame(threads.constLast().id, thread[u"frame"]);
     }
-    answer->threads(threads);
+    if (threads.size() != 1 || !m_tasks.isUsed())
+        return answer->threads(threads);
+    m_tasks.request([this, answer, threads](const TaskList::Tasks &tasks) { addTasks(answer, threads, tasks); });
+}
+
+void CallStack::addTasks(const std::shared_ptr<Answer> &answer, QList<ThreadInfo> threads, const TaskList::Tasks &tasks)
+{
+    if (!tasks.problem.isEmpty() && !std::exchange(m_complained, true))
+        Q_EMIT message(Text::tr("The tasks of the program are not known: %1\n").arg(tasks.problem), false);
+    if (!tasks.running.isEmpty())
+        threads.first().name = tasks.running;
+    answer->threads(threads + tasks.waiting);
 }
 
 /// One frame more than was requested shows whether the thread has more.
@@ -85,16 +104,20 @@ void CallStack::requestFrames(const DebugRequest &request, qint64 thread, int fi
         return answer->failed(Text::tr("The program is not paused."));
     if (first < 0 || count <= 0)
         return answer->frames({}, false);
-    const qint64 last = qint64(first) + count;
-    m_session->gdb()->send("-stack-list-frames --thread " + QByteArray::number(thread) + " --no-frame-filters "
-                               + QByteArray::number(first) + ' ' + QByteArray::number(std::min<qint64>(last, INT_MAX)),
-                           [this, answer, thread, first, count](const MiRecord &record) {
-                               const bool behindEnd = first > 0 && record.errorText().contains(u"Not enough frames");
-                               if (behindEnd)
-                                   answer->frames({}, false);
-                               else
-                                   answerFrames(answer, record, thread, count);
-                           });
+    const qint64 last = std::min<qint64>(qint64(first) + count, INT_MAX);
+    const auto show = [this, answer, thread, first, count](const MiRecord &record) {
+        const bool behindEnd = first > 0 && record.errorText().contains(u"Not enough frames");
+        if (behindEnd)
+            answer->frames({}, false);
+        else
+            answerFrames(answer, record, thread, count);
+    };
+    if (TaskList::isTask(thread))
+        m_tasks.requestFrames(thread, first, last, show);
+    else
+        m_session->gdb()->send("-stack-list-frames --thread " + QByteArray::number(thread) + " --no-frame-filters "
+                                   + QByteArray::number(first) + ' ' + QByteArray::number(last),
+                               show);
 }
 
 void CallStack::answerFrames(const std::shared_ptr<Answer> &answer, const MiRecord &record, qint64 thread,
@@ -115,8 +138,10 @@ void CallStack::answerFrames(const std::shared_ptr<Answer> &answer, const MiReco
 
 void CallStack::keepFrame(qint64 thread, const MiValue &frame)
 {
-    if (std::exchange(m_stop, m_session->stopNumber()) != m_session->stopNumber())
+    if (std::exchange(m_stop, m_session->stopNumber()) != m_session->stopNumber()) {
         m_frames.clear();
+        m_task = {};
+    }
     m_frames.insert({thread, frame.number(u"level")}, GdbSession::frameOf(frame));
 }
 
@@ -124,7 +149,10 @@ bool CallStack::currentPlace(StackPlace &place)
 {
     if (!m_session->isStopped())
         return false;
-    place = {m_session->threadId().toLongLong(), m_session->frame().level};
+    if (TaskList::isTask(m_task.thread) && m_stop == m_session->stopNumber())
+        place = m_task;
+    else
+        place = {m_session->threadId().toLongLong(), m_session->frame().level};
     return true;
 }
 
@@ -133,6 +161,10 @@ bool CallStack::setCurrentPlace(const StackPlace &place)
     const auto frame = m_frames.constFind({place.thread, place.frame});
     if (!m_session->isStopped() || m_stop != m_session->stopNumber() || frame == m_frames.cend())
         return false;
-    m_session->selectFrame(QString::number(place.thread), *frame);
+    m_task = TaskList::isTask(place.thread) ? place : StackPlace();
+    if (TaskList::isTask(place.thread))
+        m_session->showFrame(*frame);
+    else
+        m_session->selectFrame(QString::number(place.thread), *frame);
     return true;
 }

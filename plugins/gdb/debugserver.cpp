@@ -78,21 +78,24 @@ bool isNumbers(QStringView line)
 }
 } // namespace
 
-QString withoutNumbers(const QString &text, QString *incomplete)
+QString withoutNumbers(const QString &text, OpenLine *line)
 {
-    const QString all = std::exchange(*incomplete, {}) + text;
+    const QString all = std::exchange(line->held, {}) + text;
     QString result;
     qsizetype start = 0;
     for (qsizetype end = all.indexOf(u'\n'); end >= 0; end = all.indexOf(u'\n', start)) {
-        if (!isNumbers(QStringView(all).sliced(start, end - start)))
+        if (line->begun || !isNumbers(QStringView(all).sliced(start, end - start)))
             result += QStringView(all).sliced(start, end + 1 - start);
+        line->begun = false;
         start = end + 1;
     }
     const QString rest = all.sliced(start);
-    if (rest == u'0' || isNumbers(rest))
-        *incomplete = rest;
-    else
+    if (!line->begun && (rest == u'0' || isNumbers(rest))) {
+        line->held = rest;
+    } else {
         result += rest;
+        line->begun = line->begun || !rest.isEmpty();
+    }
     return result;
 }
 
@@ -117,9 +120,9 @@ bool DebugServer::start(QString *error)
 {
     m_ended = m_connected = m_stopped = false;
     m_words.clear();
-    m_incomplete.clear();
-    m_incompleteOutput.clear();
-    m_incompleteComplaint.clear();
+    m_outputSequence.clear();
+    m_complaintSequence.clear();
+    m_outputLine = m_complaintLine = {};
     if (!waitForFreePort(error))
         return false;
     m_terminal = std::make_unique<NativeTerminal>();
@@ -250,9 +253,9 @@ bool DebugServer::readOutput()
 
 void DebugServer::takeOutput(const QByteArray &bytes)
 {
-    QByteArray text = withoutColours(bytes, &m_incomplete);
+    QByteArray text = withoutColours(bytes, &m_outputSequence);
     if (m_setup.repeatsAnswers)
-        text = withoutNumbers(QString::fromLatin1(text), &m_incompleteOutput).toLatin1();
+        text = withoutNumbers(QString::fromLatin1(text), &m_outputLine).toLatin1();
     remember(QString::fromUtf8(text));
     if (!text.isEmpty())
         Q_EMIT output(text);
@@ -260,9 +263,9 @@ void DebugServer::takeOutput(const QByteArray &bytes)
 
 void DebugServer::takeComplaint()
 {
-    QString text = QString::fromUtf8(withoutColours(m_process->readAllStandardError(), &m_incomplete));
+    QString text = QString::fromUtf8(withoutColours(m_process->readAllStandardError(), &m_complaintSequence));
     if (m_setup.repeatsAnswers)
-        text = withoutNumbers(text, &m_incompleteComplaint);
+        text = withoutNumbers(text, &m_complaintLine);
     remember(text);
     if (!text.isEmpty())
         Q_EMIT complaint(text);

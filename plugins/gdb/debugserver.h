@@ -9,6 +9,13 @@ class NativeTerminal;
 class QDeadlineTimer;
 class QProgressDialog;
 
+/// The last line of a text that goes on.
+struct OpenLine
+{
+    QString held;       ///< its beginning, if that is not shown yet
+    bool begun = false; ///< its beginning has been shown
+};
+
 /// A debug server that a session starts and ends, such as simavr or OpenOCD.
 ///
 /// It gets a terminal for its standard output, since programs that write to a pipe buffer their output.
@@ -60,11 +67,12 @@ private:
     const Setup m_setup;
     std::unique_ptr<NativeTerminal> m_terminal;
     std::unique_ptr<ChildProcess> m_process;
-    qint64 m_group = 0;      ///< the process group of the server and its children; 0 if they have ended
-    QByteArray m_incomplete; ///< the beginning of a control sequence
-    // The beginnings of lines of both outputs that are perhaps left out
-    QString m_incompleteOutput;
-    QString m_incompleteComplaint;
+    qint64 m_group = 0; ///< the process group of the server and its children; 0 if they have ended
+    // Of the two outputs: the beginning of a control sequence, and the last line
+    QByteArray m_outputSequence;
+    QByteArray m_complaintSequence;
+    OpenLine m_outputLine;
+    OpenLine m_complaintLine;
     QString m_words; ///< the last lines of both outputs
     bool m_connected = false;
     bool m_stopped = false; ///< by the user
@@ -78,6 +86,5 @@ private:
 /// put in front of the next bytes.
 [[nodiscard]] QByteArray withoutColours(const QByteArray &bytes, QByteArray *incomplete);
 
-/// @p text without the lines that consist of hexadecimal numbers. The beginning of one at the end is left in @p
-/// incomplete, which is put in front of the next text.
-[[nodiscard]] QString withoutNumbers(const QString &text, QString *incomplete);
+/// @p text without the lines that consist of hexadecimal numbers. @p line is the one that the next text continues.
+[[nodiscard]] QString withoutNumbers(const QString &text, OpenLine *line);

@@ -1,4 +1,5 @@
 #include "exceptionstops.h"
+#include "backgroundtask.h"
 #include "gdbsession.h"
 #include <algorithm>
 
@@ -53,6 +54,7 @@ void ExceptionStops::insert(Kind *kind)
 
 void ExceptionStops::arm()
 {
+    const BackgroundTask::Whole whole; // the choice does not change meanwhile
     for (Kind &kind : m_kinds) {
         kind.number = 0; // it belongs to the gdb of the last session
         if (kind.isOn)

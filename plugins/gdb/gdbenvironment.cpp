@@ -55,6 +55,7 @@ void GdbEnvironment::connectParts()
     connect(&m_session, &GdbSession::programLoaded, this, [this] {
         loadTargetTables();
         m_breakpoints.readLimits();
+        const BackgroundTask::Whole whole; // until the start ends, so that no breakpoint changes after catchUp()
         m_breakpoints.catchUp();
         m_breakpoints.insertAllData();
         m_rtt.begin(options().rtt, m_memory.wholeTable());
@@ -71,6 +72,7 @@ void GdbEnvironment::connectParts()
     connect(&m_breakpoints, &BreakpointList::message, this, &GdbEnvironment::showMessage);
     connect(&m_peripherals, &PeripheralAccess::message, this, &GdbEnvironment::showMessage);
     connect(&m_faults, &FaultCatcher::message, this, &GdbEnvironment::showMessage);
+    connect(&m_callStack, &CallStack::message, this, &GdbEnvironment::showMessage);
     connect(&m_exceptions, &ExceptionStops::message, this, &GdbEnvironment::showMessage);
     connect(&m_breakpoints, &BreakpointList::changed, this, [this] {
         const BackgroundTask::Whole whole;
@@ -182,10 +184,10 @@ void GdbEnvironment::loadTargetTables()
 {
     m_live.reset();
     m_variables.reset();
-    m_callStack.reset();
     m_symbols.reset();
     m_disassembler.reset();
     const TargetOptions now = options();
+    m_callStack.reset(now.tasks);
     QStringList bad;
     RegionTable table = parseRegions(now.regions, &bad);
     for (const QString &entry : bad)

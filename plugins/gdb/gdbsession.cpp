@@ -21,10 +21,10 @@ GdbSession::GdbSession(QObject *parent) : QObject(parent)
     connect(&m_gdb, &MiConnection::failed, this, &GdbSession::handleError);
     connect(&m_gdb, &MiConnection::logText, this, &GdbSession::takeLog);
     connect(&m_gdb, &MiConnection::closed, this, &GdbSession::gdbClosed);
-    connect(&m_gdb, &MiConnection::targetText, this, [this, incomplete = QString()](const QString &text) mutable {
+    connect(&m_gdb, &MiConnection::targetText, this, [this, line = OpenLine()](const QString &text) mutable {
         const bool repeatsAnswers = // OpenOCD also sends gdb what it answers on its Tcl port
             m_options.kind == TargetOptions::Kind::Remote && m_target && m_target->readsDirectly();
-        const QString shown = repeatsAnswers ? withoutNumbers(text, &incomplete) : text;
+        const QString shown = repeatsAnswers ? withoutNumbers(text, &line) : text;
         if (!shown.isEmpty())
             Q_EMIT output(shown.toUtf8());
     });
@@ -123,11 +123,8 @@ bool GdbSession::beginProgram(QString *error)
             Q_EMIT message(tr("The gdb command '%1' failed: %2\n").arg(command.trimmed(), answer.errorText()), false);
     }
     apply(TargetEvent::Connected);
-    {
-        const BackgroundTask::Whole whole; // lists of breakpoints do not change meanwhile
-        Q_EMIT symbolsLoaded();
-    }
-    if (!m_attached)
+    Q_EMIT symbolsLoaded();
+    if (!m_attached && !wasCancelled())
         runToFunction();
     if (wasCancelled())
         return false;
@@ -137,9 +134,8 @@ bool GdbSession::beginProgram(QString *error)
     }
     if (m_frame.address == 0)
         takeFrame(m_gdb.ask("-stack-info-frame").results[u"frame"]);
-    const BackgroundTask::Whole whole;
     Q_EMIT programLoaded();
-    return true;
+    return !wasCancelled();
 }
 
 /// Runs the program from its start to the function at which the user wants to start.
@@ -203,9 +199,10 @@ void GdbSession::rewindTarget()
     runToFunction();
     if (wasCancelled())
         return end();
-    const BackgroundTask::Whole whole;
     if (isAlive())
         Q_EMIT programLoaded();
+    if (wasCancelled())
+        end();
 }
 
 void GdbSession::fail(const QString &text)
@@ -230,7 +227,7 @@ void GdbSession::end()
         m_target.reset();
     }
     m_gdb.close();
-    m_frame = {};
+    takeFrame({});
     m_temporary = 0;
     m_request = {};
 }
@@ -381,6 +378,7 @@ GdbSession::Frame GdbSession::frameOf(const MiValue &frame)
 void GdbSession::takeFrame(const MiValue &frame)
 {
     m_frame = frameOf(frame);
+    m_shown.reset();
 }
 
 void GdbSession::selectFrame(const QString &threadId, const Frame &frame)
@@ -391,6 +389,13 @@ void GdbSession::selectFrame(const QString &threadId, const Frame &frame)
     m_gdb.send("-stack-select-frame " + QByteArray::number(frame.level));
     m_thread = threadId;
     m_frame = frame;
+    m_shown.reset();
+    targetChanged();
+}
+
+void GdbSession::showFrame(const Frame &frame)
+{
+    m_shown = frame;
     targetChanged();
 }
 

@@ -4,6 +4,7 @@
 #include "target.h"
 #include "targetstate.h"
 #include <memory>
+#include <optional>
 #include <QObject>
 #include <QTimer>
 
@@ -52,11 +53,14 @@ public:
     [[nodiscard]] TargetState state() const { return m_state; }
     [[nodiscard]] bool isStopped() const { return m_state.phase == TargetState::Stopped && !isBusy(); }
     [[nodiscard]] bool isAlive() const { return exists() && !isBusy(); }
-    [[nodiscard]] Frame frame() const { return m_frame; }
+    [[nodiscard]] Frame frame() const { return m_shown.value_or(m_frame); }
+    [[nodiscard]] int selectedLevel() const { return m_frame.level; } ///< of gdb's frame, also if another one is shown
     [[nodiscard]] QString threadId() const { return m_thread; }
     [[nodiscard]] static Frame frameOf(const MiValue &frame);
     /// Selects a frame of the stopped program, as gdb has reported it, without waiting for gdb.
     void selectFrame(const QString &threadId, const Frame &frame);
+    /// Makes a frame that gdb cannot select the location of the stopped program, until another one is selected.
+    void showFrame(const Frame &frame);
     /// A number that grows with each stop, and with each other change to memory or registers of the target.
     [[nodiscard]] int generation() const { return m_generation; }
     void targetChanged() { ++m_generation; }
@@ -127,6 +131,7 @@ private:
     TargetState m_state;
     RunRequest m_request;
     Frame m_frame;
+    std::optional<Frame> m_shown; ///< instead of that
     QString m_thread;
     int m_generation = 0;
     int m_stopNumber = 0;

@@ -24,6 +24,30 @@ int accessWidth(quint64 address, int length)
     return 1;
 }
 
+std::optional<QByteArray> takeOpenOcdAnswer(QByteArray *received)
+{
+    const qsizetype end = received->indexOf(EndOfCommand);
+    if (end < 0)
+        return std::nullopt;
+    const QByteArray text = received->first(end);
+    received->remove(0, end + 1);
+    return text;
+}
+
+QByteArray openOcdBytes(const QByteArray &text, int width, int length, bool bigEndian)
+{
+    QByteArray bytes;
+    for (const QByteArray &word : text.simplified().split(' ')) {
+        bool valid = false;
+        const uint value = word.toUInt(&valid, 0);
+        const bool fits = width >= 4 || value >> (8 * width) == 0;
+        if (!valid || !fits || bytes.size() >= length)
+            return {};
+        bytes += memoryCellBytes(value, width, bigEndian);
+    }
+    return bytes.size() == length ? bytes : QByteArray();
+}
+
 OpenOcdPort::OpenOcdPort(const QString &host, quint16 port, bool bigEndian, int limit, QObject *parent)
     : QObject(parent), m_bigEndian(bigEndian), m_limit(limit)
 {
@@ -59,24 +83,12 @@ QByteArray OpenOcdPort::writeCommand(quint64 address, const QByteArray &bytes) c
     return "write_memory " + number(address) + ' ' + QByteArray::number(8 * width) + " {" + values.join(' ') + '}';
 }
 
-/// The values that are listed in an answer; none if it is a message instead.
-QByteArray OpenOcdPort::bytesOf(const QByteArray &text, int width, int length) const
-{
-    QByteArray bytes;
-    for (const QByteArray &word : text.simplified().split(' ')) {
-        bool valid = false;
-        const uint value = word.toUInt(&valid, 0);
-        if (!valid)
-            return {};
-        bytes += memoryCellBytes(value, width, m_bigEndian);
-    }
-    return bytes.size() == length ? bytes : QByteArray();
-}
-
 void OpenOcdPort::read(quint64 address, int length, const Bytes &done)
 {
-    send(readCommand(address, length), [this, done, length, width = accessWidth(address, length)](
-                                           const QByteArray &text) { done(bytesOf(text, width, length)); });
+    send(readCommand(address, length),
+         [this, done, length, width = accessWidth(address, length)](const QByteArray &text) {
+             done(openOcdBytes(text, width, length, m_bigEndian));
+         });
 }
 
 void OpenOcdPort::write(quint64 address, const QByteArray &bytes, const Result &done)
@@ -87,7 +99,7 @@ void OpenOcdPort::write(quint64 address, const QByteArray &bytes, const Result &
 bool OpenOcdPort::readNow(quint64 address, int length, QByteArray *bytes)
 {
     const std::optional<QByteArray> text = length > 0 ? ask(readCommand(address, length)) : std::nullopt;
-    *bytes = text ? bytesOf(*text, accessWidth(address, length), length) : QByteArray();
+    *bytes = text ? openOcdBytes(*text, accessWidth(address, length), length, m_bigEndian) : QByteArray();
     return !bytes->isEmpty();
 }
 
@@ -136,11 +148,9 @@ std::optional<QByteArray> OpenOcdPort::ask(const QByteArray &command)
 void OpenOcdPort::takeAnswers()
 {
     m_received += m_socket.readAll();
-    for (qsizetype end = m_received.indexOf(EndOfCommand); end >= 0; end = m_received.indexOf(EndOfCommand)) {
-        const QByteArray text = m_received.first(end);
-        m_received.remove(0, end + 1);
+    while (const std::optional<QByteArray> text = takeOpenOcdAnswer(&m_received)) { // a receiver may call this again
         if (!m_answers.isEmpty())
-            m_answers.dequeue()(text);
+            m_answers.dequeue()(*text);
     }
     if (m_received.size() > LongestAnswer) { // it is no OpenOCD
         m_socket.abort();

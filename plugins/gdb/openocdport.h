@@ -39,7 +39,6 @@ private:
 
     [[nodiscard]] QByteArray readCommand(quint64 address, int length) const;
     [[nodiscard]] QByteArray writeCommand(quint64 address, const QByteArray &bytes) const;
-    [[nodiscard]] QByteArray bytesOf(const QByteArray &text, int width, int length) const;
     void send(const QByteArray &command, const Answer &answer);
     [[nodiscard]] std::optional<QByteArray> ask(const QByteArray &command);
     void takeAnswers();
@@ -57,3 +56,9 @@ private:
 
 /// The bytes of an access to @p length bytes at @p address that can be made in one go: 1, 2 or 4.
 [[nodiscard]] int accessWidth(quint64 address, int length);
+
+/// Takes the next answer from what was received; nothing if it is not complete.
+[[nodiscard]] std::optional<QByteArray> takeOpenOcdAnswer(QByteArray *received);
+
+/// The @p length bytes that the numbers in an answer stand for; none if it is something else, such as a message.
+[[nodiscard]] QByteArray openOcdBytes(const QByteArray &text, int width, int length, bool bigEndian);

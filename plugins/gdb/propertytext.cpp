@@ -214,6 +214,14 @@ PropertyPage windowsPage()
               "Stops a Cortex-M program in the handlers of HardFault, MemManage, BusFault and UsageFault, and explains "
               "the fault on the page \"Debug\"."),
           {}},
+         {u"gdbTasks"_s,
+          Text::tr("Tasks"),
+          u"text"_s,
+          {},
+          Text::tr(
+              "Expressions for the tasks of the program's scheduler, separated by \";\": their number, the one that "
+              "runs, and of the task $task its stack pointer and a pointer to its name."),
+          {}},
          {u"gdbSourceDirectories"_s,
           Text::tr("Source directories"),
           u"directorylist"_s,

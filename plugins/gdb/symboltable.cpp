@@ -137,7 +137,7 @@ bool SymbolTable::fetchLines(int milliseconds)
     if (!m_lineRequest)
         requestLines();
     const auto request = m_lineRequest;
-    m_session->gdb()->waitUntil([request] { return request->open == 0; }, milliseconds);
+    m_session->gdb()->waitUntil([&] { return request->open == 0 || request != m_lineRequest; }, milliseconds);
     if (request->open == 0 && request == m_lineRequest)
         takeLines();
     return m_linesKnown;

@@ -41,6 +41,7 @@ const QList<Key> &keys()
         {u"symbolFiles"_s, &TargetOptions::symbolFiles},
         {u"commands"_s, &TargetOptions::commands},
         {u"svdFile"_s, &TargetOptions::svdFile},
+        {u"tasks"_s, &TargetOptions::tasks},
         {u"readSensitive"_s, &TargetOptions::readSensitive},
         {u"callFunctions"_s, &TargetOptions::callFunctions},
         {u"catchFaults"_s, &TargetOptions::catchFaults},

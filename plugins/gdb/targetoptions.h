@@ -31,6 +31,7 @@ struct TargetOptions
     QString symbolFiles;                    ///< separated by ";"
     QString commands;                       ///< for gdb's console after it has connected, separated by ";"
     QString svdFile;
+    QString tasks; ///< expressions for the tasks of the program's scheduler, see TaskList; empty for none
     QString group; ///< name of a group of processors that run and stop together; empty for none
     Kind kind = Kind::Automatic;
     int uart = 0;       ///< the serial port that the target console shows

@@ -1,5 +1,6 @@
 #include "variables.h"
 #include "gdbsession.h"
+#include "tasklist.h"
 #include <QCoreApplication>
 #include <QRegularExpression>
 
@@ -83,6 +84,10 @@ bool isAvailable(const QString &value)
 {
     return value != "<optimized out>"_L1 && !value.startsWith("<error"_L1) && !value.startsWith("<not "_L1);
 }
+QString waitingTask()
+{
+    return Text::tr("Variables are shown for the task that runs.");
+}
 } // namespace
 
 bool mayChangeProgram(const QString &expression)
@@ -148,6 +153,8 @@ void Variables::withObject(const Question &question, const QString &expression, 
 {
     if (!m_session->isStopped())
         return question.answer->failed(Text::tr("The program is not paused."));
+    if (TaskList::isTask(question.place.thread))
+        return question.answer->failed(waitingTask());
     dropOldObjects();
     const QString key = u"%1 %2 %3"_s.arg(question.place.thread).arg(question.place.frame).arg(expression);
     if (const auto known = m_objects.constFind(key); known != m_objects.cend())
@@ -330,6 +337,8 @@ void Variables::requestScope(const DebugRequest &request, const StackPlace &plac
                             std::make_shared<Answer>(request, replies)};
     if (!m_session->isStopped())
         return question.answer->failed(Text::tr("The program is not paused."));
+    if (TaskList::isTask(place.thread))
+        return question.answer->failed(waitingTask());
     if (scope != Locals && scope != Arguments)
         return question.answer->failed(Text::tr("These variables cannot be listed."));
     m_session->gdb()->send("-stack-list-variables " + placeOptions(place) + "--simple-values",

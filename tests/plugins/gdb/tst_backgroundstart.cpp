@@ -154,6 +154,72 @@ private Q_SLOTS:
         session.env->stop();
     }
 
+    /// Each access to a target behind a slow probe lasts long.
+    void eventLoopRunsWhileTheTargetIsRead()
+    {
+        const auto slowly = [](const QString &command, const QString &results) {
+            return FakeGdb::Answer{command, {u"SLEEP 0.1"_s, u"TOKEN^done"_s + results}};
+        };
+        const QString word = u",memory=[{begin=\"0\",offset=\"0\",end=\"4\",contents=\"00000000\"}]"_s;
+        const FakeGdb gdb({slowly(u"-data-evaluate-expression \"(unsigned int)$xpsr"_s, u",value=\"1\""_s),
+                           slowly(u"-data-read-memory-bytes"_s, word),
+                           slowly(u"-interpreter-exec console \"info mem"_s, {}),
+                           slowly(u"-interpreter-exec console \"maint print"_s, {})});
+        int ticks = 0;
+        QMap<QString, int> asked; // the ticks before each question, by its token
+        QStringList blocked;
+        QStringList slow;
+        LiveSession session(u"remote:host:1;runTo=;image=%1;gdb=%2"_s.arg(m_image, gdb.path()));
+        QTimer timer;
+        connect(&timer, &QTimer::timeout, this, [&ticks] { ++ticks; });
+        timer.start(1);
+        connect(session.env->session()->gdb(), &MiConnection::dialogue, &timer, [&](const QString &line, bool fromUs) {
+            const QString token = line.section(fromUs ? u'-' : u'^', 0, 0);
+            if (fromUs
+                && (line.contains(u"xpsr"_s) || line.contains(u"read-memory"_s) || line.contains(u"info mem"_s)
+                    || line.contains(u"maint print"_s))) {
+                slow += line.sliced(token.size());
+                asked.insert(token, ticks);
+            } else if (asked.contains(token) && asked.take(token) == ticks) {
+                blocked += slow.last();
+            }
+        });
+        RecordedProgress progress;
+        starter(session)->startInBackground(false, &progress);
+        QVERIFY(session.waitFor(Env::ProgramPaused));
+        QCOMPARE(blocked, QStringList());
+        for (const char *question :
+             {"-data-evaluate-expression \"(unsigned int)$xpsr\"", "-data-read-memory-bytes 0xe000ed08 4",
+              "-data-read-memory-bytes 0xe0002000 4", "-interpreter-exec console \"info mem\"",
+              "-interpreter-exec console \"maint print register-groups\""})
+            QVERIFY2(slow.contains(QLatin1String(question)), question);
+    }
+
+    void startCanBeCancelledWhileTheTargetIsRead_data()
+    {
+        QTest::addColumn<QString>("command");
+        QTest::newRow("before the start of the program") << u"-data-read-memory-bytes 0xe000ed08"_s;
+        QTest::newRow("behind it") << u"-interpreter-exec console \"info mem"_s;
+    }
+    void startCanBeCancelledWhileTheTargetIsRead()
+    {
+        QFETCH(QString, command);
+        const FakeGdb gdb({{u"-data-evaluate-expression \"(unsigned int)$xpsr"_s, {u"TOKEN^done,value=\"1\""_s}},
+                           {command, {u"SLEEP 0.3"_s, u"TOKEN^done"_s}}});
+        bool isAsked = false;
+        LiveSession session(u"remote:host:1;image=%1;runTo=;gdb=%2"_s.arg(m_image, gdb.path()));
+        connect(session.env->session()->gdb(), &MiConnection::dialogue, this,
+                [&](const QString &line, bool fromUs) { isAsked = isAsked || (fromUs && line.contains(command)); });
+        RecordedProgress progress;
+        starter(session)->startInBackground(false, &progress);
+        QTRY_VERIFY(isAsked);
+        QVERIFY(progress.results.isEmpty());
+        starter(session)->cancelStart();
+        QCOMPARE(progress.results, QList<bool>{false});
+        QCOMPARE(session.env->programStatus(), Env::ProgramUnknown);
+        QCOMPARE(session.events.text, u"The start was cancelled.\n"_s);
+    }
+
     void downloadCanBeCancelled()
     {
         const QString image = m_programs.firmware(u"large.elf"_s, u"mps2.ld"_s, {u"-DFILLER=1000000"_s});

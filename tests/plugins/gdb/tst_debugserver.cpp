@@ -233,6 +233,8 @@ void tst_DebugServer::numbersAreRemoved_data()
     QTest::newRow("begins like one") << QStringList{u"0x2"_s, u"0 is no memory\n"_s} << u"0x20 is no memory\n"_s;
     QTest::newRow("another number") << QStringList{u"0"_s, u" retries\n12\n"_s} << u"0 retries\n12\n"_s;
     QTest::newRow("of a terminal") << QStringList{u"0x1f 0x2\r\nb\r\n"_s} << u"b\r\n"_s;
+    QTest::newRow("end of a line") << QStringList{u"at "_s, u"0x20\n0x21\n"_s, u"b: "_s, u"0x22"_s, u"\n"_s}
+                                   << u"at 0x20\nb: 0x22\n"_s;
     QTest::newRow("empty lines") << QStringList{u"\n\n"_s} << u"\n\n"_s;
 }
 
@@ -240,9 +242,9 @@ void tst_DebugServer::numbersAreRemoved()
 {
     QFETCH(QStringList, blocks);
     QString result;
-    QString incomplete;
+    OpenLine line;
     for (const QString &block : blocks)
-        result += withoutNumbers(block, &incomplete);
+        result += withoutNumbers(block, &line);
     QTEST(result, "text");
 }
 

@@ -9,6 +9,8 @@ class tst_FaultReport : public QObject
 private Q_SLOTS:
     void faultIsExplained_data();
     void faultIsExplained();
+    void eachCauseIsExplained_data();
+    void eachCauseIsExplained();
 };
 
 void tst_FaultReport::faultIsExplained_data()
@@ -55,6 +57,46 @@ void tst_FaultReport::faultIsExplained()
 {
     QFETCH(FaultRecord, fault);
     QTEST(faultReport(fault), "expected");
+}
+
+void tst_FaultReport::eachCauseIsExplained_data()
+{
+    QTest::addColumn<int>("bit"); // of CFSR
+    QTest::addColumn<QString>("expected");
+    const auto row = [](int bit, const char *name, const QString &text) {
+        QTest::newRow(name) << bit << u"    %1: %2"_s.arg(QLatin1String(name), text);
+    };
+    row(0, "IACCVIOL", u"an instruction was fetched where that is not allowed"_s);
+    row(1, "DACCVIOL", u"data was accessed where that is not allowed"_s);
+    row(3, "MUNSTKERR", u"the return from an exception read a stack where that is not allowed"_s);
+    row(4, "MSTKERR", u"an exception wrote to a stack where that is not allowed"_s);
+    row(5, "MLSPERR", u"floating point registers were saved where that is not allowed"_s);
+    row(8, "IBUSERR", u"an instruction was fetched from an address without memory"_s);
+    row(9, "PRECISERR", u"data was accessed at an address without memory or device"_s);
+    row(10, "IMPRECISERR",
+        u"a delayed write to an address without memory or device; the faulting instruction is an earlier one"_s);
+    row(11, "UNSTKERR", u"the return from an exception read a stack without memory"_s);
+    row(12, "STKERR", u"an exception wrote to a stack without memory"_s);
+    row(13, "LSPERR", u"floating point registers were saved where there is no memory"_s);
+    row(16, "UNDEFINSTR", u"the instruction is undefined"_s);
+    row(17, "INVSTATE", u"the processor was not in Thumb state, as after a jump to an even address"_s);
+    row(18, "INVPC", u"the return from an exception had an invalid return value"_s);
+    row(19, "NOCP", u"a coprocessor or floating point unit is missing or disabled"_s);
+    row(20, "STKOF", u"the stack limit was exceeded"_s);
+    row(24, "UNALIGNED", u"data was accessed at an unaligned address"_s);
+    row(25, "DIVBYZERO", u"a division by zero"_s);
+    QTest::newRow("DEBUGEVT") << -1 << u"    DEBUGEVT: a breakpoint instruction without a debugger"_s; // of HFSR
+}
+
+void tst_FaultReport::eachCauseIsExplained()
+{
+    QFETCH(int, bit);
+    FaultRecord record;
+    record.exception = FirstFault;
+    record.configurable = bit < 0 ? 0 : 1u << bit;
+    record.hard = bit < 0 ? 1u << 31 : 0;
+    QTEST(faultReport(record).section(u'\n', 1, 1), "expected");
+    QCOMPARE(faultReport(record).count(u'\n'), 3); // the exception, its cause, the registers
 }
 
 QTEST_APPLESS_MAIN(tst_FaultReport)

@@ -4,6 +4,8 @@
 #include "nativeterminal.h"
 #include "qemumachine.h"
 #include "stackreplies.h"
+#include <csignal>
+#include <QSignalSpy>
 #include <sys/resource.h>
 
 using Env = IExecutionEnvironment;
@@ -39,7 +41,9 @@ private Q_SLOTS:
     void impossibleNextStatementIsExplained();
     void refusedExceptionStopIsExplained();
     void emulatorThatDoesNotAnswerIsExplained();
+    void endOfAnEmulatorIsExplained();
     void sensitiveRegisterIsExplained();
+    void wakeUpOfAProgramOfThisComputerIsExplained();
     void endOfTheSessionAnswersOpenQuestions();
 
 private:
@@ -72,7 +76,7 @@ void tst_GdbMessages::failedStartIsExplained_data()
     row("process", u"native:NATIVE;processId=77"_s, true, u"-target-attach"_s,
         u"Cannot attach to process 77: no reason"_s);
     row("connection", u"remote:host%1:1;image=FIRMWARE"_s, false, u"-target-select"_s,
-        u"gdb cannot connect to 'host%1:1': no reason"_s);
+        u"gdb cannot connect to 'host%1:1': no reason\nIs the target's server running, and no other debugger on it?"_s);
     row("download", u"remote:host:1;image=FIRMWARE"_s, false, u"-target-download"_s,
         u"The program cannot be loaded into 'host:1': no reason"_s);
     row("reset", u"remote:host:1;image=FIRMWARE;resetCommand=reset halt"_s, false,
@@ -402,6 +406,21 @@ void tst_GdbMessages::emulatorThatDoesNotAnswerIsExplained()
     QVERIFY(!machine.isRunning());
 }
 
+void tst_GdbMessages::endOfAnEmulatorIsExplained()
+{
+    QemuMachine machine({u"qemu-system-arm"_s, u"mps2-an385"_s, m_firmware, {}, 0, false, {}});
+    QString error;
+    QVERIFY2(machine.start(&error), qPrintable(error));
+    const QString directory = QFileInfo(machine.gdbAddress()).path();
+    QVERIFY(QFileInfo(directory).isDir());
+    const QSignalSpy died(&machine, &QemuMachine::died);
+    ::kill(pid_t(machine.processId()), SIGKILL);
+    QTRY_COMPARE(died.size(), 1);
+    QCOMPARE(died[0][0].toString(), u"'qemu-system-arm' was ended by a signal."_s);
+    QCOMPARE(machine.gdbAddress(), QString()); // its sockets are gone
+    QVERIFY(!QFileInfo::exists(directory));
+}
+
 void tst_GdbMessages::sensitiveRegisterIsExplained()
 {
     LiveSession missing(u"native:%1;svdFile=/no/board.svd"_s.arg(m_native));
@@ -418,8 +437,19 @@ void tst_GdbMessages::sensitiveRegisterIsExplained()
         }
     }
     QVERIFY(!explained.isEmpty());
+    QVERIFY(devices->description(explained.first(), {}).contains(sensitive)); // its name alone
     for (const QString &name : std::as_const(explained))
         QVERIFY2(name.endsWith(u"DATA"_s), qPrintable(name));
+}
+
+void tst_GdbMessages::wakeUpOfAProgramOfThisComputerIsExplained()
+{
+    const FakeGdb gdb;
+    LiveSession session(native(gdb));
+    QVERIFY(session.start());
+    QVERIFY(!session.get<IWakeUp>()->canWakeUp());
+    session.env->wakeUp();
+    QCOMPARE(session.events.serious, u"'demo' does not support waking up its processor.\n"_s);
 }
 
 void tst_GdbMessages::endOfTheSessionAnswersOpenQuestions()

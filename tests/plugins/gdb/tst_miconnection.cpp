@@ -18,6 +18,7 @@ private Q_SLOTS:
     void connectionThatIsNotOpenAnswersAtOnce();
     void otherLinesAreEmitted();
     void outputIsReadDuringAWait();
+    void closeEndsAGdbThatOnlyReadsItsInput();
 };
 
 void tst_MiConnection::handlerOfARunCommandGetsALateError()
@@ -115,6 +116,25 @@ void tst_MiConnection::outputIsReadDuringAWait()
     gdb.setWorkWhileWaiting([&calls] { return ++calls < 3; });
     QVERIFY(gdb.ask("-slow").isDone());
     QVERIFY2(calls > 3, qPrintable(QString::number(calls)));
+}
+
+/// Such as one that waits for an answer to a question of its own.
+void tst_MiConnection::closeEndsAGdbThatOnlyReadsItsInput()
+{
+    const QTemporaryDir directory;
+    QFile program(directory.filePath(u"gdb"_s));
+    QVERIFY(program.open(QIODevice::WriteOnly));
+    program.write("#!/bin/sh\necho '(gdb) '\ncat > \"$0.input\"\ntouch \"$0.ended\"\n");
+    program.close();
+    QVERIFY(program.setPermissions(program.permissions() | QFile::ExeUser));
+    MiConnection gdb;
+    QString error;
+    QVERIFY2(gdb.open(program.fileName(), &error), qPrintable(error));
+    gdb.close();
+    QVERIFY(QFile::exists(program.fileName() + u".ended"_s)); // it was not killed
+    QFile input(program.fileName() + u".input"_s);
+    QVERIFY(input.open(QIODevice::ReadOnly));
+    QCOMPARE(input.readAll(), QByteArray("-gdb-exit\n"));
 }
 
 QTEST_GUILESS_MAIN(tst_MiConnection)

@@ -1,6 +1,10 @@
 #include "fakegdb.h"
 #include "livesession.h"
 #include "mirecord.h"
+#include "nativetarget.h"
+#include "nativeterminal.h"
+#include "remotetarget.h"
+#include <optional>
 
 using Env = IExecutionEnvironment;
 
@@ -17,6 +21,13 @@ private Q_SLOTS:
     void runningTargetIsPausedAtTheEnd();
     void secondBreakpointAtALineIsTheSame();
     void movedBreakpointIsReportedOnce();
+    void refusedBreakpointIsNotMovedByOthers();
+    void otherLinesOfGdbAreOutputOfTheProgram();
+    void registersAreReadOnceForAStop();
+    void targetsWithoutOtherAccessToMemoryAnswer();
+    void newSymbolsEndASearchForLines();
+    void allCoresOfABoardContinue_data();
+    void allCoresOfABoardContinue();
     void writtenMemoryIsVerified();
     void unknownMemoryIsShownWhole();
     void breakpointsOfTheProcessorAreCounted();
@@ -157,6 +168,116 @@ void tst_RecordedSession::movedBreakpointIsReportedOnce()
     QVERIFY(session.waitFor(Env::ProgramRunning));
     QTRY_COMPARE(session.breakpoints(), u"[x] native.c, 25\n"_s);
     QTRY_COMPARE(session.events.breakpointChanges, before + 1); // a hit is no change
+}
+
+/// gdb has no number for it. Parts of other breakpoints have numbers such as "1.2".
+void tst_RecordedSession::refusedBreakpointIsNotMovedByOthers()
+{
+    const QString part =
+        u"=breakpoint-modified,bkpt={number=\"1.2\",addr=\"0x2020\",fullname=\"/x/other.c\",line=\"25\",times=\"3\"}"_s;
+    const FakeGdb gdb({FakeGdb::error(u"-break-insert --source"_s, u"no reason"_s),
+                       FakeGdb::error(u"-break-insert -f"_s, u"no reason"_s),
+                       {u"-exec-continue"_s, FakeGdb::running() + QStringList{part, u"@\"moved\""_s}}});
+    LiveSession session(native(gdb));
+    QByteArray output;
+    connect(session.env->session(), &GdbSession::output, this, [&output](const QByteArray &bytes) { output += bytes; });
+    session.get<IBreakpoints>()->setBreakpoint(u"/x/a.c"_s, 3, BreakpointEnabled);
+    QVERIFY(session.start());
+    session.env->run();
+    QTRY_COMPARE(output, QByteArray("moved"));
+    QCOMPARE(session.breakpoints(), u"[x] a.c, 3\n"_s);
+    BreakpointDetails details;
+    QVERIFY(session.get<IBreakpointDetails>()->details(u"/x/a.c"_s, 3, details));
+    QCOMPARE(details.hits, 0u);
+}
+
+/// A program that was attached to has no terminal of ours, and may write to that of gdb.
+void tst_RecordedSession::otherLinesOfGdbAreOutputOfTheProgram()
+{
+    const FakeGdb gdb({{u"-exec-continue"_s, FakeGdb::running() + QStringList{u"ready = 1"_s}}});
+    LiveSession session(native(gdb));
+    QByteArray output;
+    connect(session.env->session(), &GdbSession::output, this, [&output](const QByteArray &bytes) { output += bytes; });
+    QVERIFY(session.start());
+    session.env->run();
+    QTRY_COMPARE(output, QByteArray("ready = 1\n"));
+}
+
+void tst_RecordedSession::registersAreReadOnceForAStop()
+{
+    const QString table = u"~\" Name Nr Rel Offset Size Type Groups\\n\""_s;
+    const QString row = u"~\" r%1 %1 %1 %2 4 int general,all\\n\""_s;
+    const FakeGdb gdb(
+        {{u"-interpreter-exec console \"maint print register-groups"_s,
+          {table, row.arg(0).arg(0), row.arg(1).arg(4), u"TOKEN^done"_s}},
+         {u"-data-list-register-values"_s,
+          {u"TOKEN^done,register-values=[{number=\"0\",value=\"0x00000011\"},{number=\"1\",value=\"0x00000022\"}]"_s}}});
+    LiveSession session(remote(gdb, u";runTo="_s));
+    QVERIFY(session.start());
+    const auto registers = session.get<IRegisters>();
+    Commands commands(session);
+    QCOMPARE(registers->value(u"r0"_s, 0), 0x11u);
+    QCOMPARE(registers->value(u"r1"_s, 0), 0x22u);
+    QCOMPARE(commands.takeFrom(u"-data-list-register-values"_s).size(), 1);
+    registers->setValue(u"r1"_s, 5, 0);
+    QCOMPARE(commands.takeFrom(u"-data-write-register-values"_s),
+             QStringList(u"-data-write-register-values x 1 0x5"_s));
+    QCOMPARE(registers->value(u"r0"_s, 0), 0x11u); // the target may have changed others, too
+    QCOMPARE(registers->value(u"r1"_s, 0), 0x22u);
+    QCOMPARE(commands.takeFrom(u"-data-list-register-values"_s).size(), 1);
+}
+
+void tst_RecordedSession::targetsWithoutOtherAccessToMemoryAnswer()
+{
+    RemoteTarget remote(TargetOptions(), {});
+    NativeTarget native(TargetOptions(), {});
+    QStringList answers;
+    for (Target *target : {static_cast<Target *>(&remote), static_cast<Target *>(&native)}) {
+        target->readLater(0x10, 4, [&answers](const QByteArray &bytes) { answers += QString::number(bytes.size()); });
+        target->writeLater(0x10, "abcd", [&answers](bool success) { answers += success ? u"yes"_s : u"no"_s; });
+    }
+    QCOMPARE(answers, (QStringList{u"0"_s, u"no"_s, u"0"_s, u"no"_s}));
+}
+
+void tst_RecordedSession::newSymbolsEndASearchForLines()
+{
+    const FakeGdb gdb({{u"-file-list-exec-source-files"_s, {u"SLEEP 0.2"_s, u"TOKEN^done,files=[]"_s}}});
+    LiveSession session(native(gdb));
+    QVERIFY(session.start());
+    std::optional<bool> found;
+    BackgroundTask task;
+    task.run([&] {
+        uint address = 0;
+        found = session.get<ISymbolLookup>()->addressOf(u"/x/a.c"_s, 3, address);
+    });
+    QVERIFY(!found.has_value());
+    session.env->loadSymbols(u"/x/boot.elf"_s);
+    QTRY_VERIFY(found.has_value());
+    QVERIFY(!*found);
+}
+
+void tst_RecordedSession::allCoresOfABoardContinue_data()
+{
+    QTest::addColumn<QString>("target");
+    QTest::addColumn<QString>("command");
+    QTest::newRow("one core") << u"qemu:mps2-an385"_s << u"-exec-continue"_s;
+    QTest::newRow("two cores") << u"qemu:mps2-an521;secondImage="_s + m_firmware << u"-exec-continue --all"_s;
+}
+
+void tst_RecordedSession::allCoresOfABoardContinue()
+{
+    QFETCH(QString, target);
+    QFETCH(QString, command);
+    const FakeGdb gdb(
+        {{u"-exec-continue"_s,
+          FakeGdb::running() + QStringList{FakeGdb::stop(u"reason=\"breakpoint-hit\",disp=\"del\",bkptno=\"1\""_s)}}});
+    LiveSession session(target + u";catchFaults=0;image=%1;gdb=%2"_s.arg(m_firmware, gdb.path()));
+    Commands commands(session);
+    QVERIFY(session.start());
+    QCOMPARE(commands.takeFrom(u"-exec-continue"_s), QStringList(command));
+    session.env->run();
+    QVERIFY(session.waitFor(Env::ProgramBreakpointHit));
+    QCOMPARE(commands.takeFrom(u"-exec-continue"_s), QStringList(command));
 }
 
 void tst_RecordedSession::writtenMemoryIsVerified()

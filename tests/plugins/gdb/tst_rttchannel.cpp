@@ -78,6 +78,24 @@ private Q_SLOTS:
         QCOMPARE(session.events.text, QString());
     }
 
+    /// The window then does not send it to the serial port as well.
+    void inputIsTakenOnlyIfThereIsABufferForIt()
+    {
+        LiveSession session(option({}));
+        QVERIFY(session.start());
+        RttChannel channel(session.env->session());
+        QByteArray output;
+        connect(&channel, &RttChannel::output, this, [&output](const QByteArray &bytes) { output += bytes; });
+        channel.begin(true, boardRegions(u"mps2-an385"_s));
+        QVERIFY(!channel.write("early\n"));
+        QVERIFY(run(session));
+        QTRY_COMPARE(QString::fromUtf8(output), Ready);
+        QVERIFY(channel.write("now\n"));
+        QTRY_VERIFY2(output.endsWith("now!"), output.constData());
+        session.env->stop();
+        QVERIFY(!channel.write("late\n"));
+    }
+
     void textIsReadAgainAfterARestart()
     {
         LiveSession session(option());

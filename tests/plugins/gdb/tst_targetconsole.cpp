@@ -17,6 +17,7 @@ private Q_SLOTS:
     void endOfInputIsSentByKeyAndButton();
     void textStaysWhereTheUserHasScrolled();
     void controlCharactersAndSplitLettersAreHandled();
+    void oldLinesAreRemoved();
     void partsHaveTexts();
 };
 
@@ -91,6 +92,15 @@ void tst_TargetConsole::controlCharactersAndSplitLettersAreHandled()
     console.clear();
     console.append("c");
     QCOMPARE(console.text(), u"c"_s); // clear() also drops an incomplete character
+}
+
+void tst_TargetConsole::oldLinesAreRemoved()
+{
+    TargetConsole console;
+    console.append("first\n" + QByteArray("line\n").repeated(12000) + "last");
+    QCOMPARE(console.text().count(u'\n'), 9999);
+    QVERIFY(console.text().startsWith(u"line\n"_s));
+    QVERIFY(console.text().endsWith(u"\nlast"_s));
 }
 
 QTEST_MAIN(tst_TargetConsole)

@@ -189,6 +189,13 @@ private Q_SLOTS:
                  qPrintable(m_replies->answers.constLast()));
     }
 
+    void valuesFollowAnAssignmentElsewhere()
+    {
+        QCOMPARE(value(u"local"_s), u"1 0"_s);
+        QCOMPARE(m_session->evaluate(u"local=7"_s), u"7"_s); // as by the window "Watches"
+        QCOMPARE(value(u"local"_s), u"7 0"_s);
+    }
+
     void askingDoesNotChangeTheProgram()
     {
         QVERIFY(value(u"touch()"_s).startsWith(u"failed: "_s));

@@ -314,15 +314,17 @@ private Q_SLOTS:
         QVERIFY(first.build());
         second.project->set(PropertyKey::BuildDirectory, first.path(u"build"_s));
         QVERIFY(!second.build());
-        QVERIFY2(
-            second.events->text.contains(u"The projects 'second' and 'first' both build in the directory '%1'"_s.arg(
-                first.path(u"build/Debug"_s))),
-            qPrintable(second.events->text));
+        QVERIFY2(second.events->text.contains(
+                     u"The projects 'second' and 'first' both build in the directory '%1'. Give one "
+                     "of them another build directory.\n"_s.arg(first.path(u"build/Debug"_s))),
+                 qPrintable(second.events->text));
         second.project->set(PropertyKey::BuildDirectory, u"build"_s);
         second.project->set(PropertyKey::OutputName, first.path(u"build/Debug/first"_s));
         QVERIFY(!second.build());
-        QVERIFY2(second.events->text.contains(u"both build the file '%1'"_s.arg(first.path(u"build/Debug/first"_s))),
-                 qPrintable(second.events->text));
+        QVERIFY2(
+            second.events->text.contains(u"The projects 'second' and 'first' both build the file '%1'. Give one of "
+                                         "them another output name.\n"_s.arg(first.path(u"build/Debug/first"_s))),
+            qPrintable(second.events->text));
         QVERIFY(first.exists(u"build/Debug/first"_s));
     }
 
@@ -345,6 +347,30 @@ private Q_SLOTS:
         fixture.project->set(PropertyKey::OutputName, u"other"_s);
         QVERIFY(fixture.build());
         QVERIFY(!fixture.exists(u"build/Debug/demo"_s));
+    }
+
+    void fileThatCannotBeRemovedIsReported()
+    {
+        BuildFixture fixture;
+        addSample(fixture);
+        QVERIFY(fixture.build());
+        const QString outputs = fixture.path(u"build/Debug"_s);
+        const QFile::Permissions all = QFile::permissions(outputs);
+        const auto read = QFile::Permissions(0x5555); // and execute, for everybody
+        for (const QString &path :
+             {fixture.directory.path(), fixture.path(u"build"_s), fixture.path(u"build/Debug/build.ninja"_s)})
+            QVERIFY(QFile::setPermissions(path, QFile::permissions(path) | read));
+        QVERIFY(QFile::setPermissions(outputs, read));
+        const uid_t user = geteuid();
+        const bool common = user != 0 || seteuid(65534) == 0; // the administrator may remove all files
+        const bool cleaned = common && fixture.clean();
+        const bool back = seteuid(user) == 0;
+        QVERIFY(QFile::setPermissions(outputs, all));
+        QVERIFY(common && back);
+        QVERIFY2(cleaned, qPrintable(fixture.events->text));
+        QVERIFY2(fixture.events->text.contains(u"'build/Debug/demo' cannot be removed.\n"_s),
+                 qPrintable(fixture.events->text));
+        QVERIFY(fixture.exists(u"build/Debug/demo"_s));
     }
 
     void commandDuringABuildIsRefused()
@@ -440,7 +466,8 @@ private Q_SLOTS:
             QCOMPARE(fixture.actions(), QStringList(u"Compiling src/main.c"_s));
         }
         QVERIFY(!fixture.compile(u"src/other.c"_s));
-        QVERIFY(fixture.events->text.contains(u"The file 'src/other.c' is not compiled"_s));
+        QVERIFY(
+            fixture.events->text.contains(u"The file 'src/other.c' is not compiled in the configuration 'Debug'.\n"_s));
     }
 
     void canCompileDependsOnTheExtension()
@@ -641,7 +668,8 @@ private Q_SLOTS:
         QTest::addColumn<QString>("value");
         QTest::addColumn<QString>("expected");
         QTest::newRow("compiler") << PropertyKey::ToolPrefix << u"nosuch-"_s
-                                  << u"The program 'nosuch-gcc' was not found."_s;
+                                  << u"The program 'nosuch-gcc' was not found. Install the tool chain, or set the "
+                                     "option \"Tool prefix\".\n"_s;
         QTest::newRow("compiler by path")
             << PropertyKey::ToolPrefix << u"/no/such/"_s << u"The program '/no/such/gcc' was not found."_s;
         QTest::newRow("linker script") << PropertyKey::LinkerScript << u"no.ld"_s
@@ -652,7 +680,10 @@ private Q_SLOTS:
                                          << u"The workspace has no library project 'other'.\n"_s;
         QTest::newRow("quote") << PropertyKey::Flags << u"-DX='a"_s
                                << u"A quote is not closed in the option \"-DX='a\".\n"_s;
-        QTest::newRow("line break") << PropertyKey::Flags << u"-DX='a\nb'"_s << u"An option has a line break"_s;
+        QTest::newRow("line break") << PropertyKey::Flags << u"-DX='a\nb'"_s
+                                    << u"An option has a line break, which ninja does not support: "_s;
+        QTest::newRow("name") << PropertyKey::OutputName << u"a\nb"_s
+                              << u"The name 'build/Debug/a\nb' has a character that ninja does not support.\n"_s;
         QTest::newRow("build directory") << PropertyKey::BuildDirectory << u"/proc/nowhere"_s
                                          << u"Cannot write '/proc/nowhere/Debug/build.ninja': "_s;
         QTest::newRow("output in a file's place")
@@ -683,7 +714,7 @@ private Q_SLOTS:
         qputenv("PATH", path);
         QVERIFY(!built);
         QVERIFY(!ready);
-        QVERIFY(fixture.events->text.contains(u"The program 'ninja' was not found."_s));
+        QVERIFY(fixture.events->text.contains(u"The program 'ninja' was not found. Builds need it; install it.\n"_s));
     }
 
     void missingLauncherIsReported()
@@ -750,7 +781,8 @@ private Q_SLOTS:
         fixture.project->set(PropertyKey::OutputName, u"../bin/x"_s, u"Release"_s);
         QVERIFY(!fixture.build());
         QVERIFY(fixture.events->text.contains(
-            u"The configurations 'Debug' and 'Release' both build the file 'build/bin/x'"_s));
+            u"The configurations 'Debug' and 'Release' both build the file 'build/bin/x'. Give one of them another "
+            "output name.\n"_s));
     }
 
     void projectWithoutSourcesIsReported()
@@ -836,8 +868,10 @@ private Q_SLOTS:
         QVERIFY(fixture.build());
         fixture.write(u"src/main.c"_s, "broken\n");
         QVERIFY(!fixture.environment->isUpToDate(u"Debug"_s)); // the user declines the build that the host offers
+        fixture.events->text.clear();
         fixture.environment->buildForDebug(u"Debug"_s);
         QVERIFY(fixture.wait());
+        QCOMPARE(fixture.events->text, u"'build/Debug/demo' is used as it is, older than its sources.\nDone.\n"_s);
         fixture.environment->buildForDebug(u"Debug"_s); // the next session
         QVERIFY(!fixture.wait());
     }
@@ -853,8 +887,12 @@ private Q_SLOTS:
         QVERIFY(fixture.build());
         const ExtensionCommand command = fixture.environment->commands().first();
         QVERIFY(command.enabled);
+        QCOMPARE(command.text, u"Show sizes"_s);
+        QCOMPARE(command.whatsThis,
+                 u"Shows on the page \"Build\" how much flash and RAM the sections of the program take."_s);
         fixture.events->text.clear();
         fixture.environment->execute(command.id);
+        QCOMPARE(fixture.events->text, u"Sizes of 'build/Debug/demo.elf':\n"_s);
         QTRY_VERIFY_WITH_TIMEOUT(fixture.events->text.contains(u"Flash: "_s), 20000);
         QVERIFY(fixture.events->text.contains(u".bss"_s));
         QVERIFY(fixture.events->text.contains(u", RAM: 48 bytes\n"_s));

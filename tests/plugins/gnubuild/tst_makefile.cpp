@@ -221,6 +221,22 @@ private Q_SLOTS:
         QVERIFY(!fixture.exists(u"build/Debug/demo"_s));
     }
 
+    void configurationsWithSimilarNamesHaveOptionsOfTheirOwn()
+    {
+        MakeFixture fixture;
+        addSample(fixture);
+        fixture.project->set(PropertyKey::Optimisation, u"2"_s, u"fast-1"_s);
+        fixture.project->set(PropertyKey::Optimisation, u"3"_s, u"fast1"_s);
+        fixture.project->set(PropertyKey::Optimisation, u"s"_s, u"fast_1"_s);
+        fixture.generate();
+        for (const auto &[name, option] : {std::pair(u"fast-1"_s, u" -O2 "_s), std::pair(u"fast1"_s, u" -O3 "_s),
+                                           std::pair(u"fast_1"_s, u" -Os "_s)}) {
+            QVERIFY(fixture.make({name}));
+            QVERIFY2(fixture.output.contains(option), qPrintable(fixture.output));
+            QVERIFY(fixture.exists(u"build/%1/demo"_s.arg(name)));
+        }
+    }
+
     void cleanRemovesOnlyWhatWasBuilt()
     {
         MakeFixture fixture;

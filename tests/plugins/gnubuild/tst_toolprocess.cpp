@@ -1,4 +1,7 @@
 #include "toolprocess.h"
+#include <csignal>
+#include <QFile>
+#include <QTemporaryDir>
 #include <QTest>
 #include <unistd.h>
 using namespace Qt::StringLiterals;
@@ -10,9 +13,9 @@ private:
     QStringList m_lines;
     QList<bool> m_ends;
 
-    std::unique_ptr<ToolProcess> newProcess()
+    std::unique_ptr<ToolProcess> newProcess(int grace = 50)
     {
-        auto process = std::make_unique<ToolProcess>(50);
+        auto process = std::make_unique<ToolProcess>(grace);
         connect(process.get(), &ToolProcess::line, this, [this](const QString &line) { m_lines += line; });
         connect(process.get(), &ToolProcess::finished, this, [this](bool success) { m_ends += success; });
         return process;
@@ -65,6 +68,20 @@ private Q_SLOTS:
         QTRY_COMPARE(m_ends, QList<bool>{true});
         QVERIFY(m_lines.size() > 1);
         QCOMPARE(m_lines.join(QString()).size(), 1000000);
+    }
+
+    /// Also if its end comes when the rest has been read already.
+    void longestLineIsNotSplit()
+    {
+        const auto process = newProcess();
+        const QString script = u"import fcntl, os, struct, termios\n"
+                               "os.write(1, b'x' * 65536)\n"
+                               "while struct.unpack('i', fcntl.ioctl(1, termios.FIONREAD, b'0000'))[0]:\n"
+                               "    pass\n"
+                               "os.write(1, b'\\n')\n"_s;
+        process->start({u"/usr/bin/python3"_s, {u"-c"_s, script}, u"/"_s, QProcessEnvironment::systemEnvironment()});
+        QTRY_COMPARE_WITH_TIMEOUT(m_ends, QList<bool>{true}, 20000);
+        QCOMPARE(m_lines, QStringList(QString(65536, u'x')));
     }
 
     void exitCodeOtherThanZeroIsAFailure()
@@ -129,6 +146,37 @@ private Q_SLOTS:
         process.reset();
         QCoreApplication::processEvents();
         QCOMPARE(m_ends, QList<bool>());
+    }
+
+    /// The build tool waits for its children, and then writes what it has built.
+    void destructorLetsTheProgramEndAfterItsChildren()
+    {
+        const QTemporaryDir directory;
+        auto process = newProcess(1000);
+        startShell(
+            *process,
+            u"trap : TERM; setsid sh -c \"trap '' TERM; echo; while :; do sleep 1; done\"; touch '%1/written'"_s.arg(
+                directory.path()));
+        QTRY_COMPARE(m_lines.size(), 1);
+        process.reset();
+        QVERIFY(QFile::exists(directory.filePath(u"written"_s)));
+    }
+
+    void destructorEndsChildrenThatStay()
+    {
+        auto process = newProcess();
+        startShell(
+            *process,
+            u"trap 'exit 0' TERM; setsid sh -c \"trap '' TERM; echo \\$\\$; while :; do sleep 1; done\" & wait"_s);
+        QTRY_COMPARE(m_lines.size(), 1);
+        const auto child = pid_t(m_lines.first().toInt());
+        QCOMPARE(::kill(child, 0), 0);
+        process.reset();
+        const auto hasEnded = [child] { // it may be left to be collected
+            QFile file(u"/proc/%1/stat"_s.arg(child));
+            return !file.open(QIODevice::ReadOnly) || file.readAll().contains(") Z ");
+        };
+        QTRY_VERIFY(hasEnded());
     }
 
     void onlyLeadersOfGroupsAreFound_data()
