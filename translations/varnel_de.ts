@@ -513,10 +513,6 @@ Es ist keine Build-Umgebung verfügbar.</translation>
         <translation>Das Programm ist nicht angehalten.</translation>
     </message>
     <message>
-        <source>The debug session has ended.</source>
-        <translation>Die Debug-Sitzung ist beendet.</translation>
-    </message>
-    <message>
         <source>The tasks of the program are not known: %1
 </source>
         <translation>Die Tasks des Programms sind nicht bekannt: %1
@@ -613,6 +609,13 @@ Es ist keine Build-Umgebung verfügbar.</translation>
     <message>
         <source>Don&apos;t ask again</source>
         <translation>Nicht mehr fragen</translation>
+    </message>
+</context>
+<context>
+    <name>DebugAnswer</name>
+    <message>
+        <source>The debug session has ended.</source>
+        <translation>Die Debug-Sitzung ist beendet.</translation>
     </message>
 </context>
 <context>
@@ -8584,10 +8587,6 @@ Bitte prüfen Sie, dass diese Datei nicht schreibgeschützt ist und Sie in sie s
 </context>
 <context>
     <name>Variables</name>
-    <message>
-        <source>The debug session has ended.</source>
-        <translation>Die Debug-Sitzung ist beendet.</translation>
-    </message>
     <message>
         <source>The program is not paused.</source>
         <translation>Das Programm ist nicht angehalten.</translation>

@@ -1,4 +1,5 @@
 #include "callstack.h"
+#include "debuganswer.h"
 #include <QCoreApplication>
 
 using namespace Qt::StringLiterals;
@@ -32,30 +33,6 @@ StackFrame frameInfo(const MiValue &frame)
 }
 } // namespace
 
-/// Gives exactly one answer to a question: a failure, if gdb ends before it answers.
-class CallStack::Answer
-{
-public:
-    Answer(const DebugRequest &request, IDebugReplies *replies) : m_request(request), m_replies(shareInterface(replies))
-    {}
-    ~Answer()
-    {
-        if (m_replies)
-            failed(Text::tr("The debug session has ended."));
-    }
-    Q_DISABLE_COPY_MOVE(Answer)
-
-    void failed(const QString &reason) { take()->failed(m_request, reason); }
-    void threads(const QList<ThreadInfo> &list) { take()->threads(m_request, list); }
-    void frames(const QList<StackFrame> &list, bool more) { take()->frames(m_request, list, more); }
-
-private:
-    InterfacePtr<IDebugReplies> take() { return std::move(m_replies); }
-
-    const DebugRequest m_request;
-    InterfacePtr<IDebugReplies> m_replies; ///< null after the answer
-};
-
 void CallStack::reset(const QString &tasks)
 {
     m_frames.clear();
@@ -66,13 +43,13 @@ void CallStack::reset(const QString &tasks)
 
 void CallStack::requestThreads(const DebugRequest &request, IDebugReplies *replies)
 {
-    const auto answer = std::make_shared<Answer>(request, replies);
+    const auto answer = std::make_shared<DebugAnswer>(request, replies);
     if (!m_session->isStopped())
         return answer->failed(Text::tr("The program is not paused."));
     m_session->gdb()->send("-thread-info", [this, answer](const MiRecord &record) { answerThreads(answer, record); });
 }
 
-void CallStack::answerThreads(const std::shared_ptr<Answer> &answer, const MiRecord &record)
+void CallStack::answerThreads(const std::shared_ptr<DebugAnswer> &answer, const MiRecord &record)
 {
     if (record.isError())
         return answer->failed(record.errorText());
@@ -87,7 +64,8 @@ void CallStack::answerThreads(const std::shared_ptr<Answer> &answer, const MiRec
     m_tasks.request([this, answer, threads](const TaskList::Tasks &tasks) { addTasks(answer, threads, tasks); });
 }
 
-void CallStack::addTasks(const std::shared_ptr<Answer> &answer, QList<ThreadInfo> threads, const TaskList::Tasks &tasks)
+void CallStack::addTasks(const std::shared_ptr<DebugAnswer> &answer, QList<ThreadInfo> threads,
+                         const TaskList::Tasks &tasks)
 {
     if (!tasks.problem.isEmpty() && !std::exchange(m_complained, true))
         Q_EMIT message(Text::tr("The tasks of the program are not known: %1\n").arg(tasks.problem), false);
@@ -99,7 +77,7 @@ void CallStack::addTasks(const std::shared_ptr<Answer> &answer, QList<ThreadInfo
 /// One frame more than was requested shows whether the thread has more.
 void CallStack::requestFrames(const DebugRequest &request, qint64 thread, int first, int count, IDebugReplies *replies)
 {
-    const auto answer = std::make_shared<Answer>(request, replies);
+    const auto answer = std::make_shared<DebugAnswer>(request, replies);
     if (!m_session->isStopped())
         return answer->failed(Text::tr("The program is not paused."));
     if (first < 0 || count <= 0)
@@ -120,7 +98,7 @@ void CallStack::requestFrames(const DebugRequest &request, qint64 thread, int fi
                                show);
 }
 
-void CallStack::answerFrames(const std::shared_ptr<Answer> &answer, const MiRecord &record, qint64 thread,
+void CallStack::answerFrames(const std::shared_ptr<DebugAnswer> &answer, const MiRecord &record, qint64 thread,
                              qsizetype count)
 {
     if (record.isError())

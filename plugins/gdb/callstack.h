@@ -5,6 +5,7 @@
 #include "tasklist.h"
 #include <memory>
 #include <QHash>
+class DebugAnswer;
 
 /// The threads of the stopped program and their frames, and the selected one of these. With a single thread, the tasks
 /// of the program's scheduler that wait are shown like further threads.
@@ -26,10 +27,10 @@ Q_SIGNALS:
     void message(const QString &text, bool serious);
 
 private:
-    class Answer;
-    void answerThreads(const std::shared_ptr<Answer> &answer, const MiRecord &record);
-    void addTasks(const std::shared_ptr<Answer> &answer, QList<ThreadInfo> threads, const TaskList::Tasks &tasks);
-    void answerFrames(const std::shared_ptr<Answer> &answer, const MiRecord &record, qint64 thread, qsizetype count);
+    void answerThreads(const std::shared_ptr<DebugAnswer> &answer, const MiRecord &record);
+    void addTasks(const std::shared_ptr<DebugAnswer> &answer, QList<ThreadInfo> threads, const TaskList::Tasks &tasks);
+    void answerFrames(const std::shared_ptr<DebugAnswer> &answer, const MiRecord &record, qint64 thread,
+                      qsizetype count);
     void keepFrame(qint64 thread, const MiValue &frame);
 
     GdbSession *const m_session;

@@ -1,34 +1,11 @@
 #include "variables.h"
+#include "debuganswer.h"
 #include "gdbsession.h"
 #include "tasklist.h"
 #include <QCoreApplication>
 #include <QRegularExpression>
 
 using namespace Qt::StringLiterals;
-
-/// Gives exactly one answer to a question: a failure, if gdb ends before it answers.
-class Variables::Answer
-{
-public:
-    Answer(const DebugRequest &request, IDebugReplies *replies) : m_request(request), m_replies(shareInterface(replies))
-    {}
-    ~Answer()
-    {
-        if (m_replies)
-            failed(QCoreApplication::translate("Variables", "The debug session has ended."));
-    }
-    Q_DISABLE_COPY_MOVE(Answer)
-
-    void failed(const QString &reason) { take()->failed(m_request, reason); }
-    void value(const VariableInfo &info) { take()->value(m_request, info); }
-    void variables(const QList<VariableInfo> &list, bool more) { take()->variables(m_request, list, more); }
-
-private:
-    InterfacePtr<IDebugReplies> take() { return std::move(m_replies); }
-
-    const DebugRequest m_request;
-    InterfacePtr<IDebugReplies> m_replies; ///< null after the answer
-};
 
 /// The members of a variable while gdb is asked about each of them.
 struct Variables::Members
@@ -184,7 +161,7 @@ void Variables::withFormat(const Question &question, const Object &object, const
 void Variables::requestValue(const DebugRequest &request, const StackPlace &place, const QString &expression,
                              int format, IDebugReplies *replies)
 {
-    const Question question{place, 0, 0, format, std::make_shared<Answer>(request, replies)};
+    const Question question{place, 0, 0, format, std::make_shared<DebugAnswer>(request, replies)};
     if (mayChangeProgram(expression))
         return question.answer->failed(Text::tr("The expression could change the program."));
     withObject(question, expression, [question, expression](const Object &object) {
@@ -197,7 +174,7 @@ void Variables::requestValue(const DebugRequest &request, const StackPlace &plac
 void Variables::assign(const DebugRequest &request, const StackPlace &place, const QString &expression,
                        const QString &value, int format, IDebugReplies *replies)
 {
-    const Question question{place, 0, 0, format, std::make_shared<Answer>(request, replies)};
+    const Question question{place, 0, 0, format, std::make_shared<DebugAnswer>(request, replies)};
     withObject(question, expression, [this, question, expression, value](const Object &object) {
         m_session->gdb()->send("-var-assign " + miQuoted(object.name) + ' ' + miQuoted(value),
                                [this, question, expression, object](const MiRecord &answer) {
@@ -219,7 +196,7 @@ void Variables::requestChildren(const DebugRequest &request, const StackPlace &p
                                 int first, int count, int format, IDebugReplies *replies)
 {
     const Question question{place, std::max(0, first), std::max(0, count), format,
-                            std::make_shared<Answer>(request, replies)};
+                            std::make_shared<DebugAnswer>(request, replies)};
     if (mayChangeProgram(expression))
         return question.answer->failed(Text::tr("The expression could change the program."));
     withObject(question, expression, [this, question](const Object &object) { listMembers(question, object); });
@@ -334,7 +311,7 @@ void Variables::requestScope(const DebugRequest &request, const StackPlace &plac
                              IDebugReplies *replies)
 {
     const Question question{place, std::max(0, first), std::max(0, count), Natural,
-                            std::make_shared<Answer>(request, replies)};
+                            std::make_shared<DebugAnswer>(request, replies)};
     if (!m_session->isStopped())
         return question.answer->failed(Text::tr("The program is not paused."));
     if (TaskList::isTask(place.thread))

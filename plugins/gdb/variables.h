@@ -5,6 +5,7 @@
 #include <memory>
 #include <QHash>
 #include <QStringList>
+class DebugAnswer;
 class GdbSession;
 struct MiRecord;
 class MiValue;
@@ -42,7 +43,6 @@ private:
         bool dynamic = false; ///< a pretty printer makes the children
         bool more = false;    ///< it has some that gdb has not read
     };
-    class Answer;
     /// A question that is being answered.
     struct Question
     {
@@ -50,7 +50,7 @@ private:
         int first = 0;
         int count = 0;
         int format = Natural;
-        std::shared_ptr<Answer> answer;
+        std::shared_ptr<DebugAnswer> answer;
     };
     struct Members;
     using Use = std::function<void(const Object &object)>;
