@@ -278,6 +278,8 @@ void WindowParts::connectNavigator() const
     QObject::connect(navigator, &Navigator::displayFileProperties, &window, &MainWindow::displayFileProperties);
     QObject::connect(navigator, &Navigator::cutAvailable, &window, &MainWindow::cutAvailable);
     QObject::connect(navigator, &Navigator::pasteAvailable, &window, &MainWindow::pasteAvailable);
+    QObject::connect(navigator, &Navigator::undoAvailable, &window, &MainWindow::undoAvailable);
+    QObject::connect(navigator, &Navigator::redoAvailable, &window, &MainWindow::redoAvailable);
     QObject::connect(navigator, &Navigator::previousAvailable, &window, &MainWindow::previousAvailable);
     QObject::connect(navigator, &Navigator::nextAvailable, &window, &MainWindow::nextAvailable);
     QObject::connect(viewManager.get(), &ViewManager::sourceChanged, navigator, &Navigator::helpSourceChanged);
