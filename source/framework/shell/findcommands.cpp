@@ -39,8 +39,8 @@ void FindCommands::connectDialogs()
 {
     connect(m_findDialog, &FindDialog::find, this,
             [this](const QString &, bool, bool, bool forward) { findFromDialog(forward); });
-    connect(m_findDialog, &FindDialog::patternChanged, this, &FindCommands::refreshMarks);
-    connect(m_replaceDialog, &ReplaceDialog::patternChanged, this, &FindCommands::refreshMarks);
+    connect(m_findDialog, &FindDialog::patternChanged, this, qOverload<>(&FindCommands::refreshMarks));
+    connect(m_replaceDialog, &ReplaceDialog::patternChanged, this, qOverload<>(&FindCommands::refreshMarks));
     connect(m_replaceDialog, &ReplaceDialog::matchSelected, this, [this] {
         keepMatchVisible();
         refreshMarks();
@@ -159,24 +159,30 @@ void FindCommands::viewActivated(View *view)
 {
     m_replaceDialog->setView(qobject_cast<TextView *>(view));
     m_findDialog->setExpressionsAvailable(qobject_cast<TextView *>(view));
-    refreshMarks();
+    refreshMarks(view);
 }
 
 // Matches -----------------------------------------------------------------
 
-/// Marks and counts the matches of the dialog that is open, in the view that is in front.
 void FindCommands::refreshMarks()
 {
-    auto *view = qobject_cast<TextView *>(m_window.viewManager()->currentView());
+    refreshMarks(m_window.viewManager()->currentView());
+}
+
+/// Marks and counts the matches of the dialog that is open, in the view that is in front.
+void FindCommands::refreshMarks(View *current)
+{
+    auto *view = qobject_cast<TextView *>(current);
     if (m_marked && m_marked != view)
         m_marked->markMatches(nullptr);
     m_counter.stop();
     showCount({});
     const bool isOpen = m_findDialog->isVisible() || m_replaceDialog->isVisible();
     m_marked = isOpen ? view : nullptr;
-    if (!isOpen || !view) {
-        if (view)
-            view->markMatches(nullptr);
+    if (!view)
+        return tellMissingText(current);
+    if (!isOpen) {
+        view->markMatches(nullptr);
         return;
     }
     const TextPattern pattern = m_replaceDialog->isVisible() ? m_replaceDialog->pattern() : m_findDialog->pattern();
@@ -185,6 +191,14 @@ void FindCommands::refreshMarks()
         showCount(tr("Error in the expression: %1").arg(pattern.error()));
     else if (pattern.canMatch())
         m_counter.start(view->textDocument()->rawText(), pattern);
+}
+
+/// The dialogs stay open when the text is closed, and their buttons have no effect then.
+void FindCommands::tellMissingText(View *current)
+{
+    m_replaceDialog->showCount(tr("The window in front has no text that can be changed"));
+    if (!viewInterface<ITextNavigation>(current))
+        m_findDialog->showCount(tr("The window in front has no text to search in"));
 }
 
 void FindCommands::showCount(const QString &text)
