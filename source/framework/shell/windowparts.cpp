@@ -137,7 +137,6 @@ void WindowParts::setUp()
     ui.setActionVisible(u"projectRepopulate"_s, false);
     setUpToolBars();
     ui.setupMenus();
-    followConfigurations();
     ui.setActionEnabled(u"windowCascade"_s, viewManager->canCascade());
     ui.setActionEnabled(u"windowTile"_s, viewManager->canTile());
     title = ui.title();
@@ -210,15 +209,6 @@ void WindowParts::setUpToolBars()
     ui.addCompanion(u"debugStepInto"_s, [this](ToolBar *bar) { new ProjectDropdown(activity, bar); });
     ui.setupToolbars();
     new ToolBarRows(&window);
-}
-
-/// A project does not report that its current configuration has changed.
-void WindowParts::followConfigurations() const
-{
-    const QMenu *menu = ui.menu(u"buildConfigurationsMenu"_s);
-    const QList<ConfigurationDropdown *> boxes = window.findChildren<ConfigurationDropdown *>();
-    for (const ConfigurationDropdown *box : menu ? boxes : QList<ConfigurationDropdown *>())
-        QObject::connect(menu, &QMenu::triggered, box, &ConfigurationDropdown::refresh, Qt::QueuedConnection);
 }
 
 // Docks
