@@ -1306,6 +1306,14 @@ Möchten Sie sie wirklich schließen und überschreiben?</translation>
         <source>The window in front has no text to search in</source>
         <translation>Das vordere Fenster hat keinen Text, der durchsucht werden kann</translation>
     </message>
+    <message>
+        <source>The expression takes too long</source>
+        <translation>Der Ausdruck dauert zu lange</translation>
+    </message>
+    <message>
+        <source>The search for %1 was given up: the expression takes too long.</source>
+        <translation>Die Suche nach %1 wurde aufgegeben: Der Ausdruck dauert zu lange.</translation>
+    </message>
 </context>
 <context>
     <name>FindDialogBase</name>
@@ -5078,6 +5086,10 @@ Läuft der Server des Zielsystems, und ist kein anderer Debugger damit verbunden
     <message>
         <source>Replace</source>
         <translation>Ersetzen</translation>
+    </message>
+    <message>
+        <source>The search for &apos;%1&apos; was given up: the expression takes too long</source>
+        <translation>Die Suche nach „%1“ wurde aufgegeben: Der Ausdruck dauert zu lange</translation>
     </message>
 </context>
 <context>

@@ -136,6 +136,19 @@ private Q_SLOTS:
         QVERIFY2(count->text().startsWith(u"Error in the expression: "_s), qPrintable(count->text()));
     }
 
+    void expressionThatTakesTooLongIsTold()
+    {
+        const WindowFixture f;
+        f.open(u"a.c"_s, QByteArray(60, 'a') + "b\n");
+        openFind(f, u"(a+)+$"_s);
+        const auto *count = findDialog(f)->findChild<QLabel *>(u"CountLabel"_s);
+        findDialog(f)->findChild<QCheckBox *>(u"RegExpCheck"_s)->setChecked(true);
+        QTRY_COMPARE(count->text(), u"The expression takes too long"_s);
+        f.answers->press(QMessageBox::Ok);
+        findDialog(f)->findChild<QPushButton *>(u"FindNextButton"_s)->click();
+        QCOMPARE(f.answers->said, QStringList(u"The search for (a+)+$ was given up: the expression takes too long."_s));
+    }
+
     void expressionIsFoundInAText()
     {
         const WindowFixture f;

@@ -56,6 +56,7 @@ void FindCommands::connectDialogs()
                   : matches == 1 ? tr("1 match")
                                  : tr("%1 matches").arg(matches));
     });
+    connect(&m_counter, &MatchCounter::givenUp, this, [this] { showCount(tr("The expression takes too long")); });
 }
 
 void FindCommands::connectAction(const QString &name, const std::function<void()> &work)
@@ -137,8 +138,9 @@ void FindCommands::showResult(bool found, const TextPattern &pattern, const std:
         return;
     }
     QWidget *asker = m_findDialog->isVisible() ? m_findDialog : m_window.dialogParent();
-    showMessage(QMessageBox::Warning, asker, tr("Cannot find the string %1.").arg(pattern.text()), {QMessageBox::Ok},
-                tr("Find"));
+    const QString text = pattern.hasGivenUp() ? tr("The search for %1 was given up: the expression takes too long.")
+                                              : tr("Cannot find the string %1.");
+    showMessage(QMessageBox::Warning, asker, text.arg(pattern.text()), {QMessageBox::Ok}, tr("Find"));
 }
 
 void FindCommands::replace()
