@@ -128,7 +128,7 @@ ProjectUndo::Items ProjectUndo::undo()
     while (!m_steps.empty()) {
         const Step step = std::move(m_steps.back());
         m_steps.pop_back();
-        const Items items = step.kind == Kind::Rename ? renameBack(step) : putBack(step);
+        Items items = step.kind == Kind::Rename ? renameBack(step) : putBack(step);
         if (!items.isEmpty())
             return items;
     }
