@@ -1318,6 +1318,22 @@ Möchten Sie sie wirklich schließen und überschreiben?</translation>
         <source>Error in the expression: %1</source>
         <translation>Fehler im Ausdruck: %1</translation>
     </message>
+    <message>
+        <source>The window in front has no text that can be changed</source>
+        <translation>Das vordere Fenster hat keinen Text, der geändert werden kann</translation>
+    </message>
+    <message>
+        <source>The window in front has no text to search in</source>
+        <translation>Das vordere Fenster hat keinen Text, der durchsucht werden kann</translation>
+    </message>
+    <message>
+        <source>The expression takes too long</source>
+        <translation>Der Ausdruck dauert zu lange</translation>
+    </message>
+    <message>
+        <source>The search for %1 was given up: the expression takes too long.</source>
+        <translation>Die Suche nach %1 wurde aufgegeben: Der Ausdruck dauert zu lange.</translation>
+    </message>
 </context>
 <context>
     <name>FindDialogBase</name>
@@ -4544,6 +4560,10 @@ Auf dem Datenträger wird sie nicht gelöscht.</translation>
         <source>Are you sure that you want to remove the empty folder &apos;%1&apos; from the project?</source>
         <translation>Möchten Sie den leeren Ordner &apos;%1&apos; wirklich aus dem Projekt entfernen?</translation>
     </message>
+    <message>
+        <source>What was changed in the project tree has been changed again meanwhile</source>
+        <translation>Was im Projektbaum geändert wurde, ist inzwischen noch einmal geändert worden</translation>
+    </message>
 </context>
 <context>
     <name>ProjectTreeMenus</name>
@@ -5098,6 +5118,10 @@ Läuft der Server des Zielsystems, und ist kein anderer Debugger damit verbunden
     <message>
         <source>Replace</source>
         <translation>Ersetzen</translation>
+    </message>
+    <message>
+        <source>The search for &apos;%1&apos; was given up: the expression takes too long</source>
+        <translation>Die Suche nach „%1“ wurde aufgegeben: Der Ausdruck dauert zu lange</translation>
     </message>
 </context>
 <context>

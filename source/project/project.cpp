@@ -136,11 +136,11 @@ void Project::readChild(ProjectXmlReader &xml)
 {
     if (xml.isAt("folder"_L1)) {
         auto *folder = new ProjectFolder;
-        insert(folder, false);
+        insert(folder, AtEnd);
         folder->read(xml);
     } else if (xml.isAt("file"_L1)) {
         auto *file = new ProjectFile;
-        insert(file);
+        insert(file, AtEnd);
         file->read(xml);
     } else if (xml.isAt("properties"_L1)) {
         const QString current = xml.attribute("currentconfiguration"_L1);
@@ -230,11 +230,16 @@ bool Project::containsFile(const QString &path) const
 
 void Project::addFolder(ProjectFolder *folder, bool prepend)
 {
+    insertFolder(folder, prepend ? 0 : AtEnd);
+}
+
+void Project::insertFolder(ProjectFolder *folder, qsizetype place)
+{
     VARNEL_ASSERT(folder);
     if (!folder)
         return;
     VARNEL_ASSERT_TEXT(!m_folders.contains(folder), "m_folders.find(folder) == -1");
-    insert(folder, prepend);
+    insert(folder, place);
     Q_EMIT folderAdded(nullptr, folder);
     setModified(true);
 }
@@ -252,11 +257,16 @@ void Project::removeFolder(ProjectFolder *folder)
 
 void Project::addFile(ProjectFile *file)
 {
+    insertFile(file, AtEnd);
+}
+
+void Project::insertFile(ProjectFile *file, qsizetype place)
+{
     VARNEL_ASSERT(file);
     if (!file)
         return;
     VARNEL_ASSERT_TEXT(!m_files.contains(file), "m_files.find(file) == -1");
-    insert(file);
+    insert(file, place);
     Q_EMIT fileAdded(nullptr, file);
     setModified(true);
 }
@@ -394,18 +404,18 @@ void Project::deleteChildren()
         delete file;
 }
 
-void Project::insert(ProjectFolder *folder, bool prepend)
+void Project::insert(ProjectFolder *folder, qsizetype place)
 {
     folder->setProject(this);
     folder->setParent(nullptr);
-    m_folders.insert(folder, prepend);
+    m_folders.insert(folder, place);
 }
 
-void Project::insert(ProjectFile *file)
+void Project::insert(ProjectFile *file, qsizetype place)
 {
     file->setProject(this);
     file->setFolder(nullptr);
-    m_files.insert(file);
+    m_files.insert(file, place);
 }
 
 QList<ProjectFolder *> Project::allFolders() const

@@ -62,8 +62,10 @@ public:
     [[nodiscard]] QList<ProjectFile *> files(const QString &extensions, ProjectFolder *folder) const;
     [[nodiscard]] bool containsFile(const QString &path) const;
     void addFolder(ProjectFolder *folder, bool prepend);
+    void insertFolder(ProjectFolder *folder, qsizetype place); ///< Before the one that is there, or else at the end.
     void removeFolder(ProjectFolder *folder);
     void addFile(ProjectFile *file);
+    void insertFile(ProjectFile *file, qsizetype place); ///< Likewise.
     void removeFile(ProjectFile *file);
     /// A folder moves to the front of @p target, a file to its end. Nothing happens if @p target is the folder or in
     /// it.
@@ -121,8 +123,8 @@ private:
     void deleteChildren();
     [[nodiscard]] bool read(ProjectXmlReader &xml, QXmlStreamAttributes *attributes);
     void readChild(ProjectXmlReader &xml);
-    void insert(ProjectFolder *folder, bool prepend);
-    void insert(ProjectFile *file);
+    void insert(ProjectFolder *folder, qsizetype place);
+    void insert(ProjectFile *file, qsizetype place);
     [[nodiscard]] QList<ProjectFolder *> allFolders() const;
     [[nodiscard]] bool isTooDeep() const;
     [[nodiscard]] ProjectFolder *folderFor(const QString &extension) const;

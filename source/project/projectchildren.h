@@ -1,8 +1,12 @@
 #pragma once
+#include <algorithm>
+#include <limits>
 #include <QList>
 
 class Project;
 class ProjectFolder;
+
+inline constexpr qsizetype AtEnd = std::numeric_limits<qsizetype>::max(); ///< a place behind all others
 
 /// The folders or the files of one parent, in the user's order. The parent owns those whose parent pointer names it.
 ///
@@ -16,9 +20,10 @@ public:
     /// Searches only if the child is in some list.
     [[nodiscard]] bool contains(const Child *child) const { return child->m_listings > 0 && m_items.contains(child); }
 
-    void insert(Child *child, bool prepend = false)
+    /// Behind all others if there are fewer than @p place.
+    void insert(Child *child, qsizetype place)
     {
-        m_items.insert(prepend ? 0 : m_items.size(), child);
+        m_items.insert(std::min(place, m_items.size()), child);
         ++child->m_listings;
     }
     bool remove(Child *child)

@@ -42,6 +42,11 @@ QList<ProjectFolder *> ProjectFolder::withSubfolders()
 
 void ProjectFolder::addFolder(ProjectFolder *folder, bool prepend)
 {
+    insertFolder(folder, prepend ? 0 : AtEnd);
+}
+
+void ProjectFolder::insertFolder(ProjectFolder *folder, qsizetype place)
+{
     VARNEL_ASSERT(folder);
     if (!folder)
         return;
@@ -50,7 +55,7 @@ void ProjectFolder::addFolder(ProjectFolder *folder, bool prepend)
     VARNEL_ASSERT(!isRing);
     if (isRing)
         return; // a folder in itself would be walked for ever
-    insert(folder, prepend);
+    insert(folder, place);
     if (m_project) {
         Q_EMIT m_project->folderAdded(this, folder);
         m_project->setModified(true);
@@ -73,11 +78,16 @@ void ProjectFolder::removeFolder(ProjectFolder *folder)
 
 void ProjectFolder::addFile(ProjectFile *file)
 {
+    insertFile(file, AtEnd);
+}
+
+void ProjectFolder::insertFile(ProjectFile *file, qsizetype place)
+{
     VARNEL_ASSERT(file);
     if (!file)
         return;
     VARNEL_ASSERT_TEXT(!m_files.contains(file), "m_files.find(file) == -1");
-    insert(file);
+    insert(file, place);
     if (m_project) {
         Q_EMIT m_project->fileAdded(this, file);
         m_project->setModified(true);
@@ -144,11 +154,11 @@ void ProjectFolder::read(ProjectXmlReader &xml)
             --depth;
         } else if (xml.isAt("file"_L1)) {
             auto *file = new ProjectFile;
-            folder->insert(file);
+            folder->insert(file, AtEnd);
             file->read(xml);
         } else if (xml.isAt("folder"_L1)) {
             auto *child = new ProjectFolder(xml.attribute("name"_L1));
-            folder->insert(child, false);
+            folder->insert(child, AtEnd);
             folder = child;
             if (++depth > MaximumDepth)
                 xml.raiseError(u"Folders are nested too deeply."_s);
@@ -182,16 +192,16 @@ bool ProjectFolder::isChildOf(const ProjectFolder *parent, const Project *projec
     return m_parent == parent && (parent || m_project == project);
 }
 
-void ProjectFolder::insert(ProjectFolder *folder, bool prepend)
+void ProjectFolder::insert(ProjectFolder *folder, qsizetype place)
 {
-    m_folders.insert(folder, prepend);
+    m_folders.insert(folder, place);
     folder->setProject(m_project);
     folder->setParent(this);
 }
 
-void ProjectFolder::insert(ProjectFile *file)
+void ProjectFolder::insert(ProjectFile *file, qsizetype place)
 {
-    m_files.insert(file);
+    m_files.insert(file, place);
     file->setProject(m_project);
     file->setFolder(this);
 }

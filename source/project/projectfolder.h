@@ -31,8 +31,10 @@ public:
 
     /// The project, if there is one, emits the signals. The caller owns a child that it removes.
     void addFolder(ProjectFolder *folder, bool prepend);
+    void insertFolder(ProjectFolder *folder, qsizetype place); ///< Before the one that is there, or else at the end.
     void removeFolder(ProjectFolder *folder);
     void addFile(ProjectFile *file);
+    void insertFile(ProjectFile *file, qsizetype place); ///< Likewise.
     void removeFile(ProjectFile *file);
     void rename(const QString &newName);
     void setExtensions(const QStringList &extensions);
@@ -52,8 +54,8 @@ private:
     template <typename>
     friend class ProjectChildren;
     [[nodiscard]] bool isChildOf(const ProjectFolder *parent, const Project *project) const;
-    void insert(ProjectFolder *folder, bool prepend);
-    void insert(ProjectFile *file);
+    void insert(ProjectFolder *folder, qsizetype place);
+    void insert(ProjectFile *file, qsizetype place);
 
     QString m_name;
     QStringList m_extensions;

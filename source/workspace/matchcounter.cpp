@@ -5,6 +5,7 @@ namespace {
 constexpr int Pause = 150;                   // milliseconds
 constexpr qint64 PortionTime = 5;            // milliseconds
 constexpr qsizetype PortionLength = 1 << 18; // characters
+constexpr int LongestSearch = 100;           // milliseconds, in which the window does nothing else
 } // namespace
 
 MatchCounter::MatchCounter(QObject *parent) : QObject(parent)
@@ -17,6 +18,7 @@ void MatchCounter::start(const QString &raw, const TextPattern &pattern)
 {
     m_raw = raw;
     m_pattern = pattern;
+    m_pattern.setTimeLimit(LongestSearch);
     m_from = 0;
     m_count = 0;
     m_timer.start(Pause);
@@ -37,6 +39,11 @@ void MatchCounter::countSome()
         const auto match = m_pattern.forward(m_raw, m_from, end);
         m_from = match ? match->position + match->length : end;
         m_count += match.has_value();
+        if (m_pattern.hasGivenUp()) {
+            m_raw.clear();
+            Q_EMIT givenUp();
+            return;
+        }
     }
     if (m_from < m_raw.size() && m_count < Most) {
         m_timer.start(0);

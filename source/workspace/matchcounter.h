@@ -18,6 +18,7 @@ public:
 
 Q_SIGNALS:
     void counted(int matches, bool isMore); ///< @p isMore: the text has more of them
+    void givenUp();                         ///< The expression takes too long.
 
 private:
     void countSome();

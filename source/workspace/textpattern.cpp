@@ -4,10 +4,6 @@
 
 using namespace Qt::StringLiterals;
 
-namespace {
-constexpr int LongestSearch = 2000; // milliseconds
-}
-
 TextPattern::TextPattern(const QString &text, const Options &options) : m_text(text), m_options(options)
 {
     if (!options.regExp || text.isEmpty())
@@ -39,10 +35,11 @@ const QString &TextPattern::withLineEnds(const QString &raw) const
 
 std::optional<TextPattern::Match> TextPattern::firstMatch(const QString &text, qsizetype from, qsizetype end) const
 {
-    const QDeadlineTimer deadline(LongestSearch);
+    const QDeadlineTimer deadline(m_timeLimit);
     const TextPiece piece{text};
     while (from < end) {
         const SearchPattern::Match match = m_expression->find(piece, from, end, [&] { return !deadline.hasExpired(); });
+        m_hasGivenUp = m_hasGivenUp || deadline.hasExpired() || m_expression->hitStepLimit();
         if (match.position < 0)
             return std::nullopt;
         if (match.length > 0)
@@ -66,9 +63,12 @@ std::optional<TextPattern::Match> TextPattern::backward(const QString &raw, qsiz
         const qsizetype position = findBackward(raw, m_text, m_options, from);
         return position < 0 ? std::nullopt : std::optional(Match{position, m_text.size()});
     }
-    const QDeadlineTimer deadline(LongestSearch);
+    const QDeadlineTimer deadline(m_timeLimit);
     const QString &text = withLineEnds(raw);
-    for (qsizetype end = std::min(from + 1, text.size()); end > 0 && !deadline.hasExpired();) {
+    for (qsizetype end = std::min(from + 1, text.size()); end > 0;) {
+        m_hasGivenUp = m_hasGivenUp || deadline.hasExpired();
+        if (deadline.hasExpired())
+            return std::nullopt;
         const qsizetype start = end < 2 ? 0 : text.lastIndexOf(u'\n', end - 2) + 1; // of the line before end
         std::optional<Match> last;
         for (auto match = firstMatch(text, start, end); match; match = firstMatch(text, match->position + 1, end))

@@ -5,7 +5,7 @@
 class SearchPattern;
 
 /// What a search in a document looks for: a text or a regular expression. Positions are those of the raw text, as in
-/// textsearch.h. A search for an expression ends after two seconds as if there were no match.
+/// textsearch.h. A search for an expression is given up after two seconds as if there were no match.
 class TextPattern
 {
 public:
@@ -32,6 +32,9 @@ public:
     [[nodiscard]] QString error() const;
     /// False for an empty text and for an expression with an error.
     [[nodiscard]] bool canMatch() const;
+    void setTimeLimit(int milliseconds) { m_timeLimit = milliseconds; } ///< Of each search for an expression.
+    /// Whether a search was given up, so that there may be matches that were not found.
+    [[nodiscard]] bool hasGivenUp() const { return m_hasGivenUp; }
 
     /// The first match that starts at or after @p from and before @p end. An expression matches one character at least.
     [[nodiscard]] std::optional<Match> forward(const QString &raw, qsizetype from, qsizetype end) const;
@@ -47,6 +50,8 @@ private:
 
     QString m_text;
     Options m_options;
+    int m_timeLimit = 2000; ///< milliseconds
+    mutable bool m_hasGivenUp = false;
     std::shared_ptr<const SearchPattern> m_expression; ///< null for a plain text
     mutable QString m_raw; ///< the text that was searched last, and the same with line ends for expressions
     mutable QString m_lines;

@@ -1,13 +1,18 @@
 #include "wholefile.h"
 #include <csignal>
+#include <cstdio>
+#include <cstring>
 #include <fcntl.h>
+#include <functional>
 #include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
 #include <QTest>
+#include <sched.h>
 #include <sys/mount.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
+#include <sys/wait.h>
 #include <sys/xattr.h>
 #include <unistd.h>
 
@@ -57,6 +62,33 @@ private:
     const uid_t m_user;
     const bool m_done;
 };
+
+/// Runs @p work in a process with mounts of its own, which an ordinary user may have in a space of users of its own.
+/// Its errors; null if there are none.
+const char *withOwnMounts(const std::function<const char *()> &work)
+{
+    static char message[100];
+    int channel[2];
+    if (::pipe(channel) != 0)
+        return "no pipe";
+    const pid_t child = ::fork();
+    if (child == 0) {
+        const int spaces = ::geteuid() == 0 ? CLONE_NEWNS : CLONE_NEWUSER | CLONE_NEWNS;
+        const bool isAlone = ::unshare(spaces) == 0 && ::mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0;
+        const char *error = isAlone ? work() : "this system allows no mounts";
+        const bool told = !error || ::write(channel[1], error, std::strlen(error)) > 0;
+        ::_exit(told ? 0 : 1);
+    }
+    ::close(channel[1]);
+    const ssize_t length = ::read(channel[0], message, sizeof(message) - 1);
+    ::close(channel[0]);
+    int status = -1;
+    ::waitpid(child, &status, 0);
+    if (status != 0)
+        return "the process has failed";
+    message[std::max<ssize_t>(length, 0)] = '\0';
+    return length > 0 ? message : nullptr;
+}
 
 struct stat statusOf(const QString &path)
 {
@@ -242,11 +274,14 @@ private Q_SLOTS:
     {
         put(m_path, "old");
         const QByteArray name = QFile::encodeName(m_path);
-        if (::mount(name.constData(), name.constData(), "", MS_BIND, "") != 0)
-            return; // only the administrator may set it
-        const bool written = writeFileSafely(m_path, "new");
-        ::umount(name.constData());
-        QVERIFY(written);
+        const char *error = withOwnMounts([&]() -> const char * {
+            if (::mount(name.constData(), name.constData(), "", MS_BIND, "") != 0)
+                return "cannot mount";
+            if (std::rename(name.constData(), QFile::encodeName(beside(u"other"_s)).constData()) == 0)
+                return "a mounted file can be renamed";
+            return writeFileSafely(m_path, "new") ? nullptr : "not written";
+        });
+        QVERIFY2(!error, error);
         QCOMPARE(read(m_path), "new");
         QCOMPARE(entries(), QStringList(u"p.vnp"_s));
     }
@@ -298,27 +333,40 @@ private Q_SLOTS:
         QVERIFY(writeFileSafely(m_path, QByteArray(size, 'x')));
     }
 
+    /// The new bytes need no more room than the old ones, so the failure comes in the middle of the writing.
+    void bytesThatWereOverwrittenAreWrittenBack()
+    {
+        const QByteArray old(3000, 'o');
+        put(m_path, old);
+        QVERIFY(addName(m_path, beside(u"second"_s)));
+        {
+            const SmallDisk disk(1000);
+            QVERIFY(!writeFileSafely(m_path, QByteArray(2000, 'x')));
+        }
+        QCOMPARE(read(m_path), old);
+    }
+
     void fullFileSystemKeepsTheOldFile()
     {
         const QString mountPoint = beside(u"small"_s);
         const QByteArray mounted = QFile::encodeName(mountPoint);
         QVERIFY(QDir().mkdir(mountPoint));
-        if (::mount("none", mounted.constData(), "tmpfs", 0, "size=64k") != 0)
-            return; // not allowed here; the test with the limit of the file size covers it
         const QString path = mountPoint + u"/p.vnp"_s;
-        put(path, QByteArray(30'000, 'o'));
-        const bool refused = !writeFileSafely(path, QByteArray(60'000, 'x'));
-        const QByteArray left = read(path);
-        const bool linked = addName(path, path + u"2"_s);
-        const bool refusedInPlace = !writeFileSafely(path, QByteArray(90'000, 'x'));
-        const QByteArray leftInPlace = read(path);
-        const bool smaller = writeFileSafely(path, QByteArray(60'000, 'x'));
-        ::umount(mounted.constData());
-        QVERIFY(refused);
-        QCOMPARE(left, QByteArray(30'000, 'o'));
-        QVERIFY(linked && refusedInPlace);
-        QCOMPARE(leftInPlace, QByteArray(30'000, 'o'));
-        QVERIFY(smaller);
+        const char *error = withOwnMounts([&]() -> const char * {
+            if (::mount("none", mounted.constData(), "tmpfs", 0, "size=64k") != 0)
+                return "cannot mount";
+            put(path, QByteArray(30'000, 'o'));
+            if (writeFileSafely(path, QByteArray(60'000, 'x')))
+                return "written without room";
+            if (read(path) != QByteArray(30'000, 'o'))
+                return "the old text is lost";
+            if (!addName(path, path + u"2"_s) || writeFileSafely(path, QByteArray(90'000, 'x')))
+                return "written in place without room";
+            if (read(path) != QByteArray(30'000, 'o'))
+                return "the old text is lost in place";
+            return writeFileSafely(path, QByteArray(60'000, 'x')) ? nullptr : "not written in place";
+        });
+        QVERIFY2(!error, error);
     }
 
     void writingToAFullDeviceFails()

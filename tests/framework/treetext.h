@@ -38,8 +38,10 @@ public:
     }
     QString sourceFilter() const override { return QStringLiteral("Source Files (*.c *.h);;All Files (*.*)"); }
     LastDirectories &directories() override { return m_directories; }
+    void showMessage(const QString &text, int) override { message = text; }
     [[nodiscard]] QString directory() const { return m_directories.directory(QStringLiteral("Files")); }
 
+    QString message;
     const QHash<QString, QColor> colors{
         {QStringLiteral("treeworkspace.png"), Qt::black},      {QStringLiteral("treeproject.png"), Qt::blue},
         {QStringLiteral("treeprojectinactive.png"), Qt::gray}, {QStringLiteral("treefolder.png"), Qt::yellow},

@@ -1,6 +1,8 @@
 #include "docklayout.h"
 #include "dockwindow.h"
 #include "toolbar.h"
+#include "toolbarrows.h"
+#include <QLayout>
 #include <QMainWindow>
 #include <QSettings>
 #include <QTest>
@@ -99,6 +101,44 @@ private Q_SLOTS:
         QFETCH(QString, text);
         QCOMPARE(placement.text(), text);
         QCOMPARE(DockPlacement::fromText(text), placement);
+    }
+
+    void rowOfANarrowWindowIsNotStored()
+    {
+        QMainWindow window;
+        const ToolBarRows rows(&window);
+        QList<ToolBar *> bars;
+        for (const QString &name : {u"one"_s, u"two"_s}) {
+            bars.append(new ToolBar(&window));
+            bars.last()->setObjectName(name);
+            for (int i = 0; i < 6; ++i)
+                bars.last()->addAction(u"Button"_s); // those that do not fit are hidden
+            window.addToolBar(bars.last());
+        }
+        const int width = bars[0]->sizeHint().width();
+        window.resize(width * 3 / 2, 200);
+        window.show();
+        QTRY_VERIFY(ToolBarRows::isWrapped(bars[1]));
+        const DockLayout layout(&window, m_settings.get(), [&bars] { return QList<QWidget *>{bars[1]}; });
+        const auto storesNewLine = [&] {
+            layout.save(StateIdle);
+            return DockPlacement::fromText(m_settings->value(u"Geometry/Editor/two"_s).toString()).newLine;
+        };
+        QVERIFY(!storesNewLine());
+        window.resize(width * 3, 200);
+        QTRY_VERIFY(!ToolBarRows::isWrapped(bars[1]));
+        window.insertToolBarBreak(bars[1]); // by the user
+        QVERIFY(storesNewLine());
+    }
+
+    void restoringKeepsTheRuleForTheSizeOfTheWindow()
+    {
+        Windows w(*m_settings);
+        w.layout.save(StateIdle);
+        const QLayout::SizeConstraint rule = w.window.layout()->sizeConstraint();
+        QVERIFY(rule != QLayout::SetNoConstraint);
+        w.layout.restore(StateIdle);
+        QCOMPARE(w.window.layout()->sizeConstraint(), rule);
     }
 
     void restoringDoesNotEnlargeTheWindow()

@@ -95,6 +95,17 @@ private Q_SLOTS:
         QVERIFY(f.view()->hasMarker(3, IViewWithMarkers::LookupMarker));
     }
 
+    void lookedUpColumnIsThatOfATerminal()
+    {
+        const WindowFixture f;
+        const QString file = f.write(u"main.c"_s, "one\n\tint two;\n");
+        const auto column = [&f] { return f.view()->currentEdit()->textCursor().positionInBlock(); };
+        f.window->lookupSource(file, 2, 13);
+        QCOMPARE(column(), 5); // behind the tab and "int "
+        f.window->lookupSource(file, 2);
+        QCOMPARE(column(), 0);
+    }
+
     /// The place was read from the output of a tool, which the user cannot have meant as a new file.
     void lookedUpFileThatDoesNotExistIsNotCreated()
     {

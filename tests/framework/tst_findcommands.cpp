@@ -1,4 +1,6 @@
 #include "largetextview.h"
+#include "outputpage.h"
+#include "outputwindow.h"
 #include "textlineview.h"
 #include "windowfixture.h"
 #include <QCheckBox>
@@ -75,9 +77,29 @@ private Q_SLOTS:
         const WindowFixture f;
         f.open(u"a.c"_s, "one\n");
         openFind(f, u"nowhere"_s);
-        f.answers->press(QMessageBox::Ok);
+        QWidget *parent = nullptr;
+        f.answers->prepend([&](QDialog *box) {
+            parent = box->parentWidget();
+            box->accept();
+        });
         findDialog(f)->findChild<QPushButton *>(u"FindNextButton"_s)->click();
+        QCOMPARE(parent, findDialog(f));
+        findDialog(f)->close();
+        f.answers->press(QMessageBox::Ok);
+        f.window->find(u"nowhere"_s, false, false, true, true);
         QCOMPARE(f.answers->said, QStringList(u"Cannot find the string nowhere."_s));
+    }
+
+    void countIsThatOfTheViewInFront()
+    {
+        const WindowFixture f;
+        f.open(u"a.c"_s, "one two one\n");
+        f.open(u"b.c"_s, "one\n");
+        openFind(f, u"one"_s);
+        const auto *count = findDialog(f)->findChild<QLabel *>(u"CountLabel"_s);
+        QTRY_COMPARE(count->text(), u"1 match"_s);
+        f.window->windowNext();
+        QTRY_COMPARE(count->text(), u"2 matches"_s);
     }
 
     void oneSelectedLineIsProposed()
@@ -112,6 +134,19 @@ private Q_SLOTS:
         findDialog(f)->findChild<QCheckBox *>(u"RegExpCheck"_s)->setChecked(true);
         const auto *count = findDialog(f)->findChild<QLabel *>(u"CountLabel"_s);
         QVERIFY2(count->text().startsWith(u"Error in the expression: "_s), qPrintable(count->text()));
+    }
+
+    void expressionThatTakesTooLongIsTold()
+    {
+        const WindowFixture f;
+        f.open(u"a.c"_s, QByteArray(60, 'a') + "b\n");
+        openFind(f, u"(a+)+$"_s);
+        const auto *count = findDialog(f)->findChild<QLabel *>(u"CountLabel"_s);
+        findDialog(f)->findChild<QCheckBox *>(u"RegExpCheck"_s)->setChecked(true);
+        QTRY_COMPARE(count->text(), u"The expression takes too long"_s);
+        f.answers->press(QMessageBox::Ok);
+        findDialog(f)->findChild<QPushButton *>(u"FindNextButton"_s)->click();
+        QCOMPARE(f.answers->said, QStringList(u"The search for (a+)+$ was given up: the expression takes too long."_s));
     }
 
     void expressionIsFoundInAText()
@@ -154,6 +189,27 @@ private Q_SLOTS:
         QCOMPARE(f.text(), u"one\n"_s);
     }
 
+    void dialogWithoutATextTellsWhyNothingIsFound()
+    {
+        const WindowFixture f;
+        f.open(u"a.c"_s, "one\n");
+        openFind(f, u"one"_s);
+        f.window->editReplace();
+        QDialog *replace = f.window->findChild<QDialog *>(u"replaceDialog"_s);
+        const auto hints = [&] {
+            QStringList texts;
+            for (const QDialog *dialog : {findDialog(f), replace})
+                texts.append(dialog->findChild<QLabel *>(u"CountLabel"_s)->text());
+            return texts.join(u'|');
+        };
+        QVERIFY(!hints().contains(u"no text"_s));
+        f.window->fileCloseAll();
+        QCOMPARE(hints(), u"The window in front has no text to search in|"
+                          "The window in front has no text that can be changed"_s);
+        f.open(u"a.c"_s, "one\n");
+        QVERIFY(!hints().contains(u"no text"_s));
+    }
+
     void dialogMovesAwayFromTheMatch()
     {
         const WindowFixture f;
@@ -174,6 +230,28 @@ private Q_SLOTS:
         f.window->editReplace();
         QVERIFY(!findDialog(f)->isVisible());
         QVERIFY(!f.window->findChild<QDialog *>(u"replaceDialog"_s)->isVisible());
+    }
+
+    // Find in files
+
+    void foundLineOfAPathWithANumberInBracketsIsOpened()
+    {
+        const WindowFixture f;
+        const QString file = f.write(u"lib(3)/a(7).c"_s, "one\ntwo needle\n");
+        f.answers->meet([&f](QDialog *dialog) {
+            dialog->findChild<QComboBox *>(u"FindWhatCombo"_s)->setEditText(u"needle"_s);
+            dialog->findChild<QComboBox *>(u"LookInCombo"_s)->setEditText(f.path(u"lib(3)"_s));
+            dialog->findChild<QPushButton *>(u"FindButton"_s)->click();
+        });
+        f.window->editFindInFiles();
+        const OutputPage *page = f.window->outputWindow()->page(OutputWindow::FindInFiles);
+        QTRY_VERIFY2(page->toPlainText().endsWith(u"1 occurrence has been found."_s), qPrintable(page->toPlainText()));
+        QVERIFY(page->toPlainText().contains(file + u"(2):two needle"_s));
+        f.window->editLookupNextLine();
+        QVERIFY(f.answers->said.isEmpty()); // nothing is to be created
+        QCOMPARE(f.openFiles(), QStringList(u"a(7).c"_s));
+        QCOMPARE(f.document()->filename(), file);
+        QCOMPARE(f.view()->currentEdit()->textCursor().blockNumber(), 1);
     }
 
     // Large files

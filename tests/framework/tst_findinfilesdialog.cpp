@@ -285,6 +285,20 @@ private Q_SLOTS:
         QCOMPARE(m_dialog->findText(), current);
     }
 
+    void folderThatIsNotNeededDoesNotEndTheHistory()
+    {
+        storeHistory(u"Folder"_s, {u"/a"_s, u"/b"_s});
+        open();
+        what()->setEditText(u"x"_s);
+        combo(*m_dialog, "ScopeCombo")->setCurrentIndex(FindInFilesDialog::Folder);
+        folder()->setEditText(QString());
+        combo(*m_dialog, "ScopeCombo")->setCurrentIndex(FindInFilesDialog::OpenDocuments);
+        m_dialog->accept();
+        QCOMPARE(m_dialog->result(), int(QDialog::Accepted));
+        open();
+        QCOMPARE(entries(folder()), (QStringList{u"/a"_s, u"/b"_s}));
+    }
+
     void returnFinds()
     {
         open();

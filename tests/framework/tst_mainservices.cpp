@@ -1,3 +1,5 @@
+#include "objectmodel.h"
+#include "scripthost.h"
 #include "textviewedit.h"
 #include "windowfixture.h"
 #include <QMenu>
@@ -20,6 +22,47 @@ private Q_SLOTS:
         f.open(u"a.c"_s);
         const auto menu = f.view()->currentEdit()->contextMenu({});
         QVERIFY(menu->actions().contains(f.window->findChild<QAction *>(u"debugRunToCursor"_s)));
+    }
+
+    void projectsAreSavedAlsoIfADocumentIsNot()
+    {
+        const WindowFixture f;
+        f.writeProject(u"fw.vnp"_s);
+        QVERIFY(f.window->openWorkspace(f.writeWorkspace(u"all.vnw"_s, {u"fw.vnp"_s}), false));
+        f.open(u"gone/a.c"_s);
+        f.type(u"new "_s);
+        QVERIFY(QDir(f.path(u"gone"_s)).removeRecursively());
+        Project *project = f.window->activity().currentProject();
+        project->setModified(true);
+        f.answers->press(QMessageBox::Ok);
+        QVERIFY(!f.window->fileSaveAll());
+        QVERIFY(f.answers->said.value(0).startsWith(u"The following file could not be written:"_s));
+        QVERIFY(!project->isModified());
+    }
+
+    void nameOfAScriptBelongsToTheCurrentProject()
+    {
+        const WindowFixture f;
+        f.write(u"src/boot.py"_s, "open(r'" + f.path(u"done"_s).toUtf8() + "', 'w').write('yes')\n");
+        f.writeProject(u"src/fw.vnp"_s);
+        QVERIFY(f.window->openWorkspace(f.writeWorkspace(u"all.vnw"_s, {u"src/fw.vnp"_s}), false));
+        f.window->runPyFile(u"boot.py"_s);
+        QCOMPARE(f.read(u"done"_s), QByteArray("yes"));
+    }
+
+    /// The workspace is closed before its documents are, and one of them stays.
+    void workspaceIsReplacedAlsoIfADocumentStaysOpen()
+    {
+        const WindowFixture f;
+        f.writeProject(u"fw.vnp"_s);
+        QVERIFY(f.window->openWorkspace(f.writeWorkspace(u"one.vnw"_s, {u"fw.vnp"_s}), false));
+        const QString other = f.writeWorkspace(u"two.vnw"_s, {u"fw.vnp"_s});
+        f.open(u"a.c"_s);
+        f.type(u"new "_s);
+        f.answers->press(QMessageBox::Cancel);
+        QVERIFY(f.window->objectModel().host().replaceWorkspace(other));
+        QCOMPARE(f.window->projectWorkspace()->name(), u"two"_s);
+        QCOMPARE(f.openFiles(), QStringList(u"a.c *"_s));
     }
 };
 

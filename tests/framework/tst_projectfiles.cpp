@@ -241,6 +241,19 @@ private Q_SLOTS:
         QVERIFY(f.read(u"lib.vnp"_s).contains("added.c"));
     }
 
+    void savingAllDoesNotAskAboutFilesThatItLeavesAlone()
+    {
+        const Fixture f;
+        f.changeProjectOutside(u"fw.vnp"_s, "other.c");
+        f.changeOutside(u"all.vnw"_s, "<workspace/>");
+        f.change(1);
+        QVERIFY(f.window->fileSaveAll());
+        QCOMPARE(f.answers->said, QStringList());
+        QCOMPARE(f.read(u"all.vnw"_s), QByteArray("<workspace/>"));
+        QVERIFY(f.read(u"fw.vnp"_s).contains("other.c"));
+        QVERIFY(f.read(u"lib.vnp"_s).contains("added.c"));
+    }
+
     void closingAsksBeforeItOverwritesANewerProject()
     {
         const Fixture f;

@@ -260,6 +260,11 @@ private Q_SLOTS:
         const QString rebuilt = shown(*m_tree);
         for (const QString &name : dragged)
             QCOMPARE(rebuilt.count(u' ' + name + u'\n'), 1);
+        m_tree->undo();
+        QCOMPARE(treeOf(*m_fw) + treeOf(*m_lib), before);
+        m_tree->undo(); // nothing is left
+        QCOMPARE(treeOf(*m_fw) + treeOf(*m_lib), before);
+        QVERIFY(shown(*m_tree) == rebuilt || fw + lib != before);
     }
 
     void treeShowsADropAtOnce()

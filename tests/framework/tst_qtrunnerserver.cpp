@@ -4,6 +4,7 @@
 #include <QDialog>
 #include <QRandomGenerator>
 #include <QSettings>
+#include <QTcpSocket>
 #include <QTemporaryDir>
 
 using namespace Qt::StringLiterals;
@@ -645,6 +646,21 @@ private Q_SLOTS:
     }
 
     // The server --------------------------------------------------------------
+
+    void replyToTheLastCommandArrives()
+    {
+        connect(m_fixture->edit, &QLineEdit::textChanged, qApp, &QCoreApplication::quit);
+        QTcpSocket peer;
+        peer.connectToHost(QHostAddress::LocalHost, m_fixture->server->serverPort());
+        QVERIFY(peer.waitForConnected());
+        peer.write("SETPROPERTY edit text quit\n");
+        QVERIFY(peer.waitForBytesWritten());
+        QCoreApplication::exec();
+        QByteArray reply;
+        while (peer.waitForReadyRead())
+            reply += peer.readAll();
+        QCOMPARE(reply, Ok);
+    }
 
     void usedPortIsLogged()
     {

@@ -143,6 +143,26 @@ private Q_SLOTS:
         QCOMPARE(replaced, (QList<QList<QVariant>>{{2}}));
     }
 
+    void replacementsThatMayBeMissingAreTold()
+    {
+        edit(u"x"_s + QString(60, u'a') + u'b');
+        fill(u"x|(a+)+$"_s, u"y"_s);
+        button(*m_dialog, "RegExpCheck")->setChecked(true);
+        QStringList said;
+        QTimer answer;
+        connect(&answer, &QTimer::timeout, this, [&said] {
+            if (auto *box = qobject_cast<QMessageBox *>(QApplication::activeModalWidget())) {
+                said.append(box->text());
+                box->accept();
+            }
+        });
+        answer.start(1);
+        const QSignalSpy replaced(m_dialog.get(), &ReplaceDialog::replaced);
+        button(*m_dialog, "ReplaceAllButton")->click();
+        QCOMPARE(replaced, (QList<QList<QVariant>>{{1}}));
+        QCOMPARE(said, QStringList(u"The search for 'x|(a+)+$' was given up: the expression takes too long"_s));
+    }
+
     void wholeFileIsTheScopeWithoutASelection()
     {
         m_dialog->setFindText(u"x"_s);

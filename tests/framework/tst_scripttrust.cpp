@@ -1,3 +1,4 @@
+#include "scripttrust.h"
 #include "windowfixture.h"
 #include <QStatusBar>
 
@@ -151,6 +152,23 @@ private Q_SLOTS:
         f.open(workspace);
         QCOMPARE(f.answers->said.size(), 2);
         QVERIFY(f.answers->allGiven());
+    }
+
+    /// Two programs may have stored different answers.
+    void bothAnswersAreForgotten()
+    {
+        Fixture f;
+        f.installation.write(u"config/uiconfig.xml"_s,
+                             R"(<ui><actions><action name="projectForgetTrust" slot="none"/></actions></ui>)");
+        f.restart();
+        f.answers->press(QMessageBox::Yes);
+        f.open(f.writeScripted(u"fw"_s));
+        const QStringList folder = ScriptTrust::directories(*f.settings(), ScriptTrust::Trusted);
+        QCOMPARE(folder.size(), 1);
+        ScriptTrust::setDirectories(*f.settings(), ScriptTrust::Distrusted, folder + QStringList(u"/other"_s));
+        f.window->findChild<QAction *>(u"projectForgetTrust"_s)->trigger();
+        QCOMPARE(ScriptTrust::directories(*f.settings(), ScriptTrust::Trusted), QStringList());
+        QCOMPARE(ScriptTrust::directories(*f.settings(), ScriptTrust::Distrusted), QStringList(u"/other"_s));
     }
 
     void workspaceThatClosesDuringTheQuestionRunsNothing()

@@ -247,6 +247,32 @@ private Q_SLOTS:
         QCOMPARE(f.openFiles(), QStringList(u"a.c"_s));
     }
 
+    /// As when a file is named on the command line.
+    void runForNamedFilesLeavesTheLastRunAlone()
+    {
+        WindowFixture f;
+        f.open(u"a.c"_s);
+        f.restart();
+        f.window->sessions().skipLastRun();
+        f.window->continueLastRun({f.write(u"b.c"_s, "two\n")});
+        QCOMPARE(f.openFiles(), QStringList(u"b.c"_s));
+        restart(f);
+        QCOMPARE(f.openFiles(), QStringList(u"a.c"_s));
+    }
+
+    void namedWorkspaceIsTheLastOneAfterwards()
+    {
+        WindowFixture f;
+        f.writeProject(u"fw.vnp"_s, {u"a.c"_s});
+        const QString workspace = f.writeWorkspace(u"all.vnw"_s, {u"fw.vnp"_s});
+        f.window->sessions().skipLastRun();
+        QVERIFY(f.window->openWorkspace(workspace, false));
+        f.open(u"a.c"_s);
+        restart(f);
+        QVERIFY(f.window->projectWorkspace());
+        QCOMPARE(f.openFiles(), QStringList(u"a.c"_s));
+    }
+
     void damagedSessionIsIgnored_data()
     {
         QTest::addColumn<QByteArray>("content");

@@ -128,6 +128,31 @@ private Q_SLOTS:
         QCOMPARE(f.enabled(u"editCut editRemove editPaste"_s), u"editPaste"_s);
     }
 
+    void undoFollowsTheTreeAndTheText()
+    {
+        const ProductWindow f;
+        f.openProject({u"main.c"_s});
+        f.open(u"a.c"_s, "one");
+        f.type(u"new "_s);
+        f.view()->undo();
+        f.type(u"x"_s);
+        f.tree()->setFocus();
+        f.selectInTree(u"main.c"_s);
+        QCOMPARE(f.enabled(u"editUndo editRedo"_s), QString());
+        f.action(u"editCut"_s)->trigger();
+        QCOMPARE(f.enabled(u"editUndo editRedo"_s), u"editUndo"_s);
+        f.action(u"editUndo"_s)->trigger();
+        QCOMPARE(f.window->projectWorkspace()->currentProject()->rootFiles().size(), 1);
+        QCOMPARE(f.text(), u"xone"_s);
+        QCOMPARE(f.enabled(u"editUndo editRedo"_s), QString());
+        f.view()->setFocus();
+        QCOMPARE(f.enabled(u"editUndo editRedo"_s), u"editUndo"_s);
+        f.action(u"editUndo"_s)->trigger();
+        QCOMPARE(f.text(), u"one"_s);
+        f.tree()->setFocus();
+        QCOMPARE(f.enabled(u"editUndo editRedo"_s), QString()); // what was undone in the text stays there
+    }
+
     void modifiedFilesAreMarkedInTheTree()
     {
         const ProductWindow f;
@@ -162,6 +187,19 @@ private Q_SLOTS:
         f.action(u"windowClosePane"_s)->trigger();
         QCOMPARE(f.view()->edits().size(), 1);
         QCOMPARE(f.enabled(names), u"fileSave fileSaveAs windowSplit"_s);
+    }
+
+    void saveFollowsOnlyTheViewInFront()
+    {
+        const ProductWindow f;
+        f.open(u"a.c"_s);
+        Document *behind = f.document();
+        f.open(u"b.c"_s);
+        behind->setModified(true);
+        QVERIFY(!f.action(u"fileSave"_s)->isEnabled());
+        f.window->windowNext();
+        QCOMPARE(f.document(), behind);
+        QVERIFY(f.action(u"fileSave"_s)->isEnabled());
     }
 
     void currentFileIsShownInTheNavigator()
@@ -281,12 +319,47 @@ private Q_SLOTS:
         QVERIFY(box->isEnabled());
     }
 
+    void onlyConfigurationCannotBeChosenInTheMenu()
+    {
+        const ProductWindow f;
+        f.openProject({});
+        const auto entries = [&f] {
+            auto *menu = f.window->findChild<QMenu *>(u"buildConfigurationsMenu"_s);
+            Q_EMIT menu->aboutToShow();
+            QStringList texts;
+            for (const QAction *entry : menu->actions())
+                texts.append(entry->text() + (entry->isEnabled() ? u"+"_s : u"-"_s));
+            return texts.join(u' ');
+        };
+        QVERIFY2(entries().endsWith(u" Default-"_s), qPrintable(entries()));
+        f.window->projectWorkspace()->currentProject()->properties()->addConfiguration(u"Release"_s);
+        QVERIFY2(entries().endsWith(u" Default+ Release+"_s), qPrintable(entries()));
+        f.window->activity().setState(StateBuilding);
+        QVERIFY2(entries().endsWith(u" Default- Release-"_s), qPrintable(entries()));
+    }
+
+    void configurationChosenTooLateIsNotShown()
+    {
+        const ProductWindow f;
+        f.openProject({});
+        Project *project = f.window->projectWorkspace()->currentProject();
+        project->properties()->addConfiguration(u"Release"_s);
+        project->setCurrentConfiguration(u"Release"_s);
+        f.window->activity().setState(StateBuilding);
+        auto *box = f.window->findChild<QComboBox *>(u"configurationDropdown"_s);
+        box->setCurrentIndex(0); // its list was open when the build began
+        Q_EMIT box->activated(0);
+        QCOMPARE(project->currentConfiguration(), u"Release"_s);
+        QCOMPARE(box->currentText(), u"Release"_s);
+    }
+
     void textAtTheCursorIsProposedForASearch_data()
     {
         QTest::addColumn<int>("start");
         QTest::addColumn<int>("end");
         QTest::addColumn<QString>("text");
         QTest::newRow("word") << 2 << 2 << u"needle"_s;
+        QTest::newRow("word with an underscore in front") << 19 << 19 << u"_x"_s;
         QTest::newRow("selection") << 3 << 9 << u"dle on"_s;
         QTest::newRow("several lines") << 3 << 14 << u"before"_s;
         QTest::newRow("no word") << 12 << 12 << u"before"_s;
@@ -298,7 +371,7 @@ private Q_SLOTS:
         QFETCH(int, end);
         QFETCH(QString, text);
         const ProductWindow f;
-        f.open(u"a.c"_s, "needle one\n (two)\n");
+        f.open(u"a.c"_s, "needle one\n (two) _x\n");
         f.answers->meet([&f](QDialog *dialog) { ProductWindow::searchFor(dialog, u"before"_s, f.path(u"src"_s)); });
         f.action(u"editFindInFiles"_s)->trigger();
         QTextCursor cursor = f.view()->currentEdit()->textCursor();

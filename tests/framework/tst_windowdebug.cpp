@@ -1,11 +1,13 @@
 #include "../plugins/stub/stub.h"
 #include "activity.h"
 #include "currentlocation.h"
+#include "disassemblerview.h"
 #include "dockwindow.h"
 #include "editorhost.h"
 #include "eventhandlers.h"
 #include "ibuildenvironment.h"
 #include "idebugbuild.h"
+#include "idisassembly.h"
 #include "iexecutionenvironment.h"
 #include "iexecutionevents.h"
 #include "inextstatement.h"
@@ -331,6 +333,32 @@ private Q_SLOTS:
         QCOMPARE(stub()->objectCount(), 0);
     }
 
+    void closingTheWorkspaceEndsTheSessionBehindACompilation()
+    {
+        const DebugWindow f;
+        f.window->activity().setState(StatePaused);
+        f.window->activity().setState(StateBuilding);
+        f.calls();
+        QVERIFY(f.window->closeWorkspace());
+        QVERIFY(f.calls().contains(u"fw.stop()"_s));
+    }
+
+    void disassemblyCannotBePrinted()
+    {
+        DebugWindow f;
+        f.installation.write(u"config/uiconfig.xml"_s, R"(<ui><actions><action name="filePrint"><enable
+                             signal="viewHasFocus"/></action></actions></ui>)");
+        script(u"fw"_s).offers.insert(IDisassembly::Iid);
+        f.restart();
+        QVERIFY(f.window->openWorkspace(f.path(u"all.vnw"_s), false));
+        QVERIFY(f.window->openFile(f.path(u"main.c"_s), false));
+        const auto *print = f.window->findChild<QAction *>(u"filePrint"_s);
+        QVERIFY(print->isEnabled());
+        f.window->debugViewDisassembly();
+        QVERIFY(qobject_cast<DisassemblerView *>(f.window->viewManager()->currentView()));
+        QVERIFY(!print->isEnabled());
+    }
+
     void startingSessionIsNotStopped()
     {
         const DebugWindow f;
@@ -424,6 +452,24 @@ private Q_SLOTS:
         f.window->activity().setState(ActivityState(state));
         const bool inSession = isDebugState(ActivityState(state)) || state == StateBuilding; // a compilation in it
         QCOMPARE(f.labels(), inSession ? u"text"_s : QString());
+    }
+
+    void closingTheWindowStopsABuildBeforeItAsks()
+    {
+        const DebugWindow f;
+        QVERIFY(f.window->openFile(f.path(u"main.c"_s), false));
+        f.window->buildBuild();
+        QCOMPARE(f.window->activity().state(), StateBuilding);
+        f.calls();
+        f.type(u"new "_s);
+        QString callsAtTheQuestion;
+        f.answers->meet([&](QDialog *dialog) {
+            callsAtTheQuestion = f.calls();
+            dialog->reject();
+        });
+        f.window->close();
+        QCOMPARE(callsAtTheQuestion, u"cc.stop()"_s);
+        QVERIFY(f.window->isVisible()); // the question was cancelled
     }
 
     // A change of state

@@ -90,6 +90,11 @@ private Q_SLOTS:
         QCOMPARE(zoom(f), 120);
         turnWheel(viewport, -240, Qt::ControlModifier);
         QCOMPARE(zoom(f), 100);
+        for (int i = 0; i < 3; ++i)
+            turnWheel(viewport, 80, Qt::ControlModifier); // what is left of one notch belongs to the next
+        QCOMPARE(zoom(f), 120);
+        turnWheel(viewport, -240, Qt::ControlModifier);
+        QCOMPARE(zoom(f), 100);
         turnWheel(viewport, -120, Qt::NoModifier);
         turnWheel(f.window->menuBar(), 120, Qt::ControlModifier);
         QCOMPARE(zoom(f), 100);

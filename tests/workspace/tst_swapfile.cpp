@@ -151,6 +151,17 @@ private Q_SLOTS:
         QCOMPARE(recoverText({copies.first().filePath(), {}, {}}), u"a\u2029b\n\uFDD0"_s);
     }
 
+    void copyIsWrittenWhileTheUserKeepsTyping()
+    {
+        const Fixture f;
+        QVERIFY(f.document->saveAs(f.path(u"a.c"_s)));
+        f.swap->setDelay(100);
+        QTimer typing;
+        connect(&typing, &QTimer::timeout, f.view.get(), [&f] { f.view->insertText(u"x"_s); });
+        typing.start(1);
+        QTRY_VERIFY(!QDir(f.state).entryList({u"*.swap"_s}).isEmpty());
+    }
+
     void onlyTheUserMayReadTheCopy()
     {
         const Fixture f;

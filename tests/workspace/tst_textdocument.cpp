@@ -586,6 +586,17 @@ private Q_SLOTS:
         QVERIFY(f.document->bracketMatch().isNull());
     }
 
+    void changedTextHasNoMatch()
+    {
+        EditorFixture f(u"(a) b"_s);
+        f.document->matchBrackets(QTextCursor(f.document->text()));
+        QVERIFY(!f.document->bracketMatch().isNull());
+        QTextCursor end(f.document->text());
+        end.movePosition(QTextCursor::End);
+        end.insertText(u"c"_s);
+        QVERIFY(f.document->bracketMatch().isNull());
+    }
+
     void bracketMatchingCanBeSwitchedOff()
     {
         EditorFixture f(u"()"_s);

@@ -152,6 +152,8 @@ private Q_SLOTS:
         connect(f.view.get(), &View::nextAvailable, this, note("next"));
         connect(f.view.get(), &View::cursorPositionChanged, this,
                 [&emitted](int para, int index) { emitted << u"%1,%2"_s.arg(para).arg(index); });
+        QGuiApplication::clipboard()->setText(u"other"_s);
+        QCOMPARE(emitted, QStringList()); // the actions are those of another view
         f.view->setFocus();
         QCOMPARE(emitted.join(u'|'),
                  u"activated|undo 0|redo 0|copy 1|cut 1|paste 1|back 0|forward 0|previous 0|next 0|0,4"_s);
@@ -642,6 +644,22 @@ private Q_SLOTS:
             QVERIFY(first <= std::max(0, para - 4));
             QVERIFY(last >= std::min(199, para + 4));
         }
+    }
+
+    void lineThatIsVisibleScrollsAsFarAsNeeded()
+    {
+        EditorFixture f(numbered(200));
+        const int onScreen = f.edit()->viewport()->height() / f.document->lineSpacing();
+        QVERIFY(onScreen > 9);
+        const auto topAfter = [&f](int line) {
+            f.edit()->verticalScrollBar()->setValue(50);
+            f.view->gotoLine(line + 1);
+            return f.edit()->verticalScrollBar()->value();
+        };
+        QCOMPARE(topAfter(50 + 4), 50);
+        QCOMPARE(topAfter(50 + 3), 49);
+        QCOMPARE(topAfter(50 + onScreen - 5), 50);
+        QCOMPARE(topAfter(50 + onScreen - 4), 51);
     }
 
     void jumpToALineOffTheScreenCentresIt_data()

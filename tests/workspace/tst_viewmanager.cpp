@@ -560,6 +560,26 @@ private Q_SLOTS:
         QVERIFY(!button->isVisible());
     }
 
+    void walkThroughTheViewsEndsWhenTheWindowLosesTheFocus()
+    {
+        const Fixture f(Tabbed);
+        for (const QString &title : {u"b.c"_s, u"a.c"_s, u"c.c"_s})
+            f.manager->activateView(f.view(title), true);
+        QAction next;
+        next.setShortcut(Qt::CTRL | Qt::Key_F6);
+        connect(&next, &QAction::triggered, f.manager, &ViewManager::nextView);
+        f.manager->window()->addAction(&next);
+        QWindow *handle = f.manager->window()->windowHandle();
+        QTest::keyPress(handle, Qt::Key_F6, Qt::ControlModifier);
+        QTest::keyPress(handle, Qt::Key_F6, Qt::ControlModifier);
+        QCOMPARE(f.titles(), u"c.c|a.c|b.c"_s);
+        QEvent event(QEvent::WindowDeactivate); // another program gets the release of the key
+        QCoreApplication::sendEvent(f.manager->window(), &event);
+        QCOMPARE(f.titles(), u"b.c|c.c|a.c"_s);
+        QTest::keyRelease(handle, Qt::Key_Control);
+        QCOMPARE(f.titles(), u"b.c|c.c|a.c"_s);
+    }
+
     void heldControlKeyLeadsToEveryView_data() { styles(); }
     void heldControlKeyLeadsToEveryView()
     {

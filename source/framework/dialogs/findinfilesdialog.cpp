@@ -71,8 +71,9 @@ void FindInFilesDialog::loadHistory(const QString &key, HistoryCombo *combo)
 void FindInFilesDialog::saveHistory(const QString &key, const HistoryCombo *combo)
 {
     const QString current = combo->currentText();
-    m_settings->setValue(key + u'0', current);
-    int number = 1;
+    int number = 0;
+    if (!current.trimmed().isEmpty()) // an empty entry ends the history
+        m_settings->setValue(key + QString::number(number++), current);
     for (int i = 0; i < std::min(combo->count(), HistoryLength); ++i) {
         if (combo->itemText(i) != current)
             m_settings->setValue(key + QString::number(number++), combo->itemText(i));

@@ -91,7 +91,7 @@ void ReplaceDialog::findNext()
     if (found)
         Q_EMIT matchSelected();
     else
-        tellNotFound(wanted.text());
+        tellNotFound(wanted);
     m_ui->FindWhatCombo->remember(wanted.text());
 }
 
@@ -109,7 +109,7 @@ void ReplaceDialog::replace()
     if (more)
         Q_EMIT matchSelected();
     else if (m_view->replacedCount() == 0)
-        tellNotFound(wanted.text());
+        tellNotFound(wanted);
     rememberTexts();
 }
 
@@ -118,10 +118,11 @@ void ReplaceDialog::replaceAll()
     if (!m_view)
         return;
     const TextPattern wanted = pattern();
-    if (replaceMatches(wanted, m_ui->ReplaceWithCombo->currentText()))
+    const bool found = replaceMatches(wanted, m_ui->ReplaceWithCombo->currentText());
+    if (found)
         Q_EMIT replaced(m_view->replacedCount());
-    else
-        tellNotFound(wanted.text());
+    if (!found || wanted.hasGivenUp())
+        tellNotFound(wanted);
     rememberTexts();
 }
 
@@ -159,9 +160,11 @@ void ReplaceDialog::replaceWithComboActivated(const QString &text)
     m_ui->ReplaceWithCombo->remember(text);
 }
 
-void ReplaceDialog::tellNotFound(const QString &text)
+void ReplaceDialog::tellNotFound(const TextPattern &pattern)
 {
-    showInformation(this, tr("Cannot find the string '%1'").arg(text), {QMessageBox::Ok}, tr("Replace"));
+    const QString text = pattern.hasGivenUp() ? tr("The search for '%1' was given up: the expression takes too long")
+                                              : tr("Cannot find the string '%1'");
+    showInformation(this, text.arg(pattern.text()), {QMessageBox::Ok}, tr("Replace"));
 }
 
 void ReplaceDialog::rememberTexts()

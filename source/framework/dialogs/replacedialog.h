@@ -46,7 +46,7 @@ protected:
 private:
     void refresh();
     bool replaceMatches(const TextPattern &pattern, const QString &replacement);
-    void tellNotFound(const QString &text);
+    void tellNotFound(const TextPattern &pattern);
     void rememberTexts();
 
     const std::unique_ptr<Ui::ReplaceDialogBase> m_ui;

@@ -48,7 +48,9 @@ void EditCommands::lookupMessage(bool forward)
 
 void EditCommands::undo()
 {
-    if (hasFocusWithin(m_window.viewManager()))
+    if (hasFocusWithin(m_window.navigator()))
+        m_window.navigator()->undo();
+    else if (hasFocusWithin(m_window.viewManager()))
         m_window.viewManager()->undo();
 }
 

@@ -39,8 +39,8 @@ void FindCommands::connectDialogs()
 {
     connect(m_findDialog, &FindDialog::find, this,
             [this](const QString &, bool, bool, bool forward) { findFromDialog(forward); });
-    connect(m_findDialog, &FindDialog::patternChanged, this, &FindCommands::refreshMarks);
-    connect(m_replaceDialog, &ReplaceDialog::patternChanged, this, &FindCommands::refreshMarks);
+    connect(m_findDialog, &FindDialog::patternChanged, this, qOverload<>(&FindCommands::refreshMarks));
+    connect(m_replaceDialog, &ReplaceDialog::patternChanged, this, qOverload<>(&FindCommands::refreshMarks));
     connect(m_replaceDialog, &ReplaceDialog::matchSelected, this, [this] {
         keepMatchVisible();
         refreshMarks();
@@ -56,6 +56,7 @@ void FindCommands::connectDialogs()
                   : matches == 1 ? tr("1 match")
                                  : tr("%1 matches").arg(matches));
     });
+    connect(&m_counter, &MatchCounter::givenUp, this, [this] { showCount(tr("The expression takes too long")); });
 }
 
 void FindCommands::connectAction(const QString &name, const std::function<void()> &work)
@@ -137,8 +138,9 @@ void FindCommands::showResult(bool found, const TextPattern &pattern, const std:
         return;
     }
     QWidget *asker = m_findDialog->isVisible() ? m_findDialog : m_window.dialogParent();
-    showMessage(QMessageBox::Warning, asker, tr("Cannot find the string %1.").arg(pattern.text()), {QMessageBox::Ok},
-                tr("Find"));
+    const QString text = pattern.hasGivenUp() ? tr("The search for %1 was given up: the expression takes too long.")
+                                              : tr("Cannot find the string %1.");
+    showMessage(QMessageBox::Warning, asker, text.arg(pattern.text()), {QMessageBox::Ok}, tr("Find"));
 }
 
 void FindCommands::replace()
@@ -159,24 +161,30 @@ void FindCommands::viewActivated(View *view)
 {
     m_replaceDialog->setView(qobject_cast<TextView *>(view));
     m_findDialog->setExpressionsAvailable(qobject_cast<TextView *>(view));
-    refreshMarks();
+    refreshMarks(view);
 }
 
 // Matches -----------------------------------------------------------------
 
-/// Marks and counts the matches of the dialog that is open, in the view that is in front.
 void FindCommands::refreshMarks()
 {
-    auto *view = qobject_cast<TextView *>(m_window.viewManager()->currentView());
+    refreshMarks(m_window.viewManager()->currentView());
+}
+
+/// Marks and counts the matches of the dialog that is open, in the view that is in front.
+void FindCommands::refreshMarks(View *current)
+{
+    auto *view = qobject_cast<TextView *>(current);
     if (m_marked && m_marked != view)
         m_marked->markMatches(nullptr);
     m_counter.stop();
     showCount({});
     const bool isOpen = m_findDialog->isVisible() || m_replaceDialog->isVisible();
     m_marked = isOpen ? view : nullptr;
-    if (!isOpen || !view) {
-        if (view)
-            view->markMatches(nullptr);
+    if (!view)
+        return tellMissingText(current);
+    if (!isOpen) {
+        view->markMatches(nullptr);
         return;
     }
     const TextPattern pattern = m_replaceDialog->isVisible() ? m_replaceDialog->pattern() : m_findDialog->pattern();
@@ -185,6 +193,14 @@ void FindCommands::refreshMarks()
         showCount(tr("Error in the expression: %1").arg(pattern.error()));
     else if (pattern.canMatch())
         m_counter.start(view->textDocument()->rawText(), pattern);
+}
+
+/// The dialogs stay open when the text is closed, and their buttons have no effect then.
+void FindCommands::tellMissingText(View *current)
+{
+    m_replaceDialog->showCount(tr("The window in front has no text that can be changed"));
+    if (!viewInterface<ITextNavigation>(current))
+        m_findDialog->showCount(tr("The window in front has no text to search in"));
 }
 
 void FindCommands::showCount(const QString &text)

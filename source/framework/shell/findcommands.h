@@ -33,6 +33,8 @@ private:
     void findFromDialog(bool forward);
     void showResult(bool found, const TextPattern &pattern, const std::function<bool()> &findFromStart);
     void refreshMarks();
+    void refreshMarks(View *current);
+    void tellMissingText(View *current);
     void showCount(const QString &text);
     void keepMatchVisible();
 

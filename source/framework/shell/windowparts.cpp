@@ -137,7 +137,6 @@ void WindowParts::setUp()
     ui.setActionVisible(u"projectRepopulate"_s, false);
     setUpToolBars();
     ui.setupMenus();
-    followConfigurations();
     ui.setActionEnabled(u"windowCascade"_s, viewManager->canCascade());
     ui.setActionEnabled(u"windowTile"_s, viewManager->canTile());
     title = ui.title();
@@ -212,15 +211,6 @@ void WindowParts::setUpToolBars()
     new ToolBarRows(&window);
 }
 
-/// A project does not report that its current configuration has changed.
-void WindowParts::followConfigurations() const
-{
-    const QMenu *menu = ui.menu(u"buildConfigurationsMenu"_s);
-    const QList<ConfigurationDropdown *> boxes = window.findChildren<ConfigurationDropdown *>();
-    for (const ConfigurationDropdown *box : menu ? boxes : QList<ConfigurationDropdown *>())
-        QObject::connect(menu, &QMenu::triggered, box, &ConfigurationDropdown::refresh, Qt::QueuedConnection);
-}
-
 // Docks
 
 DockWindow *WindowParts::addDock(const QString &objectName, const QString &caption, Qt::DockWidgetArea area)
@@ -278,6 +268,8 @@ void WindowParts::connectNavigator() const
     QObject::connect(navigator, &Navigator::displayFileProperties, &window, &MainWindow::displayFileProperties);
     QObject::connect(navigator, &Navigator::cutAvailable, &window, &MainWindow::cutAvailable);
     QObject::connect(navigator, &Navigator::pasteAvailable, &window, &MainWindow::pasteAvailable);
+    QObject::connect(navigator, &Navigator::undoAvailable, &window, &MainWindow::undoAvailable);
+    QObject::connect(navigator, &Navigator::redoAvailable, &window, &MainWindow::redoAvailable);
     QObject::connect(navigator, &Navigator::previousAvailable, &window, &MainWindow::previousAvailable);
     QObject::connect(navigator, &Navigator::nextAvailable, &window, &MainWindow::nextAvailable);
     QObject::connect(viewManager.get(), &ViewManager::sourceChanged, navigator, &Navigator::helpSourceChanged);

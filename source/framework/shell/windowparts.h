@@ -116,7 +116,6 @@ struct WindowParts
 private:
     void setUpWorkspace();
     void setUpToolBars();
-    void followConfigurations() const;
     void setUpDocks();
     void setUpCommands();
     void connectViews() const;

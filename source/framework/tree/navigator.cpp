@@ -77,6 +77,8 @@ void Navigator::addTree()
     connect(m_tree, &ProjectTree::fileSelected, this, &Navigator::fileSelected);
     connect(m_tree, &ProjectTree::displayFileProperties, this, &Navigator::displayFileProperties);
     connect(m_tree, &ProjectTree::saveAsTemplate, this, &Navigator::saveAsTemplate);
+    connect(m_tree, &ProjectTree::undoAvailable, this, &Navigator::undoAvailable);
+    connect(m_tree, &ProjectTree::redoAvailable, this, &Navigator::redoAvailable);
     m_tabs->insertTab(0, m_treePage, tr("Files"));
 }
 
@@ -126,6 +128,12 @@ void Navigator::remove()
 {
     if (treeHasFocus())
         m_tree->remove();
+}
+
+void Navigator::undo()
+{
+    if (treeHasFocus())
+        m_tree->undo();
 }
 
 void Navigator::showFileProperties()

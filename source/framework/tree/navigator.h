@@ -37,10 +37,11 @@ public:
     [[nodiscard]] bool hasHelp() const { return m_helpWidget; }
 
 public Q_SLOTS:
-    /// These three do nothing unless the project tree has the keyboard focus.
+    /// These four do nothing unless the project tree has the keyboard focus.
     void cut();
     void paste();
     void remove();
+    void undo();
     void next();
     void previous();
     void showFileProperties();
@@ -58,6 +59,8 @@ Q_SIGNALS:
     void nextAvailable(bool available);
     void displayFileProperties(ProjectFile *file);
     void saveAsTemplate(Project *project);
+    void undoAvailable(bool available);
+    void redoAvailable(bool available);
 
 private:
     struct HelpCommands

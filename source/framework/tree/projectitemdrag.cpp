@@ -4,6 +4,7 @@
 #include "projectfolder.h"
 #include "projectrows.h"
 #include "projecttreeitem.h"
+#include <algorithm>
 #include <QClipboard>
 #include <QGuiApplication>
 
@@ -55,6 +56,12 @@ void ProjectItemDrag::keep(const QList<Item> &items)
         m_kept.append({item, ModelPointer(item.folder), ModelPointer(item.file)});
 }
 
+bool ProjectItemDrag::keeps(const Item &item) const
+{
+    return std::ranges::any_of(
+        m_kept, [&item](const Kept &kept) { return kept.folder.get() == item.folder && kept.file.get() == item.file; });
+}
+
 QList<ProjectItemDrag::Item> ProjectItemDrag::keptItems() const
 {
     QList<Item> alive;
@@ -98,14 +105,19 @@ bool ProjectItemDrag::Item::fitsInto(const ProjectFolder *target) const
 
 void ProjectItemDrag::Item::putInto(Project *project, ProjectFolder *target, bool prepend) const
 {
+    putAt(project, target, folder && prepend ? 0 : AtEnd);
+}
+
+void ProjectItemDrag::Item::putAt(Project *project, ProjectFolder *target, qsizetype place) const
+{
     if (!base.isNull())
         rebase(*project);
     if (folder && target)
-        target->addFolder(folder, prepend);
+        target->insertFolder(folder, place);
     else if (folder)
-        project->addFolder(folder, prepend);
+        project->insertFolder(folder, place);
     else if (target)
-        target->addFile(file);
+        target->insertFile(file, place);
     else
-        project->addFile(file);
+        project->insertFile(file, place);
 }

@@ -27,6 +27,8 @@ public:
         [[nodiscard]] bool fitsInto(const ProjectFolder *target) const;
         /// Adds it to @p target, or to the root of @p project if that is null. Files are always appended.
         void putInto(Project *project, ProjectFolder *target, bool prepend) const;
+        /// Likewise, before the one that is at @p place.
+        void putAt(Project *project, ProjectFolder *target, qsizetype place) const;
     };
 
     explicit ProjectItemDrag(const ListView &tree);
@@ -40,6 +42,7 @@ public:
     [[nodiscard]] static QList<Item> items(const QMimeData &data);
     /// Keeps items that have been cut. They have no owner, except for those that are in another project as well.
     void keep(const QList<Item> &items);
+    [[nodiscard]] bool keeps(const Item &item) const;
     [[nodiscard]] QList<Item> keptItems() const; ///< Without those that have been deleted in another project.
 
 private:

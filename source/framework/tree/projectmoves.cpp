@@ -39,8 +39,10 @@ void ProjectMoves::cut()
     const QList<ProjectItemDrag::Item> items = itemsInTree(*drag);
     drag->keep(items);
     editModel([&] {
+        ProjectUndo::Places before(items);
         for (const ProjectItemDrag::Item &item : items)
             item.takeOut();
+        m_undo.noteCut(std::move(before));
     });
 }
 
@@ -58,6 +60,7 @@ void ProjectMoves::paste(Project *project, ProjectFolder *target)
     editModel([&] {
         for (const ProjectItemDrag::Item &item : items)
             item.putInto(project, target, true);
+        m_undo.notePaste(items);
         QGuiApplication::clipboard()->clear();
     });
 }
@@ -87,10 +90,31 @@ void ProjectMoves::drop(const QMimeData &data, Project *project, ProjectFolder *
 {
     const QList<ProjectItemDrag::Item> items = itemsInTree(data);
     editModel([&] {
+        ProjectUndo::Places before(items);
         for (const ProjectItemDrag::Item &item : items)
             dropItem(item, project, target);
+        m_undo.noteMove(std::move(before));
         select(items);
     });
+}
+
+void ProjectMoves::noteRename(ProjectFolder *folder, const QString &before)
+{
+    m_undo.noteRename(folder, before);
+}
+
+bool ProjectMoves::undo()
+{
+    QList<ProjectItemDrag::Item> items;
+    editModel([&] {
+        items = m_undo.undo();
+        if (items.isEmpty())
+            return;
+        if (const ProjectItemDrag *drag = ProjectItemDrag::fromClipboard(); drag && drag->keeps(items.first()))
+            QGuiApplication::clipboard()->clear(); // they could be pasted a second time
+        select(items);
+    });
+    return !items.isEmpty();
 }
 
 void ProjectMoves::select(const QList<ProjectItemDrag::Item> &items)

@@ -1,5 +1,6 @@
 #pragma once
 #include "projectitemdrag.h"
+#include "projectundo.h"
 #include <functional>
 #include <QObject>
 class ListView;
@@ -11,7 +12,7 @@ class ProjectMoves : public QObject
     Q_OBJECT
 public:
     /// Both arguments outlive this object.
-    ProjectMoves(ListView &view, ProjectRows &rows) : m_view(view), m_rows(rows) {}
+    ProjectMoves(ListView &view, ProjectRows &rows) : m_view(view), m_rows(rows), m_undo(rows) {}
 
     void cut(); ///< Then the items are on the clipboard only.
     /// Puts the cut items into @p target or, if that is null, into the root of @p project.
@@ -20,6 +21,10 @@ public:
     void remove();
     /// Moves the items of @p data, likewise, and selects them in their new places.
     void drop(const QMimeData &data, Project *project, ProjectFolder *target);
+    void noteRename(ProjectFolder *folder, const QString &before); ///< The user has given it another name.
+    [[nodiscard]] bool canUndo() const { return !m_undo.isEmpty(); }
+    /// Takes back the last of these that is not a removal, and selects the items. False if nothing can be taken back.
+    bool undo();
 
     /// False if the item was deleted, or if its row, one of several, has lost it.
     [[nodiscard]] bool isInTree(const ProjectItemDrag::Item &item) const;
@@ -35,5 +40,6 @@ private:
 
     ListView &m_view;
     ProjectRows &m_rows;
+    ProjectUndo m_undo;
     bool m_running = false;
 };

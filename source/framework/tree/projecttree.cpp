@@ -216,6 +216,10 @@ void ProjectTree::slotSelectionChanged()
     Q_EMIT cutAvailable(canCut);
     Q_EMIT pasteAvailable(canPaste());
     Q_EMIT fileSelected(path);
+    if (!hasFocus())
+        return;
+    Q_EMIT undoAvailable(moves().canUndo());
+    Q_EMIT redoAvailable(false);
 }
 
 bool ProjectTree::canPaste() const
@@ -232,6 +236,12 @@ void ProjectTree::cut()
 void ProjectTree::paste()
 {
     moves().paste(selectedProject(), rows().folderOf(selectedItem()));
+}
+
+void ProjectTree::undo()
+{
+    if (moves().canUndo() && !moves().undo())
+        m_window.showMessage(tr("What was changed in the project tree has been changed again meanwhile"), 5000);
 }
 
 void ProjectTree::remove()
@@ -328,7 +338,17 @@ void ProjectTree::folderRenamed(ListViewItem *item)
     if (text.isEmpty())
         item->setText(0, folder->name());
     else
-        folder->rename(text);
+        rename(folder, text);
+}
+
+void ProjectTree::rename(ProjectFolder *folder, const QString &name)
+{
+    const QString before = folder->name();
+    const ModelPointer<ProjectFolder> alive(folder); // a plug-in may delete it when it hears of the name
+    folder->rename(name);
+    if (alive)
+        moves().noteRename(folder, before);
+    slotSelectionChanged();
 }
 
 void ProjectTree::folderProperties()

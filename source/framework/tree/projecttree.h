@@ -25,6 +25,7 @@ public:
     void cut();
     void paste();
     void remove();
+    void undo(); ///< Takes back the last cut, paste, drag or renaming.
     void showFileProperties();
     /// Selects the file at an absolute path and scrolls to it; in the current project if several contain it. False if
     /// no project contains it.
@@ -58,6 +59,8 @@ Q_SIGNALS:
     void fileSelected(const QString &path); ///< As stored, possibly relative; empty if no file is selected.
     void displayFileProperties(ProjectFile *file);
     void saveAsTemplate(Project *project);
+    void undoAvailable(bool available); ///< While the tree has the keyboard focus.
+    void redoAvailable(bool available);
 
 protected:
     void keyPressEvent(QKeyEvent *event) override;
@@ -67,6 +70,7 @@ private:
     void rebuild();
     void activateItem(ListViewItem *item);
     [[nodiscard]] bool mayRemove();
+    void rename(ProjectFolder *folder, const QString &name);
     void connectProject(Project *project);
     void disconnectProjects();
     [[nodiscard]] bool canPaste() const;
