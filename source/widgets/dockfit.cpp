@@ -161,7 +161,13 @@ public:
         const bool isLaidOut = event->type() == QEvent::LayoutRequest || event->type() == QEvent::Show;
         if (!isLaidOut || !m_window.isVisible())
             return false;
-        const QSize least = leastSize(m_window);
+        // The requester has invalidated the layout. Doing that here would lay out the window again and again.
+        const QSize least = m_window.layout()->minimumSize();
+        const bool isKnown = least == m_least && m_window.size() == m_size;
+        m_least = least;
+        m_size = m_window.size();
+        if (isKnown)
+            return false;
         if (least.width() > m_window.width() || least.height() > m_window.height())
             fitDocks(m_window);
         else
@@ -171,6 +177,8 @@ public:
 
 private:
     QMainWindow &m_window;
+    QSize m_least; ///< at the last layout, with the size of the window
+    QSize m_size;
 };
 } // namespace
 

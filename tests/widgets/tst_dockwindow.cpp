@@ -189,6 +189,38 @@ private Q_SLOTS:
         window.resize(500, 200); // the user cannot make it smaller than its contents
         QVERIFY(window.height() > 400);
     }
+
+    /// A layout that requests another one would use the whole time of a processor.
+    void windowThatIsLaidOutRequestsNoFurtherLayout()
+    {
+        struct Counter : QObject
+        {
+            bool eventFilter(QObject *, QEvent *event) override
+            {
+                requests += int(event->type() == QEvent::LayoutRequest);
+                return false;
+            }
+            int requests = 0;
+        } counter;
+        QMainWindow window;
+        keepDocksFitting(window);
+        for (const Qt::DockWidgetArea area :
+             {Qt::RightDockWidgetArea, Qt::RightDockWidgetArea, Qt::BottomDockWidgetArea}) {
+            auto *dock = new DockWindow(QStringLiteral("dock"), QStringLiteral("dock"), &window);
+            dock->setWidget(new QWidget);
+            dock->widget()->setMinimumHeight(300); // more than there is room for
+            window.addDockWidget(area, dock);
+        }
+        window.resize(500, 350);
+        window.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&window));
+        for (int round = 0; round < 20; ++round)
+            QCoreApplication::processEvents();
+        window.installEventFilter(&counter);
+        for (int round = 0; round < 20; ++round)
+            QCoreApplication::processEvents();
+        QCOMPARE(counter.requests, 0);
+    }
 };
 
 QTEST_MAIN(DockWindowTest)
