@@ -124,7 +124,7 @@ class PluginSequencesTest : public QObject
 
     void takeCalls()
     {
-        QCoreApplication::processEvents();
+        QTest::qWait(80); // longer than the delays after which windows are refreshed
         static const QRegularExpression address(u"0x[0-9a-f]+"_s);
         // numbers of what a window shows, which depends on the font, and times
         static const QRegularExpression size(
