@@ -19,13 +19,33 @@ endfunction()
 # varnel_add_test(NAME LIBRARIES...): NAME.cpp as a Qt Test program, offscreen, with a temporary home directory. The tests
 # of a folder share one executable, whose first argument is the name of the test to run. Each test is one object file.
 function(varnel_add_test name)
+    varnel_add_test_source(${name} ${ARGN})
+    varnel_test_executable(executable)
+    varnel_register_test(${name} $<TARGET_FILE:${executable}> ${name})
+endfunction()
+
+# varnel_add_divided_test(NAME LIBRARIES ... PARTS part=functions...): the same for a test that takes long. Each part is a
+# test of its own, NAME_part, with some of its functions, which are separated by "+".
+function(varnel_add_divided_test name)
+    cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "LIBRARIES;PARTS")
+    varnel_add_test_source(${name} ${arg_LIBRARIES})
+    varnel_test_executable(executable)
+    foreach(entry ${arg_PARTS})
+        string(REGEX MATCH "^([^=]+)=(.*)$" matched "${entry}")
+        set(part ${CMAKE_MATCH_1})
+        string(REPLACE "+" ";" functions "${CMAKE_MATCH_2}")
+        varnel_register_test(${name}_${part} $<TARGET_FILE:${executable}> ${name} ${functions})
+    endforeach()
+endfunction()
+
+# The object file of a test, linked into the executable of its folder.
+function(varnel_add_test_source name)
     add_library(${name} OBJECT ${name}.cpp)
     varnel_setup_test(${name})
     target_link_libraries(${name} PUBLIC ${ARGN})
     varnel_moc_source(${name})
     varnel_test_executable(executable)
     target_link_libraries(${executable} PRIVATE ${name})
-    varnel_register_test(${name} $<TARGET_FILE:${executable}> ${name})
 endfunction()
 
 # Gives a target of tests the common options and the precompiled header of tests. What only tests run is not optimised.

@@ -21,6 +21,10 @@ GdbEnvironment::GdbEnvironment(const ProcessorGroup::Registry &processors)
     , m_wideMemory(&m_memory, static_cast<IPluginObject *>(this))
     , m_live(&m_session, &m_memory, static_cast<IPluginObject *>(this))
     , m_registers(&m_session, static_cast<IPluginObject *>(this))
+    , m_requests(
+          &m_session, &m_memory, &m_registers,
+          [this](const QString &expression, QString &result) { return evaluate(expression, result); },
+          static_cast<IPluginObject *>(this))
     , m_peripherals(&m_memory, static_cast<IPluginObject *>(this))
     , m_disassembler(&m_session, &m_symbols, &m_memory, static_cast<IPluginObject *>(this))
     , m_variables(&m_session, static_cast<IPluginObject *>(this))
@@ -32,7 +36,7 @@ GdbEnvironment::GdbEnvironment(const ProcessorGroup::Registry &processors)
     , m_faults(&m_session)
     , m_exceptions(&m_session) // NOLINT(bugprone-throw-keyword-missing): it is no exception
     , m_facets({&m_symbols, &m_wideSymbols, &m_breakpoints, &m_memory, &m_wideMemory, &m_live, &m_registers,
-                &m_peripherals, &m_disassembler, &m_variables, &m_callStack, &m_group, &m_docks})
+                &m_requests, &m_peripherals, &m_disassembler, &m_variables, &m_callStack, &m_group, &m_docks})
 {
     connectParts();
 }

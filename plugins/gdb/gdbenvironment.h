@@ -24,6 +24,7 @@
 #include "registeraccess.h"
 #include "rttchannel.h"
 #include "symboltable.h"
+#include "valuerequests.h"
 #include "variables.h"
 #include "widememory.h"
 #include "widesymbols.h"
@@ -111,6 +112,7 @@ private:
     WideMemory m_wideMemory;
     LiveMemory m_live;
     RegisterAccess m_registers;
+    ValueRequests m_requests;
     PeripheralAccess m_peripherals;
     Disassembler m_disassembler;
     Variables m_variables;

@@ -108,6 +108,25 @@ MemoryBlock MemoryAccess::readCells(const TargetRegion *region, quint64 address,
     return cells + none.sliced(cells.size());
 }
 
+void MemoryAccess::requestCells(const TargetRegion *region, quint64 address, int mode, int count,
+                                const QDeadlineTimer &limit, const std::function<void(const MemoryBlock &cells)> &use)
+{
+    const int width = memoryCellWidth(mode);
+    const bool byGdb = region && width > 0 && count > 0 && region->contains(address)
+                       && region->kind != TargetRegion::Kind::Io && m_session->isAlive() && gdbReaches();
+    if (!byGdb)
+        return use(readCells(region, address, mode, count, limit));
+    const quint64 inside = (region->end() - address) / quint64(width);
+    const MemoryBlock none(count, {0, NoMemory});
+    const MemoryBlock unread = none.first(qsizetype(std::min(quint64(count), inside)));
+    const int length = int(std::min<qint64>(qint64(width) * unread.size(), LongestRead));
+    m_session->gdb()->send(readCommand(address, length), [=, this](const MiRecord &answer) {
+        MemoryBlock cells = unread;
+        setCells(rangesIn(answer), address, width, &cells);
+        use(cells + none.sliced(cells.size()));
+    });
+}
+
 /// One access for each device register. After one that fails, the next ones are still read.
 void MemoryAccess::readDevices(quint64 address, int width, const QDeadlineTimer &limit, MemoryBlock *cells)
 {
@@ -125,9 +144,15 @@ void MemoryAccess::readDevices(quint64 address, int width, const QDeadlineTimer 
 void MemoryAccess::readMemory(quint64 address, int width, MemoryBlock *cells)
 {
     const int length = int(std::min<qint64>(qint64(width) * cells->size(), LongestRead));
+    setCells(readRanges(address, length), address, width, cells);
+}
+
+void MemoryAccess::setCells(const QList<Range> &ranges, quint64 address, int width, MemoryBlock *cells) const
+{
+    const int length = int(std::min<qint64>(qint64(width) * cells->size(), LongestRead));
     QByteArray bytes(length, '\0');
     QBitArray known(length);
-    for (const Range &range : readRanges(address, length)) {
+    for (const Range &range : ranges) {
         if (range.address < address || range.address - address >= quint64(length))
             continue;
         const auto offset = qsizetype(range.address - address);
@@ -171,8 +196,16 @@ QList<MemoryAccess::Range> MemoryAccess::readRanges(quint64 address, int length)
 
 QList<MemoryAccess::Range> MemoryAccess::readByGdb(quint64 address, int length)
 {
-    const MiRecord answer = m_session->gdb()->ask("-data-read-memory-bytes 0x" + QByteArray::number(address, 16) + ' '
-                                                  + QByteArray::number(length));
+    return rangesIn(m_session->gdb()->ask(readCommand(address, length)));
+}
+
+QByteArray MemoryAccess::readCommand(quint64 address, int length)
+{
+    return "-data-read-memory-bytes 0x" + QByteArray::number(address, 16) + ' ' + QByteArray::number(length);
+}
+
+QList<MemoryAccess::Range> MemoryAccess::rangesIn(const MiRecord &answer)
+{
     QList<Range> ranges;
     for (const MiValue &range : answer.results[u"memory"].items())
         ranges.append({range.address(u"begin"), QByteArray::fromHex(range.text(u"contents").toLatin1())});

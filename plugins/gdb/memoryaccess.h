@@ -4,8 +4,10 @@
 #include "imemoryverify.h"
 #include "memorycell.h"
 #include "regiontable.h"
+#include <functional>
 #include <QDeadlineTimer>
 class GdbSession;
+struct MiRecord;
 
 /// The target's memory. The status of an access follows from the table of regions, because debug servers do not report
 /// it reliably. A block ends where its region ends.
@@ -38,6 +40,10 @@ public:
     /// were not read in time have the status NoMemory.
     [[nodiscard]] MemoryBlock readCells(const TargetRegion *region, quint64 address, int mode, int count,
                                         const QDeadlineTimer &limit = QDeadlineTimer::Forever);
+    /// Passes the same words to @p use, which is called later if gdb reads them. Device registers, and what is read
+    /// without gdb, are read at once, until @p limit.
+    void requestCells(const TargetRegion *region, quint64 address, int mode, int count, const QDeadlineTimer &limit,
+                      const std::function<void(const MemoryBlock &cells)> &use);
     /// Writes a word; returns a Status.
     int writeCell(const TargetRegion *region, quint64 address, int mode, uint value);
     /// A time limit for a window that is redrawn.
@@ -61,6 +67,9 @@ private:
 
     void readDevices(quint64 address, int width, const QDeadlineTimer &limit, MemoryBlock *cells);
     void readMemory(quint64 address, int width, MemoryBlock *cells);
+    void setCells(const QList<Range> &ranges, quint64 address, int width, MemoryBlock *cells) const;
+    [[nodiscard]] static QByteArray readCommand(quint64 address, int length);
+    [[nodiscard]] static QList<Range> rangesIn(const MiRecord &answer);
     [[nodiscard]] QList<Range> readRanges(quint64 address, int length);
     bool writeBytes(quint64 address, const QByteArray &bytes);
     [[nodiscard]] QList<Range> readByGdb(quint64 address, int length);

@@ -40,17 +40,42 @@ void RegisterAccess::refresh()
     if (!m_session->isStopped() || m_generation == m_session->generation())
         return;
     m_generation = m_session->generation();
-    QByteArray command = "-data-list-register-values --skip-unavailable r";
     QHash<int, QString> names;
+    const QByteArray command = readCommand(&names);
+    setValues(m_session->gdb()->ask(command), names);
+}
+
+QByteArray RegisterAccess::readCommand(QHash<int, QString> *names) const
+{
+    QByteArray command = "-data-list-register-values --skip-unavailable r";
     for (const TargetRegister &entry : m_registers) {
         if (entry.number < 0)
             continue;
         command += ' ' + QByteArray::number(entry.number);
-        names.insert(entry.number, entry.info.name);
+        names->insert(entry.number, entry.info.name);
     }
-    const MiRecord answer = m_session->gdb()->ask(command);
+    return command;
+}
+
+void RegisterAccess::setValues(const MiRecord &answer, const QHash<int, QString> &names)
+{
     for (const MiValue &row : answer.results[u"register-values"].items())
         m_values.insert(names.value(row.number(u"number")), registerWords(row.text(u"value")));
+}
+
+void RegisterAccess::requestValues(const std::function<void(const QHash<QString, QList<uint>> &values)> &use)
+{
+    if (!m_session->isStopped() || m_generation == m_session->generation())
+        return use(m_values);
+    QHash<int, QString> names;
+    const QByteArray command = readCommand(&names);
+    m_session->gdb()->send(command, [this, names, use, generation = m_session->generation()](const MiRecord &answer) {
+        if (answer.isDone() && generation == m_session->generation()) {
+            setValues(answer, names);
+            m_generation = generation;
+        }
+        use(m_values);
+    });
 }
 
 uint RegisterAccess::value(const QString &name, int word)

@@ -1,8 +1,10 @@
 #pragma once
 #include "facet.h"
 #include "registertable.h"
+#include <functional>
 #include <QHash>
 class GdbSession;
+struct MiRecord;
 
 /// The processor's registers in the selected frame. The first query after a stop fetches all of them.
 class RegisterAccess : public Facet<IRegisters>
@@ -16,10 +18,14 @@ public:
 
     QList<RegisterInfo> registers() override;
     uint value(const QString &name, int word) override;
+    /// Passes the words of registers to @p use, at once if they are known.
+    void requestValues(const std::function<void(const QHash<QString, QList<uint>> &values)> &use);
     void setValue(const QString &name, uint value, int word) override;
 
 private:
     void refresh();
+    [[nodiscard]] QByteArray readCommand(QHash<int, QString> *names) const;
+    void setValues(const MiRecord &answer, const QHash<int, QString> &names);
     [[nodiscard]] const TargetRegister *find(const QString &name) const;
 
     GdbSession *const m_session;

@@ -1,4 +1,5 @@
 #include "callplugin.h"
+#include "afterevents.h"
 #include <algorithm>
 #include <chrono>
 #include <dlfcn.h>
@@ -19,7 +20,8 @@ struct WaitingReport
     QPointer<QObject> receiver;
     QByteArray key;
     std::function<void()> deliver;
-    QList<QByteArray> causes; ///< the keys of the reports whose delivery has led to this one
+    QList<QByteArray> causes;   ///< the keys of the reports whose delivery has led to this one
+    bool fromEventLoop = false; ///< not delivered by the end of the call
 };
 
 std::function<void(const PluginFailure &)> failureHandler;
@@ -29,7 +31,7 @@ constexpr int NoCall = -1;
 int callLoopLevel = NoCall; ///< the number of event loops that ran when the innermost call started
 bool callAsks = false;      ///< the innermost call is one of a function with a result
 QList<WaitingReport> waiting;
-bool deliveryDue = false; ///< a timer will deliver them
+QPointer<QCoreApplication> deliveryDue; ///< the application whose timer will deliver them
 QMutex foreignMutex;
 QList<WaitingReport> foreign; ///< the reports of other threads, which the mutex protects
 QList<QByteArray> delivering; ///< the key of the report whose receiver runs, behind those of its causes
@@ -56,13 +58,46 @@ void afterEvents(void (*function)())
         QTimer::singleShot(std::chrono::milliseconds(1), application, function);
 }
 
+void deliverLater();
+
+void deliverWaiting(bool fromEventLoop)
+{
+    const QList<WaitingReport> reports = std::exchange(waiting, {});
+    for (const WaitingReport &report : reports) {
+        if (report.fromEventLoop && !fromEventLoop)
+            waiting.append(report);
+        else
+            deliver(report);
+    }
+    if (!waiting.isEmpty())
+        deliverLater();
+}
+
 void deliverLater()
 {
-    if (!std::exchange(deliveryDue, true))
-        afterEvents([] {
-            deliveryDue = false;
-            deliverPluginReports();
-        });
+    if (deliveryDue)
+        return;
+    deliveryDue = QCoreApplication::instance();
+    afterEvents([] {
+        deliveryDue.clear();
+        deliverWaiting(true);
+    });
+}
+
+/// Delivers a report of the thread of its receiver at once, or keeps it until the end of the call.
+void receiveReport(WaitingReport report)
+{
+    const bool insideCall = isInsidePluginCall();
+    const auto isEqual = [&report](const WaitingReport &other) { return other.key == report.key; };
+    if (insideCall && callAsks && (delivering.contains(report.key) || std::ranges::any_of(waiting, isEqual)))
+        return;
+    report.causes = delivering;
+    if (!insideCall && std::ranges::all_of(waiting, &WaitingReport::fromEventLoop))
+        return deliver(report);
+    const bool isDue = !insideCall || report.fromEventLoop;
+    waiting.append(std::move(report));
+    if (isDue)
+        deliverLater();
 }
 
 /// Counts references: a destructor may do that at any time, so reports from inside are delivered later. The object may
@@ -171,23 +206,15 @@ void afterPluginCall(QObject *receiver, const QByteArray &key, std::function<voi
 {
     if (QThread::currentThread() != receiver->thread())
         return addForeignReport({receiver, key, std::move(deliverReport), {}});
-    const bool insideCall = isInsidePluginCall();
-    const auto isEqual = [&key](const WaitingReport &report) { return report.key == key; };
-    if (insideCall && callAsks && (delivering.contains(key) || std::ranges::any_of(waiting, isEqual)))
-        return;
-    WaitingReport report{receiver, key, std::move(deliverReport), delivering};
-    if (!insideCall && waiting.isEmpty())
-        return deliver(report);
-    waiting.append(std::move(report));
-    if (!insideCall)
-        deliverLater();
+    receiveReport({receiver, key, std::move(deliverReport), {}});
+}
+
+void afterEventsOfCall(QObject *receiver, const QByteArray &key, std::function<void()> deliverReport)
+{
+    receiveReport({receiver, key, std::move(deliverReport), {}, true});
 }
 
 void deliverPluginReports()
 {
-    const QList<WaitingReport> reports = std::exchange(waiting, {});
-    for (const WaitingReport &report : reports)
-        deliver(report);
-    if (!waiting.isEmpty())
-        deliverLater();
+    deliverWaiting(false);
 }

@@ -13,8 +13,9 @@ struct _object; // a Python object, without Python's own header
 /// reports the result. Functions that return a result wait for the target, so they need a time limit. Optional
 /// interfaces: IBreakpoints, ISourceMapping, ISymbolLookup, IMemory, IMemoryVerify, IRegisters, IPeripherals,
 /// IPeripheralFields, IDisassembly, IDisassemblyAddress, IDisassemblyFetch, ILiveMemory, ICallStack, IVariables,
-/// IBreakpointDetails, INextStatement, IProgressiveStart, IMemory64, ISymbols64, IMultiProcessorSync, IWakeUp,
-/// IPropertyDefinitions, IExtensionCommands, IDockExtension, IWorkspaceClient.
+/// IBreakpointDetails, INextStatement, IProgressiveStart, IMemory64, ISymbols64, IMemoryRequests, IRegisterRequests,
+/// IEvaluationRequests, IMultiProcessorSync, IWakeUp, IPropertyDefinitions, IExtensionCommands, IDockExtension,
+/// IWorkspaceClient.
 class IExecutionEnvironment : public QUnknownInterface
 {
 public:

@@ -72,7 +72,9 @@ protected:
 /// The services of the host for the plug-in objects of one project. It is returned by the query object that
 /// IWorkspaceClient::setQueryInterface() passes: `queryInterface<IHost>(query)`, null in a host without it.
 ///
-/// Paths may be absolute or relative to the project. After the project was closed the functions have no effect.
+/// Paths may be absolute or relative to the project. After the project was closed the functions have no effect. What
+/// changes the window (openFile(), showOutput(), showMessage() and the progress) is done soon after the host's call, if
+/// the plug-in asks for it from inside one; the result of openFile() is then whether the file exists.
 class IHost : public QUnknownInterface
 {
 public:

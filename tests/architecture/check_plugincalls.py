@@ -11,7 +11,8 @@ import sys
 
 # Implemented by the program
 HOST = {"IBuildEvents", "IExecutionEvents", "IProject", "IProjectFolder", "IProjectFile", "IProjectProperties",
-        "IQueryPluginInterface", "IHost", "IDebugReplies", "IStartProgress"}
+        "IQueryPluginInterface", "IHost", "IDebugReplies", "IStartProgress",
+        "IValueReplies"}
 GUARD = "callplugin.h"
 # The root object of a library is called in the first with the library's path in the report; the second calls objects of
 # the program.

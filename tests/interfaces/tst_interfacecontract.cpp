@@ -37,6 +37,7 @@
 #include "isymbollookup.h"
 #include "isymbols64.h"
 #include "itextdocumentplugin.h"
+#include "ivaluerequests.h"
 #include "ivariables.h"
 #include "iwakeup.h"
 #include "iworkspaceclient.h"
@@ -408,6 +409,23 @@ private Q_SLOTS:
             using I = IVariables;
             contract<I>("IVariables", "{8a4db1b6-f766-40d7-b6f7-34b941c92aac}",
                         {F(formats), F(scopes), F(requestScope), F(requestChildren), F(requestValue), F(assign)});
+        }
+        {
+            using I = IValueReplies;
+            contract<I>("IValueReplies", "{3f1b5c0e-8a64-4e0d-9c57-21e60d93b84a}",
+                        {F(memory), F(registers), F(evaluated), F(failed)});
+        }
+        {
+            using I = IMemoryRequests;
+            contract<I>("IMemoryRequests", "{d4a0c7f3-6b1e-49d2-83fa-5e70c91a46b5}", {F(requestMemory)});
+        }
+        {
+            using I = IRegisterRequests;
+            contract<I>("IRegisterRequests", "{917e2ab6-40cd-4f38-a60b-d25f73881ce9}", {F(requestRegisters)});
+        }
+        {
+            using I = IEvaluationRequests;
+            contract<I>("IEvaluationRequests", "{5ce83d17-b92a-4a61-8f04-771be26d50c3}", {F(requestEvaluation)});
         }
         {
             using I = IBreakpointDetails;

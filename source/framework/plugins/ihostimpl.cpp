@@ -1,4 +1,5 @@
 #include "ihostimpl.h"
+#include "afterevents.h"
 #include "callplugin.h"
 #include "editorversion.h"
 #include "outputpage.h"
@@ -13,6 +14,7 @@
 #include <algorithm>
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QMainWindow>
 #include <QSettings>
 #include <QStatusBar>
@@ -40,9 +42,27 @@ QString IHostImpl::hostVersion()
     return QStringLiteral(VARNEL_EDITOR_VERSION_TEXT ".0");
 }
 
+/// A plug-in may be called while the window is painted or while its docks are arranged. The status bar, which paints at
+/// once, and all that moves widgets must not be used then. Equal changes have the same @p key.
+void IHostImpl::changeWindow(const QByteArray &key, const std::function<void()> &change)
+{
+    afterEventsOfCall(this, "IHost " + QByteArray::number(quintptr(this), 16) + ' ' + key, change);
+}
+
 bool IHostImpl::openFile(const QString &file, int line, int column)
 {
-    if (!isUsable() || file.isEmpty() || !m_window.openFile(m_project->absolutePath(file), false))
+    if (!isUsable() || file.isEmpty())
+        return false;
+    const QString path = m_project->absolutePath(file);
+    if (!isInsidePluginCall())
+        return open(path, line, column);
+    changeWindow("file " + path.toUtf8(), [=, this] { open(path, line, column); });
+    return QFileInfo(path).isFile();
+}
+
+bool IHostImpl::open(const QString &path, int line, int column)
+{
+    if (!isUsable() || !m_window.openFile(path, false))
         return false;
     if (ViewManager *views = m_binder ? m_window.viewManager() : nullptr; views && line > 0) {
         views->gotoLine(line, false);
@@ -85,11 +105,13 @@ void IHostImpl::clearOutput(const QString &page)
 
 void IHostImpl::showOutput(const QString &page)
 {
-    OutputPage *target = pageOf(page, false);
-    if (!target)
-        return;
-    m_window.showOutputDock();
-    m_window.outputWindow()->showPage(target);
+    changeWindow("page " + page.toUtf8(), [=, this] {
+        OutputPage *target = pageOf(page, false);
+        if (!target)
+            return;
+        m_window.showOutputDock();
+        m_window.outputWindow()->showPage(target);
+    });
 }
 
 void IHostImpl::setDiagnostics(const QString &page, const QList<Diagnostic> &diagnostics)
@@ -128,8 +150,10 @@ QString diagnosticText(const Diagnostic &diagnostic)
 
 void IHostImpl::showMessage(const QString &text, int milliseconds)
 {
-    if (isUsable())
-        m_window.showMessage(text, std::max(0, milliseconds));
+    changeWindow("message " + text.toUtf8(), [=, this] {
+        if (isUsable())
+            m_window.showMessage(text, std::max(0, milliseconds));
+    });
 }
 
 int IHostImpl::beginProgress(const QString &text, IProgressCancel *cancel)
@@ -139,25 +163,32 @@ int IHostImpl::beginProgress(const QString &text, IProgressCancel *cancel)
     auto *window = parent ? qobject_cast<QMainWindow *>(parent->window()) : nullptr;
     if (!window)
         return number;
-    auto *progress = new PluginProgress(text, number, cancel);
-    window->statusBar()->addPermanentWidget(progress);
+    const QPointer<PluginProgress> progress = new PluginProgress(text, number, cancel);
     m_progresses.insert(number, progress);
+    changeWindow("progress " + QByteArray::number(number), [progress, bar = QPointer(window->statusBar())] {
+        if (progress && bar)
+            bar->addPermanentWidget(progress);
+    });
     return number;
 }
 
 void IHostImpl::setProgress(int progress, int percent)
 {
-    if (PluginProgress *shown = m_progresses.value(progress))
-        shown->setPercent(percent);
+    changeWindow("progress " + QByteArray::number(progress) + ' ' + QByteArray::number(percent), [=, this] {
+        if (PluginProgress *shown = m_progresses.value(progress))
+            shown->setPercent(percent);
+    });
 }
 
 /// Later, since it may be called by the click of its button.
 void IHostImpl::endProgress(int progress)
 {
-    if (PluginProgress *shown = m_progresses.take(progress)) {
-        shown->hide();
-        shown->deleteLater();
-    }
+    changeWindow("end of progress " + QByteArray::number(progress), [=, this] {
+        if (PluginProgress *shown = m_progresses.take(progress)) {
+            shown->hide();
+            shown->deleteLater();
+        }
+    });
 }
 
 // Settings

@@ -1,6 +1,7 @@
 #pragma once
 #include "ihost.h"
 #include "interfaceobject.h"
+#include <functional>
 #include <QObject>
 #include <QPointer>
 #include <vector>
@@ -41,6 +42,8 @@ public:
 private:
     [[nodiscard]] bool isUsable() const;
     [[nodiscard]] OutputPage *pageOf(const QString &name, bool create);
+    void changeWindow(const QByteArray &key, const std::function<void()> &change);
+    bool open(const QString &path, int line, int column);
     void followProject();
     void forget();
     template <auto Function, typename... Arguments>

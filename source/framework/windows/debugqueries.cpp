@@ -9,61 +9,100 @@ quint64 lastQuestion = 0; ///< of all windows: no two questions of a session hav
 quint64 generation = 1;
 } // namespace
 
-/// Passes the answers to the window as long as it exists. An environment may answer while it is called, or in a thread.
-class DebugQueries::Replies : public InterfaceObject<IDebugReplies>
+namespace {
+/// Passes answers to the window as long as it exists. An environment may answer while it is called, or in a thread.
+class AnswerPath
 {
 public:
-    explicit Replies(DebugQueries *queries) : m_queries(queries) {}
+    using Receive =
+        std::function<void(const DebugRequest &, const std::function<void(const DebugQueries::Answer &)> &)>;
 
-    void threads(const DebugRequest &request, const QList<ThreadInfo> &threads) override
-    {
-        pass(request, [threads](const Answer &answer) {
-            if (answer.threads)
-                answer.threads(threads);
-        });
-    }
-    void frames(const DebugRequest &request, const QList<StackFrame> &frames, bool more) override
-    {
-        pass(request, [frames, more](const Answer &answer) {
-            if (answer.frames)
-                answer.frames(frames, more);
-        });
-    }
-    void variables(const DebugRequest &request, const QList<VariableInfo> &variables, bool more) override
-    {
-        pass(request, [variables, more](const Answer &answer) {
-            if (answer.variables)
-                answer.variables(variables, more);
-        });
-    }
-    void value(const DebugRequest &request, const VariableInfo &variable) override
-    {
-        pass(request, [variable](const Answer &answer) {
-            if (answer.value)
-                answer.value(variable);
-        });
-    }
-    void failed(const DebugRequest &request, const QString &reason) override
-    {
-        pass(request, [reason](const Answer &answer) {
-            if (answer.failed)
-                answer.failed(reason);
-        });
-    }
+    AnswerPath(DebugQueries *queries, Receive receive) : m_queries(queries), m_receive(std::move(receive)) {}
 
-private:
-    void pass(const DebugRequest &request, const std::function<void(const Answer &answer)> &use)
+    /// Calls one of the functions of an answer.
+    template <typename Function, typename... Values>
+    void pass(const DebugRequest &request, Function DebugQueries::Answer::*function, const Values &...values) const
     {
         if (!m_queries)
             return;
         afterPluginCall(m_queries, "debug answer " + QByteArray::number(request.number),
-                        [queries = m_queries, request, use] { queries->receive(request, use); });
+                        [receive = m_receive, request, function, values...] {
+                            receive(request, [&](const DebugQueries::Answer &answer) {
+                                if (answer.*function)
+                                    (answer.*function)(values...);
+                            });
+                        });
     }
 
+private:
     const QPointer<DebugQueries> m_queries;
+    const Receive m_receive;
+};
+} // namespace
+
+class DebugQueries::Replies : public InterfaceObject<IDebugReplies>
+{
+public:
+    explicit Replies(DebugQueries *queries)
+        : m_path(queries, [queries](const auto &request, const auto &use) { queries->receive(request, use); })
+    {}
+
+    void threads(const DebugRequest &request, const QList<ThreadInfo> &threads) override
+    {
+        m_path.pass(request, &Answer::threads, threads);
+    }
+    void frames(const DebugRequest &request, const QList<StackFrame> &frames, bool more) override
+    {
+        m_path.pass(request, &Answer::frames, frames, more);
+    }
+    void variables(const DebugRequest &request, const QList<VariableInfo> &variables, bool more) override
+    {
+        m_path.pass(request, &Answer::variables, variables, more);
+    }
+    void value(const DebugRequest &request, const VariableInfo &variable) override
+    {
+        m_path.pass(request, &Answer::value, variable);
+    }
+    void failed(const DebugRequest &request, const QString &reason) override
+    {
+        m_path.pass(request, &Answer::failed, reason);
+    }
+
+private:
+    const AnswerPath m_path;
 };
 
-DebugQueries::DebugQueries(QObject *parent) : QObject(parent), m_replies(new Replies(this)) {}
+class DebugQueries::ValueReplies : public InterfaceObject<IValueReplies>
+{
+public:
+    explicit ValueReplies(DebugQueries *queries)
+        : m_path(queries, [queries](const auto &request, const auto &use) { queries->receive(request, use); })
+    {}
+
+    void memory(const DebugRequest &request, const MemoryBlock64 &cells) override
+    {
+        m_path.pass(request, &Answer::memory, cells);
+    }
+    void registers(const DebugRequest &request, const QList<RegisterValue> &values) override
+    {
+        m_path.pass(request, &Answer::registers, values);
+    }
+    void evaluated(const DebugRequest &request, const QString &value) override
+    {
+        m_path.pass(request, &Answer::evaluated, value);
+    }
+    void failed(const DebugRequest &request, const QString &reason) override
+    {
+        m_path.pass(request, &Answer::failed, reason);
+    }
+
+private:
+    const AnswerPath m_path;
+};
+
+DebugQueries::DebugQueries(QObject *parent)
+    : QObject(parent), m_replies(new Replies(this)), m_valueReplies(new ValueReplies(this))
+{}
 
 DebugQueries::~DebugQueries() = default;
 
@@ -77,6 +116,11 @@ DebugRequest DebugQueries::ask(const Answer &answer)
 IDebugReplies *DebugQueries::replies() const
 {
     return m_replies.get();
+}
+
+IValueReplies *DebugQueries::valueReplies() const
+{
+    return m_valueReplies.get();
 }
 
 void DebugQueries::raiseGeneration()

@@ -210,13 +210,11 @@ bool LiveRecorder::readVariable(int index, const Processor &processor)
     const QString expression = m_variables[index].expression;
     const bool prepares = !m_variables[index].tried;
     QString text;
-    const auto evaluate = [&] {
-        return askPlugin("ILiveMemory::evaluateLive", [&] { return processor.memory->evaluateLive(expression, text); });
-    };
+    const auto evaluate = [&] { return askPlugin<&ILiveMemory::evaluateLive>(processor.memory, expression, text); };
     bool read = evaluate();
     if (!read && prepares && self && m_changes == changes)
-        read = askPlugin("ILiveMemory::prepareLive", [&] { return processor.memory->prepareLive(expression); }) && self
-               && m_changes == changes && evaluate();
+        read = askPlugin<&ILiveMemory::prepareLive>(processor.memory, expression) && self && m_changes == changes
+               && evaluate();
     if (!self || m_changes != changes)
         return false;
     LiveVariable &variable = m_variables[index];

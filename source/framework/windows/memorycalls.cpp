@@ -15,8 +15,21 @@ bool MemoryCalls::ask(const Call &call)
     return m_memory.get() == memory.get();
 }
 
-void MemoryCalls::setMemory(IMemory *memory, IMemory64 *wide)
+namespace {
+MemoryBlock narrowBlock(const MemoryBlock64 &wide)
 {
+    MemoryBlock block;
+    block.reserve(wide.size());
+    for (const MemoryBlockCell64 &cell : wide)
+        block.append({uint(cell.value), cell.status});
+    return block;
+}
+} // namespace
+
+void MemoryCalls::setMemory(IMemory *memory, IMemory64 *wide, IMemoryRequests *requests)
+{
+    m_queries.cancel();
+    m_requests = shareInterface(requests);
     m_memory = shareInterface(memory);
     m_wide = shareInterface(wide);
 }
@@ -50,10 +63,20 @@ void MemoryCalls::readWide(MemoryCache &cache, int count) const
     const auto wide = shareInterface(m_wide.get());
     MemoryBlock64 block;
     runPlugin<&IMemory64::readBlock>(wide, cache.region, cache.mode, cache.address, count, block);
-    cache.block.clear();
-    cache.block.reserve(block.size());
-    for (const MemoryBlockCell64 &cell : std::as_const(block))
-        cache.block.append({uint(cell.value), cell.status});
+    cache.block = narrowBlock(block);
+}
+
+/// What cannot be read is shown as unknown.
+void MemoryCalls::request(const MemoryCache &cache, int count)
+{
+    const auto requests = shareInterface(m_requests.get());
+    const auto use = [this, cache](const MemoryBlock64 &cells) {
+        Q_EMIT answered({cache.region, cache.mode, cache.address, narrowBlock(cells)});
+    };
+    m_queries.cancel();
+    const DebugRequest question = m_queries.ask({.memory = use, .failed = [use](const QString &) { use({}); }});
+    runPlugin<&IMemoryRequests::requestMemory>(requests, question, cache.region, cache.mode, cache.address, count,
+                                               m_queries.valueReplies());
 }
 
 /// A live memory has addresses of 32 bits; beyond them the wide one is asked, which can be read as well then.

@@ -1,4 +1,5 @@
 #pragma once
+#include "debugqueries.h"
 #include "ilivememory.h"
 #include "memorylayout.h"
 #include <QObject>
@@ -10,13 +11,19 @@ class MemoryCalls : public QObject
 {
     Q_OBJECT
 public:
-    /// Keeps references to the memory, which may be null, and to its wide one if there is one.
-    void setMemory(IMemory *memory, IMemory64 *wide = nullptr);
+    /// Keeps references to the memory, which may be null, and to its wide one and its requests if there are some.
+    void setMemory(IMemory *memory, IMemory64 *wide = nullptr, IMemoryRequests *requests = nullptr);
     [[nodiscard]] bool hasMemory() const { return bool(m_memory); }
 
     /// Whether the plug-in is being asked, so that it must not be asked again now.
     [[nodiscard]] bool isBusy() const { return m_busy; }
     void setBusy(bool busy) { m_busy = busy; }
+
+    /// Whether the memory is read by request().
+    [[nodiscard]] bool answersLater() const { return bool(m_requests); }
+    /// Starts to read the @p count words that @p cache names. The signal answered() follows, in place of that of an
+    /// earlier question.
+    void request(const MemoryCache &cache, int count);
 
     [[nodiscard]] bool readRegions(QList<MemoryRegion64> &regions);
     /// Reads the @p count words that @p cache names.
@@ -25,6 +32,9 @@ public:
     [[nodiscard]] bool readLive(ILiveMemory &live, MemoryCache &cache, int count);
     [[nodiscard]] bool write(int region, int mode, quint64 address, uint value);
 
+Q_SIGNALS:
+    void answered(const MemoryCache &cache);
+
 private:
     template <typename Call>
     bool ask(const Call &call);
@@ -32,6 +42,8 @@ private:
     void readWide(MemoryCache &cache, int count) const;
 
     InterfacePtr<IMemory> m_memory;
-    InterfacePtr<IMemory64> m_wide; ///< null if addresses have 32 bits
+    InterfacePtr<IMemory64> m_wide;           ///< null if addresses have 32 bits
+    InterfacePtr<IMemoryRequests> m_requests; ///< null if the memory is read at once
+    DebugQueries m_queries;
     bool m_busy = false;
 };

@@ -91,6 +91,7 @@ void MemoryWindow::connectControls()
     connect(m_edit, &MemoryEdit::scrollLine, this, &MemoryWindow::scrollLine);
     connect(m_edit, &QWidget::customContextMenuRequested, this, &MemoryWindow::showPopup);
     m_edit->viewport()->installEventFilter(this);
+    connect(&m_access, &MemoryCalls::answered, this, &MemoryWindow::showAnswer);
 }
 
 void MemoryWindow::enableControls()
@@ -108,9 +109,9 @@ void MemoryWindow::setInterface(IMemory *memory)
     setInterfaces(memory, nullptr);
 }
 
-void MemoryWindow::setInterfaces(IMemory *memory, IMemory64 *wide)
+void MemoryWindow::setInterfaces(IMemory *memory, IMemory64 *wide, IMemoryRequests *requests)
 {
-    m_access.setMemory(memory, wide);
+    m_access.setMemory(memory, wide, requests);
     m_page.setCache({});
     if (!memory)
         return clear();
@@ -322,10 +323,25 @@ bool MemoryWindow::readBlock()
 {
     MemoryCache cache = m_page.request();
     const int count = m_page.cellsToRead();
+    if (count > 0 && m_access.answersLater()) {
+        const QPointer<MemoryWindow> self(this);
+        m_access.request(cache, count);
+        return self; // until the answer, the window shows what it has
+    }
     if (count > 0 && !m_access.read(cache, count))
         return false;
     m_page.setCache(cache);
     return true;
+}
+
+/// Digits that the user has typed meanwhile stay until they are written.
+void MemoryWindow::showAnswer(const MemoryCache &cache)
+{
+    if (!m_regions.hasCurrent())
+        return;
+    m_page.setCache(cache);
+    if (m_page.changes().isEmpty())
+        showCells();
 }
 
 void MemoryWindow::setFont(const QFont &font)
@@ -377,8 +393,11 @@ void MemoryWindow::userUpdateMemory()
         return;
     m_access.setBusy(true); // this window shows the new values already
     Q_EMIT doUpdate();
-    if (self)
-        m_access.setBusy(false);
+    if (!self)
+        return;
+    m_access.setBusy(false);
+    if (m_access.answersLater())
+        redraw(true); // the first answer belongs to the time before the change
 }
 
 // Context menu ------------------------------------------------------------------

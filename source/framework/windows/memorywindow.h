@@ -24,8 +24,8 @@ public:
 
     /// Shows another memory, to which the window keeps a reference; nothing for null.
     void setInterface(IMemory *memory);
-    /// The same for a memory that has whole addresses of up to 64 bits as well; @p wide may be null.
-    void setInterfaces(IMemory *memory, IMemory64 *wide);
+    /// The same for a memory that has whole addresses of up to 64 bits as well, or answers later; these may be null.
+    void setInterfaces(IMemory *memory, IMemory64 *wide, IMemoryRequests *requests = nullptr);
     /// Whether a redraw may read the target.
     void setAutoRead(bool autoRead) { m_autoRead = autoRead; }
     void setFont(const QFont &font);
@@ -76,6 +76,7 @@ private:
     void measure();
     bool readCells();
     bool readBlock();
+    void showAnswer(const MemoryCache &cache);
     void showPopup(QPoint position);
     [[nodiscard]] QMenu *createPopupMenu();
 

@@ -11,8 +11,11 @@ DebugPane *MultiMemoryWindow::createWidget(QWidget *parent, IExecutionEnvironmen
     auto wide = queryPlugin<IMemory64>(memory.get());
     if (!wide)
         wide = queryPlugin<IMemory64>(environment);
+    auto requests = queryPlugin<IMemoryRequests>(memory.get());
+    if (!requests)
+        requests = queryPlugin<IMemoryRequests>(environment);
     auto *window = new MemoryWindow(parent);
-    window->setInterfaces(memory.get(), wide.get());
+    window->setInterfaces(memory.get(), wide.get(), requests.get());
     window->setLive(environment);
     return window;
 }

@@ -13,6 +13,7 @@
 #include <algorithm>
 #include <QDebug>
 #include <QVBoxLayout>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -71,20 +72,26 @@ void writeLong(IRegisters *registers, const QString &name, const QByteArray &byt
     }
 }
 
+/// The bytes of a register with these words, the lowest first.
+QByteArray bytesOf(const QList<uint> &words, int bits)
+{
+    QByteArray bytes(byteCount(bits), '\0');
+    for (qsizetype i = 0; i < bytes.size(); ++i)
+        bytes[i] = char(words.value(i / 4) >> i % 4 * 8);
+    return bytes;
+}
+
 /// The bytes of a register, the lowest first; nothing after an exception.
 std::optional<QByteArray> readLong(IRegisters *registers, const QString &name, int bits)
 {
-    QByteArray bytes(byteCount(bits), '\0');
+    QList<uint> words;
     for (int i = 0; i <= bits / int(WordBits); ++i) {
         quint32 word = 0;
         if (!readPlugin<&IRegisters::value>(word, registers, name, i))
             return {};
-        for (qsizetype at = qsizetype(i) * 4; at < std::min<qsizetype>(bytes.size(), qsizetype(i) * 4 + 4); ++at) {
-            bytes[at] = char(word);
-            word >>= 8;
-        }
+        words.append(word);
     }
-    return bytes;
+    return bytesOf(words, bits);
 }
 
 /// The value for a row; invalid after an exception.
@@ -132,14 +139,20 @@ QString RegisterWidget::changed() const
 void RegisterWidget::setRegisters(IRegisters *registers)
 {
     rebuild({});
+    m_queries.cancel();
+    m_written.clear();
+    m_requests.reset();
     m_registers = shareInterface(registers);
     if (!registers)
         return;
     const QPointer<RegisterWidget> self(this);
     const auto kept = shareInterface(registers);
+    auto requests = queryPlugin<IRegisterRequests>(kept);
     const auto infos = askPlugin<&IRegisters::registers>(kept);
-    if (self && m_registers == kept)
-        rebuild(infos);
+    if (!self || m_registers != kept)
+        return;
+    m_requests = std::move(requests);
+    rebuild(infos);
 }
 
 void RegisterWidget::rebuild(const QList<RegisterInfo> &infos)
@@ -213,7 +226,10 @@ void RegisterWidget::update()
     if (isListed && self && m_registers == registers) {
         if (!sameInfos(infos, m_infos))
             rebuild(infos);
-        readRows(registers.get());
+        if (m_requests)
+            requestRows();
+        else
+            readRows(registers.get());
     }
     if (self)
         m_reading = false;
@@ -238,6 +254,37 @@ void RegisterWidget::readRows(IRegisters *registers)
     }
 }
 
+/// Until the answer, the window shows what it has.
+void RegisterWidget::requestRows()
+{
+    QStringList names;
+    for (const RegisterInfo &info : std::as_const(m_infos))
+        names.append(info.name);
+    m_queries.cancel();
+    const DebugRequest question =
+        m_queries.ask({.registers = [this](const QList<RegisterValue> &values) { showValues(values); }});
+    const auto requests = shareInterface(m_requests.get());
+    runPlugin<&IRegisterRequests::requestRegisters>(requests, question, names, m_queries.valueReplies());
+}
+
+void RegisterWidget::showValues(const QList<RegisterValue> &values)
+{
+    QHash<QString, QList<uint>> words;
+    for (const RegisterValue &value : values)
+        words.insert(value.name, value.words);
+    const QSet<QString> written = std::exchange(m_written, {});
+    for (QTreeWidgetItemIterator it(m_list); *it; ++it) {
+        auto *row = static_cast<PropertyItem *>(*it);
+        const QList<uint> value = words.value(row->name());
+        if (value.isEmpty())
+            continue;
+        const QVariant before = row->value();
+        const auto *longRow = qobject_cast<PropertyLongHexItem *>(row);
+        row->setValue(longRow ? QVariant(bytesOf(value, longRow->bits())) : QVariant(value.first()), false);
+        row->setChanged(row->value() != before || written.contains(row->name()));
+    }
+}
+
 void RegisterWidget::setRegister(PropertyItem *item)
 {
     VARNEL_ASSERT_TEXT(item && m_registers, "item && m_registers");
@@ -250,6 +297,8 @@ void RegisterWidget::setRegister(PropertyItem *item)
         writeLong(registers.get(), item->name(), item->value().toByteArray());
     else
         writeWord(registers.get(), item->name(), item->value().toUInt(), 0);
+    if (self && m_requests && row)
+        m_written.insert(row->name());
     if (self)
         update();
     if (row)
@@ -258,8 +307,11 @@ void RegisterWidget::setRegister(PropertyItem *item)
         return;
     m_reporting = true;
     Q_EMIT doUpdate();
-    if (self)
-        m_reporting = false;
+    if (!self)
+        return;
+    m_reporting = false;
+    if (m_requests)
+        update(); // the first answer belongs to the time before the change
 }
 
 // Formats -------------------------------------------------------------------------------------------------------------

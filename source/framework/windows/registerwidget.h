@@ -1,8 +1,10 @@
 #pragma once
 #include "debugpane.h"
+#include "debugqueries.h"
 #include "iregisters.h"
 #include <QHash>
 #include <QPointer>
+#include <QSet>
 class PropertyItem;
 class PropertySubsectionItem;
 class RegisterList;
@@ -37,11 +39,16 @@ private:
     PropertyItem *groupOf(const RegisterInfo &info, PropertyItem *&cursor);
     PropertyItem *addRow(const RegisterInfo &info, PropertyItem *group, PropertyItem *after);
     void readRows(IRegisters *registers);
+    void requestRows();
+    void showValues(const QList<RegisterValue> &values);
     [[nodiscard]] const RegisterInfo *infoOf(const QString &name) const;
 
     RegisterList *const m_list;
-    InterfacePtr<IRegisters> m_registers; ///< null without an environment
-    QList<RegisterInfo> m_infos;          ///< of the rows
+    InterfacePtr<IRegisters> m_registers;       ///< null without an environment
+    InterfacePtr<IRegisterRequests> m_requests; ///< null if values are read at once
+    DebugQueries m_queries;
+    QSet<QString> m_written;     ///< changed by the user since the last answer
+    QList<RegisterInfo> m_infos; ///< of the rows
     QHash<QString, PropertySubsectionItem *> m_groups;
     QHash<QString, int> m_formats; ///< chosen by the user, by the name of the register
     bool m_reading = false;        ///< a plug-in is being asked, which may call back

@@ -83,7 +83,9 @@ WatchWindow::~WatchWindow()
 void WatchWindow::setEnvironment(IExecutionEnvironment *environment)
 {
     clear();
+    m_queries.cancel();
     m_environment = shareInterface(environment);
+    m_requests = queryPlugin<IEvaluationRequests>(environment);
     m_members->setEnvironment(environment);
     m_live->setEnvironment(environment);
     m_prepared.clear();
@@ -275,6 +277,7 @@ void WatchWindow::update()
 void WatchWindow::evaluateAll()
 {
     const QPointer<WatchWindow> self(this);
+    m_queries.cancel();
     const int removals = m_removals; // a plug-in may call back and have rows removed
     for (int i = 0; self && m_removals == removals && i < m_list->topLevelItemCount() - 1; ++i) {
         auto *row = static_cast<ListViewItem *>(m_list->topLevelItem(i));
@@ -368,9 +371,26 @@ void WatchWindow::evaluate(ListViewItem *item)
     QString value;
     if (!m_environment)
         value = tr("????");
+    else if (m_requests)
+        return request(item);
     else if (!ask(item->text(0), value) || m_removals != removals)
         return;
     showValue(item, value);
+}
+
+/// Until the answer, the row shows what it has. An answer for an expression that was changed meanwhile is ignored.
+void WatchWindow::request(ListViewItem *item)
+{
+    const QString expression = item->text(0);
+    const auto show = [this, expression,
+                       index = QPersistentModelIndex(m_list->indexFromItem(item))](const QString &value) {
+        auto *row = index.isValid() ? static_cast<ListViewItem *>(m_list->itemFromIndex(index)) : nullptr;
+        if (row && row->text(0) == expression && !isBeingTyped(row))
+            showValue(row, value);
+    };
+    const DebugRequest question = m_queries.ask({.evaluated = show, .failed = show});
+    const auto requests = shareInterface(m_requests.get());
+    runPlugin<&IEvaluationRequests::requestEvaluation>(requests, question, expression, m_queries.valueReplies());
 }
 
 void WatchWindow::showValue(ListViewItem *item, const QString &value)
@@ -395,8 +415,11 @@ void WatchWindow::reportWrite()
     const QPointer<WatchWindow> self(this);
     m_reporting = true;
     Q_EMIT doUpdate();
-    if (self)
-        m_reporting = false;
+    if (!self)
+        return;
+    m_reporting = false;
+    if (m_requests)
+        evaluateAll(); // the first answers belong to the time before the change
 }
 
 QString assignedExpression(const QString &watch)

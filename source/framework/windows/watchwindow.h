@@ -1,5 +1,6 @@
 #pragma once
 #include "debugpane.h"
+#include "debugqueries.h"
 #include "iexecutionenvironment.h"
 #include "ilivememory.h"
 #include <QSet>
@@ -54,6 +55,7 @@ private:
     void finishPlaceholder(ListViewItem *item);
     void assign(ListViewItem *item);
     bool ask(const QString &expression, QString &value);
+    void request(ListViewItem *item);
     void evaluate(ListViewItem *item);
     static void showValue(ListViewItem *item, const QString &value);
     void evaluateAll();
@@ -70,12 +72,14 @@ private:
     LiveSwitch *const m_live;
     WatchMembers *const m_members;
     InterfacePtr<IExecutionEnvironment> m_environment; ///< null without one
-    QSet<QString> m_prepared;                          ///< expressions: for live reading, with or without success
-    int m_removals = 0;                                ///< grows when rows are deleted
-    bool m_menuFlag = true;                            ///< inverted each time the menu is shown
-    bool m_outdated = false;                           ///< to be updated when it is shown
-    bool m_reading = false;                            ///< a plug-in is being asked, which may call back
-    bool m_reporting = false;                          ///< other panes are refreshed; this one has its values
+    InterfacePtr<IEvaluationRequests> m_requests;      ///< null if expressions are evaluated at once
+    DebugQueries m_queries;
+    QSet<QString> m_prepared; ///< expressions: for live reading, with or without success
+    int m_removals = 0;       ///< grows when rows are deleted
+    bool m_menuFlag = true;   ///< inverted each time the menu is shown
+    bool m_outdated = false;  ///< to be updated when it is shown
+    bool m_reading = false;   ///< a plug-in is being asked, which may call back
+    bool m_reporting = false; ///< other panes are refreshed; this one has its values
 };
 
 /// The expression that is assigned to when the user changes the value of @p watch: without the format behind the last

@@ -570,6 +570,30 @@ private Q_SLOTS:
         QVERIFY(!host->openFile({}, 1, 1));
     }
 
+    /// The call may come while the window is painted or while its docks are arranged.
+    void fileThatIsOpenedInsideACallAppearsAfterIt()
+    {
+        const PluginWindow f;
+        f.openAll();
+        const QString other = f.write(u"other.c"_s, "one\ntwo\n");
+        const auto host = queryInterface<IHost>(stub()->object(u"fw"_s)->query.get());
+        QStringList during;
+        bool known = false;
+        bool missing = true;
+        script(u"fw"_s).on[u"canAttach"_s] = [&] {
+            script(u"fw"_s).on.clear();
+            known = host->openFile(other, 2, 0);
+            missing = host->openFile(f.path(u"missing.c"_s), 1, 0);
+            during = f.openFiles();
+        };
+        f.answers->press(QMessageBox::Ok); // there is no such file
+        f.window->buildBuild();
+        QVERIFY(known && !missing);
+        QCOMPARE(during, QStringList{u"main.c"_s});
+        QTRY_VERIFY(f.openFiles().contains(u"other.c"_s));
+        QTRY_VERIFY(f.answers->allGiven());
+    }
+
     void diagnosticsAreListedAndOpenTheirPlaces()
     {
         const PluginWindow f;

@@ -4,7 +4,10 @@
 #include "icallstack.h"
 #include "iexecutionevents.h"
 #include "iextensioncommands.h"
-#include "imemory.h"
+#include "ihost.h"
+#include "imakefilegenerator.h"
+#include "imemory64.h"
+#include "iperipheralfields.h"
 #include "iperipherals.h"
 #include "iprogressivestart.h"
 #include "iproject.h"
@@ -17,11 +20,30 @@
 #include <QHash>
 #include <QMap>
 #include <QSet>
+#include <utility>
 
 class DocumentTemplate;
 class QWidget;
 class SyntaxHighlighter;
 class TextIndent;
+
+/// What all calls of the stub plug-in do, of whatever object.
+struct StubHooks
+{
+    /// What a call returns: what its script says, or a null or an empty result.
+    enum Result { All, Null, Empty };
+
+    std::function<void(const QString &call)> onCall; ///< run in each call, with its name as "Class::function"
+    bool recordsAll = false;                         ///< also the calls that most tests do not count
+    Result result = All;                             ///< of the running call; set by the function above
+
+    void act(const QString &call) const
+    {
+        if (const std::function<void(const QString &)> action = onCall)
+            action(call);
+    }
+    [[nodiscard]] Result take() { return std::exchange(result, All); } ///< Of the running call only.
+};
 
 /// The return values of the objects of one feature of the stub plug-in.
 struct StubScript
@@ -62,6 +84,7 @@ struct StubScript
     QMap<int, QString> instructions;            ///< indices to texts
     QMap<int, QStringList> instructionSources;  ///< indices to source lines
     QList<MemoryRegion> regions;
+    QList<MemoryRegion64> wideRegions;
     QMap<uint, uint> memory;        ///< addresses to values; other addresses have no memory
     QMap<uint, int> memoryStatuses; ///< addresses whose access answers another status
     int missingCells = 0;           ///< by which blocks that are read are too short
@@ -71,6 +94,10 @@ struct StubScript
     QList<PeripheralInfo> peripherals;
     QHash<QString, uint> peripheralValues; ///< by the name of the register
     QHash<QString, QString> peripheralDescriptions;
+    QHash<QString, PeripheralRegisterDetails> peripheralDetails; ///< by the name of the register
+    bool readsLive = false;
+    QList<GeneratedFile> makefiles;
+    bool usesHost = false; ///< shows progress that can be cancelled, adds a page of options and receives events
     QString group;
     int syncOperations = 0;
     // ICallStack, IVariables. Requests are answered at once, or, if answersLater is set, by answerAll() of this script.
@@ -134,6 +161,7 @@ public:
     virtual QStringList takeCalls() = 0;
     /// The newest existing object with that label, or null.
     virtual StubObjectState *object(const QString &label) = 0;
+    virtual StubHooks &hooks() = 0;
     virtual int objectCount() = 0; ///< Number of existing objects: 0 when all references were released.
 };
 

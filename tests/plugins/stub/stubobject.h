@@ -6,31 +6,58 @@
 #include "idebugbuild.h"
 #include "idisassembly.h"
 #include "idisassemblyaddress.h"
+#include "idisassemblyfetch.h"
 #include "idockextension.h"
+#include "ilivememory.h"
+#include "imakefilegenerator.h"
 #include "imemoryverify.h"
 #include "imultiprocessorsync.h"
 #include "inextstatement.h"
 #include "interfaceobject.h"
+#include "iperipheralfields.h"
 #include "iprojectpopulate.h"
 #include "ipropertydefinitions.h"
 #include "isourcemapping.h"
 #include "isymbollookup.h"
 #include "isymbols64.h"
 #include "itextdocumentplugin.h"
+#include "ivaluerequests.h"
 #include "ivariables.h"
 #include "iwakeup.h"
 #include "iworkspaceclient.h"
 #include "stub.h"
+#include <memory>
+#include <type_traits>
+
+// Arguments as the log contains them
+inline QString stubText(bool argument)
+{
+    return argument ? QStringLiteral("true") : QStringLiteral("false");
+}
+inline QString stubText(const QString &argument)
+{
+    return argument;
+}
+inline QString stubText(const QStringList &argument)
+{
+    return u'[' + argument.join(u' ') + u']';
+}
+template <typename Number>
+QString stubText(const Number &argument)
+{
+    return QString::number(argument);
+}
 
 /// An object that implements all interfaces and offers those in its script.
 class StubObject
     : public StubObjectState,
       public InterfaceObject<IPluginObject, IBuildEnvironment, IExecutionEnvironment, IBreakpointDetails, IBreakpoints,
-                             ICallStack, IVariables, ICustomDocumentPlugin, IDebugBuild, IDisassembly,
-                             IDisassemblyAddress, IDockExtension, IExtensionCommands, IMemory, IMemoryVerify,
-                             IMultiProcessorSync, INextStatement, IPeripherals, IProgressiveStart, IProjectPopulate,
-                             IPropertyDefinitions, IRegisters, ISourceMapping, ISymbolLookup, ISymbols64,
-                             ITextDocumentPlugin, IWakeUp, IWorkspaceClient>
+                             IEvaluationRequests, IMemoryRequests, IRegisterRequests, ICallStack, IVariables,
+                             ICustomDocumentPlugin, IDebugBuild, IDisassembly, IDisassemblyAddress, IDisassemblyFetch,
+                             IDockExtension, IExtensionCommands, ILiveMemory, IMakefileGenerator, IMemory,
+                             IMemoryVerify, IMultiProcessorSync, INextStatement, IPeripheralFields, IPeripherals,
+                             IProgressiveStart, IProjectPopulate, IPropertyDefinitions, IRegisters, ISourceMapping,
+                             ISymbolLookup, ISymbols64, ITextDocumentPlugin, IWakeUp, IWorkspaceClient>
 {
 public:
     /// The calls of all objects, and the existing objects.
@@ -38,13 +65,31 @@ public:
     {
         QStringList calls;
         QList<StubObject *> objects;
+        StubHooks hooks;
     };
 
     StubObject(const std::shared_ptr<StubScript> &script, Log &log);
     ~StubObject() override;
 
     QRESULT queryInterface(const QUuid &id, QUnknownInterface **out) override;
-    int type() override { return m_script->type; }
+    unsigned long addRef() override;
+    unsigned long release() override;
+    int type() override;
+    [[nodiscard]] const StubScript &script() const { return *m_script; }
+    [[nodiscard]] int statusOf(uint address) const; ///< of an access to its memory
+    /// Notes a call, "Class::function", in the log, and runs what the script has for it.
+    template <typename... Values>
+    void record(const QString &call, const Values &...arguments) const
+    {
+        note(call, QStringList{stubText(arguments)...});
+    }
+    [[nodiscard]] bool givesNothing() const { return m_log.hooks.take() != StubHooks::All; }
+    /// The result of a call.
+    template <typename T>
+    [[nodiscard]] T given(const T &value) const
+    {
+        return givesNothing() ? T() : value;
+    }
 
     // IBuildEnvironment
     bool initialise(IBuildEvents *events, const QString &option) override;
@@ -97,6 +142,10 @@ public:
                       IDebugReplies *replies) override;
     void assign(const DebugRequest &request, const StackPlace &place, const QString &expression, const QString &value,
                 int format, IDebugReplies *replies) override;
+    void requestMemory(const DebugRequest &request, int region, int mode, quint64 address, int count,
+                       IValueReplies *replies) override;
+    void requestRegisters(const DebugRequest &request, const QStringList &names, IValueReplies *replies) override;
+    void requestEvaluation(const DebugRequest &request, const QString &expression, IValueReplies *replies) override;
     void buildForDebug(const QString &configuration) override;
     QString disassemble(uint address, int region) override;
     QString text(int index) override; // IDisassembly and IDisassemblyAddress
@@ -140,6 +189,14 @@ public:
     bool symbolAt(uint address, int region, QString &name) override;
     void setQueryInterface(IQueryPluginInterface *givenQuery) override;
     void workspaceChanged() override;
+    bool fetch(int index, int milliseconds) override; // IDisassemblyFetch
+    bool canReadLive() override;
+    bool readLive(int region, int mode, uint address, int count, MemoryBlock &result) override;
+    bool prepareLive(const QString &expression) override;
+    bool evaluateLive(const QString &expression, QString &result) override;
+    PeripheralRegisterDetails details(const QString &peripheral, const QString &registerName) override;
+    uint readNow(const QString &peripheral, const QString &registerName) override;
+    QList<GeneratedFile> makefiles() override;
     // Documents
     DocumentTemplate *documentTemplate() override;
     QString title() override;
@@ -150,16 +207,27 @@ public:
     TextIndent *indenter() override;
 
 private:
-    template <typename... Values>
-    void record(const QString &call, const Values &...arguments);
-    void act(const QString &call) const; ///< Runs what the script has for a call.
-    void reply(const DebugRequest &request, IDebugReplies *replies,
-               const std::function<void(IDebugReplies &replies)> &answer);
+    void note(const QString &call, const QStringList &arguments) const;
+    void act(const QString &call) const; ///< A call that is only noted if all are.
+    void run(const QString &call) const; ///< Runs what the script and the hooks have for a call, "Class::function".
+    /// Answers a question now or, if the script says so, later.
+    template <typename Replies>
+    void reply(const DebugRequest &request, Replies *replies,
+               const std::type_identity_t<std::function<void(Replies &replies)>> &answer)
+    {
+        const auto kept = std::shared_ptr<Replies>(shareInterface(replies));
+        const bool fails = givesNothing() || !m_script->failure.isEmpty();
+        const auto give = [request, kept, answer, fails, failure = m_script->failure] {
+            fails ? kept->failed(request, failure) : answer(*kept);
+        };
+        if (m_script->answersLater)
+            m_script->answers.append(give);
+        else
+            give();
+    }
     void replyVariables(const DebugRequest &request, IDebugReplies *replies, const QList<VariableInfo> &all, int first,
                         int count);
     VariableInfo *variable(const QString &expression);
-
-    [[nodiscard]] int statusOf(uint address) const;
 
     const std::shared_ptr<StubScript> m_script;
     Log &m_log;

@@ -19,7 +19,11 @@ public:
     unsigned long addRef() override { return 1; }
     unsigned long release() override { return 1; }
 
-    QStringList featureList() override { return m_scripts.keys(); }
+    QStringList featureList() override
+    {
+        m_log.hooks.act(u"IPluginFactory::featureList"_s);
+        return m_log.hooks.take() == StubHooks::All ? m_scripts.keys() : QStringList();
+    }
     IPluginObject *create(const QString &feature) override
     {
         const auto script = m_scripts.value(feature);
@@ -27,15 +31,27 @@ public:
             return nullptr;
         if (const std::function<void()> action = script->on.value(u"create"_s))
             action();
+        m_log.hooks.act(u"IPluginFactory::create"_s);
+        if (m_log.hooks.take() != StubHooks::All)
+            return nullptr;
         return new StubObject(script, m_log);
     }
-    QString name() override { return u"Stub"_s; }
-    QPixmap logo() override { return {}; }
+    QString name() override
+    {
+        m_log.hooks.act(u"IPluginFactory::name"_s);
+        return m_log.hooks.take() == StubHooks::All ? u"Stub"_s : QString();
+    }
+    QPixmap logo() override
+    {
+        m_log.hooks.act(u"IPluginFactory::logo"_s);
+        return {};
+    }
 
     void reset() override
     {
         m_scripts.clear();
         m_log.calls.clear();
+        m_log.hooks = {};
     }
     StubScript &script(const QString &feature) override
     {
@@ -54,6 +70,7 @@ public:
             found = object->label == label ? object : found;
         return found;
     }
+    StubHooks &hooks() override { return m_log.hooks; }
     int objectCount() override { return int(m_log.objects.size()); }
 
 private:
