@@ -50,7 +50,7 @@ protected:
     void tearDown()
     {
         QVERIFY(m_answers->allGiven());
-        QCOMPARE(m_answers->said, QStringList()); // no unexpected dialogs
+        QCOMPARE(m_answers->shown, QStringList()); // no unexpected dialogs
         m_views->closeAll();
         StubFixture::tearDown();
         m_control.reset();

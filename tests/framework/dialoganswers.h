@@ -27,7 +27,7 @@ public:
             auto *box = qobject_cast<QMessageBox *>(dialog);
             if (!box || !box->button(button))
                 return unexpected(dialog);
-            said.append(box->text());
+            shown.append(box->text());
             boxes.append({box->icon(), box->windowTitle(), box->standardButtons()});
             box->button(button)->click();
         });
@@ -39,8 +39,8 @@ public:
             auto *chooser = qobject_cast<QFileDialog *>(dialog);
             if (!chooser)
                 return unexpected(dialog);
-            said.append(chooser->objectName() + u'|' + chooser->windowTitle() + u'|'
-                        + chooser->nameFilters().join(QStringLiteral(";;")));
+            shown.append(chooser->objectName() + u'|' + chooser->windowTitle() + u'|'
+                         + chooser->nameFilters().join(QStringLiteral(";;")));
             directory = chooser->directory().path();
             QString names;
             for (const QString &file : files)
@@ -62,7 +62,7 @@ public:
             auto *input = qobject_cast<QInputDialog *>(dialog);
             if (!input)
                 return unexpected(dialog);
-            said.append(input->windowTitle() + u'|' + input->labelText());
+            shown.append(input->windowTitle() + u'|' + input->labelText());
             input->setTextValue(text);
             input->accept();
         });
@@ -101,7 +101,7 @@ public:
         return QStringLiteral("%1 %2 [%3]").arg(QString::fromLatin1(icons[box.icon]), box.caption, names.join(u' '));
     }
 
-    QStringList said;
+    QStringList shown;
     QList<Box> boxes;
     QString directory; ///< the initial directory of the last file dialog
 
@@ -121,7 +121,7 @@ private:
     void unexpected(QDialog *dialog)
     {
         const auto *box = qobject_cast<QMessageBox *>(dialog);
-        said.append(QStringLiteral("unexpected: ") + (box ? box->text() : dialog->objectName()));
+        shown.append(QStringLiteral("unexpected: ") + (box ? box->text() : dialog->objectName()));
         dialog->reject();
     }
 

@@ -254,7 +254,7 @@ private Q_SLOTS:
         QTEST(takeCalls(), "calls");
         QVERIFY(!isOpen());
         QCOMPARE(m_dialog->result(), int(QDialog::Accepted));
-        QCOMPARE(m_answers->said, QStringList());
+        QCOMPARE(m_answers->shown, QStringList());
     }
 
     void acceptClearsAndSetsAnOldBreakpoint()
@@ -373,7 +373,7 @@ private Q_SLOTS:
         list()->setFocus();
         m_answers->press(QMessageBox::Ok);
         click("OKButton");
-        QCOMPARE(m_answers->said, QStringList{message});
+        QCOMPARE(m_answers->shown, QStringList{message});
         QCOMPARE(m_answers->lastBox(), u"information Varnel [Ok]"_s);
         QCOMPARE(list()->currentItem(), list()->firstChild());
         QVERIFY(isOpen());
@@ -401,7 +401,7 @@ private Q_SLOTS:
         retype(text);
         m_answers->press(QMessageBox::Ok);
         click("OKButton");
-        QCOMPARE(m_answers->said, QStringList{u"Breakpoints cannot be set in file:\n\n'"_s + file + u"'."_s});
+        QCOMPARE(m_answers->shown, QStringList{u"Breakpoints cannot be set in file:\n\n'"_s + file + u"'."_s});
         QCOMPARE(m_answers->lastBox(), u"information Varnel [Ok]"_s);
         QVERIFY(isOpen());
         QCOMPARE(edit()->text(), text);
@@ -421,7 +421,7 @@ private Q_SLOTS:
         const QString other = QDir::cleanPath(m_directory->filePath(u"../lib/other.c"_s));
         QCOMPARE(takeCalls(),
                  (QStringList{u"fw.setBreakpoint(main.c, 1, 0)"_s, u"fw.setBreakpoint(%1, 4, 2)"_s.arg(other)}));
-        QCOMPARE(m_answers->said, QStringList());
+        QCOMPARE(m_answers->shown, QStringList());
         QVERIFY(!isOpen());
     }
 
@@ -446,7 +446,7 @@ private Q_SLOTS:
         click("OKButton");
         QCOMPARE(takeCalls(), (QStringList{u"fw.symbolAddress(Motor::start)"_s, u"fw.sourceLocation(256, 1)"_s,
                                            u"fw.setBreakpoint(~/motor.cpp, 12, 1)"_s}));
-        QCOMPARE(m_answers->said, QStringList());
+        QCOMPARE(m_answers->shown, QStringList());
         QVERIFY(!isOpen());
     }
 
@@ -526,7 +526,7 @@ private Q_SLOTS:
         retype(text);
         m_answers->press(QMessageBox::Ok);
         click("OKButton");
-        QCOMPARE(m_answers->said, QStringList{message});
+        QCOMPARE(m_answers->shown, QStringList{message});
         QVERIFY(isOpen());
         QCOMPARE(edit()->text(), text);
         QCOMPARE(m_dialog->focusWidget(), edit());
@@ -570,7 +570,7 @@ private Q_SLOTS:
         retype(text);
         click("OKButton");
         QVERIFY(isOpen());
-        QCOMPARE(m_answers->said, QStringList());
+        QCOMPARE(m_answers->shown, QStringList());
         QCOMPARE(takeCalls(), QStringList());
     }
 
@@ -583,7 +583,7 @@ private Q_SLOTS:
         retype(u"main.c, 5"_s);
         m_answers->press(QMessageBox::Ok);
         click("OKButton");
-        QCOMPARE(m_answers->said,
+        QCOMPARE(m_answers->shown,
                  QStringList{u"The file you have specified is included in more than one project.\n\nmain.c\n\nThe "
                              "breakpoint will be set in the currently active project (boot.vnp - Debug)"_s});
         QCOMPARE(takeCalls(), QStringList{u"boot.setBreakpoint(~/main.c, 5, 1)"_s});
@@ -627,7 +627,7 @@ private Q_SLOTS:
         click("OKButton");
         QVERIFY(isOpen());
         QCOMPARE(takeCalls(), QStringList());
-        QCOMPARE(m_answers->said, QStringList());
+        QCOMPARE(m_answers->shown, QStringList());
     }
 
     void deletedProjectIsNotUsed()
@@ -650,7 +650,7 @@ private Q_SLOTS:
         m_answers->press(QMessageBox::Ok);
         expectException("IBreakpoints::setBreakpoint");
         click("OKButton");
-        QCOMPARE(m_answers->said, QStringList{u"The breakpoint could not be set."_s});
+        QCOMPARE(m_answers->shown, QStringList{u"The breakpoint could not be set."_s});
     }
 
     void closedWorkspaceSetsNothing()

@@ -256,7 +256,7 @@ private Q_SLOTS:
         HelpDialog::showPage(QUrl::fromLocalFile(f.installation.path(u"help/html/files.html"_s)), &dialog);
         f.answers->press(QMessageBox::Ok);
         Q_EMIT dialog.findChild<QTextBrowser *>(u"HelpBrowser"_s)->anchorClicked(QUrl(u"command:fileNew"_s));
-        QCOMPARE(f.answers->said.value(0), u"This link cannot be followed:\ncommand:fileNew"_s);
+        QCOMPARE(f.answers->shown.value(0), u"This link cannot be followed:\ncommand:fileNew"_s);
     }
 
     void windowWithoutATableHasNoPages()

@@ -1103,15 +1103,15 @@ private Q_SLOTS:
     {
         const Project *one = addProcessor(u"one"_s);
         const Project *two = addProcessor(u"two"_s);
-        const auto speaks = [this](const Project *project) {
+        const auto reports = [this](const Project *project) {
             m_control->statusInfo(u"text"_s, 0, project->executionInterface());
             report(project, 4);
         };
         be(StateRunning);
-        speaks(one);
-        speaks(two);
-        scriptOf(u"one"_s).on[u"stop"_s] = [&] { speaks(one); }; // reports during stop()
-        scriptOf(u"two"_s).on[u"stop"_s] = [&] { speaks(two); };
+        reports(one);
+        reports(two);
+        scriptOf(u"one"_s).on[u"stop"_s] = [&] { reports(one); }; // reports during stop()
+        scriptOf(u"two"_s).on[u"stop"_s] = [&] { reports(two); };
         m_control->debugStop();
         story();
         m_workspace->setCurrentProject(0);

@@ -124,7 +124,7 @@ private Q_SLOTS:
         DialogAnswers answers;
         QCOMPARE(int(resolveAction(options, RunEvent, nullptr)), 0);
         QCOMPARE(int(resolveAction(options, PauseEvent, nullptr)), 1);
-        QCOMPARE(answers.said, QStringList());
+        QCOMPARE(answers.shown, QStringList());
     }
 
     void questionHasTheTextsOfTheEvent()
@@ -157,7 +157,7 @@ private Q_SLOTS:
         QCOMPARE(int(resolveAction(options, PauseEvent, nullptr)), 1);
         QCOMPARE(textOf(options), u"21222"_s);
         QCOMPARE(int(resolveAction(options, PauseEvent, nullptr)), 1);
-        QCOMPARE(answers.said, QStringList());
+        QCOMPARE(answers.shown, QStringList());
         QCOMPARE(stored(), QString());
     }
 

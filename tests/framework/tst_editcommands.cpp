@@ -187,7 +187,7 @@ private Q_SLOTS:
         f.window->editLookupNextLine();
         f.answers->type(u"3"_s);
         f.window->viewGotoLine();
-        QCOMPARE(f.answers->said.size(), 1);
+        QCOMPARE(f.answers->shown.size(), 1);
     }
 
     // Go to line
@@ -218,7 +218,7 @@ private Q_SLOTS:
         const EditedFile f(QByteArray("\n").repeated(50));
         f.answers->type(u"0x10"_s);
         f.window->viewGotoLine();
-        QCOMPARE(f.answers->said, QStringList(u"Varnel|Enter line number:"_s));
+        QCOMPARE(f.answers->shown, QStringList(u"Varnel|Enter line number:"_s));
         QCOMPARE(f.line(), 17);
         f.answers->type(u"10"_s);
         f.window->viewGotoLine();
@@ -255,7 +255,7 @@ private Q_SLOTS:
         f.window->searchBoxFindAgain(u"one"_s);
         QCOMPARE(f.view()->currentEdit()->textCursor().selectionStart(), 0);
         QCOMPARE(f.status(), u"Passed the end of the file"_s);
-        QVERIFY(f.answers->said.isEmpty());
+        QVERIFY(f.answers->shown.isEmpty());
     }
 
     void missingTextShowsAMessage()
@@ -263,7 +263,7 @@ private Q_SLOTS:
         const EditedFile f;
         f.answers->press(QMessageBox::Ok);
         f.window->find(u"four"_s, true, true, true, true);
-        QCOMPARE(f.answers->said, QStringList(u"Cannot find the string four."_s));
+        QCOMPARE(f.answers->shown, QStringList(u"Cannot find the string four."_s));
         QCOMPARE(f.answers->lastBox(), u"warning Find [Ok]"_s);
         QCOMPARE(f.status(), QString());
     }
@@ -282,7 +282,7 @@ private Q_SLOTS:
         box->setEditText(u"tx"_s);
         f.answers->press(QMessageBox::Ok);
         box->setEditText(u"txx"_s);
-        QCOMPARE(f.answers->said, (QStringList{u"Cannot find the string tx."_s, u"Cannot find the string txx."_s}));
+        QCOMPARE(f.answers->shown, (QStringList{u"Cannot find the string tx."_s, u"Cannot find the string txx."_s}));
         f.window->fileCloseAll();
         QVERIFY(!box->isEnabled());
     }

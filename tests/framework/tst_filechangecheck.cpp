@@ -20,7 +20,7 @@ private Q_SLOTS:
         const WindowFixture f;
         f.open(u"a.c"_s);
         f.activate();
-        QVERIFY(f.answers->said.isEmpty());
+        QVERIFY(f.answers->shown.isEmpty());
     }
 
     void yesReloadsTheFile()
@@ -30,11 +30,11 @@ private Q_SLOTS:
         f.changeOutside(u"a.c"_s, "new");
         f.answers->press(QMessageBox::Yes);
         f.activate();
-        QCOMPARE(f.answers->said, QStringList(question(f.path(u"a.c"_s))));
+        QCOMPARE(f.answers->shown, QStringList(question(f.path(u"a.c"_s))));
         QCOMPARE(f.answers->lastBox(), u"question Varnel [Yes No]"_s);
         QCOMPARE(f.text(), u"new"_s);
         f.activate();
-        QCOMPARE(f.answers->said.size(), 1);
+        QCOMPARE(f.answers->shown.size(), 1);
     }
 
     void reloadThatLosesChangesIsNotTheDefault()
@@ -61,12 +61,12 @@ private Q_SLOTS:
         f.answers->press(QMessageBox::No);
         f.activate();
         f.activate();
-        QCOMPARE(f.answers->said.size(), 1);
+        QCOMPARE(f.answers->shown.size(), 1);
         QCOMPARE(f.text(), u"old"_s);
         f.changeOutside(u"a.c"_s, "newer", 20);
         f.answers->press(QMessageBox::Yes);
         f.activate();
-        QCOMPARE(f.answers->said.size(), 2);
+        QCOMPARE(f.answers->shown.size(), 2);
         QCOMPARE(f.text(), u"newer"_s);
     }
 
@@ -82,9 +82,9 @@ private Q_SLOTS:
         f.answers->press(QMessageBox::No);
         f.answers->press(QMessageBox::No);
         f.activate();
-        QStringList said = f.answers->said;
-        said.sort();
-        QCOMPARE(said, (QStringList{question(f.path(u"a.c"_s)), question(f.path(u"c.c"_s))}));
+        QStringList shown = f.answers->shown;
+        shown.sort();
+        QCOMPARE(shown, (QStringList{question(f.path(u"a.c"_s)), question(f.path(u"c.c"_s))}));
     }
 
     void missingFileShowsNoQuestion()
@@ -93,7 +93,7 @@ private Q_SLOTS:
         f.open(u"a.c"_s, "old");
         QFile::remove(f.path(u"a.c"_s));
         f.activate();
-        QVERIFY(f.answers->said.isEmpty());
+        QVERIFY(f.answers->shown.isEmpty());
         QCOMPARE(f.text(), u"old"_s);
     }
 
@@ -129,7 +129,7 @@ private Q_SLOTS:
         });
         f.activate();
         QVERIFY(f.openFiles().isEmpty());
-        QVERIFY(f.answers->said.isEmpty());
+        QVERIFY(f.answers->shown.isEmpty());
     }
 
     void fileSavedByTheEditorShowsNoQuestion()
@@ -139,7 +139,7 @@ private Q_SLOTS:
         f.type(u"new "_s);
         f.window->fileSave();
         f.activate();
-        QVERIFY(f.answers->said.isEmpty());
+        QVERIFY(f.answers->shown.isEmpty());
     }
 };
 

@@ -35,7 +35,7 @@ private Q_SLOTS:
         f.settings()->setValue(u"Paths/Files"_s, f.path(u"src"_s));
         f.answers->choose({file});
         f.window->fileOpen();
-        QCOMPARE(f.answers->said, QStringList(u"openFileDialog|Open File|"_s + SourceFilter));
+        QCOMPARE(f.answers->shown, QStringList(u"openFileDialog|Open File|"_s + SourceFilter));
         QCOMPARE(f.answers->directory, f.path(u"src"_s));
         QCOMPARE(f.openFiles(), QStringList(u"main.c"_s));
     }
@@ -111,7 +111,7 @@ private Q_SLOTS:
     {
         const WindowFixture f;
         f.window->lookupSource(f.path(u"make: *** [Makefile"_s), 3);
-        QVERIFY(f.answers->said.isEmpty());
+        QVERIFY(f.answers->shown.isEmpty());
         QVERIFY(f.openFiles().isEmpty());
         QCOMPARE(f.status(), u"The file %1 does not exist"_s.arg(f.path(u"make: *** [Makefile"_s)));
     }
@@ -121,8 +121,8 @@ private Q_SLOTS:
         const WindowFixture f;
         f.answers->press(QMessageBox::No);
         QVERIFY(!f.window->openFile(f.path(u"gone.c"_s), true));
-        QCOMPARE(f.answers->said, QStringList(u"The following file does not exist:\n"_s + f.path(u"gone.c"_s)
-                                              + u"\n\nDo you want to create it?"_s));
+        QCOMPARE(f.answers->shown, QStringList(u"The following file does not exist:\n"_s + f.path(u"gone.c"_s)
+                                               + u"\n\nDo you want to create it?"_s));
         f.window->close();
         QVERIFY(f.recent(u"File"_s).isEmpty());
     }
@@ -132,7 +132,7 @@ private Q_SLOTS:
         const WindowFixture f;
         f.answers->press(QMessageBox::Ok);
         QVERIFY(!f.window->openFile(f.path({}), false));
-        QCOMPARE(f.answers->said, QStringList(u"The following file could not be opened:\n"_s + f.path({})));
+        QCOMPARE(f.answers->shown, QStringList(u"The following file could not be opened:\n"_s + f.path({})));
         QVERIFY(f.openFiles().isEmpty());
     }
 
@@ -169,7 +169,7 @@ private Q_SLOTS:
         f.answers->press(QMessageBox::No);
         f.answers->press(QMessageBox::Ok);
         selectRecent(f, 0);
-        QCOMPARE(f.answers->said.value(1),
+        QCOMPARE(f.answers->shown.value(1),
                  u"The file could not be opened.\n\nIt will be removed from the Recent Files list."_s);
         QCOMPARE(f.answers->lastBox(), Warn);
         f.window->close();
@@ -204,7 +204,7 @@ private Q_SLOTS:
         QCOMPARE(f.openFiles(), (QStringList{u"a.c"_s, u"b.c:1"_s, u"b.c:2"_s}));
         f.window->fileClose();
         QCOMPARE(f.openFiles(), QStringList(u"a.c"_s));
-        QVERIFY(f.answers->said.isEmpty());
+        QVERIFY(f.answers->shown.isEmpty());
     }
 
     void closingAllAsksForEachChangedFile()
@@ -218,7 +218,7 @@ private Q_SLOTS:
         f.answers->press(QMessageBox::Yes);
         f.answers->press(QMessageBox::Cancel);
         f.window->fileCloseAll();
-        QCOMPARE(f.answers->said,
+        QCOMPARE(f.answers->shown,
                  (QStringList{f.path(u"a.c"_s) + u" has changed.\n\nDo you want to save the changes?"_s,
                               f.path(u"c.c"_s) + u" has changed.\n\nDo you want to save the changes?"_s}));
         QCOMPARE(f.openFiles(), QStringList(u"c.c *"_s));
@@ -235,7 +235,7 @@ private Q_SLOTS:
         f.window->filePrint();
         f.window->fileRevert();
         QVERIFY(f.window->fileSaveAll());
-        QVERIFY(f.answers->said.isEmpty());
+        QVERIFY(f.answers->shown.isEmpty());
     }
 
     // Reverting
@@ -249,7 +249,7 @@ private Q_SLOTS:
             u"Are you sure that you want to revert to the saved version of:\n\n"_s + f.path(u"a.c"_s) + u"\n\n"_s;
         f.answers->press(QMessageBox::Cancel);
         f.window->fileRevert();
-        QCOMPARE(f.answers->said, QStringList(question));
+        QCOMPARE(f.answers->shown, QStringList(question));
         QCOMPARE(f.answers->lastBox(), AskOkCancel);
         QCOMPARE(f.text(), u"new old"_s);
         f.answers->press(QMessageBox::Ok);
@@ -342,7 +342,7 @@ private Q_SLOTS:
         f.window->fileSave();
         QCOMPARE(f.read(u"a.c"_s), QByteArray("new old"));
         QCOMPARE(f.openFiles(), QStringList(u"a.c"_s));
-        QVERIFY(f.answers->said.isEmpty());
+        QVERIFY(f.answers->shown.isEmpty());
     }
 
     void savingOverANewerFileAsksFirst_data()
@@ -362,12 +362,12 @@ private Q_SLOTS:
         f.changeOutside(u"a.c"_s, "theirs");
         f.answers->press(QMessageBox::StandardButton(button));
         f.window->fileSave();
-        QCOMPARE(f.answers->said, QStringList(u"A newer version of this file exists on disk:\n\n"_s + f.path(u"a.c"_s)
-                                              + u"\n\nAre you sure that you want to overwrite the newer version?"_s));
+        QCOMPARE(f.answers->shown, QStringList(u"A newer version of this file exists on disk:\n\n"_s + f.path(u"a.c"_s)
+                                               + u"\n\nAre you sure that you want to overwrite the newer version?"_s));
         QCOMPARE(f.answers->lastBox(), AskOkCancel);
         QTEST(f.read(u"a.c"_s), "content");
         f.activate(); // it was reported before
-        QCOMPARE(f.answers->said.size(), 1);
+        QCOMPARE(f.answers->shown.size(), 1);
     }
 
     void savingUnderAnotherName()
@@ -378,8 +378,8 @@ private Q_SLOTS:
         QDir().mkpath(f.path(u"other"_s));
         f.answers->choose({f.path(u"other/b.kor"_s)});
         f.window->fileSaveAs();
-        QCOMPARE(f.answers->said, QStringList(u"saveFileDialog|Save File|Source Files (*.c *.cpp *.h *.kor);;"
-                                              "Python Files (*.py);;All Files (*.*)"_s));
+        QCOMPARE(f.answers->shown, QStringList(u"saveFileDialog|Save File|Source Files (*.c *.cpp *.h *.kor);;"
+                                               "Python Files (*.py);;All Files (*.*)"_s));
         QCOMPARE(f.answers->directory, f.path(u"src"_s));
         QCOMPARE(f.read(u"other/b.kor"_s), QByteArray("new old"));
         QCOMPARE(f.read(u"src/a.c"_s), QByteArray("old"));
@@ -420,7 +420,7 @@ private Q_SLOTS:
         f.answers->press(QMessageBox::Yes); // the file dialog asks whether to overwrite
         f.answers->press(agrees ? QMessageBox::Ok : QMessageBox::Cancel);
         f.window->fileSaveAs();
-        QCOMPARE(f.answers->said.last(), question.arg(path));
+        QCOMPARE(f.answers->shown.last(), question.arg(path));
         QCOMPARE(f.answers->lastBox(), AskOkCancel);
         QCOMPARE(f.read(u"a.c"_s), QByteArray(agrees ? "b" : "a"));
         const QString other = modified ? u"a.c *"_s : u"a.c"_s;
@@ -436,7 +436,7 @@ private Q_SLOTS:
         f.answers->choose({f.path(u"a.c"_s)});
         f.answers->press(QMessageBox::Yes);
         f.window->fileSaveAs();
-        QCOMPARE(f.answers->said.size(), 2);
+        QCOMPARE(f.answers->shown.size(), 2);
         QCOMPARE(f.read(u"a.c"_s), QByteArray("new a"));
     }
 
@@ -483,8 +483,8 @@ private Q_SLOTS:
         f.changeOutside(u"c.c"_s, "theirs");
         f.answers->press(QMessageBox::Cancel);
         QVERIFY(!f.window->fileSaveAll());
-        QCOMPARE(f.answers->said.size(), 1);
-        const QStringList lines = f.answers->said.first().split(u'\n');
+        QCOMPARE(f.answers->shown.size(), 1);
+        const QStringList lines = f.answers->shown.first().split(u'\n');
         QCOMPARE(lines.first(), u"Newer versions of the following files exists on disk:"_s);
         QCOMPARE(lines.last(), u"Are you sure that you want to overwrite them?"_s);
         QStringList paths = lines.mid(2, lines.size() - 4);
@@ -495,7 +495,7 @@ private Q_SLOTS:
         QCOMPARE(f.read(u"b.c"_s), QByteArray("old"));
         QVERIFY(f.window->projectWorkspace()->currentProject()->isModified());
         f.activate(); // they were reported before
-        QCOMPARE(f.answers->said.size(), 1);
+        QCOMPARE(f.answers->shown.size(), 1);
     }
 
     void savingAllOverNewerFilesIsDoneIfConfirmed()
@@ -507,7 +507,7 @@ private Q_SLOTS:
         f.changeOutside(u"a.c"_s, "theirs");
         f.answers->press(QMessageBox::Ok);
         QVERIFY(f.window->fileSaveAll());
-        QCOMPARE(f.answers->said.value(0).count(f.path(u"a.c"_s)), 1); // although it has two views
+        QCOMPARE(f.answers->shown.value(0).count(f.path(u"a.c"_s)), 1); // although it has two views
         QCOMPARE(f.read(u"a.c"_s), QByteArray("mine old"));
     }
 
@@ -521,9 +521,9 @@ private Q_SLOTS:
         QFile::setPermissions(f.path(u"a.c"_s), QFile::ReadOwner);
         f.answers->press(QMessageBox::Ok);
         f.window->fileSave();
-        QCOMPARE(f.answers->said, QStringList(u"The following file could not be written:\n"_s + f.path(u"a.c"_s)
-                                              + u"\n\nPlease check that this file is not read-only and you have "
-                                                "permission to write to it."_s));
+        QCOMPARE(f.answers->shown, QStringList(u"The following file could not be written:\n"_s + f.path(u"a.c"_s)
+                                               + u"\n\nPlease check that this file is not read-only and you have "
+                                                 "permission to write to it."_s));
         QCOMPARE(f.answers->lastBox(), Warn);
         QCOMPARE(f.read(u"a.c"_s), QByteArray("old"));
         QCOMPARE(f.openFiles(), QStringList(u"a.c *"_s));
@@ -541,7 +541,7 @@ private Q_SLOTS:
         f.answers->press(QMessageBox::Yes); // the file dialog asks whether to overwrite
         f.answers->press(QMessageBox::Ok);
         f.window->fileSaveAs();
-        QVERIFY(f.answers->said.last().startsWith(u"The following file could not be written:\n/dev/full\n"_s));
+        QVERIFY(f.answers->shown.last().startsWith(u"The following file could not be written:\n/dev/full\n"_s));
         QVERIFY(f.document()->modified());
         QCOMPARE(f.text(), u"new text"_s);
     }
@@ -554,7 +554,7 @@ private Q_SLOTS:
         QDir(f.path(u"gone"_s)).removeRecursively();
         f.answers->press(QMessageBox::Ok);
         f.window->fileSave();
-        QVERIFY(f.answers->said.value(0).startsWith(u"The following file could not be written:"_s));
+        QVERIFY(f.answers->shown.value(0).startsWith(u"The following file could not be written:"_s));
         QVERIFY(f.document()->modified());
     }
 
@@ -577,7 +577,7 @@ private Q_SLOTS:
         f.settings()->setValue(u"Paths/Files"_s, f.path({}));
         f.answers->choose({file});
         f.window->editInsertFile();
-        QCOMPARE(f.answers->said, QStringList(u"insertFileDialog|Insert File|All Files (*.*)"_s));
+        QCOMPARE(f.answers->shown, QStringList(u"insertFileDialog|Insert File|All Files (*.*)"_s));
         QCOMPARE(f.text(), u"new\ntext old"_s);
         QCOMPARE(f.settings()->value(u"Paths/Files"_s).toString(), f.path(u"more"_s));
         QVERIFY(f.document()->modified());
@@ -601,7 +601,7 @@ private Q_SLOTS:
         f.answers->choose({f.path(u"pipe"_s)});
         f.answers->press(QMessageBox::Ok);
         f.window->editInsertFile();
-        QCOMPARE(f.answers->said.value(1), u"Could not open file:/n/n"_s + f.path(u"pipe"_s));
+        QCOMPARE(f.answers->shown.value(1), u"Could not open file:/n/n"_s + f.path(u"pipe"_s));
         QCOMPARE(f.text(), u"old"_s);
     }
 
@@ -614,7 +614,7 @@ private Q_SLOTS:
         f.answers->choose({file});
         f.answers->press(QMessageBox::Ok);
         f.window->editInsertFile();
-        QCOMPARE(f.answers->said.value(1), u"Could not open file:/n/n"_s + file);
+        QCOMPARE(f.answers->shown.value(1), u"Could not open file:/n/n"_s + file);
         QCOMPARE(f.answers->lastBox(), Warn);
         QCOMPARE(f.text(), u"old"_s);
     }

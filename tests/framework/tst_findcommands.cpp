@@ -87,7 +87,7 @@ private Q_SLOTS:
         findDialog(f)->close();
         f.answers->press(QMessageBox::Ok);
         f.window->find(u"nowhere"_s, false, false, true, true);
-        QCOMPARE(f.answers->said, QStringList(u"Cannot find the string nowhere."_s));
+        QCOMPARE(f.answers->shown, QStringList(u"Cannot find the string nowhere."_s));
     }
 
     void countIsThatOfTheViewInFront()
@@ -146,7 +146,8 @@ private Q_SLOTS:
         QTRY_COMPARE(count->text(), u"The expression takes too long"_s);
         f.answers->press(QMessageBox::Ok);
         findDialog(f)->findChild<QPushButton *>(u"FindNextButton"_s)->click();
-        QCOMPARE(f.answers->said, QStringList(u"The search for (a+)+$ was given up: the expression takes too long."_s));
+        QCOMPARE(f.answers->shown,
+                 QStringList(u"The search for (a+)+$ was given up: the expression takes too long."_s));
     }
 
     void expressionIsFoundInAText()
@@ -248,7 +249,7 @@ private Q_SLOTS:
         QTRY_VERIFY2(page->toPlainText().endsWith(u"1 occurrence has been found."_s), qPrintable(page->toPlainText()));
         QVERIFY(page->toPlainText().contains(file + u"(2):two needle"_s));
         f.window->editLookupNextLine();
-        QVERIFY(f.answers->said.isEmpty()); // nothing is to be created
+        QVERIFY(f.answers->shown.isEmpty()); // nothing is to be created
         QCOMPARE(f.openFiles(), QStringList(u"a(7).c"_s));
         QCOMPARE(f.document()->filename(), file);
         QCOMPARE(f.view()->currentEdit()->textCursor().blockNumber(), 1);

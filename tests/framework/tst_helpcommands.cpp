@@ -177,7 +177,7 @@ private Q_SLOTS:
         for (const auto &link : {u"execute:evil.sh"_s, u"command:helpHome"_s}) {
             f.answers->press(QMessageBox::Ok);
             f.follow(link);
-            QCOMPARE(f.answers->said.takeFirst(), u"This link cannot be followed:\n"_s + link);
+            QCOMPARE(f.answers->shown.takeFirst(), u"This link cannot be followed:\n"_s + link);
         }
     }
 
@@ -218,7 +218,7 @@ private Q_SLOTS:
         f.trigger(u"helpHome"_s);
         f.answers->press(QMessageBox::Ok);
         f.follow(link);
-        QCOMPARE(f.answers->said, QStringList(u"This link cannot be followed:\n"_s + link));
+        QCOMPARE(f.answers->shown, QStringList(u"This link cannot be followed:\n"_s + link));
     }
 
     void linkOpensAWorkspaceRelativeToTheHelp()
@@ -242,7 +242,7 @@ private Q_SLOTS:
         QTRY_COMPARE(f.opened(), u"varnel-examples/one/one.vnw"_s);
         QCOMPARE(f.projects(), QStringList(u"two"_s)); // the folders that it uses are there as well
         QCOMPARE(f.answers->lastBox(), u"information Varnel [Yes No Cancel]"_s);
-        QVERIFY(f.answers->said.value(0).contains(u"copy them to '"_s + f.installation.path(u"varnel-examples"_s)));
+        QVERIFY(f.answers->shown.value(0).contains(u"copy them to '"_s + f.installation.path(u"varnel-examples"_s)));
         QVERIFY(QFileInfo(f.installation.path(u"varnel-examples/two/two.vnp"_s)).isWritable());
     }
 
@@ -255,7 +255,7 @@ private Q_SLOTS:
         QTRY_COMPARE(f.opened(), u"varnel-examples/one/one.vnw"_s);
         QVERIFY(f.projects().isEmpty());
         QVERIFY(QFileInfo::exists(f.installation.path(u"varnel-examples/two/two.vnp"_s))); // what was missing
-        QVERIFY(f.answers->said.isEmpty());
+        QVERIFY(f.answers->shown.isEmpty());
     }
 
     void userMayOpenTheInstalledExampleOrNothing_data()
@@ -273,7 +273,7 @@ private Q_SLOTS:
         const ReadOnlyExamples f;
         f.answers->press(answer);
         f.openExample();
-        QTRY_COMPARE(f.answers->said.size(), 1);
+        QTRY_COMPARE(f.answers->shown.size(), 1);
         QCoreApplication::processEvents();
         QTEST(f.opened(), "opened");
         QVERIFY(!QFileInfo::exists(f.installation.path(u"varnel-examples"_s)));
@@ -288,8 +288,8 @@ private Q_SLOTS:
         f.answers->press(QMessageBox::Ok);
         f.openExample();
         QTRY_VERIFY(f.answers->allGiven());
-        QVERIFY2(f.answers->said.value(1).startsWith(u"Could not write to file '"_s),
-                 qPrintable(f.answers->said.value(1)));
+        QVERIFY2(f.answers->shown.value(1).startsWith(u"Could not write to file '"_s),
+                 qPrintable(f.answers->shown.value(1)));
         QCOMPARE(f.opened(), u"(none)"_s);
     }
 

@@ -78,7 +78,7 @@ private Q_SLOTS:
     void cleanup()
     {
         m_window.reset();
-        QCOMPARE(m_answers->said, QStringList());
+        QCOMPARE(m_answers->shown, QStringList());
         m_answers.reset();
         tearDown();
     }
@@ -311,9 +311,9 @@ private Q_SLOTS:
         QVERIFY(m_messages.constFirst().startsWith(u"The recording was written to '"_s));
         const auto written = readFile(m_directory->filePath(u"out.csv"_s));
         QVERIFY(written && written->startsWith("\"Seconds\",\"one: counter\"\n0.000,1\n"));
-        QCOMPARE(m_answers->said.size(), 1);
-        QVERIFY(m_answers->said.constFirst().startsWith(u"saveRecordingDialog|Save Recording|"_s));
-        m_answers->said.clear();
+        QCOMPARE(m_answers->shown.size(), 1);
+        QVERIFY(m_answers->shown.constFirst().startsWith(u"saveRecordingDialog|Save Recording|"_s));
+        m_answers->shown.clear();
     }
 
     void fileThatCannotBeWrittenIsReported()
@@ -323,9 +323,9 @@ private Q_SLOTS:
         m_answers->choose({u"/proc/none/out.csv"_s});
         m_answers->press(QMessageBox::Ok);
         press(u"liveSave"_s);
-        QTRY_COMPARE(m_answers->said.size(), 2);
-        QCOMPARE(m_answers->said.constLast(), u"The recording could not be written to '/proc/none/out.csv'."_s);
-        m_answers->said.clear();
+        QTRY_COMPARE(m_answers->shown.size(), 2);
+        QCOMPARE(m_answers->shown.constLast(), u"The recording could not be written to '/proc/none/out.csv'."_s);
+        m_answers->shown.clear();
     }
 
     void workspaceMayCloseWhileTheFileIsChosen()

@@ -36,7 +36,7 @@ private Q_SLOTS:
         project->setModified(true);
         f.answers->press(QMessageBox::Ok);
         QVERIFY(!f.window->fileSaveAll());
-        QVERIFY(f.answers->said.value(0).startsWith(u"The following file could not be written:"_s));
+        QVERIFY(f.answers->shown.value(0).startsWith(u"The following file could not be written:"_s));
         QVERIFY(!project->isModified());
     }
 

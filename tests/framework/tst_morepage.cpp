@@ -142,7 +142,7 @@ private Q_SLOTS:
         DialogAnswers answers;
         answers.choose({directory.path()});
         QTest::mouseClick(button(m_dialog, "VirtualEnvironmentButton"), Qt::LeftButton);
-        QVERIFY(answers.said.value(0).startsWith(u"virtualEnvironmentDialog|Virtual Environment"_s));
+        QVERIFY(answers.shown.value(0).startsWith(u"virtualEnvironmentDialog|Virtual Environment"_s));
         QCOMPARE(m_page->options().virtualEnvironment, directory.path());
         answers.choose({});
         QTest::mouseClick(button(m_dialog, "VirtualEnvironmentButton"), Qt::LeftButton);

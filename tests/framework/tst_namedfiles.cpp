@@ -47,7 +47,7 @@ private Q_SLOTS:
         const WindowFixture f;
         f.window->continueLastRun({f.write(u"b.c"_s, "b"), f.write(u"a.c"_s, "a")});
         QCOMPARE(f.openFiles(), (QStringList{u"b.c"_s, u"a.c"_s}));
-        QVERIFY(f.answers->said.isEmpty());
+        QVERIFY(f.answers->shown.isEmpty());
     }
 
     void openedFilesAreRecent()
@@ -134,7 +134,7 @@ private Q_SLOTS:
         f.writeWorkspace(u"d/one.vnw"_s, {u"one.vnp"_s});
         f.window->continueLastRun({f.path(u"d"_s)});
         QCOMPARE(f.projects(), QStringList(u"one"_s));
-        QVERIFY(f.answers->said.isEmpty());
+        QVERIFY(f.answers->shown.isEmpty());
     }
 
     void directoryWithSeveralAsksWhichToOpen()
@@ -145,7 +145,7 @@ private Q_SLOTS:
         f.writeWorkspace(u"d/all.vnw"_s, {u"one.vnp"_s, u"two.vnp"_s});
         f.answers->type(u"two.vnp"_s);
         f.window->continueLastRun({f.path(u"d"_s)});
-        QCOMPARE(f.answers->said, QStringList(u"Varnel|Which of these do you want to open?"_s));
+        QCOMPARE(f.answers->shown, QStringList(u"Varnel|Which of these do you want to open?"_s));
         QCOMPARE(f.projects(), QStringList(u"two"_s));
     }
 
@@ -170,7 +170,7 @@ private Q_SLOTS:
         QCOMPARE(f.projects(), QStringList(u"motor"_s));
         QCOMPARE(filesOfProject(f), (QStringList{u"inc/board.h"_s, u"main.c"_s}));
         QVERIFY(QFileInfo::exists(f.path(u"motor/motor.vnw"_s)));
-        QVERIFY(f.answers->said.value(0).startsWith(u"There is no workspace and no project in the folder '"));
+        QVERIFY(f.answers->shown.value(0).startsWith(u"There is no workspace and no project in the folder '"));
     }
 
     void declinedOfferLeavesTheDirectoryAlone()

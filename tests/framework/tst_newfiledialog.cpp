@@ -202,7 +202,7 @@ private Q_SLOTS:
         QDir().mkpath(path(u"other"_s));
         m_answers->choose({path(u"other"_s)});
         QTest::mouseClick(child<QAbstractButton>("browseButton"), Qt::LeftButton);
-        QVERIFY(m_answers->said.value(0).startsWith(u"getDirectory|Choose Directory|"_s));
+        QVERIFY(m_answers->shown.value(0).startsWith(u"getDirectory|Choose Directory|"_s));
         QCOMPARE(child<QLineEdit>("locationEdit")->text(), path(u"other"_s));
     }
 
@@ -211,7 +211,7 @@ private Q_SLOTS:
         open();
         m_answers->press(QMessageBox::Ok);
         pressOk();
-        QCOMPARE(m_answers->said, QStringList(u"Please enter a name for the new file."_s));
+        QCOMPARE(m_answers->shown, QStringList(u"Please enter a name for the new file."_s));
         QCOMPARE(m_answers->lastBox(), u"warning Varnel [Ok]"_s);
         QVERIFY(m_dialog->isVisible());
         QCOMPARE(m_dialog->focusWidget(), nameEdit());
@@ -225,7 +225,7 @@ private Q_SLOTS:
         child<QLineEdit>("locationEdit")->clear();
         m_answers->press(QMessageBox::Ok);
         pressOk();
-        QCOMPARE(m_answers->said, QStringList(u"Please enter a location for the new file."_s));
+        QCOMPARE(m_answers->shown, QStringList(u"Please enter a location for the new file."_s));
         QVERIFY(m_dialog->isVisible());
     }
 
@@ -236,8 +236,8 @@ private Q_SLOTS:
         enterName(u"a"_s);
         m_answers->press(QMessageBox::No);
         pressOk();
-        QCOMPARE(m_answers->said, QStringList(u"A file with that name already exist. Do you want to overwrite it with "
-                                              "the new file?"_s));
+        QCOMPARE(m_answers->shown, QStringList(u"A file with that name already exist. Do you want to overwrite it with "
+                                               "the new file?"_s));
         QCOMPARE(m_answers->lastBox(), u"information Varnel [Yes No]"_s);
         QVERIFY(m_dialog->isVisible());
         m_answers->press(QMessageBox::Yes);

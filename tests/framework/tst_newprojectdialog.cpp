@@ -249,7 +249,7 @@ private Q_SLOTS:
         QDir().mkpath(path(u"other"_s));
         m_answers->choose({path(u"other"_s)});
         QTest::mouseClick(child<QAbstractButton>("BrowseButton"), Qt::LeftButton);
-        QVERIFY(m_answers->said.value(0).startsWith(u"getDirectory|Choose Directory|"_s));
+        QVERIFY(m_answers->shown.value(0).startsWith(u"getDirectory|Choose Directory|"_s));
         QCOMPARE(m_answers->directory, path(u"home"_s));
         QCOMPARE(locationEdit()->text(), path(u"other"_s));
         m_answers->choose({});
@@ -305,7 +305,7 @@ private Q_SLOTS:
             enterName(name);
         m_answers->press(QMessageBox::Ok);
         pressOk();
-        QCOMPARE(m_answers->said, QStringList(message));
+        QCOMPARE(m_answers->shown, QStringList(message));
         QCOMPARE(m_answers->lastBox(), u"warning Varnel [Ok]"_s);
         QVERIFY(m_dialog->isVisible());
         QTEST(focus(), "focused");
@@ -322,7 +322,7 @@ private Q_SLOTS:
         locationEdit()->clear();
         m_answers->press(QMessageBox::Ok);
         pressOk();
-        QCOMPARE(m_answers->said, QStringList(u"Please enter a location for the new project."_s));
+        QCOMPARE(m_answers->shown, QStringList(u"Please enter a location for the new project."_s));
         QCOMPARE(focus(), u"LocationLineEdit"_s);
         QVERIFY(m_dialog->isVisible());
     }
@@ -359,7 +359,7 @@ private Q_SLOTS:
         pressOk();
         const QString question =
             u"The folder does not exist:\n\n"_s + path(u"a/b %1/c"_s) + u"\n\nDo you want to create it?"_s;
-        QCOMPARE(m_answers->said, QStringList(question));
+        QCOMPARE(m_answers->shown, QStringList(question));
         QCOMPARE(m_answers->lastBox(), u"information Varnel [Ok Cancel]"_s);
         QCOMPARE(focus(), u"LocationLineEdit"_s);
         QVERIFY(!QFileInfo::exists(path(u"a"_s)));
@@ -378,7 +378,7 @@ private Q_SLOTS:
         locationEdit()->setText(path(u"file"_s));
         m_answers->press(QMessageBox::Ok);
         pressOk();
-        QCOMPARE(m_answers->said,
+        QCOMPARE(m_answers->shown,
                  QStringList(u"Could not create the project folder '"_s + path(u"file/fw"_s) + u"'."_s));
     }
 
@@ -390,7 +390,7 @@ private Q_SLOTS:
         QFile::setPermissions(path(u"home"_s), QFile::ReadOwner | QFile::ExeOwner);
         m_answers->press(QMessageBox::Ok);
         pressOk();
-        QCOMPARE(m_answers->said,
+        QCOMPARE(m_answers->shown,
                  QStringList(u"Could not create the project folder '"_s + path(u"home/fw"_s) + u"'."_s));
         QCOMPARE(m_dialog->result(), int(QDialog::Accepted));
         QFile::setPermissions(path(u"home"_s), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);

@@ -517,12 +517,12 @@ private Q_SLOTS:
         DialogAnswers answers;
         answers.meet([&](QDialog *dialog) {
             auto *chooser = qobject_cast<QColorDialog *>(dialog);
-            answers.said << chooser->objectName() << chooser->currentColor().name();
+            answers.shown << chooser->objectName() << chooser->currentColor().name();
             chooser->setCurrentColor(Qt::red);
             chooser->reject();
         });
         click("BackgroundButton");
-        QCOMPARE(answers.said, (QStringList{u"colorDialog"_s, u"#eeeeee"_s}));
+        QCOMPARE(answers.shown, (QStringList{u"colorDialog"_s, u"#eeeeee"_s}));
         click("OKButton");
         QCOMPARE(formats(), formatsBefore());
     }
@@ -567,7 +567,7 @@ private Q_SLOTS:
         answers.press(QMessageBox::Ok);
         click("BoldCheckbox");
         click("DefaultsButton");
-        QCOMPARE(answers.said, QStringList{u"The default formats cannot be read. The formats stay as they are."_s});
+        QCOMPARE(answers.shown, QStringList{u"The default formats cannot be read. The formats stay as they are."_s});
         QCOMPARE(answers.lastBox(), u"warning Varnel [Ok]"_s);
         click("OKButton");
         QStringList expected = formatsBefore();
@@ -609,7 +609,7 @@ private Q_SLOTS:
         DialogAnswers answers;
         answers.press(QMessageBox::Ok);
         click("OKButton");
-        QCOMPARE(answers.said,
+        QCOMPARE(answers.shown,
                  QStringList{u"\"%1\" is not a virtual environment of Python: it has no file pyvenv.cfg."_s.arg(
                      directory.path())});
         QVERIFY(m_dialog->isVisible());

@@ -219,7 +219,7 @@ private Q_SLOTS:
         QVERIFY(!f.window->openWorkspace(f.path(name), true));
         QVERIFY(!f.window->projectWorkspace());
         QCOMPARE(f.window->activity().state(), StateNoWorkspace);
-        QVERIFY(f.answers->said.isEmpty());
+        QVERIFY(f.answers->shown.isEmpty());
         QCOMPARE(f.status(), u"The workspace %1 could not be opened."_s.arg(f.path(name)));
         f.window->close();
         QVERIFY(f.recent(u"Workspace"_s).isEmpty());
@@ -276,7 +276,7 @@ private Q_SLOTS:
         QCOMPARE(f.window->activity().state(), StateIdle);
         QVERIFY(treeIsShown(f));
         QVERIFY(!QFile::exists(f.path(u"ran"_s))); // start files do not run here
-        QVERIFY(f.answers->said.isEmpty());
+        QVERIFY(f.answers->shown.isEmpty());
         QCOMPARE(f.status(), u"These projects could not be loaded: "_s + f.path(u"bad.vnp"_s));
         f.window->close();
         QCOMPARE(f.recent(u"Workspace"_s), QStringList(u"all.vnw"_s));
@@ -484,7 +484,7 @@ private Q_SLOTS:
         QCOMPARE(f.projects(), QStringList(u"fw"_s));
         QCOMPARE(f.window->projectWorkspace()->fileName(), f.path(u"dir.d/fw.vnw"_s));
         QVERIFY(f.read(u"dir.d/fw.vnw"_s).contains("fw.vnp"));
-        QVERIFY(f.answers->said.isEmpty());
+        QVERIFY(f.answers->shown.isEmpty());
         f.window->close();
         QCOMPARE(f.recent(u"Workspace"_s), QStringList(u"fw.vnw"_s)); // never a project
     }
@@ -496,7 +496,7 @@ private Q_SLOTS:
         f.writeWorkspace(u"fw.vnw"_s, {u"lib.vnp"_s});
         f.answers->press(QMessageBox::Ok);
         QVERIFY(f.window->openProject(f.writeProject(u"fw.vnp"_s), false));
-        QCOMPARE(f.answers->said,
+        QCOMPARE(f.answers->shown,
                  QStringList(u"A corresponding workspace has been found.\n\nIt will be opened instead of the "
                              "specified project."_s));
         QCOMPARE(f.answers->lastBox(), u"information Varnel [Ok]"_s);
@@ -533,7 +533,7 @@ private Q_SLOTS:
         f.settings()->setValue(u"Paths/Workspaces"_s, f.path({}));
         f.answers->choose({f.path(chosen)});
         f.window->projectOpen();
-        QCOMPARE(f.answers->said, QStringList(u"openWorkspaceDialog|Open Workspace|"_s + WorkspaceFilter));
+        QCOMPARE(f.answers->shown, QStringList(u"openWorkspaceDialog|Open Workspace|"_s + WorkspaceFilter));
         QCOMPARE(QDir(f.answers->directory), QDir(f.path({})));
         QTEST(f.projects(), "projects");
         for (const QString &key : {u"Paths/Workspaces"_s, u"Paths/Projects"_s, u"Paths/Files"_s})
@@ -558,7 +558,7 @@ private Q_SLOTS:
         project(f)->setModified(true);
         f.answers->press(QMessageBox::Cancel);
         f.window->projectOpen();
-        QCOMPARE(f.answers->said, QStringList(changesIn(u"all"_s)));
+        QCOMPARE(f.answers->shown, QStringList(changesIn(u"all"_s)));
         QVERIFY(f.window->projectWorkspace());
     }
 
@@ -583,7 +583,7 @@ private Q_SLOTS:
         QFile::remove(f.path(u"gone.vnw"_s));
         f.answers->press(QMessageBox::Ok);
         selectRecent(f, 0);
-        QCOMPARE(f.answers->said,
+        QCOMPARE(f.answers->shown,
                  QStringList(u"The workspace could not be opened.\n\nIt will be removed from the Recent Workspaces "
                              "list."_s));
         QCOMPARE(f.answers->lastBox(), Warn);
@@ -598,7 +598,7 @@ private Q_SLOTS:
         project(f)->setModified(true);
         f.answers->press(QMessageBox::Cancel);
         selectRecent(f, 0);
-        QCOMPARE(f.answers->said, QStringList(changesIn(u"all"_s)));
+        QCOMPARE(f.answers->shown, QStringList(changesIn(u"all"_s)));
         QVERIFY(project(f)->isModified());
     }
 
@@ -608,7 +608,7 @@ private Q_SLOTS:
     {
         const WindowFixture f;
         QVERIFY(f.window->closeWorkspace());
-        QVERIFY(f.answers->said.isEmpty());
+        QVERIFY(f.answers->shown.isEmpty());
     }
 
     void closingRemovesTheTreeAndTheViews()
@@ -622,7 +622,7 @@ private Q_SLOTS:
         QVERIFY(f.openFiles().isEmpty());
         QCOMPARE(f.window->activity().state(), StateNoWorkspace);
         QCOMPARE(f.window->windowTitle(), u"Varnel"_s);
-        QVERIFY(f.answers->said.isEmpty());
+        QVERIFY(f.answers->shown.isEmpty());
     }
 
     void closingAsksOnceForAllChanges_data()
@@ -649,7 +649,7 @@ private Q_SLOTS:
         f.window->projectWorkspace()->addProject(added);
         f.answers->press(QMessageBox::StandardButton(button));
         QTEST(f.window->closeWorkspace(), "closed");
-        QCOMPARE(f.answers->said, QStringList(changesIn(u"all"_s)));
+        QCOMPARE(f.answers->shown, QStringList(changesIn(u"all"_s)));
         QCOMPARE(f.answers->lastBox(), AskToSave);
         QTEST(!f.window->projectWorkspace(), "closed");
         QCOMPARE(f.read(u"fw/fw.vnp"_s).contains("new.c"), saved);
@@ -667,7 +667,7 @@ private Q_SLOTS:
         f.answers->press(QMessageBox::Yes);
         f.answers->press(QMessageBox::Ok);
         QVERIFY(!f.window->closeWorkspace());
-        QCOMPARE(f.answers->said, (QStringList{changesIn(u"all"_s), projectNotSaved(u"fw"_s)}));
+        QCOMPARE(f.answers->shown, (QStringList{changesIn(u"all"_s), projectNotSaved(u"fw"_s)}));
         QCOMPARE(f.answers->lastBox(), Warn);
         QVERIFY(project(f, 0)->isModified());
         QVERIFY(!f.read(u"lib/lib.vnp"_s).contains("new.c")); // the first failure ends it
@@ -682,8 +682,8 @@ private Q_SLOTS:
         f.answers->press(QMessageBox::Yes);
         f.answers->press(QMessageBox::Ok);
         QVERIFY(!f.window->closeWorkspace());
-        QCOMPARE(f.answers->said.value(1), u"The workspace could not be saved.\n\nPlease make sure that the workspace "
-                                           "file is not read-only."_s);
+        QCOMPARE(f.answers->shown.value(1), u"The workspace could not be saved.\n\nPlease make sure that the workspace "
+                                            "file is not read-only."_s);
         QCOMPARE(f.answers->lastBox(), Warn);
         QVERIFY(f.window->projectWorkspace());
     }
@@ -750,7 +750,7 @@ private Q_SLOTS:
         QVERIFY(f.read(u"fw/fw.vnp"_s).contains("main.c"));
         QVERIFY(!f.read(u"lib/lib.vnp"_s).isEmpty());
         QVERIFY(f.read(u"all.vnw"_s).contains("lib.vnp"));
-        QVERIFY(f.answers->said.isEmpty());
+        QVERIFY(f.answers->shown.isEmpty());
     }
 
     void savingContinuesAfterAFailure()
@@ -763,12 +763,12 @@ private Q_SLOTS:
         QFile::setPermissions(f.path(u"fw/fw.vnp"_s), QFile::ReadOwner);
         f.answers->press(QMessageBox::Ok);
         QVERIFY(!f.window->fileSaveAll());
-        QCOMPARE(f.answers->said, QStringList(projectNotSaved(u"fw"_s)));
+        QCOMPARE(f.answers->shown, QStringList(projectNotSaved(u"fw"_s)));
         QVERIFY(f.read(u"lib/lib.vnp"_s).contains("new.c"));
         QVERIFY(!f.window->projectWorkspace()->isModified());
         f.answers->press(QMessageBox::Ok);
         f.window->projectSave();
-        QCOMPARE(f.answers->said.size(), 2);
+        QCOMPARE(f.answers->shown.size(), 2);
     }
 
     void failedSaveOfTheWorkspaceShowsAMessage()
@@ -779,8 +779,8 @@ private Q_SLOTS:
         QFile::setPermissions(f.path(u"all.vnw"_s), QFile::ReadOwner);
         f.answers->press(QMessageBox::Ok);
         QVERIFY(!f.window->fileSaveAll());
-        QCOMPARE(f.answers->said, QStringList(u"The workspace could not be saved.\n\nPlease make sure that the "
-                                              "workspace file is not read-only."_s));
+        QCOMPARE(f.answers->shown, QStringList(u"The workspace could not be saved.\n\nPlease make sure that the "
+                                               "workspace file is not read-only."_s));
     }
 
     void aProjectThatCouldNotBeLoadedIsNotOverwritten()
@@ -790,7 +790,7 @@ private Q_SLOTS:
         QVERIFY(!f.window->openWorkspace(f.writeWorkspace(u"all.vnw"_s, {u"bad.vnp"_s}), false));
         f.answers->press(QMessageBox::Ok);
         f.window->projectSave();
-        QCOMPARE(f.answers->said, QStringList(projectNotSaved(u"bad"_s)));
+        QCOMPARE(f.answers->shown, QStringList(projectNotSaved(u"bad"_s)));
         QCOMPARE(f.read(u"bad.vnp"_s), QByteArray("<project><file path='precious.c'/>"));
         QVERIFY(f.read(u"all.vnw"_s).contains("bad.vnp"));
     }
@@ -804,8 +804,8 @@ private Q_SLOTS:
         f.settings()->setValue(u"Paths/Files"_s, f.path(u"fw"_s));
         f.answers->choose({f.write(u"src/a.c"_s, "a"), f.write(u"src/b.c"_s, "b")});
         f.window->projectInsertFiles();
-        QCOMPARE(f.answers->said, QStringList(u"addFilesDialog|Add Files to Project|Source Files (*.c *.cpp *.h);;"
-                                              "Python Files (*.py);;All Files (*.*)"_s));
+        QCOMPARE(f.answers->shown, QStringList(u"addFilesDialog|Add Files to Project|Source Files (*.c *.cpp *.h);;"
+                                               "Python Files (*.py);;All Files (*.*)"_s));
         QCOMPARE(f.answers->directory, f.path(u"fw"_s));
         QCOMPARE(project(f, 0)->files({}, nullptr).size(), 3);
         QVERIFY(project(f, 1)->files({}, nullptr).isEmpty());
@@ -842,7 +842,7 @@ private Q_SLOTS:
         f.settings()->setValue(u"Paths/Projects"_s, f.path(u"lib"_s));
         f.answers->choose({f.writeProject(u"app/app.vnp"_s)});
         f.window->projectInsertProject();
-        QCOMPARE(f.answers->said,
+        QCOMPARE(f.answers->shown,
                  QStringList(u"insertProjectDialog|Insert Project into Workspace|Project Files (*.vnp)"_s));
         QCOMPARE(f.answers->directory, f.path(u"lib"_s));
         QCOMPARE(f.projects(), (QStringList{u"fw"_s, u"lib"_s, u"app"_s}));
@@ -876,7 +876,7 @@ private Q_SLOTS:
         QTest::ignoreMessage(QtWarningMsg,
                              QRegularExpression(u"^ASSERT: \"(m_projectWorkspace|workspace|project)\" in "_s));
         QMetaObject::invokeMethod(f.window.get(), command.constData());
-        QVERIFY(f.answers->said.isEmpty());
+        QVERIFY(f.answers->shown.isEmpty());
     }
 
     void aConfigurationIsChosenByItsNumber()

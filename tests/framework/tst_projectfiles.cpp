@@ -148,7 +148,7 @@ private Q_SLOTS:
         QCOMPARE(f.projects(), QStringList(u"fw"_s));
         QVERIFY(!QFile::exists(f.path(u"media/fw.vnw"_s)));
         QVERIFY(f.window->fileSaveAll()); // a build needs this
-        QVERIFY(f.answers->said.isEmpty());
+        QVERIFY(f.answers->shown.isEmpty());
         QVERIFY(f.window->close());
         QCOMPARE(f.recent(u"Workspace"_s), QStringList());
     }
@@ -162,13 +162,13 @@ private Q_SLOTS:
         f.changeProjectOutside(u"fw.vnp"_s, "other.c");
         f.answers->press(QMessageBox::Yes);
         f.activate();
-        QCOMPARE(f.answers->said, QStringList(f.reloadQuestion(u"fw.vnp"_s)));
+        QCOMPARE(f.answers->shown, QStringList(f.reloadQuestion(u"fw.vnp"_s)));
         QCOMPARE(Fixture::filesOf(f.project(0)), QStringList(u"other.c"_s));
         QVERIFY(!f.project(0)->isModified());
         QCOMPARE(f.window->findChild<ProjectTree *>(), tree);
         QCOMPARE(tree->topLevelItem(0)->child(0)->child(0)->text(0), u"other.c"_s);
         f.activate();
-        QCOMPARE(f.answers->said.size(), 1);
+        QCOMPARE(f.answers->shown.size(), 1);
     }
 
     void refusedReloadIsNotOfferedAgainButSavingAsks()
@@ -178,11 +178,11 @@ private Q_SLOTS:
         f.answers->press(QMessageBox::No);
         f.activate();
         f.activate();
-        QCOMPARE(f.answers->said.size(), 1);
+        QCOMPARE(f.answers->shown.size(), 1);
         QCOMPARE(Fixture::filesOf(f.project(0)), QStringList(u"main.c"_s));
         f.answers->press(QMessageBox::Cancel);
         f.window->projectSave();
-        QCOMPARE(f.answers->said.last(), f.overwriteQuestion(u"fw.vnp"_s));
+        QCOMPARE(f.answers->shown.last(), f.overwriteQuestion(u"fw.vnp"_s));
         QVERIFY(f.read(u"fw.vnp"_s).contains("other.c"));
         f.answers->press(QMessageBox::Ok);
         f.window->projectSave();
@@ -197,7 +197,7 @@ private Q_SLOTS:
         f.change(0);
         f.changeProjectOutside(u"fw.vnp"_s, "other.c");
         f.activate();
-        QVERIFY(f.answers->said.isEmpty());
+        QVERIFY(f.answers->shown.isEmpty());
         QVERIFY(Fixture::filesOf(f.project(0)).contains(u"added.c"_s));
     }
 
@@ -217,7 +217,7 @@ private Q_SLOTS:
         f.changeOutside(u"all.vnw"_s, "<workspace><project path='lib.vnp'/></workspace>");
         f.answers->press(QMessageBox::Yes);
         f.activate();
-        QCOMPARE(f.answers->said, QStringList(f.reloadQuestion(u"all.vnw"_s)));
+        QCOMPARE(f.answers->shown, QStringList(f.reloadQuestion(u"all.vnw"_s)));
         QCOMPARE(f.projects(), QStringList(u"lib"_s));
     }
 
@@ -230,9 +230,9 @@ private Q_SLOTS:
         f.changeProjectOutside(u"lib.vnp"_s, "other.c");
         f.answers->press(QMessageBox::Cancel);
         QVERIFY(!f.window->fileSaveAll());
-        QCOMPARE(f.answers->said, QStringList(u"Newer versions of the following files exists on disk:\n\n%1\n%2\n\n"
-                                              "Are you sure that you want to overwrite them?"_s.arg(
-                                                  f.path(u"fw.vnp"_s), f.path(u"lib.vnp"_s))));
+        QCOMPARE(f.answers->shown, QStringList(u"Newer versions of the following files exists on disk:\n\n%1\n%2\n\n"
+                                               "Are you sure that you want to overwrite them?"_s.arg(
+                                                   f.path(u"fw.vnp"_s), f.path(u"lib.vnp"_s))));
         QVERIFY(f.read(u"fw.vnp"_s).contains("other.c"));
         f.answers->press(QMessageBox::Ok);
         QVERIFY(f.window->fileSaveAll());
@@ -248,7 +248,7 @@ private Q_SLOTS:
         f.changeOutside(u"all.vnw"_s, "<workspace/>");
         f.change(1);
         QVERIFY(f.window->fileSaveAll());
-        QCOMPARE(f.answers->said, QStringList());
+        QCOMPARE(f.answers->shown, QStringList());
         QCOMPARE(f.read(u"all.vnw"_s), QByteArray("<workspace/>"));
         QVERIFY(f.read(u"fw.vnp"_s).contains("other.c"));
         QVERIFY(f.read(u"lib.vnp"_s).contains("added.c"));
@@ -262,7 +262,7 @@ private Q_SLOTS:
         f.answers->press(QMessageBox::Yes);
         f.answers->press(QMessageBox::Cancel);
         QVERIFY(!f.window->closeWorkspace());
-        QCOMPARE(f.answers->said.last(), f.overwriteQuestion(u"fw.vnp"_s));
+        QCOMPARE(f.answers->shown.last(), f.overwriteQuestion(u"fw.vnp"_s));
         QCOMPARE(f.answers->lastBox(), AskOkCancel);
         QVERIFY(f.window->projectWorkspace());
         QVERIFY(f.read(u"fw.vnp"_s).contains("other.c"));
@@ -292,7 +292,7 @@ private Q_SLOTS:
         f.answers->press(QMessageBox::Ok);
         f.answers->press(answer);
         tree->removeProject();
-        QCOMPARE(f.answers->said.last(),
+        QCOMPARE(f.answers->shown.last(),
                  u"You have made changes to the 'all' workspace and/or one of the projects it contains.\n\n"
                  "Do you want to save the changes?"_s);
         QCOMPARE(f.read(u"fw.vnp"_s).contains("added.c"), saved);

@@ -289,12 +289,12 @@ private Q_SLOTS:
         open();
         startTyping(u"Definitions"_s, u"B"_s);
         choose(1);
-        QCOMPARE(answers.said, QStringList{u"Do you want to save the changes you have made?"_s});
+        QCOMPARE(answers.shown, QStringList{u"Do you want to save the changes you have made?"_s});
         QCOMPARE(answers.lastBox(), u"information Varnel [Yes No]"_s);
         QCOMPARE(stored(u"define"_s, u"Release"_s), result);
         QCOMPARE(rows(), u"Optimisation=None, Warnings=Yes, Definitions=A, Includes="_s); // those of Debug
         choose(0);
-        QCOMPARE(answers.said.size(), 1); // nothing is changed any more
+        QCOMPARE(answers.shown.size(), 1); // nothing is changed any more
         QCOMPARE(row(u"Definitions"_s)->text(1), result);
     }
 
@@ -338,7 +338,7 @@ private Q_SLOTS:
         startTyping(u"Flags for C"_s, u"-x"_s);
         ok();
         QCOMPARE(
-            answers.said,
+            answers.shown,
             QStringList{u"The changes cannot be saved in \"All configurations\", because this file has no values of "
                         "its own yet. Choose one configuration."_s});
         QVERIFY(m_dialog->isVisible());
@@ -363,7 +363,7 @@ private Q_SLOTS:
         open();
         startTyping(u"Definitions"_s, u"B"_s);
         ok();
-        QCOMPARE(answers.said,
+        QCOMPARE(answers.shown,
                  QStringList{u"The changes cannot be saved, because the project has no configuration."_s});
         QVERIFY(m_dialog->isVisible());
     }
@@ -410,7 +410,7 @@ private Q_SLOTS:
         open();
         startTyping(u"define"_s, u"X"_s);
         ok();
-        QCOMPARE(answers.said, QStringList{u"define: This value is not possible here."_s});
+        QCOMPARE(answers.shown, QStringList{u"define: This value is not possible here."_s});
         m_dialog->activateWindow();
         QVERIFY(QTest::qWaitForWindowActive(m_dialog.get()));
         startTyping(u"define"_s, u"x"_s);
@@ -449,7 +449,7 @@ private Q_SLOTS:
         open();
         startTyping(u"Definitions"_s, u"small"_s);
         ok();
-        QCOMPARE(answers.said, QStringList{u"Definitions: Capitals."_s});
+        QCOMPARE(answers.shown, QStringList{u"Definitions: Capitals."_s});
         QVERIFY(m_dialog->isVisible());
         QVERIFY(row(u"Definitions"_s)->isEditing());
         QCOMPARE(stored(u"define"_s, u"Release"_s), u"A"_s);
@@ -468,7 +468,7 @@ private Q_SLOTS:
         open();
         startTyping(u"Definitions"_s, u"small"_s);
         choose(1);
-        QCOMPARE(answers.said.last(), u"Definitions: Capitals."_s);
+        QCOMPARE(answers.shown.last(), u"Definitions: Capitals."_s);
         QCOMPARE(configurations()->currentIndex(), 0);
         QCOMPARE(row(u"Definitions"_s)->text(1), u"small"_s);
     }
@@ -562,7 +562,7 @@ private Q_SLOTS:
         answers.meet([this](QDialog *) { dropWorkspace(); });
         editProjectProperties(m_project, nullptr);
         QVERIFY(answers.allGiven());
-        QCOMPARE(answers.said, QStringList());
+        QCOMPARE(answers.shown, QStringList());
     }
 
     void fileDialogClosesWithTheWorkspace()

@@ -50,7 +50,7 @@ private Q_SLOTS:
     {
         const WindowFixture f;
         f.window->continueLastRun();
-        QVERIFY(f.answers->said.isEmpty());
+        QVERIFY(f.answers->shown.isEmpty());
     }
 
     void yesOpensTheFilesWithTheirChanges()
@@ -62,9 +62,9 @@ private Q_SLOTS:
         crash(f, u"a.c"_s, u"A "_s);
         f.answers->press(QMessageBox::Yes);
         f.window->continueLastRun();
-        QCOMPARE(f.answers->said.size(), 1);
-        QVERIFY2(asksFor(f.answers->said.first(), {f.path(u"a.c"_s), f.path(u"b.c"_s)}),
-                 qPrintable(f.answers->said.first()));
+        QCOMPARE(f.answers->shown.size(), 1);
+        QVERIFY2(asksFor(f.answers->shown.first(), {f.path(u"a.c"_s), f.path(u"b.c"_s)}),
+                 qPrintable(f.answers->shown.first()));
         QCOMPARE(f.answers->lastBox(), u"information Varnel [Yes No Cancel]"_s);
         QStringList files = f.openFiles();
         files.sort();
@@ -110,7 +110,7 @@ private Q_SLOTS:
         QFile::remove(f.path(u"a.c"_s));
         f.answers->press(QMessageBox::Yes);
         f.window->continueLastRun();
-        QCOMPARE(f.answers->said.size(), 1);
+        QCOMPARE(f.answers->shown.size(), 1);
         QCOMPARE(f.openFiles(), QStringList(u"a.c *"_s));
         QCOMPARE(f.text(), u"A old"_s);
         f.window->fileSave();
@@ -125,7 +125,7 @@ private Q_SLOTS:
         crash(f, u"a.c"_s, u"second "_s);
         f.answers->press(QMessageBox::Yes);
         f.window->continueLastRun();
-        QVERIFY(asksFor(f.answers->said.value(0), {f.path(u"a.c"_s), f.path(u"a.c"_s)}));
+        QVERIFY(asksFor(f.answers->shown.value(0), {f.path(u"a.c"_s), f.path(u"a.c"_s)}));
         QCOMPARE(f.text(), u"second old"_s);
         QCOMPARE(copies(f), 0);
     }
@@ -139,7 +139,7 @@ private Q_SLOTS:
         MainWindow other;
         other.sessions().disable();
         other.continueLastRun();
-        QVERIFY(f.answers->said.isEmpty());
+        QVERIFY(f.answers->shown.isEmpty());
         QVERIFY(other.close());
         QCOMPARE(f.text(), u"A old"_s);
     }
@@ -166,8 +166,8 @@ private Q_SLOTS:
         f.answers->press(QMessageBox::Yes);
         f.answers->press(QMessageBox::Ok);
         f.window->continueLastRun();
-        QCOMPARE(f.answers->said.value(1), u"The changes to the following file could not be recovered:\n%1\n\n"
-                                           "They are kept in the file\n%2"_s.arg(f.path(u"a.c"_s), copy));
+        QCOMPARE(f.answers->shown.value(1), u"The changes to the following file could not be recovered:\n%1\n\n"
+                                            "They are kept in the file\n%2"_s.arg(f.path(u"a.c"_s), copy));
         QVERIFY(f.openFiles().isEmpty());
         QVERIFY(QFile::exists(copy));
     }

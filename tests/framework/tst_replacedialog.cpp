@@ -148,11 +148,11 @@ private Q_SLOTS:
         edit(u"x"_s + QString(60, u'a') + u'b');
         fill(u"x|(a+)+$"_s, u"y"_s);
         button(*m_dialog, "RegExpCheck")->setChecked(true);
-        QStringList said;
+        QStringList shown;
         QTimer answer;
-        connect(&answer, &QTimer::timeout, this, [&said] {
+        connect(&answer, &QTimer::timeout, this, [&shown] {
             if (auto *box = qobject_cast<QMessageBox *>(QApplication::activeModalWidget())) {
-                said.append(box->text());
+                shown.append(box->text());
                 box->accept();
             }
         });
@@ -160,7 +160,7 @@ private Q_SLOTS:
         const QSignalSpy replaced(m_dialog.get(), &ReplaceDialog::replaced);
         button(*m_dialog, "ReplaceAllButton")->click();
         QCOMPARE(replaced, (QList<QList<QVariant>>{{1}}));
-        QCOMPARE(said, QStringList(u"The search for 'x|(a+)+$' was given up: the expression takes too long"_s));
+        QCOMPARE(shown, QStringList(u"The search for 'x|(a+)+$' was given up: the expression takes too long"_s));
     }
 
     void wholeFileIsTheScopeWithoutASelection()

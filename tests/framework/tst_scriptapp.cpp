@@ -518,7 +518,7 @@ private Q_SLOTS:
         ScriptFixture f;
         f.answers->press(QMessageBox::StandardButton(pressed));
         QTEST(f.attempt(u"app.messageBox('Title', '<b>Prompt</b>', %1)"_s.arg(buttons)), "result");
-        QCOMPARE(f.answers->said, QStringList{u"<b>Prompt</b>"_s});
+        QCOMPARE(f.answers->shown, QStringList{u"<b>Prompt</b>"_s});
         QCOMPARE(f.answers->boxes.last().caption, u"Title"_s);
         QCOMPARE(f.answers->boxes.last().icon, QMessageBox::Information);
     }
@@ -541,7 +541,7 @@ private Q_SLOTS:
         ScriptFixture f;
         f.answers->type(u"ä€"_s);
         QCOMPARE(f.attempt(u"app.inputBox('Title', 'Prompt')"_s), u"'ä€'"_s);
-        QCOMPARE(f.answers->said, QStringList{u"Title|Prompt"_s});
+        QCOMPARE(f.answers->shown, QStringList{u"Title|Prompt"_s});
         f.answers->meet([](QDialog *dialog) { dialog->accept(); });
         QCOMPARE(f.attempt(u"app.inputBox('Title', 'Prompt', 'default')"_s), u"'default'"_s);
         f.answers->meet([](QDialog *dialog) { dialog->reject(); });
@@ -558,7 +558,7 @@ private Q_SLOTS:
         QCOMPARE(f.attempt(u"app.openFileDialog('Choose', %1, 'Texts (*.txt)')"_s.arg(
                      QString::fromUtf8(f.quoted(QString())))),
                  u"'%1'"_s.arg(f.path(u"a.txt"_s)));
-        QCOMPARE(f.answers->said, QStringList{u"openFileDialog|Choose|Texts (*.txt)"_s});
+        QCOMPARE(f.answers->shown, QStringList{u"openFileDialog|Choose|Texts (*.txt)"_s});
         QCOMPARE(QDir(f.answers->directory), QDir(f.path(QString())));
         f.answers->choose({});
         QCOMPARE(f.attempt(u"app.openFileDialog('Choose')"_s), u"''"_s);

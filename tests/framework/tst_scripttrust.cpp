@@ -59,12 +59,12 @@ private Q_SLOTS:
         const QString workspace = f.writeScripted(u"fw"_s);
         f.answers->press(answer);
         f.open(workspace);
-        QCOMPARE(f.answers->said, QStringList(f.question(u"fw"_s)));
+        QCOMPARE(f.answers->shown, QStringList(f.question(u"fw"_s)));
         QCOMPARE(f.answers->lastBox(), u"question Varnel [Yes No]"_s);
         f.open(workspace);
         f.restart();
         f.open(workspace);
-        QCOMPARE(f.answers->said.size(), 1);
+        QCOMPARE(f.answers->shown.size(), 1);
         QCOMPARE(f.read(u"log"_s), ran);
     }
 
@@ -91,7 +91,7 @@ private Q_SLOTS:
         f.open(f.writeScripted(u"fw"_s));
         f.answers->press(QMessageBox::No);
         f.open(f.writeScripted(u"fw/lib"_s));
-        QCOMPARE(f.answers->said, (QStringList{f.question(u"fw"_s), f.question(u"fw/lib"_s)}));
+        QCOMPARE(f.answers->shown, (QStringList{f.question(u"fw"_s), f.question(u"fw/lib"_s)}));
         QCOMPARE(f.read(u"log"_s), QByteArray("fw "));
     }
 
@@ -102,7 +102,7 @@ private Q_SLOTS:
         f.open(f.writeScripted(u"fw"_s));
         QVERIFY(QFile::link(f.path(u"fw"_s), f.path(u"link"_s)));
         f.open(f.path(u"link/all.vnw"_s));
-        QCOMPARE(f.answers->said.size(), 1);
+        QCOMPARE(f.answers->shown.size(), 1);
         QCOMPARE(f.read(u"log"_s), QByteArray("fw fw "));
     }
 
@@ -111,7 +111,7 @@ private Q_SLOTS:
         const Fixture f;
         f.writeProject(u"fw.vnp"_s, {u"boot.py"_s});
         f.open(f.writeWorkspace(u"all.vnw"_s, {u"fw.vnp"_s}));
-        QVERIFY(f.answers->said.isEmpty());
+        QVERIFY(f.answers->shown.isEmpty());
     }
 
     void settingRunsScriptsUnasked()
@@ -119,7 +119,7 @@ private Q_SLOTS:
         const Fixture f;
         f.settings()->setValue(u"Startup/AskBeforeScripts"_s, 0);
         f.open(f.writeScripted(u"fw"_s));
-        QVERIFY(f.answers->said.isEmpty());
+        QVERIFY(f.answers->shown.isEmpty());
         QCOMPARE(f.read(u"log"_s), QByteArray("fw "));
     }
 
@@ -128,7 +128,7 @@ private Q_SLOTS:
         const Fixture f;
         f.window->runScriptsUnasked();
         f.open(f.writeScripted(u"fw"_s));
-        QVERIFY(f.answers->said.isEmpty());
+        QVERIFY(f.answers->shown.isEmpty());
         QCOMPARE(f.read(u"log"_s), QByteArray("fw "));
     }
 
@@ -150,7 +150,7 @@ private Q_SLOTS:
         QCOMPARE(f.status(), u"There is no answer for this folder that could be forgotten."_s);
         f.answers->press(answer);
         f.open(workspace);
-        QCOMPARE(f.answers->said.size(), 2);
+        QCOMPARE(f.answers->shown.size(), 2);
         QVERIFY(f.answers->allGiven());
     }
 

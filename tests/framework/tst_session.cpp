@@ -62,7 +62,7 @@ private Q_SLOTS:
         restart(f);
         QCOMPARE(f.openFiles(), (QStringList{u"a.c"_s, u"b.c"_s, u"c.c"_s}));
         QCOMPARE(f.view()->title(), u"b.c"_s);
-        QVERIFY(f.answers->said.isEmpty());
+        QVERIFY(f.answers->shown.isEmpty());
     }
 
     void cursorAndScrollPositionAreRestored()
@@ -125,7 +125,7 @@ private Q_SLOTS:
         QFile::remove(f.path(u"b.c"_s));
         restart(f);
         QCOMPARE(f.openFiles(), QStringList(u"a.c"_s));
-        QVERIFY(f.answers->said.isEmpty());
+        QVERIFY(f.answers->shown.isEmpty());
     }
 
     void aFileThatBecameShorterOpensAtItsEnd()
@@ -303,7 +303,7 @@ private Q_SLOTS:
         f.window->show();
         f.window->continueLastRun();
         QTEST(int(f.openFiles().size()), "files");
-        QVERIFY(f.answers->said.isEmpty());
+        QVERIFY(f.answers->shown.isEmpty());
         QVERIFY(f.window->close());
     }
 

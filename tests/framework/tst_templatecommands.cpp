@@ -70,10 +70,10 @@ struct TemplateFixture : WindowFixture
     QStringList create(const QString &templateName, const QString &name = u"fw"_s,
                        const std::function<void(NewProjectDialog *)> &last = {}) const
     {
-        answers->said.clear();
+        answers->shown.clear();
         answer(templateName, name, last);
         window->projectNew();
-        return answers->said;
+        return answers->shown;
     }
     QString openOther() const
     {
@@ -87,13 +87,13 @@ struct TemplateFixture : WindowFixture
     /// Saves the current project as a template. Returns the messages after the question for the name.
     QStringList saveAsTemplate(const QString &name) const
     {
-        answers->said.clear();
+        answers->shown.clear();
         answers->prepend([name](QDialog *dialog) {
             static_cast<QInputDialog *>(dialog)->setTextValue(name);
             dialog->accept();
         });
         Q_EMIT window->findChild<Navigator *>()->saveAsTemplate(window->activity().currentProject());
-        return answers->said;
+        return answers->shown;
     }
     /// The names of all files of a template of the user's own.
     QString savedFiles(const QString &name) const
@@ -120,10 +120,10 @@ struct TemplateFixture : WindowFixture
     QStringList createFile(const QString &kind, const QString &name,
                            const std::function<void(NewFileDialog *)> &last = {}) const
     {
-        answers->said.clear();
+        answers->shown.clear();
         answerFile(kind, name, last);
         window->fileNew();
-        return answers->said;
+        return answers->shown;
     }
     QStringList projectFiles() const
     {
@@ -276,17 +276,17 @@ private Q_SLOTS:
         f.answers->press(QMessageBox::Yes);
         f.answers->press(QMessageBox::Cancel);
         f.window->projectNew();
-        QCOMPARE(f.answers->said, (QStringList{overwrite(u"fw.vnp"_s), overwrite(u"main.c"_s)}));
+        QCOMPARE(f.answers->shown, (QStringList{overwrite(u"fw.vnp"_s), overwrite(u"main.c"_s)}));
         QCOMPARE(f.answers->boxes.last().buttons, QMessageBox::Yes | QMessageBox::YesToAll | QMessageBox::Cancel);
         QVERIFY(!f.window->projectWorkspace());
         QVERIFY(!QFileInfo::exists(f.path(u"home/fw.vnp"_s))); // nothing is rolled back
 
         f.write(u"home/fw.vnp"_s, "old");
-        f.answers->said.clear();
+        f.answers->shown.clear();
         f.answer(u"plain"_s, u"fw"_s, here);
         f.answers->press(QMessageBox::YesToAll);
         f.window->projectNew();
-        QCOMPARE(f.answers->said, QStringList{overwrite(u"fw.vnp"_s)});
+        QCOMPARE(f.answers->shown, QStringList{overwrite(u"fw.vnp"_s)});
         QCOMPARE(f.read(u"home/main.c"_s), QByteArray("int main;"));
         QCOMPARE(f.projects(), QStringList(u"fw"_s));
     }
@@ -300,9 +300,9 @@ private Q_SLOTS:
         const auto failure = [&f](const QString &name, const QString &project) {
             f.answer(name, project);
             f.answers->press(QMessageBox::Ok);
-            f.answers->said.clear();
+            f.answers->shown.clear();
             f.window->projectNew();
-            return f.answers->said.join(u'|');
+            return f.answers->shown.join(u'|');
         };
         const QString end = u"' .\n\nThe project has not been created"_s;
         QCOMPARE(failure(u"bare"_s, u"a"_s),
@@ -322,7 +322,7 @@ private Q_SLOTS:
         f.answers->press(QMessageBox::Ok);
         f.answers->press(QMessageBox::Ok);
         f.window->projectNew();
-        QCOMPARE(f.answers->said,
+        QCOMPARE(f.answers->shown,
                  (QStringList{u"Could not create the project folder '"_s + f.path(u"home/fw"_s) + u"'."_s,
                               u"Could not write to file '"_s + f.path(u"home/fw/main.c"_s)
                                   + u"' .\n\nThe project has not been created"_s}));
@@ -337,7 +337,7 @@ private Q_SLOTS:
         f.answer(u"script"_s, u"fw"_s);
         f.answers->press(QMessageBox::Ok);
         f.window->projectNew();
-        QCOMPARE(f.answers->said,
+        QCOMPARE(f.answers->shown,
                  QStringList(u"Could not create the project folder '"_s + f.path(u"home/fw"_s) + u"'."_s));
         QFile::setPermissions(f.path(u"home"_s), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
     }
@@ -354,7 +354,7 @@ private Q_SLOTS:
         });
         f.answers->press(QMessageBox::Ok);
         f.window->projectNew();
-        QCOMPARE(f.answers->said,
+        QCOMPARE(f.answers->shown,
                  QStringList(u"The project '"_s + f.path(u"home/fw/fw.vnp"_s)
                              + u"' is open. Remove it from the workspace before its file is replaced."_s));
         QCOMPARE(f.read(u"home/fw/fw.vnp"_s), before);
@@ -370,7 +370,7 @@ private Q_SLOTS:
         });
         f.answers->press(QMessageBox::Ok);
         f.window->projectNew();
-        QCOMPARE(f.answers->said,
+        QCOMPARE(f.answers->shown,
                  QStringList(u"The workspace could not be saved.\n\nPlease make sure that the workspace "
                              "file is not read-only."_s));
         QVERIFY(!f.window->projectWorkspace());
@@ -503,7 +503,7 @@ private Q_SLOTS:
         f.answer(u"script"_s, u"fw"_s);
         f.answers->press(QMessageBox::Ok);
         f.window->projectNew();
-        QCOMPARE(f.answers->said, QStringList(message.replace(u"@"_s, f.path(u"home/fw"_s))));
+        QCOMPARE(f.answers->shown, QStringList(message.replace(u"@"_s, f.path(u"home/fw"_s))));
         QCOMPARE(f.answers->lastBox(), u"warning Varnel [Ok]"_s);
         QCOMPARE(f.openWorkspaceFile(), u"none"_s);
     }
@@ -523,7 +523,7 @@ private Q_SLOTS:
         f.answers->press(QMessageBox::Ok);
         f.window->projectNew();
         QCOMPARE(shown, u"The template 'script' creates the project..."_s);
-        QCOMPARE(f.answers->said, QStringList(u"Error in createProject Python function."_s + ReadDetails));
+        QCOMPARE(f.answers->shown, QStringList(u"Error in createProject Python function."_s + ReadDetails));
         QVERIFY(!f.window->findChild<QProgressDialog *>());
     }
 
@@ -619,7 +619,7 @@ private Q_SLOTS:
         });
         f.window->projectNew();
         QVERIFY(!f.window);
-        QVERIFY(f.answers->said.isEmpty());
+        QVERIFY(f.answers->shown.isEmpty());
     }
 
     void scriptTemplateWithoutModuleIsReported()
@@ -629,7 +629,7 @@ private Q_SLOTS:
         f.answer(u"script"_s, u"fw"_s);
         f.answers->press(QMessageBox::Ok);
         f.window->projectNew();
-        QCOMPARE(f.answers->said,
+        QCOMPARE(f.answers->shown,
                  QStringList(u"No script specified in template '"_s + f.templatePath(u"script"_s) + u"' "_s));
     }
 
@@ -758,7 +758,7 @@ private Q_SLOTS:
             f.answers->press(QMessageBox::Ok);
         });
         f.window->fileNew();
-        QCOMPARE(f.answers->said, QStringList(u"The files of the template 'pair' cannot be read."_s));
+        QCOMPARE(f.answers->shown, QStringList(u"The files of the template 'pair' cannot be read."_s));
         QVERIFY(f.openFiles().isEmpty());
     }
 
@@ -776,13 +776,13 @@ private Q_SLOTS:
             if (action->text() == u"Save as &Template...")
                 action->trigger();
         }
-        QCOMPARE(f.answers->said, QStringList(u"Varnel|Name of the new project template:"_s));
+        QCOMPARE(f.answers->shown, QStringList(u"Varnel|Name of the new project template:"_s));
         const QDir saved(f.installation.path(u"mytemplates/My <board>"_s));
         QCOMPARE(saved.entryList(QDir::Files).join(u' '), u"main.c project.vnp template.xml unlisted.h"_s);
         QCOMPARE(readTemplate(saved.path()).name(), u"My <board>"_s);
         QVERIFY(f.status().startsWith(u"The template 'My <board>' was saved."_s));
 
-        f.answers->said.clear();
+        f.answers->shown.clear();
         f.answers->meet([](QDialog *dialog) {
             auto *folders = dialog->findChild<QTreeWidget *>(u"TemplateListView"_s);
             folders->setCurrentItem(folders->findItems(u"My templates"_s, Qt::MatchExactly).value(0));
@@ -791,7 +791,7 @@ private Q_SLOTS:
             dialog->accept();
         });
         f.window->projectNew();
-        QVERIFY(f.answers->said.isEmpty());
+        QVERIFY(f.answers->shown.isEmpty());
         QCOMPARE(f.projects(), QStringList(u"copy"_s));
         QCOMPARE(f.projectFiles(), QStringList(u"Sources/main.c"_s));
     }
@@ -845,7 +845,7 @@ private Q_SLOTS:
         auto *tree = f.window->findChild<QTreeWidget *>(u"ProjectTree"_s);
         tree->setCurrentItem(tree->topLevelItem(0)->child(0));
         const auto save = [&](QMessageBox::StandardButton button) {
-            f.answers->said.clear();
+            f.answers->shown.clear();
             f.answers->type(u"a/b"_s);
             f.answers->press(button);
             for (QAction *action : f.window->findChild<QMenu *>(u"projectContextMenu"_s)->actions()) {
@@ -855,7 +855,7 @@ private Q_SLOTS:
             return QDir(f.installation.path(u"mytemplates/a_b"_s)).entryList(QDir::Files).join(u' ');
         };
         QCOMPARE(save(QMessageBox::No), u"old.c"_s);
-        QCOMPARE(f.answers->said.last(), u"A template with that name exists already. Do you want to replace it?"_s);
+        QCOMPARE(f.answers->shown.last(), u"A template with that name exists already. Do you want to replace it?"_s);
         QCOMPARE(save(QMessageBox::Yes), u"main.c project.vnp template.xml"_s);
     }
 

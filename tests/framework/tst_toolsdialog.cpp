@@ -283,12 +283,12 @@ private Q_SLOTS:
             auto *chooser = qobject_cast<QFileDialog *>(dialog);
             answers.directory = chooser->directory().path();
             selected = chooser->selectedNameFilter();
-            answers.said << chooser->objectName() << chooser->windowTitle() << chooser->nameFilters();
+            answers.shown << chooser->objectName() << chooser->windowTitle() << chooser->nameFilters();
             chooser->reject();
         });
         click("BrowseButton");
-        QCOMPARE(answers.said, (QStringList{u"chooseFileDialog"_s, u"Browse"_s,
-                                            u"Executable Files (*.exe *.com *.bat)"_s, u"All Files (*.*)"_s}));
+        QCOMPARE(answers.shown, (QStringList{u"chooseFileDialog"_s, u"Browse"_s,
+                                             u"Executable Files (*.exe *.com *.bat)"_s, u"All Files (*.*)"_s}));
         QCOMPARE(answers.directory, directory.path());
         QCOMPARE(selected, u"All Files (*.*)"_s);
         QCOMPARE(edit("CommandEdit")->text(), directory.filePath(u"my tool"_s)); // cancelled

@@ -105,7 +105,7 @@ private Q_SLOTS:
         f.window->windowNew();
         f.window->windowClose();
         QCOMPARE(f.openFiles(), QStringList(u"a.c *"_s));
-        QVERIFY(f.answers->said.isEmpty());
+        QVERIFY(f.answers->shown.isEmpty());
         f.answers->press(QMessageBox::No);
         f.window->windowClose();
         QVERIFY(f.openFiles().isEmpty());
@@ -263,7 +263,7 @@ private Q_SLOTS:
         data.setText(text);
         QVERIFY(!drop(f, data));
         QVERIFY(f.openFiles().isEmpty());
-        QVERIFY(f.answers->said.isEmpty());
+        QVERIFY(f.answers->shown.isEmpty());
     }
 
     // Properties
@@ -277,7 +277,7 @@ private Q_SLOTS:
         QCOMPARE(f.status(), u"No file of a project is selected"_s);
         f.open(u"b.c"_s);
         f.window->fileProperties();
-        QCOMPARE(f.answers->said, QStringList());
+        QCOMPARE(f.answers->shown, QStringList());
         f.open(u"a.c"_s);
         f.answers->meet([](QDialog *dialog) {
             QCOMPARE(dialog->objectName(), u"propertyEditorDialog"_s);

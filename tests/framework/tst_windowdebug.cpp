@@ -393,8 +393,8 @@ private Q_SLOTS:
         f.window->activity().setState(StateRunning);
         f.answers->press(QMessageBox::Ok);
         f.report(u"dsp"_s, IExecutionEnvironment::ProgramBreakpointHit);
-        QCOMPARE(f.answers->said, QStringList(u"A breakpoint has been hit in project 'dsp'.\n\nThe current project "
-                                              "will be switched."_s));
+        QCOMPARE(f.answers->shown, QStringList(u"A breakpoint has been hit in project 'dsp'.\n\nThe current project "
+                                               "will be switched."_s));
         QCOMPARE(f.answers->lastBox(), u"information Varnel [Ok]"_s);
         QCOMPARE(box->currentText(), u"dsp"_s);
         QCOMPARE(f.caption(), u"Varnel - all [paused]"_s);

@@ -329,7 +329,7 @@ private Q_SLOTS:
         QVERIFY(!open());
         QVERIFY(m_workspace->documents().isEmpty());
         if (function != "canOpen"_L1)
-            QCOMPARE(m_answers->said, QStringList(u"The following file could not be opened:\n/tmp/a.png"_s));
+            QCOMPARE(m_answers->shown, QStringList(u"The following file could not be opened:\n/tmp/a.png"_s));
     }
 
     void missingDocumentOrViewShowsAMessage_data()
@@ -346,7 +346,7 @@ private Q_SLOTS:
         QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"^ASSERT"_s));
         m_answers->press(QMessageBox::Ok);
         QVERIFY(!open());
-        QCOMPARE(m_answers->said, QStringList(u"The following file could not be opened:\n/tmp/a.png"_s));
+        QCOMPARE(m_answers->shown, QStringList(u"The following file could not be opened:\n/tmp/a.png"_s));
         QVERIFY(m_workspace->documents().isEmpty());
     }
 
@@ -383,7 +383,7 @@ private Q_SLOTS:
         m_answers->press(QMessageBox::No);
         m_views->closeCurrentView();
         QVERIFY(m_answers->allGiven());
-        QCOMPARE(m_answers->said.size(), 1);
+        QCOMPARE(m_answers->shown.size(), 1);
         QVERIFY(!plugin);
         QVERIFY(m_workspace->documents().isEmpty());
     }

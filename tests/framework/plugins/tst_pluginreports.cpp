@@ -509,7 +509,7 @@ private Q_SLOTS:
         const QStringList calls = stub()->takeCalls();
         QVERIFY(calls.indexOf(u"fw.cancelStart()"_s) > 0);
         QVERIFY(calls.indexOf(u"fw.stop()"_s) > calls.indexOf(u"fw.cancelStart()"_s));
-        QVERIFY(f.answers->said.isEmpty());
+        QVERIFY(f.answers->shown.isEmpty());
         stub()->object(u"fw"_s)->progress->finished(true, {}); // too late
         stub()->object(u"fw"_s)->progress.reset();
     }
