@@ -239,8 +239,10 @@ private Q_SLOTS:
                                  + " rounds";
         QVERIFY2(after[0] - before[0] <= 5, grown);
         QVERIFY2(after[1] - before[1] < 50, grown);
-        if (count == Rounds) // the others keep something in the program: undo steps, files, messages
-            QVERIFY2(after[2] - before[2] < count * 8, grown);
+        // Members with fewer rounds keep something in the program: undo steps, files, messages. What the program makes
+        // once, such as a cache, does not grow again.
+        if (count == Rounds && after[2] - before[2] >= count * 8)
+            QVERIFY2(rounds(count)[2] - after[2] < count * 8, grown);
         QCOMPARE(QtWrapper::count(), wrappers);
     }
 };

@@ -76,6 +76,6 @@ private:
     QPushButton *const m_clear;
     QPushButton *const m_save;
     QList<QPointer<Project>> m_projects; ///< those in the box
-    QTimer m_changeTimer;                ///< active while a reading is due
+    QTimer m_changeTimer{this};          ///< active while a reading is due
     bool m_outdated = true;              ///< changed while hidden
 };

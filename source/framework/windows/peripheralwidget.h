@@ -82,8 +82,8 @@ private:
     QList<PeripheralInfo> m_infos;                      ///< of the rows
     QHash<const PropertyItem *, RowState> m_states;
     QHash<const PropertyItem *, Field> m_fields;
-    QTimer m_readTimer; ///< active while rows that came into view are to be read
-    int m_update = 0;   ///< number of the last update
+    QTimer m_readTimer{this}; ///< active while rows that came into view are to be read
+    int m_update = 0;         ///< number of the last update
     bool m_paused = false;
     bool m_reading = false;   ///< a plug-in is being asked, which may call back
     bool m_reporting = false; ///< other panes are refreshed; this one has its values

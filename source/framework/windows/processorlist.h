@@ -66,9 +66,9 @@ private:
     QPushButton *const m_pause;
     QPushButton *const m_runAll;
     QPushButton *const m_pauseAll;
-    QList<Row> m_rows;       ///< as shown
-    QTimer m_changeTimer;    ///< active while a refresh is due
-    QTimer m_clock;          ///< updates the times
-    bool m_asking = false;   ///< a plug-in is being asked, which may call back
-    bool m_outdated = false; ///< changed while hidden, or while a plug-in was asked
+    QList<Row> m_rows;          ///< as shown
+    QTimer m_changeTimer{this}; ///< active while a refresh is due
+    QTimer m_clock;             ///< updates the times
+    bool m_asking = false;      ///< a plug-in is being asked, which may call back
+    bool m_outdated = false;    ///< changed while hidden, or while a plug-in was asked
 };

@@ -44,7 +44,7 @@ private:
     QLabel *const m_message;
     QStackedLayout *const m_stack;
     DebugQueries m_queries;
-    QTimer m_clearTimer; ///< active until the rows of a program that runs are removed
+    QTimer m_clearTimer{this}; ///< active until the rows of a program that runs are removed
     bool m_offered = false;
     bool m_paused = false;
     bool m_outdated = true;     ///< to be read when the pane appears

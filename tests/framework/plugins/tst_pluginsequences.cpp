@@ -122,9 +122,18 @@ class PluginSequencesTest : public QObject
         };
     }
 
+    /// Windows are refreshed some time after a report.
+    bool isRefreshDue() const
+    {
+        const QList<QTimer *> timers = f->window->findChildren<QTimer *>();
+        return std::ranges::any_of(timers, [](const QTimer *timer) {
+            return timer->isActive() && timer->isSingleShot() && timer->interval() < 1000;
+        });
+    }
+
     void takeCalls()
     {
-        QTest::qWait(80); // longer than the delays after which windows are refreshed
+        QTRY_VERIFY2(!isRefreshDue(), "a window is still to be refreshed");
         static const QRegularExpression address(u"0x[0-9a-f]+"_s);
         // numbers of what a window shows, which depends on the font, and times
         static const QRegularExpression size(
