@@ -26,6 +26,6 @@ private:
     void addRates();
     void startOrStop();
 
-    QTimer m_timer;
+    QTimer m_timer{this};
     int m_rate = 5;
 };
