@@ -1,8 +1,8 @@
 #pragma once
 #include "ibreakpoints.h"
 
-// How the host writes a place in the disassembly: the file contains "disassembler:", and the line is the address plus 1,
-// because lines count from 1.
+// How the host writes a place in the disassembly: the file contains "disassembler:", and the line is the address plus
+// 1, because lines count from 1.
 
 /// Whether a file text refers to the disassembly instead of a source file.
 [[nodiscard]] bool isDisassembly(const QString &file);

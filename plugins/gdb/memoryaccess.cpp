@@ -95,7 +95,7 @@ void MemoryAccess::readBlock(int region, int mode, uint address, int count, Memo
 MemoryBlock MemoryAccess::readCells(const TargetRegion *region, quint64 address, int mode, int count,
                                     const QDeadlineTimer &limit)
 {
-    const MemoryBlock none(std::max(count, 0), {0, NoMemory});
+    MemoryBlock none(std::max(count, 0), {0, NoMemory});
     const int width = memoryCellWidth(mode);
     if (!region || width == 0 || !region->contains(address))
         return none;

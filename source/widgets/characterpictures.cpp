@@ -18,7 +18,7 @@ constexpr qsizetype MostSets = 8; ///< for the colours of a view
 QString allPairs()
 {
     QString text;
-    text.reserve(Count * (2 * Count + 4));
+    text.reserve(qsizetype(Count) * (2 * Count + 4));
     for (char16_t one = First; one <= Last; ++one) {
         for (char16_t other = First; other <= Last; ++other)
             text.append(QChar(one)).append(QChar(other));
@@ -157,7 +157,8 @@ const CharacterPictures::Set &CharacterPictures::setFor(const Style &style, int 
             set.largerCharacters += QChar(char16_t(First + i));
         for (int y = 0; y < cell.height(); ++y)
             std::memcpy(all.scanLine(y) + qsizetype(4) * i * cell.width(),
-                        one.constScanLine(cell.height() + y) + qsizetype(4) * cell.width(), size_t(4 * cell.width()));
+                        one.constScanLine(cell.height() + y) + qsizetype(4) * cell.width(),
+                        size_t(4) * size_t(cell.width()));
     }
     set.pictures = all;
     return set;
@@ -170,7 +171,7 @@ void CharacterPictures::composeLine(const Set &set, QStringView text)
     if (m_line.width() < width || m_line.height() < cell.height())
         m_line =
             QImage(std::max(width, m_line.width()), std::max(cell.height(), m_line.height()), QImage::Format_RGB32);
-    const auto bytes = size_t(4 * cell.width());
+    const size_t bytes = size_t(4) * size_t(cell.width());
     for (int y = 0; y < cell.height(); ++y) {
         const uchar *from = set.pictures.constScanLine(y);
         uchar *to = m_line.scanLine(y);

@@ -29,8 +29,8 @@ public:
     [[nodiscard]] int lineHeight() const { return m_lineHeight; }
     [[nodiscard]] int charWidth() const { return m_charWidth; }
 
-    /// Draws what lies between @p clip's left and right of a row whose first column is at @p left. The base colour of the
-    /// palette is what is behind it.
+    /// Draws what lies between @p clip's left and right of a row whose first column is at @p left. The base colour of
+    /// the palette is what is behind it.
     void draw(QPainter &painter, const QString &line, int left, const QRect &clip, SelectedColumns selected,
               const QPalette &palette);
     /// Converts between columns of the text and pixels from its left edge, also beyond the end of the text.

@@ -131,11 +131,9 @@ void DebugQueries::raiseGeneration()
 
 void DebugQueries::receive(const DebugRequest &request, const std::function<void(const Answer &answer)> &use)
 {
-    const auto question = m_questions.constFind(request.number);
-    if (question == m_questions.cend())
+    if (!m_questions.contains(request.number))
         return;
-    const Answer answer = *question; // it may delete this object
-    m_questions.erase(question);
+    const Answer answer = m_questions.take(request.number); // it may delete this object
     if (request.generation == generation)
         use(answer);
 }
