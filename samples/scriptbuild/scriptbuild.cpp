@@ -1,9 +1,11 @@
+#include <csignal>
 #include <ibuildenvironment.h>
 #include <ibuildevents.h>
 #include <interfaceobject.h>
 #include <iproject.h>
 #include <pluginfactory.h>
 #include <QProcess>
+#include <unistd.h>
 
 using namespace Qt::StringLiterals;
 
@@ -16,6 +18,7 @@ public:
     ScriptBuild()
     {
         m_process.setProcessChannelMode(QProcess::MergedChannels);
+        m_process.setChildProcessModifier([] { ::setpgid(0, 0); }); // a group of its own, for stop()
         connect(&m_process, &QProcess::readyRead, this, &ScriptBuild::forwardLines);
         connect(&m_process, &QProcess::finished, this, &ScriptBuild::scriptFinished);
         connect(&m_process, &QProcess::errorOccurred, this, &ScriptBuild::scriptFailed);
@@ -41,10 +44,18 @@ public:
     bool canCompile(const QString &file, const QString &) override { return file.endsWith(u".c"_s); }
     void build(const QStringList &configurations, bool rebuild) override
     {
+        if (configurations.isEmpty())
+            return m_events->buildFinished(true); // nothing is to be built
         run(QStringList(rebuild ? u"rebuild"_s : u"build"_s) + configurations);
     }
     void clean(const QStringList &configurations) override { run(QStringList(u"clean"_s) + configurations); }
-    void stop() override { m_process.kill(); }
+    /// Ends the programs that the script has started as well: they would go on otherwise.
+    void stop() override
+    {
+        if (const auto group = pid_t(m_process.processId()); group > 0)
+            ::kill(-group, SIGKILL);
+        m_process.kill(); // it may not have its group yet
+    }
     bool isUpToDate(const QString &) override
     {
         return true;

@@ -40,6 +40,13 @@ class ScriptBuildTest : public QObject
                && (script.close(), m_build->initialise(m_events.get(), script.fileName()));
     }
 
+    /// A process that has ended may wait for its parent to notice.
+    static bool isAlive(const QString &process)
+    {
+        QFile status(u"/proc/%1/stat"_s.arg(process));
+        return status.open(QIODevice::ReadOnly) && !status.readAll().contains(") Z ");
+    }
+
 private Q_SLOTS:
     void init()
     {
@@ -72,6 +79,26 @@ private Q_SLOTS:
         m_build->build({u"Debug"_s}, false);
         m_build->stop();
         QTRY_COMPARE(m_events->results, QList<bool>{false});
+    }
+
+    void stopEndsWhatTheScriptHasStarted()
+    {
+        QVERIFY(useScript("sleep 1000 & echo $!; wait"));
+        m_build->build({u"Debug"_s}, false);
+        QTRY_VERIFY(m_events->output.endsWith(u'\n'));
+        const QString process = m_events->output.trimmed();
+        QVERIFY(isAlive(process));
+        m_build->stop();
+        QTRY_COMPARE(m_events->results, QList<bool>{false});
+        QTRY_VERIFY(!isAlive(process));
+    }
+
+    void nothingIsBuiltWithoutAConfiguration()
+    {
+        QVERIFY(useScript("echo $@"));
+        m_build->build({}, false);
+        QCOMPARE(m_events->results, QList<bool>{true});
+        QCOMPARE(m_events->output, QString());
     }
 
     void emptyOptionIsRefused() { QVERIFY(!m_build->initialise(m_events.get(), {})); }
