@@ -14,7 +14,8 @@ public:
     /// end in "\n". @p serious beeps and brings the page to the front.
     virtual void feedback(const QString &text, const QString &page, bool serious) = 0;
     virtual void processorStatusChanged(IExecutionEnvironment::ProcessorStatus status) = 0;
-    /// Moves the host to its paused, running, finished or unknown state and refreshes what it shows.
+    /// Moves the host to its paused, running, finished or unknown state. It reads what its windows show when
+    /// the program is paused; after the end they keep what they showed.
     virtual void programStatusChanged(IExecutionEnvironment::ProgramStatus status) = 0;
     /// Shows a short text in the status bar. Positions are 0 to 3; 0 is next to the cursor position. The text at
     /// position 1 is also shown as the reason of the last stop in the list of processors: set it before the report of
