@@ -76,8 +76,8 @@ const char *withOwnMounts(const std::function<const char *()> &work)
         const int spaces = ::geteuid() == 0 ? CLONE_NEWNS : CLONE_NEWUSER | CLONE_NEWNS;
         const bool isAlone = ::unshare(spaces) == 0 && ::mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0;
         const char *error = isAlone ? work() : "this system allows no mounts";
-        const bool told = !error || ::write(channel[1], error, std::strlen(error)) > 0;
-        ::_exit(told ? 0 : 1);
+        const bool isReported = !error || ::write(channel[1], error, std::strlen(error)) > 0;
+        ::_exit(isReported ? 0 : 1);
     }
     ::close(channel[1]);
     const ssize_t length = ::read(channel[0], message, sizeof(message) - 1);

@@ -21,7 +21,8 @@ public:
     /// Opens a file; a relative path is relative to the current project's directory. Returns false after a message to
     /// the user if it cannot be opened.
     bool openFile(const QString &path, bool addToRecent);
-    /// Opens a file likewise, and moves the cursor there: both count from 1. A missing file is told in the status bar.
+    /// Opens a file as openFile() does, and moves the cursor to @p line and @p column, which count from 1. If the file
+    /// does not exist, the status bar says so.
     void showSource(const QString &path, int line, int column);
     void open();
     void openRecent(int index);

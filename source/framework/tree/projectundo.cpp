@@ -81,7 +81,7 @@ void ProjectUndo::noteMove(Places before)
     std::erase_if(before.m_places, [&indexes](const Places::Place &place) {
         const ProjectItemDrag::Item item = place.item();
         if (!item.folder && !item.file)
-            return true; // deleted by somebody who has heard of the move
+            return true; // a plug-in or script has deleted it when it was notified of the move
         const bool isThere = item.project() == place.project && parentOf(item) == place.parent.get();
         return listingsOf(item) != place.listings || (isThere && indexes.of(item) == place.index);
     });
