@@ -48,8 +48,8 @@ inline StubControl *stub()
     return qobject_cast<StubControl *>(QPluginLoader(QStringLiteral(TESTPLUGIN_STUB)).instance());
 }
 
-/// The two sets of interfaces with which the story is told: one with values by question and answer, and one with whole
-/// addresses, a start in the background and several processors.
+/// Each story runs once with each of these sets of interfaces: one with values by question and answer, and one with
+/// whole addresses, a start in the background and several processors.
 enum class OfferedInterfaces { Simple, Wide };
 
 /// The interfaces of the stub's features "{sim}", "{two}" (a second processor), "{cc}", "{language}" and "{kind}", with

@@ -24,6 +24,7 @@
 #include "iworkspaceclient.h"
 #include "multiwatchwindow.h"
 #include "windowfixture.h"
+#include "windowuser.h"
 #include <QDeadlineTimer>
 #include <QJsonArray>
 #include <QLabel>
@@ -296,7 +297,7 @@ class ClosingPluginTest : public QObject
         step([&] { startSession(); });
         debugging([&] { stopAt(IExecutionEnvironment::ProgramPaused); });
         debugging([&] { showDebugWindows(); });
-        debugging([&] { useRows(); });
+        debugging([&] { useRows(*f->window); });
         debugging([&] { f->window->debugToggleBreakpoint(); });
         debugging([&] { f->window->debugStepOver(); });
         debugging([&] { stopAt(IExecutionEnvironment::ProgramBreakpointHit); });
@@ -339,41 +340,6 @@ class ClosingPluginTest : public QObject
         QVERIFY2(f->read(u"main.c"_s).contains("typed") == m_typed, qPrintable(where));
         QCOMPARE(f->window->activity().state(), StateNoWorkspace);
         QCOMPARE(stub()->objectCount(), 0);
-    }
-
-    static QList<QPointer<QMenu>> menus(const MainWindow &window)
-    {
-        const QList<QMenu *> menus = window.findChildren<QMenu *>();
-        return {menus.cbegin(), menus.cend()};
-    }
-
-    /// Opens a menu, and chooses the plug-in's command in it.
-    static void useMenu(const QPointer<QMenu> &menu)
-    {
-        if (menu)
-            Q_EMIT menu->aboutToShow();
-        const QList<QAction *> actions = menu ? menu->actions() : QList<QAction *>();
-        for (const QPointer<QAction> action : actions) {
-            if (action && action->text() == "Command"_L1)
-                action->trigger();
-        }
-    }
-
-    /// Opens rows of the debugger's lists, and chooses another function.
-    void useRows() const
-    {
-        for (const char *name : {"callStack", "variables"}) {
-            const QPointer<QTreeWidget> list = f->window->findChild<QTreeWidget *>(QString::fromLatin1(name));
-            if (!list || !list->topLevelItem(0))
-                continue;
-            list->topLevelItem(0)->setExpanded(true);
-            QCoreApplication::processEvents();
-            if (list && list->topLevelItem(0))
-                list->setCurrentItem(list->topLevelItem(0)->child(0));
-            if (list)
-                QTest::keyClick(list, Qt::Key_Return);
-            QCoreApplication::processEvents();
-        }
     }
 
     void goToSymbol() const

@@ -11,6 +11,7 @@
 #include "propertylist.h"
 #include "rateswitch.h"
 #include "windowfixture.h"
+#include "windowuser.h"
 #include <algorithm>
 #include <QDeadlineTimer>
 #include <QHelpEvent>
@@ -295,7 +296,7 @@ class MisbehavingPluginTest : public QObject
             step([&] { startSession(attach); });
             debugging([&] { stopAt(IExecutionEnvironment::ProgramPaused); });
             debugging([&] { showDebugWindows(); });
-            debugging([&] { useRows(); });
+            debugging([&] { useRows(*f->window); });
             debugging([&] { changeValues(); });
             debugging([&] { f->window->runPyFile(f->path(u"use.py"_s)); });
             debugging([&] { readWhileRunning(); });
@@ -333,7 +334,6 @@ class MisbehavingPluginTest : public QObject
         f->write(u"main.c"_s, "one\ntwo\nthree\n");
         misbehaveInPendingCalls();
         reportedCalls.clear();
-        QElapsedTimer dbg;
         story();
         for (const QString &call : std::as_const(m_done)) {
             m_pending.remove(call);
@@ -347,41 +347,6 @@ class MisbehavingPluginTest : public QObject
         if (stub()->objectCount() > 0 && m_deed == "host"_L1)
             f->restart(); // documents that the plug-in has opened may refer to it until then
         QVERIFY2(stub()->objectCount() == 0, qPrintable(where));
-    }
-
-    static QList<QPointer<QMenu>> menus(const MainWindow &window)
-    {
-        const QList<QMenu *> menus = window.findChildren<QMenu *>();
-        return {menus.cbegin(), menus.cend()};
-    }
-
-    /// Opens a menu, and chooses the plug-in's command in it.
-    static void useMenu(const QPointer<QMenu> &menu)
-    {
-        if (menu)
-            Q_EMIT menu->aboutToShow();
-        const QList<QAction *> actions = menu ? menu->actions() : QList<QAction *>();
-        for (const QPointer<QAction> action : actions) {
-            if (action && action->text() == "Command"_L1)
-                action->trigger();
-        }
-    }
-
-    /// Opens rows of the debugger's lists, and chooses another function.
-    void useRows() const
-    {
-        for (const char *name : {"callStack", "variables"}) {
-            const QPointer<QTreeWidget> list = f->window->findChild<QTreeWidget *>(QString::fromLatin1(name));
-            if (!list || !list->topLevelItem(0))
-                continue;
-            list->topLevelItem(0)->setExpanded(true);
-            QCoreApplication::processEvents();
-            if (list && list->topLevelItem(0))
-                list->setCurrentItem(list->topLevelItem(0)->child(0));
-            if (list)
-                QTest::keyClick(list, Qt::Key_Return);
-            QCoreApplication::processEvents();
-        }
     }
 
     /// Changes what the windows show, each by the function that the user's input calls.
