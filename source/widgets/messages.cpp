@@ -1,5 +1,8 @@
 #include "messages.h"
+#include <algorithm>
 #include <QAbstractButton>
+#include <QApplication>
+#include <QMainWindow>
 #include <QPointer>
 
 using namespace Qt::StringLiterals;
@@ -18,6 +21,17 @@ QMessageBox::StandardButton escapeButton(const QList<QMessageBox::StandardButton
 QString messageCaption()
 {
     return u"Varnel"_s;
+}
+
+QWidget *messageParent()
+{
+    if (QWidget *active = QApplication::activeWindow())
+        return active;
+    const QWidgetList windows = QApplication::topLevelWidgets();
+    const auto main = std::ranges::find_if(windows, [](const QWidget *window) {
+        return window->isVisible() && qobject_cast<const QMainWindow *>(window);
+    });
+    return main == windows.end() ? nullptr : *main;
 }
 
 QMessageBox::StandardButton showMessage(QMessageBox::Icon icon, QWidget *parent, const QString &text,

@@ -1,7 +1,6 @@
 #include "document.h"
 #include "messages.h"
 #include "varnelassert.h"
-#include <QApplication>
 
 Document::Document(DocumentTemplate *docTemplate) : m_template(docTemplate)
 {
@@ -28,5 +27,5 @@ void Document::notifyViews(View *source, bool full)
 
 QMessageBox::StandardButton showDocumentWarning(const QString &text, const QList<QMessageBox::StandardButton> &buttons)
 {
-    return showWarning(QApplication::activeWindow(), text, buttons);
+    return showWarning(messageParent(), text, buttons);
 }

@@ -2,7 +2,6 @@
 #include "largetextdocument.h"
 #include "largetextview.h"
 #include "messages.h"
-#include <QApplication>
 #include <QPointer>
 
 LargeTextDocumentTemplate::LargeTextDocumentTemplate(const QIcon &icon, const FormatTable *formats, QObject *parent)
@@ -22,9 +21,8 @@ Document *LargeTextDocumentTemplate::createDocument()
 View *LargeTextDocumentTemplate::createView(Document *document)
 {
     const QPointer<Document> guarded(document);
-    showInformation(QApplication::activeWindow(),
-                    tr("The file is too large to open for editing.\n\nIt will be opened read-only."), {QMessageBox::Ok},
-                    tr("File Open"));
+    showInformation(messageParent(), tr("The file is too large to open for editing.\n\nIt will be opened read-only."),
+                    {QMessageBox::Ok}, tr("File Open"));
     if (!guarded)
         return nullptr;
     auto *view = new LargeTextView(static_cast<LargeTextDocument *>(document), m_formats, m_host);

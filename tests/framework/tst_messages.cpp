@@ -1,6 +1,7 @@
 #include "messages.h"
 #include <QAbstractButton>
 #include <QApplication>
+#include <QMainWindow>
 #include <QTest>
 
 using namespace Qt::StringLiterals;
@@ -38,6 +39,20 @@ private Q_SLOTS:
     {
         // The offscreen platform prints a warning for every window.
         QTest::failOnWarning(QRegularExpression(u"^(?!This plugin does not support)"_s));
+    }
+
+    // A box without a parent can be covered by the window, and nobody finds it.
+    void messageBelongsToTheMainWindowWhileNoWindowIsActive()
+    {
+        QMainWindow window;
+        QVERIFY(!messageParent());
+        window.show();
+        QDialog dialog(&window);
+        dialog.show();
+        QApplication::setActiveWindow(&dialog);
+        QCOMPARE(messageParent(), &dialog);
+        QApplication::setActiveWindow(nullptr);
+        QCOMPARE(messageParent(), &window);
     }
 
     void captionIsTheProgramName() { QCOMPARE(messageCaption(), u"Varnel"_s); }

@@ -2,6 +2,7 @@
 #include "runnerfixture.h"
 #include <malloc.h>
 #include <QDialog>
+#include <QFrame>
 #include <QRandomGenerator>
 #include <QSettings>
 #include <QTcpSocket>
@@ -280,6 +281,20 @@ private Q_SLOTS:
         QCOMPARE(driver.ask("GETCLASS edit\n"), "OK QPushButton\r\n");
         second->hide();
         QCOMPARE(driver.ask("GETCLASS edit\n"), "OK QLineEdit\r\n");
+    }
+
+    void objectsOfOtherWindowsAreFoundWhileTheirWindowIsVisible()
+    {
+        QFrame other; // such as a dialog of a plug-in, without a parent
+        other.setObjectName(u"other"_s);
+        (new QPushButton(&other))->setObjectName(u"inside"_s);
+        (new QPushButton(&other))->setObjectName(u"edit"_s);
+        Driver driver(*m_fixture);
+        QCOMPARE(driver.ask("GETCLASS inside\n"), "ERROR 4 No such object\r\n");
+        other.show();
+        QCOMPARE(driver.ask("GETCLASS other\n"), "OK QFrame\r\n");
+        QCOMPARE(driver.ask("GETCLASS inside\n"), "OK QPushButton\r\n");
+        QCOMPARE(driver.ask("GETCLASS edit\n"), "OK QLineEdit\r\n"); // that of the main widget
     }
 
     // Events ------------------------------------------------------------------

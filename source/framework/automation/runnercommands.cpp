@@ -5,7 +5,7 @@
 #include "qt3numbers.h"
 #include <algorithm>
 #include <QAction>
-#include <QCoreApplication>
+#include <QApplication>
 #include <QMetaMethod>
 #include <QMetaProperty>
 
@@ -14,6 +14,21 @@ using namespace Qt::StringLiterals;
 namespace {
 const QString Ok = u"OK\r\n"_s;
 const QString NoSuchProperty = u"ERROR No such property"_s; // without number and line end, as drivers expect it
+
+/// The objects of that name in the visible windows that do not belong to @p mainWidget.
+QList<QObject *> inOtherWindows(const QString &name, const QWidget *mainWidget)
+{
+    QList<QObject *> objects;
+    const QWidgetList windows = QApplication::topLevelWidgets();
+    for (QWidget *window : windows) {
+        if (window == mainWidget || window->parent() || !window->isVisible())
+            continue;
+        if (window->objectName() == name)
+            objects.append(window);
+        objects += window->findChildren<QObject *>(name);
+    }
+    return objects;
+}
 
 // Members --------------------------------------------------------------------
 
@@ -212,12 +227,15 @@ QString RunnerCommands::doAction(CommandWords &words) const
     return Ok;
 }
 
-/// Dialogs have fields of the same names, so a visible widget precedes hidden ones.
+/// Dialogs have fields of the same names, so a visible widget precedes hidden ones. The main widget's own objects
+/// precede those of dialogs without a parent, which a plug-in may show.
 QObject *RunnerCommands::findChild(const QString &name) const
 {
     if (!m_mainWidget || name.isEmpty())
         return nullptr;
-    const QList<QObject *> objects = m_mainWidget->findChildren<QObject *>(name);
+    QList<QObject *> objects = m_mainWidget->findChildren<QObject *>(name);
+    if (objects.isEmpty())
+        objects = inOtherWindows(name, m_mainWidget);
     const auto visible = std::ranges::find_if(objects, [](const QObject *object) {
         const auto *widget = qobject_cast<const QWidget *>(object);
         return widget && widget->isVisible();
