@@ -2,8 +2,10 @@
 #include "stubfixture.h"
 #include "valuetooltips.h"
 #include <QHelpEvent>
+#include <QLineEdit>
 #include <QTest>
 #include <QToolTip>
+#include <QTreeWidget>
 
 using namespace Qt::StringLiterals;
 
@@ -95,6 +97,31 @@ private Q_SLOTS:
         moveCursorTo(2);
         m_toolTips->showAtCursor();
         QCOMPARE(shown(), u"<pre>The value is not known.</pre>"_s);
+    }
+
+    void toolTipOfTheCurrentCellIsShownOnCommand()
+    {
+        QTreeWidget list;
+        list.setColumnCount(2);
+        auto *item = new QTreeWidgetItem(&list, {u"CR1"_s, u"0x0"_s});
+        item->setFlags(item->flags() | Qt::ItemIsEditable);
+        item->setToolTip(0, u"Control register"_s);
+        item->setToolTip(1, u"Its value"_s);
+        list.show();
+        QApplication::setActiveWindow(&list);
+        list.setFocus();
+        list.setCurrentItem(nullptr);
+        m_toolTips->showAtCursor();
+        QCOMPARE(shown(), QString());
+        list.setCurrentItem(item, 1);
+        m_toolTips->showAtCursor();
+        QTRY_COMPARE(shown(), u"Its value"_s);
+        list.setCurrentItem(item, 0);
+        list.editItem(item, 0); // the focus is in the editor of the cell
+        QVERIFY(qobject_cast<QLineEdit *>(QApplication::focusWidget()));
+        m_toolTips->showAtCursor();
+        QTRY_COMPARE(shown(), u"Control register"_s);
+        QVERIFY(m_stub->takeCalls().filter(u"requestValue"_s).isEmpty());
     }
 
     void otherPlacesHaveNoToolTip()

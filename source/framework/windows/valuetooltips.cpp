@@ -5,6 +5,7 @@
 #include "icallstack.h"
 #include "ivariables.h"
 #include "textviewedit.h"
+#include <QAbstractItemView>
 #include <QApplication>
 #include <QHelpEvent>
 #include <QToolTip>
@@ -32,6 +33,23 @@ QString expressionOf(const TextViewEdit &edit, const QTextCursor &cursor)
     if (!text.isEmpty() && inside)
         return text.size() > LongestSelection || text.contains(QChar::ParagraphSeparator) ? QString() : text;
     return expressionAt(cursor.block().text(), cursor.positionInBlock());
+}
+
+/// The list that @p widget is, or whose cell it edits. Null if there is none.
+QAbstractItemView *listAround(QWidget *widget)
+{
+    while (widget && !qobject_cast<QAbstractItemView *>(widget))
+        widget = widget->parentWidget();
+    return static_cast<QAbstractItemView *>(widget);
+}
+
+/// As if the mouse pointed at the current cell.
+void showToolTipOfCurrentCell(QAbstractItemView &list)
+{
+    const QRect cell = list.visualRect(list.currentIndex());
+    QHelpEvent event(QEvent::ToolTip, cell.center(), list.viewport()->mapToGlobal(cell.bottomLeft()));
+    if (!cell.isEmpty())
+        QCoreApplication::sendEvent(list.viewport(), &event);
 }
 } // namespace
 
@@ -80,8 +98,11 @@ void ValueToolTips::showAtCursor()
 {
     m_queries.cancel();
     auto *edit = qobject_cast<TextViewEdit *>(QApplication::focusWidget());
-    if (!edit)
+    if (!edit) {
+        if (QAbstractItemView *list = listAround(QApplication::focusWidget()))
+            showToolTipOfCurrentCell(*list);
         return;
+    }
     const QTextCursor cursor = edit->textCursor();
     showAt(edit, cursor, edit->viewport()->mapToGlobal(edit->cursorRect(cursor).bottomLeft()));
     const QString expression = expressionOf(*edit, cursor);

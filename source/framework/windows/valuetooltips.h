@@ -20,7 +20,7 @@ public:
     explicit ValueToolTips(Activity &activity, QObject *parent = nullptr);
 
     /// The value of the selected text, or of the expression at the cursor, of the editor with the focus; or why there
-    /// is none.
+    /// is none. In a list with the focus it is the tool tip of the current cell.
     void showAtCursor();
 
 protected:
