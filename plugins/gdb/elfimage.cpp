@@ -4,6 +4,7 @@
 #include <QDirIterator>
 #include <QFile>
 #include <QFileInfo>
+#include <QRegularExpression>
 
 using namespace Qt::StringLiterals;
 
@@ -121,10 +122,17 @@ bool hasDebugInformation(const Bytes &bytes, const QList<Section> &sections)
     });
 }
 
-bool looksLikeProgram(const QString &fileName)
+/// By its name, such as "libm.so" or "libm.so.6": programs that are linked to any address have the same type of file.
+bool isSharedLibrary(const QFileInfo &file)
 {
-    QFile file(fileName);
-    return file.open(QIODevice::ReadOnly) && readElfImage(file.read(64)).program && !fileName.contains(".so"_L1);
+    static const QRegularExpression name(uR"(\.so(\.[0-9]+)*$)"_s);
+    return name.match(file.fileName()).hasMatch();
+}
+
+bool looksLikeProgram(const QFileInfo &info)
+{
+    QFile file(info.filePath());
+    return !isSharedLibrary(info) && file.open(QIODevice::ReadOnly) && readElfImage(file.read(64)).program;
 }
 
 QString newestProgram(const QString &directory, const QString &name)
@@ -135,7 +143,7 @@ QString newestProgram(const QString &directory, const QString &name)
     for (int seen = 0; seen < MostFiles && entries.hasNext(); ++seen) {
         const QFileInfo file(entries.next());
         const std::pair rank(file.completeBaseName() == name, file.lastModified());
-        if ((best.isEmpty() || rank > bestRank) && looksLikeProgram(file.filePath())) {
+        if ((best.isEmpty() || rank > bestRank) && looksLikeProgram(file)) {
             best = file.filePath();
             bestRank = rank;
         }

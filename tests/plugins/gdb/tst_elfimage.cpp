@@ -11,6 +11,7 @@ private Q_SLOTS:
     void otherFilesAreInvalid_data();
     void otherFilesAreInvalid();
     void findImagePrefersConfigurationThenName();
+    void sharedLibrariesAreNoPrograms();
 };
 
 void tst_ElfImage::nativeProgramIsRead()
@@ -82,6 +83,23 @@ void tst_ElfImage::findImagePrefersConfigurationThenName()
         file.close();
         QCOMPARE(findImage(search), file.fileName());
     }
+}
+
+/// Only the end of a file's own name counts: directories and programs may have ".so" in their names.
+void tst_ElfImage::sharedLibrariesAreNoPrograms()
+{
+    const Programs programs;
+    const QString loose = programs.native(u"loose"_s);
+    const QDir base(programs.directory());
+    const QString directory = u"my.sources/motor.sorted/"_s;
+    QVERIFY(base.mkpath(directory));
+    ImageSearch search;
+    search.basePath = base.filePath(directory);
+    for (const QString &name : {u"libmotor.so"_s, u"libmotor.so.1"_s, u"libmotor.so.1.2.3"_s})
+        QVERIFY(QFile::copy(loose, base.filePath(directory + name)));
+    QCOMPARE(findImage(search), QString());
+    QVERIFY(QFile::copy(loose, base.filePath(directory + u"motor.software.elf"_s)));
+    QCOMPARE(findImage(search), base.filePath(directory + u"motor.software.elf"_s));
 }
 
 QTEST_MAIN(tst_ElfImage)
