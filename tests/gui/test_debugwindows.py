@@ -136,7 +136,7 @@ class FourWindowsTest(DebugTest):
         self.add_watch(project, "board_ticks")
         address = int(re.search(r"0x([0-9a-f]+)", self.add_watch(project, "&board_ticks")).group(1), 16)
         self.show_memory(address)
-        self.assertRegex(self.first_word()[1], r"^[0-9A-F]{8}$")
+        self.varnel.wait_until(lambda: re.fullmatch("[0-9A-F]{8}", self.first_word()[1]), "the memory")
         self.varnel.press("Home", on="memoryEdit")
         for _ in range(9):
             self.varnel.press("Right", on="memoryEdit")
