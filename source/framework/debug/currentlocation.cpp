@@ -14,6 +14,7 @@ struct Answer
 // Of the whole program: an environment is asked by windows, commands and scripts, which have no owner in common.
 using Question = std::pair<const IExecutionEnvironment *, bool>; ///< and whether the disassembly is meant
 std::map<Question, Answer> answers;
+std::map<const IExecutionEnvironment *, std::optional<StackPlace>> places;
 quint64 generation = 0; ///< grows with each change; an answer to a question from before the last change is not kept
 } // namespace
 
@@ -38,8 +39,22 @@ bool currentLocation(IExecutionEnvironment *environment, QString &file, int &lin
     return found->second.known;
 }
 
+std::optional<StackPlace> currentStackPlace(IExecutionEnvironment *environment)
+{
+    if (const auto found = places.find(environment); found != places.end())
+        return found->second;
+    const quint64 asked = generation;
+    StackPlace place;
+    const bool known = askPlugin<&ICallStack::currentPlace>(queryPlugin<ICallStack>(environment), place);
+    const auto answer = known ? std::optional(place) : std::nullopt;
+    if (asked == generation)
+        places.insert_or_assign(environment, answer);
+    return answer;
+}
+
 void forgetCurrentLocations()
 {
     ++generation;
     answers.clear();
+    places.clear();
 }

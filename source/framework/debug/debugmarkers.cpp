@@ -7,7 +7,6 @@
 #include "debugdecisions.h"
 #include "document.h"
 #include "environmentkey.h"
-#include "icallstack.h"
 #include "project.h"
 #include "projectworkspace.h"
 #include "viewinterfaces.h"
@@ -102,8 +101,8 @@ QString markName(const QString &document)
 /// Whether the user has chosen a calling function, whose place is the current one.
 bool isCaller(IExecutionEnvironment *environment)
 {
-    StackPlace place;
-    return askPlugin<&ICallStack::currentPlace>(queryPlugin<ICallStack>(environment), place) && place.frame > 0;
+    const auto place = currentStackPlace(environment);
+    return place && place->frame > 0;
 }
 } // namespace
 

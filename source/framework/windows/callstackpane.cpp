@@ -1,5 +1,6 @@
 #include "callstackpane.h"
 #include "callplugin.h"
+#include "currentlocation.h"
 #include "listview.h"
 #include "popupmenu.h"
 #include <algorithm>
@@ -162,13 +163,13 @@ void CallStackPane::clear()
 
 void CallStackPane::read()
 {
-    StackPlace place;
     const QPointer<CallStackPane> self(this);
     const auto callStack = shareInterface(m_callStack.get());
-    const bool known = askPlugin<&ICallStack::currentPlace>(callStack, place);
+    const auto environment = shareInterface(m_environment.get());
+    const auto place = currentStackPlace(environment.get());
     if (!self || !m_callStack)
         return;
-    m_current = known ? std::optional(place) : std::nullopt;
+    m_current = place;
     const DebugRequest request = queries().ask({.threads = [this](const auto &threads) { showThreads(threads); },
                                                 .failed =
                                                     [this](const QString &reason) {

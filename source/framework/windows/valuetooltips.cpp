@@ -1,8 +1,8 @@
 #include "valuetooltips.h"
 #include "activity.h"
 #include "callplugin.h"
+#include "currentlocation.h"
 #include "expressionat.h"
-#include "icallstack.h"
 #include "ivariables.h"
 #include "textviewedit.h"
 #include <QAbstractItemView>
@@ -126,8 +126,7 @@ bool ValueToolTips::request(const QString &expression, const std::function<void(
     if (m_activity.state() != StatePaused || expression.isEmpty())
         return false;
     const auto environment = m_activity.currentEnvironment();
-    m_place = {};
-    runPlugin<&ICallStack::currentPlace>(queryPlugin<ICallStack>(environment), m_place);
+    m_place = currentStackPlace(environment.get()).value_or(StackPlace());
     const auto variables = queryPlugin<IVariables>(environment);
     const DebugRequest question =
         m_queries.ask({.value =

@@ -1,7 +1,7 @@
 #include "variablespane.h"
 #include "callplugin.h"
+#include "currentlocation.h"
 #include "gridtext.h"
-#include "icallstack.h"
 #include "variablelist.h"
 #include <array>
 #include <QActionGroup>
@@ -206,10 +206,9 @@ void VariablesPane::read()
 {
     ++m_readings;
     m_marks = m_nextMarks;
-    StackPlace place;
     const QPointer<VariablesPane> self(this);
     const auto environment = shareInterface(m_environment.get());
-    runPlugin<&ICallStack::currentPlace>(queryPlugin<ICallStack>(environment), place);
+    const StackPlace place = currentStackPlace(environment.get()).value_or(StackPlace());
     if (!self || !m_interface)
         return;
     if (place.thread != m_place.thread || place.frame != m_place.frame)
