@@ -527,6 +527,8 @@ private Q_SLOTS:
         QCOMPARE(shown(), QStringList());
         f.window->activity().setState(StatePaused);
         QCOMPARE(shown(), names);
+        QCoreApplication::processEvents();
+        QVERIFY(f.dock("variablesDockWindow")->height() > f.dock("callStackDockWindow")->height());
         f.dock("registerDockWindow")->hide();
         f.window->activity().setState(StateIdle);
         QCOMPARE(shown(), QStringList());
@@ -547,6 +549,9 @@ private Q_SLOTS:
         QCoreApplication::processEvents();
         QCOMPARE(f.window->size(), size);
         QVERIFY(f.window->tabifiedDockWidgets(f.dock("variablesDockWindow")).contains(f.dock("watchDockWindow")));
+        const auto inFront = [&f](const char *name) { return !f.dock(name)->visibleRegion().isEmpty(); };
+        QVERIFY(inFront("callStackDockWindow"));
+        QVERIFY(!inFront("watchDockWindow")); // there are no watches yet
         f.window->activity().setState(StateIdle);
     }
 

@@ -88,10 +88,14 @@ void DebugWindows::showFirstLayout()
     window->tabifyDockWidget(dock(Watches), dock(Registers));
     for (const Window each : {CallStack, Variables, Watches, Registers})
         dock(each)->show();
-    dock(Watches)->raise();
-    if (room < 0)
+    dock(room < 0 ? Variables : Watches)->raise(); // in the group that contains both, watches are still empty
+    if (window->tabifiedDockWidgets(dock(CallStack)).contains(dock(Variables)))
         dock(CallStack)->raise();
     window->resizeDocks({dock(CallStack)}, {window->width() / 4}, Qt::Horizontal);
+    const int quarter = window->height() / 4;
+    if (room >= 0) // most room for the variables
+        window->resizeDocks({dock(CallStack), dock(Variables), dock(Watches)}, {quarter, 2 * quarter, quarter},
+                            Qt::Vertical);
 }
 
 void DebugWindows::setContent(Window window, MultiWidget *content)
