@@ -364,10 +364,48 @@ private Q_SLOTS:
         f.toggle(3);
         f.restart();
         script().breakpoints.clear();
-        f.openWorkspace();
-        f.window->openFile(f.path(u"main.c"_s), false);
+        f.openWorkspace(); // and with it the file
         QCOMPARE(f.lines(), u"3"_s);
         QCOMPARE(f.marked(), u"3"_s);
+    }
+
+    void changedTextComesBackWithItsBreakpoints_data()
+    {
+        QTest::addColumn<bool>("windowCloses");
+        QTest::addColumn<bool>("debugs");
+        QTest::addColumn<bool>("saves");
+        QTest::addColumn<QString>("lines");
+        for (const bool windowCloses : {false, true}) {
+            for (const bool debugs : {false, true}) {
+                for (const bool saves : {false, true})
+                    QTest::addRow("%s %s, text %s", windowCloses ? "window" : "workspace",
+                                  debugs ? "in a session" : "idle", saves ? "saved" : "dropped")
+                        << windowCloses << debugs << saves << (saves ? u"3"_s : u"2"_s);
+            }
+        }
+    }
+    void changedTextComesBackWithItsBreakpoints()
+    {
+        QFETCH(bool, windowCloses);
+        QFETCH(bool, debugs);
+        QFETCH(bool, saves);
+        QFETCH(QString, lines);
+        BreakpointWindow f;
+        f.toggle(2);
+        if (debugs) {
+            f.window->debugRun();
+            stub()->object(u"fw"_s)->executionEvents->programStatusChanged(IExecutionEnvironment::ProgramPaused);
+        }
+        f.insertLineAt(1);
+        f.answers->press(saves ? QMessageBox::Yes : QMessageBox::No);
+        if (windowCloses)
+            f.restart();
+        else
+            f.window->closeWorkspace();
+        script().breakpoints.clear();
+        f.openWorkspace();
+        QCOMPARE(f.lines(), lines);
+        QCOMPARE(f.marked(), lines);
     }
 
     void refusedBreakpointIsReported()

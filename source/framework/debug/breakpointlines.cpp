@@ -57,10 +57,7 @@ BreakpointLines::BreakpointLines(Activity &activity, WindowServices &window, QOb
         if (state == StateIdle)
             schedule();
     });
-    connect(&activity, &Activity::workspaceClosing, this, [this] {
-        moveBreakpoints(); // before they are stored for the next time
-        m_lines.clear();
-    });
+    connect(&activity, &Activity::workspaceOpened, this, [this] { m_lines.clear(); });
 }
 
 BreakpointLines::~BreakpointLines() = default;
@@ -178,6 +175,17 @@ int BreakpointLines::programLine(const QString &file, int shown) const
     const auto found = std::ranges::find_if(
         m_lines, [&](const Line &known) { return known.document && known.file == file && known.shown == shown; });
     return found == m_lines.cend() ? shown : found->line;
+}
+
+/// Whether the text will be saved is not known while its workspace closes.
+BreakpointLines::KeptLine BreakpointLines::lineToKeep(const QString &file, int line) const
+{
+    const auto found =
+        std::ranges::find_if(m_lines, [&](const Line &known) { return known.file == file && known.line == line; });
+    if (found == m_lines.cend())
+        return {line, line, {}};
+    const int target = found->target();
+    return {target, found->savedLine, target == found->savedLine ? QDateTime() : found->savedAt};
 }
 
 void BreakpointLines::moveBreakpoints()

@@ -34,6 +34,15 @@ public:
     [[nodiscard]] int shownLine(const QString &file, int line) const;
     [[nodiscard]] int programLine(const QString &file, int shown) const; ///< the reverse
 
+    /// Where a breakpoint belongs the next time its file is opened.
+    struct KeptLine
+    {
+        int line = 0;      ///< if the text is saved as it is now
+        int fileLine = 0;  ///< in the file as it is now
+        QDateTime savedAt; ///< the time stamp of that file; invalid if the text has no changes that move the line
+    };
+    [[nodiscard]] KeptLine lineToKeep(const QString &file, int line) const;
+
 Q_SIGNALS:
     void moved(); ///< Breakpoints have other lines, or their markers are missing.
 

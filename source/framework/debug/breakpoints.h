@@ -15,6 +15,7 @@ public:
     /// Sets, then disables, then removes the breakpoint at a line, counted from 1, of the document in front.
     void toggle(int line);
     void refreshMarkers();
+    [[nodiscard]] const BreakpointLines &lines() const { return m_lines; }
     /// Rich text with the state of the breakpoints at a line, counted from 1, in each project; may be empty.
     [[nodiscard]] QString toolTip(const QString &file, int line) const;
 

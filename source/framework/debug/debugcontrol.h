@@ -25,6 +25,7 @@ public:
 
     [[nodiscard]] DebugOptions &options() { return m_run.options(); }
     void refreshBreakpointMarkers() { m_breakpoints.refreshMarkers(); }
+    [[nodiscard]] const BreakpointLines &breakpointLines() const { return m_breakpoints.lines(); }
     void refreshExecutionMarker() { m_nextStatement.refreshMarker(); }
     /// See Breakpoints::toolTip().
     [[nodiscard]] QString breakpointToolTip(const QString &file, int line) const

@@ -1,9 +1,12 @@
 #include "storedbreakpoints.h"
 #include "activity.h"
 #include "breakpointdetails.h"
+#include "breakpointlines.h"
 #include "callplugin.h"
 #include "programplace.h"
 #include "project.h"
+#include <QDir>
+#include <QFileInfo>
 #include <QJsonArray>
 
 using namespace Qt::StringLiterals;
@@ -49,7 +52,26 @@ int stateIn(const QJsonObject &json)
 
 // Breakpoints at lines and addresses
 
-QJsonArray linesOf(const Project &project, IExecutionEnvironment *environment)
+/// With the line in the file beside that in the text if they differ.
+QJsonObject placeOf(const QString &file, const BreakpointLines::KeptLine &kept)
+{
+    QJsonObject json{{u"file"_s, file}, {u"line"_s, kept.line}};
+    if (kept.savedAt.isValid()) {
+        json.insert(u"fileLine"_s, kept.fileLine);
+        json.insert(u"savedAt"_s, kept.savedAt.toMSecsSinceEpoch());
+    }
+    return json;
+}
+
+/// The line in @p file, which may have been saved since the line was kept.
+int lineIn(const QString &file, const QJsonObject &json)
+{
+    const bool unsaved = json.contains(u"fileLine"_s)
+                         && QFileInfo(file).lastModified().toMSecsSinceEpoch() == json[u"savedAt"_s].toInteger();
+    return json[unsaved ? u"fileLine"_s : u"line"_s].toInt();
+}
+
+QJsonArray linesOf(const Project &project, IExecutionEnvironment *environment, const BreakpointLines &lines)
 {
     QJsonArray all;
     const auto breakpoints = queryPlugin<IBreakpoints>(environment);
@@ -58,8 +80,10 @@ QJsonArray linesOf(const Project &project, IExecutionEnvironment *environment)
             continue;
         const BreakpointLocation place = record.locations.first();
         const QString file = isDisassemblyName(place.file) ? anyDisassembly() : project.relativePath(place.file);
-        all.append(withDetails({{u"file"_s, file}, {u"line"_s, place.line}, {u"state"_s, record.state}},
-                               detailsOf(environment, record)));
+        const QString path = QDir::cleanPath(QDir(project.basePath()).absoluteFilePath(place.file));
+        QJsonObject json = placeOf(file, lines.lineToKeep(path, place.line));
+        json.insert(u"state"_s, record.state);
+        all.append(withDetails(json, detailsOf(environment, record)));
     }
     return all;
 }
@@ -68,10 +92,10 @@ QJsonArray linesOf(const Project &project, IExecutionEnvironment *environment)
 bool setLine(const Project &project, IExecutionEnvironment *environment, const QJsonObject &json)
 {
     const QString stored = json[u"file"].toString();
-    const int line = json[u"line"].toInt();
+    const QString file = isDisassemblyName(stored) ? stored : project.absolutePath(stored);
+    const int line = lineIn(file, json);
     if (stored.isEmpty() || line < 1)
         return true; // not written by this program
-    const QString file = isDisassemblyName(stored) ? stored : project.absolutePath(stored);
     int result = -1;
     readPlugin<&IBreakpoints::setBreakpoint>(result, queryPlugin<IBreakpoints>(environment), file, line, stateIn(json));
     const BreakpointDetails details = detailsIn(json);
@@ -114,7 +138,9 @@ bool setData(IExecutionEnvironment *environment, const QJsonObject &json)
 }
 } // namespace
 
-StoredBreakpoints::StoredBreakpoints(Activity &activity, QObject *parent) : QObject(parent), m_activity(activity) {}
+StoredBreakpoints::StoredBreakpoints(Activity &activity, const BreakpointLines &lines, QObject *parent)
+    : QObject(parent), m_activity(activity), m_lines(lines)
+{}
 
 /// A project whose environment is missing this time keeps its breakpoints.
 QJsonObject StoredBreakpoints::value() const
@@ -124,7 +150,7 @@ QJsonObject StoredBreakpoints::value() const
         const auto environment = shareInterface(project ? project->executionInterface() : nullptr);
         if (queryPlugin<IBreakpoints>(environment.get())) {
             const QString file = project->fileName();
-            const QJsonArray lines = linesOf(*project, environment.get());
+            const QJsonArray lines = linesOf(*project, environment.get(), m_lines);
             const QJsonArray data = dataOf(environment.get());
             if (!lines.isEmpty() || !data.isEmpty())
                 all.insert(file, QJsonObject{{u"lines"_s, lines}, {u"data"_s, data}});

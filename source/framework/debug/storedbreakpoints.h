@@ -2,15 +2,18 @@
 #include <QJsonObject>
 #include <QObject>
 class Activity;
+class BreakpointLines;
 class Project;
 
 /// The breakpoints of all projects, as they are kept with the session of a workspace: execution environments are
-/// deleted with their project, and their breakpoints with them.
+/// deleted with their project, and their breakpoints with them. Those of texts with changes are kept for both ends:
+/// that the text is saved, and that its changes are dropped.
 class StoredBreakpoints : public QObject
 {
     Q_OBJECT
 public:
-    explicit StoredBreakpoints(Activity &activity, QObject *parent = nullptr);
+    /// Both arguments outlive this object.
+    StoredBreakpoints(Activity &activity, const BreakpointLines &lines, QObject *parent = nullptr);
 
     [[nodiscard]] QJsonObject value() const; ///< of the open workspace
     /// Gives the environments what value() has returned for this workspace. Anything else is ignored.
@@ -25,5 +28,6 @@ private:
     void restore(Project *project, const QJsonObject &stored);
 
     Activity &m_activity;
+    const BreakpointLines &m_lines;
     QJsonObject m_stored; ///< also what projects without an environment had
 };

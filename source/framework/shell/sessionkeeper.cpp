@@ -40,7 +40,13 @@ SessionKeeper::SessionKeeper(Activity &activity, WindowServices &window, QObject
 void SessionKeeper::restoreLastFiles()
 {
     if (m_enabled && !m_skipped)
-        restoreSession(m_store.load(QString()), *m_window.workspace(), *m_window.viewManager());
+        restore(m_store.load(QString()));
+}
+
+void SessionKeeper::restore(const Session &session)
+{
+    restoreSession(session, *m_window.workspace(), *m_window.viewManager());
+    Q_EMIT filesRestored();
 }
 
 QString SessionKeeper::lastWorkspace() const
@@ -55,7 +61,7 @@ void SessionKeeper::restoreFiles()
     const Session session = m_store.load(m_activity.workspace()->fileName());
     for (const SessionPart &part : std::as_const(m_parts))
         part.restore(session.parts.value(part.name));
-    restoreSession(session, *m_window.workspace(), *m_window.viewManager());
+    restore(session);
 }
 
 Session SessionKeeper::openSession() const
@@ -93,8 +99,7 @@ void SessionKeeper::beginClosing()
 void SessionKeeper::cancelClosing()
 {
     m_closing = false;
-    restoreSession(closedSince(m_closingSession, *m_window.viewManager()), *m_window.workspace(),
-                   *m_window.viewManager());
+    restore(closedSince(m_closingSession, *m_window.viewManager()));
     if (m_closingView)
         m_window.viewManager()->activateView(m_closingView, true);
 }

@@ -41,8 +41,12 @@ public:
     void cancelClosing();
     void endClosing(); ///< Everything is closed.
 
+Q_SIGNALS:
+    void filesRestored(); ///< The files of a session are open again.
+
 private:
     void keepOpenFiles();
+    void restore(const Session &session);
     void restoreFiles();
     [[nodiscard]] Session openSession() const;
     void save(const QString &workspace, const Session &session) const;

@@ -97,6 +97,8 @@ void keepDebugWindows(const WindowParts &parts)
                              [breakpoints](const QJsonValue &value) { breakpoints->restore(value.toObject()); }});
     QObject::connect(breakpoints, &StoredBreakpoints::restored, parts.debugControl.get(),
                      &DebugControl::breakpointsChanged);
+    QObject::connect(parts.sessions.get(), &SessionKeeper::filesRestored, parts.debugControl.get(),
+                     &DebugControl::fileOpened);
     QObject::connect(breakpoints, &StoredBreakpoints::refused, parts.outputWindow->page(OutputWindow::Debug),
                      qOverload<const QString &>(&OutputPage::outputLine));
 }
@@ -316,7 +318,7 @@ void WindowParts::setUpCommands()
     debugControl = std::make_unique<DebugControl>(activity, services, *buildControl);
     debugControl->options().load(*application()->settings());
     debugViews.breakpoints = std::make_unique<BreakpointsDock>(activity, services, *debugControl);
-    debugViews.stored = std::make_unique<StoredBreakpoints>(activity);
+    debugViews.stored = std::make_unique<StoredBreakpoints>(activity, debugControl->breakpointLines());
     debugViews.processors = std::make_unique<ProcessorDock>(activity, services, *debugControl);
     debugViews.live = std::make_unique<LiveDock>(activity, services, *debugControl);
     debugViews.toolTips = std::make_unique<ValueToolTips>(activity);
