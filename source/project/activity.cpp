@@ -73,6 +73,7 @@ void Activity::openWorkspace(std::unique_ptr<ProjectWorkspace> workspace)
     connect(opened, &ProjectWorkspace::currentProjectChanged, this, &Activity::reportCurrentProject);
     connect(opened, &ProjectWorkspace::workspaceChanged, this, &Activity::projectsChanged);
     connect(opened, &ProjectWorkspace::projectActivityChanged, this, &Activity::projectActivityChanged);
+    connect(opened, &ProjectWorkspace::projectRemoving, this, &Activity::projectRemoving);
     for (const QPointer<Project> &project : projects()) {
         if (project && project->openedOK())
             Q_EMIT projectLoaded(project);

@@ -154,7 +154,10 @@ void ProjectWorkspace::append(Project *project)
 void ProjectWorkspace::removeProject(const Project *project)
 {
     VARNEL_ASSERT(project);
-    const int index = indexOf(project);
+    const QPointer<ProjectWorkspace> alive(this); // a receiver may close the workspace or remove projects
+    if (const int present = indexOf(project); present >= 0)
+        Q_EMIT projectRemoving(m_projects[size_t(present)].get());
+    const int index = alive ? indexOf(project) : -1;
     if (index < 0)
         return;
     const bool wasCurrent = index == m_current;

@@ -72,6 +72,7 @@ private:
     bool m_savesAll = true;
     std::function<void()> m_whileSaving;
     QStringList m_story;
+    QStringList m_shown; ///< in the status bar
     QList<bool> m_compileAvailable;
 
     // WindowServices
@@ -88,6 +89,7 @@ private:
         return m_savesAll;
     }
     void checkFileChanges() override { note(u"window.checkFileChanges"_s); }
+    void showMessage(const QString &text, int) override { m_shown.append(text); }
 
     void noteState(ActivityState state)
     {
@@ -472,9 +474,11 @@ private Q_SLOTS:
         m_control->buildStopBuild();
         m_control->buildClean();
         QVERIFY(m_control->buildStopped());
+        m_control->buildFinished(false);
         m_control->buildBuild();
         QVERIFY(!m_control->buildStopped());
         m_control->buildStopBuild();
+        m_control->buildFinished(false);
         m_control->buildRebuild();
         QVERIFY(!m_control->buildStopped());
         m_control->buildStopBuild();
@@ -922,6 +926,94 @@ private Q_SLOTS:
         m_control->buildFinished(true);
         QCOMPARE(m_activity->state(), StateIdle);
         story();
+    }
+
+    void commandsDuringABuildAreRefused_data()
+    {
+        QTest::addColumn<QString>("command");
+        for (const char *command :
+             {"buildBuild", "buildRebuild", "buildClean", "buildAllProjects", "buildBatchBuild", "buildCompileFile"})
+            QTest::newRow(command) << QString::fromLatin1(command);
+    }
+    void commandsDuringABuildAreRefused()
+    {
+        QFETCH(QString, command);
+        addBuildProject(u"b"_s);
+        addBuildProject(u"a"_s, u"one.c"_s);
+        m_control->setCurrentFile(path(u"one.c"_s));
+        m_control->buildBuild();
+        m_output->outputLine(OutputWindow::Build, u"[1/2] one.c\n"_s);
+        m_activity->workspace()->setCurrentProject(m_activity->workspace()->project(0));
+        story();
+        call(command);
+        const QString calls = story();
+        QVERIFY2(!calls.contains(u"a."_s) && !calls.contains(u"b."_s) && !calls.contains(u"fileSaveAll"_s),
+                 qPrintable(calls));
+        QCOMPARE(m_output->page(OutputWindow::Build)->toPlainText(), u"[1/2] one.c\nA build is running already."_s);
+        QCOMPARE(m_activity->state(), StateBuilding);
+        m_control->buildFinished(true);
+        QVERIFY(m_control->buildSucceeded() && !m_control->buildStopped());
+    }
+
+    void buildThatBeginsWhileFilesAreSavedIsNotDisturbed()
+    {
+        addBuildProject(u"a"_s);
+        m_whileSaving = [this] {
+            m_whileSaving = nullptr;
+            m_control->buildRebuild();
+        };
+        m_control->buildBuild();
+        QCOMPARE(story().count(u"a.build("_s), 1);
+        m_control->buildFinished(true);
+        QCOMPARE(m_activity->state(), StateIdle);
+    }
+
+    /// The environment is released with the project and cannot report its end any more.
+    void removalOfTheBuildingProjectEndsTheBuild()
+    {
+        addBuildProject(u"b"_s);
+        const Project *building = addBuildProject(u"a"_s);
+        m_control->buildBuild();
+        story();
+        m_activity->workspace()->removeProject(building);
+        QVERIFY(story().contains(u"a.stop()"_s));
+        QCOMPARE(m_activity->state(), StateIdle);
+        QVERIFY(!m_control->buildSucceeded());
+        QVERIFY(m_control->buildStopped());
+        m_control->buildBuild();
+        QVERIFY(story().contains(u"b.build("_s));
+        m_control->buildFinished(true);
+    }
+
+    void removalOfAnotherProjectLeavesTheBuild()
+    {
+        const Project *other = addBuildProject(u"b"_s);
+        addBuildProject(u"a"_s);
+        m_control->buildBuild();
+        m_activity->workspace()->removeProject(other);
+        QCOMPARE(m_activity->state(), StateBuilding);
+        QVERIFY(!story().contains(u"stop()"_s));
+        m_control->buildFinished(true);
+        QVERIFY(m_control->buildSucceeded());
+    }
+
+    void buildOfAClosedWorkspaceIsForgotten()
+    {
+        addBuildProject(u"a"_s);
+        addBuildProject(u"b"_s);
+        m_control->buildAllProjects();
+        m_control->buildStopBuild();
+        dropWorkspace();
+        m_activity->openWorkspace(std::make_unique<ProjectWorkspace>(path(u"next.vnw"_s)));
+        m_workspace = m_activity->workspace();
+        m_shown.clear();
+        addBuildProject(u"c"_s);
+        m_control->buildBuild();
+        m_control->buildFinished(true);
+        QVERIFY(m_control->buildSucceeded());
+        QCOMPARE(m_shown.size(), 1);
+        QVERIFY2(m_shown.first().startsWith(u"Build finished in 0."_s), qPrintable(m_shown.first()));
+        QVERIFY(!story().contains(u"b.build("_s));
     }
 
     void stopReachesAProjectThatIsNotCurrentAnyMore()

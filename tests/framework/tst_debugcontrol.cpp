@@ -517,7 +517,7 @@ private Q_SLOTS:
         const Project *project = addProcessor(u"fw"_s);
         scriptOf(u"fw"_s).on[u"start"_s] = [&] { later([&] { m_workspace->removeProject(project); }); };
         m_control->debugRun();
-        QVERIFY(effects().endsWith(u"fw.start(false)\nfire onCurrentProjectChanged\nstate 1"_s));
+        QVERIFY(effects().endsWith(u"fw.start(false)\nfw.stop()\nfire onCurrentProjectChanged\nstate 1"_s));
     }
 
     void pluginMayCloseTheWorkspaceInsideTheCall_data()
@@ -801,6 +801,50 @@ private Q_SLOTS:
         m_control->debugRun();
         QCOMPARE(m_activity->state(), StatePaused);
         QVERIFY(!story().contains(u"run()"_s));
+    }
+
+    void aSessionThatIsStartedButNotRestartedHasTheStatusOfItsProcessor()
+    {
+        addProcessor(u"one"_s);
+        addProcessor(u"two"_s);
+        m_control->options().setAction(RestartEvent, AskForProcessors);
+        expectQuestion(nullptr);
+        m_control->debugRestart();
+        QCOMPARE(m_activity->state(), StatePaused);
+        QVERIFY(!story().contains(u"restart()"_s));
+    }
+
+    /// The compilation goes on without the session, and its end leads to the idle state.
+    void stopDuringACompilationEndsTheSessionOnly()
+    {
+        Project *project = addProcessor(u"fw"_s, {}, u"main.c"_s);
+        addBuild(project);
+        m_build->setCurrentFile(path(u"main.c"_s));
+        be(StatePaused);
+        m_build->buildCompileFile();
+        QCOMPARE(m_activity->stateBehindBuild(), StatePaused);
+        story();
+        m_control->debugStop();
+        QVERIFY(story().contains(u"fw.stop()"_s));
+        QCOMPARE(m_activity->state(), StateBuilding);
+        QCOMPARE(m_activity->stateBehindBuild(), StateIdle);
+        m_build->buildFinished(true);
+        QCOMPARE(m_activity->state(), StateIdle);
+    }
+
+    void breakpointsOfARunningProgramAreNotChangedDuringACompilation()
+    {
+        Project *project = addProcessor(u"fw"_s, {IBreakpoints::Iid}, u"main.c"_s);
+        addBuild(project);
+        open(u"main.c"_s);
+        m_build->setCurrentFile(path(u"main.c"_s));
+        be(StateRunning);
+        m_build->buildCompileFile();
+        expectBox();
+        m_control->toggleBreakpoint(3);
+        QVERIFY(story().contains(u"message Breakpoints cannot be modified while the processor is running."_s));
+        m_build->buildFinished(true);
+        QCOMPARE(m_activity->state(), StateRunning);
     }
 
     /// The report of the current project comes while the other one has not started yet.
@@ -1158,8 +1202,6 @@ private Q_SLOTS:
         const auto act = [=, this] { doMeanwhile(event, current, other); };
         const bool starts = loop == u"saving"_s || loop == u"check"_s || loop.startsWith(u"rebuild"_s)
                             || loop.startsWith(u"build"_s) || loop.startsWith(u"start"_s);
-        if (loop == u"build for debugging"_s && (event == u"remove all"_s || event == u"remove current"_s))
-            expectBox(); // no project is left to start
         if (starts)
             startInto(loop, build, act);
         else
@@ -1173,11 +1215,13 @@ private Q_SLOTS:
         } else if (event == u"remove all"_s) {
             QVERIFY(m_activity->state() != StateRunning || loop == u"hit message"_s);
             QCOMPARE(m_stub->objectCount(), 0);
-            QCOMPARE(calls, QStringList());
+            QCOMPARE(calls.filter(u".stop()"_s), calls);
         } else if (event == u"remove current"_s) {
-            QCOMPARE(calls.filter(u"fw"_s), QStringList());
+            const QStringList removed = calls.filter(u"fw"_s);
+            QCOMPARE(removed.filter(u".stop()"_s), removed);
         } else if (event == u"remove other"_s) {
-            QCOMPARE(calls.filter(u"other"_s), QStringList());
+            const QStringList removed = calls.filter(u"other"_s);
+            QCOMPARE(removed.filter(u".stop()"_s), removed);
         } else if (calls.contains(u"fw.stop()"_s)) {
             QCOMPARE(calls.last(), u"fw.stop()"_s);
         } else if (event == u"stop build"_s && starts && !loop.endsWith(u"Yes"_s)) {

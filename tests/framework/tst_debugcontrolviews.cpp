@@ -227,9 +227,31 @@ private Q_SLOTS:
     void removingTheLastProjectOnlyFiresTheEvent()
     {
         const Project *project = addProcessor(u"fw"_s);
-        be(StatePaused);
+        be(StateIdle);
         m_workspace->removeProject(project);
         QCOMPARE(story(), u"fire onCurrentProjectChanged"_s);
+    }
+
+    /// Otherwise nothing could end the session: all commands need an environment.
+    void removingTheLastProcessorEndsTheSession()
+    {
+        (void)addProject(u"library"_s, {}, {});
+        const Project *project = addProcessor(u"fw"_s);
+        be(StatePaused);
+        m_workspace->removeProject(project);
+        QCOMPARE(m_activity->state(), StateIdle);
+        QVERIFY2(effects().startsWith(u"fw.stop()\nstate 1\nfire onStopped\n"_s), qPrintable(story()));
+    }
+
+    void removingOneProcessorStopsItOnly()
+    {
+        const Project *one = addProcessor(u"one"_s);
+        Project *two = addProcessor(u"two"_s);
+        m_workspace->setCurrentProject(two);
+        be(StatePaused);
+        m_workspace->removeProject(one);
+        QCOMPARE(effects(), u"one.stop()"_s);
+        QCOMPARE(m_activity->state(), StatePaused);
     }
 
     // The display in a state

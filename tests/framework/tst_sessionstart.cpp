@@ -212,7 +212,7 @@ private Q_SLOTS:
     void removedProjectIsNotStarted()
     {
         QFETCH(QString, moment);
-        if (moment.startsWith(u"between"_s) || moment.startsWith(u"build"_s))
+        if (moment.startsWith(u"between"_s))
             expectBox(); // there is nothing to be started
         startInto(moment, [this] { m_workspace->removeProject(m_two); });
         const QStringList calls = callsAfter();
@@ -232,10 +232,36 @@ private Q_SLOTS:
         QFETCH(QString, moment);
         startInto(moment, [this] { m_workspace->removeProject(m_one); });
         const QStringList calls = callsAfter();
-        QCOMPARE(calls.filter(u"one."_s), QStringList());
+        QCOMPARE(calls.filter(u"one."_s), QStringList{u"one.stop()"_s}); // its target does not go on
         QCOMPARE(calls.last(), u"two.run()"_s);
         QCOMPARE(m_activity->state(), StateRunning);
         m_control->debugStop();
+    }
+
+    /// The status of the project that becomes the current one is no reason to use a program that is being written.
+    void anotherCurrentProjectLeavesTheBuildOfTheSecond()
+    {
+        ActivityState during = StateIdle;
+        startInto(u"build of the second"_s, [&] {
+            m_workspace->setCurrentProject(m_two);
+            m_workspace->setCurrentProject(m_one);
+            during = m_activity->state();
+        });
+        QCOMPARE(during, StateBuilding);
+        const QString calls = callsAfter().join(u' ');
+        QVERIFY2(calls.indexOf(u"two.start(false) "_s) < calls.indexOf(u"one.run()"_s), qPrintable(calls));
+        m_control->debugStop();
+    }
+
+    void buildThatBeginsInTheCheckOfTheProjectKeepsTheSessionBack()
+    {
+        StubScript &oneBuild = addBuild(m_one);
+        oneBuild.on[u"isUpToDate"_s] = [this] { runInLoop([this] { m_build->buildBuild(); }); };
+        m_control->debugRun();
+        QCOMPARE(m_activity->state(), StateBuilding);
+        QCOMPARE(story().count(u"start("_s), 0);
+        m_build->buildFinished(true);
+        QCOMPARE(m_activity->state(), StateIdle);
     }
 
     void stoppedBuildEndsTheStartOfAll_data() { moments(); }

@@ -36,6 +36,8 @@ BuildControl::BuildControl(Activity &activity, WindowServices &window, QObject *
     refreshCompileAction();
     connect(&activity, &Activity::stateEntered, this, &BuildControl::refreshCompileAction);
     connect(&activity, &Activity::currentProjectChanged, this, &BuildControl::refreshCompileAction);
+    connect(&activity, &Activity::projectRemoving, this, &BuildControl::projectRemoving);
+    connect(&activity, &Activity::workspaceClosing, this, &BuildControl::forgetWork);
     connect(window.outputWindow()->page(OutputWindow::Build), &OutputPage::lineAdded, this,
             &BuildControl::showProgress);
 }
@@ -89,6 +91,8 @@ void BuildControl::runSelected(Work work)
 
 void BuildControl::run(Work work, Project *project)
 {
+    if (isBusy())
+        return;
     const bool building = work != Work::Clean;
     if (building)
         m_buildStopped = false;
@@ -99,7 +103,7 @@ void BuildControl::run(Work work, Project *project)
         return;
     }
     const QPointer<Project> alive(project); // questions run the event loop
-    if (!m_window.fileSaveAll() || !alive)
+    if (!m_window.fileSaveAll() || !alive || isBusy())
         return;
     prepareOutput(project);
     const QStringList configurations{project->currentConfiguration()};
@@ -116,8 +120,10 @@ void BuildControl::buildAllProjects()
 {
     VARNEL_ASSERT_TEXT(m_activity.workspace(), "workspace");
     m_window.showOutputDock();
+    if (isBusy())
+        return;
     m_buildStopped = false;
-    if (!m_window.fileSaveAll())
+    if (!m_window.fileSaveAll() || isBusy())
         return;
     m_waiting.clear();
     for (const QPointer<Project> &project : m_activity.projects()) {
@@ -165,6 +171,35 @@ bool BuildControl::buildNext(bool success)
         },
         Qt::QueuedConnection);
     return true;
+}
+
+/// One build at a time. Scripts and drivers can give the commands while the menu does not offer them.
+bool BuildControl::isBusy() const
+{
+    if (m_activity.state() != StateBuilding)
+        return false;
+    m_window.outputWindow()->outputLine(OutputWindow::Build, tr("A build is running already.\n"));
+    return true;
+}
+
+/// The environment is about to go and could not report the end of its work any more.
+void BuildControl::projectRemoving(const Project *project)
+{
+    if (m_activity.state() != StateBuilding || m_built != project)
+        return;
+    buildStopBuild();
+    if (m_activity.state() == StateBuilding && m_built == project)
+        buildFinished(false);
+}
+
+/// The workspace closes: what is left of its builds must not reach those of the next one.
+void BuildControl::forgetWork()
+{
+    m_waiting.clear();
+    m_othersSucceeded = true;
+    m_forDebug = false;
+    m_stopRequested = false;
+    m_time.invalidate();
 }
 
 /// If the call throws, the plug-in reports no end of the work, so the building state ends here.
@@ -287,12 +322,12 @@ void BuildControl::buildCompileFile()
     if (m_currentFile.isEmpty())
         return;
     Project *project = compilingProject(m_activity.workspace(), m_currentFile);
-    if (!project || !project->buildInterface())
+    if (!project || !project->buildInterface() || isBusy())
         return;
     const QPointer<Project> alive(project);
     const QString file = m_currentFile;
     saveForCompile(project);
-    if (!alive)
+    if (!alive || isBusy())
         return;
     prepareOutput(project);
     const QString configuration = project->currentConfiguration();
@@ -342,7 +377,7 @@ void BuildControl::buildBatchBuild()
 {
     Project *project = expectProject();
     const QPointer<Project> alive(project);
-    if (!project || !m_window.fileSaveAll() || !alive)
+    if (!project || isBusy() || !m_window.fileSaveAll() || !alive || isBusy())
         return;
     setLookupPattern(project);
     // the name of another dialog: scripts and test drivers find this one by it

@@ -58,6 +58,9 @@ private:
     enum class Work { Build, Rebuild, Clean };
 
     void refreshCompileAction();
+    [[nodiscard]] bool isBusy() const; ///< A build runs; a line on the page "Build" says so.
+    void projectRemoving(const Project *project);
+    void forgetWork();
     void runCurrent(Work work);
     void runSelected(Work work);
     void run(Work work, Project *project);

@@ -46,7 +46,7 @@ void Breakpoints::toggle(int line)
     Document *document = m_window.viewManager()->currentDocument();
     if (!m_activity.workspace() || !document)
         return;
-    if (m_activity.state() == StateRunning)
+    if (m_activity.stateOfWork() == StateRunning)
         return inform(tr("Breakpoints cannot be modified while the processor is running.\n\nPlease pause the processor "
                          "and try again."));
     const ProgramPlace place =

@@ -95,7 +95,8 @@ void DebugControl::currentProjectChanged()
         if (const auto info = m_reports.info(environment.get()))
             m_window.showStatusInfo(info->text, info->position);
         const auto report = m_reports.status(environment.get());
-        if (const auto state = report ? stateForStatus(report->status) : std::nullopt)
+        const auto state = report ? stateForStatus(report->status) : std::nullopt;
+        if (state && m_activity.state() != StateBuilding) // a build goes on; its end adopts the report
             m_activity.setState(*state);
     }
     if (m_activity.state() == StatePaused)

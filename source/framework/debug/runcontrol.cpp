@@ -51,7 +51,9 @@ const RunControl::Command RunControl::Wakeup{WakeupEvent, &call<&IExecutionEnvir
 RunControl::RunControl(Activity &activity, WindowServices &window, SessionStart &session, ProcessorReports &reports,
                        QObject *parent)
     : QObject(parent), m_activity(activity), m_window(window), m_session(session), m_reports(reports)
-{}
+{
+    connect(&activity, &Activity::projectRemoving, this, &RunControl::projectRemoving);
+}
 
 std::vector<RunControl::Environment> RunControl::environments() const
 {
@@ -236,8 +238,12 @@ void RunControl::restart()
     if (!m_activity.currentEnvironment() || !mayRestart(m_activity.state()) || !m_session.start(false))
         return;
     const auto before = m_reports.status(m_activity.currentEnvironment().get());
-    if (carryOut(Restart) && m_activity.isDebugging() && !isNotPaused(before ? before->count : 0))
+    if (!carryOut(Restart)) { // this command may have started the session
+        m_session.adoptReportedState();
+        m_session.adoptQueriedState();
+    } else if (m_activity.isDebugging() && !isNotPaused(before ? before->count : 0)) {
         m_activity.setState(StatePaused);
+    }
     m_window.fireEvent(u"onRestart"_s);
 }
 
@@ -262,13 +268,33 @@ bool RunControl::canStop() const
 void RunControl::stop()
 {
     m_reports.clear();
-    if (!canStop())
-        return;
+    if (canStop())
+        endSession();
+}
+
+void RunControl::endSession()
+{
+    const bool compiles = m_activity.state() == StateBuilding;
     m_session.end();
     for (const Activity::Environment &environment : m_activity.environments())
         runPlugin<&IExecutionEnvironment::stop>(environment);
     m_reports.clear(); // reports that arrived while the processors stopped
+    const bool stillCompiles = compiles && m_activity.state() == StateBuilding;
     if (m_activity.workspace())
         m_activity.setState(StateIdle);
+    if (stillCompiles && m_activity.state() == StateIdle)
+        m_activity.setState(StateBuilding); // the file that was being compiled in the session
     m_window.fireEvent(u"onStopped"_s);
+}
+
+/// Otherwise its target would go on, and with the last one the session would never end.
+void RunControl::projectRemoving(const Project *project)
+{
+    const Activity::Environment environment = shareInterface(project->executionInterface());
+    if (!environment || !isDebugState(m_activity.stateOfWork()))
+        return;
+    if (!m_session.isStarting() && m_activity.environments().size() == 1)
+        return endSession();
+    if (m_session.mayOperate(environment.get()))
+        runPlugin<&IExecutionEnvironment::stop>(environment);
 }

@@ -58,6 +58,8 @@ private:
     [[nodiscard]] bool carryOutTogether(const Command &command) const;
     void step(Step step);
     [[nodiscard]] bool isNotPaused(int reportsBefore) const;
+    void endSession();
+    void projectRemoving(const Project *project);
 
     Activity &m_activity;
     WindowServices &m_window;

@@ -41,7 +41,8 @@ bool SessionStart::start(bool attachOnly)
     const QScopedValueRollback starting(m_isStarting, true);
     m_ended = false;
     const bool result = prepare() && startProjects(attachOnly);
-    if ((!result || m_build.buildStopped()) && m_activity.workspace() && !m_ended)
+    const bool builds = m_activity.state() == StateBuilding; // by a command during the preparation
+    if ((!result || m_build.buildStopped()) && m_activity.workspace() && !m_ended && !builds)
         m_activity.setState(StateIdle);
     return m_activity.isDebugging(); // a report may have ended the session
 }
@@ -56,7 +57,8 @@ bool SessionStart::prepare()
     const bool upToDate = isUpToDate();
     if (!workspace || !m_activity.currentProject() || (!upToDate && !offerRebuild()))
         return false;
-    if (!workspace || !m_activity.currentProject())
+    // Questions and the check of the build environment run the event loop, in which a build may have begun.
+    if (!workspace || !m_activity.currentProject() || m_activity.state() != StateIdle)
         return false;
     OutputWindow *output = m_window.outputWindow();
     output->removePagesAfter(OutputWindow::FindInFiles);

@@ -50,7 +50,8 @@ void ProjectTreeMenus::fillProjectMenu()
     addSharedActions(m_projectMenu, {u"buildBuildAlt"_s, u"buildRebuildAlt"_s, u"buildCleanAlt"_s});
     m_projectMenu->addSeparator();
     m_projectMenu->insertItem(tr("Set as Acti&ve Project"), SetActiveId, [this](int) { m_tree.setActiveProject(); });
-    m_projectMenu->addAction(tr("&Remove Project from Workspace"), &m_tree, &ProjectTree::removeProject);
+    m_removeProject =
+        m_projectMenu->addAction(tr("&Remove Project from Workspace"), &m_tree, &ProjectTree::removeProject);
     m_projectMenu->addSeparator();
     addSharedActions(m_projectMenu, {u"projectPropertiesAlt"_s});
     m_projectMenu->addSeparator();
@@ -85,6 +86,9 @@ void ProjectTreeMenus::fillFileMenu(PopupMenu *menu)
 void ProjectTreeMenus::showForProject(bool isActive, const QPoint &point)
 {
     m_projectMenu->item(SetActiveId)->setEnabled(isActive);
+    // While a build or a session runs, projects are neither added nor removed.
+    const QAction *insertProject = m_window.action(u"projectInsertProject"_s);
+    m_removeProject->setEnabled(!insertProject || insertProject->isEnabled());
     m_projectMenu->popup(point);
 }
 

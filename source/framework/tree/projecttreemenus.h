@@ -2,6 +2,7 @@
 #include <QCoreApplication>
 class PopupMenu;
 class ProjectTree;
+class QAction;
 class QPoint;
 class WindowServices;
 
@@ -30,4 +31,5 @@ private:
     PopupMenu *m_folderMenu;
     PopupMenu *m_fileMenu;
     PopupMenu *m_pyFileMenu;
+    QAction *m_removeProject = nullptr; ///< in m_projectMenu
 };

@@ -323,7 +323,7 @@ void BreakpointsPane::report(const QString &text)
 /// The same rule as in the margins.
 bool BreakpointsPane::mayChange()
 {
-    const bool running = m_activity.state() == StateRunning;
+    const bool running = m_activity.stateOfWork() == StateRunning;
     report(running ? tr("Breakpoints cannot be modified while the processor is running.") : QString());
     if (running)
         schedule(); // shows the old values again
