@@ -1,6 +1,7 @@
 #include "debugdocks.h"
 #include "gdbsession.h"
 #include "targetconsole.h"
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -13,6 +14,15 @@ void nameByProject(QWidget *window, const QString &project)
         if (!part->objectName().isEmpty() && !part->objectName().startsWith("qt_"_L1))
             part->setObjectName(project + u'/' + part->objectName());
     }
+}
+
+/// Not if its dock window only lies behind another tab.
+bool isClosed(const QWidget &window)
+{
+    const QWidget *part = &window;
+    while (part && !part->isHidden() && !part->isWindow())
+        part = part->parentWidget();
+    return part && part->isHidden();
 }
 } // namespace
 
@@ -33,14 +43,18 @@ QList<QWidget *> DebugDocks::widgets()
 
 void DebugDocks::clear()
 {
+    m_unseen = false;
     if (m_console)
         m_console->clear();
 }
 
 void DebugDocks::keepOutput(const QByteArray &bytes)
 {
-    if (m_console)
-        m_console->append(bytes);
+    if (!m_console)
+        return;
+    m_console->append(bytes);
+    if (isClosed(*m_console) && !std::exchange(m_unseen, true))
+        Q_EMIT outputUnseen();
 }
 
 void DebugDocks::sendInput(const QByteArray &bytes)

@@ -23,6 +23,9 @@ public:
     /// so.
     void setInputTaker(const std::function<bool(const QByteArray &bytes)> &taker) { m_inputTaker = taker; }
 
+Q_SIGNALS:
+    void outputUnseen(); ///< The program writes while the console is closed. Once for each start.
+
 private:
     void keepOutput(const QByteArray &bytes);
     void sendInput(const QByteArray &bytes);
@@ -30,5 +33,6 @@ private:
     GdbSession *const m_session;
     QString m_projectName;
     QPointer<TargetConsole> m_console;
+    bool m_unseen = false; ///< outputUnseen() was emitted
     std::function<bool(const QByteArray &bytes)> m_inputTaker;
 };

@@ -66,6 +66,11 @@ void GdbEnvironment::connectParts()
     });
     connect(&m_rtt, &RttChannel::output, &m_session, &GdbSession::output);
     connect(&m_rtt, &RttChannel::message, this, &GdbEnvironment::showMessage);
+    connect(&m_docks, &DebugDocks::outputUnseen, this, [this] {
+        showMessage(tr("The program writes to the window \"Target console\": choose \"Debug Windows\" in the menu "
+                       "\"Debug\" to open it.\n"),
+                    false);
+    });
     m_docks.setInputTaker([this](const QByteArray &bytes) { return m_rtt.write(bytes); });
     connect(&m_session, &GdbSession::stopText, this, [this](const QString &text) {
         const BackgroundTask::Whole whole;

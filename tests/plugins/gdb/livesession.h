@@ -210,6 +210,13 @@ inline QString commandLine(const QString &pid)
     return file.open(QIODevice::ReadOnly) ? QString::fromLocal8Bit(file.readAll().replace('\0', ' ')) : QString();
 }
 
+/// What a session reports when the program writes while the console is closed, as it is in tests.
+inline QString closedConsole()
+{
+    return QStringLiteral("The program writes to the window \"Target console\": choose \"Debug Windows\" in the menu "
+                          "\"Debug\" to open it.\n");
+}
+
 /// An environment and its host.
 class LiveSession
 {

@@ -83,7 +83,7 @@ void tst_BoardSession::sessionStartsAtMainAndShowsOutputInTheConsole()
     session.env->run();
     QTRY_COMPARE(static_cast<TargetConsole *>(widgets[0])->text(), u"ready\n"_s);
     QCOMPARE(session.env->programStatus(), Env::ProgramRunning);
-    QCOMPARE(session.events.text, QString());
+    QCOMPARE(session.events.text, closedConsole());
     qDeleteAll(widgets);
     session.env->pause();
     QVERIFY(session.waitFor(Env::ProgramPaused));

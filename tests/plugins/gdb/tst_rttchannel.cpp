@@ -75,7 +75,7 @@ private Q_SLOTS:
         QTRY_COMPARE(window->text(), Ready + u"hello, target, over the end\nhello, target, over the end!"_s);
         QCOMPARE(sent(dialogue), QStringList()); // the program was not disturbed
         QVERIFY(!session.events.statuses.contains(Env::ProgramPaused));
-        QCOMPARE(session.events.text, QString());
+        QCOMPARE(session.events.text, closedConsole());
     }
 
     /// The window then does not send it to the serial port as well.
