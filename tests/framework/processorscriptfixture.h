@@ -18,6 +18,12 @@ struct ScriptedProcessors
 {
     ScriptedProcessors()
     {
+        setProcessors();
+        QCoreApplication::addLibraryPath(QFileInfo(QStringLiteral(TESTPLUGIN_STUB)).path());
+    }
+
+    static void setProcessors()
+    {
         using namespace Qt::StringLiterals;
         stub()->reset();
         for (const QString &name : {u"fw"_s, u"dsp"_s}) {
@@ -42,7 +48,6 @@ struct ScriptedProcessors
         }
         scriptOf(u"cc"_s).label = u"cc"_s; // features are read once, when the first window is made
         scriptOf(u"cc"_s).offers = {IBuildEnvironment::Iid};
-        QCoreApplication::addLibraryPath(QFileInfo(QStringLiteral(TESTPLUGIN_STUB)).path());
     }
 
     static constexpr uint AllModes = IMemory::Byte | IMemory::Word16 | IMemory::Word24 | IMemory::Word32;
@@ -63,6 +68,25 @@ public:
     {
         using namespace Qt::StringLiterals;
         settings()->setValue(u"Geometry/Debugger/stored"_s, true); // a first session shows windows, which read
+        openWorkspace(projects);
+    }
+    ~ProcessorScriptFixture() { clearNames(); }
+
+    /// Opens the workspace again, with processors and names as at the beginning. This is much faster than a new
+    /// fixture.
+    void reopen()
+    {
+        clearNames();
+        discard();
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        setProcessors();
+        openWorkspace(2);
+    }
+
+    /// Writes and opens the workspace, whose projects use the first @p projects processors.
+    void openWorkspace(int projects)
+    {
+        using namespace Qt::StringLiterals;
         write(u"main.c"_s, "one\ntwo\nthree\n");
         QStringList files;
         for (const QString &name : QStringList{u"fw"_s, u"dsp"_s}.first(projects)) {
@@ -75,17 +99,17 @@ public:
         useNames();
         stub()->takeCalls();
     }
-    ~ProcessorScriptFixture()
-    {
-        run("import gc\nfor name in [n for n in globals() if n[0] != '_']: del globals()[name]\n");
-        PyGC_Collect();
-    }
 
     /// Sets the names that scripts use.
     static void useNames()
     {
         run("import varnel\napp = varnel.app\ndebugger = app.debugger\n"
             "p = debugger.processors[0] if debugger else None\nm = p.memory if p else None\nevents = []\n");
+    }
+    static void clearNames()
+    {
+        run("import gc\nfor name in [n for n in globals() if n[0] != '_']: del globals()[name]\n");
+        PyGC_Collect();
     }
 
     /// Runs statements. Returns the error, "Class: text", or an empty string.
