@@ -7,6 +7,7 @@
 #include "isourcemapping.h"
 #include "isymbollookup.h"
 #include "pythoncall.h"
+#include "pythonerrors.h"
 #include "pythonstring.h"
 #include "windowfixture.h"
 #include <Python.h>
@@ -153,16 +154,11 @@ private:
 
     static QString takeError()
     {
-        PyObject *type = nullptr;
-        PyObject *value = nullptr;
-        PyObject *traceback = nullptr;
-        PyErr_Fetch(&type, &value, &traceback);
-        PyErr_NormalizeException(&type, &value, &traceback);
-        const PythonReference owned[] = {PythonReference(type), PythonReference(value), PythonReference(traceback)};
-        const PythonReference first(PyObject_GetAttrString(value, "args"));
+        const PythonException exception = takePythonException();
+        const PythonReference first(PyObject_GetAttrString(exception.value.get(), "args"));
         const PythonReference text(PyTuple_GET_SIZE(first.get()) > 0 ? PyObject_Str(PyTuple_GET_ITEM(first.get(), 0))
                                                                      : PyUnicode_FromString(""));
-        return QString::fromUtf8(reinterpret_cast<PyTypeObject *>(type)->tp_name) + QStringLiteral(": ")
+        return QString::fromUtf8(reinterpret_cast<PyTypeObject *>(exception.type.get())->tp_name) + QStringLiteral(": ")
                + fromPython(text.get());
     }
 };
