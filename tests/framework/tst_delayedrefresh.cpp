@@ -1,4 +1,5 @@
 #include "delayedrefresh.h"
+#include <QPointer>
 #include <QTest>
 #include <QWidget>
 
