@@ -24,11 +24,13 @@ function(varnel_add_test name)
     varnel_register_test(${name} $<TARGET_FILE:${executable}> ${name})
 endfunction()
 
-# varnel_add_divided_test(NAME LIBRARIES ... PARTS part=functions...): the same for a test that takes long. Each part is a
-# test of its own, NAME_part, with some of its functions, which are separated by "+".
+# varnel_add_divided_test(NAME LIBRARIES ... PARTS part=functions...|COUNT n): the same for a test that takes long. Each part
+# is a test of its own, NAME_part, with some of its functions, which are separated by "+". With COUNT there are n parts
+# NAME_0, NAME_1..., to which all rows of the functions are dealt out by tests/part.
 function(varnel_add_divided_test name)
-    cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "LIBRARIES;PARTS")
+    cmake_parse_arguments(PARSE_ARGV 1 arg "" "COUNT" "LIBRARIES;PARTS")
     varnel_add_test_source(${name} ${arg_LIBRARIES})
+    varnel_divide_test(${name} "${arg_COUNT}")
     varnel_test_executable(executable)
     foreach(entry ${arg_PARTS})
         string(REGEX MATCH "^([^=]+)=(.*)$" matched "${entry}")
@@ -36,6 +38,17 @@ function(varnel_add_divided_test name)
         string(REPLACE "+" ";" functions "${CMAKE_MATCH_2}")
         varnel_register_test(${name}_${part} $<TARGET_FILE:${executable}> ${name} ${functions})
     endforeach()
+endfunction()
+
+# The parts of the test NAME, numbered from 0.
+function(varnel_divide_test name count)
+    varnel_test_executable(executable)
+    set(number 0)
+    while(number LESS count)
+        varnel_register_test(${name}_${number}
+            "${PROJECT_SOURCE_DIR}/tests/part" ${number} ${count} $<TARGET_FILE:${executable}> ${name})
+        math(EXPR number "${number} + 1")
+    endwhile()
 endfunction()
 
 # The object file of a test, linked into the executable of its folder.

@@ -188,7 +188,7 @@ QProgressDialog *DebugServer::showDialog()
         new QProgressDialog(tr("Waiting for '%1'...").arg(name()), tr("Stop"), 0, 0, QApplication::activeWindow());
     dialog->setObjectName(u"debugServerDialog"_s);
     dialog->setWindowModality(Qt::ApplicationModal);
-    dialog->setMinimumDuration(DialogDelay);
+    QTimer::singleShot(DialogDelay, dialog, &QWidget::show); // its own delay is not used as long as it has no value
     connect(dialog, &QProgressDialog::canceled, this, [this] { m_stopped = true; });
     return dialog;
 }

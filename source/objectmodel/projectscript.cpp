@@ -1,5 +1,6 @@
 #include "projectscript.h"
 #include "pythoncall.h"
+#include "pythonerrors.h"
 #include "pythonstring.h"
 #include "scriptwatch.h"
 #include <Python.h>
@@ -51,10 +52,7 @@ public:
     {}
     ~ImportedForOnce()
     {
-        PyObject *type = nullptr;
-        PyObject *exception = nullptr;
-        PyObject *trace = nullptr;
-        PyErr_Fetch(&type, &exception, &trace); // an error of the script is shown later
+        const PythonExceptionAside exception; // of the script, which is shown later
         PyObject *modules = PyImport_GetModuleDict();
         const PythonReference now(PyDict_Copy(modules));
         PyObject *name = nullptr;
@@ -63,7 +61,6 @@ public:
             if (PyDict_Contains(m_before.get(), name) == 0 && isForgotten(name, module))
                 PyDict_DelItem(modules, name);
         }
-        PyErr_Restore(type, exception, trace);
     }
     Q_DISABLE_COPY_MOVE(ImportedForOnce)
 

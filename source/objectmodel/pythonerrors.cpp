@@ -35,7 +35,26 @@ struct Error
 Error deferredError;
 int deferredErrors = 0;
 
+PythonException owned(const Error &error)
+{
+    return {PythonReference(error.type), PythonReference(error.value), PythonReference(error.traceback)};
+}
+
 } // namespace
+
+PythonException takePythonException()
+{
+    Error error = Error::fetch();
+    PyErr_NormalizeException(&error.type, &error.value, &error.traceback);
+    return owned(error);
+}
+
+PythonExceptionAside::PythonExceptionAside() : m_exception(owned(Error::fetch())) {}
+
+PythonExceptionAside::~PythonExceptionAside()
+{
+    PyErr_Restore(m_exception.type.release(), m_exception.value.release(), m_exception.traceback.release());
+}
 
 void deferPythonError(_object *type, const QString &text)
 {

@@ -1,6 +1,7 @@
 #include "pythoninterpreter.h"
 #include "pythoncall.h"
 #include "pythoncompletion.h"
+#include "pythonerrors.h"
 #include "pythonoutput.h"
 #include "pythonstring.h"
 #include "scriptdirectories.h"
@@ -65,14 +66,9 @@ public:
     }
     ~NoWarnings()
     {
-        PyObject *type = nullptr;
-        PyObject *value = nullptr;
-        PyObject *traceback = nullptr;
-        PyErr_Fetch(&type, &value, &traceback);
+        const PythonExceptionAside exception;
         if (m_entered)
             PythonReference(PyObject_CallMethod(m_context.get(), "__exit__", "OOO", Py_None, Py_None, Py_None));
-        PyErr_Clear();
-        PyErr_Restore(type, value, traceback);
     }
     Q_DISABLE_COPY_MOVE(NoWarnings)
 
@@ -91,15 +87,10 @@ PythonReference tryStatement(const QByteArray &source)
 /// Clears the error of a failed compilation and returns whether further lines may complete the statement.
 bool takeIncompleteError()
 {
-    PyObject *type = nullptr;
-    PyObject *value = nullptr;
-    PyObject *traceback = nullptr;
-    PyErr_Fetch(&type, &value, &traceback);
-    PyErr_NormalizeException(&type, &value, &traceback);
-    const PythonReference owned[] = {PythonReference(type), PythonReference(value), PythonReference(traceback)};
-    if (!PyErr_GivenExceptionMatches(type, PyExc_SyntaxError))
+    const PythonException exception = takePythonException();
+    if (!PyErr_GivenExceptionMatches(exception.type.get(), PyExc_SyntaxError))
         return false;
-    const PythonReference message(PyObject_GetAttrString(value, "msg"));
+    const PythonReference message(PyObject_GetAttrString(exception.value.get(), "msg"));
     PyErr_Clear();
     return message && PyUnicode_Check(message.get()) && fromPython(message.get()) == "incomplete input"_L1;
 }

@@ -1,4 +1,5 @@
 #include "scriptcollection.h"
+#include "activity.h"
 #include "project.h"
 #include "projectworkspace.h"
 #include "scripttypes.h"
@@ -43,8 +44,7 @@ PythonReference ScriptCollection::subscript(_object *key)
 Project *ScriptCollection::find(const QString &text) const
 {
     Project *found = nullptr;
-    for (int i = 0; i < count(); ++i) {
-        Project *project = m_workspace->project(i);
+    for (Project *project : model().activity().projects()) { // those of this workspace, which is open
         if (!project->name().contains(text, Qt::CaseInsensitive))
             continue;
         if (found)

@@ -1,4 +1,5 @@
 #include "scriptdebugger.h"
+#include "activity.h"
 #include "handlerattribute.h"
 #include "processorcollection.h"
 #include "projectworkspace.h"
@@ -15,7 +16,7 @@ ProjectWorkspace *ScriptDebugger::workspace() const
 
 PythonReference ScriptDebugger::currentProcessor()
 {
-    Project *project = m_workspace ? m_workspace->currentProject() : nullptr;
+    Project *project = m_workspace ? model().activity().currentProject() : nullptr;
     if (!project)
         return nullptr;
     const PythonReference collection = processors();

@@ -81,13 +81,8 @@ PythonReference runModule(const QString &name)
 /// The exit code of a SystemExit that is set, as Python defines it.
 int takeExitCode()
 {
-    PyObject *type = nullptr;
-    PyObject *value = nullptr;
-    PyObject *traceback = nullptr;
-    PyErr_Fetch(&type, &value, &traceback);
-    PyErr_NormalizeException(&type, &value, &traceback);
-    const PythonReference owned[] = {PythonReference(type), PythonReference(value), PythonReference(traceback)};
-    const PythonReference code(PyObject_GetAttrString(value, "code"));
+    const PythonException exception = takePythonException();
+    const PythonReference code(PyObject_GetAttrString(exception.value.get(), "code"));
     if (code.get() == Py_None)
         return 0;
     if (PyLong_Check(code.get()))

@@ -1,31 +1,17 @@
 #pragma once
+#include "../emptyenvironment.h"
 #include "iexecutionenvironment.h"
-#include "interfaceobject.h"
 #include <functional>
 #include <QHash>
 #include <QStringList>
 
 /// An execution environment in memory that evaluates expressions, for debugger panes.
-class FakeDebugEnvironment : public InterfaceObject<IExecutionEnvironment>
+class FakeDebugEnvironment : public EmptyEnvironment<>
 {
 public:
     explicit FakeDebugEnvironment(int *alive) : m_alive(alive) { ++*alive; }
     ~FakeDebugEnvironment() override { --*m_alive; }
 
-    bool initialise(IProject *, IExecutionEvents *, const QString &) override { return true; }
-    bool start(bool) override { return false; }
-    bool canAttach() override { return false; }
-    void run() override {}
-    void runTo(const QString &, int) override {}
-    void stepInto(const QString &) override {}
-    void stepOver(const QString &) override {}
-    void pause() override {}
-    void stop() override {}
-    void restart() override {}
-    void wakeUp() override {}
-    ProcessorStatus processorStatus() override { return {}; }
-    ProgramStatus programStatus() override { return {}; }
-    bool currentLocation(QString &, int &) override { return false; }
     int evaluate(const QString &expression, QString &result) override
     {
         calls += expression;
@@ -36,7 +22,6 @@ public:
         result = values.value(expression, QStringLiteral("no symbol"));
         return values.contains(expression) ? 0 : 1;
     }
-    _object *pythonExtension() override { return nullptr; }
 
     QHash<QString, QString> values; ///< of expressions; an assignment sets one
     QStringList calls;              ///< the evaluated expressions

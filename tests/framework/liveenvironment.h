@@ -1,36 +1,21 @@
 #pragma once
+#include "../emptyenvironment.h"
 #include "iexecutionenvironment.h"
 #include "ilivememory.h"
-#include "interfaceobject.h"
 #include <functional>
 #include <QMap>
 #include <QStringList>
 
 /// An execution environment with what a test needs of its program: variables that can be read while it runs.
-class LiveProcessor : public InterfaceObject<IExecutionEnvironment, ILiveMemory>
+class LiveProcessor : public EmptyEnvironment<ILiveMemory>
 {
 public:
-    bool initialise(IProject *, IExecutionEvents *, const QString &) override { return true; }
-    bool start(bool) override { return false; }
-    bool canAttach() override { return false; }
-    void run() override {}
-    void runTo(const QString &, int) override {}
-    void stepInto(const QString &) override {}
-    void stepOver(const QString &) override {}
-    void pause() override {}
-    void stop() override {}
-    void restart() override {}
-    void wakeUp() override {}
-    ProcessorStatus processorStatus() override { return {}; }
     ProgramStatus programStatus() override
     {
         if (onStatus)
             onStatus();
         return status;
     }
-    bool currentLocation(QString &, int &) override { return false; }
-    int evaluate(const QString &, QString &) override { return 1; }
-    _object *pythonExtension() override { return nullptr; }
 
     bool canReadLive() override { return can; }
     bool readLive(int, int, uint, int, MemoryBlock &) override { return false; }

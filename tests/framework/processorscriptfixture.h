@@ -7,6 +7,7 @@
 #include "isourcemapping.h"
 #include "isymbollookup.h"
 #include "pythoncall.h"
+#include "pythonerrors.h"
 #include "pythonstring.h"
 #include "windowfixture.h"
 #include <Python.h>
@@ -17,6 +18,12 @@
 struct ScriptedProcessors
 {
     ScriptedProcessors()
+    {
+        setProcessors();
+        QCoreApplication::addLibraryPath(QFileInfo(QStringLiteral(TESTPLUGIN_STUB)).path());
+    }
+
+    static void setProcessors()
     {
         using namespace Qt::StringLiterals;
         stub()->reset();
@@ -42,7 +49,6 @@ struct ScriptedProcessors
         }
         scriptOf(u"cc"_s).label = u"cc"_s; // features are read once, when the first window is made
         scriptOf(u"cc"_s).offers = {IBuildEnvironment::Iid};
-        QCoreApplication::addLibraryPath(QFileInfo(QStringLiteral(TESTPLUGIN_STUB)).path());
     }
 
     static constexpr uint AllModes = IMemory::Byte | IMemory::Word16 | IMemory::Word24 | IMemory::Word32;
@@ -63,6 +69,25 @@ public:
     {
         using namespace Qt::StringLiterals;
         settings()->setValue(u"Geometry/Debugger/stored"_s, true); // a first session shows windows, which read
+        openWorkspace(projects);
+    }
+    ~ProcessorScriptFixture() { clearNames(); }
+
+    /// Opens the workspace again, with processors and names as at the beginning. This is much faster than a new
+    /// fixture.
+    void reopen()
+    {
+        clearNames();
+        discard();
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        setProcessors();
+        openWorkspace(2);
+    }
+
+    /// Writes and opens the workspace, whose projects use the first @p projects processors.
+    void openWorkspace(int projects)
+    {
+        using namespace Qt::StringLiterals;
         write(u"main.c"_s, "one\ntwo\nthree\n");
         QStringList files;
         for (const QString &name : QStringList{u"fw"_s, u"dsp"_s}.first(projects)) {
@@ -75,17 +100,17 @@ public:
         useNames();
         stub()->takeCalls();
     }
-    ~ProcessorScriptFixture()
-    {
-        run("import gc\nfor name in [n for n in globals() if n[0] != '_']: del globals()[name]\n");
-        PyGC_Collect();
-    }
 
     /// Sets the names that scripts use.
     static void useNames()
     {
         run("import varnel\napp = varnel.app\ndebugger = app.debugger\n"
             "p = debugger.processors[0] if debugger else None\nm = p.memory if p else None\nevents = []\n");
+    }
+    static void clearNames()
+    {
+        run("import gc\nfor name in [n for n in globals() if n[0] != '_']: del globals()[name]\n");
+        PyGC_Collect();
     }
 
     /// Runs statements. Returns the error, "Class: text", or an empty string.
@@ -129,16 +154,11 @@ private:
 
     static QString takeError()
     {
-        PyObject *type = nullptr;
-        PyObject *value = nullptr;
-        PyObject *traceback = nullptr;
-        PyErr_Fetch(&type, &value, &traceback);
-        PyErr_NormalizeException(&type, &value, &traceback);
-        const PythonReference owned[] = {PythonReference(type), PythonReference(value), PythonReference(traceback)};
-        const PythonReference first(PyObject_GetAttrString(value, "args"));
+        const PythonException exception = takePythonException();
+        const PythonReference first(PyObject_GetAttrString(exception.value.get(), "args"));
         const PythonReference text(PyTuple_GET_SIZE(first.get()) > 0 ? PyObject_Str(PyTuple_GET_ITEM(first.get(), 0))
                                                                      : PyUnicode_FromString(""));
-        return QString::fromUtf8(reinterpret_cast<PyTypeObject *>(type)->tp_name) + QStringLiteral(": ")
+        return QString::fromUtf8(reinterpret_cast<PyTypeObject *>(exception.type.get())->tp_name) + QStringLiteral(": ")
                + fromPython(text.get());
     }
 };

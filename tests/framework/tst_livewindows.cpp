@@ -1,3 +1,4 @@
+#include "../emptyenvironment.h"
 #include "fakedebugenvironment.h"
 #include "ilivememory.h"
 #include "imemory64.h"
@@ -17,29 +18,15 @@ using namespace Qt::StringLiterals;
 
 namespace {
 /// A processor with a counter at address 0 that grows with each read, and one region of 256 bytes.
-class LiveEnvironment : public InterfaceObject<IExecutionEnvironment, IMemory, ILiveMemory>
+class LiveEnvironment : public EmptyEnvironment<IMemory, ILiveMemory>
 {
 public:
-    bool initialise(IProject *, IExecutionEvents *, const QString &) override { return true; }
-    bool start(bool) override { return false; }
-    bool canAttach() override { return false; }
-    void run() override {}
-    void runTo(const QString &, int) override {}
-    void stepInto(const QString &) override {}
-    void stepOver(const QString &) override {}
-    void pause() override {}
-    void stop() override {}
-    void restart() override {}
-    void wakeUp() override {}
-    ProcessorStatus processorStatus() override { return {}; }
     ProgramStatus programStatus() override { return status; }
-    bool currentLocation(QString &, int &) override { return false; }
     int evaluate(const QString &expression, QString &result) override
     {
         result = expression + (status == ProgramPaused ? u" paused"_s : u" error"_s);
         return 0;
     }
-    _object *pythonExtension() override { return nullptr; }
 
     QList<MemoryRegion> regions() override { return {{u"RAM"_s, 3, 0, 0, 0, 255, false, Byte}}; }
     int read(int, int, uint, uint *) override { return NoMemory; }

@@ -1,8 +1,8 @@
+#include "../emptyenvironment.h"
 #include "../project/modeltext.h"
 #include "activity.h"
 #include "debugpane.h"
 #include "iexecutionenvironment.h"
-#include "interfaceobject.h"
 #include "multiwidget.h"
 #include <QLayout>
 #include <QTabWidget>
@@ -12,26 +12,10 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-class FakeEnvironment : public InterfaceObject<IExecutionEnvironment>
+class FakeEnvironment : public EmptyEnvironment<>
 {
 public:
     explicit FakeEnvironment(int *alive) : m_alive(alive) { ++*alive; }
-    bool initialise(IProject *, IExecutionEvents *, const QString &) override { return true; }
-    bool start(bool) override { return false; }
-    bool canAttach() override { return false; }
-    void run() override {}
-    void runTo(const QString &, int) override {}
-    void stepInto(const QString &) override {}
-    void stepOver(const QString &) override {}
-    void pause() override {}
-    void stop() override {}
-    void restart() override {}
-    void wakeUp() override {}
-    ProcessorStatus processorStatus() override { return {}; }
-    ProgramStatus programStatus() override { return {}; }
-    bool currentLocation(QString &, int &) override { return false; }
-    int evaluate(const QString &, QString &) override { return 1; }
-    _object *pythonExtension() override { return nullptr; }
 
 private:
     ~FakeEnvironment() override { --*m_alive; }

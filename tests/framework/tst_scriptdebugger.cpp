@@ -22,8 +22,15 @@ QString events()
 class ScriptDebuggerTest : public QObject
 {
     Q_OBJECT
+private:
+    SharedScripts m_scripts;
+
 private Q_SLOTS:
-    void init() { QTest::failOnWarning(QRegularExpression(u"^(?!This plugin does not support)"_s)); }
+    void init()
+    {
+        QTest::failOnWarning(QRegularExpression(u"^(?!This plugin does not support)"_s));
+        m_scripts.init();
+    }
 
     void typesAreThoseOfTheTable()
     {
@@ -67,7 +74,7 @@ private Q_SLOTS:
             {"processors are read only", "", "setattr(debugger, 'processors', 5)", "AttributeError:"},
         });
     }
-    void attributes() { checkScriptRow(); }
+    void attributes() { m_scripts.checkRow(); }
 
     // Events
 

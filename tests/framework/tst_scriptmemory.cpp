@@ -9,8 +9,15 @@ using namespace Qt::StringLiterals;
 class ScriptMemoryTest : public QObject
 {
     Q_OBJECT
+private:
+    SharedScripts m_scripts;
+
 private Q_SLOTS:
-    void init() { QTest::failOnWarning(QRegularExpression(u"^(?!This plugin does not support)"_s)); }
+    void init()
+    {
+        QTest::failOnWarning(QRegularExpression(u"^(?!This plugin does not support)"_s));
+        m_scripts.init();
+    }
 
     // Memory
 
@@ -60,7 +67,7 @@ private Q_SLOTS:
             {"cannot be created", "", "varnel.Memory()", "TypeError:"},
         });
     }
-    void memoryReads() { checkScriptRow(); }
+    void memoryReads() { m_scripts.checkRow(); }
 
     void memoryAttributes_data()
     {
@@ -90,7 +97,7 @@ private Q_SLOTS:
              "\"disassemble(address) - Disassemble specified 'address'\""},
         });
     }
-    void memoryAttributes() { checkScriptRow(); }
+    void memoryAttributes() { m_scripts.checkRow(); }
 
     void memoryWrites_data()
     {
@@ -131,7 +138,7 @@ private Q_SLOTS:
              "IndexError: Memory inplace_repeat not implemented"},
         });
     }
-    void memoryWrites() { checkScriptRow(); }
+    void memoryWrites() { m_scripts.checkRow(); }
 
     void itemsThatAreNoIntsAreConvertedAndWritten()
     {
@@ -318,7 +325,7 @@ private Q_SLOTS:
              "(True, 'Provides access to processor registers')"},
         });
     }
-    void registers() { checkScriptRow(); }
+    void registers() { m_scripts.checkRow(); }
 
     // Peripherals
 
@@ -343,7 +350,7 @@ private Q_SLOTS:
              "registers')"},
         });
     }
-    void peripherals() { checkScriptRow(); }
+    void peripherals() { m_scripts.checkRow(); }
 
     void peripheralsHaveNoItemAssignment()
     {
@@ -419,7 +426,7 @@ private Q_SLOTS:
         QFETCH(QByteArray, setUp);
         QFETCH(QByteArray, expression);
         QFETCH(QString, result);
-        const ProcessorScriptFixture f;
+        const ProcessorScriptFixture &f = m_scripts.fixture();
         f.scriptOf(u"fw"_s).on[QString::fromLatin1(setUp)] = [] { throw std::runtime_error("boom"); };
         const QByteArray operation = result.section(u' ', -1).toLatin1() + ": an exception has left the plug-in (boom)";
         QTest::ignoreMessage(QtWarningMsg, operation.constData());

@@ -10,8 +10,15 @@ using namespace Qt::StringLiterals;
 class ScriptProcessorTest : public QObject
 {
     Q_OBJECT
+private:
+    SharedScripts m_scripts;
+
 private Q_SLOTS:
-    void init() { QTest::failOnWarning(QRegularExpression(u"^(?!This plugin does not support)"_s)); }
+    void init()
+    {
+        QTest::failOnWarning(QRegularExpression(u"^(?!This plugin does not support)"_s));
+        m_scripts.init();
+    }
 
     void values_data()
     {
@@ -64,7 +71,7 @@ private Q_SLOTS:
         QFETCH(QByteArray, setUp);
         QFETCH(QByteArray, expression);
         QFETCH(QString, result);
-        const ProcessorScriptFixture f;
+        const ProcessorScriptFixture &f = m_scripts.fixture();
         f.scriptOf(u"fw"_s).processorStatus = IExecutionEnvironment::ProcessorStatus(6);
         f.scriptOf(u"fw"_s).programStatus = IExecutionEnvironment::ProgramFinished;
         QCOMPARE(f.run(setUp), QString());
@@ -244,7 +251,7 @@ private Q_SLOTS:
     void inactiveProjectIsReportedBeforeArguments()
     {
         QFETCH(QByteArray, expression);
-        const ProcessorScriptFixture f;
+        const ProcessorScriptFixture &f = m_scripts.fixture();
         f.window->activity().projects().first()->setActive(false);
         f.stub()->takeCalls();
         QCOMPARE(f.eval(expression), u"RuntimeError: Project associated with processor is not active"_s);
@@ -278,7 +285,7 @@ private Q_SLOTS:
             {"assignment", "", "debugger.processors.__setitem__(0, 1)", "AttributeError: Attribute not supported"},
         });
     }
-    void collection() { checkScriptRow(); }
+    void collection() { m_scripts.checkRow(); }
 
     void projectWithoutAnEnvironmentIsNone()
     {
@@ -395,7 +402,7 @@ private Q_SLOTS:
         };
         QFETCH(QByteArray, setUp);
         QFETCH(QByteArray, expression);
-        const ProcessorScriptFixture f;
+        const ProcessorScriptFixture &f = m_scripts.fixture();
         QCOMPARE(f.run(setUp), QString());
         if (QByteArray(QTest::currentDataTag()) == "widget")
             QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"QFormBuilder"_s));
@@ -458,7 +465,7 @@ private Q_SLOTS:
         QFETCH(QByteArray, expression);
         const QByteArray call = QByteArray(QTest::currentDataTag()).split(' ').first();
         const QByteArray operation = setUp + "::" + call;
-        const ProcessorScriptFixture f;
+        const ProcessorScriptFixture &f = m_scripts.fixture();
         f.scriptOf(u"fw"_s).on[QString::fromLatin1(call)] = [] { throw std::runtime_error("boom"); };
         QTest::ignoreMessage(QtWarningMsg, (operation + ": an exception has left the plug-in (boom)").constData());
         QCOMPARE(f.eval(expression), u"RuntimeError: The plug-in has failed in "_s + QString::fromLatin1(operation));

@@ -103,17 +103,11 @@ class ScriptRoundsTest : public QObject
     Q_OBJECT
 
 private:
-    static constexpr int Parts = 6; ///< as many as CMakeLists.txt starts
-
     std::unique_ptr<ProcessorScriptFixture> m_fixture;
-    int m_rows = 0;
 
     void addRow(const QString &member, const QByteArray &object, const QByteArray &right, const QByteArray &wrong,
                 bool refused = false)
     {
-        const int part = qEnvironmentVariableIntValue("PART");
-        if (qEnvironmentVariableIsSet("PART") && m_rows++ % Parts != part)
-            return;
         QTest::newRow(qPrintable(member + u' ' + QString::fromUtf8(object)))
             << member << object << right << wrong << (refused || isRefused(member));
     }

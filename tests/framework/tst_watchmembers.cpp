@@ -1,3 +1,4 @@
+#include "../emptyenvironment.h"
 #include "fakedebugenvironment.h"
 #include "ivariables.h"
 #include "projecttreeitem.h"
@@ -12,29 +13,15 @@ using namespace Qt::StringLiterals;
 
 namespace {
 /// An environment with variables that it reads later or at once.
-class TreeEnvironment : public InterfaceObject<IExecutionEnvironment, IVariables>
+class TreeEnvironment : public EmptyEnvironment<IVariables>
 {
 public:
-    bool initialise(IProject *, IExecutionEvents *, const QString &) override { return true; }
-    bool start(bool) override { return false; }
-    bool canAttach() override { return false; }
-    void run() override {}
-    void runTo(const QString &, int) override {}
-    void stepInto(const QString &) override {}
-    void stepOver(const QString &) override {}
-    void pause() override {}
-    void stop() override {}
-    void restart() override {}
-    void wakeUp() override {}
-    ProcessorStatus processorStatus() override { return {}; }
     ProgramStatus programStatus() override { return ProgramPaused; }
-    bool currentLocation(QString &, int &) override { return false; }
     int evaluate(const QString &expression, QString &result) override
     {
         result = values.value(expression, u"{...}"_s);
         return 0;
     }
-    _object *pythonExtension() override { return nullptr; }
 
     int formats() override { return Hexadecimal; }
     int scopes() override { return 0; }

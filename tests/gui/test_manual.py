@@ -316,9 +316,12 @@ class PicturesTest(unittest.TestCase):
         pages = directory / "help"
         pages.mkdir()
         script = ROOT / "packaging/manual/pictures.py"
-        for step in ("without_session", "with_session"):
-            subprocess.run([sys.executable, "-B", script, "--only", step, pages], check=True,
-                           env={**os.environ, "TMPDIR": str(directory)})
+        steps = []
+        for step in ("without_session", "with_session"):  # at the same time, each on a screen of its own
+            (directory / step).mkdir()
+            steps.append(subprocess.Popen([sys.executable, "-B", script, "--only", step, pages],
+                                          env={**os.environ, "TMPDIR": str(directory / step)}))
+        self.assertEqual([step.wait() for step in steps], [0, 0])
         named = set()
         for page in (ROOT / "help/html").rglob("*.html"):
             named |= set(re.findall(r'src="[./]*/pictures/([^"]+)"', page.read_text(encoding="utf-8")))

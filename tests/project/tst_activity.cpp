@@ -1,3 +1,4 @@
+#include "../emptyenvironment.h"
 #include "activity.h"
 #include "ibuildenvironment.h"
 #include "interfaceobject.h"
@@ -9,30 +10,15 @@ using namespace Qt::StringLiterals;
 
 namespace {
 /// An environment that can be attached to, and that calls a function when this is queried.
-class FakeEnvironment : public InterfaceObject<IExecutionEnvironment>
+class FakeEnvironment : public EmptyEnvironment<>
 {
 public:
-    bool initialise(IProject *, IExecutionEvents *, const QString &) override { return true; }
-    bool start(bool) override { return false; }
     bool canAttach() override
     {
         if (const auto action = std::exchange(whenAsked, {}))
             action();
         return true;
     }
-    void run() override {}
-    void runTo(const QString &, int) override {}
-    void stepInto(const QString &) override {}
-    void stepOver(const QString &) override {}
-    void pause() override {}
-    void stop() override {}
-    void restart() override {}
-    void wakeUp() override {}
-    ProcessorStatus processorStatus() override { return {}; }
-    ProgramStatus programStatus() override { return {}; }
-    bool currentLocation(QString &, int &) override { return false; }
-    int evaluate(const QString &, QString &) override { return 1; }
-    _object *pythonExtension() override { return nullptr; }
 
     std::function<void()> whenAsked;
 };

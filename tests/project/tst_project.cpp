@@ -1,3 +1,4 @@
+#include "../emptyenvironment.h"
 #include "ibuildenvironment.h"
 #include "iexecutionenvironment.h"
 #include "interfaceobject.h"
@@ -51,26 +52,10 @@ private:
     QStringList *m_deletions;
 };
 
-class FakeExecution : public InterfaceObject<IExecutionEnvironment>
+class FakeExecution : public EmptyEnvironment<>
 {
 public:
     explicit FakeExecution(QStringList *deletions) : m_deletions(deletions) {}
-    bool initialise(IProject *, IExecutionEvents *, const QString &) override { return true; }
-    bool start(bool) override { return false; }
-    bool canAttach() override { return false; }
-    void run() override {}
-    void runTo(const QString &, int) override {}
-    void stepInto(const QString &) override {}
-    void stepOver(const QString &) override {}
-    void pause() override {}
-    void stop() override {}
-    void restart() override {}
-    void wakeUp() override {}
-    ProcessorStatus processorStatus() override { return {}; }
-    ProgramStatus programStatus() override { return {}; }
-    bool currentLocation(QString &, int &) override { return false; }
-    int evaluate(const QString &, QString &) override { return 1; }
-    _object *pythonExtension() override { return nullptr; }
 
 private:
     ~FakeExecution() override { *m_deletions += u"execution"_s; }

@@ -1,3 +1,4 @@
+#include "../emptyenvironment.h"
 #include "disassemblerdocument.h"
 #include "disassemblerdocumenttemplate.h"
 #include "disassemblerview.h"
@@ -41,12 +42,11 @@ private:
 };
 
 /// A program of instructions of four bytes from @c low on, some with source lines.
-class FakeEnvironment : public InterfaceObject<IExecutionEnvironment, IDisassembly, IDisassemblyAddress,
-                                               IDisassemblyFetch, IMemory, ISourceMapping>
+class FakeEnvironment
+    : public EmptyEnvironment<IDisassembly, IDisassemblyAddress, IDisassemblyFetch, IMemory, ISourceMapping>
 {
 public:
-    using Base = InterfaceObject<IExecutionEnvironment, IDisassembly, IDisassemblyAddress, IDisassemblyFetch, IMemory,
-                                 ISourceMapping>;
+    using Base = EmptyEnvironment<IDisassembly, IDisassemblyAddress, IDisassemblyFetch, IMemory, ISourceMapping>;
 
     ~FakeEnvironment() override { ++destroyed; }
     QRESULT queryInterface(const QUuid &id, QUnknownInterface **out) override
@@ -56,22 +56,7 @@ public:
             return wide->queryInterface(id, out);
         return lacks.contains(id) ? QE_NOINTERFACE : Base::queryInterface(id, out);
     }
-    bool initialise(IProject *, IExecutionEvents *, const QString &) override { return true; }
-    bool start(bool) override { return true; }
-    bool canAttach() override { return false; }
-    void run() override {}
-    void runTo(const QString &, int) override {}
-    void stepInto(const QString &) override {}
-    void stepOver(const QString &) override {}
-    void pause() override {}
-    void stop() override {}
-    void restart() override {}
-    void wakeUp() override {}
-    ProcessorStatus processorStatus() override { return {}; }
     ProgramStatus programStatus() override { return ProgramPaused; }
-    bool currentLocation(QString &, int &) override { return false; }
-    int evaluate(const QString &, QString &) override { return 1; }
-    _object *pythonExtension() override { return nullptr; }
 
     QString disassemble(uint, int) override { return {}; }
     QString text(int index) override

@@ -69,6 +69,6 @@ void runProjectScripts(const Activity &activity, const std::function<void(const 
             runFile(script);
         }
     }
-    if (workspace && workspace->currentProject())
+    if (workspace && activity.currentProject())
         workspace->setCurrentProject(0);
 }

@@ -88,7 +88,8 @@ ProjectRows::ProjectRows(ListView &view, const WindowServices &window)
 
 // The whole tree ----------------------------------------------------------
 
-void ProjectRows::addWorkspace(ProjectWorkspace *workspace, const QList<QPointer<Project>> &projects)
+void ProjectRows::addWorkspace(ProjectWorkspace *workspace, const QList<QPointer<Project>> &projects,
+                               const Project *current)
 {
     const QString text = tr("Workspace '%1': %2 project(s)").arg(workspace->name(), QString::number(projects.size()));
     auto *root = new ProjectTreeItem(&m_view, nullptr, text, workspace, nullptr, WorkspaceRTTI, false,
@@ -100,7 +101,7 @@ void ProjectRows::addWorkspace(ProjectWorkspace *workspace, const QList<QPointer
     root->setOpen(true);
     updateActivity();
     updateMarks();
-    markCurrent(workspace->currentProject());
+    markCurrent(current);
     restore(m_openRows);
 }
 

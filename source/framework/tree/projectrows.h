@@ -31,7 +31,7 @@ public:
     /// Both arguments outlive this object.
     ProjectRows(ListView &view, const WindowServices &window);
 
-    void addWorkspace(ProjectWorkspace *workspace, const QList<QPointer<Project>> &projects);
+    void addWorkspace(ProjectWorkspace *workspace, const QList<QPointer<Project>> &projects, const Project *current);
     void clear(); ///< The next addWorkspace() opens the same folders and closes the same projects.
     void makeChildren(QTreeWidgetItem *item); ///< Creates the rows directly below @p item, unless they exist.
     void makeAll();                           ///< Creates all rows that do not exist yet.

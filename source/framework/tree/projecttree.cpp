@@ -119,7 +119,7 @@ void ProjectTree::rebuild()
     m_projects = m_activity.projects();
     for (const QPointer<Project> &project : std::as_const(m_projects))
         connectProject(project);
-    rows().addWorkspace(m_workspace, m_projects);
+    rows().addWorkspace(m_workspace, m_projects, m_activity.currentProject());
     refreshLater();
     if (selected)
         slotSelectionChanged();
@@ -161,7 +161,7 @@ void ProjectTree::activityChanged()
 
 void ProjectTree::currentProjectChanged()
 {
-    rows().markCurrent(m_workspace ? m_workspace->currentProject() : nullptr);
+    rows().markCurrent(m_activity.currentProject());
 }
 
 void ProjectTree::slotFolderAdded(ProjectFolder *parent, ProjectFolder *folder)

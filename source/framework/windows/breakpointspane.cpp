@@ -36,11 +36,14 @@ QString placeText(const BreakpointLocation &place)
 } // namespace
 
 BreakpointsPane::BreakpointsPane(Activity &activity, DebugControl &debug, WindowServices &services, QWidget *parent)
-    : QWidget(parent), m_activity(activity), m_debug(debug), m_services(services), m_list(new ListView(this))
+    : QWidget(parent)
+    , m_activity(activity)
+    , m_debug(debug)
+    , m_services(services)
+    , m_list(new ListView(this))
+    , m_refresh(this, RefreshDelay, [this] { read(); })
 {
     setObjectName(u"breakpointsView"_s);
-    m_timer.setSingleShot(true);
-    m_timer.setInterval(RefreshDelay);
     createLayout();
     followProgram();
     showLimits();
@@ -105,12 +108,11 @@ QWidget *BreakpointsPane::createDataRow()
 
 void BreakpointsPane::followProgram()
 {
-    connect(&m_timer, &QTimer::timeout, this, &BreakpointsPane::refresh);
-    connect(&m_debug, &DebugControl::breakpointsReported, this, &BreakpointsPane::schedule);
-    connect(&m_activity, &Activity::stateEntered, this, &BreakpointsPane::schedule);
-    connect(&m_activity, &Activity::projectsChanged, this, &BreakpointsPane::schedule);
-    connect(&m_activity, &Activity::projectActivityChanged, this, &BreakpointsPane::schedule);
-    connect(&m_activity, &Activity::currentProjectChanged, this, &BreakpointsPane::schedule);
+    connect(&m_debug, &DebugControl::breakpointsReported, &m_refresh, &DelayedRefresh::schedule);
+    connect(&m_activity, &Activity::stateEntered, &m_refresh, &DelayedRefresh::schedule);
+    connect(&m_activity, &Activity::projectsChanged, &m_refresh, &DelayedRefresh::schedule);
+    connect(&m_activity, &Activity::projectActivityChanged, &m_refresh, &DelayedRefresh::schedule);
+    connect(&m_activity, &Activity::currentProjectChanged, &m_refresh, &DelayedRefresh::schedule);
     connect(&m_activity, &Activity::workspaceClosing, this, [this] { showRows({}); });
     connect(m_list, &QTreeWidget::itemChanged, this, &BreakpointsPane::checkChanged);
     connect(m_list, &ListView::itemRenamed, this, &BreakpointsPane::edited);
@@ -121,20 +123,6 @@ void BreakpointsPane::followProgram()
     });
     connect(m_expression, &QLineEdit::returnPressed, this, &BreakpointsPane::addData);
     connect(m_add, &QPushButton::clicked, this, &BreakpointsPane::addData);
-}
-
-void BreakpointsPane::schedule()
-{
-    m_outdated = true;
-    if (isVisible() && !m_asking && !m_timer.isActive())
-        m_timer.start();
-}
-
-void BreakpointsPane::showEvent(QShowEvent *event)
-{
-    QWidget::showEvent(event);
-    if (m_outdated)
-        schedule();
 }
 
 bool BreakpointsPane::eventFilter(QObject *watched, QEvent *event)
@@ -154,14 +142,10 @@ bool BreakpointsPane::eventFilter(QObject *watched, QEvent *event)
 
 // Rows ----------------------------------------------------------------------------------------------------------------
 
-void BreakpointsPane::refresh()
+void BreakpointsPane::read()
 {
-    if (m_asking || !isVisible())
-        return;
     if (m_list->renameEdit()) // the user is typing
-        return m_timer.start();
-    m_outdated = false;
-    m_asking = true;
+        return m_refresh.schedule();
     const QPointer<BreakpointsPane> self(this);
     QList<Row> rows;
     for (const QPointer<Project> &project : m_activity.projects()) {
@@ -173,11 +157,8 @@ void BreakpointsPane::refresh()
     showLimits();
     if (!self)
         return;
-    m_asking = false;
     rows.removeIf([](const Row &row) { return !row.project; });
     showRows(rows);
-    if (m_outdated)
-        schedule();
 }
 
 void BreakpointsPane::addRowsOf(Project *project, QList<Row> *rows)
@@ -326,7 +307,7 @@ bool BreakpointsPane::mayChange()
     const bool running = m_activity.stateOfWork() == StateRunning;
     report(running ? tr("Breakpoints cannot be modified while the processor is running.") : QString());
     if (running)
-        schedule(); // shows the old values again
+        m_refresh.schedule(); // shows the old values again
     return !running;
 }
 
@@ -361,7 +342,7 @@ void BreakpointsPane::setState(const Row &row, int state)
         return;
     if (result != 0)
         report(tr("The breakpoint could not be modified."));
-    schedule();
+    m_refresh.schedule();
     m_debug.refreshBreakpointMarkers();
 }
 
@@ -382,7 +363,7 @@ void BreakpointsPane::edited(ListViewItem *item, int column, const QString &text
     if (isNumber)
         return setDetails(Row(*row), details);
     report(tr("'%1' is not a number of hits.").arg(typed));
-    schedule();
+    m_refresh.schedule();
 }
 
 void BreakpointsPane::setDetails(const Row &row, const BreakpointDetails &details)
@@ -406,7 +387,7 @@ void BreakpointsPane::setDetails(const Row &row, const BreakpointDetails &detail
             && shown.place.line == row.place.line)
             shown.details = details;
     }
-    schedule();
+    m_refresh.schedule();
 }
 
 void BreakpointsPane::setData(Project *project, DataBreakpoint point)
@@ -421,7 +402,7 @@ void BreakpointsPane::setData(Project *project, DataBreakpoint point)
         report(tr("The breakpoint could not be set: %1").arg(reason));
     else if (point.id != 0 && m_expression->text().trimmed() == point.expression)
         m_expression->clear();
-    schedule();
+    m_refresh.schedule();
 }
 
 void BreakpointsPane::addData()

@@ -1,7 +1,7 @@
 #pragma once
+#include "delayedrefresh.h"
 #include "ibreakpointdetails.h"
 #include <QPointer>
-#include <QTimer>
 #include <QWidget>
 class Activity;
 class DebugControl;
@@ -30,7 +30,6 @@ public:
     [[nodiscard]] QString text() const; ///< The rows, a line each: "[x] main.c, 7|condition|hit|text|hits|project".
 
 protected:
-    void showEvent(QShowEvent *event) override;
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
@@ -49,8 +48,7 @@ private:
     void createLayout();
     QWidget *createDataRow();
     void followProgram();
-    void schedule();
-    void refresh();
+    void read();
     static void addRowsOf(Project *project, QList<Row> *rows);
     void showRows(const QList<Row> &rows);
     void showRow(ListViewItem *item, const Row &row) const;
@@ -79,9 +77,7 @@ private:
     QPushButton *m_add = nullptr;
     QLabel *m_message = nullptr;
     QLabel *m_limits = nullptr;
-    QList<Row> m_rows;    ///< as shown
-    QTimer m_timer{this}; ///< active while a refresh is due
+    QList<Row> m_rows; ///< as shown
     bool m_filling = false;
-    bool m_asking = false;  ///< a plug-in is being asked, which may call back
-    bool m_outdated = true; ///< changed while hidden, or while a plug-in was asked
+    DelayedRefresh m_refresh;
 };

@@ -6,7 +6,7 @@
 
 namespace {
 quint64 lastQuestion = 0; ///< of all windows: no two questions of a session have the same number
-quint64 generation = 1;
+quint64 generation = 1;   ///< of all windows as well: what changes the program makes the answers of each one old
 } // namespace
 
 namespace {

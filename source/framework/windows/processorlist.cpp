@@ -39,10 +39,9 @@ ProcessorList::ProcessorList(Activity &activity, DebugControl &debug, const Wind
     , m_pause(button(u"processorPause"_s, tr("Pause"), tr("Pauses the selected processor."), this))
     , m_runAll(button(u"processorRunAll"_s, tr("Run All"), tr("Runs all processors."), this))
     , m_pauseAll(button(u"processorPauseAll"_s, tr("Pause All"), tr("Pauses all processors."), this))
+    , m_refresh(this, RefreshDelay, [this] { read(); })
 {
     setObjectName(u"processorList"_s);
-    m_changeTimer.setSingleShot(true);
-    m_changeTimer.setInterval(RefreshDelay);
     m_clock.setInterval(ClockInterval);
     createLayout(services);
     connectButtons();
@@ -91,45 +90,31 @@ void ProcessorList::connectButtons()
 
 void ProcessorList::followProgram()
 {
-    connect(&m_activity, &Activity::stateEntered, this, &ProcessorList::schedule);
-    connect(&m_activity, &Activity::projectsChanged, this, &ProcessorList::schedule);
-    connect(&m_activity, &Activity::projectActivityChanged, this, &ProcessorList::schedule);
-    connect(&m_activity, &Activity::currentProjectChanged, this, &ProcessorList::schedule);
+    connect(&m_activity, &Activity::stateEntered, &m_refresh, &DelayedRefresh::schedule);
+    connect(&m_activity, &Activity::projectsChanged, &m_refresh, &DelayedRefresh::schedule);
+    connect(&m_activity, &Activity::projectActivityChanged, &m_refresh, &DelayedRefresh::schedule);
+    connect(&m_activity, &Activity::currentProjectChanged, &m_refresh, &DelayedRefresh::schedule);
     connect(&m_activity, &Activity::workspaceClosing, this, &ProcessorList::clear);
-    connect(&m_debug, &DebugControl::processorReported, this, &ProcessorList::schedule);
-    connect(&m_changeTimer, &QTimer::timeout, this, &ProcessorList::refresh);
+    connect(&m_debug, &DebugControl::processorReported, &m_refresh, &DelayedRefresh::schedule);
     connect(&m_clock, &QTimer::timeout, this, &ProcessorList::showTimes);
-}
-
-void ProcessorList::schedule()
-{
-    m_outdated = true;
-    if (isVisible() && !m_asking && !m_changeTimer.isActive())
-        m_changeTimer.start();
 }
 
 void ProcessorList::showEvent(QShowEvent *event)
 {
     QWidget::showEvent(event);
-    schedule();
     m_clock.start();
 }
 
 void ProcessorList::hideEvent(QHideEvent *event)
 {
     m_clock.stop();
-    m_changeTimer.stop();
     QWidget::hideEvent(event);
 }
 
 // Rows ----------------------------------------------------------------------------------------------------------------
 
-void ProcessorList::refresh()
+void ProcessorList::read()
 {
-    if (m_asking || !isVisible())
-        return;
-    m_outdated = false;
-    m_asking = true;
     const QPointer<ProcessorList> self(this);
     QList<Row> rows;
     for (const QPointer<Project> &project : m_activity.projects()) {
@@ -138,11 +123,8 @@ void ProcessorList::refresh()
         if (!self)
             return;
     }
-    m_asking = false;
     rows.removeIf([](const Row &row) { return !row.project; });
     showRows(rows);
-    if (m_outdated)
-        schedule();
 }
 
 ProcessorList::Row ProcessorList::rowOf(Project *project) const

@@ -1,4 +1,5 @@
 #pragma once
+#include "delayedrefresh.h"
 #include "processortext.h"
 #include <QElapsedTimer>
 #include <QPointer>
@@ -46,8 +47,7 @@ private:
     void createLayout(const WindowServices &services);
     void connectButtons();
     void followProgram();
-    void schedule();
-    void refresh();
+    void read();
     [[nodiscard]] Row rowOf(Project *project) const;
     void showRows(const QList<Row> &rows);
     static void showRow(ListViewItem *item, const Row &row);
@@ -66,9 +66,7 @@ private:
     QPushButton *const m_pause;
     QPushButton *const m_runAll;
     QPushButton *const m_pauseAll;
-    QList<Row> m_rows;          ///< as shown
-    QTimer m_changeTimer{this}; ///< active while a refresh is due
-    QTimer m_clock;             ///< updates the times
-    bool m_asking = false;      ///< a plug-in is being asked, which may call back
-    bool m_outdated = false;    ///< changed while hidden, or while a plug-in was asked
+    QList<Row> m_rows; ///< as shown
+    QTimer m_clock;    ///< updates the times
+    DelayedRefresh m_refresh;
 };

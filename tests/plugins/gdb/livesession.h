@@ -89,7 +89,7 @@ public:
     void breakpointsChanged() override { ++breakpointChanges; }
 };
 
-/// Compiles the C programs of the tests.
+/// Compiles the C programs of the tests, each once for its name.
 class Programs
 {
 public:
@@ -111,21 +111,14 @@ public:
     /// Without shared libraries, whose symbols gdb would read for each session.
     QString native(const QString &name, const QStringList &options = {u"-g"_s, u"-static-pie"_s}) const
     {
-        const QString image = m_directory.filePath(name);
-        return run(u"gcc"_s, QStringList{u"-O0"_s, source(u"native.c"_s), u"-o"_s, image} + options) ? image
-                                                                                                     : QString();
+        return built(name, u"gcc"_s, QStringList{u"-O0"_s, source(u"native.c"_s)} + options);
     }
     QString threads(const QString &name) const
     {
-        const QString image = m_directory.filePath(name);
-        return run(u"gcc"_s,
-                   {u"-g"_s, u"-O0"_s, u"-static-pie"_s, u"-pthread"_s, source(u"threads.c"_s), u"-o"_s, image})
-                   ? image
-                   : QString();
+        return built(name, u"gcc"_s, {u"-g"_s, u"-O0"_s, u"-static-pie"_s, u"-pthread"_s, source(u"threads.c"_s)});
     }
     QString firmware(const QString &name, const QString &script = u"mps2.ld"_s, const QStringList &options = {}) const
     {
-        const QString image = m_directory.filePath(name);
         const QStringList line = {u"-mcpu=cortex-m3"_s,
                                   u"-mthumb"_s,
                                   u"-g3"_s,
@@ -136,56 +129,49 @@ public:
                                   u"-T"_s,
                                   source(script),
                                   u"-Wl,--no-warn-rwx-segments"_s,
-                                  u"-o"_s,
-                                  image,
                                   source(u"startup.c"_s),
                                   source(u"firmware.c"_s),
                                   u"-lgcc"_s};
-        return run(u"arm-none-eabi-gcc"_s, line + options) ? image : QString();
+        return built(name, u"arm-none-eabi-gcc"_s, line + options);
     }
     /// A program that exchanges text through its memory, for the board of firmware().
     QString rtt(const QString &name) const
     {
-        const QString image = m_directory.filePath(name);
-        return run(u"arm-none-eabi-gcc"_s,
-                   {u"-mcpu=cortex-m3"_s, u"-mthumb"_s, u"-g"_s, u"-O0"_s, u"-ffreestanding"_s, u"-nostartfiles"_s,
-                    u"-nostdlib"_s, u"-T"_s, source(u"mps2.ld"_s), u"-Wl,--no-warn-rwx-segments"_s, u"-o"_s, image,
-                    source(u"startup.c"_s), source(u"rtt.c"_s), u"-lgcc"_s})
-                   ? image
-                   : QString();
+        return built(name, u"arm-none-eabi-gcc"_s,
+                     {u"-mcpu=cortex-m3"_s, u"-mthumb"_s, u"-g"_s, u"-O0"_s, u"-ffreestanding"_s, u"-nostartfiles"_s,
+                      u"-nostdlib"_s, u"-T"_s, source(u"mps2.ld"_s), u"-Wl,--no-warn-rwx-segments"_s,
+                      source(u"startup.c"_s), source(u"rtt.c"_s), u"-lgcc"_s});
     }
     QString avr(const QString &name) const
     {
-        const QString image = m_directory.filePath(name);
-        const QStringList line = {u"-mmcu=atmega328p"_s, u"-gdwarf-2"_s, u"-Og"_s, u"-o"_s, image, source(u"avr.c"_s)};
-        return run(u"avr-gcc"_s, line) ? image : QString();
+        return built(name, u"avr-gcc"_s, {u"-mmcu=atmega328p"_s, u"-gdwarf-2"_s, u"-Og"_s, source(u"avr.c"_s)});
     }
     QString riscv(const QString &name) const
     {
-        const QString image = m_directory.filePath(name);
-        return run(u"riscv64-unknown-elf-gcc"_s,
-                   {u"-march=rv32imac"_s, u"-mabi=ilp32"_s, u"-mcmodel=medany"_s, u"-g"_s, u"-Og"_s, u"-nostdlib"_s,
-                    u"-ffreestanding"_s, u"-Wl,--no-warn-rwx-segments"_s, u"-T"_s, source(u"riscv.ld"_s), u"-o"_s,
-                    image, source(u"riscv.c"_s)})
-                   ? image
-                   : QString();
+        return built(name, u"riscv64-unknown-elf-gcc"_s,
+                     {u"-march=rv32imac"_s, u"-mabi=ilp32"_s, u"-mcmodel=medany"_s, u"-g"_s, u"-Og"_s, u"-nostdlib"_s,
+                      u"-ffreestanding"_s, u"-Wl,--no-warn-rwx-segments"_s, u"-T"_s, source(u"riscv.ld"_s),
+                      source(u"riscv.c"_s)});
     }
     /// With the shared C++ library, whose pretty printers gdb finds by its path.
     QString tree(const QString &name) const { return cpp(name, u"tree.cpp"_s); }
     QString cpp(const QString &name, const QString &file) const
     {
-        const QString image = m_directory.filePath(name);
-        return run(u"g++"_s, {u"-g"_s, u"-O0"_s, source(file), u"-o"_s, image}) ? image : QString();
+        return built(name, u"g++"_s, {u"-g"_s, u"-O0"_s, source(file)});
     }
     QString directory() const { return m_directory.path(); }
 
 private:
-    static bool run(const QString &program, const QStringList &arguments)
+    /// The path of the program @p name, which is compiled when it is first asked for; empty if that failed.
+    QString built(const QString &name, const QString &compiler, const QStringList &arguments) const
     {
+        const QString image = m_directory.filePath(name);
+        if (QFile::exists(image))
+            return image;
         QProcess process;
         process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-        process.start(program, arguments);
-        return process.waitForFinished(60000) && process.exitCode() == 0;
+        process.start(compiler, arguments + QStringList{u"-o"_s, image});
+        return process.waitForFinished(60000) && process.exitCode() == 0 ? image : QString();
     }
 
     QTemporaryDir m_directory;

@@ -126,12 +126,12 @@ private Q_SLOTS:
 
     void downloadShowsItsProgressAndLastsLongerThanTheLimit()
     {
-        const QString image = m_programs.firmware(u"large.elf"_s, u"mps2.ld"_s, {u"-DFILLER=1000000"_s});
+        const QString image = m_programs.firmware(u"large.elf"_s, u"mps2.ld"_s, {u"-DFILLER=500000"_s});
         QVERIFY(!image.isEmpty());
         ForeignBoard target(m_image);
         QTRY_VERIFY(target.isUp());
-        const SlowProbe probe(target.address(), 300000);
-        LiveSession session(u"remote:%1;timeLimit=2;image=%2"_s.arg(probe.address(), image));
+        const SlowProbe probe(target.address(), 250000);
+        LiveSession session(u"remote:%1;timeLimit=1;image=%2"_s.arg(probe.address(), image));
         RecordedProgress progress;
         int ticks = 0;
         QTimer timer;
@@ -141,7 +141,7 @@ private Q_SLOTS:
         time.start();
         starter(session)->startInBackground(false, &progress);
         QVERIFY(session.waitFor(Env::ProgramPaused, 60000));
-        QVERIFY(time.elapsed() > 2000);
+        QVERIFY(time.elapsed() > 1000);
         QCOMPARE(session.events.serious, QString());
         QCOMPARE(progress.results, QList<bool>{true});
         QVERIFY(progress.steps.contains(u"Loading 'large.elf'..."_s));
@@ -222,11 +222,11 @@ private Q_SLOTS:
 
     void downloadCanBeCancelled()
     {
-        const QString image = m_programs.firmware(u"large.elf"_s, u"mps2.ld"_s, {u"-DFILLER=1000000"_s});
+        const QString image = m_programs.firmware(u"large.elf"_s, u"mps2.ld"_s, {u"-DFILLER=500000"_s});
         QVERIFY(!image.isEmpty());
         ForeignBoard target(m_image);
         QTRY_VERIFY(target.isUp());
-        const SlowProbe probe(target.address(), 2500);
+        const SlowProbe probe(target.address(), 25000);
         LiveSession session(u"remote:%1;image=%2"_s.arg(probe.address(), image));
         RecordedProgress progress;
         starter(session)->startInBackground(false, &progress);

@@ -338,7 +338,7 @@ void tst_GdbMessages::refusedBreakpointIsExplained()
 void tst_GdbMessages::refusedDataBreakpointIsExplained()
 {
     const FakeGdb gdb({{u"-interpreter-exec console \"watch"_s, {u"~\"Watchpoint 3: -l x\\n\""_s, u"TOKEN^done"_s}},
-                       {u"-exec-interrupt"_s, {u"TOKEN^done"_s}}});
+                       {u"-exec-interrupt"_s, {u"TOKEN^done"_s, u"*stopped,reason=\"exited-normally\""_s}}});
     LiveSession session(native(gdb));
     QVERIFY(session.start());
     const auto details = session.get<IBreakpointDetails>();
@@ -454,7 +454,7 @@ void tst_GdbMessages::wakeUpOfAProgramOfThisComputerIsExplained()
 
 void tst_GdbMessages::endOfTheSessionAnswersOpenQuestions()
 {
-    const FakeGdb gdb({{u"-thread-info"_s, {u"SLEEP 100"_s}}});
+    const FakeGdb gdb({{u"-thread-info"_s, {u"SLEEP 0.3"_s}}});
     LiveSession session(native(gdb));
     QVERIFY(session.start());
     const InterfacePtr<StackReplies> replies(new StackReplies);

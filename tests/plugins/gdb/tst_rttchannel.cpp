@@ -162,13 +162,30 @@ private Q_SLOTS:
         const QSignalSpy output(session.env->session(), &GdbSession::output);
         if (reported)
             QTRY_VERIFY(session.events.text.contains(u"has invalid values and is not used.\n"_s));
-        QTest::qWait(700); // a further search reports nothing again
+        else
+            QTest::qWait(200); // RAM is searched meanwhile
         QCOMPARE(session.events.text.count(u"invalid values"_s), qsizetype(reported));
         QCOMPARE(output.size(), 0);
         enter(*window, u"x"_s); // to the serial port
         QVERIFY(!session.evaluate(repair).startsWith(u"error"_s));
         QVERIFY(run(session));
         QTRY_COMPARE(window->text(), u"x\n"_s + Ready);
+    }
+
+    void invalidValuesAreReportedOnce()
+    {
+        LiveSession session(option({}));
+        QVERIFY(session.start());
+        session.env->runTo(Programs::source(u"rtt.c"_s), Programs::lineOf(u"rtt.c"_s, u"const char *text ="_s));
+        QVERIFY(session.waitFor(Env::ProgramPaused));
+        QVERIFY(!session.evaluate(u"block.buffers[0].size=0"_s).startsWith(u"error"_s));
+        RttChannel channel(session.env->session());
+        const QSignalSpy messages(&channel, &RttChannel::message);
+        channel.begin(true, boardRegions(u"mps2-an385"_s));
+        QTRY_COMPARE(messages.size(), 1);
+        session.env->session()->targetChanged(); // it searches again
+        QTest::qWait(700);
+        QCOMPARE(messages.size(), 1);
     }
 
     void nothingIsReadUnlessItIsWanted()
