@@ -49,6 +49,7 @@ private:
     const Activity &m_activity;
     QTabWidget *m_tabs;
     DebugPane *m_singlePane = nullptr;
+    int m_removals = 0; ///< of all panes
     bool m_paused = false;
     bool m_empty = false; ///< the panes were made while the program was paused and this was hidden
     std::optional<PaneAppearance> m_appearance;
