@@ -170,6 +170,7 @@ DebugPane *MultiWidget::newPane(QWidget *parent, IExecutionEnvironment *environm
     if (m_appearance)
         pane->setAppearance(*m_appearance);
     connect(pane, &DebugPane::doUpdate, this, &MultiWidget::showWrittenValues);
+    connect(pane, &DebugPane::message, this, &MultiWidget::message);
     connect(pane, &DebugPane::placeChosen, this, &MultiWidget::placeChosen);
     connect(this, &MultiWidget::doUpdate, pane, &DebugPane::update);
     return pane;

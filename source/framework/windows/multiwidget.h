@@ -26,6 +26,7 @@ public Q_SLOTS:
 
 Q_SIGNALS:
     void doUpdate();
+    void message(const QString &text);                    ///< See DebugPane::message().
     void placeChosen(IExecutionEnvironment *environment); ///< See DebugPane::placeChosen().
 
 protected:
