@@ -268,6 +268,14 @@ In dieser Datei werden Haltepunkte nicht unterstützt.</translation>
         <source>The breakpoint could not be modified.</source>
         <translation>Der Haltepunkt konnte nicht geändert werden.</translation>
     </message>
+    <message>
+        <source>The execution environment of the project &apos;%1&apos; does not support breakpoints.</source>
+        <translation>Die Ausführungsumgebung des Projekts &apos;%1&apos; unterstützt keine Haltepunkte.</translation>
+    </message>
+    <message>
+        <source>The project &apos;%1&apos; has no execution environment that could set breakpoints.</source>
+        <translation>Das Projekt &apos;%1&apos; hat keine Ausführungsumgebung, die Haltepunkte setzen könnte.</translation>
+    </message>
 </context>
 <context>
     <name>BreakpointsDock</name>
@@ -4112,6 +4120,10 @@ Einzelheiten stehen im Ausgabefenster auf der Seite &quot;Debuggen&quot;.</trans
         <source>The feature %1 is taken from %2.</source>
         <translation>Die Fähigkeit %1 kommt von %2.</translation>
     </message>
+    <message>
+        <source>It has thrown an exception in %1.</source>
+        <translation>Es hat in %1 eine Ausnahme geworfen.</translation>
+    </message>
 </context>
 <context>
     <name>PluginProgress</name>
@@ -5064,6 +5076,14 @@ Sie bleiben erhalten in der Datei
     <message>
         <source>Registers</source>
         <translation>Register</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; is not a number: %2 was set to 0.</source>
+        <translation>&apos;%1&apos; ist keine Zahl: %2 wurde auf 0 gesetzt.</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; is wider than the %2 bits of %3.</source>
+        <translation>&apos;%1&apos; ist breiter als die %2 Bits von %3.</translation>
     </message>
 </context>
 <context>

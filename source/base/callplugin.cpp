@@ -25,6 +25,8 @@ struct WaitingReport
 };
 
 std::function<void(const PluginFailure &)> failureHandler;
+QList<PluginFailure> earlierFailures; ///< while there was no handler, since plug-ins are loaded before a window exists
+constexpr qsizetype MostEarlierFailures = 20;
 std::function<QString(const QString &)> pluginNames;
 
 constexpr int NoCall = -1;
@@ -149,6 +151,10 @@ void addForeignReport(WaitingReport report)
 void setPluginFailureHandler(std::function<void(const PluginFailure &)> handler)
 {
     failureHandler = std::move(handler);
+    if (!failureHandler)
+        return;
+    for (const PluginFailure &failure : std::exchange(earlierFailures, {}))
+        failureHandler(failure);
 }
 
 void setPluginNames(std::function<QString(const QString &library)> names)
@@ -168,8 +174,11 @@ QString pluginOf(const void *object)
 void warnOfException(const char *operation, const char *what, const void *object)
 {
     qWarning("%s: an exception has left the plug-in (%s)", operation, what);
+    const PluginFailure failure{pluginOf(object), QString::fromUtf8(operation), QString::fromUtf8(what)};
     if (const auto handler = failureHandler)
-        handler({pluginOf(object), QString::fromUtf8(operation), QString::fromUtf8(what)});
+        handler(failure);
+    else if (earlierFailures.size() < MostEarlierFailures)
+        earlierFailures.append(failure);
 }
 
 bool isInsidePluginCall()

@@ -25,6 +25,7 @@ struct PluginFailure
 };
 
 /// Sets the function that shows failures to the user, besides the warning that each causes. An empty one removes it.
+/// It is called at once for the failures that were reported while there was none.
 void setPluginFailureHandler(std::function<void(const PluginFailure &)> handler);
 /// Sets the function that returns the name of the plug-in in the library of a path.
 void setPluginNames(std::function<QString(const QString &library)> names);

@@ -100,3 +100,24 @@ quint32 numberValue(const QString &text, int bits)
         return fractionalValue(text.toDouble(), std::clamp(bits, 1, WidestNumber));
     return numberIn(text, 10).value_or(0);
 }
+
+bool isNumberText(const QString &text)
+{
+    if (markedNumber(text))
+        return true;
+    bool valid = false;
+    if (text.contains(u'.'))
+        (void)text.toDouble(&valid);
+    else
+        (void)text.toUInt(&valid, 10);
+    return valid;
+}
+
+bool fitsWidth(quint32 value, int bits)
+{
+    if (bits >= WidestNumber)
+        return true;
+    const qint64 limit = qint64(1) << std::max(bits, 1);
+    const auto number = qint32(value);
+    return value < limit || (number < 0 && number >= -limit / 2);
+}

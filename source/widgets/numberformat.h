@@ -20,3 +20,9 @@ enum NumberFormat {
 /// their prefix, a text with "." is a fraction of a number of @p bits, and all else is decimal; 0 for any other text.
 /// The result may have more bits than @p bits.
 [[nodiscard]] quint32 numberValue(const QString &text, int bits);
+
+/// Whether numberValue() finds a number in the text.
+[[nodiscard]] bool isNumberText(const QString &text);
+
+/// Whether a number of @p bits, with or without a sign, can have the value.
+[[nodiscard]] bool fitsWidth(quint32 value, int bits);

@@ -2,6 +2,7 @@
 #include "lineeditor.h"
 #include "numberformat.h"
 #include <QLineEdit>
+#include <QPointer>
 #include <QRegularExpressionValidator>
 
 using namespace Qt::StringLiterals;
@@ -47,8 +48,14 @@ QWidget *PropertyMultiFormatItem::createEditor()
 
 void PropertyMultiFormatItem::transferEditor(bool toValue)
 {
-    if (toValue)
-        setValue(numberValue(lineEdit()->text(), m_bits), true);
-    else
-        lineEdit()->setText(text(1));
+    if (!toValue)
+        return lineEdit()->setText(text(1));
+    const QString input = lineEdit()->text();
+    const quint32 number = numberValue(input, m_bits);
+    const QPointer<PropertyMultiFormatItem> self(this); // receivers may remove the row
+    setValue(number, true);
+    if (self && !isNumberText(input))
+        Q_EMIT unreadableInput(input);
+    else if (self && !fitsWidth(number, m_bits))
+        Q_EMIT wideInput(input);
 }

@@ -20,6 +20,10 @@ public:
     [[nodiscard]] QWidget *createEditor() override;
     void transferEditor(bool toValue) override;
 
+Q_SIGNALS:
+    void unreadableInput(const QString &text); ///< The row has got the value 0.
+    void wideInput(const QString &text);       ///< The row has got a value that is wider than the number.
+
 private:
     const int m_bits;
     int m_format;

@@ -84,6 +84,7 @@ protected:
         m_control->fileOpened();
         return true;
     }
+    void showMessage(const QString &text, int) override { m_message = text; }
     void showStatusInfo(const QString &text, int position) override
     {
         note(QStringLiteral("status '%1' at %2").arg(text).arg(position));
@@ -265,6 +266,7 @@ protected:
     [[nodiscard]] QString output(OutputWindow::Page page) const { return m_output->page(page)->toPlainText(); }
 
     std::unique_ptr<QWidget> m_window;
+    QString m_message; ///< of the status bar, the last one
     OutputWindow *m_output = nullptr;
     std::unique_ptr<ViewManager> m_views;
     std::unique_ptr<Workspace> m_documents;

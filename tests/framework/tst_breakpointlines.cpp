@@ -358,6 +358,30 @@ private Q_SLOTS:
         QVERIFY(f.debugOutput().isEmpty());
     }
 
+    /// An environment may keep its breakpoints itself.
+    void dataBreakpointsThatAreThereAreNotSetTwice()
+    {
+        BreakpointWindow f;
+        script().offers += IBreakpointDetails::Iid;
+        DataBreakpoint named{1, u"counter"_s, 0x100, 4, DataBreakpoint::Write, BreakpointEnabled, {}};
+        DataBreakpoint read = named;
+        read.id = 3;
+        read.access = DataBreakpoint::Read;
+        DataBreakpoint unnamed{2, {}, 0x200, 4, DataBreakpoint::Write, BreakpointEnabled, {}};
+        script().dataBreakpoints = {named, unnamed, read};
+        f.window->closeWorkspace();
+        script().dataBreakpoints = {named, unnamed};
+        f.openWorkspace();
+        QStringList all;
+        for (const DataBreakpoint &each : std::as_const(script().dataBreakpoints))
+            all.append(each.expression + u' ' + QString::number(each.address, 16) + u' '
+                       + QString::number(each.access));
+        all.sort();
+        QCOMPARE(all, (QStringList{u" 200 %1"_s.arg(int(DataBreakpoint::Write)),
+                                   u"counter 100 %1"_s.arg(int(DataBreakpoint::Read)),
+                                   u"counter 100 %1"_s.arg(int(DataBreakpoint::Write))}));
+    }
+
     void breakpointsComeBackAfterARestart()
     {
         BreakpointWindow f;

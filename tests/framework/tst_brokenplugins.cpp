@@ -17,8 +17,8 @@ private Q_SLOTS:
     {
         const Installation installation;
         installation.write(u"config/uiconfig.xml"_s, "<ui/>");
-        const auto expect = [&](const QString &text) {
-            QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"^PluginManager::loadLibrary"_s + text));
+        const auto expect = [&](const QString &text, const QString &call = u"PluginManager::loadLibrary"_s) {
+            QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u'^' + call + text));
         };
         installation.write(u"plugins/a.so"_s, {});
         QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"failed to map to memory"_s));
@@ -28,9 +28,10 @@ private Q_SLOTS:
         installation.copy(QStringLiteral(TESTPLUGIN_BROKEN_CONSTRUCTOR), u"plugins/c.so"_s);
         expect(u" \\(.*/c.so\\): an exception has left the plug-in \\(broken in constructor\\)$"_s);
         installation.copy(QStringLiteral(TESTPLUGIN_BROKEN_FEATURELIST), u"plugins/d.so"_s);
-        expect(u" \\(.*/d.so\\): an exception has left the plug-in \\(broken in featureList\\)$"_s);
+        expect(u" \\(.*/d.so\\): an exception has left the plug-in \\(broken in featureList\\)$"_s,
+               u"IPluginFactory::featureList"_s);
         installation.copy(QStringLiteral(TESTPLUGIN_BROKEN_NAME), u"plugins/e.so"_s);
-        expect(u" \\(.*/e.so\\): an exception has left the plug-in \\(broken in name\\)$"_s);
+        expect(u" \\(.*/e.so\\): an exception has left the plug-in \\(broken in name\\)$"_s, u"IPluginFactory::name"_s);
         installation.copy(QStringLiteral(TESTPLUGIN_BROKEN_SYMBOL), u"plugins/f.so"_s);
         expect(u": Cannot load plug-in \\(.*/f.so\\): .*undefined symbol.*$"_s);
         installation.copy(QStringLiteral(TESTPLUGIN_BROKEN_CREATE), u"plugins/g.so"_s);

@@ -867,9 +867,13 @@ private Q_SLOTS:
         QFETCH(QString, file);
         addProcessor(u"fw"_s, file == u"main.c"_s ? QSet<QUuid>{} : QSet<QUuid>{IBreakpoints::Iid});
         open(file);
+        m_message.clear();
         expectBox();
         m_control->toggleBreakpoint(1);
         QCOMPARE(story(), u"message The breakpoint cannot be set.||Breakpoints are not supported in this file."_s);
+        QCOMPARE(m_message, file == u"main.c"_s
+                                ? u"The execution environment of the project 'fw' does not support breakpoints."_s
+                                : QString());
     }
 
     void aProjectWithoutProcessorHasNoBreakpoints()
@@ -879,6 +883,7 @@ private Q_SLOTS:
         story();
         expectBox();
         m_control->toggleBreakpoint(1);
+        QCOMPARE(m_message, u"The project 'fw' has no execution environment that could set breakpoints."_s);
         m_workspace->removeProject(m_workspace->currentProject());
         expectBox();
         m_control->toggleBreakpoint(1);

@@ -46,6 +46,9 @@ public:
         return dock;
     }
     QAction *action(const QString &name) const override { return findChild<QAction *>(name); }
+    void showMessage(const QString &text, int) override { messages.append(text); }
+
+    QStringList messages; ///< of the status bar
 };
 } // namespace
 
@@ -136,6 +139,13 @@ private Q_SLOTS:
         m_windows->dock(DebugWindows::Memory)->hide();
         m_windows->dock(DebugWindows::Memory)->show(); // nothing has changed meanwhile
         QCOMPARE(memory->updates, 1);
+    }
+
+    void messageOfAPaneIsShown()
+    {
+        FakePane *pane = addPanes(DebugWindows::Registers);
+        Q_EMIT pane->message(u"text"_s);
+        QCOMPARE(m_window->messages, QStringList(u"text"_s));
     }
 
     void valuesThatAPaneHasWrittenAreReported()

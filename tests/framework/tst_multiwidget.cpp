@@ -4,10 +4,12 @@
 #include "debugpane.h"
 #include "iexecutionenvironment.h"
 #include "multiwidget.h"
+#include <functional>
 #include <QLayout>
 #include <QTabWidget>
 #include <QTemporaryDir>
 #include <QTest>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -45,9 +47,13 @@ public:
     {
         if (!force && unsuitable.contains(environment))
             return nullptr;
-        return new FakePane(parent, environment);
+        auto *pane = new FakePane(parent, environment);
+        if (const auto action = std::exchange(onCreate, nullptr))
+            action();
+        return pane;
     }
 
+    std::function<void()> onCreate;            ///< while the first pane is created: its plug-in may call back
     QList<IExecutionEnvironment *> unsuitable; ///< those without the data for the panes
 };
 } // namespace
@@ -154,6 +160,29 @@ private Q_SLOTS:
         QCOMPARE(tabs->tabPosition(), QTabWidget::South);
         QCOMPARE(tabs->tabText(0), u"Sim - fw"_s);
         QCOMPARE(tabs->tabToolTip(0), u"Sim of the board"_s);
+    }
+
+    void plugInThatChangesTheWorkspaceWhileItsPaneIsCreated_data()
+    {
+        QTest::addColumn<int>("projects");
+        QTest::addColumn<QString>("expected");
+        QTest::newRow("single pane") << 1 << u"fw"_s;
+        QTest::newRow("tabs") << 2 << u"fw [lib] in tabs"_s;
+    }
+
+    /// Each pane has one reference to the environment; those of the project and of this test are the others.
+    void plugInThatChangesTheWorkspaceWhileItsPaneIsCreated()
+    {
+        QFETCH(int, projects);
+        const Project *project = addProject(u"fw"_s);
+        if (projects > 1)
+            addProject(u"lib"_s);
+        m_widget->onCreate = [this] { Q_EMIT m_activity->projectActivityChanged(); };
+        m_widget->workspaceChanged();
+        QTEST(shown(), "expected");
+        const auto environment = shareInterface(project->executionInterface());
+        environment->addRef();
+        QCOMPARE(environment->release(), 3u);
     }
 
     void ampersandInANameIsNoShortcut()

@@ -8,6 +8,7 @@
 #include <QApplication>
 #include <QComboBox>
 #include <QContextMenuEvent>
+#include <QDeadlineTimer>
 #include <QHash>
 #include <QHelpEvent>
 #include <QLineEdit>
@@ -102,6 +103,14 @@ private:
     PropertyList *m_list = nullptr;
     InterfacePtr<FakePeripherals> m_plugin;
     int m_alive = 0; ///< fake plug-ins
+
+    /// Lets the target of the plug-in answer slowly.
+    static void answerAfter(int milliseconds)
+    {
+        const QDeadlineTimer answer(milliseconds);
+        while (!answer.hasExpired()) {
+        }
+    }
 
     void show(const QList<PeripheralInfo> &infos)
     {
@@ -242,6 +251,21 @@ private Q_SLOTS:
         QVERIFY(!row(u"STATE"_s)->isEditing());
         click(u"LOAD"_s);
         QVERIFY(row(u"LOAD"_s)->isEditing());
+    }
+
+    void slowTargetIsReadInPortions()
+    {
+        show({Timer});
+        m_widget->setPaused(true);
+        QCoreApplication::processEvents();
+        m_plugin->takeCalls();
+        m_plugin->values = {{u"LOAD"_s, 1}, {u"STATE"_s, 2}};
+        m_plugin->onCall = [] { answerAfter(50); };
+        m_widget->update();
+        QCOMPARE(m_plugin->takeCalls(), QStringList{u"read /LOAD"_s});
+        QTRY_COMPARE(m_widget->text(), u"LOAD = 0x00000001\nSTATE = 0x02\n"_s);
+        QCOMPARE(m_plugin->takeCalls(), QStringList{u"read /STATE"_s});
+        QCOMPARE(changed(), u"LOAD STATE"_s);
     }
 
     void registersAndSectionsAreReadWithTheToldNames()

@@ -249,6 +249,31 @@ private Q_SLOTS:
         QCOMPARE(written.size(), 1);
     }
 
+    void doubtfulEntryIsReported_data()
+    {
+        QTest::addColumn<QString>("entry");
+        QTest::addColumn<QString>("written");
+        QTest::addColumn<QString>("message");
+        QTest::newRow("number") << u"0x44"_s << u"r[0]=44"_s << QString();
+        QTest::newRow("negative") << u"-1"_s << u"r[0]=ffffffff"_s << QString();
+        QTest::newRow("behind the old text")
+            << u"0x00000x44"_s << u"r[0]=0"_s << u"'0x00000x44' is not a number: r was set to 0."_s;
+        QTest::newRow("too wide") << u"0x12345"_s << u"r[0]=12345"_s << u"'0x12345' is wider than the 16 bits of r."_s;
+    }
+
+    void doubtfulEntryIsReported()
+    {
+        QFETCH(QString, entry);
+        QFETCH(QString, message);
+        m_plugin->words[u"r"_s][0] = 1;
+        show({number(u"r"_s, 16)});
+        m_widget->update();
+        const QSignalSpy messages(m_widget.get(), &DebugPane::message);
+        enter(u"r"_s, entry);
+        QTEST(m_plugin->writes.join(u' '), "written");
+        QCOMPARE(messages.isEmpty() ? QString() : messages.first().first().toString(), message);
+    }
+
     void valueIsReadBackAfterAWrite()
     {
         show({number(u"r0"_s, 16), number(u"r1"_s, 16)});

@@ -86,6 +86,8 @@ class PluginProjectTest(unittest.TestCase):
     def test_project_of_a_plugin_is_that_of_the_guide(self):
         guide = (ROOT / "docs/plugin-authors.md").read_text(encoding="utf-8")
         self.assertIn(f"```xml{PLUGIN_PROJECT}```", guide)
+        configurations = re.findall(r'<configuration name="(\w+)"', PLUGIN_PROJECT) or ["Default"]
+        self.assertIn(f'the page "Build" shows `build {configurations[0]}`', guide)
 
 
 class ManualTest(Console, ProgramTest):

@@ -161,6 +161,30 @@ private Q_SLOTS:
         QFETCH(int, bits);
         QTEST(numberValue(text, bits), "value");
     }
+
+    void textThatIsNoNumberIsKnown_data()
+    {
+        QTest::addColumn<bool>("isNumber");
+        for (const char *text : {"0", "10", "-1", "+4294967295", "0x1f", "0B101", "0.5", "-.5", "1.e3"})
+            QTest::newRow(text) << true;
+        for (const char *text : {"0x000x44", "FF", "", "-", "0x", "0x100000000", "4294967296", "0b102", ".", "0.5.5"})
+            QTest::newRow(text) << false;
+    }
+
+    void textThatIsNoNumberIsKnown() { QTEST(isNumberText(QString::fromLatin1(QTest::currentDataTag())), "isNumber"); }
+
+    void widthFitsNumbersWithAndWithoutSign()
+    {
+        for (const quint32 value : {0u, 0xffu, 0x80u, quint32(-1), quint32(-128)})
+            QVERIFY2(fitsWidth(value, 8), qPrintable(QString::number(value)));
+        for (const quint32 value : {0x100u, 0xffffu, 0x80000000u, quint32(-129)})
+            QVERIFY2(!fitsWidth(value, 8), qPrintable(QString::number(value)));
+        QVERIFY(fitsWidth(0xffffffff, 32));
+        QVERIFY(fitsWidth(0x80000000, 32));
+        QVERIFY(!fitsWidth(0x7fffffff + 2u, 31 - 1));
+        QVERIFY(fitsWidth(1, 1));
+        QVERIFY(!fitsWidth(2, 1));
+    }
 };
 
 QTEST_MAIN(NumberFormatTest)

@@ -12,8 +12,23 @@
 #include "viewinterfaces.h"
 #include "viewmanager.h"
 #include "windowservices.h"
+#include <QPointer>
 
 using namespace Qt::StringLiterals;
+
+namespace {
+constexpr int MessageMilliseconds = 20000; ///< time to read it after the message box
+
+/// For the status bar: the message box says nothing of what to change.
+QString reasonOfMissingBreakpoints(const Project &project)
+{
+    return project.executionInterface()
+               ? Breakpoints::tr("The execution environment of the project '%1' does not support breakpoints.")
+                     .arg(project.name())
+               : Breakpoints::tr("The project '%1' has no execution environment that could set breakpoints.")
+                     .arg(project.name());
+}
+} // namespace
 
 Breakpoints::Breakpoints(Activity &activity, WindowServices &window, QObject *parent)
     : QObject(parent), m_activity(activity), m_window(window), m_lines(activity, window)
@@ -53,13 +68,17 @@ void Breakpoints::toggle(int line)
         ProgramPlace::fromDocument(document->filename(), m_lines.programLine(document->filename(), line));
     const QString file = place.withoutEnvironment().fileName();
     Activity::Environment environment;
+    const QPointer<Project> project = place.isDisassembly() ? nullptr : projectOfDocument(file);
     if (place.isDisassembly())
         environment = shareInterface(environmentOfKey(place.environmentKey()));
-    else if (const Project *project = projectOfDocument(file))
+    else if (project)
         environment = shareInterface(project->executionInterface());
     const auto breakpoints = queryPlugin<IBreakpoints>(environment.get());
-    if (!breakpoints)
+    if (!breakpoints) {
+        if (project)
+            m_window.showMessage(reasonOfMissingBreakpoints(*project), MessageMilliseconds);
         return inform(tr("The breakpoint cannot be set.\n\nBreakpoints are not supported in this file."));
+    }
     const auto records = askPlugin<&IBreakpoints::breakpoints>(breakpoints);
     const int state = toggledBreakpoint(breakpointStateAt(records, {file, place.line()}));
     int result = -1;

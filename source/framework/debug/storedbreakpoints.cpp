@@ -5,6 +5,7 @@
 #include "callplugin.h"
 #include "programplace.h"
 #include "project.h"
+#include <algorithm>
 #include <QDir>
 #include <QFileInfo>
 #include <QJsonArray>
@@ -122,6 +123,17 @@ QJsonArray dataOf(IExecutionEnvironment *environment)
     return all;
 }
 
+/// The number of such a data breakpoint in an environment that keeps them itself, 0 for none: it must not be doubled.
+int existingData(const InterfacePtr<IBreakpointDetails> &offer, const DataBreakpoint &data)
+{
+    const auto all = askPlugin<&IBreakpointDetails::dataBreakpoints>(offer);
+    const auto found = std::ranges::find_if(all, [&](const DataBreakpoint &each) {
+        return each.access == data.access && each.expression == data.expression
+               && (!data.expression.isEmpty() || each.address == data.address);
+    });
+    return found == all.end() ? 0 : found->id;
+}
+
 bool setData(IExecutionEnvironment *environment, const QJsonObject &json)
 {
     DataBreakpoint data;
@@ -132,9 +144,11 @@ bool setData(IExecutionEnvironment *environment, const QJsonObject &json)
     data.state = stateIn(json);
     data.details = detailsIn(json);
     const auto offer = queryPlugin<IBreakpointDetails>(environment);
+    if (!offer || (data.expression.isEmpty() && data.address == 0))
+        return true;
+    data.id = existingData(offer, data);
     QString reason;
-    return (data.expression.isEmpty() && data.address == 0) || !offer
-           || askPlugin<&IBreakpointDetails::setDataBreakpoint>(offer, data, reason);
+    return askPlugin<&IBreakpointDetails::setDataBreakpoint>(offer, data, reason);
 }
 } // namespace
 

@@ -32,6 +32,22 @@ QString nameOfLibrary(const QString &library)
     return loadedNames().value(QFileInfo(library).canonicalFilePath());
 }
 
+/// Asks a factory for its name and its features. Returns the call that has thrown an exception, empty for none. The
+/// report contains the plug-in's name: until it is known, that of its file.
+QString introduce(IPluginFactory *factory, PluginLibrary &library)
+{
+    const auto succeeds = [&](const QString &call, const std::function<void()> &ask) {
+        loadedNames().insert(library.path, library.name);
+        const QString operation = u"%1 (%2)"_s.arg(call, library.path);
+        return runPlugin(QFile::encodeName(operation).constData(), ask, factory, true);
+    };
+    const QString name = u"IPluginFactory::name"_s;
+    if (!succeeds(name, [&] { library.name = factory->name(); }))
+        return name;
+    const QString features = u"IPluginFactory::featureList"_s;
+    return succeeds(features, [&] { library.features = factory->featureList(); }) ? QString() : features;
+}
+
 /// The loader's reason in the words of the user, if another version of the editor's classes is the cause.
 QString reasonOf(const QString &loaderError)
 {
@@ -116,25 +132,20 @@ QString PluginManager::load(const QString &file, QPluginLoader &loader, PluginLi
     loader.setLoadHints(QLibrary::PreventUnloadHint
                         | QLibrary::ResolveAllSymbolsHint); // a call of a missing function would end the program
     const QByteArray operation = "PluginManager::loadLibrary (" + QFile::encodeName(file) + ')';
-    QString thrown = Text::tr("It has thrown an exception.");
     QObject *root = nullptr;
     if (!runPlugin(operation, [&] { root = loader.instance(); }))
-        return thrown;
+        return Text::tr("It has thrown an exception.");
     auto *factory = qobject_cast<IPluginFactory *>(root);
     if (!factory) {
         QString reason = reasonOf(root, loader);
         qWarning("PluginManager::loadLibrary: Cannot load plug-in (%s): %s", qPrintable(file), qPrintable(reason));
         return reason;
     }
-    const auto introduce = [&] {
-        library.features = factory->featureList();
-        library.name = factory->name();
-    };
-    if (!runPlugin(operation, introduce)) {
+    const QString call = introduce(factory, library);
+    if (!call.isEmpty()) {
         library.features.clear();
-        return thrown;
+        return Text::tr("It has thrown an exception in %1.").arg(call);
     }
-    loadedNames().insert(library.path, library.name);
     return addFeatures(factory, library);
 }
 

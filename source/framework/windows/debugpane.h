@@ -30,7 +30,8 @@ public Q_SLOTS:
     virtual void update() = 0; ///< Reads everything again.
 
 Q_SIGNALS:
-    void doUpdate(); ///< Values were changed in this pane that other panes may show too.
+    void doUpdate();                   ///< Values were changed in this pane that other panes may show too.
+    void message(const QString &text); ///< For the status bar.
     /// Another thread or function of a program was chosen, to which all panes refer now.
     void placeChosen(IExecutionEnvironment *environment);
 };

@@ -13,7 +13,8 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-constexpr int TabHeight = 30; ///< pixels, of the tabs of docks that lie one behind the other
+constexpr int MessageMilliseconds = 20000; ///< time to read what was wrong with an entry
+constexpr int TabHeight = 30;              ///< pixels, of the tabs of docks that lie one behind the other
 
 /// A window's dock, and the action that shows and hides it.
 struct Description
@@ -105,6 +106,8 @@ void DebugWindows::setContent(Window window, MultiWidget *content)
     entry.dock->setWidget(content);
     content->setPaused(m_activity.state() == StatePaused);
     connect(content, &MultiWidget::doUpdate, this, [this, window] { updateOthers(window); });
+    connect(content, &MultiWidget::message, this,
+            [this](const QString &text) { m_services.showMessage(text, MessageMilliseconds); });
     connect(content, &MultiWidget::placeChosen, this, &DebugWindows::placeChosen);
 }
 

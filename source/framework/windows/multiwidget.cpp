@@ -6,6 +6,7 @@
 #include <QBoxLayout>
 #include <QPointer>
 #include <QTabWidget>
+#include <utility>
 
 namespace {
 /// Deletes the pane in the next turn of the event loop: its menu or editor may be the sender of the current signal.
@@ -79,6 +80,7 @@ void MultiWidget::currentProjectChanged()
 void MultiWidget::workspaceChanged()
 {
     removePanes();
+    const int removals = m_removals;
     const QList<QPointer<Project>> projects = m_activity.projects();
     const bool tabbed = projects.size() > 1;
     m_tabs->setVisible(tabbed);
@@ -87,6 +89,8 @@ void MultiWidget::workspaceChanged()
     for (const QPointer<Project> &project : projects) {
         if (project)
             addPane(project, tabbed);
+        if (removals != m_removals)
+            return; // the plug-in has changed the workspace, which has its panes by now
     }
     currentProjectChanged();
     m_empty = m_paused;
@@ -130,6 +134,7 @@ void MultiWidget::releasePanes()
 
 void MultiWidget::removePanes()
 {
+    ++m_removals;
     const QList<DebugPane *> panes = widgets();
     m_singlePane = nullptr;
     m_tabs->clear();
@@ -139,10 +144,10 @@ void MultiWidget::removePanes()
 
 void MultiWidget::addPane(Project *project, bool tabbed)
 {
-    IExecutionEnvironment *environment = project->executionInterface();
+    const auto environment = shareInterface(project->executionInterface());
     if (!project->isActive() || !environment)
         return;
-    DebugPane *pane = newPane(tabbed ? static_cast<QWidget *>(m_tabs) : this, environment, false);
+    DebugPane *pane = newPane(tabbed ? static_cast<QWidget *>(m_tabs) : this, environment.get(), false);
     if (!pane)
         return;
     pane->setObjectName(project->name() + u'/' + pane->objectName()); // test drivers find it by the project
@@ -152,15 +157,20 @@ void MultiWidget::addPane(Project *project, bool tabbed)
     m_tabs->setTabToolTip(index, project->executionEnvironmentName());
 }
 
+/// Null as well if the plug-in has caused new panes meanwhile: this one would never be removed.
 DebugPane *MultiWidget::newPane(QWidget *parent, IExecutionEnvironment *environment, bool force)
 {
+    const int removals = m_removals;
     DebugPane *pane = createWidget(parent, environment, force);
+    if (pane && removals != m_removals)
+        dispose(std::exchange(pane, nullptr));
     if (!pane)
         return nullptr;
     pane->setPaused(m_paused);
     if (m_appearance)
         pane->setAppearance(*m_appearance);
     connect(pane, &DebugPane::doUpdate, this, &MultiWidget::showWrittenValues);
+    connect(pane, &DebugPane::message, this, &MultiWidget::message);
     connect(pane, &DebugPane::placeChosen, this, &MultiWidget::placeChosen);
     connect(this, &MultiWidget::doUpdate, pane, &DebugPane::update);
     return pane;

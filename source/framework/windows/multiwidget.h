@@ -26,6 +26,7 @@ public Q_SLOTS:
 
 Q_SIGNALS:
     void doUpdate();
+    void message(const QString &text);                    ///< See DebugPane::message().
     void placeChosen(IExecutionEnvironment *environment); ///< See DebugPane::placeChosen().
 
 protected:
@@ -49,6 +50,7 @@ private:
     const Activity &m_activity;
     QTabWidget *m_tabs;
     DebugPane *m_singlePane = nullptr;
+    int m_removals = 0; ///< of all panes
     bool m_paused = false;
     bool m_empty = false; ///< the panes were made while the program was paused and this was hidden
     std::optional<PaneAppearance> m_appearance;

@@ -10,6 +10,7 @@
 #include "propertysubsectionitem.h"
 #include "varnelassert.h"
 #include <algorithm>
+#include <QElapsedTimer>
 #include <QScrollBar>
 #include <QVBoxLayout>
 
@@ -22,6 +23,7 @@ constexpr int TreeStep = 10;
 constexpr int SectionStep = 14; ///< registers below a heading stand further right by this
 constexpr int RegisterIndent = 20;
 constexpr int FieldIndent = 34;
+constexpr int ReadingTime = 40; ///< milliseconds, between which the window handles events
 
 bool sameRegister(const PeripheralRegisterInfo &left, const PeripheralRegisterInfo &right)
 {
@@ -245,7 +247,7 @@ QList<PropertyItem *> PeripheralWidget::rowsOnScreen() const
 }
 
 /// Reads the rows on the screen that were not read since the last update. Ends at the first exception. A pane in a tab
-/// that is not in front does that when it appears.
+/// that is not in front does that when it appears. With a slow target, the window handles its events in between.
 void PeripheralWidget::readVisible()
 {
     if (!m_peripherals || m_reading || !isVisible())
@@ -254,8 +256,16 @@ void PeripheralWidget::readVisible()
     QList<QPointer<PropertyItem>> rows;
     for (PropertyItem *row : rowsOnScreen())
         rows += row;
+    QElapsedTimer reading;
+    reading.start();
     for (const QPointer<PropertyItem> &row : std::as_const(rows)) {
-        if (!row || (m_states.value(row).update != m_update && !readRow(row)) || !self)
+        if (!row)
+            return;
+        if (m_states.value(row).update == m_update)
+            continue;
+        if (m_paused && reading.elapsed() > ReadingTime)
+            return m_readTimer.start(0);
+        if (!readRow(row) || !self)
             return;
     }
 }

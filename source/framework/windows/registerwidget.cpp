@@ -200,6 +200,12 @@ PropertyItem *RegisterWidget::addRow(const RegisterInfo &info, PropertyItem *gro
             return new PropertyLongHexItem(info.name, QByteArray(byteCount(bits), '\0'), bits, parent, after);
         auto *row = new PropertyMultiFormatItem(info.name, 0u, bits, parent, after);
         row->setFormat(m_formats.value(info.name, formatNumber(info.defaultFormat)));
+        connect(row, &PropertyMultiFormatItem::unreadableInput, this, [this, name = info.name](const QString &text) {
+            Q_EMIT message(tr("'%1' is not a number: %2 was set to 0.").arg(text, name));
+        });
+        connect(row, &PropertyMultiFormatItem::wideInput, this, [this, name = info.name, bits](const QString &text) {
+            Q_EMIT message(tr("'%1' is wider than the %2 bits of %3.").arg(text).arg(bits).arg(name));
+        });
         return row;
     };
     return group ? make(group) : make(static_cast<PropertyList *>(m_list));

@@ -31,17 +31,23 @@
 struct PluginDeed
 {
     const char *name;
-    const char *text; ///< in the documentation
+    const char *text;  ///< in the documentation
+    bool ends = false; ///< something is closed or stopped in the call
 };
-inline const QList<PluginDeed> pluginDeeds{{"throw", "throws an exception"},
-                                           {"null", "returns null"},
-                                           {"empty", "returns an empty result"},
-                                           {"slow", "answers late"},
-                                           {"loop", "runs an event loop of its own"},
-                                           {"host", "calls all services of the program"},
-                                           {"report", "sends all reports, with an unreadable project among them"},
-                                           {"thread", "sends reports from another thread"},
-                                           {"silent", "reports nothing until the user gives up"}};
+inline const QList<PluginDeed> pluginDeeds{
+    {"throw", "throws an exception"},
+    {"null", "returns null"},
+    {"empty", "returns an empty result"},
+    {"slow", "answers late"},
+    {"loop", "runs an event loop of its own"},
+    {"host", "calls all services of the program"},
+    {"report", "sends all reports, with an unreadable project among them"},
+    {"thread", "sends reports from another thread"},
+    {"silent", "reports nothing until the user gives up"},
+    {"close", "closes the workspace", true},
+    {"userCloses", "runs an event loop, in which the user closes the workspace", true},
+    {"userExits", "runs an event loop, in which the user ends the program", true},
+    {"userStops", "runs an event loop, in which the user stops the session or the build", true}};
 
 inline StubControl *stub()
 {

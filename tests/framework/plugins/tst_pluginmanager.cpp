@@ -1,3 +1,4 @@
+#include "callplugin.h"
 #include "pluginfactory.h"
 #include "pluginmanager.h"
 #include <QPluginLoader>
@@ -192,20 +193,43 @@ private Q_SLOTS:
     void exceptionWhileReadingTheFactoryIsReported_data()
     {
         QTest::addColumn<QString>("library");
-        QTest::newRow("constructor") << QStringLiteral(TESTPLUGIN_BROKEN_CONSTRUCTOR);
-        QTest::newRow("featureList") << QStringLiteral(TESTPLUGIN_BROKEN_FEATURELIST);
-        QTest::newRow("name") << QStringLiteral(TESTPLUGIN_BROKEN_NAME);
+        QTest::addColumn<QString>("call");
+        QTest::addColumn<QString>("plugin");
+        QTest::addColumn<QString>("problem");
+        const QString problem = u"It has thrown an exception in %1."_s;
+        QTest::newRow("constructor") << QStringLiteral(TESTPLUGIN_BROKEN_CONSTRUCTOR) << u"PluginManager::loadLibrary"_s
+                                     << QString() << u"It has thrown an exception."_s;
+        QString call = u"IPluginFactory::featureList"_s;
+        QTest::newRow("featureList") << QStringLiteral(TESTPLUGIN_BROKEN_FEATURELIST) << call << u"Broken"_s
+                                     << problem.arg(call);
+        call = u"IPluginFactory::name"_s;
+        QTest::newRow("name") << QStringLiteral(TESTPLUGIN_BROKEN_NAME) << call << u"a"_s << problem.arg(call);
     }
 
     void exceptionWhileReadingTheFactoryIsReported()
     {
         QFETCH(QString, library);
+        QFETCH(QString, call);
+        QFETCH(QString, plugin);
+        QFETCH(QString, problem);
         const QString file = install(library, u"plugins/a.so"_s);
         install(Blue, u"plugins/b.so"_s);
-        const QString text = u"PluginManager::loadLibrary (%1): an exception has left the plug-in (broken in %2)"_s;
-        QTest::ignoreMessage(QtWarningMsg, qPrintable(text.arg(file, QLatin1StringView(QTest::currentDataTag()))));
+        const QString operation = u"%1 (%2)"_s.arg(call, file);
+        const QString what = u"broken in "_s + QLatin1StringView(QTest::currentDataTag());
+        QTest::ignoreMessage(QtWarningMsg,
+                             qPrintable(u"%1: an exception has left the plug-in (%2)"_s.arg(operation, what)));
+        setPluginFailureHandler([](const PluginFailure &) {}); // takes those of other tests
+        setPluginFailureHandler({});
         const PluginManager manager({directory(u"plugins"_s)});
         QCOMPARE(manager.featureList(), QStringList{u"{blue}"_s});
+        QCOMPARE(manager.libraries().first().problem, problem);
+        QStringList shown; // later, when there is a window
+        const auto show = [&shown](const PluginFailure &failure) {
+            shown.append(failure.plugin + u'|' + failure.operation + u'|' + failure.text);
+        };
+        setPluginFailureHandler(show);
+        setPluginFailureHandler({});
+        QCOMPARE(shown, QStringList{plugin + u'|' + operation + u'|' + what});
     }
 
     void exceptionInCreateGivesNull()

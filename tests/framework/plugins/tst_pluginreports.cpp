@@ -645,6 +645,25 @@ private Q_SLOTS:
         QCOMPARE(page->errors(), 1);
     }
 
+    void failureBeforeThereIsAWindowIsShownInIt()
+    {
+        stub()->reset();
+        stub()->hooks().onCall = [](const QString &call) {
+            if (call == "IPluginFactory::featureList"_L1)
+                throw std::runtime_error("no licence");
+        };
+        QCoreApplication::addLibraryPath(QFileInfo(QStringLiteral(TESTPLUGIN_STUB)).path());
+        QTest::ignoreMessage(QtWarningMsg,
+                             QRegularExpression(u"^IPluginFactory::featureList \\(.*stub.*\\): an exception "
+                                                "has left the plug-in \\(no licence\\)$"_s));
+        const WindowFixture f;
+        stub()->hooks() = {};
+        const QString text = f.window->findChild<OutputWindow *>()->page(OutputWindow::Debug)->toPlainText();
+        QVERIFY2(text.startsWith(u"The plug-in 'Stub' has failed in IPluginFactory::featureList ("_s),
+                 qPrintable(text));
+        QVERIFY2(text.contains(u"): no licence"_s), qPrintable(text));
+    }
+
     void outcomeOfWorkIsShown()
     {
         const PluginWindow f;

@@ -290,6 +290,7 @@ class PluginSequencesTest : public QObject
     {
         user(u"shows the breakpoints"_s, [this] { show(u"debugToggleBreakpointsWindow"_s); });
         user(u"closes the workspace"_s, [this] { f->window->closeWorkspace(); });
+        stub()->script(u"{sim}"_s).dataBreakpoints.clear(); // a new object has none
         openWorkspace();
     }
     void requests()
