@@ -10,6 +10,7 @@ class PluginBinder;
 class PluginProgress;
 class Project;
 class WindowServices;
+struct ReportKey;
 
 /// The services of the window for the plug-in objects of one project. Starts with no reference. After the project or
 /// the window was closed its functions have no effect.
@@ -42,12 +43,12 @@ public:
 private:
     [[nodiscard]] bool isUsable() const;
     [[nodiscard]] OutputPage *pageOf(const QString &name, bool create);
-    void changeWindow(const QByteArray &key, const std::function<void()> &change);
+    void changeWindow(ReportKey key, const std::function<void()> &change);
     bool open(const QString &path, int line, int column);
     void followProject();
     void forget();
     template <auto Function, typename... Arguments>
-    void report(const QByteArray &key, const Arguments &...arguments);
+    void report(ReportKey key, const Arguments &...arguments);
     template <auto Function, typename... Arguments>
     void send(const Arguments &...arguments);
 

@@ -1,5 +1,7 @@
 #include "../../plugins/stub/stub.h"
 #include "activity.h"
+#include "callplugin.h"
+#include "extensioncommands.h"
 #include "ibuildenvironment.h"
 #include "idockextension.h"
 #include "iexecutionenvironment.h"
@@ -225,6 +227,22 @@ private Q_SLOTS:
         f.report(u"fw"_s, Status::ProgramRunning);
         QCoreApplication::processEvents();
         QCOMPARE(f.state(), StateFinished);
+    }
+
+    /// An expression that calls a function of the program runs it for a moment.
+    void statusThatReturnsWhileItIsHandledIsShown()
+    {
+        const PluginWindow f;
+        f.startSession();
+        script(u"fw"_s).on[u"currentLocation"_s] = [&] {
+            f.report(u"fw"_s, Status::ProgramRunning);
+            f.report(u"fw"_s, Status::ProgramPaused);
+        };
+        f.report(u"fw"_s, Status::ProgramPaused);
+        bool delivered = false; // after all reports that wait
+        QTimer::singleShot(AfterCallDelay, f.window.get(), [&] { delivered = true; });
+        QTRY_VERIFY(delivered);
+        QCOMPARE(f.state(), StatePaused);
     }
 
     void reportOfAnotherThreadIsShown()
@@ -592,6 +610,57 @@ private Q_SLOTS:
         QCOMPARE(during, QStringList{u"main.c"_s});
         QTRY_VERIFY(f.openFiles().contains(u"other.c"_s));
         QTRY_VERIFY(f.answers->allGiven());
+    }
+
+    void fileThatIsOpenedTwiceInAQuestionShowsTheSecondPlace()
+    {
+        const PluginWindow f;
+        f.openAll();
+        const auto host = queryInterface<IHost>(stub()->object(u"fw"_s)->query.get());
+        script(u"fw"_s).on[u"canAttach"_s] = [&] {
+            script(u"fw"_s).on.clear();
+            host->openFile(u"main.c"_s, 3, 1);
+            host->openFile(u"main.c"_s, 2, 2);
+        };
+        f.window->buildBuild();
+        const auto place = [&] {
+            const QTextCursor cursor = f.view()->currentEdit()->textCursor();
+            return std::pair(cursor.blockNumber(), cursor.positionInBlock());
+        };
+        QTRY_COMPARE(place(), std::pair(1, 1));
+    }
+
+    void lastMessageStays()
+    {
+        const PluginWindow f;
+        f.openAll();
+        const auto host = queryInterface<IHost>(stub()->object(u"fw"_s)->query.get());
+        script(u"fw-cc"_s).on[u"build"_s] = [&] { host->showMessage(u"Building"_s, 0); };
+        f.window->buildBuild();
+        host->showMessage(u"make was not found"_s, 0);
+        QTRY_COMPARE(f.window->statusBar()->currentMessage(), u"make was not found"_s);
+        bool delivered = false; // after all changes that wait
+        QTimer::singleShot(AfterCallDelay, f.window.get(), [&] { delivered = true; });
+        QTRY_VERIFY(delivered);
+        QCOMPARE(f.window->statusBar()->currentMessage(), u"make was not found"_s);
+    }
+
+    void messageThatReturnsInsideAQuestionStays()
+    {
+        const PluginWindow f;
+        f.openAll();
+        const auto host = queryInterface<IHost>(stub()->object(u"fw"_s)->query.get());
+        script(u"fw"_s).on[u"canAttach"_s] = [&] {
+            script(u"fw"_s).on.clear();
+            for (const QString &text : {u"Connected"_s, u"Reading"_s, u"Connected"_s})
+                host->showMessage(text, 0);
+        };
+        f.window->buildBuild();
+        QTRY_COMPARE(f.window->statusBar()->currentMessage(), u"Connected"_s);
+        bool delivered = false;
+        QTimer::singleShot(AfterCallDelay, f.window.get(), [&] { delivered = true; });
+        QTRY_VERIFY(delivered);
+        QCOMPARE(f.window->statusBar()->currentMessage(), u"Connected"_s);
     }
 
     void diagnosticsAreListedAndOpenTheirPlaces()
