@@ -29,7 +29,7 @@ IHostImpl::IHostImpl(PluginBinder *binder, WindowServices &window, Project *proj
 
 IHostImpl::~IHostImpl()
 {
-    qDeleteAll(m_progresses);
+    removeProgresses();
 }
 
 bool IHostImpl::isUsable() const
@@ -182,15 +182,21 @@ void IHostImpl::setProgress(int progress, int percent)
     });
 }
 
-/// Later, since it may be called by the click of its button.
 void IHostImpl::endProgress(int progress)
 {
     changeWindow("end of progress " + QByteArray::number(progress), [=, this] {
-        if (PluginProgress *shown = m_progresses.take(progress)) {
-            shown->hide();
-            shown->deleteLater();
-        }
+        if (PluginProgress *shown = m_progresses.take(progress))
+            shown->end();
     });
+}
+
+void IHostImpl::removeProgresses()
+{
+    const auto progresses = std::exchange(m_progresses, {});
+    for (PluginProgress *progress : progresses) {
+        if (progress)
+            progress->end();
+    }
 }
 
 // Settings
@@ -254,9 +260,9 @@ void IHostImpl::followProject()
 /// Releases the plug-in, which keeps a reference to this object. This object may be deleted when this returns.
 void IHostImpl::forget()
 {
-    const auto progresses = std::exchange(m_progresses, {});
+    m_project.clear();
+    removeProgresses();
     const auto events = std::exchange(m_events, {}); // released last
-    qDeleteAll(progresses);
 }
 
 /// Some changes are made by plug-ins, also by receivers of these events.

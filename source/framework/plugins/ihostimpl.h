@@ -47,14 +47,15 @@ private:
     bool open(const QString &path, int line, int column);
     void followProject();
     void forget();
+    void removeProgresses();
     template <auto Function, typename... Arguments>
     void report(ReportKey key, const Arguments &...arguments);
     template <auto Function, typename... Arguments>
     void send(const Arguments &...arguments);
 
     const QPointer<PluginBinder> m_binder;
-    WindowServices &m_window; ///< exists as long as m_binder
-    const QPointer<Project> m_project;
+    WindowServices &m_window;    ///< exists as long as m_binder
+    QPointer<Project> m_project; ///< null after it was unbound
     const QString m_settingsGroup;
     std::vector<InterfacePtr<IHostEvents>> m_events;
     QHash<int, QPointer<PluginProgress>> m_progresses;

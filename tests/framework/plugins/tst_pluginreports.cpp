@@ -120,11 +120,12 @@ public:
     }
     void configurationChanged(const QString &configuration) override { log += u"configuration "_s + configuration; }
     void currentProjectChanged(bool own) override { log += u"current %1"_s.arg(own); }
-    void cancelled(int progress) override { log += u"cancelled %1"_s.arg(progress); }
+    void cancelled(int progress) override { react(u"cancelled %1"_s.arg(progress), onCancelled); }
 
     QStringList log;
     std::function<void()> onFiles;
     std::function<void()> onProperty;
+    std::function<void()> onCancelled;
     int depth = 0;
     int maximumDepth = 0;
 
@@ -761,6 +762,31 @@ private Q_SLOTS:
         host->setProgress(number, 50);
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
         QVERIFY(!shown);
+    }
+
+    /// Its button is in its event then.
+    void progressOfAProjectThatIsRemovedWhenItIsCancelledIsDeletedLater()
+    {
+        const PluginWindow f(2);
+        f.openAll();
+        const auto host = queryInterface<IHost>(stub()->object(u"fw"_s)->query.get());
+        const InterfacePtr<Events> events(new Events);
+        const int number = host->beginProgress(u"Flashing"_s, events.get());
+        const QPointer<QWidget> widget = f.window->statusBar()->findChild<QWidget *>(u"PluginProgress%1"_s.arg(number));
+        QVERIFY(widget);
+        bool existed = false;
+        bool hidden = false;
+        events->onCancelled = [&] {
+            f.window->projectWorkspace()->removeProject(f.window->activity().projects()[0]);
+            existed = widget;
+            hidden = !widget || widget->isHidden();
+        };
+        widget->findChild<QToolButton *>()->click();
+        QVERIFY(existed && hidden);
+        events->addRef();
+        QCOMPARE(events->release(), 1ul);
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        QVERIFY(!widget);
     }
 
     void settingsAreThoseOfThePlugin()
