@@ -154,7 +154,9 @@ void ProjectWorkspace::append(Project *project)
 void ProjectWorkspace::removeProject(const Project *project)
 {
     VARNEL_ASSERT(project);
-    const int index = indexOf(project);
+    if (const int listed = indexOf(project); listed >= 0)
+        Q_EMIT projectRemoving(m_projects[size_t(listed)].get());
+    const int index = indexOf(project); // a receiver may have removed it or another one
     if (index < 0)
         return;
     const bool wasCurrent = index == m_current;

@@ -46,7 +46,8 @@ public Q_SLOTS:
 
 Q_SIGNALS:
     void currentProjectChanged();
-    void workspaceChanged(); ///< A project was added or removed.
+    void projectRemoving(Project *project); ///< It is still in the list.
+    void workspaceChanged();                ///< A project was added or removed.
     /// A project became active or inactive. An inactive project does not stay current if there is an active one.
     void projectActivityChanged();
 

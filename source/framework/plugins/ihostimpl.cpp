@@ -234,6 +234,10 @@ QIcon IHostImpl::icon(const QString &name)
 void IHostImpl::followProject()
 {
     connect(m_project, &QObject::destroyed, this, &IHostImpl::forget);
+    connect(m_binder, &PluginBinder::projectUnbound, this, [this](const Project *project) {
+        if (project == m_project)
+            forget();
+    });
     const auto filesChanged = [this] { report<&IHostEvents::filesChanged>("files"); };
     const auto configurationChanged = [this] {
         const QString name = m_project->currentConfiguration();

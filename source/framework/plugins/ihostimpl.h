@@ -12,8 +12,8 @@ class Project;
 class WindowServices;
 struct ReportKey;
 
-/// The services of the window for the plug-in objects of one project. Starts with no reference. After the project or
-/// the window was closed its functions have no effect.
+/// The services of the window for the plug-in objects of one project. Starts with no reference. After the project was
+/// unbound or the window was closed its functions have no effect.
 class IHostImpl : public QObject, public InterfaceObject<IHost>
 {
     Q_OBJECT

@@ -19,14 +19,30 @@
 #include "varnelassert.h"
 #include "windowservices.h"
 #include <algorithm>
+#include <iterator>
 #include <QAction>
 
 using namespace Qt::StringLiterals;
+
+namespace {
+/// @p text, with the project's name if it is taken, and with a number if that is taken too.
+QString freeText(const QStringList &taken, const QString &text, const QString &project)
+{
+    if (!taken.contains(text))
+        return text;
+    const QString named = DynamicMenus::commandText(text, project, 2);
+    QString free = named;
+    for (int number = 2; taken.contains(free); ++number)
+        free = named + u' ' + QString::number(number);
+    return free;
+}
+} // namespace
 
 PluginBinder::PluginBinder(const Activity &activity, WindowServices &window, QObject *parent)
     : QObject(parent), m_activity(activity), m_window(window)
 {
     connect(&activity, &Activity::projectLoaded, this, &PluginBinder::bindProjectPlugins);
+    connect(&activity, &Activity::projectUnbinding, this, &PluginBinder::unbindProjectPlugins);
     connect(&activity, &Activity::projectsChanged, this, &PluginBinder::notifyWorkspaceChanged);
     connect(&activity, &Activity::workspaceClosed, this, &PluginBinder::deleteExtensionDocks);
     connect(&activity, &Activity::workspaceReplaced, this, &PluginBinder::deleteExtensionDocks);
@@ -68,6 +84,22 @@ void PluginBinder::bindProjectPlugins(Project *project)
         bindBuildEnvironment(project);
     if (alive && !project->executionEnvironment().isEmpty())
         bindExecutionEnvironment(project);
+}
+
+/// The new objects of a project that is bound again use the names of its dock windows, so that these keep their places.
+void PluginBinder::unbindProjectPlugins(const Project *project)
+{
+    Q_EMIT projectUnbound(project);
+    std::erase_if(m_optionsPages, [project](const auto &entry) { return entry.first == project; });
+    const auto isOfProject = [project](const ExtensionDock &each) { return each.project == project; };
+    QList<ExtensionDock> docks;
+    std::ranges::copy_if(m_extensionDocks, std::back_inserter(docks), isOfProject);
+    if (!docks.isEmpty())
+        m_window.saveDockLayout();
+    m_extensionDocks.removeIf(isOfProject);
+    for (const ExtensionDock &each : std::as_const(docks))
+        delete each.dock;
+    std::erase_if(m_dockOwners, [project](const auto &owner) { return owner.first == project; });
 }
 
 void PluginBinder::bindBuildEnvironment(Project *project)
@@ -141,9 +173,19 @@ InterfacePtr<IBuildEvents> PluginBinder::makeBuildEvents(Project *project)
             [this, project](const QString &xml) { Q_EMIT xmlFeedback(xml, project); });
     connect(events, &IBuildEventsImpl::sigFeedback, m_window.outputWindow()->page(OutputWindow::Build),
             qOverload<const QString &>(&OutputPage::outputLine));
-    // reports of a plug-in object that outlives its project, because of another reference, are ignored
-    connect(project, &QObject::destroyed, events, [events] { events->disconnect(); });
+    disconnectWithProject(events, project);
     return shareInterface<IBuildEvents>(events);
+}
+
+/// Ignores the reports of a plug-in object that exists longer than its project, or than the project is bound to it,
+/// because there are other references.
+void PluginBinder::disconnectWithProject(QObject *events, const Project *project)
+{
+    connect(project, &QObject::destroyed, events, [events] { events->disconnect(); });
+    connect(this, &PluginBinder::projectUnbound, events, [events, project](const Project *unbound) {
+        if (unbound == project)
+            events->disconnect();
+    });
 }
 
 InterfacePtr<IExecutionEvents> PluginBinder::makeExecutionEvents(const Project *project,
@@ -156,7 +198,7 @@ InterfacePtr<IExecutionEvents> PluginBinder::makeExecutionEvents(const Project *
     connect(events, &IExecutionEventsImpl::sigProgramStatusChanged, this, &PluginBinder::programStatusChanged);
     connect(events, &IExecutionEventsImpl::sigStatusInfo, this, &PluginBinder::statusInfo);
     connect(events, &IExecutionEventsImpl::sigBreakpointsChanged, this, &PluginBinder::breakpointsChanged);
-    connect(project, &QObject::destroyed, events, [events] { events->disconnect(); });
+    disconnectWithProject(events, project);
     return shareInterface<IExecutionEvents>(events);
 }
 
@@ -200,27 +242,46 @@ void PluginBinder::addPluginDockWindows(IDockExtension *iface, const Project *pr
             addDockWindow(widget, project);
     }
     if (!widgets.isEmpty())
-        m_dockOwners.push_back(shareInterface(iface));
+        m_dockOwners.emplace_back(project, shareInterface(iface));
     m_window.restoreDockLayout();
 }
 
 void PluginBinder::addDockWindow(QWidget *widget, const Project *project)
 {
-    const auto titled = [&](const QString &caption) {
-        return DynamicMenus::commandText(caption, project->name(), int(m_activity.projects().size()));
-    };
-    const QString title = titled(widget->windowTitle());
     const QString stated = widget->property("dockName").toString(); // the same in every language
-    const QString ownName = stated.isEmpty() ? widget->windowTitle() : stated;
-    QString name = u"plugin"_s + ownName;
-    if (hasExtensionDock(name)) // of another project: the layout identifies windows by their names
-        name = u"plugin"_s + titled(ownName);
-    QDockWidget *dock = m_window.addDock(name, title, Qt::RightDockWidgetArea);
+    const QString name = dockName(stated.isEmpty() ? widget->windowTitle() : stated, project);
+    QDockWidget *dock = m_window.addDock(name, dockTitle(widget->windowTitle(), project), Qt::RightDockWidgetArea);
     dock->setFeatures(QDockWidget::DockWidgetClosable | QDockWidget::DockWidgetMovable
                       | QDockWidget::DockWidgetFloatable);
     dock->setWidget(widget); // this also shows the widget
     dock->hide();
-    m_extensionDocks.append(dock);
+    m_extensionDocks.append({project, dock});
+}
+
+/// The layout identifies windows by their names.
+QString PluginBinder::dockName(const QString &ownName, const Project *project) const
+{
+    QStringList taken;
+    for (const QDockWidget *dock : extensionDocks())
+        taken += dock->objectName();
+    return freeText(taken, u"plugin"_s + ownName, project->name());
+}
+
+QString PluginBinder::dockTitle(const QString &caption, const Project *project) const
+{
+    QStringList taken;
+    for (const QDockWidget *dock : extensionDocks())
+        taken += dock->windowTitle();
+    if (!isOnlyProject(project))
+        taken += caption;
+    return freeText(taken, caption, project->name());
+}
+
+/// A project that is bound may not be in the workspace yet.
+bool PluginBinder::isOnlyProject(const Project *project) const
+{
+    const QList<QPointer<Project>> all = m_activity.projects();
+    return std::ranges::all_of(all, [project](const auto &other) { return other == project; });
 }
 
 void PluginBinder::addOptionsPage(IOptionsPage *page, const Project *project)
@@ -241,17 +302,11 @@ std::vector<InterfacePtr<IOptionsPage>> PluginBinder::optionsPages() const
 QList<QDockWidget *> PluginBinder::extensionDocks() const
 {
     QList<QDockWidget *> docks;
-    for (QDockWidget *dock : m_extensionDocks) {
-        if (dock)
-            docks.append(dock);
+    for (const ExtensionDock &each : m_extensionDocks) {
+        if (each.dock)
+            docks.append(each.dock);
     }
     return docks;
-}
-
-bool PluginBinder::hasExtensionDock(const QString &name) const
-{
-    const QList<QDockWidget *> docks = extensionDocks();
-    return std::ranges::any_of(docks, [&name](const QDockWidget *dock) { return dock->objectName() == name; });
 }
 
 QList<MenuEntry> PluginBinder::extensionDockEntries() const

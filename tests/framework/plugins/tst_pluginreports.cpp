@@ -899,6 +899,50 @@ private Q_SLOTS:
         QCOMPARE(events->maximumDepth, 1);
     }
 
+    /// Another reference to the old plug-in objects must not keep what they have added to the window.
+    void hostOfAnUnboundProjectDoesNothing_data()
+    {
+        QTest::addColumn<bool>("removed");
+        QTest::newRow("reloaded with another option") << false;
+        QTest::newRow("removed") << true;
+    }
+
+    void hostOfAnUnboundProjectDoesNothing()
+    {
+        QFETCH(bool, removed);
+        const PluginWindow f(2);
+        f.openAll();
+        const auto query = shareInterface(stub()->object(u"fw"_s)->query.get());
+        const auto host = queryInterface<IHost>(query.get());
+        const InterfacePtr<Events> events(new Events);
+        const InterfacePtr<Page> page(new Page);
+        host->addEvents(events.get());
+        host->addOptionsPage(page.get());
+        host->setSetting(u"port"_s, 8);
+        const QPointer<Project> project = f.window->activity().projects()[0];
+        if (removed) {
+            f.window->projectWorkspace()->removeProject(project);
+        } else {
+            QByteArray content = f.read(u"fw.vnp"_s);
+            f.write(u"fw.vnp"_s,
+                    content.replace("executionenvironment=", "buildenvironmentoption='x' executionenvironment="));
+            QVERIFY(f.window->activity().currentProject() == project);
+            f.window->activity().reloadProject(project);
+        }
+        events->addRef();
+        QCOMPARE(events->release(), 1ul);
+        page->addRef();
+        QCOMPARE(page->release(), 1ul);
+        QCOMPARE(host->setting(u"port"_s, 3), QVariant(3));
+        host->addEvents(events.get());
+        events->addRef();
+        QCOMPARE(events->release(), 1ul);
+        if (!removed) {
+            const auto newHost = queryInterface<IHost>(stub()->object(u"fw"_s)->query.get());
+            QCOMPARE(newHost->setting(u"port"_s, 3).toInt(), 8);
+        }
+    }
+
     void hostWithoutItsProjectDoesNothing()
     {
         const PluginWindow f;
