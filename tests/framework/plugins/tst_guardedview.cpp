@@ -13,12 +13,15 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-QString throwsIn;  ///< the function that throws
-QStringList calls; ///< of the plug-in
+QString throwsIn;                              ///< the function that throws
+QStringList calls;                             ///< of the plug-in
+QHash<QString, std::function<void()>> actions; ///< of functions, once each
 
 void enter(const char *function)
 {
     calls += QString::fromLatin1(function);
+    if (const auto action = actions.take(QString::fromLatin1(function)))
+        action();
     if (throwsIn == QLatin1StringView(function))
         throw std::runtime_error("boom");
 }
@@ -196,7 +199,7 @@ class GuardedViewTest : public QObject
     std::unique_ptr<DialogAnswers> m_answers;
     PluginTemplate *m_plugin = nullptr;
 
-    bool open() { return m_workspace->openDocument(u"/tmp/a.png"_s, true); }
+    bool open(const QString &name = u"a.png"_s) { return m_workspace->openDocument(u"/tmp/"_s + name, true); }
     GuardedView *view() const { return qobject_cast<GuardedView *>(m_views->currentView()); }
     PluginView *inner() const { return view()->findChild<PluginView *>(); }
     GuardedDocument *document() const { return qobject_cast<GuardedDocument *>(view()->document()); }
@@ -272,6 +275,7 @@ private Q_SLOTS:
     void cleanup()
     {
         throwsIn.clear();
+        actions.clear();
         for (Document *document : m_workspace->documents())
             document->setModified(false);
         m_workspace->closeAll();
@@ -307,6 +311,59 @@ private Q_SLOTS:
         expectFailure();
         uses()[function](*this);
         throwsIn.clear();
+    }
+
+    /// An event loop of the function may give the user the time to close its view.
+    void viewThatIsClosedInAFunctionClosesAfterIt_data() { eachFunctionReachesThePlugin_data(); }
+
+    void viewThatIsClosedInAFunctionClosesAfterIt()
+    {
+        QFETCH(QString, function);
+        QVERIFY(open());
+        const QPointer<View> plugin(inner());
+        const QPointer<Document> pluginDocument(document()->inner());
+        bool alive = false;
+        const auto closeView = [&] {
+            m_views->closeCurrentView();
+            QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+            alive = plugin && pluginDocument;
+        };
+        actions.insert(function, closeView);
+        uses()[function](*this);
+        QVERIFY(actions.isEmpty());
+        QVERIFY(alive);
+        QTRY_VERIFY(m_workspace->documents().isEmpty());
+        QVERIFY(!plugin);
+        QVERIFY(!pluginDocument);
+    }
+
+    void viewThatIsClosedWhileItAsksClosesOnce()
+    {
+        QVERIFY(open());
+        calls.clear();
+        document()->setModified(true);
+        actions.insert(u"save"_s, [this] { m_views->closeCurrentView(); });
+        m_answers->press(QMessageBox::Yes);
+        m_views->closeCurrentView();
+        QVERIFY(m_workspace->documents().isEmpty());
+        QCOMPARE(calls.count(u"save"_s), 1);
+    }
+
+    void viewsThatCloseWhileMarkersAreClearedAreLeftOut()
+    {
+        for (const QString &name : {u"a.png"_s, u"b.png"_s, u"c.png"_s})
+            QVERIFY(open(name));
+        calls.clear();
+        View *current = m_views->currentView();
+        actions.insert(u"clearMarkers"_s, [&] {
+            for (const QPointer<View> &each : m_views->views().guarded()) {
+                if (each != current)
+                    each->close();
+            }
+        });
+        m_views->gotoLine(3, true);
+        QTRY_COMPARE(m_views->views().size(), 1);
+        QVERIFY(calls.count(u"clearMarkers"_s) < 3);
     }
 
     void exceptionOfATemplateIsReported_data()
