@@ -115,6 +115,25 @@ private Q_SLOTS:
         QVERIFY(QDir().rmdir(m_fileName));
     }
 
+    void saveDoesNotOverwriteANewerFile()
+    {
+        QStringList refused;
+        connect(m_project.get(), &Project::overwriteRefused, this, [&](const QString &name) { refused += name; });
+        m_project->setModified(true);
+        writeFile(m_fileName, "<project/>");
+        QFile file(m_fileName);
+        QVERIFY(file.open(QIODevice::ReadWrite));
+        QVERIFY(file.setFileTime(QDateTime::currentDateTime().addSecs(60), QFileDevice::FileModificationTime));
+        file.close();
+        QVERIFY(!m_iproject->save());
+        QCOMPARE(bytesOf(m_fileName), QByteArray("<project/>"));
+        QCOMPARE(refused, QStringList(m_fileName));
+        QVERIFY(m_project->isModified());
+        QVERIFY(m_project->save()); // as the user wants
+        QVERIFY(m_iproject->save());
+        QCOMPARE(refused.size(), 1);
+    }
+
     void listsRootFilesAndFilesOfFolders()
     {
         const auto files = rootFiles();

@@ -21,6 +21,7 @@
 #include <algorithm>
 #include <iterator>
 #include <QAction>
+#include <QDir>
 
 using namespace Qt::StringLiterals;
 
@@ -74,12 +75,21 @@ void PluginBinder::showFailure(const PluginFailure &failure)
         output->outputLine(builds ? OutputWindow::Build : OutputWindow::Debug, text);
 }
 
+void PluginBinder::showRefusedSave(const QString &fileName)
+{
+    if (OutputWindow *output = m_window.outputWindow())
+        output->outputLine(OutputWindow::Build,
+                           tr("A plug-in cannot save %1: the file has been modified outside of the editor.\n")
+                               .arg(QDir::toNativeSeparators(fileName)));
+}
+
 void PluginBinder::bindProjectPlugins(Project *project)
 {
     VARNEL_ASSERT(project);
     if (!project)
         return;
     const QPointer<Project> alive(project); // messages run the event loop
+    connect(project, &Project::overwriteRefused, this, &PluginBinder::showRefusedSave, Qt::UniqueConnection);
     if (!project->buildEnvironment().isEmpty())
         bindBuildEnvironment(project);
     if (alive && !project->executionEnvironment().isEmpty())

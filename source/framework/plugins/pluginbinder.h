@@ -80,6 +80,7 @@ private:
     [[nodiscard]] bool isOnlyProject(const Project *project) const;
     void inform(const QString &text);
     void showFailure(const PluginFailure &failure);
+    void showRefusedSave(const QString &fileName);
 
     const Activity &m_activity;
     WindowServices &m_window;

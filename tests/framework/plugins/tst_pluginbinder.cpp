@@ -98,6 +98,12 @@ private:
         writeFile(name, content.replace(text, other));
     }
 
+    static bool setFileTime(const QString &name, const QDateTime &time)
+    {
+        QFile file(name);
+        return file.open(QIODevice::ReadWrite) && file.setFileTime(time, QFileDevice::FileModificationTime);
+    }
+
     static QWidget *widget(const QString &title)
     {
         auto *widget = new QWidget;
@@ -614,6 +620,19 @@ private Q_SLOTS:
         m_activity->addProject(makeProject(u"fw.vnp"_s));
         QCOMPARE(dockNames(), QString());
         QCOMPARE(m_stub->objectCount(), 0);
+    }
+
+    void refusedSaveOfAPluginIsReported()
+    {
+        buildScript(u"gcc"_s);
+        Project *project = addProject(u"fw"_s, u"gcc"_s, {});
+        m_binder->bindProjectPlugins(project);
+        m_binder->bindProjectPlugins(project);
+        QVERIFY(setFileTime(path(u"fw.vnp"_s), QDateTime::currentDateTime().addSecs(60)));
+        QVERIFY(!object(u"gcc"_s).project->save());
+        QCOMPARE(
+            page(OutputWindow::Build),
+            u"A plug-in cannot save %1: the file has been modified outside of the editor."_s.arg(path(u"fw.vnp"_s)));
     }
 
     void widgetWithATranslatedTitleStatesTheNameOfItsDock()
