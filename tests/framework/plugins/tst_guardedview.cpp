@@ -3,10 +3,12 @@
 #include "guardeddocument.h"
 #include "guardedtemplate.h"
 #include "guardedview.h"
+#include "newfiledialog.h"
 #include "syntaxhighlighter.h"
 #include "tabbedviewmanager.h"
 #include "textdocumenttemplate.h"
 #include "workspace.h"
+#include <QListWidget>
 #include <QSignalSpy>
 #include <QTest>
 
@@ -186,6 +188,27 @@ public:
     }
 
     QString nothing; ///< what it does not create
+};
+
+/// A language that a plug-in has derived from the template of text documents.
+class PluginLanguage : public TextDocumentTemplate
+{
+    Q_OBJECT
+public:
+    PluginLanguage()
+        : TextDocumentTemplate(u"Assembler"_s, {}, {}, {u"asm"_s}, std::make_unique<SyntaxHighlighter>(),
+                               std::make_unique<BaseIndent>())
+    {}
+    bool canCreate() override
+    {
+        enter("canCreate");
+        return true;
+    }
+    QString extension() override
+    {
+        enter("extension");
+        return u"asm"_s;
+    }
 };
 } // namespace
 
@@ -387,6 +410,57 @@ private Q_SLOTS:
         QVERIFY(m_workspace->documents().isEmpty());
         if (function != "canOpen"_L1)
             QCOMPARE(m_answers->shown, QStringList(u"The following file could not be opened:\n/tmp/a.png"_s));
+    }
+
+    void exceptionOfATemplateForNewFilesIsReported_data()
+    {
+        QTest::addColumn<QString>("function");
+        for (const char *function : {"canCreate", "extension", "create"})
+            QTest::newRow(function) << QString::fromLatin1(function);
+    }
+
+    void exceptionOfATemplateForNewFilesIsReported()
+    {
+        QFETCH(QString, function);
+        DocumentTemplate *docTemplate = m_workspace->templates().first();
+        QVERIFY(docTemplate->canCreate());
+        QCOMPARE(docTemplate->extension(), u"png"_s);
+        throwsIn = function;
+        expectFailure();
+        if (function == "create"_L1) {
+            m_answers->press(QMessageBox::Ok);
+            QVERIFY(!m_workspace->newDocument(docTemplate, u"/tmp/b.png"_s));
+            QVERIFY(m_workspace->documents().isEmpty());
+        } else if (function == "extension"_L1) {
+            QCOMPARE(docTemplate->extension(), QString());
+        } else {
+            QVERIFY(!docTemplate->canCreate());
+        }
+    }
+
+    /// It is not guarded by an object that stands for it.
+    void newFileDialogGuardsTextTemplatesOfPlugins()
+    {
+        auto language = std::make_unique<PluginLanguage>();
+        const QString name = language->name();
+        m_workspace->addTemplate(guardedTemplate(std::move(language)).release());
+        throwsIn = u"canCreate"_s;
+        expectFailure(); // of each of the two
+        expectFailure();
+        const auto names = [](const NewFileDialog &dialog) {
+            QStringList found;
+            const auto *list = dialog.findChild<QListWidget *>(u"fileIconView"_s);
+            for (int row = 0; row < list->count(); ++row)
+                found += list->item(row)->text();
+            return found;
+        };
+        QCOMPARE(names(NewFileDialog(*m_workspace, nullptr, {})), QStringList());
+        throwsIn.clear();
+        NewFileDialog dialog(*m_workspace, nullptr, {});
+        QCOMPARE(names(dialog), (QStringList{u"Picture"_s, name}));
+        throwsIn = u"extension"_s;
+        QTest::ignoreMessage(QtWarningMsg, "DocumentTemplate::extension: an exception has left the plug-in (boom)");
+        dialog.findChild<QListWidget *>(u"fileIconView"_s)->setCurrentRow(1);
     }
 
     void missingDocumentOrViewShowsAMessage_data()
