@@ -6,9 +6,11 @@
 #include "ibuildenvironment.h"
 #include "ibuildeventsimpl.h"
 #include "iexecutioneventsimpl.h"
+#include "iextensioncommands.h"
 #include "ihostimpl.h"
 #include "iperipherals.h"
 #include "iprojectimpl.h"
+#include "ipropertydefinitions.h"
 #include "iqueryplugininterfaceimpl.h"
 #include "iworkspaceclient.h"
 #include "messages.h"
@@ -37,6 +39,13 @@ QString freeText(const QStringList &taken, const QString &text, const QString &p
         free = named + u' ' + QString::number(number);
     return free;
 }
+
+/// Whether @p object is the Interface of the build environment of @p project, which may be null.
+template <typename Interface>
+bool offers(const Project *project, const void *object)
+{
+    return project && object && queryPlugin<Interface>(project->buildInterface()).get() == object;
+}
 } // namespace
 
 PluginBinder::PluginBinder(const Activity &activity, WindowServices &window, QObject *parent)
@@ -58,8 +67,8 @@ PluginBinder::~PluginBinder()
     deleteExtensionDocks();
 }
 
-/// Writes to the page to which the messages about failed commands refer. A failure that a plug-in repeats at each paint
-/// or event is written once in a while.
+/// Writes to the pages to which the messages about failed commands refer. A failure that a plug-in repeats at each
+/// paint or event is written once in a while.
 void PluginBinder::showFailure(const PluginFailure &failure)
 {
     constexpr int repeatAfter = 1000; // milliseconds
@@ -69,10 +78,33 @@ void PluginBinder::showFailure(const PluginFailure &failure)
         return;
     m_lastFailure = text;
     m_sinceFailure.start();
-    static const QStringList buildInterfaces{u"IBuildEnvironment"_s, u"IDebugBuild"_s, u"IProjectPopulate"_s};
-    const bool builds = buildInterfaces.contains(failure.operation.section(u"::"_s, 0, 0));
-    if (OutputWindow *output = m_window.outputWindow())
-        output->outputLine(builds ? OutputWindow::Build : OutputWindow::Debug, text);
+    OutputWindow *output = m_window.outputWindow();
+    if (output && isFailureOfBuild(failure))
+        output->outputLine(OutputWindow::Build, text);
+    if (output && isFailureOfDebugger(failure))
+        output->outputLine(OutputWindow::Debug, text);
+}
+
+bool PluginBinder::isFailureOfBuild(const PluginFailure &failure) const
+{
+    static const QStringList own{u"IBuildEnvironment"_s, u"IDebugBuild"_s, u"IProjectPopulate"_s,
+                                 u"IMakefileGenerator"_s};
+    const QString interface = failure.operation.section(u"::"_s, 0, 0);
+    if (own.contains(interface))
+        return true;
+    for (const QPointer<Project> &project : m_activity.projects()) { // both kinds of environments may offer these
+        if ((interface == "IExtensionCommands"_L1 && offers<IExtensionCommands>(project, failure.object))
+            || (interface == "IPropertyDefinitions"_L1 && offers<IPropertyDefinitions>(project, failure.object))
+            || (interface == "IWorkspaceClient"_L1 && offers<IWorkspaceClient>(project, failure.object)))
+            return true;
+    }
+    return false;
+}
+
+/// A failed build is also a failed start of the debugger.
+bool PluginBinder::isFailureOfDebugger(const PluginFailure &failure) const
+{
+    return failure.operation.startsWith("IDebugBuild::"_L1) || !isFailureOfBuild(failure);
 }
 
 void PluginBinder::showRefusedSave(const QString &fileName)

@@ -80,6 +80,8 @@ private:
     [[nodiscard]] bool isOnlyProject(const Project *project) const;
     void inform(const QString &text);
     void showFailure(const PluginFailure &failure);
+    [[nodiscard]] bool isFailureOfBuild(const PluginFailure &failure) const;
+    [[nodiscard]] bool isFailureOfDebugger(const PluginFailure &failure) const;
     void showRefusedSave(const QString &fileName);
 
     const Activity &m_activity;

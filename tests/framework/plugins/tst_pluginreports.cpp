@@ -3,9 +3,12 @@
 #include "callplugin.h"
 #include "extensioncommands.h"
 #include "ibuildenvironment.h"
+#include "idebugbuild.h"
 #include "idockextension.h"
 #include "iexecutionenvironment.h"
+#include "iextensioncommands.h"
 #include "ihost.h"
+#include "imakefilegenerator.h"
 #include "interfaceobject.h"
 #include "iprojectproperties.h"
 #include "iworkspaceclient.h"
@@ -277,6 +280,51 @@ private Q_SLOTS:
         f.window->debugRun();
         QVERIFY(
             f.page(u"Debug"_s).endsWith(u"The plug-in 'Stub' has failed in IExecutionEnvironment::start: no probe"_s));
+    }
+
+    void exceptionIsShownOnThePageOfTheCommand_data()
+    {
+        QTest::addColumn<QString>("label");
+        QTest::addColumn<QString>("call");
+        QTest::addColumn<QString>("operation");
+        QTest::addColumn<QStringList>("pages");
+        const QStringList build{u"Build"_s};
+        QTest::newRow("makefiles") << u"fw-cc"_s << u"makefiles"_s << u"IMakefileGenerator::makefiles"_s << build;
+        QTest::newRow("build before a session") << u"fw-cc"_s << u"buildForDebug"_s << u"IDebugBuild::buildForDebug"_s
+                                                << QStringList{u"Build"_s, u"Debug"_s};
+        QTest::newRow("command of a build environment")
+            << u"fw-cc"_s << u"execute"_s << u"IExtensionCommands::execute"_s << build;
+        QTest::newRow("command of an execution environment")
+            << u"fw"_s << u"execute"_s << u"IExtensionCommands::execute"_s << QStringList{u"Debug"_s};
+    }
+
+    void exceptionIsShownOnThePageOfTheCommand()
+    {
+        QFETCH(QString, label);
+        QFETCH(QString, call);
+        QFETCH(QString, operation);
+        QFETCH(QStringList, pages);
+        const PluginWindow f;
+        for (const QString &each : {u"fw"_s, u"fw-cc"_s}) {
+            script(each).offers += IExtensionCommands::Iid;
+            script(each).commands = {{u"check"_s, u"Check"_s, {}, true, false}};
+        }
+        script(u"fw-cc"_s).offers += {IMakefileGenerator::Iid, IDebugBuild::Iid};
+        f.openAll();
+        script(label).on[call] = [] { throw std::runtime_error("no licence"); };
+        QTest::ignoreMessage(QtWarningMsg,
+                             qPrintable(operation + u": an exception has left the plug-in (no licence)"_s));
+        if (call == "makefiles"_L1) {
+            f.window->projectGenerateMakefile();
+        } else if (call == "execute"_L1) {
+            const Activity &activity = f.window->activity();
+            label == "fw"_L1 ? executeDebugExtension(activity, 0) : executeBuildExtension(activity.currentProject(), 0);
+        } else {
+            f.answers->press(QMessageBox::Ok); // the start has failed
+            f.window->debugRun();
+        }
+        for (const QString &page : {u"Build"_s, u"Debug"_s})
+            QCOMPARE(f.page(page).contains(u"has failed in %1: no licence"_s.arg(operation)), pages.contains(page));
     }
 
     void exceptionInAnEventOfAPluginsObjectIsCaught()
