@@ -115,6 +115,22 @@ private Q_SLOTS:
         QVERIFY(QDir().rmdir(m_fileName));
     }
 
+    void unknownConfigurationIsCreated()
+    {
+        const InterfacePtr<IProjectProperties> properties(m_iproject->properties());
+        expectAssert(u"m_configurations.find(configuration) != m_configurations.end()"_s);
+        QCOMPARE(properties->propertyKeys(u"Missing"_s), QStringList());
+        QCOMPARE(properties->configurations(), (QStringList{u"Debug"_s, u"Missing"_s, u"Release"_s}));
+        QVERIFY(!properties->isModified());
+        properties->setProperty(u"key"_s, u"value"_s, u"Test"_s);
+        QCOMPARE(properties->configurations(), (QStringList{u"Debug"_s, u"Missing"_s, u"Release"_s, u"Test"_s}));
+        QCOMPARE(properties->property(u"key"_s, u"Test"_s, false), u"value"_s);
+        QVERIFY(properties->isModified());
+        properties->setModified(false);
+        QVERIFY(!properties->isModified());
+        QVERIFY(m_iproject->isModified());
+    }
+
     void saveDoesNotOverwriteANewerFile()
     {
         QStringList refused;

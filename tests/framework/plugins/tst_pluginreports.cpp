@@ -1,8 +1,12 @@
 #include "../../plugins/stub/stub.h"
 #include "activity.h"
+#include "baseindent.h"
 #include "callplugin.h"
+#include "documenttemplate.h"
 #include "extensioncommands.h"
+#include "guardedtemplate.h"
 #include "ibuildenvironment.h"
+#include "icustomdocumentplugin.h"
 #include "idebugbuild.h"
 #include "idockextension.h"
 #include "iexecutionenvironment.h"
@@ -14,10 +18,13 @@
 #include "iworkspaceclient.h"
 #include "outputpage.h"
 #include "outputwindow.h"
+#include "syntaxhighlighter.h"
+#include "textdocumenttemplate.h"
 #include "windowfixture.h"
 #include <QDockWidget>
 #include <QLabel>
 #include <QLineEdit>
+#include <QListWidget>
 #include <QPluginLoader>
 #include <QProgressBar>
 #include <QProgressDialog>
@@ -45,7 +52,9 @@ StubScript &script(const QString &label)
 class PluginWindow : public WindowFixture
 {
 public:
-    explicit PluginWindow(int projects = 1) : WindowFixture((prepare(), QList<QByteArray>{"varnel"}))
+    /// @p more sets what the program reads when it starts.
+    explicit PluginWindow(int projects = 1, const std::function<void()> &more = {})
+        : WindowFixture((prepare(more), QList<QByteArray>{"varnel"}))
     {
         write(u"main.c"_s, "one\ntwo\nthree\n");
         QStringList files;
@@ -92,9 +101,11 @@ public:
     }
 
 private:
-    static void prepare()
+    static void prepare(const std::function<void()> &more)
     {
         stub()->reset();
+        if (more)
+            more();
         for (const QString &name : {u"fw"_s, u"dsp"_s}) {
             script(name).label = name;
             script(name).offers = {IExecutionEnvironment::Iid, IBreakpoints::Iid, IWorkspaceClient::Iid};
@@ -152,6 +163,77 @@ public:
     void apply(QWidget *page) override { applied = static_cast<QLineEdit *>(page)->text(); }
 
     QString applied;
+};
+
+/// A document that runs a function when it is asked whether its file is newer.
+class PictureDocument : public Document
+{
+public:
+    PictureDocument(DocumentTemplate *docTemplate, std::function<void()> asked)
+        : Document(docTemplate), m_asked(std::move(asked))
+    {}
+    bool open(const QString &filename) override { return create(filename); }
+    bool create(const QString &filename) override
+    {
+        m_name = filename;
+        return true;
+    }
+    bool save() override { return true; }
+    bool saveAs(const QString &) override { return true; }
+    QDateTime lastModified() override { return {}; }
+    QString filename() override { return m_name; }
+    QString title() override { return m_name; }
+    bool isNewerOnDisk() override
+    {
+        m_asked();
+        return false;
+    }
+
+private:
+    const std::function<void()> m_asked;
+    QString m_name;
+};
+
+class PictureView : public View
+{
+public:
+    using View::View;
+    void print() override {}
+    bool queryInterface(const QString &, void **) override { return false; }
+    using View::update;
+    void update(View *, bool) override {}
+};
+
+class PictureTemplate : public DocumentTemplate
+{
+public:
+    explicit PictureTemplate(std::function<void()> asked)
+        : DocumentTemplate(u"Picture"_s, {}, {}), m_asked(std::move(asked))
+    {}
+    bool canOpen(const QString &) override { return false; }
+    Document *createDocument() override { return new PictureDocument(this, m_asked); }
+    View *createView(Document *document) override { return new PictureView(document); }
+    QString extension() override { return u"picture"_s; }
+
+private:
+    const std::function<void()> m_asked;
+};
+/// A language that is derived from the template of text documents.
+class Language : public TextDocumentTemplate
+{
+public:
+    Language()
+        : TextDocumentTemplate(u"Assembler"_s, {}, {}, {u"asm"_s}, std::make_unique<SyntaxHighlighter>(),
+                               std::make_unique<BaseIndent>())
+    {}
+    bool canOpen(const QString &filename) override
+    {
+        if (throws)
+            throw std::runtime_error("boom");
+        return TextDocumentTemplate::canOpen(filename);
+    }
+
+    static inline bool throws = false;
 };
 } // namespace
 
@@ -457,6 +539,42 @@ private Q_SLOTS:
         QVERIFY(projects[0]->containsFile(f.path(u"main.c"_s)));
         QVERIFY(projects[1]->containsFile(f.path(u"new.c"_s)));
         QVERIFY(!projects[1]->containsFile(f.path(u"main.c"_s)));
+    }
+
+    void contentsMayArriveInsideACall_data()
+    {
+        QTest::addColumn<QString>("label");
+        QTest::addColumn<QString>("call");
+        for (const QString &call : {u"build"_s, u"stop"_s, u"canCompile"_s})
+            QTest::newRow(qPrintable(call)) << u"fw-cc"_s << call;
+        for (const QString &call : {u"canAttach"_s, u"start"_s, u"currentLocation"_s, u"breakpoints"_s})
+            QTest::newRow(qPrintable(call)) << u"fw"_s << call;
+    }
+
+    void contentsMayArriveInsideACall()
+    {
+        QFETCH(QString, label);
+        QFETCH(QString, call);
+        const PluginWindow f;
+        f.openAll();
+        const auto events = shareInterface(stub()->object(u"fw-cc"_s)->buildEvents.get());
+        Project *project = f.window->activity().currentProject();
+        bool duringCall = false;
+        script(label).on[call] = [&] {
+            script(label).on.clear();
+            events->xmlFeedback(u"<project><file path='new.c'/></project>"_s);
+            duringCall = project->containsFile(f.path(u"new.c"_s));
+        };
+        f.window->buildBuild();
+        f.window->buildStopBuild();
+        events->buildFinished(true);
+        f.window->debugRun();
+        f.report(u"fw"_s, Status::ProgramPaused);
+        QVERIFY(script(label).on.isEmpty());
+        QVERIFY(!duringCall);
+        QTRY_VERIFY(project->containsFile(f.path(u"new.c"_s)));
+        QVERIFY(!project->containsFile(f.path(u"main.c"_s)));
+        QCOMPARE(f.state(), StatePaused);
     }
 
     void unreadableContentsChangeNothingAndAreReported()
@@ -1008,6 +1126,58 @@ private Q_SLOTS:
         host->addOptionsPage(nullptr);
         QCOMPARE(host->setting(u"key"_s, 3), QVariant(3));
         QCOMPARE(f.page(u"Build"_s), QString());
+    }
+
+    // Documents
+
+    /// A function of a document may run an event loop, in which the user closes another one.
+    void documentsThatCloseWhileAllAreCheckedAreLeftOut()
+    {
+        const PluginWindow f;
+        f.openAll();
+        int asked = 0;
+        auto kind = std::make_unique<PictureTemplate>([&] {
+            ++asked;
+            for (const QPointer<View> &view : f.window->viewManager()->views().guarded()) {
+                if (view && view != f.window->viewManager()->currentView())
+                    view->close();
+            }
+        });
+        f.window->workspace()->addTemplate(guardedTemplate(std::move(kind)).release());
+        for (const QString &name : {u"a.picture"_s, u"b.picture"_s, u"c.picture"_s}) {
+            f.write(name, "x");
+            QVERIFY(f.window->workspace()->newDocument(f.window->workspace()->templates().last(), f.path(name)));
+        }
+        f.window->fileSaveAll();
+        QVERIFY2(asked < 3, "a document without a view was asked");
+        QTRY_COMPARE(f.window->viewManager()->views().size(), 1);
+    }
+
+    /// A template of text documents represents itself, also one that a plug-in has derived from it.
+    void exceptionOfALanguageDoesNotEndTheCreationOfAFile()
+    {
+        const PluginWindow f(1, [] {
+            script(u"language"_s).type = IPluginObject::CustomDocument;
+            script(u"language"_s).offers = {ICustomDocumentPlugin::Iid};
+            script(u"language"_s).documentTemplate = [] { return new Language; };
+        });
+        f.installation.write(u"data/filetemplates/start/template.xml"_s,
+                             "<template><displayname>Start</displayname></template>");
+        f.installation.write(u"data/filetemplates/start/$name$.start"_s, "text");
+        f.openAll();
+        Language::throws = true;
+        QTest::ignoreMessage(QtWarningMsg, "DocumentTemplate::canOpen: an exception has left the plug-in (boom)");
+        const auto choose = [](QDialog *dialog) {
+            auto *list = dialog->findChild<QListWidget *>(u"fileIconView"_s);
+            list->setCurrentItem(list->findItems(u"Start"_s, Qt::MatchExactly).value(0));
+            dialog->findChild<QLineEdit *>(u"nameEdit"_s)->setText(u"new"_s);
+            QMetaObject::invokeMethod(dialog, "accept", Qt::QueuedConnection);
+        };
+        f.answers->meet(choose);
+        f.window->fileNew();
+        QVERIFY(f.answers->allGiven());
+        Language::throws = false;
+        QVERIFY(f.window->viewManager()->currentDocument()->filename().endsWith("/new.start"_L1));
     }
 
     void emptyFileIsNotAdded()
