@@ -4097,6 +4097,12 @@ Einzelheiten stehen im Ausgabefenster auf der Seite &quot;Debuggen&quot;.</trans
         <translation>%1 hat versagt in %2: %3
 </translation>
     </message>
+    <message>
+        <source>A plug-in cannot save %1: the file has been modified outside of the editor.
+</source>
+        <translation>Ein Plug-in kann %1 nicht speichern: Die Datei wurde außerhalb des Editors geändert.
+</translation>
+    </message>
 </context>
 <context>
     <name>PluginManager</name>

@@ -18,10 +18,12 @@ namespace {
 struct WaitingReport
 {
     QPointer<QObject> receiver;
-    QByteArray key;
+    ReportKey key;
     std::function<void()> deliver;
-    QList<QByteArray> causes;   ///< the keys of the reports whose delivery has led to this one
     bool fromEventLoop = false; ///< not delivered by the end of the call
+    QList<ReportKey> causes{};  ///< the keys of the reports whose delivery has led to this one
+    bool fromQuestion = false;  ///< of a function with a result
+    quint64 number = 0;         ///< rises in the order of their arrival
 };
 
 std::function<void(const PluginFailure &)> failureHandler;
@@ -33,22 +35,44 @@ constexpr int NoCall = -1;
 int callLoopLevel = NoCall; ///< the number of event loops that ran when the innermost call started
 bool callAsks = false;      ///< the innermost call is one of a function with a result
 QList<WaitingReport> waiting;
+quint64 lastNumber = 0;                 ///< of the reports that were added to these
 QPointer<QCoreApplication> deliveryDue; ///< the application whose timer will deliver them
 QMutex foreignMutex;
 QList<WaitingReport> foreign; ///< the reports of other threads, which the mutex protects
-QList<QByteArray> delivering; ///< the key of the report whose receiver runs, behind those of its causes
+QList<ReportKey> delivering;  ///< the key of the report whose receiver runs, behind those of its causes
 
 int loopLevel()
 {
     return QThread::currentThread()->loopLevel();
 }
 
+bool areEqual(const ReportKey &one, const ReportKey &other)
+{
+    return one.subject == other.subject && one.value == other.value;
+}
+
+/// A report that is no answer to a question is news: those on its subject that have led to it are outdated, and an
+/// equal one that follows does not repeat them.
+QList<ReportKey> causesOf(const WaitingReport &report)
+{
+    QList<ReportKey> causes = delivering;
+    if (!report.fromQuestion)
+        causes.removeIf([&report](const ReportKey &key) { return key.subject == report.key.subject; });
+    return causes;
+}
+
 void deliver(const WaitingReport &report)
 {
     if (!report.receiver)
         return;
-    const auto outer = std::exchange(delivering, report.causes + QList{report.key});
-    const auto end = qScopeGuard([&outer] { delivering = outer; });
+    QList<ReportKey> outer = std::exchange(delivering, report.causes + QList{report.key});
+    const auto isOutdated = [&report](const ReportKey &key) {
+        return !report.fromQuestion && key.subject == report.key.subject && key.value != report.key.value;
+    };
+    const auto end = qScopeGuard([&] {
+        outer.removeIf(isOutdated); // this one was received in an event loop of their receiver
+        delivering = outer;
+    });
     report.deliver();
 }
 
@@ -62,14 +86,19 @@ void afterEvents(void (*function)())
 
 void deliverLater();
 
+/// Delivers those that wait now. They stay in the list until it is their turn: another one that is received in an event
+/// loop of a receiver must not overtake them, and may replace them.
 void deliverWaiting(bool fromEventLoop)
 {
-    const QList<WaitingReport> reports = std::exchange(waiting, {});
-    for (const WaitingReport &report : reports) {
-        if (report.fromEventLoop && !fromEventLoop)
-            waiting.append(report);
-        else
-            deliver(report);
+    const quint64 last = lastNumber;
+    const auto isDue = [=](const WaitingReport &report) {
+        return report.number <= last && (fromEventLoop || !report.fromEventLoop);
+    };
+    for (auto next = std::ranges::find_if(waiting, isDue); next != waiting.end();
+         next = std::ranges::find_if(waiting, isDue)) {
+        const WaitingReport report = *next;
+        waiting.erase(next);
+        deliver(report);
     }
     if (!waiting.isEmpty())
         deliverLater();
@@ -86,17 +115,37 @@ void deliverLater()
     });
 }
 
+/// Whether a report of a function with a result repeats one that has caused it, and says nothing new: only reports of
+/// such functions on its subject, which it replaces, were received meanwhile.
+bool isRepetition(const WaitingReport &report)
+{
+    const auto isEqual = [&report](const ReportKey &other) { return areEqual(report.key, other); };
+    const auto isNewer = [&report](const WaitingReport &other) {
+        return other.key.subject == report.key.subject && !other.fromQuestion;
+    };
+    return std::ranges::any_of(delivering, isEqual) && std::ranges::none_of(waiting, isNewer);
+}
+
 /// Delivers a report of the thread of its receiver at once, or keeps it until the end of the call.
 void receiveReport(WaitingReport report)
 {
     const bool insideCall = isInsidePluginCall();
-    const auto isEqual = [&report](const WaitingReport &other) { return other.key == report.key; };
-    if (insideCall && callAsks && (delivering.contains(report.key) || std::ranges::any_of(waiting, isEqual)))
+    report.fromQuestion = insideCall && callAsks;
+    if (report.fromQuestion && isRepetition(report)) {
+        waiting.removeIf([&report](const WaitingReport &other) { return other.key.subject == report.key.subject; });
         return;
-    report.causes = delivering;
-    if (!insideCall && std::ranges::all_of(waiting, &WaitingReport::fromEventLoop))
+    }
+    if (report.fromQuestion) {
+        waiting.removeIf([&report](const WaitingReport &earlier) {
+            return areEqual(earlier.key, report.key) && earlier.key.detail == report.key.detail;
+        });
+    }
+    report.causes = causesOf(report);
+    const bool mayOvertake = !report.fromEventLoop && std::ranges::all_of(waiting, &WaitingReport::fromEventLoop);
+    if (!insideCall && (waiting.isEmpty() || mayOvertake))
         return deliver(report);
     const bool isDue = !insideCall || report.fromEventLoop;
+    report.number = ++lastNumber;
     waiting.append(std::move(report));
     if (isDue)
         deliverLater();
@@ -138,7 +187,8 @@ void addForeignReport(WaitingReport report)
     const QMutexLocker lock(&foreignMutex);
     const bool isFirst = foreign.isEmpty();
     foreign.removeIf([&report](const WaitingReport &earlier) {
-        return earlier.key == report.key && earlier.receiver == report.receiver;
+        return areEqual(earlier.key, report.key) && earlier.key.detail == report.key.detail
+               && earlier.receiver == report.receiver;
     });
     foreign.append(std::move(report));
     QCoreApplication *application = QCoreApplication::instance();
@@ -174,11 +224,11 @@ QString pluginOf(const void *object)
 void warnOfException(const char *operation, const char *what, const void *object)
 {
     qWarning("%s: an exception has left the plug-in (%s)", operation, what);
-    const PluginFailure failure{pluginOf(object), QString::fromUtf8(operation), QString::fromUtf8(what)};
+    const PluginFailure failure{pluginOf(object), QString::fromUtf8(operation), QString::fromUtf8(what), object};
     if (const auto handler = failureHandler)
         handler(failure);
     else if (earlierFailures.size() < MostEarlierFailures)
-        earlierFailures.append(failure);
+        earlierFailures.append({failure.plugin, failure.operation, failure.text}); // the object may be gone by then
 }
 
 bool isInsidePluginCall()
@@ -211,16 +261,16 @@ void detail::pluginCallEnded()
         deliverLater();
 }
 
-void afterPluginCall(QObject *receiver, const QByteArray &key, std::function<void()> deliverReport)
+void afterPluginCall(QObject *receiver, const ReportKey &key, std::function<void()> deliverReport)
 {
     if (QThread::currentThread() != receiver->thread())
-        return addForeignReport({receiver, key, std::move(deliverReport), {}});
-    receiveReport({receiver, key, std::move(deliverReport), {}});
+        return addForeignReport({receiver, key, std::move(deliverReport)});
+    receiveReport({receiver, key, std::move(deliverReport)});
 }
 
-void afterEventsOfCall(QObject *receiver, const QByteArray &key, std::function<void()> deliverReport)
+void afterEventsOfCall(QObject *receiver, const ReportKey &key, std::function<void()> deliverReport)
 {
-    receiveReport({receiver, key, std::move(deliverReport), {}, true});
+    receiveReport({receiver, key, std::move(deliverReport), true});
 }
 
 void deliverPluginReports()

@@ -10,6 +10,7 @@
 #include <string>
 #include <string_view>
 #include <type_traits>
+#include <utility>
 class QObject;
 
 // Calls into plug-ins. A plug-in may throw although it must not, may call back while it is called, and may do both at
@@ -22,6 +23,7 @@ struct PluginFailure
     QString plugin;    ///< the plug-in's name; empty if it is not known
     QString operation; ///< "Class::function"
     QString text;
+    const void *object = nullptr; ///< the called one as the class of the operation; null if it is not known
 };
 
 /// Sets the function that shows failures to the user, besides the warning that each causes. An empty one removes it.
@@ -44,12 +46,27 @@ void warnOfException(const char *operation, const char *what, const void *object
 /// The time after which something is tried again that could not be done during a call.
 inline constexpr std::chrono::milliseconds AfterCallDelay{20};
 
+/// What a report is about, and what it says: the program status of an environment, and "paused". Reports are equal if
+/// both are.
+struct ReportKey
+{
+    ReportKey(const char *about) : subject(about) {}
+    ReportKey(QByteArray about, QByteArray says = {}, QByteArray distinction = {})
+        : subject(std::move(about)), value(std::move(says)), detail(std::move(distinction))
+    {}
+
+    QByteArray subject; ///< of which a later report replaces the earlier ones
+    QByteArray value;
+    QByteArray detail; ///< distinguishes reports that wait, although they are equal
+};
+
 /// Delivers a report of a plug-in by calling @p deliver: at once, or, if the report comes from inside a call, when the
-/// call has returned. Equal reports have the same @p key. A report from inside a function with a result, which only
-/// asks for something, is dropped if it is caused by the delivery of an equal one: otherwise the report of a change
-/// would start the same call again and again. A report is also dropped if @p receiver was deleted meanwhile. A report
-/// from another thread is delivered in that of @p receiver, in place of equal ones that still wait there.
-void afterPluginCall(QObject *receiver, const QByteArray &key, std::function<void()> deliver);
+/// call has returned. A report from inside a function with a result, which only asks for something, replaces an equal
+/// one that waits. It is dropped if it is caused by the delivery of an equal one: otherwise the report of a change
+/// would start the same call again and again. Then other reports of such functions on its subject that still wait are
+/// dropped too, since it is the last one. A report is also dropped if @p receiver was deleted meanwhile. A report from
+/// another thread is delivered in that of @p receiver, in place of equal ones that still wait there.
+void afterPluginCall(QObject *receiver, const ReportKey &key, std::function<void()> deliver);
 /// Delivers the reports that wait for the end of a call. To be called in a loop that waits for a report.
 void deliverPluginReports();
 

@@ -4,7 +4,7 @@
 /// Reports of an execution environment to the host. The host creates one object for each execution environment. A
 /// report from inside a function that the host has called is delivered when the function has returned; only text is
 /// shown at once. A report from a function with a result is dropped if the host has called it to handle an equal
-/// report.
+/// report, together with other reports on the same subject that the function has made before.
 class IExecutionEvents : public QUnknownInterface
 {
 public:

@@ -72,9 +72,10 @@ protected:
 /// The services of the host for the plug-in objects of one project. It is returned by the query object that
 /// IWorkspaceClient::setQueryInterface() passes: `queryInterface<IHost>(query)`, null in a host without it.
 ///
-/// Paths may be absolute or relative to the project. After the project was closed the functions have no effect. What
-/// changes the window (openFile(), showOutput(), showMessage() and the progress) is done soon after the host's call, if
-/// the plug-in asks for it from inside one; the result of openFile() is then whether the file exists.
+/// Paths may be absolute or relative to the project. After the project was closed, or bound to another plug-in object,
+/// the functions have no effect. What changes the window (openFile(), showOutput(), showMessage() and the progress) is
+/// done soon after the host's call, if the plug-in asks for it from inside one; the result of openFile() is then
+/// whether the file exists.
 class IHost : public QUnknownInterface
 {
 public:
@@ -109,15 +110,16 @@ public:
     /// A setting of the plug-in, kept for all projects of its user. @p key may contain "/" for groups.
     virtual QVariant setting(const QString &key, const QVariant &defaultValue) = 0;
     virtual void setSetting(const QString &key, const QVariant &value) = 0; ///< An invalid value removes the setting.
-    /// Adds a page to the dialog "Options" until the project is closed. The host keeps a reference. A second page with
-    /// the same title, of another project's object, is not shown.
+    /// Adds a page to the dialog "Options" until the plug-in object is released. The host keeps a reference. A second
+    /// page with the same title, of another project's object, is not shown.
     virtual void addOptionsPage(IOptionsPage *page) = 0;
 
     /// A picture of the host by its file name, "build.png", or an image file of the plug-in by its absolute path; null
     /// if there is none.
     virtual QIcon icon(const QString &name) = 0;
 
-    /// Reports events to @p events until the project is closed or removeEvents() is called. The host keeps a reference.
+    /// Reports events to @p events until the plug-in object is released or removeEvents() is called. The host keeps a
+    /// reference.
     virtual void addEvents(IHostEvents *events) = 0;
     virtual void removeEvents(IHostEvents *events) = 0;
 

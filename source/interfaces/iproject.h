@@ -23,7 +23,9 @@ public:
     virtual IProjectProperties *properties() = 0; ///< The project's store, with a reference for the caller.
     virtual QString currentConfiguration() = 0;   ///< The name of the configuration that is built and debugged.
     virtual bool isModified() = 0;                ///< There are changes that were not saved.
-    virtual bool save() = 0;                      ///< Writes the project file; false if it cannot be written.
+    /// Writes the project file. False if it cannot be written, or if another program has changed it since the host has
+    /// read or written it: then only the user may overwrite it, and the page "Build" says so.
+    virtual bool save() = 0;
     /// Adds files by absolute path. Each is added to the first top-level folder that has its extension, otherwise to
     /// the root. A file that is in the project already is added a second time.
     virtual void addFiles(QStringList paths) = 0;

@@ -71,9 +71,10 @@ void Activity::openWorkspace(std::unique_ptr<ProjectWorkspace> workspace)
     m_workspace = std::move(workspace);
     const QPointer<ProjectWorkspace> opened(m_workspace.get()); // plug-ins may close it
     connect(opened, &ProjectWorkspace::currentProjectChanged, this, &Activity::reportCurrentProject);
+    connect(opened, &ProjectWorkspace::projectRemoving, this, &Activity::projectRemoving);
+    connect(opened, &ProjectWorkspace::projectRemoving, this, &Activity::projectUnbinding);
     connect(opened, &ProjectWorkspace::workspaceChanged, this, &Activity::projectsChanged);
     connect(opened, &ProjectWorkspace::projectActivityChanged, this, &Activity::projectActivityChanged);
-    connect(opened, &ProjectWorkspace::projectRemoving, this, &Activity::projectRemoving);
     for (const QPointer<Project> &project : projects()) {
         if (project && project->openedOK())
             Q_EMIT projectLoaded(project);
@@ -118,6 +119,8 @@ void Activity::addProject(std::unique_ptr<Project> project)
         Q_EMIT projectLoaded(project.get());
     if (workspace)
         workspace->addProject(project.release());
+    else
+        Q_EMIT projectUnbinding(project.get());
 }
 
 void Activity::reloadProject(Project *project)
@@ -133,9 +136,13 @@ void Activity::reloadProject(Project *project)
         return;
     const bool loaded = project->load(project->fileName());
     if (loaded && environments() != before) {
-        project->setExecutionEnvironment(nullptr);
-        project->setBuildEnvironment(nullptr);
-        Q_EMIT projectLoaded(project);
+        Q_EMIT projectUnbinding(project);
+        if (alive)
+            project->setExecutionEnvironment(nullptr);
+        if (alive)
+            project->setBuildEnvironment(nullptr);
+        if (alive)
+            Q_EMIT projectLoaded(project);
     }
     if (m_workspace)
         Q_EMIT projectsChanged();

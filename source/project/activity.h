@@ -61,6 +61,7 @@ Q_SIGNALS:                                  // in the order in which a change em
     void projectLoaded(Project *project);    ///< A project is about to be shown; it was read without an error.
     void projectReloading(Project *project); ///< Its folders and files are about to be deleted.
     void projectRemoving(Project *project);  ///< It is about to be deleted, and still among the projects.
+    void projectUnbinding(Project *project); ///< Its plug-in objects are about to be released, and it stays or not.
     void workspaceOpened();                  ///< Its projects have been announced by projectLoaded().
     void projectsChanged();                  ///< Projects were opened, added or removed.
     void projectActivityChanged();           ///< A project became active or inactive.

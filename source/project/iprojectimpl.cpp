@@ -50,7 +50,10 @@ bool IProjectImpl::isModified()
 
 bool IProjectImpl::save()
 {
-    return m_object && m_object->save();
+    if (!m_object || !m_object->isNewerOnDisk())
+        return m_object && m_object->save();
+    Q_EMIT m_object->overwriteRefused(m_object->fileName()); // a question is no part of a plug-in's call
+    return false;
 }
 
 void IProjectImpl::addFiles(QStringList paths)

@@ -108,6 +108,7 @@ Q_SIGNALS: // the first folder is the parent, null for the root
     void configurationChanged(const QString &name); ///< The current one.
     void configurationsChanged();                   ///< One was added or removed.
     void contentsReplaced();                        ///< By a load. No other signal reports what is different.
+    void overwriteRefused(const QString &fileName); ///< A plug-in cannot save it, because its file is newer.
 
 private:
     friend class ProjectProperties;

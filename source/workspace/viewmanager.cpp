@@ -202,12 +202,12 @@ void ViewManager::updateAllDocuments(bool full)
 
 void ViewManager::gotoLine(int line, bool mark)
 {
-    View *current = currentView();
+    const QPointer<View> current = currentView(); // functions of a plug-in's view may close views
     if (auto *navigation = viewInterface<ITextNavigation>(current))
         navigation->gotoLine(line);
     if (!mark)
         return;
-    for (View *view : std::as_const(m_views)) {
+    for (const QPointer<View> &view : m_views.guarded()) {
         if (auto *markers = viewInterface<IViewWithMarkers>(view))
             markers->clearMarkers(IViewWithMarkers::LookupMarker);
     }

@@ -1,3 +1,4 @@
+#include "afterevents.h"
 #include "callplugin.h"
 #include "ibreakpoints.h"
 #include "imemoryverify.h"
@@ -82,13 +83,19 @@ class CallPluginTest : public QObject
     InterfacePtr<Plugin> m_plugin;
     QStringList m_log;
 
-    void report(const QByteArray &key, const std::function<void()> &action = {})
+    void report(const QByteArray &key, const std::function<void()> &action = {}) { reportStatus(key, {}, action); }
+    /// Reports of a subject are statuses: the last one counts.
+    void reportStatus(const QByteArray &subject, const QByteArray &status, const std::function<void()> &action = {})
     {
-        afterPluginCall(this, key, [this, key, action] {
-            m_log += QString::fromLatin1(key);
+        afterPluginCall(this, {subject, status}, logging(subject + status, action));
+    }
+    std::function<void()> logging(const QByteArray &text, const std::function<void()> &action = {})
+    {
+        return [this, text, action] {
+            m_log += QString::fromLatin1(text);
             if (action)
                 action();
-        });
+        };
     }
     void ask() { (void)askPlugin<&IMemoryVerify::verify>(m_plugin); }
     void call() { runPlugin<&IMemoryVerify::setVerify>(m_plugin, true); }
@@ -285,6 +292,128 @@ private Q_SLOTS:
         };
         call();
         QTRY_COMPARE(m_log, (QStringList{u"a"_s, u"b"_s, u"c"_s}));
+    }
+
+    // Statuses: the receiver ends up with the one that was reported last
+
+    void statusThatReturnsInsideAQuestionIsDeliveredLast()
+    {
+        m_plugin->action = [this] {
+            for (const char *status : {"running", "paused", "running"})
+                reportStatus("is ", status);
+        };
+        ask();
+        QCOMPARE(m_log, (QStringList{u"is paused"_s, u"is running"_s}));
+    }
+
+    void statusThatReturnsInAQuestionOfItsDeliveryReplacesTheOthers()
+    {
+        m_plugin->action = [this] {
+            reportStatus("is ", "paused", [this] {
+                m_plugin->action = [this] {
+                    reportStatus("is ", "running");
+                    report("other");
+                    reportStatus("is ", "paused");
+                };
+                ask();
+            });
+        };
+        call();
+        QTRY_COMPARE(m_log, (QStringList{u"is paused"_s, u"other"_s}));
+    }
+
+    void statusThatReturnsAfterOneOfACommandIsDelivered()
+    {
+        m_plugin->action = [this] {
+            reportStatus("is ", "paused", [this] {
+                m_plugin->action = [this] { reportStatus("is ", "paused"); };
+                ask();
+            });
+            reportStatus("is ", "running");
+        };
+        call();
+        QTRY_COMPARE(m_log, (QStringList{u"is paused"_s, u"is running"_s, u"is paused"_s}));
+    }
+
+    void statusThatReturnsAfterACommandOfItsDeliveryIsDelivered()
+    {
+        m_plugin->action = [this] {
+            reportStatus("is ", "paused", [this] {
+                m_plugin->action = [this] {
+                    reportStatus("is ", "running", [this] {
+                        m_plugin->action = [this] { reportStatus("is ", "paused"); };
+                        ask();
+                    });
+                };
+                call();
+            });
+        };
+        call();
+        QTRY_COMPARE(m_log, (QStringList{u"is paused"_s, u"is running"_s, u"is paused"_s}));
+    }
+
+    void statusThatReturnsInAnEventLoopOfItsDeliveryIsDelivered()
+    {
+        m_plugin->action = [this] {
+            reportStatus("is ", "paused", [this] {
+                m_plugin->action = [this] { reportStatus("is ", "paused"); };
+                QEventLoop loop;
+                QTimer::singleShot(0, &loop, [&] {
+                    reportStatus("is ", "running");
+                    ask();
+                    loop.quit();
+                });
+                loop.exec();
+            });
+        };
+        call();
+        QTRY_COMPARE(m_log, (QStringList{u"is paused"_s, u"is running"_s, u"is paused"_s}));
+    }
+
+    void reportInAnEventLoopOfADeliveryDoesNotOvertakeTheWaitingOnes()
+    {
+        m_plugin->action = [this] {
+            report("a", [this] {
+                QEventLoop loop;
+                QTimer::singleShot(0, &loop, [&] { report("c", [&loop] { loop.quit(); }); });
+                loop.exec();
+            });
+            report("b");
+        };
+        call();
+        QCOMPARE(m_log, (QStringList{u"a"_s, u"b"_s, u"c"_s}));
+    }
+
+    // Changes of the window
+
+    void changeOutsideOfACallDoesNotOvertakeThoseOfACall()
+    {
+        m_plugin->action = [this] { afterEventsOfCall(this, "a", logging("a")); };
+        call();
+        afterEventsOfCall(this, "b", logging("b"));
+        QCOMPARE(m_log, QStringList());
+        QTRY_COMPARE(m_log, (QStringList{u"a"_s, u"b"_s}));
+        afterEventsOfCall(this, "c", logging("c"));
+        QCOMPARE(m_log.size(), 3);
+    }
+
+    void statusDoesNotWaitForChangesOfTheWindow()
+    {
+        m_plugin->action = [this] { afterEventsOfCall(this, "a", logging("a")); };
+        call();
+        report("b");
+        QCOMPARE(m_log, QStringList(u"b"_s));
+        QTRY_COMPARE(m_log, (QStringList{u"b"_s, u"a"_s}));
+    }
+
+    void equalChangesWithDifferentDetailsAreBothMade()
+    {
+        m_plugin->action = [this] {
+            for (const char *detail : {"1", "2", "1"})
+                afterEventsOfCall(this, {"a", {}, detail}, logging(detail));
+        };
+        ask();
+        QTRY_COMPARE(m_log, (QStringList{u"2"_s, u"1"_s}));
     }
 
     void reportOfADeletedReceiverIsDropped()

@@ -317,6 +317,51 @@ private Q_SLOTS:
         QCOMPARE(names(), QStringList{u"lib"_s});
     }
 
+    void projectIsUnboundBeforeItsEnvironmentsAreReleased_data()
+    {
+        QTest::addColumn<bool>("removed");
+        QTest::addColumn<QStringList>("expected");
+        QTest::newRow("removed") << true << QStringList{u"removing fw in fw lib"_s, u"unbinding fw, bound"_s};
+        QTest::newRow("reloaded") << false << QStringList{u"unbinding fw, bound"_s};
+    }
+
+    void projectIsUnboundBeforeItsEnvironmentsAreReleased()
+    {
+        QFETCH(bool, removed);
+        QFETCH(QStringList, expected);
+        m_activity->openWorkspace(makeWorkspace({u"fw"_s, u"lib"_s}));
+        const QPointer<Project> project = m_activity->projects().first();
+        const auto environment = InterfacePtr<IExecutionEnvironment>(new FakeEnvironment);
+        project->setExecutionInterface(environment.get());
+        QStringList log;
+        connect(m_activity.get(), &Activity::projectRemoving, this,
+                [&](const Project *each) { log += u"removing "_s + each->name() + u" in "_s + names().join(u' '); });
+        connect(m_activity.get(), &Activity::projectUnbinding, this, [&](const Project *each) {
+            log += u"unbinding "_s + each->name() + (each->executionInterface() ? u", bound"_s : u", free"_s);
+        });
+        if (removed) {
+            m_activity->workspace()->removeProject(project);
+        } else {
+            m_activity->reloadProject(project);
+            QCOMPARE(log, QStringList()); // it names the same environments
+            writeFile(project->fileName(), "<project executionenvironmentoption='other'/>");
+            m_activity->reloadProject(project);
+            QVERIFY(!project->executionInterface());
+        }
+        QCOMPARE(log, expected);
+    }
+
+    void workspaceMayCloseWhileAProjectIsUnbound()
+    {
+        m_activity->openWorkspace(makeWorkspace({u"fw"_s}));
+        const QPointer<Project> project = m_activity->projects().first();
+        connect(m_activity.get(), &Activity::projectUnbinding, this, [this] { m_activity->closeWorkspace(); });
+        writeFile(project->fileName(), "<project executionenvironmentoption='other'/>");
+        m_activity->reloadProject(project);
+        QVERIFY(!project);
+        QVERIFY(!m_activity->workspace());
+    }
+
     void environmentsAreThoseOfTheProjectsThatHaveOne()
     {
         m_activity->openWorkspace(makeWorkspace({u"fw"_s, u"doc"_s, u"dsp"_s}));

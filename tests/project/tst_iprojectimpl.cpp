@@ -115,6 +115,41 @@ private Q_SLOTS:
         QVERIFY(QDir().rmdir(m_fileName));
     }
 
+    void unknownConfigurationIsCreated()
+    {
+        const InterfacePtr<IProjectProperties> properties(m_iproject->properties());
+        expectAssert(u"m_configurations.find(configuration) != m_configurations.end()"_s);
+        QCOMPARE(properties->propertyKeys(u"Missing"_s), QStringList());
+        QCOMPARE(properties->configurations(), (QStringList{u"Debug"_s, u"Missing"_s, u"Release"_s}));
+        QVERIFY(!properties->isModified());
+        properties->setProperty(u"key"_s, u"value"_s, u"Test"_s);
+        QCOMPARE(properties->configurations(), (QStringList{u"Debug"_s, u"Missing"_s, u"Release"_s, u"Test"_s}));
+        QCOMPARE(properties->property(u"key"_s, u"Test"_s, false), u"value"_s);
+        QVERIFY(properties->isModified());
+        properties->setModified(false);
+        QVERIFY(!properties->isModified());
+        QVERIFY(m_iproject->isModified());
+    }
+
+    void saveDoesNotOverwriteANewerFile()
+    {
+        QStringList refused;
+        connect(m_project.get(), &Project::overwriteRefused, this, [&](const QString &name) { refused += name; });
+        m_project->setModified(true);
+        writeFile(m_fileName, "<project/>");
+        QFile file(m_fileName);
+        QVERIFY(file.open(QIODevice::ReadWrite));
+        QVERIFY(file.setFileTime(QDateTime::currentDateTime().addSecs(60), QFileDevice::FileModificationTime));
+        file.close();
+        QVERIFY(!m_iproject->save());
+        QCOMPARE(bytesOf(m_fileName), QByteArray("<project/>"));
+        QCOMPARE(refused, QStringList(m_fileName));
+        QVERIFY(m_project->isModified());
+        QVERIFY(m_project->save()); // as the user wants
+        QVERIFY(m_iproject->save());
+        QCOMPARE(refused.size(), 1);
+    }
+
     void listsRootFilesAndFilesOfFolders()
     {
         const auto files = rootFiles();

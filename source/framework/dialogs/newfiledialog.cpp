@@ -1,4 +1,5 @@
 #include "newfiledialog.h"
+#include "callplugin.h"
 #include "documenttemplate.h"
 #include "messages.h"
 #include "questions.h"
@@ -25,7 +26,7 @@ NewFileDialog::NewFileDialog(const Workspace &workspace, QWidget *parent, const 
     m_ui->fileIconView->setGridSize({CharactersOfName * metrics.averageCharWidth(),
                                      m_ui->fileIconView->iconSize().height() + 3 * metrics.lineSpacing()});
     for (DocumentTemplate *each : workspace.templates()) {
-        if (each->canCreate())
+        if (askPlugin<&DocumentTemplate::canCreate>(each))
             new QListWidgetItem(each->icon(), each->name(), m_ui->fileIconView);
     }
     setProjectOpen(false);
@@ -90,8 +91,7 @@ QString NewFileDialog::extension() const
 {
     if (const std::optional<FileTemplate> chosen = fileTemplate())
         return chosen->extension;
-    DocumentTemplate *kind = documentTemplate();
-    return kind ? kind->extension() : QString();
+    return askPlugin<&DocumentTemplate::extension>(documentTemplate());
 }
 
 QString NewFileDialog::location() const

@@ -2,6 +2,7 @@
 #include "callplugin.h"
 #include <QDir>
 #include <QFileInfo>
+#include <QPointer>
 #include <QScopedValueRollback>
 
 GuardedDocument::GuardedDocument(DocumentTemplate *docTemplate, std::unique_ptr<Document> inner)
@@ -15,12 +16,18 @@ GuardedDocument::~GuardedDocument() = default;
 
 bool GuardedDocument::open(const QString &filename)
 {
-    return load(tryPlugin<&Document::open>(m_inner, filename), filename);
+    const QPointer<GuardedDocument> self(this);
+    const auto inUse = use();
+    const auto opened = tryPlugin<&Document::open>(m_inner, filename);
+    return self && load(opened, filename);
 }
 
 bool GuardedDocument::create(const QString &filename)
 {
-    return load(tryPlugin<&Document::create>(m_inner, filename), filename);
+    const QPointer<GuardedDocument> self(this);
+    const auto inUse = use();
+    const auto created = tryPlugin<&Document::create>(m_inner, filename);
+    return self && load(created, filename);
 }
 
 /// A document that returns false has shown a message itself.
@@ -35,37 +42,47 @@ bool GuardedDocument::load(std::optional<bool> loaded, const QString &filename)
 
 bool GuardedDocument::save()
 {
+    const QPointer<GuardedDocument> self(this);
+    const auto inUse = use();
     const auto saved = tryPlugin<&Document::save>(m_inner);
-    if (!saved)
+    if (!saved && self)
         showDocumentWarning(tr("The following file could not be saved:\n%1").arg(QDir::toNativeSeparators(filename())));
     return saved.value_or(false);
 }
 
 bool GuardedDocument::saveAs(const QString &filename)
 {
+    const QPointer<GuardedDocument> self(this);
+    const auto inUse = use();
     const bool saved = askPlugin<&Document::saveAs>(m_inner, filename);
-    if (saved)
+    if (saved && self)
         m_filename = filename;
     return saved;
 }
 
 QDateTime GuardedDocument::lastModified()
 {
+    const auto inUse = use();
     return askPlugin<&Document::lastModified>(m_inner);
 }
 
 QString GuardedDocument::filename()
 {
-    return tryPlugin<&Document::filename>(m_inner).value_or(m_filename);
+    const QString before = m_filename;
+    const auto inUse = use();
+    return tryPlugin<&Document::filename>(m_inner).value_or(before);
 }
 
 QString GuardedDocument::title()
 {
-    return tryPlugin<&Document::title>(m_inner).value_or(QFileInfo(m_filename).fileName());
+    const QString before = QFileInfo(m_filename).fileName();
+    const auto inUse = use();
+    return tryPlugin<&Document::title>(m_inner).value_or(before);
 }
 
 bool GuardedDocument::isNewerOnDisk()
 {
+    const auto inUse = use();
     return askPlugin<&Document::isNewerOnDisk>(m_inner);
 }
 
@@ -86,6 +103,7 @@ void GuardedDocument::setInner()
     if (m_following)
         return;
     const QScopedValueRollback following(m_following, true);
+    const auto inUse = use();
     runPlugin(
         "Document::documentModified", [this] { m_inner->setModified(modified()); }, m_inner.get());
 }

@@ -11,6 +11,10 @@ public:
     ~GuardedDocument() override;
 
     [[nodiscard]] Document *inner() const { return m_inner.get(); }
+    /// To be kept while a function of the plug-in's document or of one of its views runs, which may run an event loop:
+    /// their views do not close then.
+    [[nodiscard]] std::shared_ptr<const void> use() const { return m_use; }
+    [[nodiscard]] bool isInUse() const { return m_use.use_count() > 1; }
 
     bool open(const QString &filename) override; ///< Shows a message if the plug-in throws an exception.
     bool create(const QString &filename) override;
@@ -27,6 +31,7 @@ private:
     void setInner();
 
     const std::unique_ptr<Document> m_inner;
+    const std::shared_ptr<const void> m_use = std::make_shared<char>();
     QString m_filename;
     bool m_following = false; ///< while one of the two follows the other
 };

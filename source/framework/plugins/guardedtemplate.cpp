@@ -29,6 +29,7 @@ Document *GuardedTemplate::createDocument()
 View *GuardedTemplate::createView(Document *document)
 {
     auto *guarded = static_cast<GuardedDocument *>(document);
+    const auto inUse = guarded->use();
     View *view = askPlugin<&DocumentTemplate::createView>(m_inner, guarded->inner());
     return view ? new GuardedView(guarded, view) : nullptr;
 }

@@ -3,6 +3,7 @@
 #include "guardeddocument.h"
 #include <QCloseEvent>
 #include <QCoreApplication>
+#include <QTimer>
 #include <QVBoxLayout>
 
 GuardedView::GuardedView(GuardedDocument *document, View *inner) : View(document), m_inner(inner)
@@ -37,19 +38,33 @@ void GuardedView::passSignalsOn()
         connect(m_inner, SIGNAL(toggleBreakpoint(int)), this, SIGNAL(toggleBreakpoint(int)));
     // the number of a view among those of its document
     connect(this, &View::viewTitleChanged, this, [this] {
+        const auto inUse = guardedDocument()->use();
         const auto number = [this] { m_inner->setIndex(index()); };
         if (m_inner)
             runPlugin("View::setIndex", number, m_inner);
     });
 }
 
+GuardedDocument *GuardedView::guardedDocument() const
+{
+    return static_cast<GuardedDocument *>(document());
+}
+
+template <auto Function>
+void GuardedView::command()
+{
+    const auto inUse = guardedDocument()->use();
+    runPlugin<Function>(m_inner.data());
+}
+
 void GuardedView::print()
 {
-    runPlugin<&View::print>(m_inner.data());
+    command<&View::print>();
 }
 
 bool GuardedView::queryInterface(const QString &name, void **out)
 {
+    const auto inUse = guardedDocument()->use();
     *out = nullptr;
     if (!askPlugin<&View::queryInterface>(m_inner.data(), name, out) || !*out)
         return false;
@@ -67,80 +82,90 @@ bool GuardedView::queryInterface(const QString &name, void **out)
 
 void GuardedView::split()
 {
-    runPlugin<&View::split>(m_inner.data());
+    command<&View::split>();
 }
 
 void GuardedView::undo()
 {
-    runPlugin<&View::undo>(m_inner.data());
+    command<&View::undo>();
 }
 
 void GuardedView::redo()
 {
-    runPlugin<&View::redo>(m_inner.data());
+    command<&View::redo>();
 }
 
 void GuardedView::cut()
 {
-    runPlugin<&View::cut>(m_inner.data());
+    command<&View::cut>();
 }
 
 void GuardedView::copy()
 {
-    runPlugin<&View::copy>(m_inner.data());
+    command<&View::copy>();
 }
 
 void GuardedView::paste()
 {
-    runPlugin<&View::paste>(m_inner.data());
+    command<&View::paste>();
 }
 
 void GuardedView::remove()
 {
-    runPlugin<&View::remove>(m_inner.data());
+    command<&View::remove>();
 }
 
 void GuardedView::back()
 {
-    runPlugin<&View::back>(m_inner.data());
+    command<&View::back>();
 }
 
 void GuardedView::forward()
 {
-    runPlugin<&View::forward>(m_inner.data());
+    command<&View::forward>();
 }
 
 void GuardedView::previous()
 {
-    runPlugin<&View::previous>(m_inner.data());
+    command<&View::previous>();
 }
 
 void GuardedView::next()
 {
-    runPlugin<&View::next>(m_inner.data());
+    command<&View::next>();
 }
 
 void GuardedView::selectAll()
 {
-    runPlugin<&View::selectAll>(m_inner.data());
+    command<&View::selectAll>();
 }
 
 void GuardedView::update(View *source, bool full)
 {
     const auto *guarded = qobject_cast<GuardedView *>(source);
     View *innerSource = guarded ? guarded->m_inner.data() : source;
+    const auto inUse = guardedDocument()->use();
     if (m_inner)
         runPlugin(
             "View::update", [&] { m_inner->update(innerSource, full); }, m_inner);
 }
 
 /// The plug-in's view asks about changes of its document, and may have a closeEvent() of its own. It is not closed by
-/// QWidget::close(), which would not work again after an exception.
+/// QWidget::close(), which would not work again after an exception. In an event loop of one of their functions it is
+/// closed later: the function still uses them.
 void GuardedView::closeEvent(QCloseEvent *event)
 {
+    if (guardedDocument()->isInUse()) {
+        event->ignore();
+        QTimer::singleShot(AfterCallDelay, this, &QWidget::close);
+        return;
+    }
     const QPointer<GuardedView> self(this);
     QCloseEvent passedOn;
-    const auto send = [&] { QCoreApplication::sendEvent(m_inner, &passedOn); };
+    const auto send = [&] {
+        const auto inUse = guardedDocument()->use();
+        QCoreApplication::sendEvent(m_inner, &passedOn);
+    };
     if (m_inner)
         runPlugin("View::closeEvent", send, m_inner);
     if (!self)
@@ -163,52 +188,62 @@ Interface *GuardedView::offered() const
 
 void GuardedView::setMarker(int line, int mask, bool on, bool alternate)
 {
+    const auto inUse = guardedDocument()->use();
     runPlugin<&IViewWithMarkers::setMarker>(offered<IViewWithMarkers>(), line, mask, on, alternate);
 }
 
 void GuardedView::clearMarkers(int mask)
 {
+    const auto inUse = guardedDocument()->use();
     runPlugin<&IViewWithMarkers::clearMarkers>(offered<IViewWithMarkers>(), mask);
 }
 
 bool GuardedView::hasMarker(int line, int mask)
 {
+    const auto inUse = guardedDocument()->use();
     return askPlugin<&IViewWithMarkers::hasMarker>(offered<IViewWithMarkers>(), line, mask);
 }
 
 bool GuardedView::hasMarkerAtCursor(int mask)
 {
+    const auto inUse = guardedDocument()->use();
     return askPlugin<&IViewWithMarkers::hasMarkerAtCursor>(offered<IViewWithMarkers>(), mask);
 }
 
 void GuardedView::gotoLine(int line)
 {
+    const auto inUse = guardedDocument()->use();
     runPlugin<&ITextNavigation::gotoLine>(offered<ITextNavigation>(), line);
 }
 
 bool GuardedView::find(const QString &text, bool caseSensitive, bool wholeWord, bool forward, bool fromCursor)
 {
+    const auto inUse = guardedDocument()->use();
     return askPlugin<&ITextNavigation::find>(offered<ITextNavigation>(), text, caseSensitive, wholeWord, forward,
                                              fromCursor);
 }
 
 QString GuardedView::selectedText()
 {
+    const auto inUse = guardedDocument()->use();
     return askPlugin<&ITextNavigation::selectedText>(offered<ITextNavigation>());
 }
 
 void GuardedView::getCursorPosition(int *para, int *index)
 {
+    const auto inUse = guardedDocument()->use();
     *para = *index = 0;
     runPlugin<&ITextNavigation::getCursorPosition>(offered<ITextNavigation>(), para, index);
 }
 
 void GuardedView::indentSelection()
 {
+    const auto inUse = guardedDocument()->use();
     runPlugin<&ISourceView::indentSelection>(offered<ISourceView>());
 }
 
 void GuardedView::insertText(const QString &text)
 {
+    const auto inUse = guardedDocument()->use();
     runPlugin<&ISourceView::insertText>(offered<ISourceView>(), text);
 }

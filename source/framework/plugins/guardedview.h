@@ -48,6 +48,9 @@ protected:
 
 private:
     void passSignalsOn();
+    [[nodiscard]] GuardedDocument *guardedDocument() const;
+    template <auto Function>
+    void command();
     template <typename Interface>
     [[nodiscard]] Interface *offered() const;
 

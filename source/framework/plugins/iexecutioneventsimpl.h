@@ -32,7 +32,7 @@ Q_SIGNALS:
     void sigBreakpointsChanged(IExecutionEnvironment *environment);
 
 private:
-    void report(const QByteArray &call, const std::function<void()> &deliver);
+    void report(const QByteArray &call, const QByteArray &value, const std::function<void()> &deliver);
 
     IExecutionEnvironment *const m_environment;
 };

@@ -29,7 +29,7 @@ IHostImpl::IHostImpl(PluginBinder *binder, WindowServices &window, Project *proj
 
 IHostImpl::~IHostImpl()
 {
-    qDeleteAll(m_progresses);
+    removeProgresses();
 }
 
 bool IHostImpl::isUsable() const
@@ -43,10 +43,11 @@ QString IHostImpl::hostVersion()
 }
 
 /// A plug-in may be called while the window is painted or while its docks are arranged. The status bar, which paints at
-/// once, and all that moves widgets must not be used then. Equal changes have the same @p key.
-void IHostImpl::changeWindow(const QByteArray &key, const std::function<void()> &change)
+/// once, and all that moves widgets must not be used then.
+void IHostImpl::changeWindow(ReportKey key, const std::function<void()> &change)
 {
-    afterEventsOfCall(this, "IHost " + QByteArray::number(quintptr(this), 16) + ' ' + key, change);
+    key.subject.prepend("IHost " + QByteArray::number(quintptr(this), 16) + ' ');
+    afterEventsOfCall(this, key, change);
 }
 
 bool IHostImpl::openFile(const QString &file, int line, int column)
@@ -56,7 +57,8 @@ bool IHostImpl::openFile(const QString &file, int line, int column)
     const QString path = m_project->absolutePath(file);
     if (!isInsidePluginCall())
         return open(path, line, column);
-    changeWindow("file " + path.toUtf8(), [=, this] { open(path, line, column); });
+    const QByteArray place = QByteArray::number(line) + ':' + QByteArray::number(column);
+    changeWindow({"file " + path.toUtf8(), {}, place}, [=, this] { open(path, line, column); });
     return QFileInfo(path).isFile();
 }
 
@@ -150,7 +152,7 @@ QString diagnosticText(const Diagnostic &diagnostic)
 
 void IHostImpl::showMessage(const QString &text, int milliseconds)
 {
-    changeWindow("message " + text.toUtf8(), [=, this] {
+    changeWindow({"message", QByteArray::number(milliseconds) + ' ' + text.toUtf8()}, [=, this] {
         if (isUsable())
             m_window.showMessage(text, std::max(0, milliseconds));
     });
@@ -165,7 +167,7 @@ int IHostImpl::beginProgress(const QString &text, IProgressCancel *cancel)
         return number;
     const QPointer<PluginProgress> progress = new PluginProgress(text, number, cancel);
     m_progresses.insert(number, progress);
-    changeWindow("progress " + QByteArray::number(number), [progress, bar = QPointer(window->statusBar())] {
+    changeWindow("begin of progress " + QByteArray::number(number), [progress, bar = QPointer(window->statusBar())] {
         if (progress && bar)
             bar->addPermanentWidget(progress);
     });
@@ -174,21 +176,27 @@ int IHostImpl::beginProgress(const QString &text, IProgressCancel *cancel)
 
 void IHostImpl::setProgress(int progress, int percent)
 {
-    changeWindow("progress " + QByteArray::number(progress) + ' ' + QByteArray::number(percent), [=, this] {
+    changeWindow({"progress " + QByteArray::number(progress), QByteArray::number(percent)}, [=, this] {
         if (PluginProgress *shown = m_progresses.value(progress))
             shown->setPercent(percent);
     });
 }
 
-/// Later, since it may be called by the click of its button.
 void IHostImpl::endProgress(int progress)
 {
     changeWindow("end of progress " + QByteArray::number(progress), [=, this] {
-        if (PluginProgress *shown = m_progresses.take(progress)) {
-            shown->hide();
-            shown->deleteLater();
-        }
+        if (PluginProgress *shown = m_progresses.take(progress))
+            shown->end();
     });
+}
+
+void IHostImpl::removeProgresses()
+{
+    const auto progresses = std::exchange(m_progresses, {});
+    for (PluginProgress *progress : progresses) {
+        if (progress)
+            progress->end();
+    }
 }
 
 // Settings
@@ -226,10 +234,14 @@ QIcon IHostImpl::icon(const QString &name)
 void IHostImpl::followProject()
 {
     connect(m_project, &QObject::destroyed, this, &IHostImpl::forget);
+    connect(m_binder, &PluginBinder::projectUnbound, this, [this](const Project *project) {
+        if (project == m_project)
+            forget();
+    });
     const auto filesChanged = [this] { report<&IHostEvents::filesChanged>("files"); };
     const auto configurationChanged = [this] {
         const QString name = m_project->currentConfiguration();
-        report<&IHostEvents::configurationChanged>("configuration " + name.toUtf8(), name);
+        report<&IHostEvents::configurationChanged>({"configuration", name.toUtf8()}, name);
     };
     connect(m_project, &Project::fileAdded, this, filesChanged);
     connect(m_project, &Project::fileRemoved, this, filesChanged);
@@ -245,25 +257,25 @@ void IHostImpl::followProject()
     connect(m_project, &Project::contentsReplaced, this, configurationChanged);
     connect(m_binder, &PluginBinder::currentProjectChanged, this, [this](const Project *current) {
         const bool own = current == m_project;
-        report<&IHostEvents::currentProjectChanged>(own ? "current" : "other", own);
+        report<&IHostEvents::currentProjectChanged>({"current", own ? "own" : "other"}, own);
     });
 }
 
 /// Releases the plug-in, which keeps a reference to this object. This object may be deleted when this returns.
 void IHostImpl::forget()
 {
-    const auto progresses = std::exchange(m_progresses, {});
+    m_project.clear();
+    removeProgresses();
     const auto events = std::exchange(m_events, {}); // released last
-    qDeleteAll(progresses);
 }
 
-/// Some changes are made by plug-ins, also by receivers of these events. Equal reports have the same @p key.
+/// Some changes are made by plug-ins, also by receivers of these events.
 template <auto Function, typename... Arguments>
-void IHostImpl::report(const QByteArray &key, const Arguments &...arguments)
+void IHostImpl::report(ReportKey key, const Arguments &...arguments)
 {
+    key.subject.prepend("IHostEvents " + QByteArray::number(quintptr(this), 16) + ' ');
     if (!m_events.empty())
-        afterPluginCall(this, "IHostEvents " + QByteArray::number(quintptr(this), 16) + ' ' + key,
-                        [this, arguments...] { send<Function>(arguments...); });
+        afterPluginCall(this, key, [this, arguments...] { send<Function>(arguments...); });
 }
 
 /// A receiver may remove itself or others in the call, and may release this object.

@@ -10,9 +10,10 @@ class PluginBinder;
 class PluginProgress;
 class Project;
 class WindowServices;
+struct ReportKey;
 
-/// The services of the window for the plug-in objects of one project. Starts with no reference. After the project or
-/// the window was closed its functions have no effect.
+/// The services of the window for the plug-in objects of one project. Starts with no reference. After the project was
+/// unbound or the window was closed its functions have no effect.
 class IHostImpl : public QObject, public InterfaceObject<IHost>
 {
     Q_OBJECT
@@ -42,18 +43,19 @@ public:
 private:
     [[nodiscard]] bool isUsable() const;
     [[nodiscard]] OutputPage *pageOf(const QString &name, bool create);
-    void changeWindow(const QByteArray &key, const std::function<void()> &change);
+    void changeWindow(ReportKey key, const std::function<void()> &change);
     bool open(const QString &path, int line, int column);
     void followProject();
     void forget();
+    void removeProgresses();
     template <auto Function, typename... Arguments>
-    void report(const QByteArray &key, const Arguments &...arguments);
+    void report(ReportKey key, const Arguments &...arguments);
     template <auto Function, typename... Arguments>
     void send(const Arguments &...arguments);
 
     const QPointer<PluginBinder> m_binder;
-    WindowServices &m_window; ///< exists as long as m_binder
-    const QPointer<Project> m_project;
+    WindowServices &m_window;    ///< exists as long as m_binder
+    QPointer<Project> m_project; ///< null after it was unbound
     const QString m_settingsGroup;
     std::vector<InterfacePtr<IHostEvents>> m_events;
     QHash<int, QPointer<PluginProgress>> m_progresses;

@@ -6,9 +6,11 @@
 #include "ibuildenvironment.h"
 #include "ibuildeventsimpl.h"
 #include "iexecutioneventsimpl.h"
+#include "iextensioncommands.h"
 #include "ihostimpl.h"
 #include "iperipherals.h"
 #include "iprojectimpl.h"
+#include "ipropertydefinitions.h"
 #include "iqueryplugininterfaceimpl.h"
 #include "iworkspaceclient.h"
 #include "messages.h"
@@ -19,14 +21,38 @@
 #include "varnelassert.h"
 #include "windowservices.h"
 #include <algorithm>
+#include <iterator>
 #include <QAction>
+#include <QDir>
 
 using namespace Qt::StringLiterals;
+
+namespace {
+/// @p text, with the project's name if it is taken, and with a number if that is taken too.
+QString freeText(const QStringList &taken, const QString &text, const QString &project)
+{
+    if (!taken.contains(text))
+        return text;
+    const QString named = DynamicMenus::commandText(text, project, 2);
+    QString free = named;
+    for (int number = 2; taken.contains(free); ++number)
+        free = named + u' ' + QString::number(number);
+    return free;
+}
+
+/// Whether @p object is the Interface of the build environment of @p project, which may be null.
+template <typename Interface>
+bool offers(const Project *project, const void *object)
+{
+    return project && object && queryPlugin<Interface>(project->buildInterface()).get() == object;
+}
+} // namespace
 
 PluginBinder::PluginBinder(const Activity &activity, WindowServices &window, QObject *parent)
     : QObject(parent), m_activity(activity), m_window(window)
 {
     connect(&activity, &Activity::projectLoaded, this, &PluginBinder::bindProjectPlugins);
+    connect(&activity, &Activity::projectUnbinding, this, &PluginBinder::unbindProjectPlugins);
     connect(&activity, &Activity::projectsChanged, this, &PluginBinder::notifyWorkspaceChanged);
     connect(&activity, &Activity::workspaceClosed, this, &PluginBinder::deleteExtensionDocks);
     connect(&activity, &Activity::workspaceReplaced, this, &PluginBinder::deleteExtensionDocks);
@@ -41,8 +67,8 @@ PluginBinder::~PluginBinder()
     deleteExtensionDocks();
 }
 
-/// Writes to the page to which the messages about failed commands refer. A failure that a plug-in repeats at each paint
-/// or event is written once in a while.
+/// Writes to the pages to which the messages about failed commands refer. A failure that a plug-in repeats at each
+/// paint or event is written once in a while.
 void PluginBinder::showFailure(const PluginFailure &failure)
 {
     constexpr int repeatAfter = 1000; // milliseconds
@@ -52,10 +78,41 @@ void PluginBinder::showFailure(const PluginFailure &failure)
         return;
     m_lastFailure = text;
     m_sinceFailure.start();
-    static const QStringList buildInterfaces{u"IBuildEnvironment"_s, u"IDebugBuild"_s, u"IProjectPopulate"_s};
-    const bool builds = buildInterfaces.contains(failure.operation.section(u"::"_s, 0, 0));
+    OutputWindow *output = m_window.outputWindow();
+    if (output && isFailureOfBuild(failure))
+        output->outputLine(OutputWindow::Build, text);
+    if (output && isFailureOfDebugger(failure))
+        output->outputLine(OutputWindow::Debug, text);
+}
+
+bool PluginBinder::isFailureOfBuild(const PluginFailure &failure) const
+{
+    static const QStringList own{u"IBuildEnvironment"_s, u"IDebugBuild"_s, u"IProjectPopulate"_s,
+                                 u"IMakefileGenerator"_s};
+    const QString interface = failure.operation.section(u"::"_s, 0, 0);
+    if (own.contains(interface))
+        return true;
+    for (const QPointer<Project> &project : m_activity.projects()) { // both kinds of environments may offer these
+        if ((interface == "IExtensionCommands"_L1 && offers<IExtensionCommands>(project, failure.object))
+            || (interface == "IPropertyDefinitions"_L1 && offers<IPropertyDefinitions>(project, failure.object))
+            || (interface == "IWorkspaceClient"_L1 && offers<IWorkspaceClient>(project, failure.object)))
+            return true;
+    }
+    return false;
+}
+
+/// A failed build is also a failed start of the debugger.
+bool PluginBinder::isFailureOfDebugger(const PluginFailure &failure) const
+{
+    return failure.operation.startsWith("IDebugBuild::"_L1) || !isFailureOfBuild(failure);
+}
+
+void PluginBinder::showRefusedSave(const QString &fileName)
+{
     if (OutputWindow *output = m_window.outputWindow())
-        output->outputLine(builds ? OutputWindow::Build : OutputWindow::Debug, text);
+        output->outputLine(OutputWindow::Build,
+                           tr("A plug-in cannot save %1: the file has been modified outside of the editor.\n")
+                               .arg(QDir::toNativeSeparators(fileName)));
 }
 
 void PluginBinder::bindProjectPlugins(Project *project)
@@ -64,10 +121,27 @@ void PluginBinder::bindProjectPlugins(Project *project)
     if (!project)
         return;
     const QPointer<Project> alive(project); // messages run the event loop
+    connect(project, &Project::overwriteRefused, this, &PluginBinder::showRefusedSave, Qt::UniqueConnection);
     if (!project->buildEnvironment().isEmpty())
         bindBuildEnvironment(project);
     if (alive && !project->executionEnvironment().isEmpty())
         bindExecutionEnvironment(project);
+}
+
+/// The new objects of a project that is bound again use the names of its dock windows, so that these keep their places.
+void PluginBinder::unbindProjectPlugins(const Project *project)
+{
+    Q_EMIT projectUnbound(project);
+    std::erase_if(m_optionsPages, [project](const auto &entry) { return entry.first == project; });
+    const auto isOfProject = [project](const ExtensionDock &each) { return each.project == project; };
+    QList<ExtensionDock> docks;
+    std::ranges::copy_if(m_extensionDocks, std::back_inserter(docks), isOfProject);
+    if (!docks.isEmpty())
+        m_window.saveDockLayout();
+    m_extensionDocks.removeIf(isOfProject);
+    for (const ExtensionDock &each : std::as_const(docks))
+        delete each.dock;
+    std::erase_if(m_dockOwners, [project](const auto &owner) { return owner.first == project; });
 }
 
 void PluginBinder::bindBuildEnvironment(Project *project)
@@ -141,9 +215,19 @@ InterfacePtr<IBuildEvents> PluginBinder::makeBuildEvents(Project *project)
             [this, project](const QString &xml) { Q_EMIT xmlFeedback(xml, project); });
     connect(events, &IBuildEventsImpl::sigFeedback, m_window.outputWindow()->page(OutputWindow::Build),
             qOverload<const QString &>(&OutputPage::outputLine));
-    // reports of a plug-in object that outlives its project, because of another reference, are ignored
-    connect(project, &QObject::destroyed, events, [events] { events->disconnect(); });
+    disconnectWithProject(events, project);
     return shareInterface<IBuildEvents>(events);
+}
+
+/// Ignores the reports of a plug-in object that exists longer than its project, or than the project is bound to it,
+/// because there are other references.
+void PluginBinder::disconnectWithProject(QObject *events, const Project *project)
+{
+    connect(project, &QObject::destroyed, events, [events] { events->disconnect(); });
+    connect(this, &PluginBinder::projectUnbound, events, [events, project](const Project *unbound) {
+        if (unbound == project)
+            events->disconnect();
+    });
 }
 
 InterfacePtr<IExecutionEvents> PluginBinder::makeExecutionEvents(const Project *project,
@@ -156,7 +240,7 @@ InterfacePtr<IExecutionEvents> PluginBinder::makeExecutionEvents(const Project *
     connect(events, &IExecutionEventsImpl::sigProgramStatusChanged, this, &PluginBinder::programStatusChanged);
     connect(events, &IExecutionEventsImpl::sigStatusInfo, this, &PluginBinder::statusInfo);
     connect(events, &IExecutionEventsImpl::sigBreakpointsChanged, this, &PluginBinder::breakpointsChanged);
-    connect(project, &QObject::destroyed, events, [events] { events->disconnect(); });
+    disconnectWithProject(events, project);
     return shareInterface<IExecutionEvents>(events);
 }
 
@@ -200,27 +284,46 @@ void PluginBinder::addPluginDockWindows(IDockExtension *iface, const Project *pr
             addDockWindow(widget, project);
     }
     if (!widgets.isEmpty())
-        m_dockOwners.push_back(shareInterface(iface));
+        m_dockOwners.emplace_back(project, shareInterface(iface));
     m_window.restoreDockLayout();
 }
 
 void PluginBinder::addDockWindow(QWidget *widget, const Project *project)
 {
-    const auto titled = [&](const QString &caption) {
-        return DynamicMenus::commandText(caption, project->name(), int(m_activity.projects().size()));
-    };
-    const QString title = titled(widget->windowTitle());
     const QString stated = widget->property("dockName").toString(); // the same in every language
-    const QString ownName = stated.isEmpty() ? widget->windowTitle() : stated;
-    QString name = u"plugin"_s + ownName;
-    if (hasExtensionDock(name)) // of another project: the layout identifies windows by their names
-        name = u"plugin"_s + titled(ownName);
-    QDockWidget *dock = m_window.addDock(name, title, Qt::RightDockWidgetArea);
+    const QString name = dockName(stated.isEmpty() ? widget->windowTitle() : stated, project);
+    QDockWidget *dock = m_window.addDock(name, dockTitle(widget->windowTitle(), project), Qt::RightDockWidgetArea);
     dock->setFeatures(QDockWidget::DockWidgetClosable | QDockWidget::DockWidgetMovable
                       | QDockWidget::DockWidgetFloatable);
     dock->setWidget(widget); // this also shows the widget
     dock->hide();
-    m_extensionDocks.append(dock);
+    m_extensionDocks.append({project, dock});
+}
+
+/// The layout identifies windows by their names.
+QString PluginBinder::dockName(const QString &ownName, const Project *project) const
+{
+    QStringList taken;
+    for (const QDockWidget *dock : extensionDocks())
+        taken += dock->objectName();
+    return freeText(taken, u"plugin"_s + ownName, project->name());
+}
+
+QString PluginBinder::dockTitle(const QString &caption, const Project *project) const
+{
+    QStringList taken;
+    for (const QDockWidget *dock : extensionDocks())
+        taken += dock->windowTitle();
+    if (!isOnlyProject(project))
+        taken += caption;
+    return freeText(taken, caption, project->name());
+}
+
+/// A project that is bound may not be in the workspace yet.
+bool PluginBinder::isOnlyProject(const Project *project) const
+{
+    const QList<QPointer<Project>> all = m_activity.projects();
+    return std::ranges::all_of(all, [project](const auto &other) { return other == project; });
 }
 
 void PluginBinder::addOptionsPage(IOptionsPage *page, const Project *project)
@@ -241,17 +344,11 @@ std::vector<InterfacePtr<IOptionsPage>> PluginBinder::optionsPages() const
 QList<QDockWidget *> PluginBinder::extensionDocks() const
 {
     QList<QDockWidget *> docks;
-    for (QDockWidget *dock : m_extensionDocks) {
-        if (dock)
-            docks.append(dock);
+    for (const ExtensionDock &each : m_extensionDocks) {
+        if (each.dock)
+            docks.append(each.dock);
     }
     return docks;
-}
-
-bool PluginBinder::hasExtensionDock(const QString &name) const
-{
-    const QList<QDockWidget *> docks = extensionDocks();
-    return std::ranges::any_of(docks, [&name](const QDockWidget *dock) { return dock->objectName() == name; });
 }
 
 QList<MenuEntry> PluginBinder::extensionDockEntries() const

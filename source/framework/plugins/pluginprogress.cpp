@@ -38,3 +38,10 @@ void PluginProgress::setPercent(int percent)
     m_bar->setRange(0, percent < 0 ? 0 : 100);
     m_bar->setValue(std::min(percent, 100));
 }
+
+void PluginProgress::end()
+{
+    hide();
+    m_cancel.reset();
+    deleteLater();
+}

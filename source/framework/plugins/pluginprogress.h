@@ -13,8 +13,9 @@ public:
     ~PluginProgress() override;
 
     void setPercent(int percent); ///< A number below 0 means that it is not known, as at the start.
+    void end(); ///< Hides it and releases the object; deletes it later, since its button may call this.
 
 private:
     QProgressBar *m_bar;
-    const InterfacePtr<IProgressCancel> m_cancel;
+    InterfacePtr<IProgressCancel> m_cancel;
 };

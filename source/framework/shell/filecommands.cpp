@@ -197,12 +197,13 @@ Document *FileCommands::otherDocumentOn(const QString &path, const Document *doc
     return found == documents.end() ? nullptr : *found;
 }
 
-QList<Document *> FileCommands::newerDocuments() const
+/// A function of a plug-in's document may close views.
+QList<QPointer<Document>> FileCommands::newerDocuments() const
 {
-    QList<Document *> newer;
-    for (const View *view : m_window.viewManager()->views()) {
-        Document *document = view->document();
-        if (document->isNewerOnDisk() && !newer.contains(document))
+    QList<QPointer<Document>> newer;
+    for (const QPointer<View> &view : m_window.viewManager()->views().guarded()) {
+        const QPointer<Document> document = view ? view->document() : nullptr;
+        if (document && !newer.contains(document) && document->isNewerOnDisk())
             newer.append(document);
     }
     return newer;
@@ -211,9 +212,11 @@ QList<Document *> FileCommands::newerDocuments() const
 bool FileCommands::mayOverwriteNewer()
 {
     QStringList paths;
-    for (Document *document : newerDocuments()) {
-        m_changeCheck.noteReported(document);
-        paths.append(document->filename());
+    for (const QPointer<Document> &document : newerDocuments()) {
+        if (document)
+            m_changeCheck.noteReported(document);
+        if (document)
+            paths.append(document->filename());
     }
     paths += newerProjectFiles();
     return ::mayOverwriteNewer(m_window.dialogParent(), paths);

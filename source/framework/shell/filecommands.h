@@ -51,7 +51,7 @@ Q_SIGNALS:
 
 private:
     bool openAndRemember(const QString &path);
-    [[nodiscard]] QList<Document *> newerDocuments() const;
+    [[nodiscard]] QList<QPointer<Document>> newerDocuments() const;
     [[nodiscard]] QStringList newerProjectFiles() const;
     [[nodiscard]] bool closeOthersOn(const QString &path, const Document *document);
     [[nodiscard]] Document *otherDocumentOn(const QString &path, const Document *document) const;

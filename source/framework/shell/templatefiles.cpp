@@ -1,4 +1,5 @@
 #include "activity.h"
+#include "callplugin.h"
 #include "document.h"
 #include "documenttemplate.h"
 #include "lastdirectories.h"
@@ -22,7 +23,7 @@ namespace {
 DocumentTemplate *kindOf(const Workspace &workspace, const QString &path)
 {
     for (DocumentTemplate *each : workspace.templates()) {
-        if (each->canCreate() && each->canOpen(path))
+        if (askPlugin<&DocumentTemplate::canCreate>(each) && askPlugin<&DocumentTemplate::canOpen>(each, path))
             return each;
     }
     return nullptr;

@@ -3,22 +3,27 @@
 #include "guardeddocument.h"
 #include "guardedtemplate.h"
 #include "guardedview.h"
+#include "newfiledialog.h"
 #include "syntaxhighlighter.h"
 #include "tabbedviewmanager.h"
 #include "textdocumenttemplate.h"
 #include "workspace.h"
+#include <QListWidget>
 #include <QSignalSpy>
 #include <QTest>
 
 using namespace Qt::StringLiterals;
 
 namespace {
-QString throwsIn;  ///< the function that throws
-QStringList calls; ///< of the plug-in
+QString throwsIn;                              ///< the function that throws
+QStringList calls;                             ///< of the plug-in
+QHash<QString, std::function<void()>> actions; ///< of functions, once each
 
 void enter(const char *function)
 {
     calls += QString::fromLatin1(function);
+    if (const auto action = actions.take(QString::fromLatin1(function)))
+        action();
     if (throwsIn == QLatin1StringView(function))
         throw std::runtime_error("boom");
 }
@@ -184,6 +189,27 @@ public:
 
     QString nothing; ///< what it does not create
 };
+
+/// A language that a plug-in has derived from the template of text documents.
+class PluginLanguage : public TextDocumentTemplate
+{
+    Q_OBJECT
+public:
+    PluginLanguage()
+        : TextDocumentTemplate(u"Assembler"_s, {}, {}, {u"asm"_s}, std::make_unique<SyntaxHighlighter>(),
+                               std::make_unique<BaseIndent>())
+    {}
+    bool canCreate() override
+    {
+        enter("canCreate");
+        return true;
+    }
+    QString extension() override
+    {
+        enter("extension");
+        return u"asm"_s;
+    }
+};
 } // namespace
 
 /// Documents and views of a plug-in, each of whose functions throws in turn.
@@ -196,7 +222,7 @@ class GuardedViewTest : public QObject
     std::unique_ptr<DialogAnswers> m_answers;
     PluginTemplate *m_plugin = nullptr;
 
-    bool open() { return m_workspace->openDocument(u"/tmp/a.png"_s, true); }
+    bool open(const QString &name = u"a.png"_s) { return m_workspace->openDocument(u"/tmp/"_s + name, true); }
     GuardedView *view() const { return qobject_cast<GuardedView *>(m_views->currentView()); }
     PluginView *inner() const { return view()->findChild<PluginView *>(); }
     GuardedDocument *document() const { return qobject_cast<GuardedDocument *>(view()->document()); }
@@ -272,6 +298,7 @@ private Q_SLOTS:
     void cleanup()
     {
         throwsIn.clear();
+        actions.clear();
         for (Document *document : m_workspace->documents())
             document->setModified(false);
         m_workspace->closeAll();
@@ -309,6 +336,59 @@ private Q_SLOTS:
         throwsIn.clear();
     }
 
+    /// An event loop of the function may give the user the time to close its view.
+    void viewThatIsClosedInAFunctionClosesAfterIt_data() { eachFunctionReachesThePlugin_data(); }
+
+    void viewThatIsClosedInAFunctionClosesAfterIt()
+    {
+        QFETCH(QString, function);
+        QVERIFY(open());
+        const QPointer<View> plugin(inner());
+        const QPointer<Document> pluginDocument(document()->inner());
+        bool alive = false;
+        const auto closeView = [&] {
+            m_views->closeCurrentView();
+            QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+            alive = plugin && pluginDocument;
+        };
+        actions.insert(function, closeView);
+        uses()[function](*this);
+        QVERIFY(actions.isEmpty());
+        QVERIFY(alive);
+        QTRY_VERIFY(m_workspace->documents().isEmpty());
+        QVERIFY(!plugin);
+        QVERIFY(!pluginDocument);
+    }
+
+    void viewThatIsClosedWhileItAsksClosesOnce()
+    {
+        QVERIFY(open());
+        calls.clear();
+        document()->setModified(true);
+        actions.insert(u"save"_s, [this] { m_views->closeCurrentView(); });
+        m_answers->press(QMessageBox::Yes);
+        m_views->closeCurrentView();
+        QVERIFY(m_workspace->documents().isEmpty());
+        QCOMPARE(calls.count(u"save"_s), 1);
+    }
+
+    void viewsThatCloseWhileMarkersAreClearedAreLeftOut()
+    {
+        for (const QString &name : {u"a.png"_s, u"b.png"_s, u"c.png"_s})
+            QVERIFY(open(name));
+        calls.clear();
+        View *current = m_views->currentView();
+        actions.insert(u"clearMarkers"_s, [&] {
+            for (const QPointer<View> &each : m_views->views().guarded()) {
+                if (each != current)
+                    each->close();
+            }
+        });
+        m_views->gotoLine(3, true);
+        QTRY_COMPARE(m_views->views().size(), 1);
+        QVERIFY(calls.count(u"clearMarkers"_s) < 3);
+    }
+
     void exceptionOfATemplateIsReported_data()
     {
         QTest::addColumn<QString>("function");
@@ -330,6 +410,57 @@ private Q_SLOTS:
         QVERIFY(m_workspace->documents().isEmpty());
         if (function != "canOpen"_L1)
             QCOMPARE(m_answers->shown, QStringList(u"The following file could not be opened:\n/tmp/a.png"_s));
+    }
+
+    void exceptionOfATemplateForNewFilesIsReported_data()
+    {
+        QTest::addColumn<QString>("function");
+        for (const char *function : {"canCreate", "extension", "create"})
+            QTest::newRow(function) << QString::fromLatin1(function);
+    }
+
+    void exceptionOfATemplateForNewFilesIsReported()
+    {
+        QFETCH(QString, function);
+        DocumentTemplate *docTemplate = m_workspace->templates().first();
+        QVERIFY(docTemplate->canCreate());
+        QCOMPARE(docTemplate->extension(), u"png"_s);
+        throwsIn = function;
+        expectFailure();
+        if (function == "create"_L1) {
+            m_answers->press(QMessageBox::Ok);
+            QVERIFY(!m_workspace->newDocument(docTemplate, u"/tmp/b.png"_s));
+            QVERIFY(m_workspace->documents().isEmpty());
+        } else if (function == "extension"_L1) {
+            QCOMPARE(docTemplate->extension(), QString());
+        } else {
+            QVERIFY(!docTemplate->canCreate());
+        }
+    }
+
+    /// It is not guarded by an object that stands for it.
+    void newFileDialogGuardsTextTemplatesOfPlugins()
+    {
+        auto language = std::make_unique<PluginLanguage>();
+        const QString name = language->name();
+        m_workspace->addTemplate(guardedTemplate(std::move(language)).release());
+        throwsIn = u"canCreate"_s;
+        expectFailure(); // of each of the two
+        expectFailure();
+        const auto names = [](const NewFileDialog &dialog) {
+            QStringList found;
+            const auto *list = dialog.findChild<QListWidget *>(u"fileIconView"_s);
+            for (int row = 0; row < list->count(); ++row)
+                found += list->item(row)->text();
+            return found;
+        };
+        QCOMPARE(names(NewFileDialog(*m_workspace, nullptr, {})), QStringList());
+        throwsIn.clear();
+        NewFileDialog dialog(*m_workspace, nullptr, {});
+        QCOMPARE(names(dialog), (QStringList{u"Picture"_s, name}));
+        throwsIn = u"extension"_s;
+        QTest::ignoreMessage(QtWarningMsg, "DocumentTemplate::extension: an exception has left the plug-in (boom)");
+        dialog.findChild<QListWidget *>(u"fileIconView"_s)->setCurrentRow(1);
     }
 
     void missingDocumentOrViewShowsAMessage_data()

@@ -81,6 +81,29 @@ private:
     QStringList reports() { return std::exchange(m_reports, {}); }
     StubObjectState &object(const QString &label) { return *m_stub->object(label); }
 
+    /// A project with the plug-in "sim" that is not in the workspace.
+    std::unique_ptr<Project> makeProject(const QString &file)
+    {
+        const QString name = path(file);
+        QDir().mkpath(QFileInfo(name).path());
+        auto project = std::make_unique<Project>(QString(), QString());
+        project->load(writeFile(name, "<project executionenvironment='{sim}' executionenvironmentname='sim tools'/>"));
+        return project;
+    }
+
+    static void replaceInFile(const QString &name, const QByteArray &text, const QByteArray &other)
+    {
+        QByteArray content = bytesOf(name);
+        QVERIFY(content.contains(text));
+        writeFile(name, content.replace(text, other));
+    }
+
+    static bool setFileTime(const QString &name, const QDateTime &time)
+    {
+        QFile file(name);
+        return file.open(QIODevice::ReadWrite) && file.setFileTime(time, QFileDevice::FileModificationTime);
+    }
+
     static QWidget *widget(const QString &title)
     {
         auto *widget = new QWidget;
@@ -520,6 +543,96 @@ private Q_SLOTS:
         QCOMPARE(dockNames(), u"pluginTrace pluginTrace (dsp)"_s); // each has its own position in the layout
         QCOMPARE(m_binder->extensionDocks()[0]->windowTitle(), u"Trace (fw)"_s);
         QCOMPARE(m_binder->extensionDocks()[1]->windowTitle(), u"Trace (dsp)"_s);
+    }
+
+    /// A project is bound before it is in the workspace then.
+    void docksOfInsertedProjectsHaveNamesOfTheirOwn()
+    {
+        executionScript(u"sim"_s, {IDockExtension::Iid}).widgets = [] { return QList<QWidget *>{widget(u"Trace"_s)}; };
+        for (const QString &file : {u"fw.vnp"_s, u"dsp.vnp"_s, u"other/dsp.vnp"_s})
+            m_activity->addProject(makeProject(file));
+        QCOMPARE(m_activity->projects().size(), 3);
+        QCOMPARE(dockNames(), u"pluginTrace pluginTrace (dsp) pluginTrace (dsp) 2"_s);
+        QStringList titles;
+        for (const MenuEntry &entry : m_binder->extensionDockEntries())
+            titles += entry.text;
+        QCOMPARE(titles, (QStringList{u"Trace"_s, u"Trace (dsp)"_s, u"Trace (dsp) 2"_s}));
+    }
+
+    // The end of a binding
+
+    void removedProjectLosesItsDocksAndObjects()
+    {
+        executionScript(u"sim"_s, {IDockExtension::Iid}).widgets = [] { return QList<QWidget *>{widget(u"Trace"_s)}; };
+        m_activity->addProject(makeProject(u"fw.vnp"_s));
+        m_activity->addProject(makeProject(u"dsp.vnp"_s));
+        m_layout.clear();
+        m_workspace->removeProject(m_workspace->project(1));
+        QCOMPARE(dockNames(), u"pluginTrace"_s);
+        QCOMPARE(m_layout, QStringList(u"save pluginTrace pluginTrace (dsp)"_s));
+        QCOMPARE(m_stub->objectCount(), 1);
+        m_activity->addProject(makeProject(u"dsp.vnp"_s));
+        QCOMPARE(dockNames(), u"pluginTrace pluginTrace (dsp)"_s);
+    }
+
+    void projectThatIsReloadedWithAnotherOptionLosesItsObjects()
+    {
+        buildScript(u"gcc"_s);
+        executionScript(u"sim"_s, {IDockExtension::Iid}).widgets = [] { return QList<QWidget *>{widget(u"Trace"_s)}; };
+        Project *project = addProject(u"fw"_s, u"gcc"_s, u"sim"_s);
+        m_binder->bindProjectPlugins(project);
+        const auto build = shareInterface(object(u"gcc"_s).buildEvents.get());
+        const auto execution = shareInterface(object(u"sim"_s).executionEvents.get());
+        const QPointer<QDockWidget> dock = m_binder->extensionDocks().first();
+        replaceInFile(path(u"fw.vnp"_s), "gcc option", "other option");
+        m_activity->reloadProject(project);
+        QVERIFY(!dock);
+        QCOMPARE(dockNames(), u"pluginTrace"_s);
+        QCOMPARE(m_binder->extensionDockEntries().size(), 1);
+        QCOMPARE(m_stub->objectCount(), 2);
+        build->buildFinished(false);
+        build->feedback(u"late\n"_s);
+        execution->programStatusChanged(IExecutionEnvironment::ProgramPaused);
+        execution->feedback(u"late\n"_s, {}, false);
+        QCOMPARE(reports(), QStringList());
+        QCOMPARE(page(OutputWindow::Build) + page(OutputWindow::Debug), QString());
+        object(u"gcc"_s).buildEvents->buildFinished(true);
+        QCOMPARE(reports(), QStringList(u"finished 1"_s));
+    }
+
+    void projectThatIsReloadedWithTheSameEnvironmentsKeepsItsObjects()
+    {
+        executionScript(u"sim"_s, {IDockExtension::Iid}).widgets = [] { return QList<QWidget *>{widget(u"Trace"_s)}; };
+        Project *project = addProject(u"fw"_s, {}, u"sim"_s);
+        m_binder->bindProjectPlugins(project);
+        const QPointer<QDockWidget> dock = m_binder->extensionDocks().first();
+        m_activity->reloadProject(project);
+        QVERIFY(dock);
+        object(u"sim"_s).executionEvents->breakpointsChanged();
+        QCOMPARE(reports(), QStringList(u"breakpoints of fw"_s));
+    }
+
+    void workspaceMayCloseWhileAnInsertedProjectIsBound()
+    {
+        StubScript &sim = executionScript(u"sim"_s, {IDockExtension::Iid});
+        sim.widgets = [] { return QList<QWidget *>{widget(u"Trace"_s)}; };
+        sim.on[u"initialise"_s] = [&] { dropWorkspace(); };
+        m_activity->addProject(makeProject(u"fw.vnp"_s));
+        QCOMPARE(dockNames(), QString());
+        QCOMPARE(m_stub->objectCount(), 0);
+    }
+
+    void refusedSaveOfAPluginIsReported()
+    {
+        buildScript(u"gcc"_s);
+        Project *project = addProject(u"fw"_s, u"gcc"_s, {});
+        m_binder->bindProjectPlugins(project);
+        m_binder->bindProjectPlugins(project);
+        QVERIFY(setFileTime(path(u"fw.vnp"_s), QDateTime::currentDateTime().addSecs(60)));
+        QVERIFY(!object(u"gcc"_s).project->save());
+        QCOMPARE(
+            page(OutputWindow::Build),
+            u"A plug-in cannot save %1: the file has been modified outside of the editor."_s.arg(path(u"fw.vnp"_s)));
     }
 
     void widgetWithATranslatedTitleStatesTheNameOfItsDock()

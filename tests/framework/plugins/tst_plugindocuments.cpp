@@ -215,7 +215,8 @@ private Q_SLOTS:
     void exceptionSkipsOneKindOnly_data()
     {
         QTest::addColumn<QString>("call");
-        for (const QString &call : {u"documentTemplate"_s, u"title"_s, u"syntaxHighlighter"_s, u"extensions"_s})
+        for (const QString &call : {u"documentTemplate"_s, u"title"_s, u"description"_s, u"icon"_s,
+                                    u"syntaxHighlighter"_s, u"indenter"_s, u"extensions"_s})
             QTest::newRow(qPrintable(call)) << call;
     }
 

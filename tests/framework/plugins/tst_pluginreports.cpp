@@ -1,18 +1,30 @@
 #include "../../plugins/stub/stub.h"
 #include "activity.h"
+#include "baseindent.h"
+#include "callplugin.h"
+#include "documenttemplate.h"
+#include "extensioncommands.h"
+#include "guardedtemplate.h"
 #include "ibuildenvironment.h"
+#include "icustomdocumentplugin.h"
+#include "idebugbuild.h"
 #include "idockextension.h"
 #include "iexecutionenvironment.h"
+#include "iextensioncommands.h"
 #include "ihost.h"
+#include "imakefilegenerator.h"
 #include "interfaceobject.h"
 #include "iprojectproperties.h"
 #include "iworkspaceclient.h"
 #include "outputpage.h"
 #include "outputwindow.h"
+#include "syntaxhighlighter.h"
+#include "textdocumenttemplate.h"
 #include "windowfixture.h"
 #include <QDockWidget>
 #include <QLabel>
 #include <QLineEdit>
+#include <QListWidget>
 #include <QPluginLoader>
 #include <QProgressBar>
 #include <QProgressDialog>
@@ -40,7 +52,9 @@ StubScript &script(const QString &label)
 class PluginWindow : public WindowFixture
 {
 public:
-    explicit PluginWindow(int projects = 1) : WindowFixture((prepare(), QList<QByteArray>{"varnel"}))
+    /// @p more sets what the program reads when it starts.
+    explicit PluginWindow(int projects = 1, const std::function<void()> &more = {})
+        : WindowFixture((prepare(more), QList<QByteArray>{"varnel"}))
     {
         write(u"main.c"_s, "one\ntwo\nthree\n");
         QStringList files;
@@ -87,9 +101,11 @@ public:
     }
 
 private:
-    static void prepare()
+    static void prepare(const std::function<void()> &more)
     {
         stub()->reset();
+        if (more)
+            more();
         for (const QString &name : {u"fw"_s, u"dsp"_s}) {
             script(name).label = name;
             script(name).offers = {IExecutionEnvironment::Iid, IBreakpoints::Iid, IWorkspaceClient::Iid};
@@ -118,11 +134,12 @@ public:
     }
     void configurationChanged(const QString &configuration) override { log += u"configuration "_s + configuration; }
     void currentProjectChanged(bool own) override { log += u"current %1"_s.arg(own); }
-    void cancelled(int progress) override { log += u"cancelled %1"_s.arg(progress); }
+    void cancelled(int progress) override { react(u"cancelled %1"_s.arg(progress), onCancelled); }
 
     QStringList log;
     std::function<void()> onFiles;
     std::function<void()> onProperty;
+    std::function<void()> onCancelled;
     int depth = 0;
     int maximumDepth = 0;
 
@@ -146,6 +163,77 @@ public:
     void apply(QWidget *page) override { applied = static_cast<QLineEdit *>(page)->text(); }
 
     QString applied;
+};
+
+/// A document that runs a function when it is asked whether its file is newer.
+class PictureDocument : public Document
+{
+public:
+    PictureDocument(DocumentTemplate *docTemplate, std::function<void()> asked)
+        : Document(docTemplate), m_asked(std::move(asked))
+    {}
+    bool open(const QString &filename) override { return create(filename); }
+    bool create(const QString &filename) override
+    {
+        m_name = filename;
+        return true;
+    }
+    bool save() override { return true; }
+    bool saveAs(const QString &) override { return true; }
+    QDateTime lastModified() override { return {}; }
+    QString filename() override { return m_name; }
+    QString title() override { return m_name; }
+    bool isNewerOnDisk() override
+    {
+        m_asked();
+        return false;
+    }
+
+private:
+    const std::function<void()> m_asked;
+    QString m_name;
+};
+
+class PictureView : public View
+{
+public:
+    using View::View;
+    void print() override {}
+    bool queryInterface(const QString &, void **) override { return false; }
+    using View::update;
+    void update(View *, bool) override {}
+};
+
+class PictureTemplate : public DocumentTemplate
+{
+public:
+    explicit PictureTemplate(std::function<void()> asked)
+        : DocumentTemplate(u"Picture"_s, {}, {}), m_asked(std::move(asked))
+    {}
+    bool canOpen(const QString &) override { return false; }
+    Document *createDocument() override { return new PictureDocument(this, m_asked); }
+    View *createView(Document *document) override { return new PictureView(document); }
+    QString extension() override { return u"picture"_s; }
+
+private:
+    const std::function<void()> m_asked;
+};
+/// A language that is derived from the template of text documents.
+class Language : public TextDocumentTemplate
+{
+public:
+    Language()
+        : TextDocumentTemplate(u"Assembler"_s, {}, {}, {u"asm"_s}, std::make_unique<SyntaxHighlighter>(),
+                               std::make_unique<BaseIndent>())
+    {}
+    bool canOpen(const QString &filename) override
+    {
+        if (throws)
+            throw std::runtime_error("boom");
+        return TextDocumentTemplate::canOpen(filename);
+    }
+
+    static inline bool throws = false;
 };
 } // namespace
 
@@ -227,6 +315,22 @@ private Q_SLOTS:
         QCOMPARE(f.state(), StateFinished);
     }
 
+    /// An expression that calls a function of the program runs it for a moment.
+    void statusThatReturnsWhileItIsHandledIsShown()
+    {
+        const PluginWindow f;
+        f.startSession();
+        script(u"fw"_s).on[u"currentLocation"_s] = [&] {
+            f.report(u"fw"_s, Status::ProgramRunning);
+            f.report(u"fw"_s, Status::ProgramPaused);
+        };
+        f.report(u"fw"_s, Status::ProgramPaused);
+        bool delivered = false; // after all reports that wait
+        QTimer::singleShot(AfterCallDelay, f.window.get(), [&] { delivered = true; });
+        QTRY_VERIFY(delivered);
+        QCOMPARE(f.state(), StatePaused);
+    }
+
     void reportOfAnotherThreadIsShown()
     {
         const PluginWindow f;
@@ -258,6 +362,51 @@ private Q_SLOTS:
         f.window->debugRun();
         QVERIFY(
             f.page(u"Debug"_s).endsWith(u"The plug-in 'Stub' has failed in IExecutionEnvironment::start: no probe"_s));
+    }
+
+    void exceptionIsShownOnThePageOfTheCommand_data()
+    {
+        QTest::addColumn<QString>("label");
+        QTest::addColumn<QString>("call");
+        QTest::addColumn<QString>("operation");
+        QTest::addColumn<QStringList>("pages");
+        const QStringList build{u"Build"_s};
+        QTest::newRow("makefiles") << u"fw-cc"_s << u"makefiles"_s << u"IMakefileGenerator::makefiles"_s << build;
+        QTest::newRow("build before a session") << u"fw-cc"_s << u"buildForDebug"_s << u"IDebugBuild::buildForDebug"_s
+                                                << QStringList{u"Build"_s, u"Debug"_s};
+        QTest::newRow("command of a build environment")
+            << u"fw-cc"_s << u"execute"_s << u"IExtensionCommands::execute"_s << build;
+        QTest::newRow("command of an execution environment")
+            << u"fw"_s << u"execute"_s << u"IExtensionCommands::execute"_s << QStringList{u"Debug"_s};
+    }
+
+    void exceptionIsShownOnThePageOfTheCommand()
+    {
+        QFETCH(QString, label);
+        QFETCH(QString, call);
+        QFETCH(QString, operation);
+        QFETCH(QStringList, pages);
+        const PluginWindow f;
+        for (const QString &each : {u"fw"_s, u"fw-cc"_s}) {
+            script(each).offers += IExtensionCommands::Iid;
+            script(each).commands = {{u"check"_s, u"Check"_s, {}, true, false}};
+        }
+        script(u"fw-cc"_s).offers += {IMakefileGenerator::Iid, IDebugBuild::Iid};
+        f.openAll();
+        script(label).on[call] = [] { throw std::runtime_error("no licence"); };
+        QTest::ignoreMessage(QtWarningMsg,
+                             qPrintable(operation + u": an exception has left the plug-in (no licence)"_s));
+        if (call == "makefiles"_L1) {
+            f.window->projectGenerateMakefile();
+        } else if (call == "execute"_L1) {
+            const Activity &activity = f.window->activity();
+            label == "fw"_L1 ? executeDebugExtension(activity, 0) : executeBuildExtension(activity.currentProject(), 0);
+        } else {
+            f.answers->press(QMessageBox::Ok); // the start has failed
+            f.window->debugRun();
+        }
+        for (const QString &page : {u"Build"_s, u"Debug"_s})
+            QCOMPARE(f.page(page).contains(u"has failed in %1: no licence"_s.arg(operation)), pages.contains(page));
     }
 
     void exceptionInAnEventOfAPluginsObjectIsCaught()
@@ -390,6 +539,42 @@ private Q_SLOTS:
         QVERIFY(projects[0]->containsFile(f.path(u"main.c"_s)));
         QVERIFY(projects[1]->containsFile(f.path(u"new.c"_s)));
         QVERIFY(!projects[1]->containsFile(f.path(u"main.c"_s)));
+    }
+
+    void contentsMayArriveInsideACall_data()
+    {
+        QTest::addColumn<QString>("label");
+        QTest::addColumn<QString>("call");
+        for (const QString &call : {u"build"_s, u"stop"_s, u"canCompile"_s})
+            QTest::newRow(qPrintable(call)) << u"fw-cc"_s << call;
+        for (const QString &call : {u"canAttach"_s, u"start"_s, u"currentLocation"_s, u"breakpoints"_s})
+            QTest::newRow(qPrintable(call)) << u"fw"_s << call;
+    }
+
+    void contentsMayArriveInsideACall()
+    {
+        QFETCH(QString, label);
+        QFETCH(QString, call);
+        const PluginWindow f;
+        f.openAll();
+        const auto events = shareInterface(stub()->object(u"fw-cc"_s)->buildEvents.get());
+        Project *project = f.window->activity().currentProject();
+        bool duringCall = false;
+        script(label).on[call] = [&] {
+            script(label).on.clear();
+            events->xmlFeedback(u"<project><file path='new.c'/></project>"_s);
+            duringCall = project->containsFile(f.path(u"new.c"_s));
+        };
+        f.window->buildBuild();
+        f.window->buildStopBuild();
+        events->buildFinished(true);
+        f.window->debugRun();
+        f.report(u"fw"_s, Status::ProgramPaused);
+        QVERIFY(script(label).on.isEmpty());
+        QVERIFY(!duringCall);
+        QTRY_VERIFY(project->containsFile(f.path(u"new.c"_s)));
+        QVERIFY(!project->containsFile(f.path(u"main.c"_s)));
+        QCOMPARE(f.state(), StatePaused);
     }
 
     void unreadableContentsChangeNothingAndAreReported()
@@ -594,6 +779,57 @@ private Q_SLOTS:
         QTRY_VERIFY(f.answers->allGiven());
     }
 
+    void fileThatIsOpenedTwiceInAQuestionShowsTheSecondPlace()
+    {
+        const PluginWindow f;
+        f.openAll();
+        const auto host = queryInterface<IHost>(stub()->object(u"fw"_s)->query.get());
+        script(u"fw"_s).on[u"canAttach"_s] = [&] {
+            script(u"fw"_s).on.clear();
+            host->openFile(u"main.c"_s, 3, 1);
+            host->openFile(u"main.c"_s, 2, 2);
+        };
+        f.window->buildBuild();
+        const auto place = [&] {
+            const QTextCursor cursor = f.view()->currentEdit()->textCursor();
+            return std::pair(cursor.blockNumber(), cursor.positionInBlock());
+        };
+        QTRY_COMPARE(place(), std::pair(1, 1));
+    }
+
+    void lastMessageStays()
+    {
+        const PluginWindow f;
+        f.openAll();
+        const auto host = queryInterface<IHost>(stub()->object(u"fw"_s)->query.get());
+        script(u"fw-cc"_s).on[u"build"_s] = [&] { host->showMessage(u"Building"_s, 0); };
+        f.window->buildBuild();
+        host->showMessage(u"make was not found"_s, 0);
+        QTRY_COMPARE(f.window->statusBar()->currentMessage(), u"make was not found"_s);
+        bool delivered = false; // after all changes that wait
+        QTimer::singleShot(AfterCallDelay, f.window.get(), [&] { delivered = true; });
+        QTRY_VERIFY(delivered);
+        QCOMPARE(f.window->statusBar()->currentMessage(), u"make was not found"_s);
+    }
+
+    void messageThatReturnsInsideAQuestionStays()
+    {
+        const PluginWindow f;
+        f.openAll();
+        const auto host = queryInterface<IHost>(stub()->object(u"fw"_s)->query.get());
+        script(u"fw"_s).on[u"canAttach"_s] = [&] {
+            script(u"fw"_s).on.clear();
+            for (const QString &text : {u"Connected"_s, u"Reading"_s, u"Connected"_s})
+                host->showMessage(text, 0);
+        };
+        f.window->buildBuild();
+        QTRY_COMPARE(f.window->statusBar()->currentMessage(), u"Connected"_s);
+        bool delivered = false;
+        QTimer::singleShot(AfterCallDelay, f.window.get(), [&] { delivered = true; });
+        QTRY_VERIFY(delivered);
+        QCOMPARE(f.window->statusBar()->currentMessage(), u"Connected"_s);
+    }
+
     void diagnosticsAreListedAndOpenTheirPlaces()
     {
         const PluginWindow f;
@@ -713,6 +949,31 @@ private Q_SLOTS:
         QVERIFY(!shown);
     }
 
+    /// Its button is in its event then.
+    void progressOfAProjectThatIsRemovedWhenItIsCancelledIsDeletedLater()
+    {
+        const PluginWindow f(2);
+        f.openAll();
+        const auto host = queryInterface<IHost>(stub()->object(u"fw"_s)->query.get());
+        const InterfacePtr<Events> events(new Events);
+        const int number = host->beginProgress(u"Flashing"_s, events.get());
+        const QPointer<QWidget> widget = f.window->statusBar()->findChild<QWidget *>(u"PluginProgress%1"_s.arg(number));
+        QVERIFY(widget);
+        bool existed = false;
+        bool hidden = false;
+        events->onCancelled = [&] {
+            f.window->projectWorkspace()->removeProject(f.window->activity().projects()[0]);
+            existed = widget;
+            hidden = !widget || widget->isHidden();
+        };
+        widget->findChild<QToolButton *>()->click();
+        QVERIFY(existed && hidden);
+        events->addRef();
+        QCOMPARE(events->release(), 1ul);
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        QVERIFY(!widget);
+    }
+
     void settingsAreThoseOfThePlugin()
     {
         const PluginWindow f(2);
@@ -823,6 +1084,50 @@ private Q_SLOTS:
         QCOMPARE(events->maximumDepth, 1);
     }
 
+    /// Another reference to the old plug-in objects must not keep what they have added to the window.
+    void hostOfAnUnboundProjectDoesNothing_data()
+    {
+        QTest::addColumn<bool>("removed");
+        QTest::newRow("reloaded with another option") << false;
+        QTest::newRow("removed") << true;
+    }
+
+    void hostOfAnUnboundProjectDoesNothing()
+    {
+        QFETCH(bool, removed);
+        const PluginWindow f(2);
+        f.openAll();
+        const auto query = shareInterface(stub()->object(u"fw"_s)->query.get());
+        const auto host = queryInterface<IHost>(query.get());
+        const InterfacePtr<Events> events(new Events);
+        const InterfacePtr<Page> page(new Page);
+        host->addEvents(events.get());
+        host->addOptionsPage(page.get());
+        host->setSetting(u"port"_s, 8);
+        const QPointer<Project> project = f.window->activity().projects()[0];
+        if (removed) {
+            f.window->projectWorkspace()->removeProject(project);
+        } else {
+            QByteArray content = f.read(u"fw.vnp"_s);
+            f.write(u"fw.vnp"_s,
+                    content.replace("executionenvironment=", "buildenvironmentoption='x' executionenvironment="));
+            QVERIFY(f.window->activity().currentProject() == project);
+            f.window->activity().reloadProject(project);
+        }
+        events->addRef();
+        QCOMPARE(events->release(), 1ul);
+        page->addRef();
+        QCOMPARE(page->release(), 1ul);
+        QCOMPARE(host->setting(u"port"_s, 3), QVariant(3));
+        host->addEvents(events.get());
+        events->addRef();
+        QCOMPARE(events->release(), 1ul);
+        if (!removed) {
+            const auto newHost = queryInterface<IHost>(stub()->object(u"fw"_s)->query.get());
+            QCOMPARE(newHost->setting(u"port"_s, 3).toInt(), 8);
+        }
+    }
+
     void hostWithoutItsProjectDoesNothing()
     {
         const PluginWindow f;
@@ -840,6 +1145,58 @@ private Q_SLOTS:
         host->addOptionsPage(nullptr);
         QCOMPARE(host->setting(u"key"_s, 3), QVariant(3));
         QCOMPARE(f.page(u"Build"_s), QString());
+    }
+
+    // Documents
+
+    /// A function of a document may run an event loop, in which the user closes another one.
+    void documentsThatCloseWhileAllAreCheckedAreLeftOut()
+    {
+        const PluginWindow f;
+        f.openAll();
+        int asked = 0;
+        auto kind = std::make_unique<PictureTemplate>([&] {
+            ++asked;
+            for (const QPointer<View> &view : f.window->viewManager()->views().guarded()) {
+                if (view && view != f.window->viewManager()->currentView())
+                    view->close();
+            }
+        });
+        f.window->workspace()->addTemplate(guardedTemplate(std::move(kind)).release());
+        for (const QString &name : {u"a.picture"_s, u"b.picture"_s, u"c.picture"_s}) {
+            f.write(name, "x");
+            QVERIFY(f.window->workspace()->newDocument(f.window->workspace()->templates().last(), f.path(name)));
+        }
+        f.window->fileSaveAll();
+        QVERIFY2(asked < 3, "a document without a view was asked");
+        QTRY_COMPARE(f.window->viewManager()->views().size(), 1);
+    }
+
+    /// A template of text documents represents itself, also one that a plug-in has derived from it.
+    void exceptionOfALanguageDoesNotEndTheCreationOfAFile()
+    {
+        const PluginWindow f(1, [] {
+            script(u"language"_s).type = IPluginObject::CustomDocument;
+            script(u"language"_s).offers = {ICustomDocumentPlugin::Iid};
+            script(u"language"_s).documentTemplate = [] { return new Language; };
+        });
+        f.installation.write(u"data/filetemplates/start/template.xml"_s,
+                             "<template><displayname>Start</displayname></template>");
+        f.installation.write(u"data/filetemplates/start/$name$.start"_s, "text");
+        f.openAll();
+        Language::throws = true;
+        QTest::ignoreMessage(QtWarningMsg, "DocumentTemplate::canOpen: an exception has left the plug-in (boom)");
+        const auto choose = [](QDialog *dialog) {
+            auto *list = dialog->findChild<QListWidget *>(u"fileIconView"_s);
+            list->setCurrentItem(list->findItems(u"Start"_s, Qt::MatchExactly).value(0));
+            dialog->findChild<QLineEdit *>(u"nameEdit"_s)->setText(u"new"_s);
+            QMetaObject::invokeMethod(dialog, "accept", Qt::QueuedConnection);
+        };
+        f.answers->meet(choose);
+        f.window->fileNew();
+        QVERIFY(f.answers->allGiven());
+        Language::throws = false;
+        QVERIFY(f.window->viewManager()->currentDocument()->filename().endsWith("/new.start"_L1));
     }
 
     void emptyFileIsNotAdded()
