@@ -140,6 +140,7 @@ void TextDocument::changeFileFormat(const TextFileFormat &format)
 bool TextDocument::create(const QString &filename)
 {
     m_filename = filename;
+    m_lastModified = QFileInfo(filename).lastModified(); // the user may have agreed to overwrite a file
     setModified(true);
     return true;
 }

@@ -293,6 +293,16 @@ private Q_SLOTS:
         QVERIFY(!f.document->isNewerOnDisk());
     }
 
+    void createdDocumentIsAsNewAsTheFileThatItOverwrites()
+    {
+        EditorFixture f;
+        const QString path = f.path(u"old.c"_s);
+        put(path, "old");
+        QVERIFY(f.document->create(path));
+        QVERIFY(!f.document->isNewerOnDisk());
+        QCOMPARE(f.document->lastModified(), QFileInfo(path).lastModified());
+    }
+
     void undoToTheSavedTextIsUnmodified()
     {
         EditorFixture f(u"text"_s);
