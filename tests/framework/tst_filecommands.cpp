@@ -428,6 +428,26 @@ private Q_SLOTS:
         QCOMPARE(f.openFiles(), agrees ? QStringList(QFileInfo(path).fileName()) : kept);
     }
 
+    void failedSaveAsOnAnOpenFileKeepsBothDocuments()
+    {
+        const WindowFixture f;
+        f.open(u"a.c"_s, "a");
+        f.type(u"unsaved "_s);
+        const QPointer<Document> other = f.document();
+        f.open(u"b.c"_s, "b");
+        QFile::setPermissions(f.path(u"a.c"_s), QFile::ReadOwner);
+        f.answers->choose({f.path(u"a.c"_s)});
+        f.answers->press(QMessageBox::Yes); // the file dialog asks whether to overwrite
+        f.answers->press(QMessageBox::Ok);
+        f.answers->press(QMessageBox::Ok);
+        f.window->fileSaveAs();
+        QVERIFY(f.answers->shown.last().startsWith(u"The following file could not be written:\n"_s));
+        QCOMPARE(f.openFiles(), (QStringList{u"a.c *"_s, u"b.c *"_s}));
+        QVERIFY(other);
+        QCOMPARE(static_cast<TextDocument *>(other.data())->text()->toPlainText(), u"unsaved a"_s);
+        QCOMPARE(f.document()->filename(), f.path(u"b.c"_s));
+    }
+
     void saveAsOnTheDocumentsOwnFileAsksNothingMore()
     {
         const WindowFixture f;

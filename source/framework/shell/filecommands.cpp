@@ -156,32 +156,31 @@ void FileCommands::saveAs()
                                          tr("Source Files (*.c *.cpp *.h *.kor);;Python Files (*.py);;All Files (*.*)"),
                                          {},
                                          present.fileName()});
-    if (path.isEmpty() || !document || !closeOthersOn(path, document) || !document)
+    const QPointer<Document> other = document && !path.isEmpty() ? otherDocumentOn(path, document) : nullptr;
+    if (path.isEmpty() || (other && !mayDiscard(other, path)) || !document)
         return;
-    document->saveAs(path);
+    if (document->saveAs(path) && other)
+        discard(other); // only now: after a failed save, its changes would be nowhere
     m_window.directories().remember(u"Files"_s, path);
 }
 
-/// Two documents on one file would overwrite each other's changes. False if the user keeps another one open.
-bool FileCommands::closeOthersOn(const QString &path, const Document *document)
+/// Two documents on one file would overwrite each other's changes.
+bool FileCommands::mayDiscard(const Document *other, const QString &path)
 {
-    const QPointer<Document> other = otherDocumentOn(path, document);
-    if (!other)
-        return true;
     const QString question = other->modified()
                                  ? tr("The following file is open and has unsaved changes:\n\n%1\n\n"
                                       "Are you sure that you want to discard them and to overwrite the file?")
                                  : tr("The following file is open:\n\n%1\n\n"
                                       "Are you sure that you want to close it and to overwrite it?");
-    const auto answer = showInformation(m_window.dialogParent(), question.arg(QDir::toNativeSeparators(path)),
-                                        {QMessageBox::Ok, QMessageBox::Cancel});
-    if (answer != QMessageBox::Ok)
-        return false;
-    if (other) {
-        other->setModified(false); // its views would ask
-        m_window.viewManager()->closeDocument(other);
-    }
-    return true;
+    return showInformation(m_window.dialogParent(), question.arg(QDir::toNativeSeparators(path)),
+                           {QMessageBox::Ok, QMessageBox::Cancel})
+           == QMessageBox::Ok;
+}
+
+void FileCommands::discard(Document *document)
+{
+    document->setModified(false); // its views would ask
+    m_window.viewManager()->closeDocument(document);
 }
 
 Document *FileCommands::otherDocumentOn(const QString &path, const Document *document) const

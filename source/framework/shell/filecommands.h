@@ -53,7 +53,8 @@ private:
     bool openAndRemember(const QString &path);
     [[nodiscard]] QList<Document *> newerDocuments() const;
     [[nodiscard]] QStringList newerProjectFiles() const;
-    [[nodiscard]] bool closeOthersOn(const QString &path, const Document *document);
+    [[nodiscard]] bool mayDiscard(const Document *other, const QString &path);
+    void discard(Document *document);
     [[nodiscard]] Document *otherDocumentOn(const QString &path, const Document *document) const;
 
     const Activity &m_activity;
