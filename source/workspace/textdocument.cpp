@@ -172,7 +172,7 @@ bool TextDocument::saveAs(const QString &filename)
     if (save())
         return true;
     if (self) {
-        m_filename = previous; // another document may have the new name
+        m_filename = previous;         // another document may have the new name
         Q_EMIT documentModified(true); // views show the title
     }
     return false;

@@ -245,8 +245,8 @@ private Q_SLOTS:
         const WindowFixture f;
         f.open(u"a.c"_s, "old");
         f.type(u"new "_s);
-        const QString question =
-            u"Are you sure that you want to revert to the saved version of:\n\n"_s + f.path(u"a.c"_s) + u"\n\n"_s;
+        const QString question = u"Are you sure that you want to revert to the saved version of:\n\n"_s
+                                 + f.path(u"a.c"_s) + u"\n\nYou will lose your changes that are not saved."_s;
         f.answers->press(QMessageBox::Cancel);
         f.window->fileRevert();
         QCOMPARE(f.answers->shown, QStringList(question));
@@ -256,6 +256,62 @@ private Q_SLOTS:
         f.window->fileRevert();
         QCOMPARE(f.text(), u"old"_s);
         QCOMPARE(f.openFiles(), QStringList(u"a.c"_s));
+    }
+
+    void returnRevertsOnlyATextWithoutChanges_data()
+    {
+        QTest::addColumn<QString>("typed");
+        QTest::addColumn<bool>("namesChanges");
+        QTest::addColumn<QString>("text");
+        QTest::newRow("unmodified") << QString() << false << u"newer"_s;
+        QTest::newRow("modified") << u"mine "_s << true << u"mine old"_s;
+    }
+    void returnRevertsOnlyATextWithoutChanges()
+    {
+        QFETCH(const QString, typed);
+        QFETCH(const bool, namesChanges);
+        QFETCH(const QString, text);
+        const WindowFixture f;
+        f.open(u"a.c"_s, "old");
+        if (!typed.isEmpty())
+            f.type(typed);
+        f.write(u"a.c"_s, "newer");
+        QString question;
+        f.answers->meet([&question](QDialog *dialog) {
+            question = qobject_cast<QMessageBox *>(dialog)->text();
+            QTest::keyClick(dialog, Qt::Key_Return);
+        });
+        f.window->fileRevert();
+        QCOMPARE(question.contains(u"You will lose your changes"_s), namesChanges);
+        QCOMPARE(f.text(), text);
+    }
+
+    void revertingWithoutAFileKeepsTheText()
+    {
+        const WindowFixture f;
+        f.open(u"a.c"_s, "old");
+        f.type(u"mine "_s);
+        QFile::remove(f.path(u"a.c"_s));
+        f.answers->press(QMessageBox::Ok);
+        f.window->fileRevert();
+        QCOMPARE(f.answers->shown, QStringList(u"The following file does not exist:\n"_s + f.path(u"a.c"_s)
+                                               + u"\n\nThe text stays open as it is."_s));
+        QCOMPARE(f.answers->lastBox(), Warn);
+        QCOMPARE(f.text(), u"mine old"_s);
+        QCOMPARE(f.openFiles(), QStringList(u"a.c *"_s));
+    }
+
+    void fileRemovedDuringTheQuestionKeepsTheText()
+    {
+        const WindowFixture f;
+        f.open(u"a.c"_s, "old");
+        f.answers->meet([&f](QDialog *dialog) {
+            QFile::remove(f.path(u"a.c"_s));
+            qobject_cast<QMessageBox *>(dialog)->button(QMessageBox::Ok)->click();
+        });
+        f.answers->press(QMessageBox::Ok);
+        f.window->fileRevert();
+        QCOMPARE(f.text(), u"old"_s);
     }
 
     void revertingKeepsCursorPanesAndScrollPosition()

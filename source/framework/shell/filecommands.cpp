@@ -121,12 +121,22 @@ void FileCommands::revert()
     const QPointer<Document> document = m_window.viewManager()->currentDocument();
     if (!document)
         return;
-    const QString question = tr("Are you sure that you want to revert to the saved version of:\n\n%1\n\n");
-    if (showInformation(m_window.dialogParent(), question.arg(document->filename()),
-                        {QMessageBox::Ok, QMessageBox::Cancel})
-            == QMessageBox::Ok
-        && document)
-        m_window.workspace()->reopenDocument(document->filename());
+    const QString path = document->filename();
+    if (!m_window.workspace()->hasFile(document) || !mayRevert(path, document->modified()) || !document)
+        return;
+    m_window.workspace()->reopenDocument(path);
+}
+
+/// A command that loses changes is not what Return chooses.
+bool FileCommands::mayRevert(const QString &path, bool modified) const
+{
+    QString question = tr("Are you sure that you want to revert to the saved version of:\n\n%1\n\n").arg(path);
+    if (modified)
+        question += tr("You will lose your changes that are not saved.");
+    const auto preferred = modified ? QMessageBox::Cancel : QMessageBox::Ok;
+    return ::showMessage(QMessageBox::Information, m_window.dialogParent(), question,
+                         {QMessageBox::Ok, QMessageBox::Cancel}, messageCaption(), preferred)
+           == QMessageBox::Ok;
 }
 
 void FileCommands::save()

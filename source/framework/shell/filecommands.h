@@ -53,6 +53,7 @@ private:
     bool openAndRemember(const QString &path);
     [[nodiscard]] QList<Document *> newerDocuments() const;
     [[nodiscard]] QStringList newerProjectFiles() const;
+    [[nodiscard]] bool mayRevert(const QString &path, bool modified) const;
     [[nodiscard]] bool mayDiscard(const Document *other, const QString &path);
     void discard(Document *document);
     [[nodiscard]] Document *otherDocumentOn(const QString &path, const Document *document) const;
