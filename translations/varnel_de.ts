@@ -4008,6 +4008,10 @@ Die Ausführungsumgebung unterstützt es nicht.</translation>
 <context>
     <name>PeripheralAccess</name>
     <message>
+        <source>It is not a file.</source>
+        <translation>Sie ist keine Datei.</translation>
+    </message>
+    <message>
         <source>The device description &apos;%1&apos; cannot be read: %2
 </source>
         <translation>Die Gerätebeschreibung &apos;%1&apos; kann nicht gelesen werden: %2

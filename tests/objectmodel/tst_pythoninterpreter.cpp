@@ -9,6 +9,7 @@
 #include <QPushButton>
 #include <QTest>
 #include <QTimer>
+#include <sys/stat.h>
 using namespace Qt::StringLiterals;
 
 class TestPythonInterpreter : public QObject
@@ -325,6 +326,9 @@ private Q_SLOTS:
         QTest::addColumn<QString>("path");
         QTest::newRow("missing") << m_directory.filePath(u"nowhere.py"_s);
         QTest::newRow("a directory") << m_directory.path();
+        const QString pipe = m_directory.filePath(u"pipe.py"_s);
+        QVERIFY(QFileInfo::exists(pipe) || ::mkfifo(QFile::encodeName(pipe).constData(), 0600) == 0);
+        QTest::newRow("a pipe") << pipe;
     }
     void fileThatCannotBeOpenedReturnsTrue()
     {
