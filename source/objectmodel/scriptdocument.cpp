@@ -33,7 +33,7 @@ void ScriptDocument::activate() const
 void ScriptDocument::save() const
 {
     const QString path = document().filename(); // the document may be closed while a message is shown
-    if (!document().save())
+    if ((document().isNewerOnDisk() && !model().host().mayOverwriteNewer(path)) || !document().save())
         raiseNotSaved(path);
 }
 

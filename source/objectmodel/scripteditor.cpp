@@ -57,6 +57,19 @@ void ScriptEditor::newDocument(const QString &path, int addToProject) const
 
 void ScriptEditor::saveAll(int modifiedOnly) const
 {
+    const Workspace *workspace = model().host().workspace();
+    const auto isOverwritten = [modifiedOnly](Document *document) {
+        return (document->modified() || modifiedOnly == 0) && document->isNewerOnDisk();
+    };
+    QStringList newer;
+    for (Document *document : workspace->documents()) {
+        if (isOverwritten(document))
+            newer.append(document->filename());
+    }
+    for (const QString &path : std::as_const(newer)) {
+        if (!model().host().mayOverwriteNewer(path))
+            raisePython(PyExc_OSError, u"Could not save file '%1'."_s.arg(path));
+    }
     model().host().workspace()->saveAll(modifiedOnly != 0);
 }
 

@@ -47,7 +47,10 @@ bool View::askToSave()
                                         window()->windowTitle());
     if (!self || answer == QMessageBox::Cancel)
         return false;
-    return answer == QMessageBox::No || m_document->save();
+    if (answer == QMessageBox::No)
+        return true;
+    const bool maySave = !m_document->isNewerOnDisk() || mayOverwriteNewer(window(), m_document->filename());
+    return self && maySave && m_document->save();
 }
 
 void View::closeEvent(QCloseEvent *event)

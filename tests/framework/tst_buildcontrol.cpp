@@ -49,6 +49,9 @@ public:
     QDateTime lastModified() override { return {}; }
     QString filename() override { return m_filename; }
     QString title() override { return QFileInfo(m_filename).fileName(); }
+    bool isNewerOnDisk() override { return newer; }
+
+    bool newer = false;
 
 private:
     const QString m_filename;
@@ -614,6 +617,30 @@ private Q_SLOTS:
         m_control->buildCompileFile();
         QVERIFY(!story().contains(u"save"_s));
         QVERIFY(!QFile::exists(project->fileName()));
+    }
+
+    void newerFileIsOverwrittenForACompilationOnlyIfConfirmed_data()
+    {
+        QTest::addColumn<bool>("overwrites");
+        QTest::newRow("overwrites") << true;
+        QTest::newRow("keeps") << false;
+    }
+    void newerFileIsOverwrittenForACompilationOnlyIfConfirmed()
+    {
+        QFETCH(const bool, overwrites);
+        addBuildProject(u"fw"_s, u"main.c"_s);
+        addDocument(u"main.c"_s, true)->newer = true;
+        m_control->setCurrentFile(path(u"main.c"_s));
+        story();
+        answer(overwrites ? QMessageBox::Ok : QMessageBox::Cancel);
+        m_control->buildCompileFile();
+        const QStringList messages = takeMessages();
+        QVERIFY(messages.value(0).startsWith(u"information Varnel: A newer version of this file exists on disk:"_s));
+        QCOMPARE(messages.size(), 1);
+        QCOMPARE(story(), overwrites ? u"document.save main.c\n"
+                                       "window.state 2, clear page\n"
+                                       "fw.compile(%1, Debug)"_s.arg(path(u"main.c"_s))
+                                     : QString());
     }
 
     void unsavableProjectShowsAMessageAndTheFileIsCompiled()

@@ -426,6 +426,29 @@ private Q_SLOTS:
         QCOMPARE(f.answers->shown.size(), 1);
     }
 
+    void closingOverANewerFileAsksBeforeItSaves_data()
+    {
+        QTest::addColumn<bool>("overwrites");
+        QTest::newRow("overwrites") << true;
+        QTest::newRow("keeps") << false;
+    }
+    void closingOverANewerFileAsksBeforeItSaves()
+    {
+        QFETCH(const bool, overwrites);
+        const WindowFixture f;
+        f.open(u"a.c"_s, "old");
+        f.type(u"mine "_s);
+        f.changeOutside(u"a.c"_s, "other");
+        f.answers->press(QMessageBox::Yes);
+        f.answers->press(overwrites ? QMessageBox::Ok : QMessageBox::Cancel);
+        f.window->fileClose();
+        QCOMPARE(f.answers->shown.value(1), u"A newer version of this file exists on disk:\n\n"_s + f.path(u"a.c"_s)
+                                                + u"\n\nAre you sure that you want to overwrite the newer version?"_s);
+        QCOMPARE(f.answers->lastBox(), AskOkCancel);
+        QCOMPARE(f.openFiles(), overwrites ? QStringList() : QStringList(u"a.c *"_s));
+        QCOMPARE(f.read(u"a.c"_s), QByteArray(overwrites ? "mine old" : "other"));
+    }
+
     void savingUnderAnotherName()
     {
         const WindowFixture f;
