@@ -5,11 +5,13 @@
 #include "outputwindow.h"
 #include "projecttree.h"
 #include "projecttreeitem.h"
+#include "searchbox.h"
 #include "windowfixture.h"
 #include <QAction>
 #include <QClipboard>
 #include <QComboBox>
 #include <QMenu>
+#include <QMenuBar>
 #include <QPushButton>
 #include <QTabBar>
 #include <QToolBar>
@@ -114,6 +116,62 @@ private Q_SLOTS:
         QCOMPARE(f.enabled(EditActions), u"editRedo editCut editCopy editPaste"_s);
         QTest::keyClick(f.view()->currentEdit(), Qt::Key_Left);
         QCOMPARE(f.enabled(EditActions), u"editRedo editPaste"_s);
+    }
+
+    void editActionsFollowTheFocus()
+    {
+        const ProductWindow f;
+        f.open(u"a.c"_s, "one two");
+        f.view()->setFocus();
+        QTest::keyClick(f.view()->currentEdit(), Qt::Key_X);
+        f.action(u"editSelectAll"_s)->trigger();
+        f.action(u"editCopy"_s)->trigger();
+        const QString inText = u"editUndo editCut editCopy editPaste"_s;
+        QCOMPARE(f.enabled(EditActions), inText);
+        OutputPage *page = f.window->outputWindow()->page(OutputWindow::Build);
+        f.window->outputWindow()->displayPage(OutputWindow::Build);
+        page->setFocus();
+        QVERIFY(page->hasFocus());
+        QCOMPARE(f.enabled(EditActions), QString());
+        page->outputLine(u"text\n"_s);
+        page->selectAll();
+        QCOMPARE(f.enabled(EditActions), u"editCopy"_s);
+        f.view()->setFocus();
+        QCOMPARE(f.enabled(EditActions), inText);
+        f.window->findChild<SearchBox *>()->setFocus();
+        QVERIFY(!f.view()->currentEdit()->hasFocus());
+        QCOMPARE(f.enabled(EditActions), QString());
+        f.view()->insertText(u"more"_s);
+        f.view()->selectAll(); // as a search does
+        QCOMPARE(f.enabled(EditActions), QString());
+        f.view()->setFocus();
+        QCOMPARE(f.enabled(EditActions), inText);
+    }
+
+    void editActionsAreDisabledAfterTheLastFileIsClosed()
+    {
+        const ProductWindow f;
+        f.open(u"a.c"_s, "one two");
+        f.view()->setFocus();
+        QTest::keyClick(f.view()->currentEdit(), Qt::Key_X);
+        f.action(u"editSelectAll"_s)->trigger();
+        f.action(u"editCopy"_s)->trigger();
+        QVERIFY(!f.enabled(EditActions).isEmpty());
+        f.document()->setModified(false);
+        f.window->fileClose();
+        QVERIFY(f.openFiles().isEmpty());
+        QCOMPARE(f.enabled(EditActions), QString());
+    }
+
+    void openMenuKeepsTheEditActionsOfTheText()
+    {
+        const ProductWindow f;
+        f.open(u"a.c"_s, "one two");
+        f.view()->setFocus();
+        QTest::keyClick(f.view()->currentEdit(), Qt::Key_X);
+        f.window->menuBar()->setFocus();
+        QVERIFY(!f.view()->currentEdit()->hasFocus());
+        QCOMPARE(f.enabled(EditActions), u"editUndo"_s);
     }
 
     void cutAndPasteFollowTheTree()
