@@ -1,3 +1,4 @@
+#include "commandlinewindow.h"
 #include "pythoninterpreter.h"
 #include "pythonruntime.h"
 #include "pythonstring.h"
@@ -245,6 +246,29 @@ private Q_SLOTS:
         });
         QVERIFY(shown({u"while True: pass"_s, u""_s}).contains(u"KeyboardInterrupt"_s));
         QCOMPARE(edit.text(), QString());
+    }
+
+    /// Ctrl+Z means undo in other widgets.
+    void keysInterruptAStatementInTheConsoleOnly()
+    {
+        QLineEdit edit;
+        edit.insert(u"text"_s);
+        CommandLineWindow console;
+        edit.show();
+        console.show();
+        connect(&console, &CommandLineWindow::interruptRequested, m_interpreter.get(), &PythonInterpreter::interrupt);
+        QString text;
+        connect(m_interpreter.get(), &PythonInterpreter::runningChanged, this, [&](bool on) {
+            if (!on)
+                return;
+            QTimer::singleShot(0, &edit, [&] {
+                QTest::keyClick(&edit, Qt::Key_Z, Qt::ControlModifier);
+                text = edit.text();
+                QTest::keyClick(&console, Qt::Key_C, Qt::ControlModifier);
+            });
+        });
+        QVERIFY(shown({u"while True: pass"_s, u""_s}).contains(u"KeyboardInterrupt"_s));
+        QCOMPARE(text, u"text"_s);
     }
 
     void threadsRunWhileThePromptWaits()
