@@ -13,7 +13,7 @@ View::View(Document *document, QWidget *parent) : QWidget(parent), m_document(do
     VARNEL_ASSERT(document);
     if (!document)
         return;
-    connect(document, &Document::documentModified, this, &View::updateTitle);
+    connect(document, &Document::documentModified, this, &View::documentModified);
     connect(document, &Document::updateViews, this, qOverload<View *, bool>(&View::update));
     updateTitle();
 }
@@ -35,6 +35,11 @@ void View::updateTitle()
         m_title += u" *"_s;
     setWindowTitle(m_title);
     Q_EMIT viewTitleChanged(this);
+}
+
+void View::documentModified(bool)
+{
+    updateTitle();
 }
 
 /// Returns whether the view may close.

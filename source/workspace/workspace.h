@@ -49,11 +49,13 @@ Q_SIGNALS:
     void documentReopened();
     void modificationChanged(); ///< A document was modified, saved or closed.
 
+private Q_SLOTS:
+    void documentDestroyed(QObject *doc);
+
 private:
     enum class Placement { Append, InPlace };
     using Loader = bool (Document::*)(const QString &);
 
-    void documentDestroyed(QObject *doc);
     [[nodiscard]] DocumentTemplate *templateFor(const QString &filename, const char *inherits) const;
     /// A loaded document without a view, or null.
     static std::unique_ptr<Document> create(DocumentTemplate *docTemplate, Loader loader, const QString &filename);
