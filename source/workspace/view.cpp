@@ -1,6 +1,7 @@
 #include "view.h"
 #include "document.h"
 #include "messages.h"
+#include "newerfile.h"
 #include "varnelassert.h"
 #include <QCloseEvent>
 #include <QDir>
@@ -54,8 +55,8 @@ bool View::askToSave()
         return false;
     if (answer == QMessageBox::No)
         return true;
-    const bool maySave = !m_document->isNewerOnDisk() || mayOverwriteNewer(window(), m_document->filename());
-    return self && maySave && m_document->save();
+    const bool agreed = maySave(window(), m_document);
+    return self && agreed && m_document->save();
 }
 
 void View::closeEvent(QCloseEvent *event)

@@ -1,14 +1,13 @@
 #include "../base/blockedfile.h"
+#include "commandlinewindow.h"
 #include "dockwindow.h"
 #include "findinfilesdialog.h"
 #include "outputpage.h"
 #include "outputwindow.h"
+#include "productmenus.h"
 #include "projecttree.h"
 #include "projecttreeitem.h"
 #include "searchbox.h"
-#include "windowfixture.h"
-#include <QAction>
-#include <QClipboard>
 #include <QComboBox>
 #include <QMenu>
 #include <QMenuBar>
@@ -22,34 +21,11 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-class ProductWindow : public WindowFixture
+class ProductWindow : public ProductMenus
 {
 public:
-    ProductWindow()
-    {
-        QGuiApplication::clipboard()->clear();
-        QFile ui(QStringLiteral(VARNEL_SOURCE_DIR "/config/uiconfig.xml"));
-        if (!ui.open(QIODevice::ReadOnly))
-            qFatal("cannot read");
-        static const QRegularExpression icons(u" icon=\"[^\"]*\""_s);
-        const QString content = QString::fromUtf8(ui.readAll()).remove(icons);
-        installation.write(u"config/uiconfig.xml"_s, content.toUtf8());
-        restart();
-        window->activateWindow();
-        [[maybe_unused]] const bool active = QTest::qWaitForWindowActive(window.get());
-    }
-
-    [[nodiscard]] QAction *action(const QString &name) const { return window->findChild<QAction *>(name); }
     [[nodiscard]] ProjectTree *tree() const { return window->findChild<ProjectTree *>(); }
     [[nodiscard]] DockWindow *dock(const QString &name) const { return window->findChild<DockWindow *>(name); }
-
-    /// Those of @p names that are enabled.
-    [[nodiscard]] QString enabled(const QString &names) const
-    {
-        QStringList found = names.split(u' ');
-        found.removeIf([this](const QString &name) { return !action(name)->isEnabled(); });
-        return found.join(u' ');
-    }
 
     void openProject(const QStringList &files) const
     {
@@ -569,6 +545,17 @@ private Q_SLOTS:
         f.window->outputWindow()->setConsoleHistory(many);
         f.restart();
         QCOMPARE(f.window->outputWindow()->consoleHistory(), many.last(500));
+    }
+
+    void consoleUsesTheVirtualEnvironmentOfTheSettings()
+    {
+        ProductWindow f;
+        f.settings()->setValue(u"Python/VirtualEnvironment"_s, u"/nowhere"_s);
+        f.restart();
+        const auto *console = f.window->findChild<CommandLineWindow *>();
+        QVERIFY(console);
+        QVERIFY2(console->toPlainText().contains(u"The virtual environment '/nowhere' has no packages"_s),
+                 qPrintable(console->toPlainText()));
     }
 
     void saveAllContinuesAfterAFileThatCannotBeWritten()

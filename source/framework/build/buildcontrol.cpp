@@ -12,6 +12,7 @@
 #include "messages.h"
 #include "navigator.h"
 #include "newconfigurationdialog.h"
+#include "newerfile.h"
 #include "outputpage.h"
 #include "outputwindow.h"
 #include "population.h"
@@ -308,7 +309,7 @@ bool BuildControl::saveForCompile(Project *project) const
     const QPointer<Document> document = m_window.workspace()->findDocument(path);
     if (!document || !document->modified())
         return true;
-    if (document->isNewerOnDisk() && !mayOverwriteNewer(m_window.dialogParent(), document->filename()))
+    if (!maySave(m_window.dialogParent(), document))
         return false;
     if (document)
         document->save();

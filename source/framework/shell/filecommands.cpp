@@ -5,6 +5,7 @@
 #include "largetextview.h"
 #include "lastdirectories.h"
 #include "messages.h"
+#include "newerfile.h"
 #include "project.h"
 #include "projectsaving.h"
 #include "projectworkspace.h"
@@ -144,12 +145,7 @@ void FileCommands::save()
     const QPointer<Document> document = m_window.viewManager()->currentDocument();
     if (!document)
         return;
-    if (document->isNewerOnDisk()) {
-        m_changeCheck.noteReported(document);
-        if (!::mayOverwriteNewer(m_window.dialogParent(), document->filename()))
-            return;
-    }
-    if (document)
+    if (maySave(m_window.dialogParent(), document) && document)
         document->save();
 }
 
@@ -221,7 +217,7 @@ bool FileCommands::mayOverwriteNewer()
 {
     QStringList paths;
     for (Document *document : newerDocuments()) {
-        m_changeCheck.noteReported(document);
+        noteReported(document);
         paths.append(document->filename());
     }
     paths += newerProjectFiles();

@@ -3,6 +3,7 @@
 #include "recentfilelist.h"
 #include <QObject>
 class Activity;
+class Document;
 class View;
 class WindowServices;
 
