@@ -251,6 +251,7 @@ private Q_SLOTS:
     /// Ctrl+Z means undo in other widgets.
     void keysInterruptAStatementInTheConsoleOnly()
     {
+        m_interpreter->setInputAvailable([] { return true; });
         QLineEdit edit;
         edit.insert(u"text"_s);
         CommandLineWindow console;
