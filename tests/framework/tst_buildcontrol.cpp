@@ -455,8 +455,8 @@ private Q_SLOTS:
         m_output->outputLine(OutputWindow::Build, u"[1/9] Compiling early.c\n"_s);
         QCOMPARE(m_status, QStringList()); // nothing is being built
         m_control->buildBuild();
-        for (const QString &line : {u"[3/17] Compiling a.c\n"_s, u"a.c:3:9: error: x\n"_s, u"a.c:4:9: warning: y\n"_s,
-                                    u"a.c:5:9: warning: z\n"_s})
+        for (const QString &line : {u"[3/17] Compiling a.c\n"_s, u"a.c(3): error: x\n"_s, u"a.c(4): warning: y\n"_s,
+                                    u"a.c(5): warning: z\n"_s})
             m_output->outputLine(OutputWindow::Build, line);
         QCOMPARE(m_status, QStringList(u"Building: 3 of 17"_s));
         if (stops)

@@ -1,6 +1,8 @@
+#include "finddialog.h"
 #include "outputpage.h"
 #include "outputwindow.h"
 #include "productmenus.h"
+#include <QComboBox>
 
 // From the keys and menus of the product to the text of the view in front.
 
@@ -61,7 +63,7 @@ private Q_SLOTS:
         f.edit(u"a.c"_s, "one\ntwo\nthree\n");
         f.selectLines(1, 2);
         f.press(Qt::Key_Tab);
-        QCOMPARE(f.text(), u"    one\n    two\nthree\n"_s);
+        QCOMPARE(f.text(), u"\tone\n\ttwo\nthree\n"_s);
         f.press(Qt::Key_Backtab, Qt::ShiftModifier);
         QCOMPARE(f.text(), u"one\ntwo\nthree\n"_s);
     }
@@ -123,8 +125,12 @@ private Q_SLOTS:
     {
         const EditActions f;
         f.edit(u"a.c"_s, "one\ntwo one\nthree one\n");
-        f.window->searchBoxFind(u"one"_s);
+        f.action(u"editFind"_s)->trigger();
+        auto *dialog = f.window->findChild<FindDialog *>();
+        dialog->findChild<QComboBox *>(u"FindWhatCombo"_s)->setEditText(u"one"_s);
+        dialog->hide();
         f.view()->setFocus();
+        f.action(u"editFindNext"_s)->trigger();
         QCOMPARE(f.selection(), u"one in 1"_s);
         f.action(u"editFindNext"_s)->trigger();
         QCOMPARE(f.selection(), u"one in 2"_s);
@@ -145,8 +151,8 @@ private Q_SLOTS:
         f.edit(u"a.c"_s, "1\n2\n3\n");
         OutputPage *page = f.window->outputWindow()->page(OutputWindow::Build);
         for (const QString &line :
-             {u"Compiling a.c(1)\n"_s, f.path(u"a.c"_s) + u":2:1: error: x\n"_s,
-              f.path(u"gone.c"_s) + u":1:1: error: x\n"_s, f.path(u"b.c"_s) + u":4:1: warning: x\n"_s, u"Done\n"_s})
+             {u"Compiling a.c(1)\n"_s, f.path(u"a.c"_s) + u"(2): error: x\n"_s,
+              f.path(u"gone.c"_s) + u"(1): error: x\n"_s, f.path(u"b.c"_s) + u"(4): warning: x\n"_s, u"Done\n"_s})
             page->outputLine(line);
         auto *dock = f.window->findChild<QWidget *>(u"outputDockWindow"_s);
         dock->hide();
@@ -167,7 +173,7 @@ private Q_SLOTS:
     {
         const EditActions f;
         f.edit(u"a.c"_s, "1\n");
-        f.window->outputWindow()->outputLine(OutputWindow::Build, f.path(u"gone.c"_s) + u":1:1: error: x\n"_s);
+        f.window->outputWindow()->outputLine(OutputWindow::Build, f.path(u"gone.c"_s) + u"(1): error: x\n"_s);
         f.action(u"editNextMessage"_s)->trigger();
         QCOMPARE(f.status(), u"No line of the output leads to a source file"_s);
         QCOMPARE(f.openFiles(), QStringList(u"a.c"_s));

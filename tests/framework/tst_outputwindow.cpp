@@ -384,7 +384,7 @@ private Q_SLOTS:
             shown = button->isVisible();
             QTest::mouseClick(button, Qt::LeftButton);
         });
-        enter({u"while True: pass"_s, QString()});
+        enter({u"while True: pass"_s});
         QVERIFY(shown);
         QVERIFY(!button->isVisible());
         QVERIFY2(console()->toPlainText().endsWith(u"KeyboardInterrupt\n>>> "_s), qPrintable(console()->toPlainText()));
@@ -395,7 +395,7 @@ private Q_SLOTS:
         startConsole();
         m_window->show();
         QTimer::singleShot(0, console(), [this] { QTest::keyClick(console(), Qt::Key_C, Qt::ControlModifier); });
-        enter({u"while True: pass"_s, QString()});
+        enter({u"while True: pass"_s});
         QVERIFY2(console()->toPlainText().endsWith(u"KeyboardInterrupt\n>>> "_s), qPrintable(console()->toPlainText()));
     }
 
