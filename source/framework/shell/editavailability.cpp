@@ -11,7 +11,7 @@
 #include <QMenuBar>
 
 EditAvailability::EditAvailability(AvailabilityWindow &window, const WindowServices &services)
-    : m_window(window), m_services(services)
+    : QObject(services.viewManager()), m_window(window), m_services(services)
 {
     const ViewManager *views = services.viewManager();
     const auto pass = [this, views](auto viewSignal, auto windowSignal) {

@@ -5,7 +5,7 @@ class View;
 class WindowServices;
 
 /// Disables the edit commands while the keyboard focus is in a part of the window where they do nothing. Views, the
-/// output window and the navigator report what they can do when they get the focus.
+/// output window and the navigator report what they can do when they get the focus. It belongs to the view manager.
 class EditAvailability : public QObject
 {
     Q_OBJECT

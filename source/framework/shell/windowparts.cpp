@@ -126,7 +126,6 @@ WindowParts::WindowParts(MainWindow &window)
 /// Deletes the views before the kinds of their documents, and both before the objects that they refer to.
 WindowParts::~WindowParts()
 {
-    editAvailability.reset();
     viewManager.reset();
     workspace.reset();
 }
@@ -171,7 +170,7 @@ void WindowParts::setUpWorkspace()
     workspace->setViewManager(viewManager.get());
     window.setCentralWidget(viewManager.get());
     connectViews();
-    editAvailability = std::make_unique<EditAvailability>(window, services);
+    new EditAvailability(window, services);
     const PluginSource plugins{application()->plugins(),
                                [](const QString &feature) { return application()->createPlugin(feature); }};
     registerDocumentKinds(*workspace, {formats.table(), &services, stateDirectory().filePath(u"swap"_s)},

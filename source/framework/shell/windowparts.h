@@ -36,7 +36,6 @@
 #include <QPointer>
 class ContextHelp;
 class DockWindow;
-class EditAvailability;
 class HelpCommands;
 class MacroManager;
 class MainWindow;
@@ -85,7 +84,6 @@ struct WindowParts
     StatusLabels status;
     std::unique_ptr<Workspace> workspace;
     std::unique_ptr<ViewManager> viewManager;
-    std::unique_ptr<EditAvailability> editAvailability;
     QString title;                     ///< the caption without a workspace
     QList<QPointer<DockWindow>> docks; ///< in the order in which they were made; plug-ins delete theirs
     std::unique_ptr<MacroManager> macros;
