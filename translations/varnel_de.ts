@@ -873,6 +873,21 @@ eintritt.&lt;/p&gt;</translation>
     </message>
 </context>
 <context>
+    <name>Document</name>
+    <message>
+        <source>A newer version of this file exists on disk:
+
+%1
+
+Are you sure that you want to overwrite the newer version?</source>
+        <translation>Auf dem Datenträger gibt es eine neuere Fassung dieser Datei:
+
+%1
+
+Möchten Sie die neuere Fassung wirklich überschreiben?</translation>
+    </message>
+</context>
+<context>
     <name>EditCommands</name>
     <message>
         <source>No line of the output leads to a source file</source>
@@ -1180,6 +1195,10 @@ Möchten Sie sie wirklich schließen und überschreiben?</translation>
     <message>
         <source>The file %1 does not exist</source>
         <translation>Die Datei %1 gibt es nicht</translation>
+    </message>
+    <message>
+        <source>You will lose your changes that are not saved.</source>
+        <translation>Ihre nicht gespeicherten Änderungen gehen dabei verloren.</translation>
     </message>
 </context>
 <context>
@@ -4016,6 +4035,10 @@ Die Ausführungsumgebung unterstützt es nicht.</translation>
 <context>
     <name>PeripheralAccess</name>
     <message>
+        <source>It is not a file.</source>
+        <translation>Sie ist keine Datei.</translation>
+    </message>
+    <message>
         <source>The device description &apos;%1&apos; cannot be read: %2
 </source>
         <translation>Die Gerätebeschreibung &apos;%1&apos; kann nicht gelesen werden: %2
@@ -4490,18 +4513,6 @@ Do you want to save the changes?</source>
         <translation>Sie haben den Arbeitsbereich &apos;%1&apos; und/oder eines seiner Projekte geändert.
 
 Möchten Sie die Änderungen speichern?</translation>
-    </message>
-    <message>
-        <source>A newer version of this file exists on disk:
-
-%1
-
-Are you sure that you want to overwrite the newer version?</source>
-        <translation>Auf dem Datenträger gibt es eine neuere Fassung dieser Datei:
-
-%1
-
-Möchten Sie die neuere Fassung wirklich überschreiben?</translation>
     </message>
     <message>
         <source>Newer versions of the following files exists on disk:
@@ -8804,6 +8815,16 @@ Möchten Sie die Änderungen speichern?</translation>
 %1</source>
         <translation>Die folgende Datei konnte nicht geöffnet werden:
 %1</translation>
+    </message>
+    <message>
+        <source>The following file does not exist:
+%1
+
+The text stays open as it is.</source>
+        <translation>Die folgende Datei gibt es nicht:
+%1
+
+Der Text bleibt offen, wie er ist.</translation>
     </message>
 </context>
 <context>

@@ -1,6 +1,7 @@
 #include "disassembler.h"
 #include "gdbsession.h"
 #include "memoryaccess.h"
+#include "regularfile.h"
 #include "symboltable.h"
 #include <algorithm>
 #include <QDeadlineTimer>
@@ -112,7 +113,7 @@ QStringList Disassembler::sourceOf(const QString &file)
         return *known;
     QFile source(m_symbols->localFile(file));
     QStringList lines;
-    if (source.open(QIODevice::ReadOnly | QIODevice::Text))
+    if (openRegularFile(source, QIODevice::ReadOnly | QIODevice::Text))
         lines = QString::fromUtf8(source.readAll()).split(u'\n');
     m_sources.insert(file, lines);
     return lines;

@@ -1,4 +1,5 @@
 #include "elfimage.h"
+#include "regularfile.h"
 #include <algorithm>
 #include <QDateTime>
 #include <QDirIterator>
@@ -187,7 +188,7 @@ ElfImage readElfImage(const QByteArray &contents)
 ElfImage loadElfImage(const QString &fileName)
 {
     QFile file(fileName);
-    return !fileName.isEmpty() && file.open(QIODevice::ReadOnly) ? readElfImage(file.readAll()) : ElfImage();
+    return openRegularFile(file) ? readElfImage(file.readAll()) : ElfImage();
 }
 
 QString findImage(const ImageSearch &search)

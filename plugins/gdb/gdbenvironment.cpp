@@ -3,9 +3,10 @@
 #include "formattedexpression.h"
 #include "propertytext.h"
 #include "sourcepaths.h"
-#include <QCoreApplication>
+#include <QApplication>
 #include <QFileDialog>
 #include <QFileInfo>
+#include <QPointer>
 
 using namespace Qt::StringLiterals;
 
@@ -425,10 +426,24 @@ void GdbEnvironment::execute(const QString &id)
     } else if (id == u"log") {
         m_logging = !m_logging;
     } else if (id == u"loadSymbols") {
-        const QString file = QFileDialog::getOpenFileName(nullptr, tr("Load symbols"), m_project->basePath());
-        if (!file.isEmpty())
-            loadSymbols(file);
+        askForSymbols();
     }
+}
+
+/// The session, the window and this object may be gone when the dialog is closed.
+void GdbEnvironment::askForSymbols()
+{
+    const QPointer<QFileDialog> dialog =
+        new QFileDialog(QApplication::activeWindow(), tr("Load symbols"), m_project->basePath());
+    dialog->setObjectName(u"loadSymbolsDialog"_s);
+    dialog->setOption(QFileDialog::DontUseNativeDialog); // test drivers find the widgets of this one only
+    dialog->setFileMode(QFileDialog::ExistingFile);
+    const QPointer<GdbEnvironment> alive(this);
+    const bool accepted = dialog->exec() == QDialog::Accepted && dialog;
+    const QString file = accepted ? dialog->selectedFiles().value(0) : QString();
+    delete dialog;
+    if (!file.isEmpty() && alive && m_session.isAlive())
+        loadSymbols(file);
 }
 
 void GdbEnvironment::loadSymbols(const QString &file)

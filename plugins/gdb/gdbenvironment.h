@@ -90,6 +90,7 @@ private:
     void loadTargetTables();
     void showCodeRegion();
     void reportState();
+    void askForSymbols();
     void showMessage(const QString &text, bool serious);
     void step(const QString &file, const QByteArray &bySource, const QByteArray &byInstruction);
     void logDialogue(const QString &line, bool fromUs);

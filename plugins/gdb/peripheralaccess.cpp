@@ -45,7 +45,9 @@ void PeripheralAccess::load(const QString &svdFile, bool readSensitive)
     QList<SvdPeripheral> peripherals;
     QFile file(svdFile);
     QString error;
-    if (!svdFile.isEmpty() && !file.open(QIODevice::ReadOnly))
+    if (!svdFile.isEmpty() && QFileInfo::exists(svdFile) && !QFileInfo(svdFile).isFile())
+        error = tr("It is not a file.");
+    else if (!svdFile.isEmpty() && !file.open(QIODevice::ReadOnly))
         error = file.errorString();
     else if (!svdFile.isEmpty())
         (void)readSvd(file.readAll(), &peripherals, &error);

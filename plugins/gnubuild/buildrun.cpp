@@ -2,6 +2,7 @@
 #include "buildcheck.h"
 #include "gnuproject.h"
 #include "ninjafile.h"
+#include "regularfile.h"
 #include "textoutput.h"
 #include <QFile>
 #include <QFileInfo>
@@ -330,7 +331,7 @@ ToolProcess::Command sectionsCommand(const BuildDescription &description)
 QList<MemorySize> readRegionsOf(const BuildDescription &description)
 {
     QFile map(description.absolute(description.mapFileName()));
-    return map.open(QIODevice::ReadOnly) ? readRegions(map) : QList<MemorySize>();
+    return openRegularFile(map) ? readRegions(map) : QList<MemorySize>();
 }
 
 ToolProcess::Command ninjaCommand(const BuildDescription &description, const QStringList &arguments)

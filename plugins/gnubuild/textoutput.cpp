@@ -1,4 +1,5 @@
 #include "textoutput.h"
+#include "regularfile.h"
 #include <filesystem>
 #include <QDir>
 #include <QFileInfo>
@@ -20,7 +21,7 @@ Written writeIfChanged(const QString &path, const QByteArray &bytes, QString *er
 bool hasContents(const QString &path, const QByteArray &bytes)
 {
     QFile file(path);
-    return file.open(QIODevice::ReadOnly) && file.size() == bytes.size() && file.readAll() == bytes;
+    return openRegularFile(file) && file.size() == bytes.size() && file.readAll() == bytes;
 }
 
 void updateLink(const QString &link, const QString &target)

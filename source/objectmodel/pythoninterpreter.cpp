@@ -149,7 +149,7 @@ void PythonInterpreter::start(const QString &startupPath)
 bool PythonInterpreter::runFile(const QString &path)
 {
     const QByteArray name = QFile::encodeName(path);
-    FILE *file = QFileInfo(path).isDir() ? nullptr : std::fopen(name.constData(), "r");
+    FILE *file = QFileInfo(path).isFile() ? std::fopen(name.constData(), "r") : nullptr; // a pipe would block
     if (!file || !m_globals) {
         sendOutput(tr("Startup file '%1' could not be opened.\n").arg(path));
         return true;

@@ -1,4 +1,5 @@
 #include "scriptdocument.h"
+#include "newerfile.h"
 #include "scripthost.h"
 #include "textdocument.h"
 #include "textview.h"
@@ -33,7 +34,7 @@ void ScriptDocument::activate() const
 void ScriptDocument::save() const
 {
     const QString path = document().filename(); // the document may be closed while a message is shown
-    if (!document().save())
+    if (!maySave(model().host().dialogParent(), &document()) || !document().save())
         raiseNotSaved(path);
 }
 

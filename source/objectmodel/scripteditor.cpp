@@ -2,6 +2,7 @@
 #include "activity.h"
 #include "callplugin.h"
 #include "documenttemplate.h"
+#include "newerfile.h"
 #include "programplace.h"
 #include "project.h"
 #include "scriptdocument.h"
@@ -57,6 +58,17 @@ void ScriptEditor::newDocument(const QString &path, int addToProject) const
 
 void ScriptEditor::saveAll(int modifiedOnly) const
 {
+    const Workspace *workspace = model().host().workspace();
+    const auto isOverwritten = [modifiedOnly](Document *document) {
+        return (document->modified() || modifiedOnly == 0) && document->isNewerOnDisk();
+    };
+    QList<QPointer<Document>> newer; // questions are asked
+    std::ranges::copy_if(workspace->documents(), std::back_inserter(newer), isOverwritten);
+    for (const QPointer<Document> &document : std::as_const(newer)) {
+        const QString path = document ? document->filename() : QString();
+        if (document && !maySave(model().host().dialogParent(), document))
+            raisePython(PyExc_OSError, u"Could not save file '%1'."_s.arg(path));
+    }
     model().host().workspace()->saveAll(modifiedOnly != 0);
 }
 

@@ -1,4 +1,5 @@
 #include "scriptpump.h"
+#include "commandlinewindow.h"
 #include <Python.h>
 #include <QApplication>
 #include <QKeyEvent>
@@ -76,7 +77,7 @@ bool ScriptPump::mayPass(QObject *object, const QEvent &event) const
     case QEvent::KeyPress:
     case QEvent::KeyRelease:
     case QEvent::ShortcutOverride:
-        return interruptsScripts(static_cast<const QKeyEvent &>(event));
+        return interruptsScripts(static_cast<const QKeyEvent &>(event)) && qobject_cast<CommandLineWindow *>(object);
     case QEvent::MouseButtonPress:
     case QEvent::MouseButtonRelease:
     case QEvent::MouseButtonDblClick:

@@ -6,8 +6,8 @@
 #include <thread>
 
 /// While it exists, a script that runs long does not block the window: events are processed between its instructions.
-/// Of the user's input only the keys that interrupt scripts and the mouse on some widgets get through, and everything
-/// once a dialog is open.
+/// Of the user's input only the keys that interrupt scripts, in the console, and the mouse on some widgets get through,
+/// and everything once a dialog is open.
 class ScriptPump : public QObject
 {
     Q_OBJECT

@@ -25,6 +25,13 @@ void Document::notifyViews(View *source, bool full)
     Q_EMIT updateViews(source, full);
 }
 
+bool mayOverwriteNewer(QWidget *parent, const QString &path)
+{
+    const QString question = Document::tr("A newer version of this file exists on disk:\n\n%1\n\n"
+                                          "Are you sure that you want to overwrite the newer version?");
+    return showInformation(parent, question.arg(path), {QMessageBox::Ok, QMessageBox::Cancel}) == QMessageBox::Ok;
+}
+
 QMessageBox::StandardButton showDocumentWarning(const QString &text, const QList<QMessageBox::StandardButton> &buttons)
 {
     return showWarning(messageParent(), text, buttons);

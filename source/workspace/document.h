@@ -46,6 +46,9 @@ private:
     bool m_modified = false;
 };
 
+/// Whether the user agrees to overwrite a file that another program has written meanwhile.
+[[nodiscard]] bool mayOverwriteNewer(QWidget *parent, const QString &path);
+
 /// Shows a warning of a document, above the active window.
 QMessageBox::StandardButton showDocumentWarning(const QString &text,
                                                 const QList<QMessageBox::StandardButton> &buttons = {QMessageBox::Ok});

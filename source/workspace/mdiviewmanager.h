@@ -24,9 +24,11 @@ public:
     void activateView(View *view, bool setFocus) override;
     void viewClosed(View *view) override;
 
+private Q_SLOTS:
+    void titleBarClicked();
+
 private:
     void readMaximised();
-    void titleBarClicked();
 
     QSettings *const m_settings;
     MDIWorkspace *m_workspace;

@@ -104,12 +104,12 @@ void TabbedViewManager::insertView(View *newView, bool activate, int tab)
     m_tabBar->setTabData(tab, m_nextId);
     nameCloseButton(tab);
     m_tabs.insert(newView, m_nextId++);
-    updateTab(newView);
+    viewTitleChanged(newView);
     m_tabBar->setCurrentIndex(tab);
     m_stack->setCurrentIndex(m_stack->addWidget(newView));
     if (activate)
         newView->setFocus();
-    connect(newView, &View::viewTitleChanged, this, &TabbedViewManager::updateTab);
+    connect(newView, &View::viewTitleChanged, this, &TabbedViewManager::viewTitleChanged);
     m_closeButton->setEnabled(true);
     m_closeButton->show();
 }
@@ -122,7 +122,8 @@ void TabbedViewManager::nameCloseButton(int tab)
     }
 }
 
-void TabbedViewManager::updateTab(View *view)
+/// Hides the signal of the base class, which passes on the titles of all views.
+void TabbedViewManager::viewTitleChanged(View *view)
 {
     QString text = view->title();
     m_tabBar->setTabText(tabOf(view), text.replace(u'&', u"&&"_s));

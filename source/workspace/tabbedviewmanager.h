@@ -22,13 +22,15 @@ public:
 protected:
     bool eventFilter(QObject *object, QEvent *event) override;
 
-private:
-    void insertView(View *newView, bool activate, int tab);
+private Q_SLOTS:
+    void viewTitleChanged(View *view);
     void tabClicked(int id);
     void closeButtonClicked();
+
+private:
+    void insertView(View *newView, bool activate, int tab);
     void closeTab(int tab);
     void nameCloseButton(int tab);
-    void updateTab(View *view);
     [[nodiscard]] int tabOf(View *view) const;
 
     QTabBar *m_tabBar;

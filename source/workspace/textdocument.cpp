@@ -11,6 +11,7 @@
 #include <QFileInfo>
 #include <QFontMetricsF>
 #include <QPlainTextDocumentLayout>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
@@ -140,6 +141,7 @@ void TextDocument::changeFileFormat(const TextFileFormat &format)
 bool TextDocument::create(const QString &filename)
 {
     m_filename = filename;
+    m_lastModified = QFileInfo(filename).lastModified(); // the user may have agreed to overwrite a file
     setModified(true);
     return true;
 }
@@ -164,13 +166,16 @@ bool TextDocument::save()
 
 bool TextDocument::saveAs(const QString &filename)
 {
-    m_filename = filename;
+    const QString previous = std::exchange(m_filename, filename);
     setModified(true);
     const QPointer<TextDocument> self(this);
-    const bool saved = save();
-    if (!saved && self)
-        Q_EMIT documentModified(true); // the title has changed
-    return saved;
+    if (save())
+        return true;
+    if (self) {
+        m_filename = previous;         // another document may have the new name
+        Q_EMIT documentModified(true); // views show the title
+    }
+    return false;
 }
 
 bool TextDocument::isNewerOnDisk()

@@ -1,6 +1,7 @@
 #include "view.h"
 #include "document.h"
 #include "messages.h"
+#include "newerfile.h"
 #include "varnelassert.h"
 #include <QCloseEvent>
 #include <QDir>
@@ -13,7 +14,7 @@ View::View(Document *document, QWidget *parent) : QWidget(parent), m_document(do
     VARNEL_ASSERT(document);
     if (!document)
         return;
-    connect(document, &Document::documentModified, this, &View::updateTitle);
+    connect(document, &Document::documentModified, this, &View::documentModified);
     connect(document, &Document::updateViews, this, qOverload<View *, bool>(&View::update));
     updateTitle();
 }
@@ -37,6 +38,11 @@ void View::updateTitle()
     Q_EMIT viewTitleChanged(this);
 }
 
+void View::documentModified(bool)
+{
+    updateTitle();
+}
+
 /// Returns whether the view may close.
 bool View::askToSave()
 {
@@ -47,7 +53,10 @@ bool View::askToSave()
                                         window()->windowTitle());
     if (!self || answer == QMessageBox::Cancel)
         return false;
-    return answer == QMessageBox::No || m_document->save();
+    if (answer == QMessageBox::No)
+        return true;
+    const bool agreed = maySave(window(), m_document);
+    return self && agreed && m_document->save();
 }
 
 void View::closeEvent(QCloseEvent *event)

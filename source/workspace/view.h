@@ -30,7 +30,6 @@ public:
 
     /// The document was changed by @p source, which may be null; @p full means that formats or settings changed too.
     virtual void update(View *source, bool full) = 0;
-    void update(View *source) { update(source, false); }
     using QWidget::update;
 
     [[nodiscard]] Document *document() const { return m_document; }
@@ -38,6 +37,10 @@ public:
     /// 0 for the only view of its document, otherwise 1, 2, ... among the views of that document.
     [[nodiscard]] int index() const { return m_index; }
     void setIndex(int index);
+
+public Q_SLOTS:
+    void update(View *source) { update(source, false); }
+    void documentModified(bool modified);
 
 Q_SIGNALS:
     void viewActivated(View *view);

@@ -2,6 +2,7 @@
 #include "callplugin.h"
 #include "document.h"
 #include "documenttemplate.h"
+#include "textdocument.h"
 #include "varnelassert.h"
 #include "view.h"
 #include "viewmanager.h"
@@ -71,7 +72,7 @@ Document *Workspace::openOrCreate(const QString &filename)
 bool Workspace::reopenDocument(QString filename) // NOLINT(performance-unnecessary-value-param): its owner is deleted
 {
     const QPointer<Document> doc = findDocument(filename);
-    if (!doc)
+    if (!doc || !hasFile(doc))
         return false;
     DocumentTemplate *docTemplate = templateFor(filename, "DocumentTemplate");
     std::unique_ptr<Document> loaded = docTemplate ? create(docTemplate, &Document::open, filename) : nullptr;
@@ -87,6 +88,16 @@ bool Workspace::reopenDocument(QString filename) // NOLINT(performance-unnecessa
         Q_EMIT documentReopened();
     }
     return shown;
+}
+
+/// Documents of other kinds may have the name of something that is not a file.
+bool Workspace::hasFile(Document *doc) const
+{
+    if (!qobject_cast<TextDocument *>(doc) || QFileInfo::exists(doc->filename()))
+        return true;
+    showDocumentWarning(tr("The following file does not exist:\n%1\n\nThe text stays open as it is.")
+                            .arg(QDir::toNativeSeparators(doc->filename())));
+    return false;
 }
 
 bool Workspace::openHelp(const QString &filename)

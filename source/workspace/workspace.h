@@ -29,6 +29,8 @@ public:
     /// Reloads an open document into a new view in the place of the old one. On failure the old one is unchanged. The
     /// name is passed by value, because the document that owns it is deleted.
     bool reopenDocument(QString filename);
+    /// False, after a message, if the file of a text does not exist: its text may be the only copy left.
+    [[nodiscard]] bool hasFile(Document *doc) const;
     /// Shows a page in the only help document.
     bool openHelp(const QString &filename);
     bool newDocument(DocumentTemplate *docTemplate, const QString &filename);
@@ -47,11 +49,13 @@ Q_SIGNALS:
     void documentReopened();
     void modificationChanged(); ///< A document was modified, saved or closed.
 
+private Q_SLOTS:
+    void documentDestroyed(QObject *doc);
+
 private:
     enum class Placement { Append, InPlace };
     using Loader = bool (Document::*)(const QString &);
 
-    void documentDestroyed(QObject *doc);
     [[nodiscard]] DocumentTemplate *templateFor(const QString &filename, const char *inherits) const;
     /// A loaded document without a view, or null.
     static std::unique_ptr<Document> create(DocumentTemplate *docTemplate, Loader loader, const QString &filename);

@@ -49,6 +49,9 @@ public:
     QDateTime lastModified() override { return {}; }
     QString filename() override { return m_filename; }
     QString title() override { return QFileInfo(m_filename).fileName(); }
+    bool isNewerOnDisk() override { return newer; }
+
+    bool newer = false;
 
 private:
     const QString m_filename;
@@ -74,6 +77,7 @@ private:
     QStringList m_story;
     QStringList m_shown; ///< in the status bar
     QList<bool> m_compileAvailable;
+    QStringList m_status; ///< texts of the status bar
 
     // WindowServices
     Workspace *workspace() const override { return m_documents.get(); }
@@ -81,6 +85,7 @@ private:
     OutputWindow *outputWindow() const override { return m_output; }
     QWidget *dialogParent() override { return m_window.get(); }
     void showOutputDock() override { note(u"window.showOutputDock"_s); }
+    void showMessage(const QString &text, int) override { m_status.append(text); }
     bool fileSaveAll() override
     {
         note(u"window.fileSaveAll"_s);
@@ -213,6 +218,7 @@ private Q_SLOTS:
         m_whileSaving = nullptr;
         m_story.clear();
         m_compileAvailable.clear();
+        m_status.clear();
     }
 
     void cleanup()
@@ -432,6 +438,35 @@ private Q_SLOTS:
 
     // Stop and end
 
+    void statusBarShowsTheProgressAndTheOutcome_data()
+    {
+        QTest::addColumn<bool>("success");
+        QTest::addColumn<bool>("stops");
+        QTest::addColumn<QString>("outcome");
+        const QString counts = u": 1 error, 2 warnings"_s;
+        QTest::newRow("finished") << true << false << u"^Build finished in \\d+\\.\\d s"_s + counts + u'$';
+        QTest::newRow("failed") << false << false << u"^Build failed after \\d+\\.\\d s"_s + counts + u'$';
+        QTest::newRow("stopped") << false << true << u"^Build stopped after \\d+\\.\\d s"_s + counts + u'$';
+    }
+    void statusBarShowsTheProgressAndTheOutcome()
+    {
+        QFETCH(const bool, success);
+        QFETCH(const bool, stops);
+        QFETCH(const QString, outcome);
+        addBuildProject(u"fw"_s)->setCurrentConfiguration(u"Release"_s); // has no pattern of its own
+        m_output->outputLine(OutputWindow::Build, u"[1/9] Compiling early.c\n"_s);
+        QCOMPARE(m_status, QStringList()); // nothing is being built
+        m_control->buildBuild();
+        for (const QString &line : {u"[3/17] Compiling a.c\n"_s, u"a.c(3): error: x\n"_s, u"a.c(4): warning: y\n"_s,
+                                    u"a.c(5): warning: z\n"_s})
+            m_output->outputLine(OutputWindow::Build, line);
+        QCOMPARE(m_status, QStringList(u"Building: 3 of 17"_s));
+        if (stops)
+            m_control->buildStopBuild();
+        m_control->buildFinished(success);
+        QVERIFY2(QRegularExpression(outcome).match(m_status.last()).hasMatch(), qPrintable(m_status.last()));
+    }
+
     void stopIsSentToTheCurrentProjectOnlyAndKeepsTheState()
     {
         addBuildProject(u"other"_s);
@@ -618,6 +653,30 @@ private Q_SLOTS:
         m_control->buildCompileFile();
         QVERIFY(!story().contains(u"save"_s));
         QVERIFY(!QFile::exists(project->fileName()));
+    }
+
+    void newerFileIsOverwrittenForACompilationOnlyIfConfirmed_data()
+    {
+        QTest::addColumn<bool>("overwrites");
+        QTest::newRow("overwrites") << true;
+        QTest::newRow("keeps") << false;
+    }
+    void newerFileIsOverwrittenForACompilationOnlyIfConfirmed()
+    {
+        QFETCH(const bool, overwrites);
+        addBuildProject(u"fw"_s, u"main.c"_s);
+        addDocument(u"main.c"_s, true)->newer = true;
+        m_control->setCurrentFile(path(u"main.c"_s));
+        story();
+        answer(overwrites ? QMessageBox::Ok : QMessageBox::Cancel);
+        m_control->buildCompileFile();
+        const QStringList messages = takeMessages();
+        QVERIFY(messages.value(0).startsWith(u"information Varnel: A newer version of this file exists on disk:"_s));
+        QCOMPARE(messages.size(), 1);
+        QCOMPARE(story(), overwrites ? u"document.save main.c\n"
+                                       "window.state 2, clear page\n"
+                                       "fw.compile(%1, Debug)"_s.arg(path(u"main.c"_s))
+                                     : QString());
     }
 
     void unsavableProjectShowsAMessageAndTheFileIsCompiled()

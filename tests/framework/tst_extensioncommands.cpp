@@ -99,6 +99,7 @@ private Q_SLOTS:
         QTest::newRow("disabled") << 1 << QStringList{};
         QTest::newRow("last") << 2 << QStringList{u"b(c)"_s};
         QTest::newRow("there were more when the menu opened") << 3 << QStringList{};
+        QTest::newRow("negative") << -1 << QStringList{};
     }
 
     void buildCommandIsExecutedIfEnabled()

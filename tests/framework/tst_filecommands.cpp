@@ -245,8 +245,8 @@ private Q_SLOTS:
         const WindowFixture f;
         f.open(u"a.c"_s, "old");
         f.type(u"new "_s);
-        const QString question =
-            u"Are you sure that you want to revert to the saved version of:\n\n"_s + f.path(u"a.c"_s) + u"\n\n"_s;
+        const QString question = u"Are you sure that you want to revert to the saved version of:\n\n"_s
+                                 + f.path(u"a.c"_s) + u"\n\nYou will lose your changes that are not saved."_s;
         f.answers->press(QMessageBox::Cancel);
         f.window->fileRevert();
         QCOMPARE(f.answers->shown, QStringList(question));
@@ -256,6 +256,62 @@ private Q_SLOTS:
         f.window->fileRevert();
         QCOMPARE(f.text(), u"old"_s);
         QCOMPARE(f.openFiles(), QStringList(u"a.c"_s));
+    }
+
+    void returnRevertsOnlyATextWithoutChanges_data()
+    {
+        QTest::addColumn<QString>("typed");
+        QTest::addColumn<bool>("namesChanges");
+        QTest::addColumn<QString>("text");
+        QTest::newRow("unmodified") << QString() << false << u"newer"_s;
+        QTest::newRow("modified") << u"mine "_s << true << u"mine old"_s;
+    }
+    void returnRevertsOnlyATextWithoutChanges()
+    {
+        QFETCH(const QString, typed);
+        QFETCH(const bool, namesChanges);
+        QFETCH(const QString, text);
+        const WindowFixture f;
+        f.open(u"a.c"_s, "old");
+        if (!typed.isEmpty())
+            f.type(typed);
+        f.write(u"a.c"_s, "newer");
+        QString question;
+        f.answers->meet([&question](QDialog *dialog) {
+            question = qobject_cast<QMessageBox *>(dialog)->text();
+            QTest::keyClick(dialog, Qt::Key_Return);
+        });
+        f.window->fileRevert();
+        QCOMPARE(question.contains(u"You will lose your changes"_s), namesChanges);
+        QCOMPARE(f.text(), text);
+    }
+
+    void revertingWithoutAFileKeepsTheText()
+    {
+        const WindowFixture f;
+        f.open(u"a.c"_s, "old");
+        f.type(u"mine "_s);
+        QFile::remove(f.path(u"a.c"_s));
+        f.answers->press(QMessageBox::Ok);
+        f.window->fileRevert();
+        QCOMPARE(f.answers->shown, QStringList(u"The following file does not exist:\n"_s + f.path(u"a.c"_s)
+                                               + u"\n\nThe text stays open as it is."_s));
+        QCOMPARE(f.answers->lastBox(), Warn);
+        QCOMPARE(f.text(), u"mine old"_s);
+        QCOMPARE(f.openFiles(), QStringList(u"a.c *"_s));
+    }
+
+    void fileRemovedDuringTheQuestionKeepsTheText()
+    {
+        const WindowFixture f;
+        f.open(u"a.c"_s, "old");
+        f.answers->meet([&f](QDialog *dialog) {
+            QFile::remove(f.path(u"a.c"_s));
+            qobject_cast<QMessageBox *>(dialog)->button(QMessageBox::Ok)->click();
+        });
+        f.answers->press(QMessageBox::Ok);
+        f.window->fileRevert();
+        QCOMPARE(f.text(), u"old"_s);
     }
 
     void revertingKeepsCursorPanesAndScrollPosition()
@@ -370,6 +426,29 @@ private Q_SLOTS:
         QCOMPARE(f.answers->shown.size(), 1);
     }
 
+    void closingOverANewerFileAsksBeforeItSaves_data()
+    {
+        QTest::addColumn<bool>("overwrites");
+        QTest::newRow("overwrites") << true;
+        QTest::newRow("keeps") << false;
+    }
+    void closingOverANewerFileAsksBeforeItSaves()
+    {
+        QFETCH(const bool, overwrites);
+        const WindowFixture f;
+        f.open(u"a.c"_s, "old");
+        f.type(u"mine "_s);
+        f.changeOutside(u"a.c"_s, "other");
+        f.answers->press(QMessageBox::Yes);
+        f.answers->press(overwrites ? QMessageBox::Ok : QMessageBox::Cancel);
+        f.window->fileClose();
+        QCOMPARE(f.answers->shown.value(1), u"A newer version of this file exists on disk:\n\n"_s + f.path(u"a.c"_s)
+                                                + u"\n\nAre you sure that you want to overwrite the newer version?"_s);
+        QCOMPARE(f.answers->lastBox(), AskOkCancel);
+        QCOMPARE(f.openFiles(), overwrites ? QStringList() : QStringList(u"a.c *"_s));
+        QCOMPARE(f.read(u"a.c"_s), QByteArray(overwrites ? "mine old" : "other"));
+    }
+
     void savingUnderAnotherName()
     {
         const WindowFixture f;
@@ -426,6 +505,26 @@ private Q_SLOTS:
         const QString other = modified ? u"a.c *"_s : u"a.c"_s;
         const QStringList kept{other, u"b.c"_s};
         QCOMPARE(f.openFiles(), agrees ? QStringList(QFileInfo(path).fileName()) : kept);
+    }
+
+    void failedSaveAsOnAnOpenFileKeepsBothDocuments()
+    {
+        const WindowFixture f;
+        f.open(u"a.c"_s, "a");
+        f.type(u"unsaved "_s);
+        const QPointer<Document> other = f.document();
+        f.open(u"b.c"_s, "b");
+        QFile::setPermissions(f.path(u"a.c"_s), QFile::ReadOwner);
+        f.answers->choose({f.path(u"a.c"_s)});
+        f.answers->press(QMessageBox::Yes); // the file dialog asks whether to overwrite
+        f.answers->press(QMessageBox::Ok);
+        f.answers->press(QMessageBox::Ok);
+        f.window->fileSaveAs();
+        QVERIFY(f.answers->shown.last().startsWith(u"The following file could not be written:\n"_s));
+        QCOMPARE(f.openFiles(), (QStringList{u"a.c *"_s, u"b.c *"_s}));
+        QVERIFY(other);
+        QCOMPARE(static_cast<TextDocument *>(other.data())->text()->toPlainText(), u"unsaved a"_s);
+        QCOMPARE(f.document()->filename(), f.path(u"b.c"_s));
     }
 
     void saveAsOnTheDocumentsOwnFileAsksNothingMore()

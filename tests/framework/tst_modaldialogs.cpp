@@ -2,11 +2,15 @@
 #include "ibreakpoints.h"
 #include "ibuildenvironment.h"
 #include "iexecutionenvironment.h"
+#include "navigator.h"
 #include "projectfile.h"
 #include "projectfolder.h"
 #include "projecttree.h"
+#include "replacedialog.h"
 #include "sessionkeeper.h"
 #include "windowfixture.h"
+#include <QAction>
+#include <QComboBox>
 #include <QListWidget>
 #include <QPluginLoader>
 #include <QPrintDialog>
@@ -66,6 +70,12 @@ public:
                                     + "><folder name='src'><file path='main.c'/></folder><properties "
                                       "currentconfiguration='Debug'><configuration name='Debug'/>"
                                       "<configuration name='Release'/></properties></project>");
+    }
+
+    void useMenus(const QString &xml)
+    {
+        installation.write(u"config/uiconfig.xml"_s, xml.toUtf8());
+        restart();
     }
 
     static StubScript &script(const QString &label) { return stub()->script(u'{' + label + u'}'); }
@@ -145,6 +155,19 @@ Command nested(const Command &command, const char *button)
         command(f);
     };
 }
+
+/// An action that only the menus of the product have.
+Command helpAction(const char *name)
+{
+    return [name](Fixture &f) {
+        f.discard();
+        f.useMenus(QStringLiteral("<ui><actions><action name=\"%1\" slot=\"none\"><text>A</text></action></actions>"
+                                  "<toolbars/><menus/></ui>")
+                       .arg(QLatin1StringView(name)));
+        f.reopen();
+        f.window->findChild<QAction *>(QLatin1StringView(name))->trigger();
+    };
+}
 } // namespace
 Q_DECLARE_METATYPE(Command)
 
@@ -220,12 +243,33 @@ void ModalDialogsTest::addFileRows()
 {
     row("open file", [](auto &f) { f.window->fileOpen(); });
     row("save as", [](auto &f) { f.window->fileSaveAs(); });
+    row("save as over an open file", [](auto &f) {
+        f.open(u"second.c"_s);
+        f.answers->prepend([](QDialog *box) { static_cast<QMessageBox *>(box)->button(QMessageBox::Yes)->click(); });
+        f.answers->prepend([&f](QDialog *dialog) {
+            for (auto *view : dialog->findChildren<QAbstractItemView *>())
+                view->clearSelection(); // the present name is selected
+            dialog->findChild<QLineEdit *>(u"fileNameEdit"_s)->setText(f.path(u"main.c"_s));
+            QMetaObject::invokeMethod(dialog, "accept", Qt::QueuedConnection); // it asks whether to overwrite
+        });
+        f.window->fileSaveAs();
+    });
     row("insert file", [](auto &f) { f.window->editInsertFile(); });
     row("print", [](auto &f) { f.window->filePrint(); });
     row("revert", [](auto &f) { f.window->fileRevert(); });
     row("close a file with changes", [](auto &f) {
         f.type(u"x"_s);
         f.window->fileClose();
+    });
+    row("close a file with changes over a newer one", [](auto &f) {
+        f.type(u"x"_s);
+        f.changeOutside(u"main.c"_s, "new\n");
+        f.answers->prepend([](QDialog *box) { static_cast<QMessageBox *>(box)->button(QMessageBox::Yes)->click(); });
+        f.window->fileClose();
+    });
+    row("revert of a missing file", [](auto &f) {
+        QFile::remove(f.path(u"main.c"_s));
+        f.window->fileRevert();
     });
     row("save over a newer file", [](auto &f) {
         f.changeOutside(u"main.c"_s, "new\n");
@@ -342,6 +386,12 @@ void ModalDialogsTest::addBuildRows()
     row("edit configurations", edit);
     row("rename configuration", nested(edit, "RenameButton"));
     row("remove configuration", nested(edit, "RemoveButton"));
+    row("newer file to be compiled", [](auto &f) {
+        f.type(u"x"_s);
+        f.changeOutside(u"main.c"_s, "new\n");
+        f.window->fileSelected(u"main.c"_s);
+        f.window->buildCompileFile();
+    });
     row("project that cannot be saved for a compilation", [](auto &f) {
         f.change();
         QFile::remove(f.path(u"fw.vnp"_s));
@@ -411,6 +461,31 @@ void ModalDialogsTest::addOtherRows()
 {
     row("find in files", [](auto &f) { f.window->editFindInFiles(); });
     row("text that is not found", [](auto &f) { f.window->find(u"missing"_s, false, false, true, true); });
+    row("text to replace that is not found", [](auto &f) {
+        f.window->editReplace();
+        auto *dialog = f.window->template findChild<ReplaceDialog *>();
+        dialog->template findChild<QComboBox *>(u"FindWhatCombo"_s)->setEditText(u"missing"_s);
+        click(dialog, "FindNextButton");
+        dialog->reject();
+    });
+    row("selection that is too large to be copied", [](auto &f) {
+        f.answers->prepend([](QDialog *box) { static_cast<QMessageBox *>(box)->button(QMessageBox::Ok)->click(); });
+        (void)f.window->openFile(f.write(u"large.txt"_s, QByteArray(64, 'x').append('\n').repeated(300'000)), false);
+        View *view = f.window->viewManager()->currentView();
+        view->selectAll();
+        view->copy();
+    });
+    row("template that exists already", [](auto &f) {
+        f.installation.write(u"mytemplates/mine/old.c"_s, "old");
+        f.answers->prepend([](QDialog *dialog) {
+            static_cast<QInputDialog *>(dialog)->setTextValue(u"mine"_s);
+            dialog->accept();
+        });
+        Q_EMIT f.window->template findChild<Navigator *>()->saveAsTemplate(f.project());
+    });
+    row("search in the help", [](auto &f) { f.window->helpSearch(); });
+    row("plug-ins", helpAction("helpPlugins"));
+    row("problem report", helpAction("helpReport"));
     row("go to line", [](auto &f) { f.window->viewGotoLine(); });
     row("options", [](auto &f) { f.window->toolsOptions(); });
     row("recovery", [](auto &f) {

@@ -116,6 +116,19 @@ private Q_SLOTS:
         QCOMPARE(m_page->toPlainText(), u"c\nd"_s);
     }
 
+    /// As after a build that was stopped in a line.
+    void clearedPageHasNoOpenLine()
+    {
+        output({u"a\n"_s, u"open"_s});
+        m_page->clear();
+        m_page->outputLine(u"placed\n"_s, LookupPlace{u"x.c"_s, 7, 0});
+        QCOMPARE(m_page->toPlainText(), u"placed"_s);
+        output({u"open"_s});
+        m_page->clear();
+        m_page->replaceLines(u"o"_s, {{u"owned"_s, {}, {}}});
+        QCOMPARE(m_page->toPlainText(), u"owned"_s);
+    }
+
     void linesOfAnOwnerAreReplaced_data()
     {
         QTest::addColumn<QStringList>("before");

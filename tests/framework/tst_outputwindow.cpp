@@ -9,6 +9,8 @@
 #include <QSignalSpy>
 #include <QTabWidget>
 #include <QTest>
+#include <QTimer>
+#include <QToolButton>
 using namespace Qt::StringLiterals;
 
 class TestOutputWindow : public QObject
@@ -39,6 +41,14 @@ private:
         QFile file(path);
         QVERIFY(file.open(QIODevice::WriteOnly));
         QCOMPARE(file.write(content), content.size());
+    }
+
+    void enter(const QStringList &lines) const
+    {
+        for (const QString &line : lines) {
+            QTest::keyClicks(console(), line);
+            QTest::keyClick(console(), Qt::Key_Return);
+        }
     }
 
 private Q_SLOTS:
@@ -362,6 +372,66 @@ private Q_SLOTS:
         QVERIFY2(console()->toPlainText().endsWith(u">>> 1\n1\nKeyboardInterrupt\n>>> "_s),
                  qPrintable(console()->toPlainText()));
     }
+    void stopButtonInterruptsTheStatementThatRuns()
+    {
+        startConsole();
+        m_window->show();
+        auto *button = m_window->findChild<QToolButton *>(u"stopScriptButton"_s);
+        QVERIFY(button);
+        QVERIFY(!button->isVisible());
+        bool shown = false;
+        QTimer::singleShot(0, button, [&] { // as soon as the statement lets events through
+            shown = button->isVisible();
+            QTest::mouseClick(button, Qt::LeftButton);
+        });
+        enter({u"while True: pass"_s});
+        QVERIFY(shown);
+        QVERIFY(!button->isVisible());
+        QVERIFY2(console()->toPlainText().endsWith(u"KeyboardInterrupt\n>>> "_s), qPrintable(console()->toPlainText()));
+    }
+
+    void interruptKeyEndsTheStatementThatRuns()
+    {
+        startConsole();
+        m_window->show();
+        QTimer::singleShot(0, console(), [this] { QTest::keyClick(console(), Qt::Key_C, Qt::ControlModifier); });
+        enter({u"while True: pass"_s});
+        QVERIFY2(console()->toPlainText().endsWith(u"KeyboardInterrupt\n>>> "_s), qPrintable(console()->toPlainText()));
+    }
+
+    void inputOfAScriptIsTypedInTheConsole()
+    {
+        startConsole();
+        m_window->show();
+        m_window->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(m_window.get()));
+        const QTemporaryDir directory;
+        const QString script = directory.filePath(u"ask.py"_s);
+        write(script, "name = input('Name: ')\nprint('Hello', name)\n");
+        m_window->displayPage(OutputWindow::Debug);
+        bool raised = false;
+        bool focused = false;
+        QTimer::singleShot(0, console(), [&] {
+            raised = tabs()->currentWidget() == console();
+            focused = console()->hasFocus();
+            QTest::keyClicks(console(), u"Ann"_s);
+            QTest::keyClick(console(), Qt::Key_Return);
+        });
+        QVERIFY(m_window->runScript(script));
+        QVERIFY(raised);
+        QVERIFY(focused);
+        QVERIFY2(console()->toPlainText().contains(u"Name: Ann\nHello Ann\n"_s), qPrintable(console()->toPlainText()));
+    }
+
+    void inputWithoutAVisibleWindowIsAnError()
+    {
+        startConsole();
+        const QTemporaryDir directory;
+        write(directory.filePath(u"ask.py"_s), "input()\n");
+        QVERIFY(!m_window->runScript(directory.filePath(u"ask.py"_s)));
+        QVERIFY2(console()->toPlainText().contains(u"Error"_s), qPrintable(console()->toPlainText()));
+    }
+
     void scriptsRunInTheConsole_data()
     {
         QTest::addColumn<QByteArray>("script");

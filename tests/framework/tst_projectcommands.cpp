@@ -851,6 +851,30 @@ private Q_SLOTS:
         QCOMPARE(f.settings()->value(u"Paths/Projects"_s).toString(), f.path(u"app"_s));
     }
 
+    void projectThatIsOpenAlreadyBecomesTheCurrentOne_data()
+    {
+        QTest::addColumn<bool>("byLink");
+        QTest::newRow("by its path") << false;
+        QTest::newRow("by a symbolic link") << true;
+    }
+    void projectThatIsOpenAlreadyBecomesTheCurrentOne()
+    {
+        QFETCH(const bool, byLink);
+        const WindowFixture f;
+        QVERIFY(f.window->openWorkspace(writeTwoProjects(f), false));
+        f.window->projectWorkspace()->setCurrentProject(0);
+        QString path = f.window->projectWorkspace()->project(1)->fileName();
+        if (byLink) {
+            QVERIFY(QFile::link(path, f.path(u"link.vnp"_s)));
+            path = f.path(u"link.vnp"_s);
+        }
+        f.answers->choose({path});
+        f.window->projectInsertProject();
+        QCOMPARE(f.projects(), (QStringList{u"fw"_s, u"lib"_s}));
+        QCOMPARE(f.window->projectWorkspace()->currentProjectIndex(), 1);
+        QCOMPARE(f.status(), u"The project 'lib' is in the workspace already."_s);
+    }
+
     void unloadableProjectIsInserted()
     {
         const WindowFixture f;

@@ -407,6 +407,40 @@ private Q_SLOTS:
         }
     }
 
+    void folderIsNotDroppedIntoItsSubfolderInAnotherProject()
+    {
+        folderIn(m_fw->folders(), u"src"_s)->addFolder(new ProjectFolder(u"inner"_s), false);
+        open(*m_tree, {u"src"_s});
+        select(*m_tree, {u"inner"_s});
+        drag([&] {
+            enter(payload());
+            moveTo(u" - lib"_s);
+            expectAssert(u"m_folders.find(folder) >= 0"_s);
+            dropOn(u" - lib"_s);
+        });
+        m_tree->workspaceChanged();
+        m_tree->expandAll();
+        const QString fw = treeOf(*m_fw);
+        const QString lib = treeOf(*m_lib);
+        const ListViewItem *inLib = nullptr;
+        for (const ListViewItem *item = m_tree->firstChild(); item; item = item->itemBelow()) {
+            if (item->text(0) == u"inner"_s)
+                inLib = item; // the last one
+        }
+        QVERIFY(inLib);
+        QVERIFY(inLib != row(*m_tree, u"inner"_s));
+        select(*m_tree, {u"src"_s});
+        drag([&] {
+            enter(payload());
+            QDropEvent event(m_tree->itemRect(inLib).center(), Qt::MoveAction, m_payload.get(), Qt::LeftButton,
+                             Qt::NoModifier);
+            send<QDragMoveEvent>(m_tree->itemRect(inLib).center(), m_payload.get());
+            QCoreApplication::sendEvent(m_tree->viewport(), &event);
+        });
+        QCOMPARE(treeOf(*m_fw), fw);
+        QCOMPARE(treeOf(*m_lib), lib);
+    }
+
     void itemsDeletedDuringTheDragAreSkipped()
     {
         select(*m_tree, {u"link.ld"_s, u"boot.py"_s});

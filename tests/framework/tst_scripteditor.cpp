@@ -245,6 +245,39 @@ private Q_SLOTS:
         QVERIFY(QFileInfo::exists(f.path(u"a.txt"_s)));
     }
 
+    void newerFileIsNotOverwrittenWithoutQuestion_data()
+    {
+        QTest::addColumn<QString>("statement");
+        QTest::newRow("one document") << u"d.save()"_s;
+        QTest::newRow("all documents") << u"app.editor.saveAll()"_s;
+    }
+    void newerFileIsNotOverwrittenWithoutQuestion()
+    {
+        QFETCH(const QString, statement);
+        ScriptFixture f;
+        f.openFile(u"a.txt"_s);
+        f.run("d = app.editor.currentDocument; d.insert('x')");
+        f.changeOutside(u"a.txt"_s, "other");
+        f.answers->press(QMessageBox::Cancel);
+        QCOMPARE(f.attempt(statement), u"OSError: Could not save file '%1'."_s.arg(f.path(u"a.txt"_s)));
+        QVERIFY(f.answers->shown.value(0).startsWith(u"A newer version of this file exists on disk:"_s));
+        QCOMPARE(f.read(u"a.txt"_s), "other"_ba);
+        f.answers->press(QMessageBox::Ok);
+        QCOMPARE(f.attempt(statement), u"None"_s);
+        QCOMPARE(f.read(u"a.txt"_s), "xone\ntwo\nthree\n"_ba);
+        QVERIFY(f.answers->allGiven());
+    }
+
+    void newerFileThatIsNotSavedShowsNoQuestion()
+    {
+        ScriptFixture f;
+        f.openFile(u"a.txt"_s);
+        f.changeOutside(u"a.txt"_s, "other");
+        QCOMPARE(f.attempt(u"app.editor.saveAll()"_s), u"None"_s);
+        QVERIFY(f.answers->shown.isEmpty());
+        QCOMPARE(f.read(u"a.txt"_s), "other"_ba);
+    }
+
     void closedDocumentIsDestroyed()
     {
         ScriptFixture f;

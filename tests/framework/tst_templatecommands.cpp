@@ -694,6 +694,23 @@ private Q_SLOTS:
         QCOMPARE(f.projectFiles(), QStringList(u"Sources/main.c"_s)); // not a second time
     }
 
+    /// The user has agreed to overwrite that file, so nothing on the disk is newer than the document.
+    void overwrittenFileIsSavedWithoutAnotherQuestion()
+    {
+        const TemplateFixture f;
+        f.create(u"plain"_s);
+        f.answerFile(u"C Source File"_s, u"main"_s, [&f](NewFileDialog *) { f.answers->press(QMessageBox::Yes); });
+        f.window->fileNew();
+        f.type(u"int a;"_s);
+        f.answers->shown.clear();
+        f.activate();
+        f.window->fileSave();
+        QCOMPARE(f.answers->shown, QStringList());
+        QCOMPARE(f.read(u"home/fw/main.c"_s), QByteArray("int a;"));
+        f.changeOutside(u"home/fw/main.c"_s, "other");
+        QVERIFY(f.document()->isNewerOnDisk());
+    }
+
     void refusedCloseOfAnOverwrittenDocumentKeepsIt()
     {
         const TemplateFixture f;

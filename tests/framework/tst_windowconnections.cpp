@@ -1,15 +1,16 @@
 #include "../base/blockedfile.h"
+#include "commandlinewindow.h"
 #include "dockwindow.h"
 #include "findinfilesdialog.h"
 #include "outputpage.h"
 #include "outputwindow.h"
+#include "productmenus.h"
 #include "projecttree.h"
 #include "projecttreeitem.h"
-#include "windowfixture.h"
-#include <QAction>
-#include <QClipboard>
+#include "searchbox.h"
 #include <QComboBox>
 #include <QMenu>
+#include <QMenuBar>
 #include <QPushButton>
 #include <QTabBar>
 #include <QToolBar>
@@ -20,34 +21,11 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-class ProductWindow : public WindowFixture
+class ProductWindow : public ProductMenus
 {
 public:
-    ProductWindow()
-    {
-        QGuiApplication::clipboard()->clear();
-        QFile ui(QStringLiteral(VARNEL_SOURCE_DIR "/config/uiconfig.xml"));
-        if (!ui.open(QIODevice::ReadOnly))
-            qFatal("cannot read");
-        static const QRegularExpression icons(u" icon=\"[^\"]*\""_s);
-        const QString content = QString::fromUtf8(ui.readAll()).remove(icons);
-        installation.write(u"config/uiconfig.xml"_s, content.toUtf8());
-        restart();
-        window->activateWindow();
-        [[maybe_unused]] const bool active = QTest::qWaitForWindowActive(window.get());
-    }
-
-    [[nodiscard]] QAction *action(const QString &name) const { return window->findChild<QAction *>(name); }
     [[nodiscard]] ProjectTree *tree() const { return window->findChild<ProjectTree *>(); }
     [[nodiscard]] DockWindow *dock(const QString &name) const { return window->findChild<DockWindow *>(name); }
-
-    /// Those of @p names that are enabled.
-    [[nodiscard]] QString enabled(const QString &names) const
-    {
-        QStringList found = names.split(u' ');
-        found.removeIf([this](const QString &name) { return !action(name)->isEnabled(); });
-        return found.join(u' ');
-    }
 
     void openProject(const QStringList &files) const
     {
@@ -114,6 +92,62 @@ private Q_SLOTS:
         QCOMPARE(f.enabled(EditActions), u"editRedo editCut editCopy editPaste"_s);
         QTest::keyClick(f.view()->currentEdit(), Qt::Key_Left);
         QCOMPARE(f.enabled(EditActions), u"editRedo editPaste"_s);
+    }
+
+    void editActionsFollowTheFocus()
+    {
+        const ProductWindow f;
+        f.open(u"a.c"_s, "one two");
+        f.view()->setFocus();
+        QTest::keyClick(f.view()->currentEdit(), Qt::Key_X);
+        f.action(u"editSelectAll"_s)->trigger();
+        f.action(u"editCopy"_s)->trigger();
+        const QString inText = u"editUndo editCut editCopy editPaste"_s;
+        QCOMPARE(f.enabled(EditActions), inText);
+        OutputPage *page = f.window->outputWindow()->page(OutputWindow::Build);
+        f.window->outputWindow()->displayPage(OutputWindow::Build);
+        page->setFocus();
+        QVERIFY(page->hasFocus());
+        QCOMPARE(f.enabled(EditActions), QString());
+        page->outputLine(u"text\n"_s);
+        page->selectAll();
+        QCOMPARE(f.enabled(EditActions), u"editCopy"_s);
+        f.view()->setFocus();
+        QCOMPARE(f.enabled(EditActions), inText);
+        f.window->findChild<SearchBox *>()->setFocus();
+        QVERIFY(!f.view()->currentEdit()->hasFocus());
+        QCOMPARE(f.enabled(EditActions), QString());
+        f.view()->insertText(u"more"_s);
+        f.view()->selectAll(); // as a search does
+        QCOMPARE(f.enabled(EditActions), QString());
+        f.view()->setFocus();
+        QCOMPARE(f.enabled(EditActions), inText);
+    }
+
+    void editActionsAreDisabledAfterTheLastFileIsClosed()
+    {
+        const ProductWindow f;
+        f.open(u"a.c"_s, "one two");
+        f.view()->setFocus();
+        QTest::keyClick(f.view()->currentEdit(), Qt::Key_X);
+        f.action(u"editSelectAll"_s)->trigger();
+        f.action(u"editCopy"_s)->trigger();
+        QVERIFY(!f.enabled(EditActions).isEmpty());
+        f.document()->setModified(false);
+        f.window->fileClose();
+        QVERIFY(f.openFiles().isEmpty());
+        QCOMPARE(f.enabled(EditActions), QString());
+    }
+
+    void openMenuKeepsTheEditActionsOfTheText()
+    {
+        const ProductWindow f;
+        f.open(u"a.c"_s, "one two");
+        f.view()->setFocus();
+        QTest::keyClick(f.view()->currentEdit(), Qt::Key_X);
+        f.window->menuBar()->setFocus();
+        QVERIFY(!f.view()->currentEdit()->hasFocus());
+        QCOMPARE(f.enabled(EditActions), u"editUndo"_s);
     }
 
     void cutAndPasteFollowTheTree()
@@ -511,6 +545,17 @@ private Q_SLOTS:
         f.window->outputWindow()->setConsoleHistory(many);
         f.restart();
         QCOMPARE(f.window->outputWindow()->consoleHistory(), many.last(500));
+    }
+
+    void consoleUsesTheVirtualEnvironmentOfTheSettings()
+    {
+        ProductWindow f;
+        f.settings()->setValue(u"Python/VirtualEnvironment"_s, u"/nowhere"_s);
+        f.restart();
+        const auto *console = f.window->findChild<CommandLineWindow *>();
+        QVERIFY(console);
+        QVERIFY2(console->toPlainText().contains(u"The virtual environment '/nowhere' has no packages"_s),
+                 qPrintable(console->toPlainText()));
     }
 
     void saveAllContinuesAfterAFileThatCannotBeWritten()

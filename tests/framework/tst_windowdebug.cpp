@@ -11,6 +11,7 @@
 #include "iexecutionenvironment.h"
 #include "iexecutionevents.h"
 #include "inextstatement.h"
+#include "isourcemapping.h"
 #include "iwakeup.h"
 #include "objectmodel.h"
 #include "pythonreference.h"
@@ -22,6 +23,7 @@
 #include <QComboBox>
 #include <QLabel>
 #include <QPluginLoader>
+#include <stdexcept>
 
 // Debug sessions in the main window, from a plug-in's report to the display.
 
@@ -341,6 +343,20 @@ private Q_SLOTS:
         f.calls();
         QVERIFY(f.window->closeWorkspace());
         QVERIFY(f.calls().contains(u"fw.stop()"_s));
+    }
+
+    void exceptionInTheSearchForASymbolEndsGoToLine()
+    {
+        const DebugWindow f;
+        script(u"fw"_s).offers.insert(ISourceMapping::Iid);
+        script(u"fw"_s).on[u"symbolAddress"_s] = [] { throw std::runtime_error("boom"); };
+        QVERIFY(f.window->openFile(f.path(u"main.c"_s), false));
+        f.view()->gotoLine(3);
+        QTest::ignoreMessage(QtWarningMsg, "ISourceMapping::symbolAddress: an exception has left the plug-in (boom)");
+        f.answers->type(u"main"_s);
+        f.window->viewGotoLine();
+        QVERIFY(f.answers->allGiven());
+        QCOMPARE(f.view()->currentEdit()->textCursor().blockNumber(), 0); // the text is no number, either
     }
 
     void disassemblyCannotBePrinted()

@@ -1,3 +1,4 @@
+#include "commandlinewindow.h"
 #include "pythoninterpreter.h"
 #include "pythonruntime.h"
 #include "pythonstring.h"
@@ -9,6 +10,7 @@
 #include <QPushButton>
 #include <QTest>
 #include <QTimer>
+#include <sys/stat.h>
 using namespace Qt::StringLiterals;
 
 class TestPythonInterpreter : public QObject
@@ -246,6 +248,30 @@ private Q_SLOTS:
         QCOMPARE(edit.text(), QString());
     }
 
+    /// Ctrl+Z means undo in other widgets.
+    void keysInterruptAStatementInTheConsoleOnly()
+    {
+        m_interpreter->setInputAvailable([] { return true; });
+        QLineEdit edit;
+        edit.insert(u"text"_s);
+        CommandLineWindow console;
+        edit.show();
+        console.show();
+        connect(&console, &CommandLineWindow::interruptRequested, m_interpreter.get(), &PythonInterpreter::interrupt);
+        QString text;
+        connect(m_interpreter.get(), &PythonInterpreter::runningChanged, this, [&](bool on) {
+            if (!on)
+                return;
+            QTimer::singleShot(0, &edit, [&] {
+                QTest::keyClick(&edit, Qt::Key_Z, Qt::ControlModifier);
+                text = edit.text();
+                QTest::keyClick(&console, Qt::Key_C, Qt::ControlModifier);
+            });
+        });
+        QVERIFY(shown({u"while True: pass"_s, u""_s}).contains(u"KeyboardInterrupt"_s));
+        QCOMPARE(text, u"text"_s);
+    }
+
     void threadsRunWhileThePromptWaits()
     {
         shown({u"import threading, time"_s, u"counted = [0]"_s, u"def count():"_s, u"  while counted[0] < 50:"_s,
@@ -325,6 +351,9 @@ private Q_SLOTS:
         QTest::addColumn<QString>("path");
         QTest::newRow("missing") << m_directory.filePath(u"nowhere.py"_s);
         QTest::newRow("a directory") << m_directory.path();
+        const QString pipe = m_directory.filePath(u"pipe.py"_s);
+        QVERIFY(QFileInfo::exists(pipe) || ::mkfifo(QFile::encodeName(pipe).constData(), 0600) == 0);
+        QTest::newRow("a pipe") << pipe;
     }
     void fileThatCannotBeOpenedReturnsTrue()
     {

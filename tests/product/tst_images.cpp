@@ -95,6 +95,17 @@ int pixelsThatStandOut(const QImage &picture, QRgb background)
             count += contrast(image.pixel(x, y), background) >= 3.0;
     return count;
 }
+
+/// The part of a picture that is not transparent.
+QRect drawnPart(const QImage &picture)
+{
+    QRect part;
+    for (int y = 0; y < picture.height(); ++y)
+        for (int x = 0; x < picture.width(); ++x)
+            if (picture.pixelColor(x, y).alpha() > 128)
+                part |= QRect(x, y, 1, 1);
+    return part;
+}
 } // namespace
 
 class tst_images : public QObject
@@ -121,6 +132,37 @@ private Q_SLOTS:
         QVERIFY2(!picture.isNull(), qPrintable(file));
         const int count = pixelsThatStandOut(picture, background);
         QVERIFY2(count >= 12, qPrintable(u"only %1 pixels of %2 stand out"_s.arg(count).arg(file)));
+    }
+
+    void runIsGreenAndStopAndBreakpointsAreRed_data()
+    {
+        QTest::addColumn<bool>("green");
+        QTest::newRow("debugrun") << true;
+        QTest::newRow("debugstop") << false;
+        QTest::newRow("debugtogglebreakpoint") << false;
+        QTest::newRow("markerenabledbreak") << false;
+    }
+    void runIsGreenAndStopAndBreakpointsAreRed()
+    {
+        QFETCH(const bool, green);
+        for (const QString &folder : {stage, stage + u"/dark"_s}) {
+            const QImage picture = render(folder + u'/' + QString::fromLatin1(QTest::currentDataTag()) + u".svg"_s);
+            const QColor colour = picture.pixelColor(picture.rect().center());
+            QVERIFY2(green ? colour.green() > 1.5 * std::max(colour.red(), colour.blue())
+                           : colour.red() > 1.5 * std::max(colour.green(), colour.blue()),
+                     qPrintable(folder + u' ' + colour.name()));
+        }
+    }
+
+    /// A large red dot is the sign of a recording.
+    void breakpointOfTheToolBarIsASmallDot()
+    {
+        for (const QString &folder : {stage, stage + u"/dark"_s}) {
+            const QImage picture = render(folder + u"/debugtogglebreakpoint.svg"_s);
+            const QRect dot = drawnPart(picture);
+            QVERIFY2(dot.width() >= 6 && dot.width() <= picture.width() / 2, qPrintable(QString::number(dot.width())));
+            QCOMPARE(dot.height(), dot.width());
+        }
     }
 
     void pictureHasTheSizeOfItsName_data()

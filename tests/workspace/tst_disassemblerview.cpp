@@ -90,6 +90,8 @@ public:
 
     bool symbolAddress(const QString &name, uint &address) override
     {
+        if (symbolsThrow)
+            throw std::runtime_error("lost");
         address = symbols.value(name);
         return symbols.contains(name);
     }
@@ -105,6 +107,7 @@ public:
     InterfacePtr<WideMemory> wide;
     bool throws = false;
     bool fetchThrows = false;
+    bool symbolsThrow = false;
     bool isFetched = true;
     bool isSilent = false;
     bool hasRegions = true;
@@ -293,6 +296,16 @@ private Q_SLOTS:
         f.environment->throws = true;
         QTest::ignoreMessage(QtWarningMsg, "IDisassemblyAddress::text: an exception has left the plug-in (gone)");
         QCOMPARE(f.document->para(0), QStringList());
+    }
+
+    void exceptionInTheSearchForASymbolMeansThatThereIsNone()
+    {
+        const Fixture f;
+        const QString before = f.cursor();
+        f.environment->symbolsThrow = true;
+        QTest::ignoreMessage(QtWarningMsg, "ISourceMapping::symbolAddress: an exception has left the plug-in (lost)");
+        QVERIFY(!f.view->goTo(u"main"_s));
+        QCOMPARE(f.cursor(), before);
     }
 
     void plugInMayCloseTheViewWhenItIsAsked()

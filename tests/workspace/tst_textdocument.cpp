@@ -265,10 +265,17 @@ private Q_SLOTS:
         QVERIFY(f.document->saveAs(f.path(u"b.c"_s)));
         QCOMPARE(contents(f.path(u"b.c"_s)), "text");
         QCOMPARE(f.view->title(), u"b.c"_s);
+    }
+
+    void failedSaveAsKeepsTheOldName()
+    {
+        EditorFixture f(u"text"_s);
+        QVERIFY(f.document->saveAs(f.path(u"b.c"_s)));
         BoxAnswers answers({QMessageBox::Ok});
         QVERIFY(!f.document->saveAs(f.path(u"no/c.c"_s)));
         QVERIFY(f.document->modified());
-        QCOMPARE(f.view->title(), u"c.c *"_s);
+        QCOMPARE(f.document->filename(), f.path(u"b.c"_s));
+        QCOMPARE(f.view->title(), u"b.c *"_s);
     }
 
     void saveAsKeepsEncodingAndLineEnds()
@@ -291,6 +298,16 @@ private Q_SLOTS:
         QVERIFY(f.document->modified());
         QVERIFY(!QFile::exists(path));
         QVERIFY(!f.document->isNewerOnDisk());
+    }
+
+    void createdDocumentIsAsNewAsTheFileThatItOverwrites()
+    {
+        EditorFixture f;
+        const QString path = f.path(u"old.c"_s);
+        put(path, "old");
+        QVERIFY(f.document->create(path));
+        QVERIFY(!f.document->isNewerOnDisk());
+        QCOMPARE(f.document->lastModified(), QFileInfo(path).lastModified());
     }
 
     void undoToTheSavedTextIsUnmodified()

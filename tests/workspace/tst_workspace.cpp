@@ -187,6 +187,16 @@ private Q_SLOTS:
         QVERIFY(workspace.documents().isEmpty());
     }
 
+    void endOfAnUnknownDocumentFailsAnAssertion()
+    {
+        QObject stranger;
+        Workspace workspace;
+        QSignalSpy changes(&workspace, &Workspace::modificationChanged);
+        QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"^ASSERT: \"m_documents\\.find\\(doc\\) >= 0\" in "_s));
+        QVERIFY(QMetaObject::invokeMethod(&workspace, "documentDestroyed", Q_ARG(QObject *, &stranger)));
+        QCOMPARE(changes.size(), 1);
+    }
+
     void newDocumentIsCreatedAndNotOpened()
     {
         Fixture f;

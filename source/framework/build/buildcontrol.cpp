@@ -12,6 +12,7 @@
 #include "messages.h"
 #include "navigator.h"
 #include "newconfigurationdialog.h"
+#include "newerfile.h"
 #include "outputpage.h"
 #include "outputwindow.h"
 #include "population.h"
@@ -326,8 +327,7 @@ void BuildControl::buildCompileFile()
         return;
     const QPointer<Project> alive(project);
     const QString file = m_currentFile;
-    saveForCompile(project);
-    if (!alive || isBusy())
+    if (!saveForCompile(project) || !alive || isBusy())
         return;
     prepareOutput(project);
     const QString configuration = project->currentConfiguration();
@@ -335,15 +335,20 @@ void BuildControl::buildCompileFile()
           [&](auto *environment) { return runPlugin<&IBuildEnvironment::compile>(environment, file, configuration); });
 }
 
-/// Saves the project and the current file, and nothing else.
-void BuildControl::saveForCompile(Project *project) const
+/// Saves the project and the current file, and nothing else. False if the user keeps a newer version of that file.
+bool BuildControl::saveForCompile(Project *project) const
 {
     const QString path = project->absolutePath(m_currentFile);
     if (project->isModified())
         saveProject(m_window.dialogParent(), project);
-    Document *document = m_window.workspace()->findDocument(path);
-    if (document && document->modified())
+    const QPointer<Document> document = m_window.workspace()->findDocument(path);
+    if (!document || !document->modified())
+        return true;
+    if (!maySave(m_window.dialogParent(), document))
+        return false;
+    if (document)
         document->save();
+    return true;
 }
 
 void BuildControl::setCurrentFile(const QString &path)

@@ -65,7 +65,7 @@ private:
     void runSelected(Work work);
     void run(Work work, Project *project);
     void start(const Project *project, const std::function<bool(IBuildEnvironment *)> &work);
-    void saveForCompile(Project *project) const;
+    [[nodiscard]] bool saveForCompile(Project *project) const;
     void prepareOutput(const Project *project) const;
     void displayBuildPage() const;
     void setLookupPattern(const Project *project) const;

@@ -1,4 +1,5 @@
 #include "projectsaving.h"
+#include "document.h"
 #include "messages.h"
 #include "project.h"
 #include "projectworkspace.h"
@@ -27,13 +28,6 @@ SaveAnswer askToSaveChanges(QWidget *parent, const QString &name)
                           "contains.\n\nDo you want to save the changes?")
             .arg(name),
         {QMessageBox::Yes, QMessageBox::No, QMessageBox::Cancel});
-}
-
-bool mayOverwriteNewer(QWidget *parent, const QString &path)
-{
-    const QString question = ProjectSaving::tr("A newer version of this file exists on disk:\n\n%1\n\n"
-                                               "Are you sure that you want to overwrite the newer version?");
-    return showInformation(parent, question.arg(path), {QMessageBox::Ok, QMessageBox::Cancel}) == QMessageBox::Ok;
 }
 
 bool mayOverwriteNewer(QWidget *parent, const QStringList &paths)

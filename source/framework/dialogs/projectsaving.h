@@ -10,9 +10,8 @@ using SaveAnswer = QMessageBox::StandardButton;
 /// Asks whether to save the changes of the projects of the workspace @p name: Yes, No or Cancel.
 [[nodiscard]] SaveAnswer askToSaveChanges(QWidget *parent, const QString &name);
 
-/// Whether the user agrees to overwrite a file that another program has written meanwhile.
-[[nodiscard]] bool mayOverwriteNewer(QWidget *parent, const QString &path);
-/// The same for several files; true without a question if there are none.
+/// Whether the user agrees to overwrite files that other programs have written meanwhile; true without a question if
+/// there are none.
 [[nodiscard]] bool mayOverwriteNewer(QWidget *parent, const QStringList &paths);
 
 enum class IfNewer { Ask, Overwrite };

@@ -140,7 +140,6 @@ void OutputPage::removeLines(const QString &owner)
         return;
     const QString openLine = m_lineOpen ? kept.takeLast().text : QString();
     clear();
-    m_lineOpen = false;
     QSignalBlocker blocker(this); // they were reported
     for (const Line &line : std::as_const(kept))
         addLine(line);
@@ -249,6 +248,7 @@ void OutputPage::clear()
 {
     closeBatch();
     QPlainTextEdit::clear();
+    m_lineOpen = false;
     m_currentLine = 0;
     m_visited = false;
     m_errors = 0;

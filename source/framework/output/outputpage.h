@@ -49,12 +49,12 @@ public Q_SLOTS:
     /// and its line end is shown only when more text follows; text without "\n" at its end is continued by the next
     /// text.
     void outputLine(const QString &text);
-    /// Adds a whole line whose place is known: its text is not searched for one. A line that is open ends before it.
-    void outputLine(const QString &text, const LookupPlace &place);
     /// Makes the next paragraph (after the last one the first) the current line, and looks it up.
     void lookupNextLine();
     /// Selects the current line and emits lookupSource() if the line contains a place.
     void doLookup();
+    /// Adds a whole line whose place is known: its text is not searched for one. A line that is open ends before it.
+    void outputLine(const QString &text, const LookupPlace &place);
     void clear();
 
 Q_SIGNALS:

@@ -63,13 +63,13 @@ public Q_SLOTS:
     /// Writes to the first page with that caption; if there is none, to a new one.
     void outputLine(const QString &name, const QString &text);
     void outputLine(const QString &name, const QString &text, bool serious);
-    /// Adds a line that leads to @p place.
-    void outputLine(uint pageNum, const QString &text, const LookupPlace &place);
     void lookupNextLine();
     // These act on the page or the console that is shown.
+    void selectAll();
     void copy();
     void paste();
-    void selectAll();
+    /// Adds a line that leads to @p place.
+    void outputLine(uint pageNum, const QString &text, const LookupPlace &place);
 
 Q_SIGNALS:
     void lookupSource(const QString &file, int line, int column = 0);

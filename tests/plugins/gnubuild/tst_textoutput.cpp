@@ -1,5 +1,6 @@
 #include "textoutput.h"
 #include <QTest>
+#include <sys/stat.h>
 using namespace Qt::StringLiterals;
 
 class TestTextOutput : public QObject
@@ -19,6 +20,16 @@ private Q_SLOTS:
         QCOMPARE(QFileInfo(path).lastModified(), time);
         QCOMPARE(writeIfChanged(path, "tex"), Written::Changed);
         QVERIFY(hasContents(path, "tex"));
+    }
+
+    void pipeIsReplacedWithoutBeingRead()
+    {
+        QTemporaryDir directory;
+        const QString path = directory.filePath(u"pipe"_s);
+        QCOMPARE(::mkfifo(QFile::encodeName(path).constData(), 0600), 0);
+        QVERIFY(!hasContents(path, {}));
+        QCOMPARE(writeIfChanged(path, "text"), Written::Changed);
+        QVERIFY(hasContents(path, "text"));
     }
 
     void failureSetsTheError()
