@@ -34,7 +34,10 @@ struct FileSearchJob::Task
 };
 
 FileSearchJob::FileSearchJob(FileSearch search, QObject *receiver) : m_search(std::move(search)), m_receiver(receiver)
-{}
+{
+    for (auto it = m_search.editedTexts.cbegin(); it != m_search.editedTexts.cend(); ++it)
+        m_editedNames.insert(QFileInfo(it.key()).fileName());
+}
 
 void FileSearchJob::start()
 {
@@ -175,12 +178,15 @@ void FileSearchJob::search(FileTextSearch &engine, const std::shared_ptr<Task> &
     ++m_filesSearched;
 }
 
-/// Null if the file is to be read.
+/// Null if the file is to be read. The canonical path of a file is only asked for if an edited one has its name.
 const QString *FileSearchJob::editedText(const ListedFile &file) const
 {
     if (m_search.editedTexts.isEmpty())
         return nullptr;
-    const auto edited = m_search.editedTexts.constFind(file.path());
+    const QFileInfo info(file.path());
+    auto edited = m_search.editedTexts.constFind(info.filePath());
+    if (edited == m_search.editedTexts.cend() && m_editedNames.contains(info.fileName()))
+        edited = m_search.editedTexts.constFind(info.canonicalFilePath());
     return edited == m_search.editedTexts.cend() ? nullptr : &*edited;
 }
 

@@ -6,6 +6,7 @@
 #include <memory>
 #include <mutex>
 #include <QEvent>
+#include <QSet>
 class FileTextSearch;
 class ListedFile;
 class QObject;
@@ -64,6 +65,7 @@ private:
     void waitForTasks(std::unique_lock<std::mutex> &lock, size_t most);
 
     const FileSearch m_search;
+    QSet<QString> m_editedNames; ///< of the files with unsaved changes
     std::atomic<bool> m_running = true;
     std::atomic<bool> m_finished = false;
     std::atomic<int> m_filesSearched = 0;
