@@ -15,5 +15,5 @@ struct FileSearch
     QString mask = {};                        ///< wildcards separated by ";" or else by blanks
     bool recursive = false;                   ///< the folders below as well
     std::optional<QStringList> files = {};    ///< searched instead of a folder; absolute paths
-    QHash<QString, QString> editedTexts = {}; ///< of documents with unsaved changes, by the path of the file
+    QHash<QString, QString> editedTexts = {}; ///< of documents with unsaved changes, by path and by canonical path
 };

@@ -1,38 +1,43 @@
 #include "filesearchjob.h"
 #include "filetextsearch.h"
+#include "folderwalk.h"
+#include "listedfile.h"
 #include <QCoreApplication>
 #include <QDir>
+#include <QFileInfo>
 #include <thread>
 
 using namespace Qt::StringLiterals;
 
 namespace {
-constexpr size_t MostTasks = 256;
+constexpr size_t MostTasks = 256; ///< each may keep a folder open
 constexpr qsizetype MostLinesOfEvent = 100;
 constexpr qsizetype LongestEvent = 100'000; ///< characters
 constexpr qsizetype LinesTogether = 64;     ///< handed over at once after the first line of a file
 
-/// "*.*" means every file, with or without a dot.
-QStringList nameFilters(const QString &mask)
+QString remark(FileTextSearch::Result result, const QString &file)
 {
-    QStringList filters = QDir::nameFiltersFromString(mask);
-    filters.removeAll(QString());
-    for (QString &filter : filters)
-        filter = filter == u"*.*"_s ? u"*"_s : filter;
-    return filters;
+    const QString path = QDir::toNativeSeparators(file);
+    return (result == FileTextSearch::Result::TooManySteps
+                ? QObject::tr("%1 was not searched whole: the expression needs too many steps.")
+                : QObject::tr("%1 was not searched whole: it could not be read."))
+        .arg(path);
 }
 } // namespace
 
 /// A file to be searched.
 struct FileSearchJob::Task
 {
-    QString path;
+    ListedFile file;
     QList<FoundLine> lines; ///< found and not reported yet
     bool done = false;
 };
 
 FileSearchJob::FileSearchJob(FileSearch search, QObject *receiver) : m_search(std::move(search)), m_receiver(receiver)
-{}
+{
+    for (auto it = m_search.editedTexts.cbegin(); it != m_search.editedTexts.cend(); ++it)
+        m_editedNames.insert(QFileInfo(it.key()).fileName());
+}
 
 void FileSearchJob::start()
 {
@@ -49,7 +54,8 @@ void FileSearchJob::stop()
     const std::lock_guard lock(m_mutex);
     m_receiver = nullptr;
     m_found.clear();
-    m_changed.notify_all();
+    m_added.notify_all();
+    m_ended.notify_all();
 }
 
 // The thread that lists the files -----------------------------------------
@@ -61,58 +67,37 @@ void FileSearchJob::walk()
         report({{}, 0, QObject::tr("The expression is not valid: %1").arg(error)});
     else if (m_search.files)
         for (const QString &path : *m_search.files)
-            add(path);
+            add(ListedFile(path));
     else if (!QFileInfo(m_search.folder).isDir())
         report({{}, 0, QObject::tr("The folder '%1' does not exist.").arg(QDir::toNativeSeparators(m_search.folder))});
     else
-        walkFolder(m_search.folder);
+        FolderWalk(m_search.mask, m_search.recursive).forEach(m_search.folder, m_running, [this](ListedFile file) {
+            add(std::move(file));
+        });
 
     std::unique_lock lock(m_mutex);
     m_allAdded = true;
-    m_changed.notify_all();
+    m_added.notify_all();
     waitForTasks(lock, 0);
     m_finished = true;
     postNext();
 }
 
-void FileSearchJob::walkFolder(const QString &path)
-{
-    const QString canonical = QFileInfo(path).canonicalFilePath();
-    if (m_visited.contains(canonical))
-        return;
-    m_visited.insert(canonical);
-    QDir directory(path);
-    directory.setSorting(QDir::DirsFirst);
-    for (const QString &name : directory.entryList(nameFilters(m_search.mask), QDir::Files)) {
-        if (!m_running)
-            return;
-        add(directory.filePath(name));
-    }
-    if (!m_search.recursive)
-        return;
-    for (const QString &name : directory.entryList(QDir::Dirs | QDir::NoDotAndDotDot)) {
-        if (!m_running)
-            return;
-        walkFolder(directory.filePath(name));
-    }
-}
-
-void FileSearchJob::add(const QString &path)
+void FileSearchJob::add(ListedFile file)
 {
     std::unique_lock lock(m_mutex);
-    waitForTasks(lock, MostTasks - 1);
-    m_tasks.push_back(std::make_shared<Task>(Task{path, {}, false}));
-    m_changed.notify_all();
+    if (m_tasks.size() == MostTasks)
+        waitForTasks(lock, MostTasks / 2);
+    m_tasks.push_back(std::make_shared<Task>(Task{std::move(file), {}, false}));
+    if (m_idle > 0)
+        m_added.notify_one();
 }
 
-/// Reports what has been found until at most @p most files are left.
+/// Waits until at most @p most files are left.
 void FileSearchJob::waitForTasks(std::unique_lock<std::mutex> &lock, size_t most)
 {
-    drain();
-    while (m_tasks.size() > most && m_running) {
-        m_changed.wait(lock);
-        drain();
-    }
+    m_awaited = most;
+    m_ended.wait(lock, [this, most] { return m_tasks.size() <= most || !m_running; });
 }
 
 /// Called with the mutex locked. Only the first file's lines may be reported before it was searched whole.
@@ -128,16 +113,18 @@ void FileSearchJob::drain()
             if (m_reported == MostLines) {
                 m_found.push_back({{}, 0, QObject::tr("The search ended after 100,000 lines.")});
                 m_running = false;
-                m_changed.notify_all();
+                m_added.notify_all();
             }
         }
         first->lines.clear();
         if (!first->done)
             break;
         m_tasks.pop_front();
-        --m_taken;
+        --m_started;
     }
     postNext();
+    if (m_tasks.size() <= m_awaited || !m_running)
+        m_ended.notify_one();
 }
 
 void FileSearchJob::report(FoundLine line)
@@ -154,18 +141,21 @@ void FileSearchJob::searchFiles()
     FileTextSearch engine(m_search);
     std::unique_lock lock(m_mutex);
     while (m_running) {
-        if (m_taken == m_tasks.size()) {
+        if (m_started == m_tasks.size()) {
             if (m_allAdded)
                 return;
-            m_changed.wait(lock);
+            ++m_idle;
+            m_added.wait(lock);
+            --m_idle;
             continue;
         }
-        const std::shared_ptr<Task> task = m_tasks[m_taken++];
+        const std::shared_ptr<Task> task = m_tasks[m_started++];
         lock.unlock();
         search(engine, task);
         lock.lock();
         task->done = true;
-        m_changed.notify_all();
+        if (task == m_tasks.front())
+            drain();
     }
 }
 
@@ -174,31 +164,40 @@ void FileSearchJob::search(FileTextSearch &engine, const std::shared_ptr<Task> &
     QList<FoundLine> lines;
     bool isFirst = true;
     const auto receive = [&](int line, const QString &text) {
-        lines.append({task->path, line, text});
+        lines.append({task->file.path(), line, text});
         if (std::exchange(isFirst, false) || lines.size() >= LinesTogether)
-            flush(*task, lines);
+            flush(task, lines);
         return m_running.load();
     };
-    const auto edited = m_search.editedTexts.constFind(task->path);
-    const FileTextSearch::Result result = edited != m_search.editedTexts.cend()
-                                              ? engine.searchText(*edited, m_running, receive)
-                                              : engine.search(task->path, m_running, receive);
-    const QString path = QDir::toNativeSeparators(task->path);
-    if (result == FileTextSearch::Result::TooManySteps)
-        lines.append({{}, 0, QObject::tr("%1 was not searched whole: the expression needs too many steps.").arg(path)});
-    else if (result == FileTextSearch::Result::ReadError)
-        lines.append({{}, 0, QObject::tr("%1 was not searched whole: it could not be read.").arg(path)});
-    flush(*task, lines);
+    const QString *edited = editedText(task->file);
+    const FileTextSearch::Result result =
+        edited ? engine.searchText(*edited, m_running, receive) : engine.search(task->file, m_running, receive);
+    if (result != FileTextSearch::Result::Whole)
+        lines.append({{}, 0, remark(result, task->file.path())});
+    flush(task, lines);
     ++m_filesSearched;
 }
 
-void FileSearchJob::flush(Task &task, QList<FoundLine> &lines)
+/// Null if the file is to be read. The canonical path of a file is only asked for if an edited one has its name.
+const QString *FileSearchJob::editedText(const ListedFile &file) const
+{
+    if (m_search.editedTexts.isEmpty())
+        return nullptr;
+    const QFileInfo info(file.path());
+    auto edited = m_search.editedTexts.constFind(info.filePath());
+    if (edited == m_search.editedTexts.cend() && m_editedNames.contains(info.fileName()))
+        edited = m_search.editedTexts.constFind(info.canonicalFilePath());
+    return edited == m_search.editedTexts.cend() ? nullptr : &*edited;
+}
+
+void FileSearchJob::flush(const std::shared_ptr<Task> &task, QList<FoundLine> &lines)
 {
     if (lines.isEmpty())
         return;
     const std::lock_guard lock(m_mutex);
-    task.lines += std::exchange(lines, {});
-    m_changed.notify_all();
+    task->lines += std::exchange(lines, {});
+    if (task == m_tasks.front())
+        drain();
 }
 
 // Events ------------------------------------------------------------------

@@ -8,6 +8,7 @@
 #include <QEvent>
 #include <QSet>
 class FileTextSearch;
+class ListedFile;
 class QObject;
 
 /// A line that a search reports; line 0 is a remark on the search itself.
@@ -18,9 +19,9 @@ struct FoundLine
     QString text;
 };
 
-/// One search in files, in threads of its own: one walks through the folders and reports the results in their order,
-/// the others search files. The job lives until its last thread has ended, which may be long after its receiver was
-/// deleted: a read of a file may block.
+/// One search in files, in threads of its own: one walks through the folders, the others search files and report the
+/// results in the order of the files. The job lives until its last thread has ended, which may be long after its
+/// receiver was deleted: a read of a file may block.
 ///
 /// The results are posted to the receiver as events, one at a time: what is found while one is pending comes with the
 /// next one. Therefore many matches do not block the window, and the threads never wait for it.
@@ -53,27 +54,30 @@ private:
     struct Task;
 
     void walk();
-    void walkFolder(const QString &path);
-    void add(const QString &path);
+    void add(ListedFile file);
     void searchFiles();
     void search(FileTextSearch &engine, const std::shared_ptr<Task> &task);
-    void flush(Task &task, QList<FoundLine> &lines);
+    [[nodiscard]] const QString *editedText(const ListedFile &file) const;
+    void flush(const std::shared_ptr<Task> &task, QList<FoundLine> &lines);
     void drain();
     void report(FoundLine line);
     void postNext();
     void waitForTasks(std::unique_lock<std::mutex> &lock, size_t most);
 
     const FileSearch m_search;
-    QSet<QString> m_visited; ///< folders, by their canonical paths
+    QSet<QString> m_editedNames; ///< of the files with unsaved changes
     std::atomic<bool> m_running = true;
     std::atomic<bool> m_finished = false;
     std::atomic<int> m_filesSearched = 0;
 
-    std::mutex m_mutex; ///< protects the members below
-    std::condition_variable m_changed;
+    std::mutex m_mutex;              ///< protects the members below
+    std::condition_variable m_added; ///< a task, or the last one, or the search has ended
+    std::condition_variable m_ended; ///< enough tasks are done, or the search has ended
     QObject *m_receiver;
     std::deque<std::shared_ptr<Task>> m_tasks; ///< in the order in which their lines are reported
-    size_t m_taken = 0;                        ///< how many of them are searched or were
+    size_t m_started = 0;                      ///< how many of them are searched or were
+    size_t m_awaited = 0;                      ///< the walk waits until there are no more tasks than these
+    int m_idle = 0;                            ///< threads that wait for a task
     bool m_allAdded = false;
     std::deque<FoundLine> m_found; ///< to be posted
     int m_reported = 0;

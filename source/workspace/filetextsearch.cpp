@@ -1,9 +1,12 @@
 #include "filetextsearch.h"
 #include "bytesearch.h"
 #include "expressionsearch.h"
+#include "regularfile.h"
+#include "requiredtext.h"
 #include "searchpattern.h"
 #include "textfile.h"
 #include "textpieces.h"
+#include <algorithm>
 #include <QFile>
 
 using namespace Qt::StringLiterals;
@@ -28,6 +31,12 @@ bool hasLoneReturns(QByteArrayView bytes)
             return true;
     }
     return false;
+}
+
+/// Whether a text has the same bytes in all encodings but the wide ones, and no line end.
+bool isPrintable(const QString &text)
+{
+    return std::ranges::all_of(text, [](QChar c) { return c.unicode() >= 0x20 && c.unicode() < 0x7F; });
 }
 
 /// A character has 4 bytes at most.
@@ -78,10 +87,16 @@ FileTextSearch::FileTextSearch(const FileSearch &search)
     const bool isExpression = search.regExp || search.wholeWord;
     const QString text = search.wholeWord ? u"\\b"_s + search.text + u"\\b"_s : search.text;
     m_pattern = std::make_unique<SearchPattern>(text, search.caseSensitive, isExpression);
-    if (isExpression)
-        m_expression = std::make_unique<ExpressionSearch>(SearchPattern::accepted(text), search.caseSensitive);
-    else
-        m_bytes = std::make_unique<ByteSearch>(BytePattern{text, search.caseSensitive, false});
+    QString required = text;
+    if (isExpression) {
+        const QString accepted = SearchPattern::accepted(text);
+        m_expression = std::make_unique<ExpressionSearch>(accepted, search.caseSensitive);
+        required = requiredText(accepted, search.caseSensitive);
+    } else {
+        m_text = std::make_unique<ByteSearch>(BytePattern{text, search.caseSensitive, false});
+    }
+    if (!required.isEmpty() && isPrintable(required))
+        m_required = std::make_unique<ByteSearch>(BytePattern{required, search.caseSensitive, false});
 }
 
 FileTextSearch::~FileTextSearch() = default;
@@ -91,25 +106,48 @@ QString FileTextSearch::error() const
     return m_pattern->error();
 }
 
-FileTextSearch::Result FileTextSearch::search(const QString &path, const std::atomic<bool> &running,
+FileTextSearch::Result FileTextSearch::search(const ListedFile &listed, const std::atomic<bool> &running,
                                               const Receiver &receive)
 {
-    QFile file(path);
-    if (!m_pattern->isValid() || !file.open(QIODevice::ReadOnly | QIODevice::Unbuffered))
+    if (!m_pattern->isValid())
         return Result::Whole;
-    const QByteArray start = file.read(std::clamp<qsizetype>(file.size() + 1, BinaryStart, BlockSize));
-    if (!isWide(start) && !start.first(std::min(start.size(), BinaryStart)).contains('\0'))
-        return searchPieces(file, start, running, receive);
-
-    const bool isBinary = !isWide(start);
+    RegularFile file(listed);
+    if (!file.isOpen())
+        return Result::Whole;
+    m_bytes.resize(0);
+    m_bytes.reserve(std::min<qsizetype>(file.size(), PieceSize) + BlockSize);
+    m_atEnd = m_isBroken = false;
+    // One byte more than the file has, so that its end is seen by the first read.
+    while (!m_atEnd && m_bytes.size() < BinaryStart && running)
+        readBlock(file, std::clamp<qsizetype>(file.size() + 1, BinaryStart, BlockSize));
+    if (isWide(m_bytes))
+        return searchWide(file, running, receive);
     const auto once = [&](int, const QString &) {
         receive(1, QObject::tr("Binary file matches"));
         return false;
     };
-    if (isBinary)
-        return searchPieces(file, start, running, once);
-    file.seek(0);
-    TextPieces pieces(file, PieceSize);
+    const bool isBinary = QByteArrayView(m_bytes).first(std::min(m_bytes.size(), BinaryStart)).contains('\0');
+    return searchPieces(file, running, isBinary ? Receiver(once) : receive);
+}
+
+/// Appends to the bytes to be searched, with few calls of the system for a small file.
+void FileTextSearch::readBlock(RegularFile &file, qsizetype size)
+{
+    const qsizetype before = m_bytes.size();
+    m_bytes.resize(before + size);
+    const qsizetype count = file.read(m_bytes.data() + before, size);
+    m_bytes.resize(before + std::max<qsizetype>(count, 0));
+    m_isBroken = count < 0;
+    m_atEnd = count <= 0 || (count < size && m_bytes.size() == file.size());
+}
+
+FileTextSearch::Result FileTextSearch::searchWide(RegularFile &file, const std::atomic<bool> &running,
+                                                  const Receiver &receive)
+{
+    QFile device;
+    if (!device.open(file.descriptor(), QIODevice::ReadOnly | QIODevice::Unbuffered) || !device.seek(0))
+        return Result::ReadError;
+    TextPieces pieces(device, PieceSize);
     int firstLine = 1;
     while (const std::optional<TextPiece> piece = pieces.next(running)) {
         if (!searchDecoded(*piece, firstLine, running, receive))
@@ -126,37 +164,35 @@ FileTextSearch::Result FileTextSearch::searchText(const QString &text, const std
     return m_pattern->hitStepLimit() ? Result::TooManySteps : Result::Whole;
 }
 
-FileTextSearch::Result FileTextSearch::searchPieces(QIODevice &file, QByteArray first, const std::atomic<bool> &running,
+FileTextSearch::Result FileTextSearch::searchPieces(RegularFile &file, const std::atomic<bool> &running,
                                                     const Receiver &receive)
 {
-    QByteArray bytes = std::move(first);
     Piece piece;
-    for (bool atEnd = false; !atEnd && running;) {
-        while (!atEnd && bytes.size() < PieceSize && running) {
-            const QByteArray block = file.read(BlockSize);
-            atEnd = block.isEmpty();
-            bytes += block;
-        }
-        const qsizetype lineEnd = atEnd ? -1 : bytes.lastIndexOf('\n');
-        const qsizetype length = lineEnd < 0 ? bytes.size() : lineEnd + 1; // a longer line is cut
-        piece.bytes = QByteArrayView(bytes).first(length);
-        piece.isEnd = atEnd;
+    for (bool isEnd = false; !isEnd && running;) {
+        while (!m_atEnd && m_bytes.size() < PieceSize && running)
+            readBlock(file, BlockSize);
+        isEnd = m_atEnd;
+        const qsizetype lineEnd = isEnd ? -1 : m_bytes.lastIndexOf('\n');
+        const qsizetype length = lineEnd < 0 ? m_bytes.size() : lineEnd + 1; // a longer line is cut
+        piece.bytes = QByteArrayView(m_bytes).first(length);
+        piece.isEnd = isEnd;
         if (!searchBytes(piece, running, receive))
             break;
         piece.isStart = false;
-        if (!atEnd)
+        if (!isEnd) {
             piece.firstLine += int(piece.bytes.count('\n'));
-        bytes.remove(0, length);
+            m_bytes.remove(0, length);
+        }
     }
     if (m_pattern->hitStepLimit() || (m_expression && m_expression->hitStepLimit()))
         return Result::TooManySteps;
-    return static_cast<QFile &>(file).error() == QFile::NoError ? Result::Whole : Result::ReadError;
+    return m_isBroken ? Result::ReadError : Result::Whole;
 }
 
 qsizetype FileTextSearch::findBytes(const Piece &piece, qsizetype from, const std::atomic<bool> &running) const
 {
-    if (m_bytes) {
-        const auto match = m_bytes->first(piece.bytes, from, piece.bytes.size());
+    if (m_text) {
+        const auto match = m_text->first(piece.bytes, from, piece.bytes.size());
         return match ? qsizetype(match->offset) : -1;
     }
     return m_expression->find(piece.bytes, from, piece.isStart, piece.isEnd, [&running] { return running.load(); });
@@ -165,6 +201,8 @@ qsizetype FileTextSearch::findBytes(const Piece &piece, qsizetype from, const st
 bool FileTextSearch::searchBytes(const Piece &piece, const std::atomic<bool> &running, const Receiver &receive) const
 {
     const QByteArrayView bytes = piece.bytes;
+    if (m_required && !m_required->first(bytes, 0, bytes.size()))
+        return running;
     if (hasLoneReturns(bytes) || (m_expression && !bytes.isValidUtf8()))
         return searchDecoded({decodeText(bytes.toByteArray()).text, piece.isStart, piece.isEnd}, piece.firstLine,
                              running, receive);

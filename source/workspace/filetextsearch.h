@@ -3,9 +3,11 @@
 #include <atomic>
 #include <functional>
 #include <memory>
+#include <QByteArray>
 class ByteSearch;
 class ExpressionSearch;
-class QIODevice;
+class ListedFile;
+class RegularFile;
 class SearchPattern;
 struct TextPiece;
 
@@ -26,18 +28,24 @@ public:
 
     /// Searches a file; a binary file, one with a null byte near its start, gives one line that says so. A file that
     /// cannot be opened has no lines. Ends soon after @p running has become false, unless a read blocks.
-    Result search(const QString &path, const std::atomic<bool> &running, const Receiver &receive);
+    Result search(const ListedFile &listed, const std::atomic<bool> &running, const Receiver &receive);
     Result searchText(const QString &text, const std::atomic<bool> &running, const Receiver &receive);
 
 private:
     struct Piece;
-    Result searchPieces(QIODevice &file, QByteArray first, const std::atomic<bool> &running, const Receiver &receive);
+    void readBlock(RegularFile &file, qsizetype size);
+    Result searchPieces(RegularFile &file, const std::atomic<bool> &running, const Receiver &receive);
+    Result searchWide(RegularFile &file, const std::atomic<bool> &running, const Receiver &receive);
     bool searchBytes(const Piece &piece, const std::atomic<bool> &running, const Receiver &receive) const;
     bool searchDecoded(const TextPiece &piece, int firstLine, const std::atomic<bool> &running,
                        const Receiver &receive) const;
     [[nodiscard]] qsizetype findBytes(const Piece &piece, qsizetype from, const std::atomic<bool> &running) const;
 
     std::unique_ptr<SearchPattern> m_pattern;       ///< for decoded text
-    std::unique_ptr<ByteSearch> m_bytes;            ///< for UTF-8; null for expressions
+    std::unique_ptr<ByteSearch> m_text;             ///< for UTF-8; null for expressions
     std::unique_ptr<ExpressionSearch> m_expression; ///< for UTF-8; null for texts
+    std::unique_ptr<ByteSearch> m_required;         ///< bytes without it have no match; null if there is none
+    QByteArray m_bytes;                             ///< what is searched at a time; the memory is used for all files
+    bool m_atEnd = false;                           ///< of the file
+    bool m_isBroken = false;                        ///< by an error of the file
 };

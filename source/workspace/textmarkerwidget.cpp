@@ -31,6 +31,7 @@ TextMarkerWidget::TextMarkerWidget(TextViewEdit *edit) : QWidget(edit), m_edit(e
     static const bool installed = (QAccessible::installFactory(makeInterface), true);
     Q_UNUSED(installed)
     setCursor(Qt::ArrowCursor);
+    setAttribute(Qt::WA_OpaquePaintEvent); // otherwise the widgets behind it would be painted with each key
 }
 
 QMap<int, int> TextMarkerWidget::markers() const
@@ -49,6 +50,8 @@ void TextMarkerWidget::paintEvent(QPaintEvent *event)
     QBrush brush = palette().brush(QPalette::Button);
     if (brush.style() == Qt::NoBrush)
         brush = QBrush(brush.color(), Qt::Dense4Pattern);
+    if (!brush.isOpaque())
+        painter.fillRect(event->rect(), palette().color(QPalette::Window));
     painter.fillRect(event->rect(), brush);
     const bool numbers = m_edit->textDocument()->textTemplate()->showsLineNumbers();
     for (const TextViewEdit::Line &line : m_edit->linesAt(event->rect().top(), event->rect().bottom())) {

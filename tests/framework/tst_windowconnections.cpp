@@ -288,6 +288,33 @@ private Q_SLOTS:
         QTRY_VERIFY(f.output(OutputWindow::FindInFiles).contains(u"a.c(1):needle one"_s));
     }
 
+    void editedTextIsReadThroughALink()
+    {
+        const ProductWindow f;
+        f.open(u"src/a.c"_s, "one\n");
+        f.type(u"needle "_s);
+        QVERIFY(QFile::link(f.path(u"src"_s), f.path(u"linked"_s)));
+        f.answers->meet([&f](QDialog *dialog) { ProductWindow::searchFor(dialog, u"needle"_s, f.path(u"linked"_s)); });
+        f.action(u"editFindInFiles"_s)->trigger();
+        QTRY_COMPARE(f.output(OutputWindow::FindInFiles),
+                     u"Searching for 'needle'...\n%1(1):needle one\n1 occurrence has been found."_s.arg(
+                         f.path(u"linked/a.c"_s)));
+    }
+
+    void foundTextsMayContainPlaceholders()
+    {
+        const ProductWindow f;
+        f.write(u"src/a.c"_s, "%1 %2\n%3 %1\n");
+        f.answers->meet([&f](QDialog *dialog) { ProductWindow::searchFor(dialog, u"%1"_s, f.path(u"src"_s)); });
+        f.action(u"editFindInFiles"_s)->trigger();
+        const QString path = f.path(u"src/a.c"_s);
+        QTRY_COMPARE(f.output(OutputWindow::FindInFiles), u"Searching for '%1'...\n"_s + path + u"(1):%1 %2\n"_s + path
+                                                              + u"(2):%3 %1\n2 occurrences have been found."_s);
+        f.answers->meet([&f](QDialog *dialog) { ProductWindow::searchFor(dialog, u"%4"_s, f.path(u"src"_s)); });
+        f.action(u"editFindInFiles"_s)->trigger();
+        QTRY_COMPARE(f.output(OutputWindow::FindInFiles), u"Searching for '%4'...\n0 occurrences have been found."_s);
+    }
+
     void fileOfTwoProjectsIsSearchedOnce()
     {
         const ProductWindow f;

@@ -1,10 +1,27 @@
 #include "editorfixture.h"
 #include "textmarkerwidget.h"
+#include <QSet>
 #include <QSettings>
 #include <QSignalSpy>
 #include <QTest>
 
 using namespace Qt::StringLiterals;
+
+namespace {
+class PaintedWidgets : public QObject
+{
+public:
+    QSet<QObject *> widgets;
+
+protected:
+    bool eventFilter(QObject *object, QEvent *event) override
+    {
+        if (event->type() == QEvent::Paint)
+            widgets.insert(object);
+        return false;
+    }
+};
+} // namespace
 
 /// Line numbers in the margin, and the band behind the line of the cursor.
 class LineNumbersTest : public QObject
@@ -83,6 +100,24 @@ private Q_SLOTS:
         set({});
         QCOMPARE(margin()->width(), 18);
         QCOMPARE(m_editor->edit()->viewport()->x(), 18);
+    }
+
+    void aKeyPaintsTheLineAndItsMarginOnly()
+    {
+        open(10, u"LineNumbers"_s);
+        m_editor->putCursor(0, 0);
+        QWidget *window = m_editor->edit()->window();
+        window->show();
+        QVERIFY(QTest::qWaitForWindowExposed(window));
+        QCoreApplication::processEvents();
+        PaintedWidgets painted;
+        window->installEventFilter(&painted);
+        const QList<QWidget *> parts = window->findChildren<QWidget *>();
+        for (QWidget *part : parts)
+            part->installEventFilter(&painted);
+        QTest::keyClick(m_editor->edit(), Qt::Key_X);
+        QTRY_VERIFY(!painted.widgets.isEmpty());
+        QCOMPARE(painted.widgets, (QSet<QObject *>{m_editor->edit()->viewport(), margin()}));
     }
 
     void theMarginGrowsWithTheText()

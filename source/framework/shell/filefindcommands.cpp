@@ -64,8 +64,12 @@ QHash<QString, QString> editedTexts(const Workspace &workspace)
     QHash<QString, QString> texts;
     for (Document *document : workspace.documents()) {
         auto *text = qobject_cast<TextDocument *>(document);
-        if (text && text->modified())
-            texts.insert(text->filename(), text->rawText().replace(QChar(QChar::ParagraphSeparator), u'\n'));
+        if (!text || !text->modified())
+            continue;
+        const QString edited = text->rawText().replace(QChar(QChar::ParagraphSeparator), u'\n');
+        texts.insert(text->filename(), edited);
+        if (const QString canonical = QFileInfo(text->filename()).canonicalFilePath(); !canonical.isEmpty())
+            texts.insert(canonical, edited); // the search may reach the file by a link
     }
     return texts;
 }

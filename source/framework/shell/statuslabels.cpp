@@ -19,6 +19,28 @@ QString shortened(const QString &text, const QLabel &label)
 }
 } // namespace
 
+/// Keeps its size while it is large enough: a label that may get another size at each text makes the window lay out its
+/// docks again with each key.
+class SteadyLabel : public QLabel
+{
+public:
+    using QLabel::QLabel;
+
+    void showText(const QString &text)
+    {
+        setText(text);
+        setFixedSize(sizeHint().expandedTo({minimumWidth(), 0}));
+    }
+
+protected:
+    void changeEvent(QEvent *event) override
+    {
+        QLabel::changeEvent(event);
+        if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange)
+            setFixedSize(sizeHint());
+    }
+};
+
 StatusLabels::StatusLabels(QStatusBar *bar)
 {
     for (int i = 0; i < InfoLabelCount; ++i) {
@@ -32,7 +54,7 @@ StatusLabels::StatusLabels(QStatusBar *bar)
     m_formatButton = new FileFormatButton(bar);
     bar->addPermanentWidget(m_formatButton, 0);
     m_formatButton->hide();
-    m_cursorLabel = new QLabel(bar);
+    m_cursorLabel = new SteadyLabel(bar);
     m_cursorLabel->setObjectName(u"cursorLabel"_s);
     bar->addPermanentWidget(m_cursorLabel, 0);
 }
@@ -57,7 +79,7 @@ void StatusLabels::setCursor(int line, int column)
 {
     m_line = int(uint(line) + 1);
     const QString text = QCoreApplication::translate("MainWindow", " Ln %1, Col %2");
-    m_cursorLabel->setText(text.arg(uint(m_line)).arg(column + 1)); // a line of a disassembly is an address
+    m_cursorLabel->showText(text.arg(uint(m_line)).arg(column + 1)); // a line of a disassembly is an address
 }
 
 void StatusLabels::clearCursor() const

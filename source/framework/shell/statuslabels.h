@@ -3,6 +3,7 @@
 #include <QString>
 class FileFormatButton;
 class QLabel;
+class SteadyLabel;
 class QStatusBar;
 class TextDocument;
 
@@ -25,6 +26,6 @@ public:
 private:
     QList<QLabel *> m_infoLabels; ///< hidden until there is a text to show
     FileFormatButton *m_formatButton = nullptr;
-    QLabel *m_cursorLabel = nullptr;
+    SteadyLabel *m_cursorLabel = nullptr;
     int m_line = 1;
 };
