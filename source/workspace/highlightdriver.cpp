@@ -82,8 +82,9 @@ bool HighlightDriver::isBehindStart(int from, int removed, int added) const
 {
     const QTextBlock block = m_document->findBlock(from);
     const int before = block.length() - 1 - added + removed;
-    return m_highlighter->readsStartsOnly() && block.userState() != -1 && LongLine::isLong(block)
-           && before > LongLine::Limit && from - block.position() > LongLine::Limit;
+    return block.userState() != -1 && LongLine::isLong(block) && before > LongLine::Limit
+           && from - block.position() > LongLine::Limit
+           && askPlugin("SyntaxHighlighter::readsStartsOnly", [this] { return m_highlighter->readsStartsOnly(); });
 }
 
 // Blocks first to oldLast became blocks first to oldLast + inserted.
