@@ -187,6 +187,43 @@ void BM_TypeCharacter(benchmark::State &state)
         state.SkipWithError("characters are missing");
 }
 
+/// Types and paints one character in the middle of the only line. The argument is its length.
+template <typename Editor>
+void BM_TypeInLine(benchmark::State &state)
+{
+    Editor editor;
+    QTextDocument *text = editor.edit()->document();
+    const int length = int(state.range(0));
+    text->setPlainText(u"call(value_x, 12); "_s.repeated(length / 19 + 1).left(length));
+    QTextCursor cursor(text);
+    cursor.setPosition(length / 2);
+    editor.edit()->setTextCursor(cursor);
+    paint(editor.edit()->viewport());
+    for (auto _ : state) {
+        press(editor.edit(), Qt::Key_X, u"x"_s);
+        paintChanges(editor.edit());
+        state.PauseTiming();
+        if (editor.edit()->textCursor().position() <= length / 2)
+            state.SkipWithError("the character is missing");
+        QCoreApplication::processEvents();
+        state.ResumeTiming();
+    }
+}
+
+template <typename Editor>
+void BM_OpenLine(benchmark::State &state)
+{
+    Editor editor;
+    const QString line = u"call(value_x, 12); "_s.repeated(state.range(0) / 19);
+    for (auto _ : state) {
+        editor.edit()->document()->setPlainText(line);
+        paint(editor.edit()->viewport());
+        state.PauseTiming();
+        editor.edit()->document()->clear();
+        state.ResumeTiming();
+    }
+}
+
 /// Types the "*" that turns all lines below into a comment, and paints the changes on screen.
 template <typename Editor>
 void BM_FlipComment(benchmark::State &state)
@@ -291,6 +328,16 @@ BENCHMARK(BM_TypeCharacter<Ours>)->Arg(0)->Arg(50)->Arg(100)->Unit(benchmark::kM
 BENCHMARK(BM_TypeCharacter<Bare>)->Arg(0)->Arg(50)->Arg(100)->Unit(benchmark::kMicrosecond)->Iterations(300);
 BENCHMARK(BM_TypeWhileOpening<Ours>)->Arg(0)->Arg(300)->Unit(benchmark::kMicrosecond)->Iterations(40);
 BENCHMARK(BM_TypeWhileOpening<Bare>)->Arg(0)->Arg(300)->Unit(benchmark::kMicrosecond)->Iterations(40);
+BENCHMARK(BM_TypeInLine<Ours>)
+    ->Arg(0)
+    ->Arg(200'000)
+    ->Arg(1'000'000)
+    ->Arg(5'000'000)
+    ->Unit(benchmark::kMicrosecond)
+    ->Iterations(40);
+BENCHMARK(BM_TypeInLine<Bare>)->Arg(0)->Arg(200'000)->Arg(1'000'000)->Unit(benchmark::kMicrosecond)->Iterations(3);
+BENCHMARK(BM_OpenLine<Ours>)->Arg(1'000)->Arg(1'000'000)->Unit(benchmark::kMillisecond)->Iterations(3);
+BENCHMARK(BM_OpenLine<Bare>)->Arg(1'000)->Arg(1'000'000)->Unit(benchmark::kMillisecond)->Iterations(3);
 BENCHMARK(BM_FlipComment<Ours>)->Arg(100)->Arg(300'000)->Unit(benchmark::kMicrosecond)->Iterations(60);
 BENCHMARK(BM_FlipComment<Bare>)->Arg(100)->Arg(300'000)->Unit(benchmark::kMicrosecond)->Iterations(60);
 BENCHMARK(BM_PageDown<Ours>)->Unit(benchmark::kMicrosecond)->Iterations(500);

@@ -1,6 +1,7 @@
 #include "bracketmatcher.h"
 #include "paragdata.h"
 #include <QTextCursor>
+#include <QTextDocument>
 
 using namespace Qt::StringLiterals;
 
@@ -70,11 +71,11 @@ BracketSearch BracketMatcher::begin(const QTextCursor &cursor, BracketSearch::Pr
     if (!m_enabled)
         return {};
     const QTextBlock block = cursor.block();
-    const QString text = block.text();
+    const QTextDocument *text = cursor.document(); // the line may be too long for a copy of its text
     const int index = cursor.positionInBlock();
-    if (index < text.size() && u"{(["_s.contains(text[index]))
+    if (u"{(["_s.contains(text->characterAt(cursor.position())))
         return {block, index, true, std::move(prepare)};
-    if (index > 0 && u"})]"_s.contains(text[index - 1]))
+    if (index > 0 && u"})]"_s.contains(text->characterAt(cursor.position() - 1)))
         return {block, index - 1, false, std::move(prepare)};
     return {};
 }

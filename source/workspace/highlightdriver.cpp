@@ -1,5 +1,6 @@
 #include "highlightdriver.h"
 #include "callplugin.h"
+#include "longline.h"
 #include "syntaxhighlighter.h"
 #include <QDeadlineTimer>
 #include <QTextDocument>
@@ -61,6 +62,11 @@ void HighlightDriver::slotContentsChange(int from, int removed, int added)
     const QTextBlock end = m_document->findBlock(from + added);
     const int first = m_document->findBlock(from).blockNumber();
     const int last = end.isValid() ? end.blockNumber() : m_blockCount - 1;
+    if (inserted == 0 && first == last && isBehindStart(from, removed, added)) {
+        if (!m_due.empty())
+            m_idle.start(QuietTime, this);
+        return;
+    }
     shiftRanges(first, last - inserted, inserted);
     const int other = removed > 0 ? 1 : 0; // the block after a removal may have lost the block whose end state it used
     const Range changed{first, std::min(last + other, m_blockCount - 1)};
@@ -69,6 +75,16 @@ void HighlightDriver::slotContentsChange(int from, int removed, int added)
         processUpTo(std::min(changed.last, first + MostChangedBlocks - 1));
     if (!m_due.empty())
         m_idle.start(QuietTime, this);
+}
+
+/// Whether a change in one line lies behind what the highlighter reads of it.
+bool HighlightDriver::isBehindStart(int from, int removed, int added) const
+{
+    const QTextBlock block = m_document->findBlock(from);
+    const int before = block.length() - 1 - added + removed;
+    return block.userState() != -1 && LongLine::isLong(block) && before > LongLine::Limit
+           && from - block.position() > LongLine::Limit
+           && askPlugin("SyntaxHighlighter::readsStartsOnly", [this] { return m_highlighter->readsStartsOnly(); });
 }
 
 // Blocks first to oldLast became blocks first to oldLast + inserted.

@@ -39,6 +39,7 @@ private:
     };
 
     void slotContentsChange(int from, int removed, int added);
+    [[nodiscard]] bool isBehindStart(int from, int removed, int added) const;
     void shiftRanges(int first, int oldLast, int inserted);
     void addRange(Range added);
     void processUpTo(int blockNumber);

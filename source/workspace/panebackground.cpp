@@ -1,5 +1,6 @@
 #include "panebackground.h"
 #include "editorcolours.h"
+#include "longline.h"
 #include "markedlines.h"
 #include "textdocument.h"
 #include "textdocumenttemplate.h"
@@ -8,10 +9,6 @@
 #include "textviewedit.h"
 #include <QPainter>
 #include <QTextLayout>
-
-namespace {
-constexpr qsizetype LongestMarkedLine = 10'000; ///< characters; the places of matches in longer ones take too long
-} // namespace
 
 void PaneBackground::markMatches(const std::shared_ptr<const TextPattern> &pattern)
 {
@@ -62,9 +59,9 @@ void PaneBackground::paintMatches(const QRect &rect, qreal left) const
     painter.setPen(colours.matchFrame);
     painter.setBrush(colours.match);
     for (const TextViewEdit::Line &line : m_pane.linesAt(rect.top(), rect.bottom())) {
+        if (LongLine::isLong(line.block))
+            continue; // the places of matches take too long
         const QString text = line.block.text();
-        if (text.size() > LongestMarkedLine)
-            continue;
         const QTextLine layout = line.block.layout()->lineAt(0);
         for (auto match = m_marked->forward(text, 0, text.size()); match && layout.isValid();
              match = m_marked->forward(text, match->position + match->length, text.size())) {

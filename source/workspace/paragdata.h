@@ -1,6 +1,8 @@
 #pragma once
+#include <memory>
 #include <QList>
 #include <QTextBlock>
+class LongLine;
 
 /// A bracket of a line, outside comments and strings.
 struct ParenEntry
@@ -21,9 +23,10 @@ struct ParenEntry
 class ParagData : public QTextBlockUserData
 {
 public:
-    QList<ParenEntry> parenList; ///< the brackets of the line in order; empty without a highlighter
-    quint32 marker = 0;          ///< marker bits
-    int endState = -1;           ///< end state of the highlighter's last run over the line, -1 before the first
+    QList<ParenEntry> parenList;        ///< the brackets of the line in order; empty without a highlighter
+    quint32 marker = 0;                 ///< marker bits
+    int endState = -1;                  ///< end state of the highlighter's last run over the line, -1 before the first
+    std::shared_ptr<LongLine> longLine; ///< the layout of a long line that was shown
 };
 
 /// The data of @p block, or null if it has none.

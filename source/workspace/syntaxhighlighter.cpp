@@ -1,4 +1,5 @@
 #include "syntaxhighlighter.h"
+#include "longline.h"
 #include "paragdata.h"
 #include "varnelassert.h"
 #include <QAbstractTextDocumentLayout>
@@ -7,14 +8,17 @@
 namespace {
 using FormatRange = QTextLayout::FormatRange;
 
-constexpr int LongestShaped = 10'000; ///< characters
+constexpr int AnyLength = 1 << 30; ///< more than any line
 
-/// Each key lays out the whole line. In a long one, that takes half the time without ligatures and kerning; scripts
-/// that need them get them all the same.
-void layOutQuickly(QList<FormatRange> &ranges)
+/// Long lines are laid out in pieces, without the ligatures and the kerning between them. The last format reaches as
+/// far as the line, however it grows.
+void prepareForPieces(int lineLength, QList<FormatRange> &ranges)
 {
-    for (FormatRange &range : ranges)
+    for (FormatRange &range : ranges) {
         range.format.setFontStyleStrategy(QFont::PreferNoShaping);
+        if (range.start + range.length >= lineLength)
+            range.length = AnyLength;
+    }
 }
 
 // The layout contains text that an input method is composing, the document does not: the formats of that text are kept,
@@ -67,15 +71,16 @@ void SyntaxHighlighter::setFormats(const FormatTable *formats)
 void SyntaxHighlighter::paint(QTextDocument *document, const QTextBlock &block, QList<FormatRange> ranges)
 {
     QTextLayout *layout = block.layout();
-    if (block.length() > LongestShaped)
-        layOutQuickly(ranges);
+    const bool isLong = LongLine::isLong(block);
+    if (isLong)
+        prepareForPieces(block.length() - 1, ranges);
     makeRoomForPreedit(*layout, ranges);
     if (layout->formats() == ranges)
         return;
-    const bool isLaidOut = layout->lineCount() > 0;
+    const bool isLaidOut = isLong || layout->lineCount() > 0;
     layout->setFormats(ranges);
     const QSignalBlocker quiet(isLaidOut ? nullptr : document->documentLayout()); // nothing is on screen yet
-    document->markContentsDirty(block.position(), block.length());
+    document->markContentsDirty(block.position(), isLong ? LongLine::Limit : block.length());
 }
 
 int SyntaxHighlighter::startState(QTextDocument *document, const QTextBlock &block)

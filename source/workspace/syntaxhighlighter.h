@@ -42,6 +42,8 @@ public:
     /// The whole line is highlighted, @p start is ignored. If @p invalidate is set and the end state differs from that
     /// of the last run, the state of the next block becomes -1; the blocks below follow when that one is run.
     virtual void process(QTextDocument *document, QTextBlock block, int start, bool invalidate = true);
+    /// Whether what is behind the first LongLine::Limit characters of a line never changes formats, brackets or states.
+    [[nodiscard]] virtual bool readsStartsOnly() const { return false; }
     /// The format with the identifier @p id; if there is none, that with identifier 0; otherwise an empty one.
     [[nodiscard]] virtual QTextCharFormat format(int id) const;
 

@@ -2,7 +2,6 @@
 #include <array>
 
 namespace {
-constexpr int PlainPiece = 500; ///< characters with one format: the toolkit lays out only those on screen
 
 constexpr bool isDigit(char16_t ch)
 {
@@ -187,11 +186,11 @@ void TableHighlighter::process(QTextDocument *document, QTextBlock block, int, b
 {
     const int state = startState(document, block);
     ParagData *data = ensureParagData(block);
-    const QString text = block.text();
-    const QStringView part = QStringView(text).left(LongestPart);
-    const int endState = lexLine(m_language, part, state, m_lineFormats, data->parenList);
-    paint(document, block, formatRanges(int(text.size())));
-    setEndState(block, part.size() < text.size() ? 0 : endState, invalidate);
+    const bool isLong = LongLine::isLong(block);
+    const QString text = isLong ? LongLine::textOf(block, 0, LongestPart) : block.text();
+    const int endState = lexLine(m_language, text, state, m_lineFormats, data->parenList);
+    paint(document, block, formatRanges(block.length() - 1));
+    setEndState(block, isLong ? 0 : endState, invalidate);
 }
 
 QList<QTextLayout::FormatRange> TableHighlighter::formatRanges(int lineLength) const
@@ -206,7 +205,7 @@ QList<QTextLayout::FormatRange> TableHighlighter::formatRanges(int lineLength) c
             ++end;
         ranges.append({start, end - start, formats[m_lineFormats[start]]});
     }
-    for (int start = length; start < lineLength; start += PlainPiece)
-        ranges.append({start, std::min(PlainPiece, lineLength - start), formats[FormatId::Standard]});
+    if (length < lineLength)
+        ranges.append({length, lineLength - length, formats[FormatId::Standard]});
     return ranges;
 }

@@ -1,4 +1,5 @@
 #pragma once
+#include "longline.h"
 #include "paragdata.h"
 #include "syntaxhighlighter.h"
 #include <map>
@@ -61,11 +62,12 @@ class TableHighlighter : public SyntaxHighlighter
 {
 public:
     /// Of a longer line only the start is highlighted, the rest is standard text: typing must not wait.
-    static constexpr qsizetype LongestPart = 10'000;
+    static constexpr qsizetype LongestPart = LongLine::Limit;
 
     TableHighlighter(const Language &language, const FormatTable *formats);
 
     void process(QTextDocument *document, QTextBlock block, int start, bool invalidate = true) override;
+    [[nodiscard]] bool readsStartsOnly() const override { return true; }
 
 private:
     [[nodiscard]] QList<QTextLayout::FormatRange> formatRanges(int lineLength) const;

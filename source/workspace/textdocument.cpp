@@ -1,6 +1,7 @@
 #include "textdocument.h"
 #include "callplugin.h"
 #include "highlightdriver.h"
+#include "linelayout.h"
 #include "swapfile.h"
 #include "syntaxhighlighter.h"
 #include "textdocumenttemplate.h"
@@ -10,7 +11,6 @@
 #include <QDir>
 #include <QFileInfo>
 #include <QFontMetricsF>
-#include <QPlainTextDocumentLayout>
 #include <utility>
 
 using namespace Qt::StringLiterals;
@@ -19,30 +19,6 @@ using namespace std::chrono_literals;
 namespace {
 constexpr int SearchSlice = 2000; ///< lines in one step of the search for a bracket
 constexpr auto RawTextLife = 10s; ///< after the last search
-
-/// The base class searches for the end of a change after the longer of its old and its new length. When the formats of
-/// a line are set, it finds that end in a later line and repaints the whole screen. It also lays out such a line twice,
-/// on screen or not; here the line is laid out on demand.
-class LineLayout : public QPlainTextDocumentLayout
-{
-public:
-    using QPlainTextDocumentLayout::QPlainTextDocumentLayout;
-
-protected:
-    void documentChanged(int from, int, int charsAdded) override
-    {
-        charsAdded = std::max(charsAdded, 1);
-        const int oldLineCount = std::exchange(m_lineCount, document()->blockCount());
-        const QTextBlock line = document()->findBlock(from);
-        if (oldLineCount == m_lineCount && line.contains(from + charsAdded - 1) && line.layout()->lineCount() == 0)
-            Q_EMIT updateBlock(line);
-        else
-            QPlainTextDocumentLayout::documentChanged(from, 0, charsAdded);
-    }
-
-private:
-    int m_lineCount = 1;
-};
 } // namespace
 
 TextDocument::TextDocument(TextDocumentTemplate *docTemplate)

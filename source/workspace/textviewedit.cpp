@@ -3,6 +3,7 @@
 #include "editorcolours.h"
 #include "editorhost.h"
 #include "lineedits.h"
+#include "longline.h"
 #include "objectnames.h"
 #include "textdocument.h"
 #include "textdocumenttemplate.h"
@@ -42,7 +43,7 @@ bool changesIndent(const TextViewEdit &edit, const QString &typed)
     const int column = position - block.position();
     if (!indenter || edit.isReadOnly() || typed.size() != 1 || typed[0].isLetterOrNumber() || column > LongestStart)
         return false;
-    const QString start = block.text().first(column) + typed;
+    const QString start = LongLine::textOf(block, 0, column) + typed;
     return askPlugin("TextIndent::changesIndent", [&] { return indenter->changesIndent(start); });
 }
 } // namespace
@@ -118,24 +119,10 @@ void TextViewEdit::changeEvent(QEvent *event)
     if (event->type() == QEvent::FontChange || event->type() == QEvent::ApplicationFontChange)
         QAbstractScrollArea::changeEvent(event); // NOLINT(bugprone-parent-virtual-call): the base applies the font
     else
-        QPlainTextEdit::changeEvent(event);
+        LongLineEdit::changeEvent(event);
 }
 
 // Lines -------------------------------------------------------------------
-
-QList<TextViewEdit::Line> TextViewEdit::linesAt(int top, int bottom) const
-{
-    QList<Line> lines;
-    QTextBlock block = firstVisibleBlock();
-    qreal y = contentOffset().y();
-    for (; block.isValid() && y <= bottom; block = block.next()) {
-        const qreal height = blockBoundingRect(block).height();
-        if (y + height > top)
-            lines.append({block, {0, y, qreal(viewport()->width()), height}});
-        y += height;
-    }
-    return lines;
-}
 
 QTextBlock TextViewEdit::blockAt(int y) const
 {
@@ -159,7 +146,7 @@ void TextViewEdit::showBlock(const QTextBlock &block)
 
 void TextViewEdit::scrollByWheel(QWheelEvent *event)
 {
-    QPlainTextEdit::wheelEvent(event);
+    LongLineEdit::wheelEvent(event);
 }
 
 void TextViewEdit::paintEvent(QPaintEvent *event)
@@ -168,12 +155,12 @@ void TextViewEdit::paintEvent(QPaintEvent *event)
     const int last = std::min(firstVisibleBlock().blockNumber() + onScreen, document()->blockCount() - 1);
     m_document->ensureProcessed(document()->findBlockByNumber(last));
     m_background.paint(event->rect(), contentOffset().x());
-    QPlainTextEdit::paintEvent(event);
+    LongLineEdit::paintEvent(event);
 }
 
 void TextViewEdit::resizeEvent(QResizeEvent *event)
 {
-    QPlainTextEdit::resizeEvent(event);
+    LongLineEdit::resizeEvent(event);
     placeMargin();
     if (height() < CollapseHeight)
         Q_EMIT becameSmall();
@@ -227,10 +214,10 @@ void TextViewEdit::keyPressEvent(QKeyEvent *event)
 void TextViewEdit::pressOther(QKeyEvent *event)
 {
     if (!changesIndent(*this, event->text()))
-        return QPlainTextEdit::keyPressEvent(event);
+        return LongLineEdit::keyPressEvent(event);
     QTextCursor step = textCursor();
     step.beginEditBlock();
-    QPlainTextEdit::keyPressEvent(event);
+    LongLineEdit::keyPressEvent(event);
     indent();
     step.endEditBlock();
     ensureCursorVisible();
@@ -260,7 +247,7 @@ void TextViewEdit::pressReturn(QKeyEvent *event)
 {
     QKeyEvent press(event->type(), event->key(), event->modifiers() & ~Qt::ShiftModifier, event->text(),
                     event->isAutoRepeat());
-    QPlainTextEdit::keyPressEvent(&press);
+    LongLineEdit::keyPressEvent(&press);
     if (!m_document->indenter())
         return;
     QTextCursor step = textCursor();
@@ -293,7 +280,7 @@ void TextViewEdit::indent()
 /// it, so that the menu can copy it.
 void TextViewEdit::mousePressEvent(QMouseEvent *event)
 {
-    QPlainTextEdit::mousePressEvent(event);
+    LongLineEdit::mousePressEvent(event);
     if (event->button() != Qt::RightButton)
         return;
     const QTextCursor pressed = cursorForPosition(event->position().toPoint());
@@ -306,7 +293,7 @@ void TextViewEdit::mousePressEvent(QMouseEvent *event)
 
 void TextViewEdit::mouseDoubleClickEvent(QMouseEvent *event)
 {
-    QPlainTextEdit::mouseDoubleClickEvent(event);
+    LongLineEdit::mouseDoubleClickEvent(event);
     QTextCursor cursor = textCursor();
     const int start = cursor.selectionStart();
     const int end = cursor.selectionEnd();
@@ -350,7 +337,7 @@ void TextViewEdit::dragEnterEvent(QDragEnterEvent *event)
     if (event->mimeData()->hasUrls() || event->mimeData()->text().startsWith(u"file:"_s))
         event->ignore();
     else
-        QPlainTextEdit::dragEnterEvent(event);
+        LongLineEdit::dragEnterEvent(event);
 }
 
 // The split handle --------------------------------------------------------

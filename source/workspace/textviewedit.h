@@ -1,8 +1,6 @@
 #pragma once
+#include "longlineedit.h"
 #include "panebackground.h"
-#include "pasteguard.h"
-#include <QPlainTextEdit>
-#include <QTextBlock>
 class QMenu;
 class QRubberBand;
 class TextDocument;
@@ -12,17 +10,11 @@ class TextView;
 struct Indentation;
 
 /// One pane of a text view: the editor with the margin on its left and the split handle above its scroll bar.
-class TextViewEdit : public PasteGuard<QPlainTextEdit>
+class TextViewEdit : public LongLineEdit
 {
     Q_OBJECT
     Q_PROPERTY(QString text READ toPlainText) // for test drivers
 public:
-    struct Line
-    {
-        QTextBlock block;
-        QRectF rect; ///< in the viewport
-    };
-
     TextViewEdit(TextView *view, TextDocument *document);
     ~TextViewEdit() override;
 
@@ -54,8 +46,6 @@ public:
     [[nodiscard]] TextDocument *textDocument() const { return m_document; }
     /// Shows changed markers; with @p full also changed formats.
     void refresh(bool full);
-    /// The visible lines between the heights @p top and @p bottom of the viewport.
-    [[nodiscard]] QList<Line> linesAt(int top, int bottom) const;
     /// The line at the height @p y of the viewport; invalid below the last line.
     [[nodiscard]] QTextBlock blockAt(int y) const;
     /// Scrolls so that @p block and some lines around it are visible. If it was not, it moves to the middle.

@@ -20,9 +20,10 @@ inline QString painted(const QTextBlock &block)
 {
     QString digits(block.length() - 1, u'.');
     const QList<QTextLayout::FormatRange> ranges = block.layout()->formats();
-    for (const QTextLayout::FormatRange &range : ranges)
-        digits.replace(range.start, range.length,
-                       QString(range.length, QChar(u'0' + int(range.format.fontPointSize()) - 1)));
+    for (const QTextLayout::FormatRange &range : ranges) {
+        const qsizetype length = std::min<qsizetype>(range.length, digits.size() - range.start);
+        digits.replace(range.start, length, QString(length, QChar(u'0' + int(range.format.fontPointSize()) - 1)));
+    }
     return digits;
 }
 

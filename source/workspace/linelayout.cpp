@@ -1,0 +1,152 @@
+#include "linelayout.h"
+#include "longline.h"
+#include "paragdata.h"
+#include <cmath>
+#include <QTextDocument>
+
+namespace {
+constexpr qreal WidthStep = 256; ///< pixels; not every key in the widest line changes the scroll bar
+} // namespace
+
+LineLayout::LineLayout(QTextDocument *document) : QPlainTextDocumentLayout(document)
+{
+    connect(document, &QTextDocument::contentsChange, this, &LineLayout::textChanged);
+}
+
+LineLayout::~LineLayout() = default;
+
+const std::shared_ptr<const LongLineStyle> &LineLayout::style() const
+{
+    const QFont font = document()->defaultFont();
+    const qreal tab = document()->defaultTextOption().tabStopDistance();
+    if (!m_style || m_style->font() != font || m_style->givenTabDistance() != tab)
+        m_style = std::make_shared<LongLineStyle>(font, tab);
+    return m_style;
+}
+
+const LongLine &LineLayout::longLine(const QTextBlock &block) const
+{
+    std::shared_ptr<LongLine> &line = ensureParagData(block)->longLine;
+    if (!line || &line->style() != style().get() || !line->fits()) {
+        line = std::make_shared<LongLine>(block, style());
+        noteWidth(block);
+    }
+    return *line;
+}
+
+// Sizes -------------------------------------------------------------------------
+
+qreal LineLayout::widthOf(const QTextBlock &block) const
+{
+    const qreal width = longLine(block).width() + 2 * document()->documentMargin();
+    return std::ceil(width / WidthStep) * WidthStep;
+}
+
+void LineLayout::noteWidth(const QTextBlock &block) const
+{
+    const qreal width = widthOf(block);
+    if (width <= m_longWidth)
+        return;
+    m_longWidth = width;
+    m_widest = block.blockNumber();
+    Q_EMIT const_cast<LineLayout *>(this)->documentSizeChanged(documentSize()); // as the base class does
+}
+
+/// After a change that may have shortened the widest line.
+void LineLayout::findWidest()
+{
+    const qreal before = std::exchange(m_longWidth, 0);
+    m_widest = -1;
+    for (QTextBlock block = document()->begin(); block.isValid(); block = block.next()) {
+        if (const ParagData *data = paragDataOf(block); LongLine::isLong(block) && data && data->longLine)
+            noteWidth(block);
+    }
+    if (m_longWidth < before)
+        Q_EMIT documentSizeChanged(documentSize());
+}
+
+QSizeF LineLayout::documentSize() const
+{
+    const QSizeF size = QPlainTextDocumentLayout::documentSize();
+    return {std::max(size.width(), m_longWidth), size.height()};
+}
+
+/// The base class scrolls to the line of the cursor by the lines of its QTextLayout, except if that line has no width.
+QRectF LineLayout::blockBoundingRect(const QTextBlock &block) const
+{
+    if (!block.isValid() || !LongLine::isLong(block))
+        return QPlainTextDocumentLayout::blockBoundingRect(block);
+    const qreal margin = block.next().isValid() ? 0 : document()->documentMargin();
+    return {0, 0, 0, longLine(block).style().lineHeight() + margin};
+}
+
+qreal LineLayout::xOf(const QTextBlock &block, int index) const
+{
+    if (LongLine::isLong(block))
+        return document()->documentMargin() + longLine(block).xOf(index);
+    const QRectF laidOut = blockBoundingRect(block);
+    Q_UNUSED(laidOut)
+    return block.layout()->lineAt(0).cursorToX(index); // its x is the margin
+}
+
+int LineLayout::indexAt(const QTextBlock &block, qreal x) const
+{
+    if (LongLine::isLong(block))
+        return longLine(block).positionAt(x - document()->documentMargin());
+    const QRectF laidOut = blockBoundingRect(block);
+    Q_UNUSED(laidOut)
+    return block.layout()->lineAt(0).xToCursor(x);
+}
+
+// Changes -----------------------------------------------------------------------
+
+/// The base class searches for the end of a change after the longer of its old and its new length. When the formats of
+/// a line are set, it finds that end in a later line and repaints the whole screen. It also lays out such a line twice,
+/// on screen or not; here the line is laid out on demand.
+void LineLayout::documentChanged(int from, int, int charsAdded)
+{
+    const int added = std::max(charsAdded, 1);
+    const int oldLineCount = std::exchange(m_lineCount, document()->blockCount());
+    const QTextBlock line = document()->findBlock(from);
+    const bool isInLine = oldLineCount == m_lineCount && line.contains(from + added - 1);
+    if (isInLine && LongLine::isLong(line))
+        return updateLongLine(line);
+    if (isInLine && line.layout()->lineCount() == 0) {
+        Q_EMIT updateBlock(line);
+    } else {
+        for (QTextBlock block = line; block.isValid() && block.position() < from + added; block = block.next()) {
+            if (ParagData *data = paragDataOf(block))
+                data->longLine.reset();
+        }
+        QPlainTextDocumentLayout::documentChanged(from, 0, added);
+    }
+    if (m_widest >= 0 && (!isInLine || line.blockNumber() == m_widest))
+        findWidest();
+}
+
+/// Before highlighters set formats, which counts as a change of the whole line.
+void LineLayout::textChanged(int from, int removed, int added)
+{
+    const QTextBlock line = document()->findBlock(from);
+    const ParagData *data = line.isValid() ? paragDataOf(line) : nullptr;
+    if (!data || !data->longLine || !LongLine::isLong(line) || document()->blockCount() != m_lineCount
+        || !line.contains(from + std::max(added, 1) - 1))
+        return;
+    const int index = from - line.position();
+    const int behind = std::max(0, index + added - (line.length() - 1)); // the end of the line may count as a character
+    data->longLine->change(index, removed - std::min(behind, removed), added - behind);
+}
+
+void LineLayout::updateLongLine(const QTextBlock &block)
+{
+    if (block.layout()->lineCount() > 0)
+        QTextBlock(block).clearLayout(); // it was short before
+    if (const ParagData *data = paragDataOf(block); data && data->longLine) {
+        data->longLine->updateFormats();
+        if (block.blockNumber() == m_widest && widthOf(block) < m_longWidth)
+            findWidest();
+        else
+            noteWidth(block);
+    }
+    Q_EMIT updateBlock(block);
+}

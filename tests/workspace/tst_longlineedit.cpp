@@ -1,0 +1,496 @@
+#include "editorfixture.h"
+#include "linelayout.h"
+#include "longline.h"
+#include <QInputMethodEvent>
+#include <QScrollBar>
+#include <QSignalSpy>
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+const QString Words = u"int value_x = some(call, 12); "_s;
+const QString MarkedE = u"e\u0301"_s; // two characters, one place
+} // namespace
+
+/// A long line in a pane looks and behaves as a short one.
+class LongLineEditTest : public QObject
+{
+    Q_OBJECT
+
+private:
+    std::unique_ptr<EditorFixture> m_editor;
+
+    void open(const QString &text) { m_editor = std::make_unique<EditorFixture>(text); }
+    [[nodiscard]] TextViewEdit *edit() const { return m_editor->edit(); }
+    [[nodiscard]] QString cursor() const { return m_editor->selection(); }
+    [[nodiscard]] QString text() const { return m_editor->text(); }
+    void press(int key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) const
+    {
+        QTest::keyClick(edit(), Qt::Key(key), modifiers);
+    }
+    [[nodiscard]] bool showsCursor() const
+    {
+        return edit()->viewport()->rect().contains(edit()->cursorRect().adjusted(0, 1, 0, -1));
+    }
+    /// Between characters @p index - 1 and @p index of line @p line.
+    [[nodiscard]] QPoint pointOf(int line, int index) const
+    {
+        QTextCursor cursor(edit()->document()->findBlockByNumber(line));
+        cursor.setPosition(cursor.position() + index);
+        return edit()->cursorRect(cursor).center() + QPoint(1, 0);
+    }
+
+private Q_SLOTS:
+    void cleanup() { m_editor.reset(); }
+    void looksLikeAShortLine_data();
+    void looksLikeAShortLine();
+    void typedCharactersAreOneStepForUndo();
+    void undoStopsAtTheSavedState();
+    void typingReplacesTheSelection();
+    void removesCharacters();
+    void movesByCharacter();
+    void movesToEndsAndByWords();
+    void upAndDownKeepTheirPlace();
+    void cursorStaysVisible();
+    void jumpsShowTheCursor();
+    void verticalScrollBarEndsAtTheLastLine();
+    void clickMovesTheCursor();
+    void draggingSelects();
+    void doubleAndTripleClicks();
+    void pressOnTheSelectionKeepsIt();
+    void otherPanesFollow();
+    void cursorBlinks();
+    void inputMethodSeesThePlace();
+    void bracketsAreFound();
+    void keysDoNotAskForTheWholeLine_data();
+    void keysDoNotAskForTheWholeLine();
+    void highlightedStartFollows();
+    void readOnlyTextStays();
+};
+
+void LongLineEditTest::looksLikeAShortLine_data()
+{
+    QTest::addColumn<int>("column");
+    QTest::addColumn<int>("selected");
+    QTest::newRow("start") << 0 << 0;
+    QTest::newRow("middle") << 4000 << 0;
+    QTest::newRow("selection") << 4000 << 30;
+    QTest::newRow("bracket") << 20 + 30 * 100 - 2 << 0;
+}
+
+// The first line is just not too long to be laid out as a whole.
+void LongLineEditTest::looksLikeAShortLine()
+{
+    QFETCH(const int, column);
+    QFETCH(const int, selected);
+    const auto shown = [&](int repeated) {
+        open(u"first\n\t"_s + Words.repeated(repeated) + u"\nlast"_s);
+        m_editor->putCursor(1, column);
+        m_editor->putCursor(1, column, 1, column + selected);
+        return std::pair(edit()->viewport()->grab().toImage(), edit()->cursorRect());
+    };
+    const auto [shortImage, shortRect] = shown(330);
+    QCOMPARE(edit()->document()->findBlockByNumber(1).layout()->lineCount(), 1);
+    const auto [longImage, longRect] = shown(700);
+    QCOMPARE(edit()->document()->findBlockByNumber(1).layout()->lineCount(), 0);
+    QCOMPARE(longRect, shortRect);
+    QCOMPARE(longImage, shortImage);
+}
+
+void LongLineEditTest::typedCharactersAreOneStepForUndo()
+{
+    const QString line = Words.repeated(1000);
+    open(line);
+    QSignalSpy changes(edit(), &QPlainTextEdit::textChanged);
+    m_editor->putCursor(0, 15'000);
+    QTest::keyClicks(edit(), u"abc"_s);
+    QCOMPARE(changes.size(), 3);
+    QCOMPARE(cursor(), u"0,15003"_s);
+    QString typed = line;
+    QVERIFY(text() == typed.insert(15'000, u"abc"_s));
+    press(Qt::Key_Left);
+    QTest::keyClicks(edit(), u"d"_s);
+    press(Qt::Key_Backspace);
+    press(Qt::Key_Backspace);
+    QVERIFY(text() == QString(typed).remove(15'001, 1));
+    edit()->undo();
+    QVERIFY(text() == QString(typed).insert(15'002, u'd'));
+    edit()->undo();
+    QVERIFY(text() == typed);
+    edit()->undo();
+    QVERIFY(text() == line);
+    QVERIFY(!edit()->document()->isUndoAvailable());
+    edit()->redo();
+    QVERIFY(text() == typed);
+    QVERIFY(showsCursor());
+}
+
+void LongLineEditTest::undoStopsAtTheSavedState()
+{
+    open(Words.repeated(1000));
+    m_editor->putCursor(0, 15'000);
+    QTest::keyClicks(edit(), u"ab"_s);
+    edit()->document()->setModified(false);
+    QTest::keyClicks(edit(), u"cd"_s);
+    edit()->undo();
+    QCOMPARE(text().sliced(14'999, 4), QString(Words.repeated(1000).sliced(14'999, 1) + u"ab"_s + u"i"_s));
+    QVERIFY(!edit()->document()->isModified());
+}
+
+void LongLineEditTest::typingReplacesTheSelection()
+{
+    const QString line = Words.repeated(1000);
+    open(line);
+    m_editor->putCursor(0, 12'000, 0, 12'500);
+    QTest::keyClicks(edit(), u"xy"_s);
+    QVERIFY(text() == QString(line).replace(12'000, 500, u"xy"_s));
+    QCOMPARE(cursor(), u"0,12002"_s);
+    m_editor->putCursor(0, 12'000, 0, 12'500);
+    press(Qt::Key_Backspace);
+    QVERIFY(text() == line.left(12'000) + line.sliced(12'998));
+}
+
+void LongLineEditTest::removesCharacters()
+{
+    const QString line = u"x"_s.repeated(12'000) + MarkedE + u"\U0001F600"_s + u"y"_s.repeated(100) + u"\nend"_s;
+    open(line);
+    m_editor->putCursor(0, 12'000);
+    press(Qt::Key_Delete);
+    QVERIFY(text() == QString(line).remove(12'000, 2));
+    press(Qt::Key_Delete);
+    QVERIFY(text() == QString(line).remove(12'000, 4));
+    edit()->undo();
+    QVERIFY(text() == line);
+    m_editor->putCursor(0, 12'004);
+    press(Qt::Key_Backspace);
+    QVERIFY(text() == QString(line).remove(12'002, 2));
+    press(Qt::Key_Backspace); // the mark alone, as in short lines
+    QVERIFY(text() == QString(line).remove(12'001, 3));
+    m_editor->putCursor(0, 12'101);
+    press(Qt::Key_Delete);
+    QVERIFY(text().endsWith(u"yend"_s));
+    QCOMPARE(edit()->document()->blockCount(), 1);
+}
+
+void LongLineEditTest::movesByCharacter()
+{
+    open(u"x"_s.repeated(12'000) + MarkedE + u"\U0001F600\tabc"_s + u"\nend"_s);
+    m_editor->putCursor(0, 12'000);
+    QStringList places;
+    for (int i = 0; i < 3; ++i) {
+        press(Qt::Key_Right);
+        places << cursor();
+    }
+    press(Qt::Key_Left, Qt::ShiftModifier);
+    places << cursor();
+    press(Qt::Key_Left, Qt::ShiftModifier);
+    places << cursor();
+    press(Qt::Key_Left);
+    places << cursor();
+    QCOMPARE(places.join(u' '), u"0,12002 0,12004 0,12005 0,12004-0,12005 0,12002-0,12005 0,12002"_s);
+    press(Qt::Key_End);
+    press(Qt::Key_Right);
+    QCOMPARE(cursor(), u"1,0"_s);
+    press(Qt::Key_Left);
+    QCOMPARE(cursor(), u"0,12008"_s);
+}
+
+void LongLineEditTest::movesToEndsAndByWords()
+{
+    open(u"first\n"_s + Words.repeated(1000) + u"\nlast"_s);
+    m_editor->putCursor(1, 300);
+    press(Qt::Key_End);
+    QCOMPARE(cursor(), u"1,30000"_s);
+    QVERIFY(showsCursor());
+    QVERIFY(edit()->horizontalScrollBar()->value() > 100'000);
+    press(Qt::Key_Left, Qt::ControlModifier);
+    press(Qt::Key_Left, Qt::ControlModifier);
+    QCOMPARE(cursor(), u"1,29995"_s);
+    QVERIFY(showsCursor());
+    press(Qt::Key_Home, Qt::ShiftModifier);
+    QCOMPARE(cursor(), u"1,0-1,29995"_s);
+    QCOMPARE(edit()->horizontalScrollBar()->value(), 0);
+    m_editor->view->moveCursor(TextView::MoveLineEnd, false);
+    QCOMPARE(cursor(), u"1,30000"_s);
+    QVERIFY(showsCursor());
+}
+
+void LongLineEditTest::upAndDownKeepTheirPlace()
+{
+    const QString line = Words.repeated(400);
+    open(u"a short line\n"_s + line + u"\n\t"_s + line + u"\nab\n"_s + line + u'\n' + Words.repeated(20));
+    m_editor->putCursor(1, 300);
+    QStringList places;
+    for (const int key : {Qt::Key_Down, Qt::Key_Down, Qt::Key_Down, Qt::Key_Down, Qt::Key_Up, Qt::Key_Up, Qt::Key_Up}) {
+        press(key);
+        places << cursor();
+    }
+    QCOMPARE(places.join(u' '), u"2,297 3,2 4,300 5,300 4,300 3,2 2,297"_s); // the tab is as wide as four characters
+    m_editor->putCursor(0, 5);
+    press(Qt::Key_Down, Qt::ShiftModifier);
+    QCOMPARE(cursor(), u"0,5-1,5"_s);
+    m_editor->putCursor(5, 200);
+    m_editor->view->moveCursor(TextView::MoveUp, false);
+    QCOMPARE(cursor(), u"4,200"_s);
+    press(Qt::Key_PageUp);
+    QCOMPARE(cursor(), u"0,12"_s);
+    press(Qt::Key_PageDown);
+    QCOMPARE(cursor(), u"5,200"_s);
+}
+
+void LongLineEditTest::cursorStaysVisible()
+{
+    open(Words.repeated(1000));
+    m_editor->putCursor(0, 15'000);
+    QVERIFY(showsCursor());
+    const int left = edit()->horizontalScrollBar()->value();
+    QTest::keyClicks(edit(), u"ab"_s);
+    press(Qt::Key_Right);
+    press(Qt::Key_Backspace);
+    QCOMPARE(edit()->horizontalScrollBar()->value(), left); // it was visible, so nothing moved
+    QTest::keyClicks(edit(), QString(100, u'x'));
+    QVERIFY(edit()->horizontalScrollBar()->value() > left);
+    QVERIFY(showsCursor());
+    edit()->horizontalScrollBar()->setValue(0);
+    edit()->undo();
+    QVERIFY(showsCursor());
+    edit()->horizontalScrollBar()->setValue(0);
+    press(Qt::Key_Z, Qt::ControlModifier | Qt::ShiftModifier);
+    QVERIFY(showsCursor());
+}
+
+// The base class would look for a line of the layout.
+void LongLineEditTest::jumpsShowTheCursor()
+{
+    const QString lines = QString(200, u'\n');
+    open(Words.repeated(400) + lines + Words.repeated(700) + lines + Words.repeated(500));
+    for (const QTextCursor::MoveOperation end : {QTextCursor::End, QTextCursor::Start, QTextCursor::End}) {
+        edit()->moveCursor(end);
+        QVERIFY(showsCursor());
+    }
+    QTextCursor middle(edit()->document()->findBlockByNumber(200));
+    middle.setPosition(middle.position() + 15'000);
+    static_cast<QPlainTextEdit *>(edit())->setTextCursor(middle); // as code does that does not know the class
+    edit()->ensureCursorVisible();
+    QVERIFY(showsCursor());
+    edit()->centerCursor();
+    m_editor->view->gotoLine(1);
+    QVERIFY(showsCursor());
+    QVERIFY(m_editor->view->find(u"some(call"_s, true, false, true, true));
+    QVERIFY(showsCursor());
+    QCOMPARE(cursor(), u"0,14-0,23"_s);
+    QVERIFY(m_editor->view->find(u"some(call"_s, true, false, false, false));
+    QCOMPARE(edit()->textCursor().blockNumber(), 400);
+    QVERIFY(showsCursor());
+}
+
+void LongLineEditTest::verticalScrollBarEndsAtTheLastLine()
+{
+    const auto range = [&](int repeated) {
+        open(QString(100, u'\n') + (Words.repeated(repeated) + u'\n').repeated(3) + u"last"_s);
+        edit()->verticalScrollBar()->setValue(1000);
+        QCoreApplication::processEvents();
+        edit()->moveCursor(QTextCursor::End);
+        edit()->viewport()->repaint();
+        const QScrollBar *bar = edit()->verticalScrollBar();
+        return QList<int>{bar->maximum(), bar->pageStep(), bar->value()};
+    };
+    QCOMPARE(range(400), range(3));
+    open(Words.repeated(700));
+    QCOMPARE(edit()->verticalScrollBar()->maximum(), 0);
+}
+
+void LongLineEditTest::clickMovesTheCursor()
+{
+    open(u"first\n"_s + Words.repeated(1000) + u"\nlast"_s);
+    m_editor->putCursor(1, 20'000);
+    QTest::mouseClick(edit()->viewport(), Qt::LeftButton, Qt::NoModifier, pointOf(1, 20'007));
+    QCOMPARE(cursor(), u"1,20007"_s);
+    QTest::mouseClick(edit()->viewport(), Qt::LeftButton, Qt::ShiftModifier, pointOf(1, 19'998));
+    QCOMPARE(cursor(), u"1,19998-1,20007"_s);
+    QTest::mouseClick(edit()->viewport(), Qt::RightButton, Qt::NoModifier, pointOf(1, 20'010));
+    QCOMPARE(cursor(), u"1,20010"_s);
+    QCOMPARE(edit()->cursorForPosition(pointOf(1, 20'003)).positionInBlock(), 20'003);
+    QTest::mouseClick(edit()->viewport(), Qt::LeftButton, Qt::NoModifier, QPoint(5, pointOf(2, 0).y()));
+    QCOMPARE(cursor(), u"2,4"_s);
+}
+
+void LongLineEditTest::draggingSelects()
+{
+    open(u"first\n"_s + Words.repeated(1000) + u"\nlast"_s);
+    m_editor->putCursor(1, 20'000);
+    const auto move = [&](QPoint point) {
+        QMouseEvent event(QEvent::MouseMove, point, edit()->viewport()->mapToGlobal(point), Qt::NoButton,
+                          Qt::LeftButton, Qt::NoModifier);
+        QCoreApplication::sendEvent(edit()->viewport(), &event);
+    };
+    QTest::mousePress(edit()->viewport(), Qt::LeftButton, Qt::NoModifier, pointOf(1, 19'990));
+    move(pointOf(1, 20'000));
+    move(pointOf(1, 20'004));
+    QCOMPARE(cursor(), u"1,19990-1,20004"_s);
+    move(QPoint(pointOf(1, 20'000).x(), pointOf(0, 0).y()));
+    QCOMPARE(cursor(), u"0,5-1,19990"_s);
+    move(pointOf(1, 19'980));
+    QTest::mouseRelease(edit()->viewport(), Qt::LeftButton, Qt::NoModifier, pointOf(1, 19'980));
+    QCOMPARE(cursor(), u"1,19980-1,19990"_s);
+}
+
+void LongLineEditTest::doubleAndTripleClicks()
+{
+    open(u"first\n"_s + Words.repeated(1000) + u"\nlast"_s);
+    m_editor->putCursor(1, 18'000);
+    const QPoint onWord = pointOf(1, 18'007);
+    QTest::mouseClick(edit()->viewport(), Qt::LeftButton, Qt::NoModifier, onWord);
+    QTest::mouseDClick(edit()->viewport(), Qt::LeftButton, Qt::NoModifier, onWord);
+    QCOMPARE(cursor(), u"1,18004-1,18011"_s);
+    QTest::mouseClick(edit()->viewport(), Qt::LeftButton, Qt::NoModifier, onWord);
+    QCOMPARE(cursor(), u"1,0-2,0"_s);
+}
+
+// It may be dragged; a click without a move moves the cursor when the button is released.
+void LongLineEditTest::pressOnTheSelectionKeepsIt()
+{
+    open(Words.repeated(1000));
+    m_editor->putCursor(0, 18'000, 0, 18'011);
+    QTest::mousePress(edit()->viewport(), Qt::LeftButton, Qt::NoModifier, pointOf(0, 18'005));
+    QCOMPARE(cursor(), u"0,18000-0,18011"_s);
+    QTest::mouseRelease(edit()->viewport(), Qt::LeftButton, Qt::NoModifier, pointOf(0, 18'005));
+    QCOMPARE(cursor(), u"0,18005"_s);
+}
+
+void LongLineEditTest::otherPanesFollow()
+{
+    open(Words.repeated(1000));
+    m_editor->putCursor(0, 15'000);
+    m_editor->view->split();
+    TextViewEdit *other = m_editor->edit(1);
+    QVERIFY(edit()->textCursor() == other->textCursor());
+    const QImage before = edit()->viewport()->grab().toImage();
+    QTest::keyClicks(other, u"abc"_s);
+    QVERIFY(text().contains(u"abc"_s));
+    const QImage after = edit()->viewport()->grab().toImage();
+    QVERIFY(after != before);
+    other->undo();
+    QVERIFY(edit()->viewport()->grab().toImage() != after);
+}
+
+void LongLineEditTest::cursorBlinks()
+{
+    open(Words.repeated(1000));
+    m_editor->putCursor(0, 15'000);
+    const QRect cursor = edit()->cursorRect().adjusted(0, 2, 0, -2);
+    const auto isShown = [&] {
+        const QImage image = edit()->viewport()->grab(cursor).toImage();
+        return image.pixelColor(0, image.height() - 1).lightness() < 100;
+    };
+    QVERIFY(isShown());
+    QTRY_VERIFY(!isShown());
+    QTest::keyClicks(edit(), u" "_s);
+    edit()->moveCursor(QTextCursor::Left);
+    QVERIFY(isShown());
+}
+
+void LongLineEditTest::inputMethodSeesThePlace()
+{
+    open(Words.repeated(1000));
+    m_editor->putCursor(0, 15'000, 0, 15'010);
+    const auto ask = [&](Qt::InputMethodQuery query) {
+        QInputMethodQueryEvent event(query);
+        QCoreApplication::sendEvent(edit(), &event);
+        return event.value(query);
+    };
+    QCOMPARE(ask(Qt::ImCursorRectangle).toRectF().toRect(), edit()->cursorRect().translated(edit()->viewport()->pos()));
+    const QString around = ask(Qt::ImSurroundingText).toString();
+    QVERIFY(around.size() < 5000);
+    QCOMPARE(around.sliced(ask(Qt::ImCursorPosition).toInt(), 20), text().sliced(15'010, 20));
+    QCOMPARE(around.sliced(ask(Qt::ImAnchorPosition).toInt(), 20), text().sliced(15'000, 20));
+    m_editor->putCursor(0, 15'000);
+    const QImage before = edit()->viewport()->grab().toImage();
+    QInputMethodEvent composing(u"abc"_s, {});
+    QCoreApplication::sendEvent(edit(), &composing);
+    QVERIFY(edit()->viewport()->grab().toImage() != before);
+    QInputMethodEvent commit;
+    commit.setCommitString(u"\u6F22"_s);
+    QCoreApplication::sendEvent(edit(), &commit);
+    QCOMPARE(text().sliced(15'000, 1), u"\u6F22"_s);
+    QCOMPARE(cursor(), u"0,15001"_s);
+}
+
+void LongLineEditTest::bracketsAreFound()
+{
+    open(Words.repeated(1000));
+    m_editor->putCursor(0, 18);
+    QCOMPARE(m_editor->document->bracketMatch().selectedText(), u"(call, 12)"_s);
+}
+
+void LongLineEditTest::keysDoNotAskForTheWholeLine_data()
+{
+    QTest::addColumn<int>("column");
+    QTest::newRow("start") << 100;
+    QTest::newRow("middle") << 2'500'000;
+    QTest::newRow("end") << 4'999'980;
+}
+
+// While the toolkit knows the text of a line in its layout, it was asked for; a change drops it.
+void LongLineEditTest::keysDoNotAskForTheWholeLine()
+{
+    QFETCH(const int, column);
+    open(Words.repeated(5'000'000 / 30));
+    m_editor->putCursor(0, column);
+    QElapsedTimer whole; // what one look at the line takes
+    whole.start();
+    const QTextLayout layout(edit()->document()->firstBlock().text());
+    QVERIFY(layout.isValidCursorPosition(column));
+    const qint64 limit = whole.nsecsElapsed();
+    QTest::keyClicks(edit(), u"a"_s); // may move the memory of the text
+    QElapsedTimer keys;
+    keys.start();
+    for (int i = 0; i < 5; ++i) {
+        QTest::keyClicks(edit(), u"b"_s);
+        press(Qt::Key_Backspace);
+        edit()->viewport()->repaint();
+    }
+    QVERIFY2(keys.nsecsElapsed() < limit, qPrintable(u"%1 %2"_s.arg(keys.nsecsElapsed()).arg(limit)));
+    QVERIFY(showsCursor());
+    QCOMPARE(edit()->textCursor().positionInBlock(), column + 1);
+}
+
+void LongLineEditTest::highlightedStartFollows()
+{
+    open(Words.repeated(1000));
+    m_editor->putCursor(0, 20'000);
+    QTest::keyClicks(edit(), u"\""_s); // behind what is highlighted
+    const auto colourAt = [&](int index) {
+        for (const QTextLayout::FormatRange &range : edit()->document()->firstBlock().layout()->formats()) {
+            if (index >= range.start && index < range.start + range.length)
+                return range.format.foreground().color();
+        }
+        return QColor();
+    };
+    QCOMPARE(colourAt(5), m_editor->formats[FormatId::Standard].foreground().color());
+    QCOMPARE(colourAt(text().size() - 1), m_editor->formats[FormatId::Standard].foreground().color());
+    m_editor->putCursor(0, 0);
+    QTest::keyClicks(edit(), u"//"_s);
+    QCOMPARE(colourAt(5), m_editor->formats[FormatId::Comment].foreground().color());
+    QCOMPARE(colourAt(text().size() - 1), m_editor->formats[FormatId::Standard].foreground().color());
+}
+
+void LongLineEditTest::readOnlyTextStays()
+{
+    const QString line = Words.repeated(1000);
+    open(line);
+    edit()->setReadOnly(true);
+    m_editor->putCursor(0, 15'000);
+    QTest::keyClicks(edit(), u"a"_s);
+    press(Qt::Key_Backspace);
+    press(Qt::Key_Delete);
+    QVERIFY(text() == line);
+    edit()->setReadOnly(false);
+    edit()->setOverwriteMode(true);
+    QTest::keyClicks(edit(), u"ab"_s);
+    QVERIFY(text() == QString(line).replace(15'000, 2, u"ab"_s));
+}
+
+QTEST_MAIN(LongLineEditTest)
+#include "tst_longlineedit.moc"
