@@ -75,7 +75,6 @@ private:
     bool m_savesAll = true;
     std::function<void()> m_whileSaving;
     QStringList m_story;
-    QStringList m_shown; ///< in the status bar
     QList<bool> m_compileAvailable;
     QStringList m_status; ///< texts of the status bar
 
@@ -94,7 +93,6 @@ private:
         return m_savesAll;
     }
     void checkFileChanges() override { note(u"window.checkFileChanges"_s); }
-    void showMessage(const QString &text, int) override { m_shown.append(text); }
 
     void noteState(ActivityState state)
     {
@@ -1065,13 +1063,13 @@ private Q_SLOTS:
         dropWorkspace();
         m_activity->openWorkspace(std::make_unique<ProjectWorkspace>(path(u"next.vnw"_s)));
         m_workspace = m_activity->workspace();
-        m_shown.clear();
+        m_status.clear();
         addBuildProject(u"c"_s);
         m_control->buildBuild();
         m_control->buildFinished(true);
         QVERIFY(m_control->buildSucceeded());
-        QCOMPARE(m_shown.size(), 1);
-        QVERIFY2(m_shown.first().startsWith(u"Build finished in 0."_s), qPrintable(m_shown.first()));
+        QCOMPARE(m_status.size(), 1);
+        QVERIFY2(m_status.first().startsWith(u"Build finished in 0."_s), qPrintable(m_status.first()));
         QVERIFY(!story().contains(u"b.build("_s));
     }
 
