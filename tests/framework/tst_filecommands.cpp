@@ -311,6 +311,7 @@ private Q_SLOTS:
         });
         f.answers->press(QMessageBox::Ok);
         f.window->fileRevert();
+        QVERIFY(f.answers->shown.value(0).endsWith(u"The text stays open as it is."_s));
         QCOMPARE(f.text(), u"old"_s);
     }
 
