@@ -431,6 +431,12 @@ Es ist keine Build-Umgebung verfügbar.</translation>
         <translation>Der Inhalt, den die Build-Umgebung für das Projekt &apos;%1&apos; gesendet hat, kann nicht gelesen werden: %2
 </translation>
     </message>
+    <message>
+        <source>A build is running already.
+</source>
+        <translation>Es läuft schon ein Build.
+</translation>
+    </message>
 </context>
 <context>
     <name>BuildPanel</name>
@@ -1607,6 +1613,12 @@ Möchten Sie sie wirklich schließen und überschreiben?</translation>
     <message>
         <source>Pauses a C++ program where a handler catches an exception, also in later sessions.</source>
         <translation>Hält ein C++-Programm an, wo eine Behandlungsroutine eine Exception abfängt, auch in späteren Sitzungen.</translation>
+    </message>
+    <message>
+        <source>The program writes to the window &quot;Target console&quot;: choose &quot;Debug Windows&quot; in the menu &quot;Debug&quot; to open it.
+</source>
+        <translation>Das Programm schreibt in das Fenster &quot;Zielkonsole&quot;: Es lässt sich im Menü &quot;Debuggen&quot; unter &quot;Debug-Fenster&quot; öffnen.
+</translation>
     </message>
 </context>
 <context>

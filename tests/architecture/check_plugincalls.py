@@ -47,6 +47,7 @@ OWN = {
         "group.setValue", "item.value", "m_formats.value", "m_groups.value", "row.setValue", "row.value",
         "words.value"},
     "runcontrol.cpp": {"m_session.start"},
+    "scriptdebugger.cpp": {"model().restart", "model().stop"},
     "scriptmemorytype.cpp": {"memory.read", "memory.write"},
     "scriptperipherals.cpp": {"peripheralsOf().value", "self.setValue"},
     "scriptprocessortype.cpp": {
