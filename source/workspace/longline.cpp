@@ -360,10 +360,11 @@ std::unique_ptr<QTextLayout> LongLine::layOut(const QString &text, int start, qr
     QTextOption option = lineOption();
     if (text.contains(u'\t')) {
         QList<QTextOption::Tab> tabs;
-        qreal tab = m_style->nextTab(x);
-        const qreal end = tab + double(text.size()) * (m_style->tabDistance() + m_style->lineHeight());
-        for (; tab < end; tab += m_style->tabDistance())
-            tabs.append({tab - x, QTextOption::LeftTab});
+        const qreal first = m_style->nextTab(x) - x;
+        const qreal width = double(text.size()) * (m_style->tabDistance() + m_style->lineHeight());
+        const int count = int(std::ceil(width / m_style->tabDistance()));
+        for (int i = 0; i < count; ++i)
+            tabs.append({first + i * m_style->tabDistance(), QTextOption::LeftTab});
         option.setTabs(tabs);
     }
     layout->setTextOption(option);

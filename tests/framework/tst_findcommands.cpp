@@ -255,6 +255,29 @@ private Q_SLOTS:
         QCOMPARE(f.view()->currentEdit()->textCursor().blockNumber(), 1);
     }
 
+    void folderOfTheWorkspaceIsProposedUntilAnotherWasSearched()
+    {
+        const WindowFixture f;
+        QVERIFY(f.window->openWorkspace(f.writeWorkspace(u"all.vnw"_s, {f.writeProject(u"fw.vnp"_s)}), false));
+        QStringList folders;
+        const auto search = [&](const QString &folder) {
+            f.answers->meet([&, folder](QDialog *dialog) {
+                auto *lookIn = dialog->findChild<QComboBox *>(u"LookInCombo"_s);
+                folders += lookIn->currentText();
+                dialog->findChild<QComboBox *>(u"FindWhatCombo"_s)->setEditText(u"needle"_s);
+                lookIn->setEditText(folder);
+                dialog->findChild<QPushButton *>(u"FindButton"_s)->click();
+            });
+            f.window->editFindInFiles();
+        };
+        const QString other = QFileInfo(f.write(u"lib/a.c"_s, "needle\n")).absolutePath();
+        search(other);
+        search(other);
+        QCOMPARE(folders, (QStringList{QFileInfo(f.path(u"all.vnw"_s)).absolutePath(), other}));
+        const OutputPage *page = f.window->outputWindow()->page(OutputWindow::FindInFiles);
+        QTRY_VERIFY2(page->toPlainText().endsWith(u"1 occurrence has been found."_s), qPrintable(page->toPlainText()));
+    }
+
     // Large files
 
     void findOpensTheBarOfALargeFile()

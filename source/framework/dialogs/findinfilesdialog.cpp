@@ -92,6 +92,12 @@ void FindInFilesDialog::refresh()
     m_ui->FindButton->setEnabled(!findText().isEmpty() && hasPlace);
 }
 
+void FindInFilesDialog::proposeFolder(const QString &directory)
+{
+    if (m_ui->LookInCombo->currentText().isEmpty())
+        m_ui->LookInCombo->setEditText(QDir::toNativeSeparators(directory));
+}
+
 void FindInFilesDialog::setFindText(const QString &text)
 {
     m_ui->FindWhatCombo->setEditText(text);

@@ -19,6 +19,8 @@ public:
     ~FindInFilesDialog() override;
 
     void setFindText(const QString &text);
+    /// Names @p directory as the folder if the user has not named one before.
+    void proposeFolder(const QString &directory);
     /// Without a project only a folder and open documents can be searched.
     void setProjectsAvailable(bool available);
 

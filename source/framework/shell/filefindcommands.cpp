@@ -5,6 +5,7 @@
 #include "project.h"
 #include "projectfile.h"
 #include "projectfolder.h"
+#include "projectworkspace.h"
 #include "textdocument.h"
 #include "textview.h"
 #include "textviewedit.h"
@@ -94,6 +95,8 @@ void FileFindCommands::findInFiles()
     const QPointer<FileFindCommands> self(this);
     FindInFilesDialog dialog(&m_window.settings(), m_window.dialogParent(), u"findInFilesDialog"_s);
     dialog.setProjectsAvailable(!m_activity.projects().isEmpty());
+    if (const ProjectWorkspace *workspace = m_activity.workspace())
+        dialog.proposeFolder(QFileInfo(workspace->fileName()).absolutePath());
     const QString proposed = proposedText();
     if (!proposed.isEmpty())
         dialog.setFindText(proposed);
