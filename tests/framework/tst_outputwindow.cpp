@@ -7,6 +7,7 @@
 #include <QLabel>
 #include <QLayout>
 #include <QSignalSpy>
+#include <QTabBar>
 #include <QTabWidget>
 #include <QTest>
 #include <QTimer>
@@ -397,6 +398,24 @@ private Q_SLOTS:
         QTimer::singleShot(0, console(), [this] { QTest::keyClick(console(), Qt::Key_C, Qt::ControlModifier); });
         enter({u"while True: pass"_s});
         QVERIFY2(console()->toPlainText().endsWith(u"KeyboardInterrupt\n>>> "_s), qPrintable(console()->toPlainText()));
+    }
+
+    void clickAtItsTabGivesTheConsoleTheFocus()
+    {
+        startConsole();
+        m_window->show();
+        m_window->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(m_window.get()));
+        m_window->displayPage(OutputWindow::Debug);
+        m_window->page(OutputWindow::Debug)->setFocus();
+        QTabBar *bar = tabs()->tabBar();
+        QTest::mouseClick(bar, Qt::LeftButton, {}, bar->tabRect(tabs()->indexOf(console())).center());
+        QCOMPARE(tabs()->currentWidget(), console());
+        QTRY_VERIFY(console()->hasFocus());
+        m_window->page(OutputWindow::Debug)->setFocus();
+        QTest::mouseClick(bar, Qt::LeftButton, {}, bar->tabRect(0).center());
+        QCoreApplication::processEvents();
+        QVERIFY(!console()->hasFocus());
     }
 
     void inputOfAScriptIsTypedInTheConsole()

@@ -456,6 +456,26 @@ private Q_SLOTS:
         QVERIFY(!isBold(u"Build"_s) && !debug->isBold() && !isBold(u"Inner"_s));
     }
 
+    void clearButtonHasTheColourOfTheText()
+    {
+        const auto lightest = [this] {
+            const QImage picture = filter()->findChild<QToolButton *>()->icon().pixmap(16).toImage();
+            int lightness = -1;
+            for (int i = 0; i < picture.width(); ++i) { // along the cross
+                const QColor colour = picture.pixelColor(i, i);
+                if (colour.alpha() > 128)
+                    lightness = std::max(lightness, colour.lightness());
+            }
+            return lightness;
+        };
+        for (const Qt::GlobalColor text : {Qt::white, Qt::black, Qt::white}) {
+            QPalette palette = filter()->palette();
+            palette.setColor(QPalette::Text, text);
+            filter()->setPalette(palette);
+            QCOMPARE(lightest(), text == Qt::white ? 255 : 0);
+        }
+    }
+
     void clearButtonGoesWhenAPageIsChosen()
     {
         filter()->setText(u"colour"_s);

@@ -8,6 +8,7 @@
 #include <QApplication>
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QTabBar>
 #include <QTabWidget>
 #include <QToolButton>
 
@@ -93,6 +94,11 @@ void OutputWindow::startConsole(const ScriptDirectories &scripts)
     addStopButton();
     reportSelection(m_commandWindow);
     m_tabs->addTab(m_commandWindow, tr("Command Window"));
+    // Who clicks at the tab wants to type. The page comes to the front after this signal.
+    connect(m_tabs->tabBar(), &QTabBar::tabBarClicked, m_commandWindow, [this](int index) {
+        if (m_tabs->widget(index) == m_commandWindow)
+            QMetaObject::invokeMethod(m_commandWindow, qOverload<>(&QWidget::setFocus), Qt::QueuedConnection);
+    });
     m_interpreter->start(scripts.file(u"startup.py"_s));
 }
 
