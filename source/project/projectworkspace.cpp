@@ -6,6 +6,8 @@
 #include "varnelassert.h"
 #include "wholefile.h"
 #include <QFileInfo>
+#include <QPointer>
+
 using namespace Qt::StringLiterals;
 
 namespace {

@@ -490,7 +490,8 @@ void LongLineEdit::updateCursorLine()
 bool LongLineEdit::eventFilter(QObject *object, QEvent *event)
 {
     const bool isBlink = event->type() == QEvent::Timer && object->inherits("QWidgetTextControl") && isInLongLine();
-    if (!isBlink || (m_doubleClicked.isValid() && !m_doubleClicked.hasExpired(2 * QApplication::doubleClickInterval())))
+    const qint64 tripleClick = 2 * qint64(QApplication::doubleClickInterval());
+    if (!isBlink || (m_doubleClicked.isValid() && !m_doubleClicked.hasExpired(tripleClick)))
         return PasteGuard<QPlainTextEdit>::eventFilter(object, event);
     m_cursorOn = !m_cursorOn;
     updateCursorLine();

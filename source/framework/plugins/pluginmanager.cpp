@@ -41,7 +41,7 @@ QString introduce(IPluginFactory *factory, PluginLibrary &library)
         const QString operation = u"%1 (%2)"_s.arg(call, library.path);
         return runPlugin(QFile::encodeName(operation).constData(), ask, factory, true);
     };
-    const QString name = u"IPluginFactory::name"_s;
+    QString name = u"IPluginFactory::name"_s;
     if (!succeeds(name, [&] { library.name = factory->name(); }))
         return name;
     const QString features = u"IPluginFactory::featureList"_s;
