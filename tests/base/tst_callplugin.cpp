@@ -141,7 +141,7 @@ private Q_SLOTS:
     {
         QStringList failures;
         setPluginFailureHandler([&](const PluginFailure &failure) { failures += failure.operation; });
-        failures.clear(); // those of earlier tests, which nobody has shown yet
+        failures.clear(); // a new handler is called at once for failures of earlier tests
         m_plugin->counts = throwError;
         expect("QUnknownInterface::addRef: an exception has left the plug-in (boom)");
         QVERIFY(!shareInterface(m_plugin.get()));

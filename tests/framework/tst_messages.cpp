@@ -41,7 +41,7 @@ private Q_SLOTS:
         QTest::failOnWarning(QRegularExpression(u"^(?!This plugin does not support)"_s));
     }
 
-    // A box without a parent can be covered by the window, and nobody finds it.
+    // A message box without a parent can lie behind the main window, where the user does not see it.
     void messageBelongsToTheMainWindowWhileNoWindowIsActive()
     {
         QMainWindow window;

@@ -169,9 +169,10 @@ void LongLineTest::placesStayRightAfterChanges()
         if (isComparable && round % 20 == 19)
             QCOMPARE(differenceToWhole(*document, 97), u""_s);
         const LongLine &line = layoutOf(*document).longLine(document->firstBlock());
-        const LongLine anew(document->firstBlock(), std::make_shared<LongLineStyle>(document->defaultFont(), 33.4));
-        QCOMPARE(line.width(), anew.width());
-        QCOMPARE(line.xOf(position), anew.xOf(position));
+        const LongLine measuredAgain(document->firstBlock(),
+                                     std::make_shared<LongLineStyle>(document->defaultFont(), 33.4));
+        QCOMPARE(line.width(), measuredAgain.width());
+        QCOMPARE(line.xOf(position), measuredAgain.xOf(position));
     }
     while (document->isUndoAvailable())
         document->undo();

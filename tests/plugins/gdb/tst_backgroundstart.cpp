@@ -126,7 +126,7 @@ private Q_SLOTS:
 
     void downloadShowsItsProgressAndLastsLongerThanTheLimit()
     {
-        const QString image = m_programs.firmware(u"large.elf"_s, u"mps2.ld"_s, {u"-DFILLER=250000"_s});
+        const QString image = m_programs.firmware(u"large.elf"_s, u"mps2.ld"_s, {u"-DFILLER=500000"_s});
         QVERIFY(!image.isEmpty());
         ForeignBoard target(m_image);
         QTRY_VERIFY(target.isUp());
@@ -148,7 +148,7 @@ private Q_SLOTS:
         QVERIFY(progress.percents.size() > 3);
         QVERIFY(std::is_sorted(progress.percents.begin(), progress.percents.end()));
         QVERIFY(progress.percents.first() < progress.percents.last());
-        QVERIFY(progress.percents.last() > 75);
+        QVERIFY(progress.percents.last() > 90);
         QVERIFY(ticks > 100); // the event loop ran
         QCOMPARE(session.evaluate(u"filler[0]"_s).left(1), u"1"_s);
         session.env->stop();
@@ -222,7 +222,7 @@ private Q_SLOTS:
 
     void downloadCanBeCancelled()
     {
-        const QString image = m_programs.firmware(u"large.elf"_s, u"mps2.ld"_s, {u"-DFILLER=250000"_s});
+        const QString image = m_programs.firmware(u"large.elf"_s, u"mps2.ld"_s, {u"-DFILLER=500000"_s});
         QVERIFY(!image.isEmpty());
         ForeignBoard target(m_image);
         QTRY_VERIFY(target.isUp());
