@@ -73,6 +73,18 @@ const auto EditActions = u"editUndo editRedo editCut editCopy editPaste"_s;
 class WindowConnectionsTest : public QObject
 {
     Q_OBJECT
+
+private:
+    /// All of it is selected and on the clipboard then.
+    static void copyInAChangedText(const ProductWindow &f)
+    {
+        f.open(u"a.c"_s, "one two");
+        f.view()->setFocus();
+        QTest::keyClick(f.view()->currentEdit(), Qt::Key_X);
+        f.action(u"editSelectAll"_s)->trigger();
+        f.action(u"editCopy"_s)->trigger();
+    }
+
 private Q_SLOTS:
     void init() { QTest::failOnWarning(QRegularExpression(u"^(?!This plugin does not support)"_s)); }
 
@@ -97,11 +109,7 @@ private Q_SLOTS:
     void editActionsFollowTheFocus()
     {
         const ProductWindow f;
-        f.open(u"a.c"_s, "one two");
-        f.view()->setFocus();
-        QTest::keyClick(f.view()->currentEdit(), Qt::Key_X);
-        f.action(u"editSelectAll"_s)->trigger();
-        f.action(u"editCopy"_s)->trigger();
+        copyInAChangedText(f);
         const QString inText = u"editUndo editCut editCopy editPaste"_s;
         QCOMPARE(f.enabled(EditActions), inText);
         OutputPage *page = f.window->outputWindow()->page(OutputWindow::Build);
@@ -127,11 +135,7 @@ private Q_SLOTS:
     void editActionsAreDisabledAfterTheLastFileIsClosed()
     {
         const ProductWindow f;
-        f.open(u"a.c"_s, "one two");
-        f.view()->setFocus();
-        QTest::keyClick(f.view()->currentEdit(), Qt::Key_X);
-        f.action(u"editSelectAll"_s)->trigger();
-        f.action(u"editCopy"_s)->trigger();
+        copyInAChangedText(f);
         QVERIFY(!f.enabled(EditActions).isEmpty());
         f.document()->setModified(false);
         f.window->fileClose();
