@@ -42,6 +42,7 @@ struct Section
 {
     quint64 name = 0;
     quint64 type = 0;
+    quint64 flags = 0;
     quint64 offset = 0;
     quint64 size = 0;
 };
@@ -50,6 +51,8 @@ constexpr int MostHeaders = 4096;
 constexpr quint64 MostSymbols = 4'000'000;
 constexpr int MostFiles = 20000; ///< that a search for a program examines
 constexpr int SymbolTable = 2;
+constexpr int WithoutContents = 8;
+constexpr quint64 OccupiesMemory = 2;
 constexpr int VariableSymbol = 1;
 constexpr int FunctionSymbol = 2;
 constexpr quint64 ReservedSections = 0xff00;
@@ -62,7 +65,7 @@ QList<Section> readSections(const Bytes &bytes, bool wide)
     QList<Section> sections;
     for (int i = 0; i < count; ++i) {
         const quint64 at = table + step * quint64(i);
-        sections.append({bytes.number(at, 4), bytes.number(at + 4, 4),
+        sections.append({bytes.number(at, 4), bytes.number(at + 4, 4), bytes.number(at + 8, wide ? 8 : 4),
                          bytes.number(at + (wide ? 24 : 16), wide ? 8 : 4),
                          bytes.number(at + (wide ? 32 : 20), wide ? 8 : 4)});
     }
@@ -181,6 +184,8 @@ ElfImage readElfImage(const QByteArray &contents)
     image.segments = readSegments(bytes, image.wide);
     const QList<Section> sections = readSections(bytes, image.wide);
     readSymbols(bytes, sections, addressMask, image);
+    for (const Section &section : sections)
+        image.loadSize += (section.flags & OccupiesMemory) && section.type != WithoutContents ? section.size : 0;
     image.debugInformation = hasDebugInformation(bytes, sections);
     return image;
 }

@@ -22,6 +22,7 @@ struct ElfImage
     bool debugInformation = false;
     bool dataAtZero = false; ///< whether a variable is at address 0, such as a table of vectors
     quint64 entry = 0;
+    quint64 loadSize = 0; ///< bytes of all sections that are loaded into a target; debug information is not
     QList<Segment> segments;
     QList<quint64> functions; ///< start addresses in ascending order
 

@@ -1,6 +1,7 @@
 #include "gdbsession.h"
 #include "debugserver.h"
 #include "gdbsetup.h"
+#include <algorithm>
 #include <QFileInfo>
 
 using namespace Qt::StringLiterals;
@@ -77,6 +78,7 @@ bool GdbSession::openGdb(QString *error)
 bool GdbSession::bringUp(QString *error)
 {
     Q_EMIT progress(tr("Starting '%1'...").arg(m_target->title()), -1);
+    m_sectionsBefore = 0;
     return m_target->bringUp(error);
 }
 
@@ -188,6 +190,7 @@ bool GdbSession::refuseRestart()
 void GdbSession::rewindTarget()
 {
     m_state = {}; // later events belong to the new program
+    m_sectionsBefore = 0;
     QString error;
     const std::shared_ptr<Target> target = m_target;
     if (!target->rewind(&m_gdb, &error)) {
@@ -270,13 +273,19 @@ void GdbSession::handleAsync(const MiRecord &record)
         Q_EMIT breakpointRecord(record);
 }
 
-/// gdb also reports the beginning of each section, without a sum.
+/// gdb reports the sum twice a second; at the beginning of a section it names only the section and its size. Its
+/// "total-size" includes debug information, which is not sent.
 void GdbSession::reportDownload(const MiValue &download)
 {
-    const double total = download.text(u"total-size").toDouble();
-    if (total > 0 && download.contains(u"total-sent"))
+    const auto total = double(m_program.elf.loadSize);
+    double sent = download.text(u"total-sent").toDouble();
+    if (!download.contains(u"total-sent")) {
+        sent = m_sectionsBefore;
+        m_sectionsBefore += download.text(u"section-size").toDouble();
+    }
+    if (total > 0)
         Q_EMIT progress(tr("Loading '%1'...").arg(QFileInfo(m_program.file).fileName()),
-                        int(100 * download.text(u"total-sent").toDouble() / total));
+                        std::min(int(100 * sent / total), 100));
 }
 
 bool GdbSession::exists() const

@@ -133,6 +133,7 @@ private:
     Frame m_frame;
     std::optional<Frame> m_shown; ///< instead of that
     QString m_thread;
+    double m_sectionsBefore = 0; ///< bytes of the sections whose download has begun
     int m_generation = 0;
     int m_stopNumber = 0;
     int m_temporary = 0;  ///< gdb's number of the breakpoint that runTo() set; 0 for none

@@ -126,11 +126,11 @@ private Q_SLOTS:
 
     void downloadShowsItsProgressAndLastsLongerThanTheLimit()
     {
-        const QString image = m_programs.firmware(u"large.elf"_s, u"mps2.ld"_s, {u"-DFILLER=500000"_s});
+        const QString image = m_programs.firmware(u"large.elf"_s, u"mps2.ld"_s, {u"-DFILLER=60000"_s});
         QVERIFY(!image.isEmpty());
         ForeignBoard target(m_image);
         QTRY_VERIFY(target.isUp());
-        const SlowProbe probe(target.address(), 250000);
+        const SlowProbe probe(target.address(), 150000);
         LiveSession session(u"remote:%1;timeLimit=1;image=%2"_s.arg(probe.address(), image));
         RecordedProgress progress;
         int ticks = 0;

@@ -9,6 +9,7 @@ private Q_SLOTS:
     void init() { QTest::failOnWarning(QRegularExpression(u".?"_s)); }
     void nativeProgramIsRead();
     void firmwareIsRead();
+    void onlyWhatIsLoadedHasALoadSize();
     void otherFilesAreInvalid_data();
     void otherFilesAreInvalid();
     void pipeIsNotRead();
@@ -38,6 +39,18 @@ void tst_ElfImage::firmwareIsRead()
     QVERIFY(image.functions.contains(image.entry));
     QVERIFY(!image.functions.contains(0));
     QVERIFY(image.dataAtZero); // the vectors
+}
+
+void tst_ElfImage::onlyWhatIsLoadedHasALoadSize()
+{
+    const Programs programs;
+    const auto size = [&programs](const QString &name, const QStringList &flags) {
+        return loadElfImage(programs.firmware(name, u"mps2.ld"_s, flags)).loadSize;
+    };
+    const quint64 withDebugInformation = size(u"debug.elf"_s, {});
+    QVERIFY(withDebugInformation > 0);
+    QCOMPARE(size(u"stripped.elf"_s, {u"-s"_s}), withDebugInformation);
+    QCOMPARE(size(u"larger.elf"_s, {u"-DFILLER=1000"_s}), withDebugInformation + 1000);
 }
 
 void tst_ElfImage::otherFilesAreInvalid_data()

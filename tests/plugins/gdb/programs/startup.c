@@ -7,7 +7,8 @@ extern void crash(void);
 void tick(void);
 
 #ifdef FILLER
-__attribute__((used)) static const char filler[FILLER] = {1};
+/* In a section of its own before the data: the progress is reported within it and at the start of the data. */
+__attribute__((section(".filler"), used)) static const char filler[FILLER] = {1};
 #endif
 
 void reset(void)
