@@ -1,10 +1,10 @@
 // A page down in a memory window that fills a 4K screen, up to the end of its repaint. The peer is a QPlainTextEdit
 // that gets the same text and is repainted, and a bare read of the same block.
+#include "../tests/workspace/paintcounter.h"
 #include "imemory.h"
 #include "interfaceobject.h"
 #include "memoryedit.h"
 #include "memorywindow.h"
-#include "paintcounter.h"
 #include <benchmark/benchmark.h>
 #include <QApplication>
 #include <QElapsedTimer>

@@ -3,6 +3,7 @@
 #include "disassemblerdocument.h"
 #include "editorcolours.h"
 #include "editorhost.h"
+#include "fontshaping.h"
 #include "parasearch.h"
 #include "programplace.h"
 #include "rowtext.h"
@@ -161,7 +162,7 @@ void DisassemblerView::update(View *, bool full)
         colours.setColor(QPalette::Text, text.foreground().color());
         colours.setColor(QPalette::Base, m_formats->value(FormatId::Background).foreground().color());
         m_paras->setPalette(colours);
-        m_paras->setFont(text.font());
+        m_paras->setFont(withShaping(text.font()));
     }
     m_paras->reload();
     if (!self)

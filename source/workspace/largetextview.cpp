@@ -1,5 +1,6 @@
 #include "largetextview.h"
 #include "editorhost.h"
+#include "fontshaping.h"
 #include "largetextbar.h"
 #include "largetextdocument.h"
 #include "largetextfindbar.h"
@@ -158,7 +159,7 @@ void LargeTextView::update(View *, bool full)
         colours.setColor(QPalette::Text, text.foreground().color());
         colours.setColor(QPalette::Base, m_formats->value(FormatId::Background).foreground().color());
         m_lines->setPalette(colours);
-        m_lines->setFont(text.font());
+        m_lines->setFont(withShaping(text.font()));
     }
     if (full)
         m_margin->setLineHeight(m_lines->lineHeight());

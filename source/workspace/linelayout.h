@@ -19,6 +19,7 @@ public:
     [[nodiscard]] QSizeF documentSize() const override;
     [[nodiscard]] QRectF blockBoundingRect(const QTextBlock &block) const override;
 
+    [[nodiscard]] bool hasLongLines() const { return m_longWidth > 0; } ///< that were shown since they were set
     /// The layout of a long line.
     [[nodiscard]] const LongLine &longLine(const QTextBlock &block) const;
     /// @p index is in characters from the start of @p block.

@@ -39,7 +39,9 @@ bool isTyped(const QKeyEvent &event)
 LongLineEdit::LongLineEdit()
 {
     connect(this, &QPlainTextEdit::updateRequest, this, [this](const QRect &rect, int dy) {
-        for (const Line &line : dy ? QList<Line>() : linesAt(rect.top(), rect.bottom())) {
+        if (dy != 0 || !hasLongLines())
+            return;
+        for (const Line &line : linesAt(rect.top(), rect.bottom())) {
             if (isLong(line.block)) // the base class knows no widths in it
                 viewport()->update(line.rect.toAlignedRect());
         }
@@ -55,6 +57,12 @@ LongLineEdit::LongLineEdit()
 LineLayout *LongLineEdit::lineLayout() const
 {
     return qobject_cast<LineLayout *>(document()->documentLayout());
+}
+
+bool LongLineEdit::hasLongLines() const
+{
+    const LineLayout *layout = lineLayout();
+    return layout && layout->hasLongLines();
 }
 
 bool LongLineEdit::isLong(const QTextBlock &block) const
@@ -188,6 +196,11 @@ void LongLineEdit::correctVerticalRange()
 
 void LongLineEdit::keyPressEvent(QKeyEvent *event)
 {
+    if (isTyped(*event) && canType()) {
+        m_wantedX.reset();
+        edit(Typing, [event](QTextCursor &cursor) { cursor.insertText(event->text()); });
+        return event->accept();
+    }
     const auto press = [&] { QPlainTextEdit::keyPressEvent(event); };
     if (event == QKeySequence::MoveToNextLine || event == QKeySequence::MoveToPreviousLine
         || event == QKeySequence::MoveToNextPage || event == QKeySequence::MoveToPreviousPage)
@@ -217,10 +230,14 @@ bool LongLineEdit::pressInLongLine(const QKeyEvent &event)
         return removeCharacter(true);
     if (event.key() == Qt::Key_Backspace && !(event.modifiers() & ~Qt::ShiftModifier))
         return removeCharacter(false);
-    if (overwriteMode() || !isTyped(event))
-        return false;
-    edit(Typing, [&event](QTextCursor &cursor) { cursor.insertText(event.text()); });
-    return true;
+    return false;
+}
+
+/// The base class first compares a key with all movements, and asks for the place of the cursor more than once.
+bool LongLineEdit::canType() const
+{
+    return !isReadOnly() && !overwriteMode() && !textCursor().hasSelection()
+           && textCursor().block().layout()->preeditAreaText().isEmpty();
 }
 
 /// Cursors of the toolkit do not look for their place in the line while an edit block is open. Keys of one kind at one
@@ -241,7 +258,10 @@ void LongLineEdit::edit(Change change, Action action)
     m_lastRevision = document()->revision();
     m_lastPosition = textCursor().position();
     m_cursorOn = true;
-    ensureCursorVisible();
+    if (std::exchange(m_mayHaveBlinked, false) && !isInLongLine())
+        QPlainTextEdit::setTextCursor(textCursor()); // shows the cursor
+    else
+        ensureCursorVisible();
 }
 
 bool LongLineEdit::removeCharacter(bool forward)
@@ -443,6 +463,8 @@ void LongLineEdit::paintEvent(QPaintEvent *event)
     QPlainTextEdit::paintEvent(event);
     if (m_pageStep > 0) // the base class sets it behind the range
         verticalScrollBar()->setPageStep(m_pageStep);
+    if (!hasLongLines())
+        return;
     const QRect rect = event->rect();
     for (const Line &line : linesAt(rect.top(), rect.bottom())) {
         if (!isLong(line.block))
@@ -489,7 +511,9 @@ void LongLineEdit::updateCursorLine()
 /// The base class would blink at the start of a long line, and look for the place there for a long time.
 bool LongLineEdit::eventFilter(QObject *object, QEvent *event)
 {
-    const bool isBlink = event->type() == QEvent::Timer && object->inherits("QWidgetTextControl") && isInLongLine();
+    const bool isTimer = event->type() == QEvent::Timer && object->inherits("QWidgetTextControl");
+    const bool isBlink = isTimer && isInLongLine();
+    m_mayHaveBlinked = m_mayHaveBlinked || (isTimer && !isBlink);
     const qint64 tripleClick = 2 * qint64(QApplication::doubleClickInterval());
     if (!isBlink || (m_doubleClicked.isValid() && !m_doubleClicked.hasExpired(tripleClick)))
         return PasteGuard<QPlainTextEdit>::eventFilter(object, event);

@@ -33,6 +33,7 @@ public:
     void setTextCursor(const QTextCursor &cursor);
     void moveCursor(QTextCursor::MoveOperation operation, QTextCursor::MoveMode mode = QTextCursor::MoveAnchor);
     void ensureCursorVisible();
+    void endUndoStep() { m_lastChange = Nothing; } ///< The next key starts a step of its own.
     void undo();
     void redo();
 
@@ -52,10 +53,12 @@ private:
     enum Change { Nothing, Typing, Removing };
 
     [[nodiscard]] LineLayout *lineLayout() const;
+    [[nodiscard]] bool hasLongLines() const;
     [[nodiscard]] bool isLong(const QTextBlock &block) const;
     [[nodiscard]] bool isInLongLine() const { return isLong(textCursor().block()); }
     template <typename Action>
     void keepingPlace(Action action);
+    [[nodiscard]] bool canType() const;
     [[nodiscard]] bool pressInLongLine(const QKeyEvent &event);
     [[nodiscard]] bool removeCharacter(bool forward);
     [[nodiscard]] bool moveByCharacter(bool forward, QTextCursor::MoveMode mode);
@@ -72,8 +75,9 @@ private:
     Change m_lastChange = Nothing;  ///< with which the next one makes one step for undo
     int m_lastRevision = -1;        ///< of the document after that change
     int m_lastPosition = -1;
-    int m_pageStep = 0;     ///< of the vertical scroll bar, if there are long lines on the last page
-    bool m_cursorOn = true; ///< the phase of the blinking cursor in a long line
+    int m_pageStep = 0;           ///< of the vertical scroll bar, if there are long lines on the last page
+    bool m_cursorOn = true;       ///< the phase of the blinking cursor in a long line
+    bool m_mayHaveBlinked = true; ///< the cursor of the base class, since a key has shown it
     bool m_keepsPlace = false;
     bool m_mayDrag = false; ///< the mouse was pressed on the selection
     QPoint m_pressed;

@@ -27,27 +27,30 @@ void PaneBackground::paintBands(const QRect &rect)
 {
     const EditorColours colours = editorColours(m_document.paperColour());
     const bool showsCursor = m_document.textTemplate()->showsCurrentLine();
+    const QTextBlock current = m_pane.textCursor().block();
     QPainter painter(m_pane.viewport());
     for (const TextViewEdit::Line &line : m_pane.linesAt(rect.top(), rect.bottom())) {
         const quint32 marker = MarkedLines::markers(line.block);
-        if (showsCursor && line.block == m_pane.textCursor().block())
-            m_shownLine = line.block.blockNumber();
+        if (showsCursor && line.block == current)
+            m_shownLine = current;
+        else if (line.block == m_shownLine)
+            m_shownLine = {};
         if (marker & TextView::CurrentLineMarker)
             painter.fillRect(line.rect, colours.statement);
         else if (marker & TextView::CallerMarker)
             painter.fillRect(line.rect, colours.caller);
-        else if (showsCursor && line.block == m_pane.textCursor().block())
+        else if (showsCursor && line.block == current)
             painter.fillRect(line.rect, colours.currentLine);
     }
 }
 
 void PaneBackground::refreshCurrentLine()
 {
-    if (!m_document.textTemplate()->showsCurrentLine())
+    const QTextBlock current = m_pane.textCursor().block();
+    if (!m_document.textTemplate()->showsCurrentLine() || current == m_shownLine)
         return;
     for (const TextViewEdit::Line &line : m_pane.linesAt(0, m_pane.viewport()->height())) {
-        if (const int number = line.block.blockNumber();
-            number == m_pane.textCursor().blockNumber() || number == m_shownLine)
+        if (line.block == current || line.block == m_shownLine)
             m_pane.viewport()->update(line.rect.toAlignedRect());
     }
 }

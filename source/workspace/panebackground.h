@@ -1,6 +1,7 @@
 #pragma once
 #include <memory>
 #include <QRect>
+#include <QTextBlock>
 class TextDocument;
 class TextPattern;
 class TextViewEdit;
@@ -26,5 +27,5 @@ private:
     TextViewEdit &m_pane;
     const TextDocument &m_document;
     std::shared_ptr<const TextPattern> m_marked; ///< null if no matches are marked
-    int m_shownLine = 0;                         ///< the line of the cursor as it was painted last
+    QTextBlock m_shownLine;                      ///< painted as the line of the cursor
 };

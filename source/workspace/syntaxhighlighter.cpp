@@ -21,6 +21,16 @@ void prepareForPieces(int lineLength, QList<FormatRange> &ranges)
     }
 }
 
+/// Only text of the first 256 characters may be laid out without shaping, which combines characters.
+void prepareForShaping(const QTextBlock &block, QList<FormatRange> &ranges)
+{
+    const QString text = block.text();
+    if (std::ranges::all_of(text, [](QChar ch) { return ch.unicode() < 256; }))
+        return;
+    for (FormatRange &range : ranges)
+        range.format.clearProperty(QTextFormat::FontStyleStrategy);
+}
+
 // The layout contains text that an input method is composing, the document does not: the formats of that text are kept,
 // and the others are moved behind it.
 void makeRoomForPreedit(const QTextLayout &layout, QList<FormatRange> &ranges)
@@ -74,6 +84,8 @@ void SyntaxHighlighter::paint(QTextDocument *document, const QTextBlock &block, 
     const bool isLong = LongLine::isLong(block);
     if (isLong)
         prepareForPieces(block.length() - 1, ranges);
+    else
+        prepareForShaping(block, ranges);
     makeRoomForPreedit(*layout, ranges);
     if (layout->formats() == ranges)
         return;

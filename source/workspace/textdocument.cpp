@@ -1,5 +1,6 @@
 #include "textdocument.h"
 #include "callplugin.h"
+#include "fontshaping.h"
 #include "highlightdriver.h"
 #include "linelayout.h"
 #include "swapfile.h"
@@ -218,7 +219,7 @@ int TextDocument::lineSpacing() const
 /// Sets the font and the tab stops of standard text, and highlights everything again.
 void TextDocument::applyFormats()
 {
-    const QFont font = format(FormatId::Standard).font();
+    const QFont font = withShaping(format(FormatId::Standard).font());
     if (m_text->defaultFont() != font)
         m_text->setDefaultFont(font); // touches all lines
     QTextOption option = m_text->defaultTextOption();

@@ -1,4 +1,5 @@
 #include "textformats.h"
+#include "fontshaping.h"
 #include "wholefile.h"
 #include <algorithm>
 
@@ -279,6 +280,8 @@ QTextCharFormat TextFormats::charFormat(const Format &format)
         charFormat.setFontPointSize(std::min(format.fontSize, LargestFont));
     charFormat.setFontWeight(format.bold ? QFont::Bold : QFont::Normal);
     charFormat.setFontItalic(format.italic);
+    if (looksTheSameUnshaped(charFormat.font()))
+        charFormat.setFontStyleStrategy(QFont::PreferNoShaping); // typing is faster
     charFormat.setForeground(format.fgColour);
     if (format.hasBackground)
         charFormat.setBackground(format.bgColour);

@@ -26,6 +26,7 @@ using namespace Qt::StringLiterals;
 namespace {
 constexpr int CollapseHeight = 20; ///< pixels
 constexpr int LinesAround = 4;     ///< lines that stay visible around the target line
+constexpr int BracketDelay = 30;   ///< milliseconds; a key does not wait until the brackets are painted
 constexpr int LongestStart = 1000; ///< characters; the start of a longer line is not looked at per key
 
 QTextDocument *keptDocument(QPlainTextEdit *edit)
@@ -74,12 +75,19 @@ TextViewEdit::TextViewEdit(TextView *view, TextDocument *document)
 
     connect(m_margin, &TextMarkerWidget::toggleBreakpoint, this, qOverload<int>(&TextViewEdit::toggleBreakpoint));
     connect(this, &QPlainTextEdit::updateRequest, this, [this](const QRect &rect, int dy) {
-        dy ? m_margin->update() : m_margin->update(0, rect.y(), m_margin->width(), rect.height());
+        if (dy != 0 || rect.contains(viewport()->rect())) // a change within a line concerns only the text
+            m_margin->update();
     });
     connect(this, &QPlainTextEdit::blockCountChanged, this, &TextViewEdit::placeMargin);
     connect(this, &QPlainTextEdit::cursorPositionChanged, this, [this] { m_background.refreshCurrentLine(); });
     connect(this, &QPlainTextEdit::selectionChanged, this, [this] { m_document->setSelection(textCursor()); });
-    connect(document, &TextDocument::bracketMatchChanged, this, &TextViewEdit::showBracketMatch);
+    m_bracketTimer.setSingleShot(true);
+    m_bracketTimer.setInterval(BracketDelay);
+    connect(&m_bracketTimer, &QTimer::timeout, this, &TextViewEdit::showBracketMatch);
+    connect(document, &TextDocument::bracketMatchChanged, this, [this] {
+        if (!m_bracketTimer.isActive())
+            m_bracketTimer.start();
+    });
 }
 
 TextViewEdit::~TextViewEdit()
@@ -216,10 +224,12 @@ void TextViewEdit::pressOther(QKeyEvent *event)
     if (!changesIndent(*this, event->text()))
         return LongLineEdit::keyPressEvent(event);
     QTextCursor step = textCursor();
+    endUndoStep();
     step.beginEditBlock();
     LongLineEdit::keyPressEvent(event);
     indent();
     step.endEditBlock();
+    endUndoStep();
     ensureCursorVisible();
 }
 

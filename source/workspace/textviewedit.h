@@ -1,6 +1,7 @@
 #pragma once
 #include "longlineedit.h"
 #include "panebackground.h"
+#include <QTimer>
 class QMenu;
 class QRubberBand;
 class TextDocument;
@@ -91,6 +92,7 @@ private:
     QTextDocument *const m_ownDocument; ///< set again before destruction, so that the shared document is not affected
     TextMarkerWidget *m_margin;
     PaneBackground m_background;
+    QTimer m_bracketTimer; ///< active while the brackets beside the cursor are to be shown
     int m_replacedCount = 0;
     std::unique_ptr<QRubberBand> m_rubberBand; ///< null unless the splitter is dragged
 };

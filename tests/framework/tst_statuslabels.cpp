@@ -7,17 +7,22 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-class LayoutCounter : public QObject
+class EventCounter : public QObject
 {
 public:
+    explicit EventCounter(QEvent::Type type) : m_type(type) {}
+
     int count = 0;
 
 protected:
     bool eventFilter(QObject *, QEvent *event) override
     {
-        count += event->type() == QEvent::LayoutRequest ? 1 : 0;
+        count += event->type() == m_type ? 1 : 0;
         return false;
     }
+
+private:
+    const QEvent::Type m_type;
 };
 } // namespace
 
@@ -28,6 +33,7 @@ class StatusLabelsTest : public QObject
     QMainWindow m_window;
     std::unique_ptr<StatusLabels> m_labels;
 
+    [[nodiscard]] bool isPainted() const { return cursor()->updatesEnabled(); }
     [[nodiscard]] QLabel *cursor() const { return m_window.findChild<QLabel *>(u"cursorLabel"_s); }
 
 private Q_SLOTS:
@@ -43,21 +49,39 @@ private Q_SLOTS:
     void positionOfTheSameLengthNeedsNoLayout()
     {
         m_labels->setCursor(99, 10);
-        QCoreApplication::processEvents();
-        LayoutCounter counter;
+        QTRY_VERIFY(isPainted());
+        EventCounter counter(QEvent::LayoutRequest);
         m_window.statusBar()->installEventFilter(&counter);
         m_labels->setCursor(99, 11);
         m_labels->setCursor(9, 1);
-        QCoreApplication::processEvents();
+        QTRY_VERIFY(isPainted());
         QCOMPARE(counter.count, 0);
         QCOMPARE(cursor()->text(), u" Ln 10, Col 2"_s);
+    }
+
+    /// Scripts read the text at once, but a key does not wait for its painting.
+    void positionIsPaintedLater()
+    {
+        m_labels->setCursor(3, 4);
+        QTRY_VERIFY(isPainted());
+        QCoreApplication::processEvents();
+        EventCounter paints(QEvent::Paint);
+        cursor()->installEventFilter(&paints);
+        m_labels->setCursor(3, 5);
+        QCOMPARE(cursor()->text(), u" Ln 4, Col 6"_s);
+        QCoreApplication::sendPostedEvents();
+        QCOMPARE(paints.count, 0);
+        QTRY_COMPARE(paints.count, 1);
+        m_labels->clearCursor();
+        QCOMPARE(cursor()->text(), QString());
+        QTRY_COMPARE(paints.count, 2);
     }
 
     void longerPositionIsShownWhole()
     {
         m_labels->setCursor(0, 0);
         m_labels->setCursor(123'456'788, 123'456'788);
-        QCoreApplication::processEvents();
+        QTRY_VERIFY(isPainted());
         QCOMPARE(cursor()->text(), u" Ln 123456789, Col 123456789"_s);
         QVERIFY(cursor()->width() >= cursor()->sizeHint().width());
     }

@@ -1,5 +1,6 @@
 #include "editorfixture.h"
 #include "textmarkerwidget.h"
+#include <QPaintEvent>
 #include <QSet>
 #include <QSettings>
 #include <QSignalSpy>
@@ -12,12 +13,15 @@ class PaintedWidgets : public QObject
 {
 public:
     QSet<QObject *> widgets;
+    QRegion region;
 
 protected:
     bool eventFilter(QObject *object, QEvent *event) override
     {
-        if (event->type() == QEvent::Paint)
+        if (event->type() == QEvent::Paint) {
             widgets.insert(object);
+            region += static_cast<QPaintEvent *>(event)->region();
+        }
         return false;
     }
 };
@@ -102,7 +106,7 @@ private Q_SLOTS:
         QCOMPARE(m_editor->edit()->viewport()->x(), 18);
     }
 
-    void aKeyPaintsTheLineAndItsMarginOnly()
+    void aKeyPaintsItsLineOnly()
     {
         open(10, u"LineNumbers"_s);
         m_editor->putCursor(0, 0);
@@ -117,7 +121,29 @@ private Q_SLOTS:
             part->installEventFilter(&painted);
         QTest::keyClick(m_editor->edit(), Qt::Key_X);
         QTRY_VERIFY(!painted.widgets.isEmpty());
-        QCOMPARE(painted.widgets, (QSet<QObject *>{m_editor->edit()->viewport(), margin()}));
+        QCOMPARE(painted.widgets, QSet<QObject *>{m_editor->edit()->viewport()});
+    }
+
+    void theCursorPaintsTheLinesThatItLeavesAndReaches()
+    {
+        open(10, u"CurrentLine"_s);
+        m_editor->putCursor(2, 0);
+        QWidget *window = m_editor->edit()->window();
+        window->show();
+        QVERIFY(QTest::qWaitForWindowExposed(window));
+        QCoreApplication::processEvents();
+        PaintedWidgets painted;
+        m_editor->edit()->viewport()->installEventFilter(&painted);
+        for (const auto &[from, to] : {std::pair(2, 5), std::pair(5, 2), std::pair(2, 3), std::pair(3, 2)}) {
+            painted.region = {};
+            m_editor->putCursor(to, 0);
+            QCoreApplication::processEvents();
+            for (const int line : {from, to}) {
+                const QTextBlock block = m_editor->edit()->document()->findBlockByNumber(line);
+                const QPoint middle = m_editor->edit()->cursorRect(QTextCursor(block)).center();
+                QVERIFY(painted.region.contains(middle + QPoint(50, 0)));
+            }
+        }
     }
 
     void theMarginGrowsWithTheText()

@@ -46,6 +46,8 @@ private Q_SLOTS:
     void looksLikeAShortLine_data();
     void looksLikeAShortLine();
     void typedCharactersAreOneStepForUndo();
+    void typedCharactersOfAShortLineAreOneStepForUndo();
+    void typedCharacterShowsTheCursorOfAShortLine();
     void undoStopsAtTheSavedState();
     void typingReplacesTheSelection();
     void removesCharacters();
@@ -124,6 +126,46 @@ void LongLineEditTest::typedCharactersAreOneStepForUndo()
     edit()->redo();
     QVERIFY(text() == typed);
     QVERIFY(showsCursor());
+}
+
+void LongLineEditTest::typedCharactersOfAShortLineAreOneStepForUndo()
+{
+    open(u"some words"_s);
+    m_editor->putCursor(0, 4);
+    QTest::keyClicks(edit(), u"abc"_s);
+    QCOMPARE(text(), u"someabc words"_s);
+    press(Qt::Key_Left);
+    QTest::keyClicks(edit(), u"d"_s);
+    QCOMPARE(text(), u"someabdc words"_s);
+    press(Qt::Key_Backspace);
+    QTest::keyClicks(edit(), u"ef"_s);
+    m_editor->putCursor(0, 0, 0, 4);
+    QSignalSpy copy(edit(), &QPlainTextEdit::copyAvailable);
+    QTest::keyClicks(edit(), u"x"_s);
+    QCOMPARE(copy, QList<QVariantList>{{false}});
+    QCOMPARE(text(), u"xabefc words"_s);
+    for (const QString &expected :
+         {u"someabefc words"_s, u"someabc words"_s, u"someabdc words"_s, u"someabc words"_s, u"some words"_s}) {
+        QVERIFY(edit()->document()->isUndoAvailable());
+        edit()->undo();
+        QCOMPARE(text(), expected);
+    }
+    QVERIFY(!edit()->document()->isUndoAvailable());
+}
+
+void LongLineEditTest::typedCharacterShowsTheCursorOfAShortLine()
+{
+    open(u"some words"_s);
+    m_editor->putCursor(0, 4);
+    const auto isShown = [this] {
+        const QRect cursor = edit()->cursorRect();
+        const QImage image = edit()->viewport()->grab().toImage();
+        return image.pixelColor(cursor.left(), cursor.center().y()).lightness() < 100;
+    };
+    QTRY_VERIFY(isShown());
+    QTRY_VERIFY(!isShown()); // it blinks
+    QTest::keyClick(edit(), Qt::Key_Space);
+    QVERIFY(isShown());
 }
 
 void LongLineEditTest::undoStopsAtTheSavedState()

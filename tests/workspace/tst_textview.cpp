@@ -1,5 +1,6 @@
 #include "editorcolours.h"
 #include "editorfixture.h"
+#include "paintcounter.h"
 #include "recordingprinter.h"
 #include "textformats.h"
 #include "textmarkerwidget.h"
@@ -967,16 +968,38 @@ private Q_SLOTS:
         f.view->split();
         f.putCursor(0, 4);
         for (int i = 0; i < 2; ++i) {
-            QCOMPARE(f.edit(i)->extraSelections().size(), 1);
+            QTRY_COMPARE(f.edit(i)->extraSelections().size(), 1);
             QCOMPARE(f.edit(i)->extraSelections().at(0).cursor.selectedText(), u"(x)"_s);
             QCOMPARE(f.edit(i)->extraSelections().at(0).format.background().color(), QColor(u"lightcyan"_s));
         }
         f.putCursor(0, 0);
-        QVERIFY(f.edit(0)->extraSelections().isEmpty());
+        QTRY_VERIFY(f.edit(0)->extraSelections().isEmpty());
         f.putCursor(0, 1);
-        QVERIFY(!f.edit(0)->extraSelections().isEmpty());
+        QTRY_VERIFY(!f.edit(0)->extraSelections().isEmpty());
         f.view->gotoLine(1);
-        QVERIFY(f.edit(0)->extraSelections().isEmpty());
+        QTRY_VERIFY(f.edit(0)->extraSelections().isEmpty());
+    }
+
+    /// The margin does not depend on the text of a line, and the brackets can be shown later.
+    void keyWaitsForTheTextOnly()
+    {
+        EditorFixture f(u"f(x\n"_s.repeated(30));
+        f.view->resize(600, 400);
+        f.view->show();
+        QVERIFY(QTest::qWaitForWindowExposed(f.view.get()));
+        auto *margin = f.edit()->findChild<TextMarkerWidget *>();
+        QVERIFY(margin);
+        f.putCursor(5, 3);
+        QCoreApplication::processEvents();
+        const PaintCounter marginPaints(margin);
+        const PaintCounter textPaints(f.edit()->viewport());
+        QTest::keyClick(f.edit(), ')');
+        QVERIFY(f.edit()->extraSelections().isEmpty());
+        QTRY_VERIFY(textPaints.count > 0);
+        QTRY_COMPARE(f.edit()->extraSelections().size(), 1);
+        QCOMPARE(marginPaints.count, 0);
+        QTest::keyClick(f.edit(), Qt::Key_Return);
+        QTRY_VERIFY(marginPaints.count > 0); // the numbers below have moved
     }
 
     void typedCharacterRepaintsItsLineOnly()
@@ -1014,6 +1037,7 @@ private Q_SLOTS:
         f.formats = dark.formatTable();
         f.document->notifyViews(nullptr, true);
         f.putCursor(0, 2);
+        QTRY_VERIFY(!f.edit()->extraSelections().isEmpty());
         const QTextCharFormat match = f.edit()->extraSelections().at(0).format;
         QVERIFY(contrast(match.background().color(), f.document->paperColour()) > 1.05); // it is visible
         QVERIFY(!match.hasProperty(QTextFormat::ForegroundBrush));                       // the text keeps its colours

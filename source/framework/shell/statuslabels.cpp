@@ -4,12 +4,14 @@
 #include <QLabel>
 #include <QMenu>
 #include <QStatusBar>
+#include <QTimer>
 
 using namespace Qt::StringLiterals;
 
 namespace {
 constexpr int InfoLabelCount = 4;
 constexpr int NarrowestInfo = 100; ///< pixels
+constexpr int PaintDelay = 30;     ///< milliseconds
 
 /// A longer text would widen the window.
 QString shortened(const QString &text, const QLabel &label)
@@ -19,17 +21,30 @@ QString shortened(const QString &text, const QLabel &label)
 }
 } // namespace
 
-/// Keeps its size while it is large enough: a label that may get another size at each text makes the window lay out its
-/// docks again with each key.
+/// A label whose text may change with each key. It is laid out and painted some time after a change, as a key must not
+/// wait for that, and keeps its size while it is large enough: otherwise the window would place its docks again.
 class SteadyLabel : public QLabel
 {
 public:
-    using QLabel::QLabel;
+    explicit SteadyLabel(QWidget *parent) : QLabel(parent)
+    {
+        setTextFormat(Qt::PlainText);
+        m_timer.setSingleShot(true);
+        m_timer.setInterval(PaintDelay);
+        connect(&m_timer, &QTimer::timeout, this, [this] {
+            setFixedSize(sizeHint().expandedTo({minimumWidth(), 0}));
+            setUpdatesEnabled(true);
+        });
+    }
 
     void showText(const QString &text)
     {
+        if (text == this->text())
+            return;
+        setUpdatesEnabled(false);
         setText(text);
-        setFixedSize(sizeHint().expandedTo({minimumWidth(), 0}));
+        if (!m_timer.isActive()) // else it would not be painted while a key repeats
+            m_timer.start();
     }
 
 protected:
@@ -39,6 +54,9 @@ protected:
         if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange)
             setFixedSize(sizeHint());
     }
+
+private:
+    QTimer m_timer;
 };
 
 StatusLabels::StatusLabels(QStatusBar *bar)
@@ -84,7 +102,7 @@ void StatusLabels::setCursor(int line, int column)
 
 void StatusLabels::clearCursor() const
 {
-    m_cursorLabel->clear();
+    m_cursorLabel->showText({});
 }
 
 void StatusLabels::setDocument(TextDocument *document) const
