@@ -33,8 +33,6 @@ void PaneBackground::paintBands(const QRect &rect)
         const quint32 marker = MarkedLines::markers(line.block);
         if (showsCursor && line.block == current)
             m_shownLine = current;
-        else if (line.block == m_shownLine)
-            m_shownLine = {};
         if (marker & TextView::CurrentLineMarker)
             painter.fillRect(line.rect, colours.statement);
         else if (marker & TextView::CallerMarker)

@@ -224,7 +224,6 @@ void TextViewEdit::pressOther(QKeyEvent *event)
     if (!changesIndent(*this, event->text()))
         return LongLineEdit::keyPressEvent(event);
     QTextCursor step = textCursor();
-    endUndoStep();
     step.beginEditBlock();
     LongLineEdit::keyPressEvent(event);
     indent();

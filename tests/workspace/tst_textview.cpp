@@ -344,6 +344,17 @@ private Q_SLOTS:
         QTest::keyClicks(f.edit(), u"}"_s);
         f.view->undo();
         QCOMPARE(f.text(), text);
+        QTest::keyClicks(f.edit(), u" }z"_s);
+        QCOMPARE(f.text(), u"void f()\n{\n    x;\n}z"_s);
+        for (const QString &left : {u"void f()\n{\n    x;\n}"_s, text + u' ', text}) {
+            f.view->undo();
+            QCOMPARE(f.text(), left);
+        }
+        f.edit()->setPlainText(u"void f()\n{\n"_s);
+        f.edit()->moveCursor(QTextCursor::End);
+        QTest::keyClicks(f.edit(), u"}z"_s); // which needs no other indentation
+        f.view->undo();
+        QCOMPARE(f.text(), u"void f()\n{\n}"_s);
     }
 
     void typedBraceIndentsInSmartModeOnly()
