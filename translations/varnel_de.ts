@@ -1235,6 +1235,18 @@ Möchten Sie sie wirklich schließen und überschreiben?</translation>
         <source>Searching: %1 files, %2 lines found</source>
         <translation>Suche: %1 Dateien, %2 Zeilen gefunden</translation>
     </message>
+    <message>
+        <source>1 file of another type has not been searched.
+</source>
+        <translation>1 Datei eines anderen Typs wurde nicht durchsucht.
+</translation>
+    </message>
+    <message>
+        <source>%1 files of other types have not been searched.
+</source>
+        <translation>%1 Dateien anderer Typen wurden nicht durchsucht.
+</translation>
+    </message>
 </context>
 <context>
     <name>FileFormatButton</name>
