@@ -14,6 +14,7 @@
 #include "workspace.h"
 #include <QLineEdit>
 #include <QPushButton>
+#include <QScrollBar>
 #include <QTest>
 
 using namespace Qt::StringLiterals;
@@ -463,6 +464,32 @@ private Q_SLOTS:
             m_control->buildStopBuild();
         m_control->buildFinished(success);
         QVERIFY2(QRegularExpression(outcome).match(m_status.last()).hasMatch(), qPrintable(m_status.last()));
+    }
+
+    void failedBuildShowsItsFirstError_data()
+    {
+        QTest::addColumn<bool>("success");
+        QTest::addColumn<bool>("stops");
+        QTest::addColumn<bool>("shown");
+        QTest::newRow("failed") << false << false << true;
+        QTest::newRow("finished") << true << false << false;
+        QTest::newRow("stopped") << false << true << false;
+    }
+    void failedBuildShowsItsFirstError()
+    {
+        QFETCH(const bool, success);
+        QFETCH(const bool, stops);
+        QFETCH(const bool, shown);
+        addBuildProject(u"fw"_s)->setCurrentConfiguration(u"Release"_s);
+        m_control->buildBuild();
+        for (int i = 0; i < 200; ++i)
+            m_output->outputLine(OutputWindow::Build, i == 20 ? u"a.c(3): error: x\n"_s : u"gcc\n"_s);
+        if (stops)
+            m_control->buildStopBuild();
+        m_control->buildFinished(success);
+        const QScrollBar *bar = m_output->page(OutputWindow::Build)->verticalScrollBar();
+        QTRY_VERIFY(bar->maximum() > 20);
+        QCOMPARE(bar->value(), shown ? 18 : bar->maximum());
     }
 
     void stopIsSentToTheCurrentProjectOnlyAndKeepsTheState()
