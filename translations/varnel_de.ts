@@ -3591,6 +3591,10 @@ Bitte sorgen Sie dafür, dass in den Ordner &apos;%1&apos; geschrieben werden ka
         <source>Navigator</source>
         <translation>Navigator</translation>
     </message>
+    <message>
+        <source>No match</source>
+        <translation>Kein Treffer</translation>
+    </message>
 </context>
 <context>
     <name>NewConfigurationDialog</name>
