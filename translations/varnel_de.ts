@@ -1549,7 +1549,7 @@ Möchten Sie sie wirklich schließen und überschreiben?</translation>
         <translation>es wird kein Programm debuggt</translation>
     </message>
     <message>
-        <source>Step out</source>
+        <source>Step Out</source>
         <translation>Funktion verlassen</translation>
     </message>
     <message>
@@ -1557,7 +1557,7 @@ Möchten Sie sie wirklich schließen und überschreiben?</translation>
         <translation>Läuft, bis die aktuelle Funktion zu ihrem Aufrufer zurückkehrt.</translation>
     </message>
     <message>
-        <source>Step instruction</source>
+        <source>Step Instruction</source>
         <translation>Einzelner Befehl</translation>
     </message>
     <message>
@@ -1565,7 +1565,7 @@ Möchten Sie sie wirklich schließen und überschreiben?</translation>
         <translation>Führt einen Befehl des Prozessors aus.</translation>
     </message>
     <message>
-        <source>Reload program</source>
+        <source>Reload Program</source>
         <translation>Programm neu laden</translation>
     </message>
     <message>
@@ -1573,7 +1573,7 @@ Möchten Sie sie wirklich schließen und überschreiben?</translation>
         <translation>Lädt den letzten Build des Programms und hält es an seinem Anfang an. Haltepunkte bleiben.</translation>
     </message>
     <message>
-        <source>Load symbols...</source>
+        <source>Load Symbols...</source>
         <translation>Symbole laden...</translation>
     </message>
     <message>
@@ -1581,7 +1581,7 @@ Möchten Sie sie wirklich schließen und überschreiben?</translation>
         <translation>Fügt die Symbole eines weiteren Programms hinzu, etwa eines Bootloaders.</translation>
     </message>
     <message>
-        <source>Log the dialogue with gdb</source>
+        <source>Log the Dialogue with gdb</source>
         <translation>Dialog mit gdb protokollieren</translation>
     </message>
     <message>
@@ -1589,7 +1589,7 @@ Möchten Sie sie wirklich schließen und überschreiben?</translation>
         <translation>Zeigt jede Zeile, die an gdb gesendet und von gdb empfangen wird, auf der Ausgabeseite &quot;gdb&quot;.</translation>
     </message>
     <message>
-        <source>Load symbols</source>
+        <source>Load Symbols</source>
         <translation>Symbole laden</translation>
     </message>
     <message>
@@ -1611,7 +1611,7 @@ Möchten Sie sie wirklich schließen und überschreiben?</translation>
 </translation>
     </message>
     <message>
-        <source>Stop where exceptions are thrown</source>
+        <source>Stop Where Exceptions Are Thrown</source>
         <translation>Anhalten, wo Exceptions ausgelöst werden</translation>
     </message>
     <message>
@@ -1619,7 +1619,7 @@ Möchten Sie sie wirklich schließen und überschreiben?</translation>
         <translation>Hält ein C++-Programm an jedem throw-Ausdruck an, auch in späteren Sitzungen.</translation>
     </message>
     <message>
-        <source>Stop where exceptions are caught</source>
+        <source>Stop Where Exceptions Are Caught</source>
         <translation>Anhalten, wo Exceptions abgefangen werden</translation>
     </message>
     <message>
@@ -2090,7 +2090,7 @@ Möchten Sie sie wirklich schließen und überschreiben?</translation>
         <translation>Erstellen (%1)</translation>
     </message>
     <message>
-        <source>Show sizes</source>
+        <source>Show Sizes</source>
         <translation>Größen zeigen</translation>
     </message>
     <message>

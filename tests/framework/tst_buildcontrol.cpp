@@ -939,7 +939,7 @@ private Q_SLOTS:
     void extensionCommandBringsUpTheBuildPage()
     {
         addBuildProject(u"fw"_s, {}, {IExtensionCommands::Iid});
-        m_stub->script(u"{fw}"_s).commands = {{u"sizes"_s, u"Show sizes"_s, {}, true, false}};
+        m_stub->script(u"{fw}"_s).commands = {{u"sizes"_s, u"Show Sizes"_s, {}, true, false}};
         m_output->displayPage(OutputWindow::Debug);
         m_control->executeExtensionCommand(0);
         QCOMPARE(story(), u"window.showOutputDock\nfw.commands()\nfw.execute(sizes)"_s);
