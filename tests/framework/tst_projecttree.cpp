@@ -220,6 +220,7 @@ private Q_SLOTS:
         QTest::newRow("deep file") << u"q15"_s << QStringList{u"math"_s, u"fixed"_s, u"q15.c"_s};
         QTest::newRow("folder with its contents") << u"fixed"_s << QStringList{u"math"_s, u"fixed"_s, u"q15.c"_s};
         QTest::newRow("project with its contents") << u"LIB"_s << QStringList{u"math"_s};
+        QTest::newRow("not the environment in the row of a project") << u" - lib"_s << QStringList();
         QTest::newRow("nothing") << u"nowhere"_s << QStringList();
     }
     void filterShowsWhatContainsItsText()

@@ -204,7 +204,8 @@ bool ProjectRows::filter(const QString &text)
     if (!text.isEmpty())
         makeAll();
     for (ProjectTreeItem *item : std::as_const(m_projectItems)) {
-        any = filterRow(item, text) || any;
+        const Project *project = projectOf(item); // the row also names its environments
+        any = filterRow(item, project ? project->name() : item->text(0), text) || any;
         item->setHidden(false);
     }
     if (text.isEmpty() && m_unfiltered)
@@ -212,10 +213,11 @@ bool ProjectRows::filter(const QString &text)
     return any;
 }
 
-/// Whether @p item or a row below it matches. One that matches is opened, and all rows below it are shown.
-bool ProjectRows::filterRow(QTreeWidgetItem *item, const QString &text)
+/// Whether @p name, that of @p item, or a row below it matches. One that matches is opened, and all rows below it are
+/// shown.
+bool ProjectRows::filterRow(QTreeWidgetItem *item, const QString &name, const QString &text)
 {
-    const bool matches = item->text(0).contains(text, Qt::CaseInsensitive);
+    const bool matches = name.contains(text, Qt::CaseInsensitive);
     const bool matchesBelow = filterBelow(item, matches ? QString() : text);
     if (matches && !text.isEmpty())
         item->setExpanded(true);
@@ -228,7 +230,7 @@ bool ProjectRows::filterBelow(QTreeWidgetItem *item, const QString &text)
     bool any = false;
     for (int i = 0; i < item->childCount(); ++i) {
         QTreeWidgetItem *child = item->child(i);
-        const bool isShown = filterRow(child, text);
+        const bool isShown = filterRow(child, child->text(0), text);
         child->setHidden(!isShown);
         any = any || isShown;
     }
