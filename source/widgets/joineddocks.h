@@ -1,8 +1,10 @@
 #pragma once
 #include <functional>
 #include <QByteArray>
+#include <QList>
 #include <QObject>
 #include <QSize>
+#include <QWidget>
 class QDockWidget;
 class QMainWindow;
 

@@ -83,6 +83,7 @@ public:
         installation.write(u"templates/group/plain/project.vnp"_s, "<project><file path='main.c'/></project>");
         installation.write(u"templates/group/plain/main.c"_s, "int main;");
         settings()->setValue(u"Paths/NewProjects"_s, path(u"home"_s));
+        QDir().mkpath(path(u"home"_s)); // the dialog would ask whether to create it
         answers->prepend([name](QDialog *dialog) {
             auto *list = dialog->findChild<QListWidget *>(u"TemplateIconView"_s);
             auto *tree = dialog->findChild<QTreeWidget *>(u"TemplateListView"_s);
@@ -525,7 +526,7 @@ void ModalDialogsTest::addOtherRows()
     row("template that takes long to copy", [](auto &f) {
         f.makeProject(u"unwanted"_s);
         QFile large(f.installation.path(u"templates/group/plain/large.bin"_s));
-        QVERIFY(large.open(QIODevice::WriteOnly) && large.resize(400'000'000)); // without blocks on the disk
+        QVERIFY(large.open(QIODevice::WriteOnly) && large.resize(4'000'000'000)); // without blocks on the disk
         f.window->projectNew();
     });
     row("template that cannot be copied", [](auto &f) {
