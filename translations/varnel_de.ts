@@ -1235,6 +1235,18 @@ Möchten Sie sie wirklich schließen und überschreiben?</translation>
         <source>Searching: %1 files, %2 lines found</source>
         <translation>Suche: %1 Dateien, %2 Zeilen gefunden</translation>
     </message>
+    <message>
+        <source>1 file of another type has not been searched.
+</source>
+        <translation>1 Datei eines anderen Typs wurde nicht durchsucht.
+</translation>
+    </message>
+    <message>
+        <source>%1 files of other types have not been searched.
+</source>
+        <translation>%1 Dateien anderer Typen wurden nicht durchsucht.
+</translation>
+    </message>
 </context>
 <context>
     <name>FileFormatButton</name>
@@ -1537,7 +1549,7 @@ Möchten Sie sie wirklich schließen und überschreiben?</translation>
         <translation>es wird kein Programm debuggt</translation>
     </message>
     <message>
-        <source>Step out</source>
+        <source>Step Out</source>
         <translation>Funktion verlassen</translation>
     </message>
     <message>
@@ -1545,7 +1557,7 @@ Möchten Sie sie wirklich schließen und überschreiben?</translation>
         <translation>Läuft, bis die aktuelle Funktion zu ihrem Aufrufer zurückkehrt.</translation>
     </message>
     <message>
-        <source>Step instruction</source>
+        <source>Step Instruction</source>
         <translation>Einzelner Befehl</translation>
     </message>
     <message>
@@ -1553,7 +1565,7 @@ Möchten Sie sie wirklich schließen und überschreiben?</translation>
         <translation>Führt einen Befehl des Prozessors aus.</translation>
     </message>
     <message>
-        <source>Reload program</source>
+        <source>Reload Program</source>
         <translation>Programm neu laden</translation>
     </message>
     <message>
@@ -1561,7 +1573,7 @@ Möchten Sie sie wirklich schließen und überschreiben?</translation>
         <translation>Lädt den letzten Build des Programms und hält es an seinem Anfang an. Haltepunkte bleiben.</translation>
     </message>
     <message>
-        <source>Load symbols...</source>
+        <source>Load Symbols...</source>
         <translation>Symbole laden...</translation>
     </message>
     <message>
@@ -1569,7 +1581,7 @@ Möchten Sie sie wirklich schließen und überschreiben?</translation>
         <translation>Fügt die Symbole eines weiteren Programms hinzu, etwa eines Bootloaders.</translation>
     </message>
     <message>
-        <source>Log the dialogue with gdb</source>
+        <source>Log the Dialogue with gdb</source>
         <translation>Dialog mit gdb protokollieren</translation>
     </message>
     <message>
@@ -1577,7 +1589,7 @@ Möchten Sie sie wirklich schließen und überschreiben?</translation>
         <translation>Zeigt jede Zeile, die an gdb gesendet und von gdb empfangen wird, auf der Ausgabeseite &quot;gdb&quot;.</translation>
     </message>
     <message>
-        <source>Load symbols</source>
+        <source>Load Symbols</source>
         <translation>Symbole laden</translation>
     </message>
     <message>
@@ -1599,7 +1611,7 @@ Möchten Sie sie wirklich schließen und überschreiben?</translation>
 </translation>
     </message>
     <message>
-        <source>Stop where exceptions are thrown</source>
+        <source>Stop Where Exceptions Are Thrown</source>
         <translation>Anhalten, wo Exceptions ausgelöst werden</translation>
     </message>
     <message>
@@ -1607,7 +1619,7 @@ Möchten Sie sie wirklich schließen und überschreiben?</translation>
         <translation>Hält ein C++-Programm an jedem throw-Ausdruck an, auch in späteren Sitzungen.</translation>
     </message>
     <message>
-        <source>Stop where exceptions are caught</source>
+        <source>Stop Where Exceptions Are Caught</source>
         <translation>Anhalten, wo Exceptions abgefangen werden</translation>
     </message>
     <message>
@@ -2078,7 +2090,7 @@ Möchten Sie sie wirklich schließen und überschreiben?</translation>
         <translation>Erstellen (%1)</translation>
     </message>
     <message>
-        <source>Show sizes</source>
+        <source>Show Sizes</source>
         <translation>Größen zeigen</translation>
     </message>
     <message>
@@ -3578,6 +3590,10 @@ Bitte sorgen Sie dafür, dass in den Ordner &apos;%1&apos; geschrieben werden ka
     <message>
         <source>Navigator</source>
         <translation>Navigator</translation>
+    </message>
+    <message>
+        <source>No match</source>
+        <translation>Kein Treffer</translation>
     </message>
 </context>
 <context>

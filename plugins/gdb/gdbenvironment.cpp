@@ -394,21 +394,21 @@ QList<ExtensionCommand> GdbEnvironment::commands()
 {
     const bool stopped = m_session.isStopped();
     return {
-        {u"stepOut"_s, tr("Step out"), tr("Runs until the current function returns to its caller."), stopped, false},
-        {u"stepInstruction"_s, tr("Step instruction"), tr("Executes one instruction of the processor."), stopped,
+        {u"stepOut"_s, tr("Step Out"), tr("Runs until the current function returns to its caller."), stopped, false},
+        {u"stepInstruction"_s, tr("Step Instruction"), tr("Executes one instruction of the processor."), stopped,
          false},
-        {u"reload"_s, tr("Reload program"),
+        {u"reload"_s, tr("Reload Program"),
          tr("Loads the last build of the program and pauses it at its start. Breakpoints stay."),
          m_session.isAlive() || m_session.state().phase == TargetState::Ended, false},
-        {u"loadSymbols"_s, tr("Load symbols..."), tr("Adds the symbols of another program, such as a boot loader."),
+        {u"loadSymbols"_s, tr("Load Symbols..."), tr("Adds the symbols of another program, such as a boot loader."),
          m_session.isAlive(), false},
-        {u"throw"_s, tr("Stop where exceptions are thrown"),
+        {u"throw"_s, tr("Stop Where Exceptions Are Thrown"),
          tr("Pauses a C++ program at each throw expression, also in later sessions."), true,
          m_exceptions.isOn(u"throw"_s)},
-        {u"catch"_s, tr("Stop where exceptions are caught"),
+        {u"catch"_s, tr("Stop Where Exceptions Are Caught"),
          tr("Pauses a C++ program where a handler catches an exception, also in later sessions."), true,
          m_exceptions.isOn(u"catch"_s)},
-        {u"log"_s, tr("Log the dialogue with gdb"),
+        {u"log"_s, tr("Log the Dialogue with gdb"),
          tr("Shows every line sent to gdb and received from it on the output page \"gdb\"."), true, m_logging},
     };
 }
@@ -434,7 +434,7 @@ void GdbEnvironment::execute(const QString &id)
 void GdbEnvironment::askForSymbols()
 {
     const QPointer<QFileDialog> dialog =
-        new QFileDialog(QApplication::activeWindow(), tr("Load symbols"), m_project->basePath());
+        new QFileDialog(QApplication::activeWindow(), tr("Load Symbols"), m_project->basePath());
     dialog->setObjectName(u"loadSymbolsDialog"_s);
     dialog->setOption(QFileDialog::DontUseNativeDialog); // test drivers find the widgets of this one only
     dialog->setFileMode(QFileDialog::ExistingFile);

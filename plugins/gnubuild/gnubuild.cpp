@@ -169,7 +169,7 @@ QList<ExtensionCommand> GnuBuild::commands()
 {
     const BuildDescription target = m_project->describeTarget(m_project->project()->currentConfiguration());
     const bool exists = QFileInfo::exists(target.absolute(target.output));
-    return {{ShowSizes, tr("Show sizes"),
+    return {{ShowSizes, tr("Show Sizes"),
              tr("Shows on the page \"Build\" how much flash and RAM the sections of the program take."),
              exists && !m_run.isRunning() && !m_sizeTool.isRunning(), false}};
 }

@@ -1,4 +1,5 @@
 #include "dockfit.h"
+#include "joineddocks.h"
 #include <algorithm>
 #include <array>
 #include <QDockWidget>
@@ -7,6 +8,7 @@
 #include <QMainWindow>
 #include <QPointer>
 #include <QTimer>
+#include <utility>
 
 namespace {
 constexpr int TabHeight = 30; ///< pixels
@@ -77,22 +79,24 @@ QList<Group> widestRow(const QMainWindow &window, Qt::Orientation orientation, c
     return widest;
 }
 
+QSize leastSize(const QMainWindow &window)
+{
+    window.layout()->invalidate();
+    return window.layout()->minimumSize();
+}
+
 /// Joins the last two groups. False if there is nothing to join.
 bool join(QMainWindow &window, Qt::Orientation orientation, const QDockWidget *shown)
 {
     const QList<Group> groups = widestRow(window, orientation, shown);
     if (groups.size() < 2)
         return false;
-    QDockWidget *above = groups[groups.size() - 2].last();
-    for (QDockWidget *dock : groups.last())
-        window.tabifyDockWidget(above, dock);
+    JoinedDocks::of(window).join(orientation, leastSize(window), [&] {
+        QDockWidget *above = groups[groups.size() - 2].last();
+        for (QDockWidget *dock : groups.last())
+            window.tabifyDockWidget(above, dock);
+    });
     return true;
-}
-
-QSize leastSize(const QMainWindow &window)
-{
-    window.layout()->invalidate();
-    return window.layout()->minimumSize();
 }
 
 void joinUntilFit(QMainWindow &window, QDockWidget *shown, const QSize &room)
@@ -126,6 +130,15 @@ void makeRoomForRows(QMainWindow &window)
         window.resizeDocks({column.first()}, {column.first()->width() - beyond}, Qt::Horizontal);
 }
 
+/// As small as the window has been: dock windows that have returned to their places can be joined again.
+void setSmallest(QMainWindow &window, const QSize &least)
+{
+    JoinedDocks &joined = JoinedDocks::of(window);
+    if (!joined.isEmpty())
+        joined.smallest = least;
+    window.setMinimumSize(least.boundedTo(joined.smallest));
+}
+
 /// Contents and tabs have their least sizes only when they are laid out, which may enlarge the window.
 void fitAgain(QMainWindow *window, const QPointer<QDockWidget> &shown, const QSize &room, int rounds)
 {
@@ -143,11 +156,12 @@ void fitAgain(QMainWindow *window, const QPointer<QDockWidget> &shown, const QSi
         if (rounds > 1)
             fitAgain(window, shown, room, rounds - 1);
         else
-            window->setMinimumSize(leastSize(*window));
+            setSmallest(*window, leastSize(*window));
     });
 }
 
-/// Hears of contents with another least size. The toolkit must not enlarge the window before that.
+/// Reacts to contents with another least size and to another size of the window. The toolkit must not enlarge the
+/// window before that.
 class DockFitter : public QObject
 {
 public:
@@ -158,7 +172,8 @@ public:
     }
     bool eventFilter(QObject *, QEvent *event) override
     {
-        const bool isLaidOut = event->type() == QEvent::LayoutRequest || event->type() == QEvent::Show;
+        const bool isLaidOut =
+            event->type() == QEvent::LayoutRequest || event->type() == QEvent::Show || event->type() == QEvent::Resize;
         if (!isLaidOut || !m_window.isVisible())
             return false;
         // The requester has invalidated the layout. Doing that here would lay out the window again and again.
@@ -166,19 +181,37 @@ public:
         const bool isKnown = least == m_least && m_window.size() == m_size;
         m_least = least;
         m_size = m_window.size();
-        if (isKnown)
-            return false;
-        if (least.width() > m_window.width() || least.height() > m_window.height())
-            fitDocks(m_window);
-        else
-            m_window.setMinimumSize(least);
+        JoinedDocks &joined = JoinedDocks::of(m_window);
+        if (least.width() > m_window.width() || least.height() > m_window.height()) {
+            if (!isKnown)
+                fitDocks(m_window);
+        } else {
+            if (!isKnown)
+                m_window.setMinimumSize(least.boundedTo(joined.smallest));
+            if (joined.needsLess())
+                separateSoon();
+        }
         return false;
     }
 
 private:
+    /// The layout is being applied now.
+    void separateSoon()
+    {
+        if (std::exchange(m_isSeparating, true))
+            return;
+        QTimer::singleShot(0, this, [this] {
+            m_isSeparating = false;
+            JoinedDocks &joined = JoinedDocks::of(m_window);
+            if (joined.needsLess())
+                joined.apply([this] { joinUntilFit(m_window, nullptr, m_window.size()); });
+        });
+    }
+
     QMainWindow &m_window;
     QSize m_least; ///< at the last layout, with the size of the window
     QSize m_size;
+    bool m_isSeparating = false; ///< soon
 };
 } // namespace
 
@@ -193,4 +226,14 @@ void fitDocks(QMainWindow &window, QDockWidget *shown)
     const QSize room = window.size();
     joinUntilFit(window, shown, room);
     fitAgain(&window, shown, room, Rounds);
+}
+
+void withOwnDockLayout(QMainWindow &window, const std::function<void()> &use)
+{
+    JoinedDocks::of(window).withOwnLayout(use);
+}
+
+void takeDockLayout(QMainWindow &window)
+{
+    JoinedDocks::of(window).forget();
 }

@@ -1,4 +1,5 @@
 #pragma once
+#include <functional>
 class QDockWidget;
 class QMainWindow;
 
@@ -8,5 +9,12 @@ class QMainWindow;
 void fitDocks(QMainWindow &window, QDockWidget *shown = nullptr);
 
 /// From now on the main window keeps its size when the contents of its dock windows need more room, as when a debugging
-/// session starts: it makes tabs then. It grows only if there is nothing left to join.
+/// session starts: it makes tabs then. It grows only if there is nothing left to join. When there is room again, as in
+/// a larger window, the dock windows return to the places that the user gave them.
 void keepDocksFitting(QMainWindow &window);
+
+/// Runs @p use, as one that stores the layout, while all dock windows have the places that the user gave them.
+void withOwnDockLayout(QMainWindow &window, const std::function<void()> &use);
+
+/// The present layout is another one that the user made, as one that was stored.
+void takeDockLayout(QMainWindow &window);

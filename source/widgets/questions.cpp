@@ -1,6 +1,7 @@
 #include "questions.h"
 #include "messages.h"
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QFileSystemModel>
 #include <QInputDialog>
 #include <QLabel>
@@ -17,12 +18,24 @@ void widenFilter(const QFileDialog &dialog)
         files->setNameFilters(files->nameFilters().replaceInStrings(u"*.*"_s, u"*"_s));
 }
 
+/// The toolkit would propose the last part of a path that does not exist as the name of a file.
+QString existingStart(const QString &path)
+{
+    if (path.isEmpty())
+        return path;
+    QString start = path;
+    while (!QFileInfo::exists(start) && QFileInfo(start).path() != start)
+        start = QFileInfo(start).path();
+    return start;
+}
+
 /// Always the toolkit's own dialog, so that automation finds it by its object name.
 QStringList ask(QWidget *parent, const FileQuestion &question, QFileDialog::AcceptMode accept,
                 QFileDialog::FileMode mode)
 {
     // On the heap, since the parent may be deleted while the dialog is open, and the dialog with it.
-    const QPointer<QFileDialog> dialog = new QFileDialog(parent, question.caption, question.directory, question.filter);
+    const QPointer<QFileDialog> dialog =
+        new QFileDialog(parent, question.caption, existingStart(question.directory), question.filter);
     dialog->setOption(QFileDialog::DontUseNativeDialog);
     dialog->setObjectName(question.objectName);
     dialog->setAcceptMode(accept);

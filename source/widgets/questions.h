@@ -19,7 +19,7 @@ struct FileQuestion
 {
     QString objectName;
     QString caption;
-    QString directory; ///< the initial directory
+    QString directory; ///< the initial directory; if it does not exist, the nearest one above it that does
     QString filter;
     QString selectedFilter = {}; ///< the entry of the filter to begin with; the first if it is empty
     QString fileName = {};       ///< what is proposed, without its directory

@@ -26,6 +26,8 @@ public:
     void stop();
     [[nodiscard]] bool isRunning() const; ///< Results that were found already may still be reported after it.
     [[nodiscard]] int filesSearched() const;
+    /// The files of the folder that did not match the mask, after a search that has finished.
+    [[nodiscard]] int filesSkipped() const;
 
 Q_SIGNALS:
     /// The first match of a line. Lines count from 1. @p text is the line, cut to 100 characters; the last line of a

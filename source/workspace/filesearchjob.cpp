@@ -70,10 +70,11 @@ void FileSearchJob::walk()
             add(ListedFile(path));
     else if (!QFileInfo(m_search.folder).isDir())
         report({{}, 0, QObject::tr("The folder '%1' does not exist.").arg(QDir::toNativeSeparators(m_search.folder))});
-    else
-        FolderWalk(m_search.mask, m_search.recursive).forEach(m_search.folder, m_running, [this](ListedFile file) {
-            add(std::move(file));
-        });
+    else {
+        FolderWalk walk(m_search.mask, m_search.recursive);
+        walk.forEach(m_search.folder, m_running, [this](ListedFile file) { add(std::move(file)); });
+        m_filesSkipped = walk.skipped();
+    }
 
     std::unique_lock lock(m_mutex);
     m_allAdded = true;

@@ -49,6 +49,7 @@ public:
     void delivered();
     [[nodiscard]] bool isFinished() const { return m_finished; } ///< Nothing more will be found.
     [[nodiscard]] int filesSearched() const { return m_filesSearched; }
+    [[nodiscard]] int filesSkipped() const { return m_filesSkipped; }
 
 private:
     struct Task;
@@ -69,6 +70,7 @@ private:
     std::atomic<bool> m_running = true;
     std::atomic<bool> m_finished = false;
     std::atomic<int> m_filesSearched = 0;
+    std::atomic<int> m_filesSkipped = 0;
 
     std::mutex m_mutex;              ///< protects the members below
     std::condition_variable m_added; ///< a task, or the last one, or the search has ended

@@ -101,6 +101,8 @@ void FolderWalk::visit(const QString &folder, const QString &canonical, const st
             return;
         if (matches(name))
             receive({open, name});
+        else
+            ++m_skipped;
     }
     open.reset(); // the files keep it as long as they need it
     if (!m_recursive)

@@ -18,6 +18,7 @@ public:
 
     /// Ends soon after @p running has become false.
     void forEach(const QString &folder, const std::atomic<bool> &running, const Receiver &receive);
+    [[nodiscard]] int skipped() const { return m_skipped; } ///< files that do not match
 
 private:
     struct Entries;
@@ -27,5 +28,6 @@ private:
 
     QList<QRegularExpression> m_filters; ///< none: every name matches
     const bool m_recursive;
+    int m_skipped = 0;
     QSet<QString> m_visited; ///< canonical paths
 };

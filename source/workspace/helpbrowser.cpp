@@ -115,10 +115,21 @@ void HelpBrowser::changeEvent(QEvent *event)
     if (style == document()->defaultStyleSheet())
         return;
     updateStyle();
-    const int position = verticalScrollBar()->value();
     if (source().isValid())
-        reload();
+        reloadHere();
+}
+
+void HelpBrowser::reloadHere()
+{
+    const int position = verticalScrollBar()->value();
+    reload();
     verticalScrollBar()->setValue(position);
+}
+
+void HelpBrowser::refresh()
+{
+    if (source().isValid() && page(source().toLocalFile()) != m_page)
+        reloadHere();
 }
 
 /// Lines do not grow beyond what is easy to read.

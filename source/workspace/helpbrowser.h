@@ -19,6 +19,8 @@ public:
     explicit HelpBrowser(const HelpSite &site, QWidget *parent = nullptr);
 
     QVariant loadResource(int type, const QUrl &name) override;
+    /// Reads the page again if the host would fill in something else now. The place in the page stays.
+    void refresh();
     /// The page for a printer: in dark colours on white. It must not outlive this object.
     [[nodiscard]] std::unique_ptr<QTextDocument> forPaper();
 
@@ -29,6 +31,7 @@ protected:
 private:
     [[nodiscard]] QString page(const QString &path) const;
     void updateStyle();
+    void reloadHere();
 
     const HelpSite &m_site;
     QString m_page; ///< as HTML

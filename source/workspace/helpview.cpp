@@ -58,6 +58,11 @@ void HelpView::update(View *, bool full)
     m_browser->viewport()->update();
 }
 
+void HelpView::refresh()
+{
+    m_browser->refresh();
+}
+
 bool HelpView::queryInterface(const QString &name, void **out)
 {
     *out = name == QLatin1String(ITextNavigation::Name) ? static_cast<ITextNavigation *>(this) : nullptr;

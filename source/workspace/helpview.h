@@ -22,6 +22,7 @@ public:
     /// Goes to the page of the document. If only formats and settings have changed, the user stays on the present page.
     void update(View *source, bool full) override;
 
+    void refresh();                       ///< The host may fill in something else now.
     void showAnchor(const QString &name); ///< Scrolls to a place of the page; an empty name is its start.
 
     void gotoLine(int line) override;

@@ -14,6 +14,7 @@
 #include "workspace.h"
 #include <QLineEdit>
 #include <QPushButton>
+#include <QScrollBar>
 #include <QTest>
 
 using namespace Qt::StringLiterals;
@@ -465,6 +466,32 @@ private Q_SLOTS:
         QVERIFY2(QRegularExpression(outcome).match(m_status.last()).hasMatch(), qPrintable(m_status.last()));
     }
 
+    void failedBuildShowsItsFirstError_data()
+    {
+        QTest::addColumn<bool>("success");
+        QTest::addColumn<bool>("stops");
+        QTest::addColumn<bool>("shown");
+        QTest::newRow("failed") << false << false << true;
+        QTest::newRow("finished") << true << false << false;
+        QTest::newRow("stopped") << false << true << false;
+    }
+    void failedBuildShowsItsFirstError()
+    {
+        QFETCH(const bool, success);
+        QFETCH(const bool, stops);
+        QFETCH(const bool, shown);
+        addBuildProject(u"fw"_s)->setCurrentConfiguration(u"Release"_s);
+        m_control->buildBuild();
+        for (int i = 0; i < 200; ++i)
+            m_output->outputLine(OutputWindow::Build, i == 20 ? u"a.c(3): error: x\n"_s : u"gcc\n"_s);
+        if (stops)
+            m_control->buildStopBuild();
+        m_control->buildFinished(success);
+        const QScrollBar *bar = m_output->page(OutputWindow::Build)->verticalScrollBar();
+        QTRY_VERIFY(bar->maximum() > 20);
+        QCOMPARE(bar->value(), shown ? 18 : bar->maximum());
+    }
+
     void stopIsSentToTheCurrentProjectOnlyAndKeepsTheState()
     {
         addBuildProject(u"other"_s);
@@ -912,7 +939,7 @@ private Q_SLOTS:
     void extensionCommandBringsUpTheBuildPage()
     {
         addBuildProject(u"fw"_s, {}, {IExtensionCommands::Iid});
-        m_stub->script(u"{fw}"_s).commands = {{u"sizes"_s, u"Show sizes"_s, {}, true, false}};
+        m_stub->script(u"{fw}"_s).commands = {{u"sizes"_s, u"Show Sizes"_s, {}, true, false}};
         m_output->displayPage(OutputWindow::Debug);
         m_control->executeExtensionCommand(0);
         QCOMPARE(story(), u"window.showOutputDock\nfw.commands()\nfw.execute(sizes)"_s);

@@ -1,3 +1,4 @@
+#include "dockfit.h"
 #include "docklayout.h"
 #include "dockwindow.h"
 #include "toolbar.h"
@@ -157,6 +158,25 @@ private Q_SLOTS:
         QCoreApplication::processEvents();
         QCOMPARE(w.window.size(), size);
         QCOMPARE(w.window.tabifiedDockWidgets(w.first), QList<QDockWidget *>{w.second});
+    }
+
+    void docksJoinedForLackOfRoomAreStoredAsTheUserPlacedThem()
+    {
+        Windows small(*m_settings);
+        keepDocksFitting(small.window);
+        for (DockWindow *dock : {small.first, small.second})
+            dock->widget()->setMinimumHeight(260);
+        small.layout.save(StateIdle); // the user's own
+        const QString ownPlace = m_settings->value(u"Geometry/Editor/second"_s).toString();
+        small.window.resize(800, 400);
+        QTRY_COMPARE(small.window.tabifiedDockWidgets(small.first), QList<QDockWidget *>{small.second});
+        small.layout.save(StateIdle);
+        QCOMPARE(small.window.tabifiedDockWidgets(small.first), QList<QDockWidget *>{small.second});
+        Windows large(*m_settings);
+        large.window.tabifyDockWidget(large.first, large.second);
+        large.layout.restore(StateIdle);
+        QVERIFY(large.window.tabifiedDockWidgets(large.first).isEmpty());
+        QVERIFY(large.first->y() < large.second->y());
     }
 
     void damagedEntriesAreReadUpToTheDamage_data()

@@ -170,7 +170,31 @@ private Q_SLOTS:
         dialog->findChild<QComboBox *>(u"ReplaceWithCombo"_s)->setEditText(u"1"_s);
         dialog->findChild<QPushButton *>(u"ReplaceAllButton"_s)->click();
         QCOMPARE(f.text(), u"1 two 1\n"_s);
-        QCOMPARE(f.status(), u"2 occurrences have been replaced."_s);
+        const QString outcome = u"2 occurrences have been replaced."_s;
+        QCOMPARE(f.status(), outcome);
+        const auto *label = dialog->findChild<QLabel *>(u"CountLabel"_s); // the dialog may cover the status bar
+        QCOMPARE(label->text(), outcome);
+        dialog->findChild<QComboBox *>(u"FindWhatCombo"_s)->setEditText(u"two"_s);
+        QTRY_COMPARE(label->text(), u"1 match"_s);
+        dialog->findChild<QComboBox *>(u"ReplaceWithCombo"_s)->setEditText(u"twotwo"_s);
+        dialog->findChild<QPushButton *>(u"ReplaceAllButton"_s)->click();
+        QTRY_COMPARE(label->text(), u"1 occurrence has been replaced. 2 matches"_s);
+    }
+
+    void numberOfReplacementsStaysWhenNothingIsLeft()
+    {
+        const WindowFixture f;
+        f.open(u"a.c"_s, "one\n");
+        f.window->editReplace();
+        auto *dialog = f.window->findChild<QDialog *>(u"replaceDialog"_s);
+        dialog->findChild<QComboBox *>(u"FindWhatCombo"_s)->setEditText(u"one"_s);
+        const auto *label = dialog->findChild<QLabel *>(u"CountLabel"_s);
+        QTRY_COMPARE(label->text(), u"1 match"_s);
+        dialog->findChild<QPushButton *>(u"ReplaceAllButton"_s)->click();
+        const QString outcome = u"1 occurrence has been replaced."_s;
+        QCOMPARE(label->text(), outcome);
+        QTRY_COMPARE(findDialog(f)->findChild<QLabel *>(u"CountLabel"_s)->text(), u"No match"_s);
+        QCOMPARE(label->text(), outcome);
     }
 
     void replaceFollowsTheCurrentView()

@@ -220,6 +220,30 @@ private Q_SLOTS:
         QCOMPARE(entries(folder()), QStringList());
     }
 
+    void everyListedFileIsSearchedUnlessAMaskIsGiven()
+    {
+        store(u"FileMask"_s, u"*.py"_s);
+        open();
+        QComboBox *scope = combo(*m_dialog, "ScopeCombo");
+        scope->setCurrentIndex(FindInFilesDialog::AllProjects);
+        QCOMPARE(m_dialog->mask(), u"*.*"_s);
+        scope->setCurrentIndex(FindInFilesDialog::CurrentProject);
+        QCOMPARE(m_dialog->mask(), u"*.*"_s);
+        types()->setEditText(u"*.cpp"_s);
+        scope->setCurrentIndex(FindInFilesDialog::Folder);
+        QCOMPARE(m_dialog->mask(), u"*.py"_s);
+        scope->setCurrentIndex(FindInFilesDialog::OpenDocuments);
+        QCOMPARE(m_dialog->mask(), u"*.cpp"_s);
+        fill();
+        m_dialog->accept();
+        open();
+        QCOMPARE(m_dialog->mask(), u"*.cpp"_s);
+        m_dialog->setProjectsAvailable(false);
+        combo(*m_dialog, "ScopeCombo")->setCurrentIndex(FindInFilesDialog::Folder);
+        QCOMPARE(m_dialog->mask(), u"*.py"_s);
+        QCOMPARE(m_settings->value(u"FindInFiles/FileMask"_s).toString(), u"*.py"_s);
+    }
+
     void emptyMaskIsIgnored()
     {
         store(u"FileMask"_s, QString());

@@ -3,7 +3,9 @@
 #include "ordinaryuser.h"
 #include "windowfixture.h"
 #include <QAction>
+#include <QLabel>
 #include <QPushButton>
+#include <QScrollBar>
 #include <QTextBlock>
 #include <QTextBrowser>
 #include <QTreeWidget>
@@ -309,6 +311,33 @@ private Q_SLOTS:
         QTEST((ExampleCopy{u"/opt/examples"_s, u"/home/u/copy"_s}.placeOf(file)), "place");
     }
 
+    void pageHasNoPositionInTheStatusBar()
+    {
+        const HelpFixture f;
+        const auto *label = f.window->findChild<QLabel *>(u"cursorLabel"_s);
+        f.open(u"a.c"_s);
+        QTRY_COMPARE(label->text(), u" Ln 1, Col 1"_s);
+        f.trigger(u"helpHome"_s);
+        QTRY_VERIFY(f.browser()->hasFocus());
+        QCOMPARE(label->text(), QString());
+        f.browser()->selectAll();
+        QCOMPARE(label->text(), QString());
+        f.window->viewManager()->activateView(f.window->viewManager()->arrangedViews().first(), true);
+        QTRY_COMPARE(label->text(), u" Ln 1, Col 1"_s);
+    }
+
+    void pageThatIsReadAgainStaysAtItsPlace()
+    {
+        const HelpFixture f;
+        f.page(u"index.html"_s, "$(RecentWorkspaces)" + QByteArray("<p>line</p>").repeated(300));
+        f.trigger(u"helpHome"_s);
+        f.browser()->verticalScrollBar()->setValue(500);
+        const QString path = f.writeWorkspace(u"a.vnw"_s, {});
+        QVERIFY(f.window->openWorkspace(path, true));
+        QVERIFY(f.text().startsWith(u"a (%1)"_s.arg(QFileInfo(path).path())));
+        QCOMPARE(f.browser()->verticalScrollBar()->value(), 500);
+    }
+
     void startPageListsTheRecentWorkspaces()
     {
         HelpFixture f;
@@ -318,6 +347,8 @@ private Q_SLOTS:
         f.writeProject(u"a&b/a.vnp"_s);
         const QString workspace = f.writeWorkspace(u"a&b/a.vnw"_s, {u"a.vnp"_s});
         QVERIFY(f.window->openWorkspace(workspace, true));
+        const QString listed = u"a (%1)"_s.arg(QFileInfo(workspace).path());
+        QCOMPARE(f.text(), listed); // the page was open already
         QVERIFY(f.window->closeWorkspace());
         f.window->viewManager()->closeAll();
         f.trigger(u"helpHome"_s);

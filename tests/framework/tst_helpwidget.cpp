@@ -181,6 +181,22 @@ private Q_SLOTS:
             QVERIFY(f.widget->findChild<QWidget *>(name)->isVisible());
     }
 
+    void searchFieldHasRoomInANarrowNavigator()
+    {
+        Fixture f;
+        f.make();
+        f.widget->showSearchRow();
+        f.widget->resize(190, 300);
+        f.widget->show();
+        QVERIFY(QTest::qWaitForWindowExposed(f.widget.get()));
+        QCOMPARE(f.widget->width(), 190);
+        const auto *edit = f.widget->findChild<QLineEdit *>(u"SearchEdit"_s);
+        QVERIFY2(edit->width() > 80, qPrintable(QString::number(edit->width())));
+        const auto *button = f.widget->findChild<QPushButton *>(u"SearchButton"_s);
+        const int text = button->fontMetrics().horizontalAdvance(u"Go"_s);
+        QVERIFY2(button->width() > text + 8, qPrintable(QString::number(button->width())));
+    }
+
     void clickOpensPagesOnly()
     {
         Fixture f;

@@ -1054,6 +1054,22 @@ private Q_SLOTS:
         QCOMPARE(cursor.charFormat().foreground().color().name(), u"#0000ff"_s);
     }
 
+    /// The bars of the edit are not shown, so no part of the text may lie beyond its edges.
+    void textOfAnotherFontFitsTheWindow()
+    {
+        selectRam();
+        show(8, 6);
+        const QString before = lines().constFirst();
+        QFont font = edit()->font();
+        for (const int size : {14, 20, 30, 8, 5, font.pointSize()}) {
+            m_window->setFont(QFont(font.family(), size));
+            QVERIFY(edit()->document()->size().width() <= edit()->viewport()->width());
+            QCOMPARE(edit()->horizontalScrollBar()->maximum(), 0);
+            QCOMPARE(edit()->verticalScrollBar()->maximum(), 0);
+        }
+        QCOMPARE(lines().constFirst(), before);
+    }
+
     void controlsHaveNamesAndTheKeyboardReachesThem()
     {
         selectRam();

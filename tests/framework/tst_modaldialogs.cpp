@@ -3,6 +3,7 @@
 #include "ibuildenvironment.h"
 #include "iexecutionenvironment.h"
 #include "navigator.h"
+#include "ordinaryuser.h"
 #include "projectfile.h"
 #include "projectfolder.h"
 #include "projecttree.h"
@@ -14,6 +15,9 @@
 #include <QListWidget>
 #include <QPluginLoader>
 #include <QPrintDialog>
+#include <QProgressDialog>
+#include <QTextBrowser>
+#include <QTreeWidget>
 
 // Every dialog and every message box: the workspace closes while it is open, and then the user answers it.
 
@@ -72,6 +76,43 @@ public:
                                       "<configuration name='Release'/></properties></project>");
     }
 
+    /// Writes a template, and the answer to the next dialog, which makes the project @p name of it.
+    void makeProject(const QString &name) const
+    {
+        installation.write(u"images/projecttemplate.svg"_s, "<svg xmlns='http://www.w3.org/2000/svg'/>");
+        installation.write(u"templates/group/plain/project.vnp"_s, "<project><file path='main.c'/></project>");
+        installation.write(u"templates/group/plain/main.c"_s, "int main;");
+        settings()->setValue(u"Paths/NewProjects"_s, path(u"home"_s));
+        QDir().mkpath(path(u"home"_s)); // the dialog would ask whether to create it
+        answers->prepend([name](QDialog *dialog) {
+            auto *list = dialog->findChild<QListWidget *>(u"TemplateIconView"_s);
+            auto *tree = dialog->findChild<QTreeWidget *>(u"TemplateListView"_s);
+            tree->setCurrentItem(tree->findItems(u"group"_s, Qt::MatchExactly).value(0));
+            list->setCurrentItem(list->findItems(u"plain"_s, Qt::MatchExactly).value(0));
+            dialog->findChild<QLineEdit *>(u"NameLineEdit"_s)->setText(name);
+            QMetaObject::invokeMethod(dialog, "accept", Qt::QueuedConnection); // it may show a question itself
+        });
+    }
+    /// Writes examples that cannot be changed where they are, and follows the link of the start page to the first one.
+    void openExample()
+    {
+        installation.write(u"help/html/index.html"_s, "<html><body>home</body></html>");
+        installation.write(u"examples/one/one.vnw"_s, "<workspace><project path='other.vnp'/></workspace>");
+        installation.write(u"examples/one/other.vnp"_s,
+                           "<project><properties currentconfiguration='Default'><configuration name='Default'/>"
+                           "</properties></project>");
+        QFile::setPermissions(installation.path(u"examples/one"_s), QFile::ReadOwner | QFile::ExeOwner);
+        discard();
+        restart();
+        reopen();
+        QVERIFY(window->workspace()->openHelp(installation.path(u"help/html/index.html"_s)));
+        auto *browser = window->viewManager()->currentView()->findChild<QTextBrowser *>(u"HelpBrowser"_s);
+        Q_EMIT browser->anchorClicked(QUrl(u"command:openWorkspace?../examples/one/one.vnw"_s));
+        QTRY_VERIFY(answers->allGiven()); // the link is followed when its event has been handled
+        QFile::setPermissions(installation.path(u"examples/one"_s),
+                              QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    }
+
     void useMenus(const QString &xml)
     {
         installation.write(u"config/uiconfig.xml"_s, xml.toUtf8());
@@ -119,6 +160,8 @@ void agree(const Fixture &f, QDialog *dialog)
         const QString file = project ? u"chosen.vnp"_s : workspace ? u"other/other.vnw"_s : u"chosen.c"_s;
         chooser->findChild<QLineEdit *>(u"fileNameEdit"_s)->setText(f.path(file));
         QMetaObject::invokeMethod(dialog, "accept", Qt::QueuedConnection); // it may show a question itself
+    } else if (auto *progress = qobject_cast<QProgressDialog *>(dialog)) {
+        progress->cancel();
     } else if (qobject_cast<QPrintDialog *>(dialog)) {
         dialog->reject(); // there is no printer
     } else if (dialog->findChild<QAbstractButton *>(u"BuildButton"_s)) {
@@ -475,6 +518,28 @@ void ModalDialogsTest::addOtherRows()
         view->selectAll();
         view->copy();
     });
+    row("template copied over a file", [](auto &f) {
+        f.write(u"home/other/main.c"_s, "mine");
+        f.makeProject(u"other"_s);
+        f.window->projectNew();
+    });
+    row("template that takes long to copy", [](auto &f) {
+        f.makeProject(u"unwanted"_s);
+        QFile large(f.installation.path(u"templates/group/plain/large.bin"_s));
+        QVERIFY(large.open(QIODevice::WriteOnly) && large.resize(4'000'000'000)); // without blocks on the disk
+        f.window->projectNew();
+    });
+    row("template that cannot be copied", [](auto &f) {
+        f.write(u"home/unwanted"_s, "a file where the directory would be");
+        f.makeProject(u"unwanted"_s);
+        f.window->projectNew();
+    });
+    row("examples that cannot be changed", [](auto &f) { f.openExample(); });
+    row("examples that cannot be copied", [](auto &f) {
+        f.installation.write(u"varnel-examples"_s, "a file where the directory would be");
+        f.answers->prepend([](QDialog *box) { static_cast<QMessageBox *>(box)->button(QMessageBox::Yes)->click(); });
+        f.openExample();
+    });
     row("template that exists already", [](auto &f) {
         f.installation.write(u"mytemplates/mine/old.c"_s, "old");
         f.answers->prepend([](QDialog *dialog) {
@@ -485,6 +550,10 @@ void ModalDialogsTest::addOtherRows()
     });
     row("search in the help", [](auto &f) { f.window->helpSearch(); });
     row("plug-ins", helpAction("helpPlugins"));
+    row("about box", [](auto &f) {
+        f.installation.copy(QStringLiteral(TESTBRANDING), u"bin/libbranding.so"_s);
+        f.window->helpAbout();
+    });
     row("problem report", helpAction("helpReport"));
     row("go to line", [](auto &f) { f.window->viewGotoLine(); });
     row("options", [](auto &f) { f.window->toolsOptions(); });
@@ -506,6 +575,8 @@ void ModalDialogsTest::addOtherRows()
 
 int main(int argc, char *argv[])
 {
+    if (!becomeOrdinaryUser())
+        qFatal("examples cannot be protected from this user");
     ModalDialogsTest test; // makes an application in each function
     return QTest::qExec(&test, argc, argv);
 }

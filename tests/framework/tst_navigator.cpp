@@ -1,5 +1,6 @@
 #include "navigator.h"
 #include "treefixture.h"
+#include <QLabel>
 #include <QLayout>
 #include <QLineEdit>
 #include <QSignalSpy>
@@ -199,6 +200,22 @@ private Q_SLOTS:
         QTRY_VERIFY(tree()->hasFocus());
         dropWorkspace();
         QVERIFY(!m_navigator->showFile(u"/work/fw/main.c"_s));
+    }
+
+    void filterThatMatchesNothingIsReported()
+    {
+        m_navigator->showWorkspace();
+        auto *filter = m_navigator->findChild<QLineEdit *>(u"projectFilter"_s);
+        const auto *label = m_navigator->findChild<QLabel *>(u"noMatchLabel"_s);
+        QCOMPARE(label->text(), u"No match"_s);
+        QVERIFY(label->isHidden());
+        filter->setText(u"nowhere"_s);
+        QVERIFY(!label->isHidden());
+        filter->setText(u"main"_s);
+        QVERIFY(label->isHidden());
+        filter->setText(u"nowhere"_s);
+        filter->clear();
+        QVERIFY(label->isHidden());
     }
 
     void selectedProjectIsThatOfTheTree()

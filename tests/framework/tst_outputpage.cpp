@@ -202,6 +202,39 @@ private Q_SLOTS:
         output({u"a piece"_s});
         QTRY_VERIFY(atEnd());
     }
+    void firstErrorIsShownFromTheEnd_data()
+    {
+        QTest::addColumn<int>("error"); ///< its line; below 0 there is none
+        QTest::addColumn<bool>("scrolled");
+        QTest::addColumn<int>("first"); ///< line that is shown then; below 0 the last lines
+        QTest::newRow("in the middle") << 30 << false << 28;
+        QTest::newRow("first line") << 0 << false << 0;
+        QTest::newRow("visible at the end") << 98 << false << -1;
+        QTest::newRow("only warnings") << -1 << false << -1;
+        QTest::newRow("the user reads something else") << 30 << true << 50;
+    }
+
+    void firstErrorIsShownFromTheEnd()
+    {
+        QFETCH(int, error);
+        QFETCH(bool, scrolled);
+        QFETCH(int, first);
+        m_page->setDiagnostics(true);
+        show();
+        for (int i = 0; i < 100; ++i) {
+            const QString kind = i == error || (error >= 0 && i == error + 40) ? u"error"_s : u"warning"_s;
+            m_page->outputLine(u"a.c(%1): %2: x\n"_s.arg(i).arg(kind));
+        }
+        QTRY_VERIFY(atEnd());
+        if (scrolled)
+            m_page->verticalScrollBar()->setValue(50);
+        const int cursor = m_page->textCursor().position();
+        m_page->showFirstError();
+        QCOMPARE(m_page->verticalScrollBar()->value(), first < 0 ? m_page->verticalScrollBar()->maximum() : first);
+        QCOMPARE(m_page->textCursor().position(), cursor);
+        QVERIFY(!m_page->textCursor().hasSelection());
+    }
+
     void endStaysVisibleAfterAResize()
     {
         show();

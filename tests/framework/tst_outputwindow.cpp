@@ -14,6 +14,16 @@
 #include <QToolButton>
 using namespace Qt::StringLiterals;
 
+namespace {
+int beeps = 0;
+}
+
+/// In place of the toolkit's one, which no platform reports.
+void QApplication::beep()
+{
+    ++beeps;
+}
+
 class TestOutputWindow : public QObject
 {
     Q_OBJECT
@@ -119,11 +129,14 @@ private Q_SLOTS:
         QCOMPARE(tabs()->currentIndex(), 0);
         QCOMPARE(text(0) + text(2), QString());
     }
-    void seriousLineShowsItsPage()
+    void seriousLineBeepsAndShowsItsPage()
     {
+        beeps = 0;
         m_window->outputLine(OutputWindow::Debug, u"lost\n"_s, false);
+        QCOMPARE(beeps, 0);
         QCOMPARE(tabs()->currentIndex(), 0);
         m_window->outputLine(OutputWindow::FindInFiles, u"lost\n"_s, true);
+        QCOMPARE(beeps, 1);
         QCOMPARE(tabs()->currentIndex(), 2);
         QCOMPARE(text(2), u"lost"_s);
     }
@@ -141,7 +154,9 @@ private Q_SLOTS:
     }
     void knownNameSelectsThePageWithThatCaption()
     {
+        beeps = 0;
         m_window->outputLine(u"Debug"_s, u"a\n"_s, true);
+        QCOMPARE(beeps, 1);
         QCOMPARE(text(1), u"a"_s);
         QCOMPARE(tabs()->currentIndex(), 1);
         m_window->outputLine(u"debug"_s, u"b\n"_s); // case is significant

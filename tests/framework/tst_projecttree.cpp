@@ -1,4 +1,5 @@
 #include "treefixture.h"
+#include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTreeWidgetItemIterator>
@@ -217,7 +218,9 @@ private Q_SLOTS:
         QTest::addColumn<QStringList>("visible");
         QTest::newRow("file") << u"SIN"_s << QStringList{u"math"_s, u"sin.c"_s};
         QTest::newRow("deep file") << u"q15"_s << QStringList{u"math"_s, u"fixed"_s, u"q15.c"_s};
-        QTest::newRow("folder with its contents") << u"fixed"_s << QStringList{u"math"_s, u"fixed"_s};
+        QTest::newRow("folder with its contents") << u"fixed"_s << QStringList{u"math"_s, u"fixed"_s, u"q15.c"_s};
+        QTest::newRow("project with its contents") << u"LIB"_s << QStringList{u"math"_s};
+        QTest::newRow("not the environment in the row of a project") << u" - lib"_s << QStringList();
         QTest::newRow("nothing") << u"nowhere"_s << QStringList();
     }
     void filterShowsWhatContainsItsText()
@@ -225,7 +228,9 @@ private Q_SLOTS:
         QFETCH(const QString, text);
         QFETCH(const QStringList, visible);
         const QString before = shown(*m_tree);
+        const QSignalSpy filtered(m_tree, &ProjectTree::filtered);
         m_tree->setFilter(text);
+        QCOMPARE(filtered.last().first().toBool(), !visible.isEmpty());
         QStringList found;
         for (QTreeWidgetItemIterator it(m_tree, QTreeWidgetItemIterator::NotHidden); *it; ++it) {
             if ((*it)->type() >= ProjectRows::FolderRTTI

@@ -240,15 +240,15 @@ private Q_SLOTS:
         const OfferedCommands offered{
             [&asked] {
                 ++asked;
-                return QList<ShortcutCommand>{{u"plugin_out"_s, u"Step out"_s, u"Debug"_s, {}}};
+                return QList<ShortcutCommand>{{u"plugin_out"_s, u"Step Out"_s, u"Debug"_s, {}}};
             },
             [&executed](const QString &name) { executed.append(name); }};
         auto shortcuts = std::make_unique<Shortcuts>(m_window.get(), *m_settings, chordFile());
         shortcuts->setOffered(offered);
-        QCOMPARE(shortcuts->choices().commands.value(0).text, u"Step out"_s);
+        QCOMPARE(shortcuts->choices().commands.value(0).text, u"Step Out"_s);
         shortcuts->setOptions({{}, {{u"plugin_out"_s, {keys(u"F12"_s)}}}});
         QCOMPARE(shortcuts->choices().commands.size(), 1); // with keys it is an action as well
-        QCOMPARE(shortcuts->choices().commands.value(0).text, u"Step out"_s);
+        QCOMPARE(shortcuts->choices().commands.value(0).text, u"Step Out"_s);
         m_window->show();
         QVERIFY(QTest::qWaitForWindowActive(m_window.get()));
         QTest::keyClick(m_window.get(), Qt::Key_F12);

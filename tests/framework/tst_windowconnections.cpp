@@ -371,6 +371,53 @@ private Q_SLOTS:
         QCOMPARE(names.join(u' '), found);
     }
 
+    void projectIsSearchedWholeUnlessAMaskIsGiven()
+    {
+        const ProductWindow f;
+        const QStringList names{u"src/a.c"_s, u"src/b.cpp"_s, u"src/c.s"_s, u"src/d.S"_s, u"src/e.inc"_s};
+        for (const QString &name : names)
+            f.write(name, "needle\n");
+        f.openProject(names);
+        f.answers->meet([](QDialog *dialog) {
+            dialog->findChild<QComboBox *>(u"ScopeCombo"_s)->setCurrentIndex(FindInFilesDialog::CurrentProject);
+            dialog->findChild<QComboBox *>(u"FindWhatCombo"_s)->setEditText(u"needle"_s);
+            dialog->findChild<QPushButton *>(u"FindButton"_s)->click();
+        });
+        f.action(u"editFindInFiles"_s)->trigger();
+        QTRY_VERIFY2(f.output(OutputWindow::FindInFiles).endsWith(u"\n5 occurrences have been found."_s),
+                     qPrintable(f.output(OutputWindow::FindInFiles)));
+    }
+
+    void filesThatTheMaskLeavesOutAreCounted_data()
+    {
+        QTest::addColumn<FindInFilesDialog::Scope>("scope");
+        QTest::addColumn<QString>("mask");
+        QTest::addColumn<QString>("remark");
+        QTest::newRow("project") << FindInFilesDialog::CurrentProject << u"*.c; *.h;*.asm"_s
+                                 << u"2 files of other types have not been searched.\n"_s;
+        QTest::newRow("folder") << FindInFilesDialog::Folder << u"*.c; *.h;*.asm"_s
+                                << u"3 files of other types have not been searched.\n"_s;
+        QTest::newRow("one") << FindInFilesDialog::CurrentProject << u"*.c; *.s"_s
+                             << u"1 file of another type has not been searched.\n"_s;
+        QTest::newRow("none") << FindInFilesDialog::Folder << u"*"_s << QString();
+    }
+
+    void filesThatTheMaskLeavesOutAreCounted()
+    {
+        QFETCH(FindInFilesDialog::Scope, scope);
+        QFETCH(QString, mask);
+        QFETCH(QString, remark);
+        const ProductWindow f;
+        for (const QString &name : {u"src/a.c"_s, u"src/b.cpp"_s, u"src/c.s"_s, u"src/d.txt"_s})
+            f.write(name, "one\n");
+        f.openProject({u"src/a.c"_s, u"src/b.cpp"_s, u"src/c.s"_s});
+        f.answers->meet(
+            [&](QDialog *dialog) { ProductWindow::searchFor(dialog, u"needle"_s, f.path(u"src"_s), scope, mask); });
+        f.action(u"editFindInFiles"_s)->trigger();
+        QTRY_COMPARE(f.output(OutputWindow::FindInFiles),
+                     u"Searching for 'needle'...\n"_s + remark + u"0 occurrences have been found."_s);
+    }
+
     void boxOfConfigurationsFollowsTheProject()
     {
         const ProductWindow f;

@@ -3,6 +3,57 @@
 #include <algorithm>
 #include <QMainWindow>
 #include <QTest>
+#include <QToolBar>
+
+namespace {
+/// Four dock windows above each other at the right edge, each at least 130 pixels high.
+struct Column
+{
+    explicit Column(const QSize &size)
+    {
+        keepDocksFitting(window);
+        for (int i = 0; i < 4; ++i) {
+            docks.append(new DockWindow(QString::number(i), QString::number(i), &window));
+            docks.last()->setWidget(new QWidget);
+            docks.last()->widget()->setMinimumSize(150, 130);
+            window.addDockWidget(Qt::RightDockWidgetArea, docks.last());
+        }
+        window.resize(size);
+        window.show();
+        settle();
+    }
+
+    void settle() const
+    {
+        for (int round = 0; round < 10; ++round)
+            QCoreApplication::processEvents();
+    }
+
+    /// The vertical places of those that are not behind another one.
+    QList<int> placesBeside() const
+    {
+        QList<int> places;
+        for (const DockWindow *dock : docks) {
+            if (!dock->visibleRegion().isEmpty())
+                places.append(dock->y());
+        }
+        return places;
+    }
+
+    int beside() const { return int(placesBeside().size()); }
+
+    QList<QRect> geometries() const
+    {
+        QList<QRect> all;
+        for (const DockWindow *dock : docks)
+            all.append(dock->geometry());
+        return all;
+    }
+
+    QMainWindow window;
+    QList<DockWindow *> docks;
+};
+} // namespace
 
 class DockWindowTest : public QObject
 {
@@ -87,7 +138,7 @@ private Q_SLOTS:
     {
         QMainWindow window;
         const auto add = [&window](Qt::DockWidgetArea area) {
-            auto *dock = new DockWindow({}, {}, &window);
+            auto *dock = new DockWindow(QString::number(window.children().size()), {}, &window);
             dock->setWidget(new QWidget);
             dock->widget()->setMinimumHeight(100);
             window.addDockWidget(area, dock);
@@ -188,6 +239,115 @@ private Q_SLOTS:
         QTRY_VERIFY(window.height() > 400);
         window.resize(500, 200); // the user cannot make it smaller than its contents
         QVERIFY(window.height() > 400);
+    }
+
+    void docksReturnToTheirPlacesWhenThereIsRoom_data()
+    {
+        QTest::addColumn<QSize>("size");
+        QTest::addColumn<int>("beside"); ///< how many stand beside each other
+        QTest::newRow("room for one more") << QSize(500, 420) << 2;
+        QTest::newRow("room for all but one") << QSize(500, 560) << 3;
+        QTest::newRow("room for all") << QSize(500, 900) << 4;
+        QTest::newRow("only wider") << QSize(900, 250) << 1;
+    }
+
+    void docksReturnToTheirPlacesWhenThereIsRoom()
+    {
+        QFETCH(QSize, size);
+        Column column(QSize(500, 250));
+        QCOMPARE(column.beside(), 1);
+        column.window.resize(size);
+        QFETCH(int, beside);
+        QTRY_COMPARE(column.beside(), beside);
+        QCOMPARE(column.window.size(), size);
+        QVERIFY(std::ranges::is_sorted(column.placesBeside()));
+        column.window.resize(500, 250); // and again
+        QTRY_COMPARE(column.beside(), 1);
+        QCOMPARE(column.window.size(), QSize(500, 250));
+        column.window.resize(500, 900);
+        QTRY_COMPARE(column.beside(), 4);
+        QVERIFY(std::ranges::is_sorted(column.placesBeside()));
+    }
+
+    void nestedDocksReturnToTheirPlaces()
+    {
+        Column column(QSize(500, 900));
+        column.window.splitDockWidget(column.docks[0], column.docks[3], Qt::Horizontal);
+        column.window.tabifyDockWidget(column.docks[1], column.docks[2]);
+        column.settle();
+        const QList<QRect> before = column.geometries();
+        QVERIFY(before[0].left() < before[3].left());
+        column.docks[0]->widget()->setMinimumHeight(780);
+        QTRY_COMPARE(column.beside(), 2);
+        column.docks[0]->widget()->setMinimumHeight(130);
+        column.window.resize(500, 1200);
+        QTRY_COMPARE(column.beside(), 3);
+        column.window.resize(500, 900);
+        column.settle();
+        QCOMPARE(column.window.tabifiedDockWidgets(column.docks[1]), QList<QDockWidget *>{column.docks[2]});
+        QVERIFY(column.window.tabifiedDockWidgets(column.docks[3]).isEmpty());
+        QCOMPARE(column.docks[3]->y(), column.docks[0]->y());
+        QVERIFY(column.docks[3]->x() > column.docks[0]->x());
+    }
+
+    void dockThatTheUserHidesMakesRoomForTheOthers()
+    {
+        Column column(QSize(500, 420));
+        QCOMPARE(column.beside(), 2);
+        column.docks[1]->hide();
+        column.docks[3]->hide();
+        QTRY_COMPARE(column.window.tabifiedDockWidgets(column.docks[0]).size(), 0);
+        QTRY_COMPARE(column.window.tabifiedDockWidgets(column.docks[2]).size(), 0);
+        QVERIFY(column.docks[1]->isHidden());
+        QVERIFY(column.docks[3]->isHidden());
+        QVERIFY(column.docks[0]->y() < column.docks[2]->y());
+    }
+
+    void changesOfTheUserWhileDocksAreJoinedRemain()
+    {
+        Column column(QSize(500, 250));
+        auto *one = new QToolBar(QStringLiteral("one"), &column.window);
+        auto *two = new QToolBar(QStringLiteral("two"), &column.window);
+        for (QToolBar *bar : {one, two}) {
+            bar->setObjectName(bar->windowTitle());
+            bar->addWidget(new QWidget)->setVisible(true);
+        }
+        column.docks[2]->hide();
+        column.docks[3]->setFloating(true);
+        column.window.addToolBar(Qt::LeftToolBarArea, two);
+        column.window.addToolBar(Qt::LeftToolBarArea, one);
+        column.settle();
+        column.window.resize(500, 900);
+        QTRY_COMPARE(column.window.tabifiedDockWidgets(column.docks[0]).size(), 0);
+        QVERIFY(column.docks[2]->isHidden());
+        QVERIFY(column.docks[3]->isFloating());
+        QCOMPARE(column.window.toolBarArea(one), Qt::LeftToolBarArea);
+        QCOMPARE(column.window.toolBarArea(two), Qt::LeftToolBarArea);
+        column.settle();
+        QVERIFY(two->y() < one->y());
+    }
+
+    void dockInFrontStaysInFront()
+    {
+        Column column(QSize(500, 250));
+        column.docks[1]->raise();
+        column.settle();
+        QVERIFY(!column.docks[1]->visibleRegion().isEmpty());
+        column.window.resize(500, 420);
+        QTRY_COMPARE(column.beside(), 2);
+        QVERIFY(!column.docks[1]->visibleRegion().isEmpty());
+    }
+
+    void dockThatTheUserMovesMakesTheLayoutTheUsersOwn()
+    {
+        Column column(QSize(500, 250));
+        column.window.addDockWidget(Qt::LeftDockWidgetArea, column.docks[3]);
+        column.settle();
+        column.window.resize(500, 900);
+        column.settle();
+        QCOMPARE(column.window.dockWidgetArea(column.docks[3]), Qt::LeftDockWidgetArea);
+        QVERIFY(column.window.tabifiedDockWidgets(column.docks[3]).isEmpty());
+        QCOMPARE(column.window.tabifiedDockWidgets(column.docks[0]).size(), 2);
     }
 
     /// A layout that requests another one would use the whole time of a processor.

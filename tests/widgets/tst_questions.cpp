@@ -106,6 +106,37 @@ private Q_SLOTS:
         QCOMPARE(askForOpenFiles(nullptr, question), QStringList());
     }
 
+    void directoryThatDoesNotExistIsNoProposal_data()
+    {
+        QTest::addColumn<QString>("start");
+        QTest::newRow("missing") << u"/Documents"_s;
+        QTest::newRow("missing in a missing one") << u"/Documents/projects"_s;
+        QTest::newRow("present") << QString();
+    }
+
+    void directoryThatDoesNotExistIsNoProposal()
+    {
+        QFETCH(QString, start);
+        QTemporaryDir directory;
+        const QString home = QDir(directory.path()).canonicalPath();
+        for (const auto &question : {askForOpenFile, askForSaveFile, askForDirectory}) {
+            whenAsked<QFileDialog>([&](QFileDialog *dialog) {
+                QCOMPARE(dialog->directory().path(), home);
+                QCOMPARE(dialog->findChild<QLineEdit *>(u"fileNameEdit"_s)->text(), QString());
+            });
+            QCOMPARE(question(nullptr, {u"d"_s, u"c"_s, home + start, {}}), QString());
+        }
+    }
+
+    void fileThatExistsIsProposed()
+    {
+        QTemporaryDir directory;
+        touch(directory.filePath(u"a.c"_s));
+        whenAsked<QFileDialog>(
+            [](QFileDialog *dialog) { QCOMPARE(dialog->findChild<QLineEdit *>(u"fileNameEdit"_s)->text(), u"a.c"_s); });
+        QCOMPARE(askForOpenFile(nullptr, {u"d"_s, u"c"_s, directory.filePath(u"a.c"_s), {}}), QString());
+    }
+
     void allFilesAreListedWithOrWithoutADot_data()
     {
         QTest::addColumn<QString>("filter");

@@ -274,6 +274,7 @@ private Q_SLOTS:
             write(name, "needle\n");
         QCOMPARE(found({.text = u"needle"_s, .mask = mask}).replaceInStrings(u":1:needle"_s, QString()).join(u' '),
                  expected);
+        QCOMPARE(m_searcher->filesSkipped(), 6 - expected.split(u' ', Qt::SkipEmptyParts).size());
     }
 
     void foldersBelowAreSearchedIfRecursive()

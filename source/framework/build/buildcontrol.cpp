@@ -278,7 +278,10 @@ void BuildControl::showOutcome(bool success)
         return;
     const QString seconds = QString::number(double(m_time.elapsed()) / 1000, 'f', 1);
     m_time.invalidate();
-    const QString counts = m_window.outputWindow()->page(OutputWindow::Build)->countsText();
+    OutputPage *page = m_window.outputWindow()->page(OutputWindow::Build);
+    if (!success && !m_stopRequested)
+        page->showFirstError();
+    const QString counts = page->countsText();
     QString text = m_stopRequested ? tr("Build stopped after %1 s").arg(seconds)
                    : success       ? tr("Build finished in %1 s").arg(seconds)
                                    : tr("Build failed after %1 s").arg(seconds);

@@ -5,11 +5,15 @@
 #include <QLineEdit>
 #include <QSettings>
 #include <QStandardItemModel>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
 namespace {
 constexpr int HistoryLength = 11; ///< number of entries of a box besides the current text
+const auto EveryFile = u"*.*"_s;
+const auto MaskKey = u"FileMask"_s;
+const auto ListedMaskKey = u"ListedFileMask"_s;
 
 /// Null if the user cancels.
 QString askForDirectory(QWidget *parent, const QString &directory)
@@ -28,7 +32,7 @@ FindInFilesDialog::FindInFilesDialog(QSettings *settings, QWidget *parent, const
 {
     m_ui->setupUi(this);
     setObjectName(name);
-    m_ui->FileTypesCombo->addItems({u"*.c; *.h;*.asm"_s, u"*.txt"_s, u"*.*"_s});
+    m_ui->FileTypesCombo->addItems({u"*.c; *.h;*.asm"_s, u"*.txt"_s, EveryFile});
     m_ui->LookInCombo->lineEdit()->setPlaceholderText(QDir::toNativeSeparators(QDir::currentPath()));
     load();
     connect(m_ui->BrowseButton, &QPushButton::clicked, this, &FindInFilesDialog::browse);
@@ -46,7 +50,7 @@ void FindInFilesDialog::load()
     m_settings->beginGroup(u"/FindInFiles"_s);
     loadHistory(u"Match"_s, m_ui->FindWhatCombo);
     loadHistory(u"Folder"_s, m_ui->LookInCombo);
-    const QString mask = m_settings->value(u"FileMask"_s).toString();
+    const QString mask = m_settings->value(MaskKey).toString();
     if (!mask.isEmpty())
         m_ui->FileTypesCombo->setEditText(mask);
     m_ui->MatchCaseCheck->setChecked(m_settings->value(u"MatchCase"_s, false).toBool());
@@ -55,7 +59,20 @@ void FindInFilesDialog::load()
     m_ui->RegExpCheck->setChecked(m_settings->value(u"UseRegExp"_s, false).toBool());
     const int scope = m_settings->value(u"Scope"_s, int(Folder)).toInt();
     m_ui->ScopeCombo->setCurrentIndex(std::clamp(scope, int(Folder), int(OpenDocuments)));
+    m_otherMask = m_settings->value(ListedMaskKey, EveryFile).toString();
     m_settings->endGroup();
+    showMask();
+}
+
+/// The default for folders leaves out many of a project's sources, so each kind of scope has its own file types.
+void FindInFilesDialog::showMask()
+{
+    const bool isOfFolder = scope() == Folder;
+    if (isOfFolder == m_maskIsOfFolder)
+        return;
+    m_maskIsOfFolder = isOfFolder;
+    const QString other = std::exchange(m_otherMask, mask());
+    m_ui->FileTypesCombo->setEditText(other);
 }
 
 void FindInFilesDialog::loadHistory(const QString &key, HistoryCombo *combo)
@@ -83,6 +100,7 @@ void FindInFilesDialog::saveHistory(const QString &key, const HistoryCombo *comb
 /// What has no effect is disabled, and there must be something to search for, and somewhere to search.
 void FindInFilesDialog::refresh()
 {
+    showMask();
     const bool inFolder = scope() == Folder;
     const std::initializer_list<QWidget *> ofFolder{m_ui->LookInCombo, m_ui->LookInLabel, m_ui->BrowseButton,
                                                     m_ui->SubfoldersCheck};
@@ -125,7 +143,9 @@ void FindInFilesDialog::accept()
     m_settings->beginGroup(u"/FindInFiles"_s);
     saveHistory(u"Match"_s, m_ui->FindWhatCombo);
     saveHistory(u"Folder"_s, m_ui->LookInCombo);
-    m_settings->setValue(u"FileMask"_s, mask());
+    m_settings->setValue(MaskKey, scope() == Folder ? mask() : m_otherMask);
+    if (scope() != Folder)
+        m_settings->setValue(ListedMaskKey, mask());
     m_settings->setValue(u"MatchCase"_s, caseSensitive());
     m_settings->setValue(u"MatchWholeWord"_s, wholeWord());
     m_settings->setValue(u"LookInSubfolders"_s, recursive());

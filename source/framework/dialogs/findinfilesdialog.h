@@ -40,9 +40,12 @@ public Q_SLOTS:
 private:
     void load();
     void refresh();
+    void showMask();
     void loadHistory(const QString &key, HistoryCombo *combo);
     void saveHistory(const QString &key, const HistoryCombo *combo);
 
     const std::unique_ptr<Ui::FindInFilesDialogBase> m_ui;
     QSettings *m_settings;
+    QString m_otherMask;          ///< of folders while that of listed files is shown, or the reverse
+    bool m_maskIsOfFolder = true; ///< the one that is shown
 };

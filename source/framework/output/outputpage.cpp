@@ -293,6 +293,25 @@ void OutputPage::scrollToEnd()
     verticalScrollBar()->setValue(verticalScrollBar()->maximum());
 }
 
+/// Further errors often follow from the first one. A user who has scrolled is reading something else.
+void OutputPage::showFirstError()
+{
+    constexpr int LinesBefore = 2; // they often name the function or the file that includes the one with the error
+    closeBatch();
+    if (!isAtEnd())
+        return;
+    for (QTextBlock line = document()->begin(); line.isValid(); line = line.next()) {
+        const LineData *data = dataOf(line);
+        if (!data || data->severity != OutputSeverity::Error)
+            continue;
+        const int first = std::max(0, line.blockNumber() - LinesBefore); // the bar counts lines
+        if (first < verticalScrollBar()->value())
+            verticalScrollBar()->setValue(first);
+        horizontalScrollBar()->setValue(horizontalScrollBar()->minimum());
+        return;
+    }
+}
+
 bool OutputPage::event(QEvent *event)
 {
     closeBatch();

@@ -43,6 +43,8 @@ public:
     };
     /// Adds lines of @p owner at the end, in place of those that it has added before. Other lines stay.
     void replaceLines(const QString &owner, const QList<Line> &lines);
+    /// Scrolls to the first error, if there is one and the end is shown. The cursor stays.
+    void showFirstError();
 
 public Q_SLOTS:
     /// Adds text at the end, which can have several lines. A whole line, which ends in "\n", becomes a new paragraph,

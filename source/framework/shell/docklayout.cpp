@@ -206,9 +206,11 @@ DockPlacement DockLayout::placementOf(QWidget *window) const
 void DockLayout::save(ActivityState state) const
 {
     m_settings->beginGroup(groupOf(state));
-    for (QWidget *window : m_windows())
-        m_settings->setValue(window->objectName(), placementOf(window).text());
-    m_settings->setValue(StateKey, ToolBarRows::stateOf(m_window));
+    withOwnDockLayout(*m_window, [this] {
+        for (QWidget *window : m_windows())
+            m_settings->setValue(window->objectName(), placementOf(window).text());
+        m_settings->setValue(StateKey, ToolBarRows::stateOf(m_window));
+    });
     m_settings->endGroup();
 }
 
@@ -235,6 +237,7 @@ void DockLayout::restore(ActivityState state) const
     QLayout *layout = m_window->layout();
     const QLayout::SizeConstraint constraint = layout->sizeConstraint();
     layout->setSizeConstraint(QLayout::SetNoConstraint); // on the way, docks side by side would enlarge the window
+    takeDockLayout(*m_window);
     place(placed);
     if (!exact.isEmpty())
         m_window->restoreState(exact);

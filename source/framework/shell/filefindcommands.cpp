@@ -131,15 +131,15 @@ FileSearch FileFindCommands::searchOf(const FindInFilesDialog &dialog) const
                       .mask = dialog.mask(),
                       .recursive = dialog.recursive()};
     if (dialog.scope() != FindInFilesDialog::Folder)
-        search.files = filesOf(dialog.scope(), dialog.mask());
+        search.files = filesOf(dialog.scope());
     search.editedTexts = editedTexts(*m_window.workspace());
     return search;
 }
 
-QStringList FileFindCommands::filesOf(FindInFilesDialog::Scope scope, const QString &mask) const
+QStringList FileFindCommands::filesOf(FindInFilesDialog::Scope scope) const
 {
     if (scope == FindInFilesDialog::OpenDocuments)
-        return withMask(textFiles(*m_window.workspace()), mask);
+        return textFiles(*m_window.workspace());
     QStringList paths;
     for (const QPointer<Project> &project : m_activity.projects()) {
         if (scope == FindInFilesDialog::CurrentProject && project != m_activity.currentProject())
@@ -148,11 +148,17 @@ QStringList FileFindCommands::filesOf(FindInFilesDialog::Scope scope, const QStr
         collect(project->folders(), *project, &paths);
     }
     paths.removeDuplicates();
-    return withMask(paths, mask);
+    return paths;
 }
 
-void FileFindCommands::start(const FileSearch &search)
+void FileFindCommands::start(FileSearch search)
 {
+    m_skipped = 0;
+    if (search.files) {
+        const qsizetype all = search.files->size();
+        search.files = withMask(*search.files, search.mask);
+        m_skipped = all - search.files->size();
+    }
     m_window.showOutputDock();
     OutputWindow *output = m_window.outputWindow();
     output->clearPage(OutputWindow::FindInFiles);
@@ -184,7 +190,17 @@ void FileFindCommands::searchMatchFound(const QString &file, int line, const QSt
 void FileFindCommands::searchFinished()
 {
     endSearch();
-    print(countText());
+    print(skippedText() + countText());
+}
+
+/// Without it a mask that is too narrow looks like a text that does not occur.
+QString FileFindCommands::skippedText() const
+{
+    const qsizetype skipped = m_skipped + m_searcher.filesSkipped();
+    if (skipped == 0)
+        return {};
+    return skipped == 1 ? tr("1 file of another type has not been searched.\n")
+                        : tr("%1 files of other types have not been searched.\n").arg(skipped);
 }
 
 QString FileFindCommands::countText() const

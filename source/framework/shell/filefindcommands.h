@@ -22,11 +22,12 @@ public:
 private:
     [[nodiscard]] QString proposedText() const;
     [[nodiscard]] FileSearch searchOf(const FindInFilesDialog &dialog) const;
-    [[nodiscard]] QStringList filesOf(FindInFilesDialog::Scope scope, const QString &mask) const;
-    void start(const FileSearch &search);
+    [[nodiscard]] QStringList filesOf(FindInFilesDialog::Scope scope) const;
+    void start(FileSearch search);
     void searchMatchFound(const QString &file, int line, const QString &text);
     void searchFinished();
     [[nodiscard]] QString countText() const;
+    [[nodiscard]] QString skippedText() const;
     void showProgress();
     void endSearch();
     void print(const QString &text);
@@ -37,4 +38,5 @@ private:
     FileSearcher m_searcher;
     QTimer m_progressTimer; ///< runs during a search
     int m_matchCount = 0;
+    qsizetype m_skipped = 0; ///< listed files that do not match the mask
 };

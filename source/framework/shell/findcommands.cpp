@@ -46,15 +46,18 @@ void FindCommands::connectDialogs()
         refreshMarks();
     });
     connect(m_replaceDialog, &ReplaceDialog::replaced, this, [this](int count) {
-        m_window.showMessage(count == 1 ? tr("1 occurrence has been replaced.")
-                                        : tr("%1 occurrences have been replaced.").arg(count));
-        refreshMarks();
+        const QString outcome =
+            count == 1 ? tr("1 occurrence has been replaced.") : tr("%1 occurrences have been replaced.").arg(count);
+        m_window.showMessage(outcome);
+        refreshMarks(m_window.viewManager()->currentView(), outcome);
     });
     connect(&m_counter, &MatchCounter::counted, this, [this](int matches, bool isMore) {
         showCount(isMore         ? tr("More than %1 matches").arg(matches)
                   : matches == 0 ? tr("No match")
                   : matches == 1 ? tr("1 match")
                                  : tr("%1 matches").arg(matches));
+        if (matches == 0 && !m_outcome.isEmpty())
+            m_replaceDialog->showCount(m_outcome); // there is none because all have been replaced
     });
     connect(&m_counter, &MatchCounter::givenUp, this, [this] { showCount(tr("The expression takes too long")); });
 }
@@ -172,12 +175,13 @@ void FindCommands::refreshMarks()
 }
 
 /// Marks and counts the matches of the dialog that is open, in the view that is in front.
-void FindCommands::refreshMarks(View *current)
+void FindCommands::refreshMarks(View *current, const QString &outcome)
 {
     auto *view = qobject_cast<TextView *>(current);
     if (m_marked && m_marked != view)
         m_marked->markMatches(nullptr);
     m_counter.stop();
+    m_outcome = outcome;
     showCount({});
     const bool isOpen = m_findDialog->isVisible() || m_replaceDialog->isVisible();
     m_marked = isOpen ? view : nullptr;
@@ -206,7 +210,7 @@ void FindCommands::tellMissingText(View *current)
 void FindCommands::showCount(const QString &text)
 {
     m_findDialog->showCount(text);
-    m_replaceDialog->showCount(text);
+    m_replaceDialog->showCount((m_outcome + u' ' + text).trimmed());
 }
 
 /// A dialog that covers the match is moved.

@@ -33,7 +33,7 @@ private:
     void findFromDialog(bool forward);
     void showResult(bool found, const TextPattern &pattern, const std::function<bool()> &findFromStart);
     void refreshMarks();
-    void refreshMarks(View *current);
+    void refreshMarks(View *current, const QString &outcome = {});
     void tellMissingText(View *current);
     void showCount(const QString &text);
     void keepMatchVisible();
@@ -42,5 +42,6 @@ private:
     FindDialog *m_findDialog;
     ReplaceDialog *m_replaceDialog;
     MatchCounter m_counter;
+    QString m_outcome;           ///< of the last replacement, until something else is searched for
     QPointer<TextView> m_marked; ///< the view in which matches are marked; null if there is none
 };

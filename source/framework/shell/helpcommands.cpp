@@ -59,6 +59,7 @@ HelpCommands::HelpCommands(const Activity &activity, WindowServices &window, Pro
                 [this] { IDEApplication::instance()->editPlugins(m_window.dialogParent()); });
     if (const QAction *report = window.action(u"helpReport"_s))
         connect(report, &QAction::triggered, this, &HelpCommands::reportProblem);
+    connect(&projects, &ProjectCommands::recentWorkspacesChanged, this, &HelpCommands::refreshPages);
     m_contents->showSearchRow();
     m_window.navigator()->setHelpWidget(m_contents.get());
     for (DocumentTemplate *docTemplate : m_window.workspace()->templates()) {
@@ -187,6 +188,15 @@ bool HelpCommands::completeCopy(const ExampleCopy &copy)
 QString HelpCommands::filledIn(const QString &page)
 {
     return QString(page).replace(u"$(RecentWorkspaces)"_s, recentWorkspaces());
+}
+
+/// Those that show what has changed.
+void HelpCommands::refreshPages() const
+{
+    for (View *view : m_window.viewManager()->views()) {
+        if (auto *help = qobject_cast<HelpView *>(view))
+            help->refresh();
+    }
 }
 
 QString HelpCommands::recentWorkspaces() const

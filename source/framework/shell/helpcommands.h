@@ -42,6 +42,7 @@ private:
     [[nodiscard]] QString editableExample(const QString &path);
     [[nodiscard]] bool completeCopy(const ExampleCopy &copy);
     [[nodiscard]] QString recentWorkspaces() const;
+    void refreshPages() const;
 
     const Activity &m_activity;
     WindowServices &m_window;

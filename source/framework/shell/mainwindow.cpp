@@ -6,6 +6,7 @@
 #include "document.h"
 #include "droppedfiles.h"
 #include "filecommands.h"
+#include "helpview.h"
 #include "ideapplication.h"
 #include "navigator.h"
 #include "outputwindow.h"
@@ -165,6 +166,8 @@ void MainWindow::viewActivated(View *view)
 void MainWindow::cursorPositionChanged(int line, int column)
 {
     m_parts->status.setCursor(line, column);
+    if (qobject_cast<HelpView *>(m_parts->viewManager->currentView())) // its lines have no numbers for the user
+        m_parts->status.clearCursor();
 }
 
 // Workspaces and the program's start --------------------------------------

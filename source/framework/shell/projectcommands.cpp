@@ -117,6 +117,7 @@ void ProjectCommands::openRecent(int index)
     showWarning(m_window.dialogParent(),
                 tr("The workspace could not be opened.\n\nIt will be removed from the Recent Workspaces list."));
     m_recentWorkspaces.remove(path);
+    Q_EMIT recentWorkspacesChanged();
 }
 
 bool ProjectCommands::openProject(const QString &path, bool addToRecent)
@@ -173,8 +174,10 @@ bool ProjectCommands::refuse(const QString &message)
 
 bool ProjectCommands::show(std::unique_ptr<ProjectWorkspace> workspace, const QString &path, bool addToRecent)
 {
-    if (addToRecent)
+    if (addToRecent) {
         m_recentWorkspaces.add(path);
+        Q_EMIT recentWorkspacesChanged();
+    }
     rememberDirectories(path);
     const QPointer<ProjectWorkspace> opened(workspace.get()); // scripts and plug-ins may open another one
     m_activity.openWorkspace(std::move(workspace));

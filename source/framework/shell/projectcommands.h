@@ -59,6 +59,7 @@ public:
     void saveRecentWorkspaces() const { m_recentWorkspaces.save(); }
 
 Q_SIGNALS:
+    void recentWorkspacesChanged();
     void sessionEndRequested(); ///< The debug session has to end before the workspace is closed.
 
 private:

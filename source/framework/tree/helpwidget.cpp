@@ -30,6 +30,8 @@ public:
     Q_DISABLE_COPY_MOVE(WaitCursor)
 };
 
+constexpr int ShortestText = 14; ///< characters for which the search field always has room
+
 bool writePage(const QString &path, const QString &page)
 {
     QFile file(path);
@@ -48,6 +50,7 @@ HelpWidget::HelpWidget(const HelpFiles &files, WindowServices &window, QWidget *
     m_ui->setupUi(this);
     for (QWidget *widget : searchRow())
         widget->hide();
+    setLeastWidths();
     loadIndexes();
     connect(m_ui->HelpListView, &QTreeWidget::itemClicked, this,
             [this](QTreeWidgetItem *item) { slotSelectionChanged(static_cast<ListViewItem *>(item)); });
@@ -169,6 +172,23 @@ void HelpWidget::slotSelectionChanged(ListViewItem *item)
 QList<QWidget *> HelpWidget::searchRow() const
 {
     return {m_ui->SearchLabel, m_ui->SearchEdit, m_ui->SearchButton};
+}
+
+/// In a narrow navigator the field needs the room more than the button, which would take what the style gives each
+/// button.
+void HelpWidget::setLeastWidths()
+{
+    const QFontMetrics metrics = fontMetrics();
+    const QString text = m_ui->SearchButton->text();
+    m_ui->SearchButton->setMinimumWidth(metrics.size(Qt::TextShowMnemonic, text).width() + 2 * metrics.maxWidth() / 3);
+    m_ui->SearchEdit->setMinimumWidth(metrics.averageCharWidth() * ShortestText);
+}
+
+void HelpWidget::changeEvent(QEvent *event)
+{
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange)
+        setLeastWidths();
 }
 
 void HelpWidget::showSearchRow()

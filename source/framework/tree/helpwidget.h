@@ -41,6 +41,9 @@ public Q_SLOTS:
     void slotSelectionChanged(ListViewItem *item);
     void slotSearch();
 
+protected:
+    void changeEvent(QEvent *event) override;
+
 Q_SIGNALS:
     void openHelp(const QString &path);
     void previousAvailable(bool available);
@@ -58,6 +61,7 @@ private:
     void goToPageBeside(int step);
 
     // Search
+    void setLeastWidths();
     [[nodiscard]] QString showResults(const QString &query);
     bool provideIndex();
     bool loadIndex(const QString &file);

@@ -7,6 +7,7 @@
 #include "varnelassert.h"
 #include <QApplication>
 #include <QBoxLayout>
+#include <QLabel>
 #include <QTabWidget>
 
 using namespace Qt::StringLiterals;
@@ -62,10 +63,17 @@ void Navigator::addTree()
     filter->setAccessibleName(tr("Filter of the projects"));
     connect(filter, &QLineEdit::textChanged, m_tree, &ProjectTree::setFilter);
     connect(filter, &FilterEdit::listRequested, m_tree, qOverload<>(&QWidget::setFocus));
+    auto *noMatch = new QLabel(tr("No match"), m_treePage);
+    noMatch->setObjectName(u"noMatchLabel"_s);
+    noMatch->setAlignment(Qt::AlignHCenter);
+    noMatch->hide();
+    connect(m_tree, &ProjectTree::filtered, noMatch,
+            [noMatch, filter](bool any) { noMatch->setVisible(!any && !filter->text().isEmpty()); });
     auto *layout = new QVBoxLayout(m_treePage);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);
     layout->addWidget(filter);
+    layout->addWidget(noMatch);
     layout->addWidget(m_tree);
     m_treePage->setFocusProxy(m_tree);
     m_tree->setObjectName(u"ProjectTree"_s);

@@ -49,7 +49,7 @@ void ProjectItemView::refreshLater()
 void ProjectItemView::refreshRows()
 {
     if (m_rowsAdded && !m_filter.isEmpty())
-        m_rows.filter(m_filter);
+        Q_EMIT filtered(m_rows.filter(m_filter));
     m_rowsAdded = false;
     const int bottom = viewport()->height();
     ListViewItem *item = itemAt(QPoint(0, 0));
@@ -60,7 +60,7 @@ void ProjectItemView::refreshRows()
 void ProjectItemView::setFilter(const QString &text)
 {
     m_filter = text;
-    m_rows.filter(text);
+    Q_EMIT filtered(m_rows.filter(text));
 }
 
 void ProjectItemView::expandAll()

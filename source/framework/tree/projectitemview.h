@@ -25,6 +25,9 @@ public Q_SLOTS:
     void expandAll();
     void expandToDepth(int depth);
 
+Q_SIGNALS:
+    void filtered(bool any); ///< whether a row contains the text of the filter
+
 protected:
     void refreshLater(); ///< Filters new rows and marks those on screen, once after all changes.
     [[nodiscard]] ProjectRows &rows() { return m_rows; }

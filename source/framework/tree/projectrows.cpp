@@ -196,30 +196,43 @@ void ProjectRows::updateFile(const ListViewItem *item)
 
 // The filter --------------------------------------------------------------
 
-void ProjectRows::filter(const QString &text)
+bool ProjectRows::filter(const QString &text)
 {
+    bool any = false;
     if (!text.isEmpty() && !m_unfiltered)
         m_unfiltered = openRows();
     if (!text.isEmpty())
         makeAll();
     for (ProjectTreeItem *item : std::as_const(m_projectItems)) {
-        filterBelow(item, text);
+        const Project *project = projectOf(item); // the row also names its environments
+        any = filterRow(item, project ? project->name() : item->text(0), text) || any;
         item->setHidden(false);
     }
     if (text.isEmpty() && m_unfiltered)
         restore(*std::exchange(m_unfiltered, std::nullopt));
+    return any;
 }
 
-/// Whether a row below @p item is shown. All rows below one that matches are shown.
+/// Whether @p name, that of @p item, or a row below it matches. One that matches is opened, and all rows below it are
+/// shown.
+bool ProjectRows::filterRow(QTreeWidgetItem *item, const QString &name, const QString &text)
+{
+    const bool matches = name.contains(text, Qt::CaseInsensitive);
+    const bool matchesBelow = filterBelow(item, matches ? QString() : text);
+    if (matches && !text.isEmpty())
+        item->setExpanded(true);
+    return matches || matchesBelow;
+}
+
+/// Whether a row below @p item is shown.
 bool ProjectRows::filterBelow(QTreeWidgetItem *item, const QString &text)
 {
     bool any = false;
     for (int i = 0; i < item->childCount(); ++i) {
         QTreeWidgetItem *child = item->child(i);
-        const bool matches = child->text(0).contains(text, Qt::CaseInsensitive);
-        const bool matchesBelow = filterBelow(child, matches ? QString() : text);
-        child->setHidden(!matches && !matchesBelow);
-        any = any || matches || matchesBelow;
+        const bool isShown = filterRow(child, child->text(0), text);
+        child->setHidden(!isShown);
+        any = any || isShown;
     }
     if (any && !text.isEmpty())
         item->setExpanded(true);

@@ -45,9 +45,9 @@ public:
     void updateActivity();                     ///< The pictures of active and of inactive projects.
     void updateMarks();                        ///< Of projects that are modified or could not be loaded.
     void updateFile(const ListViewItem *item); ///< Whether the file of a row exists, and is open and modified.
-    /// Hides the rows whose text does not contain @p text and that have no such row below or above them. An empty text
-    /// shows all rows, and opens and closes them as they were.
-    void filter(const QString &text);
+    /// Hides the rows whose name does not contain @p text and that have no such row below or above them. An empty text
+    /// shows all rows, and opens and closes them as they were. False if no row contains it.
+    bool filter(const QString &text);
     void markCurrent(const Project *project);
 
     /// The row of an object, which is created if necessary; null if the object is not in the tree.
@@ -73,6 +73,7 @@ private:
     [[nodiscard]] OpenRows openRows() const;
     void restore(const OpenRows &rows);
     void openFoldersBelow(QTreeWidgetItem *item, const QSet<QString> &folders);
+    bool filterRow(QTreeWidgetItem *item, const QString &name, const QString &text);
     bool filterBelow(QTreeWidgetItem *item, const QString &text);
     ListViewItem *addProject(ListViewItem *root, ListViewItem *after, Project *project);
     ProjectTreeItem *makeItem(ProjectFolder *folder);

@@ -537,9 +537,9 @@ void tst_BoardSession::logCommandShowsCommandsAndAnswers()
     QStringList texts;
     for (const ExtensionCommand &command : commands->commands())
         texts.append(command.text + (command.enabled ? u" +"_s : QString()) + (command.checked ? u" x"_s : QString()));
-    QCOMPARE(texts, (QStringList{u"Step out"_s, u"Step instruction"_s, u"Reload program"_s, u"Load symbols..."_s,
-                                 u"Stop where exceptions are thrown +"_s, u"Stop where exceptions are caught +"_s,
-                                 u"Log the dialogue with gdb +"_s}));
+    QCOMPARE(texts, (QStringList{u"Step Out"_s, u"Step Instruction"_s, u"Reload Program"_s, u"Load Symbols..."_s,
+                                 u"Stop Where Exceptions Are Thrown +"_s, u"Stop Where Exceptions Are Caught +"_s,
+                                 u"Log the Dialogue with gdb +"_s}));
     commands->execute(u"log"_s);
     QVERIFY(commands->commands().last().checked);
     QVERIFY(session.start());

@@ -887,7 +887,7 @@ private Q_SLOTS:
         QVERIFY(fixture.build());
         const ExtensionCommand command = fixture.environment->commands().first();
         QVERIFY(command.enabled);
-        QCOMPARE(command.text, u"Show sizes"_s);
+        QCOMPARE(command.text, u"Show Sizes"_s);
         QCOMPARE(command.whatsThis,
                  u"Shows on the page \"Build\" how much flash and RAM the sections of the program take."_s);
         fixture.events->text.clear();
