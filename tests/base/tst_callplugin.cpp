@@ -450,6 +450,18 @@ private Q_SLOTS:
         QTRY_COMPARE(m_log, (QStringList{u"b"_s, u"a"_s}));
     }
 
+    void equalReportsOfAnotherThreadReachAllTheirReceivers()
+    {
+        QObject other;
+        const std::unique_ptr<QThread> thread(QThread::create([&] {
+            afterPluginCall(this, "a", [this] { m_log += u"this"_s; });
+            afterPluginCall(&other, "a", [this] { m_log += u"other"_s; });
+        }));
+        thread->start();
+        QVERIFY(thread->wait());
+        QTRY_COMPARE(m_log, (QStringList{u"this"_s, u"other"_s}));
+    }
+
     void callThatRunsAnEventLoopGetsWhatItsReportsCause()
     {
         m_plugin->action = [this] {
