@@ -620,6 +620,17 @@ private Q_SLOTS:
         QVERIFY(!f.view->hasMarkerAtCursor(TextView::EnabledBreakpointMarker));
     }
 
+    void noBracketIsMarkedInATargetLine()
+    {
+        EditorFixture f(u"int f()\n{\n}\n"_s);
+        f.putCursor(1, 0);
+        QVERIFY(!f.document->bracketMatch().isNull());
+        f.view->gotoLine(3);
+        QVERIFY(f.document->bracketMatch().isNull());
+        f.view->gotoLine(2);
+        QVERIFY(f.document->bracketMatch().isNull());
+    }
+
     void targetLineHasLinesAroundIt_data()
     {
         QTest::addColumn<int>("line");
@@ -753,6 +764,17 @@ private Q_SLOTS:
         QCOMPARE(f.view->edits().size(), 1);
         QVERIFY(f.view->find(u"7"_s, true, false, true, false));
         QVERIFY(f.edit(0)->textCursor().hasSelection());
+    }
+
+    void closedPaneIsReportedAlsoWithoutTheFocus()
+    {
+        const EditorFixture f(numbered(50));
+        f.view->split();
+        f.view->hide(); // it gets no events of the focus
+        QSignalSpy activated(f.view.get(), &View::viewActivated);
+        f.view->closePane();
+        QCOMPARE(activated.size(), 1);
+        QCOMPARE(f.view->edits().size(), 1);
     }
 
     void panesHaveNamesForTestDrivers()
