@@ -293,6 +293,24 @@ private Q_SLOTS:
         QCOMPARE(edit->toPlainText(), u"a"_s);
     }
 
+    void editorKeepsTheKeyOfADisabledCommand()
+    {
+        auto *edit = new QPlainTextEdit(u"text"_s);
+        m_window->setCentralWidget(edit);
+        QAction *save = addAction(u"save"_s, u"Save"_s, {keys(u"Ctrl+S"_s)});
+        const QSignalSpy saved(save, &QAction::triggered);
+        Shortcuts shortcuts(m_window.get(), *m_settings, chordFile());
+        shortcuts.setOptions({{}, {{u"save"_s, {keys(u"Ctrl+X"_s)}}}});
+        save->setEnabled(false);
+        m_window->show();
+        QVERIFY(QTest::qWaitForWindowActive(m_window.get()));
+        edit->setFocus();
+        edit->selectAll();
+        QTest::keyClick(edit->window()->windowHandle(), Qt::Key_X, Qt::ControlModifier);
+        QCOMPARE(edit->toPlainText(), QString());
+        QCOMPARE(saved.size(), 0);
+    }
+
     void editorKeepsItsKeysWithoutASet()
     {
         auto *edit = new QPlainTextEdit(u"text"_s);

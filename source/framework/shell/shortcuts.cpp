@@ -170,8 +170,6 @@ void Shortcuts::apply(QAction *action)
 bool Shortcuts::isChangedCommand(const QKeySequence &stroke) const
 {
     for (const QAction *action : commandsOf(m_window)) {
-        if (!action->isEnabled())
-            continue;
         const QList<QKeySequence> before = defaultKeysOf(action);
         for (const QKeySequence &keys : action->shortcuts()) {
             if (!before.contains(keys) && areInConflict(keys, stroke))
