@@ -8,6 +8,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QRadioButton>
 
 using namespace Qt::StringLiterals;
 
@@ -102,6 +103,40 @@ private Q_SLOTS:
         QTRY_COMPARE(count->text(), u"2 matches"_s);
     }
 
+    void onlyTheViewInFrontIsMarked()
+    {
+        WindowFixture f;
+        f.settings()->setValue(u"Editor/WorkspaceStyle"_s, 1); // views beside each other
+        f.settings()->setValue(u"Editor/MDIMaximised"_s, 0);
+        f.restart();
+        f.open(u"a.c"_s, "one two one\n");
+        const TextView *first = f.view();
+        f.open(u"b.c"_s, "one\n");
+        const auto picture = [first] { return first->currentEdit()->viewport()->grab().toImage(); };
+        const QImage plain = picture();
+        openFind(f, u"one"_s);
+        f.window->windowNext();
+        QCOMPARE(f.view(), first);
+        QVERIFY(picture() != plain);
+        f.window->windowNext();
+        QVERIFY(f.view() != first);
+        QCOMPARE(picture(), plain);
+    }
+
+    void expressionsAreOfferedForTextsOnly()
+    {
+        const WindowFixture f;
+        f.open(u"a.c"_s, "one\n");
+        openFind(f, u"one"_s);
+        const auto *check = findDialog(f)->findChild<QCheckBox *>(u"RegExpCheck"_s);
+        QVERIFY(check->isEnabled());
+        f.window->openHelp(f.write(u"page.html"_s, "<p>one</p>"));
+        QVERIFY(!check->isEnabled());
+        f.window->windowNext();
+        QVERIFY(f.view());
+        QVERIFY(check->isEnabled());
+    }
+
     void oneSelectedLineIsProposed()
     {
         const WindowFixture f;
@@ -171,6 +206,21 @@ private Q_SLOTS:
         dialog->findChild<QPushButton *>(u"ReplaceAllButton"_s)->click();
         QCOMPARE(f.text(), u"1 two 1\n"_s);
         QCOMPARE(f.status(), u"2 occurrences have been replaced."_s);
+    }
+
+    void onlySeveralSelectedLinesLimitTheReplacement()
+    {
+        const WindowFixture f;
+        f.open(u"a.c"_s, "one\ntwo\none\n");
+        const auto *selection =
+            f.window->findChild<QDialog *>(u"replaceDialog"_s)->findChild<QRadioButton *>(u"SelectionRadio"_s);
+        select(f, 0, 7);
+        f.window->editReplace();
+        QVERIFY(selection->isChecked());
+        select(f, 0, 3);
+        f.window->editReplace();
+        QVERIFY(selection->isEnabled());
+        QVERIFY(!selection->isChecked()); // it is the text to be replaced
     }
 
     void replaceFollowsTheCurrentView()

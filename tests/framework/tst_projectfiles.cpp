@@ -241,6 +241,20 @@ private Q_SLOTS:
         QVERIFY(f.read(u"lib.vnp"_s).contains("added.c"));
     }
 
+    void projectThatChangesInASessionIsOfferedAfterIt()
+    {
+        const Fixture f;
+        f.window->activity().setState(StateRunning);
+        f.changeProjectOutside(u"fw.vnp"_s, "other.c");
+        f.activate();
+        QCOMPARE(f.answers->shown, QStringList());
+        f.window->activity().setState(StateIdle);
+        f.answers->press(QMessageBox::Yes);
+        f.activate();
+        QCOMPARE(f.answers->shown, QStringList(f.reloadQuestion(u"fw.vnp"_s)));
+        QCOMPARE(Fixture::filesOf(f.project(0)), QStringList(u"other.c"_s));
+    }
+
     void savingAllDoesNotAskAboutFilesThatItLeavesAlone()
     {
         const Fixture f;

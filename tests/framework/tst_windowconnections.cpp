@@ -9,6 +9,7 @@
 #include "projecttreeitem.h"
 #include "searchbox.h"
 #include <QComboBox>
+#include <QLabel>
 #include <QMenu>
 #include <QMenuBar>
 #include <QPushButton>
@@ -154,6 +155,20 @@ private Q_SLOTS:
         QCOMPARE(f.enabled(EditActions), u"editUndo"_s);
     }
 
+    void openDialogKeepsTheEditActionsOfTheText()
+    {
+        const ProductWindow f;
+        f.open(u"a.c"_s, "one two");
+        f.view()->setFocus();
+        QTest::keyClick(f.view()->currentEdit(), Qt::Key_X);
+        f.action(u"editFind"_s)->trigger();
+        QTRY_VERIFY(!f.view()->currentEdit()->hasFocus()); // the dialog has it
+        QCOMPARE(f.enabled(EditActions), u"editUndo"_s);
+        f.view()->insertText(u"more"_s);
+        f.view()->selectAll(); // as the dialog does with a match
+        QCOMPARE(f.enabled(EditActions), u"editUndo editCut editCopy"_s);
+    }
+
     void cutAndPasteFollowTheTree()
     {
         const ProductWindow f;
@@ -267,6 +282,17 @@ private Q_SLOTS:
         menu->close();
     }
 
+    void positionOfTheCursorIsShownWhileThereIsAText()
+    {
+        const ProductWindow f;
+        f.open(u"a.c"_s);
+        f.view()->setFocus();
+        const auto *label = f.window->findChild<QLabel *>(u"cursorLabel"_s);
+        QCOMPARE(label->text(), u" Ln 1, Col 1"_s);
+        f.window->fileCloseAll();
+        QCOMPARE(label->text(), QString());
+    }
+
     void searchInFilesRaisesTheOutput()
     {
         const ProductWindow f;
@@ -303,6 +329,33 @@ private Q_SLOTS:
         QTRY_COMPARE(f.output(OutputWindow::FindInFiles),
                      u"Searching for 'needle'...\n%1(1):needle one\n1 occurrence has been found."_s.arg(
                          f.path(u"linked/a.c"_s)));
+    }
+
+    void textEditedThroughALinkIsReadInItsFolder()
+    {
+        const ProductWindow f;
+        f.write(u"src/a.c"_s, "one\n");
+        QVERIFY(QFile::link(f.path(u"src"_s), f.path(u"linked"_s)));
+        QVERIFY(f.window->openFile(f.path(u"linked/a.c"_s), false));
+        f.type(u"needle "_s);
+        f.answers->meet([&f](QDialog *dialog) { ProductWindow::searchFor(dialog, u"needle"_s, f.path(u"src"_s)); });
+        f.action(u"editFindInFiles"_s)->trigger();
+        QTRY_COMPARE(
+            f.output(OutputWindow::FindInFiles),
+            u"Searching for 'needle'...\n%1(1):needle one\n1 occurrence has been found."_s.arg(f.path(u"src/a.c"_s)));
+    }
+
+    /// It may have changed outside of the editor.
+    void fileOfAnUnchangedTextIsRead()
+    {
+        const ProductWindow f;
+        f.open(u"src/a.c"_s, "one\n");
+        f.changeOutside(u"src/a.c"_s, "needle\n", -10); // not newer, or the window would ask
+        f.answers->meet([&f](QDialog *dialog) { ProductWindow::searchFor(dialog, u"needle"_s, f.path(u"src"_s)); });
+        f.action(u"editFindInFiles"_s)->trigger();
+        QTRY_COMPARE(
+            f.output(OutputWindow::FindInFiles),
+            u"Searching for 'needle'...\n%1(1):needle\n1 occurrence has been found."_s.arg(f.path(u"src/a.c"_s)));
     }
 
     void foundTextsMayContainPlaceholders()

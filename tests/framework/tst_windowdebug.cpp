@@ -8,15 +8,18 @@
 #include "ibuildenvironment.h"
 #include "idebugbuild.h"
 #include "idisassembly.h"
+#include "idockextension.h"
 #include "iexecutionenvironment.h"
 #include "iexecutionevents.h"
 #include "inextstatement.h"
 #include "isourcemapping.h"
 #include "iwakeup.h"
+#include "multiwatchwindow.h"
 #include "objectmodel.h"
 #include "pythonreference.h"
 #include "scripthost.h"
 #include "textdocumenttemplate.h"
+#include "textparaview.h"
 #include "watchwindow.h"
 #include "windowfixture.h"
 #include <Python.h>
@@ -375,6 +378,24 @@ private Q_SLOTS:
         QVERIFY(!print->isEnabled());
     }
 
+    void disassemblyIsReadAgainAfterAValueWasWritten()
+    {
+        DebugWindow f;
+        script(u"fw"_s).offers += {IDisassembly::Iid, IMemory::Iid};
+        script(u"fw"_s).regions = {{u"code"_s, 0, 0, 0, 0, 0, false, IMemory::Byte}};
+        script(u"fw"_s).instructions = {{0, u"nop"_s}};
+        f.restart();
+        QVERIFY(f.window->openWorkspace(f.path(u"all.vnw"_s), false));
+        f.window->activity().setState(StatePaused);
+        f.window->debugViewDisassembly();
+        QVERIFY(qobject_cast<DisassemblerView *>(f.window->viewManager()->currentView()));
+        const auto *paras = f.window->viewManager()->currentView()->findChild<TextParaView *>();
+        QTRY_COMPARE(paras->property("text").toString(), u"nop\n"_s);
+        script(u"fw"_s).instructions = {{0, u"ret"_s}};
+        Q_EMIT f.window->findChild<MultiWatchWindow *>()->doUpdate(); // one of its panes has written a value
+        QTRY_COMPARE(paras->property("text").toString(), u"ret\n"_s);
+    }
+
     void startingSessionIsNotStopped()
     {
         const DebugWindow f;
@@ -599,6 +620,27 @@ private Q_SLOTS:
         QCOMPARE(!keys.isEmpty(), moves);
         const auto saved = isDebugState(ActivityState(from)) ? u"Geometry/Debugger"_s : u"Geometry/Editor"_s;
         QCOMPARE(keys.filter(saved), keys);
+    }
+
+    void projectAddedInASessionLeavesTheDebugWindowsWhereTheyAre()
+    {
+        const DebugWindow f;
+        script(u"dsp"_s).offers.insert(IDockExtension::Iid);
+        script(u"dsp"_s).widgets = [] {
+            auto *widget = new QWidget;
+            widget->setWindowTitle(u"Trace"_s);
+            return QList<QWidget *>{widget};
+        };
+        DockWindow *memory = f.dock("memoryDockWindow");
+        f.window->activity().setState(StatePaused);
+        memory->show();
+        auto project = std::make_unique<Project>(QString(), QString());
+        QVERIFY(project->load(f.write(u"dsp.vnp"_s, "<project executionenvironment='{dsp}'><properties/></project>")));
+        f.window->activity().addProject(std::move(project));
+        QVERIFY(f.dock("pluginTrace"));
+        QVERIFY(memory->isVisible());
+        f.window->activity().setState(StateIdle);
+        QVERIFY(!memory->isVisible());
     }
 
     void stateReplacedDuringTheMessageIsNotEntered_data()
