@@ -187,6 +187,20 @@ private Q_SLOTS:
         QCOMPARE(m_log, QStringList(u"|IMemoryVerify::verify|boom"_s)); // the object is not in a known library
     }
 
+    void firstFailuresAreKeptUntilThereIsAHandler()
+    {
+        setPluginFailureHandler([](const PluginFailure &) {}); // for those of earlier tests
+        setPluginFailureHandler({});
+        m_plugin->action = throwError;
+        for (int i = 0; i < 30; ++i) {
+            expect("IMemoryVerify::verify: an exception has left the plug-in (boom)");
+            (void)askPlugin<&IMemoryVerify::verify>(m_plugin);
+        }
+        int kept = 0;
+        setPluginFailureHandler([&kept](const PluginFailure &) { ++kept; });
+        QCOMPARE(kept, 20);
+    }
+
     void reportOutsideOfCallsIsDeliveredAtOnce()
     {
         report("a");

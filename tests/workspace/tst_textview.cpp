@@ -766,6 +766,33 @@ private Q_SLOTS:
         QVERIFY(f.edit(0)->textCursor().hasSelection());
     }
 
+    /// Its text moves in both panes.
+    void placeOfTheCursorIsThatOfTheCurrentPane()
+    {
+        const EditorFixture f(numbered(50));
+        f.view->gotoLine(20);
+        f.view->split();
+        QCOMPARE(f.view->currentEdit(), f.edit(1));
+        f.view->gotoLine(3);
+        const QSignalSpy moved(f.view.get(), &View::cursorPositionChanged);
+        f.view->insertText(u"new\n"_s);
+        QCOMPARE(f.edit(0)->textCursor().blockNumber(), 20);
+        QVERIFY(!moved.isEmpty());
+        for (const QVariantList &place : moved)
+            QCOMPARE(place, (QVariantList{3, 0}));
+    }
+
+    void readOnlyTextCannotBeCommented()
+    {
+        EditorFixture f(u"// one\ntwo\n"_s);
+        f.docTemplate.setLineComment(u"//"_s);
+        f.edit()->setReadOnly(true); // by a script
+        QVERIFY(!f.view->uncommentSelection());
+        QVERIFY(!f.view->commentSelection());
+        QVERIFY(!f.view->unindentSelection());
+        QCOMPARE(f.text(), u"// one\ntwo\n"_s);
+    }
+
     void closedPaneIsReportedAlsoWithoutTheFocus()
     {
         const EditorFixture f(numbered(50));
