@@ -1,7 +1,9 @@
 #include "largetextview.h"
+#include "matchcounter.h"
 #include "outputpage.h"
 #include "outputwindow.h"
 #include "textlineview.h"
+#include "textpattern.h"
 #include "windowfixture.h"
 #include <QCheckBox>
 #include <QComboBox>
@@ -9,6 +11,7 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QSignalSpy>
 
 using namespace Qt::StringLiterals;
 
@@ -171,6 +174,24 @@ private Q_SLOTS:
         QVERIFY2(count->text().startsWith(u"Error in the expression: "_s), qPrintable(count->text()));
     }
 
+    void countOfAnEarlierTextDoesNotReplaceAnError()
+    {
+        const WindowFixture f;
+        f.open(u"a.c"_s, "one\n");
+        openFind(f, u"one"_s); // is counted after a pause
+        auto *dialog = findDialog(f);
+        dialog->findChild<QComboBox *>(u"FindWhatCombo"_s)->setEditText(u"(one"_s);
+        dialog->findChild<QCheckBox *>(u"RegExpCheck"_s)->setChecked(true);
+        for (int i = 0; i < 2; ++i) { // each takes as long
+            MatchCounter other;
+            const QSignalSpy counted(&other, &MatchCounter::counted);
+            other.start(u"one"_s, TextPattern(u"one"_s, {}));
+            QTRY_COMPARE(counted.size(), 1);
+        }
+        const auto *count = dialog->findChild<QLabel *>(u"CountLabel"_s);
+        QVERIFY2(count->text().startsWith(u"Error in the expression: "_s), qPrintable(count->text()));
+    }
+
     void expressionThatTakesTooLongIsTold()
     {
         const WindowFixture f;
@@ -271,6 +292,20 @@ private Q_SLOTS:
         const QRect match = f.view()->selectionOnScreen();
         dialog->move(match.topLeft() - QPoint(50, 50));
         dialog->findChild<QPushButton *>(u"FindNextButton"_s)->click();
+        QVERIFY(!dialog->frameGeometry().intersects(f.view()->selectionOnScreen()));
+    }
+
+    void replaceDialogMovesAwayFromTheMatch()
+    {
+        const WindowFixture f;
+        f.open(u"a.c"_s, QByteArray("\n").repeated(10) + "needle\n");
+        f.window->editReplace();
+        auto *dialog = f.window->findChild<QDialog *>(u"replaceDialog"_s);
+        dialog->findChild<QComboBox *>(u"FindWhatCombo"_s)->setEditText(u"needle"_s);
+        f.view()->gotoLine(11);
+        dialog->move(f.view()->selectionOnScreen().topLeft() - QPoint(50, 50));
+        dialog->findChild<QPushButton *>(u"FindNextButton"_s)->click();
+        QCOMPARE(f.view()->selectedText(), u"needle"_s);
         QVERIFY(!dialog->frameGeometry().intersects(f.view()->selectionOnScreen()));
     }
 

@@ -8,6 +8,7 @@
 #include "projecttree.h"
 #include "projecttreeitem.h"
 #include "searchbox.h"
+#include "shortcutspage.h"
 #include <QComboBox>
 #include <QLabel>
 #include <QMenu>
@@ -293,6 +294,15 @@ private Q_SLOTS:
         QCOMPARE(label->text(), QString());
     }
 
+    void findNextWithoutATextAsksForIt()
+    {
+        const ProductWindow f;
+        f.open(u"a.c"_s);
+        f.action(u"editFindNext"_s)->trigger();
+        QVERIFY(f.window->findChild<QDialog *>(u"findDialog"_s)->isVisible());
+        QCOMPARE(f.answers->shown, QStringList());
+    }
+
     void searchInFilesRaisesTheOutput()
     {
         const ProductWindow f;
@@ -422,6 +432,29 @@ private Q_SLOTS:
         }
         names.sort();
         QCOMPARE(names.join(u' '), found);
+    }
+
+    void searchOffersTheProjectsAndTheFolderOfTheWorkspace()
+    {
+        const ProductWindow f;
+        QStringList offers;
+        const auto look = [&offers](QDialog *dialog) {
+            const auto *scopes = dialog->findChild<QComboBox *>(u"ScopeCombo"_s);
+            const auto isOffered = [scopes](int scope) {
+                return scopes->model()->flags(scopes->model()->index(scope, 0)) & Qt::ItemIsEnabled;
+            };
+            offers = {isOffered(FindInFilesDialog::CurrentProject) ? u"current"_s : u"-"_s,
+                      isOffered(FindInFilesDialog::AllProjects) ? u"all"_s : u"-"_s,
+                      dialog->findChild<QComboBox *>(u"LookInCombo"_s)->currentText()};
+            dialog->reject();
+        };
+        f.answers->meet(look);
+        f.action(u"editFindInFiles"_s)->trigger();
+        QCOMPARE(offers, (QStringList{u"-"_s, u"-"_s, QString()}));
+        f.openProject({});
+        f.answers->meet(look);
+        f.action(u"editFindInFiles"_s)->trigger();
+        QCOMPARE(offers, (QStringList{u"current"_s, u"all"_s, QFileInfo(f.path(u"all.vnw"_s)).path()}));
     }
 
     void boxOfConfigurationsFollowsTheProject()
@@ -586,6 +619,33 @@ private Q_SLOTS:
         }
         toggle->trigger();
         QVERIFY(watches->isVisible());
+    }
+
+    void menuViewShowsWhichDocksAreOpen()
+    {
+        const ProductWindow f;
+        auto *menu = f.window->findChild<QMenu *>(u"viewMenu"_s);
+        for (const bool shown : {false, true}) {
+            f.dock(u"navigatorDockWindow"_s)->setVisible(shown);
+            f.dock(u"outputDockWindow"_s)->setVisible(!shown);
+            Q_EMIT menu->aboutToShow();
+            QCOMPARE(f.action(u"viewNavigator"_s)->isChecked(), shown);
+            QCOMPARE(f.action(u"viewOutput"_s)->isChecked(), !shown);
+            QCOMPARE(f.dock(u"navigatorDockWindow"_s)->isVisible(), shown); // the menu has not changed it
+            QCOMPARE(f.dock(u"outputDockWindow"_s)->isVisible(), !shown);
+        }
+    }
+
+    void customisingShowsThePageOfTheKeys()
+    {
+        const ProductWindow f;
+        bool shown = false;
+        f.answers->meet([&shown](QDialog *dialog) {
+            shown = dialog->findChild<ShortcutsPage *>()->isVisible();
+            dialog->reject();
+        });
+        f.action(u"toolsCustomise"_s)->trigger();
+        QVERIFY(shown);
     }
 
     void layoutIsKeptFromOneRunToTheNext()

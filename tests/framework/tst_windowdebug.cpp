@@ -26,7 +26,9 @@
 #include <QComboBox>
 #include <QLabel>
 #include <QPluginLoader>
+#include <QSignalSpy>
 #include <stdexcept>
+#include <utility>
 
 // Debug sessions in the main window, from a plug-in's report to the display.
 
@@ -322,6 +324,34 @@ private Q_SLOTS:
         QCOMPARE(f.events(), u"onStopped"_s);
         QVERIFY(f.window->openWorkspace(f.path(u"all.vnw"_s), false));
         QCOMPARE(f.events(), u"onWorkspaceLoaded"_s);
+    }
+
+    /// The state of the program may arrive while its environment is asked what it offers.
+    void commandsFollowTheStateThatIsReportedLast()
+    {
+        const DebugWindow f;
+        script(u"fw"_s).offers.insert(IWakeUp::Iid);
+        f.window->activity().setState(StatePaused);
+        const QSignalSpy pause(f.window.get(), &MainWindow::pauseAvailable);
+        bool reported = false;
+        script(u"fw"_s).on[u"canWakeUp"_s] = [&reported] {
+            if (!std::exchange(reported, true))
+                DebugWindow::report(u"fw"_s, IExecutionEnvironment::ProgramFinished);
+        };
+        f.window->activity().setState(StateRunning);
+        QCOMPARE(f.window->activity().state(), StateFinished);
+        QCOMPARE(pause.last(), QVariantList{false});
+    }
+
+    void chosenPlaceOfTheCallStackIsShown()
+    {
+        const DebugWindow f;
+        f.window->activity().setState(StatePaused);
+        QCOMPARE(f.openFiles(), QStringList(u"main.c"_s));
+        f.open(u"other.c"_s);
+        auto *stack = f.dock("callStackDockWindow")->findChild<MultiWidget *>();
+        Q_EMIT stack->placeChosen(f.window->activity().currentEnvironment().get());
+        QCOMPARE(f.view()->title(), u"main.c"_s);
     }
 
     void closingTheWorkspaceEndsTheSession()
