@@ -15,6 +15,7 @@ using namespace Qt::StringLiterals;
 namespace {
 const QByteArray uiFile = R"(<ui><actions><action name="helpSearch"/><action name="helpHome"/>
 <action name="helpBack"><enable signal="backAvailable"/></action>
+<action name="helpForward"><enable signal="forwardAvailable"/></action>
 <action name="helpPrevious"><enable signal="previousAvailable"/></action>
 <action name="helpNext"><enable signal="nextAvailable"/></action>
 <action name="windowCloseAll"/><action name="fileSave"><enable signal="undoAvailable"/></action></actions></ui>)";
@@ -114,8 +115,13 @@ private Q_SLOTS:
         f.trigger(u"helpNext"_s);
         QCOMPARE(f.text(), u"needle"_s);
         QVERIFY(!f.isEnabled(u"helpNext"_s) && f.isEnabled(u"helpPrevious"_s) && f.isEnabled(u"helpBack"_s));
+        QVERIFY(!f.isEnabled(u"helpForward"_s));
         f.trigger(u"helpBack"_s);
         QCOMPARE(f.text(), u"home"_s);
+        QVERIFY(f.isEnabled(u"helpForward"_s));
+        f.trigger(u"helpForward"_s);
+        QCOMPARE(f.text(), u"needle"_s);
+        f.trigger(u"helpBack"_s);
         f.open(u"a.c"_s);
         f.window->viewManager()->activateView(f.window->viewManager()->arrangedViews().first(), true);
         QVERIFY(f.isEnabled(u"helpNext"_s)); // back from another view

@@ -3,6 +3,7 @@
 #include "recordingprinter.h"
 #include "textformats.h"
 #include "textmarkerwidget.h"
+#include "textpattern.h"
 #include "textprint.h"
 #include "textsplitterwidget.h"
 #include <cmath>
@@ -767,6 +768,20 @@ private Q_SLOTS:
     }
 
     /// Its text moves in both panes.
+    void matchesAreMarkedInANewPane()
+    {
+        const EditorFixture f(numbered(50));
+        f.view->markMatches(std::make_shared<TextPattern>(u"line"_s, TextPattern::Options()));
+        f.view->split();
+        QCoreApplication::processEvents();
+        f.edit(0)->setFocus(); // no cursor blinks in the other one
+        const auto picture = [&f] { return f.edit(1)->viewport()->grab().toImage(); };
+        const QImage marked = picture();
+        QCOMPARE(picture(), marked);
+        f.view->markMatches(nullptr);
+        QVERIFY(picture() != marked);
+    }
+
     void placeOfTheCursorIsThatOfTheCurrentPane()
     {
         const EditorFixture f(numbered(50));
