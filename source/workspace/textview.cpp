@@ -366,8 +366,8 @@ bool TextView::hasMarkerAtCursor(int mask)
     const QTextBlock block = m_current->textCursor().block();
     const int height = m_current->viewport()->height();
     for (const TextViewEdit::Line &line : m_current->linesAt(0, height)) {
-        if (line.block == block)
-            return line.rect.top() >= 0 && line.rect.bottom() <= height && hasMarker(block.blockNumber() + 1, mask);
+        if (line.block == block) // the first line on screen is never cut off
+            return line.rect.bottom() <= height && hasMarker(block.blockNumber() + 1, mask);
     }
     return false;
 }

@@ -187,6 +187,20 @@ private Q_SLOTS:
         QCOMPARE(m_log, QStringList(u"|IMemoryVerify::verify|boom"_s)); // the object is not in a known library
     }
 
+    void firstFailuresAreKeptUntilThereIsAHandler()
+    {
+        setPluginFailureHandler([](const PluginFailure &) {}); // for those of earlier tests
+        setPluginFailureHandler({});
+        m_plugin->action = throwError;
+        for (int i = 0; i < 30; ++i) {
+            expect("IMemoryVerify::verify: an exception has left the plug-in (boom)");
+            (void)askPlugin<&IMemoryVerify::verify>(m_plugin);
+        }
+        int kept = 0;
+        setPluginFailureHandler([&kept](const PluginFailure &) { ++kept; });
+        QCOMPARE(kept, 20);
+    }
+
     void reportOutsideOfCallsIsDeliveredAtOnce()
     {
         report("a");
@@ -448,6 +462,18 @@ private Q_SLOTS:
         QVERIFY(thread->wait());
         QCOMPARE(m_log, QStringList());
         QTRY_COMPARE(m_log, (QStringList{u"b"_s, u"a"_s}));
+    }
+
+    void equalReportsOfAnotherThreadReachAllTheirReceivers()
+    {
+        QObject other;
+        const std::unique_ptr<QThread> thread(QThread::create([&] {
+            afterPluginCall(this, "a", [this] { m_log += u"this"_s; });
+            afterPluginCall(&other, "a", [this] { m_log += u"other"_s; });
+        }));
+        thread->start();
+        QVERIFY(thread->wait());
+        QTRY_COMPARE(m_log, (QStringList{u"this"_s, u"other"_s}));
     }
 
     void callThatRunsAnEventLoopGetsWhatItsReportsCause()

@@ -354,6 +354,22 @@ private Q_SLOTS:
         story();
     }
 
+    /// The user goes on with the text that was compiled.
+    void nextStatementIsNotShownAgainAfterACompilation()
+    {
+        addProcessor(u"fw"_s);
+        be(StatePaused);
+        QCOMPARE(front(), u"main.c"_s);
+        open(u"other.c"_s);
+        be(StateBuilding);
+        be(StatePaused);
+        QCOMPARE(front(), u"other.c"_s);
+        be(StateRunning);
+        be(StatePaused);
+        QCOMPARE(front(), u"main.c"_s);
+        story();
+    }
+
     void theNextStatementsFileComesToTheFront()
     {
         addProcessor(u"fw"_s);

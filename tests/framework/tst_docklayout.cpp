@@ -179,6 +179,41 @@ private Q_SLOTS:
         QVERIFY(large.first->y() < large.second->y());
     }
 
+    void restoredWindowsFitIntoASmallerWindow()
+    {
+        Windows w(*m_settings);
+        for (const DockWindow *dock : {w.first, w.second})
+            dock->widget()->setMinimumSize(200, 200);
+        w.third->hide();
+        QCoreApplication::processEvents();
+        w.layout.save(StateIdle);
+        w.second->hide();
+        QCoreApplication::processEvents();
+        const QSize size(500, 350); // lower than both docks
+        w.window.resize(size);
+        QCoreApplication::processEvents();
+        QCOMPARE(w.window.size(), size);
+        w.layout.restore(StateIdle);
+        QCoreApplication::processEvents();
+        QVERIFY(!w.second->isHidden());
+        QCOMPARE(w.window.tabifiedDockWidgets(w.first), QList<QDockWidget *>{w.second});
+        QCOMPARE(w.window.size(), size);
+    }
+
+    void windowsOfAHiddenMainWindowAreStoredAsVisible()
+    {
+        Windows windows(*m_settings);
+        windows.third->hide();
+        windows.window.hide();
+        windows.layout.save(StateIdle);
+        const auto visible = [this](const QString &name) {
+            return DockPlacement::fromText(m_settings->value(u"Geometry/Editor/"_s + name).toString()).visible;
+        };
+        QVERIFY(visible(u"first"_s));
+        QVERIFY(visible(u"bar"_s));
+        QVERIFY(!visible(u"third"_s));
+    }
+
     void damagedEntriesAreReadUpToTheDamage_data()
     {
         QTest::addColumn<QString>("text");

@@ -258,6 +258,16 @@ private Q_SLOTS:
         QVERIFY(f.answers->shown.isEmpty());
     }
 
+    void searchBoxSearchesFromTheStartOfTheText()
+    {
+        const EditedFile f("one two one");
+        f.view()->gotoColumn(6);
+        f.window->searchBoxFind(u"o"_s);
+        QCOMPARE(f.view()->currentEdit()->textCursor().selectionStart(), 0);
+        f.window->searchBoxFind(u"on"_s); // the user types on
+        QCOMPARE(f.view()->currentEdit()->textCursor().selectionStart(), 0);
+    }
+
     void missingTextShowsAMessage()
     {
         const EditedFile f;

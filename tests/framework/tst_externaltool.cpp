@@ -1,6 +1,10 @@
 #include "externaltool.h"
+#include <cerrno>
 #include <csignal>
+#include <poll.h>
 #include <QTest>
+#include <sys/syscall.h>
+#include <unistd.h>
 
 using namespace Qt::StringLiterals;
 
@@ -39,6 +43,16 @@ private:
     bool ends() const
     {
         return QTest::qWaitFor([this] { return !m_tool->isRunning(); }, 20'000);
+    }
+
+    /// Whether the process ends while nothing but its end is waited for, so that no timer can stop it.
+    [[nodiscard]] bool endsWithoutEvents() const
+    {
+        const int process = int(::syscall(SYS_pidfd_open, pid_t(m_tool->processId()), 0));
+        pollfd end{process, POLLIN, 0};
+        const bool ended = process < 0 ? errno == ESRCH : ::poll(&end, 1, 20'000) == 1;
+        ::close(process);
+        return ended;
     }
 
     /// What the program printed between the first and the last line.
@@ -297,6 +311,7 @@ private Q_SLOTS:
         QTRY_VERIFY(m_output.contains(u"ready"_s));
         m_tool->stop();
         m_tool->stop();
+        QVERIFY(endsWithoutEvents());
         QVERIFY(ends());
         QVERIFY(m_output.endsWith(u"exited prematurely\n"_s));
     }

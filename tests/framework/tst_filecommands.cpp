@@ -340,6 +340,7 @@ private Q_SLOTS:
                           .arg(pane->verticalScrollBar()->value());
         QCOMPARE(places, (QStringList{u"30,2 25"_s, u"210,2 205"_s}));
         QCOMPARE(f.view()->currentEdit(), f.view()->edits().at(1));
+        QCOMPARE(f.window->focusWidget(), f.view()->edits().at(1));
         QCOMPARE(f.view()->paneHeights(), heights);
     }
 

@@ -1,3 +1,4 @@
+#include "../workspace/editorfixture.h"
 #include "fileformatbutton.h"
 #include "windowfixture.h"
 #include <QLabel>
@@ -40,6 +41,18 @@ class FileFormatButtonTest : public QObject
     Q_OBJECT
 private Q_SLOTS:
     void init() { QTest::failOnWarning(QRegularExpression(u"^(?!This plugin does not support)"_s)); }
+
+    void buttonIsHiddenWithItsDocument()
+    {
+        const WindowFixture f;
+        EditorFixture editor;
+        FileFormatButton button;
+        button.setDocument(editor.document.get());
+        QVERIFY(button.isVisible());
+        editor.view.reset();
+        editor.document.reset();
+        QVERIFY(!button.isVisible());
+    }
 
     void formatIsShown_data()
     {

@@ -1,13 +1,17 @@
 #include "largetextview.h"
+#include "matchcounter.h"
 #include "outputpage.h"
 #include "outputwindow.h"
 #include "textlineview.h"
+#include "textpattern.h"
 #include "windowfixture.h"
 #include <QCheckBox>
 #include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QRadioButton>
+#include <QSignalSpy>
 
 using namespace Qt::StringLiterals;
 
@@ -102,6 +106,40 @@ private Q_SLOTS:
         QTRY_COMPARE(count->text(), u"2 matches"_s);
     }
 
+    void onlyTheViewInFrontIsMarked()
+    {
+        WindowFixture f;
+        f.settings()->setValue(u"Editor/WorkspaceStyle"_s, 1); // views beside each other
+        f.settings()->setValue(u"Editor/MDIMaximised"_s, 0);
+        f.restart();
+        f.open(u"a.c"_s, "one two one\n");
+        const TextView *first = f.view();
+        f.open(u"b.c"_s, "one\n");
+        const auto picture = [first] { return first->currentEdit()->viewport()->grab().toImage(); };
+        const QImage plain = picture();
+        openFind(f, u"one"_s);
+        f.window->windowNext();
+        QCOMPARE(f.view(), first);
+        QVERIFY(picture() != plain);
+        f.window->windowNext();
+        QVERIFY(f.view() != first);
+        QCOMPARE(picture(), plain);
+    }
+
+    void expressionsAreOfferedForTextsOnly()
+    {
+        const WindowFixture f;
+        f.open(u"a.c"_s, "one\n");
+        openFind(f, u"one"_s);
+        const auto *check = findDialog(f)->findChild<QCheckBox *>(u"RegExpCheck"_s);
+        QVERIFY(check->isEnabled());
+        f.window->openHelp(f.write(u"page.html"_s, "<p>one</p>"));
+        QVERIFY(!check->isEnabled());
+        f.window->windowNext();
+        QVERIFY(f.view());
+        QVERIFY(check->isEnabled());
+    }
+
     void oneSelectedLineIsProposed()
     {
         const WindowFixture f;
@@ -133,6 +171,24 @@ private Q_SLOTS:
         openFind(f, u"(one"_s);
         findDialog(f)->findChild<QCheckBox *>(u"RegExpCheck"_s)->setChecked(true);
         const auto *count = findDialog(f)->findChild<QLabel *>(u"CountLabel"_s);
+        QVERIFY2(count->text().startsWith(u"Error in the expression: "_s), qPrintable(count->text()));
+    }
+
+    void countOfAnEarlierTextDoesNotReplaceAnError()
+    {
+        const WindowFixture f;
+        f.open(u"a.c"_s, "one\n");
+        openFind(f, u"one"_s); // is counted after a pause
+        auto *dialog = findDialog(f);
+        dialog->findChild<QComboBox *>(u"FindWhatCombo"_s)->setEditText(u"(one"_s);
+        dialog->findChild<QCheckBox *>(u"RegExpCheck"_s)->setChecked(true);
+        for (int i = 0; i < 2; ++i) { // each takes as long
+            MatchCounter other;
+            const QSignalSpy counted(&other, &MatchCounter::counted);
+            other.start(u"one"_s, TextPattern(u"one"_s, {}));
+            QTRY_COMPARE(counted.size(), 1);
+        }
+        const auto *count = dialog->findChild<QLabel *>(u"CountLabel"_s);
         QVERIFY2(count->text().startsWith(u"Error in the expression: "_s), qPrintable(count->text()));
     }
 
@@ -197,6 +253,21 @@ private Q_SLOTS:
         QCOMPARE(label->text(), outcome);
     }
 
+    void onlySeveralSelectedLinesLimitTheReplacement()
+    {
+        const WindowFixture f;
+        f.open(u"a.c"_s, "one\ntwo\none\n");
+        const auto *selection =
+            f.window->findChild<QDialog *>(u"replaceDialog"_s)->findChild<QRadioButton *>(u"SelectionRadio"_s);
+        select(f, 0, 7);
+        f.window->editReplace();
+        QVERIFY(selection->isChecked());
+        select(f, 0, 3);
+        f.window->editReplace();
+        QVERIFY(selection->isEnabled());
+        QVERIFY(!selection->isChecked()); // it is the text to be replaced
+    }
+
     void replaceFollowsTheCurrentView()
     {
         const WindowFixture f;
@@ -245,6 +316,20 @@ private Q_SLOTS:
         const QRect match = f.view()->selectionOnScreen();
         dialog->move(match.topLeft() - QPoint(50, 50));
         dialog->findChild<QPushButton *>(u"FindNextButton"_s)->click();
+        QVERIFY(!dialog->frameGeometry().intersects(f.view()->selectionOnScreen()));
+    }
+
+    void replaceDialogMovesAwayFromTheMatch()
+    {
+        const WindowFixture f;
+        f.open(u"a.c"_s, QByteArray("\n").repeated(10) + "needle\n");
+        f.window->editReplace();
+        auto *dialog = f.window->findChild<QDialog *>(u"replaceDialog"_s);
+        dialog->findChild<QComboBox *>(u"FindWhatCombo"_s)->setEditText(u"needle"_s);
+        f.view()->gotoLine(11);
+        dialog->move(f.view()->selectionOnScreen().topLeft() - QPoint(50, 50));
+        dialog->findChild<QPushButton *>(u"FindNextButton"_s)->click();
+        QCOMPARE(f.view()->selectedText(), u"needle"_s);
         QVERIFY(!dialog->frameGeometry().intersects(f.view()->selectionOnScreen()));
     }
 

@@ -17,6 +17,7 @@ using namespace Qt::StringLiterals;
 namespace {
 const QByteArray uiFile = R"(<ui><actions><action name="helpSearch"/><action name="helpHome"/>
 <action name="helpBack"><enable signal="backAvailable"/></action>
+<action name="helpForward"><enable signal="forwardAvailable"/></action>
 <action name="helpPrevious"><enable signal="previousAvailable"/></action>
 <action name="helpNext"><enable signal="nextAvailable"/></action>
 <action name="windowCloseAll"/><action name="fileSave"><enable signal="undoAvailable"/></action></actions></ui>)";
@@ -116,11 +117,34 @@ private Q_SLOTS:
         f.trigger(u"helpNext"_s);
         QCOMPARE(f.text(), u"needle"_s);
         QVERIFY(!f.isEnabled(u"helpNext"_s) && f.isEnabled(u"helpPrevious"_s) && f.isEnabled(u"helpBack"_s));
+        QVERIFY(!f.isEnabled(u"helpForward"_s));
         f.trigger(u"helpBack"_s);
         QCOMPARE(f.text(), u"home"_s);
+        QVERIFY(f.isEnabled(u"helpForward"_s));
+        f.trigger(u"helpForward"_s);
+        QCOMPARE(f.text(), u"needle"_s);
+        f.trigger(u"helpBack"_s);
         f.open(u"a.c"_s);
         f.window->viewManager()->activateView(f.window->viewManager()->arrangedViews().first(), true);
         QVERIFY(f.isEnabled(u"helpNext"_s)); // back from another view
+    }
+
+    void nextAndPreviousAreDisabledInAText()
+    {
+        const HelpFixture f;
+        f.window->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(f.window.get()));
+        f.trigger(u"helpHome"_s);
+        f.trigger(u"helpNext"_s);
+        QVERIFY(f.isEnabled(u"helpPrevious"_s));
+        f.open(u"a.c"_s);
+        f.view()->setFocus();
+        QVERIFY(!f.isEnabled(u"helpPrevious"_s));
+        f.window->viewManager()->activateView(f.window->viewManager()->arrangedViews().first(), true);
+        f.trigger(u"helpPrevious"_s);
+        QVERIFY(f.isEnabled(u"helpNext"_s));
+        f.window->viewManager()->activateView(f.window->viewManager()->arrangedViews().last(), true);
+        QVERIFY(!f.isEnabled(u"helpNext"_s));
     }
 
     void fileThatIsListedIsSelectedInTheContents()
@@ -233,6 +257,22 @@ private Q_SLOTS:
         f.trigger(u"helpHome"_s);
         f.follow(u"command:openWorkspace?../examples/my%20ex/a.vnw"_s);
         QTRY_COMPARE(f.projects(), QStringList(u"a"_s));
+    }
+
+    void linkToAWorkspaceIsRefusedInASession()
+    {
+        const HelpFixture f;
+        f.writeProject(u"fw.vnp"_s);
+        QVERIFY(f.window->openWorkspace(f.writeWorkspace(u"all.vnw"_s, {u"fw.vnp"_s}), false));
+        f.installation.write(u"help/other.vnw"_s, "<workspace/>");
+        f.trigger(u"helpHome"_s);
+        f.window->activity().setState(StateRunning);
+        f.answers->press(QMessageBox::Ok);
+        f.follow(u"command:openWorkspace?other.vnw"_s);
+        QCOMPARE(f.answers->shown, QStringList(u"This link cannot be followed:\ncommand:openWorkspace?other.vnw"_s));
+        QCoreApplication::processEvents();
+        QCOMPARE(f.window->projectWorkspace()->name(), u"all"_s);
+        f.window->activity().setState(StateIdle);
     }
 
     void exampleThatCannotBeWrittenIsCopied()

@@ -228,6 +228,19 @@ private Q_SLOTS:
         QVERIFY(!QFileInfo::exists(f.path(u"d/d.vnp"_s)));
     }
 
+    void filesAreNotOpenedInAWindowThatWasClosed()
+    {
+        const WindowFixture f;
+        f.write(u"d/main.c"_s, "");
+        f.answers->meet([&f](QDialog *dialog) {
+            f.window->close();
+            dialog->reject();
+        });
+        f.window->continueLastRun({f.path(u"d"_s), f.write(u"a.c"_s, "")});
+        QVERIFY(!f.window->isVisible());
+        QCOMPARE(f.openFiles(), QStringList());
+    }
+
     void workspaceThatIsOpenedAfterTheWindowWasClosedIsClosedWithIt()
     {
         WindowFixture f;

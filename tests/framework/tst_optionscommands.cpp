@@ -4,6 +4,8 @@
 #include "dialoganswers.h"
 #include "fakeservices.h"
 #include "formatchoice.h"
+#include "ihost.h"
+#include "interfaceobject.h"
 #include "optionscommands.h"
 #include "optionsdialog.h"
 #include "textmarkerwidget.h"
@@ -19,8 +21,30 @@
 #include <QSpinBox>
 #include <QTest>
 #include <QTreeWidget>
+#include <utility>
+#include <vector>
 
 using namespace Qt::StringLiterals;
+
+namespace {
+/// A page that shows its title.
+class NamedPage : public InterfaceObject<IOptionsPage>
+{
+public:
+    explicit NamedPage(QString title) : m_title(std::move(title)) {}
+    QString title() override { return m_title; }
+    QWidget *createPage() override
+    {
+        auto *page = new QLineEdit(m_title);
+        page->setObjectName(u"namedPage"_s);
+        return page;
+    }
+    void apply(QWidget *) override {}
+
+private:
+    const QString m_title;
+};
+} // namespace
 
 class OptionsCommandsTest : public QObject, public FakeServices
 {
@@ -372,6 +396,24 @@ private Q_SLOTS:
         QVERIFY(tool->isRunning());
         tool->stop();
         QTRY_VERIFY(!tool->isRunning());
+    }
+
+    /// The plug-in of two projects offers its page twice.
+    void pageOfAPluginIsShownOnce()
+    {
+        m_commands->setPages([] {
+            std::vector<InterfacePtr<IOptionsPage>> pages;
+            for (const QString &title : {u"Probe"_s, u"Other"_s, u"Probe"_s})
+                pages.push_back(InterfacePtr<IOptionsPage>(new NamedPage(title)));
+            return pages;
+        });
+        QStringList titles;
+        cancel([&titles](QDialog *dialog) {
+            for (const QLineEdit *page : dialog->findChildren<QLineEdit *>(u"namedPage"_s))
+                titles.append(page->text());
+        });
+        titles.sort();
+        QCOMPARE(titles, (QStringList{u"Other"_s, u"Probe"_s}));
     }
 
     void secondCallWhileTheDialogIsOpenOpensNoOtherDialog()

@@ -12,6 +12,7 @@
 #include "windowfixture.h"
 #include "windowmenus.h"
 #include <QComboBox>
+#include <QScopeGuard>
 #include <QTreeWidget>
 
 using namespace Qt::StringLiterals;
@@ -489,6 +490,22 @@ private Q_SLOTS:
         QCOMPARE(f.recent(u"Workspace"_s), QStringList(u"fw.vnw"_s)); // never a project
     }
 
+    void workspaceThatCannotBeSavedIsOpenedAndLeftUnsaved()
+    {
+        const WindowFixture f;
+        const QString project = f.writeProject(u"d/fw.vnp"_s);
+        QFile::setPermissions(f.path(u"d"_s), QFile::ReadOwner | QFile::ExeOwner);
+        const auto writable = qScopeGuard([&f] { // to be removed
+            QFile::setPermissions(f.path(u"d"_s), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+        });
+        QVERIFY(f.window->openProject(project, true));
+        QCOMPARE(f.projects(), QStringList(u"fw"_s));
+        QVERIFY(f.window->fileSaveAll()); // as before each build
+        QVERIFY(f.window->closeWorkspace());
+        QCOMPARE(f.answers->shown, QStringList());
+        QVERIFY(!QFileInfo::exists(f.path(u"d/fw.vnw"_s)));
+    }
+
     void projectWithAWorkspaceOpensTheWorkspaceWithAMessage()
     {
         const WindowFixture f;
@@ -509,6 +526,28 @@ private Q_SLOTS:
         QVERIFY(!f.window->openProject(f.path(u"gone/fw.vnp"_s), true));
         QVERIFY(!f.window->projectWorkspace());
         QCOMPARE(f.status(), u"The project %1 could not be opened."_s.arg(f.path(u"gone/fw.vnp"_s)));
+    }
+
+    // Properties
+
+    void propertiesOfAFileOfTwoProjectsAreThoseOfTheCurrentOne()
+    {
+        const WindowFixture f;
+        f.writeProject(u"fw.vnp"_s, {u"main.c"_s});
+        f.write(u"lib.vnp"_s, "<project><file path='main.c'/><properties currentconfiguration='Release'>"
+                              "<configuration name='Release'/></properties></project>");
+        QVERIFY(f.window->openWorkspace(f.writeWorkspace(u"all.vnw"_s, {u"fw.vnp"_s, u"lib.vnp"_s}), false));
+        f.open(u"main.c"_s);
+        QStringList shown;
+        for (const int current : {1, 0}) {
+            f.window->projectWorkspace()->setCurrentProject(current);
+            f.answers->meet([&shown](QDialog *dialog) {
+                shown += dialog->findChild<QComboBox *>(u"ConfigurationsCombo"_s)->itemText(0);
+                dialog->reject();
+            });
+            f.window->fileProperties();
+        }
+        QCOMPARE(shown, (QStringList{u"Active (Release)"_s, u"Active (Default)"_s}));
     }
 
     // The open command

@@ -241,6 +241,43 @@ private Q_SLOTS:
         QVERIFY(f.read(u"lib.vnp"_s).contains("added.c"));
     }
 
+    void projectThatChangesInASessionIsOfferedAfterIt()
+    {
+        const Fixture f;
+        f.window->activity().setState(StateRunning);
+        f.changeProjectOutside(u"fw.vnp"_s, "other.c");
+        f.activate();
+        QCOMPARE(f.answers->shown, QStringList());
+        f.window->activity().setState(StateIdle);
+        f.answers->press(QMessageBox::Yes);
+        f.activate();
+        QCOMPARE(f.answers->shown, QStringList(f.reloadQuestion(u"fw.vnp"_s)));
+        QCOMPARE(Fixture::filesOf(f.project(0)), QStringList(u"other.c"_s));
+    }
+
+    /// A message box that closes makes the window active again.
+    void changedProjectsAreOfferedOneAfterTheOther()
+    {
+        const Fixture f;
+        f.changeProjectOutside(u"fw.vnp"_s, "a.c");
+        f.changeProjectOutside(u"lib.vnp"_s, "b.c");
+        int open = 0;
+        int mostOpen = 0;
+        const auto answer = [&](QDialog *box) {
+            mostOpen = std::max(mostOpen, ++open);
+            f.activate();
+            --open;
+            qobject_cast<QMessageBox *>(box)->button(QMessageBox::Yes)->click();
+        };
+        f.answers->meet(answer);
+        f.answers->meet(answer);
+        f.activate();
+        QVERIFY(f.answers->allGiven());
+        QCOMPARE(mostOpen, 1);
+        QCOMPARE(Fixture::filesOf(f.project(0)), QStringList(u"a.c"_s));
+        QCOMPARE(Fixture::filesOf(f.project(1)), QStringList(u"b.c"_s));
+    }
+
     void savingAllDoesNotAskAboutFilesThatItLeavesAlone()
     {
         const Fixture f;

@@ -247,6 +247,12 @@ private Q_SLOTS:
         QVERIFY(m_fixture->action->isChecked());
     }
 
+    void actionWithoutANameIsNotFound()
+    {
+        const QAction separator(&m_fixture->window);
+        QCOMPARE(Driver(*m_fixture).ask("DOACTION\n"), "ERROR\r\n");
+    }
+
     void unknownCommandIsLogged()
     {
         QTest::ignoreMessage(QtDebugMsg, "QtRunnerSocket: unknown command (HELLO)");

@@ -2,6 +2,7 @@
 #include "sessionkeeper.h"
 #include "windowfixture.h"
 #include <QDirIterator>
+#include <QScopeGuard>
 #include <QScrollBar>
 
 using namespace Qt::StringLiterals;
@@ -219,6 +220,20 @@ private Q_SLOTS:
         QVERIFY(f.openFiles().isEmpty());
     }
 
+    /// The next run may begin in another directory, where the same name means another file.
+    void fileOpenedByARelativeNameIsNotRestored()
+    {
+        WindowFixture f;
+        f.write(u"a.c"_s, "one\n");
+        const QString before = QDir::currentPath();
+        QVERIFY(QDir::setCurrent(f.path(QString())));
+        const auto leave = qScopeGuard([before] { QDir::setCurrent(before); });
+        QVERIFY(f.window->openFile(u"a.c"_s, false));
+        f.open(u"b.c"_s);
+        restart(f);
+        QCOMPARE(f.openFiles(), QStringList(u"b.c"_s));
+    }
+
     void cancelledCloseOpensTheClosedViewsAgain()
     {
         WindowFixture f;
@@ -232,6 +247,21 @@ private Q_SLOTS:
         QCOMPARE(f.view()->title(), u"b.c *"_s);
         f.window->viewManager()->activateView(f.window->viewManager()->views().last(), true);
         QCOMPARE(f.view()->currentEdit()->textCursor().blockNumber(), 1);
+    }
+
+    void cancelledCloseMakesTheSameFileCurrentAgain()
+    {
+        WindowFixture f;
+        f.open(u"a.c"_s);
+        f.type(u"new"_s);
+        f.open(u"b.c"_s);
+        f.open(u"c.c"_s);
+        f.window->viewManager()->activateView(f.window->viewManager()->arrangedViews().at(1), true);
+        QCOMPARE(f.view()->title(), u"b.c"_s);
+        f.answers->press(QMessageBox::Cancel);
+        QVERIFY(!f.window->close());
+        QCOMPARE(f.openFiles(), (QStringList{u"a.c *"_s, u"b.c"_s, u"c.c"_s}));
+        QCOMPARE(f.view()->title(), u"b.c"_s);
     }
 
     void cancelledQuestionAboutTheWorkspaceKeepsItOpenWithItsViews()

@@ -2,6 +2,8 @@
 #include "shortcutspage.h"
 #include <QAction>
 #include <QComboBox>
+#include <QDialog>
+#include <QDockWidget>
 #include <QKeySequenceEdit>
 #include <QLabel>
 #include <QLineEdit>
@@ -291,6 +293,62 @@ private Q_SLOTS:
         QCOMPARE(edit->toPlainText(), u"text"_s); // Ctrl+X has not cut it
         QTest::keyClick(edit->window()->windowHandle(), Qt::Key_A);
         QCOMPARE(edit->toPlainText(), u"a"_s);
+    }
+
+    void editorKeepsTheKeyOfADisabledCommand()
+    {
+        auto *edit = new QPlainTextEdit(u"text"_s);
+        m_window->setCentralWidget(edit);
+        QAction *save = addAction(u"save"_s, u"Save"_s, {keys(u"Ctrl+S"_s)});
+        const QSignalSpy saved(save, &QAction::triggered);
+        Shortcuts shortcuts(m_window.get(), *m_settings, chordFile());
+        shortcuts.setOptions({{}, {{u"save"_s, {keys(u"Ctrl+X"_s)}}}});
+        save->setEnabled(false);
+        m_window->show();
+        QVERIFY(QTest::qWaitForWindowActive(m_window.get()));
+        edit->setFocus();
+        edit->selectAll();
+        QTest::keyClick(edit->window()->windowHandle(), Qt::Key_X, Qt::ControlModifier);
+        QCOMPARE(edit->toPlainText(), QString());
+        QCOMPARE(saved.size(), 0);
+    }
+
+    void changedKeyTriggersItsCommandInAFloatingDock()
+    {
+        auto *dock = new QDockWidget(m_window.get());
+        auto *edit = new QPlainTextEdit(u"text"_s);
+        dock->setWidget(edit);
+        m_window->addDockWidget(Qt::BottomDockWidgetArea, dock);
+        const QSignalSpy saved(addAction(u"save"_s, u"Save"_s, {keys(u"Ctrl+S"_s)}), &QAction::triggered);
+        Shortcuts shortcuts(m_window.get(), *m_settings, chordFile());
+        shortcuts.setOptions({{}, {{u"save"_s, {keys(u"Ctrl+X"_s)}}}});
+        m_window->show();
+        dock->setFloating(true);
+        dock->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(dock));
+        edit->setFocus();
+        edit->selectAll();
+        QTest::keyClick(dock->windowHandle(), Qt::Key_X, Qt::ControlModifier);
+        QCOMPARE(saved.size(), 1);
+        QCOMPARE(edit->toPlainText(), u"text"_s);
+    }
+
+    void editorOfADialogKeepsItsKeys()
+    {
+        const QSignalSpy saved(addAction(u"save"_s, u"Save"_s, {keys(u"Ctrl+S"_s)}), &QAction::triggered);
+        Shortcuts shortcuts(m_window.get(), *m_settings, chordFile());
+        shortcuts.setOptions({{}, {{u"save"_s, {keys(u"Ctrl+X"_s)}}}});
+        m_window->show();
+        QDialog dialog(m_window.get());
+        auto *edit = new QPlainTextEdit(u"text"_s, &dialog);
+        dialog.show();
+        dialog.activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&dialog));
+        edit->setFocus();
+        edit->selectAll();
+        QTest::keyClick(dialog.windowHandle(), Qt::Key_X, Qt::ControlModifier);
+        QCOMPARE(saved.size(), 0);
+        QCOMPARE(edit->toPlainText(), QString());
     }
 
     void editorKeepsItsKeysWithoutASet()

@@ -8,7 +8,9 @@
 #include "projecttree.h"
 #include "projecttreeitem.h"
 #include "searchbox.h"
+#include "shortcutspage.h"
 #include <QComboBox>
+#include <QLabel>
 #include <QMenu>
 #include <QMenuBar>
 #include <QPushButton>
@@ -154,6 +156,20 @@ private Q_SLOTS:
         QCOMPARE(f.enabled(EditActions), u"editUndo"_s);
     }
 
+    void openDialogKeepsTheEditActionsOfTheText()
+    {
+        const ProductWindow f;
+        f.open(u"a.c"_s, "one two");
+        f.view()->setFocus();
+        QTest::keyClick(f.view()->currentEdit(), Qt::Key_X);
+        f.action(u"editFind"_s)->trigger();
+        QTRY_VERIFY(!f.view()->currentEdit()->hasFocus()); // the dialog has it
+        QCOMPARE(f.enabled(EditActions), u"editUndo"_s);
+        f.view()->insertText(u"more"_s);
+        f.view()->selectAll(); // as the dialog does with a match
+        QCOMPARE(f.enabled(EditActions), u"editUndo editCut editCopy"_s);
+    }
+
     void cutAndPasteFollowTheTree()
     {
         const ProductWindow f;
@@ -267,6 +283,26 @@ private Q_SLOTS:
         menu->close();
     }
 
+    void positionOfTheCursorIsShownWhileThereIsAText()
+    {
+        const ProductWindow f;
+        f.open(u"a.c"_s);
+        f.view()->setFocus();
+        const auto *label = f.window->findChild<QLabel *>(u"cursorLabel"_s);
+        QCOMPARE(label->text(), u" Ln 1, Col 1"_s);
+        f.window->fileCloseAll();
+        QCOMPARE(label->text(), QString());
+    }
+
+    void findNextWithoutATextAsksForIt()
+    {
+        const ProductWindow f;
+        f.open(u"a.c"_s);
+        f.action(u"editFindNext"_s)->trigger();
+        QVERIFY(f.window->findChild<QDialog *>(u"findDialog"_s)->isVisible());
+        QCOMPARE(f.answers->shown, QStringList());
+    }
+
     void searchInFilesRaisesTheOutput()
     {
         const ProductWindow f;
@@ -303,6 +339,33 @@ private Q_SLOTS:
         QTRY_COMPARE(f.output(OutputWindow::FindInFiles),
                      u"Searching for 'needle'...\n%1(1):needle one\n1 occurrence has been found."_s.arg(
                          f.path(u"linked/a.c"_s)));
+    }
+
+    void textEditedThroughALinkIsReadInItsFolder()
+    {
+        const ProductWindow f;
+        f.write(u"src/a.c"_s, "one\n");
+        QVERIFY(QFile::link(f.path(u"src"_s), f.path(u"linked"_s)));
+        QVERIFY(f.window->openFile(f.path(u"linked/a.c"_s), false));
+        f.type(u"needle "_s);
+        f.answers->meet([&f](QDialog *dialog) { ProductWindow::searchFor(dialog, u"needle"_s, f.path(u"src"_s)); });
+        f.action(u"editFindInFiles"_s)->trigger();
+        QTRY_COMPARE(
+            f.output(OutputWindow::FindInFiles),
+            u"Searching for 'needle'...\n%1(1):needle one\n1 occurrence has been found."_s.arg(f.path(u"src/a.c"_s)));
+    }
+
+    /// It may have changed outside of the editor.
+    void fileOfAnUnchangedTextIsRead()
+    {
+        const ProductWindow f;
+        f.open(u"src/a.c"_s, "one\n");
+        f.changeOutside(u"src/a.c"_s, "needle\n", -10); // not newer, or the window would ask
+        f.answers->meet([&f](QDialog *dialog) { ProductWindow::searchFor(dialog, u"needle"_s, f.path(u"src"_s)); });
+        f.action(u"editFindInFiles"_s)->trigger();
+        QTRY_COMPARE(
+            f.output(OutputWindow::FindInFiles),
+            u"Searching for 'needle'...\n%1(1):needle\n1 occurrence has been found."_s.arg(f.path(u"src/a.c"_s)));
     }
 
     void foundTextsMayContainPlaceholders()
@@ -416,6 +479,29 @@ private Q_SLOTS:
         f.action(u"editFindInFiles"_s)->trigger();
         QTRY_COMPARE(f.output(OutputWindow::FindInFiles),
                      u"Searching for 'needle'...\n"_s + remark + u"0 occurrences have been found."_s);
+    }
+
+    void searchOffersTheProjectsAndTheFolderOfTheWorkspace()
+    {
+        const ProductWindow f;
+        QStringList offers;
+        const auto look = [&offers](QDialog *dialog) {
+            const auto *scopes = dialog->findChild<QComboBox *>(u"ScopeCombo"_s);
+            const auto isOffered = [scopes](int scope) {
+                return scopes->model()->flags(scopes->model()->index(scope, 0)) & Qt::ItemIsEnabled;
+            };
+            offers = {isOffered(FindInFilesDialog::CurrentProject) ? u"current"_s : u"-"_s,
+                      isOffered(FindInFilesDialog::AllProjects) ? u"all"_s : u"-"_s,
+                      dialog->findChild<QComboBox *>(u"LookInCombo"_s)->currentText()};
+            dialog->reject();
+        };
+        f.answers->meet(look);
+        f.action(u"editFindInFiles"_s)->trigger();
+        QCOMPARE(offers, (QStringList{u"-"_s, u"-"_s, QString()}));
+        f.openProject({});
+        f.answers->meet(look);
+        f.action(u"editFindInFiles"_s)->trigger();
+        QCOMPARE(offers, (QStringList{u"current"_s, u"all"_s, QFileInfo(f.path(u"all.vnw"_s)).path()}));
     }
 
     void boxOfConfigurationsFollowsTheProject()
@@ -580,6 +666,33 @@ private Q_SLOTS:
         }
         toggle->trigger();
         QVERIFY(watches->isVisible());
+    }
+
+    void menuViewShowsWhichDocksAreOpen()
+    {
+        const ProductWindow f;
+        auto *menu = f.window->findChild<QMenu *>(u"viewMenu"_s);
+        for (const bool shown : {false, true}) {
+            f.dock(u"navigatorDockWindow"_s)->setVisible(shown);
+            f.dock(u"outputDockWindow"_s)->setVisible(!shown);
+            Q_EMIT menu->aboutToShow();
+            QCOMPARE(f.action(u"viewNavigator"_s)->isChecked(), shown);
+            QCOMPARE(f.action(u"viewOutput"_s)->isChecked(), !shown);
+            QCOMPARE(f.dock(u"navigatorDockWindow"_s)->isVisible(), shown); // the menu has not changed it
+            QCOMPARE(f.dock(u"outputDockWindow"_s)->isVisible(), !shown);
+        }
+    }
+
+    void customisingShowsThePageOfTheKeys()
+    {
+        const ProductWindow f;
+        bool shown = false;
+        f.answers->meet([&shown](QDialog *dialog) {
+            shown = dialog->findChild<ShortcutsPage *>()->isVisible();
+            dialog->reject();
+        });
+        f.action(u"toolsCustomise"_s)->trigger();
+        QVERIFY(shown);
     }
 
     void layoutIsKeptFromOneRunToTheNext()

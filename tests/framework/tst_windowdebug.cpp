@@ -8,22 +8,27 @@
 #include "ibuildenvironment.h"
 #include "idebugbuild.h"
 #include "idisassembly.h"
+#include "idockextension.h"
 #include "iexecutionenvironment.h"
 #include "iexecutionevents.h"
 #include "inextstatement.h"
 #include "isourcemapping.h"
 #include "iwakeup.h"
+#include "multiwatchwindow.h"
 #include "objectmodel.h"
 #include "pythonreference.h"
 #include "scripthost.h"
 #include "textdocumenttemplate.h"
+#include "textparaview.h"
 #include "watchwindow.h"
 #include "windowfixture.h"
 #include <Python.h>
 #include <QComboBox>
 #include <QLabel>
 #include <QPluginLoader>
+#include <QSignalSpy>
 #include <stdexcept>
+#include <utility>
 
 // Debug sessions in the main window, from a plug-in's report to the display.
 
@@ -321,6 +326,34 @@ private Q_SLOTS:
         QCOMPARE(f.events(), u"onWorkspaceLoaded"_s);
     }
 
+    /// The state of the program may arrive while its environment is asked what it offers.
+    void commandsFollowTheStateThatIsReportedLast()
+    {
+        const DebugWindow f;
+        script(u"fw"_s).offers.insert(IWakeUp::Iid);
+        f.window->activity().setState(StatePaused);
+        const QSignalSpy pause(f.window.get(), &MainWindow::pauseAvailable);
+        bool reported = false;
+        script(u"fw"_s).on[u"canWakeUp"_s] = [&reported] {
+            if (!std::exchange(reported, true))
+                DebugWindow::report(u"fw"_s, IExecutionEnvironment::ProgramFinished);
+        };
+        f.window->activity().setState(StateRunning);
+        QCOMPARE(f.window->activity().state(), StateFinished);
+        QCOMPARE(pause.last(), QVariantList{false});
+    }
+
+    void chosenPlaceOfTheCallStackIsShown()
+    {
+        const DebugWindow f;
+        f.window->activity().setState(StatePaused);
+        QCOMPARE(f.openFiles(), QStringList(u"main.c"_s));
+        f.open(u"other.c"_s);
+        auto *stack = f.dock("callStackDockWindow")->findChild<MultiWidget *>();
+        Q_EMIT stack->placeChosen(f.window->activity().currentEnvironment().get());
+        QCOMPARE(f.view()->title(), u"main.c"_s);
+    }
+
     void closingTheWorkspaceEndsTheSession()
     {
         const DebugWindow f;
@@ -373,6 +406,24 @@ private Q_SLOTS:
         f.window->debugViewDisassembly();
         QVERIFY(qobject_cast<DisassemblerView *>(f.window->viewManager()->currentView()));
         QVERIFY(!print->isEnabled());
+    }
+
+    void disassemblyIsReadAgainAfterAValueWasWritten()
+    {
+        DebugWindow f;
+        script(u"fw"_s).offers += {IDisassembly::Iid, IMemory::Iid};
+        script(u"fw"_s).regions = {{u"code"_s, 0, 0, 0, 0, 0, false, IMemory::Byte}};
+        script(u"fw"_s).instructions = {{0, u"nop"_s}};
+        f.restart();
+        QVERIFY(f.window->openWorkspace(f.path(u"all.vnw"_s), false));
+        f.window->activity().setState(StatePaused);
+        f.window->debugViewDisassembly();
+        QVERIFY(qobject_cast<DisassemblerView *>(f.window->viewManager()->currentView()));
+        const auto *paras = f.window->viewManager()->currentView()->findChild<TextParaView *>();
+        QTRY_COMPARE(paras->property("text").toString(), u"nop\n"_s);
+        script(u"fw"_s).instructions = {{0, u"ret"_s}};
+        Q_EMIT f.window->findChild<MultiWatchWindow *>()->doUpdate(); // one of its panes has written a value
+        QTRY_COMPARE(paras->property("text").toString(), u"ret\n"_s);
     }
 
     void startingSessionIsNotStopped()
@@ -599,6 +650,27 @@ private Q_SLOTS:
         QCOMPARE(!keys.isEmpty(), moves);
         const auto saved = isDebugState(ActivityState(from)) ? u"Geometry/Debugger"_s : u"Geometry/Editor"_s;
         QCOMPARE(keys.filter(saved), keys);
+    }
+
+    void projectAddedInASessionLeavesTheDebugWindowsWhereTheyAre()
+    {
+        const DebugWindow f;
+        script(u"dsp"_s).offers.insert(IDockExtension::Iid);
+        script(u"dsp"_s).widgets = [] {
+            auto *widget = new QWidget;
+            widget->setWindowTitle(u"Trace"_s);
+            return QList<QWidget *>{widget};
+        };
+        DockWindow *memory = f.dock("memoryDockWindow");
+        f.window->activity().setState(StatePaused);
+        memory->show();
+        auto project = std::make_unique<Project>(QString(), QString());
+        QVERIFY(project->load(f.write(u"dsp.vnp"_s, "<project executionenvironment='{dsp}'><properties/></project>")));
+        f.window->activity().addProject(std::move(project));
+        QVERIFY(f.dock("pluginTrace"));
+        QVERIFY(memory->isVisible());
+        f.window->activity().setState(StateIdle);
+        QVERIFY(!memory->isVisible());
     }
 
     void stateReplacedDuringTheMessageIsNotEntered_data()

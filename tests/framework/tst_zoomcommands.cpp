@@ -96,6 +96,7 @@ private Q_SLOTS:
         turnWheel(viewport, -240, Qt::ControlModifier);
         QCOMPARE(zoom(f), 100);
         turnWheel(viewport, -120, Qt::NoModifier);
+        turnWheel(viewport, 120, Qt::ControlModifier | Qt::ShiftModifier);
         turnWheel(f.window->menuBar(), 120, Qt::ControlModifier);
         QCOMPARE(zoom(f), 100);
     }

@@ -650,6 +650,22 @@ private Q_SLOTS:
         QCOMPARE(f.cursor(), u"8200"_s);
     }
 
+    void jumpAfterAStepBackReplacesWhatFollowed()
+    {
+        const Fixture f;
+        const QSignalSpy back(f.view.get(), &View::backAvailable);
+        f.clickAt(0, 14);
+        f.view->back();
+        QCOMPARE(f.cursor(), u"8000"_s);
+        f.clickAt(0, 14);
+        QCOMPARE(f.cursor(), u"8200"_s);
+        f.view->back();
+        QCOMPARE(f.cursor(), u"8000"_s);
+        QCOMPARE(back.last(), QVariantList{false}); // the first jump is forgotten
+        f.view->back();
+        QCOMPARE(f.cursor(), u"8000"_s);
+    }
+
     void returnKeyFollowsTheBranchAtTheCursor()
     {
         const Fixture f;

@@ -391,6 +391,19 @@ private Q_SLOTS:
         QCOMPARE(m_reported, QStringList());
     }
 
+    /// They have been found before, and come in one event.
+    void searchThatAReceiverStopsReportsNoFurtherLine()
+    {
+        write(u"f"_s, QByteArray("needle\n").repeated(60));
+        connect(m_searcher.get(), &FileSearcher::matchFound, this, [this](const QString &, int line) {
+            if (line == 2)
+                m_searcher->stop();
+        });
+        start({.text = u"needle"_s});
+        QTRY_VERIFY(!m_searcher->isRunning());
+        QCOMPARE(m_reported, (QStringList{u"f:1:needle"_s, u"f:2:needle"_s}));
+    }
+
     void stoppedSearchReportsItsResults()
     {
         write(u"f"_s, "old\nnew\n");

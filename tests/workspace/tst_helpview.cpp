@@ -567,6 +567,18 @@ private Q_SLOTS:
             QCOMPARE(f.browser()->textCursor().selectionStart(), at);
     }
 
+    void searchWithoutASelectionBeginsAtTheStart()
+    {
+        Fixture f;
+        f.write(u"help/a.html"_s, "one two One twofold one");
+        f.open(u"help/a.html"_s);
+        QTextCursor cursor = f.browser()->textCursor();
+        cursor.setPosition(10);
+        f.browser()->setTextCursor(cursor);
+        QVERIFY(f.view->find(u"one"_s, true, false, true, true));
+        QCOMPARE(f.browser()->textCursor().selectionStart(), 0);
+    }
+
     void linesAreParagraphs()
     {
         Fixture f;

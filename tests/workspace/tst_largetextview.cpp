@@ -613,6 +613,24 @@ private Q_SLOTS:
         QVERIFY(!f.view->findBar()->search().isRunning());
     }
 
+    void barThatIsOpenedAgainKeepsASearchThatWaits()
+    {
+        LargeFixture f;
+        QVERIFY(f.open(f.writeSparse(u"a.log"_s, 100ll << 30)));
+        f.show();
+        f.view->findBar()->search().setTimeLimit(0);
+        f.view->openFindBar();
+        part<QLineEdit>(f, "LargeTextFindWhat")->setText(u"needle"_s);
+        click(f, "LargeTextNext");
+        QTRY_COMPARE(result(f), u"Not found so far"_s);
+        f.view->openFindBar();
+        QCOMPARE(result(f), u"Not found so far"_s);
+        QVERIFY(part<QToolButton>(f, "LargeTextGoOn")->isVisible());
+        click(f, "LargeTextCancel");
+        f.view->openFindBar();
+        QCOMPARE(result(f), QString());
+    }
+
     void viewMayBeClosedDuringASearch()
     {
         LargeFixture f;
@@ -667,6 +685,24 @@ private Q_SLOTS:
         QCOMPARE(notice(f), u"The file has been replaced by another one."_s);
         click(f, "LargeTextReload");
         QCOMPARE(f.document->lineCount(), 3);
+    }
+
+    void reloadingCancelsASearch()
+    {
+        LargeFixture f;
+        QVERIFY(f.open(f.writeSparse(u"a.log"_s, 100ll << 30)));
+        f.show();
+        f.view->findBar()->search().setTimeLimit(0);
+        f.view->openFindBar();
+        part<QLineEdit>(f, "LargeTextFindWhat")->setText(u"needle"_s);
+        click(f, "LargeTextNext");
+        QTRY_COMPARE(result(f), u"Not found so far"_s);
+        f.write(u"a.log"_s, numbered(40));
+        f.document->checkFile();
+        click(f, "LargeTextReload");
+        QCOMPARE(f.document->lineCount(), 40);
+        QCOMPARE(result(f), u"Cancelled"_s); // its places are those of the old file
+        QVERIFY(!part<QToolButton>(f, "LargeTextGoOn")->isVisible());
     }
 
     void rewrittenFileIsOfferedForReloading()

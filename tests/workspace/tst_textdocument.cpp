@@ -493,6 +493,8 @@ private Q_SLOTS:
         QTest::newRow("multiple") << 0x04 << u"1:8004"_s << u"1:4"_s;
         QTest::newRow("current line") << 0x08 << u"1:8"_s << u"1:8"_s;
         QTest::newRow("lookup") << 0x10 << u"1:10"_s << u"1:10"_s;
+        const auto caller = u"1:%1"_s.arg(int(IViewWithMarkers::CallerMarker), 0, 16);
+        QTest::newRow("caller") << int(IViewWithMarkers::CallerMarker) << caller << caller;
     }
     void alternateBitIsSetWithBreakpointsOnly()
     {

@@ -4,6 +4,7 @@
 #include "recordingprinter.h"
 #include "textformats.h"
 #include "textmarkerwidget.h"
+#include "textpattern.h"
 #include "textprint.h"
 #include "textsplitterwidget.h"
 #include <cmath>
@@ -632,6 +633,17 @@ private Q_SLOTS:
         QVERIFY(!f.view->hasMarkerAtCursor(TextView::EnabledBreakpointMarker));
     }
 
+    void noBracketIsMarkedInATargetLine()
+    {
+        EditorFixture f(u"int f()\n{\n}\n"_s);
+        f.putCursor(1, 0);
+        QVERIFY(!f.document->bracketMatch().isNull());
+        f.view->gotoLine(3);
+        QVERIFY(f.document->bracketMatch().isNull());
+        f.view->gotoLine(2);
+        QVERIFY(f.document->bracketMatch().isNull());
+    }
+
     void targetLineHasLinesAroundIt_data()
     {
         QTest::addColumn<int>("line");
@@ -765,6 +777,58 @@ private Q_SLOTS:
         QCOMPARE(f.view->edits().size(), 1);
         QVERIFY(f.view->find(u"7"_s, true, false, true, false));
         QVERIFY(f.edit(0)->textCursor().hasSelection());
+    }
+
+    /// Its text moves in both panes.
+    void matchesAreMarkedInANewPane()
+    {
+        const EditorFixture f(numbered(50));
+        f.view->markMatches(std::make_shared<TextPattern>(u"line"_s, TextPattern::Options()));
+        f.view->split();
+        QCoreApplication::processEvents();
+        f.edit(0)->setFocus(); // no cursor blinks in the other one
+        const auto picture = [&f] { return f.edit(1)->viewport()->grab().toImage(); };
+        const QImage marked = picture();
+        QCOMPARE(picture(), marked);
+        f.view->markMatches(nullptr);
+        QVERIFY(picture() != marked);
+    }
+
+    void placeOfTheCursorIsThatOfTheCurrentPane()
+    {
+        const EditorFixture f(numbered(50));
+        f.view->gotoLine(20);
+        f.view->split();
+        QCOMPARE(f.view->currentEdit(), f.edit(1));
+        f.view->gotoLine(3);
+        const QSignalSpy moved(f.view.get(), &View::cursorPositionChanged);
+        f.view->insertText(u"new\n"_s);
+        QCOMPARE(f.edit(0)->textCursor().blockNumber(), 20);
+        QVERIFY(!moved.isEmpty());
+        for (const QVariantList &place : moved)
+            QCOMPARE(place, (QVariantList{3, 0}));
+    }
+
+    void readOnlyTextCannotBeCommented()
+    {
+        EditorFixture f(u"// one\ntwo\n"_s);
+        f.docTemplate.setLineComment(u"//"_s);
+        f.edit()->setReadOnly(true); // by a script
+        QVERIFY(!f.view->uncommentSelection());
+        QVERIFY(!f.view->commentSelection());
+        QVERIFY(!f.view->unindentSelection());
+        QCOMPARE(f.text(), u"// one\ntwo\n"_s);
+    }
+
+    void closedPaneIsReportedAlsoWithoutTheFocus()
+    {
+        const EditorFixture f(numbered(50));
+        f.view->split();
+        f.view->hide(); // it gets no events of the focus
+        QSignalSpy activated(f.view.get(), &View::viewActivated);
+        f.view->closePane();
+        QCOMPARE(activated.size(), 1);
+        QCOMPARE(f.view->edits().size(), 1);
     }
 
     void panesHaveNamesForTestDrivers()

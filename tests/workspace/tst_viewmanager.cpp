@@ -493,8 +493,10 @@ private Q_SLOTS:
         QCOMPARE(activated.last().at(0).value<View *>(), f.view(u"a.c"_s));
         QCOMPARE(f.titles(), u"a.c|c.c|b.c"_s);
         activated.clear();
+        f.manager->currentView()->clearFocus();
         QTest::mouseClick(f.tabs(), Qt::LeftButton, {}, f.tabs()->tabRect(0).center());
         QVERIFY(!activated.isEmpty()); // although no tab changed
+        QVERIFY(f.manager->currentView()->hasFocus());
     }
 
     void closeButtonClosesTheCurrentView()
@@ -758,6 +760,14 @@ private Q_SLOTS:
         QVERIFY(!f.view(u"b.c"_s)->parentWidget()->isMaximized());
         f.manager->tile();
         QCOMPARE(f.view(u"b.c"_s)->parentWidget()->height(), f.area()->height());
+    }
+
+    void frameAfterTilingIsNotMaximised()
+    {
+        Fixture f(Mdi, {}, 1);
+        f.manager->tile();
+        f.workspace.openDocument(u"/x/a.c"_s, true);
+        QVERIFY(!f.view(u"a.c"_s)->parentWidget()->isMaximized());
     }
 
     void currentViewStaysWhileAnotherWindowIsActive()

@@ -73,11 +73,10 @@ int findMethod(const QList<QMetaMethod> &methods, const QString &signature)
     return int(signatures(methods).indexOf(QMetaObject::normalizedSignature(signature.toUtf8().constData())));
 }
 
-/// Methods with parameters are not called, because there are no arguments.
+/// An invalid method is not called, and no method with parameters, because there are no arguments.
 void call(QObject *object, const QMetaMethod &method)
 {
-    if (method.isValid() && method.parameterCount() == 0)
-        method.invoke(object, Qt::DirectConnection);
+    method.invoke(object, Qt::DirectConnection);
 }
 
 // Values ---------------------------------------------------------------------

@@ -170,8 +170,6 @@ void Shortcuts::apply(QAction *action)
 bool Shortcuts::isChangedCommand(const QKeySequence &stroke) const
 {
     for (const QAction *action : commandsOf(m_window)) {
-        if (!action->isEnabled())
-            continue;
         const QList<QKeySequence> before = defaultKeysOf(action);
         for (const QKeySequence &keys : action->shortcuts()) {
             if (!before.contains(keys) && areInConflict(keys, stroke))
@@ -185,9 +183,8 @@ bool Shortcuts::eventFilter(QObject *watched, QEvent *event)
 {
     if (event->type() == QEvent::ActionAdded && watched == m_window)
         apply(static_cast<QActionEvent *>(event)->action());
-    if (event->type() != QEvent::ShortcutOverride || !qobject_cast<QPlainTextEdit *>(watched)
-        || static_cast<QWidget *>(watched)->window() != m_window)
-        return false;
+    if (event->type() != QEvent::ShortcutOverride || !qobject_cast<QPlainTextEdit *>(watched))
+        return false; // in a dialog, the window's commands are not run in any case
     const auto *key = static_cast<QKeyEvent *>(event);
     const bool isText = !key->text().isEmpty() && !(key->modifiers() & ~(Qt::ShiftModifier | Qt::KeypadModifier));
     if (isText || !isChangedCommand(QKeySequence(key->keyCombination())))

@@ -364,6 +364,22 @@ private Q_SLOTS:
             f.page(u"Debug"_s).endsWith(u"The plug-in 'Stub' has failed in IExecutionEnvironment::start: no probe"_s));
     }
 
+    /// As one that comes with each paint event.
+    void exceptionThatComesAllTheTimeDoesNotFillThePage()
+    {
+        const PluginWindow f;
+        f.openAll();
+        script(u"fw"_s).on[u"programStatus"_s] = [] { throw std::runtime_error("no probe"); };
+        const Activity::Environment environment = f.window->activity().currentEnvironment();
+        for (int i = 0; i < 200; ++i) {
+            QTest::ignoreMessage(QtWarningMsg,
+                                 "IExecutionEnvironment::programStatus: an exception has left the plug-in (no probe)");
+            (void)askPlugin<&IExecutionEnvironment::programStatus>(environment);
+        }
+        const qsizetype lines = f.page(u"Debug"_s).count(u"no probe"_s);
+        QVERIFY(lines > 0 && lines < 100);
+    }
+
     void exceptionIsShownOnThePageOfTheCommand_data()
     {
         QTest::addColumn<QString>("label");
