@@ -162,7 +162,8 @@ void FileCommands::saveAs()
                                          tr("Source Files (*.c *.cpp *.h *.kor);;Python Files (*.py);;All Files (*.*)"),
                                          {},
                                          present.fileName()});
-    const QPointer<Document> other = document && !path.isEmpty() ? otherDocumentOn(path, document) : nullptr;
+    const QPointer<Document> other =
+        document && !path.isEmpty() ? m_window.workspace()->findOther(path, document) : nullptr;
     if (path.isEmpty() || (other && !mayDiscard(other, path)) || !document)
         return;
     if (document->saveAs(path) && other)
@@ -187,19 +188,6 @@ void FileCommands::discard(Document *document)
 {
     document->setModified(false); // its views would ask
     m_window.viewManager()->closeDocument(document);
-}
-
-Document *FileCommands::otherDocumentOn(const QString &path, const Document *document) const
-{
-    const QString canonical = QFileInfo(path).canonicalFilePath();
-    const auto isSame = [&](Document *other) {
-        const QString name = other->filename();
-        return other != document
-               && (name == path || (!canonical.isEmpty() && QFileInfo(name).canonicalFilePath() == canonical));
-    };
-    const QList<Document *> &documents = m_window.workspace()->documents();
-    const auto found = std::ranges::find_if(documents, isSame);
-    return found == documents.end() ? nullptr : *found;
 }
 
 /// A function of a plug-in's document may close views.

@@ -57,7 +57,6 @@ private:
     [[nodiscard]] bool mayRevert(const QString &path, bool modified) const;
     [[nodiscard]] bool mayDiscard(const Document *other, const QString &path);
     void discard(Document *document);
-    [[nodiscard]] Document *otherDocumentOn(const QString &path, const Document *document) const;
 
     const Activity &m_activity;
     WindowServices &m_window;
