@@ -519,6 +519,26 @@ private Q_SLOTS:
         QVERIFY2(!text().contains(u".c"_s), qPrintable(text()));
     }
 
+    void fileToCompileHasTheNameAsWhichItWasSaved()
+    {
+        const ProductWindow f;
+        f.openProject({u"main.c"_s, u"uart.c"_s});
+        const auto text = [&f] { return f.action(u"buildCompileFile"_s)->text().remove(u'&'); };
+        const auto saveAs = [&f](const QString &name) {
+            f.answers->choose({f.path(name)});
+            f.window->fileSaveAs();
+        };
+        f.open(u"old.c"_s);
+        saveAs(u"new.c"_s);
+        QVERIFY2(text().contains(u"new.c"_s), qPrintable(text()));
+        f.type(u"x"_s);
+        saveAs(u"newest.c"_s);
+        QVERIFY2(text().contains(u"newest.c"_s), qPrintable(text()));
+        f.selectInTree(u"uart.c"_s);
+        saveAs(u"last.c"_s);
+        QVERIFY2(text().contains(u"uart.c"_s), qPrintable(text())); // it was chosen
+    }
+
     void menuOfDebugWindowsShowsWhichAreOpen()
     {
         const ProductWindow f;
