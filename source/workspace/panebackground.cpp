@@ -4,22 +4,27 @@
 #include "markedlines.h"
 #include "textdocument.h"
 #include "textdocumenttemplate.h"
-#include "textpattern.h"
 #include "textview.h"
 #include "textviewedit.h"
+#include <QElapsedTimer>
 #include <QPainter>
 #include <QTextLayout>
 
+namespace {
+constexpr int LongestSearch = 20; // milliseconds for an expression in all lines of one paint event
+}
+
 void PaneBackground::markMatches(const std::shared_ptr<const TextPattern> &pattern)
 {
-    m_marked = pattern;
+    m_marked = pattern ? *pattern : TextPattern();
+    m_marked.setTimeLimit(LongestSearch);
     m_pane.viewport()->update();
 }
 
 void PaneBackground::paint(const QRect &rect, qreal left)
 {
     paintBands(rect);
-    if (m_marked && m_marked->canMatch())
+    if (m_marked.canMatch())
         paintMatches(rect, left);
 }
 
@@ -52,8 +57,10 @@ void PaneBackground::refreshCurrentLine()
     }
 }
 
-void PaneBackground::paintMatches(const QRect &rect, qreal left) const
+void PaneBackground::paintMatches(const QRect &rect, qreal left)
 {
+    QElapsedTimer time;
+    time.start();
     const EditorColours colours = editorColours(m_document.paperColour());
     QPainter painter(m_pane.viewport());
     painter.setPen(colours.matchFrame);
@@ -63,11 +70,13 @@ void PaneBackground::paintMatches(const QRect &rect, qreal left) const
             continue; // the places of matches take too long
         const QString text = line.block.text();
         const QTextLine layout = line.block.layout()->lineAt(0);
-        for (auto match = m_marked->forward(text, 0, text.size()); match && layout.isValid();
-             match = m_marked->forward(text, match->position + match->length, text.size())) {
+        for (auto match = m_marked.forward(text, 0, text.size()); match && layout.isValid();
+             match = m_marked.forward(text, match->position + match->length, text.size())) {
             const qreal begin = layout.cursorToX(int(match->position));
             const qreal end = layout.cursorToX(int(match->position + match->length));
             painter.drawRect(QRectF(left + begin, line.rect.top(), end - begin, line.rect.height() - 1));
         }
+        if (m_marked.hasGivenUp() || (m_marked.options().regExp && time.hasExpired(LongestSearch)))
+            return markMatches(nullptr); // each further paint event would take as long
     }
 }

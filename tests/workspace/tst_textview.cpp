@@ -755,6 +755,23 @@ private Q_SLOTS:
         QVERIFY(f.edit(0)->textCursor().hasSelection());
     }
 
+    void expressionThatTakesTooLongIsNotMarkedInFurtherLines()
+    {
+        const EditorFixture f(QString(60, u'a') + u"!\naaa\n"_s);
+        const auto shown = [&f] { return f.edit()->viewport()->grab().toImage(); };
+        f.edit()->clearFocus(); // no cursor, which may blink
+        const QImage unmarked = shown();
+        const auto mark = [&f](const QString &expression) {
+            f.view->markMatches(std::make_shared<TextPattern>(expression, TextPattern::Options{{}, true}));
+        };
+        mark(u"a+$"_s);
+        QVERIFY(shown() != unmarked);
+        mark(u"(a+)+$"_s);
+        QCOMPARE(shown(), unmarked);
+        mark(u"a+$"_s);
+        QVERIFY(shown() != unmarked);
+    }
+
     void panesHaveNamesForTestDrivers()
     {
         const EditorFixture f;
