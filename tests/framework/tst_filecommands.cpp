@@ -731,16 +731,24 @@ private Q_SLOTS:
 
     // Others
 
-    void printCommandIsDisabledForLargeFiles()
+    void commandsOnWholeTextsAreDisabledForLargeFiles_data()
     {
+        QTest::addColumn<QString>("command");
+        QTest::newRow("print") << u"filePrint"_s;
+        QTest::newRow("save as") << u"fileSaveAs"_s;
+    }
+    void commandsOnWholeTextsAreDisabledForLargeFiles()
+    {
+        QFETCH(const QString, command);
         WindowFixture f;
-        f.installation.write(u"config/uiconfig.xml"_s, R"(<ui><actions><action name="filePrint"><enable
-                             signal="viewHasFocus"/></action></actions></ui>)");
+        f.installation.write(u"config/uiconfig.xml"_s, u"<ui><actions><action name='%1'><enable signal='viewHasFocus'/>"
+                                                       "</action></actions></ui>"_s.arg(command)
+                                                           .toUtf8());
         f.restart();
         f.open(u"a.c"_s);
-        auto *print = f.window->findChild<QAction *>(u"filePrint"_s);
-        QVERIFY(print);
-        QVERIFY(print->isEnabled());
+        auto *action = f.window->findChild<QAction *>(command);
+        QVERIFY(action);
+        QVERIFY(action->isEnabled());
         f.answers->press(QMessageBox::Ok); // it is too large for the editor
         f.open(u"large.log"_s, QByteArray(10'000'001, '\n'));
         QVERIFY(qobject_cast<LargeTextView *>(f.window->viewManager()->currentView()));

@@ -32,6 +32,12 @@ QString absoluteSource(const Activity &activity, const QString &path)
                                                  : path;
 }
 
+/// Views of these kinds read what is on the screen only: there is no text to print or to save.
+bool hasWholeText(View *view)
+{
+    return view && !qobject_cast<LargeTextView *>(view) && !qobject_cast<DisassemblerView *>(view);
+}
+
 } // namespace
 
 bool sourceExists(const Activity &activity, const WindowServices &window, const QString &path)
@@ -152,7 +158,7 @@ void FileCommands::save()
 void FileCommands::saveAs()
 {
     const QPointer<Document> document = m_window.viewManager()->currentDocument();
-    if (!document)
+    if (!document || !hasWholeText(m_window.viewManager()->currentView()))
         return;
     const QFileInfo present(document->filename());
     const QString path = askForSaveFile(m_window.dialogParent(),
@@ -231,9 +237,10 @@ QStringList FileCommands::newerProjectFiles() const
 
 void FileCommands::viewActivated(View *view)
 {
-    const bool isEndless = qobject_cast<LargeTextView *>(view) || qobject_cast<DisassemblerView *>(view);
-    if (QAction *print = m_window.action(u"filePrint"_s); print && isEndless)
-        print->setEnabled(false);
+    for (const QString &name : {u"filePrint"_s, u"fileSaveAs"_s}) {
+        if (QAction *action = m_window.action(name); action && !hasWholeText(view))
+            action->setEnabled(false);
+    }
 }
 
 void FileCommands::print()
