@@ -46,6 +46,8 @@ public:
     void changeFileFormat(const TextFileFormat &format);
     [[nodiscard]] SwapFile *swapFile() const { return m_swap.get(); } ///< null if there is no copy
     [[nodiscard]] const StandIns &standIns() const { return m_standIns; }
+    /// @p text, whose lines end in "\n", in the form in which it can be inserted.
+    [[nodiscard]] QString insertable(QString text);
     /// The whole text, its lines separated by ParagraphSeparator. The copy is kept for further searches until the text
     /// changes or was not used for some seconds: it takes twice the size of the file.
     [[nodiscard]] QString rawText();

@@ -318,7 +318,7 @@ bool TextView::replaceInSelection(const QString &text, const QString &replacemen
 void TextView::insert(const QString &text)
 {
     QTextCursor cursor = m_current->textCursor();
-    cursor.insertText(text);
+    cursor.insertText(m_textDocument->insertable(text));
     m_current->setTextCursor(cursor);
 }
 
