@@ -81,7 +81,6 @@ TextViewEdit *TextView::addPane()
         Qt::QueuedConnection); // not while the splitter arranges its children
     pane->background().markMatches(m_marked);
     m_edits.append(pane);
-    pane->setNumber(m_edits.size());
     m_splitter->addWidget(pane);
     return pane;
 }
