@@ -199,7 +199,7 @@ private Q_SLOTS:
         QByteArrayList expected;
         for (const QByteArray &name : availabilitySignals())
             expected.append(name + "(bool)");
-        QCOMPARE(expected.size(), 32);
+        QCOMPARE(expected.size(), 33);
         QByteArrayList found;
         const QMetaObject &meta = AvailabilityWindow::staticMetaObject;
         for (int i = meta.methodOffset(); i < meta.methodCount(); ++i) {
@@ -305,7 +305,8 @@ private Q_SLOTS:
         recorder.recorded.removeAll(u"compileAvailable"_s); // emitted for the action whose text is changed
         QCOMPARE(recorder.recorded.join(u' '),
                  u"viewHasFocus textViewHasFocus textNavigationAvailable undoAvailable redoAvailable cutAvailable "
-                 "copyAvailable pasteAvailable backAvailable forwardAvailable previousAvailable nextAvailable "
+                 "copyAvailable pasteAvailable selectAllAvailable backAvailable forwardAvailable previousAvailable "
+                 "nextAvailable "
                  "saveAvailable closePaneAvailable setNextAvailable runToCursorAvailable +projectOpenAvailable "
                  "projectRepopulateAvailable "
                  "workspaceEditingAvailable projectEditingAvailable "

@@ -257,6 +257,7 @@ void WindowParts::setUpDocks()
     QObject::connect(outputWindow, &OutputWindow::copyAvailable, &window, &MainWindow::copyAvailable);
     QObject::connect(outputWindow, &OutputWindow::cutAvailable, &window, &MainWindow::cutAvailable);
     QObject::connect(outputWindow, &OutputWindow::pasteAvailable, &window, &MainWindow::pasteAvailable);
+    QObject::connect(outputWindow, &OutputWindow::selectAllAvailable, &window, &MainWindow::selectAllAvailable);
     connectNavigator();
 }
 
