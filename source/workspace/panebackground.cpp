@@ -6,18 +6,27 @@
 #include "textdocumenttemplate.h"
 #include "textview.h"
 #include "textviewedit.h"
-#include <QElapsedTimer>
+#include <ctime>
 #include <QPainter>
 #include <QTextLayout>
 
 namespace {
-constexpr int LongestSearch = 20; // milliseconds for an expression in all lines of one paint event
+constexpr int LongestLine = 100;         // milliseconds for an expression in one line
+constexpr qint64 LongestSearch = 20'000; // microseconds of the processor for it in all lines of one paint event
+
+/// In microseconds. The time of other programs does not count: how much work there is does not depend on them.
+qint64 processorTime()
+{
+    timespec time{};
+    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
+    return qint64(time.tv_sec) * 1'000'000 + time.tv_nsec / 1000;
 }
+} // namespace
 
 void PaneBackground::markMatches(const std::shared_ptr<const TextPattern> &pattern)
 {
     m_marked = pattern ? *pattern : TextPattern();
-    m_marked.setTimeLimit(LongestSearch);
+    m_marked.setTimeLimit(LongestLine);
     m_pane.viewport()->update();
 }
 
@@ -59,8 +68,7 @@ void PaneBackground::refreshCurrentLine()
 
 void PaneBackground::paintMatches(const QRect &rect, qreal left)
 {
-    QElapsedTimer time;
-    time.start();
+    const qint64 start = processorTime();
     const EditorColours colours = editorColours(m_document.paperColour());
     QPainter painter(m_pane.viewport());
     painter.setPen(colours.matchFrame);
@@ -76,7 +84,7 @@ void PaneBackground::paintMatches(const QRect &rect, qreal left)
             const qreal end = layout.cursorToX(int(match->position + match->length));
             painter.drawRect(QRectF(left + begin, line.rect.top(), end - begin, line.rect.height() - 1));
         }
-        if (m_marked.hasGivenUp() || (m_marked.options().regExp && time.hasExpired(LongestSearch)))
+        if (m_marked.hasGivenUp() || (m_marked.options().regExp && processorTime() - start > LongestSearch))
             return markMatches(nullptr); // each further paint event would take as long
     }
 }
