@@ -1,9 +1,11 @@
 #include "scriptdocument.h"
 #include "newerfile.h"
+#include "scripteditor.h"
 #include "scripthost.h"
 #include "textdocument.h"
 #include "textview.h"
 #include "viewmanager.h"
+#include "workspace.h"
 #include <limits>
 
 using namespace Qt::StringLiterals;
@@ -38,9 +40,14 @@ void ScriptDocument::save() const
         raiseNotSaved(path);
 }
 
+/// Two documents on one file would overwrite each other's changes.
 void ScriptDocument::saveAs(const QString &path) const
 {
-    if (!document().saveAs(path))
+    TextDocument &saved = document();
+    const QString absolute = absolutePath(model(), path);
+    if (absolute == saved.filename() && !maySave(model().host().dialogParent(), &saved))
+        raiseNotSaved(path);
+    if (model().host().workspace()->findOther(absolute, m_document) || !document().saveAs(absolute))
         raiseNotSaved(path);
 }
 

@@ -33,19 +33,17 @@ void ScriptEditor::openDocument(const QString &path) const
         raisePython(PyExc_OSError, u"Error opening document '%1'."_s.arg(path));
 }
 
-/// As for files that are opened: relative to the current project. Other names, "disassembler:fw", stay.
-QString ScriptEditor::absolutePath(const QString &name) const
+QString absolutePath(const ObjectModel &model, const QString &name)
 {
-    if (ProgramPlace::fromBreakpoint(name, 1).isDisassembly())
-        return name;
-    const Project *project = model().activity().currentProject();
+    const Project *project = model.activity().currentProject();
     return QDir::cleanPath(QDir(project ? project->basePath() : QString()).absoluteFilePath(name));
 }
 
 void ScriptEditor::newDocument(const QString &path, int addToProject) const
 {
     Workspace *workspace = model().host().workspace();
-    const QString absolute = absolutePath(path);
+    const bool isFile = !ProgramPlace::fromBreakpoint(path, 1).isDisassembly(); // "disassembler:fw" stays as it is
+    const QString absolute = isFile ? absolutePath(model(), path) : path;
     DocumentTemplate *docTemplate = templateFor(*workspace, absolute);
     if (!docTemplate)
         raisePython(PyExc_ValueError, u"No document template for '%1' could not be found."_s.arg(path));

@@ -13,9 +13,8 @@ public:
     void saveAll(int modifiedOnly) const;
     [[nodiscard]] py::list documents() const;              ///< Text documents, in the order in which they were opened.
     [[nodiscard]] PythonReference currentDocument() const; ///< Null unless a text document is in front.
-
-private:
-    [[nodiscard]] QString absolutePath(const QString &name) const;
 };
 
+/// The file that a script names: relative names are those of files of the current project.
+[[nodiscard]] QString absolutePath(const ObjectModel &model, const QString &name);
 [[nodiscard]] py::object bindEditor();

@@ -70,7 +70,7 @@ LargeTextView::LargeTextView(LargeTextDocument *document, const FormatTable *for
 void LargeTextView::layOut()
 {
     const QString file = QFileInfo(m_text->filename()).completeBaseName();
-    const QString name = partOfObjectName(QFileInfo(m_text->filename()).baseName());
+    const QString name = objectNameOfFile(m_text->filename());
     m_lines->setObjectName(name + u"/lines"_s);
     m_lines->viewport()->setObjectName(name + u"/text"_s);
     m_margin->setObjectName(name + u"/margin"_s);

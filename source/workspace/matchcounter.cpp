@@ -1,5 +1,6 @@
 #include "matchcounter.h"
 #include <QElapsedTimer>
+#include <utility>
 
 namespace {
 constexpr int Pause = 150;                   // milliseconds
@@ -14,9 +15,9 @@ MatchCounter::MatchCounter(QObject *parent) : QObject(parent)
     connect(&m_timer, &QTimer::timeout, this, &MatchCounter::countSome);
 }
 
-void MatchCounter::start(const QString &raw, const TextPattern &pattern)
+void MatchCounter::start(const std::function<QString()> &raw, const TextPattern &pattern)
 {
-    m_raw = raw;
+    m_source = raw;
     m_pattern = pattern;
     m_pattern.setTimeLimit(LongestSearch);
     m_from = 0;
@@ -27,6 +28,7 @@ void MatchCounter::start(const QString &raw, const TextPattern &pattern)
 void MatchCounter::stop()
 {
     m_timer.stop();
+    m_source = nullptr;
     m_raw.clear();
 }
 
@@ -34,6 +36,8 @@ void MatchCounter::countSome()
 {
     QElapsedTimer time;
     time.start();
+    if (m_source)
+        m_raw = std::exchange(m_source, nullptr)();
     while (m_from < m_raw.size() && m_count < Most && time.elapsed() < PortionTime) {
         const qsizetype end = std::min(m_from + PortionLength, m_raw.size());
         const auto match = m_pattern.forward(m_raw, m_from, end);

@@ -1,5 +1,6 @@
 #pragma once
 #include "textpattern.h"
+#include <functional>
 #include <QObject>
 #include <QTimer>
 
@@ -12,8 +13,9 @@ public:
 
     explicit MatchCounter(QObject *parent = nullptr);
 
-    /// Begins after a short pause, in which another start replaces this one.
-    void start(const QString &raw, const TextPattern &pattern);
+    /// Begins after a short pause, in which another start replaces this one. @p raw returns the text, and is called
+    /// after the pause: the text of a large file takes long to collect.
+    void start(const std::function<QString()> &raw, const TextPattern &pattern);
     void stop();
 
 Q_SIGNALS:
@@ -24,6 +26,7 @@ private:
     void countSome();
 
     QTimer m_timer;
+    std::function<QString()> m_source; ///< null as soon as the text was taken
     QString m_raw;
     TextPattern m_pattern;
     qsizetype m_from = 0;

@@ -4,22 +4,36 @@
 #include "markedlines.h"
 #include "textdocument.h"
 #include "textdocumenttemplate.h"
-#include "textpattern.h"
 #include "textview.h"
 #include "textviewedit.h"
+#include <ctime>
 #include <QPainter>
 #include <QTextLayout>
 
+namespace {
+constexpr int LongestLine = 100;         // milliseconds for an expression in one line
+constexpr qint64 LongestSearch = 20'000; // microseconds of the processor for it in all lines of one paint event
+
+/// In microseconds. The time of other programs does not count: how much work there is does not depend on them.
+qint64 processorTime()
+{
+    timespec time{};
+    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
+    return qint64(time.tv_sec) * 1'000'000 + time.tv_nsec / 1000;
+}
+} // namespace
+
 void PaneBackground::markMatches(const std::shared_ptr<const TextPattern> &pattern)
 {
-    m_marked = pattern;
+    m_marked = pattern ? *pattern : TextPattern();
+    m_marked.setTimeLimit(LongestLine);
     m_pane.viewport()->update();
 }
 
 void PaneBackground::paint(const QRect &rect, qreal left)
 {
     paintBands(rect);
-    if (m_marked && m_marked->canMatch())
+    if (m_marked.canMatch())
         paintMatches(rect, left);
 }
 
@@ -53,8 +67,9 @@ void PaneBackground::refreshCurrentLine()
     }
 }
 
-void PaneBackground::paintMatches(const QRect &rect, qreal left) const
+void PaneBackground::paintMatches(const QRect &rect, qreal left)
 {
+    const qint64 start = processorTime();
     const EditorColours colours = editorColours(m_document.paperColour());
     QPainter painter(m_pane.viewport());
     painter.setPen(colours.matchFrame);
@@ -64,11 +79,13 @@ void PaneBackground::paintMatches(const QRect &rect, qreal left) const
             continue; // the places of matches take too long
         const QString text = line.block.text();
         const QTextLine layout = line.block.layout()->lineAt(0);
-        for (auto match = m_marked->forward(text, 0, text.size()); match && layout.isValid();
-             match = m_marked->forward(text, match->position + match->length, text.size())) {
+        for (auto match = m_marked.forward(text, 0, text.size()); match && layout.isValid();
+             match = m_marked.forward(text, match->position + match->length, text.size())) {
             const qreal begin = layout.cursorToX(int(match->position));
             const qreal end = layout.cursorToX(int(match->position + match->length));
             painter.drawRect(QRectF(left + begin, line.rect.top(), end - begin, line.rect.height() - 1));
         }
+        if (m_marked.hasGivenUp() || (m_marked.options().regExp && processorTime() - start > LongestSearch))
+            return markMatches(nullptr); // each further paint event would take as long
     }
 }

@@ -1,9 +1,8 @@
 #pragma once
-#include <memory>
+#include "textpattern.h"
 #include <QRect>
 #include <QTextBlock>
 class TextDocument;
-class TextPattern;
 class TextViewEdit;
 
 /// What a pane of an editor paints below its text: bands on the lines of the next statement and of the cursor, and
@@ -14,7 +13,8 @@ public:
     /// Both arguments outlive this object.
     PaneBackground(TextViewEdit &pane, const TextDocument &document) : m_pane(pane), m_document(document) {}
 
-    /// Marks every match in the visible lines, also after the text was changed. A null pattern ends that.
+    /// Marks every match in the visible lines, also after the text was changed. A null pattern ends that, and so does
+    /// an expression that takes too long.
     void markMatches(const std::shared_ptr<const TextPattern> &pattern);
     /// @p left is where the text begins in the viewport, which depends on the horizontal scroll bar.
     void paint(const QRect &rect, qreal left);
@@ -22,10 +22,10 @@ public:
 
 private:
     void paintBands(const QRect &rect);
-    void paintMatches(const QRect &rect, qreal left) const;
+    void paintMatches(const QRect &rect, qreal left);
 
     TextViewEdit &m_pane;
     const TextDocument &m_document;
-    std::shared_ptr<const TextPattern> m_marked; ///< null if no matches are marked
-    QTextBlock m_shownLine;                      ///< painted as the line of the cursor
+    TextPattern m_marked;   ///< matches nowhere if no matches are marked
+    QTextBlock m_shownLine; ///< painted as the line of the cursor
 };

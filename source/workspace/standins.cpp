@@ -4,12 +4,12 @@ namespace {
 constexpr QStringView Reserved = u"\u2029\uFDD0\uFDD1";
 
 /// Characters without a meaning that no font has: the other noncharacters, then those for private use.
-QString charactersNotIn(const QString &text)
+QString charactersNotIn(QStringView text, QStringView others)
 {
     QString free;
     const auto add = [&](char16_t first, char16_t last) {
         for (char16_t c = first; c <= last && free.size() < Reserved.size(); ++c) {
-            if (!text.contains(QChar(c)))
+            if (!text.contains(QChar(c)) && !others.contains(QChar(c)))
                 free += QChar(c);
         }
     };
@@ -19,13 +19,17 @@ QString charactersNotIn(const QString &text)
 }
 } // namespace
 
-void StandIns::putInto(QString &text)
+bool StandIns::areNeededFor(QStringView text)
 {
-    const auto isReserved = [](QChar c) { return Reserved.contains(c); };
-    if (m_characters.isEmpty() && std::ranges::none_of(text, isReserved))
+    return std::ranges::any_of(text, [](QChar c) { return Reserved.contains(c); });
+}
+
+void StandIns::putInto(QString &text, QStringView others)
+{
+    if (m_characters.isEmpty() && !areNeededFor(text))
         return;
     if (m_characters.isEmpty())
-        m_characters = charactersNotIn(text);
+        m_characters = charactersNotIn(text, others);
     for (qsizetype i = 0; i < m_characters.size(); ++i)
         text.replace(Reserved[i], m_characters[i]);
 }

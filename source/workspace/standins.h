@@ -6,8 +6,11 @@
 class StandIns
 {
 public:
-    /// Puts stand-ins into the text of a file. The first text that needs them chooses them.
-    void putInto(QString &text);
+    /// Puts stand-ins into the text of a file. The first text that needs them chooses them, from the characters that
+    /// neither it nor @p others, the rest of the document, contains.
+    void putInto(QString &text, QStringView others = {});
+    /// Whether the document cannot hold @p text as it is.
+    [[nodiscard]] static bool areNeededFor(QStringView text);
     /// Puts the characters of the file back into a text of the document whose lines end in "\n".
     void takeOutOf(QString &text) const;
 

@@ -170,6 +170,13 @@ void TextDocument::recover(QString text)
     m_text->setModified(true);
 }
 
+QString TextDocument::insertable(QString text)
+{
+    if (StandIns::areNeededFor(text))
+        m_standIns.putInto(text, m_text->toRawText());
+    return text;
+}
+
 QString TextDocument::rawText()
 {
     if (m_rawText.isNull())

@@ -2,6 +2,7 @@
 #include "bracketmatcher.h"
 #include "document.h"
 #include "markedlines.h"
+#include "panenumbers.h"
 #include "standins.h"
 #include "textfile.h"
 #include <QTextCursor>
@@ -46,6 +47,8 @@ public:
     void changeFileFormat(const TextFileFormat &format);
     [[nodiscard]] SwapFile *swapFile() const { return m_swap.get(); } ///< null if there is no copy
     [[nodiscard]] const StandIns &standIns() const { return m_standIns; }
+    /// @p text, whose lines end in "\n", in the form in which it can be inserted.
+    [[nodiscard]] QString insertable(QString text);
     /// The whole text, its lines separated by ParagraphSeparator. The copy is kept for further searches until the text
     /// changes or was not used for some seconds: it takes twice the size of the file.
     [[nodiscard]] QString rawText();
@@ -66,6 +69,7 @@ public:
     /// Highlights @p block and everything above it.
     void ensureProcessed(const QTextBlock &block);
     void setSelection(const QTextCursor &cursor) { m_selection = cursor; }
+    [[nodiscard]] PaneNumbers &paneNumbers() { return m_paneNumbers; } ///< in all views
 
 Q_SIGNALS:
     void encodingChanged(bool latin1);
@@ -92,6 +96,7 @@ private:
     std::unique_ptr<HighlightDriver> m_driver; ///< destroyed before the text; the template owns the highlighter
     std::unique_ptr<SwapFile> m_swap;
     QTextCursor m_selection;
+    PaneNumbers m_paneNumbers;
     QTextCursor m_bracketMatch;
     BracketSearch m_search;
     QTimer m_searchTimer;

@@ -81,7 +81,6 @@ TextViewEdit *TextView::addPane()
         Qt::QueuedConnection); // not while the splitter arranges its children
     pane->background().markMatches(m_marked);
     m_edits.append(pane);
-    pane->setNumber(m_edits.size());
     m_splitter->addWidget(pane);
     return pane;
 }
@@ -299,26 +298,10 @@ void TextView::selectAll()
     m_current->selectAll();
 }
 
-bool TextView::find(const QString &text, bool caseSensitive, bool wholeWord, bool forward, bool fromCursor)
-{
-    return m_edits.first()->find(text, caseSensitive, wholeWord, forward, fromCursor);
-}
-
-bool TextView::replace(const QString &text, const QString &replacement, bool caseSensitive, bool wholeWord,
-                       bool forward, bool fromCursor, bool all)
-{
-    return m_edits.first()->replace(text, replacement, caseSensitive, wholeWord, forward, fromCursor, all);
-}
-
-bool TextView::replaceInSelection(const QString &text, const QString &replacement, bool caseSensitive, bool wholeWord)
-{
-    return m_edits.first()->replaceInSelection(text, replacement, caseSensitive, wholeWord);
-}
-
 void TextView::insert(const QString &text)
 {
     QTextCursor cursor = m_current->textCursor();
-    cursor.insertText(text);
+    cursor.insertText(m_textDocument->insertable(text));
     m_current->setTextCursor(cursor);
 }
 
@@ -396,38 +379,6 @@ void TextView::gotoColumn(int column)
         reached = text[index] == u'\t' ? (reached + 7) / 8 * 8 + 1 : reached + 1;
     cursor.setPosition(cursor.block().position() + index);
     m_current->setTextCursor(cursor);
-}
-
-bool TextView::find(const TextPattern &pattern, bool forward, bool fromCursor)
-{
-    return m_edits.first()->find(pattern, forward, fromCursor);
-}
-
-bool TextView::replace(const TextPattern &pattern, const QString &replacement, bool all)
-{
-    return m_edits.first()->replace(pattern, replacement, all);
-}
-
-bool TextView::replaceInSelection(const TextPattern &pattern, const QString &replacement)
-{
-    return m_edits.first()->replaceInSelection(pattern, replacement);
-}
-
-int TextView::replacedCount() const
-{
-    return m_edits.first()->replacedCount();
-}
-
-QRect TextView::selectionOnScreen() const
-{
-    return m_edits.first()->selectionOnScreen();
-}
-
-void TextView::markMatches(const std::shared_ptr<const TextPattern> &pattern)
-{
-    m_marked = pattern;
-    for (TextViewEdit *edit : std::as_const(m_edits))
-        edit->background().markMatches(pattern);
 }
 
 QString TextView::selectedText()

@@ -1,5 +1,6 @@
 #pragma once
 #include "viewinterfaces.h"
+#include <functional>
 class QSplitter;
 class TextDocument;
 class TextPattern;
@@ -40,7 +41,7 @@ public:
     using View::update;
     void update(View *source, bool full) override;
 
-    /// As in TextViewEdit, on the first pane.
+    /// As in TextViewEdit, on the first pane; replaceInSelection() on the current one.
     virtual bool replace(const QString &text, const QString &replacement, bool caseSensitive, bool wholeWord,
                          bool forward, bool fromCursor, bool all);
     virtual bool replaceInSelection(const QString &text, const QString &replacement, bool caseSensitive,
@@ -49,8 +50,8 @@ public:
     bool find(const TextPattern &pattern, bool forward, bool fromCursor);
     bool replace(const TextPattern &pattern, const QString &replacement, bool all);
     bool replaceInSelection(const TextPattern &pattern, const QString &replacement);
-    [[nodiscard]] int replacedCount() const;       ///< by the last call of a replacing function
-    [[nodiscard]] QRect selectionOnScreen() const; ///< in the pane that is searched
+    [[nodiscard]] int replacedCount() const { return m_replacedCount; } ///< by the last call of a replacing function
+    [[nodiscard]] QRect selectionOnScreen() const;                      ///< in the pane that is searched
     /// Marks every match in all panes; see TextViewEdit.
     void markMatches(const std::shared_ptr<const TextPattern> &pattern);
     virtual void insert(const QString &text);
@@ -104,10 +105,12 @@ private:
     void cursorMoved(TextViewEdit *pane);
     void emitUndoAvailable();
     void emitPasteAvailable();
+    bool counted(TextViewEdit *pane, const std::function<bool(TextViewEdit *)> &work);
 
     TextDocument *const m_textDocument;
     QSplitter *m_splitter;
     QList<TextViewEdit *> m_edits;
     std::shared_ptr<const TextPattern> m_marked; ///< for new panes
     TextViewEdit *m_current = nullptr;
+    int m_replacedCount = 0;
 };

@@ -52,6 +52,7 @@ bool changesIndent(const TextViewEdit &edit, const QString &typed)
 TextViewEdit::TextViewEdit(TextView *view, TextDocument *document)
     : m_view(view)
     , m_document(document)
+    , m_number(document->paneNumbers().take())
     , m_ownDocument(keptDocument(this))
     , m_margin(new TextMarkerWidget(this))
     , m_background(*this, *document)
@@ -61,8 +62,7 @@ TextViewEdit::TextViewEdit(TextView *view, TextDocument *document)
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
     setLineWrapMode(NoWrap);
     setMinimumSize(1, 1); // it is collapsed at a larger size
-    const QString file = QFileInfo(document->filename()).fileName();
-    setAccessibleName(tr("Text of %1").arg(file));
+    nameByFile();
     refresh(true);
     setDocument(document->text());
 
@@ -81,6 +81,7 @@ TextViewEdit::TextViewEdit(TextView *view, TextDocument *document)
     connect(this, &QPlainTextEdit::blockCountChanged, this, &TextViewEdit::placeMargin);
     connect(this, &QPlainTextEdit::cursorPositionChanged, this, [this] { m_background.refreshCurrentLine(); });
     connect(this, &QPlainTextEdit::selectionChanged, this, [this] { m_document->setSelection(textCursor()); });
+    connect(document, &Document::documentModified, this, &TextViewEdit::nameByFile); // it may have another name
     m_bracketTimer.setSingleShot(true);
     m_bracketTimer.setInterval(BracketDelay);
     connect(&m_bracketTimer, &QTimer::timeout, this, &TextViewEdit::showBracketMatch);
@@ -94,13 +95,15 @@ TextViewEdit::~TextViewEdit()
 {
     const QSignalBlocker quiet(this);
     m_document->disconnect(this);
+    m_document->paneNumbers().giveBack(m_number);
     setDocument(m_ownDocument);
 }
 
-void TextViewEdit::setNumber(qsizetype number)
+void TextViewEdit::nameByFile()
 {
-    const QString base = partOfObjectName(QFileInfo(m_document->filename()).baseName());
-    const QString name = number > 1 ? base + QString::number(number) : base;
+    setAccessibleName(tr("Text of %1").arg(QFileInfo(m_document->filename()).fileName()));
+    const QString base = objectNameOfFile(m_document->filename());
+    const QString name = m_number > 1 ? base + QString::number(m_number) : base;
     setObjectName(name);
     m_margin->setObjectName(name + u"/margin"_s);
     viewport()->setObjectName(name + u"/text"_s);

@@ -41,9 +41,6 @@ public:
     /// What the cursor or the selection covers of the screen.
     [[nodiscard]] QRect selectionOnScreen() const;
 
-    /// Gives the pane and its parts the names by which test drivers find them: that of the file without its suffix, and
-    /// from the second pane on the number.
-    void setNumber(qsizetype number);
     [[nodiscard]] TextDocument *textDocument() const { return m_document; }
     /// Shows changed markers; with @p full also changed formats.
     void refresh(bool full);
@@ -76,6 +73,9 @@ protected:
     void changeEvent(QEvent *event) override;
 
 private:
+    /// Gives the pane and its parts the names by which test drivers find them: that of the file without its suffix, and
+    /// from the second pane on the number.
+    void nameByFile();
     void pressTab();
     void pressReturn(QKeyEvent *event);
     void pressOther(QKeyEvent *event);
@@ -89,6 +89,7 @@ private:
 
     TextView *const m_view;
     TextDocument *const m_document;
+    const int m_number;
     QTextDocument *const m_ownDocument; ///< set again before destruction, so that the shared document is not affected
     TextMarkerWidget *m_margin;
     PaneBackground m_background;

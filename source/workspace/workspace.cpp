@@ -24,6 +24,15 @@ Document *helpDocument(const ObjectList<Document> &documents)
     const auto found = std::find_if(documents.cbegin(), documents.cend(), isHelp);
     return found == documents.cend() ? nullptr : *found;
 }
+
+/// One name for each file, whatever links lead to it. The file itself may be missing.
+QString uniqueName(const QString &filename)
+{
+    const QFileInfo file(filename);
+    if (file.exists())
+        return file.canonicalFilePath();
+    return file.dir().exists() ? file.dir().canonicalPath() + u'/' + file.fileName() : filename;
+}
 } // namespace
 
 Workspace::Workspace(QObject *parent) : QObject(parent) {}
@@ -171,6 +180,15 @@ Document *Workspace::findDocument(const QString &filename) const
         if (!file.isEmpty())
             found = std::find_if(m_documents.cbegin(), m_documents.cend(), isSameFile);
     }
+    return found == m_documents.cend() ? nullptr : *found;
+}
+
+Document *Workspace::findOther(const QString &filename, const Document *document) const
+{
+    const auto isSame = [&filename, document, name = uniqueName(filename)](Document *doc) {
+        return doc != document && (doc->filename() == filename || uniqueName(doc->filename()) == name);
+    };
+    const auto found = std::find_if(m_documents.cbegin(), m_documents.cend(), isSame);
     return found == m_documents.cend() ? nullptr : *found;
 }
 

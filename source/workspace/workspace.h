@@ -42,6 +42,8 @@ public:
     void closeAll();
     /// The first document with exactly that name, or null.
     [[nodiscard]] Document *findDocument(const QString &filename) const;
+    /// Another document than @p document on the file that @p filename would be saved to, or null.
+    [[nodiscard]] Document *findOther(const QString &filename, const Document *document) const;
     [[nodiscard]] bool anyModified() const;
 
 Q_SIGNALS:

@@ -47,7 +47,7 @@ inline QByteArrayList availabilitySignals()
 {
     return QByteArray(
                "viewHasFocus textViewHasFocus textNavigationAvailable undoAvailable redoAvailable copyAvailable "
-               "cutAvailable pasteAvailable projectOpenAvailable projectRepopulateAvailable "
+               "cutAvailable pasteAvailable selectAllAvailable projectOpenAvailable projectRepopulateAvailable "
                "projectEditingAvailable workspaceEditingAvailable compileAvailable buildAvailable projectBuilding "
                "runAvailable pauseAvailable stopAvailable restartAvailable startAvailable wakeupAvailable "
                "showNextAvailable setNextAvailable runToCursorAvailable backAvailable forwardAvailable "

@@ -694,6 +694,29 @@ private Q_SLOTS:
         QCOMPARE(f.text(), u"Gr\u00fc\u00dfe"_s);
     }
 
+    void insertedCharactersThatTheEditorCannotHoldSurviveASave_data()
+    {
+        QTest::addColumn<QString>("old");
+        QTest::addColumn<QString>("inserted");
+        const QString reserved = u"a\u2029b\uFDD0c\uFDD1d"_s;
+        QTest::newRow("into a plain text") << u"old"_s << reserved;
+        QTest::newRow("into a text with such characters") << reserved << reserved;
+        QTest::newRow("into a text with the characters that may stand for them")
+            << u"\uFDD2\uFDD3\uFDD4\uFDD5"_s << reserved;
+        QTest::newRow("several lines") << u"old"_s << u"a\u2029\nb\n"_s;
+    }
+    void insertedCharactersThatTheEditorCannotHoldSurviveASave()
+    {
+        QFETCH(const QString, old);
+        QFETCH(const QString, inserted);
+        const WindowFixture f;
+        f.open(u"a.c"_s, old.toUtf8());
+        f.answers->choose({f.write(u"b.txt"_s, inserted.toUtf8())});
+        f.window->editInsertFile();
+        f.window->fileSave();
+        QCOMPARE(QString::fromUtf8(f.read(u"a.c"_s)), inserted + old);
+    }
+
     void pipeIsNotInserted()
     {
         const WindowFixture f;
@@ -732,22 +755,32 @@ private Q_SLOTS:
 
     // Others
 
-    void printCommandIsDisabledForLargeFiles()
+    void commandsOnWholeTextsAreDisabledForLargeFiles_data()
     {
+        QTest::addColumn<QString>("command");
+        QTest::newRow("print") << u"filePrint"_s;
+        QTest::newRow("save as") << u"fileSaveAs"_s;
+    }
+    void commandsOnWholeTextsAreDisabledForLargeFiles()
+    {
+        QFETCH(const QString, command);
         WindowFixture f;
-        f.installation.write(u"config/uiconfig.xml"_s, R"(<ui><actions><action name="filePrint"><enable
-                             signal="viewHasFocus"/></action></actions></ui>)");
+        f.installation.write(u"config/uiconfig.xml"_s, u"<ui><actions><action name='%1'><enable signal='viewHasFocus'/>"
+                                                       "</action></actions></ui>"_s.arg(command)
+                                                           .toUtf8());
         f.restart();
         f.open(u"a.c"_s);
-        auto *print = f.window->findChild<QAction *>(u"filePrint"_s);
-        QVERIFY(print);
-        QVERIFY(print->isEnabled());
+        auto *action = f.window->findChild<QAction *>(command);
+        QVERIFY(action);
+        QVERIFY(action->isEnabled());
         f.answers->press(QMessageBox::Ok); // it is too large for the editor
         f.open(u"large.log"_s, QByteArray(10'000'001, '\n'));
         QVERIFY(qobject_cast<LargeTextView *>(f.window->viewManager()->currentView()));
-        QVERIFY(!print->isEnabled());
+        QVERIFY(!action->isEnabled());
+        f.window->fileSaveAs(); // a script calls the slot of a disabled action as well
+        QVERIFY(f.answers->allGiven());
         f.window->fileClose();
-        QVERIFY(print->isEnabled()); // for a.c again
+        QVERIFY(action->isEnabled()); // for a.c again
     }
 
     void printCommandOpensThePrintDialogOfTheCurrentView()

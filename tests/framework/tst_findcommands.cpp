@@ -11,7 +11,9 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QScrollBar>
 #include <QSignalSpy>
+#include <QTextBlock>
 
 using namespace Qt::StringLiterals;
 
@@ -47,12 +49,32 @@ class FindCommandsTest : public QObject
         findDialog(f)->findChild<QComboBox *>(u"FindWhatCombo"_s)->setEditText(text);
     }
 
-    static void select(const WindowFixture &f, int from, int to)
+    static QDialog *replaceDialog(const WindowFixture &f) { return f.window->findChild<QDialog *>(u"replaceDialog"_s); }
+
+    static void openReplace(const WindowFixture &f, const QString &text, const QString &replacement = {})
     {
-        QTextCursor cursor = f.view()->currentEdit()->textCursor();
+        f.window->editReplace();
+        replaceDialog(f)->findChild<QComboBox *>(u"FindWhatCombo"_s)->setEditText(text);
+        replaceDialog(f)->findChild<QComboBox *>(u"ReplaceWithCombo"_s)->setEditText(replacement);
+    }
+
+    static QString count(const QDialog *dialog) { return dialog->findChild<QLabel *>(u"CountLabel"_s)->text(); }
+    /// The first lines in front, without a cursor. The width of the pane changes while the window arranges its docks.
+    static QImage shown(const WindowFixture &f)
+    {
+        TextViewEdit *pane = f.view()->currentEdit();
+        pane->clearFocus();
+        QCoreApplication::processEvents();
+        return pane->viewport()->grab(QRect(0, 0, 200, 100)).toImage();
+    }
+
+    static void select(const WindowFixture &f, int from, int to, int pane = -1)
+    {
+        TextViewEdit *edit = pane < 0 ? f.view()->currentEdit() : f.view()->edits().at(pane);
+        QTextCursor cursor = edit->textCursor();
         cursor.setPosition(from);
         cursor.setPosition(to, QTextCursor::KeepAnchor);
-        f.view()->currentEdit()->setTextCursor(cursor);
+        edit->setTextCursor(cursor);
     }
 
 private Q_SLOTS:
@@ -164,6 +186,75 @@ private Q_SLOTS:
         QVERIFY(f.view()->currentEdit()->viewport()->grab().toImage() != marked);
     }
 
+    void countFollowsTheText()
+    {
+        const WindowFixture f;
+        f.open(u"a.c"_s, "x one x\n");
+        openFind(f, u"x"_s);
+        QTRY_COMPARE(count(findDialog(f)), u"2 matches"_s);
+        f.type(u"x"_s);
+        QTRY_COMPARE(count(findDialog(f)), u"3 matches"_s);
+        f.view()->selectAll();
+        f.type(u"y"_s);
+        QTRY_COMPARE(count(findDialog(f)), u"No match"_s);
+        f.view()->undo();
+        QTRY_COMPARE(count(findDialog(f)), u"3 matches"_s);
+        openReplace(f, u"x"_s, u"y"_s);
+        QTRY_COMPARE(count(replaceDialog(f)), u"3 matches"_s);
+        replaceDialog(f)->findChild<QPushButton *>(u"ReplaceAllButton"_s)->click();
+        QTRY_COMPARE(count(replaceDialog(f)), u"No match"_s);
+        f.view()->undo();
+        QTRY_COMPARE(count(replaceDialog(f)), u"3 matches"_s);
+    }
+
+    void eachDialogCountsItsOwnMatches()
+    {
+        const WindowFixture f;
+        f.open(u"a.c"_s, "foo foo bar\n");
+        openFind(f, u"foo"_s);
+        openReplace(f, u"zzz"_s);
+        QTRY_COMPARE(count(findDialog(f)), u"2 matches"_s);
+        QTRY_COMPARE(count(replaceDialog(f)), u"No match"_s);
+        replaceDialog(f)->findChild<QComboBox *>(u"FindWhatCombo"_s)->setEditText(u"bar"_s);
+        QTRY_COMPARE(count(replaceDialog(f)), u"1 match"_s);
+        QTRY_COMPARE(count(findDialog(f)), u"2 matches"_s);
+    }
+
+    void marksAreThoseOfTheDialogThatWasUsedLast()
+    {
+        const WindowFixture f;
+        f.open(u"a.c"_s, "foo foo bar\n");
+        openFind(f, u"foo"_s);
+        const QImage markedFoo = shown(f);
+        openReplace(f, u"zzz"_s);
+        const QImage unmarked = shown(f);
+        QVERIFY(unmarked != markedFoo);
+        f.window->editFind();
+        QCOMPARE(shown(f), markedFoo);
+        f.window->editReplace();
+        QCOMPARE(shown(f), unmarked);
+        findDialog(f)->activateWindow();
+        QTRY_COMPARE(shown(f), markedFoo);
+        f.window->editReplace();
+        QCOMPARE(shown(f), unmarked);
+        replaceDialog(f)->close();
+        QCOMPARE(shown(f), markedFoo);
+    }
+
+    void expressionThatTakesTooLongMarksNothing()
+    {
+        const WindowFixture f;
+        f.open(u"a.c"_s, "aaa\n" + (QByteArray(60, 'a') + "!\n").repeated(100));
+        openFind(f, {});
+        const QImage unmarked = shown(f);
+        openFind(f, u"a+"_s);
+        findDialog(f)->findChild<QCheckBox *>(u"RegExpCheck"_s)->setChecked(true);
+        QVERIFY(shown(f) != unmarked);
+        findDialog(f)->findChild<QComboBox *>(u"FindWhatCombo"_s)->setEditText(u"(a+)+$"_s);
+        QTRY_COMPARE(count(findDialog(f)), u"The expression takes too long"_s);
+        QCOMPARE(shown(f), unmarked);
+    }
+
     void errorInAnExpressionIsShown()
     {
         const WindowFixture f;
@@ -241,6 +332,8 @@ private Q_SLOTS:
     {
         const WindowFixture f;
         f.open(u"a.c"_s, "one\n");
+        f.window->editFind();
+        findDialog(f)->findChild<QComboBox *>(u"FindWhatCombo"_s)->setEditText(u"one"_s);
         f.window->editReplace();
         auto *dialog = f.window->findChild<QDialog *>(u"replaceDialog"_s);
         dialog->findChild<QComboBox *>(u"FindWhatCombo"_s)->setEditText(u"one"_s);
@@ -266,6 +359,67 @@ private Q_SLOTS:
         f.window->editReplace();
         QVERIFY(selection->isEnabled());
         QVERIFY(!selection->isChecked()); // it is the text to be replaced
+    }
+
+    void replaceInTheSelectionActsOnTheCurrentPane_data()
+    {
+        QTest::addColumn<bool>("firstPaneSelects");
+        QTest::addColumn<bool>("regExp");
+        QTest::newRow("both panes have a selection") << true << false;
+        QTest::newRow("only the second pane has one") << false << false;
+        QTest::newRow("expression, both panes") << true << true;
+        QTest::newRow("expression, only the second pane") << false << true;
+    }
+    void replaceInTheSelectionActsOnTheCurrentPane()
+    {
+        QFETCH(const bool, firstPaneSelects);
+        QFETCH(const bool, regExp);
+        const WindowFixture f;
+        f.open(u"a.c"_s, "foo 1\nfoo 2\nfoo 3\nfoo 4\n");
+        f.window->windowSplit();
+        f.view()->setCurrentEdit(f.view()->edits().at(1));
+        if (firstPaneSelects)
+            select(f, 0, 6, 0);
+        select(f, 12, 24, 1);
+        openReplace(f, u"foo"_s, u"BAR"_s);
+        replaceDialog(f)->findChild<QCheckBox *>(u"RegExpCheck"_s)->setChecked(regExp);
+        QVERIFY(replaceDialog(f)->findChild<QRadioButton *>(u"SelectionRadio"_s)->isChecked());
+        replaceDialog(f)->findChild<QPushButton *>(u"ReplaceAllButton"_s)->click();
+        QCOMPARE(f.text(), u"foo 1\nfoo 2\nBAR 3\nBAR 4\n"_s);
+        QCOMPARE(f.status(), u"2 occurrences have been replaced."_s);
+        QVERIFY(f.answers->shown.isEmpty());
+    }
+
+    void selectionOfAnotherViewIsNotOffered()
+    {
+        const WindowFixture f;
+        f.open(u"a.c"_s, "foo 1\nfoo 2\n");
+        f.window->windowNew();
+        select(f, 0, 12);
+        f.window->windowNext();
+        QVERIFY(!f.view()->currentEdit()->textCursor().hasSelection());
+        f.window->editReplace();
+        QVERIFY(!replaceDialog(f)->findChild<QRadioButton *>(u"SelectionRadio"_s)->isEnabled());
+    }
+
+    void replaceInASelectionThatIsGoneIsDisabled()
+    {
+        const WindowFixture f;
+        f.open(u"a.c"_s, "foo 1\nfoo 2\n");
+        select(f, 0, 12);
+        openReplace(f, u"foo"_s, u"BAR"_s);
+        const auto *all = replaceDialog(f)->findChild<QPushButton *>(u"ReplaceAllButton"_s);
+        const auto *inSelection = replaceDialog(f)->findChild<QRadioButton *>(u"SelectionRadio"_s);
+        QVERIFY(all->isEnabled());
+        select(f, 3, 3);
+        QVERIFY(!all->isEnabled());
+        QVERIFY(inSelection->isChecked()); // not the whole file, which the user has not chosen
+        select(f, 0, 6);
+        QVERIFY(all->isEnabled());
+        f.open(u"b.c"_s, "foo\n");
+        QVERIFY(!all->isEnabled());
+        replaceDialog(f)->findChild<QRadioButton *>(u"WholeFileRadio"_s)->click();
+        QVERIFY(all->isEnabled());
     }
 
     void replaceFollowsTheCurrentView()
@@ -331,6 +485,40 @@ private Q_SLOTS:
         dialog->findChild<QPushButton *>(u"FindNextButton"_s)->click();
         QCOMPARE(f.view()->selectedText(), u"needle"_s);
         QVERIFY(!dialog->frameGeometry().intersects(f.view()->selectionOnScreen()));
+    }
+
+    void dialogOpensBesideTheSelection_data()
+    {
+        QTest::addColumn<bool>("replaces");
+        QTest::addColumn<bool>("inSecondPane");
+        QTest::newRow("find") << false << false;
+        QTest::newRow("find, second pane") << false << true;
+        QTest::newRow("replace") << true << false;
+        QTest::newRow("replace, second pane") << true << true;
+    }
+    void dialogOpensBesideTheSelection()
+    {
+        QFETCH(const bool, replaces);
+        QFETCH(const bool, inSecondPane);
+        const WindowFixture f;
+        f.open(u"a.c"_s, QByteArray("needle in the middle of a long line of the file\n").repeated(200));
+        if (inSecondPane) {
+            f.window->windowSplit();
+            f.view()->setCurrentEdit(f.view()->edits().at(1));
+            QCoreApplication::processEvents();
+        }
+        TextViewEdit *pane = f.view()->currentEdit();
+        const QDialog *dialog = replaces ? replaceDialog(f) : findDialog(f);
+        const int lines = pane->viewport()->height() / f.view()->textDocument()->lineSpacing();
+        QVERIFY(lines > 5);
+        for (int line = 0; line < lines; ++line) {
+            const QTextBlock block = pane->document()->findBlockByNumber(line);
+            select(f, block.position(), block.position() + block.length() - 1, inSecondPane ? 1 : 0);
+            pane->verticalScrollBar()->setValue(0);
+            replaces ? f.window->editReplace() : f.window->editFind();
+            QVERIFY(dialog->isVisible());
+            QVERIFY2(!dialog->frameGeometry().intersects(pane->selectionOnScreen()), qPrintable(QString::number(line)));
+        }
     }
 
     void commandsWithoutAViewOpenNoDialog()

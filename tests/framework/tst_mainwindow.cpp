@@ -199,7 +199,7 @@ private Q_SLOTS:
         QByteArrayList expected;
         for (const QByteArray &name : availabilitySignals())
             expected.append(name + "(bool)");
-        QCOMPARE(expected.size(), 32);
+        QCOMPARE(expected.size(), 33);
         QByteArrayList found;
         const QMetaObject &meta = AvailabilityWindow::staticMetaObject;
         for (int i = meta.methodOffset(); i < meta.methodCount(); ++i) {
@@ -305,7 +305,8 @@ private Q_SLOTS:
         recorder.recorded.removeAll(u"compileAvailable"_s); // emitted for the action whose text is changed
         QCOMPARE(recorder.recorded.join(u' '),
                  u"viewHasFocus textViewHasFocus textNavigationAvailable undoAvailable redoAvailable cutAvailable "
-                 "copyAvailable pasteAvailable backAvailable forwardAvailable previousAvailable nextAvailable "
+                 "copyAvailable pasteAvailable selectAllAvailable backAvailable forwardAvailable previousAvailable "
+                 "nextAvailable "
                  "saveAvailable closePaneAvailable setNextAvailable runToCursorAvailable +projectOpenAvailable "
                  "projectRepopulateAvailable "
                  "workspaceEditingAvailable projectEditingAvailable "
@@ -457,6 +458,60 @@ private Q_SLOTS:
         QCOMPARE(box->itemText(0), u"text2"_s);
         box->setEditText(u"te"_s);
         QCOMPARE(box->currentText(), u"te"_s);
+    }
+
+    void returnInTheSearchBoxFindsAKnownTextEachTime_data()
+    {
+        QTest::addColumn<int>("kept");
+        QTest::addColumn<QString>("text");
+        QTest::newRow("few texts, the last one") << 3 << u"text2"_s;
+        QTest::newRow("few texts, an older one") << 3 << u"text0"_s;
+        QTest::newRow("full box, the last one") << 10 << u"text9"_s;
+        QTest::newRow("full box, an older one") << 10 << u"text4"_s;
+        QTest::newRow("full box, other case") << 10 << u"TEXT4"_s;
+    }
+
+    void returnInTheSearchBoxFindsAKnownTextEachTime()
+    {
+        QFETCH(const int, kept);
+        QFETCH(const QString, text);
+        open({"editFind"}, R"(<toolbars><toolbar name="a"><action name="editFind"/></toolbar></toolbars>)");
+        QComboBox *box = boxes("searchBox").first();
+        m_window->show();
+        Q_EMIT m_window->textNavigationAvailable(true);
+        for (int i = 0; i < kept; ++i) {
+            box->setEditText(u"text%1"_s.arg(i));
+            QTest::keyClick(box, Qt::Key_Return);
+        }
+        box->setEditText(text);
+        const QSignalSpy changed(qobject_cast<SearchBox *>(box), &SearchBox::find);
+        const QSignalSpy found(qobject_cast<SearchBox *>(box), &SearchBox::findAgain);
+        for (int presses = 1; presses <= 3; ++presses) {
+            QTest::keyClick(box, Qt::Key_Return);
+            QCOMPARE(found.size(), presses);
+            QCOMPARE(found.last().first().toString(), text);
+            QCOMPARE(box->currentText(), text);
+        }
+        QCOMPARE(changed.size(), 0); // that would begin at the start of the file again
+        QCOMPARE(box->count(), kept);
+        QCOMPARE(box->itemText(kept - 1), text); // the newest
+    }
+
+    void leavingTheSearchBoxFindsNothing()
+    {
+        open({"editFind"}, R"(<toolbars><toolbar name="a"><action name="editFind"/></toolbar></toolbars>)");
+        QComboBox *box = boxes("searchBox").first();
+        m_window->show();
+        Q_EMIT m_window->textNavigationAvailable(true);
+        for (const QString &text : {u"one"_s, u"two"_s}) {
+            box->setEditText(text);
+            QTest::keyClick(box, Qt::Key_Return);
+        }
+        const QSignalSpy found(qobject_cast<SearchBox *>(box), &SearchBox::findAgain);
+        box->setEditText(u"one"_s);
+        QFocusEvent out(QEvent::FocusOut);
+        QCoreApplication::sendEvent(box, &out);
+        QCOMPARE(found.size(), 0);
     }
 
     void theProjectDropdownFollowsDebugStepInto()

@@ -218,6 +218,47 @@ private Q_SLOTS:
         QCOMPARE(f.read(u"c.txt"_s), "xone\ntwo\nthree\n"_ba);
     }
 
+    void relativeNameToSaveAsBelongsToTheCurrentProject()
+    {
+        ScriptFixture f;
+        f.openWorkspace();
+        QVERIFY(QDir().mkdir(f.path(u"lib"_s)));
+        f.openFile(u"a.txt"_s);
+        QCOMPARE(f.attempt(u"app.editor.currentDocument.saveAs('lib/../rel.c')"_s), u"None"_s);
+        QCOMPARE(f.document()->filename(), f.path(u"rel.c"_s));
+        QCOMPARE(f.read(u"rel.c"_s), "one\ntwo\nthree\n"_ba);
+        QCOMPARE(f.attempt(u"app.editor.currentDocument.path"_s), u"'"_s + f.path(u"rel.c"_s) + u"'"_s);
+    }
+
+    void saveAsOnAnOpenFileIsAnError_data()
+    {
+        QTest::addColumn<QString>("name");
+        QTest::addColumn<bool>("exists");
+        QTest::newRow("its name") << u"b.txt"_s << true;
+        QTest::newRow("through a link") << u"link/b.txt"_s << true;
+        QTest::newRow("not saved yet") << u"b.txt"_s << false;
+        QTest::newRow("not saved yet, through a link") << u"link/b.txt"_s << false;
+    }
+    void saveAsOnAnOpenFileIsAnError()
+    {
+        QFETCH(const QString, name);
+        QFETCH(const bool, exists);
+        ScriptFixture f;
+        QVERIFY(QFile::link(QFileInfo(f.path(u"b.txt"_s)).path(), f.path(u"link"_s)));
+        if (exists)
+            f.openFile(u"b.txt"_s);
+        else
+            f.run("app.editor.newDocument(" + f.quoted(u"b.txt"_s) + ")");
+        f.run("app.editor.currentDocument.insert('mine ')");
+        f.openFile(u"a.txt"_s);
+        const QByteArray before = f.read(u"b.txt"_s);
+        QCOMPARE(f.attempt(u"app.editor.currentDocument.saveAs('%1')"_s.arg(f.path(name))),
+                 u"OSError: Could not save file '%1'."_s.arg(f.path(name)));
+        QCOMPARE(f.read(u"b.txt"_s), before);
+        QCOMPARE(f.document()->filename(), f.path(u"a.txt"_s));
+        QCOMPARE(f.openFiles(), (QStringList{u"b.txt *"_s, u"a.txt"_s}));
+    }
+
     void failedSaveIsAnError()
     {
         ScriptFixture f;
@@ -249,6 +290,7 @@ private Q_SLOTS:
     {
         QTest::addColumn<QString>("statement");
         QTest::newRow("one document") << u"d.save()"_s;
+        QTest::newRow("one document under its own name") << u"d.saveAs(d.path)"_s;
         QTest::newRow("all documents") << u"app.editor.saveAll()"_s;
     }
     void newerFileIsNotOverwrittenWithoutQuestion()

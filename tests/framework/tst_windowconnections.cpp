@@ -15,6 +15,7 @@
 #include <QMenuBar>
 #include <QPushButton>
 #include <QTabBar>
+#include <QTabWidget>
 #include <QToolBar>
 #include <QWindow>
 
@@ -132,6 +133,41 @@ private Q_SLOTS:
         QCOMPARE(f.enabled(EditActions), QString());
         f.view()->setFocus();
         QCOMPARE(f.enabled(EditActions), inText);
+    }
+
+    void selectAllIsEnabledWhereItActs()
+    {
+        const ProductWindow f;
+        f.openProject({u"main.c"_s});
+        const QAction *selectAll = f.action(u"editSelectAll"_s);
+        QVERIFY(!selectAll->isEnabled());
+        f.open(u"a.c"_s);
+        f.view()->setFocus();
+        QVERIFY(selectAll->isEnabled());
+        f.tree()->setFocus();
+        QVERIFY(f.tree()->hasFocus());
+        QVERIFY(!selectAll->isEnabled());
+        OutputWindow *output = f.window->outputWindow();
+        output->displayPage(OutputWindow::Build);
+        output->page(OutputWindow::Build)->setFocus();
+        QVERIFY(selectAll->isEnabled());
+        f.window->menuBar()->setFocus(); // the command is for the widget that had the focus
+        QVERIFY(selectAll->isEnabled());
+        auto *tabs = f.window->findChild<QTabWidget *>(u"outputTabs"_s);
+        tabs->tabBar()->setFocus();
+        QVERIFY(selectAll->isEnabled());
+        tabs->setCurrentIndex(tabs->count() - 1); // the console
+        QVERIFY(!output->currentPage());
+        QVERIFY(!selectAll->isEnabled());
+        tabs->setCurrentIndex(0);
+        QVERIFY(selectAll->isEnabled());
+        f.window->findChild<SearchBox *>()->setFocus();
+        QVERIFY(!selectAll->isEnabled());
+        f.open(u"b.c"_s);
+        f.view()->setFocus();
+        QVERIFY(selectAll->isEnabled());
+        f.window->fileCloseAll();
+        QVERIFY(!selectAll->isEnabled());
     }
 
     void editActionsAreDisabledAfterTheLastFileIsClosed()
@@ -650,6 +686,26 @@ private Q_SLOTS:
         QVERIFY2(text().contains(u"third.c"_s), qPrintable(text()));
         f.window->fileCloseAll();
         QVERIFY2(!text().contains(u".c"_s), qPrintable(text()));
+    }
+
+    void fileToCompileHasTheNameAsWhichItWasSaved()
+    {
+        const ProductWindow f;
+        f.openProject({u"main.c"_s, u"uart.c"_s});
+        const auto text = [&f] { return f.action(u"buildCompileFile"_s)->text().remove(u'&'); };
+        const auto saveAs = [&f](const QString &name) {
+            f.answers->choose({f.path(name)});
+            f.window->fileSaveAs();
+        };
+        f.open(u"old.c"_s);
+        saveAs(u"new.c"_s);
+        QVERIFY2(text().contains(u"new.c"_s), qPrintable(text()));
+        f.type(u"x"_s);
+        saveAs(u"newest.c"_s);
+        QVERIFY2(text().contains(u"newest.c"_s), qPrintable(text()));
+        f.selectInTree(u"uart.c"_s);
+        saveAs(u"last.c"_s);
+        QVERIFY2(text().contains(u"uart.c"_s), qPrintable(text())); // it was chosen
     }
 
     void menuOfDebugWindowsShowsWhichAreOpen()

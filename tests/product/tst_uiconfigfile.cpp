@@ -31,7 +31,7 @@ const QStringList actionNames =
 
 const QStringList signalNames =
     u"viewHasFocus textViewHasFocus textNavigationAvailable undoAvailable redoAvailable "
-    "copyAvailable cutAvailable pasteAvailable projectOpenAvailable "
+    "copyAvailable cutAvailable pasteAvailable selectAllAvailable projectOpenAvailable "
     "projectRepopulateAvailable projectEditingAvailable workspaceEditingAvailable "
     "compileAvailable buildAvailable projectBuilding runAvailable pauseAvailable "
     "stopAvailable restartAvailable startAvailable wakeupAvailable showNextAvailable setNextAvailable "
@@ -320,7 +320,7 @@ void TestUiConfig::onlyDockWindowActionsAndTheRecorderAreCheckable()
 
 void TestUiConfig::enableNamesAnAvailabilitySignal()
 {
-    QCOMPARE(signalNames.size(), 32);
+    QCOMPARE(signalNames.size(), 33);
     for (const QDomElement &action : m_actions) {
         const QList<QDomElement> enables = elements(action, u"enable"_s);
         QVERIFY(enables.size() <= 1);

@@ -831,19 +831,84 @@ private Q_SLOTS:
         QCOMPARE(f.view->edits().size(), 1);
     }
 
+    void expressionThatTakesTooLongIsNotMarkedInFurtherLines()
+    {
+        const EditorFixture f(QString(60, u'a') + u"!\naaa\n"_s);
+        const auto shown = [&f] { return f.edit()->viewport()->grab().toImage(); };
+        f.edit()->clearFocus(); // no cursor, which may blink
+        const QImage unmarked = shown();
+        const auto mark = [&f](const QString &expression) {
+            f.view->markMatches(std::make_shared<TextPattern>(expression, TextPattern::Options{{}, true}));
+        };
+        mark(u"a+$"_s);
+        QVERIFY(shown() != unmarked);
+        mark(u"(a+)+$"_s);
+        QCOMPARE(shown(), unmarked);
+        mark(u"a+$"_s);
+        QVERIFY(shown() != unmarked);
+    }
+
     void panesHaveNamesForTestDrivers()
     {
         const EditorFixture f;
         f.document->create(f.path(u"my file.v2.c"_s));
-        TextView view(f.document.get());
-        view.split();
+        f.view->split();
         QStringList names;
-        for (TextViewEdit *pane : view.edits())
+        for (TextViewEdit *pane : f.view->edits())
             names << pane->objectName() << pane->viewport()->objectName() << marginOf(pane)->objectName();
         QCOMPARE(names, (QStringList{u"my-file"_s, u"my-file/text"_s, u"my-file/margin"_s, u"my-file2"_s,
                                      u"my-file2/text"_s, u"my-file2/margin"_s}));
         f.view->insertText(u"words"_s);
-        QCOMPARE(view.edits().first()->property("text").toString(), u"words"_s);
+        QCOMPARE(f.edit()->property("text").toString(), u"words"_s);
+    }
+
+    void eachPaneOfATextHasAnotherName()
+    {
+        const EditorFixture f;
+        f.document->create(f.path(u"a.c"_s));
+        const auto names = [](const TextView &view) {
+            QStringList result;
+            for (const TextViewEdit *pane : view.edits())
+                result << pane->objectName();
+            return result.join(u' ');
+        };
+        f.view->split();
+        f.view->split();
+        QCOMPARE(names(*f.view), u"a a2 a3"_s);
+        f.view->setCurrentEdit(f.edit(1));
+        f.view->closePane();
+        f.view->split();
+        QCOMPARE(names(*f.view), u"a a3 a2"_s);
+        const TextView second(f.document.get());
+        QCOMPARE(names(second), u"a4"_s);
+    }
+
+    void paneOfAHiddenFileHasAName_data()
+    {
+        QTest::addColumn<QString>("file");
+        QTest::addColumn<QString>("name");
+        QTest::newRow("hidden") << u".clang-format"_s << u"clang-format"_s;
+        QTest::newRow("hidden, with a suffix") << u".my rc.local"_s << u"my-rc"_s;
+        QTest::newRow("several dots") << u"..a.c"_s << u"a"_s;
+    }
+    void paneOfAHiddenFileHasAName()
+    {
+        QFETCH(const QString, file);
+        const EditorFixture f;
+        f.document->create(f.path(file));
+        QTEST(f.edit()->objectName(), "name");
+    }
+
+    void namesOfPanesFollowTheFile()
+    {
+        const EditorFixture f;
+        f.document->create(f.path(u"old.c"_s));
+        f.view->split();
+        QCOMPARE(f.edit(1)->accessibleName(), u"Text of old.c"_s);
+        QVERIFY(f.document->saveAs(f.path(u"new.c"_s)));
+        QCOMPARE(f.edit(1)->objectName(), u"new2"_s);
+        QCOMPARE(f.edit(1)->accessibleName(), u"Text of new.c"_s);
+        QCOMPARE(marginOf(f.edit())->objectName(), u"new/margin"_s);
     }
 
     void splitPanesShareTheText()

@@ -24,6 +24,7 @@
 #include "workspace.h"
 #include <QAction>
 #include <QRegularExpression>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -358,6 +359,19 @@ void BuildControl::setCurrentFile(const QString &path)
 {
     m_currentFile = path;
     refreshCompileAction();
+}
+
+void BuildControl::setViewedFile(const QString &path)
+{
+    m_viewedFile = path;
+    setCurrentFile(path);
+}
+
+void BuildControl::renameViewedFile(const QString &path)
+{
+    const QString former = std::exchange(m_viewedFile, path);
+    if (former != path && former == m_currentFile)
+        setCurrentFile(path);
 }
 
 /// A plug-in may open files when it is asked whether it can compile one.

@@ -45,6 +45,9 @@ public Q_SLOTS:
     void executeExtensionCommand(int index); ///< Of the current project's build environment.
 
     void setCurrentFile(const QString &path); ///< Absolute or as a project has it; empty for none.
+    void setViewedFile(const QString &path);  ///< Another view is in front; its file becomes the current one.
+    /// The view in front was saved as @p path; this becomes the current file, unless another one was chosen.
+    void renameViewedFile(const QString &path);
 
     void buildFinished(bool success);
     void xmlFeedback(const QString &xml); ///< Replaces the contents of the current project.
@@ -83,6 +86,7 @@ private:
     QPointer<QAction> m_compileAction; ///< its text names the current file; null if the program has none
     QString m_compileMenuText;         ///< "%1" stands for the file
     QString m_currentFile;
+    QString m_viewedFile;    ///< that of the view in front
     bool m_forDebug = false; ///< the build belongs to the start of a session
     QElapsedTimer m_time;    ///< since the start of the work that is shown in the status bar; invalid if there is none
     QPointer<const Project> m_built;    ///< its environment works, or has worked last

@@ -38,8 +38,16 @@ void ReplaceDialog::setFindText(const QString &text)
 
 void ReplaceDialog::setHasSelection(bool hasSelection, bool limit)
 {
-    m_ui->SelectionRadio->setEnabled(hasSelection);
     (hasSelection && limit ? m_ui->SelectionRadio : m_ui->WholeFileRadio)->setChecked(true);
+    setSelectionAvailable(hasSelection);
+}
+
+/// The choice is the user's: it does not change to the whole file by itself.
+void ReplaceDialog::setSelectionAvailable(bool available)
+{
+    m_hasSelection = available;
+    m_ui->SelectionRadio->setEnabled(available || m_ui->SelectionRadio->isChecked());
+    selectionClicked();
 }
 
 void ReplaceDialog::run()
@@ -146,7 +154,7 @@ void ReplaceDialog::selectionClicked()
     const bool canMatch = pattern().canMatch();
     m_ui->FindNextButton->setEnabled(canMatch && !inSelection);
     m_ui->ReplaceButton->setEnabled(canMatch && !inSelection);
-    m_ui->ReplaceAllButton->setEnabled(canMatch);
+    m_ui->ReplaceAllButton->setEnabled(canMatch && (!inSelection || m_hasSelection));
     (inSelection ? m_ui->ReplaceAllButton : m_ui->FindNextButton)->setDefault(true);
 }
 

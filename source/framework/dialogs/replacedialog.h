@@ -23,6 +23,8 @@ public:
     /// Whether the view has a selection. If so, replacement is limited to it at first if @p limit is true; otherwise
     /// that cannot be chosen.
     void setHasSelection(bool hasSelection, bool limit = true);
+    /// Whether the selection still exists. A replacement that was limited to it is not possible meanwhile.
+    void setSelectionAvailable(bool available);
     /// Shows the dialog with the focus in the text until the user closes it. If it is open, brings it to the front.
     void run();
 
@@ -51,4 +53,5 @@ private:
 
     const std::unique_ptr<Ui::ReplaceDialogBase> m_ui;
     QPointer<TextView> m_view;
+    bool m_hasSelection = false;
 };

@@ -1,5 +1,6 @@
 #include "outputwindow.h"
 #include "commandlinewindow.h"
+#include "focuswithin.h"
 #include "objectnames.h"
 #include "outputpage.h"
 #include "pythoninterpreter.h"
@@ -47,7 +48,10 @@ OutputWindow::OutputWindow(QWidget *parent, const QPixmap &artwork)
     m_pages[Build]->setDiagnostics(true);
 }
 
-OutputWindow::~OutputWindow() = default;
+OutputWindow::~OutputWindow()
+{
+    m_tabs->disconnect(this);
+}
 
 void OutputWindow::createLayout(const QPixmap &artwork)
 {
@@ -67,6 +71,10 @@ void OutputWindow::createLayout(const QPixmap &artwork)
     m_tabs->setTabPosition(QTabWidget::South);
     m_tabs->setTabShape(QTabWidget::Triangular);
     inner->addWidget(m_tabs, 1);
+    connect(m_tabs, &QTabWidget::currentChanged, this, [this] {
+        if (hasFocusWithin(this))
+            Q_EMIT selectAllAvailable(currentPage());
+    });
 }
 
 template <typename Edit>

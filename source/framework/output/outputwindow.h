@@ -77,6 +77,7 @@ Q_SIGNALS:
     void copyAvailable(bool available);
     void cutAvailable(bool available);
     void pasteAvailable(bool available);
+    void selectAllAvailable(bool available); ///< Another page, or the console, is shown while the window has the focus.
 
 protected:
     bool eventFilter(QObject *object, QEvent *event) override;

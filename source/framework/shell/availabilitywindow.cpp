@@ -11,6 +11,7 @@ void AvailabilityWindow::emitNothingAvailable()
     Q_EMIT cutAvailable(false);
     Q_EMIT copyAvailable(false);
     Q_EMIT pasteAvailable(false);
+    Q_EMIT selectAllAvailable(false);
     Q_EMIT backAvailable(false);
     Q_EMIT forwardAvailable(false);
     Q_EMIT previousAvailable(false);

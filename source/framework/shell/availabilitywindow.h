@@ -24,6 +24,7 @@ Q_SIGNALS:
     void copyAvailable(bool available);
     void cutAvailable(bool available);
     void pasteAvailable(bool available);
+    void selectAllAvailable(bool available);
     void projectOpenAvailable(bool available);
     void projectRepopulateAvailable(bool available);
     void projectEditingAvailable(bool available);

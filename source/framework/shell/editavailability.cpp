@@ -28,6 +28,8 @@ EditAvailability::EditAvailability(AvailabilityWindow &window, const WindowServi
 
 void EditAvailability::viewActivated(const View *view)
 {
+    if (!isElsewhere(QApplication::focusWidget()))
+        Q_EMIT m_window.selectAllAvailable(view);
     if (view)
         return;
     Q_EMIT m_window.backAvailable(false);
@@ -58,10 +60,13 @@ void EditAvailability::report(bool available, void (AvailabilityWindow::*signal)
 /// Called after the widget has received the focus, and so after its reports.
 void EditAvailability::focusMoved(const QWidget *focus)
 {
+    if (hasFocusWithin(m_services.viewManager()))
+        Q_EMIT m_window.selectAllAvailable(m_services.viewManager()->currentView());
     if (!isElsewhere(focus))
         return;
     const bool isTree = qobject_cast<const ProjectTree *>(focus);
     const bool isOutput = hasFocusWithin(m_services.outputWindow());
+    Q_EMIT m_window.selectAllAvailable(isOutput && m_services.outputWindow()->currentPage());
     if (!isTree) {
         Q_EMIT m_window.undoAvailable(false);
         Q_EMIT m_window.redoAvailable(false);

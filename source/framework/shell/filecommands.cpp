@@ -32,6 +32,12 @@ QString absoluteSource(const Activity &activity, const QString &path)
                                                  : path;
 }
 
+/// Views of these kinds read what is on the screen only: there is no text to print or to save.
+bool hasWholeText(View *view)
+{
+    return view && !qobject_cast<LargeTextView *>(view) && !qobject_cast<DisassemblerView *>(view);
+}
+
 } // namespace
 
 bool sourceExists(const Activity &activity, const WindowServices &window, const QString &path)
@@ -152,7 +158,7 @@ void FileCommands::save()
 void FileCommands::saveAs()
 {
     const QPointer<Document> document = m_window.viewManager()->currentDocument();
-    if (!document)
+    if (!document || !hasWholeText(m_window.viewManager()->currentView()))
         return;
     const QFileInfo present(document->filename());
     const QString path = askForSaveFile(m_window.dialogParent(),
@@ -162,7 +168,8 @@ void FileCommands::saveAs()
                                          tr("Source Files (*.c *.cpp *.h *.kor);;Python Files (*.py);;All Files (*.*)"),
                                          {},
                                          present.fileName()});
-    const QPointer<Document> other = document && !path.isEmpty() ? otherDocumentOn(path, document) : nullptr;
+    const QPointer<Document> other =
+        document && !path.isEmpty() ? m_window.workspace()->findOther(path, document) : nullptr;
     if (path.isEmpty() || (other && !mayDiscard(other, path)) || !document)
         return;
     if (document->saveAs(path) && other)
@@ -187,19 +194,6 @@ void FileCommands::discard(Document *document)
 {
     document->setModified(false); // its views would ask
     m_window.viewManager()->closeDocument(document);
-}
-
-Document *FileCommands::otherDocumentOn(const QString &path, const Document *document) const
-{
-    const QString canonical = QFileInfo(path).canonicalFilePath();
-    const auto isSame = [&](Document *other) {
-        const QString name = other->filename();
-        return other != document
-               && (name == path || (!canonical.isEmpty() && QFileInfo(name).canonicalFilePath() == canonical));
-    };
-    const QList<Document *> &documents = m_window.workspace()->documents();
-    const auto found = std::ranges::find_if(documents, isSame);
-    return found == documents.end() ? nullptr : *found;
 }
 
 /// A function of a plug-in's document may close views.
@@ -243,9 +237,10 @@ QStringList FileCommands::newerProjectFiles() const
 
 void FileCommands::viewActivated(View *view)
 {
-    const bool isEndless = qobject_cast<LargeTextView *>(view) || qobject_cast<DisassemblerView *>(view);
-    if (QAction *print = m_window.action(u"filePrint"_s); print && isEndless)
-        print->setEnabled(false);
+    for (const QString &name : {u"filePrint"_s, u"fileSaveAs"_s}) {
+        if (QAction *action = m_window.action(name); action && !hasWholeText(view))
+            action->setEnabled(false);
+    }
 }
 
 void FileCommands::print()

@@ -36,7 +36,7 @@ public:
     /// False if the user refuses.
     [[nodiscard]] bool mayOverwriteNewer();
     void print();
-    /// Disables the command to print for views that cannot be printed; null if no view is left.
+    /// Disables the commands to print and to save under another name for views that cannot; null if no view is left.
     void viewActivated(View *view);
     /// Inserts the contents of a file at the cursor.
     void insertFile();
@@ -57,7 +57,6 @@ private:
     [[nodiscard]] bool mayRevert(const QString &path, bool modified) const;
     [[nodiscard]] bool mayDiscard(const Document *other, const QString &path);
     void discard(Document *document);
-    [[nodiscard]] Document *otherDocumentOn(const QString &path, const Document *document) const;
 
     const Activity &m_activity;
     WindowServices &m_window;

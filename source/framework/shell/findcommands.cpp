@@ -8,10 +8,12 @@
 #include "replacedialog.h"
 #include "textdocument.h"
 #include "textview.h"
+#include "textviewedit.h"
 #include "viewmanager.h"
 #include "windowservices.h"
 #include <QAction>
 #include <QApplication>
+#include <QTextDocument>
 
 using namespace Qt::StringLiterals;
 
@@ -29,37 +31,63 @@ FindCommands::FindCommands(WindowServices &window, QObject *parent)
     , m_window(window)
     , m_findDialog(new FindDialog(window.dialogParent(), u"findDialog"_s))
     , m_replaceDialog(new ReplaceDialog(window.dialogParent(), u"replaceDialog"_s))
+    , m_used(m_findDialog)
 {
     connectDialogs();
+    connect(window.viewManager(), &ViewManager::copyAvailable, this,
+            [this] { refreshSelection(m_window.viewManager()->currentView()); });
     connectAction(u"editFindNext"_s, [this] { findAgain(true); });
     connectAction(u"editFindPrevious"_s, [this] { findAgain(false); });
 }
 
 void FindCommands::connectDialogs()
 {
-    connect(m_findDialog, &FindDialog::find, this,
-            [this](const QString &, bool, bool, bool forward) { findFromDialog(forward); });
-    connect(m_findDialog, &FindDialog::patternChanged, this, qOverload<>(&FindCommands::refreshMarks));
-    connect(m_replaceDialog, &ReplaceDialog::patternChanged, this, qOverload<>(&FindCommands::refreshMarks));
+    connectDialog(m_findDialog, m_findCounter);
+    connectDialog(m_replaceDialog, m_replaceCounter);
+    connect(m_findDialog, &FindDialog::find, this, [this](const QString &, bool, bool, bool forward) {
+        use(m_findDialog);
+        findFromDialog(forward);
+    });
     connect(m_replaceDialog, &ReplaceDialog::matchSelected, this, [this] {
         keepMatchVisible();
-        refreshMarks();
+        use(m_replaceDialog);
     });
     connect(m_replaceDialog, &ReplaceDialog::replaced, this, [this](int count) {
         const QString outcome =
             count == 1 ? tr("1 occurrence has been replaced.") : tr("%1 occurrences have been replaced.").arg(count);
         m_window.showMessage(outcome);
-        refreshMarks(m_window.viewManager()->currentView(), outcome);
+        use(m_replaceDialog);
+        m_outcome = outcome;
+        m_replaceDialog->showCount(outcome); // until the others are counted
     });
-    connect(&m_counter, &MatchCounter::counted, this, [this](int matches, bool isMore) {
-        showCount(isMore         ? tr("More than %1 matches").arg(matches)
-                  : matches == 0 ? tr("No match")
-                  : matches == 1 ? tr("1 match")
-                                 : tr("%1 matches").arg(matches));
-        if (matches == 0 && !m_outcome.isEmpty())
-            m_replaceDialog->showCount(m_outcome); // there is none because all have been replaced
+}
+
+template <typename Dialog>
+void FindCommands::connectDialog(Dialog *dialog, const MatchCounter &counter)
+{
+    dialog->installEventFilter(this);
+    connect(dialog, &Dialog::patternChanged, this, [this, dialog] { use(dialog); });
+    connect(&counter, &MatchCounter::counted, this, [this, dialog](int matches, bool isMore) {
+        const QString outcome = static_cast<QDialog *>(dialog) == m_replaceDialog ? m_outcome : QString();
+        const QString count = isMore         ? tr("More than %1 matches").arg(matches)
+                              : matches == 0 ? tr("No match")
+                              : matches == 1 ? tr("1 match")
+                                             : tr("%1 matches").arg(matches);
+        const bool allReplaced = matches == 0 && !outcome.isEmpty();
+        dialog->showCount(allReplaced ? outcome : (outcome + u' ' + count).trimmed());
     });
-    connect(&m_counter, &MatchCounter::givenUp, this, [this] { showCount(tr("The expression takes too long")); });
+    connect(&counter, &MatchCounter::givenUp, this, [this, dialog] {
+        dialog->showCount(tr("The expression takes too long"));
+        if (m_marked && m_used == dialog)
+            m_marked->markMatches(nullptr);
+    });
+}
+
+bool FindCommands::eventFilter(QObject *object, QEvent *event)
+{
+    if (event->type() == QEvent::WindowActivate && object != m_used)
+        use(qobject_cast<QDialog *>(object));
+    return QObject::eventFilter(object, event);
 }
 
 void FindCommands::connectAction(const QString &name, const std::function<void()> &work)
@@ -84,6 +112,9 @@ void FindCommands::find()
         m_findDialog->setFindText(selected);
     m_findDialog->setExpressionsAvailable(qobject_cast<TextView *>(view));
     m_findDialog->run();
+    use(m_findDialog);
+    if (const auto *text = qobject_cast<TextView *>(view))
+        keepVisible(text->currentEdit());
 }
 
 void FindCommands::findAgain(bool forward)
@@ -151,19 +182,30 @@ void FindCommands::replace()
     auto *view = qobject_cast<TextView *>(m_window.viewManager()->currentView());
     if (!view)
         return;
-    const QString selected = view->selectedText();
+    const QString selected = view->currentEdit()->textCursor().selectedText(); // which a replacement can be limited to
     m_replaceDialog->setView(view);
     // A selection within one line is most likely the text to search for.
     m_replaceDialog->setHasSelection(!selected.isEmpty(), !isOneLine(selected));
     if (isOneLine(selected))
         m_replaceDialog->setFindText(selected);
     m_replaceDialog->run();
+    use(m_replaceDialog);
+    keepVisible(view->currentEdit());
+}
+
+void FindCommands::refreshSelection(View *current)
+{
+    const auto *view = qobject_cast<TextView *>(current);
+    m_replaceDialog->setSelectionAvailable(view && view->currentEdit()->textCursor().hasSelection());
 }
 
 void FindCommands::viewActivated(View *view)
 {
     m_replaceDialog->setView(qobject_cast<TextView *>(view));
+    refreshSelection(view);
+    QDialog *const used = m_used;
     m_findDialog->setExpressionsAvailable(qobject_cast<TextView *>(view));
+    m_used = used; // the user has not changed the pattern
     refreshMarks(view);
 }
 
@@ -174,29 +216,63 @@ void FindCommands::refreshMarks()
     refreshMarks(m_window.viewManager()->currentView());
 }
 
-/// Marks and counts the matches of the dialog that is open, in the view that is in front.
-void FindCommands::refreshMarks(View *current, const QString &outcome)
+/// Marks the matches of the dialog that was used last, and counts those of each open one, in the view that is in front.
+void FindCommands::refreshMarks(View *current)
 {
     auto *view = qobject_cast<TextView *>(current);
     if (m_marked && m_marked != view)
         m_marked->markMatches(nullptr);
-    m_counter.stop();
-    m_outcome = outcome;
-    showCount({});
-    const bool isOpen = m_findDialog->isVisible() || m_replaceDialog->isVisible();
-    m_marked = isOpen ? view : nullptr;
+    disconnect(m_edited);
+    m_outcome.clear();
+    m_findDialog->showCount({});
+    m_replaceDialog->showCount({});
+    m_marked = isOpen() ? view : nullptr;
+    countMatches();
     if (!view)
         return tellMissingText(current);
-    if (!isOpen) {
-        view->markMatches(nullptr);
+    view->markMatches(m_marked ? std::make_shared<TextPattern>(patternToMark()) : nullptr);
+    if (m_marked)
+        m_edited =
+            connect(view->textDocument()->text(), &QTextDocument::contentsChange, this, [this] { countMatches(); });
+}
+
+/// Marks its matches, unless the user only closes it.
+void FindCommands::use(QDialog *dialog)
+{
+    if (dialog->isVisible())
+        m_used = dialog;
+    refreshMarks();
+}
+
+bool FindCommands::isOpen() const
+{
+    return m_findDialog->isVisible() || m_replaceDialog->isVisible();
+}
+
+TextPattern FindCommands::patternToMark() const
+{
+    const bool isFind = m_used->isVisible() ? m_used == m_findDialog : m_findDialog->isVisible();
+    return isFind ? m_findDialog->pattern() : m_replaceDialog->pattern();
+}
+
+/// The number that is shown remains until the new one is known.
+void FindCommands::countMatches()
+{
+    countMatches(m_findDialog, m_findCounter);
+    countMatches(m_replaceDialog, m_replaceCounter);
+}
+
+template <typename Dialog>
+void FindCommands::countMatches(Dialog *dialog, MatchCounter &counter)
+{
+    counter.stop();
+    if (!m_marked || !dialog->isVisible())
         return;
-    }
-    const TextPattern pattern = m_replaceDialog->isVisible() ? m_replaceDialog->pattern() : m_findDialog->pattern();
-    view->markMatches(std::make_shared<TextPattern>(pattern));
+    const TextPattern pattern = dialog->pattern();
     if (!pattern.error().isEmpty())
-        showCount(tr("Error in the expression: %1").arg(pattern.error()));
+        dialog->showCount(tr("Error in the expression: %1").arg(pattern.error()));
     else if (pattern.canMatch())
-        m_counter.start(view->textDocument()->rawText(), pattern);
+        counter.start([view = m_marked] { return view ? view->textDocument()->rawText() : QString(); }, pattern);
 }
 
 /// The dialogs stay open when the text is closed, and their buttons have no effect then.
@@ -207,20 +283,19 @@ void FindCommands::tellMissingText(View *current)
         m_findDialog->showCount(tr("The window in front has no text to search in"));
 }
 
-void FindCommands::showCount(const QString &text)
+/// A dialog that covers the selection of @p pane is moved.
+void FindCommands::keepVisible(const TextViewEdit *pane)
 {
-    m_findDialog->showCount(text);
-    m_replaceDialog->showCount((m_outcome + u' ' + text).trimmed());
+    const QWidget *viewport = pane->viewport();
+    const QRect area = pane->selectionOnScreen() & QRect(viewport->mapToGlobal(QPoint()), viewport->size());
+    for (QDialog *dialog : std::initializer_list<QDialog *>{m_findDialog, m_replaceDialog}) {
+        if (dialog->isVisible() && !area.isEmpty())
+            placeBeside(dialog, area);
+    }
 }
 
-/// A dialog that covers the match is moved.
 void FindCommands::keepMatchVisible()
 {
-    const auto *view = qobject_cast<TextView *>(m_window.viewManager()->currentView());
-    if (!view)
-        return;
-    for (QDialog *dialog : std::initializer_list<QDialog *>{m_findDialog, m_replaceDialog}) {
-        if (dialog->isVisible())
-            placeBeside(dialog, view->selectionOnScreen());
-    }
+    if (const auto *view = qobject_cast<TextView *>(m_window.viewManager()->currentView()))
+        keepVisible(view->edits().first());
 }

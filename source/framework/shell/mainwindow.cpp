@@ -146,7 +146,7 @@ void MainWindow::viewActivated(View *view)
 {
     const bool isView = view;
     const QPointer<View> kept(view);
-    m_parts->buildControl->setCurrentFile(view ? view->document()->filename() : QString());
+    m_parts->buildControl->setViewedFile(view ? view->document()->filename() : QString());
     if (isView && !kept)
         return; // closed while a plug-in was asked about the file
     m_parts->findCommands->viewActivated(view);

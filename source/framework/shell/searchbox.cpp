@@ -1,5 +1,4 @@
 #include "searchbox.h"
-#include <QKeyEvent>
 #include <QLineEdit>
 
 using namespace Qt::StringLiterals;
@@ -11,28 +10,36 @@ SearchBox::SearchBox(QWidget *parent) : QComboBox(parent)
     setCompleter(nullptr); // it would search for text that the user has not typed
     setDuplicatesEnabled(false);
     setMaxCount(10);
+    setInsertPolicy(NoInsert); // a full combo box ignores the Return key
     setMinimumWidth(150);
     setAccessibleName(tr("Find"));
     lineEdit()->setAccessibleName(tr("Find"));
     lineEdit()->setPlaceholderText(tr("Find"));
+    disconnect(lineEdit(), &QLineEdit::editingFinished, this,
+               nullptr); // a known text would be found when the focus goes
+    connect(lineEdit(), &QLineEdit::returnPressed, this, &SearchBox::pressReturn);
     connect(this, &QComboBox::editTextChanged, this, &SearchBox::find);
     connect(this, &QComboBox::textActivated, this, &SearchBox::findAgain);
 }
 
-void SearchBox::keyPressEvent(QKeyEvent *event)
-{
-    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)
-        makeRoom();
-    QComboBox::keyPressEvent(event);
-}
-
-/// Removes the oldest text before a new one is added: a full box would ignore the Return key.
-void SearchBox::makeRoom()
+void SearchBox::pressReturn()
 {
     const QString text = currentText();
-    if (count() < maxCount() || findText(text, Qt::MatchFixedString) >= 0)
+    if (text.isEmpty())
         return;
-    const QSignalBlocker blocker(this);
-    removeItem(0);
+    keepLast(text);
+    Q_EMIT findAgain(text);
+}
+
+/// Makes @p text the newest of the kept texts.
+void SearchBox::keepLast(const QString &text)
+{
+    const QSignalBlocker blocker(this); // the text is the same afterwards
+    if (const int known = findText(text, Qt::MatchFixedString); known >= 0)
+        removeItem(known);
+    else if (count() == maxCount())
+        removeItem(0);
+    addItem(text);
+    setCurrentIndex(count() - 1);
     setEditText(text);
 }

@@ -12,9 +12,7 @@ Q_SIGNALS:
     void find(const QString &text);      ///< The text was changed.
     void findAgain(const QString &text); ///< Return was pressed, or an older text was chosen.
 
-protected:
-    void keyPressEvent(QKeyEvent *event) override;
-
 private:
-    void makeRoom();
+    void pressReturn();
+    void keepLast(const QString &text);
 };

@@ -185,8 +185,10 @@ void WindowParts::connectViews() const
     const ViewManager *views = viewManager.get();
     QObject::connect(views, &ViewManager::viewActivated, &window, &MainWindow::viewActivated);
     QObject::connect(views, &ViewManager::viewTitleChanged, &window, [this](View *view) { // modified or saved
-        if (view == viewManager->currentView())
-            Q_EMIT window.saveAvailable(view->document()->modified());
+        if (view != viewManager->currentView())
+            return;
+        Q_EMIT window.saveAvailable(view->document()->modified());
+        buildControl->renameViewedFile(view->document()->filename());
     });
     QObject::connect(views, &ViewManager::cursorPositionChanged, &window, &MainWindow::cursorPositionChanged);
     QObject::connect(views, &ViewManager::backAvailable, &window, &MainWindow::backAvailable);
@@ -255,6 +257,7 @@ void WindowParts::setUpDocks()
     QObject::connect(outputWindow, &OutputWindow::copyAvailable, &window, &MainWindow::copyAvailable);
     QObject::connect(outputWindow, &OutputWindow::cutAvailable, &window, &MainWindow::cutAvailable);
     QObject::connect(outputWindow, &OutputWindow::pasteAvailable, &window, &MainWindow::pasteAvailable);
+    QObject::connect(outputWindow, &OutputWindow::selectAllAvailable, &window, &MainWindow::selectAllAvailable);
     connectNavigator();
 }
 
