@@ -1,5 +1,6 @@
 #pragma once
 #include "viewinterfaces.h"
+class LoadingPanes;
 class QSplitter;
 class TextDocument;
 class TextPattern;
@@ -104,9 +105,13 @@ private:
     void cursorMoved(TextViewEdit *pane);
     void emitUndoAvailable();
     void emitPasteAvailable();
+    void emitCutAvailable(bool hasSelection);
+    void loadingChanged();
+    [[nodiscard]] TextViewEdit *loadedEdit() const;
 
     TextDocument *const m_textDocument;
     QSplitter *m_splitter;
+    LoadingPanes *m_loadingPanes = nullptr;
     QList<TextViewEdit *> m_edits;
     std::shared_ptr<const TextPattern> m_marked; ///< for new panes
     TextViewEdit *m_current = nullptr;

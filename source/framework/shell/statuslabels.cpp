@@ -1,5 +1,6 @@
 #include "statuslabels.h"
 #include "fileformatbutton.h"
+#include "loadinglabel.h"
 #include <QCoreApplication>
 #include <QLabel>
 #include <QMenu>
@@ -51,6 +52,9 @@ StatusLabels::StatusLabels(QStatusBar *bar)
         bar->addPermanentWidget(label, 0);
     }
     hideInfo(); // adding them to the status bar has shown them
+    m_loadingLabel = new LoadingLabel(bar);
+    bar->addPermanentWidget(m_loadingLabel, 0);
+    m_loadingLabel->hide();
     m_formatButton = new FileFormatButton(bar);
     bar->addPermanentWidget(m_formatButton, 0);
     m_formatButton->hide();
@@ -89,6 +93,7 @@ void StatusLabels::clearCursor() const
 
 void StatusLabels::setDocument(TextDocument *document) const
 {
+    m_loadingLabel->setDocument(document);
     m_formatButton->setDocument(document);
 }
 

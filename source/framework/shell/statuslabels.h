@@ -2,13 +2,14 @@
 #include <QList>
 #include <QString>
 class FileFormatButton;
+class LoadingLabel;
 class QLabel;
 class SteadyLabel;
 class QStatusBar;
 class TextDocument;
 
-/// The labels at the right end of the status bar: the status of processors, the format of the current file, and the
-/// position of the cursor.
+/// The labels at the right end of the status bar: the status of processors, how far the current file is loaded, its
+/// format, and the position of the cursor.
 class StatusLabels
 {
 public:
@@ -25,6 +26,7 @@ public:
 
 private:
     QList<QLabel *> m_infoLabels; ///< hidden until there is a text to show
+    LoadingLabel *m_loadingLabel = nullptr;
     FileFormatButton *m_formatButton = nullptr;
     SteadyLabel *m_cursorLabel = nullptr;
     int m_line = 1;
