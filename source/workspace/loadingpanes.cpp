@@ -45,8 +45,9 @@ void LoadingPanes::hold()
     m_held.clear();
     for (TextViewEdit *pane : m_view->edits()) {
         const QTextCursor cursor = pane->textCursor();
-        const bool isAll = cursor.hasSelection() && cursor.anchor() == 0;
-        const bool isKept = cursor.atEnd() && !isAll;
+        const bool isAtEnd = cursor.selectionEnd() == pane->document()->characterCount() - 1;
+        const bool isAll = isAtEnd && cursor.hasSelection() && cursor.selectionStart() == 0;
+        const bool isKept = isAtEnd && !isAll;
         const int below = pane->verticalScrollBar()->value() + linesOnScreen(*pane) + 2;
         const bool isStill = pane->viewport()->updatesEnabled() && below < pane->blockCount();
         if (isStill) // not by setUpdatesEnabled(), which repaints all at the end

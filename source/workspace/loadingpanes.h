@@ -25,7 +25,7 @@ private:
     {
         QPointer<TextViewEdit> pane;
         bool isStill; ///< nothing on the screen will change
-        int anchor;   ///< of the selection; -1 if the cursor is not at the end
+        int anchor;   ///< of the selection; -1 if neither it nor the cursor is at the end
         int position;
     };
 

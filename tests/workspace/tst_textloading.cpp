@@ -256,6 +256,8 @@ private Q_SLOTS:
         const QByteArray text = numbered();
         const QByteArray withoutFirst = text.sliced(text.indexOf('\n') + 1);
         row("raw text", [](const LargeFixture &f) { QCOMPARE(f.document->rawText().count(u';'), Lines); });
+        row("text for test drivers",
+            [](const LargeFixture &f) { QCOMPARE(f.edit()->property("text").toString().toUtf8(), numbered()); });
         row("save", [](const LargeFixture &f) {
             put(f.file(), "x");
             QVERIFY(f.document->save());
@@ -269,6 +271,7 @@ private Q_SLOTS:
         row("format", [](const LargeFixture &f) {
             f.document->changeFileFormat({TextFileFormat::Utf8, false, true});
             QVERIFY(f.document->modified());
+            QVERIFY(!f.document->isLoading());
             QVERIFY(f.document->save());
             QCOMPARE(contents(f.file()), numbered("\r\n"));
         });
@@ -400,6 +403,16 @@ private Q_SLOTS:
         QVERIFY(f.edit(1)->viewport()->updatesEnabled());
     }
 
+    void selectionFromTheEndOfThePartIsKept()
+    {
+        const LargeFixture f;
+        const int last = f.loadedLines() - 1;
+        f.putCursor(last, 0, last - 3, 0);
+        const QString place = f.selection();
+        QVERIFY(f.waitForEnd());
+        QCOMPARE(f.selection(), place);
+    }
+
     void selectionOfAllGrowsWithTheText()
     {
         const LargeFixture f;
@@ -411,14 +424,14 @@ private Q_SLOTS:
     /// Others do not repaint the screen.
     void linesThatComeIntoViewArePainted()
     {
-        const QByteArray longLine = QByteArray(20'000, ' ') + '\n';
-        const LargeFixture f(longLine + longLine + numbered());
-        QVERIFY(f.loadedLines() < 5);
+        const LargeFixture f((QByteArray(5'000, 'x') + '\n').repeated(60)); // the margin keeps its width
+        QVERIFY(f.loadedLines() < 10);
+        QCoreApplication::sendPostedEvents();
         PaintedArea painted;
         f.edit()->viewport()->installEventFilter(&painted);
         f.document->wholeText();
-        QVERIFY(f.edit()->linesAt(0, f.edit()->viewport()->height()).size() > 5);
-        const QRect below(0, f.edit()->viewport()->height() / 2, 10, 10);
+        QVERIFY(f.edit()->linesAt(0, f.edit()->viewport()->height()).size() > 15);
+        const QRect below(0, f.edit()->viewport()->height() - 50, 10, 10);
         QTRY_VERIFY(painted.region.intersects(below));
     }
 
