@@ -27,6 +27,11 @@ LoadingLabel *labelOf(const WindowFixture &f)
     return f.window->findChild<LoadingLabel *>();
 }
 
+bool isShown(const WindowFixture &f)
+{
+    return labelOf(f) && labelOf(f)->isVisible();
+}
+
 bool waitForEnd(const WindowFixture &f)
 {
     return QTest::qWaitFor([&f] { return !currentText(f)->isLoading(); }, 60'000);
@@ -43,10 +48,10 @@ private Q_SLOTS:
     void progressIsShownUntilTheEnd()
     {
         const WindowFixture f;
-        QVERIFY(!labelOf(f)->isVisible());
+        QVERIFY(!isShown(f));
         f.open(u"large.c"_s, numbered().repeated(10));
         QVERIFY(currentText(f)->isLoading());
-        QVERIFY(labelOf(f)->isVisible());
+        QVERIFY(isShown(f));
         const QSignalSpy save(f.window.get(), &MainWindow::saveAvailable);
         QStringList texts(labelOf(f)->text());
         QVERIFY2(texts.first().startsWith(u"Loading 'large.c'... "_s) && texts.first().endsWith(u" %"_s),
@@ -55,7 +60,7 @@ private Q_SLOTS:
                          [&] { texts << labelOf(f)->text(); });
         QVERIFY(!f.window->findChild<FileFormatButton *>()->isEnabled());
         QVERIFY(waitForEnd(f));
-        QVERIFY(!labelOf(f)->isVisible());
+        QVERIFY(!isShown(f));
         QCOMPARE(labelOf(f)->text(), u"Loading 'large.c'... 100 %"_s);
         QVERIFY(texts.removeDuplicates() >= 0 && texts.size() >= 3);
         QVERIFY(f.window->findChild<FileFormatButton *>()->isEnabled());
@@ -71,22 +76,22 @@ private Q_SLOTS:
         f.open(u"large.c"_s, numbered());
         QVERIFY(currentText(f)->isLoading());
         f.open(u"small.c"_s);
-        QVERIFY(!labelOf(f)->isVisible());
+        QVERIFY(!isShown(f));
         QVERIFY(f.window->findChild<FileFormatButton *>()->isEnabled());
         QVERIFY(f.window->openFile(f.path(u"large.c"_s), false));
-        QCOMPARE(labelOf(f)->isVisible(), currentText(f)->isLoading());
+        QCOMPARE(isShown(f), currentText(f)->isLoading());
         QVERIFY(waitForEnd(f));
-        QVERIFY(!labelOf(f)->isVisible());
+        QVERIFY(!isShown(f));
     }
 
     void fileIsClosedWhileItIsLoading()
     {
         const WindowFixture f;
         f.open(u"large.c"_s, numbered());
-        QVERIFY(labelOf(f)->isVisible());
+        QVERIFY(isShown(f));
         f.window->fileClose();
         QVERIFY(f.openFiles().isEmpty());
-        QVERIFY(!labelOf(f)->isVisible());
+        QVERIFY(!isShown(f));
         QCoreApplication::processEvents();
     }
 

@@ -1,6 +1,7 @@
 #include "statuslabels.h"
 #include "fileformatbutton.h"
 #include "loadinglabel.h"
+#include "textdocument.h"
 #include <QCoreApplication>
 #include <QLabel>
 #include <QMenu>
@@ -42,7 +43,7 @@ protected:
     }
 };
 
-StatusLabels::StatusLabels(QStatusBar *bar)
+StatusLabels::StatusLabels(QStatusBar *bar) : m_bar(bar)
 {
     for (int i = 0; i < InfoLabelCount; ++i) {
         auto *label = new QLabel(bar);
@@ -52,9 +53,6 @@ StatusLabels::StatusLabels(QStatusBar *bar)
         bar->addPermanentWidget(label, 0);
     }
     hideInfo(); // adding them to the status bar has shown them
-    m_loadingLabel = new LoadingLabel(bar);
-    bar->addPermanentWidget(m_loadingLabel, 0);
-    m_loadingLabel->hide();
     m_formatButton = new FileFormatButton(bar);
     bar->addPermanentWidget(m_formatButton, 0);
     m_formatButton->hide();
@@ -91,9 +89,14 @@ void StatusLabels::clearCursor() const
     m_cursorLabel->clear();
 }
 
-void StatusLabels::setDocument(TextDocument *document) const
+void StatusLabels::setDocument(TextDocument *document)
 {
-    m_loadingLabel->setDocument(document);
+    delete m_loadingLabel;
+    if (document && document->isLoading()) {
+        m_loadingLabel = new LoadingLabel(m_bar);
+        m_bar->insertPermanentWidget(InfoLabelCount, m_loadingLabel);
+        m_loadingLabel->setDocument(document);
+    }
     m_formatButton->setDocument(document);
 }
 
