@@ -3182,6 +3182,13 @@ Sie wird nur zum Lesen geöffnet.</translation>
     </message>
 </context>
 <context>
+    <name>LoadingLabel</name>
+    <message>
+        <source>Loading &apos;%1&apos;... %2 %</source>
+        <translation>&apos;%1&apos; wird geladen... %2 %</translation>
+    </message>
+</context>
+<context>
     <name>MainWindow</name>
     <message>
         <source>file</source>

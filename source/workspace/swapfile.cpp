@@ -92,7 +92,7 @@ void SwapFile::write()
 {
     if (!m_document->modified() || (!m_lock.isLocked() && !m_lock.tryLock()))
         return;
-    m_writer.start([path = m_path, filename = m_document->filename(), text = m_document->text()->toRawText(),
+    m_writer.start([path = m_path, filename = m_document->filename(), text = m_document->wholeText()->toRawText(),
                     standIns = m_document->standIns()]() mutable {
         text.replace(QChar::ParagraphSeparator, u'\n');
         standIns.takeOutOf(text);

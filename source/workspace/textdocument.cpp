@@ -7,6 +7,7 @@
 #include "syntaxhighlighter.h"
 #include "textdocumenttemplate.h"
 #include "textindent.h"
+#include "textloading.h"
 #include "varnelassert.h"
 #include "view.h"
 #include <QDir>
@@ -26,6 +27,7 @@ TextDocument::TextDocument(TextDocumentTemplate *docTemplate)
     : Document(docTemplate), m_template(docTemplate), m_text(std::make_unique<QTextDocument>())
 {
     m_text->setDocumentLayout(new LineLayout(m_text.get()));
+    m_loading = std::make_unique<TextLoading>(m_text.get());
     m_marked = std::make_unique<MarkedLines>(m_text.get());
     applyFormats();
     m_driver = std::make_unique<HighlightDriver>(m_text.get(), highlighter());
@@ -37,9 +39,11 @@ TextDocument::TextDocument(TextDocumentTemplate *docTemplate)
     m_rawTextTimer.setInterval(RawTextLife);
     m_rawTextTimer.setSingleShot(true);
     connect(&m_rawTextTimer, &QTimer::timeout, this, &TextDocument::releaseRawText);
-    connect(m_text.get(), &QTextDocument::contentsChange, this, &TextDocument::releaseRawText);
-    connect(m_text.get(), &QTextDocument::contentsChange, this, &TextDocument::clearBracketMatch);
-    connect(m_text.get(), &QTextDocument::modificationChanged, this, &Document::setModified);
+    connect(m_text.get(), &QTextDocument::contentsChange, this, &TextDocument::textChanged);
+    connect(m_text.get(), &QTextDocument::modificationChanged, this, [this](bool modified) {
+        if (!isLoading())
+            setModified(modified);
+    });
     connect(this, &Document::documentModified, m_text.get(), &QTextDocument::setModified);
     connect(this, &Document::updateViews, this, [this](View *, bool full) {
         if (full)
@@ -86,11 +90,12 @@ bool TextDocument::open(const QString &filename)
 void TextDocument::load(const QString &filename, const QByteArray &bytes)
 {
     m_filename = filename;
-    DecodedText decoded = decodeText(bytes);
+    clearBracketMatch();
     m_standIns = {};
-    m_standIns.putInto(decoded.text);
-    m_text->setPlainText(decoded.text);
-    setFormat(decoded.format);
+    TextSource source(bytes, m_standIns);
+    const TextFileFormat format = source.format();
+    m_loading->start(std::move(source), bytes.size());
+    setFormat(format);
     m_text->setModified(false);
     setModified(false);
     m_lastModified = QFileInfo(m_filename).lastModified();
@@ -111,6 +116,7 @@ void TextDocument::changeFileFormat(const TextFileFormat &format)
 {
     if (m_format == format)
         return;
+    wholeText();
     setFormat(format);
     setModified(true);
 }
@@ -126,7 +132,7 @@ bool TextDocument::create(const QString &filename)
 bool TextDocument::save()
 {
     TextFileFormat format = m_format;
-    QString text = m_text->toRawText();
+    QString text = wholeText()->toRawText();
     text.replace(QChar::ParagraphSeparator, u'\n');
     m_standIns.takeOutOf(text);
     if (!writeFileSafely(m_filename, encodeText(text, format))) {
@@ -143,6 +149,7 @@ bool TextDocument::save()
 
 bool TextDocument::saveAs(const QString &filename)
 {
+    wholeText();
     const QString previous = std::exchange(m_filename, filename);
     setModified(true);
     const QPointer<TextDocument> self(this);
@@ -164,7 +171,7 @@ bool TextDocument::isNewerOnDisk()
 void TextDocument::recover(QString text)
 {
     m_standIns.putInto(text);
-    QTextCursor cursor(m_text.get());
+    QTextCursor cursor(wholeText());
     cursor.select(QTextCursor::Document);
     cursor.insertText(text);
     m_text->setModified(true);
@@ -173,14 +180,38 @@ void TextDocument::recover(QString text)
 QString TextDocument::insertable(QString text)
 {
     if (StandIns::areNeededFor(text))
-        m_standIns.putInto(text, m_text->toRawText());
+        m_standIns.putInto(text, wholeText()->toRawText());
     return text;
+}
+
+bool TextDocument::isLoading() const
+{
+    return m_loading->isActive();
+}
+
+QTextDocument *TextDocument::wholeText() const
+{
+    m_loading->finish();
+    return m_text.get();
+}
+
+void TextDocument::loadTo(int line) const
+{
+    m_loading->loadTo(line);
+}
+
+/// Further lines of a file change nothing above them.
+void TextDocument::textChanged()
+{
+    releaseRawText();
+    if (!isLoading())
+        clearBracketMatch();
 }
 
 QString TextDocument::rawText()
 {
     if (m_rawText.isNull())
-        m_rawText = m_text->toRawText();
+        m_rawText = wholeText()->toRawText();
     m_rawTextTimer.start();
     return m_rawText;
 }
@@ -249,6 +280,7 @@ void TextDocument::ensureProcessed(const QTextBlock &block)
 
 void TextDocument::setMarker(int line, int mask, bool on, bool alternate)
 {
+    loadTo(line);
     const QTextBlock block = m_text->findBlockByNumber(line - 1);
     if (!block.isValid())
         return;

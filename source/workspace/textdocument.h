@@ -12,6 +12,7 @@ class SwapFile;
 class SyntaxHighlighter;
 class TextDocumentTemplate;
 class TextIndent;
+class TextLoading;
 
 /// A text file. All panes of all its views share one QTextDocument.
 class TextDocument : public Document
@@ -32,7 +33,14 @@ public:
     /// The last selected text of any pane.
     [[nodiscard]] virtual QString selectedText();
 
+    /// What is loaded of the text: of a large file only the first lines for a while; see TextLoading.
     [[nodiscard]] QTextDocument *text() const { return m_text.get(); }
+    [[nodiscard]] TextLoading *loading() const { return m_loading.get(); }
+    [[nodiscard]] bool isLoading() const; ///< Whether a part of the text is missing.
+    /// Loads what is missing. To be called before a change, and by whoever needs the text to its end.
+    QTextDocument *wholeText() const;
+    /// Loads what is missing up to @p line, counted from 1.
+    void loadTo(int line) const;
     [[nodiscard]] TextDocumentTemplate *textTemplate() const { return m_template; }
     [[nodiscard]] TextIndent *indenter() const;
     [[nodiscard]] SyntaxHighlighter *highlighter() const;
@@ -81,6 +89,7 @@ private:
     [[nodiscard]] QTextCharFormat format(int id) const;
     void applyFormats();
     void releaseRawText();
+    void textChanged();
     void searchBracket();
     void setBracketMatch(const QTextCursor &match);
     void load(const QString &filename, const QByteArray &bytes);
@@ -93,6 +102,7 @@ private:
     StandIns m_standIns;
     std::unique_ptr<MarkedLines> m_marked; ///< must outlive the text
     std::unique_ptr<QTextDocument> m_text;
+    std::unique_ptr<TextLoading> m_loading;    ///< destroyed before the text
     std::unique_ptr<HighlightDriver> m_driver; ///< destroyed before the text; the template owns the highlighter
     std::unique_ptr<SwapFile> m_swap;
     QTextCursor m_selection;

@@ -19,34 +19,6 @@ QStringConverter::Encoding converterEncoding(TextFileFormat::Encoding encoding)
     return QStringConverter::Utf8;
 }
 
-QByteArrayView byteOrderMark(TextFileFormat::Encoding encoding)
-{
-    switch (encoding) {
-    case TextFileFormat::Utf8:
-        return "\xEF\xBB\xBF";
-    case TextFileFormat::Utf16LE:
-        return "\xFF\xFE";
-    case TextFileFormat::Utf16BE:
-        return "\xFE\xFF";
-    case TextFileFormat::Latin1:
-        break;
-    }
-    return {};
-}
-
-TextFileFormat detectFormat(const QByteArray &bytes)
-{
-    TextFileFormat format = newTextFileFormat();
-    for (const auto encoding : {TextFileFormat::Utf8, TextFileFormat::Utf16LE, TextFileFormat::Utf16BE}) {
-        if (bytes.startsWith(byteOrderMark(encoding))) {
-            format.encoding = encoding;
-            format.byteOrderMark = true;
-            break;
-        }
-    }
-    return format;
-}
-
 /// Whether decoded text encodes to the original bytes.
 bool keepsBytes(const QByteArray &bytes, qsizetype mark, const QString &text, TextFileFormat::Encoding encoding)
 {
@@ -60,12 +32,10 @@ void normaliseLineEnds(QString &text, TextFileFormat &format)
 {
     const qsizetype returns = text.count(u'\r');
     if (returns == 0) {
-        format.crlf = format.crlf && !text.contains(u'\n');
+        format.crlf = isCrlf({0, text.contains(u'\n') ? 1 : 0, 0});
         return;
     }
-    const qsizetype pairs = text.count(u"\r\n"_s);
-    const bool uniform = pairs == returns && pairs == text.count(u'\n');
-    format.crlf = uniform || newTextFileFormat().crlf;
+    format.crlf = isCrlf({returns, text.count(u'\n'), text.count(u"\r\n"_s)});
     text.replace(u"\r\n"_s, u"\n"_s);
     text.replace(u'\r', u'\n');
 }
@@ -80,11 +50,47 @@ TextFileFormat newTextFileFormat()
     return format;
 }
 
+QByteArrayView byteOrderMark(const TextFileFormat &format)
+{
+    if (!format.byteOrderMark)
+        return {};
+    switch (format.encoding) {
+    case TextFileFormat::Utf8:
+        return "\xEF\xBB\xBF";
+    case TextFileFormat::Utf16LE:
+        return "\xFF\xFE";
+    case TextFileFormat::Utf16BE:
+        return "\xFE\xFF";
+    case TextFileFormat::Latin1:
+        break;
+    }
+    return {};
+}
+
+TextFileFormat markedFormat(const QByteArray &bytes)
+{
+    for (const auto encoding : {TextFileFormat::Utf8, TextFileFormat::Utf16LE, TextFileFormat::Utf16BE}) {
+        TextFileFormat format = newTextFileFormat();
+        format.encoding = encoding;
+        format.byteOrderMark = true;
+        if (bytes.startsWith(byteOrderMark(format)))
+            return format;
+    }
+    return newTextFileFormat();
+}
+
+bool isCrlf(const LineEndCount &count)
+{
+    if (count.returns == 0)
+        return newTextFileFormat().crlf && count.feeds == 0;
+    return (count.pairs == count.returns && count.pairs == count.feeds) || newTextFileFormat().crlf;
+}
+
 DecodedText decodeText(const QByteArray &bytes)
 {
     DecodedText result;
-    result.format = detectFormat(bytes);
-    const qsizetype mark = result.format.byteOrderMark ? byteOrderMark(result.format.encoding).size() : 0;
+    result.format = markedFormat(bytes);
+    const qsizetype mark = byteOrderMark(result.format).size();
     QStringDecoder decoder(converterEncoding(result.format.encoding),
                            QStringConverter::Flag::ConvertInitialBom | QStringConverter::Flag::Stateless);
     result.text = decoder(QByteArrayView(bytes).sliced(mark));
@@ -108,9 +114,7 @@ QByteArray encodeText(QStringView text, TextFileFormat &format)
         text = withLineEnds;
     }
     QStringEncoder encoder(converterEncoding(format.encoding));
-    QByteArray bytes;
-    if (format.byteOrderMark)
-        bytes += byteOrderMark(format.encoding);
+    QByteArray bytes = byteOrderMark(format).toByteArray();
     bytes += QByteArray(encoder(text));
     return bytes;
 }

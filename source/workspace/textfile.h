@@ -18,6 +18,22 @@ struct TextFileFormat
 /// The format of new files on this platform.
 [[nodiscard]] TextFileFormat newTextFileFormat();
 
+/// The bytes before the text of a file in @p format; none if it has no byte order mark.
+[[nodiscard]] QByteArrayView byteOrderMark(const TextFileFormat &format);
+/// The format of a file by its byte order mark, UTF-8 without one. Its line ends are those of the platform.
+[[nodiscard]] TextFileFormat markedFormat(const QByteArray &bytes);
+
+/// How often the characters of line ends are in a text.
+struct LineEndCount
+{
+    qsizetype returns = 0; ///< "\r"
+    qsizetype feeds = 0;   ///< "\n"; it need not be exact without "\r"
+    qsizetype pairs = 0;   ///< "\r\n"
+};
+
+/// Whether lines end in "\r\n" in the format of such a text.
+[[nodiscard]] bool isCrlf(const LineEndCount &count);
+
 struct DecodedText
 {
     QString text; ///< lines end in "\n"

@@ -1,7 +1,10 @@
 #include "textview.h"
 #include "lineedits.h"
+#include "loadingpanes.h"
 #include "textdocument.h"
 #include "textdocumenttemplate.h"
+#include "textloading.h"
+#include "textplace.h"
 #include "textprint.h"
 #include "textviewedit.h"
 #include <QApplication>
@@ -16,30 +19,6 @@
 
 using namespace Qt::StringLiterals;
 
-namespace {
-/// A place in a text that does not move when characters before it are inserted or removed.
-struct Place
-{
-    int line;
-    int index;
-
-    bool operator==(const Place &other) const = default;
-};
-
-Place placeOf(QTextDocument *text, int position)
-{
-    const QTextBlock block = text->findBlock(position);
-    return {block.blockNumber(), position - block.position()};
-}
-
-/// The nearest position if the text has become shorter.
-int positionOf(QTextDocument *text, Place place)
-{
-    const QTextBlock block = text->findBlockByNumber(std::min(place.line, text->blockCount() - 1));
-    return block.position() + std::min(place.index, block.length() - 1);
-}
-} // namespace
-
 TextView::TextView(TextDocument *document, QWidget *parent)
     : View(document, parent), m_textDocument(document), m_splitter(new QSplitter(Qt::Vertical))
 {
@@ -47,10 +26,12 @@ TextView::TextView(TextDocument *document, QWidget *parent)
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(m_splitter);
     m_splitter->setChildrenCollapsible(false); // a pane hides by itself
+    m_loadingPanes = new LoadingPanes(this);
     setCurrentEdit(addPane());
 
     connect(document->text(), &QTextDocument::undoAvailable, this, &View::undoAvailable);
     connect(document->text(), &QTextDocument::redoAvailable, this, &View::redoAvailable);
+    connect(document->loading(), &TextLoading::activeChanged, this, &TextView::loadingChanged);
     connect(QGuiApplication::clipboard(), &QClipboard::dataChanged, this, [this] {
         if (m_current->hasFocus())
             emitPasteAvailable();
@@ -73,7 +54,7 @@ TextViewEdit *TextView::addPane()
     pane->installEventFilter(this);
     connect(pane, &QPlainTextEdit::cursorPositionChanged, this, [this, pane] { cursorMoved(pane); });
     connect(pane, &QPlainTextEdit::copyAvailable, this, &View::copyAvailable);
-    connect(pane, &QPlainTextEdit::copyAvailable, this, &View::cutAvailable);
+    connect(pane, &QPlainTextEdit::copyAvailable, this, &TextView::emitCutAvailable);
     connect(pane, qOverload<int>(&TextViewEdit::toggleBreakpoint), this, &TextView::toggleBreakpoint);
     connect(pane, &TextViewEdit::splitRequested, this, [this, pane](int y) { splitAt(pane, y); });
     connect(
@@ -81,6 +62,7 @@ TextViewEdit *TextView::addPane()
         Qt::QueuedConnection); // not while the splitter arranges its children
     pane->background().markMatches(m_marked);
     m_edits.append(pane);
+    m_loadingPanes->add(pane);
     m_splitter->addWidget(pane);
     return pane;
 }
@@ -192,7 +174,7 @@ void TextView::paneFocused(TextViewEdit *pane)
     const bool hasSelection = pane->textCursor().hasSelection();
     emitUndoAvailable();
     Q_EMIT copyAvailable(hasSelection);
-    Q_EMIT cutAvailable(hasSelection);
+    emitCutAvailable(hasSelection);
     emitPasteAvailable();
     Q_EMIT backAvailable(false);
     Q_EMIT forwardAvailable(false);
@@ -211,7 +193,23 @@ void TextView::emitUndoAvailable()
 void TextView::emitPasteAvailable()
 {
     const QMimeData *data = QGuiApplication::clipboard()->mimeData();
-    Q_EMIT pasteAvailable(data && data->hasFormat(u"text/plain"_s));
+    Q_EMIT pasteAvailable(data && data->hasFormat(u"text/plain"_s) && !m_textDocument->isLoading());
+}
+
+void TextView::emitCutAvailable(bool hasSelection)
+{
+    Q_EMIT cutAvailable(hasSelection && !m_textDocument->isLoading());
+}
+
+/// The partner of a bracket may be in what was missing.
+void TextView::loadingChanged()
+{
+    if (!m_current->hasFocus())
+        return;
+    emitCutAvailable(m_current->textCursor().hasSelection());
+    emitPasteAvailable();
+    if (!m_textDocument->isLoading())
+        m_textDocument->matchBrackets(m_current->textCursor());
 }
 
 void TextView::cursorMoved(TextViewEdit *pane)
@@ -256,8 +254,15 @@ void TextView::print()
     const QPointer<TextView> self(this);
     const QPointer<QPrintDialog> dialog = new QPrintDialog(&printer, this); // it is deleted with the view
     if (dialog->exec() == QDialog::Accepted && self)
-        printText(*m_textDocument->text(), printer);
+        printText(*m_textDocument->wholeText(), printer);
     delete dialog;
+}
+
+/// The current pane, with the whole text.
+TextViewEdit *TextView::loadedEdit() const
+{
+    m_textDocument->wholeText();
+    return m_current;
 }
 
 void TextView::undo()
@@ -274,33 +279,33 @@ void TextView::redo()
 
 void TextView::cut()
 {
-    m_current->cut();
+    loadedEdit()->cut();
 }
 
 void TextView::copy()
 {
-    m_current->copy();
+    loadedEdit()->copy(); // all may be selected
 }
 
 void TextView::paste()
 {
-    m_current->paste();
+    loadedEdit()->paste();
 }
 
 void TextView::remove()
 {
-    if (m_current->textCursor().hasSelection())
+    if (loadedEdit()->textCursor().hasSelection())
         m_current->textCursor().removeSelectedText();
 }
 
 void TextView::selectAll()
 {
-    m_current->selectAll();
+    loadedEdit()->selectAll();
 }
 
 void TextView::insert(const QString &text)
 {
-    QTextCursor cursor = m_current->textCursor();
+    QTextCursor cursor = loadedEdit()->textCursor();
     cursor.insertText(m_textDocument->insertable(text));
     m_current->setTextCursor(cursor);
 }
@@ -312,19 +317,12 @@ void TextView::insertText(const QString &text)
 
 void TextView::moveCursor(CursorAction action, bool select)
 {
-    static constexpr QTextCursor::MoveOperation Operations[] = {QTextCursor::PreviousCharacter,
-                                                                QTextCursor::NextCharacter,
-                                                                QTextCursor::PreviousWord,
-                                                                QTextCursor::NextWord,
-                                                                QTextCursor::Up,
-                                                                QTextCursor::Down,
-                                                                QTextCursor::StartOfLine,
-                                                                QTextCursor::EndOfLine,
-                                                                QTextCursor::Start,
-                                                                QTextCursor::End};
+    using enum QTextCursor::MoveOperation;
+    static constexpr QTextCursor::MoveOperation Operations[] = {
+        PreviousCharacter, NextCharacter, PreviousWord, NextWord, Up, Down, StartOfLine, EndOfLine, Start, End};
     if (action < 0 || action >= int(std::size(Operations)))
         return;
-    m_current->moveCursor(Operations[action], select ? QTextCursor::KeepAnchor : QTextCursor::MoveAnchor);
+    loadedEdit()->moveCursor(Operations[action], select ? QTextCursor::KeepAnchor : QTextCursor::MoveAnchor);
 }
 
 // Markers and places ------------------------------------------------------
@@ -357,6 +355,7 @@ bool TextView::hasMarkerAtCursor(int mask)
 
 void TextView::gotoLine(int line)
 {
+    m_textDocument->loadTo(line);
     QTextDocument *text = m_textDocument->text();
     const QTextBlock block = text->findBlockByNumber(std::clamp(line - 1, 0, text->blockCount() - 1));
     QTextCursor cursor = m_current->textCursor();
@@ -396,7 +395,7 @@ void TextView::getCursorPosition(int *para, int *index)
 bool TextView::commentSelection()
 {
     const QString marker = m_textDocument->textTemplate()->lineComment();
-    if (marker.isEmpty() || m_current->isReadOnly())
+    if (marker.isEmpty() || loadedEdit()->isReadOnly())
         return false;
     commentLines(m_current->textCursor(), marker);
     return true;
@@ -405,12 +404,12 @@ bool TextView::commentSelection()
 bool TextView::uncommentSelection()
 {
     const QString marker = m_textDocument->textTemplate()->lineComment();
-    return !marker.isEmpty() && !m_current->isReadOnly() && uncommentLines(m_current->textCursor(), marker);
+    return !marker.isEmpty() && !loadedEdit()->isReadOnly() && uncommentLines(m_current->textCursor(), marker);
 }
 
 bool TextView::unindentSelection()
 {
-    if (m_current->isReadOnly())
+    if (loadedEdit()->isReadOnly())
         return false;
     unindentLines(m_current->textCursor(), m_current->indentation());
     return true;
@@ -422,9 +421,9 @@ void TextView::indentSelection()
 {
     const QPointer<TextViewEdit> pane = m_current;
     const QTextCursor selection = pane->textCursor();
-    QTextDocument *text = m_textDocument->text();
-    const Place anchor = placeOf(text, selection.anchor());
-    const Place position = placeOf(text, selection.position());
+    QTextDocument *text = m_textDocument->wholeText();
+    const TextPlace anchor = textPlaceOf(text, selection.anchor());
+    const TextPlace position = textPlaceOf(text, selection.position());
     const int last = std::max(anchor.line, position.line);
     for (int line = std::min(anchor.line, position.line); line <= last; ++line) {
         const QTextBlock block = text->findBlockByNumber(line);

@@ -1,6 +1,7 @@
 #pragma once
 #include "viewinterfaces.h"
 #include <functional>
+class LoadingPanes;
 class QSplitter;
 class TextDocument;
 class TextPattern;
@@ -106,9 +107,13 @@ private:
     void emitUndoAvailable();
     void emitPasteAvailable();
     bool counted(TextViewEdit *pane, const std::function<bool(TextViewEdit *)> &work);
+    void emitCutAvailable(bool hasSelection);
+    void loadingChanged();
+    [[nodiscard]] TextViewEdit *loadedEdit() const;
 
     TextDocument *const m_textDocument;
     QSplitter *m_splitter;
+    LoadingPanes *m_loadingPanes = nullptr;
     QList<TextViewEdit *> m_edits;
     std::shared_ptr<const TextPattern> m_marked; ///< for new panes
     TextViewEdit *m_current = nullptr;

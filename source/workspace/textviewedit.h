@@ -1,10 +1,10 @@
 #pragma once
 #include "longlineedit.h"
 #include "panebackground.h"
+#include "textdocument.h"
 #include <QTimer>
 class QMenu;
 class QRubberBand;
-class TextDocument;
 class TextMarkerWidget;
 class TextPattern;
 class TextView;
@@ -14,7 +14,7 @@ struct Indentation;
 class TextViewEdit : public LongLineEdit
 {
     Q_OBJECT
-    Q_PROPERTY(QString text READ toPlainText) // for test drivers
+    Q_PROPERTY(QString text READ wholeText) // for test drivers
 public:
     TextViewEdit(TextView *view, TextDocument *document);
     ~TextViewEdit() override;
@@ -42,6 +42,7 @@ public:
     [[nodiscard]] QRect selectionOnScreen() const;
 
     [[nodiscard]] TextDocument *textDocument() const { return m_document; }
+    [[nodiscard]] QString wholeText() const { return m_document->wholeText()->toPlainText(); }
     /// Shows changed markers; with @p full also changed formats.
     void refresh(bool full);
     /// The line at the height @p y of the viewport; invalid below the last line.

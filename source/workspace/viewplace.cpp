@@ -1,9 +1,12 @@
 #include "viewplace.h"
+#include "textdocument.h"
 #include "textview.h"
 #include "textviewedit.h"
 #include <QScrollBar>
 
 namespace {
+constexpr int LinesBelow = 500; ///< more than fit on a screen
+
 PanePlace paneOf(const TextViewEdit &edit, int height)
 {
     const QTextCursor cursor = edit.textCursor();
@@ -12,6 +15,7 @@ PanePlace paneOf(const TextViewEdit &edit, int height)
 
 void restorePane(TextViewEdit &edit, const PanePlace &pane)
 {
+    edit.textDocument()->loadTo(qMax(pane.line, pane.top) + LinesBelow); // otherwise it could not be scrolled there
     const QTextBlock block = edit.document()->findBlockByNumber(qMin(pane.line, edit.document()->blockCount() - 1));
     QTextCursor cursor = edit.textCursor();
     cursor.setPosition(block.position() + qBound(0, pane.column, block.length() - 1));

@@ -141,6 +141,24 @@ private Q_SLOTS:
         QCOMPARE(f.lines(), u"3 5"_s);
     }
 
+    void breakpointsOfALargeFileStayWhileItIsLoading()
+    {
+        const BreakpointWindow f;
+        f.window->fileClose();
+        f.open(u"main.c"_s, QByteArray("some words in a line\n").repeated(20'000));
+        const int last = f.view()->textDocument()->text()->blockCount(); // until more is loaded
+        for (const int line : {2, last, 9'000})
+            f.toggle(line);
+        const QString expected = u"2 %1 9000"_s.arg(last);
+        QVERIFY(f.view()->textDocument()->isLoading());
+        QCOMPARE(f.marked(), expected);
+        QTRY_VERIFY(!f.view()->textDocument()->isLoading());
+        QCoreApplication::processEvents();
+        QCOMPARE(f.marked(), expected);
+        f.insertLineAt(1);
+        QCOMPARE(f.marked(), u"3 %1 9001"_s.arg(last + 1));
+    }
+
     void typingInTheLineDoesNotMoveIt()
     {
         const BreakpointWindow f;

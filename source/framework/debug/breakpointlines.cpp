@@ -15,6 +15,7 @@
 namespace {
 QTextCursor startOfLine(const TextDocument &document, int line)
 {
+    document.loadTo(line);
     const QTextBlock block = document.text()->findBlockByNumber(line - 1);
     return block.isValid() ? QTextCursor(block) : QTextCursor();
 }
@@ -124,6 +125,8 @@ void BreakpointLines::followUndo(Line &line)
 /// A text that is replaced as a whole keeps its breakpoints at their lines: no part of it is known to be the same.
 void BreakpointLines::textChanged(const TextDocument *document, int from, int removed, int added)
 {
+    if (document->isLoading())
+        return; // lines are added below those with breakpoints
     const QTextDocument *text = document->text();
     const bool replaced = from == 0 && removed > 0 && added > 0 && added + 1 >= text->characterCount();
     for (Line &line : m_lines) {

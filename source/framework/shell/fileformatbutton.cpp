@@ -1,5 +1,6 @@
 #include "fileformatbutton.h"
 #include "textdocument.h"
+#include "textloading.h"
 #include <QMenu>
 
 using namespace Qt::StringLiterals;
@@ -52,13 +53,16 @@ FileFormatButton::FileFormatButton(QWidget *parent) : QToolButton(parent)
 
 void FileFormatButton::setDocument(TextDocument *document)
 {
-    if (m_document)
+    if (m_document) {
         m_document->disconnect(this);
+        m_document->loading()->disconnect(this);
+    }
     m_document = document;
     setVisible(document);
     if (!document)
         return;
     connect(document, &TextDocument::fileFormatChanged, this, &FileFormatButton::refresh);
+    connect(document->loading(), &TextLoading::activeChanged, this, &FileFormatButton::refresh);
     connect(document, &QObject::destroyed, this, &QWidget::hide);
     refresh();
 }
@@ -66,6 +70,7 @@ void FileFormatButton::setDocument(TextDocument *document)
 void FileFormatButton::refresh()
 {
     setText(fileFormatText(m_document->fileFormat()));
+    setEnabled(!m_document->isLoading());
     setAccessibleName(tr("File format %1").arg(text()));
 }
 

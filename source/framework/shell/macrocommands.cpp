@@ -59,7 +59,7 @@ bool addMacroTo(const QString &file, WindowServices &window)
     auto *document = view ? qobject_cast<TextDocument *>(view->document()) : nullptr;
     if (!document)
         return false;
-    const QString script = document->text()->toPlainText();
+    const QString script = document->wholeText()->toPlainText();
     view->moveCursor(TextView::MoveEnd, false);
     view->insertText(newMacroSource(script));
     view->gotoLine(lastLineOf(*document->text(), Body));

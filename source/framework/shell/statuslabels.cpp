@@ -1,5 +1,7 @@
 #include "statuslabels.h"
 #include "fileformatbutton.h"
+#include "loadinglabel.h"
+#include "textdocument.h"
 #include <QCoreApplication>
 #include <QLabel>
 #include <QMenu>
@@ -59,7 +61,7 @@ private:
     QTimer m_timer;
 };
 
-StatusLabels::StatusLabels(QStatusBar *bar)
+StatusLabels::StatusLabels(QStatusBar *bar) : m_bar(bar)
 {
     for (int i = 0; i < InfoLabelCount; ++i) {
         auto *label = new QLabel(bar);
@@ -105,8 +107,14 @@ void StatusLabels::clearCursor() const
     m_cursorLabel->showText({});
 }
 
-void StatusLabels::setDocument(TextDocument *document) const
+void StatusLabels::setDocument(TextDocument *document)
 {
+    delete m_loadingLabel;
+    if (document && document->isLoading()) {
+        m_loadingLabel = new LoadingLabel(m_bar);
+        m_bar->insertPermanentWidget(InfoLabelCount, m_loadingLabel);
+        m_loadingLabel->setDocument(document);
+    }
     m_formatButton->setDocument(document);
 }
 

@@ -32,7 +32,7 @@ DocumentTemplate *kindOf(const Workspace &workspace, const QString &path)
 void fill(TextView *view, const NewFile &file)
 {
     view->insertText(file.text);
-    QTextCursor cursor(view->textDocument()->text());
+    QTextCursor cursor(view->textDocument()->wholeText());
     cursor.setPosition(file.cursor);
     view->currentEdit()->setTextCursor(cursor);
 }

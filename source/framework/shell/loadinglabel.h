@@ -1,0 +1,19 @@
+#pragma once
+#include <QLabel>
+#include <QPointer>
+class TextDocument;
+
+/// How far the current text is loaded, in the status bar. Hidden unless a part of it is missing.
+class LoadingLabel : public QLabel
+{
+    Q_OBJECT
+public:
+    explicit LoadingLabel(QWidget *parent);
+
+    void setDocument(TextDocument *document); ///< Null if the current view is not a text.
+
+private:
+    void refresh();
+
+    QPointer<TextDocument> m_document;
+};
