@@ -63,6 +63,7 @@ bool Project::load(const QString &path)
     m_dir.setPath(info.path());
     m_openedOK = false;
 
+    const QDateTime modified = info.lastModified(); // before: what is written meanwhile is newer
     const std::optional<QByteArray> bytes = readFile(path);
     if (!bytes)
         return false;
@@ -74,7 +75,7 @@ bool Project::load(const QString &path)
     for (const RootAttribute &attribute : rootAttributes)
         this->*attribute.field = ProjectXmlReader::valueOf(attributes, attribute.name).toString();
     m_openedOK = true;
-    m_stamp.take(path, xml.hasForeignContent());
+    m_stamp = {modified, xml.hasForeignContent()};
     m_modified = true; // set by the insertions
     blocker.unblock();
     setModified(false);

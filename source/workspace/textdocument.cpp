@@ -66,8 +66,10 @@ QString TextDocument::title()
 
 bool TextDocument::open(const QString &filename)
 {
+    const QDateTime modified = QFileInfo(filename).lastModified(); // before: what is written meanwhile is newer
     const std::optional<QByteArray> bytes = readFile(filename);
     if (bytes) {
+        m_lastModified = modified;
         load(filename, *bytes);
         return true;
     }
@@ -92,7 +94,6 @@ void TextDocument::load(const QString &filename, const QByteArray &bytes)
     setFormat(decoded.format);
     m_text->setModified(false);
     setModified(false);
-    m_lastModified = QFileInfo(m_filename).lastModified();
 }
 
 void TextDocument::setFormat(const TextFileFormat &format)
