@@ -226,7 +226,9 @@ bool Project::containsFile(const QString &path) const
 {
     const QString stored = relativePath(path);
     const QList<ProjectFile *> all = files(QString(), nullptr);
-    return std::any_of(all.begin(), all.end(), [&](const ProjectFile *file) { return file->path() == stored; });
+    const QString absolute = absolutePath(stored); // a file that was moved from another project may be stored so
+    return std::any_of(all.begin(), all.end(),
+                       [&](const ProjectFile *file) { return file->path() == stored || file->path() == absolute; });
 }
 
 void Project::addFolder(ProjectFolder *folder, bool prepend)
