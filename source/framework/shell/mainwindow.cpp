@@ -6,6 +6,7 @@
 #include "document.h"
 #include "droppedfiles.h"
 #include "filecommands.h"
+#include "folderproject.h"
 #include "ideapplication.h"
 #include "navigator.h"
 #include "outputwindow.h"
@@ -202,6 +203,8 @@ void MainWindow::continueLastRun(const QStringList &named)
         openWorkspace(workspace, false);
     offerRecovery(*m_parts->workspace, stateDirectory().filePath(u"swap"_s), this);
 }
+    else if (isProjectFile(workspace))
+        openProject(workspace, false);
 
 // Events ------------------------------------------------------------------
 
