@@ -88,7 +88,8 @@ QString Project::problemInXml(const QString &text)
     Project scratch({}, {}); // some errors are found only when folders and files are made
     ProjectXmlReader xml(text);
     QXmlStreamAttributes ignored;
-    return scratch.read(xml, &ignored) ? QString() : tr("%1 (line %2)").arg(xml.errorString()).arg(xml.lineNumber());
+    return scratch.read(xml, &ignored) ? QString()
+                                       : tr("%1 (line %2)").arg(xml.errorString(), QString::number(xml.lineNumber()));
 }
 
 bool Project::loadFromXml(const QString &text)
@@ -225,8 +226,8 @@ QList<ProjectFile *> Project::files(const QString &extensions, ProjectFolder *fo
 bool Project::containsFile(const QString &path) const
 {
     const QString stored = relativePath(path);
-    const QList<ProjectFile *> all = files(QString(), nullptr);
     const QString absolute = absolutePath(stored); // a file that was moved from another project may be stored so
+    const QList<ProjectFile *> all = files(QString(), nullptr);
     return std::any_of(all.begin(), all.end(),
                        [&](const ProjectFile *file) { return file->path() == stored || file->path() == absolute; });
 }
