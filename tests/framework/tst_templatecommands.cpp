@@ -291,6 +291,28 @@ private Q_SLOTS:
         QCOMPARE(f.projects(), QStringList(u"fw"_s));
     }
 
+    void existingWorkspaceIsAskedAbout()
+    {
+        const TemplateFixture f;
+        f.write(u"home/fw.vnw"_s, "old");
+        const auto here = [](NewProjectDialog *dialog) {
+            dialog->findChild<QAbstractButton *>(u"ProjectFolderCheckBox"_s)->setChecked(false);
+        };
+        f.answer(u"plain"_s, u"fw"_s, here);
+        f.answers->press(QMessageBox::Cancel);
+        f.window->projectNew();
+        QCOMPARE(f.answers->shown, QStringList{overwrite(u"fw.vnw"_s)});
+        QCOMPARE(f.read(u"home/fw.vnw"_s), "old");
+        QVERIFY(!QFileInfo::exists(f.path(u"home/fw.vnp"_s)));
+        QVERIFY(!f.window->projectWorkspace());
+
+        f.answer(u"plain"_s, u"fw"_s, here);
+        f.answers->press(QMessageBox::Yes);
+        f.window->projectNew();
+        QCOMPARE(f.projects(), QStringList(u"fw"_s));
+        QVERIFY(f.read(u"home/fw.vnw"_s).contains("fw.vnp"));
+    }
+
     void failuresOfCopyingAreReported()
     {
         const TemplateFixture f;
