@@ -685,7 +685,11 @@ private Q_SLOTS:
         f.create(u"plain"_s);
         QVERIFY(f.createFile(u"C Source File"_s, u"uart"_s).isEmpty());
         QCOMPARE(f.projectFiles(), (QStringList{u"Sources/main.c"_s, u"Sources/uart.c"_s}));
-        QVERIFY(f.window->activity().currentProject()->isModified());
+        // After a crash, the text is recovered, and the project still has the file.
+        QVERIFY(!f.window->activity().currentProject()->isModified());
+        Project stored({}, {});
+        QVERIFY(stored.load(f.window->activity().currentProject()->fileName()));
+        QVERIFY(stored.containsFile(f.document()->filename()));
         QVERIFY(f.createFile(u"C Source File"_s, u"other"_s, [](NewFileDialog *dialog) {
                      dialog->findChild<QAbstractButton *>(u"addCheck"_s)->setChecked(false);
                  }).isEmpty());
