@@ -1216,24 +1216,28 @@ Möchten Sie sie wirklich schließen und überschreiben?</translation>
 </translation>
     </message>
     <message>
-        <source>1 occurrence has been found.
-</source>
-        <translation>1 Fundstelle.
-</translation>
-    </message>
-    <message>
-        <source>%1 occurrences have been found.
-</source>
-        <translation>%1 Fundstellen.
-</translation>
-    </message>
-    <message>
         <source>The search was stopped. </source>
         <translation>Die Suche wurde abgebrochen. </translation>
     </message>
     <message>
         <source>Searching: %1 files, %2 lines found</source>
         <translation>Suche: %1 Dateien, %2 Zeilen gefunden</translation>
+    </message>
+    <message>
+        <source>1 occurrence has been found.</source>
+        <translation>1 Fundstelle.</translation>
+    </message>
+    <message>
+        <source>%1 occurrences have been found.</source>
+        <translation>%1 Fundstellen.</translation>
+    </message>
+    <message>
+        <source>1 file or folder could not be read.</source>
+        <translation>1 Datei oder Ordner konnte nicht gelesen werden.</translation>
+    </message>
+    <message>
+        <source>%1 files or folders could not be read.</source>
+        <translation>%1 Dateien oder Ordner konnten nicht gelesen werden.</translation>
     </message>
 </context>
 <context>

@@ -45,6 +45,11 @@ int FileSearcher::filesSearched() const
     return m_job ? m_job->filesSearched() : 0;
 }
 
+int FileSearcher::unreadable() const
+{
+    return m_job ? m_job->unreadable() : 0;
+}
+
 bool FileSearcher::event(QEvent *event)
 {
     if (event->type() != FileSearchJob::MatchEvent && event->type() != FileSearchJob::FinishedEvent)

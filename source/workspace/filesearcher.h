@@ -26,6 +26,7 @@ public:
     void stop();
     [[nodiscard]] bool isRunning() const; ///< Results that were found already may still be reported after it.
     [[nodiscard]] int filesSearched() const;
+    [[nodiscard]] int unreadable() const; ///< how many files and folders could not be opened
 
 Q_SIGNALS:
     /// The first match of a line. Lines count from 1. @p text is the line, cut to 100 characters; the last line of a

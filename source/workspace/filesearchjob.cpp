@@ -71,9 +71,7 @@ void FileSearchJob::walk()
     else if (!QFileInfo(m_search.folder).isDir())
         report({{}, 0, QObject::tr("The folder '%1' does not exist.").arg(QDir::toNativeSeparators(m_search.folder))});
     else
-        FolderWalk(m_search.mask, m_search.recursive).forEach(m_search.folder, m_running, [this](ListedFile file) {
-            add(std::move(file));
-        });
+        walkFolders();
 
     std::unique_lock lock(m_mutex);
     m_allAdded = true;
@@ -81,6 +79,13 @@ void FileSearchJob::walk()
     waitForTasks(lock, 0);
     m_finished = true;
     postNext();
+}
+
+void FileSearchJob::walkFolders()
+{
+    FolderWalk walk(m_search.mask, m_search.recursive);
+    walk.forEach(m_search.folder, m_running, [this](ListedFile file) { add(std::move(file)); });
+    m_unreadable += walk.unreadableFolders();
 }
 
 void FileSearchJob::add(ListedFile file)
@@ -172,7 +177,9 @@ void FileSearchJob::search(FileTextSearch &engine, const std::shared_ptr<Task> &
     const QString *edited = editedText(task->file);
     const FileTextSearch::Result result =
         edited ? engine.searchText(*edited, m_running, receive) : engine.search(task->file, m_running, receive);
-    if (result != FileTextSearch::Result::Whole)
+    if (result == FileTextSearch::Result::NotOpened)
+        ++m_unreadable;
+    else if (result != FileTextSearch::Result::Whole)
         lines.append({{}, 0, remark(result, task->file.path())});
     flush(task, lines);
     ++m_filesSearched;

@@ -19,6 +19,8 @@ public:
     /// Ends soon after @p running has become false.
     void forEach(const QString &folder, const std::atomic<bool> &running, const Receiver &receive);
 
+    [[nodiscard]] int unreadableFolders() const { return m_unreadable; }
+
 private:
     struct Entries;
     void visit(const QString &folder, const QString &canonical, const std::atomic<bool> &running,
@@ -28,4 +30,5 @@ private:
     QList<QRegularExpression> m_filters; ///< none: every name matches
     const bool m_recursive;
     QSet<QString> m_visited; ///< canonical paths
+    int m_unreadable = 0;    ///< folders
 };
