@@ -8806,6 +8806,18 @@ Möchten Sie die Änderungen speichern?</translation>
     </message>
 </context>
 <context>
+    <message>
+        <source> (deleted)</source>
+        <translation> (gelöscht)</translation>
+    </message>
+    <message>
+        <source>%1 was deleted outside of the editor.
+
+Do you want to save the text again?</source>
+        <translation>%1 wurde außerhalb des Editors gelöscht.
+
+Möchten Sie den Text wieder speichern?</translation>
+    </message>
     <name>WatchWindow</name>
     <message>
         <source>Watches</source>

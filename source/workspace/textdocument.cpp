@@ -123,13 +123,30 @@ bool TextDocument::create(const QString &filename)
     return true;
 }
 
-bool TextDocument::save()
+QString TextDocument::fileText() const
 {
-    TextFileFormat format = m_format;
     QString text = m_text->toRawText();
     text.replace(QChar::ParagraphSeparator, u'\n');
     m_standIns.takeOutOf(text);
-    if (!writeFileSafely(m_filename, encodeText(text, format))) {
+    return text;
+}
+
+bool TextDocument::adoptFile()
+{
+    const QDateTime time = QFileInfo(m_filename).lastModified();
+    const std::optional<QByteArray> bytes = readFile(m_filename);
+    const DecodedText decoded = decodeText(bytes.value_or(QByteArray()));
+    if (!bytes || decoded.format != m_format || decoded.text != fileText())
+        return false;
+    m_lastModified = time;
+    setModified(false);
+    return true;
+}
+
+bool TextDocument::save()
+{
+    TextFileFormat format = m_format;
+    if (!writeFileSafely(m_filename, encodeText(fileText(), format))) {
         showDocumentWarning(tr("The following file could not be written:\n%1\n\nPlease check that this file is not "
                                "read-only and you have permission to write to it.")
                                 .arg(nativeFilename()));

@@ -49,6 +49,8 @@ public:
     /// The whole text, its lines separated by ParagraphSeparator. The copy is kept for further searches until the text
     /// changes or was not used for some seconds: it takes twice the size of the file.
     [[nodiscard]] QString rawText();
+    /// If the file holds exactly this text, the document counts as saved. Returns whether it does.
+    bool adoptFile();
     /// Sets a text that was recovered after a crash; the file is unchanged until the next save.
     void recover(QString text);
 
@@ -83,6 +85,7 @@ private:
     [[nodiscard]] QString nativeFilename() const;
 
     TextDocumentTemplate *const m_template;
+    [[nodiscard]] QString fileText() const; ///< as it is saved
     QString m_filename;
     QDateTime m_lastModified;
     TextFileFormat m_format = newTextFileFormat();

@@ -1,5 +1,6 @@
 #include "view.h"
 #include "document.h"
+#include "lostfile.h"
 #include "messages.h"
 #include "newerfile.h"
 #include "varnelassert.h"
@@ -36,6 +37,8 @@ void View::updateTitle()
         m_title += u" *"_s;
     setWindowTitle(m_title);
     Q_EMIT viewTitleChanged(this);
+    if (hasLostFile(m_document))
+        m_title += tr(" (deleted)");
 }
 
 void View::documentModified(bool)
@@ -46,8 +49,10 @@ void View::documentModified(bool)
 /// Returns whether the view may close.
 bool View::askToSave()
 {
-    const QString text =
-        tr("%1 has changed.\n\nDo you want to save the changes?").arg(QDir::toNativeSeparators(m_document->filename()));
+    const QString question = hasLostFile(m_document)
+                                 ? tr("%1 was deleted outside of the editor.\n\nDo you want to save the text again?")
+                                 : tr("%1 has changed.\n\nDo you want to save the changes?");
+    const QString text = question.arg(QDir::toNativeSeparators(m_document->filename()));
     const QPointer<View> self(this);
     const auto answer = showInformation(window(), text, {QMessageBox::Yes, QMessageBox::No, QMessageBox::Cancel},
                                         window()->windowTitle());

@@ -2,6 +2,7 @@
 #include "callplugin.h"
 #include "document.h"
 #include "documenttemplate.h"
+#include "lostfile.h"
 #include "textdocument.h"
 #include "varnelassert.h"
 #include "view.h"
@@ -122,10 +123,14 @@ bool Workspace::newDocument(DocumentTemplate *docTemplate, const QString &filena
 
 bool Workspace::saveAll(bool onlyModified)
 {
+    noticeLostFile(doc);
     bool allSaved = true;
     for (const QPointer<Document> &doc : m_documents.guarded()) {
-        if (doc && (doc->modified() || !onlyModified))
-            allSaved = doc->save() && allSaved;
+        if (!doc || (onlyModified && !doc->modified()) || doc->save())
+            continue;
+        allSaved = false;
+        if (doc)
+            noticeLostFile(doc); // its folder may be gone with it
     }
     return allSaved;
 }

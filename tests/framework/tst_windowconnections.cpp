@@ -600,7 +600,7 @@ private Q_SLOTS:
         f.answers->press(QMessageBox::Ok);
         QVERIFY(!f.window->fileSaveAll());
         QCOMPARE(f.read(u"b.c"_s), QByteArray("2b"));
-        QCOMPARE(f.openFiles(), (QStringList{u"a.c *"_s, u"b.c"_s}));
+        QCOMPARE(f.openFiles(), (QStringList{u"a.c (deleted) *"_s, u"b.c"_s}));
     }
 
     void controlTabReachesTheThirdFile()

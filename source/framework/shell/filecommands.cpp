@@ -4,6 +4,7 @@
 #include "document.h"
 #include "largetextview.h"
 #include "lastdirectories.h"
+#include "lostfile.h"
 #include "messages.h"
 #include "newerfile.h"
 #include "project.h"
@@ -145,8 +146,8 @@ void FileCommands::save()
     const QPointer<Document> document = m_window.viewManager()->currentDocument();
     if (!document)
         return;
-    if (maySave(m_window.dialogParent(), document) && document)
-        document->save();
+    if (maySave(m_window.dialogParent(), document) && document && !document->save() && document)
+        noticeLostFile(document); // its folder may be gone with it
 }
 
 void FileCommands::saveAs()
