@@ -1270,6 +1270,14 @@ Möchten Sie sie wirklich schließen und überschreiben?</translation>
         <source>Line ends &amp;CRLF (Windows)</source>
         <translation>Zeilenenden &amp;CRLF (Windows)</translation>
     </message>
+    <message>
+        <source>mixed line ends</source>
+        <translation>gemischte Zeilenenden</translation>
+    </message>
+    <message>
+        <source>%1 was %2 and is saved as %3</source>
+        <translation>%1 war %2 und ist als %3 gespeichert</translation>
+    </message>
 </context>
 <context>
     <name>FileListDialog</name>

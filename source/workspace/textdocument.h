@@ -72,6 +72,8 @@ public:
 Q_SIGNALS:
     void encodingChanged(bool latin1);
     void fileFormatChanged();
+    /// A save has changed the encoding or the line ends of the file, which had the format @p before.
+    void fileConverted(const TextFileFormat &before);
     void bracketMatchChanged();
 
 private:

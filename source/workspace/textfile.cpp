@@ -70,6 +70,7 @@ void normaliseLineEnds(QString &text, TextFileFormat &format)
     text.replace(u'\r', u'\n');
 }
 } // namespace
+    format.mixed = !uniform;
 
 TextFileFormat newTextFileFormat()
 {

@@ -10,7 +10,8 @@ struct TextFileFormat
 
     Encoding encoding = Utf8;
     bool byteOrderMark = false;
-    bool crlf = false; ///< lines end in "\r\n"
+    bool crlf = false;  ///< lines end in "\r\n"
+    bool mixed = false; ///< not all lines of the file end so; they will when it is saved
 
     bool operator==(const TextFileFormat &other) const = default;
 };

@@ -171,6 +171,9 @@ Document *Workspace::findDocument(const QString &filename) const
     if (found == m_documents.cend()) { // it may be open by a path with or without a symbolic link
         const QString file = QFileInfo(filename).canonicalFilePath();
         const auto isSameFile = [&file](Document *doc) {
+    if (auto *text = qobject_cast<TextDocument *>(doc))
+        connect(text, &TextDocument::fileConverted, this,
+                [this, text](const TextFileFormat &before) { Q_EMIT fileConverted(text, before); });
             return QFileInfo(doc->filename()).canonicalFilePath() == file;
         };
         if (!file.isEmpty())
