@@ -2904,6 +2904,14 @@ Sie wird nur zum Lesen geöffnet.</translation>
         <source>File Open</source>
         <translation>Datei öffnen</translation>
     </message>
+    <message>
+        <source>The file contains NUL bytes, so it is probably not a text.
+
+It will be opened read-only.</source>
+        <translation>Die Datei enthält NUL-Bytes und ist daher wahrscheinlich kein Text.
+
+Sie wird schreibgeschützt geöffnet.</translation>
+    </message>
 </context>
 <context>
     <name>LargeTextFindBar</name>

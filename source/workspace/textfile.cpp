@@ -1,9 +1,13 @@
 #include "textfile.h"
+#include <QFile>
+#include <QFileInfo>
 #include <QStringConverter>
 
 using namespace Qt::StringLiterals;
 
 namespace {
+constexpr qint64 BinaryStart = 8000; ///< bytes; where other files than texts have NUL bytes as a rule
+
 QStringConverter::Encoding converterEncoding(TextFileFormat::Encoding encoding)
 {
     switch (encoding) {
@@ -66,11 +70,11 @@ void normaliseLineEnds(QString &text, TextFileFormat &format)
     const qsizetype pairs = text.count(u"\r\n"_s);
     const bool uniform = pairs == returns && pairs == text.count(u'\n');
     format.crlf = uniform || newTextFileFormat().crlf;
+    format.mixed = !uniform;
     text.replace(u"\r\n"_s, u"\n"_s);
     text.replace(u'\r', u'\n');
 }
 } // namespace
-    format.mixed = !uniform;
 
 TextFileFormat newTextFileFormat()
 {
@@ -96,6 +100,15 @@ DecodedText decodeText(const QByteArray &bytes)
     }
     normaliseLineEnds(result.text, result.format);
     return result;
+}
+
+bool isBinaryFile(const QString &path)
+{
+    QFile file(path);
+    if (!QFileInfo(path).isFile() || !file.open(QIODevice::ReadOnly))
+        return false; // reading a pipe or a device may never end
+    const QByteArray start = file.read(BinaryStart);
+    return start.contains('\0') && !detectFormat(start).byteOrderMark;
 }
 
 QByteArray encodeText(QStringView text, TextFileFormat &format)

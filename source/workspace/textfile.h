@@ -30,5 +30,9 @@ struct DecodedText
 /// platform.
 [[nodiscard]] DecodedText decodeText(const QByteArray &bytes);
 
+/// Whether the file @p path has NUL bytes near its beginning, and no byte order mark that explains them. Such a file
+/// would not keep its bytes if it was edited as a text.
+[[nodiscard]] bool isBinaryFile(const QString &path);
+
 /// Encodes @p text in @p format. A text with characters that are not in Latin-1 becomes UTF-8, and so does @p format.
 [[nodiscard]] QByteArray encodeText(QStringView text, TextFileFormat &format);

@@ -4,6 +4,8 @@
 #include "documenttemplate.h"
 #include "lostfile.h"
 #include "textdocument.h"
+#include "textdocumenttemplate.h"
+#include "textfile.h"
 #include "varnelassert.h"
 #include "view.h"
 #include "viewmanager.h"
@@ -191,8 +193,11 @@ DocumentTemplate *Workspace::templateFor(const QString &filename, const char *in
 {
     for (DocumentTemplate *docTemplate : m_templates) {
         const auto canOpen = [&] { return docTemplate->canOpen(filename); };
-        if (docTemplate->inherits(inherits) && askPlugin("DocumentTemplate::canOpen", canOpen))
-            return docTemplate;
+        if (!docTemplate->inherits(inherits) || !askPlugin("DocumentTemplate::canOpen", canOpen))
+            continue;
+        if (!qobject_cast<TextDocumentTemplate *>(docTemplate) || !isBinaryFile(filename))
+            return docTemplate; // the editor would damage a binary file
+        forText = forText ? forText : docTemplate;
     }
     qWarning("Workspace::openDocument: No template found for document (%s)", qPrintable(filename));
     return nullptr;
@@ -214,11 +219,14 @@ std::unique_ptr<Document> Workspace::create(DocumentTemplate *docTemplate, Loade
 
 bool Workspace::load(DocumentTemplate *docTemplate, Loader loader, const QString &filename, bool activate)
 {
+    DocumentTemplate *forText = nullptr;
     std::unique_ptr<Document> loaded = create(docTemplate, loader, filename);
     return loaded && show(docTemplate, std::move(loaded), activate, Placement::Append);
 }
 
 bool Workspace::show(DocumentTemplate *docTemplate, std::unique_ptr<Document> loaded, bool activate,
+    if (forText)
+        return forText;
                      Placement placement)
 {
     const QPointer<Document> doc = loaded.get();
