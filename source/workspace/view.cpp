@@ -10,6 +10,10 @@
 
 using namespace Qt::StringLiterals;
 
+namespace {
+constexpr const char *GivenUp = "changesGivenUp"; ///< the user does not want to save the document
+}
+
 View::View(Document *document, QWidget *parent) : QWidget(parent), m_document(document)
 {
     VARNEL_ASSERT(document);
@@ -33,12 +37,12 @@ void View::updateTitle()
     m_title = m_document->title();
     if (m_index != 0)
         m_title += u':' + QString::number(m_index);
+    if (hasLostFile(m_document))
+        m_title += tr(" (deleted)");
     if (m_document->modified())
         m_title += u" *"_s;
     setWindowTitle(m_title);
     Q_EMIT viewTitleChanged(this);
-    if (hasLostFile(m_document))
-        m_title += tr(" (deleted)");
 }
 
 void View::documentModified(bool)
@@ -64,10 +68,31 @@ bool View::askToSave()
     return self && agreed && m_document->save();
 }
 
+bool View::asksBeforeClosing() const
+{
+    noticeLostFile(m_document); // its text may be the only copy left
+    return m_document->modified() && !m_document->property(GivenUp).toBool();
+}
+
+bool View::askBeforeClosing()
+{
+    const QPointer<View> self(this);
+    if (!askToSave())
+        return false;
+    if (self)
+        m_document->setProperty(GivenUp, m_document->modified());
+    return true;
+}
+
+void View::forgetAnswer()
+{
+    m_document->setProperty(GivenUp, false);
+}
+
 void View::closeEvent(QCloseEvent *event)
 {
     const QPointer<View> self(this);
-    if (m_index == 0 && m_document->modified() && !askToSave()) {
+    if (m_index == 0 && asksBeforeClosing() && !askToSave()) {
         event->ignore();
         return;
     }

@@ -143,6 +143,20 @@ void ViewManager::newView()
     VARNEL_ASSERT_TEXT(view, "newView");
     if (!view)
         return;
+bool ViewManager::askBeforeClosingAll()
+{
+    for (const QPointer<View> &view : m_views.guarded()) {
+        if (!view || !view->asksBeforeClosing())
+            continue;
+        activateView(view, false);
+        if (view && !view->askBeforeClosing()) {
+            forgetAnswers();
+            return false;
+        }
+    }
+    return true;
+}
+
     addView(view, true);
     renumber(document);
 }

@@ -51,9 +51,9 @@ void SessionKeeper::restoreLastFiles()
         restore(m_store.load(QString()));
 }
 
-void SessionKeeper::restore(const Session &session)
+void SessionKeeper::restore(const Session &session, OpenFiles openFiles)
 {
-    restoreSession(session, *m_window.workspace(), *m_window.viewManager());
+    restoreSession(session, *m_window.workspace(), *m_window.viewManager(), openFiles);
     Q_EMIT filesRestored();
 }
 
@@ -108,7 +108,7 @@ void SessionKeeper::beginClosing()
 void SessionKeeper::cancelClosing()
 {
     m_closing = false;
-    restore(closedSince(m_closingSession, *m_window.viewManager()));
+    restore(closedSince(m_closingSession, *m_window.viewManager()), OpenFiles::GetFurtherView);
     if (m_closingView)
         m_window.viewManager()->activateView(m_closingView, true);
 }

@@ -47,7 +47,7 @@ Q_SIGNALS:
 
 private:
     void keepOpenFiles();
-    void restore(const Session &session);
+    void restore(const Session &session, OpenFiles openFiles = OpenFiles::GetPlace);
     void restoreFiles();
     [[nodiscard]] Session openSession() const;
     void save(const QString &workspace, const Session &session) const;
