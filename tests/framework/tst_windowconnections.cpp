@@ -515,6 +515,12 @@ private Q_SLOTS:
         QVERIFY2(text().contains(u"uart.c"_s), qPrintable(text()));
         f.open(u"third.c"_s);
         QVERIFY2(text().contains(u"third.c"_s), qPrintable(text()));
+        QVERIFY(f.document()->saveAs(f.path(u"fourth.c"_s)));
+        QVERIFY2(text().contains(u"fourth.c"_s), qPrintable(text()));
+        f.selectInTree(u"main.c"_s);
+        f.type(u"x"_s); // changes the title of the view, but not its file
+        QVERIFY2(text().contains(u"main.c"_s), qPrintable(text()));
+        f.document()->setModified(false);
         f.window->fileCloseAll();
         QVERIFY2(!text().contains(u".c"_s), qPrintable(text()));
     }

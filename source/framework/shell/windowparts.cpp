@@ -189,11 +189,20 @@ void WindowParts::setUpWorkspace()
 void WindowParts::connectViews() const
 {
     const ViewManager *views = viewManager.get();
+    const auto fileInFront = std::make_shared<QString>();
+    QObject::connect(views, &ViewManager::viewActivated, &window,
+                     [fileInFront](View *view) { *fileInFront = view ? view->document()->filename() : QString(); });
     QObject::connect(views, &ViewManager::viewActivated, &window, &MainWindow::viewActivated);
-    QObject::connect(views, &ViewManager::viewTitleChanged, &window, [this](View *view) { // modified or saved
-        if (view == viewManager->currentView())
+    QObject::connect(
+        views, &ViewManager::viewTitleChanged, &window, [this, fileInFront](View *view) { // modified or saved
+            if (view != viewManager->currentView())
+                return;
             Q_EMIT window.saveAvailable(view->document()->modified());
-    });
+            if (const QString file = view->document()->filename(); file != *fileInFront) { // saved under another name
+                *fileInFront = file;
+                buildControl->setCurrentFile(file);
+            }
+        });
     QObject::connect(views, &ViewManager::cursorPositionChanged, &window, &MainWindow::cursorPositionChanged);
     QObject::connect(views, &ViewManager::backAvailable, &window, &MainWindow::backAvailable);
     QObject::connect(views, &ViewManager::forwardAvailable, &window, &MainWindow::forwardAvailable);
