@@ -4968,6 +4968,10 @@ This file has been modified outside of the editor. Do you want to reload it, and
 
 Diese Datei wurde außerhalb des Editors geändert. Möchten Sie sie neu laden und Ihre nicht gespeicherten Änderungen verlieren?</translation>
     </message>
+    <message>
+        <source>Deleted outside of the editor, still open here: %1</source>
+        <translation>Außerhalb des Editors gelöscht, hier noch offen: %1</translation>
+    </message>
 </context>
 <context>
     <name>QProgressDialog</name>
@@ -8802,6 +8806,18 @@ Do you want to save the changes?</source>
 
 Möchten Sie die Änderungen speichern?</translation>
     </message>
+    <message>
+        <source> (deleted)</source>
+        <translation> (gelöscht)</translation>
+    </message>
+    <message>
+        <source>%1 was deleted outside of the editor.
+
+Do you want to save the text again?</source>
+        <translation>%1 wurde außerhalb des Editors gelöscht.
+
+Möchten Sie den Text wieder speichern?</translation>
+    </message>
 </context>
 <context>
     <name>WatchListView</name>
@@ -8822,18 +8838,6 @@ Möchten Sie die Änderungen speichern?</translation>
     </message>
 </context>
 <context>
-    <message>
-        <source> (deleted)</source>
-        <translation> (gelöscht)</translation>
-    </message>
-    <message>
-        <source>%1 was deleted outside of the editor.
-
-Do you want to save the text again?</source>
-        <translation>%1 wurde außerhalb des Editors gelöscht.
-
-Möchten Sie den Text wieder speichern?</translation>
-    </message>
     <name>WatchWindow</name>
     <message>
         <source>Watches</source>

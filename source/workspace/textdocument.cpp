@@ -151,14 +151,14 @@ bool TextDocument::save()
                                "read-only and you have permission to write to it.")
                                 .arg(nativeFilename()));
         return false;
+    }
     format.mixed = false;
     const TextFileFormat before = m_format;
-    }
     setFormat(format);
     m_lastModified = QFileInfo(m_filename).lastModified(); // before the signal: receivers read it
+    setModified(false);
     if (before != format)
         Q_EMIT fileConverted(before);
-    setModified(false);
     return true;
 }
 

@@ -85,9 +85,9 @@ private:
     void setBracketMatch(const QTextCursor &match);
     void load(const QString &filename, const QByteArray &bytes);
     [[nodiscard]] QString nativeFilename() const;
+    [[nodiscard]] QString fileText() const; ///< as it is saved
 
     TextDocumentTemplate *const m_template;
-    [[nodiscard]] QString fileText() const; ///< as it is saved
     QString m_filename;
     QDateTime m_lastModified;
     TextFileFormat m_format = newTextFileFormat();

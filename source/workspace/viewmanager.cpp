@@ -8,6 +8,16 @@
 #include <QGuiApplication>
 #include <QKeyEvent>
 
+namespace {
+View *createView(Document *document)
+{
+    const auto create = [&] { return document->documentTemplate()->createView(document); };
+    View *view = askPlugin("DocumentTemplate::createView", create);
+    VARNEL_ASSERT_TEXT(view, "newView");
+    return view;
+}
+} // namespace
+
 ViewManager::ViewManager(QWidget *parent) : QWidget(parent) {}
 
 ViewManager::~ViewManager()
@@ -133,16 +143,6 @@ void ViewManager::closeAll()
     }
 }
 
-void ViewManager::newView()
-{
-    Document *document = currentDocument();
-    if (!document)
-        return;
-    const auto create = [&] { return document->documentTemplate()->createView(document); };
-    View *view = askPlugin("DocumentTemplate::createView", create);
-    VARNEL_ASSERT_TEXT(view, "newView");
-    if (!view)
-        return;
 bool ViewManager::askBeforeClosingAll()
 {
     for (const QPointer<View> &view : m_views.guarded()) {
@@ -157,8 +157,27 @@ bool ViewManager::askBeforeClosingAll()
     return true;
 }
 
+void ViewManager::newView()
+{
+    Document *document = currentDocument();
+    if (!document)
+        return;
+    View *view = createView(document);
+    if (!view)
+        return;
     addView(view, true);
     renumber(document);
+}
+
+View *ViewManager::addFurtherViewInPlace(Document *document)
+{
+    const QPointer<View> view = createView(document);
+    if (!view)
+        return nullptr;
+    addViewInPlace(view, true);
+    if (view) // it may be closed while it is announced
+        renumber(document);
+    return view;
 }
 
 void ViewManager::nextView()

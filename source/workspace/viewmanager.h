@@ -46,6 +46,8 @@ public:
     }
     /// Opens another view of the current document.
     void newView();
+    /// Opens another view of @p document in the place of the view that was closed last. Null if it cannot be created.
+    View *addFurtherViewInPlace(Document *document);
     /// Activates the next or previous view of views(). While the Control key is held, that list keeps its order, so
     /// that a further call leads to a further view.
     void nextView();

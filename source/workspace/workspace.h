@@ -3,9 +3,10 @@
 #include <QObject>
 class Document;
 class DocumentTemplate;
+class TextDocument;
 class ViewManager;
-
 struct TextFileFormat;
+
 /// Manages the open documents, and selects the kind of document that opens a file.
 class Workspace : public QObject
 {
@@ -48,9 +49,9 @@ public:
 Q_SIGNALS:
     /// A document was reloaded and has lost its markers.
     void documentReopened();
-    void modificationChanged(); ///< A document was modified, saved or closed.
     /// A save has changed the encoding or the line ends of a file, which had the format @p before.
     void fileConverted(TextDocument *document, const TextFileFormat &before);
+    void modificationChanged(); ///< A document was modified, saved or closed.
 
 private Q_SLOTS:
     void documentDestroyed(QObject *doc);
