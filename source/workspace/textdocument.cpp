@@ -2,6 +2,7 @@
 #include "callplugin.h"
 #include "highlightdriver.h"
 #include "linelayout.h"
+#include "lostfile.h"
 #include "swapfile.h"
 #include "syntaxhighlighter.h"
 #include "textdocumenttemplate.h"
@@ -147,6 +148,7 @@ bool TextDocument::save()
 {
     TextFileFormat format = m_format;
     if (!writeFileSafely(m_filename, encodeText(fileText(), format))) {
+        noticeLostFile(this); // with its folder
         showDocumentWarning(tr("The following file could not be written:\n%1\n\nPlease check that this file is not "
                                "read-only and you have permission to write to it.")
                                 .arg(nativeFilename()));
@@ -165,12 +167,14 @@ bool TextDocument::save()
 bool TextDocument::saveAs(const QString &filename)
 {
     const QString previous = std::exchange(m_filename, filename);
+    const QDateTime previousTime = std::exchange(m_lastModified, QDateTime()); // that of another file
     setModified(true);
     const QPointer<TextDocument> self(this);
     if (save())
         return true;
     if (self) {
-        m_filename = previous;         // another document may have the new name
+        m_filename = previous; // another document may have the new name
+        m_lastModified = previousTime;
         Q_EMIT documentModified(true); // views show the title
     }
     return false;

@@ -153,11 +153,8 @@ bool Workspace::saveAll(bool onlyModified)
 {
     bool allSaved = true;
     for (const QPointer<Document> &doc : m_documents.guarded()) {
-        if (!doc || (onlyModified && !doc->modified()) || doc->save())
-            continue;
-        allSaved = false;
-        if (doc)
-            noticeLostFile(doc); // its folder may be gone with it
+        if (doc && (doc->modified() || !onlyModified))
+            allSaved = doc->save() && allSaved;
     }
     return allSaved;
 }

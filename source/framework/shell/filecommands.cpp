@@ -4,7 +4,6 @@
 #include "document.h"
 #include "largetextview.h"
 #include "lastdirectories.h"
-#include "lostfile.h"
 #include "messages.h"
 #include "newerfile.h"
 #include "project.h"
@@ -146,8 +145,8 @@ void FileCommands::save()
     const QPointer<Document> document = m_window.viewManager()->currentDocument();
     if (!document)
         return;
-    if (maySave(m_window.dialogParent(), document) && document && !document->save() && document)
-        noticeLostFile(document); // its folder may be gone with it
+    if (maySave(m_window.dialogParent(), document) && document)
+        document->save();
 }
 
 void FileCommands::saveAs()
