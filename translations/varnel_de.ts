@@ -1216,18 +1216,6 @@ Möchten Sie sie wirklich schließen und überschreiben?</translation>
 </translation>
     </message>
     <message>
-        <source>1 occurrence has been found.
-</source>
-        <translation>1 Fundstelle.
-</translation>
-    </message>
-    <message>
-        <source>%1 occurrences have been found.
-</source>
-        <translation>%1 Fundstellen.
-</translation>
-    </message>
-    <message>
         <source>The search was stopped. </source>
         <translation>Die Suche wurde abgebrochen. </translation>
     </message>
@@ -1246,6 +1234,22 @@ Möchten Sie sie wirklich schließen und überschreiben?</translation>
 </source>
         <translation>%1 Dateien anderer Typen wurden nicht durchsucht.
 </translation>
+    </message>
+    <message>
+        <source>1 occurrence has been found.</source>
+        <translation>1 Fundstelle.</translation>
+    </message>
+    <message>
+        <source>%1 occurrences have been found.</source>
+        <translation>%1 Fundstellen.</translation>
+    </message>
+    <message>
+        <source>1 file or folder could not be read.</source>
+        <translation>1 Datei oder Ordner konnte nicht gelesen werden.</translation>
+    </message>
+    <message>
+        <source>%1 files or folders could not be read.</source>
+        <translation>%1 Dateien oder Ordner konnten nicht gelesen werden.</translation>
     </message>
 </context>
 <context>
@@ -1277,6 +1281,14 @@ Möchten Sie sie wirklich schließen und überschreiben?</translation>
     <message>
         <source>Line ends &amp;CRLF (Windows)</source>
         <translation>Zeilenenden &amp;CRLF (Windows)</translation>
+    </message>
+    <message>
+        <source>mixed line ends</source>
+        <translation>gemischte Zeilenenden</translation>
+    </message>
+    <message>
+        <source>%1 was %2 and is saved as %3</source>
+        <translation>%1 war %2 und ist als %3 gespeichert</translation>
     </message>
 </context>
 <context>
@@ -2903,6 +2915,14 @@ Sie wird nur zum Lesen geöffnet.</translation>
     <message>
         <source>File Open</source>
         <translation>Datei öffnen</translation>
+    </message>
+    <message>
+        <source>The file contains NUL bytes, so it is probably not a text.
+
+It will be opened read-only.</source>
+        <translation>Die Datei enthält NUL-Bytes und ist daher wahrscheinlich kein Text.
+
+Sie wird schreibgeschützt geöffnet.</translation>
     </message>
 </context>
 <context>
@@ -4970,6 +4990,10 @@ This file has been modified outside of the editor. Do you want to reload it, and
         <translation>%1
 
 Diese Datei wurde außerhalb des Editors geändert. Möchten Sie sie neu laden und Ihre nicht gespeicherten Änderungen verlieren?</translation>
+    </message>
+    <message>
+        <source>Deleted outside of the editor, still open here: %1</source>
+        <translation>Außerhalb des Editors gelöscht, hier noch offen: %1</translation>
     </message>
 </context>
 <context>
@@ -8804,6 +8828,18 @@ Do you want to save the changes?</source>
         <translation>%1 wurde geändert.
 
 Möchten Sie die Änderungen speichern?</translation>
+    </message>
+    <message>
+        <source> (deleted)</source>
+        <translation> (gelöscht)</translation>
+    </message>
+    <message>
+        <source>%1 was deleted outside of the editor.
+
+Do you want to save the text again?</source>
+        <translation>%1 wurde außerhalb des Editors gelöscht.
+
+Möchten Sie den Text wieder speichern?</translation>
     </message>
 </context>
 <context>

@@ -1,14 +1,18 @@
 #include "debugdocks.h"
 #include "gdbsession.h"
 #include "targetconsole.h"
+#include <algorithm>
 #include <utility>
 
 using namespace Qt::StringLiterals;
 
 namespace {
-/// Prefixes object names with the project: with several processors there are several windows of each kind.
-void nameByProject(QWidget *window, const QString &project)
+/// Prefixes object names with the project: with several processors there are several windows of each kind. A path of
+/// object names is separated by dots, and a command with one by blanks.
+void nameByProject(QWidget *window, QString project)
 {
+    const auto isBad = [](QChar c) { return !c.isLetterOrNumber() && c != u'_' && c != u'-'; };
+    std::replace_if(project.begin(), project.end(), isBad, u'-');
     const QList<QWidget *> parts = QList<QWidget *>{window} + window->findChildren<QWidget *>();
     for (QWidget *part : parts) {
         if (!part->objectName().isEmpty() && !part->objectName().startsWith("qt_"_L1))

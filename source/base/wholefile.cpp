@@ -53,7 +53,8 @@ bool overwrite(const QString &path, int fd, qint64 oldSize, const QByteArray &by
 
 bool writeInPlace(const QString &path, const QByteArray &bytes, const struct stat &status)
 {
-    const FileDescriptor fd(::open(QFile::encodeName(path).constData(), O_WRONLY | O_CLOEXEC));
+    // A pipe without a reader and a busy device would block here.
+    const FileDescriptor fd(::open(QFile::encodeName(path).constData(), O_WRONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
     if (fd < 0)
         return false;
     if (!S_ISREG(status.st_mode))
@@ -63,7 +64,8 @@ bool writeInPlace(const QString &path, const QByteArray &bytes, const struct sta
 
 bool writeNewFile(const QString &path, const QByteArray &bytes)
 {
-    const FileDescriptor fd(::open(QFile::encodeName(path).constData(), O_WRONLY | O_CREAT | O_CLOEXEC, 0666));
+    const FileDescriptor fd(
+        ::open(QFile::encodeName(path).constData(), O_WRONLY | O_CREAT | O_CLOEXEC | O_NONBLOCK | O_NOCTTY, 0666));
     if (fd < 0)
         return false;
     if (writeAll(fd, bytes) && ::fsync(fd) == 0)
@@ -132,8 +134,8 @@ bool writeFileSafely(const QString &path, const QByteArray &bytes)
     struct stat status = {};
     if (::stat(name.constData(), &status) != 0)
         return writeNewFile(target, bytes);
-    if (S_ISDIR(status.st_mode) || ::access(name.constData(), W_OK) != 0)
-        return false; // do not replace a read-only file
+    if (S_ISDIR(status.st_mode) || S_ISFIFO(status.st_mode) || ::access(name.constData(), W_OK) != 0)
+        return false; // do not replace a read-only file, nor write into a pipe, which may never be read
     if (!S_ISREG(status.st_mode) || status.st_nlink > 1)
         return writeInPlace(target, bytes, status);
     const Beside result = writeBeside(target, bytes, status);

@@ -78,9 +78,8 @@ void ScriptReplay::waitFor(const QString &name, double seconds)
     const QDeadlineTimer deadline(qint64(std::clamp(seconds, 0.0, 1e9) * 1000));
     while (state() != name || changes() == m_changes) {
         if (deadline.hasExpired())
-            raisePython(
-                PyExc_TimeoutError,
-                u"The program has not become '%1' in %2 seconds: it is '%3'"_s.arg(name).arg(seconds).arg(state()));
+            raisePython(PyExc_TimeoutError, u"The program has not become '%1' in %2 seconds: it is '%3'"_s.arg(
+                                                name, QString::number(seconds), state()));
         handleEvents(Interval);
     }
 }

@@ -51,6 +51,12 @@ public:
     // The status bar
     /// Shows @p text at once, for @p milliseconds or, if that is 0, until it is replaced. An empty text clears it.
     virtual void showMessage(const QString &text, int milliseconds = 0) = 0;
+    /// The same, but a message stays that is shown now and is not @p present.
+    virtual void replaceMessage(const QString &present, const QString &text)
+    {
+        Q_UNUSED(present)
+        showMessage(text);
+    }
     /// Shows the status of a processor at @p position, 0 to 3; other positions are ignored.
     virtual void showStatusInfo(const QString &text, int position) = 0;
 

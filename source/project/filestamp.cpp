@@ -12,12 +12,6 @@ bool leaveCopy(const QString &path)
 }
 } // namespace
 
-void FileStamp::take(const QString &path, bool foreign)
-{
-    modified = QFileInfo(path).lastModified();
-    isForeign = foreign;
-}
-
 bool FileStamp::isOlderThan(const QString &path) const
 {
     const QFileInfo info(path);
@@ -28,6 +22,6 @@ bool writeProjectFile(const QString &path, const QString &xml, FileStamp &stamp)
 {
     if ((stamp.isForeign && !leaveCopy(path)) || !writeFileSafely(path, xml.toUtf8()))
         return false;
-    stamp.take(path, false);
+    stamp = {QFileInfo(path).lastModified(), false};
     return true;
 }

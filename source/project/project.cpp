@@ -63,6 +63,7 @@ bool Project::load(const QString &path)
     m_dir.setPath(info.path());
     m_openedOK = false;
 
+    const QDateTime modified = info.lastModified(); // before: what is written meanwhile is newer
     const std::optional<QByteArray> bytes = readFile(path);
     if (!bytes)
         return false;
@@ -74,7 +75,7 @@ bool Project::load(const QString &path)
     for (const RootAttribute &attribute : rootAttributes)
         this->*attribute.field = ProjectXmlReader::valueOf(attributes, attribute.name).toString();
     m_openedOK = true;
-    m_stamp.take(path, xml.hasForeignContent());
+    m_stamp = {modified, xml.hasForeignContent()};
     m_modified = true; // set by the insertions
     blocker.unblock();
     setModified(false);
@@ -87,7 +88,8 @@ QString Project::problemInXml(const QString &text)
     Project scratch({}, {}); // some errors are found only when folders and files are made
     ProjectXmlReader xml(text);
     QXmlStreamAttributes ignored;
-    return scratch.read(xml, &ignored) ? QString() : tr("%1 (line %2)").arg(xml.errorString()).arg(xml.lineNumber());
+    return scratch.read(xml, &ignored) ? QString()
+                                       : tr("%1 (line %2)").arg(xml.errorString(), QString::number(xml.lineNumber()));
 }
 
 bool Project::loadFromXml(const QString &text)
@@ -224,8 +226,10 @@ QList<ProjectFile *> Project::files(const QString &extensions, ProjectFolder *fo
 bool Project::containsFile(const QString &path) const
 {
     const QString stored = relativePath(path);
+    const QString absolute = absolutePath(stored); // a file that was moved from another project may be stored so
     const QList<ProjectFile *> all = files(QString(), nullptr);
-    return std::any_of(all.begin(), all.end(), [&](const ProjectFile *file) { return file->path() == stored; });
+    return std::any_of(all.begin(), all.end(),
+                       [&](const ProjectFile *file) { return file->path() == stored || file->path() == absolute; });
 }
 
 void Project::addFolder(ProjectFolder *folder, bool prepend)

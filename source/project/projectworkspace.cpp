@@ -58,12 +58,13 @@ bool ProjectWorkspace::load(const QString &fileName)
 {
     deleteProjects();
     m_fileName = fileName;
+    const QDateTime modified = QFileInfo(fileName).lastModified(); // before: what is written meanwhile is newer
     const std::optional<QByteArray> bytes = readFile(fileName);
     ProjectXmlReader xml(bytes.value_or(QByteArray()));
     const std::optional<QStringList> paths = bytes ? readPaths(xml) : std::nullopt;
     if (!paths)
         return false;
-    m_stamp.take(fileName, xml.hasForeignContent());
+    m_stamp = {modified, xml.hasForeignContent()};
     setLocation(fileName);
     for (const QString &path : *paths) {
         auto project = std::make_unique<Project>(QString(), QString());

@@ -50,6 +50,11 @@ int FileSearcher::filesSkipped() const
     return m_job ? m_job->filesSkipped() : 0;
 }
 
+int FileSearcher::unreadable() const
+{
+    return m_job ? m_job->unreadable() : 0;
+}
+
 bool FileSearcher::event(QEvent *event)
 {
     if (event->type() != FileSearchJob::MatchEvent && event->type() != FileSearchJob::FinishedEvent)

@@ -28,6 +28,7 @@ public:
     [[nodiscard]] int filesSearched() const;
     /// The files of the folder that did not match the mask, after a search that has finished.
     [[nodiscard]] int filesSkipped() const;
+    [[nodiscard]] int unreadable() const; ///< how many files and folders could not be opened
 
 Q_SIGNALS:
     /// The first match of a line. Lines count from 1. @p text is the line, cut to 100 characters; the last line of a

@@ -70,11 +70,8 @@ void FileSearchJob::walk()
             add(ListedFile(path));
     else if (!QFileInfo(m_search.folder).isDir())
         report({{}, 0, QObject::tr("The folder '%1' does not exist.").arg(QDir::toNativeSeparators(m_search.folder))});
-    else {
-        FolderWalk walk(m_search.mask, m_search.recursive);
-        walk.forEach(m_search.folder, m_running, [this](ListedFile file) { add(std::move(file)); });
-        m_filesSkipped = walk.skipped();
-    }
+    else
+        walkFolders();
 
     std::unique_lock lock(m_mutex);
     m_allAdded = true;
@@ -82,6 +79,14 @@ void FileSearchJob::walk()
     waitForTasks(lock, 0);
     m_finished = true;
     postNext();
+}
+
+void FileSearchJob::walkFolders()
+{
+    FolderWalk walk(m_search.mask, m_search.recursive);
+    walk.forEach(m_search.folder, m_running, [this](ListedFile file) { add(std::move(file)); });
+    m_filesSkipped = walk.skipped();
+    m_unreadable += walk.unreadableFolders();
 }
 
 void FileSearchJob::add(ListedFile file)
@@ -173,7 +178,9 @@ void FileSearchJob::search(FileTextSearch &engine, const std::shared_ptr<Task> &
     const QString *edited = editedText(task->file);
     const FileTextSearch::Result result =
         edited ? engine.searchText(*edited, m_running, receive) : engine.search(task->file, m_running, receive);
-    if (result != FileTextSearch::Result::Whole)
+    if (result == FileTextSearch::Result::NotOpened)
+        ++m_unreadable;
+    else if (result != FileTextSearch::Result::Whole)
         lines.append({{}, 0, remark(result, task->file.path())});
     flush(task, lines);
     ++m_filesSearched;

@@ -50,11 +50,13 @@ public:
     [[nodiscard]] bool isFinished() const { return m_finished; } ///< Nothing more will be found.
     [[nodiscard]] int filesSearched() const { return m_filesSearched; }
     [[nodiscard]] int filesSkipped() const { return m_filesSkipped; }
+    [[nodiscard]] int unreadable() const { return m_unreadable; } ///< files and folders that could not be opened
 
 private:
     struct Task;
 
     void walk();
+    void walkFolders();
     void add(ListedFile file);
     void searchFiles();
     void search(FileTextSearch &engine, const std::shared_ptr<Task> &task);
@@ -71,6 +73,7 @@ private:
     std::atomic<bool> m_finished = false;
     std::atomic<int> m_filesSearched = 0;
     std::atomic<int> m_filesSkipped = 0;
+    std::atomic<int> m_unreadable = 0;
 
     std::mutex m_mutex;              ///< protects the members below
     std::condition_variable m_added; ///< a task, or the last one, or the search has ended

@@ -113,7 +113,7 @@ FileTextSearch::Result FileTextSearch::search(const ListedFile &listed, const st
         return Result::Whole;
     RegularFile file(listed);
     if (!file.isOpen())
-        return Result::Whole;
+        return file.isUnreadable() ? Result::NotOpened : Result::Whole;
     m_bytes.resize(0);
     m_bytes.reserve(std::min<qsizetype>(file.size(), PieceSize) + BlockSize);
     m_atEnd = m_isBroken = false;

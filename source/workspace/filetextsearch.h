@@ -18,7 +18,7 @@ class FileTextSearch
 public:
     /// Gets the first match of a line, and returns whether to go on.
     using Receiver = std::function<bool(int line, const QString &text)>;
-    enum class Result { Whole, TooManySteps, ReadError };
+    enum class Result { Whole, TooManySteps, ReadError, NotOpened };
 
     explicit FileTextSearch(const FileSearch &search);
     ~FileTextSearch();
@@ -26,8 +26,8 @@ public:
 
     [[nodiscard]] QString error() const; ///< of the expression; empty if there is none
 
-    /// Searches a file; a binary file, one with a null byte near its start, gives one line that says so. A file that
-    /// cannot be opened has no lines. Ends soon after @p running has become false, unless a read blocks.
+    /// Searches a file; a binary file, one with a null byte near its start, gives one line that says so. A pipe or
+    /// the like has no lines. Ends soon after @p running has become false, unless a read blocks.
     Result search(const ListedFile &listed, const std::atomic<bool> &running, const Receiver &receive);
     Result searchText(const QString &text, const std::atomic<bool> &running, const Receiver &receive);
 

@@ -94,6 +94,8 @@ void FolderWalk::visit(const QString &folder, const QString &canonical, const st
         while (running && (entry = ::readdir(directory)))
             entries.add(directory, *entry);
         ::closedir(directory);
+    } else {
+        ++m_unreadable;
     }
     std::ranges::sort(entries.files);
     for (const QByteArray &name : std::as_const(entries.files)) {

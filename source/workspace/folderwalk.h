@@ -20,6 +20,8 @@ public:
     void forEach(const QString &folder, const std::atomic<bool> &running, const Receiver &receive);
     [[nodiscard]] int skipped() const { return m_skipped; } ///< files that do not match
 
+    [[nodiscard]] int unreadableFolders() const { return m_unreadable; }
+
 private:
     struct Entries;
     void visit(const QString &folder, const QString &canonical, const std::atomic<bool> &running,
@@ -30,4 +32,5 @@ private:
     const bool m_recursive;
     int m_skipped = 0;
     QSet<QString> m_visited; ///< canonical paths
+    int m_unreadable = 0;    ///< folders
 };

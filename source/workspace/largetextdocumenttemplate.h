@@ -3,7 +3,8 @@
 #include "syntaxhighlighter.h"
 class EditorHost;
 
-/// The kind of document that takes every file which no other kind has taken: those that are too large for the editor.
+/// The kind of document that takes every file which no other kind has taken: those that are too large for the editor,
+/// and those that are not texts.
 class LargeTextDocumentTemplate : public DocumentTemplate
 {
     Q_OBJECT
@@ -18,7 +19,7 @@ public:
 
     [[nodiscard]] bool canOpen(const QString &filename) override;
     [[nodiscard]] Document *createDocument() override;
-    /// Shows a message that the file is too large for the editor, for each view. Null if the document was deleted after
+    /// Shows a message why the file cannot be edited, for each view. Null if the document was deleted after
     /// that.
     [[nodiscard]] View *createView(Document *document) override;
     [[nodiscard]] QString extension() override { return {}; }

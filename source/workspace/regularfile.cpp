@@ -23,8 +23,11 @@ int openFile(const ListedFile &file)
 RegularFile::RegularFile(const ListedFile &file) : m_fd(openFile(file))
 {
     struct stat status = {};
-    if (m_fd < 0)
+    if (m_fd < 0) {
+        const bool isFound = ::stat(QFile::encodeName(file.path()).constData(), &status) == 0;
+        m_isUnreadable = !isFound || S_ISREG(status.st_mode);
         return;
+    }
     if (::fstat(m_fd, &status) == 0 && S_ISREG(status.st_mode)) {
         m_size = status.st_size;
         return;

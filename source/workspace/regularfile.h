@@ -11,6 +11,8 @@ public:
     Q_DISABLE_COPY_MOVE(RegularFile)
 
     [[nodiscard]] bool isOpen() const { return m_fd >= 0; }
+    /// Whether it could not be opened, though it is no pipe or the like.
+    [[nodiscard]] bool isUnreadable() const { return m_isUnreadable; }
     [[nodiscard]] int descriptor() const { return m_fd; }
     /// When it was opened. Some files of the system have 0, but have bytes.
     [[nodiscard]] qint64 size() const { return m_size; }
@@ -20,4 +22,5 @@ public:
 private:
     int m_fd;
     qint64 m_size = 0;
+    bool m_isUnreadable = false;
 };

@@ -20,11 +20,12 @@ public:
     ~SwapFile() override;
 
     void setDelay(int milliseconds) { m_timer.setInterval(milliseconds); }
+    /// A copy is due soon, if the document is modified by then.
+    void textChanged();
     /// Writes the copy if it is due, and waits until it is on disk.
     void flush();
 
 private:
-    void textChanged();
     void write();
     void remove();
 

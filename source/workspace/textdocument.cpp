@@ -3,6 +3,7 @@
 #include "fontshaping.h"
 #include "highlightdriver.h"
 #include "linelayout.h"
+#include "lostfile.h"
 #include "swapfile.h"
 #include "syntaxhighlighter.h"
 #include "textdocumenttemplate.h"
@@ -71,8 +72,10 @@ QString TextDocument::title()
 
 bool TextDocument::open(const QString &filename)
 {
+    const QDateTime modified = QFileInfo(filename).lastModified(); // before: what is written meanwhile is newer
     const std::optional<QByteArray> bytes = readFile(filename);
     if (bytes) {
+        m_lastModified = modified;
         load(filename, *bytes);
         return true;
     }
@@ -98,7 +101,6 @@ void TextDocument::load(const QString &filename, const QByteArray &bytes)
     setFormat(format);
     m_text->setModified(false);
     setModified(false);
-    m_lastModified = QFileInfo(m_filename).lastModified();
 }
 
 void TextDocument::setFormat(const TextFileFormat &format)
@@ -129,21 +131,43 @@ bool TextDocument::create(const QString &filename)
     return true;
 }
 
-bool TextDocument::save()
+QString TextDocument::fileText() const
 {
-    TextFileFormat format = m_format;
     QString text = wholeText()->toRawText();
     text.replace(QChar::ParagraphSeparator, u'\n');
     m_standIns.takeOutOf(text);
-    if (!writeFileSafely(m_filename, encodeText(text, format))) {
+    return text;
+}
+
+bool TextDocument::adoptFile()
+{
+    const QDateTime time = QFileInfo(m_filename).lastModified();
+    const std::optional<QByteArray> bytes = readFile(m_filename);
+    const DecodedText decoded = decodeText(bytes.value_or(QByteArray()));
+    if (!bytes || decoded.format != m_format || decoded.text != fileText())
+        return false;
+    m_lastModified = time;
+    setModified(false);
+    return true;
+}
+
+bool TextDocument::save()
+{
+    TextFileFormat format = m_format;
+    if (!writeFileSafely(m_filename, encodeText(fileText(), format))) {
+        noticeLostFile(this); // with its folder
         showDocumentWarning(tr("The following file could not be written:\n%1\n\nPlease check that this file is not "
                                "read-only and you have permission to write to it.")
                                 .arg(nativeFilename()));
         return false;
     }
+    format.mixed = false;
+    const TextFileFormat before = m_format;
     setFormat(format);
     m_lastModified = QFileInfo(m_filename).lastModified(); // before the signal: receivers read it
     setModified(false);
+    if (before != format)
+        Q_EMIT fileConverted(before);
     return true;
 }
 
@@ -151,12 +175,14 @@ bool TextDocument::saveAs(const QString &filename)
 {
     wholeText();
     const QString previous = std::exchange(m_filename, filename);
+    const QDateTime previousTime = std::exchange(m_lastModified, QDateTime()); // that of another file
     setModified(true);
     const QPointer<TextDocument> self(this);
     if (save())
         return true;
     if (self) {
-        m_filename = previous;         // another document may have the new name
+        m_filename = previous; // another document may have the new name
+        m_lastModified = previousTime;
         Q_EMIT documentModified(true); // views show the title
     }
     return false;

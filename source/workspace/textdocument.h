@@ -60,6 +60,8 @@ public:
     /// The whole text, its lines separated by ParagraphSeparator. The copy is kept for further searches until the text
     /// changes or was not used for some seconds: it takes twice the size of the file.
     [[nodiscard]] QString rawText();
+    /// If the file holds exactly this text, the document counts as saved. Returns whether it does.
+    bool adoptFile();
     /// Sets a text that was recovered after a crash; the file is unchanged until the next save.
     void recover(QString text);
 
@@ -82,6 +84,8 @@ public:
 Q_SIGNALS:
     void encodingChanged(bool latin1);
     void fileFormatChanged();
+    /// A save has changed the encoding or the line ends of the file, which had the format @p before.
+    void fileConverted(const TextFileFormat &before);
     void bracketMatchChanged();
 
 private:
@@ -94,6 +98,7 @@ private:
     void setBracketMatch(const QTextCursor &match);
     void load(const QString &filename, const QByteArray &bytes);
     [[nodiscard]] QString nativeFilename() const;
+    [[nodiscard]] QString fileText() const; ///< as it is saved
 
     TextDocumentTemplate *const m_template;
     QString m_filename;

@@ -1,9 +1,13 @@
 #include "textfile.h"
+#include <QFile>
+#include <QFileInfo>
 #include <QStringConverter>
 
 using namespace Qt::StringLiterals;
 
 namespace {
+constexpr qint64 BinaryStart = 8000; ///< bytes; where other files than texts have NUL bytes as a rule
+
 QStringConverter::Encoding converterEncoding(TextFileFormat::Encoding encoding)
 {
     switch (encoding) {
@@ -32,10 +36,10 @@ void normaliseLineEnds(QString &text, TextFileFormat &format)
 {
     const qsizetype returns = text.count(u'\r');
     if (returns == 0) {
-        format.crlf = isCrlf({0, text.contains(u'\n') ? 1 : 0, 0});
+        setLineEnds(format, {0, text.contains(u'\n') ? 1 : 0, 0});
         return;
     }
-    format.crlf = isCrlf({returns, text.count(u'\n'), text.count(u"\r\n"_s)});
+    setLineEnds(format, {returns, text.count(u'\n'), text.count(u"\r\n"_s)});
     text.replace(u"\r\n"_s, u"\n"_s);
     text.replace(u'\r', u'\n');
 }
@@ -79,11 +83,14 @@ TextFileFormat markedFormat(const QByteArray &bytes)
     return newTextFileFormat();
 }
 
-bool isCrlf(const LineEndCount &count)
+void setLineEnds(TextFileFormat &format, const LineEndCount &count)
 {
-    if (count.returns == 0)
-        return newTextFileFormat().crlf && count.feeds == 0;
-    return (count.pairs == count.returns && count.pairs == count.feeds) || newTextFileFormat().crlf;
+    const bool uniform = count.pairs == count.returns && (count.returns == 0 || count.pairs == count.feeds);
+    format.mixed = !uniform;
+    if (count.returns > 0)
+        format.crlf = uniform || newTextFileFormat().crlf;
+    else
+        format.crlf = newTextFileFormat().crlf && count.feeds == 0;
 }
 
 DecodedText decodeText(const QByteArray &bytes)
@@ -101,6 +108,15 @@ DecodedText decodeText(const QByteArray &bytes)
     }
     normaliseLineEnds(result.text, result.format);
     return result;
+}
+
+bool isBinaryFile(const QString &path)
+{
+    QFile file(path);
+    if (!QFileInfo(path).isFile() || !file.open(QIODevice::ReadOnly))
+        return false; // reading a pipe or a device may never end
+    const QByteArray start = file.read(BinaryStart);
+    return start.contains('\0') && !markedFormat(start).byteOrderMark;
 }
 
 QByteArray encodeText(QStringView text, TextFileFormat &format)

@@ -10,7 +10,8 @@ struct TextFileFormat
 
     Encoding encoding = Utf8;
     bool byteOrderMark = false;
-    bool crlf = false; ///< lines end in "\r\n"
+    bool crlf = false;  ///< lines end in "\r\n"
+    bool mixed = false; ///< not all lines of the file end so; they will when it is saved
 
     bool operator==(const TextFileFormat &other) const = default;
 };
@@ -31,8 +32,8 @@ struct LineEndCount
     qsizetype pairs = 0;   ///< "\r\n"
 };
 
-/// Whether lines end in "\r\n" in the format of such a text.
-[[nodiscard]] bool isCrlf(const LineEndCount &count);
+/// Sets how lines end in the format of such a text.
+void setLineEnds(TextFileFormat &format, const LineEndCount &count);
 
 struct DecodedText
 {
@@ -44,6 +45,10 @@ struct DecodedText
 /// which all bytes are valid. The format is crlf if all lines end in "\r\n"; for mixed line ends it is that of the
 /// platform.
 [[nodiscard]] DecodedText decodeText(const QByteArray &bytes);
+
+/// Whether the file @p path has NUL bytes near its beginning, and no byte order mark that explains them. Such a file
+/// would not keep its bytes if it was edited as a text.
+[[nodiscard]] bool isBinaryFile(const QString &path);
 
 /// Encodes @p text in @p format. A text with characters that are not in Latin-1 becomes UTF-8, and so does @p format.
 [[nodiscard]] QByteArray encodeText(QStringView text, TextFileFormat &format);

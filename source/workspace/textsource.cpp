@@ -81,7 +81,7 @@ void TextSource::findLineEnds()
             previous = c;
         }
     }
-    m_format.crlf = isCrlf(count);
+    setLineEnds(m_format, count);
 }
 
 int TextSource::percent() const

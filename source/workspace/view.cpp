@@ -1,5 +1,6 @@
 #include "view.h"
 #include "document.h"
+#include "lostfile.h"
 #include "messages.h"
 #include "newerfile.h"
 #include "varnelassert.h"
@@ -8,6 +9,10 @@
 #include <QPointer>
 
 using namespace Qt::StringLiterals;
+
+namespace {
+constexpr const char *GivenUp = "changesGivenUp"; ///< the user does not want to save the document
+}
 
 View::View(Document *document, QWidget *parent) : QWidget(parent), m_document(document)
 {
@@ -32,6 +37,8 @@ void View::updateTitle()
     m_title = m_document->title();
     if (m_index != 0)
         m_title += u':' + QString::number(m_index);
+    if (hasLostFile(m_document))
+        m_title += tr(" (deleted)");
     if (m_document->modified())
         m_title += u" *"_s;
     setWindowTitle(m_title);
@@ -46,8 +53,10 @@ void View::documentModified(bool)
 /// Returns whether the view may close.
 bool View::askToSave()
 {
-    const QString text =
-        tr("%1 has changed.\n\nDo you want to save the changes?").arg(QDir::toNativeSeparators(m_document->filename()));
+    const QString question = hasLostFile(m_document)
+                                 ? tr("%1 was deleted outside of the editor.\n\nDo you want to save the text again?")
+                                 : tr("%1 has changed.\n\nDo you want to save the changes?");
+    const QString text = question.arg(QDir::toNativeSeparators(m_document->filename()));
     const QPointer<View> self(this);
     const auto answer = showInformation(window(), text, {QMessageBox::Yes, QMessageBox::No, QMessageBox::Cancel},
                                         window()->windowTitle());
@@ -59,10 +68,31 @@ bool View::askToSave()
     return self && agreed && m_document->save();
 }
 
+bool View::asksBeforeClosing() const
+{
+    noticeLostFile(m_document); // its text may be the only copy left
+    return m_document->modified() && !m_document->property(GivenUp).toBool();
+}
+
+bool View::askBeforeClosing()
+{
+    const QPointer<View> self(this);
+    if (!askToSave())
+        return false;
+    if (self)
+        m_document->setProperty(GivenUp, m_document->modified());
+    return true;
+}
+
+void View::forgetAnswer()
+{
+    m_document->setProperty(GivenUp, false);
+}
+
 void View::closeEvent(QCloseEvent *event)
 {
     const QPointer<View> self(this);
-    if (m_index == 0 && m_document->modified() && !askToSave()) {
+    if (m_index == 0 && asksBeforeClosing() && !askToSave()) {
         event->ignore();
         return;
     }

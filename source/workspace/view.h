@@ -38,6 +38,13 @@ public:
     [[nodiscard]] int index() const { return m_index; }
     void setIndex(int index);
 
+    /// Whether closing the last view of the document asks to save it.
+    [[nodiscard]] bool asksBeforeClosing() const;
+    /// Asks that now and saves the document if the user wants it. Then closing does not ask, until forgetAnswer().
+    /// False if the user cancels or the document cannot be saved.
+    [[nodiscard]] bool askBeforeClosing();
+    void forgetAnswer();
+
 public Q_SLOTS:
     void update(View *source) { update(source, false); }
     void documentModified(bool modified);

@@ -8,6 +8,16 @@
 #include <QGuiApplication>
 #include <QKeyEvent>
 
+namespace {
+View *createView(Document *document)
+{
+    const auto create = [&] { return document->documentTemplate()->createView(document); };
+    View *view = askPlugin("DocumentTemplate::createView", create);
+    VARNEL_ASSERT_TEXT(view, "newView");
+    return view;
+}
+} // namespace
+
 ViewManager::ViewManager(QWidget *parent) : QWidget(parent) {}
 
 ViewManager::~ViewManager()
@@ -133,18 +143,41 @@ void ViewManager::closeAll()
     }
 }
 
+bool ViewManager::askBeforeClosingAll()
+{
+    for (const QPointer<View> &view : m_views.guarded()) {
+        if (!view || !view->asksBeforeClosing())
+            continue;
+        activateView(view, false);
+        if (view && !view->askBeforeClosing()) {
+            forgetAnswers();
+            return false;
+        }
+    }
+    return true;
+}
+
 void ViewManager::newView()
 {
     Document *document = currentDocument();
     if (!document)
         return;
-    const auto create = [&] { return document->documentTemplate()->createView(document); };
-    View *view = askPlugin("DocumentTemplate::createView", create);
-    VARNEL_ASSERT_TEXT(view, "newView");
+    View *view = createView(document);
     if (!view)
         return;
     addView(view, true);
     renumber(document);
+}
+
+View *ViewManager::addFurtherViewInPlace(Document *document)
+{
+    const QPointer<View> view = createView(document);
+    if (!view)
+        return nullptr;
+    addViewInPlace(view, true);
+    if (view) // it may be closed while it is announced
+        renumber(document);
+    return view;
 }
 
 void ViewManager::nextView()

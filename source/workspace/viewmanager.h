@@ -35,8 +35,19 @@ public:
     void closeDocument(Document *document);
     /// Activates and closes each view; a refusal does not stop the loop.
     void closeAll();
+    /// Asks what closing all views will ask, before any of them is closed, and saves the documents that the user wants
+    /// to save. After that they close without a question. False, and the answers are forgotten, if the user cancels or
+    /// a document cannot be saved.
+    [[nodiscard]] bool askBeforeClosingAll();
+    void forgetAnswers() ///< The views stay open: closing them asks again.
+    {
+        for (View *view : std::as_const(m_views))
+            view->forgetAnswer();
+    }
     /// Opens another view of the current document.
     void newView();
+    /// Opens another view of @p document in the place of the view that was closed last. Null if it cannot be created.
+    View *addFurtherViewInPlace(Document *document);
     /// Activates the next or previous view of views(). While the Control key is held, that list keeps its order, so
     /// that a further call leads to a further view.
     void nextView();

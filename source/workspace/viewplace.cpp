@@ -10,7 +10,12 @@ constexpr int LinesBelow = 500; ///< more than fit on a screen
 PanePlace paneOf(const TextViewEdit &edit, int height)
 {
     const QTextCursor cursor = edit.textCursor();
-    return {height, cursor.blockNumber(), cursor.positionInBlock(), edit.verticalScrollBar()->value()};
+    return {height,
+            cursor.blockNumber(),
+            cursor.positionInBlock(),
+            edit.verticalScrollBar()->value(),
+            edit.horizontalScrollBar()->value(),
+            cursor.anchor() - cursor.position()};
 }
 
 void restorePane(TextViewEdit &edit, const PanePlace &pane)
@@ -18,9 +23,12 @@ void restorePane(TextViewEdit &edit, const PanePlace &pane)
     edit.textDocument()->loadTo(qMax(pane.line, pane.top) + LinesBelow); // otherwise it could not be scrolled there
     const QTextBlock block = edit.document()->findBlockByNumber(qMin(pane.line, edit.document()->blockCount() - 1));
     QTextCursor cursor = edit.textCursor();
-    cursor.setPosition(block.position() + qBound(0, pane.column, block.length() - 1));
+    const int position = block.position() + qBound(0, pane.column, block.length() - 1);
+    cursor.setPosition(qBound(0, position + pane.anchor, edit.document()->characterCount() - 1));
+    cursor.setPosition(position, QTextCursor::KeepAnchor);
     edit.setTextCursor(cursor);
     edit.verticalScrollBar()->setValue(pane.top);
+    edit.horizontalScrollBar()->setValue(pane.left);
 }
 } // namespace
 

@@ -9,6 +9,8 @@ struct PanePlace
     int line = 0;   ///< of the cursor, counted from 0
     int column = 0; ///< likewise
     int top = 0;    ///< the first line on screen, counted from 0
+    int left = 0;   ///< what is scrolled out on the left, in pixels
+    int anchor = 0; ///< the other end of the selection, in characters from the cursor
 
     bool operator==(const PanePlace &) const = default;
 };

@@ -2,7 +2,10 @@
 #include "callplugin.h"
 #include "document.h"
 #include "documenttemplate.h"
+#include "lostfile.h"
 #include "textdocument.h"
+#include "textdocumenttemplate.h"
+#include "textfile.h"
 #include "varnelassert.h"
 #include "view.h"
 #include "viewmanager.h"
@@ -15,6 +18,16 @@ void warnNotOpened(const QString &filename)
 {
     showDocumentWarning(
         Workspace::tr("The following file could not be opened:\n%1").arg(QDir::toNativeSeparators(filename)));
+}
+
+QList<QPointer<View>> guardedViews(const QList<View *> &views, const Document *document)
+{
+    QList<QPointer<View>> guarded;
+    for (View *view : views) {
+        if (view->document() == document)
+            guarded.append(view);
+    }
+    return guarded;
 }
 
 /// Null if no help page is open.
@@ -89,14 +102,29 @@ bool Workspace::reopenDocument(QString filename) // NOLINT(performance-unnecessa
         return false;        // the open document may be the only copy left
     doc->setModified(false); // otherwise its last view would ask
     m_viewManager->activateDocument(doc, true);
-    const ViewPlace place = placeOf(m_viewManager->currentView());
-    m_viewManager->closeDocument(doc);
-    const bool shown = show(docTemplate, std::move(loaded), true, Placement::InPlace);
-    if (shown) {
+    const QPointer<Document> fresh(loaded.get());
+    const QPointer<View> active = m_viewManager->currentView();
+    QPointer<View> activate;
+    for (const QPointer<View> &old : guardedViews(m_viewManager->arrangedViews(), doc)) {
+        if (!old)
+            continue;
+        const bool wasActive = old == active;
+        const ViewPlace place = placeOf(old);
+        old->close();
+        const bool shown = loaded ? show(docTemplate, std::move(loaded), true, Placement::InPlace)
+                                  : fresh && m_viewManager->addFurtherViewInPlace(fresh);
+        if (!shown)
+            break;
         restorePlace(m_viewManager->currentView(), place);
-        Q_EMIT documentReopened();
+        if (wasActive)
+            activate = m_viewManager->currentView();
     }
-    return shown;
+    if (!fresh)
+        return false;
+    if (activate && activate != m_viewManager->currentView())
+        m_viewManager->activateView(activate, true);
+    Q_EMIT documentReopened();
+    return true;
 }
 
 /// Documents of other kinds may have the name of something that is not a file.
@@ -104,6 +132,7 @@ bool Workspace::hasFile(Document *doc) const
 {
     if (!qobject_cast<TextDocument *>(doc) || QFileInfo::exists(doc->filename()))
         return true;
+    noticeLostFile(doc);
     showDocumentWarning(tr("The following file does not exist:\n%1\n\nThe text stays open as it is.")
                             .arg(QDir::toNativeSeparators(doc->filename())));
     return false;
@@ -148,6 +177,9 @@ void Workspace::addDocument(Document *doc)
     m_documents.append(doc);
     connect(doc, &QObject::destroyed, this, &Workspace::documentDestroyed);
     connect(doc, &Document::documentModified, this, &Workspace::modificationChanged);
+    if (auto *text = qobject_cast<TextDocument *>(doc))
+        connect(text, &TextDocument::fileConverted, this,
+                [this, text](const TextFileFormat &before) { Q_EMIT fileConverted(text, before); });
 }
 
 void Workspace::documentDestroyed(QObject *doc)
@@ -199,11 +231,17 @@ bool Workspace::anyModified() const
 
 DocumentTemplate *Workspace::templateFor(const QString &filename, const char *inherits) const
 {
+    DocumentTemplate *forText = nullptr;
     for (DocumentTemplate *docTemplate : m_templates) {
         const auto canOpen = [&] { return docTemplate->canOpen(filename); };
-        if (docTemplate->inherits(inherits) && askPlugin("DocumentTemplate::canOpen", canOpen))
-            return docTemplate;
+        if (!docTemplate->inherits(inherits) || !askPlugin("DocumentTemplate::canOpen", canOpen))
+            continue;
+        if (!qobject_cast<TextDocumentTemplate *>(docTemplate) || !isBinaryFile(filename))
+            return docTemplate; // the editor would damage a binary file
+        forText = forText ? forText : docTemplate;
     }
+    if (forText)
+        return forText;
     qWarning("Workspace::openDocument: No template found for document (%s)", qPrintable(filename));
     return nullptr;
 }

@@ -3,7 +3,9 @@
 #include <QObject>
 class Document;
 class DocumentTemplate;
+class TextDocument;
 class ViewManager;
+struct TextFileFormat;
 
 /// Manages the open documents, and selects the kind of document that opens a file.
 class Workspace : public QObject
@@ -49,6 +51,8 @@ public:
 Q_SIGNALS:
     /// A document was reloaded and has lost its markers.
     void documentReopened();
+    /// A save has changed the encoding or the line ends of a file, which had the format @p before.
+    void fileConverted(TextDocument *document, const TextFileFormat &before);
     void modificationChanged(); ///< A document was modified, saved or closed.
 
 private Q_SLOTS:

@@ -384,6 +384,19 @@ private Q_SLOTS:
         QVERIFY2(!error, error);
     }
 
+    /// Opening it would wait for a reader.
+    void pipeIsNotWritten()
+    {
+        QCOMPARE(::mkfifo(QFile::encodeName(m_path).constData(), 0600), 0);
+        QVERIFY(!writeFileSafely(m_path, "new"));
+        QVERIFY(S_ISFIFO(statusOf(m_path).st_mode));
+        const int reader = ::open(QFile::encodeName(m_path).constData(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+        QVERIFY(!writeFileSafely(m_path, "new"));
+        char byte = 0;
+        QCOMPARE(::read(reader, &byte, 1), 0);
+        ::close(reader);
+    }
+
     void writingToAFullDeviceFails()
     {
         QVERIFY(QFile::link(u"/dev/full"_s, m_path));

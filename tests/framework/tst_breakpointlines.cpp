@@ -461,6 +461,22 @@ private Q_SLOTS:
         QVERIFY(f.debugOutput().contains(u"The breakpoint at main.c, 2 could not be set again."_s));
     }
 
+    void refusedBreakpointIsReportedWithItsWholePath()
+    {
+        const BreakpointWindow f;
+        f.write(u"fw.vnp"_s, "<project executionenvironment='{fw}'><file path='100%2.c'/></project>");
+        f.window->closeWorkspace();
+        f.openWorkspace();
+        f.open(u"100%2.c"_s);
+        f.toggle(2);
+        f.window->closeWorkspace();
+        script().breakpoints.clear();
+        script().setBreakpointResult = 1;
+        f.openWorkspace();
+        QVERIFY2(f.debugOutput().contains(u"The breakpoint at 100%2.c, 2 could not be set again."_s),
+                 qPrintable(f.debugOutput()));
+    }
+
     /// For example when the library of the plug-in was not found in between.
     void breakpointsOfAMissingEnvironmentAreKept()
     {

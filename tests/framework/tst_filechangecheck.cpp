@@ -1,4 +1,7 @@
+#include "swapfile.h"
 #include "windowfixture.h"
+#include <QScrollBar>
+#include <QSignalSpy>
 
 using namespace Qt::StringLiterals;
 
@@ -95,6 +98,133 @@ private Q_SLOTS:
         f.activate();
         QVERIFY(f.answers->shown.isEmpty());
         QCOMPARE(f.text(), u"old"_s);
+    }
+
+    void deletedFileCanBeSavedAgain()
+    {
+        const WindowFixture f;
+        f.open(u"a.c"_s, "old");
+        QSignalSpy saveAvailable(f.window.get(), &MainWindow::saveAvailable);
+        QFile::remove(f.path(u"a.c"_s));
+        f.activate();
+        QCOMPARE(f.openFiles(), QStringList(u"a.c (deleted) *"_s));
+        QVERIFY2(f.status().endsWith(f.path(u"a.c"_s)), qPrintable(f.status()));
+        QCOMPARE(saveAvailable.last(), QVariantList{true});
+        f.window->fileSave();
+        QCOMPARE(f.read(u"a.c"_s), "old");
+        QCOMPARE(f.openFiles(), QStringList(u"a.c"_s));
+        f.type(u"x"_s);
+        QCOMPARE(f.openFiles(), QStringList(u"a.c *"_s));
+    }
+
+    void deletedFileHasARecoveryCopy()
+    {
+        const WindowFixture f;
+        f.open(u"a.c"_s, "old");
+        QFile::remove(f.path(u"a.c"_s));
+        f.activate();
+        f.view()->textDocument()->swapFile()->flush();
+        const QDir swap(f.installation.path(u"state/Ostrand Labs/Varnel/swap"_s));
+        QCOMPARE(swap.entryList({u"*.swap"_s}).size(), 1);
+    }
+
+    /// Also if the window was not activated since.
+    void closingADeletedFileAsks()
+    {
+        const WindowFixture f;
+        f.open(u"a.c"_s, "old");
+        QFile::remove(f.path(u"a.c"_s));
+        f.answers->press(QMessageBox::Cancel);
+        f.window->fileClose();
+        QCOMPARE(f.openFiles(), QStringList(u"a.c (deleted) *"_s));
+        QCOMPARE(f.answers->shown, QStringList(f.path(u"a.c"_s)
+                                               + u" was deleted outside of the editor.\n\n"
+                                                 "Do you want to save the text again?"_s));
+        f.answers->press(QMessageBox::Yes);
+        f.window->fileClose();
+        QCOMPARE(f.read(u"a.c"_s), "old");
+        QVERIFY(f.openFiles().isEmpty());
+    }
+
+    void fileThatComesBackUnchangedIsClean()
+    {
+        const WindowFixture f;
+        f.open(u"a.c"_s, "old\r\n");
+        QFile::remove(f.path(u"a.c"_s));
+        f.activate();
+        f.changeOutside(u"a.c"_s, "old\r\n");
+        f.activate();
+        QVERIFY(f.answers->shown.isEmpty());
+        QCOMPARE(f.openFiles(), QStringList(u"a.c"_s));
+        QVERIFY(!f.document()->isNewerOnDisk());
+    }
+
+    void fileThatComesBackChangedIsOffered()
+    {
+        const WindowFixture f;
+        f.open(u"a.c"_s, "old");
+        QFile::remove(f.path(u"a.c"_s));
+        f.activate();
+        f.changeOutside(u"a.c"_s, "new");
+        f.answers->press(QMessageBox::Yes);
+        f.activate();
+        QCOMPARE(f.answers->shown, QStringList(question(f.path(u"a.c"_s))));
+        QCOMPARE(f.text(), u"new"_s);
+    }
+
+    void changesSinceTheDeletionStayWhenTheFileComesBack()
+    {
+        const WindowFixture f;
+        f.open(u"a.c"_s, "old");
+        QFile::remove(f.path(u"a.c"_s));
+        f.activate();
+        f.type(u"mine "_s);
+        f.changeOutside(u"a.c"_s, "old", -10);
+        f.activate();
+        QCOMPARE(f.openFiles(), QStringList(u"a.c *"_s));
+        QCOMPARE(f.text(), u"mine old"_s);
+    }
+
+    void newFileThatWasNeverSavedIsNotDeleted()
+    {
+        const WindowFixture f;
+        QVERIFY(f.window->workspace()->openOrCreate(f.path(u"new.c"_s)));
+        f.activate();
+        QCOMPARE(f.openFiles(), QStringList(u"new.c *"_s));
+    }
+
+    void reloadKeepsEveryViewWithItsPlace()
+    {
+        const WindowFixture f;
+        f.open(u"a.c"_s, "one\ntwo\nthree\nfour\n");
+        f.view()->gotoLine(2);
+        f.window->windowNew();
+        QTextCursor cursor = f.view()->currentEdit()->textCursor();
+        cursor.setPosition(8);
+        cursor.setPosition(13, QTextCursor::KeepAnchor);
+        f.view()->currentEdit()->setTextCursor(cursor);
+        f.changeOutside(u"a.c"_s, "one\ntwo\nthree\nfive\n");
+        f.answers->press(QMessageBox::Yes);
+        f.activate();
+        QCOMPARE(f.openFiles(), (QStringList{u"a.c:1"_s, u"a.c:2"_s}));
+        QCOMPARE(f.view()->title(), u"a.c:2"_s);
+        QCOMPARE(f.view()->currentEdit()->textCursor().selectedText(), u"three"_s);
+        f.window->viewManager()->activateView(f.window->viewManager()->arrangedViews().first(), true);
+        QCOMPARE(f.view()->currentEdit()->textCursor().blockNumber(), 1);
+        QVERIFY(f.text().contains(u"five"_s));
+    }
+
+    void reloadKeepsTheHorizontalScrollPosition()
+    {
+        const WindowFixture f;
+        const QByteArray line = QByteArray(500, 'x') + '\n';
+        f.open(u"a.c"_s, line + line);
+        f.view()->currentEdit()->horizontalScrollBar()->setValue(300);
+        QCOMPARE(f.view()->currentEdit()->horizontalScrollBar()->value(), 300);
+        f.changeOutside(u"a.c"_s, line + line + line);
+        f.answers->press(QMessageBox::Yes);
+        f.activate();
+        QCOMPARE(f.view()->currentEdit()->horizontalScrollBar()->value(), 300);
     }
 
     void activationDuringAQuestionShowsNoOther()

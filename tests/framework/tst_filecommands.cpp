@@ -298,7 +298,7 @@ private Q_SLOTS:
                                                + u"\n\nThe text stays open as it is."_s));
         QCOMPARE(f.answers->lastBox(), Warn);
         QCOMPARE(f.text(), u"mine old"_s);
-        QCOMPARE(f.openFiles(), QStringList(u"a.c *"_s));
+        QCOMPARE(f.openFiles(), QStringList(u"a.c (deleted) *"_s));
     }
 
     void fileRemovedDuringTheQuestionKeepsTheText()
@@ -657,6 +657,7 @@ private Q_SLOTS:
         f.window->fileSave();
         QVERIFY(f.answers->shown.value(0).startsWith(u"The following file could not be written:"_s));
         QVERIFY(f.document()->modified());
+        QCOMPARE(f.openFiles(), QStringList(u"a.c (deleted) *"_s));
     }
 
     void deletedDirectoryIsNotUsedByTheFileDialog()

@@ -67,6 +67,7 @@ private Q_SLOTS:
                                               "a\0\n\0",
                                               6)
                                 << u"UTF-16 LE, LF"_s;
+        QTest::newRow("mixed") << QByteArray("a\r\nb\n") << u"UTF-8, mixed line ends"_s;
         QTest::newRow("UTF-16, big endian") << QByteArray("\xFE\xFF\0a\0\n", 6) << u"UTF-16 BE, LF"_s;
     }
     void formatIsShown()
@@ -79,6 +80,27 @@ private Q_SLOTS:
         QVERIFY(buttonOf(f)->isVisible());
         f.window->fileClose();
         QVERIFY(!buttonOf(f)->isVisible());
+    }
+
+    void saveThatChangesTheFormatIsReported_data()
+    {
+        QTest::addColumn<QByteArray>("content");
+        QTest::addColumn<QString>("message");
+        QTest::newRow("mixed line ends") << QByteArray("a\r\nb\nc\r\n")
+                                         << u"a.c was UTF-8, mixed line ends and is saved as UTF-8, LF"_s;
+        QTest::newRow("not in Latin-1") << QByteArray("\xE9\r\n")
+                                        << u"a.c was Latin-1, CRLF and is saved as UTF-8, CRLF"_s;
+        QTest::newRow("kept") << QByteArray("\xC3\xA9\r\n") << QString();
+    }
+    void saveThatChangesTheFormatIsReported()
+    {
+        QFETCH(const QByteArray, content);
+        const WindowFixture f;
+        f.open(u"a.c"_s, content);
+        f.type(u"\u20AC"_s);
+        f.window->statusBar()->clearMessage();
+        f.window->fileSave();
+        QTEST(f.status(), "message");
     }
 
     void formatIsSwitchedToUtf8()

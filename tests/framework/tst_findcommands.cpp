@@ -1,3 +1,4 @@
+#include "findinfilesdialog.h"
 #include "largetextview.h"
 #include "matchcounter.h"
 #include "outputpage.h"
@@ -573,6 +574,41 @@ private Q_SLOTS:
         QCOMPARE(folders, (QStringList{QFileInfo(f.path(u"all.vnw"_s)).absolutePath(), other}));
         const OutputPage *page = f.window->outputWindow()->page(OutputWindow::FindInFiles);
         QTRY_VERIFY2(page->toPlainText().endsWith(u"1 occurrence has been found."_s), qPrintable(page->toPlainText()));
+    }
+
+    void filesThatCannotBeReadAreCountedInTheLastLine()
+    {
+        const WindowFixture f;
+        const QString project = f.writeProject(u"fw.vnp"_s, {u"a.c"_s, u"missing.c"_s});
+        f.write(u"a.c"_s, "needle\n");
+        QVERIFY(f.window->openProject(project, false));
+        f.answers->meet([](QDialog *dialog) {
+            dialog->findChild<QComboBox *>(u"FindWhatCombo"_s)->setEditText(u"needle"_s);
+            dialog->findChild<QComboBox *>(u"ScopeCombo"_s)->setCurrentIndex(FindInFilesDialog::CurrentProject);
+            dialog->findChild<QPushButton *>(u"FindButton"_s)->click();
+        });
+        f.window->editFindInFiles();
+        const OutputPage *page = f.window->outputWindow()->page(OutputWindow::FindInFiles);
+        QTRY_VERIFY2(
+            page->toPlainText().endsWith(u"1 occurrence has been found. 1 file or folder could not be read."_s),
+            qPrintable(page->toPlainText()));
+    }
+
+    /// For example the outcome of a build.
+    void endOfASearchLeavesTheMessageOfAnotherPart()
+    {
+        const WindowFixture f;
+        f.write(u"a.c"_s, "needle\n");
+        f.answers->meet([&f](QDialog *dialog) {
+            dialog->findChild<QComboBox *>(u"FindWhatCombo"_s)->setEditText(u"needle"_s);
+            dialog->findChild<QComboBox *>(u"LookInCombo"_s)->setEditText(f.path(QString()));
+            dialog->findChild<QPushButton *>(u"FindButton"_s)->click();
+        });
+        f.window->editFindInFiles();
+        f.window->statusBar()->showMessage(u"Build done"_s);
+        const OutputPage *page = f.window->outputWindow()->page(OutputWindow::FindInFiles);
+        QTRY_VERIFY(page->toPlainText().contains(u"found."_s));
+        QCOMPARE(f.status(), u"Build done"_s);
     }
 
     // Large files

@@ -185,6 +185,14 @@ private Q_SLOTS:
         QCOMPARE(environment->release(), 3u);
     }
 
+    /// Commands separate object names by blanks and dots.
+    void nameOfAPaneHasNoBlankAndNoDot()
+    {
+        addProject(u"my fw.v2"_s);
+        m_widget->workspaceChanged();
+        QCOMPARE(m_widget->widgets().constFirst()->objectName(), u"my-fw-v2/"_s);
+    }
+
     void ampersandInANameIsNoShortcut()
     {
         addProject(u"a&b"_s);

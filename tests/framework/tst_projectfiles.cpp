@@ -153,6 +153,34 @@ private Q_SLOTS:
         QCOMPARE(f.recent(u"Workspace"_s), QStringList());
     }
 
+    void projectThatAWorkspaceListsTwiceIsOpenedOnce()
+    {
+        const WindowFixture f;
+        f.writeProject(u"fw.vnp"_s);
+        QVERIFY(QFile::link(f.path(u"fw.vnp"_s), f.path(u"link.vnp"_s)));
+        f.writeProject(u"lib.vnp"_s);
+        const QString file = f.writeWorkspace(u"all.vnw"_s, {u"fw.vnp"_s, u"./fw.vnp"_s, u"lib.vnp"_s, u"link.vnp"_s});
+        QVERIFY(f.window->openWorkspace(file, false));
+        QCOMPARE(f.projects(), (QStringList{u"fw"_s, u"lib"_s}));
+        QCOMPARE(f.window->activity().currentProject()->name(), u"fw"_s);
+        QVERIFY(!f.window->projectWorkspace()->isModified());
+    }
+
+    void projectInAReadOnlyDirectoryIsOpenedAgainAtTheNextStart()
+    {
+        WindowFixture f;
+        const QString path = f.writeProject(u"media/fw.vnp"_s, {u"main.c"_s});
+        f.write(u"media/main.c"_s, "int main;\n");
+        QFile::setPermissions(f.path(u"media"_s), QFile::ReadOwner | QFile::ExeOwner);
+        QVERIFY(f.window->openProject(path, false));
+        QVERIFY(f.window->openFile(f.path(u"media/main.c"_s), false));
+        f.restart();
+        f.window->continueLastRun();
+        QFile::setPermissions(f.path(u"media"_s), QFile::ReadOwner | QFile::ExeOwner | QFile::WriteOwner);
+        QCOMPARE(f.projects(), QStringList(u"fw"_s));
+        QCOMPARE(f.openFiles(), QStringList(u"main.c"_s));
+    }
+
     // Files changed by other programs
 
     void changedProjectIsReloadedOnRequest()

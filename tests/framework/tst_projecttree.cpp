@@ -176,6 +176,29 @@ private Q_SLOTS:
         QCOMPARE(shown(*m_tree), before);
     }
 
+    void projectsAndFoldersOfOneNameAreToldApart()
+    {
+        auto *twin = new Project(u"fw"_s, u"/work/other/fw"_s);
+        fill(twin, {u"src/"_s, u"src/uart.c"_s});
+        m_workspace->addProject(twin);
+        auto *second = new ProjectFolder(u"math"_s);
+        second->addFile(new ProjectFile(u"tan.c"_s, u"tan.c"_s));
+        m_lib->addFolder(second, false);
+        QTreeWidgetItem *root = m_tree->topLevelItem(0);
+        const auto child = [root](int project) { return static_cast<ListViewItem *>(root->child(project)); };
+        child(0)->setOpen(false);
+        static_cast<ListViewItem *>(child(1)->child(0))->setOpen(false);
+        static_cast<ListViewItem *>(child(1)->child(1))->setOpen(true);
+        m_tree->showWorkspace();
+        root = m_tree->topLevelItem(0);
+        const auto isOpen = [](const QTreeWidgetItem *item) { return item->isExpanded(); };
+        QVERIFY(!isOpen(root->child(0)));
+        QVERIFY(isOpen(root->child(2)));
+        QCOMPARE(root->child(1)->child(1)->text(0), u"math"_s);
+        QVERIFY(!isOpen(root->child(1)->child(0)));
+        QVERIFY(isOpen(root->child(1)->child(1)));
+    }
+
     void projectsAreMarked()
     {
         const auto markOf = [this] { return row(*m_tree, u" - fw"_s)->mark(); };

@@ -243,7 +243,7 @@ private Q_SLOTS:
         f.type(u"new"_s);
         f.answers->press(QMessageBox::Cancel);
         QVERIFY(!f.window->close());
-        QCOMPARE(f.openFiles(), (QStringList{u"b.c *"_s, u"a.c"_s}));
+        QCOMPARE(f.openFiles(), (QStringList{u"a.c"_s, u"b.c *"_s}));
         QCOMPARE(f.view()->title(), u"b.c *"_s);
         f.window->viewManager()->activateView(f.window->viewManager()->views().last(), true);
         QCOMPARE(f.view()->currentEdit()->textCursor().blockNumber(), 1);
@@ -262,6 +262,90 @@ private Q_SLOTS:
         QVERIFY(!f.window->close());
         QCOMPARE(f.openFiles(), (QStringList{u"a.c *"_s, u"b.c"_s, u"c.c"_s}));
         QCOMPARE(f.view()->title(), u"b.c"_s);
+    }
+
+    void cancelAtASecondQuestionClosesNothing()
+    {
+        WindowFixture f;
+        f.open(u"a.c"_s, "a");
+        f.type(u"new "_s);
+        f.open(u"b.c"_s, "b");
+        f.type(u"new "_s);
+        f.open(u"c.c"_s);
+        const QList<View *> views = f.window->viewManager()->arrangedViews();
+        f.answers->press(QMessageBox::Yes);
+        f.answers->press(QMessageBox::Cancel);
+        QVERIFY(!f.window->close());
+        QCOMPARE(f.window->viewManager()->arrangedViews(), views);
+        QCOMPARE(f.openFiles().filter(u"*"_s).size(), 1); // the first that was asked about is saved
+        QCOMPARE(f.read(u"a.c"_s) == "new a", f.read(u"b.c"_s) == "b");
+        QCOMPARE(f.view()->title(), u"c.c"_s);
+    }
+
+    void answersOfACancelledCloseAreForgotten()
+    {
+        WindowFixture f;
+        f.open(u"a.c"_s, "a");
+        f.type(u"new "_s);
+        f.open(u"b.c"_s, "b");
+        f.type(u"new "_s);
+        f.answers->press(QMessageBox::No);
+        f.answers->press(QMessageBox::Cancel);
+        QVERIFY(!f.window->close());
+        QCOMPARE(f.openFiles(), (QStringList{u"a.c *"_s, u"b.c *"_s}));
+        f.answers->press(QMessageBox::Cancel);
+        f.window->viewManager()->closeDocument(f.window->workspace()->findDocument(f.path(u"b.c"_s)));
+        QCOMPARE(f.openFiles(), (QStringList{u"a.c *"_s, u"b.c *"_s}));
+        QVERIFY(f.answers->allGiven());
+    }
+
+    void changesAreKeptIfTheQuestionAboutTheWorkspaceIsCancelled()
+    {
+        WindowFixture f;
+        f.writeProject(u"fw.vnp"_s, {u"a.c"_s});
+        QVERIFY(f.window->openWorkspace(f.writeWorkspace(u"all.vnw"_s, {u"fw.vnp"_s}), false));
+        f.open(u"a.c"_s, "a");
+        f.type(u"new "_s);
+        f.window->activity().currentProject()->setModified(true);
+        f.answers->press(QMessageBox::No);
+        f.answers->press(QMessageBox::Cancel);
+        QVERIFY(!f.window->close());
+        QCOMPARE(f.openFiles(), QStringList(u"a.c *"_s));
+        QCOMPARE(f.text(), u"new a"_s);
+        f.answers->press(QMessageBox::Cancel);
+        f.window->fileClose();
+        QCOMPARE(f.openFiles(), QStringList(u"a.c *"_s));
+    }
+
+    void eachDocumentIsAskedAboutOnce()
+    {
+        WindowFixture f;
+        f.open(u"a.c"_s, "a");
+        f.window->windowNew();
+        f.type(u"new "_s);
+        f.answers->press(QMessageBox::No);
+        QVERIFY(f.window->close());
+        QVERIFY(f.answers->allGiven());
+        QVERIFY(f.answers->shown.size() == 1);
+        QCOMPARE(f.read(u"a.c"_s), "a");
+    }
+
+    void viewOfAFileThatIsOpenComesBackAfterACancelledClose()
+    {
+        const WindowFixture f;
+        f.open(u"a.c"_s);
+        f.view()->gotoLine(2);
+        f.window->windowNew();
+        f.view()->gotoLine(3);
+        f.window->sessions().beginClosing();
+        f.window->windowClose();
+        QCOMPARE(f.openFiles(), QStringList(u"a.c"_s));
+        f.window->sessions().cancelClosing();
+        QCOMPARE(f.openFiles(), (QStringList{u"a.c:1"_s, u"a.c:2"_s}));
+        QList<int> lines;
+        for (View *view : f.window->viewManager()->arrangedViews())
+            lines.append(qobject_cast<TextView *>(view)->currentEdit()->textCursor().blockNumber());
+        QCOMPARE(lines, (QList<int>{1, 2}));
     }
 
     void cancelledQuestionAboutTheWorkspaceKeepsItOpenWithItsViews()

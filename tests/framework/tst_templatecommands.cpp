@@ -291,6 +291,28 @@ private Q_SLOTS:
         QCOMPARE(f.projects(), QStringList(u"fw"_s));
     }
 
+    void existingWorkspaceIsAskedAbout()
+    {
+        const TemplateFixture f;
+        f.write(u"home/fw.vnw"_s, "old");
+        const auto here = [](NewProjectDialog *dialog) {
+            dialog->findChild<QAbstractButton *>(u"ProjectFolderCheckBox"_s)->setChecked(false);
+        };
+        f.answer(u"plain"_s, u"fw"_s, here);
+        f.answers->press(QMessageBox::Cancel);
+        f.window->projectNew();
+        QCOMPARE(f.answers->shown, QStringList{overwrite(u"fw.vnw"_s)});
+        QCOMPARE(f.read(u"home/fw.vnw"_s), "old");
+        QVERIFY(!QFileInfo::exists(f.path(u"home/fw.vnp"_s)));
+        QVERIFY(!f.window->projectWorkspace());
+
+        f.answer(u"plain"_s, u"fw"_s, here);
+        f.answers->press(QMessageBox::Yes);
+        f.window->projectNew();
+        QCOMPARE(f.projects(), QStringList(u"fw"_s));
+        QVERIFY(f.read(u"home/fw.vnw"_s).contains("fw.vnp"));
+    }
+
     void failuresOfCopyingAreReported()
     {
         const TemplateFixture f;
@@ -663,7 +685,11 @@ private Q_SLOTS:
         f.create(u"plain"_s);
         QVERIFY(f.createFile(u"C Source File"_s, u"uart"_s).isEmpty());
         QCOMPARE(f.projectFiles(), (QStringList{u"Sources/main.c"_s, u"Sources/uart.c"_s}));
-        QVERIFY(f.window->activity().currentProject()->isModified());
+        // After a crash, the text is recovered, and the project still has the file.
+        QVERIFY(!f.window->activity().currentProject()->isModified());
+        Project stored({}, {});
+        QVERIFY(stored.load(f.window->activity().currentProject()->fileName()));
+        QVERIFY(stored.containsFile(f.document()->filename()));
         QVERIFY(f.createFile(u"C Source File"_s, u"other"_s, [](NewFileDialog *dialog) {
                      dialog->findChild<QAbstractButton *>(u"addCheck"_s)->setChecked(false);
                  }).isEmpty());

@@ -684,6 +684,12 @@ private Q_SLOTS:
         QVERIFY2(text().contains(u"uart.c"_s), qPrintable(text()));
         f.open(u"third.c"_s);
         QVERIFY2(text().contains(u"third.c"_s), qPrintable(text()));
+        QVERIFY(f.document()->saveAs(f.path(u"fourth.c"_s)));
+        QVERIFY2(text().contains(u"fourth.c"_s), qPrintable(text()));
+        f.selectInTree(u"main.c"_s);
+        f.type(u"x"_s); // changes the title of the view, but not its file
+        QVERIFY2(text().contains(u"main.c"_s), qPrintable(text()));
+        f.document()->setModified(false);
         f.window->fileCloseAll();
         QVERIFY2(!text().contains(u".c"_s), qPrintable(text()));
     }
@@ -816,7 +822,7 @@ private Q_SLOTS:
         f.answers->press(QMessageBox::Ok);
         QVERIFY(!f.window->fileSaveAll());
         QCOMPARE(f.read(u"b.c"_s), QByteArray("2b"));
-        QCOMPARE(f.openFiles(), (QStringList{u"a.c *"_s, u"b.c"_s}));
+        QCOMPARE(f.openFiles(), (QStringList{u"a.c (deleted) *"_s, u"b.c"_s}));
     }
 
     void controlTabReachesTheThirdFile()

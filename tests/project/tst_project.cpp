@@ -766,7 +766,9 @@ private Q_SLOTS:
         QVERIFY(project.containsFile(u"/work/p/src/b.c"_s));
         QVERIFY(!project.containsFile(u"/work/p/A.c"_s));
         QVERIFY(!project.containsFile(u"/work/p/b.c"_s));
-        QVERIFY(!project.containsFile(u"/opt/x.c"_s)); // a file that is added would be stored as ../../opt/x.c
+        QVERIFY(project.containsFile(u"/opt/x.c"_s)); // as files are stored that were moved from another project
+        QVERIFY(project.containsFile(u"../../opt/x.c"_s));
+        QVERIFY(!project.containsFile(u"/opt/a.c"_s));
         QVERIFY(project.containsFile(u"src/b.c"_s));
     }
 

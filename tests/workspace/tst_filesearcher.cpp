@@ -326,6 +326,17 @@ private Q_SLOTS:
         QCOMPARE(found({.text = u"needle"_s}), QStringList{u"b:1:needle"_s});
     }
 
+    void filesThatCannotBeOpenedAreCounted()
+    {
+        write(u"b"_s, "needle\n");
+        QCOMPARE(QProcess::execute(u"mkfifo"_s, {m_folder->filePath(u"c"_s)}), 0); // is no file to be searched
+        m_searcher->start({.text = u"needle"_s,
+                           .files = QStringList{m_folder->filePath(u"missing"_s), m_folder->filePath(u"b"_s),
+                                                m_folder->filePath(u"c"_s)}});
+        QTRY_COMPARE(m_reported, (QStringList{u"b:1:needle"_s, u"finished"_s}));
+        QCOMPARE(m_searcher->unreadable(), 1);
+    }
+
     /// Opening a pipe would block until another process writes into it.
     void pipeIsSkipped()
     {

@@ -116,6 +116,27 @@ private Q_SLOTS:
         views.closeAll();
     }
 
+    void fileWithNulBytesOpensReadOnlyWithOneMessage()
+    {
+        LargeFixture f;
+        Workspace workspace;
+        TabbedViewManager views;
+        workspace.setViewManager(&views);
+        auto *text = new TextDocumentTemplate(u"Text"_s, {}, {}, {}, std::make_unique<SyntaxHighlighter>(), nullptr);
+        text->highlighter()->setFormats(&f.formats);
+        workspace.addTemplate(text);
+        workspace.addTemplate(new LargeTextDocumentTemplate({}, &f.formats));
+        BoxAnswers boxes({QMessageBox::Ok});
+        QVERIFY(workspace.openDocument(f.write(u"fw.elf"_s, QByteArray("\x7F"
+                                                                       "ELF\0\r\n\n",
+                                                                       8)),
+                                       true));
+        QCOMPARE(boxes.texts, QStringList{u"The file contains NUL bytes, so it is probably not a text.\n\n"
+                                          "It will be opened read-only."_s});
+        QVERIFY(qobject_cast<LargeTextView *>(views.currentView()));
+        views.closeAll();
+    }
+
     void documentDeletedDuringTheMessageGetsNoView()
     {
         LargeFixture f;

@@ -151,6 +151,43 @@ private Q_SLOTS:
         QCOMPARE(contents(path), written);
     }
 
+    /// A save must not overwrite what another program wrote while the text was laid out.
+    void fileWrittenDuringTheLoadIsNewer()
+    {
+        const EditorFixture f;
+        const QString path = f.path(u"a.c"_s);
+        put(path, "old\n");
+        const auto connection = connect(f.document->text(), &QTextDocument::contentsChange, f.document.get(), [&path] {
+            QFile file(path);
+            if (!file.open(QIODevice::ReadWrite)
+                || !file.setFileTime(QDateTime::currentDateTime().addSecs(10), QFileDevice::FileModificationTime))
+                qFatal("cannot date");
+        });
+        QVERIFY(f.document->open(path));
+        disconnect(connection);
+        QVERIFY(f.document->isNewerOnDisk());
+    }
+
+    void changedFormatIsReportedByTheSave()
+    {
+        EditorFixture f;
+        const QString path = f.path(u"a.c"_s);
+        put(path, "a\r\nb\nc\r\n");
+        QVERIFY(f.document->open(path));
+        QList<TextFileFormat> before;
+        connect(f.document.get(), &TextDocument::fileConverted, f.document.get(),
+                [&before](const TextFileFormat &format) { before.append(format); });
+        QVERIFY(f.document->fileFormat().mixed);
+        QTest::keyClicks(f.edit(), u"X"_s);
+        QVERIFY(f.document->save());
+        QCOMPARE(before.size(), 1);
+        QVERIFY(before.first().mixed);
+        QVERIFY(!f.document->fileFormat().mixed);
+        QTest::keyClicks(f.edit(), u"X"_s);
+        QVERIFY(f.document->save()); // keeps the format
+        QCOMPARE(before.size(), 1);
+    }
+
     void latin1IsReported()
     {
         EditorFixture f;

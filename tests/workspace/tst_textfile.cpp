@@ -1,4 +1,5 @@
 #include "textfile.h"
+#include <QTemporaryDir>
 #include <QTest>
 
 using namespace Qt::StringLiterals;
@@ -64,6 +65,34 @@ private Q_SLOTS:
         QCOMPARE(decodeText("caf\xE9").format.encoding, TextFileFormat::Latin1);
         QCOMPARE(decodeText("caf\xC3\xA9").format.encoding, TextFileFormat::Utf8);
         QVERIFY(decodeText("x").format == newTextFileFormat());
+    }
+
+    void mixedLineEndsAreNoted()
+    {
+        QVERIFY(decodeText("a\r\nb\n").format.mixed);
+        QVERIFY(decodeText("a\rb").format.mixed);
+        QVERIFY(!decodeText("a\r\nb\r\n").format.mixed);
+        QVERIFY(!decodeText("a\nb\n").format.mixed);
+    }
+
+    void filesWithNulBytesAreBinaryUnlessTheyAreUtf16()
+    {
+        const QTemporaryDir directory;
+        const auto isBinary = [&directory](const QByteArray &bytes) {
+            QFile file(directory.filePath(u"a"_s));
+            if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size())
+                qFatal("cannot write");
+            file.close();
+            return isBinaryFile(file.fileName());
+        };
+        QVERIFY(isBinary(QByteArray("\x7F"
+                                    "ELF\0\r\n",
+                                    7)));
+        QVERIFY(!isBinary("a\xE9\r\n"));
+        QVERIFY(!isBinary(""));
+        QVERIFY(!isBinary(QByteArray("\xFE\xFF\0a\0\n", 6)));
+        QVERIFY(!isBinaryFile(directory.path()));
+        QVERIFY(!isBinaryFile(directory.filePath(u"missing"_s)));
     }
 
     void textOutsideLatin1BecomesUtf8()

@@ -223,14 +223,23 @@ private Q_SLOTS:
         QCOMPARE(tabs->count(), 3);
     }
 
-    void reopenClosesEveryViewOfTheDocument()
+    void reopenReplacesEveryViewOfTheDocumentInItsPlace()
     {
         Fixture f;
         QVERIFY(f.workspace.openDocument(u"/x/a.c"_s, true));
+        QVERIFY(f.workspace.openDocument(u"/x/b.c"_s, true));
+        QVERIFY(f.workspace.openDocument(u"/x/a.c"_s, true));
         f.manager.newView();
-        QCOMPARE(f.titles(), u"a.c:1|a.c:2"_s);
+        f.manager.activateView(f.manager.arrangedViews().first(), true);
+        const QPointer<Document> old = f.workspace.findDocument(u"/x/a.c"_s);
         QVERIFY(f.workspace.reopenDocument(u"/x/a.c"_s));
-        QCOMPARE(f.titles(), u"a.c"_s);
+        QVERIFY(!old);
+        QCOMPARE(f.workspace.documents().size(), 2);
+        QStringList tabs;
+        for (const View *view : f.manager.arrangedViews())
+            tabs << view->title();
+        QCOMPARE(tabs, (QStringList{u"a.c:1"_s, u"b.c"_s, u"a.c:2"_s}));
+        QCOMPARE(f.manager.currentView()->title(), u"a.c:1"_s);
     }
 
     void reopenOfAnUnopenedNameDoesNothing()

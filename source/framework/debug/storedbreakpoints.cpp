@@ -197,8 +197,7 @@ void StoredBreakpoints::restore(Project *project, const QJsonObject &stored)
         const QJsonObject json = each.toObject();
         if (alive && !setLine(*project, environment.get(), json))
             Q_EMIT refused(tr("The breakpoint at %1, %2 could not be set again.\n")
-                               .arg(json[u"file"].toString())
-                               .arg(json[u"line"].toInt()));
+                               .arg(json[u"file"].toString(), QString::number(json[u"line"].toInt())));
     }
     const QJsonArray data = stored[u"data"].toArray();
     for (const auto &each : data) {

@@ -1,5 +1,6 @@
 #include "filechangecheck.h"
 #include "document.h"
+#include "lostfile.h"
 #include "messages.h"
 #include "newerfile.h"
 #include "viewmanager.h"
@@ -13,6 +14,7 @@ void FileChangeCheck::run()
     if (m_running)
         return; // called again when a message box closes and the window becomes active
     const QScopedValueRollback<bool> running(m_running, true);
+    noticeLostFiles();
     QList<QPointer<View>> views;
     for (View *view : m_window.viewManager()->views())
         views.append(view);
@@ -24,6 +26,18 @@ void FileChangeCheck::run()
         if (mayReload(path, view->document()->modified()))
             m_window.workspace()->reopenDocument(path);
     }
+}
+
+void FileChangeCheck::noticeLostFiles()
+{
+    QStringList lost;
+    for (const QPointer<View> &view : m_window.viewManager()->views().guarded()) {
+        if (view && noticeLostFile(view->document()))
+            lost.append(QDir::toNativeSeparators(view->document()->filename()));
+    }
+    if (!lost.isEmpty())
+        m_window.showMessage(
+            QObject::tr("Deleted outside of the editor, still open here: %1").arg(lost.join(QStringLiteral(", "))));
 }
 
 /// A reload that would lose changes is not what Return chooses.

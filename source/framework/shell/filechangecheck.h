@@ -9,10 +9,12 @@ class FileChangeCheck
 public:
     explicit FileChangeCheck(WindowServices &window) : m_window(window) {}
 
-    /// Asks about every open document whose file is newer than it. Does nothing while a question is open.
+    /// Asks about every open document whose file is newer than it; names those whose file was deleted in the status
+    /// bar, and they count as modified. Does nothing while a question is open.
     void run();
 
 private:
+    void noticeLostFiles();
     [[nodiscard]] bool mayReload(const QString &path, bool modified) const;
 
     WindowServices &m_window;

@@ -15,6 +15,7 @@
 #include <QAction>
 #include <QDir>
 #include <QFileInfo>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -166,6 +167,7 @@ void FileFindCommands::start(FileSearch search)
     print(tr("Searching for '%1'...\n").arg(search.text));
     m_matchCount = 0;
     m_searcher.start(search);
+    m_window.showMessage({}); // the progress of the search takes its place
     m_progressTimer.start();
     if (m_stopAction)
         m_stopAction->setEnabled(true);
@@ -175,9 +177,10 @@ void FileFindCommands::stop()
 {
     if (!m_progressTimer.isActive())
         return;
+    const QString count = countText();
     m_searcher.stop();
     endSearch();
-    print(tr("The search was stopped. ") + countText());
+    print(tr("The search was stopped. ") + count + u'\n');
 }
 
 void FileFindCommands::searchMatchFound(const QString &file, int line, const QString &text)
@@ -190,7 +193,7 @@ void FileFindCommands::searchMatchFound(const QString &file, int line, const QSt
 void FileFindCommands::searchFinished()
 {
     endSearch();
-    print(skippedText() + countText());
+    print(skippedText() + countText() + u'\n');
 }
 
 /// Without it a mask that is too narrow looks like a text that does not occur.
@@ -205,19 +208,27 @@ QString FileFindCommands::skippedText() const
 
 QString FileFindCommands::countText() const
 {
-    return m_matchCount == 1 ? tr("1 occurrence has been found.\n")
-                             : tr("%1 occurrences have been found.\n").arg(m_matchCount);
+    const QString found = m_matchCount == 1 ? tr("1 occurrence has been found.")
+                                            : tr("%1 occurrences have been found.").arg(m_matchCount);
+    const int unreadable = m_searcher.unreadable();
+    if (unreadable == 0)
+        return found;
+    return found + u' '
+           + (unreadable == 1 ? tr("1 file or folder could not be read.")
+                              : tr("%1 files or folders could not be read.").arg(unreadable));
 }
 
+/// A message that came meanwhile, such as the outcome of a build, stays.
 void FileFindCommands::showProgress()
 {
-    m_window.showMessage(tr("Searching: %1 files, %2 lines found").arg(m_searcher.filesSearched()).arg(m_matchCount));
+    const QString text = tr("Searching: %1 files, %2 lines found").arg(m_searcher.filesSearched()).arg(m_matchCount);
+    m_window.replaceMessage(std::exchange(m_progress, text), text);
 }
 
 void FileFindCommands::endSearch()
 {
     m_progressTimer.stop();
-    m_window.showMessage({});
+    m_window.replaceMessage(std::exchange(m_progress, {}), {});
     if (m_stopAction)
         m_stopAction->setEnabled(false);
 }

@@ -37,6 +37,7 @@ private:
     QAction *m_stopAction; ///< null if the user interface file has none
     FileSearcher m_searcher;
     QTimer m_progressTimer; ///< runs during a search
+    QString m_progress;     ///< the message that was shown last
     int m_matchCount = 0;
     qsizetype m_skipped = 0; ///< listed files that do not match the mask
 };

@@ -1,6 +1,7 @@
 #include "fileformatbutton.h"
 #include "textdocument.h"
 #include "textloading.h"
+#include <QFileInfo>
 #include <QMenu>
 
 using namespace Qt::StringLiterals;
@@ -31,13 +32,21 @@ TextFileFormat withEncoding(TextFileFormat format, TextFileFormat::Encoding enco
 TextFileFormat withLineEnds(TextFileFormat format, bool crlf)
 {
     format.crlf = crlf;
+    format.mixed = false;
     return format;
 }
 } // namespace
 
 QString fileFormatText(const TextFileFormat &format)
 {
-    return encodingText(format) + (format.crlf ? u", CRLF"_s : u", LF"_s);
+    const QString lineEnds = format.mixed ? FileFormatButton::tr("mixed line ends") : format.crlf ? u"CRLF"_s : u"LF"_s;
+    return encodingText(format) + u", "_s + lineEnds;
+}
+
+QString conversionText(TextDocument &document, const TextFileFormat &before)
+{
+    return FileFormatButton::tr("%1 was %2 and is saved as %3")
+        .arg(QFileInfo(document.filename()).fileName(), fileFormatText(before), fileFormatText(document.fileFormat()));
 }
 
 FileFormatButton::FileFormatButton(QWidget *parent) : QToolButton(parent)

@@ -22,5 +22,7 @@ private:
     QPointer<TextDocument> m_document;
 };
 
-/// A format for the user: "Latin-1, CRLF".
+/// A format for the user: "Latin-1, CRLF" or "UTF-8, mixed line ends".
 [[nodiscard]] QString fileFormatText(const TextFileFormat &format);
+/// The message that a save has changed the format of the file of @p document.
+[[nodiscard]] QString conversionText(TextDocument &document, const TextFileFormat &before);

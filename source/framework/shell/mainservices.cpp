@@ -133,6 +133,13 @@ void MainServices::showMessage(const QString &text, int milliseconds)
     bar->repaint(); // long work may follow
 }
 
+void MainServices::replaceMessage(const QString &present, const QString &text)
+{
+    const QString shown = m_parts.window.statusBar()->currentMessage();
+    if (shown.isEmpty() || shown == present)
+        showMessage(text, 0);
+}
+
 void MainServices::showStatusInfo(const QString &text, int position)
 {
     m_parts.status.showInfo(text, position);

@@ -32,6 +32,7 @@ public:
     void restoreDockLayout() override;
     void showOutputDock() override;
     void showMessage(const QString &text, int milliseconds) override;
+    void replaceMessage(const QString &present, const QString &text) override;
     void showStatusInfo(const QString &text, int position) override;
     [[nodiscard]] IPluginObject *createPlugin(const QString &feature) const override;
     void runPyFile(const QString &path) override;

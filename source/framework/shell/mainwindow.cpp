@@ -6,6 +6,7 @@
 #include "document.h"
 #include "droppedfiles.h"
 #include "filecommands.h"
+#include "folderproject.h"
 #include "helpview.h"
 #include "ideapplication.h"
 #include "navigator.h"
@@ -25,13 +26,17 @@ using namespace Qt::StringLiterals;
 namespace {
 constexpr qsizetype LongestHistory = 500; ///< lines of the console that are kept
 
+/// Closes nothing before everything was asked, so that a user who cancels finds all views as they were.
 bool closeEverything(const WindowParts &parts)
 {
     if (parts.activity.state() == StateBuilding)
         parts.buildControl->buildStopBuild();
     parts.fileFindCommands->stop();
-    parts.viewManager->closeAll();
-    return parts.viewManager->views().isEmpty() && parts.projectCommands->closeWorkspace();
+    if (!parts.viewManager->askBeforeClosingAll())
+        return false;
+    if (parts.projectCommands->closeWorkspace())
+        parts.viewManager->closeAll();
+    return !parts.activity.workspace() && parts.viewManager->views().isEmpty();
 }
 
 void saveSettings(WindowParts &parts, const WindowPlacement &placement)
@@ -201,6 +206,8 @@ void MainWindow::continueLastRun(const QStringList &named)
     const QString workspace = m_parts->sessions->lastWorkspace();
     if (workspace.isEmpty())
         m_parts->sessions->restoreLastFiles();
+    else if (isProjectFile(workspace))
+        openProject(workspace, false);
     else
         openWorkspace(workspace, false);
     offerRecovery(*m_parts->workspace, stateDirectory().filePath(u"swap"_s), this);
@@ -250,6 +257,7 @@ void MainWindow::closeEvent(QCloseEvent *event)
     }
     m_parts->sessions->beginClosing();
     if (!closeEverything(*m_parts)) {
+        m_parts->viewManager->forgetAnswers();
         m_parts->sessions->cancelClosing();
         event->ignore();
         return;

@@ -44,6 +44,23 @@ const Project *projectOfFile(const Activity &activity, const QString &path)
     return nullptr;
 }
 
+/// Removes all but the first of the objects with one file: they would overwrite each other's changes.
+void removeTwins(ProjectWorkspace *workspace)
+{
+    QStringList files;
+    for (int i = 0; i < workspace->count();) {
+        const QFileInfo info(workspace->project(i)->fileName());
+        const QString file = info.exists() ? info.canonicalFilePath() : info.filePath();
+        if (files.contains(file)) {
+            workspace->removeProject(workspace->project(i));
+            workspace->setModified(false); // a file is not written because it was opened
+        } else {
+            files.append(file);
+            ++i;
+        }
+    }
+}
+
 /// The file that @p view shows, in the current project or else in another one; null if it is in no project.
 ProjectFile *fileInView(const Activity &activity, View *view)
 {
@@ -162,6 +179,7 @@ bool ProjectCommands::openWorkspace(const QString &path, bool addToRecent)
     m_window.showMessage(tr("Opening %1...").arg(QDir::toNativeSeparators(path)));
     if (!workspace->load(path))
         return refuse(tr("The workspace %1 could not be opened.").arg(QDir::toNativeSeparators(path)));
+    removeTwins(workspace.get());
     return show(std::move(workspace), path, addToRecent);
 }
 

@@ -68,13 +68,15 @@ Session currentSession(ViewManager &viewManager)
     return session;
 }
 
-void restoreSession(const Session &session, Workspace &workspace, ViewManager &viewManager)
+void restoreSession(const Session &session, Workspace &workspace, ViewManager &viewManager, OpenFiles openFiles)
 {
     QPointer<View> active;
     QStringList opened;
     for (int i = 0; i < session.files.size(); ++i) {
         const QString &path = session.files[i].path;
-        View *view = openView(path, opened.contains(path), workspace, viewManager);
+        const bool further =
+            opened.contains(path) || (openFiles == OpenFiles::GetFurtherView && workspace.findDocument(path));
+        View *view = openView(path, further, workspace, viewManager);
         if (!view)
             continue;
         opened.append(path);

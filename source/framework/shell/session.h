@@ -28,8 +28,14 @@ struct Session
 
 /// The files that are open now. Documents that are not files are left out.
 [[nodiscard]] Session currentSession(ViewManager &viewManager);
+/// What becomes of a file that is open already.
+enum class OpenFiles {
+    GetPlace,      ///< its view gets the place of the session
+    GetFurtherView ///< the session has a view that was closed
+};
 /// Opens the files of @p session that still exist; no message for missing ones.
-void restoreSession(const Session &session, Workspace &workspace, ViewManager &viewManager);
+void restoreSession(const Session &session, Workspace &workspace, ViewManager &viewManager,
+                    OpenFiles openFiles = OpenFiles::GetPlace);
 
 /// Stores one session for each workspace in a directory of the user.
 class SessionStore

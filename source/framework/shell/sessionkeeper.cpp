@@ -2,9 +2,11 @@
 #include "activity.h"
 #include "applicationpaths.h"
 #include "document.h"
+#include "project.h"
 #include "projectworkspace.h"
 #include "viewmanager.h"
 #include "windowservices.h"
+#include <QFileInfo>
 #include <QSettings>
 
 using namespace Qt::StringLiterals;
@@ -28,6 +30,12 @@ Session closedSince(Session session, ViewManager &viewManager)
     }
     return closed;
 }
+/// The file that opens @p workspace again: its own, or that of its project if it could not be saved.
+QString pathToOpen(const ProjectWorkspace &workspace)
+{
+    const bool isSaved = QFileInfo::exists(workspace.fileName()) || workspace.count() == 0;
+    return isSaved ? workspace.fileName() : workspace.project(0)->fileName();
+}
 } // namespace
 
 SessionKeeper::SessionKeeper(Activity &activity, WindowServices &window, QObject *parent)
@@ -43,9 +51,9 @@ void SessionKeeper::restoreLastFiles()
         restore(m_store.load(QString()));
 }
 
-void SessionKeeper::restore(const Session &session)
+void SessionKeeper::restore(const Session &session, OpenFiles openFiles)
 {
-    restoreSession(session, *m_window.workspace(), *m_window.viewManager());
+    restoreSession(session, *m_window.workspace(), *m_window.viewManager(), openFiles);
     Q_EMIT filesRestored();
 }
 
@@ -92,6 +100,7 @@ void SessionKeeper::beginClosing()
     const ProjectWorkspace *workspace = m_activity.workspace();
     m_closingSession = openSession();
     m_closingWorkspace = workspace ? workspace->fileName() : QString();
+    m_closingPath = workspace ? pathToOpen(*workspace) : QString();
     m_closingView = m_window.viewManager()->currentView();
     m_closing = true;
 }
@@ -99,7 +108,7 @@ void SessionKeeper::beginClosing()
 void SessionKeeper::cancelClosing()
 {
     m_closing = false;
-    restore(closedSince(m_closingSession, *m_window.viewManager()));
+    restore(closedSince(m_closingSession, *m_window.viewManager()), OpenFiles::GetFurtherView);
     if (m_closingView)
         m_window.viewManager()->activateView(m_closingView, true);
 }
@@ -110,5 +119,5 @@ void SessionKeeper::endClosing()
     if (!m_enabled || (m_skipped && m_closingWorkspace.isEmpty()))
         return;
     save(m_closingWorkspace, m_closingSession);
-    m_window.settings().setValue(LastWorkspaceKey, m_closingWorkspace);
+    m_window.settings().setValue(LastWorkspaceKey, m_closingPath);
 }

@@ -32,7 +32,8 @@ public:
     void skipLastRun() { m_skipped = true; }
     /// Opens the files that were open when the program ended without a workspace.
     void restoreLastFiles();
-    /// The workspace that was open when the program ended; empty for none, and if it is not to be opened again.
+    /// The workspace that was open when the program ended, or its project if it has no file; empty for none, and if it
+    /// is not to be opened again.
     [[nodiscard]] QString lastWorkspace() const;
 
     /// The window is about to close its views: the next start opens the files that are open now.
@@ -46,7 +47,7 @@ Q_SIGNALS:
 
 private:
     void keepOpenFiles();
-    void restore(const Session &session);
+    void restore(const Session &session, OpenFiles openFiles = OpenFiles::GetPlace);
     void restoreFiles();
     [[nodiscard]] Session openSession() const;
     void save(const QString &workspace, const Session &session) const;
@@ -59,6 +60,7 @@ private:
     bool m_skipped = false;
     bool m_closing = false;
     Session m_closingSession;
-    QString m_closingWorkspace;   ///< its file; empty for none
+    QString m_closingWorkspace;   ///< its file, which may not exist; empty for none
+    QString m_closingPath;        ///< what opens it again
     QPointer<View> m_closingView; ///< the current one
 };

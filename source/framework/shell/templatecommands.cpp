@@ -209,9 +209,22 @@ bool TemplateCommands::isOpen(const QString &projectFile) const
     });
 }
 
+/// A new project gets a new workspace file, except in a workspace that is open.
+bool TemplateCommands::mayReplaceWorkspace(const TemplateCopy &order, bool add) const
+{
+    const QString file = order.name + u".vnw"_s;
+    if ((add && m_activity.workspace()) || !QFileInfo(QDir(order.projectPath).filePath(file)).isFile())
+        return true;
+    const QString question = tr("The file '%1' already exists in the project folder.\n\n Do you want to overwrite it?");
+    return showInformation(m_window.dialogParent(), question.arg(file), {QMessageBox::Yes, QMessageBox::Cancel})
+           == QMessageBox::Yes;
+}
+
 void TemplateCommands::copyProject(const TemplateCopy &order, bool add)
 {
     const QPointer<TemplateCommands> self(this);
+    if (!mayReplaceWorkspace(order, add) || !self)
+        return;
     const auto ask = [this](const QString &file) {
         const QString question =
             tr("The file '%1' already exists in the project folder.\n\n Do you want to overwrite it?");
@@ -262,8 +275,10 @@ void TemplateCommands::openResult(const TemplateCopy &order, const QString &path
     if (!QFileInfo::exists(path))
         return warn(tr("File returned from createProject Python function does not exist:\n\n%1").arg(path));
     const QString extension = QFileInfo(path).completeSuffix();
-    if (extension == "vnp"_L1)
+    if (extension == "vnp"_L1 && mayReplaceWorkspace(order, add))
         openProject(order, absolute(path), add);
+    else if (extension == "vnp"_L1)
+        return;
     else if (extension != "vnw"_L1)
         warn(tr("File returned from createProject Python function is not a workspace file (.vnw) or a project file "
                 "(.vnp):\n\n%1")

@@ -48,6 +48,7 @@ private:
     void rememberChoice(const NewProjectDialog &dialog) const;
     void createProject(const TemplateCopy &order, bool add);
     [[nodiscard]] bool isOpen(const QString &projectFile) const;
+    [[nodiscard]] bool mayReplaceWorkspace(const TemplateCopy &order, bool add) const;
     void copyProject(const TemplateCopy &order, bool add);
     void runScript(const TemplateCopy &order, const ProjectTemplate &info, bool add);
     void openResult(const TemplateCopy &order, const QString &path, bool add);

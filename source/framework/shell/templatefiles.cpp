@@ -74,7 +74,10 @@ void TemplateCommands::createFiles(const NewFileDialog &choice)
     if (!choice.addToProject() || !project)
         return;
     paths.removeIf([project](const QString &each) { return project->containsFile(each); });
+    const bool wasSaved = !project->isModified() && project->openedOK() && !project->isNewerOnDisk();
     project->addFiles(paths, nullptr);
+    if (wasSaved)
+        project->save(); // the text is recovered after a crash; if this fails, it is saved later, with a message
 }
 
 /// A document of a file that is to be overwritten must not be saved over the new one. False if the user refuses.

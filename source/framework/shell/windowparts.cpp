@@ -8,6 +8,7 @@
 #include "documentkinds.h"
 #include "editavailability.h"
 #include "extensioncommands.h"
+#include "fileformatbutton.h"
 #include "helpcommands.h"
 #include "helpwidget.h"
 #include "ideapplication.h"
@@ -30,6 +31,7 @@
 #include "scriptreplay.h"
 #include "searchbox.h"
 #include "tabbedviewmanager.h"
+#include "textdocument.h"
 #include "toolbar.h"
 #include "toolbarrows.h"
 #include "uidocument.h"
@@ -162,6 +164,10 @@ void WindowParts::setUpWorkspace()
     QSettings *settings = application()->settings();
     workspace = std::make_unique<Workspace>();
     workspace->setObjectName(u"workspace"_s);
+    QObject::connect(workspace.get(), &Workspace::fileConverted, &window,
+                     [this](TextDocument *document, const TextFileFormat &before) {
+                         services.showMessage(conversionText(*document, before), 0);
+                     });
     if (settings->value(u"Editor/WorkspaceStyle"_s, 0).toInt() == 0)
         viewManager = std::make_unique<TabbedViewManager>(&window);
     else

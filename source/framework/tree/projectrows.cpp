@@ -57,14 +57,27 @@ bool isFolder(const QTreeWidgetItem *item)
     return item->type() == ProjectRows::FolderRTTI;
 }
 
-/// The texts of @p item and of the rows above it, without that of the workspace, which has the number of projects. They
-/// stay when the objects of the model are loaded again.
-QString pathOf(const QTreeWidgetItem *item)
+constexpr int FileNameRole = Qt::UserRole + 100; ///< its object may be deleted before its row
+
+QString fileNameOf(const QTreeWidgetItem *project)
 {
-    QString path;
-    for (; item && item->parent(); item = item->parent())
-        path.prepend(item->text(0) + u'\n');
-    return path;
+    return project->data(0, FileNameRole).toString();
+}
+
+/// Calls @p visit with each row of a folder below @p item, and with a name for it that stays when the objects of the
+/// model are loaded again. @p path is the name of @p item.
+template <typename Visit>
+void forEachFolder(QTreeWidgetItem *item, const QString &path, const Visit &visit)
+{
+    QHash<QString, int> counts; // of folders with one name
+    for (int i = 0; i < item->childCount(); ++i) {
+        QTreeWidgetItem *child = item->child(i);
+        if (!isFolder(child))
+            continue;
+        const QString name = u"%1\n%2\n%3"_s.arg(path, child->text(0), QString::number(counts[child->text(0)]++));
+        visit(static_cast<ListViewItem *>(child), name);
+        forEachFolder(child, name, visit);
+    }
 }
 
 template <typename Object>
@@ -108,13 +121,13 @@ void ProjectRows::addWorkspace(ProjectWorkspace *workspace, const QList<QPointer
 ProjectRows::OpenRows ProjectRows::openRows() const
 {
     OpenRows rows;
-    for (const ProjectTreeItem *item : m_folderItems) {
-        if (item && item->isOpen())
-            rows.openFolders.insert(pathOf(item));
-    }
-    for (const ProjectTreeItem *item : m_projectItems) {
-        if (!item->isOpen())
-            rows.closedProjects.insert(item->text(0));
+    for (ProjectTreeItem *project : m_projectItems) {
+        if (!project->isOpen())
+            rows.closedProjects.insert(fileNameOf(project));
+        forEachFolder(project, fileNameOf(project), [&rows](const ListViewItem *folder, const QString &name) {
+            if (folder->isOpen())
+                rows.openFolders.insert(name);
+        });
     }
     return rows;
 }
@@ -122,22 +135,13 @@ ProjectRows::OpenRows ProjectRows::openRows() const
 void ProjectRows::restore(const OpenRows &rows)
 {
     for (ProjectTreeItem *item : std::as_const(m_projectItems)) {
-        openFoldersBelow(item, rows.openFolders);
-        item->setOpen(!rows.closedProjects.contains(item->text(0)));
-    }
-}
-
-void ProjectRows::openFoldersBelow(QTreeWidgetItem *item, const QSet<QString> &folders)
-{
-    for (int i = 0; i < item->childCount(); ++i) {
-        auto *child = static_cast<ListViewItem *>(item->child(i));
-        if (!isFolder(child))
-            continue;
-        const bool open = folders.contains(pathOf(child));
-        if (open)
-            makeChildren(child);
-        child->setOpen(open);
-        openFoldersBelow(child, folders);
+        forEachFolder(item, fileNameOf(item), [&](ListViewItem *folder, const QString &name) {
+            const bool open = rows.openFolders.contains(name);
+            if (open)
+                makeChildren(folder);
+            folder->setOpen(open);
+        });
+        item->setOpen(!rows.closedProjects.contains(fileNameOf(item)));
     }
 }
 
@@ -145,6 +149,7 @@ ListViewItem *ProjectRows::addProject(ListViewItem *root, ListViewItem *after, P
 {
     auto *item = new ProjectTreeItem(root, after, project->displayName(), project, nullptr, ProjectRTTI, false);
     setUndraggable(item);
+    item->setData(0, FileNameRole, QString(project->basePath() + u'/' + project->name()));
     m_projectItems.insert(project, item);
     setUnmade(item, true);
     item->setOpen(true);
@@ -180,12 +185,12 @@ void ProjectRows::updateMarks()
     }
 }
 
-void ProjectRows::updateFile(const ListViewItem *item)
+void ProjectRows::updateFile(ListViewItem *item)
 {
     const ProjectFile *file = fileOf(item);
     if (!file)
         return;
-    ProjectTreeItem *row = m_fileItems.value(file);
+    auto *row = static_cast<ProjectTreeItem *>(item); // a file that lies in two projects has two
     const QString path = file->project()->absolutePath(file->path());
     const bool exists = QFileInfo::exists(path);
     const Workspace *documents = m_window.workspace();

@@ -42,9 +42,9 @@ public:
     void removeFolder(ProjectFolder *parent, ProjectFolder *folder);
     void removeFile(ProjectFolder *parent, ProjectFile *file);
     void renameFolder(const ProjectFolder *folder, const QString &name);
-    void updateActivity();                     ///< The pictures of active and of inactive projects.
-    void updateMarks();                        ///< Of projects that are modified or could not be loaded.
-    void updateFile(const ListViewItem *item); ///< Whether the file of a row exists, and is open and modified.
+    void updateActivity();               ///< The pictures of active and of inactive projects.
+    void updateMarks();                  ///< Of projects that are modified or could not be loaded.
+    void updateFile(ListViewItem *item); ///< Whether the file of a row exists, and is open and modified.
     /// Hides the rows whose name does not contain @p text and that have no such row below or above them. An empty text
     /// shows all rows, and opens and closes them as they were. False if no row contains it.
     bool filter(const QString &text);
@@ -63,7 +63,7 @@ public:
     [[nodiscard]] ProjectFile *fileOf(const ListViewItem *item) const;
 
 private:
-    /// The rows that are not as they are at first, by their texts and those above.
+    /// The rows that are not as they are at first: folders by their names and those above, projects by their files.
     struct OpenRows
     {
         QSet<QString> openFolders;

@@ -1,6 +1,7 @@
 #include "multiwidget.h"
 #include "activity.h"
 #include "debugqueries.h"
+#include "objectnames.h"
 #include "project.h"
 #include "projectworkspace.h"
 #include <QBoxLayout>
@@ -150,7 +151,8 @@ void MultiWidget::addPane(Project *project, bool tabbed)
     DebugPane *pane = newPane(tabbed ? static_cast<QWidget *>(m_tabs) : this, environment.get(), false);
     if (!pane)
         return;
-    pane->setObjectName(project->name() + u'/' + pane->objectName()); // test drivers find it by the project
+    pane->setObjectName(partOfObjectName(project->name()) + u'/'
+                        + pane->objectName()); // test drivers find it by the project
     if (!tabbed)
         return showSinglePane(pane);
     const int index = m_tabs->addTab(pane, project->displayName().replace(u'&', QStringLiteral("&&")));

@@ -204,7 +204,7 @@ PropertyItem *RegisterWidget::addRow(const RegisterInfo &info, PropertyItem *gro
             Q_EMIT message(tr("'%1' is not a number: %2 was set to 0.").arg(text, name));
         });
         connect(row, &PropertyMultiFormatItem::wideInput, this, [this, name = info.name, bits](const QString &text) {
-            Q_EMIT message(tr("'%1' is wider than the %2 bits of %3.").arg(text).arg(bits).arg(name));
+            Q_EMIT message(tr("'%1' is wider than the %2 bits of %3.").arg(text, QString::number(bits), name));
         });
         return row;
     };
