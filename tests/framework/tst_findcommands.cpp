@@ -277,7 +277,7 @@ private Q_SLOTS:
         for (int i = 0; i < 2; ++i) { // each takes as long
             MatchCounter other;
             const QSignalSpy counted(&other, &MatchCounter::counted);
-            other.start(u"one"_s, TextPattern(u"one"_s, {}));
+            other.start([] { return u"one"_s; }, TextPattern(u"one"_s, {}));
             QTRY_COMPARE(counted.size(), 1);
         }
         const auto *count = dialog->findChild<QLabel *>(u"CountLabel"_s);
