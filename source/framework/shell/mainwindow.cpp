@@ -9,6 +9,7 @@
 #include "ideapplication.h"
 #include "navigator.h"
 #include "outputwindow.h"
+#include "pythoncall.h"
 #include "qtwrapper.h"
 #include "recovery.h"
 #include "textdocument.h"
@@ -254,5 +255,6 @@ void MainWindow::closeEvent(QCloseEvent *event)
     m_parts->sessions->endClosing();
     saveSettings(*m_parts, m_parts->normalGeometry.placement(this));
     QtWrapper::deleteAll();
+    endPython(); // a script that handles events would keep the process alive
     event->accept();
 }
