@@ -34,6 +34,8 @@ SessionKeeper::SessionKeeper(Activity &activity, WindowServices &window, QObject
     : QObject(parent), m_activity(activity), m_window(window), m_store(stateDirectory().filePath(u"sessions"_s))
 {
     connect(&activity, &Activity::workspaceReady, this, &SessionKeeper::restoreFiles);
+    connect(&activity, &Activity::workspaceReady, this,
+            [this] { rememberWorkspace(m_activity.workspace()->fileName()); });
     connect(&activity, &Activity::workspaceClosing, this, &SessionKeeper::keepOpenFiles);
 }
 
@@ -77,8 +79,17 @@ Session SessionKeeper::openSession() const
 /// Does nothing while the window closes, because its views are closed before the workspace.
 void SessionKeeper::keepOpenFiles()
 {
-    if (!m_closing)
-        save(m_activity.workspace()->fileName(), openSession());
+    if (m_closing)
+        return;
+    save(m_activity.workspace()->fileName(), openSession());
+    rememberWorkspace({});
+}
+
+/// At once: the program may end without closing its window.
+void SessionKeeper::rememberWorkspace(const QString &path) const
+{
+    if (m_enabled)
+        m_window.settings().setValue(LastWorkspaceKey, path);
 }
 
 void SessionKeeper::save(const QString &workspace, const Session &session) const
@@ -110,5 +121,5 @@ void SessionKeeper::endClosing()
     if (!m_enabled || (m_skipped && m_closingWorkspace.isEmpty()))
         return;
     save(m_closingWorkspace, m_closingSession);
-    m_window.settings().setValue(LastWorkspaceKey, m_closingWorkspace);
+    rememberWorkspace(m_closingWorkspace);
 }

@@ -49,6 +49,7 @@ private:
     void restore(const Session &session);
     void restoreFiles();
     [[nodiscard]] Session openSession() const;
+    void rememberWorkspace(const QString &path) const;
     void save(const QString &workspace, const Session &session) const;
 
     Activity &m_activity;
