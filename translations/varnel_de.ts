@@ -5049,6 +5049,10 @@ They are kept in the file
 Sie bleiben erhalten in der Datei
 %2</translation>
     </message>
+    <message>
+        <source>%1 (%2; the file on disk is newer)</source>
+        <translation>%1 (%2; die Datei auf dem Datenträger ist neuer)</translation>
+    </message>
 </context>
 <context>
     <name>RegisterList</name>

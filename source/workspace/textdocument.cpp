@@ -160,12 +160,14 @@ bool TextDocument::isNewerOnDisk()
     return info.exists() && info.lastModified() > m_lastModified;
 }
 
-void TextDocument::recover(QString text)
+void TextDocument::recover(QString text, const QDateTime &fileTime)
 {
     m_standIns.putInto(text);
     QTextCursor cursor(m_text.get());
     cursor.select(QTextCursor::Document);
     cursor.insertText(text);
+    if (fileTime.isValid() && fileTime < m_lastModified)
+        m_lastModified = fileTime;
     m_text->setModified(true);
 }
 

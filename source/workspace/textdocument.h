@@ -49,8 +49,9 @@ public:
     /// The whole text, its lines separated by ParagraphSeparator. The copy is kept for further searches until the text
     /// changes or was not used for some seconds: it takes twice the size of the file.
     [[nodiscard]] QString rawText();
-    /// Sets a text that was recovered after a crash; the file is unchanged until the next save.
-    void recover(QString text);
+    /// Sets a text that was recovered after a crash; the file is unchanged until the next save. It is newer than the
+    /// text if it was written after @p fileTime, unless that is unknown.
+    void recover(QString text, const QDateTime &fileTime = {});
 
     /// Markers of lines, counted from 1. A line outside the text is ignored.
     void setMarker(int line, int mask, bool on, bool alternate);
