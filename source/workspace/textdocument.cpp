@@ -8,6 +8,7 @@
 #include "textindent.h"
 #include "varnelassert.h"
 #include "view.h"
+#include <cerrno>
 #include <QDir>
 #include <QFileInfo>
 #include <QFontMetricsF>
@@ -19,6 +20,13 @@ using namespace std::chrono_literals;
 namespace {
 constexpr int SearchSlice = 2000; ///< lines in one step of the search for a bracket
 constexpr auto RawTextLife = 10s; ///< after the last search
+
+/// The system's words for why a file could not be written, if its permissions were not the reason.
+QString otherReason(int error)
+{
+    const bool isOther = QList{ENOSPC, EDQUOT, EFBIG, EIO, ENOENT, ENOTDIR, ENAMETOOLONG}.contains(error);
+    return isOther ? u"\n\n"_s + qt_error_string(error) : QString();
+}
 } // namespace
 
 TextDocument::TextDocument(TextDocumentTemplate *docTemplate)
@@ -128,10 +136,14 @@ bool TextDocument::save()
     QString text = m_text->toRawText();
     text.replace(QChar::ParagraphSeparator, u'\n');
     m_standIns.takeOutOf(text);
-    if (!writeFileSafely(m_filename, encodeText(text, format))) {
+    const QByteArray bytes = encodeText(text, format);
+    errno = 0;
+    if (!writeFileSafely(m_filename, bytes)) {
+        const QString reason = otherReason(errno);
         showDocumentWarning(tr("The following file could not be written:\n%1\n\nPlease check that this file is not "
                                "read-only and you have permission to write to it.")
-                                .arg(nativeFilename()));
+                                .arg(nativeFilename())
+                            + reason);
         return false;
     }
     setFormat(format);
