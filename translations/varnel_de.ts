@@ -8823,6 +8823,10 @@ Möchten Sie die Änderungen speichern?</translation>
         <source>????</source>
         <translation>????</translation>
     </message>
+    <message>
+        <source>The value cannot be changed: %1</source>
+        <translation>Der Wert kann nicht geändert werden: %1</translation>
+    </message>
 </context>
 <context>
     <name>Workspace</name>
