@@ -316,6 +316,8 @@ private Q_SLOTS:
         QCOMPARE(outcome.exitCode, 0);
         QCOMPARE(opened, views);
         QCOMPARE(loaded, projects);
+        const QSettings settings(m_installation->settingsFile(), QSettings::IniFormat);
+        QCOMPARE(settings.contains(u"RecentFiles/Workspace0"_s), !projects.isEmpty());
     }
 
     void failedOpenDoesNotCountAsABadOption_data()
