@@ -84,6 +84,7 @@ private:
     QString m_compileMenuText;         ///< "%1" stands for the file
     QString m_currentFile;
     bool m_forDebug = false; ///< the build belongs to the start of a session
+    bool m_hasSteps = false; ///< the build has reported one
     QElapsedTimer m_time;    ///< since the start of the work that is shown in the status bar; invalid if there is none
     QPointer<const Project> m_built;    ///< its environment works, or has worked last
     QList<QPointer<Project>> m_waiting; ///< to be built next, by buildAllProjects()
