@@ -5096,6 +5096,10 @@ They are kept in the file
 Sie bleiben erhalten in der Datei
 %2</translation>
     </message>
+    <message>
+        <source>%1 (%2; the file on disk is newer)</source>
+        <translation>%1 (%2; die Datei auf dem Datenträger ist neuer)</translation>
+    </message>
 </context>
 <context>
     <name>RegisterList</name>
@@ -8877,6 +8881,10 @@ Möchten Sie den Text wieder speichern?</translation>
     <message>
         <source>????</source>
         <translation>????</translation>
+    </message>
+    <message>
+        <source>The value cannot be changed: %1</source>
+        <translation>Der Wert kann nicht geändert werden: %1</translation>
     </message>
 </context>
 <context>

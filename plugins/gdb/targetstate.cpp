@@ -14,13 +14,21 @@ bool isAlive(TargetState state)
     return state.phase == TargetState::Stopped || state.phase == TargetState::Running;
 }
 
+/// gdb names the option by which the expression was given.
+QString watchedExpression(const MiValue &watchpoint)
+{
+    const QString text = watchpoint.text(u"exp");
+    const auto option = u"-location "_s;
+    return text.startsWith(option) ? text.mid(option.size()) : text;
+}
+
 QString watchText(const MiValue &results)
 {
     for (const QStringView kind : {u"wpt", u"hw-awpt", u"hw-rwpt"}) {
         if (!results.contains(kind))
             continue;
         const MiValue value = results[u"value"];
-        const QString expression = results[kind].text(u"exp");
+        const QString expression = watchedExpression(results[kind]);
         if (value.contains(u"new"))
             return Text::tr("%1 was %2 and is %3.").arg(expression, value.text(u"old"), value.text(u"new"));
         return Text::tr("%1 was read: %2.").arg(expression, value.text(u"value"));

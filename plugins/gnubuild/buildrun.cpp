@@ -25,6 +25,22 @@ void linkDatabase(const BuildDescription &description)
     updateLink(directory.path() + DatabaseName, directory.fileName() + DatabaseName);
 }
 
+/// A name as it is, from the form in which ninja passes it to the shell: 'host'\''s x'.
+QString withoutQuotes(const QString &word)
+{
+    QString name;
+    bool quoted = false;
+    for (qsizetype i = 0; i < word.size(); ++i) {
+        if (word[i] == u'\'')
+            quoted = !quoted;
+        else if (word[i] == u'\\' && !quoted && i + 1 < word.size())
+            name += word[++i];
+        else
+            name += word[i];
+    }
+    return name;
+}
+
 /// "[1/9] Compiling main.c" in the language of the program. The file of ninja stays the same in all languages, or a
 /// change of the language would make it build again.
 QString stepText(const QString &line)
@@ -37,7 +53,7 @@ QString stepText(const QString &line)
     const QString text = work == "Compiling"_L1 ? BuildRun::tr("Compiling %1")
                          : work == "Linking"_L1 ? BuildRun::tr("Linking %1")
                                                 : BuildRun::tr("Making %1");
-    return match.captured(1) + text.arg(match.captured(3));
+    return match.captured(1) + text.arg(withoutQuotes(match.captured(3)));
 }
 } // namespace
 
@@ -177,7 +193,7 @@ void BuildRun::showLine(const QString &text)
         m_work->collected += text;
         return;
     }
-    if (text.endsWith(u"] Linking "_s + m_work->description.output))
+    if (withoutQuotes(text).endsWith(u"] Linking "_s + m_work->description.output))
         m_linked += m_work->description.output;
     if (text == u"ninja: no work to do.")
         Q_EMIT line(tr("Everything is up to date."));

@@ -5,6 +5,7 @@
 #include <QMenu>
 #include <QMimeData>
 #include <QRegularExpression>
+#include <QScrollBar>
 #include <QTextBlock>
 using namespace Qt::StringLiterals;
 
@@ -54,6 +55,21 @@ bool isTyped(const QKeyEvent &event)
 bool isBreak(const QKeyEvent &event)
 {
     return event.key() == Qt::Key_Z && event.modifiers() & Qt::ControlModifier;
+}
+
+/// The lines are not longer than @p width, as far as the names are not.
+QString linesOfNames(const QStringList &names, const QFontMetrics &metrics, int width)
+{
+    QString lines;
+    QString line;
+    for (const QString &name : names) {
+        const QString longer = line.isEmpty() ? name : line + u"  "_s + name;
+        const bool fits = line.isEmpty() || metrics.horizontalAdvance(longer) <= width;
+        if (!fits)
+            lines += line + u'\n';
+        line = fits ? longer : name;
+    }
+    return lines + line;
 }
 
 bool isCompletion(const QKeyEvent &event)
@@ -426,7 +442,9 @@ void CommandLineWindow::listNames(const QStringList &names)
     const QString line = input();
     const QString prompt = m_inputStart.block().text().left(m_inputStart.positionInBlock());
     const int typed = textCursor().position() - m_inputStart.position();
-    showOutput(u'\n' + names.join("  "_L1) + u'\n' + prompt);
+    const qreal room =
+        contentsRect().width() - verticalScrollBar()->sizeHint().width() - 2 * document()->documentMargin();
+    showOutput(u'\n' + linesOfNames(names, fontMetrics(), int(room)) + u'\n' + prompt);
     insertInput(line);
     moveTo(m_inputStart.position() + typed);
 }

@@ -8,6 +8,7 @@ namespace {
 
 int callDepth = 0;
 bool breakQueued = false;
+bool ending = false;
 
 int raiseKeyboardInterrupt(void *)
 {
@@ -36,8 +37,10 @@ PythonCall::~PythonCall()
     if (callDepth == 1)
         takeLateBreak();
     PythonOutput::flushAll();
-    if (--callDepth == 0)
-        letPythonThreadsRun();
+    if (--callDepth > 0)
+        return;
+    ending = false;
+    letPythonThreadsRun();
 }
 
 bool PythonCall::isRunning()
@@ -51,4 +54,14 @@ void breakPython()
         deferPythonError(PyExc_KeyboardInterrupt, QString());
     else if (!breakQueued)
         breakQueued = Py_AddPendingCall(raiseKeyboardInterrupt, nullptr) == 0;
+}
+
+void endPython()
+{
+    ending = PythonCall::isRunning();
+}
+
+bool isPythonEnding()
+{
+    return ending;
 }

@@ -19,3 +19,9 @@ private:
 /// Raises KeyboardInterrupt in the running script as soon as it gets control. If none runs, the interrupt is printed
 /// after the next call.
 void breakPython();
+
+/// For the end of the program: raises KeyboardInterrupt in the running scripts whenever they handle events, until they
+/// have ended. Nothing happens if none runs.
+void endPython();
+/// Whether a script runs that has to end.
+[[nodiscard]] bool isPythonEnding();

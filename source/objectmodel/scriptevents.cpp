@@ -1,4 +1,5 @@
 #include "scriptevents.h"
+#include "pythoncall.h"
 #include "pythonoutput.h"
 #include "scripttypes.h"
 #include <algorithm>
@@ -32,6 +33,15 @@ void raiseInterrupts()
     if (PyErr_CheckSignals() != 0 || Py_MakePendingCalls() != 0)
         throw py::error_already_set();
 }
+
+/// A script that waits for something would go on without a window.
+void raiseIfProgramEnds()
+{
+    if (!isPythonEnding())
+        return;
+    PyErr_SetNone(PyExc_KeyboardInterrupt);
+    throw py::error_already_set();
+}
 } // namespace
 
 void handleEvents(std::chrono::milliseconds time)
@@ -39,11 +49,13 @@ void handleEvents(std::chrono::milliseconds time)
     if (time <= 0ms) {
         PythonOutput::flushAll();
         QCoreApplication::processEvents(QEventLoop::AllEvents, 0);
+        raiseIfProgramEnds();
     }
     const QDeadlineTimer end(std::max(time, 0ms));
     while (!end.hasExpired()) {
         handleEventsOfSlice(std::clamp(std::chrono::milliseconds(end.remainingTime()), 1ms, Slice));
         letThreadsWork();
         raiseInterrupts();
+        raiseIfProgramEnds();
     }
 }

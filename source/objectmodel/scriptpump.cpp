@@ -1,9 +1,13 @@
 #include "scriptpump.h"
 #include "commandlinewindow.h"
+#include "pythoncall.h"
 #include <Python.h>
+#include <QAction>
 #include <QApplication>
 #include <QKeyEvent>
+#include <QMainWindow>
 
+using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 
 namespace {
@@ -17,6 +21,28 @@ bool processing = false;
 bool interruptsScripts(const QKeyEvent &event)
 {
     return event.modifiers() == Qt::ControlModifier && (event.key() == Qt::Key_C || event.key() == Qt::Key_Z);
+}
+
+bool endsTheProgram(QObject *object, const QEvent &event)
+{
+    return event.type() == QEvent::Close ? qobject_cast<QMainWindow *>(object) != nullptr
+                                         : event.type() == QEvent::Shortcut && object->objectName() == "fileExit"_L1;
+}
+
+void askForTheEnd(QObject *object)
+{
+    if (auto *action = qobject_cast<QAction *>(object))
+        QMetaObject::invokeMethod(action, &QAction::trigger, Qt::QueuedConnection);
+    else
+        QMetaObject::invokeMethod(static_cast<QWidget *>(object), &QWidget::close, Qt::QueuedConnection);
+}
+
+int interruptIfProgramEnds()
+{
+    if (!isPythonEnding())
+        return 0;
+    PyErr_SetNone(PyExc_KeyboardInterrupt);
+    return -1;
 }
 } // namespace
 
@@ -35,6 +61,8 @@ ScriptPump::~ScriptPump()
     m_thread.join();
     PyEval_RestoreThread(own);
     innermost = m_outer;
+    if (m_exit)
+        askForTheEnd(m_exit);
 }
 
 /// Python runs pending calls only after another thread has requested its lock.
@@ -61,13 +89,19 @@ int ScriptPump::processEvents(void *)
     if (pump)
         QCoreApplication::instance()->removeEventFilter(pump);
     processing = false;
-    return 0;
+    return interruptIfProgramEnds();
 }
 
 bool ScriptPump::eventFilter(QObject *object, QEvent *event)
 {
     if (QApplication::activeModalWidget())
         return false;
+    if (endsTheProgram(object, *event)) {
+        m_exit = object;
+        breakPython();
+    }
+    if (event->type() == QEvent::Close)
+        event->ignore(); // else the window would be hidden
     return event->type() == QEvent::Shortcut || (object->isWidgetType() && !mayPass(object, *event));
 }
 

@@ -282,14 +282,18 @@ void TimePlot::paintScales(QPainter &painter, const ValueRange &range) const
                          Qt::AlignRight | Qt::AlignVCenter, plotValueText(value, values.step));
     }
     const int tickWidth = metrics.horizontalAdvance(u'0') * WidthOfTick;
-    const PlotTicks times = plotTimeTicks(std::max<qint64>(0, end() - m_span), end(), area.width() / tickWidth);
+    const PlotTicks times = plotTimeTicks(end() - m_span, end(), area.width() / tickWidth);
     for (const double time : times.values) {
+        if (time < 0)
+            continue; // the recording is shorter than the scale
         const int x = int(std::lround(xOf(qint64(time))));
         painter.setPen(grid);
         painter.drawLine(x, area.top(), x, area.bottom());
         painter.setPen(label);
-        painter.drawText(QRect(x - tickWidth / 2, area.bottom() + Gap, tickWidth, metrics.height()),
-                         Qt::AlignHCenter | Qt::AlignTop, plotTimeText(qint64(time), qint64(times.step)));
+        const QString caption = plotTimeText(qint64(time), qint64(times.step));
+        const int width = metrics.horizontalAdvance(caption);
+        const int left = std::min(x - width / 2, rect().right() - width); // the last one is not cut off
+        painter.drawText(left, area.bottom() + Gap + metrics.ascent(), caption);
     }
     painter.setPen(mixed(base, text, 0.35));
     painter.drawRect(area.adjusted(0, 0, -1, -1));

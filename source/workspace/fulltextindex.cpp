@@ -161,7 +161,7 @@ QString FullTextIndex::searchResultsPage(const QString &query) const
 {
     const QList<WordIndex::Doc> found = m_index.find(query);
     QString page = tr("<html><head><title>Search Results</title></head><body>")
-                   + tr("<h2>Search results for \"%1\":</h2>").arg(query);
+                   + tr("<h2>Search results for \"%1\":</h2>").arg(query.toHtmlEscaped());
     for (const WordIndex::Doc doc : found.mid(0, MostResults)) {
         const QString path = m_index.path(doc);
         QString title;

@@ -1,5 +1,6 @@
 #include "recovery.h"
 #include "messages.h"
+#include "newerfile.h"
 #include "swapfile.h"
 #include "textdocument.h"
 #include "workspace.h"
@@ -21,8 +22,8 @@ QString question(const QList<RecoverableText> &texts)
 {
     QStringList names;
     for (const RecoverableText &text : texts.first(std::min(texts.size(), MostNamed)))
-        names += Recovery::tr("%1 (%2)").arg(QDir::toNativeSeparators(text.filename),
-                                             QLocale().toString(text.time, QLocale::ShortFormat));
+        names += (text.isNewerOnDisk() ? Recovery::tr("%1 (%2; the file on disk is newer)") : Recovery::tr("%1 (%2)"))
+                     .arg(QDir::toNativeSeparators(text.filename), QLocale().toString(text.time, QLocale::ShortFormat));
     if (texts.size() > MostNamed)
         names += Recovery::tr("and %n more", nullptr, int(texts.size() - MostNamed));
     return Recovery::tr("The program ended before changes to these files were saved:\n\n%1\n\n"
@@ -37,7 +38,8 @@ bool recover(Workspace &workspace, const RecoverableText &text)
     auto *document = content ? qobject_cast<TextDocument *>(workspace.openOrCreate(text.filename)) : nullptr;
     if (!document)
         return false;
-    document->recover(*content);
+    document->recover(*content, text.fileTime);
+    noteReported(document); // the question named a newer file
     if (SwapFile *swap = document->swapFile())
         swap->flush();
     discardRecoverableText(text);

@@ -9,7 +9,8 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-constexpr quint32 Magic = 0x56535731; // "VSW1"
+constexpr quint32 Magic = 0x56535732;            // "VSW2"
+constexpr quint32 MagicWithoutTime = 0x56535731; // "VSW1"
 const auto Suffix = u".swap"_s;
 const auto LockSuffix = u".lock"_s;
 
@@ -19,7 +20,7 @@ QString newSwapPath(const QString &directory)
     return QDir(directory).filePath(QUuid::createUuid().toString(QUuid::Id128) + Suffix);
 }
 
-void writeSwapFile(const QString &path, const QString &filename, const QString &text)
+void writeSwapFile(const QString &path, const QString &filename, const QDateTime &fileTime, const QString &text)
 {
     QSaveFile file(path);
     if (!file.open(QIODevice::WriteOnly))
@@ -27,7 +28,7 @@ void writeSwapFile(const QString &path, const QString &filename, const QString &
     file.setPermissions(QFileDevice::ReadOwner | QFileDevice::WriteOwner);
     QDataStream stream(&file);
     stream.setVersion(QDataStream::Qt_6_4);
-    stream << Magic << filename << QDateTime::currentDateTimeUtc() << text.toUtf8();
+    stream << Magic << filename << QDateTime::currentDateTimeUtc() << fileTime << text.toUtf8();
     file.commit();
 }
 
@@ -37,9 +38,11 @@ bool readHead(QDataStream &stream, RecoverableText &head)
     stream.setVersion(QDataStream::Qt_6_4);
     quint32 magic = 0;
     stream >> magic;
-    if (magic != Magic)
+    if (magic != Magic && magic != MagicWithoutTime)
         return false;
     stream >> head.filename >> head.time;
+    if (magic == Magic)
+        stream >> head.fileTime;
     head.time = head.time.toLocalTime();
     return stream.status() == QDataStream::Ok && !head.filename.isEmpty();
 }
@@ -92,11 +95,11 @@ void SwapFile::write()
 {
     if (!m_document->modified() || (!m_lock.isLocked() && !m_lock.tryLock()))
         return;
-    m_writer.start([path = m_path, filename = m_document->filename(), text = m_document->wholeText()->toRawText(),
-                    standIns = m_document->standIns()]() mutable {
+    m_writer.start([path = m_path, filename = m_document->filename(), fileTime = m_document->lastModified(),
+                    text = m_document->wholeText()->toRawText(), standIns = m_document->standIns()]() mutable {
         text.replace(QChar::ParagraphSeparator, u'\n');
         standIns.takeOutOf(text);
-        writeSwapFile(path, filename, text);
+        writeSwapFile(path, filename, fileTime, text);
     });
 }
 
@@ -110,6 +113,12 @@ void SwapFile::remove()
     m_lock.unlock();
 }
 
+bool RecoverableText::isNewerOnDisk() const
+{
+    const QFileInfo info(filename);
+    return fileTime.isValid() && info.exists() && info.lastModified() > fileTime;
+}
+
 QList<RecoverableText> recoverableTexts(const QString &directory)
 {
     QList<RecoverableText> texts;
@@ -118,7 +127,7 @@ QList<RecoverableText> recoverableTexts(const QString &directory)
         if (!file.open(QIODevice::ReadOnly))
             continue;
         QDataStream stream(&file);
-        RecoverableText text{info.filePath(), {}, {}};
+        RecoverableText text{info.filePath(), {}, {}, {}};
         if (readHead(stream, text) && !ownerIsAlive(info.filePath()))
             texts.append(text);
     }

@@ -40,8 +40,11 @@ private:
 struct RecoverableText
 {
     QString swapFile;
-    QString filename; ///< of the document
-    QDateTime time;   ///< of the copy
+    QString filename;        ///< of the document
+    QDateTime time;          ///< of the copy
+    QDateTime fileTime = {}; ///< of the file when its text was read; invalid if it is unknown
+    /// Whether the document's file was written after its text was read.
+    [[nodiscard]] bool isNewerOnDisk() const;
 };
 
 /// The copies in @p directory whose program has ended, ordered by document and then by time. Other files are skipped.

@@ -11,6 +11,7 @@
 #include "textloading.h"
 #include "varnelassert.h"
 #include "view.h"
+#include <cerrno>
 #include <QDir>
 #include <QFileInfo>
 #include <QFontMetricsF>
@@ -22,6 +23,13 @@ using namespace std::chrono_literals;
 namespace {
 constexpr int SearchSlice = 2000; ///< lines in one step of the search for a bracket
 constexpr auto RawTextLife = 10s; ///< after the last search
+
+/// The system's words for why a file could not be written, if its permissions were not the reason.
+QString otherReason(int error)
+{
+    const bool isOther = QList{ENOSPC, EDQUOT, EFBIG, EIO, ENOENT, ENOTDIR, ENAMETOOLONG}.contains(error);
+    return isOther ? u"\n\n"_s + qt_error_string(error) : QString();
+}
 } // namespace
 
 TextDocument::TextDocument(TextDocumentTemplate *docTemplate)
@@ -154,11 +162,15 @@ bool TextDocument::adoptFile()
 bool TextDocument::save()
 {
     TextFileFormat format = m_format;
-    if (!writeFileSafely(m_filename, encodeText(fileText(), format))) {
+    const QByteArray bytes = encodeText(fileText(), format);
+    errno = 0;
+    if (!writeFileSafely(m_filename, bytes)) {
+        const QString reason = otherReason(errno);
         noticeLostFile(this); // with its folder
         showDocumentWarning(tr("The following file could not be written:\n%1\n\nPlease check that this file is not "
                                "read-only and you have permission to write to it.")
-                                .arg(nativeFilename()));
+                                .arg(nativeFilename())
+                            + reason);
         return false;
     }
     format.mixed = false;
@@ -194,12 +206,14 @@ bool TextDocument::isNewerOnDisk()
     return info.exists() && info.lastModified() > m_lastModified;
 }
 
-void TextDocument::recover(QString text)
+void TextDocument::recover(QString text, const QDateTime &fileTime)
 {
     m_standIns.putInto(text);
     QTextCursor cursor(wholeText());
     cursor.select(QTextCursor::Document);
     cursor.insertText(text);
+    if (fileTime.isValid() && fileTime < m_lastModified)
+        m_lastModified = fileTime;
     m_text->setModified(true);
 }
 

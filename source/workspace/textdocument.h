@@ -62,8 +62,9 @@ public:
     [[nodiscard]] QString rawText();
     /// If the file holds exactly this text, the document counts as saved. Returns whether it does.
     bool adoptFile();
-    /// Sets a text that was recovered after a crash; the file is unchanged until the next save.
-    void recover(QString text);
+    /// Sets a text that was recovered after a crash; the file is unchanged until the next save. It is newer than the
+    /// text if it was written after @p fileTime, unless that is unknown.
+    void recover(QString text, const QDateTime &fileTime = {});
 
     /// Markers of lines, counted from 1. A line outside the text is ignored.
     void setMarker(int line, int mask, bool on, bool alternate);

@@ -17,13 +17,21 @@ public:
         calls += expression;
         if (onEvaluate)
             onEvaluate();
-        if (const qsizetype at = expression.indexOf(u'='); at > 0)
-            values.insert(expression.left(at), expression.mid(at + 1));
+        if (expression == refused) {
+            result = QStringLiteral("no number");
+            return 1;
+        }
+        if (const qsizetype at = expression.indexOf(u'='); at > 0) {
+            result = expression.mid(at + 1);
+            values.insert(expression.left(at), result);
+            return 0;
+        }
         result = values.value(expression, QStringLiteral("no symbol"));
         return values.contains(expression) ? 0 : 1;
     }
 
     QHash<QString, QString> values; ///< of expressions; an assignment sets one
+    QString refused;                ///< an expression that cannot be evaluated
     QStringList calls;              ///< the evaluated expressions
     std::function<void()> onEvaluate;
 

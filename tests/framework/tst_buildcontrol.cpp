@@ -1111,6 +1111,24 @@ private Q_SLOTS:
         QCOMPARE(story(), u"first.stop()\nlast.stop()"_s);
     }
 
+    void buildForDebugWithoutAStepIsNotReportedAsABuild()
+    {
+        Project *project = addBuildProject(u"fw"_s, {}, {IDebugBuild::Iid});
+        m_status.clear();
+        QVERIFY(m_control->buildForDebug(project));
+        m_output->outputLine(OutputWindow::Build, u"'build/fw' is used as it is, older than its sources.\n"_s);
+        m_control->buildFinished(true);
+        QCOMPARE(m_status, QStringList());
+        QVERIFY(m_control->buildForDebug(project));
+        m_output->outputLine(OutputWindow::Build, u"[1/1] Compiling main.c\n"_s);
+        m_control->buildFinished(true);
+        QVERIFY(m_status.value(1).startsWith(u"Build finished in "_s));
+        m_status.clear();
+        QVERIFY(m_control->buildForDebug(project));
+        m_control->buildFinished(false);
+        QVERIFY(m_status.value(0).startsWith(u"Build failed after "_s));
+    }
+
     void buildForDebugSetsTheBuildingState()
     {
         Project *project = addBuildProject(u"fw"_s, {}, {IDebugBuild::Iid});

@@ -1,5 +1,6 @@
 #include "activity.h"
 #include "commandline.h"
+#include "commandlinewindow.h"
 #include "document.h"
 #include "entry.h"
 #include "ideapplication.h"
@@ -315,6 +316,8 @@ private Q_SLOTS:
         QCOMPARE(outcome.exitCode, 0);
         QCOMPARE(opened, views);
         QCOMPARE(loaded, projects);
+        const QSettings settings(m_installation->settingsFile(), QSettings::IniFormat);
+        QCOMPARE(settings.contains(u"RecentFiles/Workspace0"_s), !projects.isEmpty());
     }
 
     void failedOpenDoesNotCountAsABadOption_data()
@@ -328,6 +331,30 @@ private Q_SLOTS:
     {
         QFETCH(QList<QByteArray>, arguments);
         const Outcome outcome = run(*m_installation, arguments);
+        QVERIFY(outcome.loopEntered);
+        QCOMPARE(outcome.exitCode, 0);
+    }
+
+    void endOfTheProgramEndsAScriptThatHandlesEvents_data()
+    {
+        QTest::addColumn<QString>("call");
+        QTest::newRow("for some time") << u"app.processEvents(20)"_s;
+        QTest::newRow("without waiting") << u"app.processEvents()"_s;
+    }
+
+    void endOfTheProgramEndsAScriptThatHandlesEvents()
+    {
+        QFETCH(const QString, call);
+        bool ended = false;
+        const Outcome outcome = run(*m_installation, {"varnel"}, [&] {
+            auto *console = mainWindow()->findChild<CommandLineWindow *>();
+            QTimer::singleShot(0, mainWindow(), [] { mainWindow()->close(); });
+            Q_EMIT console->inputLine(u"from varnel import app"_s);
+            Q_EMIT console->inputLine(u"while True: "_s + call);
+            Q_EMIT console->inputLine(QString());
+            ended = console->toPlainText().contains(u"KeyboardInterrupt"_s);
+        });
+        QVERIFY(ended);
         QVERIFY(outcome.loopEntered);
         QCOMPARE(outcome.exitCode, 0);
     }

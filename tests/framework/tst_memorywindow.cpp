@@ -622,6 +622,24 @@ private Q_SLOTS:
         QCOMPARE(calls(), QString());
     }
 
+    void addressOfAnotherRegionSelectsIt()
+    {
+        m_memory->list = {region(u"Flash"_s, 1, 0, 0xFFFF), region(u"RAM"_s, 2, 0x20000000, 0x2000FFFF)};
+        show(4, 4);
+        enterAddress(u"0x20000100"_s);
+        QCOMPARE(regionBox()->currentText(), u"RAM"_s);
+        QCOMPARE(top(), u"20000100"_s);
+        enterAddress(u"ff"_s); // no number
+        QCOMPARE(regionBox()->currentText(), u"RAM"_s);
+        QCOMPARE(top(), u"20000000"_s);
+        enterAddress(u"0x30000000"_s); // in no region
+        QCOMPARE(regionBox()->currentText(), u"RAM"_s);
+        QCOMPARE(top(), u"2000FFFF"_s);
+        enterAddress(u"0"_s);
+        QCOMPARE(regionBox()->currentText(), u"Flash"_s);
+        QCOMPARE(top(), u"0000"_s);
+    }
+
     void returnReadsTheShownAddressAgain()
     {
         selectRam();

@@ -235,6 +235,13 @@ private Q_SLOTS:
         QCOMPARE(m_dialog->projectPath(), u"/x"_s);
     }
 
+    void dialogWithItsFrameFitsASmallScreen()
+    {
+        open();
+        QVERIFY2(m_dialog->height() <= 540, qPrintable(QString::number(m_dialog->height())));
+        QVERIFY(m_dialog->width() <= 780);
+    }
+
     void longPlaceDoesNotWidenTheDialog()
     {
         open();

@@ -25,6 +25,13 @@ qsizetype copies(const WindowFixture &f)
     return recoverableTexts(swapDirectory(f).path()).size();
 }
 
+void setTime(const QString &path, const QDateTime &time)
+{
+    QFile file(path);
+    QVERIFY(file.open(QIODevice::ReadWrite));
+    QVERIFY(file.setFileTime(time, QFileDevice::FileModificationTime));
+}
+
 /// Writes a copy of @p text like those that remain after a crash.
 void crash(const WindowFixture &f, const QString &name, const QString &text)
 {
@@ -113,6 +120,27 @@ private Q_SLOTS:
         QCOMPARE(f.answers->shown.size(), 1);
         QCOMPARE(f.openFiles(), QStringList(u"a.c *"_s));
         QCOMPARE(f.text(), u"A old"_s);
+        f.window->fileSave();
+        QCOMPARE(f.read(u"a.c"_s), QByteArray("A old"));
+    }
+
+    void newerFileIsNamedAndNotOverwrittenUnasked()
+    {
+        const WindowFixture f;
+        f.write(u"a.c"_s, "old");
+        crash(f, u"a.c"_s, u"A "_s);
+        f.write(u"a.c"_s, "other");
+        setTime(f.path(u"a.c"_s), QDateTime::currentDateTime().addSecs(60));
+        f.answers->press(QMessageBox::Yes);
+        f.window->continueLastRun();
+        QVERIFY2(f.answers->shown.value(0).contains(u"; the file on disk is newer)\n"_s),
+                 qPrintable(f.answers->shown.value(0)));
+        QCOMPARE(f.text(), u"A old"_s);
+        f.answers->press(QMessageBox::Cancel);
+        f.window->fileSave();
+        QVERIFY(f.answers->shown.value(1).contains(u"newer version of this file exists on disk"_s));
+        QCOMPARE(f.read(u"a.c"_s), QByteArray("other"));
+        f.answers->press(QMessageBox::Ok);
         f.window->fileSave();
         QCOMPARE(f.read(u"a.c"_s), QByteArray("A old"));
     }

@@ -153,6 +153,15 @@ private Q_SLOTS:
         QVERIFY(f.recent(u"Workspace"_s).isEmpty());
     }
 
+    void workspaceThatIsOpenIsRememberedAtOnce()
+    {
+        const WindowFixture f;
+        QVERIFY(f.window->openWorkspace(f.writeWorkspace(u"all.vnw"_s, {}), false));
+        QCOMPARE(f.window->sessions().lastWorkspace(), f.path(u"all.vnw"_s));
+        QVERIFY(f.window->closeWorkspace());
+        QCOMPARE(f.window->sessions().lastWorkspace(), QString());
+    }
+
     void eachWorkspaceHasFilesOfItsOwn()
     {
         const WindowFixture f;

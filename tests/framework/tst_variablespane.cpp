@@ -201,6 +201,27 @@ private Q_SLOTS:
         QCOMPARE(bold(), QString());
     }
 
+    void valuesAreComparedWithTheLastStopAfterALongRun()
+    {
+        addVariables();
+        pause();
+        row(1)->setExpanded(true);
+        m_activity->setState(StateRunning);
+        QTRY_COMPARE(list()->topLevelItemCount(), 0);
+        stub().scopeVariables[IVariables::Locals][0].value = u"4"_s;
+        stub().members[u"origin"_s][1].value = u"5"_s;
+        stub().scopeVariables[IVariables::Locals].append(scalar(u"more"_s, u"1"_s));
+        pause();
+        QTRY_COMPARE(bold(), u"i y"_s);
+        m_activity->setState(StateRunning);
+        QTRY_COMPARE(list()->topLevelItemCount(), 0);
+        stub().place = StackPlace{1, 1}; // another function
+        stub().scopeVariables[IVariables::Locals][0].value = u"5"_s;
+        pause();
+        QTRY_COMPARE(list()->topLevelItemCount(), 4);
+        QCOMPARE(bold(), QString());
+    }
+
     void rowsFollowTheVariablesInScope()
     {
         addVariables();

@@ -146,6 +146,24 @@ private Q_SLOTS:
         QCOMPARE(changed.size(), 1);
     }
 
+    void refusedValueIsReportedAndNotMarked()
+    {
+        enter(0, 0, u"x"_s);
+        m_window->update();
+        QCOMPARE(rows(), u"x = 1\n"_s + Placeholder);
+        const QSignalSpy messages(m_window.get(), &WatchWindow::message);
+        m_plugin->refused = u"x=zzz"_s;
+        enter(0, 1, u"zzz"_s);
+        QCOMPARE(rows(), u"x = 1\n"_s + Placeholder);
+        QCOMPARE(messages.size(), 1);
+        QCOMPARE(messages.first().first().toString(), u"The value cannot be changed: no number"_s);
+        enter(0, 1, u"5"_s);
+        QCOMPARE(messages.size(), 1);
+        m_plugin->values.insert(u"x"_s, u"6"_s);
+        m_window->update();
+        QCOMPARE(rows(), u"x = 6*\n"_s + Placeholder);
+    }
+
     void clickOnThePlaceholderEmptiesIt()
     {
         click(0, 1);

@@ -6,6 +6,7 @@
 #include <QSignalSpy>
 #include <QTest>
 #include <QTextBlock>
+#include <QTextLayout>
 using namespace Qt::StringLiterals;
 
 using Keys = QList<QKeyCombination>;
@@ -97,6 +98,7 @@ private Q_SLOTS:
         QTest::failOnWarning(QRegularExpression(u".?"_s));
         m_surroundings = std::make_unique<Surroundings>();
         m_console = new CommandLineWindow(m_surroundings.get());
+        m_console->resize(400, 200);
         m_console->outputLine(u"past\n"_s);
         m_console->outputLine(u">>> "_s);
     }
@@ -765,6 +767,26 @@ private Q_SLOTS:
         press(Qt::Key_Space, Qt::ControlModifier);
         QCOMPARE(shown(), expected);
         QCOMPARE(asked, word);
+    }
+    void namesThatAreListedAreNotBrokenAtTheEdge()
+    {
+        QStringList names;
+        for (int i = 0; i < 40; ++i)
+            names.append(QChar(u'a' + i % 26) + u"_name_%1("_s.arg(i));
+        m_console->setCompleter([&](const QString &) { return names; });
+        m_surroundings->resize(400, 200);
+        m_surroundings->show();
+        type(u"x"_s);
+        press(Qt::Key_Space, Qt::ControlModifier);
+        QStringList listed;
+        for (QTextBlock block = m_console->document()->begin(); block.isValid(); block = block.next()) {
+            if (!block.text().contains(u"_name_"_s))
+                continue;
+            QVERIFY(block.layout()->boundingRect().isValid());
+            QCOMPARE(block.layout()->lineCount(), 1);
+            listed += block.text().split(u"  "_s);
+        }
+        QCOMPARE(listed, names);
     }
     void completionInTheOutputCompletesTheInput()
     {

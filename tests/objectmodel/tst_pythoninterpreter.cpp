@@ -4,14 +4,32 @@
 #include "pythonstring.h"
 #include "scriptdirectories.h"
 #include <Python.h>
+#include <QAction>
 #include <QApplication>
+#include <QCloseEvent>
 #include <QLineEdit>
+#include <QMainWindow>
 #include <QProcess>
 #include <QPushButton>
 #include <QTest>
 #include <QTimer>
 #include <sys/stat.h>
 using namespace Qt::StringLiterals;
+
+/// A main window that counts how often it was closed.
+class ClosedWindow : public QMainWindow
+{
+public:
+    ClosedWindow() { show(); }
+    int closed = 0;
+
+protected:
+    void closeEvent(QCloseEvent *event) override
+    {
+        ++closed;
+        QMainWindow::closeEvent(event);
+    }
+};
 
 class TestPythonInterpreter : public QObject
 {
@@ -270,6 +288,37 @@ private Q_SLOTS:
         });
         QVERIFY(shown({u"while True: pass"_s, u""_s}).contains(u"KeyboardInterrupt"_s));
         QCOMPARE(text, u"text"_s);
+    }
+
+    void endOfTheProgramInterruptsTheScriptFirst_data()
+    {
+        QTest::addColumn<bool>("byKey");
+        QTest::newRow("the window's button") << false;
+        QTest::newRow("the key") << true;
+    }
+
+    void endOfTheProgramInterruptsTheScriptFirst()
+    {
+        QFETCH(const bool, byKey);
+        m_interpreter->setInputAvailable([] { return true; });
+        ClosedWindow window;
+        QAction exit;
+        exit.setObjectName(u"fileExit"_s);
+        connect(&exit, &QAction::triggered, &window, &QWidget::close);
+        connect(m_interpreter.get(), &PythonInterpreter::runningChanged, this, [&](bool on) {
+            if (!on)
+                return;
+            QTimer::singleShot(0, &window, [&] {
+                QShortcutEvent key(QKeySequence(u"Ctrl+Q"_s), 1);
+                byKey ? (void)QCoreApplication::sendEvent(&exit, &key) : (void)window.close();
+            });
+        });
+        const QString text = shown({u"while True: pass"_s, u""_s});
+        QVERIFY2(text.contains(u"KeyboardInterrupt"_s), qPrintable(text));
+        QVERIFY(window.isVisible());
+        QCOMPARE(window.closed, 0);
+        QTRY_COMPARE(window.closed, 1);
+        QVERIFY(!window.isVisible());
     }
 
     void threadsRunWhileThePromptWaits()

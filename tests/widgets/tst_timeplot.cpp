@@ -87,6 +87,39 @@ private Q_SLOTS:
         QCOMPARE(m_plot->shownRange(), (ValueRange{47.5, 102.5}));
     }
 
+    void linesOfTheTimesAreApartFromTheStart_data()
+    {
+        QTest::addColumn<int>("now");
+        for (const int now : {300, 6000, 20000, 60000})
+            QTest::newRow(qPrintable(QString::number(now))) << now;
+    }
+
+    void linesOfTheTimesAreApartFromTheStart()
+    {
+        QFETCH(const int, now);
+        m_plot = std::make_unique<TimePlot>();
+        m_plot->resize(600, 300);
+        m_plot->setNow(now);
+        m_plot->setSpan(60000);
+        m_plot->show();
+        const QImage image = m_plot->grab().toImage();
+        const QColor paper = m_plot->palette().color(QPalette::Base);
+        QList<int> columns;
+        for (int x = 100; x < image.width(); ++x) {
+            int drawn = 0;
+            for (int y = 20; y < 200; ++y)
+                drawn += image.pixelColor(x, y) != paper;
+            if (drawn == 180)
+                columns.append(x);
+        }
+        QVERIFY(columns.size() >= 2);
+        while (columns.size() >= 2 && columns.last() == columns.at(columns.size() - 2) + 1)
+            columns.removeLast(); // what is right of the frame
+        columns.removeLast();     // the frame
+        for (qsizetype i = 1; i < columns.size(); ++i)
+            QVERIFY2(columns[i] - columns[i - 1] > 30, qPrintable(QString::number(columns[i])));
+    }
+
     void curvesAreDrawnInTheirColours()
     {
         auto flat = std::make_shared<TimeSeries>();

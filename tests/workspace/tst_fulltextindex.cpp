@@ -468,7 +468,7 @@ private Q_SLOTS:
                      + f.path(u"help/a.html"_s)
                      + u"'>100% %1 <i>A</i></a><br>%2 about</p><p>1 matches.</p></body></html>"_s);
         QCOMPARE(f.index.searchResultsPage(u"<b>%1"_s),
-                 u"<html><head><title>Search Results</title></head><body><h2>Search results for \"<b>%1\":</h2>"
+                 u"<html><head><title>Search Results</title></head><body><h2>Search results for \"&lt;b&gt;%1\":</h2>"
                  "<p>0 matches.</p></body></html>"_s);
     }
 

@@ -287,13 +287,27 @@ private Q_SLOTS:
         QVERIFY(!saved);
         QCOMPARE(answers.texts,
                  QStringList{u"The following file could not be written:\n%1\n\nPlease check that this file is not "
-                             "read-only and you have permission to write to it."_s.arg(path)});
+                             "read-only and you have permission to write to it.\n\nFile too large"_s.arg(path)});
         QCOMPARE(answers.captions, QStringList{u"Varnel"_s});
         QCOMPARE(answers.icons, QList{QMessageBox::Warning});
         QCOMPARE(answers.buttons.first(), QList{QMessageBox::Ok});
         QVERIFY(f.document->modified());
         QCOMPARE(contents(path), "old");
         QCOMPARE(f.text().size(), 200'003);
+    }
+
+    void failedSaveNamesAMissingFolder()
+    {
+        EditorFixture f(u"text"_s);
+        const QString path = f.path(u"gone/a.c"_s);
+        QVERIFY(QDir().mkpath(f.path(u"gone"_s)));
+        put(path, "old");
+        QVERIFY(f.document->open(path));
+        QVERIFY(QDir(f.path(u"gone"_s)).removeRecursively());
+        BoxAnswers answers({QMessageBox::Ok});
+        QVERIFY(!f.document->save());
+        QVERIFY2(answers.texts.value(0).endsWith(u"\n\nNo such file or directory"_s),
+                 qPrintable(answers.texts.value(0)));
     }
 
     void saveAsSetsTheNewName()

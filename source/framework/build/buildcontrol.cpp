@@ -263,13 +263,17 @@ void BuildControl::showProgress(const QString &line)
     static const QRegularExpression progress(uR"(^\[(\d+)/(\d+)\] )"_s);
     if (m_activity.state() != StateBuilding)
         return;
-    if (const auto match = progress.match(line); match.hasMatch())
-        m_window.showMessage(tr("Building: %1 of %2").arg(match.captured(1), match.captured(2)));
+    const auto match = progress.match(line);
+    if (!match.hasMatch())
+        return;
+    m_hasSteps = true;
+    m_window.showMessage(tr("Building: %1 of %2").arg(match.captured(1), match.captured(2)));
 }
 
 void BuildControl::startTime()
 {
     m_stopRequested = false;
+    m_hasSteps = false;
     m_time.start();
 }
 
@@ -282,6 +286,8 @@ void BuildControl::showOutcome(bool success)
     OutputPage *page = m_window.outputWindow()->page(OutputWindow::Build);
     if (!success && !m_stopRequested)
         page->showFirstError();
+    if (m_forDebug && success && !m_hasSteps)
+        return; // nothing had to be built, or the user wants to debug the program as it is
     const QString counts = page->countsText();
     QString text = m_stopRequested ? tr("Build stopped after %1 s").arg(seconds)
                    : success       ? tr("Build finished in %1 s").arg(seconds)

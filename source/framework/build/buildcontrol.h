@@ -88,6 +88,7 @@ private:
     QString m_currentFile;
     QString m_viewedFile;    ///< that of the view in front
     bool m_forDebug = false; ///< the build belongs to the start of a session
+    bool m_hasSteps = false; ///< the build has reported one
     QElapsedTimer m_time;    ///< since the start of the work that is shown in the status bar; invalid if there is none
     QPointer<const Project> m_built;    ///< its environment works, or has worked last
     QList<QPointer<Project>> m_waiting; ///< to be built next, by buildAllProjects()

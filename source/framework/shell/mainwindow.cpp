@@ -11,6 +11,7 @@
 #include "ideapplication.h"
 #include "navigator.h"
 #include "outputwindow.h"
+#include "pythoncall.h"
 #include "qtwrapper.h"
 #include "recovery.h"
 #include "textdocument.h"
@@ -265,5 +266,6 @@ void MainWindow::closeEvent(QCloseEvent *event)
     m_parts->sessions->endClosing();
     saveSettings(*m_parts, m_parts->normalGeometry.placement(this));
     QtWrapper::deleteAll();
+    endPython(); // a script that handles events would keep the process alive
     event->accept();
 }

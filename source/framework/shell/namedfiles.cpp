@@ -47,9 +47,9 @@ void NamedFiles::openProjectOf(const QString &path)
     if (QFileInfo(path).isDir())
         openDirectory(path);
     else if (isProjectFile(path))
-        m_projects.openProject(path, false);
+        m_projects.openProject(path, true);
     else
-        m_projects.openWorkspace(path, false);
+        m_projects.openWorkspace(path, true);
 }
 
 void NamedFiles::openDirectory(const QString &directory)

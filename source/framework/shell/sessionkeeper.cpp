@@ -30,6 +30,7 @@ Session closedSince(Session session, ViewManager &viewManager)
     }
     return closed;
 }
+
 /// The file that opens @p workspace again: its own, or that of its project if it could not be saved.
 QString pathToOpen(const ProjectWorkspace &workspace)
 {
@@ -42,6 +43,8 @@ SessionKeeper::SessionKeeper(Activity &activity, WindowServices &window, QObject
     : QObject(parent), m_activity(activity), m_window(window), m_store(stateDirectory().filePath(u"sessions"_s))
 {
     connect(&activity, &Activity::workspaceReady, this, &SessionKeeper::restoreFiles);
+    connect(&activity, &Activity::workspaceReady, this,
+            [this] { rememberWorkspace(pathToOpen(*m_activity.workspace())); });
     connect(&activity, &Activity::workspaceClosing, this, &SessionKeeper::keepOpenFiles);
 }
 
@@ -85,8 +88,17 @@ Session SessionKeeper::openSession() const
 /// Does nothing while the window closes, because its views are closed before the workspace.
 void SessionKeeper::keepOpenFiles()
 {
-    if (!m_closing)
-        save(m_activity.workspace()->fileName(), openSession());
+    if (m_closing)
+        return;
+    save(m_activity.workspace()->fileName(), openSession());
+    rememberWorkspace({});
+}
+
+/// At once: the program may end without closing its window.
+void SessionKeeper::rememberWorkspace(const QString &path) const
+{
+    if (m_enabled)
+        m_window.settings().setValue(LastWorkspaceKey, path);
 }
 
 void SessionKeeper::save(const QString &workspace, const Session &session) const
@@ -119,5 +131,5 @@ void SessionKeeper::endClosing()
     if (!m_enabled || (m_skipped && m_closingWorkspace.isEmpty()))
         return;
     save(m_closingWorkspace, m_closingSession);
-    m_window.settings().setValue(LastWorkspaceKey, m_closingPath);
+    rememberWorkspace(m_closingPath);
 }

@@ -50,6 +50,7 @@ private:
     void restore(const Session &session, OpenFiles openFiles = OpenFiles::GetPlace);
     void restoreFiles();
     [[nodiscard]] Session openSession() const;
+    void rememberWorkspace(const QString &path) const;
     void save(const QString &workspace, const Session &session) const;
 
     Activity &m_activity;

@@ -54,3 +54,14 @@ void MemoryRegions::saveView(quint64 address, int width)
     m_views[m_current].address = address;
     m_views[m_current].width = width;
 }
+
+int MemoryRegions::regionOf(quint64 address) const
+{
+    const auto contains = [address](const MemoryRegion64 &region) {
+        return address >= region.lowAddress && address <= region.highAddress;
+    };
+    if (hasCurrent() && contains(current()))
+        return -1;
+    const auto found = std::ranges::find_if(m_regions, contains);
+    return found == m_regions.end() ? -1 : int(found - m_regions.begin());
+}

@@ -21,6 +21,8 @@ public:
     [[nodiscard]] QStringList names() const;
     /// Makes a region the current one. Returns false if there is none at @p index.
     bool select(int index);
+    /// The index of the region that contains @p address; -1 if there is none, or if the current one contains it.
+    [[nodiscard]] int regionOf(quint64 address) const;
     [[nodiscard]] bool hasCurrent() const { return m_current >= 0; }
     [[nodiscard]] const MemoryRegion64 &current() const { return m_regions[m_current]; }
     [[nodiscard]] const View &view() const { return m_views[m_current]; } ///< Of the current region.

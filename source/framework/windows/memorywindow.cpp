@@ -201,7 +201,13 @@ void MemoryWindow::addressChanged()
     if (!m_regions.hasCurrent())
         return;
     const QString text = m_addressBox->currentText();
-    const quint64 address = addressInRegion(typedMemoryAddress(text), m_page.region(), m_page.columns());
+    const quint64 typed = typedMemoryAddress(text);
+    const bool isNumber = typed != 0 || text.trimmed().startsWith(u'0');
+    if (const int region = m_regions.regionOf(typed); isNumber && region >= 0) {
+        m_regionBox->setCurrentIndex(region);
+        selectRegion();
+    }
+    const quint64 address = addressInRegion(typed, m_page.region(), m_page.columns());
     const bool isShown = text == m_addressBox->shownAddress() && m_page.aligned(address) == m_page.address();
     if (!m_addressBox->takeReturn() && isShown)
         return;

@@ -50,6 +50,11 @@ QString pathOf(const QTreeWidgetItem *row)
     return path;
 }
 
+QString variableKey(const QTreeWidgetItem *row)
+{
+    return pathOf(row) + u'\n' + row->text(TypeColumn);
+}
+
 QString shownText(const QString &value)
 {
     const QString text = value.left(LongestValue).simplified();
@@ -80,7 +85,7 @@ VariablesPane::VariablesPane(QWidget *parent)
     connect(m_variables, &ListView::itemRenamed, this,
             [this](ListViewItem *row, int, const QString &text) { assign(row, text); });
     connect(m_scope, &QComboBox::activated, this, [this] {
-        clear();
+        forget();
         QueryPane::update();
     });
     setEnvironment(nullptr);
@@ -106,6 +111,7 @@ void VariablesPane::setEnvironment(IExecutionEnvironment *environment)
 void VariablesPane::releaseEnvironment()
 {
     queries().cancel();
+    m_lastValues.clear();
     m_interface.reset();
     m_environment.reset();
     setOffered(false, {});
@@ -115,7 +121,19 @@ void VariablesPane::setPaused(bool paused)
 {
     if (paused)
         m_nextMarks = Marks::New;
+    else if (isPaused())
+        rememberValues();
     QueryPane::setPaused(paused);
+}
+
+/// The rows are removed if the program runs for long.
+void VariablesPane::rememberValues()
+{
+    m_lastValues.clear();
+    for (QTreeWidgetItemIterator it(m_variables); *it; ++it) {
+        if (const QVariant value = (*it)->data(0, ValueRole); !value.isNull())
+            m_lastValues.insert(variableKey(*it), value.toString());
+    }
 }
 
 QString VariablesPane::text() const
@@ -126,6 +144,13 @@ QString VariablesPane::text() const
 void VariablesPane::clear()
 {
     m_variables->clear();
+}
+
+/// Removes the rows; the next ones are not compared with them.
+void VariablesPane::forget()
+{
+    m_lastValues.clear();
+    clear();
 }
 
 // Formats -------------------------------------------------------------------------------------------------------------
@@ -187,6 +212,7 @@ void VariablesPane::setFormat(bool all, int format)
         m_ownFormats.insert(pathOf(row), format);
     }
     m_nextMarks = Marks::Kept;
+    m_lastValues.clear();
     QueryPane::update();
 }
 
@@ -212,7 +238,7 @@ void VariablesPane::read()
     if (!self || !m_interface)
         return;
     if (place.thread != m_place.thread || place.frame != m_place.frame)
-        clear(); // variables of the same name are others
+        forget(); // variables of the same name are others
     m_place = place;
     requestScope(0, std::max(Portion, variableCount(m_variables->invisibleRootItem())));
 }
@@ -261,7 +287,7 @@ void VariablesPane::requestValue(const QTreeWidgetItem *row)
     const DebugRequest request = queries().ask({.value =
                                                     [this, index](const VariableInfo &variable) {
                                                         if (index.isValid())
-                                                            showValue(itemOf(index), variable, false);
+                                                            showValue(itemOf(index), variable);
                                                     },
                                                 .failed = [this](const QString &reason) { showMessage(reason); }});
     runPlugin<&IVariables::requestValue>(interface, request, m_place, expression, format, queries().replies());
@@ -335,9 +361,7 @@ void VariablesPane::showVariables(const QPersistentModelIndex &parent, int first
 
 void VariablesPane::showVariable(QTreeWidgetItem *parent, int index, const VariableInfo &variable)
 {
-    const int before = parent->childCount();
     QTreeWidgetItem *row = rowFor(parent, index, variable);
-    const bool isNew = parent->childCount() > before;
     if (m_variables->renameEdit() && m_variables->currentItem() == row)
         return; // the user is typing
     row->setData(0, ExpressionRole, variable.expression);
@@ -346,7 +370,7 @@ void VariablesPane::showVariable(QTreeWidgetItem *parent, int index, const Varia
     const bool isFormatted = row->parent() || formatOf(row) == IVariables::Natural || !variable.available
                              || (variable.children != 0 && !variable.writable);
     if (isFormatted)
-        showValue(row, variable, isNew);
+        showValue(row, variable);
     const QPersistentModelIndex kept = m_variables->indexFromItem(row);
     if (!isFormatted)
         requestValue(row);
@@ -374,10 +398,12 @@ QTreeWidgetItem *VariablesPane::rowFor(QTreeWidgetItem *parent, int index, const
     return row;
 }
 
-void VariablesPane::showValue(QTreeWidgetItem *row, const VariableInfo &variable, bool isNew)
+void VariablesPane::showValue(QTreeWidgetItem *row, const VariableInfo &variable)
 {
     const QString text = shownText(variable.value);
-    const bool differs = !isNew && !row->data(0, ValueRole).isNull() && row->data(0, ValueRole).toString() != text;
+    const QVariant shown = row->data(0, ValueRole);
+    const QString before = shown.isNull() ? m_lastValues.value(variableKey(row)) : shown.toString();
+    const bool differs = !before.isNull() && before != text;
     QFont font = m_variables->font();
     const bool wasBold = row->font(ValueColumn).bold();
     font.setBold(m_marks == Marks::New ? differs : m_marks == Marks::Further ? differs || wasBold : wasBold);

@@ -54,11 +54,13 @@ private:
     void showVariable(QTreeWidgetItem *parent, int index, const VariableInfo &variable);
     QTreeWidgetItem *rowFor(QTreeWidgetItem *parent, int index, const VariableInfo &variable);
     void setMembers(QTreeWidgetItem *row, int children);
-    void showValue(QTreeWidgetItem *row, const VariableInfo &variable, bool isNew);
+    void showValue(QTreeWidgetItem *row, const VariableInfo &variable);
     void addMoreRow(QTreeWidgetItem *parent, int first);
     void opened(QTreeWidgetItem *row);
     void activate(const QTreeWidgetItem *row);
     void assign(ListViewItem *row, const QString &text);
+    void rememberValues();
+    void forget();
     [[nodiscard]] QTreeWidgetItem *itemOf(const QPersistentModelIndex &index) const; ///< The root for an invalid one.
 
     VariableList *const m_variables;
@@ -71,6 +73,7 @@ private:
     int m_format = IVariables::Natural;                ///< of rows without one of their own
     QHash<QString, int> m_ownFormats;                  ///< by path
     QSet<QString> m_open;                              ///< paths of the rows that the user has opened
+    QHash<QString, QString> m_lastValues;              ///< by variableKey(), when the program went on
     Marks m_marks = Marks::New;                        ///< of the values that are being read
     Marks m_nextMarks = Marks::New;                    ///< of the next call of read()
     int m_readings = 0;                                ///< number of calls of read()

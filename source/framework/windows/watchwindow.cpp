@@ -17,6 +17,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 constexpr qsizetype LongestValue = 10000; ///< in characters; a cell has no room for more
+constexpr int IsRefused = Qt::UserRole;   ///< of the value: it was typed, and the environment has refused it
 constexpr int PrepareTime = 20;           ///< in ms of a refresh, for expressions that are read for the first time
 
 /// A value as one line, since rows have equal heights.
@@ -351,14 +352,16 @@ void WatchWindow::readLive()
 }
 
 /// False if this pane, its environment or its rows were deleted meanwhile.
-bool WatchWindow::ask(const QString &expression, QString &value)
+bool WatchWindow::ask(const QString &expression, QString &value, bool *good)
 {
     const QPointer<WatchWindow> self(this);
     const auto environment = shareInterface(m_environment.get());
     m_reading = true;
-    runPlugin<&IExecutionEnvironment::evaluate>(environment, expression, value);
+    const std::optional<int> code = tryPlugin<&IExecutionEnvironment::evaluate>(environment, expression, value);
     if (!self)
         return false;
+    if (good)
+        *good = code == 0;
     m_reading = false;
     return m_environment == environment;
 }
@@ -397,7 +400,9 @@ void WatchWindow::showValue(ListViewItem *item, const QString &value)
 {
     const QString line = shownValue(value);
     auto *row = static_cast<ProjectTreeItem *>(item);
-    row->setBold(line != row->text(1));
+    const bool isOld = row->data(1, IsRefused).toBool(); // the text on screen was typed, and never a value
+    row->setData(1, IsRefused, {});
+    row->setBold(!isOld && line != row->text(1));
     row->setItalic(false);
     row->setText(1, line);
     row->listView()->viewport()->update();
@@ -405,9 +410,14 @@ void WatchWindow::showValue(ListViewItem *item, const QString &value)
 
 void WatchWindow::assign(ListViewItem *item)
 {
-    QString ignored;
-    if (!m_reading)
-        (void)ask(assignedExpression(item->text(0)) + u'=' + item->text(1), ignored);
+    const int removals = m_removals;
+    bool good = false;
+    QString answer;
+    if (m_reading || !ask(assignedExpression(item->text(0)) + u'=' + item->text(1), answer, &good) || good)
+        return;
+    if (m_removals == removals)
+        item->setData(1, IsRefused, true);
+    Q_EMIT message(tr("The value cannot be changed: %1").arg(answer));
 }
 
 void WatchWindow::reportWrite()

@@ -54,7 +54,7 @@ private:
     [[nodiscard]] bool isBeingTyped(const ListViewItem *item) const;
     void finishPlaceholder(ListViewItem *item);
     void assign(ListViewItem *item);
-    bool ask(const QString &expression, QString &value);
+    bool ask(const QString &expression, QString &value, bool *good = nullptr);
     void request(ListViewItem *item);
     void evaluate(ListViewItem *item);
     static void showValue(ListViewItem *item, const QString &value);

@@ -136,6 +136,10 @@ void tst_TargetState::stopReasonIsReadFromRecord_data()
     QTest::newRow("watchpoint") << QByteArray(
         R"(*stopped,reason="watchpoint-trigger",wpt={number="2",exp="ticks"},value={old="0",new="90"})")
                                 << int(Event::BreakpointHit) << 2 << u"ticks was 0 and is 90."_s << false;
+    QTest::newRow("watchpoint of an expression's place")
+        << QByteArray(
+               R"(*stopped,reason="watchpoint-trigger",wpt={number="2",exp="-location a.b"},value={old="0",new="1"})")
+        << int(Event::BreakpointHit) << 2 << u"a.b was 0 and is 1."_s << false;
     QTest::newRow("read watchpoint whose reason is not first")
         << QByteArray(R"(*stopped,hw-rwpt={number="2",exp="x"},reason="read-watchpoint-trigger",value={value="4"})")
         << int(Event::BreakpointHit) << 0 << u"x was read: 4."_s << false;

@@ -735,6 +735,14 @@ private Q_SLOTS:
             "option \"Compiler launcher\".\nFailed.\n"_s);
     }
 
+    void namesAreShownWithoutTheQuotesOfTheShell()
+    {
+        BuildFixture fixture;
+        fixture.add(u"it's $1.c"_s, "int main(void) { return 0; }\n");
+        QVERIFY(fixture.build());
+        QVERIFY2(fixture.events->text.contains(u"] Compiling it's $1.c\n"_s), qPrintable(fixture.events->text));
+    }
+
     void progressIsShownWhateverTheUserHasSet()
     {
         BuildFixture fixture;
