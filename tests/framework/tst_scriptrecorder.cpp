@@ -322,8 +322,8 @@ private Q_SLOTS:
 
     void fileOutsideTheFolderIsRecordedByItsWholePath()
     {
-        Recording f;
         const QTemporaryDir elsewhere;
+        Recording f;
         QFile file(elsewhere.filePath(u"far.c"_s));
         QVERIFY(file.open(QIODevice::WriteOnly) && file.write("one\n") > 0);
         file.close();

@@ -1,6 +1,7 @@
 """Shared by tests of debug sessions: builds the examples, sets breakpoints, runs and steps."""
 import contextlib
 import pathlib
+import re
 import shutil
 
 EXAMPLES = pathlib.Path(__file__).parents[2] / "examples"
@@ -111,7 +112,7 @@ class Debugging:
 
     def window(self, name):
         """The full name of "callStackView", "variablesView", "targetConsole" or a part of them."""
-        return f"{self._project}/{name}"
+        return re.sub(r"[^\w-]", "-", self._project) + "/" + name
 
     def console(self):
         """The program's output to its serial port or terminal."""

@@ -232,8 +232,10 @@ void FindCommands::refreshMarks(View *current)
         return tellMissingText(current);
     view->markMatches(m_marked ? std::make_shared<TextPattern>(patternToMark()) : nullptr);
     if (m_marked)
-        m_edited =
-            connect(view->textDocument()->text(), &QTextDocument::contentsChange, this, [this] { countMatches(); });
+        m_edited = connect(view->textDocument()->text(), &QTextDocument::contentsChange, this, [this] {
+            m_outcome.clear(); // of an earlier text
+            countMatches();
+        });
 }
 
 /// Marks its matches, unless the user only closes it.
