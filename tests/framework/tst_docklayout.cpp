@@ -296,6 +296,20 @@ private Q_SLOTS:
         QCOMPARE(windows.window.toolBarArea(windows.bar), Qt::BottomToolBarArea);
     }
 
+    /// The entries of the windows do not contain this.
+    void tabsOfDockWindowsComeBack()
+    {
+        {
+            Windows windows(*m_settings);
+            windows.window.tabifyDockWidget(windows.first, windows.second);
+            windows.layout.save(StateIdle);
+        }
+        Windows windows(*m_settings);
+        QVERIFY(windows.window.tabifiedDockWidgets(windows.first).isEmpty());
+        windows.layout.restore(StateIdle);
+        QCOMPARE(windows.window.tabifiedDockWidgets(windows.first), QList<QDockWidget *>{windows.second});
+    }
+
     void aRowOfWindowsComesBackInTheOrderOfOffsets()
     {
         m_settings->beginGroup(u"Geometry/Editor"_s);

@@ -358,6 +358,15 @@ private Q_SLOTS:
             QCOMPARE(f.window->outputWindow()->page(page)->font().pointSize(), 17);
     }
 
+    void storedOptionsOfTheEditorHoldFromTheStart()
+    {
+        WindowFixture f;
+        f.settings()->setValue(u"Editor/TabSize"_s, 7);
+        f.restart();
+        f.open(u"a.c"_s);
+        QCOMPARE(f.view()->textDocument()->indenter()->tabSize(), 7);
+    }
+
     // Tools
 
     void toolsMenuRunsToolsAndTheirOutputIsOnThePageDebug()

@@ -12,11 +12,13 @@
 #include "iexecutionenvironment.h"
 #include "iexecutionevents.h"
 #include "inextstatement.h"
+#include "iregisters.h"
 #include "isourcemapping.h"
 #include "iwakeup.h"
 #include "multiwatchwindow.h"
 #include "objectmodel.h"
 #include "pythonreference.h"
+#include "registerwidget.h"
 #include "scripthost.h"
 #include "textdocumenttemplate.h"
 #include "textparaview.h"
@@ -424,6 +426,23 @@ private Q_SLOTS:
         script(u"fw"_s).instructions = {{0, u"ret"_s}};
         Q_EMIT f.window->findChild<MultiWatchWindow *>()->doUpdate(); // one of its panes has written a value
         QTRY_COMPARE(paras->property("text").toString(), u"ret\n"_s);
+    }
+
+    void registersAreReadWhenTheProgramPauses()
+    {
+        DebugWindow f;
+        script(u"fw"_s).offers += IRegisters::Iid;
+        script(u"fw"_s).registers = {{u"r0"_s, 8, {}, 4, 4, {}, false}};
+        f.restart();
+        QVERIFY(f.window->openWorkspace(f.path(u"all.vnw"_s), false));
+        f.window->activity().setState(StatePaused);
+        f.window->activity().setState(StateRunning);
+        const auto *registers = f.window->findChild<RegisterWidget *>(u"fw/registers"_s);
+        QVERIFY(registers && registers->isVisible());
+        QCOMPARE(registers->text(), u"r0 = 0x00\n"_s);
+        script(u"fw"_s).registerValues[u"r0"_s] = {{0, 1}};
+        f.window->activity().setState(StatePaused);
+        QCOMPARE(registers->text(), u"r0 = 0x01\n"_s);
     }
 
     void startingSessionIsNotStopped()
