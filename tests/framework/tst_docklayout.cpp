@@ -296,6 +296,16 @@ private Q_SLOTS:
         QCOMPARE(windows.window.toolBarArea(windows.bar), Qt::BottomToolBarArea);
     }
 
+    void toolBarOfANewLineComesBack()
+    {
+        m_settings->setValue(u"Geometry/Editor/bar"_s, u"[2,0,1,100,30,1]"_s);
+        Windows windows(*m_settings);
+        windows.window.addToolBar(u"in the line above"_s);
+        QVERIFY(!windows.window.toolBarBreak(windows.bar));
+        windows.layout.restore(StateIdle);
+        QVERIFY(windows.window.toolBarBreak(windows.bar));
+    }
+
     /// The entries of the windows do not contain this.
     void tabsOfDockWindowsComeBack()
     {

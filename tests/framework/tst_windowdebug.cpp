@@ -778,6 +778,10 @@ private Q_SLOTS:
         script(u"fw"_s).breakpoints = {{{{u"main.c"_s, 3}}, BreakpointDisabled}};
         QVERIFY(f.window->openFile(f.path(u"main.c"_s), false));
         QCOMPARE(f.marks(), u"2=8 3=2"_s);
+        f.window->viewManager()->closeAll();
+        f.answers->choose({f.path(u"main.c"_s)});
+        f.window->fileOpen();
+        QCOMPARE(f.marks(), u"2=8 3=2"_s);
         script(u"fw"_s).location = {u"main.c"_s, 1};
         forgetCurrentLocations(); // as after a step
         QVERIFY(f.window->workspace()->reopenDocument(f.path(u"main.c"_s)));
