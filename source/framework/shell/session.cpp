@@ -68,10 +68,9 @@ Session currentSession(ViewManager &viewManager)
     return session;
 }
 
-void restoreSession(const Session &session, Workspace &workspace, ViewManager &viewManager)
+void restoreSession(const Session &session, Workspace &workspace, ViewManager &viewManager, QStringList opened)
 {
     QPointer<View> active;
-    QStringList opened;
     for (int i = 0; i < session.files.size(); ++i) {
         const QString &path = session.files[i].path;
         View *view = openView(path, opened.contains(path), workspace, viewManager);

@@ -28,8 +28,8 @@ struct Session
 
 /// The files that are open now. Documents that are not files are left out.
 [[nodiscard]] Session currentSession(ViewManager &viewManager);
-/// Opens the files of @p session that still exist; no message for missing ones.
-void restoreSession(const Session &session, Workspace &workspace, ViewManager &viewManager);
+/// Opens the files of @p session that still exist; no message for missing ones. Those of @p opened get a further view.
+void restoreSession(const Session &session, Workspace &workspace, ViewManager &viewManager, QStringList opened = {});
 
 /// Stores one session for each workspace in a directory of the user.
 class SessionStore

@@ -12,12 +12,18 @@ using namespace Qt::StringLiterals;
 namespace {
 const auto LastWorkspaceKey = u"Session/Workspace"_s;
 
-/// The files of @p session whose views have been closed.
-Session closedSince(Session session, ViewManager &viewManager)
+/// With an entry for each view.
+QStringList openFiles(ViewManager &viewManager)
 {
     QStringList open;
     for (View *view : viewManager.views())
         open.append(view->document()->filename());
+    return open;
+}
+
+/// The files of @p session whose views have been closed, where @p open are the open ones.
+Session closedSince(Session session, QStringList open)
+{
     Session closed;
     for (int i = 0; i < session.files.size(); ++i) {
         if (open.removeOne(session.files[i].path))
@@ -43,9 +49,9 @@ void SessionKeeper::restoreLastFiles()
         restore(m_store.load(QString()));
 }
 
-void SessionKeeper::restore(const Session &session)
+void SessionKeeper::restore(const Session &session, const QStringList &open)
 {
-    restoreSession(session, *m_window.workspace(), *m_window.viewManager());
+    restoreSession(session, *m_window.workspace(), *m_window.viewManager(), open);
     Q_EMIT filesRestored();
 }
 
@@ -99,7 +105,8 @@ void SessionKeeper::beginClosing()
 void SessionKeeper::cancelClosing()
 {
     m_closing = false;
-    restore(closedSince(m_closingSession, *m_window.viewManager()));
+    const QStringList open = openFiles(*m_window.viewManager());
+    restore(closedSince(m_closingSession, open), open);
     if (m_closingView)
         m_window.viewManager()->activateView(m_closingView, true);
 }

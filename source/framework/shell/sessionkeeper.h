@@ -46,7 +46,7 @@ Q_SIGNALS:
 
 private:
     void keepOpenFiles();
-    void restore(const Session &session);
+    void restore(const Session &session, const QStringList &open = {});
     void restoreFiles();
     [[nodiscard]] Session openSession() const;
     void save(const QString &workspace, const Session &session) const;
