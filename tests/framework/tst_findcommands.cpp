@@ -216,6 +216,37 @@ private Q_SLOTS:
         QCOMPARE(f.view()->currentEdit()->textCursor().selectedText(), u"12"_s);
     }
 
+    void oneSelectedLineIsProposedForReplacing()
+    {
+        const WindowFixture f;
+        f.open(u"a.c"_s, "one\ntwo\n");
+        select(f, 0, 3);
+        f.window->editReplace();
+        const auto *dialog = f.window->findChild<QDialog *>(u"replaceDialog"_s);
+        QCOMPARE(what(dialog), u"one"_s);
+        select(f, 0, 7);
+        f.window->editReplace();
+        QCOMPARE(what(dialog), u"one"_s);
+    }
+
+    void countFollowsTheReplacements()
+    {
+        const WindowFixture f;
+        f.open(u"a.c"_s, "one two one one\n");
+        f.window->editReplace();
+        auto *dialog = f.window->findChild<QDialog *>(u"replaceDialog"_s);
+        const auto *count = dialog->findChild<QLabel *>(u"CountLabel"_s);
+        dialog->findChild<QComboBox *>(u"FindWhatCombo"_s)->setEditText(u"one"_s);
+        dialog->findChild<QComboBox *>(u"ReplaceWithCombo"_s)->setEditText(u"1"_s);
+        QTRY_COMPARE(count->text(), u"3 matches"_s);
+        select(f, 0, 3);
+        dialog->findChild<QPushButton *>(u"ReplaceButton"_s)->click();
+        QCOMPARE(f.text(), u"1 two one one\n"_s);
+        QTRY_COMPARE(count->text(), u"2 matches"_s);
+        dialog->findChild<QPushButton *>(u"ReplaceAllButton"_s)->click();
+        QTRY_COMPARE(count->text(), u"No match"_s);
+    }
+
     void numberOfReplacementsIsShown()
     {
         const WindowFixture f;

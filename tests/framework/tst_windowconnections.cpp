@@ -16,6 +16,7 @@
 #include <QPushButton>
 #include <QTabBar>
 #include <QToolBar>
+#include <QToolTip>
 #include <QWindow>
 
 // From the parts of the window to its actions and other parts, with the menus of the product.
@@ -281,6 +282,17 @@ private Q_SLOTS:
         QVERIFY(menu->isVisible());
         QVERIFY(!menu->actions().isEmpty());
         menu->close();
+    }
+
+    void valueAtTheCursorIsShownByACommand()
+    {
+        const ProductWindow f;
+        f.open(u"a.c"_s, " \n");
+        f.view()->setFocus();
+        f.action(u"debugShowValue"_s)->setEnabled(true);
+        f.action(u"debugShowValue"_s)->trigger();
+        QVERIFY(QToolTip::text().contains(u"There is no expression at the cursor."_s));
+        QToolTip::hideText();
     }
 
     void positionOfTheCursorIsShownWhileThereIsAText()
