@@ -236,8 +236,7 @@ void DockLayout::restore(ActivityState state) const
     const QLayout::SizeConstraint constraint = layout->sizeConstraint();
     layout->setSizeConstraint(QLayout::SetNoConstraint); // on the way, docks side by side would enlarge the window
     place(placed);
-    if (!exact.isEmpty())
-        m_window->restoreState(exact);
+    m_window->restoreState(exact);
     if (m_window->isVisible())
         fitDocks(*m_window); // it may have been larger when the layout was stored
     layout->setSizeConstraint(constraint);
