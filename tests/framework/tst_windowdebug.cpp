@@ -17,6 +17,8 @@
 #include "iwakeup.h"
 #include "multiwatchwindow.h"
 #include "objectmodel.h"
+#include "projecttree.h"
+#include "projecttreeitem.h"
 #include "pythonreference.h"
 #include "registerwidget.h"
 #include "scripthost.h"
@@ -230,6 +232,9 @@ private Q_SLOTS:
         QCOMPARE(f.openFiles(), QStringList(u"main.c"_s));
         QCOMPARE(f.marks(), u"2=8"_s);
         QCOMPARE(f.view()->currentEdit()->textCursor().blockNumber(), 1);
+        f.view()->gotoLine(3);
+        f.window->debugShowNext();
+        QCOMPARE(f.view()->currentEdit()->textCursor().blockNumber(), 1);
         f.window->debugStepOver();
         QCOMPARE(f.calls(), u"fw.stepOver(main.c)"_s);
         f.report(u"fw"_s, IExecutionEnvironment::ProgramFinished);
@@ -307,6 +312,38 @@ private Q_SLOTS:
         f.calls();
         QVERIFY(QMetaObject::invokeMethod(f.window.get(), command.constData()));
         QTEST(f.calls().remove(QFileInfo(f.path(u"main.c"_s)).path() + u'/'), "calls");
+    }
+
+    void commandsCallTheToolChain_data()
+    {
+        QTest::addColumn<QByteArray>("command");
+        QTest::addColumn<QString>("call");
+        QTest::newRow("compile") << QByteArray("buildCompileFile") << u"cc.compile(main.c, Debug)"_s;
+        QTest::newRow("build") << QByteArray("buildBuild") << u"cc.build([Debug], false)"_s;
+        QTest::newRow("rebuild") << QByteArray("buildRebuild") << u"cc.build([Debug], true)"_s;
+        QTest::newRow("clean") << QByteArray("buildClean") << u"cc.clean([Debug])"_s;
+        QTest::newRow("build the selected project") << QByteArray("buildBuildAlt") << u"cc.build([Debug], false)"_s;
+        QTest::newRow("rebuild the selected project") << QByteArray("buildRebuildAlt") << u"cc.build([Debug], true)"_s;
+        QTest::newRow("clean the selected project") << QByteArray("buildCleanAlt") << u"cc.clean([Debug])"_s;
+    }
+
+    void commandsCallTheToolChain()
+    {
+        QFETCH(QByteArray, command);
+        DebugWindow f;
+        f.window->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(f.window.get()));
+        QVERIFY(f.window->openFile(f.path(u"main.c"_s), false));
+        if (command.endsWith("Alt")) {
+            auto *tree = f.window->findChild<ProjectTree *>();
+            tree->setFocus();
+            tree->setCurrentItem(tree->firstChild()->firstChild());
+        }
+        QVERIFY(QMetaObject::invokeMethod(f.window.get(), command.constData()));
+        QTEST(f.calls().remove(QFileInfo(f.path(u"main.c"_s)).path() + u'/'), "call");
+        QCOMPARE(f.window->activity().state(), StateBuilding);
+        f.window->buildStopBuild();
+        QCOMPARE(f.calls(), u"cc.stop()"_s);
     }
 
     void scriptEventsAreFired()
