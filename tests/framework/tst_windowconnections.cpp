@@ -416,6 +416,7 @@ private Q_SLOTS:
         QTest::newRow("current project") << FindInFilesDialog::CurrentProject << u"*.*"_s << u"a.c a.h"_s;
         QTest::newRow("all projects") << FindInFilesDialog::AllProjects << u"*.*"_s << u"a.c a.h lib.c"_s;
         QTest::newRow("headers") << FindInFilesDialog::AllProjects << u"*.h; *.txt"_s << u"a.h"_s;
+        QTest::newRow("mask without a name") << FindInFilesDialog::CurrentProject << u";"_s << u"a.c a.h"_s;
         QTest::newRow("open documents") << FindInFilesDialog::OpenDocuments << u"*.*"_s << u"open.txt"_s;
         QTest::newRow("open sources") << FindInFilesDialog::OpenDocuments << u"*.c"_s << u""_s;
         QTest::newRow("folder") << FindInFilesDialog::Folder << u"*.*"_s << u"a.c a.h lib.c open.txt stray.c"_s;
@@ -429,7 +430,9 @@ private Q_SLOTS:
         const ProductWindow f;
         for (const QString &name : {u"a.c"_s, u"a.h"_s, u"lib.c"_s, u"stray.c"_s})
             f.write(u"src/"_s + name, "needle\n");
-        f.writeProject(u"fw.vnp"_s, {u"src/a.c"_s, u"src/a.h"_s});
+        f.write(u"fw.vnp"_s, "<project><file path='src/a.c'/><folder name='outer'><folder name='inner'>"
+                             "<file path='src/a.h'/></folder></folder><properties currentconfiguration='Default'>"
+                             "<configuration name='Default'/></properties></project>");
         f.writeProject(u"lib.vnp"_s, {u"src/lib.c"_s});
         QVERIFY(f.window->openWorkspace(f.writeWorkspace(u"all.vnw"_s, {u"fw.vnp"_s, u"lib.vnp"_s}), false));
         f.open(u"src/open.txt"_s, "needle\n");
