@@ -5,6 +5,7 @@
 #include "textlineview.h"
 #include "textpattern.h"
 #include "windowfixture.h"
+#include <QAction>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QLabel>
@@ -410,6 +411,24 @@ private Q_SLOTS:
         QTRY_COMPARE(part<QLabel>(view, "LargeTextResult")->text(), u"1 of 1"_s);
         QCOMPARE(view->lineView()->cursorPlace().line, 10'000'001);
         QCOMPARE(f.window->findChild<QLabel *>(u"cursorLabel"_s)->text(), u" Ln 10000002, Col 1"_s);
+    }
+
+    void findNextSearchesALargeFileFurther()
+    {
+        WindowFixture f;
+        f.installation.write(u"config/uiconfig.xml"_s,
+                             R"(<ui><actions><action name="editFindNext" slot="none"/></actions></ui>)");
+        f.restart();
+        const LargeTextView *view = openLarge(f, "needle\nneedle\n");
+        QVERIFY(view);
+        f.window->editFind();
+        QTest::keyClicks(part<QLineEdit>(view, "LargeTextFindWhat"), u"needle"_s);
+        const auto *result = part<QLabel>(view, "LargeTextResult");
+        auto *next = f.window->findChild<QAction *>(u"editFindNext"_s);
+        for (const QString &place : {u"1 of 2"_s, u"2 of 2"_s}) {
+            next->trigger();
+            QTRY_COMPARE(result->text(), place);
+        }
     }
 
     void searchBoxSearchesALargeFileWithoutAMessage()
