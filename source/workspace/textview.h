@@ -1,6 +1,5 @@
 #pragma once
 #include "viewinterfaces.h"
-#include <functional>
 class LoadingPanes;
 class QSplitter;
 class TextDocument;
@@ -106,7 +105,6 @@ private:
     void cursorMoved(TextViewEdit *pane);
     void emitUndoAvailable();
     void emitPasteAvailable();
-    bool counted(TextViewEdit *pane, const std::function<bool(TextViewEdit *)> &work);
     void emitCutAvailable(bool hasSelection);
     void loadingChanged();
     [[nodiscard]] TextViewEdit *loadedEdit() const;

@@ -2,6 +2,17 @@
 #include "textview.h"
 #include "textviewedit.h"
 
+namespace {
+/// Replaces in a pane, and takes over how many matches that were.
+template <typename Work>
+bool counted(TextViewEdit *pane, int &count, Work work)
+{
+    const bool result = work(pane);
+    count = pane->replacedCount();
+    return result;
+}
+} // namespace
+
 // Find and replace. They act on the first pane, so that its cursor is the place where the search goes on; a replacement
 // in the selection acts on the pane in which the user has selected.
 
@@ -10,24 +21,17 @@ bool TextView::find(const QString &text, bool caseSensitive, bool wholeWord, boo
     return m_edits.first()->find(text, caseSensitive, wholeWord, forward, fromCursor);
 }
 
-bool TextView::counted(TextViewEdit *pane, const std::function<bool(TextViewEdit *)> &work)
-{
-    const bool result = work(pane);
-    m_replacedCount = pane->replacedCount();
-    return result;
-}
-
 bool TextView::replace(const QString &text, const QString &replacement, bool caseSensitive, bool wholeWord,
                        bool forward, bool fromCursor, bool all)
 {
-    return counted(m_edits.first(), [&](TextViewEdit *pane) {
+    return counted(m_edits.first(), m_replacedCount, [&](TextViewEdit *pane) {
         return pane->replace(text, replacement, caseSensitive, wholeWord, forward, fromCursor, all);
     });
 }
 
 bool TextView::replaceInSelection(const QString &text, const QString &replacement, bool caseSensitive, bool wholeWord)
 {
-    return counted(m_current, [&](TextViewEdit *pane) {
+    return counted(m_current, m_replacedCount, [&](TextViewEdit *pane) {
         return pane->replaceInSelection(text, replacement, caseSensitive, wholeWord);
     });
 }
@@ -39,12 +43,14 @@ bool TextView::find(const TextPattern &pattern, bool forward, bool fromCursor)
 
 bool TextView::replace(const TextPattern &pattern, const QString &replacement, bool all)
 {
-    return counted(m_edits.first(), [&](TextViewEdit *pane) { return pane->replace(pattern, replacement, all); });
+    return counted(m_edits.first(), m_replacedCount,
+                   [&](TextViewEdit *pane) { return pane->replace(pattern, replacement, all); });
 }
 
 bool TextView::replaceInSelection(const TextPattern &pattern, const QString &replacement)
 {
-    return counted(m_current, [&](TextViewEdit *pane) { return pane->replaceInSelection(pattern, replacement); });
+    return counted(m_current, m_replacedCount,
+                   [&](TextViewEdit *pane) { return pane->replaceInSelection(pattern, replacement); });
 }
 
 QRect TextView::selectionOnScreen() const

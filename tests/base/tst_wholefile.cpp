@@ -166,21 +166,6 @@ private Q_SLOTS:
         QVERIFY(QFileInfo(m_directory->path()).isDir());
     }
 
-    void readerOfAPipeGetsTheBytes()
-    {
-        const QString path = beside(u"pipe"_s);
-        QCOMPARE(::mkfifo(QFile::encodeName(path).constData(), 0600), 0);
-        const int reader = ::open(QFile::encodeName(path).constData(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
-        QVERIFY(reader >= 0);
-        const bool written = writeFileSafely(path, "new");
-        QByteArray bytes(10, '\0');
-        bytes.resize(std::max<ssize_t>(0, ::read(reader, bytes.data(), size_t(bytes.size()))));
-        ::close(reader);
-        QVERIFY(written);
-        QCOMPARE(bytes, QByteArray("new"));
-        QVERIFY(S_ISFIFO(statusOf(path).st_mode));
-    }
-
     void newFileGetsTheDefaultPermissions()
     {
         const mode_t mask = ::umask(027);

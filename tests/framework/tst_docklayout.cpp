@@ -316,6 +316,30 @@ private Q_SLOTS:
         QCOMPARE(windows.window.toolBarArea(windows.bar), Qt::BottomToolBarArea);
     }
 
+    void toolBarOfANewLineComesBack()
+    {
+        m_settings->setValue(u"Geometry/Editor/bar"_s, u"[2,0,1,100,30,1]"_s);
+        Windows windows(*m_settings);
+        windows.window.addToolBar(u"in the line above"_s);
+        QVERIFY(!windows.window.toolBarBreak(windows.bar));
+        windows.layout.restore(StateIdle);
+        QVERIFY(windows.window.toolBarBreak(windows.bar));
+    }
+
+    /// The entries of the windows do not contain this.
+    void tabsOfDockWindowsComeBack()
+    {
+        {
+            Windows windows(*m_settings);
+            windows.window.tabifyDockWidget(windows.first, windows.second);
+            windows.layout.save(StateIdle);
+        }
+        Windows windows(*m_settings);
+        QVERIFY(windows.window.tabifiedDockWidgets(windows.first).isEmpty());
+        windows.layout.restore(StateIdle);
+        QCOMPARE(windows.window.tabifiedDockWidgets(windows.first), QList<QDockWidget *>{windows.second});
+    }
+
     void aRowOfWindowsComesBackInTheOrderOfOffsets()
     {
         m_settings->beginGroup(u"Geometry/Editor"_s);

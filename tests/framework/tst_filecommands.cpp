@@ -344,6 +344,17 @@ private Q_SLOTS:
         QCOMPARE(f.view()->paneHeights(), heights);
     }
 
+    void reloadedFileBehindAnotherKeepsItsCursor()
+    {
+        const WindowFixture f;
+        f.open(u"a.c"_s);
+        f.view()->gotoLine(3);
+        f.open(u"b.c"_s);
+        QVERIFY(f.window->workspace()->reopenDocument(f.path(u"a.c"_s)));
+        QCOMPARE(f.view()->title(), u"a.c"_s);
+        QCOMPARE(f.view()->currentEdit()->textCursor().blockNumber(), 2);
+    }
+
     void cursorBeyondTheEndOfAShorterFileMovesToItsEnd()
     {
         const WindowFixture f;

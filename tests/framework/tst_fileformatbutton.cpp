@@ -119,6 +119,17 @@ private Q_SLOTS:
         QCOMPARE(f.read(u"a.c"_s), QByteArray("\xC3\xA9\n"));
     }
 
+    void byteOrderMarkIsRemovedWithItsEncoding()
+    {
+        const WindowFixture f;
+        f.open(u"a.c"_s, "\xEF\xBB\xBF\xC3\xA9\n");
+        QCOMPARE(buttonOf(f)->text(), u"UTF-8 BOM, LF"_s);
+        choose(f, u"Save as UTF-8"_s);
+        QCOMPARE(buttonOf(f)->text(), u"UTF-8, LF"_s);
+        f.window->fileSave();
+        QCOMPARE(f.read(u"a.c"_s), QByteArray("\xC3\xA9\n"));
+    }
+
     void encodingThatIsNotOfferedIsKept()
     {
         const WindowFixture f;

@@ -6,6 +6,7 @@
 #include "textlineview.h"
 #include "textpattern.h"
 #include "windowfixture.h"
+#include <QAction>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QLabel>
@@ -306,6 +307,37 @@ private Q_SLOTS:
         findDialog(f)->findChild<QCheckBox *>(u"RegExpCheck"_s)->setChecked(true);
         findDialog(f)->findChild<QPushButton *>(u"FindNextButton"_s)->click();
         QCOMPARE(f.view()->currentEdit()->textCursor().selectedText(), u"12"_s);
+    }
+
+    void oneSelectedLineIsProposedForReplacing()
+    {
+        const WindowFixture f;
+        f.open(u"a.c"_s, "one\ntwo\n");
+        select(f, 0, 3);
+        f.window->editReplace();
+        const auto *dialog = f.window->findChild<QDialog *>(u"replaceDialog"_s);
+        QCOMPARE(what(dialog), u"one"_s);
+        select(f, 0, 7);
+        f.window->editReplace();
+        QCOMPARE(what(dialog), u"one"_s);
+    }
+
+    void countFollowsTheReplacements()
+    {
+        const WindowFixture f;
+        f.open(u"a.c"_s, "one two one one\n");
+        f.window->editReplace();
+        auto *dialog = f.window->findChild<QDialog *>(u"replaceDialog"_s);
+        const auto *count = dialog->findChild<QLabel *>(u"CountLabel"_s);
+        dialog->findChild<QComboBox *>(u"FindWhatCombo"_s)->setEditText(u"one"_s);
+        dialog->findChild<QComboBox *>(u"ReplaceWithCombo"_s)->setEditText(u"1"_s);
+        QTRY_COMPARE(count->text(), u"3 matches"_s);
+        select(f, 0, 3);
+        dialog->findChild<QPushButton *>(u"ReplaceButton"_s)->click();
+        QCOMPARE(f.text(), u"1 two one one\n"_s);
+        QTRY_COMPARE(count->text(), u"2 matches"_s);
+        dialog->findChild<QPushButton *>(u"ReplaceAllButton"_s)->click();
+        QTRY_COMPARE(count->text(), u"No match"_s);
     }
 
     void numberOfReplacementsIsShown()
@@ -627,6 +659,24 @@ private Q_SLOTS:
         QTRY_COMPARE(part<QLabel>(view, "LargeTextResult")->text(), u"1 of 1"_s);
         QCOMPARE(view->lineView()->cursorPlace().line, 10'000'001);
         QCOMPARE(f.window->findChild<QLabel *>(u"cursorLabel"_s)->text(), u" Ln 10000002, Col 1"_s);
+    }
+
+    void findNextSearchesALargeFileFurther()
+    {
+        WindowFixture f;
+        f.installation.write(u"config/uiconfig.xml"_s,
+                             R"(<ui><actions><action name="editFindNext" slot="none"/></actions></ui>)");
+        f.restart();
+        const LargeTextView *view = openLarge(f, "needle\nneedle\n");
+        QVERIFY(view);
+        f.window->editFind();
+        QTest::keyClicks(part<QLineEdit>(view, "LargeTextFindWhat"), u"needle"_s);
+        const auto *result = part<QLabel>(view, "LargeTextResult");
+        auto *next = f.window->findChild<QAction *>(u"editFindNext"_s);
+        for (const QString &place : {u"1 of 2"_s, u"2 of 2"_s}) {
+            next->trigger();
+            QTRY_COMPARE(result->text(), place);
+        }
     }
 
     void searchBoxSearchesALargeFileWithoutAMessage()

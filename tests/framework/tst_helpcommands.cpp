@@ -4,6 +4,7 @@
 #include "windowfixture.h"
 #include <QAction>
 #include <QLabel>
+#include <QPlainTextEdit>
 #include <QPushButton>
 #include <QScrollBar>
 #include <QTextBlock>
@@ -20,7 +21,7 @@ const QByteArray uiFile = R"(<ui><actions><action name="helpSearch"/><action nam
 <action name="helpForward"><enable signal="forwardAvailable"/></action>
 <action name="helpPrevious"><enable signal="previousAvailable"/></action>
 <action name="helpNext"><enable signal="nextAvailable"/></action>
-<action name="windowCloseAll"/><action name="fileSave"><enable signal="undoAvailable"/></action></actions></ui>)";
+<action name="helpReport" slot="none"/><action name="windowCloseAll"/><action name="fileSave"><enable signal="undoAvailable"/></action></actions></ui>)";
 
 /// A window with three pages of help.
 class HelpFixture : public WindowFixture
@@ -97,6 +98,26 @@ private Q_SLOTS:
     void initTestCase() { m_home = qgetenv("HOME"); }
     void cleanupTestCase() { qputenv("HOME", m_home); }
     void init() { QTest::failOnWarning(QRegularExpression(u"^(?!This plugin does not support)"_s)); }
+
+    void problemReportContainsTheVersionsAndOpensOnce()
+    {
+        const HelpFixture f;
+        const auto reports = [&f] { return f.window->findChildren<QDialog *>(u"problemReportDialog"_s).size(); };
+        QString details;
+        qsizetype open = 0;
+        f.answers->meet([&](QDialog *dialog) {
+            for (const QPlainTextEdit *edit : dialog->findChildren<QPlainTextEdit *>())
+                details += edit->toPlainText();
+            f.trigger(u"helpReport"_s);
+            open = reports();
+            dialog->reject();
+        });
+        f.trigger(u"helpReport"_s);
+        QVERIFY(f.answers->allGiven());
+        QVERIFY(details.contains(IDEApplication::version()));
+        QCOMPARE(open, 1);
+        QCOMPARE(reports(), 0);
+    }
 
     void homePageIsShownInTheDocuments()
     {

@@ -456,8 +456,11 @@ private Q_SLOTS:
         }
         QCOMPARE(box->count(), 10);
         QCOMPARE(box->itemText(0), u"text2"_s);
-        box->setEditText(u"te"_s);
+        box->setEditText({});
+        QCOMPARE(box->lineEdit()->placeholderText(), u"Find"_s);
+        QTest::keyClicks(box, u"te"_s);
         QCOMPARE(box->currentText(), u"te"_s);
+        QCOMPARE(box->itemText(0), u"text2"_s);
     }
 
     void returnInTheSearchBoxFindsAKnownTextEachTime_data()

@@ -249,6 +249,19 @@ private Q_SLOTS:
         QCOMPARE(f.projects(), QStringList(u"lib"_s));
     }
 
+    void savingAllAsksForANewerWorkspace()
+    {
+        const Fixture f;
+        f.window->projectWorkspace()->setModified(true);
+        f.changeOutside(u"all.vnw"_s, "<workspace/>");
+        f.answers->press(QMessageBox::Cancel);
+        QVERIFY(!f.window->fileSaveAll());
+        QCOMPARE(f.answers->shown,
+                 QStringList(u"Newer versions of the following files exists on disk:\n\n%1\n\n"
+                             "Are you sure that you want to overwrite them?"_s.arg(f.path(u"all.vnw"_s))));
+        QCOMPARE(f.read(u"all.vnw"_s), QByteArray("<workspace/>"));
+    }
+
     void savingAllAsksOnceForAllNewerFiles()
     {
         const Fixture f;

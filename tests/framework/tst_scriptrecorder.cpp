@@ -56,8 +56,10 @@ public:
         discard();
         restart();
         scriptOf(u"fw"_s).breakpoints.clear();
-        if (workspace)
-            QVERIFY(window->openWorkspace(path(u"all.vnw"_s), false));
+        QVERIFY(window->openWorkspace(path(u"all.vnw"_s), false)); // and with it the watches
+        watchDock()->setWatches({});
+        if (!workspace)
+            QVERIFY(window->closeWorkspace());
         useNames();
         stub()->takeCalls();
     }

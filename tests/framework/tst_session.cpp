@@ -357,6 +357,49 @@ private Q_SLOTS:
         QCOMPARE(lines, (QList<int>{1, 2}));
     }
 
+    void cancelledCloseLeavesTheViewsThatAreOpen()
+    {
+        WindowFixture f;
+        f.open(u"a.c"_s);
+        f.type(u"new"_s);
+        f.open(u"b.c"_s);
+        f.window->windowNew();
+        const QStringList before = f.openFiles();
+        QCOMPARE(before.size(), 3);
+        f.answers->press(QMessageBox::Cancel);
+        QVERIFY(!f.window->close());
+        QCOMPARE(f.openFiles(), before);
+    }
+
+    void cancelledCloseOpensTheSecondViewOfAFileAgain()
+    {
+        WindowFixture f;
+        f.open(u"a.c"_s);
+        f.type(u"new"_s);
+        f.window->windowNew();
+        const QStringList before = f.openFiles();
+        QCOMPARE(before.size(), 2);
+        f.answers->press(QMessageBox::Cancel); // for the last view of the file
+        QVERIFY(!f.window->close());
+        QCOMPARE(f.openFiles(), before);
+    }
+
+    void workspaceClosedAfterACancelledCloseKeepsItsFiles()
+    {
+        const WindowFixture f;
+        const QString workspace = f.writeWorkspace(u"all.vnw"_s, {});
+        QVERIFY(f.window->openWorkspace(workspace, false));
+        f.open(u"a.c"_s);
+        f.type(u"new"_s);
+        f.answers->press(QMessageBox::Cancel);
+        QVERIFY(!f.window->close());
+        f.document()->setModified(false);
+        QVERIFY(f.window->closeWorkspace());
+        f.window->viewManager()->closeAll();
+        QVERIFY(f.window->openWorkspace(workspace, false));
+        QCOMPARE(f.openFiles(), QStringList(u"a.c"_s));
+    }
+
     void cancelledQuestionAboutTheWorkspaceKeepsItOpenWithItsViews()
     {
         WindowFixture f;

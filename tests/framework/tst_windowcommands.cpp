@@ -9,6 +9,7 @@
 #include <QDockWidget>
 #include <QLabel>
 #include <QMdiArea>
+#include <QMdiSubWindow>
 #include <QMimeData>
 #include <QPushButton>
 #include <QRadioButton>
@@ -34,8 +35,8 @@ QStringList items(const QMenu *menu)
     return texts;
 }
 
-/// Drops @p data on the window; false if it is not accepted.
-bool drop(const WindowFixture &f, const QMimeData &data)
+/// Drops @p data on the window. Returns whether the window accepts it above itself, and the drop.
+std::pair<bool, bool> drop(const WindowFixture &f, const QMimeData &data)
 {
     QDragEnterEvent enter({10, 10}, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
     enter.ignore();
@@ -43,7 +44,7 @@ bool drop(const WindowFixture &f, const QMimeData &data)
     QDropEvent event({10, 10}, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
     event.ignore();
     QCoreApplication::sendEvent(f.window.get(), &event);
-    return enter.isAccepted() && event.isAccepted();
+    return {enter.isAccepted(), event.isAccepted()};
 }
 
 QPalette palette(const QColor &window, const QColor &text)
@@ -84,7 +85,10 @@ private Q_SLOTS:
             const int current = int(order.indexOf(f.view()));
             f.window->windowNext();
             QCOMPARE(f.view(), order[(current + 1) % 3]);
+            const QList<View *> now = f.window->viewManager()->views();
+            const int front = int(now.indexOf(f.view()));
             f.window->windowPrev();
+            QCOMPARE(f.view(), now[(front + 2) % 3]);
         }
     }
 
@@ -153,9 +157,12 @@ private Q_SLOTS:
         QVERIFY(f.window->findChild<QAction *>(u"windowCascade"_s)->isEnabled());
         f.open(u"a.c"_s);
         f.open(u"b.c"_s);
+        const QList<QMdiSubWindow *> frames = f.window->findChild<QMdiArea *>()->subWindowList();
+        QCOMPARE(frames.size(), 2);
         f.window->windowTile();
+        QVERIFY(!frames[0]->geometry().intersects(frames[1]->geometry()));
         f.window->windowCascade();
-        QCOMPARE(f.openFiles().size(), 2);
+        QVERIFY(frames[0]->geometry().intersects(frames[1]->geometry()));
     }
 
     void aStyleChosenInTheOptionsHoldsFromTheNextStart()
@@ -229,7 +236,7 @@ private Q_SLOTS:
         const WindowFixture f;
         QMimeData data;
         data.setText(text.arg(f.write(u"a.c"_s, "x")));
-        QVERIFY(drop(f, data));
+        QCOMPARE(drop(f, data), std::pair(true, true));
         QCOMPARE(f.openFiles(), QStringList(u"a.c"_s));
         f.window->close();
         QVERIFY(f.recent(u"File"_s).isEmpty());
@@ -241,7 +248,7 @@ private Q_SLOTS:
         QMimeData data;
         data.setUrls({QUrl::fromLocalFile(f.write(u"a b.c"_s, "x")), QUrl::fromLocalFile(f.write(u"\u00e9%.c"_s, "x")),
                       QUrl(u"http://example.org/c.c"_s)});
-        QVERIFY(drop(f, data));
+        QCOMPARE(drop(f, data), std::pair(true, true));
         QCOMPARE(f.openFiles(), (QStringList{u"a b.c"_s, u"\u00e9%.c"_s}));
     }
 
@@ -261,7 +268,7 @@ private Q_SLOTS:
         const WindowFixture f;
         QMimeData data;
         data.setText(text);
-        QVERIFY(!drop(f, data));
+        QCOMPARE(drop(f, data), std::pair(false, false));
         QVERIFY(f.openFiles().isEmpty());
         QVERIFY(f.answers->shown.isEmpty());
     }
@@ -336,6 +343,28 @@ private Q_SLOTS:
         QTRY_COMPARE(f.view()->textDocument()->paperColour().name(), u"#ffffff"_s);
     }
 
+    void chosenColoursStayWhenTheDesktopChanges()
+    {
+        WindowFixture f;
+        const auto useAsProducts = [&f](const char *foreground, const char *background) {
+            f.installation.write(u"config/textformats.xml"_s, formats(foreground, background));
+        };
+        useAsProducts("101010", "ffffcc");
+        QVERIFY(f.window->close());
+        f.window.reset();
+        f.settings()->clear();
+        f.restart();
+        f.restart(); // the formats are stored
+        useAsProducts("000000", "ffffff");
+        f.restart();
+        f.open(u"a.c"_s);
+        const QPalette old = QApplication::palette();
+        QApplication::setPalette(palette(Qt::black, Qt::white));
+        QCoreApplication::processEvents();
+        QCOMPARE(f.view()->textDocument()->paperColour().name(), u"#ffffcc"_s);
+        QApplication::setPalette(old);
+    }
+
     void acceptedOptionsTakeEffectInWhatIsOpen()
     {
         const WindowFixture f;
@@ -356,6 +385,15 @@ private Q_SLOTS:
         QCOMPARE(f.view()->currentEdit()->font().pointSize(), 18); // 9 at 200 %
         for (const uint page : {OutputWindow::Build, OutputWindow::Debug, OutputWindow::FindInFiles})
             QCOMPARE(f.window->outputWindow()->page(page)->font().pointSize(), 17);
+    }
+
+    void storedOptionsOfTheEditorHoldFromTheStart()
+    {
+        WindowFixture f;
+        f.settings()->setValue(u"Editor/TabSize"_s, 7);
+        f.restart();
+        f.open(u"a.c"_s);
+        QCOMPARE(f.view()->textDocument()->indenter()->tabSize(), 7);
     }
 
     // Tools

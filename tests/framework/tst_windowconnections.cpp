@@ -17,6 +17,7 @@
 #include <QTabBar>
 #include <QTabWidget>
 #include <QToolBar>
+#include <QToolTip>
 #include <QWindow>
 
 // From the parts of the window to its actions and other parts, with the menus of the product.
@@ -319,6 +320,17 @@ private Q_SLOTS:
         menu->close();
     }
 
+    void valueAtTheCursorIsShownByACommand()
+    {
+        const ProductWindow f;
+        f.open(u"a.c"_s, " \n");
+        f.view()->setFocus();
+        f.action(u"debugShowValue"_s)->setEnabled(true);
+        f.action(u"debugShowValue"_s)->trigger();
+        QVERIFY(QToolTip::text().contains(u"There is no expression at the cursor."_s));
+        QToolTip::hideText();
+    }
+
     void positionOfTheCursorIsShownWhileThereIsAText()
     {
         const ProductWindow f;
@@ -440,6 +452,7 @@ private Q_SLOTS:
         QTest::newRow("current project") << FindInFilesDialog::CurrentProject << u"*.*"_s << u"a.c a.h"_s;
         QTest::newRow("all projects") << FindInFilesDialog::AllProjects << u"*.*"_s << u"a.c a.h lib.c"_s;
         QTest::newRow("headers") << FindInFilesDialog::AllProjects << u"*.h; *.txt"_s << u"a.h"_s;
+        QTest::newRow("mask without a name") << FindInFilesDialog::CurrentProject << u";"_s << u"a.c a.h"_s;
         QTest::newRow("open documents") << FindInFilesDialog::OpenDocuments << u"*.*"_s << u"open.txt"_s;
         QTest::newRow("open sources") << FindInFilesDialog::OpenDocuments << u"*.c"_s << u""_s;
         QTest::newRow("folder") << FindInFilesDialog::Folder << u"*.*"_s << u"a.c a.h lib.c open.txt stray.c"_s;
@@ -453,7 +466,9 @@ private Q_SLOTS:
         const ProductWindow f;
         for (const QString &name : {u"a.c"_s, u"a.h"_s, u"lib.c"_s, u"stray.c"_s})
             f.write(u"src/"_s + name, "needle\n");
-        f.writeProject(u"fw.vnp"_s, {u"src/a.c"_s, u"src/a.h"_s});
+        f.write(u"fw.vnp"_s, "<project><file path='src/a.c'/><folder name='outer'><folder name='inner'>"
+                             "<file path='src/a.h'/></folder></folder><properties currentconfiguration='Default'>"
+                             "<configuration name='Default'/></properties></project>");
         f.writeProject(u"lib.vnp"_s, {u"src/lib.c"_s});
         QVERIFY(f.window->openWorkspace(f.writeWorkspace(u"all.vnw"_s, {u"fw.vnp"_s, u"lib.vnp"_s}), false));
         f.open(u"src/open.txt"_s, "needle\n");

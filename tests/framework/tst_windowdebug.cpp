@@ -12,11 +12,15 @@
 #include "iexecutionenvironment.h"
 #include "iexecutionevents.h"
 #include "inextstatement.h"
+#include "iregisters.h"
 #include "isourcemapping.h"
 #include "iwakeup.h"
 #include "multiwatchwindow.h"
 #include "objectmodel.h"
+#include "projecttree.h"
+#include "projecttreeitem.h"
 #include "pythonreference.h"
+#include "registerwidget.h"
 #include "scripthost.h"
 #include "textdocumenttemplate.h"
 #include "textparaview.h"
@@ -228,6 +232,9 @@ private Q_SLOTS:
         QCOMPARE(f.openFiles(), QStringList(u"main.c"_s));
         QCOMPARE(f.marks(), u"2=8"_s);
         QCOMPARE(f.view()->currentEdit()->textCursor().blockNumber(), 1);
+        f.view()->gotoLine(3);
+        f.window->debugShowNext();
+        QCOMPARE(f.view()->currentEdit()->textCursor().blockNumber(), 1);
         f.window->debugStepOver();
         QCOMPARE(f.calls(), u"fw.stepOver(main.c)"_s);
         f.report(u"fw"_s, IExecutionEnvironment::ProgramFinished);
@@ -305,6 +312,38 @@ private Q_SLOTS:
         f.calls();
         QVERIFY(QMetaObject::invokeMethod(f.window.get(), command.constData()));
         QTEST(f.calls().remove(QFileInfo(f.path(u"main.c"_s)).path() + u'/'), "calls");
+    }
+
+    void commandsCallTheToolChain_data()
+    {
+        QTest::addColumn<QByteArray>("command");
+        QTest::addColumn<QString>("call");
+        QTest::newRow("compile") << QByteArray("buildCompileFile") << u"cc.compile(main.c, Debug)"_s;
+        QTest::newRow("build") << QByteArray("buildBuild") << u"cc.build([Debug], false)"_s;
+        QTest::newRow("rebuild") << QByteArray("buildRebuild") << u"cc.build([Debug], true)"_s;
+        QTest::newRow("clean") << QByteArray("buildClean") << u"cc.clean([Debug])"_s;
+        QTest::newRow("build the selected project") << QByteArray("buildBuildAlt") << u"cc.build([Debug], false)"_s;
+        QTest::newRow("rebuild the selected project") << QByteArray("buildRebuildAlt") << u"cc.build([Debug], true)"_s;
+        QTest::newRow("clean the selected project") << QByteArray("buildCleanAlt") << u"cc.clean([Debug])"_s;
+    }
+
+    void commandsCallTheToolChain()
+    {
+        QFETCH(QByteArray, command);
+        DebugWindow f;
+        f.window->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(f.window.get()));
+        QVERIFY(f.window->openFile(f.path(u"main.c"_s), false));
+        if (command.endsWith("Alt")) {
+            auto *tree = f.window->findChild<ProjectTree *>();
+            tree->setFocus();
+            tree->setCurrentItem(tree->firstChild()->firstChild());
+        }
+        QVERIFY(QMetaObject::invokeMethod(f.window.get(), command.constData()));
+        QTEST(f.calls().remove(QFileInfo(f.path(u"main.c"_s)).path() + u'/'), "call");
+        QCOMPARE(f.window->activity().state(), StateBuilding);
+        f.window->buildStopBuild();
+        QCOMPARE(f.calls(), u"cc.stop()"_s);
     }
 
     void scriptEventsAreFired()
@@ -424,6 +463,23 @@ private Q_SLOTS:
         script(u"fw"_s).instructions = {{0, u"ret"_s}};
         Q_EMIT f.window->findChild<MultiWatchWindow *>()->doUpdate(); // one of its panes has written a value
         QTRY_COMPARE(paras->property("text").toString(), u"ret\n"_s);
+    }
+
+    void registersAreReadWhenTheProgramPauses()
+    {
+        DebugWindow f;
+        script(u"fw"_s).offers += IRegisters::Iid;
+        script(u"fw"_s).registers = {{u"r0"_s, 8, {}, 4, 4, {}, false}};
+        f.restart();
+        QVERIFY(f.window->openWorkspace(f.path(u"all.vnw"_s), false));
+        f.window->activity().setState(StatePaused);
+        f.window->activity().setState(StateRunning);
+        const auto *registers = f.window->findChild<RegisterWidget *>(u"fw/registers"_s);
+        QVERIFY(registers && registers->isVisible());
+        QCOMPARE(registers->text(), u"r0 = 0x00\n"_s);
+        script(u"fw"_s).registerValues[u"r0"_s] = {{0, 1}};
+        f.window->activity().setState(StatePaused);
+        QCOMPARE(registers->text(), u"r0 = 0x01\n"_s);
     }
 
     void startingSessionIsNotStopped()
@@ -758,6 +814,10 @@ private Q_SLOTS:
         f.window->viewManager()->closeAll();
         script(u"fw"_s).breakpoints = {{{{u"main.c"_s, 3}}, BreakpointDisabled}};
         QVERIFY(f.window->openFile(f.path(u"main.c"_s), false));
+        QCOMPARE(f.marks(), u"2=8 3=2"_s);
+        f.window->viewManager()->closeAll();
+        f.answers->choose({f.path(u"main.c"_s)});
+        f.window->fileOpen();
         QCOMPARE(f.marks(), u"2=8 3=2"_s);
         script(u"fw"_s).location = {u"main.c"_s, 1};
         forgetCurrentLocations(); // as after a step

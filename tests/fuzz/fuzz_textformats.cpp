@@ -1,11 +1,20 @@
 #include "textformats.h"
 #include <QFile>
+#include <QGuiApplication>
 #include <QSettings>
 #include <QTemporaryDir>
 
 // Any bytes as a file of text formats: the file is refused, or its formats are saved to the settings and loaded again.
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 {
+    static int argc = 1;
+    static char name[] = "fuzz";
+    static char *argv[] = {name, nullptr};
+    static const QGuiApplication *application = [] { // for the fonts
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+        return new QGuiApplication(argc, argv);
+    }();
+    Q_UNUSED(application);
     static const QTemporaryDir directory;
     QFile file(directory.filePath(QStringLiteral("textformats.xml")));
     if (!file.open(QIODevice::WriteOnly))

@@ -683,6 +683,20 @@ private Q_SLOTS:
         QVERIFY(f.document->bracketMatch().isNull());
     }
 
+    void changedFormatsAreShown()
+    {
+        EditorFixture f(u"int a;"_s);
+        const QTextBlock line = f.document->text()->firstBlock();
+        const auto colour = [&] {
+            f.document->ensureProcessed(line);
+            return line.layout()->formats().value(0).format.foreground().color();
+        };
+        QCOMPARE(colour(), f.formats[FormatId::Keyword].foreground().color());
+        f.formats[FormatId::Keyword].setForeground(QColor(Qt::magenta));
+        f.document->notifyViews(nullptr, true);
+        QCOMPARE(colour(), QColor(Qt::magenta));
+    }
+
     void tabStopsFollowTheIndenter()
     {
         EditorFixture f;

@@ -984,6 +984,24 @@ private Q_SLOTS:
         QTest::mouseRelease(handle, Qt::LeftButton, {}, handle->mapFromGlobal(target));
     }
 
+    void storedHeightsOfPanesAreUsed()
+    {
+        EditorFixture f(numbered(50));
+        f.view->setPaneHeights({100, 250});
+        QCOMPARE(f.view->edits().size(), 2);
+        const QList<int> heights = f.view->paneHeights();
+        QCOMPARE(heights.size(), 2);
+        QVERIFY(heights[1] > 2 * heights[0]);
+    }
+
+    void endOfAnInsertedTextIsVisible()
+    {
+        EditorFixture f;
+        f.view->insertText(numbered(200));
+        QVERIFY(f.edit(0)->verticalScrollBar()->value() > 0);
+        QVERIFY(f.edit(0)->viewport()->rect().contains(f.edit(0)->cursorRect()));
+    }
+
     void lowPaneCollapsesAndStaysInTheList()
     {
         EditorFixture f(numbered(50));
@@ -996,6 +1014,7 @@ private Q_SLOTS:
         f.view->split();
         QCOMPARE(f.view->edits().size(), 3);
         QVERIFY(f.edit(1)->isHidden());
+        QCOMPARE(f.view->paneHeights().size(), 2);
         QVERIFY(std::abs(f.edit(0)->height() - f.edit(2)->height()) < 10);
     }
 

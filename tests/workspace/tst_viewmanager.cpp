@@ -4,8 +4,10 @@
 #include "mdiworkspace.h"
 #include "tabbedviewmanager.h"
 #include "workspace.h"
+#include <functional>
 #include <QMainWindow>
 #include <QMenu>
+#include <QPushButton>
 #include <QSettings>
 #include <QSignalSpy>
 #include <QTabBar>
@@ -483,6 +485,23 @@ private Q_SLOTS:
         QVERIFY(f.view(u"a.c"_s)->hasFocus());
     }
 
+    void activatedViewGetsTheFocus_data() { styles(); }
+    void activatedViewGetsTheFocus()
+    {
+        QFETCH(const int, style);
+        Fixture f(style);
+        QPushButton elsewhere(f.window.centralWidget());
+        elsewhere.show();
+        const auto getsFocus = [&](const QString &title, const std::function<void()> &activate) {
+            elsewhere.setFocus();
+            activate();
+            return f.view(title)->hasFocus();
+        };
+        QVERIFY(getsFocus(u"a.c"_s, [&] { f.manager->activateView(f.view(u"a.c"_s), true); }));
+        QVERIFY(getsFocus(u"d.c"_s, [&] { f.workspace.openDocument(u"/x/d.c"_s, true); }));
+        QVERIFY(getsFocus(u"d.c"_s, [&] { f.workspace.reopenDocument(u"/x/d.c"_s); }));
+    }
+
     void clickOnATabActivatesItsView()
     {
         Fixture f(Tabbed);
@@ -497,6 +516,9 @@ private Q_SLOTS:
         QTest::mouseClick(f.tabs(), Qt::LeftButton, {}, f.tabs()->tabRect(0).center());
         QVERIFY(!activated.isEmpty()); // although no tab changed
         QVERIFY(f.manager->currentView()->hasFocus());
+        activated.clear();
+        QTest::mouseClick(f.tabs(), Qt::LeftButton, {}, f.tabs()->tabRect(0).center());
+        QVERIFY(!activated.isEmpty()); // although the focus did not move
     }
 
     void closeButtonClosesTheCurrentView()
@@ -609,6 +631,8 @@ private Q_SLOTS:
         press(); // the view before
         QTest::keyRelease(handle, Qt::Key_Control);
         QCOMPARE(reached, (QStringList{u"a.c"_s, u"b.c"_s, u"c.c"_s}));
+        f.manager->activateView(f.view(u"a.c"_s), true); // without the key, each one moves to the front at once
+        QTRY_COMPARE(f.titles(), u"a.c|c.c|b.c"_s);
     }
 
     void cascadeRectanglesAreAnchoredAtTheBottom_data()
@@ -656,10 +680,18 @@ private Q_SLOTS:
         f.view(u"b.c"_s)->parentWidget()->setGeometry(33, 44, 300, 200);
         QVERIFY(f.workspace.reopenDocument(u"/x/b.c"_s));
         QCOMPARE(f.view(u"b.c"_s)->parentWidget()->geometry(), QRect(33, 44, 300, 200));
+        QVERIFY(f.view(u"b.c"_s)->isVisible());
         QCOMPARE(f.manager->currentView(), f.view(u"b.c"_s));
         f.workspace.openDocument(u"/x/d.c"_s, true);
         int i = 3;
         QCOMPARE(f.view(u"d.c"_s)->parentWidget()->geometry(), cascadeRect(f.area()->rect(), i));
+    }
+
+    void reopenedFrameStaysMaximised()
+    {
+        Fixture f(Mdi, {u"/x/a.c"_s, u"/x/b.c"_s}, 1);
+        QVERIFY(f.workspace.reopenDocument(u"/x/a.c"_s));
+        QVERIFY(f.view(u"a.c"_s)->parentWidget()->isMaximized());
     }
 
     void replacementUsesTheFrameOfTheLastClosedViewOnce()
@@ -760,6 +792,23 @@ private Q_SLOTS:
         QVERIFY(!f.view(u"b.c"_s)->parentWidget()->isMaximized());
         f.manager->tile();
         QCOMPARE(f.view(u"b.c"_s)->parentWidget()->height(), f.area()->height());
+    }
+
+    void frameAfterAClosedOneThatWasRestoredIsNotMaximised()
+    {
+        Fixture f(Mdi, {u"/x/a.c"_s}, 1);
+        static_cast<QMdiSubWindow *>(f.view(u"a.c"_s)->parentWidget())->showNormal();
+        f.view(u"a.c"_s)->close();
+        f.workspace.openDocument(u"/x/b.c"_s, true);
+        QVERIFY(!f.view(u"b.c"_s)->parentWidget()->isMaximized());
+    }
+
+    void frameAfterCascadingIsNotMaximised()
+    {
+        Fixture f(Mdi, {}, 1);
+        f.manager->cascade();
+        f.workspace.openDocument(u"/x/a.c"_s, true);
+        QVERIFY(!f.view(u"a.c"_s)->parentWidget()->isMaximized());
     }
 
     void frameAfterTilingIsNotMaximised()

@@ -239,8 +239,7 @@ void DockLayout::restore(ActivityState state) const
     layout->setSizeConstraint(QLayout::SetNoConstraint); // on the way, docks side by side would enlarge the window
     takeDockLayout(*m_window);
     place(placed);
-    if (!exact.isEmpty())
-        m_window->restoreState(exact);
+    m_window->restoreState(exact);
     if (m_window->isVisible())
         fitDocks(*m_window); // it may have been larger when the layout was stored
     layout->setSizeConstraint(constraint);

@@ -8,7 +8,6 @@ SearchBox::SearchBox(QWidget *parent) : QComboBox(parent)
     setObjectName(u"searchBox"_s);
     setEditable(true);
     setCompleter(nullptr); // it would search for text that the user has not typed
-    setDuplicatesEnabled(false);
     setMaxCount(10);
     setInsertPolicy(NoInsert); // a full combo box ignores the Return key
     setMinimumWidth(150);
