@@ -337,7 +337,7 @@ private Q_SLOTS:
         QCOMPARE(f.text(), u"1 two one one\n"_s);
         QTRY_COMPARE(count->text(), u"2 matches"_s);
         dialog->findChild<QPushButton *>(u"ReplaceAllButton"_s)->click();
-        QTRY_COMPARE(count->text(), u"No match"_s);
+        QTRY_COMPARE(count->text(), u"2 occurrences have been replaced."_s);
     }
 
     void numberOfReplacementsIsShown()
