@@ -9,11 +9,11 @@ constexpr qsizetype FirstPart = 32'000;  ///< bytes; more than the lines of a la
 constexpr qsizetype Part = 64'000;       ///< bytes that are added between two looks at the clock
 constexpr qsizetype LargePart = 500'000; ///< the same while somebody waits for the text
 constexpr int Slice = 8;                 ///< milliseconds
+constexpr int FirstDelay = 20;           ///< milliseconds, in which the first screen is painted
 } // namespace
 
 TextLoading::TextLoading(QTextDocument *text, QObject *parent) : QObject(parent), m_text(text)
 {
-    m_timer.setInterval(0);
     connect(&m_timer, &QTimer::timeout, this, &TextLoading::addSlice);
 }
 
@@ -38,6 +38,7 @@ void TextLoading::loadTo(int line)
 
 void TextLoading::addSlice()
 {
+    m_timer.start(0);
     const QDeadlineTimer deadline(Slice);
     growWhile([&deadline] { return !deadline.hasExpired(); }, Part);
 }
@@ -70,7 +71,7 @@ void TextLoading::setActive(bool active)
     m_active = active;
     m_text->setUndoRedoEnabled(!active);
     if (active) {
-        m_timer.start();
+        m_timer.start(FirstDelay);
     } else {
         m_timer.stop();
         m_source = {};
