@@ -56,7 +56,7 @@ private Q_SLOTS:
         QStringList texts(labelOf(f)->text());
         QVERIFY2(texts.first().startsWith(u"Loading 'large.c'... "_s) && texts.first().endsWith(u" %"_s),
                  qPrintable(texts.first()));
-        QObject::connect(currentText(f)->loading(), &TextLoading::grown, labelOf(f),
+        QObject::connect(currentText(f)->loading(), &TextLoading::grown, f.window.get(),
                          [&] { texts << labelOf(f)->text(); });
         QVERIFY(!f.window->findChild<FileFormatButton *>()->isEnabled());
         QVERIFY(waitForEnd(f));
