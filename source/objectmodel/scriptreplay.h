@@ -3,6 +3,7 @@
 #include "scriptobject.h"
 #include "scripttypes.h"
 #include <functional>
+class QAction;
 
 /// What the replay of a recorded script needs of the window besides the object model.
 struct ReplayHooks

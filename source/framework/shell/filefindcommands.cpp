@@ -208,8 +208,8 @@ QString FileFindCommands::skippedText() const
 
 QString FileFindCommands::countText() const
 {
-    const QString found = m_matchCount == 1 ? tr("1 occurrence has been found.")
-                                            : tr("%1 occurrences have been found.").arg(m_matchCount);
+    QString found = m_matchCount == 1 ? tr("1 occurrence has been found.")
+                                      : tr("%1 occurrences have been found.").arg(m_matchCount);
     const int unreadable = m_searcher.unreadable();
     if (unreadable == 0)
         return found;
