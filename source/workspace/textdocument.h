@@ -37,7 +37,7 @@ public:
     [[nodiscard]] QTextDocument *text() const { return m_text.get(); }
     [[nodiscard]] TextLoading *loading() const { return m_loading.get(); }
     [[nodiscard]] bool isLoading() const; ///< Whether a part of the text is missing.
-    /// Loads what is missing. To be called before a change, and by whoever needs the text to its end.
+    /// Loads the rest of a large file first. Call it before each change of the text, and before its end is read.
     QTextDocument *wholeText() const;
     /// Loads what is missing up to @p line, counted from 1.
     void loadTo(int line) const;

@@ -7,7 +7,7 @@
 namespace {
 constexpr qsizetype FirstPart = 32'000;  ///< bytes; more than the lines of a large screen
 constexpr qsizetype Part = 64'000;       ///< bytes that are added between two looks at the clock
-constexpr qsizetype LargePart = 500'000; ///< the same while somebody waits for the text
+constexpr qsizetype LargePart = 500'000; ///< bytes, instead of Part, when the whole text is needed at once
 constexpr int Slice = 8;                 ///< milliseconds
 constexpr int FirstDelay = 20;           ///< milliseconds, in which the first screen is painted
 } // namespace

@@ -4,9 +4,9 @@
 #include <QTimer>
 class QTextDocument;
 
-/// Gives a text document the text of a file. Of a large one it takes the first screens at once and the rest while the
-/// program is idle, in slices that are too short to delay input. Meanwhile the document has no undo, and it counts
-/// as modified only if somebody else has set that.
+/// Gives a text document the text of a file. Of a large file, the first screens are taken at once and the rest while
+/// the program is idle, in slices that are too short to delay input. Meanwhile the document has no undo, and adding the
+/// slices does not mark it as modified.
 class TextLoading : public QObject
 {
     Q_OBJECT

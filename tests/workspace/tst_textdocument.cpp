@@ -1,4 +1,5 @@
 #include "editorfixture.h"
+#include "filebytes.h"
 #include "tabbedviewmanager.h"
 #include "workspace.h"
 #include <csignal>
@@ -11,19 +12,6 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-void put(const QString &path, const QByteArray &bytes)
-{
-    QFile file(path);
-    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size())
-        qFatal("cannot write %s", qPrintable(path));
-}
-
-QByteArray contents(const QString &path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("unreadable");
-}
-
 /// A workspace with the file "a.c", which contains "one", open in the view in front.
 struct OpenFile
 {

@@ -1,5 +1,6 @@
 #include "cpphighlighter.h"
 #include "editorfixture.h"
+#include "filebytes.h"
 #include "swapfile.h"
 #include "textloading.h"
 #include "viewplace.h"
@@ -13,19 +14,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 constexpr int Lines = 20'000;
-
-void put(const QString &path, const QByteArray &bytes)
-{
-    QFile file(path);
-    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size())
-        qFatal("cannot write %s", qPrintable(path));
-}
-
-QByteArray contents(const QString &path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("unreadable");
-}
 
 /// The lines "int a1;" to "int a20000;", each ended by @p lineEnd.
 QByteArray numbered(const QByteArray &lineEnd = "\n")
