@@ -316,8 +316,12 @@ void BM_MemoryPerLine(benchmark::State &state)
         Editor editor;
         const size_t after = ::mallinfo2().uordblks + ::mallinfo2().hblkhd;
         state.counters["bytes/line"] = double(after - before) / editor.edit()->document()->blockCount();
-        if constexpr (std::is_same_v<Editor, Ours>) { // with the colours and brackets of all lines
+        if constexpr (std::is_same_v<Editor, Ours>) {
+            // As after idle time and two pages on screen: brackets of all lines, colours near the screen
+            const int lines = editor.edit()->document()->blockCount();
             editor.document.ensureProcessed(editor.document.text()->lastBlock());
+            editor.document.ensureFormatted(0, 100);
+            editor.document.ensureFormatted(lines - 100, lines - 1);
             const size_t painted = ::mallinfo2().uordblks + ::mallinfo2().hblkhd;
             state.counters["bytes/line highlighted"] =
                 double(painted - before) / editor.edit()->document()->blockCount();

@@ -1,7 +1,9 @@
 #include "highlightdriver.h"
 #include "callplugin.h"
 #include "longline.h"
+#include "paragdata.h"
 #include "syntaxhighlighter.h"
+#include <QAbstractTextDocumentLayout>
 #include <QDeadlineTimer>
 #include <QTextDocument>
 #include <QTimerEvent>
@@ -11,6 +13,8 @@ constexpr int IdleSlice = 1;           // milliseconds
 constexpr int QuietTime = 200;         // milliseconds after an edit: typing must not wait for a slice
 constexpr int BlocksBetweenLooks = 16; // between two looks at the clock
 constexpr int MostChangedBlocks = 100; // highlighted at once: about one screen after a paste
+constexpr int MostFormatted = 1000;    // lines that have formats: several panes may show several places
+constexpr int KeptAround = 300;        // lines that keep their formats above and below a pane
 } // namespace
 
 HighlightDriver::HighlightDriver(QTextDocument *document, SyntaxHighlighter *highlighter, QObject *parent)
@@ -22,19 +26,36 @@ HighlightDriver::HighlightDriver(QTextDocument *document, SyntaxHighlighter *hig
 
 void HighlightDriver::ensureProcessed(const QTextBlock &block)
 {
-    if (!m_due.empty())
+    if (!m_due.isEmpty())
         processUpTo(block.blockNumber());
+}
+
+void HighlightDriver::ensureFormatted(LineRanges::Range range)
+{
+    if (m_formatted.contains(range)) {
+        processUpTo(range.last);
+        return;
+    }
+    m_formatted.add(range);
+    processUpTo(range.last);
+    QTextBlock block = m_document->findBlockByNumber(range.first);
+    for (int line = range.first; line <= range.last && block.isValid(); ++line, block = block.next()) {
+        if (const ParagData *data = paragDataOf(block); data && data->skipsFormats)
+            process(block);
+    }
+    if (m_formatted.count() > MostFormatted)
+        keepFormatsAround(range);
 }
 
 bool HighlightDriver::isProcessed(const QTextBlock &block) const
 {
-    return m_due.empty() || block.blockNumber() < m_due.front().first;
+    return m_due.isEmpty() || block.blockNumber() < m_due.first();
 }
 
 void HighlightDriver::rehighlight()
 {
     m_failed = false;
-    addRange({0, m_blockCount - 1});
+    m_due.add({0, m_blockCount - 1});
     m_idle.start(0, this);
 }
 
@@ -45,11 +66,11 @@ void HighlightDriver::timerEvent(QTimerEvent *event)
         return;
     }
     const QDeadlineTimer deadline(IdleSlice);
-    while (!m_due.empty() && !deadline.hasExpired()) {
-        for (int i = 0; i < BlocksBetweenLooks && !m_due.empty(); ++i)
+    while (!m_due.isEmpty() && !deadline.hasExpired()) {
+        for (int i = 0; i < BlocksBetweenLooks && !m_due.isEmpty(); ++i)
             processFirst();
     }
-    if (m_due.empty())
+    if (m_due.isEmpty())
         m_idle.stop();
     else
         m_idle.start(0, this);
@@ -63,17 +84,19 @@ void HighlightDriver::slotContentsChange(int from, int removed, int added)
     const int first = m_document->findBlock(from).blockNumber();
     const int last = end.isValid() ? end.blockNumber() : m_blockCount - 1;
     if (inserted == 0 && first == last && isBehindStart(from, removed, added)) {
-        if (!m_due.empty())
+        if (!m_due.isEmpty())
             m_idle.start(QuietTime, this);
         return;
     }
-    shiftRanges(first, last - inserted, inserted);
+    m_due.replaceLines(first, last - inserted, inserted);
+    m_formatted.replaceLines(first, last - inserted, inserted);
+    m_formatted.remove({first + MostChangedBlocks, last}); // what of them is on screen will be painted
     const int other = removed > 0 ? 1 : 0; // the block after a removal may have lost the block whose end state it used
-    const Range changed{first, std::min(last + other, m_blockCount - 1)};
-    addRange(changed);
-    if (m_due.front().first == first)
+    const LineRanges::Range changed{first, std::min(last + other, m_blockCount - 1)};
+    m_due.add(changed);
+    if (m_due.first() == first)
         processUpTo(std::min(changed.last, first + MostChangedBlocks - 1));
-    if (!m_due.empty())
+    if (!m_due.isEmpty())
         m_idle.start(QuietTime, this);
 }
 
@@ -87,58 +110,58 @@ bool HighlightDriver::isBehindStart(int from, int removed, int added) const
            && askPlugin("SyntaxHighlighter::readsStartsOnly", [this] { return m_highlighter->readsStartsOnly(); });
 }
 
-// Blocks first to oldLast became blocks first to oldLast + inserted.
-void HighlightDriver::shiftRanges(int first, int oldLast, int inserted)
-{
-    for (Range &range : m_due) {
-        if (range.first > oldLast)
-            range.first += inserted;
-        else
-            range.first = std::min(range.first, first);
-        if (range.last > oldLast)
-            range.last += inserted;
-        else if (range.last >= first)
-            range.last = oldLast + inserted;
-    }
-}
-
-void HighlightDriver::addRange(Range added)
-{
-    const auto first = std::ranges::find_if(m_due, [added](Range range) { return range.last + 1 >= added.first; });
-    const auto behind = std::find_if(first, m_due.end(), [added](Range range) { return range.first > added.last + 1; });
-    if (first != behind) {
-        added.first = std::min(added.first, first->first);
-        added.last = std::max(added.last, std::prev(behind)->last);
-    }
-    m_due.insert(m_due.erase(first, behind), added);
-}
-
 void HighlightDriver::processUpTo(int blockNumber)
 {
-    while (!m_due.empty() && m_due.front().first <= blockNumber)
+    while (!m_due.isEmpty() && m_due.first() <= blockNumber)
         processFirst();
 }
 
 void HighlightDriver::processFirst()
 {
-    Range &range = m_due.front();
-    const QTextBlock block = m_document->findBlockByNumber(range.first);
-    if (range.first++ == range.last)
-        m_due.erase(m_due.begin());
+    const QTextBlock block = m_document->findBlockByNumber(m_due.takeFirst());
     process(block);
     const QTextBlock next = block.next();
     if (next.isValid() && next.userState() == -1)
-        addRange({next.blockNumber(), next.blockNumber()});
+        m_due.add({next.blockNumber(), next.blockNumber()});
 }
 
 /// After an exception the following lines are plain: one message, not one for each line.
 void HighlightDriver::process(QTextBlock block)
 {
+    const int line = block.blockNumber();
+    ParagData *data = ensureParagData(block);
+    data->skipsFormats = !m_formatted.contains({line, line});
     if (!m_failed)
         m_failed =
             !runPlugin("SyntaxHighlighter::process", [&] { m_highlighter->process(m_document, block, 0, true); });
-    if (!m_failed)
+    if (m_failed)
+        block.setUserState(0);
+    if (m_failed || data->skipsFormats)
+        removeFormats(block);
+}
+
+void HighlightDriver::keepFormatsAround(LineRanges::Range range)
+{
+    LineRanges far = m_formatted;
+    far.remove({range.first - KeptAround, range.last + KeptAround});
+    for (const LineRanges::Range lines : far.ranges()) {
+        m_formatted.remove(lines);
+        QTextBlock block = m_document->findBlockByNumber(lines.first);
+        for (int line = lines.first; line <= lines.last && block.isValid(); ++line, block = block.next()) {
+            ensureParagData(block)->skipsFormats = true;
+            removeFormats(block);
+        }
+    }
+}
+
+/// Without an update on the screen: before the line is painted again, it gets formats.
+void HighlightDriver::removeFormats(QTextBlock block)
+{
+    ParagData *data = paragDataOf(block);
+    if (!data || !std::exchange(data->hasFormats, false))
         return;
+    const QSignalBlocker quiet(m_document->documentLayout());
+    block.clearLayout();
     block.layout()->clearFormats();
-    block.setUserState(0);
+    m_document->markContentsDirty(block.position(), 1);
 }

@@ -1,8 +1,8 @@
 #pragma once
+#include "lineranges.h"
 #include <QBasicTimer>
 #include <QObject>
 #include <QTextBlock>
-#include <vector>
 
 class QTextDocument;
 class SyntaxHighlighter;
@@ -12,6 +12,9 @@ class SyntaxHighlighter;
 ///
 /// A changed end state marks the next line; the lines below follow one by one as long as their states change too. So
 /// the cost of an edit does not depend on its place or on the size of the document.
+///
+/// A run over a line gives it an end state and brackets. Its formats take several times the memory of its text, so only
+/// lines on the screen and some around them have formats.
 class HighlightDriver : public QObject
 {
     Q_OBJECT
@@ -20,10 +23,13 @@ public:
     /// due.
     HighlightDriver(QTextDocument *document, SyntaxHighlighter *highlighter, QObject *parent = nullptr);
 
-    /// Highlights @p block and everything above it, before its formats are painted or its brackets are read. Costs
-    /// nothing if that is done already. Do not call it within an edit block of a cursor.
+    /// Runs over @p block and everything above it, before its brackets are read. Costs nothing if that is done already.
+    /// Do not call it within an edit block of a cursor.
     void ensureProcessed(const QTextBlock &block);
-    /// Whether @p block and everything above it is highlighted.
+    /// Gives formats to the lines of @p range, counted from 0, before they are painted. Lines that are far from there
+    /// may lose theirs. Otherwise like ensureProcessed().
+    void ensureFormatted(LineRanges::Range range);
+    /// Whether ensureProcessed() has nothing to do for @p block.
     [[nodiscard]] bool isProcessed(const QTextBlock &block) const;
     /// Highlights every line again, because the formats have changed.
     void rehighlight();
@@ -32,23 +38,18 @@ protected:
     void timerEvent(QTimerEvent *event) override;
 
 private:
-    struct Range ///< block numbers, both inclusive
-    {
-        int first;
-        int last;
-    };
-
     void slotContentsChange(int from, int removed, int added);
     [[nodiscard]] bool isBehindStart(int from, int removed, int added) const;
-    void shiftRanges(int first, int oldLast, int inserted);
-    void addRange(Range added);
     void processUpTo(int blockNumber);
     void processFirst();
     void process(QTextBlock block);
+    void keepFormatsAround(LineRanges::Range range);
+    void removeFormats(QTextBlock block);
 
     QTextDocument *const m_document;
     SyntaxHighlighter *const m_highlighter;
-    std::vector<Range> m_due; ///< ascending and disjoint; the first block of a range is highlighted first
+    LineRanges m_due;       ///< the lines that need a run, from the top
+    LineRanges m_formatted; ///< the lines that have formats, or get them by the run that is due
     int m_blockCount;
     bool m_failed = false; ///< the highlighter has thrown an exception
     QBasicTimer m_idle;

@@ -13,6 +13,8 @@ public:
             parenList = previous->parenList;
             marker = previous->marker;
             endState = previous->endState;
+            skipsFormats = previous->skipsFormats;
+            hasFormats = previous->hasFormats;
         }
         m_owner->m_marked.insert(this, {block, QTextCursor(block), block.position()});
     }

@@ -80,7 +80,12 @@ void SyntaxHighlighter::setFormats(const FormatTable *formats)
 
 void SyntaxHighlighter::paint(QTextDocument *document, const QTextBlock &block, QList<FormatRange> ranges)
 {
-    QTextLayout *layout = block.layout();
+    ParagData *data = paragDataOf(block);
+    if (data && data->skipsFormats)
+        return;
+    if (data)
+        data->hasFormats = true;
+    QTextLayout *layout = block.layout(); // takes much memory for each line that has one
     const bool isLong = LongLine::isLong(block);
     if (isLong)
         prepareForPieces(block.length() - 1, ranges);

@@ -27,9 +27,9 @@ enum {
 
 /// Highlights the lines of text documents. This class formats everything as standard text; languages derive from it.
 ///
-/// A run over a line sets the formats of its layout and stores the state at its end in QTextBlock::userState(), where
-/// the run over the next line reads it; -1 there means that the line needs a run. One object serves any number of
-/// documents. Each document has a HighlightDriver, which decides when lines are run.
+/// A run over a line sets the formats of its layout, if they are needed, and stores the state at its end in
+/// QTextBlock::userState(), where the run over the next line reads it; -1 there means that the line needs a run. One
+/// object serves any number of documents. Each document has a HighlightDriver, which decides when lines are run.
 class SyntaxHighlighter
 {
 public:
@@ -52,7 +52,7 @@ public:
 
 protected:
     /// Sets the formats @p ranges, given in positions of the text, in the layout of @p block. Does nothing if they are
-    /// set already.
+    /// set already, or if the line is far from the screen (ParagData::skipsFormats).
     static void paint(QTextDocument *document, const QTextBlock &block, QList<QTextLayout::FormatRange> ranges);
     /// The start state of @p block: the end state of the block above, or 0 for the first. Calls process() for the
     /// blocks directly above that have no end state.

@@ -316,6 +316,11 @@ void TextDocument::ensureProcessed(const QTextBlock &block)
     m_driver->ensureProcessed(block);
 }
 
+void TextDocument::ensureFormatted(int first, int last)
+{
+    m_driver->ensureFormatted({first, last});
+}
+
 // Markers -----------------------------------------------------------------
 
 void TextDocument::setMarker(int line, int mask, bool on, bool alternate)

@@ -77,8 +77,10 @@ public:
     [[nodiscard]] QTextCursor bracketMatch() const { return m_bracketMatch; }
     void clearBracketMatch(); ///< also ends the search, which refers to lines that a change may remove
 
-    /// Highlights @p block and everything above it.
+    /// Runs the highlighter over @p block and everything above it.
     void ensureProcessed(const QTextBlock &block);
+    /// Gives the lines @p first to @p last, counted from 0, the formats with which they are painted.
+    void ensureFormatted(int first, int last);
     void setSelection(const QTextCursor &cursor) { m_selection = cursor; }
     [[nodiscard]] PaneNumbers &paneNumbers() { return m_paneNumbers; } ///< in all views
 

@@ -163,8 +163,8 @@ void TextViewEdit::scrollByWheel(QWheelEvent *event)
 void TextViewEdit::paintEvent(QPaintEvent *event)
 {
     const int onScreen = viewport()->height() / std::max(1, m_document->lineSpacing()) + 1;
-    const int last = std::min(firstVisibleBlock().blockNumber() + onScreen, document()->blockCount() - 1);
-    m_document->ensureProcessed(document()->findBlockByNumber(last));
+    const int first = firstVisibleBlock().blockNumber();
+    m_document->ensureFormatted(first, std::min(first + onScreen, document()->blockCount() - 1));
     m_background.paint(event->rect(), contentOffset().x());
     LongLineEdit::paintEvent(event);
 }

@@ -36,9 +36,14 @@ struct Editor
 
     [[nodiscard]] QTextBlock block(int number) const { return document->findBlockByNumber(number); }
 
+    void format(int first, int last) const { driver->ensureFormatted({first, last}); }
+    void format(int line) const { format(line, line); }
+    void formatAll() const { format(0, document->blockCount() - 1); }
+    [[nodiscard]] bool hasFormats(int line) const { return !block(line).layout()->formats().isEmpty(); }
+
     void finish()
     {
-        driver->ensureProcessed(document->lastBlock());
+        formatAll();
         highlighter.runs = 0;
     }
 
@@ -94,6 +99,11 @@ private Q_SLOTS:
     void oneHighlighterServesManyDocuments();
     void highlightingDoesNotModifyTheDocument();
     void undoIsHighlighted();
+    void onlyLinesNearTheScreenHaveFormats();
+    void twoPlacesOfOneTextHaveFormats();
+    void pastedLinesFarFromTheScreenGetNoFormats();
+    void changedLinesFarFromTheScreenGetTheirFormatsWhenShown();
+    void formatsThatAreRemovedCauseNoUpdate();
     void exceptionLeavesTheRestPlainUntilTheFormatsChange();
     void driverMayBeDeletedBeforeItsDocument();
     void randomEditsGiveTheResultOfACompleteRun_data();
@@ -103,7 +113,7 @@ private Q_SLOTS:
 void tst_HighlightDriver::changedLineIsHighlightedAtOnce()
 {
     const Editor editor(u"x\nint"_s);
-    editor.driver->ensureProcessed(editor.document->lastBlock());
+    editor.formatAll();
     editor.replace(0, 1, u"return 1;"_s);
     QCOMPARE(painted(editor.block(0)), u"666666131"_s);
     QCOMPARE(painted(editor.block(1)), u"666"_s);
@@ -126,7 +136,7 @@ void tst_HighlightDriver::linesAreHighlightedDownToTheRequestedOne()
 {
     Editor editor(lines(1000));
     QVERIFY(!editor.driver->isProcessed(editor.block(0)));
-    editor.driver->ensureProcessed(editor.block(9));
+    editor.format(0, 9);
     QCOMPARE(editor.highlighter.takeRuns(), 10);
     QCOMPARE(painted(editor.block(9)), u"666111"_s);
     QVERIFY(editor.driver->isProcessed(editor.block(9)));
@@ -142,6 +152,7 @@ void tst_HighlightDriver::restIsHighlightedWhenIdle()
     QCOMPARE(editor.highlighter.takeRuns(), 5001);
     editor.replace(0, 0, u"/*"_s);
     QTRY_VERIFY(editor.driver->isProcessed(editor.document->lastBlock()));
+    editor.format(4999);
     QCOMPARE(painted(editor.block(4999)), u"222222"_s);
     QCOMPARE(editor.document->lastBlock().userState(), 4);
 }
@@ -167,7 +178,7 @@ void tst_HighlightDriver::invisibleLinesCauseNoUpdate()
     layout->blockBoundingRect(editor.block(0));
     const QSignalSpy lineUpdates(layout, &QAbstractTextDocumentLayout::updateBlock);
     const QSignalSpy updates(layout, &QAbstractTextDocumentLayout::update);
-    editor.driver->ensureProcessed(editor.document->lastBlock());
+    editor.formatAll();
     QCOMPARE(lineUpdates.size() + updates.size(), 1);
 }
 
@@ -192,7 +203,7 @@ void tst_HighlightDriver::openedCommentMarksOnlyTheNextLine()
     QCOMPARE(editor.block(1).userState(), -1);
     QVERIFY(!editor.driver->isProcessed(editor.block(1)));
     QVERIFY(!editor.driver->isProcessed(editor.document->lastBlock()));
-    editor.driver->ensureProcessed(editor.block(30));
+    editor.format(0, 30);
     QCOMPARE(editor.highlighter.takeRuns(), 30);
     QCOMPARE(painted(editor.block(30)), u"222222"_s);
     QCOMPARE(painted(editor.block(31)), u"666111"_s);
@@ -208,6 +219,7 @@ void tst_HighlightDriver::closedCommentStopsAtAnUnchangedState()
     QVERIFY(!editor.driver->isProcessed(editor.document->lastBlock()));
     editor.driver->ensureProcessed(editor.document->lastBlock());
     QVERIFY(editor.highlighter.takeRuns() < 100);
+    editor.formatAll();
     QCOMPARE(painted(*editor.document), paintedFromScratch(editor.document->toPlainText(), editor.highlighter));
 }
 
@@ -225,7 +237,7 @@ void tst_HighlightDriver::joiningLinesRunsTheLineAfter()
     Editor editor(u"/* a\n*/\nint b;"_s);
     editor.finish();
     editor.replace(4, 3, {}); // the first line keeps its text and its end state
-    editor.driver->ensureProcessed(editor.document->lastBlock());
+    editor.formatAll();
     QCOMPARE(painted(editor.block(1)), u"222222"_s);
 }
 
@@ -234,7 +246,7 @@ void tst_HighlightDriver::changeBelowDueLinesIsRunAfterThem()
     Editor editor(lines(10'000));
     editor.replace(editor.block(9000).position(), 0, u"a"_s);
     QCOMPARE(editor.highlighter.takeRuns(), 0);
-    editor.driver->ensureProcessed(editor.block(9000));
+    editor.format(9000);
     QCOMPARE(painted(editor.block(9000)), u"1111111"_s);
 }
 
@@ -256,6 +268,7 @@ void tst_HighlightDriver::dueLinesMoveWithTheText()
     editor.replace(0, removed, inserted);
     editor.driver->ensureProcessed(editor.document->lastBlock());
     QVERIFY(editor.highlighter.takeRuns() < 530);
+    editor.formatAll();
     QCOMPARE(painted(*editor.document), paintedFromScratch(editor.document->toPlainText(), editor.highlighter));
 }
 
@@ -274,8 +287,8 @@ void tst_HighlightDriver::oneHighlighterServesManyDocuments()
     Editor editor(u"/* a"_s);
     const auto other = plainDocument(u"int"_s);
     HighlightDriver driver(other.get(), &editor.highlighter);
-    editor.driver->ensureProcessed(editor.document->lastBlock());
-    driver.ensureProcessed(other->lastBlock());
+    editor.formatAll();
+    driver.ensureFormatted({0, 0});
     editor.replace(4, 0, u"\nb"_s);
     QTextCursor(other.get()).insertText(u"x"_s);
     QCOMPARE(painted(editor.block(1)), u"2"_s);
@@ -314,6 +327,80 @@ void tst_HighlightDriver::undoIsHighlighted()
     QCOMPARE(painted(*editor.document), before);
 }
 
+void tst_HighlightDriver::onlyLinesNearTheScreenHaveFormats()
+{
+    const Editor editor(lines(5000));
+    QTRY_VERIFY(editor.driver->isProcessed(editor.document->lastBlock()));
+    for (const int first : {0, 1000, 2000, 3000, 4000}) {
+        for (int page = 0; page < 20; ++page)
+            editor.format(first + page * 50, first + page * 50 + 49);
+    }
+    QVERIFY(editor.hasFormats(4999));
+    QVERIFY(editor.hasFormats(4900));
+    int formatted = 0;
+    for (int line = 0; line < 5000; ++line)
+        formatted += editor.hasFormats(line) ? 1 : 0;
+    QVERIFY(formatted <= 1100);
+    QVERIFY(!editor.hasFormats(0));
+    QCOMPARE(stateAndBrackets(editor.block(0)), u"0"_s);
+    editor.format(0, 49);
+    QCOMPARE(painted(editor.block(49)), u"666111"_s);
+}
+
+void tst_HighlightDriver::twoPlacesOfOneTextHaveFormats()
+{
+    Editor editor(lines(5000));
+    editor.format(0, 49);
+    editor.format(4000, 4049);
+    editor.highlighter.runs = 0;
+    editor.format(0, 49);
+    editor.format(4000, 4049);
+    QCOMPARE(editor.highlighter.takeRuns(), 0);
+    QVERIFY(editor.hasFormats(0) && editor.hasFormats(4049));
+}
+
+void tst_HighlightDriver::pastedLinesFarFromTheScreenGetNoFormats()
+{
+    const Editor editor(lines(50));
+    editor.format(0, 50);
+    editor.replace(0, 0, lines(5000));
+    QVERIFY(editor.hasFormats(0));
+    QTRY_VERIFY(editor.driver->isProcessed(editor.document->lastBlock()));
+    QVERIFY(!editor.hasFormats(2000));
+    editor.format(2000, 2050);
+    QCOMPARE(painted(editor.block(2000)), u"666111"_s);
+}
+
+void tst_HighlightDriver::changedLinesFarFromTheScreenGetTheirFormatsWhenShown()
+{
+    const Editor editor(lines(5000));
+    editor.format(0, 49);
+    QTRY_VERIFY(editor.driver->isProcessed(editor.document->lastBlock()));
+    editor.replace(editor.block(3000).position(), 0, u"/*"_s);
+    QVERIFY(!editor.hasFormats(3000));
+    editor.format(3000, 3010);
+    QCOMPARE(painted(editor.block(3000)), u"22222222"_s);
+    QCOMPARE(painted(editor.block(3010)), u"222222"_s);
+}
+
+void tst_HighlightDriver::formatsThatAreRemovedCauseNoUpdate()
+{
+    const Editor editor(lines(5000));
+    QAbstractTextDocumentLayout *layout = editor.document->documentLayout();
+    editor.format(0, 900);
+    for (int line = 0; line < 50; ++line)
+        layout->blockBoundingRect(editor.block(line));
+    const QSignalSpy lineUpdates(layout, &QAbstractTextDocumentLayout::updateBlock);
+    const QSignalSpy updates(layout, &QAbstractTextDocumentLayout::update);
+    QSignalSpy changes(editor.document.get(), &QTextDocument::contentsChange);
+    editor.format(4000, 4150);
+    QVERIFY(!editor.hasFormats(0));
+    QCOMPARE(lineUpdates.size() + updates.size(), 0);
+    editor.replace(0, 0, u"x"_s); // the removal is no part of later changes
+    QCOMPARE(changes.takeFirst(), (QVariantList{0, 0, 1}));
+    QVERIFY(changes.isEmpty());
+}
+
 void tst_HighlightDriver::exceptionLeavesTheRestPlainUntilTheFormatsChange()
 {
     class Throwing : public CppHighlighter
@@ -333,7 +420,7 @@ void tst_HighlightDriver::exceptionLeavesTheRestPlainUntilTheFormatsChange()
     HighlightDriver driver(document.get(), &highlighter);
     const char *message = "SyntaxHighlighter::process: an exception has left the plug-in (boom)";
     QTest::ignoreMessage(QtWarningMsg, message); // once for the document
-    driver.ensureProcessed(document->lastBlock());
+    driver.ensureFormatted({0, 3});
     QCOMPARE(painted(document->firstBlock()), u"666"_s);
     for (int line = 1; line < 4; ++line) {
         QVERIFY(document->findBlockByNumber(line).layout()->formats().isEmpty());
@@ -393,6 +480,11 @@ void tst_HighlightDriver::randomEditsGiveTheResultOfACompleteRun()
         case 2:
             editor.driver->ensureProcessed(editor.block(random.bounded(editor.document->blockCount())));
             break;
+        case 4: {
+            const int first = random.bounded(editor.document->blockCount());
+            editor.format(first, std::min(first + random.bounded(40), editor.document->blockCount() - 1));
+            break;
+        }
         case 3:
             QCoreApplication::processEvents();
             break;
@@ -400,7 +492,7 @@ void tst_HighlightDriver::randomEditsGiveTheResultOfACompleteRun()
             break;
         }
         if (edit % 50 == 0 || edit == 1999) {
-            editor.driver->ensureProcessed(editor.document->lastBlock());
+            editor.formatAll();
             QCOMPARE(painted(*editor.document), paintedFromScratch(editor.document->toPlainText(), editor.highlighter));
         }
     }

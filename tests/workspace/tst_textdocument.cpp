@@ -431,7 +431,7 @@ private Q_SLOTS:
     {
         EditorFixture f(u"int x;\n"_s.repeated(300));
         const QTextBlock line = f.document->text()->findBlockByNumber(200);
-        f.document->ensureProcessed(line);
+        f.document->ensureFormatted(200, 200);
         QVERIFY(!line.layout()->formats().isEmpty());
         QCOMPARE(line.layout()->lineCount(), 0);
         f.document->text()->documentLayout()->blockBoundingRect(line);
@@ -671,12 +671,23 @@ private Q_SLOTS:
         QVERIFY(f.document->bracketMatch().isNull());
     }
 
+    void markedLineFarFromTheScreenGetsItsColoursWhenShown()
+    {
+        EditorFixture f(u"int x;\n"_s.repeated(300));
+        const QTextBlock line = f.document->text()->findBlockByNumber(200);
+        f.document->ensureProcessed(line);
+        QVERIFY(line.layout()->formats().isEmpty());
+        f.document->setMarker(201, TextView::EnabledBreakpointMarker, true, false);
+        f.document->ensureFormatted(200, 200);
+        QVERIFY(!line.layout()->formats().isEmpty());
+    }
+
     void changedFormatsAreShown()
     {
         EditorFixture f(u"int a;"_s);
         const QTextBlock line = f.document->text()->firstBlock();
         const auto colour = [&] {
-            f.document->ensureProcessed(line);
+            f.document->ensureFormatted(0, 0);
             return line.layout()->formats().value(0).format.foreground().color();
         };
         QCOMPARE(colour(), f.formats[FormatId::Keyword].foreground().color());
