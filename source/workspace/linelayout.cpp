@@ -110,7 +110,7 @@ void LineLayout::documentChanged(int from, int, int charsAdded)
     const QTextBlock line = document()->findBlock(from);
     const bool isInLine = oldLineCount == m_lineCount && line.contains(from + added - 1);
     if (isInLine && LongLine::isLong(line))
-        return updateLongLine(line);
+        return updateLongLine(line, from - line.position());
     if (isInLine && line.layout()->lineCount() == 0) {
         Q_EMIT updateBlock(line);
     } else {
@@ -137,16 +137,19 @@ void LineLayout::textChanged(int from, int removed, int added)
     data->longLine->change(index, removed - std::min(behind, removed), added - behind);
 }
 
-void LineLayout::updateLongLine(const QTextBlock &block)
+void LineLayout::updateLongLine(const QTextBlock &block, int changedFrom)
 {
     if (block.layout()->lineCount() > 0)
         QTextBlock(block).clearLayout(); // it was short before
-    if (const ParagData *data = paragDataOf(block); data && data->longLine) {
-        data->longLine->updateFormats();
-        if (block.blockNumber() == m_widest && widthOf(block) < m_longWidth)
-            findWidest();
-        else
-            noteWidth(block);
+    const ParagData *data = paragDataOf(block);
+    if (!data || !data->longLine) {
+        Q_EMIT longLineChanged(block, 0);
+        return;
     }
-    Q_EMIT updateBlock(block);
+    data->longLine->updateFormats();
+    if (block.blockNumber() == m_widest && widthOf(block) < m_longWidth)
+        findWidest();
+    else
+        noteWidth(block);
+    Q_EMIT longLineChanged(block, document()->documentMargin() + longLine(block).changedX(changedFrom));
 }

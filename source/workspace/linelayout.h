@@ -26,12 +26,17 @@ public:
     [[nodiscard]] qreal xOf(const QTextBlock &block, int index) const;
     [[nodiscard]] int indexAt(const QTextBlock &block, qreal x) const;
 
+Q_SIGNALS:
+    /// A long line looks different from @p x on. For short lines the base class emits updateBlock(), for which panes
+    /// paint the whole line.
+    void longLineChanged(const QTextBlock &block, qreal x);
+
 protected:
     void documentChanged(int from, int charsRemoved, int charsAdded) override;
 
 private:
     void textChanged(int from, int removed, int added);
-    void updateLongLine(const QTextBlock &block);
+    void updateLongLine(const QTextBlock &block, int changedFrom);
     [[nodiscard]] qreal widthOf(const QTextBlock &block) const;
     void noteWidth(const QTextBlock &block) const;
     void findWidest();

@@ -1,19 +1,20 @@
 #include "longline.h"
 #include <algorithm>
 #include <cmath>
-#include <limits>
 #include <QPainter>
 #include <QTextDocument>
+#include <span>
 
 namespace {
 constexpr qsizetype PieceLength = 256;
 constexpr qsizetype LongestPiece = 2 * PieceLength;
 constexpr int FewCharacters = 16'384; ///< are read one by one
 constexpr size_t MostFormats = 30;    ///< that are remembered
-constexpr int Overhang = 2;           ///< characters beside the clip that may reach into it
+constexpr int Overhang = 2;           ///< characters that may reach into the area beside them
+constexpr int KeptText = 1024;        ///< characters beside those that were asked for; keys ask for the same again
+constexpr int MostKeptText = 16'384;
 constexpr qreal WidestPiece = 1e6;
 constexpr qreal LayoutUnit = 64; ///< the toolkit's layouts count in this part of a pixel
-constexpr float Unknown = std::numeric_limits<float>::infinity();
 
 QTextOption lineOption()
 {
@@ -41,17 +42,26 @@ QFont unshaped(QFont font)
     return font;
 }
 
+using FormatRange = QTextLayout::FormatRange;
+
 /// What of @p ranges lies in the @p length characters from @p start on, counted from there.
-QList<QTextLayout::FormatRange> clipped(const QList<QTextLayout::FormatRange> &ranges, int start, int length)
+QList<FormatRange> clipped(std::span<const FormatRange> ranges, int start, int length)
 {
-    QList<QTextLayout::FormatRange> result;
-    for (const QTextLayout::FormatRange &range : ranges) {
+    QList<FormatRange> result;
+    for (const FormatRange &range : ranges) {
         const int from = std::max(range.start - start, 0);
         const int end = int(std::min(qint64(range.start) + range.length - start, qint64(length)));
         if (from < end)
             result.append({from, end - from, range.format});
     }
     return result;
+}
+
+/// Whether each range ends before the next one begins.
+bool ascend(const QList<FormatRange> &ranges)
+{
+    const auto reachesInto = [](const FormatRange &a, const FormatRange &b) { return a.start + a.length > b.start; };
+    return std::ranges::adjacent_find(ranges, reachesInto) == ranges.end();
 }
 
 /// Whether @p c is written in the same way between any other characters.
@@ -94,6 +104,7 @@ LongLineStyle::LongLineStyle(const QFont &font, qreal tabDistance)
     : m_font(font)
     , m_givenTabDistance(tabDistance)
     , m_tabDistance(std::max(1.0, std::floor(tabDistance * LayoutUnit) / LayoutUnit))
+    , m_widths(0x10000, Unknown)
 {
     QTextLayout layout(QStringLiteral("x"), m_font);
     const QTextLine line = layOutLine(layout);
@@ -101,18 +112,14 @@ LongLineStyle::LongLineStyle(const QFont &font, qreal tabDistance)
     m_ascent = line.ascent();
 }
 
-qreal LongLineStyle::widthOf(QChar c) const
+qreal LongLineStyle::measure(QChar c) const
 {
-    if (m_widths.empty())
-        m_widths.assign(0x10000, Unknown);
     float &width = m_widths[c.unicode()];
-    if (width == Unknown) {
-        width = -1;
-        if (standsAlone(c)) {
-            QTextLayout layout(QString(c), unshaped(m_font));
-            layout.setTextOption(lineOption());
-            width = float(layOutLine(layout).horizontalAdvance());
-        }
+    width = -1;
+    if (standsAlone(c)) {
+        QTextLayout layout(QString(c), unshaped(m_font));
+        layout.setTextOption(lineOption());
+        width = float(layOutLine(layout).horizontalAdvance());
     }
     return width;
 }
@@ -161,6 +168,7 @@ LongLine::LongLine(const QTextBlock &block, std::shared_ptr<const LongLineStyle>
     , m_style(std::move(style))
     , m_length(block.length() - 1 + int(block.layout()->preeditAreaText().size()))
     , m_formats(block.layout()->formats())
+    , m_formatsAscend(ascend(m_formats))
     , m_hasOtherWidths(!hasSameWidths(0, m_length))
     , m_pieces(divide(text(0, m_length), 0))
 {}
@@ -174,11 +182,34 @@ QString LongLine::text(int from, int length) const
 {
     const QString composed = m_block.layout()->preeditAreaText();
     if (composed.isEmpty())
-        return textOf(m_block, from, length);
+        return documentText(from, length);
     const int at = m_block.layout()->preeditAreaPosition();
     const int first = std::min(from, at);
     const int last = std::max(from + length - int(composed.size()), at);
     return textOf(m_block, first, last - first).insert(at - first, composed).mid(from - first, length);
+}
+
+QString LongLine::documentText(int from, int length) const
+{
+    if (length > FewCharacters)
+        return textOf(m_block, from, length);
+    if (from < m_textStart || from + length > m_textStart + m_text.size()) {
+        m_textStart = std::max(0, from - KeptText);
+        const int end = std::min(from + length + KeptText, m_block.length() - 1);
+        m_text = textOf(m_block, m_textStart, end - m_textStart);
+    }
+    return m_text.mid(from - m_textStart, length);
+}
+
+/// Makes the kept text the same as that of the document after a change.
+void LongLine::changeText(int from, int removed, int added)
+{
+    const int index = from - m_textStart;
+    const bool isInside = index >= 0 && index + removed <= m_text.size();
+    if (isInside && added < KeptText && m_text.size() < MostKeptText && m_block.layout()->preeditAreaText().isEmpty())
+        m_text.replace(index, removed, textOf(m_block, from, added));
+    else
+        m_text.clear();
 }
 
 /// Pieces end where a character stands alone, if there is one.
@@ -229,6 +260,7 @@ LongLine::Piece LongLine::measure(QStringView text, int start, bool sameWidths) 
 void LongLine::change(int from, int removed, int added)
 {
     const int length = m_block.length() - 1 + int(m_block.layout()->preeditAreaText().size());
+    changeText(from, removed, added);
     if (m_length - removed + added != length || from + removed > m_length)
         return; // it does not fit any more
     // A mark at the start of a piece belongs to the character before
@@ -260,6 +292,7 @@ void LongLine::updateFormats()
         return;
     const bool hadOthers = std::exchange(m_hasOtherWidths, !hasSameWidths(0, m_length));
     m_formats = formats;
+    m_formatsAscend = ascend(m_formats);
     if (!hadOthers && !m_hasOtherWidths)
         return;
     m_pieces = divide(text(0, m_length), 0);
@@ -340,11 +373,25 @@ int LongLine::positionAt(qreal x) const
     return place.start + layout->lineAt(0).xToCursor(x - place.x);
 }
 
+qreal LongLine::changedX(int position) const
+{
+    const int from = std::max(0, position - Overhang);
+    const Place place = placeOf(from);
+    return m_pieces[place.piece].isSimple ? xOf(from) : place.x;
+}
+
 // Layouts and painting ----------------------------------------------------------
 
 QList<QTextLayout::FormatRange> LongLine::formatsIn(int start, int length) const
 {
-    return clipped(m_block.layout()->formats(), start, length);
+    const QList<FormatRange> formats = m_block.layout()->formats();
+    if (!m_formatsAscend || !formats.isSharedWith(m_formats))
+        return clipped(formats, start, length);
+    const auto first = std::ranges::partition_point(
+        m_formats, [start](const FormatRange &range) { return range.start + range.length <= start; });
+    const auto behind =
+        std::find_if(first, m_formats.end(), [=](const FormatRange &range) { return range.start >= start + length; });
+    return clipped({first, behind}, start, length);
 }
 
 bool LongLine::hasSameWidths(int start, int length) const

@@ -1,4 +1,5 @@
 #pragma once
+#include <limits>
 #include <memory>
 #include <QFont>
 #include <QTextBlock>
@@ -18,12 +19,19 @@ public:
     [[nodiscard]] qreal lineHeight() const { return m_lineHeight; }
     [[nodiscard]] qreal ascent() const { return m_ascent; }
     /// The width of @p c, or a negative number if its shape or width depends on the characters beside it.
-    [[nodiscard]] qreal widthOf(QChar c) const;
+    [[nodiscard]] qreal widthOf(QChar c) const
+    {
+        const float width = m_widths[c.unicode()];
+        return width < Unknown ? width : measure(c);
+    }
     [[nodiscard]] qreal nextTab(qreal x) const; ///< the tab stop behind @p x
     /// Whether text with @p format has the same widths.
     [[nodiscard]] bool hasSameWidths(const QTextCharFormat &format) const;
 
 private:
+    static constexpr float Unknown = std::numeric_limits<float>::infinity();
+
+    [[nodiscard]] qreal measure(QChar c) const;
     [[nodiscard]] bool comparesWidths(const QTextCharFormat &format) const;
 
     const QFont m_font;
@@ -32,7 +40,7 @@ private:
     qreal m_lineHeight;
     qreal m_ascent;
     mutable std::vector<std::pair<QTextCharFormat, bool>> m_formats; ///< the last answers
-    mutable std::vector<float> m_widths; ///< by UTF-16 code; those not yet asked for are infinite
+    mutable std::vector<float> m_widths;                             ///< by UTF-16 code
 };
 
 /// The layout of a line that is too long for a layout as a whole: with that, each key would take time in proportion to
@@ -59,6 +67,8 @@ public:
     [[nodiscard]] qreal width() const;
     [[nodiscard]] qreal xOf(int position) const;
     [[nodiscard]] int positionAt(qreal x) const; ///< the nearest
+    /// From where on the line looks different after a change of the character at @p position.
+    [[nodiscard]] qreal changedX(int position) const;
     struct Paint
     {
         QPointF place; ///< of the start of the line
@@ -91,6 +101,8 @@ private:
     };
 
     [[nodiscard]] QString text(int from, int length) const;
+    [[nodiscard]] QString documentText(int from, int length) const;
+    void changeText(int from, int removed, int added);
     [[nodiscard]] std::vector<Piece> divide(QStringView text, int start) const;
     [[nodiscard]] Piece measure(QStringView text, int start, bool sameWidths) const;
     [[nodiscard]] qreal endOf(const Piece &piece, qreal x) const;
@@ -106,8 +118,11 @@ private:
 
     const QTextBlock m_block;
     const std::shared_ptr<const LongLineStyle> m_style;
+    mutable QString m_text;      ///< a part of the line, because reading it from the document takes long
+    mutable int m_textStart = 0; ///< the place of m_text in the line
     int m_length;
     QList<QTextLayout::FormatRange> m_formats; ///< for which it was measured
+    bool m_formatsAscend;                      ///< they do not overlap and are in the order of the text
     bool m_hasOtherWidths;                     ///< whether with a format characters are wider than alone
     std::vector<Piece> m_pieces;
     mutable Place m_near{0, 0, 0}; ///< the answer to the last question

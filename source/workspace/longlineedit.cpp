@@ -39,7 +39,7 @@ bool isTyped(const QKeyEvent &event)
 LongLineEdit::LongLineEdit()
 {
     connect(this, &QPlainTextEdit::updateRequest, this, [this](const QRect &rect, int dy) {
-        if (dy != 0 || !hasLongLines())
+        if (dy != 0 || m_isTyping || !hasLongLines())
             return;
         for (const Line &line : linesAt(rect.top(), rect.bottom())) {
             if (isLong(line.block)) // the base class knows no widths in it
@@ -52,6 +52,14 @@ LongLineEdit::LongLineEdit()
         if (part->inherits("QWidgetTextControl"))
             part->installEventFilter(this);
     }
+}
+
+void LongLineEdit::setDocument(QTextDocument *document)
+{
+    disconnect(m_changes);
+    QPlainTextEdit::setDocument(document);
+    if (const LineLayout *layout = lineLayout())
+        m_changes = connect(layout, &LineLayout::longLineChanged, this, &LongLineEdit::showChange);
 }
 
 LineLayout *LongLineEdit::lineLayout() const
@@ -192,6 +200,16 @@ void LongLineEdit::correctVerticalRange()
     verticalScrollBar()->setRange(0, std::max(0, document()->lineCount() - fitting));
 }
 
+/// A key in a long line changes what is behind the cursor, which moves in there. Other changes may move a selection.
+void LongLineEdit::showChange(const QTextBlock &block, qreal x)
+{
+    QRectF rect = blockBoundingGeometry(block).translated(contentOffset());
+    rect.setRight(viewport()->width());
+    if (m_isTyping)
+        rect.setLeft(std::max(rect.left(), contentOffset().x() + x));
+    viewport()->update(rect.toAlignedRect());
+}
+
 // Keys --------------------------------------------------------------------------
 
 void LongLineEdit::keyPressEvent(QKeyEvent *event)
@@ -252,8 +270,10 @@ void LongLineEdit::edit(Change change, Action action)
         cursor.joinPreviousEditBlock();
     else
         cursor.beginEditBlock();
+    m_isTyping = !cursor.hasSelection() && isInLongLine();
     action(cursor);
     cursor.endEditBlock();
+    m_isTyping = false;
     m_lastChange = change;
     m_lastRevision = document()->revision();
     m_lastPosition = textCursor().position();

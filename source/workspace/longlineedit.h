@@ -20,7 +20,7 @@ public:
     };
 
     LongLineEdit();
-
+    void setDocument(QTextDocument *document); ///< of which the layout is set already
     /// The visible lines between the heights @p top and @p bottom of the viewport.
     [[nodiscard]] QList<Line> linesAt(int top, int bottom) const;
     /// The distance of a position in @p block from the left edge of the viewport.
@@ -67,6 +67,7 @@ private:
     template <typename Action>
     void moveVertically(QTextCursor::MoveMode mode, Action action);
     void dragSelection();
+    void showChange(const QTextBlock &block, qreal x);
     void drawLongLine(QPainter &painter, const Line &line, const QRectF &clip) const;
     void updateCursorLine();
     void correctVerticalRange();
@@ -79,6 +80,8 @@ private:
     bool m_cursorOn = true;       ///< the phase of the blinking cursor in a long line
     bool m_mayHaveBlinked = true; ///< the cursor of the base class, since a key has shown it
     bool m_keepsPlace = false;
+    bool m_isTyping = false; ///< a key changes a long line
+    QMetaObject::Connection m_changes;
     bool m_mayDrag = false; ///< the mouse was pressed on the selection
     QPoint m_pressed;
     QElapsedTimer m_doubleClicked;

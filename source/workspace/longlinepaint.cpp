@@ -1,6 +1,6 @@
-#include "longlineedit.h"
 #include "linelayout.h"
 #include "longline.h"
+#include "longlineedit.h"
 #include <algorithm>
 #include <QAbstractTextDocumentLayout>
 #include <QPainter>

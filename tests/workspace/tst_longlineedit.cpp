@@ -2,6 +2,7 @@
 #include "linelayout.h"
 #include "longline.h"
 #include <QInputMethodEvent>
+#include <QScreen>
 #include <QScrollBar>
 #include <QSignalSpy>
 #include <QTest>
@@ -45,6 +46,9 @@ private Q_SLOTS:
     void cleanup() { m_editor.reset(); }
     void looksLikeAShortLine_data();
     void looksLikeAShortLine();
+    void keysChangeTheScreen_data();
+    void keysChangeTheScreen();
+    void bothPanesShowAChange();
     void typedCharactersAreOneStepForUndo();
     void typedCharactersOfAShortLineAreOneStepForUndo();
     void typedCharacterShowsTheCursorOfAShortLine();
@@ -98,6 +102,73 @@ void LongLineEditTest::looksLikeAShortLine()
     QCOMPARE(edit()->document()->findBlockByNumber(1).layout()->lineCount(), 0);
     QCOMPARE(longRect, shortRect);
     QCOMPARE(longImage, shortImage);
+}
+
+void LongLineEditTest::keysChangeTheScreen_data()
+{
+    QTest::addColumn<int>("column");
+    QTest::newRow("coloured part") << 5000;
+    QTest::newRow("plain part") << 15'000;
+    QTest::newRow("start") << 0;
+    QTest::newRow("end") << int(1000 * Words.size());
+}
+
+/// A key paints a part of the line only. The rest of the screen must be what it was painted before.
+void LongLineEditTest::keysChangeTheScreen()
+{
+    QFETCH(const int, column);
+    open(u"first\n"_s + Words.repeated(1000) + u"\nlast"_s);
+    const auto screenIsPainted = [this] {
+        QEvent request(QEvent::UpdateRequest); // without timers, which would paint the brackets and so the whole line
+        QCoreApplication::sendEvent(edit()->window(), &request);
+        const QPoint corner = edit()->viewport()->mapTo(m_editor->view.get(), QPoint(0, 0));
+        const QSize size = edit()->viewport()->size();
+        const QPixmap screen =
+            edit()->screen()->grabWindow(m_editor->view->winId(), corner.x(), corner.y(), size.width(), size.height());
+        return screen.toImage() == edit()->viewport()->grab().toImage().convertToFormat(screen.toImage().format());
+    };
+    m_editor->putCursor(1, column);
+    QTRY_VERIFY(screenIsPainted());
+    const QStringList typed{u"i"_s, u"n"_s, u"t"_s, u" "_s, u"\t"_s, u"e"_s, u"\u0301"_s, u"W"_s, u"("_s, u"\u4e2d"_s};
+    for (const QString &key : typed) {
+        QKeyEvent press(QEvent::KeyPress, 0, Qt::NoModifier, key);
+        QCoreApplication::sendEvent(edit(), &press);
+        QVERIFY2(screenIsPainted(), qPrintable(key));
+    }
+    const std::initializer_list<std::pair<int, Qt::KeyboardModifiers>> keys{
+        {Qt::Key_Backspace, {}}, {Qt::Key_Left, {}},
+        {Qt::Key_Delete, {}},    {Qt::Key_Left, Qt::ShiftModifier},
+        {Qt::Key_X, {}},         {Qt::Key_Z, Qt::ControlModifier},
+        {Qt::Key_Left, {}},      {Qt::Key_Backspace, {}}};
+    for (const auto &[key, modifiers] : keys) {
+        press(key, modifiers);
+        QVERIFY2(screenIsPainted(), qPrintable(QKeySequence(key).toString()));
+    }
+}
+
+void LongLineEditTest::bothPanesShowAChange()
+{
+    open(Words.repeated(1000));
+    m_editor->view->split();
+    TextViewEdit *other =
+        m_editor->view->edits().first() == edit() ? m_editor->view->edits().last() : m_editor->view->edits().first();
+    m_editor->putCursor(0, 15'003);
+    QTextCursor same(other->document());
+    same.setPosition(15'000);
+    other->setTextCursor(same);
+    QCoreApplication::processEvents();
+    const QRect line = other->cursorRect();
+    const auto screen = [this, other, line] {
+        QCoreApplication::processEvents();
+        const QPoint corner = other->viewport()->mapTo(m_editor->view.get(), line.topLeft());
+        return edit()
+            ->screen()
+            ->grabWindow(m_editor->view->winId(), corner.x(), corner.y(), other->viewport()->width() / 3, line.height())
+            .toImage();
+    };
+    const QImage before = screen();
+    press(Qt::Key_W, Qt::ShiftModifier);
+    QTRY_VERIFY(screen() != before);
 }
 
 void LongLineEditTest::typedCharactersAreOneStepForUndo()
