@@ -129,7 +129,7 @@ void LongLineEditTest::keysChangeTheScreen()
     };
     m_editor->putCursor(1, column);
     QTRY_VERIFY(screenIsPainted());
-    const QStringList typed{u"i"_s, u"n"_s, u"t"_s, u" "_s, u"\t"_s, u"e"_s, u"\u0301"_s, u"W"_s, u"("_s, u"\u4e2d"_s};
+    const QStringList typed{u"i"_s, u"n"_s, u"t"_s, u" "_s, u"\t"_s, u"e"_s, u"\u0301"_s, u"W"_s, u"("_s};
     for (const QString &key : typed) {
         QKeyEvent press(QEvent::KeyPress, 0, Qt::NoModifier, key);
         QCoreApplication::sendEvent(edit(), &press);
