@@ -183,7 +183,6 @@ void FindCommands::replace()
     if (!view)
         return;
     const QString selected = view->currentEdit()->textCursor().selectedText(); // which a replacement can be limited to
-    m_replaceDialog->setView(view);
     // A selection within one line is most likely the text to search for.
     m_replaceDialog->setHasSelection(!selected.isEmpty(), !isOneLine(selected));
     if (isOneLine(selected))
