@@ -326,6 +326,15 @@ private Q_SLOTS:
         QVERIFY(windows.window.toolBarBreak(windows.bar));
     }
 
+    void toolBarOfTheSameLineStaysInIt()
+    {
+        m_settings->setValue(u"Geometry/Editor/bar"_s, u"[2,0,0,100,30,1]"_s);
+        Windows windows(*m_settings);
+        windows.window.addToolBar(u"before it"_s);
+        windows.layout.restore(StateIdle);
+        QVERIFY(!windows.window.toolBarBreak(windows.bar));
+    }
+
     /// The entries of the windows do not contain this.
     void tabsOfDockWindowsComeBack()
     {

@@ -267,6 +267,22 @@ private Q_SLOTS:
         QVERIFY2(count->text().startsWith(u"Error in the expression: "_s), qPrintable(count->text()));
     }
 
+    void nothingIsCountedForAnEmptyText()
+    {
+        const WindowFixture f;
+        f.open(u"a.c"_s, "one\n");
+        openFind(f, u"one"_s);
+        QTRY_COMPARE(count(findDialog(f)), u"1 match"_s);
+        openFind(f, {});
+        for (int i = 0; i < 2; ++i) { // each takes as long as the count of the dialog would
+            MatchCounter other;
+            const QSignalSpy counted(&other, &MatchCounter::counted);
+            other.start([] { return u"one"_s; }, TextPattern(u"one"_s, {}));
+            QTRY_COMPARE(counted.size(), 1);
+        }
+        QCOMPARE(count(findDialog(f)), QString());
+    }
+
     void countOfAnEarlierTextDoesNotReplaceAnError()
     {
         const WindowFixture f;

@@ -1,6 +1,7 @@
 #include "statuslabels.h"
 #include <QLabel>
 #include <QMainWindow>
+#include <QMenu>
 #include <QStatusBar>
 #include <QTest>
 
@@ -84,6 +85,22 @@ private Q_SLOTS:
         QTRY_VERIFY(isPainted());
         QCOMPARE(cursor()->text(), u" Ln 123456789, Col 123456789"_s);
         QVERIFY(cursor()->width() >= cursor()->sizeHint().width());
+    }
+
+    void positionIsShownWholeInALargerFont()
+    {
+        m_labels->setCursor(99, 10);
+        QTRY_VERIFY(isPainted());
+        QFont font = cursor()->font();
+        font.setPointSize(font.pointSize() + 5);
+        cursor()->setFont(font);
+        QVERIFY(cursor()->width() >= cursor()->fontMetrics().horizontalAdvance(cursor()->text()));
+    }
+
+    void noMenuOfFormatsOpensWithoutAText()
+    {
+        m_labels->showFormatMenu();
+        QVERIFY(!m_window.findChild<QMenu *>(u"fileFormatMenu"_s)->isVisible());
     }
 
     void sizeFollowsTheFont()
