@@ -132,6 +132,16 @@ private Q_SLOTS:
         QVERIFY(storesNewLine());
     }
 
+    void windowThatWasNeverShownHasNoSize()
+    {
+        QMainWindow window;
+        DockWindow dock(u"dock"_s, u"dock"_s, &window);
+        const DockLayout layout(&window, m_settings.get(), [&dock] { return QList<QWidget *>{&dock}; });
+        layout.save(StateIdle);
+        const QString entry = m_settings->value(u"Geometry/Editor/dock"_s).toString();
+        QCOMPARE(DockPlacement::fromText(entry).extent, DockPlacement().extent);
+    }
+
     void restoringKeepsTheRuleForTheSizeOfTheWindow()
     {
         Windows w(*m_settings);

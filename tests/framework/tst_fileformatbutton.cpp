@@ -159,6 +159,17 @@ private Q_SLOTS:
         QCOMPARE(choices(f), QStringList());
     }
 
+    void entryOfAnOpenMenuHasNoEffectOnAClosedText()
+    {
+        const WindowFixture f;
+        f.open(u"a.c"_s);
+        Q_EMIT buttonOf(f)->menu()->aboutToShow();
+        QAction *entry = buttonOf(f)->menu()->actions().last();
+        f.window->fileClose();
+        entry->trigger();
+        QCOMPARE(f.openFiles(), QStringList());
+    }
+
     void lineSeparatesEncodingsAndLineEnds()
     {
         const WindowFixture f;

@@ -188,6 +188,19 @@ private Q_SLOTS:
         QVERIFY(f.isEnabled(u"helpNext"_s)); // back from another view
     }
 
+    void backAndForwardAreDisabledAfterTheLastPageIsClosed()
+    {
+        const HelpFixture f;
+        f.trigger(u"helpHome"_s);
+        f.trigger(u"helpNext"_s);
+        f.trigger(u"helpNext"_s);
+        f.trigger(u"helpPrevious"_s);
+        f.trigger(u"helpBack"_s);
+        QVERIFY(f.isEnabled(u"helpBack"_s) && f.isEnabled(u"helpForward"_s));
+        f.window->fileCloseAll();
+        QVERIFY(!f.isEnabled(u"helpBack"_s) && !f.isEnabled(u"helpForward"_s));
+    }
+
     void nextAndPreviousAreDisabledInAText()
     {
         const HelpFixture f;

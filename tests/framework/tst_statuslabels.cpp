@@ -1,4 +1,5 @@
 #include "statuslabels.h"
+#include <algorithm>
 #include <QLabel>
 #include <QMainWindow>
 #include <QMenu>
@@ -95,6 +96,16 @@ private Q_SLOTS:
         font.setPointSize(font.pointSize() + 5);
         cursor()->setFont(font);
         QVERIFY(cursor()->width() >= cursor()->fontMetrics().horizontalAdvance(cursor()->text()));
+    }
+
+    void textOfAPluginIsNoMarkup()
+    {
+        m_labels->showInfo(u"a<br>b"_s, 0);
+        const QList<QLabel *> labels = m_window.statusBar()->findChildren<QLabel *>();
+        const auto label = std::ranges::find(labels, u"a<br>b"_s, &QLabel::text);
+        QVERIFY(label != labels.end());
+        QVERIFY((*label)->sizeHint().width() >= (*label)->fontMetrics().horizontalAdvance(u"a<br>b"_s));
+        m_labels->hideInfo();
     }
 
     void noMenuOfFormatsOpensWithoutAText()

@@ -13,6 +13,7 @@
 #include <optional>
 #include <QAbstractItemView>
 #include <QComboBox>
+#include <QKeySequenceEdit>
 #include <QLabel>
 #include <QMenu>
 #include <QMenuBar>
@@ -22,6 +23,7 @@
 #include <QTabWidget>
 #include <QToolBar>
 #include <QToolTip>
+#include <QTreeWidget>
 #include <QWindow>
 
 // From the parts of the window to its actions and other parts, with the menus of the product.
@@ -882,6 +884,22 @@ private Q_SLOTS:
         });
         f.action(u"toolsCustomise"_s)->trigger();
         QVERIFY(shown);
+    }
+
+    void keysOfTheDialogHoldAtOnce()
+    {
+        const ProductWindow f;
+        const QKeySequence sequence(u"Ctrl+Alt+Shift+F12"_s);
+        f.answers->meet([&](QDialog *dialog) {
+            auto *tree = dialog->findChild<QTreeWidget *>(u"commandTree"_s);
+            tree->setCurrentItem(tree->findItems(u"Find"_s, Qt::MatchExactly).value(0));
+            dialog->findChild<QKeySequenceEdit *>(u"keysEdit"_s)->setKeySequence(sequence);
+            dialog->findChild<QPushButton *>(u"replaceButton"_s)->click();
+            dialog->findChild<QPushButton *>(u"OKButton"_s)->click();
+        });
+        f.action(u"toolsCustomise"_s)->trigger();
+        QVERIFY(f.answers->allGiven());
+        QCOMPARE(f.action(u"editFind"_s)->shortcut(), sequence);
     }
 
     void layoutIsKeptFromOneRunToTheNext()
