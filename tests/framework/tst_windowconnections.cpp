@@ -15,6 +15,7 @@
 #include <QComboBox>
 #include <QKeySequenceEdit>
 #include <QLabel>
+#include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
 #include <QPushButton>
@@ -378,6 +379,26 @@ private Q_SLOTS:
         f.action(u"editFindNext"_s)->trigger();
         QVERIFY(f.window->findChild<QDialog *>(u"findDialog"_s)->isVisible());
         QCOMPARE(f.answers->shown, QStringList());
+    }
+
+    void searchBoxDoesNotCompleteWhatIsTyped()
+    {
+        const ProductWindow f;
+        f.open(u"a.c"_s, "needle nine\n");
+        f.window->resize(1800, 700); // no tool bar is cut
+        auto *box = f.window->findChild<SearchBox *>();
+        QTRY_VERIFY(box->isVisible());
+        box->setFocus();
+        QTest::keyClicks(box, u"needle"_s);
+        QTest::keyClick(box, Qt::Key_Return);
+        QCOMPARE(box->count(), 1);
+        box->lineEdit()->clear();
+        f.window->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(f.window.get()));
+        box->setFocus();
+        QVERIFY(box->hasFocus());
+        QTest::keyClicks(box, u"n"_s);
+        QCOMPARE(box->currentText(), u"n"_s);
     }
 
     void searchInFilesRaisesTheOutput()
