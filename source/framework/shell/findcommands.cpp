@@ -110,7 +110,6 @@ void FindCommands::find()
         return;
     if (const QString selected = navigation->selectedText(); isOneLine(selected))
         m_findDialog->setFindText(selected);
-    m_findDialog->setExpressionsAvailable(qobject_cast<TextView *>(view));
     m_findDialog->run();
     use(m_findDialog);
     if (const auto *text = qobject_cast<TextView *>(view))
