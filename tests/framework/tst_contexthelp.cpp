@@ -218,10 +218,26 @@ private Q_SLOTS:
         QTRY_VERIFY(!ContextFixture::explanation());
     }
 
+    void keyInALaterExplanationDoesNotLeadToAnEarlierPage()
+    {
+        const ContextFixture f;
+        f.openMenu(0);
+        QTest::keyClick(f.fileMenu(), Qt::Key_F1);
+        QTRY_VERIFY(ContextFixture::explanation());
+        QTest::keyClick(ContextFixture::explanation(), Qt::Key_F1);
+        QCOMPARE(f.shownPage(), u"files.html"_s);
+        f.window->viewManager()->closeAll();
+        QWhatsThis::showText(f.window->mapToGlobal(QPoint(50, 50)), u"something else"_s, f.window.get());
+        QTRY_VERIFY(ContextFixture::explanation());
+        QTest::keyClick(ContextFixture::explanation(), Qt::Key_F1);
+        QCOMPARE(f.shownPage(), u"(none)"_s);
+        QTRY_VERIFY(!ContextFixture::explanation());
+    }
+
     void linkInAnExplanationLeadsToThePage()
     {
         const ContextFixture f;
-        QWhatsThisClickedEvent foreign(u"elsewhere.html"_s);
+        QWhatsThisClickedEvent foreign(u"page:files.html"_s);
         QCoreApplication::sendEvent(f.fileMenu(), &foreign);
         QCOMPARE(f.shownPage(), u"(none)"_s);
         QWhatsThisClickedEvent click(u"help:files.html#new"_s);

@@ -132,6 +132,16 @@ private Q_SLOTS:
         QVERIFY(storesNewLine());
     }
 
+    void windowThatWasNeverShownHasNoSize()
+    {
+        QMainWindow window;
+        DockWindow dock(u"dock"_s, u"dock"_s, &window);
+        const DockLayout layout(&window, m_settings.get(), [&dock] { return QList<QWidget *>{&dock}; });
+        layout.save(StateIdle);
+        const QString entry = m_settings->value(u"Geometry/Editor/dock"_s).toString();
+        QCOMPARE(DockPlacement::fromText(entry).extent, DockPlacement().extent);
+    }
+
     void restoringKeepsTheRuleForTheSizeOfTheWindow()
     {
         Windows w(*m_settings);
@@ -324,6 +334,15 @@ private Q_SLOTS:
         QVERIFY(!windows.window.toolBarBreak(windows.bar));
         windows.layout.restore(StateIdle);
         QVERIFY(windows.window.toolBarBreak(windows.bar));
+    }
+
+    void toolBarOfTheSameLineStaysInIt()
+    {
+        m_settings->setValue(u"Geometry/Editor/bar"_s, u"[2,0,0,100,30,1]"_s);
+        Windows windows(*m_settings);
+        windows.window.addToolBar(u"before it"_s);
+        windows.layout.restore(StateIdle);
+        QVERIFY(!windows.window.toolBarBreak(windows.bar));
     }
 
     /// The entries of the windows do not contain this.

@@ -215,12 +215,15 @@ private Q_SLOTS:
                 [&](int id, bool running) { changes << u"%1 %2"_s.arg(id).arg(running); });
         const QPointer<ExternalTool> tool = tools.add(u"A"_s, u"/bin/sleep"_s, u"30"_s, {});
         QVERIFY(tool->execute({}));
+        bool isReportedToAll = false;
+        connect(tool, &ExternalTool::runningChanged, this, [&](bool running) { isReportedToAll = !running; });
         tools.setEntries({});
         QVERIFY(tools.tools().isEmpty());
         QCOMPARE(tools.runningTools(), QList<ExternalTool *>{tool});
         tools.stop(tool->entry().id);
         QTRY_VERIFY(tools.runningTools().isEmpty());
         QVERIFY(output.endsWith(u"Process '/bin/sleep' exited prematurely\n"_s));
+        QVERIFY(isReportedToAll);
         QTRY_VERIFY(!tool);
         QCOMPARE(changes, (QStringList{u"1 1"_s, u"1 0"_s}));
     }

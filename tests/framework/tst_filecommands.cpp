@@ -147,6 +147,15 @@ private Q_SLOTS:
         QCOMPARE(f.recent(u"File"_s), (QStringList{u"5.c"_s, u"4.c"_s, u"3.c"_s, u"2.c"_s}));
     }
 
+    void fileThatTheProgramOpensIsNotRecent()
+    {
+        const WindowFixture f;
+        QVERIFY(f.window->openFile(f.write(u"1.c"_s, "x"), true));
+        QVERIFY(f.window->openFile(f.write(u"2.c"_s, "x"), false));
+        f.window->close();
+        QCOMPARE(f.recent(u"File"_s), QStringList(u"1.c"_s));
+    }
+
     void aRecentFileMovesToTheFrontWhenItIsChosen()
     {
         const WindowFixture f;

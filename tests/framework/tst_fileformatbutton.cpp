@@ -150,6 +150,37 @@ private Q_SLOTS:
         QCOMPARE(buttonOf(f)->text(), u"UTF-8, LF"_s);
     }
 
+    void menuIsEmptyWithoutAText()
+    {
+        const WindowFixture f;
+        f.open(u"a.c"_s);
+        QVERIFY(!choices(f).isEmpty());
+        f.window->fileClose();
+        QCOMPARE(choices(f), QStringList());
+    }
+
+    void entryOfAnOpenMenuHasNoEffectOnAClosedText()
+    {
+        const WindowFixture f;
+        f.open(u"a.c"_s);
+        Q_EMIT buttonOf(f)->menu()->aboutToShow();
+        QAction *entry = buttonOf(f)->menu()->actions().last();
+        f.window->fileClose();
+        entry->trigger();
+        QCOMPARE(f.openFiles(), QStringList());
+    }
+
+    void lineSeparatesEncodingsAndLineEnds()
+    {
+        const WindowFixture f;
+        f.open(u"a.c"_s);
+        Q_EMIT buttonOf(f)->menu()->aboutToShow();
+        QStringList starts;
+        for (const QAction *choice : buttonOf(f)->menu()->actions())
+            starts << (choice->isSeparator() ? u"---"_s : choice->text().remove(u'&').section(u' ', 0, 0));
+        QCOMPARE(starts, (QStringList{u"Save"_s, u"Save"_s, u"---"_s, u"Line"_s, u"Line"_s}));
+    }
+
     void buttonFollowsTheCurrentView()
     {
         const WindowFixture f;

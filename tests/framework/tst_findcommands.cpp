@@ -1,3 +1,4 @@
+#include "beepcount.h"
 #include "findinfilesdialog.h"
 #include "largetextview.h"
 #include "matchcounter.h"
@@ -90,12 +91,14 @@ private Q_SLOTS:
         f.open(u"a.c"_s, "one two one\n");
         openFind(f, u"one"_s);
         QStringList places;
+        beepCount() = 0;
         for (int i = 0; i < 3; ++i) {
             findDialog(f)->findChild<QPushButton *>(u"FindNextButton"_s)->click();
             places << QString::number(f.view()->currentEdit()->textCursor().selectionStart());
         }
         QCOMPARE(places, (QStringList{u"0"_s, u"8"_s, u"0"_s}));
         QCOMPARE(f.status(), u"Passed the end of the file"_s);
+        QCOMPARE(beepCount(), 1);
         QVERIFY(!findDialog(f)->isModal());
         QVERIFY(findDialog(f)->isVisible());
     }
@@ -265,6 +268,22 @@ private Q_SLOTS:
         findDialog(f)->findChild<QCheckBox *>(u"RegExpCheck"_s)->setChecked(true);
         const auto *count = findDialog(f)->findChild<QLabel *>(u"CountLabel"_s);
         QVERIFY2(count->text().startsWith(u"Error in the expression: "_s), qPrintable(count->text()));
+    }
+
+    void nothingIsCountedForAnEmptyText()
+    {
+        const WindowFixture f;
+        f.open(u"a.c"_s, "one\n");
+        openFind(f, u"one"_s);
+        QTRY_COMPARE(count(findDialog(f)), u"1 match"_s);
+        openFind(f, {});
+        for (int i = 0; i < 2; ++i) { // each takes as long as the count of the dialog would
+            MatchCounter other;
+            const QSignalSpy counted(&other, &MatchCounter::counted);
+            other.start([] { return u"one"_s; }, TextPattern(u"one"_s, {}));
+            QTRY_COMPARE(counted.size(), 1);
+        }
+        QCOMPARE(count(findDialog(f)), QString());
     }
 
     void countOfAnEarlierTextDoesNotReplaceAnError()
@@ -552,6 +571,20 @@ private Q_SLOTS:
             QVERIFY(dialog->isVisible());
             QVERIFY2(!dialog->frameGeometry().intersects(pane->selectionOnScreen()), qPrintable(QString::number(line)));
         }
+    }
+
+    void closedDialogStaysWhereTheUserHasMovedIt()
+    {
+        const WindowFixture f;
+        f.open(u"a.c"_s, "needle\n");
+        openReplace(f, u"needle"_s);
+        QDialog *dialog = replaceDialog(f);
+        const QPoint place = f.view()->currentEdit()->viewport()->mapToGlobal(QPoint());
+        dialog->move(place);
+        dialog->close();
+        f.window->find(u"needle"_s, false, false, true, true);
+        QVERIFY(dialog->frameGeometry().intersects(f.view()->currentEdit()->selectionOnScreen()));
+        QCOMPARE(dialog->pos(), place);
     }
 
     void commandsWithoutAViewOpenNoDialog()

@@ -117,6 +117,44 @@ private Q_SLOTS:
         QVERIFY(details.contains(IDEApplication::version()));
         QCOMPARE(open, 1);
         QCOMPARE(reports(), 0);
+        QCOMPARE(f.answers->shown, QStringList());
+    }
+
+    void problemReportShowsTheToolsAsTheyAnswer()
+    {
+        const HelpFixture f;
+        f.installation.write(u"tools/gcc"_s, "#!/bin/sh\necho compiler 99\n");
+        QFile::setPermissions(f.installation.path(u"tools/gcc"_s), QFile::ReadOwner | QFile::ExeOwner);
+        const QByteArray path = qgetenv("PATH");
+        qputenv("PATH", QFile::encodeName(f.installation.path(u"tools"_s)) + ":/bin:/usr/bin");
+        f.answers->meet([](QDialog *dialog) {
+            const auto *details = dialog->findChild<QPlainTextEdit *>(u"detailsEdit"_s);
+            QTRY_VERIFY2(details->toPlainText().contains(u"gcc: compiler 99"_s), qPrintable(details->toPlainText()));
+            dialog->reject();
+        });
+        f.trigger(u"helpReport"_s);
+        qputenv("PATH", path);
+        QVERIFY(f.answers->allGiven());
+    }
+
+    void aboutBoxContainsTheVersionsAndOpensOnce()
+    {
+        const HelpFixture f;
+        f.installation.copy(QStringLiteral(TESTBRANDING), u"bin/libbranding.so"_s);
+        QPointer<QDialog> box;
+        QString details;
+        f.answers->meet([&](QDialog *dialog) {
+            box = dialog;
+            details = dialog->findChild<QPlainTextEdit *>(u"detailsText"_s)->toPlainText();
+            f.window->helpAbout();
+            f.trigger(u"helpReport"_s);
+            dialog->reject();
+        });
+        f.window->helpAbout();
+        QVERIFY(f.answers->allGiven());
+        QVERIFY2(details.contains(IDEApplication::version()), qPrintable(details));
+        QCOMPARE(f.answers->shown, QStringList());
+        QVERIFY(!box);
     }
 
     void homePageIsShownInTheDocuments()
@@ -148,6 +186,19 @@ private Q_SLOTS:
         f.open(u"a.c"_s);
         f.window->viewManager()->activateView(f.window->viewManager()->arrangedViews().first(), true);
         QVERIFY(f.isEnabled(u"helpNext"_s)); // back from another view
+    }
+
+    void backAndForwardAreDisabledAfterTheLastPageIsClosed()
+    {
+        const HelpFixture f;
+        f.trigger(u"helpHome"_s);
+        f.trigger(u"helpNext"_s);
+        f.trigger(u"helpNext"_s);
+        f.trigger(u"helpPrevious"_s);
+        f.trigger(u"helpBack"_s);
+        QVERIFY(f.isEnabled(u"helpBack"_s) && f.isEnabled(u"helpForward"_s));
+        f.window->fileCloseAll();
+        QVERIFY(!f.isEnabled(u"helpBack"_s) && !f.isEnabled(u"helpForward"_s));
     }
 
     void nextAndPreviousAreDisabledInAText()
@@ -196,6 +247,26 @@ private Q_SLOTS:
         });
         f.trigger(u"helpSearch"_s);
         QVERIFY(f.answers->allGiven());
+    }
+
+    void searchAsksOnlyOnceAtATime()
+    {
+        const HelpFixture f;
+        f.answers->meet([&f](QDialog *dialog) {
+            f.trigger(u"helpSearch"_s);
+            dialog->reject();
+        });
+        f.trigger(u"helpSearch"_s);
+        QVERIFY(f.answers->allGiven());
+        QCOMPARE(f.answers->shown, QStringList());
+    }
+
+    void searchWithoutContentsDoesNotAsk()
+    {
+        const HelpFixture f;
+        delete f.window->findChild<HelpWidget *>();
+        f.window->helpSearch();
+        QCOMPARE(f.answers->shown, QStringList());
     }
 
     void searchRowAboveTheContentsSearches()

@@ -70,6 +70,17 @@ private Q_SLOTS:
         QCOMPARE(save.last(), QVariantList{true});
     }
 
+    void nameOfTheFileIsNoMarkup()
+    {
+        const WindowFixture f;
+        f.open(u"a<br>b.c"_s, numbered());
+        QVERIFY(isShown(f));
+        const QLabel *label = labelOf(f);
+        QVERIFY2(label->text().contains(u"a<br>b.c"_s), qPrintable(label->text()));
+        QVERIFY(label->sizeHint().width() >= label->fontMetrics().horizontalAdvance(label->text()));
+        QVERIFY(waitForEnd(f));
+    }
+
     void progressIsThatOfTheCurrentFile()
     {
         const WindowFixture f;

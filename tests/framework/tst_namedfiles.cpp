@@ -3,6 +3,7 @@
 #include "sessionkeeper.h"
 #include "viewmanager.h"
 #include "windowfixture.h"
+#include <QInputDialog>
 #include <QSignalSpy>
 #include <QTest>
 
@@ -149,6 +150,21 @@ private Q_SLOTS:
         QCOMPARE(f.projects(), QStringList(u"two"_s));
     }
 
+    void choiceOffersTheWorkspaceAndTheProjectsByName()
+    {
+        const WindowFixture f;
+        f.writeProject(u"d/one.vnp"_s);
+        f.writeWorkspace(u"d/all.vnw"_s, {u"one.vnp"_s});
+        QStringList offered;
+        f.answers->meet([&offered](QDialog *dialog) {
+            if (const auto *input = qobject_cast<QInputDialog *>(dialog))
+                offered = input->comboBoxItems();
+            dialog->reject();
+        });
+        f.window->continueLastRun({f.path(u"d"_s)});
+        QCOMPARE(offered, (QStringList{u"all.vnw"_s, u"one.vnp"_s}));
+    }
+
     void declinedChoiceOpensNothing()
     {
         const WindowFixture f;
@@ -180,6 +196,80 @@ private Q_SLOTS:
         f.answers->press(QMessageBox::No);
         f.window->continueLastRun({f.path(u"motor"_s)});
         QCOMPARE(QDir(f.path(u"motor"_s)).entryList(QDir::Files), QStringList(u"main.c"_s));
+    }
+
+    void projectThatCannotBeCreatedIsReported()
+    {
+        const FolderFixture f;
+        f.write(u"d/main.c"_s, "");
+        QVERIFY(QDir().mkpath(f.path(u"d/d.vnp"_s))); // a folder in the place of the project
+        f.answers->press(QMessageBox::Yes);
+        f.answers->press(QMessageBox::Ok);
+        f.window->continueLastRun({f.path(u"d"_s)});
+        QVERIFY(f.answers->allGiven());
+        QCOMPARE(f.answers->shown.value(1),
+                 u"The project could not be created.\n\nPlease make sure that the folder '%1' can be written."_s.arg(
+                     f.path(u"d"_s)));
+        QCOMPARE(f.answers->lastBox(), u"warning Varnel [Ok]"_s);
+        QVERIFY(f.projects().isEmpty());
+    }
+
+    void windowThatIsDeletedWhileAProjectIsCreatedEndsTheCommand()
+    {
+        WindowFixture f;
+        f.write(u"d/main.c"_s, "");
+        f.installation.write(u"templates/existing/folder/folderproject.py"_s,
+                             "def createProject(name, template, folder):\n    while True:\n        pass\n");
+        f.answers->meet([&f](QDialog *dialog) {
+            QTimer::singleShot(0, f.answers.get(), [&f] { f.window.reset(); }); // while the script works
+            qobject_cast<QMessageBox *>(dialog)->button(QMessageBox::Yes)->click();
+        });
+        MainWindow *window = f.window.get();
+        window->continueLastRun({f.path(u"d"_s)});
+        QVERIFY(!f.window);
+        QCOMPARE(f.answers->shown, QStringList());
+    }
+
+    void progressOfAProjectThatIsCreatedEndsBeforeTheMessage()
+    {
+        const WindowFixture f;
+        f.write(u"d/main.c"_s, "");
+        f.installation.write(u"templates/existing/folder/folderproject.py"_s,
+                             "import os\ndef createProject(name, template, folder):\n"
+                             "    while not os.path.exists(os.path.join(folder, 'go')):\n        pass\n");
+        const auto progress = [&f] { return f.window->findChild<QDialog *>(u"workProgressDialog"_s); };
+        f.answers->press(QMessageBox::Yes);
+        f.answers->meet([&](QDialog *dialog) {
+            QCOMPARE(dialog, progress());
+            f.write(u"d/go"_s, "");
+        });
+        bool isOpen = true;
+        f.answers->meet([&](QDialog *dialog) {
+            isOpen = progress();
+            dialog->accept();
+        });
+        f.window->continueLastRun({f.path(u"d"_s)});
+        QVERIFY(f.answers->allGiven());
+        QVERIFY(!isOpen);
+    }
+
+    void sourceThatIsLookedUpWhileTheWindowIsDeletedIsNotOpened()
+    {
+        WindowFixture f;
+        f.writeProject(u"one.vnp"_s);
+        QVERIFY(f.window->openWorkspace(f.writeWorkspace(u"one.vnw"_s, {u"one.vnp"_s}), false));
+        const QString source = f.write(u"a.c"_s, "a");
+        MainWindow *window = f.window.get();
+        bool looked = false;
+        bool opened = false;
+        connect(&window->activity(), &Activity::workspaceClosing, window, [&] {
+            window->lookupSource(source, 1, 1);
+            opened = !window->viewManager()->arrangedViews().isEmpty();
+            looked = true;
+        });
+        f.window.reset();
+        QVERIFY(looked);
+        QVERIFY(!opened);
     }
 
     void projectOfAFolderHasTheSettingsOfItsBuildSystem()

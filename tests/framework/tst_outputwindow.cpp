@@ -1,3 +1,4 @@
+#include "beepcount.h"
 #include "commandlinewindow.h"
 #include "outputpage.h"
 #include "outputwindow.h"
@@ -14,14 +15,16 @@
 #include <QToolButton>
 using namespace Qt::StringLiterals;
 
-namespace {
-int beeps = 0;
+int &beepCount()
+{
+    static int count = 0;
+    return count;
 }
 
 /// In place of the toolkit's one, which no platform reports.
 void QApplication::beep()
 {
-    ++beeps;
+    ++beepCount();
 }
 
 class TestOutputWindow : public QObject
@@ -131,12 +134,12 @@ private Q_SLOTS:
     }
     void seriousLineBeepsAndShowsItsPage()
     {
-        beeps = 0;
+        beepCount() = 0;
         m_window->outputLine(OutputWindow::Debug, u"lost\n"_s, false);
-        QCOMPARE(beeps, 0);
+        QCOMPARE(beepCount(), 0);
         QCOMPARE(tabs()->currentIndex(), 0);
         m_window->outputLine(OutputWindow::FindInFiles, u"lost\n"_s, true);
-        QCOMPARE(beeps, 1);
+        QCOMPARE(beepCount(), 1);
         QCOMPARE(tabs()->currentIndex(), 2);
         QCOMPARE(text(2), u"lost"_s);
     }
@@ -154,9 +157,9 @@ private Q_SLOTS:
     }
     void knownNameSelectsThePageWithThatCaption()
     {
-        beeps = 0;
+        beepCount() = 0;
         m_window->outputLine(u"Debug"_s, u"a\n"_s, true);
-        QCOMPARE(beeps, 1);
+        QCOMPARE(beepCount(), 1);
         QCOMPARE(text(1), u"a"_s);
         QCOMPARE(tabs()->currentIndex(), 1);
         m_window->outputLine(u"debug"_s, u"b\n"_s); // case is significant

@@ -890,6 +890,19 @@ private Q_SLOTS:
         QCOMPARE(f.settings()->value(u"Paths/Projects"_s).toString(), f.path(u"app"_s));
     }
 
+    void cancelledInsertChangesNothing()
+    {
+        const WindowFixture f;
+        QVERIFY(f.window->openWorkspace(writeTwoProjects(f), false));
+        f.settings()->setValue(u"Paths/Projects"_s, f.path(u"lib"_s));
+        f.answers->choose({});
+        f.window->projectInsertProject();
+        QVERIFY(f.answers->allGiven());
+        QCOMPARE(f.projects(), (QStringList{u"fw"_s, u"lib"_s}));
+        QVERIFY(!f.window->projectWorkspace()->isModified());
+        QCOMPARE(f.settings()->value(u"Paths/Projects"_s).toString(), f.path(u"lib"_s));
+    }
+
     void projectThatIsOpenAlreadyBecomesTheCurrentOne_data()
     {
         QTest::addColumn<bool>("byLink");

@@ -296,6 +296,34 @@ private Q_SLOTS:
         QCOMPARE(Fixture::filesOf(f.project(0)), QStringList(u"other.c"_s));
     }
 
+    void projectIsNotReloadedInASessionThatBeginsDuringTheQuestion()
+    {
+        const Fixture f;
+        const QStringList before = Fixture::filesOf(f.project(0));
+        f.changeProjectOutside(u"fw.vnp"_s, "other.c");
+        f.answers->meet([&f](QDialog *box) {
+            f.window->activity().setState(StateRunning);
+            qobject_cast<QMessageBox *>(box)->button(QMessageBox::Yes)->click();
+        });
+        f.activate();
+        QVERIFY(f.answers->allGiven());
+        QCOMPARE(Fixture::filesOf(f.project(0)), before);
+        f.window->activity().setState(StateIdle);
+    }
+
+    void projectThatIsClosedDuringTheQuestionIsNotReloaded()
+    {
+        const Fixture f;
+        f.changeProjectOutside(u"fw.vnp"_s, "other.c");
+        f.answers->meet([&f](QDialog *box) {
+            f.window->closeWorkspace();
+            qobject_cast<QMessageBox *>(box)->button(QMessageBox::Yes)->click();
+        });
+        f.activate();
+        QVERIFY(f.answers->allGiven());
+        QVERIFY(f.projects().isEmpty());
+    }
+
     /// A message box that closes makes the window active again.
     void changedProjectsAreOfferedOneAfterTheOther()
     {

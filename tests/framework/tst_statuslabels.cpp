@@ -1,6 +1,8 @@
 #include "statuslabels.h"
+#include <algorithm>
 #include <QLabel>
 #include <QMainWindow>
+#include <QMenu>
 #include <QStatusBar>
 #include <QTest>
 
@@ -84,6 +86,32 @@ private Q_SLOTS:
         QTRY_VERIFY(isPainted());
         QCOMPARE(cursor()->text(), u" Ln 123456789, Col 123456789"_s);
         QVERIFY(cursor()->width() >= cursor()->sizeHint().width());
+    }
+
+    void positionIsShownWholeInALargerFont()
+    {
+        m_labels->setCursor(99, 10);
+        QTRY_VERIFY(isPainted());
+        QFont font = cursor()->font();
+        font.setPointSize(font.pointSize() + 5);
+        cursor()->setFont(font);
+        QVERIFY(cursor()->width() >= cursor()->fontMetrics().horizontalAdvance(cursor()->text()));
+    }
+
+    void textOfAPluginIsNoMarkup()
+    {
+        m_labels->showInfo(u"a<br>b"_s, 0);
+        const QList<QLabel *> labels = m_window.statusBar()->findChildren<QLabel *>();
+        const auto label = std::ranges::find(labels, u"a<br>b"_s, &QLabel::text);
+        QVERIFY(label != labels.end());
+        QVERIFY((*label)->sizeHint().width() >= (*label)->fontMetrics().horizontalAdvance(u"a<br>b"_s));
+        m_labels->hideInfo();
+    }
+
+    void noMenuOfFormatsOpensWithoutAText()
+    {
+        m_labels->showFormatMenu();
+        QVERIFY(!m_window.findChild<QMenu *>(u"fileFormatMenu"_s)->isVisible());
     }
 
     void sizeFollowsTheFont()

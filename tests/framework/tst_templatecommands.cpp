@@ -229,6 +229,22 @@ private Q_SLOTS:
         QVERIFY(QDir(f.path(u"home/fw"_s)).isEmpty()); // the dialog has created it
     }
 
+    void windowDeletedDuringTheQuestionAboutTheWorkspaceEndsTheCommand()
+    {
+        TemplateFixture f;
+        QVERIFY(!f.openOther().isEmpty());
+        f.window->projectWorkspace()->setModified(true);
+        f.answer(u"plain"_s, u"fw"_s);
+        f.answers->meet([&f](QDialog *) {
+            f.discard();
+            f.window.reset();
+        });
+        MainWindow *window = f.window.get();
+        window->projectNew();
+        QVERIFY(!f.window);
+        QVERIFY(QDir(f.path(u"home/fw"_s)).isEmpty());
+    }
+
     void workspaceChoiceFollowsTheWorkspaceWhileTheDialogIsOpen()
     {
         const TemplateFixture f;

@@ -1,6 +1,7 @@
 #include "../base/blockedfile.h"
 #include "commandlinewindow.h"
 #include "dockwindow.h"
+#include "filesearcher.h"
 #include "findinfilesdialog.h"
 #include "outputpage.h"
 #include "outputwindow.h"
@@ -9,15 +10,21 @@
 #include "projecttreeitem.h"
 #include "searchbox.h"
 #include "shortcutspage.h"
+#include <optional>
+#include <QAbstractItemView>
 #include <QComboBox>
+#include <QKeySequenceEdit>
 #include <QLabel>
+#include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
 #include <QPushButton>
+#include <QSignalSpy>
 #include <QTabBar>
 #include <QTabWidget>
 #include <QToolBar>
 #include <QToolTip>
+#include <QTreeWidget>
 #include <QWindow>
 
 // From the parts of the window to its actions and other parts, with the menus of the product.
@@ -308,6 +315,29 @@ private Q_SLOTS:
         QCOMPARE(f.status(), u"No project of the workspace contains this file"_s);
     }
 
+    void navigatorStaysAsItIsWithoutAFile()
+    {
+        const ProductWindow f;
+        f.dock(u"navigatorDockWindow"_s)->hide();
+        f.action(u"viewShowInNavigator"_s)->setEnabled(true);
+        f.action(u"viewShowInNavigator"_s)->trigger();
+        QVERIFY(!f.dock(u"navigatorDockWindow"_s)->isVisible());
+        QCOMPARE(f.status(), QString());
+    }
+
+    void propertiesOfAFileAreShownFromTheTree()
+    {
+        const ProductWindow f;
+        f.openProject({u"main.c"_s});
+        f.selectInTree(u"main.c"_s);
+        f.answers->meet([](QDialog *dialog) {
+            QCOMPARE(dialog->objectName(), u"propertyEditorDialog"_s);
+            dialog->reject();
+        });
+        f.tree()->showFileProperties();
+        QVERIFY(f.answers->allGiven());
+    }
+
     void formatOfTheFileIsOfferedByACommand()
     {
         const ProductWindow f;
@@ -349,6 +379,26 @@ private Q_SLOTS:
         f.action(u"editFindNext"_s)->trigger();
         QVERIFY(f.window->findChild<QDialog *>(u"findDialog"_s)->isVisible());
         QCOMPARE(f.answers->shown, QStringList());
+    }
+
+    void searchBoxDoesNotCompleteWhatIsTyped()
+    {
+        const ProductWindow f;
+        f.open(u"a.c"_s, "needle nine\n");
+        f.window->resize(1800, 700); // no tool bar is cut
+        auto *box = f.window->findChild<SearchBox *>();
+        QTRY_VERIFY(box->isVisible());
+        box->setFocus();
+        QTest::keyClicks(box, u"needle"_s);
+        QTest::keyClick(box, Qt::Key_Return);
+        QCOMPARE(box->count(), 1);
+        box->lineEdit()->clear();
+        f.window->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(f.window.get()));
+        box->setFocus();
+        QVERIFY(box->hasFocus());
+        QTest::keyClicks(box, u"n"_s);
+        QCOMPARE(box->currentText(), u"n"_s);
     }
 
     void searchInFilesRaisesTheOutput()
@@ -397,6 +447,21 @@ private Q_SLOTS:
         QVERIFY(f.window->openFile(f.path(u"linked/a.c"_s), false));
         f.type(u"needle "_s);
         f.answers->meet([&f](QDialog *dialog) { ProductWindow::searchFor(dialog, u"needle"_s, f.path(u"src"_s)); });
+        f.action(u"editFindInFiles"_s)->trigger();
+        QTRY_COMPARE(
+            f.output(OutputWindow::FindInFiles),
+            u"Searching for 'needle'...\n%1(1):needle one\n1 occurrence has been found."_s.arg(f.path(u"src/a.c"_s)));
+    }
+
+    void editedTextOfADeletedFileIsRead()
+    {
+        const ProductWindow f;
+        f.open(u"src/a.c"_s, "one\n");
+        f.type(u"needle "_s);
+        QVERIFY(QFile::remove(f.path(u"src/a.c"_s)));
+        f.answers->meet([](QDialog *dialog) {
+            ProductWindow::searchFor(dialog, u"needle"_s, {}, FindInFilesDialog::OpenDocuments);
+        });
         f.action(u"editFindInFiles"_s)->trigger();
         QTRY_COMPARE(
             f.output(OutputWindow::FindInFiles),
@@ -602,6 +667,39 @@ private Q_SLOTS:
         QCOMPARE(box->currentText(), u"Release"_s);
     }
 
+    /// The dialog that edits the configurations does not report what it has changed.
+    void boxOfConfigurationsShowsThoseThatWereAdded()
+    {
+        const ProductWindow f;
+        f.openProject({});
+        auto *box = f.window->findChild<QComboBox *>(u"configurationDropdown"_s);
+        Project *project = f.window->projectWorkspace()->currentProject();
+        project->properties()->addConfiguration(u"Release"_s);
+        QEvent activation(QEvent::ActivationChange); // of the window, when the dialog closes
+        QCoreApplication::sendEvent(box, &activation);
+        QCOMPARE(box->count(), 2);
+        project->properties()->addConfiguration(u"Test"_s);
+        box->showPopup();
+        QVERIFY(box->view()->isVisible());
+        QCOMPARE(box->count(), 3);
+        box->hidePopup();
+    }
+
+    void openBoxOfConfigurationsKeepsItsRow()
+    {
+        const ProductWindow f;
+        f.openProject({});
+        auto *box = f.window->findChild<QComboBox *>(u"configurationDropdown"_s);
+        f.window->projectWorkspace()->currentProject()->properties()->addConfiguration(u"Release"_s);
+        box->showPopup();
+        QTest::keyClick(box->view(), Qt::Key_Down);
+        QCOMPARE(box->view()->currentIndex().row(), 1);
+        QEvent activation(QEvent::ActivationChange);
+        QCoreApplication::sendEvent(box, &activation);
+        QCOMPARE(box->view()->currentIndex().row(), 1);
+        box->hidePopup();
+    }
+
     void textAtTheCursorIsProposedForASearch_data()
     {
         QTest::addColumn<int>("start");
@@ -656,6 +754,43 @@ private Q_SLOTS:
         QCOMPARE(f.status(), QString());
         QVERIFY(!f.action(u"editStopFindInFiles"_s)->isEnabled());
         QVERIFY(blocked.isWantedByOthers()); // nothing has waited for the file
+    }
+
+    void matchesOfASearchThatWasStoppedAreDropped()
+    {
+        const ProductWindow f;
+        f.write(u"src/a.c"_s, "needle\n");
+        std::optional<BlockedFile> blocked(f.path(u"src/a.c"_s));
+        QVERIFY2(blocked->blocks(), "the file system cannot block a file");
+        f.answers->meet([&f](QDialog *dialog) { ProductWindow::searchFor(dialog, u"needle"_s, f.path(u"src"_s)); });
+        f.action(u"editFindInFiles"_s)->trigger();
+        QTRY_VERIFY(blocked->isWantedByOthers());
+        f.action(u"editStopFindInFiles"_s)->trigger();
+        const QString stopped = f.output(OutputWindow::FindInFiles);
+        blocked.reset();
+        for (int i = 0; i < 3; ++i) { // the reading of the other search ends meanwhile
+            FileSearcher other;
+            const QSignalSpy finished(&other, &FileSearcher::finished);
+            other.start({.text = u"needle"_s, .folder = f.path(u"src"_s), .mask = u"*"_s});
+            QTRY_COMPARE(finished.size(), 1);
+        }
+        QCOMPARE(f.output(OutputWindow::FindInFiles), stopped);
+    }
+
+    void searchThatHasEndedIsNotStoppedByClosing()
+    {
+        const ProductWindow f;
+        f.write(u"src/a.c"_s, "needle\n");
+        f.answers->meet([&f](QDialog *dialog) { ProductWindow::searchFor(dialog, u"needle"_s, f.path(u"src"_s)); });
+        f.action(u"editFindInFiles"_s)->trigger();
+        QTRY_VERIFY(f.output(OutputWindow::FindInFiles).endsWith(u"1 occurrence has been found."_s));
+        const QString ended = f.output(OutputWindow::FindInFiles);
+        f.open(u"a.c"_s);
+        f.type(u"new "_s);
+        f.answers->press(QMessageBox::Cancel);
+        f.window->close();
+        QVERIFY(f.answers->allGiven());
+        QCOMPARE(f.output(OutputWindow::FindInFiles), ended);
     }
 
     void closingStopsTheSearchBeforeItAsks()
@@ -770,6 +905,22 @@ private Q_SLOTS:
         });
         f.action(u"toolsCustomise"_s)->trigger();
         QVERIFY(shown);
+    }
+
+    void keysOfTheDialogHoldAtOnce()
+    {
+        const ProductWindow f;
+        const QKeySequence sequence(u"Ctrl+Alt+Shift+F12"_s);
+        f.answers->meet([&](QDialog *dialog) {
+            auto *tree = dialog->findChild<QTreeWidget *>(u"commandTree"_s);
+            tree->setCurrentItem(tree->findItems(u"Find"_s, Qt::MatchExactly).value(0));
+            dialog->findChild<QKeySequenceEdit *>(u"keysEdit"_s)->setKeySequence(sequence);
+            dialog->findChild<QPushButton *>(u"replaceButton"_s)->click();
+            dialog->findChild<QPushButton *>(u"OKButton"_s)->click();
+        });
+        f.action(u"toolsCustomise"_s)->trigger();
+        QVERIFY(f.answers->allGiven());
+        QCOMPARE(f.action(u"editFind"_s)->shortcut(), sequence);
     }
 
     void layoutIsKeptFromOneRunToTheNext()

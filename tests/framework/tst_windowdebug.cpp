@@ -6,15 +6,19 @@
 #include "editorhost.h"
 #include "eventhandlers.h"
 #include "ibuildenvironment.h"
+#include "icustomdocumentplugin.h"
 #include "idebugbuild.h"
 #include "idisassembly.h"
 #include "idockextension.h"
 #include "iexecutionenvironment.h"
 #include "iexecutionevents.h"
+#include "iextensioncommands.h"
 #include "inextstatement.h"
 #include "iregisters.h"
 #include "isourcemapping.h"
 #include "iwakeup.h"
+#include "iworkspaceclient.h"
+#include "markedviews.h"
 #include "multiwatchwindow.h"
 #include "objectmodel.h"
 #include "projecttree.h"
@@ -26,11 +30,14 @@
 #include "textparaview.h"
 #include "watchwindow.h"
 #include "windowfixture.h"
+#include <functional>
 #include <Python.h>
 #include <QComboBox>
 #include <QLabel>
+#include <QMenu>
 #include <QPluginLoader>
 #include <QSignalSpy>
+#include <QTreeWidget>
 #include <stdexcept>
 #include <utility>
 
@@ -49,10 +56,10 @@ StubScript &script(const QString &label)
     return stub()->script(u'{' + label + u'}');
 }
 
-/// The plug-in objects of the tests: processors named "fw" and "dsp", and a tool chain named "cc".
+/// The plug-in objects of the tests: processors named "fw" and "dsp", a tool chain named "cc", and those of @p more.
 struct Plugins
 {
-    Plugins()
+    explicit Plugins(const std::function<void()> &more)
     {
         stub()->reset();
         for (const QString &name : {u"fw"_s, u"dsp"_s}) {
@@ -62,6 +69,8 @@ struct Plugins
         }
         script(u"cc"_s).label = u"cc"_s;
         script(u"cc"_s).offers = {IBuildEnvironment::Iid};
+        if (more)
+            more();
         QCoreApplication::addLibraryPath(QFileInfo(QStringLiteral(TESTPLUGIN_STUB)).path());
     }
 };
@@ -70,7 +79,7 @@ struct Plugins
 class DebugWindow : private Plugins, public WindowFixture
 {
 public:
-    explicit DebugWindow(int projects = 1)
+    explicit DebugWindow(int projects = 1, const std::function<void()> &more = {}) : Plugins(more)
     {
         write(u"main.c"_s, "one\ntwo\nthree\n");
         QStringList files;
@@ -160,6 +169,34 @@ public:
         return QString::fromUtf8(PyUnicode_AsUTF8(text.get()));
     }
 };
+
+/// A plug-in's document that does something when it is asked whether its file is newer.
+class NewerDocument : public EmptyDocument
+{
+public:
+    NewerDocument(DocumentTemplate *kind, std::function<void()> action)
+        : EmptyDocument(kind), m_action(std::move(action))
+    {}
+    bool isNewerOnDisk() override
+    {
+        m_action();
+        return true;
+    }
+
+private:
+    const std::function<void()> m_action;
+};
+
+class NewerTemplate : public MarkedTemplate
+{
+public:
+    explicit NewerTemplate(std::function<void()> action) : m_action(std::move(action)) {}
+    bool canOpen(const QString &filename) override { return filename.endsWith(u".own"_s); }
+    Document *createDocument() override { return new NewerDocument(this, m_action); }
+
+private:
+    const std::function<void()> m_action;
+};
 } // namespace
 
 class WindowDebugTest : public QObject
@@ -206,10 +243,11 @@ private Q_SLOTS:
         const DebugWindow f;
         const auto *watches = f.window->findChild<WatchWindow *>(u"fw/watches"_s);
         QVERIFY(watches);
-        f.installation.write(u"config/textformats.xml"_s,
-                             "<f><section name='Text editor'><format name='Standard text' fontFamily='Monospace' "
-                             "fontSize='9'/></section><section name='Workspace'><format name='Normal text' "
-                             "fontFamily='Monospace' fontSize='21' bgColour='ffffcc'/></section></f>");
+        f.installation.write(
+            u"config/textformats.xml"_s,
+            "<f><section name='Text editor'><format name='Standard text' fontFamily='Monospace' "
+            "fontSize='9'/></section><section name='Workspace'><format name='Normal text' "
+            "fontFamily='Monospace' fontSize='21' bgColour='ffffcc' bold='1' italic='1'/></section></f>");
         f.answers->meet([](QDialog *dialog) {
             dialog->findChild<QAbstractButton *>(u"DefaultsButton"_s)->click();
             dialog->findChild<QAbstractButton *>(u"OKButton"_s)->click();
@@ -217,6 +255,7 @@ private Q_SLOTS:
         f.window->toolsOptions();
         QVERIFY(f.answers->allGiven());
         QCOMPARE(watches->font().pointSize(), 21);
+        QVERIFY(watches->font().bold() && watches->font().italic());
         QCOMPARE(watches->palette().color(QPalette::Base).name(), u"#ffffcc"_s);
     }
 
@@ -499,6 +538,146 @@ private Q_SLOTS:
         f.calls();
         f.window->debugRun();
         QCOMPARE(f.calls(), u"fw.start(false) dsp.start(false) fw.run()"_s);
+    }
+
+    // What plug-ins add to the window
+
+    void commandsOfPluginsCanBeGivenKeys()
+    {
+        const DebugWindow f;
+        for (const QString &label : {u"fw"_s, u"cc"_s})
+            script(label).offers.insert(IExtensionCommands::Iid);
+        script(u"fw"_s).commands = {{u"trace"_s, u"&Trace..."_s, {}}};
+        script(u"cc"_s).commands = {{u"size"_s, u"Si&ze"_s, {}}};
+        QStringList offered;
+        f.answers->meet([&offered](QDialog *dialog) {
+            const auto *tree = dialog->findChild<QTreeWidget *>(u"commandTree"_s);
+            for (int row = 0; row < tree->topLevelItemCount(); ++row)
+                offered.append(tree->topLevelItem(row)->text(0) + u" of "_s + tree->topLevelItem(row)->text(1));
+            dialog->reject();
+        });
+        f.window->toolsOptions();
+        QVERIFY2(offered.contains(u"Trace of Debug"_s), qPrintable(offered.join(u'\n')));
+        QVERIFY2(offered.contains(u"Size of Build"_s), qPrintable(offered.join(u'\n')));
+    }
+
+    void commandsAndDockWindowsOfPluginsAreInTheMenus()
+    {
+        DebugWindow f;
+        f.installation.write(u"config/uiconfig.xml"_s,
+                             R"(<ui><menus><menu name="buildMenu" displayname="Build"/>
+                             <menu name="debugWindowsMenu" displayname="Windows"/></menus></ui>)");
+        script(u"cc"_s).offers.insert(IExtensionCommands::Iid);
+        script(u"cc"_s).commands = {{u"size"_s, u"Si&ze"_s, {}}};
+        script(u"fw"_s).offers.insert(IDockExtension::Iid);
+        script(u"fw"_s).widgets = [] {
+            auto *widget = new QWidget;
+            widget->setWindowTitle(u"Trace"_s);
+            return QList<QWidget *>{widget};
+        };
+        f.restart();
+        QVERIFY(f.window->openWorkspace(f.path(u"all.vnw"_s), false));
+        f.calls();
+        const auto choose = [&f](const QString &menuName, const QString &text) {
+            auto *menu = f.window->findChild<QMenu *>(menuName);
+            Q_EMIT menu->aboutToShow();
+            for (QAction *entry : menu->actions()) {
+                if (entry->text().remove(u'&') == text)
+                    return entry->trigger();
+            }
+            QFAIL(qPrintable(text));
+        };
+        choose(u"buildMenu"_s, u"Size"_s);
+        QCOMPARE(f.calls(), u"cc.execute(size)"_s);
+        QVERIFY(f.dock("pluginTrace")->isHidden());
+        choose(u"debugWindowsMenu"_s, u"Trace"_s);
+        QVERIFY(!f.dock("pluginTrace")->isHidden());
+    }
+
+    void windowThatIsClosedDuringACallOfAPluginStaysUntilItsEnd()
+    {
+        const DebugWindow f;
+        f.window->activity().setState(StateRunning);
+        bool isVisible = false;
+        script(u"fw"_s).on[u"pause"_s] = [&] {
+            f.window->close();
+            isVisible = f.window->isVisible();
+        };
+        f.window->debugPause();
+        QVERIFY(isVisible);
+        QTRY_VERIFY(!f.window->isVisible());
+    }
+
+    void documentThatAnotherOneClosesIsNotAskedAbout()
+    {
+        std::function<void()> action = [] {};
+        const DebugWindow f(1, [&action] {
+            script(u"own"_s).type = IPluginObject::CustomDocument;
+            script(u"own"_s).offers = {ICustomDocumentPlugin::Iid};
+            script(u"own"_s).documentTemplate = [&action] { return new NewerTemplate([&action] { action(); }); };
+        });
+        f.open(u"a.c"_s, "old");
+        f.changeOutside(u"a.c"_s, "theirs");
+        f.open(u"b.own"_s);
+        action = [&f] {
+            if (Document *text = f.window->workspace()->findDocument(f.path(u"a.c"_s)))
+                f.window->viewManager()->closeDocument(text);
+        };
+        f.answers->press(QMessageBox::Cancel);
+        QVERIFY(!f.window->fileSaveAll());
+        QVERIFY(f.answers->allGiven());
+        QVERIFY2(f.answers->shown.value(0).contains(f.path(u"b.own"_s)), qPrintable(f.answers->shown.value(0)));
+        QCOMPARE(f.openFiles(), QStringList(u"b.own"_s));
+    }
+
+    void pageOfOptionsOfAPluginIsInTheDialog()
+    {
+        const DebugWindow f;
+        QVERIFY(f.window->closeWorkspace());
+        script(u"fw"_s).offers.insert(IWorkspaceClient::Iid);
+        script(u"fw"_s).usesHost = true;
+        QVERIFY(f.window->openWorkspace(f.path(u"all.vnw"_s), false));
+        f.calls();
+        f.answers->meet([](QDialog *dialog) { dialog->findChild<QAbstractButton *>(u"OKButton"_s)->click(); });
+        f.window->toolsOptions();
+        QVERIFY(f.answers->allGiven());
+        const QString calls = f.calls();
+        QVERIFY2(calls.contains(u"host.createPage() host.apply()"_s), qPrintable(calls));
+    }
+
+    void contentsThatAToolChainSendsReplaceThoseOfTheProject()
+    {
+        const DebugWindow f;
+        stub()->object(u"cc"_s)->buildEvents->xmlFeedback(
+            u"<project><file path='new.c'/><properties currentconfiguration='Debug'><configuration name='Debug'/>"
+            "</properties></project>"_s);
+        QTRY_COMPARE(f.window->activity().currentProject()->rootFiles().value(0)->path(), u"new.c"_s);
+    }
+
+    void missingMakefileGeneratorIsReportedOnce()
+    {
+        const DebugWindow f;
+        f.answers->press(QMessageBox::Ok);
+        f.window->projectGenerateMakefile();
+        QCOMPARE(f.answers->shown,
+                 QStringList(u"No Makefile can be generated.\n\nThe build environment of the project does not support "
+                             "it."_s));
+    }
+
+    void searchBoxSearchesInADisassembly()
+    {
+        DebugWindow f;
+        script(u"fw"_s).offers += {IDisassembly::Iid, IMemory::Iid};
+        script(u"fw"_s).regions = {{u"code"_s, 0, 0, 0, 0, 0, false, IMemory::Byte}};
+        script(u"fw"_s).instructions = {{0, u"nop"_s}};
+        f.restart();
+        QVERIFY(f.window->openWorkspace(f.path(u"all.vnw"_s), false));
+        f.window->activity().setState(StatePaused);
+        f.window->debugViewDisassembly();
+        auto *view = qobject_cast<DisassemblerView *>(f.window->viewManager()->currentView());
+        QVERIFY(view);
+        f.window->searchBoxFind(u"nop"_s);
+        QTRY_COMPARE(view->selectedText(), u"nop"_s);
     }
 
     // Several projects

@@ -1,5 +1,6 @@
 #include <QDialog>
 #include <QPixmap>
+#include <QPlainTextEdit>
 #include <QStringList>
 
 using namespace Qt::StringLiterals;
@@ -29,5 +30,6 @@ extern "C" Q_DECL_EXPORT QDialog *aboutBox(const QStringList &names, const QStri
     auto *dialog = new QDialog;
     dialog->setObjectName(u"aboutBox"_s);
     dialog->setWindowTitle(names.join(u';') + u'|' + text);
+    (new QPlainTextEdit(dialog))->setObjectName(u"detailsText"_s);
     return dialog;
 }

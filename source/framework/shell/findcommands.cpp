@@ -110,7 +110,6 @@ void FindCommands::find()
         return;
     if (const QString selected = navigation->selectedText(); isOneLine(selected))
         m_findDialog->setFindText(selected);
-    m_findDialog->setExpressionsAvailable(qobject_cast<TextView *>(view));
     m_findDialog->run();
     use(m_findDialog);
     if (const auto *text = qobject_cast<TextView *>(view))
@@ -183,7 +182,6 @@ void FindCommands::replace()
     if (!view)
         return;
     const QString selected = view->currentEdit()->textCursor().selectedText(); // which a replacement can be limited to
-    m_replaceDialog->setView(view);
     // A selection within one line is most likely the text to search for.
     m_replaceDialog->setHasSelection(!selected.isEmpty(), !isOneLine(selected));
     if (isOneLine(selected))

@@ -16,8 +16,6 @@ LoadingLabel::LoadingLabel(QWidget *parent) : QLabel(parent)
 
 void LoadingLabel::setDocument(TextDocument *document)
 {
-    if (m_document)
-        m_document->loading()->disconnect(this);
     m_document = document;
     if (document) {
         connect(document->loading(), &TextLoading::activeChanged, this, &LoadingLabel::refresh);

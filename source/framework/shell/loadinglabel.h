@@ -10,7 +10,7 @@ class LoadingLabel : public QLabel
 public:
     explicit LoadingLabel(QWidget *parent);
 
-    void setDocument(TextDocument *document); ///< Null if the current view is not a text.
+    void setDocument(TextDocument *document); ///< Called once.
 
 private:
     void refresh();

@@ -241,11 +241,8 @@ void MainWindow::dragEnterEvent(QDragEnterEvent *event)
 
 void MainWindow::dropEvent(QDropEvent *event)
 {
-    const QStringList files = droppedFiles(*event->mimeData());
-    if (files.isEmpty())
-        return;
     event->acceptProposedAction();
-    for (const QString &file : files)
+    for (const QString &file : droppedFiles(*event->mimeData()))
         openFile(file, false);
 }
 

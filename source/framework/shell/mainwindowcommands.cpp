@@ -316,8 +316,7 @@ void MainWindow::helpSearch()
 
 void MainWindow::helpHome()
 {
-    if (m_parts->navigator->hasHelp())
-        m_parts->navigator->helpHome();
+    m_parts->navigator->helpHome();
 }
 
 void MainWindow::helpBack()
@@ -332,14 +331,12 @@ void MainWindow::helpForward()
 
 void MainWindow::helpPrevious()
 {
-    if (m_parts->navigator->hasHelp())
-        m_parts->navigator->previous();
+    m_parts->navigator->previous();
 }
 
 void MainWindow::helpNext()
 {
-    if (m_parts->navigator->hasHelp())
-        m_parts->navigator->next();
+    m_parts->navigator->next();
 }
 
 void MainWindow::helpAbout()

@@ -34,7 +34,6 @@ public:
     [[nodiscard]] Project *selectedProject() const; ///< Null for none.
     [[nodiscard]] bool isFileSelected() const;
     bool showFile(const QString &path); ///< As ProjectTree::selectFile(), on the page of the tree.
-    [[nodiscard]] bool hasHelp() const { return m_helpWidget; }
 
 public Q_SLOTS:
     /// These four do nothing unless the project tree has the keyboard focus.
