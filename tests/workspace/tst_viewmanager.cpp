@@ -341,6 +341,17 @@ private Q_SLOTS:
         QCOMPARE(f.log.join(u' '), u"split undo redo cut copy paste remove back forward previous next selectAll"_s);
     }
 
+    void slotsWithoutAViewDoNothing()
+    {
+        const Fixture tabbed(Tabbed, {u"/x/a.c"_s});
+        QSignalSpy activated(tabbed.manager, &ViewManager::viewActivated);
+        QVERIFY(QMetaObject::invokeMethod(tabbed.manager, "tabClicked", Q_ARG(int, 99)));
+        const Fixture mdi(Mdi, {});
+        QSignalSpy activatedFrame(mdi.manager, &ViewManager::viewActivated);
+        QVERIFY(QMetaObject::invokeMethod(mdi.manager, "titleBarClicked"));
+        QVERIFY(activated.isEmpty() && activatedFrame.isEmpty());
+    }
+
     void sideInterfacesOfTheCurrentViewAreUsed()
     {
         Fixture f(Tabbed, {u"/x/a.c"_s, u"/x/b.c"_s});
@@ -971,6 +982,8 @@ private Q_SLOTS:
         QCOMPARE(f.manager->currentView()->title(), u"b.c"_s);
         f.workspace.openDocument(u"/x/a.c"_s, true);
         QCOMPARE(f.manager->currentView()->title(), u"a.c"_s);
+        f.workspace.openDocument(u"/x/c.c"_s, true);
+        QCOMPARE(f.manager->currentView()->title(), u"c.c"_s);
         f.workspace.reopenDocument(u"/x/b.c"_s);
         QCOMPARE(f.manager->currentView()->title(), u"b.c"_s);
         f.window.show();
