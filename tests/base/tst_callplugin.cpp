@@ -476,6 +476,22 @@ private Q_SLOTS:
         QTRY_COMPARE(m_log, (QStringList{u"this"_s, u"other"_s}));
     }
 
+    void callRunsAlsoWhileItsEventLoopRuns()
+    {
+        QVERIFY(!isPluginCallRunning());
+        m_plugin->action = [] {
+            QVERIFY(isPluginCallRunning() && isInsidePluginCall());
+            QEventLoop loop;
+            QTimer::singleShot(0, &loop, [&] {
+                QVERIFY(isPluginCallRunning() && !isInsidePluginCall());
+                loop.quit();
+            });
+            loop.exec();
+        };
+        call();
+        QVERIFY(!isPluginCallRunning());
+    }
+
     void callThatRunsAnEventLoopGetsWhatItsReportsCause()
     {
         m_plugin->action = [this] {
@@ -491,6 +507,7 @@ private Q_SLOTS:
     {
         m_plugin->action = [this] {
             report("a");
+            const auto counted = shareInterface(m_plugin.get()); // its reports would be delivered later
             QEventLoop loop;
             QTimer::singleShot(5, &loop, &QEventLoop::quit); // after the timer of the reports
             loop.exec();
