@@ -464,6 +464,17 @@ private Q_SLOTS:
         QTRY_COMPARE(m_log, (QStringList{u"b"_s, u"a"_s}));
     }
 
+    void equalReportsOfAnotherThreadWithDifferentDetailsAreDelivered()
+    {
+        const std::unique_ptr<QThread> thread(QThread::create([this] {
+            for (const char *detail : {"one", "two", "one"})
+                afterPluginCall(this, {"a", "", detail}, logging(detail));
+        }));
+        thread->start();
+        QVERIFY(thread->wait());
+        QTRY_COMPARE(m_log, (QStringList{u"two"_s, u"one"_s}));
+    }
+
     void equalReportsOfAnotherThreadReachAllTheirReceivers()
     {
         QObject other;

@@ -576,6 +576,40 @@ private Q_SLOTS:
         QCOMPARE(f.tabTexts(), u"[a.c *] b.c c.c"_s);
     }
 
+    void tabsHaveNamesForAssistiveTechnology()
+    {
+        const Fixture f(Tabbed, {});
+        const auto *button = f.manager->findChild<QToolButton *>(QString(), Qt::FindDirectChildrenOnly);
+        QVERIFY(!button->isVisible()); // until there is a view
+        QCOMPARE(button->toolTip(), u"Close"_s);
+        QCOMPARE(button->accessibleName(), u"Close"_s);
+        QCOMPARE(f.tabs()->accessibleName(), u"Open windows"_s);
+    }
+
+    void tabsKeepTheirSizeAndAreScrolled()
+    {
+        const Fixture f(Tabbed);
+        QCOMPARE(f.tabs()->mapTo(f.manager, QPoint()), QPoint()); // no margin around them
+        QVERIFY(f.tabs()->tabRect(2).right() < f.tabs()->width() / 2);
+        QCOMPARE(f.manager->currentView()->mapTo(f.manager, QPoint(0, 0)).x(), 0);
+        QVERIFY(f.tabs()->usesScrollButtons());
+    }
+
+    void closeButtonShowsACross()
+    {
+        const Fixture f(Tabbed);
+        const auto *button = f.manager->findChild<QToolButton *>(QString(), Qt::FindDirectChildrenOnly);
+        const QImage cross = button->icon().pixmap(40, 40).toImage();
+        const qreal scale = cross.devicePixelRatio();
+        const auto isPainted = [&](int x, int y) { return qAlpha(cross.pixel(int(x * scale), int(y * scale))) > 128; };
+        QVERIFY(isPainted(20, 20));
+        for (const int i : {14, 26}) {
+            QVERIFY(isPainted(i, i));
+            QVERIFY(isPainted(i, 40 - i));
+        }
+        QVERIFY(!isPainted(20, 13) && !isPainted(13, 20) && !isPainted(3, 3));
+    }
+
     void movedTabsKeepTheirViews()
     {
         const Fixture f(Tabbed);

@@ -465,6 +465,27 @@ private Q_SLOTS:
         workspace.reset();
     }
 
+    void modificationOfADocumentIsReported()
+    {
+        Fixture f;
+        QVERIFY(f.workspace.openDocument(u"/x/a.c"_s, true));
+        QSignalSpy changes(&f.workspace, &Workspace::modificationChanged);
+        f.document(u"/x/a.c"_s)->setModified(true);
+        QCOMPARE(changes.size(), 1);
+        f.document(u"/x/a.c"_s)->setModified(false);
+        QCOMPARE(changes.size(), 2);
+    }
+
+    void templatesEndWithTheWorkspace()
+    {
+        QStringList log;
+        auto workspace = std::make_unique<Workspace>();
+        const QPointer<FakeTemplate> docTemplate = new FakeTemplate({}, &log);
+        workspace->addTemplate(docTemplate);
+        workspace.reset();
+        QVERIFY(!docTemplate);
+    }
+
     void closingIsForwardedToTheViews()
     {
         Fixture f;
