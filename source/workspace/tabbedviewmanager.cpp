@@ -64,7 +64,6 @@ TabbedViewManager::TabbedViewManager(QWidget *parent)
     m_closeButton->setAccessibleName(tr("Close"));
 
     auto *row = new QHBoxLayout;
-    row->setContentsMargins(0, 0, 0, 0);
     row->setSpacing(0);
     row->addWidget(m_tabBar, 1);
     row->addWidget(m_closeButton);
