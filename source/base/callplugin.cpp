@@ -216,7 +216,7 @@ void setPluginNames(std::function<QString(const QString &library)> names)
 QString pluginOf(const void *object)
 {
     Dl_info info{};
-    if (!object || !pluginNames || !dladdr(*static_cast<void *const *>(object), &info) || !info.dli_fname)
+    if (!object || !pluginNames || !dladdr(*static_cast<void *const *>(object), &info))
         return {};
     return pluginNames(QFile::decodeName(info.dli_fname));
 }

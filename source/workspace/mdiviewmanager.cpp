@@ -114,12 +114,9 @@ void MDIViewManager::activateView(View *view, bool setFocus)
     MDIFrame *frame = MDIWorkspace::frameOf(view);
     if (frame->isMinimized())
         frame->showNormal();
-    else
-        frame->show();
     m_workspace->setActiveSubWindow(frame);
     if (setFocus)
         view->setFocus();
-    m_maximised = frame->isMaximized();
     Q_EMIT viewActivated(view);
 }
 
@@ -130,7 +127,6 @@ void MDIViewManager::titleBarClicked()
         return;
     view->setFocus();
     Q_EMIT viewActivated(view);
-    readMaximised();
 }
 
 void MDIViewManager::cascade()

@@ -64,7 +64,6 @@ TabbedViewManager::TabbedViewManager(QWidget *parent)
     m_closeButton->setAccessibleName(tr("Close"));
 
     auto *row = new QHBoxLayout;
-    row->setContentsMargins(0, 0, 0, 0);
     row->setSpacing(0);
     row->addWidget(m_tabBar, 1);
     row->addWidget(m_closeButton);
@@ -74,10 +73,7 @@ TabbedViewManager::TabbedViewManager(QWidget *parent)
     column->addLayout(row);
     column->addWidget(m_stack, 1);
 
-    connect(m_tabBar, &QTabBar::currentChanged, this, [this](int tab) {
-        if (tab >= 0)
-            tabClicked(m_tabBar->tabData(tab).toInt());
-    });
+    connect(m_tabBar, &QTabBar::currentChanged, this, [this](int tab) { tabClicked(m_tabBar->tabData(tab).toInt()); });
     connect(m_tabBar, &QTabBar::tabCloseRequested, this, &TabbedViewManager::closeTab);
     connect(m_closeButton, &QToolButton::clicked, this, &TabbedViewManager::closeButtonClicked);
 }
@@ -162,8 +158,7 @@ void TabbedViewManager::viewClosed(View *view)
     }
     m_closeButton->setEnabled(m_tabBar->count() > 0);
     m_closeButton->setVisible(m_tabBar->count() > 0);
-    if (m_tabBar->count() > 0)
-        tabClicked(m_tabBar->tabData(m_tabBar->currentIndex()).toInt());
+    tabClicked(m_tabBar->tabData(m_tabBar->currentIndex()).toInt());
     ViewManager::viewClosed(view);
 }
 
@@ -196,7 +191,7 @@ void TabbedViewManager::closeButtonClicked()
     closeCurrentView();
 }
 
-/// A view that may ask whether to save its document is shown before.
+/// A view that may ask whether to save its document is shown before. There is no tab -1, beside the tabs.
 void TabbedViewManager::closeTab(int tab)
 {
     View *view = m_tabs.key(m_tabBar->tabData(tab).toInt());
@@ -212,9 +207,8 @@ bool TabbedViewManager::eventFilter(QObject *object, QEvent *event)
 {
     if (object == m_tabBar && event->type() == QEvent::MouseButtonRelease) {
         const auto *mouse = static_cast<QMouseEvent *>(event);
-        if (const int tab = m_tabBar->tabAt(mouse->position().toPoint());
-            mouse->button() == Qt::MiddleButton && tab >= 0)
-            closeTab(tab);
+        if (mouse->button() == Qt::MiddleButton)
+            closeTab(m_tabBar->tabAt(mouse->position().toPoint()));
     }
     if (object == m_tabBar && event->type() == QEvent::MouseButtonPress) {
         if (View *view = currentView()) {

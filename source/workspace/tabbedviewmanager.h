@@ -37,7 +37,7 @@ private:
     QToolButton *m_closeButton;
     QStackedWidget *m_stack;
     QMap<View *, int> m_tabs; ///< identifiers: positions change when tabs come and go
-    int m_nextId = 0;
+    int m_nextId = 1;         ///< never 0, the data of no tab
     bool m_replacePending = false;
     int m_removedTab = 0; ///< the position of the tab that was removed last
 };

@@ -214,7 +214,6 @@ void TextDocument::recover(QString text, const QDateTime &fileTime)
     cursor.insertText(text);
     if (fileTime.isValid() && fileTime < m_lastModified)
         m_lastModified = fileTime;
-    m_text->setModified(true);
 }
 
 QString TextDocument::insertable(QString text)

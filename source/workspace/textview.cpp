@@ -113,7 +113,6 @@ void TextView::closePane()
     m_edits.removeOne(pane);
     setCurrentEdit(others.first());
     m_current->setFocus();
-    pane->disconnect(this);
     delete pane;
     Q_EMIT viewActivated(this); // what is available depends on the number of panes
 }
@@ -251,9 +250,8 @@ void TextView::print()
     QPrinter printer(QPrinter::HighResolution);
     printer.setFullPage(true);
     printer.setDocName(m_textDocument->title());
-    const QPointer<TextView> self(this);
-    const QPointer<QPrintDialog> dialog = new QPrintDialog(&printer, this); // it is deleted with the view
-    if (dialog->exec() == QDialog::Accepted && self)
+    const QPointer<QPrintDialog> dialog = new QPrintDialog(&printer, this); // with the view, it ends unaccepted
+    if (dialog->exec() == QDialog::Accepted)
         printText(*m_textDocument->wholeText(), printer);
     delete dialog;
 }
@@ -294,8 +292,7 @@ void TextView::paste()
 
 void TextView::remove()
 {
-    if (loadedEdit()->textCursor().hasSelection())
-        m_current->textCursor().removeSelectedText();
+    loadedEdit()->textCursor().removeSelectedText();
 }
 
 void TextView::selectAll()

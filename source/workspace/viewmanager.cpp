@@ -174,9 +174,8 @@ View *ViewManager::addFurtherViewInPlace(Document *document)
     const QPointer<View> view = createView(document);
     if (!view)
         return nullptr;
-    addViewInPlace(view, true);
-    if (view) // it may be closed while it is announced
-        renumber(document);
+    addViewInPlace(view, true); // it may be closed while it is announced
+    renumber(document);
     return view;
 }
 
@@ -202,8 +201,7 @@ void ViewManager::activateNeighbour(int step)
 
 void ViewManager::beginWalk()
 {
-    if (!m_walking)
-        QCoreApplication::instance()->installEventFilter(this);
+    QCoreApplication::instance()->installEventFilter(this); // again if it is installed: it stays one
     m_walking = true;
 }
 

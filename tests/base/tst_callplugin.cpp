@@ -464,6 +464,17 @@ private Q_SLOTS:
         QTRY_COMPARE(m_log, (QStringList{u"b"_s, u"a"_s}));
     }
 
+    void equalReportsOfAnotherThreadWithDifferentDetailsAreDelivered()
+    {
+        const std::unique_ptr<QThread> thread(QThread::create([this] {
+            for (const char *detail : {"one", "two", "one"})
+                afterPluginCall(this, {"a", "", detail}, logging(detail));
+        }));
+        thread->start();
+        QVERIFY(thread->wait());
+        QTRY_COMPARE(m_log, (QStringList{u"two"_s, u"one"_s}));
+    }
+
     void equalReportsOfAnotherThreadReachAllTheirReceivers()
     {
         QObject other;
@@ -476,6 +487,22 @@ private Q_SLOTS:
         QTRY_COMPARE(m_log, (QStringList{u"this"_s, u"other"_s}));
     }
 
+    void callRunsAlsoWhileItsEventLoopRuns()
+    {
+        QVERIFY(!isPluginCallRunning());
+        m_plugin->action = [] {
+            QVERIFY(isPluginCallRunning() && isInsidePluginCall());
+            QEventLoop loop;
+            QTimer::singleShot(0, &loop, [&] {
+                QVERIFY(isPluginCallRunning() && !isInsidePluginCall());
+                loop.quit();
+            });
+            loop.exec();
+        };
+        call();
+        QVERIFY(!isPluginCallRunning());
+    }
+
     void callThatRunsAnEventLoopGetsWhatItsReportsCause()
     {
         m_plugin->action = [this] {
@@ -485,6 +512,85 @@ private Q_SLOTS:
         };
         call();
         QCOMPARE(m_log, QStringList(u"a"_s));
+    }
+
+    void reportBeforeAnEventLoopOfACallWaitsForTheEndOfTheCall()
+    {
+        m_plugin->action = [this] {
+            report("a");
+            const auto counted = shareInterface(m_plugin.get()); // its reports would be delivered later
+            QEventLoop loop;
+            QTimer::singleShot(5, &loop, &QEventLoop::quit); // after the timer of the reports
+            loop.exec();
+            m_log += u"returns"_s;
+        };
+        call();
+        QCOMPARE(m_log, (QStringList{u"returns"_s, u"a"_s}));
+    }
+
+    void reportOfACallInADeliveryIsDelivered()
+    {
+        m_plugin->action = [this] { report("b"); };
+        report("a", [this] {
+            call();
+            m_log += u"returns"_s;
+        });
+        QCOMPARE(m_log, (QStringList{u"a"_s, u"returns"_s}));
+        QTRY_COMPARE(m_log, (QStringList{u"a"_s, u"returns"_s, u"b"_s}));
+    }
+
+    void reportsOfACommandAfterAQuestionInItAreThoseOfACommand()
+    {
+        m_plugin->action = [this] {
+            m_plugin->action = {};
+            ask();
+            report("a");
+            report("a");
+        };
+        call();
+        QCOMPARE(m_log, QStringList(2, u"a"_s));
+    }
+
+    void reportOfAnotherThreadForADeletedReceiverIsDropped()
+    {
+        auto receiver = std::make_unique<QObject>();
+        const std::unique_ptr<QThread> thread(QThread::create([&] {
+            afterPluginCall(receiver.get(), "a", [this] { m_log += u"a"_s; });
+            report("b");
+        }));
+        thread->start();
+        QVERIFY(thread->wait());
+        receiver.reset();
+        QTRY_COMPARE(m_log, QStringList(u"b"_s));
+    }
+
+    void reportOfAnotherThreadMayComeDuringADelivery()
+    {
+        const auto reportInThread = [this](const QByteArray &key, const std::function<void()> &action) {
+            const std::unique_ptr<QThread> thread(QThread::create([&] { report(key, action); }));
+            thread->start();
+            return thread->wait(10000);
+        };
+        QVERIFY(reportInThread("a", [&] { QVERIFY(reportInThread("b", {})); }));
+        QTRY_COMPARE(m_log, (QStringList{u"a"_s, u"b"_s}));
+    }
+
+    void pluginIsKnownByTheLibraryOfItsFunctions()
+    {
+        QStringList asked;
+        setPluginNames([&asked](const QString &library) {
+            asked += library;
+            return u"name"_s;
+        });
+        QCOMPARE(pluginOf(m_plugin.get()), u"name"_s);
+        QCOMPARE(asked.size(), 1);
+        QVERIFY(!asked.first().isEmpty());
+        QCOMPARE(pluginOf(nullptr), QString());
+        const void *const own = &asked;
+        QCOMPARE(pluginOf(&own), QString()); // no address of a library
+        QCOMPARE(asked.size(), 1);
+        setPluginNames({});
+        QCOMPARE(pluginOf(m_plugin.get()), QString());
     }
 
     void waitingHostDeliversReportsItself()

@@ -1,4 +1,5 @@
 #include "wholefile.h"
+#include <cerrno>
 #include <csignal>
 #include <cstdio>
 #include <cstring>
@@ -193,7 +194,9 @@ private Q_SLOTS:
         const QByteArray name = QFile::encodeName(m_path);
         const bool given = ::chown(name.constData(), 1234, 4321) == 0; // only the administrator may change the owner
         const bool hasAttributes = ::setxattr(name.constData(), "user.note", "hi", 2, 0) == 0;
+        const ino_t before = statusOf(m_path).st_ino;
         QVERIFY(writeFileSafely(m_path, "new"));
+        QVERIFY(statusOf(m_path).st_ino != before); // a copy of it was renamed
         QCOMPARE(read(m_path), "new");
         QCOMPARE(statusOf(m_path).st_uid, given ? 1234u : ::getuid());
         QCOMPARE(statusOf(m_path).st_gid, given ? 4321u : ::getgid());
@@ -388,6 +391,32 @@ private Q_SLOTS:
         QVERIFY(!writeFileSafely(m_path, "new"));
         QVERIFY(QFileInfo(m_path).isSymLink());
         QVERIFY(S_ISCHR(statusOf(u"/dev/full"_s).st_mode));
+    }
+
+    void deviceIsWritten()
+    {
+        QVERIFY(QFile::link(u"/dev/null"_s, m_path));
+        QVERIFY(writeFileSafely(m_path, "new"));
+        QVERIFY(QFileInfo(m_path).isSymLink());
+    }
+
+    void writtenFilesAreClosed()
+    {
+        const auto openFiles = [] {
+            return QDir(u"/proc/self/fd"_s).entryList(QDir::NoDotAndDotDot | QDir::AllEntries | QDir::System).size();
+        };
+        const qsizetype before = openFiles();
+        QVERIFY(writeFileSafely(m_path, "new"));
+        QVERIFY(QFile::link(u"/dev/null"_s, m_path + u'd'));
+        QVERIFY(writeFileSafely(m_path + u'd', "new"));
+        QCOMPARE(openFiles(), before);
+    }
+
+    void reasonOfAFailureIsKept()
+    {
+        errno = 0;
+        QVERIFY(!writeFileSafely(m_path + u"/no/a.c"_s, "new"));
+        QCOMPARE(errno, ENOENT);
     }
 };
 

@@ -3,8 +3,10 @@
 #include <malloc.h>
 #include <QDialog>
 #include <QFrame>
+#include <QPointer>
 #include <QRandomGenerator>
 #include <QSettings>
+#include <QSignalSpy>
 #include <QTcpSocket>
 #include <QTemporaryDir>
 
@@ -170,6 +172,7 @@ private Q_SLOTS:
         QTest::newRow("double") << QByteArray("members ratio 0.25") << QByteArray("19 0.25");
         QTest::newRow("no int") << QByteArray("members count many") << QByteArray("16 0");
         QTest::newRow("enumeration") << QByteArray("members policy 11") << QByteArray("16 11");
+        QTest::newRow("name of a value") << QByteArray("members policy StrongFocus") << QByteArray("16 0");
         QTest::newRow("flags") << QByteArray("members sides 33") << QByteArray("16 33");
         QTest::newRow("url") << QByteArray("members url http://y/") << QByteArray("0 http://y/");
     }
@@ -259,6 +262,19 @@ private Q_SLOTS:
         QCOMPARE(Driver(*m_fixture).ask("HELLO you\nDOACTION doIt\n"), Ok);
     }
 
+    void ordinaryCommandsAreNotLogged()
+    {
+        static QStringList logged;
+        logged.clear();
+        RunnerCommands commands(&m_fixture->window, &m_fixture->model);
+        const QtMessageHandler previous = qInstallMessageHandler(
+            [](QtMsgType, const QMessageLogContext &, const QString &text) { logged.append(text); });
+        (void)commands.execute(u"\n"_s);
+        (void)commands.execute(u"DOACTION doIt\n"_s);
+        qInstallMessageHandler(previous);
+        QCOMPARE(logged, QStringList());
+    }
+
     void firstObjectOfANameIsUsed()
     {
         auto *second = new QPushButton(&m_fixture->window);
@@ -301,6 +317,23 @@ private Q_SLOTS:
         QCOMPARE(driver.ask("GETCLASS other\n"), "OK QFrame\r\n");
         QCOMPARE(driver.ask("GETCLASS inside\n"), "OK QPushButton\r\n");
         QCOMPARE(driver.ask("GETCLASS edit\n"), "OK QLineEdit\r\n"); // that of the main widget
+        m_fixture->window.show();
+        QCOMPARE(driver.ask("EVENT window 24\n"), "ERROR 2 No such object\r\n");
+    }
+
+    void windowWithoutANameIsNoObject()
+    {
+        QWidget window;
+        RunnerCommands commands(&window, nullptr);
+        QCOMPARE(commands.execute(u"GETCLASS\n"_s), QLatin1StringView(NoObject));
+    }
+
+    void actionIsFoundWithoutTheObjectModel()
+    {
+        RunnerCommands commands(&m_fixture->window, nullptr);
+        QSignalSpy triggered(m_fixture->action, &QAction::triggered);
+        QCOMPARE(commands.execute(u"DOACTION doIt\n"_s), QLatin1StringView(Ok));
+        QVERIFY(triggered.isEmpty());
     }
 
     // Events ------------------------------------------------------------------
@@ -681,6 +714,21 @@ private Q_SLOTS:
         while (peer.waitForReadyRead())
             reply += peer.readAll();
         QCOMPARE(reply, Ok);
+    }
+
+    void eventsAfterTheEndOfTheProgramAreNotSent()
+    {
+        Driver driver(*m_fixture);
+        QCOMPARE(driver.ask("RECORD ON\n"), Ok);
+        QVERIFY(QMetaObject::invokeMethod(qApp, "aboutToQuit"));
+        QEvent event(QEvent::Leave);
+        QCoreApplication::sendEvent(m_fixture->edit, &event); // a warning of the closed socket would fail the test
+    }
+
+    void connectionThatEndsBeforeItsStartIsDeleted()
+    {
+        const QPointer<QObject> socket = new QtRunnerSocket(-1, &m_fixture->window, &m_fixture->model);
+        QTRY_VERIFY(!socket);
     }
 
     void usedPortIsLogged()

@@ -4,6 +4,7 @@
 #include "workspace.h"
 #include <csignal>
 #include <QAbstractTextDocumentLayout>
+#include <QPointer>
 #include <QSettings>
 #include <QSignalSpy>
 #include <sys/resource.h>
@@ -198,6 +199,7 @@ private Q_SLOTS:
         put(f.path(u"a.c"_s), "\xE9\r\nb\r\n");
         QVERIFY(f.document->open(f.path(u"a.c"_s)));
         QSignalSpy changed(f.document.get(), &TextDocument::fileFormatChanged);
+        QSignalSpy encoding(f.document.get(), &TextDocument::encodingChanged);
         TextFileFormat format = f.document->fileFormat();
         f.document->changeFileFormat(format);
         QVERIFY(!f.document->modified()); // nothing was changed
@@ -206,8 +208,13 @@ private Q_SLOTS:
         f.document->changeFileFormat(format);
         QVERIFY(f.document->modified());
         QCOMPARE(changed.size(), 1);
+        QCOMPARE(encoding.size(), 1);
         QVERIFY(f.document->save());
         QCOMPARE(contents(f.path(u"a.c"_s)), "\xC3\xA9\nb\n");
+        format.crlf = true;
+        f.document->changeFileFormat(format);
+        QCOMPARE(changed.size(), 2);
+        QCOMPARE(encoding.size(), 1); // the line ends have changed only
     }
 
     void missingFileIsCreatedInMemoryOnRequest()
@@ -315,6 +322,33 @@ private Q_SLOTS:
         QVERIFY(f.document->modified());
         QCOMPARE(f.document->filename(), f.path(u"b.c"_s));
         QCOMPARE(f.view->title(), u"b.c *"_s);
+    }
+
+    void documentMayBeClosedDuringTheMessageOfAFailedSave()
+    {
+        EditorFixture f(u"text"_s);
+        bool shown = false;
+        QTimer::singleShot(0, this, [&] {
+            const QPointer box(qobject_cast<QMessageBox *>(QApplication::activeModalWidget()));
+            shown = box;
+            f.view.reset();
+            f.document.reset();
+            if (box)
+                box->reject();
+        });
+        QVERIFY(!f.document->saveAs(f.path(u"no/c.c"_s)));
+        QVERIFY(shown && !f.document);
+    }
+
+    void failedSaveAsKeepsTheTimeOfTheFile()
+    {
+        EditorFixture f(u"text"_s);
+        QVERIFY(f.document->saveAs(f.path(u"b.c"_s)));
+        const QDateTime time = f.document->lastModified();
+        BoxAnswers answers({QMessageBox::Ok});
+        QVERIFY(!f.document->saveAs(f.path(u"no/c.c"_s)));
+        QCOMPARE(f.document->lastModified(), time);
+        QVERIFY(!f.document->isNewerOnDisk());
     }
 
     void saveAsKeepsEncodingAndLineEnds()
@@ -598,6 +632,7 @@ private Q_SLOTS:
         QVERIFY(f.document->modified());
         f.view->undo();
         QCOMPARE(f.text(), u"on disk"_s);
+        QVERIFY(!f.document->modified());
     }
 
     void bracketsAreMatched_data()
@@ -694,6 +729,31 @@ private Q_SLOTS:
         f.formats[FormatId::Keyword].setForeground(QColor(Qt::magenta));
         f.document->notifyViews(nullptr, true);
         QCOMPARE(colour(), QColor(Qt::magenta));
+    }
+
+    void markerHighlightsNoLineAgain()
+    {
+        class Counting : public CppHighlighter
+        {
+        public:
+            explicit Counting(int *count) : m_count(count) {}
+            void process(QTextDocument *document, QTextBlock block, int start, bool invalidate) override
+            {
+                ++*m_count;
+                CppHighlighter::process(document, block, start, invalidate);
+            }
+
+        private:
+            int *m_count;
+        };
+        int runs = 0;
+        const EditorFixture f(u"int a;\nint b;"_s, std::make_unique<Counting>(&runs));
+        f.document->ensureProcessed(f.document->text()->lastBlock());
+        QVERIFY(runs > 0);
+        runs = 0;
+        f.document->setMarker(1, IViewWithMarkers::LookupMarker, true, false);
+        f.document->ensureProcessed(f.document->text()->lastBlock());
+        QCOMPARE(runs, 0);
     }
 
     void tabStopsFollowTheIndenter()

@@ -228,6 +228,8 @@ private Q_SLOTS:
         row(9, u"2,11"_s, u"1,5-2,11"_s);
         row(10, u"1,5"_s, u"1,5"_s);
         row(-1, u"1,5"_s, u"1,5"_s);
+        row(std::numeric_limits<int>::max(), u"1,5"_s, u"1,5"_s);
+        row(std::numeric_limits<int>::min(), u"1,5"_s, u"1,5"_s);
     }
     void cursorMovesByScriptNumbers()
     {
@@ -381,6 +383,33 @@ private Q_SLOTS:
         QTimer::singleShot(0, this, [&f] { f.view.reset(); }); // events are processed between the lines
         f.view->indentSelection();
         QVERIFY(!f.view);
+    }
+
+    void indentingEndsWithThePane()
+    {
+        EditorFixture f(u"int f()\n{\nx;\n  y;\n}"_s);
+        f.docTemplate.indenter()->setIndentMode(TextIndent::Smart);
+        f.view->split();
+        f.putCursor(2, 0, 3, 2);
+        QTimer::singleShot(0, f.view.get(), &TextView::closePane);
+        f.view->indentSelection();
+        QCOMPARE(f.view->edits().size(), 1);
+        QCOMPARE(f.text(), u"int f()\n{\n    x;\n  y;\n}"_s);
+    }
+
+    void indentingEndsWithTheText()
+    {
+        EditorFixture f(u"  int a;\nint f()\n{\nx;\n  y;\n}"_s);
+        f.docTemplate.indenter()->setIndentMode(TextIndent::Smart);
+        f.putCursor(2, 0, 5, 1);
+        QTimer::singleShot(0, this, [&f] {
+            QTextCursor cursor(f.document->text()->findBlockByNumber(1));
+            cursor.movePosition(QTextCursor::EndOfBlock);
+            cursor.movePosition(QTextCursor::End, QTextCursor::KeepAnchor);
+            cursor.removeSelectedText();
+        });
+        f.view->indentSelection();
+        QCOMPARE(f.text(), u"  int a;\nint f()"_s); // the first line was not selected
     }
 
     void indentingKeepsTheSelectionOnItsLines_data()
@@ -1018,6 +1047,20 @@ private Q_SLOTS:
         QVERIFY(std::abs(f.edit(0)->height() - f.edit(2)->height()) < 10);
     }
 
+    void commandsLeaveACollapsedPaneAlsoWithoutTheFocus()
+    {
+        const EditorFixture f(numbered(50));
+        f.view->split();
+        QCOMPARE(f.view->currentEdit(), f.edit(1));
+        QWidget other;
+        other.show();
+        other.activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&other));
+        f.view->findChild<QSplitter *>()->setSizes({380, 10});
+        QTRY_VERIFY(f.edit(1)->isHidden());
+        QCOMPARE(f.view->currentEdit(), f.edit(0));
+    }
+
     void lastPaneDoesNotCollapse()
     {
         EditorFixture f(numbered(50));
@@ -1299,15 +1342,49 @@ private Q_SLOTS:
     void printingShowsTheDialog()
     {
         EditorFixture f(u"text"_s);
+        QVERIFY(f.document->saveAs(f.path(u"a.c"_s)));
         bool asked = false;
-        QTimer::singleShot(0, this, [&asked, &f] {
+        QTimer::singleShot(0, this, [&asked] {
             if (auto *dialog = qobject_cast<QPrintDialog *>(QApplication::activeModalWidget())) {
-                asked = dialog->printer()->fullPage() && dialog->printer()->docName() == f.document->title();
+                asked = dialog->printer()->fullPage() && dialog->printer()->docName() == u"a.c"_s;
                 dialog->reject();
             }
         });
         f.view->print();
         QVERIFY(asked);
+        QVERIFY(!f.view->findChild<QPrintDialog *>());
+    }
+
+    void acceptedDialogPrintsTheText()
+    {
+        const EditorFixture f(u"text"_s);
+        const QString file = f.path(u"printed.pdf"_s);
+        QTimer::singleShot(0, this, [&file] {
+            if (auto *dialog = qobject_cast<QPrintDialog *>(QApplication::activeModalWidget())) {
+                dialog->printer()->setOutputFormat(QPrinter::PdfFormat);
+                dialog->printer()->setOutputFileName(file);
+                dialog->done(QDialog::Accepted);
+            }
+        });
+        f.view->print();
+        QVERIFY(QFileInfo(file).size() > 0);
+    }
+
+    void printingEndsWithTheView()
+    {
+        EditorFixture f(u"text"_s);
+        const QString file = f.path(u"printed.pdf"_s);
+        QTimer::singleShot(0, this, [&] {
+            if (auto *dialog = qobject_cast<QPrintDialog *>(QApplication::activeModalWidget())) {
+                dialog->printer()->setOutputFormat(QPrinter::PdfFormat);
+                dialog->printer()->setOutputFileName(file);
+                dialog->done(QDialog::Accepted);
+                f.view.reset();
+            }
+        });
+        f.view->print();
+        QVERIFY(!f.view);
+        QVERIFY(!QFileInfo::exists(file));
     }
 
     void closedViewDoesNotAffectTheTextOfOthers()

@@ -5,8 +5,10 @@
 #include "tabbedviewmanager.h"
 #include "workspace.h"
 #include <functional>
+#include <QLineEdit>
 #include <QMainWindow>
 #include <QMenu>
+#include <QPointer>
 #include <QPushButton>
 #include <QSettings>
 #include <QSignalSpy>
@@ -339,6 +341,17 @@ private Q_SLOTS:
         QCOMPARE(f.log.join(u' '), u"split undo redo cut copy paste remove back forward previous next selectAll"_s);
     }
 
+    void slotsWithoutAViewDoNothing()
+    {
+        const Fixture tabbed(Tabbed, {u"/x/a.c"_s});
+        QSignalSpy activated(tabbed.manager, &ViewManager::viewActivated);
+        QVERIFY(QMetaObject::invokeMethod(tabbed.manager, "tabClicked", Q_ARG(int, 99)));
+        const Fixture mdi(Mdi, {});
+        QSignalSpy activatedFrame(mdi.manager, &ViewManager::viewActivated);
+        QVERIFY(QMetaObject::invokeMethod(mdi.manager, "titleBarClicked"));
+        QVERIFY(activated.isEmpty() && activatedFrame.isEmpty());
+    }
+
     void sideInterfacesOfTheCurrentViewAreUsed()
     {
         Fixture f(Tabbed, {u"/x/a.c"_s, u"/x/b.c"_s});
@@ -561,6 +574,40 @@ private Q_SLOTS:
         BoxAnswers answers({QMessageBox::Cancel});
         Q_EMIT f.tabs()->tabCloseRequested(0);
         QCOMPARE(f.tabTexts(), u"[a.c *] b.c c.c"_s);
+    }
+
+    void tabsHaveNamesForAssistiveTechnology()
+    {
+        const Fixture f(Tabbed, {});
+        const auto *button = f.manager->findChild<QToolButton *>(QString(), Qt::FindDirectChildrenOnly);
+        QVERIFY(!button->isVisible()); // until there is a view
+        QCOMPARE(button->toolTip(), u"Close"_s);
+        QCOMPARE(button->accessibleName(), u"Close"_s);
+        QCOMPARE(f.tabs()->accessibleName(), u"Open windows"_s);
+    }
+
+    void tabsKeepTheirSizeAndAreScrolled()
+    {
+        const Fixture f(Tabbed);
+        QCOMPARE(f.tabs()->mapTo(f.manager, QPoint()), QPoint()); // no margin around them
+        QVERIFY(f.tabs()->tabRect(2).right() < f.tabs()->width() / 2);
+        QCOMPARE(f.manager->currentView()->mapTo(f.manager, QPoint(0, 0)).x(), 0);
+        QVERIFY(f.tabs()->usesScrollButtons());
+    }
+
+    void closeButtonShowsACross()
+    {
+        const Fixture f(Tabbed);
+        const auto *button = f.manager->findChild<QToolButton *>(QString(), Qt::FindDirectChildrenOnly);
+        const QImage cross = button->icon().pixmap(40, 40).toImage();
+        const qreal scale = cross.devicePixelRatio();
+        const auto isPainted = [&](int x, int y) { return qAlpha(cross.pixel(int(x * scale), int(y * scale))) > 128; };
+        QVERIFY(isPainted(20, 20));
+        for (const int i : {14, 26}) {
+            QVERIFY(isPainted(i, i));
+            QVERIFY(isPainted(i, 40 - i));
+        }
+        QVERIFY(!isPainted(20, 13) && !isPainted(13, 20) && !isPainted(3, 3));
     }
 
     void movedTabsKeepTheirViews()
@@ -827,6 +874,265 @@ private Q_SLOTS:
         other.activateWindow();
         QVERIFY(QTest::qWaitForWindowActive(&other));
         QCOMPARE(f.manager->currentView(), f.view(u"c.c"_s));
+    }
+
+    void viewsMayCloseEachOther_data()
+    {
+        QTest::addColumn<int>("style");
+        QTest::addColumn<QByteArray>("command");
+        for (const int style : {Tabbed, Mdi}) {
+            for (const char *command : {"closeAll", "closeDocument", "updateAllDocuments"})
+                QTest::addRow("%s, %s", style == Tabbed ? "tabbed" : "mdi", command) << style << QByteArray(command);
+        }
+    }
+    void viewsMayCloseEachOther()
+    {
+        QFETCH(const int, style);
+        QFETCH(const QByteArray, command);
+        Fixture f(style, {u"/x/a.c"_s, u"/x/b.c"_s});
+        f.manager->newView();
+        View *first = f.view(u"b.c:1"_s);
+        const QPointer<View> second = f.view(u"b.c:2"_s);
+        const auto closeSecond = [second] {
+            if (second)
+                second->close();
+        };
+        connect(first, &QObject::destroyed, this, closeSecond);
+        if (command == "closeAll") {
+            f.manager->closeAll();
+            QVERIFY(f.manager->views().isEmpty());
+        } else if (command == "closeDocument") {
+            f.manager->closeDocument(first->document());
+            QCOMPARE(f.titles(), u"a.c"_s);
+        } else {
+            connect(first->document(), &Document::updateViews, this, closeSecond);
+            f.manager->updateAllDocuments(true);
+            QCOMPARE(f.titles(), u"b.c|a.c"_s);
+        }
+    }
+
+    void viewThatClosesWhenItIsActivatedIsNotClosedAgain_data() { styles(); }
+    void viewThatClosesWhenItIsActivatedIsNotClosedAgain()
+    {
+        QFETCH(const int, style);
+        Fixture f(style, {u"/x/a.c"_s});
+        connect(f.manager, &ViewManager::viewActivated, this, [](View *view) {
+            if (view)
+                view->close();
+        });
+        f.manager->closeAll();
+        QVERIFY(f.manager->views().isEmpty());
+    }
+
+    void viewThatClosesWhileItIsAddedLeavesNothingBehind_data()
+    {
+        QTest::addColumn<int>("style");
+        QTest::addColumn<bool>("inPlace");
+        QTest::newRow("tabbed") << int(Tabbed) << false;
+        QTest::newRow("tabbed, in place") << int(Tabbed) << true;
+        QTest::newRow("mdi") << int(Mdi) << false;
+        QTest::newRow("mdi, in place") << int(Mdi) << true;
+    }
+    void viewThatClosesWhileItIsAddedLeavesNothingBehind()
+    {
+        QFETCH(const int, style);
+        QFETCH(const bool, inPlace);
+        Fixture f(style, {u"/x/a.c"_s, u"/x/b.c"_s});
+        f.view(u"b.c"_s)->close();
+        connect(f.manager, &ViewManager::viewActivated, this, [](View *view) {
+            if (view && view->title() == u"d.c"_s)
+                view->close();
+        });
+        auto *document = new FakeDocument(f.docTemplate, &f.log);
+        document->open(u"/x/d.c"_s);
+        f.workspace.addDocument(document);
+        View *view = f.docTemplate->createView(document);
+        if (inPlace)
+            f.manager->addViewInPlace(view, false);
+        else
+            f.manager->addView(view, false);
+        QCOMPARE(f.titles(), u"a.c"_s);
+        QVERIFY(f.manager->currentView() == f.view(u"a.c"_s));
+        for (const QWidget *window : QApplication::topLevelWidgets())
+            QVERIFY(!qobject_cast<const MDIFrame *>(window) || window->isHidden());
+    }
+
+    void viewWithoutAFocusPolicyGetsTheFocus_data() { styles(); }
+    void viewWithoutAFocusPolicyGetsTheFocus()
+    {
+        class Template : public FakeTemplate
+        {
+        public:
+            using FakeTemplate::FakeTemplate;
+            View *createView(Document *document) override
+            {
+                View *view = FakeTemplate::createView(document);
+                view->setFocusPolicy(Qt::NoFocus); // as of a widget that sets none
+                return view;
+            }
+        };
+        QFETCH(const int, style);
+        Fixture f(style, {});
+        f.docTemplate->opens = false;
+        f.workspace.addTemplate(new Template({}, &f.log));
+        QPushButton elsewhere(f.window.centralWidget());
+        elsewhere.show();
+        elsewhere.setFocus();
+        f.workspace.openDocument(u"/x/a.c"_s, false);
+        QVERIFY(!f.view(u"a.c"_s)->hasFocus());
+        f.manager->activateView(f.view(u"a.c"_s), false);
+        QVERIFY(!f.view(u"a.c"_s)->hasFocus());
+        f.manager->activateView(f.view(u"a.c"_s), true);
+        QVERIFY(f.view(u"a.c"_s)->hasFocus());
+        f.workspace.openDocument(u"/x/b.c"_s, true);
+        QVERIFY(f.view(u"b.c"_s)->hasFocus());
+        f.workspace.reopenDocument(u"/x/b.c"_s);
+        QVERIFY(f.view(u"b.c"_s)->hasFocus());
+        Document *document = f.view(u"a.c"_s)->document();
+        f.view(u"b.c"_s)->close();
+        elsewhere.setFocus();
+        View *quiet = document->documentTemplate()->createView(document);
+        f.manager->addViewInPlace(quiet, false);
+        QVERIFY(!quiet->hasFocus());
+    }
+
+    void viewsOpenedBeforeTheWindowIsShownCanBeActivated_data()
+    {
+        QTest::addColumn<int>("style");
+        QTest::addColumn<int>("maximised");
+        QTest::newRow("tabbed") << int(Tabbed) << 0;
+        QTest::newRow("mdi") << int(Mdi) << 0;
+        QTest::newRow("mdi, maximised") << int(Mdi) << 1;
+    }
+    void viewsOpenedBeforeTheWindowIsShownCanBeActivated()
+    {
+        QFETCH(const int, style);
+        QFETCH(const int, maximised);
+        Fixture f(style, {u"/x/z.c"_s}, maximised);
+        f.window.hide();
+        f.workspace.openDocument(u"/x/a.c"_s, true);
+        QCOMPARE(f.manager->currentView()->title(), u"a.c"_s);
+        f.workspace.openDocument(u"/x/b.c"_s, true);
+        QCOMPARE(f.manager->currentView()->title(), u"b.c"_s);
+        f.workspace.openDocument(u"/x/a.c"_s, true);
+        QCOMPARE(f.manager->currentView()->title(), u"a.c"_s);
+        f.workspace.openDocument(u"/x/c.c"_s, true);
+        QCOMPARE(f.manager->currentView()->title(), u"c.c"_s);
+        f.workspace.reopenDocument(u"/x/b.c"_s);
+        QCOMPARE(f.manager->currentView()->title(), u"b.c"_s);
+        f.window.show();
+        f.window.activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&f.window));
+        QCOMPARE(f.manager->currentView()->title(), u"b.c"_s);
+    }
+
+    void middleClickBesideTheTabsClosesNothing()
+    {
+        const Fixture f(Tabbed);
+        const QPoint beside(f.tabs()->width() - 2, f.tabs()->height() / 2);
+        QCOMPARE(f.tabs()->tabAt(beside), -1);
+        QTest::mouseClick(f.tabs(), Qt::MiddleButton, {}, beside);
+        QCOMPARE(f.tabTexts(), u"a.c b.c [c.c]"_s);
+    }
+
+    void viewThatReportsNoFocusIsActivatedByItsTab()
+    {
+        const Fixture f(Tabbed);
+        const QSignalBlocker silent(f.view(u"a.c"_s));
+        QSignalSpy activated(f.manager, &ViewManager::viewActivated);
+        QTest::mouseClick(f.tabs(), Qt::LeftButton, {}, f.tabs()->tabRect(0).center());
+        QCOMPARE(activated.last().at(0).value<View *>(), f.view(u"a.c"_s));
+    }
+
+    void releaseOfControlOverTheTabsKeepsTheOrder()
+    {
+        Fixture f(Tabbed);
+        QLineEdit elsewhere(f.window.centralWidget());
+        elsewhere.show();
+        elsewhere.setFocus();
+        f.workspace.openDocument(u"/x/d.c"_s, false);
+        QTest::keyRelease(f.tabs(), Qt::Key_Control);
+        QCOMPARE(f.titles(), u"c.c|b.c|a.c|d.c"_s);
+    }
+
+    void clickElsewhereDuringAWalkIsNoneOnATab()
+    {
+        Fixture f(Tabbed);
+        QLineEdit elsewhere(f.window.centralWidget());
+        elsewhere.resize(f.tabs()->size());
+        elsewhere.show();
+        QAction next;
+        next.setShortcut(Qt::CTRL | Qt::Key_F6);
+        connect(&next, &QAction::triggered, f.manager, &ViewManager::nextView);
+        f.window.addAction(&next);
+        QTest::keyPress(f.window.windowHandle(), Qt::Key_F6, Qt::ControlModifier);
+        const QPoint place = f.tabs()->tabRect(0).center();
+        QTest::mousePress(&elsewhere, Qt::LeftButton, Qt::ControlModifier, place);
+        QVERIFY(elsewhere.hasFocus());
+        QTest::mouseRelease(&elsewhere, Qt::LeftButton, Qt::ControlModifier, place);
+        QTest::mouseClick(&elsewhere, Qt::MiddleButton, Qt::ControlModifier, place);
+        QCOMPARE(f.tabs()->count(), 3);
+    }
+
+    void closedTabShowsTheViewOfTheTabThatBecomesCurrent()
+    {
+        const Fixture f(Tabbed);
+        f.tabs()->moveTab(0, 2);
+        QCOMPARE(f.tabTexts(), u"b.c [c.c] a.c"_s);
+        f.view(u"c.c"_s)->close();
+        QCOMPARE(f.tabTexts(), u"b.c [a.c]"_s);
+        QCOMPARE(f.manager->currentView(), f.view(u"a.c"_s));
+        QVERIFY(f.view(u"a.c"_s)->hasFocus());
+    }
+
+    void activatedFrameStaysMaximised()
+    {
+        Fixture f(Mdi, {u"/x/a.c"_s}, 1);
+        f.manager->activateView(f.view(u"a.c"_s), true);
+        QVERIFY(f.view(u"a.c"_s)->parentWidget()->isMaximized());
+        f.workspace.openDocument(u"/x/b.c"_s, true);
+        f.manager->activateView(f.view(u"a.c"_s), true);
+        QVERIFY(f.view(u"a.c"_s)->parentWidget()->isMaximized());
+        f.workspace.openDocument(u"/x/c.c"_s, true);
+        QVERIFY(f.view(u"c.c"_s)->parentWidget()->isMaximized());
+    }
+
+    void framesFillTheAreaAndAMissingViewGetsNone()
+    {
+        Fixture f(Mdi, {u"/x/a.c"_s});
+        QCOMPARE(f.area()->size(), f.manager->size());
+        QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"^ASSERT: \"newView\" in "_s));
+        f.manager->addView(nullptr, true);
+        QCOMPARE(f.area()->subWindowList().size(), 1);
+        f.view(u"a.c"_s)->close();
+        QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"^ASSERT: \"newView\" in "_s));
+        f.manager->addViewInPlace(nullptr, true);
+        QVERIFY(f.area()->subWindowList().isEmpty());
+    }
+
+    void pressOnATitleBarActivatesAViewThatReportsNoFocus()
+    {
+        Fixture f(Mdi);
+        View *view = f.view(u"c.c"_s);
+        view->setFocusPolicy(Qt::NoFocus);
+        QLineEdit field(view);
+        field.show();
+        field.setFocus();
+        QPushButton elsewhere(f.window.centralWidget());
+        elsewhere.show();
+        elsewhere.setFocus();
+        QSignalSpy activated(f.manager, &ViewManager::viewActivated);
+        QWidget *frame = view->parentWidget();
+        QTest::mouseClick(frame, Qt::LeftButton, {}, QPoint(frame->width() / 2, 8));
+        QVERIFY(!activated.isEmpty());
+        QCOMPARE(activated.last().at(0).value<View *>(), view);
+        QVERIFY(view->hasFocus()); // not the field that had it before
+        activated.clear();
+        const QSignalBlocker silent(view);
+        field.setFocus();
+        QTest::mouseClick(frame, Qt::LeftButton, {}, QPoint(frame->width() / 2, 8));
+        QVERIFY(!activated.isEmpty());
+        QCOMPARE(activated.last().at(0).value<View *>(), view);
     }
 };
 

@@ -3,6 +3,7 @@
 #include "helpdocumenttemplate.h"
 #include "tabbedviewmanager.h"
 #include "workspace.h"
+#include <QPointer>
 #include <QSignalSpy>
 #include <QTabBar>
 #include <QTemporaryDir>
@@ -249,6 +250,76 @@ private Q_SLOTS:
         QVERIFY(f.log.isEmpty());
     }
 
+    void reopenEndsAtAViewThatCannotBeCreated()
+    {
+        Fixture f;
+        QVERIFY(f.workspace.openDocument(u"/x/a.c"_s, true));
+        f.manager.newView();
+        f.manager.newView();
+        const QPointer<View> last = f.manager.arrangedViews().last();
+        const QPointer<Document> old = last->document();
+        int activations = 0;
+        connect(&f.manager, &ViewManager::viewActivated, this, [&](View *view) {
+            if (view && view->document() != old && ++activations == 1)
+                f.c->givesView = false; // for those that follow
+        });
+        QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"^ASSERT: \"newView\""_s));
+        QVERIFY(f.workspace.reopenDocument(u"/x/a.c"_s));
+        QVERIFY(last && old);
+        QCOMPARE(f.manager.views().size(), 2);
+        f.manager.closeAll();
+        disconnect(&f.manager, nullptr, this, nullptr);
+    }
+
+    void documentThatIsClosedWhileItIsReadAgainStaysClosed()
+    {
+        class Template : public FakeTemplate
+        {
+        public:
+            using FakeTemplate::FakeTemplate;
+            Document *createDocument() override
+            {
+                if (closes)
+                    closes->closeAll();
+                return FakeTemplate::createDocument();
+            }
+            ViewManager *closes = nullptr;
+        };
+        Fixture f;
+        f.c->opens = f.any->opens = false;
+        auto *docTemplate = new Template({}, &f.log);
+        f.workspace.addTemplate(docTemplate);
+        QVERIFY(f.workspace.openDocument(u"/x/a.c"_s, true));
+        docTemplate->closes = &f.manager;
+        QVERIFY(!f.workspace.reopenDocument(u"/x/a.c"_s));
+        QVERIFY(f.workspace.documents().isEmpty());
+    }
+
+    void reopenIsReported()
+    {
+        Fixture f;
+        QVERIFY(f.workspace.openDocument(u"/x/a.c"_s, true));
+        QSignalSpy reopened(&f.workspace, &Workspace::documentReopened);
+        QVERIFY(f.workspace.reopenDocument(u"/x/a.c"_s));
+        QCOMPARE(reopened.size(), 1);
+    }
+
+    void helpThatIsClosedWhileItsPageIsMissingStaysClosed()
+    {
+        Fixture f;
+        const QTemporaryDir pages;
+        f.workspace.addTemplate(new HelpDocumentTemplate(u"Help File"_s, {}, {}));
+        f.any->opens = false;
+        QVERIFY(f.workspace.openHelp(page(pages, u"one.html"_s)));
+        QTimer::singleShot(0, this, [&f] {
+            f.manager.closeAll();
+            if (auto *box = qobject_cast<QMessageBox *>(QApplication::activeModalWidget()))
+                box->reject();
+        });
+        QVERIFY(f.workspace.openHelp(pages.filePath(u"missing.html"_s)));
+        QVERIFY(f.workspace.documents().isEmpty());
+    }
+
     void helpShowsPagesInOneDocument()
     {
         Fixture f;
@@ -392,6 +463,27 @@ private Q_SLOTS:
         workspace->addDocument(&doc);
         QTest::ignoreMessage(QtWarningMsg, "Workspace::~Workspace: documents still exist");
         workspace.reset();
+    }
+
+    void modificationOfADocumentIsReported()
+    {
+        Fixture f;
+        QVERIFY(f.workspace.openDocument(u"/x/a.c"_s, true));
+        QSignalSpy changes(&f.workspace, &Workspace::modificationChanged);
+        f.document(u"/x/a.c"_s)->setModified(true);
+        QCOMPARE(changes.size(), 1);
+        f.document(u"/x/a.c"_s)->setModified(false);
+        QCOMPARE(changes.size(), 2);
+    }
+
+    void templatesEndWithTheWorkspace()
+    {
+        QStringList log;
+        auto workspace = std::make_unique<Workspace>();
+        const QPointer<FakeTemplate> docTemplate = new FakeTemplate({}, &log);
+        workspace->addTemplate(docTemplate);
+        workspace.reset();
+        QVERIFY(!docTemplate);
     }
 
     void closingIsForwardedToTheViews()

@@ -74,7 +74,7 @@ void QtRunnerSocket::execute(const QString &line)
 
 void QtRunnerSocket::send(const QString &text)
 {
-    if (text.isEmpty() || state() != ConnectedState)
+    if (state() != ConnectedState)
         return;
     if (bytesToWrite() > MaximumUnsent)
         return abandon("The peer does not read its replies");
@@ -85,7 +85,6 @@ void QtRunnerSocket::abandon(const char *reason)
 {
     qWarning("QtRunnerSocket: %s; the connection is closed.", reason);
     QCoreApplication::removePostedEvents(this, CommandEventType);
-    m_line.clear();
     abort();
 }
 

@@ -21,7 +21,7 @@ QList<QObject *> inOtherWindows(const QString &name, const QWidget *mainWidget)
     QList<QObject *> objects;
     const QWidgetList windows = QApplication::topLevelWidgets();
     for (QWidget *window : windows) {
-        if (window == mainWidget || window->parent() || !window->isVisible())
+        if (window == mainWidget || !window->isVisible())
             continue;
         if (window->objectName() == name)
             objects.append(window);
