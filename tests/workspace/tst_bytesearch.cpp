@@ -168,6 +168,25 @@ private Q_SLOTS:
         QCOMPARE(middle.next(0, bytes.size(), always)->offset, 256 * 1024 - 1);
     }
 
+    void placeOfAMatchCountsACharacterAtTheStartOfItsBlock()
+    {
+        const QTemporaryDir directory;
+        QFile file(directory.filePath(u"f"_s));
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        constexpr qsizetype Block = 131'072;
+        for (qsizetype before = 1; before < 12; ++before) { // some of them are read from their second byte on
+            QByteArray bytes(2 * Block, '.');
+            bytes.replace(Block - before, 3, "€");
+            bytes.replace(Block + 100, 6, "needle");
+            QVERIFY(file.seek(0));
+            file.write(bytes);
+            file.flush();
+            const LargeTextScan scan(LargeFile::open(file.fileName()), bytes.size(), {u"needle"_s, true, false});
+            const auto always = [](qint64) { return true; };
+            QCOMPARE(scan.next(0, bytes.size(), always)->offset, Block + 100);
+        }
+    }
+
     void scanEndsWhenItsCallbackReturnsFalse()
     {
         const QTemporaryDir directory;

@@ -8,6 +8,7 @@
 #include "imemory64.h"
 #include "interfaceobject.h"
 #include "isourcemapping.h"
+#include "parasearch.h"
 #include "tabbedviewmanager.h"
 #include "textparamarkerwidget.h"
 #include "workspace.h"
@@ -225,6 +226,14 @@ private Q_SLOTS:
         QCOMPARE(f.document->para(1), QStringList()); // no instruction starts there
         QCOMPARE(f.document->para(-1), QStringList());
         QCOMPARE(f.document->para(0x1000), QStringList());
+    }
+
+    void documentWithoutAViewKnowsItsRegion()
+    {
+        const Fixture f;
+        DisassemblerDocument other(f.document->documentTemplate());
+        QVERIFY(other.open(f.name));
+        QCOMPARE(other.paraCount(), 0x1000);
     }
 
     void withoutAddressesThereIsOneLinePerParagraph()
@@ -531,6 +540,43 @@ private Q_SLOTS:
         QCOMPARE(f.margin()->lineHeight(), f.paras()->lineHeight());
     }
 
+    void viewHasTheIconOfItsKind()
+    {
+        QPixmap picture(16, 16);
+        picture.fill(Qt::red);
+        const QIcon icon(picture);
+        DisassemblerDocumentTemplate kind({}, {}, icon, nullptr);
+        DisassemblerDocument document(&kind);
+        const std::unique_ptr<View> view(kind.createView(&document));
+        QCOMPARE(view->windowIcon().cacheKey(), icon.cacheKey());
+    }
+
+    void viewMayBeClosedWhenItIsActivated()
+    {
+        Fixture f;
+        f.paras()->clearFocus();
+        bool wasActivated = false;
+        connect(f.view.get(), &View::viewActivated, this, [&](View *view) {
+            wasActivated = true;
+            f.view.release();
+            delete view;
+        });
+        QFocusEvent event(QEvent::FocusIn);
+        QApplication::sendEvent(f.paras(), &event);
+        QVERIFY(wasActivated);
+    }
+
+    void keyThatTheViewDoesNotUseReachesTheWindow()
+    {
+        const Fixture f;
+        QKeyEvent used(QEvent::KeyPress, Qt::Key_Return, {});
+        QKeyEvent unused(QEvent::KeyPress, Qt::Key_F9, {});
+        QApplication::sendEvent(f.view.get(), &used);
+        QApplication::sendEvent(f.view.get(), &unused);
+        QVERIFY(used.isAccepted());
+        QVERIFY(!unused.isAccepted());
+    }
+
     void focusEmitsTheAvailableCommands()
     {
         const Fixture f;
@@ -539,12 +585,24 @@ private Q_SLOTS:
         QSignalSpy copy(f.view.get(), &View::copyAvailable);
         QSignalSpy cut(f.view.get(), &View::cutAvailable);
         QSignalSpy back(f.view.get(), &View::backAvailable);
+        QStringList others;
+        const auto note = [&](void (View::*signal)(bool), const QString &name) {
+            connect(f.view.get(), signal, this, [&, name](bool on) { others << name + (on ? u" on"_s : u" off"_s); });
+        };
+        note(&View::undoAvailable, u"undo"_s);
+        note(&View::redoAvailable, u"redo"_s);
+        note(&View::pasteAvailable, u"paste"_s);
+        note(&View::forwardAvailable, u"forward"_s);
+        note(&View::previousAvailable, u"previous"_s);
+        note(&View::nextAvailable, u"next"_s);
         QSignalSpy moved(f.view.get(), &View::cursorPositionChanged);
         f.view->setFocus();
         QCOMPARE(activated.size(), 1);
         QCOMPARE(copy, Calls({{false}}));
         QCOMPARE(cut, Calls({{false}}));
         QCOMPARE(back, Calls({{false}}));
+        QCOMPARE(others, (QStringList{u"undo off"_s, u"redo off"_s, u"paste off"_s, u"forward off"_s, u"previous off"_s,
+                                      u"next off"_s}));
         QCOMPARE(moved, Calls({{0x8000, 0}}));
         f.paras()->setSelection({0, 0, 0}, {0, 0, 8});
         QCOMPARE(copy.last(), QVariantList{true});
@@ -793,8 +851,11 @@ private Q_SLOTS:
         QVERIFY(!cancel->isVisible());
         f.view->startFind(u"needle"_s, true, true, true);
         QTRY_VERIFY(cancel->isVisible());
+        const auto *search = f.view->findChild<ParaSearch *>();
+        QVERIFY(search->isRunning());
         QTest::keyClick(f.paras(), Qt::Key_Escape);
         QVERIFY(!cancel->isVisible());
+        QVERIFY(!search->isRunning());
         f.view->startFind(u"needle"_s, true, true, true);
         QTRY_VERIFY(cancel->isVisible());
         QTest::mouseClick(cancel, Qt::LeftButton);

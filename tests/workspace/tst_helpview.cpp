@@ -152,6 +152,17 @@ private Q_SLOTS:
 
     // The document
 
+    void viewHasTheIconOfItsKind()
+    {
+        QPixmap picture(16, 16);
+        picture.fill(Qt::red);
+        const QIcon icon(picture);
+        HelpDocumentTemplate kind({}, {}, icon);
+        HelpDocument document(&kind);
+        const std::unique_ptr<View> view(kind.createView(&document));
+        QCOMPARE(view->windowIcon().cacheKey(), icon.cacheKey());
+    }
+
     void documentKeepsNameAndTime()
     {
         Fixture f;
@@ -304,6 +315,19 @@ private Q_SLOTS:
         palette.setColor(QPalette::Base, Qt::black);
         f.browser()->setPalette(palette);
         QCOMPARE(bar->value(), 100);
+    }
+
+    void disabledPageKeepsItsColours()
+    {
+        Fixture f;
+        f.write(u"help/a.html"_s, "text");
+        f.open(u"help/a.html"_s);
+        QPalette palette = f.browser()->palette();
+        palette.setColor(QPalette::Disabled, QPalette::Base, Qt::darkGreen);
+        f.browser()->setPalette(palette);
+        const QString style = f.browser()->document()->defaultStyleSheet();
+        f.browser()->setEnabled(false);
+        QCOMPARE(f.browser()->document()->defaultStyleSheet(), style);
     }
 
     void linesDoNotGrowBeyondWhatIsReadable()
@@ -565,6 +589,8 @@ private Q_SLOTS:
         QCOMPARE(f.browser()->textCursor().hasSelection() && at >= 0, at >= 0);
         if (at >= 0)
             QCOMPARE(f.browser()->textCursor().selectionStart(), at);
+        else
+            QCOMPARE(f.view->selectedText(), selection);
     }
 
     void searchWithoutASelectionBeginsAtTheStart()
@@ -696,17 +722,21 @@ private Q_SLOTS:
     void printingShowsTheDialog()
     {
         Fixture f;
-        f.write(u"help/a.html"_s, "text");
+        f.write(u"help/a.html"_s, "<html><head><title>Guide</title></head><body>text</body></html>");
         f.open(u"help/a.html"_s);
+        QString job;
         bool asked = false;
         QTimer::singleShot(0, this, [&] {
             auto *dialog = qobject_cast<QPrintDialog *>(QApplication::activeModalWidget());
             asked = dialog;
-            if (dialog)
+            if (dialog) {
+                job = dialog->printer()->docName();
                 dialog->reject();
+            }
         });
         f.view->print();
         QVERIFY(asked);
+        QCOMPARE(job, u"Guide"_s);
     }
 };
 
