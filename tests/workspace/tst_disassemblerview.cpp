@@ -2,6 +2,7 @@
 #include "disassemblerdocument.h"
 #include "disassemblerdocumenttemplate.h"
 #include "disassemblerview.h"
+#include "editorcolours.h"
 #include "editorfixture.h"
 #include "environmentkey.h"
 #include "iexecutionenvironment.h"
@@ -15,6 +16,7 @@
 #include <QClipboard>
 #include <QLabel>
 #include <QLineEdit>
+#include <QProgressBar>
 #include <QSignalSpy>
 #include <QToolButton>
 
@@ -69,11 +71,11 @@ public:
         return isSilent || index % 4 ? QString() : instructions.value(index, u"nop&nbsp;"_s + contents);
     }
     QStringList sourceLines(int index) override { return sources.value(index); }
-    bool fetch(int, int) override
+    bool fetch(int index, int) override
     {
         if (fetchThrows)
             throw std::runtime_error("lost");
-        return isFetched;
+        return isFetched && index != late;
     }
 
     QList<MemoryRegion> regions() override
@@ -110,6 +112,7 @@ public:
     bool fetchThrows = false;
     bool symbolsThrow = false;
     bool isFetched = true;
+    int late = -1; ///< the index of an instruction that is not read yet
     bool isSilent = false;
     bool hasRegions = true;
     std::function<void()> whenAsked;
@@ -838,6 +841,9 @@ private Q_SLOTS:
         f.view->startFind(u"00008000"_s, true, true, true);
         QTRY_COMPARE(f.message(), u"Passed the end of the disassembly"_s);
         QCOMPARE(f.cursor(), u"8000"_s);
+        f.view->startFind(u"PUSH"_s, false, false, true);
+        QTRY_COMPARE(f.cursor(), u"8200"_s);
+        QCOMPARE(f.view->selectedText(), u"push"_s);
         f.view->startFind(u"needle"_s, true, true, true);
         QTRY_COMPARE(f.message(), u"Cannot find the string needle."_s);
         f.view->startFind({}, true, true, true);
@@ -851,11 +857,14 @@ private Q_SLOTS:
         QVERIFY(!cancel->isVisible());
         f.view->startFind(u"needle"_s, true, true, true);
         QTRY_VERIFY(cancel->isVisible());
-        const auto *search = f.view->findChild<ParaSearch *>();
+        auto *search = f.view->findChild<ParaSearch *>();
         QVERIFY(search->isRunning());
         QTest::keyClick(f.paras(), Qt::Key_Escape);
         QVERIFY(!cancel->isVisible());
         QVERIFY(!search->isRunning());
+        auto *bar = f.view->findChild<QProgressBar *>(u"DisassemblyProgress"_s);
+        Q_EMIT search->progress(40);
+        QCOMPARE(bar->value(), 40);
         f.view->startFind(u"needle"_s, true, true, true);
         QTRY_VERIFY(cancel->isVisible());
         QTest::mouseClick(cancel, Qt::LeftButton);
@@ -888,6 +897,33 @@ private Q_SLOTS:
         QCOMPARE(picture(), none);
         markers->setMarker(0x8005, 0x08, true, false); // no branch
         QCOMPARE(picture().pixelColor(onSpine), none.pixelColor(onSpine));
+    }
+
+    void arrowIsDrawnWhenAnInstructionOutsideTheScreenIsRead()
+    {
+        const Fixture f([](FakeEnvironment &environment) { environment.late = 0; });
+        f.view->gotoLine(0x8201);
+        QVERIFY(!f.paras()->visibleText().contains(u"bl 0x8200"_s));
+        auto *markers = viewInterface<IViewWithMarkers>(f.view.get());
+        markers->setMarker(0x8001, 0x08, true, false);
+        const auto picture = [&] { return f.margin()->grab().toImage(); };
+        const QImage none = picture();
+        f.environment->late = -1;
+        QTRY_VERIFY(picture() != none);
+    }
+
+    void nextStatementHasABandOfItsOwn()
+    {
+        const Fixture f;
+        auto *markers = viewInterface<IViewWithMarkers>(f.view.get());
+        markers->setMarker(0x8001, 0x08, true, false);
+        const EditorColours colours = editorColours(f.paras()->palette().color(QPalette::Base));
+        const auto colourOfRow = [&](int row) {
+            const QImage picture = f.paras()->viewport()->grab().toImage();
+            return picture.pixelColor(picture.width() - 5, row * f.paras()->lineHeight() + 3);
+        };
+        QCOMPARE(colourOfRow(0), colours.statement);
+        QCOMPARE(colourOfRow(1), f.paras()->palette().color(QPalette::Base));
     }
 
     void historyIsBounded()

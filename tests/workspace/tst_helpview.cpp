@@ -317,6 +317,14 @@ private Q_SLOTS:
         QCOMPARE(bar->value(), 100);
     }
 
+    void pageHasItsStyleBeforeItIsShown()
+    {
+        Fixture f;
+        f.write(u"help/a.html"_s, "text");
+        f.open(u"help/a.html"_s);
+        QCOMPARE(f.browser()->document()->defaultStyleSheet(), helpStyleSheet(f.browser()->palette()));
+    }
+
     void disabledPageKeepsItsColours()
     {
         Fixture f;
@@ -668,6 +676,26 @@ private Q_SLOTS:
             QCOMPARE(numbers[i], u"%1:%1"_s.arg(i + 1));
     }
 
+    void everyPageHasItsOwnLines()
+    {
+        QString html;
+        for (int i = 0; i < 40; ++i)
+            html += u"<p>line%1</p>"_s.arg(i);
+        QTextDocument page;
+        page.setHtml(html);
+        PageRecorder recorder;
+        RecordingPrinter printer(&recorder);
+        printRichText(page, QFont(u"DejaVu Sans"_s, 10), printer);
+        QStringList lines; // those within the margins of their page
+        for (const PageRecorder::Drawn &drawn : std::as_const(recorder.drawn)) {
+            if (drawn.baseline.y() > 100 && drawn.baseline.y() < 700)
+                lines << drawn.text;
+        }
+        QCOMPARE(lines.first(), u"line0"_s);
+        QCOMPARE(lines.last(), u"line39"_s);
+        QCOMPARE(lines.size(), 40);
+    }
+
     void paperHasLightColoursWithADarkTheme()
     {
         Fixture f;
@@ -725,18 +753,21 @@ private Q_SLOTS:
         f.write(u"help/a.html"_s, "<html><head><title>Guide</title></head><body>text</body></html>");
         f.open(u"help/a.html"_s);
         QString job;
+        bool isFullPage = false;
         bool asked = false;
         QTimer::singleShot(0, this, [&] {
             auto *dialog = qobject_cast<QPrintDialog *>(QApplication::activeModalWidget());
             asked = dialog;
             if (dialog) {
                 job = dialog->printer()->docName();
+                isFullPage = dialog->printer()->fullPage();
                 dialog->reject();
             }
         });
         f.view->print();
         QVERIFY(asked);
         QCOMPARE(job, u"Guide"_s);
+        QVERIFY(isFullPage);
     }
 };
 

@@ -357,10 +357,20 @@ private Q_SLOTS:
         f.document->checkFile();
         QCOMPARE(f.document->lineCount(), 4);
         f.document->setFollowing(false);
+        QCOMPARE(f.document->change(), LargeTextDocument::Change::None);
         f.write(u"a.log"_s, "five\n", QIODevice::Append);
         f.document->checkFile();
         QCOMPARE(f.document->lineCount(), 4);
         QCOMPARE(f.document->change(), LargeTextDocument::Change::Grown);
+    }
+
+    void documentWithoutAFileCanBeFollowed()
+    {
+        LargeFixture f;
+        LargeTextDocument document(&f.docTemplate);
+        document.setFollowing(true);
+        QVERIFY(document.isFollowing());
+        QCOMPARE(document.lineCount(), 0);
     }
 
     void followingBeginsWithWhatIsThere()

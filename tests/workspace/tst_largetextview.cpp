@@ -657,6 +657,30 @@ private Q_SLOTS:
         QCOMPARE(result(f), QString());
     }
 
+    void findBarHasItsButtonsAndKeys()
+    {
+        LargeFixture f;
+        f.openAndShow(numbered(10));
+        for (const auto &[name, text] : {std::pair("LargeTextFind", u"Find..."_s),
+                                         {"LargeTextPrevious", u"Previous"_s},
+                                         {"LargeTextNext", u"Next"_s},
+                                         {"LargeTextGoOn", u"Go on"_s},
+                                         {"LargeTextCancel", u"Cancel"_s},
+                                         {"LargeTextClose", u"Close"_s}})
+            QCOMPARE(part<QToolButton>(f, name)->text(), text);
+        f.view->openFindBar();
+        auto *what = part<QLineEdit>(f, "LargeTextFindWhat");
+        QTest::keyClicks(what, u"old"_s);
+        QTest::keyClick(what, Qt::Key_F9);
+        QVERIFY(f.view->findBar()->isVisible());
+        f.view->openFindBar();
+        QTest::keyClicks(what, u"line 3"_s); // replaces the old text
+        QTest::keyClick(what, Qt::Key_Return);
+        QTRY_COMPARE(result(f), u"1 of 1"_s);
+        QVERIFY(!part<QProgressBar>(f, "LargeTextProgress")->isVisible());
+        QVERIFY(!part<QToolButton>(f, "LargeTextCancel")->isVisible());
+    }
+
     void matchIsReportedOnceWhileTheOthersAreCounted()
     {
         LargeFixture f;
@@ -861,6 +885,20 @@ private Q_SLOTS:
         QCOMPARE(f.document->lineCount(), 700);
         QCOMPARE(f.lines()->contentsY(), 100ll * f.lines()->lineHeight());
         QVERIFY(notice(f).isEmpty());
+    }
+
+    void lineThatWasGoneToIsNotShownAgainWhenTheFileGrows()
+    {
+        LargeFixture f;
+        f.openAndShow(numbered(500));
+        f.document->setFollowing(true);
+        QTRY_VERIFY(f.document->isIndexed());
+        f.view->gotoLine(5);
+        f.lines()->setContentsPos(0, 200ll * f.lines()->lineHeight());
+        f.write(u"large.log"_s, "more\n", QIODevice::Append);
+        f.document->checkFile();
+        QCOMPARE(f.document->lineCount(), 501);
+        QCOMPARE(f.lines()->contentsY(), 200ll * f.lines()->lineHeight());
     }
 
     void positionIsReportedAgainWhenTheCursorsLineGetsItsNumber()

@@ -401,6 +401,25 @@ private Q_SLOTS:
         f.manager.closeAll();
     }
 
+    void characterWithoutAMeaningIsSavedAsItWasTyped()
+    {
+        EditorFixture f;
+        QFile file(f.path(u"a.c"_s));
+        QVERIFY(file.open(QIODevice::WriteOnly)
+                && file.write(QByteArray("\xff\xfe"
+                                         "a\0",
+                                         4))
+                       == 4);
+        file.close();
+        QVERIFY(f.document->open(file.fileName()));
+        QTextCursor(f.document->text()).insertText(u"\uFDD2"_s);
+        QVERIFY(f.document->save());
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        QCOMPARE(file.readAll(), QByteArray("\xff\xfe\xd2\xfd"
+                                            "a\0",
+                                            6));
+    }
+
     void rawTextIsCopiedAgainWhenTheTextChanges()
     {
         EditorFixture f(u"1\n2"_s);
