@@ -1,4 +1,5 @@
 #include "../emptyenvironment.h"
+#include "disassemblerbar.h"
 #include "disassemblerdocument.h"
 #include "disassemblerdocumenttemplate.h"
 #include "disassemblerview.h"
@@ -622,6 +623,8 @@ private Q_SLOTS:
         QCOMPARE(f.margin()->width(), 18);
         QCOMPARE(text->mapTo(f.view.get(), QPoint()), QPoint(20, 2));
         QVERIFY(std::abs(f.margin()->height() - text->height()) <= 3);
+        const int edge = f.paras()->x();
+        QCOMPARE(f.view->findChild<DisassemblerBar *>()->y(), f.paras()->geometry().bottom() + 1 + edge);
     }
 
     void linesAreAddressesPlusOne()

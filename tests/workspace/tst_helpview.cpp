@@ -410,6 +410,9 @@ private Q_SLOTS:
         f.view->back();
         QCOMPARE(f.text(), u"link"_s);
         QVERIFY(log.contains(u"source a.html"_s) && log.contains(u"back off"_s) && log.contains(u"forward on"_s));
+        log.clear();
+        QCoreApplication::sendEvent(f.browser(), &focusIn);
+        QVERIFY(log.contains(u"back off"_s) && log.contains(u"forward on"_s));
         f.view->forward();
         QVERIFY(f.text().startsWith(u"Two"_s));
     }

@@ -370,6 +370,7 @@ private Q_SLOTS:
         LargeTextDocument document(&f.docTemplate);
         document.setFollowing(true);
         QVERIFY(document.isFollowing());
+        QCOMPARE(document.indexedPercent(), 100);
         QCOMPARE(document.lineCount(), 0);
     }
 

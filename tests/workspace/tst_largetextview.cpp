@@ -1,4 +1,5 @@
 #include "largefixture.h"
+#include "paintcounter.h"
 #include "processcounts.h"
 #include "tabbedviewmanager.h"
 #include "viewmanager.h"
@@ -251,6 +252,16 @@ private Q_SLOTS:
         QCOMPARE(margin->offset(), 100ll * f.lines()->lineHeight());
         QTest::mouseClick(margin, Qt::LeftButton, {}, {5, f.lines()->lineHeight() + 2});
         QCOMPARE(toggled, Calls({{102}}));
+    }
+
+    void updateRepaintsTheMargin()
+    {
+        LargeFixture f;
+        f.openAndShow(numbered(5));
+        QCoreApplication::processEvents();
+        const PaintCounter paints(f.view->findChild<MarkerWidget *>());
+        f.document->notifyViews(nullptr, false); // for example, other pictures
+        QTRY_VERIFY(paints.count > 0);
     }
 
     void marksStayOnTheirNumbers()

@@ -1,5 +1,7 @@
+#include "matchcounter.h"
 #include "textpattern.h"
 #include "textsearch.h"
+#include <QSignalSpy>
 #include <QTest>
 
 using namespace Qt::StringLiterals;
@@ -125,6 +127,21 @@ private Q_SLOTS:
     {
         const QString text = u"a\u2029b"_s;
         QVERIFY(findReplacements(text, text, u"x", {}, 0, text.size()).isEmpty());
+    }
+
+    void matchesAreCountedOnce()
+    {
+        const auto text = [] { return u"one two one"_s; };
+        const TextPattern pattern(u"one"_s, {});
+        MatchCounter counter;
+        MatchCounter later; // after the same pause
+        const QSignalSpy counted(&counter, &MatchCounter::counted);
+        const QSignalSpy countedLater(&later, &MatchCounter::counted);
+        counter.start(text, pattern);
+        QTRY_COMPARE(counted, (QList<QVariantList>{{2, false}}));
+        later.start(text, pattern);
+        QTRY_COMPARE(countedLater.size(), 1);
+        QCOMPARE(counted.size(), 1);
     }
 
     void expressionKnowsTheEndsOfParagraphs()

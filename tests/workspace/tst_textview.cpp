@@ -794,6 +794,17 @@ private Q_SLOTS:
         QVERIFY(picture() != marked);
     }
 
+    void marginIsPaintedWithoutWhatIsBehindIt()
+    {
+        const EditorFixture f(numbered(50));
+        QCoreApplication::processEvents();
+        const PaintCounter margin(marginOf(f.edit()));
+        const PaintCounter behind(f.edit());
+        marginOf(f.edit())->update();
+        QTRY_COMPARE(margin.count, 1);
+        QCOMPARE(behind.count, 0);
+    }
+
     void markingMatchesRepaintsTheText()
     {
         const EditorFixture f(numbered(50));
