@@ -235,6 +235,17 @@ private Q_SLOTS:
         QTRY_VERIFY(threadCount() <= threads); // it does not read on
     }
 
+    void closedDocumentHasClosedItsFile()
+    {
+        LargeFixture f;
+        const QString file = f.write(u"a.log"_s, "one\n");
+        const qsizetype files = openFileCount();
+        QVERIFY(f.open(file));
+        QVERIFY(f.document->reload());
+        f.document.reset();
+        QTRY_VERIFY(openFileCount() <= files); // the thread that counts lines may end later
+    }
+
     void numbersAreExactWhenTheIndexIsReady()
     {
         LargeFixture f;

@@ -108,6 +108,8 @@ private Q_SLOTS:
         QTest::addColumn<QByteArray>("bytes");
         QTest::addColumn<QByteArray>("written");
         QTest::newRow("plain") << QByteArray("a\n") << QByteArray("Xa\n");
+        const QByteArray line(10'000, 'x');
+        QTest::newRow("CRLF far from the end") << "a\r\n" + line << "Xa\r\n" + line;
         QTest::newRow("crlf and mark") << QByteArray("\xEF\xBB\xBF"
                                                      "a\r\nb")
                                        << QByteArray("\xEF\xBB\xBFXa\r\nb");
