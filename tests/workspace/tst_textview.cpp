@@ -794,6 +794,23 @@ private Q_SLOTS:
         QVERIFY(picture() != marked);
     }
 
+    void marginWithAPatternIsPaintedWhole()
+    {
+        const EditorFixture f;
+        QWidget *margin = marginOf(f.edit());
+        QPalette palette = margin->palette();
+        palette.setBrush(QPalette::Button, QBrush(Qt::red, Qt::Dense4Pattern));
+        palette.setColor(QPalette::Window, Qt::blue);
+        margin->setPalette(palette);
+        const QImage picture = margin->grab().toImage();
+        QSet<QRgb> colours;
+        for (int y = 100; y < 120; ++y) {
+            for (int x = 0; x < picture.width(); ++x)
+                colours.insert(picture.pixel(x, y));
+        }
+        QCOMPARE(colours, (QSet<QRgb>{QColor(Qt::red).rgb(), QColor(Qt::blue).rgb()}));
+    }
+
     void marginIsPaintedWithoutWhatIsBehindIt()
     {
         const EditorFixture f(numbered(50));
