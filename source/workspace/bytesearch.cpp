@@ -116,11 +116,8 @@ qsizetype ByteSearch::findBytes(QByteArrayView bytes, qsizetype from) const
     qsizetype i = from;
 #ifdef __SSE2__
     static const bool hasAvx2 = __builtin_cpu_supports("avx2");
-    if (hasAvx2) {
-        i = findWide(data, from, end);
-        if (i + 32 <= end)
-            return i;
-    }
+    if (hasAvx2)
+        i = findWide(data, from, end); // a match is found once more below
     const __m128i first = _mm_set1_epi8(m_needle[m_rare]);
     const __m128i second = _mm_set1_epi8(m_needle[m_rare2]);
     const __m128i firstMask = _mm_set1_epi8(m_masks[m_rare]);

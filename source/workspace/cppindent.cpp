@@ -213,12 +213,10 @@ void Indenter::eraseCComment()
         line.truncate(std::max<qsizetype>(start, 0));
         m_state.inCComment = start < 0;
     }
-    if (!m_state.inCComment) {
-        const qsizetype end = line.indexOf(u"*/");
-        if (end >= 0) {
-            eraseChars(line, 0, end + 2, u' ');
-            m_state.inCComment = true;
-        }
+    const qsizetype end = line.indexOf(u"*/"); // where a comment begins, read upward
+    if (end >= 0) {
+        eraseChars(line, 0, end + 2, u' ');
+        m_state.inCComment = true;
     }
 }
 

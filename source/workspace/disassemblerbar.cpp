@@ -26,7 +26,6 @@ DisassemblerBar::DisassemblerBar(QWidget *parent)
     m_goTo->setFixedWidth(240);
     m_message->setTextFormat(Qt::PlainText);
     m_message->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
-    m_progress->setRange(0, 100);
     m_progress->setMaximumWidth(120);
     m_cancel->setText(tr("Cancel"));
     auto *row = new QHBoxLayout(this);

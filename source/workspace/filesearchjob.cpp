@@ -95,8 +95,7 @@ void FileSearchJob::add(ListedFile file)
     if (m_tasks.size() == MostTasks)
         waitForTasks(lock, MostTasks / 2);
     m_tasks.push_back(std::make_shared<Task>(Task{std::move(file), {}, false}));
-    if (m_idle > 0)
-        m_added.notify_one();
+    m_added.notify_one();
 }
 
 /// Waits until at most @p most files are left.
@@ -150,9 +149,7 @@ void FileSearchJob::searchFiles()
         if (m_started == m_tasks.size()) {
             if (m_allAdded)
                 return;
-            ++m_idle;
             m_added.wait(lock);
-            --m_idle;
             continue;
         }
         const std::shared_ptr<Task> task = m_tasks[m_started++];

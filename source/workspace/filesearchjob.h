@@ -82,7 +82,6 @@ private:
     std::deque<std::shared_ptr<Task>> m_tasks; ///< in the order in which their lines are reported
     size_t m_started = 0;                      ///< how many of them are searched or were
     size_t m_awaited = 0;                      ///< the walk waits until there are no more tasks than these
-    int m_idle = 0;                            ///< threads that wait for a task
     bool m_allAdded = false;
     std::deque<FoundLine> m_found; ///< to be posted
     int m_reported = 0;

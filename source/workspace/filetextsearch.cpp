@@ -109,8 +109,6 @@ QString FileTextSearch::error() const
 FileTextSearch::Result FileTextSearch::search(const ListedFile &listed, const std::atomic<bool> &running,
                                               const Receiver &receive)
 {
-    if (!m_pattern->isValid())
-        return Result::Whole;
     RegularFile file(listed);
     if (!file.isOpen())
         return file.isUnreadable() ? Result::NotOpened : Result::Whole;

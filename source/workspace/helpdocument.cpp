@@ -28,14 +28,12 @@ bool HelpDocument::open(const QString &filename)
     }
     m_filename = filename;
     m_lastModified = file.lastModified();
-    setModified(false);
     return true;
 }
 
 bool HelpDocument::create(const QString &filename)
 {
     m_filename = filename;
-    m_lastModified = {};
     return true;
 }
 

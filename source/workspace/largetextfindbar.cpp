@@ -69,7 +69,6 @@ void LargeTextFindBar::layOut()
     m_wholeWords->setObjectName(u"LargeTextWholeWords"_s);
     m_progress->setObjectName(u"LargeTextProgress"_s);
     m_result->setObjectName(u"LargeTextResult"_s);
-    m_progress->setRange(0, 100);
     m_progress->setMaximumWidth(120);
     auto *layout = new QHBoxLayout(this);
     layout->setContentsMargins(4, 2, 4, 2);

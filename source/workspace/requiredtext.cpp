@@ -34,7 +34,6 @@ private:
         case u')':
             return m_depth-- > 0;
         case u'|':
-            endRun();
             return m_depth > 0;
         case u'*':
         case u'?':

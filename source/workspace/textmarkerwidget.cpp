@@ -78,7 +78,6 @@ QColor TextMarkerWidget::numberColour(const QPalette &palette)
 void TextMarkerWidget::paintNumber(QPainter &painter, int number, const QRectF &line) const
 {
     const QRectF place(Width, line.top(), width() - Width - NumberSpace, line.height());
-    painter.setFont(m_edit->font());
     painter.setPen(numberColour(palette()));
     painter.drawText(place, Qt::AlignRight | Qt::AlignVCenter, QString::number(number));
 }

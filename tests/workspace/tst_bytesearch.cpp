@@ -110,6 +110,12 @@ private Q_SLOTS:
         QCOMPARE(search.last(bytes, 0, 10)->offset, 3); // "abc" is no whole word, and the last begins at 10
         QVERIFY(!search.first(bytes, 4, 10));
         QCOMPARE(search.last(bytes, 0, 11)->offset, 10);
+        const ByteSearch decoded({u"ä"_s, true, false});
+        const QByteArray umlauts = "ä ä ä"; // at 0, 3 and 6
+        QCOMPARE(decoded.last(umlauts, 0, 6)->offset, 3);
+        QCOMPARE(decoded.last(umlauts, 0, 7)->offset, 6);
+        QCOMPARE(decoded.first(umlauts, 1, 6)->offset, 3);
+        QVERIFY(!decoded.first(umlauts, 4, 6));
     }
 
     void scansAFileInBlocks()
@@ -166,6 +172,46 @@ private Q_SLOTS:
         QCOMPARE(scan.previous(0, bytes.size(), always)->offset, 256 * 1024 - 3);
         const LargeTextScan middle(LargeFile::open(file.fileName()), bytes.size(), {u"ö"_s, true, false});
         QCOMPARE(middle.next(0, bytes.size(), always)->offset, 256 * 1024 - 1);
+    }
+
+    void placeOfAMatchCountsACharacterAtTheStartOfItsBlock()
+    {
+        const QTemporaryDir directory;
+        QFile file(directory.filePath(u"f"_s));
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        constexpr qsizetype Block = 131'072;
+        for (qsizetype before = 1; before < 12; ++before) { // some of them are read from their second byte on
+            QByteArray bytes(2 * Block, '.');
+            bytes.replace(Block - before, 3, "€");
+            bytes.replace(Block + 100, 6, "needle");
+            QVERIFY(file.seek(0));
+            file.write(bytes);
+            file.flush();
+            const LargeTextScan scan(LargeFile::open(file.fileName()), bytes.size(), {u"needle"_s, true, false});
+            const auto always = [](qint64) { return true; };
+            QCOMPARE(scan.next(0, bytes.size(), always)->offset, Block + 100);
+        }
+    }
+
+    void characterOnTheBorderOfWhatIsReadDoesNotHideAMatch()
+    {
+        const QTemporaryDir directory;
+        QFile file(directory.filePath(u"f"_s));
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        constexpr qsizetype Block = 131'072;
+        for (qsizetype behind = 0; behind < 24; ++behind) { // one of them is cut
+            QByteArray bytes(2 * Block, '.');
+            bytes.replace(Block - 100, 4, "äö");
+            bytes.replace(Block + behind, 3, "€");
+            bytes.replace(2 * Block - 4, 4, "äö"); // up to the end
+            QVERIFY(file.seek(0));
+            file.write(bytes);
+            file.flush();
+            const LargeTextScan scan(LargeFile::open(file.fileName()), bytes.size(), {u"ÄÖ"_s, false, false});
+            const auto always = [](qint64) { return true; };
+            QCOMPARE(scan.next(0, bytes.size(), always)->offset, Block - 100);
+            QCOMPARE(scan.next(Block, bytes.size(), always)->offset, 2 * Block - 4);
+        }
     }
 
     void scanEndsWhenItsCallbackReturnsFalse()

@@ -43,6 +43,7 @@ private Q_SLOTS:
     void modesOtherThanSmartOnlyCopy();
     void smartModeRewritesTheLine();
     void outputsMayBeNull();
+    void lineThatIsIndentedRightIsNotChanged();
     void hostileTextsGiveAValidColumn();
 };
 
@@ -289,6 +290,15 @@ void tst_CppIndent::outputsMayBeNull()
     const auto document = plainDocument(u"{\n  a;\n}"_s);
     indent.indent(document.get(), document->findBlockByNumber(2));
     QCOMPARE(document->toPlainText(), u"{\n  a;\n}"_s);
+}
+
+void tst_CppIndent::lineThatIsIndentedRightIsNotChanged()
+{
+    CppIndent indent;
+    indent.setIndentMode(TextIndent::Smart);
+    const auto document = plainDocument(u"  if (a)\n      b;"_s);
+    indent.indent(document.get(), document->lastBlock());
+    QVERIFY(!document->isUndoAvailable());
 }
 
 void tst_CppIndent::hostileTextsGiveAValidColumn()

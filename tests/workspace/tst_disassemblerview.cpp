@@ -1,19 +1,23 @@
 #include "../emptyenvironment.h"
+#include "disassemblerbar.h"
 #include "disassemblerdocument.h"
 #include "disassemblerdocumenttemplate.h"
 #include "disassemblerview.h"
+#include "editorcolours.h"
 #include "editorfixture.h"
 #include "environmentkey.h"
 #include "iexecutionenvironment.h"
 #include "imemory64.h"
 #include "interfaceobject.h"
 #include "isourcemapping.h"
+#include "parasearch.h"
 #include "tabbedviewmanager.h"
 #include "textparamarkerwidget.h"
 #include "workspace.h"
 #include <QClipboard>
 #include <QLabel>
 #include <QLineEdit>
+#include <QProgressBar>
 #include <QSignalSpy>
 #include <QToolButton>
 
@@ -68,11 +72,11 @@ public:
         return isSilent || index % 4 ? QString() : instructions.value(index, u"nop&nbsp;"_s + contents);
     }
     QStringList sourceLines(int index) override { return sources.value(index); }
-    bool fetch(int, int) override
+    bool fetch(int index, int) override
     {
         if (fetchThrows)
             throw std::runtime_error("lost");
-        return isFetched;
+        return isFetched && index != late;
     }
 
     QList<MemoryRegion> regions() override
@@ -109,6 +113,7 @@ public:
     bool fetchThrows = false;
     bool symbolsThrow = false;
     bool isFetched = true;
+    int late = -1; ///< the index of an instruction that is not read yet
     bool isSilent = false;
     bool hasRegions = true;
     std::function<void()> whenAsked;
@@ -225,6 +230,14 @@ private Q_SLOTS:
         QCOMPARE(f.document->para(1), QStringList()); // no instruction starts there
         QCOMPARE(f.document->para(-1), QStringList());
         QCOMPARE(f.document->para(0x1000), QStringList());
+    }
+
+    void documentWithoutAViewKnowsItsRegion()
+    {
+        const Fixture f;
+        DisassemblerDocument other(f.document->documentTemplate());
+        QVERIFY(other.open(f.name));
+        QCOMPARE(other.paraCount(), 0x1000);
     }
 
     void withoutAddressesThereIsOneLinePerParagraph()
@@ -531,6 +544,43 @@ private Q_SLOTS:
         QCOMPARE(f.margin()->lineHeight(), f.paras()->lineHeight());
     }
 
+    void viewHasTheIconOfItsKind()
+    {
+        QPixmap picture(16, 16);
+        picture.fill(Qt::red);
+        const QIcon icon(picture);
+        DisassemblerDocumentTemplate kind({}, {}, icon, nullptr);
+        DisassemblerDocument document(&kind);
+        const std::unique_ptr<View> view(kind.createView(&document));
+        QCOMPARE(view->windowIcon().cacheKey(), icon.cacheKey());
+    }
+
+    void viewMayBeClosedWhenItIsActivated()
+    {
+        Fixture f;
+        f.paras()->clearFocus();
+        bool wasActivated = false;
+        connect(f.view.get(), &View::viewActivated, this, [&](View *view) {
+            wasActivated = true;
+            f.view.release();
+            delete view;
+        });
+        QFocusEvent event(QEvent::FocusIn);
+        QApplication::sendEvent(f.paras(), &event);
+        QVERIFY(wasActivated);
+    }
+
+    void keyThatTheViewDoesNotUseReachesTheWindow()
+    {
+        const Fixture f;
+        QKeyEvent used(QEvent::KeyPress, Qt::Key_Return, {});
+        QKeyEvent unused(QEvent::KeyPress, Qt::Key_F9, {});
+        QApplication::sendEvent(f.view.get(), &used);
+        QApplication::sendEvent(f.view.get(), &unused);
+        QVERIFY(used.isAccepted());
+        QVERIFY(!unused.isAccepted());
+    }
+
     void focusEmitsTheAvailableCommands()
     {
         const Fixture f;
@@ -539,12 +589,24 @@ private Q_SLOTS:
         QSignalSpy copy(f.view.get(), &View::copyAvailable);
         QSignalSpy cut(f.view.get(), &View::cutAvailable);
         QSignalSpy back(f.view.get(), &View::backAvailable);
+        QStringList others;
+        const auto note = [&](void (View::*signal)(bool), const QString &name) {
+            connect(f.view.get(), signal, this, [&, name](bool on) { others << name + (on ? u" on"_s : u" off"_s); });
+        };
+        note(&View::undoAvailable, u"undo"_s);
+        note(&View::redoAvailable, u"redo"_s);
+        note(&View::pasteAvailable, u"paste"_s);
+        note(&View::forwardAvailable, u"forward"_s);
+        note(&View::previousAvailable, u"previous"_s);
+        note(&View::nextAvailable, u"next"_s);
         QSignalSpy moved(f.view.get(), &View::cursorPositionChanged);
         f.view->setFocus();
         QCOMPARE(activated.size(), 1);
         QCOMPARE(copy, Calls({{false}}));
         QCOMPARE(cut, Calls({{false}}));
         QCOMPARE(back, Calls({{false}}));
+        QCOMPARE(others, (QStringList{u"undo off"_s, u"redo off"_s, u"paste off"_s, u"forward off"_s, u"previous off"_s,
+                                      u"next off"_s}));
         QCOMPARE(moved, Calls({{0x8000, 0}}));
         f.paras()->setSelection({0, 0, 0}, {0, 0, 8});
         QCOMPARE(copy.last(), QVariantList{true});
@@ -561,6 +623,8 @@ private Q_SLOTS:
         QCOMPARE(f.margin()->width(), 18);
         QCOMPARE(text->mapTo(f.view.get(), QPoint()), QPoint(20, 2));
         QVERIFY(std::abs(f.margin()->height() - text->height()) <= 3);
+        const int edge = f.paras()->x();
+        QCOMPARE(f.view->findChild<DisassemblerBar *>()->y(), f.paras()->geometry().bottom() + 1 + edge);
     }
 
     void linesAreAddressesPlusOne()
@@ -780,6 +844,9 @@ private Q_SLOTS:
         f.view->startFind(u"00008000"_s, true, true, true);
         QTRY_COMPARE(f.message(), u"Passed the end of the disassembly"_s);
         QCOMPARE(f.cursor(), u"8000"_s);
+        f.view->startFind(u"PUSH"_s, false, false, true);
+        QTRY_COMPARE(f.cursor(), u"8200"_s);
+        QCOMPARE(f.view->selectedText(), u"push"_s);
         f.view->startFind(u"needle"_s, true, true, true);
         QTRY_COMPARE(f.message(), u"Cannot find the string needle."_s);
         f.view->startFind({}, true, true, true);
@@ -793,8 +860,14 @@ private Q_SLOTS:
         QVERIFY(!cancel->isVisible());
         f.view->startFind(u"needle"_s, true, true, true);
         QTRY_VERIFY(cancel->isVisible());
+        auto *search = f.view->findChild<ParaSearch *>();
+        QVERIFY(search->isRunning());
         QTest::keyClick(f.paras(), Qt::Key_Escape);
         QVERIFY(!cancel->isVisible());
+        QVERIFY(!search->isRunning());
+        auto *bar = f.view->findChild<QProgressBar *>(u"DisassemblyProgress"_s);
+        Q_EMIT search->progress(40);
+        QCOMPARE(bar->value(), 40);
         f.view->startFind(u"needle"_s, true, true, true);
         QTRY_VERIFY(cancel->isVisible());
         QTest::mouseClick(cancel, Qt::LeftButton);
@@ -827,6 +900,33 @@ private Q_SLOTS:
         QCOMPARE(picture(), none);
         markers->setMarker(0x8005, 0x08, true, false); // no branch
         QCOMPARE(picture().pixelColor(onSpine), none.pixelColor(onSpine));
+    }
+
+    void arrowIsDrawnWhenAnInstructionOutsideTheScreenIsRead()
+    {
+        const Fixture f([](FakeEnvironment &environment) { environment.late = 0; });
+        f.view->gotoLine(0x8201);
+        QVERIFY(!f.paras()->visibleText().contains(u"bl 0x8200"_s));
+        auto *markers = viewInterface<IViewWithMarkers>(f.view.get());
+        markers->setMarker(0x8001, 0x08, true, false);
+        const auto picture = [&] { return f.margin()->grab().toImage(); };
+        const QImage none = picture();
+        f.environment->late = -1;
+        QTRY_VERIFY(picture() != none);
+    }
+
+    void nextStatementHasABandOfItsOwn()
+    {
+        const Fixture f;
+        auto *markers = viewInterface<IViewWithMarkers>(f.view.get());
+        markers->setMarker(0x8001, 0x08, true, false);
+        const EditorColours colours = editorColours(f.paras()->palette().color(QPalette::Base));
+        const auto colourOfRow = [&](int row) {
+            const QImage picture = f.paras()->viewport()->grab().toImage();
+            return picture.pixelColor(picture.width() - 5, row * f.paras()->lineHeight() + 3);
+        };
+        QCOMPARE(colourOfRow(0), colours.statement);
+        QCOMPARE(colourOfRow(1), f.paras()->palette().color(QPalette::Base));
     }
 
     void historyIsBounded()

@@ -1,6 +1,8 @@
 #include "../base/blockedfile.h"
 #include "boxanswers.h"
 #include "filesearcher.h"
+#include "folderwalk.h"
+#include "processcounts.h"
 #include <QDir>
 #include <QFile>
 #include <QProcess>
@@ -349,6 +351,20 @@ private Q_SLOTS:
         QTRY_COMPARE(m_reported, (QStringList{u"b:1:needle"_s, u"finished"_s}));
     }
 
+    void folderThatDisappearsIsCountedAsUnreadable()
+    {
+        write(u"a"_s, "needle\n");
+        write(u"below/b"_s, "needle\n");
+        FolderWalk walk(u"*"_s, true);
+        QStringList files;
+        walk.forEach(m_folder->path(), true, [&](const ListedFile &file) {
+            files << QDir(m_folder->path()).relativeFilePath(file.path());
+            QVERIFY(QDir(m_folder->filePath(u"below"_s)).removeRecursively());
+        });
+        QCOMPARE(files, QStringList{u"a"_s});
+        QCOMPARE(walk.unreadableFolders(), 1);
+    }
+
     void fileLargerThanAPieceIsSearchedCompletely()
     {
         const qsizetype size = 20 << 20;
@@ -362,6 +378,12 @@ private Q_SLOTS:
         QCOMPARE(found({.text = u"^needle|again$"_s, .regExp = true}),
                  (QStringList{u"f:1:needle"_s, u"f:%1:needle again"_s.arg(lines + 2)}));
         QCOMPARE(found({.text = u"again\\n$"_s, .regExp = true}), QStringList{u"f:%1:needle again"_s.arg(lines + 2)});
+    }
+
+    void lineLargerThanAPieceHasOneStart()
+    {
+        write(u"f"_s, QByteArray(20 << 20, 'a'));
+        QCOMPARE(found({.text = u"^a"_s, .regExp = true}).size(), 1);
     }
 
     // Thread
@@ -382,6 +404,17 @@ private Q_SLOTS:
         start({.text = u"needle"_s, .recursive = true});
         m_searcher.reset();
         QVERIFY(blocked.isWantedByOthers()); // the first search still waits, so nothing has waited for it
+    }
+
+    void threadsAndFilesOfASearchEndWithIt()
+    {
+        write(u"a"_s, "needle\n");
+        write(u"below/b"_s, "needle\n");
+        const qsizetype threads = threadCount();
+        const qsizetype files = openFileCount();
+        QCOMPARE(found({.text = u"needle"_s, .recursive = true}).size(), 2);
+        QTRY_VERIFY(threadCount() <= threads);
+        QVERIFY(openFileCount() <= files);
     }
 
     void isRunningFromStartToEnd()

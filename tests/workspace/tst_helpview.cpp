@@ -152,6 +152,17 @@ private Q_SLOTS:
 
     // The document
 
+    void viewHasTheIconOfItsKind()
+    {
+        QPixmap picture(16, 16);
+        picture.fill(Qt::red);
+        const QIcon icon(picture);
+        HelpDocumentTemplate kind({}, {}, icon);
+        HelpDocument document(&kind);
+        const std::unique_ptr<View> view(kind.createView(&document));
+        QCOMPARE(view->windowIcon().cacheKey(), icon.cacheKey());
+    }
+
     void documentKeepsNameAndTime()
     {
         Fixture f;
@@ -306,6 +317,27 @@ private Q_SLOTS:
         QCOMPARE(bar->value(), 100);
     }
 
+    void pageHasItsStyleBeforeItIsShown()
+    {
+        Fixture f;
+        f.write(u"help/a.html"_s, "text");
+        f.open(u"help/a.html"_s);
+        QCOMPARE(f.browser()->document()->defaultStyleSheet(), helpStyleSheet(f.browser()->palette()));
+    }
+
+    void disabledPageKeepsItsColours()
+    {
+        Fixture f;
+        f.write(u"help/a.html"_s, "text");
+        f.open(u"help/a.html"_s);
+        QPalette palette = f.browser()->palette();
+        palette.setColor(QPalette::Disabled, QPalette::Base, Qt::darkGreen);
+        f.browser()->setPalette(palette);
+        const QString style = f.browser()->document()->defaultStyleSheet();
+        f.browser()->setEnabled(false);
+        QCOMPARE(f.browser()->document()->defaultStyleSheet(), style);
+    }
+
     void linesDoNotGrowBeyondWhatIsReadable()
     {
         Fixture f;
@@ -378,6 +410,9 @@ private Q_SLOTS:
         f.view->back();
         QCOMPARE(f.text(), u"link"_s);
         QVERIFY(log.contains(u"source a.html"_s) && log.contains(u"back off"_s) && log.contains(u"forward on"_s));
+        log.clear();
+        QCoreApplication::sendEvent(f.browser(), &focusIn);
+        QVERIFY(log.contains(u"back off"_s) && log.contains(u"forward on"_s));
         f.view->forward();
         QVERIFY(f.text().startsWith(u"Two"_s));
     }
@@ -565,6 +600,8 @@ private Q_SLOTS:
         QCOMPARE(f.browser()->textCursor().hasSelection() && at >= 0, at >= 0);
         if (at >= 0)
             QCOMPARE(f.browser()->textCursor().selectionStart(), at);
+        else
+            QCOMPARE(f.view->selectedText(), selection);
     }
 
     void searchWithoutASelectionBeginsAtTheStart()
@@ -642,6 +679,26 @@ private Q_SLOTS:
             QCOMPARE(numbers[i], u"%1:%1"_s.arg(i + 1));
     }
 
+    void everyPageHasItsOwnLines()
+    {
+        QString html;
+        for (int i = 0; i < 40; ++i)
+            html += u"<p>line%1</p>"_s.arg(i);
+        QTextDocument page;
+        page.setHtml(html);
+        PageRecorder recorder;
+        RecordingPrinter printer(&recorder);
+        printRichText(page, QFont(u"DejaVu Sans"_s, 10), printer);
+        QStringList lines; // those within the margins of their page
+        for (const PageRecorder::Drawn &drawn : std::as_const(recorder.drawn)) {
+            if (drawn.baseline.y() > 100 && drawn.baseline.y() < 700)
+                lines << drawn.text;
+        }
+        QCOMPARE(lines.first(), u"line0"_s);
+        QCOMPARE(lines.last(), u"line39"_s);
+        QCOMPARE(lines.size(), 40);
+    }
+
     void paperHasLightColoursWithADarkTheme()
     {
         Fixture f;
@@ -696,17 +753,24 @@ private Q_SLOTS:
     void printingShowsTheDialog()
     {
         Fixture f;
-        f.write(u"help/a.html"_s, "text");
+        f.write(u"help/a.html"_s, "<html><head><title>Guide</title></head><body>text</body></html>");
         f.open(u"help/a.html"_s);
+        QString job;
+        bool isFullPage = false;
         bool asked = false;
         QTimer::singleShot(0, this, [&] {
             auto *dialog = qobject_cast<QPrintDialog *>(QApplication::activeModalWidget());
             asked = dialog;
-            if (dialog)
+            if (dialog) {
+                job = dialog->printer()->docName();
+                isFullPage = dialog->printer()->fullPage();
                 dialog->reject();
+            }
         });
         f.view->print();
         QVERIFY(asked);
+        QCOMPARE(job, u"Guide"_s);
+        QVERIFY(isFullPage);
     }
 };
 

@@ -49,6 +49,17 @@ private Q_SLOTS:
         QCOMPARE(wordsOf(page, 1000).join(u'|'), words);
         QCOMPARE(wordsOf(page, 1).join(u'|'), words); // the same in blocks of any length
     }
+
+    void pageBeginsWithoutTheEndOfTheOneBeforeIt()
+    {
+        QByteArrayList words;
+        HtmlWords reader([&words](QByteArrayView word) { words.append(word.toByteArray()); });
+        reader.read("one two");
+        reader.finish();
+        reader.read("three");
+        reader.finish();
+        QCOMPARE(words, (QByteArrayList{"one", "two", "three"}));
+    }
 };
 
 QTEST_MAIN(TestHtmlWords)

@@ -1,4 +1,5 @@
 #include "largefixture.h"
+#include "processcounts.h"
 #include <QSignalSpy>
 #include <sys/stat.h>
 
@@ -224,12 +225,25 @@ private Q_SLOTS:
     void deletedDocumentDoesNotWaitForItsThread()
     {
         LargeFixture f;
+        const qsizetype threads = threadCount();
         QVERIFY(f.open(f.writeSparse(u"a.log"_s, 200ll << 30)));
         QVERIFY(!f.document->isIndexed());
         QElapsedTimer time;
         time.start();
         f.document.reset();
         QVERIFY(time.elapsed() < 5000);
+        QTRY_VERIFY(threadCount() <= threads); // it does not read on
+    }
+
+    void closedDocumentHasClosedItsFile()
+    {
+        LargeFixture f;
+        const QString file = f.write(u"a.log"_s, "one\n");
+        const qsizetype files = openFileCount();
+        QVERIFY(f.open(file));
+        QVERIFY(f.document->reload());
+        f.document.reset();
+        QTRY_VERIFY(openFileCount() <= files); // the thread that counts lines may end later
     }
 
     void numbersAreExactWhenTheIndexIsReady()
@@ -354,10 +368,31 @@ private Q_SLOTS:
         f.document->checkFile();
         QCOMPARE(f.document->lineCount(), 4);
         f.document->setFollowing(false);
+        QCOMPARE(f.document->change(), LargeTextDocument::Change::None);
         f.write(u"a.log"_s, "five\n", QIODevice::Append);
         f.document->checkFile();
         QCOMPARE(f.document->lineCount(), 4);
         QCOMPARE(f.document->change(), LargeTextDocument::Change::Grown);
+    }
+
+    void documentWithoutAFileCanBeFollowed()
+    {
+        LargeFixture f;
+        LargeTextDocument document(&f.docTemplate);
+        document.setFollowing(true);
+        QVERIFY(document.isFollowing());
+        QCOMPARE(document.indexedPercent(), 100);
+        QCOMPARE(document.lineCount(), 0);
+    }
+
+    void followingBeginsWithWhatIsThere()
+    {
+        LargeFixture f;
+        f.write(u"a.log"_s, "one\n");
+        QVERIFY(f.open(f.path(u"a.log"_s)));
+        f.write(u"a.log"_s, "two\n", QIODevice::Append);
+        f.document->setFollowing(true);
+        QCOMPARE(f.allLines(), (QStringList{u"one\n"_s, u"two\n"_s}));
     }
 
     void followsAFileThatBeginsAgain()
@@ -367,9 +402,11 @@ private Q_SLOTS:
         QVERIFY(f.open(file));
         f.document->setFollowing(true);
         QSignalSpy reloaded(f.document.get(), &LargeTextDocument::reloaded);
+        QSignalSpy changed(f.document.get(), &LargeTextDocument::fileChanged);
         QVERIFY(QFile::resize(file, 0));
         f.document->checkFile();
         QCOMPARE(reloaded.size(), 1);
+        QCOMPARE(changed.size(), 1);
         QCOMPARE(f.document->lineCount(), 0);
         QCOMPARE(rename(QFile::encodeName(file).constData(), QFile::encodeName(file + u".1"_s).constData()), 0);
         f.document->checkFile();

@@ -1,4 +1,6 @@
 #include "largefixture.h"
+#include "paintcounter.h"
+#include "processcounts.h"
 #include "tabbedviewmanager.h"
 #include "viewmanager.h"
 #include "workspace.h"
@@ -252,6 +254,16 @@ private Q_SLOTS:
         QCOMPARE(toggled, Calls({{102}}));
     }
 
+    void updateRepaintsTheMargin()
+    {
+        LargeFixture f;
+        f.openAndShow(numbered(5));
+        QCoreApplication::processEvents();
+        const PaintCounter paints(f.view->findChild<MarkerWidget *>());
+        f.document->notifyViews(nullptr, false); // for example, other pictures
+        QTRY_VERIFY(paints.count > 0);
+    }
+
     void marksStayOnTheirNumbers()
     {
         LargeFixture f;
@@ -419,9 +431,12 @@ private Q_SLOTS:
         click(f, "LargeTextFind");
         auto *what = part<QLineEdit>(f, "LargeTextFindWhat");
         QVERIFY(what->hasFocus());
+        QString whenFound;
+        connect(f.view->findBar(), &LargeTextFindBar::found, this, [&] { whenFound = result(f); });
         QTest::keyClicks(what, u"cat"_s);
         QTest::keyClick(what, Qt::Key_Return);
         QTRY_COMPARE(result(f), u"1 of 5"_s);
+        QCOMPARE(whenFound, u"Counting..."_s);
         QCOMPARE(selection(f), u"0,0-0,3"_s);
         QVERIFY(what->hasFocus());
         QTest::keyClick(what, Qt::Key_Return);
@@ -631,6 +646,7 @@ private Q_SLOTS:
         click(f, "LargeTextCancel");
         QCOMPARE(result(f), u"Cancelled"_s);
         QVERIFY(!part<QProgressBar>(f, "LargeTextProgress")->isVisible());
+        QVERIFY(part<QProgressBar>(f, "LargeTextProgress")->value() < 0); // the next search begins without progress
         QVERIFY(!f.view->findBar()->search().isRunning());
     }
 
@@ -652,6 +668,71 @@ private Q_SLOTS:
         QCOMPARE(result(f), QString());
     }
 
+    void findBarHasItsButtonsAndKeys()
+    {
+        LargeFixture f;
+        f.openAndShow(numbered(10));
+        for (const auto &[name, text] : {std::pair("LargeTextFind", u"Find..."_s),
+                                         {"LargeTextPrevious", u"Previous"_s},
+                                         {"LargeTextNext", u"Next"_s},
+                                         {"LargeTextGoOn", u"Go on"_s},
+                                         {"LargeTextCancel", u"Cancel"_s},
+                                         {"LargeTextClose", u"Close"_s}})
+            QCOMPARE(part<QToolButton>(f, name)->text(), text);
+        f.view->openFindBar();
+        auto *what = part<QLineEdit>(f, "LargeTextFindWhat");
+        QTest::keyClicks(what, u"old"_s);
+        QTest::keyClick(what, Qt::Key_F9);
+        QVERIFY(f.view->findBar()->isVisible());
+        f.view->openFindBar();
+        QTest::keyClicks(what, u"line 3"_s); // replaces the old text
+        QTest::keyClick(what, Qt::Key_Return);
+        QTRY_COMPARE(result(f), u"1 of 1"_s);
+        QVERIFY(!part<QProgressBar>(f, "LargeTextProgress")->isVisible());
+        QVERIFY(!part<QToolButton>(f, "LargeTextCancel")->isVisible());
+    }
+
+    void matchIsReportedOnceWhileTheOthersAreCounted()
+    {
+        LargeFixture f;
+        QVERIFY(f.open(f.writeSparse(u"a.log"_s, 100ll << 30, "needle")));
+        f.show();
+        const LargeTextSearch &search = f.view->findBar()->search();
+        const QSignalSpy found(&search, &LargeTextSearch::found);
+        const QSignalSpy counted(&search, &LargeTextSearch::counted);
+        f.view->openFindBar();
+        part<QLineEdit>(f, "LargeTextFindWhat")->setText(u"needle"_s);
+        click(f, "LargeTextNext");
+        QTRY_VERIFY(counted.size() > 3);
+        QCOMPARE(result(f), u"1 so far"_s);
+        QCOMPARE(found.size(), 1);
+    }
+
+    void matchIsShownWhole()
+    {
+        LargeFixture f;
+        f.openAndShow(QByteArray(120, 'x') + " needle");
+        part<QLineEdit>(f, "LargeTextFindWhat")->setText(u"needle"_s);
+        f.view->findAgain(true);
+        QTRY_COMPARE(selection(f), u"0,121-0,127"_s);
+        const int right = f.lines()->contentsX() + f.lines()->viewport()->width();
+        QVERIFY(f.lines()->contentsX() > 0);
+        QVERIFY(f.lines()->contentsX() <= 121 * f.lines()->charWidth());
+        QVERIFY(right >= 127 * f.lines()->charWidth());
+    }
+
+    void keyThatTheViewDoesNotUseReachesTheWindow()
+    {
+        LargeFixture f;
+        f.openAndShow("text");
+        QKeyEvent used(QEvent::KeyPress, Qt::Key_F3, {});
+        QKeyEvent unused(QEvent::KeyPress, Qt::Key_F9, {});
+        QApplication::sendEvent(f.view.get(), &used);
+        QApplication::sendEvent(f.view.get(), &unused);
+        QVERIFY(used.isAccepted());
+        QVERIFY(!unused.isAccepted());
+    }
+
     void viewMayBeClosedDuringASearch()
     {
         LargeFixture f;
@@ -662,8 +743,10 @@ private Q_SLOTS:
         part<QLineEdit>(f, "LargeTextFindWhat")->setText(u"needle"_s);
         click(f, "LargeTextNext");
         QTRY_COMPARE(result(f), u"Not found so far"_s);
+        const qsizetype threads = threadCount();
         f.view.reset();
         f.document.reset();
+        QTRY_VERIFY(threadCount() <= threads - 2); // the search and the count of the lines
     }
 
     // Changes of the file -------------------------------------------------------
@@ -690,6 +773,7 @@ private Q_SLOTS:
         f.write(u"large.log"_s, numbered(40));
         f.document->checkFile();
         QCOMPARE(notice(f), u"The file has become shorter."_s);
+        QCOMPARE(part<QToolButton>(f, "LargeTextReload")->text(), u"Reload"_s);
         click(f, "LargeTextReload");
         QCOMPARE(notice(f), QString());
         QCOMPARE(f.document->lineCount(), 40);
@@ -706,6 +790,33 @@ private Q_SLOTS:
         QCOMPARE(notice(f), u"The file has been replaced by another one."_s);
         click(f, "LargeTextReload");
         QCOMPARE(f.document->lineCount(), 3);
+    }
+
+    void reloadingKeepsThePlaceOnTheScreen()
+    {
+        LargeFixture f;
+        f.openAndShow(numbered(500));
+        f.lines()->setContentsPos(0, 200ll * f.lines()->lineHeight());
+        f.write(u"large.log"_s, "more\n", QIODevice::Append);
+        f.document->checkFile();
+        click(f, "LargeTextReload");
+        QCOMPARE(f.document->lineCount(), 501);
+        QCOMPARE(f.lines()->contentsY(), 200ll * f.lines()->lineHeight());
+    }
+
+    void searchAfterReloadingBeginsAtTheCursor()
+    {
+        LargeFixture f;
+        f.openAndShow("some needle\n");
+        part<QLineEdit>(f, "LargeTextFindWhat")->setText(u"needle"_s);
+        f.view->findAgain(true);
+        QTRY_COMPARE(result(f), u"1 of 1"_s);
+        f.write(u"large.log"_s, "a\nneedle\nneedle\n");
+        f.document->checkFile();
+        click(f, "LargeTextReload");
+        f.view->findAgain(true); // not behind the place of the old match
+        QTRY_COMPARE(result(f), u"1 of 2"_s);
+        QCOMPARE(selection(f), u"1,0-1,6"_s);
     }
 
     void reloadingCancelsASearch()
@@ -785,6 +896,20 @@ private Q_SLOTS:
         QCOMPARE(f.document->lineCount(), 700);
         QCOMPARE(f.lines()->contentsY(), 100ll * f.lines()->lineHeight());
         QVERIFY(notice(f).isEmpty());
+    }
+
+    void lineThatWasGoneToIsNotShownAgainWhenTheFileGrows()
+    {
+        LargeFixture f;
+        f.openAndShow(numbered(500));
+        f.document->setFollowing(true);
+        QTRY_VERIFY(f.document->isIndexed());
+        f.view->gotoLine(5);
+        f.lines()->setContentsPos(0, 200ll * f.lines()->lineHeight());
+        f.write(u"large.log"_s, "more\n", QIODevice::Append);
+        f.document->checkFile();
+        QCOMPARE(f.document->lineCount(), 501);
+        QCOMPARE(f.lines()->contentsY(), 200ll * f.lines()->lineHeight());
     }
 
     void positionIsReportedAgainWhenTheCursorsLineGetsItsNumber()

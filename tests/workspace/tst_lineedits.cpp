@@ -91,8 +91,10 @@ private Q_SLOTS:
     void changeIsOneStepForUndo()
     {
         const QTextCursor selected = selection(u"[a\nb\nc]"_s);
+        const QSignalSpy changed(&m_text, &QTextDocument::contentsChanged);
         commentLines(selected, u"#"_s);
         QCOMPARE(selected.selectedText().count(u'#'), 2); // the selection keeps its text: the first sign is before it
+        QVERIFY(!changed.isEmpty());
         m_text.undo();
         QCOMPARE(m_text.toPlainText(), u"a\nb\nc"_s);
     }

@@ -80,6 +80,13 @@ private Q_SLOTS:
         }
     }
 
+    void emptyIndexBeginsAtTheStart()
+    {
+        const LineIndex index;
+        QCOMPARE(index.startForLine(0).offset, 0);
+        QCOMPARE(index.startForOffset(0).line, 0);
+    }
+
     void blockOfAnOffsetBeginsBeforeIt()
     {
         const QByteArray bytes = QByteArray("0123456789\n").repeated(10'000);

@@ -29,6 +29,8 @@ private Q_SLOTS:
         row("number", u"abcd{0}e"_s, u"abc"_s);
         row("brace that is a character", u"struct {ab"_s, u"struct "_s);
         row("group", u"ab(cdef)gh"_s, u"ab"_s);
+        row("class", u"ab[xy]cde"_s, u"cde"_s);
+        row("empty look-ahead", u"ab(?=)cde"_s, u"cde"_s);
         row("optional group", u"(cdef)?gh"_s, u"gh"_s);
         row("alternatives in a group", u"ab(cdef|x)gh"_s, u"ab"_s);
         row("alternatives", u"abc|def"_s, {});

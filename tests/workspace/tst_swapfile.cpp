@@ -151,6 +151,35 @@ private Q_SLOTS:
         QCOMPARE(recoverText({copies.first().filePath(), {}, {}}), u"a\u2029b\n\uFDD0"_s);
     }
 
+    void copyIsWrittenOnceForAChange()
+    {
+        const Fixture f;
+        QVERIFY(f.document->saveAs(f.path(u"a.c"_s)));
+        f.view->insertText(u"x"_s);
+        const auto copies = [&f] { return QDir(f.state).entryInfoList({u"*.swap"_s}); };
+        QTRY_COMPARE(copies().size(), 1);
+        QVERIFY(QFile::remove(copies().first().filePath()));
+        int ticks = 0;
+        QTimer clock;
+        connect(&clock, &QTimer::timeout, this, [&ticks] { ++ticks; });
+        clock.start(1); // the same time as that to a copy
+        QTRY_VERIFY(ticks > 20);
+        f.swap->flush();
+        QVERIFY(copies().isEmpty());
+    }
+
+    void copyWithoutTheTimeOfItsFileIsRescued()
+    {
+        const QTemporaryDir directory;
+        QFile file(directory.filePath(u"old.swap"_s));
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        QDataStream stream(&file);
+        stream.setVersion(QDataStream::Qt_6_4);
+        stream << 0x56535731U << u"/src/a.c"_s << QDateTime::currentDateTimeUtc() << QByteArray("the text");
+        file.close();
+        QCOMPARE(rescued(directory.path()), u"a.c: the text"_s);
+    }
+
     void copyIsWrittenWhileTheUserKeepsTyping()
     {
         const Fixture f;

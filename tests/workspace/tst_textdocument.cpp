@@ -109,6 +109,8 @@ private Q_SLOTS:
         QTest::addColumn<QByteArray>("bytes");
         QTest::addColumn<QByteArray>("written");
         QTest::newRow("plain") << QByteArray("a\n") << QByteArray("Xa\n");
+        const QByteArray line(10'000, 'x');
+        QTest::newRow("CRLF far from the end") << "a\r\n" + line << "Xa\r\n" + line;
         QTest::newRow("crlf and mark") << QByteArray("\xEF\xBB\xBF"
                                                      "a\r\nb")
                                        << QByteArray("\xEF\xBB\xBFXa\r\nb");
@@ -433,6 +435,25 @@ private Q_SLOTS:
         QVERIFY(document->modified());
         document->setModified(false);
         f.manager.closeAll();
+    }
+
+    void characterWithoutAMeaningIsSavedAsItWasTyped()
+    {
+        EditorFixture f;
+        QFile file(f.path(u"a.c"_s));
+        QVERIFY(file.open(QIODevice::WriteOnly)
+                && file.write(QByteArray("\xff\xfe"
+                                         "a\0",
+                                         4))
+                       == 4);
+        file.close();
+        QVERIFY(f.document->open(file.fileName()));
+        QTextCursor(f.document->text()).insertText(u"\uFDD2"_s);
+        QVERIFY(f.document->save());
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        QCOMPARE(file.readAll(), QByteArray("\xff\xfe\xd2\xfd"
+                                            "a\0",
+                                            6));
     }
 
     void rawTextIsCopiedAgainWhenTheTextChanges()

@@ -1,4 +1,7 @@
+#include "matchcounter.h"
+#include "textpattern.h"
 #include "textsearch.h"
+#include <QSignalSpy>
 #include <QTest>
 
 using namespace Qt::StringLiterals;
@@ -112,11 +115,44 @@ private Q_SLOTS:
         QFETCH(const QString, replacement);
         QFETCH(const bool, wholeWord);
         text.replace(u'|', QChar::ParagraphSeparator);
+        const QString inner = u'x' + replacement; // what is in front of the replacement does not count
         const QList<Replacement> found =
-            findReplacements(text, pattern, replacement, {true, wholeWord}, 0, text.size());
+            findReplacements(text, pattern, QStringView(inner).sliced(1), {true, wholeWord}, 0, text.size());
         for (auto match = found.crbegin(); match != found.crend(); ++match)
             text.replace(match->position, match->length, replacement);
         QTEST(text.replace(QChar::ParagraphSeparator, u'|'), "expected");
+    }
+
+    void nothingOverTheEndOfAParagraphIsReplaced()
+    {
+        const QString text = u"a\u2029b"_s;
+        QVERIFY(findReplacements(text, text, u"x", {}, 0, text.size()).isEmpty());
+    }
+
+    void matchesAreCountedOnce()
+    {
+        const auto text = [] { return u"one two one"_s; };
+        const TextPattern pattern(u"one"_s, {});
+        MatchCounter counter;
+        MatchCounter later; // after the same pause
+        const QSignalSpy counted(&counter, &MatchCounter::counted);
+        const QSignalSpy countedLater(&later, &MatchCounter::counted);
+        counter.start(text, pattern);
+        QTRY_COMPARE(counted, (QList<QVariantList>{{2, false}}));
+        later.start(text, pattern);
+        QTRY_COMPARE(countedLater.size(), 1);
+        QCOMPARE(counted.size(), 1);
+    }
+
+    void expressionKnowsTheEndsOfParagraphs()
+    {
+        const QString text = u"one\u2029two\u2029one\u2029end"_s;
+        const TextPattern line(u"^one$"_s, {SearchOptions{}, true});
+        const auto place = [](const std::optional<TextPattern::Match> &match) { return match ? match->position : -1; };
+        QCOMPARE(place(line.forward(text, 1, text.size())), 8);
+        QCOMPARE(place(line.backward(text, text.size())), 8);
+        QCOMPARE(place(line.backward(text, 7)), 0);
+        QCOMPARE(place(TextPattern(u"none"_s, {SearchOptions{}, true}).backward(text, text.size())), -1);
     }
 };
 

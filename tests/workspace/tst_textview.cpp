@@ -823,6 +823,47 @@ private Q_SLOTS:
         QVERIFY(picture() != marked);
     }
 
+    void marginWithAPatternIsPaintedWhole()
+    {
+        const EditorFixture f;
+        QWidget *margin = marginOf(f.edit());
+        QPalette palette = margin->palette();
+        palette.setBrush(QPalette::Button, QBrush(Qt::red, Qt::Dense4Pattern));
+        palette.setColor(QPalette::Window, Qt::blue);
+        margin->setPalette(palette);
+        const QImage picture = margin->grab().toImage();
+        QSet<QRgb> colours;
+        for (int y = 100; y < 120; ++y) {
+            for (int x = 0; x < picture.width(); ++x)
+                colours.insert(picture.pixel(x, y));
+        }
+        QCOMPARE(colours, (QSet<QRgb>{QColor(Qt::red).rgb(), QColor(Qt::blue).rgb()}));
+    }
+
+    void marginIsPaintedWithoutWhatIsBehindIt()
+    {
+        const EditorFixture f(numbered(50));
+        QCoreApplication::processEvents();
+        const PaintCounter margin(marginOf(f.edit()));
+        const PaintCounter behind(f.edit());
+        marginOf(f.edit())->update();
+        QTRY_COMPARE(margin.count, 1);
+        QCOMPARE(behind.count, 0);
+    }
+
+    void markingMatchesRepaintsTheText()
+    {
+        const EditorFixture f(numbered(50));
+        QCoreApplication::processEvents();
+        f.edit()->clearFocus(); // no cursor blinks
+        QCoreApplication::processEvents();
+        const PaintCounter paints(f.edit()->viewport());
+        f.view->markMatches(std::make_shared<TextPattern>(u"line"_s, TextPattern::Options()));
+        QTRY_COMPARE(paints.count, 1);
+        f.view->markMatches(nullptr);
+        QTRY_COMPARE(paints.count, 2);
+    }
+
     void placeOfTheCursorIsThatOfTheCurrentPane()
     {
         const EditorFixture f(numbered(50));
@@ -976,8 +1017,10 @@ private Q_SLOTS:
     {
         EditorFixture f(numbered(50));
         auto *handle = f.edit()->findChild<TextSplitterWidget *>();
+        const QSignalSpy started(handle, &TextSplitterWidget::dragStarted);
         QTest::mousePress(handle, Qt::RightButton);
         QTest::mouseRelease(handle, Qt::RightButton);
+        QCOMPARE(started.size(), 0);
         QCOMPARE(f.view->edits().size(), 1);
         QTest::mousePress(handle, Qt::LeftButton);
         const QPoint target = handle->mapFromGlobal(f.edit()->mapToGlobal(QPoint(10, 150)));
@@ -1321,6 +1364,9 @@ private Q_SLOTS:
         EditorFixture f(numbered(50));
         PageRecorder recorder;
         RecordingPrinter printer(&recorder);
+        QFont font = f.document->text()->defaultFont();
+        font.setPointSize(8);
+        f.document->text()->setDefaultFont(font);
         printText(*f.document->text(), printer);
         QStringList lines;
         QStringList numbers;
@@ -1334,9 +1380,26 @@ private Q_SLOTS:
                 QVERIFY(drawn.baseline.y() > 705 && drawn.baseline.y() < 705 + 20); // five pixels below
                 numbers << u"%1:%2"_s.arg(drawn.page).arg(drawn.text);
             }
+            QCOMPARE(drawn.points, 8);
         }
         QCOMPARE(lines.join(u'\n'), numbered(50));
         QCOMPARE(numbers, (QStringList{u"1:1"_s, u"2:2"_s}));
+    }
+
+    void longWordIsPrintedWhole()
+    {
+        EditorFixture f(QString(300, u'x'));
+        PageRecorder recorder;
+        RecordingPrinter printer(&recorder);
+        printText(*f.document->text(), printer);
+        QString text;
+        for (const PageRecorder::Drawn &drawn : std::as_const(recorder.drawn)) {
+            if (drawn.text.startsWith(u'x')) {
+                QVERIFY(drawn.text.size() < 200); // a page is not wider
+                text += drawn.text;
+            }
+        }
+        QCOMPARE(text.size(), 300);
     }
 
     void printingShowsTheDialog()

@@ -459,6 +459,26 @@ private Q_SLOTS:
         manager.reset();
     }
 
+    void viewWithoutADocumentIsReported()
+    {
+        QStringList log;
+        QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"^ASSERT: \"document\" in "_s));
+        const FakeView view(nullptr, &log, true);
+        QCOMPARE(view.windowTitle(), QString());
+    }
+
+    void unchangedStateOfADocumentIsNotReported()
+    {
+        QStringList log;
+        FakeTemplate docTemplate({}, &log);
+        FakeDocument document(&docTemplate, &log);
+        const QSignalSpy modified(&document, &Document::documentModified);
+        document.setModified(false);
+        document.setModified(true);
+        document.setModified(true);
+        QCOMPARE(modified.size(), 1);
+    }
+
     void tabsShowTheViews()
     {
         Fixture f(Tabbed);
