@@ -3387,6 +3387,14 @@ Die Build-Umgebung des Projekts unterstützt das nicht.</translation>
         <source>32-bit Word View</source>
         <translation>32-Bit-Wörter</translation>
     </message>
+    <message>
+        <source>An address is a number like 0x1000. Watch &amp;name for that of a name.</source>
+        <translation>Eine Adresse ist eine Zahl wie 0x1000. Die eines Namens zeigt der Ausdruck &amp;Name.</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; is not an address: the start of the region is shown.</source>
+        <translation>&apos;%1&apos; ist keine Adresse: der Anfang des Bereichs wird gezeigt.</translation>
+    </message>
 </context>
 <context>
     <name>MiConnection</name>
@@ -5164,6 +5172,14 @@ Sie bleiben erhalten in der Datei
     <message>
         <source>&apos;%1&apos; is wider than the %2 bits of %3.</source>
         <translation>&apos;%1&apos; ist breiter als die %2 Bits von %3.</translation>
+    </message>
+    <message>
+        <source>%1 takes a hexadecimal number like 0x1A.</source>
+        <translation>%1 nimmt eine hexadezimale Zahl wie 0x1A an.</translation>
+    </message>
+    <message>
+        <source>%1 takes a number like 26, -26, 0x1A, 0b11010 or 0.5.</source>
+        <translation>%1 nimmt eine Zahl wie 26, -26, 0x1A, 0b11010 oder 0.5 an.</translation>
     </message>
 </context>
 <context>

@@ -1,25 +1,9 @@
 #include "debugdocks.h"
 #include "gdbsession.h"
 #include "targetconsole.h"
-#include <algorithm>
 #include <utility>
 
-using namespace Qt::StringLiterals;
-
 namespace {
-/// Prefixes object names with the project: with several processors there are several windows of each kind. A path of
-/// object names is separated by dots, and a command with one by blanks.
-void nameByProject(QWidget *window, QString project)
-{
-    const auto isBad = [](QChar c) { return !c.isLetterOrNumber() && c != u'_' && c != u'-'; };
-    std::replace_if(project.begin(), project.end(), isBad, u'-');
-    const QList<QWidget *> parts = QList<QWidget *>{window} + window->findChildren<QWidget *>();
-    for (QWidget *part : parts) {
-        if (!part->objectName().isEmpty() && !part->objectName().startsWith("qt_"_L1))
-            part->setObjectName(project + u'/' + part->objectName());
-    }
-}
-
 /// Not if its dock window only lies behind another tab.
 bool isClosed(const QWidget &window)
 {
@@ -39,10 +23,7 @@ QList<QWidget *> DebugDocks::widgets()
 {
     m_console = new TargetConsole;
     connect(m_console, &TargetConsole::entered, this, &DebugDocks::sendInput);
-    QList<QWidget *> all{m_console};
-    for (QWidget *window : std::as_const(all))
-        nameByProject(window, m_projectName);
-    return all;
+    return {m_console};
 }
 
 void DebugDocks::clear()

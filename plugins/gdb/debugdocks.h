@@ -5,7 +5,6 @@
 #include <QByteArray>
 #include <QObject>
 #include <QPointer>
-#include <QString>
 class GdbSession;
 class TargetConsole;
 
@@ -16,9 +15,8 @@ class DebugDocks : public QObject, public Facet<IDockExtension>
 public:
     DebugDocks(GdbSession *session, QUnknownInterface *whole);
 
-    void setProjectName(const QString &name) { m_projectName = name; }
-    QList<QWidget *> widgets() override; ///< object names, also of their fields, are like "project/targetConsole"
-    void clear();                        ///< Called when a program starts.
+    QList<QWidget *> widgets() override;
+    void clear(); ///< Called when a program starts.
     /// Sets what takes the user's input before the serial port or the terminal: @p taker returns whether it has done
     /// so.
     void setInputTaker(const std::function<bool(const QByteArray &bytes)> &taker) { m_inputTaker = taker; }
@@ -31,7 +29,6 @@ private:
     void sendInput(const QByteArray &bytes);
 
     GdbSession *const m_session;
-    QString m_projectName;
     QPointer<TargetConsole> m_console;
     bool m_unseen = false; ///< outputUnseen() was emitted
     std::function<bool(const QByteArray &bytes)> m_inputTaker;

@@ -122,7 +122,6 @@ bool GdbEnvironment::initialise(IProject *project, IExecutionEvents *events, con
     m_optionText = option;
     m_breakpoints.setBasePath(project->basePath());
     m_symbols.setBasePath(project->basePath());
-    m_docks.setProjectName(project->name());
     TargetOptions ignored;
     QString error;
     const bool understood = applyOptionText(option, &ignored, &error);

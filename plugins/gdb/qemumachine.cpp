@@ -1,6 +1,7 @@
 #include "qemumachine.h"
 #include "backgroundtask.h"
 #include "childprocess.h"
+#include "lockeddirectory.h"
 #include <QElapsedTimer>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -49,7 +50,7 @@ QemuMachine::~QemuMachine()
 bool QemuMachine::start(QString *error)
 {
     m_complaints.clear();
-    m_directory = std::make_unique<QTemporaryDir>();
+    m_directory = std::make_unique<LockedDirectory>(u"varnel-qemu"_s);
     if (!m_directory->isValid()) {
         *error = m_directory->errorString();
         return false;
@@ -179,7 +180,7 @@ qint64 QemuMachine::processId() const
 
 QString QemuMachine::gdbAddress() const
 {
-    return m_directory ? m_directory->filePath(u"gdb"_s) : QString();
+    return m_directory ? m_directory->path() + u"/gdb"_s : QString();
 }
 
 QByteArray QemuMachine::askQtest(const QByteArray &line)

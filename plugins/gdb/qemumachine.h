@@ -2,8 +2,8 @@
 #include <memory>
 #include <QObject>
 #include <QStringList>
-#include <QTemporaryDir>
 class ChildProcess;
+class LockedDirectory;
 class QLocalServer;
 class QLocalSocket;
 
@@ -64,7 +64,7 @@ private:
     void processEnded();
 
     const Setup m_setup;
-    std::unique_ptr<QTemporaryDir> m_directory;
+    std::unique_ptr<LockedDirectory> m_directory;
     std::unique_ptr<ChildProcess> m_process;
     std::unique_ptr<QLocalServer> m_serialServer;
     std::unique_ptr<QLocalServer> m_semihostingServer;

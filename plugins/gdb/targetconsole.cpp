@@ -17,6 +17,7 @@ TargetConsole::TargetConsole(QWidget *parent) : QWidget(parent), m_text(new QPla
 {
     setWindowTitle(tr("Target console"));
     setProperty("dockName", u"Target console"_s);
+    setProperty("namedByProject", true); // there is a console for each processor
     setObjectName(u"targetConsole"_s);
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);

@@ -1,7 +1,9 @@
 #include "wholefile.h"
+#include <cerrno>
 #include <fcntl.h>
 #include <QFile>
 #include <QFileInfo>
+#include <QList>
 #include <QSaveFile>
 #include <sys/stat.h>
 #include <sys/xattr.h>
@@ -124,6 +126,12 @@ std::optional<QByteArray> readFile(const QString &path)
         return std::nullopt; // reading a pipe or a device may never end
     const QByteArray bytes = file.readAll();
     return file.error() == QFileDevice::NoError ? std::optional(bytes) : std::nullopt;
+}
+
+QString otherWriteFailure(int error)
+{
+    const bool isOther = QList{ENOSPC, EDQUOT, EFBIG, EIO, ENOENT, ENOTDIR, ENAMETOOLONG}.contains(error);
+    return isOther ? QStringLiteral("\n\n") + qt_error_string(error) : QString();
 }
 
 bool writeFileSafely(const QString &path, const QByteArray &bytes)

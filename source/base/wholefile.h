@@ -11,3 +11,6 @@
 /// then renamed. If that is not allowed, or the file has several hard links, the space is reserved before the file is
 /// overwritten.
 [[nodiscard]] bool writeFileSafely(const QString &path, const QByteArray &bytes);
+/// For a message that asks the user to check the file's permissions, after a failed write: the system's words for
+/// another reason, behind an empty line. Empty if there is none. @p error is errno, which the caller had set to 0.
+[[nodiscard]] QString otherWriteFailure(int error);

@@ -2,13 +2,38 @@
 #include "pythonerrors.h"
 #include "pythonoutput.h"
 #include "pythonthreads.h"
+#include <chrono>
+#include <condition_variable>
+#include <cstdio>
+#include <cstdlib>
+#include <mutex>
 #include <Python.h>
+#include <thread>
+
+using namespace std::chrono_literals;
 
 namespace {
 
 int callDepth = 0;
 bool breakQueued = false;
 bool ending = false;
+
+constexpr auto EndLimit = 5s; ///< for scripts to end after the window has closed
+std::jthread endLimit;        ///< runs during that time
+
+/// On a thread of its own, since the script may handle no events. Everything has been saved by now, and the interpreter
+/// cannot be left from outside, so no destructors run.
+void endProcessLater(const std::stop_token &stop)
+{
+    std::mutex mutex;
+    std::unique_lock lock(mutex);
+    std::condition_variable_any cancelled;
+    cancelled.wait_for(lock, stop, EndLimit, [] { return false; });
+    if (stop.stop_requested())
+        return;
+    std::fputs("Varnel: a script ignores KeyboardInterrupt, so it was ended.\n", stderr);
+    std::_Exit(EXIT_SUCCESS);
+}
 
 int raiseKeyboardInterrupt(void *)
 {
@@ -40,6 +65,7 @@ PythonCall::~PythonCall()
     if (--callDepth > 0)
         return;
     ending = false;
+    endLimit = {};
     letPythonThreadsRun();
 }
 
@@ -59,6 +85,8 @@ void breakPython()
 void endPython()
 {
     ending = PythonCall::isRunning();
+    if (ending && !endLimit.joinable())
+        endLimit = std::jthread(endProcessLater);
 }
 
 bool isPythonEnding()

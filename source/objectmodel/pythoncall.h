@@ -20,8 +20,9 @@ private:
 /// after the next call.
 void breakPython();
 
-/// For the end of the program: raises KeyboardInterrupt in the running scripts whenever they handle events, until they
-/// have ended. Nothing happens if none runs.
+/// For the end of the program, when everything is saved: raises KeyboardInterrupt in the running scripts whenever they
+/// handle events, until they have ended. If they ignore that, the process ends some seconds later. Nothing happens if
+/// none runs.
 void endPython();
 /// Whether a script runs that has to end.
 [[nodiscard]] bool isPythonEnding();

@@ -97,6 +97,10 @@ bool ScriptPump::eventFilter(QObject *object, QEvent *event)
     if (QApplication::activeModalWidget())
         return false;
     if (endsTheProgram(object, *event)) {
+        if (std::exchange(m_exitAsked, true)) { // the script has ignored the interrupt
+            m_exit = nullptr;
+            return false;
+        }
         m_exit = object;
         breakPython();
     }

@@ -7,7 +7,8 @@
 
 /// While it exists, a script that runs long does not block the window: events are processed between its instructions.
 /// Of the user's input only the keys that interrupt scripts, in the console, and the mouse on some widgets get through,
-/// and everything once a dialog is open. Who ends the program interrupts the script; the program ends after it.
+/// and everything once a dialog is open. Who ends the program interrupts the script; the program ends after it. If the
+/// script goes on, ending the program a second time does not wait for it.
 class ScriptPump : public QObject
 {
     Q_OBJECT
@@ -27,6 +28,7 @@ private:
     const QList<QPointer<QWidget>> m_widgets;
     ScriptPump *const m_outer;
     QPointer<QObject> m_exit; ///< by what the user wants to end the program: a window or an action
+    bool m_exitAsked = false; ///< that has interrupted the script; the next time it works at once
     bool m_ended = false;
     std::mutex m_mutex; ///< of m_ended
     std::condition_variable m_end;

@@ -25,6 +25,7 @@ QWidget *PropertyTextItem::createEditor()
     auto *editor = new LineEditor(LineEditor::NoButton, propertyList()->viewport());
     editor->setObjectName(u"propertyTextEditor"_s);
     connect(editor->edit(), &QLineEdit::textChanged, this, &PropertyTextItem::setEdited);
+    connect(editor->edit(), &QLineEdit::inputRejected, this, &PropertyTextItem::inputRejected);
     return editor;
 }
 

@@ -14,6 +14,9 @@ public:
     [[nodiscard]] QWidget *createEditor() override;
     void transferEditor(bool toValue) override;
 
+Q_SIGNALS:
+    void inputRejected(); ///< The user has typed a character that the value cannot contain.
+
 protected:
     [[nodiscard]] LineEditor *lineEditor() const; ///< Null while there is no editor.
     [[nodiscard]] QLineEdit *lineEdit() const;    ///< Only while there is an editor.

@@ -1,5 +1,6 @@
 #include "helpdocument.h"
 #include "wholefile.h"
+#include <cerrno>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -40,10 +41,13 @@ bool HelpDocument::create(const QString &filename)
 bool HelpDocument::saveAs(const QString &filename)
 {
     const std::optional<QByteArray> page = readFile(m_filename);
+    errno = 0;
     if (page && writeFileSafely(filename, *page))
         return true;
+    const QString reason = otherWriteFailure(errno);
     showDocumentWarning(tr("The following file could not be written:\n%1\n\nPlease check that this file is not "
                            "read-only and you have permission to write to it.")
-                            .arg(QDir::toNativeSeparators(filename)));
+                            .arg(QDir::toNativeSeparators(filename))
+                        + reason);
     return false;
 }

@@ -13,6 +13,7 @@ public:
     [[nodiscard]] static bool areNeededFor(QStringView text);
     /// Puts the characters of the file back into a text of the document whose lines end in "\n".
     void takeOutOf(QString &text) const;
+    [[nodiscard]] bool isEmpty() const { return m_characters.isEmpty(); } ///< No text needed them.
 
 private:
     QString m_characters; ///< one for each of the three; empty if none are needed

@@ -24,12 +24,6 @@ namespace {
 constexpr int SearchSlice = 2000; ///< lines in one step of the search for a bracket
 constexpr auto RawTextLife = 10s; ///< after the last search
 
-/// The system's words for why a file could not be written, if its permissions were not the reason.
-QString otherReason(int error)
-{
-    const bool isOther = QList{ENOSPC, EDQUOT, EFBIG, EIO, ENOENT, ENOTDIR, ENAMETOOLONG}.contains(error);
-    return isOther ? u"\n\n"_s + qt_error_string(error) : QString();
-}
 } // namespace
 
 TextDocument::TextDocument(TextDocumentTemplate *docTemplate)
@@ -165,7 +159,7 @@ bool TextDocument::save()
     const QByteArray bytes = encodeText(fileText(), format);
     errno = 0;
     if (!writeFileSafely(m_filename, bytes)) {
-        const QString reason = otherReason(errno);
+        const QString reason = otherWriteFailure(errno);
         noticeLostFile(this); // with its folder
         showDocumentWarning(tr("The following file could not be written:\n%1\n\nPlease check that this file is not "
                                "read-only and you have permission to write to it.")
@@ -220,6 +214,16 @@ QString TextDocument::insertable(QString text)
 {
     if (StandIns::areNeededFor(text))
         m_standIns.putInto(text, wholeText()->toRawText());
+    return text;
+}
+
+QString TextDocument::originalText(const QTextCursor &selection) const
+{
+    if (m_standIns.isEmpty())
+        return {};
+    QString text = selection.selectedText();
+    text.replace(QChar::ParagraphSeparator, u'\n');
+    m_standIns.takeOutOf(text);
     return text;
 }
 

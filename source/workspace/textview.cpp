@@ -61,6 +61,8 @@ TextViewEdit *TextView::addPane()
         pane, &TextViewEdit::becameSmall, this, [this, pane] { paneBecameSmall(pane); },
         Qt::QueuedConnection); // not while the splitter arranges its children
     pane->background().markMatches(m_marked);
+    pane->setTextForms([this](const QString &text) { return m_textDocument->insertable(text); },
+                       [this](const QTextCursor &selection) { return m_textDocument->originalText(selection); });
     m_edits.append(pane);
     m_loadingPanes->add(pane);
     m_splitter->addWidget(pane);

@@ -713,7 +713,8 @@ private Q_SLOTS:
         answer();
         m_control->buildCompileFile();
         QCOMPARE(takeMessages(), QStringList{u"warning Varnel: The project ' - fw' could not be saved.\n\n"
-                                             "Please make sure that the project file is not read-only."_s});
+                                             "Please make sure that the project file is not read-only.\n\n"
+                                             "No such file or directory"_s});
         QVERIFY(story().endsWith(u"fw.compile(%1, Debug)"_s.arg(path(u"main.c"_s))));
     }
 

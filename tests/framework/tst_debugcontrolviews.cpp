@@ -304,6 +304,45 @@ private Q_SLOTS:
         story();
     }
 
+    void markerOfTheLastStopDisappearsWhenTheProgramIsNotPaused_data()
+    {
+        QTest::addColumn<int>("state");
+        QTest::newRow("running") << int(StateRunning);
+        QTest::newRow("finished") << int(StateFinished);
+        QTest::newRow("unknown") << int(StateUnknown);
+    }
+
+    void markerOfTheLastStopDisappearsWhenTheProgramIsNotPaused()
+    {
+        QFETCH(int, state);
+        addProcessor(u"fw"_s);
+        MarkedView *view = open(u"main.c"_s);
+        be(StatePaused);
+        m_activity->setState(ActivityState(state));
+        QCOMPARE(view->marks(), u"7=8"_s); // a step would show it again at once
+        QTRY_COMPARE(view->marks(), QString());
+        m_activity->setState(StatePaused);
+        QCOMPARE(view->marks(), u"7=8"_s);
+        story();
+    }
+
+    void markerStaysDuringAStep()
+    {
+        addProcessor(u"fw"_s);
+        MarkedView *view = open(u"main.c"_s);
+        be(StatePaused);
+        auto *timer = m_control->findChild<QTimer *>(u"markerTimer"_s);
+        QVERIFY(timer);
+        const QSignalSpy cleared(timer, &QTimer::timeout);
+        m_activity->setState(StateRunning);
+        QVERIFY(timer->isActive());
+        m_activity->setState(StatePaused);
+        QVERIFY(!timer->isActive());
+        QCOMPARE(cleared.size(), 0);
+        QCOMPARE(view->marks(), u"7=8"_s);
+        story();
+    }
+
     void locationIsRequestedOncePerStop()
     {
         const Project *project = addProcessor(u"fw"_s);

@@ -95,6 +95,19 @@ private Q_SLOTS:
         QVERIFY(!isShown(f));
     }
 
+    /// A message of the status bar is cut off where the label begins.
+    void longNameLeavesRoomInANarrowWindow()
+    {
+        const WindowFixture f;
+        f.window->resize(700, 500);
+        f.open(u"a_long_name_of_generated_tables_of_constants.c"_s, numbered());
+        QVERIFY(isShown(f));
+        const QString name = labelOf(f)->text().section(u'\'', 1, 1);
+        QVERIFY2(name.startsWith(u'a') && name.endsWith(u".c"_s) && name.contains(u'…'), qPrintable(name));
+        QVERIFY(labelOf(f)->fontMetrics().horizontalAdvance(name) <= f.window->width() / 5);
+        QVERIFY(labelOf(f)->contentsRect().left() > 0);
+    }
+
     void fileIsClosedWhileItIsLoading()
     {
         const WindowFixture f;

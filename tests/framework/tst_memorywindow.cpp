@@ -693,6 +693,36 @@ private Q_SLOTS:
         QCOMPARE(address(), u"a0x12"_s);
     }
 
+    void refusedAddressIsReported_data()
+    {
+        const QString keys = u"An address is a number like 0x1000. Watch &name for that of a name."_s;
+        QTest::addColumn<QString>("typed");
+        QTest::addColumn<QString>("shown");
+        QTest::addColumn<QStringList>("messages");
+        QTest::newRow("number") << u"0x20000100"_s << u"0x20000100"_s << QStringList();
+        QTest::newRow("zero") << u"0"_s << u"0x20000000"_s << QStringList();
+        QTest::newRow("name") << u"&buf"_s << u"0x20000000"_s
+                              << QStringList{keys, keys,
+                                             u"'bf' is not an address: the start of the region is shown."_s};
+        QTest::newRow("digits of another base")
+            << u"089"_s << u"0x20000000"_s
+            << QStringList{u"'089' is not an address: the start of the region is shown."_s};
+    }
+
+    void refusedAddressIsReported()
+    {
+        QFETCH(QString, typed);
+        selectRam();
+        show(4, 4);
+        const QSignalSpy messages(m_window.get(), &DebugPane::message);
+        enterAddress(typed);
+        QTEST(address(), "shown");
+        QStringList texts;
+        for (const QVariantList &message : messages)
+            texts += message.first().toString();
+        QTEST(texts, "messages");
+    }
+
     void typedAddressesAreKeptOnceEach()
     {
         selectRam();

@@ -193,6 +193,25 @@ private Q_SLOTS:
         QCOMPARE(m_widget->widgets().constFirst()->objectName(), u"my-fw-v2/"_s);
     }
 
+    void projectsOfOneNameAreToldApartByANumber()
+    {
+        addProject(u"fw"_s);
+        for (const QString &directory : {u"left"_s, u"right"_s}) {
+            QVERIFY(QDir(m_directory->path()).mkdir(directory));
+            addProject(directory + u"/fw"_s);
+        }
+        m_widget->workspaceChanged();
+        const auto *tabs = m_widget->findChild<QTabWidget *>();
+        QStringList names;
+        QStringList texts;
+        for (DebugPane *pane : m_widget->widgets()) {
+            names += pane->objectName();
+            texts += tabs->tabText(tabs->indexOf(pane));
+        }
+        QCOMPARE(names, (QStringList{u"fw/"_s, u"fw-2/"_s, u"fw-3/"_s}));
+        QCOMPARE(texts, (QStringList{u"Sim - fw"_s, u"Sim - fw 2"_s, u"Sim - fw 3"_s}));
+    }
+
     void ampersandInANameIsNoShortcut()
     {
         addProject(u"a&b"_s);

@@ -8,12 +8,15 @@
 #include "population.h"
 #include "projectcommands.h"
 #include "projectfile.h"
+#include "projectsaving.h"
 #include "tabbedviewmanager.h"
 #include "windowfixture.h"
 #include "windowmenus.h"
+#include <csignal>
 #include <QComboBox>
 #include <QScopeGuard>
 #include <QTreeWidget>
+#include <sys/resource.h>
 
 using namespace Qt::StringLiterals;
 
@@ -710,6 +713,31 @@ private Q_SLOTS:
         QCOMPARE(f.answers->lastBox(), Warn);
         QVERIFY(project(f, 0)->isModified());
         QVERIFY(!f.read(u"lib/lib.vnp"_s).contains("new.c")); // the first failure ends it
+    }
+
+    void failedSaveNamesTheReasonIfItIsNotThePermissions()
+    {
+        const WindowFixture f;
+        QVERIFY(f.window->openWorkspace(writeTwoProjects(f), false));
+        project(f)->addFiles({f.path(QString(10'000, u'x'))}, nullptr);
+        QVERIFY(QDir(f.path(u"lib"_s)).removeRecursively());
+        project(f, 1)->setModified(true);
+        rlimit before{};
+        getrlimit(RLIMIT_FSIZE, &before);
+        const rlimit limit{8'000, before.rlim_max};
+        signal(SIGXFSZ, SIG_IGN);
+        f.answers->press(QMessageBox::Ok);
+        f.answers->press(QMessageBox::Ok);
+        setrlimit(RLIMIT_FSIZE, &limit);
+        const bool savedLarge = saveProject(f.window.get(), project(f, 0));
+        setrlimit(RLIMIT_FSIZE, &before);
+        const bool savedLost = saveProject(f.window.get(), project(f, 1));
+        QVERIFY(!savedLarge);
+        QVERIFY(!savedLost);
+        QCOMPARE(f.answers->shown, (QStringList{projectNotSaved(u"fw"_s) + u"\n\nFile too large"_s,
+                                                projectNotSaved(u"lib"_s) + u"\n\nNo such file or directory"_s}));
+        project(f, 0)->setModified(false);
+        project(f, 1)->setModified(false);
     }
 
     void aWorkspaceThatCannotBeSavedStaysOpen()

@@ -274,6 +274,36 @@ private Q_SLOTS:
         QCOMPARE(messages.isEmpty() ? QString() : messages.first().first().toString(), message);
     }
 
+    void keysThatNoValueContainsAreReportedAndChangeNothing_data()
+    {
+        QTest::addColumn<uint>("width");
+        QTest::addColumn<QString>("message");
+        QTest::newRow("narrow") << 16u << u"r takes a number like 26, -26, 0x1A, 0b11010 or 0.5."_s;
+        QTest::newRow("wide") << 64u << u"r takes a hexadecimal number like 0x1A."_s;
+    }
+
+    void keysThatNoValueContainsAreReportedAndChangeNothing()
+    {
+        QFETCH(uint, width);
+        QFETCH(QString, message);
+        m_plugin->words[u"r"_s][0] = 1;
+        show({number(u"r"_s, width)});
+        m_widget->update();
+        m_widget->update(); // nothing has changed since the last one
+        const QString before = m_widget->text();
+        const QSignalSpy messages(m_widget.get(), &DebugPane::message);
+        PropertyItem *item = row(u"r"_s);
+        m_list->setCurrentItem(item);
+        item->showEditor();
+        QTest::keyClicks(item->editor()->findChild<QLineEdit *>(), u"zzz"_s);
+        QCOMPARE(messages.size(), 3);
+        QCOMPARE(messages.first().first().toString(), message);
+        item->acceptEditor();
+        QCOMPARE(m_plugin->writes, QStringList());
+        QCOMPARE(m_widget->text(), before);
+        QCOMPARE(changed(), QStringList());
+    }
+
     void valueIsReadBackAfterAWrite()
     {
         show({number(u"r0"_s, 16), number(u"r1"_s, 16)});

@@ -305,6 +305,21 @@ private Q_SLOTS:
         QCOMPARE(child(watch(), 0)->text(1), u"5"_s); // as it is in the target
     }
 
+    void refusedValueIsReportedAndTheOldOneIsNoChange()
+    {
+        open(watch());
+        const QSignalSpy messages(m_window.get(), &DebugPane::message);
+        enter(child(watch(), 0), u"bad"_s);
+        m_plugin->answer();
+        m_plugin->answer();
+        QCOMPARE(messages, (QList<QVariantList>{{u"The value cannot be changed: bad"_s}}));
+        QCOMPARE(child(watch(), 0)->text(1), u"1"_s);
+        QCOMPARE(m_window->changed(), QString());
+        m_plugin->members[u"point"_s][0].value = u"8"_s;
+        refresh();
+        QCOMPARE(m_window->changed().trimmed(), u"x"_s);
+    }
+
     void structuresAndNamesOfMembersCannotBeEdited()
     {
         open(watch());

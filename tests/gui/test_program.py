@@ -47,6 +47,22 @@ class ProgramTest(GuiTest):
         self.assertEqual(self.program.wait(), 0)
         self.assertIn("MainWindowWidth", self.program.settings_file().read_text(encoding="utf-8"))
 
+    def test_exit_ends_a_script_that_ignores_interrupts(self):
+        script = pathlib.Path(self.program.home) / "stubborn.py"
+        script.write_text("from varnel import app\n"
+                          "print('the script runs')\n"
+                          "while True:\n"
+                          "    try:\n"
+                          "        app.processEvents(50)\n"
+                          "    except KeyboardInterrupt:\n"
+                          "        pass\n", encoding="utf-8")
+        self.varnel.type("commandWindow", f"exec(open({str(script)!r}).read())\n")
+        self.varnel.wait_until(lambda: "\nthe script runs\n" in self.varnel.read("commandWindow", "plainText"), "the script")
+        self.varnel.choose("fileExit")
+        self.assertEqual(self.program.wait(), 0)
+        self.assertIn("MainWindowWidth", self.program.settings_file().read_text(encoding="utf-8"))
+        self.assertIn("a script ignores KeyboardInterrupt", self.program.log())
+
 
 if __name__ == "__main__":
     unittest.main()

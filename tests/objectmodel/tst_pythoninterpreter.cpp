@@ -321,6 +321,34 @@ private Q_SLOTS:
         QVERIFY(!window.isVisible());
     }
 
+    void secondEndOfTheProgramDoesNotWaitForTheScript_data() { endOfTheProgramInterruptsTheScriptFirst_data(); }
+
+    void secondEndOfTheProgramDoesNotWaitForTheScript()
+    {
+        QFETCH(const bool, byKey);
+        m_interpreter->setInputAvailable([] { return true; });
+        ClosedWindow window;
+        QAction exit;
+        exit.setObjectName(u"fileExit"_s);
+        connect(&exit, &QAction::triggered, &window, &QWidget::close);
+        QList<int> closed;
+        connect(m_interpreter.get(), &PythonInterpreter::runningChanged, this, [&](bool on) {
+            if (!on)
+                return;
+            QTimer::singleShot(0, &window, [&] {
+                for (int i = 0; i < 2; ++i) {
+                    QShortcutEvent key(QKeySequence(u"Ctrl+Q"_s), 1);
+                    byKey ? (void)QCoreApplication::sendEvent(&exit, &key) : (void)window.close();
+                    closed += window.closed;
+                }
+            });
+        });
+        (void)shown({u"while True: pass"_s, u""_s});
+        QCOMPARE(closed, (QList<int>{0, 1}));
+        QCoreApplication::processEvents();
+        QCOMPARE(window.closed, 1); // not again after the script
+    }
+
     void threadsRunWhileThePromptWaits()
     {
         shown({u"import threading, time"_s, u"counted = [0]"_s, u"def count():"_s, u"  while counted[0] < 50:"_s,

@@ -4,6 +4,9 @@
 #include "workspace.h"
 #include <csignal>
 #include <QAbstractTextDocumentLayout>
+#include <QClipboard>
+#include <QDropEvent>
+#include <QMimeData>
 #include <QPointer>
 #include <QSettings>
 #include <QSignalSpy>
@@ -454,6 +457,41 @@ private Q_SLOTS:
         QCOMPARE(file.readAll(), QByteArray("\xff\xfe\xd2\xfd"
                                             "a\0",
                                             6));
+    }
+
+    void separatorsAreCharactersInEveryTextThatArrives_data()
+    {
+        QTest::addColumn<QString>("way");
+        for (const QString &way : {u"load"_s, u"paste"_s, u"drop"_s})
+            QTest::newRow(qPrintable(way)) << way;
+    }
+
+    void separatorsAreCharactersInEveryTextThatArrives()
+    {
+        QFETCH(QString, way);
+        const QString text = u"a\u2028b\u2029c\nd"_s;
+        EditorFixture f;
+        const QString path = f.path(u"a.c"_s);
+        put(path, way == "load"_L1 ? text.toUtf8() : QByteArray());
+        QVERIFY(f.document->open(path));
+        QMimeData data;
+        data.setText(text);
+        if (way == "paste"_L1) {
+            QGuiApplication::clipboard()->setText(text);
+            f.view->paste();
+        } else if (way == "drop"_L1) {
+            QDragEnterEvent enter(QPoint(5, 5), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+            QApplication::sendEvent(f.edit()->viewport(), &enter);
+            QDropEvent drop(QPoint(5, 5), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+            QApplication::sendEvent(f.edit()->viewport(), &drop);
+        }
+        QCOMPARE(f.document->text()->blockCount(), 2);
+        f.edit()->selectAll();
+        f.view->copy();
+        QCOMPARE(QGuiApplication::clipboard()->text(), text);
+        f.document->setModified(true);
+        QVERIFY(f.document->save());
+        QCOMPARE(contents(path), text.toUtf8());
     }
 
     void rawTextIsCopiedAgainWhenTheTextChanges()

@@ -7,8 +7,11 @@
 #include <functional>
 #include <QClipboard>
 #include <QMimeData>
+#include <QPrintDialog>
+#include <QPrinter>
 #include <QScrollBar>
 #include <QSignalSpy>
+#include <stdexcept>
 
 using namespace Qt::StringLiterals;
 
@@ -112,6 +115,57 @@ private Q_SLOTS:
         QCOMPARE(percents.last(), 100);
         QCOMPARE(active, (QList<QVariantList>{{false}}));
         QCOMPARE(f.shown(), numbered().repeated(10));
+    }
+
+    void printingWhileAFileIsLoadedPrintsTheWholeFile()
+    {
+        const LargeFixture f;
+        const auto print = [&f](const QString &name) {
+            const QString path = f.path(name);
+            QTimer::singleShot(0, f.view.get(), [path] {
+                auto *dialog = qobject_cast<QPrintDialog *>(QApplication::activeModalWidget());
+                if (!dialog)
+                    return;
+                dialog->printer()->setOutputFormat(QPrinter::PdfFormat);
+                dialog->printer()->setOutputFileName(path);
+                dialog->done(QDialog::Accepted);
+            });
+            f.view->print();
+            return contents(path).count("/Type /Page\n");
+        };
+        QVERIFY(f.document->isLoading());
+        const qsizetype pages = print(u"loading.pdf"_s);
+        QVERIFY(f.waitForEnd());
+        QVERIFY(pages > Lines / 100);
+        QCOMPARE(pages, print(u"loaded.pdf"_s));
+        QCOMPARE(f.shown(), numbered());
+    }
+
+    void highlighterThatThrowsDoesNotEndTheLoading()
+    {
+        class Throwing : public CppHighlighter
+        {
+        public:
+            void process(QTextDocument *document, QTextBlock block, int from, bool invalidate) override
+            {
+                if (block.text() == lineText(400))
+                    throw std::runtime_error("boom");
+                CppHighlighter::process(document, block, from, invalidate);
+            }
+        };
+        const LargeFixture f(numbered(), std::make_unique<Throwing>());
+        QTest::ignoreMessage(QtWarningMsg, "SyntaxHighlighter::process: an exception has left the plug-in (boom)");
+        f.document->ensureProcessed(f.document->text()->findBlockByNumber(450));
+        QVERIFY(f.document->isLoading());
+        QVERIFY(!f.document->text()->firstBlock().layout()->formats().isEmpty());
+        QVERIFY(f.document->text()->findBlockByNumber(450).layout()->formats().isEmpty());
+        QVERIFY(f.waitForEnd());
+        QCOMPARE(f.shown(), numbered());
+        f.putCursor(0, 0);
+        QTest::keyClicks(f.edit(), u"x"_s);
+        QVERIFY(f.shown().startsWith("xint a1;"));
+        QVERIFY(f.document->save());
+        QCOMPARE(contents(f.file()), 'x' + numbered());
     }
 
     void smallerFilesAreLoadedAtOnce_data()

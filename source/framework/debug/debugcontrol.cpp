@@ -17,7 +17,7 @@ DebugControl::DebugControl(Activity &activity, WindowServices &window, BuildCont
     , m_activity(activity)
     , m_window(window)
     , m_breakpoints(activity, window)
-    , m_nextStatement(activity, window, m_breakpoints)
+    , m_nextStatement(activity, window, m_breakpoints, this)
     , m_session(activity, window, build, m_reports)
     , m_run(activity, window, m_session, m_reports)
 {
@@ -45,8 +45,12 @@ void DebugControl::enterState(ActivityState next)
         m_nextStatement.clearMarker();
         m_nextStatement.refreshDisassemblies();
     }
-    if (next == StatePaused)
-        updateDebugWindows(goesOn ? AllParts & ~NextStatementPart : AllParts);
+    if (next == StateRunning || next == StateFinished || next == StateUnknown)
+        m_nextStatement.clearMarkerSoon();
+    if (next != StatePaused)
+        return;
+    m_nextStatement.keepMarker();
+    updateDebugWindows(goesOn ? AllParts & ~NextStatementPart : AllParts);
 }
 
 /// Reports that arrived during a build in a session have not changed the state.

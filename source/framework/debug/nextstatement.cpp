@@ -16,9 +16,20 @@
 #include "workspace.h"
 #include <QFileInfo>
 
+using namespace Qt::StringLiterals;
+
+namespace {
+constexpr int ClearDelay = 500; ///< in ms; a step takes less, and its marker should not flicker
+} // namespace
+
 NextStatement::NextStatement(Activity &activity, WindowServices &window, Breakpoints &breakpoints, QObject *parent)
     : QObject(parent), m_activity(activity), m_window(window), m_breakpoints(breakpoints)
-{}
+{
+    m_clearTimer.setObjectName(u"markerTimer"_s);
+    m_clearTimer.setSingleShot(true);
+    m_clearTimer.setInterval(ClearDelay);
+    connect(&m_clearTimer, &QTimer::timeout, this, &NextStatement::clearMarker);
+}
 
 void NextStatement::show()
 {
@@ -133,6 +144,7 @@ void NextStatement::refreshMarker()
 
 void NextStatement::clearMarker()
 {
+    m_clearTimer.stop();
     clearExecutionMarker(*m_window.viewManager());
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 #include <QObject>
+#include <QTimer>
 class Activity;
 class Breakpoints;
 class WindowServices;
@@ -21,7 +22,10 @@ public:
     void refreshDisassemblies(); ///< Has the open ones read the instructions again.
     void refreshMarker();
     void clearMarker();
-    void closeOrphanedDisassemblies(); ///< Those of environments that environmentOfKey() does not find.
+    /// The program runs, or has ended: removes the marker, unless keepMarker() follows within the time of a step.
+    void clearMarkerSoon() { m_clearTimer.start(); }
+    void keepMarker() { m_clearTimer.stop(); } ///< The program has stopped again.
+    void closeOrphanedDisassemblies();         ///< Those of environments that environmentOfKey() does not find.
 
 private:
     [[nodiscard]] bool goToLocation();
@@ -32,4 +36,5 @@ private:
     Activity &m_activity;
     WindowServices &m_window;
     Breakpoints &m_breakpoints;
+    QTimer m_clearTimer{this};
 };

@@ -3,6 +3,8 @@
 #include "messages.h"
 #include "project.h"
 #include "projectworkspace.h"
+#include "wholefile.h"
+#include <cerrno>
 #include <QCoreApplication>
 #include <QPointer>
 
@@ -46,11 +48,14 @@ bool saveProject(QWidget *parent, Project *project, IfNewer ifNewer)
         return true;
     if (project->openedOK() && !mayWrite(parent, alive, ifNewer))
         return false;
+    errno = 0;
     if (!alive || (project->openedOK() && project->save()))
         return true;
+    const QString reason = otherWriteFailure(errno);
     showWarning(parent, ProjectSaving::tr("The project '%1' could not be saved.\n\n"
                                           "Please make sure that the project file is not read-only.")
-                            .arg(project->displayName()));
+                                .arg(project->displayName())
+                            + reason);
     return false;
 }
 
@@ -61,9 +66,12 @@ bool saveWorkspace(QWidget *parent, ProjectWorkspace *workspace, IfNewer ifNewer
         return true;
     if (!mayWrite(parent, alive, ifNewer))
         return false;
+    errno = 0;
     if (!alive || workspace->save())
         return true;
+    const QString reason = otherWriteFailure(errno);
     showWarning(parent, ProjectSaving::tr("The workspace could not be saved.\n\n"
-                                          "Please make sure that the workspace file is not read-only."));
+                                          "Please make sure that the workspace file is not read-only.")
+                            + reason);
     return false;
 }

@@ -18,6 +18,7 @@
 #include "outputwindow.h"
 #include "pluginfactory.h"
 #include "project.h"
+#include "projectnames.h"
 #include "varnelassert.h"
 #include "windowservices.h"
 #include <algorithm>
@@ -290,6 +291,8 @@ void PluginBinder::addPluginDockWindows(IDockExtension *iface, const Project *pr
 
 void PluginBinder::addDockWindow(QWidget *widget, const Project *project)
 {
+    if (widget->property("namedByProject").toBool())
+        nameByProject(widget, objectNameOfProject(m_activity, project));
     const QString stated = widget->property("dockName").toString(); // the same in every language
     const QString name = dockName(stated.isEmpty() ? widget->windowTitle() : stated, project);
     QDockWidget *dock = m_window.addDock(name, dockTitle(widget->windowTitle(), project), Qt::RightDockWidgetArea);

@@ -2,6 +2,7 @@
 #include <algorithm>
 #include <bit>
 #include <limits>
+#include <optional>
 #include <QRegularExpression>
 
 using namespace Qt::StringLiterals;
@@ -153,7 +154,9 @@ QString memoryAddressText(quint64 address, int digits)
     return text;
 }
 
-quint64 typedMemoryAddress(const QString &text)
+namespace {
+/// Nothing if @p text is no number.
+std::optional<quint64> addressIn(const QString &text)
 {
     static const QRegularExpression form(QRegularExpression::anchoredPattern(uR"(\s*(0x|0X|0)?([\da-fA-F]*))"_s));
     const QRegularExpressionMatch match = form.match(text);
@@ -163,10 +166,21 @@ quint64 typedMemoryAddress(const QString &text)
     for (const QChar character : match.captured(2)) {
         const auto digit = quint64(QString(character).toUInt(nullptr, 16));
         if (digit >= base)
-            return 0;
+            return {};
         value = value > (LastAddress - digit) / base ? LastAddress : value * base + digit;
     }
-    return value;
+    return match.hasMatch() && !match.captured(0).trimmed().isEmpty() ? std::optional(value) : std::nullopt;
+}
+} // namespace
+
+quint64 typedMemoryAddress(const QString &text)
+{
+    return addressIn(text).value_or(0);
+}
+
+bool isMemoryAddress(const QString &text)
+{
+    return addressIn(text).has_value();
 }
 
 quint64 addressInRegion(quint64 address, const MemoryRegion64 &region, int columns)

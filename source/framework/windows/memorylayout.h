@@ -67,6 +67,7 @@ struct MemoryCache
 /// The number that a user has typed: "0x10" is 16, "010" is 8, "10" is 10, and what is no number is 0. Numbers above
 /// 64 bits become the greatest one.
 [[nodiscard]] quint64 typedMemoryAddress(const QString &text);
+[[nodiscard]] bool isMemoryAddress(const QString &text); ///< Whether a typed text is such a number.
 /// The address of the region nearest to @p address; its lowest one for all of the first line.
 [[nodiscard]] quint64 addressInRegion(quint64 address, const MemoryRegion64 &region, int columns);
 

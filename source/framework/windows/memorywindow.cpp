@@ -8,6 +8,7 @@
 #include <QCoreApplication>
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QLineEdit>
 #include <QMenu>
 #include <QPointer>
 #include <QPushButton>
@@ -80,6 +81,8 @@ void MemoryWindow::createLayout()
 void MemoryWindow::connectControls()
 {
     connect(m_addressBox, &QComboBox::activated, this, &MemoryWindow::addressChanged);
+    connect(m_addressBox->lineEdit(), &QLineEdit::inputRejected, this,
+            [this] { Q_EMIT message(tr("An address is a number like 0x1000. Watch &name for that of a name.")); });
     connect(m_regionBox, &QComboBox::activated, this, &MemoryWindow::selectRegion);
     connect(m_writeButton, &QPushButton::clicked, this, &MemoryWindow::userUpdateMemory);
     connect(m_readButton, &QPushButton::clicked, this, &MemoryWindow::userRefreshDisplay);
@@ -211,8 +214,13 @@ void MemoryWindow::addressChanged()
     const bool isShown = text == m_addressBox->shownAddress() && m_page.aligned(address) == m_page.address();
     if (!m_addressBox->takeReturn() && isShown)
         return;
+    const QPointer<MemoryWindow> self(this);
     setAddress(address);
+    if (!self)
+        return;
     m_addressBox->remember();
+    if (!isMemoryAddress(text))
+        Q_EMIT message(tr("'%1' is not an address: the start of the region is shown.").arg(text));
 }
 
 void MemoryWindow::setAddress(quint64 address)

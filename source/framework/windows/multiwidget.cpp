@@ -1,8 +1,8 @@
 #include "multiwidget.h"
 #include "activity.h"
 #include "debugqueries.h"
-#include "objectnames.h"
 #include "project.h"
+#include "projectnames.h"
 #include "projectworkspace.h"
 #include <QBoxLayout>
 #include <QPointer>
@@ -151,11 +151,10 @@ void MultiWidget::addPane(Project *project, bool tabbed)
     DebugPane *pane = newPane(tabbed ? static_cast<QWidget *>(m_tabs) : this, environment.get(), false);
     if (!pane)
         return;
-    pane->setObjectName(partOfObjectName(project->name()) + u'/'
-                        + pane->objectName()); // test drivers find it by the project
+    pane->setObjectName(objectNameOfProject(m_activity, project) + u'/' + pane->objectName()); // for test drivers
     if (!tabbed)
         return showSinglePane(pane);
-    const int index = m_tabs->addTab(pane, project->displayName().replace(u'&', QStringLiteral("&&")));
+    const int index = m_tabs->addTab(pane, shownNameOfProject(m_activity, project).replace(u'&', QStringLiteral("&&")));
     m_tabs->setTabToolTip(index, project->executionEnvironmentName());
 }
 

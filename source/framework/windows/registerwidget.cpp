@@ -208,7 +208,20 @@ PropertyItem *RegisterWidget::addRow(const RegisterInfo &info, PropertyItem *gro
         });
         return row;
     };
-    return group ? make(group) : make(static_cast<PropertyList *>(m_list));
+    PropertyItem *row = group ? make(group) : make(static_cast<PropertyList *>(m_list));
+    if (const auto *edited = qobject_cast<PropertyTextItem *>(row))
+        reportRejected(edited);
+    return row;
+}
+
+/// Without the message, a key that does nothing has no visible reason.
+void RegisterWidget::reportRejected(const PropertyTextItem *row)
+{
+    const QString text = qobject_cast<const PropertyLongHexItem *>(row)
+                             ? tr("%1 takes a hexadecimal number like 0x1A.")
+                             : tr("%1 takes a number like 26, -26, 0x1A, 0b11010 or 0.5.");
+    connect(row, &PropertyTextItem::inputRejected, this,
+            [this, text = text.arg(row->name())] { Q_EMIT message(text); });
 }
 
 const RegisterInfo *RegisterWidget::infoOf(const QString &name) const

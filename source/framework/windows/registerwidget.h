@@ -7,6 +7,7 @@
 #include <QSet>
 class PropertyItem;
 class PropertySubsectionItem;
+class PropertyTextItem;
 class RegisterList;
 
 /// The registers of one processor. A bold name marks a value that has changed since the last update, and one that the
@@ -38,6 +39,7 @@ private:
     void rebuild(const QList<RegisterInfo> &infos);
     PropertyItem *groupOf(const RegisterInfo &info, PropertyItem *&cursor);
     PropertyItem *addRow(const RegisterInfo &info, PropertyItem *group, PropertyItem *after);
+    void reportRejected(const PropertyTextItem *row);
     void readRows(IRegisters *registers);
     void requestRows();
     void showValues(const QList<RegisterValue> &values);

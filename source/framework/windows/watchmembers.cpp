@@ -9,7 +9,7 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-enum Role { Expression = Qt::UserRole, MoreFrom, WasOpen, IsNumber }; // of column 0
+enum Role { Expression = Qt::UserRole, MoreFrom, WasOpen, IsNumber, IsRefused }; // of column 0
 
 constexpr qsizetype LongestValue = 10000; ///< in characters; a cell has no room for more
 
@@ -44,10 +44,10 @@ public:
         if (m_members)
             m_members->showValue(request, variable);
     }
-    void failed(const DebugRequest &request, const QString &) override
+    void failed(const DebugRequest &request, const QString &reason) override
     {
         if (m_members)
-            m_members->showFailure(request);
+            m_members->showFailure(request, reason);
     }
 
 private:
@@ -181,14 +181,19 @@ void WatchMembers::showValue(const DebugRequest &request, const VariableInfo &in
     }
 }
 
-void WatchMembers::showFailure(const DebugRequest &request)
+void WatchMembers::showFailure(const DebugRequest &request, const QString &reason)
 {
     Question question;
     ListViewItem *row = rowOf(request, &question);
-    if (row && question.kind == Kind::Assignment)
+    if (!row)
+        return;
+    if (question.kind != Kind::Assignment)
+        return setOpenable(row, 0);
+    const QPointer<WatchMembers> self(this);
+    row->setData(0, IsRefused, true);
+    Q_EMIT refused(reason);
+    if (self)
         Q_EMIT written(); // and the row gets its old value again
-    else if (row)
-        setOpenable(row, 0);
 }
 
 /// A row that has no members now is opened again when it has some, as after a call of a function without the variable.
@@ -241,8 +246,10 @@ void WatchMembers::showChild(ListViewItem *parent, int index, const VariableInfo
                                   nullptr, ListViewItem::Type, false);
     }
     if (m_list->renameEdit() && m_list->currentItem() == row)
-        return; // the user is typing
-    row->setBold(isSame && row->text(1) != value);
+        return;                                               // the user is typing
+    const bool wasRefused = row->data(0, IsRefused).toBool(); // the text on screen was typed, and never a value
+    row->setData(0, IsRefused, {});
+    row->setBold(isSame && !wasRefused && row->text(1) != value);
     row->setText(1, value);
     row->setToolTip(0, info.type);
     row->setData(0, Expression, info.expression);

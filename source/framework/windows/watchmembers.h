@@ -31,7 +31,8 @@ public:
     void assign(ListViewItem *row);
 
 Q_SIGNALS:
-    void written(); ///< A value that the user has typed has been assigned, or was refused.
+    void written();                      ///< A value that the user has typed has been assigned, or was refused.
+    void refused(const QString &reason); ///< Before that.
 
 private:
     class Replies;
@@ -49,7 +50,7 @@ private:
     [[nodiscard]] ListViewItem *rowOf(const DebugRequest &request, Question *question);
     void showValue(const DebugRequest &request, const VariableInfo &info);
     void showChildren(const DebugRequest &request, const QList<VariableInfo> &children, bool more);
-    void showFailure(const DebugRequest &request);
+    void showFailure(const DebugRequest &request, const QString &reason);
     void showChild(ListViewItem *parent, int index, const VariableInfo &info);
     void setOpenable(ListViewItem *row, int children);
     [[nodiscard]] static QString expressionOf(const ListViewItem *row);

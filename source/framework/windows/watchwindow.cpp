@@ -66,6 +66,7 @@ WatchWindow::WatchWindow(QWidget *parent)
     });
     connect(m_list, &WatchListView::drop, this, &WatchWindow::addItem);
     connect(m_list, &ListView::itemRenamed, this, &WatchWindow::itemRenamed);
+    connect(m_members, &WatchMembers::refused, this, &WatchWindow::reportRefusal);
     connect(m_members, &WatchMembers::written, this, [this] {
         const QPointer<WatchWindow> self(this);
         update(); // NOLINT(clang-analyzer-core.CallAndMessage): this object exists
@@ -417,7 +418,12 @@ void WatchWindow::assign(ListViewItem *item)
         return;
     if (m_removals == removals)
         item->setData(1, IsRefused, true);
-    Q_EMIT message(tr("The value cannot be changed: %1").arg(answer));
+    reportRefusal(answer);
+}
+
+void WatchWindow::reportRefusal(const QString &reason)
+{
+    Q_EMIT message(tr("The value cannot be changed: %1").arg(reason));
 }
 
 void WatchWindow::reportWrite()

@@ -66,6 +66,7 @@ private:
     template <typename Call>
     void forEachWatch(const Call &call);
     void reportWrite();
+    void reportRefusal(const QString &reason);
 
     WatchListView *const m_list;
     PopupMenu *const m_menu;

@@ -559,6 +559,30 @@ private Q_SLOTS:
         QCOMPARE(titles, (QStringList{u"Trace"_s, u"Trace (dsp)"_s, u"Trace (dsp) 2"_s}));
     }
 
+    void widgetsThatAskForItAreNamedByTheirProject()
+    {
+        executionScript(u"sim"_s, {IDockExtension::Iid}).widgets = [] {
+            QWidget *console = widget(u"Console"_s);
+            console->setObjectName(u"console"_s);
+            console->setProperty("namedByProject", true);
+            (new QWidget(console))->setObjectName(u"input"_s);
+            (new QWidget(console))->setObjectName(u"qt_viewport"_s);
+            QWidget *trace = widget(u"Trace"_s);
+            trace->setObjectName(u"trace"_s);
+            return QList<QWidget *>{console, trace};
+        };
+        for (const QString &file : {u"my dsp.vnp"_s, u"other/my dsp.vnp"_s})
+            m_activity->addProject(makeProject(file));
+        QStringList names;
+        for (const QDockWidget *dock : m_binder->extensionDocks()) {
+            names += dock->widget()->objectName();
+            for (const QWidget *part : dock->widget()->findChildren<QWidget *>())
+                names += part->objectName();
+        }
+        QCOMPARE(names.join(u' '), u"my-dsp/console my-dsp/input qt_viewport trace "
+                                   "my-dsp-2/console my-dsp-2/input qt_viewport trace"_s);
+    }
+
     // The end of a binding
 
     void removedProjectLosesItsDocksAndObjects()

@@ -94,11 +94,12 @@ void tst_BoardSession::consoleInputIsSentToTheProgram()
     LiveSession session(option());
     const QList<QWidget *> widgets = session.get<IDockExtension>()->widgets();
     auto *console = static_cast<TargetConsole *>(widgets[0]);
+    QVERIFY(console->property("namedByProject").toBool()); // each processor has a console
     QVERIFY(session.start());
     QCOMPARE(session.evaluate(u"command=2"_s), u"2"_s);
     session.env->run();
     QTRY_COMPARE(console->text(), u"ready\n"_s);
-    auto *input = console->findChild<QLineEdit *>(u"demo/InputEdit"_s);
+    auto *input = console->findChild<QLineEdit *>(u"InputEdit"_s);
     input->setText(u"HAL"_s);
     QTest::keyClick(input, Qt::Key_Return);
     QTRY_COMPARE(console->text(), u"ready\nHAL\nIBM\v"_s);
