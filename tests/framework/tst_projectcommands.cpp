@@ -13,6 +13,7 @@
 #include "windowmenus.h"
 #include <QComboBox>
 #include <QScopeGuard>
+#include <QTimer>
 #include <QTreeWidget>
 
 using namespace Qt::StringLiterals;
@@ -601,7 +602,61 @@ private Q_SLOTS:
         QVERIFY(f.window->projectWorkspace());
     }
 
+    void windowThatIsDeletedByAPendingEventEndsTheOpening_data()
+    {
+        QTest::addColumn<bool>("isProject");
+        QTest::newRow("workspace") << false;
+        QTest::newRow("project") << true;
+    }
+
+    void windowThatIsDeletedByAPendingEventEndsTheOpening()
+    {
+        QFETCH(const bool, isProject);
+        WindowFixture f;
+        const QString project = f.writeProject(u"fw.vnp"_s);
+        const QString workspace = isProject ? QString() : f.writeWorkspace(u"fw.vnw"_s, {u"fw.vnp"_s});
+        MainWindow *window = f.window.get();
+        QTimer::singleShot(0, f.answers.get(), [&f] { f.window.reset(); });
+        QVERIFY(!(isProject ? window->openProject(project, true) : window->openWorkspace(workspace, true)));
+        QVERIFY(!f.window);
+        QVERIFY(!isProject || !QFileInfo::exists(f.path(u"fw.vnw"_s)));
+        QCOMPARE(f.answers->shown, QStringList());
+    }
+
+    void windowThatIsDeletedDuringTheMessageAboutAWorkspaceEndsTheOpening()
+    {
+        WindowFixture f;
+        f.writeWorkspace(u"fw.vnw"_s, {u"fw.vnp"_s});
+        f.answers->meet([&f](QDialog *) { f.window.reset(); });
+        MainWindow *window = f.window.get();
+        QVERIFY(!window->openProject(f.writeProject(u"fw.vnp"_s), false));
+        QVERIFY(!f.window);
+    }
+
+    void windowThatIsDeletedByAPendingEventEndsTheStart()
+    {
+        WindowFixture f;
+        QVERIFY(f.window->openWorkspace(writeTwoProjects(f), true));
+        f.window->close();
+        f.restart();
+        MainWindow *window = f.window.get();
+        QTimer::singleShot(0, f.answers.get(), [&f] { f.window.reset(); });
+        window->continueLastRun();
+        QVERIFY(!f.window);
+    }
+
     // Recent workspaces
+
+    void recentWorkspaceIsKeptInAWindowThatAPendingEventDeletes()
+    {
+        WindowFixture f;
+        QVERIFY(f.window->openWorkspace(f.writeWorkspace(u"one.vnw"_s, {}), true));
+        QVERIFY(f.window->closeWorkspace());
+        QTimer::singleShot(0, f.answers.get(), [&f] { f.window.reset(); });
+        selectRecent(f, 0);
+        QVERIFY(!f.window);
+        QCOMPARE(f.answers->shown, QStringList());
+    }
 
     void aRecentWorkspaceIsOpenedAndMovesToTheFront()
     {
