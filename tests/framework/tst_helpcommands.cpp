@@ -2,6 +2,7 @@
 #include "helpwidget.h"
 #include "ordinaryuser.h"
 #include "windowfixture.h"
+#include "windowmenus.h"
 #include <QAction>
 #include <QLabel>
 #include <QPlainTextEdit>
@@ -488,6 +489,21 @@ private Q_SLOTS:
         const QString link = f.browser()->document()->firstBlock().begin().fragment().charFormat().anchorHref();
         f.follow(link);
         QTRY_COMPARE(f.projects(), QStringList(u"a"_s));
+    }
+
+    void startPageLosesAWorkspaceThatCannotBeOpened()
+    {
+        const HelpFixture f;
+        f.page(u"index.html"_s, "$(RecentWorkspaces)");
+        const QString workspace = f.writeWorkspace(u"a.vnw"_s, {});
+        QVERIFY(f.window->openWorkspace(workspace, true));
+        QVERIFY(f.window->closeWorkspace());
+        f.trigger(u"helpHome"_s);
+        QVERIFY(f.text().startsWith(u"a ("_s));
+        QFile::remove(workspace);
+        f.answers->press(QMessageBox::Ok);
+        f.window->findChild<WindowMenus *>()->recentWorkspaceSelected(0);
+        QCOMPARE(f.text(), u"The list of recent workspaces is empty."_s);
     }
 
 private:

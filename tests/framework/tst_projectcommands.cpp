@@ -12,6 +12,8 @@
 #include "windowfixture.h"
 #include "windowmenus.h"
 #include <QComboBox>
+#include <QFileDialog>
+#include <QLineEdit>
 #include <QScopeGuard>
 #include <QTimer>
 #include <QTreeWidget>
@@ -943,6 +945,24 @@ private Q_SLOTS:
         QCOMPARE(f.window->projectWorkspace()->currentProjectIndex(), 2);
         QVERIFY(f.window->projectWorkspace()->isModified());
         QCOMPARE(f.settings()->value(u"Paths/Projects"_s).toString(), f.path(u"app"_s));
+    }
+
+    void filesAreNotInsertedIntoAProjectThatClosesDuringTheQuestion()
+    {
+        const WindowFixture f;
+        QVERIFY(f.window->openWorkspace(writeTwoProjects(f), false));
+        f.write(u"fw/more.c"_s, "");
+        f.answers->meet([&f](QDialog *dialog) {
+            auto *chooser = qobject_cast<QFileDialog *>(dialog);
+            f.window->closeWorkspace();
+            chooser->setDirectory(f.path(u"fw"_s));
+            chooser->findChild<QLineEdit *>(u"fileNameEdit"_s)->setText(u"more.c"_s);
+            QMetaObject::invokeMethod(dialog, "accept");
+        });
+        f.window->projectInsertFiles();
+        QVERIFY(f.answers->allGiven());
+        QVERIFY(!f.window->projectWorkspace());
+        QVERIFY(!f.read(u"fw/fw.vnp"_s).contains("more.c"));
     }
 
     void cancelledInsertChangesNothing()

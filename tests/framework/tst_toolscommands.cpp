@@ -95,16 +95,16 @@ private Q_SLOTS:
         QCOMPARE(items(), (QStringList{u"Customise"_s, u"Options"_s}));
         add(u"A"_s, {});
         QCOMPARE(items().size(), 4);
+        m_commands->updateMenu(nullptr); // a UI file without this menu
         m_commands->tools().setEntries({});
         QCOMPARE(items(), (QStringList{u"Customise"_s, u"Options"_s}));
-        m_commands->updateMenu(nullptr); // a UI file without this menu
     }
 
     void anItemRunsItsTool()
     {
         open();
         add(u"A"_s, u"/no/a"_s);
-        add(u"B"_s, u"/no/b"_s, u"$(ProjectName)$(FileName)"_s);
+        add(u"B"_s, u"/no/b"_s, u"$(ProjectName)$(FileName)$(FileDir)"_s);
         items();
         auto workspace = std::make_unique<ProjectWorkspace>(m_directory->filePath(u"all.vnw"_s));
         workspace->addProject(new Project(u"main"_s, m_directory->path()));
