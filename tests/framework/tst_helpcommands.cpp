@@ -393,6 +393,21 @@ private Q_SLOTS:
         QVERIFY(f.answers->shown.isEmpty());
     }
 
+    void exampleThatCannotBeReadIsReported()
+    {
+        QVERIFY2(becomeOrdinaryUser(), "cannot become an ordinary user");
+        const ReadOnlyExamples f;
+        const QString file = f.installation.path(u"examples/two/two.vnp"_s);
+        QVERIFY(QFile::setPermissions(file, QFile::Permissions()));
+        f.answers->press(QMessageBox::Yes);
+        f.answers->press(QMessageBox::Ok);
+        f.openExample();
+        QTRY_COMPARE(f.answers->shown.size(), 2);
+        QCOMPARE(f.answers->shown.last(),
+                 u"Could not read from file '%1'.\n\nThe examples have not been copied."_s.arg(file));
+        QCOMPARE(f.opened(), u"(none)"_s);
+    }
+
     void userMayOpenTheInstalledExampleOrNothing_data()
     {
         QTest::addColumn<QMessageBox::StandardButton>("answer");

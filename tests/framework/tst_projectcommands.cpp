@@ -834,6 +834,24 @@ private Q_SLOTS:
         QCOMPARE(f.openFiles(), QStringList(u"a.c *"_s));
     }
 
+    void windowThatStaysOpenForgetsTheAnswers()
+    {
+        const WindowFixture f;
+        for (const QString &name : {u"a.c"_s, u"b.c"_s}) {
+            f.open(name);
+            f.type(u"new"_s);
+        }
+        f.answers->press(QMessageBox::No);
+        f.answers->press(QMessageBox::Cancel);
+        QVERIFY(!f.window->close());
+        QCOMPARE(f.openFiles(), (QStringList{u"a.c *"_s, u"b.c *"_s}));
+        f.answers->press(QMessageBox::No);
+        f.answers->press(QMessageBox::No);
+        QVERIFY(f.window->close());
+        QVERIFY(f.answers->allGiven());
+        QCOMPARE(f.answers->shown.size(), 4);
+    }
+
     // Saving
 
     void savingWritesUnmodifiedProjectsToo()

@@ -104,7 +104,7 @@ private Q_SLOTS:
     {
         open();
         add(u"A"_s, u"/no/a"_s);
-        add(u"B"_s, u"/no/b"_s, u"$(ProjectName)$(FileName)$(FileDir)"_s);
+        add(u"B"_s, u"/no/b"_s, u"$(ProjectName)$(FileName)"_s);
         items();
         auto workspace = std::make_unique<ProjectWorkspace>(m_directory->filePath(u"all.vnw"_s));
         workspace->addProject(new Project(u"main"_s, m_directory->path()));
