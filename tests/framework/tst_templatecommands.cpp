@@ -751,6 +751,14 @@ private Q_SLOTS:
         QCOMPARE(f.projectFiles().size(), 2);
     }
 
+    void secondCommandWhileTheFileDialogIsOpenShowsNoSecondDialog()
+    {
+        const TemplateFixture f;
+        f.create(u"plain"_s);
+        QVERIFY(f.createFile(u"C Source File"_s, u"uart"_s, [&f](NewFileDialog *) { f.window->fileNew(); }).isEmpty());
+        QCOMPARE(f.openFiles(), QStringList(u"uart.c *"_s));
+    }
+
     void newFileDoesNotSaveOtherChangesOfTheProject()
     {
         const TemplateFixture f;
