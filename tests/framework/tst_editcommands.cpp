@@ -89,6 +89,31 @@ private Q_SLOTS:
         QCOMPARE(QGuiApplication::clipboard()->text(), QString());
     }
 
+    void redoWithoutTheFocusDoesNotChangeTheFile()
+    {
+        const EditedFile f;
+        f.type(u"new "_s);
+        f.window->editUndo();
+        f.focusOutput();
+        f.window->editRedo();
+        QCOMPARE(f.text(), u"one\ntwo\nthree\n"_s);
+    }
+
+    void commandsWithoutAnyFocusLeaveTheOutputAlone()
+    {
+        const EditedFile f;
+        f.window->outputWindow()->outputLine(OutputWindow::Build, u"out\n"_s);
+        f.focusOutput();
+        f.window->editSelectAll();
+        QApplication::focusWidget()->clearFocus();
+        f.window->editCopy();
+        QCOMPARE(QGuiApplication::clipboard()->text(), QString());
+        QPlainTextEdit *page = f.window->outputWindow()->page(OutputWindow::Build);
+        page->moveCursor(QTextCursor::Start);
+        f.window->editSelectAll();
+        QVERIFY(!page->textCursor().hasSelection());
+    }
+
     void selectAllActsOnTheOutputPageThatHasTheFocus()
     {
         const EditedFile f;

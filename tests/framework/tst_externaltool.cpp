@@ -286,6 +286,19 @@ private Q_SLOTS:
         QCOMPARE(printed(), u"again"_s);
     }
 
+    void stoppingALaterRunRequestsItAgain()
+    {
+        tool(script("trap 'echo bye; exit' TERM\necho ready\nwhile :; do sleep 0.1; done"));
+        for (int run = 0; run < 2; ++run) {
+            m_output.clear();
+            QVERIFY(m_tool->execute({}));
+            QTRY_VERIFY(m_output.contains(u"ready"_s));
+            m_tool->stop();
+            QVERIFY(ends());
+            QVERIFY2(m_output.contains(u"bye"_s), qPrintable(m_output));
+        }
+    }
+
     void stoppingEndsTheProcess()
     {
         tool(u"/bin/sleep"_s, u"30"_s).execute({});

@@ -2,6 +2,7 @@
 #include "helpwidget.h"
 #include "ordinaryuser.h"
 #include "windowfixture.h"
+#include "windowmenus.h"
 #include <QAction>
 #include <QLabel>
 #include <QPlainTextEdit>
@@ -392,6 +393,21 @@ private Q_SLOTS:
         QVERIFY(f.answers->shown.isEmpty());
     }
 
+    void exampleThatCannotBeReadIsReported()
+    {
+        QVERIFY2(becomeOrdinaryUser(), "cannot become an ordinary user");
+        const ReadOnlyExamples f;
+        const QString file = f.installation.path(u"examples/two/two.vnp"_s);
+        QVERIFY(QFile::setPermissions(file, QFile::Permissions()));
+        f.answers->press(QMessageBox::Yes);
+        f.answers->press(QMessageBox::Ok);
+        f.openExample();
+        QTRY_COMPARE(f.answers->shown.size(), 2);
+        QCOMPARE(f.answers->shown.last(),
+                 u"Could not read from file '%1'.\n\nThe examples have not been copied."_s.arg(file));
+        QCOMPARE(f.opened(), u"(none)"_s);
+    }
+
     void userMayOpenTheInstalledExampleOrNothing_data()
     {
         QTest::addColumn<QMessageBox::StandardButton>("answer");
@@ -488,6 +504,21 @@ private Q_SLOTS:
         const QString link = f.browser()->document()->firstBlock().begin().fragment().charFormat().anchorHref();
         f.follow(link);
         QTRY_COMPARE(f.projects(), QStringList(u"a"_s));
+    }
+
+    void startPageLosesAWorkspaceThatCannotBeOpened()
+    {
+        const HelpFixture f;
+        f.page(u"index.html"_s, "$(RecentWorkspaces)");
+        const QString workspace = f.writeWorkspace(u"a.vnw"_s, {});
+        QVERIFY(f.window->openWorkspace(workspace, true));
+        QVERIFY(f.window->closeWorkspace());
+        f.trigger(u"helpHome"_s);
+        QVERIFY(f.text().startsWith(u"a ("_s));
+        QFile::remove(workspace);
+        f.answers->press(QMessageBox::Ok);
+        f.window->findChild<WindowMenus *>()->recentWorkspaceSelected(0);
+        QCOMPARE(f.text(), u"The list of recent workspaces is empty."_s);
     }
 
 private:

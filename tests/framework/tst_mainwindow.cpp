@@ -457,6 +457,9 @@ private Q_SLOTS:
         QCOMPARE(box->count(), 10);
         QCOMPARE(box->itemText(0), u"text2"_s);
         box->setEditText({});
+        QTest::keyClick(box, Qt::Key_Return);
+        QCOMPARE(found.size(), 12);
+        QCOMPARE(box->itemText(0), u"text2"_s);
         QCOMPARE(box->lineEdit()->placeholderText(), u"Find"_s);
         QTest::keyClicks(box, u"te"_s);
         QCOMPARE(box->currentText(), u"te"_s);

@@ -286,6 +286,18 @@ private Q_SLOTS:
         QCOMPARE(stored(u"Python/VirtualEnvironment"_s), u"absent"_s);
     }
 
+    void forgottenDirectoryIsNoLongerDistrusted()
+    {
+        m_settings->setValue(u"Startup/DistrustedDirectories"_s, QStringList{u"/bad"_s, u"/worse"_s});
+        accept([](QDialog *dialog) {
+            const auto *tree = find<QTreeWidget>(dialog, "TrustTree");
+            QCOMPARE(tree->topLevelItemCount(), 2);
+            tree->topLevelItem(0)->setSelected(true);
+            find<QAbstractButton>(dialog, "ForgetButton")->click();
+        });
+        QCOMPARE(m_settings->value(u"Startup/DistrustedDirectories"_s).toStringList(), QStringList{u"/worse"_s});
+    }
+
     void whatChangesWhileTheDialogIsOpenStays()
     {
         m_settings->setValue(u"Startup/TrustedDirectories"_s, QStringList{u"/a"_s, u"/b"_s});

@@ -14,7 +14,10 @@
 #include "windowmenus.h"
 #include <csignal>
 #include <QComboBox>
+#include <QFileDialog>
+#include <QLineEdit>
 #include <QScopeGuard>
+#include <QTimer>
 #include <QTreeWidget>
 #include <sys/resource.h>
 
@@ -604,7 +607,61 @@ private Q_SLOTS:
         QVERIFY(f.window->projectWorkspace());
     }
 
+    void windowThatIsDeletedByAPendingEventEndsTheOpening_data()
+    {
+        QTest::addColumn<bool>("isProject");
+        QTest::newRow("workspace") << false;
+        QTest::newRow("project") << true;
+    }
+
+    void windowThatIsDeletedByAPendingEventEndsTheOpening()
+    {
+        QFETCH(const bool, isProject);
+        WindowFixture f;
+        const QString project = f.writeProject(u"fw.vnp"_s);
+        const QString workspace = isProject ? QString() : f.writeWorkspace(u"fw.vnw"_s, {u"fw.vnp"_s});
+        MainWindow *window = f.window.get();
+        QTimer::singleShot(0, f.answers.get(), [&f] { f.window.reset(); });
+        QVERIFY(!(isProject ? window->openProject(project, true) : window->openWorkspace(workspace, true)));
+        QVERIFY(!f.window);
+        QVERIFY(!isProject || !QFileInfo::exists(f.path(u"fw.vnw"_s)));
+        QCOMPARE(f.answers->shown, QStringList());
+    }
+
+    void windowThatIsDeletedDuringTheMessageAboutAWorkspaceEndsTheOpening()
+    {
+        WindowFixture f;
+        f.writeWorkspace(u"fw.vnw"_s, {u"fw.vnp"_s});
+        f.answers->meet([&f](QDialog *) { f.window.reset(); });
+        MainWindow *window = f.window.get();
+        QVERIFY(!window->openProject(f.writeProject(u"fw.vnp"_s), false));
+        QVERIFY(!f.window);
+    }
+
+    void windowThatIsDeletedByAPendingEventEndsTheStart()
+    {
+        WindowFixture f;
+        QVERIFY(f.window->openWorkspace(writeTwoProjects(f), true));
+        f.window->close();
+        f.restart();
+        MainWindow *window = f.window.get();
+        QTimer::singleShot(0, f.answers.get(), [&f] { f.window.reset(); });
+        window->continueLastRun();
+        QVERIFY(!f.window);
+    }
+
     // Recent workspaces
+
+    void recentWorkspaceIsKeptInAWindowThatAPendingEventDeletes()
+    {
+        WindowFixture f;
+        QVERIFY(f.window->openWorkspace(f.writeWorkspace(u"one.vnw"_s, {}), true));
+        QVERIFY(f.window->closeWorkspace());
+        QTimer::singleShot(0, f.answers.get(), [&f] { f.window.reset(); });
+        selectRecent(f, 0);
+        QVERIFY(!f.window);
+        QCOMPARE(f.answers->shown, QStringList());
+    }
 
     void aRecentWorkspaceIsOpenedAndMovesToTheFront()
     {
@@ -805,6 +862,22 @@ private Q_SLOTS:
         QCOMPARE(f.openFiles(), QStringList(u"a.c *"_s));
     }
 
+    void windowThatStaysOpenForgetsTheAnswers()
+    {
+        const WindowFixture f;
+        QVERIFY(f.window->openWorkspace(writeTwoProjects(f), false));
+        project(f)->setModified(true);
+        f.open(u"a.c"_s);
+        f.type(u"new"_s);
+        f.answers->press(QMessageBox::No);     // the file
+        f.answers->press(QMessageBox::Cancel); // the project
+        QVERIFY(!f.window->close());
+        f.answers->press(QMessageBox::Cancel);
+        QVERIFY(!f.window->close());
+        QCOMPARE(f.answers->shown.size(), 3);
+        QCOMPARE(f.answers->shown.last(), f.answers->shown.first());
+    }
+
     // Saving
 
     void savingWritesUnmodifiedProjectsToo()
@@ -916,6 +989,24 @@ private Q_SLOTS:
         QCOMPARE(f.window->projectWorkspace()->currentProjectIndex(), 2);
         QVERIFY(f.window->projectWorkspace()->isModified());
         QCOMPARE(f.settings()->value(u"Paths/Projects"_s).toString(), f.path(u"app"_s));
+    }
+
+    void filesAreNotInsertedIntoAProjectThatClosesDuringTheQuestion()
+    {
+        const WindowFixture f;
+        QVERIFY(f.window->openWorkspace(writeTwoProjects(f), false));
+        f.write(u"fw/more.c"_s, "");
+        f.answers->meet([&f](QDialog *dialog) {
+            auto *chooser = qobject_cast<QFileDialog *>(dialog);
+            f.window->closeWorkspace();
+            chooser->setDirectory(f.path(u"fw"_s));
+            chooser->findChild<QLineEdit *>(u"fileNameEdit"_s)->setText(u"more.c"_s);
+            QMetaObject::invokeMethod(dialog, "accept");
+        });
+        f.window->projectInsertFiles();
+        QVERIFY(f.answers->allGiven());
+        QVERIFY(!f.window->projectWorkspace());
+        QVERIFY(!f.read(u"fw/fw.vnp"_s).contains("more.c"));
     }
 
     void cancelledInsertChangesNothing()

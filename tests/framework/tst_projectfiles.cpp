@@ -199,6 +199,19 @@ private Q_SLOTS:
         QCOMPARE(f.answers->shown.size(), 1);
     }
 
+    void reloadIsGivenUpIfTheWorkspaceStaysOpen()
+    {
+        const Fixture f;
+        f.change(1);
+        f.changeOutside(u"all.vnw"_s, "<workspace/>");
+        f.answers->press(QMessageBox::Yes);
+        f.answers->press(QMessageBox::Cancel); // the question about the changed project
+        f.activate();
+        QVERIFY(f.answers->allGiven());
+        QCOMPARE(f.projects(), (QStringList{u"fw"_s, u"lib"_s}));
+        QVERIFY(f.project(1)->isModified());
+    }
+
     void refusedReloadIsNotOfferedAgainButSavingAsks()
     {
         const Fixture f;

@@ -194,6 +194,17 @@ private Q_SLOTS:
         QVERIFY2(!statements.contains(u"Breakpoint"_s), qPrintable(statements));
     }
 
+    void breakpointWithoutAPlaceIsNotRecorded()
+    {
+        Recording f;
+        f.record();
+        Recording::scriptOf(u"fw"_s).breakpoints = {{{}, BreakpointEnabled}};
+        Recording::stub()->object(u"fw"_s)->executionEvents->breakpointsChanged();
+        Recording::scriptOf(u"fw"_s).breakpoints.clear();
+        const QString statements = f.recorded();
+        QVERIFY2(!statements.contains(u"Breakpoint"_s), qPrintable(statements));
+    }
+
     void breakpointInTheDisassemblyIsRecordedByItsAddress()
     {
         Recording f;

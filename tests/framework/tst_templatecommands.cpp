@@ -493,6 +493,45 @@ private Q_SLOTS:
         QCOMPARE(f.openWorkspaceFile(), f.path(u"home/fw/all.vnw"_s));
     }
 
+    void resultOfAScriptIsNotOpenedIfTheOpenWorkspaceIsKept_data()
+    {
+        QTest::addColumn<QByteArray>("file");
+        QTest::addColumn<QByteArray>("content");
+        QTest::newRow("workspace") << QByteArray("all.vnw") << QByteArray("<workspace/>");
+        QTest::newRow("project") << QByteArray("x.vnp") << QByteArray("<project/>");
+    }
+
+    void resultOfAScriptIsNotOpenedIfTheOpenWorkspaceIsKept()
+    {
+        QFETCH(const QByteArray, file);
+        QFETCH(const QByteArray, content);
+        const TemplateFixture f;
+        f.addScript("import os\nfrom varnel import app\ndef createProject(name, template, path):\n"
+                    "    app.openWorkspace(os.path.dirname(os.path.dirname(path)) + '/other.vnw')\n"
+                    "    file = os.path.join(path, '"
+                    + file + "')\n    open(file, 'w').write('" + content + "')\n    return file");
+        const QString other = f.writeWorkspace(u"other.vnw"_s, {});
+        QObject::connect(&f.window->activity(), &Activity::workspaceReady, f.answers.get(),
+                         [&f] { f.window->projectWorkspace()->setModified(true); });
+        f.answer(u"script"_s, u"fw"_s);
+        f.answers->press(QMessageBox::Cancel);
+        f.window->projectNew();
+        QVERIFY(f.answers->allGiven());
+        QCOMPARE(f.openWorkspaceFile(), other);
+        QVERIFY(f.window->projectWorkspace()->isModified());
+    }
+
+    void cancelledNameSavesNoTemplate()
+    {
+        const TemplateFixture f;
+        f.create(u"plain"_s);
+        f.answers->meet([](QDialog *dialog) { dialog->reject(); });
+        Q_EMIT f.window->findChild<Navigator *>()->saveAsTemplate(f.window->activity().currentProject());
+        QVERIFY(f.answers->allGiven());
+        QVERIFY(QDir(f.installation.path(u"mytemplates"_s)).isEmpty());
+        QCOMPARE(f.status(), QString());
+    }
+
     void scriptThatReturnsNoneLeavesTheWorkspaceClosed()
     {
         const TemplateFixture f;
@@ -712,6 +751,26 @@ private Q_SLOTS:
         QCOMPARE(f.projectFiles().size(), 2);
     }
 
+    void secondCommandWhileTheFileDialogIsOpenShowsNoSecondDialog()
+    {
+        const TemplateFixture f;
+        f.create(u"plain"_s);
+        QVERIFY(f.createFile(u"C Source File"_s, u"uart"_s, [&f](NewFileDialog *) { f.window->fileNew(); }).isEmpty());
+        QCOMPARE(f.openFiles(), QStringList(u"uart.c *"_s));
+    }
+
+    void newFileDoesNotSaveOtherChangesOfTheProject()
+    {
+        const TemplateFixture f;
+        f.create(u"plain"_s);
+        Project *project = f.window->activity().currentProject();
+        project->addFiles({f.path(u"home/fw/other.c"_s)}, nullptr);
+        const QByteArray before = f.read(u"home/fw/fw.vnp"_s);
+        QVERIFY(f.createFile(u"C Source File"_s, u"uart"_s).isEmpty());
+        QVERIFY(project->isModified());
+        QCOMPARE(f.read(u"home/fw/fw.vnp"_s), before);
+    }
+
     void workspaceClosedWhileTheFileDialogIsOpen()
     {
         const TemplateFixture f;
@@ -776,6 +835,8 @@ private Q_SLOTS:
         f.create(u"plain"_s);
         QVERIFY(f.createFile(u"pair"_s, u"uart"_s).isEmpty());
         QCOMPARE(f.openFiles(), (QStringList{u"uart.h *"_s, u"uart.c *"_s}));
+        QCOMPARE(f.status(), QString());
+        QCOMPARE(f.projectFiles().count(u"Sources/uart.c"_s), 1);
         QCOMPARE(f.text(), u"#include \"uart.h\"\n\n  \n"_s);
         QCOMPARE(f.view()->currentEdit()->textCursor().position(), 21);
         QVERIFY(f.projectFiles().contains(u"Sources/uart.c"_s));

@@ -95,9 +95,9 @@ private Q_SLOTS:
         QCOMPARE(items(), (QStringList{u"Customise"_s, u"Options"_s}));
         add(u"A"_s, {});
         QCOMPARE(items().size(), 4);
+        m_commands->updateMenu(nullptr); // a UI file without this menu
         m_commands->tools().setEntries({});
         QCOMPARE(items(), (QStringList{u"Customise"_s, u"Options"_s}));
-        m_commands->updateMenu(nullptr); // a UI file without this menu
     }
 
     void anItemRunsItsTool()

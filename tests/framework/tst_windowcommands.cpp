@@ -424,7 +424,28 @@ private Q_SLOTS:
         QCOMPARE(f.document()->filename(), f.installation.path(u"python/macros.py"_s));
     }
 
+    void macroIsNotAddedToAFileThatTheEditorCannotChange()
+    {
+        const WindowFixture f;
+        const QByteArray large(10'000'001, '\n');
+        f.installation.write(u"python/macros.py"_s, large);
+        QTest::ignoreMessage(QtWarningMsg, "Slot not implemented: toolsMacroNew");
+        f.window->toolsMacroNew();
+        QCOMPARE(QFileInfo(f.installation.path(u"python/macros.py"_s)).size(), large.size());
+        QCOMPARE(f.openFiles(), QStringList(u"macros.py"_s));
+    }
+
     // Unwritable settings
+
+    void positionIsNotShownWithoutAText()
+    {
+        const WindowFixture f;
+        const auto *label = f.window->findChild<QLabel *>(u"cursorLabel"_s);
+        f.open(u"a.c"_s, "one\n");
+        QTRY_COMPARE(label->text(), u" Ln 1, Col 1"_s);
+        f.window->viewManager()->closeAll();
+        QTRY_COMPARE(label->text(), QString());
+    }
 
     void addressAboveTwoGigabytesIsNoNegativeLine()
     {

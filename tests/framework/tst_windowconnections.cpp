@@ -537,6 +537,7 @@ private Q_SLOTS:
         f.writeProject(u"lib.vnp"_s, {u"src/lib.c"_s});
         QVERIFY(f.window->openWorkspace(f.writeWorkspace(u"all.vnw"_s, {u"fw.vnp"_s, u"lib.vnp"_s}), false));
         f.open(u"src/open.txt"_s, "needle\n");
+        f.window->openHelp(f.write(u"page.html"_s, "needle\n"));
         f.answers->meet(
             [&](QDialog *dialog) { ProductWindow::searchFor(dialog, u"needle"_s, f.path(u"src"_s), scope, mask); });
         f.action(u"editFindInFiles"_s)->trigger();

@@ -84,6 +84,8 @@ bool ContextHelp::eventFilter(QObject *watched, QEvent *event)
         leaveExplanation(link.mid(Scheme.size()));
         return true;
     }
+    if (event->type() == QEvent::Hide && isExplanation(watched))
+        m_explained.clear(); // the next explanation may be one of something else
     if (event->type() != QEvent::KeyPress && event->type() != QEvent::ShortcutOverride)
         return false;
     const QString page = pageForKey(watched, *static_cast<QKeyEvent *>(event));

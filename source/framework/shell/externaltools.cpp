@@ -92,8 +92,7 @@ void ExternalTools::moveUp(int index)
 
 void ExternalTools::moveDown(int index)
 {
-    if (index >= 0)
-        moveUp(index + 1);
+    moveUp(index + 1);
 }
 
 QList<ExternalTool *> ExternalTools::tools() const

@@ -211,7 +211,8 @@ void MainWindow::continueLastRun(const QStringList &named)
         openProject(workspace, false);
     else
         openWorkspace(workspace, false);
-    offerRecovery(*m_parts->workspace, stateDirectory().filePath(u"swap"_s), this);
+    if (self)
+        offerRecovery(*m_parts->workspace, stateDirectory().filePath(u"swap"_s), this);
 }
 
 // Events ------------------------------------------------------------------

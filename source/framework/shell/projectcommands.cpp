@@ -82,7 +82,8 @@ ProjectFile *fileInView(const Activity &activity, View *view)
 constexpr int PendingEventsTime = 1000; // milliseconds
 constexpr int NoticeTime = 5000;        // milliseconds
 
-/// Repaints the area of a closed dialog before a long piece of work, without letting the user do anything.
+/// Repaints the area of a closed dialog before a long piece of work, without letting the user do anything. A pending
+/// event may delete the window.
 void processPendingEvents()
 {
     QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents, PendingEventsTime);
@@ -128,8 +129,9 @@ void ProjectCommands::open()
 
 void ProjectCommands::openRecent(int index)
 {
+    const QPointer<ProjectCommands> self(this);
     const QString path = m_recentWorkspaces.paths().value(index);
-    if (!closeWorkspace() || openWorkspace(path, true))
+    if (!closeWorkspace() || openWorkspace(path, true) || !self)
         return;
     showWarning(m_window.dialogParent(),
                 tr("The workspace could not be opened.\n\nIt will be removed from the Recent Workspaces list."));
@@ -142,12 +144,15 @@ bool ProjectCommands::openProject(const QString &path, bool addToRecent)
     VARNEL_ASSERT(!path.isEmpty());
     if (path.isEmpty())
         return false;
+    const QPointer<ProjectCommands> self(this);
     processPendingEvents();
+    if (!self)
+        return false;
     const QString workspacePath = workspacePathOf(path);
     if (QFileInfo::exists(workspacePath)) {
         showInformation(m_window.dialogParent(), tr("A corresponding workspace has been found.\n\n"
                                                     "It will be opened instead of the specified project."));
-        return openWorkspace(workspacePath, addToRecent);
+        return self && openWorkspace(workspacePath, addToRecent);
     }
     auto project = std::make_unique<Project>(QString(), QString());
     if (!project->load(path))
@@ -174,7 +179,10 @@ bool ProjectCommands::openWorkspace(const QString &path, bool addToRecent)
     VARNEL_ASSERT(!path.isEmpty());
     if (path.isEmpty())
         return false;
+    const QPointer<ProjectCommands> self(this);
     processPendingEvents();
+    if (!self)
+        return false;
     auto workspace = std::make_unique<ProjectWorkspace>();
     m_window.showMessage(tr("Opening %1...").arg(QDir::toNativeSeparators(path)));
     if (!workspace->load(path))

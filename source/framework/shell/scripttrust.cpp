@@ -27,8 +27,7 @@ bool remove(QSettings &settings, ScriptTrust::Answer answer, const QString &dire
 {
     QStringList directories = ScriptTrust::directories(settings, answer);
     const bool found = directories.removeAll(directory) > 0;
-    if (found)
-        ScriptTrust::setDirectories(settings, answer, directories);
+    ScriptTrust::setDirectories(settings, answer, directories);
     return found;
 }
 } // namespace
