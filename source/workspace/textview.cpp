@@ -58,8 +58,8 @@ TextViewEdit *TextView::addPane()
     connect(pane, qOverload<int>(&TextViewEdit::toggleBreakpoint), this, &TextView::toggleBreakpoint);
     connect(pane, &TextViewEdit::splitRequested, this, [this, pane](int y) { splitAt(pane, y); });
     connect(
-        pane, &TextViewEdit::becameSmall, this, [this, pane] { paneBecameSmall(pane); },
-        Qt::QueuedConnection); // not while the splitter arranges its children
+        pane, &TextViewEdit::becameSmall, pane, [this, pane] { paneBecameSmall(pane); },
+        Qt::QueuedConnection); // not while the splitter arranges its children, and not if the pane is closed by then
     pane->background().markMatches(m_marked);
     pane->setTextForms([this](const QString &text) { return m_textDocument->insertable(text); },
                        [this](const QTextCursor &selection) { return m_textDocument->originalText(selection); });

@@ -167,6 +167,21 @@ private Q_SLOTS:
         QTRY_COMPARE(m_log, QStringList{u"a"_s});
     }
 
+    /// The host's data about calls belong to its own thread.
+    void referenceCountingInAnotherThreadIsNoCall()
+    {
+        QList<bool> running;
+        m_plugin->counts = [&running] { running += isPluginCallRunning(); };
+        const std::unique_ptr<QThread> thread(QThread::create([this] { (void)shareInterface(m_plugin.get()); }));
+        thread->start();
+        QVERIFY(thread->wait());
+        QCOMPARE(running, QList<bool>(2));
+        running.clear();
+        (void)shareInterface(m_plugin.get());
+        QCOMPARE(running, QList<bool>(2, true));
+        m_plugin->counts = {};
+    }
+
     void missingObjectGivesTheNeutralValueWithoutAReport()
     {
         const InterfacePtr<IMemoryVerify> none;
@@ -383,6 +398,107 @@ private Q_SLOTS:
         };
         call();
         QTRY_COMPARE(m_log, (QStringList{u"is paused"_s, u"is running"_s, u"is paused"_s}));
+    }
+
+    /// Each delivery asks for the status, and the plug-in reports another one than before while it answers.
+    void statusesThatAlternateInQuestionsOfTheirDeliveryEnd()
+    {
+        int asked = 0;
+        m_plugin->action = [&] {
+            const char *status = ++asked % 2 == 0 ? "running" : "paused";
+            reportStatus("is ", status, [this] { ask(); });
+        };
+        ask();
+        QTRY_COMPARE(asked, 3);
+        deliverPluginReports(); // what has come of the last one
+        QCOMPARE(m_log, (QStringList{u"is paused"_s, u"is running"_s}));
+        QCOMPARE(asked, 3);
+    }
+
+    /// The same with a change of another subject between the two.
+    void statusThatReturnsAfterAChangeOfAnotherSubjectIsDropped()
+    {
+        m_plugin->action = [this] {
+            reportStatus("is ", "paused", [this] {
+                m_plugin->action = [this] {
+                    report("other", [this] {
+                        m_plugin->action = [this] { reportStatus("is ", "paused"); };
+                        ask();
+                        m_log += u"asked"_s;
+                    });
+                };
+                call();
+            });
+        };
+        call();
+        QTRY_COMPARE(m_log, (QStringList{u"is paused"_s, u"other"_s, u"asked"_s}));
+        deliverPluginReports();
+        QCOMPARE(m_log.size(), 3);
+    }
+
+    /// Only another status of the same subject makes the one news that is being received.
+    void statusThatReturnsAfterAnEventLoopOfItsDeliveryIsDropped_data()
+    {
+        QTest::addColumn<QByteArray>("subject");
+        QTest::addColumn<QByteArray>("status");
+        QTest::addColumn<bool>("isAnswer");
+        QTest::newRow("the same status of a command") << QByteArray("is ") << QByteArray("paused") << false;
+        QTest::newRow("another subject") << QByteArray("was ") << QByteArray("running") << false;
+        QTest::newRow("another status of a question") << QByteArray("is ") << QByteArray("running") << true;
+    }
+    void statusThatReturnsAfterAnEventLoopOfItsDeliveryIsDropped()
+    {
+        QFETCH(const QByteArray, subject);
+        QFETCH(const QByteArray, status);
+        QFETCH(const bool, isAnswer);
+        m_plugin->action = [&] {
+            reportStatus("is ", "paused", [&] {
+                QEventLoop loop;
+                m_plugin->action = [&] { reportStatus(subject, status, [&loop] { loop.quit(); }); };
+                QTimer::singleShot(0, &loop, [&] { isAnswer ? ask() : call(); });
+                loop.exec();
+                m_plugin->action = [this] { reportStatus("is ", "paused"); };
+                ask();
+            });
+        };
+        call();
+        QCOMPARE(m_log, (QStringList{u"is paused"_s, QString::fromLatin1(subject + status)}));
+        deliverPluginReports();
+        QCOMPARE(m_log.size(), 2);
+    }
+
+    /// A change of another subject that waits is no newer status.
+    void statusThatReturnsWhileAnotherSubjectWaitsIsDropped()
+    {
+        m_plugin->action = [this] {
+            reportStatus("is ", "paused", [this] {
+                m_plugin->action = [this] { reportStatus("is ", "paused"); };
+                ask();
+            });
+            report("other");
+        };
+        call();
+        QCOMPARE(m_log, (QStringList{u"is paused"_s, u"other"_s}));
+        deliverPluginReports();
+        QCOMPARE(m_log.size(), 2);
+    }
+
+    /// While the event loop runs, what happens is no answer to the question any more.
+    void statusThatReturnsInAnEventLoopOfAQuestionIsDelivered()
+    {
+        m_plugin->action = [this] {
+            reportStatus("is ", "paused", [this] {
+                m_plugin->action = [this] {
+                    QEventLoop loop;
+                    QTimer::singleShot(0, &loop, [&] { reportStatus("is ", "paused", [&loop] { loop.quit(); }); });
+                    QTimer::singleShot(5000, &loop, &QEventLoop::quit); // if the report is lost
+                    loop.exec();
+                };
+                ask();
+            });
+        };
+        call();
+        QCOMPARE(m_log, (QStringList{u"is paused"_s, u"is paused"_s}));
     }
 
     void reportInAnEventLoopOfADeliveryDoesNotOvertakeTheWaitingOnes()

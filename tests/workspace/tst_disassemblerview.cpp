@@ -65,8 +65,8 @@ public:
     QString disassemble(uint, int) override { return {}; }
     QString text(int index) override
     {
-        if (const auto ask = std::exchange(whenAsked, nullptr))
-            ask();
+        if (++asked == askedLast && whenAsked)
+            std::exchange(whenAsked, nullptr)();
         if (throws)
             throw std::runtime_error("gone");
         return isSilent || index % 4 ? QString() : instructions.value(index, u"nop&nbsp;"_s + contents);
@@ -94,6 +94,8 @@ public:
 
     bool symbolAddress(const QString &name, uint &address) override
     {
+        if (const auto ask = std::exchange(whenSymbolIsAsked, nullptr))
+            ask();
         if (symbolsThrow)
             throw std::runtime_error("lost");
         address = symbols.value(name);
@@ -116,7 +118,10 @@ public:
     int late = -1; ///< the index of an instruction that is not read yet
     bool isSilent = false;
     bool hasRegions = true;
+    int asked = 0;     ///< how often for an instruction
+    int askedLast = 1; ///< the number with which whenAsked is called
     std::function<void()> whenAsked;
+    std::function<void()> whenSymbolIsAsked;
     std::function<void()> whenRegionsAreAsked;
     inline static int destroyed = 0;
 };
@@ -330,6 +335,7 @@ private Q_SLOTS:
                 f.document.reset();
                 keepEnvironments({});
             };
+            f.environment->asked = 0;
             (way == u"region"_s ? f.environment->whenRegionsAreAsked : f.environment->whenAsked) = close;
             f.formats[FormatId::Standard].setFontPointSize(way == u"font"_s ? 20 : 10);
             DisassemblerView *view = f.view.get();
@@ -342,6 +348,70 @@ private Q_SLOTS:
             else
                 QTest::keyClick(view->paraView(), Qt::Key_PageDown);
             QVERIFY2(!f.view, qPrintable(way));
+        }
+    }
+
+    /// Each way reads instructions several times, and does more after it.
+    void plugInMayCloseTheViewAtTheLastQuestion_data()
+    {
+        QTest::addColumn<QString>("way");
+        for (const char *way : {"update", "loaded", "jump", "back", "region", "arrow"})
+            QTest::newRow(way) << QString::fromLatin1(way);
+    }
+    void plugInMayCloseTheViewAtTheLastQuestion()
+    {
+        QFETCH(const QString, way);
+        int questions = 0;
+        for (const bool closes : {false, true}) {
+            Fixture f;
+            f.environment->late = 0xc00;
+            if (way == u"back"_s || way == u"region"_s) {
+                QVERIFY(f.view->goTo(u"0x8800"_s));
+                f.view->update(nullptr, false);
+            } else if (way != u"jump"_s && way != u"arrow"_s) {
+                f.view->setMarker(0x8c01, IViewWithMarkers::CurrentLineMarker, true, false);
+            }
+            f.environment->late = -1;
+            f.environment->asked = 0;
+            f.environment->askedLast = closes ? questions : 0;
+            f.environment->whenAsked = [&] {
+                f.view.reset();
+                f.document.reset();
+                keepEnvironments({});
+            };
+            DisassemblerView *view = f.view.get();
+            if (way == u"update"_s)
+                view->update(nullptr, false);
+            else if (way == u"loaded"_s)
+                Q_EMIT view->paraView()->loaded();
+            else if (way == u"jump"_s)
+                QCOMPARE(view->goTo(u"0x8c00"_s), !closes);
+            else if (way == u"back"_s)
+                view->back();
+            else if (way == u"region"_s)
+                f.moveRegion(0x7000, 0x7fff);
+            else
+                view->setMarker(0x8c01, IViewWithMarkers::CurrentLineMarker, true, false);
+            QCOMPARE(!f.view, closes);
+            questions = f.environment->asked;
+            QVERIFY(questions > 0);
+        }
+    }
+
+    void plugInMayCloseTheViewWhenItIsAskedForASymbolOrItsInstruction()
+    {
+        for (const bool isSymbol : {true, false}) {
+            Fixture f;
+            f.environment->asked = 0;
+            (isSymbol ? f.environment->whenSymbolIsAsked : f.environment->whenAsked) = [&] {
+                f.view.reset();
+                f.document.reset();
+                keepEnvironments({});
+            };
+            f.environment->symbols.insert(u"far"_s, 0x8c00);
+            DisassemblerView *view = f.view.get();
+            QVERIFY(!view->goTo(u"far"_s));
+            QVERIFY(!f.view);
         }
     }
 
@@ -419,6 +489,20 @@ private Q_SLOTS:
         QCOMPARE(f.message(), QString());
         f.view->back();
         QCOMPARE(f.cursor(), u"8200"_s);
+    }
+
+    void historyEndsForTheCommandsWhenTheRegionChanges()
+    {
+        const Fixture f;
+        QVERIFY(f.view->goTo(u"f"_s));
+        QVERIFY(f.view->goTo(u"add"_s));
+        f.view->back();
+        QSignalSpy back(f.view.get(), &View::backAvailable);
+        QSignalSpy forward(f.view.get(), &View::forwardAvailable);
+        f.moveRegion(0x7000, 0x8fff);
+        QVERIFY(!back.isEmpty());
+        QCOMPARE(back.last(), QVariantList{false});
+        QCOMPARE(forward.last(), QVariantList{false});
     }
 
     void twoProcessorsHaveTwoDocuments()
@@ -520,6 +604,17 @@ private Q_SLOTS:
         QCOMPARE(f.message(), QString());
     }
 
+    void missingInstructionsAreReportedWhenTheyShouldHaveBeenRead()
+    {
+        const Fixture f;
+        f.environment->isFetched = false;
+        f.view->update(nullptr, false);
+        f.environment->isSilent = true;
+        QVERIFY(f.message() != u"No instructions can be read here."_s);
+        f.environment->isFetched = true;
+        QTRY_COMPARE(f.message(), u"No instructions can be read here."_s);
+    }
+
     void offersMarkersAndNavigationOnly()
     {
         const Fixture f;
@@ -553,6 +648,66 @@ private Q_SLOTS:
         DisassemblerDocument document(&kind);
         const std::unique_ptr<View> view(kind.createView(&document));
         QCOMPARE(view->windowIcon().cacheKey(), icon.cacheKey());
+    }
+
+    void otherMessagesStayWhenInstructionsAreRead()
+    {
+        const Fixture f;
+        QVERIFY(!f.view->goTo(u"<b>nowhere</b>"_s));
+        const QString message = u"There is no symbol or address '<b>nowhere</b>'."_s;
+        QCOMPARE(f.message(), message);
+        QCOMPARE(f.view->findChild<QLabel *>(u"DisassemblyMessage"_s)->textFormat(), Qt::PlainText);
+        f.view->update(nullptr, false);
+        QCOMPARE(f.message(), message);
+        f.view->gotoLine(0x8005);
+        QCOMPARE(f.message(), message);
+        Q_EMIT f.paras()->loaded();
+        QCOMPARE(f.message(), message);
+        Q_EMIT f.paras()->waitsLong();
+        QCOMPARE(f.message(), u"Reading the instructions..."_s);
+        Q_EMIT f.paras()->loaded();
+        QCOMPARE(f.message(), QString());
+    }
+
+    void barSaysWhatItsPartsAreFor()
+    {
+        const Fixture f;
+        QCOMPARE(f.view->findChild<QLineEdit *>()->placeholderText(), u"Go to address or symbol"_s);
+        QCOMPARE(f.view->findChild<QToolButton *>(u"DisassemblyCancel"_s)->text(), u"Cancel"_s);
+    }
+
+    void viewWithoutAHostShowsMarkers()
+    {
+        const Fixture f;
+        DisassemblerView other(f.document.get(), &f.formats, nullptr);
+        other.resize(500, 400);
+        other.setMarker(0x8001, IViewWithMarkers::EnabledBreakpointMarker, true, false);
+        other.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&other));
+        QVERIFY(!other.findChild<MarkerWidget *>()->grab().isNull());
+        QVERIFY(other.hasMarker(0x8001, IViewWithMarkers::EnabledBreakpointMarker));
+    }
+
+    void keysReportThePlaceOfTheCursor()
+    {
+        const Fixture f;
+        QSignalSpy moved(f.view.get(), &View::cursorPositionChanged);
+        QTest::keyClick(f.paras(), Qt::Key_Down);
+        QCOMPARE(f.cursor(), u"8004"_s);
+        QCOMPARE(moved, Calls({{0x8004, 0}}));
+    }
+
+    void marginScrollsWithTheText()
+    {
+        const Fixture f;
+        const QImage none = f.margin()->grab().toImage();
+        f.view->setMarker(0x8001, IViewWithMarkers::EnabledBreakpointMarker, true, false);
+        const QImage marked = f.margin()->grab().toImage();
+        QVERIFY(marked != none);
+        f.view->gotoLine(0x8801);
+        QCOMPARE(f.margin()->grab().toImage(), none);
+        f.view->gotoLine(0x8001);
+        QCOMPARE(f.margin()->grab().toImage(), marked);
     }
 
     void viewMayBeClosedWhenItIsActivated()
@@ -685,6 +840,29 @@ private Q_SLOTS:
         QVERIFY(!f.view->find({}, true, false, true, false));
         f.view->setFindTimeLimit(0);
         QVERIFY(!f.view->find(u"push"_s, true, false, true, false));
+    }
+
+    void searchFromTheStartIgnoresTheCursor()
+    {
+        const Fixture f;
+        f.view->gotoLine(0x8201);
+        QVERIFY(f.view->find(u"00008000"_s, true, false, true, false));
+        QCOMPARE(f.cursor(), u"8000"_s);
+    }
+
+    void branchInASourceLineIsNoLink()
+    {
+        const Fixture f([](FakeEnvironment &environment) { environment.sources[8] = {u"main: b 0x8100"_s}; });
+        QCOMPARE(f.row(2), u"main: b 0x8100"_s);
+        f.clickAt(2, 10);
+        QCOMPARE(f.cursor(), u"8008"_s);
+    }
+
+    void emptyTextIsNoSymbol()
+    {
+        const Fixture f([](FakeEnvironment &environment) { environment.symbols.insert({}, 0x8100); });
+        QVERIFY(!f.document->addressOf({}));
+        QCOMPARE(f.document->addressOf(u"add"_s), std::optional<quint64>(0x8100));
     }
 
     // Branches, jumps and searches ------------------------------------------------------------------------
@@ -859,6 +1037,7 @@ private Q_SLOTS:
         auto *cancel = f.view->findChild<QToolButton *>(u"DisassemblyCancel"_s);
         QVERIFY(!cancel->isVisible());
         f.view->startFind(u"needle"_s, true, true, true);
+        QCOMPARE(f.message(), u"Searching..."_s);
         QTRY_VERIFY(cancel->isVisible());
         auto *search = f.view->findChild<ParaSearch *>();
         QVERIFY(search->isRunning());
@@ -873,6 +1052,17 @@ private Q_SLOTS:
         QTest::mouseClick(cancel, Qt::LeftButton);
         QVERIFY(!cancel->isVisible());
         QCOMPARE(f.message(), QString());
+    }
+
+    void progressEndsWhenTheTextIsFound()
+    {
+        const Fixture f;
+        auto *cancel = f.view->findChild<QToolButton *>(u"DisassemblyCancel"_s);
+        f.view->startFind(u"push"_s, true, true, true);
+        Q_EMIT f.view->findChild<ParaSearch *>()->progress(40);
+        QVERIFY(cancel->isVisible());
+        QTRY_COMPARE(f.cursor(), u"8200"_s);
+        QVERIFY(!cancel->isVisible());
     }
 
     void objectsAreNamedAfterTheProcessor()
@@ -896,6 +1086,12 @@ private Q_SLOTS:
         const QImage branch = picture();
         const QPoint onSpine(MarkerWidget::Width - 4, 3 * f.paras()->lineHeight());
         QVERIFY(branch.pixelColor(onSpine) != none.pixelColor(onSpine));
+        markers->clearMarkers(0x01);
+        QCOMPARE(picture(), branch);
+        markers->setMarker(0x8001, 0x08, false, false);
+        QCOMPARE(picture(), none);
+        markers->setMarker(0x8001, 0x08, true, false);
+        QCOMPARE(picture(), branch);
         markers->clearMarkers(0x08);
         QCOMPARE(picture(), none);
         markers->setMarker(0x8005, 0x08, true, false); // no branch
@@ -934,10 +1130,13 @@ private Q_SLOTS:
         const Fixture f;
         for (int i = 0; i < 500; ++i)
             QVERIFY(f.view->goTo(i % 2 ? u"f"_s : u"main"_s));
+        QSignalSpy back(f.view.get(), &View::backAvailable);
         for (int i = 0; i < 1000; ++i)
             f.view->back();
+        QCOMPARE(back.size(), 199);
+        QCOMPARE(back.last(), QVariantList{false});
         f.view->forward();
-        QVERIFY(!f.cursor().isEmpty());
+        QCOMPARE(f.cursor(), u"8200"_s);
     }
 };
 

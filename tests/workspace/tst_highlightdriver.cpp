@@ -1,5 +1,6 @@
 #include "cpphighlighter.h"
 #include "highlightdriver.h"
+#include "lineranges.h"
 #include "painted.h"
 #include <QAbstractEventDispatcher>
 #include <QAbstractTextDocumentLayout>
@@ -79,6 +80,53 @@ class tst_HighlightDriver : public QObject
 {
     Q_OBJECT
 private Q_SLOTS:
+    void removedLinesLeaveTheOthers()
+    {
+        LineRanges ranges;
+        ranges.add({2, 9});
+        ranges.remove({5, 4}); // nothing
+        QVERIFY(ranges.contains({2, 9}));
+        ranges.remove({8, 20});
+        QVERIFY(ranges.contains({2, 7}));
+        QCOMPARE(ranges.ranges().size(), 1);
+        ranges.remove({4, 5});
+        QVERIFY(ranges.contains({2, 3}) && ranges.contains({6, 7}) && !ranges.contains({3, 4}));
+        QCOMPARE(ranges.count(), 4);
+        QList<int> taken;
+        while (!ranges.isEmpty())
+            taken += ranges.takeFirst();
+        QCOMPARE(taken, QList({2, 3, 6, 7}));
+    }
+
+    void rangesFollowTheirLines_data()
+    {
+        QTest::addColumn<int>("first");
+        QTest::addColumn<int>("oldLast");
+        QTest::addColumn<int>("inserted");
+        QTest::addColumn<QList<int>>("lines"); ///< of 4 to 6 and 10 to 12
+        QTest::newRow("above") << 1 << 1 << 2 << QList({6, 7, 8, 12, 13, 14});
+        QTest::newRow("below") << 20 << 20 << 2 << QList({4, 5, 6, 10, 11, 12});
+        QTest::newRow("between") << 8 << 8 << 2 << QList({4, 5, 6, 12, 13, 14});
+        QTest::newRow("line of a range") << 5 << 5 << 1 << QList({4, 5, 6, 7, 11, 12, 13});
+        QTest::newRow("last line") << 6 << 6 << 2 << QList({4, 5, 6, 7, 8, 12, 13, 14});
+        QTest::newRow("end of one to start of the other") << 6 << 10 << -3 << QList({4, 5, 6, 7, 8, 9});
+        QTest::newRow("removed lines above") << 1 << 3 << -2 << QList({2, 3, 4, 8, 9, 10});
+    }
+    void rangesFollowTheirLines()
+    {
+        QFETCH(const int, first);
+        QFETCH(const int, oldLast);
+        QFETCH(const int, inserted);
+        LineRanges ranges;
+        ranges.add({4, 6});
+        ranges.add({10, 12});
+        ranges.replaceLines(first, oldLast, inserted);
+        QList<int> lines;
+        while (!ranges.isEmpty())
+            lines += ranges.takeFirst();
+        QTEST(lines, "lines");
+    }
+
     void init() { QTest::failOnWarning(QRegularExpression(u".?"_s)); }
 
     void changedLineIsHighlightedAtOnce();

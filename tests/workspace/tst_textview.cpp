@@ -1090,6 +1090,24 @@ private Q_SLOTS:
         QVERIFY(std::abs(f.edit(0)->height() - f.edit(2)->height()) < 10);
     }
 
+    void lowPaneMayBeClosedBeforeItCollapses()
+    {
+        const EditorFixture f(numbered(50));
+        f.view->split();
+        f.view->split();
+        QCOMPARE(f.view->currentEdit(), f.edit(2));
+        const QPointer<TextViewEdit> low = f.edit(2);
+        f.view->findChild<QSplitter *>()->setSizes({200, 180, 10});
+        QVERIFY(!low->isHidden());
+        f.view->closePane();
+        QVERIFY(!low);
+        const QList<TextViewEdit *> shown = f.view->shownEdits();
+        QCOMPARE(shown.size(), 2);
+        QCoreApplication::processEvents();
+        QCOMPARE(f.view->shownEdits(), shown);
+        QCOMPARE(f.view->currentEdit(), shown.first());
+    }
+
     void commandsLeaveACollapsedPaneAlsoWithoutTheFocus()
     {
         const EditorFixture f(numbered(50));
