@@ -521,6 +521,18 @@ private Q_SLOTS:
         QCOMPARE(f.edit()->verticalScrollBar()->value(), shown);
     }
 
+    void typingReplacesSeveralSelectedLines()
+    {
+        EditorFixture f(u"one\ntwo\nthree"_s);
+        f.putCursor(0, 1, 2, 2);
+        QTest::keyClick(f.edit(), Qt::Key_X);
+        QCOMPARE(f.document->text()->toPlainText(), u"oxree"_s);
+        f.edit()->undo();
+        f.putCursor(0, 1, 2, 2);
+        QTest::keyClick(f.edit(), Qt::Key_Delete);
+        QCOMPARE(f.document->text()->toPlainText(), u"oree"_s);
+    }
+
     void tabWithControlInsertsNothing()
     {
         EditorFixture f(u"text"_s);
