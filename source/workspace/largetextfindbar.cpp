@@ -192,10 +192,8 @@ void LargeTextFindBar::keyPressEvent(QKeyEvent *event)
 {
     if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)
         Q_EMIT startRequested(!(event->modifiers() & Qt::ShiftModifier));
-    else if (event->matches(QKeySequence::FindNext) || event->matches(QKeySequence::FindPrevious))
-        Q_EMIT startRequested(event->matches(QKeySequence::FindNext));
     else if (event->key() == Qt::Key_Escape)
         closeBar();
     else
-        QWidget::keyPressEvent(event);
+        QWidget::keyPressEvent(event); // the view repeats the search
 }

@@ -297,8 +297,8 @@ void TextViewEdit::mousePressEvent(QMouseEvent *event)
         return;
     const QTextCursor pressed = cursorForPosition(event->position().toPoint());
     const QTextCursor cursor = textCursor();
-    const bool onSelection = cursor.hasSelection() && pressed.position() >= cursor.selectionStart()
-                             && pressed.position() <= cursor.selectionEnd();
+    const bool onSelection =
+        pressed.position() >= cursor.selectionStart() && pressed.position() <= cursor.selectionEnd();
     if (!onSelection)
         setTextCursor(pressed);
 }

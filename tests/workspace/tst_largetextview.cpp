@@ -521,6 +521,68 @@ private Q_SLOTS:
         QTRY_COMPARE(result(f), u"Not found"_s);
     }
 
+    void functionKeyInTheFindBarRepeatsTheSearch()
+    {
+        LargeFixture f;
+        f.openAndShow("cat\ncat\ndog cat\n");
+        f.view->openFindBar();
+        auto *what = part<QLineEdit>(f, "LargeTextFindWhat");
+        what->setText(u"cat"_s);
+        QTest::keyClick(what, Qt::Key_F3);
+        QTRY_COMPARE(result(f), u"1 of 3"_s);
+        QTest::keyClick(what, Qt::Key_F3);
+        QTRY_COMPARE(result(f), u"2 of 3"_s);
+        QTest::keyClick(what, Qt::Key_F3, Qt::ShiftModifier);
+        QTRY_COMPARE(result(f), u"1 of 3"_s);
+        QVERIFY(what->hasFocus());
+    }
+
+    void searchBeginsBesideTheSelection()
+    {
+        LargeFixture f;
+        f.openAndShow("cat cat cat\n");
+        part<QLineEdit>(f, "LargeTextFindWhat")->setText(u"cat"_s);
+        for (int i = 0; i < 7; ++i)
+            QTest::keyClick(f.lines(), Qt::Key_Right);
+        for (int i = 0; i < 7; ++i)
+            QTest::keyClick(f.lines(), Qt::Key_Left, Qt::ShiftModifier);
+        QCOMPARE(selection(f), u"0,0-0,7"_s);
+        QTest::keyClick(f.lines(), Qt::Key_F3);
+        QTRY_COMPARE(selection(f), u"0,8-0,11"_s);
+        QTest::keyClick(f.lines(), Qt::Key_Home);
+        for (int i = 0; i < 4; ++i)
+            QTest::keyClick(f.lines(), Qt::Key_Right);
+        for (int i = 0; i < 7; ++i)
+            QTest::keyClick(f.lines(), Qt::Key_Right, Qt::ShiftModifier);
+        QCOMPARE(selection(f), u"0,4-0,11"_s);
+        QTest::keyClick(f.lines(), Qt::Key_F3, Qt::ShiftModifier);
+        QTRY_COMPARE(selection(f), u"0,0-0,3"_s);
+    }
+
+    void findBarKeepsItsTextUnlessTextIsSelected()
+    {
+        LargeFixture f;
+        f.openAndShow("cat dog\n");
+        QVERIFY(!f.view->findBar()->isVisible());
+        auto *what = part<QLineEdit>(f, "LargeTextFindWhat");
+        what->setText(u"needle"_s);
+        f.view->openFindBar();
+        QCOMPARE(what->text(), u"needle"_s);
+        for (int i = 0; i < 3; ++i)
+            QTest::keyClick(f.lines(), Qt::Key_Right, Qt::ShiftModifier);
+        f.view->openFindBar();
+        QCOMPARE(what->text(), u"cat"_s);
+    }
+
+    void textThatASmallFileDoesNotContainIsNotSearchedFurther()
+    {
+        LargeFixture f;
+        f.openAndShow("cat dog\n");
+        QVERIFY(!f.view->find(u"needle"_s, true, false, true, true));
+        QVERIFY(!f.view->findBar()->isVisible());
+        QVERIFY(!part<QToolButton>(f, "LargeTextGoOn")->isVisibleTo(f.view->findBar()));
+    }
+
     void closedFindBarHasEndedItsSearch_data()
     {
         QTest::addColumn<int>("timeLimit");
@@ -561,6 +623,34 @@ private Q_SLOTS:
         f.view->openFindBar();
         QVERIFY(!part<QToolButton>(f, "LargeTextGoOn")->isVisible());
         QCOMPARE(result(f), QString());
+    }
+
+    void searchBackwardThatRanOutOfTimeShowsHowFarItCameAndCanBeCancelled()
+    {
+        LargeFixture f;
+        QVERIFY(f.open(f.writeSparse(u"a.log"_s, 50'000'000, "needle\n")));
+        f.show();
+        QTest::keyClick(f.lines(), Qt::Key_End, Qt::ControlModifier);
+        f.view->setFindTimeLimit(0);
+        QVERIFY(!f.view->find(u"needle"_s, true, false, false, true));
+        QCOMPARE(result(f), u"Not found so far"_s);
+        QVERIFY(part<QProgressBar>(f, "LargeTextProgress")->value() < 50);
+        click(f, "LargeTextCancel");
+        QCOMPARE(result(f), u"Cancelled"_s);
+        QVERIFY(!part<QToolButton>(f, "LargeTextGoOn")->isVisible());
+    }
+
+    void searchForNothingIsNotContinued()
+    {
+        LargeFixture f;
+        QVERIFY(f.open(f.writeSparse(u"a.log"_s, 50'000'000, {}, "needle\n")));
+        f.show();
+        f.view->setFindTimeLimit(0);
+        QVERIFY(!f.view->find(u"needle"_s, true, false, true, true));
+        part<QLineEdit>(f, "LargeTextFindWhat")->clear();
+        click(f, "LargeTextGoOn");
+        QCOMPARE(result(f), u"Not found so far"_s);
+        QVERIFY(!f.view->findBar()->search().isRunning());
     }
 
     void findsBehindAByteOrderMark()
@@ -650,6 +740,23 @@ private Q_SLOTS:
         QVERIFY(!f.view->findBar()->search().isRunning());
     }
 
+    void searchWithinItsTimeLimitDoesNotWait()
+    {
+        LargeFixture f;
+        QVERIFY(f.open(f.writeSparse(u"a.log"_s, 100ll << 30)));
+        f.show();
+        f.view->findBar()->search().setTimeLimit(1'000'000);
+        QSignalSpy waiting(&f.view->findBar()->search(), &LargeTextSearch::waiting);
+        QSignalSpy progress(&f.view->findBar()->search(), &LargeTextSearch::progress);
+        part<QLineEdit>(f, "LargeTextFindWhat")->setText(u"needle"_s);
+        f.view->findAgain(true);
+        QTRY_VERIFY(progress.size() > 2);
+        QCOMPARE(waiting.size(), 0);
+        QCOMPARE(part<QProgressBar>(f, "LargeTextProgress")->value(), progress.last().first().toInt());
+        QVERIFY(!part<QToolButton>(f, "LargeTextGoOn")->isVisible());
+        click(f, "LargeTextCancel");
+    }
+
     void barThatIsOpenedAgainKeepsASearchThatWaits()
     {
         LargeFixture f;
@@ -719,6 +826,18 @@ private Q_SLOTS:
         QVERIFY(f.lines()->contentsX() > 0);
         QVERIFY(f.lines()->contentsX() <= 121 * f.lines()->charWidth());
         QVERIFY(right >= 127 * f.lines()->charWidth());
+    }
+
+    void matchLeftOfTheScreenIsShownWhole()
+    {
+        LargeFixture f;
+        f.openAndShow(QByteArray(50, 'x') + "needle" + QByteArray(300, 'x') + '\n');
+        QTest::keyClick(f.lines(), Qt::Key_End);
+        QVERIFY(f.lines()->contentsX() > 56 * f.lines()->charWidth());
+        part<QLineEdit>(f, "LargeTextFindWhat")->setText(u"needle"_s);
+        f.view->findAgain(false);
+        QTRY_COMPARE(selection(f), u"0,50-0,56"_s);
+        QVERIFY(f.lines()->contentsX() <= 50 * f.lines()->charWidth());
     }
 
     void keyThatTheViewDoesNotUseReachesTheWindow()
@@ -896,6 +1015,45 @@ private Q_SLOTS:
         QCOMPARE(f.document->lineCount(), 700);
         QCOMPARE(f.lines()->contentsY(), 100ll * f.lines()->lineHeight());
         QVERIFY(notice(f).isEmpty());
+    }
+
+    void followedFileThatBeginsAgainIsShownAtItsEnd()
+    {
+        LargeFixture f;
+        f.openAndShow(numbered(500));
+        f.document->setFollowing(true);
+        f.lines()->setContentsPos(0, 0); // the new text is not at the place that was read
+        f.write(u"new.log"_s, numbered(900));
+        QCOMPARE(rename(qPrintable(f.path(u"new.log"_s)), qPrintable(f.path(u"large.log"_s))), 0);
+        f.document->checkFile();
+        QCOMPARE(f.document->lineCount(), 900);
+        QCOMPARE(f.lines()->contentsY(), f.lines()->bottomContentsY());
+    }
+
+    void onlyTheStartOfFollowingShowsTheEnd()
+    {
+        LargeFixture f;
+        f.openAndShow(numbered(500));
+        auto *follow = part<QCheckBox>(f, "LargeTextFollow");
+        f.document->setFollowing(true);
+        QVERIFY(follow->isChecked());
+        f.lines()->setContentsPos(0, 0);
+        f.document->setFollowing(true); // as before
+        QCOMPARE(f.lines()->contentsY(), 0ll);
+        f.document->setFollowing(false);
+        QVERIFY(!follow->isChecked());
+        QCOMPARE(f.lines()->contentsY(), 0ll);
+    }
+
+    void movedCursorIsReported()
+    {
+        LargeFixture f;
+        f.openAndShow("one\ntwo\n");
+        const QSignalSpy positions(f.view.get(), &View::cursorPositionChanged);
+        QTest::keyClick(f.lines(), Qt::Key_Down);
+        QTest::keyClick(f.lines(), Qt::Key_Right);
+        QCOMPARE(positions.size(), 2);
+        QCOMPARE(positions.last(), (QVariantList{1, 1}));
     }
 
     void lineThatWasGoneToIsNotShownAgainWhenTheFileGrows()

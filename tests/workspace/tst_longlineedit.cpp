@@ -65,6 +65,8 @@ private Q_SLOTS:
     void draggingSelects();
     void doubleAndTripleClicks();
     void pressOnTheSelectionKeepsIt();
+    void pressOnTheSelectionWithShiftChangesIt();
+    void draggingFromBehindTheSelectionSelects();
     void otherPanesFollow();
     void cursorBlinks();
     void inputMethodSeesThePlace();
@@ -470,6 +472,30 @@ void LongLineEditTest::pressOnTheSelectionKeepsIt()
     QCOMPARE(cursor(), u"0,18000-0,18011"_s);
     QTest::mouseRelease(edit()->viewport(), Qt::LeftButton, Qt::NoModifier, pointOf(0, 18'005));
     QCOMPARE(cursor(), u"0,18005"_s);
+}
+
+void LongLineEditTest::pressOnTheSelectionWithShiftChangesIt()
+{
+    open(Words.repeated(1000));
+    m_editor->putCursor(0, 18'000, 0, 18'011);
+    QTest::mousePress(edit()->viewport(), Qt::LeftButton, Qt::ShiftModifier, pointOf(0, 18'005));
+    QCOMPARE(cursor(), u"0,18000-0,18005"_s);
+    QTest::mouseRelease(edit()->viewport(), Qt::LeftButton, Qt::ShiftModifier, pointOf(0, 18'005));
+    QCOMPARE(cursor(), u"0,18000-0,18005"_s);
+}
+
+void LongLineEditTest::draggingFromBehindTheSelectionSelects()
+{
+    open(Words.repeated(1000));
+    m_editor->putCursor(0, 18'000, 0, 18'004);
+    QTest::mousePress(edit()->viewport(), Qt::LeftButton, Qt::NoModifier, pointOf(0, 18'008));
+    QCOMPARE(cursor(), u"0,18008"_s);
+    const QPoint point = pointOf(0, 18'014);
+    QMouseEvent move(QEvent::MouseMove, point, edit()->viewport()->mapToGlobal(point), Qt::NoButton, Qt::LeftButton,
+                     Qt::NoModifier);
+    QCoreApplication::sendEvent(edit()->viewport(), &move);
+    QTest::mouseRelease(edit()->viewport(), Qt::LeftButton, Qt::NoModifier, point);
+    QCOMPARE(cursor(), u"0,18008-0,18014"_s);
 }
 
 void LongLineEditTest::otherPanesFollow()

@@ -359,6 +359,24 @@ private Q_SLOTS:
         QCOMPARE(rescued(next.state), u"one.c: int café;\nint b;"_s);
     }
 
+    void fileIsNewerThanTheTextIfItWasWrittenLater()
+    {
+        const QTemporaryDir directory;
+        QFile file(directory.filePath(u"a.c"_s));
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.close();
+        const QDateTime written = QFileInfo(file.fileName()).lastModified();
+        RecoverableText text{u"copy"_s, file.fileName(), written, written};
+        QVERIFY(!text.isNewerOnDisk());
+        text.fileTime = written.addSecs(-1);
+        QVERIFY(text.isNewerOnDisk());
+        text.fileTime = {}; // copies of earlier versions have none
+        QVERIFY(!text.isNewerOnDisk());
+        text.fileTime = written.addSecs(-1);
+        QVERIFY(file.remove());
+        QVERIFY(!text.isNewerOnDisk());
+    }
+
     void questionNamesTenOfManyTexts()
     {
         const QTemporaryDir directory;
