@@ -217,16 +217,6 @@ QString TextDocument::insertable(QString text)
     return text;
 }
 
-QString TextDocument::originalText(const QTextCursor &selection) const
-{
-    if (m_standIns.isEmpty())
-        return {};
-    QString text = selection.selectedText();
-    text.replace(QChar::ParagraphSeparator, u'\n');
-    m_standIns.takeOutOf(text);
-    return text;
-}
-
 bool TextDocument::isLoading() const
 {
     return m_loading->isActive();

@@ -57,8 +57,6 @@ public:
     [[nodiscard]] const StandIns &standIns() const { return m_standIns; }
     /// @p text, whose lines end in "\n", in the form in which it can be inserted.
     [[nodiscard]] QString insertable(QString text);
-    /// The reverse for a part of the document; null if it contains the text as it is.
-    [[nodiscard]] QString originalText(const QTextCursor &selection) const;
     /// The whole text, its lines separated by ParagraphSeparator. The copy is kept for further searches until the text
     /// changes or was not used for some seconds: it takes twice the size of the file.
     [[nodiscard]] QString rawText();

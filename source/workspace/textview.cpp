@@ -19,6 +19,19 @@
 
 using namespace Qt::StringLiterals;
 
+namespace {
+/// The selected characters as the file has them; null if the document can hold all characters of the file.
+QString originalText(const TextDocument &document, const QTextCursor &selection)
+{
+    if (document.standIns().isEmpty())
+        return {};
+    QString text = selection.selectedText();
+    text.replace(QChar::ParagraphSeparator, u'\n');
+    document.standIns().takeOutOf(text);
+    return text;
+}
+} // namespace
+
 TextView::TextView(TextDocument *document, QWidget *parent)
     : View(document, parent), m_textDocument(document), m_splitter(new QSplitter(Qt::Vertical))
 {
@@ -62,7 +75,7 @@ TextViewEdit *TextView::addPane()
         Qt::QueuedConnection); // not while the splitter arranges its children, and not if the pane is closed by then
     pane->background().markMatches(m_marked);
     pane->setTextForms([this](const QString &text) { return m_textDocument->insertable(text); },
-                       [this](const QTextCursor &selection) { return m_textDocument->originalText(selection); });
+                       [this](const QTextCursor &selection) { return originalText(*m_textDocument, selection); });
     m_edits.append(pane);
     m_loadingPanes->add(pane);
     m_splitter->addWidget(pane);

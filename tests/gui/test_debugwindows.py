@@ -100,10 +100,11 @@ class FourWindowsTest(DebugTest):
         self.varnel.wait_until(lambda: not self.varnel.exists("renameEdit"), "the text to be taken")
 
     def add_watch(self, project, expression):
-        """Returns its value."""
+        """Returns its value, for which the debugger is asked."""
         self.varnel.press("End", on="watchListView")
         self.varnel.press("F2", on="watchListView")
         self.rename(expression)
+        self.varnel.wait_until(lambda: self.value("watches", project, expression), f"the value of {expression}")
         return self.value("watches", project, expression)
 
     def show_memory(self, address):
