@@ -653,6 +653,23 @@ private Q_SLOTS:
         QVERIFY2(entries().endsWith(u" Default- Release-"_s), qPrintable(entries()));
     }
 
+    /// The entries are those of the moment in which the menu was shown.
+    void entryOfARemovedConfigurationDoesNothing()
+    {
+        const ProductWindow f;
+        f.openProject({});
+        Project *project = f.window->projectWorkspace()->currentProject();
+        project->properties()->addConfiguration(u"Release"_s);
+        auto *menu = f.window->findChild<QMenu *>(u"buildConfigurationsMenu"_s);
+        Q_EMIT menu->aboutToShow();
+        const QPointer<QAction> entry = menu->actions().last();
+        QCOMPARE(entry->text(), u"Release"_s);
+        QVERIFY(project->properties()->removeConfiguration(u"Release"_s));
+        QVERIFY(entry);
+        entry->trigger();
+        QCOMPARE(project->currentConfiguration(), u"Default"_s);
+    }
+
     void configurationChosenTooLateIsNotShown()
     {
         const ProductWindow f;

@@ -54,6 +54,7 @@ private Q_SLOTS:
     void typedCharacterShowsTheCursorOfAShortLine();
     void undoStopsAtTheSavedState();
     void typingReplacesTheSelection();
+    void removingTheSelectionIsAStepOfItsOwn();
     void removesCharacters();
     void movesByCharacter();
     void movesToEndsAndByWords();
@@ -264,6 +265,20 @@ void LongLineEditTest::typingReplacesTheSelection()
     m_editor->putCursor(0, 12'000, 0, 12'500);
     press(Qt::Key_Backspace);
     QVERIFY(text() == line.left(12'000) + line.sliced(12'998));
+}
+
+void LongLineEditTest::removingTheSelectionIsAStepOfItsOwn()
+{
+    const QString line = Words.repeated(1000);
+    open(line);
+    m_editor->putCursor(0, int(line.size()));
+    QTest::keyClicks(edit(), u"xy"_s);
+    press(Qt::Key_Backspace);
+    edit()->selectAll();
+    press(Qt::Key_Backspace);
+    QCOMPARE(text(), QString());
+    edit()->undo();
+    QVERIFY(text() == line + u'x');
 }
 
 void LongLineEditTest::removesCharacters()
