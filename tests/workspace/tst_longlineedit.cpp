@@ -1,7 +1,9 @@
 #include "editorfixture.h"
 #include "linelayout.h"
 #include "longline.h"
+#include <QDragEnterEvent>
 #include <QInputMethodEvent>
+#include <QMimeData>
 #include <QScreen>
 #include <QScrollBar>
 #include <QSignalSpy>
@@ -68,6 +70,7 @@ private Q_SLOTS:
     void pressOnTheSelectionKeepsIt();
     void pressOnTheSelectionWithShiftChangesIt();
     void draggingFromBehindTheSelectionSelects();
+    void droppedTextIsInsertedWhereItIsDropped();
     void otherPanesFollow();
     void cursorBlinks();
     void inputMethodSeesThePlace();
@@ -511,6 +514,32 @@ void LongLineEditTest::draggingFromBehindTheSelectionSelects()
     QCoreApplication::sendEvent(edit()->viewport(), &move);
     QTest::mouseRelease(edit()->viewport(), Qt::LeftButton, Qt::NoModifier, point);
     QCOMPARE(cursor(), u"0,18008-0,18014"_s);
+}
+
+void LongLineEditTest::droppedTextIsInsertedWhereItIsDropped()
+{
+    const QString line = Words.repeated(1000);
+    open(line);
+    m_editor->putCursor(0, 15'000);
+    const QPoint place = pointOf(0, 15'005);
+    QMimeData data;
+    data.setText(u"dropped"_s);
+    QDragEnterEvent enter(place, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(edit()->viewport(), &enter);
+    QDropEvent drop(place, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(edit()->viewport(), &drop);
+    QVERIFY(drop.isAccepted());
+    QVERIFY(text() == QString(line).insert(15'005, u"dropped"_s));
+    QCOMPARE(cursor(), u"0,15012"_s);
+    QVERIFY(showsCursor());
+    edit()->undo();
+    QVERIFY(text() == line);
+
+    edit()->setPlainText(line);
+    edit()->setReadOnly(true);
+    QDropEvent refused(place, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(edit()->viewport(), &refused);
+    QVERIFY(text() == line);
 }
 
 void LongLineEditTest::otherPanesFollow()
