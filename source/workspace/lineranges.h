@@ -20,8 +20,8 @@ public:
     void add(Range added);
     void remove(Range removed); ///< nothing if its end is before its start
     int takeFirst();
-    /// The lines @p first to @p oldLast became the lines @p first to @p oldLast + @p inserted. If the object has some
-    /// of them, it has all of them afterwards.
+    /// The lines @p first to @p oldLast were replaced by the lines @p first to @p oldLast + @p inserted. If some of the
+    /// old lines were in the ranges, all of the new ones are.
     void replaceLines(int first, int oldLast, int inserted);
 
 private:

@@ -26,8 +26,8 @@ public:
     QList<ParenEntry> parenList;        ///< the brackets of the line in order; empty without a highlighter
     quint32 marker = 0;                 ///< marker bits
     int endState = -1;                  ///< end state of the highlighter's last run over the line, -1 before the first
-    bool skipsFormats = false;          ///< whether the highlighter leaves out the formats, because nobody sees them
-    bool hasFormats = false;            ///< whether the highlighter has set formats
+    bool skipsFormats = false;          ///< the line is far from the screen: the highlighter sets no formats
+    bool hasFormats = false;            ///< the highlighter has set formats in the layout of the line
     std::shared_ptr<LongLine> longLine; ///< the layout of a long line that was shown
 };
 

@@ -203,6 +203,19 @@ class WindowDebugTest : public QObject
 {
     Q_OBJECT
 
+private:
+    /// The disassembly of a paused project with one instruction.
+    static void showDisassembly(DebugWindow &f)
+    {
+        script(u"fw"_s).offers += {IDisassembly::Iid, IMemory::Iid};
+        script(u"fw"_s).regions = {{u"code"_s, 0, 0, 0, 0, 0, false, IMemory::Byte}};
+        script(u"fw"_s).instructions = {{0, u"nop"_s}};
+        f.restart();
+        QVERIFY(f.window->openWorkspace(f.path(u"all.vnw"_s), false));
+        f.window->activity().setState(StatePaused);
+        f.window->debugViewDisassembly();
+    }
+
 private Q_SLOTS:
     void commandBetweenTwoStartsReachesNoProcessor()
     {
@@ -489,13 +502,7 @@ private Q_SLOTS:
     void disassemblyIsReadAgainAfterAValueWasWritten()
     {
         DebugWindow f;
-        script(u"fw"_s).offers += {IDisassembly::Iid, IMemory::Iid};
-        script(u"fw"_s).regions = {{u"code"_s, 0, 0, 0, 0, 0, false, IMemory::Byte}};
-        script(u"fw"_s).instructions = {{0, u"nop"_s}};
-        f.restart();
-        QVERIFY(f.window->openWorkspace(f.path(u"all.vnw"_s), false));
-        f.window->activity().setState(StatePaused);
-        f.window->debugViewDisassembly();
+        showDisassembly(f);
         QVERIFY(qobject_cast<DisassemblerView *>(f.window->viewManager()->currentView()));
         const auto *paras = f.window->viewManager()->currentView()->findChild<TextParaView *>();
         QTRY_COMPARE(paras->property("text").toString(), u"nop\n"_s);
@@ -691,13 +698,7 @@ private Q_SLOTS:
     void searchBoxSearchesInADisassembly()
     {
         DebugWindow f;
-        script(u"fw"_s).offers += {IDisassembly::Iid, IMemory::Iid};
-        script(u"fw"_s).regions = {{u"code"_s, 0, 0, 0, 0, 0, false, IMemory::Byte}};
-        script(u"fw"_s).instructions = {{0, u"nop"_s}};
-        f.restart();
-        QVERIFY(f.window->openWorkspace(f.path(u"all.vnw"_s), false));
-        f.window->activity().setState(StatePaused);
-        f.window->debugViewDisassembly();
+        showDisassembly(f);
         auto *view = qobject_cast<DisassemblerView *>(f.window->viewManager()->currentView());
         QVERIFY(view);
         f.window->searchBoxFind(u"nop"_s);
