@@ -217,7 +217,7 @@ private Q_SLOTS:
         QCOMPARE(m_fixture->text(),
                  expected + u"\n\ndef macro2():\n    pass\n\n\napp.addMacro(macro2, \"Macro 2\")\n"_s);
         QCOMPARE(m_fixture->view()->textDocument()->text()->findBlockByNumber(13).text(), u"    pass"_s);
-        QVERIFY(window().findChild<QLabel *>(u"cursorLabel"_s)->text().startsWith(u" Ln 14,"_s));
+        QVERIFY(window().findChild<QLabel *>(u"cursorLabel"_s)->property("text").toString().startsWith(u" Ln 14,"_s));
     }
 
     void newMacroRunsWhenTheFileIsImported()

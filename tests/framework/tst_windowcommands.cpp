@@ -188,7 +188,7 @@ private Q_SLOTS:
         QStringList shown;
         for (const QLabel *label : labels) {
             if (!label->isHidden())
-                shown.append(label->text());
+                shown.append(label->property("text").toString());
         }
         QCOMPARE(shown, QStringList(u" Ln 5, Col 1"_s));
     }
@@ -442,16 +442,16 @@ private Q_SLOTS:
         const WindowFixture f;
         const auto *label = f.window->findChild<QLabel *>(u"cursorLabel"_s);
         f.open(u"a.c"_s, "one\n");
-        QTRY_COMPARE(label->text(), u" Ln 1, Col 1"_s);
+        QTRY_COMPARE(label->property("text"), u" Ln 1, Col 1"_s);
         f.window->viewManager()->closeAll();
-        QTRY_COMPARE(label->text(), QString());
+        QTRY_COMPARE(label->property("text"), QString());
     }
 
     void addressAboveTwoGigabytesIsNoNegativeLine()
     {
         const WindowFixture f;
         f.window->cursorPositionChanged(int(0x80000118u), 0);
-        QCOMPARE(f.window->findChild<QLabel *>(u"cursorLabel"_s)->text(), u" Ln 2147483929, Col 1"_s);
+        QCOMPARE(f.window->findChild<QLabel *>(u"cursorLabel"_s)->property("text"), u" Ln 2147483929, Col 1"_s);
     }
 
     void windowClosesIfTheSettingsCannotBeWritten()

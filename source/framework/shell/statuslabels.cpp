@@ -1,19 +1,17 @@
 #include "statuslabels.h"
+#include "cursorlabel.h"
 #include "fileformatbutton.h"
 #include "loadinglabel.h"
 #include "textdocument.h"
-#include <QCoreApplication>
 #include <QLabel>
 #include <QMenu>
 #include <QStatusBar>
-#include <QTimer>
 
 using namespace Qt::StringLiterals;
 
 namespace {
 constexpr int InfoLabelCount = 4;
 constexpr int NarrowestInfo = 100; ///< pixels
-constexpr int PaintDelay = 30;     ///< milliseconds
 
 /// A longer text would widen the window.
 QString shortened(const QString &text, const QLabel &label)
@@ -22,44 +20,6 @@ QString shortened(const QString &text, const QLabel &label)
     return label.fontMetrics().elidedText(text, Qt::ElideRight, std::max(room, NarrowestInfo));
 }
 } // namespace
-
-/// A label whose text may change with each key. It is laid out and painted some time after a change, as a key must not
-/// wait for that, and keeps its size while it is large enough: otherwise the window would place its docks again.
-class SteadyLabel : public QLabel
-{
-public:
-    explicit SteadyLabel(QWidget *parent) : QLabel(parent)
-    {
-        setTextFormat(Qt::PlainText);
-        m_timer.setSingleShot(true);
-        m_timer.setInterval(PaintDelay);
-        connect(&m_timer, &QTimer::timeout, this, [this] {
-            setFixedSize(sizeHint().expandedTo({minimumWidth(), 0}));
-            setUpdatesEnabled(true);
-        });
-    }
-
-    void showText(const QString &text)
-    {
-        if (text == this->text())
-            return;
-        setUpdatesEnabled(false);
-        setText(text);
-        if (!m_timer.isActive()) // else it would not be painted while a key repeats
-            m_timer.start();
-    }
-
-protected:
-    void changeEvent(QEvent *event) override
-    {
-        QLabel::changeEvent(event);
-        if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange)
-            setFixedSize(sizeHint());
-    }
-
-private:
-    QTimer m_timer;
-};
 
 StatusLabels::StatusLabels(QStatusBar *bar) : m_bar(bar)
 {
@@ -74,7 +34,7 @@ StatusLabels::StatusLabels(QStatusBar *bar) : m_bar(bar)
     m_formatButton = new FileFormatButton(bar);
     bar->addPermanentWidget(m_formatButton, 0);
     m_formatButton->hide();
-    m_cursorLabel = new SteadyLabel(bar);
+    m_cursorLabel = new CursorLabel(bar);
     m_cursorLabel->setObjectName(u"cursorLabel"_s);
     bar->addPermanentWidget(m_cursorLabel, 0);
 }
@@ -98,13 +58,12 @@ void StatusLabels::hideInfo() const
 void StatusLabels::setCursor(int line, int column)
 {
     m_line = int(uint(line) + 1);
-    const QString text = QCoreApplication::translate("MainWindow", " Ln %1, Col %2");
-    m_cursorLabel->showText(text.arg(uint(m_line)).arg(column + 1)); // a line of a disassembly is an address
+    m_cursorLabel->showPosition(uint(m_line), column + 1); // a line of a disassembly is an address
 }
 
 void StatusLabels::clearCursor() const
 {
-    m_cursorLabel->showText({});
+    m_cursorLabel->showNothing();
 }
 
 void StatusLabels::setDocument(TextDocument *document)

@@ -2,10 +2,10 @@
 #include <QList>
 #include <QPointer>
 #include <QString>
+class CursorLabel;
 class FileFormatButton;
 class LoadingLabel;
 class QLabel;
-class SteadyLabel;
 class QStatusBar;
 class TextDocument;
 
@@ -30,6 +30,6 @@ private:
     QStatusBar *const m_bar;
     QPointer<LoadingLabel> m_loadingLabel; ///< null unless the current file was not loaded when it came to the front
     FileFormatButton *m_formatButton = nullptr;
-    SteadyLabel *m_cursorLabel = nullptr;
+    CursorLabel *m_cursorLabel = nullptr;
     int m_line = 1;
 };
