@@ -11,6 +11,16 @@ bool areOnePair(QChar a, QChar b)
     const auto pairs = u"(){}[]"_s;
     return pairs.indexOf(a) / 2 == pairs.indexOf(b) / 2;
 }
+
+bool isOpening(QChar c)
+{
+    return c == u'{' || c == u'(' || c == u'[';
+}
+
+bool isClosing(QChar c)
+{
+    return c == u'}' || c == u')' || c == u']';
+}
 } // namespace
 
 BracketSearch::BracketSearch(const QTextBlock &block, int position, bool forward, Prepare prepare)
@@ -70,12 +80,11 @@ BracketSearch BracketMatcher::begin(const QTextCursor &cursor, BracketSearch::Pr
 {
     if (!m_enabled)
         return {};
-    const QTextBlock block = cursor.block();
     const QTextDocument *text = cursor.document(); // the line may be too long for a copy of its text
-    const int index = cursor.positionInBlock();
-    if (u"{(["_s.contains(text->characterAt(cursor.position())))
-        return {block, index, true, std::move(prepare)};
-    if (index > 0 && u"})]"_s.contains(text->characterAt(cursor.position() - 1)))
-        return {block, index - 1, false, std::move(prepare)};
+    const int position = cursor.position();
+    if (isOpening(text->characterAt(position)))
+        return {cursor.block(), cursor.positionInBlock(), true, std::move(prepare)};
+    if (position > 0 && isClosing(text->characterAt(position - 1)))
+        return {cursor.block(), cursor.positionInBlock() - 1, false, std::move(prepare)};
     return {};
 }

@@ -431,7 +431,9 @@ bool CppIndent::changesIndent(const QString &start) const
 {
     static const QRegularExpression expression(
         uR"(^\s*(?:[{}#]|(?:case\b.*[^:]|default\s*|(?:public|protected|private|signals|Q_SIGNALS)(?:\s+\w+)?\s*):)$)"_s);
-    return indentMode() == Smart && expression.match(start).hasMatch();
+    static constexpr QStringView Last = u"{}#:"; // the expression takes long for each key
+    return indentMode() == Smart && !start.isEmpty() && Last.contains(start.back())
+           && expression.match(start).hasMatch();
 }
 
 int indentForBottomLine(const QStringList &lines, QChar typedIn, int tabSize)

@@ -80,9 +80,10 @@ void HighlightDriver::slotContentsChange(int from, int removed, int added)
 {
     const int inserted = m_document->blockCount() - m_blockCount;
     m_blockCount += inserted;
-    const QTextBlock end = m_document->findBlock(from + added);
-    const int first = m_document->findBlock(from).blockNumber();
-    const int last = end.isValid() ? end.blockNumber() : m_blockCount - 1;
+    const QTextBlock start = m_document->findBlock(from);
+    const QTextBlock end = start.contains(from + added) ? start : m_document->findBlock(from + added);
+    const int first = start.blockNumber();
+    const int last = end == start ? first : end.isValid() ? end.blockNumber() : m_blockCount - 1;
     if (inserted == 0 && first == last && isBehindStart(from, removed, added)) {
         if (!m_due.isEmpty())
             m_idle.start(QuietTime, this);

@@ -8,7 +8,8 @@
 namespace {
 constexpr qsizetype PieceLength = 256;
 constexpr qsizetype LongestPiece = 2 * PieceLength;
-constexpr int FewCharacters = 16'384; ///< are read one by one
+constexpr int FewCharacters = 16'384; ///< are not kept
+constexpr int CopiedMeanwhile = 300;  ///< characters of a line, while the document looks for one of them
 constexpr size_t MostFormats = 30;    ///< that are remembered
 constexpr int Overhang = 2;           ///< characters that may reach into the area beside them
 constexpr int KeptText = 1024;        ///< characters read on both sides of a part, because the next key needs them
@@ -154,7 +155,7 @@ bool LongLineStyle::comparesWidths(const QTextCharFormat &format) const
 
 QString LongLine::textOf(const QTextBlock &block, int from, int length)
 {
-    if (length > FewCharacters)
+    if (block.length() <= length * qint64(CopiedMeanwhile))
         return block.text().mid(from, length);
     const QTextDocument *document = block.document();
     QString text(length, Qt::Uninitialized);

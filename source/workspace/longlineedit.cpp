@@ -456,24 +456,23 @@ void LongLineEdit::inputMethodEvent(QInputMethodEvent *event)
 
 QVariant LongLineEdit::inputMethodQuery(Qt::InputMethodQuery query) const
 {
+    if (!isInLongLine()) // each key asks a dozen times
+        return QPlainTextEdit::inputMethodQuery(query);
     const QTextCursor cursor = textCursor();
     const QTextBlock block = cursor.block();
     const int from = std::max(0, indexOf(cursor) - Around);
-    if (isLong(block)) {
-        switch (query) {
-        case Qt::ImCursorRectangle:
-            return cursorRect().translated(viewport()->pos());
-        case Qt::ImSurroundingText:
-            return LongLine::textOf(block, from, std::min(block.length() - 1 - from, 2 * Around));
-        case Qt::ImCursorPosition:
-            return indexOf(cursor) - from;
-        case Qt::ImAnchorPosition:
-            return std::clamp(cursor.anchor() - block.position() - from, 0, 2 * Around);
-        default:
-            break;
-        }
+    switch (query) {
+    case Qt::ImCursorRectangle:
+        return cursorRect().translated(viewport()->pos());
+    case Qt::ImSurroundingText:
+        return LongLine::textOf(block, from, std::min(block.length() - 1 - from, 2 * Around));
+    case Qt::ImCursorPosition:
+        return indexOf(cursor) - from;
+    case Qt::ImAnchorPosition:
+        return std::clamp(cursor.anchor() - block.position() - from, 0, 2 * Around);
+    default:
+        return QPlainTextEdit::inputMethodQuery(query);
     }
-    return QPlainTextEdit::inputMethodQuery(query);
 }
 
 // The cursor ------------------------------------------------------------------

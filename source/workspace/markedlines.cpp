@@ -87,7 +87,8 @@ void MarkedLines::moveWithText()
         if (textBlock != it->block)
             moved.append({it.key(), textBlock});
         it->position = it->block.position();
-        it->anchor.setPosition(it->position);
+        if (it->anchor.position() != it->position)
+            it->anchor.setPosition(it->position); // takes long
     }
     for (const auto &[data, block] : moved) {
         const quint32 marker = std::exchange(data->marker, 0);

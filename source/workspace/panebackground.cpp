@@ -39,7 +39,7 @@ void PaneBackground::paint(const QRect &rect, qreal left)
 
 void PaneBackground::paintBands(const QRect &rect)
 {
-    const EditorColours colours = editorColours(m_document.paperColour());
+    const EditorColours &colours = this->colours();
     const bool showsCursor = m_document.textTemplate()->showsCurrentLine();
     const QTextBlock current = m_pane.textCursor().block();
     QPainter painter(m_pane.viewport());
@@ -56,6 +56,17 @@ void PaneBackground::paintBands(const QRect &rect)
     }
 }
 
+/// They take long to find out for each key.
+const EditorColours &PaneBackground::colours()
+{
+    const QColor paper = m_document.paperColour();
+    if (paper != m_paper) {
+        m_paper = paper;
+        m_colours = editorColours(paper);
+    }
+    return m_colours;
+}
+
 void PaneBackground::refreshCurrentLine()
 {
     const QTextBlock current = m_pane.textCursor().block();
@@ -70,7 +81,7 @@ void PaneBackground::refreshCurrentLine()
 void PaneBackground::paintMatches(const QRect &rect, qreal left)
 {
     const qint64 start = processorTime();
-    const EditorColours colours = editorColours(m_document.paperColour());
+    const EditorColours &colours = this->colours();
     QPainter painter(m_pane.viewport());
     painter.setPen(colours.matchFrame);
     painter.setBrush(colours.match);

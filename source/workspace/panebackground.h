@@ -1,4 +1,5 @@
 #pragma once
+#include "editorcolours.h"
 #include "textpattern.h"
 #include <QRect>
 #include <QTextBlock>
@@ -23,9 +24,12 @@ public:
 private:
     void paintBands(const QRect &rect);
     void paintMatches(const QRect &rect, qreal left);
+    [[nodiscard]] const EditorColours &colours();
 
     TextViewEdit &m_pane;
     const TextDocument &m_document;
     TextPattern m_marked;   ///< matches nowhere if no matches are marked
     QTextBlock m_shownLine; ///< painted as the line of the cursor
+    QColor m_paper;
+    EditorColours m_colours; ///< for this paper
 };

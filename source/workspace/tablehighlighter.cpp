@@ -195,17 +195,14 @@ void TableHighlighter::process(QTextDocument *document, QTextBlock block, int, b
 
 QList<QTextLayout::FormatRange> TableHighlighter::formatRanges(int lineLength) const
 {
-    std::array<QTextCharFormat, FormatId::Label + 1> formats;
-    for (int id = FormatId::Standard; id <= FormatId::Label; ++id)
-        formats[id] = format(id);
     QList<QTextLayout::FormatRange> ranges;
     const int length = int(m_lineFormats.size()) - 1;
     for (int start = 0, end = 0; start < length; start = end) {
         while (end < length && m_lineFormats[end] == m_lineFormats[start])
             ++end;
-        ranges.append({start, end - start, formats[m_lineFormats[start]]});
+        ranges.append({start, end - start, format(m_lineFormats[start])});
     }
     if (length < lineLength)
-        ranges.append({length, lineLength - length, formats[FormatId::Standard]});
+        ranges.append({length, lineLength - length, format(FormatId::Standard)});
     return ranges;
 }

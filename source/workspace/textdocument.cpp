@@ -348,6 +348,8 @@ void TextDocument::matchBrackets(const QTextCursor &cursor)
 {
     m_search = m_template->bracketMatcher().begin(cursor, [this](const QTextBlock &block) { ensureProcessed(block); });
     m_searchTimer.stop();
+    if (m_search.state() == BracketSearch::Failed)
+        return setBracketMatch({});
     searchBracket();
     if (m_search.state() == BracketSearch::Searching)
         m_searchTimer.start();

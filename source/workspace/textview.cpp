@@ -232,7 +232,6 @@ void TextView::cursorMoved(TextViewEdit *pane)
         return;
     const QTextCursor cursor = pane->textCursor();
     m_textDocument->matchBrackets(cursor);
-    emitUndoAvailable();
     Q_EMIT cursorPositionChanged(cursor.blockNumber(), cursor.positionInBlock());
 }
 
