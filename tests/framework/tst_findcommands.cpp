@@ -119,6 +119,12 @@ private Q_SLOTS:
         f.answers->press(QMessageBox::Ok);
         f.window->find(u"nowhere"_s, false, false, true, true);
         QCOMPARE(f.answers->shown, QStringList(u"Cannot find the string nowhere."_s));
+        f.answers->prepend([&](QDialog *box) {
+            parent = box->parentWidget();
+            box->accept();
+        });
+        f.window->find(u"nowhere"_s, false, false, true, true);
+        QCOMPARE(parent, f.window.get());
     }
 
     void countIsThatOfTheViewInFront()

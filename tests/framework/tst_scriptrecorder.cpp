@@ -308,6 +308,21 @@ private Q_SLOTS:
         QCOMPARE(f.state(), before);
     }
 
+    /// The file is opened for the project that is the current one then.
+    void projectIsRecordedBeforeTheFileThatChangedWithIt()
+    {
+        Recording f(2);
+        QVERIFY(f.window->openFile(f.path(u"main.c"_s), true));
+        f.open(u"other.c"_s);
+        f.record();
+        f.window->viewManager()->activateView(f.window->viewManager()->views().last(), true);
+        f.window->projectWorkspace()->setCurrentProject(1);
+        f.trigger(u"viewOutput"_s);
+        QCOMPARE(f.recorded().section(u'\n', 1),
+                 u"app.currentProject = app.projects[1]\napp.editor.openDocument(replay.path(\"main.c\"))\n"
+                 "replay.setChecked(\"viewOutput\", False)\n"_s);
+    }
+
     void buildIsRecordedWithItsEnd()
     {
         Recording f;

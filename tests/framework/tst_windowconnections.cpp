@@ -670,6 +670,22 @@ private Q_SLOTS:
         QCOMPARE(project->currentConfiguration(), u"Default"_s);
     }
 
+    void entryOfAConfigurationWithoutAProjectDoesNothing()
+    {
+        const ProductWindow f;
+        f.openProject({});
+        f.window->projectWorkspace()->currentProject()->properties()->addConfiguration(u"Release"_s);
+        auto *menu = f.window->findChild<QMenu *>(u"buildConfigurationsMenu"_s);
+        Q_EMIT menu->aboutToShow();
+        const QPointer<QAction> entry = menu->actions().last();
+        f.discard();
+        QVERIFY(!f.window->projectWorkspace());
+        QVERIFY(entry);
+        QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"^ASSERT: \"project\" in "_s));
+        entry->trigger();
+        QVERIFY(f.answers->shown.isEmpty());
+    }
+
     void configurationChosenTooLateIsNotShown()
     {
         const ProductWindow f;
