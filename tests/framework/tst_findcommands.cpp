@@ -266,6 +266,22 @@ private Q_SLOTS:
         QCOMPARE(shown(f), unmarked);
     }
 
+    void expressionThatTakesTooLongLeavesTheMarksOfTheOtherDialog()
+    {
+        const WindowFixture f;
+        f.open(u"a.c"_s, "aaa\n" + (QByteArray(60, 'a') + "!\n").repeated(100));
+        openFind(f, {});
+        const QImage unmarked = shown(f);
+        openReplace(f, u"aaa"_s);
+        const QImage marked = shown(f);
+        QVERIFY(marked != unmarked);
+        openFind(f, u"(a+)+$"_s);
+        findDialog(f)->findChild<QCheckBox *>(u"RegExpCheck"_s)->setChecked(true);
+        f.window->editReplace();
+        QTRY_COMPARE(count(findDialog(f)), u"The expression takes too long"_s);
+        QCOMPARE(shown(f), marked);
+    }
+
     void errorInAnExpressionIsShown()
     {
         const WindowFixture f;

@@ -466,6 +466,22 @@ private Q_SLOTS:
         QCOMPARE(box->itemText(0), u"text2"_s);
     }
 
+    void upKeyInTheSearchBoxShowsThePreviousText()
+    {
+        open({"editFind"}, R"(<toolbars><toolbar name="a"><action name="editFind"/></toolbar></toolbars>)");
+        QComboBox *box = boxes("searchBox").first();
+        m_window->show();
+        Q_EMIT m_window->textNavigationAvailable(true);
+        for (const QString &text : {u"one"_s, u"two"_s, u"three"_s, u"one"_s}) {
+            box->setEditText(text);
+            QTest::keyClick(box, Qt::Key_Return);
+        }
+        QTest::keyClick(box, Qt::Key_Up);
+        QCOMPARE(box->currentText(), u"three"_s);
+        QTest::keyClick(box, Qt::Key_Up);
+        QCOMPARE(box->currentText(), u"two"_s);
+    }
+
     void returnInTheSearchBoxFindsAKnownTextEachTime_data()
     {
         QTest::addColumn<int>("kept");

@@ -257,6 +257,7 @@ private Q_SLOTS:
         QVERIFY(!f.window->openWorkspace(QString(), true));
         QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"^ASSERT: \"!path.isEmpty\\(\\)\" in "_s));
         QVERIFY(!f.window->openProject(QString(), true));
+        QCOMPARE(f.status(), QString()); // nothing of that name is reported as missing
     }
 
     void aBadProjectLeavesTheWorkspaceOpenWithTheResultFalse_data()
@@ -585,6 +586,18 @@ private Q_SLOTS:
             QCOMPARE(f.settings()->value(key).toString(), f.path(u"w"_s));
         f.window->close();
         QCOMPARE(f.recent(u"Workspace"_s).size(), 1);
+    }
+
+    void theOpenCommandStartsWhereTheLastChoiceWasAlsoIfThatCouldNotBeOpened()
+    {
+        const WindowFixture f;
+        f.write(u"w/bad.vnw"_s, "no workspace");
+        f.answers->choose({f.path(u"w/bad.vnw"_s)});
+        f.window->projectOpen();
+        f.answers->choose({});
+        f.window->projectOpen();
+        QVERIFY(f.answers->allGiven());
+        QCOMPARE(QDir(f.answers->directory), QDir(f.path(u"w"_s)));
     }
 
     void theOpenCommandClosesTheOpenWorkspaceFirst()

@@ -308,8 +308,8 @@ private Q_SLOTS:
         QCOMPARE(f.state(), before);
     }
 
-    /// The file is opened for the project that is the current one then.
-    void projectIsRecordedBeforeTheFileThatChangedWithIt()
+    /// The file is opened for the project that is the current one then, and breakpoints need their file.
+    void changesOfOneMomentAreRecordedInTheOrderInWhichTheyAreReplayed()
     {
         Recording f(2);
         QVERIFY(f.window->openFile(f.path(u"main.c"_s), true));
@@ -317,10 +317,13 @@ private Q_SLOTS:
         f.record();
         f.window->viewManager()->activateView(f.window->viewManager()->views().last(), true);
         f.window->projectWorkspace()->setCurrentProject(1);
+        f.watches()->addItem(u"x"_s);
+        Recording::scriptOf(u"fw"_s).breakpoints = {{{{f.path(u"main.c"_s), 2}}, BreakpointEnabled}};
         f.trigger(u"viewOutput"_s);
         QCOMPARE(f.recorded().section(u'\n', 1),
                  u"app.currentProject = app.projects[1]\napp.editor.openDocument(replay.path(\"main.c\"))\n"
-                 "replay.setChecked(\"viewOutput\", False)\n"_s);
+                 "app.debugger.processors[\"fw\"].setBreakpoint(replay.path(\"main.c\"), 2)\n"
+                 "replay.setWatches(\"fw\", [\"x\"])\nreplay.setChecked(\"viewOutput\", False)\n"_s);
     }
 
     void buildIsRecordedWithItsEnd()

@@ -521,6 +521,22 @@ private Q_SLOTS:
         QVERIFY(f.window->projectWorkspace()->isModified());
     }
 
+    void projectOfAScriptIsNotOpenedIfItsWorkspaceFileIsKept()
+    {
+        const TemplateFixture f;
+        f.addScript("import os\ndef createProject(name, template, path):\n    file = os.path.join(path, 'x.vnp')\n"
+                    "    open(os.path.join(path, 'fw.vnw'), 'w').write('mine')\n"
+                    "    open(file, 'w').write('<project/>')\n    return file");
+        f.answer(u"script"_s, u"fw"_s);
+        f.answers->press(QMessageBox::Cancel);
+        f.window->projectNew();
+        QCOMPARE(f.answers->shown.size(), 1);
+        QVERIFY2(f.answers->shown[0].startsWith(u"The file 'fw.vnw' already exists"_s),
+                 qPrintable(f.answers->shown[0]));
+        QCOMPARE(f.openWorkspaceFile(), u"none"_s);
+        QCOMPARE(f.read(u"home/fw/fw.vnw"_s), "mine");
+    }
+
     void cancelledNameSavesNoTemplate()
     {
         const TemplateFixture f;
@@ -687,6 +703,21 @@ private Q_SLOTS:
         QCOMPARE(f.projects(), QStringList(u"a"_s));
     }
 
+    void workspaceFileIsAskedAboutIfTheScriptHasClosedTheWorkspace()
+    {
+        const TemplateFixture f;
+        f.addScript("from varnel import app\ndef createProject(name, template, path):\n    app.closeWorkspace()\n"
+                    "    open(path + '/fw.vnw', 'w').write('mine')\n"
+                    "    open(path + '/a.vnp', 'w').write('<project/>'); return path + '/a.vnp'");
+        f.openOther();
+        f.answer(u"script"_s, u"fw"_s, TemplateFixture::add);
+        f.answers->press(QMessageBox::Cancel);
+        f.window->projectNew();
+        QVERIFY(f.answers->allGiven());
+        QCOMPARE(f.openWorkspaceFile(), u"none"_s);
+        QCOMPARE(f.read(u"home/fw/fw.vnw"_s), "mine");
+    }
+
     void windowDeletedWhileTheScriptRunsInterruptsIt()
     {
         TemplateFixture f;
@@ -749,6 +780,32 @@ private Q_SLOTS:
                      dialog->findChild<QAbstractButton *>(u"addCheck"_s)->setChecked(false);
                  }).isEmpty());
         QCOMPARE(f.projectFiles().size(), 2);
+    }
+
+    void cancelledFileDialogCreatesNothing()
+    {
+        const TemplateFixture f;
+        f.create(u"plain"_s);
+        f.answers->meet([](QDialog *dialog) {
+            auto *list = dialog->findChild<QListWidget *>(u"fileIconView"_s);
+            list->setCurrentItem(list->findItems(u"C Source File"_s, Qt::MatchExactly).value(0));
+            dialog->findChild<QLineEdit *>(u"nameEdit"_s)->setText(u"uart"_s);
+            dialog->reject();
+        });
+        f.window->fileNew();
+        QVERIFY(f.answers->allGiven());
+        QVERIFY(f.openFiles().isEmpty());
+        QCOMPARE(f.projectFiles(), QStringList(u"Sources/main.c"_s));
+    }
+
+    void windowDeletedWhileTheFileDialogIsOpenEndsTheCommand()
+    {
+        TemplateFixture f;
+        f.answers->meet([&f](QDialog *) { f.window.reset(); });
+        MainWindow *window = f.window.get();
+        window->fileNew();
+        QVERIFY(!f.window);
+        QVERIFY(f.answers->shown.isEmpty());
     }
 
     void secondCommandWhileTheFileDialogIsOpenShowsNoSecondDialog()
@@ -914,6 +971,55 @@ private Q_SLOTS:
         QVERIFY(f.answers->shown.isEmpty());
         QCOMPARE(f.projects(), QStringList(u"copy"_s));
         QCOMPARE(f.projectFiles(), QStringList(u"Sources/main.c"_s));
+    }
+
+    void savedTemplateConsistsOfPlainFiles()
+    {
+        const TemplateFixture f;
+        f.create(u"plain"_s);
+        QVERIFY(f.saveAsTemplate(u"mine"_s).isEmpty());
+        const auto saved = [&f](const QString &name) {
+            QFile file(f.installation.path(u"mytemplates/"_s + name));
+            return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+        };
+        QCOMPARE(saved(u"mine/template.xml"_s), "<template>\n <displayname>mine</displayname>\n"
+                                                " <description>A project like fw.</description>\n</template>\n");
+        QCOMPARE(saved(u"template.xml"_s),
+                 "<template type=\"folder\">\n <displayname>My templates</displayname>\n"
+                 " <description>Templates that were made of your projects.</description>\n</template>\n");
+        const QByteArray project = saved(u"mine/project.vnp"_s);
+        QVERIFY2(project.startsWith("<!DOCTYPE") || project.startsWith("<project"), project.constData());
+        QVERIFY2(project.endsWith("</project>\n"), project.constData());
+    }
+
+    void templateThatCannotBeReplacedIsReported()
+    {
+        const TemplateFixture f;
+        f.create(u"plain"_s);
+        f.installation.write(u"mytemplates/mine/main.c/inner.c"_s, "a folder with the name of a file");
+        f.answers->press(QMessageBox::Yes);
+        f.answers->press(QMessageBox::Ok);
+        QVERIFY(f.saveAsTemplate(u"mine"_s).last().startsWith(u"The template could not be saved."_s));
+        QVERIFY(QFileInfo::exists(f.installation.path(u"mytemplates/mine/main.c/inner.c"_s)));
+    }
+
+    void templateInAReadOnlyFolderIsWrittenNowhere()
+    {
+        const TemplateFixture f;
+        f.create(u"plain"_s);
+        QVERIFY(f.saveAsTemplate(u"first"_s).isEmpty());
+        const QString folder = f.installation.path(u"mytemplates"_s);
+        const QString before = QDir::currentPath();
+        QDir().mkpath(f.path(u"here"_s));
+        QVERIFY(QDir::setCurrent(f.path(u"here"_s)));
+        QFile::setPermissions(folder, QFile::ReadOwner | QFile::ExeOwner);
+        f.answers->press(QMessageBox::Ok);
+        const QString message = f.saveAsTemplate(u"mine"_s).last();
+        QFile::setPermissions(folder, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+        const bool isEmpty = QDir(f.path(u"here"_s)).isEmpty();
+        QVERIFY(QDir::setCurrent(before));
+        QVERIFY(message.startsWith(u"The template could not be saved."_s));
+        QVERIFY(isEmpty);
     }
 
     void filesElsewhereAreSharedAndListed()

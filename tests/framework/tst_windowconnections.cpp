@@ -551,6 +551,26 @@ private Q_SLOTS:
         QCOMPARE(names.join(u' '), found);
     }
 
+    void filesAreSearchedInTheOrderOfTheProject()
+    {
+        const ProductWindow f;
+        for (const QString &name : {u"z.c"_s, u"m.c"_s, u"a.c"_s})
+            f.write(name, "needle\n");
+        f.write(u"fw.vnp"_s, "<project><folder name='outer'><folder name='inner'><file path='a.c'/></folder>"
+                             "<file path='m.c'/></folder><file path='z.c'/><properties currentconfiguration='Default'>"
+                             "<configuration name='Default'/></properties></project>");
+        QVERIFY(f.window->openWorkspace(f.writeWorkspace(u"all.vnw"_s, {u"fw.vnp"_s}), false));
+        f.answers->meet([&](QDialog *dialog) {
+            ProductWindow::searchFor(dialog, u"needle"_s, {}, FindInFilesDialog::CurrentProject);
+        });
+        f.action(u"editFindInFiles"_s)->trigger();
+        QTRY_VERIFY(f.output(OutputWindow::FindInFiles).endsWith(u"found."_s));
+        QStringList names;
+        for (const QString &line : f.output(OutputWindow::FindInFiles).split(u'\n').filter(u"(1):"_s))
+            names += QFileInfo(line.section(u'(', 0, -2)).fileName();
+        QCOMPARE(names, (QStringList{u"z.c"_s, u"m.c"_s, u"a.c"_s}));
+    }
+
     void projectIsSearchedWholeUnlessAMaskIsGiven()
     {
         const ProductWindow f;
@@ -742,6 +762,7 @@ private Q_SLOTS:
         QTest::newRow("word") << 2 << 2 << u"needle"_s;
         QTest::newRow("word with an underscore in front") << 19 << 19 << u"_x"_s;
         QTest::newRow("selection") << 3 << 9 << u"dle on"_s;
+        QTest::newRow("selected signs") << 12 << 14 << u"(t"_s;
         QTest::newRow("several lines") << 3 << 14 << u"before"_s;
         QTest::newRow("no word") << 12 << 12 << u"before"_s;
     }
