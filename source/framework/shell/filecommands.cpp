@@ -226,7 +226,7 @@ QStringList FileCommands::newerProjectFiles() const
 {
     QStringList paths;
     for (const QPointer<Project> &project : m_activity.projects()) {
-        if (project && project->isModified() && project->isNewerOnDisk())
+        if (project->isModified() && project->isNewerOnDisk())
             paths.append(project->fileName());
     }
     const ProjectWorkspace *workspace = m_activity.workspace();

@@ -77,8 +77,7 @@ void ScriptRecorder::setRecording(bool recording)
 void ScriptRecorder::finish()
 {
     note();
-    if (m_wait)
-        add({});
+    add({});
     m_recording = false;
     if (m_script.isEmpty())
         m_window.showMessage(tr("Nothing was recorded."));
