@@ -476,8 +476,10 @@ private Q_SLOTS:
             box->setEditText(text);
             QTest::keyClick(box, Qt::Key_Return);
         }
+        const QSignalSpy found(qobject_cast<SearchBox *>(box), &SearchBox::findAgain);
         QTest::keyClick(box, Qt::Key_Up);
         QCOMPARE(box->currentText(), u"three"_s);
+        QCOMPARE(found.value(0).value(0).toString(), u"three"_s);
         QTest::keyClick(box, Qt::Key_Up);
         QCOMPARE(box->currentText(), u"two"_s);
     }

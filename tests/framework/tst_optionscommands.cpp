@@ -421,7 +421,7 @@ private Q_SLOTS:
     {
         m_commands->setPages([] {
             std::vector<InterfacePtr<IOptionsPage>> pages;
-            for (const QString &title : {u"Probe"_s, u"Other"_s, u"Probe"_s})
+            for (const QString &title : {u"Probe"_s, QString(), u"Other"_s, u"Probe"_s})
                 pages.push_back(InterfacePtr<IOptionsPage>(new NamedPage(title)));
             return pages;
         });

@@ -785,6 +785,20 @@ private Q_SLOTS:
         QVERIFY(!f.read(u"lib/lib.vnp"_s).contains("new.c")); // the first failure ends it
     }
 
+    void changedWorkspaceStaysOpenWithItsLastProjectThatCannotBeSaved()
+    {
+        const WindowFixture f;
+        QVERIFY(f.window->openWorkspace(writeTwoProjects(f), false));
+        project(f, 1)->addFiles({f.path(u"new.c"_s)}, nullptr);
+        f.window->projectWorkspace()->setModified(true);
+        QFile::setPermissions(f.path(u"lib/lib.vnp"_s), QFile::ReadOwner);
+        f.answers->press(QMessageBox::Yes);
+        f.answers->press(QMessageBox::Ok);
+        QVERIFY(!f.window->closeWorkspace());
+        QCOMPARE(f.answers->shown, (QStringList{changesIn(u"all"_s), projectNotSaved(u"lib"_s)}));
+        QVERIFY(f.window->projectWorkspace()->isModified());
+    }
+
     void failedSaveNamesTheReasonIfItIsNotThePermissions()
     {
         const WindowFixture f;

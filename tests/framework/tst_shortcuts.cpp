@@ -218,6 +218,8 @@ private Q_SLOTS:
         more->addAction(addAction(u"save"_s, u"&Save..."_s, {keys(u"Ctrl+S"_s)}));
         addAction(u"hidden"_s, u"In no menu"_s, {});
         addAction(QString(), u"Without a name"_s, {});
+        addAction(u"silent"_s, QString(), {});
+        addAction(u"separator"_s, u"Separator"_s, {})->setSeparator(true);
         const Shortcuts shortcuts(m_window.get(), *m_settings, QString());
         const ShortcutChoices choices = shortcuts.choices();
         QStringList lines;

@@ -703,18 +703,29 @@ private Q_SLOTS:
         QCOMPARE(f.projects(), QStringList(u"a"_s));
     }
 
-    void workspaceFileIsAskedAboutIfTheScriptHasClosedTheWorkspace()
+    void workspaceFileIsAskedAboutUnlessTheProjectIsAdded_data()
     {
+        QTest::addColumn<QByteArray>("statement");
+        QTest::addColumn<bool>("add");
+        QTest::addColumn<QString>("open");
+        QTest::newRow("the script closes the workspace") << QByteArray("app.closeWorkspace()") << true << u"none"_s;
+        QTest::newRow("the script opens one")
+            << QByteArray("app.openWorkspace(path + '/../../other.vnw')") << false << u"other.vnw"_s;
+    }
+    void workspaceFileIsAskedAboutUnlessTheProjectIsAdded()
+    {
+        QFETCH(const QByteArray, statement);
+        QFETCH(const bool, add);
         const TemplateFixture f;
-        f.addScript("from varnel import app\ndef createProject(name, template, path):\n    app.closeWorkspace()\n"
-                    "    open(path + '/fw.vnw', 'w').write('mine')\n"
-                    "    open(path + '/a.vnp', 'w').write('<project/>'); return path + '/a.vnp'");
+        f.addScript("from varnel import app\ndef createProject(name, template, path):\n    " + statement
+                    + "\n    open(path + '/fw.vnw', 'w').write('mine')\n"
+                      "    open(path + '/a.vnp', 'w').write('<project/>'); return path + '/a.vnp'");
         f.openOther();
-        f.answer(u"script"_s, u"fw"_s, TemplateFixture::add);
+        f.answer(u"script"_s, u"fw"_s, add ? TemplateFixture::add : nullptr);
         f.answers->press(QMessageBox::Cancel);
         f.window->projectNew();
         QVERIFY(f.answers->allGiven());
-        QCOMPARE(f.openWorkspaceFile(), u"none"_s);
+        QTEST(QFileInfo(f.openWorkspaceFile()).fileName(), "open");
         QCOMPARE(f.read(u"home/fw/fw.vnw"_s), "mine");
     }
 
@@ -826,6 +837,30 @@ private Q_SLOTS:
         QVERIFY(f.createFile(u"C Source File"_s, u"uart"_s).isEmpty());
         QVERIFY(project->isModified());
         QCOMPARE(f.read(u"home/fw/fw.vnp"_s), before);
+    }
+
+    void newFileDoesNotReplaceAProjectFileThatDiffers_data()
+    {
+        QTest::addColumn<QByteArray>("content");
+        QTest::addColumn<bool>("isReadAgain");
+        QTest::newRow("changed by another program")
+            << QByteArray("<project><file path='theirs.c'/></project>") << false;
+        QTest::newRow("not readable") << QByteArray("<project") << true;
+    }
+    void newFileDoesNotReplaceAProjectFileThatDiffers()
+    {
+        QFETCH(const QByteArray, content);
+        QFETCH(const bool, isReadAgain);
+        const TemplateFixture f;
+        f.create(u"plain"_s);
+        if (isReadAgain)
+            f.window->closeWorkspace();
+        f.changeOutside(u"home/fw/fw.vnp"_s, content);
+        if (isReadAgain)
+            f.window->openWorkspace(f.path(u"home/fw/fw.vnw"_s), false);
+        QVERIFY(f.createFile(u"C Source File"_s, u"uart"_s).isEmpty());
+        QCOMPARE(f.openFiles().first(), u"uart.c *"_s);
+        QCOMPARE(f.read(u"home/fw/fw.vnp"_s), content);
     }
 
     void workspaceClosedWhileTheFileDialogIsOpen()

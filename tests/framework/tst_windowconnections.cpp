@@ -99,6 +99,56 @@ private:
 private Q_SLOTS:
     void init() { QTest::failOnWarning(QRegularExpression(u"^(?!This plugin does not support)"_s)); }
 
+    void dockWindowsBeginAtTheirPlaces()
+    {
+        const ProductWindow f;
+        QStringList docks;
+        for (DockWindow *dock : f.window->findChildren<DockWindow *>())
+            docks += u"%1 '%2' %3 %4"_s.arg(dock->objectName(), dock->windowTitle())
+                         .arg(f.window->dockWidgetArea(dock))
+                         .arg(dock->isVisible() ? u"shown"_s : u"hidden"_s);
+        const auto line = [](const char *name, const char *title, Qt::DockWidgetArea area, const char *state) {
+            return u"%1 '%2' %3 %4"_s.arg(QLatin1StringView(name), QLatin1StringView(title))
+                .arg(area)
+                .arg(QLatin1StringView(state));
+        };
+        QCOMPARE(docks, (QStringList{
+                            line("navigatorDockWindow", "Navigator", Qt::LeftDockWidgetArea, "shown"),
+                            line("outputDockWindow", "Output", Qt::BottomDockWidgetArea, "shown"),
+                            line("registerDockWindow", "Registers", Qt::RightDockWidgetArea, "hidden"),
+                            line("peripheralDockWindow", "Peripherals", Qt::RightDockWidgetArea, "hidden"),
+                            line("watchDockWindow", "Watches", Qt::RightDockWidgetArea, "hidden"),
+                            line("memoryDockWindow", "Memory", Qt::TopDockWidgetArea, "hidden"),
+                            line("callStackDockWindow", "Call Stack", Qt::RightDockWidgetArea, "hidden"),
+                            line("variablesDockWindow", "Variables", Qt::RightDockWidgetArea, "hidden"),
+                            line("pythonOutputDockWindow", "Python Output", Qt::RightDockWidgetArea, "hidden"),
+                            line("breakpointsDockWindow", "Breakpoints", Qt::BottomDockWidgetArea, "hidden"),
+                            line("processorDockWindow", "Processors", Qt::BottomDockWidgetArea, "hidden"),
+                            line("liveDockWindow", "Live", Qt::BottomDockWidgetArea, "hidden"),
+                        }));
+        QCOMPARE(f.window->corner(Qt::BottomLeftCorner), Qt::LeftDockWidgetArea);
+        QVERIFY(f.window->isDockNestingEnabled());
+        QVERIFY(!f.window->windowIcon().isNull());
+    }
+
+    void onlyCommandsThatNeedNothingAreEnabledAtFirst()
+    {
+        const ProductWindow f;
+        QStringList enabled;
+        for (const QAction *action : f.window->actions()) {
+            if (action->isEnabled() && !action->objectName().isEmpty())
+                enabled += action->objectName();
+        }
+        QCOMPARE(enabled.join(u' '),
+                 u"fileNew fileOpen fileSaveAll fileExit editFindInFiles editLookupNextLine editNextMessage "
+                 "editPreviousMessage viewNavigator viewOutput projectNew projectOpen debugBreakpoints "
+                 "debugViewDisassembly debugToggleRegisterWindow debugToggleWatchWindow debugToggleMemoryWindow "
+                 "toolsMacroNew toolsMacroEdit toolsRecordScript toolsCustomise toolsOptions helpSearch helpHome "
+                 "helpAbout helpPlugins helpReport debugToggleCallStackWindow debugToggleVariablesWindow "
+                 "debugToggleBreakpointsWindow debugToggleProcessorWindow debugToggleLiveWindow viewZoomIn "
+                 "viewZoomOut viewZoomReset"_s);
+    }
+
     void editActionsFollowTheText()
     {
         const ProductWindow f;
@@ -141,6 +191,10 @@ private Q_SLOTS:
         QCOMPARE(f.enabled(EditActions), QString());
         f.view()->setFocus();
         QCOMPARE(f.enabled(EditActions), inText);
+        f.action(u"editUndo"_s)->trigger();
+        QVERIFY(f.action(u"editRedo"_s)->isEnabled());
+        page->setFocus();
+        QCOMPARE(f.enabled(EditActions), u"editCopy"_s);
     }
 
     void selectAllIsEnabledWhereItActs()
@@ -155,6 +209,9 @@ private Q_SLOTS:
         f.tree()->setFocus();
         QVERIFY(f.tree()->hasFocus());
         QVERIFY(!selectAll->isEnabled());
+        f.view()->setFocus();
+        QVERIFY(selectAll->isEnabled());
+        f.tree()->setFocus();
         OutputWindow *output = f.window->outputWindow();
         output->displayPage(OutputWindow::Build);
         output->page(OutputWindow::Build)->setFocus();
@@ -719,6 +776,21 @@ private Q_SLOTS:
         Q_EMIT box->activated(0);
         QCOMPARE(project->currentConfiguration(), u"Release"_s);
         QCOMPARE(box->currentText(), u"Release"_s);
+    }
+
+    void removedConfigurationCannotBeChosenInTheBox()
+    {
+        const ProductWindow f;
+        f.openProject({});
+        Project *project = f.window->projectWorkspace()->currentProject();
+        project->properties()->addConfiguration(u"Release"_s);
+        auto *box = f.window->findChild<QComboBox *>(u"configurationDropdown"_s);
+        box->showPopup();
+        QVERIFY(project->properties()->removeConfiguration(u"Release"_s));
+        QCOMPARE(box->itemText(1), u"Release"_s);
+        Q_EMIT box->activated(1); // its list was open
+        QCOMPARE(project->currentConfiguration(), u"Default"_s);
+        QCOMPARE(box->count(), 1);
     }
 
     /// The dialog that edits the configurations does not report what it has changed.
