@@ -461,7 +461,10 @@ private Q_SLOTS:
         QCOMPARE(found.size(), 12);
         QCOMPARE(box->itemText(0), u"text2"_s);
         QCOMPARE(box->lineEdit()->placeholderText(), u"Find"_s);
+        const QSignalSpy typed(qobject_cast<SearchBox *>(box), &SearchBox::find);
         QTest::keyClicks(box, u"te"_s);
+        QCOMPARE(typed.size(), 2);
+        QCOMPARE(typed.last().first().toString(), u"te"_s);
         QCOMPARE(box->currentText(), u"te"_s);
         QCOMPARE(box->itemText(0), u"text2"_s);
     }

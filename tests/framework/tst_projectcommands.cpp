@@ -507,7 +507,8 @@ private Q_SLOTS:
         });
         QVERIFY(f.window->openProject(project, true));
         QCOMPARE(f.projects(), QStringList(u"fw"_s));
-        QVERIFY(f.window->fileSaveAll()); // as before each build
+        QCOMPARE(f.settings()->value(u"Session/Workspace"_s).toString(), project); // the next start can open this
+        QVERIFY(f.window->fileSaveAll());                                          // as before each build
         QVERIFY(f.window->closeWorkspace());
         QCOMPARE(f.answers->shown, QStringList());
         QVERIFY(!QFileInfo::exists(f.path(u"d/fw.vnw"_s)));

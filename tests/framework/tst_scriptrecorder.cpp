@@ -326,6 +326,15 @@ private Q_SLOTS:
                  "replay.setWatches(\"fw\", [\"x\"])\nreplay.setChecked(\"viewOutput\", False)\n"_s);
     }
 
+    void fileThatDoesNotExistYetIsNotRecorded()
+    {
+        Recording f;
+        f.record();
+        QVERIFY(f.window->workspace()->openOrCreate(f.path(u"new.c"_s)));
+        f.trigger(u"viewOutput"_s);
+        QCOMPARE(f.recorded().section(u'\n', 1), u"replay.setChecked(\"viewOutput\", False)\n"_s);
+    }
+
     void buildIsRecordedWithItsEnd()
     {
         Recording f;

@@ -943,10 +943,29 @@ private Q_SLOTS:
         f.installation.write(u"data/filetemplates/pair/$name$.c"_s, "$cursor$");
         f.installation.write(u"data/filetemplates/pair/$name$.h"_s, "new");
         f.settings()->setValue(u"Paths/Files"_s, f.path(u"home"_s));
+        QVERIFY(f.window->workspace()->openOrCreate(f.path(u"home/uart.h"_s)));
+        QVERIFY(f.createFile(u"pair"_s, u"uart"_s).isEmpty());
+        QCOMPARE(f.openFiles(), (QStringList{u"uart.h *"_s, u"uart.c *"_s}));
+        QCOMPARE(f.status(), u"This file exists already and was not changed: "_s + f.path(u"home/uart.h"_s));
+        f.discard();
         f.write(u"home/uart.h"_s, "old");
         QVERIFY(f.createFile(u"pair"_s, u"uart"_s).isEmpty());
         QCOMPARE(f.openFiles(), QStringList(u"uart.c *"_s));
         QCOMPARE(f.status(), u"This file exists already and was not changed: "_s + f.path(u"home/uart.h"_s));
+    }
+
+    void firstFileOfATemplateReplacesOneOnRequest()
+    {
+        const TemplateFixture f;
+        f.installation.write(u"data/filetemplates/pair/$name$.c"_s, "new");
+        f.installation.write(u"data/filetemplates/pair/$name$.h"_s, "second");
+        f.settings()->setValue(u"Paths/Files"_s, f.path(u"home"_s));
+        f.write(u"home/uart.c"_s, "old");
+        f.answerFile(u"pair"_s, u"uart"_s, [&f](NewFileDialog *) { f.answers->press(QMessageBox::Yes); });
+        f.window->fileNew();
+        QCOMPARE(f.openFiles(), (QStringList{u"uart.h *"_s, u"uart.c *"_s}));
+        QCOMPARE(f.text(), u"new"_s);
+        QCOMPARE(f.status(), QString());
     }
 
     void nameOfTheSecondFileOpensOneDocument()
@@ -981,6 +1000,7 @@ private Q_SLOTS:
         const TemplateFixture f;
         f.create(u"plain"_s);
         f.write(u"home/fw/unlisted.h"_s, "header");
+        f.write(u"home/fw/main.c~"_s, "left by an editor");
         f.answers->type(u"My <board>"_s);
         auto *tree = f.window->findChild<QTreeWidget *>(u"ProjectTree"_s);
         tree->setCurrentItem(tree->topLevelItem(0)->child(0));

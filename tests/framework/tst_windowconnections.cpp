@@ -336,6 +336,10 @@ private Q_SLOTS:
         f.open(u"a.c"_s);
         QCOMPARE(f.enabled(names), u"fileSaveAs windowSplit"_s);
         f.type(u"x"_s);
+        QCOMPARE(f.enabled(names), u"fileSave fileSaveAs windowSplit"_s);
+        QVERIFY(f.document()->save());
+        QCOMPARE(f.enabled(names), u"fileSaveAs windowSplit"_s);
+        f.type(u"x"_s);
         f.view()->setFocus();
         f.action(u"windowSplit"_s)->trigger();
         QCOMPARE(f.enabled(names), u"fileSave fileSaveAs windowSplit windowClosePane"_s);
