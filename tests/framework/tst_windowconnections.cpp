@@ -944,6 +944,16 @@ private Q_SLOTS:
         QVERIFY(f.window->isVisible()); // the question was cancelled
     }
 
+    void fileOfTheTreeOpens()
+    {
+        const ProductWindow f;
+        f.write(u"main.c"_s, "one\n");
+        f.openProject({u"main.c"_s});
+        f.selectInTree(u"main.c"_s);
+        Q_EMIT f.tree()->itemDoubleClicked(f.tree()->currentItem(), 0);
+        QCOMPARE(f.openFiles(), QStringList(u"main.c"_s));
+    }
+
     void scriptOfTheTreeRuns()
     {
         const ProductWindow f;
