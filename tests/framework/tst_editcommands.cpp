@@ -114,6 +114,22 @@ private Q_SLOTS:
         QVERIFY(!page->textCursor().hasSelection());
     }
 
+    void pasteWithoutAnyFocusLeavesTheConsoleAlone()
+    {
+        const EditedFile f;
+        auto *console = f.window->findChild<CommandLineWindow *>(u"commandWindow"_s);
+        QVERIFY(console);
+        f.window->findChild<QTabWidget *>(u"outputTabs"_s)->setCurrentWidget(console);
+        console->setFocus();
+        console->moveCursor(QTextCursor::End);
+        QGuiApplication::clipboard()->setText(u"typed"_s);
+        QApplication::focusWidget()->clearFocus();
+        const QString before = console->toPlainText();
+        f.window->editPaste();
+        QCOMPARE(console->toPlainText(), before);
+        QCOMPARE(f.text(), u"one\ntwo\nthree\n"_s);
+    }
+
     void selectAllActsOnTheOutputPageThatHasTheFocus()
     {
         const EditedFile f;

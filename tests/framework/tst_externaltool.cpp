@@ -172,6 +172,29 @@ private Q_SLOTS:
         QVERIFY(ends());
     }
 
+    void toolCanBeStartedAgainWhenItsEndIsReported_data()
+    {
+        QTest::addColumn<QString>("command");
+        QTest::newRow("it has ended") << u"/bin/true"_s;
+        QTest::newRow("it could not be started") << u"/no/such/program"_s;
+    }
+    void toolCanBeStartedAgainWhenItsEndIsReported()
+    {
+        QFETCH(const QString, command);
+        ExternalTool &first = tool(command);
+        bool again = false;
+        connect(&first, &ExternalTool::runningChanged, this, [&](bool running) {
+            if (running || std::exchange(again, true))
+                return;
+            QVERIFY(!first.isRunning());
+            first.setEntry({.name = u"name"_s, .command = u"/bin/echo"_s, .arguments = u"again"_s});
+            first.execute({});
+        });
+        first.execute({});
+        QTRY_VERIFY(m_output.contains(u"\nagain\n"_s));
+        QVERIFY(ends());
+    }
+
     void aSecondStartIsRefusedSilently()
     {
         QVERIFY(tool(u"/bin/sleep"_s, u"30"_s).execute({}));
@@ -347,6 +370,19 @@ private Q_SLOTS:
         QVERIFY(ends());
         QVERIFY(::kill(child, 0) == 0 && !isZombie(child));
         QTRY_VERIFY(::kill(child, 0) != 0 || isZombie(child));
+    }
+
+    /// Process group 0 would be that of the program itself.
+    void stoppingBeforeTheStartSignalsNobody()
+    {
+        static int signalled = 0;
+        const auto before = std::signal(SIGTERM, [](int) { ++signalled; });
+        ExternalTool &echo = tool(u"/bin/echo"_s);
+        connect(&echo, &ExternalTool::output, &echo, &ExternalTool::stop, Qt::SingleShotConnection);
+        QVERIFY(echo.execute({}));
+        QVERIFY(ends());
+        std::signal(SIGTERM, before);
+        QCOMPARE(signalled, 0);
     }
 
     void stoppingWithoutAProcessDoesNothing()

@@ -119,6 +119,12 @@ private Q_SLOTS:
         f.answers->press(QMessageBox::Ok);
         f.window->find(u"nowhere"_s, false, false, true, true);
         QCOMPARE(f.answers->shown, QStringList(u"Cannot find the string nowhere."_s));
+        f.answers->prepend([&](QDialog *box) {
+            parent = box->parentWidget();
+            box->accept();
+        });
+        f.window->find(u"nowhere"_s, false, false, true, true);
+        QCOMPARE(parent, f.window.get());
     }
 
     void countIsThatOfTheViewInFront()
@@ -258,6 +264,22 @@ private Q_SLOTS:
         findDialog(f)->findChild<QComboBox *>(u"FindWhatCombo"_s)->setEditText(u"(a+)+$"_s);
         QTRY_COMPARE(count(findDialog(f)), u"The expression takes too long"_s);
         QCOMPARE(shown(f), unmarked);
+    }
+
+    void expressionThatTakesTooLongLeavesTheMarksOfTheOtherDialog()
+    {
+        const WindowFixture f;
+        f.open(u"a.c"_s, "aaa\n" + (QByteArray(60, 'a') + "!\n").repeated(100));
+        openFind(f, {});
+        const QImage unmarked = shown(f);
+        openReplace(f, u"aaa"_s);
+        const QImage marked = shown(f);
+        QVERIFY(marked != unmarked);
+        openFind(f, u"(a+)+$"_s);
+        findDialog(f)->findChild<QCheckBox *>(u"RegExpCheck"_s)->setChecked(true);
+        f.window->editReplace();
+        QTRY_COMPARE(count(findDialog(f)), u"The expression takes too long"_s);
+        QCOMPARE(shown(f), marked);
     }
 
     void errorInAnExpressionIsShown()

@@ -7,6 +7,7 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QScrollBar>
 #include <QSpinBox>
 #include <QStyleFactory>
 #include <QTest>
@@ -99,6 +100,18 @@ private Q_SLOTS:
         const QImage before = edit.grab().toImage();
         edit.setStyle(&style);
         QCOMPARE(edit.grab().toImage(), before);
+    }
+
+    void barsHaveNoFrame()
+    {
+        FrameStyle style(QStyleFactory::create(QStringLiteral("fusion")));
+        const std::unique_ptr<QStyle> bare(QStyleFactory::create(QStringLiteral("fusion")));
+        QScrollBar bar(Qt::Horizontal);
+        bar.setPalette(colourScheme(Qt::black, Qt::white));
+        bar.setStyle(bare.get());
+        const QImage before = bar.grab().toImage();
+        bar.setStyle(&style);
+        QCOMPARE(bar.grab().toImage(), before);
     }
 
     void aListWithTheFocusHasAFrameEvenWithoutARow_data()

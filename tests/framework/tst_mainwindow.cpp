@@ -461,9 +461,30 @@ private Q_SLOTS:
         QCOMPARE(found.size(), 12);
         QCOMPARE(box->itemText(0), u"text2"_s);
         QCOMPARE(box->lineEdit()->placeholderText(), u"Find"_s);
+        const QSignalSpy typed(qobject_cast<SearchBox *>(box), &SearchBox::find);
         QTest::keyClicks(box, u"te"_s);
+        QCOMPARE(typed.size(), 2);
+        QCOMPARE(typed.last().first().toString(), u"te"_s);
         QCOMPARE(box->currentText(), u"te"_s);
         QCOMPARE(box->itemText(0), u"text2"_s);
+    }
+
+    void upKeyInTheSearchBoxShowsThePreviousText()
+    {
+        open({"editFind"}, R"(<toolbars><toolbar name="a"><action name="editFind"/></toolbar></toolbars>)");
+        QComboBox *box = boxes("searchBox").first();
+        m_window->show();
+        Q_EMIT m_window->textNavigationAvailable(true);
+        for (const QString &text : {u"one"_s, u"two"_s, u"three"_s, u"one"_s}) {
+            box->setEditText(text);
+            QTest::keyClick(box, Qt::Key_Return);
+        }
+        const QSignalSpy found(qobject_cast<SearchBox *>(box), &SearchBox::findAgain);
+        QTest::keyClick(box, Qt::Key_Up);
+        QCOMPARE(box->currentText(), u"three"_s);
+        QCOMPARE(found.value(0).value(0).toString(), u"three"_s);
+        QTest::keyClick(box, Qt::Key_Up);
+        QCOMPARE(box->currentText(), u"two"_s);
     }
 
     void returnInTheSearchBoxFindsAKnownTextEachTime_data()

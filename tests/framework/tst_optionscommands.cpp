@@ -39,7 +39,13 @@ public:
         page->setObjectName(u"namedPage"_s);
         return page;
     }
-    void apply(QWidget *) override {}
+    void apply(QWidget *) override
+    {
+        if (atApply)
+            atApply();
+    }
+
+    std::function<void()> atApply;
 
 private:
     const QString m_title;
@@ -415,7 +421,7 @@ private Q_SLOTS:
     {
         m_commands->setPages([] {
             std::vector<InterfacePtr<IOptionsPage>> pages;
-            for (const QString &title : {u"Probe"_s, u"Other"_s, u"Probe"_s})
+            for (const QString &title : {u"Probe"_s, QString(), u"Other"_s, u"Probe"_s})
                 pages.push_back(InterfacePtr<IOptionsPage>(new NamedPage(title)));
             return pages;
         });
@@ -440,6 +446,20 @@ private Q_SLOTS:
     void deletingTheWindowWhileTheDialogIsOpenStoresNothing()
     {
         run([this](QDialog *) { m_window.reset(); }, nullptr);
+        QVERIFY(!m_commands);
+        QCOMPARE(m_settings->allKeys(), QStringList());
+    }
+
+    void windowThatAPluginDeletesWhenItsPageIsAppliedStoresNothing()
+    {
+        m_commands->setPages([this] {
+            auto *page = new NamedPage(u"Probe"_s);
+            page->atApply = [this] { m_window.reset(); };
+            std::vector<InterfacePtr<IOptionsPage>> pages;
+            pages.push_back(InterfacePtr<IOptionsPage>(page));
+            return pages;
+        });
+        accept();
         QVERIFY(!m_commands);
         QCOMPARE(m_settings->allKeys(), QStringList());
     }

@@ -233,6 +233,13 @@ private Q_SLOTS:
         QCOMPARE(centre(icon.pixmap(QSize(16, 16), 1.0)), QColor(Qt::blue));
     }
 
+    void anIconOfABitmapIsNotEnlarged()
+    {
+        write(u"new.png"_s, bitmap(Qt::green));
+        write(u"dark/new.png"_s, bitmap(Qt::blue));
+        QCOMPARE(pictureIcon(find(u"new.png"_s)).pixmap(QSize(64, 64), 1.0).size(), QSize(20, 10));
+    }
+
     void anIconOfABitmapShowsIt()
     {
         write(u"new.png"_s, bitmap(Qt::green));

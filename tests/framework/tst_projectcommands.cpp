@@ -257,6 +257,7 @@ private Q_SLOTS:
         QVERIFY(!f.window->openWorkspace(QString(), true));
         QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"^ASSERT: \"!path.isEmpty\\(\\)\" in "_s));
         QVERIFY(!f.window->openProject(QString(), true));
+        QCOMPARE(f.status(), QString()); // nothing of that name is reported as missing
     }
 
     void aBadProjectLeavesTheWorkspaceOpenWithTheResultFalse_data()
@@ -506,7 +507,8 @@ private Q_SLOTS:
         });
         QVERIFY(f.window->openProject(project, true));
         QCOMPARE(f.projects(), QStringList(u"fw"_s));
-        QVERIFY(f.window->fileSaveAll()); // as before each build
+        QCOMPARE(f.settings()->value(u"Session/Workspace"_s).toString(), project); // the next start can open this
+        QVERIFY(f.window->fileSaveAll());                                          // as before each build
         QVERIFY(f.window->closeWorkspace());
         QCOMPARE(f.answers->shown, QStringList());
         QVERIFY(!QFileInfo::exists(f.path(u"d/fw.vnw"_s)));
@@ -585,6 +587,18 @@ private Q_SLOTS:
             QCOMPARE(f.settings()->value(key).toString(), f.path(u"w"_s));
         f.window->close();
         QCOMPARE(f.recent(u"Workspace"_s).size(), 1);
+    }
+
+    void theOpenCommandStartsWhereTheLastChoiceWasAlsoIfThatCouldNotBeOpened()
+    {
+        const WindowFixture f;
+        f.write(u"w/bad.vnw"_s, "no workspace");
+        f.answers->choose({f.path(u"w/bad.vnw"_s)});
+        f.window->projectOpen();
+        f.answers->choose({});
+        f.window->projectOpen();
+        QVERIFY(f.answers->allGiven());
+        QCOMPARE(QDir(f.answers->directory), QDir(f.path(u"w"_s)));
     }
 
     void theOpenCommandClosesTheOpenWorkspaceFirst()
@@ -770,6 +784,20 @@ private Q_SLOTS:
         QCOMPARE(f.answers->lastBox(), Warn);
         QVERIFY(project(f, 0)->isModified());
         QVERIFY(!f.read(u"lib/lib.vnp"_s).contains("new.c")); // the first failure ends it
+    }
+
+    void changedWorkspaceStaysOpenWithItsLastProjectThatCannotBeSaved()
+    {
+        const WindowFixture f;
+        QVERIFY(f.window->openWorkspace(writeTwoProjects(f), false));
+        project(f, 1)->addFiles({f.path(u"new.c"_s)}, nullptr);
+        f.window->projectWorkspace()->setModified(true);
+        QFile::setPermissions(f.path(u"lib/lib.vnp"_s), QFile::ReadOwner);
+        f.answers->press(QMessageBox::Yes);
+        f.answers->press(QMessageBox::Ok);
+        QVERIFY(!f.window->closeWorkspace());
+        QCOMPARE(f.answers->shown, (QStringList{changesIn(u"all"_s), projectNotSaved(u"lib"_s)}));
+        QVERIFY(f.window->projectWorkspace()->isModified());
     }
 
     void failedSaveNamesTheReasonIfItIsNotThePermissions()

@@ -308,6 +308,33 @@ private Q_SLOTS:
         QCOMPARE(f.state(), before);
     }
 
+    /// The file is opened for the project that is the current one then, and breakpoints need their file.
+    void changesOfOneMomentAreRecordedInTheOrderInWhichTheyAreReplayed()
+    {
+        Recording f(2);
+        QVERIFY(f.window->openFile(f.path(u"main.c"_s), true));
+        f.open(u"other.c"_s);
+        f.record();
+        f.window->viewManager()->activateView(f.window->viewManager()->views().last(), true);
+        f.window->projectWorkspace()->setCurrentProject(1);
+        f.watches()->addItem(u"x"_s);
+        Recording::scriptOf(u"fw"_s).breakpoints = {{{{f.path(u"main.c"_s), 2}}, BreakpointEnabled}};
+        f.trigger(u"viewOutput"_s);
+        QCOMPARE(f.recorded().section(u'\n', 1),
+                 u"app.currentProject = app.projects[1]\napp.editor.openDocument(replay.path(\"main.c\"))\n"
+                 "app.debugger.processors[\"fw\"].setBreakpoint(replay.path(\"main.c\"), 2)\n"
+                 "replay.setWatches(\"fw\", [\"x\"])\nreplay.setChecked(\"viewOutput\", False)\n"_s);
+    }
+
+    void fileThatDoesNotExistYetIsNotRecorded()
+    {
+        Recording f;
+        f.record();
+        QVERIFY(f.window->workspace()->openOrCreate(f.path(u"new.c"_s)));
+        f.trigger(u"viewOutput"_s);
+        QCOMPARE(f.recorded().section(u'\n', 1), u"replay.setChecked(\"viewOutput\", False)\n"_s);
+    }
+
     void buildIsRecordedWithItsEnd()
     {
         Recording f;

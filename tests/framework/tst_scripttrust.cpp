@@ -141,6 +141,8 @@ private Q_SLOTS:
                              R"(<ui><actions><action name="projectForgetTrust" slot="none"/></actions></ui>)");
         f.restart();
         auto *forget = f.window->findChild<QAction *>(u"projectForgetTrust"_s);
+        forget->trigger();
+        QCOMPARE(f.status(), QString()); // no workspace is open
         const QString workspace = f.writeScripted(u"fw"_s);
         f.answers->press(answer);
         f.open(workspace);

@@ -218,6 +218,8 @@ private Q_SLOTS:
         more->addAction(addAction(u"save"_s, u"&Save..."_s, {keys(u"Ctrl+S"_s)}));
         addAction(u"hidden"_s, u"In no menu"_s, {});
         addAction(QString(), u"Without a name"_s, {});
+        addAction(u"silent"_s, QString(), {});
+        addAction(u"separator"_s, u"Separator"_s, {})->setSeparator(true);
         const Shortcuts shortcuts(m_window.get(), *m_settings, QString());
         const ShortcutChoices choices = shortcuts.choices();
         QStringList lines;
@@ -268,6 +270,28 @@ private Q_SLOTS:
         QCOMPARE(executed.size(), 2);
     }
 
+    void ownKeysOfTheWindowsCommandsMakeNoSecondCommand()
+    {
+        const QAction *save = addAction(u"save"_s, u"Save"_s, {});
+        int saved = 0;
+        connect(save, &QAction::triggered, this, [&saved] { ++saved; });
+        QStringList executed;
+        Shortcuts shortcuts(m_window.get(), *m_settings, chordFile());
+        const ShortcutOptions options{{}, {{u"save"_s, {keys(u"F11"_s)}}, {u"plugin_out"_s, {keys(u"F12"_s)}}}};
+        shortcuts.setOptions(options);
+        QCOMPARE(shortcuts.choices().commands.size(), 1); // nothing executes that of the plug-in
+        shortcuts.setOffered(
+            {[] { return QList<ShortcutCommand>(); }, [&executed](const QString &name) { executed.append(name); }});
+        shortcuts.setOptions(options);
+        QCOMPARE(shortcuts.choices().commands.size(), 2);
+        m_window->show();
+        QVERIFY(QTest::qWaitForWindowActive(m_window.get()));
+        QTest::keyClick(m_window.get(), Qt::Key_F11);
+        QTest::keyClick(m_window.get(), Qt::Key_F12);
+        QCOMPARE(saved, 1);
+        QCOMPARE(executed, QStringList(u"plugin_out"_s));
+    }
+
     void keysOfAPlugInsCommandThatIsNotThereStay()
     {
         Shortcuts shortcuts(m_window.get(), *m_settings, chordFile());
@@ -293,6 +317,25 @@ private Q_SLOTS:
         QCOMPARE(edit->toPlainText(), u"text"_s); // Ctrl+X has not cut it
         QTest::keyClick(edit->window()->windowHandle(), Qt::Key_A);
         QCOMPARE(edit->toPlainText(), u"a"_s);
+    }
+
+    void keyThatMovesTheCursorTriggersTheCommandThatHasIt()
+    {
+        auto *edit = new QPlainTextEdit(u"text"_s);
+        m_window->setCentralWidget(edit);
+        const QSignalSpy saved(addAction(u"save"_s, u"Save"_s, {keys(u"Ctrl+S"_s)}), &QAction::triggered);
+        const QSignalSpy found(addAction(u"find"_s, u"Find"_s, {keys(u"Ctrl+A"_s)}), &QAction::triggered);
+        Shortcuts shortcuts(m_window.get(), *m_settings, chordFile());
+        shortcuts.setOptions({{}, {{u"save"_s, {keys(u"End"_s)}}}});
+        m_window->show();
+        QVERIFY(QTest::qWaitForWindowActive(m_window.get()));
+        edit->setFocus();
+        QTest::keyClick(edit->window()->windowHandle(), Qt::Key_End);
+        QCOMPARE(saved.size(), 1);
+        QCOMPARE(edit->textCursor().position(), 0);
+        QTest::keyClick(edit->window()->windowHandle(), Qt::Key_A, Qt::ControlModifier);
+        QCOMPARE(edit->textCursor().selectedText(), u"text"_s); // nobody has given this key to a command
+        QCOMPARE(found.size(), 0);
     }
 
     void editorKeepsTheKeyOfADisabledCommand()

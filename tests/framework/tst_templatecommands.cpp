@@ -521,6 +521,22 @@ private Q_SLOTS:
         QVERIFY(f.window->projectWorkspace()->isModified());
     }
 
+    void projectOfAScriptIsNotOpenedIfItsWorkspaceFileIsKept()
+    {
+        const TemplateFixture f;
+        f.addScript("import os\ndef createProject(name, template, path):\n    file = os.path.join(path, 'x.vnp')\n"
+                    "    open(os.path.join(path, 'fw.vnw'), 'w').write('mine')\n"
+                    "    open(file, 'w').write('<project/>')\n    return file");
+        f.answer(u"script"_s, u"fw"_s);
+        f.answers->press(QMessageBox::Cancel);
+        f.window->projectNew();
+        QCOMPARE(f.answers->shown.size(), 1);
+        QVERIFY2(f.answers->shown[0].startsWith(u"The file 'fw.vnw' already exists"_s),
+                 qPrintable(f.answers->shown[0]));
+        QCOMPARE(f.openWorkspaceFile(), u"none"_s);
+        QCOMPARE(f.read(u"home/fw/fw.vnw"_s), "mine");
+    }
+
     void cancelledNameSavesNoTemplate()
     {
         const TemplateFixture f;
@@ -687,6 +703,32 @@ private Q_SLOTS:
         QCOMPARE(f.projects(), QStringList(u"a"_s));
     }
 
+    void workspaceFileIsAskedAboutUnlessTheProjectIsAdded_data()
+    {
+        QTest::addColumn<QByteArray>("statement");
+        QTest::addColumn<bool>("add");
+        QTest::addColumn<QString>("open");
+        QTest::newRow("the script closes the workspace") << QByteArray("app.closeWorkspace()") << true << u"none"_s;
+        QTest::newRow("the script opens one")
+            << QByteArray("app.openWorkspace(path + '/../../other.vnw')") << false << u"other.vnw"_s;
+    }
+    void workspaceFileIsAskedAboutUnlessTheProjectIsAdded()
+    {
+        QFETCH(const QByteArray, statement);
+        QFETCH(const bool, add);
+        const TemplateFixture f;
+        f.addScript("from varnel import app\ndef createProject(name, template, path):\n    " + statement
+                    + "\n    open(path + '/fw.vnw', 'w').write('mine')\n"
+                      "    open(path + '/a.vnp', 'w').write('<project/>'); return path + '/a.vnp'");
+        f.openOther();
+        f.answer(u"script"_s, u"fw"_s, add ? TemplateFixture::add : nullptr);
+        f.answers->press(QMessageBox::Cancel);
+        f.window->projectNew();
+        QVERIFY(f.answers->allGiven());
+        QTEST(QFileInfo(f.openWorkspaceFile()).fileName(), "open");
+        QCOMPARE(f.read(u"home/fw/fw.vnw"_s), "mine");
+    }
+
     void windowDeletedWhileTheScriptRunsInterruptsIt()
     {
         TemplateFixture f;
@@ -751,6 +793,32 @@ private Q_SLOTS:
         QCOMPARE(f.projectFiles().size(), 2);
     }
 
+    void cancelledFileDialogCreatesNothing()
+    {
+        const TemplateFixture f;
+        f.create(u"plain"_s);
+        f.answers->meet([](QDialog *dialog) {
+            auto *list = dialog->findChild<QListWidget *>(u"fileIconView"_s);
+            list->setCurrentItem(list->findItems(u"C Source File"_s, Qt::MatchExactly).value(0));
+            dialog->findChild<QLineEdit *>(u"nameEdit"_s)->setText(u"uart"_s);
+            dialog->reject();
+        });
+        f.window->fileNew();
+        QVERIFY(f.answers->allGiven());
+        QVERIFY(f.openFiles().isEmpty());
+        QCOMPARE(f.projectFiles(), QStringList(u"Sources/main.c"_s));
+    }
+
+    void windowDeletedWhileTheFileDialogIsOpenEndsTheCommand()
+    {
+        TemplateFixture f;
+        f.answers->meet([&f](QDialog *) { f.window.reset(); });
+        MainWindow *window = f.window.get();
+        window->fileNew();
+        QVERIFY(!f.window);
+        QVERIFY(f.answers->shown.isEmpty());
+    }
+
     void secondCommandWhileTheFileDialogIsOpenShowsNoSecondDialog()
     {
         const TemplateFixture f;
@@ -769,6 +837,30 @@ private Q_SLOTS:
         QVERIFY(f.createFile(u"C Source File"_s, u"uart"_s).isEmpty());
         QVERIFY(project->isModified());
         QCOMPARE(f.read(u"home/fw/fw.vnp"_s), before);
+    }
+
+    void newFileDoesNotReplaceAProjectFileThatDiffers_data()
+    {
+        QTest::addColumn<QByteArray>("content");
+        QTest::addColumn<bool>("isReadAgain");
+        QTest::newRow("changed by another program")
+            << QByteArray("<project><file path='theirs.c'/></project>") << false;
+        QTest::newRow("not readable") << QByteArray("<project") << true;
+    }
+    void newFileDoesNotReplaceAProjectFileThatDiffers()
+    {
+        QFETCH(const QByteArray, content);
+        QFETCH(const bool, isReadAgain);
+        const TemplateFixture f;
+        f.create(u"plain"_s);
+        if (isReadAgain)
+            f.window->closeWorkspace();
+        f.changeOutside(u"home/fw/fw.vnp"_s, content);
+        if (isReadAgain)
+            f.window->openWorkspace(f.path(u"home/fw/fw.vnw"_s), false);
+        QVERIFY(f.createFile(u"C Source File"_s, u"uart"_s).isEmpty());
+        QCOMPARE(f.openFiles().first(), u"uart.c *"_s);
+        QCOMPARE(f.read(u"home/fw/fw.vnp"_s), content);
     }
 
     void workspaceClosedWhileTheFileDialogIsOpen()
@@ -851,10 +943,29 @@ private Q_SLOTS:
         f.installation.write(u"data/filetemplates/pair/$name$.c"_s, "$cursor$");
         f.installation.write(u"data/filetemplates/pair/$name$.h"_s, "new");
         f.settings()->setValue(u"Paths/Files"_s, f.path(u"home"_s));
+        QVERIFY(f.window->workspace()->openOrCreate(f.path(u"home/uart.h"_s)));
+        QVERIFY(f.createFile(u"pair"_s, u"uart"_s).isEmpty());
+        QCOMPARE(f.openFiles(), (QStringList{u"uart.h *"_s, u"uart.c *"_s}));
+        QCOMPARE(f.status(), u"This file exists already and was not changed: "_s + f.path(u"home/uart.h"_s));
+        f.discard();
         f.write(u"home/uart.h"_s, "old");
         QVERIFY(f.createFile(u"pair"_s, u"uart"_s).isEmpty());
         QCOMPARE(f.openFiles(), QStringList(u"uart.c *"_s));
         QCOMPARE(f.status(), u"This file exists already and was not changed: "_s + f.path(u"home/uart.h"_s));
+    }
+
+    void firstFileOfATemplateReplacesOneOnRequest()
+    {
+        const TemplateFixture f;
+        f.installation.write(u"data/filetemplates/pair/$name$.c"_s, "new");
+        f.installation.write(u"data/filetemplates/pair/$name$.h"_s, "second");
+        f.settings()->setValue(u"Paths/Files"_s, f.path(u"home"_s));
+        f.write(u"home/uart.c"_s, "old");
+        f.answerFile(u"pair"_s, u"uart"_s, [&f](NewFileDialog *) { f.answers->press(QMessageBox::Yes); });
+        f.window->fileNew();
+        QCOMPARE(f.openFiles(), (QStringList{u"uart.h *"_s, u"uart.c *"_s}));
+        QCOMPARE(f.text(), u"new"_s);
+        QCOMPARE(f.status(), QString());
     }
 
     void nameOfTheSecondFileOpensOneDocument()
@@ -889,6 +1000,7 @@ private Q_SLOTS:
         const TemplateFixture f;
         f.create(u"plain"_s);
         f.write(u"home/fw/unlisted.h"_s, "header");
+        f.write(u"home/fw/main.c~"_s, "left by an editor");
         f.answers->type(u"My <board>"_s);
         auto *tree = f.window->findChild<QTreeWidget *>(u"ProjectTree"_s);
         tree->setCurrentItem(tree->topLevelItem(0)->child(0));
@@ -914,6 +1026,55 @@ private Q_SLOTS:
         QVERIFY(f.answers->shown.isEmpty());
         QCOMPARE(f.projects(), QStringList(u"copy"_s));
         QCOMPARE(f.projectFiles(), QStringList(u"Sources/main.c"_s));
+    }
+
+    void savedTemplateConsistsOfPlainFiles()
+    {
+        const TemplateFixture f;
+        f.create(u"plain"_s);
+        QVERIFY(f.saveAsTemplate(u"mine"_s).isEmpty());
+        const auto saved = [&f](const QString &name) {
+            QFile file(f.installation.path(u"mytemplates/"_s + name));
+            return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+        };
+        QCOMPARE(saved(u"mine/template.xml"_s), "<template>\n <displayname>mine</displayname>\n"
+                                                " <description>A project like fw.</description>\n</template>\n");
+        QCOMPARE(saved(u"template.xml"_s),
+                 "<template type=\"folder\">\n <displayname>My templates</displayname>\n"
+                 " <description>Templates that were made of your projects.</description>\n</template>\n");
+        const QByteArray project = saved(u"mine/project.vnp"_s);
+        QVERIFY2(project.startsWith("<!DOCTYPE") || project.startsWith("<project"), project.constData());
+        QVERIFY2(project.endsWith("</project>\n"), project.constData());
+    }
+
+    void templateThatCannotBeReplacedIsReported()
+    {
+        const TemplateFixture f;
+        f.create(u"plain"_s);
+        f.installation.write(u"mytemplates/mine/main.c/inner.c"_s, "a folder with the name of a file");
+        f.answers->press(QMessageBox::Yes);
+        f.answers->press(QMessageBox::Ok);
+        QVERIFY(f.saveAsTemplate(u"mine"_s).last().startsWith(u"The template could not be saved."_s));
+        QVERIFY(QFileInfo::exists(f.installation.path(u"mytemplates/mine/main.c/inner.c"_s)));
+    }
+
+    void templateInAReadOnlyFolderIsWrittenNowhere()
+    {
+        const TemplateFixture f;
+        f.create(u"plain"_s);
+        QVERIFY(f.saveAsTemplate(u"first"_s).isEmpty());
+        const QString folder = f.installation.path(u"mytemplates"_s);
+        const QString before = QDir::currentPath();
+        QDir().mkpath(f.path(u"here"_s));
+        QVERIFY(QDir::setCurrent(f.path(u"here"_s)));
+        QFile::setPermissions(folder, QFile::ReadOwner | QFile::ExeOwner);
+        f.answers->press(QMessageBox::Ok);
+        const QString message = f.saveAsTemplate(u"mine"_s).last();
+        QFile::setPermissions(folder, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+        const bool isEmpty = QDir(f.path(u"here"_s)).isEmpty();
+        QVERIFY(QDir::setCurrent(before));
+        QVERIFY(message.startsWith(u"The template could not be saved."_s));
+        QVERIFY(isEmpty);
     }
 
     void filesElsewhereAreSharedAndListed()

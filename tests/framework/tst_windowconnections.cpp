@@ -99,6 +99,56 @@ private:
 private Q_SLOTS:
     void init() { QTest::failOnWarning(QRegularExpression(u"^(?!This plugin does not support)"_s)); }
 
+    void dockWindowsBeginAtTheirPlaces()
+    {
+        const ProductWindow f;
+        QStringList docks;
+        for (DockWindow *dock : f.window->findChildren<DockWindow *>())
+            docks += u"%1 '%2' %3 %4"_s.arg(dock->objectName(), dock->windowTitle())
+                         .arg(f.window->dockWidgetArea(dock))
+                         .arg(dock->isVisible() ? u"shown"_s : u"hidden"_s);
+        const auto line = [](const char *name, const char *title, Qt::DockWidgetArea area, const char *state) {
+            return u"%1 '%2' %3 %4"_s.arg(QLatin1StringView(name), QLatin1StringView(title))
+                .arg(area)
+                .arg(QLatin1StringView(state));
+        };
+        QCOMPARE(docks, (QStringList{
+                            line("navigatorDockWindow", "Navigator", Qt::LeftDockWidgetArea, "shown"),
+                            line("outputDockWindow", "Output", Qt::BottomDockWidgetArea, "shown"),
+                            line("registerDockWindow", "Registers", Qt::RightDockWidgetArea, "hidden"),
+                            line("peripheralDockWindow", "Peripherals", Qt::RightDockWidgetArea, "hidden"),
+                            line("watchDockWindow", "Watches", Qt::RightDockWidgetArea, "hidden"),
+                            line("memoryDockWindow", "Memory", Qt::TopDockWidgetArea, "hidden"),
+                            line("callStackDockWindow", "Call Stack", Qt::RightDockWidgetArea, "hidden"),
+                            line("variablesDockWindow", "Variables", Qt::RightDockWidgetArea, "hidden"),
+                            line("pythonOutputDockWindow", "Python Output", Qt::RightDockWidgetArea, "hidden"),
+                            line("breakpointsDockWindow", "Breakpoints", Qt::BottomDockWidgetArea, "hidden"),
+                            line("processorDockWindow", "Processors", Qt::BottomDockWidgetArea, "hidden"),
+                            line("liveDockWindow", "Live", Qt::BottomDockWidgetArea, "hidden"),
+                        }));
+        QCOMPARE(f.window->corner(Qt::BottomLeftCorner), Qt::LeftDockWidgetArea);
+        QVERIFY(f.window->isDockNestingEnabled());
+        QVERIFY(!f.window->windowIcon().isNull());
+    }
+
+    void onlyCommandsThatNeedNothingAreEnabledAtFirst()
+    {
+        const ProductWindow f;
+        QStringList enabled;
+        for (const QAction *action : f.window->actions()) {
+            if (action->isEnabled() && !action->objectName().isEmpty())
+                enabled += action->objectName();
+        }
+        QCOMPARE(enabled.join(u' '),
+                 u"fileNew fileOpen fileSaveAll fileExit editFindInFiles editLookupNextLine editNextMessage "
+                 "editPreviousMessage viewNavigator viewOutput projectNew projectOpen debugBreakpoints "
+                 "debugViewDisassembly debugToggleRegisterWindow debugToggleWatchWindow debugToggleMemoryWindow "
+                 "toolsMacroNew toolsMacroEdit toolsRecordScript toolsCustomise toolsOptions helpSearch helpHome "
+                 "helpAbout helpPlugins helpReport debugToggleCallStackWindow debugToggleVariablesWindow "
+                 "debugToggleBreakpointsWindow debugToggleProcessorWindow debugToggleLiveWindow viewZoomIn "
+                 "viewZoomOut viewZoomReset"_s);
+    }
+
     void editActionsFollowTheText()
     {
         const ProductWindow f;
@@ -141,6 +191,10 @@ private Q_SLOTS:
         QCOMPARE(f.enabled(EditActions), QString());
         f.view()->setFocus();
         QCOMPARE(f.enabled(EditActions), inText);
+        f.action(u"editUndo"_s)->trigger();
+        QVERIFY(f.action(u"editRedo"_s)->isEnabled());
+        page->setFocus();
+        QCOMPARE(f.enabled(EditActions), u"editCopy"_s);
     }
 
     void selectAllIsEnabledWhereItActs()
@@ -155,6 +209,9 @@ private Q_SLOTS:
         f.tree()->setFocus();
         QVERIFY(f.tree()->hasFocus());
         QVERIFY(!selectAll->isEnabled());
+        f.view()->setFocus();
+        QVERIFY(selectAll->isEnabled());
+        f.tree()->setFocus();
         OutputWindow *output = f.window->outputWindow();
         output->displayPage(OutputWindow::Build);
         output->page(OutputWindow::Build)->setFocus();
@@ -277,6 +334,10 @@ private Q_SLOTS:
         const auto names = u"fileSave fileSaveAs windowSplit windowClosePane"_s;
         QCOMPARE(f.enabled(names), QString());
         f.open(u"a.c"_s);
+        QCOMPARE(f.enabled(names), u"fileSaveAs windowSplit"_s);
+        f.type(u"x"_s);
+        QCOMPARE(f.enabled(names), u"fileSave fileSaveAs windowSplit"_s);
+        QVERIFY(f.document()->save());
         QCOMPARE(f.enabled(names), u"fileSaveAs windowSplit"_s);
         f.type(u"x"_s);
         f.view()->setFocus();
@@ -551,6 +612,26 @@ private Q_SLOTS:
         QCOMPARE(names.join(u' '), found);
     }
 
+    void filesAreSearchedInTheOrderOfTheProject()
+    {
+        const ProductWindow f;
+        for (const QString &name : {u"z.c"_s, u"m.c"_s, u"a.c"_s})
+            f.write(name, "needle\n");
+        f.write(u"fw.vnp"_s, "<project><folder name='outer'><folder name='inner'><file path='a.c'/></folder>"
+                             "<file path='m.c'/></folder><file path='z.c'/><properties currentconfiguration='Default'>"
+                             "<configuration name='Default'/></properties></project>");
+        QVERIFY(f.window->openWorkspace(f.writeWorkspace(u"all.vnw"_s, {u"fw.vnp"_s}), false));
+        f.answers->meet([&](QDialog *dialog) {
+            ProductWindow::searchFor(dialog, u"needle"_s, {}, FindInFilesDialog::CurrentProject);
+        });
+        f.action(u"editFindInFiles"_s)->trigger();
+        QTRY_VERIFY(f.output(OutputWindow::FindInFiles).endsWith(u"found."_s));
+        QStringList names;
+        for (const QString &line : f.output(OutputWindow::FindInFiles).split(u'\n').filter(u"(1):"_s))
+            names += QFileInfo(line.section(u'(', 0, -2)).fileName();
+        QCOMPARE(names, (QStringList{u"z.c"_s, u"m.c"_s, u"a.c"_s}));
+    }
+
     void projectIsSearchedWholeUnlessAMaskIsGiven()
     {
         const ProductWindow f;
@@ -670,6 +751,22 @@ private Q_SLOTS:
         QCOMPARE(project->currentConfiguration(), u"Default"_s);
     }
 
+    void entryOfAConfigurationWithoutAProjectDoesNothing()
+    {
+        const ProductWindow f;
+        f.openProject({});
+        f.window->projectWorkspace()->currentProject()->properties()->addConfiguration(u"Release"_s);
+        auto *menu = f.window->findChild<QMenu *>(u"buildConfigurationsMenu"_s);
+        Q_EMIT menu->aboutToShow();
+        const QPointer<QAction> entry = menu->actions().last();
+        f.discard();
+        QVERIFY(!f.window->projectWorkspace());
+        QVERIFY(entry);
+        QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"^ASSERT: \"project\" in "_s));
+        entry->trigger();
+        QVERIFY(f.answers->shown.isEmpty());
+    }
+
     void configurationChosenTooLateIsNotShown()
     {
         const ProductWindow f;
@@ -683,6 +780,21 @@ private Q_SLOTS:
         Q_EMIT box->activated(0);
         QCOMPARE(project->currentConfiguration(), u"Release"_s);
         QCOMPARE(box->currentText(), u"Release"_s);
+    }
+
+    void removedConfigurationCannotBeChosenInTheBox()
+    {
+        const ProductWindow f;
+        f.openProject({});
+        Project *project = f.window->projectWorkspace()->currentProject();
+        project->properties()->addConfiguration(u"Release"_s);
+        auto *box = f.window->findChild<QComboBox *>(u"configurationDropdown"_s);
+        box->showPopup();
+        QVERIFY(project->properties()->removeConfiguration(u"Release"_s));
+        QCOMPARE(box->itemText(1), u"Release"_s);
+        Q_EMIT box->activated(1); // its list was open
+        QCOMPARE(project->currentConfiguration(), u"Default"_s);
+        QCOMPARE(box->count(), 1);
     }
 
     /// The dialog that edits the configurations does not report what it has changed.
@@ -726,6 +838,7 @@ private Q_SLOTS:
         QTest::newRow("word") << 2 << 2 << u"needle"_s;
         QTest::newRow("word with an underscore in front") << 19 << 19 << u"_x"_s;
         QTest::newRow("selection") << 3 << 9 << u"dle on"_s;
+        QTest::newRow("selected signs") << 12 << 14 << u"(t"_s;
         QTest::newRow("several lines") << 3 << 14 << u"before"_s;
         QTest::newRow("no word") << 12 << 12 << u"before"_s;
     }
@@ -829,6 +942,16 @@ private Q_SLOTS:
         f.window->close();
         QVERIFY2(outputAtTheQuestion.contains(u"The search was stopped."_s), qPrintable(outputAtTheQuestion));
         QVERIFY(f.window->isVisible()); // the question was cancelled
+    }
+
+    void fileOfTheTreeOpens()
+    {
+        const ProductWindow f;
+        f.write(u"main.c"_s, "one\n");
+        f.openProject({u"main.c"_s});
+        f.selectInTree(u"main.c"_s);
+        Q_EMIT f.tree()->itemDoubleClicked(f.tree()->currentItem(), 0);
+        QCOMPARE(f.openFiles(), QStringList(u"main.c"_s));
     }
 
     void scriptOfTheTreeRuns()

@@ -781,6 +781,14 @@ private Q_SLOTS:
         QCOMPARE(f.labels(), inSession ? u"text"_s : QString());
     }
 
+    void statusTextStaysWhenTheStateIsSetAgain()
+    {
+        const DebugWindow f;
+        f.say(u"fw"_s, u"text"_s, 0);
+        f.window->activity().setState(f.window->activity().state());
+        QCOMPARE(f.labels(), u"text"_s);
+    }
+
     void closingTheWindowStopsABuildBeforeItAsks()
     {
         const DebugWindow f;

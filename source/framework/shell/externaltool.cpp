@@ -32,8 +32,6 @@ void leaveRunning(QProcess *process)
 {
     static auto &left = *new QSet<QProcess *>;
     left.insert(process);
-    process->disconnect();
-    process->setParent(nullptr);
     process->closeReadChannel(QProcess::StandardOutput); // what still arrives is dropped
     QObject::connect(process, &QProcess::finished, process, [process] {
         left.remove(process);

@@ -43,7 +43,7 @@ bool hasWholeText(View *view)
 bool sourceExists(const Activity &activity, const WindowServices &window, const QString &path)
 {
     const QString absolute = absoluteSource(activity, path);
-    return !absolute.isEmpty() && (QFileInfo(absolute).isFile() || window.workspace()->findDocument(absolute));
+    return QFileInfo(absolute).isFile() || window.workspace()->findDocument(absolute);
 }
 
 FileCommands::FileCommands(const Activity &activity, WindowServices &window, QObject *parent)
@@ -226,7 +226,7 @@ QStringList FileCommands::newerProjectFiles() const
 {
     QStringList paths;
     for (const QPointer<Project> &project : m_activity.projects()) {
-        if (project && project->isModified() && project->isNewerOnDisk())
+        if (project->isModified() && project->isNewerOnDisk())
             paths.append(project->fileName());
     }
     const ProjectWorkspace *workspace = m_activity.workspace();

@@ -20,10 +20,8 @@ LoadingLabel::LoadingLabel(QWidget *parent) : QLabel(parent)
 void LoadingLabel::setDocument(TextDocument *document)
 {
     m_document = document;
-    if (document) {
-        connect(document->loading(), &TextLoading::activeChanged, this, &LoadingLabel::refresh);
-        connect(document->loading(), &TextLoading::grown, this, &LoadingLabel::refresh);
-    }
+    connect(document->loading(), &TextLoading::activeChanged, this, &LoadingLabel::refresh);
+    connect(document->loading(), &TextLoading::grown, this, &LoadingLabel::refresh);
     refresh();
 }
 

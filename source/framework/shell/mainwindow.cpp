@@ -222,7 +222,7 @@ bool MainWindow::event(QEvent *event)
     if (!m_parts)
         return QMainWindow::event(event);
     m_parts->normalGeometry.watch(this, event);
-    if (m_parts->ready && event->type() == QEvent::WindowActivate) // a message box must not run inside the event
+    if (event->type() == QEvent::WindowActivate) // a message box must not run inside the event
         QTimer::singleShot(0, this, [this] { m_parts->services.checkFileChanges(); });
     return QMainWindow::event(event);
 }

@@ -30,7 +30,7 @@ namespace {
 bool allLoaded(const Activity &activity)
 {
     const QList<QPointer<Project>> projects = activity.projects();
-    return std::ranges::all_of(projects, [](const Project *project) { return project && project->openedOK(); });
+    return std::ranges::all_of(projects, &Project::openedOK);
 }
 
 /// The open project of the file @p path, also if it was opened by another path; null if there is none.
@@ -38,7 +38,7 @@ const Project *projectOfFile(const Activity &activity, const QString &path)
 {
     const QString canonical = QFileInfo(path).canonicalFilePath();
     for (const QPointer<Project> &project : activity.projects()) {
-        if (project && !canonical.isEmpty() && QFileInfo(project->fileName()).canonicalFilePath() == canonical)
+        if (!canonical.isEmpty() && QFileInfo(project->fileName()).canonicalFilePath() == canonical)
             return project;
     }
     return nullptr;
@@ -225,7 +225,7 @@ bool ProjectCommands::show(std::unique_ptr<ProjectWorkspace> workspace, const QS
 void ProjectCommands::runScripts()
 {
     const QPointer<ProjectWorkspace> workspace(m_activity.workspace()); // it may close during the question
-    if (workspace && hasProjectScripts(m_activity) && m_trust.mayRun(workspace->fileName()) && workspace)
+    if (hasProjectScripts(m_activity) && m_trust.mayRun(workspace->fileName()) && workspace)
         runProjectScripts(m_activity, [this](const QString &script) { m_window.runPyFile(script); });
 }
 
@@ -256,7 +256,7 @@ void ProjectCommands::showOutcome()
 {
     QStringList missing;
     for (const QPointer<Project> &project : m_activity.projects()) {
-        if (project && !project->openedOK())
+        if (!project->openedOK())
             missing.append(QDir::toNativeSeparators(project->fileName()));
     }
     m_window.showMessage(missing.isEmpty() ? QString()

@@ -67,7 +67,6 @@ void ScriptRecorder::setRecording(bool recording)
     if (!recording)
         return finish();
     m_script.clear();
-    m_wait.reset();
     m_workspace = workspaceFile();
     takeSnapshot();
     m_recording = true;
@@ -77,8 +76,7 @@ void ScriptRecorder::setRecording(bool recording)
 void ScriptRecorder::finish()
 {
     note();
-    if (m_wait)
-        add({});
+    add({});
     m_recording = false;
     if (m_script.isEmpty())
         m_window.showMessage(tr("Nothing was recorded."));
@@ -298,8 +296,6 @@ ScriptRecorder::Breakpoints ScriptRecorder::breakpointsOf(const Project &project
 {
     Breakpoints found;
     const auto breakpoints = queryPlugin<IBreakpoints>(project.executionInterface());
-    if (!breakpoints)
-        return found;
     for (const BreakpointRecord &record : askPlugin<&IBreakpoints::breakpoints>(breakpoints)) {
         if (!record.locations.isEmpty())
             found.insert({record.locations.first().file, record.locations.first().line}, record.state);

@@ -205,7 +205,7 @@ bool TemplateCommands::isOpen(const QString &projectFile) const
     const QFileInfo file(projectFile);
     const QList<QPointer<Project>> projects = m_activity.projects();
     return std::any_of(projects.begin(), projects.end(), [&file](const QPointer<Project> &project) {
-        return project && file.exists() && QFileInfo(project->fileName()) == file;
+        return file.exists() && QFileInfo(project->fileName()) == file;
     });
 }
 
@@ -302,8 +302,7 @@ void TemplateCommands::saveAsTemplate(Project *project)
         return;
     const QString directory = QDir(m_directories.user).filePath(directoryNameOf(name));
     const QList<QPointer<Project>> projects = m_activity.projects();
-    if (std::any_of(projects.begin(), projects.end(),
-                    [&](const auto &each) { return each && liesIn(*each, directory); }))
+    if (std::any_of(projects.begin(), projects.end(), [&](const auto &each) { return liesIn(*each, directory); }))
         return warn(tr("The template '%1' cannot be replaced, because an open project lies in its folder. Please enter "
                        "another name.")
                         .arg(name));

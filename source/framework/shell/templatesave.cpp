@@ -143,8 +143,7 @@ bool writeTemplateFile(const QString &directory, const QString &type, const QStr
     if (!type.isNull())
         writer.writeAttribute(u"type"_s, type);
     writer.writeTextElement(u"displayname"_s, name);
-    if (!description.isNull())
-        writer.writeTextElement(u"description"_s, description);
+    writer.writeTextElement(u"description"_s, description);
     writer.writeEndElement();
     return writeFileSafely(QDir(directory).filePath(u"template.xml"_s), text.trimmed() + '\n');
 }

@@ -29,7 +29,7 @@ struct SavedTemplate
 /// Whether the project lies in the directory of a template, whose files would replace its own.
 [[nodiscard]] bool liesIn(const Project &project, const QString &directory);
 
-/// Writes a "template.xml". Null texts are left out.
+/// Writes a "template.xml". A null type is left out.
 [[nodiscard]] bool writeTemplateFile(const QString &directory, const QString &type, const QString &name,
                                      const QString &description);
 

@@ -118,9 +118,9 @@ void WindowMenus::activateConfiguration(int index)
 {
     Project *project = m_parts.activity.currentProject();
     VARNEL_ASSERT(project);
-    const QStringList names = project ? project->properties()->configurations() : QStringList();
-    if (index >= 0 && index < names.size())
-        project->setCurrentConfiguration(names[index]);
+    const QString name = project ? project->properties()->configurations().value(index) : QString();
+    if (!name.isEmpty())
+        project->setCurrentConfiguration(name);
 }
 
 void WindowMenus::updateToolsMenu()

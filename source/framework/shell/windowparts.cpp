@@ -392,8 +392,8 @@ void WindowParts::followState() const
 {
     QObject::connect(&activity, &Activity::stateChanging, &window, [this](ActivityState next) {
         const ActivityState present = activity.stateOfWork();
-        const bool compiles = next == StateBuilding && isDebugState(present); // in the session
-        if (!compiles && isDebugState(next) != isDebugState(present)) {
+        // A session continues behind a compilation.
+        if (next != StateBuilding && isDebugState(next) != isDebugState(present)) {
             layout.save(present);
             if (isDebugState(next) && !layout.isStored(next))
                 debugWindows->showFirstLayout();
