@@ -14,12 +14,15 @@
 #include "tabbedviewmanager.h"
 #include "textparamarkerwidget.h"
 #include "workspace.h"
+#include <QApplication>
 #include <QClipboard>
+#include <QHelpEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QProgressBar>
 #include <QSignalSpy>
 #include <QToolButton>
+#include <QToolTip>
 
 using namespace Qt::StringLiterals;
 
@@ -630,12 +633,14 @@ private Q_SLOTS:
         Fixture f;
         QCOMPARE(f.paras()->palette().color(QPalette::Base), QColor(u"ivory"_s));
         f.formats[FormatId::Standard].setFontPointSize(20);
+        f.formats[FormatId::Standard].setForeground(QColor(Qt::darkBlue));
         f.formats[FormatId::Background].setForeground(QColor(Qt::yellow));
         f.document->notifyViews(nullptr, false);
         QCOMPARE(f.paras()->font().pointSize(), 10);
         f.document->notifyViews(nullptr, true);
         QCOMPARE(f.paras()->font().pointSize(), 20);
         QCOMPARE(f.paras()->palette().color(QPalette::Base), QColor(Qt::yellow));
+        QCOMPARE(f.paras()->palette().color(QPalette::Text), QColor(Qt::darkBlue));
         QCOMPARE(f.margin()->lineHeight(), f.paras()->lineHeight());
     }
 
@@ -674,6 +679,48 @@ private Q_SLOTS:
         const Fixture f;
         QCOMPARE(f.view->findChild<QLineEdit *>()->placeholderText(), u"Go to address or symbol"_s);
         QCOMPARE(f.view->findChild<QToolButton *>(u"DisassemblyCancel"_s)->text(), u"Cancel"_s);
+    }
+
+    void barHasTheLooksOfTheWindow()
+    {
+        QWidget around; // as the darker space around documents
+        const Fixture f;
+        around.setBackgroundRole(QPalette::Dark);
+        around.setAutoFillBackground(true);
+        QPalette colours = around.palette();
+        colours.setColor(QPalette::Window, Qt::green);
+        colours.setColor(QPalette::Dark, Qt::red);
+        around.setPalette(colours);
+        around.resize(600, 500);
+        f.view->setParent(&around);
+        f.view->show();
+        around.show();
+        auto *bar = f.view->findChild<DisassemblerBar *>();
+        QTRY_VERIFY(bar->isVisible() && bar->height() > 5);
+        QCOMPARE(bar->grab().toImage().pixelColor(1, bar->height() / 2), QColor(Qt::green));
+        QCOMPARE(bar->font().family(), QApplication::font().family());
+    }
+
+    void longMessageDoesNotWidenTheView()
+    {
+        const Fixture f;
+        const int before = f.view->minimumSizeHint().width();
+        QVERIFY(!f.view->goTo(u"a symbol "_s.repeated(100)));
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
+        QCOMPARE(f.view->minimumSizeHint().width(), before);
+    }
+
+    void marginExplainsItsMarkers()
+    {
+        Fixture f;
+        f.host.toolTip = u"Breakpoint 1"_s;
+        f.view->setMarker(0x8005, IViewWithMarkers::EnabledBreakpointMarker, true, false);
+        const QPoint place(5, f.paras()->lineHeight() + 3);
+        QCOMPARE(f.view->childAt(f.margin()->mapTo(f.view.get(), place)), f.margin()); // not covered by the text
+        QHelpEvent event(QEvent::ToolTip, place, f.margin()->mapToGlobal(place));
+        QApplication::sendEvent(f.margin(), &event);
+        QCOMPARE(f.host.asked, QStringList{f.name + u":32773"_s});
+        QCOMPARE(QToolTip::text(), u"Breakpoint 1"_s);
     }
 
     void viewWithoutAHostShowsMarkers()
@@ -840,6 +887,26 @@ private Q_SLOTS:
         QVERIFY(!f.view->find({}, true, false, true, false));
         f.view->setFindTimeLimit(0);
         QVERIFY(!f.view->find(u"push"_s, true, false, true, false));
+    }
+
+    void repeatedSearchGoesOn()
+    {
+        const Fixture f;
+        QVERIFY(f.view->find(u"o"_s, true, false, true, true));
+        QCOMPARE(f.cursor(), u"8004"_s);
+        QVERIFY(f.view->find(u"o"_s, true, false, true, true));
+        QCOMPARE(f.cursor(), u"8008"_s);
+        QVERIFY(f.view->find(u"o"_s, true, false, false, true));
+        QCOMPARE(f.paras()->cursorPlace().column, 1);
+        QVERIFY(f.view->find(u"o"_s, true, false, false, true));
+        QCOMPARE(f.cursor(), u"8004"_s);
+    }
+
+    void wholeDisassemblyIsSelected()
+    {
+        const Fixture f([](FakeEnvironment &environment) { environment.high = 0x8007; });
+        f.view->selectAll();
+        QCOMPARE(f.view->selectedText(), u"00008000 bl 0x8200 <f>\nnop first"_s);
     }
 
     void searchFromTheStartIgnoresTheCursor()
@@ -1063,6 +1130,18 @@ private Q_SLOTS:
         QVERIFY(cancel->isVisible());
         QTRY_COMPARE(f.cursor(), u"8200"_s);
         QVERIFY(!cancel->isVisible());
+    }
+
+    void progressEndsWhenTheTextIsNotFound()
+    {
+        const Fixture f;
+        auto *cancel = f.view->findChild<QToolButton *>(u"DisassemblyCancel"_s);
+        auto *progress = f.view->findChild<QProgressBar *>(u"DisassemblyProgress"_s);
+        f.view->startFind(u"needle"_s, true, true, true);
+        Q_EMIT f.view->findChild<ParaSearch *>()->progress(40);
+        QVERIFY(cancel->isVisible() && progress->isVisible());
+        QTRY_COMPARE(f.message(), u"Cannot find the string needle."_s);
+        QVERIFY(!cancel->isVisible() && !progress->isVisible());
     }
 
     void objectsAreNamedAfterTheProcessor()

@@ -153,6 +153,22 @@ private Q_SLOTS:
         QVERIFY(handled);
     }
 
+    void eventsAreHandledWhileALongDocumentIsRead()
+    {
+        int handled = 0; // the first is before the document
+        for (int length = 3'000'000; handled < 2 && length < 100'000'000; length *= 2) {
+            Fixture f;
+            f.page(u"a.html"_s, QByteArray("<p>word</p> ").repeated(length) + "end");
+            handled = 0;
+            QTimer timer;
+            connect(&timer, &QTimer::timeout, this, [&] { ++handled; });
+            timer.start(0);
+            f.build();
+            QCOMPARE(f.found(u"end"_s), u"a.html"_s);
+        }
+        QVERIFY(handled > 1);
+    }
+
     void indexMayBeDeletedWhileItIsBuilt()
     {
         const Fixture f;
@@ -160,6 +176,25 @@ private Q_SLOTS:
         const QPointer<FullTextIndex> index = new FullTextIndex;
         QTimer::singleShot(0, this, [&] { delete index; });
         QVERIFY(!index->build(f.help()));
+        QVERIFY(!index);
+    }
+
+    void indexMayBeDeletedWhileALongDocumentIsRead()
+    {
+        QPointer<FullTextIndex> index = new FullTextIndex;
+        for (int length = 3'000'000; index && length < 100'000'000; length *= 2) {
+            const Fixture f;
+            f.page(u"a.html"_s, QByteArray("<p>word</p> ").repeated(length));
+            int handled = 0;
+            QTimer timer;
+            connect(&timer, &QTimer::timeout, this, [&] {
+                if (++handled == 2)
+                    delete index;
+            });
+            timer.start(0);
+            const bool built = index->build(f.help());
+            QCOMPARE(built, !index.isNull());
+        }
         QVERIFY(!index);
     }
 

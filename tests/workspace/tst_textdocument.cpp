@@ -356,6 +356,20 @@ private Q_SLOTS:
         QVERIFY(!f.document->isNewerOnDisk());
     }
 
+    void failedSaveAsIsReportedWithTheTimeOfTheFile()
+    {
+        EditorFixture f(u"text"_s);
+        QVERIFY(f.document->saveAs(f.path(u"b.c"_s)));
+        QStringList reported;
+        connect(f.document.get(), &Document::documentModified, this, [&] {
+            reported.append(QFileInfo(f.document->filename()).fileName()
+                            + (f.document->isNewerOnDisk() ? u" newer on disk"_s : u""_s));
+        });
+        BoxAnswers answers({QMessageBox::Ok});
+        QVERIFY(!f.document->saveAs(f.path(u"no/c.c"_s)));
+        QCOMPARE(reported, (QStringList{u"c.c"_s, u"b.c"_s}));
+    }
+
     void saveAsKeepsEncodingAndLineEnds()
     {
         EditorFixture f;
@@ -681,6 +695,29 @@ private Q_SLOTS:
         QVERIFY(f.document->save());
         QCOMPARE(contents(path), "b\xE2\x80\xA9"
                                  "c\n");
+    }
+
+    void recoveryOfAnyAgeShowsLaterChangesOnDisk_data()
+    {
+        QTest::addColumn<int>("age"); // in seconds, of the text, relative to the file as it was opened
+        QTest::addColumn<bool>("newer");
+        QTest::newRow("of an older file") << -60 << true;
+        QTest::newRow("of a newer file") << 60 << false;
+    }
+    void recoveryOfAnyAgeShowsLaterChangesOnDisk()
+    {
+        QFETCH(int, age);
+        EditorFixture f;
+        const QString path = f.path(u"a.c"_s);
+        put(path, "a");
+        QVERIFY(f.document->open(path));
+        const QDateTime opened = f.document->lastModified();
+        f.document->recover(u"typed"_s, opened.addSecs(age));
+        QTEST(f.document->isNewerOnDisk(), "newer");
+        QFile file(path);
+        QVERIFY(file.open(QIODevice::ReadWrite));
+        QVERIFY(file.setFileTime(opened.addSecs(30), QFileDevice::FileModificationTime));
+        QVERIFY(f.document->isNewerOnDisk());
     }
 
     void recoveredTextIsAnUnsavedChange()
