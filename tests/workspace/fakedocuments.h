@@ -25,9 +25,11 @@ public:
     bool saveAs(const QString &filename) override { return named(QStringLiteral("saveAs"), filename); }
     QDateTime lastModified() override { return {}; }
     QString filename() override { return m_filename; }
+    bool isNewerOnDisk() override { return newerOnDisk; }
     QString title() override { return m_filename.section(QChar::fromLatin1('/'), -1); }
 
     bool saves = true;
+    bool newerOnDisk = false;
     bool throws = false;
 
 private:

@@ -370,6 +370,25 @@ private Q_SLOTS:
         QCOMPARE(reported, (QStringList{u"c.c"_s, u"b.c"_s}));
     }
 
+    void readingAgainIsReportedWithTheTimeOfTheFile()
+    {
+        EditorFixture f;
+        const QString path = f.path(u"a.c"_s);
+        put(path, "old");
+        QVERIFY(f.document->open(path));
+        f.view->insertText(u"typed"_s);
+        QFile file(path);
+        QVERIFY(file.open(QIODevice::ReadWrite));
+        QVERIFY(file.setFileTime(f.document->lastModified().addSecs(5), QFileDevice::FileModificationTime));
+        QVERIFY(f.document->isNewerOnDisk());
+        QList<bool> newer;
+        connect(f.document.get(), &Document::documentModified, this,
+                [&] { newer.append(f.document->isNewerOnDisk()); });
+        QVERIFY(f.document->open(path));
+        QVERIFY(!newer.isEmpty());
+        QVERIFY(!newer.contains(true));
+    }
+
     void saveAsKeepsEncodingAndLineEnds()
     {
         EditorFixture f;

@@ -67,6 +67,7 @@ private Q_SLOTS:
         QTest::newRow("longer than a stretch") << u"x"_s.repeated(70) << u"x"_s.repeated(70) << true;
         QTest::newRow("no letters") << u"[]"_s << u"[]"_s << false;
         QTest::newRow("outside ASCII") << u"éxé"_s << u"ÉXÉ"_s << false;
+        QTest::newRow("outside Latin-1") << u"ф"_s << u"Ф"_s << false;
         QTest::newRow("kelvin") << u"kx"_s << u"\u212aX"_s << false;
         QTest::newRow("long s") << u"xS"_s << u"x\u017f"_s << false;
     }
@@ -153,6 +154,38 @@ private Q_SLOTS:
         QCOMPARE(place(line.backward(text, text.size())), 8);
         QCOMPARE(place(line.backward(text, 7)), 0);
         QCOMPARE(place(TextPattern(u"none"_s, {SearchOptions{}, true}).backward(text, text.size())), -1);
+    }
+
+    void searchBackwardSaysWhetherItWasGivenUp()
+    {
+        const QString text = u"one\u2029two"_s;
+        TextPattern pattern(u"[no]ne"_s, {SearchOptions{}, true});
+        QVERIFY(pattern.backward(text, text.size()));
+        QVERIFY(!pattern.hasGivenUp());
+        pattern.setTimeLimit(0);
+        QVERIFY(!pattern.backward(text, text.size()));
+        QVERIFY(pattern.hasGivenUp());
+        pattern.setTimeLimit(60'000);
+        QVERIFY(pattern.backward(text, text.size()));
+        QVERIFY(pattern.hasGivenUp()); // once
+    }
+
+    void patternsThatCannotMatch_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<bool>("regExp");
+        QTest::addColumn<bool>("can");
+        QTest::newRow("text") << u"("_s << false << true;
+        QTest::newRow("no text") << QString() << false << false;
+        QTest::newRow("expression") << u"(a)"_s << true << true;
+        QTest::newRow("no expression") << QString() << true << false;
+        QTest::newRow("wrong expression") << u"("_s << true << false;
+    }
+    void patternsThatCannotMatch()
+    {
+        QFETCH(const QString, text);
+        QFETCH(const bool, regExp);
+        QTEST(TextPattern(text, {SearchOptions{}, regExp}).canMatch(), "can");
     }
 };
 

@@ -277,6 +277,32 @@ private Q_SLOTS:
         f.putCursor(0, 1, 0, 3);
         QTest::keyClick(f.edit(), Qt::Key_Tab);
         QCOMPARE(f.text(), u"\t   "_s);
+        f.view->undo(); // one step
+        QCOMPARE(f.text(), u"\tab"_s);
+    }
+
+    void tabIndentsTheSelectedLines()
+    {
+        EditorFixture f(u"one\ntwo"_s);
+        f.docTemplate.indenter()->setKeepTabs(false);
+        f.putCursor(0, 1, 1, 2);
+        QTest::keyClick(f.edit(), Qt::Key_Tab);
+        QCOMPARE(f.text(), u"    one\n    two"_s);
+        QTest::keyClick(f.edit(), Qt::Key_Backtab, Qt::ShiftModifier);
+        QCOMPARE(f.text(), u"one\ntwo"_s);
+    }
+
+    void keysWithControlDoNotIndent()
+    {
+        EditorFixture f(u"{\n one\n two\n}"_s);
+        f.docTemplate.indenter()->setIndentMode(TextIndent::Smart);
+        f.docTemplate.indenter()->setKeepTabs(false);
+        f.putCursor(1, 1, 2, 2);
+        QTest::keyClick(f.edit(), Qt::Key_Tab, Qt::ControlModifier);
+        QTest::keyClick(f.edit(), Qt::Key_Backtab, Qt::ControlModifier | Qt::ShiftModifier);
+        f.putCursor(1, 4);
+        QTest::keyClick(f.edit(), Qt::Key_Return, Qt::ControlModifier);
+        QCOMPARE(f.text(), u"{\n one\n two\n}"_s);
     }
 
     void keysWithoutIndenterAreThoseOfTheToolkit()
@@ -686,6 +712,16 @@ private Q_SLOTS:
         sendToolTip(marginOf(f.edit()), {5, heightOf(2)});
         QCOMPARE(f.host.asked, QStringList{f.path(u"a.c"_s) + u":2"_s});
         QCOMPARE(QToolTip::text(), f.host.toolTip);
+    }
+
+    void marginWithoutAHostShowsNoToolTip()
+    {
+        EditorFixture f(u"one"_s);
+        f.docTemplate.setEditorHost(nullptr);
+        f.view->setMarker(1, TextView::EnabledBreakpointMarker, true, false);
+        QToolTip::showText({}, u"before"_s);
+        sendToolTip(marginOf(f.edit()), {5, 5});
+        QTRY_VERIFY(!QToolTip::isVisible());
     }
 
     void markerAtTheCursorMustBeVisible()
@@ -1406,6 +1442,26 @@ private Q_SLOTS:
         QCOMPARE(f.edit()->palette().color(QPalette::Text), QColor(Qt::yellow));
         QCOMPARE(f.document->text()->defaultFont().pointSize(), 20);
         QCOMPARE(f.edit()->font().pointSize(), 20);
+    }
+
+    void fontOfTheWindowDoesNotReachTheText()
+    {
+        EditorFixture f(u"text"_s);
+        QFont font = f.view->font();
+        font.setUnderline(true);
+        f.view->setFont(font);
+        QVERIFY(!f.document->text()->defaultFont().underline());
+        QCOMPARE(f.document->text()->defaultFont().pointSize(), 10);
+    }
+
+    void splitHandleLooksLikeAButton()
+    {
+        EditorFixture f;
+        const QImage picture = f.edit()->findChild<TextSplitterWidget *>()->grab().toImage();
+        QSet<QRgb> colours;
+        for (int y = 0; y < picture.height(); ++y)
+            colours.insert(picture.pixel(picture.width() / 2, y));
+        QVERIFY(colours.size() > 1); // it has an edge
     }
 
     void textFillsPages_data()

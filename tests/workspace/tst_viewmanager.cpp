@@ -223,6 +223,33 @@ private Q_SLOTS:
         f.log.clear();
     }
 
+    void viewMayBeClosedDuringTheQuestionWhetherToOverwrite()
+    {
+        Fixture f(Tabbed, {u"/x/a.c"_s});
+        QPointer document(static_cast<FakeDocument *>(f.workspace.findDocument(u"/x/a.c"_s)));
+        document->setModified(true);
+        document->newerOnDisk = true;
+        QPointer<View> view = f.manager->currentView();
+        int boxes = 0;
+        QTimer timer;
+        connect(&timer, &QTimer::timeout, this, [&] {
+            auto *box = qobject_cast<QMessageBox *>(QApplication::activeModalWidget());
+            if (box && ++boxes == 1) {
+                box->button(QMessageBox::Yes)->click();
+            } else if (box) {
+                document->setModified(false);
+                Q_EMIT view->viewClosed(view);
+                box->button(QMessageBox::Ok)->click();
+            }
+        });
+        timer.start(1);
+        view->close();
+        QCOMPARE(boxes, 2);
+        QVERIFY(!view && !document);
+        QCOMPARE(f.log, QStringList{u"delete /x/a.c"_s}); // it is not saved any more
+        f.log.clear();
+    }
+
     void cancelDuringCloseAllKeepsThatViewOnly_data() { styles(); }
     void cancelDuringCloseAllKeepsThatViewOnly()
     {

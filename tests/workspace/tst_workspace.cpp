@@ -170,9 +170,12 @@ private Q_SLOTS:
         workspace.setViewManager(&manager);
         workspace.addTemplate(docTemplate);
         QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"^ASSERT: \"view\" in "_s));
+        qsizetype whileShown = -1;
+        QTimer::singleShot(0, this, [&] { whileShown = workspace.documents().size(); });
         const BoxAnswers box({QMessageBox::Ok});
         QVERIFY(!workspace.openDocument(u"/x/a.c"_s, true));
         QVERIFY(workspace.documents().isEmpty());
+        QCOMPARE(whileShown, 0);
     }
 
     void addingADocumentTwiceFailsAnAssertion()
