@@ -711,6 +711,7 @@ private Q_SLOTS:
         QVERIFY(f.document->open(path));
         f.document->recover(u"b\u2029c\n"_s);
         QCOMPARE(f.document->text()->blockCount(), 2);
+        QVERIFY(!f.document->isNewerOnDisk());
         QVERIFY(f.document->save());
         QCOMPARE(contents(path), "b\xE2\x80\xA9"
                                  "c\n");

@@ -1442,6 +1442,13 @@ private Q_SLOTS:
         QCOMPARE(f.edit()->palette().color(QPalette::Text), QColor(Qt::yellow));
         QCOMPARE(f.document->text()->defaultFont().pointSize(), 20);
         QCOMPARE(f.edit()->font().pointSize(), 20);
+        const QImage picture = f.edit()->viewport()->grab().toImage();
+        int yellow = 0;
+        for (int y = 0; y < picture.height(); ++y) {
+            for (int x = 0; x < picture.width(); ++x)
+                yellow += picture.pixelColor(x, y) == QColor(Qt::yellow);
+        }
+        QVERIFY(yellow > 0);
     }
 
     void fontOfTheWindowDoesNotReachTheText()
@@ -1452,6 +1459,11 @@ private Q_SLOTS:
         f.view->setFont(font);
         QVERIFY(!f.document->text()->defaultFont().underline());
         QCOMPARE(f.document->text()->defaultFont().pointSize(), 10);
+        const QFont before = QApplication::font();
+        QApplication::setFont(font);
+        const bool changed = f.document->text()->defaultFont().underline();
+        QApplication::setFont(before);
+        QVERIFY(!changed);
     }
 
     void splitHandleLooksLikeAButton()
