@@ -2,6 +2,7 @@
 #include "document.h"
 #include "documenttemplate.h"
 #include "viewinterfaces.h"
+#include <functional>
 #include <QEvent>
 #include <stdexcept>
 
@@ -18,6 +19,8 @@ public:
     bool save() override
     {
         note(QStringLiteral("save"));
+        if (whenSaved)
+            whenSaved();
         if (saves)
             setModified(false);
         return saves;
@@ -30,6 +33,7 @@ public:
 
     bool saves = true;
     bool newerOnDisk = false;
+    std::function<void()> whenSaved;
     bool throws = false;
 
 private:

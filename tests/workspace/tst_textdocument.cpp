@@ -246,6 +246,23 @@ private Q_SLOTS:
         QCOMPARE(contents(path), "");
     }
 
+    void documentMayBeClosedDuringTheQuestionWhetherToCreateItsFile()
+    {
+        EditorFixture f;
+        bool shown = false;
+        QTimer::singleShot(0, this, [&] {
+            const QPointer box(qobject_cast<QMessageBox *>(QApplication::activeModalWidget()));
+            shown = box;
+            f.view.reset();
+            f.document.reset();
+            if (box)
+                box->button(QMessageBox::Yes)->click();
+        });
+        TextDocument *document = f.document.get();
+        QVERIFY(!document->open(f.path(u"new.c"_s)));
+        QVERIFY(shown && !f.document);
+    }
+
     void otherThanReadableRegularFilesCannotBeOpened_data()
     {
         QTest::addColumn<QString>("path"); // an absolute one replaces the directory

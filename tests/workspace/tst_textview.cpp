@@ -695,6 +695,8 @@ private Q_SLOTS:
         QCOMPARE(Calls(toggled), Calls({{2}}));
         QTest::mouseClick(marginOf(f.edit()), Qt::LeftButton, {}, {9, int(lines.at(1).rect.bottom()) + 20});
         QCOMPARE(toggled.size(), 1); // there is no line
+        QTest::mouseClick(marginOf(f.edit()), Qt::RightButton, {}, {9, int(lines.at(1).rect.center().y())});
+        QCOMPARE(toggled.size(), 1);
     }
 
     void marginShowsToolTipsForBreakpointsOnly()
@@ -981,6 +983,16 @@ private Q_SLOTS:
         QCOMPARE(f.text(), u"// one\ntwo\n"_s);
     }
 
+    void readOnlyTextCannotBeIndented()
+    {
+        EditorFixture f(u"  one\n  two\n"_s);
+        f.edit()->setReadOnly(true);
+        f.putCursor(0, 0, 1, 3);
+        QTest::keyClick(f.edit(), Qt::Key_Tab);
+        QTest::keyClick(f.edit(), Qt::Key_Backtab, Qt::ShiftModifier);
+        QCOMPARE(f.text(), u"  one\n  two\n"_s);
+    }
+
     void closedPaneIsReportedAlsoWithoutTheFocus()
     {
         const EditorFixture f(numbered(50));
@@ -1070,6 +1082,39 @@ private Q_SLOTS:
         QCOMPARE(f.edit(1)->objectName(), u"new2"_s);
         QCOMPARE(f.edit(1)->accessibleName(), u"Text of new.c"_s);
         QCOMPARE(marginOf(f.edit())->objectName(), u"new/margin"_s);
+    }
+
+    void hiddenViewCanBeSplit()
+    {
+        EditorFixture f(numbered(200));
+        f.view->hide();
+        f.view->splitAt(f.edit(), 200);
+        f.view->show();
+        QTRY_VERIFY(f.edit(1)->isVisible());
+        QTRY_VERIFY(std::abs(f.edit(0)->height() - 200) < 10);
+    }
+
+    void splitPaneLeavesTheHeightsOfTheOthers()
+    {
+        EditorFixture f(numbered(200));
+        f.view->splitAt(f.edit(), 300);
+        const int low = f.edit(1)->height();
+        f.view->splitAt(f.edit(0), 200);
+        QCOMPARE(f.view->edits().size(), 3);
+        QVERIFY(std::abs(f.edit(0)->height() - 200) < 10);
+        QVERIFY(std::abs(f.edit(1)->height() - 100) < 10);
+        QVERIFY(std::abs(f.edit(2)->height() - low) < 10);
+    }
+
+    void collapsedPaneTakesNoHeightOfASplit()
+    {
+        EditorFixture f(numbered(200));
+        f.view->split();
+        f.view->findChild<QSplitter *>()->setSizes({395, 5});
+        QTRY_VERIFY(f.edit(1)->isHidden());
+        f.view->splitAt(f.edit(0), 200);
+        QVERIFY(std::abs(f.edit(0)->height() - 200) < 10);
+        QVERIFY(f.edit(2)->height() > 100);
     }
 
     void splitPanesShareTheText()

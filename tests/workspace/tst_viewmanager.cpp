@@ -223,6 +223,24 @@ private Q_SLOTS:
         f.log.clear();
     }
 
+    void newerFileIsOnlyOverwrittenIfTheUserAgrees()
+    {
+        Fixture f(Tabbed, {u"/x/a.c"_s});
+        auto *document = static_cast<FakeDocument *>(f.workspace.findDocument(u"/x/a.c"_s));
+        document->setModified(true);
+        document->newerOnDisk = true;
+        {
+            const BoxAnswers answers({QMessageBox::Yes, QMessageBox::Cancel});
+            f.manager->closeCurrentView();
+        }
+        QCOMPARE(f.log, QStringList());
+        QCOMPARE(f.manager->views().size(), 1);
+        const BoxAnswers answers({QMessageBox::Yes, QMessageBox::Ok});
+        f.manager->closeCurrentView();
+        QCOMPARE(f.log, (QStringList{u"save /x/a.c"_s, u"delete /x/a.c"_s}));
+        f.log.clear();
+    }
+
     void viewMayBeClosedDuringTheQuestionWhetherToOverwrite()
     {
         Fixture f(Tabbed, {u"/x/a.c"_s});

@@ -138,6 +138,8 @@ private Q_SLOTS:
         workspace.setViewManager(&manager);
         QTest::ignoreMessage(QtWarningMsg, "Workspace::openDocument: No template found for document (/x/a.c)");
         QVERIFY(!workspace.openDocument(u"/x/a.c"_s, true));
+        QTest::ignoreMessage(QtWarningMsg, "Workspace::openDocument: No template found for document (/x/a.c)");
+        QVERIFY(!workspace.openOrCreate(u"/x/a.c"_s));
     }
 
     void emptyNameFailsAnAssertion()
@@ -393,6 +395,18 @@ private Q_SLOTS:
         f.document(u"/x/a.c"_s)->saves = true;
         QVERIFY(f.workspace.saveAll(onlyModified));
         QVERIFY(!f.workspace.anyModified());
+    }
+
+    void documentThatIsClosedWhileAnotherIsSavedIsNotSaved()
+    {
+        Fixture f;
+        QVERIFY(f.workspace.openDocument(u"/x/a.c"_s, true));
+        QVERIFY(f.workspace.openDocument(u"/x/b.c"_s, true));
+        f.document(u"/x/a.c"_s)->setModified(true);
+        f.document(u"/x/a.c"_s)->whenSaved = [&f] { f.manager.closeDocument(f.document(u"/x/b.c"_s)); };
+        f.log.clear();
+        QVERIFY(f.workspace.saveAll(true));
+        QCOMPARE(f.log, (QStringList{u"save /x/a.c"_s, u"delete /x/b.c"_s}));
     }
 
     void exceptionInCanOpenCountsAsNo()
