@@ -131,6 +131,9 @@ void tst_CppIndent::columnOfTheLastLineIsAsExpected_data()
     QTest::newRow("third line of a broken for head") << u"  for ( a;\n        b;\nc"_s << 8;
     QTest::newRow("tab in a line above") << u"\tfoo( a,\nb"_s << 9;
     QTest::newRow("tab behind a character") << u"a\t= b +\nc"_s << 6;
+    QTest::newRow("tab in a string") << u"x = \"\t\"; y( a,\nb"_s << 14;
+    QTest::newRow("unfinished line behind an if") << u"  if ( x ) a +\nb"_s << 10;
+    QTest::newRow("below the body of an if of two lines") << u"  if ( x )\n    a +\n      b;\nc"_s << 2;
     QTest::newRow("Q_OBJECT is no unfinished line") << u"class A {\n    Q_OBJECT\nb"_s << 4;
 
     QTest::newRow("directive") << u"void f() {\n    #if"_s << 0;

@@ -797,6 +797,13 @@ private Q_SLOTS:
         QTEST(f.document->bracketMatch().selectedText().replace(QChar::ParagraphSeparator, u'\n'), "match");
     }
 
+    void bracketOfALineThatIsNotHighlightedYetIsMatched()
+    {
+        EditorFixture f(u"x;\n"_s.repeated(20'000) + u"(a)"_s);
+        f.document->matchBrackets(QTextCursor(f.document->text()->lastBlock()));
+        QCOMPARE(f.document->bracketMatch().selectedText(), u"(a)"_s);
+    }
+
     void distantPartnerIsFoundWhileTheProgramIsIdle()
     {
         EditorFixture f(u"{\n"_s + u"x;\n"_s.repeated(20'000) + u"}"_s);

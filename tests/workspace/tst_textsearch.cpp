@@ -170,6 +170,15 @@ private Q_SLOTS:
         QVERIFY(pattern.hasGivenUp()); // once
     }
 
+    void matchThatEndsBehindTheEndIsNotReplaced()
+    {
+        for (const bool regExp : {false, true}) {
+            const TextPattern pattern(u"ab"_s, {SearchOptions{}, regExp});
+            QCOMPARE(pattern.replacements(u"ab ab"_s, u"x"_s, 0, 5).size(), 2);
+            QCOMPARE(pattern.replacements(u"ab ab"_s, u"x"_s, 0, 4).size(), 1);
+        }
+    }
+
     void patternsThatCannotMatch_data()
     {
         QTest::addColumn<QString>("text");
