@@ -1445,6 +1445,36 @@ private Q_SLOTS:
             QVERIFY(contrast(match.background().color(), f.formats[id].foreground().color()) > 3);
     }
 
+    void matchedBracketsFollowTheColourOfThePaper()
+    {
+        EditorFixture f(u"a (x) b"_s);
+        f.putCursor(0, 2);
+        QTRY_VERIFY(!f.edit()->extraSelections().isEmpty());
+        f.formats[FormatId::Background].setForeground(Qt::black);
+        f.document->notifyViews(nullptr, true);
+        QCOMPARE(f.edit()->extraSelections().at(0).format.background().color(), editorColours(Qt::black).bracket);
+    }
+
+    void updateRepaintsTheText()
+    {
+        EditorFixture f(numbered(50));
+        QCoreApplication::processEvents();
+        f.edit()->clearFocus(); // no cursor blinks
+        QCoreApplication::processEvents();
+        const PaintCounter paints(f.edit()->viewport());
+        f.view->update(nullptr, false);
+        QTRY_COMPARE(paints.count, 1);
+    }
+
+    void linesHaveTheirColoursWhenTheyAreShown()
+    {
+        EditorFixture f(u"int x;\n"_s.repeated(20'000));
+        f.view->gotoLine(15'000);
+        f.edit()->viewport()->grab();
+        const QTextBlock line = f.document->text()->findBlockByNumber(14'999);
+        QVERIFY(!line.layout()->formats().isEmpty());
+    }
+
     void focusedPaneOfTheSourceIsNotUpdated_data()
     {
         QTest::addColumn<bool>("fromHere");
