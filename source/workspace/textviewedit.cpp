@@ -260,8 +260,6 @@ void TextViewEdit::pressReturn(QKeyEvent *event)
     QKeyEvent press(event->type(), event->key(), event->modifiers() & ~Qt::ShiftModifier, event->text(),
                     event->isAutoRepeat());
     LongLineEdit::keyPressEvent(&press);
-    if (!m_document->indenter())
-        return;
     QTextCursor step = textCursor();
     step.joinPreviousEditBlock();
     indent();

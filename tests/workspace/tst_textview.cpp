@@ -17,6 +17,7 @@
 #include <QPrintDialog>
 #include <QPrinter>
 #include <QRubberBand>
+#include <QSettings>
 #include <QScrollBar>
 #include <QSignalSpy>
 #include <QSplitter>
@@ -318,6 +319,11 @@ private Q_SLOTS:
         QTest::keyClick(view->currentEdit(), Qt::Key_Tab);
         view->indentSelection();
         QCOMPARE(document->text()->toPlainText(), u"  a\n\t"_s);
+        const QTemporaryDir directory;
+        QSettings settings(directory.filePath(u"s.ini"_s), QSettings::IniFormat);
+        settings.setValue(u"Editor/LineNumbers"_s, 0);
+        docTemplate.readSettings(settings);
+        QVERIFY(!docTemplate.showsLineNumbers());
     }
 
     void returnIndentsTheNewLineInOneStep()

@@ -241,6 +241,22 @@ private Q_SLOTS:
         f.log.clear();
     }
 
+    void viewMayBeDeletedWhileItsDocumentIsSaved()
+    {
+        QStringList log;
+        FakeTemplate docTemplate({}, &log);
+        FakeDocument document(&docTemplate, &log);
+        const QPointer<View> view = docTemplate.createView(&document);
+        view->show();
+        document.setModified(true);
+        document.whenSaved = [&view] { delete view; };
+        const BoxAnswers answers({QMessageBox::Yes});
+        const QSignalSpy closed(view, &View::viewClosed);
+        view->close();
+        QVERIFY(!view);
+        QCOMPARE(closed.size(), 0);
+    }
+
     void viewMayBeClosedDuringTheQuestionWhetherToOverwrite()
     {
         Fixture f(Tabbed, {u"/x/a.c"_s});
