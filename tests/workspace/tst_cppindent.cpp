@@ -122,6 +122,10 @@ void tst_CppIndent::columnOfTheLastLineIsAsExpected_data()
     QTest::newRow("less-or-equal does not align") << u"  x <= a +\nb"_s << 10;
     QTest::newRow("first sign of an equality aligns") << u"  x == a +\nb"_s << 5;
     QTest::newRow("equals before a comma does not align") << u"  int x = 1,\ny"_s << 10;
+    QTest::newRow("equals at the end of a further line") << u"  a +\n    x =\ny"_s << 4;
+    QTest::newRow("equals of a list does not align") << u"  x = 1,\ny"_s << 10;
+    QTest::newRow("equals in parentheses does not align") << u"  foo( a = b ) +\nc"_s << 10;
+    QTest::newRow("equals in braces does not align") << u"  x{ a = b } +\nc"_s << 10;
     QTest::newRow("equals with an open parenthesis does not align") << u"x = f( a ) + (\nb"_s << 8;
     QTest::newRow("unfinished line") << u"  a +\nb"_s << 10;
     QTest::newRow("third line of an expression") << u"  a +\n    b +\nc"_s << 4;
@@ -270,6 +274,10 @@ void tst_CppIndent::modesOtherThanSmartOnlyCopy()
     indent.indent(document.get(), document->lastBlock(), nullptr, &newIndent);
     QCOMPARE(newIndent, 2);
     QCOMPARE(document->lastBlock().text(), u"  b"_s);
+    QVERIFY(!indent.changesIndent(u"  }"_s));
+    indent.setIndentMode(TextIndent::Smart);
+    QVERIFY(indent.changesIndent(u"  }"_s));
+    QVERIFY(!indent.changesIndent(u"  x}"_s));
 }
 
 void tst_CppIndent::smartModeRewritesTheLine()

@@ -557,6 +557,8 @@ private Q_SLOTS:
         const Fixture f([](FakeEnvironment &environment) { environment.isFetched = false; });
         QTRY_COMPARE(f.message(), u"Reading the instructions..."_s);
         QCOMPARE(f.paras()->visibleText(), u"...\n"_s);
+        f.view->update(nullptr, false);
+        QCOMPARE(f.message(), u"Reading the instructions..."_s); // not that there are none
         f.view->setMarker(0x8001, IViewWithMarkers::CurrentLineMarker, true, false);
         const QImage withoutArrow = f.margin()->grab().toImage();
         f.environment->isFetched = true;
@@ -781,6 +783,15 @@ private Q_SLOTS:
         QApplication::sendEvent(f.view.get(), &unused);
         QVERIFY(used.isAccepted());
         QVERIFY(!unused.isAccepted());
+        QKeyEvent escape(QEvent::KeyPress, Qt::Key_Escape, {});
+        QApplication::sendEvent(f.view.get(), &escape); // nothing runs, and the text has the focus
+        QVERIFY(!escape.isAccepted());
+        auto *field = f.view->findChild<QLineEdit *>(u"DisassemblyGoTo"_s);
+        field->setFocus();
+        unused.accept();
+        QApplication::sendEvent(f.view.get(), &unused);
+        QVERIFY(!unused.isAccepted());
+        QVERIFY(field->hasFocus());
     }
 
     void focusEmitsTheAvailableCommands()
@@ -1036,6 +1047,13 @@ private Q_SLOTS:
         QTEST(f.cursor(), "cursor");
     }
 
+    void upperHalfOfAnotherRegionDoesNotCount()
+    {
+        const Fixture f([](FakeEnvironment &env) { env.wide.reset(new WideMemory(0x555500009000)); });
+        QVERIFY(f.view->goTo(u"0x7fff00008300"_s)); // that of this region is not known
+        QCOMPARE(f.cursor(), u"8300"_s);
+    }
+
     void goesToAddressesAndSymbols_data()
     {
         QTest::addColumn<QString>("text");
@@ -1108,6 +1126,8 @@ private Q_SLOTS:
         QTRY_VERIFY(cancel->isVisible());
         auto *search = f.view->findChild<ParaSearch *>();
         QVERIFY(search->isRunning());
+        QTest::keyClick(f.paras(), Qt::Key_F9);
+        QVERIFY(search->isRunning());
         QTest::keyClick(f.paras(), Qt::Key_Escape);
         QVERIFY(!cancel->isVisible());
         QVERIFY(!search->isRunning());
@@ -1174,6 +1194,9 @@ private Q_SLOTS:
         markers->clearMarkers(0x08);
         QCOMPARE(picture(), none);
         markers->setMarker(0x8005, 0x08, true, false); // no branch
+        QCOMPARE(picture().pixelColor(onSpine), none.pixelColor(onSpine));
+        markers->clearMarkers(0x08);
+        markers->setMarker(0x8003, 0x08, true, false); // within an instruction
         QCOMPARE(picture().pixelColor(onSpine), none.pixelColor(onSpine));
     }
 

@@ -163,6 +163,7 @@ private Q_SLOTS:
         row("end of each line", "foo\nfoo\nfoox\n", u"foo$"_s, false, true, u"1:foo 2:foo"_s);
         row("end of a line of DOS", "foo\r\nfoox\r\n", u"foo$"_s, false, true, u"1:foo"_s);
         row("Latin-1", "x\xE4x\n\xE4\n", u"x\\wx"_s, false, true, u"1:xäx"_s);
+        row("Latin-1 in the expression", "a\nx\xE4\xE4\n", u"xä+"_s, false, true, u"2:xää"_s);
         row("part of every match", "number\nnum = 1\nnumb_1\n", u"[a-z]umb.r?[0-9]"_s, false, true, u"3:numb_1"_s);
         row("part of every match, case ignored", "NUMBER\n", u"[a-z]umb.r"_s, false, false, u"1:NUMBER"_s);
         row("part of every match in lines that end in a carriage return", "one\rtwo\r", u"t[a-z]o"_s, false, true,
@@ -208,7 +209,9 @@ private Q_SLOTS:
     {
         write(u"f"_s, "a.c\nabc\n");
         QCOMPARE(found({.text = u"a.c"_s}), QStringList{u"f:1:a.c"_s});
+        const QSignalSpy remarks(m_searcher.get(), &FileSearcher::remark);
         QCOMPARE(found({.text = u"a.c"_s, .regExp = true}), (QStringList{u"f:1:a.c"_s, u"f:2:abc"_s}));
+        QCOMPARE(remarks.size(), 0);
     }
 
     // The reported text of a line
@@ -637,6 +640,11 @@ private Q_SLOTS:
                            .files = QStringList{m_folder->filePath(u"link/a"_s)},
                            .editedTexts = {{m_folder->filePath(u"real/a"_s), u"\nneedle as edited"_s}}});
         QTRY_COMPARE(m_reported, (QStringList{u"link/a:2:needle as edited"_s, u"finished"_s}));
+        m_reported.clear();
+        m_searcher->start({.text = u"needle"_s,
+                           .files = QStringList{m_folder->filePath(u"link/a"_s)},
+                           .editedTexts = {{m_folder->filePath(u"link/a"_s), u"\n\nneedle of the link"_s}}});
+        QTRY_COMPARE(m_reported, (QStringList{u"link/a:3:needle of the link"_s, u"finished"_s}));
     }
 
     void givenFilesAndEditedTextsAreSearched()
