@@ -86,6 +86,7 @@ private Q_SLOTS:
             "ber\nüber\n",
             u"über"_s, true, false, u"0+4 5+5"_s);
         row("binary", QByteArray("\0\0\xff\0needle\0\xfe", 12), u"needle"_s, true, false, u"4+6"_s);
+        row("across lines beyond ASCII", "é\né", u"é\né"_s, true, false, u"0+5"_s);
         row("across lines", "one\ntwo", u"e\nt"_s, true, false, u"2+3"_s);
     }
 

@@ -20,6 +20,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QProgressBar>
+#include <QScrollBar>
 #include <QSignalSpy>
 #include <QToolButton>
 #include <QToolTip>
@@ -37,7 +38,9 @@ public:
 
     QList<MemoryRegion64> regions() override
     {
-        return {{u"other"_s, 3, 0, 0xff, true, 1}, {u"flash"_s, 0, m_low, m_low + 0xfff, true, 1}};
+        const quint64 sameLowerHalf = 0x111100000000 | uint(m_low);
+        return {{u"other"_s, 3, sameLowerHalf, sameLowerHalf + 0xff, true, 1},
+                {u"flash"_s, 0, m_low, m_low + 0xfff, true, 1}};
     }
     int read(int, int, quint64, quint64 *) override { return IMemory::NoMemory; }
     int write(int, int, quint64, quint64, bool) override { return IMemory::NoMemory; }
@@ -853,6 +856,10 @@ private Q_SLOTS:
         QCOMPARE(f.margin()->markers(), (QMap<int, int>{{5, 0x01}}));
         f.view->gotoLine(0x8005);
         QVERIFY(markers->hasMarkerAtCursor(0x01));
+        const int top = f.paras()->verticalScrollBar()->value();
+        f.paras()->verticalScrollBar()->setValue(f.paras()->verticalScrollBar()->maximum());
+        QVERIFY(!markers->hasMarkerAtCursor(0x01)); // nobody sees the cursor
+        f.paras()->verticalScrollBar()->setValue(top);
         int para = 0;
         int index = -1;
         f.view->getCursorPosition(&para, &index);
@@ -1009,6 +1016,16 @@ private Q_SLOTS:
         field->setText(u"8000"_s);
         QTest::keyClick(field, Qt::Key_Return);
         QCOMPARE(f.cursor(), u"8000"_s); // the branch there is not followed by the same key
+        field->setFocus();
+        QTest::keyClick(field, Qt::Key_Enter, Qt::KeypadModifier);
+        QCOMPARE(f.cursor(), u"8000"_s);
+    }
+
+    void clickBehindABranchIsNoJump()
+    {
+        const Fixture f;
+        f.clickAt(0, 40);
+        QCOMPARE(f.cursor(), u"8000"_s);
     }
 
     void branchOutOfTheMemoryIsNoLink()
