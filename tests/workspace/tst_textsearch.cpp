@@ -37,6 +37,7 @@ private Q_SLOTS:
         row("whole word backward", u"(ab)|abx|xab"_s, u"ab"_s, true, true, 11, -1, 1);
         row("digit after", u"ab1|ab"_s, u"ab"_s, true, true, 0, 4, -1);
         row("letter before", u"éab|ab"_s, u"ab"_s, true, true, 0, 4, -1);
+        row("no whole word in any line", u"xa|xb"_s, u"ab"_s, true, true, 5, -1, -1);
         row("rejected match ends the search of its line", u"abab ab"_s, u"ab"_s, true, true, 0, -1, -1);
         row("rejected match, next line", u"abab ab|ab"_s, u"ab"_s, true, true, 0, 8, -1);
         row("rejected match backward", u"ab|ab abab"_s, u"ab"_s, true, true, 10, -1, 0);
