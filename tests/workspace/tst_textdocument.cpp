@@ -465,6 +465,18 @@ private Q_SLOTS:
         QVERIFY(!f.document->isNewerOnDisk());
     }
 
+    void fileThatWasJustDeletedIsNoticedWhenItsViewCloses()
+    {
+        EditorFixture f(u"text"_s);
+        const QString path = f.path(u"a.c"_s);
+        QVERIFY(f.document->saveAs(path));
+        QVERIFY(!f.view->asksBeforeClosing());
+        QVERIFY(QFile::remove(path));
+        QVERIFY(f.view->asksBeforeClosing()); // its text may be the only copy left
+        QCOMPARE(f.view->title(), u"a.c (deleted) *"_s);
+        f.document->setModified(false);
+    }
+
     void reopeningReadsTheFileAgain()
     {
         OpenFile f;
